@@ -1,0 +1,43 @@
+# The one place for warnings, sanitizers and language flags. Every target links brenvik_flags.
+add_library(brenvik_flags INTERFACE)
+target_compile_options(brenvik_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast
+  -Wimplicit-fallthrough -Werror)
+# Sizes in part data and layer names are compared for equality after rounding; a contracted
+# multiply-add would round differently on other machines.
+target_compile_options(brenvik_flags INTERFACE -ffp-contract=off)
+if(BRENVIK_SANITIZE)
+  target_compile_options(brenvik_flags INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer
+    -fno-sanitize-recover=undefined)
+  target_link_options(brenvik_flags INTERFACE -fsanitize=address,undefined)
+endif()
+if(BRENVIK_FUZZ)
+  target_compile_options(brenvik_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+target_compile_definitions(brenvik_flags INTERFACE BRENVIK_VERSION="${PROJECT_VERSION}")
+
+# A static library of one folder: brenvik_library(NAME folder-relative sources are found).
+function(brenvik_library name)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+  if(NOT sources)
+    file(TOUCH ${CMAKE_CURRENT_BINARY_DIR}/empty.cpp)
+    set(sources ${CMAKE_CURRENT_BINARY_DIR}/empty.cpp)
+  endif()
+  add_library(${name} STATIC ${sources})
+  set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
+  target_link_libraries(${name} PRIVATE brenvik_flags)
+endfunction()
+
+# A test program of one folder, its cases known to CTest one by one.
+function(brenvik_tests name)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(${name} ${sources})
+  target_link_libraries(${name} PRIVATE brenvik_flags ${ARGN} GTest::gtest_main)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_compile_definitions(${name} PRIVATE
+    BRENVIK_SOURCE_DIR="${PROJECT_SOURCE_DIR}" BRENVIK_BINARY_DIR="${CMAKE_BINARY_DIR}")
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+endfunction()

@@ -1,0 +1,108 @@
+// The grid of the main dialog and the data control that it is bound to. The grid shows the record set of
+// the data control: columns by place from 1, rows from 1, headers in row 0. Cells are text; a changed cell
+// is marked, and the marked cells are saved to the table in one go.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "forms/control.h"
+#include "session/database_port.h"
+
+namespace brenvik {
+
+/// Holds a connection string and a record source, and the record set that a refresh makes of them.
+class DataControl : public Control {
+  public:
+    DataControl(std::string name, std::function<std::unique_ptr<Connection>()> createConnection);
+    std::string connectionString;
+    std::string recordSource;
+    /// Opens the record source anew. A statement that the engine refuses throws, and the old record set
+    /// stays, so that a bound grid keeps what it shows.
+    void Refresh();
+    /// Closes record set and connection.
+    void Close();
+    /// Nothing before the first refresh.
+    Recordset* Records() const { return records.get(); }
+    std::function<void()> onRefreshed;
+
+  private:
+    std::function<std::unique_ptr<Connection>()> createConnection;
+    std::unique_ptr<Connection> connection;
+    std::unique_ptr<Recordset> records;
+};
+
+struct GridColumn {
+    std::string fieldName;  ///< Field of the record set; found by name, so that a statement may leave it out.
+    std::string header;
+    double width = 0;  ///< In the grid's own units, a character being 1.
+    bool hidden = false;
+    bool locked = false;
+};
+
+class GridControl : public Control {
+  public:
+    GridControl(std::string name, std::vector<GridColumn> designColumns);
+
+    int MaxCols() const { return static_cast<int>(columns.size()); }
+    int MaxRows() const { return maxRows; }
+    void SetMaxRows(int rows);
+    GridColumn& Column(int column);  ///< From 1; fails outside with 9.
+    const GridColumn& Column(int column) const;
+
+    /// Binds the grid to a data control; its cells are read from the record set from now on.
+    void SetDataSource(DataControl* source);
+    /// Text of a cell, row 0 being the header. Fails with 9 outside the grid.
+    std::string CellText(int column, int row) const;
+    /// Writes a cell by code and marks it as changed.
+    void SetCellText(int column, int row, std::string_view newText);
+    bool Changed(int column, int row) const;
+    void ClearMarks();
+    /// Writes all marked cells to the bound table and clears the marks. Fails with the engine's failure;
+    /// a record set that can't be updated fails before anything is written.
+    void SaveChanges();
+    /// Reads the bound record set anew; marks and unsaved texts are lost.
+    void Reload();
+
+    int ActiveColumn() const { return activeColumn; }
+    int ActiveRow() const { return activeRow; }
+    /// The user's move or one by code; runs `onCellEntered` when row is above 0.
+    void SetActiveCell(int column, int row);
+    bool reDraw = true;
+
+    std::function<void(int column, int row)> onCellEntered;
+    /// The user ended an edit: the new text stands in the cell and is marked.
+    std::function<void(int column, int row)> onEditEnded;
+    /// Returns whether a typed character may enter the cell.
+    std::function<bool(int column, int row, std::string_view character)> onKey;
+
+    /// The user's edit of one cell: moves there, types key by key through `onKey`, ends the edit.
+    /// A hidden or locked cell, or a disabled grid, takes nothing and returns false.
+    bool UserEdit(int column, int row, std::string_view newText);
+    /// Gives up a cell that is being edited, so that its value reaches the table.
+    void Flush();
+    void SetBlockLocked(int column, int firstRow, int lastRow, bool locked);
+    bool CellLocked(int column, int row) const;
+
+  private:
+    struct Edited {
+        int column, row;
+        std::string text;
+    };
+    int FieldIndex(int column) const;
+
+    std::vector<GridColumn> columns;
+    std::vector<Edited> edited;
+    struct LockedBlock {
+        int column, firstRow, lastRow;
+    };
+    std::vector<LockedBlock> lockedBlocks;
+    DataControl* source = nullptr;
+    int maxRows = 0;
+    int activeColumn = 1, activeRow = 0;
+};
+
+}  // namespace brenvik

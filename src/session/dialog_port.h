@@ -1,0 +1,68 @@
+// What the system shows a person and asks of them: modal forms, message boxes, file dialogs, printing,
+// and documents handed to the operating system.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace brenvik {
+
+class Form;
+class GridControl;
+
+/// The numbers of icons, buttons and answers are those of the original message boxes.
+enum class MessageIcon { None = 0, Stop = 16, Question = 32, Exclamation = 48, Information = 64 };
+enum class MessageButtons { Ok = 0, OkCancel = 1, YesNoCancel = 3, YesNo = 4 };
+enum class MessageAnswer { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
+
+struct MessageRequest {
+    std::string text;
+    std::string title;
+    MessageIcon icon = MessageIcon::None;
+    MessageButtons buttons = MessageButtons::Ok;
+};
+
+struct FileRequest {
+    std::string title;
+    /// "Comma Separated Values (*.csv)|*.csv|All Files (*.*)|*.*": names and patterns in turn.
+    std::string filter;
+    std::string defaultExtension;
+    std::string fileName;
+    bool saving = false;
+};
+
+class DialogPort {
+  public:
+    virtual ~DialogPort() = default;
+    /// Loads the form if need be and returns when it has been unloaded. Forms nest.
+    virtual void ShowModal(Form& form) = 0;
+    virtual MessageAnswer Show(const MessageRequest& request) = 0;
+    /// The chosen path, or nothing when the dialog was cancelled.
+    virtual std::optional<std::string> ChooseFile(const FileRequest& request) = 0;
+    /// Lets pending events run once.
+    virtual void DoEvents() = 0;
+};
+
+/// How a grid is to be printed.
+struct PrintJob {
+    std::string jobName;
+    std::string abortMessage;
+};
+
+class PrintPort {
+  public:
+    virtual ~PrintPort() = default;
+    virtual void PrintGrid(const GridControl& grid, const PrintJob& job) = 0;
+};
+
+class ShellPort {
+  public:
+    virtual ~ShellPort() = default;
+    /// Opens a document with the program that is registered for it. A result of 33 or above is success;
+    /// 0, 2, 3, 11 and 31 are the shell's own failures (memory, file, path, format, no association).
+    virtual int OpenDocument(std::string_view folder, std::string_view file, int show) = 0;
+    virtual void RunProgram(std::string_view commandLine) = 0;
+};
+
+}  // namespace brenvik

@@ -1,0 +1,26 @@
+// Everything that stands behind the ports, handed over once when the library is loaded.
+#pragma once
+
+namespace brenvik {
+
+class DatabasePort;
+class DialogPort;
+class FilesPort;
+class MeasuringPort;
+class PrintPort;
+class SettingsPort;
+class ShellPort;
+
+/// All members must be set; the owners outlive the loaded library. `print` and `shell` may be null where
+/// the platform has neither.
+struct Platform {
+    DialogPort* dialogs = nullptr;
+    SettingsPort* settings = nullptr;
+    DatabasePort* database = nullptr;
+    FilesPort* files = nullptr;
+    MeasuringPort* measuring = nullptr;
+    PrintPort* print = nullptr;
+    ShellPort* shell = nullptr;
+};
+
+}  // namespace brenvik

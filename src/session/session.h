@@ -1,0 +1,68 @@
+// Session values: what all modules share as long as the library stays loaded, and loading itself.
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "session/platform.h"
+
+namespace brenvik {
+
+class AcadApplication;
+class AcadDocument;
+class Connection;
+class Form;
+class frmMain;
+
+/// One sort column: a field of the part table and "Asc" or "Desc".
+struct SortField {
+    std::string field, direction;
+};
+
+/// One filled row of the filter dialog: column caption, operator as shown, value.
+struct FilterCriterion {
+    std::string column, criterion, value;
+};
+
+/// One entry of the table of captions and columns; the third text is spare.
+struct ColumnRelationEntry {
+    std::string caption, column, spare;
+};
+
+struct Session {
+    AcadApplication* AcadApp = nullptr;
+    AcadDocument* AcadDoc = nullptr;
+    std::string InstallFolder;  ///< With a trailing backslash.
+    std::unique_ptr<frmMain> GridForm;
+    int ExportTarget = 0;  ///< 0 none, 1 to 12 a CNC target.
+    bool ApplyBusy = false;
+    bool SettingsEvent = false, MeasureNonSolids = false, NoMeasure = false;
+    std::string ApplicationPath, ApplicationVersion;
+    std::string DialogWidth, DialogHeight, DialogLeft, DialogTop;
+    std::string MDBPath;
+    std::vector<std::string> ColumnCaptions;
+    std::array<ColumnRelationEntry, 50> ColumnRelation;
+    std::string GridRecordSource;
+    std::string SortClause, WhereClause, GroupFields, CurrentSQL;
+    std::vector<SortField> SortFields;
+    std::vector<FilterCriterion> FilterCriteria;
+    std::unique_ptr<Connection> ScanConnection, ReaderConnection;
+    int ReaderUseCount = 0;
+
+    Session();
+    ~Session();
+};
+
+/// The one session of the loaded library.
+Session& TheSession();
+/// The platform handed over at load; using it before is a defect.
+Platform& ThePlatform();
+
+/// Loads the library: takes the platform and starts with fresh session values.
+void LoadSystem(const Platform& platform);
+/// Unloads it: closes connections, drops the forms, and resets the state of every module.
+void UnloadSystem();
+
+}  // namespace brenvik
