@@ -1,0 +1,79 @@
+// What goes wrong in the user's world: files, answers, databases, the host. A failure carries the
+// three things a message box shows: number, source and description. Defects of the program are not
+// failures; they end it through Invariant.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace brenvik {
+
+/// The numbers of the usual failures. Hosts and databases bring numbers of their own, so a
+/// Failure's number is not limited to these.
+namespace failure_number {
+inline constexpr long invalidCall = 5;
+inline constexpr long overflow = 6;
+inline constexpr long subscriptOutOfRange = 9;
+inline constexpr long divisionByZero = 11;
+inline constexpr long typeMismatch = 13;
+inline constexpr long badFileName = 52;
+inline constexpr long fileNotFound = 53;
+inline constexpr long fileAlreadyExists = 58;
+inline constexpr long diskFull = 61;
+inline constexpr long inputPastEnd = 62;
+inline constexpr long permissionDenied = 70;
+inline constexpr long pathAccess = 75;
+inline constexpr long pathNotFound = 76;
+inline constexpr long objectNotSet = 91;
+inline constexpr long invalidNull = 94;
+inline constexpr long objectRequired = 424;
+inline constexpr long cannotCreateObject = 429;
+inline constexpr long methodNotAvailable = 438;
+}  // namespace failure_number
+
+/// A failure of the user's world, thrown by value.
+///
+/// `description` is the text of the message box. `detail` is optional and names the case (the path,
+/// the text that is no number); what() joins the two, for error streams and logs.
+class Failure : public std::runtime_error {
+  public:
+    Failure(long number, std::string source, std::string description, std::string detail = {});
+
+    long number() const noexcept { return mNumber; }
+    const std::string& source() const noexcept { return mSource; }
+    const std::string& description() const noexcept { return mDescription; }
+    const std::string& detail() const noexcept { return mDetail; }
+
+  private:
+    long mNumber;
+    std::string mSource;
+    std::string mDescription;
+    std::string mDetail;
+};
+
+/// The source of failures that the system raises itself.
+inline constexpr std::string_view ownSource = "Brenvik";
+
+// The usual failures, source "Brenvik", each with its fixed description. `detail` names the case.
+// They return the failure, so that the throw stands where the reader looks for it.
+Failure InvalidCall(std::string detail = {});          ///< 5, "Invalid procedure call or argument"
+Failure Overflow(std::string detail = {});             ///< 6, "Overflow"
+Failure SubscriptOutOfRange(std::string detail = {});  ///< 9, "Subscript out of range"
+Failure DivisionByZero(std::string detail = {});       ///< 11, "Division by zero"
+Failure TypeMismatch(std::string detail = {});         ///< 13, "Type mismatch"
+Failure BadFileName(std::string detail = {});          ///< 52, "Bad file name or number"
+Failure FileNotFound(std::string path = {});           ///< 53, "File not found"
+Failure FileAlreadyExists(std::string path = {});      ///< 58, "File already exists"
+Failure DiskFull(std::string path = {});               ///< 61, "Disk full"
+Failure InputPastEnd(std::string path = {});           ///< 62, "Input past end of file"
+Failure PermissionDenied(std::string path = {});       ///< 70, "Permission denied"
+Failure PathAccess(std::string path = {});             ///< 75, "Path/File access error"
+Failure PathNotFound(std::string path = {});           ///< 76, "Path not found"
+Failure ObjectNotSet(std::string detail = {});         ///< 91, "Object variable not set"
+Failure InvalidNull(std::string detail = {});          ///< 94, "Invalid use of Null"
+Failure ObjectRequired(std::string detail = {});       ///< 424, "Object required"
+Failure CannotCreateObject(std::string detail = {});   ///< 429, "Can't create object"
+Failure MethodNotAvailable(std::string detail = {});   ///< 438, "Method not available"
+
+}  // namespace brenvik
