@@ -1,0 +1,20 @@
+# The packages that Brenvik is built and tested with, in one place. Sourced by scripts/demo and
+# scripts/test; `install_missing NAME...` installs what a machine doesn't have.
+build_packages=(g++ cmake ninja-build libsqlite3-dev libcli11-dev
+  libocct-foundation-dev libocct-modeling-algorithms-dev libocct-modeling-data-dev
+  libocct-ocaf-dev libocct-data-exchange-dev)
+test_packages=(libgtest-dev libbenchmark-dev python3-ezdxf g++-mingw-w64-x86-64-posix clang-format)
+long_test_packages=(clang clang-tidy libclang-rt-14-dev)
+
+install_missing() {
+  local missing=()
+  for package in "$@"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  local sudo=()
+  [ "$(id -u)" -eq 0 ] || sudo=(sudo)
+  echo "Installing: ${missing[*]}" >&2
+  "${sudo[@]}" apt-get update -qq >&2
+  "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
+}
