@@ -7,10 +7,9 @@
 
 namespace brenvik {
 
-void InvariantBroken(std::string_view text, const std::source_location& place) {
-    std::fprintf(stderr, "%s:%u: broken invariant in %s: %.*s\n", place.file_name(),
-                 static_cast<unsigned>(place.line()), place.function_name(), static_cast<int>(text.size()),
-                 text.data());
+void InvariantBroken(std::string_view text, const SourcePlace& place) {
+    std::fprintf(stderr, "%s:%d: broken invariant in %s: %.*s\n", place.file, place.line, place.function,
+                 static_cast<int>(text.size()), text.data());
     std::fflush(stderr);
     std::abort();
 }
