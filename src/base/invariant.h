@@ -19,8 +19,8 @@ struct SourcePlace {
     }
 };
 
-/// Ends the program with the place and the text on standard error.
-[[noreturn]] void InvariantBroken(std::string_view text, const SourcePlace& place);
+/// Ends the program with the place and the text on standard error: for a branch that is never taken.
+[[noreturn]] void InvariantBroken(std::string_view text, const SourcePlace& place = SourcePlace::Here());
 
 /// Stops the program unless `condition` holds. `text` says what was expected to hold.
 inline void Invariant(bool condition, std::string_view text, const SourcePlace& place = SourcePlace::Here()) {

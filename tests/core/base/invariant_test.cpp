@@ -19,5 +19,10 @@ TEST(InvariantDeathTest, StopsTheProgramWithFileLineAndText) {
     EXPECT_DEATH(Invariant(false, "the label is 1 to 3"), place + ".*: the label is 1 to 3");
 }
 
+TEST(InvariantDeathTest, ABranchThatIsNeverTakenTellsItsPlaceToo) {
+    EXPECT_DEATH(InvariantBroken("a label outside 1 to 3"),
+                 "invariant_test\\.cpp:[0-9]+: .*: a label outside");
+}
+
 }  // namespace
 }  // namespace brenvik
