@@ -1,0 +1,418 @@
+// Faces with exact parameter curves: each edge of a round face gets the curve it was laid out with, and
+// bands that go all the way round are closed over a seam.
+#include "drafting_host/acis/face_maker.h"
+
+#include <BRepBuilderAPI_MakeFace.hxx>
+#include <BRep_Builder.hxx>
+#include <BRep_Tool.hxx>
+#include <Geom2d_Line.hxx>
+#include <Geom_TrimmedCurve.hxx>
+#include <TopExp.hxx>
+#include <TopoDS.hxx>
+#include <TopoDS_Wire.hxx>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <map>
+#include <numbers>
+
+namespace brenvik::acis {
+namespace {
+
+constexpr double fullTurn = 2 * std::numbers::pi;
+// Share of a turn by which rounding may carry an opening over the end of the outer loop.
+constexpr double parameterSlack = 1e-9;
+
+double Along(const gp_Pnt2d& p, bool alongU) { return alongU ? p.X() : p.Y(); }
+
+gp_Vec2d AlongBy(double length, bool alongU) { return alongU ? gp_Vec2d(length, 0) : gp_Vec2d(0, length); }
+
+// Walks a wound or closed loop from the given piece on; what is carried over the end moves by whole turns.
+void StartAt(LoopChart& loop, std::size_t piece) {
+    const gp_Vec2d turn(fullTurn * loop.windU, fullTurn * loop.windV);
+    for (std::size_t i = 0; i < piece; ++i) loop.pieces[i].Move(turn);
+    std::rotate(loop.pieces.begin(), loop.pieces.begin() + static_cast<long>(piece), loop.pieces.end());
+}
+
+double PolygonArea(const LoopChart& loop) { return loop.Area(false); }
+
+bool Encloses(const LoopChart& outer, const gp_Pnt2d& point) {
+    bool inside = false;
+    for (const ChartPiece& piece : outer.pieces) {
+        for (std::size_t i = 1; i < piece.samples.size(); ++i) {
+            const gp_Pnt2d& a = piece.samples[i - 1];
+            const gp_Pnt2d& b = piece.samples[i];
+            if ((a.Y() > point.Y()) == (b.Y() > point.Y())) continue;
+            if (point.X() < a.X() + (point.Y() - a.Y()) / (b.Y() - a.Y()) * (b.X() - a.X())) inside = !inside;
+        }
+    }
+    return inside;
+}
+
+class FaceMaker {
+  public:
+    FaceMaker(const FacePlan& p, Nodes& n) : plan(p), nodes(n), surface(p.frame.Build()) {}
+
+    std::vector<TopoDS_Face> Run() {
+        std::optional<FaceChart> laid = ChartFace(plan, nodes);
+        if (!laid) throw BadRecord(plan.record, "the loops of a face enclose nothing");
+        chart = std::move(*laid);
+        if (plan.frame.kind == SurfaceFrame::Kind::Plane) return FlatFaces();
+        builder.MakeFace(face, surface, coincidence);
+        if (chart.pair) {
+            AddSeamedWire();
+        } else {
+            AddPlainWires();
+        }
+        AssignCurves();
+        return {Sided(face)};
+    }
+
+  private:
+    TopoDS_Face Sided(const TopoDS_Face& made) const {
+        return TopoDS::Face(made.Oriented(plan.naturalSide ? TopAbs_FORWARD : TopAbs_REVERSED));
+    }
+
+    EdgeNode& Edge(const ChartPiece& piece) { return nodes.edges[static_cast<std::size_t>(piece.edge)]; }
+
+    std::vector<TopoDS_Face> FlatFaces();
+    TopoDS_Wire FlatWire(const LoopChart& loop);
+    void AddPlainWires();
+    void AddSeamedWire();
+    std::size_t PieceAt(const LoopChart& loop, int vertex, double along) const;
+    void PlaceInside(LoopChart& loop, double lowU, double lowV) const;
+    void AddLoop(TopoDS_Wire& wire, const LoopChart& loop);
+    void AddPiece(TopoDS_Wire& wire, const ChartPiece& piece);
+    void AddSpreadPoint(TopoDS_Wire& wire, const gp_Pnt2d& from, const gp_Pnt2d& to,
+                        const TopoDS_Vertex& vertex);
+    void AddSeam(TopoDS_Wire& wire, LoopChart* low, LoopChart* high);
+    TopoDS_Edge SeamEdge(double along, double from, double to, const TopoDS_Vertex& low,
+                         const TopoDS_Vertex& high);
+    TopoDS_Vertex SpreadVertex(double v);
+    void AssignCurves();
+    void Widen(EdgeNode& edge, const Handle(Geom2d_Curve) & curve);
+
+    struct Uses {
+        Handle(Geom2d_Curve) forward, reversed;
+    };
+
+    const FacePlan& plan;
+    Nodes& nodes;
+    Handle(Geom_Surface) surface;
+    FaceChart chart;
+    TopoDS_Face face;
+    BRep_Builder builder;
+    std::map<int, Uses> uses;
+};
+
+TopoDS_Wire FaceMaker::FlatWire(const LoopChart& loop) {
+    TopoDS_Wire wire;
+    builder.MakeWire(wire);
+    for (const ChartPiece& piece : loop.pieces) {
+        EdgeNode& edge = Edge(piece);
+        builder.Add(wire, edge.shape.Oriented(piece.forward ? TopAbs_FORWARD : TopAbs_REVERSED));
+        for (const gp_Pnt2d& sample : piece.samples) {
+            const double position = edge.first + (edge.last - edge.first) *
+                                                     static_cast<double>(&sample - piece.samples.data()) /
+                                                     static_cast<double>(piece.samples.size() - 1);
+            const gp_Pnt onCurve =
+                edge.curve->Value(piece.forward ? position : edge.first + edge.last - position);
+            edge.tolerance = std::max(edge.tolerance, 1.1 * onCurve.Distance(plan.frame.Value(sample)));
+        }
+    }
+    wire.Closed(true);
+    return wire;
+}
+
+// Outer loops run with the area on their left, openings the other way. A flat face may have several
+// outer loops; each then becomes a face of its own with the openings it encloses.
+std::vector<TopoDS_Face> FaceMaker::FlatFaces() {
+    std::vector<std::size_t> outers;
+    for (std::size_t i = 0; i < chart.loops.size(); ++i) {
+        if (PolygonArea(chart.loops[i]) > 0) outers.push_back(i);
+    }
+    std::sort(outers.begin(), outers.end(), [&](std::size_t a, std::size_t b) {
+        return PolygonArea(chart.loops[a]) < PolygonArea(chart.loops[b]);
+    });
+    if (outers.empty()) throw BadRecord(plan.record, "a flat face without an outer loop");
+    std::vector<TopoDS_Face> faces(outers.size());
+    for (std::size_t i = 0; i < outers.size(); ++i) {
+        builder.MakeFace(faces[i], surface, coincidence);
+        builder.Add(faces[i], FlatWire(chart.loops[outers[i]]));
+    }
+    for (const LoopChart& loop : chart.loops) {
+        if (PolygonArea(loop) > 0) continue;
+        std::size_t home = 0;
+        while (home + 1 < outers.size() && !Encloses(chart.loops[outers[home]], loop.pieces.front().Start()))
+            ++home;
+        builder.Add(faces[home], FlatWire(loop));
+    }
+    for (TopoDS_Face& made : faces) made = Sided(made);
+    return faces;
+}
+
+// Openings have to lie within the turn of the outer loop.
+void FaceMaker::PlaceInside(LoopChart& loop, double lowU, double lowV) const {
+    double u = std::numeric_limits<double>::max();
+    double v = u;
+    for (const ChartPiece& piece : loop.pieces) {
+        for (const gp_Pnt2d& sample : piece.samples) {
+            u = std::min(u, sample.X());
+            v = std::min(v, sample.Y());
+        }
+    }
+    gp_Vec2d move(0, 0);
+    if (plan.frame.UPeriodic()) move.SetX(fullTurn * std::ceil((lowU - u) / fullTurn - parameterSlack));
+    if (plan.frame.VPeriodic()) move.SetY(fullTurn * std::ceil((lowV - v) / fullTurn - parameterSlack));
+    loop.Move(move);
+}
+
+void FaceMaker::AddPlainWires() {
+    std::stable_sort(chart.loops.begin(), chart.loops.end(),
+                     [](const LoopChart& a, const LoopChart& b) { return PolygonArea(a) > PolygonArea(b); });
+    double lowU = std::numeric_limits<double>::max();
+    double lowV = lowU;
+    for (const ChartPiece& piece : chart.loops.front().pieces) {
+        for (const gp_Pnt2d& sample : piece.samples) {
+            lowU = std::min(lowU, sample.X());
+            lowV = std::min(lowV, sample.Y());
+        }
+    }
+    for (std::size_t i = 0; i < chart.loops.size(); ++i) {
+        if (i > 0 && PolygonArea(chart.loops[i]) > 0) {
+            throw BadRecord(plan.record, "a round face of several separate areas is not read");
+        }
+        if (i > 0) PlaceInside(chart.loops[i], lowU, lowV);
+        TopoDS_Wire wire;
+        builder.MakeWire(wire);
+        AddLoop(wire, chart.loops[i]);
+        wire.Closed(true);
+        builder.Add(face, wire);
+    }
+}
+
+std::size_t FaceMaker::PieceAt(const LoopChart& loop, int vertex, double along) const {
+    std::size_t best = loop.pieces.size();
+    double nearest = std::numeric_limits<double>::max();
+    for (std::size_t i = 0; i < loop.pieces.size(); ++i) {
+        if (loop.pieces[i].startVertex != vertex) continue;
+        const double off = Along(loop.pieces[i].Start(), plan.seam->alongU) - along;
+        const double distance = std::abs(off - fullTurn * std::round(off / fullTurn));
+        if (distance < nearest) {
+            nearest = distance;
+            best = i;
+        }
+    }
+    if (best == loop.pieces.size()) throw BadRecord(plan.record, "the seam of a round face lost its end");
+    return best;
+}
+
+void FaceMaker::AddSeamedWire() {
+    const bool alongU = chart.pair->alongU;
+    LoopChart* low = chart.pair->low < 0 ? nullptr : &chart.loops[static_cast<std::size_t>(chart.pair->low)];
+    LoopChart* high =
+        chart.pair->high < 0 ? nullptr : &chart.loops[static_cast<std::size_t>(chart.pair->high)];
+    // The surface was turned to the seam, so along u it lies at 0; along v it stays where the vertex is.
+    double along = 0;
+    if (!alongU || plan.frame.kind == SurfaceFrame::Kind::EllipticCylinder) {
+        const gp_Pnt2d at =
+            plan.frame.Parameters(nodes.vertices[static_cast<std::size_t>(plan.seam->lowVertex)].place);
+        along = Along(at, alongU);
+    }
+    // The lower loop of u winds up and the upper one down; with v it is the other way round. What winds
+    // up starts at the seam, what winds down a turn later.
+    for (LoopChart* loop : {low, high}) {
+        if (loop == nullptr) continue;
+        StartAt(*loop, PieceAt(*loop, loop == low ? plan.seam->lowVertex : plan.seam->highVertex, along));
+        const bool up = (loop == low) == alongU;
+        const double target = up ? along : along + fullTurn;
+        const double start = Along(loop->pieces.front().Start(), alongU);
+        loop->Move(AlongBy(fullTurn * std::round((target - start) / fullTurn), alongU));
+    }
+    TopoDS_Wire wire;
+    builder.MakeWire(wire);
+    AddSeam(wire, low, high);
+    wire.Closed(true);
+    builder.Add(face, wire);
+    for (LoopChart& loop : chart.loops) {
+        if (&loop == low || &loop == high) continue;
+        PlaceInside(loop, alongU ? along : -std::numbers::pi, alongU ? 0 : along);
+        TopoDS_Wire opening;
+        builder.MakeWire(opening);
+        AddLoop(opening, loop);
+        opening.Closed(true);
+        builder.Add(face, opening);
+    }
+}
+
+TopoDS_Vertex FaceMaker::SpreadVertex(double v) {
+    TopoDS_Vertex vertex;
+    builder.MakeVertex(vertex, plan.frame.Value({0, v}), coincidence);
+    return vertex;
+}
+
+void FaceMaker::AddSeam(TopoDS_Wire& wire, LoopChart* low, LoopChart* high) {
+    const bool alongU = chart.pair->alongU;
+    const auto vertexOf = [&](int index) { return nodes.vertices[static_cast<std::size_t>(index)].shape; };
+    const auto across = [&](const LoopChart& loop) {
+        const gp_Pnt2d& p = loop.pieces.front().Start();
+        return alongU ? p.Y() : p.X();
+    };
+    const double from = low != nullptr ? across(*low) : *plan.frame.LowSingularity();
+    const double to = high != nullptr ? across(*high) : *plan.frame.HighSingularity();
+    const TopoDS_Vertex lowVertex = low != nullptr ? vertexOf(plan.seam->lowVertex) : SpreadVertex(from);
+    const TopoDS_Vertex highVertex = high != nullptr ? vertexOf(plan.seam->highVertex) : SpreadVertex(to);
+    double along = 0;
+    if (low != nullptr) along = Along(low->pieces.front().Start(), alongU) - (alongU ? 0 : fullTurn);
+    if (low == nullptr && high != nullptr) along = Along(high->pieces.front().Start(), alongU) - fullTurn;
+    if (std::abs(along) < 1e-12) along = 0;
+    const TopoDS_Edge seam = SeamEdge(along, from, to, lowVertex, highVertex);
+    // The walk has the face on its left: with u the seam goes up a turn later and comes back at the
+    // start, with v it goes up at the start.
+    if (alongU) {
+        if (low != nullptr)
+            AddLoop(wire, *low);
+        else
+            AddSpreadPoint(wire, {along, from}, {along + fullTurn, from}, lowVertex);
+        builder.Add(wire, seam);
+        if (high != nullptr)
+            AddLoop(wire, *high);
+        else
+            AddSpreadPoint(wire, {along + fullTurn, to}, {along, to}, highVertex);
+        builder.Add(wire, seam.Reversed());
+    } else {
+        AddLoop(wire, *high);
+        builder.Add(wire, seam.Reversed());
+        AddLoop(wire, *low);
+        builder.Add(wire, seam);
+    }
+}
+
+TopoDS_Edge FaceMaker::SeamEdge(double along, double from, double to, const TopoDS_Vertex& low,
+                                const TopoDS_Vertex& high) {
+    const bool alongU = chart.pair->alongU;
+    Handle(Geom_Curve) curve = alongU ? surface->UIso(along) : surface->VIso(along);
+    if (const auto trimmed = Handle(Geom_TrimmedCurve)::DownCast(curve); !trimmed.IsNull())
+        curve = trimmed->BasisCurve();
+    const auto line = [&](double at) -> Handle(Geom2d_Curve) {
+        return alongU ? new Geom2d_Line(gp_Pnt2d(at, 0), gp_Dir2d(0, 1))
+                      : new Geom2d_Line(gp_Pnt2d(0, at), gp_Dir2d(1, 0));
+    };
+    TopoDS_Edge edge;
+    builder.MakeEdge(edge, curve, coincidence);
+    builder.Add(edge, low.Oriented(TopAbs_FORWARD));
+    builder.Add(edge, high.Oriented(TopAbs_REVERSED));
+    builder.Range(edge, from, to);
+    if (alongU) {
+        builder.UpdateEdge(edge, line(along + fullTurn), line(along), face, coincidence);
+    } else {
+        builder.UpdateEdge(edge, line(along), line(along + fullTurn), face, coincidence);
+    }
+    builder.Continuity(edge, face, face, GeomAbs_CN);
+    double widest = 0;
+    for (const auto& [vertex, parameter] : {std::pair{low, from}, std::pair{high, to}}) {
+        widest = std::max(widest, curve->Value(parameter).Distance(BRep_Tool::Pnt(vertex)));
+    }
+    if (widest > coincidence) {
+        builder.UpdateVertex(low, 1.1 * widest);
+        builder.UpdateVertex(high, 1.1 * widest);
+    }
+    return edge;
+}
+
+void FaceMaker::AddSpreadPoint(TopoDS_Wire& wire, const gp_Pnt2d& from, const gp_Pnt2d& to,
+                               const TopoDS_Vertex& vertex) {
+    // Laid down with u rising; walked backwards where the walk goes down.
+    const bool rising = to.X() > from.X();
+    TopoDS_Edge edge;
+    builder.MakeEdge(edge);
+    builder.UpdateEdge(edge, new Geom2d_Line(gp_Pnt2d(0, from.Y()), gp_Dir2d(1, 0)), face, coincidence);
+    builder.Add(edge, vertex.Oriented(TopAbs_FORWARD));
+    builder.Add(edge, vertex.Oriented(TopAbs_REVERSED));
+    builder.Range(edge, face, std::min(from.X(), to.X()), std::max(from.X(), to.X()));
+    builder.Degenerated(edge, true);
+    builder.Add(wire, edge.Oriented(rising ? TopAbs_FORWARD : TopAbs_REVERSED));
+}
+
+void FaceMaker::AddPiece(TopoDS_Wire& wire, const ChartPiece& piece) {
+    const TopoDS_Vertex vertex = nodes.vertices[static_cast<std::size_t>(piece.startVertex)].shape;
+    if (piece.edge < 0) {
+        AddSpreadPoint(wire, piece.Start(), piece.End(), vertex);
+        return;
+    }
+    builder.Add(wire, Edge(piece).shape.Oriented(piece.forward ? TopAbs_FORWARD : TopAbs_REVERSED));
+    Handle(Geom2d_Curve) curve = piece.curve;
+    if (piece.shift.Magnitude() > 0) curve = Handle(Geom2d_Curve)::DownCast(curve->Translated(piece.shift));
+    Handle(Geom2d_Curve)& slot = piece.forward ? uses[piece.edge].forward : uses[piece.edge].reversed;
+    if (!slot.IsNull()) throw BadRecord(plan.record, "an edge is used twice in the same sense by one face");
+    slot = curve;
+}
+
+void FaceMaker::AddLoop(TopoDS_Wire& wire, const LoopChart& loop) {
+    for (const ChartPiece& piece : loop.pieces) AddPiece(wire, piece);
+}
+
+void FaceMaker::Widen(EdgeNode& edge, const Handle(Geom2d_Curve) & curve) {
+    constexpr int places = 6;
+    for (int i = 0; i <= places; ++i) {
+        const double t = edge.first + (edge.last - edge.first) * i / places;
+        const double misfit = plan.frame.Value(curve->Value(t)).Distance(edge.curve->Value(t));
+        edge.tolerance = std::max(edge.tolerance, 1.1 * misfit);
+    }
+}
+
+void FaceMaker::AssignCurves() {
+    for (auto& [index, use] : uses) {
+        EdgeNode& edge = nodes.edges[static_cast<std::size_t>(index)];
+        for (const auto& curve : {use.forward, use.reversed}) {
+            if (!curve.IsNull()) Widen(edge, curve);
+        }
+        if (!use.forward.IsNull() && !use.reversed.IsNull()) {
+            builder.UpdateEdge(edge.shape, use.forward, use.reversed, face, edge.tolerance);
+            builder.Continuity(edge.shape, face, face, GeomAbs_CN);
+        } else {
+            builder.UpdateEdge(edge.shape, use.forward.IsNull() ? use.reversed : use.forward, face,
+                               edge.tolerance);
+        }
+    }
+}
+
+std::vector<TopoDS_Face> WholeSurface(const FacePlan& plan) {
+    BRepBuilderAPI_MakeFace maker(plan.frame.Build(), coincidence);
+    if (!maker.IsDone()) throw BadRecord(plan.record, "a face without loops cannot be built");
+    return {TopoDS::Face(maker.Face().Oriented(plan.naturalSide ? TopAbs_FORWARD : TopAbs_REVERSED))};
+}
+
+}  // namespace
+
+void MakeEdges(Nodes& nodes) {
+    const BRep_Builder builder;
+    for (VertexNode& vertex : nodes.vertices)
+        builder.MakeVertex(vertex.shape, vertex.place, vertex.tolerance);
+    for (EdgeNode& edge : nodes.edges) {
+        builder.MakeEdge(edge.shape, edge.curve, edge.tolerance);
+        builder.Add(edge.shape,
+                    nodes.vertices[static_cast<std::size_t>(edge.start)].shape.Oriented(TopAbs_FORWARD));
+        builder.Add(edge.shape,
+                    nodes.vertices[static_cast<std::size_t>(edge.end)].shape.Oriented(TopAbs_REVERSED));
+        builder.Range(edge.shape, edge.first, edge.last);
+    }
+}
+
+std::vector<TopoDS_Face> MakeFaces(const FacePlan& face, Nodes& nodes) {
+    if (face.loops.empty()) return WholeSurface(face);
+    return FaceMaker(face, nodes).Run();
+}
+
+void SettleTolerances(const Nodes& nodes) {
+    const BRep_Builder builder;
+    for (const EdgeNode& edge : nodes.edges) {
+        builder.UpdateEdge(edge.shape, edge.tolerance);
+        for (const int end : {edge.start, edge.end}) {
+            builder.UpdateVertex(nodes.vertices[static_cast<std::size_t>(end)].shape, edge.tolerance);
+        }
+    }
+}
+
+}  // namespace brenvik::acis

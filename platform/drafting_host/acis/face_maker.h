@@ -1,0 +1,22 @@
+// The last step of reading: vertices, edges and faces of the modeller from settled plans, sharing what
+// the records share. Nothing is sewn by distance.
+#pragma once
+
+#include "drafting_host/acis/face_plan.h"
+
+#include <TopoDS_Face.hxx>
+
+#include <vector>
+
+namespace brenvik::acis {
+
+/// Makes the shapes of all vertices and edges. Call once, after PlanFaces.
+void MakeEdges(Nodes& nodes);
+
+/// Makes one face, or several where a flat face consists of separate areas. Throws BadRecord.
+std::vector<TopoDS_Face> MakeFaces(const FacePlan& face, Nodes& nodes);
+
+/// Widens the vertices to the tolerance of their edges; call when all faces are made.
+void SettleTolerances(const Nodes& nodes);
+
+}  // namespace brenvik::acis

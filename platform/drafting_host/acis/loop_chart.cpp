@@ -1,0 +1,249 @@
+// Laying out loops. Circles around a round surface and lines along it are straight lines in its
+// parameters and stay exact; other edges, such as a slanted cut through a bore, are interpolated.
+#include "drafting_host/acis/loop_chart.h"
+
+#include <Geom2dAPI_Interpolate.hxx>
+#include <Geom2d_BSplineCurve.hxx>
+#include <Geom2d_Line.hxx>
+#include <TColStd_HArray1OfReal.hxx>
+#include <TColgp_HArray1OfPnt2d.hxx>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+
+namespace brenvik::acis {
+namespace {
+
+constexpr double fullTurn = 2 * std::numbers::pi;
+// Between neighbouring samples a curve that keeps clear of the poles turns far less than this.
+constexpr double longestStep = 2.0;
+// Cubic interpolation of a full turn with this many points stays within 1e-8 of the radius.
+constexpr int interpolationPoints = 193;
+constexpr double slopeNoise = 1e-6;
+
+double Nearest(double value, double reference) {
+    return value - fullTurn * std::round((value - reference) / fullTurn);
+}
+
+gp_Pnt2d NearestTurn(const SurfaceFrame& frame, gp_Pnt2d uv, const gp_Pnt2d& reference) {
+    if (frame.UPeriodic()) uv.SetX(Nearest(uv.X(), reference.X()));
+    if (frame.VPeriodic()) uv.SetY(Nearest(uv.Y(), reference.Y()));
+    return uv;
+}
+
+gp_Pnt2d OnSurface(const SurfaceFrame& frame, const EdgeNode& edge, double t) {
+    const gp_Pnt point = edge.curve->Value(t);
+    const gp_Pnt2d uv = frame.Parameters(point);
+    if (frame.Value(uv).Distance(point) > looseFit)
+        throw BadRecord(edge.record, "an edge does not lie on its face's surface");
+    return uv;
+}
+
+// 0, 1 or -1 where a slope is one of these but for noise, else nothing.
+std::optional<double> UnitSlope(double slope) {
+    const double nearest = std::round(slope);
+    if (std::abs(nearest) > 1 || std::abs(slope - nearest) > slopeNoise) return std::nullopt;
+    return nearest;
+}
+
+// The edge as a straight line along u or along v with the edge's own parameter, if it is one. Ends are
+// left out of the test, since at a pole u means nothing.
+Handle(Geom2d_Curve) StraightInParameters(const SurfaceFrame& frame, const EdgeNode& edge) {
+    constexpr std::array<double, 5> places{1.0 / 16, 5.0 / 16, 0.5, 11.0 / 16, 15.0 / 16};
+    std::array<double, places.size()> t{};
+    std::array<gp_Pnt2d, places.size()> uv;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        t[i] = edge.first + places[i] * (edge.last - edge.first);
+        uv[i] = OnSurface(frame, edge, t[i]);
+        if (i > 0) uv[i] = NearestTurn(frame, uv[i], uv[i - 1]);
+    }
+    const double span = t.back() - t.front();
+    const auto uSlope = UnitSlope((uv.back().X() - uv.front().X()) / span);
+    const auto vSlope = UnitSlope((uv.back().Y() - uv.front().Y()) / span);
+    if (!uSlope || !vSlope || std::abs(*uSlope) + std::abs(*vSlope) != 1) return {};
+    const gp_Pnt2d& middle = uv[2];
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const double du = uv[i].X() - (middle.X() + *uSlope * (t[i] - t[2]));
+        const double dv = uv[i].Y() - (middle.Y() + *vSlope * (t[i] - t[2]));
+        if (std::hypot(du * frame.UMetric(), dv * frame.VMetric()) > 10 * looseFit) return {};
+        if (std::abs(du) > slopeNoise || std::abs(dv) > std::max(slopeNoise, slopeNoise * std::abs(span)))
+            return {};
+    }
+    const gp_Dir2d direction(*uSlope, *vSlope);
+    const gp_Pnt2d origin(middle.X() - *uSlope * t[2], middle.Y() - *vSlope * t[2]);
+    return new Geom2d_Line(origin, direction);
+}
+
+Handle(Geom2d_Curve) Interpolated(const SurfaceFrame& frame, const EdgeNode& edge) {
+    Handle(TColgp_HArray1OfPnt2d) points = new TColgp_HArray1OfPnt2d(1, interpolationPoints);
+    Handle(TColStd_HArray1OfReal) parameters = new TColStd_HArray1OfReal(1, interpolationPoints);
+    for (int i = 1; i <= interpolationPoints; ++i) {
+        const double t = edge.first + (edge.last - edge.first) * (i - 1) / (interpolationPoints - 1);
+        gp_Pnt2d uv = OnSurface(frame, edge, t);
+        if (i > 1) {
+            const gp_Pnt2d& previous = points->Value(i - 1);
+            uv = NearestTurn(frame, uv, previous);
+            if (frame.UPeriodic() && std::abs(uv.X() - previous.X()) > longestStep) {
+                throw BadRecord(edge.record, "an edge runs through the pole of its face's surface");
+            }
+        }
+        points->SetValue(i, uv);
+        parameters->SetValue(i, t);
+    }
+    Geom2dAPI_Interpolate interpolation(points, parameters, Standard_False, 1e-12);
+    interpolation.Perform();
+    if (!interpolation.IsDone())
+        throw BadRecord(edge.record, "an edge cannot be laid out on its face's surface");
+    return {interpolation.Curve().get()};
+}
+
+std::vector<gp_Pnt2d> Sample(const Handle(Geom2d_Curve) & curve, const EdgeNode& edge, bool forward) {
+    const int steps = curve->IsKind(STANDARD_TYPE(Geom2d_Line)) ? 1 : 48;
+    std::vector<gp_Pnt2d> samples;
+    samples.reserve(static_cast<std::size_t>(steps) + 1);
+    for (int i = 0; i <= steps; ++i) {
+        samples.push_back(curve->Value(edge.first + (edge.last - edge.first) * i / steps));
+    }
+    if (!forward) std::reverse(samples.begin(), samples.end());
+    return samples;
+}
+
+ChartPiece PlanePiece(const SurfaceFrame& frame, const EdgeNode& edge, const CoedgeUse& use) {
+    // A plane needs no parameter curves; samples tell the loop's sense and the edge's fit.
+    ChartPiece piece;
+    const int steps = edge.curve->IsClosed() ? 24 : 1;
+    for (int i = 0; i <= steps; ++i) {
+        piece.samples.push_back(OnSurface(frame, edge, edge.first + (edge.last - edge.first) * i / steps));
+    }
+    if (!use.forward) std::reverse(piece.samples.begin(), piece.samples.end());
+    return piece;
+}
+
+class Charter {
+  public:
+    Charter(const SurfaceFrame& f, const Nodes& n, bool straight)
+        : frame(f), nodes(n), straightOnly(straight) {}
+
+    LoopChart Run(const LoopUse& loop) {
+        for (const CoedgeUse& use : loop) Append(Piece(use));
+        Close();
+        return std::move(chart);
+    }
+
+  private:
+    ChartPiece Piece(const CoedgeUse& use) const {
+        const EdgeNode& edge = nodes.edges[static_cast<std::size_t>(use.edge)];
+        ChartPiece piece;
+        if (frame.kind == SurfaceFrame::Kind::Plane) {
+            piece = PlanePiece(frame, edge, use);
+        } else {
+            piece.curve = StraightInParameters(frame, edge);
+            if (piece.curve.IsNull()) {
+                if (straightOnly)
+                    throw BadRecord(edge.record, "an edge is not straight on its face's surface");
+                piece.curve = Interpolated(frame, edge);
+            }
+            piece.samples = Sample(piece.curve, edge, use.forward);
+        }
+        piece.edge = use.edge;
+        piece.forward = use.forward;
+        piece.startVertex = use.forward ? edge.start : edge.end;
+        return piece;
+    }
+
+    // -1 at the lower end of v, 1 at the upper, 0 away from both.
+    int SingularEnd(const gp_Pnt2d& uv) const {
+        const double near = 1e-6 / frame.VMetric();
+        if (const auto low = frame.LowSingularity(); low && std::abs(uv.Y() - *low) < near) return -1;
+        if (const auto high = frame.HighSingularity(); high && std::abs(uv.Y() - *high) < near) return 1;
+        return 0;
+    }
+
+    // The way from the end of one piece to the start of the next: nothing, or along a spread point.
+    // The face lies to the left, so along the lower end of v the walk goes up in u and along the upper
+    // end down.
+    gp_Vec2d Bridge(const gp_Pnt2d& from, const gp_Pnt2d& to, int vertex) {
+        const int side = SingularEnd(from);
+        if (side == 0 || SingularEnd(to) != side) return {0, 0};
+        double turn = std::fmod(to.X() - from.X(), fullTurn);
+        if (side < 0 && turn < 1e-9) turn += fullTurn;
+        if (side > 0 && turn > -1e-9) turn -= fullTurn;
+        ChartPiece spread;
+        spread.startVertex = vertex;
+        const double v = side < 0 ? *frame.LowSingularity() : *frame.HighSingularity();
+        spread.samples = {gp_Pnt2d(from.X(), v), gp_Pnt2d(from.X() + turn, v)};
+        chart.pieces.push_back(std::move(spread));
+        return {turn, 0};
+    }
+
+    void CheckGap(const gp_Pnt2d& from, const gp_Pnt2d& to, long record) const {
+        if (std::abs(from.Y() - to.Y()) * frame.VMetric() > 100 * looseFit ||
+            (SingularEnd(from) == 0 && std::abs(from.X() - to.X()) * frame.UMetric() > 100 * looseFit)) {
+            throw BadRecord(record, "a loop is torn where two edges should meet");
+        }
+    }
+
+    void Append(ChartPiece piece) {
+        if (!chart.pieces.empty()) {
+            const gp_Pnt2d from = chart.pieces.back().End();
+            const gp_Vec2d bridge = Bridge(from, piece.Start(), piece.startVertex);
+            const gp_Pnt2d target(from.X() + bridge.X(), from.Y());
+            const gp_Pnt2d nearest = NearestTurn(frame, piece.Start(), target);
+            piece.Move(gp_Vec2d(piece.Start(), nearest));
+            CheckGap(target, piece.Start(), RecordOf(piece));
+        }
+        chart.pieces.push_back(std::move(piece));
+    }
+
+    void Close() {
+        if (chart.pieces.empty()) return;
+        const gp_Pnt2d begin = chart.pieces.front().Start();
+        const gp_Pnt2d from = chart.pieces.back().End();
+        const int vertex = chart.pieces.front().startVertex;
+        const gp_Vec2d bridge = Bridge(from, begin, vertex);
+        const gp_Pnt2d end(from.X() + bridge.X(), from.Y());
+        CheckGap(NearestTurn(frame, end, begin), begin, RecordOf(chart.pieces.front()));
+        if (frame.UPeriodic()) chart.windU = static_cast<int>(std::lround((end.X() - begin.X()) / fullTurn));
+        if (frame.VPeriodic()) chart.windV = static_cast<int>(std::lround((end.Y() - begin.Y()) / fullTurn));
+    }
+
+    long RecordOf(const ChartPiece& piece) const {
+        return piece.edge < 0 ? -1 : nodes.edges[static_cast<std::size_t>(piece.edge)].record;
+    }
+
+    const SurfaceFrame& frame;
+    const Nodes& nodes;
+    bool straightOnly;
+    LoopChart chart;
+};
+
+}  // namespace
+
+void ChartPiece::Move(const gp_Vec2d& by) {
+    shift += by;
+    for (gp_Pnt2d& sample : samples) sample.Translate(by);
+}
+
+void LoopChart::Move(const gp_Vec2d& by) {
+    for (ChartPiece& piece : pieces) piece.Move(by);
+}
+
+double LoopChart::Area(bool againstU) const {
+    double area = 0;
+    for (const ChartPiece& piece : pieces) {
+        for (std::size_t i = 1; i < piece.samples.size(); ++i) {
+            const gp_Pnt2d& a = piece.samples[i - 1];
+            const gp_Pnt2d& b = piece.samples[i];
+            area += againstU ? (a.X() + b.X()) / 2 * (b.Y() - a.Y()) : -(a.Y() + b.Y()) / 2 * (b.X() - a.X());
+        }
+    }
+    return area;
+}
+
+LoopChart ChartLoop(const SurfaceFrame& frame, const LoopUse& loop, const Nodes& nodes, bool straightOnly) {
+    return Charter(frame, nodes, straightOnly).Run(loop);
+}
+
+}  // namespace brenvik::acis

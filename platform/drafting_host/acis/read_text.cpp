@@ -1,0 +1,38 @@
+// Reading a whole text: every body record is built on its own, so that one that cannot be read does not
+// take the others with it.
+#include "drafting_host/acis/acis_text.h"
+#include "drafting_host/acis/shape_builder.h"
+
+namespace brenvik::acis {
+
+ReadResult ReadText(std::string_view text) {
+    RecordText split = SplitRecords(text);
+    ReadResult result;
+    result.header = split.header;
+    result.recordCount = split.records.size();
+    const Model model(split);
+    for (std::size_t i = 0; split.readable && i < split.records.size(); ++i) {
+        if (split.records[i].name != "body") continue;
+        const long index = static_cast<long>(i);
+        try {
+            BuiltBody body = BuildBody(model, index);
+            result.bodies.push_back(body.shape);
+            result.bodyRecords.push_back(index);
+            result.problems.insert(result.problems.end(), body.remarks.begin(), body.remarks.end());
+        } catch (const BadRecord& bad) {
+            const bool known = bad.record >= 0 && static_cast<std::size_t>(bad.record) < split.records.size();
+            const std::size_t line =
+                known ? split.records[static_cast<std::size_t>(bad.record)].line : split.records[i].line;
+            result.problems.push_back(
+                {line, known ? bad.record : index,
+                 "body record " + std::to_string(index) + " is left out: " + bad.what()});
+        }
+    }
+    if (split.readable && split.problems.empty() && result.bodies.empty() && result.problems.empty()) {
+        result.problems.push_back({0, -1, "the text holds no body record"});
+    }
+    result.problems.insert(result.problems.begin(), split.problems.begin(), split.problems.end());
+    return result;
+}
+
+}  // namespace brenvik::acis

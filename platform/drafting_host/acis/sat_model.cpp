@@ -1,0 +1,244 @@
+// Record layouts by version. Up to 600 a record begins with its attribute; from 700 on one or more
+// numbers and the history pointer follow, and later versions put more behind the fields used here.
+#include "drafting_host/acis/sat_model.h"
+
+#include <cmath>
+
+namespace brenvik::acis {
+namespace {
+
+constexpr int firstWithHistory = 700;
+// Farther out than any drawing reaches; beyond it neither coordinates nor tolerances mean anything.
+constexpr double longestLength = 1e9;
+
+std::string Quoted(std::string_view text) {
+    std::string shown;
+    for (const char c : text.substr(0, 60)) shown.push_back(c >= ' ' && c <= '~' ? c : '?');
+    return "'" + shown + "'";
+}
+
+void SkipBound(FieldCursor& fields) {
+    if (!fields.AtWord()) return;
+    if (fields.Word("parameter bound") == "F") fields.Number("parameter bound");
+}
+
+}  // namespace
+
+FieldCursor Model::OpenAny(long index, std::string_view kind) const {
+    if (index < 0 || static_cast<std::size_t>(index) >= Count()) {
+        throw BadRecord(index, "expected a " + std::string(kind) + " record at index " +
+                                   std::to_string(index) + ", found " +
+                                   (index < 0 ? "no pointer" : "the end of the text"));
+    }
+    FieldCursor fields(At(index), index);
+    fields.Pointer("attribute");
+    if (text.header.version >= firstWithHistory) {
+        fields.SkipNumbers();
+        fields.Pointer("history");
+    }
+    return fields;
+}
+
+FieldCursor Model::Open(long index, std::string_view kind) const {
+    if (index >= 0 && static_cast<std::size_t>(index) < Count() && At(index).name != kind) {
+        throw BadRecord(index,
+                        "expected a " + std::string(kind) + " record, found " + Quoted(At(index).name));
+    }
+    return OpenAny(index, kind);
+}
+
+double Model::Length(FieldCursor& fields, long index, std::string_view what) const {
+    const double value = fields.Number(what);
+    if (std::abs(value) > longestLength) {
+        throw BadRecord(index, std::string(At(index).name) + ": " + std::string(what) + " is out of range");
+    }
+    return value;
+}
+
+gp_XYZ Model::Vector(FieldCursor& fields, long index, std::string_view what) const {
+    const double x = Length(fields, index, what);
+    const double y = Length(fields, index, what);
+    const double z = Length(fields, index, what);
+    return {x, y, z};
+}
+
+BodyRecord Model::Body(long index) const {
+    FieldCursor fields = Open(index, "body");
+    BodyRecord body;
+    body.lump = fields.Pointer("lump");
+    body.wire = fields.Pointer("wire");
+    body.transform = fields.Pointer("transform");
+    return body;
+}
+
+LumpRecord Model::Lump(long index) const {
+    FieldCursor fields = Open(index, "lump");
+    LumpRecord lump;
+    lump.next = fields.Pointer("next lump");
+    lump.shell = fields.Pointer("shell");
+    return lump;
+}
+
+ShellRecord Model::Shell(long index) const {
+    FieldCursor fields = Open(index, "shell");
+    ShellRecord shell;
+    shell.next = fields.Pointer("next shell");
+    shell.subshell = fields.Pointer("subshell");
+    shell.face = fields.Pointer("face");
+    shell.wire = fields.Pointer("wire");
+    return shell;
+}
+
+FaceRecord Model::Face(long index) const {
+    FieldCursor fields = Open(index, "face");
+    FaceRecord face;
+    face.next = fields.Pointer("next face");
+    face.loop = fields.Pointer("loop");
+    face.shell = fields.Pointer("shell");
+    fields.Pointer("subshell");
+    face.surface = fields.Pointer("surface");
+    face.reversed = fields.Choice("sense", "forward", "reversed");
+    face.doubleSided = fields.Choice("sides", "single", "double");
+    if (face.doubleSided && fields.Choice("containment", "out", "in")) {
+        throw BadRecord(index, "a sheet inside a solid (double in) is not read; expected double out");
+    }
+    return face;
+}
+
+LoopRecord Model::Loop(long index) const {
+    FieldCursor fields = Open(index, "loop");
+    LoopRecord loop;
+    loop.next = fields.Pointer("next loop");
+    loop.coedge = fields.Pointer("coedge");
+    return loop;
+}
+
+CoedgeRecord Model::Coedge(long index) const {
+    FieldCursor fields = Open(index, "coedge");
+    CoedgeRecord coedge;
+    coedge.next = fields.Pointer("next coedge");
+    fields.Pointer("previous coedge");
+    fields.Pointer("partner");
+    coedge.edge = fields.Pointer("edge");
+    coedge.reversed = fields.Choice("sense", "forward", "reversed");
+    return coedge;
+}
+
+EdgeRecord Model::Edge(long index) const {
+    FieldCursor fields = Open(index, "edge");
+    EdgeRecord edge;
+    edge.start = fields.Pointer("start vertex");
+    fields.SkipNumbers();
+    edge.end = fields.Pointer("end vertex");
+    fields.SkipNumbers();
+    fields.Pointer("coedge");
+    edge.curve = fields.Pointer("curve");
+    edge.reversed = fields.Choice("sense", "forward", "reversed");
+    return edge;
+}
+
+gp_XYZ Model::VertexPoint(long index) const {
+    FieldCursor fields = Open(index, "vertex");
+    fields.Pointer("edge");
+    fields.SkipNumbers();
+    const long point = fields.Pointer("point");
+    FieldCursor place = Open(point, "point");
+    return Vector(place, point, "coordinate");
+}
+
+TransformRecord Model::Transform(long index) const {
+    if (index >= 0 && static_cast<std::size_t>(index) < Count() && At(index).name != "transform")
+        Open(index, "transform");
+    if (index < 0 || static_cast<std::size_t>(index) >= Count()) OpenAny(index, "transform");
+    // Writers disagree on what stands before the thirteen numbers, never on the words behind them.
+    const std::vector<Field>& fields = At(index).fields;
+    std::size_t words = 0;
+    while (words < fields.size() && fields[words].kind != Field::Kind::Word) ++words;
+    constexpr std::size_t numberCount = 13;
+    std::array<double, numberCount> numbers{};
+    if (words < numberCount) throw BadRecord(index, "transform: expected thirteen numbers before its flags");
+    for (std::size_t i = 0; i < numberCount; ++i) {
+        const Field& field = fields[words - numberCount + i];
+        if (field.kind != Field::Kind::Number || std::abs(field.number) > longestLength) {
+            throw BadRecord(index, "transform: expected a number, found " + Quoted(field.text));
+        }
+        numbers[i] = field.number;
+    }
+    TransformRecord transform;
+    for (std::size_t row = 0; row < 3; ++row) {
+        transform.rows[row] = gp_XYZ(numbers[3 * row], numbers[3 * row + 1], numbers[3 * row + 2]);
+    }
+    transform.translation = gp_XYZ(numbers[9], numbers[10], numbers[11]);
+    transform.scale = numbers[12];
+    return transform;
+}
+
+ConeRecord Model::Cone(FieldCursor& fields, long index) const {
+    ConeRecord cone;
+    cone.centre = Vector(fields, index, "centre");
+    cone.axis = Vector(fields, index, "axis");
+    cone.major = Vector(fields, index, "major axis");
+    cone.ratio = fields.Number("ratio");
+    SkipBound(fields);
+    SkipBound(fields);
+    cone.sine = fields.Number("sine");
+    cone.cosine = fields.Number("cosine");
+    return cone;
+}
+
+TorusRecord Model::Torus(FieldCursor& fields, long index) const {
+    TorusRecord torus;
+    torus.centre = Vector(fields, index, "centre");
+    torus.axis = Vector(fields, index, "axis");
+    torus.major = Length(fields, index, "major radius");
+    torus.minor = Length(fields, index, "minor radius");
+    torus.uDirection = Vector(fields, index, "direction");
+    return torus;
+}
+
+SurfaceRecord Model::Surface(long index) const {
+    FieldCursor fields = OpenAny(index, "surface");
+    const std::string_view kind = At(index).name;
+    if (kind == "plane-surface") {
+        PlaneRecord plane;
+        plane.origin = Vector(fields, index, "origin");
+        plane.normal = Vector(fields, index, "normal");
+        plane.uDirection = Vector(fields, index, "direction");
+        return plane;
+    }
+    if (kind == "cone-surface") return Cone(fields, index);
+    if (kind == "sphere-surface") {
+        SphereRecord sphere;
+        sphere.centre = Vector(fields, index, "centre");
+        sphere.radius = Length(fields, index, "radius");
+        sphere.equator = Vector(fields, index, "direction");
+        sphere.pole = Vector(fields, index, "pole");
+        return sphere;
+    }
+    if (kind == "torus-surface") return Torus(fields, index);
+    throw BadRecord(index, "a surface of the kind " + Quoted(kind) +
+                               " is not read; expected a plane, cone, sphere or torus surface");
+}
+
+CurveRecord Model::Curve(long index) const {
+    FieldCursor fields = OpenAny(index, "curve");
+    const std::string_view kind = At(index).name;
+    if (kind == "straight-curve") {
+        LineRecord line;
+        line.root = Vector(fields, index, "root");
+        line.direction = Vector(fields, index, "direction");
+        return line;
+    }
+    if (kind == "ellipse-curve") {
+        EllipseRecord ellipse;
+        ellipse.centre = Vector(fields, index, "centre");
+        ellipse.normal = Vector(fields, index, "normal");
+        ellipse.major = Vector(fields, index, "major axis");
+        ellipse.ratio = fields.Number("ratio");
+        return ellipse;
+    }
+    throw BadRecord(index, "a curve of the kind " + Quoted(kind) +
+                               " is not read; expected a straight or an ellipse curve");
+}
+
+}  // namespace brenvik::acis

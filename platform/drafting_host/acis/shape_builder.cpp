@@ -1,0 +1,380 @@
+// Walking a body: lumps, shells, faces, loops, coedges. Every chain is walked with a note of where it
+// has been, since a damaged text can lead it in circles.
+#include "drafting_host/acis/shape_builder.h"
+
+#include "drafting_host/acis/face_maker.h"
+
+#include <BRepBndLib.hxx>
+#include <BRepGProp.hxx>
+#include <BRep_Builder.hxx>
+#include <Bnd_Box.hxx>
+#include <GProp_GProps.hxx>
+#include <Standard_Failure.hxx>
+#include <TopoDS.hxx>
+#include <TopoDS_Compound.hxx>
+#include <TopoDS_Iterator.hxx>
+#include <TopoDS_Shell.hxx>
+#include <TopoDS_Solid.hxx>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace brenvik::acis {
+namespace {
+
+struct ShellWork {
+    long record = -1;
+    std::vector<std::size_t> faces;  // indices of plans
+    TopoDS_Shell shape;
+    bool sheet = false;
+    bool closed = false;
+};
+using LumpWork = std::vector<ShellWork>;
+
+class BodyBuilder {
+  public:
+    BodyBuilder(const Model& m, long body) : model(m), bodyRecord(body) {}
+
+    BuiltBody Run() {
+        Collect();
+        PlanFaces(plans, nodes);
+        MakeEdges(nodes);
+        for (const FacePlan& plan : plans) faces.push_back(MakeFaces(plan, nodes));
+        SettleTolerances(nodes);
+        return Assemble();
+    }
+
+  private:
+    void Collect();
+    LumpWork CollectLump(const LumpRecord& lump);
+    ShellWork CollectShell(long index);
+    void CollectFace(ShellWork& shell, long index);
+    std::vector<LoopUse> CollectLoops(const FaceRecord& face);
+    LoopUse CollectLoop(long coedge);
+    CoedgeUse Use(const CoedgeRecord& coedge);
+    int VertexNodeOf(long record);
+    int EdgeNodeOf(long record, const EdgeRecord& edge);
+    void CheckChain(const LoopUse& loop, long record) const;
+    SurfaceFrame FittingFrame(long record, const std::vector<LoopUse>& loops) const;
+    double Misfit(const SurfaceFrame& frame, const std::vector<LoopUse>& loops) const;
+
+    BuiltBody Assemble();
+    void MakeShell(ShellWork& shell);
+    TopoDS_Shape MakeLump(LumpWork& lump, BuiltBody& body);
+    bool IsClosed(const ShellWork& shell) const;
+
+    /// Steps through a chain of records, refusing one that is met twice.
+    void Visit(long index) {
+        if (!visited.insert(index).second) throw BadRecord(index, "the record is reached twice");
+    }
+
+    const Model& model;
+    long bodyRecord;
+    Placement placement;
+    std::unordered_set<long> visited;
+    std::unordered_map<long, int> vertexNodes, edgeNodes;
+    Nodes nodes;
+    std::vector<FacePlan> plans;
+    std::vector<std::vector<TopoDS_Face>> faces;
+    std::vector<LumpWork> lumps;
+};
+
+void BodyBuilder::Collect() {
+    const BodyRecord body = model.Body(bodyRecord);
+    if (body.transform >= 0) placement = Placement(model.Transform(body.transform), body.transform);
+    if (body.lump < 0) {
+        throw BadRecord(bodyRecord,
+                        body.wire >= 0 ? "a body of wires is not read; expected lumps" : "the body is empty");
+    }
+    for (long lump = body.lump; lump >= 0;) {
+        Visit(lump);
+        const LumpRecord record = model.Lump(lump);
+        lumps.push_back(CollectLump(record));
+        lump = record.next;
+    }
+}
+
+LumpWork BodyBuilder::CollectLump(const LumpRecord& lump) {
+    LumpWork work;
+    for (long shell = lump.shell; shell >= 0;) {
+        Visit(shell);
+        work.push_back(CollectShell(shell));
+        shell = model.Shell(shell).next;
+    }
+    if (work.empty()) throw BadRecord(bodyRecord, "a lump without a shell");
+    return work;
+}
+
+ShellWork BodyBuilder::CollectShell(long index) {
+    const ShellRecord record = model.Shell(index);
+    if (record.wire >= 0) throw BadRecord(index, "a shell with wires is not read; expected faces alone");
+    ShellWork shell;
+    shell.record = index;
+    for (long face = record.face; face >= 0;) {
+        CollectFace(shell, face);
+        face = model.Face(face).next;
+    }
+    if (record.subshell >= 0) {
+        // Faces of subshells name their shell all the same.
+        for (long other = 0; other < static_cast<long>(model.Count()); ++other) {
+            if (model.At(other).name != "face" || visited.count(other) != 0) continue;
+            if (model.Face(other).shell == index) CollectFace(shell, other);
+        }
+    }
+    if (shell.faces.empty()) throw BadRecord(index, "a shell without a face");
+    shell.sheet = plans[shell.faces.front()].doubleSided;
+    for (const std::size_t face : shell.faces) {
+        if (plans[face].doubleSided != shell.sheet) {
+            throw BadRecord(plans[face].record, "single and double sided faces in one shell are not read");
+        }
+    }
+    return shell;
+}
+
+void BodyBuilder::CollectFace(ShellWork& shell, long index) {
+    Visit(index);
+    const FaceRecord record = model.Face(index);
+    FacePlan plan;
+    plan.record = index;
+    plan.doubleSided = record.doubleSided;
+    plan.loops = CollectLoops(record);
+    plan.frame = FittingFrame(record.surface, plan.loops);
+    plan.naturalSide = plan.frame.insideOut == record.reversed;
+    const bool whole =
+        plan.frame.kind == SurfaceFrame::Kind::Sphere || plan.frame.kind == SurfaceFrame::Kind::Torus;
+    if (plan.loops.empty() && !whole)
+        throw BadRecord(index, "a face without loops; expected a sphere or a torus");
+    shell.faces.push_back(plans.size());
+    plans.push_back(std::move(plan));
+}
+
+std::vector<LoopUse> BodyBuilder::CollectLoops(const FaceRecord& face) {
+    std::vector<LoopUse> loops;
+    for (long loop = face.loop; loop >= 0;) {
+        Visit(loop);
+        const LoopRecord record = model.Loop(loop);
+        LoopUse use = CollectLoop(record.coedge);
+        // A loop of nothing but an apex leaves none: the spread point is found on the surface.
+        if (!use.empty()) {
+            CheckChain(use, loop);
+            if (placement.Mirrors()) {
+                std::reverse(use.begin(), use.end());
+                for (CoedgeUse& coedge : use) coedge.forward = !coedge.forward;
+            }
+            loops.push_back(std::move(use));
+        }
+        loop = record.next;
+    }
+    return loops;
+}
+
+LoopUse BodyBuilder::CollectLoop(long first) {
+    LoopUse loop;
+    for (long coedge = first;;) {
+        Visit(coedge);
+        const CoedgeRecord record = model.Coedge(coedge);
+        const CoedgeUse use = Use(record);
+        if (use.edge >= 0) loop.push_back(use);
+        coedge = record.next;
+        if (coedge == first) return loop;
+        if (coedge < 0) throw BadRecord(first, "an open loop; expected its last coedge to lead back here");
+    }
+}
+
+CoedgeUse BodyBuilder::Use(const CoedgeRecord& coedge) {
+    const EdgeRecord edge = model.Edge(coedge.edge);
+    // An apex stands as an edge that has a vertex but no curve.
+    if (edge.curve < 0) return {};
+    return {EdgeNodeOf(coedge.edge, edge), !coedge.reversed};
+}
+
+int BodyBuilder::VertexNodeOf(long record) {
+    const auto [place, fresh] = vertexNodes.try_emplace(record, static_cast<int>(nodes.vertices.size()));
+    if (fresh) {
+        VertexNode node;
+        node.place = placement.Point(model.VertexPoint(record));
+        nodes.vertices.push_back(node);
+    }
+    return place->second;
+}
+
+int BodyBuilder::EdgeNodeOf(long record, const EdgeRecord& edge) {
+    if (const auto known = edgeNodes.find(record); known != edgeNodes.end()) return known->second;
+    EdgeNode node;
+    node.record = record;
+    node.start = VertexNodeOf(edge.start);
+    node.end = VertexNodeOf(edge.end);
+    VertexNode& start = nodes.vertices[static_cast<std::size_t>(node.start)];
+    VertexNode& end = nodes.vertices[static_cast<std::size_t>(node.end)];
+    const EdgeCurve curve = MakeEdgeCurve(model.Curve(edge.curve), edge.reversed, start.place, end.place,
+                                          node.start == node.end, placement, record);
+    node.curve = curve.curve;
+    node.first = curve.first;
+    node.last = curve.last;
+    node.tolerance = std::max(node.tolerance, 1.1 * curve.misfit);
+    ++start.edgeCount;
+    if (node.start != node.end) ++end.edgeCount;
+    const int index = static_cast<int>(nodes.edges.size());
+    nodes.edges.push_back(node);
+    edgeNodes.emplace(record, index);
+    return index;
+}
+
+void BodyBuilder::CheckChain(const LoopUse& loop, long record) const {
+    for (std::size_t i = 0; i < loop.size(); ++i) {
+        const EdgeNode& edge = nodes.edges[static_cast<std::size_t>(loop[i].edge)];
+        const CoedgeUse& nextUse = loop[(i + 1) % loop.size()];
+        const EdgeNode& next = nodes.edges[static_cast<std::size_t>(nextUse.edge)];
+        if ((loop[i].forward ? edge.end : edge.start) != (nextUse.forward ? next.start : next.end)) {
+            throw BadRecord(record, "a loop whose edges do not meet in their vertices");
+        }
+    }
+}
+
+double BodyBuilder::Misfit(const SurfaceFrame& frame, const std::vector<LoopUse>& loops) const {
+    double widest = 0;
+    for (const LoopUse& loop : loops) {
+        for (const CoedgeUse& use : loop) {
+            const EdgeNode& edge = nodes.edges[static_cast<std::size_t>(use.edge)];
+            for (const double share : {0.0, 0.5}) {
+                const gp_Pnt point = edge.curve->Value(edge.first + share * (edge.last - edge.first));
+                widest = std::max(widest, frame.Value(frame.Parameters(point)).Distance(point));
+            }
+        }
+    }
+    return widest;
+}
+
+SurfaceFrame BodyBuilder::FittingFrame(long record, const std::vector<LoopUse>& loops) const {
+    const SurfaceRecord surface = model.Surface(record);
+    SurfaceFrame frame = MakeFrame(surface, placement, record);
+    if (frame.kind == SurfaceFrame::Kind::Cone && Misfit(frame, loops) > looseFit) {
+        const SurfaceFrame other = MakeFrame(surface, placement, record, true);
+        if (Misfit(other, loops) <= looseFit) return other;
+    }
+    return frame;
+}
+
+bool BodyBuilder::IsClosed(const ShellWork& shell) const {
+    std::map<int, int> balance;
+    std::map<int, int> count;
+    for (const std::size_t face : shell.faces) {
+        const FacePlan& plan = plans[face];
+        for (const LoopUse& loop : plan.loops) {
+            for (const CoedgeUse& use : loop) {
+                balance[use.edge] += use.forward == plan.naturalSide ? 1 : -1;
+                ++count[use.edge];
+            }
+        }
+    }
+    return std::all_of(balance.begin(), balance.end(),
+                       [&](const auto& entry) { return entry.second == 0 && count[entry.first] >= 2; });
+}
+
+void BodyBuilder::MakeShell(ShellWork& shell) {
+    const BRep_Builder builder;
+    builder.MakeShell(shell.shape);
+    for (const std::size_t index : shell.faces) {
+        for (const TopoDS_Face& face : faces[index]) builder.Add(shell.shape, face);
+    }
+    shell.closed = !shell.sheet && IsClosed(shell);
+    shell.shape.Closed(shell.closed);
+}
+
+double SignedVolume(const TopoDS_Shell& shell) {
+    GProp_GProps properties;
+    BRepGProp::VolumeProperties(shell, properties);
+    return properties.Mass();
+}
+
+// The shell around everything looks outward and those within it inward, whatever the signs of a lone
+// sphere say.
+TopoDS_Shape MakeSolid(std::vector<TopoDS_Shell> shells, long record) {
+    std::vector<std::pair<double, TopoDS_Shell>> measured;
+    for (const TopoDS_Shell& shell : shells) measured.emplace_back(SignedVolume(shell), shell);
+    std::stable_sort(measured.begin(), measured.end(),
+                     [](const auto& a, const auto& b) { return std::abs(a.first) > std::abs(b.first); });
+    const BRep_Builder builder;
+    TopoDS_Solid solid;
+    builder.MakeSolid(solid);
+    for (std::size_t i = 0; i < measured.size(); ++i) {
+        auto& [volume, shell] = measured[i];
+        if (!std::isfinite(volume) || volume == 0) throw BadRecord(record, "a shell that encloses nothing");
+        const bool outward = volume > 0;
+        builder.Add(solid, outward == (i == 0) ? shell : TopoDS::Shell(shell.Reversed()));
+    }
+    return solid;
+}
+
+TopoDS_Shape BodyBuilder::MakeLump(LumpWork& lump, BuiltBody& body) {
+    std::vector<TopoDS_Shell> closed;
+    const BRep_Builder builder;
+    TopoDS_Compound loose;
+    builder.MakeCompound(loose);
+    int looseFaces = 0;
+    TopoDS_Shape last;
+    for (ShellWork& shell : lump) {
+        MakeShell(shell);
+        if (shell.closed) {
+            closed.push_back(shell.shape);
+            continue;
+        }
+        if (!shell.sheet) {
+            const Record& record = model.At(shell.record);
+            body.remarks.push_back(
+                {record.line, shell.record, "a shell that is not closed; taken as loose faces"});
+        }
+        for (const std::size_t index : shell.faces) {
+            for (const TopoDS_Face& face : faces[index]) {
+                builder.Add(loose, face);
+                last = face;
+                ++looseFaces;
+            }
+        }
+    }
+    if (!closed.empty() && looseFaces > 0)
+        throw BadRecord(bodyRecord, "a lump of solids and sheets together is not read");
+    if (!closed.empty()) return MakeSolid(closed, lump.front().record);
+    return looseFaces == 1 ? last : TopoDS_Shape(loose);
+}
+
+BuiltBody BodyBuilder::Assemble() {
+    BuiltBody body;
+    std::vector<TopoDS_Shape> parts;
+    for (LumpWork& lump : lumps) {
+        const TopoDS_Shape shape = MakeLump(lump, body);
+        if (shape.ShapeType() != TopAbs_COMPOUND) {
+            parts.push_back(shape);
+            continue;
+        }
+        for (TopoDS_Iterator face(shape); face.More(); face.Next()) parts.push_back(face.Value());
+    }
+    if (parts.size() == 1) {
+        body.shape = parts.front();
+        return body;
+    }
+    const BRep_Builder builder;
+    TopoDS_Compound compound;
+    builder.MakeCompound(compound);
+    for (const TopoDS_Shape& part : parts) builder.Add(compound, part);
+    body.shape = compound;
+    return body;
+}
+
+}  // namespace
+
+BuiltBody BuildBody(const Model& model, long index) {
+    try {
+        return BodyBuilder(model, index).Run();
+    } catch (const Standard_Failure& failure) {
+        const char* told = failure.GetMessageString();
+        throw BadRecord(index,
+                        std::string("the body cannot be built: ") + failure.DynamicType()->Name() +
+                            (told != nullptr && *told != '\0' ? std::string(", ") + told : std::string()));
+    }
+}
+
+}  // namespace brenvik::acis
