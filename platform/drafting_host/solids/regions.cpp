@@ -1,0 +1,86 @@
+// Regions and sections on top of the modeller.
+#include "drafting_host/solids/regions.h"
+
+#include <BRepAlgoAPI_Common.hxx>
+#include <BRepBuilderAPI_MakeFace.hxx>
+#include <BRep_Tool.hxx>
+#include <ShapeAnalysis_FreeBounds.hxx>
+#include <ShapeUpgrade_UnifySameDomain.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopTools_HSequenceOfShape.hxx>
+#include <TopoDS.hxx>
+#include <TopoDS_Wire.hxx>
+#include <gp_Ax3.hxx>
+#include <gp_Pln.hxx>
+
+#include "drafting_host/solids/exact_box.h"
+#include "drafting_host/solids/guard.h"
+#include "drafting_host/solids/mass.h"
+#include "drafting_host/solids/operations.h"
+#include "drafting_host/solids/transform.h"
+
+namespace brenvik::solids {
+namespace {
+
+// How far ends of neighbouring curves may lie apart, drawing units: the host's default fuzz for joining.
+constexpr double joinGap = 1e-6;
+
+TopoDS_Face FaceOfLoop(const TopoDS_Wire& loop, const std::optional<gp_Dir>& normal) {
+    if (!BRep_Tool::IsClosed(loop)) throw InvalidCall("region: the curves do not close");
+    BRepBuilderAPI_MakeFace maker(loop, Standard_True);
+    if (!maker.IsDone()) throw InvalidCall("region: the curves do not lie in one plane");
+    TopoDS_Face face = maker.Face();
+    if (normal && NormalOf(face).Dot(*normal) < 0) face.Reverse();
+    if (!Valid(face) || !(Area(face) > 0)) throw InvalidCall("region: the curves cross each other");
+    return face;
+}
+
+}  // namespace
+
+std::vector<TopoDS_Face> RegionsFromCurves(std::span<const TopoDS_Edge> edges,
+                                           const std::optional<gp_Dir>& normal) {
+    return Guarded("region", [&] {
+        Handle(TopTools_HSequenceOfShape) open = new TopTools_HSequenceOfShape;
+        for (const TopoDS_Edge& edge : edges) open->Append(Placed(edge));
+        Handle(TopTools_HSequenceOfShape) loops = new TopTools_HSequenceOfShape;
+        ShapeAnalysis_FreeBounds::ConnectEdgesToWires(open, joinGap, Standard_False, loops);
+        std::vector<TopoDS_Face> regions;
+        for (int index = 1; index <= loops->Length(); ++index) {
+            regions.push_back(FaceOfLoop(TopoDS::Wire(loops->Value(index)), normal));
+        }
+        return regions;
+    });
+}
+
+std::vector<TopoDS_Face> SectionByPlane(const TopoDS_Shape& shape, const gp_Pnt& p1, const gp_Pnt& p2,
+                                        const gp_Pnt& p3) {
+    if (shape.IsNull()) throw InvalidCall("section: the object has no geometry");
+    return Guarded("section", [&] {
+        const gp_Vec along(p1, p2);
+        const gp_Vec across = along.Crossed(gp_Vec(p1, p3));
+        if (!(across.Magnitude() > 1e-12 * along.SquareMagnitude()) || !(along.Magnitude() > 0)) {
+            throw InvalidCall("section: the three points lie on one line");
+        }
+        const gp_Ax3 frame(p1, gp_Dir(across), gp_Dir(along));
+        const Box box = ExactBoxIn(shape, frame);
+        std::vector<TopoDS_Face> faces;
+        constexpr double touch = 1e-7;
+        if (box.min.Z() > touch || box.max.Z() < -touch) return faces;
+        const double margin = 1 + 0.01 * (box.SizeX() + box.SizeY());
+        const TopoDS_Face cutter =
+            BRepBuilderAPI_MakeFace(gp_Pln(frame), box.min.X() - margin, box.max.X() + margin,
+                                    box.min.Y() - margin, box.max.Y() + margin);
+        BRepAlgoAPI_Common common(shape, cutter);
+        if (common.HasErrors()) throw InvalidCall("section: the modeller can't cut the object");
+        ShapeUpgrade_UnifySameDomain unify(common.Shape(), Standard_True, Standard_True, Standard_False);
+        unify.Build();
+        for (TopExp_Explorer face(unify.Shape(), TopAbs_FACE); face.More(); face.Next()) {
+            TopoDS_Face found = TopoDS::Face(Placed(face.Current()));
+            if (NormalOf(found).Dot(frame.Direction()) < 0) found.Reverse();
+            faces.push_back(found);
+        }
+        return faces;
+    });
+}
+
+}  // namespace brenvik::solids

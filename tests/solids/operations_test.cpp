@@ -1,0 +1,215 @@
+// Extrusions, booleans, regions and sections.
+#include "drafting_host/solids/operations.h"
+
+#include <gtest/gtest.h>
+#include <BRepAdaptor_Surface.hxx>
+#include <BRepBuilderAPI_MakeWire.hxx>
+#include <TopExp.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopTools_IndexedMapOfShape.hxx>
+#include <TopoDS.hxx>
+#include <gp_Circ.hxx>
+
+#include <numbers>
+
+#include "base/failure.h"
+#include "drafting_host/solids/exact_box.h"
+#include "drafting_host/solids/mass.h"
+#include "drafting_host/solids/regions.h"
+#include "solids/parts.h"
+
+namespace brenvik::solids {
+namespace {
+
+using namespace test;
+constexpr double pi = std::numbers::pi;
+
+TopoDS_Edge Line(double x1, double y1, double x2, double y2, double z = 0) {
+    return BRepBuilderAPI_MakeEdge(gp_Pnt(x1, y1, z), gp_Pnt(x2, y2, z));
+}
+
+TopoDS_Edge Circle(double x, double y, double radius, double z = 0) {
+    return BRepBuilderAPI_MakeEdge(gp_Circ(gp_Ax2(gp_Pnt(x, y, z), gp::DZ()), radius));
+}
+
+std::vector<TopoDS_Edge> Rectangle(double x, double y, double width, double height) {
+    return {Line(x, y, x + width, y), Line(x + width, y, x + width, y + height),
+            Line(x + width, y + height, x, y + height), Line(x, y + height, x, y)};
+}
+
+TopoDS_Shape Drill(double x, double y, double bottom, double radius, double depth) {
+    return BRepPrimAPI_MakeCylinder(gp_Ax2(gp_Pnt(x, y, bottom), gp::DZ()), radius, depth).Shape();
+}
+
+int Faces(const TopoDS_Shape& shape) {
+    TopTools_IndexedMapOfShape faces;
+    TopExp::MapShapes(shape, TopAbs_FACE, faces);
+    return faces.Extent();
+}
+
+TEST(Boolean, SubtractionThatRemovesNothingReturnsTheSameSolid) {
+    const TopoDS_Shape board = DrilledBoard(600, 400, 18, 3);
+    const double volume = Volume(board);
+    // Away from it, on top of it, in its hole, above its hole.
+    for (const TopoDS_Shape& tool : {Drill(1000, 0, 0, 5, 10), Drill(100, 100, 18, 5, 1000),
+                                     Drill(37, 37, -50, 2.5, 1000), Drill(37, 37, -50, 2, 1000)}) {
+        const TopoDS_Shape rest = Boolean(board, tool, BooleanKind::Subtract);
+        EXPECT_TRUE(rest.IsSame(board));
+        EXPECT_EQ(Volume(rest), volume);
+    }
+}
+
+TEST(Boolean, SubtractionTakesTheCommonVolumeAway) {
+    const TopoDS_Shape rest = Boolean(Board(600, 400, 18), Drill(100, 100, 8, 5, 100), BooleanKind::Subtract);
+    EXPECT_NEAR(Volume(rest), 600.0 * 400 * 18 - pi * 25 * 10, 1e-6);
+    EXPECT_EQ(rest.ShapeType(), TopAbs_SOLID);
+    EXPECT_EQ(Faces(rest), 8);
+    EXPECT_TRUE(Valid(rest));
+}
+
+TEST(Boolean, SubtractionThatPartsTheSolidLeavesTwo) {
+    const TopoDS_Shape rest =
+        Boolean(Board(600, 400, 18), Moved(Board(4, 500, 50), gp_Vec(300, -50, -10)), BooleanKind::Subtract);
+    EXPECT_EQ(rest.ShapeType(), TopAbs_COMPOUND);
+    EXPECT_NEAR(Volume(rest), 596.0 * 400 * 18, 1e-6);
+}
+
+TEST(Boolean, SubtractionOfEverythingLeavesNothing) {
+    const TopoDS_Shape rest =
+        Boolean(Board(10, 10, 10), Moved(Board(20, 20, 20), gp_Vec(-5, -5, -5)), BooleanKind::Subtract);
+    EXPECT_TRUE(rest.IsNull());
+    EXPECT_EQ(Volume(rest), 0);
+}
+
+TEST(Boolean, UnionMergesFacesThatContinueEachOther) {
+    const TopoDS_Shape both =
+        Boolean(Board(300, 400, 18), Moved(Board(300, 400, 18), gp_Vec(300, 0, 0)), BooleanKind::Union);
+    EXPECT_EQ(both.ShapeType(), TopAbs_SOLID);
+    EXPECT_EQ(Faces(both), 6);
+    EXPECT_NEAR(Volume(both), 600.0 * 400 * 18, 1e-7);
+    EXPECT_EQ(ExactBox(both).max.X(), 600);
+}
+
+TEST(Boolean, UnionOfSolidsApartHoldsBoth) {
+    const TopoDS_Shape both =
+        Boolean(Board(10, 10, 10), Moved(Board(10, 10, 10), gp_Vec(50, 0, 0)), BooleanKind::Union);
+    EXPECT_NEAR(Volume(both), 2000, 1e-9);
+    EXPECT_TRUE(IsSolid(both));
+}
+
+TEST(Boolean, IntersectionIsWhatBothShare) {
+    const TopoDS_Shape tool = Moved(Board(100, 100, 100), gp_Vec(550, 350, 0));
+    EXPECT_NEAR(Volume(Boolean(Board(600, 400, 18), tool, BooleanKind::Intersect)), 50.0 * 50 * 18, 1e-8);
+    EXPECT_TRUE(Boolean(Board(1, 1, 1), tool, BooleanKind::Intersect).IsNull());
+    EXPECT_TRUE(Boolean(Board(550, 400, 18), tool, BooleanKind::Intersect).IsNull());
+}
+
+TEST(Boolean, OperandsStayUntouched) {
+    const TopoDS_Shape board = Board(600, 400, 18);
+    const TopoDS_Shape tool = Drill(100, 100, 8, 5, 100);
+    Boolean(board, tool, BooleanKind::Subtract);
+    EXPECT_EQ(Faces(board), 6);
+    EXPECT_EQ(Faces(tool), 3);
+}
+
+TEST(Boolean, RegionsOfOnePlaneJoinAndCut) {
+    const TopoDS_Face wide = RegionsFromCurves(Rectangle(0, 0, 100, 50), gp::DZ()).at(0);
+    const TopoDS_Face next = RegionsFromCurves(Rectangle(80, 0, 100, 50), gp::DZ()).at(0);
+    const TopoDS_Face away = RegionsFromCurves(Rectangle(500, 0, 10, 10), gp::DZ()).at(0);
+    const TopoDS_Shape joined = Boolean(wide, next, BooleanKind::Union);
+    EXPECT_NEAR(Area(joined), 180 * 50, 1e-9);
+    EXPECT_EQ(Faces(joined), 1);
+    EXPECT_NEAR(Area(Boolean(wide, next, BooleanKind::Subtract)), 80 * 50, 1e-9);
+    EXPECT_NEAR(Area(Boolean(wide, next, BooleanKind::Intersect)), 20 * 50, 1e-9);
+    EXPECT_TRUE(Boolean(wide, away, BooleanKind::Subtract).IsSame(wide));
+}
+
+TEST(Boolean, WrongOperandsAreTold) {
+    const TopoDS_Face region = RegionsFromCurves(Rectangle(0, 0, 10, 10)).at(0);
+    EXPECT_THROW(Boolean(TopoDS_Shape(), Board(1, 1, 1), BooleanKind::Union), Failure);
+    EXPECT_THROW(Boolean(Board(1, 1, 1), region, BooleanKind::Subtract), Failure);
+    EXPECT_THROW(Boolean(region, Moved(region, gp_Vec(0, 0, 5)), BooleanKind::Union), Failure);
+}
+
+TEST(Extrude, RegionSweepsAlongItsNormal) {
+    const TopoDS_Face region = RegionsFromCurves(Rectangle(0, 0, 100, 50), gp::DZ()).at(0);
+    const TopoDS_Shape up = ExtrudeRegion(region, 1000);
+    EXPECT_NEAR(Volume(up), 100 * 50 * 1000.0, 1e-6);
+    EXPECT_EQ(ExactBox(up).max.Z(), 1000);
+    const TopoDS_Shape down = ExtrudeRegion(region, -18);
+    EXPECT_NEAR(Volume(down), 100 * 50 * 18, 1e-8);
+    EXPECT_EQ(ExactBox(down).min.Z(), -18);
+    const TopoDS_Face turned = TopoDS::Face(region.Reversed());
+    EXPECT_EQ(ExactBox(ExtrudeRegion(turned, 18)).min.Z(), -18);
+    EXPECT_GT(Volume(ExtrudeRegion(turned, 18)), 0);
+}
+
+TEST(Extrude, CircleBecomesACylinder) {
+    const TopoDS_Edge circle = Circle(5, 6, 2.5);
+    const TopoDS_Shape rod = ExtrudeRegion(RegionsFromCurves(std::span(&circle, 1), gp::DZ()).at(0), 40);
+    EXPECT_NEAR(Volume(rod), pi * 6.25 * 40, 1e-10);
+    bool round = false;
+    for (TopExp_Explorer face(rod, TopAbs_FACE); face.More(); face.Next()) {
+        round |= BRepAdaptor_Surface(TopoDS::Face(face.Current())).GetType() == GeomAbs_Cylinder;
+    }
+    EXPECT_TRUE(round);
+    EXPECT_TRUE(Valid(rod));
+}
+
+TEST(Extrude, HeightZeroIsTold) {
+    const TopoDS_Face region = RegionsFromCurves(Rectangle(0, 0, 10, 10)).at(0);
+    EXPECT_THROW(ExtrudeRegion(region, 0), Failure);
+    EXPECT_THROW(ExtrudeRegion(TopoDS_Face(), 1), Failure);
+}
+
+TEST(Regions, EachClosedLoopIsARegion) {
+    std::vector<TopoDS_Edge> edges = Rectangle(0, 0, 100, 50);
+    edges.push_back(Circle(200, 0, 10));
+    const auto regions = RegionsFromCurves(edges, gp_Dir(0, 0, -1));
+    ASSERT_EQ(regions.size(), 2U);
+    EXPECT_NEAR(Area(regions[0]), 5000, 1e-9);
+    EXPECT_NEAR(Area(regions[1]), pi * 100, 1e-9);
+    EXPECT_NEAR(NormalOf(regions[0]).Z(), -1, 1e-12);
+}
+
+TEST(Regions, EdgesInAnyOrderAndDirectionCloseALoop) {
+    const std::vector<TopoDS_Edge> edges{Line(0, 0, 100, 0), Line(0, 50, 0, 0), Line(100, 50, 100, 0),
+                                         Line(100, 50, 0, 50)};
+    EXPECT_NEAR(Area(RegionsFromCurves(edges).at(0)), 5000, 1e-9);
+}
+
+TEST(Regions, OpenOrCrossingCurvesAreTold) {
+    EXPECT_THROW(RegionsFromCurves(std::vector{Line(0, 0, 10, 0), Line(10, 0, 10, 10)}), Failure);
+    EXPECT_THROW(RegionsFromCurves(std::vector{Line(0, 0, 10, 10), Line(10, 10, 10, 0), Line(10, 0, 0, 10),
+                                               Line(0, 10, 0, 0)}),
+                 Failure);
+}
+
+TEST(Section, PlaneCutsTheFaceWithItsHoles) {
+    const TopoDS_Shape board = DrilledBoard(600, 400, 18, 3);
+    const auto faces = SectionByPlane(board, gp_Pnt(0, 0, 9), gp_Pnt(1, 0, 9), gp_Pnt(0, 1, 9));
+    ASSERT_EQ(faces.size(), 1U);
+    EXPECT_NEAR(Area(faces[0]), 600.0 * 400 - 3 * pi * 6.25, 1e-7);
+    EXPECT_NEAR(NormalOf(faces[0]).Z(), 1, 1e-12);
+    const auto below = SectionByPlane(board, gp_Pnt(0, 0, 9), gp_Pnt(0, 1, 9), gp_Pnt(1, 0, 9));
+    EXPECT_NEAR(NormalOf(below.at(0)).Z(), -1, 1e-12);
+}
+
+TEST(Section, PlaneInAFaceGivesThatFace) {
+    const auto top =
+        SectionByPlane(Board(600, 400, 18), gp_Pnt(0, 0, 18), gp_Pnt(1, 0, 18), gp_Pnt(0, 1, 18));
+    ASSERT_EQ(top.size(), 1U);
+    EXPECT_NEAR(Area(top[0]), 600.0 * 400, 1e-7);
+}
+
+TEST(Section, PlaneBesideTheSolidGivesNothing) {
+    EXPECT_TRUE(
+        SectionByPlane(Board(600, 400, 18), gp_Pnt(0, 0, 20), gp_Pnt(1, 0, 20), gp_Pnt(0, 1, 20)).empty());
+}
+
+TEST(Section, PointsOnALineAreTold) {
+    EXPECT_THROW(SectionByPlane(Board(1, 1, 1), gp_Pnt(0, 0, 0), gp_Pnt(1, 1, 1), gp_Pnt(2, 2, 2)), Failure);
+}
+
+}  // namespace
+}  // namespace brenvik::solids
