@@ -1,0 +1,97 @@
+// A folder of its own with a blank part database, and short words for what the tests do with it.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <memory>
+#include <random>
+#include <string>
+
+#include "base/failure.h"
+#include "part_table/sqlite_database.h"
+
+namespace brenvik {
+
+/// A folder that lives as long as the object.
+class TemporaryFolder {
+  public:
+    TemporaryFolder()
+        : mPath(std::filesystem::temp_directory_path() /
+                ("brenvik-test-" + std::to_string(std::random_device{}()) + "-" +
+                 std::to_string(std::random_device{}()))) {
+        std::filesystem::create_directories(mPath);
+    }
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(mPath, ignored);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    const std::filesystem::path& Path() const { return mPath; }
+
+  private:
+    std::filesystem::path mPath;
+};
+
+/// The failure that `statement` ends with; none is a failed test.
+template <typename Statement>
+Failure FailureOf(Statement&& statement) {
+    try {
+        statement();
+    } catch (const Failure& failure) {
+        return failure;
+    }
+    ADD_FAILURE() << "a failure was expected";
+    return Failure(0, "", "");
+}
+
+class PartTable : public testing::Test {
+  protected:
+    // Paths of the system's own form begin at the folder: "c:\x.mdb" is x.mdb in it.
+    PartTable() : database([this](std::string_view path) { return folder.Path() / path.substr(3); }) {
+        database.CreateBlankPartDatabase("c:\\bv04.mdb");
+        connection = Opened();
+    }
+
+    std::filesystem::path File() const { return folder.Path() / "bv04.mdb"; }
+
+    static std::string ConnectionText(const std::string& path) {
+        return "Provider=Microsoft.Jet.OLEDB.4.0;User ID=admin;Data Source=" + path + ";Mode=Share Deny None";
+    }
+
+    std::unique_ptr<Connection> Opened(const std::string& path = "c:\\bv04.mdb") {
+        std::unique_ptr<Connection> made = database.CreateConnection();
+        made->Open(ConnectionText(path));
+        return made;
+    }
+
+    void Insert(const std::string& id, const std::string& name, const std::string& material,
+                const std::string& length) {
+        connection->Execute(
+            "INSERT INTO brenvik_data  (bv_id, bv_qty, bv_partname, bv_material, bv_length) values ('" + id +
+            "', '1', '" + name + "', '" + material + "', " + length + " )");
+    }
+
+    /// The first field of every record, parted by bars; null is "null".
+    std::string Column(const std::string& sql) {
+        std::string text;
+        const std::unique_ptr<Recordset> records = connection->OpenRecordset(sql);
+        for (; !records->Eof(); records->MoveNext())
+            text += (text.empty() ? "" : "|") + Text(records->Value(0));
+        return text;
+    }
+
+    static std::string Text(const FieldValue& value) {
+        if (const auto* text = std::get_if<std::string>(&value)) return *text;
+        if (const auto* number = std::get_if<double>(&value)) return std::to_string(*number);
+        return "null";
+    }
+
+    TemporaryFolder folder;
+    SqliteDatabase database;
+    std::unique_ptr<Connection> connection;
+};
+
+}  // namespace brenvik
