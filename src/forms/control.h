@@ -57,12 +57,22 @@ class Control {
     /// The user's click, or a press by code. Does nothing on a disabled control.
     virtual void Press();
 
+    /// What the form was designed with is kept before its first load and put back before every later one,
+    /// without running a handler: a form loaded again begins as it was designed.
+    virtual void KeepDesign();
+    virtual void RestoreDesign();
+
   protected:
     std::string text;
 
   private:
+    struct Design {
+        std::string text, tag;
+        bool enabled = true, visible = true;
+    };
     ControlKind kind;
     std::string name;
+    Design design;
 };
 
 /// A tick box or an option button: 0 or 1. Option buttons of one form and one `group` exclude each other.
@@ -70,17 +80,20 @@ class CheckControl : public Control {
   public:
     CheckControl(ControlKind kind, std::string name, std::string caption, std::string group = {});
     int Value() const { return value; }
-    /// A changed value runs `onClick`.
+    /// A changed value runs `onClick`, but for an option button that goes off. Any value but 0 counts as 1.
     void SetValue(int newValue);
     /// The user's click: a tick box turns over, an option button goes on.
     void Press() override;
     const std::string& Group() const { return group; }
     /// Set by the form for option buttons: switches the others of the group off, without a click.
     std::function<void(CheckControl&)> excludeOthers;
+    void KeepDesign() override;
+    void RestoreDesign() override;
 
   private:
     friend class Form;
     int value = 0;
+    int designValue = 0;
     std::string group;
 };
 
@@ -92,23 +105,33 @@ class ListControl : public Control {
     int ListCount() const { return static_cast<int>(items.size()); }
     void AddItem(std::string_view item);
     /// Later items move up, and so does a selection behind the place; the removed item's selection goes.
+    /// Fails outside the list with 381, as the other operations by place do.
     void RemoveItem(int index);
     void SetItem(int index, std::string_view item);
     void Clear();
     int ListIndex() const { return listIndex; }
-    /// Chooses an item (-1: none) and runs `onClick`; fails outside the list with 381.
+    /// Chooses an item (-1: none) and runs `onClick`. In a multi-select list this is the item that has the
+    /// focus; what is selected stays.
     void SetListIndex(int index);
-    /// For a multi-select list: the items chosen, in order.
+    /// Whether an item is chosen: the one of `ListIndex`, or one of those of a multi-select list.
     bool Selected(int index) const;
+    /// A change runs `onClick`. A list that isn't multi-select has one selected item at most.
     void SetSelected(int index, bool on);
     bool MultiSelect() const { return multiSelect; }
+    /// The chosen item of a list box, the edit field of a combo box.
     std::string Text() const override;
+    /// A list box chooses the first item of this text, if there is one. A combo box takes any text; where an
+    /// item has it, that item counts as chosen, and no click runs.
     void SetText(std::string_view newText) override;
+    void KeepDesign() override;
+    void RestoreDesign() override;
 
   private:
-    std::vector<std::string> items;
+    std::size_t Place(int index) const;
+
+    std::vector<std::string> items, designItems;
     std::vector<bool> selected;
-    int listIndex = -1;
+    int listIndex = -1, designListIndex = -1;
     bool multiSelect;
 };
 
@@ -123,6 +146,7 @@ class ListViewControl : public Control {
     std::vector<std::string> columnHeaders;
     std::vector<Row> rows;
     int selectedRow = -1;
+    void RestoreDesign() override;
 };
 
 /// A tab strip: one tab is always selected; selecting one runs `onClick`.
@@ -131,8 +155,9 @@ class TabStripControl : public Control {
     TabStripControl(std::string name, std::vector<std::string> captions);
     std::vector<std::string> captions;
     int SelectedTab() const { return selectedTab; }
-    /// From 0; fails outside with 381.
+    /// From 0; fails outside with 381. Runs `onClick` each time.
     void SetSelectedTab(int index);
+    void RestoreDesign() override;
 
   private:
     int selectedTab = 0;
@@ -148,7 +173,8 @@ class ToolbarControl : public Control {
     ToolbarControl(std::string name, std::vector<Key> keys);
     std::vector<Key> keys;
     std::function<void(std::string_view key)> onKey;
-    /// Does nothing on a disabled toolbar; fails with 5 for a key that isn't there.
+    /// Does nothing on a disabled toolbar; fails with 5 for a key that isn't there. Keys compare without
+    /// regard to case, and the handler gets the key as it was designed.
     void PressKey(std::string_view key);
 };
 
@@ -156,6 +182,7 @@ class StatusBarControl : public Control {
   public:
     StatusBarControl(std::string name, int panelCount);
     std::vector<std::string> panels;
+    void RestoreDesign() override;
 };
 
 }  // namespace brenvik

@@ -2,7 +2,9 @@
 // asked to close, and unloaded. A dialog platform shows it; code and journals drive it the same way.
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,7 +23,7 @@ class Form {
     Form(const Form&) = delete;
     Form& operator=(const Form&) = delete;
 
-    const std::string& Name() const { return name; }
+    const std::string& Name() const { return formName; }
 
     std::string caption;
     /// Place and size in twips (1440 to the inch).
@@ -30,13 +32,18 @@ class Form {
     MousePointer mousePointer = MousePointer::Normal;
 
     bool Loaded() const { return loaded; }
-    /// Runs `OnLoad` unless the form is loaded already.
+    /// Runs `OnLoad` unless the form is loaded already. From the second time on, the form and its controls
+    /// go back to their design first. A failure of `OnLoad` leaves the form unloaded.
     void Load();
     /// The user's wish to close: `OnQueryClose` may refuse it. Then the form unloads.
     /// Returns whether the form is unloaded.
     bool RequestClose();
-    /// Unloads without asking: runs `OnUnload`, and a modal call that shows the form returns.
+    /// Unloads without asking: runs `OnUnload`, and a modal call that shows the form returns. The controls
+    /// keep what they show until the next load. A failure of `OnUnload` reaches the caller when the form
+    /// is unloaded.
     void Unload();
+    /// For the platform that shows the form: it has been unloaded.
+    std::function<void()> onUnloaded;
 
     /// All controls in the order in which they were made; the tab order follows it.
     const std::vector<std::unique_ptr<Control>>& Controls() const { return controls; }
@@ -66,9 +73,17 @@ class Form {
     void Adopt(std::unique_ptr<Control> control);
     [[noreturn]] void MissingControl(std::string_view controlName) const;
 
-    std::string name;
+    struct Design {
+        std::string caption;
+        double left = 0, top = 0, width = 0, height = 0;
+    };
+    void BeginAsDesigned();
+
+    std::string formName;
     std::vector<std::unique_ptr<Control>> controls;
+    std::optional<Design> design;
     bool loaded = false;
+    bool unloading = false;
 };
 
 template <class T>

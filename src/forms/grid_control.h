@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/failure.h"
 #include "forms/control.h"
 #include "session/database_port.h"
 
@@ -27,12 +28,17 @@ class DataControl : public Control {
     void Close();
     /// Nothing before the first refresh.
     Recordset* Records() const { return records.get(); }
+    /// Runs after each refresh and after closing; a grid bound to the data control sets it.
     std::function<void()> onRefreshed;
+    void KeepDesign() override;
+    /// Closes as well.
+    void RestoreDesign() override;
 
   private:
     std::function<std::unique_ptr<Connection>()> createConnection;
     std::unique_ptr<Connection> connection;
     std::unique_ptr<Recordset> records;
+    std::string designConnectionString, designRecordSource;
 };
 
 struct GridColumn {
@@ -49,22 +55,25 @@ class GridControl : public Control {
 
     int MaxCols() const { return static_cast<int>(columns.size()); }
     int MaxRows() const { return maxRows; }
+    /// Rows beyond the record set are blank. Marks of rows that go are lost.
     void SetMaxRows(int rows);
     GridColumn& Column(int column);  ///< From 1; fails outside with 9.
     const GridColumn& Column(int column) const;
 
-    /// Binds the grid to a data control; its cells are read from the record set from now on.
+    /// Binds the grid to a data control; its cells are read from the record set from now on, and each
+    /// refresh of the data control reloads the grid. Null unbinds it and leaves it without rows.
     void SetDataSource(DataControl* source);
     /// Text of a cell, row 0 being the header. Fails with 9 outside the grid.
     std::string CellText(int column, int row) const;
-    /// Writes a cell by code and marks it as changed.
+    /// Writes a cell by code and marks it as changed. Fails with 9 outside the rows and columns.
     void SetCellText(int column, int row, std::string_view newText);
     bool Changed(int column, int row) const;
     void ClearMarks();
     /// Writes all marked cells to the bound table and clears the marks. Fails with the engine's failure;
-    /// a record set that can't be updated fails before anything is written.
+    /// a record set that can't be updated, and a text that is no number in a cell that holds one, fail
+    /// before anything is written. A blank text makes a numeric cell null.
     void SaveChanges();
-    /// Reads the bound record set anew; marks and unsaved texts are lost.
+    /// Reads the bound record set anew: as many rows as it has records; marks and unsaved texts are lost.
     void Reload();
 
     int ActiveColumn() const { return activeColumn; }
@@ -78,14 +87,21 @@ class GridControl : public Control {
     std::function<void(int column, int row)> onEditEnded;
     /// Returns whether a typed character may enter the cell.
     std::function<bool(int column, int row, std::string_view character)> onKey;
+    /// A user's edit could not be saved to the table; the cell shows the table's value again. Without a
+    /// handler the failure reaches whoever made the edit.
+    std::function<void(const Failure&)> onSaveFailed;
 
-    /// The user's edit of one cell: moves there, types key by key through `onKey`, ends the edit.
-    /// A hidden or locked cell, or a disabled grid, takes nothing and returns false.
+    /// The user's edit of one cell: moves there, types key by key through `onKey`, ends the edit, and saves
+    /// what is still marked then to the bound table. A hidden or locked cell, a cell outside the grid, or a
+    /// disabled grid, takes nothing and returns false.
     bool UserEdit(int column, int row, std::string_view newText);
     /// Gives up a cell that is being edited, so that its value reaches the table.
     void Flush();
     void SetBlockLocked(int column, int firstRow, int lastRow, bool locked);
+    /// Locked by its column or by a block.
     bool CellLocked(int column, int row) const;
+    void KeepDesign() override;
+    void RestoreDesign() override;
 
   private:
     struct Edited {
@@ -93,8 +109,14 @@ class GridControl : public Control {
         std::string text;
     };
     int FieldIndex(int column) const;
+    std::string FieldText(int column, int row) const;
+    FieldValue ValueToSave(const Edited& cell) const;
+    const Edited* FindEdited(int column, int row) const;
+    bool Inside(int column, int row) const;
+    void SaveUserEdit();
 
-    std::vector<GridColumn> columns;
+    std::vector<GridColumn> columns, designColumns;
+    std::vector<int> fieldIndexes;  ///< For each column its field in the record set, or -1.
     std::vector<Edited> edited;
     struct LockedBlock {
         int column, firstRow, lastRow;

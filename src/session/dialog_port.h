@@ -32,9 +32,16 @@ struct FileRequest {
     bool saving = false;
 };
 
+/// The size of the screen in twips.
+struct ScreenSize {
+    double width, height;
+};
+
 class DialogPort {
   public:
     virtual ~DialogPort() = default;
+    /// What forms are centred on. Without a screen it is one of 1280 by 1024 points at 15 twips each.
+    virtual ScreenSize Screen() const { return {19200, 15360}; }
     /// Loads the form if need be and returns when it has been unloaded. Forms nest.
     virtual void ShowModal(Form& form) = 0;
     virtual MessageAnswer Show(const MessageRequest& request) = 0;

@@ -30,7 +30,8 @@ using Matrix4 = std::array<std::array<double, 4>, 4>;
 
 /// One item of extended data: text (codes 1000 to 1005), a real (1040 to 1042), a 16-bit or 32-bit
 /// integer (1070, 1071), a point (1010 to 1013), or a chunk of bytes (1004).
-using XDataValue = std::variant<std::string, double, std::int16_t, std::int32_t, Point3, std::vector<std::uint8_t>>;
+using XDataValue =
+    std::variant<std::string, double, std::int16_t, std::int32_t, Point3, std::vector<std::uint8_t>>;
 
 /// The longest text, in bytes, that one item of extended data takes.
 inline constexpr std::size_t XDataTextLimit = 255;

@@ -42,12 +42,18 @@ struct Session {
     std::string ApplicationPath, ApplicationVersion;
     std::string DialogWidth, DialogHeight, DialogLeft, DialogTop;
     std::string MDBPath;
+    /// The column widths as the settings have them, one for each key of the column width key list.
     std::vector<std::string> ColumnCaptions;
+    /// The captions of the grid form's caption list.
+    std::vector<std::string> CaptionList;
     std::array<ColumnRelationEntry, 50> ColumnRelation;
+    /// The record source of the grid's data control as it stood before the scan.
     std::string GridRecordSource;
+    /// `CurrentSQL` starts as the full select; group fields that aren't blank mean that grouping is active.
     std::string SortClause, WhereClause, GroupFields, CurrentSQL;
     std::vector<SortField> SortFields;
     std::vector<FilterCriterion> FilterCriteria;
+    /// The scan's connection stays open; the reader's is open while record sets use it.
     std::unique_ptr<Connection> ScanConnection, ReaderConnection;
     int ReaderUseCount = 0;
 
@@ -60,7 +66,8 @@ Session& TheSession();
 /// The platform handed over at load; using it before is a defect.
 Platform& ThePlatform();
 
-/// Loads the library: takes the platform and starts with fresh session values.
+/// Loads the library: takes the platform and starts with fresh session values. A library that is loaded
+/// already is unloaded first. A required port that is missing is a defect.
 void LoadSystem(const Platform& platform);
 /// Unloads it: closes connections, drops the forms, and resets the state of every module.
 void UnloadSystem();

@@ -1,0 +1,200 @@
+// The grid: cells read through to the record set, unsaved texts laid over it, and the user's edit.
+#include "forms/grid_control.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/letter_case.h"
+#include "base/number_text.h"
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "base/text.h"
+#include "base/utf8.h"
+
+namespace brenvik {
+
+GridControl::GridControl(std::string controlName, std::vector<GridColumn> gridColumns)
+    : Control(ControlKind::Grid, std::move(controlName)),
+      columns(std::move(gridColumns)),
+      designColumns(columns),
+      fieldIndexes(columns.size(), -1) {}
+
+bool GridControl::Inside(int column, int row) const {
+    return column >= 1 && column <= MaxCols() && row >= 1 && row <= maxRows;
+}
+
+void GridControl::SetMaxRows(int rows) {
+    maxRows = std::max(rows, 0);
+    std::erase_if(edited, [this](const Edited& cell) { return cell.row > maxRows; });
+    activeRow = std::min(activeRow, maxRows);
+}
+
+const GridColumn& GridControl::Column(int column) const {
+    if (column < 1 || column > MaxCols()) throw SubscriptOutOfRange("column " + std::to_string(column));
+    return columns[static_cast<std::size_t>(column - 1)];
+}
+
+GridColumn& GridControl::Column(int column) {
+    return const_cast<GridColumn&>(std::as_const(*this).Column(column));
+}
+
+void GridControl::SetDataSource(DataControl* newSource) {
+    if (source != nullptr) source->onRefreshed = nullptr;
+    source = newSource;
+    if (source != nullptr) source->onRefreshed = [this] { Reload(); };
+    Reload();
+}
+
+int GridControl::FieldIndex(int column) const { return fieldIndexes[static_cast<std::size_t>(column - 1)]; }
+
+std::string GridControl::FieldText(int column, int row) const {
+    const Recordset* records = source == nullptr ? nullptr : source->Records();
+    const int field = FieldIndex(column);
+    if (records == nullptr || field < 0 || row > records->RecordCount()) return {};
+    const FieldValue value = records->ValueAt(row - 1, field);
+    if (const auto* number = std::get_if<double>(&value)) return NumberToText(*number);
+    if (const auto* words = std::get_if<std::string>(&value)) return *words;
+    return {};
+}
+
+const GridControl::Edited* GridControl::FindEdited(int column, int row) const {
+    const auto found = std::find_if(edited.begin(), edited.end(), [=](const Edited& cell) {
+        return cell.column == column && cell.row == row;
+    });
+    return found == edited.end() ? nullptr : &*found;
+}
+
+std::string GridControl::CellText(int column, int row) const {
+    if (row == 0) return Column(column).header;
+    if (!Inside(column, row))
+        throw SubscriptOutOfRange("cell " + std::to_string(column) + ", " + std::to_string(row));
+    if (const Edited* cell = FindEdited(column, row)) return cell->text;
+    return FieldText(column, row);
+}
+
+void GridControl::SetCellText(int column, int row, std::string_view newText) {
+    if (!Inside(column, row))
+        throw SubscriptOutOfRange("cell " + std::to_string(column) + ", " + std::to_string(row));
+    std::erase_if(edited, [=](const Edited& cell) { return cell.column == column && cell.row == row; });
+    edited.push_back({column, row, std::string(newText)});
+}
+
+bool GridControl::Changed(int column, int row) const { return FindEdited(column, row) != nullptr; }
+
+void GridControl::ClearMarks() { edited.clear(); }
+
+FieldValue GridControl::ValueToSave(const Edited& cell) const {
+    const FieldValue present = source->Records()->ValueAt(cell.row - 1, FieldIndex(cell.column));
+    const bool holdsNumber = std::holds_alternative<double>(present);
+    // The table is told by the value that stands there; a null takes blank text for "still nothing".
+    if (!std::holds_alternative<std::string>(present) && IsBlank(cell.text)) return std::monostate();
+    if (holdsNumber) return StrictNumber(cell.text);
+    return cell.text;
+}
+
+void GridControl::SaveChanges() {
+    if (edited.empty()) return;
+    Recordset* records = source == nullptr ? nullptr : source->Records();
+    if (records == nullptr) throw ObjectNotSet(Name());
+    if (!records->Updatable()) throw Failure(3027, Name(), "Can't update. Database or object is read-only.");
+    struct Write {
+        int record, field;
+        FieldValue value;
+    };
+    std::vector<Write> writes;
+    for (const Edited& cell : edited) {
+        const int field = FieldIndex(cell.column);
+        if (field < 0 || cell.row > records->RecordCount()) continue;
+        writes.push_back({cell.row - 1, field, ValueToSave(cell)});
+    }
+    for (const Write& write : writes) records->Update(write.record, write.field, write.value);
+    edited.clear();
+}
+
+void GridControl::Reload() {
+    edited.clear();
+    std::fill(fieldIndexes.begin(), fieldIndexes.end(), -1);
+    const Recordset* records = source == nullptr ? nullptr : source->Records();
+    if (records == nullptr) return SetMaxRows(0);
+    for (int field = 0; field < records->FieldCount(); ++field) {
+        const std::string fieldName = records->FieldName(field);
+        for (std::size_t column = 0; column < columns.size(); ++column)
+            if (EqualsIgnoreCase(columns[column].fieldName, fieldName)) fieldIndexes[column] = field;
+    }
+    SetMaxRows(records->RecordCount());
+}
+
+void GridControl::SetActiveCell(int column, int row) {
+    if (column < 1 || column > MaxCols() || row < 0 || row > maxRows)
+        throw SubscriptOutOfRange("cell " + std::to_string(column) + ", " + std::to_string(row));
+    activeColumn = column;
+    activeRow = row;
+    if (row > 0 && onCellEntered) onCellEntered(column, row);
+}
+
+bool GridControl::UserEdit(int column, int row, std::string_view newText) {
+    if (!enabled || !Inside(column, row) || Column(column).hidden || CellLocked(column, row)) return false;
+    SetActiveCell(column, row);
+    std::string typed;
+    for (std::size_t at = 0; at < newText.size();) {
+        const std::string_view character = newText.substr(at, Utf8CharacterAt(newText, at).length);
+        if (!onKey || onKey(column, row, character)) typed += character;
+        at += character.size();
+    }
+    SetCellText(column, row, typed);
+    if (onEditEnded) onEditEnded(column, row);
+    SaveUserEdit();
+    return true;
+}
+
+void GridControl::SaveUserEdit() {
+    if (edited.empty() || source == nullptr) return;
+    const std::optional<Failure> failure = Attempt([this] { SaveChanges(); });
+    if (!failure) return;
+    edited.clear();
+    if (!onSaveFailed) throw *failure;
+    onSaveFailed(*failure);
+}
+
+void GridControl::Flush() {
+    if (!edited.empty()) SaveChanges();
+}
+
+void GridControl::SetBlockLocked(int column, int firstRow, int lastRow, bool locked) {
+    // What earlier blocks of the column have outside the rows stays; inside, the new state rules alone.
+    std::vector<LockedBlock> kept;
+    for (const LockedBlock& block : lockedBlocks) {
+        if (block.column != column || block.lastRow < firstRow || block.firstRow > lastRow) {
+            kept.push_back(block);
+            continue;
+        }
+        if (block.firstRow < firstRow) kept.push_back({column, block.firstRow, firstRow - 1});
+        if (block.lastRow > lastRow) kept.push_back({column, lastRow + 1, block.lastRow});
+    }
+    if (locked && firstRow <= lastRow) kept.push_back({column, firstRow, lastRow});
+    lockedBlocks = std::move(kept);
+}
+
+bool GridControl::CellLocked(int column, int row) const {
+    if (Column(column).locked) return true;
+    return std::any_of(lockedBlocks.begin(), lockedBlocks.end(), [=](const LockedBlock& block) {
+        return block.column == column && row >= block.firstRow && row <= block.lastRow;
+    });
+}
+
+void GridControl::KeepDesign() {
+    Control::KeepDesign();
+    designColumns = columns;
+}
+
+void GridControl::RestoreDesign() {
+    Control::RestoreDesign();
+    SetDataSource(nullptr);
+    columns = designColumns;
+    lockedBlocks.clear();
+    activeColumn = 1;
+    activeRow = 0;
+    reDraw = true;
+}
+
+}  // namespace brenvik

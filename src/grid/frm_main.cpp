@@ -1,0 +1,158 @@
+// The controls of the main dialog and the order in which it comes up.
+#include "grid/frm_main.h"
+
+#include <array>
+#include <string>
+
+#include "base/text.h"
+#include "grid/column_relation.h"
+#include "grid/grid_actions.h"
+#include "parts/mautocad.h"
+#include "parts/mdatabase.h"
+#include "parts/part_table.h"
+#include "session/message.h"
+#include "session/session.h"
+#include "settings/grid_settings.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr auto TickBoxes = std::to_array<ColumnTickBox>({
+    {"chkPart", "Part Name", "part name"},
+    {"chkSub", "Sub Assembly", "sub assembly"},
+    {"chkMaterial", "Material", "material"},
+    {"chkLWT", "ORIE", "orie"},
+    {"chkNotes", "Notes", "notes"},
+    {"chkUserData1", "User Data 1", "user data1"},
+    {"chkUserData2", "User Data 2", "user data2"},
+    {"chkPN", "PN", "pn"},
+    {"chkPrice", "Price", "price"},
+    {"chkEB1", "EB1", "eb1"},
+    {"chkEB2", "EB2", "eb2"},
+    {"chkEB3", "EB3", "eb3"},
+    {"chkEB4", "EB4", "eb4"},
+    {"chkFace", "Face", "face"},
+});
+
+/// Design widths in characters: room for what the column usually holds.
+double DesignWidth(const PartColumn& column) {
+    if (column.column == "bv_partname" || column.column == "bv_subassembly" || column.column == "bv_notes")
+        return 20;
+    if (column.column == "bv_material") return 16;
+    if (column.column == "bv_qty" || column.column == "bv_lwt") return 6;
+    return 10;
+}
+
+/// The identity of a row and the extents of the last Apply are information only, and so is the layer,
+/// which nothing writes back; the first two are not shown either.
+std::vector<GridColumn> DesignColumns() {
+    std::vector<GridColumn> columns;
+    for (const PartColumn& part : PartColumns()) {
+        const std::string name(part.column);
+        const bool hidden = name == "bv_id" || name.starts_with("bv_oldValue");
+        columns.push_back({name, name, DesignWidth(part), hidden, hidden || name == "bv_layer"});
+    }
+    return columns;
+}
+
+std::vector<ToolbarControl::Key> ToolbarKeys() {
+    return {{"SORT", "Sort", false},
+            {"FILTER", "Filter", false},
+            {"QCOPY", "Quick Copy", true},
+            {"EXPORT", "Export", true},
+            {"PRINT", "Print", false},
+            {"APPLY_DRAWING", "Apply to Drawing", true},
+            {"APPLY_CLOSE", "Apply/Close", false},
+            {"CANCEL_CLOSE", "Cancel/Close", false},
+            {"HELP", "Help", true}};
+}
+
+}  // namespace
+
+std::span<const ColumnTickBox> ColumnTickBoxes() { return TickBoxes; }
+
+frmMain& GridFormInstance() {
+    Session& session = TheSession();
+    if (session.GridForm == nullptr) session.GridForm = std::make_unique<frmMain>();
+    return *session.GridForm;
+}
+
+frmMain::frmMain()
+    : Form("frmMain", "Brenvik"),
+      Adodc1(Add<DataControl>("Adodc1", [] { return ThePlatform().database->CreateConnection(); })),
+      fpSpread1(Add<GridControl>("fpSpread1", DesignColumns())),
+      tbMain(Add<ToolbarControl>("tbMain", ToolbarKeys())),
+      sbMain(Add<StatusBarControl>("sbMain", 1)) {
+    width = 12000;
+    height = 8000;
+    gridTop = 1200;
+    gridWidth = width;
+    gridHeight = height - gridTop - 50;
+    Adodc1.visible = false;
+    Adodc1.recordSource = FullSelect();
+    fpSpread1.onSaveFailed = ShowFailure;
+    tbMain.onKey = [this](std::string_view key) { RunToolbarKey(*this, key); };
+    AddMenu();
+    AddTickBoxes();
+    Add<Control>(ControlKind::Button, "btnAutoPN", "Auto PN");
+    // An internal command without a meaning for the user.
+    Add<Control>(ControlKind::Button, "Command1", "Command1").visible = false;
+}
+
+void frmMain::AddMenu() {
+    struct Entry {
+        const char *name, *caption;
+    };
+    for (const Entry& entry :
+         {Entry{"mnuActions", "&Actions"}, Entry{"mnuExport", "E&xport"}, Entry{"mnuQcopy", "&Quick Copy"},
+          Entry{"mnuApplyDrawing", "A&pply to Drawing"}, Entry{"mnb1", "-"},
+          Entry{"mnuApplyClose", "Apply/&Close"}, Entry{"mnuExit", "E&xit"}, Entry{"mnuHelpMenu", "&Help"},
+          Entry{"mnuHelp", "&View Help"}, Entry{"mnuAbout", "&About Brenvik"}}) {
+        auto& control = Add<Control>(ControlKind::MenuEntry, entry.name, entry.caption);
+        const std::string menuEntry = entry.name;
+        control.onClick = [this, menuEntry] { RunMenuEntry(*this, menuEntry); };
+    }
+}
+
+void frmMain::AddTickBoxes() {
+    Add<Control>(ControlKind::Frame, "fraCheckBoxes");
+    for (const ColumnTickBox& box : TickBoxes)
+        Add<CheckControl>(ControlKind::CheckBox, std::string(box.name), std::string(box.caption));
+    Add<CheckControl>(ControlKind::CheckBox, "chkBlank", "Blank Cells Only");
+    Add<CheckControl>(ControlKind::CheckBox, "CheckGroup", "Grouping");
+}
+
+void frmMain::Form_Load() {
+    if (Loaded())
+        LoadInOrder();
+    else
+        Load();
+}
+
+void frmMain::OnLoad() { LoadInOrder(); }
+
+void frmMain::LoadInOrder() {
+    TheSession().ExportTarget = 0;
+    mDatabase::RefreshWorkingDatabase();
+    sbMain.panels[0] = ProductTitle;
+    Loading = true;
+    SetColumnHeaders();
+    LoadGridSettings();
+    PlaceForm();
+    mAutoCAD::ScanSelection();
+    TheSession().CaptionList = Split(GridCaptionList, ',');
+    ColHeadRelationShip();
+    Loading = false;
+}
+
+bool frmMain::OnQueryClose() { return !TheSession().ApplyBusy; }
+
+void frmMain::OnUnload() {
+    SaveGridSettings();
+    // The list ends with the form; a later refresh replaces the file that the data control stands on.
+    Adodc1.Close();
+    fpSpread1.SetDataSource(nullptr);
+}
+
+}  // namespace brenvik

@@ -1,0 +1,52 @@
+// The sources of an entity's extents, tried in their order; the first that applies ends the choice.
+#include "parts/extents.h"
+
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "session/host_interface.h"
+#include "session/session.h"
+
+namespace brenvik::mAutoCAD {
+
+namespace {
+
+void TakeWorldBox(const AcadEntity& entity, MeasuredExtents& extents) {
+    const Box3 box = entity.GetBoundingBox();
+    extents.E = {RoundHalfEven(box.max.x - box.min.x, 5), RoundHalfEven(box.max.y - box.min.y, 5),
+                 RoundHalfEven(box.max.z - box.min.z, 5)};
+    extents.D = extents.E;
+}
+
+void TakeSavedValues(const std::array<std::string_view, 3>& oldValues, MeasuredExtents& extents) {
+    for (std::size_t i = 0; i < 3; ++i) {
+        extents.D[i] = 0;
+        Skip([&] { extents.D[i] = StrictNumber(oldValues[i]); });
+        extents.E[i] = RoundHalfEven(extents.D[i], 6);
+    }
+}
+
+void MeasureWithComponent(const AcadEntity& entity, std::unique_ptr<SolidMeasurer>& measurer,
+                          MeasuredExtents& extents) {
+    measurer = ThePlatform().measuring->CreateMeasurer();
+    double d1 = 0, d2 = 0, d3 = 0;
+    int status = 0;
+    measurer->MeasureSolid(entity.ObjectID(), d1, d2, d3, status);
+    extents.D = {RoundHalfEven(d1, 5), RoundHalfEven(d2, 5), RoundHalfEven(d3, 5)};
+    if (status <= 0) return;
+    for (std::size_t i = 0; i < 3; ++i) extents.E[i] = RoundHalfEven(extents.D[i], 5);
+}
+
+}  // namespace
+
+void ObtainExtents(const AcadEntity& entity, const MeasuringChoice& choice,
+                   const std::array<std::string_view, 3>& oldValues, std::unique_ptr<SolidMeasurer>& measurer,
+                   MeasuredExtents& extents) {
+    // The world box comes first: it wins over measuring being off.
+    if (choice.WCSMeasure) return TakeWorldBox(entity, extents);
+    if (choice.NoMeasure != 0) return TakeSavedValues(oldValues, extents);
+    if (choice.MeasureNonSolids == 1 && entity.ObjectName() != "AcDb3dSolid")
+        return TakeWorldBox(entity, extents);
+    MeasureWithComponent(entity, measurer, extents);
+}
+
+}  // namespace brenvik::mAutoCAD

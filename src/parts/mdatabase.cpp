@@ -1,0 +1,94 @@
+// The working database: where it lies, how it is made new, and the use count of the reader connection.
+#include "parts/mdatabase.h"
+
+#include "base/failure.h"
+#include "base/text.h"
+#include "session/files_port.h"
+#include "session/session.h"
+#include "settings/settings_store.h"
+
+namespace brenvik::mDatabase {
+
+namespace {
+
+bool IsOpen(const std::unique_ptr<Connection>& connection) {
+    return connection != nullptr && connection->State() == ConnectionState::Open;
+}
+
+void Release(std::unique_ptr<Connection>& connection) {
+    const std::unique_ptr<Connection> released = std::move(connection);
+    if (IsOpen(released)) released->Close();
+}
+
+}  // namespace
+
+void TakeWorkingDatabasePath() {
+    Session& session = TheSession();
+    session.MDBPath = GetSettingText("MDBPath");
+    if (IsBlank(session.MDBPath)) session.MDBPath = session.InstallFolder + "_db\\bv04.mdb";
+}
+
+std::string WorkingDatabasePath() {
+    if (IsBlank(TheSession().MDBPath)) TakeWorkingDatabasePath();
+    return TheSession().MDBPath;
+}
+
+std::string ConnectionString(std::string_view databasePath) {
+    return "Provider=Microsoft.Jet.OLEDB.4.0;User ID=admin;Data Source=" + std::string(databasePath) +
+           ";Mode=Share Deny None";
+}
+
+std::string ConnectionString() { return ConnectionString(WorkingDatabasePath()); }
+
+void RefreshWorkingDatabase() {
+    Session& session = TheSession();
+    Release(session.ScanConnection);
+    Release(session.ReaderConnection);
+    session.ReaderUseCount = 0;
+    FilesPort& files = *ThePlatform().files;
+    const std::string folder = session.InstallFolder + "_db\\";
+    if (files.FileExists(folder + "bv04.mdb")) files.RemoveFile(folder + "bv04.mdb");
+    files.CopyFileOver(folder + "bv-back04.mdb", folder + "bv04.mdb");
+}
+
+void OpenScanConnection() {
+    Session& session = TheSession();
+    if (IsOpen(session.ScanConnection)) return;
+    session.ScanConnection = ThePlatform().database->CreateConnection();
+    session.ScanConnection->Open(ConnectionString());
+}
+
+void ExecuteSql(std::string_view text) {
+    Session& session = TheSession();
+    if (session.ScanConnection == nullptr) throw ObjectNotSet("scan connection");
+    session.ScanConnection->Execute(text);
+}
+
+bool OpenRecordset(std::string_view sql, std::unique_ptr<Recordset>& recordset) {
+    Session& session = TheSession();
+    if (session.ReaderUseCount == 0) {
+        std::unique_ptr<Connection> connection = ThePlatform().database->CreateConnection();
+        connection->Open(ConnectionString());
+        session.ReaderConnection = std::move(connection);
+    }
+    try {
+        recordset = session.ReaderConnection->OpenRecordset(sql);
+    } catch (...) {
+        if (session.ReaderUseCount == 0) Release(session.ReaderConnection);
+        throw;
+    }
+    ++session.ReaderUseCount;
+    return !recordset->Eof();
+}
+
+void CloseRecordset(std::unique_ptr<Recordset>& recordset) {
+    if (recordset == nullptr) return;
+    const std::unique_ptr<Recordset> released = std::move(recordset);
+    released->Close();
+    Session& session = TheSession();
+    // A refresh of the database in between has closed the connection already.
+    if (session.ReaderUseCount == 0) return;
+    if (--session.ReaderUseCount == 0) Release(session.ReaderConnection);
+}
+
+}  // namespace brenvik::mDatabase

@@ -1,0 +1,87 @@
+// The public methods, said once: name, host commands, what the method does, and the function that does it.
+// The class, its look-up by name, the host's command definitions and the help are made from this list.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace brenvik {
+
+class AcadApplication;
+
+/// The work of a method. The session's application, document and install folder are set when it runs, unless
+/// the method is self-starting.
+using CommandWork = void (*)(AcadApplication&);
+
+/// One method: COMMAND(Method, "HOSTCOMMAND,…", "what it does", work), work being nullptr where this build
+/// has none. SELF_STARTING is for the methods that decide for themselves when, and with which failures
+/// ignored, they take the application; PLAIN for the one that has none. The order is that of the class.
+// clang-format off
+#define BRENVIK_COMMANDS(COMMAND, SELF_STARTING, PLAIN)                                                     \
+    COMMAND(Show, "BRENVIK", "Open the cut list on the previous selection, then run the chosen CNC target", \
+            &commands::Show)                                                                                \
+    PLAIN(ShowSettings, "BSET", "Open the settings", &commands::ShowSettings)                               \
+    SELF_STARTING(EventBrenvik, "BVEVENT", "Update the ORIE letters, if automatic updating is on", nullptr) \
+    COMMAND(ShowSelectedOnly, "BVSHOWONLY", "Show only the selected entities", nullptr)                     \
+    COMMAND(ShowAllEntities, "BVSHOWALL", "Show all entities again", nullptr)                               \
+    COMMAND(HideSelectedEntities, "BVHIDE", "Hide the selected entities", nullptr)                          \
+    COMMAND(ShowSelectedEntities, "BVSHOW", "Show all entities again", nullptr)                             \
+    SELF_STARTING(UpdateNow, "33", "Update the ORIE letters now", nullptr)                                  \
+    SELF_STARTING(UpdateNow2, "BVUPDATE", "Update the ORIE letters, if automatic updating is on", nullptr)  \
+    COMMAND(BVExportDWG, "BVEXPORTDWG", "Write one drawing for each part", nullptr)                         \
+    COMMAND(BVC2C, "BVC2C", "CNC run for C2C", nullptr)                                                     \
+    COMMAND(BVExplode, "BVEXPLODE", "Make an exploded view", nullptr)                                       \
+    COMMAND(BVMove, "BVMOVE", "Move parts", nullptr)                                                        \
+    COMMAND(BVCopy, "BVCOPY", "Copy parts", nullptr)                                                        \
+    COMMAND(BVGroup, "BVGROUP", "Group parts", nullptr)                                                     \
+    COMMAND(BVMaterial, "BVMAT", "Open the material library", nullptr)                                      \
+    COMMAND(BVSection1, "BVSECTION1", "Make a section, first form", nullptr)                                \
+    COMMAND(BVSection2, "BVSECTION2", "Make a section, second form", nullptr)                               \
+    COMMAND(BVMakeView, "BVMAKEVIEW", "Make a view", nullptr)                                               \
+    COMMAND(BVATP, "BVATP", "CNC run for ATP", nullptr)                                                     \
+    COMMAND(BVFreezeSections, "BVFREEZESECTIONS", "Freeze the section layers", nullptr)                     \
+    COMMAND(BVUNFreezeSections, "BVUNFREEZESECTIONS", "Thaw the section layers", nullptr)                   \
+    COMMAND(BVAdjustments, "BVADJUSTMENTS", "Open the size adjustments", nullptr)                           \
+    COMMAND(BVRover1, "BVROVER1", "CNC run for ROV", nullptr)                                               \
+    COMMAND(BVCNI, "BVCNI", "CNC run for CNI", nullptr)                                                     \
+    COMMAND(BVASP, "BVASP", "CNC run for ASP", nullptr)                                                     \
+    COMMAND(BVWOP4, "BVWOP4", "CNC run for WOP4", nullptr)                                                  \
+    COMMAND(BVWOP5, "BVWOP5", "CNC run for WOP5", nullptr)                                                  \
+    COMMAND(BVTHERM, "BVTHERM", "CNC run for THERM", nullptr)                                               \
+    COMMAND(BVBW, "BVBW", "CNC run for BW", nullptr)                                                        \
+    COMMAND(BVEnroute, "BVENROUTE", "CNC run for Enroute", nullptr)                                         \
+    COMMAND(BVDWG2, "BVDWG2", "Write one drawing for each part, second form", nullptr)                      \
+    COMMAND(BVABC, "BVABC", "CNC run for ABC", nullptr)                                                     \
+    COMMAND(BVRCIM, "BVRCIM", "CNC run for RCIM", nullptr)
+// clang-format on
+
+/// The methods by name, in the order of the class.
+enum class Command {
+#define BRENVIK_COMMAND_NAME(method, hostCommands, description, work) method,
+    BRENVIK_COMMANDS(BRENVIK_COMMAND_NAME, BRENVIK_COMMAND_NAME, BRENVIK_COMMAND_NAME)
+#undef BRENVIK_COMMAND_NAME
+};
+
+/// What happens before a method's work.
+enum class CommandStart { TakesApplication, SelfStarting, Plain };
+
+struct CommandEntry {
+    Command command;
+    std::string_view method;
+    std::string_view hostCommands;  ///< One or more, parted by commas.
+    std::string_view description;
+    CommandStart start;
+    CommandWork work;     ///< With an application, or nothing where this build has none.
+    void (*plainWork)();  ///< Without one.
+    bool Available() const { return work != nullptr || plainWork != nullptr; }
+};
+
+/// All methods in the order of the class.
+std::span<const CommandEntry> CommandTable();
+const CommandEntry& CommandEntryOf(Command command);
+/// By method name, compared without regard to case; nothing for an unknown one.
+const CommandEntry* FindCommand(std::string_view method);
+/// By one of its host commands, compared in the same way.
+const CommandEntry* FindHostCommand(std::string_view hostCommand);
+
+}  // namespace brenvik

@@ -1,0 +1,39 @@
+// From `Show` to the grid and back, and on to the CNC run that was chosen in it.
+#include "session/commands.h"
+
+#include "grid/frm_main.h"
+#include "session/dialog_port.h"
+#include "session/files_port.h"
+#include "session/host_interface.h"
+#include "session/module_state.h"
+#include "session/session.h"
+#include "session/target_drivers.h"
+#include "settings/frm_settings.h"
+
+namespace brenvik {
+
+void TakeInstallFolder() {
+    std::string folder = ThePlatform().files->InstallFolder();
+    if (!folder.ends_with('\\')) folder += '\\';
+    TheSession().InstallFolder = std::move(folder);
+}
+
+void BeginCall(AcadApplication& app) {
+    Session& session = TheSession();
+    session.AcadApp = &app;
+    session.AcadDoc = app.ActiveDocument();
+    TakeInstallFolder();
+}
+
+namespace commands {
+
+void Show(AcadApplication& app) {
+    ThePlatform().dialogs->ShowModal(GridFormInstance());
+    RunChosenTarget(app);
+}
+
+void ShowSettings() { ThePlatform().dialogs->ShowModal(StateOf<frmSettings>()); }
+
+}  // namespace commands
+
+}  // namespace brenvik

@@ -1,0 +1,74 @@
+// Loading and unloading of the library, and the values that live in between.
+#include "session/session.h"
+
+#include <optional>
+#include <ranges>
+
+#include "base/invariant.h"
+#include "grid/frm_main.h"
+#include "parts/part_table.h"
+#include "session/database_port.h"
+#include "session/module_state.h"
+
+namespace brenvik {
+
+namespace {
+
+struct LoadedLibrary {
+    std::optional<Platform> platform;
+    std::unique_ptr<Session> session;
+};
+
+LoadedLibrary& Library() {
+    static LoadedLibrary library;
+    return library;
+}
+
+std::vector<std::function<void()>>& Resets() {
+    static std::vector<std::function<void()>> resets;
+    return resets;
+}
+
+}  // namespace
+
+Session::Session() : CurrentSQL(FullSelect()) {}
+
+Session::~Session() = default;
+
+Session& TheSession() {
+    LoadedLibrary& library = Library();
+    if (!library.session) library.session = std::make_unique<Session>();
+    return *library.session;
+}
+
+Platform& ThePlatform() {
+    LoadedLibrary& library = Library();
+    Invariant(library.platform.has_value(), "the library is loaded before its platform is used");
+    return *library.platform;
+}
+
+void LoadSystem(const Platform& platform) {
+    Invariant(platform.dialogs != nullptr && platform.settings != nullptr && platform.database != nullptr &&
+                  platform.files != nullptr && platform.measuring != nullptr,
+              "a platform has all the ports that are required");
+    UnloadSystem();
+    Library().platform = platform;
+    Library().session = std::make_unique<Session>();
+}
+
+void UnloadSystem() {
+    LoadedLibrary& library = Library();
+    // The forms go first: their data controls stand on connections of their own.
+    if (library.session) library.session->GridForm.reset();
+    ResetModules();
+    library.session.reset();
+    library.platform.reset();
+}
+
+void AtUnload(std::function<void()> reset) { Resets().push_back(std::move(reset)); }
+
+void ResetModules() {
+    for (const auto& reset : std::views::reverse(Resets())) reset();
+}
+
+}  // namespace brenvik

@@ -1,0 +1,119 @@
+// The controls of the settings dialog, made from the settings table, and its two ways out.
+#include "settings/frm_settings.h"
+
+#include <algorithm>
+#include <string>
+
+#include "base/invariant.h"
+#include "base/numbers.h"
+#include "settings/grid_settings.h"
+#include "settings/settings_keys.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr std::string_view Advice =
+    "Automatic updating will occur after the execution of these commands: Union, Slice, Intersect and "
+    "Solidedit. The previous selection set will be reselected, automatically measured and the current "
+    "measurements will be compared to the previous measurements of each solid. The ORIE letters of \"L\", "
+    "\"W\" and \"T\" will be rearranged as necessary. You cannot see this process, but it takes time. The "
+    "larger the previous selection set, the longer it will take. You should have this on most of the time. "
+    "If you use BrenvikModeling to stretch your solids and this is not updating your ORIE letters for all "
+    "you parts, then turn if off and type 33 when done stretching solids to update the ORIE letters. This is "
+    "necessary due to a timing issue with ACAD and different PC platforms.";
+
+constexpr std::string_view ScaleName = "ExportScaleSetting";
+
+const SettingEntry& EntryOfControl(std::string_view control) {
+    const auto table = SettingTable();
+    const auto found =
+        std::ranges::find_if(table, [=](const SettingEntry& entry) { return entry.control == control; });
+    Invariant(found != table.end(), "every control of the dialog has its setting");
+    return *found;
+}
+
+}  // namespace
+
+frmSettings::frmSettings() : Form("frmSettings", "Brenvik Settings") {
+    width = 9600;
+    height = 7200;
+    Add<Control>(ControlKind::Label, "lblHeading", "Brenvik Settings");
+    TabStrip1 = &Add<TabStripControl>("TabStrip1", std::vector<std::string>{"Measuring", "CNC"});
+    TabStrip1->onClick = [this] { ShowTab(); };
+    AddMeasuringPage();
+    AddCncPage();
+    AddButtons();
+    ShowTab();
+}
+
+void frmSettings::AddMeasuringPage() {
+    Add<Control>(ControlKind::Frame, "fraMeasuring");
+    for (const char* name : {"chkWCS", "chkNoMeasure", "chkMeasureNonSolids", "chkRunEvent"})
+        Add<CheckControl>(ControlKind::CheckBox, name, std::string(EntryOfControl(name).caption));
+    Get<CheckControl>("chkRunEvent").onClick = [this] { SetRunEventCaption(); };
+    Add<Control>(ControlKind::Label, "lblAdvice", std::string(Advice));
+}
+
+void frmSettings::AddCncPage() {
+    Add<Control>(ControlKind::Frame, "FraCNC");
+    for (int number = 1; number <= 12; ++number) {
+        const std::string name = "Check" + std::to_string(number);
+        Add<CheckControl>(ControlKind::CheckBox, name, std::string(EntryOfControl(name).caption));
+    }
+    for (std::size_t place = 0; place < scaleOptions.size(); ++place)
+        scaleOptions[place] =
+            &Add<CheckControl>(ControlKind::OptionButton, "Option" + std::to_string(place + 1),
+                               std::string(ExportScaleCaptions()[place]), std::string(ScaleName));
+    for (int number = 1; number <= 5; ++number) {
+        const std::string name = "Text" + std::to_string(number);
+        Add<Control>(ControlKind::TextBox, name);
+        Add<Control>(ControlKind::Label, "lbl" + name, std::string(EntryOfControl(name).caption));
+    }
+}
+
+void frmSettings::AddButtons() {
+    Add<Control>(ControlKind::Button, "cmdApply", "Apply/Close").onClick = [this] { Apply(); };
+    Add<Control>(ControlKind::Button, "cmdCancel", "Cancel").onClick = [this] { Unload(); };
+    Add<Control>(ControlKind::Button, "cmdResetLayout", "Reset Grid Layout").onClick = ResetGridLayout;
+}
+
+void frmSettings::OnLoad() {
+    for (const SettingEntry& entry : SettingTable()) {
+        if (entry.control.empty()) continue;
+        if (entry.kind == SettingKind::Switch)
+            Get<CheckControl>(entry.control).SetValue(StrictNumberSetting(entry.name) == 1 ? 1 : 0);
+        if (entry.kind == SettingKind::Number)
+            Get<Control>(entry.control).SetText(GetSettingText(entry.name));
+    }
+    SetRunEventCaption();
+    const double scale = NumberSetting(ScaleName);
+    for (std::size_t place = 0; place < scaleOptions.size(); ++place)
+        if (scale == static_cast<double>(place + 1)) scaleOptions[place]->SetValue(1);
+}
+
+void frmSettings::SetRunEventCaption() {
+    auto& box = Get<CheckControl>("chkRunEvent");
+    box.SetText(box.Value() == 1 ? RunEventOnCaption : RunEventOffCaption);
+}
+
+void frmSettings::ShowTab() {
+    Get<Control>("fraMeasuring").visible = TabStrip1->SelectedTab() == 0;
+    Get<Control>("FraCNC").visible = TabStrip1->SelectedTab() == 1;
+}
+
+void frmSettings::Apply() {
+    for (const SettingEntry& entry : SettingTable()) {
+        if (entry.control.empty()) continue;
+        if (entry.kind == SettingKind::Switch)
+            SaveSettingText(entry.name, Get<CheckControl>(entry.control).Value() == 1 ? "1" : "0");
+        if (entry.kind == SettingKind::Number)
+            SaveSettingText(entry.name, Get<Control>(entry.control).Text());
+    }
+    for (std::size_t place = 0; place < scaleOptions.size(); ++place)
+        if (scaleOptions[place]->Value() == 1) SaveSettingText(ScaleName, std::to_string(place + 1));
+    Unload();
+}
+
+}  // namespace brenvik

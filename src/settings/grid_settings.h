@@ -1,0 +1,16 @@
+// What the grid form keeps between its openings: its place and size, the column widths, and the path of the
+// working database.
+#pragma once
+
+namespace brenvik {
+
+/// Reads the grid form's settings into the session and sets the column widths that are stored as numbers.
+void LoadGridSettings();
+
+/// Writes the path, the form's place and size, and the width of each column that has a width key.
+void SaveGridSettings();
+
+/// Deletes place, size and widths, so that the next start uses those of the design.
+void ResetGridLayout();
+
+}  // namespace brenvik
