@@ -1,0 +1,29 @@
+// Message boxes told in one line each, and the answers that need no person.
+#include "console/console_dialogs.h"
+
+#include "forms/form.h"
+#include "session/message_text.h"
+
+namespace brenvik {
+
+void ConsoleDialogs::ShowModal(Form& form) {
+    form.Load();
+    if (form.Loaded() && whileOpen) whileOpen(form);
+    if (form.Loaded() && !form.RequestClose()) form.Unload();
+}
+
+MessageAnswer ConsoleDialogs::Show(const MessageRequest& request) {
+    ++messagesShown;
+    const MessageAnswer answer = OfferedAnswers(request.buttons).front();
+    errors << MessageLine(request);
+    if (IsQuestion(request.buttons)) errors << " -> " << AnswerName(answer) << " (default)";
+    errors << '\n';
+    return answer;
+}
+
+std::optional<std::string> ConsoleDialogs::ChooseFile(const FileRequest& request) {
+    errors << "file dialog \"" << request.title << "\": cancelled, there is nobody to choose\n";
+    return std::nullopt;
+}
+
+}  // namespace brenvik

@@ -1,0 +1,36 @@
+// Dialogs on a console: message boxes are told on a stream, questions take their default, forms are loaded
+// and closed at once, file dialogs are cancelled. What a command without a person needs.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <ostream>
+#include <string>
+
+#include "session/dialog_port.h"
+
+namespace brenvik {
+
+class ConsoleDialogs : public DialogPort {
+  public:
+    /// `errors` must outlive the dialogs.
+    explicit ConsoleDialogs(std::ostream& errorStream) : errors(errorStream) {}
+
+    /// What a command does with a form between its load and its closing; by default nothing.
+    std::function<void(Form&)> whileOpen;
+
+    /// Message boxes shown so far. A command that expects none tells by it that something went wrong.
+    int MessagesShown() const { return messagesShown; }
+
+    /// Loads the form if need be, asks it to close, and unloads it if it refuses.
+    void ShowModal(Form& form) override;
+    MessageAnswer Show(const MessageRequest& request) override;
+    std::optional<std::string> ChooseFile(const FileRequest& request) override;
+    void DoEvents() override {}
+
+  private:
+    std::ostream& errors;
+    int messagesShown = 0;
+};
+
+}  // namespace brenvik

@@ -1,0 +1,23 @@
+// Documents and programs that the system hands to the operating system, told on a stream instead: on a
+// console there is nobody who would look at a window.
+#pragma once
+
+#include <ostream>
+
+#include "session/dialog_port.h"
+
+namespace brenvik {
+
+class ConsoleShell : public ShellPort {
+  public:
+    /// `errorStream` must outlive the shell.
+    explicit ConsoleShell(std::ostream& errorStream) : errors(errorStream) {}
+    /// Tells the document's path; always 33, success, since the user knows where to look.
+    int OpenDocument(std::string_view folder, std::string_view file, int show) override;
+    void RunProgram(std::string_view commandLine) override;
+
+  private:
+    std::ostream& errors;
+};
+
+}  // namespace brenvik

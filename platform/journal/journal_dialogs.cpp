@@ -1,0 +1,66 @@
+// Message boxes, questions, prompts and file dialogs, answered from the queues.
+#include "journal/journal_dialogs.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "journal/journal_failure.h"
+#include "session/message_text.h"
+
+namespace brenvik {
+
+namespace {
+
+std::string OfferedNames(MessageButtons buttons) {
+    std::vector<std::string> names;
+    for (const MessageAnswer answer : OfferedAnswers(buttons)) names.emplace_back(AnswerName(answer));
+    return Join(names, " or ");
+}
+
+}  // namespace
+
+std::optional<QueuedAnswer> JournalDialogs::Take(AnswerKind kind) {
+    const auto found = std::find_if(answers.begin(), answers.end(),
+                                    [kind](const QueuedAnswer& answer) { return answer.kind == kind; });
+    if (found == answers.end()) return std::nullopt;
+    QueuedAnswer answer = std::move(*found);
+    answers.erase(found);
+    return answer;
+}
+
+std::optional<std::string> JournalDialogs::AnswerPrompt(AnswerKind kind, const std::string& prompt) {
+    if (std::optional<QueuedAnswer> answer = Take(kind)) return answer->text;
+    transcript << "prompt \"" << Trim(prompt) << "\": no answer queued, left empty\n";
+    return std::nullopt;
+}
+
+void JournalDialogs::ShowModal(Form& form) { playForm(form); }
+
+MessageAnswer JournalDialogs::Show(const MessageRequest& request) {
+    messages.push_back(request);
+    const std::vector<MessageAnswer> offered = OfferedAnswers(request.buttons);
+    if (!IsQuestion(request.buttons)) {
+        transcript << MessageLine(request) << '\n';
+        return offered.front();
+    }
+    const std::optional<QueuedAnswer> queued = Take(AnswerKind::MessageBox);
+    if (!queued) {
+        transcript << MessageLine(request) << " -> " << AnswerName(offered.front()) << " (default)\n";
+        return offered.front();
+    }
+    for (const MessageAnswer answer : offered) {
+        if (AnswerName(answer) != *queued->text) continue;
+        transcript << MessageLine(request) << " -> " << AnswerName(answer) << '\n';
+        return answer;
+    }
+    throw JournalFailure(queued->line, "answer " + *queued->text,
+                         OfferedNames(request.buttons) + " for " + MessageLine(request), *queued->text);
+}
+
+std::optional<std::string> JournalDialogs::ChooseFile(const FileRequest& request) {
+    if (std::optional<QueuedAnswer> answer = Take(AnswerKind::File)) return answer->text;
+    transcript << "file dialog \"" << request.title << "\": no answer queued, cancelled\n";
+    return std::nullopt;
+}
+
+}  // namespace brenvik

@@ -1,0 +1,59 @@
+// The dialogs of a journal: message boxes are kept for the journal's checks and told on the transcript,
+// questions take the answers queued ahead of them, and a modal form plays the journal's next steps. The
+// drafting host's prompts are answered from the same queues.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "session/dialog_port.h"
+
+namespace brenvik {
+
+/// What a queued answer is meant for. A point, a number and a keyword answer the host's prompts.
+enum class AnswerKind { MessageBox, Point, Real, Keyword, File };
+
+/// One queued answer. `text` is as the journal has it; a cancelled file dialog has none.
+struct QueuedAnswer {
+    AnswerKind kind = AnswerKind::MessageBox;
+    std::optional<std::string> text;
+    std::size_t line = 0;
+};
+
+class JournalDialogs : public DialogPort {
+  public:
+    /// Message boxes and untaken answers are told on the transcript, which must outlive the dialogs.
+    explicit JournalDialogs(std::ostream& transcriptStream) : transcript(transcriptStream) {}
+
+    /// Set by the player: plays the journal's steps on a form until the form is unloaded.
+    std::function<void(Form&)> playForm;
+
+    void Queue(QueuedAnswer answer) { answers.push_back(std::move(answer)); }
+    /// The oldest answer queued for this kind of question, taken out of the queue.
+    std::optional<QueuedAnswer> Take(AnswerKind kind);
+    /// Answers that no question has asked for, oldest first.
+    const std::deque<QueuedAnswer>& Untaken() const { return answers; }
+    /// The host's prompts: the next point, number or keyword. Without one the prompt takes its default, as
+    /// after an empty answer, and the transcript says so.
+    std::optional<std::string> AnswerPrompt(AnswerKind kind, const std::string& prompt);
+
+    /// Message boxes that the journal has not looked at yet, oldest first.
+    std::deque<MessageRequest>& Messages() { return messages; }
+
+    void ShowModal(Form& form) override;
+    /// Throws JournalFailure when the queued answer is no button of this box.
+    MessageAnswer Show(const MessageRequest& request) override;
+    std::optional<std::string> ChooseFile(const FileRequest& request) override;
+    void DoEvents() override {}
+
+  private:
+    std::ostream& transcript;
+    std::deque<QueuedAnswer> answers;
+    std::deque<MessageRequest> messages;
+};
+
+}  // namespace brenvik

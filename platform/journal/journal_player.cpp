@@ -1,0 +1,201 @@
+// The flow of a journal: which step comes next, who gets it, and how it ends.
+#include "journal/journal_player.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/failure.h"
+#include "base/letter_case.h"
+#include "journal/journal_checks.h"
+#include "journal/journal_controls.h"
+#include "journal/journal_failure.h"
+#include "journal/journal_lookup.h"
+#include "session/host_interface.h"
+
+namespace brenvik {
+
+namespace {
+
+std::vector<std::string> HandlesOfModelSpace(AcadApplication& host) {
+    std::vector<std::string> handles;
+    host.ActiveDocument()->ModelSpace().ForEach(
+        [&handles](const AcadEntity& entity) { handles.push_back(entity.Handle()); });
+    return handles;
+}
+
+}  // namespace
+
+JournalPlayer::JournalPlayer(std::vector<JournalStep> journalSteps, JournalDialogs& journalDialogs,
+                             JournalWorld journalWorld)
+    : steps(std::move(journalSteps)), dialogs(journalDialogs), world(std::move(journalWorld)) {
+    dialogs.playForm = [this](Form& form) { PlayForm(form); };
+}
+
+JournalPlayer::~JournalPlayer() { dialogs.playForm = nullptr; }
+
+void JournalPlayer::Play() {
+    while (next < steps.size()) PlayNext();
+    TellUntakenAnswers();
+}
+
+void JournalPlayer::PlayForm(Form& form) {
+    // A failing journal leaves through here with forms open; the list must not keep them.
+    struct OpenForm {
+        std::vector<Form*>& forms;
+        OpenForm(std::vector<Form*>& list, Form& opened) : forms(list) { forms.push_back(&opened); }
+        ~OpenForm() { forms.pop_back(); }
+    } const open(openForms, form);
+
+    form.Load();
+    while (form.Loaded()) {
+        if (next < steps.size()) {
+            PlayNext();
+            continue;
+        }
+        *world.transcript << "the journal ended while " << form.Name() << " was open; closing it\n";
+        if (!form.RequestClose()) form.Unload();
+    }
+}
+
+void JournalPlayer::PlayNext() {
+    const JournalStep& step = steps[next++];
+    try {
+        Do(step);
+    } catch (const Failure& failure) {
+        FailStep(step, "the step to go through", std::to_string(failure.number()) + " " + failure.what());
+    }
+}
+
+void JournalPlayer::Do(const JournalStep& step) {
+    switch (step.kind) {
+        case StepKind::SelectAll:
+        case StepKind::SelectNone:
+        case StepKind::SelectHandles:
+        case StepKind::Command:
+        case StepKind::HostText:
+        case StepKind::Save:
+            return DoOnHost(step);
+        case StepKind::Press:
+        case StepKind::Check:
+        case StepKind::Uncheck:
+        case StepKind::Toggle:
+        case StepKind::Type:
+        case StepKind::Pick:
+        case StepKind::DoubleClick:
+        case StepKind::Goto:
+        case StepKind::Cell:
+        case StepKind::Close:
+            return ActOnForm(step, TopForm(step));
+        case StepKind::Answer:
+            return DoQueue(step, AnswerKind::MessageBox);
+        case StepKind::AnswerPoint:
+            return DoQueue(step, AnswerKind::Point);
+        case StepKind::AnswerReal:
+            return DoQueue(step, AnswerKind::Real);
+        case StepKind::AnswerKeyword:
+            return DoQueue(step, AnswerKind::Keyword);
+        case StepKind::CancelFile:
+        case StepKind::AnswerFile:
+            return DoQueue(step, AnswerKind::File);
+        case StepKind::ExpectMessage:
+        case StepKind::ExpectTitle:
+        case StepKind::ExpectNoMessage:
+            return DoMessageCheck(step);
+        case StepKind::ExpectForm:
+        case StepKind::ExpectNoForm:
+            return DoFormCheck(step);
+        case StepKind::ExpectText:
+        case StepKind::ExpectChecked:
+        case StepKind::ExpectUnchecked:
+        case StepKind::ExpectEnabled:
+        case StepKind::ExpectDisabled:
+        case StepKind::ExpectVisible:
+        case StepKind::ExpectHidden:
+        case StepKind::ExpectItems:
+        case StepKind::ExpectRows:
+        case StepKind::ExpectCell:
+        case StepKind::ExpectHiddenColumn:
+            return CheckForm(step, TopForm(step));
+        case StepKind::ExpectSetting:
+        case StepKind::ExpectSession:
+        case StepKind::ExpectData:
+        case StepKind::ExpectEntities:
+        case StepKind::ExpectVisibleEntity:
+        case StepKind::ExpectHiddenEntity:
+        case StepKind::ExpectFile:
+        case StepKind::ExpectNoFile:
+        case StepKind::ExpectFileLine:
+            return CheckWorld(step, world);
+        case StepKind::PrintControl:
+        case StepKind::PrintCell:
+        case StepKind::PrintGrid:
+            return PrintFromForm(step, TopForm(step), *world.output);
+        case StepKind::PrintData:
+        case StepKind::PrintSession:
+            return PrintFromWorld(step, world);
+    }
+}
+
+void JournalPlayer::DoOnHost(const JournalStep& step) {
+    if (!openForms.empty()) FailStep(step, "no open form", "the form " + openForms.back()->Name());
+    AcadDocument& document = *world.host->ActiveDocument();
+    if (step.kind == StepKind::SelectAll) {
+        world.select(HandlesOfModelSpace(*world.host));
+    } else if (step.kind == StepKind::SelectNone) {
+        world.select({});
+    } else if (step.kind == StepKind::SelectHandles) {
+        for (const std::string& handle : step.arguments)
+            if (!document.HandleToObject(handle))
+                FailStep(step, "an entity " + handle, "none in the drawing");
+        world.select(step.arguments);
+    } else if (step.kind == StepKind::HostText) {
+        document.SendCommand(step.arguments[0]);
+    } else if (step.kind == StepKind::Save) {
+        document.SaveAs(step.arguments[0], SaveAsKind::Dxf2000);
+    } else if (!world.callCommand(step.arguments[0])) {
+        FailStep(step, "a command", Quoted(step.arguments[0]));
+    }
+}
+
+void JournalPlayer::DoQueue(const JournalStep& step, AnswerKind kind) {
+    std::optional<std::string> text;
+    if (!step.arguments.empty()) text = step.arguments[0];
+    dialogs.Queue({kind, std::move(text), step.line});
+}
+
+void JournalPlayer::DoMessageCheck(const JournalStep& step) {
+    auto& messages = dialogs.Messages();
+    if (step.kind == StepKind::ExpectNoMessage) {
+        if (!messages.empty()) FailStep(step, "no message", Quoted(messages.front().text));
+        return;
+    }
+    if (messages.empty()) FailStep(step, Quoted(step.arguments[0]), "no message");
+    const bool title = step.kind == StepKind::ExpectTitle;
+    const std::string& found = title ? messages.front().title : messages.front().text;
+    if (found != step.arguments[0]) FailStep(step, Quoted(step.arguments[0]), Quoted(found));
+    // The title is looked at first and leaves the box in its place for the look at its text.
+    if (!title) messages.pop_front();
+}
+
+void JournalPlayer::DoFormCheck(const JournalStep& step) const {
+    const std::string found = openForms.empty() ? "no form" : "the form " + openForms.back()->Name();
+    if (step.kind == StepKind::ExpectNoForm) {
+        if (!openForms.empty()) FailStep(step, "no form", found);
+        return;
+    }
+    if (openForms.empty() || !EqualsIgnoreCase(openForms.back()->Name(), step.arguments[0]))
+        FailStep(step, "the form " + step.arguments[0], found);
+}
+
+Form& JournalPlayer::TopForm(const JournalStep& step) const {
+    if (openForms.empty()) FailStep(step, "an open form", "none");
+    return *openForms.back();
+}
+
+void JournalPlayer::TellUntakenAnswers() const {
+    for (const QueuedAnswer& answer : dialogs.Untaken())
+        *world.transcript << "line " << answer.line << ": the answer "
+                          << Quoted(answer.text.value_or("cancel")) << " was not asked for\n";
+}
+
+}  // namespace brenvik

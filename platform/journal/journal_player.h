@@ -1,0 +1,68 @@
+// Plays a journal: does what each step says to the forms and commands of the system, and holds its checks
+// against what is there. A form's modal call takes the next steps until that form is unloaded, so forms
+// nest as they do for a person.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "forms/form.h"
+#include "journal/journal_dialogs.h"
+#include "journal/journal_step.h"
+
+namespace brenvik {
+
+class AcadApplication;
+class FilesPort;
+class SettingsPort;
+
+/// What a journal acts on. All members must be set; references outlive the player.
+struct JournalWorld {
+    AcadApplication* host = nullptr;
+    SettingsPort* settings = nullptr;
+    FilesPort* files = nullptr;
+    /// Makes the entities with these handles the host's previous selection, in this order.
+    std::function<void(const std::vector<std::string>& handles)> select;
+    /// Calls the public method of this name; false when there is none.
+    std::function<bool(std::string_view method)> callCommand;
+    std::ostream* output = nullptr;      ///< For the print steps.
+    std::ostream* transcript = nullptr;  ///< For what a person should know but no step asked for.
+};
+
+class JournalPlayer {
+  public:
+    /// Hooks itself into `dialogs`.
+    JournalPlayer(std::vector<JournalStep> steps, JournalDialogs& dialogs, JournalWorld world);
+    ~JournalPlayer();
+    JournalPlayer(const JournalPlayer&) = delete;
+    JournalPlayer& operator=(const JournalPlayer&) = delete;
+
+    /// Plays all steps. Throws JournalFailure at the first step that can't be done or doesn't hold; a Failure
+    /// that a step lets through becomes one.
+    void Play();
+    /// Loads the form if need be and plays steps on it until it is unloaded. When the journal ends first,
+    /// the form is asked to close, unloaded if it refuses, and the transcript says so.
+    void PlayForm(Form& form);
+
+  private:
+    void PlayNext();
+    void Do(const JournalStep& step);
+    void DoOnHost(const JournalStep& step);
+    void DoQueue(const JournalStep& step, AnswerKind kind);
+    void DoMessageCheck(const JournalStep& step);
+    void DoFormCheck(const JournalStep& step) const;
+    Form& TopForm(const JournalStep& step) const;
+    void TellUntakenAnswers() const;
+
+    std::vector<JournalStep> steps;
+    std::size_t next = 0;
+    JournalDialogs& dialogs;
+    JournalWorld world;
+    std::vector<Form*> openForms;
+};
+
+}  // namespace brenvik

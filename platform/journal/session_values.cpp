@@ -1,0 +1,95 @@
+// The table of session values and how each is told as a text.
+#include "journal/session_values.h"
+
+#include <array>
+#include <utility>
+
+#include "base/letter_case.h"
+#include "base/text.h"
+#include "session/session.h"
+
+namespace brenvik {
+
+namespace {
+
+std::string FromFlag(bool value) { return value ? "True" : "False"; }
+
+std::string SortFieldsText(const Session& session) {
+    std::vector<std::string> entries;
+    for (const SortField& entry : session.SortFields) entries.push_back(entry.field + " " + entry.direction);
+    return Join(entries, "; ");
+}
+
+std::string FilterCriteriaText(const Session& session) {
+    std::vector<std::string> entries;
+    for (const FilterCriterion& entry : session.FilterCriteria)
+        entries.push_back(entry.column + " " + entry.criterion + " " + entry.value);
+    return Join(entries, "; ");
+}
+
+std::string ColumnRelationText(const Session& session) {
+    std::vector<std::string> entries;
+    for (const ColumnRelationEntry& entry : session.ColumnRelation)
+        if (!entry.column.empty()) entries.push_back(entry.caption + "=" + entry.column);
+    return Join(entries, "; ");
+}
+
+using TextMember = std::string Session::*;
+using FlagMember = bool Session::*;
+
+constexpr std::array<std::pair<std::string_view, TextMember>, 13> textMembers{{
+    {"InstallFolder", &Session::InstallFolder},
+    {"ApplicationPath", &Session::ApplicationPath},
+    {"ApplicationVersion", &Session::ApplicationVersion},
+    {"DialogWidth", &Session::DialogWidth},
+    {"DialogHeight", &Session::DialogHeight},
+    {"DialogLeft", &Session::DialogLeft},
+    {"DialogTop", &Session::DialogTop},
+    {"MDBPath", &Session::MDBPath},
+    {"GridRecordSource", &Session::GridRecordSource},
+    {"SortClause", &Session::SortClause},
+    {"WhereClause", &Session::WhereClause},
+    {"GroupFields", &Session::GroupFields},
+    {"CurrentSQL", &Session::CurrentSQL},
+}};
+
+constexpr std::array<std::pair<std::string_view, FlagMember>, 4> flagMembers{{
+    {"ApplyBusy", &Session::ApplyBusy},
+    {"SettingsEvent", &Session::SettingsEvent},
+    {"MeasureNonSolids", &Session::MeasureNonSolids},
+    {"NoMeasure", &Session::NoMeasure},
+}};
+
+using Teller = std::string (*)(const Session&);
+
+constexpr std::array<std::pair<std::string_view, Teller>, 6> tellers{{
+    {"ExportTarget", [](const Session& session) { return std::to_string(session.ExportTarget); }},
+    {"ReaderUseCount", [](const Session& session) { return std::to_string(session.ReaderUseCount); }},
+    {"ColumnCaptions", [](const Session& session) { return Join(session.ColumnCaptions, "; "); }},
+    {"ColumnRelation", ColumnRelationText},
+    {"SortFields", SortFieldsText},
+    {"FilterCriteria", FilterCriteriaText},
+}};
+
+}  // namespace
+
+std::optional<std::string> SessionValueText(std::string_view name) {
+    const Session& session = TheSession();
+    for (const auto& [known, member] : textMembers)
+        if (EqualsIgnoreCase(known, name)) return session.*member;
+    for (const auto& [known, member] : flagMembers)
+        if (EqualsIgnoreCase(known, name)) return FromFlag(session.*member);
+    for (const auto& [known, tell] : tellers)
+        if (EqualsIgnoreCase(known, name)) return tell(session);
+    return std::nullopt;
+}
+
+std::vector<std::string> SessionValueNames() {
+    std::vector<std::string> names;
+    for (const auto& entry : textMembers) names.emplace_back(entry.first);
+    for (const auto& entry : flagMembers) names.emplace_back(entry.first);
+    for (const auto& entry : tellers) names.emplace_back(entry.first);
+    return names;
+}
+
+}  // namespace brenvik

@@ -1,0 +1,25 @@
+// Message boxes as text, for dialog platforms without a screen: the one line that tells a box, which
+// answers its buttons give, and which of them is the default.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "session/dialog_port.h"
+
+namespace brenvik {
+
+/// "[title] text" in one line: line breaks of the text are written as "\r" and "\n".
+std::string MessageLine(const MessageRequest& request);
+
+/// The answers of the box's buttons, in their order. The first is the default button.
+std::vector<MessageAnswer> OfferedAnswers(MessageButtons buttons);
+
+/// Whether the box asks something: more than one button.
+bool IsQuestion(MessageButtons buttons);
+
+/// "ok", "cancel", "yes" or "no".
+std::string_view AnswerName(MessageAnswer answer);
+
+}  // namespace brenvik
