@@ -9,7 +9,7 @@
 
 #include "base/letter_case.h"
 #include "base/number_text.h"
-#include "base/utf8.h"
+#include "base/wildcard.h"
 
 namespace brenvik::part_table {
 namespace {
@@ -29,35 +29,6 @@ int CompareAscii(std::string_view a, std::string_view b) {
     }
     if (a.size() == b.size()) return 0;
     return a.size() < b.size() ? -1 : 1;
-}
-
-// Both texts are folded already. Walks with one point of return, the last % met, so that the time grows
-// with the product of the lengths at worst.
-bool MatchesFolded(std::string_view text, std::string_view pattern) {
-    std::size_t t = 0;
-    std::size_t p = 0;
-    std::optional<std::size_t> afterPercent;
-    std::size_t resume = 0;
-    while (t < text.size()) {
-        if (p < pattern.size() && pattern[p] == '%') {
-            afterPercent = ++p;
-            resume = t;
-        } else if (p < pattern.size() && pattern[p] == '_') {
-            t += Utf8CharacterAt(text, t).length;
-            ++p;
-        } else if (p < pattern.size() && pattern[p] == text[t]) {
-            ++t;
-            ++p;
-        } else if (afterPercent) {
-            resume += Utf8CharacterAt(text, resume).length;
-            t = resume;
-            p = *afterPercent;
-        } else {
-            return false;
-        }
-    }
-    while (p < pattern.size() && pattern[p] == '%') ++p;
-    return p == pattern.size();
 }
 
 // Numbers are compared as the system writes them: 600, not 600.0.
@@ -83,7 +54,7 @@ void Like(sqlite3_context* context, int, sqlite3_value** arguments) noexcept {
         const std::optional<std::string> pattern = ArgumentText(arguments[0]);
         const std::optional<std::string> text = ArgumentText(arguments[1]);
         if (!pattern || !text) return sqlite3_result_null(context);
-        sqlite3_result_int(context, MatchesLike(*text, *pattern) ? 1 : 0);
+        sqlite3_result_int(context, MatchesWildcards(*text, *pattern, likeWildcards) ? 1 : 0);
     } catch (const std::exception& error) {
         sqlite3_result_error(context, error.what(), -1);
     }
@@ -95,10 +66,6 @@ int Compare(void*, int sizeA, const void* a, int sizeB, const void* b) noexcept 
 }
 
 }  // namespace
-
-bool MatchesLike(std::string_view text, std::string_view pattern) {
-    return MatchesFolded(FoldLower(text), FoldLower(pattern));
-}
 
 int CompareWithoutCase(std::string_view a, std::string_view b) {
     if (IsAscii(a) && IsAscii(b)) return CompareAscii(a, b);

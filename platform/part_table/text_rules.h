@@ -7,10 +7,6 @@ struct sqlite3;
 
 namespace brenvik::part_table {
 
-/// Whether a text fits a Like pattern: % stands for any run of characters, _ for one, everything else for
-/// itself in either case.
-bool MatchesLike(std::string_view text, std::string_view pattern);
-
 /// The order of two texts without regard to case: below, at or above 0.
 int CompareWithoutCase(std::string_view a, std::string_view b);
 

@@ -5,47 +5,14 @@
 
 #include <filesystem>
 #include <memory>
-#include <random>
 #include <string>
 
 #include "base/failure.h"
 #include "part_table/sqlite_database.h"
+#include "support/failure_of.h"
+#include "support/temporary_folder.h"
 
 namespace brenvik {
-
-/// A folder that lives as long as the object.
-class TemporaryFolder {
-  public:
-    TemporaryFolder()
-        : mPath(std::filesystem::temp_directory_path() /
-                ("brenvik-test-" + std::to_string(std::random_device{}()) + "-" +
-                 std::to_string(std::random_device{}()))) {
-        std::filesystem::create_directories(mPath);
-    }
-    ~TemporaryFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(mPath, ignored);
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    const std::filesystem::path& Path() const { return mPath; }
-
-  private:
-    std::filesystem::path mPath;
-};
-
-/// The failure that `statement` ends with; none is a failed test.
-template <typename Statement>
-Failure FailureOf(Statement&& statement) {
-    try {
-        statement();
-    } catch (const Failure& failure) {
-        return failure;
-    }
-    ADD_FAILURE() << "a failure was expected";
-    return Failure(0, "", "");
-}
 
 class PartTable : public testing::Test {
   protected:

@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "base/wildcard.h"
+
 namespace brenvik::part_table {
 namespace {
 
@@ -17,7 +19,7 @@ struct LikeCase {
 class LikePattern : public testing::TestWithParam<LikeCase> {};
 
 TEST_P(LikePattern, KnowsPercentAndUnderscore) {
-    EXPECT_EQ(MatchesLike(GetParam().text, GetParam().pattern), GetParam().fits)
+    EXPECT_EQ(MatchesWildcards(GetParam().text, GetParam().pattern, likeWildcards), GetParam().fits)
         << GetParam().text << " like " << GetParam().pattern;
 }
 
@@ -38,8 +40,8 @@ TEST(LikePatternTime, GrowsWithTheProductOfTheLengthsAtWorst) {
     const std::string text(2000, 'a');
     std::string pattern;
     for (int i = 0; i < 500; ++i) pattern += "%a";
-    EXPECT_FALSE(MatchesLike(text, pattern + "b"));
-    EXPECT_TRUE(MatchesLike(text, pattern));
+    EXPECT_FALSE(MatchesWildcards(text, pattern + "b", likeWildcards));
+    EXPECT_TRUE(MatchesWildcards(text, pattern, likeWildcards));
 }
 
 struct Order {

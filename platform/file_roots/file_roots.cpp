@@ -1,0 +1,175 @@
+// Finding real places and the file operations on them.
+#include "file_roots/file_roots.h"
+
+#include <algorithm>
+#include <fstream>
+#include <optional>
+#include <span>
+#include <sstream>
+#include <system_error>
+#include <utility>
+
+#include "base/failure.h"
+#include "base/letter_case.h"
+#include "file_roots/places.h"
+#include "file_roots/system_path.h"
+#include "file_roots/whole_file.h"
+
+namespace brenvik {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The entry of a folder that has this name in some case. An exact one wins; of several others the first
+// in byte order, so that the answer does not depend on the order of the directory.
+fs::path FindEntry(const fs::path& folder, const std::string& name) {
+    const fs::path exact = folder / PathFromText(name);
+    std::error_code error;
+    if (fs::exists(fs::symlink_status(exact, error))) return exact;
+    const std::string folded = FoldLower(name);
+    std::optional<std::string> best;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        std::string candidate = TextFromPath(entry->path().filename());
+        if (FoldLower(candidate) == folded && (!best || candidate < *best)) best = std::move(candidate);
+    }
+    return best ? folder / PathFromText(*best) : exact;
+}
+
+bool IsWithin(std::span<const std::string> names, std::span<const std::string> folder) {
+    return names.size() >= folder.size() &&
+           std::equal(folder.begin(), folder.end(), names.begin(),
+                      [](const std::string& a, const std::string& b) { return EqualsIgnoreCase(a, b); });
+}
+
+// A file that can't be used because it, or the folder it should lie in, is not there.
+Failure Missing(const fs::path& file) {
+    std::error_code error;
+    const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
+    return fs::is_directory(folder, error) ? FileNotFound(TextFromPath(file))
+                                           : PathNotFound(TextFromPath(file));
+}
+
+Failure FromError(const std::error_code& error, const fs::path& file) {
+    const std::string shown = TextFromPath(file);
+    if (error == std::errc::no_such_file_or_directory) return Missing(file);
+    if (error == std::errc::not_a_directory) return PathNotFound(shown);
+    if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted ||
+        error == std::errc::read_only_file_system)
+        return PermissionDenied(shown);
+    if (error == std::errc::no_space_on_device) return DiskFull(shown);
+    if (error == std::errc::filename_too_long) return BadFileName(shown);
+    return PathAccess(shown + " (" + error.message() + ")");
+}
+
+// Only regular files: reading a device or a pipe need not end.
+void RequireRegularFile(const fs::path& file) {
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (status.type() == fs::file_type::not_found) throw Missing(file);
+    if (error) throw FromError(error, file);
+    if (!fs::is_regular_file(status)) throw PathAccess(TextFromPath(file) + " (a file was expected)");
+}
+
+std::string ReadWhole(const fs::path& file) {
+    RequireRegularFile(file);
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) throw PermissionDenied(TextFromPath(file));
+    std::ostringstream content;
+    content << stream.rdbuf();
+    // An empty file sets the failure bit of the target, which is no fault of the source.
+    if (stream.bad()) throw PathAccess(TextFromPath(file));
+    return std::move(content).str();
+}
+
+}  // namespace
+
+FileRoots::FileRoots(fs::path home) : mHome(fs::absolute(std::move(home)).lexically_normal()) {
+    if (!mHome.has_filename() && mHome.has_relative_path()) mHome = mHome.parent_path();
+}
+
+void FileRoots::MapFolder(std::string_view systemFolder, const fs::path& folder) {
+    SystemPath parsed = ParseSystemPath(systemFolder);
+    mMappings.push_back({parsed.drive, parsed.absolute, std::move(parsed.names), fs::absolute(folder)});
+    std::stable_sort(mMappings.begin(), mMappings.end(),
+                     [](const Mapping& a, const Mapping& b) { return a.names.size() > b.names.size(); });
+}
+
+fs::path FileRoots::Resolve(std::string_view systemPath) const {
+    const SystemPath parsed = ParseSystemPath(systemPath);
+    std::span<const std::string> names = parsed.names;
+    fs::path place = RootOf(parsed, mHome);
+    const auto mapped = std::find_if(mMappings.begin(), mMappings.end(), [&](const Mapping& mapping) {
+        return mapping.drive == parsed.drive && mapping.absolute == parsed.absolute &&
+               IsWithin(names, mapping.names);
+    });
+    if (mapped != mMappings.end()) {
+        place = mapped->folder;
+        names = names.subspan(mapped->names.size());
+    }
+    for (const std::string& name : names) place = FindEntry(place, name);
+    return place;
+}
+
+std::string FileRoots::InstallFolder() { return TextFromPath(mHome); }
+
+bool FileRoots::FileExists(std::string_view path) {
+    if (path.empty()) return false;
+    std::error_code error;
+    return fs::is_regular_file(Resolve(path), error);
+}
+
+bool FileRoots::FolderExists(std::string_view path) {
+    if (path.empty()) return false;
+    std::error_code error;
+    return fs::is_directory(Resolve(path), error);
+}
+
+void FileRoots::RemoveFile(std::string_view path) {
+    const fs::path file = Resolve(path);
+    std::error_code error;
+    if (fs::is_directory(file, error)) throw FileNotFound(TextFromPath(file));
+    const bool removed = fs::remove(file, error);
+    if (error) throw FromError(error, file);
+    if (!removed) throw Missing(file);
+}
+
+void FileRoots::CopyFileOver(std::string_view from, std::string_view to) {
+    WriteWholeFile(Resolve(to), ReadWhole(Resolve(from)));
+}
+
+void FileRoots::MakeFolder(std::string_view path) {
+    const fs::path folder = Resolve(path);
+    std::error_code error;
+    const fs::file_status status = fs::status(folder, error);
+    if (fs::exists(status) && !fs::is_directory(status))
+        throw PathAccess(TextFromPath(folder) + " (a file stands there)");
+    fs::create_directories(folder, error);
+    if (error) throw FromError(error, folder);
+}
+
+std::vector<std::string> FileRoots::ListFiles(std::string_view folder, std::string_view pattern) {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator entry(Resolve(folder), error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::string name = TextFromPath(entry->path().filename());
+        std::error_code ignored;
+        if (!name.starts_with(workFilePrefix) && entry->is_regular_file(ignored) &&
+            MatchesFilePattern(name, pattern))
+            names.push_back(std::move(name));
+    }
+    std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
+        const LessIgnoreCase less;
+        if (less(a, b) || less(b, a)) return less(a, b);
+        return a < b;
+    });
+    return names;
+}
+
+std::string FileRoots::ReadFile(std::string_view path) { return ReadWhole(Resolve(path)); }
+
+void FileRoots::WriteFile(std::string_view path, std::string_view content) {
+    WriteWholeFile(Resolve(path), content);
+}
+
+}  // namespace brenvik

@@ -1,0 +1,59 @@
+// The files port over a real file system. The system writes paths with backslashes, drive letters and
+// names in any case; where the platform knows none of these, drives are folders of the home folder and
+// names are looked up without regard to case.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "session/files_port.h"
+
+namespace brenvik {
+
+/// Files under a home folder, which is the folder of the installed system.
+///
+/// "c:\BV-DXF\x.dxf" lies at <home>/drive_c/BV-DXF/x.dxf where there are no drive letters. A path that
+/// begins with a separator is one of the machine itself, any other one is relative to the current folder.
+/// Each name of a path is taken as it stands if it exists so, else in whatever case it exists (the first
+/// in byte order), else as it stands.
+///
+/// Failures carry the usual numbers (52, 53, 61, 70, 75, 76) and the real path as their detail.
+class FileRoots : public FilesPort {
+  public:
+    /// The home folder need not exist yet.
+    explicit FileRoots(std::filesystem::path home);
+
+    /// Puts a folder of the system's own form, and all that lies in it, at another place. The innermost
+    /// mapped folder decides.
+    void MapFolder(std::string_view systemFolder, const std::filesystem::path& folder);
+
+    /// The real place of a path. Throws Failure 52 for a blank path.
+    std::filesystem::path Resolve(std::string_view systemPath) const;
+
+    std::string InstallFolder() override;
+    bool FileExists(std::string_view path) override;
+    bool FolderExists(std::string_view path) override;
+    void RemoveFile(std::string_view path) override;
+    void CopyFileOver(std::string_view from, std::string_view to) override;
+    /// Makes the folders above it too; a folder that exists is fine.
+    void MakeFolder(std::string_view path) override;
+    /// In the order of the names without case. A folder that is missing has no files.
+    std::vector<std::string> ListFiles(std::string_view folder, std::string_view pattern) override;
+    std::string ReadFile(std::string_view path) override;
+    void WriteFile(std::string_view path, std::string_view content) override;
+
+  private:
+    struct Mapping {
+        char drive;
+        bool absolute;
+        std::vector<std::string> names;
+        std::filesystem::path folder;
+    };
+
+    std::filesystem::path mHome;
+    std::vector<Mapping> mMappings;
+};
+
+}  // namespace brenvik

@@ -1,0 +1,18 @@
+// Writing files whole or not at all.
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+namespace brenvik {
+
+/// How the names of work files begin, which stand beside a target while it is being written.
+inline constexpr std::string_view workFilePrefix = ".brenvik-work-";
+
+/// Puts `content` in the place of a file: written beside it, brought to the disk, moved over it. Until the
+/// last step the old file is whole, whatever happens; a failure leaves no work file. A link is followed
+/// and a device is written to directly. Fails with 61 (disk full), 70 (permission denied; also for a file
+/// that is set read-only), 75 (a folder stands there) or 76 (the folder is missing), the path as detail.
+void WriteWholeFile(const std::filesystem::path& file, std::string_view content);
+
+}  // namespace brenvik

@@ -1,0 +1,138 @@
+// Whole-file writing by POSIX calls, which alone can bring data to the disk.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+#include <string>
+#include <system_error>
+#include <utility>
+
+#include "base/failure.h"
+#include "file_roots/whole_file.h"
+
+namespace brenvik {
+namespace {
+
+namespace fs = std::filesystem;
+
+Failure FromErrno(int code, const fs::path& file) {
+    const std::string& shown = file.native();
+    switch (code) {
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG:
+            return DiskFull(shown);
+        case EACCES:
+        case EPERM:
+        case EROFS:
+            return PermissionDenied(shown);
+        case ENOENT:
+        case ENOTDIR:
+            return PathNotFound(shown);
+        case ENAMETOOLONG:
+            return BadFileName(shown);
+        default:
+            return PathAccess(shown + " (" + std::generic_category().message(code) + ")");
+    }
+}
+
+class Descriptor {
+  public:
+    Descriptor(const fs::path& file, int flags, mode_t mode)
+        : mNumber(::open(file.c_str(), flags | O_CLOEXEC, mode)) {}
+    ~Descriptor() { Close(); }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    int Number() const { return mNumber; }
+    // Whether closing went well: some file systems tell of a full disk only now.
+    bool Close() { return mNumber < 0 || ::close(std::exchange(mNumber, -1)) == 0; }
+
+  private:
+    int mNumber;
+};
+
+// A work file that is removed unless it became the target.
+class WorkFile {
+  public:
+    explicit WorkFile(fs::path path) : mPath(std::move(path)) {}
+    ~WorkFile() {
+        if (!mKept) ::unlink(mPath.c_str());
+    }
+    WorkFile(const WorkFile&) = delete;
+    WorkFile& operator=(const WorkFile&) = delete;
+
+    const fs::path& Path() const { return mPath; }
+    void Keep() { mKept = true; }
+
+  private:
+    fs::path mPath;
+    bool mKept = false;
+};
+
+void WriteAll(int descriptor, std::string_view content, const fs::path& shown) {
+    while (!content.empty()) {
+        const ssize_t written = ::write(descriptor, content.data(), content.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) throw FromErrno(errno, shown);
+        content.remove_prefix(static_cast<std::size_t>(written));
+    }
+}
+
+fs::path WorkName(const fs::path& folder) {
+    static std::atomic<unsigned> counter = 0;
+    return folder /
+           (std::string(workFilePrefix) + std::to_string(::getpid()) + "-" + std::to_string(++counter));
+}
+
+// A device keeps no old content that could be lost.
+void WriteToDevice(const fs::path& device, std::string_view content) {
+    Descriptor descriptor(device, O_WRONLY, 0);
+    if (descriptor.Number() < 0) throw FromErrno(errno, device);
+    WriteAll(descriptor.Number(), content, device);
+    if (!descriptor.Close()) throw FromErrno(errno, device);
+}
+
+// The name in its folder reaches the disk with the folder. Not every file system can do it, and the file
+// is in place already, so that a refusal is no failure.
+void SyncFolder(const fs::path& folder) {
+    const Descriptor descriptor(folder, O_RDONLY | O_DIRECTORY, 0);
+    if (descriptor.Number() >= 0) ::fsync(descriptor.Number());
+}
+
+// Where a chain of links ends, so that the link stays one.
+fs::path BehindLinks(const fs::path& file) {
+    std::error_code error;
+    if (!fs::is_symlink(fs::symlink_status(file, error))) return file;
+    const fs::path target = fs::weakly_canonical(file, error);
+    return error ? file : target;
+}
+
+}  // namespace
+
+void WriteWholeFile(const fs::path& file, std::string_view content) {
+    const fs::path target = BehindLinks(file);
+    struct stat old {};
+    const bool exists = ::stat(target.c_str(), &old) == 0;
+    if (exists && S_ISDIR(old.st_mode)) throw PathAccess(target.native() + " (a folder stands there)");
+    if (exists && !S_ISREG(old.st_mode)) return WriteToDevice(target, content);
+    // The move would replace a file that the user has protected.
+    if (exists && ::access(target.c_str(), W_OK) != 0) throw FromErrno(errno, target);
+
+    const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+    WorkFile work(WorkName(folder));
+    Descriptor descriptor(work.Path(), O_WRONLY | O_CREAT | O_EXCL, 0666);
+    if (descriptor.Number() < 0) throw FromErrno(errno, target);
+    if (exists) ::fchmod(descriptor.Number(), old.st_mode & 07777);
+    WriteAll(descriptor.Number(), content, target);
+    if (::fsync(descriptor.Number()) != 0) throw FromErrno(errno, target);
+    if (!descriptor.Close()) throw FromErrno(errno, target);
+    if (::rename(work.Path().c_str(), target.c_str()) != 0) throw FromErrno(errno, target);
+    work.Keep();
+    SyncFolder(folder);
+}
+
+}  // namespace brenvik

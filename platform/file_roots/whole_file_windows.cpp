@@ -1,0 +1,97 @@
+// Whole-file writing by Windows calls.
+#include <windows.h>
+
+#include <atomic>
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+#include "base/failure.h"
+#include "file_roots/places.h"
+#include "file_roots/whole_file.h"
+
+namespace brenvik {
+namespace {
+
+namespace fs = std::filesystem;
+
+Failure FromCode(DWORD code, const fs::path& file) {
+    const std::string shown = TextFromPath(file);
+    switch (code) {
+        case ERROR_DISK_FULL:
+        case ERROR_HANDLE_DISK_FULL:
+            return DiskFull(shown);
+        case ERROR_ACCESS_DENIED:
+        case ERROR_SHARING_VIOLATION:
+        case ERROR_LOCK_VIOLATION:
+        case ERROR_WRITE_PROTECT:
+            return PermissionDenied(shown);
+        case ERROR_FILE_NOT_FOUND:
+        case ERROR_PATH_NOT_FOUND:
+            return PathNotFound(shown);
+        case ERROR_INVALID_NAME:
+        case ERROR_FILENAME_EXCED_RANGE:
+            return BadFileName(shown);
+        default:
+            return PathAccess(shown + " (error " + std::to_string(code) + ")");
+    }
+}
+
+struct HandleCloser {
+    void operator()(HANDLE handle) const { CloseHandle(handle); }
+};
+using Handle = std::unique_ptr<std::remove_pointer_t<HANDLE>, HandleCloser>;
+
+class WorkFile {
+  public:
+    explicit WorkFile(fs::path path) : mPath(std::move(path)) {}
+    ~WorkFile() {
+        if (!mKept) DeleteFileW(mPath.c_str());
+    }
+    WorkFile(const WorkFile&) = delete;
+    WorkFile& operator=(const WorkFile&) = delete;
+
+    const fs::path& Path() const { return mPath; }
+    void Keep() { mKept = true; }
+
+  private:
+    fs::path mPath;
+    bool mKept = false;
+};
+
+void WriteAndFlush(const fs::path& work, std::string_view content, const fs::path& shown) {
+    const HANDLE created =
+        CreateFileW(work.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (created == INVALID_HANDLE_VALUE) throw FromCode(GetLastError(), shown);
+    const Handle handle(created);
+    constexpr std::size_t largestPiece = 1U << 30U;
+    while (!content.empty()) {
+        const std::string_view piece = content.substr(0, largestPiece);
+        DWORD written = 0;
+        if (!::WriteFile(handle.get(), piece.data(), static_cast<DWORD>(piece.size()), &written, nullptr))
+            throw FromCode(GetLastError(), shown);
+        content.remove_prefix(written);
+    }
+    if (!FlushFileBuffers(handle.get())) throw FromCode(GetLastError(), shown);
+}
+
+}  // namespace
+
+void WriteWholeFile(const fs::path& file, std::string_view content) {
+    const DWORD attributes = GetFileAttributesW(file.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+        throw PathAccess(TextFromPath(file) + " (a folder stands there)");
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0)
+        throw PermissionDenied(TextFromPath(file));
+    static std::atomic<unsigned> counter = 0;
+    const std::string name =
+        std::string(workFilePrefix) + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++counter);
+    WorkFile work((file.has_parent_path() ? file.parent_path() : fs::path(".")) / name);
+    WriteAndFlush(work.Path(), content, file);
+    if (!MoveFileExW(work.Path().c_str(), file.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        throw FromCode(GetLastError(), file);
+    work.Keep();
+}
+
+}  // namespace brenvik

@@ -1,0 +1,95 @@
+// Keeping the text file and the settings in memory in step.
+#include "settings_store/text_settings.h"
+
+#include <fstream>
+#include <sstream>
+#include <system_error>
+#include <utility>
+
+#include "base/failure.h"
+
+namespace brenvik {
+namespace {
+
+std::string Shown(const std::filesystem::path& file) {
+    const std::u8string text = file.u8string();
+    return std::string(text.begin(), text.end());
+}
+
+std::string KeyPath(SettingsRoot root, std::string_view path) {
+    switch (root) {
+        case SettingsRoot::LocalMachine:
+            return "HKEY_LOCAL_MACHINE\\" + std::string(path);
+    }
+    return std::string(path);
+}
+
+}  // namespace
+
+TextSettings::TextSettings(std::filesystem::path file, WholeFileWriter write)
+    : mFile(std::move(file)), mWrite(std::move(write)) {}
+
+TextSettings::Stamp TextSettings::ReadStamp() const {
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(mFile, error);
+    if (status.type() == std::filesystem::file_type::not_found) return {};
+    if (!std::filesystem::is_regular_file(status)) throw PathAccess(Shown(mFile));
+    Stamp stamp{true, std::filesystem::file_size(mFile, error), {}};
+    if (!error) stamp.time = std::filesystem::last_write_time(mFile, error);
+    if (error) throw PathAccess(Shown(mFile));
+    return stamp;
+}
+
+std::string TextSettings::ReadWhole() const {
+    std::ifstream stream(mFile, std::ios::binary);
+    if (!stream) throw PermissionDenied(Shown(mFile));
+    std::ostringstream content;
+    content << stream.rdbuf();
+    // An empty file sets the failure bit of the target, which is no fault of the source.
+    if (stream.bad()) throw PathAccess(Shown(mFile));
+    return content.str();
+}
+
+void TextSettings::Refresh() {
+    const Stamp stamp = ReadStamp();
+    if (stamp == mStamp) return;
+    // The stamp is kept only once the content has been understood, so that a damaged file fails each call.
+    SettingsText settings = stamp.exists ? SettingsText::Parse(ReadWhole(), Shown(mFile)) : SettingsText();
+    mSettings = std::move(settings);
+    mStamp = stamp;
+}
+
+void TextSettings::Write(const SettingsText& changed) {
+    mWrite(mFile, changed.Content());
+    mSettings = changed;
+    mStamp = ReadStamp();
+}
+
+std::string TextSettings::GetSetting(SettingsRoot root, std::string_view path, std::string_view name) {
+    Refresh();
+    return mSettings.Find(KeyPath(root, path), name).value_or("");
+}
+
+void TextSettings::SaveSetting(SettingsRoot root, std::string_view path, std::string_view name,
+                               std::string_view text) {
+    Refresh();
+    const std::string key = KeyPath(root, path);
+    if (mSettings.Find(key, name) == text) return;
+    SettingsText changed = mSettings;
+    changed.Set(key, name, text);
+    Write(changed);
+}
+
+void TextSettings::DeleteSetting(SettingsRoot root, std::string_view path, std::string_view name) {
+    Refresh();
+    SettingsText changed = mSettings;
+    if (changed.Remove(KeyPath(root, path), name)) Write(changed);
+}
+
+std::vector<std::pair<std::string, std::string>> TextSettings::EnumerateSettings(SettingsRoot root,
+                                                                                 std::string_view path) {
+    Refresh();
+    return mSettings.ValuesUnder(KeyPath(root, path));
+}
+
+}  // namespace brenvik

@@ -1,0 +1,52 @@
+// The settings store as one text file, for platforms without a registry. The form of the file is told in
+// settings_text.h.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <string_view>
+
+#include "session/settings_port.h"
+#include "settings_store/settings_text.h"
+
+namespace brenvik {
+
+/// Puts a file's whole content in place, or fails and leaves the old one.
+using WholeFileWriter = std::function<void(const std::filesystem::path& file, std::string_view content)>;
+
+/// Settings in a text file. A missing file is an empty store; it is made by the first save. A change of
+/// the file by another program or an editor is seen at the next call. A damaged file fails every call
+/// with Failure 321, which names file, line and what was expected, and is never written over.
+class TextSettings : public SettingsPort {
+  public:
+    TextSettings(std::filesystem::path file, WholeFileWriter write);
+
+    std::string GetSetting(SettingsRoot root, std::string_view path, std::string_view name) override;
+    void SaveSetting(SettingsRoot root, std::string_view path, std::string_view name,
+                     std::string_view text) override;
+    void DeleteSetting(SettingsRoot root, std::string_view path, std::string_view name) override;
+    std::vector<std::pair<std::string, std::string>> EnumerateSettings(SettingsRoot root,
+                                                                       std::string_view path) override;
+
+  private:
+    // What tells one state of the file from another without reading it.
+    struct Stamp {
+        bool exists = false;
+        std::uintmax_t size = 0;
+        std::filesystem::file_time_type time{};
+        bool operator==(const Stamp&) const = default;
+    };
+
+    Stamp ReadStamp() const;
+    std::string ReadWhole() const;
+    void Refresh();
+    void Write(const SettingsText& changed);
+
+    std::filesystem::path mFile;
+    WholeFileWriter mWrite;
+    SettingsText mSettings;
+    Stamp mStamp;
+};
+
+}  // namespace brenvik
