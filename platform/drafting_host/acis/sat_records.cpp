@@ -263,7 +263,13 @@ bool Splitter::ReadRecord() {
         }
         Field field;
         field.text = TakeToken();
-        if (field.text == "#" && EndsRecord()) break;
+        if (field.text.front() == '#') {
+            // The next record may follow the end mark without a blank.
+            const std::size_t behind = at;
+            at -= field.text.size() - 1;
+            if (EndsRecord()) break;
+            at = behind;
+        }
         if (field.text.front() == '$' && ParseInteger(field.text.substr(1), field.index)) {
             field.kind = Field::Kind::Pointer;
         } else if (ParseNumber(field.text, field.number)) {
@@ -324,6 +330,10 @@ double FieldCursor::Number(std::string_view what) { return Next(what, Field::Kin
 std::string_view FieldCursor::Word(std::string_view what) { return Next(what, Field::Kind::Word).text; }
 
 bool FieldCursor::Choice(std::string_view what, std::string_view no, std::string_view yes) {
+    // Some writers of early versions put the bare number of the choice.
+    if (AtNumber() && (record.fields[position].number == 0 || record.fields[position].number == 1)) {
+        return Number(what) == 1;
+    }
     const std::string_view word = Word(what);
     if (word == no) return false;
     if (word == yes) return true;

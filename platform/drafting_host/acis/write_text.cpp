@@ -1,10 +1,355 @@
-// Writing bodies as ACIS text of version 400.
+// Writing bodies as ACIS text of version 400: no history fields, edges without parameters, one line
+// per record. Records get their index when they are first needed and their fields when all are known.
 #include "drafting_host/acis/acis_text.h"
+#include "drafting_host/acis/analytic_forms.h"
+#include "drafting_host/acis/face_loops.h"
+
+#include <BRepTools.hxx>
+#include <BRep_Tool.hxx>
+#include <Standard_Failure.hxx>
+#include <TopExp.hxx>
+#include <TopTools_IndexedDataMapOfShapeListOfShape.hxx>
+#include <TopTools_ShapeMapHasher.hxx>
+#include <TopoDS.hxx>
+#include <TopoDS_Iterator.hxx>
+
+#include <charconv>
+#include <cmath>
+#include <unordered_map>
+#include <unordered_set>
 
 namespace brenvik::acis {
+namespace {
 
-std::vector<std::string> WriteText(const TopoDS_Shape&) {
-    throw WriteFailure("the shape holds nothing that can be written");
+struct SameShape {
+    std::size_t operator()(const TopoDS_Shape& shape) const {
+        return static_cast<std::size_t>(shape.HashCode(std::numeric_limits<int>::max()));
+    }
+    bool operator()(const TopoDS_Shape& a, const TopoDS_Shape& b) const { return a.IsSame(b); }
+};
+template <class Value>
+using ShapeMap = std::unordered_map<TopoDS_Shape, Value, SameShape, SameShape>;
+
+std::string Number(double value) {
+    if (!std::isfinite(value)) throw WriteFailure("a coordinate is not a number");
+    char text[32];
+    const auto [end, error] = std::to_chars(text, text + sizeof text, value == 0 ? 0.0 : value);
+    return error == std::errc() ? std::string(text, end) : std::string("0");
+}
+
+std::string Vector(const gp_XYZ& v) { return Number(v.X()) + " " + Number(v.Y()) + " " + Number(v.Z()); }
+
+std::string Reference(long record) { return "$" + std::to_string(record); }
+
+std::string SurfaceText(const SurfaceRecord& surface) {
+    if (const auto* plane = std::get_if<PlaneRecord>(&surface)) {
+        return "plane-surface $-1 " + Vector(plane->origin) + " " + Vector(plane->normal) + " " +
+               Vector(plane->uDirection) + " forward_v I I I I #";
+    }
+    if (const auto* cone = std::get_if<ConeRecord>(&surface)) {
+        return "cone-surface $-1 " + Vector(cone->centre) + " " + Vector(cone->axis) + " " +
+               Vector(cone->major) + " " + Number(cone->ratio) + " I I " + Number(cone->sine) + " " +
+               Number(cone->cosine) + " " + Number(cone->major.Modulus()) + " forward I I I I #";
+    }
+    if (const auto* sphere = std::get_if<SphereRecord>(&surface)) {
+        return "sphere-surface $-1 " + Vector(sphere->centre) + " " + Number(sphere->radius) + " " +
+               Vector(sphere->equator) + " " + Vector(sphere->pole) + " forward_v I I I I #";
+    }
+    const auto& torus = std::get<TorusRecord>(surface);
+    return "torus-surface $-1 " + Vector(torus.centre) + " " + Vector(torus.axis) + " " +
+           Number(torus.major) + " " + Number(torus.minor) + " " + Vector(torus.uDirection) +
+           " forward_v I I I I #";
+}
+
+std::string CurveText(const CurveRecord& curve) {
+    if (const auto* line = std::get_if<LineRecord>(&curve)) {
+        return "straight-curve $-1 " + Vector(line->root) + " " + Vector(line->direction) + " I I #";
+    }
+    const auto& ellipse = std::get<EllipseRecord>(curve);
+    return "ellipse-curve $-1 " + Vector(ellipse.centre) + " " + Vector(ellipse.normal) + " " +
+           Vector(ellipse.major) + " " + Number(ellipse.ratio) + " I I #";
+}
+
+/// The faces of one shell to come.
+struct ShellPart {
+    std::vector<TopoDS_Face> faces;
+    bool sheet = false;
+};
+using LumpPart = std::vector<ShellPart>;
+
+void CollectFaces(const TopoDS_Shape& shape, std::vector<TopoDS_Face>& faces) {
+    if (shape.ShapeType() == TopAbs_FACE) {
+        faces.push_back(TopoDS::Face(shape));
+        return;
+    }
+    for (TopoDS_Iterator part(shape); part.More(); part.Next()) CollectFaces(part.Value(), faces);
+}
+
+// Solids become lumps with a shell each for the outside and for voids; everything else is a sheet.
+void CollectParts(const TopoDS_Shape& shape, std::vector<LumpPart>& lumps, std::vector<TopoDS_Face>& sheets) {
+    if (shape.IsNull()) return;
+    if (shape.ShapeType() == TopAbs_SHELL || shape.ShapeType() == TopAbs_FACE) {
+        CollectFaces(shape, sheets);
+        return;
+    }
+    if (shape.ShapeType() > TopAbs_FACE)
+        throw WriteFailure("loose edges and vertices cannot be written as a body");
+    if (shape.ShapeType() != TopAbs_SOLID) {
+        for (TopoDS_Iterator part(shape); part.More(); part.Next()) CollectParts(part.Value(), lumps, sheets);
+        return;
+    }
+    LumpPart lump;
+    for (TopoDS_Iterator part(shape); part.More(); part.Next()) {
+        if (part.Value().ShapeType() != TopAbs_SHELL) continue;
+        ShellPart shell;
+        CollectFaces(part.Value(), shell.faces);
+        if (!shell.faces.empty()) lump.push_back(std::move(shell));
+    }
+    if (!lump.empty()) lumps.push_back(std::move(lump));
+}
+
+// Sheets that share an edge make one lump.
+std::vector<LumpPart> SheetLumps(const std::vector<TopoDS_Face>& faces) {
+    ShapeMap<std::vector<std::size_t>> byEdge;
+    std::vector<std::vector<TopoDS_Shape>> edges(faces.size());
+    for (std::size_t i = 0; i < faces.size(); ++i) {
+        TopTools_IndexedMapOfShape found;
+        TopExp::MapShapes(faces[i], TopAbs_EDGE, found);
+        for (int e = 1; e <= found.Extent(); ++e) {
+            byEdge[found(e)].push_back(i);
+            edges[i].push_back(found(e));
+        }
+    }
+    std::vector<bool> taken(faces.size(), false);
+    std::vector<LumpPart> lumps;
+    for (std::size_t first = 0; first < faces.size(); ++first) {
+        if (taken[first]) continue;
+        std::vector<std::size_t> group{first};
+        taken[first] = true;
+        for (std::size_t at = 0; at < group.size(); ++at) {
+            for (const TopoDS_Shape& edge : edges[group[at]]) {
+                for (const std::size_t other : byEdge[edge]) {
+                    if (!taken[other]) group.push_back(other);
+                    taken[other] = true;
+                }
+            }
+        }
+        ShellPart shell;
+        shell.sheet = true;
+        for (const std::size_t index : group) shell.faces.push_back(faces[index]);
+        lumps.push_back({std::move(shell)});
+    }
+    return lumps;
+}
+
+class Writer {
+  public:
+    std::vector<std::string> Run(const std::vector<LumpPart>& lumps) {
+        const long body = Reserve();
+        std::vector<long> indices = Reserve(lumps.size());
+        records[Place(body)] = "body $-1 " + Reference(indices.front()) + " $-1 $-1 #";
+        for (std::size_t i = 0; i < lumps.size(); ++i) {
+            const long shell = WriteShells(lumps[i], indices[i]);
+            const long next = i + 1 < lumps.size() ? indices[i + 1] : nowhere;
+            records[Place(indices[i])] =
+                "lump $-1 " + Reference(next) + " " + Reference(shell) + " " + Reference(body) + " #";
+        }
+        FinishCoedges();
+        std::vector<std::string> lines{"400 " + std::to_string(records.size()) + " 1 0",
+                                       "7 Brenvik 9 ACIS 4.00 0 ", "1 9.9999999999999995e-007 1e-010"};
+        lines.insert(lines.end(), records.begin(), records.end());
+        lines.emplace_back("End-of-ACIS-data");
+        return lines;
+    }
+
+  private:
+    struct CoedgeWork {
+        long index, next, previous, loop, edge;
+        bool reversed;
+    };
+    struct EdgeWork {
+        long index = nowhere;
+        std::vector<std::size_t> uses;  // coedges, in the order written
+    };
+
+    static std::size_t Place(long index) { return static_cast<std::size_t>(index); }
+    long Reserve() {
+        records.emplace_back();
+        return static_cast<long>(records.size()) - 1;
+    }
+    std::vector<long> Reserve(std::size_t count) {
+        std::vector<long> indices(count);
+        for (long& index : indices) index = Reserve();
+        return indices;
+    }
+
+    long WriteShells(const LumpPart& lump, long lumpIndex);
+    void WriteFace(const TopoDS_Face& face, bool sheet, long index, long next, long shell);
+    long WriteLoop(const std::vector<TopoDS_Edge>& edges, long face, long index, long next);
+    void WriteApexLoop(const TopoDS_Vertex& apex, long face, long index, long next);
+    EdgeWork& EdgeOf(const TopoDS_Edge& edge, long coedge);
+    long VertexOf(const TopoDS_Vertex& vertex, long edge);
+    void FinishCoedges();
+    std::string FaceName() const { return "face " + std::to_string(facesWritten); }
+
+    std::vector<std::string> records;
+    std::vector<CoedgeWork> coedges;
+    ShapeMap<EdgeWork> edges;
+    ShapeMap<long> vertices;
+    int facesWritten = 0;
+};
+
+long Writer::WriteShells(const LumpPart& lump, long lumpIndex) {
+    const std::vector<long> shells = Reserve(lump.size());
+    for (std::size_t s = 0; s < lump.size(); ++s) {
+        const ShellPart& shell = lump[s];
+        const std::vector<long> faces = Reserve(shell.faces.size());
+        const long next = s + 1 < lump.size() ? shells[s + 1] : nowhere;
+        records[Place(shells[s])] = "shell $-1 " + Reference(next) + " $-1 " + Reference(faces.front()) +
+                                    " $-1 " + Reference(lumpIndex) + " #";
+        for (std::size_t f = 0; f < faces.size(); ++f) {
+            const long following = f + 1 < faces.size() ? faces[f + 1] : nowhere;
+            WriteFace(shell.faces[f], shell.sheet, faces[f], following, shells[s]);
+        }
+    }
+    return shells.front();
+}
+
+// Whether the face looks to the inside of the record's surface, judged at a point of its own.
+bool LooksInside(const TopoDS_Face& face, const Handle(Geom_Surface) & surface, const SurfaceRecord& record) {
+    double u1 = 0;
+    double u2 = 0;
+    double v1 = 0;
+    double v2 = 0;
+    BRepTools::UVBounds(face, u1, u2, v1, v2);
+    gp_Pnt point;
+    gp_Vec alongU;
+    gp_Vec alongV;
+    // Off the middle, where a symmetric face might have a pole.
+    surface->D1(u1 + 0.37 * (u2 - u1), v1 + 0.41 * (v2 - v1), point, alongU, alongV);
+    const bool against = alongU.Crossed(alongV).XYZ().Dot(Outside(record, point.XYZ())) < 0;
+    return against != (face.Orientation() == TopAbs_REVERSED);
+}
+
+void Writer::WriteFace(const TopoDS_Face& face, bool sheet, long index, long next, long shell) {
+    ++facesWritten;
+    const Handle(Geom_Surface) surface = BRep_Tool::Surface(face);
+    const auto record = AnalyticSurface(surface);
+    if (!record) {
+        throw WriteFailure(FaceName() + " has a surface of the kind " + KindName(surface) +
+                           ", which cannot be written; expected a plane, cylinder, cone, sphere or torus");
+    }
+    const FaceLoops boundary = LoopsOf(face, FaceName());
+    const std::vector<long> loops = Reserve(boundary.loops.size() + boundary.apexes.size());
+    const long surfaceIndex = Reserve();
+    records[Place(surfaceIndex)] = SurfaceText(*record);
+    records[Place(index)] = "face $-1 " + Reference(next) + " " +
+                            Reference(loops.empty() ? nowhere : loops.front()) + " " + Reference(shell) +
+                            " $-1 " + Reference(surfaceIndex) +
+                            (LooksInside(face, surface, *record) ? " reversed" : " forward") +
+                            (sheet ? " double out #" : " single #");
+    for (std::size_t i = 0; i < loops.size(); ++i) {
+        const long following = i + 1 < loops.size() ? loops[i + 1] : nowhere;
+        if (i < boundary.loops.size()) {
+            WriteLoop(boundary.loops[i], index, loops[i], following);
+        } else {
+            WriteApexLoop(boundary.apexes[i - boundary.loops.size()], index, loops[i], following);
+        }
+    }
+}
+
+long Writer::WriteLoop(const std::vector<TopoDS_Edge>& loop, long face, long index, long next) {
+    const std::vector<long> indices = Reserve(loop.size());
+    records[Place(index)] =
+        "loop $-1 " + Reference(next) + " " + Reference(indices.front()) + " " + Reference(face) + " #";
+    for (std::size_t i = 0; i < loop.size(); ++i) {
+        EdgeWork& edge = EdgeOf(loop[i], indices[i]);
+        edge.uses.push_back(coedges.size());
+        coedges.push_back({indices[i], indices[(i + 1) % loop.size()],
+                           indices[(i + loop.size() - 1) % loop.size()], index, edge.index,
+                           loop[i].Orientation() == TopAbs_REVERSED});
+    }
+    return index;
+}
+
+// An apex is an edge without a curve, with one coedge that is its own neighbour.
+void Writer::WriteApexLoop(const TopoDS_Vertex& apex, long face, long index, long next) {
+    const long coedge = Reserve();
+    const long edge = Reserve();
+    const long vertex = VertexOf(apex, edge);
+    records[Place(index)] =
+        "loop $-1 " + Reference(next) + " " + Reference(coedge) + " " + Reference(face) + " #";
+    records[Place(coedge)] = "coedge $-1 " + Reference(coedge) + " " + Reference(coedge) + " $-1 " +
+                             Reference(edge) + " forward " + Reference(index) + " $-1 #";
+    records[Place(edge)] = "edge $-1 " + Reference(vertex) + " " + Reference(vertex) + " " +
+                           Reference(coedge) + " $-1 forward #";
+}
+
+Writer::EdgeWork& Writer::EdgeOf(const TopoDS_Edge& edge, long coedge) {
+    EdgeWork& work = edges[edge];
+    if (work.index != nowhere) return work;
+    double first = 0;
+    double last = 0;
+    const Handle(Geom_Curve) curve = BRep_Tool::Curve(edge, first, last);
+    const auto record = curve.IsNull() ? std::nullopt : AnalyticCurve(curve);
+    if (!record) {
+        throw WriteFailure(FaceName() + " has an edge of the kind " + KindName(curve) +
+                           ", which cannot be written; expected a line, circle or ellipse");
+    }
+    work.index = Reserve();
+    const TopoDS_Edge forward = TopoDS::Edge(edge.Oriented(TopAbs_FORWARD));
+    const long start = VertexOf(TopExp::FirstVertex(forward), work.index);
+    const long end = VertexOf(TopExp::LastVertex(forward), work.index);
+    const long curveIndex = Reserve();
+    records[Place(curveIndex)] = CurveText(*record);
+    records[Place(work.index)] = "edge $-1 " + Reference(start) + " " + Reference(end) + " " +
+                                 Reference(coedge) + " " + Reference(curveIndex) + " forward #";
+    return work;
+}
+
+long Writer::VertexOf(const TopoDS_Vertex& vertex, long edge) {
+    if (vertex.IsNull()) throw WriteFailure(FaceName() + " has an edge without vertices");
+    const auto [place, fresh] = vertices.try_emplace(vertex, nowhere);
+    if (fresh) {
+        place->second = Reserve();
+        const long point = Reserve();
+        records[Place(place->second)] = "vertex $-1 " + Reference(edge) + " " + Reference(point) + " #";
+        records[Place(point)] = "point $-1 " + Vector(BRep_Tool::Pnt(vertex).XYZ()) + " #";
+    }
+    return place->second;
+}
+
+// Partners are known only now: the coedges of an edge point to each other in a ring.
+void Writer::FinishCoedges() {
+    std::vector<long> partner(coedges.size(), nowhere);
+    for (const auto& [shape, edge] : edges) {
+        if (edge.uses.size() < 2) continue;
+        for (std::size_t i = 0; i < edge.uses.size(); ++i) {
+            partner[edge.uses[i]] = coedges[edge.uses[(i + 1) % edge.uses.size()]].index;
+        }
+    }
+    for (std::size_t i = 0; i < coedges.size(); ++i) {
+        const CoedgeWork& coedge = coedges[i];
+        records[Place(coedge.index)] =
+            "coedge $-1 " + Reference(coedge.next) + " " + Reference(coedge.previous) + " " +
+            Reference(partner[i]) + " " + Reference(coedge.edge) +
+            (coedge.reversed ? " reversed " : " forward ") + Reference(coedge.loop) + " $-1 #";
+    }
+}
+
+}  // namespace
+
+std::vector<std::string> WriteText(const TopoDS_Shape& shape) {
+    std::vector<LumpPart> lumps;
+    std::vector<TopoDS_Face> sheets;
+    CollectParts(shape, lumps, sheets);
+    for (LumpPart& lump : SheetLumps(sheets)) lumps.push_back(std::move(lump));
+    if (lumps.empty()) throw WriteFailure("the shape holds no face that could be written");
+    try {
+        return Writer().Run(lumps);
+    } catch (const Standard_Failure& failure) {
+        throw WriteFailure(std::string("the shape cannot be written: ") + failure.DynamicType()->Name());
+    }
 }
 
 }  // namespace brenvik::acis

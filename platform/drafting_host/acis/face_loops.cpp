@@ -1,0 +1,116 @@
+// Taking wires apart. The modeller runs one wire over both loops of a full round and the seam between;
+// without the seam the remaining edges fall into the loops they make with their vertices.
+#include "drafting_host/acis/face_loops.h"
+
+#include "drafting_host/acis/acis_text.h"
+
+#include <BRepAdaptor_Surface.hxx>
+#include <BRepTools_WireExplorer.hxx>
+#include <BRep_Tool.hxx>
+#include <TopExp.hxx>
+#include <TopoDS.hxx>
+#include <TopoDS_Iterator.hxx>
+#include <TopoDS_Wire.hxx>
+
+#include <algorithm>
+
+namespace brenvik::acis {
+namespace {
+
+bool IsBoundary(const TopoDS_Edge& edge) {
+    return edge.Orientation() == TopAbs_FORWARD || edge.Orientation() == TopAbs_REVERSED;
+}
+
+// Edges of a wire in walking order; in the order of the wire where the modeller cannot follow it.
+std::vector<TopoDS_Edge> Walk(const TopoDS_Wire& wire, const TopoDS_Face& face) {
+    std::vector<TopoDS_Edge> stored;
+    for (TopoDS_Iterator edge(wire); edge.More(); edge.Next()) {
+        const TopoDS_Edge& part = TopoDS::Edge(edge.Value());
+        if (IsBoundary(part)) stored.push_back(part);
+    }
+    std::vector<TopoDS_Edge> walked;
+    for (BRepTools_WireExplorer explorer(wire, face); explorer.More() && walked.size() <= stored.size();
+         explorer.Next()) {
+        walked.push_back(explorer.Current());
+    }
+    return walked.size() == stored.size() ? walked : stored;
+}
+
+class Taker {
+  public:
+    Taker(const TopoDS_Face& f, std::string n)
+        : name(std::move(n)),
+          face(TopoDS::Face(f.Oriented(TopAbs_FORWARD))),
+          reversed(f.Orientation() == TopAbs_REVERSED) {}
+
+    FaceLoops Run() {
+        for (TopoDS_Iterator part(face); part.More(); part.Next()) {
+            if (part.Value().ShapeType() == TopAbs_WIRE) Take(TopoDS::Wire(part.Value()));
+        }
+        KeepLoneApexes();
+        return std::move(result);
+    }
+
+  private:
+    void Take(const TopoDS_Wire& wire) {
+        std::vector<TopoDS_Edge> edges;
+        for (const TopoDS_Edge& edge : Walk(wire, face)) {
+            if (BRep_Tool::Degenerated(edge)) {
+                spreadPoints.push_back(TopExp::FirstVertex(edge));
+            } else if (!BRep_Tool::IsClosed(edge, face)) {
+                edges.push_back(reversed ? TopoDS::Edge(edge.Reversed()) : edge);
+            }
+        }
+        if (reversed) std::reverse(edges.begin(), edges.end());
+        std::vector<bool> used(edges.size(), false);
+        for (std::size_t first = 0; first < edges.size(); ++first) {
+            if (!used[first]) result.loops.push_back(Follow(edges, used, first));
+        }
+    }
+
+    // From an edge to the next that starts where it ends, the nearest in walking order first, until the
+    // loop is back at its start.
+    std::vector<TopoDS_Edge> Follow(const std::vector<TopoDS_Edge>& edges, std::vector<bool>& used,
+                                    std::size_t first) const {
+        std::vector<TopoDS_Edge> loop;
+        const TopoDS_Vertex start = TopExp::FirstVertex(edges[first], true);
+        for (std::size_t at = first;;) {
+            used[at] = true;
+            loop.push_back(edges[at]);
+            const TopoDS_Vertex end = TopExp::LastVertex(edges[at], true);
+            if (end.IsNull() || start.IsNull()) throw WriteFailure(name + " has an edge without vertices");
+            if (end.IsSame(start)) return loop;
+            std::size_t step = 1;
+            for (; step < edges.size(); ++step) {
+                const std::size_t next = (at + step) % edges.size();
+                if (!used[next] && TopExp::FirstVertex(edges[next], true).IsSame(end)) break;
+            }
+            if (step >= edges.size()) throw WriteFailure(name + " has a boundary that is not closed");
+            at = (at + step) % edges.size();
+        }
+    }
+
+    void KeepLoneApexes() {
+        if (BRepAdaptor_Surface(face, false).GetType() == GeomAbs_Sphere) return;
+        for (const TopoDS_Vertex& point : spreadPoints) {
+            bool passed = false;
+            for (const auto& loop : result.loops) {
+                for (const TopoDS_Edge& edge : loop)
+                    passed = passed || TopExp::FirstVertex(edge, true).IsSame(point);
+            }
+            if (!passed) result.apexes.push_back(point);
+        }
+    }
+
+    std::string name;
+    TopoDS_Face face;
+    bool reversed;
+    std::vector<TopoDS_Vertex> spreadPoints;
+    FaceLoops result;
+};
+
+}  // namespace
+
+FaceLoops LoopsOf(const TopoDS_Face& face, const std::string& name) { return Taker(face, name).Run(); }
+
+}  // namespace brenvik::acis

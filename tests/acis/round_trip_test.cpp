@@ -1,0 +1,229 @@
+// Shapes made by the modeller, written and read back: nothing may move, vanish or turn inside out.
+#include "acis_testing.h"
+
+#include <gtest/gtest.h>
+#include <BRepAlgoAPI_Common.hxx>
+#include <BRepAlgoAPI_Cut.hxx>
+#include <BRepAlgoAPI_Fuse.hxx>
+#include <BRepBuilderAPI_MakeEdge.hxx>
+#include <BRepBuilderAPI_MakeFace.hxx>
+#include <BRepBuilderAPI_MakeWire.hxx>
+#include <BRepBuilderAPI_Transform.hxx>
+#include <BRepFilletAPI_MakeFillet.hxx>
+#include <BRepPrimAPI_MakeBox.hxx>
+#include <BRepPrimAPI_MakeCone.hxx>
+#include <BRepPrimAPI_MakeCylinder.hxx>
+#include <BRepPrimAPI_MakePrism.hxx>
+#include <BRepPrimAPI_MakeRevol.hxx>
+#include <BRepPrimAPI_MakeSphere.hxx>
+#include <BRepPrimAPI_MakeTorus.hxx>
+#include <BRep_Builder.hxx>
+#include <GC_MakeArcOfCircle.hxx>
+#include <GeomAPI_PointsToBSplineSurface.hxx>
+#include <Geom_BSplineSurface.hxx>
+#include <Geom_TrimmedCurve.hxx>
+#include <ShapeUpgrade_UnifySameDomain.hxx>
+#include <TColgp_Array2OfPnt.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopoDS.hxx>
+#include <TopoDS_Compound.hxx>
+#include <gp_Circ.hxx>
+#include <gp_Elips.hxx>
+
+#include <chrono>
+#include <functional>
+#include <numbers>
+
+namespace brenvik::acis::testing {
+namespace {
+
+gp_Ax2 At(double x, double y, double z, const gp_Dir& axis = gp_Dir(0, 0, 1)) {
+    return {gp_Pnt(x, y, z), axis};
+}
+
+TopoDS_Shape Panel() { return BRepPrimAPI_MakeBox(gp_Pnt(0, 0, 0), gp_Pnt(600, 400, 18)).Shape(); }
+
+TopoDS_Shape Drilled(TopoDS_Shape part, const gp_Ax2& at, double radius, double depth) {
+    return BRepAlgoAPI_Cut(part, BRepPrimAPI_MakeCylinder(at, radius, depth).Shape()).Shape();
+}
+
+TopoDS_Shape Counterbored() {
+    return Drilled(Drilled(Panel(), At(100, 100, -1), 4, 30), At(100, 100, 10), 8, 30);
+}
+
+// A drill's own bottom: a bore that ends in a cone.
+TopoDS_Shape DrilledToAPoint() {
+    const TopoDS_Shape bore = BRepPrimAPI_MakeCylinder(At(50, 50, 8), 5, 20).Shape();
+    const TopoDS_Shape point = BRepPrimAPI_MakeCone(At(50, 50, 5), 0, 5, 3).Shape();
+    return BRepAlgoAPI_Cut(Panel(), BRepAlgoAPI_Fuse(bore, point).Shape()).Shape();
+}
+
+TopoDS_Shape RoundedPocket() {
+    BRepFilletAPI_MakeFillet corners(BRepPrimAPI_MakeBox(gp_Pnt(50, 50, 8), gp_Pnt(250, 150, 30)).Shape());
+    for (TopExp_Explorer edge(corners.Shape(), TopAbs_EDGE); edge.More(); edge.Next()) break;
+    TopoDS_Shape pocket = BRepPrimAPI_MakeBox(gp_Pnt(50, 50, 8), gp_Pnt(250, 150, 30)).Shape();
+    BRepFilletAPI_MakeFillet fillet(pocket);
+    for (TopExp_Explorer edge(pocket, TopAbs_EDGE); edge.More(); edge.Next()) {
+        const std::vector<gp_Pnt> ends = Corners(edge.Current());
+        if (std::abs(ends[0].Z() - ends[1].Z()) > 1) fillet.Add(12, TopoDS::Edge(edge.Current()));
+    }
+    return BRepAlgoAPI_Cut(Panel(), fillet.Shape()).Shape();
+}
+
+TopoDS_Shape AllEdgesRounded(const TopoDS_Shape& shape, double radius) {
+    BRepFilletAPI_MakeFillet fillet(shape);
+    for (TopExp_Explorer edge(shape, TopAbs_EDGE); edge.More(); edge.Next()) {
+        fillet.Add(radius, TopoDS::Edge(edge.Current()));
+    }
+    return fillet.Shape();
+}
+
+TopoDS_Shape WithRoundedRim() {
+    const TopoDS_Shape disc = BRepPrimAPI_MakeCylinder(At(0, 0, 0), 50, 18).Shape();
+    return AllEdgesRounded(disc, 4);
+}
+
+TopoDS_Shape BoxWithVoid() {
+    const TopoDS_Shape ball = BRepPrimAPI_MakeSphere(gp_Pnt(50, 50, 50), 20).Shape();
+    return BRepAlgoAPI_Cut(BRepPrimAPI_MakeBox(100.0, 100.0, 100.0).Shape(), ball).Shape();
+}
+
+TopoDS_Shape BoxWithBoxVoid() {
+    const TopoDS_Shape hollow = BRepPrimAPI_MakeBox(gp_Pnt(20, 20, 20), gp_Pnt(60, 70, 80)).Shape();
+    return BRepAlgoAPI_Cut(BRepPrimAPI_MakeBox(100.0, 100.0, 100.0).Shape(), hollow).Shape();
+}
+
+TopoDS_Shape TwoBoards() {
+    BRep_Builder builder;
+    TopoDS_Compound compound;
+    builder.MakeCompound(compound);
+    builder.Add(compound, Panel());
+    builder.Add(compound, Drilled(BRepPrimAPI_MakeBox(gp_Pnt(700, 0, 0), gp_Pnt(800, 100, 18)).Shape(),
+                                  At(750, 50, 0), 5, 18));
+    return compound;
+}
+
+TopoDS_Shape SlantedBore() { return Drilled(Panel(), At(300, 200, -40, gp_Dir(1, 0, 2)), 10, 200); }
+
+TopoDS_Shape MitredRail() {
+    const TopoDS_Shape rail = BRepPrimAPI_MakeCylinder(At(0, 0, 0), 20, 200).Shape();
+    gp_Trsf turn;
+    turn.SetRotation(gp_Ax1(gp_Pnt(0, 0, 200), gp_Dir(0, 1, 0)), 0.7);
+    const TopoDS_Shape block = BRepPrimAPI_MakeBox(gp_Pnt(-100, -100, 180), gp_Pnt(100, 100, 400)).Shape();
+    return BRepAlgoAPI_Cut(rail, BRepBuilderAPI_Transform(block, turn).Shape()).Shape();
+}
+
+TopoDS_Shape SideHoleInTube() {
+    const TopoDS_Shape tube = BRepPrimAPI_MakeCylinder(At(0, 0, 0), 20, 200).Shape();
+    // A square hole keeps all edges analytic.
+    return BRepAlgoAPI_Cut(tube, BRepPrimAPI_MakeBox(gp_Pnt(0, -5, 80), gp_Pnt(30, 5, 110)).Shape()).Shape();
+}
+
+TopoDS_Shape EllipticRod() {
+    const TopoDS_Edge edge = BRepBuilderAPI_MakeEdge(gp_Elips(At(3, 4, 5), 30, 10)).Edge();
+    const TopoDS_Face face = BRepBuilderAPI_MakeFace(BRepBuilderAPI_MakeWire(edge).Wire(), true).Face();
+    return BRepPrimAPI_MakePrism(face, gp_Vec(0, 0, 50)).Shape();
+}
+
+TopoDS_Shape PipeBend() {
+    const TopoDS_Edge edge = BRepBuilderAPI_MakeEdge(gp_Circ(At(50, 0, 0, gp_Dir(0, 1, 0)), 10)).Edge();
+    const TopoDS_Face face = BRepBuilderAPI_MakeFace(BRepBuilderAPI_MakeWire(edge).Wire(), true).Face();
+    return BRepPrimAPI_MakeRevol(face, gp_Ax1(gp_Pnt(0, 0, 0), gp_Dir(0, 0, 1)), 1.2).Shape();
+}
+
+TopoDS_Shape QuarterOfACone() {
+    return BRepPrimAPI_MakeCone(At(0, 0, 0), 30, 0, 50, std::numbers::pi / 2).Shape();
+}
+
+TopoDS_Shape HalfBall() {
+    const TopoDS_Shape ball = BRepPrimAPI_MakeSphere(gp_Pnt(1, 2, 3), 20).Shape();
+    return BRepAlgoAPI_Common(ball, BRepPrimAPI_MakeBox(gp_Pnt(-50, -50, 3), gp_Pnt(50, 50, 50)).Shape())
+        .Shape();
+}
+
+TopoDS_Shape BallEndedSlot() {
+    const TopoDS_Shape ball = BRepPrimAPI_MakeSphere(gp_Pnt(100, 100, 18), 6).Shape();
+    return BRepAlgoAPI_Cut(Panel(), ball).Shape();
+}
+
+TopoDS_Shape BallWithTwoFlats() {
+    const TopoDS_Shape ball = BRepPrimAPI_MakeSphere(gp_Pnt(0, 0, 0), 20).Shape();
+    return BRepAlgoAPI_Common(ball, BRepPrimAPI_MakeBox(gp_Pnt(-12, -50, -50), gp_Pnt(15, 50, 50)).Shape())
+        .Shape();
+}
+
+TopoDS_Shape BallWithSideFlats() {
+    const TopoDS_Shape ball = BRepPrimAPI_MakeSphere(gp_Pnt(0, 0, 0), 20).Shape();
+    return BRepAlgoAPI_Common(ball, BRepPrimAPI_MakeBox(gp_Pnt(-15, -16, -50), gp_Pnt(50, 50, 17)).Shape())
+        .Shape();
+}
+
+TopoDS_Shape RevolvedFoot() {
+    BRepBuilderAPI_MakeWire wire;
+    const gp_Pnt corners[] = {gp_Pnt(5, 0, 0), gp_Pnt(30, 0, 0), gp_Pnt(20, 0, 15), gp_Pnt(20, 0, 40),
+                              gp_Pnt(5, 0, 40)};
+    for (int i = 0; i < 5; ++i) wire.Add(BRepBuilderAPI_MakeEdge(corners[i], corners[(i + 1) % 5]).Edge());
+    const TopoDS_Face face = BRepBuilderAPI_MakeFace(wire.Wire(), true).Face();
+    return BRepPrimAPI_MakeRevol(face, gp_Ax1(gp_Pnt(0, 0, 0), gp_Dir(0, 0, 1))).Shape();
+}
+
+struct ShapeCase {
+    const char* name;
+    std::function<TopoDS_Shape()> make;
+};
+
+void PrintTo(const ShapeCase& shape, std::ostream* out) { *out << shape.name; }
+
+class RoundTrip : public ::testing::TestWithParam<ShapeCase> {};
+
+TEST_P(RoundTrip, KeepsTheShape) { ExpectRoundTrip(GetParam().make()); }
+
+TEST_P(RoundTrip, KeepsTheShapeTurnedAtAnOddAngle) {
+    gp_Trsf turn;
+    turn.SetRotation(gp_Ax1(gp_Pnt(3, -7, 11), gp_Dir(0.3, -0.5, 0.81)), 1.234);
+    ExpectRoundTrip(BRepBuilderAPI_Transform(GetParam().make(), turn).Shape());
+}
+
+TEST_P(RoundTrip, KeepsTheShapeMirrored) {
+    gp_Trsf mirror;
+    mirror.SetMirror(gp_Ax2(gp_Pnt(5, 6, 7), gp_Dir(1, 0.2, 0.1)));
+    ExpectRoundTrip(BRepBuilderAPI_Transform(GetParam().make(), mirror).Shape());
+}
+
+TEST_P(RoundTrip, KeepsTheShapeMovedByALocation) {
+    gp_Trsf move;
+    move.SetRotation(gp_Ax1(gp_Pnt(0, 0, 0), gp_Dir(0, 0, 1)), 0.5);
+    move.SetTranslationPart(gp_Vec(10, 20, 30));
+    ExpectRoundTrip(GetParam().make().Moved(TopLoc_Location(move)));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Shapes, RoundTrip,
+    ::testing::Values(
+        ShapeCase{"Box", Panel},
+        ShapeCase{"ThroughHole", [] { return Drilled(Panel(), At(100, 100, 0), 5, 18); }},
+        ShapeCase{"BlindHole", [] { return Drilled(Panel(), At(100, 100, 5), 5, 30); }},
+        ShapeCase{"EdgeBore", [] { return Drilled(Panel(), At(-1, 100, 9, gp_Dir(1, 0, 0)), 4, 30); }},
+        ShapeCase{"Counterbore", Counterbored}, ShapeCase{"DrillPoint", DrilledToAPoint},
+        ShapeCase{"RoundedPocket", RoundedPocket},
+        ShapeCase{"Cylinder", [] { return BRepPrimAPI_MakeCylinder(At(1, 2, 3), 10, 40).Shape(); }},
+        ShapeCase{"HalfCylinder",
+                  [] { return BRepPrimAPI_MakeCylinder(At(1, 2, 3), 10, 40, std::numbers::pi).Shape(); }},
+        ShapeCase{"TruncatedCone", [] { return BRepPrimAPI_MakeCone(At(1, 2, 3), 10, 4, 30).Shape(); }},
+        ShapeCase{"GrowingCone", [] { return BRepPrimAPI_MakeCone(At(1, 2, 3), 4, 10, 30).Shape(); }},
+        ShapeCase{"ConeWithApex", [] { return BRepPrimAPI_MakeCone(At(1, 2, 3), 10, 0, 30).Shape(); }},
+        ShapeCase{"QuarterOfACone", QuarterOfACone},
+        ShapeCase{"Sphere", [] { return BRepPrimAPI_MakeSphere(gp_Pnt(1, 2, 3), 20).Shape(); }},
+        ShapeCase{"Torus", [] { return BRepPrimAPI_MakeTorus(At(1, 2, 3), 50, 10).Shape(); }},
+        ShapeCase{"SphereVoid", BoxWithVoid}, ShapeCase{"BoxVoid", BoxWithBoxVoid},
+        ShapeCase{"RoundedBox", [] { return AllEdgesRounded(Panel(), 3); }},
+        ShapeCase{"RoundedRim", WithRoundedRim}, ShapeCase{"TwoBoards", TwoBoards},
+        ShapeCase{"SlantedBore", SlantedBore}, ShapeCase{"MitredRail", MitredRail},
+        ShapeCase{"SideHoleInTube", SideHoleInTube}, ShapeCase{"EllipticRod", EllipticRod},
+        ShapeCase{"PipeBend", PipeBend}, ShapeCase{"HalfBall", HalfBall},
+        ShapeCase{"BallNotch", BallEndedSlot}, ShapeCase{"BallWithTwoFlats", BallWithTwoFlats},
+        ShapeCase{"BallWithSideFlats", BallWithSideFlats}, ShapeCase{"RevolvedFoot", RevolvedFoot}),
+    [](const ::testing::TestParamInfo<ShapeCase>& tested) { return std::string(tested.param.name); });
+
+}  // namespace
+}  // namespace brenvik::acis::testing
