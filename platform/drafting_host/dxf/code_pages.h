@@ -1,0 +1,20 @@
+// The code pages of drawings older than release 2007. The single-byte ones of Windows are known
+// character by character; the East Asian ones only by how a text escapes their characters.
+#pragma once
+
+#include <optional>
+
+namespace brenvik {
+
+inline constexpr char32_t replacementCharacter = 0xFFFD;
+
+/// Whether the page is 874 or one of 1250 to 1258.
+bool IsSingleBytePage(int page);
+
+/// What a byte stands for in a single-byte page; the replacement character where the page has none.
+char32_t SingleByteCharacter(int page, unsigned char byte);
+
+/// The digit n by which "\M+nXXXX" names an East Asian page (932, 936, 949, 950).
+std::optional<char> MultiByteEscapeDigit(int page);
+
+}  // namespace brenvik

@@ -1,0 +1,197 @@
+// The last step of reading: a drawing that is complete in itself, whatever the file left out.
+#include <algorithm>
+#include <unordered_set>
+
+#include "drafting_host/dxf/reading.h"
+#include "drafting_host/dxf/standard_entries.h"
+
+namespace brenvik {
+namespace {
+
+template <typename Visit>
+void ForEachEntity(DrawingData& data, Visit visit) {
+    for (BlockData& block : data.blocks) {
+        for (EntityData& entity : block.entities) visit(entity);
+    }
+}
+
+// The names in entities become those of the tables, letter by letter; what no table holds is added.
+void JoinNames(DrawingData& data) {
+    NameTable layers(data.layers);
+    NameTable linetypes(data.linetypes);
+    NameTable styles(data.styles);
+    std::set<std::string, LessIgnoreCase> applications(data.applications.begin(), data.applications.end());
+    ForEachEntity(data, [&](EntityData& entity) {
+        entity.layer = layers.Named(entity.layer).name;
+        entity.linetype = linetypes.Named(entity.linetype).name;
+        if (std::string* const style = StyleOf(entity.geometry)) *style = styles.Named(*style).name;
+        for (const XDataOfApp& app : entity.xdata) {
+            if (applications.insert(app.app).second) data.applications.push_back(app.app);
+        }
+    });
+    for (LayerData& layer : data.layers) layer.linetype = linetypes.Named(layer.linetype).name;
+    data.currentLayer = layers.Has(data.currentLayer) ? layers.Named(data.currentLayer).name : "0";
+}
+
+// Which blocks a block reference may name: those that hold no reference, directly or through others, back
+// to the block in which it stands. A walk through such a ring would not end.
+class BlockRings {
+  public:
+    explicit BlockRings(Reading& reading)
+        : mReading(reading), mStates(reading.data.blocks.size(), State::New) {}
+
+    void DropReferences() {
+        for (std::size_t block = 0; block < mStates.size(); ++block) Visit(block);
+        for (std::size_t block = 0; block < mStates.size(); ++block) DropFrom(block);
+    }
+
+  private:
+    enum class State { New, Open, Done };
+    struct Step {
+        std::size_t block = 0, next = 0;
+    };
+
+    std::optional<std::size_t> Target(const EntityData& entity) const {
+        const auto* const insert = std::get_if<InsertData>(&entity.geometry);
+        if (insert == nullptr) return std::nullopt;
+        const auto place = mReading.blockPlaces.find(insert->block);
+        return place == mReading.blockPlaces.end() ? std::nullopt : std::optional(place->second);
+    }
+
+    // Depth first with a stack of its own: files nest as deep as they like.
+    void Visit(std::size_t first) {
+        if (mStates[first] != State::New) return;
+        std::vector<Step> stack{{first, 0}};
+        mStates[first] = State::Open;
+        while (!stack.empty()) {
+            Step& step = stack.back();
+            const auto& entities = mReading.data.blocks[step.block].entities;
+            if (step.next == entities.size()) {
+                mStates[step.block] = State::Done;
+                stack.pop_back();
+                continue;
+            }
+            const EntityData& entity = entities[step.next++];
+            const auto target = Target(entity);
+            if (!target) continue;
+            if (mStates[*target] == State::Open) {
+                mRings.insert(&entity);
+            } else if (mStates[*target] == State::New) {
+                mStates[*target] = State::Open;
+                stack.push_back({*target, 0});
+            }
+        }
+    }
+
+    void DropFrom(std::size_t place) {
+        BlockData& block = mReading.data.blocks[place];
+        std::vector<char> isBad(block.entities.size(), 0);
+        for (std::size_t i = 0; i < block.entities.size(); ++i) {
+            const EntityData& entity = block.entities[i];
+            const auto* const insert = std::get_if<InsertData>(&entity.geometry);
+            if (insert == nullptr) continue;
+            const bool isRing = mRings.contains(&entity);
+            if (!isRing && Target(entity) && !IsSpace(insert->block)) continue;
+            isBad[i] = 1;
+            mReading.Note(0, "INSERT left out of block " + ShownName(block.name) + ": it names " +
+                                 ShownName(insert->block) + ", " +
+                                 (isRing ? "which holds itself" : "a block of the drawing was expected"));
+        }
+        const EntityData* const first = block.entities.data();
+        std::erase_if(block.entities, [&](const EntityData& entity) {
+            return isBad[static_cast<std::size_t>(&entity - first)] != 0;
+        });
+    }
+
+    Reading& mReading;
+    std::vector<State> mStates;
+    std::unordered_set<const EntityData*> mRings;
+};
+
+// Every object its own handle: entities keep theirs before tables do, tables before what only files need.
+class Handles {
+  public:
+    explicit Handles(DrawingData& data) : mData(data) {}
+
+    void Settle() {
+        ForEachHandle([this](HandleValue& handle) { Keep(handle); });
+        for (auto& [what, handle] : mData.fileHandles) Keep(handle);
+        std::erase_if(mData.fileHandles, [](const auto& entry) { return entry.second == 0; });
+        if (mData.handleSeed <= mHighest || mData.handleSeed > highestHandle) mData.handleSeed = mHighest + 1;
+        ForEachHandle([this](HandleValue& handle) {
+            if (handle == 0) handle = mData.handleSeed++;
+        });
+    }
+
+  private:
+    template <typename Visit>
+    void ForEachHandle(Visit visit) {
+        ForEachEntity(mData, [&](EntityData& entity) {
+            visit(entity.handle);
+            if (auto* const polyline = std::get_if<PolylineData>(&entity.geometry)) {
+                for (auto& vertex : polyline->vertices) visit(vertex.handle);
+                visit(polyline->seqendHandle);
+            }
+        });
+        for (BlockData& block : mData.blocks) visit(block.handle);
+        for (LayerData& layer : mData.layers) visit(layer.handle);
+        for (LinetypeData& linetype : mData.linetypes) visit(linetype.handle);
+        for (TextStyleData& style : mData.styles) visit(style.handle);
+        for (UcsData& ucs : mData.namedUcs) visit(ucs.handle);
+        for (GroupData& group : mData.groups) visit(group.handle);
+    }
+
+    void Keep(HandleValue& handle) {
+        if (handle == 0) return;
+        if (!mUsed.insert(handle).second) {
+            handle = 0;
+            return;
+        }
+        mHighest = std::max(mHighest, handle);
+    }
+
+    DrawingData& mData;
+    std::unordered_set<HandleValue> mUsed;
+    HandleValue mHighest = 0;
+};
+
+// Handles that lead nowhere: members whose entity was passed over, frozen layers that are none.
+void DropDeadReferences(DrawingData& data) {
+    std::unordered_set<HandleValue> entities, layers;
+    ForEachEntity(data, [&](const EntityData& entity) { entities.insert(entity.handle); });
+    for (const LayerData& layer : data.layers) layers.insert(layer.handle);
+    for (GroupData& group : data.groups)
+        std::erase_if(group.members, [&](HandleValue handle) { return !entities.contains(handle); });
+    ForEachEntity(data, [&](EntityData& entity) {
+        if (auto* const viewport = std::get_if<ViewportData>(&entity.geometry))
+            std::erase_if(viewport->frozenLayers,
+                          [&](HandleValue handle) { return !layers.contains(handle); });
+    });
+}
+
+void NameBlocks(Reading& reading) {
+    int layoutNumber = 0;
+    for (BlockData& block : reading.data.blocks) {
+        const auto record = reading.recordOfBlock.find(block.name);
+        if (record != reading.recordOfBlock.end()) block.handle = record->second;
+        if (!IsSpace(block.name)) continue;
+        const auto layout = reading.layoutOfBlock.find(block.name);
+        if (layout != reading.layoutOfBlock.end()) block.layoutName = layout->second;
+        if (block.layoutName.empty())
+            block.layoutName = layoutNumber == 0 ? "Model" : "Layout" + std::to_string(layoutNumber);
+        ++layoutNumber;
+    }
+}
+
+}  // namespace
+
+void CompleteDrawing(Reading& reading) {
+    AddStandardEntries(reading.data);
+    NameBlocks(reading);
+    BlockRings(reading).DropReferences();
+    JoinNames(reading.data);
+    Handles(reading.data).Settle();
+    DropDeadReferences(reading.data);
+}
+
+}  // namespace brenvik

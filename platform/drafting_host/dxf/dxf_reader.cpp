@@ -1,0 +1,207 @@
+// The walk over a DXF file: sections, and which part of the reader takes which record.
+#include "drafting_host/dxf/dxf_reader.h"
+
+#include <utility>
+
+#include "drafting_host/dxf/entity_reader.h"
+#include "drafting_host/dxf/object_reader.h"
+
+namespace brenvik {
+namespace {
+
+enum class Section { None, Header, Tables, Blocks, Entities, Objects, Other };
+
+Section SectionNamed(std::string_view name) {
+    if (name == "HEADER") return Section::Header;
+    if (name == "TABLES") return Section::Tables;
+    if (name == "BLOCKS") return Section::Blocks;
+    if (name == "ENTITIES") return Section::Entities;
+    if (name == "OBJECTS") return Section::Objects;
+    return Section::Other;
+}
+
+// Content of other kinds, told by how it begins.
+void RefuseOtherContent(std::string_view content, std::string_view fileName) {
+    constexpr std::string_view expected = "an ASCII DXF drawing";
+    const auto refuse = [&](std::string_view found) { throw InvalidDxf(fileName, 1, expected, found); };
+    if (content.empty()) refuse("an empty file");
+    if (content.starts_with("AutoCAD Binary DXF")) refuse("a binary DXF drawing; save it as ASCII DXF");
+    if (content.starts_with("AC10")) refuse("a binary drawing (DWG); save it as ASCII DXF");
+    if (content.starts_with("ISO-10303-21")) refuse("a STEP file");
+    if (content.starts_with("\xFF\xFE") || content.starts_with("\xFE\xFF")) refuse("UTF-16 text");
+}
+
+class Walk {
+  public:
+    Walk(std::string_view content, std::string_view fileName)
+        : mFileName(fileName), mGroups(content, fileName), mEntities(mReading), mObjects(mReading) {
+        mReading.fileName = fileName;
+        mReading.hasByteOrderMark = mGroups.HasByteOrderMark();
+        if (mReading.hasByteOrderMark) mReading.decoder = TextDecoder(TextDecoder::Bytes::Utf8, 1252);
+        mReading.data.version = "AC1009";  // what a file without a version is
+        BlockPlace(mReading, std::string(modelSpaceName));
+        BlockPlace(mReading, std::string(paperSpaceName));
+    }
+
+    DrawingData Run() {
+        Record record;
+        while (!mHasEnded && mGroups.NextRecord(record)) Take(record);
+        if (!mHasSection) {
+            throw InvalidDxf(mFileName, mGroups.Line(), "a section (0 SECTION) of a DXF drawing",
+                             mHasEnded ? "the end of the file" : "other text");
+        }
+        mEntities.EndOpenPolyline(mGroups.Line());
+        if (!mHasEnded) NoteCut();
+        mEntities.NotePassedOver();
+        mObjects.Finish();
+        CompleteDrawing(mReading);
+        return std::move(mReading.data);
+    }
+
+  private:
+    void NoteCut() {
+        const CutOff& cut = mGroups.Cut();
+        std::string text = "the file breaks off: expected " + cut.expected + " or the end mark EOF";
+        if (!mCutRecord.empty()) text += "; " + mCutRecord + " is left out";
+        mReading.Note(cut.line, text);
+    }
+
+    void Take(Record& record) {
+        if (record.name == "SECTION") return BeginSection(record);
+        if (!mHasSection && record.name != "EOF") {
+            throw InvalidDxf(mFileName, record.line, "a section (0 SECTION) of a DXF drawing",
+                             ShownName(record.name));
+        }
+        if (record.name == "EOF") {
+            if (mSection != Section::None) mReading.Note(record.line, "ENDSEC was expected before EOF");
+            mHasEnded = true;
+            return;
+        }
+        if (!record.whole && record.name != "ENDSEC") {
+            mCutRecord = std::string(ShownName(record.name)) + " of line " + std::to_string(record.line);
+            return;
+        }
+        if (record.name == "ENDSEC") return EndSection(record.line);
+        TakeInSection(record);
+    }
+
+    void BeginSection(Record& record) {
+        if (mSection != Section::None) {
+            mReading.Note(record.line, "ENDSEC was expected before the next SECTION", false);
+            EndSection(record.line);
+        }
+        mHasSection = true;
+        const Group* const name = FindGroup(record.groups, 2);
+        mSection =
+            name == nullptr ? Section::Other : SectionNamed(name->value.substr(0, name->value.find(' ')));
+        if (name == nullptr) mReading.Note(record.line, "a section's name (group 2) was expected");
+        if (mSection == Section::Header) ReadHeader(mReading, record.groups);
+    }
+
+    void EndSection(std::size_t line) {
+        mEntities.EndOpenPolyline(line);
+        mBlock.reset();
+        mSection = Section::None;
+    }
+
+    void TakeInSection(Record& record) {
+        switch (mSection) {
+            case Section::Tables:
+                ReadTableEntry(mReading, record);
+                break;
+            case Section::Blocks:
+                TakeInBlocks(record);
+                break;
+            case Section::Entities:
+                mEntities.Take(record, std::nullopt);
+                break;
+            case Section::Objects:
+                mObjects.Take(record);
+                break;
+            case Section::None:
+                mReading.Note(record.line, ShownName(record.name) + " passed over: a SECTION was expected");
+                break;
+            case Section::Header:
+            case Section::Other:
+                break;
+        }
+    }
+
+    void TakeInBlocks(Record& record) {
+        if (record.name == "BLOCK") {
+            mEntities.EndOpenPolyline(record.line);
+            BeginBlock(record);
+        } else if (record.name == "ENDBLK") {
+            mEntities.EndOpenPolyline(record.line);
+            EndBlock(record);
+        } else if (mBlock) {
+            mEntities.Take(record, mBlock);
+        } else if (!mBlockRefused) {
+            mReading.Note(record.line, ShownName(record.name) + " passed over: a BLOCK was expected");
+        }
+    }
+
+    void BeginBlock(Record& record) {
+        DropBrackets(record.groups);
+        mBlock.reset();
+        mBlockRefused = true;
+        const Group* const nameGroup = FindGroup(record.groups, 2);
+        const std::string name = nameGroup == nullptr ? "" : CanonicalBlockName(mReading.Text(*nameGroup));
+        const bool isSpace = name == modelSpaceName || name == paperSpaceName;
+        if (name.empty() || (!isSpace && mReading.blockPlaces.contains(name))) {
+            mReading.Note(record.line,
+                          "BLOCK " + ShownName(name) + " left out: a name of its own was expected");
+            return;
+        }
+        const std::size_t place = BlockPlace(mReading, name);
+        try {
+            TakeBlockBegin(place, record.groups);
+        } catch (const EntityRefused& refused) {
+            mReading.Note(refused.line,
+                          "BLOCK " + ShownName(name) + " taken over in part: " + refused.reason);
+        }
+        mBlock = place;
+        mBlockRefused = false;
+    }
+
+    void TakeBlockBegin(std::size_t place, Groups groups) {
+        constexpr int flagAnonymous = 1;
+        BlockData& block = mReading.data.blocks[place];
+        for (const Group& group : groups) {
+            if (group.code == 5) mReading.data.fileHandles.emplace("BLOCK " + block.name, HandleOf(group));
+            if (group.code == 70) block.flags = IntegerOf(group) & flagAnonymous;
+            TakePoint(group, 0, block.base);
+        }
+    }
+
+    void EndBlock(Record& record) {
+        DropBrackets(record.groups);
+        if (mBlock) {
+            if (const Group* const handle = FindGroup(record.groups, 5))
+                mReading.data.fileHandles.emplace("ENDBLK " + mReading.data.blocks[*mBlock].name,
+                                                  HandleOf(*handle));
+        }
+        mBlock.reset();
+        mBlockRefused = false;
+    }
+
+    std::string_view mFileName;
+    Reading mReading;
+    GroupReader mGroups;
+    EntityReader mEntities;
+    ObjectReader mObjects;
+    Section mSection = Section::None;
+    std::optional<std::size_t> mBlock;
+    bool mBlockRefused = false;
+    bool mHasSection = false, mHasEnded = false;
+    std::string mCutRecord;
+};
+
+}  // namespace
+
+DrawingData ReadDxf(std::string_view content, std::string_view fileName) {
+    RefuseOtherContent(content, fileName);
+    return Walk(content, fileName).Run();
+}
+
+}  // namespace brenvik

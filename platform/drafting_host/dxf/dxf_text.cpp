@@ -1,0 +1,168 @@
+// Decoding and encoding of DXF texts.
+#include "drafting_host/dxf/dxf_text.h"
+
+#include <array>
+#include <charconv>
+#include <optional>
+
+#include "base/letter_case.h"
+#include "base/text.h"
+#include "base/utf8.h"
+#include "drafting_host/dxf/code_pages.h"
+
+namespace brenvik {
+namespace {
+
+constexpr std::size_t escapeLength = 7;  // "\U+XXXX"
+
+bool IsHighSurrogate(unsigned unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+bool IsLowSurrogate(unsigned unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+
+std::optional<unsigned> EscapedUnit(std::string_view text, std::size_t at) {
+    if (text.size() - at < escapeLength || text[at] != '\\') return std::nullopt;
+    if ((text[at + 1] != 'U' && text[at + 1] != 'u') || text[at + 2] != '+') return std::nullopt;
+    unsigned unit = 0;
+    const char* const first = text.data() + at + 3;
+    const auto read = std::from_chars(first, first + 4, unit, 16);
+    if (read.ec != std::errc{} || read.ptr != first + 4) return std::nullopt;
+    return unit;
+}
+
+struct EscapedCharacter {
+    char32_t codePoint = 0;
+    std::size_t length = 0;
+};
+
+// A lone half of a surrogate pair is no character; it stays as it is written.
+std::optional<EscapedCharacter> EscapedCharacterAt(std::string_view text, std::size_t at) {
+    const auto unit = EscapedUnit(text, at);
+    if (!unit || IsLowSurrogate(*unit)) return std::nullopt;
+    if (!IsHighSurrogate(*unit)) return EscapedCharacter{*unit, escapeLength};
+    const auto low = at + escapeLength < text.size() ? EscapedUnit(text, at + escapeLength) : std::nullopt;
+    if (!low || !IsLowSurrogate(*low)) return std::nullopt;
+    return EscapedCharacter{0x10000 + ((*unit - 0xD800) << 10) + (*low - 0xDC00), 2 * escapeLength};
+}
+
+bool NeedsDecoding(std::string_view text) {
+    for (const char c : text) {
+        if (c == '\\' || static_cast<unsigned char>(c) >= 0x80) return true;
+    }
+    return false;
+}
+
+void AppendHex(std::string& text, unsigned value, int digits) {
+    constexpr std::string_view hex = "0123456789ABCDEF";
+    for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) text += hex[(value >> shift) & 0xFU];
+}
+
+void AppendEscape(std::string& text, unsigned unit) {
+    text += "\\U+";
+    AppendHex(text, unit, 4);
+}
+
+void AppendEscaped(std::string& text, char32_t codePoint) {
+    if (codePoint < 0x10000) {
+        AppendEscape(text, codePoint);
+        return;
+    }
+    const unsigned offset = codePoint - 0x10000;
+    AppendEscape(text, 0xD800 + (offset >> 10));
+    AppendEscape(text, 0xDC00 + (offset & 0x3FFU));
+}
+
+bool StaysItself(std::string_view text, std::size_t at) {
+    const char c = text[at];
+    if (c < ' ' || c > '~') return false;
+    return !(c == '\\' && EscapedCharacterAt(text, at));
+}
+
+}  // namespace
+
+std::size_t TextDecoder::DecodePageCharacter(std::string& result, std::string_view text,
+                                             std::size_t at) const {
+    const auto byte = static_cast<unsigned char>(text[at]);
+    const auto digit = MultiByteEscapeDigit(mPage);
+    if (!digit || at + 1 >= text.size()) {
+        AppendUtf8(result, SingleByteCharacter(mPage, byte));
+        return 1;
+    }
+    // The half-width katakana of page 932 are single bytes.
+    if (mPage == 932 && byte >= 0xA1 && byte <= 0xDF) {
+        AppendUtf8(result, 0xFF61 + (byte - 0xA1U));
+        return 1;
+    }
+    result += "\\M+";
+    result += *digit;
+    AppendHex(result, byte, 2);
+    AppendHex(result, static_cast<unsigned char>(text[at + 1]), 2);
+    return 2;
+}
+
+std::string TextDecoder::Decode(std::string_view text) const {
+    if (!NeedsDecoding(text)) return std::string(text);
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const auto byte = static_cast<unsigned char>(text[at]);
+        if (byte < 0x80) {
+            const auto escaped = byte == '\\' ? EscapedCharacterAt(text, at) : std::nullopt;
+            if (escaped) {
+                AppendUtf8(result, escaped->codePoint);
+            } else {
+                result += text[at];
+            }
+            at += escaped ? escaped->length : 1;
+            continue;
+        }
+        const Utf8Character character = mBytes == Bytes::Page ? Utf8Character{} : Utf8CharacterAt(text, at);
+        if (character.valid) {
+            result.append(text.substr(at, character.length));
+            at += character.length;
+        } else {
+            at += DecodePageCharacter(result, text, at);
+        }
+    }
+    return result;
+}
+
+int CodePageNumber(std::string_view name) {
+    const std::string upper = FoldUpper(Trim(name));
+    if (upper == "ASCII") return 1252;
+    std::string_view digits = upper;
+    for (const std::string_view prefix : {"ANSI_", "DOS", "CP"}) {
+        if (!digits.starts_with(prefix)) continue;
+        digits.remove_prefix(prefix.size());
+        int number = 0;
+        const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+        if (read.ec == std::errc{} && read.ptr == digits.data() + digits.size()) return number;
+        return 0;
+    }
+    return 0;
+}
+
+std::string EncodeText(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        if (StaysItself(text, at)) {
+            result += text[at++];
+            continue;
+        }
+        const Utf8Character character = Utf8CharacterAt(text, at);
+        AppendEscaped(result, character.valid ? character.codePoint : replacementCharacter);
+        at += character.length;
+    }
+    return result;
+}
+
+std::size_t TextUnits(std::string_view text) {
+    std::size_t units = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const Utf8Character character = Utf8CharacterAt(text, at);
+        units += character.valid && character.codePoint >= 0x10000 ? 2 : 1;
+        at += character.length;
+    }
+    return units;
+}
+
+}  // namespace brenvik

@@ -1,0 +1,46 @@
+// Texts of a DXF file: from the file's bytes (code page or UTF-8, with "\U+XXXX" escapes) to UTF-8, and
+// back to plain ASCII. "^" escapes and "\M+nXXXX" are left as they stand; what they mean is the business
+// of whoever shows the text.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace brenvik {
+
+/// Decodes the texts of one file.
+class TextDecoder {
+  public:
+    enum class Bytes {
+        Utf8,        ///< Release 2007 on, or a byte order mark.
+        Utf8OrPage,  ///< Nothing said: UTF-8 where it is valid, else the page.
+        Page,        ///< The code page.
+    };
+
+    TextDecoder() = default;
+    /// `page` is a Windows number; it also decodes what is no valid UTF-8.
+    TextDecoder(Bytes bytes, int page) : mBytes(bytes), mPage(page) {}
+
+    /// The text in UTF-8, always valid. A character of an East Asian page becomes its "\M+nXXXX" escape,
+    /// which keeps names apart and is written back as it is.
+    std::string Decode(std::string_view text) const;
+
+  private:
+    std::size_t DecodePageCharacter(std::string& result, std::string_view text, std::size_t at) const;
+
+    Bytes mBytes = Bytes::Utf8OrPage;
+    int mPage = 1252;
+};
+
+/// The Windows number of a $DWGCODEPAGE such as "ANSI_1252"; 0 for a name that is none.
+int CodePageNumber(std::string_view name);
+
+/// The text as release 2000 takes it: ASCII, everything else as "\U+XXXX" (two of them, a surrogate
+/// pair, above FFFF). Control characters are escaped too, since a line end would end the value, and so is
+/// the backslash of a literal "\U+", so that reading gives the same text again.
+std::string EncodeText(std::string_view text);
+
+/// The length of a text as the limits of the format count it: in UTF-16 units, escapes not counted.
+std::size_t TextUnits(std::string_view text);
+
+}  // namespace brenvik

@@ -1,0 +1,212 @@
+// Entity records: common properties, the space they stand in, polylines of many records.
+#include "drafting_host/dxf/entity_reader.h"
+
+#include <algorithm>
+#include <array>
+
+namespace brenvik {
+namespace {
+
+constexpr int byLayer = 256;
+
+// Annotation and pictures: a drawing loses them, a job doesn't.
+constexpr auto annotationKinds = std::to_array<std::string_view>(
+    {"ACAD_TABLE",  "ARC_DIMENSION", "ATTDEF",      "ATTRIB",    "DGNUNDERLAY",
+     "DIMENSION",   "DWFUNDERLAY",   "HATCH",       "IMAGE",     "LARGE_RADIAL_DIMENSION",
+     "LEADER",      "LIGHT",         "MULTILEADER", "OLE2FRAME", "OLEFRAME",
+     "PDFUNDERLAY", "RAY",           "SHAPE",       "SUN",       "TOLERANCE",
+     "WIPEOUT",     "XLINE"});
+
+void TakeCommon(const Reading& reading, EntityData& entity, const Group& group) {
+    switch (group.code) {
+        case 5:
+            entity.handle = HandleOf(group);
+            break;
+        case 6:
+            entity.linetype = reading.Text(group);
+            break;
+        case 8:
+            entity.layer = reading.Text(group);
+            break;
+        case 48:
+            entity.linetypeScale = RealOf(group);
+            break;
+        case 60:
+            entity.visible = IntegerOf(group) == 0;
+            break;
+        case 62: {
+            const int color = IntegerOf(group);
+            entity.color = color >= 0 && color <= byLayer ? color : byLayer;
+            break;
+        }
+        case 370:
+            entity.lineweight = std::clamp(IntegerOf(group), -3, 211);
+            break;
+        default:
+            break;
+    }
+}
+
+EntityData CommonOf(const Reading& reading, Groups groups) {
+    EntityData entity;
+    for (const Group& group : groups) TakeCommon(reading, entity, group);
+    if (entity.layer.empty()) entity.layer = "0";
+    if (!(entity.linetypeScale > 0)) entity.linetypeScale = 1;
+    return entity;
+}
+
+struct SplitGroups {
+    Groups own, xdata;
+};
+
+SplitGroups Split(Record& record) {
+    DropBrackets(record.groups);
+    const Groups all = record.groups;
+    const auto first = std::find_if(all.begin(), all.end(), [](const Group& g) { return g.code >= 1000; });
+    const auto count = static_cast<std::size_t>(first - all.begin());
+    return {all.first(count), all.subspan(count)};
+}
+
+Point3* NormalOf(EntityGeometry& geometry) {
+    return std::visit(
+        [](auto& shape) -> Point3* {
+            if constexpr (requires { shape.normal; }) {
+                return &shape.normal;
+            } else {
+                return nullptr;
+            }
+        },
+        geometry);
+}
+
+bool IsZero(const Point3& point) { return point.x == 0 && point.y == 0 && point.z == 0; }
+
+}  // namespace
+
+std::size_t BlockPlace(Reading& reading, const std::string& name) {
+    auto& blocks = reading.data.blocks;
+    const auto [entry, isNew] = reading.blockPlaces.emplace(name, blocks.size());
+    if (isNew) blocks.emplace_back().name = name;
+    return entry->second;
+}
+
+std::size_t EntityReader::SpaceOf(Groups groups) {
+    if (const Group* const owner = FindGroup(groups, 330)) {
+        const auto block = mReading.blockOfRecord.find(HandleOf(*owner));
+        if (block != mReading.blockOfRecord.end() &&
+            (block->second == modelSpaceName || StartsWithIgnoreCase(block->second, paperSpaceName)))
+            return BlockPlace(mReading, block->second);
+    }
+    const Group* const flag = FindGroup(groups, 67);
+    const bool isPaper = flag != nullptr && IntegerOf(*flag) == 1;
+    return BlockPlace(mReading, std::string(isPaper ? paperSpaceName : modelSpaceName));
+}
+
+HandleValue EntityReader::OwnHandle(HandleValue handle, std::size_t line) {
+    if (handle == 0 || mHandles.insert(handle).second) return handle;
+    mReading.Note(line, "handle used twice: the second entity gets a new one", false);
+    return 0;
+}
+
+void EntityReader::Refuse(const Record& record, const EntityRefused& refused) {
+    const Group* const handle = FindGroup(record.groups, 5);
+    std::string text = std::string(ShownName(record.name).substr(1));
+    text.pop_back();
+    if (handle != nullptr) text += " (handle " + std::string(handle->value.substr(0, 20)) + ")";
+    mReading.Note(refused.line, text + " left out: " + refused.reason);
+}
+
+void EntityReader::EndOpenPolyline(std::size_t line) {
+    if (!mPolyline) return;
+    if (!mPolyline->refused) {
+        auto& data = std::get<PolylineData>(mPolyline->entity.geometry);
+        if (data.vertices.empty()) {
+            mReading.Note(std::min(line, mPolyline->line), "POLYLINE left out: a vertex was expected");
+        } else {
+            mReading.data.blocks[mPolyline->block].entities.push_back(std::move(mPolyline->entity));
+        }
+    }
+    mPolyline.reset();
+}
+
+// True when the record belongs to the polyline that stands open.
+bool EntityReader::TakePolylinePart(Record& record) {
+    if (!mPolyline) return false;
+    const bool isVertex = record.name == "VERTEX", isEnd = record.name == "SEQEND";
+    if (!isVertex && !isEnd) {
+        mReading.Note(record.line, "POLYLINE without its end: SEQEND was expected", false);
+        EndOpenPolyline(record.line);
+        return false;
+    }
+    const SplitGroups groups = Split(record);
+    if (isEnd) {
+        const Group* const handle = FindGroup(groups.own, 5);
+        if (!mPolyline->refused && handle != nullptr)
+            std::get<PolylineData>(mPolyline->entity.geometry).seqendHandle =
+                OwnHandle(HandleOf(*handle), record.line);
+        EndOpenPolyline(record.line);
+        return true;
+    }
+    if (mPolyline->refused) return true;
+    try {
+        PolylineData::Vertex vertex = ReadPolylineVertex(groups.own, record.line);
+        vertex.handle = OwnHandle(vertex.handle, record.line);
+        std::get<PolylineData>(mPolyline->entity.geometry).vertices.push_back(vertex);
+    } catch (const EntityRefused& refused) {
+        // A polyline less a vertex would be another shape.
+        Refuse(record, {refused.line, refused.reason + "; its polyline is left out"});
+        mPolyline->refused = true;
+    }
+    return true;
+}
+
+void EntityReader::TakeEntity(Record& record, std::optional<std::size_t> block) {
+    const SplitGroups groups = Split(record);
+    try {
+        auto geometry = ReadGeometry(mReading, record, groups.own);
+        if (!geometry) {
+            auto& passed = mPassed[std::string(record.name)];
+            if (passed.count++ == 0) passed.firstLine = record.line;
+            return;
+        }
+        EntityData entity = CommonOf(mReading, groups.own);
+        const std::size_t place = block ? *block : SpaceOf(groups.own);
+        if (Point3* const normal = NormalOf(*geometry); normal != nullptr && IsZero(*normal)) {
+            mReading.Note(record.line, "a normal without length (group 210): taken as 0,0,1", false);
+            *normal = {0, 0, 1};
+        }
+        entity.handle = OwnHandle(entity.handle, record.line);
+        entity.geometry = std::move(*geometry);
+        entity.xdata = ReadXData(mReading, groups.xdata);
+        if (record.name == "POLYLINE") {
+            mPolyline = OpenPolyline{std::move(entity), place, record.line, false};
+        } else {
+            mReading.data.blocks[place].entities.push_back(std::move(entity));
+        }
+    } catch (const EntityRefused& refused) {
+        Refuse(record, refused);
+        if (record.name == "POLYLINE") mPolyline = OpenPolyline{{}, 0, record.line, true};
+    }
+}
+
+void EntityReader::Take(Record& record, std::optional<std::size_t> block) {
+    if (TakePolylinePart(record)) return;
+    // The attributes of a block reference end with a SEQEND of their own.
+    if (record.name == "SEQEND" && mAfterInsert) return;
+    mAfterInsert = record.name == "INSERT" || (mAfterInsert && record.name == "ATTRIB");
+    TakeEntity(record, block);
+}
+
+void EntityReader::NotePassedOver() {
+    for (const auto& [kind, passed] : mPassed) {
+        const bool isAnnotation =
+            std::find(annotationKinds.begin(), annotationKinds.end(), kind) != annotationKinds.end();
+        mReading.Note(passed.firstLine,
+                      std::to_string(passed.count) + " of kind " + ShownName(kind) +
+                          " passed over, the first in this line: drawings don't hold this kind",
+                      !isAnnotation);
+    }
+    mPassed.clear();
+}
+
+}  // namespace brenvik

@@ -1,0 +1,50 @@
+// Takes the records of entities into the drawing's blocks. Old polylines and their vertices are records of
+// their own, one after another, so the reader of entities remembers the polyline that stands open.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "drafting_host/dxf/reading.h"
+
+namespace brenvik {
+
+class EntityReader {
+  public:
+    explicit EntityReader(Reading& reading) : mReading(reading) {}
+
+    /// Takes a record. `block` is the place of the block in which it stands; without one, in the section
+    /// of entities, the entity's own owner or paper space flag tells the space.
+    void Take(Record& record, std::optional<std::size_t> block);
+    /// Ends a polyline that lacks its end; called where a block or a section ends.
+    void EndOpenPolyline(std::size_t line);
+    /// Tells the kinds that were passed over.
+    void NotePassedOver();
+
+  private:
+    struct Passed {
+        std::size_t firstLine = 0, count = 0;
+    };
+    struct OpenPolyline {
+        EntityData entity;
+        std::size_t block = 0, line = 0;
+        bool refused = false;  ///< Its vertices are passed over with it.
+    };
+
+    void TakeEntity(Record& record, std::optional<std::size_t> block);
+    bool TakePolylinePart(Record& record);
+    void Refuse(const Record& record, const EntityRefused& refused);
+    HandleValue OwnHandle(HandleValue handle, std::size_t line);
+    std::size_t SpaceOf(Groups groups);
+
+    Reading& mReading;
+    std::optional<OpenPolyline> mPolyline;
+    bool mAfterInsert = false;
+    std::map<std::string, Passed> mPassed;
+    std::unordered_set<HandleValue> mHandles;
+};
+
+}  // namespace brenvik

@@ -1,0 +1,155 @@
+// Number texts, angles and planes that survive the way into a file and back.
+#include "drafting_host/dxf/exact_numbers.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+#include "base/number_text.h"
+
+namespace brenvik {
+namespace {
+
+constexpr LongReal radiansPerDegree = std::numbers::pi_v<LongReal> / 180;
+constexpr std::size_t digitsOfDouble = 17;
+
+std::string_view Stripped(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(" \t");
+    if (first == std::string_view::npos) return {};
+    text = text.substr(first, text.find_last_not_of(" \t") - first + 1);
+    if (text.size() > 1 && text.front() == '+' && text[1] != '-') text.remove_prefix(1);
+    return text;
+}
+
+template <typename Real>
+std::optional<Real> Parse(std::string_view text) {
+    text = Stripped(text);
+    Real value = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (read.ptr != text.data() + text.size() || text.empty()) return std::nullopt;
+    if (read.ec == std::errc{}) return value;
+    if (read.ec != std::errc::result_out_of_range) return std::nullopt;
+    // Too small and too large are told by the exponent's sign alone.
+    const bool tiny = text.find("e-") != std::string_view::npos ||
+                      text.find("E-") != std::string_view::npos ||
+                      text.find_first_of("eE") == std::string_view::npos;
+    return tiny ? Real{0} : std::numeric_limits<Real>::infinity();
+}
+
+bool HasMoreDigitsThanDouble(std::string_view text) {
+    if (text.size() <= digitsOfDouble) return false;
+    const std::string_view mantissa = text.substr(0, text.find_first_of("eE"));
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    const auto first =
+        std::find_if(mantissa.begin(), mantissa.end(), [](char c) { return c >= '1' && c <= '9'; });
+    return std::count_if(first, mantissa.end(), isDigit) > static_cast<std::ptrdiff_t>(digitsOfDouble);
+}
+
+// General form with a number of significant digits, so that 90 degrees stay "90.0".
+template <typename Real>
+std::string TextWithDigits(Real value, int digits) {
+    std::array<char, 64> buffer;
+    const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                       std::chars_format::general, digits);
+    std::string text(buffer.data(), written.ptr);
+    if (text.find_first_of(".eE") == std::string::npos) text += ".0";
+    return text;
+}
+
+PlanePoint Cross(const PlanePoint& a, const PlanePoint& b) {
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+PlanePoint Unit(const PlanePoint& a) {
+    const LongReal length = std::hypot(a.x, a.y, a.z);
+    return {a.x / length, a.y / length, a.z / length};
+}
+
+LongReal Dot(const PlanePoint& a, const PlanePoint& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+
+// What is left where a coordinate should vanish lies far below the last digit of the others.
+LongReal WithoutRest(LongReal value, LongReal largest) {
+    constexpr LongReal restPerUnit = 2e-18L;
+    return std::abs(value) <= restPerUnit * largest ? 0 : value;
+}
+
+LongReal Largest(LongReal x, LongReal y, LongReal z) {
+    return std::max({std::abs(x), std::abs(y), std::abs(z)});
+}
+
+}  // namespace
+
+std::optional<double> ParseReal(std::string_view text) { return Parse<double>(text); }
+
+std::optional<LongReal> ParseLongReal(std::string_view text) {
+    if (HasMoreDigitsThanDouble(text)) return Parse<LongReal>(text);
+    const auto value = Parse<double>(text);
+    return value ? std::optional<LongReal>(*value) : std::nullopt;
+}
+
+std::string RealText(double value) { return ShortestRoundTrip(value, true); }
+
+double RadiansOfDegrees(LongReal degrees) { return static_cast<double>(degrees * radiansPerDegree); }
+
+std::string DegreesText(double radians) {
+    const LongReal degrees = radians / radiansPerDegree;
+    const auto isRight = [radians](const std::string& text) {
+        const auto read = ParseLongReal(text);
+        return read && RadiansOfDegrees(*read) == radians;
+    };
+    for (const int digits : {15, 16, 17}) {
+        const std::string text = TextWithDigits(static_cast<double>(degrees), digits);
+        if (isRight(text)) return text;
+    }
+    constexpr int digitsOfLongReal = std::numeric_limits<LongReal>::max_digits10;
+    return TextWithDigits(degrees, digitsOfLongReal);
+}
+
+EntityPlane::EntityPlane(const Point3& normal) {
+    const PlanePoint given{normal.x, normal.y, normal.z};
+    mIsWorld = (normal.x == 0 && normal.y == 0 && normal.z > 0) || Dot(given, given) == 0;
+    if (mIsWorld) return;
+    mZ = Unit(given);
+    constexpr LongReal nearVertical = 1.0L / 64;
+    const bool vertical = std::abs(mZ.x) < nearVertical && std::abs(mZ.y) < nearVertical;
+    mX = Unit(Cross(vertical ? PlanePoint{0, 1, 0} : PlanePoint{0, 0, 1}, mZ));
+    mY = Unit(Cross(mZ, mX));
+}
+
+Point3 EntityPlane::ToWorld(const PlanePoint& point) const {
+    if (mIsWorld)
+        return {static_cast<double>(point.x), static_cast<double>(point.y), static_cast<double>(point.z)};
+    const LongReal largest = Largest(point.x, point.y, point.z);
+    const auto sum = [&](LongReal x, LongReal y, LongReal z) {
+        return static_cast<double>(WithoutRest(point.x * x + point.y * y + point.z * z, largest));
+    };
+    return {sum(mX.x, mY.x, mZ.x), sum(mX.y, mY.y, mZ.y), sum(mX.z, mY.z, mZ.z)};
+}
+
+PlanePoint EntityPlane::FromWorld(const Point3& point) const {
+    const PlanePoint world{point.x, point.y, point.z};
+    if (mIsWorld) return world;
+    const LongReal largest = Largest(world.x, world.y, world.z);
+    return {WithoutRest(Dot(world, mX), largest), WithoutRest(Dot(world, mY), largest),
+            WithoutRest(Dot(world, mZ), largest)};
+}
+
+PlanePointTexts PlanePointText(const EntityPlane& plane, const Point3& worldPoint) {
+    const PlanePoint exact = plane.FromWorld(worldPoint);
+    const PlanePoint rounded{static_cast<double>(exact.x), static_cast<double>(exact.y),
+                             static_cast<double>(exact.z)};
+    const auto shortText = [](LongReal value) { return RealText(static_cast<double>(value)); };
+    if (plane.ToWorld(rounded) == worldPoint)
+        return {shortText(exact.x), shortText(exact.y), shortText(exact.z)};
+    const auto longText = [&](LongReal value) {
+        const auto asDouble = static_cast<double>(value);
+        return value == asDouble ? shortText(value)
+                                 : TextWithDigits(value, std::numeric_limits<LongReal>::max_digits10);
+    };
+    return {longText(exact.x), longText(exact.y), longText(exact.z)};
+}
+
+}  // namespace brenvik

@@ -1,0 +1,54 @@
+// Numbers on their way between a file and memory where the file measures otherwise: degrees for radians,
+// an entity's own plane for the world. What is written reads back as the very same double, so a drawing
+// doesn't creep when it is saved again and again; where 17 digits can't do that, more are written.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "session/host_interface.h"
+
+namespace brenvik {
+
+using LongReal = long double;
+
+/// A point in an entity's own plane.
+struct PlanePoint {
+    LongReal x = 0, y = 0, z = 0;
+};
+
+/// The whole text as a number, blanks around it allowed; nothing when it is none. What is beyond a
+/// double's range, and the words for it, come back as an infinity or as no number.
+std::optional<double> ParseReal(std::string_view text);
+
+/// As ParseReal; a text of more than 17 digits is taken at its full length.
+std::optional<LongReal> ParseLongReal(std::string_view text);
+
+/// The shortest text that reads back as the value: "600.0", "0.1", "1e+20".
+std::string RealText(double value);
+
+double RadiansOfDegrees(LongReal degrees);
+/// The text of an angle in degrees that RadiansOfDegrees turns back into `radians`.
+std::string DegreesText(double radians);
+
+/// The directions of the plane that has a normal, by the format's rule: X lies across the world's Y for a
+/// normal within 1/64 of the world's Z, else across the world's Z. A normal without length counts as Z.
+class EntityPlane {
+  public:
+    explicit EntityPlane(const Point3& normal);
+    Point3 ToWorld(const PlanePoint& point) const;
+    PlanePoint FromWorld(const Point3& point) const;
+
+  private:
+    bool mIsWorld = false;
+    PlanePoint mX, mY, mZ;
+};
+
+/// The texts of a world point's coordinates in a plane, which read back as the same point.
+struct PlanePointTexts {
+    std::string x, y, z;
+};
+PlanePointTexts PlanePointText(const EntityPlane& plane, const Point3& worldPoint);
+
+}  // namespace brenvik

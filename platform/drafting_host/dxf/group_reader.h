@@ -1,0 +1,76 @@
+// A DXF file as a sequence of groups and of records. A group is two lines: a code and a value. A record is
+// a group 0 with its name and everything up to the next group 0: every table entry, entity, object and
+// section begin is one. Values are slices of the file; nothing is copied.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/failure.h"
+
+namespace brenvik {
+
+struct Group {
+    int code = 0;
+    std::string_view value;
+    std::size_t line = 0;  ///< Line of the value, from 1.
+};
+
+/// What a file was cut off in.
+struct CutOff {
+    bool happened = false;
+    std::size_t line = 0;
+    std::string expected;
+};
+
+struct Record {
+    std::string_view name;  ///< Without blanks around it.
+    std::size_t line = 0;   ///< Line of the name.
+    bool whole = false;     ///< False when the file ended before the next record began.
+    std::vector<Group> groups;
+};
+
+/// A file that is no DXF text at all or can't be read further: number 321, "Invalid file format".
+Failure InvalidDxf(std::string_view fileName, std::size_t line, std::string_view expected,
+                   std::string_view found);
+
+class GroupReader {
+  public:
+    /// `content` outlives the reader. A UTF-8 byte order mark is passed over.
+    GroupReader(std::string_view content, std::string_view fileName);
+
+    /// Reads the next record into `record`; false at the end. Comments (999) are passed over. Throws
+    /// InvalidDxf where a group code is no number or the file doesn't begin with a group 0.
+    bool NextRecord(Record& record);
+
+    bool HasByteOrderMark() const { return mHasMark; }
+    /// Where and in what the file broke off; asked after the last record.
+    const CutOff& Cut() const { return mCut; }
+    std::size_t Line() const { return mLine; }
+
+  private:
+    struct TextLine {
+        std::string_view text;
+        bool ended = false;
+    };
+
+    bool NextGroup(Group& group);
+    TextLine NextLine();
+    bool OnlyBlanksLeft() const;
+
+    std::string_view mContent;
+    std::string_view mFileName;
+    std::size_t mAt = 0;
+    std::size_t mLine = 0;
+    std::size_t mNextFeed = 0, mNextReturn = 0;  // cached places of the next line end characters
+    bool mHasMark = false;
+    bool mHasPending = false;
+    bool mPassedEnd = false;
+    Group mPending;
+    CutOff mCut;
+};
+
+}  // namespace brenvik

@@ -1,0 +1,116 @@
+// Taking the values of groups.
+#include "drafting_host/dxf/reading.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace brenvik {
+namespace {
+
+[[noreturn]] void RefuseValue(const Group& group, std::string_view expected) {
+    throw EntityRefused{group.line, "group " + std::to_string(group.code) + " holds " +
+                                        ShownName(group.value) + " where " + std::string(expected) +
+                                        " was expected"};
+}
+
+}  // namespace
+
+std::string ShownName(std::string_view name) {
+    constexpr std::size_t longest = 60;
+    std::string shown = "\"";
+    for (const char c : name.substr(0, longest)) shown += static_cast<unsigned char>(c) < ' ' ? '?' : c;
+    return shown + (name.size() > longest ? "...\"" : "\"");
+}
+
+double RealOf(const Group& group) {
+    const auto value = ParseReal(group.value);
+    if (!value || !std::isfinite(*value)) RefuseValue(group, "a finite number");
+    return *value;
+}
+
+LongReal LongRealOf(const Group& group) {
+    const auto value = ParseLongReal(group.value);
+    if (!value || !std::isfinite(static_cast<double>(*value))) RefuseValue(group, "a finite number");
+    return *value;
+}
+
+int IntegerOf(const Group& group) {
+    const std::string_view text = group.value;
+    const std::size_t first = text.find_first_not_of(" \t+");
+    if (first == std::string_view::npos) RefuseValue(group, "a whole number");
+    int value = 0;
+    const auto read = std::from_chars(text.data() + first, text.data() + text.size(), value);
+    if (read.ec == std::errc{} &&
+        text.find_first_not_of(" \t", static_cast<std::size_t>(read.ptr - text.data())) ==
+            std::string_view::npos)
+        return value;
+    // Some programs write flags as numbers with decimals.
+    const auto real = ParseReal(text);
+    if (!real || std::abs(*real) > std::numeric_limits<int>::max() || *real != std::floor(*real))
+        RefuseValue(group, "a whole number");
+    return static_cast<int>(*real);
+}
+
+HandleValue HandleOf(const Group& group) {
+    const std::string_view text = group.value;
+    const std::size_t first = text.find_first_not_of(" \t");
+    if (first == std::string_view::npos) return 0;
+    HandleValue handle = 0;
+    const auto read = std::from_chars(text.data() + first, text.data() + text.size(), handle, 16);
+    const bool whole = text.find_first_not_of(" \t", static_cast<std::size_t>(read.ptr - text.data())) ==
+                       std::string_view::npos;
+    return read.ec == std::errc{} && whole && handle <= highestHandle ? handle : 0;
+}
+
+double AngleOf(const Group& group) { return RadiansOfDegrees(LongRealOf(group)); }
+
+bool TakePoint(const Group& group, int index, Point3& point) {
+    switch (group.code - index) {
+        case 10:
+            point.x = RealOf(group);
+            return true;
+        case 20:
+            point.y = RealOf(group);
+            return true;
+        case 30:
+            point.z = RealOf(group);
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool TakeNormal(const Group& group, Point3& normal) { return TakePoint(group, 200, normal); }
+
+const Group* FindGroup(Groups groups, int code) {
+    const auto found =
+        std::find_if(groups.begin(), groups.end(), [code](const Group& g) { return g.code == code; });
+    return found == groups.end() ? nullptr : &*found;
+}
+
+void RequireGroups(Groups groups, std::initializer_list<int> codes, std::size_t line) {
+    for (const int code : codes) {
+        if (FindGroup(groups, code) == nullptr)
+            throw EntityRefused{line, "group " + std::to_string(code) + " was expected and is missing"};
+    }
+}
+
+void DropBrackets(std::vector<Group>& groups) {
+    bool inBrackets = false, embedded = false;
+    std::erase_if(groups, [&](const Group& group) {
+        // Extended data ends whatever stood open, so that a lost bracket doesn't swallow it.
+        if (group.code >= 1000) {
+            inBrackets = embedded = false;
+            return false;
+        }
+        if (group.code == 101) embedded = true;
+        if (group.code != 102) return inBrackets || embedded;
+        const std::size_t first = group.value.find_first_not_of(' ');
+        inBrackets = first != std::string_view::npos && group.value[first] == '{';
+        return true;
+    });
+}
+
+}  // namespace brenvik

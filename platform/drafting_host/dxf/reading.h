@@ -1,0 +1,100 @@
+// What the parts of the reader share: the drawing in the making, the texts' decoding, and how a group's
+// value is taken. An entity that can't be taken over throws EntityRefused inside the reader; it becomes a
+// note, and the others still arrive.
+#pragma once
+
+#include <initializer_list>
+#include <map>
+#include <optional>
+#include <set>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/letter_case.h"
+#include "drafting_host/dxf/drawing_data.h"
+#include "drafting_host/dxf/dxf_text.h"
+#include "drafting_host/dxf/exact_numbers.h"
+#include "drafting_host/dxf/group_reader.h"
+#include "drafting_host/dxf/standard_entries.h"
+
+namespace brenvik {
+
+using Groups = std::span<const Group>;
+
+/// Why one entity is left out, and the line that says so.
+struct EntityRefused {
+    std::size_t line = 0;
+    std::string reason;
+};
+
+/// The drawing in the making.
+struct Reading {
+    std::string fileName;
+    TextDecoder decoder;
+    DrawingData data;
+    bool hasByteOrderMark = false;
+    bool isUnicode = false;       ///< Release 2007 on.
+    bool isBinaryBodies = false;  ///< Release 2013 on, where bodies have left the text.
+    /// Places in the drawing's vectors, by name without regard to case.
+    std::map<std::string, std::size_t, LessIgnoreCase> layerPlaces, linetypePlaces, stylePlaces, blockPlaces;
+    std::set<std::string, LessIgnoreCase> applicationNames;
+    std::map<HandleValue, std::string> blockOfRecord;
+    std::map<std::string, HandleValue, LessIgnoreCase> recordOfBlock;
+    std::map<std::string, std::string, LessIgnoreCase> layoutOfBlock;
+
+    void Note(std::size_t line, std::string text, bool dataLost = true) {
+        data.notes.push_back({line, std::move(text), dataLost});
+    }
+    std::string Text(const Group& group) const { return decoder.Decode(group.value); }
+};
+
+/// A group's value as a finite number, a whole number, a handle. The first two throw EntityRefused; the
+/// last gives 0 for what is no handle.
+double RealOf(const Group& group);
+LongReal LongRealOf(const Group& group);
+int IntegerOf(const Group& group);
+HandleValue HandleOf(const Group& group);
+/// An angle in degrees as radians.
+double AngleOf(const Group& group);
+
+/// Takes the group as a coordinate of point number `index` (groups 10+index, 20+index, 30+index).
+bool TakePoint(const Group& group, int index, Point3& point);
+/// Takes the group as a coordinate of the normal (210, 220, 230).
+bool TakeNormal(const Group& group, Point3& normal);
+
+/// The groups of a code; the first, or nothing.
+const Group* FindGroup(Groups groups, int code);
+/// Throws EntityRefused unless each of the codes is there.
+void RequireGroups(Groups groups, std::initializer_list<int> codes, std::size_t line);
+
+/// The groups without application brackets (102 "{..." to 102 "}") and embedded objects (101).
+void DropBrackets(std::vector<Group>& groups);
+
+/// A name as a message shows it: short and printable.
+std::string ShownName(std::string_view name);
+
+/// The block's name with the spaces' names as release 2000 spells them.
+std::string CanonicalBlockName(std::string name);
+/// The place of a block in the drawing, made when there is none.
+std::size_t BlockPlace(Reading& reading, const std::string& name);
+
+void ReadHeader(Reading& reading, Groups groups);
+void ReadTableEntry(Reading& reading, const Record& record);
+/// Extended data: the groups from the first application entry on.
+std::vector<XDataOfApp> ReadXData(Reading& reading, Groups groups);
+
+/// The entity's shape; nothing for a kind that the drawing doesn't hold. Throws EntityRefused.
+std::optional<EntityGeometry> ReadGeometry(Reading& reading, const Record& record, Groups groups);
+PolylineData::Vertex ReadPolylineVertex(Groups groups, std::size_t line);
+TextData ReadText(const Reading& reading, Groups groups, std::size_t line);
+MTextData ReadMText(const Reading& reading, Groups groups, std::size_t line);
+ViewportData ReadViewport(Groups groups, std::size_t line);
+AcisData ReadAcis(Reading& reading, const Record& record, Groups groups);
+
+/// Gives the drawing what every drawing has (layer 0, the spaces, ...), and every object a handle of its
+/// own; names that entities use and no table holds are added.
+void CompleteDrawing(Reading& reading);
+
+}  // namespace brenvik

@@ -1,0 +1,38 @@
+// The entries that every drawing has.
+#include "drafting_host/dxf/standard_entries.h"
+
+#include <algorithm>
+
+namespace brenvik {
+namespace {
+
+template <typename Entry>
+Entry* AddMissing(std::vector<Entry>& entries, std::string_view name) {
+    const bool has = std::any_of(entries.begin(), entries.end(),
+                                 [name](const Entry& entry) { return EqualsIgnoreCase(entry.name, name); });
+    if (has) return nullptr;
+    Entry& entry = entries.emplace_back();
+    entry.name = name;
+    return &entry;
+}
+
+}  // namespace
+
+bool IsSpace(std::string_view blockName) {
+    return EqualsIgnoreCase(blockName, modelSpaceName) || StartsWithIgnoreCase(blockName, paperSpaceName);
+}
+
+void AddStandardEntries(DrawingData& data) {
+    AddMissing(data.layers, "0");
+    AddMissing(data.linetypes, "ByBlock");
+    AddMissing(data.linetypes, "ByLayer");
+    if (LinetypeData* const continuous = AddMissing(data.linetypes, "Continuous"))
+        continuous->description = "Solid line";
+    AddMissing(data.styles, "Standard");
+    const bool hasAcad = std::any_of(data.applications.begin(), data.applications.end(),
+                                     [](const std::string& name) { return EqualsIgnoreCase(name, "ACAD"); });
+    if (!hasAcad) data.applications.insert(data.applications.begin(), "ACAD");
+    data.headerVariables.emplace("$TILEMODE", std::vector<std::pair<int, std::string>>{{70, "1"}});
+}
+
+}  // namespace brenvik

@@ -1,0 +1,200 @@
+// Entities: the common part of their records, their extended data, polylines of many records.
+#include <algorithm>
+#include <array>
+
+#include "base/failure.h"
+#include "base/handle_text.h"
+#include "drafting_host/dxf/dxf_text.h"
+#include "drafting_host/dxf/standard_entries.h"
+#include "drafting_host/dxf/writing.h"
+
+namespace brenvik {
+namespace {
+
+struct Place {
+    HandleValue record = 0;
+    bool isPaper = false;
+};
+
+void WriteCommon(GroupWriter& out, std::string_view name, const EntityData& entity, HandleValue handle,
+                 HandleValue owner, bool isPaper) {
+    out.Word(0, name);
+    out.Handle(5, handle);
+    out.Handle(330, owner);
+    out.Word(100, "AcDbEntity");
+    if (isPaper) out.Whole(67, 1);
+    out.Text(8, entity.layer);
+    if (entity.linetype != "ByLayer") out.Text(6, entity.linetype);
+    if (entity.color >= 0 && entity.color < 256) out.Whole(62, entity.color);
+    if (entity.lineweight != -1) out.Whole(370, entity.lineweight);
+    out.RealUnless(48, entity.linetypeScale, 1);
+    if (!entity.visible) out.Whole(60, 1);
+}
+
+constexpr int flag3d = 8, flagMesh = 16, flagPolyface = 64, flagFaceVertex = 128;
+
+std::string_view PolylineClass(int flags) {
+    if ((flags & flagPolyface) != 0) return "AcDbPolyFaceMesh";
+    if ((flags & flagMesh) != 0) return "AcDbPolygonMesh";
+    return (flags & flag3d) != 0 ? "AcDb3dPolyline" : "AcDb2dPolyline";
+}
+
+void WriteVertexClasses(GroupWriter& out, int polylineFlags, int vertexFlags) {
+    if ((polylineFlags & flagPolyface) != 0 && (vertexFlags & flagFaceVertex) != 0 &&
+        (vertexFlags & flagPolyface) == 0) {
+        out.Word(100, "AcDbFaceRecord");
+        return;
+    }
+    out.Word(100, "AcDbVertex");
+    if ((polylineFlags & flagPolyface) != 0) {
+        out.Word(100, "AcDbPolyFaceMeshVertex");
+    } else if ((polylineFlags & flagMesh) != 0) {
+        out.Word(100, "AcDbPolygonMeshVertex");
+    } else {
+        out.Word(100, (polylineFlags & flag3d) != 0 ? "AcDb3dPolylineVertex" : "AcDb2dVertex");
+    }
+}
+
+void WriteVertex(GroupWriter& out, int polylineFlags, const PolylineData::Vertex& vertex) {
+    WriteVertexClasses(out, polylineFlags, vertex.flags);
+    out.Point(10, vertex.point);
+    out.RealUnless(40, vertex.startWidth, 0);
+    out.RealUnless(41, vertex.endWidth, 0);
+    out.RealUnless(42, vertex.bulge, 0);
+    if (vertex.flags != 0) out.Whole(70, vertex.flags);
+    for (std::size_t i = 0; i < vertex.faceIndices.size(); ++i) {
+        if (vertex.faceIndices[i] != 0) out.Whole(71 + static_cast<int>(i), vertex.faceIndices[i]);
+    }
+}
+
+void WritePolylineHead(GroupWriter& out, const PolylineData& data) {
+    out.Word(100, PolylineClass(data.flags));
+    out.Whole(66, 1);
+    out.Point(10, {0, 0, data.elevation});
+    out.RealUnless(39, data.thickness, 0);
+    out.Whole(70, data.flags);
+    const std::array<std::pair<int, int>, 5> counts{{{71, data.mCount},
+                                                     {72, data.nCount},
+                                                     {73, data.mDensity},
+                                                     {74, data.nDensity},
+                                                     {75, data.surfaceType}}};
+    for (const auto& [code, value] : counts) {
+        if (value != 0) out.Whole(code, value);
+    }
+    out.Normal(data.normal);
+}
+
+// The record of the polyline itself, its vertices and its end, all on the polyline's layer; `handles`
+// begins with the polyline's own.
+void WritePolyline(GroupWriter& out, const EntityData& entity, const PolylineData& data,
+                   const HandleValue* handles, const Place& place) {
+    const HandleValue own = *handles++;
+    WriteCommon(out, "POLYLINE", entity, own, place.record, place.isPaper);
+    WritePolylineHead(out, data);
+    WriteXData(out, entity.xdata);
+    EntityData part;
+    part.layer = entity.layer;
+    for (const PolylineData::Vertex& vertex : data.vertices) {
+        WriteCommon(out, "VERTEX", part, *handles++, own, place.isPaper);
+        WriteVertex(out, data.flags, vertex);
+    }
+    WriteCommon(out, "SEQEND", part, *handles, own, place.isPaper);
+}
+
+void RequireVertices(std::size_t count, const GroupWriter& out) {
+    if (count == 0) throw InvalidCall(out.Place() + ": a polyline with vertices was expected");
+}
+
+std::string HexOf(const std::uint8_t* first, const std::uint8_t* last) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string text;
+    for (; first != last; ++first) {
+        text += digits[*first >> 4U];
+        text += digits[*first & 0x0FU];
+    }
+    return text;
+}
+
+// Writes one value under its code; the visitor's calls are the types that a code may have.
+class XDataItemWriter {
+  public:
+    XDataItemWriter(GroupWriter& out, const XDataOfApp& app, int code) : mOut(out), mApp(app), mCode(code) {}
+
+    void operator()(const std::string& text) const {
+        Require(mCode >= 1000 && mCode <= 1005 && mCode != 1001 && mCode != 1004);
+        if (TextUnits(text) > XDataTextLimit)
+            throw InvalidCall(Where() + ": a text of at most 255 characters was expected");
+        mOut.Text(mCode, text);
+    }
+    void operator()(double value) const {
+        Require(mCode >= 1040 && mCode <= 1042);
+        mOut.Real(mCode, value);
+    }
+    void operator()(std::int16_t value) const {
+        Require(mCode == 1070);
+        mOut.Whole(mCode, value);
+    }
+    void operator()(std::int32_t value) const {
+        Require(mCode == 1071);
+        mOut.Whole(mCode, value);
+    }
+    void operator()(const Point3& point) const {
+        Require(mCode >= 1010 && mCode <= 1013);
+        mOut.Point(mCode, point);
+    }
+    void operator()(const std::vector<std::uint8_t>& bytes) const {
+        constexpr std::size_t longestChunk = 127;
+        Require(mCode == 1004);
+        std::size_t at = 0;
+        do {
+            const std::size_t count = std::min(longestChunk, bytes.size() - at);
+            mOut.Word(mCode, HexOf(bytes.data() + at, bytes.data() + at + count));
+            at += count;
+        } while (at < bytes.size());
+    }
+
+  private:
+    std::string Where() const { return mOut.Place() + ", extended data of " + mApp.app; }
+    void Require(bool fits) const {
+        if (!fits)
+            throw InvalidCall(Where() + ": a value that suits code " + std::to_string(mCode) +
+                              " was expected");
+    }
+
+    GroupWriter& mOut;
+    const XDataOfApp& mApp;
+    int mCode;
+};
+
+}  // namespace
+
+void WriteXData(GroupWriter& out, const std::vector<XDataOfApp>& xdata) {
+    for (const XDataOfApp& app : xdata) {
+        out.Text(1001, app.app);
+        for (const XDataItem& item : app.items) std::visit(XDataItemWriter(out, app, item.code), item.value);
+    }
+}
+
+void WriteEntitiesOf(GroupWriter& out, const WritePlan& plan, const WritePlan::BlockPlan& block) {
+    const Place place{block.record, block.isSpace && &block != &plan.Blocks()[0]};
+    std::size_t at = 0;
+    for (const EntityData& entity : block.block->entities) {
+        const HandleValue handle = block.handles[at];
+        const std::string_view name = EntityName(entity.geometry);
+        out.SetPlace(std::string(name) + " " + HandleToText(handle));
+        if (const auto* const polyline = std::get_if<PolylineData>(&entity.geometry)) {
+            RequireVertices(polyline->vertices.size(), out);
+            WritePolyline(out, entity, *polyline, &block.handles[at], place);
+            at += polyline->vertices.size() + 2;
+            continue;
+        }
+        if (const auto* const polyline = std::get_if<LWPolylineData>(&entity.geometry))
+            RequireVertices(polyline->vertices.size(), out);
+        WriteCommon(out, name, entity, handle, place.record, place.isPaper);
+        WriteGeometry(out, plan, entity.geometry);
+        WriteXData(out, entity.xdata);
+        ++at;
+    }
+}
+
+}  // namespace brenvik

@@ -1,0 +1,220 @@
+// The sections TABLES and BLOCKS.
+#include "base/letter_case.h"
+#include "drafting_host/dxf/writing.h"
+
+namespace brenvik {
+namespace {
+
+void BeginTable(GroupWriter& out, WritePlan& plan, const std::string& name, std::size_t count) {
+    out.Word(0, "TABLE");
+    out.Word(2, name);
+    out.Handle(5, plan.FileHandle("TABLE " + name));
+    out.Handle(330, 0);
+    out.Word(100, "AcDbSymbolTable");
+    out.Whole(70, static_cast<long>(count));
+}
+
+void EndTable(GroupWriter& out) { out.Word(0, "ENDTAB"); }
+
+void BeginEntry(GroupWriter& out, WritePlan& plan, const std::string& table, HandleValue handle,
+                std::string_view className, int handleCode = 5) {
+    out.Word(0, table);
+    out.Handle(handleCode, handle);
+    out.Handle(330, plan.FileHandle("TABLE " + table));
+    out.Word(100, "AcDbSymbolTableRecord");
+    out.Word(100, className);
+}
+
+// One view of the whole screen, from above, in the world's axes.
+void WriteViewports(GroupWriter& out, WritePlan& plan) {
+    BeginTable(out, plan, "VPORT", 1);
+    BeginEntry(out, plan, "VPORT", plan.FileHandle("VPORT"), "AcDbViewportTableRecord");
+    out.Word(2, "*Active");
+    out.Whole(70, 0);
+    struct FlatPoint {
+        int code;
+        double x, y;
+    };
+    // Corners, centre, snap base and spacing, grid spacing.
+    for (const FlatPoint& point : {FlatPoint{10, 0, 0}, FlatPoint{11, 1, 1}, FlatPoint{12, 0, 0},
+                                   FlatPoint{13, 0, 0}, FlatPoint{14, 1, 1}, FlatPoint{15, 0, 0}}) {
+        out.Real(point.code, point.x);
+        out.Real(point.code + 10, point.y);
+    }
+    out.Point(16, {0, 0, 1});
+    out.Point(17, {0, 0, 0});
+    out.Real(40, 1000);  // height of the view
+    out.Real(41, 1.5);   // its width over its height
+    out.Real(42, 50);
+    for (const int code : {43, 44, 50, 51}) out.Real(code, 0);
+    out.Whole(71, 0);
+    out.Whole(72, 1000);
+    out.Whole(73, 1);
+    out.Whole(74, 3);
+    for (const int code : {75, 76, 77, 78}) out.Whole(code, 0);
+    EndTable(out);
+}
+
+void WriteLinetypes(GroupWriter& out, WritePlan& plan) {
+    BeginTable(out, plan, "LTYPE", plan.Tables().linetypes.size());
+    for (const LinetypeData& linetype : plan.Tables().linetypes) {
+        out.SetPlace("linetype " + linetype.name);
+        BeginEntry(out, plan, "LTYPE", linetype.handle, "AcDbLinetypeTableRecord");
+        out.Text(2, linetype.name);
+        out.Whole(70, 0);
+        out.Text(3, linetype.description);
+        out.Whole(72, 65);
+        out.Whole(73, static_cast<long>(linetype.dashes.size()));
+        out.Real(40, linetype.patternLength);
+        for (const double dash : linetype.dashes) {
+            out.Real(49, dash);
+            out.Whole(74, 0);
+        }
+    }
+    EndTable(out);
+}
+
+int ColorOf(const LayerData& layer) {
+    constexpr int lastColor = 255, usualColor = 7;
+    const int color = layer.color >= 1 && layer.color <= lastColor ? layer.color : usualColor;
+    return layer.on ? color : -color;
+}
+
+void WriteLayers(GroupWriter& out, WritePlan& plan) {
+    BeginTable(out, plan, "LAYER", plan.Tables().layers.size());
+    for (const LayerData& layer : plan.Tables().layers) {
+        BeginEntry(out, plan, "LAYER", layer.handle, "AcDbLayerTableRecord");
+        out.Text(2, layer.name);
+        out.Whole(70, (layer.frozen ? 1 : 0) | (layer.locked ? 4 : 0));
+        out.Whole(62, ColorOf(layer));
+        out.Text(6, layer.linetype);
+        if (!layer.plottable) out.Whole(290, 0);
+        out.Whole(370, layer.lineweight);
+        out.Handle(390, plan.FileHandle("ACAD_PLOTSTYLENAME Normal"));
+    }
+    EndTable(out);
+}
+
+void WriteStyles(GroupWriter& out, WritePlan& plan) {
+    BeginTable(out, plan, "STYLE", plan.Tables().styles.size());
+    for (const TextStyleData& style : plan.Tables().styles) {
+        out.SetPlace("text style " + style.name);
+        BeginEntry(out, plan, "STYLE", style.handle, "AcDbTextStyleTableRecord");
+        out.Text(2, style.name);
+        out.Whole(70, style.flags);
+        out.Real(40, style.height);
+        out.Real(41, style.widthFactor);
+        out.Degrees(50, style.oblique);
+        out.Whole(71, style.generation);
+        out.Real(42, style.height > 0 ? style.height : 1);
+        out.Text(3, style.font);
+        out.Text(4, style.bigFont);
+    }
+    EndTable(out);
+}
+
+void WriteUcs(GroupWriter& out, WritePlan& plan) {
+    BeginTable(out, plan, "UCS", plan.Tables().namedUcs.size());
+    for (const UcsData& ucs : plan.Tables().namedUcs) {
+        out.SetPlace("coordinate system " + ucs.name);
+        BeginEntry(out, plan, "UCS", ucs.handle, "AcDbUCSTableRecord");
+        out.Text(2, ucs.name);
+        out.Whole(70, 0);
+        out.Point(10, ucs.origin);
+        out.Point(11, ucs.xAxis);
+        out.Point(12, ucs.yAxis);
+    }
+    EndTable(out);
+}
+
+void WriteApplications(GroupWriter& out, WritePlan& plan) {
+    BeginTable(out, plan, "APPID", plan.Tables().applications.size());
+    for (const std::string& name : plan.Tables().applications) {
+        BeginEntry(out, plan, "APPID", plan.FileHandle("APPID " + name), "AcDbRegAppTableRecord");
+        out.Text(2, name);
+        out.Whole(70, 0);
+    }
+    EndTable(out);
+}
+
+void WriteDimensionStyles(GroupWriter& out, WritePlan& plan) {
+    BeginTable(out, plan, "DIMSTYLE", 1);
+    out.Word(100, "AcDbDimStyleTable");
+    BeginEntry(out, plan, "DIMSTYLE", plan.FileHandle("DIMSTYLE"), "AcDbDimStyleTableRecord", 105);
+    out.Word(2, "Standard");
+    out.Whole(70, 0);
+    out.Handle(340, plan.StyleHandle());
+    EndTable(out);
+}
+
+void WriteBlockRecords(GroupWriter& out, WritePlan& plan) {
+    BeginTable(out, plan, "BLOCK_RECORD", plan.Blocks().size());
+    for (const WritePlan::BlockPlan& block : plan.Blocks()) {
+        BeginEntry(out, plan, "BLOCK_RECORD", block.record, "AcDbBlockTableRecord");
+        out.Text(2, block.block->name);
+        out.Handle(340, block.isSpace ? plan.FileHandle("LAYOUT " + block.block->name) : 0);
+    }
+    EndTable(out);
+}
+
+void WriteBlockEnd(GroupWriter& out, std::string_view name, HandleValue handle, HandleValue record,
+                   bool isPaper, std::string_view className) {
+    out.Word(0, name);
+    out.Handle(5, handle);
+    out.Handle(330, record);
+    out.Word(100, "AcDbEntity");
+    if (isPaper) out.Whole(67, 1);
+    out.Word(8, "0");
+    out.Word(100, className);
+}
+
+// Entities of model space and of the paper space in use stand in the section ENTITIES.
+bool StandsInEntities(const WritePlan& plan, const WritePlan::BlockPlan& block) {
+    return &block == &plan.Blocks()[0] || &block == &plan.Blocks()[1];
+}
+
+void WriteBlock(GroupWriter& out, WritePlan& plan, const WritePlan::BlockPlan& block) {
+    const std::string& name = block.block->name;
+    const bool isPaper = block.isSpace && &block != &plan.Blocks()[0];
+    out.SetPlace("block " + name);
+    WriteBlockEnd(out, "BLOCK", plan.FileHandle("BLOCK " + name), block.record, isPaper, "AcDbBlockBegin");
+    out.Text(2, name);
+    out.Whole(70, block.block->flags & 1);
+    out.Point(10, block.block->base);
+    out.Text(3, name);
+    out.Word(1, "");
+    if (!StandsInEntities(plan, block)) WriteEntitiesOf(out, plan, block);
+    WriteBlockEnd(out, "ENDBLK", plan.FileHandle("ENDBLK " + name), block.record, isPaper, "AcDbBlockEnd");
+}
+
+}  // namespace
+
+void WriteTables(GroupWriter& out, WritePlan& plan) {
+    BeginSection(out, "TABLES");
+    WriteViewports(out, plan);
+    WriteLinetypes(out, plan);
+    WriteLayers(out, plan);
+    WriteStyles(out, plan);
+    BeginTable(out, plan, "VIEW", 0);
+    EndTable(out);
+    WriteUcs(out, plan);
+    WriteApplications(out, plan);
+    WriteDimensionStyles(out, plan);
+    WriteBlockRecords(out, plan);
+    EndSection(out);
+}
+
+void WriteBlocks(GroupWriter& out, WritePlan& plan) {
+    BeginSection(out, "BLOCKS");
+    for (const WritePlan::BlockPlan& block : plan.Blocks()) WriteBlock(out, plan, block);
+    EndSection(out);
+}
+
+void WriteEntities(GroupWriter& out, const WritePlan& plan) {
+    BeginSection(out, "ENTITIES");
+    WriteEntitiesOf(out, plan, plan.Blocks()[0]);
+    WriteEntitiesOf(out, plan, plan.Blocks()[1]);
+    EndSection(out);
+}
+
+}  // namespace brenvik
