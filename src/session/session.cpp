@@ -1,8 +1,9 @@
 // Loading and unloading of the library, and the values that live in between.
 #include "session/session.h"
 
+#include <functional>
 #include <optional>
-#include <ranges>
+#include <vector>
 
 #include "base/invariant.h"
 #include "grid/frm_main.h"
@@ -68,7 +69,8 @@ void UnloadSystem() {
 void AtUnload(std::function<void()> reset) { Resets().push_back(std::move(reset)); }
 
 void ResetModules() {
-    for (const auto& reset : std::views::reverse(Resets())) reset();
+    const std::vector<std::function<void()>>& resets = Resets();
+    for (auto reset = resets.rbegin(); reset != resets.rend(); ++reset) (*reset)();
 }
 
 }  // namespace brenvik
