@@ -14,6 +14,7 @@ void ConsoleDialogs::ShowModal(Form& form) {
 
 MessageAnswer ConsoleDialogs::Show(const MessageRequest& request) {
     ++messagesShown;
+    if (beforeTelling) beforeTelling();
     const MessageAnswer answer = OfferedAnswers(request.buttons).front();
     errors << MessageLine(request);
     if (IsQuestion(request.buttons)) errors << " -> " << AnswerName(answer) << " (default)";
@@ -22,6 +23,7 @@ MessageAnswer ConsoleDialogs::Show(const MessageRequest& request) {
 }
 
 std::optional<std::string> ConsoleDialogs::ChooseFile(const FileRequest& request) {
+    if (beforeTelling) beforeTelling();
     errors << "file dialog \"" << request.title << "\": cancelled, there is nobody to choose\n";
     return std::nullopt;
 }

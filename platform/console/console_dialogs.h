@@ -19,6 +19,9 @@ class ConsoleDialogs : public DialogPort {
     /// What a command does with a form between its load and its closing; by default nothing.
     std::function<void(Form&)> whileOpen;
 
+    /// Runs before anything is told, for a program that has a progress line to wipe away.
+    std::function<void()> beforeTelling;
+
     /// Message boxes shown so far. A command that expects none tells by it that something went wrong.
     int MessagesShown() const { return messagesShown; }
 

@@ -85,8 +85,10 @@ void PickItem(const JournalStep& step, Form& form) {
     Control& control = Usable(step, form, step.arguments[0]);
     const int item = FindItem(step, control, step.arguments[1]);
     if (auto* list = dynamic_cast<ListControl*>(&control)) {
-        if (list->MultiSelect()) list->SetSelected(item, true);
-        list->SetListIndex(item);
+        if (list->MultiSelect())
+            list->SetSelected(item, true);
+        else
+            list->SetListIndex(item);
     } else if (auto* tabs = dynamic_cast<TabStripControl*>(&control)) {
         tabs->SetSelectedTab(item);
     } else if (auto* view = dynamic_cast<ListViewControl*>(&control)) {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <set>
 
 #include "base/text.h"
@@ -167,6 +168,39 @@ TEST(JournalParser, QuotedWordsReadBackAsTheyWere) {
         const auto steps = Parse("type t " + QuoteJournalWord(word));
         ASSERT_EQ(steps.size(), 1u) << word;
         EXPECT_EQ(steps[0].arguments[1], word);
+    }
+}
+
+TEST(JournalParser, AnyBytesGiveStepsOrAnErrorWithItsPlace) {
+    std::mt19937 random(20260101);
+    const std::string_view pieces[] = {"press",
+                                       "expect",
+                                       "cell",
+                                       "file",
+                                       "line",
+                                       " ",
+                                       "\"",
+                                       "\\",
+                                       "\n",
+                                       "\r",
+                                       "#",
+                                       "#1",
+                                       "select",
+                                       "all",
+                                       "1F",
+                                       "ü",
+                                       "\xFF",
+                                       "\t",
+                                       std::string_view("\0", 1)};
+    for (int round = 0; round < 2000; ++round) {
+        std::string text;
+        for (unsigned i = random() % 40; i > 0; --i) text += pieces[random() % std::size(pieces)];
+        try {
+            for (const JournalStep& step : Parse(text)) EXPECT_GE(step.line, 1u);
+        } catch (const JournalSyntaxError& error) {
+            EXPECT_GE(error.Line(), 1u);
+            EXPECT_GE(error.Column(), 1u);
+        }
     }
 }
 
