@@ -1,0 +1,194 @@
+// The statements that the fake knows: emptying the table, adding a row, and selecting.
+#include "core/fakes/fake_database.h"
+
+#include "base/letter_case.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "parts/part_table.h"
+
+namespace brenvik::fakes {
+
+namespace {
+
+Failure SyntaxError(std::string_view statement) {
+    return Failure(-2147217900, "FakeDatabase", "Syntax error in the statement", std::string(statement));
+}
+
+int ColumnPlace(std::string_view name) {
+    const PartColumn* column = FindPartColumn(name);
+    return column == nullptr ? -1 : column->gridColumn - 1;
+}
+
+/// The values of an INSERT: quoted texts and numbers, parted by commas.
+std::vector<FieldValue> ParseValues(std::string_view statement, std::string_view values) {
+    std::vector<FieldValue> parsed;
+    while (!values.empty()) {
+        values.remove_prefix(std::min(values.find_first_not_of(' '), values.size()));
+        if (values.starts_with('\'')) {
+            const auto end = values.find('\'', 1);
+            if (end == std::string_view::npos) throw SyntaxError(statement);
+            parsed.emplace_back(std::string(values.substr(1, end - 1)));
+            values.remove_prefix(end + 1);
+        } else {
+            const auto end = std::min(values.find(','), values.size());
+            if (!IsNumeric(values.substr(0, end))) throw SyntaxError(statement);
+            parsed.emplace_back(StrictNumber(values.substr(0, end)));
+            values.remove_prefix(end);
+        }
+        values.remove_prefix(std::min(values.find_first_not_of(' '), values.size()));
+        if (values.empty()) break;
+        if (!values.starts_with(',')) throw SyntaxError(statement);
+        values.remove_prefix(1);
+    }
+    return parsed;
+}
+
+Row ParseInsert(std::string_view statement) {
+    const auto open = statement.find('('), close = statement.find(')');
+    const auto values = statement.find(" values (");
+    if (values == std::string_view::npos || !statement.ends_with(')')) throw SyntaxError(statement);
+    const std::vector<std::string> columns = Split(statement.substr(open + 1, close - open - 1), ',');
+    const std::vector<FieldValue> parsed =
+        ParseValues(statement, statement.substr(values + 9, statement.size() - values - 10));
+    if (parsed.size() != columns.size()) throw SyntaxError(statement);
+    Row row(PartColumns().size());
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const int place = ColumnPlace(Trim(columns[i]));
+        if (place < 0) throw SyntaxError(statement);
+        row[static_cast<std::size_t>(place)] = parsed[i];
+    }
+    return row;
+}
+
+class FakeRecordset : public Recordset {
+  public:
+    FakeRecordset(FakeDatabase& owner, std::string databasePath, bool isUpdatable)
+        : database(owner),
+          path(std::move(databasePath)),
+          rows(owner.databases.at(path)),
+          updatable(isUpdatable) {
+        ++database.openRecordsets;
+    }
+    ~FakeRecordset() override { --database.openRecordsets; }
+    bool Eof() const override { return place >= RecordCount(); }
+    void MoveFirst() override { place = 0; }
+    void MoveNext() override { ++place; }
+    int RecordCount() const override { return static_cast<int>(rows.size()); }
+    int FieldCount() const override { return static_cast<int>(PartColumns().size()); }
+    std::string FieldName(int index) const override {
+        return std::string(PartColumns()[static_cast<std::size_t>(index)].column);
+    }
+    FieldValue Value(std::string_view fieldName) const override { return Value(ColumnPlace(fieldName)); }
+    FieldValue Value(int index) const override { return ValueAt(place, index); }
+    FieldValue ValueAt(int record, int index) const override {
+        return rows.at(static_cast<std::size_t>(record)).at(static_cast<std::size_t>(index));
+    }
+    bool Updatable() const override { return updatable; }
+    void Update(int record, int index, const FieldValue& value) override {
+        database.Note("UPDATE " + FieldName(index));
+        const auto row = static_cast<std::size_t>(record), field = static_cast<std::size_t>(index);
+        rows.at(row).at(field) = value;
+        database.databases.at(path).at(row).at(field) = value;
+    }
+    void Close() override {}
+
+  private:
+    FakeDatabase& database;
+    std::string path;
+    Rows rows;
+    bool updatable;
+    int place = 0;
+};
+
+class FakeConnection : public Connection {
+  public:
+    explicit FakeConnection(FakeDatabase& owner) : database(owner) {}
+    ~FakeConnection() override {
+        if (state == ConnectionState::Open) --database.openConnections;
+    }
+    void Open(std::string_view connectionString) override {
+        if (state == ConnectionState::Open) throw Failure(3705, "FakeDatabase", "The connection is open");
+        database.connectionStrings.emplace_back(connectionString);
+        const auto source = connectionString.find("Data Source=") + 12;
+        path = FoldLower(connectionString.substr(source, connectionString.find(';', source) - source));
+        if (!database.databases.contains(path))
+            throw Failure(-2147467259, "FakeDatabase", "Could not find file", path);
+        state = ConnectionState::Open;
+        ++database.openConnections;
+    }
+    void Close() override {
+        if (state == ConnectionState::Open) --database.openConnections;
+        state = ConnectionState::Closed;
+        pending.reset();
+    }
+    ConnectionState State() const override { return state; }
+    void Execute(std::string_view sql) override {
+        database.Note(sql);
+        if (state != ConnectionState::Open) throw Failure(3704, "FakeDatabase", "The connection is closed");
+        Rows& rows = pending ? *pending : database.databases.at(path);
+        if (sql == "delete from brenvik_data") return rows.clear();
+        if (sql.starts_with("INSERT INTO brenvik_data")) return rows.push_back(ParseInsert(sql));
+        throw SyntaxError(sql);
+    }
+    std::unique_ptr<Recordset> OpenRecordset(std::string_view sql) override {
+        database.Note(sql);
+        const bool grouped = StartsWithIgnoreCase(sql, "select count");
+        if (!grouped && sql != ScanSelect && sql != FullSelect()) throw SyntaxError(sql);
+        return std::make_unique<FakeRecordset>(database, path, !grouped);
+    }
+    void BeginTrans() override {
+        database.Note("BEGIN");
+        if (pending) throw Failure(-2147168237, "FakeDatabase", "A transaction has begun already");
+        pending = database.databases.at(path);
+    }
+    void CommitTrans() override {
+        database.Note("COMMIT");
+        if (!pending) throw Failure(-2147168242, "FakeDatabase", "No transaction has begun");
+        database.databases.at(path) = *pending;
+        pending.reset();
+    }
+    void RollbackTrans() override { pending.reset(); }
+
+  private:
+    FakeDatabase& database;
+    std::string path;
+    ConnectionState state = ConnectionState::Closed;
+    std::optional<Rows> pending;
+};
+
+}  // namespace
+
+std::unique_ptr<Connection> FakeDatabase::CreateConnection() {
+    return std::make_unique<FakeConnection>(*this);
+}
+
+void FakeDatabase::CreateBlankPartDatabase(std::string_view path) { databases[FoldLower(path)] = {}; }
+
+void FakeDatabase::Note(std::string_view statement) {
+    statements.emplace_back(statement);
+    for (const auto& [text, failure] : failures)
+        if (statement.find(text) != std::string_view::npos) throw failure;
+}
+
+int FakeDatabase::CountStatements(std::string_view text) const {
+    int count = 0;
+    for (const std::string& statement : statements)
+        if (statement.find(text) != std::string::npos) ++count;
+    return count;
+}
+
+FieldValue FakeDatabase::Cell(std::string_view path, int row, std::string_view column) const {
+    return databases.at(FoldLower(path))
+        .at(static_cast<std::size_t>(row))
+        .at(static_cast<std::size_t>(ColumnPlace(column)));
+}
+
+std::string FakeDatabase::Text(std::string_view path, int row, std::string_view column) const {
+    return std::get<std::string>(Cell(path, row, column));
+}
+
+double FakeDatabase::Number(std::string_view path, int row, std::string_view column) const {
+    return std::get<double>(Cell(path, row, column));
+}
+
+}  // namespace brenvik::fakes

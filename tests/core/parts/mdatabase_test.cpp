@@ -1,0 +1,140 @@
+// The working database: its path and file, and the two connections.
+#include "parts/mdatabase.h"
+
+#include <gtest/gtest.h>
+
+#include "core/fakes/fake_platform.h"
+#include "parts/part_table.h"
+
+namespace brenvik {
+namespace {
+
+class WorkingDatabase : public testing::Test {
+  protected:
+    WorkingDatabase() { TheSession().InstallFolder = "C:\\Brenvik\\"; }
+    fakes::LoadedSystem system;
+};
+
+TEST_F(WorkingDatabase, LiesInTheInstallFolderWhenNoPathIsSet) {
+    for (const char* blank : {"", "   "}) {
+        system.settings.Set("MDBPath", blank);
+        mDatabase::TakeWorkingDatabasePath();
+        EXPECT_EQ(TheSession().MDBPath, "C:\\Brenvik\\_db\\bv04.mdb");
+    }
+}
+
+TEST_F(WorkingDatabase, LiesWhereTheSettingSays) {
+    system.settings.Set("MDBPath", "D:\\jobs\\work.mdb");
+    EXPECT_EQ(mDatabase::WorkingDatabasePath(), "D:\\jobs\\work.mdb");
+    EXPECT_EQ(mDatabase::ConnectionString(),
+              "Provider=Microsoft.Jet.OLEDB.4.0;User ID=admin;Data Source=D:\\jobs\\work.mdb;"
+              "Mode=Share Deny None");
+}
+
+TEST_F(WorkingDatabase, IsRefreshedFromItsBlankCopyInTheInstallFolder) {
+    system.files.contents[system.WorkPath] = "old";
+    TheSession().MDBPath = "D:\\jobs\\work.mdb";
+    mDatabase::RefreshWorkingDatabase();
+    EXPECT_EQ(system.files.acts, (std::vector<std::string>{
+                                     "remove C:\\Brenvik\\_db\\bv04.mdb",
+                                     "copy C:\\Brenvik\\_db\\bv-back04.mdb to C:\\Brenvik\\_db\\bv04.mdb"}));
+    EXPECT_EQ(system.files.contents[system.WorkPath], "blank");
+}
+
+TEST_F(WorkingDatabase, IsRefreshedWhereThereWasNone) {
+    mDatabase::RefreshWorkingDatabase();
+    EXPECT_EQ(system.files.acts.size(), 1u);
+    EXPECT_EQ(system.files.contents[system.WorkPath], "blank");
+}
+
+TEST_F(WorkingDatabase, RefreshFailsWithoutABlankCopy) {
+    system.files.contents.clear();
+    try {
+        mDatabase::RefreshWorkingDatabase();
+        FAIL() << "there is nothing to copy";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.number(), failure_number::fileNotFound);
+    }
+}
+
+TEST_F(WorkingDatabase, RefreshClosesTheConnectionsToTheOldFile) {
+    mDatabase::RefreshWorkingDatabase();
+    mDatabase::OpenScanConnection();
+    std::unique_ptr<Recordset> recordset;
+    mDatabase::OpenRecordset(ScanSelect, recordset);
+    recordset.reset();
+    mDatabase::RefreshWorkingDatabase();
+    EXPECT_EQ(system.database.openConnections, 0);
+    EXPECT_EQ(TheSession().ReaderUseCount, 0);
+}
+
+TEST_F(WorkingDatabase, ScanConnectionIsOpenedOnce) {
+    mDatabase::RefreshWorkingDatabase();
+    mDatabase::OpenScanConnection();
+    mDatabase::OpenScanConnection();
+    EXPECT_EQ(system.database.connectionStrings.size(), 1u);
+}
+
+TEST_F(WorkingDatabase, StatementNeedsTheScanConnection) {
+    EXPECT_THROW(mDatabase::ExecuteSql("delete from brenvik_data"), Failure);
+    mDatabase::RefreshWorkingDatabase();
+    mDatabase::OpenScanConnection();
+    mDatabase::ExecuteSql("delete from brenvik_data");
+    EXPECT_EQ(system.database.statements, std::vector<std::string>{"delete from brenvik_data"});
+}
+
+class Reader : public WorkingDatabase {
+  protected:
+    Reader() { mDatabase::RefreshWorkingDatabase(); }
+};
+
+TEST_F(Reader, SaysWhetherThereIsAnyRecord) {
+    std::unique_ptr<Recordset> recordset;
+    EXPECT_FALSE(mDatabase::OpenRecordset(ScanSelect, recordset));
+    mDatabase::CloseRecordset(recordset);
+    system.database.databases["c:\\brenvik\\_db\\bv04.mdb"].emplace_back(PartColumns().size());
+    EXPECT_TRUE(mDatabase::OpenRecordset(ScanSelect, recordset));
+    mDatabase::CloseRecordset(recordset);
+}
+
+TEST_F(Reader, ConnectionIsOpenWhileAnyRecordSetIs) {
+    std::unique_ptr<Recordset> first, second;
+    mDatabase::OpenRecordset(ScanSelect, first);
+    mDatabase::OpenRecordset(FullSelect(), second);
+    EXPECT_EQ(TheSession().ReaderUseCount, 2);
+    EXPECT_EQ(system.database.openConnections, 1);
+    mDatabase::CloseRecordset(first);
+    EXPECT_EQ(first, nullptr);
+    EXPECT_EQ(TheSession().ReaderUseCount, 1);
+    EXPECT_EQ(system.database.openConnections, 1);
+    mDatabase::CloseRecordset(second);
+    EXPECT_EQ(TheSession().ReaderUseCount, 0);
+    EXPECT_EQ(system.database.openConnections, 0);
+    EXPECT_EQ(TheSession().ReaderConnection, nullptr);
+}
+
+TEST_F(Reader, ClosingNoRecordSetDoesNothing) {
+    std::unique_ptr<Recordset> none;
+    mDatabase::CloseRecordset(none);
+    EXPECT_EQ(TheSession().ReaderUseCount, 0);
+}
+
+TEST_F(Reader, ARefusedStatementLeavesNothingOpen) {
+    std::unique_ptr<Recordset> recordset;
+    EXPECT_THROW(mDatabase::OpenRecordset("select nonsense", recordset), Failure);
+    EXPECT_EQ(system.database.openConnections, 0);
+    EXPECT_EQ(TheSession().ReaderUseCount, 0);
+    EXPECT_NO_THROW(mDatabase::OpenRecordset(ScanSelect, recordset));
+    EXPECT_THROW(
+        {
+            std::unique_ptr<Recordset> other;
+            mDatabase::OpenRecordset("select nonsense", other);
+        },
+        Failure);
+    EXPECT_EQ(TheSession().ReaderUseCount, 1);
+    EXPECT_EQ(system.database.openConnections, 1);
+    mDatabase::CloseRecordset(recordset);
+}
+
+}  // namespace
+}  // namespace brenvik
