@@ -7,8 +7,12 @@
 #include <BRep_Tool.hxx>
 #include <GProp_GProps.hxx>
 #include <TopExp.hxx>
+#include <TopExp_Explorer.hxx>
 #include <TopTools_IndexedMapOfShape.hxx>
 #include <TopoDS.hxx>
+#include <TopoDS_Edge.hxx>
+#include <TopoDS_Face.hxx>
+#include <TopoDS_Vertex.hxx>
 
 #include <algorithm>
 #include <fstream>
@@ -79,7 +83,19 @@ int Count(const TopoDS_Shape& shape, TopAbs_ShapeEnum kind) {
 
 std::vector<gp_Pnt> Corners(const TopoDS_Shape& shape) {
     TopTools_IndexedMapOfShape found;
-    TopExp::MapShapes(shape, TopAbs_VERTEX, found);
+    for (TopExp_Explorer face(shape, TopAbs_FACE); face.More(); face.Next()) {
+        for (TopExp_Explorer part(face.Current(), TopAbs_EDGE); part.More(); part.Next()) {
+            const TopoDS_Edge& edge = TopoDS::Edge(part.Current());
+            if (BRep_Tool::Degenerated(edge) || BRep_Tool::IsClosed(edge, TopoDS::Face(face.Current())))
+                continue;
+            TopoDS_Vertex first;
+            TopoDS_Vertex last;
+            TopExp::Vertices(edge, first, last);
+            if (first.IsSame(last)) continue;
+            found.Add(first);
+            found.Add(last);
+        }
+    }
     std::vector<gp_Pnt> corners;
     for (int i = 1; i <= found.Extent(); ++i) corners.push_back(BRep_Tool::Pnt(TopoDS::Vertex(found(i))));
     std::sort(corners.begin(), corners.end(), [](const gp_Pnt& a, const gp_Pnt& b) {
@@ -106,7 +122,7 @@ void ExpectValid(const TopoDS_Shape& shape) {
     EXPECT_TRUE(BRepCheck_Analyzer(shape).IsValid()) << "the modeller finds the shape invalid";
 }
 
-TopoDS_Shape ExpectRoundTrip(const TopoDS_Shape& shape) {
+TopoDS_Shape ExpectRoundTrip(const TopoDS_Shape& shape, std::optional<double> knownVolume) {
     std::vector<std::string> lines;
     try {
         lines = WriteText(shape);
@@ -117,14 +133,16 @@ TopoDS_Shape ExpectRoundTrip(const TopoDS_Shape& shape) {
     const TopoDS_Shape back = ReadOne(Joined(lines));
     if (back.IsNull()) return back;
     const double area = Area(shape);
-    EXPECT_NEAR(Area(back), area, 1e-9 * area);
+    // Where the true volume is known, the modeller's own curves on the surface were the less exact ones.
+    EXPECT_NEAR(Area(back), area, (knownVolume ? 1e-7 : 1e-9) * area);
     if (Count(shape, TopAbs_SOLID) > 0) {
-        const double volume = Volume(shape);
+        const double volume = knownVolume.value_or(Volume(shape));
         EXPECT_NEAR(Volume(back), volume, 1e-9 * volume);
     }
     EXPECT_EQ(Count(back, TopAbs_SOLID), Count(shape, TopAbs_SOLID));
     EXPECT_EQ(Count(back, TopAbs_FACE), Count(shape, TopAbs_FACE));
     const std::vector<gp_Pnt> before = Corners(shape);
+    EXPECT_EQ(Corners(back).size(), before.size());
     for (const gp_Pnt& corner : Corners(back)) {
         const auto matches = [&](const gp_Pnt& other) { return corner.Distance(other) < 1e-9; };
         EXPECT_TRUE(std::any_of(before.begin(), before.end(), matches))

@@ -2,11 +2,12 @@
 // parameters and stay exact; other edges, such as a slanted cut through a bore, are interpolated.
 #include "drafting_host/acis/loop_chart.h"
 
-#include <Geom2dAPI_Interpolate.hxx>
+#include <BSplCLib.hxx>
 #include <Geom2d_BSplineCurve.hxx>
 #include <Geom2d_Line.hxx>
-#include <TColStd_HArray1OfReal.hxx>
-#include <TColgp_HArray1OfPnt2d.hxx>
+#include <TColStd_Array1OfInteger.hxx>
+#include <TColStd_Array1OfReal.hxx>
+#include <TColgp_Array1OfPnt2d.hxx>
 
 #include <algorithm>
 #include <array>
@@ -19,8 +20,9 @@ namespace {
 constexpr double fullTurn = 2 * std::numbers::pi;
 // Between neighbouring samples a curve that keeps clear of the poles turns far less than this.
 constexpr double longestStep = 2.0;
-// Cubic interpolation of a full turn with this many points stays within 1e-8 of the radius.
-constexpr int interpolationPoints = 193;
+// A slanted cut all round a bore is met to 1e-12 of the radius.
+constexpr int interpolationPoints = 65;
+constexpr int splineDegree = 7;
 constexpr double slopeNoise = 1e-6;
 
 double Nearest(double value, double reference) {
@@ -76,27 +78,49 @@ Handle(Geom2d_Curve) StraightInParameters(const SurfaceFrame& frame, const EdgeN
     return new Geom2d_Line(origin, direction);
 }
 
+// A spline through points at even parameters. Of a high degree, since the modeller integrates volumes
+// over these curves: a cubic would show in the ninth place.
+Handle(Geom2d_Curve) SplineThrough(TColgp_Array1OfPnt2d& points, const TColStd_Array1OfReal& parameters, long record) {
+    const int count = points.Length();
+    const int inner = count - splineDegree - 1;
+    TColStd_Array1OfReal knots(1, inner + 2);
+    TColStd_Array1OfInteger multiplicities(1, inner + 2);
+    multiplicities.Init(1);
+    multiplicities(1) = multiplicities(inner + 2) = splineDegree + 1;
+    knots(1) = parameters(1);
+    knots(inner + 2) = parameters(count);
+    for (int k = 1; k <= inner; ++k) {
+        double sum = 0;
+        for (int i = 1; i <= splineDegree; ++i) sum += parameters(k + i);
+        knots(k + 1) = sum / splineDegree;
+    }
+    TColStd_Array1OfReal flatKnots(1, count + splineDegree + 1);
+    BSplCLib::KnotSequence(knots, multiplicities, splineDegree, Standard_False, flatKnots);
+    TColStd_Array1OfInteger contacts(1, count);
+    contacts.Init(0);
+    int singular = 0;
+    BSplCLib::Interpolate(splineDegree, flatKnots, parameters, contacts, points, singular);
+    if (singular != 0) throw BadRecord(record, "an edge cannot be laid out on its face's surface");
+    return new Geom2d_BSplineCurve(points, knots, multiplicities, splineDegree);
+}
+
 Handle(Geom2d_Curve) Interpolated(const SurfaceFrame& frame, const EdgeNode& edge) {
-    Handle(TColgp_HArray1OfPnt2d) points = new TColgp_HArray1OfPnt2d(1, interpolationPoints);
-    Handle(TColStd_HArray1OfReal) parameters = new TColStd_HArray1OfReal(1, interpolationPoints);
+    TColgp_Array1OfPnt2d points(1, interpolationPoints);
+    TColStd_Array1OfReal parameters(1, interpolationPoints);
     for (int i = 1; i <= interpolationPoints; ++i) {
         const double t = edge.first + (edge.last - edge.first) * (i - 1) / (interpolationPoints - 1);
         gp_Pnt2d uv = OnSurface(frame, edge, t);
         if (i > 1) {
-            const gp_Pnt2d& previous = points->Value(i - 1);
+            const gp_Pnt2d& previous = points.Value(i - 1);
             uv = NearestTurn(frame, uv, previous);
             if (frame.UPeriodic() && std::abs(uv.X() - previous.X()) > longestStep) {
                 throw BadRecord(edge.record, "an edge runs through the pole of its face's surface");
             }
         }
-        points->SetValue(i, uv);
-        parameters->SetValue(i, t);
+        points.SetValue(i, uv);
+        parameters.SetValue(i, t);
     }
-    Geom2dAPI_Interpolate interpolation(points, parameters, Standard_False, 1e-12);
-    interpolation.Perform();
-    if (!interpolation.IsDone())
-        throw BadRecord(edge.record, "an edge cannot be laid out on its face's surface");
-    return {interpolation.Curve().get()};
+    return SplineThrough(points, parameters, edge.record);
 }
 
 std::vector<gp_Pnt2d> Sample(const Handle(Geom2d_Curve) & curve, const EdgeNode& edge, bool forward) {
