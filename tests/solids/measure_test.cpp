@@ -67,15 +67,6 @@ TopoDS_Shape TaperedLeg() {
     return loft.Shape();
 }
 
-TopoDS_Shape TwoLumps() {
-    TopoDS_Compound both;
-    BRep_Builder builder;
-    builder.MakeCompound(both);
-    builder.Add(both, Board(600, 100, 18));
-    builder.Add(both, Moved(Board(600, 50, 18), gp_Vec(0, 150, 0)));
-    return both;
-}
-
 TopoDS_Shape NotchedBoard() {
     TopoDS_Shape board = Board(600, 150, 18);
     for (int notch = 0; notch < 5; ++notch) {
@@ -97,7 +88,7 @@ std::vector<PartCase> Parts() {
         {"arched panel", ArchedPanel(), {600, 500, 19}, {600, 500, 19}},
         {"notched board", NotchedBoard(), {600, 150, 18}, {600, 150, 18}},
         {"gusset", Prism({{0, 0}, {400, 0}, {0, 300}}, 18), {400, 300, 18}, {500, gussetHeight, 18}},
-        {"two lumps", TwoLumps(), {600, 200, 18}, {600, 200, 18}},
+        {"two lumps", TwoPieces(), {600, 200, 18}, {600, 200, 18}},
         {"disc", BRepPrimAPI_MakeCylinder(200, 25).Shape(), {400, 400, 25}, {400, 400, 25}},
         {"dowel", BRepPrimAPI_MakeCylinder(4, 30).Shape(), {8, 8, 30}, {30, 8, 8}},
         {"cone", BRepPrimAPI_MakeCone(30, 10, 700).Shape(), {60, 60, 700}, {700, 60, 60}},

@@ -12,6 +12,8 @@
 #include <BRepPrimAPI_MakeRevol.hxx>
 #include <BRepPrimAPI_MakeSphere.hxx>
 #include <BRepPrimAPI_MakeTorus.hxx>
+#include <BRep_Builder.hxx>
+#include <TopoDS_Compound.hxx>
 #include <TopoDS_Shape.hxx>
 #include <algorithm>
 #include <array>
@@ -45,6 +47,16 @@ inline TopoDS_Shape DrilledBoard(double x, double y, double z, int holes) {
         board = BRepAlgoAPI_Cut(board, drill).Shape();
     }
     return board;
+}
+
+/// Two boards that are one part.
+inline TopoDS_Shape TwoPieces() {
+    TopoDS_Compound both;
+    BRep_Builder builder;
+    builder.MakeCompound(both);
+    builder.Add(both, Board(600, 100, 18));
+    builder.Add(both, Moved(Board(600, 50, 18), gp_Vec(0, 150, 0)));
+    return both;
 }
 
 /// A turn and a move that leave nothing along an axis.

@@ -1,0 +1,50 @@
+// Sets every exchange setting that matters before each use, so that no earlier use shows through.
+#include "drafting_host/step/modeller_session.h"
+
+#include <Interface_Static.hxx>
+#include <Message.hxx>
+#include <Message_Messenger.hxx>
+#include <Message_Printer.hxx>
+#include <Resource_FormatType.hxx>
+#include <STEPCAFControl_Controller.hxx>
+#include <XCAFDoc_ShapeTool.hxx>
+
+namespace brenvik::step {
+namespace {
+
+void Prepare() {
+    // Standard output belongs to lists; the modeller's chatter would end up in them.
+    Message::DefaultMessenger()->RemovePrinters(STANDARD_TYPE(Message_Printer));
+    STEPCAFControl_Controller::Init();
+    Interface_Static::SetCVal("xstep.cascade.unit", "MM");
+    // Names that the modeller makes up ("SOLID", "=>[0:1:1:2]") would pass for the file's.
+    XCAFDoc_ShapeTool::SetAutoNaming(Standard_False);
+}
+
+Resource_FormatType FormatOf(CodePage codePage) {
+    switch (codePage) {
+        case CodePage::Utf8:
+            return Resource_FormatType_UTF8;
+        case CodePage::Cyrillic:
+            return Resource_FormatType_CP1251;
+        case CodePage::Western:
+            return Resource_FormatType_CP1252;
+    }
+    return Resource_FormatType_UTF8;
+}
+
+}  // namespace
+
+void PrepareReading(CodePage codePage) {
+    Prepare();
+    Interface_Static::SetIVal("read.step.codepage", FormatOf(codePage));
+}
+
+void PrepareWriting() {
+    Prepare();
+    Interface_Static::SetCVal("write.step.schema", "AP214IS");
+    Interface_Static::SetCVal("write.step.unit", "MM");
+    Interface_Static::SetIVal("write.step.assembly", 1);
+}
+
+}  // namespace brenvik::step

@@ -1,0 +1,39 @@
+// What a STEP file holds for a cut list: solids with name, sub assembly, layer and colour.
+#pragma once
+
+#include <TopoDS_Shape.hxx>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace brenvik::step {
+
+/// A colour as a screen shows it, 0 to 255 each.
+struct Rgb {
+    std::uint8_t red = 0;
+    std::uint8_t green = 0;
+    std::uint8_t blue = 0;
+
+    bool operator==(const Rgb&) const = default;
+};
+
+/// One solid of the assembly, at its place: world coordinates in millimetres, no location left in the
+/// shape. All texts are UTF-8.
+struct StepSolid {
+    TopoDS_Shape shape;
+    std::string name;      ///< the part's name
+    std::string assembly;  ///< name of the assembly that it is placed in; empty outside of all assemblies
+    std::string layer;     ///< empty when it stands on none
+    std::optional<Rgb> color{};
+};
+
+/// The solids in the order of the file, what the reader had to tell, and the file's own length unit as
+/// the file names it ("millimetre", "inch").
+struct StepDocument {
+    std::vector<StepSolid> solids;
+    std::vector<std::string> notes;
+    std::string unit;
+};
+
+}  // namespace brenvik::step

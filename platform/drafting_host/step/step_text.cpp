@@ -1,0 +1,196 @@
+// Looks at STEP text without the modeller, which tells neither line nor reason when it gives up.
+#include "drafting_host/step/step_text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <fstream>
+#include <system_error>
+
+namespace brenvik::step {
+namespace {
+
+constexpr std::string_view opening = "ISO-10303-21";
+constexpr std::string_view ending = "END-ISO-10303-21";
+constexpr char32_t noCharacter = 0xFFFFFFFF;
+
+bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+bool IsHigh(char c) { return static_cast<unsigned char>(c) >= 0x80; }
+
+std::size_t LineAt(std::string_view content, std::size_t place) {
+    return 1 + static_cast<std::size_t>(std::ranges::count(content.substr(0, place), '\n'));
+}
+
+/// Takes one UTF-8 character off the front of `text`; noCharacter (and one byte taken) when it is none.
+char32_t TakeCharacter(std::string_view& text) {
+    const auto byte = [&](std::size_t index) { return static_cast<unsigned char>(text[index]); };
+    const unsigned char first = byte(0);
+    const std::size_t length = first < 0x80   ? 1
+                               : first < 0xC2 ? 0
+                               : first < 0xE0 ? 2
+                               : first < 0xF0 ? 3
+                               : first < 0xF5 ? 4
+                                              : 0;
+    char32_t character = length <= 1 ? first : first & (0xFFU >> (length + 1));
+    bool good = length > 0 && length <= text.size();
+    for (std::size_t index = 1; good && index < length; ++index) {
+        good = (byte(index) & 0xC0) == 0x80;
+        character = (character << 6) | (byte(index) & 0x3FU);
+    }
+    constexpr std::array<char32_t, 5> least{0, 0, 0x80, 0x800, 0x10000};
+    good = good && character >= least[length] && character <= 0x10FFFF &&
+           (character < 0xD800 || character > 0xDFFF);
+    text.remove_prefix(good ? length : 1);
+    return good ? character : noCharacter;
+}
+
+bool IsUtf8(std::string_view text) {
+    while (!text.empty()) {
+        const auto high = std::ranges::find_if(text, IsHigh);
+        text.remove_prefix(static_cast<std::size_t>(high - text.begin()));
+        if (!text.empty() && TakeCharacter(text) == noCharacter) return false;
+    }
+    return true;
+}
+
+void AppendHex(std::string& text, std::uint32_t unit) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    for (int shift = 12; shift >= 0; shift -= 4) text += digits[(unit >> shift) & 0xFU];
+}
+
+/// Skips a text in quotes or a comment that starts at `place`; npos when it doesn't end.
+std::size_t SkipQuoted(std::string_view content, std::size_t place) {
+    if (content[place] == '\'') {
+        const std::size_t close = content.find('\'', place + 1);
+        return close == std::string_view::npos ? close : close + 1;
+    }
+    const std::size_t close = content.find("*/", place + 2);
+    return close == std::string_view::npos ? close : close + 2;
+}
+
+bool OpensQuoted(std::string_view content, std::size_t place) {
+    return content[place] == '\'' || content.substr(place, 2) == "/*";
+}
+
+}  // namespace
+
+Failure FormatFailure(const std::filesystem::path& path, std::size_t line, std::string_view expected) {
+    std::string detail = path.string();
+    if (line > 0) detail += ", line " + std::to_string(line);
+    detail += ": expected ";
+    detail += expected;
+    return {321, std::string(ownSource), "Invalid file format", detail};
+}
+
+std::string ContentOf(const std::filesystem::path& path) {
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    if (!std::filesystem::exists(status)) throw FileNotFound(path.string());
+    if (!std::filesystem::is_regular_file(status)) throw PathAccess(path.string() + ": expected a file");
+    std::ifstream file(path, std::ios::binary);
+    if (!file) throw PathAccess(path.string());
+    std::string content;
+    const auto size = std::filesystem::file_size(path, error);
+    if (!error) content.resize(size);
+    file.read(content.data(), static_cast<std::streamsize>(content.size()));
+    if (file.bad()) throw PathAccess(path.string());
+    content.resize(static_cast<std::size_t>(file.gcount()));
+    return content;
+}
+
+void RequireWholeStep(const std::filesystem::path& path, std::string_view content) {
+    std::string_view start = content;
+    if (start.starts_with("\xEF\xBB\xBF")) start.remove_prefix(3);
+    while (!start.empty() && IsBlank(start.front())) start.remove_prefix(1);
+    if (start.empty()) throw FormatFailure(path, 1, "a STEP file (\"ISO-10303-21;\"), the file is empty");
+    while (start.starts_with("/*")) {
+        const std::size_t after = SkipQuoted(start, 0);
+        start.remove_prefix(after == std::string_view::npos ? start.size() : after);
+        while (!start.empty() && IsBlank(start.front())) start.remove_prefix(1);
+    }
+    if (!start.starts_with(opening)) throw FormatFailure(path, 1, "a STEP file (\"ISO-10303-21;\")");
+    // The end mark stands last but for blanks; some programs add a signature or a few bytes behind it.
+    const std::size_t tail = content.size() > 65536 ? content.size() - 65536 : 0;
+    if (content.find(ending, tail) == std::string_view::npos &&
+        content.find(ending) == std::string_view::npos) {
+        throw FormatFailure(path, LineAt(content, content.size()),
+                            "\"END-ISO-10303-21;\", the file ends before it is complete");
+    }
+}
+
+CodePage CodePageOf(std::string_view content) {
+    if (IsUtf8(content)) return CodePage::Utf8;
+    std::size_t inWords = 0, alone = 0;
+    for (auto at = content.begin(); at != content.end();) {
+        at = std::find_if(at, content.end(), IsHigh);
+        const auto last = std::find_if_not(at, content.end(), IsHigh);
+        (last - at >= 3 ? inWords : alone) += static_cast<std::size_t>(last - at);
+        at = last;
+    }
+    return inWords > alone ? CodePage::Cyrillic : CodePage::Western;
+}
+
+std::size_t BrokenLine(std::string_view content) {
+    std::size_t statement = 0;
+    bool inside = false;
+    int depth = 0;
+    for (std::size_t place = 0; place < content.size();) {
+        if (!inside && !IsBlank(content[place]) && content.substr(place, 2) != "/*") {
+            inside = true;
+            statement = place;
+        }
+        if (OpensQuoted(content, place)) {
+            place = SkipQuoted(content, place);
+            if (place == std::string_view::npos) return LineAt(content, statement);
+            continue;
+        }
+        const char c = content[place++];
+        depth += c == '(' ? 1 : c == ')' ? -1 : 0;
+        // An equals sign inside of brackets is the next statement: the closing ones are missing here.
+        if (depth < 0 || (depth > 0 && (c == '=' || c == ';'))) return LineAt(content, statement);
+        if (c == ';') {
+            inside = false;
+            if (content.substr(statement, ending.size()) == ending) return 0;
+        }
+    }
+    return inside ? LineAt(content, statement) : 0;
+}
+
+std::size_t LineOfStatement(std::string_view content, int number) {
+    const std::string mark = "#" + std::to_string(number);
+    for (std::size_t place = content.find(mark); place != std::string_view::npos;
+         place = content.find(mark, place + 1)) {
+        std::size_t after = place + mark.size();
+        while (after < content.size() && IsBlank(content[after])) ++after;
+        if (after < content.size() && content[after] == '=') return LineAt(content, place);
+    }
+    return 0;
+}
+
+std::string Escaped(std::string_view content) {
+    std::string result;
+    result.reserve(content.size());
+    while (!content.empty()) {
+        const auto high = static_cast<std::size_t>(std::ranges::find_if(content, IsHigh) - content.begin());
+        result += content.substr(0, high);
+        content.remove_prefix(high);
+        if (content.empty()) break;
+        result += "\\X2\\";
+        while (!content.empty() && IsHigh(content.front())) {
+            const char32_t character = TakeCharacter(content);
+            if (character == noCharacter) {
+                AppendHex(result, '?');
+            } else if (character < 0x10000) {
+                AppendHex(result, character);
+            } else {
+                // The four-digit escape holds UTF-16 units.
+                AppendHex(result, 0xD800 + ((character - 0x10000) >> 10));
+                AppendHex(result, 0xDC00 + ((character - 0x10000) & 0x3FF));
+            }
+        }
+        result += "\\X0\\";
+    }
+    return result;
+}
+
+}  // namespace brenvik::step

@@ -1,0 +1,41 @@
+// The text of a STEP file as text: is it one, is it whole, in which code page are its names, and where
+// does it break.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "base/failure.h"
+
+namespace brenvik::step {
+
+/// Code pages that names in a STEP file are written in. The format knows ASCII and escapes only, but
+/// programs write what their system has.
+enum class CodePage { Utf8, Cyrillic, Western };
+
+/// The failure 321 "Invalid file format" for a place in a file; `line` 0 means no line is known.
+Failure FormatFailure(const std::filesystem::path& path, std::size_t line, std::string_view expected);
+
+/// The whole content of the file. Throws Failure 53 when it isn't there, 75 when it can't be read.
+std::string ContentOf(const std::filesystem::path& path);
+
+/// Throws FormatFailure unless the content opens as a STEP file and comes to its end mark.
+void RequireWholeStep(const std::filesystem::path& path, std::string_view content);
+
+/// The code page of the names: UTF-8 when all of the content is, otherwise Cyrillic where such bytes
+/// stand in whole words, western where they stand alone among plain letters.
+CodePage CodePageOf(std::string_view content);
+
+/// The line (from 1) of the first statement that is not well formed, 0 when all are.
+std::size_t BrokenLine(std::string_view content);
+
+/// The line (from 1) of the statement "#number = ...", 0 when there is none.
+std::size_t LineOfStatement(std::string_view content, int number);
+
+/// The text with everything outside of ASCII as \X2\ escapes. Bytes that are no UTF-8 become question
+/// marks.
+std::string Escaped(std::string_view content);
+
+}  // namespace brenvik::step

@@ -1,0 +1,147 @@
+// Builds an assembly document of the solids and has the modeller write it.
+#include "drafting_host/step/step_writer.h"
+
+#include <APIHeaderSection_MakeHeader.hxx>
+#include <BRepBuilderAPI_Copy.hxx>
+#include <Quantity_Color.hxx>
+#include <STEPCAFControl_Writer.hxx>
+#include <STEPControl_Writer.hxx>
+#include <StepData_StepModel.hxx>
+#include <TCollection_HAsciiString.hxx>
+#include <TDataStd_Name.hxx>
+#include <TDocStd_Document.hxx>
+#include <XCAFDoc_ColorTool.hxx>
+#include <XCAFDoc_DocumentTool.hxx>
+#include <XCAFDoc_LayerTool.hxx>
+#include <XCAFDoc_ShapeTool.hxx>
+#include <XSControl_WorkSession.hxx>
+#include <fstream>
+#include <map>
+#include <system_error>
+
+#include "drafting_host/solids/guard.h"
+#include "drafting_host/solids/mass.h"
+#include "drafting_host/solids/transform.h"
+#include "drafting_host/step/modeller_session.h"
+#include "drafting_host/step/step_text.h"
+
+namespace brenvik::step {
+namespace {
+
+TCollection_ExtendedString Wide(const std::string& text) { return {text.c_str(), Standard_True}; }
+
+class Assembler {
+  public:
+    explicit Assembler(const Handle(TDocStd_Document) & document)
+        : mShapes(XCAFDoc_DocumentTool::ShapeTool(document->Main())),
+          mColors(XCAFDoc_DocumentTool::ColorTool(document->Main())),
+          mLayers(XCAFDoc_DocumentTool::LayerTool(document->Main())) {}
+
+    void Add(const StepSolid& part) {
+        if (!solids::IsSolid(part.shape))
+            throw InvalidCall("writing STEP: \"" + part.name + "\" is no solid");
+        // The document takes a shape that it knows for the same product; equal parts keep names of
+        // their own.
+        const TopoDS_Shape shape = BRepBuilderAPI_Copy(solids::Placed(part.shape)).Shape();
+        const TDF_Label product = mShapes->AddShape(shape, Standard_False);
+        TDataStd_Name::Set(product, Wide(part.name));
+        if (!part.layer.empty()) mLayers->SetLayer(product, Wide(part.layer));
+        if (part.color) {
+            const Quantity_Color color(part.color->red / 255.0, part.color->green / 255.0,
+                                       part.color->blue / 255.0, Quantity_TOC_sRGB);
+            mColors->SetColor(product, color, XCAFDoc_ColorSurf);
+        }
+        if (part.assembly.empty()) return;
+        const TDF_Label instance =
+            mShapes->AddComponent(AssemblyOf(part.assembly), product, TopLoc_Location());
+        TDataStd_Name::Set(instance, Wide(part.name));
+    }
+
+    void Finish() { mShapes->UpdateAssemblies(); }
+
+  private:
+    TDF_Label AssemblyOf(const std::string& name) {
+        const auto known = mAssemblies.find(name);
+        if (known != mAssemblies.end()) return known->second;
+        const TDF_Label label = mShapes->NewShape();
+        TDataStd_Name::Set(label, Wide(name));
+        mAssemblies.emplace(name, label);
+        return label;
+    }
+
+    Handle(XCAFDoc_ShapeTool) mShapes;
+    Handle(XCAFDoc_ColorTool) mColors;
+    Handle(XCAFDoc_LayerTool) mLayers;
+    std::map<std::string, TDF_Label> mAssemblies;
+};
+
+void WriteHeader(STEPCAFControl_Writer& writer, const std::filesystem::path& path) {
+    const Handle(StepData_StepModel) model =
+        Handle(StepData_StepModel)::DownCast(writer.ChangeWriter().WS()->Model());
+    if (model.IsNull()) return;
+    APIHeaderSection_MakeHeader header(model);
+    header.SetName(new TCollection_HAsciiString(path.filename().string().c_str()));
+    header.SetOriginatingSystem(new TCollection_HAsciiString("Brenvik " BRENVIK_VERSION));
+}
+
+/// A file that is removed again unless it has been put in its place.
+class Draft {
+  public:
+    explicit Draft(const std::filesystem::path& target) : mTarget(target), mPath(target) { mPath += ".part"; }
+    Draft(const Draft&) = delete;
+    Draft& operator=(const Draft&) = delete;
+    ~Draft() {
+        std::error_code ignored;
+        std::filesystem::remove(mPath, ignored);
+    }
+
+    const std::filesystem::path& Path() const { return mPath; }
+
+    void PutInPlace() {
+        std::error_code error;
+        std::filesystem::rename(mPath, mTarget, error);
+        if (error) throw PathAccess(mTarget.string() + ": " + error.message());
+    }
+
+  private:
+    std::filesystem::path mTarget;
+    std::filesystem::path mPath;
+};
+
+void Rewrite(const std::filesystem::path& path, const std::string& content) {
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    file.write(content.data(), static_cast<std::streamsize>(content.size()));
+    file.close();
+    if (!file) throw PathAccess(path.string());
+}
+
+void Write(const std::filesystem::path& path, std::span<const StepSolid> parts) {
+    PrepareWriting();
+    Handle(TDocStd_Document) document = new TDocStd_Document("BinXCAF");
+    Assembler assembler(document);
+    for (const StepSolid& part : parts) assembler.Add(part);
+    assembler.Finish();
+    STEPCAFControl_Writer writer;
+    writer.SetColorMode(Standard_True);
+    writer.SetNameMode(Standard_True);
+    writer.SetLayerMode(Standard_True);
+    writer.SetPropsMode(Standard_False);
+    if (!writer.Transfer(document, STEPControl_AsIs))
+        throw InvalidCall("writing STEP: the modeller can't convert the solids");
+    WriteHeader(writer, path);
+    Draft draft(path);
+    if (writer.Write(draft.Path().string().c_str()) != IFSelect_RetDone) throw PathAccess(path.string());
+    // The modeller writes names as plain UTF-8, which the format does not allow.
+    Rewrite(draft.Path(), Escaped(ContentOf(draft.Path())));
+    draft.PutInPlace();
+}
+
+}  // namespace
+
+void WriteStep(const std::filesystem::path& path, std::span<const StepSolid> parts) {
+    if (parts.empty()) throw InvalidCall("writing " + path.string() + ": there is no solid to write");
+    const std::string what = "writing " + path.string();
+    solids::Guarded(what.c_str(), [&] { Write(path, parts); });
+}
+
+}  // namespace brenvik::step

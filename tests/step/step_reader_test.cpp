@@ -1,0 +1,217 @@
+// Files as people really have them: missing, empty, cut off, damaged, nested, in inches.
+#include "drafting_host/step/step_reader.h"
+
+#include <gtest/gtest.h>
+#include <STEPControl_Reader.hxx>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "base/failure.h"
+#include "drafting_host/solids/exact_box.h"
+#include "drafting_host/solids/mass.h"
+#include "drafting_host/step/step_text.h"
+#include "drafting_host/step/step_writer.h"
+#include "solids/parts.h"
+#include "step/nested_assembly.h"
+
+namespace brenvik::step {
+namespace {
+
+class StepInput : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
+        mPath =
+            std::filesystem::path(::testing::TempDir()) / ("brenvik_" + std::string(test->name()) + ".step");
+    }
+    void TearDown() override { std::filesystem::remove(mPath); }
+
+    void Put(const std::string& content) const { std::ofstream(mPath, std::ios::binary) << content; }
+
+    std::string Good() const {
+        WriteStep(mPath, std::vector<StepSolid>{
+                             {solids::test::Board(600, 400, 18), "Board", "Job", "", std::nullopt}});
+        std::ifstream file(mPath, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    /// The failure's text, or what went wrong instead.
+    std::string FailureText() const {
+        try {
+            ReadStep(mPath);
+        } catch (const Failure& failure) {
+            return failure.what();
+        }
+        return "no failure";
+    }
+
+    std::filesystem::path mPath;
+};
+
+void ExpectMentions(const std::string& text, const std::string& part) {
+    EXPECT_NE(text.find(part), std::string::npos) << text;
+}
+
+TEST_F(StepInput, MissingFileIsNamed) {
+    ExpectMentions(FailureText(), "File not found");
+    ExpectMentions(FailureText(), mPath.filename().string());
+}
+
+TEST_F(StepInput, FolderIsNoFile) {
+    mPath = ::testing::TempDir();
+    EXPECT_THROW(ReadStep(mPath), Failure);
+    mPath = "no such";
+}
+
+TEST_F(StepInput, EmptyFileIsTold) {
+    for (const char* content : {"", " \r\n\t "}) {
+        Put(content);
+        ExpectMentions(FailureText(), "the file is empty");
+        ExpectMentions(FailureText(), mPath.filename().string());
+    }
+}
+
+TEST_F(StepInput, GarbageIsTold) {
+    for (const std::string& content : {std::string("hello world"), std::string(5000, '\0'),
+                                       std::string("0\nSECTION\n"), std::string("\x89PNG\r\n\x1a\n")}) {
+        Put(content);
+        ExpectMentions(FailureText(), "expected a STEP file");
+    }
+}
+
+TEST_F(StepInput, CutOffFileTellsTheLineWhereItEnds) {
+    const std::string good = Good();
+    for (const double share : {0.02, 0.3, 0.6, 0.9, 0.99}) {
+        const std::string part =
+            good.substr(0, static_cast<std::size_t>(share * static_cast<double>(good.size())));
+        Put(part);
+        const auto line = 1 + std::count(part.begin(), part.end(), '\n');
+        ExpectMentions(FailureText(), "line " + std::to_string(line) + ": expected \"END-ISO-10303-21;\"");
+    }
+}
+
+TEST_F(StepInput, DamagedStatementTellsItsLine) {
+    std::string content = Good();
+    const std::size_t place = content.find("CLOSED_SHELL(");
+    ASSERT_NE(place, std::string::npos);
+    const auto line =
+        1 + std::count(content.begin(), content.begin() + static_cast<std::ptrdiff_t>(place), '\n');
+    content.replace(place, 13, "CLOSED_SHELL)");
+    Put(content);
+    ExpectMentions(FailureText(), "line " + std::to_string(line));
+}
+
+TEST_F(StepInput, FileWithoutSolidsIsTold) {
+    Put("ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\nFILE_NAME('','',(''),(''),'','','');\n"
+        "FILE_SCHEMA(('AUTOMOTIVE_DESIGN'));\nENDSEC;\nDATA;\n#1=CARTESIAN_POINT('',(0.,0.,0.));\nENDSEC;\n"
+        "END-ISO-10303-21;\n");
+    ExpectMentions(FailureText(), "at least one solid");
+}
+
+TEST_F(StepInput, AnyDamageEndsInSolidsOrAFailure) {
+    const std::string good = Good();
+    // A stride that is no divisor of the line length meets names, numbers, brackets and quotes alike.
+    for (std::size_t place = 20; place < good.size() - 40; place += 211) {
+        std::string damaged = good;
+        damaged[place] = "('#;x\xFF"[place % 6];
+        Put(damaged);
+        try {
+            const StepDocument document = ReadStep(mPath);
+            EXPECT_FALSE(document.solids.empty());
+        } catch (const Failure& failure) {
+            ExpectMentions(failure.what(), mPath.filename().string());
+        }
+    }
+}
+
+TEST_F(StepInput, NestedAssembliesPlaceTheirPartsExactly) {
+    WriteNested(mPath, "");
+    const StepDocument document = ReadStep(mPath);
+    ASSERT_EQ(document.solids.size(), 4U);
+    // Two carcasses, the second moved and turned a quarter about Z; each holds a side twice.
+    EXPECT_EQ(document.solids[0].name, "Side");
+    EXPECT_EQ(document.solids[0].assembly, "Carcass");
+    const auto corner = [&](std::size_t index) { return solids::ExactBox(document.solids[index].shape); };
+    EXPECT_EQ(corner(0).min.X(), 0);
+    EXPECT_EQ(corner(0).max.X(), 18.5);
+    EXPECT_EQ(corner(1).min.X(), 582.25);
+    EXPECT_EQ(corner(1).max.X(), 582.25 + 18.5);
+    EXPECT_EQ(corner(2).min.Y(), 0);
+    EXPECT_EQ(corner(2).max.Y(), 18.5);
+    EXPECT_EQ(corner(2).max.X(), 1000.5);
+    EXPECT_EQ(corner(2).min.X(), 1000.5 - 560);
+    EXPECT_EQ(corner(3).min.Y(), 582.25);
+    EXPECT_EQ(corner(3).max.Z(), 720);
+}
+
+TEST_F(StepInput, InstanceNameStandsInForAMissingProductName) {
+    WriteNested(mPath, "namelessSide");
+    const StepDocument document = ReadStep(mPath);
+    ASSERT_EQ(document.solids.size(), 4U);
+    EXPECT_EQ(document.solids[0].name, "Left");
+    EXPECT_EQ(document.solids[1].name, "Right");
+}
+
+TEST_F(StepInput, InchesComeOutInMillimetres) {
+    std::string content = Good();
+    const std::string metric = "( LENGTH_UNIT() NAMED_UNIT(*) SI_UNIT(.MILLI.,.METRE.) )";
+    for (std::size_t place = content.find(metric); place != std::string::npos;
+         place = content.find(metric, place)) {
+        content.replace(place, metric.size(),
+                        "( CONVERSION_BASED_UNIT('INCH',#900001) LENGTH_UNIT() NAMED_UNIT(#900002) )");
+    }
+    const std::string extra =
+        "#900001 = LENGTH_MEASURE_WITH_UNIT(LENGTH_MEASURE(25.4),#900003);\n"
+        "#900002 = DIMENSIONAL_EXPONENTS(1.,0.,0.,0.,0.,0.,0.);\n"
+        "#900003 = ( LENGTH_UNIT() NAMED_UNIT(*) SI_UNIT(.MILLI.,.METRE.) );\n";
+    content.insert(content.rfind("ENDSEC;"), extra);
+    Put(content);
+    const StepDocument document = ReadStep(mPath);
+    EXPECT_EQ(document.unit, "inch");
+    EXPECT_NEAR(solids::ExactBox(document.solids.at(0).shape).SizeX(), 600 * 25.4, 1e-9);
+}
+
+TEST_F(StepInput, StandardOutputStaysEmpty) {
+    Good();
+    ::testing::internal::CaptureStdout();
+    ReadStep(mPath);
+    WriteStep(mPath, ReadStep(mPath).solids);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
+}
+
+TEST_F(StepInput, EarlierReadingLeavesNothingBehind) {
+    Good();
+    const StepDocument first = ReadStep(mPath);
+    const StepDocument second = ReadStep(mPath);
+    EXPECT_EQ(first.solids.size(), second.solids.size());
+    EXPECT_EQ(solids::Volume(first.solids[0].shape), solids::Volume(second.solids[0].shape));
+}
+
+TEST(StepText, CodePageFollowsTheBytes) {
+    EXPECT_EQ(CodePageOf("plain"), CodePage::Utf8);
+    EXPECT_EQ(CodePageOf("T\xC3\xBCr"), CodePage::Utf8);
+    EXPECT_EQ(CodePageOf("T\xFCr"), CodePage::Western);
+    EXPECT_EQ(CodePageOf("'\xC2\xFB\xEA\xEB\xFE\xF7'"), CodePage::Cyrillic);
+}
+
+TEST(StepText, BrokenLineIsThatOfTheStatement) {
+    EXPECT_EQ(BrokenLine("ISO-10303-21;\n#1=A('x;(',(1,2));\nEND-ISO-10303-21;\n"), 0U);
+    EXPECT_EQ(BrokenLine("ISO-10303-21;\n#1=A((1,2);\nEND-ISO-10303-21;\n"), 2U);
+    EXPECT_EQ(BrokenLine("ISO-10303-21;\n#1=A(1,2));\nEND-ISO-10303-21;\n"), 2U);
+    EXPECT_EQ(BrokenLine("ISO-10303-21;\n#1=A(\n'x);\n"), 2U);
+    EXPECT_EQ(BrokenLine("ISO-10303-21;\n/* a comment; ( */\n#1=A(1)\n"), 3U);
+}
+
+TEST(StepText, EscapesHoldUtf16Units) {
+    EXPECT_EQ(Escaped("Gr\xC3\xB6\xC3\x9F"
+                      "e"),
+              "Gr\\X2\\00F600DF\\X0\\e");
+    EXPECT_EQ(Escaped("\xF0\x9F\xAA\xB5"), "\\X2\\D83EDEB5\\X0\\");
+    EXPECT_EQ(Escaped("\xFF"), "\\X2\\003F\\X0\\");
+    EXPECT_EQ(Escaped("plain"), "plain");
+}
+
+}  // namespace
+}  // namespace brenvik::step
