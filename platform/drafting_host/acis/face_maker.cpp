@@ -2,6 +2,8 @@
 // bands that go all the way round are closed over a seam.
 #include "drafting_host/acis/face_maker.h"
 
+#include "drafting_host/acis/flux.h"
+
 #include <BRepBuilderAPI_MakeFace.hxx>
 #include <BRep_Builder.hxx>
 #include <BRep_Tool.hxx>
@@ -54,11 +56,12 @@ class FaceMaker {
   public:
     FaceMaker(const FacePlan& p, Nodes& n) : plan(p), nodes(n), surface(p.frame.Build()) {}
 
-    std::vector<TopoDS_Face> Run() {
+    MadeFaces Run() {
         std::optional<FaceChart> laid = ChartFace(plan, nodes);
         if (!laid) throw BadRecord(plan.record, "the loops of a face enclose nothing");
         chart = std::move(*laid);
-        if (plan.frame.kind == SurfaceFrame::Kind::Plane) return FlatFaces();
+        const double flux = Flux(plan, &chart, nodes, nodes.vertices.front().place.XYZ());
+        if (plan.frame.kind == SurfaceFrame::Kind::Plane) return {FlatFaces(), flux};
         builder.MakeFace(face, surface, coincidence);
         if (chart.pair) {
             AddSeamedWire();
@@ -66,7 +69,7 @@ class FaceMaker {
             AddPlainWires();
         }
         AssignCurves();
-        return {Sided(face)};
+        return {{Sided(face)}, flux};
     }
 
   private:
@@ -378,10 +381,11 @@ void FaceMaker::AssignCurves() {
     }
 }
 
-std::vector<TopoDS_Face> WholeSurface(const FacePlan& plan) {
+MadeFaces WholeSurface(const FacePlan& plan, const Nodes& nodes) {
     BRepBuilderAPI_MakeFace maker(plan.frame.Build(), coincidence);
     if (!maker.IsDone()) throw BadRecord(plan.record, "a face without loops cannot be built");
-    return {TopoDS::Face(maker.Face().Oriented(plan.naturalSide ? TopAbs_FORWARD : TopAbs_REVERSED))};
+    const TopoDS_Shape sided = maker.Face().Oriented(plan.naturalSide ? TopAbs_FORWARD : TopAbs_REVERSED);
+    return {{TopoDS::Face(sided)}, Flux(plan, nullptr, nodes, plan.frame.axes.Location().XYZ())};
 }
 
 }  // namespace
@@ -400,8 +404,8 @@ void MakeEdges(Nodes& nodes) {
     }
 }
 
-std::vector<TopoDS_Face> MakeFaces(const FacePlan& face, Nodes& nodes) {
-    if (face.loops.empty()) return WholeSurface(face);
+MadeFaces MakeFaces(const FacePlan& face, Nodes& nodes) {
+    if (face.loops.empty()) return WholeSurface(face, nodes);
     return FaceMaker(face, nodes).Run();
 }
 

@@ -80,7 +80,8 @@ Handle(Geom2d_Curve) StraightInParameters(const SurfaceFrame& frame, const EdgeN
 
 // A spline through points at even parameters. Of a high degree, since the modeller integrates volumes
 // over these curves: a cubic would show in the ninth place.
-Handle(Geom2d_Curve) SplineThrough(TColgp_Array1OfPnt2d& points, const TColStd_Array1OfReal& parameters, long record) {
+Handle(Geom2d_Curve)
+    SplineThrough(TColgp_Array1OfPnt2d& points, const TColStd_Array1OfReal& parameters, long record) {
     const int count = points.Length();
     const int inner = count - splineDegree - 1;
     TColStd_Array1OfReal knots(1, inner + 2);

@@ -4,10 +4,8 @@
 
 #include "drafting_host/acis/face_maker.h"
 
-#include <BRepBndLib.hxx>
 #include <BRepGProp.hxx>
 #include <BRep_Builder.hxx>
-#include <Bnd_Box.hxx>
 #include <GProp_GProps.hxx>
 #include <Standard_Failure.hxx>
 #include <TopoDS.hxx>
@@ -29,6 +27,7 @@ struct ShellWork {
     long record = -1;
     std::vector<std::size_t> faces;  // indices of plans
     TopoDS_Shell shape;
+    double volume = 0;
     bool sheet = false;
     bool closed = false;
 };
@@ -78,7 +77,7 @@ class BodyBuilder {
     std::unordered_map<long, int> vertexNodes, edgeNodes;
     Nodes nodes;
     std::vector<FacePlan> plans;
-    std::vector<std::vector<TopoDS_Face>> faces;
+    std::vector<MadeFaces> faces;
     std::vector<LumpWork> lumps;
 };
 
@@ -274,43 +273,50 @@ bool BodyBuilder::IsClosed(const ShellWork& shell) const {
                        [&](const auto& entry) { return entry.second == 0 && count[entry.first] >= 2; });
 }
 
-void BodyBuilder::MakeShell(ShellWork& shell) {
-    const BRep_Builder builder;
-    builder.MakeShell(shell.shape);
-    for (const std::size_t index : shell.faces) {
-        for (const TopoDS_Face& face : faces[index]) builder.Add(shell.shape, face);
-    }
-    shell.closed = !shell.sheet && IsClosed(shell);
-    shell.shape.Closed(shell.closed);
-}
-
 double SignedVolume(const TopoDS_Shell& shell) {
     GProp_GProps properties;
     BRepGProp::VolumeProperties(shell, properties);
     return properties.Mass();
 }
 
+void BodyBuilder::MakeShell(ShellWork& shell) {
+    const BRep_Builder builder;
+    builder.MakeShell(shell.shape);
+    double flux = 0;
+    double terms = 0;
+    for (const std::size_t index : shell.faces) {
+        for (const TopoDS_Face& face : faces[index].faces) builder.Add(shell.shape, face);
+        flux += faces[index].flux;
+        terms += std::abs(faces[index].flux);
+    }
+    // A thin skin far around the origin drowns in rounding; then the modeller has to integrate.
+    shell.volume = std::abs(flux) > 1e-3 * terms ? flux / 3 : SignedVolume(shell.shape);
+    shell.closed = !shell.sheet && IsClosed(shell);
+    shell.shape.Closed(shell.closed);
+}
+
 // The shell around everything looks outward and those within it inward, whatever the signs of a lone
 // sphere say.
-TopoDS_Shape MakeSolid(std::vector<TopoDS_Shell> shells, long record) {
-    std::vector<std::pair<double, TopoDS_Shell>> measured;
-    for (const TopoDS_Shell& shell : shells) measured.emplace_back(SignedVolume(shell), shell);
-    std::stable_sort(measured.begin(), measured.end(),
-                     [](const auto& a, const auto& b) { return std::abs(a.first) > std::abs(b.first); });
+TopoDS_Shape MakeSolid(std::vector<ShellWork> shells) {
+    std::stable_sort(shells.begin(), shells.end(), [](const ShellWork& a, const ShellWork& b) {
+        return std::abs(a.volume) > std::abs(b.volume);
+    });
     const BRep_Builder builder;
     TopoDS_Solid solid;
     builder.MakeSolid(solid);
-    for (std::size_t i = 0; i < measured.size(); ++i) {
-        auto& [volume, shell] = measured[i];
-        if (!std::isfinite(volume) || volume == 0) throw BadRecord(record, "a shell that encloses nothing");
-        const bool outward = volume > 0;
-        builder.Add(solid, outward == (i == 0) ? shell : TopoDS::Shell(shell.Reversed()));
+    for (std::size_t i = 0; i < shells.size(); ++i) {
+        const ShellWork& shell = shells[i];
+        if (!std::isfinite(shell.volume) || shell.volume == 0) {
+            throw BadRecord(shell.record, "a shell that encloses nothing");
+        }
+        const bool outward = shell.volume > 0;
+        builder.Add(solid, outward == (i == 0) ? shell.shape : TopoDS::Shell(shell.shape.Reversed()));
     }
     return solid;
 }
 
 TopoDS_Shape BodyBuilder::MakeLump(LumpWork& lump, BuiltBody& body) {
-    std::vector<TopoDS_Shell> closed;
+    std::vector<ShellWork> closed;
     const BRep_Builder builder;
     TopoDS_Compound loose;
     builder.MakeCompound(loose);
@@ -319,7 +325,7 @@ TopoDS_Shape BodyBuilder::MakeLump(LumpWork& lump, BuiltBody& body) {
     for (ShellWork& shell : lump) {
         MakeShell(shell);
         if (shell.closed) {
-            closed.push_back(shell.shape);
+            closed.push_back(shell);
             continue;
         }
         if (!shell.sheet) {
@@ -328,7 +334,7 @@ TopoDS_Shape BodyBuilder::MakeLump(LumpWork& lump, BuiltBody& body) {
                 {record.line, shell.record, "a shell that is not closed; taken as loose faces"});
         }
         for (const std::size_t index : shell.faces) {
-            for (const TopoDS_Face& face : faces[index]) {
+            for (const TopoDS_Face& face : faces[index].faces) {
                 builder.Add(loose, face);
                 last = face;
                 ++looseFaces;
@@ -337,7 +343,7 @@ TopoDS_Shape BodyBuilder::MakeLump(LumpWork& lump, BuiltBody& body) {
     }
     if (!closed.empty() && looseFaces > 0)
         throw BadRecord(bodyRecord, "a lump of solids and sheets together is not read");
-    if (!closed.empty()) return MakeSolid(closed, lump.front().record);
+    if (!closed.empty()) return MakeSolid(std::move(closed));
     return looseFaces == 1 ? last : TopoDS_Shape(loose);
 }
 
