@@ -1,0 +1,305 @@
+// The bound grid: cells, marks, saving, the user's edit, and locks.
+#include "forms/grid_control.h"
+
+#include <gtest/gtest.h>
+
+#include "core/fakes/fake_database.h"
+#include "parts/part_table.h"
+
+namespace brenvik {
+namespace {
+
+constexpr const char* Path = "c:\\work.mdb";
+
+class BoundGrid : public testing::Test {
+  protected:
+    BoundGrid()
+        : data("Adodc1", [this] { return database.CreateConnection(); }),
+          grid("fpSpread1", {{"bv_id", "bv_ID", 10, true, true},
+                             {"BV_PARTNAME", "Part Name", 20, false, false},
+                             {"bv_length", "Length", 10, false, false},
+                             {"bv_nowhere", "Nowhere", 10, false, false},
+                             {"bv_layer", "Layer", 10, false, true}}) {
+        database.CreateBlankPartDatabase(Path);
+        AddPart("A", "Side", 600.5);
+        AddPart("B", "Shelf", 0.375);
+        database.databases[Path][1][2] = std::monostate();
+        data.connectionString = "Data Source=c:\\work.mdb;";
+        data.recordSource = ScanSelect;
+    }
+
+    void AddPart(const char* id, const char* name, double length) {
+        fakes::Row row(PartColumns().size());
+        row[0] = id;
+        row[2] = name;
+        row[5] = length;
+        row[22] = "0";
+        database.databases[Path].push_back(row);
+    }
+    void Bind() {
+        grid.SetDataSource(&data);
+        data.Refresh();
+    }
+    std::string Name(int row) const { return database.Text(Path, row, "bv_partname"); }
+
+    fakes::FakeDatabase database;
+    DataControl data;
+    GridControl grid;
+};
+
+TEST_F(BoundGrid, HasNoRowsBeforeTheFirstRefresh) {
+    grid.SetDataSource(&data);
+    EXPECT_EQ(grid.MaxRows(), 0);
+    EXPECT_EQ(grid.CellText(2, 0), "Part Name");
+}
+
+TEST_F(BoundGrid, ShowsFieldsByTheirNames) {
+    Bind();
+    ASSERT_EQ(grid.MaxRows(), 2);
+    EXPECT_EQ(grid.CellText(1, 1), "A");
+    EXPECT_EQ(grid.CellText(2, 1), "Side");
+    EXPECT_EQ(grid.CellText(4, 1), "");
+}
+
+TEST_F(BoundGrid, ShowsNumbersAsTextAndNullAsBlank) {
+    Bind();
+    EXPECT_EQ(grid.CellText(3, 1), "600.5");
+    EXPECT_EQ(grid.CellText(3, 2), "0.375");
+    EXPECT_EQ(grid.CellText(2, 2), "");
+}
+
+TEST_F(BoundGrid, FailsOutsideItsCells) {
+    Bind();
+    for (const auto& [column, row] : {std::pair{0, 1}, {6, 1}, {1, 3}, {1, -1}, {0, 0}}) {
+        try {
+            grid.CellText(column, row);
+            FAIL() << column << ' ' << row;
+        } catch (const Failure& failure) {
+            EXPECT_EQ(failure.number(), failure_number::subscriptOutOfRange);
+        }
+    }
+    EXPECT_THROW(grid.SetCellText(1, 0, "x"), Failure);
+    EXPECT_THROW(grid.Column(0), Failure);
+    EXPECT_THROW(grid.SetActiveCell(1, 3), Failure);
+}
+
+TEST_F(BoundGrid, HasBlankRowsBeyondTheRecordSet) {
+    Bind();
+    grid.SetMaxRows(4);
+    EXPECT_EQ(grid.CellText(2, 4), "");
+    grid.SetMaxRows(1);
+    EXPECT_THROW(grid.CellText(2, 2), Failure);
+    grid.SetMaxRows(-1);
+    EXPECT_EQ(grid.MaxRows(), 0);
+}
+
+TEST_F(BoundGrid, KeepsWhatItShowsWhenARefreshIsRefused) {
+    Bind();
+    data.recordSource = "select nonsense";
+    EXPECT_THROW(data.Refresh(), Failure);
+    EXPECT_EQ(grid.CellText(2, 1), "Side");
+    EXPECT_EQ(database.openConnections, 1);
+}
+
+TEST_F(BoundGrid, ClosesTheConnectionBeforeAtEachRefresh) {
+    Bind();
+    data.Refresh();
+    EXPECT_EQ(database.openConnections, 1);
+    EXPECT_EQ(database.openRecordsets, 1);
+    data.Close();
+    EXPECT_EQ(database.openConnections, 0);
+    EXPECT_EQ(grid.MaxRows(), 0);
+}
+
+TEST_F(BoundGrid, MarksACellThatIsWrittenByCode) {
+    Bind();
+    grid.SetCellText(2, 1, "Door");
+    EXPECT_EQ(grid.CellText(2, 1), "Door");
+    EXPECT_TRUE(grid.Changed(2, 1));
+    EXPECT_FALSE(grid.Changed(2, 2));
+    EXPECT_EQ(Name(0), "Side");
+    grid.ClearMarks();
+    EXPECT_FALSE(grid.Changed(2, 1));
+    EXPECT_EQ(grid.CellText(2, 1), "Side");
+}
+
+TEST_F(BoundGrid, SavesItsMarkedCellsToTheTable) {
+    Bind();
+    grid.SetCellText(2, 1, "Door");
+    grid.SetCellText(2, 2, "Top");
+    grid.SetCellText(3, 1, "700.25");
+    grid.SaveChanges();
+    EXPECT_EQ(Name(0), "Door");
+    EXPECT_EQ(Name(1), "Top");
+    EXPECT_EQ(database.Number(Path, 0, "bv_length"), 700.25);
+    EXPECT_FALSE(grid.Changed(2, 1));
+    EXPECT_EQ(grid.CellText(3, 1), "700.25");
+}
+
+TEST_F(BoundGrid, SavesTheLastTextOfACell) {
+    Bind();
+    grid.SetCellText(2, 1, "Door");
+    grid.SetCellText(2, 1, "Top");
+    grid.SaveChanges();
+    EXPECT_EQ(database.CountStatements("UPDATE"), 1);
+    EXPECT_EQ(Name(0), "Top");
+}
+
+TEST_F(BoundGrid, MakesANumberNullWhenItsCellIsBlanked) {
+    Bind();
+    grid.SetCellText(3, 1, "");
+    grid.SaveChanges();
+    EXPECT_EQ(database.Cell(Path, 0, "bv_length"), FieldValue(std::monostate()));
+    EXPECT_EQ(grid.CellText(3, 1), "");
+}
+
+TEST_F(BoundGrid, WritesNothingWhenACellHoldsNoNumberWhereOneBelongs) {
+    Bind();
+    grid.SetCellText(2, 1, "Door");
+    grid.SetCellText(3, 1, "long");
+    try {
+        grid.SaveChanges();
+        FAIL() << "\"long\" is no length";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.number(), failure_number::typeMismatch);
+    }
+    EXPECT_EQ(Name(0), "Side");
+    EXPECT_TRUE(grid.Changed(2, 1));
+}
+
+TEST_F(BoundGrid, WritesNothingToARecordSetThatCannotBeUpdated) {
+    data.recordSource =
+        "Select count(bv_partname) as bv_qty, bv_partname from brenvik_data Group by bv_partname";
+    Bind();
+    grid.SetCellText(2, 1, "Door");
+    EXPECT_THROW(grid.SaveChanges(), Failure);
+    EXPECT_EQ(database.CountStatements("UPDATE"), 0);
+}
+
+TEST_F(BoundGrid, LosesUnsavedTextsAtAReload) {
+    Bind();
+    grid.SetCellText(2, 1, "Door");
+    grid.Reload();
+    EXPECT_EQ(grid.CellText(2, 1), "Side");
+}
+
+TEST_F(BoundGrid, TakesTheUsersEditKeyByKey) {
+    Bind();
+    std::vector<std::string> keys;
+    grid.onKey = [&](int, int, std::string_view key) {
+        keys.emplace_back(key);
+        return key != "x";
+    };
+    std::string atEnd;
+    grid.onEditEnded = [&](int column, int row) { atEnd = grid.CellText(column, row); };
+    EXPECT_TRUE(grid.UserEdit(2, 1, "Türx"));
+    EXPECT_EQ(keys, (std::vector<std::string>{"T", "ü", "r", "x"}));
+    EXPECT_EQ(atEnd, "Tür");
+    EXPECT_EQ(Name(0), "Tür");
+    EXPECT_EQ(grid.ActiveColumn(), 2);
+    EXPECT_EQ(grid.ActiveRow(), 1);
+}
+
+TEST_F(BoundGrid, EntersTheCellBeforeItIsEdited) {
+    Bind();
+    std::string order;
+    grid.onCellEntered = [&](int, int) { order += "enter "; };
+    grid.onKey = [&](int, int, std::string_view) {
+        order += "key ";
+        return true;
+    };
+    grid.onEditEnded = [&](int, int) { order += "end "; };
+    grid.UserEdit(2, 1, "T");
+    EXPECT_EQ(order, "enter key end ");
+}
+
+TEST_F(BoundGrid, TakesNoEditInHiddenOrLockedCellsOrWhenDisabled) {
+    Bind();
+    EXPECT_FALSE(grid.UserEdit(1, 1, "x"));
+    EXPECT_FALSE(grid.UserEdit(5, 1, "x"));
+    EXPECT_FALSE(grid.UserEdit(2, 3, "x"));
+    EXPECT_FALSE(grid.UserEdit(2, 0, "x"));
+    grid.enabled = false;
+    EXPECT_FALSE(grid.UserEdit(2, 1, "x"));
+    EXPECT_EQ(database.CountStatements("UPDATE"), 0);
+}
+
+TEST_F(BoundGrid, ShowsTheTablesValueAgainWhenAnEditCannotBeSaved) {
+    Bind();
+    std::string told;
+    grid.onSaveFailed = [&](const Failure& failure) { told = failure.description(); };
+    EXPECT_TRUE(grid.UserEdit(3, 1, "long"));
+    EXPECT_EQ(told, "Type mismatch");
+    EXPECT_EQ(grid.CellText(3, 1), "600.5");
+    grid.onSaveFailed = nullptr;
+    EXPECT_THROW(grid.UserEdit(3, 1, "long"), Failure);
+}
+
+TEST_F(BoundGrid, LeavesItToTheEndOfTheEditWhatIsSaved) {
+    Bind();
+    grid.onEditEnded = [&](int column, int row) { grid.SetCellText(column, row, ""); };
+    grid.UserEdit(2, 1, "bad");
+    EXPECT_EQ(Name(0), "");
+}
+
+TEST_F(BoundGrid, FlushesWhatIsMarked) {
+    Bind();
+    grid.Flush();
+    grid.SetCellText(2, 1, "Door");
+    grid.Flush();
+    EXPECT_EQ(Name(0), "Door");
+}
+
+TEST_F(BoundGrid, LocksAndUnlocksBlocks) {
+    Bind();
+    grid.SetMaxRows(10);
+    grid.SetBlockLocked(2, 1, 10, true);
+    EXPECT_TRUE(grid.CellLocked(2, 5));
+    EXPECT_FALSE(grid.CellLocked(3, 5));
+    EXPECT_FALSE(grid.UserEdit(2, 1, "x"));
+    grid.SetBlockLocked(2, 4, 6, false);
+    EXPECT_TRUE(grid.CellLocked(2, 3));
+    EXPECT_FALSE(grid.CellLocked(2, 4));
+    EXPECT_FALSE(grid.CellLocked(2, 6));
+    EXPECT_TRUE(grid.CellLocked(2, 7));
+    grid.SetBlockLocked(2, 1, 10, false);
+    EXPECT_TRUE(grid.UserEdit(2, 1, "x"));
+    // A column that is locked by design stays so.
+    grid.SetBlockLocked(5, 1, 10, false);
+    EXPECT_TRUE(grid.CellLocked(5, 1));
+}
+
+TEST_F(BoundGrid, EntersCellsOnlyBelowTheHeaders) {
+    Bind();
+    int entered = 0;
+    grid.onCellEntered = [&](int, int) { ++entered; };
+    grid.SetActiveCell(2, 0);
+    EXPECT_EQ(entered, 0);
+    grid.SetActiveCell(2, 2);
+    EXPECT_EQ(entered, 1);
+}
+
+TEST_F(BoundGrid, GoesBackToItsDesign) {
+    grid.KeepDesign();
+    Bind();
+    grid.Column(2).width = 50;
+    grid.Column(2).hidden = true;
+    grid.SetBlockLocked(3, 1, 2, true);
+    grid.SetActiveCell(2, 2);
+    grid.RestoreDesign();
+    EXPECT_EQ(grid.Column(2).width, 20);
+    EXPECT_FALSE(grid.Column(2).hidden);
+    EXPECT_FALSE(grid.CellLocked(3, 1));
+    EXPECT_EQ(grid.MaxRows(), 0);
+    EXPECT_EQ(grid.ActiveRow(), 0);
+}
+
+TEST_F(BoundGrid, NeedsATableToSaveTo) {
+    grid.SetMaxRows(1);
+    grid.SetCellText(2, 1, "Door");
+    EXPECT_EQ(grid.CellText(2, 1), "Door");
+    EXPECT_THROW(grid.SaveChanges(), Failure);
+}
+
+}  // namespace
+}  // namespace brenvik
