@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 // The entry of a folder that has this name in some case. An exact one wins; of several others the first
 // in byte order, so that the answer does not depend on the order of the directory.
 fs::path FindEntry(const fs::path& folder, const std::string& name) {
-    const fs::path exact = folder / PathFromText(name);
+    fs::path exact = folder / PathFromText(name);
     std::error_code error;
     if (fs::exists(fs::symlink_status(exact, error))) return exact;
     const std::string folded = FoldLower(name);
@@ -83,7 +83,7 @@ std::string ReadWhole(const fs::path& file) {
 
 }  // namespace
 
-FileRoots::FileRoots(fs::path home) : mHome(fs::absolute(std::move(home)).lexically_normal()) {
+FileRoots::FileRoots(const fs::path& home) : mHome(fs::absolute(home).lexically_normal()) {
     if (!mHome.has_filename() && mHome.has_relative_path()) mHome = mHome.parent_path();
 }
 

@@ -23,7 +23,7 @@ namespace brenvik {
 class FileRoots : public FilesPort {
   public:
     /// The home folder need not exist yet.
-    explicit FileRoots(std::filesystem::path home);
+    explicit FileRoots(const std::filesystem::path& home);
 
     /// Puts a folder of the system's own form, and all that lies in it, at another place. The innermost
     /// mapped folder decides.

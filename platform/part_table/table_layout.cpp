@@ -5,7 +5,7 @@ namespace brenvik::part_table {
 namespace {
 
 std::string ColumnDefinition(const TableColumn& column) {
-    const std::string name(column.name);
+    std::string name(column.name);
     switch (column.kind) {
         case ColumnKind::Number:
             return name + " REAL";
