@@ -80,7 +80,7 @@ TEST_F(SystemFiles, BlankPathsNameNothing) {
 
 TEST_F(SystemFiles, WrittenFileReadsBackAsItIs) {
     files.MakeFolder("c:\\BV-DXF");
-    const std::string content("a\r\nb\0c\xFF", 8);
+    const std::string content("a\r\nb\0c\xFF", 7);
     files.WriteFile("c:\\bv-dxf\\x.bin", content);
     EXPECT_EQ(files.ReadFile("C:\\BV-DXF\\X.BIN"), content);
     files.WriteFile("c:\\bv-dxf\\X.Bin", "");
