@@ -25,7 +25,7 @@ bool GridControl::Inside(int column, int row) const {
 
 void GridControl::SetMaxRows(int rows) {
     maxRows = std::max(rows, 0);
-    std::erase_if(edited, [this](const Edited& cell) { return cell.row > maxRows; });
+    edited.erase(edited.upper_bound({maxRows, MaxCols()}), edited.end());
     activeRow = std::min(activeRow, maxRows);
 }
 
@@ -57,39 +57,31 @@ std::string GridControl::FieldText(int column, int row) const {
     return {};
 }
 
-const GridControl::Edited* GridControl::FindEdited(int column, int row) const {
-    const auto found = std::find_if(edited.begin(), edited.end(), [=](const Edited& cell) {
-        return cell.column == column && cell.row == row;
-    });
-    return found == edited.end() ? nullptr : &*found;
-}
-
 std::string GridControl::CellText(int column, int row) const {
     if (row == 0) return Column(column).header;
     if (!Inside(column, row))
         throw SubscriptOutOfRange("cell " + std::to_string(column) + ", " + std::to_string(row));
-    if (const Edited* cell = FindEdited(column, row)) return cell->text;
-    return FieldText(column, row);
+    const auto cell = edited.find({row, column});
+    return cell == edited.end() ? FieldText(column, row) : cell->second;
 }
 
 void GridControl::SetCellText(int column, int row, std::string_view newText) {
     if (!Inside(column, row))
         throw SubscriptOutOfRange("cell " + std::to_string(column) + ", " + std::to_string(row));
-    std::erase_if(edited, [=](const Edited& cell) { return cell.column == column && cell.row == row; });
-    edited.push_back({column, row, std::string(newText)});
+    edited.insert_or_assign(Cell(row, column), std::string(newText));
 }
 
-bool GridControl::Changed(int column, int row) const { return FindEdited(column, row) != nullptr; }
+bool GridControl::Changed(int column, int row) const { return edited.contains({row, column}); }
 
 void GridControl::ClearMarks() { edited.clear(); }
 
-FieldValue GridControl::ValueToSave(const Edited& cell) const {
-    const FieldValue present = source->Records()->ValueAt(cell.row - 1, FieldIndex(cell.column));
-    const bool holdsNumber = std::holds_alternative<double>(present);
-    // The table is told by the value that stands there; a null takes blank text for "still nothing".
-    if (!std::holds_alternative<std::string>(present) && IsBlank(cell.text)) return std::monostate();
-    if (holdsNumber) return StrictNumber(cell.text);
-    return cell.text;
+FieldValue GridControl::ValueToSave(int column, int row, const std::string& cellText) const {
+    // Whether the column holds numbers is told by the value that stands there.
+    const FieldValue present = source->Records()->ValueAt(row - 1, FieldIndex(column));
+    if (std::holds_alternative<std::string>(present)) return cellText;
+    if (IsBlank(cellText)) return std::monostate();
+    if (std::holds_alternative<double>(present)) return StrictNumber(cellText);
+    return cellText;
 }
 
 void GridControl::SaveChanges() {
@@ -102,10 +94,11 @@ void GridControl::SaveChanges() {
         FieldValue value;
     };
     std::vector<Write> writes;
-    for (const Edited& cell : edited) {
-        const int field = FieldIndex(cell.column);
-        if (field < 0 || cell.row > records->RecordCount()) continue;
-        writes.push_back({cell.row - 1, field, ValueToSave(cell)});
+    for (const auto& [cell, cellText] : edited) {
+        const auto& [row, column] = cell;
+        const int field = FieldIndex(column);
+        if (field < 0 || row > records->RecordCount()) continue;
+        writes.push_back({row - 1, field, ValueToSave(column, row, cellText)});
     }
     for (const Write& write : writes) records->Update(write.record, write.field, write.value);
     edited.clear();

@@ -4,9 +4,11 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/failure.h"
@@ -104,20 +106,17 @@ class GridControl : public Control {
     void RestoreDesign() override;
 
   private:
-    struct Edited {
-        int column, row;
-        std::string text;
-    };
+    /// A cell as row and column, so that walking goes row by row.
+    using Cell = std::pair<int, int>;
     int FieldIndex(int column) const;
     std::string FieldText(int column, int row) const;
-    FieldValue ValueToSave(const Edited& cell) const;
-    const Edited* FindEdited(int column, int row) const;
+    FieldValue ValueToSave(int column, int row, const std::string& cellText) const;
     bool Inside(int column, int row) const;
     void SaveUserEdit();
 
     std::vector<GridColumn> columns, designColumns;
-    std::vector<int> fieldIndexes;  ///< For each column its field in the record set, or -1.
-    std::vector<Edited> edited;
+    std::vector<int> fieldIndexes;       ///< For each column its field in the record set, or -1.
+    std::map<Cell, std::string> edited;  ///< The marked cells with their unsaved texts.
     struct LockedBlock {
         int column, firstRow, lastRow;
     };
