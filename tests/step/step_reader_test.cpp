@@ -126,6 +126,59 @@ TEST_F(StepInput, AnyDamageEndsInSolidsOrAFailure) {
     }
 }
 
+TEST_F(StepInput, EdgeMadeOfItselfIsTold) {
+    std::string content = Good();
+    const std::size_t place = content.find(" = EDGE_CURVE(");
+    ASSERT_NE(place, std::string::npos);
+    const std::size_t start = content.rfind('#', place);
+    const std::string number = content.substr(start, place - start);
+    content.replace(place, content.find(';', place) - place, " = ORIENTED_EDGE('',*,*," + number + ",.F.)");
+    Put(content);
+    ExpectMentions(FailureText(), "an oriented edge that holds an edge");
+}
+
+TEST_F(StepInput, VertexWithoutAPlaceInSpaceIsTold) {
+    std::string content = Good();
+    const std::string corner = "CARTESIAN_POINT('',(600.,0.,0.))";
+    for (std::size_t place = content.find(corner); place != std::string::npos; place = content.find(corner)) {
+        content.replace(place, corner.size(), "CARTESIAN_POINT('',(600.,0.))");
+    }
+    Put(content);
+    ExpectMentions(FailureText(), "the vertex is no point in space");
+}
+
+TEST_F(StepInput, AssemblyThatHoldsItselfIsTold) {
+    WriteNested(mPath, "");
+    std::ifstream file(mPath, std::ios::binary);
+    std::string content(std::istreambuf_iterator<char>(file), {});
+    // The last two references of a usage are assembly and component: the carcass gets itself for a part.
+    const std::size_t usage = content.find("NEXT_ASSEMBLY_USAGE_OCCURRENCE('", content.find("'Left'") - 60);
+    const std::size_t end = content.find(";", usage);
+    const std::size_t component = content.rfind('#', end);
+    const std::size_t assembly = content.rfind('#', component - 1);
+    const std::string number = content.substr(assembly, content.find(',', assembly) - assembly);
+    content.replace(component, content.find(',', component) - component, number);
+    Put(content);
+    ExpectMentions(FailureText(), "refers to itself");
+}
+
+TEST_F(StepInput, DamagedColoursAreTheOnlyThingLost) {
+    WriteStep(mPath,
+              std::vector<StepSolid>{{solids::test::Board(600, 400, 18), "Board", "", "", Rgb{10, 200, 30}}});
+    std::ifstream file(mPath, std::ios::binary);
+    std::string content(std::istreambuf_iterator<char>(file), {});
+    const std::size_t place = content.find("SURFACE_SIDE_STYLE('',(");
+    ASSERT_NE(place, std::string::npos);
+    content.replace(place, 23, "SURFACE_SIDE_STYLE($,'(");
+    content.replace(content.find("));", place), 3, ")');");
+    Put(content);
+    const StepDocument document = ReadStep(mPath);
+    EXPECT_EQ(document.solids.at(0).name, "Board");
+    EXPECT_FALSE(document.solids[0].color);
+    ASSERT_EQ(document.notes.size(), 1U);
+    ExpectMentions(document.notes[0], "colours and layers passed over");
+}
+
 TEST_F(StepInput, NestedAssembliesPlaceTheirPartsExactly) {
     WriteNested(mPath, "");
     const StepDocument document = ReadStep(mPath);
@@ -202,6 +255,18 @@ TEST(StepText, BrokenLineIsThatOfTheStatement) {
     EXPECT_EQ(BrokenLine("ISO-10303-21;\n#1=A(1,2));\nEND-ISO-10303-21;\n"), 2U);
     EXPECT_EQ(BrokenLine("ISO-10303-21;\n#1=A(\n'x);\n"), 2U);
     EXPECT_EQ(BrokenLine("ISO-10303-21;\n/* a comment; ( */\n#1=A(1)\n"), 3U);
+}
+
+TEST(StepText, StatementsAreFoundByNumber) {
+    EXPECT_EQ(LineOfStatement("#11=A(#1);\n#1 = B();\n", 1), 2U);
+    EXPECT_EQ(LineOfStatement("#11=A(#1);\n", 1), 0U);
+    EXPECT_EQ(LineOfStatement("", 1), 0U);
+}
+
+TEST(StepText, OrientedEdgesHoldEdges) {
+    EXPECT_EQ(NestedOrientedEdge("#1=ORIENTED_EDGE('',*,*,#2,.T.);\n#2=EDGE_CURVE('',#3,#4,#5,.T.);"), 0);
+    EXPECT_EQ(NestedOrientedEdge("#1 = ORIENTED_EDGE('',*,*,#2,.T.);\n#2= ORIENTED_EDGE('',*,*,#3,.T.);"), 1);
+    EXPECT_EQ(NestedOrientedEdge("ORIENTED_EDGE"), 0);
 }
 
 TEST(StepText, EscapesHoldUtf16Units) {

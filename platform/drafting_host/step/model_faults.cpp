@@ -1,9 +1,19 @@
-// Goes over the modeller's reports on the statements it has read.
+// Goes over the modeller's reports on the statements it has read, and over what it does not check:
+// vertices without a place in space, edges made of themselves, and circles of references.
 #include "drafting_host/step/model_faults.h"
 
 #include <Interface_Check.hxx>
+#include <Interface_EntityIterator.hxx>
 #include <Interface_ReportEntity.hxx>
+#include <StepBasic_ProductDefinition.hxx>
+#include <StepGeom_CartesianPoint.hxx>
+#include <StepRepr_NextAssemblyUsageOccurrence.hxx>
+#include <StepShape_Edge.hxx>
+#include <StepShape_OrientedEdge.hxx>
+#include <StepShape_VertexPoint.hxx>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace brenvik::step {
 namespace {
@@ -16,22 +26,118 @@ bool Carries(std::string_view kind) {
            kind.starts_with("StepBasic_");
 }
 
-bool IsOnlyText(std::string_view reason) { return reason.find("quoted String") != std::string_view::npos; }
+/// The first thing wrong with an entity by the modeller's own report, texts aside.
+std::optional<std::string> ReportedFault(const Handle(StepData_StepModel) & model, int index) {
+    if (!model->IsReportEntity(index)) return std::nullopt;
+    const Handle(Interface_ReportEntity) report = model->ReportEntity(index);
+    if (!report->IsError()) return std::nullopt;
+    const Handle(Interface_Check) check = report->Check();
+    for (int fail = 1; fail <= check->NbFails(); ++fail) {
+        const std::string reason = check->CFail(fail);
+        // A missing name is replaced by an empty one.
+        if (reason.find("quoted String") == std::string::npos) return reason;
+    }
+    return std::nullopt;
+}
 
-}  // namespace
-
-std::optional<ModelFault> FirstFault(const Handle(StepData_StepModel) & model) {
-    for (int index = 1; index <= model->NbEntities(); ++index) {
-        if (!model->IsReportEntity(index)) continue;
-        const Handle(Interface_ReportEntity) report = model->ReportEntity(index);
-        if (!report->IsError() || !Carries(model->Value(index)->DynamicType()->Name())) continue;
-        const Handle(Interface_Check) check = report->Check();
-        for (int fail = 1; fail <= check->NbFails(); ++fail) {
-            const std::string reason = check->CFail(fail);
-            if (!IsOnlyText(reason)) return ModelFault{model->IdentLabel(model->Value(index)), reason};
+/// What the modeller takes for granted and would fall over.
+std::optional<std::string> UncheckedFault(const Handle(Standard_Transient) & entity) {
+    const Handle(StepShape_VertexPoint) vertex = Handle(StepShape_VertexPoint)::DownCast(entity);
+    if (!vertex.IsNull()) {
+        const Handle(StepGeom_CartesianPoint) point =
+            Handle(StepGeom_CartesianPoint)::DownCast(vertex->VertexGeometry());
+        if (point.IsNull() || point->NbCoordinates() != 3) return "the vertex is no point in space";
+    }
+    const Handle(StepShape_OrientedEdge) edge = Handle(StepShape_OrientedEdge)::DownCast(entity);
+    if (!edge.IsNull()) {
+        const Handle(StepShape_Edge) element = edge->EdgeElement();
+        if (element.IsNull() || element->IsKind(STANDARD_TYPE(StepShape_OrientedEdge))) {
+            return "an oriented edge has to hold an edge";
         }
     }
     return std::nullopt;
+}
+
+using Targets = std::vector<std::vector<int>>;
+
+/// An entity (number in the model) that leads back to itself; 0 when there is none. Walks without
+/// recursion: chains of references can be as long as the file.
+int OnACircle(const Targets& targets) {
+    enum class Mark : char { New, Open, Done };
+    std::vector<Mark> marks(targets.size(), Mark::New);
+    std::vector<std::pair<int, std::size_t>> path;
+    for (std::size_t start = 1; start < targets.size(); ++start) {
+        if (marks[start] != Mark::New) continue;
+        path.emplace_back(static_cast<int>(start), 0);
+        marks[start] = Mark::Open;
+        while (!path.empty()) {
+            const auto from = static_cast<std::size_t>(path.back().first);
+            if (path.back().second == targets[from].size()) {
+                marks[from] = Mark::Done;
+                path.pop_back();
+                continue;
+            }
+            const int to = targets[from][path.back().second++];
+            Mark& mark = marks[static_cast<std::size_t>(to)];
+            if (mark == Mark::Open) return to;
+            if (mark == Mark::New) {
+                mark = Mark::Open;
+                path.emplace_back(to, 0);
+            }
+        }
+    }
+    return 0;
+}
+
+/// References among entities of geometry and topology, and from each assembly to its components.
+Targets StructureOf(const Handle(StepData_StepModel) & model, const Interface_Graph& references) {
+    Targets targets(static_cast<std::size_t>(model->NbEntities()) + 1);
+    for (int index = 1; index <= model->NbEntities(); ++index) {
+        const Handle(Standard_Transient) entity = model->Value(index);
+        const Handle(StepRepr_NextAssemblyUsageOccurrence) usage =
+            Handle(StepRepr_NextAssemblyUsageOccurrence)::DownCast(entity);
+        if (!usage.IsNull()) {
+            const int assembly = model->Number(usage->RelatingProductDefinition());
+            const int component = model->Number(usage->RelatedProductDefinition());
+            if (assembly > 0 && component > 0) {
+                targets[static_cast<std::size_t>(assembly)].push_back(component);
+            }
+            continue;
+        }
+        const std::string_view kind = entity->DynamicType()->Name();
+        if (!Carries(kind) || kind.starts_with("StepBasic_")) continue;
+        Interface_EntityIterator shared = references.Shareds(entity);
+        for (shared.Start(); shared.More(); shared.Next()) {
+            const int number = references.EntityNumber(shared.Value());
+            if (number > 0) targets[static_cast<std::size_t>(index)].push_back(number);
+        }
+    }
+    return targets;
+}
+
+}  // namespace
+
+std::optional<ModelFault> FirstFault(const Handle(StepData_StepModel) & model,
+                                     const Interface_Graph& references) {
+    const auto fault = [&](int index, std::string reason) {
+        return ModelFault{model->IdentLabel(model->Value(index)), std::move(reason)};
+    };
+    for (int index = 1; index <= model->NbEntities(); ++index) {
+        if (!Carries(model->Value(index)->DynamicType()->Name())) continue;
+        if (const auto reason = ReportedFault(model, index)) return fault(index, *reason);
+        if (const auto reason = UncheckedFault(model->Value(index))) return fault(index, *reason);
+    }
+    const int circle = OnACircle(StructureOf(model, references));
+    if (circle > 0) return fault(circle, "it refers to itself through others");
+    return std::nullopt;
+}
+
+bool StylesAreFaulty(const Handle(StepData_StepModel) & model) {
+    for (int index = 1; index <= model->NbEntities(); ++index) {
+        const std::string_view kind = model->Value(index)->DynamicType()->Name();
+        if (kind.starts_with("StepVisual_") && ReportedFault(model, index)) return true;
+    }
+    return false;
 }
 
 }  // namespace brenvik::step

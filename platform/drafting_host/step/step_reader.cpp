@@ -248,6 +248,9 @@ void NoteCodePage(CodePage codePage, StepDocument& document) {
 StepDocument Read(const std::filesystem::path& path) {
     const std::string content = ContentOf(path);
     RequireWholeStep(path, content);
+    if (const int edge = NestedOrientedEdge(content); edge > 0) {
+        throw FormatFailure(path, LineOfStatement(content, edge), "an oriented edge that holds an edge");
+    }
     const CodePage codePage = CodePageOf(content);
     PrepareReading(codePage);
     STEPCAFControl_Reader reader;
@@ -265,16 +268,21 @@ StepDocument Read(const std::filesystem::path& path) {
     if (!sound) {
         throw FormatFailure(path, BrokenLine(content), "well-formed STEP statements (#n = TYPE(...);)");
     }
-    if (const auto fault = FirstFault(model)) {
+    if (const auto fault = FirstFault(model, reader.Reader().WS()->Graph())) {
         throw FormatFailure(
             path, LineOfStatement(content, fault->number),
             "a sound statement #" + std::to_string(fault->number) + " (" + fault->reason + ")");
+    }
+    StepDocument document;
+    if (StylesAreFaulty(model)) {
+        reader.SetColorMode(Standard_False);
+        reader.SetLayerMode(Standard_False);
+        document.notes.emplace_back("colours and layers passed over, their statements are damaged");
     }
     Handle(TDocStd_Document) assembly = new TDocStd_Document("BinXCAF");
     if (model->NbEntities() == 0 || !reader.Transfer(assembly)) {
         throw FormatFailure(path, 0, "at least one solid, the file holds none");
     }
-    StepDocument document;
     document.unit = UnitOf(reader.ChangeReader());
     NoteCodePage(codePage, document);
     Flattener(assembly, ProductNames(model), document).Run();

@@ -3,9 +3,12 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstdint>
 #include <fstream>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 namespace brenvik::step {
 namespace {
@@ -16,6 +19,15 @@ constexpr char32_t noCharacter = 0xFFFFFFFF;
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 bool IsHigh(char c) { return static_cast<unsigned char>(c) >= 0x80; }
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+/// The number that starts at `place`, 0 when none does or it is beyond an int.
+int NumberAt(std::string_view content, std::size_t place) {
+    int number = 0;
+    std::from_chars(content.data() + place, content.data() + content.size(), number);
+    return number;
+}
 
 std::size_t LineAt(std::string_view content, std::size_t place) {
     return 1 + static_cast<std::size_t>(std::ranges::count(content.substr(0, place), '\n'));
@@ -165,6 +177,30 @@ std::size_t LineOfStatement(std::string_view content, int number) {
         if (after < content.size() && content[after] == '=') return LineAt(content, place);
     }
     return 0;
+}
+
+int NestedOrientedEdge(std::string_view content) {
+    constexpr std::string_view kind = "ORIENTED_EDGE";
+    std::vector<int> edges;
+    std::vector<std::pair<int, int>> elements;  // an edge and what it refers to
+    for (std::size_t place = content.find(kind); place != std::string_view::npos;
+         place = content.find(kind, place + kind.size())) {
+        std::size_t before = place;
+        while (before > 0 && (IsBlank(content[before - 1]) || content[before - 1] == '=')) --before;
+        std::size_t start = before;
+        while (start > 0 && IsDigit(content[start - 1])) --start;
+        if (start == before || start == 0 || content[start - 1] != '#') continue;
+        const int number = NumberAt(content, start);
+        edges.push_back(number);
+        const std::size_t end = std::min(content.find(';', place), content.size());
+        for (std::size_t mark = content.find('#', place); mark < end; mark = content.find('#', mark + 1)) {
+            elements.emplace_back(number, NumberAt(content, mark + 1));
+        }
+    }
+    std::ranges::sort(edges);
+    const auto nested = std::ranges::find_if(
+        elements, [&](const auto& pair) { return std::ranges::binary_search(edges, pair.second); });
+    return nested == elements.end() ? 0 : nested->first;
 }
 
 std::string Escaped(std::string_view content) {

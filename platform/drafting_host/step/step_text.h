@@ -34,6 +34,10 @@ std::size_t BrokenLine(std::string_view content);
 /// The line (from 1) of the statement "#number = ...", 0 when there is none.
 std::size_t LineOfStatement(std::string_view content, int number);
 
+/// The number of an oriented edge that holds an oriented edge, 0 when there is none. The format forbids
+/// it, and the modeller follows such edges without end while it loads the file.
+int NestedOrientedEdge(std::string_view content);
+
 /// The text with everything outside of ASCII as \X2\ escapes. Bytes that are no UTF-8 become question
 /// marks.
 std::string Escaped(std::string_view content);
