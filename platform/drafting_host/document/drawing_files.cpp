@@ -1,0 +1,153 @@
+// Which reader and writer a drawing file goes to.
+#include "drafting_host/document/drawing_files.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "base/handle_text.h"
+#include "base/letter_case.h"
+#include "drafting_host/acis/acis_text.h"
+#include "drafting_host/document/host_document.h"
+#include "drafting_host/document/host_failure.h"
+#include "drafting_host/document/imported_parts.h"
+#include "drafting_host/document/whole_file.h"
+#include "drafting_host/dxf/dxf_reader.h"
+#include "drafting_host/dxf/dxf_writer.h"
+#include "drafting_host/step/step_writer.h"
+
+namespace brenvik {
+namespace {
+
+constexpr std::string_view expectedContent = "DXF text, a STEP file or ACIS text";
+
+std::string_view WithoutBlanks(std::string_view text) {
+    if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
+    while (!text.empty() && std::isspace(static_cast<unsigned char>(text.front())) != 0)
+        text.remove_prefix(1);
+    return text;
+}
+
+std::string_view TakeLine(std::string_view& text) {
+    const std::size_t end = text.find_first_of("\r\n");
+    const std::string_view line = text.substr(0, end);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end);
+    while (!text.empty() && (text.front() == '\r' || text.front() == '\n')) text.remove_prefix(1);
+    return line;
+}
+
+/// A group code alone on its line begins DXF text: 0 before SECTION, or 999 before a comment.
+bool LooksLikeDxf(std::string_view text) {
+    const std::string_view code = WithoutBlanks(TakeLine(text));
+    const bool number = !code.empty() && code.find_first_not_of("0123456789 ") == std::string_view::npos;
+    if (!number) return false;
+    const std::string_view value = WithoutBlanks(TakeLine(text));
+    if (code.starts_with("999")) return true;
+    return value.starts_with("SECTION") || value.starts_with("EOF");
+}
+
+/// Four whole numbers open ACIS text: version, records, bodies, history.
+bool LooksLikeAcis(std::string_view text) {
+    std::string_view line = TakeLine(text);
+    int numbers = 0;
+    while (!(line = WithoutBlanks(line)).empty()) {
+        const std::size_t end = std::min(line.find_first_of(" \t"), line.size());
+        if (line.substr(0, end).find_first_not_of("0123456789") != std::string_view::npos) return false;
+        ++numbers;
+        line.remove_prefix(end);
+    }
+    return numbers >= 3;
+}
+
+std::string Excerpt(std::string_view content) {
+    if (content.empty()) return "an empty file";
+    std::string shown;
+    for (const char c : content.substr(0, 16))
+        shown += std::isprint(static_cast<unsigned char>(c)) != 0 ? c : '.';
+    return "\"" + shown + "\"";
+}
+
+std::vector<std::string> SaveDxf(const HostDocument& document, const std::filesystem::path& path) {
+    std::vector<std::string> problems;
+    const DrawingData data = document.ToData(problems);
+    WriteDxfFile(data, path);
+    return problems;
+}
+
+std::vector<std::string> SaveStep(const HostDocument& document, const std::filesystem::path& path) {
+    std::vector<std::string> problems;
+    const std::vector<step::StepSolid> solids = StepSolidsOf(document, problems);
+    step::WriteStep(path, solids);
+    return problems;
+}
+
+/// All solids' records in one text need one numbering, so the writer gets them as one shape.
+std::vector<std::string> SaveSat(const HostDocument& document, const std::filesystem::path& path) {
+    std::vector<std::string> problems;
+    std::string content;
+    for (const std::string& line : AcisLinesOf(document, problems)) content += line + "\n";
+    WriteWholeFile(path, content);
+    return problems;
+}
+
+}  // namespace
+
+DrawingKind KindOfContent(std::string_view head) {
+    if (head.starts_with("AutoCAD Binary DXF")) return DrawingKind::DxfBinary;
+    if (head.starts_with("AC10") || head.starts_with("AC1.") || head.starts_with("AC2.") ||
+        head.starts_with("MC0.")) {
+        return DrawingKind::DwgBinary;
+    }
+    if (head.starts_with("ACIS BinaryFile") || head.starts_with("ASM BinaryFile"))
+        return DrawingKind::AcisBinary;
+    const std::string_view text = WithoutBlanks(head);
+    if (text.starts_with("ISO-10303-21") || text.starts_with("/*")) return DrawingKind::Step;
+    if (LooksLikeDxf(text)) return DrawingKind::DxfText;
+    if (LooksLikeAcis(text)) return DrawingKind::AcisText;
+    return DrawingKind::Unknown;
+}
+
+void ReadDrawing(HostDocument& document, const std::filesystem::path& path, const ReadOptions& options) {
+    const std::string content = ReadWholeFile(path);
+    const auto refuse = [&](std::string_view found) {
+        throw host_failure::InvalidFile(path.string(), 1, expectedContent, found);
+    };
+    switch (KindOfContent(content)) {
+        case DrawingKind::DxfText:
+            document.TakeOver(ReadDxf(content, path.string()));
+            return;
+        case DrawingKind::Step:
+            ImportStep(document, path, options);
+            return;
+        case DrawingKind::AcisText:
+            ImportAcis(document, content, path, options);
+            return;
+        case DrawingKind::DxfBinary:
+            refuse("binary DXF");
+            return;
+        case DrawingKind::DwgBinary:
+            refuse("a binary drawing (DWG)");
+            return;
+        case DrawingKind::AcisBinary:
+            refuse("binary ACIS (SAB)");
+            return;
+        case DrawingKind::Unknown:
+            refuse(Excerpt(content));
+            return;
+    }
+}
+
+std::vector<std::string> SaveDrawing(const HostDocument& document, const std::filesystem::path& path) {
+    document.RequireOpen();
+    const std::string extension = FoldLower(path.extension().string());
+    if (extension == ".dxf" || extension == ".dwg") return SaveDxf(document, path);
+    if (extension == ".step" || extension == ".stp") return SaveStep(document, path);
+    if (extension == ".sat") return SaveSat(document, path);
+    throw host_failure::InvalidArgument(path.string() +
+                                        ": expected a name ending in .dxf, .dwg, .step, .stp or .sat");
+}
+
+void WriteDxfFile(const DrawingData& data, const std::filesystem::path& path) {
+    WriteWholeFile(path, WriteDxf(data));
+}
+
+}  // namespace brenvik

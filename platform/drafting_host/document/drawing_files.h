@@ -1,0 +1,44 @@
+// Drawings on disk. What a file is shows in its content: DXF text under whatever name, STEP, ACIS text.
+#pragma once
+
+#include "drafting_host/document/modeller_handle.h"
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "drafting_host/dxf/drawing_data.h"
+
+namespace brenvik {
+
+class HostDocument;
+
+/// How a drawing without part data of its own is read.
+struct ReadOptions {
+    /// Orientation letters for solids of STEP and ACIS files; blank gives none, and no saved extents.
+    std::string letters = "LWT";
+};
+
+/// What a file's content tells it to be.
+enum class DrawingKind { DxfText, DxfBinary, DwgBinary, Step, AcisText, AcisBinary, Unknown };
+
+/// Looks at the beginning of a file.
+DrawingKind KindOfContent(std::string_view head);
+
+/// Reads a file into an empty document. Throws Failure naming the file, the place and what was expected;
+/// what could be passed over stands in the document's notes.
+void ReadDrawing(HostDocument& document, const std::filesystem::path& path, const ReadOptions& options);
+
+/// Writes a document by the extension: ".dxf" and ".dwg" hold DXF text, ".step" and ".stp" STEP, ".sat"
+/// ACIS text of all solids of model space. The file is replaced as a whole or not at all. Gives back
+/// what could not be written, each with its handle and reason; everything else is written.
+///
+/// Throws Failure for another extension, and where the disk fails; the old file then stands.
+std::vector<std::string> SaveDrawing(const HostDocument& document, const std::filesystem::path& path);
+
+/// Writes plain data as DXF text, as a whole or not at all. Bodies that can't be written have to be left
+/// out before.
+void WriteDxfFile(const DrawingData& data, const std::filesystem::path& path);
+
+}  // namespace brenvik

@@ -1,0 +1,265 @@
+// Between the open document and the plain data of a drawing. Bodies are built from their ACIS text when
+// a drawing is taken over, so that what can't be read is told at once, and written as text on the way
+// out.
+#include <BRep_Builder.hxx>
+#include <TopoDS_Compound.hxx>
+#include <set>
+
+#include "base/handle_text.h"
+#include "base/letter_case.h"
+#include "drafting_host/acis/acis_text.h"
+#include "drafting_host/document/host_document.h"
+#include "drafting_host/document/host_failure.h"
+
+namespace brenvik {
+namespace {
+
+std::string_view NameOf(AcisData::Kind kind) {
+    switch (kind) {
+        case AcisData::Kind::Solid:
+            return "3DSOLID";
+        case AcisData::Kind::Region:
+            return "REGION";
+        case AcisData::Kind::Body:
+            return "BODY";
+    }
+    return {};
+}
+
+TopoDS_Shape OneShape(const std::vector<TopoDS_Shape>& bodies) {
+    if (bodies.empty()) return {};
+    if (bodies.size() == 1) return bodies.front();
+    const BRep_Builder builder;
+    TopoDS_Compound all;
+    builder.MakeCompound(all);
+    for (const TopoDS_Shape& body : bodies) builder.Add(all, body);
+    return all;
+}
+
+/// Reads a body's text; what went wrong is told with the line of the file where the text begins and the
+/// line and record in it.
+ShapeData ReadBody(const AcisData& data, HandleValue handle, std::vector<ReadNote>& notes) {
+    const acis::ReadResult read = acis::ReadText(data.text);
+    ShapeData result{data.kind, OneShape(read.bodies)};
+    const std::string what = std::string(NameOf(data.kind)) + " " + HandleToText(handle);
+    for (const acis::Problem& problem : read.problems) {
+        std::string text = what;
+        if (problem.line > 0) text += ", line " + std::to_string(problem.line) + " of its body";
+        if (problem.record >= 0) text += ", record " + std::to_string(problem.record);
+        text += ": " + problem.text;
+        if (result.shape.IsNull()) text += "; the body is left out";
+        notes.push_back({data.firstLine, std::move(text), true});
+    }
+    if (result.shape.IsNull() && read.problems.empty()) {
+        notes.push_back({data.firstLine, what + ": its text holds no body; it is left out", true});
+    }
+    return result;
+}
+
+/// The plain data as the document holds them; nothing for a body that can't be built.
+std::optional<HostGeometry> ToHost(EntityGeometry& geometry, HandleValue handle,
+                                   std::vector<ReadNote>& notes) {
+    return std::visit(
+        [&](auto& data) -> std::optional<HostGeometry> {
+            using Data = std::decay_t<decltype(data)>;
+            if constexpr (std::is_same_v<Data, AcisData>) {
+                ShapeData shape = ReadBody(data, handle, notes);
+                if (shape.shape.IsNull()) return std::nullopt;
+                return shape;
+            } else {
+                return std::move(data);
+            }
+        },
+        geometry);
+}
+
+/// The other way; nothing, and a problem told, for a shape that ACIS text can't hold.
+std::optional<EntityGeometry> ToPlain(HostGeometry& geometry, const std::string& what,
+                                      std::vector<std::string>& problems) {
+    return std::visit(
+        [&](auto& data) -> std::optional<EntityGeometry> {
+            using Data = std::decay_t<decltype(data)>;
+            if constexpr (std::is_same_v<Data, ShapeData>) {
+                AcisData text;
+                text.kind = data.kind;
+                try {
+                    for (const std::string& line : acis::WriteText(data.shape)) text.text += line + "\n";
+                } catch (const acis::WriteFailure& failure) {
+                    problems.push_back(what + ": " + failure.what());
+                    return std::nullopt;
+                }
+                return text;
+            } else {
+                return std::move(data);
+            }
+        },
+        geometry);
+}
+
+std::optional<EntityData> ToPlain(const HostEntity& entity, const Similarity& move,
+                                  std::vector<std::string>& problems) {
+    HostGeometry geometry = entity.Geometry();
+    if (!move.Identity()) Transform(geometry, move);
+    const std::string what = std::string(entity.ObjectName()) + " " + HandleToText(entity.HandleNumber());
+    std::optional<EntityGeometry> plain = ToPlain(geometry, what, problems);
+    if (!plain) return std::nullopt;
+    EntityData data;
+    data.handle = entity.HandleNumber();
+    data.layer = entity.LayerObject().Values().name;
+    data.linetype = entity.Look().linetype;
+    data.linetypeScale = entity.Look().linetypeScale;
+    data.color = entity.Look().color;
+    data.visible = entity.Look().visible;
+    data.lineweight = entity.Look().lineweight;
+    data.geometry = std::move(*plain);
+    data.xdata = entity.ExtendedData();
+    return data;
+}
+
+void FillBlock(HostBlock& block, std::vector<EntityData>& entities, HostLayers& layers,
+               std::vector<ReadNote>& notes) {
+    for (EntityData& data : entities) {
+        std::optional<HostGeometry> geometry = ToHost(data.geometry, data.handle, notes);
+        if (!geometry) continue;
+        HostEntity& entity = block.Add(std::move(*geometry), data.handle);
+        LayerData layer;
+        layer.name = data.layer;
+        entity.SetLook({&layers.Put(std::move(layer)), std::move(data.linetype), data.linetypeScale,
+                        data.color, data.visible, data.lineweight});
+        entity.SetExtendedData(std::move(data.xdata));
+    }
+}
+
+/// A written drawing of its own has handles of its own.
+void ForgetHandles(EntityData& data) {
+    data.handle = 0;
+    if (auto* polyline = std::get_if<PolylineData>(&data.geometry)) {
+        polyline->seqendHandle = 0;
+        for (PolylineData::Vertex& vertex : polyline->vertices) vertex.handle = 0;
+    }
+    if (auto* viewport = std::get_if<ViewportData>(&data.geometry)) viewport->frozenLayers.clear();
+}
+
+/// Collects entities for a drawing of their own, and the blocks that they refer to.
+class Extract {
+  public:
+    Extract(const HostDocument& document, DrawingData& data, std::vector<std::string>& problems)
+        : mDocument(document), mData(data), mProblems(problems) {}
+
+    void Take(std::size_t block, const HostEntity& entity, const Similarity& move) {
+        std::optional<EntityData> plain = ToPlain(entity, move, mProblems);
+        if (!plain) return;
+        ForgetHandles(*plain);
+        mLayers.insert(&entity.LayerObject());
+        for (const XDataOfApp& app : plain->xdata) {
+            if (mApps.insert(app.app).second) mData.applications.push_back(app.app);
+        }
+        const auto* reference = std::get_if<InsertData>(&plain->geometry);
+        const std::string name = reference == nullptr ? std::string() : reference->block;
+        mData.blocks[block].entities.push_back(std::move(*plain));
+        if (!name.empty()) TakeBlock(name);
+    }
+
+    const std::set<const HostLayer*>& Layers() const { return mLayers; }
+
+  private:
+    void TakeBlock(const std::string& name) {
+        const HostBlock* block = mDocument.FindBlock(name);
+        if (block == nullptr || !mBlocks.insert(name).second) return;
+        const std::size_t place = mData.blocks.size();
+        mData.blocks.push_back(block->Record());
+        mData.blocks.back().handle = 0;
+        for (const HostEntity* entity : block->Entities()) Take(place, *entity, Similarity());
+    }
+
+    const HostDocument& mDocument;
+    DrawingData& mData;
+    std::vector<std::string>& mProblems;
+    std::set<const HostLayer*> mLayers;
+    std::set<std::string, LessIgnoreCase> mApps, mBlocks;
+};
+
+template <class Entries>
+void ForgetEntryHandles(Entries& entries) {
+    for (auto& entry : entries) entry.handle = 0;
+}
+
+}  // namespace
+
+void HostDocument::TakeOver(DrawingData data) {
+    mTables = std::move(data);
+    std::vector<LayerData> layers = std::move(mTables.layers);
+    std::vector<BlockData> blocks = std::move(mTables.blocks);
+    std::vector<GroupData> groups = std::move(mTables.groups);
+    mTables.layers.clear();
+    mTables.blocks.clear();
+    mTables.groups.clear();
+    mNextHandle = std::max(mNextHandle, mTables.handleSeed);
+    // The file's own layer "0" stands in for the one of an empty drawing.
+    mLayers.Clear();
+    for (LayerData& layer : layers) mLayers.Put(std::move(layer));
+    LayerData zero;
+    zero.name = "0";
+    mCurrentLayer = &mLayers.Put(std::move(zero));
+    if (HostLayer* current = mLayers.Find(mTables.currentLayer)) mCurrentLayer = current;
+    for (BlockData& block : blocks) {
+        std::vector<EntityData> entities = std::move(block.entities);
+        block.entities.clear();
+        HostBlock* target = FindBlock(block.name);
+        if (target == nullptr) {
+            mBlocks.push_back(std::make_unique<HostBlock>(*this, std::move(block)));
+            target = mBlocks.back().get();
+        } else {
+            target->SetRecord(std::move(block));
+        }
+        FillBlock(*target, entities, mLayers, mTables.notes);
+    }
+    for (GroupData& group : groups) mGroups.Put(std::move(group));
+}
+
+DrawingData HostDocument::ToData(std::vector<std::string>& problems) const {
+    DrawingData data = mTables;
+    data.handleSeed = mNextHandle;
+    data.currentLayer = mCurrentLayer->Values().name;
+    data.notes.clear();
+    for (const HostLayer* layer : mLayers.All()) data.layers.push_back(layer->Values());
+    for (const auto& block : mBlocks) {
+        data.blocks.push_back(block->Record());
+        std::vector<EntityData>& entities = data.blocks.back().entities;
+        for (const HostEntity* entity : block->Entities()) {
+            if (auto plain = ToPlain(*entity, Similarity(), problems)) entities.push_back(std::move(*plain));
+        }
+    }
+    for (const HostGroup* group : mGroups.All()) data.groups.push_back(group->Values());
+    return data;
+}
+
+DrawingData HostDocument::ToData(std::span<HostEntity* const> entities, const Similarity& move,
+                                 std::vector<std::string>& problems) const {
+    DrawingData data;
+    data.codePage = mTables.codePage;
+    data.insertUnits = mTables.insertUnits;
+    data.measurement = mTables.measurement;
+    data.linetypes = mTables.linetypes;
+    data.styles = mTables.styles;
+    data.headerVariables = mTables.headerVariables;
+    ForgetEntryHandles(data.linetypes);
+    ForgetEntryHandles(data.styles);
+    for (const std::size_t space : {0, 1}) {
+        data.blocks.push_back(mBlocks[space]->Record());
+        data.blocks.back().handle = 0;
+    }
+    Extract extract(*this, data, problems);
+    for (const HostEntity* entity : entities) {
+        entity->RequireAlive();
+        extract.Take(entity->Owner().IsPaperSpace() ? 1 : 0, *entity, move);
+    }
+    for (const HostLayer* layer : mLayers.All()) {
+        if (!extract.Layers().contains(layer) && layer->Values().name != "0") continue;
+        data.layers.push_back(layer->Values());
+        data.layers.back().handle = 0;
+    }
+    return data;
+}
+
+}  // namespace brenvik

@@ -1,0 +1,84 @@
+// Names and boxes of the lesser entities; exploding block references.
+#include "drafting_host/document/host_annotations.h"
+
+#include "drafting_host/document/block_content.h"
+#include "drafting_host/document/host_document.h"
+#include "drafting_host/document/host_failure.h"
+#include "drafting_host/document/vectors.h"
+
+namespace brenvik {
+
+using namespace vectors;
+
+std::string_view HostPolyline::ObjectName() const {
+    switch (KindOf(mData)) {
+        case PolylineKind::Plane:
+            return "AcDb2dPolyline";
+        case PolylineKind::Space:
+            return "AcDb3dPolyline";
+        case PolylineKind::PolygonMesh:
+            return "AcDbPolygonMesh";
+        case PolylineKind::PolyfaceMesh:
+            return "AcDbPolyFaceMesh";
+    }
+    return {};
+}
+
+std::string_view HostQuad::ObjectName() const {
+    switch (mData.kind) {
+        case QuadData::Kind::Solid:
+            return "AcDbSolid";
+        case QuadData::Kind::Trace:
+            return "AcDbTrace";
+        case QuadData::Kind::Face:
+            return "AcDbFace";
+    }
+    return {};
+}
+
+Point3 HostViewport::Center() const {
+    RequireAlive();
+    return mData.center;
+}
+
+double HostViewport::Width() const {
+    RequireAlive();
+    return mData.width;
+}
+
+double HostViewport::Height() const {
+    RequireAlive();
+    return mData.height;
+}
+
+void HostViewport::Display(bool on) {
+    RequireChangeable();
+    constexpr int shown = 2;
+    mData.status = on ? shown : 0;
+}
+
+std::string HostBlockReference::Name() const {
+    RequireAlive();
+    return mData.block;
+}
+
+Point3 HostBlockReference::InsertionPoint() const {
+    RequireAlive();
+    return ToWorld(ObjectAxes(mData.normal), mData.insertion);
+}
+
+std::vector<AcadEntity*> HostBlockReference::Explode() {
+    RequireAlive();
+    std::vector<AcadEntity*> result;
+    for (PlacedEntity& placed : PlacedContent(Document(), mData)) {
+        HostEntity& made = Owner().Add(std::move(placed.geometry));
+        made.SetLook(placed.source->Look());
+        made.SetExtendedData(placed.source->ExtendedData());
+        result.push_back(&made);
+    }
+    return result;
+}
+
+std::optional<Box3> HostBlockReference::Box() const { return BoxOfReference(Document(), mData); }
+
+}  // namespace brenvik

@@ -1,0 +1,83 @@
+// The drafting host as a whole: open documents, the measuring component, and what it is wired to.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+#include "drafting_host/document/drawing_files.h"
+#include "drafting_host/document/host_document.h"
+#include "session/measuring_port.h"
+
+namespace brenvik {
+
+class HostDocuments final : public AcadDocuments {
+  public:
+    explicit HostDocuments(HostApplication& application) : mApplication(application) {}
+    int Count() const override;
+    AcadDocument* Item(int index) override;
+    AcadDocument* Open(std::string_view fileName) override;
+
+  private:
+    HostApplication& mApplication;
+};
+
+class HostApplication final : public AcadApplication, public MeasuringPort {
+  public:
+    /// From a path as the system writes it ("c:\BV-DXF\Part_0.dwg") to one of this machine.
+    using PathResolver = std::function<std::filesystem::path(std::string_view)>;
+
+    HostApplication();
+    ~HostApplication() override;
+
+    AcadDocument* ActiveDocument() override;
+    AcadDocuments& Documents() override;
+    WindowStateKind WindowState() const override;
+    void SetWindowState(WindowStateKind state) override;
+    void ZoomExtents() override;
+    std::unique_ptr<SolidMeasurer> CreateMeasurer() override;
+
+    /// An empty drawing without a name, made the active one.
+    HostDocument& NewDocument();
+    /// Reads a drawing by its content (drawing_files.h) and makes it the active one. Throws Failure naming
+    /// the file, the place and what was expected. The document's full name is the path as given.
+    HostDocument& OpenDrawing(const std::filesystem::path& path, const ReadOptions& options = {});
+    /// The same for a path as the system writes it; the full name is that text.
+    HostDocument& OpenNamed(std::string_view fileName);
+    void Activate(HostDocument& document);
+    void CloseDocument(HostDocument& document);
+    const std::vector<std::unique_ptr<HostDocument>>& OpenDocuments() const { return mDocuments; }
+    /// Nothing when no document is open.
+    HostDocument* Active() const;
+
+    void SetPathResolver(PathResolver resolver) { mResolver = std::move(resolver); }
+    std::filesystem::path Resolve(std::string_view fileName) const;
+    /// Null detaches. The port outlives the application or is detached before it goes.
+    void SetPrompts(PromptPort* prompts) { mPrompts = prompts; }
+    PromptPort* Prompts() const { return mPrompts; }
+    /// How often the view was zoomed to the extents.
+    int ZoomCount() const { return mZoomCount; }
+
+    /// The id of an entity, given at the first call and never given again.
+    std::int32_t ObjectIdOf(const HostEntity& entity);
+    /// The living entity with this id in any open document, or nothing.
+    HostEntity* FindByObjectId(std::int32_t objectId) const;
+    void ForgetObjectsOf(const HostDocument& document);
+
+  private:
+    HostDocuments mDocumentList;
+    std::vector<std::unique_ptr<HostDocument>> mDocuments;
+    std::vector<std::unique_ptr<HostDocument>> mClosed;
+    std::vector<HostDocument*> mActivation;
+    std::unordered_map<const HostEntity*, std::int32_t> mIds;
+    std::unordered_map<std::int32_t, HostEntity*> mById;
+    std::int32_t mNextId = 1000;
+    WindowStateKind mWindowState = WindowStateKind::Maximized;
+    int mZoomCount = 0;
+    PathResolver mResolver;
+    PromptPort* mPrompts = nullptr;
+};
+
+}  // namespace brenvik

@@ -1,0 +1,188 @@
+// Solids and regions: measures kept until the shape changes, booleans, sections and explosions.
+#include "drafting_host/document/host_solids.h"
+
+#include <BRep_Builder.hxx>
+#include <BRep_Tool.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopoDS.hxx>
+#include <TopoDS_Compound.hxx>
+#include <TopoDS_Face.hxx>
+#include <TopoDS_Vertex.hxx>
+#include <utility>
+
+#include "drafting_host/document/curve_edges.h"
+#include "drafting_host/document/host_block.h"
+#include "drafting_host/document/host_failure.h"
+#include "drafting_host/document/vectors.h"
+#include "drafting_host/solids/mass.h"
+#include "drafting_host/solids/operations.h"
+#include "drafting_host/solids/regions.h"
+
+namespace brenvik {
+
+using namespace vectors;
+
+namespace {
+
+gp_Pnt Pnt(const Point3& p) { return {p.x, p.y, p.z}; }
+
+solids::BooleanKind KindOf(BooleanKind kind) {
+    switch (kind) {
+        case BooleanKind::Union:
+            return solids::BooleanKind::Union;
+        case BooleanKind::Intersection:
+            return solids::BooleanKind::Intersect;
+        case BooleanKind::Subtraction:
+            return solids::BooleanKind::Subtract;
+    }
+    throw host_failure::InvalidArgument("a boolean is a union, an intersection or a subtraction");
+}
+
+/// Faces of a region, in order.
+std::vector<TopoDS_Face> FacesOf(const TopoDS_Shape& shape) {
+    std::vector<TopoDS_Face> faces;
+    for (TopExp_Explorer each(shape, TopAbs_FACE); each.More(); each.Next()) {
+        faces.push_back(TopoDS::Face(each.Current()));
+    }
+    return faces;
+}
+
+Point3 NormalOf(const TopoDS_Face& face) {
+    const gp_Dir normal = solids::NormalOf(face);
+    return {normal.X() + 0.0, normal.Y() + 0.0, normal.Z() + 0.0};
+}
+
+/// A point of a region's plane: one of its corners, or of its only round edge.
+Point3 PlaceIn(const TopoDS_Shape& region) {
+    const TopExp_Explorer corner(region, TopAbs_VERTEX);
+    if (!corner.More()) throw host_failure::NotPossible("a region without a boundary has no plane");
+    const gp_Pnt place = BRep_Tool::Pnt(TopoDS::Vertex(corner.Current()));
+    return {place.X(), place.Y(), place.Z()};
+}
+
+/// The two entities may not be one, and both have to be free.
+void RequirePair(const HostEntity& one, const HostEntity& other) {
+    one.RequireChangeable();
+    other.RequireChangeable();
+    if (&one == &other) throw host_failure::InvalidArgument("a boolean needs two different objects");
+    if (&one.Document() != &other.Document()) {
+        throw host_failure::InvalidArgument("the two objects of a boolean have to be of one drawing");
+    }
+}
+
+/// The outcome of a boolean: nothing left erases the object, an untouched shape keeps all it knows.
+void TakeResult(HostShapeEntity& entity, HostShapeEntity& used, TopoDS_Shape result) {
+    used.EraseAnyway();
+    if (result.IsNull()) {
+        entity.EraseAnyway();
+    } else if (!result.IsEqual(entity.Shape())) {
+        entity.SetShape(std::move(result));
+    }
+}
+
+}  // namespace
+
+void HostShapeEntity::SetShape(TopoDS_Shape shape) {
+    mData.shape = std::move(shape);
+    ForgetMeasures();
+}
+
+void HostShapeEntity::ApplyTransform(const Similarity& move) {
+    brenvik::Transform(mData, move);
+    ForgetMeasures();
+}
+
+std::optional<Box3> HostShapeEntity::Box() const {
+    if (!mBox) mBox = BoxOf(mData);
+    return mBox;
+}
+
+void HostSolid::ForgetMeasures() {
+    HostShapeEntity::ForgetMeasures();
+    mVolume.reset();
+    mExtents.reset();
+}
+
+double HostSolid::Volume() const {
+    RequireAlive();
+    if (!mVolume) mVolume = solids::Volume(Shape());
+    return *mVolume;
+}
+
+Point3 HostSolid::Centroid() const {
+    RequireAlive();
+    const gp_Pnt center = solids::Centroid(Shape());
+    return {center.X(), center.Y(), center.Z()};
+}
+
+const solids::Extents& HostSolid::Measures() const {
+    RequireAlive();
+    if (!mExtents) mExtents = solids::MeasureShape(Shape());
+    return *mExtents;
+}
+
+void HostSolid::Boolean(BooleanKind kind, Acad3DSolid& other) {
+    auto& tool = dynamic_cast<HostSolid&>(other);
+    RequirePair(*this, tool);
+    TakeResult(*this, tool, solids::Boolean(Shape(), tool.Shape(), KindOf(kind)));
+}
+
+AcadRegion* HostSolid::SectionSolid(const Point3& first, const Point3& second, const Point3& third) {
+    RequireAlive();
+    const std::vector<TopoDS_Face> faces =
+        solids::SectionByPlane(Shape(), Pnt(first), Pnt(second), Pnt(third));
+    if (faces.empty()) throw host_failure::NotPossible("the plane of the section misses the solid");
+    if (faces.size() == 1) return &Owner().AddRegionShape(faces.front());
+    const BRep_Builder builder;
+    TopoDS_Compound all;
+    builder.MakeCompound(all);
+    for (const TopoDS_Face& face : faces) builder.Add(all, face);
+    return &Owner().AddRegionShape(all);
+}
+
+void HostRegion::ForgetMeasures() {
+    HostShapeEntity::ForgetMeasures();
+    mArea.reset();
+}
+
+double HostRegion::Area() const {
+    RequireAlive();
+    if (!mArea) mArea = solids::Area(Shape());
+    return *mArea;
+}
+
+Point3 HostRegion::Normal() const {
+    RequireAlive();
+    const std::vector<TopoDS_Face> faces = FacesOf(Shape());
+    if (faces.empty()) throw host_failure::NotPossible("a region without a face has no normal");
+    return NormalOf(faces.front());
+}
+
+void HostRegion::Boolean(BooleanKind kind, AcadRegion& other) {
+    auto& tool = dynamic_cast<HostRegion&>(other);
+    RequirePair(*this, tool);
+    const Point3 mine = Normal(), theirs = tool.Normal();
+    const double apart = Dot(PlaceIn(tool.Shape()) - PlaceIn(Shape()), mine);
+    if (vectors::Length(Cross(mine, theirs)) > 1e-6 || std::abs(apart) > pointTolerance) {
+        throw host_failure::NotPossible("the two regions don't lie in one plane");
+    }
+    TakeResult(*this, tool, solids::Boolean(Shape(), tool.Shape(), KindOf(kind)));
+}
+
+std::vector<AcadEntity*> HostRegion::Explode() {
+    RequireAlive();
+    std::vector<AcadEntity*> result;
+    const auto take = [&](HostEntity& made) {
+        made.SetLook(Look());
+        result.push_back(&made);
+    };
+    const std::vector<TopoDS_Face> faces = FacesOf(Shape());
+    if (faces.size() > 1) {
+        for (const TopoDS_Face& face : faces) take(Owner().AddRegionShape(face));
+        return result;
+    }
+    for (HostGeometry& curve : BoundaryCurves(Shape())) take(Owner().Add(std::move(curve)));
+    return result;
+}
+
+}  // namespace brenvik

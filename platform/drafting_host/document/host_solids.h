@@ -1,0 +1,73 @@
+// Solids, regions and bodies: entities around a shape of the modeller. What is dear to work out (volume,
+// box, extents) is kept until the shape changes.
+#pragma once
+
+#include "drafting_host/document/host_entity.h"
+#include "drafting_host/solids/measure.h"
+
+namespace brenvik {
+
+class HostShapeEntity : public HostEntity {
+  public:
+    HostShapeEntity(HostBlock& owner, HandleValue handle, ShapeData data)
+        : HostEntity(owner, handle), mData(std::move(data)) {}
+    HostGeometry Geometry() const override { return mData; }
+    const TopoDS_Shape& Shape() const { return mData.shape; }
+    /// A null shape is not allowed: erase the entity instead.
+    void SetShape(TopoDS_Shape shape);
+
+  protected:
+    void ApplyTransform(const Similarity& move) override;
+    std::optional<Box3> Box() const override;
+    void Release() override { SetShape({}); }
+    virtual void ForgetMeasures() { mBox.reset(); }
+
+  private:
+    ShapeData mData;
+    mutable std::optional<Box3> mBox;
+};
+
+class HostSolid final : public HostShapeEntity, public Acad3DSolid {
+  public:
+    using HostShapeEntity::HostShapeEntity;
+    std::string_view ObjectName() const override { return "AcDb3dSolid"; }
+    double Volume() const override;
+    Point3 Centroid() const override;
+    /// A result with nothing left erases this solid too.
+    void Boolean(BooleanKind kind, Acad3DSolid& other) override;
+    AcadRegion* SectionSolid(const Point3& first, const Point3& second, const Point3& third) override;
+    /// The extents of the solid measuring component.
+    const solids::Extents& Measures() const;
+
+  protected:
+    void ForgetMeasures() override;
+
+  private:
+    mutable std::optional<double> mVolume;
+    mutable std::optional<solids::Extents> mExtents;
+};
+
+class HostRegion final : public HostShapeEntity, public AcadRegion {
+  public:
+    using HostShapeEntity::HostShapeEntity;
+    std::string_view ObjectName() const override { return "AcDbRegion"; }
+    double Area() const override;
+    Point3 Normal() const override;
+    void Boolean(BooleanKind kind, AcadRegion& other) override;
+    /// A region of several faces gives one region per face, one face its boundary curves.
+    std::vector<AcadEntity*> Explode() override;
+
+  protected:
+    void ForgetMeasures() override;
+
+  private:
+    mutable std::optional<double> mArea;
+};
+
+class HostBody final : public HostShapeEntity {
+  public:
+    using HostShapeEntity::HostShapeEntity;
+    std::string_view ObjectName() const override { return "AcDbBody"; }
+};
+
+}  // namespace brenvik

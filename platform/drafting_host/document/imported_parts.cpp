@@ -1,0 +1,177 @@
+// Other systems know no part data: what they do know becomes part data here, and back again.
+#include "drafting_host/document/imported_parts.h"
+
+#include <BRep_Builder.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopoDS_Compound.hxx>
+
+#include "base/handle_text.h"
+#include "base/number_text.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "base/utf8.h"
+#include "drafting_host/acis/acis_text.h"
+#include "drafting_host/document/aci_colors.h"
+#include "drafting_host/document/host_document.h"
+#include "drafting_host/document/host_failure.h"
+#include "drafting_host/solids/mass.h"
+#include "drafting_host/step/step_reader.h"
+
+namespace brenvik {
+namespace {
+
+/// Part data holds a text of limited length; a longer name is cut between two characters.
+std::string Fitting(std::string_view text) {
+    std::size_t length = 0;
+    while (length < text.size()) {
+        const std::size_t next = length + Utf8CharacterAt(text, length).length;
+        if (next > XDataTextLimit) break;
+        length = next;
+    }
+    return std::string(text.substr(0, length));
+}
+
+void SetPartData(std::vector<XDataOfApp>& data, HostDocument& document, std::string_view key,
+                 std::string_view value) {
+    data.push_back({document.RegisterApplication(key), {{1000, Fitting(value)}}});
+}
+
+/// Layer names of other systems may hold what a drawing doesn't take.
+std::string LayerName(std::string_view name) {
+    constexpr std::string_view refused = "<>/\\\":;?*=|`";
+    constexpr std::size_t longest = 255;
+    std::string result = Trim(Left(name, longest));
+    for (char& c : result) {
+        if (refused.find(c) != std::string_view::npos || static_cast<unsigned char>(c) < 0x20) c = '_';
+    }
+    return result.empty() ? "0" : result;
+}
+
+/// The number as the scan of a cut list writes it, so that the first scan finds nothing changed.
+std::string ExtentText(double extent) { return NumberToText(RoundHalfEven(extent, 5)); }
+
+void AddPart(HostDocument& document, const step::StepSolid& part, const ReadOptions& options) {
+    HostSolid& solid = document.Model().AddSolid(part.shape);
+    LayerData layer;
+    layer.name = LayerName(part.layer);
+    EntityLook look;
+    look.layer = &document.LayerTable().Put(std::move(layer));
+    if (part.color) look.color = NearestColorIndex({part.color->red, part.color->green, part.color->blue});
+    solid.SetLook(std::move(look));
+    std::vector<XDataOfApp> data;
+    if (!part.name.empty()) SetPartData(data, document, "PARTNAME", part.name);
+    if (!part.assembly.empty()) SetPartData(data, document, "SUBASSEMBLY", part.assembly);
+    const solids::Extents& extents = solid.Measures();
+    if (!options.letters.empty() && extents.status > 0) {
+        SetPartData(data, document, "ORIE", options.letters);
+        SetPartData(data, document, "OLDVALUE1", ExtentText(extents.d1));
+        SetPartData(data, document, "OLDVALUE2", ExtentText(extents.d2));
+        SetPartData(data, document, "OLDVALUE3", ExtentText(extents.d3));
+    }
+    solid.SetExtendedData(std::move(data));
+}
+
+std::string PartText(const HostEntity& entity, std::string_view key) {
+    std::vector<std::int16_t> types;
+    std::vector<XDataValue> values;
+    entity.GetXData(key, types, values);
+    if (values.size() < 2) return {};
+    const std::string* text = std::get_if<std::string>(&values[1]);
+    return text == nullptr ? std::string() : *text;
+}
+
+std::optional<step::Rgb> ColorOf(const HostEntity& entity) {
+    const int index = entity.Look().color;
+    if (index < 1 || index > 255) return std::nullopt;
+    const ScreenColor color = ColorOfIndex(index);
+    return step::Rgb{color.red, color.green, color.blue};
+}
+
+/// Solids of model space; what a file of solids can't hold is told.
+std::vector<const HostSolid*> SolidsOf(const HostDocument& document, std::string_view form,
+                                       std::vector<std::string>& problems) {
+    std::vector<const HostSolid*> solids;
+    for (const HostEntity* entity : document.AllBlocks().front()->Entities()) {
+        if (const auto* solid = dynamic_cast<const HostSolid*>(entity)) {
+            solids.push_back(solid);
+        } else {
+            problems.push_back(std::string(entity->ObjectName()) + " " +
+                               HandleToText(entity->HandleNumber()) + ": " + std::string(form) +
+                               " holds solids only");
+        }
+    }
+    return solids;
+}
+
+}  // namespace
+
+void ImportStep(HostDocument& document, const std::filesystem::path& path, const ReadOptions& options) {
+    const step::StepDocument read = step::ReadStep(path);
+    constexpr int millimetres = 4, metric = 1;
+    document.Tables().insertUnits = millimetres;
+    document.Tables().measurement = metric;
+    for (const step::StepSolid& part : read.solids) AddPart(document, part, options);
+    for (const std::string& note : read.notes) document.Tables().notes.push_back({0, note, true});
+}
+
+void ImportAcis(HostDocument& document, std::string_view content, const std::filesystem::path& path,
+                const ReadOptions& options) {
+    const acis::ReadResult read = acis::ReadText(content);
+    if (read.bodies.empty()) {
+        if (read.problems.empty()) {
+            throw host_failure::InvalidFile(path.string(), 0, "ACIS text with a body", "none");
+        }
+        const acis::Problem& first = read.problems.front();
+        const std::string place = first.record < 0 ? "" : "record " + std::to_string(first.record) + ": ";
+        throw host_failure::InvalidFile(path.string(), first.line, "an ACIS body that can be read",
+                                        place + first.text);
+    }
+    const std::string stem = path.stem().string();
+    int number = 0;
+    for (const TopoDS_Shape& body : read.bodies) {
+        ++number;
+        step::StepSolid part;
+        part.shape = body;
+        part.name = read.bodies.size() == 1 ? stem : stem + " " + std::to_string(number);
+        AddPart(document, part, options);
+    }
+    for (const acis::Problem& problem : read.problems) {
+        const std::string place = problem.record < 0 ? "" : "record " + std::to_string(problem.record) + ": ";
+        document.Tables().notes.push_back({problem.line, place + problem.text, true});
+    }
+}
+
+std::vector<step::StepSolid> StepSolidsOf(const HostDocument& document, std::vector<std::string>& problems) {
+    std::vector<step::StepSolid> parts;
+    for (const HostSolid* solid : SolidsOf(document, "STEP", problems)) {
+        step::StepSolid part;
+        part.shape = solid->Shape();
+        part.name = PartText(*solid, "PARTNAME");
+        part.assembly = PartText(*solid, "SUBASSEMBLY");
+        part.layer = solid->LayerObject().Values().name;
+        part.color = ColorOf(*solid);
+        parts.push_back(std::move(part));
+    }
+    return parts;
+}
+
+std::vector<std::string> AcisLinesOf(const HostDocument& document, std::vector<std::string>& problems) {
+    const BRep_Builder builder;
+    TopoDS_Compound all;
+    builder.MakeCompound(all);
+    bool any = false;
+    for (const HostSolid* solid : SolidsOf(document, "ACIS text", problems)) {
+        try {
+            acis::WriteText(solid->Shape());
+        } catch (const acis::WriteFailure& failure) {
+            problems.push_back("AcDb3dSolid " + HandleToText(solid->HandleNumber()) + ": " + failure.what());
+            continue;
+        }
+        builder.Add(all, solid->Shape());
+        any = true;
+    }
+    if (!any) throw host_failure::NotPossible("there is no solid that ACIS text can hold");
+    return acis::WriteText(all);
+}
+
+}  // namespace brenvik

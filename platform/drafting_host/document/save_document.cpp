@@ -1,0 +1,59 @@
+// Saving by the object model: under the drawing's name, under another, and a part of it.
+#include "base/letter_case.h"
+#include "drafting_host/document/host_application.h"
+#include "drafting_host/document/host_failure.h"
+
+namespace brenvik {
+namespace {
+
+/// A name without an extension gets the one of the kind.
+std::string WithExtension(std::string_view fileName, SaveAsKind kind) {
+    const std::size_t slash = fileName.find_last_of("/\\");
+    const std::size_t name = slash == std::string_view::npos ? 0 : slash + 1;
+    if (name >= fileName.size()) throw BadFileName(std::string(fileName));
+    if (fileName.find('.', name) != std::string_view::npos) return std::string(fileName);
+    return std::string(fileName) + (kind == SaveAsKind::Dxf2000 ? ".dxf" : ".dwg");
+}
+
+void KeepProblems(HostDocument& document, const std::vector<std::string>& problems) {
+    for (const std::string& problem : problems) document.Tables().notes.push_back({0, problem, true});
+}
+
+}  // namespace
+
+void HostDocument::Save() {
+    RequireOpen();
+    if (mFullName.empty()) throw host_failure::NotPossible("the drawing has no name yet");
+    const std::filesystem::path path = mApplication.Resolve(mFullName);
+    KeepProblems(*this, SaveDrawing(*this, path));
+}
+
+void HostDocument::SaveAs(std::string_view fileName, SaveAsKind kind) {
+    RequireOpen();
+    if (kind != SaveAsKind::Native && kind != SaveAsKind::Dxf2000) {
+        throw host_failure::InvalidArgument("a file type of " + std::to_string(static_cast<int>(kind)));
+    }
+    const std::string name = WithExtension(fileName, kind);
+    // Both file types are DXF text here, whatever the name ends in.
+    std::vector<std::string> problems;
+    WriteDxfFile(ToData(problems), mApplication.Resolve(name));
+    KeepProblems(*this, problems);
+    mFullName = name;
+}
+
+void HostDocument::Wblock(std::string_view fileName, AcadSelectionSet& set) {
+    RequireOpen();
+    const auto* own = dynamic_cast<const HostSelectionSet*>(&set);
+    if (own == nullptr) throw ObjectNotSet("a selection set of the drafting host is expected");
+    const std::span<HostEntity* const> members = own->Members();
+    if (members.empty()) throw host_failure::NotPossible("the selection set " + set.Name() + " is empty");
+    if (&members.front()->Document() != this) {
+        throw host_failure::InvalidArgument("a selection set of another drawing");
+    }
+    std::vector<std::string> problems;
+    const DrawingData data = ToData(members, UcsToWorld().Inverse(), problems);
+    WriteDxfFile(data, mApplication.Resolve(WithExtension(fileName, SaveAsKind::Native)));
+    KeepProblems(*this, problems);
+}
+
+}  // namespace brenvik
