@@ -50,7 +50,6 @@ class Walk {
             throw InvalidDxf(mFileName, mGroups.Line(), "a section (0 SECTION) of a DXF drawing",
                              mHasEnded ? "the end of the file" : "other text");
         }
-        mEntities.EndOpenPolyline(mGroups.Line());
         if (!mHasEnded) NoteCut();
         mEntities.NotePassedOver();
         mObjects.Finish();
@@ -62,7 +61,10 @@ class Walk {
     void NoteCut() {
         const CutOff& cut = mGroups.Cut();
         std::string text = "the file breaks off: expected " + cut.expected + " or the end mark EOF";
-        if (!mCutRecord.empty()) text += "; " + mCutRecord + " is left out";
+        // A polyline less its last vertices would be another shape.
+        const std::string polyline = mEntities.DropOpenPolyline();
+        const std::string& dropped = polyline.empty() ? mCutRecord : polyline;
+        if (!dropped.empty()) text += "; " + dropped + " is left out";
         mReading.Note(cut.line, text);
     }
 
@@ -74,6 +76,7 @@ class Walk {
         }
         if (record.name == "EOF") {
             if (mSection != Section::None) mReading.Note(record.line, "ENDSEC was expected before EOF");
+            mEntities.EndOpenPolyline(record.line);
             mHasEnded = true;
             return;
         }

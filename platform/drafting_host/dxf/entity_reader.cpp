@@ -17,7 +17,7 @@ constexpr auto annotationKinds = std::to_array<std::string_view>(
      "PDFUNDERLAY", "RAY",           "SHAPE",       "SUN",       "TOLERANCE",
      "WIPEOUT",     "XLINE"});
 
-void TakeCommon(const Reading& reading, EntityData& entity, const Group& group) {
+void TakeCommon(Reading& reading, EntityData& entity, const Group& group) {
     switch (group.code) {
         case 5:
             entity.handle = HandleOf(group);
@@ -26,7 +26,7 @@ void TakeCommon(const Reading& reading, EntityData& entity, const Group& group) 
             entity.linetype = reading.Text(group);
             break;
         case 8:
-            entity.layer = reading.Text(group);
+            entity.layer = LayerNameOf(reading, group);
             break;
         case 48:
             entity.linetypeScale = RealOf(group);
@@ -47,7 +47,7 @@ void TakeCommon(const Reading& reading, EntityData& entity, const Group& group) 
     }
 }
 
-EntityData CommonOf(const Reading& reading, Groups groups) {
+EntityData CommonOf(Reading& reading, Groups groups) {
     EntityData entity;
     for (const Group& group : groups) TakeCommon(reading, entity, group);
     if (entity.layer.empty()) entity.layer = "0";
@@ -127,6 +127,13 @@ void EntityReader::EndOpenPolyline(std::size_t line) {
         }
     }
     mPolyline.reset();
+}
+
+std::string EntityReader::DropOpenPolyline() {
+    if (!mPolyline) return {};
+    const std::string dropped = "the POLYLINE of line " + std::to_string(mPolyline->line);
+    mPolyline.reset();
+    return dropped;
 }
 
 // True when the record belongs to the polyline that stands open.

@@ -21,6 +21,8 @@ class EntityReader {
     void Take(Record& record, std::optional<std::size_t> block);
     /// Ends a polyline that lacks its end; called where a block or a section ends.
     void EndOpenPolyline(std::size_t line);
+    /// Leaves out a polyline in which the file broke off; the text names it, or is empty.
+    std::string DropOpenPolyline();
     /// Tells the kinds that were passed over.
     void NotePassedOver();
 

@@ -59,6 +59,17 @@ std::string TextWithDigits(Real value, int digits) {
     return text;
 }
 
+// A text at the full length of a long number. Zeros at its end are put back when it would be too short to
+// be taken for one.
+std::string LongText(LongReal value) {
+    std::string text = TextWithDigits(value, std::numeric_limits<LongReal>::max_digits10);
+    if (HasMoreDigitsThanDouble(text)) return text;
+    std::size_t end = std::min(text.find('e'), text.size());
+    if (text.find('.') == std::string::npos) text.insert(end++, 1, '.');
+    text.insert(end, digitsOfDouble, '0');
+    return text;
+}
+
 PlanePoint Cross(const PlanePoint& a, const PlanePoint& b) {
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
@@ -70,14 +81,39 @@ PlanePoint Unit(const PlanePoint& a) {
 
 LongReal Dot(const PlanePoint& a, const PlanePoint& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 
-// What is left where a coordinate should vanish lies far below the last digit of the others.
-LongReal WithoutRest(LongReal value, LongReal largest) {
-    constexpr LongReal restPerUnit = 2e-18L;
-    return std::abs(value) <= restPerUnit * largest ? 0 : value;
+// The digits of a coordinate that lie far below the last digit of the largest one are noise of the turn.
+// They are cut off, which makes a zero a zero and gives the same point each time a file is read.
+LongReal WithoutNoise(LongReal value, LongReal largest) {
+    if (largest == 0) return 0;
+    constexpr int digitsKept = 56;  // three more than a double of the largest coordinate has
+    const LongReal grid = std::ldexp(LongReal{1}, std::ilogb(largest) - digitsKept);
+    return std::nearbyint(value / grid) * grid;
 }
+
+bool IsAlongOneAxis(const PlanePoint& a) { return (a.x != 0) + (a.y != 0) + (a.z != 0) == 1; }
 
 LongReal Largest(LongReal x, LongReal y, LongReal z) {
     return std::max({std::abs(x), std::abs(y), std::abs(z)});
+}
+
+std::string LongRealText(LongReal value) {
+    const auto asDouble = static_cast<double>(value);
+    return value == asDouble ? RealText(asDouble) : LongText(value);
+}
+
+// The short texts when they give the point, else the long ones.
+PlanePointTexts TextsOf(const EntityPlane& plane, const Point3& worldPoint) {
+    const PlanePoint exact = plane.FromWorld(worldPoint);
+    const Point3 rounded{static_cast<double>(exact.x), static_cast<double>(exact.y),
+                         static_cast<double>(exact.z)};
+    if (plane.ToWorld({rounded.x, rounded.y, rounded.z}) == worldPoint)
+        return {RealText(rounded.x), RealText(rounded.y), RealText(rounded.z)};
+    return {LongRealText(exact.x), LongRealText(exact.y), LongRealText(exact.z)};
+}
+
+Point3 PointOf(const EntityPlane& plane, const PlanePointTexts& texts) {
+    const auto number = [](const std::string& text) { return ParseLongReal(text).value_or(0); };
+    return plane.ToWorld({number(texts.x), number(texts.y), number(texts.z)});
 }
 
 }  // namespace
@@ -104,8 +140,7 @@ std::string DegreesText(double radians) {
         const std::string text = TextWithDigits(static_cast<double>(degrees), digits);
         if (isRight(text)) return text;
     }
-    constexpr int digitsOfLongReal = std::numeric_limits<LongReal>::max_digits10;
-    return TextWithDigits(degrees, digitsOfLongReal);
+    return LongText(degrees);
 }
 
 EntityPlane::EntityPlane(const Point3& normal) {
@@ -117,6 +152,7 @@ EntityPlane::EntityPlane(const Point3& normal) {
     const bool vertical = std::abs(mZ.x) < nearVertical && std::abs(mZ.y) < nearVertical;
     mX = Unit(Cross(vertical ? PlanePoint{0, 1, 0} : PlanePoint{0, 0, 1}, mZ));
     mY = Unit(Cross(mZ, mX));
+    mIsSquare = IsAlongOneAxis(mX) && IsAlongOneAxis(mY) && IsAlongOneAxis(mZ);
 }
 
 Point3 EntityPlane::ToWorld(const PlanePoint& point) const {
@@ -124,7 +160,9 @@ Point3 EntityPlane::ToWorld(const PlanePoint& point) const {
         return {static_cast<double>(point.x), static_cast<double>(point.y), static_cast<double>(point.z)};
     const LongReal largest = Largest(point.x, point.y, point.z);
     const auto sum = [&](LongReal x, LongReal y, LongReal z) {
-        return static_cast<double>(WithoutRest(point.x * x + point.y * y + point.z * z, largest));
+        const LongReal turned = point.x * x + point.y * y + point.z * z;
+        // In a square plane nothing is but swapped and negated.
+        return static_cast<double>(mIsSquare ? turned : WithoutNoise(turned, largest));
     };
     return {sum(mX.x, mY.x, mZ.x), sum(mX.y, mY.y, mZ.y), sum(mX.z, mY.z, mZ.z)};
 }
@@ -132,24 +170,22 @@ Point3 EntityPlane::ToWorld(const PlanePoint& point) const {
 PlanePoint EntityPlane::FromWorld(const Point3& point) const {
     const PlanePoint world{point.x, point.y, point.z};
     if (mIsWorld) return world;
-    const LongReal largest = Largest(world.x, world.y, world.z);
-    return {WithoutRest(Dot(world, mX), largest), WithoutRest(Dot(world, mY), largest),
-            WithoutRest(Dot(world, mZ), largest)};
+    return {Dot(world, mX), Dot(world, mY), Dot(world, mZ)};
 }
 
 PlanePointTexts PlanePointText(const EntityPlane& plane, const Point3& worldPoint) {
-    const PlanePoint exact = plane.FromWorld(worldPoint);
-    const PlanePoint rounded{static_cast<double>(exact.x), static_cast<double>(exact.y),
-                             static_cast<double>(exact.z)};
-    const auto shortText = [](LongReal value) { return RealText(static_cast<double>(value)); };
-    if (plane.ToWorld(rounded) == worldPoint)
-        return {shortText(exact.x), shortText(exact.y), shortText(exact.z)};
-    const auto longText = [&](LongReal value) {
-        const auto asDouble = static_cast<double>(value);
-        return value == asDouble ? shortText(value)
-                                 : TextWithDigits(value, std::numeric_limits<LongReal>::max_digits10);
-    };
-    return {longText(exact.x), longText(exact.y), longText(exact.z)};
+    // A coordinate far smaller than the others can miss its last bit; then the text of the point that is
+    // read back is taken, until text and point belong to each other.
+    constexpr int mostSteps = 8;
+    Point3 point = worldPoint;
+    PlanePointTexts texts;
+    for (int step = 0; step < mostSteps; ++step) {
+        texts = TextsOf(plane, point);
+        const Point3 back = PointOf(plane, texts);
+        if (back == point) break;
+        point = back;
+    }
+    return texts;
 }
 
 }  // namespace brenvik

@@ -1,6 +1,6 @@
 // Numbers on their way between a file and memory where the file measures otherwise: degrees for radians,
-// an entity's own plane for the world. What is written reads back as the very same double, so a drawing
-// doesn't creep when it is saved again and again; where 17 digits can't do that, more are written.
+// an entity's own plane for the world. What is written reads back as it was, so a drawing doesn't creep
+// when it is saved again and again; where 17 digits can't do that, more are written.
 #pragma once
 
 #include <optional>
@@ -41,11 +41,13 @@ class EntityPlane {
     PlanePoint FromWorld(const Point3& point) const;
 
   private:
-    bool mIsWorld = false;
+    bool mIsWorld = false, mIsSquare = false;
     PlanePoint mX, mY, mZ;
 };
 
-/// The texts of a world point's coordinates in a plane, which read back as the same point.
+/// The texts of a world point's coordinates in a plane. They read back as the same point: to the last
+/// bit in planes square to the world, else up to a few last bits of the largest coordinate's. What they
+/// read back as has the same texts again.
 struct PlanePointTexts {
     std::string x, y, z;
 };

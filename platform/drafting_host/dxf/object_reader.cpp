@@ -86,8 +86,11 @@ void ObjectReader::NameGroups() {
     if (const Entries* const entries = RootDictionary("ACAD_GROUP")) {
         for (const auto& [name, handle] : *entries) names.emplace(handle, name);
     }
+    // A name that stands twice in the dictionary belongs to its first group.
     std::set<std::string, LessIgnoreCase> taken;
-    for (const auto& [handle, name] : names) taken.insert(name);
+    std::erase_if(names, [&taken](const auto& entry) {
+        return entry.second.empty() || !taken.insert(entry.second).second;
+    });
     int number = 0;
     for (GroupData& group : mGroups) {
         const auto name = names.find(group.handle);

@@ -87,7 +87,7 @@ void TakeVariable(Reading& reading, std::string_view name, Groups groups) {
     if (name == "$HANDSEED") {
         data.handleSeed = std::max<HandleValue>(HandleOf(first), 1);
     } else if (name == "$CLAYER") {
-        data.currentLayer = reading.Text(first);
+        data.currentLayer = LayerNameOf(reading, first);
     } else if (name == "$INSUNITS") {
         data.insertUnits = IntegerOf(first);
     } else if (name == "$MEASUREMENT") {

@@ -117,6 +117,11 @@ std::string NameOf(const Reading& reading, Groups groups) {
     return group == nullptr ? std::string() : reading.Text(*group);
 }
 
+std::string LayerEntryName(Reading& reading, Groups groups) {
+    const Group* const group = FindGroup(groups, 2);
+    return group == nullptr ? std::string() : LayerNameOf(reading, *group);
+}
+
 HandleValue HandleIn(Groups groups, int code) {
     const Group* const group = FindGroup(groups, code);
     return group == nullptr ? 0 : HandleOf(*group);
@@ -147,7 +152,8 @@ void ReadEntry(Reading& reading, std::string_view kind, Groups groups, std::size
     DrawingData& data = reading.data;
     const auto name = [&] { return NameOf(reading, groups); };
     if (kind == "LAYER") {
-        TakeEntry(NewEntry(reading, data.layers, reading.layerPlaces, name(), line), groups,
+        TakeEntry(NewEntry(reading, data.layers, reading.layerPlaces, LayerEntryName(reading, groups), line),
+                  groups,
                   [&](LayerData& layer, const Group& group) { TakeLayerGroup(reading, layer, group); });
     } else if (kind == "LTYPE") {
         TakeEntry(
@@ -162,7 +168,10 @@ void ReadEntry(Reading& reading, std::string_view kind, Groups groups, std::size
         UcsData ucs;
         ucs.name = name();
         TakeEntry(&ucs, groups, TakeUcsGroup);
-        if (!ucs.name.empty()) data.namedUcs.push_back(std::move(ucs));
+        if (ucs.name.empty() || !reading.ucsNames.insert(ucs.name).second)
+            throw EntityRefused{
+                line, "a name of its own was expected for the coordinate system " + ShownName(ucs.name)};
+        data.namedUcs.push_back(std::move(ucs));
     } else if (kind == "APPID") {
         ReadApplication(reading, groups);
     } else if (kind == "BLOCK_RECORD") {
@@ -191,7 +200,7 @@ void ReadTableEntry(Reading& reading, const Record& record) {
         ReadEntry(reading, record.name, record.groups, record.line);
     } catch (const EntityRefused& refused) {
         reading.Note(refused.line, "table entry " + std::string(ShownName(record.name)) +
-                                       " taken over in part: " + refused.reason);
+                                       " taken over in part or not: " + refused.reason);
     }
 }
 

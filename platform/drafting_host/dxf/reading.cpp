@@ -6,6 +6,8 @@
 #include <cmath>
 #include <limits>
 
+#include "base/text.h"
+
 namespace brenvik {
 namespace {
 
@@ -22,6 +24,21 @@ std::string ShownName(std::string_view name) {
     std::string shown = "\"";
     for (const char c : name.substr(0, longest)) shown += static_cast<unsigned char>(c) < ' ' ? '?' : c;
     return shown + (name.size() > longest ? "...\"" : "\"");
+}
+
+std::string LayerNameOf(Reading& reading, const Group& group) {
+    constexpr std::size_t longestName = 255;
+    std::string name = reading.Text(group);
+    if (name.empty() || IsAllowedLayerName(name)) return name;
+    std::string allowed = Left(name, longestName);
+    for (char& c : allowed) {
+        if (!IsAllowedLayerName(std::string_view(&c, 1)) && static_cast<unsigned char>(c) < 0x80) c = '_';
+    }
+    if (reading.changedLayerNames.insert(name).second)
+        reading.Note(group.line, "layer " + ShownName(name) + " is called " + ShownName(allowed) +
+                                     ": a name without any of " + std::string(forbiddenInNames) +
+                                     " was expected");
+    return allowed;
 }
 
 double RealOf(const Group& group) {

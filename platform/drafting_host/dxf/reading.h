@@ -39,7 +39,7 @@ struct Reading {
     bool isBinaryBodies = false;  ///< Release 2013 on, where bodies have left the text.
     /// Places in the drawing's vectors, by name without regard to case.
     std::map<std::string, std::size_t, LessIgnoreCase> layerPlaces, linetypePlaces, stylePlaces, blockPlaces;
-    std::set<std::string, LessIgnoreCase> applicationNames;
+    std::set<std::string, LessIgnoreCase> applicationNames, ucsNames, changedLayerNames;
     std::map<HandleValue, std::string> blockOfRecord;
     std::map<std::string, HandleValue, LessIgnoreCase> recordOfBlock;
     std::map<std::string, std::string, LessIgnoreCase> layoutOfBlock;
@@ -49,6 +49,9 @@ struct Reading {
     }
     std::string Text(const Group& group) const { return decoder.Decode(group.value); }
 };
+
+/// A layer's name; one that release 2000 refuses is changed, so that the drawing can be saved, and told.
+std::string LayerNameOf(Reading& reading, const Group& group);
 
 /// A group's value as a finite number, a whole number, a handle. The first two throw EntityRefused; the
 /// last gives 0 for what is no handle.

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "drafting_host/dxf/dxf_text.h"
+
 namespace brenvik {
 namespace {
 
@@ -20,6 +22,14 @@ Entry* AddMissing(std::vector<Entry>& entries, std::string_view name) {
 
 bool IsSpace(std::string_view blockName) {
     return EqualsIgnoreCase(blockName, modelSpaceName) || StartsWithIgnoreCase(blockName, paperSpaceName);
+}
+
+bool IsAllowedLayerName(std::string_view name) {
+    constexpr std::size_t longestName = 255;
+    if (name.empty() || TextUnits(name) > longestName) return false;
+    return std::none_of(name.begin(), name.end(), [](char c) {
+        return static_cast<unsigned char>(c) < ' ' || forbiddenInNames.find(c) != std::string_view::npos;
+    });
 }
 
 void AddStandardEntries(DrawingData& data) {

@@ -20,6 +20,11 @@ inline constexpr HandleValue highestHandle = 0x7FFF'FFFF'FFFF'FFFF;
 /// Whether the block is model space, paper space or a further layout's space.
 bool IsSpace(std::string_view blockName);
 
+/// The characters that release 2000 refuses in names.
+inline constexpr std::string_view forbiddenInNames = "<>/\\\":;?*=|`";
+/// Whether a layer may have the name: 1 to 255 characters, none of them forbidden or a control character.
+bool IsAllowedLayerName(std::string_view name);
+
 /// Adds what is missing of: layer "0", the linetypes "ByBlock", "ByLayer" and "Continuous", the text style
 /// "Standard", the application "ACAD", the variable $TILEMODE.
 void AddStandardEntries(DrawingData& data);

@@ -6,21 +6,10 @@
 
 #include "base/failure.h"
 #include "base/letter_case.h"
-#include "drafting_host/dxf/dxf_text.h"
 #include "drafting_host/dxf/standard_entries.h"
 
 namespace brenvik {
 namespace {
-
-constexpr std::string_view forbiddenInNames = "<>/\\\":;?*=|`";
-constexpr std::size_t longestName = 255;
-
-bool IsAllowedName(const std::string& name) {
-    if (name.empty() || TextUnits(name) > longestName) return false;
-    return std::none_of(name.begin(), name.end(), [](char c) {
-        return static_cast<unsigned char>(c) < ' ' || forbiddenInNames.find(c) != std::string_view::npos;
-    });
-}
 
 template <typename Entry>
 void RequireDifferentNames(const std::vector<Entry>& entries, const std::string& what) {
@@ -155,7 +144,7 @@ void WritePlan::PlanTables() {
     RequireDifferentNames(mTables.namedUcs, "coordinate system");
     RequireDifferentNames(mTables.groups, "group");
     for (LayerData& layer : mTables.layers) {
-        if (!IsAllowedName(layer.name))
+        if (!IsAllowedLayerName(layer.name))
             throw InvalidCall("layer name \"" + layer.name +
                               "\": expected 1 to 255 characters without any of " +
                               std::string(forbiddenInNames));
