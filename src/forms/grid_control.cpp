@@ -145,7 +145,7 @@ void GridControl::SaveUserEdit() {
     const std::optional<Failure> failure = Attempt([this] { SaveChanges(); });
     if (!failure) return;
     edited.clear();
-    if (!onSaveFailed) throw *failure;
+    if (!onSaveFailed) throw Failure(*failure);
     onSaveFailed(*failure);
 }
 

@@ -28,7 +28,10 @@ void BeginCall(AcadApplication& app) {
 namespace commands {
 
 void Show(AcadApplication& app) {
-    ThePlatform().dialogs->ShowModal(GridFormInstance());
+    frmMain& form = GridFormInstance();
+    // An automatic update that could not be applied leaves the form loaded, with a list of its own.
+    form.Unload();
+    ThePlatform().dialogs->ShowModal(form);
     RunChosenTarget(app);
 }
 

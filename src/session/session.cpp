@@ -70,7 +70,7 @@ void AtUnload(std::function<void()> reset) { Resets().push_back(std::move(reset)
 
 void ResetModules() {
     const std::vector<std::function<void()>>& resets = Resets();
-    for (auto reset = resets.rbegin(); reset != resets.rend(); ++reset) (*reset)();
+    for (std::size_t left = resets.size(); left > 0; --left) resets[left - 1]();
 }
 
 }  // namespace brenvik

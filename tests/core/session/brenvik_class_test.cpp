@@ -183,6 +183,16 @@ TEST_F(ShowRoad, StartsFromAFreshDatabaseEachTime) {
     EXPECT_TRUE(system.database.databases.at("c:\\brenvik\\_db\\bv04.mdb").empty());
 }
 
+TEST_F(ShowRoad, LoadsAFormAnewThatWasLoadedUnseen) {
+    brenvik.Show(system.app);
+    GridFormInstance().Form_Load();
+    system.AddSolid("A", 18, 600, 400);
+    int rows = 0;
+    system.dialogs.onModal = [&](Form& form) { rows = form.Get<GridControl>("fpSpread1").MaxRows(); };
+    brenvik.Show(system.app);
+    EXPECT_EQ(rows, 1);
+}
+
 TEST_F(ShowRoad, OpensTheSettingsAsAModalDialog) {
     for (const SettingEntry& entry : SettingTable())
         if (entry.kind == SettingKind::Switch && !entry.control.empty()) system.settings.Set(entry.name, "0");
