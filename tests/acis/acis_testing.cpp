@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <fstream>
 #include <sstream>
+#include <stdexcept>
 #include <tuple>
 
 namespace brenvik::acis::testing {
@@ -61,6 +62,18 @@ std::string Joined(const std::vector<std::string>& lines) {
     std::string text;
     for (const std::string& line : lines) text += line + "\n";
     return text;
+}
+
+std::string Placed(const TopoDS_Shape& shape, const std::string& transform) {
+    std::vector<std::string> lines = WriteText(shape);
+    const std::size_t record = lines.size() - 4;
+    const std::string none = "$1 $-1 $-1 #";
+    const std::size_t place = lines[3].find(none);
+    if (place == std::string::npos) throw std::logic_error("the body record is not the first");
+    lines[3].replace(place, none.size(), "$1 $-1 $" + std::to_string(record) + " #");
+    lines[0] = "400 " + std::to_string(record + 1) + " 1 0";
+    lines.insert(lines.end() - 1, "transform $-1 " + transform + " #");
+    return Joined(lines);
 }
 
 double Volume(const TopoDS_Shape& shape) {

@@ -21,6 +21,9 @@ std::vector<std::string> TextsInDrawing(const std::string& drawing);
 
 std::string Joined(const std::vector<std::string>& lines);
 
+/// The text of a shape with a transform record of the given fields on its body.
+std::string Placed(const TopoDS_Shape& shape, const std::string& transform);
+
 double Volume(const TopoDS_Shape& shape);
 double Area(const TopoDS_Shape& shape);
 int Count(const TopoDS_Shape& shape, TopAbs_ShapeEnum kind);

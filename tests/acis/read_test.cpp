@@ -110,15 +110,6 @@ TEST(ReadText, PutsTheBoreWhereItIs) {
     EXPECT_EQ(bores, 1);
 }
 
-std::string Placed(const TopoDS_Shape& shape, const std::string& transform) {
-    std::vector<std::string> lines = WriteText(shape);
-    const std::size_t record = lines.size() - 4;
-    lines[3] = Replaced(lines[3], "$1 $-1 $-1 #", "$1 $-1 $" + std::to_string(record) + " #");
-    lines[0] = "400 " + std::to_string(record + 1) + " 1 0";
-    lines.insert(lines.end() - 1, "transform $-1 " + transform + " #");
-    return Joined(lines);
-}
-
 TEST(ReadText, AppliesScaleOfTheTransformButNotOfTheHead) {
     std::string text = Placed(DrilledPanel(), "1 0 0 0 1 0 0 0 1 7 0 0 2.5 no_rotate no_reflect no_shear");
     text = Replaced(text, "\n1 9.99", "\n25.4 9.99");

@@ -7,6 +7,7 @@
 #include <BRepAlgoAPI_Fuse.hxx>
 #include <BRepBuilderAPI_MakeEdge.hxx>
 #include <BRepBuilderAPI_MakeFace.hxx>
+#include <BRepBuilderAPI_MakePolygon.hxx>
 #include <BRepBuilderAPI_MakeWire.hxx>
 #include <BRepBuilderAPI_Transform.hxx>
 #include <BRepFilletAPI_MakeFillet.hxx>
@@ -171,6 +172,45 @@ TopoDS_Shape RevolvedFoot() {
     return BRepPrimAPI_MakeRevol(face, gp_Ax1(gp_Pnt(0, 0, 0), gp_Dir(0, 0, 1))).Shape();
 }
 
+// A pocket cut with a ball nose: corners and floor are rounded.
+TopoDS_Shape BallNosePocket() {
+    const TopoDS_Shape solid = BRepPrimAPI_MakeBox(gp_Pnt(50, 50, 8), gp_Pnt(250, 150, 40)).Shape();
+    return BRepAlgoAPI_Cut(Panel(), AllEdgesRounded(solid, 5)).Shape();
+}
+
+TopoDS_Shape RingGroove() {
+    return BRepAlgoAPI_Cut(Panel(), BRepPrimAPI_MakeTorus(At(200, 200, 18), 60, 5).Shape()).Shape();
+}
+
+TopoDS_Shape RoundNosedRing() {
+    return BRepAlgoAPI_Common(Panel(), BRepPrimAPI_MakeTorus(At(200, 200, 9), 60, 5).Shape()).Shape();
+}
+
+TopoDS_Shape Countersunk() {
+    const TopoDS_Shape sink = BRepPrimAPI_MakeCone(At(100, 100, 14), 4, 8, 4).Shape();
+    return BRepAlgoAPI_Cut(Drilled(Panel(), At(100, 100, -1), 4, 30), sink).Shape();
+}
+
+TopoDS_Shape BoreThroughAnEdge() { return Drilled(Panel(), At(2, 2, -1), 6, 30); }
+
+TopoDS_Shape HalfCone() {
+    const TopoDS_Shape cone = BRepPrimAPI_MakeCone(At(0, 0, 0), 30, 0, 50).Shape();
+    return BRepAlgoAPI_Common(cone, BRepPrimAPI_MakeBox(gp_Pnt(-50, 0, -1), gp_Pnt(50, 50, 60)).Shape())
+        .Shape();
+}
+
+TopoDS_Shape ConeOverItsApex() {
+    // The modeller lets the surface of a cone run on beyond its apex.
+    return BRepPrimAPI_MakeRevol(
+               BRepBuilderAPI_MakeFace(
+                   BRepBuilderAPI_MakePolygon(gp_Pnt(0, 0, 0), gp_Pnt(10, 0, 20), gp_Pnt(0, 0, 20), true)
+                       .Wire(),
+                   true)
+                   .Face(),
+               gp_Ax1(gp_Pnt(0, 0, 0), gp_Dir(0, 0, 1)))
+        .Shape();
+}
+
 struct ShapeCase {
     const char* name;
     std::function<TopoDS_Shape()> make;
@@ -202,6 +242,15 @@ TEST_P(RoundTrip, KeepsTheShapeMovedByALocation) {
     ExpectRoundTrip(GetParam().make().Moved(TopLoc_Location(move)), GetParam().volume);
 }
 
+TEST_P(RoundTrip, KeepsTheVolumeUnderReflectionRotationAndScale) {
+    const TopoDS_Shape shape = GetParam().make();
+    // Half a unit in size, turned by 0.6 and 0.8, seen in a mirror.
+    const TopoDS_Shape placed =
+        ReadOne(Placed(shape, "0.6 0.8 0 0.8 -0.6 0 0 0 1 5 6 7 0.5 rotate reflect no_shear"));
+    const double volume = GetParam().volume.value_or(Volume(shape)) / 8;
+    EXPECT_NEAR(Volume(placed), volume, 1e-9 * volume);
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Shapes, RoundTrip,
     ::testing::Values(
@@ -230,7 +279,10 @@ INSTANTIATE_TEST_SUITE_P(
         ShapeCase{"BallNotch", BallEndedSlot},
         ShapeCase{"BallWithTwoFlats", BallWithTwoFlats, Ball(20) - Cap(20, 8) - Cap(20, 5)},
         ShapeCase{"BallWithSideFlats", BallWithSideFlats, Ball(20) - Cap(20, 5) - Cap(20, 4) - Cap(20, 3)},
-        ShapeCase{"RevolvedFoot", RevolvedFoot}),
+        ShapeCase{"RevolvedFoot", RevolvedFoot}, ShapeCase{"BallNosePocket", BallNosePocket},
+        ShapeCase{"RingGroove", RingGroove}, ShapeCase{"RoundNosedRing", RoundNosedRing},
+        ShapeCase{"Countersunk", Countersunk}, ShapeCase{"BoreThroughAnEdge", BoreThroughAnEdge},
+        ShapeCase{"HalfCone", HalfCone}, ShapeCase{"ConeOverItsApex", ConeOverItsApex}),
     [](const ::testing::TestParamInfo<ShapeCase>& tested) { return std::string(tested.param.name); });
 
 }  // namespace

@@ -189,6 +189,15 @@ gp_XYZ Outside(const SurfaceRecord& surface, const gp_XYZ& point) {
     return reach - level.Normalized() * torus.major;
 }
 
+void PutOnNappe(ConeRecord& cone, const gp_XYZ& point) {
+    const double height = (point - cone.centre).Dot(cone.axis);
+    const double radius = cone.major.Modulus() + height * cone.sine / cone.cosine;
+    if (radius >= 0) return;
+    cone.centre += cone.axis * height;
+    cone.major *= -radius / cone.major.Modulus();
+    cone.sine = -cone.sine;
+}
+
 std::optional<CurveRecord> AnalyticCurve(const Handle(Geom_Curve) & curve) {
     const Handle(Geom_Curve) basis = Untrimmed(curve);
     if (const auto line = Handle(Geom_Line)::DownCast(basis); !line.IsNull()) {

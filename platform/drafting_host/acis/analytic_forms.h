@@ -17,6 +17,10 @@ std::optional<SurfaceRecord> AnalyticSurface(const Handle(Geom_Surface) & surfac
 /// The outside of a record's surface at a point on it; of any length but nothing.
 gp_XYZ Outside(const SurfaceRecord& surface, const gp_XYZ& point);
 
+/// A record's cone is one half of a double cone. Moves its base to where the point is if that lies on the
+/// other half.
+void PutOnNappe(ConeRecord& cone, const gp_XYZ& point);
+
 /// The record of a curve, running the way of its parameter. Empty for other curves.
 std::optional<CurveRecord> AnalyticCurve(const Handle(Geom_Curve) & curve);
 

@@ -4,7 +4,6 @@
 
 #include "drafting_host/acis/acis_text.h"
 
-#include <BRepAdaptor_Surface.hxx>
 #include <BRepTools_WireExplorer.hxx>
 #include <BRep_Tool.hxx>
 #include <TopExp.hxx>
@@ -47,17 +46,24 @@ class Taker {
         for (TopoDS_Iterator part(face); part.More(); part.Next()) {
             if (part.Value().ShapeType() == TopAbs_WIRE) Take(TopoDS::Wire(part.Value()));
         }
-        KeepLoneApexes();
+        KeepLonePoints();
         return std::move(result);
     }
 
   private:
     void Take(const TopoDS_Wire& wire) {
         std::vector<TopoDS_Edge> edges;
-        for (const TopoDS_Edge& edge : Walk(wire, face)) {
+        const std::vector<TopoDS_Edge> walk = Walk(wire, face);
+        // A cut along a seam leaves edges that know both sides of it but bound the face on one only.
+        const auto isSeam = [&](const TopoDS_Edge& edge) {
+            return BRep_Tool::IsClosed(edge, face) &&
+                   std::count_if(walk.begin(), walk.end(),
+                                 [&](const TopoDS_Edge& e) { return e.IsSame(edge); }) == 2;
+        };
+        for (const TopoDS_Edge& edge : walk) {
             if (BRep_Tool::Degenerated(edge)) {
                 spreadPoints.push_back(TopExp::FirstVertex(edge));
-            } else if (!BRep_Tool::IsClosed(edge, face)) {
+            } else if (!isSeam(edge)) {
                 edges.push_back(reversed ? TopoDS::Edge(edge.Reversed()) : edge);
             }
         }
@@ -90,15 +96,14 @@ class Taker {
         }
     }
 
-    void KeepLoneApexes() {
-        if (BRepAdaptor_Surface(face, false).GetType() == GeomAbs_Sphere) return;
+    void KeepLonePoints() {
         for (const TopoDS_Vertex& point : spreadPoints) {
             bool passed = false;
             for (const auto& loop : result.loops) {
                 for (const TopoDS_Edge& edge : loop)
                     passed = passed || TopExp::FirstVertex(edge, true).IsSame(point);
             }
-            if (!passed) result.apexes.push_back(point);
+            if (!passed) result.spreadPoints.push_back(point);
         }
     }
 

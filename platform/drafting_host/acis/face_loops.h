@@ -14,7 +14,7 @@ namespace brenvik::acis {
 /// The loops of a face. Edges are oriented so that the face lies to their left, seen from its outside.
 struct FaceLoops {
     std::vector<std::vector<TopoDS_Edge>> loops;
-    std::vector<TopoDS_Vertex> apexes;  ///< Apexes of cones that no edge of the face ends in.
+    std::vector<TopoDS_Vertex> spreadPoints;  ///< Apexes and poles that no edge of the face ends in.
 };
 
 /// Takes a face's wires apart. Loops on a face that goes all the way round come out one by one. Throws

@@ -41,12 +41,15 @@ double PolygonArea(const LoopChart& loop) { return loop.Area(false); }
 
 bool Encloses(const LoopChart& outer, const gp_Pnt2d& point) {
     bool inside = false;
+    // The last sample of a loop is the first but for rounding, and that gap must not let a ray through.
+    gp_Pnt2d a = outer.pieces.back().End();
     for (const ChartPiece& piece : outer.pieces) {
-        for (std::size_t i = 1; i < piece.samples.size(); ++i) {
-            const gp_Pnt2d& a = piece.samples[i - 1];
-            const gp_Pnt2d& b = piece.samples[i];
-            if ((a.Y() > point.Y()) == (b.Y() > point.Y())) continue;
-            if (point.X() < a.X() + (point.Y() - a.Y()) / (b.Y() - a.Y()) * (b.X() - a.X())) inside = !inside;
+        for (const gp_Pnt2d& b : piece.samples) {
+            if ((a.Y() > point.Y()) != (b.Y() > point.Y()) &&
+                point.X() < a.X() + (point.Y() - a.Y()) / (b.Y() - a.Y()) * (b.X() - a.X())) {
+                inside = !inside;
+            }
+            a = b;
         }
     }
     return inside;

@@ -286,7 +286,8 @@ bool Splitter::ReadRecord() {
 void Splitter::ReadRecords() {
     ++lineNumber;  // from here on the number of the line that is being read
     while (SkipBlanks()) {
-        for (const std::string_view mark : {"End-of-ACIS-data", "End-of-ASM-data", "Begin-of-ACIS-History"}) {
+        for (const std::string_view mark :
+             {"End-of-ACIS-data", "End-of-ASM-data", "Begin-of-ACIS-History", "Begin-of-ASM-History"}) {
             if (text.substr(at, mark.size()) == mark) endMarkSeen = true;
         }
         if (endMarkSeen) return;
@@ -314,15 +315,14 @@ void Splitter::CheckCompleteness() {
 RecordText SplitRecords(std::string_view text) { return Splitter(text).Run(); }
 
 const Field& FieldCursor::Next(std::string_view what, Field::Kind kind) {
+    if (position < record.fields.size() && record.fields[position].kind == kind)
+        return record.fields[position++];
     static constexpr const char* kindNames[] = {"a pointer", "a number", "a word", "a string"};
-    const std::string wanted = std::string(record.name) + ": expected " + kindNames[static_cast<int>(kind)] +
-                               " (" + std::string(what) + ")";
-    if (position >= record.fields.size())
-        throw BadRecord(recordIndex, wanted + ", found the end of the record");
-    const Field& field = record.fields[position];
-    if (field.kind != kind) throw BadRecord(recordIndex, wanted + ", found '" + Shortened(field.text) + "'");
-    ++position;
-    return field;
+    const std::string found = position < record.fields.size()
+                                  ? "'" + Shortened(record.fields[position].text) + "'"
+                                  : "the end of the record";
+    throw BadRecord(recordIndex, Shortened(record.name) + ": expected " + kindNames[static_cast<int>(kind)] +
+                                     " (" + std::string(what) + "), found " + found);
 }
 
 long FieldCursor::Pointer(std::string_view what) { return Next(what, Field::Kind::Pointer).index; }

@@ -62,7 +62,7 @@ class BodyBuilder {
 
     BuiltBody Assemble();
     void MakeShell(ShellWork& shell);
-    TopoDS_Shape MakeLump(LumpWork& lump, BuiltBody& body);
+    TopoDS_Shape MakeLump(LumpWork& lump);
     bool IsClosed(const ShellWork& shell) const;
 
     /// Steps through a chain of records, refusing one that is met twice.
@@ -79,6 +79,7 @@ class BodyBuilder {
     std::vector<FacePlan> plans;
     std::vector<MadeFaces> faces;
     std::vector<LumpWork> lumps;
+    std::vector<Problem> remarks;
 };
 
 void BodyBuilder::Collect() {
@@ -87,6 +88,10 @@ void BodyBuilder::Collect() {
     if (body.lump < 0) {
         throw BadRecord(bodyRecord,
                         body.wire >= 0 ? "a body of wires is not read; expected lumps" : "the body is empty");
+    }
+    if (body.wire >= 0) {
+        remarks.push_back(
+            {model.At(bodyRecord).line, bodyRecord, "wires beside the lumps of a body are left out"});
     }
     for (long lump = body.lump; lump >= 0;) {
         Visit(lump);
@@ -315,7 +320,7 @@ TopoDS_Shape MakeSolid(std::vector<ShellWork> shells) {
     return solid;
 }
 
-TopoDS_Shape BodyBuilder::MakeLump(LumpWork& lump, BuiltBody& body) {
+TopoDS_Shape BodyBuilder::MakeLump(LumpWork& lump) {
     std::vector<ShellWork> closed;
     const BRep_Builder builder;
     TopoDS_Compound loose;
@@ -330,7 +335,7 @@ TopoDS_Shape BodyBuilder::MakeLump(LumpWork& lump, BuiltBody& body) {
         }
         if (!shell.sheet) {
             const Record& record = model.At(shell.record);
-            body.remarks.push_back(
+            remarks.push_back(
                 {record.line, shell.record, "a shell that is not closed; taken as loose faces"});
         }
         for (const std::size_t index : shell.faces) {
@@ -348,26 +353,21 @@ TopoDS_Shape BodyBuilder::MakeLump(LumpWork& lump, BuiltBody& body) {
 }
 
 BuiltBody BodyBuilder::Assemble() {
-    BuiltBody body;
     std::vector<TopoDS_Shape> parts;
     for (LumpWork& lump : lumps) {
-        const TopoDS_Shape shape = MakeLump(lump, body);
+        const TopoDS_Shape shape = MakeLump(lump);
         if (shape.ShapeType() != TopAbs_COMPOUND) {
             parts.push_back(shape);
             continue;
         }
         for (TopoDS_Iterator face(shape); face.More(); face.Next()) parts.push_back(face.Value());
     }
-    if (parts.size() == 1) {
-        body.shape = parts.front();
-        return body;
-    }
+    if (parts.size() == 1) return {parts.front(), std::move(remarks)};
     const BRep_Builder builder;
     TopoDS_Compound compound;
     builder.MakeCompound(compound);
     for (const TopoDS_Shape& part : parts) builder.Add(compound, part);
-    body.shape = compound;
-    return body;
+    return {compound, std::move(remarks)};
 }
 
 }  // namespace

@@ -215,8 +215,9 @@ long Writer::WriteShells(const LumpPart& lump, long lumpIndex) {
     return shells.front();
 }
 
-// Whether the face looks to the inside of the record's surface, judged at a point of its own.
-bool LooksInside(const TopoDS_Face& face, const Handle(Geom_Surface) & surface, const SurfaceRecord& record) {
+// A point well within the parameters of a face, off the middle where a symmetric face might have a pole,
+// and the surface's normal there.
+std::pair<gp_XYZ, gp_XYZ> PointAndNormal(const TopoDS_Face& face, const Handle(Geom_Surface) & surface) {
     double u1 = 0;
     double u2 = 0;
     double v1 = 0;
@@ -225,35 +226,38 @@ bool LooksInside(const TopoDS_Face& face, const Handle(Geom_Surface) & surface, 
     gp_Pnt point;
     gp_Vec alongU;
     gp_Vec alongV;
-    // Off the middle, where a symmetric face might have a pole.
     surface->D1(u1 + 0.37 * (u2 - u1), v1 + 0.41 * (v2 - v1), point, alongU, alongV);
-    const bool against = alongU.Crossed(alongV).XYZ().Dot(Outside(record, point.XYZ())) < 0;
-    return against != (face.Orientation() == TopAbs_REVERSED);
+    return {point.XYZ(), alongU.Crossed(alongV).XYZ()};
 }
 
 void Writer::WriteFace(const TopoDS_Face& face, bool sheet, long index, long next, long shell) {
     ++facesWritten;
     const Handle(Geom_Surface) surface = BRep_Tool::Surface(face);
-    const auto record = AnalyticSurface(surface);
+    auto record = AnalyticSurface(surface);
     if (!record) {
         throw WriteFailure(FaceName() + " has a surface of the kind " + KindName(surface) +
                            ", which cannot be written; expected a plane, cylinder, cone, sphere or torus");
     }
-    const FaceLoops boundary = LoopsOf(face, FaceName());
-    const std::vector<long> loops = Reserve(boundary.loops.size() + boundary.apexes.size());
+    const auto [point, normal] = PointAndNormal(face, surface);
+    if (auto* cone = std::get_if<ConeRecord>(&*record)) PutOnNappe(*cone, point);
+    const bool looksInside =
+        (normal.Dot(Outside(*record, point)) < 0) != (face.Orientation() == TopAbs_REVERSED);
+    FaceLoops boundary = LoopsOf(face, FaceName());
+    // Poles of spheres and centres of discs are points like any other.
+    if (!std::holds_alternative<ConeRecord>(*record)) boundary.spreadPoints.clear();
+    const std::vector<long> loops = Reserve(boundary.loops.size() + boundary.spreadPoints.size());
     const long surfaceIndex = Reserve();
     records[Place(surfaceIndex)] = SurfaceText(*record);
     records[Place(index)] = "face $-1 " + Reference(next) + " " +
                             Reference(loops.empty() ? nowhere : loops.front()) + " " + Reference(shell) +
-                            " $-1 " + Reference(surfaceIndex) +
-                            (LooksInside(face, surface, *record) ? " reversed" : " forward") +
+                            " $-1 " + Reference(surfaceIndex) + (looksInside ? " reversed" : " forward") +
                             (sheet ? " double out #" : " single #");
     for (std::size_t i = 0; i < loops.size(); ++i) {
         const long following = i + 1 < loops.size() ? loops[i + 1] : nowhere;
         if (i < boundary.loops.size()) {
             WriteLoop(boundary.loops[i], index, loops[i], following);
         } else {
-            WriteApexLoop(boundary.apexes[i - boundary.loops.size()], index, loops[i], following);
+            WriteApexLoop(boundary.spreadPoints[i - boundary.loops.size()], index, loops[i], following);
         }
     }
 }
