@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 #include <BRepBuilderAPI_MakeWire.hxx>
+#include <BRepFilletAPI_MakeFillet.hxx>
 #include <BRepOffsetAPI_ThruSections.hxx>
 #include <BRep_Builder.hxx>
 #include <GC_MakeArcOfCircle.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopoDS.hxx>
 #include <TopoDS_Compound.hxx>
 #include <gp_Elips.hxx>
 
@@ -67,6 +70,22 @@ TopoDS_Shape TaperedLeg() {
     return loft.Shape();
 }
 
+TopoDS_Shape Bevelled() {
+    // Both long edges ripped at 45 degrees, lying on its wide face.
+    const TopoDS_Shape section = Prism({{0, 0}, {118, 0}, {100, 18}, {18, 18}}, 600);
+    return Rotated(Rotated(section, gp_Ax1(gp_Pnt(), gp::DX()), std::numbers::pi / 2),
+                   gp_Ax1(gp_Pnt(), gp::DZ()), std::numbers::pi / 2);
+}
+
+TopoDS_Shape RoundedBoard() {
+    const TopoDS_Shape board = Board(600, 400, 18);
+    BRepFilletAPI_MakeFillet rounding(board);
+    for (TopExp_Explorer edge(board, TopAbs_EDGE); edge.More(); edge.Next()) {
+        rounding.Add(3, TopoDS::Edge(edge.Current()));
+    }
+    return rounding.Shape();
+}
+
 TopoDS_Shape NotchedBoard() {
     TopoDS_Shape board = Board(600, 150, 18);
     for (int notch = 0; notch < 5; ++notch) {
@@ -87,6 +106,8 @@ std::vector<PartCase> Parts() {
         {"mitred rail", Prism({{0, 0}, {600, 0}, {540, 60}, {60, 60}}, 20), {600, 60, 20}, {600, 60, 20}},
         {"arched panel", ArchedPanel(), {600, 500, 19}, {600, 500, 19}},
         {"notched board", NotchedBoard(), {600, 150, 18}, {600, 150, 18}},
+        {"rounded board", RoundedBoard(), {600, 400, 18}, {600, 400, 18}},
+        {"bevelled board", Bevelled(), {600, 118, 18}, {600, 118, 18}},
         {"gusset", Prism({{0, 0}, {400, 0}, {0, 300}}, 18), {400, 300, 18}, {500, gussetHeight, 18}},
         {"two lumps", TwoPieces(), {600, 200, 18}, {600, 200, 18}},
         {"disc", BRepPrimAPI_MakeCylinder(200, 25).Shape(), {400, 400, 25}, {400, 400, 25}},

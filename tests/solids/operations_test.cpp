@@ -59,6 +59,28 @@ TEST(Boolean, SubtractionThatRemovesNothingReturnsTheSameSolid) {
     }
 }
 
+TEST(Boolean, OpenTopOfAHoleIsToldAtAnyPlace) {
+    // A blind hole of 10 in a board of 18: a drill of its size above its floor cuts nothing, one that
+    // starts below the floor or is wider does.
+    TopoDS_Shape board = Board(600, 400, 18);
+    board = Boolean(board, Drill(100, 100, 8, 5, 100), BooleanKind::Subtract);
+    board = Boolean(board, Drill(100, 100, 14, 8, 100), BooleanKind::Subtract);
+    for (const double angle : {0.0, 0.3, 1.1, 2.9}) {
+        const gp_Trsf place = angle == 0 ? gp_Trsf() : OddPlace(angle);
+        const TopoDS_Shape part = Transformed(board, place);
+        const auto drilled = [&](double bottom, double radius) {
+            return Boolean(part, Transformed(Drill(100, 100, bottom, radius, 1000), place),
+                           BooleanKind::Subtract);
+        };
+        EXPECT_TRUE(drilled(8, 5).IsSame(part)) << angle;
+        EXPECT_TRUE(drilled(14, 8).IsSame(part)) << angle;
+        EXPECT_TRUE(drilled(12, 4).IsSame(part)) << angle;
+        EXPECT_FALSE(drilled(7.99, 5).IsSame(part)) << angle;
+        EXPECT_FALSE(drilled(8, 8).IsSame(part)) << angle;
+        EXPECT_NEAR(Volume(drilled(0, 5)), Volume(part) - pi * 25 * 8, 1e-6) << angle;
+    }
+}
+
 TEST(Boolean, SubtractionTakesTheCommonVolumeAway) {
     const TopoDS_Shape rest = Boolean(Board(600, 400, 18), Drill(100, 100, 8, 5, 100), BooleanKind::Subtract);
     EXPECT_NEAR(Volume(rest), 600.0 * 400 * 18 - pi * 25 * 10, 1e-6);
@@ -88,6 +110,17 @@ TEST(Boolean, UnionMergesFacesThatContinueEachOther) {
     EXPECT_EQ(Faces(both), 6);
     EXPECT_NEAR(Volume(both), 600.0 * 400 * 18, 1e-7);
     EXPECT_EQ(ExactBox(both).max.X(), 600);
+}
+
+TEST(Boolean, NeighbouringPocketsOfOneDepthHaveOneFloor) {
+    TopoDS_Shape board = Board(600, 400, 18);
+    for (int pocket = 0; pocket < 3; ++pocket) {
+        const TopoDS_Shape tool = Moved(Board(40, 50, 50), gp_Vec(100 + 40 * pocket, 100, 10));
+        board = Boolean(board, tool, BooleanKind::Subtract);
+    }
+    EXPECT_EQ(Faces(board), 11);
+    EXPECT_NEAR(Volume(board), 600.0 * 400 * 18 - 120 * 50 * 8, 1e-7);
+    EXPECT_TRUE(Valid(board));
 }
 
 TEST(Boolean, UnionOfSolidsApartHoldsBoth) {

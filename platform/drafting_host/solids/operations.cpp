@@ -8,7 +8,6 @@
 #include <BRepAlgoAPI_Fuse.hxx>
 #include <BRepPrimAPI_MakePrism.hxx>
 #include <BRep_Builder.hxx>
-#include <ShapeUpgrade_UnifySameDomain.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopTools_ListOfShape.hxx>
 #include <TopoDS.hxx>
@@ -19,6 +18,7 @@
 #include "drafting_host/solids/exact_box.h"
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/mass.h"
+#include "drafting_host/solids/merging.h"
 #include "drafting_host/solids/transform.h"
 
 namespace brenvik::solids {
@@ -59,9 +59,9 @@ std::vector<TopoDS_Shape> Pieces(const TopoDS_Shape& shape, TopAbs_ShapeEnum kin
 TopoDS_Shape Merged(const TopoDS_Shape& shape, TopAbs_ShapeEnum kind) {
     const TopoDS_Shape plain = Gathered(Pieces(shape, kind));
     if (plain.IsNull()) return plain;
-    ShapeUpgrade_UnifySameDomain unify(plain, Standard_True, Standard_True, Standard_False);
-    unify.Build();
-    const TopoDS_Shape merged = Gathered(Pieces(unify.Shape(), kind));
+    const TopoDS_Shape unified = BordersMerged(plain);
+    if (unified.IsSame(plain)) return plain;
+    const TopoDS_Shape merged = Gathered(Pieces(unified, kind));
     if (merged.IsNull()) return plain;
     // Merging may only remove borders. Where it would change the part, the borders stay.
     const double before = Content(plain, kind);

@@ -5,7 +5,6 @@
 #include <BRepBuilderAPI_MakeFace.hxx>
 #include <BRep_Tool.hxx>
 #include <ShapeAnalysis_FreeBounds.hxx>
-#include <ShapeUpgrade_UnifySameDomain.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopTools_HSequenceOfShape.hxx>
 #include <TopoDS.hxx>
@@ -16,6 +15,7 @@
 #include "drafting_host/solids/exact_box.h"
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/mass.h"
+#include "drafting_host/solids/merging.h"
 #include "drafting_host/solids/operations.h"
 #include "drafting_host/solids/transform.h"
 
@@ -72,9 +72,7 @@ std::vector<TopoDS_Face> SectionByPlane(const TopoDS_Shape& shape, const gp_Pnt&
                                     box.min.Y() - margin, box.max.Y() + margin);
         BRepAlgoAPI_Common common(shape, cutter);
         if (common.HasErrors()) throw InvalidCall("section: the modeller can't cut the object");
-        ShapeUpgrade_UnifySameDomain unify(common.Shape(), Standard_True, Standard_True, Standard_False);
-        unify.Build();
-        for (TopExp_Explorer face(unify.Shape(), TopAbs_FACE); face.More(); face.Next()) {
+        for (TopExp_Explorer face(BordersMerged(common.Shape()), TopAbs_FACE); face.More(); face.Next()) {
             TopoDS_Face found = TopoDS::Face(Placed(face.Current()));
             if (NormalOf(found).Dot(frame.Direction()) < 0) found.Reverse();
             faces.push_back(found);

@@ -1,0 +1,84 @@
+// Looks for needless borders with a few comparisons, so that the dear merging runs only on shapes that
+// have some.
+#include "drafting_host/solids/merging.h"
+
+#include <BRepAdaptor_Curve.hxx>
+#include <BRepAdaptor_Surface.hxx>
+#include <BRep_Tool.hxx>
+#include <ShapeUpgrade_UnifySameDomain.hxx>
+#include <TopExp.hxx>
+#include <TopTools_IndexedDataMapOfShapeListOfShape.hxx>
+#include <TopTools_ListOfShape.hxx>
+#include <TopoDS.hxx>
+#include <TopoDS_Edge.hxx>
+#include <TopoDS_Face.hxx>
+#include <cmath>
+
+namespace brenvik::solids {
+namespace {
+
+// What still counts as the same place (drawing units) and direction (radians).
+constexpr double samePlace = 1e-7;
+constexpr double sameAngle = 1e-9;
+
+bool SameSurface(const TopoDS_Face& one, const TopoDS_Face& other) {
+    const BRepAdaptor_Surface first(one, Standard_False);
+    const BRepAdaptor_Surface second(other, Standard_False);
+    if (first.GetType() != second.GetType()) return false;
+    if (first.GetType() == GeomAbs_Plane) {
+        return first.Plane().Axis().IsParallel(second.Plane().Axis(), sameAngle) &&
+               first.Plane().Distance(second.Plane().Location()) < samePlace;
+    }
+    if (first.GetType() == GeomAbs_Cylinder) {
+        return std::abs(first.Cylinder().Radius() - second.Cylinder().Radius()) < samePlace &&
+               first.Cylinder().Axis().IsCoaxial(second.Cylinder().Axis(), sameAngle, samePlace);
+    }
+    return false;
+}
+
+bool SameCurve(const TopoDS_Edge& one, const TopoDS_Edge& other) {
+    if (BRep_Tool::Degenerated(one) || BRep_Tool::Degenerated(other)) return false;
+    const BRepAdaptor_Curve first(one);
+    const BRepAdaptor_Curve second(other);
+    if (first.GetType() != second.GetType()) return false;
+    if (first.GetType() == GeomAbs_Line) {
+        return first.Line().Position().IsParallel(second.Line().Position(), sameAngle);
+    }
+    if (first.GetType() == GeomAbs_Circle) {
+        return first.Circle().Location().IsEqual(second.Circle().Location(), samePlace) &&
+               std::abs(first.Circle().Radius() - second.Circle().Radius()) < samePlace &&
+               first.Circle().Axis().IsParallel(second.Circle().Axis(), sameAngle);
+    }
+    return false;
+}
+
+}  // namespace
+
+bool HasNeedlessBorders(const TopoDS_Shape& shape) {
+    TopTools_IndexedDataMapOfShapeListOfShape facesOfEdge;
+    TopExp::MapShapesAndUniqueAncestors(shape, TopAbs_EDGE, TopAbs_FACE, facesOfEdge);
+    for (int index = 1; index <= facesOfEdge.Extent(); ++index) {
+        const TopTools_ListOfShape& faces = facesOfEdge(index);
+        if (faces.Extent() == 2 && SameSurface(TopoDS::Face(faces.First()), TopoDS::Face(faces.Last()))) {
+            return true;
+        }
+    }
+    TopTools_IndexedDataMapOfShapeListOfShape edgesOfVertex;
+    TopExp::MapShapesAndUniqueAncestors(shape, TopAbs_VERTEX, TopAbs_EDGE, edgesOfVertex);
+    for (int index = 1; index <= edgesOfVertex.Extent(); ++index) {
+        const TopTools_ListOfShape& edges = edgesOfVertex(index);
+        if (edges.Extent() == 2 && SameCurve(TopoDS::Edge(edges.First()), TopoDS::Edge(edges.Last()))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+TopoDS_Shape BordersMerged(const TopoDS_Shape& shape) {
+    if (!HasNeedlessBorders(shape)) return shape;
+    ShapeUpgrade_UnifySameDomain unify(shape, Standard_True, Standard_True, Standard_False);
+    unify.Build();
+    return unify.Shape();
+}
+
+}  // namespace brenvik::solids
