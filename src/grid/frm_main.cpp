@@ -10,6 +10,7 @@
 #include "parts/mautocad.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
+#include "query/grid_query.h"
 #include "session/message.h"
 #include "session/session.h"
 #include "settings/grid_settings.h"
@@ -120,7 +121,9 @@ void frmMain::AddTickBoxes() {
     for (const ColumnTickBox& box : TickBoxes)
         Add<CheckControl>(ControlKind::CheckBox, std::string(box.name), std::string(box.caption));
     Add<CheckControl>(ControlKind::CheckBox, "chkBlank", "Blank Cells Only");
-    Add<CheckControl>(ControlKind::CheckBox, "CheckGroup", "Grouping");
+    Add<CheckControl>(ControlKind::CheckBox, "CheckGroup", "Grouping").onClick = [this] {
+        GroupingSwitched(*this);
+    };
 }
 
 void frmMain::Form_Load() {

@@ -6,6 +6,7 @@
 
 #include "base/skip.h"
 #include "grid/frm_main.h"
+#include "query/grid_query.h"
 #include "session/message.h"
 
 namespace brenvik {
@@ -22,8 +23,8 @@ void ShowAbout(frmMain&) {
 constexpr auto Actions = std::to_array<GridAction>({
     {"HELP", "mnuHelp", "View Help", nullptr},
     {"PRINT", "", "Print", nullptr},
-    {"SORT", "", "Sort", nullptr},
-    {"FILTER", "", "Filter", nullptr},
+    {"SORT", "", "Sort", &SortGrid},
+    {"FILTER", "", "Filter", &FilterGrid},
     {"QCOPY", "mnuQcopy", "Quick Copy", nullptr},
     {"EXPORT", "mnuExport", "Export", nullptr},
     {"APPLY_DRAWING", "mnuApplyDrawing", "Apply to Drawing", nullptr},

@@ -46,7 +46,8 @@ struct Session {
     std::vector<std::string> ColumnCaptions;
     /// The captions of the grid form's caption list.
     std::vector<std::string> CaptionList;
-    std::array<ColumnRelationEntry, 50> ColumnRelation;
+    /// Rows 0 to 50, of which the first 23 are filled; what walks it meets the empty ones too.
+    std::array<ColumnRelationEntry, 51> ColumnRelation;
     /// The record source of the grid's data control as it stood before the scan.
     std::string GridRecordSource;
     /// `CurrentSQL` starts as the full select; group fields that aren't blank mean that grouping is active.

@@ -1,0 +1,26 @@
+// What the grid does with the statements of sorting, grouping and filtering: it shows them, and it keeps the
+// orientation letters of a grouped list from being edited.
+#pragma once
+
+#include <string_view>
+
+namespace brenvik {
+
+class frmMain;
+
+/// Makes the grid show a statement: record source, refresh, and as many rows as there are records. A
+/// statement that the engine refuses shows its failure and leaves the rows on screen; returns whether it is
+/// shown.
+bool ShowStatementInGrid(std::string_view statement);
+
+/// The toolbar's SORT: the sort dialog, then the letters locked on a grouped list and free on any other.
+void SortGrid(frmMain& form);
+/// The toolbar's FILTER.
+void FilterGrid(frmMain& form);
+/// The tick box "Grouping" was ticked or unticked.
+void GroupingSwitched(frmMain& form);
+
+/// Locks the orientation column over all rows while the list is grouped, and unlocks it otherwise.
+void LockLettersWhileGrouped(frmMain& form);
+
+}  // namespace brenvik
