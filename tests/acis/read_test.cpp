@@ -313,6 +313,15 @@ TEST(ReadText, EndsOnChainsThatRunInCircles) {
     }
 }
 
+TEST(ReadText, EndsWhenManyBodiesLeadThroughTheSameRecords) {
+    std::vector<std::string> lines = WriteText(DrilledPanel());
+    lines[0] = "400 0 1 0";
+    for (int i = 0; i < 20000; ++i) lines.insert(lines.end() - 1, "body $-1 $1 $-1 $-1 #");
+    const ReadResult result = ReadText(Joined(lines));
+    EXPECT_FALSE(result.bodies.empty());
+    EXPECT_NE(Told(result).find("too many bodies"), std::string::npos);
+}
+
 TEST(ReadText, SurvivesDamagedBytes) {
     std::mt19937 random(12345);
     const std::string texts[] = {Joined(WriteText(DrilledPanel())),

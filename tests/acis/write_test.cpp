@@ -2,6 +2,7 @@
 #include "acis_testing.h"
 
 #include <gtest/gtest.h>
+#include <BOPAlgo_Builder.hxx>
 #include <BRepBuilderAPI_MakeEdge.hxx>
 #include <BRepBuilderAPI_MakeFace.hxx>
 #include <BRepBuilderAPI_MakePolygon.hxx>
@@ -94,6 +95,21 @@ TEST(WriteText, MakesALumpOfEverySeparateSheet) {
                 BRepBuilderAPI_MakeFace(gp_Pln(gp_Pnt(0, 0, 9), gp_Dir(0, 0, 1)), 10, 20, 10, 20).Face());
     const TopoDS_Shape back = ExpectRoundTrip(sheets);
     EXPECT_EQ(back.ShapeType(), TopAbs_COMPOUND);
+}
+
+TEST(WriteText, KeepsTouchingSolidsApart) {
+    const TopoDS_Shape left = BRepPrimAPI_MakeBox(gp_Pnt(0, 0, 0), gp_Pnt(10, 10, 10)).Shape();
+    const TopoDS_Shape right = BRepPrimAPI_MakeBox(gp_Pnt(10, 0, 0), gp_Pnt(30, 10, 10)).Shape();
+    BOPAlgo_Builder gluing;
+    gluing.AddArgument(left);
+    gluing.AddArgument(right);
+    gluing.Perform();
+    ASSERT_EQ(Count(gluing.Shape(), TopAbs_FACE), 11) << "the solids share a face";
+    const TopoDS_Shape back = ReadOne(Joined(WriteText(gluing.Shape())));
+    EXPECT_EQ(Count(back, TopAbs_EDGE), 24);
+    EXPECT_EQ(Count(back, TopAbs_SOLID), 2);
+    EXPECT_EQ(Count(back, TopAbs_FACE), 12);
+    EXPECT_NEAR(Volume(back), 3000, 1e-9);
 }
 
 TEST(WriteText, WritesTheRoundFaceOfAnExplodedSolidAsASheet) {

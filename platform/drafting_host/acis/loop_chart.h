@@ -65,8 +65,9 @@ struct LoopChart {
     int windU = 0, windV = 0;
 
     void Move(const gp_Vec2d& by);
-    /// Twice signed contributions are not needed: area to the left of the walk, taken against the v
-    /// axis (-v du) or, when `againstU`, against the u axis (u dv).
+    /// The area to the left of the walk, as the integral of -v du or, when `againstU`, of u dv. For a
+    /// loop that winds in u only the first means something, in v only the second, and then only
+    /// together with its counterpart.
     double Area(bool againstU) const;
 };
 

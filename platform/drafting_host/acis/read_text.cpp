@@ -11,11 +11,12 @@ ReadResult ReadText(std::string_view text) {
     result.header = split.header;
     result.recordCount = split.records.size();
     const Model model(split);
+    std::size_t budget = 4 * split.records.size();
     for (std::size_t i = 0; split.readable && i < split.records.size(); ++i) {
         if (split.records[i].name != "body") continue;
         const long index = static_cast<long>(i);
         try {
-            BuiltBody body = BuildBody(model, index);
+            BuiltBody body = BuildBody(model, index, budget);
             result.bodies.push_back(body.shape);
             result.bodyRecords.push_back(index);
             result.problems.insert(result.problems.end(), body.remarks.begin(), body.remarks.end());

@@ -15,6 +15,7 @@ namespace {
 
 constexpr double fullTurn = 2 * std::numbers::pi;
 constexpr double parameterNoise = 1e-7;
+constexpr int mostTries = 5000;  // of places for one seam; a damaged text may offer millions
 constexpr int triedPlaces = 61;  // a prime, so that regular patterns of openings are not all hit
 
 double Along(const gp_Pnt2d& p, bool alongU) { return alongU ? p.X() : p.Y(); }
@@ -71,7 +72,7 @@ class SeamPlanner {
         return edge.start == edge.end && vertex.edgeCount == 1 && !vertex.settled;
     }
 
-    bool Clear(double along, double low, double high) const;
+    bool Clear(double along, double low, double high);
     bool BlockedBy(const gp_Pnt2d& a, const gp_Pnt2d& b, double along, double low, double high) const;
     bool Matched();
     bool Moved();
@@ -89,6 +90,7 @@ class SeamPlanner {
     WoundPair pair;
     Seam seam;
     double seamAlong = 0;
+    int tries = 0;
 };
 
 bool SeamPlanner::BlockedBy(const gp_Pnt2d& a, const gp_Pnt2d& b, double along, double low,
@@ -109,8 +111,8 @@ bool SeamPlanner::BlockedBy(const gp_Pnt2d& a, const gp_Pnt2d& b, double along, 
 }
 
 // True where nothing lies on the way between the two ends.
-bool SeamPlanner::Clear(double along, double low, double high) const {
-    if (high <= low) return false;
+bool SeamPlanner::Clear(double along, double low, double high) {
+    if (high <= low || ++tries > mostTries) return false;
     for (const LoopChart& loop : chart.loops) {
         for (const ChartPiece& piece : loop.pieces) {
             for (std::size_t i = 1; i < piece.samples.size(); ++i) {

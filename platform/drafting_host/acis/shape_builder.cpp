@@ -35,7 +35,7 @@ using LumpWork = std::vector<ShellWork>;
 
 class BodyBuilder {
   public:
-    BodyBuilder(const Model& m, long body) : model(m), bodyRecord(body) {}
+    BodyBuilder(const Model& m, long body, std::size_t& left) : model(m), bodyRecord(body), budget(left) {}
 
     BuiltBody Run() {
         Collect();
@@ -68,10 +68,13 @@ class BodyBuilder {
     /// Steps through a chain of records, refusing one that is met twice.
     void Visit(long index) {
         if (!visited.insert(index).second) throw BadRecord(index, "the record is reached twice");
+        if (budget == 0) throw BadRecord(index, "too many bodies lead through the same records");
+        --budget;
     }
 
     const Model& model;
     long bodyRecord;
+    std::size_t& budget;
     Placement placement;
     std::unordered_set<long> visited;
     std::unordered_map<long, int> vertexNodes, edgeNodes;
@@ -372,9 +375,9 @@ BuiltBody BodyBuilder::Assemble() {
 
 }  // namespace
 
-BuiltBody BuildBody(const Model& model, long index) {
+BuiltBody BuildBody(const Model& model, long index, std::size_t& budget) {
     try {
-        return BodyBuilder(model, index).Run();
+        return BodyBuilder(model, index, budget).Run();
     } catch (const Standard_Failure& failure) {
         const char* told = failure.GetMessageString();
         throw BadRecord(index,

@@ -15,8 +15,10 @@ struct BuiltBody {
     std::vector<Problem> remarks;
 };
 
-/// Builds the body at `index`. Throws BadRecord naming the record that is missing, damaged or of a
-/// kind that is not read; failures of the modeller come as BadRecord too.
-BuiltBody BuildBody(const Model& model, long index);
+/// Builds the body at `index`. `budget` is the number of records that may still be walked through for all
+/// bodies of the text together, since a damaged text can lead many bodies through the same records. Throws
+/// BadRecord naming the record that is missing, damaged or of a kind that is not read; failures of the
+/// modeller come as BadRecord too.
+BuiltBody BuildBody(const Model& model, long index, std::size_t& budget);
 
 }  // namespace brenvik::acis

@@ -153,8 +153,9 @@ class Writer {
             const long next = i + 1 < lumps.size() ? indices[i + 1] : nowhere;
             records[Place(indices[i])] =
                 "lump $-1 " + Reference(next) + " " + Reference(shell) + " " + Reference(body) + " #";
+            // Lumps have nothing in common, even where the solids touch.
+            FinishCoedges();
         }
-        FinishCoedges();
         std::vector<std::string> lines{"400 " + std::to_string(records.size()) + " 1 0",
                                        "7 Brenvik 9 ACIS 4.00 0 ", "1 9.9999999999999995e-007 1e-010"};
         lines.insert(lines.end(), records.begin(), records.end());
@@ -339,6 +340,9 @@ void Writer::FinishCoedges() {
             Reference(partner[i]) + " " + Reference(coedge.edge) +
             (coedge.reversed ? " reversed " : " forward ") + Reference(coedge.loop) + " $-1 #";
     }
+    coedges.clear();
+    edges.clear();
+    vertices.clear();
 }
 
 }  // namespace
