@@ -2,7 +2,6 @@
 #include "query/frm_new_sort.h"
 
 #include <algorithm>
-#include <ranges>
 #include <string>
 #include <vector>
 
@@ -100,15 +99,14 @@ void frmNewSort::PressByCode(std::string_view button) {
 }
 
 bool frmNewSort::AnyBoxTicked() const {
-    return std::ranges::any_of(Check1 | std::views::drop(1),
-                               [](const CheckControl* box) { return box->Value() == 1; });
+    return std::ranges::any_of(ListedBoxes(), [](const CheckControl* box) { return box->Value() == 1; });
 }
 
 void frmNewSort::check_names(std::string_view groupFields) {
     Loading = true;
     for (const std::string& piece : Split(groupFields, ',')) {
         const std::string name = CaptionForColumn(Trim(piece));
-        const auto boxes = Check1 | std::views::drop(1);
+        const auto boxes = ListedBoxes();
         const auto found =
             std::ranges::find_if(boxes, [&](const CheckControl* box) { return box->Text() == name; });
         if (found != boxes.end()) (*found)->SetValue(1);
@@ -124,7 +122,7 @@ void frmNewSort::LoadListBoxes() {
             if (!entry.caption.empty()) List1.AddItem(entry.caption);
         return;
     }
-    for (const CheckControl* box : Check1 | std::views::drop(1))
+    for (const CheckControl* box : ListedBoxes())
         if (box->Value() == 1) List1.AddItem(box->Text());
 }
 
@@ -151,7 +149,7 @@ void frmNewSort::SetSelectedItems() {
                           "]");
             moved.push_back(item);
         }
-        for (const int item : std::views::reverse(moved)) List1.RemoveItem(item);
+        for (auto item = moved.rbegin(); item != moved.rend(); ++item) List1.RemoveItem(*item);
     });
 }
 
@@ -216,14 +214,14 @@ void frmNewSort::OfferAllRows() {
 }
 
 void frmNewSort::OfferTickedBoxes() {
-    for (const CheckControl* box : Check1 | std::views::drop(1))
+    for (const CheckControl* box : ListedBoxes())
         if (box->Value() == 1) List1.AddItem(RelationRow(box->tag).caption);
     for (const std::string& item : List2.Items()) RemoveItemOf(List1, NameOfItem(item));
 }
 
 void frmNewSort::SetAllBoxes(int value) {
     Loading = true;
-    for (CheckControl* box : Check1 | std::views::drop(1)) box->SetValue(value);
+    for (CheckControl* box : ListedBoxes()) box->SetValue(value);
     Loading = false;
     LoadListBoxes();
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -65,6 +66,8 @@ class frmNewSort : public Form {
     void SelectAll();
     void DeselectAll();
     bool AnyBoxTicked() const;
+    /// All boxes but the first.
+    std::span<CheckControl* const> ListedBoxes() const { return std::span(Check1).subspan(1); }
     std::string OrderBy();
     std::string GroupList() const;
     void Confirm();

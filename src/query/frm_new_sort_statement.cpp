@@ -1,7 +1,6 @@
 // From the choices of the sort dialog to the statement, and from the statement to the grid's columns.
 #include <algorithm>
 #include <array>
-#include <ranges>
 #include <string>
 
 #include "base/failure.h"
@@ -113,7 +112,7 @@ std::string frmNewSort::OrderBy() {
 
 std::string frmNewSort::GroupList() const {
     std::string list;
-    for (const CheckControl* box : Check1 | std::views::drop(1))
+    for (const CheckControl* box : ListedBoxes())
         if (box->Value() == 1) list += RelationRow(box->tag).column + std::string(ListSeparator);
     return DropRight(list, ListSeparator.size());
 }

@@ -1,0 +1,106 @@
+// List options done through the dialogs, unseen.
+#include <algorithm>
+#include <string>
+
+#include "base/failure.h"
+#include "base/letter_case.h"
+#include "base/text.h"
+#include "grid/frm_main.h"
+#include "query/frm_filter.h"
+#include "query/frm_new_sort.h"
+#include "query/grid_query.h"
+#include "query/list_options.h"
+#include "session/module_state.h"
+
+namespace brenvik {
+
+namespace {
+
+/// Unloads a dialog that is left by a failure.
+class UnloadAtEnd {
+  public:
+    explicit UnloadAtEnd(Form& openForm) : form(openForm) {}
+    ~UnloadAtEnd() { form.Unload(); }
+    UnloadAtEnd(const UnloadAtEnd&) = delete;
+    UnloadAtEnd& operator=(const UnloadAtEnd&) = delete;
+
+  private:
+    Form& form;
+};
+
+[[noreturn]] void Refuse(std::string_view option, const std::string& complaint) {
+    throw Failure(failure_number::invalidCall, std::string(ownSource),
+                  std::string(option) + ": " + complaint);
+}
+
+/// Chooses a column in a dialog's list. What is offered depends on the grid and on the other choices.
+void ChooseColumn(std::string_view option, ListControl& list, std::string_view column) {
+    std::string offered;
+    for (int item = 0; item < list.ListCount(); ++item) {
+        const std::string& text = list.Items()[static_cast<std::size_t>(item)];
+        if (EqualsIgnoreCase(text, column)) return list.SetListIndex(item);
+        if (!text.empty()) offered += (offered.empty() ? "" : ", ") + text;
+    }
+    Refuse(option,
+           "the column \"" + std::string(column) + "\" is not offered now; the columns are " + offered);
+}
+
+/// The sort dialog's OK ends each of the ways, so it knows.
+void RequireAccepted(std::string_view option) {
+    if (StateOf<frmNewSort>().StatementRefused())
+        Refuse(option, "the part table refused the statement, and the list stays as it was");
+}
+
+void ApplyFilter(const FilterChoice& choice) {
+    auto& form = StateOf<frmFilter>();
+    form.Load();
+    const UnloadAtEnd unload(form);
+    form.Get<Control>("btnClear").Press();
+    ChooseColumn("filter", *form.cboCol[0], choice.column);
+    ChooseColumn("filter", *form.cboCrit[0], choice.shownOperator);
+    form.cboCritData[0]->SetText(choice.value);
+    form.Get<Control>("btnOK").Press();
+    if (form.Loaded())
+        Refuse("filter", "the dialog refused \"" + choice.value + "\" for the column " + choice.column);
+    RequireAccepted("filter");
+}
+
+void TickBox(frmNewSort& form, std::string_view column) {
+    // The first box has the caption of the second one, and counts for nothing.
+    const auto box = std::find_if(form.Check1.begin() + 1, form.Check1.end(), [&](const CheckControl* each) {
+        return EqualsIgnoreCase(each->Text(), column);
+    });
+    if (box == form.Check1.end())
+        Refuse("group", "there is no group by the column \"" + std::string(column) + "\"");
+    (*box)->SetValue(1);
+}
+
+void AddSortColumn(frmNewSort& form, const SortChoice& choice) {
+    ChooseColumn("sort", form.List1, choice.column);
+    form.Get<Control>("btnAddOne").Press();
+    if (!choice.descending) return;
+    form.List2.SetListIndex(form.List2.ListCount() - 1);
+    form.List2.onDoubleClick();
+}
+
+void ApplySortAndGroup(const ListChoices& choices) {
+    auto& form = StateOf<frmNewSort>();
+    form.Load();
+    const UnloadAtEnd unload(form);
+    form.PressByCode("Command3");
+    form.PressByCode("btnRemoveAll");
+    for (const std::string& column : choices.group) TickBox(form, column);
+    for (const SortChoice& choice : choices.sort) AddSortColumn(form, choice);
+    form.PressByCode("btnOK");
+    RequireAccepted(choices.group.empty() ? "sort" : "group");
+    LockLettersWhileGrouped(GridFormInstance());
+}
+
+}  // namespace
+
+void ApplyListChoices(const ListChoices& choices) {
+    if (choices.filter) ApplyFilter(*choices.filter);
+    if (!choices.sort.empty() || !choices.group.empty()) ApplySortAndGroup(choices);
+}
+
+}  // namespace brenvik
