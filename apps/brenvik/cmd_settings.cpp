@@ -1,0 +1,112 @@
+// brenvik settings: lists, tells and changes values of the settings store.
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "base/letter_case.h"
+#include "base/text.h"
+#include "command_line.h"
+#include "console/console_dialogs.h"
+#include "parts/part_table.h"
+#include "settings/settings_keys.h"
+#include "workplace.h"
+
+namespace brenvik::app {
+
+namespace {
+
+/// Where a value stands: under the system's key or one of its subkeys.
+struct SettingPlace {
+    std::string path, name;
+};
+
+std::string PathOf(std::string_view subkey) {
+    return std::string(SettingsKeyPath) + (subkey.empty() ? "" : "\\") + std::string(subkey);
+}
+
+/// "CSV_SAVE\CVS_EXPORT_PATH", or the name alone: a value that is known by name is looked for where it
+/// belongs.
+SettingPlace PlaceOf(const std::string& word) {
+    if (const std::size_t cut = word.rfind('\\'); cut != std::string::npos)
+        return {PathOf(word.substr(0, cut)), word.substr(cut + 1)};
+    const SettingEntry* entry = FindSetting(word);
+    return {PathOf(entry ? entry->subkey : std::string_view()), word};
+}
+
+std::vector<std::pair<std::string, std::string>> ValuesUnder(Workplace& workplace, const std::string& path) {
+    return workplace.settings.EnumerateSettings(SettingsRoot::LocalMachine, path);
+}
+
+bool IsStored(Workplace& workplace, const SettingPlace& place) {
+    for (const auto& [name, value] : ValuesUnder(workplace, place.path))
+        if (EqualsIgnoreCase(name, place.name)) return true;
+    return false;
+}
+
+/// A name that the system reads, whether it is stored yet or not.
+bool IsKnown(std::string_view name) {
+    if (FindSetting(name)) return true;
+    for (const std::string& key : Split(ColumnWidthKeyList, ','))
+        if (EqualsIgnoreCase(key + std::string(WidthSuffix), name)) return true;
+    const std::size_t lastLetter = name.find_last_not_of("0123456789");
+    if (lastLetter == std::string_view::npos || lastLetter + 1 == name.size()) return false;
+    const SettingEntry* family = FindSetting(name.substr(0, lastLetter + 1));
+    return family && family->kind == SettingKind::Counted;
+}
+
+ExitStatus ListSettings(const std::string& home) {
+    ConsoleDialogs dialogs(std::cerr);
+    Workplace workplace(home, dialogs);
+    for (const std::string_view subkey : {std::string_view(), CsvSaveSubkey, AccessSaveSubkey})
+        for (const auto& [name, value] : ValuesUnder(workplace, PathOf(subkey)))
+            std::cout << subkey << (subkey.empty() ? "" : "\\") << name << '=' << value << '\n';
+    return ExitStatus::Done;
+}
+
+ExitStatus GetOne(const std::string& home, const std::string& name) {
+    ConsoleDialogs dialogs(std::cerr);
+    Workplace workplace(home, dialogs);
+    const SettingPlace place = PlaceOf(name);
+    if (!IsStored(workplace, place) && !IsKnown(place.name))
+        throw CommandError(ExitStatus::WrongWords, "expected the name of a setting, found " + name);
+    std::cout << workplace.settings.GetSetting(SettingsRoot::LocalMachine, place.path, place.name) << '\n';
+    return ExitStatus::Done;
+}
+
+ExitStatus SetOne(const std::string& home, const std::string& name, const std::string& value) {
+    ConsoleDialogs dialogs(std::cerr);
+    Workplace workplace(home, dialogs);
+    const SettingPlace place = PlaceOf(name);
+    if (!IsStored(workplace, place) && !IsKnown(place.name))
+        throw CommandError(ExitStatus::WrongWords, "expected the name of a setting, found " + name);
+    workplace.settings.SaveSetting(SettingsRoot::LocalMachine, place.path, place.name, value);
+    return ExitStatus::Done;
+}
+
+}  // namespace
+
+void AddSettingsCommand(CommandLine& line) {
+    struct Words {
+        std::string name, value;
+    };
+    auto words = std::make_shared<Words>();
+    CLI::App& settings = *line.parser.add_subcommand("settings", "List, tell or change the settings");
+    settings.require_subcommand(1);
+    settings.add_subcommand("list", "Print every setting as NAME=VALUE")->callback([&line] {
+        line.chosen = [&line] { return ListSettings(line.home); };
+    });
+    CLI::App& get = *settings.add_subcommand("get", "Print the value of one setting");
+    get.add_option("NAME", words->name, "Its name; values of a subkey as CSV_SAVE\\NAME")->required();
+    get.callback([&line, words] { line.chosen = [&line, words] { return GetOne(line.home, words->name); }; });
+    CLI::App& set = *settings.add_subcommand("set", "Change one setting");
+    set.add_option("NAME", words->name, "Its name")->required();
+    set.add_option("VALUE", words->value, "Its new value")->required();
+    set.callback([&line, words] {
+        line.chosen = [&line, words] { return SetOne(line.home, words->name, words->value); };
+    });
+}
+
+}  // namespace brenvik::app

@@ -1,0 +1,31 @@
+// Reading and saving drawings for the commands, with what was lost on the way.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "command_line.h"
+#include "drafting_host/document/host_application.h"
+#include "teller.h"
+
+namespace brenvik::app {
+
+/// Opens the drawing that the options name and tells what could not be taken over. Throws CommandError with
+/// Unreadable where there is nothing to be read.
+HostDocument& OpenInput(HostApplication& host, const DrawingOptions& options, Teller& teller);
+
+/// Saves by the extension of the name and tells what the format can't hold. Throws CommandError for an
+/// extension that no writer knows, and for a file that can't be written.
+void SaveOutput(HostDocument& document, const std::string& name, Teller& teller);
+
+/// Fails for an extension that SaveOutput would refuse, so that a command can tell before its work.
+void RequireWritableFormat(const std::string& name);
+
+/// Selects the entities of the options, or every solid of model space, as the host's previous selection.
+/// Returns how many. Throws CommandError for a handle that the drawing hasn't.
+std::size_t SelectForCommand(HostDocument& document, const DrawingOptions& options);
+
+/// Selects the entities with these handles, in this order; unknown ones are left out.
+void SelectHandles(HostDocument& document, const std::vector<std::string>& handles);
+
+}  // namespace brenvik::app

@@ -1,0 +1,36 @@
+// The cut list as text: a table for people, CSV for spreadsheets, JSON for programs.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "session/database_port.h"
+
+namespace brenvik::app {
+
+enum class ListFormat { Table, Csv, Json };
+
+/// Rows of the part table with their columns' names ("bv_length") and captions ("Length").
+struct ListColumn {
+    std::string name, caption;
+    bool number = false;
+};
+struct PartList {
+    std::vector<ListColumn> columns;
+    std::vector<std::vector<FieldValue>> rows;
+};
+
+/// The columns of the part table, in its order, with no rows.
+PartList EmptyPartList();
+
+/// All records. Columns that the part table has not take their name for caption.
+PartList ReadPartList(const Recordset& records);
+
+/// A table has aligned columns under captions; columns without a value are left out but for the usual
+/// ones, and the raw extents are shown only where a part has no letters yet. CSV follows RFC 4180: all
+/// columns, captions first, CR LF. JSON is an array of objects keyed by column name, numbers as numbers.
+void WritePartList(const PartList& list, ListFormat format, std::ostream& out);
+
+}  // namespace brenvik::app

@@ -1,0 +1,54 @@
+// Lines on standard error.
+#include "teller.h"
+
+#include <iostream>
+
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace brenvik::app {
+
+namespace {
+
+bool ErrorsGoToATerminal() {
+#ifdef _WIN32
+    return _isatty(2) != 0;
+#else
+    return isatty(2) != 0;
+#endif
+}
+
+}  // namespace
+
+Teller::Teller(bool quietWished) : quiet(quietWished), terminal(ErrorsGoToATerminal()) {}
+
+Teller::~Teller() { Wipe(); }
+
+void Teller::Progress(const std::string& step) {
+    if (quiet || !terminal) return;
+    Wipe();
+    std::cerr << step << " ..." << std::flush;
+    progressShown = true;
+}
+
+void Teller::Remark(const std::string& text) {
+    if (quiet) return;
+    Wipe();
+    std::cerr << text << '\n';
+}
+
+void Teller::Loss(const std::string& text) {
+    Wipe();
+    std::cerr << text << '\n';
+    lost = true;
+}
+
+void Teller::Wipe() {
+    if (progressShown) std::cerr << "\r\033[K" << std::flush;
+    progressShown = false;
+}
+
+}  // namespace brenvik::app

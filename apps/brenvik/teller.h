@@ -1,0 +1,35 @@
+// What a command tells beside its output, and what it means for the exit status.
+#pragma once
+
+#include <string>
+
+#include "exit_status.h"
+
+namespace brenvik::app {
+
+class Teller {
+  public:
+    /// Progress is told on a terminal only; `quiet` leaves it and the remarks out.
+    explicit Teller(bool quietWished);
+    ~Teller();
+    Teller(const Teller&) = delete;
+    Teller& operator=(const Teller&) = delete;
+
+    /// What is being done; the next step or the end wipes it away.
+    void Progress(const std::string& step);
+    /// Something that the user may want to know.
+    void Remark(const std::string& text);
+    /// Something was skipped or failed: told in any case, and the command ends incomplete.
+    void Loss(const std::string& text);
+
+    ExitStatus Status() const { return lost ? ExitStatus::Incomplete : ExitStatus::Done; }
+    void MarkIncomplete() { lost = true; }
+    /// Takes the progress line off the terminal.
+    void Wipe();
+
+  private:
+    bool quiet, terminal;
+    bool progressShown = false, lost = false;
+};
+
+}  // namespace brenvik::app

@@ -1,0 +1,45 @@
+// The system with all its platforms: where they lie, wired once, loaded and unloaded.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "console/console_shell.h"
+#include "drafting_host/document/host_application.h"
+#include "file_roots/file_roots.h"
+#include "part_table/sqlite_database.h"
+#include "settings/settings_store.h"
+#include "settings_store/text_settings.h"
+
+namespace brenvik::app {
+
+class Workplace {
+  public:
+    /// Wires the platforms over the home folder (blank: the default one) and loads the system. A home that
+    /// holds no settings is made first, in `units`. Throws CommandError for settings that can't be read, and
+    /// Failure where the home can't be made. `dialogs` must outlive the workplace.
+    Workplace(const std::string& homeOption, DialogPort& dialogs, MeasureUnits units = MeasureUnits::Metric);
+    ~Workplace();
+    Workplace(const Workplace&) = delete;
+    Workplace& operator=(const Workplace&) = delete;
+
+    const std::filesystem::path home;
+    FileRoots files;
+    TextSettings settings;
+    SqliteDatabase database;
+    ConsoleShell shell;
+    HostApplication host;
+    /// Whether this workplace was the first in its home.
+    bool HomeWasMade() const { return homeWasMade; }
+
+  private:
+    void Load(DialogPort& dialogs);
+    void RequireReadableSettings();
+
+    bool homeWasMade = false;
+};
+
+/// The home folder that the option names, or the default one; absolute.
+std::filesystem::path HomeOf(const std::string& homeOption);
+
+}  // namespace brenvik::app

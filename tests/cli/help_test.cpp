@@ -1,0 +1,91 @@
+// What the program says about itself, and how it takes wrong words.
+#include "program.h"
+
+namespace brenvik::cli_test {
+namespace {
+
+class Help : public ProgramTest {};
+
+TEST_F(Help, NamesEveryCommandAndTheExitStatuses) {
+    const Outcome outcome = Run({"--help"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "");
+    for (const char* word : {"init", "list", "run", "convert", "sample", "settings", "--home", "BRENVIK_HOME",
+                             "Exit status: 0 done"})
+        EXPECT_NE(outcome.output.find(word), std::string::npos) << word;
+    for (const char* word : {"export", "cnc ", "materials list", "desktop"})
+        EXPECT_EQ(outcome.output.find(word), std::string::npos) << word;
+}
+
+TEST_F(Help, EveryCommandHasItsOwn) {
+    const std::pair<const char*, std::vector<const char*>> commands[] = {
+        {"init", {"--units"}},
+        {"list", {"DRAWING", "--format", "--select", "--letters", "--save", "--quiet"}},
+        {"run", {"DRAWING", "--journal", "--select", "--letters", "--save", "--quiet"}},
+        {"convert", {"IN", "OUT", "--letters", "--quiet"}},
+        {"sample", {"OUT", "--quiet"}},
+        {"settings", {"list", "get", "set"}},
+    };
+    for (const auto& [command, words] : commands) {
+        const Outcome outcome = Run({command, "--help"});
+        EXPECT_EQ(outcome.status, 0) << command;
+        for (const char* word : words)
+            EXPECT_NE(outcome.output.find(word), std::string::npos) << command << " " << word;
+    }
+}
+
+TEST_F(Help, TellsTheVersion) {
+    const Outcome outcome = Run({"--version"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "brenvik " BRENVIK_VERSION "\n");
+}
+
+TEST_F(Help, MakesNoHome) {
+    Run({"--help"});
+    EXPECT_FALSE(Exists("home"));
+}
+
+struct WrongWords {
+    std::vector<std::string> words;
+    const char* told;
+};
+
+TEST_F(Help, WrongWordsEndWithStatus2) {
+    const WrongWords cases[] = {
+        {{}, "A subcommand is required"},
+        {{"lst", "a.dxf"}, "expected a command, found lst"},
+        {{"list"}, "DRAWING is required"},
+        {{"list", "a.dxf", "--sort", "Length"}, "--sort"},
+        {{"list", "a.dxf", "--format", "xml"}, "--format"},
+        {{"list", "a.dxf", "--letters", "LLT"}, "expected L, W and T in some order, or none; found LLT"},
+        {{"list", "a.dxf", "b.dxf"}, "b.dxf"},
+        {{"run", "a.dxf"}, "--journal is required"},
+        {{"convert", "a.dxf"}, "OUT is required"},
+        {{"convert", "a.dxf", "b.txt"},
+         "b.txt: expected a name that ends in .dxf, .dwg, .step, .stp or .sat"},
+        {{"sample", "b"}, "b: expected a name that ends in .dxf, .dwg, .step, .stp or .sat"},
+        {{"init", "--units", "furlong"}, "furlong"},
+        {{"settings"}, "A subcommand is required"},
+        {{"settings", "get", "NoSuchName"}, "expected the name of a setting, found NoSuchName"},
+        {{"settings", "set", "NoSuchName", "1"}, "expected the name of a setting, found NoSuchName"},
+    };
+    for (const WrongWords& c : cases) {
+        const Outcome outcome = Run(c.words);
+        EXPECT_EQ(outcome.status, 2) << c.told;
+        EXPECT_EQ(outcome.output, "") << c.told;
+        EXPECT_EQ(outcome.errors.rfind("brenvik: ", 0), 0u) << outcome.errors;
+        EXPECT_NE(outcome.errors.find(c.told), std::string::npos) << outcome.errors;
+    }
+}
+
+TEST_F(Help, CommandsOfOtherBuildsSaySo) {
+    for (const char* command : {"export", "cnc", "parts", "materials", "desktop"}) {
+        const Outcome outcome = Run({command, "a.dxf", "--target", "C2C"});
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_EQ(outcome.errors,
+                  std::string("brenvik: the command ") + command + " is not available in this build\n");
+    }
+}
+
+}  // namespace
+}  // namespace brenvik::cli_test

@@ -1,0 +1,96 @@
+// Journals as users write them: each file of tests/journals is played on the sample job and has to hold; and
+// journals that don't hold say where and why.
+#include <algorithm>
+
+#include "program.h"
+
+namespace brenvik::cli_test {
+namespace {
+
+std::vector<std::string> JournalNames() {
+    std::vector<std::string> names;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(std::filesystem::path(BRENVIK_SOURCE_DIR) / "tests/journals"))
+        if (entry.path().extension() == ".journal") names.push_back(entry.path().stem().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+class JournalFile : public ProgramTest, public ::testing::WithParamInterface<std::string> {};
+
+TEST_P(JournalFile, Holds) {
+    const std::string journal =
+        std::string(BRENVIK_SOURCE_DIR) + "/tests/journals/" + GetParam() + ".journal";
+    const Outcome outcome = Run({"run", ShippedSample().string(), "--journal", journal});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors << outcome.output;
+}
+
+std::string NameOf(const ::testing::TestParamInfo<std::string>& journal) { return journal.param; }
+
+INSTANTIATE_TEST_SUITE_P(All, JournalFile, ::testing::ValuesIn(JournalNames()), NameOf);
+
+TEST(JournalFiles, AreThere) { EXPECT_GE(JournalNames().size(), 5u); }
+
+class Journal : public ProgramTest {
+  protected:
+    Outcome Play(const std::string& text, const std::vector<std::string>& more = {}) const {
+        Write("a.journal", text);
+        std::vector<std::string> words{"run", ShippedSample().string(), "--journal", "a.journal"};
+        words.insert(words.end(), more.begin(), more.end());
+        return Run(words);
+    }
+};
+
+TEST_F(Journal, AFailingCheckEndsItWithStatus1AndTellsFileLineExpectedAndFound) {
+    const Outcome outcome = Play("command ShowSettings\nexpect text Text1 \"36\"\nprint Text1\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.errors,
+              "brenvik: a.journal: line 2: expect text Text1 \"36\": expected \"36\", found \"35\"\n");
+}
+
+TEST_F(Journal, AnUnknownCommandFails) {
+    const Outcome outcome = Play("command Shov\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors,
+              "brenvik: a.journal: line 1: command Shov: expected a command, found \"Shov\"\n");
+}
+
+TEST_F(Journal, AnUnknownHandleFails) {
+    const Outcome outcome = Play("select FFFFF\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(
+        outcome.errors,
+        "brenvik: a.journal: line 1: select FFFFF: expected an entity FFFFF, found none in the drawing\n");
+}
+
+TEST_F(Journal, PrintsGoToTheOutputAndMessagesToTheTranscript) {
+    const Outcome outcome =
+        Play("command ShowSettings\nprint Text1\nprint lblHeading\npress cmdCancel\ncommand BVMove\n");
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(outcome.output, "35\nBrenvik Settings\n");
+    EXPECT_EQ(outcome.errors, "[Brenvik] BVMove is not available in this build.\n");
+}
+
+TEST_F(Journal, AFormLeftOpenIsClosedAndTold) {
+    const Outcome outcome = Play("command ShowSettings\ntype Text1 77\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "the journal ended while frmSettings was open; closing it\n");
+    EXPECT_EQ(Run({"settings", "get", "CircleSize"}).output, "35\n");
+}
+
+TEST_F(Journal, SavesTheDrawingUnderAName) {
+    const Outcome outcome = Play("save one.dxf\n", {"--save", "two.dxf"});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    for (const char* name : {"one.dxf", "two.dxf"})
+        EXPECT_EQ(Run({"list", name}).output, Run({"list", ShippedSample().string()}).output) << name;
+}
+
+TEST_F(Journal, AnEmptyJournalDoesNothing) {
+    const Outcome outcome = Play("# nothing\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output + outcome.errors, "");
+}
+
+}  // namespace
+}  // namespace brenvik::cli_test

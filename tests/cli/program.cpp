@@ -1,0 +1,92 @@
+// The program's run through the shell.
+#include "program.h"
+
+#include <stdlib.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace brenvik::cli_test {
+
+namespace {
+
+std::string Quote(const std::string& word) {
+    std::string quoted = "'";
+    for (const char character : word)
+        quoted += character == '\'' ? std::string("'\\''") : std::string(1, character);
+    return quoted + "'";
+}
+
+std::filesystem::path MakeFolder() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "brenvik-cli-XXXXXX").string();
+    if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
+    return pattern;
+}
+
+}  // namespace
+
+std::string ReadFile(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    std::ostringstream content;
+    content << stream.rdbuf();
+    return content.str();
+}
+
+std::filesystem::path ShippedSample() {
+    return std::filesystem::path(BRENVIK_SOURCE_DIR) / "samples" / "base-cabinet.dxf";
+}
+
+ProgramTest::ProgramTest() : folder(MakeFolder()) {}
+
+ProgramTest::~ProgramTest() {
+    std::error_code ignored;
+    std::filesystem::remove_all(folder, ignored);
+}
+
+Outcome ProgramTest::Run(const std::vector<std::string>& words) const {
+    return RunInto(Path("stdout"), words);
+}
+
+Outcome ProgramTest::RunInto(const std::string& outputFile, const std::vector<std::string>& words) const {
+    std::vector<std::string> all{"--home", Path("home")};
+    all.insert(all.end(), words.begin(), words.end());
+    return RunShell("", all, outputFile);
+}
+
+Outcome ProgramTest::RunBare(const std::string& environment, const std::vector<std::string>& words) const {
+    return RunShell(environment, words, Path("stdout"));
+}
+
+Outcome ProgramTest::RunShell(const std::string& environment, const std::vector<std::string>& words,
+                              const std::string& outputFile) const {
+    std::string command = "cd " + Quote(folder.string()) + " && " + environment + " ";
+    command += Quote(BRENVIK_BINARY_DIR "/bin/brenvik");
+    for (const std::string& word : words) command += " " + Quote(word);
+    command += " >" + Quote(outputFile) + " 2>" + Quote(Path("stderr")) + " </dev/null";
+    const int status = std::system(command.c_str());
+    Outcome outcome;
+    // A signal would be a crash, which no test expects.
+    outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : 1000 + WTERMSIG(status);
+    if (outputFile == Path("stdout")) outcome.output = ReadFile(outputFile);
+    outcome.errors = ReadFile(Path("stderr"));
+    return outcome;
+}
+
+void ProgramTest::Write(const std::string& name, std::string_view content) const {
+    std::ofstream(folder / name, std::ios::binary) << content;
+}
+
+std::string ProgramTest::Read(const std::string& name) const { return ReadFile(folder / name); }
+
+void ProgramTest::WriteSample(const std::string& name) const {
+    if (std::filesystem::path(name).extension() == ".dxf") {
+        std::filesystem::copy_file(ShippedSample(), folder / name);
+        return;
+    }
+    const Outcome outcome = Run({"sample", name});
+    ASSERT_EQ(outcome.status, 0) << outcome.errors;
+}
+
+}  // namespace brenvik::cli_test
