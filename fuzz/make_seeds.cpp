@@ -1,4 +1,9 @@
 // Writes drawings and solids for the fuzz targets to start from: make_seeds DXF_FOLDER SAT_FOLDER.
+// The host's own "Handle" must be declared before the modeller makes a macro of that word.
+#include "drafting_host/dxf/dxf_writer.h"
+
+#include "drafting_host/acis/acis_text.h"
+
 #include <BRepAlgoAPI_Cut.hxx>
 #include <BRepPrimAPI_MakeBox.hxx>
 #include <BRepPrimAPI_MakeCone.hxx>
@@ -12,10 +17,6 @@
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "base/failure.h"
-#include "drafting_host/acis/acis_text.h"
-#include "drafting_host/dxf/dxf_writer.h"
 
 namespace {
 
