@@ -5,14 +5,15 @@ namespace brenvik {
 
 class DatabasePort;
 class DialogPort;
+class ExportDatabasePort;
 class FilesPort;
 class MeasuringPort;
 class PrintPort;
 class SettingsPort;
 class ShellPort;
 
-/// All members must be set; the owners outlive the loaded library. `print` and `shell` may be null where
-/// the platform has neither.
+/// All members must be set; the owners outlive the loaded library. `print`, `shell` and
+/// `exportDatabases` may be null where the platform has none.
 struct Platform {
     DialogPort* dialogs = nullptr;
     SettingsPort* settings = nullptr;
@@ -21,6 +22,7 @@ struct Platform {
     MeasuringPort* measuring = nullptr;
     PrintPort* print = nullptr;
     ShellPort* shell = nullptr;
+    ExportDatabasePort* exportDatabases = nullptr;
 };
 
 }  // namespace brenvik
