@@ -52,6 +52,9 @@ ReadResult ReadText(std::string_view text);
 /// of solids, faces, shells and compounds of them are taken. Throws WriteFailure.
 std::vector<std::string> WriteText(const TopoDS_Shape& shape);
 
+/// The same for several bodies in one text, one body for each shape.
+std::vector<std::string> WriteBodies(const std::vector<TopoDS_Shape>& shapes);
+
 /// A shape that ACIS text of version 400 cannot hold here; the text names the face and the reason.
 class WriteFailure : public std::runtime_error {
   public:

@@ -142,22 +142,24 @@ std::vector<LumpPart> SheetLumps(const std::vector<TopoDS_Face>& faces) {
     return lumps;
 }
 
+std::vector<LumpPart> LumpsOf(const TopoDS_Shape& shape) {
+    std::vector<LumpPart> lumps;
+    std::vector<TopoDS_Face> sheets;
+    CollectParts(shape, lumps, sheets);
+    for (LumpPart& lump : SheetLumps(sheets)) lumps.push_back(std::move(lump));
+    if (lumps.empty()) throw WriteFailure("the shape holds no face that could be written");
+    return lumps;
+}
+
 class Writer {
   public:
-    std::vector<std::string> Run(const std::vector<LumpPart>& lumps) {
-        const long body = Reserve();
-        std::vector<long> indices = Reserve(lumps.size());
-        records[Place(body)] = "body $-1 " + Reference(indices.front()) + " $-1 $-1 #";
-        for (std::size_t i = 0; i < lumps.size(); ++i) {
-            const long shell = WriteShells(lumps[i], indices[i]);
-            const long next = i + 1 < lumps.size() ? indices[i + 1] : nowhere;
-            records[Place(indices[i])] =
-                "lump $-1 " + Reference(next) + " " + Reference(shell) + " " + Reference(body) + " #";
-            // Lumps have nothing in common, even where the solids touch.
-            FinishCoedges();
-        }
-        std::vector<std::string> lines{"400 " + std::to_string(records.size()) + " 1 0",
-                                       "7 Brenvik 9 ACIS 4.00 0 ", "1 9.9999999999999995e-007 1e-010"};
+    /// Each entry holds the lumps of one body.
+    std::vector<std::string> Run(const std::vector<std::vector<LumpPart>>& bodies) {
+        const std::vector<long> indices = Reserve(bodies.size());
+        for (std::size_t i = 0; i < bodies.size(); ++i) WriteBody(bodies[i], indices[i]);
+        std::vector<std::string> lines{
+            "400 " + std::to_string(records.size()) + " " + std::to_string(bodies.size()) + " 0",
+            "7 Brenvik 9 ACIS 4.00 0 ", "1 9.9999999999999995e-007 1e-010"};
         lines.insert(lines.end(), records.begin(), records.end());
         lines.emplace_back("End-of-ACIS-data");
         return lines;
@@ -184,6 +186,7 @@ class Writer {
         return indices;
     }
 
+    void WriteBody(const std::vector<LumpPart>& lumps, long body);
     long WriteShells(const LumpPart& lump, long lumpIndex);
     void WriteFace(const TopoDS_Face& face, bool sheet, long index, long next, long shell);
     long WriteLoop(const std::vector<TopoDS_Edge>& edges, long face, long index, long next);
@@ -199,6 +202,19 @@ class Writer {
     ShapeMap<long> vertices;
     int facesWritten = 0;
 };
+
+void Writer::WriteBody(const std::vector<LumpPart>& lumps, long body) {
+    const std::vector<long> indices = Reserve(lumps.size());
+    records[Place(body)] = "body $-1 " + Reference(indices.front()) + " $-1 $-1 #";
+    for (std::size_t i = 0; i < lumps.size(); ++i) {
+        const long shell = WriteShells(lumps[i], indices[i]);
+        const long next = i + 1 < lumps.size() ? indices[i + 1] : nowhere;
+        records[Place(indices[i])] =
+            "lump $-1 " + Reference(next) + " " + Reference(shell) + " " + Reference(body) + " #";
+        // Lumps have nothing in common, even where the solids touch.
+        FinishCoedges();
+    }
+}
 
 long Writer::WriteShells(const LumpPart& lump, long lumpIndex) {
     const std::vector<long> shells = Reserve(lump.size());
@@ -347,14 +363,13 @@ void Writer::FinishCoedges() {
 
 }  // namespace
 
-std::vector<std::string> WriteText(const TopoDS_Shape& shape) {
-    std::vector<LumpPart> lumps;
-    std::vector<TopoDS_Face> sheets;
-    CollectParts(shape, lumps, sheets);
-    for (LumpPart& lump : SheetLumps(sheets)) lumps.push_back(std::move(lump));
-    if (lumps.empty()) throw WriteFailure("the shape holds no face that could be written");
+std::vector<std::string> WriteText(const TopoDS_Shape& shape) { return WriteBodies({shape}); }
+
+std::vector<std::string> WriteBodies(const std::vector<TopoDS_Shape>& shapes) {
+    std::vector<std::vector<LumpPart>> bodies;
+    for (const TopoDS_Shape& shape : shapes) bodies.push_back(LumpsOf(shape));
     try {
-        return Writer().Run(lumps);
+        return Writer().Run(bodies);
     } catch (const Standard_Failure& failure) {
         throw WriteFailure(std::string("the shape cannot be written: ") + failure.DynamicType()->Name());
     }

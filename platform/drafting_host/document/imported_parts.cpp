@@ -1,9 +1,7 @@
 // Other systems know no part data: what they do know becomes part data here, and back again.
 #include "drafting_host/document/imported_parts.h"
 
-#include <BRep_Builder.hxx>
 #include <TopExp_Explorer.hxx>
-#include <TopoDS_Compound.hxx>
 
 #include "base/handle_text.h"
 #include "base/number_text.h"
@@ -156,10 +154,7 @@ std::vector<step::StepSolid> StepSolidsOf(const HostDocument& document, std::vec
 }
 
 std::vector<std::string> AcisLinesOf(const HostDocument& document, std::vector<std::string>& problems) {
-    const BRep_Builder builder;
-    TopoDS_Compound all;
-    builder.MakeCompound(all);
-    bool any = false;
+    std::vector<TopoDS_Shape> bodies;
     for (const HostSolid* solid : SolidsOf(document, "ACIS text", problems)) {
         try {
             acis::WriteText(solid->Shape());
@@ -167,11 +162,10 @@ std::vector<std::string> AcisLinesOf(const HostDocument& document, std::vector<s
             problems.push_back("AcDb3dSolid " + HandleToText(solid->HandleNumber()) + ": " + failure.what());
             continue;
         }
-        builder.Add(all, solid->Shape());
-        any = true;
+        bodies.push_back(solid->Shape());
     }
-    if (!any) throw host_failure::NotPossible("there is no solid that ACIS text can hold");
-    return acis::WriteText(all);
+    if (bodies.empty()) throw host_failure::NotPossible("there is no solid that ACIS text can hold");
+    return acis::WriteBodies(bodies);
 }
 
 }  // namespace brenvik
