@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 #include <BRepPrimAPI_MakeBox.hxx>
 
-#include "base/text.h"
 #include "drafting_host/acis/acis_text.h"
 
 namespace brenvik::acis {
@@ -12,7 +11,9 @@ TEST(AcisBodies, EachShapeIsOneBodyEvenWhereCopiesShareTheirEdges) {
     const TopoDS_Shape box = BRepPrimAPI_MakeBox(10, 20, 30).Shape();
     const std::vector<std::string> lines = WriteBodies({box, BRepPrimAPI_MakeBox(1, 2, 3).Shape(), box});
     EXPECT_EQ(lines.front().substr(lines.front().size() - 4), " 3 0");
-    const ReadResult read = ReadText(Join(lines, "\n") + "\n");
+    std::string text;
+    for (const std::string& line : lines) text += line + "\n";
+    const ReadResult read = ReadText(text);
     EXPECT_TRUE(read.problems.empty());
     EXPECT_EQ(read.bodies.size(), 3u);
 }
