@@ -5,6 +5,7 @@
 #include <BRepAlgoAPI_Common.hxx>
 #include <BRepAlgoAPI_Cut.hxx>
 #include <BRepAlgoAPI_Fuse.hxx>
+#include <BRepBndLib.hxx>
 #include <BRepBuilderAPI_MakeEdge.hxx>
 #include <BRepBuilderAPI_MakeFace.hxx>
 #include <BRepBuilderAPI_MakePolygon.hxx>
@@ -20,6 +21,7 @@
 #include <BRepPrimAPI_MakeTorus.hxx>
 #include <BRep_Builder.hxx>
 #include <BRep_Tool.hxx>
+#include <Bnd_Box.hxx>
 #include <TopExp.hxx>
 #include <TopTools_IndexedMapOfShape.hxx>
 #include <TopoDS.hxx>
@@ -249,6 +251,24 @@ TEST_P(RoundTrip, KeepsTheVolumeUnderReflectionRotationAndScale) {
         ReadOne(Placed(shape, "0.6 0.8 0 0.8 -0.6 0 0 0 1 5 6 7 0.5 rotate reflect no_shear"));
     const double volume = GetParam().volume.value_or(Volume(shape)) / 8;
     EXPECT_NEAR(Volume(placed), volume, 1e-9 * volume);
+}
+
+TEST_P(RoundTrip, GivesAShapeThatCanBeCutAgain) {
+    const TopoDS_Shape shape = GetParam().make();
+    const TopoDS_Shape back = ReadOne(Joined(WriteText(shape)));
+    // A saw cut through the whole, off every middle and vertex.
+    Bnd_Box box;
+    BRepBndLib::Add(shape, box);
+    const gp_Pnt low = box.CornerMin();
+    const gp_Pnt high = box.CornerMax();
+    const double x = low.X() + 0.317 * (high.X() - low.X());
+    const TopoDS_Shape saw =
+        BRepPrimAPI_MakeBox(gp_Pnt(x, low.Y() - 1, low.Z() - 1), gp_Pnt(x + 4, high.Y() + 1, high.Z() + 1))
+            .Shape();
+    const TopoDS_Shape expected = BRepAlgoAPI_Cut(shape, saw).Shape();
+    const TopoDS_Shape cut = BRepAlgoAPI_Cut(back, saw).Shape();
+    ExpectValid(cut);
+    EXPECT_NEAR(Volume(cut), Volume(expected), 1e-6 * Volume(expected));
 }
 
 INSTANTIATE_TEST_SUITE_P(

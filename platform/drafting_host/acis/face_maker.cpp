@@ -394,7 +394,7 @@ MadeFaces WholeSurface(const FacePlan& plan, const Nodes& nodes) {
 }  // namespace
 
 void MakeEdges(Nodes& nodes) {
-    const BRep_Builder builder;
+    BRep_Builder builder;
     for (VertexNode& vertex : nodes.vertices)
         builder.MakeVertex(vertex.shape, vertex.place, vertex.tolerance);
     for (EdgeNode& edge : nodes.edges) {
@@ -413,7 +413,7 @@ MadeFaces MakeFaces(const FacePlan& face, Nodes& nodes) {
 }
 
 void SettleTolerances(const Nodes& nodes) {
-    const BRep_Builder builder;
+    BRep_Builder builder;
     for (const EdgeNode& edge : nodes.edges) {
         builder.UpdateEdge(edge.shape, edge.tolerance);
         for (const int end : {edge.start, edge.end}) {

@@ -288,7 +288,7 @@ double SignedVolume(const TopoDS_Shell& shell) {
 }
 
 void BodyBuilder::MakeShell(ShellWork& shell) {
-    const BRep_Builder builder;
+    BRep_Builder builder;
     builder.MakeShell(shell.shape);
     double flux = 0;
     double terms = 0;
@@ -309,7 +309,7 @@ TopoDS_Shape MakeSolid(std::vector<ShellWork> shells) {
     std::stable_sort(shells.begin(), shells.end(), [](const ShellWork& a, const ShellWork& b) {
         return std::abs(a.volume) > std::abs(b.volume);
     });
-    const BRep_Builder builder;
+    BRep_Builder builder;
     TopoDS_Solid solid;
     builder.MakeSolid(solid);
     for (std::size_t i = 0; i < shells.size(); ++i) {
@@ -325,7 +325,7 @@ TopoDS_Shape MakeSolid(std::vector<ShellWork> shells) {
 
 TopoDS_Shape BodyBuilder::MakeLump(LumpWork& lump) {
     std::vector<ShellWork> closed;
-    const BRep_Builder builder;
+    BRep_Builder builder;
     TopoDS_Compound loose;
     builder.MakeCompound(loose);
     int looseFaces = 0;
@@ -366,7 +366,7 @@ BuiltBody BodyBuilder::Assemble() {
         for (TopoDS_Iterator face(shape); face.More(); face.Next()) parts.push_back(face.Value());
     }
     if (parts.size() == 1) return {parts.front(), std::move(remarks)};
-    const BRep_Builder builder;
+    BRep_Builder builder;
     TopoDS_Compound compound;
     builder.MakeCompound(compound);
     for (const TopoDS_Shape& part : parts) builder.Add(compound, part);
