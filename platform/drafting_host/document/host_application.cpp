@@ -102,6 +102,7 @@ void HostApplication::CloseDocument(HostDocument& document) {
     const auto found = std::find_if(mDocuments.begin(), mDocuments.end(),
                                     [&](const auto& one) { return one.get() == &document; });
     if (found == mDocuments.end()) throw host_failure::InvalidArgument("a drawing of another host");
+    if (mCommandLine != nullptr) mCommandLine->Forget(document);
     ForgetObjectsOf(document);
     document.Empty();
     std::erase(mActivation, &document);

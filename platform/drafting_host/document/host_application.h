@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "drafting_host/document/command_line_port.h"
 #include "drafting_host/document/drawing_files.h"
 #include "drafting_host/document/host_document.h"
 #include "session/measuring_port.h"
@@ -57,6 +58,21 @@ class HostApplication final : public AcadApplication, public MeasuringPort {
     /// Null detaches. The port outlives the application or is detached before it goes.
     void SetPrompts(PromptPort* prompts) { mPrompts = prompts; }
     PromptPort* Prompts() const { return mPrompts; }
+    /// Who carries out what is typed (the command line sets itself). Null detaches.
+    void SetCommandLine(CommandLinePort* commandLine) { mCommandLine = commandLine; }
+    CommandLinePort* CommandLine() const { return mCommandLine; }
+    /// What the command line shows, a whole line at a time and without its line end: an answered prompt
+    /// with its answer, or a message. Without a sink the lines are dropped.
+    using TranscriptSink = std::function<void(std::string_view line)>;
+    void SetTranscript(TranscriptSink sink) { mTranscript = std::move(sink); }
+    void Tell(std::string_view line) const {
+        if (mTranscript) mTranscript(line);
+    }
+    /// Called after a command that reshapes parts has ended and changed something: UNION, SLICE, INTERSECT
+    /// and SOLIDEDIT. The changed solids are the previous selection by then.
+    using CommandEndedHandler = std::function<void(HostDocument& document, std::string_view commandName)>;
+    void SetCommandEndedHandler(CommandEndedHandler handler) { mCommandEnded = std::move(handler); }
+    const CommandEndedHandler& CommandEnded() const { return mCommandEnded; }
     /// How often the view was zoomed to the extents.
     int ZoomCount() const { return mZoomCount; }
 
@@ -78,6 +94,9 @@ class HostApplication final : public AcadApplication, public MeasuringPort {
     int mZoomCount = 0;
     PathResolver mResolver;
     PromptPort* mPrompts = nullptr;
+    CommandLinePort* mCommandLine = nullptr;
+    TranscriptSink mTranscript;
+    CommandEndedHandler mCommandEnded;
 };
 
 }  // namespace brenvik

@@ -122,8 +122,9 @@ AcadObject* HostDocument::HandleToObject(std::string_view handle) {
 
 void HostDocument::SendCommand(std::string_view text) {
     RequireOpen();
-    throw Failure(host_failure::notPossible, "Drafting host",
-                  "The command line is not available in this build.", std::string(text));
+    CommandLinePort* commandLine = mApplication.CommandLine();
+    if (commandLine == nullptr) throw host_failure::NotPossible("this host has no command line");
+    commandLine->Send(*this, text);
 }
 
 void HostDocument::Close(bool saveChanges) {
