@@ -158,6 +158,7 @@ TEST(WriteText, RefusesASplineSurfaceByFaceAndName) {
 
 TEST(WriteText, RefusesAShapeWithoutFaces) {
     EXPECT_THROW(WriteText(TopoDS_Shape()), WriteFailure);
+    EXPECT_THROW(WriteBodies({}), WriteFailure);
     EXPECT_THROW(WriteText(BRepBuilderAPI_MakeEdge(gp_Pnt(0, 0, 0), gp_Pnt(1, 0, 0)).Shape()), WriteFailure);
 }
 

@@ -366,6 +366,7 @@ void Writer::FinishCoedges() {
 std::vector<std::string> WriteText(const TopoDS_Shape& shape) { return WriteBodies({shape}); }
 
 std::vector<std::string> WriteBodies(const std::vector<TopoDS_Shape>& shapes) {
+    if (shapes.empty()) throw WriteFailure("there is no shape that could be written");
     std::vector<std::vector<LumpPart>> bodies;
     for (const TopoDS_Shape& shape : shapes) bodies.push_back(LumpsOf(shape));
     try {
