@@ -44,6 +44,7 @@ bool IsTicked(const JournalStep& step, const Form& form) {
 
 std::string QuotedItems(const std::vector<std::string>& items) {
     std::vector<std::string> quoted;
+    quoted.reserve(items.size());
     for (const std::string& item : items) quoted.push_back(Quoted(item));
     return items.empty() ? "no items" : Join(quoted, " ");
 }

@@ -20,6 +20,7 @@ int WholeNumber(std::string_view text) { return static_cast<int>(LenientNumber(t
 std::string Listed(const std::vector<std::string>& items) {
     if (items.empty()) return "none";
     std::vector<std::string> quoted;
+    quoted.reserve(items.size());
     for (const std::string& item : items) quoted.push_back(Quoted(item));
     return Join(quoted, ", ");
 }

@@ -86,6 +86,7 @@ std::optional<std::string> SessionValueText(std::string_view name) {
 
 std::vector<std::string> SessionValueNames() {
     std::vector<std::string> names;
+    names.reserve(textMembers.size() + flagMembers.size() + tellers.size());
     for (const auto& entry : textMembers) names.emplace_back(entry.first);
     for (const auto& entry : flagMembers) names.emplace_back(entry.first);
     for (const auto& entry : tellers) names.emplace_back(entry.first);
