@@ -198,6 +198,16 @@ TEST(DxfEntities, NamesThatNoTableHoldsAreAdded) {
     EXPECT_EQ(ModelSpace(data)[1].layer, "Boards");
 }
 
+TEST(DxfEntities, BlankNamesAreTheStandardOnes) {
+    const DrawingData data = Read(Entities("0 TEXT|8 |6 |7 |10 0|20 0|40 1|1 A"));
+    ASSERT_EQ(ModelSpace(data).size(), 1U);
+    const EntityData& entity = ModelSpace(data)[0];
+    EXPECT_EQ(entity.layer, "0");
+    EXPECT_EQ(entity.linetype, "ByLayer");
+    EXPECT_EQ(std::get<TextData>(entity.geometry).style, "Standard");
+    for (const LinetypeData& linetype : data.linetypes) EXPECT_NE(linetype.name, "");
+}
+
 struct Body {
     std::string name, groups, text;
     friend std::ostream& operator<<(std::ostream& out, const Body& self) { return out << self.name; }

@@ -15,6 +15,11 @@ void ForEachEntity(DrawingData& data, Visit visit) {
     }
 }
 
+// A blank name can stand in no table; it means what the file would have meant without the group.
+void FillBlank(std::string& name, const char* standard) {
+    if (name.empty()) name = standard;
+}
+
 // The names in entities become those of the tables, letter by letter; what no table holds is added.
 void JoinNames(DrawingData& data) {
     NameTable layers(data.layers);
@@ -22,14 +27,22 @@ void JoinNames(DrawingData& data) {
     NameTable styles(data.styles);
     std::set<std::string, LessIgnoreCase> applications(data.applications.begin(), data.applications.end());
     ForEachEntity(data, [&](EntityData& entity) {
+        FillBlank(entity.layer, "0");
         entity.layer = layers.Named(entity.layer).name;
+        FillBlank(entity.linetype, "ByLayer");
         entity.linetype = linetypes.Named(entity.linetype).name;
-        if (std::string* const style = StyleOf(entity.geometry)) *style = styles.Named(*style).name;
+        if (std::string* const style = StyleOf(entity.geometry)) {
+            FillBlank(*style, "Standard");
+            *style = styles.Named(*style).name;
+        }
         for (const XDataOfApp& app : entity.xdata) {
             if (applications.insert(app.app).second) data.applications.push_back(app.app);
         }
     });
-    for (LayerData& layer : data.layers) layer.linetype = linetypes.Named(layer.linetype).name;
+    for (LayerData& layer : data.layers) {
+        FillBlank(layer.linetype, "Continuous");
+        layer.linetype = linetypes.Named(layer.linetype).name;
+    }
     data.currentLayer = layers.Has(data.currentLayer) ? layers.Named(data.currentLayer).name : "0";
 }
 
