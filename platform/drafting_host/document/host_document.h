@@ -47,6 +47,8 @@ class HostDocument final : public AcadDocument {
     AcadUtility& Utility() override;
     AcadObject* HandleToObject(std::string_view handle) override;
     void SendCommand(std::string_view text) override;
+    /// Fails for a drawing without a name, and for one read from STEP or ACIS text: its source is never
+    /// overwritten, and only SaveAs gives it a file of its own.
     void Save() override;
     void SaveAs(std::string_view fileName, SaveAsKind kind) override;
     void Wblock(std::string_view fileName, AcadSelectionSet& set) override;
@@ -102,6 +104,8 @@ class HostDocument final : public AcadDocument {
     /// Puts a read drawing into this document, which has to be empty still.
     void TakeOver(DrawingData data);
     void SetFile(std::string fullName) { mFullName = std::move(fullName); }
+    /// Tells that the drawing came from a file of another system.
+    void MarkImported() { mImported = true; }
     bool Closed() const { return mClosed; }
     void RequireOpen() const;
     /// Lets go of everything; the shell stays for pointers that point at it.
@@ -140,6 +144,7 @@ class HostDocument final : public AcadDocument {
     ActiveSpaceKind mSpace = ActiveSpaceKind::ModelSpace;
     bool mMSpace = false;
     bool mClosed = false;
+    bool mImported = false;
 };
 
 }  // namespace brenvik

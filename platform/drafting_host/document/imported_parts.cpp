@@ -105,11 +105,15 @@ std::vector<const HostSolid*> SolidsOf(const HostDocument& document, std::string
 
 void ImportStep(HostDocument& document, const std::filesystem::path& path, const ReadOptions& options) {
     const step::StepDocument read = step::ReadStep(path);
+    document.MarkImported();
     constexpr int millimetres = 4, metric = 1;
     document.Tables().insertUnits = millimetres;
     document.Tables().measurement = metric;
     for (const step::StepSolid& part : read.solids) AddPart(document, part, options);
-    for (const std::string& note : read.notes) document.Tables().notes.push_back({0, note, true});
+    // Which code page names were read in is worth telling, but nothing is lost by it.
+    for (const std::string& note : read.notes) {
+        document.Tables().notes.push_back({0, note, !note.starts_with("names read as")});
+    }
 }
 
 void ImportAcis(HostDocument& document, std::string_view content, const std::filesystem::path& path,
@@ -124,6 +128,7 @@ void ImportAcis(HostDocument& document, std::string_view content, const std::fil
         throw host_failure::InvalidFile(path.string(), first.line, "an ACIS body that can be read",
                                         place + first.text);
     }
+    document.MarkImported();
     const std::string stem = path.stem().string();
     int number = 0;
     for (const TopoDS_Shape& body : read.bodies) {

@@ -24,6 +24,10 @@ void KeepProblems(HostDocument& document, const std::vector<std::string>& proble
 void HostDocument::Save() {
     RequireOpen();
     if (mFullName.empty()) throw host_failure::NotPossible("the drawing has no name yet");
+    if (mImported) {
+        throw host_failure::NotPossible(mFullName +
+                                        " is no drawing file; save the drawing under a name of its own");
+    }
     const std::filesystem::path path = mApplication.Resolve(mFullName);
     KeepProblems(*this, SaveDrawing(*this, path));
 }
@@ -39,6 +43,7 @@ void HostDocument::SaveAs(std::string_view fileName, SaveAsKind kind) {
     WriteDxfFile(ToData(problems), mApplication.Resolve(name));
     KeepProblems(*this, problems);
     mFullName = name;
+    mImported = false;
 }
 
 void HostDocument::Wblock(std::string_view fileName, AcadSelectionSet& set) {

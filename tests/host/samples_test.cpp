@@ -1,0 +1,191 @@
+// Drawings by other programs, opened through the host: which are read and with which volumes, and which
+// are refused by name.
+#include <map>
+#include <numeric>
+
+#include "host_fixture.h"
+#include "support/ezdxf_audit.h"
+#include "support/sample_files.h"
+#include "support/temporary_folder.h"
+
+namespace brenvik {
+namespace {
+
+constexpr double pi = std::numbers::pi;
+
+struct Sample {
+    const char* file;
+    std::vector<double> volumes;  // of the solids of model space, in order
+};
+
+class Samples : public HostTest {
+  protected:
+    void SetUp() override {
+        if (!test::HasSamples()) GTEST_SKIP() << "the sample drawings are not there";
+    }
+    HostDocument& Open(const std::string& file) {
+        return application.OpenDrawing(test::SampleFolder() / file);
+    }
+    std::map<std::string, int> KindsIn(HostDocument& drawing) {
+        std::map<std::string, int> kinds;
+        for (const std::string& name : NamesIn(drawing.ModelSpace())) ++kinds[name];
+        return kinds;
+    }
+    std::vector<double> VolumesOf(HostDocument& drawing) {
+        std::vector<double> volumes;
+        drawing.ModelSpace().ForEach([&](AcadEntity& entity) {
+            if (auto* solid = dynamic_cast<Acad3DSolid*>(&entity)) volumes.push_back(solid->Volume());
+        });
+        return volumes;
+    }
+    void ExpectVolumes(const std::vector<double>& is, const std::vector<double>& wanted, double relative) {
+        ASSERT_EQ(is.size(), wanted.size());
+        for (std::size_t i = 0; i < is.size(); ++i) EXPECT_NEAR(is[i], wanted[i], relative * wanted[i]);
+    }
+};
+
+TEST_F(Samples, AcisTextFiles) {
+    const std::vector<Sample> samples{
+        {"sat/cgma__merge.sat", {1000, 1000}},
+        {"sat/cgma__brick_2.sat", {8}},
+        {"sat/meshkit__cube.sat", {1000}},
+        {"sat/meshkit__brick.sat", {1}},
+        {"sat/meshkit__cylcube.sat", {1000, 250 * pi}},
+        {"sat/meshkit__threeholecube.sat", {0.91706593}},
+        {"sat/meshkit__simpletet.sat", {0.4330127}},
+        {"sat/meshkit__sphere.sat", {4000 * pi / 3}},
+        {"sat/3Dshapes_1.sat", {6.25 * pi * 2.55743}},
+        {"sat/3Dshapes_2.sat", {25 * 4.642655}},
+        {"sat/3Dshapes_3.sat", {22.5 * pi}},
+    };
+    for (const Sample& sample : samples) {
+        SCOPED_TRACE(sample.file);
+        HostDocument& drawing = Open(sample.file);
+        ExpectVolumes(VolumesOf(drawing), sample.volumes, 1e-6);
+        EXPECT_TRUE(drawing.Notes().empty());
+        EXPECT_EQ(TextOf(*drawing.ModelSpace().Item(0), "ORIE"), "LWT");
+        drawing.Close(false);
+    }
+}
+
+TEST_F(Samples, OneDrawingInThreeReleasesHoldsTheSameBodies) {
+    HostDocument& r2000 = Open("dxf/ACadSharp__sample_AC1015_ascii.dxf");
+    const std::vector<double> volumes = VolumesOf(r2000);
+    ASSERT_EQ(volumes.size(), 2U);
+    EXPECT_NEAR(volumes[0], 125, 1e-9);
+    for (const char* other :
+         {"dxf/ACadSharp__sample_AC1018_ascii.dxf", "dxf/ACadSharp__sample_AC1024_ascii.dxf"}) {
+        SCOPED_TRACE(other);
+        HostDocument& drawing = Open(other);
+        ExpectVolumes(VolumesOf(drawing), volumes, 1e-9);
+        EXPECT_EQ(KindsIn(drawing), KindsIn(r2000));
+    }
+    const std::map<std::string, int> kinds = KindsIn(r2000);
+    EXPECT_EQ(kinds.at("AcDbRegion"), 1);
+    EXPECT_EQ(kinds.at("AcDbPolyline"), 21);
+    EXPECT_EQ(kinds.at("AcDbPolyFaceMesh"), 1);
+}
+
+TEST_F(Samples, DrawingsKeepWhatTheyHoldAndGetNoLetters) {
+    const std::vector<Sample> samples{
+        {"dxf/ezdxf__torus_r2000.dxf", {63165.468167}},
+        {"dxf/ezdxf__torus_r2007.dxf", {63165.468167}},
+    };
+    for (const Sample& sample : samples) {
+        SCOPED_TRACE(sample.file);
+        HostDocument& drawing = Open(sample.file);
+        ExpectVolumes(VolumesOf(drawing), sample.volumes, 1e-9);
+        EXPECT_EQ(TextOf(*drawing.ModelSpace().Item(0), "ORIE"), "");
+    }
+    HostDocument& shapes = Open("dxf/ezdxf__acistools_3dsolids.dxf");
+    int solids = 0;
+    for (const auto& block : shapes.AllBlocks()) {
+        block->ForEach([&](AcadEntity& entity) { solids += entity.ObjectName() == "AcDb3dSolid" ? 1 : 0; });
+    }
+    EXPECT_EQ(solids, 5);
+    EXPECT_TRUE(shapes.Notes().empty());
+}
+
+TEST_F(Samples, BinaryBodiesAreToldEachByItsHandleAndTheRestArrives) {
+    const std::vector<std::pair<const char*, std::size_t>> samples{
+        {"dxf/ACadSharp__sample_AC1027_ascii.dxf", 3},
+        {"dxf/ezdxf__xref_sphere.dxf", 1},
+        {"dxf/sample-files__3Dboxes.dxf", 2},
+        {"dxf/sample-files__3Dshapes.dxf", 3},
+    };
+    for (const auto& [file, bodies] : samples) {
+        SCOPED_TRACE(file);
+        std::size_t told = 0;
+        for (const ReadNote& note : Open(file).Notes()) {
+            if (note.text.find("SAB") == std::string::npos) continue;
+            ++told;
+            EXPECT_TRUE(note.dataLost);
+            EXPECT_GT(note.line, 0U);
+        }
+        EXPECT_EQ(told, bodies);
+    }
+    EXPECT_EQ(KindsIn(Open("dxf/ACadSharp__sample_AC1027_ascii.dxf")).at("AcDbPolyline"), 21);
+}
+
+TEST_F(Samples, BinaryFilesAreRefusedByName) {
+    const std::vector<std::pair<std::string, std::string>> samples{
+        {"dxf/ACadSharp__sample_AC1015_binary.dxf", "binary DXF"},
+        {"dwg/ACadSharp__sample_AC1015.dwg", "(DWG)"},
+        {"dwg/ACadSharp__sample_AC1018.dwg", "(DWG)"},
+        {"dwg/ACadSharp__sample_AC1024.dwg", "(DWG)"},
+    };
+    for (const auto& [file, told] : samples) {
+        const Failure failure = FailureOf([&] { Open(file); });
+        EXPECT_NE(failure.detail().find(file), std::string::npos) << failure.detail();
+        EXPECT_NE(failure.detail().find(told), std::string::npos) << failure.detail();
+    }
+}
+
+TEST_F(Samples, StepAssembliesBecomePartData) {
+    HostDocument& bookcase = Open("step/Woodworking__Bookcase_001.step");
+    const std::vector<double> volumes = VolumesOf(bookcase);
+    ASSERT_EQ(volumes.size(), 8U);
+    EXPECT_NEAR(std::accumulate(volumes.begin(), volumes.end(), 0.0), 22368000, 1e-3);
+    const AcadObject& side = *bookcase.ModelSpace().Item(0);
+    EXPECT_EQ(TextOf(side, "PARTNAME"), "Side left");
+    EXPECT_EQ(TextOf(side, "SUBASSEMBLY"), "Bookcase_001");
+    EXPECT_EQ(TextOf(side, "OLDVALUE1"), "18");
+    EXPECT_EQ(TextOf(side, "OLDVALUE2"), "300");
+    EXPECT_EQ(TextOf(side, "OLDVALUE3"), "764");
+    HostDocument& russian = Open("step/cgma__cub_model.step");
+    EXPECT_EQ(russian.ModelSpace().Count(), 2);
+    for (const ReadNote& note : russian.Notes()) EXPECT_FALSE(note.dataLost) << note.text;
+}
+
+TEST_F(Samples, EveryStepFileIsReadAndSavedAsADrawingThatComesBack) {
+    TemporaryFolder folder;
+    for (const auto& entry : std::filesystem::directory_iterator(test::SampleFolder() / "step")) {
+        SCOPED_TRACE(entry.path().filename().string());
+        HostDocument& job = application.OpenDrawing(entry.path());
+        const std::vector<double> volumes = VolumesOf(job);
+        EXPECT_FALSE(volumes.empty());
+        const std::filesystem::path path = folder.Path() / "job.dxf";
+        const std::vector<std::string> problems = SaveDrawing(job, path);
+        HostDocument& again = application.OpenDrawing(path);
+        EXPECT_TRUE(again.Notes().empty());
+        if (problems.empty()) ExpectVolumes(VolumesOf(again), volumes, 1e-9);
+        EXPECT_EQ(static_cast<std::size_t>(again.ModelSpace().Count()) + problems.size(), volumes.size());
+        again.Close(false);
+        job.Close(false);
+    }
+}
+
+TEST_F(Samples, WhatWasReadAndSavedAgainPassesAnIndependentAudit) {
+    if (!test::HasEzdxf()) GTEST_SKIP() << "ezdxf is not installed";
+    TemporaryFolder folder;
+    const std::filesystem::path path = folder.Path() / "again.dxf";
+    for (const char* file : {"dxf/ACadSharp__sample_AC1015_ascii.dxf", "dxf/ezdxf__acistools_3dsolids.dxf",
+                             "step/Woodworking__Bookcase_001.step", "sat/meshkit__threeholecube.sat"}) {
+        SCOPED_TRACE(file);
+        EXPECT_TRUE(SaveDrawing(Open(file), path).empty());
+        EXPECT_EQ(test::AuditWithEzdxf(path), std::nullopt);
+    }
+}
+
+}  // namespace
+}  // namespace brenvik
