@@ -40,6 +40,13 @@ struct Relabelling {
     int BigLabel = 0, MidLabel = 0, SmallLabel = 0;
 };
 
+/// Whether two sums of sizes are equal to the decimals that extents are rounded to. Sums taken in different
+/// orders may differ in their last bit, which must not look like a change of shape.
+bool SameSum(double a, double b) {
+    constexpr int extentDecimals = 5;
+    return RoundHalfEven(a, extentDecimals) == RoundHalfEven(b, extentDecimals);
+}
+
 int CountMatches(const OrieUpdate& update) {
     ClearExtentsTakenForCount();
     const auto& [Small, Mid, Big] = update.extents;
@@ -118,7 +125,7 @@ std::string ChooseLetters(OrieUpdate& update, const Relabelling& relabelling) {
 void Relabel(OrieUpdate& update) {
     const auto& [Small, Mid, Big] = update.extents;
     Relabelling relabelling;
-    relabelling.IsCube = 3 * Small == Small + Big + Mid;
+    relabelling.IsCube = SameSum(3 * Small, Small + Big + Mid);
     relabelling.HasTwoEqual = (Small == Big || Big == Mid || Mid == Small) && !relabelling.IsCube;
     MatchLabels(update, relabelling);
     PlaceFreeExtent(update, relabelling);
@@ -130,7 +137,7 @@ void ApplyFinalGuards(OrieUpdate& update, const std::array<double, 3>& E) {
     const double sum =
         length + LenientNumber(update.oldSizes.width) + LenientNumber(update.oldSizes.thickness);
     // What was a cube, or had no sizes at all, and is a cube no more has no letters to carry over.
-    if (3 * length == sum && 3 * length != E[0] + E[1] + E[2]) update.Letters.clear();
+    if (SameSum(3 * length, sum) && !SameSum(3 * length, E[0] + E[1] + E[2])) update.Letters.clear();
     if (update.Ambiguous) update.Letters.clear();
 }
 

@@ -69,6 +69,18 @@ TEST(OrieProperty, AnUnchangedSolidKeepsLettersAndSizesHoweverItIsTurned) {
     }
 }
 
+TEST(OrieProperty, AnUnchangedSolidWhoseLengthIsTheMeanOfItsSizesKeepsItsLetters) {
+    Parts parts;
+    for (int round = 0; round < Rounds; ++round) {
+        const double length = 1000 + parts.Size(), thickness = parts.Size() / 100;
+        const Extents old{length, RoundHalfEven(2 * length - RoundHalfEven(thickness, 5), 5),
+                          RoundHalfEven(thickness, 5)};
+        Extents now = old;
+        parts.Shuffle(now);
+        ASSERT_EQ(Update("WLT", old, now).letters, "WLT") << old[0] << ' ' << old[1] << ' ' << old[2];
+    }
+}
+
 TEST(OrieProperty, AChangeOfOneOfThreeDifferentSizesMovesTheLettersWithTheirSizes) {
     Parts parts;
     for (int round = 0; round < Rounds; ++round) {

@@ -98,6 +98,23 @@ const Case Cases[] = {
     // A size of 0 counts as unmatched, so both labels take the extent that is left over.
     {"AFlatRegionStretched", "LWT", {0, 600, 400}, {0, 700, 400}, "", "700", "400", "700"},
     {"AnEntityWithoutExtents", "", {0, 0, 0}, {0, 0, 0}, "", "0", "0", "0"},
+    // The length is the mean of the three sizes, which is all that the test for a cube looks at.
+    {"AnUnchangedPanelWhoseLengthIsTheMean",
+     "WLT",
+     {612.3, 1191.5, 33.1},
+     {612.3, 33.1, 1191.5},
+     "WLT",
+     "612.3",
+     "1191.5",
+     "33.1"},
+    {"AStretchedPanelWhoseLengthWasTheMean",
+     "WLT",
+     {600, 1182, 18},
+     {600, 1200, 18},
+     "",
+     "600",
+     "1200",
+     "18"},
     {"FractionsOfInches", "LWT", {0.75, 23.25, 30.5}, {0.75, 23.25, 34.5}, "LWT", "34.5", "23.25", "0.75"},
 };
 
