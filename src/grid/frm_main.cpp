@@ -137,6 +137,8 @@ void frmMain::OnLoad() { LoadInOrder(); }
 
 void frmMain::LoadInOrder() {
     TheSession().ExportTarget = 0;
+    // The data control of a form that is loaded already stands on the file that goes.
+    Adodc1.Close();
     mDatabase::RefreshWorkingDatabase();
     sbMain.panels[0] = ProductTitle;
     Loading = true;

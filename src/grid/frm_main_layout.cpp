@@ -4,6 +4,7 @@
 #include "base/letter_case.h"
 #include "base/numbers.h"
 #include "base/text.h"
+#include "forms/repaint_off.h"
 #include "grid/frm_main.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
@@ -27,7 +28,7 @@ bool IsSaved(const std::string& text) { return !IsBlank(text) && text != "0" && 
 }  // namespace
 
 void frmMain::SetColumnHeaders() {
-    fpSpread1.reDraw = false;
+    const RepaintOff repaintOff(fpSpread1);
     fpSpread1.SetActiveCell(fpSpread1.ActiveColumn(), 0);
     for (int column = 0; column <= LastHeaderColumn; ++column) {
         if (column < 1 || column > fpSpread1.MaxCols()) continue;
@@ -36,7 +37,6 @@ void frmMain::SetColumnHeaders() {
         const PartColumn* part = FindPartColumn(FoldLower(gridColumn.header));
         if (part != nullptr) gridColumn.header = part->header;
     }
-    fpSpread1.reDraw = true;
 }
 
 void frmMain::PlaceForm() {

@@ -7,6 +7,7 @@
 #include "base/letter_case.h"
 #include "base/skip.h"
 #include "base/text.h"
+#include "forms/repaint_off.h"
 #include "grid/column_relation.h"
 #include "grid/frm_main.h"
 #include "grid/mod4spread.h"
@@ -57,18 +58,6 @@ constexpr auto GroupedColumns = std::to_array<GroupedColumn>({
     {"value 3", "bv_value3"},
     {"layer", "bv_layer"},
 });
-
-/// Keeps the grid from repainting for each column.
-class RepaintOff {
-  public:
-    explicit RepaintOff(GridControl& shownGrid) : grid(shownGrid) { grid.reDraw = false; }
-    ~RepaintOff() { grid.reDraw = true; }
-    RepaintOff(const RepaintOff&) = delete;
-    RepaintOff& operator=(const RepaintOff&) = delete;
-
-  private:
-    GridControl& grid;
-};
 
 void ShowColumnsOfList(GridControl& grid) {
     for (int column = 1; column <= grid.MaxCols(); ++column) {

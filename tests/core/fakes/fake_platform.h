@@ -66,12 +66,15 @@ class FakeFiles : public FilesPort {
     std::string installFolder = "C:\\Brenvik";
     /// Removals and copies, in order.
     std::vector<std::string> acts;
+    /// Runs ahead of a removal.
+    std::function<void()> onRemove;
 
     std::string InstallFolder() override { return installFolder; }
     bool FileExists(std::string_view path) override { return contents.contains(std::string(path)); }
     bool FolderExists(std::string_view) override { return true; }
     void RemoveFile(std::string_view path) override {
         acts.push_back("remove " + std::string(path));
+        if (onRemove) onRemove();
         if (contents.erase(std::string(path)) == 0) throw FileNotFound(std::string(path));
         database.databases.erase(FoldLower(path));
     }

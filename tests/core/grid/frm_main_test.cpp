@@ -85,10 +85,22 @@ TEST_F(MainForm, IsLoadedWithoutBeingShownByItsLoadOperation) {
     EXPECT_TRUE(system.dialogs.messages.empty());
 }
 
+TEST_F(MainForm, LoadedOnceMoreLeavesTheOldDatabaseAlone) {
+    system.AddSolid("A", 18, 600, 400);
+    Form().Load();
+    system.Document().previousSelection.clear();
+    int openAtRemoval = -1;
+    system.files.onRemove = [&] { openAtRemoval = system.database.openConnections; };
+    Form().Form_Load();
+    EXPECT_EQ(openAtRemoval, 0) << "a file that is open can't be removed everywhere";
+    EXPECT_EQ(Grid().MaxRows(), 0) << "the rows went with the file";
+}
+
 TEST_F(MainForm, KeepsItsLoadingFlagUpWhileItScans) {
     system.settings.Set("MeasureNonSolids", "");
     EXPECT_THROW(Form().Load(), Failure);
     EXPECT_FALSE(Form().Loaded());
+    EXPECT_TRUE(Form().Loading) << "the scan's failure came ahead of its lowering";
     system.settings.Set("MeasureNonSolids", "0");
     Form().Load();
     EXPECT_FALSE(Form().Loading);
