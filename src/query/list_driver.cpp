@@ -2,9 +2,7 @@
 #include <algorithm>
 #include <string>
 
-#include "base/failure.h"
 #include "base/letter_case.h"
-#include "base/text.h"
 #include "grid/frm_main.h"
 #include "query/frm_filter.h"
 #include "query/frm_new_sort.h"
@@ -28,11 +26,6 @@ class UnloadAtEnd {
     Form& form;
 };
 
-[[noreturn]] void Refuse(std::string_view option, const std::string& complaint) {
-    throw Failure(failure_number::invalidCall, std::string(ownSource),
-                  std::string(option) + ": " + complaint);
-}
-
 /// Chooses a column in a dialog's list. What is offered depends on the grid and on the other choices.
 void ChooseColumn(std::string_view option, ListControl& list, std::string_view column) {
     std::string offered;
@@ -41,14 +34,14 @@ void ChooseColumn(std::string_view option, ListControl& list, std::string_view c
         if (EqualsIgnoreCase(text, column)) return list.SetListIndex(item);
         if (!text.empty()) offered += (offered.empty() ? "" : ", ") + text;
     }
-    Refuse(option,
-           "the column \"" + std::string(column) + "\" is not offered now; the columns are " + offered);
+    RefuseOption(option,
+                 "the column \"" + std::string(column) + "\" is not offered now; the columns are " + offered);
 }
 
 /// The sort dialog's OK ends each of the ways, so it knows.
 void RequireAccepted(std::string_view option) {
     if (StateOf<frmNewSort>().StatementRefused())
-        Refuse(option, "the part table refused the statement, and the list stays as it was");
+        RefuseOption(option, "the part table refused the statement, and the list stays as it was");
 }
 
 void ApplyFilter(const FilterChoice& choice) {
@@ -61,7 +54,7 @@ void ApplyFilter(const FilterChoice& choice) {
     form.cboCritData[0]->SetText(choice.value);
     form.Get<Control>("btnOK").Press();
     if (form.Loaded())
-        Refuse("filter", "the dialog refused \"" + choice.value + "\" for the column " + choice.column);
+        RefuseOption("filter", "the dialog refused \"" + choice.value + "\" for the column " + choice.column);
     RequireAccepted("filter");
 }
 
@@ -71,7 +64,7 @@ void TickBox(frmNewSort& form, std::string_view column) {
         return EqualsIgnoreCase(each->Text(), column);
     });
     if (box == form.Check1.end())
-        Refuse("group", "there is no group by the column \"" + std::string(column) + "\"");
+        RefuseOption("group", "there is no group by the column \"" + std::string(column) + "\"");
     (*box)->SetValue(1);
 }
 

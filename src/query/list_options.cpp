@@ -20,11 +20,6 @@ constexpr std::string_view OperatorSigns = "=<>!*~";
 constexpr std::string_view LikeWord = " like";
 constexpr std::string_view KnownOperators = "the operators are =, >, <, <> and like";
 
-[[noreturn]] void Refuse(std::string_view option, const std::string& complaint) {
-    throw Failure(failure_number::invalidCall, std::string(ownSource),
-                  std::string(option) + ": " + complaint);
-}
-
 std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
 enum class Offer { ToSort, ToGroup, ToFilter };
@@ -56,7 +51,7 @@ std::string KnownColumns(Offer offer) { return "the columns are " + Join(Offered
 std::string RequireColumn(std::string_view option, std::string_view name, Offer offer) {
     for (const std::string& caption : OfferedColumns(offer))
         if (EqualsIgnoreCase(caption, name)) return caption;
-    Refuse(option, "there is no column " + Quoted(name) + "; " + KnownColumns(offer));
+    RefuseOption(option, "there is no column " + Quoted(name) + "; " + KnownColumns(offer));
 }
 
 /// The pieces of a list, trimmed; none for a blank text.
@@ -65,7 +60,7 @@ std::vector<std::string> PiecesOf(std::string_view option, std::string_view list
     if (IsBlank(list)) return pieces;
     for (const std::string& piece : Split(list, ',')) {
         if (IsBlank(piece))
-            Refuse(option, "a column is missing in " + Quoted(list) + "; " + KnownColumns(offer));
+            RefuseOption(option, "a column is missing in " + Quoted(list) + "; " + KnownColumns(offer));
         pieces.push_back(Trim(piece));
     }
     return pieces;
@@ -85,7 +80,7 @@ std::vector<SortChoice> ParseSort(std::string_view list) {
     for (const std::string& piece : PiecesOf("sort", list, Offer::ToSort)) {
         const SortChoice choice = ParseSortPiece(piece);
         if (std::ranges::find(choices, choice.column, &SortChoice::column) != choices.end())
-            Refuse("sort", Quoted(choice.column) + " is named twice");
+            RefuseOption("sort", Quoted(choice.column) + " is named twice");
         choices.push_back(choice);
     }
     return choices;
@@ -96,7 +91,7 @@ std::vector<std::string> ParseGroup(std::string_view list) {
     for (const std::string& piece : PiecesOf("group", list, Offer::ToGroup)) {
         const std::string column = RequireColumn("group", piece, Offer::ToGroup);
         if (std::ranges::find(columns, column) != columns.end())
-            Refuse("group", Quoted(column) + " is named twice");
+            RefuseOption("group", Quoted(column) + " is named twice");
         columns.push_back(column);
     }
     return columns;
@@ -124,15 +119,16 @@ std::string ShownOperator(std::string_view word) {
     for (const std::string_view shown : FilterOperators)
         if (SplitAtFirst(shown, ' ').head == word || EqualsIgnoreCase(OperatorWord(shown), word))
             return std::string(shown);
-    Refuse("filter", "there is no operator " + Quoted(word) + "; " + std::string(KnownOperators));
+    RefuseOption("filter", "there is no operator " + Quoted(word) + "; " + std::string(KnownOperators));
 }
 
 [[noreturn]] void RefuseWithoutOperator(std::string_view text) {
     for (const std::string& caption : OfferedColumns(Offer::ToFilter))
         if (StartsWithIgnoreCase(text, caption + " "))
             ShownOperator(SplitAtFirst(Trim(text.substr(caption.size())), ' ').head);
-    Refuse("filter", Quoted(text) + " has no operator; it takes a column, an operator and a value, and " +
-                         std::string(KnownOperators));
+    RefuseOption("filter", Quoted(text) +
+                               " has no operator; it takes a column, an operator and a value, and " +
+                               std::string(KnownOperators));
 }
 
 FilterChoice ParseFilter(std::string_view filter) {
@@ -144,14 +140,19 @@ FilterChoice ParseFilter(std::string_view filter) {
     FilterChoice choice{column, ShownOperator(word), Trim(text.substr(place.at + place.length))};
     if (!FilteredByNumber(column)) return choice;
     if (OperatorWord(choice.shownOperator) == "Like")
-        Refuse("filter",
-               Quoted(column) + " holds numbers, which like doesn't compare; " + std::string(KnownOperators));
+        RefuseOption("filter", Quoted(column) + " holds numbers, which like doesn't compare; " +
+                                   std::string(KnownOperators));
     if (!IsNumeric(choice.value))
-        Refuse("filter", Quoted(column) + " holds numbers, and " + Quoted(choice.value) + " is none");
+        RefuseOption("filter", Quoted(column) + " holds numbers, and " + Quoted(choice.value) + " is none");
     return choice;
 }
 
 }  // namespace
+
+void RefuseOption(std::string_view option, const std::string& complaint) {
+    throw Failure(failure_number::invalidCall, std::string(ownSource),
+                  std::string(option) + ": " + complaint);
+}
 
 ListChoices ParseListChoices(std::string_view sort, std::string_view group, std::string_view filter) {
     ListChoices choices{ParseSort(sort), ParseGroup(group), std::nullopt};
@@ -159,8 +160,8 @@ ListChoices ParseListChoices(std::string_view sort, std::string_view group, std:
     if (choices.group.empty()) return choices;
     for (const SortChoice& choice : choices.sort)
         if (std::ranges::find(choices.group, choice.column) == choices.group.end())
-            Refuse("sort", Quoted(choice.column) + " is not in the grouped list; the columns are " +
-                               Join(choices.group, ", "));
+            RefuseOption("sort", Quoted(choice.column) + " is not in the grouped list; the columns are " +
+                                     Join(choices.group, ", "));
     return choices;
 }
 

@@ -42,4 +42,7 @@ ListChoices ParseListChoices(std::string_view sort, std::string_view group, std:
 /// column at present, and when the engine refuses the statement; its failure has been shown by then.
 void ApplyListChoices(const ListChoices& choices);
 
+/// Fails with 5 and the description "option: complaint".
+[[noreturn]] void RefuseOption(std::string_view option, const std::string& complaint);
+
 }  // namespace brenvik

@@ -12,18 +12,10 @@
 #include <string>
 
 #include "base/failure.h"
+#include "support/failure_of.h"
 
 namespace brenvik {
 namespace {
-
-long FailureNumberOf(const auto& statement) {
-    try {
-        statement();
-    } catch (const Failure& failure) {
-        return failure.number();
-    }
-    return 0;
-}
 
 TEST(LenientNumber, TakesTheNumberAtTheHeadElseZero) {
     const struct {
@@ -126,12 +118,12 @@ TEST(StrictNumber, TakesBlanksAroundTheNumber) {
 
 TEST(StrictNumber, FailsWithTypeMismatchWhenTheTextIsNoNumber) {
     for (const char* text : {"", " ", "18mm", "1/8", "1,5", "x", "5e"})
-        EXPECT_EQ(FailureNumberOf([&] { StrictNumber(text); }), 13) << '"' << text << '"';
+        EXPECT_EQ(FailureOf([&] { StrictNumber(text); }).number(), 13) << '"' << text << '"';
 }
 
 TEST(StrictNumber, FailsWithOverflowBeyondADouble) {
-    EXPECT_EQ(FailureNumberOf([] { StrictNumber("1e309"); }), 6);
-    EXPECT_EQ(FailureNumberOf([] { StrictNumber("-1e309"); }), 6);
+    EXPECT_EQ(FailureOf([] { StrictNumber("1e309"); }).number(), 6);
+    EXPECT_EQ(FailureOf([] { StrictNumber("-1e309"); }).number(), 6);
     EXPECT_EQ(StrictNumber("1e-400"), 0);
 }
 
@@ -161,24 +153,24 @@ TEST(StrictInteger, FailsOutOfRangeAndWhenNotNumeric) {
     EXPECT_EQ(StrictInteger("-2147483648"), std::numeric_limits<std::int32_t>::min());
     EXPECT_EQ(StrictInteger("-2147483648.5"), std::numeric_limits<std::int32_t>::min());
     for (const char* text : {"2147483648", "2147483647.5", "-2147483649", "1e300", "1e999"})
-        EXPECT_EQ(FailureNumberOf([&] { StrictInteger(text); }), 6) << text;
+        EXPECT_EQ(FailureOf([&] { StrictInteger(text); }).number(), 6) << text;
     for (const char* text : {"", "one", "1 2"})
-        EXPECT_EQ(FailureNumberOf([&] { StrictInteger(text); }), 13) << text;
+        EXPECT_EQ(FailureOf([&] { StrictInteger(text); }).number(), 13) << text;
 }
 
 TEST(ToInteger, FailsForInfinityAndForNoNumber) {
-    EXPECT_EQ(FailureNumberOf([] { ToInteger(std::numeric_limits<double>::infinity()); }), 6);
-    EXPECT_EQ(FailureNumberOf([] { ToInteger(-std::numeric_limits<double>::infinity()); }), 6);
-    EXPECT_EQ(FailureNumberOf([] { ToInteger(std::nan("")); }), 6);
+    EXPECT_EQ(FailureOf([] { ToInteger(std::numeric_limits<double>::infinity()); }).number(), 6);
+    EXPECT_EQ(FailureOf([] { ToInteger(-std::numeric_limits<double>::infinity()); }).number(), 6);
+    EXPECT_EQ(FailureOf([] { ToInteger(std::nan("")); }).number(), 6);
     EXPECT_EQ(ToInteger(-7.5), -8);
 }
 
 TEST(ToShortInteger, HoldsSixteenBits) {
     EXPECT_EQ(ToShortInteger(32767.5 - 0.25), 32767);
     EXPECT_EQ(ToShortInteger(-32768.5), -32768);
-    EXPECT_EQ(FailureNumberOf([] { ToShortInteger(32767.5); }), 6);
-    EXPECT_EQ(FailureNumberOf([] { ToShortInteger(-32769); }), 6);
-    EXPECT_EQ(FailureNumberOf([] { ToShortInteger(1e12); }), 6);
+    EXPECT_EQ(FailureOf([] { ToShortInteger(32767.5); }).number(), 6);
+    EXPECT_EQ(FailureOf([] { ToShortInteger(-32769); }).number(), 6);
+    EXPECT_EQ(FailureOf([] { ToShortInteger(1e12); }).number(), 6);
 }
 
 TEST(ToSingle, RoundsToTheNearestSingle) {
@@ -194,7 +186,7 @@ TEST(ToSingle, FailsBeyondTheSingleRange) {
     EXPECT_EQ(ToSingle(std::nextafter(0x1.ffffffp127, 0.0)), std::numeric_limits<float>::max());
     for (const double value :
          {0x1.ffffffp127, -0x1.ffffffp127, 1e39, std::numeric_limits<double>::infinity(), std::nan("")})
-        EXPECT_EQ(FailureNumberOf([&] { ToSingle(value); }), 6) << value;
+        EXPECT_EQ(FailureOf([&] { ToSingle(value); }).number(), 6) << value;
 }
 
 TEST(Switch, IsOnAtExactlyOneOrAtAnythingButZero) {
@@ -252,7 +244,7 @@ TEST(NumberReading, LenientEqualsStrictWhereverTheTextIsNumeric) {
             ++numeric;
             ASSERT_EQ(StrictNumber(text), lenient) << '"' << text << '"';
         } else {
-            ASSERT_NE(FailureNumberOf([&] { StrictNumber(text); }), 0) << '"' << text << '"';
+            ASSERT_NE(FailureOf([&] { StrictNumber(text); }).number(), 0) << '"' << text << '"';
         }
     }
     EXPECT_GT(numeric, 1000);

@@ -5,6 +5,7 @@
 
 #include "base/failure.h"
 #include "forms/form.h"
+#include "support/failure_of.h"
 
 namespace brenvik {
 namespace {
@@ -17,15 +18,6 @@ class TestForm : public Form {
         return Add<T>(std::forward<Args>(args)...);
     }
 };
-
-long FailureNumber(const std::function<void()>& act) {
-    try {
-        act();
-    } catch (const Failure& failure) {
-        return failure.number();
-    }
-    return 0;
-}
 
 TEST(ControlText, RunsItsChangeHandlerOnlyWhenItDiffers) {
     Control box(ControlKind::TextBox, "Text1", "35");
@@ -128,8 +120,8 @@ TEST(TabStrip, ClicksWhenATabIsSelected) {
     tabs.SetSelectedTab(1);
     EXPECT_EQ(tabs.SelectedTab(), 1);
     EXPECT_EQ(clicks, 1);
-    EXPECT_EQ(FailureNumber([&] { tabs.SetSelectedTab(2); }), 381);
-    EXPECT_EQ(FailureNumber([&] { tabs.SetSelectedTab(-1); }), 381);
+    EXPECT_EQ(FailureOf([&] { tabs.SetSelectedTab(2); }).number(), 381);
+    EXPECT_EQ(FailureOf([&] { tabs.SetSelectedTab(-1); }).number(), 381);
 }
 
 TEST(Toolbar, RunsItsHandlerWithTheKeyAsDesigned) {
@@ -142,7 +134,7 @@ TEST(Toolbar, RunsItsHandlerWithTheKeyAsDesigned) {
 
 TEST(Toolbar, FailsForAKeyThatItLacks) {
     ToolbarControl bar("tbMain", {{"SORT", "Sort", false}});
-    EXPECT_EQ(FailureNumber([&] { bar.PressKey("HELP"); }), failure_number::invalidCall);
+    EXPECT_EQ(FailureOf([&] { bar.PressKey("HELP"); }).number(), failure_number::invalidCall);
 }
 
 TEST(Toolbar, DoesNothingWhenDisabled) {

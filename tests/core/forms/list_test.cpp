@@ -3,21 +3,13 @@
 
 #include "base/failure.h"
 #include "forms/control.h"
+#include "support/failure_of.h"
 
 namespace brenvik {
 namespace {
 
 void Fill(ListControl& list) {
     for (const char* item : {"Length", "Width", "Material"}) list.AddItem(item);
-}
-
-long FailureNumber(const std::function<void()>& act) {
-    try {
-        act();
-    } catch (const Failure& failure) {
-        return failure.number();
-    }
-    return 0;
 }
 
 TEST(ListBox, BeginsWithNothingChosen) {
@@ -43,12 +35,13 @@ TEST(ListBox, ClicksWhenAnItemIsChosenByCode) {
 TEST(ListBox, FailsOutsideItsItems) {
     ListControl list(ControlKind::ListBox, "List1");
     Fill(list);
-    for (const int index : {-2, 3}) EXPECT_EQ(FailureNumber([&] { list.SetListIndex(index); }), 381) << index;
+    for (const int index : {-2, 3})
+        EXPECT_EQ(FailureOf([&] { list.SetListIndex(index); }).number(), 381) << index;
     for (const int index : {-1, 3}) {
-        EXPECT_EQ(FailureNumber([&] { list.RemoveItem(index); }), 381) << index;
-        EXPECT_EQ(FailureNumber([&] { list.SetItem(index, "x"); }), 381) << index;
-        EXPECT_EQ(FailureNumber([&] { list.Selected(index); }), 381) << index;
-        EXPECT_EQ(FailureNumber([&] { list.SetSelected(index, true); }), 381) << index;
+        EXPECT_EQ(FailureOf([&] { list.RemoveItem(index); }).number(), 381) << index;
+        EXPECT_EQ(FailureOf([&] { list.SetItem(index, "x"); }).number(), 381) << index;
+        EXPECT_EQ(FailureOf([&] { list.Selected(index); }).number(), 381) << index;
+        EXPECT_EQ(FailureOf([&] { list.SetSelected(index, true); }).number(), 381) << index;
     }
 }
 

@@ -54,10 +54,15 @@ TEST(PartTable, AppliesTheRawExtentsAsOldValues) {
 }
 
 TEST(PartTable, HasItsListsOfNames) {
-    EXPECT_EQ(Split(PartDataKeyList, ',').size(), 25u);
-    EXPECT_EQ(Split(PartDataKeyList, ',')[18], "LAYERNAME");
-    EXPECT_EQ(Split(ColumnWidthKeyList, ',').size(), 19u);
-    EXPECT_EQ(Split(GridCaptionList, ',').size(), 20u);
+    EXPECT_EQ(PartDataKeyList,
+              "QUANTITY,PARTNAME,SUBASSEMBLY,MATERIAL,ORIE,X,Y,Z,NOTES,USERDATA1,USERDATA2,PN,PRICE,EB1,EB2,"
+              "EB3,EB4,FACE,LAYERNAME,VALUE1,VALUE2,VALUE3,OLDVALUE1,OLDVALUE2,OLDVALUE3");
+    EXPECT_EQ(ColumnWidthKeyList,
+              "QUANTITY,PARTNAME,SUBASSEMBLY,MATERIAL,LWT,X,Y,Z,NOTES,USERDATA1,USERDATA2,PN,PRICE,EB1,EB2,"
+              "EB3,EB4,FACE,LAYERNAME");
+    EXPECT_EQ(GridCaptionList,
+              "Qty,Part Name,Sub Assembly,Material,ORIE,X,Y,Z,Notes,User Data1,User Data2,PN,Price,EB1,EB2,"
+              "EB3,EB4,Face,Layer Name,ID");
 }
 
 TEST(PartTable, HasAColumnForEachWidthKey) {

@@ -6,6 +6,7 @@
 #include "base/numbers.h"
 #include "core/fakes/fake_platform.h"
 #include "settings/settings_keys.h"
+#include "support/failure_of.h"
 
 namespace brenvik {
 namespace {
@@ -14,15 +15,6 @@ class Settings : public testing::Test {
   protected:
     fakes::LoadedSystem system;
 };
-
-long FailureOf(const std::function<void()>& act) {
-    try {
-        act();
-    } catch (const Failure& failure) {
-        return failure.number();
-    }
-    return 0;
-}
 
 TEST_F(Settings, StandUnderTheSystemsKey) {
     SaveSettingText("CircleSize", "35");
@@ -64,11 +56,13 @@ TEST_F(Settings, StrictNumberFailsForBlankAndText) {
     EXPECT_EQ(StrictIntegerSetting("NoMeasure"), 2);
     for (const char* text : {"", " ", "off", "1 x"}) {
         system.settings.Set("NoMeasure", text);
-        EXPECT_EQ(FailureOf([] { StrictNumberSetting("NoMeasure"); }), failure_number::typeMismatch) << text;
-        EXPECT_EQ(FailureOf([] { StrictIntegerSetting("NoMeasure"); }), failure_number::typeMismatch) << text;
+        EXPECT_EQ(FailureOf([] { StrictNumberSetting("NoMeasure"); }).number(), failure_number::typeMismatch)
+            << text;
+        EXPECT_EQ(FailureOf([] { StrictIntegerSetting("NoMeasure"); }).number(), failure_number::typeMismatch)
+            << text;
     }
     system.settings.Set("NoMeasure", "3000000000");
-    EXPECT_EQ(FailureOf([] { StrictIntegerSetting("NoMeasure"); }), failure_number::overflow);
+    EXPECT_EQ(FailureOf([] { StrictIntegerSetting("NoMeasure"); }).number(), failure_number::overflow);
 }
 
 TEST_F(Settings, TableNamesEveryValueOnce) {
