@@ -199,6 +199,17 @@ TEST_F(Blocks, ABlockCantHoldItself) {
     EXPECT_THROW(outer.InsertBlock({0, 0, 0}, "Nowhere"), Failure);
 }
 
+TEST_F(Blocks, CirclesAndTowersOfBlocksEnd) {
+    HostBlock& circle = NewBlock("Circle");
+    InsertData self;
+    self.block = "Circle";
+    circle.Add(self);
+    circle.Add(self);
+    HostEntity& reference = document.Model().Add(self);
+    EXPECT_THROW(reference.GetBoundingBox(), Failure);
+    EXPECT_EQ(dynamic_cast<AcadBlockReference&>(reference).Explode().size(), 2U);
+}
+
 TEST_F(Blocks, MirroredReferencesShowMirroredContent) {
     HostBlock& block = NewBlock("Hook");
     block.AddArc({1, 0, 0}, 1, 0, pi / 2);

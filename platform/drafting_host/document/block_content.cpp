@@ -11,8 +11,10 @@ using namespace vectors;
 
 namespace {
 
-/// Blocks can hold references to blocks; a file's tables could even hold a circle of them.
+/// Blocks can hold references to blocks; a file's tables could even hold a circle of them, or a tower in
+/// which each doubles the one below.
 constexpr int deepestNesting = 32;
+constexpr long mostEntitiesShown = 1000000;
 /// A file may ask for any number of columns and rows.
 constexpr int mostPlaces = 100000;
 
@@ -120,11 +122,13 @@ HostGeometry Stretch(const HostGeometry& geometry, const Placement& placement) {
     throw host_failure::NotPossible("a block of uneven scale holds what can't be stretched");
 }
 
-void AddBox(const HostDocument& document, const InsertData& reference, int depth, BoxBuilder& box) {
+void AddBox(const HostDocument& document, const InsertData& reference, int depth, long& left,
+            BoxBuilder& box) {
     if (depth > deepestNesting || document.FindBlock(reference.block) == nullptr) return;
     for (PlacedEntity& placed : PlacedContent(document, reference)) {
+        if (--left < 0) throw host_failure::NotPossible("block \"" + reference.block + "\" holds too much");
         if (const auto* inner = std::get_if<InsertData>(&placed.geometry)) {
-            AddBox(document, *inner, depth + 1, box);
+            AddBox(document, *inner, depth + 1, left, box);
             continue;
         }
         std::visit(
@@ -167,7 +171,8 @@ std::vector<PlacedEntity> PlacedContent(const HostDocument& document, const Inse
 
 std::optional<Box3> BoxOfReference(const HostDocument& document, const InsertData& reference) {
     BoxBuilder box;
-    AddBox(document, reference, 0, box);
+    long left = mostEntitiesShown;
+    AddBox(document, reference, 0, left, box);
     return box.Empty() ? std::nullopt : std::optional(box.Box());
 }
 

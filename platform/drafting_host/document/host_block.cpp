@@ -9,6 +9,7 @@
 #include <TopoDS_Compound.hxx>
 #include <TopoDS_Face.hxx>
 #include <type_traits>
+#include <unordered_set>
 
 #include "base/letter_case.h"
 #include "drafting_host/document/curve_edges.h"
@@ -97,16 +98,16 @@ void RequirePoint(const Point3& point) {
     if (!Finite(point)) throw host_failure::InvalidArgument("a coordinate is no finite number");
 }
 
-/// Whether references in `block` lead to the block of that name.
-bool LeadsTo(const HostDocument& document, const HostBlock& block, std::string_view name, int depth = 0) {
-    if (EqualsIgnoreCase(block.Record().name, name)) return true;
-    constexpr int deepestNesting = 32;
-    if (depth > deepestNesting) return true;
+/// Whether references in `block` lead to `target`, over any number of blocks. `seen` are those looked at.
+bool LeadsTo(const HostDocument& document, const HostBlock& block, const HostBlock& target,
+             std::unordered_set<const HostBlock*>& seen) {
+    if (&block == &target) return true;
+    if (!seen.insert(&block).second) return false;
     for (const HostEntity* entity : block.Entities()) {
         const auto* reference = dynamic_cast<const HostBlockReference*>(entity);
         if (reference == nullptr) continue;
         const HostBlock* inner = document.FindBlock(reference->Values().block);
-        if (inner != nullptr && LeadsTo(document, *inner, name, depth + 1)) return true;
+        if (inner != nullptr && LeadsTo(document, *inner, target, seen)) return true;
     }
     return false;
 }
@@ -295,7 +296,8 @@ HostBlockReference& HostBlock::InsertBlock(const Point3& point, std::string_view
     RequirePositive(scale, "a scale");
     const HostBlock* block = mDocument.FindBlock(name);
     if (block == nullptr) throw host_failure::KeyNotFound("block \"" + std::string(name) + "\"");
-    if (block->IsSpace() || (!IsSpace() && LeadsTo(mDocument, *block, mRecord.name))) {
+    std::unordered_set<const HostBlock*> seen;
+    if (block->IsSpace() || LeadsTo(mDocument, *block, *this, seen)) {
         throw host_failure::NotPossible("block \"" + std::string(name) + "\" would hold itself");
     }
     InsertData data;
