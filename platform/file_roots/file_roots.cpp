@@ -172,4 +172,6 @@ void FileRoots::WriteFile(std::string_view path, std::string_view content) {
     WriteWholeFile(Resolve(path), content);
 }
 
+std::string_view FileRoots::LineEnd() const { return TextLineEnd(); }
+
 }  // namespace brenvik

@@ -43,6 +43,7 @@ class FileRoots : public FilesPort {
     std::vector<std::string> ListFiles(std::string_view folder, std::string_view pattern) override;
     std::string ReadFile(std::string_view path) override;
     void WriteFile(std::string_view path, std::string_view content) override;
+    std::string_view LineEnd() const override;
 
   private:
     struct Mapping {

@@ -14,6 +14,9 @@ namespace brenvik {
 std::filesystem::path PathFromText(std::string_view text);
 std::string TextFromPath(const std::filesystem::path& path);
 
+/// What ends a line of a text file: LF, or CR LF on Windows.
+std::string_view TextLineEnd();
+
 /// The folder that a path's names are counted from. Drives without a platform's own are the folders
 /// drive_a to drive_z of the home folder.
 std::filesystem::path RootOf(const SystemPath& path, const std::filesystem::path& home);

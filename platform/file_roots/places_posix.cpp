@@ -23,6 +23,8 @@ fs::path PathFromText(std::string_view text) { return fs::path(text); }
 
 std::string TextFromPath(const fs::path& path) { return path.native(); }
 
+std::string_view TextLineEnd() { return "\n"; }
+
 fs::path RootOf(const SystemPath& path, const fs::path& home) {
     if (path.drive != 0) return home / (std::string("drive_") + path.drive);
     return path.absolute ? fs::path("/") : fs::current_path();

@@ -15,6 +15,8 @@ std::string TextFromPath(const fs::path& path) {
     return std::string(text.begin(), text.end());
 }
 
+std::string_view TextLineEnd() { return "\r\n"; }
+
 fs::path RootOf(const SystemPath& path, const fs::path&) {
     if (path.drive != 0) return fs::path(std::string(1, path.drive) + ":\\");
     return path.absolute ? fs::current_path().root_path() : fs::current_path();

@@ -26,6 +26,8 @@ class FilesPort {
     virtual std::string ReadFile(std::string_view path) = 0;
     /// Whole or not at all: written beside the target and moved over it.
     virtual void WriteFile(std::string_view path, std::string_view content) = 0;
+    /// What ends a line of the text files that people and their programs read.
+    virtual std::string_view LineEnd() const { return "\n"; }
 };
 
 }  // namespace brenvik
