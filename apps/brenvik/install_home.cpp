@@ -1,4 +1,4 @@
-// The files of an installation, each written only where it is missing.
+// The files of an installation; those that a shop edits are written only where they are missing.
 #include "install_home.h"
 
 #include <string>
@@ -29,7 +29,8 @@ void InstallHome(FilesPort& files, DatabasePort& database, MeasureUnits units) {
     WriteIfMissing(files, folder + "No Adjustments.txt", "");
     WriteIfMissing(files, folder + "BrenvikProfiles.txt", InitialCsvProfiles());
     WriteIfMissing(files, folder + "CNCProfile.txt", InitialCncProfiles());
-    WriteIfMissing(files, folder + "Brenvik495.chm", HelpText());
+    // Nobody edits the help, and it has to tell of this program.
+    files.WriteFile(folder + "Brenvik495.chm", HelpText());
     // The settings come last: a folder with settings is a whole installation.
     CreateInitialSettings(units, folder);
 }
