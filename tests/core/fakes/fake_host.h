@@ -44,8 +44,9 @@ class FakeEntity : public AcadEntity {
             types = {1001, 1000};
             values = {key, data.at(key)};
         } else if (otherData.contains(key)) {
-            types = {1001, 1040};
-            values = {key, otherData.at(key)};
+            // Other programs may keep more than one item.
+            types = {1001, 1040, 1000};
+            values = {key, otherData.at(key), std::string("more")};
         } else if (key == bareApplication) {
             types = {1001};
             values = {key};

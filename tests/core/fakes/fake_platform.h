@@ -108,6 +108,8 @@ class FakeDialogs : public DialogPort {
     /// What the user does in a modal form; a form that is still there afterwards is closed.
     std::function<void(Form&)> onModal;
     std::vector<std::string> shownForms;
+    /// Looks at the system while a message box stands.
+    std::function<void()> onMessage;
 
     ScreenSize Screen() const override { return {20000, 15000}; }
     void ShowModal(Form& form) override {
@@ -118,6 +120,7 @@ class FakeDialogs : public DialogPort {
     }
     MessageAnswer Show(const MessageRequest& request) override {
         messages.push_back(request);
+        if (onMessage) onMessage();
         if (request.buttons == MessageButtons::Ok || answers.empty()) return MessageAnswer::Ok;
         const MessageAnswer answer = answers.front();
         answers.pop_front();

@@ -51,6 +51,15 @@ TEST_F(ColumnRelationTable, HasTwentyThreePairsInThisOrder) {
     for (; place < relation.size(); ++place) EXPECT_EQ(relation[place].caption + relation[place].column, "");
 }
 
+TEST_F(ColumnRelationTable, IsMadeAnewEachTime) {
+    TheSession().ColumnRelation[3] = {"Something", "bv_something", "else"};
+    TheSession().ColumnRelation[50] = {"Something", "bv_something", "else"};
+    ColHeadRelationShip();
+    EXPECT_EQ(ColumnForCaption("Something"), "");
+    EXPECT_EQ(ColumnForCaption("Sub Assembly"), "bv_subassembly");
+    EXPECT_EQ(TheSession().ColumnRelation[3].spare + TheSession().ColumnRelation[50].spare, "");
+}
+
 TEST_F(ColumnRelationTable, LooksUpBothWaysWithoutRegardToCase) {
     EXPECT_EQ(ColumnForCaption("PART NAME"), "bv_partname");
     EXPECT_EQ(ColumnForCaption("value1"), "bv_x");

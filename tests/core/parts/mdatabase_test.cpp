@@ -68,6 +68,19 @@ TEST_F(WorkingDatabase, RefreshClosesTheConnectionsToTheOldFile) {
     EXPECT_EQ(TheSession().ReaderUseCount, 0);
 }
 
+TEST_F(WorkingDatabase, ARecordSetFromBeforeARefreshCountsNoMore) {
+    mDatabase::RefreshWorkingDatabase();
+    std::unique_ptr<Recordset> before, after;
+    mDatabase::OpenRecordset(ScanSelect, before);
+    mDatabase::RefreshWorkingDatabase();
+    mDatabase::CloseRecordset(before);
+    EXPECT_EQ(TheSession().ReaderUseCount, 0);
+    mDatabase::OpenRecordset(ScanSelect, after);
+    EXPECT_EQ(TheSession().ReaderUseCount, 1);
+    EXPECT_EQ(system.database.openConnections, 1);
+    mDatabase::CloseRecordset(after);
+}
+
 TEST_F(WorkingDatabase, ScanConnectionIsOpenedOnce) {
     mDatabase::RefreshWorkingDatabase();
     mDatabase::OpenScanConnection();

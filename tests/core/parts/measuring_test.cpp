@@ -94,6 +94,16 @@ TEST(MatchOldValue, GivesTheMatchedExtentAsText) {
     EXPECT_FALSE(ExtentsTakenForMatch().Mid);
 }
 
+TEST(MatchOldValue, OfEqualExtentsTakesTheLargestAheadOfTheMiddle) {
+    ClearExtentsTakenForMatch();
+    EXPECT_EQ(MatchOldValue("600", 18, 600, 600), "600");
+    EXPECT_TRUE(ExtentsTakenForMatch().Big);
+    EXPECT_FALSE(ExtentsTakenForMatch().Mid);
+    EXPECT_EQ(MatchOldValue("600", 18, 600, 600), "600");
+    EXPECT_TRUE(ExtentsTakenForMatch().Mid);
+    EXPECT_FALSE(ExtentsTakenForMatch().Small);
+}
+
 TEST(MatchOldValue, WalksApartFromTheCount) {
     ClearExtentsTakenForCount();
     ClearExtentsTakenForMatch();

@@ -178,11 +178,11 @@ TEST_F(Scan, ShowsAFailedRowAndGoesOn) {
 TEST_F(Scan, SetsThePointerBackAtAFailure) {
     system.AddSolid("A", 18, 600, 400);
     system.database.failures.push_back({"delete from", Failure(70, "Engine", "locked")});
-    MousePointer atRow = MousePointer::Hourglass;
     system.measuring.failOnCreate = Failure(429, "Component", "Can't create object");
+    std::vector<MousePointer> pointers;
+    system.dialogs.onMessage = [&] { pointers.push_back(Form().mousePointer); };
     mAutoCAD::ScanSelection();
-    atRow = Form().mousePointer;
-    EXPECT_EQ(atRow, MousePointer::Normal);
+    EXPECT_EQ(pointers, (std::vector{MousePointer::Hourglass, MousePointer::Normal}));
     EXPECT_EQ(system.Messages(), (std::vector<std::string>{"70\r\nEngine\r\nlocked",
                                                            "429\r\nComponent\r\nCan't create object"}));
     EXPECT_EQ(Rows(), 1);
@@ -218,7 +218,8 @@ TEST_F(Scan, KeepsWhatTheGridShowsWhenTheRefreshFails) {
 
 TEST_F(Scan, CarriesThePartDataOfThePartBeforeWhereReadingFails) {
     FakeEntity& first = system.AddSolid("A", 18, 600, 400);
-    first.data = {{"PARTNAME", "Side"}, {"ORIE", "LWT"}, {"OLDVALUE1", "18"}, {"QUANTITY", "4"}};
+    first.data = {{"PARTNAME", "Side"}, {"ORIE", "LWT"},      {"QUANTITY", "4"},
+                  {"OLDVALUE1", "18"},  {"OLDVALUE2", "600"}, {"OLDVALUE3", "400"}};
     FakeEntity& second = system.AddSolid("B", 18, 600, 400);
     second.failOnData = Failure(-5, "Host", "no data");
     mAutoCAD::ScanSelection();
@@ -227,8 +228,31 @@ TEST_F(Scan, CarriesThePartDataOfThePartBeforeWhereReadingFails) {
     EXPECT_EQ(Text(1, "bv_qty"), "4");
     // Letters and old values are reset for each entity.
     EXPECT_EQ(Text(1, "bv_lwt"), "");
-    EXPECT_EQ(Number(1, "bv_oldValue1"), 0);
+    for (const char* column : {"bv_oldValue1", "bv_oldValue2", "bv_oldValue3"})
+        EXPECT_EQ(Number(1, column), 0) << column;
     EXPECT_EQ(system.dialogs.messages.size(), 21u);
+}
+
+TEST_F(Scan, CarriesNoLettersOverToAPartWithoutExtents) {
+    // With sizes of 0 then and now nothing has changed, so letters that are there would stay.
+    system.settings.Set("WCSMeasure", "1");
+    FakeEntity& first = system.Document().AddEntity("A");
+    first.data["ORIE"] = "LWT";
+    system.Document().AddEntity("B").failOnData = Failure(-5, "Host", "no data");
+    mAutoCAD::ScanSelection();
+    EXPECT_EQ(Text(0, "bv_lwt"), "LWT");
+    EXPECT_EQ(Text(1, "bv_lwt"), "");
+}
+
+TEST_F(Scan, SettlesLettersByWhatAMeasurementThatIsNoGoodGave) {
+    system.AddSolid("A", 18, 600, 400);
+    FakeEntity& second = system.AddSolid("B", 5, 6, 7);
+    second.data = {{"ORIE", "LWT"}, {"OLDVALUE1", "5"}, {"OLDVALUE2", "6"}, {"OLDVALUE3", "7"}};
+    system.measuring.results[second.ObjectID()].status = 0;
+    mAutoCAD::ScanSelection();
+    EXPECT_EQ(Text(1, "bv_lwt"), "LWT");
+    EXPECT_EQ(Number(1, "bv_length"), 7);
+    EXPECT_EQ(Number(1, "bv_x"), 18);
 }
 
 TEST_F(Scan, CarriesTheExtentsWhereAMeasurementIsNoGood) {
@@ -324,6 +348,25 @@ TEST_F(Scan, SkipsASavedValueThatIsNoNumberWhenMeasuringIsOff) {
     // The row's own old value is read by the lenient rule.
     EXPECT_EQ(Number(0, "bv_oldValue1"), 600);
     EXPECT_TRUE(system.dialogs.messages.empty());
+}
+
+TEST_F(Scan, BeginsEachSavedExtentAtZeroWhenMeasuringIsOff) {
+    system.settings.Set("NoMeasure", "1");
+    system.AddSolid("A", 1, 2, 3).data = {{"OLDVALUE1", "18"}, {"OLDVALUE2", "600"}, {"OLDVALUE3", "400"}};
+    system.AddSolid("B", 1, 2, 3).data = {{"OLDVALUE2", "wide"}};
+    mAutoCAD::ScanSelection();
+    EXPECT_EQ(Number(0, "bv_z"), 400);
+    for (const char* column : {"bv_x", "bv_y", "bv_z"}) EXPECT_EQ(Number(1, column), 0) << column;
+    EXPECT_EQ(system.measuring.created, 0);
+}
+
+TEST_F(Scan, RoundsTheWorldBoxToFiveDecimals) {
+    system.settings.Set("WCSMeasure", "1");
+    system.Document().AddEntity("A").box = {{1, 1, 1}, {101.000004, 21.000006, 31.0000049}};
+    mAutoCAD::ScanSelection();
+    EXPECT_EQ(Number(0, "bv_x"), 100);
+    EXPECT_EQ(Number(0, "bv_y"), 20.00001);
+    EXPECT_EQ(Number(0, "bv_z"), 30);
 }
 
 TEST_F(Scan, GoesOnWithTheExtentsOfThePartBeforeWhereTheBoxFails) {

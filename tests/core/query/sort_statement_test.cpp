@@ -239,6 +239,14 @@ TEST_F(SortStatement, AColumnThatOnlyTheFilterNamesIsShownToo) {
     EXPECT_EQ(VisibleHeaders(), (Texts{"Qty", "Notes", "Face"}));
 }
 
+TEST_F(SortStatement, AGroupedListNeverShowsTheRawExtents) {
+    State().WhereClause = " Where bv_x < 1 and bv_y < 2 and bv_z < 3 ";
+    frmNewSort& form = OpenSort();
+    Tick(form, "Face");
+    Press(form, "btnOK");
+    EXPECT_EQ(VisibleHeaders(), (Texts{"Qty", "Face"}));
+}
+
 TEST_F(SortStatement, GroupingLeavesUnknownHeadersAndTheLastColumn) {
     Main().fpSpread1.Column(1).hidden = false;
     Main().fpSpread1.Column(26).hidden = false;

@@ -69,22 +69,47 @@ TEST_F(SettingsDialog, HasTheseTexts) {
     EXPECT_EQ(Any("cmdApply").Text(), "Apply/Close");
     EXPECT_EQ(Any("cmdCancel").Text(), "Cancel");
     EXPECT_EQ(Any("cmdResetLayout").Text(), "Reset Grid Layout");
-    EXPECT_EQ(Box("chkWCS").Text(), "Use WCS bounding box for measuring.");
-    EXPECT_EQ(Box("Check5").Text(), "Force all horziontal boring to second side.");
-    EXPECT_EQ(Box("Check12").Text(),
-              "Turn off Auto-Save of current drawing before all feature recognition. (Faster)");
-    EXPECT_EQ(Box("Option1").Text(), "Parts are Imperial and do not scale on export.   ");
-    EXPECT_EQ(Box("Option2").Text(), "Parts are Metric and do not scale on export.       ");
-    EXPECT_EQ(Box("Option3").Text(), "Parts are Imperial and scale to Metric on export.");
-    EXPECT_EQ(Box("Option4").Text(), "Parts are Metric and scale to Imperial on export.");
-    EXPECT_EQ(Any("lblText1").Text(),
-              "Circles bigger then this number will be cut as through routes and pockets.");
-    const std::string advice = Any("lblAdvice").Text();
-    EXPECT_TRUE(
-        advice.starts_with("Automatic updating will occur after the execution of these commands: Union, "));
-    EXPECT_NE(advice.find("The ORIE letters of \"L\", \"W\" and \"T\" will be rearranged"),
-              std::string::npos);
-    EXPECT_TRUE(advice.ends_with("due to a timing issue with ACAD and different PC platforms."));
+    const std::pair<const char*, const char*> captions[] = {
+        {"chkWCS", "Use WCS bounding box for measuring."},
+        {"chkNoMeasure", "Turn Off All Measuring"},
+        {"chkMeasureNonSolids", "Measure Non-Solids with WCS bounding box."},
+        {"Check1", "Convert pockets to routes when the pockets footprint encompasses a through route."},
+        {"Check2", "Delete outside toolpath on first side."},
+        {"Check3", "Convert metric material name to fractional imperial material name."},
+        {"Check4",
+         "Minimize the AutoCAD window during feature recognition. This will process the parts about 1/3 "
+         "faster."},
+        {"Check5", "Force all horziontal boring to second side."},
+        {"Check6", "Move UCS to back left corner on second side."},
+        {"Check7", "Delete outside toolpath on second side."},
+        {"Check8", "Take extra time and add lead in and out to tongues."},
+        {"Check9", "Do not detect or do 2-sided processing (Faster)"},
+        {"Check10", "Process parts for different materials on opposite sides."},
+        {"Check11", "Turn off Auto-Apply/Close before all feature recognition. (Faster)"},
+        {"Check12", "Turn off Auto-Save of current drawing before all feature recognition. (Faster)"},
+        {"lblText1", "Circles bigger then this number will be cut as through routes and pockets."},
+        {"lblText2", "Amount to extend through routes into spoil board."},
+        {"lblText3", "Multiply CNC export quantities by this number."},
+        {"lblText4", "Amount to extend through drilling into spoil board."},
+        {"lblText5",
+         "Parts with a smaller surface area then this amount will given a 100 priority. BiesseWorks only."},
+        {"Option1", "Parts are Imperial and do not scale on export.   "},
+        {"Option2", "Parts are Metric and do not scale on export.       "},
+        {"Option3", "Parts are Imperial and scale to Metric on export."},
+        {"Option4", "Parts are Metric and scale to Imperial on export."},
+    };
+    for (const auto& [control, caption] : captions) EXPECT_EQ(Any(control).Text(), caption) << control;
+    EXPECT_EQ(
+        Any("lblAdvice").Text(),
+        "Automatic updating will occur after the execution of these commands: Union, Slice, Intersect "
+        "and Solidedit. The previous selection set will be reselected, automatically measured and the "
+        "current measurements will be compared to the previous measurements of each solid. The ORIE "
+        "letters of \"L\", \"W\" and \"T\" will be rearranged as necessary. You cannot see this process, but "
+        "it takes time. The larger the previous selection set, the longer it will take. You should have "
+        "this on most of the time. If you use BrenvikModeling to stretch your solids and this is not "
+        "updating your ORIE letters for all you parts, then turn if off and type 33 when done stretching "
+        "solids to update the ORIE letters. This is necessary due to a timing issue with ACAD and "
+        "different PC platforms.");
 }
 
 TEST_F(SettingsDialog, CaptionOfAutomaticUpdatingFollowsItsState) {
@@ -136,6 +161,8 @@ TEST_F(SettingsDialog, ApplyWritesAllValuesAndCloses) {
     Any("Text1").SetText("38");
     Any("Text2").SetText("");
     Any("Text3").SetText("many");
+    Any("Text4").SetText("2.5");
+    Any("Text5").SetText("99");
     Any("cmdApply").Press();
     EXPECT_FALSE(form.Loaded());
     EXPECT_EQ(system.settings.Get("WCSMeasure"), "1");
@@ -145,6 +172,8 @@ TEST_F(SettingsDialog, ApplyWritesAllValuesAndCloses) {
     EXPECT_EQ(system.settings.Get("CircleSize"), "38");
     EXPECT_EQ(system.settings.Get("BiesseWorksSpoil"), "");
     EXPECT_EQ(system.settings.Get("CNCMultiplier"), "many");
+    EXPECT_EQ(system.settings.Get("DrillSpoilAmount"), "2.5");
+    EXPECT_EQ(system.settings.Get("BWPriority"), "99");
     EXPECT_EQ(NumberSetting("BiesseWorksSpoil"), 0);
     // 16 switches, 5 texts and the scale.
     EXPECT_EQ(system.settings.writes.size(), 22u);

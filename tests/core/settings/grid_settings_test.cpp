@@ -47,6 +47,19 @@ TEST_F(GridSettings, AreReadIntoTheSession) {
     EXPECT_TRUE(session.NoMeasure);
 }
 
+TEST_F(GridSettings, TakeASwitchForOnUnlessItIsZero) {
+    const std::pair<const char*, bool> cases[] = {{"1", true}, {"0", false},  {"2", true},  {"-1", true},
+                                                  {"", false}, {"on", false}, {"0.5", true}};
+    for (const auto& [text, on] : cases) {
+        for (const char* name : {"SettingsEvent", "MeasureNonSolids", "NoMeasure"})
+            system.settings.Set(name, text);
+        LoadGridSettings();
+        EXPECT_EQ(TheSession().SettingsEvent, on) << text;
+        EXPECT_EQ(TheSession().MeasureNonSolids, on) << text;
+        EXPECT_EQ(TheSession().NoMeasure, on) << text;
+    }
+}
+
 TEST_F(GridSettings, SetTheStoredColumnWidths) {
     system.settings.Set("QUANTITY_WIDTH", "12.5");
     system.settings.Set("LWT_WIDTH", "8");
