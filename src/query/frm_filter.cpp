@@ -187,7 +187,7 @@ bool frmFilter::TakeRow(std::size_t row) {
         cboCritData[row]->SetText(value);
     }
     TheSession().FilterCriteria.push_back({column, shownOperator, value});
-    if (!FilteredByNumber(column) || (IsNumeric(value) && !IsBlank(value))) return true;
+    if (!FilteredByNumber(column) || IsNumeric(value)) return true;
     ShowMessage("Filtering for text on a numeric column is not permitted", "Invalid Search Condition",
                 MessageIcon::Information);
     return false;

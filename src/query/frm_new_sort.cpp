@@ -86,7 +86,6 @@ void frmNewSort::AddGroupControls() {
 }
 
 void frmNewSort::OnLoad() {
-    Grouped = false;
     statementRefused = false;
     if (!TheSession().GroupFields.empty()) check_names(TheSession().GroupFields);
     LoadListBoxes();
@@ -149,7 +148,8 @@ void frmNewSort::SetSelectedItems() {
                           "]");
             moved.push_back(item);
         }
-        for (auto item = moved.rbegin(); item != moved.rend(); ++item) List1.RemoveItem(*item);
+        std::ranges::reverse(moved);
+        for (const int item : moved) List1.RemoveItem(item);
     });
 }
 

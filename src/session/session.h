@@ -13,7 +13,6 @@ namespace brenvik {
 class AcadApplication;
 class AcadDocument;
 class Connection;
-class Form;
 class frmMain;
 
 /// One sort column: a field of the part table and "Asc" or "Desc".
