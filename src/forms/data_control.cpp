@@ -1,6 +1,8 @@
 // The data control: one connection and the record set that the last refresh opened on it.
 #include <utility>
 
+#include "base/failure.h"
+#include "base/skip.h"
 #include "forms/grid_control.h"
 
 namespace brenvik {
@@ -18,6 +20,18 @@ void DataControl::Refresh() {
     connection = std::move(newConnection);
     records = std::move(newRecords);
     if (onRefreshed) onRefreshed();
+}
+
+void DataControl::InOneTransaction(const std::function<void()>& work) {
+    if (connection == nullptr) throw ObjectNotSet(Name());
+    connection->BeginTrans();
+    try {
+        work();
+        connection->CommitTrans();
+    } catch (...) {
+        Skip([this] { connection->RollbackTrans(); });
+        throw;
+    }
 }
 
 void DataControl::Close() {

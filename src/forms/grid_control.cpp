@@ -76,32 +76,65 @@ bool GridControl::Changed(int column, int row) const { return edited.contains({r
 void GridControl::ClearMarks() { edited.clear(); }
 
 FieldValue GridControl::ValueToSave(int column, int row, const std::string& cellText) const {
-    // Whether the column holds numbers is told by the value that stands there.
     const FieldValue present = source->Records()->ValueAt(row - 1, FieldIndex(column));
-    if (std::holds_alternative<std::string>(present)) return cellText;
+    if (!Column(column).numeric && std::holds_alternative<std::string>(present)) return cellText;
     if (IsBlank(cellText)) return std::monostate();
-    if (std::holds_alternative<double>(present)) return StrictNumber(cellText);
+    if (Column(column).numeric || std::holds_alternative<double>(present)) return StrictNumber(cellText);
     return cellText;
+}
+
+void GridControl::SaveRow(Recordset& records, EditedCells::const_iterator first,
+                          EditedCells::const_iterator last) {
+    const int record = first->first.first - 1;
+    if (record >= records.RecordCount()) return;
+    struct Write {
+        int field;
+        FieldValue value, before;
+    };
+    std::vector<Write> writes;
+    for (auto cell = first; cell != last; ++cell) {
+        const auto& [row, column] = cell->first;
+        const int field = FieldIndex(column);
+        if (field < 0) continue;
+        writes.push_back({field, ValueToSave(column, row, cell->second), records.ValueAt(record, field)});
+    }
+    for (std::size_t at = 0; at < writes.size(); ++at) {
+        const std::optional<Failure> failure =
+            Attempt([&] { records.Update(record, writes[at].field, writes[at].value); });
+        if (!failure) continue;
+        while (at > 0) {
+            --at;
+            Skip([&] { records.Update(record, writes[at].field, writes[at].before); });
+        }
+        throw Failure(*failure);
+    }
 }
 
 void GridControl::SaveChanges() {
     if (edited.empty()) return;
     Recordset* records = source == nullptr ? nullptr : source->Records();
     if (records == nullptr) throw ObjectNotSet(Name());
-    if (!records->Updatable()) throw Failure(3027, Name(), "Can't update. Database or object is read-only.");
-    struct Write {
-        int record, field;
-        FieldValue value;
+    if (!records->Updatable())
+        throw Failure(3027, Name(),
+                      "Can't update: the rows on show are no rows of the table. A grouped list shows sums.");
+    std::optional<Failure> firstFailure;
+    EditedCells refused;
+    const auto saveRows = [&] {
+        for (auto first = edited.cbegin(); first != edited.cend();) {
+            const auto last = edited.upper_bound({first->first.first, MaxCols()});
+            const std::optional<Failure> failure = Attempt([&] { SaveRow(*records, first, last); });
+            if (failure) refused.insert(first, EditedCells::const_iterator(last));
+            if (failure && !firstFailure) firstFailure = failure;
+            first = last;
+        }
     };
-    std::vector<Write> writes;
-    for (const auto& [cell, cellText] : edited) {
-        const auto& [row, column] = cell;
-        const int field = FieldIndex(column);
-        if (field < 0 || row > records->RecordCount()) continue;
-        writes.push_back({row - 1, field, ValueToSave(column, row, cellText)});
-    }
-    for (const Write& write : writes) records->Update(write.record, write.field, write.value);
-    edited.clear();
+    const bool oneRow = edited.begin()->first.first == edited.rbegin()->first.first;
+    if (oneRow)
+        saveRows();
+    else
+        source->InOneTransaction(saveRows);
+    edited = std::move(refused);
+    if (firstFailure) throw Failure(*firstFailure);
 }
 
 void GridControl::Reload() {
@@ -117,11 +150,15 @@ void GridControl::Reload() {
     SetMaxRows(records->RecordCount());
 }
 
-void GridControl::SetActiveCell(int column, int row) {
+void GridControl::PutActiveCell(int column, int row) {
     if (column < 1 || column > MaxCols() || row < 0 || row > maxRows)
         throw SubscriptOutOfRange("cell " + std::to_string(column) + ", " + std::to_string(row));
     activeColumn = column;
     activeRow = row;
+}
+
+void GridControl::SetActiveCell(int column, int row) {
+    PutActiveCell(column, row);
     if (row > 0 && onCellEntered) onCellEntered(column, row);
 }
 
@@ -136,11 +173,11 @@ bool GridControl::UserEdit(int column, int row, std::string_view newText) {
     }
     SetCellText(column, row, typed);
     if (onEditEnded) onEditEnded(column, row);
-    SaveUserEdit();
+    SaveOrTell();
     return true;
 }
 
-void GridControl::SaveUserEdit() {
+void GridControl::SaveOrTell() {
     if (edited.empty() || source == nullptr) return;
     const std::optional<Failure> failure = Attempt([this] { SaveChanges(); });
     if (!failure) return;

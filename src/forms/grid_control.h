@@ -23,6 +23,9 @@ class DataControl : public Control {
     DataControl(std::string name, std::function<std::unique_ptr<Connection>()> createConnection);
     std::string connectionString;
     std::string recordSource;
+    /// Runs the work in one transaction of the connection, so that many writes cost little more than one.
+    /// What the work throws takes back what it wrote. Fails with 91 before the first refresh.
+    void InOneTransaction(const std::function<void()>& work);
     /// Opens the record source anew. A statement that the engine refuses throws, and the old record set
     /// stays, so that a bound grid keeps what it shows.
     void Refresh();
@@ -49,6 +52,7 @@ struct GridColumn {
     double width = 0;  ///< In the grid's own units, a character being 1.
     bool hidden = false;
     bool locked = false;
+    bool numeric = false;  ///< Takes numbers alone. So does a cell that holds a number.
 };
 
 class GridControl : public Control {
@@ -71,17 +75,24 @@ class GridControl : public Control {
     void SetCellText(int column, int row, std::string_view newText);
     bool Changed(int column, int row) const;
     void ClearMarks();
-    /// Writes all marked cells to the bound table and clears the marks. Fails with the engine's failure;
-    /// a record set that can't be updated, and a text that is no number in a cell that holds one, fail
-    /// before anything is written. A blank text makes a numeric cell null.
+    /// Writes all marked cells to the bound table and clears their marks. A row is written whole or not at
+    /// all; one that can't be keeps its marks and doesn't hold up the others, and the first failure is
+    /// thrown when all rows have had their turn. A text that is no number, where one belongs, fails with 13;
+    /// a record set that can't be updated fails with 3027 before anything is written. A blank text makes a
+    /// number null.
     void SaveChanges();
+    /// The same, a failure being told through `onSaveFailed`: then no marks are left, and the cells that
+    /// were not written show the table's values again. Without a handler the failure reaches the caller.
+    void SaveOrTell();
     /// Reads the bound record set anew: as many rows as it has records; marks and unsaved texts are lost.
     void Reload();
 
     int ActiveColumn() const { return activeColumn; }
     int ActiveRow() const { return activeRow; }
-    /// The user's move or one by code; runs `onCellEntered` when row is above 0.
+    /// The user's move; runs `onCellEntered` when row is above 0. Fails with 9 outside the grid.
     void SetActiveCell(int column, int row);
+    /// A move by code, which nobody is told of. Fails in the same way.
+    void PutActiveCell(int column, int row);
     bool reDraw = true;
 
     std::function<void(int column, int row)> onCellEntered;
@@ -112,11 +123,12 @@ class GridControl : public Control {
     std::string FieldText(int column, int row) const;
     FieldValue ValueToSave(int column, int row, const std::string& cellText) const;
     bool Inside(int column, int row) const;
-    void SaveUserEdit();
+    using EditedCells = std::map<Cell, std::string>;
+    void SaveRow(Recordset& records, EditedCells::const_iterator first, EditedCells::const_iterator last);
 
     std::vector<GridColumn> columns, designColumns;
-    std::vector<int> fieldIndexes;       ///< For each column its field in the record set, or -1.
-    std::map<Cell, std::string> edited;  ///< The marked cells with their unsaved texts.
+    std::vector<int> fieldIndexes;  ///< For each column its field in the record set, or -1.
+    EditedCells edited;             ///< The marked cells with their unsaved texts.
     struct LockedBlock {
         int column, firstRow, lastRow;
     };

@@ -26,6 +26,7 @@ class FakeDatabase : public DatabasePort {
     std::vector<std::pair<std::string, Failure>> failures;
     std::vector<std::string> connectionStrings;
     int openConnections = 0;
+    std::map<std::string, int> openByPath;
     int openRecordsets = 0;
 
     std::unique_ptr<Connection> CreateConnection() override;

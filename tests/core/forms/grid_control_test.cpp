@@ -167,6 +167,88 @@ TEST_F(BoundGrid, WritesNothingWhenACellHoldsNoNumberWhereOneBelongs) {
     EXPECT_TRUE(grid.Changed(2, 1));
 }
 
+TEST_F(BoundGrid, KeepsTheOtherRowsWhenOneCannotBeSaved) {
+    AddPart("C", "Back", 300);
+    Bind();
+    grid.SetCellText(2, 1, "Door");
+    grid.SetCellText(2, 2, std::string(256, 'n'));
+    grid.SetCellText(2, 3, "Top");
+    EXPECT_THROW(grid.SaveChanges(), Failure);
+    EXPECT_EQ(Name(0), "Door");
+    EXPECT_EQ(database.Cell(Path, 1, "bv_partname"), FieldValue(std::monostate()));
+    EXPECT_EQ(Name(2), "Top");
+    EXPECT_FALSE(grid.Changed(2, 1));
+    EXPECT_TRUE(grid.Changed(2, 2));
+    EXPECT_EQ(grid.CellText(2, 2), std::string(256, 'n'));
+}
+
+TEST_F(BoundGrid, WritesARowWholeOrNotAtAll) {
+    Bind();
+    database.failures.emplace_back("UPDATE bv_length", Failure(-5, "FakeDatabase", "Refused"));
+    grid.SetCellText(2, 1, "Door");
+    grid.SetCellText(3, 1, "700");
+    EXPECT_THROW(grid.SaveChanges(), Failure);
+    EXPECT_EQ(Name(0), "Side");
+    EXPECT_TRUE(grid.Changed(2, 1));
+    EXPECT_TRUE(grid.Changed(3, 1));
+}
+
+TEST_F(BoundGrid, SavesSeveralRowsInOneTransaction) {
+    Bind();
+    database.statements.clear();
+    grid.SetCellText(2, 1, "Door");
+    grid.SetCellText(2, 2, "Top");
+    grid.SaveChanges();
+    EXPECT_EQ(database.statements,
+              (std::vector<std::string>{"BEGIN", "UPDATE bv_partname", "UPDATE bv_partname", "COMMIT"}));
+}
+
+TEST_F(BoundGrid, TellsOfRowsThatCannotBeSavedAndKeepsTheRest) {
+    Bind();
+    std::string told;
+    grid.onSaveFailed = [&](const Failure& failure) { told = failure.description(); };
+    grid.SetCellText(3, 1, "long");
+    grid.SetCellText(2, 2, "Top");
+    grid.SaveOrTell();
+    EXPECT_EQ(told, "Type mismatch");
+    EXPECT_EQ(grid.CellText(3, 1), "600.5");
+    EXPECT_EQ(Name(1), "Top");
+}
+
+TEST_F(BoundGrid, TakesNumbersAloneInANumericColumnEvenWhereNothingStands) {
+    database.databases[Path][0][5] = std::monostate();
+    grid.Column(3).numeric = true;
+    Bind();
+    grid.SetCellText(3, 1, "long");
+    EXPECT_THROW(grid.SaveChanges(), Failure);
+    grid.SetCellText(3, 1, "12.5");
+    grid.SaveChanges();
+    EXPECT_EQ(database.Number(Path, 0, "bv_length"), 12.5);
+}
+
+TEST_F(BoundGrid, IsMovedByCodeWithoutAWord) {
+    Bind();
+    int entered = 0;
+    grid.onCellEntered = [&](int, int) { ++entered; };
+    grid.PutActiveCell(2, 2);
+    EXPECT_EQ(entered, 0);
+    EXPECT_EQ(grid.ActiveColumn(), 2);
+    EXPECT_EQ(grid.ActiveRow(), 2);
+    EXPECT_THROW(grid.PutActiveCell(2, 3), Failure);
+}
+
+TEST_F(BoundGrid, TakesBackATransactionThatFails) {
+    Bind();
+    EXPECT_THROW(data.InOneTransaction([&] {
+        data.Records()->Update(0, 2, std::string("Door"));
+        throw Failure(1, "Test", "stop");
+    }),
+                 Failure);
+    EXPECT_EQ(Name(0), "Side");
+    DataControl unbound("Adodc2", [this] { return database.CreateConnection(); });
+    EXPECT_THROW(unbound.InOneTransaction([] {}), Failure);
+}
+
 TEST_F(BoundGrid, WritesNothingToARecordSetThatCannotBeUpdated) {
     data.recordSource =
         "Select count(bv_partname) as bv_qty, bv_partname from brenvik_data Group by bv_partname";
