@@ -4,9 +4,11 @@
 #include <array>
 #include <string>
 
+#include "base/skip.h"
 #include "base/text.h"
 #include "grid/column_relation.h"
 #include "grid/grid_actions.h"
+#include "grid/grid_columns.h"
 #include "parts/mautocad.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
@@ -45,14 +47,18 @@ double DesignWidth(const PartColumn& column) {
     return 10;
 }
 
-/// The identity of a row and the extents of the last Apply are information only, and so is the layer,
-/// which nothing writes back; the first two are not shown either.
+/// What nothing but the scan may say is locked: the identity of a row, its layer, which nothing writes back,
+/// the raw extents, which an Apply makes the old ones, and those of the last Apply. The identity and the old
+/// extents are not shown either. Sizes can be typed over: a list may go out with other sizes than the solids
+/// have, and the next scan makes them true again.
 std::vector<GridColumn> DesignColumns() {
     std::vector<GridColumn> columns;
     for (const PartColumn& part : PartColumns()) {
         const std::string name(part.column);
         const bool hidden = name == "bv_id" || name.starts_with("bv_oldValue");
-        columns.push_back({name, name, DesignWidth(part), hidden, hidden || name == "bv_layer"});
+        const bool rawExtent = name == "bv_x" || name == "bv_y" || name == "bv_z";
+        columns.push_back({name, name, DesignWidth(part), hidden, hidden || rawExtent || name == "bv_layer",
+                           part.kind == PartColumnKind::Number});
     }
     return columns;
 }
@@ -92,13 +98,28 @@ frmMain::frmMain()
     gridHeight = height - gridTop - 50;
     Adodc1.visible = false;
     Adodc1.recordSource = FullSelect();
-    fpSpread1.onSaveFailed = ShowFailure;
+    ConnectGrid();
     tbMain.onKey = [this](std::string_view key) { RunToolbarKey(*this, key); };
     AddMenu();
     AddTickBoxes();
-    Add<Control>(ControlKind::Button, "btnAutoPN", "Auto PN");
+    Add<Control>(ControlKind::Button, "btnAutoPN", "Auto PN").onClick = [this] {
+        ShowAndResume(ShowFailure, [this] { AutoPN(); });
+    };
     // An internal command without a meaning for the user.
-    Add<Control>(ControlKind::Button, "Command1", "Command1").visible = false;
+    auto& Command1 = Add<Control>(ControlKind::Button, "Command1", "Command1");
+    Command1.visible = false;
+    Command1.onClick = [this] { ShowAndResume(ShowFailure, [this] { Highlight(); }); };
+}
+
+void frmMain::ConnectGrid() {
+    fpSpread1.onSaveFailed = ShowFailure;
+    fpSpread1.onCellEntered = [this](int column, int row) { CurrentCellMoved(column, row); };
+    fpSpread1.onEditEnded = [this](int column, int row) {
+        if (column == OrieColumn) OrieEdited(row);
+    };
+    fpSpread1.onKey = [this](int column, int, std::string_view key) {
+        return Loading || column != OrieColumn || checkEntry(key, "LWT");
+    };
 }
 
 void frmMain::AddMenu() {

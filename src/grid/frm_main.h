@@ -21,6 +21,9 @@ struct ColumnTickBox {
 /// The tick boxes that stand for a column, in the order of Quick Copy.
 std::span<const ColumnTickBox> ColumnTickBoxes();
 
+/// What happens to the failures of single rows while rows are written to the drawing.
+enum class FailureTelling { Shown, Ignored };
+
 class frmMain : public Form {
   public:
     frmMain();
@@ -29,6 +32,33 @@ class frmMain : public Form {
     /// selection. A form that isn't loaded counts as loaded afterwards, without being shown. Fails as the
     /// files do when there is no blank database, and as the scan does for its switches.
     void Form_Load();
+
+    /// Writes each row's part data to its solid; the present extents become the old ones. A solid that is
+    /// gone stops its row, a value that the host refuses is left out; each is told, and the work goes on.
+    /// Refused with a message while grouping is active. Fails with 91 when there is no document.
+    void Apply();
+    /// The same, then unloads the form, unless grouping is active.
+    void applyClose(FailureTelling telling = FailureTelling::Shown);
+    /// The same as `Apply`, but that no quantity is written: for each row all of model space is highlighted.
+    void Highlight();
+
+    /// Spreads the current row's values under the ticked boxes over all rows that the filter lets through,
+    /// blank cells alone if that is ticked. The first statement that the table refuses ends it with its
+    /// failure.
+    void QCopy();
+    /// Numbers the rows in the order shown, in the column of part numbers; a hidden or locked one stays.
+    /// Refused with a message while grouping is active.
+    void AutoPN();
+
+    /// Whether a typed key may enter a cell that allows these characters, three at most: they are capital
+    /// letters, and their small ones pass as well. Control keys always pass.
+    static bool checkEntry(std::string_view key, std::string_view allowed);
+    /// The user moved to a cell; without a column (below 1) it is no real move. Ticks the column's box and
+    /// clears all others.
+    void CurrentCellMoved(int column, int row);
+    /// The letters of a row were edited: refuses what names no sizes, and gives the row the sizes that the
+    /// letters name.
+    void OrieEdited(int row);
 
     /// Size rule of the grid: it follows a form that is large enough and keeps its size otherwise.
     void OnResize() override;
@@ -52,6 +82,10 @@ class frmMain : public Form {
   private:
     void AddMenu();
     void AddTickBoxes();
+    void ConnectGrid();
+    enum class QuantityKey { Written, Highlights };
+    void WriteRows(QuantityKey quantity, FailureTelling telling);
+    void SetSizesFromLetters(int row);
     void LoadInOrder();
     void SetColumnHeaders();
     void PlaceForm();

@@ -5,9 +5,15 @@
 #include <string>
 
 #include "base/skip.h"
+#include "grid/export_guard.h"
 #include "grid/frm_main.h"
+#include "grid/grid_print.h"
+#include "grid/grouping_interlock.h"
+#include "grid/help.h"
+#include "grid/quick_copy.h"
 #include "query/grid_query.h"
 #include "session/message.h"
+#include "session/session.h"
 
 namespace brenvik {
 
@@ -15,20 +21,31 @@ namespace {
 
 void CloseForm(frmMain& form) { form.RequestClose(); }
 
+void ApplyToDrawing(frmMain& form) { form.Apply(); }
+
+/// Closing by way of Apply asks first whether a list that can't be applied may go.
+void ApplyAndClose(frmMain& form) {
+    if (!GroupingIsActive()) return form.applyClose();
+    const std::string question =
+        std::string(ApplyWhileGrouped) + "\r\n\r\nDo you wish to close the form without applying changes?";
+    const MessageRequest request{question, "Error", MessageIcon::None, MessageButtons::YesNo};
+    if (ThePlatform().dialogs->Show(request) == MessageAnswer::Yes) form.Unload();
+}
+
 void ShowAbout(frmMain&) {
     ShowMessage(std::string(ProductTitle) + "\r\nVersion " BRENVIK_VERSION, "About Brenvik",
                 MessageIcon::Information);
 }
 
 constexpr auto Actions = std::to_array<GridAction>({
-    {"HELP", "mnuHelp", "View Help", nullptr},
-    {"PRINT", "", "Print", nullptr},
+    {"HELP", "mnuHelp", "View Help", &ViewHelp},
+    {"PRINT", "", "Print", &PrintTheGrid},
     {"SORT", "", "Sort", &SortGrid},
     {"FILTER", "", "Filter", &FilterGrid},
-    {"QCOPY", "mnuQcopy", "Quick Copy", nullptr},
-    {"EXPORT", "mnuExport", "Export", nullptr},
-    {"APPLY_DRAWING", "mnuApplyDrawing", "Apply to Drawing", nullptr},
-    {"APPLY_CLOSE", "mnuApplyClose", "Apply/Close", nullptr},
+    {"QCOPY", "mnuQcopy", "Quick Copy", &QuickCopy},
+    {"EXPORT", "mnuExport", "Export", &ExportGrid},
+    {"APPLY_DRAWING", "mnuApplyDrawing", "Apply to Drawing", &ApplyToDrawing},
+    {"APPLY_CLOSE", "mnuApplyClose", "Apply/Close", &ApplyAndClose},
     {"CANCEL_CLOSE", "mnuExit", "Exit", &CloseForm},
     {"", "mnuAbout", "About Brenvik", &ShowAbout},
 });

@@ -2,6 +2,8 @@
 // compared for exact equality after rounding, so a drift in the fifth decimal is a change.
 #include "parts/orie_update.h"
 
+#include <algorithm>
+
 #include "base/letter_case.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
@@ -168,6 +170,11 @@ LabelledSizes MapLetters(std::string_view letters, const SortedExtents& extents)
     name(Mid(upper, 2, 1), extents.Mid);
     name(Right(upper, 1), extents.Small);
     return sizes;
+}
+
+bool AreValidLetters(std::string_view letters) {
+    constexpr std::array<std::string_view, 7> valid{"", "LWT", "LTW", "TLW", "TWL", "WTL", "WLT"};
+    return std::find(valid.begin(), valid.end(), FoldUpper(letters)) != valid.end();
 }
 
 OrieResult UpdateOrie(const OrieInput& input) {

@@ -23,6 +23,9 @@ struct LabelledSizes {
 /// one, the last that of the smallest, in either case. Other characters name nothing.
 LabelledSizes MapLetters(std::string_view letters, const SortedExtents& extents);
 
+/// Whether the letters name each size once, in either case, or are blank.
+bool AreValidLetters(std::string_view letters);
+
 /// The extents of one entity. `E` is what the row keeps as measured; `D` is the copy that sizes are sorted
 /// from. The two differ when a solid could not be measured: `E` then stands as it was.
 struct MeasuredExtents {

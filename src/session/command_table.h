@@ -21,13 +21,15 @@ using CommandWork = void (*)(AcadApplication&);
     COMMAND(Show, "BRENVIK", "Open the cut list on the previous selection, then run the chosen CNC target", \
             &commands::Show)                                                                                \
     PLAIN(ShowSettings, "BSET", "Open the settings", &commands::ShowSettings)                               \
-    SELF_STARTING(EventBrenvik, "BVEVENT", "Update the ORIE letters, if automatic updating is on", nullptr) \
+    SELF_STARTING(EventBrenvik, "BVEVENT", "Update the ORIE letters, if automatic updating is on",          \
+                  &commands::EventBrenvik)                                                                  \
     COMMAND(ShowSelectedOnly, "BVSHOWONLY", "Show only the selected entities", nullptr)                     \
     COMMAND(ShowAllEntities, "BVSHOWALL", "Show all entities again", nullptr)                               \
     COMMAND(HideSelectedEntities, "BVHIDE", "Hide the selected entities", nullptr)                          \
     COMMAND(ShowSelectedEntities, "BVSHOW", "Show all entities again", nullptr)                             \
-    SELF_STARTING(UpdateNow, "33", "Update the ORIE letters now", nullptr)                                  \
-    SELF_STARTING(UpdateNow2, "BVUPDATE", "Update the ORIE letters, if automatic updating is on", nullptr)  \
+    SELF_STARTING(UpdateNow, "33", "Update the ORIE letters now", &commands::UpdateNow)                     \
+    SELF_STARTING(UpdateNow2, "BVUPDATE", "Update the ORIE letters, if automatic updating is on",           \
+                  &commands::UpdateNow2)                                                                    \
     COMMAND(BVExportDWG, "BVEXPORTDWG", "Write one drawing for each part", nullptr)                         \
     COMMAND(BVC2C, "BVC2C", "CNC run for C2C", nullptr)                                                     \
     COMMAND(BVExplode, "BVEXPLODE", "Make an exploded view", nullptr)                                       \

@@ -21,6 +21,8 @@ void TakeInstallFolder() {
 void BeginCall(AcadApplication& app) {
     Session& session = TheSession();
     session.AcadApp = &app;
+    // The document of the call before may have been closed since.
+    session.AcadDoc = nullptr;
     session.AcadDoc = app.ActiveDocument();
     TakeInstallFolder();
 }

@@ -51,15 +51,32 @@ class DialogPort {
     virtual void DoEvents() = 0;
 };
 
-/// How a grid is to be printed.
+/// The numbers are those of the grid's own print settings.
+enum class PrintOrientation { Portrait = 1, Landscape = 2 };
+
+/// In twips, from the edges of the sheet.
+struct PrintMargins {
+    double left = 0, top = 0, right = 0, bottom = 0;
+};
+
+/// How a grid is to be printed: its visible columns and all of its rows.
 struct PrintJob {
-    std::string jobName;
+    /// What is told while the job runs and can be cancelled.
     std::string abortMessage;
+    std::string jobName;
+    /// A line above and a line below the cells of each sheet.
+    std::string header, footer;
+    bool columnHeaders = true, rowHeaders = false;
+    PrintMargins margins;
+    bool gridLines = true;
+    bool colour = false;
+    PrintOrientation orientation = PrintOrientation::Portrait;
 };
 
 class PrintPort {
   public:
     virtual ~PrintPort() = default;
+    /// Fails as the printer does; a job that the user cancels does not fail.
     virtual void PrintGrid(const GridControl& grid, const PrintJob& job) = 0;
 };
 

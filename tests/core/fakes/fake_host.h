@@ -2,6 +2,8 @@
 // a test sets. What no test needs refuses with a failure of its own.
 #pragma once
 
+#include <algorithm>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -27,6 +29,8 @@ class FakeEntity : public AcadEntity {
     /// Each SetXData call, as "KEY" for a clearing one and "KEY=value" for a setting one.
     std::vector<std::string> writes;
     std::optional<Failure> failOnData, failOnBox, failOnLayer;
+    /// Fails each SetXData call, as for an entity on a locked layer.
+    std::optional<Failure> failOnWrite;
     /// Extended data of this application are an application entry alone.
     std::string bareApplication;
     std::map<std::string, XDataValue> otherData;
@@ -54,6 +58,7 @@ class FakeEntity : public AcadEntity {
     }
     void SetXData(std::span<const std::int16_t> types, std::span<const XDataValue> values) override {
         if (types.empty() || types[0] != 1001) Refuse("SetXData");
+        if (failOnWrite) throw *failOnWrite;
         const std::string key = std::get<std::string>(values[0]);
         if (values.size() == 1) {
             data.erase(key);
@@ -159,6 +164,40 @@ class FakeSelectionSets : public AcadSelectionSets {
     FakeDocument& document;
 };
 
+/// Model space as the entities that are not erased; a document's own entities stand in it.
+class FakeModelSpace : public AcadBlock {
+  public:
+    explicit FakeModelSpace(std::vector<std::unique_ptr<FakeEntity>>& modelEntities)
+        : entities(modelEntities) {}
+    int walks = 0;
+
+    std::string Name() const override { return "*Model_Space"; }
+    int Count() const override {
+        return static_cast<int>(std::count_if(entities.begin(), entities.end(),
+                                              [](const auto& entity) { return !entity->erased; }));
+    }
+    AcadEntity* Item(int) override { Refuse("Item"); }
+    void ForEach(const std::function<void(AcadEntity&)>& visit) override {
+        ++walks;
+        for (const auto& entity : entities)
+            if (!entity->erased) visit(*entity);
+    }
+    AcadLine* AddLine(const Point3&, const Point3&) override { Refuse("AddLine"); }
+    AcadCircle* AddCircle(const Point3&, double) override { Refuse("AddCircle"); }
+    AcadArc* AddArc(const Point3&, double, double, double) override { Refuse("AddArc"); }
+    AcadLWPolyline* AddLightWeightPolyline(std::span<const double>) override {
+        Refuse("AddLightWeightPolyline");
+    }
+    std::vector<AcadRegion*> AddRegion(std::span<AcadEntity* const>) override { Refuse("AddRegion"); }
+    Acad3DSolid* AddExtrudedSolid(AcadRegion&, double, double) override { Refuse("AddExtrudedSolid"); }
+    Acad3DSolid* AddBox(const Point3&, double, double, double) override { Refuse("AddBox"); }
+    Acad3DSolid* AddCylinder(const Point3&, double, double) override { Refuse("AddCylinder"); }
+    AcadPViewport* AddPViewport(const Point3&, double, double) override { Refuse("AddPViewport"); }
+
+  private:
+    std::vector<std::unique_ptr<FakeEntity>>& entities;
+};
+
 class FakeApplication;
 
 class FakeDocument : public AcadDocument {
@@ -167,6 +206,7 @@ class FakeDocument : public AcadDocument {
 
     std::vector<std::unique_ptr<FakeEntity>> entities;
     std::vector<AcadEntity*> previousSelection;
+    FakeModelSpace modelSpace{entities};
     FakeSelectionSets selectionSets;
     /// The mode of the last Select call.
     std::optional<SelectMode> lastMode;
@@ -183,7 +223,7 @@ class FakeDocument : public AcadDocument {
     std::string Name() const override { return "job.dxf"; }
     std::string FullName() const override { return "C:\\jobs\\job.dxf"; }
     AcadSelectionSets& SelectionSets() override { return selectionSets; }
-    AcadBlock& ModelSpace() override { Refuse("ModelSpace"); }
+    AcadBlock& ModelSpace() override { return modelSpace; }
     AcadBlock& PaperSpace() override { Refuse("PaperSpace"); }
     AcadBlocks& Blocks() override { Refuse("Blocks"); }
     AcadGroups& Groups() override { Refuse("Groups"); }

@@ -75,6 +75,7 @@ class FakeFiles : public FilesPort {
     void RemoveFile(std::string_view path) override {
         acts.push_back("remove " + std::string(path));
         if (onRemove) onRemove();
+        if (database.openByPath[FoldLower(path)] > 0) throw PermissionDenied(std::string(path));
         if (contents.erase(std::string(path)) == 0) throw FileNotFound(std::string(path));
         database.databases.erase(FoldLower(path));
     }
@@ -127,7 +128,33 @@ class FakeDialogs : public DialogPort {
         return answer;
     }
     std::optional<std::string> ChooseFile(const FileRequest&) override { return std::nullopt; }
-    void DoEvents() override {}
+    void DoEvents() override { ++eventsRun; }
+    int eventsRun = 0;
+};
+
+/// Notes what was printed: the settings of each job.
+class FakePrinter : public PrintPort {
+  public:
+    std::vector<PrintJob> jobs;
+    std::optional<Failure> failOnPrint;
+    void PrintGrid(const GridControl&, const PrintJob& job) override {
+        if (failOnPrint) throw *failOnPrint;
+        jobs.push_back(job);
+    }
+};
+
+/// A shell that answers with a number of the test's choice.
+class FakeShell : public ShellPort {
+  public:
+    int result = 33;
+    /// "folder|file|show" of each document.
+    std::vector<std::string> documents;
+    std::vector<std::string> programs;
+    int OpenDocument(std::string_view folder, std::string_view file, int show) override {
+        documents.push_back(std::string(folder) + "|" + std::string(file) + "|" + std::to_string(show));
+        return result;
+    }
+    void RunProgram(std::string_view commandLine) override { programs.emplace_back(commandLine); }
 };
 
 struct Measured {
@@ -172,7 +199,7 @@ class FakeMeasuring : public MeasuringPort {
 class LoadedSystem {
   public:
     LoadedSystem() : files(database) {
-        LoadSystem({&dialogs, &settings, &database, &files, &measuring, nullptr, nullptr});
+        LoadSystem({&dialogs, &settings, &database, &files, &measuring, &printer, &shell});
         database.CreateBlankPartDatabase(BlankPath);
         files.contents[BlankPath] = "blank";
         settings.Set("MeasureNonSolids", "0");
@@ -191,6 +218,8 @@ class LoadedSystem {
     FakeDatabase database;
     FakeFiles files;
     FakeMeasuring measuring;
+    FakePrinter printer;
+    FakeShell shell;
     FakeApplication app;
 
     FakeDocument& Document() { return *app.active; }

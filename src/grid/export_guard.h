@@ -1,0 +1,10 @@
+// Export as the user asks for it: a list with parts that have no letters, and so no sizes, asks first.
+#pragma once
+
+namespace brenvik {
+
+class frmMain;
+
+void ExportGrid(frmMain& form);
+
+}  // namespace brenvik
