@@ -30,7 +30,8 @@ Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, Measure
       files(home),
       settings(home / settingsFileName, WriteWholeFile),
       database([this](std::string_view path) { return files.Resolve(path); }),
-      shell(std::cerr) {
+      shell(std::cerr),
+      printer(std::cout) {
     Load(dialogs);
     RequireReadableSettings();
     std::error_code unknown;
@@ -48,6 +49,7 @@ void Workplace::Load(DialogPort& dialogs) {
     platform.files = &files;
     platform.measuring = &host;
     platform.shell = &shell;
+    platform.print = &printer;
     host.SetPathResolver([this](std::string_view path) { return files.Resolve(path); });
     LoadSystem(platform);
 }

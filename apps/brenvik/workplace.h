@@ -5,6 +5,7 @@
 #include <string>
 
 #include "console/console_shell.h"
+#include "console/text_printer.h"
 #include "drafting_host/document/host_application.h"
 #include "file_roots/file_roots.h"
 #include "part_table/sqlite_database.h"
@@ -28,6 +29,7 @@ class Workplace {
     TextSettings settings;
     SqliteDatabase database;
     ConsoleShell shell;
+    TextPrinter printer;
     HostApplication host;
     /// Whether this workplace was the first in its home.
     bool HomeWasMade() const { return homeWasMade; }
