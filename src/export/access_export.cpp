@@ -1,0 +1,146 @@
+// Connections to Access files, statements for their tables, and the run.
+#include "export/access_export.h"
+
+#include "base/letter_case.h"
+#include "base/skip.h"
+#include "base/text.h"
+#include "export/export_cells.h"
+#include "export/frm_export.h"
+#include "export/frm_login.h"
+#include "export/record_values.h"
+#include "parts/mdatabase.h"
+#include "parts/part_table.h"
+#include "session/message.h"
+#include "session/session.h"
+
+namespace brenvik {
+
+namespace {
+
+/// The driver's whole text for a wrong password; any other text is another failure.
+constexpr std::string_view InvalidPassword =
+    "[Microsoft][ODBC Microsoft Access Driver] Not a valid password.";
+
+void OpenConnection(ExportConnection& connection, const std::string& connectionString) {
+    connection.SetCursorLocation(CursorLocation::Client);
+    connection.Open(connectionString);
+}
+
+void ShowDescription(const Failure& failure) { ShowMessage(failure.description()); }
+
+std::string ValueForTarget(const AccessMapping& mapping, const Recordset& records,
+                           const SizeAdjustment& adjustment, bool fractions) {
+    const auto number = [&records](std::string_view field) { return ValueNumber(records.Value(field)); };
+    const std::string& caption = mapping.caption;
+    if (caption == ThicknessMaterialImperial || caption == ThicknessMaterialMetric)
+        return ThicknessMaterialText(caption, number("bv_thickness") + adjustment.thickness,
+                                     ValueText(records.Value("bv_material")));
+    if (caption == "Length") return SizeText(number("bv_length") + adjustment.length, fractions);
+    if (caption == "Width") return SizeText(number("bv_width") + adjustment.width, fractions);
+    if (caption == "Thickness") return SizeText(number("bv_thickness") + adjustment.thickness, fractions);
+    return ValueText(records.Value(mapping.field));
+}
+
+std::vector<AccessMapping> MappingsOf(const ListViewControl& view) {
+    std::vector<AccessMapping> mappings;
+    for (const ListViewControl::Row& row : view.rows)
+        mappings.push_back({row.text, SplitAtFirst(row.tag, ',').head,
+                            row.subItems.empty() ? std::string() : row.subItems.front()});
+    return mappings;
+}
+
+}  // namespace
+
+std::string AccessConnectionString(std::string_view path, std::string_view password) {
+    return "Driver={Microsoft Access Driver (*.mdb)};Dbq=" + std::string(path) +
+           ";Uid=Admin;Pwd=" + std::string(password) + ";";
+}
+
+std::unique_ptr<ExportConnection> NewExportConnection() {
+    ExportDatabasePort* databases = ThePlatform().exportDatabases;
+    if (databases == nullptr)
+        throw Failure(failure_number::cannotCreateObject, std::string(ownSource),
+                      "This build can't reach other databases: it has no ODBC");
+    return databases->CreateConnection();
+}
+
+std::unique_ptr<ExportConnection> ConnectToAccess(std::string_view path, DatabaseLogin& login) {
+    for (;;) {
+        std::unique_ptr<ExportConnection> connection;
+        const std::optional<Failure> failure = Attempt([&] {
+            connection = NewExportConnection();
+            OpenConnection(*connection, AccessConnectionString(path, login.password));
+        });
+        if (!failure) return connection;
+        std::optional<DatabaseLogin> entered;
+        if (failure->description() == InvalidPassword) entered = AskForLogin(login);
+        if (!entered) {
+            ShowDescription(*failure);
+            return nullptr;
+        }
+        login = *entered;
+    }
+}
+
+bool IsOfferedTable(std::string_view name) {
+    const std::string upper = FoldUpper(name);
+    return Left(upper, 4) != "MSYS" && Left(upper, 11) != "SWITCHBOARD";
+}
+
+std::string FieldsStatement(std::string_view table) {
+    return DropRight(FullSelect(), PartTableName.size()) + std::string(table);
+}
+
+std::string InsertStatement(std::string_view table, std::span<const AccessMapping> mappings,
+                            const Recordset& records, const SizeAdjustment& adjustment, bool fractions) {
+    std::string columns = "(";
+    for (const AccessMapping& mapping : mappings) columns += mapping.target + ",";
+    columns = ReplaceAll(columns + ")", ",)", ")");
+    std::string values = " VALUES('";
+    for (const AccessMapping& mapping : mappings)
+        Skip([&] { values += ValueForTarget(mapping, records, adjustment, fractions) + "','"; });
+    return "INSERT INTO " + std::string(table) + " " + columns + ReplaceAll(values + ")", "',')", "')");
+}
+
+void RunAccessExport(frmExport& form) {
+    const std::optional<std::string> adjustmentPath = TakeExportAdjustmentPath();
+    if (!adjustmentPath) return;
+    {
+        const HourglassShown hourglass(form);
+        const std::unique_ptr<ExportConnection> connection =
+            ConnectToAccess(form.txtExportAccess.Text(), form.login);
+        form.connectFailed = connection == nullptr;
+        if (form.connectFailed) return;
+        const AdjustmentSource adjustments = ReadExportAdjustments(*adjustmentPath);
+        if (!adjustments.usable) return;
+        const std::string table = form.cboAccessTable.Text();
+        const std::vector<AccessMapping> mappings = MappingsOf(form.lvAccessMap);
+        const bool fractions = form.chkReduce.Value() == 1;
+        std::unique_ptr<Recordset> records;
+        Skip([&] { mDatabase::OpenRecordset(TheSession().CurrentSQL, records); });
+        Skip([&] {
+            for (; records != nullptr && !records->Eof(); records->MoveNext()) {
+                const std::string statement =
+                    InsertStatement(table, mappings, *records, adjustments.rules.For(*records), fractions);
+                ShowAndResume(ShowDescription, [&] { connection->Execute(statement); });
+            }
+        });
+        Skip([&] { mDatabase::CloseRecordset(records); });
+    }
+    ShowMessage("Export Complete!!!", "Done.", MessageIcon::Exclamation);
+    form.exportEnded = true;
+    form.Unload();
+}
+
+void CheckSqlServerConnection(std::string_view server, std::string_view database,
+                              const DatabaseLogin& login) {
+    const bool reached = Skip([&] {
+        const std::unique_ptr<ExportConnection> connection = NewExportConnection();
+        connection->Open("Driver={SQL Server}; Server=" + std::string(server) + "; Database=" +
+                         std::string(database) + "; UID=" + login.user + "; PWD=" + login.password);
+        connection->OpenRecordset("SELECT * FROM kids_news")->Value("news_desc");
+    });
+    ShowMessage(reached ? "connection success" : "failed connection");
+}
+
+}  // namespace brenvik

@@ -1,0 +1,95 @@
+// The adjustment file as the editor reads and writes it, where it lies, and what an export takes from it.
+#include <array>
+
+#include "base/skip.h"
+#include "base/text.h"
+#include "export/adjustments.h"
+#include "export/text_lines.h"
+#include "session/files_port.h"
+#include "session/message.h"
+#include "session/session.h"
+#include "settings/settings_keys.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr auto Keys = std::to_array<std::string_view>({
+    "Qty",   "Part Name",  "Sub Assembly", "Material", "Length", "Width", "Thickness", "ORIE",
+    "Notes", "User Data1", "User Data2",   "PN",       "Price",  "EB1",   "EB2",       "EB3",
+    "EB4",   "Face",       "Layer",        "l",        "w",      "t",
+});
+static_assert(Keys.size() + 1 == AdjustmentColumnCount);
+
+constexpr std::string_view CircularEnding =
+    " twice with another section between, so that matching the parts would never end. Give each adjustment a "
+    "name of its own. This export is now aborting.";
+
+}  // namespace
+
+std::span<const std::string_view> AdjustmentKeys() { return Keys; }
+
+std::vector<AdjustmentRow> ParseAdjustments(std::span<const std::string> lines) {
+    std::vector<AdjustmentRow> rows;
+    // The state: 0 awaits a name, any other the key of that column.
+    std::size_t state = 0;
+    for (const std::string& line : lines) {
+        if (line.starts_with('#')) continue;
+        if (state == 0) {
+            if (!line.starts_with('[')) continue;
+            rows.emplace_back(AdjustmentColumnCount).front() = DropRight(Mid(line, 2), 1);
+            state = 1;
+            continue;
+        }
+        const std::string_view key = Keys[state - 1];
+        if (!StartsWithIgnoreCase(line, key)) continue;
+        // Whatever character stands behind the key counts as its "=".
+        rows.back()[state] = Mid(line, key.size() + 2);
+        state = state == Keys.size() ? 0 : state + 1;
+    }
+    return rows;
+}
+
+std::string AdjustmentText(const AdjustmentRow& row, std::string_view lineEnd) {
+    std::string text = "[" + row.front() + "]";
+    text += lineEnd;
+    for (std::size_t key = 0; key < Keys.size(); ++key) {
+        text += Keys[key];
+        text += '=';
+        text += row[key + 1];
+        text += lineEnd;
+    }
+    return text;
+}
+
+std::string ResolveAdjustmentPath() {
+    const std::string stored = GetSubkeyText(CsvSaveSubkey, AdjustmentPathSetting);
+    if (!stored.empty()) return stored;
+    const std::string delivered = ApplicationFolder() + "No Adjustments.txt";
+    return ThePlatform().files->FileExists(delivered) ? delivered : std::string();
+}
+
+std::optional<std::string> TakeExportAdjustmentPath() {
+    std::string path = ResolveAdjustmentPath();
+    if (path.empty()) {
+        ShowMessage(std::string(MissingAdjustments) + " This export is now aborting.");
+        return std::nullopt;
+    }
+    Skip([&] { SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting, path); });
+    return path;
+}
+
+AdjustmentSource ReadExportAdjustments(std::string_view path) {
+    std::vector<std::string> lines;
+    Skip([&] { lines = ReadLines(path); });
+    const AdjustmentList list = WalkAdjustments(lines);
+    if (list.repeatedHeader) {
+        ShowMessage("The BrenvikAdjustments file " + std::string(path) + " has the section " +
+                    *list.repeatedHeader + std::string(CircularEnding));
+        return {};
+    }
+    return {true, AdjustmentRules(list.sections)};
+}
+
+}  // namespace brenvik

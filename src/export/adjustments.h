@@ -1,0 +1,104 @@
+// Size adjustments: fixed amounts that exports add to the sizes of the parts that meet the criteria of a
+// named adjustment. A plain text file holds them, a section each; a section runs from its header "[name]" to
+// the next line that begins with "[".
+#pragma once
+
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/letter_case.h"
+#include "session/database_port.h"
+
+namespace brenvik {
+
+/// The lines of one section, the header first.
+using AdjustmentSection = std::vector<std::string>;
+
+/// The section behind the header `name` (the case ignored): the first later one with another header, so that
+/// a header repeated at once is passed over. A blank name means the section that begins with the first line,
+/// whatever that holds. Nothing where there is none.
+AdjustmentSection GetCurrentAdj(std::string_view name, std::span<const std::string> lines);
+
+/// The text behind "=" of the first line whose part before it equals `key`, the case ignored; or nothing.
+std::string GetAdjValue(std::span<const std::string> section, std::string_view key);
+
+/// The sections of a file in the order in which an export walks them, each found by the header of the one
+/// before.
+struct AdjustmentList {
+    std::vector<AdjustmentSection> sections;
+    /// The header at which the walk would begin to go round in circles: one that stands twice with another
+    /// section between. Such a file can't be applied.
+    std::optional<std::string> repeatedHeader;
+};
+AdjustmentList WalkAdjustments(std::span<const std::string> lines);
+
+/// Amounts in drawing units.
+struct SizeAdjustment {
+    double length = 0, width = 0, thickness = 0;
+};
+
+/// What a list of sections says about records: criteria with their columns looked up once, and amounts.
+/// The session's `ColumnRelation` has to be filled.
+class AdjustmentRules {
+  public:
+    AdjustmentRules() = default;
+    explicit AdjustmentRules(std::span<const AdjustmentSection> sections);
+
+    /// The sum of the amounts of all sections that the current record meets. A criterion is met by a field of
+    /// the same text, blanks around it and case ignored; a column that the record set doesn't have is not
+    /// looked at.
+    SizeAdjustment For(const Recordset& records) const;
+
+  private:
+    /// Both in lower case, the value without blanks around it.
+    struct Criterion {
+        std::string field, value;
+    };
+    struct Rule {
+        std::vector<Criterion> criteria;
+        SizeAdjustment amounts;
+    };
+    std::vector<Rule> rules;
+};
+
+// The file, its keys, and where it lies.
+
+/// The caption of the amounts and criteria in the order of the file, as they stand before "=": what the
+/// columns 2 to 23 of the editor hold.
+std::span<const std::string_view> AdjustmentKeys();
+
+/// The name and the values of one adjustment, as the editor shows them.
+using AdjustmentRow = std::vector<std::string>;
+inline constexpr std::size_t AdjustmentColumnCount = 23;
+
+/// The editor's reader: a name, then the keys in their order; what doesn't fit the state is passed over, and
+/// so are lines beginning with "#". The values of a row that the file ends in are blank.
+std::vector<AdjustmentRow> ParseAdjustments(std::span<const std::string> lines);
+/// The 23 lines of a row.
+std::string AdjustmentText(const AdjustmentRow& row, std::string_view lineEnd);
+
+inline constexpr std::string_view AdjustmentPathSetting = "CVS_ADJ_PATH";
+inline constexpr std::string_view MissingAdjustments =
+    "Brenvik cannot find your No Adjustments.txt file in your installed folder. It may have been deleted. "
+    "You "
+    "will need to load another BrenvikAdjustment file or reinstall Brenvik.";
+
+/// The path of the settings, or of the delivered "No Adjustments.txt"; blank where that isn't there.
+std::string ResolveAdjustmentPath();
+
+/// What an export applies: the sections of the file, none where it can't be read.
+struct AdjustmentSource {
+    bool usable = false;
+    AdjustmentRules rules;
+};
+/// Resolves the path and stores it back into the settings. Not usable, and told in a message box, when there
+/// is no path.
+std::optional<std::string> TakeExportAdjustmentPath();
+/// Reads the file. Not usable, and told in a message box that names the section, when the walk wouldn't end.
+AdjustmentSource ReadExportAdjustments(std::string_view path);
+
+}  // namespace brenvik

@@ -1,0 +1,126 @@
+// Columns and statement of a CSV file, and its run.
+#include "export/csv_export.h"
+
+#include <memory>
+#include <optional>
+
+#include "base/skip.h"
+#include "base/text.h"
+#include "export/export_dialogs.h"
+#include "export/frm_export.h"
+#include "grid/column_relation.h"
+#include "parts/mdatabase.h"
+#include "parts/part_table.h"
+#include "session/dialog_port.h"
+#include "session/files_port.h"
+#include "session/message.h"
+#include "session/session.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr std::string_view AllColumns =
+    "PN,QTY,Part Name,Sub Assembly,Width,Length,Thickness,Material,Notes,User Data1,User "
+    "Data2,Price,EB1,EB2,EB3,EB4,Face,Layer,Thickness-Material (Imperial),Thickness-Material (Metric)";
+
+/// What a run takes from the dialog, and what it makes of it.
+struct ListPlan {
+    std::string header;
+    LineMaker maker;
+    AdjustmentRules rules;
+};
+
+/// Nothing when the adjustments can't be applied, which has been told then.
+std::optional<ListPlan> PlanOf(const frmExport& form, std::string_view adjustmentPath) {
+    const bool fractions = form.chkReduce.Value() == 1;
+    if (form.chkChooseCSV.Value() != 1) {
+        const std::string columns = StandardColumnList();
+        return ListPlan{columns, LineMaker(Split(columns, ','), ColumnSource::Standard, fractions), {}};
+    }
+    AdjustmentSource adjustments = ReadExportAdjustments(adjustmentPath);
+    if (!adjustments.usable) return std::nullopt;
+    const std::vector<std::string>& names = form.lstExportColumns.Items();
+    return ListPlan{HeaderOfColumns(names), LineMaker(names, ColumnSource::Profile, fractions),
+                    std::move(adjustments.rules)};
+}
+
+/// The whole file. A statement that the engine refuses leaves the header alone.
+std::string FileText(const ListPlan& plan) {
+    const std::string_view lineEnd = ThePlatform().files->LineEnd();
+    std::string text = plan.header;
+    text += lineEnd;
+    std::unique_ptr<Recordset> records;
+    Skip([&] { mDatabase::OpenRecordset(ExportStatement(), records); });
+    if (records == nullptr) return text;
+    text += LinesOfRecords(*records, plan.maker, plan.rules, lineEnd);
+    Skip([&] { mDatabase::CloseRecordset(records); });
+    return text;
+}
+
+bool MayWrite(const std::string& path) {
+    bool exists = false;
+    Skip([&] { exists = ThePlatform().files->FileExists(path); });
+    if (!exists) return true;
+    return ThePlatform().dialogs->Show({"This file already exists. Do you want to overwrite it?",
+                                        "Overwrite File", MessageIcon::Question, MessageButtons::YesNo}) ==
+           MessageAnswer::Yes;
+}
+
+}  // namespace
+
+std::string StandardColumnList() {
+    const std::string& groupFields = TheSession().GroupFields;
+    if (groupFields.empty()) return std::string(AllColumns);
+    std::vector<std::string> captions;
+    for (const std::string& field : Split(groupFields, ','))
+        captions.push_back(CaptionForColumn(Trim(field)));
+    return "QTY," + Join(captions, ",");
+}
+
+std::string HeaderOfColumns(const std::vector<std::string>& columnNames) {
+    std::vector<std::string> shown;
+    for (const std::string& name : columnNames) shown.push_back(Trim(ReplaceAll(name, "|", "")));
+    return Join(shown, ",");
+}
+
+std::string ExportStatement() {
+    const Session& session = TheSession();
+    if (!session.GroupFields.empty()) return session.CurrentSQL;
+    std::string statement = FullSelect();
+    if (!session.WhereClause.empty()) statement += " " + session.WhereClause;
+    if (!session.SortClause.empty()) statement += " order by " + session.SortClause;
+    return statement;
+}
+
+std::string LinesOfRecords(Recordset& records, const LineMaker& maker, const AdjustmentRules& rules,
+                           std::string_view lineEnd) {
+    std::string lines;
+    Skip([&] {
+        for (; !records.Eof(); records.MoveNext()) {
+            lines += maker.Line(records, rules.For(records));
+            lines += lineEnd;
+        }
+    });
+    return lines;
+}
+
+void RunCsvExport(frmExport& form) {
+    const std::optional<std::string> adjustmentPath = TakeExportAdjustmentPath();
+    if (!adjustmentPath) return;
+    const std::string path = form.txtSaveCSVFile.Text();
+    if (!MayWrite(path)) return;
+    {
+        const HourglassShown hourglass(form);
+        const std::optional<ListPlan> plan = PlanOf(form, *adjustmentPath);
+        if (!plan) return;
+        const std::string text = FileText(*plan);
+        if (!ShowAndResume(ShowFailureWithDetail, [&] { ThePlatform().files->WriteFile(path, text); }))
+            return;
+    }
+    ShowMessage("Export Complete!!", "Done.");
+    form.exportEnded = true;
+    form.Unload();
+}
+
+}  // namespace brenvik

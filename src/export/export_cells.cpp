@@ -1,0 +1,125 @@
+// Column names as kinds of cells, and the texts of the cells.
+#include "export/export_cells.h"
+
+#include <algorithm>
+
+#include "base/letter_case.h"
+#include "base/number_text.h"
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "base/text.h"
+#include "export/fractions.h"
+#include "export/record_values.h"
+#include "grid/column_relation.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr auto JoinedSizeNames = std::to_array<std::string_view>({
+    "L x W x T",
+    "L x T x W",
+    "W x L x T",
+    "W x T x L",
+    "T x L x W",
+    "T x W x L",
+});
+
+std::string ClosestFraction(double value, bool padded) {
+    return FractionMe(DecimalToFraction(RoundDecimalValue(value, ExportFractionUnit), padded));
+}
+
+struct SizeField {
+    std::string_view field;
+    char letter;
+    double SizeAdjustment::*amount;
+};
+
+constexpr auto SizeFields = std::to_array<SizeField>({
+    {"bv_length", 'L', &SizeAdjustment::length},
+    {"bv_width", 'W', &SizeAdjustment::width},
+    {"bv_thickness", 'T', &SizeAdjustment::thickness},
+});
+
+const SizeField* FindSize(std::string_view field) {
+    const auto found = std::ranges::find(SizeFields, field, &SizeField::field);
+    return found == SizeFields.end() ? nullptr : &*found;
+}
+
+double AdjustedSize(const SizeField& size, const Recordset& records, const SizeAdjustment& adjustment) {
+    return ValueNumber(records.Value(size.field)) + adjustment.*size.amount;
+}
+
+}  // namespace
+
+std::string SizeText(double value, bool asFraction) {
+    return asFraction ? ClosestFraction(value, true) : NumberToText(value);
+}
+
+std::string ThicknessMaterialText(std::string_view caption, double thickness, std::string_view material) {
+    const std::string size = caption == ThicknessMaterialImperial ? ClosestFraction(thickness, false)
+                                                                  : NumberToText(RoundHalfEven(thickness, 2));
+    return size + " " + std::string(material);
+}
+
+LineMaker::LineMaker(std::span<const std::string> columnNames, ColumnSource source, bool asFractions)
+    : fractions(asFractions) {
+    for (const std::string& name : columnNames) columns.push_back(ColumnOf(name, source));
+}
+
+LineMaker::Column LineMaker::ColumnOf(std::string_view name, ColumnSource source) {
+    const bool fromProfile = source == ColumnSource::Profile;
+    if (name == "(blank)") return {Kind::Fixed, {}, {}};
+    if (fromProfile && name.starts_with('|')) return {Kind::Fixed, Trim(ReplaceAll(name, "|", "")), {}};
+    if (name == ThicknessMaterialImperial || name == ThicknessMaterialMetric)
+        return {Kind::ThicknessMaterial, std::string(name), {}};
+    if (fromProfile && std::ranges::find(JoinedSizeNames, name) != JoinedSizeNames.end())
+        return {Kind::JoinedSizes, ReplaceAll(name, " x ", ""), {}};
+    const std::string field = FoldLower(ColumnForCaption(name));
+    if (field.empty()) return {};
+    return {FindSize(field) != nullptr ? Kind::Size : Kind::Value, {}, field};
+}
+
+std::string LineMaker::JoinedSizes(std::string_view order, const Recordset& records,
+                                   const SizeAdjustment& adjustment) const {
+    std::vector<std::string> sizes;
+    for (const char letter : order) {
+        const double value =
+            AdjustedSize(*std::ranges::find(SizeFields, letter, &SizeField::letter), records, adjustment);
+        sizes.push_back(fractions ? ClosestFraction(value, false) : NumberToText(value));
+    }
+    return Join(sizes, " x ");
+}
+
+std::string LineMaker::Cell(const Column& column, const Recordset& records,
+                            const SizeAdjustment& adjustment) const {
+    switch (column.kind) {
+        case Kind::Fixed:
+            return column.text;
+        case Kind::ThicknessMaterial:
+            return ThicknessMaterialText(column.text, AdjustedSize(SizeFields[2], records, adjustment),
+                                         ValueText(records.Value("bv_material")));
+        case Kind::JoinedSizes:
+            return JoinedSizes(column.text, records, adjustment);
+        case Kind::Size:
+            return SizeText(AdjustedSize(*FindSize(column.field), records, adjustment), fractions);
+        case Kind::Value:
+            return ValueText(records.Value(column.field));
+        case Kind::Unknown:
+            break;
+    }
+    return {};
+}
+
+std::string LineMaker::Line(const Recordset& records, const SizeAdjustment& adjustment) const {
+    std::vector<std::string> cells;
+    for (const Column& column : columns) {
+        if (column.kind == Kind::Unknown) continue;
+        std::string cell;
+        Skip([&] { cell = Cell(column, records, adjustment); });
+        cells.push_back(std::move(cell));
+    }
+    return Join(cells, ",");
+}
+
+}  // namespace brenvik

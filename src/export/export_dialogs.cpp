@@ -1,0 +1,32 @@
+// Dialogs of the export by way of the dialog port.
+#include "export/export_dialogs.h"
+
+#include <optional>
+#include <string>
+
+#include "export/adjustments.h"
+#include "session/message.h"
+#include "session/session.h"
+#include "settings/settings_keys.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+FileRequest AdjustmentFileRequest(std::string_view path, bool saving) {
+    return {"Choose Adjustment File", "BrenvikAdjustments Text File (*.txt)|*.txt", "txt", std::string(path),
+            saving};
+}
+
+bool ChooseAdjustmentFile(std::string_view path) {
+    const std::optional<std::string> chosen =
+        ThePlatform().dialogs->ChooseFile(AdjustmentFileRequest(path, false));
+    if (!chosen) return false;
+    SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting, *chosen);
+    return true;
+}
+
+void ShowFailureWithDetail(const Failure& failure) {
+    ShowFailure(Failure(failure.number(), failure.source(), failure.what()));
+}
+
+}  // namespace brenvik

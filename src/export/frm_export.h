@@ -1,0 +1,137 @@
+// The export dialog: the one door to all exports of the list. The user picks a type, fills the frame that it
+// brings up, and presses Export.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "export/access_export.h"
+#include "export/profiles.h"
+#include "forms/form.h"
+
+namespace brenvik {
+
+class frmMain;
+
+/// The entries of `cboExportType` in order; the ones from the third on hand the parts to a CNC run.
+std::span<const std::string_view> ExportTypes();
+inline constexpr int CsvExportType = 0, AccessExportType = 1, FirstCncExportType = 2;
+
+class frmExport : public Form {
+  public:
+    frmExport();
+
+    /// Fills `cboProfileName` from the profile file of the CSV export, or of the hand-over to a CNC run. A
+    /// missing file leaves it empty.
+    void LoadProfiles();
+    void LoadCNCProfiles();
+    /// Takes the adjustment file: the one of the settings, else the delivered one, which is stored then.
+    /// Shows a message where there is none.
+    void Populate();
+    /// Fills `cboAccessTable` with the tables of the file in `txtExportAccess`.
+    void populateTableList();
+
+    /// Chooses a profile by name, as a click in `cboProfileName` does. Returns false when it isn't there.
+    bool ChooseProfile(std::string_view profileName);
+    std::span<const ExportProfile> Profiles() const { return profiles; }
+
+    void OnResize() override;
+
+    ListControl& cboExportType;
+    CheckControl& chkSave;
+    Control& Text1;
+    Control& txtSaveCSVFile;
+    CheckControl& chkChooseCSV;
+    CheckControl& chkReduce;
+    ListControl& cboProfileName;
+    ListControl& cboCSVCaptionFrom;
+    ListControl& cboDBNames;
+    ListControl& lstExportColumns;
+    ListViewControl& lvCVSMapping;
+    Control& txtExportAccess;
+    ListControl& cboAccessTable;
+    Control& txtNewTable;
+    ListControl& cboAccessFrom;
+    ListControl& cboFromDBVals;
+    ListControl& cboAccessTableList;
+    ListControl& cboAccessFieldTypes;
+    ListViewControl& lvAccessMap;
+
+    /// 1 for the types of CNC runs, else 0.
+    int CncMode = 0;
+    /// The work file of a hand-over to a CNC run.
+    std::string ExportPath;
+    /// The adjustment file.
+    std::string ExportAdjPath;
+    /// The login of a protected database, held for as long as the dialog is open.
+    DatabaseLogin login;
+    /// The last attempt to reach a database failed.
+    bool connectFailed = false;
+    /// The last run went to its end. Stays when the dialog is unloaded.
+    bool exportEnded = false;
+
+  protected:
+    void OnLoad() override;
+
+  private:
+    void AddButton(const char* name, const char* buttonCaption, void (frmExport::*handler)());
+    void OnClickOf(Control& control, void (frmExport::*handler)());
+    void AddFixedControls();
+    void AddCsvFrame();
+    void AddAccessFrame();
+    void AddSqlServerFrame();
+
+    void TypeChanged();
+    void OfferTypes();
+    void OfferColumns();
+    void ReadProfiles(std::string_view file);
+    void ChooseCsvSwitched();
+    void ProfileChosen();
+    void InsertColumns();
+    void RemoveColumn();
+    void MoveColumn(int step);
+    void MoveUp() { MoveColumn(-1); }
+    void MoveDown() { MoveColumn(1); }
+    void AddFrom();
+    void RemoveFrom();
+
+    void Go();
+    void GoCsv();
+    void GoAccess();
+    void GoCnc();
+    void BrowseCsv();
+    void BrowseAccess();
+    void BrowseAdjustments();
+    void ModifyAdjustments();
+
+    void RestoreState();
+    void RestoreTarget();
+    void SaveState() const;
+
+    void TableChosen();
+    void AddMapping();
+    void RemoveMapping();
+    void CheckSqlServer();
+
+    std::vector<ExportProfile> profiles;
+    bool resizing = false;
+};
+
+/// The hourglass on a form for as long as something is under way.
+class HourglassShown {
+  public:
+    explicit HourglassShown(Form& busyForm) : form(busyForm) { form.mousePointer = MousePointer::Hourglass; }
+    ~HourglassShown() { form.mousePointer = MousePointer::Normal; }
+    HourglassShown(const HourglassShown&) = delete;
+    HourglassShown& operator=(const HourglassShown&) = delete;
+
+  private:
+    Form& form;
+};
+
+/// The dialog as the grid opens it: modal, and the grid form unloads itself when a CNC target was chosen in it.
+void ShowExportDialog(frmMain& form);
+
+}  // namespace brenvik

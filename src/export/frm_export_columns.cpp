@@ -1,0 +1,100 @@
+// The CSV frame of the export dialog: profiles and the lists of columns.
+#include <algorithm>
+#include <string>
+
+#include "base/letter_case.h"
+#include "base/skip.h"
+#include "base/text.h"
+#include "export/frm_export.h"
+#include "export/text_lines.h"
+
+namespace brenvik {
+
+namespace {
+
+std::string ItemAt(const ListControl& list, int index) {
+    return list.Items()[static_cast<std::size_t>(index)];
+}
+
+bool Holds(const ListControl& list, std::string_view text) {
+    return std::ranges::any_of(list.Items(),
+                               [text](const std::string& item) { return EqualsIgnoreCase(item, text); });
+}
+
+}  // namespace
+
+void frmExport::ReadProfiles(std::string_view file) {
+    profiles.clear();
+    cboProfileName.Clear();
+    Skip([&] { profiles = ParseProfiles(ReadLines(ApplicationFolder() + std::string(file))); });
+    for (const ExportProfile& profile : profiles) cboProfileName.AddItem(profile.name);
+}
+
+void frmExport::LoadProfiles() { ReadProfiles(CsvProfileFile); }
+
+void frmExport::LoadCNCProfiles() { ReadProfiles(CncProfileFile); }
+
+bool frmExport::ChooseProfile(std::string_view profileName) {
+    const auto& names = cboProfileName.Items();
+    const auto found = std::ranges::find(names, profileName);
+    if (found == names.end()) return false;
+    cboProfileName.SetListIndex(static_cast<int>(found - names.begin()));
+    return true;
+}
+
+void frmExport::ProfileChosen() {
+    lstExportColumns.Clear();
+    const ExportProfile* profile = FindProfile(profiles, cboProfileName.Text());
+    if (profile == nullptr) return;
+    for (const std::string& column : Split(profile->columns, ',')) lstExportColumns.AddItem(column);
+}
+
+void frmExport::ChooseCsvSwitched() {
+    const bool custom = chkChooseCSV.Value() == 1;
+    Get<Control>("btnInsert").enabled = custom;
+    Get<Control>("btnRemove").enabled = custom;
+    cboCSVCaptionFrom.enabled = custom;
+}
+
+void frmExport::InsertColumns() {
+    for (int item = 0; item < cboCSVCaptionFrom.ListCount(); ++item) {
+        if (!cboCSVCaptionFrom.Selected(item)) continue;
+        const std::string name = ItemAt(cboCSVCaptionFrom, item);
+        if (FoldLower(name) == "(blank)" || !Holds(lstExportColumns, name)) lstExportColumns.AddItem(name);
+    }
+}
+
+void frmExport::RemoveColumn() {
+    const int item = lstExportColumns.ListIndex();
+    if (item < 0) return;
+    lstExportColumns.RemoveItem(item);
+    if (item < lstExportColumns.ListCount()) lstExportColumns.SetListIndex(item);
+}
+
+void frmExport::MoveColumn(int step) {
+    const int item = lstExportColumns.ListIndex(), neighbour = item + step;
+    if (item < 0 || neighbour < 0 || neighbour >= lstExportColumns.ListCount()) return;
+    const std::string moved = ItemAt(lstExportColumns, item);
+    lstExportColumns.SetItem(item, ItemAt(lstExportColumns, neighbour));
+    lstExportColumns.SetItem(neighbour, moved);
+    lstExportColumns.SetListIndex(neighbour);
+}
+
+void frmExport::AddFrom() {
+    for (int item = 0; item < cboCSVCaptionFrom.ListCount(); ++item) {
+        if (!cboCSVCaptionFrom.Selected(item)) continue;
+        // The blank column stands first and has no field.
+        const std::string field = item == 0 ? std::string() : ItemAt(cboDBNames, item - 1);
+        lvCVSMapping.rows.push_back({ItemAt(cboCSVCaptionFrom, item), field, {}, {}});
+    }
+}
+
+void frmExport::RemoveFrom() {
+    if (lvCVSMapping.selectedRow < 0 ||
+        lvCVSMapping.selectedRow >= static_cast<int>(lvCVSMapping.rows.size()))
+        return;
+    lvCVSMapping.rows.erase(lvCVSMapping.rows.begin() + lvCVSMapping.selectedRow);
+    lvCVSMapping.selectedRow = -1;
+}
+
+}  // namespace brenvik

@@ -1,0 +1,20 @@
+// Values of a record as exports need them: as text, or as a number.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "session/database_port.h"
+
+namespace brenvik {
+
+/// The value as text: a number in its general form, nothing for null.
+std::string ValueText(const FieldValue& value);
+
+/// The value as a number. Fails with 94 for null, with 13 for a text that is no number.
+double ValueNumber(const FieldValue& value);
+
+/// Whether the record set has a field of this name, the case ignored.
+bool HasField(const Recordset& records, std::string_view name);
+
+}  // namespace brenvik

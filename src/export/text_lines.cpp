@@ -1,0 +1,32 @@
+// Splitting a text into lines.
+#include "export/text_lines.h"
+
+#include "session/files_port.h"
+#include "session/session.h"
+
+namespace brenvik {
+
+std::vector<std::string> LinesOf(std::string_view text) {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+    std::vector<std::string> lines;
+    while (!text.empty()) {
+        const std::size_t end = text.find_first_of("\r\n");
+        lines.emplace_back(text.substr(0, end));
+        if (end == std::string_view::npos) break;
+        text.remove_prefix(end + (text.substr(end).starts_with("\r\n") ? 2 : 1));
+    }
+    return lines;
+}
+
+std::vector<std::string> ReadLines(std::string_view path) {
+    return LinesOf(ThePlatform().files->ReadFile(path));
+}
+
+std::string ApplicationFolder() {
+    std::string folder = TheSession().InstallFolder;
+    if (!folder.ends_with('\\')) folder += '\\';
+    return folder;
+}
+
+}  // namespace brenvik
