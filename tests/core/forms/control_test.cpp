@@ -95,6 +95,17 @@ TEST(OptionButtons, OfOneGroupExcludeEachOtherWithoutAClick) {
     EXPECT_EQ(secondClicks, 1);
 }
 
+TEST(OptionButtons, GoOffByCodeWithoutAClick) {
+    TestForm form;
+    auto& option = form.Put<CheckControl>(ControlKind::OptionButton, "Option1", "", "scale");
+    option.SetValue(1);
+    bool clicked = false;
+    option.onClick = [&] { clicked = true; };
+    option.SetValue(0);
+    EXPECT_EQ(option.Value(), 0);
+    EXPECT_FALSE(clicked);
+}
+
 TEST(OptionButtons, StayOnWhenPressedAgain) {
     TestForm form;
     auto& option = form.Put<CheckControl>(ControlKind::OptionButton, "Option1", "", "scale");

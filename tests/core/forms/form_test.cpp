@@ -14,16 +14,20 @@ class TestForm : public Form {
         : Form("frmTest", "Test"),
           check(Add<CheckControl>(ControlKind::CheckBox, "Check1(3)", "Box")),
           list(Add<ListControl>(ControlKind::ComboBox, "cboCol(0)")),
+          many(Add<ListControl>(ControlKind::ListBox, "lstMany", true)),
           bar(Add<ToolbarControl>("tbMain", std::vector<ToolbarControl::Key>{{"SORT", "Sort", false}})),
           text(Add<Control>(ControlKind::TextBox, "Text1", "35")),
           view(Add<ListViewControl>("lvMap")),
           tabs(Add<TabStripControl>("TabStrip1", std::vector<std::string>{"a", "b"})),
           status(Add<StatusBarControl>("sbMain", 2)) {
         width = 100;
+        height = 50;
         list.AddItem("design");
+        many.AddItem("design");
     }
     CheckControl& check;
     ListControl& list;
+    ListControl& many;
     ToolbarControl& bar;
     Control& text;
     ListViewControl& view;
@@ -129,13 +133,14 @@ TEST(Form, BeginsAsDesignedAtEachLoad) {
     form.check.visible = false;
     form.list.AddItem("Oak");
     form.list.SetListIndex(1);
+    form.many.SetSelected(0, true);
     form.text.SetText("36");
     form.text.enabled = false;
     form.text.tag = "x";
     form.view.rows.push_back({"a", "", "", {}});
     form.tabs.SetSelectedTab(1);
     form.status.panels[0] = "Ready";
-    form.width = 200;
+    form.width = form.height = form.left = form.top = 200;
     form.caption = "other";
     form.mousePointer = MousePointer::Hourglass;
     form.minimized = true;
@@ -151,6 +156,7 @@ TEST(Form, BeginsAsDesignedAtEachLoad) {
     EXPECT_EQ(form.list.Items(), std::vector<std::string>{"design"});
     EXPECT_EQ(form.list.ListIndex(), -1);
     EXPECT_EQ(form.list.Text(), "");
+    EXPECT_FALSE(form.many.Selected(0));
     EXPECT_EQ(form.text.Text(), "35");
     EXPECT_TRUE(form.text.enabled);
     EXPECT_EQ(form.text.tag, "");
@@ -158,6 +164,9 @@ TEST(Form, BeginsAsDesignedAtEachLoad) {
     EXPECT_EQ(form.tabs.SelectedTab(), 0);
     EXPECT_EQ(form.status.panels[0], "");
     EXPECT_EQ(form.width, 100);
+    EXPECT_EQ(form.height, 50);
+    EXPECT_EQ(form.left, 0);
+    EXPECT_EQ(form.top, 0);
     EXPECT_EQ(form.caption, "Test");
     EXPECT_EQ(form.mousePointer, MousePointer::Normal);
     EXPECT_FALSE(form.minimized);

@@ -200,6 +200,7 @@ TEST_F(ShowRoad, OpensTheSettingsAsAModalDialog) {
     EXPECT_EQ(system.dialogs.shownForms, std::vector<std::string>{"frmSettings"});
     EXPECT_TRUE(system.dialogs.messages.empty());
     EXPECT_EQ(TheSession().AcadApp, nullptr);
+    EXPECT_EQ(TheSession().InstallFolder, "C:\\Brenvik\\");
 }
 
 }  // namespace
