@@ -110,6 +110,14 @@ void GridControl::SaveRow(Recordset& records, EditedCells::const_iterator first,
     }
 }
 
+void GridControl::SaveTogether(const std::function<void()>& saveRows) {
+    const std::optional<Failure> failure = Attempt([&] { source->InOneTransaction(saveRows); });
+    if (!failure) return;
+    // All was taken back, but the record set still has what was written to it.
+    Skip([this] { source->Refresh(); });
+    throw Failure(*failure);
+}
+
 void GridControl::SaveChanges() {
     if (edited.empty()) return;
     Recordset* records = source == nullptr ? nullptr : source->Records();
@@ -132,7 +140,7 @@ void GridControl::SaveChanges() {
     if (oneRow)
         saveRows();
     else
-        source->InOneTransaction(saveRows);
+        SaveTogether(saveRows);
     edited = std::move(refused);
     if (firstFailure) throw Failure(*firstFailure);
 }

@@ -79,7 +79,7 @@ class GridControl : public Control {
     /// all; one that can't be keeps its marks and doesn't hold up the others, and the first failure is
     /// thrown when all rows have had their turn. A text that is no number, where one belongs, fails with 13;
     /// a record set that can't be updated fails with 3027 before anything is written. A blank text makes a
-    /// number null.
+    /// number null. Where the engine can't keep the rows together, all are taken back and shown anew.
     void SaveChanges();
     /// The same, a failure being told through `onSaveFailed`: then no marks are left, and the cells that
     /// were not written show the table's values again. Without a handler the failure reaches the caller.
@@ -124,6 +124,7 @@ class GridControl : public Control {
     FieldValue ValueToSave(int column, int row, const std::string& cellText) const;
     bool Inside(int column, int row) const;
     using EditedCells = std::map<Cell, std::string>;
+    void SaveTogether(const std::function<void()>& saveRows);
     void SaveRow(Recordset& records, EditedCells::const_iterator first, EditedCells::const_iterator last);
 
     std::vector<GridColumn> columns, designColumns;

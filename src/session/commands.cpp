@@ -31,7 +31,7 @@ namespace commands {
 
 void Show(AcadApplication& app) {
     frmMain& form = GridFormInstance();
-    // An automatic update that could not be applied leaves the form loaded, with a list of its own.
+    // A form that was loaded unseen has a list of its own.
     form.Unload();
     ThePlatform().dialogs->ShowModal(form);
     RunChosenTarget(app);

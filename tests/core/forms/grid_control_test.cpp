@@ -203,6 +203,18 @@ TEST_F(BoundGrid, SavesSeveralRowsInOneTransaction) {
               (std::vector<std::string>{"BEGIN", "UPDATE bv_partname", "UPDATE bv_partname", "COMMIT"}));
 }
 
+TEST_F(BoundGrid, ShowsTheTableAnewWhenTheRowsCannotBeKept) {
+    Bind();
+    database.failures.emplace_back("COMMIT", Failure(-5, "FakeDatabase", "Disk full"));
+    grid.SetCellText(3, 1, "700");
+    grid.SetCellText(2, 2, "Top");
+    EXPECT_THROW(grid.SaveChanges(), Failure);
+    EXPECT_EQ(grid.CellText(3, 1), "600.5");
+    EXPECT_EQ(grid.CellText(2, 2), "");
+    EXPECT_FALSE(grid.Changed(2, 2));
+    EXPECT_EQ(database.Number(Path, 0, "bv_length"), 600.5);
+}
+
 TEST_F(BoundGrid, TellsOfRowsThatCannotBeSavedAndKeepsTheRest) {
     Bind();
     std::string told;
