@@ -4,6 +4,7 @@
 
 #include "command_line.h"
 #include "drawing_io.h"
+#include "file_roots/whole_file.h"
 
 namespace brenvik::app {
 
@@ -12,7 +13,7 @@ namespace {
 ExitStatus Convert(const DrawingOptions& options) {
     RequireWritableFormat(options.save);
     Teller teller(options.quiet);
-    HostApplication host;
+    HostApplication host(WriteWholeFile);
     HostDocument& document = OpenInput(host, options, teller);
     SaveOutput(document, options.save, teller);
     return teller.Status();

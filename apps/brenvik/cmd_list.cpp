@@ -1,4 +1,5 @@
 // brenvik list: the cut list of a drawing, through the very form that the desktop shows.
+#include <exception>
 #include <iostream>
 #include <map>
 #include <memory>
@@ -8,6 +9,7 @@
 #include "drawing_io.h"
 #include "forms/form.h"
 #include "forms/grid_control.h"
+#include "list_choice_options.h"
 #include "list_output.h"
 #include "session/brenvik_class.h"
 #include "workplace.h"
@@ -18,23 +20,45 @@ namespace {
 
 struct ListOptions {
     DrawingOptions drawing;
+    ListChoiceOptions choices;
     ListFormat format = ListFormat::Table;
 };
 
+/// The list as wanted, and how many parts the scan found before anything was left out or grouped.
+struct Scanned {
+    PartList list;
+    std::size_t parts = 0;
+};
+
+Scanned TakeRows(Form& form, const ListChoices& choices) {
+    const auto& grid = form.Get<DataControl>("Adodc1");
+    if (!grid.Records()) return {EmptyPartList(choices.group), 0};
+    const auto parts = static_cast<std::size_t>(grid.Records()->RecordCount());
+    ApplyOnGrid(choices);
+    return {ReadPartList(*grid.Records()), parts};
+}
+
 /// Opens the grid form, whose load scans the selection, and takes the rows while it stands open.
-PartList Scan(HostApplication& host, ConsoleDialogs& dialogs) {
-    PartList list = EmptyPartList();
-    dialogs.whileOpen = [&list](Form& form) {
-        if (const Recordset* records = form.Get<DataControl>("Adodc1").Records())
-            list = ReadPartList(*records);
+Scanned Scan(HostApplication& host, ConsoleDialogs& dialogs, const ListChoices& choices) {
+    Scanned scanned;
+    // The library lets no failure out, so one from the choices is carried past it.
+    std::exception_ptr refused;
+    dialogs.whileOpen = [&](Form& form) {
+        try {
+            scanned = TakeRows(form, choices);
+        } catch (const CommandError&) {
+            refused = std::current_exception();
+        }
     };
     cBrenvik().Show(host);
     dialogs.whileOpen = nullptr;
-    return list;
+    if (refused) std::rethrow_exception(refused);
+    return scanned;
 }
 
 ExitStatus List(const std::string& home, const ListOptions& options) {
     if (!options.drawing.save.empty()) RequireWritableFormat(options.drawing.save);
+    const ListChoices choices = options.choices.Parse();
     Teller teller(options.drawing.quiet);
     ConsoleDialogs dialogs(std::cerr);
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };
@@ -44,13 +68,14 @@ ExitStatus List(const std::string& home, const ListOptions& options) {
     if (selected == 0) teller.Remark(options.drawing.drawing + ": the drawing holds no solids");
     teller.Progress("measuring " + std::to_string(selected) + " parts");
     // With nothing selected the scan leaves the grid as it is, so there is nothing to look at.
-    const PartList list = selected == 0 ? EmptyPartList() : Scan(workplace.host, dialogs);
+    const Scanned scanned =
+        selected == 0 ? Scanned{EmptyPartList(choices.group), 0} : Scan(workplace.host, dialogs, choices);
     teller.Wipe();
     if (dialogs.MessagesShown() > 0) teller.MarkIncomplete();
-    if (list.rows.size() < selected)
-        teller.Loss(std::to_string(selected - list.rows.size()) + " of " + std::to_string(selected) +
+    if (scanned.parts < selected)
+        teller.Loss(std::to_string(selected - scanned.parts) + " of " + std::to_string(selected) +
                     " parts are missing in the list");
-    WritePartList(list, options.format, std::cout);
+    WritePartList(scanned.list, options.format, std::cout);
     if (!options.drawing.save.empty()) SaveOutput(document, options.drawing.save, teller);
     return teller.Status();
 }
@@ -67,6 +92,7 @@ void AddListCommand(CommandLine& line) {
     command.add_option("--format", options->format, "How to print it: table, csv or json")
         ->transform(CLI::CheckedTransformer(formats).description("table|csv|json"))
         ->default_str("table");
+    options->choices.AddTo(command);
     options->drawing.AddSelect(command);
     options->drawing.AddLetters(command);
     options->drawing.AddSave(command);

@@ -4,6 +4,7 @@
 
 #include "command_line.h"
 #include "drawing_io.h"
+#include "file_roots/whole_file.h"
 #include "sample_job.h"
 
 namespace brenvik::app {
@@ -13,7 +14,7 @@ namespace {
 ExitStatus Sample(const DrawingOptions& options) {
     RequireWritableFormat(options.save);
     Teller teller(options.quiet);
-    HostApplication host;
+    HostApplication host(WriteWholeFile);
     teller.Progress("drawing the cabinet");
     HostDocument& document = host.NewDocument();
     DrawSampleJob(document);

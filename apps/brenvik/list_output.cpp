@@ -176,11 +176,16 @@ void WriteJson(const PartList& list, std::ostream& out) {
 
 }  // namespace
 
-PartList EmptyPartList() {
+PartList EmptyPartList(const std::vector<std::string>& groupedBy) {
     PartList list;
+    const auto isListed = [&groupedBy](const PartColumn& column) {
+        return groupedBy.empty() || column.column == "bv_qty" ||
+               std::find(groupedBy.begin(), groupedBy.end(), column.caption) != groupedBy.end();
+    };
     for (const PartColumn& column : PartColumns())
-        list.columns.push_back(
-            {std::string(column.column), std::string(column.caption), column.kind == PartColumnKind::Number});
+        if (isListed(column))
+            list.columns.push_back({std::string(column.column), std::string(column.caption),
+                                    column.kind == PartColumnKind::Number});
     return list;
 }
 

@@ -22,8 +22,9 @@ struct PartList {
     std::vector<std::vector<FieldValue>> rows;
 };
 
-/// The columns of the part table, in its order, with no rows.
-PartList EmptyPartList();
+/// No rows: the columns of the part table, in its order, or the quantity and the columns of a grouped list,
+/// by their captions.
+PartList EmptyPartList(const std::vector<std::string>& groupedBy = {});
 
 /// All records. Columns that the part table has not take their name for caption.
 PartList ReadPartList(const Recordset& records);

@@ -31,7 +31,8 @@ Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, Measure
       settings(home / settingsFileName, WriteWholeFile),
       database([this](std::string_view path) { return files.Resolve(path); }),
       shell(std::cerr),
-      printer(std::cout) {
+      printer(std::cout),
+      host(WriteWholeFile) {
     Load(dialogs);
     RequireReadableSettings();
     std::error_code unknown;

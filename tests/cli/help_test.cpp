@@ -20,7 +20,9 @@ TEST_F(Help, NamesEveryCommandAndTheExitStatuses) {
 TEST_F(Help, EveryCommandHasItsOwn) {
     const std::pair<const char*, std::vector<const char*>> commands[] = {
         {"init", {"--units"}},
-        {"list", {"DRAWING", "--format", "--select", "--letters", "--save", "--quiet"}},
+        {"list",
+         {"DRAWING", "--format", "--sort", "--group", "--filter", "--select", "--letters", "--save",
+          "--quiet"}},
         {"run", {"DRAWING", "--journal", "--select", "--letters", "--save", "--quiet"}},
         {"convert", {"IN", "OUT", "--letters", "--quiet"}},
         {"sample", {"OUT", "--quiet"}},
@@ -55,7 +57,7 @@ TEST_F(Help, WrongWordsEndWithStatus2) {
         {{}, "A subcommand is required"},
         {{"lst", "a.dxf"}, "expected a command, found lst"},
         {{"list"}, "DRAWING is required"},
-        {{"list", "a.dxf", "--sort", "Length"}, "--sort"},
+        {{"list", "a.dxf", "--order", "Length"}, "--order"},
         {{"list", "a.dxf", "--format", "xml"}, "--format"},
         {{"list", "a.dxf", "--letters", "LLT"}, "expected L, W and T in some order, or none; found LLT"},
         {{"list", "a.dxf", "b.dxf"}, "b.dxf"},

@@ -1,0 +1,23 @@
+// --sort, --group and --filter, as the commands that hand out the list have them.
+#pragma once
+
+#include <string>
+
+#include "command_line.h"
+#include "query/list_options.h"
+
+namespace brenvik::app {
+
+struct ListChoiceOptions {
+    std::string sort, group, filter;
+
+    void AddTo(CLI::App& command);
+    /// What the texts ask for. Throws CommandError with WrongWords, the option named.
+    ListChoices Parse() const;
+};
+
+/// Brings the loaded grid form to show what is wanted. Throws CommandError with WrongWords where the dialogs
+/// or the part table refuse.
+void ApplyOnGrid(const ListChoices& choices);
+
+}  // namespace brenvik::app
