@@ -1,0 +1,248 @@
+// From characters to answers, from answers to commands.
+#include "drafting_host/command/command_session.h"
+
+#include <algorithm>
+
+#include "base/failure.h"
+#include "base/letter_case.h"
+#include "drafting_host/command/answers.h"
+#include "drafting_host/command/commands.h"
+#include "drafting_host/command/host_command_line.h"
+#include "drafting_host/command/variables.h"
+#include "drafting_host/document/host_application.h"
+#include "drafting_host/document/host_failure.h"
+#include "drafting_host/document/vectors.h"
+
+namespace brenvik {
+
+using namespace vectors;
+
+namespace {
+
+constexpr char escape = '\x1b';
+
+/// The bare name: "_" and "." ask for the host's own, untranslated command, which is the only one here.
+std::string_view BareName(std::string_view typed) {
+    while (!typed.empty() && (typed.front() == '_' || typed.front() == '.' || typed.front() == '\'')) {
+        typed.remove_prefix(1);
+    }
+    return typed;
+}
+
+}  // namespace
+
+CommandSession::CommandSession(HostCommandLine& line, HostDocument& document)
+    : mLine(line), mDocument(document) {}
+
+CommandSession::~CommandSession() {
+    // The one that was opened last goes first.
+    while (!mRunning.empty()) mRunning.pop_back();
+}
+
+void CommandSession::Tell(std::string_view line) const { mLine.Host().Tell(line); }
+
+void CommandSession::TellFailure(const Failure& failure) const {
+    const std::string& detail = failure.detail();
+    Tell(failure.description() + (detail.empty() ? "" : " (" + detail + ")"));
+}
+
+std::string CommandSession::Prompt() const {
+    if (mRunning.empty()) return "Command:";
+    const Question* question = mRunning.back()->question;
+    return question == nullptr ? std::string() : question->Prompt();
+}
+
+void CommandSession::Type(std::string_view text) {
+    if (Busy() && mRunning.back()->question == nullptr) {
+        throw host_failure::NotPossible("typing while a command is at work");
+    }
+    // The text may be one that a command is about to change, such as a layer's name.
+    const std::string kept(text);
+    for (const char c : kept) {
+        if (mDocument.Closed()) return;
+        TypeCharacter(c);
+    }
+}
+
+void CommandSession::TypeCharacter(char c) {
+    const bool pairOfReturn = c == '\n' && mAfterReturn;
+    mAfterReturn = c == '\r';
+    if (pairOfReturn) return;
+    if (c == escape) {
+        Cancel();
+    } else if (c == '\r' || c == '\n' || (c == ' ' && !BlankBelongs())) {
+        EndAnswer();
+    } else if (c == ' ' || static_cast<unsigned char>(c) > ' ') {
+        mTyped += c;
+    }
+}
+
+bool CommandSession::BlankBelongs() const {
+    if (!mRunning.empty() && mRunning.back()->question->BlanksBelong()) return true;
+    if (mTyped.starts_with('"')) return mTyped.size() == 1 || mTyped.back() != '"';
+    if (!mTyped.starts_with('(')) return false;
+    return std::ranges::count(mTyped, '(') > std::ranges::count(mTyped, ')');
+}
+
+void CommandSession::EndAnswer() {
+    const std::string answer = std::exchange(mTyped, {});
+    if (!mRunning.empty()) {
+        Answer(answer);
+    } else if (!answer.empty()) {
+        Tell("Command: " + answer);
+        StartNamed(answer);
+    }
+}
+
+void CommandSession::StartNamed(const std::string& typed) {
+    const std::string_view name = BareName(typed);
+    if (const HostCommand* command = FindBuiltInCommand(name)) {
+        Start(*command);
+    } else if (const std::function<void()>* run = mLine.FindProductCommand(name)) {
+        // A copy: the function may register commands.
+        RunProduct(std::function<void()>(*run));
+    } else if (const HostVariable* variable = FindHostVariable(name)) {
+        StartVariable(*variable);
+    } else {
+        Tell("Unknown command \"" + FoldUpper(name) + "\".");
+    }
+}
+
+void CommandSession::RunProduct(const std::function<void()>& run) {
+    try {
+        run();
+    } catch (const Failure& failure) {
+        TellFailure(failure);
+    }
+}
+
+void CommandSession::Start(const HostCommand& command) { Open(command, command.run(*this)); }
+
+void CommandSession::StartVariable(const HostVariable& variable) {
+    static constexpr HostCommand setting{"SETVAR", "", nullptr, true};
+    Open(setting, host_commands::Variable(*this, variable));
+}
+
+void CommandSession::Open(const HostCommand& command, Asking<void> body) {
+    mRunning.push_back(std::make_unique<Running>());
+    Running& running = *mRunning.back();
+    running.command = &command;
+    running.body.emplace(std::move(body));
+    running.body->Start();
+    Settle();
+}
+
+void CommandSession::Wait(Question& question, std::coroutine_handle<> waiter) {
+    mRunning.back()->question = &question;
+    mRunning.back()->waiter = waiter;
+}
+
+void CommandSession::Answer(const std::string& answer) {
+    Running& running = *mRunning.back();
+    Tell(running.question->Prompt() + " " + answer);
+    if (answer.starts_with('\'')) {
+        StartTransparent(answer);
+        return;
+    }
+    try {
+        if (!running.question->Take(answer)) return;
+    } catch (const Failure& failure) {
+        TellFailure(failure);
+        return;
+    }
+    running.question = nullptr;
+    running.waiter.resume();
+    Settle();
+}
+
+void CommandSession::StartTransparent(const std::string& answer) {
+    const std::string_view name = BareName(answer);
+    const HostCommand* command = FindBuiltInCommand(name);
+    if (command != nullptr && command->transparent) {
+        Start(*command);
+    } else if (const HostVariable* variable = FindHostVariable(name)) {
+        StartVariable(*variable);
+    } else if (command != nullptr) {
+        Tell(std::string(command->name) + " can't be used within another command.");
+    } else {
+        Tell("Unknown command \"" + FoldUpper(name) + "\".");
+    }
+}
+
+void CommandSession::Settle() {
+    if (!mRunning.back()->body->Done()) return;
+    const std::unique_ptr<Running> ended = std::move(mRunning.back());
+    mRunning.pop_back();
+    try {
+        ended->body->Take();
+    } catch (const Failure& failure) {
+        TellFailure(failure);
+    }
+    if (!ended->command->tellsItsEnd || mChanged.empty()) return;
+    std::vector<HostEntity*> changed = std::exchange(mChanged, {});
+    std::erase_if(changed, [](const HostEntity* entity) { return entity->Erased(); });
+    mDocument.SetPreviousSelection(changed);
+    const HostApplication::CommandEndedHandler handler = mLine.Host().CommandEnded();
+    if (!handler || changed.empty()) return;
+    try {
+        handler(mDocument, ended->command->name);
+    } catch (const Failure& failure) {
+        TellFailure(failure);
+    }
+}
+
+void CommandSession::Cancel() {
+    mTyped.clear();
+    if (mRunning.empty()) return;
+    Tell(mRunning.back()->question->Prompt() + " *Cancelled*");
+    while (!mRunning.empty()) mRunning.pop_back();
+    mChanged.clear();
+}
+
+UcsFrame CommandSession::CurrentUcs() const {
+    const std::array<Point3, 3> ucs = mDocument.ActiveUCS();
+    return {ucs[0], ucs[1], ucs[2]};
+}
+
+void CommandSession::ChangeUcs(const UcsFrame& frame) {
+    constexpr std::size_t remembered = 10;
+    const UcsFrame before = CurrentUcs();
+    mDocument.SetActiveUcs(frame.origin, frame.xAxis, frame.yAxis);
+    mUcsHistory.push_back(before);
+    if (mUcsHistory.size() > remembered) mUcsHistory.erase(mUcsHistory.begin());
+}
+
+bool CommandSession::PreviousUcs() {
+    if (mUcsHistory.empty()) return false;
+    const UcsFrame frame = mUcsHistory.back();
+    mUcsHistory.pop_back();
+    mDocument.SetActiveUcs(frame.origin, frame.xAxis, frame.yAxis);
+    return true;
+}
+
+std::optional<Point3> CommandSession::PointFrom(std::string_view answer) const {
+    const std::optional<TypedPoint> typed = ParsePoint(answer);
+    if (!typed) return std::nullopt;
+    Point3 value = typed->value;
+    Point3 point;
+    if (typed->relative) {
+        point = mLastPoint + (typed->world ? value : UcsToWorld().Vector(value));
+    } else {
+        if (typed->flat) value.z = VariableNumber(*this, "ELEVATION");
+        point = typed->world ? value : UcsToWorld().Point(value);
+    }
+    const bool within =
+        std::max({std::abs(point.x), std::abs(point.y), std::abs(point.z)}) <= greatestCoordinate;
+    return within ? std::optional(point) : std::nullopt;
+}
+
+void CommandSession::SetView(const Point3& direction, const Point3& up) {
+    mViewDirection = Unit(direction);
+    mViewUp = Unit(up);
+}
+
+void CommandSession::NoteChanged(HostEntity& entity) {
+    if (std::ranges::find(mChanged, &entity) == mChanged.end()) mChanged.push_back(&entity);
+}
+
+}  // namespace brenvik

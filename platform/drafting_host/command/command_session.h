@@ -1,0 +1,130 @@
+// The command line of one document: cuts typed text into answers, keeps the commands that wait for more,
+// and is what those commands ask, tell and look things up with.
+#pragma once
+
+#include <coroutine>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/failure.h"
+#include "drafting_host/command/asking.h"
+#include "drafting_host/command/command_table.h"
+#include "drafting_host/command/question.h"
+#include "drafting_host/command/selection_question.h"
+#include "drafting_host/document/host_document.h"
+
+namespace brenvik {
+
+class HostCommandLine;
+struct HostVariable;
+
+/// A user coordinate system, in world coordinates.
+struct UcsFrame {
+    Point3 origin, xAxis{1, 0, 0}, yAxis{0, 1, 0};
+};
+
+class CommandSession {
+  public:
+    CommandSession(HostCommandLine& line, HostDocument& document);
+    ~CommandSession();
+    CommandSession(const CommandSession&) = delete;
+    CommandSession& operator=(const CommandSession&) = delete;
+
+    /// Takes text as it comes. May be called again from within a product's command.
+    void Type(std::string_view text);
+    std::string Prompt() const;
+    bool Busy() const { return !mRunning.empty(); }
+
+    // For commands: the drawing and its ways of speaking.
+
+    HostDocument& Document() const { return mDocument; }
+    HostCommandLine& Line() const { return mLine; }
+    void Tell(std::string_view line) const;
+
+    PointQuestion AskPoint(std::string_view prompt, std::string_view keywords = {},
+                           IfEmpty empty = IfEmpty::Refused) {
+        return {*this, prompt, keywords, empty};
+    }
+    DistanceQuestion AskDistance(std::string_view prompt, std::string_view keywords = {},
+                                 IfEmpty empty = IfEmpty::Refused, std::optional<Point3> base = {}) {
+        return {*this, prompt, keywords, empty, base};
+    }
+    AngleQuestion AskAngle(std::string_view prompt, std::string_view keywords = {},
+                           IfEmpty empty = IfEmpty::Refused, std::optional<Point3> base = {}) {
+        return {*this, prompt, keywords, empty, base};
+    }
+    NumberQuestion AskNumber(std::string_view prompt, std::string_view keywords = {},
+                             IfEmpty empty = IfEmpty::Refused) {
+        return {*this, prompt, keywords, empty};
+    }
+    KeywordQuestion AskKeyword(std::string_view prompt, std::string_view keywords,
+                               IfEmpty empty = IfEmpty::Refused) {
+        return {*this, prompt, keywords, empty};
+    }
+    TextQuestion AskText(std::string_view prompt, IfEmpty empty = IfEmpty::Refused) {
+        return {*this, prompt, {}, empty};
+    }
+    SelectionQuestion AskSelection(SelectFor purpose, std::string_view prompt = "Select objects:") {
+        return {*this, purpose, prompt};
+    }
+
+    Similarity UcsToWorld() const { return mDocument.UcsToWorld(); }
+    /// Changes the user system and remembers the one before.
+    void ChangeUcs(const UcsFrame& frame);
+    /// Goes back to the user system before; false where there is none.
+    bool PreviousUcs();
+    UcsFrame CurrentUcs() const;
+    /// World coordinates of a typed point, or nothing.
+    std::optional<Point3> PointFrom(std::string_view answer) const;
+    const Point3& LastPoint() const { return mLastPoint; }
+    void SetLastPoint(const Point3& point) { mLastPoint = point; }
+    /// From the drawing towards the eye, a unit vector; and the view's upward direction.
+    const Point3& ViewDirection() const { return mViewDirection; }
+    const Point3& ViewUp() const { return mViewUp; }
+    void SetView(const Point3& direction, const Point3& up);
+    /// Solids that the running command has changed: the previous selection at its end.
+    void NoteChanged(HostEntity& entity);
+
+    // For questions.
+
+    void Wait(Question& question, std::coroutine_handle<> waiter);
+
+  private:
+    struct Running {
+        const HostCommand* command = nullptr;
+        std::optional<Asking<void>> body;
+        Question* question = nullptr;
+        std::coroutine_handle<> waiter;
+    };
+
+    void TypeCharacter(char c);
+    bool BlankBelongs() const;
+    void EndAnswer();
+    void Answer(const std::string& answer);
+    void StartTransparent(const std::string& answer);
+    void StartNamed(const std::string& typed);
+    void RunProduct(const std::function<void()>& run);
+    void Start(const HostCommand& command);
+    void StartVariable(const HostVariable& variable);
+    void Open(const HostCommand& command, Asking<void> body);
+    void Settle();
+    void Cancel();
+    void TellFailure(const Failure& failure) const;
+
+    HostCommandLine& mLine;
+    HostDocument& mDocument;
+    std::vector<std::unique_ptr<Running>> mRunning;
+    std::vector<HostEntity*> mChanged;
+    std::vector<UcsFrame> mUcsHistory;
+    Point3 mLastPoint;
+    Point3 mViewDirection{0, 0, 1};
+    Point3 mViewUp{0, 1, 0};
+    std::string mTyped;
+    bool mAfterReturn = false;
+};
+
+}  // namespace brenvik

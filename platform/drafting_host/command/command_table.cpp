@@ -1,0 +1,57 @@
+// The table of the host's commands.
+#include "drafting_host/command/command_table.h"
+
+#include <array>
+#include <string>
+
+#include "base/letter_case.h"
+#include "base/text.h"
+#include "drafting_host/command/commands.h"
+
+namespace brenvik {
+namespace {
+
+namespace run = host_commands;
+
+// Commands that open a dialog in a host with windows ("layer", "view") are here what their plain forms
+// with the dash are: there is no dialog to open.
+constexpr auto commands = std::to_array<HostCommand>({
+    {"BOX", "", &run::Box},
+    {"CYLINDER", "", &run::Cylinder},
+    {"WEDGE", "WE", &run::Wedge},
+    {"UNION", "UNI", &run::Union, false, true},
+    {"SUBTRACT", "SU", &run::Subtract},
+    {"INTERSECT", "IN", &run::Intersect, false, true},
+    {"SLICE", "SL", &run::Slice, false, true},
+    {"SOLIDEDIT", "", &run::Solidedit, false, true},
+    {"ERASE", "E", &run::Erase},
+    {"MOVE", "M", &run::Move},
+    {"COPY", "CO CP", &run::Copy},
+    {"ROTATE", "RO", &run::Rotate},
+    {"SCALE", "SC", &run::Scale},
+    {"SELECT", "", &run::Select},
+    {"ROTATE3D", "3R", &run::Rotate3d},
+    {"MIRROR3D", "", &run::Mirror3d},
+    {"UCS", "", &run::Ucs},
+    {"-LAYER", "-LA LAYER LA", &run::Layer, true},
+    {"-VIEW", "-V VIEW V", &run::View},
+    {"ZOOM", "Z", &run::Zoom, true},
+    {"REGEN", "RE", &run::Regen},
+    {"SETVAR", "SET", &run::SetVar, true},
+});
+
+}  // namespace
+
+std::span<const HostCommand> HostCommands() { return commands; }
+
+const HostCommand* FindBuiltInCommand(std::string_view name) {
+    for (const HostCommand& command : commands) {
+        if (EqualsIgnoreCase(command.name, name)) return &command;
+        for (const std::string& alias : Split(command.aliases, ' ')) {
+            if (EqualsIgnoreCase(alias, name)) return &command;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace brenvik

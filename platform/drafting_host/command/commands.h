@@ -1,0 +1,57 @@
+// The coroutines behind the host's commands, a file for each family.
+#pragma once
+
+#include "drafting_host/command/asking.h"
+
+namespace brenvik {
+class CommandSession;
+struct HostVariable;
+}  // namespace brenvik
+
+namespace brenvik::host_commands {
+
+// make_solids.cpp
+Asking<void> Box(CommandSession& session);
+Asking<void> Cylinder(CommandSession& session);
+Asking<void> Wedge(CommandSession& session);
+
+// boolean_commands.cpp
+Asking<void> Union(CommandSession& session);
+Asking<void> Subtract(CommandSession& session);
+Asking<void> Intersect(CommandSession& session);
+
+// slice_command.cpp
+Asking<void> Slice(CommandSession& session);
+
+// solidedit_command.cpp
+Asking<void> Solidedit(CommandSession& session);
+
+// move_commands.cpp
+Asking<void> Erase(CommandSession& session);
+Asking<void> Move(CommandSession& session);
+Asking<void> Copy(CommandSession& session);
+Asking<void> Rotate(CommandSession& session);
+Asking<void> Scale(CommandSession& session);
+Asking<void> Select(CommandSession& session);
+
+// space_commands.cpp
+Asking<void> Rotate3d(CommandSession& session);
+Asking<void> Mirror3d(CommandSession& session);
+
+// ucs_command.cpp
+Asking<void> Ucs(CommandSession& session);
+
+// layer_command.cpp
+Asking<void> Layer(CommandSession& session);
+
+// view_commands.cpp
+Asking<void> View(CommandSession& session);
+Asking<void> Zoom(CommandSession& session);
+Asking<void> Regen(CommandSession& session);
+
+// variable_commands.cpp
+Asking<void> SetVar(CommandSession& session);
+/// What a variable's own name does when it is typed as a command: asks for the new value.
+Asking<void> Variable(CommandSession& session, const HostVariable& variable);
+
+}  // namespace brenvik::host_commands

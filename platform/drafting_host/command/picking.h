@@ -1,0 +1,31 @@
+// What lies under a point that is picked on the screen: the line of sight runs along the present view.
+#pragma once
+
+#include "drafting_host/document/modeller_handle.h"
+
+#include <TopoDS_Face.hxx>
+#include <TopoDS_Shape.hxx>
+#include <vector>
+
+#include "session/host_interface.h"
+
+namespace brenvik {
+
+class CommandSession;
+class HostEntity;
+
+/// The object that a pick at the point takes, or nothing: one that the point lies on, otherwise the one
+/// that the line of sight through the point meets nearest to the eye. Of equal ones the later drawn counts.
+/// What is hidden, or on a layer that is off or frozen, can't be picked.
+HostEntity* EntityAt(const CommandSession& session, const Point3& point);
+
+/// The objects whose boxes lie within a window of the view, or with `crossing` reach into it.
+std::vector<HostEntity*> EntitiesInWindow(const CommandSession& session, const Point3& corner,
+                                          const Point3& opposite, bool crossing);
+
+/// The faces of a solid that a pick at the point takes: all that the point lies on (two for an edge),
+/// otherwise the one that the line of sight meets nearest to the eye. None where it misses.
+std::vector<TopoDS_Face> FacesAt(const CommandSession& session, const TopoDS_Shape& solid,
+                                 const Point3& point);
+
+}  // namespace brenvik

@@ -1,0 +1,165 @@
+// How answers to "Select objects:" find objects.
+#include "drafting_host/command/selection_question.h"
+
+#include <algorithm>
+#include <iterator>
+#include <unordered_set>
+
+#include "base/handle_text.h"
+#include "base/letter_case.h"
+#include "base/text.h"
+#include "drafting_host/command/answers.h"
+#include "drafting_host/command/command_session.h"
+#include "drafting_host/command/picking.h"
+#include "drafting_host/document/host_failure.h"
+
+namespace brenvik {
+namespace {
+
+constexpr std::string_view words = "ALL Previous Last Window Crossing Remove Add Undo";
+
+/// The handle in (handent "2A"), the form in which scripts name an object; quotes may be missing.
+std::optional<HandleValue> HandleFromCall(const std::string& answer) {
+    constexpr std::string_view call = "(handent";
+    if (!StartsWithIgnoreCase(answer, call) || !answer.ends_with(')')) return std::nullopt;
+    std::string handle = Trim(answer.substr(call.size(), answer.size() - call.size() - 1));
+    if (handle.size() >= 2 && handle.front() == '"' && handle.back() == '"') {
+        handle = handle.substr(1, handle.size() - 2);
+    }
+    return HandleFromText(handle);
+}
+
+bool OnThawedLayer(const HostEntity& entity) { return !entity.LayerObject().Values().frozen; }
+
+}  // namespace
+
+SelectionQuestion::SelectionQuestion(CommandSession& session, SelectFor purpose, std::string_view prompt)
+    : Question(session), mPurpose(purpose), mPrompt(prompt) {}
+
+std::string SelectionQuestion::Prompt() const {
+    switch (mWants) {
+        case Wants::Objects:
+            return mRemoving ? "Remove objects:" : mPrompt;
+        case Wants::FirstCorner:
+            return "First corner:";
+        case Wants::OtherCorner:
+            return "Opposite corner:";
+    }
+    return mPrompt;
+}
+
+bool SelectionQuestion::Take(const std::string& answer) {
+    if (mWants != Wants::Objects) return TakeCorner(answer);
+    if (answer.empty()) return Finish();
+    if (answer.starts_with('(')) {
+        const std::optional<HandleValue> handle = HandleFromCall(answer);
+        HostEntity* entity = handle ? Session().Document().FindEntity(*handle) : nullptr;
+        if (entity == nullptr) {
+            Session().Tell("No object has the handle that " + answer + " names.");
+        } else {
+            Put({entity});
+        }
+        return false;
+    }
+    if (const std::string word = MatchKeyword(words, answer); !word.empty()) {
+        TakeWord(word);
+    } else if (const std::optional<Point3> point = Session().PointFrom(answer)) {
+        Session().SetLastPoint(*point);
+        TakeAt(*point);
+    } else {
+        Session().Tell("\"" + answer +
+                       "\" selects nothing: a point or Window/Crossing/ALL/Previous/Last/Add/Remove/Undo is "
+                       "expected.");
+    }
+    return false;
+}
+
+bool SelectionQuestion::Finish() {
+    std::erase_if(mChosen, [](const HostEntity* entity) { return entity->Erased(); });
+    if (!mChosen.empty()) Session().Document().SetPreviousSelection(mChosen);
+    return true;
+}
+
+bool SelectionQuestion::TakeCorner(const std::string& answer) {
+    const std::optional<Point3> point = Session().PointFrom(answer);
+    if (!point) {
+        Session().Tell("\"" + answer + "\" is no corner: a point as x,y or x,y,z is expected.");
+        return false;
+    }
+    Session().SetLastPoint(*point);
+    if (mWants == Wants::FirstCorner) {
+        mCorner = *point;
+        mWants = Wants::OtherCorner;
+    } else {
+        mWants = Wants::Objects;
+        Put(EntitiesInWindow(Session(), mCorner, *point, mCrossing));
+    }
+    return false;
+}
+
+void SelectionQuestion::TakeWord(const std::string& word) {
+    HostDocument& document = Session().Document();
+    if (word == "ALL") {
+        const auto entities = document.CurrentSpace().Entities();
+        Put({entities.begin(), entities.end()}, true);
+    } else if (word == "Previous") {
+        const auto entities = document.PreviousSelection();
+        if (entities.empty()) Session().Tell("There is no previous selection.");
+        Put({entities.begin(), entities.end()});
+    } else if (word == "Last") {
+        const auto entities = document.CurrentSpace().Entities();
+        const auto last = std::find_if(entities.rbegin(), entities.rend(), [](const HostEntity* entity) {
+            return entity->Look().visible && OnThawedLayer(*entity);
+        });
+        if (last != entities.rend()) Put({*last});
+    } else if (word == "Window" || word == "Crossing") {
+        mCrossing = word == "Crossing";
+        mWants = Wants::FirstCorner;
+    } else if (word == "Remove" || word == "Add") {
+        mRemoving = word == "Remove";
+    } else if (!mBefore.empty()) {
+        mChosen = std::move(mBefore.back());
+        mBefore.pop_back();
+    }
+}
+
+void SelectionQuestion::TakeAt(const Point3& point) {
+    HostEntity* entity = EntityAt(Session(), point);
+    if (entity == nullptr) {
+        Session().Tell("No object lies there.");
+    } else {
+        Put({entity});
+    }
+}
+
+bool SelectionQuestion::TakesPart(const HostEntity& entity) const {
+    return &entity.Owner() == &Session().Document().CurrentSpace();
+}
+
+void SelectionQuestion::Put(std::vector<HostEntity*> found, bool everything) {
+    std::erase_if(found, [&](const HostEntity* entity) {
+        if (!TakesPart(*entity)) return true;
+        return everything && (!entity->Look().visible || !OnThawedLayer(*entity));
+    });
+    const std::size_t seen = found.size();
+    if (everything || mPurpose == SelectFor::Changing) {
+        std::erase_if(found, [](const HostEntity* entity) { return entity->LayerObject().Locked(); });
+    }
+    const std::size_t locked = seen - found.size();
+    mBefore.push_back(mChosen);
+    if (mRemoving) {
+        const std::unordered_set<HostEntity*> leaving(found.begin(), found.end());
+        std::erase_if(mChosen, [&](HostEntity* entity) { return leaving.contains(entity); });
+    } else {
+        std::unordered_set<HostEntity*> held(mChosen.begin(), mChosen.end());
+        std::ranges::copy_if(found, std::back_inserter(mChosen),
+                             [&](HostEntity* entity) { return held.insert(entity).second; });
+    }
+    std::string told = std::to_string(seen) + " found, " + std::to_string(mChosen.size()) + " in all";
+    if (locked > 0) told += "; " + std::to_string(locked) + " on a locked layer";
+    Session().Tell(told + ".");
+}
+
+std::vector<HostEntity*> SelectionQuestion::await_resume() const { return mChosen; }
+
+}  // namespace brenvik
