@@ -137,4 +137,6 @@ void frmAdjustments::SaveAndClose() {
 
 void ShowAdjustments() { ThePlatform().dialogs->ShowModal(StateOf<frmAdjustments>()); }
 
+void commands::BVAdjustments(AcadApplication&) { ShowAdjustments(); }
+
 }  // namespace brenvik

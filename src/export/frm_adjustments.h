@@ -8,6 +8,8 @@
 
 namespace brenvik {
 
+class AcadApplication;
+
 class frmAdjustments : public Form {
   public:
     frmAdjustments();
@@ -35,7 +37,14 @@ class frmAdjustments : public Form {
     std::string FileText() const;
 };
 
-/// The work of the command: the editor as a modal dialog.
+/// The editor as a modal dialog.
 void ShowAdjustments();
+
+namespace commands {
+
+/// The same by its host command.
+void BVAdjustments(AcadApplication& app);
+
+}  // namespace commands
 
 }  // namespace brenvik

@@ -131,7 +131,8 @@ class HourglassShown {
     Form& form;
 };
 
-/// The dialog as the grid opens it: modal, and the grid form unloads itself when a CNC target was chosen in it.
+/// The dialog as the grid opens it: modal, and the grid form unloads itself when a CNC target was chosen in
+/// it.
 void ShowExportDialog(frmMain& form);
 
 }  // namespace brenvik

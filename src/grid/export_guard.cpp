@@ -2,6 +2,7 @@
 #include "grid/export_guard.h"
 
 #include "base/text.h"
+#include "export/frm_export.h"
 #include "grid/frm_main.h"
 #include "grid/grid_columns.h"
 #include "grid/grid_states.h"
@@ -31,7 +32,7 @@ bool PassesGuard(frmMain& form) {
 }  // namespace
 
 void ExportGrid(frmMain& form) {
-    if (PassesGuard(form)) ShowNotAvailable("Export");
+    if (PassesGuard(form)) ShowExportDialog(form);
 }
 
 }  // namespace brenvik

@@ -43,7 +43,7 @@ using CommandWork = void (*)(AcadApplication&);
     COMMAND(BVATP, "BVATP", "CNC run for ATP", nullptr)                                                     \
     COMMAND(BVFreezeSections, "BVFREEZESECTIONS", "Freeze the section layers", nullptr)                     \
     COMMAND(BVUNFreezeSections, "BVUNFREEZESECTIONS", "Thaw the section layers", nullptr)                   \
-    COMMAND(BVAdjustments, "BVADJUSTMENTS", "Open the size adjustments", nullptr)                           \
+    COMMAND(BVAdjustments, "BVADJUSTMENTS", "Open the size adjustments", &commands::BVAdjustments)          \
     COMMAND(BVRover1, "BVROVER1", "CNC run for ROV", nullptr)                                               \
     COMMAND(BVCNI, "BVCNI", "CNC run for CNI", nullptr)                                                     \
     COMMAND(BVASP, "BVASP", "CNC run for ASP", nullptr)                                                     \

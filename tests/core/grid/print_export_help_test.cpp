@@ -50,7 +50,13 @@ TEST_F(Printing, ShowsTheFailureOfThePrinter) {
 
 class ExportGuard : public GridTest {
   protected:
-    static constexpr const char* NotHere = "Export is not available in this build.";
+    ExportGuard() { system.files.contents["C:\\Brenvik\\No Adjustments.txt"] = ""; }
+    Texts ExportDialogs() const {
+        Texts shown;
+        for (const std::string& form : system.dialogs.shownForms)
+            if (form == "frmExport") shown.push_back(form);
+        return shown;
+    }
 };
 
 TEST_F(ExportGuard, AsksWhenLettersAreMissing) {
@@ -79,8 +85,9 @@ TEST_F(ExportGuard, GoesOnWhenTheUserSaysSo) {
     LoadThree();
     system.dialogs.answers = {MessageAnswer::Yes};
     Main().Get<Control>("mnuExport").Press();
-    ASSERT_EQ(system.dialogs.messages.size(), 2u);
-    EXPECT_EQ(system.dialogs.messages[1].text, NotHere);
+    EXPECT_EQ(system.dialogs.messages.size(), 1u);
+    EXPECT_EQ(ExportDialogs(), Texts{"frmExport"});
+    EXPECT_TRUE(Main().Loaded());
 }
 
 TEST_F(ExportGuard, AsksForOneRowAmongMany) {
@@ -91,13 +98,27 @@ TEST_F(ExportGuard, AsksForOneRowAmongMany) {
     Main().tbMain.PressKey("EXPORT");
     EXPECT_EQ(system.dialogs.messages.size(), 1u);
     EXPECT_EQ(system.dialogs.messages[0].title, "Exporting Data");
+    EXPECT_TRUE(ExportDialogs().empty());
 }
 
 TEST_F(ExportGuard, AsksNothingWhenEachRowHasItsLetters) {
     LoadThree();
     for (int row = 1; row <= 3; ++row) Grid().UserEdit(9, row, "LWT");
     Main().tbMain.PressKey("EXPORT");
-    EXPECT_EQ(system.Messages(), Texts{NotHere});
+    EXPECT_TRUE(system.Messages().empty());
+    EXPECT_EQ(ExportDialogs(), Texts{"frmExport"});
+}
+
+TEST_F(ExportGuard, ClosesTheGridOnceATargetIsChosen) {
+    for (const int exportTarget : {0, 13, 1, 12}) {
+        LoadThree();
+        for (int row = 1; row <= Grid().MaxRows(); ++row) Grid().UserEdit(9, row, "LWT");
+        system.dialogs.onModal = [exportTarget](Form&) { TheSession().ExportTarget = exportTarget; };
+        Main().tbMain.PressKey("EXPORT");
+        const bool isTarget = exportTarget == 1 || exportTarget == 12;
+        EXPECT_EQ(Main().Loaded(), !isTarget) << exportTarget;
+        Main().Unload();
+    }
 }
 
 class Help : public GridTest {};

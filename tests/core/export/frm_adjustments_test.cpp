@@ -1,0 +1,187 @@
+// The editor of size adjustments: which file it opens, what its grid shows, and the files that it writes.
+#include "export/frm_adjustments.h"
+
+#include <gtest/gtest.h>
+
+#include "core/export/export_fixture.h"
+#include "export/adjustments.h"
+#include "session/brenvik_class.h"
+#include "session/command_table.h"
+
+namespace brenvik {
+namespace {
+
+/// The lines of an adjustment without criteria.
+std::string Section(const std::string& name, const std::string& thickness) {
+    AdjustmentRow row(AdjustmentColumnCount);
+    row.front() = name;
+    row.back() = thickness;
+    return AdjustmentText(row, "\n");
+}
+
+class AdjustmentsEditor : public ExportTest {
+  protected:
+    frmAdjustments& Editor() { return StateOf<frmAdjustments>(); }
+    GridControl& Grid() { return Editor().fpAdjustments; }
+    void OpenEditor() { Editor().Load(); }
+    void PressIn(const char* control) { Editor().Get<Control>(control).Press(); }
+};
+
+TEST_F(AdjustmentsEditor, HasAColumnForEachKey) {
+    OpenEditor();
+    EXPECT_EQ(Editor().caption, "BrenvikAdjustments");
+    Texts headers;
+    for (int column = 1; column <= Grid().MaxCols(); ++column) headers.push_back(Grid().CellText(column, 0));
+    EXPECT_EQ(headers, (Texts{"Adjust Name", "Qty",   "Part Name", "Sub Assem.", "Material",   "Length",
+                              "Width",       "Thick", "ORIE",      "Notes",      "User Data1", "User Data2",
+                              "PN",          "Price", "EB1",       "EB2",        "EB3",        "EB4",
+                              "Face",        "Layer", "L",         "W",          "T"}));
+    EXPECT_EQ(Editor().Get<Control>("lblFile").Text(), "BrenvikAdjustments file to use:");
+    EXPECT_EQ(
+        Editor().Get<Control>("lblWarning").Text(),
+        "Be very careful using BrenvikAdjustments, as your exported sizes will be changed. Any part that "
+        "meets "
+        "the criteria you specify will be adjusted accordingly based in the values in the l, w and t "
+        "columns. "
+        "If a part matches more then one Adjust Name in you file, then the part will be adjusted multiple "
+        "times. This only effects *.csv and *mdb exports.");
+}
+
+TEST_F(AdjustmentsEditor, OpensTheDeliveredFileByDefault) {
+    OpenEditor();
+    EXPECT_EQ(Editor().Text1.Text(), "C:\\Brenvik\\No Adjustments.txt");
+    EXPECT_EQ(Setting("CSV_SAVE\\CVS_ADJ_PATH"), "C:\\Brenvik\\No Adjustments.txt");
+    EXPECT_TRUE(dialogs.messages.empty());
+}
+
+TEST_F(AdjustmentsEditor, SaysThatTheDeliveredFileIsMissing) {
+    files.contents.clear();
+    OpenEditor();
+    EXPECT_EQ(Messages(), Texts{std::string(MissingAdjustments)});
+    EXPECT_EQ(Editor().Text1.Text(), "");
+    EXPECT_EQ(Setting("CSV_SAVE\\CVS_ADJ_PATH"), "(absent)");
+}
+
+TEST_F(AdjustmentsEditor, ShowsTheFileOfTheSettings) {
+    UseAdjustments(Section("Doors", "0.25") + "# comment\n" + Section("Backs", "-1"));
+    OpenEditor();
+    EXPECT_EQ(Editor().Text1.Text(), "C:\\adj.txt");
+    EXPECT_EQ(Grid().CellText(1, 1), "Doors");
+    EXPECT_EQ(Grid().CellText(23, 1), "0.25");
+    EXPECT_EQ(Grid().CellText(1, 2), "Backs");
+    EXPECT_EQ(Grid().CellText(23, 2), "-1");
+    EXPECT_EQ(Grid().CellText(1, 3), "");
+}
+
+TEST_F(AdjustmentsEditor, NamesAFileThatCantBeRead) {
+    settings.Set("CSV_SAVE\\CVS_ADJ_PATH", "D:\\gone.txt");
+    OpenEditor();
+    EXPECT_EQ(Messages(), Texts{"53\r\nBrenvik\r\nFile not found: D:\\gone.txt"});
+    EXPECT_TRUE(Editor().Loaded());
+    EXPECT_EQ(Grid().CellText(1, 1), "");
+}
+
+TEST_F(AdjustmentsEditor, HasRoomForAnyNumberOfAdjustments) {
+    std::string content;
+    for (int section = 0; section < 1000; ++section) content += Section("A" + std::to_string(section), "1");
+    UseAdjustments(content);
+    OpenEditor();
+    EXPECT_EQ(Grid().CellText(1, 1000), "A999");
+    EXPECT_GT(Grid().MaxRows(), 1000);
+    PressIn("btnSave");
+    EXPECT_EQ(files.contents["C:\\adj.txt"], content);
+}
+
+TEST_F(AdjustmentsEditor, TakesRubbishForNoAdjustments) {
+    UseAdjustments(
+        std::string("\x7F"
+                    "ELF\0\xFF\n[cut off",
+                    16));
+    OpenEditor();
+    EXPECT_EQ(Grid().CellText(1, 2), "");
+    EXPECT_TRUE(dialogs.messages.empty());
+}
+
+TEST_F(AdjustmentsEditor, WritesItsRowsAndPassesOverBlankOnes) {
+    UseAdjustments(Section("Doors", "0.25") + Section("Backs", "-1"));
+    OpenEditor();
+    for (const int column : {1, 23}) Grid().UserEdit(column, 1, "");
+    EXPECT_TRUE(Grid().UserEdit(1, 40, "Tops"));
+    Grid().UserEdit(3, 40, "Top");
+    PressIn("btnSave");
+    AdjustmentRow tops(AdjustmentColumnCount);
+    tops[0] = "Tops";
+    tops[2] = "Top";
+    EXPECT_EQ(files.contents["C:\\adj.txt"], Section("Backs", "-1") + AdjustmentText(tops, "\n"));
+    EXPECT_EQ(Setting("CSV_SAVE\\CVS_ADJ_PATH"), "C:\\adj.txt");
+    EXPECT_FALSE(Editor().Loaded());
+}
+
+TEST_F(AdjustmentsEditor, WritesARowWithoutAName) {
+    OpenEditor();
+    Grid().UserEdit(2, 1, "5");
+    PressIn("btnSave");
+    EXPECT_TRUE(files.contents["C:\\Brenvik\\No Adjustments.txt"].starts_with("[]\nQty=5\n"));
+}
+
+TEST_F(AdjustmentsEditor, SavesACopyUnderAnotherName) {
+    UseAdjustments(Section("Doors", "0.25"));
+    OpenEditor();
+    PressIn("cmdADJBrowse2");
+    dialogs.chosenFile = "D:\\copy.txt";
+    PressIn("cmdADJBrowse2");
+    EXPECT_EQ(files.contents["D:\\copy.txt"], Section("Doors", "0.25"));
+    EXPECT_EQ(Setting("CSV_SAVE\\CVS_ADJ_PATH"), "C:\\adj.txt");
+    EXPECT_TRUE(Editor().Loaded());
+    ASSERT_EQ(dialogs.fileRequests.size(), 2U);
+    EXPECT_EQ(dialogs.fileRequests[0].title, "Choose Adjustment File");
+    EXPECT_EQ(dialogs.fileRequests[0].filter, "BrenvikAdjustments Text File (*.txt)|*.txt");
+    EXPECT_EQ(dialogs.fileRequests[0].defaultExtension, "txt");
+    EXPECT_TRUE(dialogs.fileRequests[0].saving);
+}
+
+TEST_F(AdjustmentsEditor, OpensAnotherFile) {
+    UseAdjustments(Section("Doors", "0.25") + Section("Backs", "-1"));
+    files.contents["D:\\other.txt"] = Section("Tops", "3");
+    OpenEditor();
+    PressIn("cmdADJBrowse");
+    EXPECT_EQ(Grid().CellText(1, 1), "Doors");
+    dialogs.chosenFile = "D:\\other.txt";
+    PressIn("cmdADJBrowse");
+    EXPECT_EQ(Editor().Text1.Text(), "D:\\other.txt");
+    EXPECT_EQ(Setting("CSV_SAVE\\CVS_ADJ_PATH"), "D:\\other.txt");
+    EXPECT_EQ(Grid().CellText(1, 1), "Tops");
+    EXPECT_EQ(Grid().CellText(1, 2), "") << "nothing of the first file is left";
+    EXPECT_FALSE(dialogs.fileRequests[0].saving);
+}
+
+TEST_F(AdjustmentsEditor, SwallowsThatItsFileCantBeWritten) {
+    UseAdjustments(Section("Doors", "0.25"));
+    OpenEditor();
+    files.failOnWrite = DiskFull("C:\\adj.txt");
+    Grid().UserEdit(1, 1, "Tops");
+    PressIn("btnSave");
+    EXPECT_TRUE(dialogs.messages.empty());
+    EXPECT_FALSE(Editor().Loaded());
+    EXPECT_EQ(files.contents["C:\\adj.txt"], Section("Doors", "0.25")) << "the old file is whole";
+}
+
+TEST_F(AdjustmentsEditor, ComesUpEmptyAgain) {
+    UseAdjustments(Section("Doors", "0.25"));
+    OpenEditor();
+    Editor().Unload();
+    settings.Set("CSV_SAVE\\CVS_ADJ_PATH", "");
+    OpenEditor();
+    EXPECT_EQ(Grid().CellText(1, 1), "");
+}
+
+TEST_F(AdjustmentsEditor, IsOpenedByItsCommand) {
+    fakes::FakeApplication app;
+    cBrenvik().BVAdjustments(app);
+    EXPECT_EQ(dialogs.shownForms, Texts{"frmAdjustments"});
+    EXPECT_EQ(Editor().Text1.Text(), "C:\\Brenvik\\No Adjustments.txt");
+    EXPECT_NE(FindHostCommand("bvadjustments"), nullptr);
+}
+
+}  // namespace
+}  // namespace brenvik
