@@ -111,7 +111,7 @@ void WriteStepJob(const fs::path& file, const std::vector<TopoDS_Shape>& panels)
     std::vector<step::StepSolid> parts;
     for (std::size_t panel = 0; panel < panels.size(); ++panel)
         parts.push_back({panels[panel], "Shelf " + std::to_string(panel % 20), "Cabinet", "Panels"});
-    step::WriteStep(file, parts);
+    WriteWholeFile(file, step::StepText(file, parts));
 }
 
 }  // namespace

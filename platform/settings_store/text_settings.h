@@ -4,16 +4,13 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <string_view>
 
 #include "session/settings_port.h"
+#include "session/whole_file_writer.h"
 #include "settings_store/settings_text.h"
 
 namespace brenvik {
-
-/// Puts a file's whole content in place, or fails and leaves the old one.
-using WholeFileWriter = std::function<void(const std::filesystem::path& file, std::string_view content)>;
 
 /// Settings in a text file. A missing file is an empty store; it is made by the first save. A change of
 /// the file by another program or an editor is seen at the next call. A damaged file fails every call

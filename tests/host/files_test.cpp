@@ -4,6 +4,7 @@
 
 #include <csignal>
 
+#include "drafting_host/dxf/dxf_writer.h"
 #include "host_fixture.h"
 #include "support/ezdxf_audit.h"
 #include "support/sample_files.h"
@@ -279,7 +280,7 @@ TEST_F(Files, ADamagedBodyIsToldAndTheOthersArrive) {
     DrawingData data = document.ToData(problems);
     auto& body = std::get<AcisData>(data.blocks.front().entities.front().geometry);
     body.text.replace(body.text.find("plane-surface"), 5, "plaid");
-    WriteDxfFile(data, Path("damaged.dxf"));
+    WriteWholeFile(Path("damaged.dxf"), WriteDxf(data));
     HostDocument& again = application.OpenDrawing(Path("damaged.dxf"));
     EXPECT_EQ(again.ModelSpace().Count(), 1);
     ASSERT_FALSE(again.Notes().empty());
@@ -289,11 +290,50 @@ TEST_F(Files, ADamagedBodyIsToldAndTheOthersArrive) {
     EXPECT_NE(again.Notes().front().text.find("left out"), std::string::npos) << again.Notes().front().text;
 }
 
+TEST_F(Files, EveryFileGoesThroughTheWriterThatTheHostWasGiven) {
+    std::vector<std::string> written;
+    HostApplication host([&](const std::filesystem::path& file, std::string_view content) {
+        EXPECT_FALSE(content.empty());
+        written.push_back(file.filename().string());
+    });
+    HostDocument& job = host.NewDocument();
+    AcadEntity* const board = job.ModelSpace().AddBox({0, 0, 0}, 1, 2, 3);
+    for (const char* name : {"a.dxf", "a.dwg", "a.step", "a.stp", "a.sat"}) SaveDrawing(job, Path(name));
+    AcadSelectionSet& set = *job.SelectionSets().Add("EXPORTSET");
+    set.AddItems(std::vector<AcadEntity*>{board});
+    job.Wblock(Text("part"), set);
+    job.SaveAs(Text("job"), SaveAsKind::Native);
+    job.Save();
+    EXPECT_EQ(written, (std::vector<std::string>{"a.dxf", "a.dwg", "a.step", "a.stp", "a.sat", "part.dwg",
+                                                 "job.dwg", "job.dwg"}));
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
+TEST_F(Files, AHostWithoutAWriterRefusesToSaveAndNamesTheFile) {
+    HostApplication host;
+    HostDocument& job = host.NewDocument();
+    job.ModelSpace().AddBox({0, 0, 0}, 1, 2, 3);
+    const Failure failure = FailureOf([&] { SaveDrawing(job, Path("a.dxf")); });
+    EXPECT_NE(std::string(failure.what()).find("a.dxf"), std::string::npos) << failure.what();
+}
+
+TEST_F(Files, SavingBehindALinkKeepsTheLink) {
+    Write("real.dxf", "old");
+    std::filesystem::create_symlink(Path("real.dxf"), Path("link.dxf"));
+    Model().AddBox({0, 0, 0}, 1, 2, 3);
+    SaveDrawing(document, Path("link.dxf"));
+    EXPECT_TRUE(std::filesystem::is_symlink(Path("link.dxf")));
+    EXPECT_EQ(application.OpenDrawing(Path("real.dxf")).ModelSpace().Count(), 1);
+}
+
 TEST_F(Files, OtherExtensionsAndFoldersThatAreNotThereAreRefused) {
     EXPECT_THROW(SaveDrawing(document, Path("a.png")), Failure);
     EXPECT_THROW(SaveDrawing(document, Path("a")), Failure);
     EXPECT_THROW(SaveDrawing(document, Path("nowhere/a.dxf")), Failure);
     EXPECT_THROW(SaveDrawing(document, Path("a.sat")), Failure);
+    EXPECT_THROW(SaveDrawing(document, Path("a.step")), Failure);
+    Model().AddBox({0, 0, 0}, 1, 2, 3);
+    EXPECT_THROW(SaveDrawing(document, Path("nowhere/a.step")), Failure);
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
     EXPECT_THROW(document.SaveAs("", SaveAsKind::Native), Failure);
     EXPECT_THROW(document.SaveAs("c:\\", SaveAsKind::Native), Failure);

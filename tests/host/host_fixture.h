@@ -10,6 +10,7 @@
 #include "base/failure.h"
 #include "drafting_host/document/host_application.h"
 #include "drafting_host/document/host_failure.h"
+#include "file_roots/whole_file.h"
 #include "support/failure_of.h"
 
 namespace brenvik {
@@ -57,7 +58,7 @@ class HostTest : public ::testing::Test {
         return names;
     }
 
-    HostApplication application;
+    HostApplication application{WriteWholeFile};
     HostDocument& document = application.NewDocument();
 };
 

@@ -12,9 +12,9 @@
 #include "drafting_host/solids/exact_box.h"
 #include "drafting_host/solids/mass.h"
 #include "drafting_host/step/step_text.h"
-#include "drafting_host/step/step_writer.h"
 #include "solids/parts.h"
 #include "step/nested_assembly.h"
+#include "step/write_step.h"
 
 namespace brenvik::step {
 namespace {

@@ -14,8 +14,8 @@
 #include "drafting_host/solids/exact_box.h"
 #include "drafting_host/solids/mass.h"
 #include "drafting_host/step/step_reader.h"
-#include "drafting_host/step/step_writer.h"
 #include "solids/parts.h"
+#include "step/write_step.h"
 
 namespace brenvik::step {
 namespace {
@@ -130,27 +130,12 @@ TEST_F(StepFiles, FileIsPlainAsciiAndTellsItsSchema) {
     EXPECT_EQ(ReadStep(File("Müller.step")).solids.at(0).name, "Größe");
 }
 
-TEST_F(StepFiles, NothingButTheFileIsLeftInTheFolder) {
-    WriteStep(File("a.step"), std::vector<StepSolid>{{Board(1, 2, 3), "A", "", "", std::nullopt}});
-    WriteStep(File("a.step"), std::vector<StepSolid>{{Board(4, 2, 3), "A", "", "", std::nullopt}});
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(mFolder), {}), 1);
-    EXPECT_NEAR(solids::Volume(ReadStep(File("a.step")).solids.at(0).shape), 24, 1e-9);
-}
-
-TEST_F(StepFiles, WritingWhatIsNoSolidIsToldAndLeavesTheOldFile) {
-    WriteStep(File("a.step"), std::vector<StepSolid>{{Board(1, 2, 3), "A", "", "", std::nullopt}});
-    const std::string before = Content(File("a.step"));
-    EXPECT_THROW(WriteStep(File("a.step"), {}), Failure);
-    EXPECT_THROW(
-        WriteStep(File("a.step"), std::vector<StepSolid>{{TopoDS_Shape(), "A", "", "", std::nullopt}}),
-        Failure);
-    const TopoDS_Shape face = TopExp_Explorer(Board(1, 2, 3), TopAbs_FACE).Current();
-    EXPECT_THROW(WriteStep(File("a.step"), std::vector<StepSolid>{{face, "A", "", "", std::nullopt}}),
+TEST_F(StepFiles, WritingWhatIsNoSolidIsTold) {
+    EXPECT_THROW(StepText("a.step", {}), Failure);
+    EXPECT_THROW(StepText("a.step", std::vector<StepSolid>{{TopoDS_Shape(), "A", "", "", std::nullopt}}),
                  Failure);
-    EXPECT_EQ(Content(File("a.step")), before);
-    EXPECT_THROW(
-        WriteStep(File("none/a.step"), std::vector<StepSolid>{{Board(1, 1, 1), "A", "", "", std::nullopt}}),
-        Failure);
+    const TopoDS_Shape face = TopExp_Explorer(Board(1, 2, 3), TopAbs_FACE).Current();
+    EXPECT_THROW(StepText("a.step", std::vector<StepSolid>{{face, "A", "", "", std::nullopt}}), Failure);
 }
 
 }  // namespace

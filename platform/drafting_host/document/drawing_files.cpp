@@ -7,7 +7,7 @@
 #include "base/handle_text.h"
 #include "base/letter_case.h"
 #include "drafting_host/acis/acis_text.h"
-#include "drafting_host/document/host_document.h"
+#include "drafting_host/document/host_application.h"
 #include "drafting_host/document/host_failure.h"
 #include "drafting_host/document/imported_parts.h"
 #include "drafting_host/document/whole_file.h"
@@ -69,14 +69,14 @@ std::string Excerpt(std::string_view content) {
 std::vector<std::string> SaveDxf(const HostDocument& document, const std::filesystem::path& path) {
     std::vector<std::string> problems;
     const DrawingData data = document.ToData(problems);
-    WriteDxfFile(data, path);
+    document.Host().WriteFile(path, WriteDxf(data));
     return problems;
 }
 
 std::vector<std::string> SaveStep(const HostDocument& document, const std::filesystem::path& path) {
     std::vector<std::string> problems;
     const std::vector<step::StepSolid> solids = StepSolidsOf(document, problems);
-    step::WriteStep(path, solids);
+    document.Host().WriteFile(path, step::StepText(path, solids));
     return problems;
 }
 
@@ -85,7 +85,7 @@ std::vector<std::string> SaveSat(const HostDocument& document, const std::filesy
     std::vector<std::string> problems;
     std::string content;
     for (const std::string& line : AcisLinesOf(document, problems)) content += line + "\n";
-    WriteWholeFile(path, content);
+    document.Host().WriteFile(path, content);
     return problems;
 }
 
@@ -144,10 +144,6 @@ std::vector<std::string> SaveDrawing(const HostDocument& document, const std::fi
     if (extension == ".sat") return SaveSat(document, path);
     throw host_failure::InvalidArgument(path.string() +
                                         ": expected a name ending in .dxf, .dwg, .step, .stp or .sat");
-}
-
-void WriteDxfFile(const DrawingData& data, const std::filesystem::path& path) {
-    WriteWholeFile(path, WriteDxf(data));
 }
 
 }  // namespace brenvik

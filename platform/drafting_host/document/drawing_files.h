@@ -8,8 +8,6 @@
 #include <string_view>
 #include <vector>
 
-#include "drafting_host/dxf/drawing_data.h"
-
 namespace brenvik {
 
 class HostDocument;
@@ -36,9 +34,5 @@ void ReadDrawing(HostDocument& document, const std::filesystem::path& path, cons
 ///
 /// Throws Failure for another extension, and where the disk fails; the old file then stands.
 std::vector<std::string> SaveDrawing(const HostDocument& document, const std::filesystem::path& path);
-
-/// Writes plain data as DXF text, as a whole or not at all. Bodies that can't be written have to be left
-/// out before.
-void WriteDxfFile(const DrawingData& data, const std::filesystem::path& path);
 
 }  // namespace brenvik

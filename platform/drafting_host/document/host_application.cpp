@@ -2,6 +2,7 @@
 #include "drafting_host/document/host_application.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "drafting_host/document/host_failure.h"
 
@@ -46,7 +47,7 @@ AcadDocument* HostDocuments::Item(int index) {
 
 AcadDocument* HostDocuments::Open(std::string_view fileName) { return &mApplication.OpenNamed(fileName); }
 
-HostApplication::HostApplication() : mDocumentList(*this) {}
+HostApplication::HostApplication(WholeFileWriter writer) : mWriter(std::move(writer)), mDocumentList(*this) {}
 HostApplication::~HostApplication() = default;
 
 HostDocument* HostApplication::Active() const { return mActivation.empty() ? nullptr : mActivation.back(); }
@@ -113,6 +114,11 @@ void HostApplication::CloseDocument(HostDocument& document) {
 
 std::filesystem::path HostApplication::Resolve(std::string_view fileName) const {
     return mResolver ? mResolver(fileName) : std::filesystem::path(fileName);
+}
+
+void HostApplication::WriteFile(const std::filesystem::path& file, std::string_view content) const {
+    if (!mWriter) throw host_failure::NotPossible(file.string() + ": this host has nothing to save with");
+    mWriter(file, content);
 }
 
 std::int32_t HostApplication::ObjectIdOf(const HostEntity& entity) {

@@ -11,6 +11,7 @@
 #include "drafting_host/document/drawing_files.h"
 #include "drafting_host/document/host_document.h"
 #include "session/measuring_port.h"
+#include "session/whole_file_writer.h"
 
 namespace brenvik {
 
@@ -30,7 +31,8 @@ class HostApplication final : public AcadApplication, public MeasuringPort {
     /// From a path as the system writes it ("c:\BV-DXF\Part_0.dwg") to one of this machine.
     using PathResolver = std::function<std::filesystem::path(std::string_view)>;
 
-    HostApplication();
+    /// What the drawings are saved with; without a writer a host can read and work, but every saving fails.
+    explicit HostApplication(WholeFileWriter writer = {});
     ~HostApplication() override;
 
     AcadDocument* ActiveDocument() override;
@@ -55,6 +57,8 @@ class HostApplication final : public AcadApplication, public MeasuringPort {
 
     void SetPathResolver(PathResolver resolver) { mResolver = std::move(resolver); }
     std::filesystem::path Resolve(std::string_view fileName) const;
+    /// Replaces the file as a whole or not at all. Throws Failure where the disk refuses.
+    void WriteFile(const std::filesystem::path& file, std::string_view content) const;
     /// Null detaches. The port outlives the application or is detached before it goes.
     void SetPrompts(PromptPort* prompts) { mPrompts = prompts; }
     PromptPort* Prompts() const { return mPrompts; }
@@ -83,6 +87,7 @@ class HostApplication final : public AcadApplication, public MeasuringPort {
     void ForgetObjectsOf(const HostDocument& document);
 
   private:
+    WholeFileWriter mWriter;
     HostDocuments mDocumentList;
     std::vector<std::unique_ptr<HostDocument>> mDocuments;
     std::vector<std::unique_ptr<HostDocument>> mClosed;

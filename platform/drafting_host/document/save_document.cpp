@@ -2,6 +2,7 @@
 #include "base/letter_case.h"
 #include "drafting_host/document/host_application.h"
 #include "drafting_host/document/host_failure.h"
+#include "drafting_host/dxf/dxf_writer.h"
 
 namespace brenvik {
 namespace {
@@ -40,7 +41,7 @@ void HostDocument::SaveAs(std::string_view fileName, SaveAsKind kind) {
     const std::string name = WithExtension(fileName, kind);
     // Both file types are DXF text here, whatever the name ends in.
     std::vector<std::string> problems;
-    WriteDxfFile(ToData(problems), mApplication.Resolve(name));
+    mApplication.WriteFile(mApplication.Resolve(name), WriteDxf(ToData(problems)));
     KeepProblems(*this, problems);
     mFullName = name;
     mImported = false;
@@ -57,7 +58,7 @@ void HostDocument::Wblock(std::string_view fileName, AcadSelectionSet& set) {
     }
     std::vector<std::string> problems;
     const DrawingData data = ToData(members, UcsToWorld().Inverse(), problems);
-    WriteDxfFile(data, mApplication.Resolve(WithExtension(fileName, SaveAsKind::Native)));
+    mApplication.WriteFile(mApplication.Resolve(WithExtension(fileName, SaveAsKind::Native)), WriteDxf(data));
     KeepProblems(*this, problems);
 }
 

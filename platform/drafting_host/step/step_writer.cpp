@@ -1,4 +1,4 @@
-// Builds an assembly document of the solids and has the modeller write it.
+// Builds an assembly document of the solids and has the modeller put it into statements.
 #include "drafting_host/step/step_writer.h"
 
 #include <APIHeaderSection_MakeHeader.hxx>
@@ -6,7 +6,9 @@
 #include <Quantity_Color.hxx>
 #include <STEPCAFControl_Writer.hxx>
 #include <STEPControl_Writer.hxx>
+#include <StepData_Protocol.hxx>
 #include <StepData_StepModel.hxx>
+#include <StepData_StepWriter.hxx>
 #include <TCollection_HAsciiString.hxx>
 #include <TDataStd_Name.hxx>
 #include <TDocStd_Document.hxx>
@@ -15,9 +17,8 @@
 #include <XCAFDoc_LayerTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 #include <XSControl_WorkSession.hxx>
-#include <fstream>
 #include <map>
-#include <system_error>
+#include <sstream>
 
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/mass.h"
@@ -84,38 +85,21 @@ void WriteHeader(STEPCAFControl_Writer& writer, const std::filesystem::path& pat
     header.SetOriginatingSystem(new TCollection_HAsciiString("Brenvik " BRENVIK_VERSION));
 }
 
-/// A file that is removed again unless it has been put in its place.
-class Draft {
-  public:
-    explicit Draft(const std::filesystem::path& target) : mTarget(target), mPath(target) { mPath += ".part"; }
-    Draft(const Draft&) = delete;
-    Draft& operator=(const Draft&) = delete;
-    ~Draft() {
-        std::error_code ignored;
-        std::filesystem::remove(mPath, ignored);
-    }
-
-    const std::filesystem::path& Path() const { return mPath; }
-
-    void PutInPlace() {
-        std::error_code error;
-        std::filesystem::rename(mPath, mTarget, error);
-        if (error) throw PathAccess(mTarget.string() + ": " + error.message());
-    }
-
-  private:
-    std::filesystem::path mTarget;
-    std::filesystem::path mPath;
-};
-
-void Rewrite(const std::filesystem::path& path, const std::string& content) {
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file.write(content.data(), static_cast<std::streamsize>(content.size()));
-    file.close();
-    if (!file) throw PathAccess(path.string());
+/// The model as text, in the modeller's own order of statements.
+std::string TextOf(const STEPCAFControl_Writer& writer) {
+    const Handle(StepData_StepModel) model =
+        Handle(StepData_StepModel)::DownCast(writer.Writer().WS()->Model());
+    const Handle(StepData_Protocol) protocol =
+        model.IsNull() ? nullptr : Handle(StepData_Protocol)::DownCast(model->Protocol());
+    if (protocol.IsNull()) throw InvalidCall("writing STEP: the modeller has no model to write");
+    StepData_StepWriter statements(model);
+    statements.SendModel(protocol);
+    std::ostringstream text;
+    if (!statements.Print(text)) throw InvalidCall("writing STEP: the modeller can't write its model");
+    return text.str();
 }
 
-void Write(const std::filesystem::path& path, std::span<const StepSolid> parts) {
+std::string Write(const std::filesystem::path& path, std::span<const StepSolid> parts) {
     PrepareWriting();
     Handle(TDocStd_Document) document = new TDocStd_Document("BinXCAF");
     Assembler assembler(document);
@@ -129,19 +113,16 @@ void Write(const std::filesystem::path& path, std::span<const StepSolid> parts) 
     if (!writer.Transfer(document, STEPControl_AsIs))
         throw InvalidCall("writing STEP: the modeller can't convert the solids");
     WriteHeader(writer, path);
-    Draft draft(path);
-    if (writer.Write(draft.Path().string().c_str()) != IFSelect_RetDone) throw PathAccess(path.string());
     // The modeller writes names as plain UTF-8, which the format does not allow.
-    Rewrite(draft.Path(), Escaped(ContentOf(draft.Path())));
-    draft.PutInPlace();
+    return Escaped(TextOf(writer));
 }
 
 }  // namespace
 
-void WriteStep(const std::filesystem::path& path, std::span<const StepSolid> parts) {
+std::string StepText(const std::filesystem::path& path, std::span<const StepSolid> parts) {
     if (parts.empty()) throw InvalidCall("writing " + path.string() + ": there is no solid to write");
     const std::string what = "writing " + path.string();
-    solids::Guarded(what.c_str(), [&] { Write(path, parts); });
+    return solids::Guarded(what.c_str(), [&] { return Write(path, parts); });
 }
 
 }  // namespace brenvik::step
