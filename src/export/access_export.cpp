@@ -69,7 +69,7 @@ std::unique_ptr<ExportConnection> ConnectToAccess(std::string_view path, Databas
         std::unique_ptr<ExportConnection> connection;
         const std::optional<Failure> failure = Attempt([&] {
             connection = NewExportConnection();
-            OpenConnection(*connection, AccessConnectionString(path, login.password));
+            OpenConnection(*connection, AccessConnectionString(path, login.DbPassword));
         });
         if (!failure) return connection;
         std::optional<DatabaseLogin> entered;
@@ -137,7 +137,7 @@ void CheckSqlServerConnection(std::string_view server, std::string_view database
     const bool reached = Skip([&] {
         const std::unique_ptr<ExportConnection> connection = NewExportConnection();
         connection->Open("Driver={SQL Server}; Server=" + std::string(server) + "; Database=" +
-                         std::string(database) + "; UID=" + login.user + "; PWD=" + login.password);
+                         std::string(database) + "; UID=" + login.DbUser + "; PWD=" + login.DbPassword);
         connection->OpenRecordset("SELECT * FROM kids_news")->Value("news_desc");
     });
     ShowMessage(reached ? "connection success" : "failed connection");

@@ -17,7 +17,7 @@ namespace brenvik {
 class frmExport;
 
 struct DatabaseLogin {
-    std::string user, password;
+    std::string DbUser, DbPassword;
 };
 
 /// The connection string of a file. Without a password it is the one of a database that has none.

@@ -105,6 +105,7 @@ AdjustmentRules::AdjustmentRules(std::span<const AdjustmentSection> sections) {
 }
 
 SizeAdjustment AdjustmentRules::For(const Recordset& records) const {
+    if (rules.empty()) return {};
     std::vector<Criterion> record;
     for (int field = 0; field < records.FieldCount(); ++field)
         record.push_back({FoldLower(records.FieldName(field)), Comparable(ValueText(records.Value(field)))});

@@ -31,8 +31,8 @@ void frmLogin::Login() {
 std::optional<DatabaseLogin> AskForLogin(const DatabaseLogin& held) {
     auto& form = StateOf<frmLogin>();
     form.Load();
-    form.txtUsername.SetText(held.user);
-    form.txtPassword.SetText(held.password);
+    form.txtUsername.SetText(held.DbUser);
+    form.txtPassword.SetText(held.DbPassword);
     // The one user that every file of this kind has.
     form.txtUsername.SetText("Admin");
     ThePlatform().dialogs->ShowModal(form);

@@ -89,8 +89,8 @@ TEST_F(AccessTarget, AsksForTheLoginUntilThePasswordIsRight) {
     EXPECT_EQ(target.connectionStrings, (Texts{openString, AccessConnectionString("C:\\shop.mdb", "wrong"),
                                                AccessConnectionString("C:\\shop.mdb", "secret")}));
     EXPECT_EQ(Form().cboAccessTable.Items(), (Texts{"(new)", "Parts"}));
-    EXPECT_EQ(Form().login.password, "secret");
-    EXPECT_EQ(Form().login.user, "Admin");
+    EXPECT_EQ(Form().login.DbPassword, "secret");
+    EXPECT_EQ(Form().login.DbUser, "Admin");
     EXPECT_TRUE(dialogs.messages.empty());
     Choose(Form().cboAccessTable, "Parts");
     EXPECT_EQ(loginsSeen.size(), 2U) << "the login is held";
@@ -312,7 +312,7 @@ TEST_F(LoginDialog, LeftWithoutALoginGivesNone) {
     dialogs.onModal = nullptr;
     EXPECT_FALSE(AskForLogin({"Somebody", "old"}));
     dialogs.onModal = [](brenvik::Form& form) { form.Get<Control>("cmdLogin").Press(); };
-    EXPECT_EQ(AskForLogin({"Somebody", "old"})->password, "old");
+    EXPECT_EQ(AskForLogin({"Somebody", "old"})->DbPassword, "old");
 }
 
 class SqlServerFrame : public ExportTest {

@@ -87,6 +87,17 @@ TEST_F(ExportDialog, ComesUpWithoutProfilesWhenTheirFileIsMissing) {
     EXPECT_TRUE(dialogs.messages.empty());
 }
 
+TEST_F(ExportDialog, ComesUpWithoutProfilesThatCantBeRead) {
+    SetProfiles(std::string("\xFF\xFE\0[\0L\0", 7) + std::string(100000, 'x') + "\ncolumns=QTY\n[cut of");
+    Open();
+    EXPECT_TRUE(Form().cboProfileName.Items().empty());
+    SetProfiles("[List]\ncolumns=QTY\n");
+    files.failOnRead = PermissionDenied("BrenvikProfiles.txt");
+    Form().LoadProfiles();
+    EXPECT_TRUE(Form().cboProfileName.Items().empty());
+    EXPECT_TRUE(dialogs.messages.empty());
+}
+
 TEST_F(ExportDialog, ListsTheColumnsOfTheChosenProfile) {
     SetProfiles("[List]\ncolumns=QTY,Colour,,Part Name\n[Empty]\n");
     Open();
