@@ -32,7 +32,8 @@ Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, Measure
       database([this](std::string_view path) { return files.Resolve(path); }),
       shell(std::cerr),
       printer(std::cout),
-      host(WriteWholeFile) {
+      host(WriteWholeFile),
+      typedCommands(host) {
     Load(dialogs);
     RequireReadableSettings();
     std::error_code unknown;

@@ -11,6 +11,7 @@
 #include "part_table/sqlite_database.h"
 #include "settings/settings_store.h"
 #include "settings_store/text_settings.h"
+#include "typed_commands.h"
 
 namespace brenvik::app {
 
@@ -31,6 +32,7 @@ class Workplace {
     ConsoleShell shell;
     TextPrinter printer;
     HostApplication host;
+    TypedCommands typedCommands;
     /// Whether this workplace was the first in its home.
     bool HomeWasMade() const { return homeWasMade; }
 

@@ -1,0 +1,42 @@
+// From the command table to the command line.
+#include "typed_commands.h"
+
+#include "base/text.h"
+#include "session/brenvik_class.h"
+
+namespace brenvik::app {
+
+namespace {
+
+/// Counts up for as long as it lives, whatever ends the call.
+class Count {
+  public:
+    explicit Count(int& count) : mCount(count) { ++mCount; }
+    ~Count() { --mCount; }
+    Count(const Count&) = delete;
+    Count& operator=(const Count&) = delete;
+
+  private:
+    int& mCount;
+};
+
+}  // namespace
+
+TypedCommands::TypedCommands(HostApplication& application) : mApplication(application), mLine(application) {
+    for (const CommandEntry& entry : CommandTable()) {
+        for (const std::string& name : Split(entry.hostCommands, ',')) {
+            mLine.RegisterCommand(name, [this, method = entry.method] { Call(method); });
+        }
+    }
+    mApplication.SetCommandEndedHandler([this](HostDocument&, std::string_view) {
+        const Count running(mRunning);
+        cBrenvik().EventBrenvik(mApplication);
+    });
+}
+
+bool TypedCommands::Call(std::string_view method) {
+    const Count running(mRunning);
+    return cBrenvik().Call(method, mApplication);
+}
+
+}  // namespace brenvik::app
