@@ -125,7 +125,7 @@ TEST_F(Variables, AreSetByTheirNames) {
     EXPECT_TRUE(Told("Enter new value for ISAVEBAK <1>: 0"));
     EXPECT_TRUE(Told("Enter new value for OSNAPCOORD <2>: 1"));
     Type("osnapcoord  ");
-    EXPECT_TRUE(Told("Enter new value for OSNAPCOORD <1>: "));
+    EXPECT_TRUE(Told("Enter new value for OSNAPCOORD <1>:"));
 }
 
 TEST_F(Variables, WrongValuesAreToldAndAskedAgain) {
@@ -142,7 +142,7 @@ TEST_F(Variables, OfTheDrawingAreKeptWithIt) {
     EXPECT_EQ(document.Tables().headerVariables.at("$INSBASE"),
               (std::vector<std::pair<int, std::string>>{{10, "1"}, {20, "2"}, {30, "3"}}));
     Type("ltscale  ");
-    EXPECT_TRUE(Told("Enter new value for LTSCALE <2.5>: "));
+    EXPECT_TRUE(Told("Enter new value for LTSCALE <2.5>:"));
 }
 
 TEST_F(Variables, TheSpaceAndTheLayerAreVariablesToo) {

@@ -139,7 +139,7 @@ void CommandSession::Wait(Question& question, std::coroutine_handle<> waiter) {
 
 void CommandSession::Answer(const std::string& answer) {
     Running& running = *mRunning.back();
-    Tell(running.question->Prompt() + " " + answer);
+    Tell(running.question->Prompt() + (answer.empty() ? "" : " " + answer));
     if (answer.starts_with('\'')) {
         StartTransparent(answer);
         return;
