@@ -156,6 +156,52 @@ TEST_F(Variables, TheSpaceAndTheLayerAreVariablesToo) {
     EXPECT_TRUE(Told("Unknown variable \"NOTHING\"."));
 }
 
+using Groups = CommandTest;
+
+TEST_F(Groups, AreCreatedAddedToAndExploded) {
+    BoxAt({0, 0, 0}, {1, 1, 1});
+    BoxAt({5, 0, 0}, {6, 1, 1});
+    Type("-group c Bank 0,0,0  -group a bank all  ");
+    ASSERT_NE(document.GroupTable().Find("Bank"), nullptr);
+    EXPECT_EQ(document.GroupTable().Find("Bank")->Count(), 2);
+    Type("-group\re\rBank\r");
+    EXPECT_EQ(document.GroupTable().Find("Bank"), nullptr);
+    EXPECT_EQ(Entities().size(), 2u);
+    ExpectIdle();
+}
+
+TEST_F(Groups, ABlankBelongsToTheNameOfAKnownGroup) {
+    document.Groups().Add("BASE 1");
+    document.Groups().Add("TALL");
+    Type("-group\re\rBASE 1\r");
+    EXPECT_EQ(document.GroupTable().Find("BASE 1"), nullptr);
+    Type("-group e tall ");
+    EXPECT_EQ(document.GroupTable().Find("TALL"), nullptr);
+    ExpectIdle();
+}
+
+TEST_F(Groups, WrongNamesAreTold) {
+    BoxAt({0, 0, 0}, {1, 1, 1});
+    Type("-group e Nowhere -group c a|b -group c Bank  -group c Bank l  -group c Bank ");
+    ExpectIdle();
+    EXPECT_TRUE(Told("The drawing has no group \"Nowhere\"."));
+    EXPECT_TRUE(Told("A group needs objects."));
+    EXPECT_TRUE(Told("The drawing has a group \"Bank\" already."));
+    EXPECT_EQ(document.GroupTable().All().size(), 1u);
+}
+
+TEST_F(Variables, SnapAndOrthoAreSwitchedByCommandsOfTheirOwn) {
+    Type("snap\ron\r");
+    EXPECT_EQ(commandLine.ProfileVariables().at("SNAPMODE"), "1");
+    Type("snap\roff\r");
+    EXPECT_EQ(commandLine.ProfileVariables().at("SNAPMODE"), "0");
+    Type("snap 12.5 ortho on snap -1 ");
+    EXPECT_EQ(commandLine.ProfileVariables().at("SNAPMODE"), "1");
+    EXPECT_EQ(document.Tables().headerVariables.at("$ORTHOMODE").front().second, "1");
+    Type("snapunit  ");
+    EXPECT_TRUE(Told("Enter new value for SNAPUNIT <12.5>:"));
+}
+
 TEST_F(CommandTest, ZoomAndRegenTakeTheirAnswers) {
     for (const char* text : {"zoom e ", "z a ", "zoom w 0,0 10,10 ", "zoom 2x ", "zoom c 0,0 100 ",
                              "zoom 0,0 5,5 ", "zoom s 0.5xp ", "zoom p ", "zoom  ", "regen ", "-view o f "}) {

@@ -78,7 +78,7 @@ void CommandSession::TypeCharacter(char c) {
 }
 
 bool CommandSession::BlankBelongs() const {
-    if (!mRunning.empty() && mRunning.back()->question->BlanksBelong()) return true;
+    if (!mRunning.empty() && mRunning.back()->question->BlankBelongsTo(mTyped)) return true;
     if (mTyped.starts_with('"')) return mTyped.size() == 1 || mTyped.back() != '"';
     if (!mTyped.starts_with('(')) return false;
     return std::ranges::count(mTyped, '(') > std::ranges::count(mTyped, ')');

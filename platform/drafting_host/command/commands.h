@@ -44,6 +44,9 @@ Asking<void> Ucs(CommandSession& session);
 // layer_command.cpp
 Asking<void> Layer(CommandSession& session);
 
+// group_command.cpp
+Asking<void> Group(CommandSession& session);
+
 // view_commands.cpp
 Asking<void> View(CommandSession& session);
 Asking<void> Zoom(CommandSession& session);
@@ -51,6 +54,8 @@ Asking<void> Regen(CommandSession& session);
 
 // variable_commands.cpp
 Asking<void> SetVar(CommandSession& session);
+Asking<void> Snap(CommandSession& session);
+Asking<void> Ortho(CommandSession& session);
 /// What a variable's own name does when it is typed as a command: asks for the new value.
 Asking<void> Variable(CommandSession& session, const HostVariable& variable);
 

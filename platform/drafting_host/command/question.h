@@ -24,8 +24,8 @@ class Question {
     virtual std::string Prompt() const = 0;
     /// True when the answer settles the question. A wrong one is told on the command line.
     virtual bool Take(const std::string& answer) = 0;
-    /// True where blanks belong to the answer and a return alone ends it.
-    virtual bool BlanksBelong() const { return false; }
+    /// True where a blank behind what is typed so far belongs to the answer and doesn't end it.
+    virtual bool BlankBelongsTo(std::string_view) const { return false; }
 
     bool await_ready() const noexcept { return false; }
     void await_suspend(std::coroutine_handle<> waiter);

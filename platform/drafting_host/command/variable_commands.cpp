@@ -1,5 +1,7 @@
-// Setting drawing variables: by SETVAR, or by typing a variable's own name.
+// Setting drawing variables: by SETVAR, by typing a variable's own name, and the switches with commands of
+// their own.
 #include "base/letter_case.h"
+#include "drafting_host/command/answers.h"
 #include "drafting_host/command/command_session.h"
 #include "drafting_host/command/commands.h"
 #include "drafting_host/command/variables.h"
@@ -21,6 +23,25 @@ Asking<void> Variable(CommandSession& session, const HostVariable& variable) {
         if (wrong.empty()) co_return;
         session.Tell("\"" + *answer.value + "\" is no value of " + name + ": " + wrong + ".");
     }
+}
+
+Asking<void> Snap(CommandSession& session) {
+    const std::string spacing = VariableText(session, *FindHostVariable("SNAPUNIT"));
+    const std::string prompt = "Snap spacing or [ON/OFF] <" + spacing + ">:";
+    const Answered<double> answer = co_await session.AskDistance(prompt, "ON OFF", IfEmpty::Allowed);
+    if (answer.value && *answer.value <= 0) {
+        session.Tell("A snap spacing has to be above 0.");
+        co_return;
+    }
+    if (answer.value) SetVariable(session, *FindHostVariable("SNAPUNIT"), LengthText(*answer.value));
+    if (!answer.Empty()) SetVariable(session, *FindHostVariable("SNAPMODE"), answer.Is("OFF") ? "0" : "1");
+}
+
+Asking<void> Ortho(CommandSession& session) {
+    const bool on = VariableNumber(session, "ORTHOMODE") == 1;
+    const std::string prompt = std::string("Mode [ON/OFF] <") + (on ? "ON" : "OFF") + ">:";
+    const Answered<std::string> answer = co_await session.AskKeyword(prompt, "ON OFF", IfEmpty::Allowed);
+    if (!answer.Empty()) SetVariable(session, *FindHostVariable("ORTHOMODE"), answer.Is("ON") ? "1" : "0");
 }
 
 Asking<void> SetVar(CommandSession& session) {

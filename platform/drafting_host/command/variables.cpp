@@ -74,6 +74,7 @@ constexpr auto variables = std::to_array<HostVariable>({
     {"QTEXTMODE", Kind::Whole, Place::Drawing, "0", 0, 1},
     {"REGENMODE", Kind::Whole, Place::Drawing, "1", 0, 1},
     {"SNAPMODE", Kind::Whole, Place::Profile, "0", 0, 1},
+    {"SNAPUNIT", Kind::Real, Place::Profile, "0.5", 1e-9, 1e9},
     {"SPLINESEGS", Kind::Whole, Place::Drawing, "8", -most16, most16},
     {"SPLINETYPE", Kind::Whole, Place::Drawing, "6", 5, 6},
     {"SURFTAB1", Kind::Whole, Place::Drawing, "6", 2, most16},
