@@ -89,8 +89,12 @@ void AddListCommand(CommandLine& line) {
     options->drawing.AddDrawing(command);
     const std::map<std::string, ListFormat> formats{
         {"table", ListFormat::Table}, {"csv", ListFormat::Csv}, {"json", ListFormat::Json}};
-    command.add_option("--format", options->format, "How to print it: table, csv or json")
-        ->transform(CLI::CheckedTransformer(formats).description("table|csv|json"))
+    // A transformer would also take the numbers behind the words.
+    command
+        .add_option_function<std::string>(
+            "--format", [options, formats](const std::string& word) { options->format = formats.at(word); },
+            "How to print it: table, csv or json")
+        ->check(CLI::IsMember({"table", "csv", "json"}).description("table|csv|json"))
         ->default_str("table");
     options->choices.AddTo(command);
     options->drawing.AddSelect(command);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <span>
 
 #include "base/failure.h"
 #include "base/letter_case.h"
@@ -19,7 +20,7 @@ std::string AtLine(const std::string& file, std::size_t line) {
     return line == 0 ? file + ": " : file + ":" + std::to_string(line) + ": ";
 }
 
-void TellNotes(const std::string& file, const std::vector<ReadNote>& notes, Teller& teller) {
+void TellNotes(const std::string& file, std::span<const ReadNote> notes, Teller& teller) {
     for (const ReadNote& note : notes) {
         const std::string text = AtLine(file, note.line) + note.text;
         if (note.dataLost)
@@ -56,6 +57,12 @@ HostDocument& OpenInput(HostApplication& host, const DrawingOptions& options, Te
         const std::string& text = failure.detail().empty() ? failure.description() : failure.detail();
         throw CommandError(ExitStatus::Unreadable, text);
     }
+}
+
+void TellNotesSince(std::size_t known, const HostDocument& document, const std::string& drawing,
+                    Teller& teller) {
+    const std::span<const ReadNote> notes = document.Notes();
+    TellNotes(drawing, notes.subspan(std::min(known, notes.size())), teller);
 }
 
 void RequireWritableFormat(const std::string& name) {

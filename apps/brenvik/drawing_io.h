@@ -18,6 +18,10 @@ HostDocument& OpenInput(HostApplication& host, const DrawingOptions& options, Te
 /// extension that no writer knows, and for a file that can't be written.
 void SaveOutput(HostDocument& document, const std::string& name, Teller& teller);
 
+/// Tells what savings by the object model left out: the document's notes behind the first `known`.
+void TellNotesSince(std::size_t known, const HostDocument& document, const std::string& drawing,
+                    Teller& teller);
+
 /// Fails for an extension that SaveOutput would refuse, so that a command can tell before its work.
 void RequireWritableFormat(const std::string& name);
 

@@ -104,10 +104,12 @@ TEST_F(StepInput, DamagedStatementTellsItsLine) {
 }
 
 TEST_F(StepInput, FileWithoutSolidsIsTold) {
-    Put("ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\nFILE_NAME('','',(''),(''),'','','');\n"
-        "FILE_SCHEMA(('AUTOMOTIVE_DESIGN'));\nENDSEC;\nDATA;\n#1=CARTESIAN_POINT('',(0.,0.,0.));\nENDSEC;\n"
-        "END-ISO-10303-21;\n");
-    ExpectMentions(FailureText(), "at least one solid");
+    for (const std::string statements : {"", "#1=CARTESIAN_POINT('',(0.,0.,0.));\n"}) {
+        Put("ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\nFILE_NAME('','',(''),(''),'','','');\n"
+            "FILE_SCHEMA(('AUTOMOTIVE_DESIGN'));\nENDSEC;\nDATA;\n" +
+            statements + "ENDSEC;\nEND-ISO-10303-21;\n");
+        ExpectMentions(FailureText(), "at least one solid");
+    }
 }
 
 TEST_F(StepInput, AnyDamageEndsInSolidsOrAFailure) {

@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/document/host_failure.h"
+#include "drafting_host/dxf/standard_entries.h"
 
 namespace brenvik {
 
@@ -129,17 +130,16 @@ void HostLayers::Purge(HostLayer& layer) {
 
 void RequireTableName(std::string_view name, std::string_view what) {
     constexpr std::size_t longest = 255;
-    constexpr std::string_view refused = "<>/\\\":;?*=|`";
     const std::string told = std::string(what) + " name \"" + std::string(name) + "\"";
     if (IsBlank(name)) throw host_failure::InvalidArgument(told + " is blank");
     if (CharacterCount(name) > longest)
         throw host_failure::InvalidArgument(told + " has more than 255 characters");
     const auto bad = std::find_if(name.begin(), name.end(), [&](char c) {
-        return refused.find(c) != std::string_view::npos || static_cast<unsigned char>(c) < 0x20;
+        return forbiddenInNames.find(c) != std::string_view::npos || static_cast<unsigned char>(c) < 0x20;
     });
     if (bad != name.end()) {
         throw host_failure::InvalidArgument(told + " holds a character that names don't take (" +
-                                            std::string(refused) + ")");
+                                            std::string(forbiddenInNames) + ")");
     }
 }
 

@@ -12,6 +12,7 @@
 #include "drafting_host/document/aci_colors.h"
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/document/host_failure.h"
+#include "drafting_host/dxf/standard_entries.h"
 #include "drafting_host/solids/mass.h"
 #include "drafting_host/step/step_reader.h"
 
@@ -36,11 +37,11 @@ void SetPartData(std::vector<XDataOfApp>& data, HostDocument& document, std::str
 
 /// Layer names of other systems may hold what a drawing doesn't take.
 std::string LayerName(std::string_view name) {
-    constexpr std::string_view refused = "<>/\\\":;?*=|`";
     constexpr std::size_t longest = 255;
     std::string result = Trim(Left(name, longest));
     for (char& c : result) {
-        if (refused.find(c) != std::string_view::npos || static_cast<unsigned char>(c) < 0x20) c = '_';
+        if (forbiddenInNames.find(c) != std::string_view::npos || static_cast<unsigned char>(c) < 0x20)
+            c = '_';
     }
     return result.empty() ? "0" : result;
 }

@@ -16,8 +16,11 @@ std::string WithExtension(std::string_view fileName, SaveAsKind kind) {
     return std::string(fileName) + (kind == SaveAsKind::Dxf2000 ? ".dxf" : ".dwg");
 }
 
-void KeepProblems(HostDocument& document, const std::vector<std::string>& problems) {
-    for (const std::string& problem : problems) document.Tables().notes.push_back({0, problem, true});
+void KeepProblems(HostDocument& document, std::string_view fileName,
+                  const std::vector<std::string>& problems) {
+    for (const std::string& problem : problems) {
+        document.Tables().notes.push_back({0, "left out of " + std::string(fileName) + ": " + problem, true});
+    }
 }
 
 }  // namespace
@@ -30,7 +33,7 @@ void HostDocument::Save() {
                                         " is no drawing file; save the drawing under a name of its own");
     }
     const std::filesystem::path path = mApplication.Resolve(mFullName);
-    KeepProblems(*this, SaveDrawing(*this, path));
+    KeepProblems(*this, mFullName, SaveDrawing(*this, path));
 }
 
 void HostDocument::SaveAs(std::string_view fileName, SaveAsKind kind) {
@@ -42,7 +45,7 @@ void HostDocument::SaveAs(std::string_view fileName, SaveAsKind kind) {
     // Both file types are DXF text here, whatever the name ends in.
     std::vector<std::string> problems;
     mApplication.WriteFile(mApplication.Resolve(name), WriteDxf(ToData(problems)));
-    KeepProblems(*this, problems);
+    KeepProblems(*this, name, problems);
     mFullName = name;
     mImported = false;
 }
@@ -59,7 +62,7 @@ void HostDocument::Wblock(std::string_view fileName, AcadSelectionSet& set) {
     std::vector<std::string> problems;
     const DrawingData data = ToData(members, UcsToWorld().Inverse(), problems);
     mApplication.WriteFile(mApplication.Resolve(WithExtension(fileName, SaveAsKind::Native)), WriteDxf(data));
-    KeepProblems(*this, problems);
+    KeepProblems(*this, fileName, problems);
 }
 
 }  // namespace brenvik

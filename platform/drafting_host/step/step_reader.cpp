@@ -245,6 +245,10 @@ void NoteCodePage(CodePage codePage, StepDocument& document) {
     }
 }
 
+Failure NoSolid(const std::filesystem::path& path) {
+    return FormatFailure(path, 0, "at least one solid, the file holds none");
+}
+
 StepDocument Read(const std::filesystem::path& path) {
     const std::string content = ContentOf(path);
     RequireWholeStep(path, content);
@@ -266,7 +270,10 @@ StepDocument Read(const std::filesystem::path& path) {
         Handle(StepData_StepModel)::DownCast(reader.Reader().WS()->Model());
     const bool sound = status == IFSelect_RetDone && !model.IsNull() && !model->GlobalCheck()->HasFailed();
     if (!sound) {
-        throw FormatFailure(path, BrokenLine(content), "well-formed STEP statements (#n = TYPE(...);)");
+        const std::size_t line = BrokenLine(content);
+        // The modeller refuses a file without any statement too, and that one is not damaged.
+        if (line == 0 && !model.IsNull() && model->NbEntities() == 0) throw NoSolid(path);
+        throw FormatFailure(path, line, "well-formed STEP statements (#n = TYPE(...);)");
     }
     if (const auto fault = FirstFault(model, reader.Reader().WS()->Graph())) {
         throw FormatFailure(
@@ -280,14 +287,12 @@ StepDocument Read(const std::filesystem::path& path) {
         document.notes.emplace_back("colours and layers passed over, their statements are damaged");
     }
     Handle(TDocStd_Document) assembly = new TDocStd_Document("BinXCAF");
-    if (model->NbEntities() == 0 || !reader.Transfer(assembly)) {
-        throw FormatFailure(path, 0, "at least one solid, the file holds none");
-    }
+    if (model->NbEntities() == 0 || !reader.Transfer(assembly)) throw NoSolid(path);
     document.unit = UnitOf(reader.ChangeReader());
     NoteCodePage(codePage, document);
     Flattener(assembly, ProductNames(model), document).Run();
     NoteFailedEntities(reader.Reader(), document);
-    if (document.solids.empty()) throw FormatFailure(path, 0, "at least one solid, the file holds none");
+    if (document.solids.empty()) throw NoSolid(path);
     NameTheNameless(document, path);
     return document;
 }
