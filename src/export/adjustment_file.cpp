@@ -64,9 +64,9 @@ std::string AdjustmentText(const AdjustmentRow& row, std::string_view lineEnd) {
 }
 
 std::string ResolveAdjustmentPath() {
-    const std::string stored = GetSubkeyText(CsvSaveSubkey, AdjustmentPathSetting);
+    std::string stored = GetSubkeyText(CsvSaveSubkey, AdjustmentPathSetting);
     if (!stored.empty()) return stored;
-    const std::string delivered = ApplicationFolder() + "No Adjustments.txt";
+    std::string delivered = ApplicationFolder() + "No Adjustments.txt";
     return ThePlatform().files->FileExists(delivered) ? delivered : std::string();
 }
 

@@ -97,21 +97,37 @@ AdjustmentRules::AdjustmentRules(std::span<const AdjustmentSection> sections) {
             const HeadAndTail halves = SplitAtFirst(line, '=');
             const std::string field = ColumnForCaption(halves.head);
             if (!field.empty() && !halves.tail.empty())
-                rule.criteria.push_back({FoldLower(field), Comparable(halves.tail)});
+                rule.criteria.push_back({PlaceOf(field), Comparable(halves.tail)});
         }
         rule.amounts = {Amount(lines, "L"), Amount(lines, "W"), Amount(lines, "T")};
         rules.push_back(std::move(rule));
     }
 }
 
+std::size_t AdjustmentRules::PlaceOf(const std::string& field) {
+    const auto known =
+        std::ranges::find_if(fields, [&](const std::string& each) { return EqualsIgnoreCase(each, field); });
+    const auto place = static_cast<std::size_t>(known - fields.begin());
+    if (known == fields.end()) fields.push_back(field);
+    return place;
+}
+
+AdjustmentRules::FieldTexts AdjustmentRules::TextsOf(const Recordset& records) const {
+    FieldTexts texts(fields.size());
+    for (int field = 0; field < records.FieldCount(); ++field) {
+        const std::string name = records.FieldName(field);
+        for (std::size_t place = 0; place < fields.size(); ++place)
+            if (!texts[place] && EqualsIgnoreCase(fields[place], name))
+                texts[place] = Comparable(ValueText(records.Value(field)));
+    }
+    return texts;
+}
+
 SizeAdjustment AdjustmentRules::For(const Recordset& records) const {
-    if (rules.empty()) return {};
-    std::vector<Criterion> record;
-    for (int field = 0; field < records.FieldCount(); ++field)
-        record.push_back({FoldLower(records.FieldName(field)), Comparable(ValueText(records.Value(field)))});
-    const auto contradicts = [&record](const Criterion& criterion) {
-        const auto found = std::ranges::find(record, criterion.field, &Criterion::field);
-        return found != record.end() && found->value != criterion.value;
+    const FieldTexts texts = fields.empty() ? FieldTexts() : TextsOf(records);
+    const auto contradicts = [&texts](const Criterion& criterion) {
+        const std::optional<std::string>& text = texts[criterion.field];
+        return text && *text != criterion.value;
     };
     SizeAdjustment sum;
     for (const Rule& rule : rules) {

@@ -54,14 +54,20 @@ class AdjustmentRules {
     SizeAdjustment For(const Recordset& records) const;
 
   private:
-    /// Both in lower case, the value without blanks around it.
     struct Criterion {
-        std::string field, value;
+        std::size_t field;  ///< Its place in `fields`.
+        std::string value;  ///< In lower case, without blanks around it.
     };
     struct Rule {
         std::vector<Criterion> criteria;
         SizeAdjustment amounts;
     };
+    /// What a record has in each of `fields`, in the form of a criterion's value; nothing where it has none.
+    using FieldTexts = std::vector<std::optional<std::string>>;
+    std::size_t PlaceOf(const std::string& field);
+    FieldTexts TextsOf(const Recordset& records) const;
+
+    std::vector<std::string> fields;  ///< The fields that criteria name, each once.
     std::vector<Rule> rules;
 };
 

@@ -80,6 +80,7 @@ std::string StandardColumnList() {
 
 std::string HeaderOfColumns(const std::vector<std::string>& columnNames) {
     std::vector<std::string> shown;
+    shown.reserve(columnNames.size());
     for (const std::string& name : columnNames) shown.push_back(Trim(ReplaceAll(name, "|", "")));
     return Join(shown, ",");
 }
