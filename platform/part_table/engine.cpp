@@ -234,7 +234,9 @@ std::optional<FieldValue> Engine::UpdateRow(std::string_view column, const Field
 
 void Engine::Begin() {
     FollowFile();
-    RunOwn(mTransactionDepth == 0 ? "BEGIN" : "SAVEPOINT nested");
+    // The lock is taken now or refused now: waiting for it at each of many rows would freeze the list.
+    const char* begin = mReadOnly ? "BEGIN" : "BEGIN IMMEDIATE";
+    RunOwn(mTransactionDepth == 0 ? begin : "SAVEPOINT nested");
     ++mTransactionDepth;
 }
 

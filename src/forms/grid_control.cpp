@@ -27,6 +27,9 @@ void GridControl::SetMaxRows(int rows) {
     maxRows = std::max(rows, 0);
     edited.erase(edited.upper_bound({maxRows, MaxCols()}), edited.end());
     activeRow = std::min(activeRow, maxRows);
+    // Rows that come later begin unlocked, as the column is.
+    for (LockedBlock& block : lockedBlocks) block.lastRow = std::min(block.lastRow, maxRows);
+    std::erase_if(lockedBlocks, [](const LockedBlock& block) { return block.firstRow > block.lastRow; });
 }
 
 const GridColumn& GridControl::Column(int column) const {
@@ -172,7 +175,8 @@ void GridControl::SetActiveCell(int column, int row) {
 
 bool GridControl::UserEdit(int column, int row, std::string_view newText) {
     if (!enabled || !Inside(column, row) || Column(column).hidden || CellLocked(column, row)) return false;
-    SetActiveCell(column, row);
+    // Typing where the user stands already is no move.
+    if (column != activeColumn || row != activeRow) SetActiveCell(column, row);
     std::string typed;
     for (std::size_t at = 0; at < newText.size();) {
         const std::string_view character = newText.substr(at, Utf8CharacterAt(newText, at).length);

@@ -61,7 +61,7 @@ class GridControl : public Control {
 
     int MaxCols() const { return static_cast<int>(columns.size()); }
     int MaxRows() const { return maxRows; }
-    /// Rows beyond the record set are blank. Marks of rows that go are lost.
+    /// Rows beyond the record set are blank. Marks and locks of rows that go are lost.
     void SetMaxRows(int rows);
     GridColumn& Column(int column);  ///< From 1; fails outside with 9.
     const GridColumn& Column(int column) const;
@@ -104,9 +104,9 @@ class GridControl : public Control {
     /// handler the failure reaches whoever made the edit.
     std::function<void(const Failure&)> onSaveFailed;
 
-    /// The user's edit of one cell: moves there, types key by key through `onKey`, ends the edit, and saves
-    /// what is still marked then to the bound table. A hidden or locked cell, a cell outside the grid, or a
-    /// disabled grid, takes nothing and returns false.
+    /// The user's edit of one cell: moves there if need be, types key by key through `onKey`, ends the edit,
+    /// and saves what is still marked then to the bound table. A hidden or locked cell, a cell outside the
+    /// grid, or a disabled grid, takes nothing and returns false.
     bool UserEdit(int column, int row, std::string_view newText);
     /// Gives up a cell that is being edited, so that its value reaches the table.
     void Flush();

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <variant>
 
 #include "base/failure.h"
@@ -107,6 +108,7 @@ frmFilter::frmFilter() : Form("frmFilter", "Filter") {
 }
 
 void frmFilter::OnLoad() {
+    statementRefused = false;
     LoadColumnLists();
     ResetOperators();
 }
@@ -195,6 +197,7 @@ bool frmFilter::TakeRow(std::size_t row) {
 
 void frmFilter::Confirm() {
     Session& session = TheSession();
+    ListState before = KeepListState();
     session.FilterCriteria.clear();
     session.WhereClause.clear();
     for (std::size_t row = 0; row < RowCount; ++row)
@@ -203,9 +206,13 @@ void frmFilter::Confirm() {
     session.CurrentSQL = FullSelect() + session.WhereClause;
     if (chkSort->Value() == 1 && !session.SortClause.empty())
         session.CurrentSQL += " order by " + session.SortClause;
-    ShowStatementInGrid(session.CurrentSQL);
+    statementRefused = !ShowStatementInGrid(session.CurrentSQL);
     Unload();
-    StateOf<frmNewSort>().PressByCode("btnOK");
+    // Sorting by a refused filter would tell the same failure again.
+    if (statementRefused) return PutListStateBack(std::move(before));
+    auto& sort = StateOf<frmNewSort>();
+    sort.PressByCode("btnOK");
+    statementRefused = sort.StatementRefused();
 }
 
 void frmFilter::Clear() {

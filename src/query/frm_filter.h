@@ -36,6 +36,9 @@ class frmFilter : public Form {
     /// database does.
     void RetrieveColData(std::string_view field, std::size_t row);
 
+    /// Whether the engine refused the statement of the last OK, or the one that the sort dialog made of it.
+    bool StatementRefused() const { return statementRefused; }
+
     static constexpr std::size_t RowCount = 4;
     std::array<ListControl*, RowCount> cboCol{}, cboCrit{}, cboCritData{};
     CheckControl* chkSort = nullptr;
@@ -54,6 +57,7 @@ class frmFilter : public Form {
 
     /// Stored rows are being put back: a failure ends that, without a box.
     bool restoring = false;
+    bool statementRefused = false;
 };
 
 }  // namespace brenvik

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <utility>
 
 #include "base/failure.h"
 #include "base/letter_case.h"
@@ -128,6 +129,7 @@ std::string frmNewSort::BuildSQL() {
 }
 
 void frmNewSort::Confirm() {
+    ListState before = KeepListState();
     PrepSQL();
     const std::string statement = BuildSQL();
     statementRefused = false;
@@ -135,8 +137,11 @@ void frmNewSort::Confirm() {
         TheSession().CurrentSQL = statement;
         statementRefused = !ShowStatementInGrid(statement);
     }
-    // The rows of a refused statement never came, so the columns stay as the rows on screen need them.
-    if (!statementRefused) ShowColumns(statement);
+    // The rows of a refused statement never came, so all stays as the rows on screen need it.
+    if (statementRefused)
+        PutListStateBack(std::move(before));
+    else
+        ShowColumns(statement);
     Unload();
 }
 

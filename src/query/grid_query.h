@@ -2,16 +2,31 @@
 // orientation letters of a grouped list from being edited.
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <vector>
+
+#include "session/session.h"
 
 namespace brenvik {
 
 class frmMain;
 
 /// Makes the grid show a statement: record source, refresh, and as many rows as there are records. A
-/// statement that the engine refuses shows its failure and leaves the rows on screen; returns whether it is
-/// shown.
+/// statement that the engine refuses shows its failure and leaves the rows on screen and the record source
+/// that they came from; returns whether the statement is shown.
 bool ShowStatementInGrid(std::string_view statement);
+
+/// What the list on screen was made from.
+struct ListState {
+    std::string CurrentSQL, WhereClause, SortClause, GroupFields;
+    std::vector<SortField> SortFields;
+    std::vector<FilterCriterion> FilterCriteria;
+};
+/// The session's values, and back into it: a refused statement must not be what the next copy, filter or
+/// export works from.
+ListState KeepListState();
+void PutListStateBack(ListState kept);
 
 /// The toolbar's SORT: the sort dialog, then the letters locked on a grouped list and free on any other.
 void SortGrid(frmMain& form);

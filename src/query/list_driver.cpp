@@ -38,9 +38,9 @@ void ChooseColumn(std::string_view option, ListControl& list, std::string_view c
                  "the column \"" + std::string(column) + "\" is not offered now; the columns are " + offered);
 }
 
-/// The sort dialog's OK ends each of the ways, so it knows.
-void RequireAccepted(std::string_view option) {
-    if (StateOf<frmNewSort>().StatementRefused())
+template <typename Dialog>
+void RequireAccepted(std::string_view option, const Dialog& form) {
+    if (form.StatementRefused())
         RefuseOption(option, "the part table refused the statement, and the list stays as it was");
 }
 
@@ -55,7 +55,7 @@ void ApplyFilter(const FilterChoice& choice) {
     form.Get<Control>("btnOK").Press();
     if (form.Loaded())
         RefuseOption("filter", "the dialog refused \"" + choice.value + "\" for the column " + choice.column);
-    RequireAccepted("filter");
+    RequireAccepted("filter", form);
 }
 
 void TickBox(frmNewSort& form, std::string_view column) {
@@ -85,7 +85,7 @@ void ApplySortAndGroup(const ListChoices& choices) {
     for (const std::string& column : choices.group) TickBox(form, column);
     for (const SortChoice& choice : choices.sort) AddSortColumn(form, choice);
     form.PressByCode("btnOK");
-    RequireAccepted(choices.group.empty() ? "sort" : "group");
+    RequireAccepted(choices.group.empty() ? "sort" : "group", form);
     LockLettersWhileGrouped(GridFormInstance());
 }
 

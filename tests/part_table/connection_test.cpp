@@ -174,6 +174,22 @@ TEST_F(PartTable, FileLockedByAnotherProgramFails) {
     connection->Execute("delete from brenvik_data");
 }
 
+TEST_F(PartTable, TransactionOnALockedFileFailsBeforeItsFirstRow) {
+    const std::unique_ptr<Connection> other = Opened();
+    other->BeginTrans();
+    const Failure failure = FailureOf([&] { connection->BeginTrans(); });
+    EXPECT_EQ(failure.description(),
+              "The part database " + File().string() + " is locked by another program (database is locked)");
+    EXPECT_EQ(connection->OpenRecordset("select * from brenvik_data")->RecordCount(), 0);
+    other->RollbackTrans();
+    connection->BeginTrans();
+    connection->CommitTrans();
+    const std::unique_ptr<Connection> reader = database.CreateConnection();
+    reader->Open("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=c:\\bv04.mdb;Mode=Read");
+    reader->BeginTrans();
+    reader->CommitTrans();
+}
+
 TEST_F(PartTable, ConnectionForReadingRefusesToWrite) {
     const std::unique_ptr<Connection> reader = database.CreateConnection();
     reader->Open("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=c:\\bv04.mdb;Mode=Read");

@@ -363,6 +363,32 @@ TEST_F(BoundGrid, LocksAndUnlocksBlocks) {
     EXPECT_TRUE(grid.CellLocked(5, 1));
 }
 
+TEST_F(BoundGrid, RowsThatGoTakeTheirLocksAlong) {
+    Bind();
+    grid.SetMaxRows(10);
+    grid.SetBlockLocked(2, 1, 10, true);
+    grid.SetMaxRows(4);
+    grid.SetBlockLocked(2, 1, 4, false);
+    grid.SetMaxRows(10);
+    for (int row = 1; row <= 10; ++row) EXPECT_FALSE(grid.CellLocked(2, row)) << row;
+    grid.SetBlockLocked(2, 1, 10, true);
+    grid.SetMaxRows(4);
+    grid.SetMaxRows(10);
+    EXPECT_TRUE(grid.CellLocked(2, 4));
+    EXPECT_FALSE(grid.CellLocked(2, 5));
+}
+
+TEST_F(BoundGrid, AnEditOfTheActiveCellIsNoMove) {
+    Bind();
+    int entered = 0;
+    grid.onCellEntered = [&](int, int) { ++entered; };
+    grid.UserEdit(2, 1, "Door");
+    grid.UserEdit(2, 1, "Gate");
+    EXPECT_EQ(entered, 1);
+    grid.UserEdit(2, 2, "Door");
+    EXPECT_EQ(entered, 2);
+}
+
 TEST_F(BoundGrid, EntersCellsOnlyBelowTheHeaders) {
     Bind();
     int entered = 0;

@@ -230,6 +230,14 @@ TEST_F(CurrentCell, LeavesTheGroupingSwitchAlone) {
     EXPECT_EQ(Ticked(), "chkNotes CheckGroup");
 }
 
+TEST_F(CurrentCell, StaysWhileItIsEditedAndSoDoTheBoxes) {
+    LoadThree();
+    Grid().SetActiveCell(13, 1);
+    Box("chkMaterial").SetValue(1);
+    Grid().UserEdit(13, 1, "check");
+    EXPECT_EQ(Ticked(), "chkMaterial chkNotes");
+}
+
 TEST_F(CurrentCell, InTheHeaderChangesNothing) {
     LoadThree();
     Grid().SetActiveCell(13, 1);

@@ -346,18 +346,45 @@ TEST_F(FilterDialog, ATextInAColumnOfNumbersStopsTheFilter) {
     EXPECT_EQ(database.opened, Texts{});
 }
 
-TEST_F(FilterDialog, AQuoteInTheValueIsTheEnginesFailure) {
+TEST_F(FilterDialog, AQuoteInTheValueIsTheEnginesFailureAndTheFilterInForceStays) {
+    FillRow(OpenFilter(), 0, "Material", "= Equal", "Oak");
+    Press(Filter(), "btnOK");
+    const std::string shown = BaseStatement + " Where bv_material = 'Oak' ";
+    ASSERT_EQ(Main().Adodc1.recordSource, shown);
+    database.opened.clear();
+
     frmFilter& form = OpenFilter();
     FillRow(form, 0, "Notes", "= Equal", "O'Brien");
     database.refused = {"O'Brien"};
     const int rows = Main().fpSpread1.MaxRows();
     Press(form, "btnOK");
-    const std::string box = StatementDatabase::RefusalBox;
-    EXPECT_EQ(Messages(), (Texts{box, box})) << "each dialog's statement is refused";
+    EXPECT_EQ(Messages(), Texts{StatementDatabase::RefusalBox});
     EXPECT_FALSE(form.Loaded());
-    EXPECT_TRUE(Sort().StatementRefused());
+    EXPECT_TRUE(form.StatementRefused());
     EXPECT_EQ(Main().fpSpread1.MaxRows(), rows);
-    EXPECT_EQ(State().WhereClause, " Where bv_notes = 'O'Brien' ");
+    EXPECT_EQ(Main().Adodc1.recordSource, shown);
+    // What a copy, the next sort and an export work from.
+    EXPECT_EQ(State().CurrentSQL, shown);
+    EXPECT_EQ(State().WhereClause, " Where bv_material = 'Oak' ");
+    ASSERT_EQ(State().FilterCriteria.size(), 1U);
+    EXPECT_EQ(State().FilterCriteria[0].value, "Oak");
+    Main().Adodc1.Refresh();
+}
+
+TEST_F(FilterDialog, AFilterThatCannotBeSortedStaysUnsorted) {
+    frmFilter& form = OpenFilter();
+    FillRow(form, 0, "Material", "= Equal", "Oak");
+    State().SortFields = {{"bv_face", "Asc"}};
+    database.refused = {"order by bv_face"};
+    Press(form, "btnOK");
+    EXPECT_EQ(Messages(), Texts{StatementDatabase::RefusalBox});
+    EXPECT_TRUE(form.StatementRefused());
+    const std::string shown = BaseStatement + " Where bv_material = 'Oak' ";
+    EXPECT_EQ(Main().Adodc1.recordSource, shown);
+    EXPECT_EQ(State().CurrentSQL, shown);
+    EXPECT_EQ(State().WhereClause, " Where bv_material = 'Oak' ");
+    Press(OpenFilter(), "btnCancel");
+    EXPECT_FALSE(form.StatementRefused());
 }
 
 TEST_F(FilterDialog, ClearForgetsTheRowsButNotTheClause) {

@@ -80,13 +80,16 @@ TEST_F(GridQuery, GroupingDoesNothingWhileTheFormIsStarting) {
     EXPECT_EQ(database.opened, Texts{});
 }
 
-TEST_F(GridQuery, ARefusedStatementOfTheGroupingSwitchIsShown) {
+TEST_F(GridQuery, ARefusedStatementOfTheGroupingSwitchIsShownAndChangesNothing) {
+    const std::string source = Main().Adodc1.recordSource;
     State().CurrentSQL = "refused";
     database.refused = {"refused"};
     const int rows = Main().fpSpread1.MaxRows();
     Main().Get<CheckControl>("CheckGroup").Press();
     EXPECT_EQ(Messages(), Texts{StatementDatabase::RefusalBox});
     EXPECT_EQ(Main().fpSpread1.MaxRows(), rows);
+    EXPECT_EQ(Main().Adodc1.recordSource, source);
+    EXPECT_EQ(State().GroupFields, "");
 }
 
 TEST_F(GridQuery, AShownStatementSetsTheRows) {
@@ -95,6 +98,7 @@ TEST_F(GridQuery, AShownStatementSetsTheRows) {
     EXPECT_EQ(Main().fpSpread1.MaxRows(), 4);
     database.refused = {"bad"};
     EXPECT_FALSE(ShowStatementInGrid("bad"));
+    EXPECT_EQ(Main().Adodc1.recordSource, "any");
     EXPECT_EQ(Main().fpSpread1.MaxRows(), 4);
     EXPECT_EQ(Main().fpSpread1.CellText(3, 4), "d");
 }

@@ -151,6 +151,7 @@ TEST_F(SortStatement, OkTakesTheRowsOfAGridThatIsNotBound) {
 TEST_F(SortStatement, ARefusedStatementIsShownAndLeavesTheGrid) {
     Main().fpSpread1.Column(3).hidden = true;
     const int rows = Main().fpSpread1.MaxRows();
+    const std::string source = Main().Adodc1.recordSource;
     database.refused = {"order by bv_length"};
     database.values = {"other"};
     frmNewSort& form = OpenSort();
@@ -163,7 +164,26 @@ TEST_F(SortStatement, ARefusedStatementIsShownAndLeavesTheGrid) {
     EXPECT_FALSE(form.Loaded());
     EXPECT_EQ(Main().fpSpread1.MaxRows(), rows);
     EXPECT_TRUE(Main().fpSpread1.Column(3).hidden);
-    EXPECT_EQ(State().CurrentSQL, BaseStatement + " order by bv_length Asc");
+    EXPECT_EQ(Main().Adodc1.recordSource, source);
+}
+
+TEST_F(SortStatement, AfterARefusalAllWorksFromTheListOnScreen) {
+    frmNewSort& form = OpenSort();
+    Tick(form, "Face");
+    AddSortColumns(form, {"-Face"});
+    Press(form, "btnOK");
+    const std::string shown = State().CurrentSQL;
+    Press(OpenSort(), "Command3");
+    Press(form, "btnRemoveAll");
+    AddSortColumns(form, {"Length"});
+    database.refused = {"order by bv_length"};
+    Press(form, "btnOK");
+    EXPECT_EQ(Main().Adodc1.recordSource, shown);
+    EXPECT_EQ(State().CurrentSQL, shown);
+    EXPECT_EQ(State().GroupFields, "bv_face");
+    EXPECT_EQ(State().SortClause, "bv_face Desc");
+    ASSERT_EQ(State().SortFields.size(), 1U);
+    EXPECT_EQ(State().SortFields[0].field, "bv_face");
 }
 
 TEST_F(SortStatement, ABlankItemMakesAStatementThatTheEngineHasToRefuse) {
