@@ -1,9 +1,10 @@
 # The packages that Brenvik is built and tested with, in one place. Sourced by scripts/demo and
 # scripts/test; `install_missing NAME...` installs what a machine doesn't have.
-build_packages=(g++ cmake ninja-build libsqlite3-dev libcli11-dev
+build_packages=(g++ cmake ninja-build libsqlite3-dev libcli11-dev unixodbc-dev
   libocct-foundation-dev libocct-modeling-algorithms-dev libocct-modeling-data-dev
   libocct-ocaf-dev libocct-data-exchange-dev)
-test_packages=(libgtest-dev libbenchmark-dev python3-ezdxf g++-mingw-w64-x86-64-posix clang-format)
+test_packages=(libgtest-dev libbenchmark-dev python3-ezdxf g++-mingw-w64-x86-64-posix clang-format
+  libsqliteodbc sqlite3)
 long_test_packages=(clang clang-tidy libclang-rt-14-dev)
 
 install_missing() {

@@ -1,0 +1,14 @@
+// What can be told of a driver from its library before it is connected to.
+#pragma once
+
+#include <string_view>
+
+#include "odbc/api.h"
+
+namespace brenvik::odbc {
+
+/// The functions that texts travel through to the driver in this library. Wide where the library can't be
+/// found: then the manager will say what is wrong with it.
+TextCalls CallsOf(std::string_view library);
+
+}  // namespace brenvik::odbc
