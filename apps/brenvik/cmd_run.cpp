@@ -61,6 +61,7 @@ ExitStatus Run(const std::string& home, const RunOptions& options) {
     HostDocument& document = OpenInput(workplace.host, options.drawing, teller);
     SelectForCommand(document, options.drawing);
     teller.Wipe();
+    const std::size_t notes = document.Notes().size();
     JournalPrompts prompts(dialogs, std::cerr);
     workplace.host.SetPrompts(&prompts);
     try {
@@ -68,6 +69,7 @@ ExitStatus Run(const std::string& home, const RunOptions& options) {
     } catch (const JournalFailure& failure) {
         throw CommandError(ExitStatus::Incomplete, options.journal + ": " + failure.what());
     }
+    TellNotesSince(notes, document, options.drawing.drawing, teller);
     if (!options.drawing.save.empty()) SaveOutput(document, options.drawing.save, teller);
     return teller.Status();
 }

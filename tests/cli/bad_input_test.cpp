@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "program.h"
+#include "support/sample_files.h"
 
 namespace brenvik::cli_test {
 namespace {
@@ -54,6 +55,18 @@ TEST_F(BadInput, GarbageIsToldWhateverItsName) {
         Write(name, garbage);
         ExpectUnreadable(name, "expected");
     }
+}
+
+TEST_F(BadInput, WhatAJournalsSaveLeavesOutIsToldAndEndsIncomplete) {
+    if (!test::HasSamples()) GTEST_SKIP() << "the sample drawings are not here";
+    // One of its two solids has faces that ACIS text of plain forms can't hold.
+    const std::string drawing = (test::SampleFolder() / "step/cgma__cub_model.step").string();
+    Write("save.journal", "save \"saved.dxf\"\n");
+    const Outcome outcome = Run({"run", drawing, "--journal", "save.journal"});
+    EXPECT_EQ(outcome.status, 1) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("left out of saved.dxf: AcDb3dSolid 101"), std::string::npos)
+        << outcome.errors;
+    EXPECT_TRUE(Exists("saved.dxf"));
 }
 
 TEST_F(BadInput, ProseIsNoDrawing) {
