@@ -73,8 +73,7 @@ class AdjustmentRules {
 
 // The file, its keys, and where it lies.
 
-/// The caption of the amounts and criteria in the order of the file, as they stand before "=": what the
-/// columns 2 to 23 of the editor hold.
+/// The keys of criteria and amounts in the order of the file: what the columns 2 to 23 of the editor hold.
 std::span<const std::string_view> AdjustmentKeys();
 
 /// The name and the values of one adjustment, as the editor shows them.
@@ -96,15 +95,18 @@ inline constexpr std::string_view MissingAdjustments =
 /// The path of the settings, or of the delivered "No Adjustments.txt"; blank where that isn't there.
 std::string ResolveAdjustmentPath();
 
-/// What an export applies: the sections of the file, none where it can't be read.
+/// The same for an export, stored back into the settings. Nothing, told in a message box, where there is
+/// none: the export ends then.
+std::optional<std::string> TakeExportAdjustmentPath();
+
+/// What an export applies. A file that can't be read has no rules; one whose walk would not end is not
+/// usable.
 struct AdjustmentSource {
     bool usable = false;
     AdjustmentRules rules;
 };
-/// Resolves the path and stores it back into the settings. Not usable, and told in a message box, when there
-/// is no path.
-std::optional<std::string> TakeExportAdjustmentPath();
-/// Reads the file. Not usable, and told in a message box that names the section, when the walk wouldn't end.
+/// Reads the file. One that isn't usable is told in a message box that names the section: the export ends
+/// then.
 AdjustmentSource ReadExportAdjustments(std::string_view path);
 
 }  // namespace brenvik
