@@ -2,7 +2,6 @@
 #include "export/record_values.h"
 
 #include "base/failure.h"
-#include "base/letter_case.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
 
@@ -18,12 +17,6 @@ double ValueNumber(const FieldValue& value) {
     if (const auto* number = std::get_if<double>(&value)) return *number;
     if (const auto* text = std::get_if<std::string>(&value)) return StrictNumber(*text);
     throw InvalidNull();
-}
-
-bool HasField(const Recordset& records, std::string_view name) {
-    for (int field = 0; field < records.FieldCount(); ++field)
-        if (EqualsIgnoreCase(records.FieldName(field), name)) return true;
-    return false;
 }
 
 }  // namespace brenvik

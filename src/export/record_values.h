@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "session/database_port.h"
 
@@ -13,8 +12,5 @@ std::string ValueText(const FieldValue& value);
 
 /// The value as a number. Fails with 94 for null, with 13 for a text that is no number.
 double ValueNumber(const FieldValue& value);
-
-/// Whether the record set has a field of this name, the case ignored.
-bool HasField(const Recordset& records, std::string_view name);
 
 }  // namespace brenvik
