@@ -135,13 +135,6 @@ std::string Fold(std::string_view text, const std::unordered_map<char32_t, char3
     return folded;
 }
 
-bool IsAllAscii(std::string_view text) { return std::all_of(text.begin(), text.end(), IsAscii); }
-
-bool EqualsAscii(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
-}
-
 }  // namespace
 
 std::string FoldLower(std::string_view text) { return Fold(text, Tables().toLower, LowerAscii); }
@@ -149,9 +142,17 @@ std::string FoldLower(std::string_view text) { return Fold(text, Tables().toLowe
 std::string FoldUpper(std::string_view text) { return Fold(text, Tables().toUpper, UpperAscii); }
 
 bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
-    // Names and keys are mostly ASCII, and compared often.
-    if (IsAllAscii(a) && IsAllAscii(b)) return EqualsAscii(a, b);
-    return FoldLower(a) == FoldLower(b);
+    // Names and keys are mostly ASCII and mostly differ, and nothing is compared more often: the first ASCII
+    // letter that differs settles it, since no letter above ASCII has a partner in it.
+    const std::size_t shorter = std::min(a.size(), b.size());
+    std::size_t at = 0;
+    while (at < shorter && IsAscii(a[at]) && IsAscii(b[at])) {
+        if (LowerAscii(a[at]) != LowerAscii(b[at])) return false;
+        ++at;
+    }
+    if (at == shorter) return a.size() == b.size();
+    if (IsAscii(a[at]) || IsAscii(b[at])) return false;
+    return FoldLower(a.substr(at)) == FoldLower(b.substr(at));
 }
 
 bool StartsWithIgnoreCase(std::string_view text, std::string_view start) {

@@ -132,6 +132,27 @@ TEST(EqualsIgnoreCase, TellsTextsApart) {
     EXPECT_FALSE(EqualsIgnoreCase("\u00DF", "ss"));
 }
 
+TEST(EqualsIgnoreCase, GoesOnBehindLettersAboveAscii) {
+    EXPECT_TRUE(EqualsIgnoreCase("T\u00DCR Links", "t\u00FCr LINKS"));
+    EXPECT_FALSE(EqualsIgnoreCase("T\u00DCR Links", "t\u00FCr LINK"));
+    EXPECT_FALSE(EqualsIgnoreCase("T\u00DCR 1", "t\u00FCr 2"));
+}
+
+TEST(EqualsIgnoreCase, IsEqualityOfTheFoldedTextsWhateverTheBytes) {
+    std::mt19937 random(7);
+    constexpr std::string_view bytes = "aAbB@`\xC3\x9C\xBC\xC7\xE1\xBA\x80";
+    const auto text = [&] {
+        std::string made(random() % 4, ' ');
+        for (char& c : made) c = bytes[random() % bytes.size()];
+        return made;
+    };
+    for (int i = 0; i < 50000; ++i) {
+        const std::string a = text();
+        const std::string b = text();
+        ASSERT_EQ(EqualsIgnoreCase(a, b), FoldLower(a) == FoldLower(b)) << a << " " << b;
+    }
+}
+
 TEST(StartsWithIgnoreCase, LooksAtTheHead) {
     EXPECT_TRUE(StartsWithIgnoreCase("Material=Oak", "material"));
     EXPECT_TRUE(StartsWithIgnoreCase("\u00DCber", "\u00FC"));
