@@ -76,6 +76,22 @@ TEST_F(XData, TheTotalOfOneObjectIsLimited) {
     EXPECT_EQ(TextOf(*line, "LAST").size(), 200U);
 }
 
+TEST_F(XData, TheTotalIsThatAfterTheWholeCall) {
+    for (int i = 0; i < 61; ++i) SetText(*line, "K" + std::to_string(i), std::string(255, 'x'));
+    Set({1001, 1001, 1000}, {std::string("k0"), std::string("LAST"), std::string(255, 'x')});
+    EXPECT_TRUE(ValuesOf("K0").empty());
+    EXPECT_EQ(TextOf(*line, "LAST").size(), 255U);
+    SetText(*line, "last", std::string(255, 'y'));
+    EXPECT_EQ(TextOf(*line, "LAST"), std::string(255, 'y'));
+}
+
+TEST_F(XData, AnApplicationTwiceInOneCallHasTheLastItems) {
+    Set({1001, 1000, 1001, 1000}, {std::string("A"), std::string("x"), std::string("a"), std::string("y")});
+    EXPECT_EQ(ValuesOf(""), (std::vector<XDataValue>{std::string("A"), std::string("y")}));
+    Set({1001, 1000, 1001}, {std::string("A"), std::string("z"), std::string("a")});
+    EXPECT_TRUE(ValuesOf("").empty());
+}
+
 TEST_F(XData, ABlankNameGivesAllApplicationsInOrder) {
     SetText(*line, "B", "1");
     SetText(*line, "A", "2");

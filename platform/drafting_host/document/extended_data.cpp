@@ -1,7 +1,9 @@
 // Checking, merging and listing extended data.
 #include "drafting_host/document/extended_data.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <optional>
 #include <string>
@@ -115,15 +117,35 @@ void CheckBraces(const XDataOfApp& data) {
         throw host_failure::InvalidArgument("the braces in extended data of " + data.app + " don't pair");
 }
 
+std::size_t SizeOf(const XDataOfApp& app) {
+    constexpr std::size_t codeBytes = 1, applicationBytes = 9;
+    std::size_t size = applicationBytes;
+    for (const XDataItem& item : app.items) size += codeBytes + std::visit(ItemSize{}, item.value);
+    return size;
+}
+
+auto IsOfApp(std::string_view name) {
+    return [name](const XDataOfApp& app) { return EqualsIgnoreCase(app.app, name); };
+}
+
+/// What the data would take with the changes made, of which the last for an application counts. Nothing is
+/// copied for it: an Apply sets every key of every part.
+std::size_t MergedSize(const std::vector<XDataOfApp>& data, const std::vector<XDataOfApp>& changes) {
+    std::size_t size = 0;
+    for (const XDataOfApp& app : data)
+        if (std::ranges::none_of(changes, IsOfApp(app.app))) size += SizeOf(app);
+    for (auto change = changes.begin(); change != changes.end(); ++change) {
+        const bool last = std::none_of(std::next(change), changes.end(), IsOfApp(change->app));
+        if (last && !change->items.empty()) size += SizeOf(*change);
+    }
+    return size;
+}
+
 }  // namespace
 
 std::size_t XDataSize(const std::vector<XDataOfApp>& data) {
-    constexpr std::size_t codeBytes = 1, applicationBytes = 9;
     std::size_t size = 0;
-    for (const XDataOfApp& app : data) {
-        size += applicationBytes;
-        for (const XDataItem& item : app.items) size += codeBytes + std::visit(ItemSize{}, item.value);
-    }
+    for (const XDataOfApp& app : data) size += SizeOf(app);
     return size;
 }
 
@@ -149,23 +171,19 @@ std::vector<XDataOfApp> ParseXData(std::span<const std::int16_t> types, std::spa
 }
 
 void MergeXData(std::vector<XDataOfApp>& data, const std::vector<XDataOfApp>& changes) {
-    std::vector<XDataOfApp> merged = data;
+    if (MergedSize(data, changes) > xdataTotalLimit) {
+        throw host_failure::InvalidArgument("extended data of one object may take 16 kB at most");
+    }
     for (const XDataOfApp& change : changes) {
-        const auto same = std::find_if(merged.begin(), merged.end(), [&](const XDataOfApp& app) {
-            return EqualsIgnoreCase(app.app, change.app);
-        });
-        if (same == merged.end()) {
-            if (!change.items.empty()) merged.push_back(change);
+        const auto same = std::ranges::find_if(data, IsOfApp(change.app));
+        if (same == data.end()) {
+            if (!change.items.empty()) data.push_back(change);
         } else if (change.items.empty()) {
-            merged.erase(same);
+            data.erase(same);
         } else {
             same->items = change.items;
         }
     }
-    if (XDataSize(merged) > xdataTotalLimit) {
-        throw host_failure::InvalidArgument("extended data of one object may take 16 kB at most");
-    }
-    data = std::move(merged);
 }
 
 void ListXData(const std::vector<XDataOfApp>& data, std::string_view app, std::vector<std::int16_t>& types,

@@ -1,6 +1,8 @@
 // The operations that all entities share, and the rules of life and locks that guard them.
 #include "drafting_host/document/host_entity.h"
 
+#include <algorithm>
+
 #include "base/handle_text.h"
 #include "base/letter_case.h"
 #include "drafting_host/document/extended_data.h"
@@ -44,11 +46,13 @@ void HostEntity::GetXData(std::string_view appName, std::vector<std::int16_t>& t
 
 void HostEntity::SetXData(std::span<const std::int16_t> types, std::span<const XDataValue> values) {
     RequireChangeable();
-    std::vector<XDataOfApp> changes = ParseXData(types, values);
-    std::vector<XDataOfApp> merged = mXData;
-    MergeXData(merged, changes);
-    for (XDataOfApp& app : merged) app.app = Document().RegisterApplication(app.app);
-    mXData = std::move(merged);
+    const std::vector<XDataOfApp> changes = ParseXData(types, values);
+    MergeXData(mXData, changes);
+    for (XDataOfApp& app : mXData) {
+        const bool set = std::ranges::any_of(
+            changes, [&](const XDataOfApp& change) { return EqualsIgnoreCase(change.app, app.app); });
+        if (set) app.app = Document().RegisterApplication(app.app);
+    }
 }
 
 void HostEntity::Delete() {
