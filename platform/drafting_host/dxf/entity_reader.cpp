@@ -131,7 +131,7 @@ void EntityReader::EndOpenPolyline(std::size_t line) {
 
 std::string EntityReader::DropOpenPolyline() {
     if (!mPolyline) return {};
-    const std::string dropped = "the POLYLINE of line " + std::to_string(mPolyline->line);
+    std::string dropped = "the POLYLINE of line " + std::to_string(mPolyline->line);
     mPolyline.reset();
     return dropped;
 }

@@ -137,7 +137,7 @@ std::string DegreesText(double radians) {
         return read && RadiansOfDegrees(*read) == radians;
     };
     for (const int digits : {15, 16, 17}) {
-        const std::string text = TextWithDigits(static_cast<double>(degrees), digits);
+        std::string text = TextWithDigits(static_cast<double>(degrees), digits);
         if (isRight(text)) return text;
     }
     return LongText(degrees);
