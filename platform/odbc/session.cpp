@@ -15,7 +15,9 @@ constexpr std::uintptr_t loginSeconds = 15;
 constexpr std::uintptr_t statementSeconds = 30;
 
 // The manager takes a number in the place of a pointer.
-SQLPOINTER NumberValue(std::uintptr_t number) { return reinterpret_cast<SQLPOINTER>(number); }
+SQLPOINTER NumberValue(std::uintptr_t number) {
+    return reinterpret_cast<SQLPOINTER>(number);  // NOLINT(performance-no-int-to-ptr)
+}
 
 }  // namespace
 
