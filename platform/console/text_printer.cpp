@@ -67,6 +67,9 @@ std::string RuleOf(const std::vector<TextColumn>& columns, std::string_view betw
     return line + "\n";
 }
 
+/// As printers have it that are out of paper or out of reach.
+Failure PrinterError() { return Failure(482, std::string(ownSource), "Printer error"); }
+
 }  // namespace
 
 std::string GridAsText(const GridControl& grid, const PrintJob& job) {
@@ -96,6 +99,7 @@ void TextPrinter::PrintGrid(const GridControl& grid, const PrintJob& job) {
     const std::string text = GridAsText(grid, job);
     if (output != nullptr) {
         *output << text << std::flush;
+        if (!*output) throw PrinterError();
         return;
     }
     // Beside the file first, so that a full disk doesn't cost the list that was printed before.

@@ -21,7 +21,8 @@ class TextPrinter : public PrintPort {
     /// Prints into a file; each job replaces the one before.
     explicit TextPrinter(std::filesystem::path outputFile) : file(std::move(outputFile)) {}
 
-    /// Fails with 75 when the file can't be written; then the file of an earlier job stands as it was.
+    /// Fails with 75 when the file can't be written; then the file of an earlier job stands as it was. Fails
+    /// with 482 when the stream takes no more.
     void PrintGrid(const GridControl& grid, const PrintJob& job) override;
 
   private:

@@ -80,6 +80,18 @@ TEST_F(PrintedGrid, GoesToAStream) {
     EXPECT_EQ(stream.str(), GridAsText(grid, job));
 }
 
+TEST_F(PrintedGrid, FailsOnAStreamThatTakesNoMore) {
+    std::ostringstream stream;
+    stream.setstate(std::ios::badbit);
+    try {
+        TextPrinter(stream).PrintGrid(grid, job);
+        FAIL() << "nothing was printed";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.number(), 482);
+        EXPECT_EQ(failure.description(), "Printer error");
+    }
+}
+
 TEST_F(PrintedGrid, GoesIntoAFileInPlaceOfTheJobBefore) {
     const std::filesystem::path file = std::filesystem::path(testing::TempDir()) / "printed_grid_test.txt";
     TextPrinter printer(file);

@@ -253,6 +253,8 @@ TEST_F(ApplyToDrawing, EnablesThemAgainWhenItFails) {
 
 TEST_F(ApplyToDrawing, OfAnEmptyListWritesNothing) {
     Main().Load();
+    // Nothing to write needs no drawing either.
+    TheSession().AcadDoc = nullptr;
     Main().Apply();
     Main().applyClose();
     EXPECT_FALSE(Main().Loaded());

@@ -160,6 +160,14 @@ TEST_F(MainForm, GridFollowsALargeForm) {
     EXPECT_EQ(Form().gridHeight, 6185 - Form().gridTop - 50);
 }
 
+TEST_F(MainForm, GridFollowsASavedSizeFromTheStart) {
+    system.settings.Set("DialogWidth", "15000");
+    system.settings.Set("DialogHeight", "9000");
+    Form().Load();
+    EXPECT_EQ(Form().gridWidth, 15000);
+    EXPECT_EQ(Form().gridHeight, 9000 - Form().gridTop - 50);
+}
+
 TEST_F(MainForm, GridKeepsItsSizeOnASmallOrMinimisedForm) {
     Form().Load();
     const double width = Form().gridWidth, height = Form().gridHeight;
