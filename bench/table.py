@@ -1,27 +1,47 @@
-"""Prints what a run of bench_scan_read tells as one small table: solids per second, the ratio to the
-modeller's own reader, and how the cost of one solid grows with the job. Reads the run's JSON from a file."""
+"""Prints what runs of the benchmarks tell as small tables: rates, how the cost of one item grows with the job,
+and for reading the ratio to the modeller's own reader. Reads the runs' JSON from files."""
 
 import json
 import sys
 
-COLUMNS = [
+SCAN_COLUMNS = [
     ("ReadDxfJob", "read DXF"),
     ("ReadStepJob", "read STEP"),
     ("ReadStepBare", "bare STEP"),
     ("FirstScanJob", "first scan"),
     ("ScanJob", "scan again"),
 ]
+GRID_COLUMNS = [
+    ("LoadList", "load"),
+    ("SortList", "sort"),
+    ("GroupList", "group"),
+    ("FilterList", "filter"),
+    ("CopyMaterial", "copy"),
+    ("CopyLetters", "copy letters"),
+    ("NumberParts", "numbers"),
+    ("ApplyToDrawing", "apply"),
+]
+CSV_COLUMNS = [("ExportList", "CSV")]
+
+# Each table: what is counted, its columns, the size of a job, and what else jobs differ by.
+TABLES = [
+    ("solids", SCAN_COLUMNS, "solids", ["holes"]),
+    ("grid rows", GRID_COLUMNS, "rows", []),
+    ("rows to CSV", CSV_COLUMNS, "rows", ["adjustments", "fractions"]),
+]
 
 
-def solids_per_second(report):
-    """Rates by (benchmark, solids, holes)."""
+def rates_of(reports):
+    """Items per second by benchmark and then by arguments, as sorted pairs."""
     rates = {}
-    for run in report["benchmarks"]:
-        if "items_per_second" not in run:
-            continue
-        name, *arguments = run["name"].split("/")
-        values = dict(argument.split(":") for argument in arguments if ":" in argument)
-        rates[name, int(values["solids"]), int(values["holes"])] = run["items_per_second"]
+    for report in reports:
+        for run in report["benchmarks"]:
+            if "items_per_second" not in run:
+                continue
+            name, *arguments = run["name"].split("/")
+            values = dict(argument.split(":") for argument in arguments if ":" in argument)
+            key = tuple(sorted((argument, int(value)) for argument, value in values.items()))
+            rates.setdefault(name, {})[key] = run["items_per_second"]
     return rates
 
 
@@ -33,33 +53,49 @@ def ratio(part, whole):
     return part / whole if part is not None and whole else None
 
 
-def print_rates(rates):
-    print("solids per second")
-    heads = ["solids", "holes"] + [caption for _, caption in COLUMNS] + ["STEP to bare"]
-    print("  ".join(head.rjust(12) for head in heads))
-    for solids, holes in sorted({key[1:] for key in rates}):
-        row = [rates.get((name, solids, holes)) for name, _ in COLUMNS]
-        row.append(ratio(rates.get(("ReadStepJob", solids, holes)), rates.get(("ReadStepBare", solids, holes))))
-        print("  ".join(text.rjust(12) for text in [str(solids), str(holes)] + [cell(value) for value in row]))
+def print_line(cells):
+    print("  ".join(text.rjust(12) for text in cells))
 
 
-def print_growth(rates):
-    sizes = sorted({key[1] for key in rates})
-    if len(sizes) < 2:
-        return
-    small, large = sizes[0], sizes[-1]
-    print(f"\ncost of one solid in a job of {large}, as a multiple of one in a job of {small}")
-    print("  ".join(head.rjust(12) for head in ["holes"] + [caption for _, caption in COLUMNS]))
-    for holes in sorted({key[2] for key in rates}):
-        row = [ratio(rates.get((name, small, holes)), rates.get((name, large, holes))) for name, _ in COLUMNS]
-        print("  ".join(text.rjust(12) for text in [str(holes)] + [cell(value) for value in row]))
+def print_rates(rates, columns, arguments, jobs):
+    # Only a table of reading has a reader to be held against.
+    to_bare = "ReadStepBare" in dict(columns)
+    print_line(arguments + [caption for _, caption in columns] + (["STEP to bare"] if to_bare else []))
+    for job in jobs:
+        key = tuple(sorted(zip(arguments, job)))
+        row = [rates.get(name, {}).get(key) for name, _ in columns]
+        if to_bare:
+            row.append(ratio(rates.get("ReadStepJob", {}).get(key), rates.get("ReadStepBare", {}).get(key)))
+        print_line([str(value) for value in job] + [cell(value) for value in row])
+
+
+def print_growth(rates, columns, what, arguments, jobs):
+    sizes = sorted({job[0] for job in jobs})
+    for small, large in zip(sizes, sizes[1:]):
+        print(f"cost of one of the {what} in a job of {large}, as a multiple of one in a job of {small}")
+        print_line(arguments[1:] + [caption for _, caption in columns])
+        for others in sorted({job[1:] for job in jobs}):
+            keys = [tuple(sorted(zip(arguments, (size, *others)))) for size in (small, large)]
+            row = [ratio(*(rates.get(name, {}).get(key) for key in keys)) for name, _ in columns]
+            print_line([str(value) for value in others] + [cell(value) for value in row])
 
 
 def main():
-    with open(sys.argv[1], encoding="utf-8") as file:
-        rates = solids_per_second(json.load(file))
-    print_rates(rates)
-    print_growth(rates)
+    reports = []
+    for path in sys.argv[1:]:
+        with open(path, encoding="utf-8") as file:
+            reports.append(json.load(file))
+    rates = rates_of(reports)
+    for what, columns, size, others in TABLES:
+        arguments = [size, *others]
+        keys = {key for name, _ in columns for key in rates.get(name, {})}
+        jobs = sorted(tuple(dict(key)[argument] for argument in arguments) for key in keys)
+        if not jobs:
+            continue
+        print(f"{what} per second")
+        print_rates(rates, columns, arguments, jobs)
+        print_growth(rates, columns, what, arguments, jobs)
+        print()
 
 
 if __name__ == "__main__":

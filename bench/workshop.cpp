@@ -9,6 +9,7 @@
 #include "file_roots/whole_file.h"
 #include "forms/form.h"
 #include "forms/grid_control.h"
+#include "grid/frm_main.h"
 #include "session/brenvik_class.h"
 #include "session/session.h"
 #include "settings/settings_store.h"
@@ -23,11 +24,13 @@ std::filesystem::path NewHome() {
 
 }  // namespace
 
-Workshop::Workshop()
+Workshop::Workshop(std::ostream& told)
     : mHome(NewHome()),
       mFiles(mHome),
       mSettings(mHome / "settings.txt", WriteWholeFile),
-      mDatabase([this](std::string_view path) { return mFiles.Resolve(path); }) {
+      mDatabase([this](std::string_view path) { return mFiles.Resolve(path); }),
+      mDialogs(told),
+      mShell(told) {
     Platform platform;
     platform.dialogs = &mDialogs;
     platform.settings = &mSettings;
@@ -62,13 +65,22 @@ int Workshop::SelectSolids() {
 
 int Workshop::Scan() {
     int rows = 0;
-    mDialogs.whileOpen = [&rows](Form& form) {
-        if (const Recordset* records = form.Get<DataControl>("Adodc1").Records())
-            rows = records->RecordCount();
-    };
+    WithList([&rows](frmMain& form) {
+        if (const Recordset* records = form.Adodc1.Records()) rows = records->RecordCount();
+    });
+    return rows;
+}
+
+void Workshop::WithList(const std::function<void(frmMain&)>& work) {
+    mDialogs.whileOpen = [&work](Form& form) { work(dynamic_cast<frmMain&>(form)); };
     cBrenvik().Show(mHost);
     mDialogs.whileOpen = nullptr;
-    return rows;
+}
+
+std::string Workshop::InstallFile(std::string_view name, std::string_view text) {
+    std::string path = mFiles.InstallFolder() + "\\" + std::string(name);
+    mFiles.WriteFile(path, text);
+    return path;
 }
 
 }  // namespace brenvik::bench

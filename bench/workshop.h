@@ -2,7 +2,10 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <iostream>
+#include <string>
+#include <string_view>
 
 #include "console/console_dialogs.h"
 #include "console/console_shell.h"
@@ -11,11 +14,16 @@
 #include "part_table/sqlite_database.h"
 #include "settings_store/text_settings.h"
 
+namespace brenvik {
+class frmMain;
+}
+
 namespace brenvik::bench {
 
 class Workshop {
   public:
-    Workshop();
+    /// Message boxes are told on `told`, which has to outlive the workshop.
+    explicit Workshop(std::ostream& told = std::cerr);
     ~Workshop();
     Workshop(const Workshop&) = delete;
     Workshop& operator=(const Workshop&) = delete;
@@ -25,6 +33,10 @@ class Workshop {
     /// Opens the grid form, which measures the selection into the part table, and closes it; how many
     /// rows the list had.
     int Scan();
+    /// The same with something to do while the form is open.
+    void WithList(const std::function<void(frmMain&)>& work);
+    /// Puts a file into the installed folder; its path as the system writes it.
+    std::string InstallFile(std::string_view name, std::string_view text);
 
     HostApplication& Host() { return mHost; }
 
@@ -33,8 +45,8 @@ class Workshop {
     FileRoots mFiles;
     TextSettings mSettings;
     SqliteDatabase mDatabase;
-    ConsoleDialogs mDialogs{std::cerr};
-    ConsoleShell mShell{std::cerr};
+    ConsoleDialogs mDialogs;
+    ConsoleShell mShell;
     HostApplication mHost;
 };
 
