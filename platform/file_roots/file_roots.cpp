@@ -110,6 +110,18 @@ fs::path FileRoots::Resolve(std::string_view systemPath) const {
     return place;
 }
 
+fs::path FileRoots::ResolveToWrite(std::string_view systemPath) const {
+    const SystemPath parsed = ParseSystemPath(systemPath);
+    // A drive's root is always there for whoever writes to it, in a new home too. Folders in it are not.
+    if (parsed.drive != 0) {
+        const fs::path root = RootOf(parsed, mHome);
+        std::error_code error;
+        fs::create_directories(root, error);
+        if (error && !fs::is_directory(root)) throw FromError(error, root);
+    }
+    return Resolve(systemPath);
+}
+
 std::string FileRoots::InstallFolder() { return TextFromPath(mHome); }
 
 bool FileRoots::FileExists(std::string_view path) {
@@ -134,7 +146,8 @@ void FileRoots::RemoveFile(std::string_view path) {
 }
 
 void FileRoots::CopyFileOver(std::string_view from, std::string_view to) {
-    WriteWholeFile(Resolve(to), ReadWhole(Resolve(from)));
+    const std::string content = ReadWhole(Resolve(from));
+    WriteWholeFile(ResolveToWrite(to), content);
 }
 
 void FileRoots::MakeFolder(std::string_view path) {
@@ -169,7 +182,7 @@ std::vector<std::string> FileRoots::ListFiles(std::string_view folder, std::stri
 std::string FileRoots::ReadFile(std::string_view path) { return ReadWhole(Resolve(path)); }
 
 void FileRoots::WriteFile(std::string_view path, std::string_view content) {
-    WriteWholeFile(Resolve(path), content);
+    WriteWholeFile(ResolveToWrite(path), content);
 }
 
 std::string_view FileRoots::LineEnd() const { return TextLineEnd(); }

@@ -14,10 +14,10 @@ namespace brenvik {
 
 /// Files under a home folder, which is the folder of the installed system.
 ///
-/// "c:\BV-DXF\x.dxf" lies at <home>/drive_c/BV-DXF/x.dxf where there are no drive letters. A path that
-/// begins with a separator is one of the machine itself, any other one is relative to the current folder.
-/// Each name of a path is taken as it stands if it exists so, else in whatever case it exists (the first
-/// in byte order), else as it stands.
+/// "c:\BV-DXF\x.dxf" lies at <home>/drive_c/BV-DXF/x.dxf where there are no drive letters; the root of a
+/// drive is made when a file is written. A path that begins with a separator is one of the machine itself,
+/// any other one is relative to the current folder. Each name of a path is taken as it stands if it exists
+/// so, else in whatever case it exists (the first in byte order), else as it stands.
 ///
 /// Failures carry the usual numbers (52, 53, 61, 70, 75, 76) and the real path as their detail.
 class FileRoots : public FilesPort {
@@ -52,6 +52,9 @@ class FileRoots : public FilesPort {
         std::vector<std::string> names;
         std::filesystem::path folder;
     };
+
+    /// The same for a file that is going to be written: a drive that isn't there yet is made.
+    std::filesystem::path ResolveToWrite(std::string_view systemPath) const;
 
     std::filesystem::path mHome;
     std::vector<Mapping> mMappings;

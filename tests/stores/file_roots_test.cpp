@@ -88,6 +88,43 @@ TEST_F(SystemFiles, WrittenFileReadsBackAsItIs) {
     EXPECT_EQ(files.ListFiles("c:\\BV-DXF", "*").size(), 1U) << "one name in two cases is one file";
 }
 
+TEST_F(SystemFiles, RootOfADriveIsThereForWhateverIsWrittenToIt) {
+    files.WriteFile("c:\\list.csv", "QTY\n");
+    EXPECT_EQ(files.ReadFile("C:\\LIST.CSV"), "QTY\n");
+    EXPECT_TRUE(fs::is_regular_file(home / "drive_c/list.csv"));
+    files.CopyFileOver("c:\\list.csv", "d:\\copy.csv");
+    EXPECT_TRUE(fs::is_regular_file(home / "drive_d/copy.csv"));
+}
+
+TEST_F(SystemFiles, FolderOfADriveIsNotMadeByWriting) {
+    EXPECT_EQ(FailureOf([&] { files.WriteFile("c:\\gone\\list.csv", "x"); }).number(),
+              failure_number::pathNotFound);
+    EXPECT_FALSE(fs::exists(home / "drive_c/gone"));
+}
+
+TEST_F(SystemFiles, ReadingMakesNoDrive) {
+    EXPECT_FALSE(files.FileExists("c:\\list.csv"));
+    EXPECT_EQ(FailureOf([&] { files.ReadFile("c:\\list.csv"); }).number(), failure_number::pathNotFound);
+    EXPECT_EQ(FailureOf([&] { files.CopyFileOver("c:\\a", "d:\\b"); }).number(),
+              failure_number::pathNotFound);
+    EXPECT_FALSE(fs::exists(home));
+}
+
+TEST_F(SystemFiles, DriveThatCantBeMadeIsTold) {
+    Put(home / "drive_c", "a file where the drive should be");
+    const Failure failure = FailureOf([&] { files.WriteFile("c:\\list.csv", "x"); });
+    EXPECT_EQ(failure.number(), failure_number::pathNotFound);
+    EXPECT_EQ(failure.detail(), (home / "drive_c").string());
+}
+
+TEST_F(SystemFiles, LinesEndAsThePlatformsTextFilesDo) {
+#ifdef _WIN32
+    EXPECT_EQ(files.LineEnd(), "\r\n");
+#else
+    EXPECT_EQ(files.LineEnd(), "\n");
+#endif
+}
+
 TEST_F(SystemFiles, FoldersAreMadeWithThoseAboveThem) {
     files.MakeFolder("c:\\a\\b\\c");
     files.MakeFolder("c:\\A\\B");
