@@ -117,7 +117,8 @@ TEST_F(ApplyToDrawing, RefusesWhileGroupedAndWorksAfterwards) {
     EXPECT_TRUE(Main().Loaded());
     EXPECT_TRUE(Solid(0).writes.empty());
     EXPECT_EQ(system.Document().modelSpace.walks, 0);
-    TheSession().GroupFields.clear();
+    // Blanks name no field.
+    TheSession().GroupFields = "  ";
     PressKey("APPLY_DRAWING");
     EXPECT_FALSE(Solid(0).writes.empty());
 }

@@ -73,6 +73,18 @@ TEST_F(CellEditing, LettersThatNameNoSizesAreRefusedAndTheSizesGoBlank) {
     }
 }
 
+TEST_F(CellEditing, SizesThatCannotBeSavedAreToldOnceAndTheRowShowsTheTableAgain) {
+    system.AddSolid("A", 18, 600, 400);
+    Main().Load();
+    system.database.failures.emplace_back("UPDATE bv_thickness", Failure(-5, "FakeDatabase", "Disk full"));
+    system.dialogs.onMessage = [&] { EXPECT_FALSE(Grid().reDraw) << "the sizes are written unseen"; };
+    Grid().UserEdit(OrieColumn, 1, "LWT");
+    EXPECT_EQ(system.Messages(), Texts{"-5\r\nFakeDatabase\r\nDisk full"});
+    EXPECT_EQ(Cell(OrieColumn, 1), "");
+    EXPECT_EQ(Sizes(1), "0 0 0");
+    EXPECT_TRUE(Grid().reDraw);
+}
+
 TEST_F(CellEditing, LettersCanBeGivenAfterARefusal) {
     system.AddSolid("A", 18, 600, 400);
     Main().Load();

@@ -168,6 +168,24 @@ TEST_F(QuickCopyWork, OfLettersGivesEachRowItsSizes) {
     EXPECT_FALSE(Grid().Changed(6, 3));
 }
 
+TEST_F(QuickCopyWork, ShowsTheHourglassAndPaintsNothingMeanwhile) {
+    LoadThree();
+    Grid().UserEdit(9, 1, "LWT");
+    Box("chkLWT").SetValue(1);
+    system.database.failures.emplace_back("UPDATE bv_width", Failure(-5, "FakeDatabase", "Disk full"));
+    bool looked = false;
+    system.dialogs.onMessage = [&] {
+        looked = true;
+        EXPECT_EQ(Main().mousePointer, MousePointer::Hourglass);
+        EXPECT_FALSE(Grid().reDraw);
+    };
+    Main().QCopy();
+    EXPECT_TRUE(looked);
+    EXPECT_EQ(system.Messages(), Texts{"-5\r\nFakeDatabase\r\nDisk full"});
+    EXPECT_EQ(Main().mousePointer, MousePointer::Normal);
+    EXPECT_TRUE(Grid().reDraw);
+}
+
 TEST_F(QuickCopyWork, LeavesLettersOutThatNameNoSizesAndCopiesTheRest) {
     system.AddSolid("A", 18, 600, 400).data["MATERIAL"] = "Oak";
     AddApplied("B", "LWT", 16, 500, 300);
@@ -276,6 +294,7 @@ TEST_F(AutoPN, RefusesAGroupedList) {
 TEST_F(AutoPN, ShowsTheTableAgainWhereItCannotBeSaved) {
     LoadThree();
     system.database.failures.emplace_back("UPDATE bv_pn", Failure(-5, "FakeDatabase", "Disk full"));
+    system.dialogs.onMessage = [&] { EXPECT_FALSE(Grid().reDraw); };
     Press();
     EXPECT_EQ(system.Messages(), Texts{"-5\r\nFakeDatabase\r\nDisk full"});
     EXPECT_EQ(Cell(16, 1), "");
