@@ -30,6 +30,7 @@ Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, Measure
       files(home),
       settings(home / settingsFileName, WriteWholeFile),
       database([this](std::string_view path) { return files.Resolve(path); }),
+      exportDatabases([this](std::string_view path) { return files.Resolve(path); }),
       shell(std::cerr),
       printer(std::cout),
       host(WriteWholeFile),
@@ -48,6 +49,7 @@ void Workplace::Load(DialogPort& dialogs) {
     platform.dialogs = &dialogs;
     platform.settings = &settings;
     platform.database = &database;
+    platform.exportDatabases = &exportDatabases;
     platform.files = &files;
     platform.measuring = &host;
     platform.shell = &shell;

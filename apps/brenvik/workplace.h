@@ -8,6 +8,7 @@
 #include "console/text_printer.h"
 #include "drafting_host/document/host_application.h"
 #include "file_roots/file_roots.h"
+#include "odbc/odbc_database.h"
 #include "part_table/sqlite_database.h"
 #include "settings/settings_store.h"
 #include "settings_store/text_settings.h"
@@ -29,6 +30,7 @@ class Workplace {
     FileRoots files;
     TextSettings settings;
     SqliteDatabase database;
+    OdbcDatabase exportDatabases;
     ConsoleShell shell;
     TextPrinter printer;
     HostApplication host;
