@@ -12,7 +12,7 @@
 #include "journal/journal_parser.h"
 #include "journal/journal_player.h"
 #include "journal_prompts.h"
-#include "session/brenvik_class.h"
+#include "run_transcript.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -22,6 +22,7 @@ namespace {
 struct RunOptions {
     DrawingOptions drawing;
     std::string journal;
+    std::string transcript;
 };
 
 std::vector<JournalStep> ReadJournal(const std::string& name) {
@@ -38,39 +39,53 @@ std::vector<JournalStep> ReadJournal(const std::string& name) {
     }
 }
 
-JournalWorld WorldOf(Workplace& workplace, HostDocument& document) {
+JournalWorld WorldOf(Workplace& workplace, HostDocument& document, std::ostream& transcript) {
     JournalWorld world;
     world.host = &workplace.host;
     world.settings = &workplace.settings;
     world.files = &workplace.files;
     world.select = [&document](const std::vector<std::string>& handles) { SelectHandles(document, handles); };
     world.callCommand = [&workplace](std::string_view method) {
-        return cBrenvik().Call(method, workplace.host);
+        return workplace.typedCommands.Call(method);
     };
     world.output = &std::cout;
-    world.transcript = &std::cerr;
+    world.transcript = &transcript;
     return world;
+}
+
+/// Plays the journal on the open drawing. Throws CommandError where a step fails.
+void Play(const RunOptions& options, std::vector<JournalStep> steps, Workplace& workplace,
+          JournalDialogs& dialogs, RunTranscript& transcript) {
+    HostDocument& document = *workplace.host.Active();
+    workplace.host.SetTranscript(
+        [&](std::string_view line) { transcript.TellHostLine(line, !workplace.typedCommands.AtWork()); });
+    try {
+        JournalPlayer(std::move(steps), dialogs, WorldOf(workplace, document, transcript.Stream())).Play();
+    } catch (const JournalFailure& failure) {
+        throw CommandError(ExitStatus::Incomplete, options.journal + ": " + failure.what());
+    }
+    if (workplace.typedCommands.Line().Busy(document))
+        transcript.Stream() << "the journal ended while the host's command line asked: "
+                            << workplace.typedCommands.Line().Prompt(document) << '\n';
 }
 
 ExitStatus Run(const std::string& home, const RunOptions& options) {
     if (!options.drawing.save.empty()) RequireWritableFormat(options.drawing.save);
     Teller teller(options.drawing.quiet);
     std::vector<JournalStep> steps = ReadJournal(options.journal);
-    JournalDialogs dialogs(std::cerr);
+    RunTranscript transcript(options.transcript, options.drawing.quiet);
+    JournalDialogs dialogs(transcript.Stream());
+    JournalPrompts prompts(dialogs, transcript.Stream());
     Workplace workplace(home, dialogs);
+    workplace.host.SetPrompts(&prompts);
     HostDocument& document = OpenInput(workplace.host, options.drawing, teller);
     SelectForCommand(document, options.drawing);
     teller.Wipe();
     const std::size_t notes = document.Notes().size();
-    JournalPrompts prompts(dialogs, std::cerr);
-    workplace.host.SetPrompts(&prompts);
-    try {
-        JournalPlayer(std::move(steps), dialogs, WorldOf(workplace, document)).Play();
-    } catch (const JournalFailure& failure) {
-        throw CommandError(ExitStatus::Incomplete, options.journal + ": " + failure.what());
-    }
+    Play(options, std::move(steps), workplace, dialogs, transcript);
     TellNotesSince(notes, document, options.drawing.drawing, teller);
     if (!options.drawing.save.empty()) SaveOutput(document, options.drawing.save, teller);
+    if (!transcript.Written()) teller.Loss(options.transcript + ": the transcript can't be written");
     return teller.Status();
 }
 
@@ -83,6 +98,10 @@ void AddRunCommand(CommandLine& line) {
     options->drawing.AddDrawing(command);
     command.add_option("--journal", options->journal, "The journal: a text file, a step per line")
         ->required();
+    command
+        .add_option("--transcript", options->transcript,
+                    "Write down here what the run tells, with all that goes over the host's command line")
+        ->type_name("FILE");
     options->drawing.AddSelect(command);
     options->drawing.AddLetters(command);
     options->drawing.AddSave(command);

@@ -1,0 +1,104 @@
+// Journals that type on the host's command line: what is told of it, and where it is written down.
+#include "program.h"
+
+namespace brenvik::cli_test {
+namespace {
+
+class HostLine : public ProgramTest {
+  protected:
+    Outcome Play(const std::string& text, const std::vector<std::string>& more = {}) const {
+        Write("a.journal", text);
+        std::vector<std::string> words{"run", ShippedSample().string(), "--journal", "a.journal"};
+        words.insert(words.end(), more.begin(), more.end());
+        return Run(words);
+    }
+    static constexpr const char* erased =
+        "Command: erase\n"
+        "Select objects: (handent \"152\")\n"
+        "1 found, 1 in all.\n"
+        "Select objects:\n";
+};
+
+TEST_F(HostLine, IsToldOnStandardError) {
+    const Outcome outcome = Play("host \"erase (handent \\\"152\\\")  \"\nhost \"glue \"\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.errors, std::string(erased) + "Command: glue\nUnknown command \"GLUE\".\n");
+}
+
+TEST_F(HostLine, IsLeftOutWhenQuiet) {
+    const Outcome outcome = Play("host \"erase (handent \\\"152\\\")  \"\n", {"--quiet"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "");
+}
+
+TEST_F(HostLine, GoesToTheTranscriptWithTheMessageBoxes) {
+    const Outcome outcome =
+        Play("host \"erase (handent \\\"152\\\")  bvmove \"\n", {"--transcript", "told.txt"});
+    EXPECT_EQ(outcome.status, 0);
+    const std::string box = "[Brenvik] BVMove is not available in this build.\n";
+    EXPECT_EQ(outcome.errors, box);
+    EXPECT_EQ(Read("told.txt"), erased + ("Command: bvmove\n" + box));
+}
+
+TEST_F(HostLine, ATranscriptIsKeptOfAJournalThatFails) {
+    const Outcome outcome = Play("host \"regen \"\nexpect form frmMain\n", {"--transcript", "told.txt"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(Read("told.txt").rfind("Command: regen\n", 0), 0u) << Read("told.txt");
+}
+
+TEST_F(HostLine, ATranscriptThatCannotBeWrittenEndsTheRunBeforeItsFirstStep) {
+    const Outcome outcome = Play("save \"saved.dxf\"\n", {"--transcript", "none/told.txt"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors, "brenvik: none/told.txt: the transcript can't be written\n");
+    EXPECT_FALSE(Exists("saved.dxf"));
+}
+
+TEST_F(HostLine, ACommandLeftWaitingIsTold) {
+    const Outcome outcome = Play("host \"erase (handent \\\"152\\\") \"\n", {"--quiet"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "the journal ended while the host's command line asked: Select objects:\n");
+}
+
+TEST_F(HostLine, IsNotForTypingWhileAFormIsOpen) {
+    const Outcome outcome = Play("command Show\nhost \"erase all  \"\n", {"--quiet"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors,
+              "brenvik: a.journal: line 2: host \"erase all  \": expected no open form, found the form "
+              "frmMain\n");
+}
+
+TEST_F(HostLine, ErasedSolidsLeaveTheListAndTheSavedDrawing) {
+    const Outcome outcome = Play(
+        "host \"erase (handent \\\"152\\\")  \"\n"
+        "select all\n"
+        "command Show\n"
+        "  expect rows fpSpread1 15\n"
+        "  expect cell fpSpread1 7 \"Part Name\" \"Door\"\n"
+        "  press tbMain.APPLY_CLOSE\n"
+        "expect no message\n",
+        {"--quiet", "--save", "rest.dxf"});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    const std::string list = Run({"list", "rest.dxf", "--format", "csv"}).output;
+    EXPECT_EQ(list.find(",Back,"), std::string::npos) << list;
+    EXPECT_NE(list.find(",Door,"), std::string::npos) << list;
+}
+
+TEST_F(HostLine, OpensTheFormsOfTheSystemForTheStepsBehindIt) {
+    const Outcome outcome = Play(
+        "select 156\n"
+        "host \"BRENVIK \"\n"
+        "  expect form frmMain\n"
+        "  expect rows fpSpread1 1\n"
+        "  close\n"
+        "host \"bset \"\n"
+        "  expect form frmSettings\n"
+        "  close\n"
+        "expect no form\n",
+        {"--quiet"});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(outcome.errors, "");
+}
+
+}  // namespace
+}  // namespace brenvik::cli_test
