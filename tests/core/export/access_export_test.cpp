@@ -96,6 +96,21 @@ TEST_F(AccessTarget, AsksForTheLoginUntilThePasswordIsRight) {
     EXPECT_EQ(loginsSeen.size(), 2U) << "the login is held";
 }
 
+TEST_F(AccessTarget, IsLoggedInToAnewByTheNextDialog) {
+    Protect("secret");
+    TypePasswords({"secret"});
+    Form().populateTableList();
+    Form().Unload();
+    Open().txtExportAccess.SetText("C:\\shop.mdb");
+    EXPECT_FALSE(Form().connectFailed);
+    Form().populateTableList();
+    EXPECT_EQ(loginsSeen, (Texts{"Admin/", "Admin/"}));
+    EXPECT_TRUE(Form().connectFailed) << "the user gave up";
+    Form().Unload();
+    Open();
+    EXPECT_FALSE(Form().connectFailed);
+}
+
 TEST_F(AccessTarget, GivesUpWhenTheUserDoes) {
     Protect("secret");
     TypePasswords({"wrong"});
@@ -201,6 +216,36 @@ TEST_F(AccessTarget, TakesOneStatementForEachPart) {
     EXPECT_TRUE(Form().exportEnded);
     EXPECT_EQ(target.openConnections, 0);
     EXPECT_EQ(Form().mousePointer, MousePointer::Normal);
+    ExpectReaderClosed();
+}
+
+TEST_F(AccessTarget, IsWrittenUnderTheHourglass) {
+    database.parts = {Board("Door", 1, 2, 3)};
+    target.onExecute = [this](const std::string&) {
+        EXPECT_EQ(Form().mousePointer, MousePointer::Hourglass);
+    };
+    Map("Part Name", "bv_partname", "Name");
+    Export();
+    EXPECT_EQ(target.executed.size(), 1U);
+}
+
+TEST_F(AccessTarget, ShowsTheFieldsOfTheTableChosenLast) {
+    target.tables = {"Parts", "Other"};
+    Form().populateTableList();
+    Choose(Form().cboAccessTable, "Parts");
+    target.fields = {{"Code", 202}};
+    Choose(Form().cboAccessTable, "Other");
+    EXPECT_EQ(Form().cboAccessTableList.Items(), Texts{"Code"});
+    EXPECT_EQ(Form().cboAccessFieldTypes.Items(), Texts{"202"});
+}
+
+TEST_F(AccessTarget, ThatCantBeReachedShowsNoMapping) {
+    Form().populateTableList();
+    Choose(Form().cboAccessTable, "Parts");
+    target.onOpen = [](const std::string&) { throw Failure(-1, "ODBC", "locked"); };
+    Choose(Form().cboAccessTable, "Parts");
+    EXPECT_EQ(Messages(), Texts{"locked"});
+    EXPECT_FALSE(Any("fraExistingAccess").visible);
 }
 
 TEST_F(AccessTarget, TakesAdjustedSizesAndFractions) {

@@ -34,6 +34,7 @@ class CsvFile : public ExportTest {
         EXPECT_FALSE(Form().Loaded());
         EXPECT_TRUE(Form().exportEnded);
         EXPECT_EQ(Form().mousePointer, MousePointer::Normal);
+        ExpectReaderClosed();
     }
     /// The dialog is open, nothing was written, and nothing said that it was.
     void ExpectAborted() {
@@ -68,6 +69,22 @@ TEST_F(CsvFile, OfTheStandardColumnsHasEveryPart) {
                   "7,1,Door,Base,400,600.5,19.05,Oak,n,u1,u2,3.50,e1,e2,e3,e4,f,0,19 1/16 Oak,19.05 Oak\n"
                   ",1,Türseite,,0.125,18,1E-05,Oak,,,,,,,,,,0, Oak,0 Oak\n");
     ExpectDone();
+}
+
+TEST_F(CsvFile, IsWrittenUnderTheHourglass) {
+    MousePointer shown = MousePointer::Normal;
+    files.onWrite = [&] { shown = Form().mousePointer; };
+    Export();
+    EXPECT_EQ(shown, MousePointer::Hourglass);
+    ExpectDone();
+}
+
+TEST_F(CsvFile, IsReplacedWithoutBeingRemovedFirst) {
+    files.contents[out] = "old";
+    dialogs.answers = {MessageAnswer::Yes};
+    files.onWrite = [&] { EXPECT_EQ(files.contents[out], "old") << "whole until the new one is there"; };
+    EXPECT_EQ(Export(), standardHeader);
+    EXPECT_TRUE(files.removed.empty());
 }
 
 TEST_F(CsvFile, OfAnEmptyListIsTheHeader) { EXPECT_EQ(Export(), standardHeader); }
@@ -277,6 +294,13 @@ TEST_F(CsvFile, ThatCantBeWrittenIsToldWithItsPathAndLeavesTheOldOne) {
                       MessageIcon::None);
         ExpectAborted();
     }
+}
+
+TEST_F(CsvFile, ThatEndedIsForgottenByTheNextDialog) {
+    Export();
+    EXPECT_TRUE(Form().exportEnded);
+    Open();
+    EXPECT_FALSE(Form().exportEnded);
 }
 
 TEST_F(CsvFile, NeedsAName) {

@@ -110,6 +110,8 @@ class ExportFiles : public FilesPort {
   public:
     std::map<std::string, std::string, LessIgnoreCase> contents;
     std::optional<Failure> failOnWrite, failOnRead;
+    /// Looks at the system while a file is written.
+    std::function<void()> onWrite;
     Texts removed;
     std::string lineEnd = "\n";
 
@@ -130,6 +132,7 @@ class ExportFiles : public FilesPort {
         return found->second;
     }
     void WriteFile(std::string_view path, std::string_view content) override {
+        if (onWrite) onWrite();
         if (failOnWrite) throw *failOnWrite;
         if (path.empty()) throw BadFileName();
         contents[std::string(path)] = content;
@@ -333,6 +336,11 @@ class ExportTest : public testing::Test {
         EXPECT_EQ(dialogs.messages.back().text, text);
         EXPECT_EQ(dialogs.messages.back().title, title);
         EXPECT_EQ(dialogs.messages.back().icon, icon);
+    }
+    /// The list was read through a record set that is closed now, and its connection with it.
+    static void ExpectReaderClosed() {
+        EXPECT_EQ(TheSession().ReaderUseCount, 0);
+        EXPECT_EQ(TheSession().ReaderConnection, nullptr);
     }
     std::string Setting(const std::string& name) const { return settings.Get(name); }
 

@@ -175,6 +175,26 @@ TEST_F(AdjustmentsEditor, ComesUpEmptyAgain) {
     EXPECT_EQ(Grid().CellText(1, 1), "");
 }
 
+TEST_F(AdjustmentsEditor, MakesTheFileItSavedTheOneOfTheSettings) {
+    UseAdjustments(Section("Doors", "0.25"));
+    OpenEditor();
+    settings.Set("CSV_SAVE\\CVS_ADJ_PATH", "D:\\other.txt");
+    PressIn("btnSave");
+    EXPECT_EQ(Setting("CSV_SAVE\\CVS_ADJ_PATH"), "C:\\adj.txt");
+    EXPECT_FALSE(files.contents.contains("D:\\other.txt"));
+}
+
+TEST_F(AdjustmentsEditor, WithoutAFileForgetsTheOneOfLastTime) {
+    UseAdjustments(Section("Doors", "0.25"));
+    OpenEditor();
+    Editor().Unload();
+    settings.Set("CSV_SAVE\\CVS_ADJ_PATH", "");
+    files.contents.erase("C:\\Brenvik\\No Adjustments.txt");
+    OpenEditor();
+    PressIn("btnSave");
+    EXPECT_EQ(files.contents["C:\\adj.txt"], Section("Doors", "0.25"));
+}
+
 TEST_F(AdjustmentsEditor, IsOpenedByItsCommand) {
     fakes::FakeApplication app;
     cBrenvik().BVAdjustments(app);
