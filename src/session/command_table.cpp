@@ -8,6 +8,7 @@
 #include "export/frm_adjustments.h"
 #include "parts/automatic_update.h"
 #include "session/commands.h"
+#include "settings/frm_materials.h"
 
 namespace brenvik {
 

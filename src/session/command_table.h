@@ -36,7 +36,7 @@ using CommandWork = void (*)(AcadApplication&);
     COMMAND(BVMove, "BVMOVE", "Move parts", nullptr)                                                        \
     COMMAND(BVCopy, "BVCOPY", "Copy parts", nullptr)                                                        \
     COMMAND(BVGroup, "BVGROUP", "Group parts", nullptr)                                                     \
-    COMMAND(BVMaterial, "BVMAT", "Open the material library", nullptr)                                      \
+    COMMAND(BVMaterial, "BVMAT", "Open the material library", &commands::BVMaterial)                        \
     COMMAND(BVSection1, "BVSECTION1", "Make a section, first form", nullptr)                                \
     COMMAND(BVSection2, "BVSECTION2", "Make a section, second form", nullptr)                               \
     COMMAND(BVMakeView, "BVMAKEVIEW", "Make a view", nullptr)                                               \

@@ -68,6 +68,7 @@ class FakeFiles : public FilesPort {
     std::vector<std::string> acts;
     /// Runs ahead of a removal.
     std::function<void()> onRemove;
+    std::optional<Failure> failOnCopy, failOnWrite;
 
     std::string InstallFolder() override { return installFolder; }
     bool FileExists(std::string_view path) override { return contents.contains(std::string(path)); }
@@ -81,6 +82,7 @@ class FakeFiles : public FilesPort {
     }
     void CopyFileOver(std::string_view from, std::string_view to) override {
         acts.push_back("copy " + std::string(from) + " to " + std::string(to));
+        if (failOnCopy) throw *failOnCopy;
         const auto found = contents.find(from);
         if (found == contents.end()) throw FileNotFound(std::string(from));
         const std::string content = found->second;
@@ -95,6 +97,7 @@ class FakeFiles : public FilesPort {
         return contents.find(path)->second;
     }
     void WriteFile(std::string_view path, std::string_view content) override {
+        if (failOnWrite) throw *failOnWrite;
         contents[std::string(path)] = content;
     }
 

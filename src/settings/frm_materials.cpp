@@ -1,0 +1,184 @@
+// The controls of the material editor, its rows, and how they get to the file and back.
+#include "settings/frm_materials.h"
+
+#include <algorithm>
+#include <array>
+
+#include "base/skip.h"
+#include "base/text.h"
+#include "export/export_dialogs.h"
+#include "export/text_lines.h"
+#include "session/dialog_port.h"
+#include "session/files_port.h"
+#include "session/message.h"
+#include "session/module_state.h"
+#include "session/session.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr std::string_view Advice =
+    "Tool1 is the default tool for cutting the part out. Each Material Name requires that each setting be "
+    "filled in or it will be deleted on Save / Close. You can click on a row number to highlight the entire "
+    "row, then press Ctrl-C, then click on a new row number and press Ctrl-V to copy data. ";
+
+struct Header {
+    const char* caption;
+    double width;
+};
+
+constexpr auto Headers = std::to_array<Header>({
+    {"Material Name", 30},
+    {"Grain", 8},
+    {"Direction", 10},
+    {"Tool1", 8},
+    {"Tool1 Dia", 10},
+    {"Tool1 Speed", 12},
+    {"Tool1 Feed", 12},
+    {"Tool2", 8},
+    {"Tool2 Dia", 10},
+    {"Tool2 Speed", 12},
+    {"Tool2 Feed", 12},
+    {"Tool3", 8},
+    {"Tool3 Dia", 10},
+    {"Tool3 Speed", 12},
+    {"Tool3 Feed", 12},
+});
+static_assert(Headers.size() == MaterialFieldCount);
+
+/// Room for what a shop has, and always some rows to type into.
+constexpr int LeastRows = 100, SpareRows = 50;
+
+/// A message box has to fit a screen.
+constexpr std::size_t MostDamagesTold = 10;
+
+/// Parts the cells of a copied row, as spreadsheets do.
+constexpr char CellSeparator = '\t';
+constexpr std::string_view Separator(&CellSeparator, 1);
+
+std::vector<GridColumn> Columns() {
+    std::vector<GridColumn> columns;
+    for (const Header& header : Headers) {
+        GridColumn column;
+        column.header = header.caption;
+        column.width = header.width;
+        columns.push_back(std::move(column));
+    }
+    return columns;
+}
+
+}  // namespace
+
+frmMaterials::frmMaterials()
+    : Form("frmMaterials", "Material Library"), fpMaterials(Add<GridControl>("fpMaterials", Columns())) {
+    width = 14400;
+    height = 7200;
+    // A line break inside a value would make two lines of it in the file, a tab two cells on the clipboard.
+    fpMaterials.onKey = [](int, int, std::string_view character) {
+        return character != "\r" && character != "\n" && character[0] != CellSeparator;
+    };
+    Add<Control>(ControlKind::Label, "lblAdvice", std::string(Advice));
+    AddButton(ControlKind::MenuEntry, "mnuCopyRow", "Copy Row", &frmMaterials::CopyRow);
+    AddButton(ControlKind::MenuEntry, "mnuPasteRow", "Paste Row", &frmMaterials::PasteRow);
+    AddButton(ControlKind::Button, "btnSave", "Save / Close", &frmMaterials::SaveAndClose);
+    btnSave = &Get<Control>("btnSave");
+}
+
+void frmMaterials::AddButton(ControlKind kind, const char* name, const char* buttonCaption,
+                             void (frmMaterials::*handler)()) {
+    Add<Control>(kind, name, buttonCaption).onClick = [this, handler] {
+        ShowAndResume(ShowFailureWithDetail, [&] { (this->*handler)(); });
+    };
+}
+
+void frmMaterials::OnLoad() {
+    copiedRow.clear();
+    damages.clear();
+    lineEnd.clear();
+    fpMaterials.ClearMarks();
+    fpMaterials.SetMaxRows(LeastRows);
+    const bool read = ShowAndResume(ShowFailureWithDetail, [this] { LoadMaterials(); });
+    // Saving the empty grid over a library that is there, only unreadable, would lose it.
+    btnSave->enabled = read || !ThePlatform().files->FileExists(MaterialsPath());
+    if (lineEnd.empty()) lineEnd = ThePlatform().files->LineEnd();
+    TellDamages();
+}
+
+void frmMaterials::LoadMaterials() {
+    MaterialLibrary library = ReadMaterials();
+    damages = std::move(library.damages);
+    lineEnd = std::move(library.lineEnd);
+    fpMaterials.SetMaxRows(std::max(LeastRows, static_cast<int>(library.materials.size()) + SpareRows));
+    int row = 1;
+    for (const MaterialTexts& texts : library.materials) {
+        for (std::size_t field = 0; field < texts.size(); ++field)
+            if (!texts[field].empty())
+                fpMaterials.SetCellText(static_cast<int>(field) + 1, row, texts[field]);
+        ++row;
+    }
+}
+
+void frmMaterials::TellDamages() const {
+    if (damages.empty()) return;
+    std::string text = MaterialsPath() + " is damaged:";
+    for (std::size_t at = 0; at < std::min(damages.size(), MostDamagesTold); ++at)
+        text += "\r\nline " + std::to_string(damages[at].line) + ": " + damages[at].text;
+    if (damages.size() > MostDamagesTold)
+        text += "\r\nand " + std::to_string(damages.size() - MostDamagesTold) + " more";
+    ShowMessage(text + "\r\nPlease check these materials before you save.", {}, MessageIcon::Exclamation);
+}
+
+void frmMaterials::HighlightRow(int row) { fpMaterials.SetActiveCell(1, row); }
+
+void frmMaterials::CopyRow() {
+    const int row = fpMaterials.ActiveRow();
+    if (row < 1) return;
+    std::vector<std::string> cells;
+    for (int column = 1; column <= fpMaterials.MaxCols(); ++column)
+        cells.push_back(ReplaceAll(fpMaterials.CellText(column, row), Separator, " "));
+    copiedRow = Join(cells, Separator);
+}
+
+void frmMaterials::PasteRow() {
+    int row = fpMaterials.ActiveRow();
+    if (row < 1 || copiedRow.empty()) return;
+    for (const std::string& line : LinesOf(copiedRow)) {
+        if (row > fpMaterials.MaxRows()) fpMaterials.SetMaxRows(row + SpareRows);
+        std::vector<std::string> cells = Split(line, CellSeparator);
+        cells.resize(MaterialFieldCount);
+        for (int column = 1; column <= fpMaterials.MaxCols(); ++column)
+            fpMaterials.SetCellText(column, row, cells[static_cast<std::size_t>(column - 1)]);
+        ++row;
+    }
+}
+
+std::vector<MaterialTexts> frmMaterials::CompleteRows() const {
+    std::vector<MaterialTexts> rows;
+    for (int row = 1; row <= fpMaterials.MaxRows(); ++row) {
+        MaterialTexts texts;
+        for (std::size_t field = 0; field < texts.size(); ++field)
+            texts[field] = fpMaterials.CellText(static_cast<int>(field) + 1, row);
+        if (std::ranges::none_of(texts, [](const std::string& text) { return IsBlank(text); }))
+            rows.push_back(std::move(texts));
+    }
+    return rows;
+}
+
+void frmMaterials::SaveAndClose() {
+    if (!damages.empty()) {
+        const std::string question =
+            MaterialsPath() +
+            " was damaged when it was opened. Materials that are not filled in completely, and lines that "
+            "belong to no material, are not saved; the old text stays in materials.bak. Save all the same?";
+        if (ThePlatform().dialogs->Show({question, "", MessageIcon::Question, MessageButtons::YesNo}) ==
+            MessageAnswer::No)
+            return;
+    }
+    SaveMaterials(CompleteRows(), lineEnd);
+    Unload();
+}
+
+void commands::BVMaterial(AcadApplication&) { ThePlatform().dialogs->ShowModal(StateOf<frmMaterials>()); }
+
+}  // namespace brenvik

@@ -1,0 +1,56 @@
+// The editor of the material library: a grid with a row for each material and a column for each value, in the
+// order of the file.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "forms/form.h"
+#include "forms/grid_control.h"
+#include "settings/materials.h"
+
+namespace brenvik {
+
+class AcadApplication;
+
+class frmMaterials : public Form {
+  public:
+    frmMaterials();
+
+    /// A click on a row's number: the row that CopyRow and PasteRow act on.
+    void HighlightRow(int row);
+    /// Ctrl-C: keeps the cells of the current row, parted by tabs. Does nothing on the header.
+    void CopyRow();
+    /// Ctrl-V: writes what was copied over the current row. Text from elsewhere may hold several lines: each
+    /// fills a row, and the grid grows as it must.
+    void PasteRow();
+
+    GridControl& fpMaterials;
+    /// What CopyRow took and PasteRow writes; a dialog platform may pass the system's clipboard through it.
+    std::string copiedRow;
+
+  protected:
+    /// Reads the library. What can't be read, and what is damaged in it, is told in a message box.
+    void OnLoad() override;
+
+  private:
+    void AddButton(ControlKind kind, const char* name, const char* buttonCaption,
+                   void (frmMaterials::*handler)());
+    void LoadMaterials();
+    void TellDamages() const;
+    std::vector<MaterialTexts> CompleteRows() const;
+    void SaveAndClose();
+
+    Control* btnSave = nullptr;
+    std::vector<MaterialDamage> damages;
+    std::string lineEnd;
+};
+
+namespace commands {
+
+/// The editor as a modal dialog.
+void BVMaterial(AcadApplication& app);
+
+}  // namespace commands
+
+}  // namespace brenvik

@@ -1,0 +1,243 @@
+// Reading and writing the material library, and finding a part's material in it.
+#include "settings/materials.h"
+
+#include <algorithm>
+
+#include "base/failure.h"
+#include "base/letter_case.h"
+#include "base/number_text.h"
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "base/text.h"
+#include "base/utf8.h"
+#include "export/fractions.h"
+#include "export/text_lines.h"
+#include "session/files_port.h"
+#include "session/session.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr auto Keys = std::to_array<std::string_view>({
+    "material=",
+    "grain=",
+    "direction=",
+    "tool1=",
+    "tool1dia=",
+    "tool1ss=",
+    "tool1fs=",
+    "tool2=",
+    "tool2dia=",
+    "tool2ss=",
+    "tool2fs=",
+    "tool3=",
+    "tool3dia=",
+    "tool3ss=",
+    "tool3fs=",
+});
+static_assert(Keys.size() == MaterialFieldCount);
+
+enum Field : std::size_t { Name, Grain, Direction, FirstTool };
+constexpr std::size_t FieldsOfATool = 4;
+static_assert(FirstTool + FieldsOfATool * MaterialToolCount == MaterialFieldCount);
+
+/// A record begins with a line of this start; what stands behind it, usually "=", is not looked at.
+constexpr std::string_view Head = "material";
+
+constexpr long InvalidFileFormat = 321;
+
+/// The characters of the bytes 80 to 9F in the Western Windows code page; 0 where it has none.
+constexpr std::array<char32_t, 32> WesternPunctuation{
+    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+
+char32_t WesternCharacter(char32_t byte) {
+    constexpr char32_t first = 0x80;
+    if (byte < first || byte >= first + WesternPunctuation.size()) return byte;
+    const char32_t character = WesternPunctuation[byte - first];
+    return character == 0 ? byte : character;
+}
+
+/// Editors of the past wrote the code page of their system, and drawings hold UTF-8: a key with an umlaut is
+/// found only if both are the same.
+std::string AsUtf8(std::string_view bytes) {
+    std::string text;
+    text.reserve(bytes.size());
+    for (std::size_t at = 0; at < bytes.size();) {
+        const Utf8Character character = Utf8CharacterAt(bytes, at);
+        AppendUtf8(text, character.valid ? character.codePoint : WesternCharacter(character.codePoint));
+        at += character.length;
+    }
+    return text;
+}
+
+bool IsHead(std::string_view line) { return StartsWithIgnoreCase(line, Head); }
+
+std::string ValueOf(std::string_view line, std::size_t field) { return Mid(line, Keys[field].size() + 1); }
+
+/// How many lines the record at a head line has: up to fifteen, ending before the next head.
+std::size_t RecordLength(std::span<const std::string> lines, std::size_t head) {
+    std::size_t length = 1;
+    while (length < MaterialFieldCount && head + length < lines.size() && !IsHead(lines[head + length]))
+        ++length;
+    return length;
+}
+
+MaterialTexts TextsAt(std::span<const std::string> lines, std::size_t head, std::size_t length) {
+    MaterialTexts texts;
+    for (std::size_t field = 0; field < length; ++field) texts[field] = ValueOf(lines[head + field], field);
+    return texts;
+}
+
+std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
+
+std::string TooShort(std::string_view name, std::size_t length) {
+    return "the material " + Quoted(name) + " has " + std::to_string(length) + " lines, expected " +
+           std::to_string(MaterialFieldCount);
+}
+
+std::optional<MaterialDamage> DamageOf(std::span<const std::string> lines, std::size_t head,
+                                       std::size_t length) {
+    for (std::size_t field = 0; field < length; ++field) {
+        const std::string& line = lines[head + field];
+        if (StartsWithIgnoreCase(line, Keys[field])) continue;
+        return MaterialDamage{head + field + 1,
+                              "expected " + Quoted(Keys[field]) + ", found " + Quoted(line)};
+    }
+    if (length == MaterialFieldCount) return std::nullopt;
+    return MaterialDamage{head + 1, TooShort(ValueOf(lines[head], Name), length)};
+}
+
+/// Keys compare without case. Half of the shops write a thickness below 1 with a zero before the point.
+std::string ComparableKey(std::string_view key) {
+    if (key.starts_with("0.")) key.remove_prefix(1);
+    return FoldLower(key);
+}
+
+std::string ReadPlainText(const std::string& path) {
+    std::string content = ThePlatform().files->ReadFile(path);
+    if (content.find('\0') != std::string::npos)
+        throw Failure(InvalidFileFormat, std::string(ownSource), "Invalid file format",
+                      path + ": expected plain text in UTF-8 or the Western code page");
+    return AsUtf8(content);
+}
+
+}  // namespace
+
+std::span<const std::string_view> MaterialFileKeys() { return Keys; }
+
+MaterialRecord MaterialFromTexts(const MaterialTexts& texts) {
+    MaterialRecord record;
+    record.material = FoldLower(texts[Name]);
+    if (const auto failure = Attempt([&] { record.grain = ToInteger(LenientNumber(texts[Grain])); }))
+        throw Failure(failure->number(), failure->source(), failure->description(),
+                      "the grain flag of the material " + Quoted(texts[Name]) + " is " + texts[Grain]);
+    record.direction = texts[Direction];
+    std::size_t field = FirstTool;
+    for (MaterialTool& tool : record.tools) {
+        tool.number = texts[field];
+        tool.diameter = LenientNumber(texts[field + 1]);
+        tool.spindleSpeed = texts[field + 2];
+        tool.feedSpeed = texts[field + 3];
+        field += FieldsOfATool;
+    }
+    return record;
+}
+
+std::string MaterialsPath() { return ApplicationFolder() + "materials.txt"; }
+
+std::string MaterialsBackupPath() { return ApplicationFolder() + "materials.bak"; }
+
+MaterialLibrary ParseMaterials(std::string_view content) {
+    MaterialLibrary library;
+    const std::string text = AsUtf8(content);
+    if (const std::size_t end = text.find_first_of("\r\n"); end != std::string::npos)
+        library.lineEnd = text.compare(end, 2, "\r\n") == 0 ? "\r\n" : text.substr(end, 1);
+    const std::vector<std::string> lines = LinesOf(text);
+    bool inStray = false;
+    for (std::size_t at = 0; at < lines.size();) {
+        if (!IsHead(lines[at])) {
+            // A run of lines without a record is told once.
+            if (!inStray && !IsBlank(lines[at])) {
+                library.damages.push_back(
+                    {at + 1, "expected " + Quoted(Keys[Name]) + ", found " + Quoted(lines[at])});
+                inStray = true;
+            }
+            ++at;
+            continue;
+        }
+        inStray = false;
+        const std::size_t length = RecordLength(lines, at);
+        library.materials.push_back(TextsAt(lines, at, length));
+        if (std::optional<MaterialDamage> damage = DamageOf(lines, at, length))
+            library.damages.push_back(std::move(*damage));
+        at += length;
+    }
+    return library;
+}
+
+MaterialLibrary ReadMaterials() { return ParseMaterials(ReadPlainText(MaterialsPath())); }
+
+std::string MaterialsText(std::span<const MaterialTexts> materials, std::string_view lineEnd) {
+    std::string text;
+    for (const MaterialTexts& material : materials)
+        for (std::size_t field = 0; field < MaterialFieldCount; ++field) {
+            text += Keys[field];
+            text += material[field];
+            text += lineEnd;
+        }
+    return text;
+}
+
+void SaveMaterials(std::span<const MaterialTexts> materials, std::string_view lineEnd) {
+    FilesPort& files = *ThePlatform().files;
+    const std::string path = MaterialsPath();
+    // A shop that begins without a library has nothing to keep.
+    if (files.FileExists(path)) files.CopyFileOver(path, MaterialsBackupPath());
+    files.WriteFile(path, MaterialsText(materials, lineEnd));
+}
+
+std::string MaterialKey(double thickness, std::string_view materialName, double exportScaleSetting) {
+    const bool metric = exportScaleSetting == 2 || exportScaleSetting == 3;
+    return NumberToTextNoZero(thickness, metric ? 2 : 5) + " " + FoldUpper(materialName);
+}
+
+std::optional<MaterialTexts> FindMaterial(std::string_view key) {
+    const std::string path = MaterialsPath();
+    const std::vector<std::string> lines = LinesOf(ReadPlainText(path));
+    const std::string wanted = ComparableKey(key);
+    std::optional<MaterialTexts> found;
+    for (std::size_t at = 0; at < lines.size(); ++at) {
+        if (!IsHead(lines[at]) || ComparableKey(ValueOf(lines[at], Name)) != wanted) continue;
+        const std::size_t length = RecordLength(lines, at);
+        // Reading on into the next material would cut with bits of another board.
+        if (length < MaterialFieldCount)
+            throw InputPastEnd(path + ":" + std::to_string(at + 1) + ": " +
+                               TooShort(ValueOf(lines[at], Name), length));
+        found = TextsAt(lines, at, length);
+        at += length - 1;
+    }
+    return found;
+}
+
+std::string LookupMaterial(std::string_view key, MaterialRecord& record) {
+    if (const std::optional<MaterialTexts> found = FindMaterial(key)) record = MaterialFromTexts(*found);
+    return record.direction + std::to_string(record.grain) + std::string(key);
+}
+
+std::string UnknownMaterialText(std::string_view key) {
+    return "You do not have the material " + std::string(key) +
+           " in the material database, so this part export will be skipped.";
+}
+
+std::string MaterialNameForList(double thicknessInMillimetres, std::string_view materialName) {
+    if (!SwitchIsOn("ConvertMaterialName")) return std::string(materialName);
+    constexpr double inchesInAMillimetre = 0.0393700787401575;
+    const double inches = RoundDecimalValue(thicknessInMillimetres * inchesInAMillimetre, ExportFractionUnit);
+    return DecimalToFraction(inches, false) + " " + std::string(materialName);
+}
+
+}  // namespace brenvik

@@ -1,0 +1,277 @@
+// The material library: reading by position, finding by key, and files that are not what they should be.
+#include "settings/materials.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "core/fakes/fake_platform.h"
+#include "core/settings/material_fixture.h"
+#include "support/failure_of.h"
+
+namespace brenvik {
+namespace {
+
+class Materials : public MaterialTest {};
+
+TEST_F(Materials, LieInTheInstallFolder) {
+    TheSession().InstallFolder = "C:\\Brenvik\\";
+    EXPECT_EQ(MaterialsPath(), "C:\\Brenvik\\materials.txt");
+    EXPECT_EQ(MaterialsBackupPath(), "C:\\Brenvik\\materials.bak");
+    TheSession().InstallFolder = "C:\\Brenvik";
+    EXPECT_EQ(MaterialsPath(), "C:\\Brenvik\\materials.txt");
+}
+
+TEST_F(Materials, FillAllFifteenFields) {
+    UseLibrary(OakPly);
+    EXPECT_EQ(LookupMaterial("19.05 RED OAK PLY", record), "cC119.05 RED OAK PLY");
+    EXPECT_EQ(record.material, "19.05 red oak ply");
+    EXPECT_EQ(record.grain, 1);
+    EXPECT_EQ(record.direction, "cC");
+    EXPECT_EQ(record.tools[0], (MaterialTool{"T1", 12.7, "18000", "7500"}));
+    EXPECT_EQ(record.tools[1], (MaterialTool{"2", 9.53, "17000", "6000"}));
+    EXPECT_EQ(record.tools[2], (MaterialTool{"3", 6.35, "16000", "4000"}));
+    EXPECT_TRUE(record.Found());
+}
+
+TEST_F(Materials, KeysCompareWithoutCase) {
+    UseLibrary(OakPly);
+    for (const char* key : {"19.05 red oak ply", "19.05 RED OAK PLY", "19.05 Red Oak Ply"}) {
+        record = {};
+        LookupMaterial(key, record);
+        EXPECT_TRUE(record.Found()) << key;
+    }
+    for (const char* key : {"19.05 red oak", "19.05 red oak ply ", "19.050 red oak ply", "red oak ply", ""}) {
+        record = {};
+        LookupMaterial(key, record);
+        EXPECT_FALSE(record.Found()) << key;
+    }
+}
+
+TEST_F(Materials, ThicknessBelowOneMayHaveItsZero) {
+    for (const char* stored : {".75 oak", "0.75 oak"})
+        for (const char* asked : {".75 OAK", "0.75 OAK"}) {
+            UseLibrary(Material(stored));
+            EXPECT_TRUE(FindMaterial(asked).has_value()) << stored << " " << asked;
+        }
+    UseLibrary(Material("10.75 oak"));
+    EXPECT_FALSE(FindMaterial("1.75 oak").has_value());
+}
+
+TEST_F(Materials, WithNoMatchTheRecordKeepsWhatItHeld) {
+    UseLibrary(OakPly);
+    LookupMaterial("19.05 red oak ply", record);
+    const MaterialRecord held = record;
+    EXPECT_EQ(LookupMaterial("6 hdf", record), "cC16 hdf");
+    EXPECT_EQ(record, held);
+    EXPECT_TRUE(record.Found()) << "a part after a found material passes the first test";
+    record = {};
+    EXPECT_EQ(LookupMaterial("6 hdf", record), "06 hdf");
+    EXPECT_FALSE(record.Found()) << "cleared first, it doesn't";
+}
+
+TEST_F(Materials, WithoutAFirstToolCountAsNotFound) {
+    UseLibrary(Replaced(OakPly, "tool1=T1", "tool1="));
+    LookupMaterial("19.05 red oak ply", record);
+    EXPECT_EQ(record.grain, 1);
+    EXPECT_FALSE(record.Found());
+}
+
+TEST_F(Materials, OfSeveralWithOneKeyTheLastRules) {
+    UseLibrary(OakPly + Replaced(OakPly, "12.7", "8"));
+    LookupMaterial("19.05 red oak ply", record);
+    EXPECT_EQ(record.tools[0].diameter, 8);
+}
+
+TEST_F(Materials, ValuesStandAtFixedPositionsWhateverTheKeySays) {
+    UseLibrary(
+        "MATERIAL:18 mdf\nXXXXXX1\n1234567890c\n123456T9\n123456789.5\n12345678S\n12345678F\n"
+        "tool2=\ntool2dia= \ntool2ss=\ntool2fs=\ntool3\nt\n\n\n");
+    LookupMaterial("18 mdf", record);
+    EXPECT_EQ(record.grain, 1);
+    EXPECT_EQ(record.direction, "c");
+    EXPECT_EQ(record.tools[0], (MaterialTool{"T9", 0.5, "S", "F"}));
+    EXPECT_EQ(record.tools[1], MaterialTool());
+    EXPECT_EQ(record.tools[2], MaterialTool());
+}
+
+TEST_F(Materials, NumbersAreLenient) {
+    UseLibrary(Replaced(Replaced(OakPly, "12.7", "12.7 mm"), "grain=1", "grain=yes"));
+    LookupMaterial("19.05 red oak ply", record);
+    EXPECT_EQ(record.tools[0].diameter, 12.7);
+    EXPECT_EQ(record.grain, 0);
+}
+
+TEST_F(Materials, GrainBeyondAnIntegerNamesTheMaterial) {
+    UseLibrary(Replaced(OakPly, "grain=1", "grain=99999999999"));
+    const MaterialRecord before = record;
+    const Failure failure = FailureOf([&] { LookupMaterial("19.05 red oak ply", record); });
+    EXPECT_EQ(failure.number(), failure_number::overflow);
+    EXPECT_EQ(failure.detail(), "the grain flag of the material \"19.05 Red Oak Ply\" is 99999999999");
+    EXPECT_EQ(record, before);
+}
+
+TEST_F(Materials, AMissingFileIsAFailureOfTheOpen) {
+    const Failure failure = FailureOf([&] { LookupMaterial("18 mdf", record); });
+    EXPECT_EQ(failure.number(), failure_number::fileNotFound);
+    EXPECT_EQ(failure.detail(), "C:\\Brenvik\\materials.txt");
+}
+
+TEST_F(Materials, LinesMayEndInAnyWayAndTheLastInNone) {
+    for (const char* lineEnd : {"\n", "\r\n", "\r"}) {
+        std::string content = Material("6 hdf", lineEnd) + Material("18 mdf", lineEnd);
+        for (int cut = 0; cut < 2; ++cut) {
+            UseLibrary(content);
+            record = {};
+            LookupMaterial("18 mdf", record);
+            EXPECT_EQ(record.tools[2].feedSpeed, "4000");
+            const MaterialLibrary library = ReadMaterials();
+            EXPECT_EQ(library.lineEnd, lineEnd);
+            EXPECT_EQ(library.materials.size(), 2u);
+            EXPECT_TRUE(library.damages.empty());
+            while (content.ends_with('\n') || content.ends_with('\r')) content.pop_back();
+        }
+    }
+}
+
+TEST_F(Materials, AByteOrderMarkAndBlankLinesBetweenDoNoHarm) {
+    UseLibrary("\xEF\xBB\xBF" + Material("6 hdf") + "\n  \n" + Material("18 mdf") + "\n");
+    EXPECT_TRUE(FindMaterial("6 hdf").has_value());
+    EXPECT_TRUE(FindMaterial("18 mdf").has_value());
+    EXPECT_TRUE(ReadMaterials().damages.empty());
+}
+
+TEST_F(Materials, OfAnotherCodePageAreFoundAllTheSame) {
+    UseLibrary(Material("19 T\xDCR \x96 wei\xDF"));
+    const std::optional<MaterialTexts> found = FindMaterial("19 Tür – weiß");
+    ASSERT_TRUE(found.has_value());
+    EXPECT_EQ(found->front(), "19 TÜR – weiß");
+    UseLibrary(Material("19 tür – weiß"));
+    EXPECT_TRUE(FindMaterial("19 TÜR – WEIß").has_value());
+}
+
+TEST_F(Materials, InSixteenBitCharactersAreRefused) {
+    UseLibrary(std::string("\xFF\xFEm\0a\0t\0", 8));
+    for (const auto& read : {+[] { ReadMaterials(); }, +[] { FindMaterial("18 mdf"); }}) {
+        const Failure failure = FailureOf(read);
+        EXPECT_EQ(failure.number(), 321);
+        EXPECT_EQ(failure.detail(),
+                  "C:\\Brenvik\\materials.txt: expected plain text in UTF-8 or the Western code page");
+    }
+}
+
+TEST_F(Materials, AShortRecordIsNeverFilledFromTheNextOne) {
+    const std::string cut = OakPly.substr(0, OakPly.find("tool3="));
+    for (const std::string& content : {cut, cut + Material("6 hdf")}) {
+        UseLibrary(Material("18 mdf") + content);
+        const MaterialRecord before = record;
+        const Failure failure = FailureOf([&] { LookupMaterial("19.05 red oak ply", record); });
+        EXPECT_EQ(failure.number(), failure_number::inputPastEnd);
+        EXPECT_EQ(
+            failure.detail(),
+            "C:\\Brenvik\\materials.txt:16: the material \"19.05 Red Oak Ply\" has 11 lines, expected 15");
+        EXPECT_EQ(record, before);
+        EXPECT_TRUE(FindMaterial("18 mdf").has_value());
+    }
+    EXPECT_TRUE(FindMaterial("6 hdf").has_value()) << "the material behind it is whole";
+}
+
+std::string DamagesOf(std::string_view content) {
+    std::string text;
+    for (const MaterialDamage& damage : ParseMaterials(content).damages)
+        text += std::to_string(damage.line) + ": " + damage.text + "\n";
+    return text;
+}
+
+TEST_F(Materials, DamagesAreToldWithTheirPlaces) {
+    EXPECT_EQ(DamagesOf(OakPly), "");
+    EXPECT_EQ(DamagesOf(""), "");
+    EXPECT_EQ(DamagesOf(Replaced(OakPly, "grain=", "Grain=")), "") << "keys are read without case";
+    EXPECT_EQ(DamagesOf(Material("6 hdf") + Replaced(OakPly, "tool2dia=9.53\n", "")),
+              "24: expected \"tool2dia=\", found \"tool2ss=17000\"\n");
+    EXPECT_EQ(DamagesOf(Replaced(OakPly, "grain=1\ndirection=cC\n", "direction=cC\ngrain=1\n")),
+              "2: expected \"grain=\", found \"direction=cC\"\n");
+    EXPECT_EQ(DamagesOf("# our boards\n# of 2006\n" + OakPly + "tool4=9\n"),
+              "1: expected \"material=\", found \"# our boards\"\n"
+              "18: expected \"material=\", found \"tool4=9\"\n");
+    EXPECT_EQ(DamagesOf("material=18 mdf\ngrain=0"), "1: the material \"18 mdf\" has 2 lines, expected 15\n");
+    EXPECT_EQ(DamagesOf("material18"), "1: expected \"material=\", found \"material18\"\n");
+}
+
+TEST_F(Materials, AnyCutOfTheFileIsReadWithoutHarm) {
+    const std::string whole = Material("6 hdf") + OakPly;
+    for (std::size_t length = 0; length <= whole.size(); ++length) {
+        const MaterialLibrary library = ParseMaterials(whole.substr(0, length));
+        EXPECT_LE(library.materials.size(), 2u);
+        UseLibrary(whole.substr(0, length));
+        try {
+            LookupMaterial("19.05 red oak ply", record);
+        } catch (const Failure& failure) {
+            EXPECT_EQ(failure.number(), failure_number::inputPastEnd) << length;
+        }
+    }
+}
+
+TEST_F(Materials, AreWrittenWithTheirFifteenKeysInOrder) {
+    const MaterialLibrary library = ParseMaterials(OakPly);
+    EXPECT_EQ(MaterialsText(library.materials, "\n"), OakPly);
+    EXPECT_EQ(MaterialsText(library.materials, "\r\n").substr(0, 40),
+              "material=19.05 Red Oak Ply\r\ngrain=1\r\ndir");
+    EXPECT_EQ(MaterialsText({}, "\n"), "");
+}
+
+TEST_F(Materials, SavingKeepsTheOldFileBesideTheNew) {
+    UseLibrary("old");
+    SaveMaterials(ParseMaterials(OakPly).materials, "\n");
+    EXPECT_EQ(Library(), OakPly);
+    EXPECT_EQ(Backup(), "old");
+}
+
+struct KeyCase {
+    double thickness;
+    double scale;
+    const char* key;
+};
+
+TEST_F(Materials, KeyIsTheRoundedThicknessAndTheName) {
+    const KeyCase cases[] = {
+        {19.05, 2, "19.05 RED OAK PLY"},
+        {19.05, 3, "19.05 RED OAK PLY"},
+        {18.0000001, 2, "18 RED OAK PLY"},
+        {18.125, 3, "18.12 RED OAK PLY"},
+        {18.375, 2, "18.38 RED OAK PLY"},
+        {0.75, 1, ".75 RED OAK PLY"},
+        {0.703125, 1, ".70312 RED OAK PLY"},
+        {0.734375, 4, ".73438 RED OAK PLY"},
+        {1.5, 4, "1.5 RED OAK PLY"},
+        {0.734375, 2, ".73 RED OAK PLY"},
+        {0, 2, "0 RED OAK PLY"},
+        {0.734375, 0, ".73438 RED OAK PLY"},
+    };
+    for (const KeyCase& c : cases)
+        EXPECT_EQ(MaterialKey(c.thickness, "Red oak ply", c.scale), c.key) << c.thickness << " " << c.scale;
+    EXPECT_EQ(MaterialKey(19, "tür", 2), "19 TÜR");
+    EXPECT_EQ(MaterialKey(19, "", 2), "19 ");
+}
+
+TEST_F(Materials, AnUnknownOneIsTold) {
+    EXPECT_EQ(UnknownMaterialText("19 OAK"),
+              "You do not have the material 19 OAK in the material database, so this part export will be "
+              "skipped.");
+}
+
+TEST_F(Materials, NameForTheListIsConvertedWhereTheShopWantsIt) {
+    const std::pair<double, const char*> cases[] = {
+        {19.05, "3/4 OAK"}, {12.7, "1/2 OAK"}, {25.4, "1 OAK"}, {38.1, "1 1/2 OAK"},
+        {18, "23/32 OAK"},  {19, "3/4 OAK"},   {6, "1/4 OAK"},
+    };
+    system.settings.Set("ConvertMaterialName", "1");
+    for (const auto& [thickness, name] : cases) EXPECT_EQ(MaterialNameForList(thickness, "OAK"), name);
+    for (const char* off : {"0", "", "2", "yes"}) {
+        system.settings.Set("ConvertMaterialName", off);
+        EXPECT_EQ(MaterialNameForList(19.05, "OAK"), "OAK") << off;
+    }
+}
+
+}  // namespace
+}  // namespace brenvik
