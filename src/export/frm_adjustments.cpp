@@ -83,7 +83,7 @@ void frmAdjustments::Populate() {
     if (path.empty()) return ShowMessage(MissingAdjustments);
     EditAdjPath = path;
     Text1.SetText(path);
-    SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting, path);
+    Skip([&] { SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting, path); });
 }
 
 void frmAdjustments::LoadAdjustments() {
@@ -131,7 +131,7 @@ void frmAdjustments::SaveAs() {
 
 void frmAdjustments::SaveAndClose() {
     Skip([&] { ThePlatform().files->WriteFile(EditAdjPath, FileText()); });
-    SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting, EditAdjPath);
+    ShowAndResume(ShowFailure, [&] { SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting, EditAdjPath); });
     Unload();
 }
 

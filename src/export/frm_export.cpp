@@ -209,7 +209,8 @@ void frmExport::Populate() {
     if (path.empty()) return ShowMessage(MissingAdjustments);
     ExportAdjPath = path;
     Text1.SetText(path);
-    SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting, path);
+    // Lists are exported from machines too whose settings only the administrator may write.
+    Skip([&] { SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting, path); });
 }
 
 void frmExport::Go() {

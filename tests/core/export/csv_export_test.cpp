@@ -296,6 +296,20 @@ TEST_F(CsvFile, ThatCantBeWrittenIsToldWithItsPathAndLeavesTheOldOne) {
     }
 }
 
+TEST_F(CsvFile, IsWrittenWhereTheSettingsCantBe) {
+    Form().Unload();
+    settings.Set("CSV_SAVE\\CVS_ADJ_PATH", "");
+    settings.readOnly = true;
+    Open().txtSaveCSVFile.SetText(out);
+    EXPECT_EQ(Form().Text1.Text(), "C:\\Brenvik\\No Adjustments.txt");
+    EXPECT_TRUE(dialogs.messages.empty());
+    Form().chkSave.SetValue(1);
+    EXPECT_EQ(Export(), standardHeader);
+    ASSERT_EQ(dialogs.messages.size(), 2U);
+    EXPECT_TRUE(dialogs.messages[0].text.starts_with("70\r\n")) << "the choices that should be kept";
+    ExpectDone();
+}
+
 TEST_F(CsvFile, ThatEndedIsForgottenByTheNextDialog) {
     Export();
     EXPECT_TRUE(Form().exportEnded);

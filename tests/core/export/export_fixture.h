@@ -140,6 +140,18 @@ class ExportFiles : public FilesPort {
     std::string_view LineEnd() const override { return lineEnd; }
 };
 
+class ExportSettings : public fakes::FakeSettings {
+  public:
+    /// The store can be read and not written.
+    bool readOnly = false;
+
+    void SaveSetting(SettingsRoot root, std::string_view path, std::string_view name,
+                     std::string_view text) override {
+        if (readOnly) throw PermissionDenied("settings.txt");
+        FakeSettings::SaveSetting(root, path, name, text);
+    }
+};
+
 class UserAtDialogs : public DialogPort {
   public:
     std::vector<MessageRequest> messages;
@@ -345,7 +357,7 @@ class ExportTest : public testing::Test {
     std::string Setting(const std::string& name) const { return settings.Get(name); }
 
     UserAtDialogs dialogs;
-    fakes::FakeSettings settings;
+    ExportSettings settings;
     ListDatabase database;
     ExportFiles files;
     fakes::FakeMeasuring measuring;

@@ -195,6 +195,19 @@ TEST_F(AdjustmentsEditor, WithoutAFileForgetsTheOneOfLastTime) {
     EXPECT_EQ(files.contents["C:\\adj.txt"], Section("Doors", "0.25"));
 }
 
+TEST_F(AdjustmentsEditor, OpensWhereTheSettingsCantBeWritten) {
+    UseAdjustments(Section("Doors", "0.25"));
+    settings.readOnly = true;
+    OpenEditor();
+    EXPECT_EQ(Editor().Text1.Text(), "C:\\adj.txt");
+    EXPECT_EQ(Grid().CellText(1, 1), "Doors");
+    EXPECT_TRUE(dialogs.messages.empty());
+    PressIn("btnSave");
+    ASSERT_EQ(dialogs.messages.size(), 1U);
+    EXPECT_TRUE(dialogs.messages[0].text.starts_with("70\r\n"));
+    EXPECT_FALSE(Editor().Loaded());
+}
+
 TEST_F(AdjustmentsEditor, IsOpenedByItsCommand) {
     fakes::FakeApplication app;
     cBrenvik().BVAdjustments(app);

@@ -365,10 +365,11 @@ TEST_F(ExportDialog, NamesTheWorkFileOfACncRun) {
     files.contents["C:\\Brenvik\\CNCProfile.txt"] = "[CNC]\ncolumns=ID,QTY\n";
     Open();
     Form().cboExportType.SetListIndex(2);
+    files.contents["C:\\Brenvik\\CNCProfile.txt"] = "[Edited]\ncolumns=ID,QTY\n";
     Press("cmdGo");
     EXPECT_EQ(Form().ExportPath, "C:\\Brenvik\\CNCExportList.txt");
     EXPECT_EQ(Form().txtSaveCSVFile.Text(), "C:\\Brenvik\\CNCExportList.txt");
-    EXPECT_EQ(Form().cboProfileName.Items(), Texts{"CNC"});
+    EXPECT_EQ(Form().cboProfileName.Items(), Texts{"Edited"}) << "read again for the run";
 }
 
 TEST_F(ExportDialog, NeedsADatabaseAndAMapping) {
