@@ -15,8 +15,7 @@ namespace {
 
 /// Commands of the system that this build has not; asking for one deserves a better answer than "unknown".
 constexpr std::array commandsOfOtherBuilds{std::string_view("export"), std::string_view("cnc"),
-                                           std::string_view("parts"), std::string_view("materials"),
-                                           std::string_view("desktop")};
+                                           std::string_view("parts"), std::string_view("desktop")};
 
 std::string WhatIsNoCommand(const std::string& word) {
     for (const std::string_view name : commandsOfOtherBuilds)
@@ -116,6 +115,7 @@ int RunCommandLine(int argc, char** argv) {
     AddConvertCommand(line);
     AddSampleCommand(line);
     AddSettingsCommand(line);
+    AddMaterialsCommand(line);
     line.parser.footer(
         "Exit status: 0 done; 1 done, but something was skipped or failed (each told on standard error);\n"
         "2 the words of the command are wrong; 3 an input can't be read.");

@@ -43,6 +43,7 @@ void AddRunCommand(CommandLine& line);
 void AddConvertCommand(CommandLine& line);
 void AddSampleCommand(CommandLine& line);
 void AddSettingsCommand(CommandLine& line);
+void AddMaterialsCommand(CommandLine& line);
 
 /// Parses the words, runs the command and tells its errors on standard error. Returns the exit status.
 int RunCommandLine(int argc, char** argv);

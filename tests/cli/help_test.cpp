@@ -10,10 +10,10 @@ TEST_F(Help, NamesEveryCommandAndTheExitStatuses) {
     const Outcome outcome = Run({"--help"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.errors, "");
-    for (const char* word : {"init", "list", "run", "convert", "sample", "settings", "--home", "BRENVIK_HOME",
+    for (const char* word : {"init", "list", "run", "convert", "sample", "settings", "materials", "--home", "BRENVIK_HOME",
                              "Exit status: 0 done"})
         EXPECT_NE(outcome.output.find(word), std::string::npos) << word;
-    for (const char* word : {"export", "cnc ", "materials list", "desktop"})
+    for (const char* word : {"export", "cnc ", "desktop"})
         EXPECT_EQ(outcome.output.find(word), std::string::npos) << word;
 }
 
@@ -27,6 +27,7 @@ TEST_F(Help, EveryCommandHasItsOwn) {
         {"convert", {"IN", "OUT", "--letters", "--quiet"}},
         {"sample", {"OUT", "--quiet"}},
         {"settings", {"list", "get", "set"}},
+        {"materials", {"list", "find"}},
     };
     for (const auto& [command, words] : commands) {
         const Outcome outcome = Run({command, "--help"});
@@ -69,6 +70,8 @@ TEST_F(Help, WrongWordsEndWithStatus2) {
         {{"sample", "b"}, "b: expected a name that ends in .dxf, .dwg, .step, .stp or .sat"},
         {{"init", "--units", "furlong"}, "furlong"},
         {{"settings"}, "A subcommand is required"},
+        {{"materials"}, "A subcommand is required"},
+        {{"materials", "find"}, "KEY is required"},
         {{"settings", "get", "NoSuchName"}, "expected the name of a setting, found NoSuchName"},
         {{"settings", "set", "NoSuchName", "1"}, "expected the name of a setting, found NoSuchName"},
     };
@@ -82,7 +85,7 @@ TEST_F(Help, WrongWordsEndWithStatus2) {
 }
 
 TEST_F(Help, CommandsOfOtherBuildsSaySo) {
-    for (const char* command : {"export", "cnc", "parts", "materials", "desktop"}) {
+    for (const char* command : {"export", "cnc", "parts", "desktop"}) {
         const Outcome outcome = Run({command, "a.dxf", "--target", "C2C"});
         EXPECT_EQ(outcome.status, 2);
         EXPECT_EQ(outcome.errors,

@@ -1,0 +1,95 @@
+// brenvik materials: the library as a table, one key looked up, and libraries that are damaged or gone.
+#include <filesystem>
+
+#include "program.h"
+
+namespace brenvik::cli_test {
+namespace {
+
+class MaterialsCommand : public ProgramTest {};
+
+const std::string Mdf =
+    "material=18 Mdf\ngrain=0\ndirection=cc\ntool1=1\ntool1dia=12\ntool1ss=18000\ntool1fs=9000\ntool2=2\n"
+    "tool2dia=8\ntool2ss=18000\ntool2fs=7000\ntool3=3\ntool3dia=5\ntool3ss=18000\ntool3fs=4000\n";
+
+TEST_F(MaterialsCommand, ListPrintsATable) {
+    Run({"init"});
+    Write("home/materials.txt", Mdf);
+    const Outcome outcome = Run({"materials", "list"});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(
+        outcome.output,
+        "Material  Grain  Direction  Tool1  Tool1 Dia  Tool1 Speed  Tool1 Feed  Tool2  Tool2 Dia  Tool2 "
+        "Speed  Tool2 Feed  Tool3  Tool3 Dia  Tool3 Speed  Tool3 Feed\n"
+        "18 Mdf    0      cc         1      12         18000        9000        2      8          18000"
+        "        7000        3      5          18000        4000\n");
+}
+
+TEST_F(MaterialsCommand, FindPrintsTheMaterialAsTheFileHasIt) {
+    Run({"init"});
+    Write("home/materials.txt", Mdf);
+    const Outcome outcome = Run({"materials", "find", "18 MDF"});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(outcome.output, Mdf);
+}
+
+TEST_F(MaterialsCommand, FindsWhatAnInstallationDelivers) {
+    EXPECT_EQ(Run({"materials", "find", "19.05 RED OAK PLY"}).status, 0);
+}
+
+TEST_F(MaterialsCommand, AnUnknownKeyAndOneWithoutAFirstToolAreTold) {
+    Run({"init"});
+    std::string noTool = Mdf;
+    noTool.replace(noTool.find("tool1=1"), 7, "tool1=");
+    for (const std::string& content : {std::string("\n"), noTool}) {
+        Write("home/materials.txt", content);
+        const Outcome outcome = Run({"materials", "find", "18 mdf"});
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_EQ(outcome.errors, "brenvik: you do not have the material 18 mdf in the material database\n");
+    }
+}
+
+TEST_F(MaterialsCommand, AMissingLibraryCantBeRead) {
+    Run({"init"});
+    std::filesystem::remove(Path("home/materials.txt"));
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"materials", "list"}, {"materials", "find", "18 mdf"}}) {
+        const Outcome outcome = Run(words);
+        EXPECT_EQ(outcome.status, 3);
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_NE(outcome.errors.find("materials.txt"), std::string::npos) << outcome.errors;
+    }
+}
+
+TEST_F(MaterialsCommand, ADamagedLibraryIsListedAndItsPlacesTold) {
+    Run({"init"});
+    Write("home/materials.txt", Mdf + Mdf.substr(0, Mdf.find("tool3=")));
+    const Outcome listed = Run({"materials", "list"});
+    EXPECT_EQ(listed.status, 1);
+    EXPECT_NE(listed.errors.find("materials.txt:16: the material \"18 Mdf\" has 11 lines, expected 15\n"),
+              std::string::npos)
+        << listed.errors;
+    const Outcome found = Run({"materials", "find", "18 mdf"});
+    EXPECT_EQ(found.status, 3);
+    EXPECT_NE(found.errors.find("materials.txt:16: "), std::string::npos) << found.errors;
+}
+
+TEST_F(MaterialsCommand, TheEditorIsDrivenByAJournal) {
+    Run({"init"});
+    Write("home/materials.txt", Mdf);
+    WriteSample("job.dxf");
+    Write("edit.journal",
+          "command BVMaterial\nexpect form frmMaterials\nexpect cell fpMaterials 1 1 \"18 Mdf\"\n"
+          "goto fpMaterials 1 1\npress mnuCopyRow\ngoto fpMaterials 2 1\npress mnuPasteRow\n"
+          "cell fpMaterials 2 1 \"19 Mdf\"\ncell fpMaterials 3 1 \"lost\"\npress btnSave\nexpect no form\n");
+    const Outcome outcome = Run({"run", Path("job.dxf"), "--journal", Path("edit.journal")});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    std::string second = Mdf;
+    second.replace(second.find("18 Mdf"), 6, "19 Mdf");
+    EXPECT_EQ(Read("home/materials.txt"), Mdf + second);
+    EXPECT_EQ(Read("home/materials.bak"), Mdf);
+}
+
+}  // namespace
+}  // namespace brenvik::cli_test
