@@ -14,8 +14,8 @@ namespace brenvik::app {
 namespace {
 
 /// Commands of the system that this build has not; asking for one deserves a better answer than "unknown".
-constexpr std::array commandsOfOtherBuilds{std::string_view("export"), std::string_view("cnc"),
-                                           std::string_view("parts"), std::string_view("desktop")};
+constexpr std::array commandsOfOtherBuilds{std::string_view("cnc"), std::string_view("parts"),
+                                           std::string_view("desktop")};
 
 std::string WhatIsNoCommand(const std::string& word) {
     for (const std::string_view name : commandsOfOtherBuilds)
@@ -111,6 +111,7 @@ int RunCommandLine(int argc, char** argv) {
     line.parser.require_subcommand(1);
     AddInitCommand(line);
     AddListCommand(line);
+    AddExportCommand(line);
     AddRunCommand(line);
     AddConvertCommand(line);
     AddSampleCommand(line);

@@ -39,6 +39,7 @@ struct DrawingOptions {
 
 void AddInitCommand(CommandLine& line);
 void AddListCommand(CommandLine& line);
+void AddExportCommand(CommandLine& line);
 void AddRunCommand(CommandLine& line);
 void AddConvertCommand(CommandLine& line);
 void AddSampleCommand(CommandLine& line);

@@ -10,10 +10,10 @@ TEST_F(Help, NamesEveryCommandAndTheExitStatuses) {
     const Outcome outcome = Run({"--help"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.errors, "");
-    for (const char* word : {"init", "list", "run", "convert", "sample", "settings", "materials", "--home", "BRENVIK_HOME",
-                             "Exit status: 0 done"})
+    for (const char* word : {"init", "list", "export", "run", "convert", "sample", "settings", "materials",
+                             "--home", "BRENVIK_HOME", "Exit status: 0 done"})
         EXPECT_NE(outcome.output.find(word), std::string::npos) << word;
-    for (const char* word : {"export", "cnc ", "desktop"})
+    for (const char* word : {"cnc ", "desktop"})
         EXPECT_EQ(outcome.output.find(word), std::string::npos) << word;
 }
 
@@ -23,7 +23,10 @@ TEST_F(Help, EveryCommandHasItsOwn) {
         {"list",
          {"DRAWING", "--format", "--sort", "--group", "--filter", "--select", "--letters", "--save",
           "--quiet"}},
-        {"run", {"DRAWING", "--journal", "--select", "--letters", "--save", "--quiet"}},
+        {"export",
+         {"DRAWING", "OUT", "--profile", "--fractions", "--adjustments", "--sort", "--group", "--filter",
+          "--select", "--letters", "--quiet"}},
+        {"run", {"DRAWING", "--journal", "--transcript", "--select", "--letters", "--save", "--quiet"}},
         {"convert", {"IN", "OUT", "--letters", "--quiet"}},
         {"sample", {"OUT", "--quiet"}},
         {"settings", {"list", "get", "set"}},
@@ -63,6 +66,7 @@ TEST_F(Help, WrongWordsEndWithStatus2) {
         {{"list", "a.dxf", "--format", "1"}, "--format: 1 not in {table,csv,json}"},
         {{"list", "a.dxf", "--letters", "LLT"}, "expected L, W and T in some order, or none; found LLT"},
         {{"list", "a.dxf", "b.dxf"}, "b.dxf"},
+        {{"export", "a.dxf"}, "OUT is required"},
         {{"run", "a.dxf"}, "--journal is required"},
         {{"convert", "a.dxf"}, "OUT is required"},
         {{"convert", "a.dxf", "b.txt"},
@@ -85,7 +89,7 @@ TEST_F(Help, WrongWordsEndWithStatus2) {
 }
 
 TEST_F(Help, CommandsOfOtherBuildsSaySo) {
-    for (const char* command : {"export", "cnc", "parts", "desktop"}) {
+    for (const char* command : {"cnc", "parts", "desktop"}) {
         const Outcome outcome = Run({command, "a.dxf", "--target", "C2C"});
         EXPECT_EQ(outcome.status, 2);
         EXPECT_EQ(outcome.errors,

@@ -1,0 +1,101 @@
+// brenvik export: the list of a drawing as a CSV file, through the very forms that the desktop shows.
+#include <exception>
+#include <iostream>
+#include <memory>
+
+#include "base/failure.h"
+#include "command_line.h"
+#include "console/console_dialogs.h"
+#include "drawing_io.h"
+#include "export/export_options.h"
+#include "forms/form.h"
+#include "list_choice_options.h"
+#include "session/brenvik_class.h"
+#include "workplace.h"
+
+namespace brenvik::app {
+
+namespace {
+
+struct ExportOptions {
+    DrawingOptions drawing;
+    ListChoiceOptions choices;
+    CsvExportChoices csv;
+};
+
+/// A refused option is a wrong word; everything else comes from a file that can't be read.
+bool ExportGrid(const CsvExportChoices& csv) {
+    try {
+        return ExportToCsv(csv);
+    } catch (const Failure& failure) {
+        if (failure.number() == failure_number::invalidCall)
+            throw CommandError(ExitStatus::WrongWords, "--" + failure.description());
+        const std::string& file = failure.detail().empty() ? csv.adjustments : failure.detail();
+        throw CommandError(ExitStatus::Unreadable, file + ": " + failure.description());
+    }
+}
+
+/// Opens the grid form, brings it to show what is wanted, and exports it. Returns whether the export went to
+/// its end.
+bool ScanAndExport(HostApplication& host, ConsoleDialogs& dialogs, const ListChoices& choices,
+                   const CsvExportChoices& csv, Teller& teller) {
+    bool exported = false;
+    // The library lets no failure out, so one from the options is carried past it.
+    std::exception_ptr refused;
+    dialogs.whileOpen = [&](Form&) {
+        if (dialogs.MessagesShown() > 0) teller.MarkIncomplete();
+        try {
+            ApplyOnGrid(choices);
+            exported = ExportGrid(csv);
+        } catch (const CommandError&) {
+            refused = std::current_exception();
+        }
+    };
+    cBrenvik().Show(host);
+    dialogs.whileOpen = nullptr;
+    if (refused) std::rethrow_exception(refused);
+    return exported;
+}
+
+ExitStatus Export(const std::string& home, const ExportOptions& options) {
+    const ListChoices choices = options.choices.Parse();
+    Teller teller(options.drawing.quiet);
+    ConsoleDialogs dialogs(std::cerr);
+    dialogs.beforeTelling = [&teller] { teller.Wipe(); };
+    Workplace workplace(home, dialogs);
+    HostDocument& document = OpenInput(workplace.host, options.drawing, teller);
+    const std::size_t selected = SelectForCommand(document, options.drawing);
+    if (selected == 0) teller.Remark(options.drawing.drawing + ": the drawing holds no solids");
+    teller.Progress("measuring " + std::to_string(selected) + " parts");
+    const bool exported = ScanAndExport(workplace.host, dialogs, choices, options.csv, teller);
+    if (!exported) teller.Loss(options.csv.path + ": the list was not exported");
+    return teller.Status();
+}
+
+}  // namespace
+
+void AddExportCommand(CommandLine& line) {
+    auto options = std::make_shared<ExportOptions>();
+    CLI::App& command = line.Add("export", "Export the cut list of a drawing to a CSV file",
+                                 [&line, options] { return Export(line.home, *options); });
+    options->drawing.AddDrawing(command);
+    command.add_option("OUT", options->csv.path, "The CSV file to write; one that exists is written over")
+        ->required();
+    command
+        .add_option("--profile", options->csv.profile,
+                    "The columns of this profile of BrenvikProfiles.txt in the install folder; the standard "
+                    "columns by default")
+        ->type_name("NAME");
+    command.add_flag("--fractions", options->csv.fractions,
+                     "Sizes as fractions, reduced to the closest 32nd");
+    command
+        .add_option("--adjustments", options->csv.adjustments,
+                    "Change the sizes by this file of adjustments; goes with a profile")
+        ->type_name("FILE");
+    options->choices.AddTo(command);
+    options->drawing.AddSelect(command);
+    options->drawing.AddLetters(command);
+    options->drawing.AddQuiet(command);
+}
+
+}  // namespace brenvik::app

@@ -1,0 +1,105 @@
+// Exports of the sample job, compared with whole files, and options that are refused.
+#include "program.h"
+#include "support/ezdxf_audit.h"
+
+namespace brenvik::cli_test {
+namespace {
+
+class Export : public ProgramTest {
+  protected:
+    Outcome ExportTo(const std::string& name, const std::vector<std::string>& options) const {
+        std::vector<std::string> words{"export", ShippedSample().string(), name};
+        words.insert(words.end(), options.begin(), options.end());
+        return Run(words);
+    }
+    void ExpectGolden(const std::string& golden, const std::vector<std::string>& options) const {
+        const Outcome outcome = ExportTo("out.csv", options);
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_EQ(outcome.errors, "[Done.] Export Complete!!\n");
+        EXPECT_EQ(Read("out.csv"),
+                  ReadFile(std::filesystem::path(BRENVIK_SOURCE_DIR) / "tests/cli/golden" / golden));
+        // Every line has as many cells as the head, as another reader of such files counts them.
+        const test::CommandResult counted = test::RunCommand(
+            "/usr/bin/python3 -c 'import csv, sys; print(len({len(r) for r in "
+            "csv.reader(open(sys.argv[1]))}))' "
+            "'" +
+            Path("out.csv") + "'");
+        if (counted.status == 0) {
+            EXPECT_EQ(counted.output, "1\n");
+        }
+    }
+    /// A profile of the shop's own, and adjustments: the carcass gains in length, white boards in width too.
+    void WriteShopFiles() const {
+        ASSERT_EQ(Run({"init"}).status, 0);
+        Write("home/BrenvikProfiles.txt",
+              "[Saw]\r\nextension=csv\r\ncolumns=PN,|Job 7|,(blank),L x W x T,Length,Width,Thickness,"
+              "Thickness-Material (Imperial)\r\n");
+        Write("adjust.txt",
+              "[carcass]\r\nSub Assembly=carcass\r\nl=0.5\r\n[white]\r\nMaterial=White Melamine\r\nl=1\r\nw=-"
+              "0.25\r\n");
+    }
+};
+
+TEST_F(Export, HasTheStandardColumns) { ExpectGolden("export-standard.csv", {}); }
+
+TEST_F(Export, FollowsSortAndFilter) {
+    ExpectGolden("export-sorted.csv", {"--filter", "Sub Assembly = Drawer", "--sort", "Length desc, Width"});
+}
+
+TEST_F(Export, OfAGroupedListHasItsColumnsAlone) {
+    ExpectGolden("export-grouped.csv", {"--group", "Material, Thickness"});
+}
+
+TEST_F(Export, TakesAProfileWithFixedTextBlanksAndSizes) {
+    WriteShopFiles();
+    ExpectGolden("export-profile.csv", {"--profile", "saw"});
+}
+
+TEST_F(Export, AddsTheAdjustmentsAndWritesFractions) {
+    WriteShopFiles();
+    ExpectGolden("export-adjusted.csv", {"--profile", "Saw", "--adjustments", "adjust.txt", "--fractions"});
+}
+
+TEST_F(Export, DoesNotDependOnTheUnitsOfTheHome) {
+    ASSERT_EQ(Run({"init", "--units", "imperial"}).status, 0);
+    ExpectGolden("export-standard.csv", {});
+}
+
+TEST_F(Export, WritesOverAFileAndSaysSo) {
+    Write("out.csv", "old");
+    const Outcome outcome = ExportTo("out.csv", {"--filter", "Length > 700"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors,
+              "[Overwrite File] This file already exists. Do you want to overwrite it? -> yes (default)\n"
+              "[Done.] Export Complete!!\n");
+    EXPECT_EQ(Read("out.csv").rfind("PN,QTY,", 0), 0u);
+}
+
+TEST_F(Export, RefusesUnknownProfilesAndAdjustmentsWithoutOne) {
+    const Outcome profile = ExportTo("out.csv", {"--profile", "nope"});
+    EXPECT_EQ(profile.status, 2);
+    EXPECT_EQ(profile.errors.rfind("brenvik: --profile: there is no profile \"nope\"", 0), 0u)
+        << profile.errors;
+    const Outcome adjustments = ExportTo("out.csv", {"--adjustments", "adjust.txt"});
+    EXPECT_EQ(adjustments.status, 2);
+    EXPECT_EQ(adjustments.errors.rfind("brenvik: --adjustments: ", 0), 0u) << adjustments.errors;
+    EXPECT_FALSE(Exists("out.csv"));
+}
+
+TEST_F(Export, TellsAdjustmentsThatCannotBeRead) {
+    const Outcome outcome = ExportTo("out.csv", {"--profile", "Cut List", "--adjustments", "none.txt"});
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_NE(outcome.errors.find("none.txt: File not found"), std::string::npos) << outcome.errors;
+    EXPECT_FALSE(Exists("out.csv"));
+}
+
+TEST_F(Export, TellsAFileThatCannotBeWritten) {
+    const Outcome outcome = ExportTo("none/out.csv", {});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.errors.find("none/out.csv: the list was not exported\n"), std::string::npos)
+        << outcome.errors;
+}
+
+}  // namespace
+}  // namespace brenvik::cli_test
