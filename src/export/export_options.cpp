@@ -1,10 +1,14 @@
 // Options done through the export dialog, unseen.
 #include "export/export_options.h"
 
+#include <algorithm>
+#include <span>
 #include <string_view>
+#include <vector>
 
 #include "base/failure.h"
 #include "base/letter_case.h"
+#include "base/text.h"
 #include "export/adjustments.h"
 #include "export/frm_export.h"
 #include "export/text_lines.h"
@@ -58,18 +62,27 @@ class UnloadAtEnd {
     Form& form;
 };
 
+/// The names for a message. A damaged file can have thousands, which would bury what the message says.
+std::string NamesOf(std::span<const ExportProfile> profiles) {
+    constexpr std::size_t most = 20;
+    std::vector<std::string> names;
+    for (const ExportProfile& profile : profiles.first(std::min(most, profiles.size())))
+        names.push_back(profile.name);
+    if (profiles.size() > most) names.push_back(std::to_string(profiles.size() - most) + " more");
+    return Join(names, ", ");
+}
+
 void ChooseProfileOf(frmExport& form, const std::string& wanted) {
-    std::string known;
-    for (const ExportProfile& profile : form.Profiles()) {
-        if (EqualsIgnoreCase(profile.name, wanted)) {
-            form.ChooseProfile(profile.name);
-            return;
-        }
-        known += (known.empty() ? "" : ", ") + profile.name;
+    const std::span<const ExportProfile> profiles = form.Profiles();
+    const auto found = std::ranges::find_if(
+        profiles, [&](const ExportProfile& profile) { return EqualsIgnoreCase(profile.name, wanted); });
+    if (found != profiles.end()) {
+        form.ChooseProfile(found->name);
+        return;
     }
     const std::string file = ApplicationFolder() + std::string(CsvProfileFile);
     Refuse("profile", "there is no profile \"" + wanted + "\" in " + file + "; " +
-                          (known.empty() ? "it has none" : "the profiles are " + known));
+                          (profiles.empty() ? "it has none" : "the profiles are " + NamesOf(profiles)));
 }
 
 }  // namespace

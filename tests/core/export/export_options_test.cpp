@@ -80,6 +80,15 @@ TEST_F(ExportByOptions, NamesTheProfilesWhenItIsGivenAnother) {
     EXPECT_TRUE(FailureOf([this] { ExportToCsv(choices); }).description().ends_with("; it has none"));
 }
 
+TEST_F(ExportByOptions, NamesTwentyProfilesAtMost) {
+    std::string content;
+    for (int profile = 1; profile <= 1000; ++profile) content += "[P" + std::to_string(profile) + "]\n";
+    files.contents["C:\\Brenvik\\BrenvikProfiles.txt"] = content;
+    choices.profile = "Cut";
+    const std::string told = FailureOf([this] { ExportToCsv(choices); }).description();
+    EXPECT_TRUE(told.ends_with(", P19, P20, 980 more")) << told;
+}
+
 TEST_F(ExportByOptions, RefusesAdjustmentsThatWouldHaveNoEffect) {
     choices.adjustments = "D:\\once.txt";
     EXPECT_EQ(FailureOf([this] { ExportToCsv(choices); }).number(), failure_number::invalidCall);

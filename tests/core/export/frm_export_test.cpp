@@ -398,6 +398,7 @@ TEST_F(ExportDialog, SaysDoneForANewTableAndMakesNone) {
     ASSERT_EQ(Messages(), Texts{"Export Complete!!!"});
     EXPECT_EQ(dialogs.messages[0].title, "Done.");
     EXPECT_FALSE(Form().Loaded());
+    EXPECT_TRUE(Form().exportEnded);
     EXPECT_TRUE(target.connectionStrings.empty());
 }
 
