@@ -234,6 +234,8 @@ class TargetDatabase : public ExportDatabasePort {
             if (state == ConnectionState::Open) --database.openConnections;
         }
         void SetCursorLocation(CursorLocation location) override {
+            EXPECT_EQ(state, ConnectionState::Closed)
+                << "an open connection keeps its cursors where they are";
             database.cursorLocations.push_back(location);
         }
         void Open(std::string_view connectionString) override {
