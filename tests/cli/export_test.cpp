@@ -43,6 +43,18 @@ class Export : public ProgramTest {
 
 TEST_F(Export, HasTheStandardColumns) { ExpectGolden("export-standard.csv", {}); }
 
+TEST_F(Export, HoldsTheCellsOfTheListAsAnotherReaderSeesThem) {
+    ASSERT_EQ(ExportTo("out.csv", {}).status, 0);
+    const Outcome list = Run({"list", ShippedSample().string(), "--format", "json"});
+    ASSERT_EQ(list.status, 0);
+    Write("list.json", list.output);
+    const test::CommandResult compared =
+        test::RunCommand("/usr/bin/python3 " BRENVIK_SOURCE_DIR "/tests/tools/compare_export.py '" +
+                         Path("out.csv") + "' '" + Path("list.json") + "'");
+    EXPECT_EQ(compared.status, 0) << compared.output;
+    EXPECT_EQ(compared.output, "304\n") << "16 parts, 19 columns";
+}
+
 TEST_F(Export, FollowsSortAndFilter) {
     ExpectGolden("export-sorted.csv", {"--filter", "Sub Assembly = Drawer", "--sort", "Length desc, Width"});
 }
