@@ -117,6 +117,9 @@ class AcadLine : public virtual AcadEntity {
     /// Of the line's image in the XY plane, from the X axis.
     virtual double Angle() const = 0;
     virtual double Length() const = 0;
+    virtual Point3 Normal() const = 0;
+    /// The ends stay where they are; fails for a vector without length.
+    virtual void SetNormal(const Point3& normal) = 0;
 };
 
 class AcadArc : public virtual AcadEntity {
@@ -138,6 +141,8 @@ class AcadCircle : public virtual AcadEntity {
     virtual double Radius() const = 0;
     virtual double Diameter() const = 0;
     virtual Point3 Normal() const = 0;
+    /// The centre stays where it is in the world; fails for a vector without length.
+    virtual void SetNormal(const Point3& normal) = 0;
     virtual double Thickness() const = 0;
     virtual void SetThickness(double thickness) = 0;
 };
@@ -162,6 +167,17 @@ class AcadLWPolyline : public virtual AcadEntity {
     virtual double Area() const = 0;
     /// New lines and arcs in the same space; the polyline itself stays.
     virtual std::vector<AcadEntity*> Explode() = 0;
+};
+
+/// A polyline in space, straight from vertex to vertex.
+class Acad3DPolyline : public virtual AcadEntity {
+  public:
+    /// X, Y and Z of each vertex, one after another.
+    virtual std::vector<double> Coordinates() const = 0;
+    virtual bool Closed() const = 0;
+    virtual void SetClosed(bool closed) = 0;
+    virtual double Thickness() const = 0;
+    virtual void SetThickness(double thickness) = 0;
 };
 
 class AcadRegion : public virtual AcadEntity {
@@ -214,6 +230,8 @@ class AcadBlock {
     virtual AcadArc* AddArc(const Point3& center, double radius, double startAngle, double endAngle) = 0;
     /// X and Y of each vertex, one after another, in the XY plane.
     virtual AcadLWPolyline* AddLightWeightPolyline(std::span<const double> coordinates) = 0;
+    /// X, Y and Z of each vertex, one after another.
+    virtual Acad3DPolyline* Add3DPoly(std::span<const double> coordinates) = 0;
     /// One region for each closed loop that the curves make; fails when they make none. The curves stay.
     virtual std::vector<AcadRegion*> AddRegion(std::span<AcadEntity* const> curves) = 0;
     /// Along the region's normal for a positive height; taper in radians. The region stays.

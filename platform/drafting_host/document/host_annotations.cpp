@@ -24,6 +24,36 @@ std::string_view HostPolyline::ObjectName() const {
     return {};
 }
 
+std::vector<double> HostPolyline::Coordinates() const {
+    RequireAlive();
+    std::vector<double> result;
+    result.reserve(3 * mData.vertices.size());
+    for (const PolylineData::Vertex& vertex : mData.vertices)
+        result.insert(result.end(), {vertex.point.x, vertex.point.y, vertex.point.z});
+    return result;
+}
+
+bool HostPolyline::Closed() const {
+    RequireAlive();
+    return (mData.flags & ClosedPolylineFlag) != 0;
+}
+
+void HostPolyline::SetClosed(bool closed) {
+    RequireChangeable();
+    mData.flags = closed ? mData.flags | ClosedPolylineFlag : mData.flags & ~ClosedPolylineFlag;
+}
+
+double HostPolyline::Thickness() const {
+    RequireAlive();
+    return mData.thickness;
+}
+
+void HostPolyline::SetThickness(double thickness) {
+    RequireChangeable();
+    if (!std::isfinite(thickness)) throw host_failure::InvalidArgument("the thickness is no finite number");
+    mData.thickness = thickness;
+}
+
 std::string_view HostQuad::ObjectName() const {
     switch (mData.kind) {
         case QuadData::Kind::Solid:

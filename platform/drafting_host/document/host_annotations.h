@@ -20,10 +20,15 @@ class HostSpline final : public HostDataEntity<SplineData> {
 };
 
 /// Old-style polylines and meshes.
-class HostPolyline final : public HostDataEntity<PolylineData> {
+class HostPolyline final : public HostDataEntity<PolylineData>, public Acad3DPolyline {
   public:
     using HostDataEntity::HostDataEntity;
     std::string_view ObjectName() const override;
+    std::vector<double> Coordinates() const override;
+    bool Closed() const override;
+    void SetClosed(bool closed) override;
+    double Thickness() const override;
+    void SetThickness(double thickness) override;
 
   protected:
     void Release() override { mData.vertices.clear(); }

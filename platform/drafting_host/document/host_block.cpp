@@ -210,6 +210,21 @@ AcadLWPolyline* HostBlock::AddLightWeightPolyline(std::span<const double> coordi
     return dynamic_cast<AcadLWPolyline*>(&Add(std::move(data)));
 }
 
+Acad3DPolyline* HostBlock::Add3DPoly(std::span<const double> coordinates) {
+    if (coordinates.size() < 6 || coordinates.size() % 3 != 0)
+        throw host_failure::InvalidArgument("a polyline in space needs two or more vertices of three values");
+    PolylineData data;
+    data.flags = SpacePolylineFlag;
+    for (std::size_t i = 0; i < coordinates.size(); i += 3) {
+        PolylineData::Vertex vertex;
+        vertex.point = {coordinates[i], coordinates[i + 1], coordinates[i + 2]};
+        RequirePoint(vertex.point);
+        vertex.flags = SpaceVertexFlag;
+        data.vertices.push_back(vertex);
+    }
+    return dynamic_cast<Acad3DPolyline*>(&Add(std::move(data)));
+}
+
 std::vector<AcadRegion*> HostBlock::AddRegion(std::span<AcadEntity* const> curves) {
     std::vector<TopoDS_Edge> edges;
     for (AcadEntity* curve : curves) {

@@ -35,6 +35,7 @@ class HostBlock final : public AcadBlock {
     AcadCircle* AddCircle(const Point3& center, double radius) override;
     AcadArc* AddArc(const Point3& center, double radius, double startAngle, double endAngle) override;
     AcadLWPolyline* AddLightWeightPolyline(std::span<const double> coordinates) override;
+    Acad3DPolyline* Add3DPoly(std::span<const double> coordinates) override;
     std::vector<AcadRegion*> AddRegion(std::span<AcadEntity* const> curves) override;
     /// A region of several faces gives one solid. The taper has to be 0.
     Acad3DSolid* AddExtrudedSolid(AcadRegion& region, double height, double taper) override;

@@ -17,6 +17,12 @@ void RequireFinite(double value, const char* what) {
         throw host_failure::InvalidArgument(std::string(what) + " is no finite number");
 }
 
+Point3 UnitNormal(const Point3& normal) {
+    const double length = vectors::Length(normal);
+    if (!Finite(normal) || length == 0) throw host_failure::InvalidArgument("the normal has no direction");
+    return normal * (1 / length);
+}
+
 }  // namespace
 
 Point3 HostLine::StartPoint() const {
@@ -40,6 +46,16 @@ double HostLine::Angle() const {
 }
 
 double HostLine::Length() const { return vectors::Length(Delta()); }
+
+Point3 HostLine::Normal() const {
+    RequireAlive();
+    return mData.normal;
+}
+
+void HostLine::SetNormal(const Point3& normal) {
+    RequireChangeable();
+    mData.normal = UnitNormal(normal);
+}
 
 Point3 HostArc::Center() const {
     RequireAlive();
@@ -97,6 +113,11 @@ double HostCircle::Diameter() const { return 2 * Radius(); }
 Point3 HostCircle::Normal() const {
     RequireAlive();
     return mData.normal;
+}
+
+void HostCircle::SetNormal(const Point3& normal) {
+    RequireChangeable();
+    mData.normal = UnitNormal(normal);
 }
 
 double HostCircle::Thickness() const {

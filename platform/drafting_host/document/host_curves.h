@@ -14,6 +14,8 @@ class HostLine final : public HostDataEntity<LineData>, public AcadLine {
     Point3 Delta() const override;
     double Angle() const override;
     double Length() const override;
+    Point3 Normal() const override;
+    void SetNormal(const Point3& normal) override;
 };
 
 class HostArc final : public HostDataEntity<ArcData>, public AcadArc {
@@ -38,6 +40,7 @@ class HostCircle final : public HostDataEntity<CircleData>, public AcadCircle {
     double Radius() const override;
     double Diameter() const override;
     Point3 Normal() const override;
+    void SetNormal(const Point3& normal) override;
     double Thickness() const override;
     void SetThickness(double thickness) override;
 };

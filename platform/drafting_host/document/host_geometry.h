@@ -71,6 +71,10 @@ std::vector<PolylinePiece> PiecesOf(const PolylineData& data);
 /// Area enclosed by a lightweight polyline, an open one closed by a straight line.
 double AreaOf(const LWPolylineData& data);
 
+/// Flags of group 70 of an old-style polyline, and of its vertices.
+inline constexpr int ClosedPolylineFlag = 1;
+inline constexpr int SpacePolylineFlag = 8;
+inline constexpr int SpaceVertexFlag = 32;
 /// The kinds of old-style polylines, told by the flags of group 70.
 enum class PolylineKind { Plane, Space, PolygonMesh, PolyfaceMesh };
 PolylineKind KindOf(const PolylineData& data);

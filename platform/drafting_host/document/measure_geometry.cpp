@@ -247,10 +247,10 @@ double AreaOf(const LWPolylineData& data) {
 }
 
 PolylineKind KindOf(const PolylineData& data) {
-    constexpr int space = 8, polygonMesh = 16, polyfaceMesh = 64;
+    constexpr int polygonMesh = 16, polyfaceMesh = 64;
     if ((data.flags & polyfaceMesh) != 0) return PolylineKind::PolyfaceMesh;
     if ((data.flags & polygonMesh) != 0) return PolylineKind::PolygonMesh;
-    return (data.flags & space) != 0 ? PolylineKind::Space : PolylineKind::Plane;
+    return (data.flags & SpacePolylineFlag) != 0 ? PolylineKind::Space : PolylineKind::Plane;
 }
 
 }  // namespace brenvik

@@ -188,6 +188,7 @@ class FakeModelSpace : public AcadBlock {
     AcadLWPolyline* AddLightWeightPolyline(std::span<const double>) override {
         Refuse("AddLightWeightPolyline");
     }
+    Acad3DPolyline* Add3DPoly(std::span<const double>) override { Refuse("Add3DPoly"); }
     std::vector<AcadRegion*> AddRegion(std::span<AcadEntity* const>) override { Refuse("AddRegion"); }
     Acad3DSolid* AddExtrudedSolid(AcadRegion&, double, double) override { Refuse("AddExtrudedSolid"); }
     Acad3DSolid* AddBox(const Point3&, double, double, double) override { Refuse("AddBox"); }

@@ -1,0 +1,72 @@
+// The state of one CNC run: what the run template, the recognisers and the writers share. Lengths are the
+// units of the run: millimetres or inches by `ExportScaleSetting`.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cnc/target.h"
+#include "settings/bit_choice.h"
+#include "settings/materials.h"
+
+namespace brenvik {
+
+class AcadApplication;
+class AcadDocument;
+
+/// What a stretch of the work on a part came to.
+enum class PartStep {
+    GoOn,
+    SkipPart,  ///< All that the user has to know has been told; the end-of-part cleaning follows.
+    EndRun,    ///< The whole run ends at once, with no cleaning.
+};
+
+/// Where the run takes its parts from: the host's previous selection, or the list that the grid left.
+enum class RunForm { A, B };
+
+struct RunState {
+    // The whole run.
+    Target target = Target::C2C;
+    RunForm form = RunForm::A;
+    AcadApplication* app = nullptr;
+    AcadDocument* sessionDrawing = nullptr;
+    double SpoilAmount = 0;  ///< How far a through route cuts into the spoil board.
+    int NeedSecondSide = 0, ThroughRouteSeen = 0;
+    /// 0 on the first pass of a part, 1 on its second.
+    int SecondSidePass = 0;
+    /// BW's list has its header, by pass.
+    bool ListHeaderWritten[2] = {false, false};
+
+    // The part being worked on.
+    AcadDocument* part = nullptr;  ///< Replaced when the origin is moved.
+    int partIndex = 0;
+    int ExportScaleSetting = 0;
+    int RouteSkip = 0, DrillSkip = 0;
+    double PartThickness = 0, PartBottomZ = 0, PartVolume = 0;
+    double CircleSize = 0;
+    int RouteCount = 0;
+    MaterialRecord Material;
+    std::string MaterialKeyText;  ///< The key that the material was found by.
+    std::string MaterialName;
+    std::string RouteDirection;  ///< "Clockwise" or "CounterClockwise".
+    BitChoice bits;              ///< The selected tool and `SavedToolDiameters`.
+    std::string DimL = "0", DimW = "0", DimT = "0";
+    double QuarterThickness = 0;
+    /// The layer added last: it becomes the active one when the part is closed.
+    std::string LastAddedLayer;
+    /// What no recogniser took, in words for the operator, for the part as a whole.
+    std::vector<std::string> unexplained;
+
+    bool FirstPass() const { return SecondSidePass == 0; }
+    bool Metric() const { return ExportScaleSetting == 2 || ExportScaleSetting == 3; }
+};
+
+/// The names of the run's folders and work drawings.
+inline constexpr std::string_view OutputFolder = "c:\\BV-DXF\\";
+inline constexpr std::string_view SecondSideFolder = "c:\\BV-DXF\\2-sided\\";
+inline constexpr std::string_view WorkDrawing = "c:\\BV-DXF\\wblock.dwg";
+inline constexpr std::string_view WorkDrawing2 = "c:\\BV-DXF\\wblock2.dwg";
+inline constexpr std::string_view SecondSideWorkDrawing = "c:\\BV-DXF\\2-sided\\wblock.dwg";
+inline constexpr std::string_view SecondSideWorkDrawing2 = "c:\\BV-DXF\\2-sided\\wblock2.dwg";
+
+}  // namespace brenvik

@@ -1,0 +1,15 @@
+// CNC runs: from solids to one layered DXF per part and side, and a work list, for one target.
+#pragma once
+
+#include "cnc/target.h"
+
+namespace brenvik {
+
+class AcadApplication;
+
+/// Form A: the parts of the host's previous selection.
+void RunOnSelection(AcadApplication& app, Target target);
+/// Form B: the parts and quantities of the list that the grid left.
+void RunFromGrid(AcadApplication& app, Target target);
+
+}  // namespace brenvik

@@ -1,0 +1,35 @@
+// The work layers that a part goes over on its way from a solid to operations, each named by its role.
+#pragma once
+
+#include <string_view>
+
+namespace brenvik::layers {
+
+inline constexpr std::string_view BrenvikExplode = "BrenvikExplode";
+inline constexpr std::string_view Region = "Region";
+inline constexpr std::string_view NextBiggestRegion = "NextBiggestRegion";
+inline constexpr std::string_view RegionCopy = "RegionCopy";
+inline constexpr std::string_view regioncopycopy = "regioncopycopy";
+inline constexpr std::string_view circleHold = "circleHold";
+inline constexpr std::string_view SolidHold = "SolidHold";
+inline constexpr std::string_view linePV = "linePV";
+inline constexpr std::string_view regionPV = "regionPV";
+inline constexpr std::string_view regionPV2 = "regionPV2";
+inline constexpr std::string_view circlePV = "circlePV";
+inline constexpr std::string_view RouteCirclePV = "RouteCirclePV";
+inline constexpr std::string_view ThroughRouteCirclePV = "ThroughRouteCirclePV";
+inline constexpr std::string_view CircleHold2 = "CircleHold2";
+inline constexpr std::string_view RouteCircleHold = "RouteCircleHold";
+inline constexpr std::string_view MAXCircleHold = "MAXCircleHold";
+inline constexpr std::string_view HorzcircleHold = "HorzcircleHold";
+inline constexpr std::string_view MyHorzcircleHold = "MyHorzcircleHold";
+inline constexpr std::string_view arcPV = "arcPV";
+inline constexpr std::string_view Border = "Border";
+inline constexpr std::string_view Border2 = "Border2";
+inline constexpr std::string_view RoutingLayer1 = "RoutingLayer1";
+inline constexpr std::string_view RoutingLayer2 = "RoutingLayer2";
+inline constexpr std::string_view ThroughxRoute = "ThroughxRoute";
+inline constexpr std::string_view DELETE = "DELETE";
+inline constexpr std::string_view Zero = "0";
+
+}  // namespace brenvik::layers
