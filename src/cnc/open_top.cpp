@@ -1,0 +1,103 @@
+// The trial cut: everything it makes is a temporary object, and it leaves the drawing as it found it.
+#include "cnc/open_top.h"
+
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "cnc/drawing_walk.h"
+#include "cnc/run_state.h"
+#include "cnc/work_layers.h"
+
+namespace brenvik {
+
+namespace {
+
+// Higher than any part is thick, in millimetres as in inches.
+constexpr double TrialHeight = 1000.0;
+constexpr double NoTaper = 0;
+constexpr int TrialColor = 2;
+
+/// A layer unlocked for a while.
+class Unlocked {
+  public:
+    Unlocked(AcadDocument& drawing, std::string_view name) : mLayer(drawing.Layers().Item(name)) {
+        mWasLocked = mLayer->Lock();
+        if (mWasLocked) mLayer->SetLock(false);
+    }
+    ~Unlocked() {
+        if (mWasLocked) Skip([this] { mLayer->SetLock(true); });
+    }
+    Unlocked(const Unlocked&) = delete;
+    Unlocked& operator=(const Unlocked&) = delete;
+
+  private:
+    AcadLayer* mLayer;
+    bool mWasLocked = false;
+};
+
+/// The objects of one trial. Those that a step has used up already are gone, and deleting them again is
+/// passed over.
+class TrialObjects {
+  public:
+    TrialObjects() = default;
+    ~TrialObjects() {
+        for (AcadEntity* object : mObjects) Skip([object] { object->Delete(); });
+    }
+    TrialObjects(const TrialObjects&) = delete;
+    TrialObjects& operator=(const TrialObjects&) = delete;
+
+    template <class Kind>
+    Kind& Keep(Kind* object) {
+        mObjects.push_back(object);
+        return *object;
+    }
+
+  private:
+    std::vector<AcadEntity*> mObjects;
+};
+
+/// Every region that the curve makes; a closed contour that doesn't cross itself makes one.
+AcadRegion& RegionOf(AcadDocument& drawing, AcadEntity& curve, TrialObjects& objects) {
+    const std::array<AcadEntity*, 1> curves{&curve};
+    const std::vector<AcadRegion*> regions = drawing.ModelSpace().AddRegion(curves);
+    for (AcadRegion* region : regions) objects.Keep(region);
+    return *regions.front();
+}
+
+/// The volume that is left of the part when all above the region is taken away; 0 where nothing is left.
+double VolumeAfterCut(AcadDocument& drawing, Acad3DSolid& part, AcadRegion& region, TrialObjects& objects) {
+    // A region may look down; the tool comes from above all the same.
+    const double height = region.Normal().z < 0 ? -TrialHeight : TrialHeight;
+    Acad3DSolid& above = objects.Keep(drawing.ModelSpace().AddExtrudedSolid(region, height, NoTaper));
+    above.SetLayer(layers::Zero);
+    above.SetColor(TrialColor);
+    Acad3DSolid& trial = objects.Keep(dynamic_cast<Acad3DSolid*>(part.Copy()));
+    trial.Boolean(BooleanKind::Subtraction, above);
+    double volume = 0;
+    Skip([&] { volume = trial.Volume(); });
+    return volume;
+}
+
+}  // namespace
+
+OpenTop OpenToTop(RunState& run, AcadEntity& closedCurve, int digits) {
+    AcadDocument& drawing = *run.part;
+    Acad3DSolid& part = LastSolid(drawing);
+    AddLayer(drawing, layers::circleHold);
+    const Unlocked zero(drawing, layers::Zero), hold(drawing, layers::circleHold),
+        ofPart(drawing, part.Layer()), ofCurve(drawing, closedCurve.Layer());
+    TrialObjects objects;
+    AcadEntity& copy = objects.Keep(closedCurve.Copy());
+    copy.SetLayer(layers::circleHold);
+    copy.SetColor(TrialColor);
+    const double left =
+        RoundHalfEven(VolumeAfterCut(drawing, part, RegionOf(drawing, copy, objects), objects), digits);
+    const double whole = RoundHalfEven(run.PartVolume, digits);
+    if (left < whole) return OpenTop::Covered;
+    return left > whole ? OpenTop::Grown : OpenTop::Open;
+}
+
+}  // namespace brenvik
