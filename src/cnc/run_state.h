@@ -24,6 +24,11 @@ enum class PartStep {
 /// Where the run takes its parts from: the host's previous selection, or the list that the grid left.
 enum class RunForm { A, B };
 
+/// The part data that file names and work lists need, read before the solid goes. As the drawing has them.
+struct PartTexts {
+    std::string PartName, PN, SubAssembly, ORIE, Notes, Face, UserData1, UserData2, Price, EB1, EB2, EB3, EB4;
+};
+
 struct RunState {
     // The whole run.
     Target target = Target::C2C;
@@ -52,6 +57,10 @@ struct RunState {
     BitChoice bits;              ///< The selected tool and `SavedToolDiameters`.
     std::string DimL = "0", DimW = "0", DimT = "0";
     double QuarterThickness = 0;
+    PartTexts texts;
+    int Quantity = 0;                              ///< As the part has it, not multiplied.
+    double ExtentX = 0, ExtentY = 0, ExtentZ = 0;  ///< Of the part as it lies.
+    std::string writtenFile;                       ///< The DXF file of this pass, with its folder.
     /// The layer added last: it becomes the active one when the part is closed.
     std::string LastAddedLayer;
     /// What no recogniser took, in words for the operator, for the part as a whole.

@@ -52,4 +52,7 @@ std::string CompensationText(const RunState& run);
 /// inches; nothing for a scale setting outside 1 to 4, and the name stays without its number.
 std::optional<int> ScaleDigits(const RunState& run, int metric, int imperial);
 
+/// The value in units of the last of `digits` decimals, as BW's names have it: 0.75 with 4 is "7500".
+std::string WholeNumberText(double value, int digits);
+
 }  // namespace brenvik
