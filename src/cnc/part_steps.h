@@ -45,6 +45,8 @@ PartStep ClosePart(RunState& run);
 void ProcessTongues(RunState& run);
 
 // part_output.cpp
+/// The name of the part's DXF file for this pass, without its folder.
+std::string WrittenFileName(const RunState& run);
 /// Writes the part's DXF file for this pass.
 void WritePartFile(RunState& run);
 // work_lists.cpp

@@ -6,13 +6,11 @@
 #include <vector>
 
 #include "cnc/target.h"
+#include "session/host_interface.h"
 #include "settings/bit_choice.h"
 #include "settings/materials.h"
 
 namespace brenvik {
-
-class AcadApplication;
-class AcadDocument;
 
 /// What a stretch of the work on a part came to.
 enum class PartStep {
@@ -59,7 +57,9 @@ struct RunState {
     double QuarterThickness = 0;
     PartTexts texts;
     int Quantity = 0;                              ///< As the part has it, not multiplied.
-    double ExtentX = 0, ExtentY = 0, ExtentZ = 0;  ///< Of the part as it lies.
+    double ExtentX = 0, ExtentY = 0, ExtentZ = 0;  ///< Of the part as it lies, rounded to 6 decimals.
+    Point3 LowestCorner;                           ///< Of the part as it lies, before its top is put on Z 0.
+    std::string OutlineLayer;                      ///< The layer that the outside profile is named by.
     std::string writtenFile;                       ///< The DXF file of this pass, with its folder.
     /// The layer added last: it becomes the active one when the part is closed.
     std::string LastAddedLayer;

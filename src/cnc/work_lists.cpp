@@ -1,0 +1,197 @@
+// The list that tells a CAM package which files there are, of which material and how many to cut. Each target
+// has its own file and form; the pass decides the folder.
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "base/letter_case.h"
+#include "base/number_text.h"
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "base/text.h"
+#include "cnc/part_steps.h"
+#include "export/fractions.h"
+#include "session/files_port.h"
+#include "session/session.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+using Fields = std::vector<std::string>;
+
+/// The list that a target writes, and the files that it clears at the start of a run.
+struct ListFiles {
+    std::string_view written;
+    std::vector<std::string_view> cleared;
+};
+
+ListFiles ListFilesOf(Target target) {
+    switch (target) {
+        case Target::C2C:
+        case Target::ATP:
+        case Target::ROV:
+        case Target::CNI:
+        case Target::ASP:
+        case Target::WOP4:
+        case Target::WOP5:
+            return {"WORKLIST.TXT", {"WORKLIST.TXT"}};
+        case Target::BW:
+            return {"WorkList.txt", {"WORKLIST.TXT", "WorkList.txt"}};
+        case Target::THERM:
+            return {"Sheet1.csv", {"WORKLIST.TXT", "Sheet1.csv", "CNCList.txt"}};
+        case Target::Enroute:
+        case Target::RCIM:
+            return {"CNCList.txt", {"WORKLIST.TXT", "CNCList.txt"}};
+        case Target::ABC:
+            return {"CNCList.csv", {"WORKLIST.TXT", "CNCList.csv"}};
+    }
+    return {};
+}
+
+std::string_view FolderOf(const RunState& run) { return run.FirstPass() ? OutputFolder : SecondSideFolder; }
+
+std::string SideText(const RunState& run) { return run.FirstPass() ? "F" : "B"; }
+
+std::string QuantityText(const RunState& run) {
+    return std::to_string(std::int64_t{run.Quantity} * StrictIntegerSetting("CNCMultiplier"));
+}
+
+/// A dimension with the blank that numbers have before them.
+std::string Dimension(const std::string& text) { return NumberToTextBlank(LenientNumber(text)); }
+std::string TrimmedDimension(const std::string& text) { return Trim(Dimension(text)); }
+
+/// The key of the part's material, or with `ConvertMaterialName` the name that it has in inches.
+std::string MaterialText(const RunState& run) {
+    if (!SwitchIsOn("ConvertMaterialName")) return run.MaterialKeyText;
+    constexpr double millimetresInAnInch = 25.4;
+    return MaterialNameForList(run.Metric() ? run.ExtentZ : run.ExtentZ * millimetresInAnInch,
+                               run.MaterialName);
+}
+
+std::string CommonLine(const RunState& run) {
+    const PartTexts& part = run.texts;
+    return Join(
+        Fields{run.writtenFile, MaterialText(run), std::to_string(run.Material.grain), QuantityText(run),
+               part.PartName, part.SubAssembly, part.PN, part.EB1, part.EB2, part.EB3, part.EB4},
+        ",");
+}
+
+std::string LineOfBW(const RunState& run) {
+    const bool small = run.ExtentX * run.ExtentY < StrictNumberSetting("BWPriority");
+    return Join(Fields{"Piece", run.writtenFile, TrimmedDimension(run.DimL), TrimmedDimension(run.DimW),
+                       QuantityText(run), small ? "100" : "50", run.Material.grain == 1 ? "90" : "180", "0"},
+                "\t");
+}
+
+std::string LineOfTHERM(const RunState& run) {
+    return Join(Fields{QuantityText(run), WrittenFileName(run), MaterialText(run), "48", "96",
+                       Dimension(run.DimT), run.Material.grain == 0 ? "yes" : "no"},
+                ",");
+}
+
+std::string LineOfEnroute(const RunState& run) {
+    return Join(Fields{WrittenFileName(run), run.texts.PartName, Dimension(run.DimW), Dimension(run.DimL),
+                       Dimension(run.DimT), MaterialText(run), run.texts.SubAssembly, QuantityText(run),
+                       std::to_string(run.Material.grain), "0", SideText(run)},
+                ",");
+}
+
+std::string LineOfRCIM(const RunState& run) {
+    return Join(Fields{WrittenFileName(run), run.texts.PartName, TrimmedDimension(run.DimW),
+                       TrimmedDimension(run.DimL), TrimmedDimension(run.DimT), MaterialText(run), "1",
+                       QuantityText(run), std::to_string(run.Material.grain), SideText(run), "0"},
+                ",") +
+           ",";
+}
+
+std::string LineOfABC(const RunState& run) {
+    constexpr int thicknessDigits = 2;
+    const PartTexts& part = run.texts;
+    const auto upper = [](const std::string& text) { return FoldUpper(text); };
+    const std::string fraction =
+        DecimalToFraction(RoundDecimalValue(run.PartThickness, ExportFractionUnit), false);
+    const std::string thickness = Trim(NumberToTextBlank(RoundHalfEven(run.PartThickness, thicknessDigits)));
+    const std::string folder = run.FirstPass() ? "C:\\BV-DXF\\" : "C:\\BV-DXF\\2-sided\\";
+    return Join(Fields{QuantityText(run),
+                       upper(part.PartName),
+                       upper(part.SubAssembly),
+                       run.MaterialName,
+                       Dimension(run.DimL),
+                       Dimension(run.DimW),
+                       Dimension(run.DimT),
+                       upper(part.ORIE),
+                       upper(part.UserData1),
+                       upper(part.UserData2),
+                       upper(part.PN),
+                       upper(part.Price),
+                       upper(part.EB1),
+                       upper(part.EB2),
+                       upper(part.EB3),
+                       upper(part.EB4),
+                       upper(part.Face),
+                       SideText(run),
+                       fraction + " " + run.MaterialName,
+                       thickness + " " + run.MaterialName,
+                       folder + WrittenFileName(run)},
+                ",");
+}
+
+std::string LineOf(const RunState& run) {
+    switch (run.target) {
+        case Target::C2C:
+        case Target::ATP:
+        case Target::ROV:
+        case Target::CNI:
+        case Target::ASP:
+        case Target::WOP4:
+        case Target::WOP5:
+            return CommonLine(run);
+        case Target::BW:
+            return LineOfBW(run);
+        case Target::THERM:
+            return LineOfTHERM(run);
+        case Target::Enroute:
+            return LineOfEnroute(run);
+        case Target::RCIM:
+            return LineOfRCIM(run);
+        case Target::ABC:
+            return LineOfABC(run);
+    }
+    return {};
+}
+
+/// What stands ahead of BW's first line.
+std::string HeaderOfBW(std::string_view lineEnd) {
+    const std::string end(lineEnd);
+    return "PIECE SECTION" + end + end +
+           Join(Fields{"Discr", "Piece path", "Length", "Width", "Q. min", "Prior", "Rot", "Offset"}, "\t") +
+           end + end;
+}
+
+}  // namespace
+
+void AddListLine(RunState& run) {
+    FilesPort& files = *ThePlatform().files;
+    const std::string_view lineEnd = files.LineEnd();
+    const std::string path = std::string(FolderOf(run)) + std::string(ListFilesOf(run.target).written);
+    std::string content = files.FileExists(path) ? files.ReadFile(path) : std::string();
+    if (run.target == Target::BW) {
+        bool& written = run.ListHeaderWritten[run.SecondSidePass];
+        if (!written) content = HeaderOfBW(lineEnd);
+        written = true;
+    }
+    files.WriteFile(path, content + LineOf(run) + std::string(lineEnd));
+}
+
+void ClearWorkLists(Target target) {
+    FilesPort& files = *ThePlatform().files;
+    for (const std::string_view folder : {OutputFolder, SecondSideFolder})
+        for (const std::string_view name : ListFilesOf(target).cleared) {
+            const std::string path = std::string(folder) + std::string(name);
+            if (files.FileExists(path)) Skip([&] { files.RemoveFile(path); });
+        }
+}
+
+}  // namespace brenvik
