@@ -27,6 +27,11 @@ struct PartTexts {
     std::string PartName, PN, SubAssembly, ORIE, Notes, Face, UserData1, UserData2, Price, EB1, EB2, EB3, EB4;
 };
 
+/// A vertical hole that the first pass has drilled, as it lay then: from its rim down to its floor.
+struct DrilledHole {
+    double x = 0, y = 0, diameter = 0, rimZ = 0, floorZ = 0;
+};
+
 struct RunState {
     // The whole run.
     Target target = Target::C2C;
@@ -63,6 +68,8 @@ struct RunState {
     std::string writtenFile;                       ///< The DXF file of this pass, with its folder.
     /// The layer added last: it becomes the active one when the part is closed.
     std::string LastAddedLayer;
+    int edgeBores = 0;                        ///< Horizontal bores that this pass has made.
+    std::vector<DrilledHole> firstSideHoles;  ///< Kept for the second pass, which makes none of them twice.
     /// What no recogniser took, in words for the operator, for the part as a whole.
     std::vector<std::string> unexplained;
 

@@ -1,0 +1,272 @@
+// Vertical holes: each rim is paired with the circle at its floor, and one circle per hole is left on the top
+// plane, on a layer that tells depth and diameter in the language of the target.
+//
+// Holes that start on the top face come first. What is left then starts in a recess, or belongs to the other
+// side; a trial cut tells which. The circles of a place are few, so they are gathered once, in drawing order,
+// and the list is kept in step with what is deleted.
+#include <cmath>
+#include <vector>
+
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "cnc/drawing_walk.h"
+#include "cnc/open_top.h"
+#include "cnc/part_steps.h"
+#include "cnc/drilled_holes.h"
+#include "cnc/vertical_drilling_names.h"
+#include "cnc/work_layers.h"
+#include "session/message.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr int CompareDecimals = 6;
+constexpr int OperationColor = 4;
+// "Exactly 0" as far as the modeller can tell: a part laid at an odd angle leaves 1e-13.
+constexpr double NoHeight = 1e-9;
+
+/// A circle that may be a rim or a floor.
+struct Rim {
+    AcadCircle* circle = nullptr;
+    Point3 center;
+    double diameter = 0;
+    bool gone = false;
+    bool passedOver = false;  ///< Looked at, with no operation; it stays in the drawing.
+};
+
+bool SamePlace(const Rim& a, const Rim& b) {
+    return SameLength(a.center.x, b.center.x) && SameLength(a.center.y, b.center.y);
+}
+bool SameBore(const Rim& a, const Rim& b) { return SameLength(a.diameter, b.diameter) && SamePlace(a, b); }
+bool Lower(const Rim& a, const Rim& b) { return Less(a.center.z, b.center.z); }
+bool Wider(const Rim& a, const Rim& b) { return Less(b.diameter, a.diameter); }
+
+bool Upright(const AcadCircle& circle) {
+    return std::abs(RoundHalfEven(circle.Normal().z, CompareDecimals)) == 1;
+}
+
+class Drilling {
+  public:
+    explicit Drilling(RunState& run)
+        : mRun(run),
+          mPart(LastSolid(*run.part).GetBoundingBox()),
+          mSpoil(StrictNumberSetting("DrillSpoilAmount")) {
+        for (AcadCircle* circle : AllOn<AcadCircle>(*run.part, layers::MAXCircleHold))
+            mTop.push_back({circle, circle->Center(), circle->Diameter()});
+        for (AcadCircle* circle : AllOn<AcadCircle>(*run.part, layers::circleHold)) {
+            const Rim rim{circle, circle->Center(), circle->Diameter()};
+            if (Upright(*circle))
+                mRims.push_back(rim);
+            else
+                NoteUnexplained(run, mPart, "slanted hole", rim.diameter, rim.center);
+        }
+    }
+
+    /// False when a floor lies where none can be: the part is given up.
+    bool FromTopFace() {
+        for (Rim& entry : mTop) {
+            Rim* floor = FloorOfTopHole(entry);
+            if (floor == nullptr) continue;
+            if (OnOtherSideAlready(entry, *floor)) {
+                Erase(*floor);
+                Erase(entry);
+            } else if (!Drill(entry, *floor, HoleStart::TopFace)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    bool FromRecesses() {
+        while (Rim* rim = NextRim()) {
+            if (CoveredAbove(*rim)) {
+                mCovered.push_back(*rim);
+                Erase(*rim);
+                NeedOtherSide(mRun);
+                continue;
+            }
+            Rim* floor = rim->passedOver ? nullptr : FloorOfRecessHole(*rim);
+            if (floor == nullptr)
+                PassOver(*rim);
+            else if (OnOtherSideAlready(*rim, *floor))
+                EraseBoth(*rim, *floor);
+            else if (!Drill(*rim, *floor, HoleStart::Recess))
+                return false;
+        }
+        return true;
+    }
+
+    /// Tells what got no operation. A circle inside a hole that was drilled is no hole of its own.
+    void TellRest() {
+        for (const std::vector<Rim>* rims : {&mTop, &mRims}) {
+            for (const Rim& rim : *rims)
+                if (!rim.gone && !Drilled(rim))
+                    NoteUnexplained(mRun, mPart, "hole", rim.diameter, rim.center);
+        }
+    }
+
+  private:
+    static void Erase(Rim& rim) {
+        rim.circle->Delete();
+        rim.gone = true;
+    }
+    static void EraseBoth(Rim& rim, Rim& floor) {
+        Erase(rim);
+        Erase(floor);
+    }
+
+    /// The highest circle below a rim on the top face. The other levels of the hole, and what is wider below,
+    /// are the other side's.
+    Rim* FloorOfTopHole(const Rim& entry) {
+        Rim* best = nullptr;
+        for (Rim& other : mRims) {
+            if (other.gone || !Lower(other, entry) || !SamePlace(other, entry)) continue;
+            if (Wider(other, entry)) {
+                Erase(other);
+                NeedOtherSide(mRun);
+            } else if (SameLength(other.diameter, entry.diameter)) {
+                TakeHigher(best, other);
+            }
+        }
+        return best;
+    }
+
+    void TakeHigher(Rim*& best, Rim& other) {
+        if (best == nullptr || SameLength(other.center.z, best->center.z)) {
+            best = &other;
+            return;
+        }
+        const bool replaces = Lower(*best, other);
+        Erase(replaces ? *best : other);
+        NeedOtherSide(mRun);
+        if (replaces) best = &other;
+    }
+
+    /// The first circle below the top plane, or the highest of its bore.
+    Rim* NextRim() {
+        Rim* candidate = nullptr;
+        for (Rim& rim : mRims) {
+            if (rim.gone || rim.passedOver || !Less(rim.center.z, mRun.PartThickness)) continue;
+            if (candidate == nullptr || (SameBore(rim, *candidate) && Lower(*candidate, rim)))
+                candidate = &rim;
+        }
+        return candidate;
+    }
+
+    /// Whether material stands above the rim. What lies below a covered circle of the same bore is covered by
+    /// the same material. A rim that the trial can't judge is passed over.
+    bool CoveredAbove(Rim& rim) {
+        for (const Rim& covered : mCovered)
+            if (SameBore(covered, rim)) return true;
+        switch (OpenToTop(mRun, *rim.circle, CompareDecimals)) {
+            case OpenTop::Open:
+                return false;
+            case OpenTop::Covered:
+                return true;
+            case OpenTop::Grown:
+                PassOver(rim);
+                return false;
+        }
+        return false;
+    }
+
+    /// The highest circle of the bore below its rim; what is wider below the rim is the other side's. What is
+    /// wider above it is open to the top just as the rim is, and waits for its own turn.
+    Rim* FloorOfRecessHole(const Rim& entry) {
+        Rim* best = nullptr;
+        for (Rim& other : mRims) {
+            if (other.gone || !Lower(other, entry) || !SamePlace(other, entry)) continue;
+            if (Wider(other, entry)) {
+                Erase(other);
+                NeedOtherSide(mRun);
+            } else if (SameLength(other.diameter, entry.diameter) &&
+                       (best == nullptr || Lower(*best, other))) {
+                best = &other;
+            }
+        }
+        return best;
+    }
+
+    /// The whole bore at once: without its rim, no circle of it can become a hole.
+    void PassOver(const Rim& entry) {
+        for (Rim& rim : mRims)
+            if (SameBore(rim, entry)) rim.passedOver = true;
+    }
+
+    /// On the second side: whether the first has drilled this hole, through the part or out of a recess that
+    /// lies below now.
+    bool OnOtherSideAlready(const Rim& entry, const Rim& floor) const {
+        if (mRun.FirstPass()) return false;
+        if (std::abs(floor.center.z) < NoHeight) return true;
+        const Point3 rim = OnFirstSide(mRun, mPart, floor.center);
+        const Point3 end = OnFirstSide(mRun, mPart, entry.center);
+        for (const DrilledHole& hole : mRun.firstSideHoles) {
+            if (NearlyEqual(hole.x, rim.x) && NearlyEqual(hole.y, rim.y) &&
+                NearlyEqual(hole.diameter, entry.diameter) && NearlyEqual(hole.rimZ, rim.z) &&
+                NearlyEqual(hole.floorZ, end.z))
+                return true;
+        }
+        return false;
+    }
+
+    bool Drill(Rim& entry, Rim& floor, HoleStart start) {
+        if (!Less(floor.center.z, mRun.PartThickness)) {
+            ShowMessage("error");
+            mRun.DrillSkip = 1;
+            return false;
+        }
+        const double top = start == HoleStart::TopFace ? entry.center.z : mRun.PartThickness;
+        HoleCut cut = CutOf(mRun, start, {top, floor.center.z, mPart.max.z}, mSpoil);
+        cut.diameter = floor.diameter;
+        Place(*floor.circle, floor.center.z, cut);
+        const DrilledHole made{entry.center.x, entry.center.y, entry.diameter, entry.center.z,
+                               floor.center.z};
+        mDrilled.push_back(made);
+        if (mRun.FirstPass()) mRun.firstSideHoles.push_back(made);
+        Erase(entry);
+        floor.gone = true;
+        return true;
+    }
+
+    void Place(AcadCircle& circle, double floorZ, HoleCut& cut) {
+        circle.SetThickness(HoleThickness(mRun, cut));
+        circle.Move({0, 0, 0}, {0, 0, mRun.PartThickness - floorZ});
+        circle.SetColor(OperationColor);
+        cut.circleZ = circle.Center().z;
+        const std::string layer = HoleLayerName(mRun, cut);
+        EnsureOperationLayer(mRun, layer);
+        circle.SetLayer(layer);
+        circle.Update();
+    }
+
+    bool Drilled(const Rim& rim) const {
+        for (const DrilledHole& hole : mDrilled) {
+            if (SameLength(hole.x, rim.center.x) && SameLength(hole.y, rim.center.y) &&
+                !Less(hole.diameter, rim.diameter) && !Less(rim.center.z, hole.floorZ))
+                return true;
+        }
+        return false;
+    }
+
+    RunState& mRun;
+    const Box3 mPart;
+    const double mSpoil;
+    std::vector<Rim> mTop, mRims;
+    std::vector<Rim> mCovered;  ///< Rims that the trial cut found material above.
+    std::vector<DrilledHole> mDrilled;
+};
+
+}  // namespace
+
+void DrillVertically(RunState& run) {
+    if (run.FirstPass()) run.firstSideHoles.clear();
+    for (const std::string_view name : {layers::MAXCircleHold, layers::circleHold})
+        Skip([&] { UnlockLayer(*run.part, name); });
+    Drilling drilling(run);
+    if (!drilling.FromTopFace() || !drilling.FromRecesses()) return;
+    drilling.TellRest();
+}
+
+}  // namespace brenvik
