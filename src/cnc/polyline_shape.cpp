@@ -12,31 +12,6 @@ namespace {
 
 constexpr int FootprintDecimals = 6;
 
-struct Vertex {
-    double x = 0, y = 0;
-    double bulge = 0;  ///< Of the side that begins here.
-};
-
-std::vector<Vertex> VerticesOf(const AcadLWPolyline& polyline) {
-    const std::vector<double> coordinates = polyline.Coordinates();
-    std::vector<Vertex> vertices(coordinates.size() / 2);
-    for (std::size_t i = 0; i < vertices.size(); ++i)
-        vertices[i] = {coordinates[2 * i], coordinates[2 * i + 1], polyline.GetBulge(static_cast<int>(i))};
-    return vertices;
-}
-
-void SetVertices(AcadLWPolyline& polyline, const std::vector<Vertex>& vertices) {
-    std::vector<double> coordinates;
-    coordinates.reserve(2 * vertices.size());
-    for (const Vertex& vertex : vertices) {
-        coordinates.push_back(vertex.x);
-        coordinates.push_back(vertex.y);
-    }
-    polyline.SetCoordinates(coordinates);
-    for (std::size_t i = 0; i < vertices.size(); ++i)
-        polyline.SetBulge(static_cast<int>(i), vertices[i].bulge);
-}
-
 /// Between a chord and its arc; positive where the arc runs counter-clockwise.
 double ArcSegmentArea(double chord, double bulge) {
     if (bulge == 0 || chord == 0) return 0;
@@ -47,14 +22,14 @@ double ArcSegmentArea(double chord, double bulge) {
 }
 
 /// Positive for a curve that runs counter-clockwise.
-double SignedArea(const std::vector<Vertex>& vertices) {
+double SignedArea(std::span<const PathVertex> vertices) {
     if (vertices.empty()) return 0;
     // Taken about the first vertex, so that a small path far from the origin keeps its digits.
-    const Vertex& origin = vertices.front();
+    const PathVertex& origin = vertices.front();
     double doubled = 0, arcs = 0;
     for (std::size_t i = 0; i < vertices.size(); ++i) {
-        const Vertex& from = vertices[i];
-        const Vertex& to = vertices[(i + 1) % vertices.size()];
+        const PathVertex& from = vertices[i];
+        const PathVertex& to = vertices[(i + 1) % vertices.size()];
         doubled += (from.x - origin.x) * (to.y - origin.y) - (to.x - origin.x) * (from.y - origin.y);
         arcs += ArcSegmentArea(std::hypot(to.x - from.x, to.y - from.y), from.bulge);
     }
@@ -63,16 +38,36 @@ double SignedArea(const std::vector<Vertex>& vertices) {
 
 }  // namespace
 
+std::vector<PathVertex> VerticesOf(const AcadLWPolyline& polyline) {
+    const std::vector<double> coordinates = polyline.Coordinates();
+    std::vector<PathVertex> vertices(coordinates.size() / 2);
+    for (std::size_t i = 0; i < vertices.size(); ++i)
+        vertices[i] = {coordinates[2 * i], coordinates[2 * i + 1], polyline.GetBulge(static_cast<int>(i))};
+    return vertices;
+}
+
+void SetVertices(AcadLWPolyline& polyline, std::span<const PathVertex> vertices) {
+    std::vector<double> coordinates;
+    coordinates.reserve(2 * vertices.size());
+    for (const PathVertex& vertex : vertices) {
+        coordinates.push_back(vertex.x);
+        coordinates.push_back(vertex.y);
+    }
+    polyline.SetCoordinates(coordinates);
+    for (std::size_t i = 0; i < vertices.size(); ++i)
+        polyline.SetBulge(static_cast<int>(i), vertices[i].bulge);
+}
+
 std::string_view DirectionOf(const AcadLWPolyline& polyline) {
     return SignedArea(VerticesOf(polyline)) < 0 ? Clockwise : CounterClockwise;
 }
 
 void Reverse(AcadLWPolyline& polyline) {
-    const std::vector<Vertex> vertices = VerticesOf(polyline);
+    const std::vector<PathVertex> vertices = VerticesOf(polyline);
     const std::size_t count = vertices.size();
-    std::vector<Vertex> reversed(count);
+    std::vector<PathVertex> reversed(count);
     for (std::size_t i = 0; i < count; ++i) {
-        const Vertex& vertex = vertices[(count - i) % count];
+        const PathVertex& vertex = vertices[(count - i) % count];
         // The side that leaves this vertex now is the one that came to it before.
         reversed[i] = {vertex.x, vertex.y, -vertices[(2 * count - i - 1) % count].bulge};
     }

@@ -1,6 +1,7 @@
 // The shape of a closed lightweight polyline: the way it runs, its sides, its footprint.
 #pragma once
 
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -10,6 +11,15 @@ namespace brenvik {
 
 inline constexpr std::string_view Clockwise = "Clockwise";
 inline constexpr std::string_view CounterClockwise = "CounterClockwise";
+
+/// A corner of a polyline, in the polyline's own plane.
+struct PathVertex {
+    double x = 0, y = 0;
+    double bulge = 0;  ///< Of the side that begins here.
+};
+std::vector<PathVertex> VerticesOf(const AcadLWPolyline& polyline);
+/// There may be more or fewer of them than before.
+void SetVertices(AcadLWPolyline& polyline, std::span<const PathVertex> vertices);
 
 /// "Clockwise" or "CounterClockwise" in the polyline's own plane, by the sign of its area, arcs included.
 std::string_view DirectionOf(const AcadLWPolyline& polyline);

@@ -32,6 +32,11 @@ struct DrilledHole {
     double x = 0, y = 0, diameter = 0, rimZ = 0, floorZ = 0;
 };
 
+/// A contour that the first pass has made a path of, as it lay then.
+struct CutContour {
+    double minX = 0, minY = 0, maxX = 0, maxY = 0, z = 0, area = 0;
+};
+
 struct RunState {
     // The whole run.
     Target target = Target::C2C;
@@ -70,6 +75,7 @@ struct RunState {
     std::string LastAddedLayer;
     int edgeBores = 0;                        ///< Horizontal bores that this pass has made.
     std::vector<DrilledHole> firstSideHoles;  ///< Kept for the second pass, which makes none of them twice.
+    std::vector<CutContour> firstSidePaths;   ///< Kept for the second pass, which cuts none of them again.
     /// What no recogniser took, in words for the operator, for the part as a whole.
     std::vector<std::string> unexplained;
 
