@@ -1,11 +1,138 @@
-// The hand-over to a CNC run.
+// The hand-over to a CNC run: both lists are made in memory and written as whole files.
 #include "export/cnc_hand_off.h"
 
+#include <memory>
+#include <optional>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "base/skip.h"
+#include "base/text.h"
+#include "export/adjustments.h"
+#include "export/export_cells.h"
+#include "export/export_dialogs.h"
 #include "export/frm_export.h"
-#include "session/message.h"
+#include "export/text_lines.h"
+#include "parts/mdatabase.h"
+#include "parts/part_table.h"
+#include "query/frm_new_sort.h"
+#include "session/files_port.h"
+#include "session/module_state.h"
+#include "session/session.h"
 
 namespace brenvik {
 
-void HandOffToCnc(frmExport& form, int) { ShowNotAvailable(form.cboExportType.Text()); }
+namespace {
+
+/// The run takes single solids, so a grouped list is of no use to it.
+void TurnGroupingOff() {
+    auto& sort = StateOf<frmNewSort>();
+    sort.PressByCode("Command3");
+    sort.PressByCode("btnOK");
+}
+
+struct ListPlan {
+    LineMaker maker;
+    AdjustmentRules rules;
+};
+
+/// Nothing when the adjustments can't be applied, which has been told then.
+std::optional<ListPlan> PlanOf(const frmExport& form, std::string_view adjustmentPath) {
+    const bool fractions = form.chkReduce.Value() == 1;
+    if (form.chkChooseCSV.Value() != 1)
+        return ListPlan{LineMaker(Split(CncColumns, ','), ColumnSource::Standard, fractions), {}};
+    AdjustmentSource adjustments = ReadExportAdjustments(adjustmentPath);
+    if (!adjustments.usable) return std::nullopt;
+    return ListPlan{LineMaker(form.lstExportColumns.Items(), ColumnSource::Profile, fractions),
+                    std::move(adjustments.rules)};
+}
+
+/// All rows of the part table: what a filter hides goes out too.
+std::vector<std::string> LinesOfAllParts(const ListPlan& plan) {
+    std::vector<std::string> lines;
+    std::unique_ptr<Recordset> records;
+    Skip([&] { mDatabase::OpenRecordset(FullSelect(), records); });
+    if (records == nullptr) return lines;
+    Skip([&] {
+        for (; !records->Eof(); records->MoveNext())
+            lines.push_back(plan.maker.Line(*records, plan.rules.For(*records)));
+    });
+    Skip([&] { mDatabase::CloseRecordset(records); });
+    return lines;
+}
+
+std::string TextOfLines(std::span<const std::string> lines, std::string_view lineEnd) {
+    std::string text;
+    for (const std::string& line : lines) {
+        text += line;
+        text += lineEnd;
+    }
+    return text;
+}
+
+/// Replaces a file; what stood there is gone even if the new one can't be written.
+void ReplaceFile(const std::string& path, const std::string& content) {
+    FilesPort& files = *ThePlatform().files;
+    Skip([&] {
+        if (files.FileExists(path)) files.RemoveFile(path);
+    });
+    files.WriteFile(path, content);
+}
+
+/// False when the list of an earlier run stands there still: the run would cut other parts than the user
+/// sees.
+bool WriteRunList(const std::string& path, const std::string& content) {
+    const std::optional<Failure> failure = Attempt([&] { ReplaceFile(path, content); });
+    if (!failure) return true;
+    bool oldOneStands = true;
+    Skip([&] { oldOneStands = ThePlatform().files->FileExists(path); });
+    if (oldOneStands) ShowFailureWithDetail(*failure);
+    return !oldOneStands;
+}
+
+}  // namespace
+
+std::string GroupedCncList(std::span<const std::string> lines, std::string_view lineEnd) {
+    struct Group {
+        std::string id;
+        int count = 0;
+    };
+    std::vector<Group> groups;
+    std::unordered_map<std::string, std::size_t> groupOf;
+    for (const std::string& line : lines) {
+        const HeadAndTail idAndMore = SplitAtFirst(line, ',');
+        const std::string key = SplitAtFirst(idAndMore.tail, ',').tail;
+        const auto [place, isNew] = groupOf.emplace(key, groups.size());
+        if (isNew) groups.push_back({Trim(idAndMore.head), 0});
+        ++groups[place->second].count;
+    }
+    std::string text;
+    for (const Group& group : groups) {
+        if (group.id.empty()) continue;
+        text += group.id + "," + std::to_string(group.count);
+        text += lineEnd;
+    }
+    return text;
+}
+
+void HandOffToCnc(frmExport& form, int exportTarget) {
+    TurnGroupingOff();
+    const std::optional<std::string> adjustmentPath = TakeExportAdjustmentPath();
+    if (!adjustmentPath) return;
+    {
+        const HourglassShown hourglass(form);
+        const std::optional<ListPlan> plan = PlanOf(form, *adjustmentPath);
+        if (!plan) return;
+        const std::string_view lineEnd = ThePlatform().files->LineEnd();
+        const std::vector<std::string> lines = LinesOfAllParts(*plan);
+        Skip([&] { ReplaceFile(form.ExportPath, TextOfLines(lines, lineEnd)); });
+        if (!WriteRunList(ApplicationFolder() + std::string(CncListFile), GroupedCncList(lines, lineEnd)))
+            return;
+    }
+    TheSession().ExportTarget = exportTarget;
+    form.exportEnded = true;
+    form.Unload();
+}
 
 }  // namespace brenvik

@@ -1,17 +1,33 @@
-// From the export dialog to a CNC run: the dialog leaves the number of the target behind, and the run starts
-// when the grid has closed.
+// From the export dialog to a CNC run: the dialog leaves two lists and the number of the target behind, and
+// the run starts when the grid has closed.
 #pragma once
 
+#include <span>
+#include <string>
 #include <string_view>
 
 namespace brenvik {
 
 class frmExport;
 
-/// The list that the hand-over works on, in the application folder.
+/// The lists in the application folder: a line for each row of the part table, and a line for each group of
+/// identical parts, which the run reads.
 inline constexpr std::string_view CncWorkFile = "CNCExportList.txt";
+inline constexpr std::string_view CncListFile = "CNCExportList2.txt";
 
-/// Hands the parts over to the run of a target (1 to 12). Says so where this build has no runs.
+/// The columns of the first list, unless a profile names others.
+inline constexpr std::string_view CncColumns =
+    "ID,QTY,Part Name,Sub Assembly,Material,Length,Width,Thickness,ORIE,Notes,User Data1,User "
+    "Data2,PN,Price,EB1,EB2,EB3,EB4,Face,Layer";
+
+/// The second list from the lines of the first: "id,count" for each group of lines that are equal, letter by
+/// letter, behind their second comma. Groups stand in the order of their first lines, whose id they have; a
+/// blank id makes no line.
+std::string GroupedCncList(std::span<const std::string> lines, std::string_view lineEnd);
+
+/// Hands the parts over to the run of a target (1 to 12): turns grouping off, writes both lists from all rows
+/// of the part table, stores the target in `ExportTarget` and unloads the dialog. Adjustments that can't be
+/// applied are told, and the dialog stays open; so does it when an old list stands in the way of the new one.
 void HandOffToCnc(frmExport& form, int exportTarget);
 
 }  // namespace brenvik

@@ -109,7 +109,7 @@ class ListDatabase : public DatabasePort {
 class ExportFiles : public FilesPort {
   public:
     std::map<std::string, std::string, LessIgnoreCase> contents;
-    std::optional<Failure> failOnWrite, failOnRead;
+    std::optional<Failure> failOnWrite, failOnRead, failOnRemove;
     /// Looks at the system while a file is written.
     std::function<void()> onWrite;
     Texts removed;
@@ -119,6 +119,7 @@ class ExportFiles : public FilesPort {
     bool FileExists(std::string_view path) override { return contents.contains(std::string(path)); }
     bool FolderExists(std::string_view) override { return true; }
     void RemoveFile(std::string_view path) override {
+        if (failOnRemove) throw *failOnRemove;
         removed.emplace_back(path);
         contents.erase(std::string(path));
     }

@@ -1,0 +1,25 @@
+// One drawing for each solid of a run, twice: the second is for the other side.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cnc/run_set_up.h"
+#include "cnc/run_state.h"
+
+namespace brenvik {
+
+struct PartFile {
+    std::string name;  ///< "Part_0.dwg".
+    /// How messages name the part: its name, if it has one, and its handle in the session drawing.
+    std::string label;
+
+    std::string FirstSidePath() const { return std::string(OutputFolder) + name; }
+    std::string SecondSidePath() const { return std::string(SecondSideFolder) + "B" + name; }
+};
+
+/// Writes the solids of a set in its order; what is no solid is passed over. Unlocks their layers, and gives
+/// each its lent quantity back. Fails as the host does where a folder can't be written.
+std::vector<PartFile> WritePartFiles(RunState& run, AcadSelectionSet& prev, LentQuantities& quantities);
+
+}  // namespace brenvik

@@ -1,0 +1,17 @@
+// The loop over the part files of a run: a pass for the first side, one for the second if it is needed, and
+// the cleaning after each part.
+#pragma once
+
+#include <span>
+
+#include "cnc/part_files.h"
+#include "cnc/run_report.h"
+#include "cnc/run_template.h"
+
+namespace brenvik {
+
+/// Works on the parts in order. Returns false when a part has ended the run: its drawing stays open then, and
+/// its files stay. A failure of the work on a part goes out when the part has been cleaned up.
+bool WorkOnParts(RunState& run, const PartSteps& steps, std::span<const PartFile> parts, RunReport& report);
+
+}  // namespace brenvik

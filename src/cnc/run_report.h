@@ -1,0 +1,35 @@
+// What a CNC run came to, for programs that call it: message boxes are for people, and some of what a run
+// passes over has none.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace brenvik {
+
+struct RunReport {
+    /// How many part files the run was made of.
+    int parts = 0;
+    /// Every part had its turn. A part that was skipped with a message has had it.
+    bool complete = false;
+    /// What the run passed over without a message box: lines of the grid's list, part files that vanished,
+    /// the parts behind the one that ended the run. A line each.
+    std::vector<std::string> passedOver;
+    /// Parts with features that no operation was made for, a line each. The run has shown them in boxes.
+    std::vector<std::string> unexplained;
+};
+
+/// Of the last run since the library was loaded.
+const RunReport& LastRunReport();
+
+struct RunProgress {
+    int part = 0, parts = 0;  ///< From 1.
+    bool secondSide = false;
+    std::string name;
+};
+
+/// Who is told at the beginning of each pass; nothing detaches. Unloading the library detaches too.
+void ObserveRuns(std::function<void(const RunProgress&)> observer);
+
+}  // namespace brenvik

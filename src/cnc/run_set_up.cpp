@@ -1,0 +1,180 @@
+// The set-up of a run, in the order in which the run template calls it.
+#include "cnc/run_set_up.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "base/text.h"
+#include "cnc/drawing_walk.h"
+#include "export/cnc_hand_off.h"
+#include "export/text_lines.h"
+#include "grid/frm_main.h"
+#include "parts/mautocad.h"
+#include "parts/mdatabase.h"
+#include "parts/part_table.h"
+#include "session/files_port.h"
+#include "session/message.h"
+#include "session/session.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr std::string_view QuantityKey = "Quantity";
+
+/// Binds the unloaded grid form to the list that it closed on, and lets go of it again.
+class GridOnItsLastList {
+  public:
+    explicit GridOnItsLastList(frmMain& gridForm) : form(gridForm) {
+        form.Adodc1.connectionString = mDatabase::ConnectionString();
+        form.Adodc1.recordSource = FullSelect();
+        form.fpSpread1.SetDataSource(&form.Adodc1);
+        form.Adodc1.Refresh();
+        if (const Recordset* records = form.Adodc1.Records())
+            form.fpSpread1.SetMaxRows(records->RecordCount());
+    }
+    ~GridOnItsLastList() {
+        form.Adodc1.Close();
+        form.fpSpread1.SetDataSource(nullptr);
+    }
+    GridOnItsLastList(const GridOnItsLastList&) = delete;
+    GridOnItsLastList& operator=(const GridOnItsLastList&) = delete;
+
+  private:
+    frmMain& form;
+};
+
+/// A line of the grid's list.
+struct ListedPart {
+    std::string handle;
+    int quantity = 0;
+};
+
+std::optional<ListedPart> ParseListLine(std::string_view line) {
+    const HeadAndTail parts = SplitAtFirst(line, ',');
+    if (!parts.found) return std::nullopt;
+    ListedPart part{Trim(parts.head), 0};
+    if (!Skip([&] { part.quantity = StrictInteger(parts.tail); })) return std::nullopt;
+    return part;
+}
+
+/// Some hosts answer an erased handle with nothing, some with a failure.
+AcadEntity* FindEntity(AcadDocument& drawing, const std::string& handle) {
+    AcadObject* object = nullptr;
+    Skip([&] { object = drawing.HandleToObject(handle); });
+    return dynamic_cast<AcadEntity*>(object);
+}
+
+std::string PlaceInList(std::size_t line) {
+    return std::string(CncListFile) + ", line " + std::to_string(line) + ": ";
+}
+
+void TakeListedParts(RunState& run, std::span<const std::string> lines, AcadSelectionSet& prev,
+                     LentQuantities& quantities, RunReport& report) {
+    std::vector<AcadEntity*> entities;
+    for (std::size_t line = 1; line <= lines.size(); ++line) {
+        const std::string& text = lines[line - 1];
+        if (IsBlank(text)) continue;
+        const std::optional<ListedPart> part = ParseListLine(text);
+        if (!part) {
+            report.passedOver.push_back(PlaceInList(line) +
+                                        "expected a handle, a comma and a quantity, found \"" + text + "\"");
+            continue;
+        }
+        AcadEntity* entity = FindEntity(*run.sessionDrawing, part->handle);
+        if (entity == nullptr) {
+            report.passedOver.push_back(PlaceInList(line) + "the drawing has no part " + part->handle);
+            continue;
+        }
+        quantities.Lend(*run.sessionDrawing, *entity, part->quantity);
+        entities.push_back(entity);
+    }
+    Skip([&] { prev.AddItems(entities); });
+}
+
+void EmptyFolder(std::string_view folder, std::string_view pattern) {
+    for (const std::string& name : ThePlatform().files->ListFiles(folder, pattern))
+        RemoveIfThere(std::string(folder) + name);
+}
+
+}  // namespace
+
+void RemoveIfThere(const std::string& path) {
+    Skip([&] { ThePlatform().files->RemoveFile(path); });
+}
+
+void MakeOutputFolders() {
+    for (const std::string_view folder : {OutputFolder, SecondSideFolder})
+        Skip([folder] { ThePlatform().files->MakeFolder(folder); });
+}
+
+void ApplyGridBeforeRun(Target target) {
+    if (ToInteger(NumberSetting("CNCApplyClose")) != 0) return;
+    frmMain& form = GridFormInstance();
+    if (form.Loaded()) {
+        form.Apply();
+        form.Unload();
+        return;
+    }
+    // Only a grid that has just closed on this very target has a list that belongs to the drawing.
+    if (TheSession().ExportTarget != static_cast<int>(target)) return;
+    ShowAndResume(ShowFailure, [&] {
+        const GridOnItsLastList list(form);
+        form.Apply();
+    });
+}
+
+void PrepareSession(RunState& run) {
+    AcadDocument& drawing = *run.sessionDrawing;
+    const bool save = ToInteger(NumberSetting("CNCSave")) == 0;
+    drawing.SendCommand("_ucs\rw\r");
+    if (save) ShowAndResume(ShowFailure, [&] { drawing.Save(); });
+    for (const std::string_view variable :
+         {"plinetype\r2\r", "ucsfollow\r0\r", "ucsortho\r0\r", "isavebak\r0\r", "OSNAPCOORD\r2\r"})
+        drawing.SendCommand(variable);
+    run.SpoilAmount = NumberSetting("BiesseWorksSpoil");
+    if (SwitchIsOn("MyWindowState")) Skip([&] { run.app->SetWindowState(WindowStateKind::Minimized); });
+}
+
+LentQuantities::~LentQuantities() {
+    while (!lent.empty()) GiveBack(*lent.back());
+}
+
+void LentQuantities::Lend(AcadDocument& drawing, AcadEntity& entity, int quantity) {
+    Skip([&] { UnlockLayer(drawing, entity.Layer()); });
+    if (std::ranges::find(lent, &entity) == lent.end()) lent.push_back(&entity);
+    Skip([&] { mAutoCAD::SetPartData(&entity, QuantityKey, std::to_string(quantity)); });
+}
+
+void LentQuantities::GiveBack(AcadEntity& entity) {
+    if (std::erase(lent, &entity) == 0) return;
+    Skip([&] { mAutoCAD::SetPartData(&entity, QuantityKey, "1"); });
+}
+
+AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities, RunReport& report) {
+    AcadSelectionSet& prev = FreshSet(*run.sessionDrawing, "prev");
+    switch (run.form) {
+        case RunForm::A:
+            Skip([&] { prev.Select(SelectMode::Previous); });
+            return &prev;
+        case RunForm::B:
+            break;
+    }
+    std::vector<std::string> lines;
+    if (!Skip([&] { lines = ReadLines(ApplicationFolder() + std::string(CncListFile)); })) {
+        ShowMessage(ListUnreadable);
+        return nullptr;
+    }
+    TakeListedParts(run, lines, prev, quantities, report);
+    return &prev;
+}
+
+void EmptyOutputFolders() {
+    for (const std::string_view folder : {OutputFolder, SecondSideFolder})
+        Skip([folder] { EmptyFolder(folder, "*.*"); });
+}
+
+}  // namespace brenvik

@@ -1,0 +1,91 @@
+// The order of a run.
+#include "cnc/run_template.h"
+
+#include <utility>
+
+#include "base/skip.h"
+#include "cnc/part_files.h"
+#include "cnc/part_loop.h"
+#include "cnc/run_set_up.h"
+#include "export/export_dialogs.h"
+#include "session/dialog_port.h"
+#include "session/host_interface.h"
+#include "session/message.h"
+#include "session/module_state.h"
+#include "session/session.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+struct RunModule {
+    RunReport report;
+    std::function<void(const RunProgress&)> observer;
+};
+
+/// The drawing as the run found it, the window, and the standing answers of this run: whatever ended it.
+void LeaveHost(RunState& run, bool windowWasMinimized) {
+    TheSession().AcadDoc = run.sessionDrawing;
+    if (windowWasMinimized) Skip([&] { run.app->SetWindowState(WindowStateKind::Maximized); });
+    for (const std::string_view answer : {"skipandcontinuevalue", "Skipandcontinue"})
+        Skip([answer] { SaveSettingText(answer, "0"); });
+}
+
+/// Returns whether the run has an end to be told: one without a list has not.
+bool WorkThrough(RunState& run, const PartSteps& steps, RunReport& report) {
+    MakeOutputFolders();
+    steps.clearWorkLists(run.target);
+    ShowMessage(RunWarning);
+    ApplyGridBeforeRun(run.target);
+    PrepareSession(run);
+    std::vector<PartFile> parts;
+    {
+        LentQuantities quantities;
+        AcadSelectionSet* prev = TakeParts(run, quantities, report);
+        if (prev == nullptr) return false;
+        EmptyOutputFolders();
+        parts = WritePartFiles(run, *prev, quantities);
+    }
+    report.parts = static_cast<int>(parts.size());
+    report.complete = WorkOnParts(run, steps, parts, report);
+    return true;
+}
+
+}  // namespace
+
+namespace detail {
+
+RunReport& ReportOfRun() { return StateOf<RunModule>().report; }
+
+void TellRunObserver(const RunProgress& progress) {
+    if (const auto& observer = StateOf<RunModule>().observer) observer(progress);
+}
+
+}  // namespace detail
+
+const RunReport& LastRunReport() { return detail::ReportOfRun(); }
+
+void ObserveRuns(std::function<void(const RunProgress&)> observer) {
+    StateOf<RunModule>().observer = std::move(observer);
+}
+
+void RunParts(AcadApplication& app, Target target, RunForm form, const PartSteps& steps) {
+    Skip([] { ThePlatform().dialogs->DoEvents(); });
+    RunReport& report = detail::ReportOfRun();
+    report = {};
+    RunState run;
+    run.target = target;
+    run.form = form;
+    run.app = &app;
+    run.sessionDrawing = app.ActiveDocument();
+    const bool windowIsMinimized = SwitchIsOn("MyWindowState");
+    bool toldComplete = false;
+    ShowAndResume(ShowFailureWithDetail, [&] { toldComplete = WorkThrough(run, steps, report); });
+    Skip([&] { run.sessionDrawing->SendCommand("plinetype\r2\r"); });
+    for (const std::string& text : report.unexplained) ShowMessage(text, "Brenvik");
+    if (toldComplete) ShowMessage(RunComplete);
+    LeaveHost(run, windowIsMinimized);
+}
+
+}  // namespace brenvik

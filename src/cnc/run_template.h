@@ -1,0 +1,35 @@
+// The one run that all targets share: set-up, part files, the loop over the parts, and the end. The work on a
+// part is handed in, so that the run can be tried without it.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "cnc/run_report.h"
+#include "cnc/run_state.h"
+
+namespace brenvik {
+
+/// The work on a part.
+struct PartSteps {
+    /// In the order of a pass; one that doesn't go on is the last of its pass.
+    std::vector<std::function<PartStep(RunState&)>> pass;
+    /// What follows when all of them went on: the DXF file, and the line of the work list.
+    std::function<void(RunState&)> writePartFile, addListLine;
+    /// Deletes the work lists of earlier runs.
+    std::function<void(Target)> clearWorkLists;
+};
+
+/// Runs one target on the host's active drawing. A failure is shown with what it is about and ends the run
+/// cleanly: what was written by then stays, and work files go.
+void RunParts(AcadApplication& app, Target target, RunForm form, const PartSteps& steps);
+
+namespace detail {
+
+/// The report that a run fills.
+RunReport& ReportOfRun();
+void TellRunObserver(const RunProgress& progress);
+
+}  // namespace detail
+
+}  // namespace brenvik

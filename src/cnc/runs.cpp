@@ -1,0 +1,26 @@
+// The runs with the work on parts that they really do.
+#include "cnc/runs.h"
+
+#include "cnc/part_steps.h"
+#include "cnc/run_template.h"
+
+namespace brenvik {
+
+namespace {
+
+PartSteps StepsOfParts() {
+    return {{AlignPart, SortEdges, Recognise, MakeOutline, ClosePart},
+            WritePartFile,
+            AddListLine,
+            ClearWorkLists};
+}
+
+}  // namespace
+
+void RunOnSelection(AcadApplication& app, Target target) {
+    RunParts(app, target, RunForm::A, StepsOfParts());
+}
+
+void RunFromGrid(AcadApplication& app, Target target) { RunParts(app, target, RunForm::B, StepsOfParts()); }
+
+}  // namespace brenvik
