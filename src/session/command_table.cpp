@@ -9,6 +9,7 @@
 #include "parts/automatic_update.h"
 #include "session/commands.h"
 #include "settings/frm_materials.h"
+#include "tools/drawing_tools.h"
 
 namespace brenvik {
 

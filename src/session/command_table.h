@@ -23,19 +23,20 @@ using CommandWork = void (*)(AcadApplication&);
     PLAIN(ShowSettings, "BSET", "Open the settings", &commands::ShowSettings)                               \
     SELF_STARTING(EventBrenvik, "BVEVENT", "Update the ORIE letters, if automatic updating is on",          \
                   &commands::EventBrenvik)                                                                  \
-    COMMAND(ShowSelectedOnly, "BVSHOWONLY", "Show only the selected entities", nullptr)                     \
-    COMMAND(ShowAllEntities, "BVSHOWALL", "Show all entities again", nullptr)                               \
-    COMMAND(HideSelectedEntities, "BVHIDE", "Hide the selected entities", nullptr)                          \
-    COMMAND(ShowSelectedEntities, "BVSHOW", "Show all entities again", nullptr)                             \
+    COMMAND(ShowSelectedOnly, "BVSHOWONLY", "Show only the selected entities",                              \
+            &commands::ShowSelectedOnly)                                                                    \
+    COMMAND(ShowAllEntities, "BVSHOWALL", "Show all entities again", &commands::ShowAllEntities)            \
+    COMMAND(HideSelectedEntities, "BVHIDE", "Hide the selected entities", &commands::HideSelectedEntities)  \
+    COMMAND(ShowSelectedEntities, "BVSHOW", "Show all entities again", &commands::ShowAllEntities)          \
     SELF_STARTING(UpdateNow, "33", "Update the ORIE letters now", &commands::UpdateNow)                     \
     SELF_STARTING(UpdateNow2, "BVUPDATE", "Update the ORIE letters, if automatic updating is on",           \
                   &commands::UpdateNow2)                                                                    \
     COMMAND(BVExportDWG, "BVEXPORTDWG", "Write one drawing for each part", nullptr)                         \
     COMMAND(BVC2C, "BVC2C", "CNC run for C2C", nullptr)                                                     \
-    COMMAND(BVExplode, "BVEXPLODE", "Make an exploded view", nullptr)                                       \
-    COMMAND(BVMove, "BVMOVE", "Move parts", nullptr)                                                        \
-    COMMAND(BVCopy, "BVCOPY", "Copy parts", nullptr)                                                        \
-    COMMAND(BVGroup, "BVGROUP", "Group parts", nullptr)                                                     \
+    COMMAND(BVExplode, "BVEXPLODE", "Make an exploded view", &commands::BVExplode)                          \
+    COMMAND(BVMove, "BVMOVE", "Move parts", &commands::BVMove)                                              \
+    COMMAND(BVCopy, "BVCOPY", "Copy parts", &commands::BVCopy)                                              \
+    COMMAND(BVGroup, "BVGROUP", "Group parts", &commands::BVGroup)                                          \
     COMMAND(BVMaterial, "BVMAT", "Open the material library", &commands::BVMaterial)                        \
     COMMAND(BVSection1, "BVSECTION1", "Make a section, first form", nullptr)                                \
     COMMAND(BVSection2, "BVSECTION2", "Make a section, second form", nullptr)                               \
