@@ -1,0 +1,83 @@
+// Pockets against through routes, told apart by the first letters of their layers.
+#include "cnc/pockets.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/numbers.h"
+#include "cnc/drawing_walk.h"
+#include "cnc/polyline_shape.h"
+#include "cnc/run_state.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr std::string_view RoutePrefix = "RT_", ContourPocket = "PKC", CirclePocket = "PKS", Route = "RT";
+constexpr int PlaceDecimals = 6;
+
+bool On(const AcadEntity& entity, std::string_view prefix) { return entity.Layer().starts_with(prefix); }
+
+/// What lies over what: the plane place and width of a circle.
+struct Round {
+    double x = 0, y = 0, diameter = 0;
+    friend bool operator==(const Round&, const Round&) = default;
+};
+
+Round RoundOf(const AcadCircle& circle) {
+    const Point3 center = Rounded(circle.Center(), PlaceDecimals);
+    return {center.x, center.y, RoundHalfEven(circle.Diameter(), PlaceDecimals)};
+}
+
+/// Deletes those on `pocketPrefix` layers that look like one on a route's layer.
+template <class Kind, class Look>
+void DropAlike(AcadDocument& drawing, std::string_view pocketPrefix, const Look& look) {
+    std::vector<decltype(look(std::declval<const Kind&>()))> routes;
+    std::vector<Kind*> pockets;
+    for (Kind* path : All<Kind>(drawing)) {
+        const std::string layer = path->Layer();
+        if (layer.starts_with(RoutePrefix)) routes.push_back(look(*path));
+        if (layer.starts_with(pocketPrefix)) pockets.push_back(path);
+    }
+    for (Kind* pocket : pockets)
+        if (std::ranges::find(routes, look(*pocket)) != routes.end()) pocket->Delete();
+}
+
+bool IsPath(const AcadEntity& entity) {
+    return dynamic_cast<const AcadLWPolyline*>(&entity) != nullptr ||
+           dynamic_cast<const AcadCircle*>(&entity) != nullptr;
+}
+
+}  // namespace
+
+void DropPocketsCutThrough(RunState& run) {
+    DropAlike<AcadCircle>(*run.part, CirclePocket, RoundOf);
+    DropAlike<AcadLWPolyline>(*run.part, ContourPocket,
+                              [](const AcadLWPolyline& polyline) { return FootprintOf(polyline); });
+}
+
+void ConvertPockets(RunState& run) {
+    if (NumberSetting("PocketConversion") != 1) return;
+    std::vector<Footprint> routes;
+    std::vector<AcadEntity*> pockets;
+    for (AcadEntity* entity : All<AcadEntity>(*run.part)) {
+        if (!IsPath(*entity)) continue;
+        if (On(*entity, RoutePrefix)) routes.push_back(FootprintOf(*entity));
+        if (On(*entity, ContourPocket) || On(*entity, CirclePocket)) pockets.push_back(entity);
+    }
+    // A converted pocket is a route too, but whatever encloses it encloses the route inside it as well: one
+    // walk finds them all.
+    for (AcadEntity* pocket : pockets) {
+        const Footprint footprint = FootprintOf(*pocket);
+        if (std::ranges::none_of(routes, [&](const Footprint& route) { return footprint.Encloses(route); }))
+            continue;
+        const std::string layer = std::string(Route) + pocket->Layer().substr(ContourPocket.size());
+        EnsureOperationLayer(run, layer);
+        pocket->SetLayer(layer);
+    }
+}
+
+}  // namespace brenvik
