@@ -1,0 +1,35 @@
+// The four sides of a part, and what each target calls a bore in its edge.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace brenvik {
+
+struct RunState;
+
+enum class Side { Front, Back, Left, Right };
+
+enum class Axis { X, Y };
+
+struct SideTraits {
+    Side side;
+    Axis axis;   ///< That the bores of the side run along.
+    bool atMax;  ///< The face is at the box's maximum and looks along the axis, else the other way.
+    std::string_view layer;      ///< For circles that stay, such as "HF_T".
+    std::string_view workLayer;  ///< For circles that a rectangle replaces.
+};
+
+/// Front, back, left, right.
+std::span<const SideTraits> Sides();
+
+/// One bore, in the units of the run. `height` is the axis over the underside of the part.
+struct BoreCut {
+    double diameter = 0, depth = 0, height = 0;
+};
+
+/// The layer of the bore: of the circle for the targets that keep it, of the rectangle for the others.
+std::string BoreLayerName(const RunState& run, const SideTraits& side, const BoreCut& cut);
+
+}  // namespace brenvik
