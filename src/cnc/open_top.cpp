@@ -67,23 +67,23 @@ AcadRegion& RegionOf(AcadDocument& drawing, AcadEntity& curve, TrialObjects& obj
     return *regions.front();
 }
 
-/// The volume that is left of the part when all above the region is taken away; 0 where nothing is left.
-double VolumeAfterCut(AcadDocument& drawing, Acad3DSolid& part, AcadRegion& region, TrialObjects& objects) {
-    // A region may look down; the tool comes from above all the same.
-    const double height = region.Normal().z < 0 ? -TrialHeight : TrialHeight;
-    Acad3DSolid& above = objects.Keep(drawing.ModelSpace().AddExtrudedSolid(region, height, NoTaper));
-    above.SetLayer(layers::Zero);
-    above.SetColor(TrialColor);
+/// The volume that is left of the part when all above the region, or below it, is taken away; 0 where nothing
+/// is left.
+double VolumeAfterCut(AcadDocument& drawing, Acad3DSolid& part, AcadRegion& region, double upward,
+                      TrialObjects& objects) {
+    // A region may look down; the tool comes from the same side all the same.
+    const double height = region.Normal().z < 0 ? -upward : upward;
+    Acad3DSolid& cut = objects.Keep(drawing.ModelSpace().AddExtrudedSolid(region, height, NoTaper));
+    cut.SetLayer(layers::Zero);
+    cut.SetColor(TrialColor);
     Acad3DSolid& trial = objects.Keep(dynamic_cast<Acad3DSolid*>(part.Copy()));
-    trial.Boolean(BooleanKind::Subtraction, above);
+    trial.Boolean(BooleanKind::Subtraction, cut);
     double volume = 0;
     Skip([&] { volume = trial.Volume(); });
     return volume;
 }
 
-}  // namespace
-
-OpenTop OpenToTop(RunState& run, AcadEntity& closedCurve, int digits) {
+OpenTop TrialCut(RunState& run, AcadEntity& closedCurve, double upward, int digits) {
     AcadDocument& drawing = *run.part;
     Acad3DSolid& part = LastSolid(drawing);
     AddLayer(drawing, layers::circleHold);
@@ -93,11 +93,21 @@ OpenTop OpenToTop(RunState& run, AcadEntity& closedCurve, int digits) {
     AcadEntity& copy = objects.Keep(closedCurve.Copy());
     copy.SetLayer(layers::circleHold);
     copy.SetColor(TrialColor);
-    const double left =
-        RoundHalfEven(VolumeAfterCut(drawing, part, RegionOf(drawing, copy, objects), objects), digits);
+    const double left = RoundHalfEven(
+        VolumeAfterCut(drawing, part, RegionOf(drawing, copy, objects), upward, objects), digits);
     const double whole = RoundHalfEven(run.PartVolume, digits);
     if (left < whole) return OpenTop::Covered;
     return left > whole ? OpenTop::Grown : OpenTop::Open;
+}
+
+}  // namespace
+
+OpenTop OpenToTop(RunState& run, AcadEntity& closedCurve, int digits) {
+    return TrialCut(run, closedCurve, TrialHeight, digits);
+}
+
+OpenTop OpenToUnderside(RunState& run, AcadEntity& closedCurve, int digits) {
+    return TrialCut(run, closedCurve, -TrialHeight, digits);
 }
 
 }  // namespace brenvik

@@ -23,4 +23,7 @@ enum class OpenTop {
 /// holds no solid.
 OpenTop OpenToTop(RunState& run, AcadEntity& closedCurve, int digits);
 
+/// The same from the other side: whether a tool reaches the contour from below once the part is turned over.
+OpenTop OpenToUnderside(RunState& run, AcadEntity& closedCurve, int digits);
+
 }  // namespace brenvik
