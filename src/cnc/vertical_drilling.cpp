@@ -10,9 +10,9 @@
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "cnc/drawing_walk.h"
+#include "cnc/drilled_holes.h"
 #include "cnc/open_top.h"
 #include "cnc/part_steps.h"
-#include "cnc/drilled_holes.h"
 #include "cnc/vertical_drilling_names.h"
 #include "cnc/work_layers.h"
 #include "session/message.h"
@@ -55,13 +55,9 @@ class Drilling {
           mSpoil(StrictNumberSetting("DrillSpoilAmount")) {
         for (AcadCircle* circle : AllOn<AcadCircle>(*run.part, layers::MAXCircleHold))
             mTop.push_back({circle, circle->Center(), circle->Diameter()});
-        for (AcadCircle* circle : AllOn<AcadCircle>(*run.part, layers::circleHold)) {
-            const Rim rim{circle, circle->Center(), circle->Diameter()};
-            if (Upright(*circle))
-                mRims.push_back(rim);
-            else
-                NoteUnexplained(run, mPart, "slanted hole", rim.diameter, rim.center);
-        }
+        // A slanted circle is no candidate; the sorting has told of it.
+        for (AcadCircle* circle : AllOn<AcadCircle>(*run.part, layers::circleHold))
+            if (Upright(*circle)) mRims.push_back({circle, circle->Center(), circle->Diameter()});
     }
 
     /// False when a floor lies where none can be: the part is given up.
