@@ -10,6 +10,7 @@
 #include "session/commands.h"
 #include "settings/frm_materials.h"
 #include "tools/drawing_tools.h"
+#include "tools/part_export.h"
 
 namespace brenvik {
 

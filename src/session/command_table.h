@@ -31,7 +31,7 @@ using CommandWork = void (*)(AcadApplication&);
     SELF_STARTING(UpdateNow, "33", "Update the ORIE letters now", &commands::UpdateNow)                     \
     SELF_STARTING(UpdateNow2, "BVUPDATE", "Update the ORIE letters, if automatic updating is on",           \
                   &commands::UpdateNow2)                                                                    \
-    COMMAND(BVExportDWG, "BVEXPORTDWG", "Write one drawing for each part", nullptr)                         \
+    COMMAND(BVExportDWG, "BVEXPORTDWG", "Write one drawing for each part", &commands::BVExportDWG)          \
     COMMAND(BVC2C, "BVC2C", "CNC run for C2C", nullptr)                                                     \
     COMMAND(BVExplode, "BVEXPLODE", "Make an exploded view", &commands::BVExplode)                          \
     COMMAND(BVMove, "BVMOVE", "Move parts", &commands::BVMove)                                              \
@@ -53,7 +53,7 @@ using CommandWork = void (*)(AcadApplication&);
     COMMAND(BVTHERM, "BVTHERM", "CNC run for THERM", nullptr)                                               \
     COMMAND(BVBW, "BVBW", "CNC run for BW", nullptr)                                                        \
     COMMAND(BVEnroute, "BVENROUTE", "CNC run for Enroute", nullptr)                                         \
-    COMMAND(BVDWG2, "BVDWG2", "Write one drawing for each part, second form", nullptr)                      \
+    COMMAND(BVDWG2, "BVDWG2", "Save the drawing for the CAM package, under two names", &commands::BVDWG2)   \
     COMMAND(BVABC, "BVABC", "CNC run for ABC", nullptr)                                                     \
     COMMAND(BVRCIM, "BVRCIM", "CNC run for RCIM", nullptr)
 // clang-format on

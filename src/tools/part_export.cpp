@@ -1,0 +1,113 @@
+// The two commands: the set-up, a drawing for each solid, and the loop over them; and the second name.
+#include "tools/part_export.h"
+
+#include "base/failure.h"
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "cnc/drawing_walk.h"
+#include "grid/frm_main.h"
+#include "session/files_port.h"
+#include "session/message.h"
+#include "session/session.h"
+#include "settings/settings_store.h"
+#include "tools/part_export_files.h"
+#include "tools/part_export_part.h"
+
+namespace brenvik {
+
+namespace {
+
+void ApplyOpenGrid() {
+    if (ToInteger(NumberSetting("CNCApplyClose")) != 0) return;
+    frmMain& form = GridFormInstance();
+    if (!form.Loaded()) return;
+    form.Apply();
+    form.Unload();
+}
+
+/// World coordinates, the drawing saved unless the settings turn that off, and the host's variables.
+void PrepareDrawing(AcadDocument& drawing) {
+    drawing.SendCommand("_ucs\rw\r");
+    if (ToInteger(NumberSetting("CNCSave")) == 0) ShowAndResume(ShowFailure, [&] { drawing.Save(); });
+    for (const std::string_view variable :
+         {"plinetype\r2\r", "ucsfollow\r0\r", "ucsortho\r0\r", "isavebak\r0\r", "OSNAPCOORD\r2\r"})
+        drawing.SendCommand(variable);
+}
+
+/// A drawing that outlived the emptying of the folder would be taken for one of this export.
+void RemoveOldDrawings(std::string_view path) {
+    if (!ThePlatform().files->FileExists(path)) return;
+    EmptyPartExportFolder("*.dwg");
+    EmptyPartExportFolder("*.dxf");
+}
+
+/// Writes each solid of the set to "Part<n>.dwg" and returns how many there are.
+int WriteSolids(AcadDocument& drawing, AcadSelectionSet& prev) {
+    AcadSelectionSet& one = FreshSet(drawing, "EXPORTSET");
+    FreshSet(drawing, "explode");
+    int count = 0;
+    for (int member = 0; member < prev.Count(); ++member) {
+        AcadEntity* entity = prev.Item(member);
+        if (entity->ObjectName() != "AcDb3dSolid") continue;
+        UnlockLayer(drawing, entity->Layer());
+        one.Clear();
+        one.AddItems(std::span(&entity, 1));
+        const std::string path = PartExportPath(count);
+        if (count == 0) RemoveOldDrawings(path);
+        drawing.Wblock(path, one);
+        ++count;
+    }
+    return count;
+}
+
+/// False when a part ends the command; its drawing stays open then, as it is what the user has to look at.
+bool WorkOnPart(AcadApplication& app, int index) {
+    if (!ThePlatform().files->FileExists(PartExportPath(index))) return true;
+    PartExport part(app, index);
+    PartStep came = PartStep::GoOn;
+    ShowAndResume(ShowFailure, [&] { came = part.Run(); });
+    if (came == PartStep::EndRun) return false;
+    part.CleanUp();
+    return true;
+}
+
+std::string NameWithoutExtension(const std::string& name) { return name.substr(0, name.find_last_of('.')); }
+
+}  // namespace
+
+namespace commands {
+
+void BVExportDWG(AcadApplication& app) {
+    AcadDocument& drawing = *TheSession().AcadDoc;
+    ShowMessage(PartExportWarning);
+    ApplyOpenGrid();
+    PrepareDrawing(drawing);
+    AcadSelectionSet& prev = FreshSet(drawing, "prev");
+    prev.Select(SelectMode::Previous);
+    MakePartExportFolder();
+    EmptyPartExportFolder("*.*");
+    const int count = WriteSolids(drawing, prev);
+    for (int index = 0; index < count; ++index)
+        if (!WorkOnPart(app, index)) return;
+    TheSession().AcadDoc = &drawing;
+    ShowMessage(PartExportComplete);
+}
+
+void BVDWG2(AcadApplication& app) {
+    AcadDocument& drawing = *TheSession().AcadDoc;
+    if (drawing.Name().empty()) throw BadFileName("the drawing has no name yet");
+    drawing.SendCommand("_ucs\rw\r");
+    ShowAndResume(ShowFailure, [&] { drawing.Save(); });
+    FreshSet(drawing, "prev").Select(SelectMode::All);
+    MakePartExportFolder();
+    const std::string path = std::string(PartExportFolder) + NameWithoutExtension(drawing.Name());
+    drawing.SaveAs(path + ".dwg", SaveAsKind::Native);
+    drawing.SendCommand("regen ");
+    drawing.SaveAs(path + "2.dwg", SaveAsKind::Native);
+    TheSession().AcadDoc = app.Documents().Open(path + ".dwg");
+    drawing.Close(false);
+}
+
+}  // namespace commands
+
+}  // namespace brenvik

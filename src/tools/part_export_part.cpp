@@ -1,0 +1,172 @@
+// One part on its way from the session's drawing to a file of its own. What has to be found out is found out
+// on an exploded copy, which goes before the solid is turned.
+#include "tools/part_export_part.h"
+
+#include <array>
+#include <optional>
+#include <utility>
+#include <variant>
+
+#include "base/failure.h"
+#include "base/number_text.h"
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "cnc/alignment_edges.h"
+#include "cnc/alignment_faces.h"
+#include "cnc/drawing_walk.h"
+#include "cnc/orientation.h"
+#include "cnc/work_layers.h"
+#include "parts/mautocad.h"
+#include "session/message.h"
+#include "session/session.h"
+#include "settings/settings_store.h"
+#include "tools/part_export_files.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr int MaterialColor = 1;
+constexpr std::string_view LockedLayer = "Locked";
+constexpr std::string_view SideOfY = "0,10000000,0 ";
+constexpr std::string_view NoFlatSide =
+    "This part does not have a flat side to work with. It will be saved to the export folder, but some "
+    "processing will not be done.";
+constexpr std::string_view NoLine =
+    "This part does not have a line to work with, so this part will be skipped.";
+constexpr std::string_view NoConnectedLine = "Cannot process this solid, exiting now";
+
+void Send(AcadDocument& drawing, std::span<const std::string_view> answers) {
+    for (const std::string_view answer : answers) drawing.SendCommand(answer);
+}
+
+/// The copy stands on the only unlocked layers.
+void EraseCopy(AcadDocument& drawing) {
+    Send(drawing, std::to_array<std::string_view>({"erase ", "all ", " "}));
+}
+
+/// Looks at the part from above and lays a user system by its faces. A host whose user systems know no faces
+/// goes back to world coordinates.
+void LayUserSystem(AcadDocument& drawing) {
+    Send(drawing, std::to_array<std::string_view>({"regen ", "-v ", "top ", "_ucs ", "fa ", "c ",
+                                                   "-1000000,-1000000 ", "1000000,1000000 ", " "}));
+}
+
+std::variant<SquaringPoints, MissingEdge> FindEdges(AcadDocument& drawing, const FlatFaces& faces) {
+    faces.LargestRegion.region->SetLayer(layers::Region);
+    drawing.SendCommand("Explode all  ");
+    return FindSquaringPoints(drawing, faces.LargestRegion.normal);
+}
+
+/// The points as they will lie in a drawing that is written from the present user system.
+SquaringPoints InUserSystem(AcadDocument& drawing, const SquaringPoints& points) {
+    const auto place = [&drawing](const Point3& point) {
+        return drawing.Utility().TranslateCoordinates(point, CoordinateSystem::World,
+                                                      CoordinateSystem::UserCoordinates);
+    };
+    return {place(points.origin), place(points.onX), place(points.towardsY)};
+}
+
+std::string TextOfPart(AcadDocument& drawing, std::string_view key) {
+    return mAutoCAD::GetPartData(LastSolid(drawing).Handle(), key);
+}
+
+}  // namespace
+
+PartStep PartExport::Run() {
+    OpenScaled();
+    ExplodeCopyToFaces(*drawing, LastSolid(*drawing));
+    const std::optional<FlatFaces> faces = FindLargestFace(*drawing);
+    if (!faces) {
+        ShowMessage(NoFlatSide);
+        FinishWithoutFlatSide();
+        return PartStep::GoOn;
+    }
+    const auto edges = FindEdges(*drawing, *faces);
+    if (const auto* missing = std::get_if<MissingEdge>(&edges)) {
+        const bool noLine = *missing == MissingEdge::Line;
+        ShowMessage(noLine ? NoLine : NoConnectedLine);
+        return noLine ? PartStep::SkipPart : PartStep::EndRun;
+    }
+    EraseCopy(*drawing);
+    LayUserSystem(*drawing);
+    const SquaringPoints points = InUserSystem(*drawing, std::get<SquaringPoints>(edges));
+    ContinueInWorkDrawing();
+    SquareToAxes(*drawing, points, SideOfY);
+    TurnAndMove();
+    PutOnMaterialLayer();
+    TopView(*drawing);
+    SaveAndClose();
+    return PartStep::GoOn;
+}
+
+void PartExport::OpenScaled() {
+    drawing = app.Documents().Open(PartExportPath(index));
+    // Part data are read through the session's drawing.
+    TheSession().AcadDoc = drawing;
+    AddLayer(*drawing, layers::BrenvikExplode);
+    const int scale = ToInteger(NumberSetting("ExportScaleSetting"));
+    if (scale == 3) drawing->SendCommand("scale\rall\r\r0\r25.4\r");
+    if (scale == 4) drawing->SendCommand("scale\rall\r\r0\r0.0393700787401575\r");
+}
+
+void PartExport::FinishWithoutFlatSide() {
+    EraseCopy(*drawing);
+    UnlockAllLayers(*drawing);
+    TurnAndMove();
+    TopView(*drawing);
+    Send(*drawing, std::to_array<std::string_view>({"z ", "e "}));
+    PutOnMaterialLayer();
+    SaveAndClose();
+}
+
+void PartExport::ContinueInWorkDrawing() {
+    AcadSelectionSet& all = FreshSet(*drawing, "exploded");
+    all.Select(SelectMode::All);
+    drawing->Wblock(PartExportWorkDrawing, all);
+    std::exchange(drawing, nullptr)->Close(false);
+    drawing = app.Documents().Open(PartExportWorkDrawing);
+    TheSession().AcadDoc = drawing;
+    // Nothing that is still typed at "all" moves the solid before its points are known in this drawing.
+    UnlockAllLayers(*drawing);
+    AddLayer(*drawing, LockedLayer);
+    LastSolid(*drawing).SetLayer(LockedLayer);
+    LockLayer(*drawing, LockedLayer);
+    if (drawing->ModelSpace().Count() > 1) {
+        drawing->SendCommand("Explode all  ");
+        EraseCopy(*drawing);
+    }
+    UnlockLayer(*drawing, LockedLayer);
+}
+
+void PartExport::TurnAndMove() {
+    Acad3DSolid& solid = LastSolid(*drawing);
+    DimT = TurnByLetters(*drawing, solid, LettersOf(solid)).thickness;
+    // Many receivers read world coordinates and know no user system: both have the corner for their origin.
+    solid.Move(solid.GetBoundingBox().min, {});
+    MoveOriginToCorner(*drawing, solid);
+}
+
+void PartExport::PutOnMaterialLayer() {
+    const std::string name = MaterialLayerName(LenientNumber(DimT), TextOfPart(*drawing, "Material"));
+    AddLayer(*drawing, name, MaterialColor);
+    for (Acad3DSolid* solid : All<Acad3DSolid>(*drawing)) {
+        solid->SetLayer(name);
+        solid->Update();
+    }
+}
+
+void PartExport::SaveAndClose() {
+    drawing->PurgeAll();
+    drawing->SaveAs(FinishedPartPath(index, TextOfPart(*drawing, "PartName"), TextOfPart(*drawing, "PN")),
+                    SaveAsKind::Native);
+    std::exchange(drawing, nullptr)->Close(false);
+}
+
+void PartExport::CleanUp() {
+    if (drawing != nullptr) Skip([this] { std::exchange(drawing, nullptr)->Close(false); });
+    RemoveExportFile(PartExportPath(index));
+    RemoveExportFile(PartExportWorkDrawing);
+}
+
+}  // namespace brenvik

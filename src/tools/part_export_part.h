@@ -1,0 +1,39 @@
+// The work of the part-per-file export on one part: laid flat by its largest face and edges, turned by its
+// letters, put on its material's layer, and saved under its name.
+#pragma once
+
+#include <string>
+
+#include "cnc/run_state.h"
+
+namespace brenvik {
+
+class AcadApplication;
+class AcadDocument;
+
+class PartExport {
+  public:
+    PartExport(AcadApplication& application, int partIndex) : app(application), index(partIndex) {}
+
+    /// Works on "Part<n>.dwg", which has to be there. Says whether the command goes on; then the part may
+    /// have been skipped, which has been told. Fails as the host does.
+    PartStep Run();
+    /// Closes the part's drawing, if it is open still, and deletes the drawings that it needed on its way.
+    void CleanUp();
+
+  private:
+    void OpenScaled();
+    void FinishWithoutFlatSide();
+    /// Writes what there is to the work drawing, and goes on there.
+    void ContinueInWorkDrawing();
+    void TurnAndMove();
+    void PutOnMaterialLayer();
+    void SaveAndClose();
+
+    AcadApplication& app;
+    const int index;
+    AcadDocument* drawing = nullptr;
+    std::string DimT = "0";
+};
+
+}  // namespace brenvik
