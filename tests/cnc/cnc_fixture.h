@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "base/number_text.h"
+#include "base/skip.h"
 #include "base/text.h"
 #include "cnc/drawing_walk.h"
 #include "cnc/run_state.h"
