@@ -133,11 +133,11 @@ std::variant<SquaringPoints, MissingEdge> FindSquaringPoints(AcadDocument& drawi
 void SquareToAxes(AcadDocument& drawing, const SquaringPoints& points, std::string_view sideOfY) {
     drawing.SendCommand("align ");
     drawing.SendCommand("all  ");
-    drawing.SendCommand(PointText(points.origin));
+    drawing.SendCommand(PointAnswer(points.origin));
     drawing.SendCommand("0,0,0 ");
-    drawing.SendCommand(PointText(points.onX));
+    drawing.SendCommand(PointAnswer(points.onX));
     drawing.SendCommand("1000,0,0 ");
-    drawing.SendCommand(PointText(points.towardsY));
+    drawing.SendCommand(PointAnswer(points.towardsY));
     drawing.SendCommand(sideOfY);
 }
 

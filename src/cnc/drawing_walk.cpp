@@ -65,7 +65,7 @@ AcadSelectionSet& FreshSet(AcadDocument& drawing, std::string_view name) {
     return *drawing.SelectionSets().Add(name);
 }
 
-std::string PointText(const Point3& point) {
+std::string PointAnswer(const Point3& point) {
     const auto number = [](double value) {
         return Trim(NumberToText(RoundHalfEven(value, CommandDecimals)));
     };

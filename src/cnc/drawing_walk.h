@@ -59,7 +59,7 @@ AcadSelectionSet& FreshSet(AcadDocument& drawing, std::string_view name);
 // Numbers and points of command strings.
 
 /// "x,y,z " with each coordinate rounded to 12 decimals.
-std::string PointText(const Point3& point);
+std::string PointAnswer(const Point3& point);
 /// The drawing looked at from above: "-v ", then "t ".
 void TopView(AcadDocument& drawing);
 

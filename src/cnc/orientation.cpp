@@ -85,7 +85,7 @@ void MoveOriginToCorner(AcadDocument& drawing, const AcadEntity& solid) {
     drawing.SendCommand("regen ");
     drawing.SendCommand("ucs ");
     drawing.SendCommand("move ");
-    drawing.SendCommand(PointText(corner));
+    drawing.SendCommand(PointAnswer(corner));
 }
 
 }  // namespace brenvik

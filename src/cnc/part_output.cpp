@@ -41,7 +41,7 @@ void MoveOriginToBackLeftCorner(RunState& run) {
     run.part->SendCommand("move ");
     const Point3 corner =
         Rounded({run.LowestCorner.x, run.LowestCorner.y + run.ExtentY, run.LowestCorner.z}, PlaceDigits);
-    run.part->SendCommand(PointText(corner));
+    run.part->SendCommand(PointAnswer(corner));
 }
 
 /// Where the receiver makes its own outside path, the first side goes without one.

@@ -69,7 +69,7 @@ void LowerKeptFace(AcadDocument& drawing) {
         UnlockLayer(drawing, layers::RegionCopy);
         LockLayer(drawing, layers::regioncopycopy);
         for (const std::string& text :
-             {std::string("m "), std::string("all  "), std::string("0,0,0 "), PointText({0, 0, -*height})})
+             {std::string("m "), std::string("all  "), std::string("0,0,0 "), PointAnswer({0, 0, -*height})})
             drawing.SendCommand(text);
         LockLayer(drawing, layers::RegionCopy);
         UnlockLayer(drawing, layers::regioncopycopy);
