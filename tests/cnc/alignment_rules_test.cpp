@@ -1,0 +1,194 @@
+// The rules of laying flat one by one: faces and edges, messages, letters, which side is up, and what the
+// written drawing holds.
+#include "cnc/alignment_edges.h"
+#include "cnc/alignment_faces.h"
+#include "cnc/alignment_fixture.h"
+#include "cnc/alignment_top.h"
+
+namespace brenvik {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class AlignmentRules : public AlignmentTest {
+  protected:
+    bool Typed(std::string_view answer) const {
+        return std::ranges::any_of(transcript,
+                                   [answer](const std::string& line) { return line.ends_with(answer); });
+    }
+    /// How often the drawing was turned about an axis by an angle.
+    int Turns(std::string_view axis, std::string_view degrees) const {
+        int turns = 0;
+        std::string_view lastAxis;
+        for (const std::string& line : transcript) {
+            for (const std::string_view name : {"x", "y", "z"})
+                if (line.ends_with("]: " + std::string(name))) lastAxis = name;
+            if (line.find("Rotation angle") != std::string::npos &&
+                line.ends_with(": " + std::string(degrees)) && lastAxis == axis)
+                ++turns;
+        }
+        return turns;
+    }
+};
+
+TEST_F(AlignmentRules, APartWithoutAFlatSideIsSkippedWithAMessage) {
+    EXPECT_EQ(Align(NothingFlat()), PartStep::SkipPart);
+    EXPECT_EQ(Messages(),
+              Texts{"This part does not have a flat side to work with, so this part will be skipped."});
+}
+
+TEST_F(AlignmentRules, APartWithoutAStraightEdgeIsSkippedWithAMessage) {
+    EXPECT_EQ(Align(Disc()), PartStep::SkipPart);
+    EXPECT_EQ(Messages(),
+              Texts{"This part does not have a line to work with, so this part will be skipped."});
+}
+
+TEST_F(AlignmentRules, APartWhoseEdgesNeverMeetEndsTheRunWithAMessage) {
+    EXPECT_EQ(Align(Lens()), PartStep::EndRun);
+    EXPECT_EQ(Messages(),
+              Texts{"This part does not have a line connected to the endpoint or startpoint of the "
+                    "longest line, so exiting now."});
+    EXPECT_FALSE(dynamic_cast<HostDocument&>(*run.part).Closed());
+}
+
+TEST_F(AlignmentRules, MissingLettersAreToldAndCountAsLwt) {
+    app::Workpiece board = Board(600, 300, 18);
+    mAutoCAD::SetPartData(&board.Solid(), "ORIE", "");
+    EXPECT_EQ(Align(board.Solid()), PartStep::GoOn);
+    EXPECT_EQ(Messages(), Texts{"ORIE data not detected on this part, so it is being set to LWT"});
+    ExpectPoint(PartBox().max, {600, 300, 18});
+}
+
+TEST_F(AlignmentRules, SmallLettersActLikeCapitals) {
+    app::Workpiece board = Board(600, 300, 18);
+    mAutoCAD::SetPartData(&board.Solid(), "ORIE", "wlt");
+    EXPECT_EQ(Align(board.Solid()), PartStep::GoOn);
+    EXPECT_TRUE(Messages().empty());
+    ExpectPoint(PartBox().max, {300, 600, 18});
+    EXPECT_EQ(run.DimL, "300");
+    EXPECT_EQ(run.DimW, "600");
+}
+
+TEST_F(AlignmentRules, LettersThatNameNothingLeaveTheSizesAtNothing) {
+    app::Workpiece board = Board(600, 300, 18);
+    mAutoCAD::SetPartData(&board.Solid(), "ORIE", "ABC");
+    EXPECT_EQ(Align(board.Solid()), PartStep::GoOn);
+    EXPECT_EQ(run.DimL, "0");
+    EXPECT_EQ(run.DimW, "0");
+    EXPECT_EQ(run.DimT, "0");
+    EXPECT_EQ(Turns("z", "90"), 1);
+    EXPECT_EQ(Turns("y", "90"), 1);
+    EXPECT_EQ(Turns("x", "90"), 1);
+}
+
+TEST_F(AlignmentRules, EqualSizesMakeNoTurn) {
+    EXPECT_EQ(Align(Board(100, 100, 100).Solid()), PartStep::GoOn);
+    for (const char* axis : {"x", "y", "z"}) EXPECT_EQ(Turns(axis, "90"), 0) << axis;
+}
+
+struct TurnCase {
+    const char *letters, *axes;
+};
+
+TEST_F(AlignmentRules, TurnsGoInTheOrderZYXAndOnlyWhereASizeLiesWrong) {
+    // For a part that the align leaves with its largest size on X and its smallest on Y.
+    const TurnCase cases[] = {{"LWT", "x"},   {"LTW", ""},  {"WLT", "zy"},
+                              {"TLW", "zyx"}, {"WTL", "z"}, {"TWL", "zx"}};
+    for (const TurnCase& c : cases) {
+        transcript.clear();
+        app::Workpiece board = Board(600, 300, 18);
+        mAutoCAD::SetPartData(&board.Solid(), "ORIE", c.letters);
+        ASSERT_EQ(Align(board.Solid()), PartStep::GoOn);
+        for (const char axis : {'x', 'y', 'z'})
+            EXPECT_EQ(Turns(std::string(1, axis), "90"),
+                      std::string_view(c.axes).find(axis) == std::string_view::npos ? 0 : 1)
+                << c.letters << " about " << axis;
+        run.part->Close(false);
+        TheSession().AcadDoc = &document;
+        board.Solid().Delete();
+    }
+}
+
+TEST_F(AlignmentRules, TheTwoFormsOfARunPointElsewhereOnY) {
+    Align(Board(600, 300, 18).Solid());
+    EXPECT_TRUE(Typed(": 0,10000000,0"));
+    transcript.clear();
+    run = RunOn(OpenAsPart(LastSolid(document)));
+    run.form = RunForm::B;
+    AlignPart(run);
+    EXPECT_TRUE(Typed(": 0,1000,0"));
+    EXPECT_FALSE(Typed(": 0,10000000,0"));
+}
+
+TEST_F(AlignmentRules, ThePartsOfSpecialMaterialAreWorkedOnFromTheirThirdFace) {
+    struct FaceCase {
+        const char *face, *setting;
+        bool turned;
+    };
+    const FaceCase cases[] = {{"3", "1", true}, {"3", "0", false}, {"", "1", false}, {"1", "1", false}};
+    for (const FaceCase& c : cases) {
+        Set("SpecialMaterial", c.setting);
+        app::Workpiece board = Board(600, 300, 18);
+        mAutoCAD::SetPartData(&board.Solid(), "FACE", c.face);
+        ASSERT_EQ(Align(board.Solid()), PartStep::GoOn);
+        EXPECT_NEAR(RegionOn(layers::RegionCopy).GetBoundingBox().min.z, c.turned ? 18 : 0, 1e-7)
+            << c.face << " " << c.setting;
+        run.part->Close(false);
+        TheSession().AcadDoc = &document;
+        board.Solid().Delete();
+    }
+}
+
+TEST_F(AlignmentRules, OnTheSecondSideTheFacesSwapAndThePartIsTurnedOver) {
+    app::Workpiece board = Board(600, 300, 18);
+    board.Cut({100, 50, 10}, {200, 150, 18});
+    run = RunOn(OpenAsPart(board.Solid()));
+    run.NeedSecondSide = 1;
+    run.SecondSidePass = 1;
+    ASSERT_EQ(AlignPart(run), PartStep::GoOn);
+    EXPECT_NEAR(RegionOn(layers::NextBiggestRegion).Area(), 600 * 300, 1e-6);
+    EXPECT_NEAR(RegionOn(layers::RegionCopy).Area(), 600 * 300 - 100 * 100, 1e-6);
+    EXPECT_NEAR(RegionOn(layers::RegionCopy).GetBoundingBox().max.z, 0, 1e-7);
+    EXPECT_NEAR(RegionOn(layers::NextBiggestRegion).GetBoundingBox().min.z, 18, 1e-7);
+}
+
+TEST_F(AlignmentRules, ASolidWithNoFaceAgainstTheLargestKeepsTheFirstRegionAsTheNext) {
+    // A wedge: the slope is the largest face, and nothing lies against it.
+    Acad3DSolid& wedge = Prism(std::to_array<double>({0, 0, 300, 0, 0, 100}), 600);
+    HostDocument& part = OpenAsPart(wedge);
+    ExplodeCopyToFaces(part, LastSolid(part));
+    const std::vector<AcadRegion*> regions = All<AcadRegion>(part);
+    const std::optional<FlatFaces> faces = FindFaces(part);
+    ASSERT_TRUE(faces);
+    EXPECT_NEAR(faces->LargestRegion.area, 600 * std::hypot(300, 100), 1e-5);
+    EXPECT_EQ(faces->NextRegion.region, regions.front());
+}
+
+TEST_F(AlignmentRules, OfTwoEqualFacesTheFirstIsTheLargestAndTheOtherLiesAgainstIt) {
+    for (const Pose& pose : poses) {
+        app::Workpiece board = Board(600, 300, 18);
+        Lay(board.Solid(), pose.aboutX, pose.aboutY, pose.aboutZ, pose.to);
+        HostDocument& part = OpenAsPart(board.Solid());
+        ExplodeCopyToFaces(part, LastSolid(part));
+        const std::vector<AcadRegion*> regions = All<AcadRegion>(part);
+        ASSERT_EQ(regions.size(), 6U);
+        std::vector<AcadRegion*> big;
+        for (AcadRegion* region : regions)
+            if (std::abs(region->Area() - 180000) < 1) big.push_back(region);
+        const std::optional<FlatFaces> faces = FindFaces(part);
+        ASSERT_TRUE(faces);
+        ASSERT_EQ(big.size(), 2U);
+        EXPECT_EQ(faces->LargestRegion.region, big[0]);
+        EXPECT_EQ(faces->NextRegion.region, big[1]);
+        part.Close(false);
+        board.Solid().Delete();
+    }
+}
+
+TEST_F(AlignmentRules, ADrawingWithoutARegionHasNoFaces) {
+    EXPECT_FALSE(FindFaces(document));
+    EXPECT_FALSE(FindLargestFace(document));
+}
+
+}  // namespace
+}  // namespace brenvik
