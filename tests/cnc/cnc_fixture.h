@@ -104,10 +104,10 @@ class CncTest : public ::testing::Test {
         platform.files = &files;
         platform.measuring = &host;
         LoadSystem(platform);
-        UseMetric();
         TheSession().AcadApp = &host;
         TheSession().AcadDoc = &document;
         TheSession().InstallFolder = files.InstallFolder() + "\\";
+        UseMetric();  // The materials lie in the install folder.
     }
     ~CncTest() override { UnloadSystem(); }
 
