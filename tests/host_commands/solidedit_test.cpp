@@ -93,7 +93,7 @@ TEST_F(FaceEditing, AHoleIsOffsetAndMoved) {
 TEST_F(FaceEditing, WhatCanNotBeDoneIsToldAndLeavesTheSolid) {
     HostSolid& solid = BoxAt({0, 0, 0}, {100, 50, 20});
     const TopoDS_Shape shape = solid.Shape();
-    Type("solidedit f o 50,25,20  -20 o 500,500,500   e 50,25,20  5 10 x x ");
+    Type("solidedit f o 50,25,20  -20 o 500,500,500   e 50,25,20  5 10 ");
     ExpectIdle();
     EXPECT_TRUE(solid.Shape().IsEqual(shape));
     EXPECT_TRUE(Told("The faces stay as they were"));
@@ -104,7 +104,7 @@ TEST_F(FaceEditing, WhatCanNotBeDoneIsToldAndLeavesTheSolid) {
 TEST_F(FaceEditing, SolidsOnLockedLayersAreOutOfReach) {
     HostSolid& solid = BoxAt({0, 0, 0}, {100, 50, 20});
     document.LayerTable().Find("0")->SetLock(true);
-    Type("solidedit f o 50,25,20   x x ");
+    Type("solidedit f o 50,25,20   x ");
     ExpectIdle();
     EXPECT_TRUE(Told("The solid is on a locked layer."));
     EXPECT_EQ(solid.Volume(), 100000);

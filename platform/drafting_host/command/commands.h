@@ -38,6 +38,15 @@ Asking<void> Select(CommandSession& session);
 Asking<void> Rotate3d(CommandSession& session);
 Asking<void> Mirror3d(CommandSession& session);
 
+// align_command.cpp
+Asking<void> Align(CommandSession& session);
+
+// explode_command.cpp
+Asking<void> Explode(CommandSession& session);
+
+// pedit_command.cpp
+Asking<void> Pedit(CommandSession& session);
+
 // ucs_command.cpp
 Asking<void> Ucs(CommandSession& session);
 
@@ -51,6 +60,21 @@ Asking<void> Group(CommandSession& session);
 Asking<void> View(CommandSession& session);
 Asking<void> Zoom(CommandSession& session);
 Asking<void> Regen(CommandSession& session);
+
+// viewport_commands.cpp
+Asking<void> Mview(CommandSession& session);
+Asking<void> Mspace(CommandSession& session);
+Asking<void> Pspace(CommandSession& session);
+Asking<void> Hide(CommandSession& session);
+
+// profile_command.cpp
+Asking<void> Solprof(CommandSession& session);
+
+// dview_command.cpp
+Asking<void> Dview(CommandSession& session);
+
+// vplayer_command.cpp
+Asking<void> Vplayer(CommandSession& session);
 
 // variable_commands.cpp
 Asking<void> SetVar(CommandSession& session);

@@ -4,23 +4,17 @@
 
 #include <BRepAdaptor_Curve.hxx>
 #include <BRepBuilderAPI_MakeEdge.hxx>
-#include <BRepTools.hxx>
-#include <BRepTools_WireExplorer.hxx>
 #include <BRep_Tool.hxx>
 #include <GeomConvert.hxx>
 #include <Geom_BSplineCurve.hxx>
 #include <Geom_TrimmedCurve.hxx>
 #include <TopExp.hxx>
-#include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
-#include <TopoDS_Face.hxx>
-#include <TopoDS_Wire.hxx>
 #include <gp_Circ.hxx>
 #include <gp_Elips.hxx>
 
 #include "drafting_host/document/vectors.h"
 #include "drafting_host/solids/guard.h"
-#include "drafting_host/solids/operations.h"
 
 namespace brenvik {
 
@@ -111,7 +105,7 @@ HostGeometry LineOf(const BRepAdaptor_Curve& curve, const Ends& ends, const Topo
 bool FullRound(const Ends& ends) { return std::abs(ends.last - ends.first) >= fullTurn - 1e-9; }
 
 HostGeometry RoundOf(const gp_Circ& circle, const Ends& ends, const Point3& normal) {
-    const Point3 axis = ToPoint(circle.Axis().Direction());
+    const Point3 axis = Squared(ToPoint(circle.Axis().Direction()));
     const bool flipped = Dot(axis, normal) < 0;
     const Point3 side = flipped ? Point3{} - axis : axis;
     if (FullRound(ends)) return CircleData{ToPoint(circle.Location()), circle.Radius(), 0, Unit(side)};
@@ -129,7 +123,7 @@ HostGeometry RoundOf(const gp_Circ& circle, const Ends& ends, const Point3& norm
 
 HostGeometry OvalOf(const gp_Elips& ellipse, const Ends& ends, const Point3& normal) {
     EllipseData data;
-    const Point3 axis = ToPoint(ellipse.Axis().Direction());
+    const Point3 axis = Squared(ToPoint(ellipse.Axis().Direction()));
     const bool flipped = Dot(axis, normal) < 0;
     data.center = ToPoint(ellipse.Location());
     data.majorAxis = ToPoint(ellipse.XAxis().Direction()) * ellipse.MajorRadius();
@@ -162,6 +156,15 @@ HostGeometry SplineOf(const TopoDS_Edge& edge, const Point3& normal) {
 }
 
 }  // namespace
+
+Point3 Squared(const Point3& direction) {
+    constexpr double leftOver = 1e-10;
+    const auto entry = [](double value) {
+        if (std::abs(value) < leftOver) return 0.0;
+        return std::abs(std::abs(value) - 1) < leftOver ? std::copysign(1.0, value) : value;
+    };
+    return {entry(direction.x), entry(direction.y), entry(direction.z)};
+}
 
 std::optional<TopoDS_Edge> EdgeOf(const LineData& data) {
     if (Distance(data.start, data.end) < 1e-9) return std::nullopt;
@@ -247,25 +250,6 @@ std::optional<HostGeometry> CurveOf(const TopoDS_Edge& edge, const Point3& norma
         }
         return std::nullopt;
     });
-}
-
-std::vector<HostGeometry> BoundaryCurves(const TopoDS_Shape& region) {
-    std::vector<HostGeometry> curves;
-    for (TopExp_Explorer faces(region, TopAbs_FACE); faces.More(); faces.Next()) {
-        const TopoDS_Face face = TopoDS::Face(faces.Current());
-        const Point3 normal = ToPoint(solids::NormalOf(face));
-        const auto take = [&](const TopoDS_Wire& wire) {
-            for (BRepTools_WireExplorer edges(wire, face); edges.More(); edges.Next()) {
-                if (auto curve = CurveOf(edges.Current(), normal)) curves.push_back(std::move(*curve));
-            }
-        };
-        const TopoDS_Wire outer = BRepTools::OuterWire(face);
-        take(outer);
-        for (TopExp_Explorer wires(face, TopAbs_WIRE); wires.More(); wires.Next()) {
-            if (!wires.Current().IsSame(outer)) take(TopoDS::Wire(wires.Current()));
-        }
-    }
-    return curves;
 }
 
 }  // namespace brenvik

@@ -169,7 +169,15 @@ Point3 Similarity::Vector(const Point3& v) const {
 
 Point3 Similarity::Direction(const Point3& v) const {
     if (mOnlyShifts) return v;
-    return Clean(Unit(Vector(v)));
+    // What typed points leave beside a world axis after a part is turned back onto it: less than any
+    // direction is drawn to.
+    constexpr double leftOver = 1e-10;
+    const auto square = [](double entry) {
+        if (std::abs(entry) < leftOver) return 0.0;
+        return std::abs(std::abs(entry) - 1) < leftOver ? std::copysign(1.0, entry) : entry;
+    };
+    const Point3 unit = Unit(Vector(v));
+    return {square(unit.x), square(unit.y), square(unit.z)};
 }
 
 bool Similarity::Identity() const { return mOnlyShifts && mShift == Point3{}; }
