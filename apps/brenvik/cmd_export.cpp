@@ -1,16 +1,13 @@
 // brenvik export: the list of a drawing as a CSV file, through the very forms that the desktop shows.
-#include <exception>
 #include <iostream>
 #include <memory>
 
 #include "base/failure.h"
 #include "command_line.h"
 #include "console/console_dialogs.h"
-#include "drawing_io.h"
 #include "export/export_options.h"
-#include "forms/form.h"
+#include "grid_session.h"
 #include "list_choice_options.h"
-#include "session/brenvik_class.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -40,20 +37,11 @@ bool ExportGrid(const CsvExportChoices& csv) {
 bool ScanAndExport(HostApplication& host, ConsoleDialogs& dialogs, const ListChoices& choices,
                    const CsvExportChoices& csv, Teller& teller) {
     bool exported = false;
-    // The library lets no failure out, so one from the options is carried past it.
-    std::exception_ptr refused;
-    dialogs.whileOpen = [&](Form&) {
+    WhileGridIsOpen(host, dialogs, [&](Form&) {
         if (dialogs.MessagesShown() > 0) teller.MarkIncomplete();
-        try {
-            ApplyOnGrid(choices);
-            exported = ExportGrid(csv);
-        } catch (const CommandError&) {
-            refused = std::current_exception();
-        }
-    };
-    cBrenvik().Show(host);
-    dialogs.whileOpen = nullptr;
-    if (refused) std::rethrow_exception(refused);
+        ApplyOnGrid(choices);
+        exported = ExportGrid(csv);
+    });
     return exported;
 }
 
@@ -63,9 +51,7 @@ ExitStatus Export(const std::string& home, const ExportOptions& options) {
     ConsoleDialogs dialogs(std::cerr);
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };
     Workplace workplace(home, dialogs);
-    HostDocument& document = OpenInput(workplace.host, options.drawing, teller);
-    const std::size_t selected = SelectForCommand(document, options.drawing);
-    if (selected == 0) teller.Remark(options.drawing.drawing + ": the drawing holds no solids");
+    const std::size_t selected = OpenAndSelect(workplace, options.drawing, teller).selected;
     teller.Progress("measuring " + std::to_string(selected) + " parts");
     const bool exported = ScanAndExport(workplace.host, dialogs, choices, options.csv, teller);
     if (!exported) teller.Loss(options.csv.path + ": the list was not exported");

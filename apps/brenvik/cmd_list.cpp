@@ -1,17 +1,14 @@
 // brenvik list: the cut list of a drawing, through the very form that the desktop shows.
-#include <exception>
 #include <iostream>
 #include <map>
 #include <memory>
 
 #include "command_line.h"
 #include "console/console_dialogs.h"
-#include "drawing_io.h"
-#include "forms/form.h"
 #include "forms/grid_control.h"
+#include "grid_session.h"
 #include "list_choice_options.h"
 #include "list_output.h"
-#include "session/brenvik_class.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -41,18 +38,7 @@ Scanned TakeRows(Form& form, const ListChoices& choices) {
 /// Opens the grid form, whose load scans the selection, and takes the rows while it stands open.
 Scanned Scan(HostApplication& host, ConsoleDialogs& dialogs, const ListChoices& choices) {
     Scanned scanned;
-    // The library lets no failure out, so one from the choices is carried past it.
-    std::exception_ptr refused;
-    dialogs.whileOpen = [&](Form& form) {
-        try {
-            scanned = TakeRows(form, choices);
-        } catch (const CommandError&) {
-            refused = std::current_exception();
-        }
-    };
-    cBrenvik().Show(host);
-    dialogs.whileOpen = nullptr;
-    if (refused) std::rethrow_exception(refused);
+    WhileGridIsOpen(host, dialogs, [&](Form& form) { scanned = TakeRows(form, choices); });
     return scanned;
 }
 
@@ -63,9 +49,7 @@ ExitStatus List(const std::string& home, const ListOptions& options) {
     ConsoleDialogs dialogs(std::cerr);
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };
     Workplace workplace(home, dialogs);
-    HostDocument& document = OpenInput(workplace.host, options.drawing, teller);
-    const std::size_t selected = SelectForCommand(document, options.drawing);
-    if (selected == 0) teller.Remark(options.drawing.drawing + ": the drawing holds no solids");
+    const auto [document, selected] = OpenAndSelect(workplace, options.drawing, teller);
     teller.Progress("measuring " + std::to_string(selected) + " parts");
     // With nothing selected the scan leaves the grid as it is, so there is nothing to look at.
     const Scanned scanned =

@@ -14,8 +14,7 @@ namespace brenvik::app {
 namespace {
 
 /// Commands of the system that this build has not; asking for one deserves a better answer than "unknown".
-constexpr std::array commandsOfOtherBuilds{std::string_view("cnc"), std::string_view("parts"),
-                                           std::string_view("desktop")};
+constexpr std::array commandsOfOtherBuilds{std::string_view("desktop")};
 
 std::string WhatIsNoCommand(const std::string& word) {
     for (const std::string_view name : commandsOfOtherBuilds)
@@ -112,11 +111,13 @@ int RunCommandLine(int argc, char** argv) {
     AddInitCommand(line);
     AddListCommand(line);
     AddExportCommand(line);
+    AddCncCommand(line);
     AddRunCommand(line);
     AddConvertCommand(line);
     AddSampleCommand(line);
     AddSettingsCommand(line);
     AddMaterialsCommand(line);
+    AddPartsCommand(line);
     line.parser.footer(
         "Exit status: 0 done; 1 done, but something was skipped or failed (each told on standard error);\n"
         "2 the words of the command are wrong; 3 an input can't be read.");

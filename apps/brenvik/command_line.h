@@ -37,6 +37,7 @@ struct DrawingOptions {
     void AddQuiet(CLI::App& command);
 };
 
+void AddCncCommand(CommandLine& line);
 void AddInitCommand(CommandLine& line);
 void AddListCommand(CommandLine& line);
 void AddExportCommand(CommandLine& line);
@@ -45,6 +46,7 @@ void AddConvertCommand(CommandLine& line);
 void AddSampleCommand(CommandLine& line);
 void AddSettingsCommand(CommandLine& line);
 void AddMaterialsCommand(CommandLine& line);
+void AddPartsCommand(CommandLine& line);
 
 /// Parses the words, runs the command and tells its errors on standard error. Returns the exit status.
 int RunCommandLine(int argc, char** argv);

@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "cnc/drawing_walk.h"
 #include "export/cnc_hand_off.h"
+#include "export/export_dialogs.h"
 #include "export/text_lines.h"
 #include "grid/frm_main.h"
 #include "parts/mautocad.h"
@@ -131,7 +132,7 @@ void PrepareSession(RunState& run) {
     AcadDocument& drawing = *run.sessionDrawing;
     const bool save = ToInteger(NumberSetting("CNCSave")) == 0;
     drawing.SendCommand("_ucs\rw\r");
-    if (save) ShowAndResume(ShowFailure, [&] { drawing.Save(); });
+    if (save) ShowAndResume(ShowFailureWithDetail, [&] { drawing.Save(); });
     for (const std::string_view variable :
          {"plinetype\r2\r", "ucsfollow\r0\r", "ucsortho\r0\r", "isavebak\r0\r", "OSNAPCOORD\r2\r"})
         drawing.SendCommand(variable);

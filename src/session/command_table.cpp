@@ -5,6 +5,7 @@
 
 #include "base/letter_case.h"
 #include "base/text.h"
+#include "cnc/runs.h"
 #include "export/frm_adjustments.h"
 #include "parts/automatic_update.h"
 #include "session/commands.h"

@@ -32,7 +32,7 @@ using CommandWork = void (*)(AcadApplication&);
     SELF_STARTING(UpdateNow2, "BVUPDATE", "Update the ORIE letters, if automatic updating is on",           \
                   &commands::UpdateNow2)                                                                    \
     COMMAND(BVExportDWG, "BVEXPORTDWG", "Write one drawing for each part", &commands::BVExportDWG)          \
-    COMMAND(BVC2C, "BVC2C", "CNC run for C2C", nullptr)                                                     \
+    COMMAND(BVC2C, "BVC2C", "CNC run for C2C", &commands::CncRun<Target::C2C>)                              \
     COMMAND(BVExplode, "BVEXPLODE", "Make an exploded view", &commands::BVExplode)                          \
     COMMAND(BVMove, "BVMOVE", "Move parts", &commands::BVMove)                                              \
     COMMAND(BVCopy, "BVCOPY", "Copy parts", &commands::BVCopy)                                              \
@@ -41,21 +41,21 @@ using CommandWork = void (*)(AcadApplication&);
     COMMAND(BVSection1, "BVSECTION1", "Make a section, first form", nullptr)                                \
     COMMAND(BVSection2, "BVSECTION2", "Make a section, second form", nullptr)                               \
     COMMAND(BVMakeView, "BVMAKEVIEW", "Make a view", nullptr)                                               \
-    COMMAND(BVATP, "BVATP", "CNC run for ATP", nullptr)                                                     \
+    COMMAND(BVATP, "BVATP", "CNC run for ATP", &commands::CncRun<Target::ATP>)                              \
     COMMAND(BVFreezeSections, "BVFREEZESECTIONS", "Freeze the section layers", nullptr)                     \
     COMMAND(BVUNFreezeSections, "BVUNFREEZESECTIONS", "Thaw the section layers", nullptr)                   \
     COMMAND(BVAdjustments, "BVADJUSTMENTS", "Open the size adjustments", &commands::BVAdjustments)          \
-    COMMAND(BVRover1, "BVROVER1", "CNC run for ROV", nullptr)                                               \
-    COMMAND(BVCNI, "BVCNI", "CNC run for CNI", nullptr)                                                     \
-    COMMAND(BVASP, "BVASP", "CNC run for ASP", nullptr)                                                     \
-    COMMAND(BVWOP4, "BVWOP4", "CNC run for WOP4", nullptr)                                                  \
-    COMMAND(BVWOP5, "BVWOP5", "CNC run for WOP5", nullptr)                                                  \
-    COMMAND(BVTHERM, "BVTHERM", "CNC run for THERM", nullptr)                                               \
-    COMMAND(BVBW, "BVBW", "CNC run for BW", nullptr)                                                        \
-    COMMAND(BVEnroute, "BVENROUTE", "CNC run for Enroute", nullptr)                                         \
+    COMMAND(BVRover1, "BVROVER1", "CNC run for ROV", &commands::CncRun<Target::ROV>)                        \
+    COMMAND(BVCNI, "BVCNI", "CNC run for CNI", &commands::CncRun<Target::CNI>)                              \
+    COMMAND(BVASP, "BVASP", "CNC run for ASP", &commands::CncRun<Target::ASP>)                              \
+    COMMAND(BVWOP4, "BVWOP4", "CNC run for WOP4", &commands::CncRun<Target::WOP4>)                          \
+    COMMAND(BVWOP5, "BVWOP5", "CNC run for WOP5", &commands::CncRun<Target::WOP5>)                          \
+    COMMAND(BVTHERM, "BVTHERM", "CNC run for THERM", &commands::CncRun<Target::THERM>)                      \
+    COMMAND(BVBW, "BVBW", "CNC run for BW", &commands::CncRun<Target::BW>)                                  \
+    COMMAND(BVEnroute, "BVENROUTE", "CNC run for Enroute", &commands::CncRun<Target::Enroute>)              \
     COMMAND(BVDWG2, "BVDWG2", "Save the drawing for the CAM package, under two names", &commands::BVDWG2)   \
-    COMMAND(BVABC, "BVABC", "CNC run for ABC", nullptr)                                                     \
-    COMMAND(BVRCIM, "BVRCIM", "CNC run for RCIM", nullptr)
+    COMMAND(BVABC, "BVABC", "CNC run for ABC", &commands::CncRun<Target::ABC>)                              \
+    COMMAND(BVRCIM, "BVRCIM", "CNC run for RCIM", &commands::CncRun<Target::RCIM>)
 // clang-format on
 
 /// The methods by name, in the order of the class.

@@ -12,15 +12,15 @@ class AcadApplication;
 struct TargetDriver {
     int exportTarget;
     std::string_view target;
-    std::string_view method;             ///< The public method that runs the same target on a selection.
-    void (*fromGrid)(AcadApplication&);  ///< Nothing where this build has none.
+    std::string_view method;  ///< The public method that runs the same target on a selection.
+    void (*fromGrid)(AcadApplication&);
 };
 
 /// The twelve targets in the order of their numbers.
 std::span<const TargetDriver> TargetDrivers();
 
 /// Tests `ExportTarget` against each target, one after another, and runs the driver of the one that it
-/// names; none for 0. A driver that this build lacks says so.
+/// names; none for 0.
 void RunChosenTarget(AcadApplication& app);
 
 }  // namespace brenvik

@@ -1,0 +1,161 @@
+// brenvik cnc: one CNC run over the solids of a drawing, through the very commands that a host has for it.
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <system_error>
+
+#include "base/letter_case.h"
+#include "base/text.h"
+#include "cnc/run_report.h"
+#include "cnc/run_state.h"
+#include "command_line.h"
+#include "console/console_dialogs.h"
+#include "export/frm_export.h"
+#include "file_roots/places.h"
+#include "file_roots/system_path.h"
+#include "forms/grid_control.h"
+#include "grid_session.h"
+#include "run_dialogs.h"
+#include "session/brenvik_class.h"
+#include "session/target_drivers.h"
+#include "workplace.h"
+
+namespace brenvik::app {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct CncOptions {
+    DrawingOptions drawing;
+    std::string target, out;
+    bool fromGrid = false;
+};
+
+std::string TargetNames() {
+    std::vector<std::string> names;
+    for (const TargetDriver& driver : TargetDrivers()) names.emplace_back(driver.target);
+    return Join(names, ", ");
+}
+
+const TargetDriver* FindDriver(std::string_view target) {
+    for (const TargetDriver& driver : TargetDrivers())
+        if (EqualsIgnoreCase(driver.target, target)) return &driver;
+    return nullptr;
+}
+
+std::string CheckTarget(const std::string& target) {
+    if (FindDriver(target) != nullptr) return {};
+    return "expected one of " + TargetNames() + "; found " + target;
+}
+
+/// What runs leave in their output folder, and so may delete from it.
+bool IsFromARun(const std::string& name) {
+    constexpr auto patterns = std::to_array<std::string_view>(
+        {"Part_*.dxf", "BPart_*.dxf", "Part_*.dwg", "BPart_*.dwg", "wblock.dwg", "wblock2.dwg",
+         "WORKLIST.TXT", "CNCList.txt", "CNCList.csv", "Sheet1.csv"});
+    return std::ranges::any_of(patterns,
+                               [&](std::string_view pattern) { return MatchesFilePattern(name, pattern); });
+}
+
+/// A run begins by emptying its output folders, so one that holds other files is refused.
+void RequireFolderOfRuns(const fs::path& folder, const std::string& shown, const fs::path& drawing) {
+    std::error_code error;
+    if (fs::equivalent(fs::absolute(drawing).parent_path(), folder, error))
+        throw CommandError(ExitStatus::WrongWords, "--out: a run empties its output folder, and " + shown +
+                                                       " holds the drawing itself");
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        const std::string name = TextFromPath(entry->path().filename());
+        std::error_code unknown;
+        if (entry->is_regular_file(unknown) && !IsFromARun(name))
+            throw CommandError(ExitStatus::WrongWords, "--out: a run empties its output folder, and " +
+                                                           shown + " holds " + name +
+                                                           ", which is from no run; choose another folder");
+    }
+}
+
+void MapOutput(Workplace& workplace, const CncOptions& options) {
+    if (options.out.empty()) return;
+    const fs::path folder = PathFromText(options.out);
+    const fs::path drawing = PathFromText(options.drawing.drawing);
+    RequireFolderOfRuns(folder, options.out, drawing);
+    RequireFolderOfRuns(folder / "2-sided", options.out + "/2-sided", drawing);
+    workplace.files.MapFolder(OutputFolder, folder);
+}
+
+/// What a user does who exports the whole list to a target.
+void ExportFromGrid(Form& form, const TargetDriver& driver) {
+    if (auto* dialog = dynamic_cast<frmExport*>(&form)) {
+        dialog->chkSave.SetValue(0);
+        dialog->chkChooseCSV.SetValue(0);
+        dialog->chkReduce.SetValue(0);
+        dialog->cboExportType.SetListIndex(FirstCncExportType + driver.exportTarget - 1);
+        dialog->Get<Control>("cmdGo").Press();
+    } else if (form.Name() == "frmMain") {
+        form.Get<ToolbarControl>("tbMain").PressKey("EXPORT");
+    }
+}
+
+void TellProgress(const RunProgress& progress, Teller& teller) {
+    teller.Progress("part " + std::to_string(progress.part) + " of " + std::to_string(progress.parts) + ", " +
+                    progress.name + (progress.secondSide ? ", second side" : ""));
+}
+
+void TellReport(const RunDialogs& dialogs, Teller& teller) {
+    const RunReport& report = LastRunReport();
+    for (const std::string& line : report.passedOver) teller.Loss(line);
+    if (dialogs.SomethingWentWrong() || !report.unexplained.empty()) teller.MarkIncomplete();
+    if (report.complete || teller.Status() != ExitStatus::Done) return;
+    teller.Loss("the run did not go to its end");
+}
+
+ExitStatus Cnc(const std::string& home, const CncOptions& options) {
+    const TargetDriver& driver = *FindDriver(options.target);
+    Teller teller(options.drawing.quiet);
+    RunDialogs dialogs(std::cerr);
+    dialogs.beforeTelling = [&teller] { teller.Wipe(); };
+    Workplace workplace(home, dialogs);
+    MapOutput(workplace, options);
+    const OpenedInput opened = OpenAndSelect(workplace, options.drawing, teller);
+    const std::size_t notes = opened.document.Notes().size();
+    ObserveRuns([&teller](const RunProgress& progress) { TellProgress(progress, teller); });
+    if (options.fromGrid)
+        WhileGridIsOpen(workplace.host, dialogs, [&](Form& form) { ExportFromGrid(form, driver); });
+    else
+        cBrenvik().Call(driver.method, workplace.host);
+    ObserveRuns(nullptr);
+    teller.Wipe();
+    TellNotesSince(notes, opened.document, options.drawing.drawing, teller);
+    TellReport(dialogs, teller);
+    return teller.Status();
+}
+
+}  // namespace
+
+void AddCncCommand(CommandLine& line) {
+    auto options = std::make_shared<CncOptions>();
+    CLI::App& command =
+        line.Add("cnc", "Write a DXF file per part and side, and a work list, for a CNC target",
+                 [&line, options] { return Cnc(line.home, *options); });
+    options->drawing.AddDrawing(command);
+    command.add_option("--target", options->target, "The CAM package: " + TargetNames() + "; in any case")
+        ->required()
+        ->check(CLI::Validator(CheckTarget, "T"))
+        ->type_name("");
+    command
+        .add_option(
+            "--out", options->out,
+            "Where the files go, instead of drive_c/BV-DXF in the install folder; the run empties the "
+            "folder first")
+        ->type_name("DIR");
+    command.add_flag(
+        "--from-grid", options->fromGrid,
+        "Take the parts by way of the grid, so that identical parts become one file and a quantity");
+    options->drawing.AddSelect(command);
+    options->drawing.AddLetters(command);
+    options->drawing.AddQuiet(command);
+}
+
+}  // namespace brenvik::app

@@ -1,0 +1,27 @@
+// What the commands that go through the grid form share: opening and selecting, and work while it stands
+// open.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+
+#include "console/console_dialogs.h"
+#include "drawing_io.h"
+#include "forms/form.h"
+#include "workplace.h"
+
+namespace brenvik::app {
+
+struct OpenedInput {
+    HostDocument& document;
+    std::size_t selected = 0;
+};
+
+/// Opens the drawing of the options and selects what they name; a drawing without solids is remarked on.
+OpenedInput OpenAndSelect(Workplace& workplace, const DrawingOptions& options, Teller& teller);
+
+/// Calls `Show` and hands each form that opens meanwhile to `work`, the grid form first. A CommandError of
+/// the work ends the call when the forms have closed: the library lets none through.
+void WhileGridIsOpen(HostApplication& host, ConsoleDialogs& dialogs, const std::function<void(Form&)>& work);
+
+}  // namespace brenvik::app

@@ -1,0 +1,279 @@
+// The loop over the parts: what a pass begins with, second sides, skips, and what is left in the folders.
+#include <algorithm>
+
+#include "cnc/run_template_fixture.h"
+
+namespace brenvik {
+namespace {
+
+class RunLoop : public RunTemplateTest {
+  protected:
+    void ExpectNoDrawingLeft() {
+        for (const std::string_view folder : {OutputFolder, SecondSideFolder})
+            EXPECT_TRUE(FilesIn(folder, "*.dwg").empty()) << folder;
+        EXPECT_EQ(host.Documents().Count(), 1);
+        EXPECT_EQ(host.Active(), &document);
+    }
+    /// Writes the work drawings that the alignment makes.
+    void WriteWorkDrawings(const RunState& run) {
+        for (const std::string_view path : {WorkDrawing, WorkDrawing2}) files.WriteFile(path, "work");
+        if (run.FirstPass()) return;
+        for (const std::string_view path : {SecondSideWorkDrawing, SecondSideWorkDrawing2})
+            files.WriteFile(path, "work");
+    }
+};
+
+TEST_F(RunLoop, OpensEachPartOnceAndLeavesItsFileAlone) {
+    Boards({"Side", "Shelf"});
+    RunA();
+    EXPECT_EQ(seen, (Texts{"c:\\BV-DXF\\Part_0.dwg", "c:\\BV-DXF\\Part_1.dwg"}));
+    EXPECT_EQ(listed, (std::vector<int>{0, 1}));
+    EXPECT_EQ(FilesIn(OutputFolder), (Texts{"Part_0_done.dxf", "Part_1_done.dxf"}));
+    EXPECT_TRUE(FilesIn(SecondSideFolder).empty());
+    EXPECT_TRUE(MessagesBetween().empty());
+    ExpectNoDrawingLeft();
+}
+
+TEST_F(RunLoop, BeginsEachPassClean) {
+    Boards({"Side", "Shelf"});
+    firstStep = [](RunState& run) {
+        EXPECT_TRUE(LayerExists(*run.part, "BrenvikExplode"));
+        EXPECT_EQ(run.part->SelectionSets().Item("exploded")->Count(), 0);
+        EXPECT_EQ(run.part->ModelSpace().Count(), 1);
+        EXPECT_EQ(run.RouteSkip, 0);
+        EXPECT_EQ(run.DrillSkip, 0);
+        EXPECT_EQ(run.bits.SavedToolDiameters, (std::array<double, 3>{}));
+        EXPECT_EQ(run.DimL + run.DimW + run.DimT, "000");
+        EXPECT_EQ(run.LastAddedLayer, "");
+        run.RouteSkip = run.DrillSkip = 1;
+        run.bits.SavedToolDiameters = {1, 2, 3};
+        run.DimL = "600";
+        run.LastAddedLayer = "VD_";
+        run.NeedSecondSide = 1;
+        return PartStep::GoOn;
+    };
+    RunA();
+    EXPECT_EQ(passes, 4);
+}
+
+TEST_F(RunLoop, ScalesByTheSettingAboutTheOrigin) {
+    struct Case {
+        const char* setting;
+        double length;
+    };
+    for (const Case& c : {Case{"1", 600}, Case{"2", 600}, Case{"3", 600 * 25.4},
+                          Case{"4", 600 * 0.0393700787401575}, Case{"", 600}}) {
+        document.ModelSpace().ForEach([](AcadEntity& entity) { entity.Delete(); });
+        Boards({"Side"});
+        Set("ExportScaleSetting", c.setting);
+        double length = 0;
+        firstStep = [&](RunState& run) {
+            const Box3 box = LastSolid(*run.part).GetBoundingBox();
+            length = box.max.x - box.min.x;
+            return PartStep::GoOn;
+        };
+        RunA();
+        EXPECT_NEAR(length, c.length, 1e-9) << c.setting;
+    }
+    EXPECT_GE(host.ZoomCount(), 5);
+}
+
+TEST_F(RunLoop, MakesASecondPassOfAPartThatNeedsIt) {
+    Boards({"Side", "Shelf"});
+    firstStep = [&](RunState& run) {
+        if (run.FirstPass()) {
+            EXPECT_EQ(run.NeedSecondSide, 0);
+            EXPECT_EQ(run.ThroughRouteSeen, 0);
+        }
+        if (run.partIndex == 0) run.NeedSecondSide = run.ThroughRouteSeen = 1;
+        WriteWorkDrawings(run);
+        return PartStep::GoOn;
+    };
+    RunA();
+    EXPECT_EQ(seen, (Texts{"c:\\BV-DXF\\Part_0.dwg", "c:\\BV-DXF\\2-sided\\BPart_0.dwg again",
+                           "c:\\BV-DXF\\Part_1.dwg"}));
+    EXPECT_EQ(FilesIn(OutputFolder), (Texts{"Part_0_done.dxf", "Part_1_done.dxf"}));
+    EXPECT_EQ(FilesIn(SecondSideFolder), Texts{"BPart_0_done.dxf"});
+    EXPECT_EQ(listed, (std::vector<int>{0, 0, 1}));
+    ExpectNoDrawingLeft();
+}
+
+TEST_F(RunLoop, BeginsTheSecondPassWithoutWorkDrawings) {
+    Boards({"Side"});
+    firstStep = [&](RunState& run) {
+        if (!run.FirstPass()) {
+            EXPECT_FALSE(files.FileExists(WorkDrawing));
+            EXPECT_FALSE(files.FileExists(WorkDrawing2));
+        }
+        run.NeedSecondSide = 1;
+        WriteWorkDrawings(run);
+        return PartStep::GoOn;
+    };
+    RunA();
+    EXPECT_EQ(passes, 2);
+    ExpectNoDrawingLeft();
+}
+
+TEST_F(RunLoop, MakesNoSecondPassWhereTheSettingsSaySo) {
+    Boards({"Side", "Shelf"});
+    Set("DontDoTwoSided", "1");
+    firstStep = [](RunState& run) {
+        EXPECT_TRUE(run.FirstPass());
+        EXPECT_EQ(run.NeedSecondSide, 0);
+        run.NeedSecondSide = 1;
+        return PartStep::GoOn;
+    };
+    RunA();
+    EXPECT_EQ(passes, 2);
+    EXPECT_TRUE(FilesIn(SecondSideFolder).empty());
+    EXPECT_TRUE(MessagesBetween().empty());
+    ExpectNoDrawingLeft();
+}
+
+TEST_F(RunLoop, GoesOnBehindAPartThatIsSkipped) {
+    Boards({"Side", "Shelf", "Back"});
+    firstStep = [&](RunState& run) {
+        EXPECT_EQ(run.NeedSecondSide, 0) << "the flags of the part before are gone with it";
+        EXPECT_EQ(run.ThroughRouteSeen, 0);
+        WriteWorkDrawings(run);
+        if (run.partIndex != 1) return PartStep::GoOn;
+        run.NeedSecondSide = run.ThroughRouteSeen = 1;
+        return PartStep::SkipPart;
+    };
+    RunA();
+    EXPECT_EQ(FilesIn(OutputFolder), (Texts{"Part_0_done.dxf", "Part_2_done.dxf"}));
+    EXPECT_EQ(listed, (std::vector<int>{0, 2}));
+    EXPECT_EQ(secondSteps, 2);
+    EXPECT_TRUE(LastRunReport().complete);
+    ExpectNoDrawingLeft();
+}
+
+TEST_F(RunLoop, ASecondPassThatIsSkippedLeavesTheFirstFile) {
+    Boards({"Side", "Shelf"});
+    firstStep = [](RunState& run) {
+        run.NeedSecondSide = run.partIndex == 0 ? 1 : 0;
+        return run.FirstPass() ? PartStep::GoOn : PartStep::SkipPart;
+    };
+    RunA();
+    EXPECT_EQ(FilesIn(OutputFolder), (Texts{"Part_0_done.dxf", "Part_1_done.dxf"}));
+    EXPECT_TRUE(FilesIn(SecondSideFolder).empty());
+    ExpectNoDrawingLeft();
+}
+
+TEST_F(RunLoop, PassesOverAPartFileThatVanishedAndKeepsTheFlag) {
+    Boards({"Side", "Shelf", "Back"});
+    int needed = -1;
+    firstStep = [&](RunState& run) {
+        if (run.partIndex == 0) {
+            files.RemoveFile("c:\\BV-DXF\\Part_1.dwg");
+            files.RemoveFile("c:\\BV-DXF\\Part_0.dwg");
+            run.NeedSecondSide = 1;
+            return PartStep::SkipPart;
+        }
+        needed = run.NeedSecondSide;
+        return PartStep::GoOn;
+    };
+    RunA();
+    EXPECT_EQ(needed, 1) << "the cleaning clears it with the first file, which was gone";
+    EXPECT_TRUE(MessagesBetween().empty());
+    ASSERT_EQ(LastRunReport().passedOver.size(), 1U);
+    EXPECT_EQ(LastRunReport().passedOver[0].find("The part \"Shelf\" ("), 0U)
+        << LastRunReport().passedOver[0];
+}
+
+TEST_F(RunLoop, EndsAtAPartThatEndsTheRunAndLeavesItsDrawingOpen) {
+    Boards({"Side", "Shelf"});
+    firstStep = [](RunState&) { return PartStep::EndRun; };
+    RunA();
+    EXPECT_EQ(passes, 1);
+    EXPECT_TRUE(MessagesBetween().empty());
+    EXPECT_EQ(host.Documents().Count(), 2);
+    EXPECT_TRUE(files.FileExists("c:\\BV-DXF\\Part_0.dwg"));
+    EXPECT_FALSE(LastRunReport().complete);
+    ASSERT_EQ(LastRunReport().passedOver.size(), 1U);
+    EXPECT_TRUE(LastRunReport().passedOver[0].ends_with("; 1 more parts have not been worked on."));
+    const auto last = std::find(transcript.rbegin(), transcript.rend(), "Command: plinetype");
+    EXPECT_NE(last, transcript.rend());
+}
+
+TEST_F(RunLoop, AFailureEndsTheRunCleanlyAndKeepsWhatWasWritten) {
+    Boards({"Side", "Shelf", "Back"});
+    secondStep = [&](RunState& run) -> PartStep {
+        WriteWorkDrawings(run);
+        if (run.partIndex == 1) throw Failure(4711, "Modeller", "The cut came to nothing", "face 12");
+        return PartStep::GoOn;
+    };
+    Set("MyWindowState", "1");
+    Set("Skipandcontinue", "1");
+    RunA();
+    const Texts messages = Messages();
+    ASSERT_EQ(messages.size(), 3U);
+    EXPECT_EQ(messages[1], "4711\r\nModeller\r\nThe cut came to nothing: face 12");
+    EXPECT_EQ(messages[2].find("The run ended at the part \"Shelf\" ("), 0U) << messages[2];
+    EXPECT_TRUE(messages[2].ends_with("; 1 more parts have not been worked on.")) << messages[2];
+    EXPECT_EQ(FilesIn(OutputFolder), Texts{"Part_0_done.dxf"});
+    EXPECT_TRUE(FilesIn(SecondSideFolder).empty());
+    EXPECT_FALSE(LastRunReport().complete);
+    EXPECT_EQ(host.WindowState(), WindowStateKind::Maximized);
+    EXPECT_EQ(GetSettingText("Skipandcontinue"), "0");
+    EXPECT_EQ(TheSession().AcadDoc, &document);
+    ExpectNoDrawingLeft();
+}
+
+TEST_F(RunLoop, TellsEachPartOfWhichSomethingIsUnexplained) {
+    Boards({"Side", "Shelf", "Back"});
+    firstStep = [](RunState& run) {
+        run.NeedSecondSide = run.partIndex == 0 ? 1 : 0;
+        if (run.partIndex < 2) run.unexplained.emplace_back("a slanted hole at 10,20");
+        if (run.partIndex == 1) run.unexplained.emplace_back("a dome");
+        return run.partIndex == 1 ? PartStep::SkipPart : PartStep::GoOn;
+    };
+    RunA();
+    const Texts told = MessagesBetween();
+    ASSERT_EQ(told.size(), 2U);
+    EXPECT_EQ(told, LastRunReport().unexplained);
+    EXPECT_EQ(told[0].find("The part \"Side\" ("), 0U) << told[0];
+    EXPECT_TRUE(told[0].ends_with(") has features without an operation: a slanted hole at 10,20")) << told[0];
+    EXPECT_TRUE(told[1].ends_with("a slanted hole at 10,20; a dome")) << told[1];
+    EXPECT_EQ(dialogs.messages[1].title, "Brenvik");
+}
+
+TEST_F(RunLoop, TellsItsProgressAtEachPass) {
+    Boards({"Side", ""});
+    Texts told;
+    ObserveRuns([&](const RunProgress& progress) {
+        told.push_back(std::to_string(progress.part) + "/" + std::to_string(progress.parts) +
+                       (progress.secondSide ? " second" : ""));
+    });
+    firstStep = [](RunState& run) {
+        run.NeedSecondSide = run.partIndex == 0 ? 1 : 0;
+        return PartStep::GoOn;
+    };
+    RunA();
+    EXPECT_EQ(told, (Texts{"1/2", "1/2 second", "2/2"}));
+}
+
+TEST_F(RunLoop, ASecondRunStartsFromFreshFolders) {
+    Boards({"Side", "Shelf"});
+    RunA();
+    document.ModelSpace().Item(0)->Delete();
+    ChooseAllSolids();
+    RunA();
+    EXPECT_EQ(FilesIn(OutputFolder), Texts{"Part_0_done.dxf"});
+}
+
+TEST_F(RunLoop, ACutDrawingFileEndsTheRunWithItsName) {
+    Boards({"Side", "Shelf"});
+    firstStep = [&](RunState&) {
+        files.WriteFile("c:\\BV-DXF\\Part_1.dwg", "no drawing");
+        return PartStep::GoOn;
+    };
+    RunA();
+    const Texts messages = Messages();
+    ASSERT_EQ(messages.size(), 3U);
+    EXPECT_NE(messages[1].find("Part_1.dwg"), std::string::npos) << messages[1];
+    ExpectNoDrawingLeft();
+}
+
+}  // namespace
+}  // namespace brenvik
