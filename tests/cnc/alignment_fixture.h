@@ -51,11 +51,11 @@ class AlignmentTest : public CncTest {
     /// A rail of 600 with one long edge bevelled at 45 degrees, as at the corner of a box.
     Acad3DSolid& BevelledRail() { return Prism(std::to_array<double>({0, 0, 100, 0, 80, 20, 0, 20}), 600); }
     /// Two crossing cylinders have what is in both of them: round all over, and not a straight edge.
-    Acad3DSolid& NothingFlat() {
+    Acad3DSolid& NothingFlat(double degrees = 90) {
         AcadBlock& space = document.ModelSpace();
         Acad3DSolid* solid = space.AddCylinder({0, 0, 0}, 50, 300);
         Acad3DSolid* other = space.AddCylinder({0, 0, 0}, 50, 300);
-        other->Rotate3D({0, 0, 0}, {1, 0, 0}, std::numbers::pi / 2);
+        other->Rotate3D({0, 0, 0}, {1, 0, 0}, degrees * std::numbers::pi / 180);
         solid->Boolean(BooleanKind::Intersection, *other);
         GivePartData(*solid, "Cushion");
         return *solid;
