@@ -1,0 +1,103 @@
+// brenvik parts: one drawing for each solid, through the very command that a host has for it.
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <system_error>
+
+#include "command_line.h"
+#include "drawing_io.h"
+#include "file_roots/places.h"
+#include "file_roots/system_path.h"
+#include "grid_session.h"
+#include "run_dialogs.h"
+#include "session/brenvik_class.h"
+#include "tools/part_export_files.h"
+#include "workplace.h"
+
+namespace brenvik::app {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct PartsOptions {
+    DrawingOptions drawing;
+    std::string out;
+};
+
+/// What the export leaves in its folder, and so may delete from it.
+bool IsFromAnExport(const std::string& name) {
+    return MatchesFilePattern(name, "Part*.dwg") || MatchesFilePattern(name, "wblock.dwg");
+}
+
+/// The export begins by emptying its folder, so one that holds other files is refused.
+void RequireFolderOfExports(const fs::path& folder, const std::string& shown, const fs::path& drawing) {
+    const std::string rule = "--out: the export empties its folder, and " + shown + " holds ";
+    std::error_code error;
+    if (fs::exists(folder, error) && !fs::is_directory(folder, error))
+        throw CommandError(ExitStatus::WrongWords, "--out: expected a folder, found the file " + shown);
+    if (fs::equivalent(fs::absolute(drawing).parent_path(), folder, error))
+        throw CommandError(ExitStatus::WrongWords, rule + "the drawing itself");
+    error.clear();
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        const std::string name = TextFromPath(entry->path().filename());
+        std::error_code unknown;
+        if (entry->is_regular_file(unknown) && !IsFromAnExport(name))
+            throw CommandError(ExitStatus::WrongWords,
+                               rule + name + ", which is from no export; choose another folder");
+    }
+}
+
+void MapOutput(Workplace& workplace, const PartsOptions& options) {
+    if (options.out.empty()) return;
+    const fs::path folder = PathFromText(options.out);
+    RequireFolderOfExports(folder, options.out, PathFromText(options.drawing.drawing));
+    workplace.files.MapFolder(PartExportFolder, folder);
+}
+
+/// The names of the finished drawings, a line each.
+std::size_t ListWritten(Workplace& workplace) {
+    const std::vector<std::string> names = workplace.files.ListFiles(PartExportFolder, "Part*_.dwg");
+    for (const std::string& name : names) std::cout << name << '\n';
+    return names.size();
+}
+
+ExitStatus Parts(const std::string& home, const PartsOptions& options) {
+    Teller teller(options.drawing.quiet);
+    RunDialogs dialogs(std::cerr);
+    dialogs.beforeTelling = [&teller] { teller.Wipe(); };
+    Workplace workplace(home, dialogs);
+    MapOutput(workplace, options);
+    const OpenedInput opened = OpenAndSelect(workplace, options.drawing, teller);
+    const std::size_t notes = opened.document.Notes().size();
+    teller.Progress("writing " + std::to_string(opened.selected) + " parts");
+    cBrenvik().Call("BVExportDWG", workplace.host);
+    teller.Wipe();
+    TellNotesSince(notes, opened.document, options.drawing.drawing, teller);
+    if (dialogs.SomethingWentWrong()) teller.MarkIncomplete();
+    const std::size_t written = ListWritten(workplace);
+    if (written < opened.selected)
+        teller.Loss(std::to_string(opened.selected - written) + " of " + std::to_string(opened.selected) +
+                    " parts have no drawing");
+    return teller.Status();
+}
+
+}  // namespace
+
+void AddPartsCommand(CommandLine& line) {
+    auto options = std::make_shared<PartsOptions>();
+    CLI::App& command =
+        line.Add("parts", "Write one drawing for each solid, turned by its letters, and print their names",
+                 [&line, options] { return Parts(line.home, *options); });
+    options->drawing.AddDrawing(command);
+    command
+        .add_option("--out", options->out,
+                    "Where the drawings go, instead of drive_c/BV-DWG in the install folder; the export "
+                    "empties the folder first")
+        ->type_name("DIR");
+    options->drawing.AddSelect(command);
+    options->drawing.AddLetters(command);
+    options->drawing.AddQuiet(command);
+}
+
+}  // namespace brenvik::app
