@@ -30,7 +30,7 @@ double Round(double value) { return RoundHalfEven(value, Decimals); }
 
 /// Finds the material with an empty record: no path is cut with the bits of an earlier part's material.
 bool LoadMaterial(RunState& run) {
-    const std::string_view name = run.MaterialName.empty() ? "UnknownMaterial" : run.MaterialName;
+    const std::string name = run.MaterialName.empty() ? "UnknownMaterial" : run.MaterialName;
     run.MaterialKeyText = MaterialKey(run.PartThickness, name, run.ExportScaleSetting);
     MaterialRecord found;
     LookupMaterial(run.MaterialKeyText, found);
