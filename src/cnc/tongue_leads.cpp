@@ -1,6 +1,7 @@
 // Finding tips and drawing the loops at their corners.
 #include "cnc/tongue_leads.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <map>
@@ -95,6 +96,45 @@ bool IsTip(const Outline& outline, std::size_t side, EdgeSide edge) {
            corner * outline.TurnAt(after + 1) < 0;
 }
 
+/// A tip that may be one, with what decides between two.
+struct Candidate {
+    TongueTip tip;
+    std::size_t shoulders[2] = {0, 0};
+    double reach = 0;  ///< How far it stands out, by its shorter flank.
+
+    double Area() const { return tip.length * reach; }
+    bool SharesShoulder(const Candidate& other) const {
+        return shoulders[0] == other.shoulders[1] || shoulders[1] == other.shoulders[0];
+    }
+};
+
+Candidate CandidateAt(const Outline& outline, std::size_t side, EdgeSide edge) {
+    const std::size_t count = outline.Count();
+    const PathVertex &from = outline.At(side), &to = outline.At(side + 1);
+    const PathVertex &first = outline.At(side + count - 1), &last = outline.At(side + 2);
+    Candidate candidate;
+    candidate.tip = {edge,
+                     side,
+                     (side + 1) % count,
+                     {from.x, from.y, 0},
+                     {to.x, to.y, 0},
+                     {(from.x + to.x) / 2, (from.y + to.y) / 2, 0},
+                     std::hypot(to.x - from.x, to.y - from.y)};
+    candidate.shoulders[0] = (side + count - 1) % count;
+    candidate.shoulders[1] = (side + 2) % count;
+    candidate.reach =
+        std::min(std::hypot(from.x - first.x, from.y - first.y), std::hypot(to.x - last.x, to.y - last.y));
+    return candidate;
+}
+
+/// Between tongues on two neighbouring edges the part itself stands out like one. Of two that begin at one
+/// shoulder the smaller is the tongue.
+bool IsBody(const Candidate& candidate, const std::vector<Candidate>& all) {
+    return std::ranges::any_of(all, [&candidate](const Candidate& other) {
+        return candidate.SharesShoulder(other) && Round(other.Area()) < Round(candidate.Area());
+    });
+}
+
 /// The loop at a corner where the path comes in `arriving` and goes on `leaving`.
 std::array<PathVertex, 3> Loop(const PathVertex& corner, const Direction& arriving, const Direction& leaving,
                                double lead) {
@@ -113,19 +153,13 @@ std::vector<TongueTip> TongueTips(std::span<const PathVertex> outline, const Box
     constexpr std::size_t fewest = 6;
     if (outline.size() < fewest) return tips;
     const Outline path(outline);
-    for (const EdgeSide edge : Order) {
-        for (std::size_t side = 0; side < path.Count(); ++side) {
-            const PathVertex &from = path.At(side), &to = path.At(side + 1);
-            if (EdgeOf(from, to, part) != edge || !IsTip(path, side, edge)) continue;
-            tips.push_back({edge,
-                            side,
-                            (side + 1) % path.Count(),
-                            {from.x, from.y, 0},
-                            {to.x, to.y, 0},
-                            {(from.x + to.x) / 2, (from.y + to.y) / 2, 0},
-                            std::hypot(to.x - from.x, to.y - from.y)});
-        }
-    }
+    std::vector<Candidate> candidates;
+    for (const EdgeSide edge : Order)
+        for (std::size_t side = 0; side < path.Count(); ++side)
+            if (EdgeOf(path.At(side), path.At(side + 1), part) == edge && IsTip(path, side, edge))
+                candidates.push_back(CandidateAt(path, side, edge));
+    for (const Candidate& candidate : candidates)
+        if (!IsBody(candidate, candidates)) tips.push_back(candidate.tip);
     return tips;
 }
 
