@@ -11,6 +11,7 @@ namespace {
 
 /// What rounding of places to six decimals can cost, per unit of length of a contour.
 constexpr double VolumeSlack = 1e-3;
+constexpr std::string_view TrialDrawing = "c:\\BV-DXF\\checked.dwg";
 
 bool Level(const Drawn& drawn) { return std::abs(std::abs(drawn.normal.z) - 1) < 1e-9; }
 
@@ -108,12 +109,11 @@ Acad3DSolid* CheckedRunTest::LayFlat(Acad3DSolid& part, HostDocument*& trial) {
     AcadEntity* member = &part;
     set.AddItems(std::span(&member, 1));
     files.MakeFolder("c:\\BV-DXF");
-    const std::string path = "c:\\BV-DXF\\checked.dwg";
-    document.Wblock(path, set);
+    document.Wblock(TrialDrawing, set);
     RunState run;
     run.app = &host;
     run.sessionDrawing = &document;
-    run.part = host.Documents().Open(path);
+    run.part = host.Documents().Open(TrialDrawing);
     run.ExportScaleSetting = StrictIntegerSetting("ExportScaleSetting");
     if (run.ExportScaleSetting == 3) LastSolid(*run.part).ScaleEntity({0, 0, 0}, 25.4);
     if (run.ExportScaleSetting == 4) LastSolid(*run.part).ScaleEntity({0, 0, 0}, 0.0393700787401575);
@@ -183,6 +183,9 @@ std::vector<std::string> CheckedRunTest::Faults(Acad3DSolid& part, int index, co
         }
     }
     trial->Close(false);
+    // The files of the trial are none of the run's.
+    for (const std::string_view path : {TrialDrawing, WorkDrawing2})
+        if (files.FileExists(path)) files.RemoveFile(path);
     return faults;
 }
 
