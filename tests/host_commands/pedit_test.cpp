@@ -305,6 +305,48 @@ TEST_F(Joining, ClosingOpeningAndManyAtOnce) {
     ExpectIdle();
 }
 
+std::string Typed(const Point3& p) {
+    char text[128];
+    std::snprintf(text, sizeof text, "%.12f,%.12f,%.12f ", p.x, p.y, p.z);
+    return text;
+}
+
+TEST_F(Joining, TheFloorOfARoundedPocketComesAsOnePolylineFromAPartAtAnOddAngle) {
+    const double x0 = 20, x1 = 80, y0 = 30, y1 = 70, r = 5;
+    auto& shape = dynamic_cast<HostLWPolyline&>(*Model().AddLightWeightPolyline(std::vector<double>{
+        x0 + r, y0, x1 - r, y0, x1, y0 + r, x1, y1 - r, x1 - r, y1, x0 + r, y1, x0, y1 - r, x0, y0 + r}));
+    shape.SetClosed(true);
+    for (int corner : {1, 3, 5, 7}) shape.SetBulge(corner, std::tan(quarter / 4));
+    shape.SetElevation(12);
+    AcadEntity* curves[] = {&shape};
+    AcadRegion& region = *Model().AddRegion(curves).front();
+    auto& pocket = dynamic_cast<HostSolid&>(*Model().AddExtrudedSolid(region, 100, 0));
+    HostSolid& panel = BoxAt({0, 0, 0}, {200, 100, 18});
+    panel.Boolean(BooleanKind::Subtraction, pocket);
+    shape.Delete();
+    HostEntityOf(&region).EraseAnyway();
+    ASSERT_EQ(Entities().size(), 1u);
+    Type("rotate3d all  5,6,7 14,3,9 71.7 ");
+    const Similarity there = Similarity::Turn({5, 6, 7}, {14, 3, 9}, 71.7 * std::numbers::pi / 180);
+    Type("align all  " + Typed(there.Point({0, 0, 0})) + "0,0,0 " + Typed(there.Point({200, 0, 0})) +
+         "1000,0,0 " + Typed(there.Point({0, 100, 0})) + "0,10000000,0 ");
+    Type("explode all  explode all  ");
+    for (HostEntity* entity : Entities()) {
+        const Box3 box = entity->GetBoundingBox();
+        if (std::abs(box.min.z - 12) > 1e-9 || std::abs(box.max.z - 12) > 1e-9) entity->Delete();
+    }
+    // The floor's edges, and those of the four walls and four corners.
+    ASSERT_EQ(Entities().size(), 16u);
+    Type(join);
+    ASSERT_EQ(Entities().size(), 1u);
+    EXPECT_TRUE(Polyline(0).Closed());
+    EXPECT_EQ(Polyline(0).Coordinates().size(), 16u);
+    ExpectExact(Polyline(0).Normal(), {0, 0, 1});
+    EXPECT_NEAR(Polyline(0).Elevation(), 12, 1e-9);
+    EXPECT_NEAR(Polyline(0).Area(), 60 * 40 - 100 + std::numbers::pi * 25, 1e-7);
+    ExpectBox(Polyline(0).GetBoundingBox(), {20, 30, 12}, {80, 70, 12}, 1e-9);
+}
+
 TEST_F(Joining, NoLeavesTheObjectAsItIs) {
     Line({0, 0, 0}, {10, 0, 0});
     Type("pedit all n ");
