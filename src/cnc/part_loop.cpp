@@ -2,11 +2,14 @@
 #include "cnc/part_loop.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "base/text.h"
 #include "cnc/drawing_walk.h"
+#include "export/export_dialogs.h"
 #include "session/files_port.h"
 #include "session/session.h"
 #include "settings/settings_store.h"
@@ -83,6 +86,26 @@ void CleanUp(RunState& run, const PartFile& file) {
     run.ThroughRouteSeen = 0;
 }
 
+/// What goes wrong with files goes wrong with the next part too.
+bool IsOfFiles(const Failure& failure) {
+    return failure.number() >= failure_number::badFileName &&
+           failure.number() <= failure_number::pathNotFound;
+}
+
+/// The work on the open drawing. A part that the host or the modeller refuses is skipped and told, so that
+/// the other parts of a job come out; a folder that can't be written ends the run.
+PartStep WorkOrSkip(RunState& run, const PartSteps& steps, const PartFile& file, RunReport& report) {
+    PartStep came = PartStep::SkipPart;
+    const std::optional<Failure> failure = Attempt([&] { came = WorkOnPass(run, steps); });
+    if (!failure) return came;
+    if (IsOfFiles(*failure)) throw *failure;
+    ShowFailureWithDetail(*failure);
+    report.unexplained.push_back("The part " + file.label + " was skipped" +
+                                 (run.FirstPass() ? "" : " on its second side") +
+                                 ": it could not be worked on.");
+    return PartStep::SkipPart;
+}
+
 PassEnd DoPass(RunState& run, const PartSteps& steps, const PartFile& file, RunReport& report) {
     if (run.FirstPass() && !ThePlatform().files->FileExists(file.FirstSidePath())) {
         report.passedOver.push_back("The part " + file.label + " was passed over: " + file.FirstSidePath() +
@@ -90,7 +113,7 @@ PassEnd DoPass(RunState& run, const PartSteps& steps, const PartFile& file, RunR
         return PassEnd::NextPart;
     }
     OpenPart(run, file);
-    const PartStep came = WorkOnPass(run, steps);
+    const PartStep came = WorkOrSkip(run, steps, file, report);
     if (came == PartStep::EndRun) return PassEnd::EndRun;
     if (came == PartStep::GoOn && GoesOnWithSecondSide(run)) {
         ClosePartDrawing(run);

@@ -11,7 +11,8 @@
 namespace brenvik {
 
 /// Works on the parts in order. Returns false when a part has ended the run: its drawing stays open then, and
-/// its files stay. A failure of the work on a part goes out when the part has been cleaned up.
+/// its files stay. A part that the host or the modeller refuses is told and skipped; a failure of files goes
+/// out when the part has been cleaned up.
 bool WorkOnParts(RunState& run, const PartSteps& steps, std::span<const PartFile> parts, RunReport& report);
 
 }  // namespace brenvik

@@ -20,8 +20,9 @@ struct PartSteps {
     std::function<void(Target)> clearWorkLists;
 };
 
-/// Runs one target on the host's active drawing. A failure is shown with what it is about and ends the run
-/// cleanly: what was written by then stays, and work files go.
+/// Runs one target on the host's active drawing. A failure of one part is shown and the part skipped. One of
+/// the set-up, or of files, is shown with what it is about and ends the run cleanly: what was written by then
+/// stays, and work files go.
 void RunParts(AcadApplication& app, Target target, RunForm form, const PartSteps& steps);
 
 namespace detail {

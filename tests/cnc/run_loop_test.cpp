@@ -196,11 +196,11 @@ TEST_F(RunLoop, EndsAtAPartThatEndsTheRunAndLeavesItsDrawingOpen) {
     EXPECT_NE(last, transcript.rend());
 }
 
-TEST_F(RunLoop, AFailureEndsTheRunCleanlyAndKeepsWhatWasWritten) {
+TEST_F(RunLoop, AFailureOfFilesEndsTheRunCleanlyAndKeepsWhatWasWritten) {
     Boards({"Side", "Shelf", "Back"});
     secondStep = [&](RunState& run) -> PartStep {
         WriteWorkDrawings(run);
-        if (run.partIndex == 1) throw Failure(4711, "Modeller", "The cut came to nothing", "face 12");
+        if (run.partIndex == 1) throw DiskFull("c:\\BV-DXF\\Part_1.dxf");
         return PartStep::GoOn;
     };
     Set("MyWindowState", "1");
@@ -208,7 +208,7 @@ TEST_F(RunLoop, AFailureEndsTheRunCleanlyAndKeepsWhatWasWritten) {
     RunA();
     const Texts messages = Messages();
     ASSERT_EQ(messages.size(), 3U);
-    EXPECT_EQ(messages[1], "4711\r\nModeller\r\nThe cut came to nothing: face 12");
+    EXPECT_EQ(messages[1], "61\r\nBrenvik\r\nDisk full: c:\\BV-DXF\\Part_1.dxf");
     EXPECT_EQ(messages[2].find("The run ended at the part \"Shelf\" ("), 0U) << messages[2];
     EXPECT_TRUE(messages[2].ends_with("; 1 more parts have not been worked on.")) << messages[2];
     EXPECT_EQ(FilesIn(OutputFolder), Texts{"Part_0_done.dxf"});
@@ -217,6 +217,32 @@ TEST_F(RunLoop, AFailureEndsTheRunCleanlyAndKeepsWhatWasWritten) {
     EXPECT_EQ(host.WindowState(), WindowStateKind::Maximized);
     EXPECT_EQ(GetSettingText("Skipandcontinue"), "0");
     EXPECT_EQ(TheSession().AcadDoc, &document);
+    ExpectNoDrawingLeft();
+}
+
+TEST_F(RunLoop, SkipsAPartThatTheModellerRefusesAndTellsIt) {
+    Boards({"Side", "Shelf", "Back"});
+    firstStep = [](RunState& run) {
+        run.NeedSecondSide = run.partIndex == 2 ? 1 : 0;
+        return PartStep::GoOn;
+    };
+    secondStep = [&](RunState& run) -> PartStep {
+        WriteWorkDrawings(run);
+        if (run.partIndex == 1 || !run.FirstPass())
+            throw Failure(4711, "Modeller", "The cut came to nothing", "face 12");
+        return PartStep::GoOn;
+    };
+    RunA();
+    const Texts told = MessagesBetween();
+    ASSERT_EQ(told.size(), 4U);
+    EXPECT_EQ(told[0], "4711\r\nModeller\r\nThe cut came to nothing: face 12");
+    EXPECT_EQ(told[1], told[0]);
+    EXPECT_EQ(told[2].find("The part \"Shelf\" ("), 0U) << told[2];
+    EXPECT_TRUE(told[2].ends_with(") was skipped: it could not be worked on.")) << told[2];
+    EXPECT_TRUE(told[3].ends_with(") was skipped on its second side: it could not be worked on.")) << told[3];
+    EXPECT_EQ(FilesIn(OutputFolder), (Texts{"Part_0_done.dxf", "Part_2_done.dxf"}));
+    EXPECT_TRUE(FilesIn(SecondSideFolder).empty());
+    EXPECT_TRUE(LastRunReport().complete);
     ExpectNoDrawingLeft();
 }
 

@@ -1,0 +1,163 @@
+// CNC runs from the shell: files, exit statuses, output folders, and the road through the grid.
+#include <algorithm>
+
+#include "cnc/run_set_up.h"
+#include "drafting_host/document/host_application.h"
+#include "file_roots/whole_file.h"
+#include "program.h"
+#include "workpiece.h"
+
+namespace brenvik::cli_test {
+namespace {
+
+const std::string warning = "[] " + std::string(RunWarning) + "\n";
+const std::string complete = "[] -- Export Complete! --\n";
+
+class Cnc : public ProgramTest {
+  protected:
+    /// A drawing of boards, each with a hole, all of one size and these names.
+    void WriteBoards(const std::string& file, const std::vector<std::string>& names,
+                     const std::string& material = "White Melamine") const {
+        HostApplication host(WriteWholeFile);
+        HostDocument& document = host.NewDocument();
+        document.Layers().Add("Parts");
+        double place = 0;
+        for (const std::string& name : names) {
+            app::Workpiece board(document.ModelSpace(), {place, 0, 0}, {place + 600, 400, 18}, "Parts");
+            board.Drill({place + 100, 100, 18}, app::Axis::Z, -10, 8);
+            place += 1000;
+            for (const auto& [key, value] :
+                 std::vector<std::pair<std::string, std::string>>{{"PartName", name},
+                                                                  {"PN", "7"},
+                                                                  {"Material", material},
+                                                                  {"ORIE", "LWT"},
+                                                                  {"OldValue1", "600"},
+                                                                  {"OldValue2", "400"},
+                                                                  {"OldValue3", "18"}}) {
+                const std::vector<std::int16_t> types{1001, 1000};
+                const std::vector<XDataValue> values{key, value};
+                board.Solid().SetXData(types, values);
+            }
+        }
+        SaveDrawing(document, folder / file);
+    }
+    std::vector<std::string> FilesOf(const std::string& where) const {
+        std::vector<std::string> names;
+        if (!std::filesystem::is_directory(folder / where)) return names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder / where))
+            if (entry.is_regular_file()) names.push_back(entry.path().filename().string());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+    using Names = std::vector<std::string>;
+};
+
+TEST_F(Cnc, WritesAFileForEachPartAndAList) {
+    WriteBoards("job.dxf", {"Side", "Shelf"});
+    const Outcome outcome = Run({"cnc", "job.dxf", "--target", "C2C"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.errors, warning + complete);
+    EXPECT_EQ(FilesOf("home/drive_c/BV-DXF"),
+              (Names{"Part_0_Side_7.dxf", "Part_1_Shelf_7.dxf", "WORKLIST.TXT"}));
+    EXPECT_EQ(FilesOf("home/drive_c/BV-DXF/2-sided"), Names{});
+}
+
+TEST_F(Cnc, TakesTheTargetInAnyCase) {
+    WriteBoards("job.dxf", {"Side"});
+    for (const char* target : {"rcim", "RCIM", "eNroute"}) {
+        const Outcome outcome = Run({"cnc", "job.dxf", "--target", target});
+        EXPECT_EQ(outcome.status, 0) << outcome.errors;
+        EXPECT_EQ(FilesOf("home/drive_c/BV-DXF"), (Names{"CNCList.txt", "Part_0_Side_7.dxf"})) << target;
+    }
+}
+
+TEST_F(Cnc, PutsTheOutputFolderElsewhere) {
+    WriteBoards("job.dxf", {"Side"});
+    EXPECT_EQ(Run({"cnc", "job.dxf", "--target", "ABC", "--out", "cut/here"}).status, 0);
+    EXPECT_EQ(FilesOf("cut/here"), (Names{"CNCList.csv", "Part_0_Side_7.dxf"}));
+    EXPECT_EQ(FilesOf("home/drive_c/BV-DXF"), Names{});
+    EXPECT_NE(Read("cut/here/CNCList.csv").find("C:\\BV-DXF\\"), std::string::npos)
+        << "paths in lists stay as the system writes them";
+    EXPECT_EQ(Run({"cnc", "job.dxf", "--target", "ABC", "--out", "cut/here"}).status, 0)
+        << "the folder of an earlier run is fine";
+}
+
+TEST_F(Cnc, RefusesAFolderThatHoldsOtherFiles) {
+    WriteBoards("job.dxf", {"Side"});
+    std::filesystem::create_directory(folder / "keep");
+    Write("keep/notes.txt", "mine");
+    const Outcome outcome = Run({"cnc", "job.dxf", "--target", "C2C", "--out", "keep"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(
+        outcome.errors,
+        "brenvik: --out: a run empties its output folder, and keep holds notes.txt, which is from no run; "
+        "choose another folder\n");
+    EXPECT_EQ(Read("keep/notes.txt"), "mine");
+    EXPECT_EQ(Run({"cnc", "job.dxf", "--target", "C2C", "--out", "."}).status, 2);
+    EXPECT_TRUE(Exists("job.dxf"));
+}
+
+TEST_F(Cnc, RefusesTheFolderOfTheDrawingItself) {
+    std::filesystem::create_directory(folder / "cut");
+    WriteBoards("cut/Part_0_Side_7.dxf", {"Side"});
+    const Outcome outcome = Run({"cnc", "cut/Part_0_Side_7.dxf", "--target", "C2C", "--out", "cut"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_TRUE(Exists("cut/Part_0_Side_7.dxf"));
+}
+
+TEST_F(Cnc, TellsAFolderThatCannotBeMade) {
+    WriteBoards("job.dxf", {"Side"});
+    Write("cut", "a file");
+    const Outcome outcome = Run({"cnc", "job.dxf", "--target", "C2C", "--out", "cut/here"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.errors.find("cut/here"), std::string::npos) << outcome.errors;
+    EXPECT_EQ(outcome.errors.find(complete), std::string::npos);
+    EXPECT_EQ(Read("cut"), "a file");
+}
+
+TEST_F(Cnc, FromTheGridMakesIdenticalPartsOneFileAndAQuantity) {
+    WriteBoards("job.dxf", {"Shelf", "Side", "Shelf", "Shelf"});
+    const Outcome outcome = Run({"cnc", "job.dxf", "--target", "C2C", "--from-grid"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, warning + complete);
+    EXPECT_EQ(FilesOf("home/drive_c/BV-DXF"),
+              (Names{"Part_0_Shelf_7.dxf", "Part_1_Side_7.dxf", "WORKLIST.TXT"}));
+    const std::string list = Read("home/drive_c/BV-DXF/WORKLIST.TXT");
+    EXPECT_NE(list.find("Part_0_Shelf_7.dxf,18 WHITE MELAMINE,0,3,Shelf"), std::string::npos) << list;
+    EXPECT_NE(list.find("Part_1_Side_7.dxf,18 WHITE MELAMINE,0,1,Side"), std::string::npos) << list;
+}
+
+TEST_F(Cnc, TakesTheSelectedPartsAlone) {
+    WriteBoards("job.dxf", {"Shelf", "Side"});
+    const Outcome list = Run({"list", "job.dxf", "--format", "csv"});
+    const std::size_t line = list.output.find('\n') + 1;
+    const std::string handle = list.output.substr(line, list.output.find(',', line) - line);
+    EXPECT_EQ(Run({"cnc", "job.dxf", "--target", "C2C", "--select", handle}).status, 0) << handle;
+    EXPECT_EQ(FilesOf("home/drive_c/BV-DXF"), (Names{"Part_0_Shelf_7.dxf", "WORKLIST.TXT"}));
+}
+
+TEST_F(Cnc, EndsWithStatus1WhereAPartIsSkipped) {
+    WriteBoards("job.dxf", {"Side"}, "Unobtainium");
+    const Outcome outcome = Run({"cnc", "job.dxf", "--target", "C2C"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.errors.find("UNOBTAINIUM"), std::string::npos) << outcome.errors;
+    EXPECT_EQ(FilesOf("home/drive_c/BV-DXF"), Names{});
+}
+
+TEST_F(Cnc, OfADrawingWithoutSolidsTellsItsEnd) {
+    WriteBoards("job.dxf", {});
+    const Outcome outcome = Run({"cnc", "job.dxf", "--target", "THERM"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "job.dxf: the drawing holds no solids\n" + warning + complete);
+}
+
+TEST_F(Cnc, OfAFileThatIsNoDrawingEndsWithStatus3) {
+    Write("job.dxf", "no drawing");
+    const Outcome outcome = Run({"cnc", "job.dxf", "--target", "C2C"});
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_NE(outcome.errors.find("job.dxf"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace brenvik::cli_test
