@@ -1,0 +1,115 @@
+// The order of the recognisers, and what ends the work on a part between them.
+#include "cnc/cnc_fixture.h"
+#include "cnc/part_steps.h"
+#include "cnc/target_table.h"
+
+namespace brenvik {
+namespace {
+
+class Recognising : public CncTest {
+  protected:
+    Recognising() {
+        for (const std::string_view layer :
+             {layers::MAXCircleHold, layers::circleHold, layers::HorzcircleHold, layers::MyHorzcircleHold})
+            AddLayer(document, layer);
+    }
+    RunState Start(Target target = Target::C2C) {
+        RunState run = RunOn(document, target);
+        run.PartThickness = 19;
+        run.PartVolume = wood.Solid().Volume();
+        run.MaterialName = "OAK";
+        return run;
+    }
+    void Circle(std::string_view layer, const Point3& center, const Point3& normal) {
+        AcadCircle& circle = *document.ModelSpace().AddCircle(center, 4);
+        circle.SetNormal(normal);
+        circle.SetLayer(layer);
+    }
+    void EdgeBore(Target target) {
+        Circle(TraitsOf(target).horizontalWorkLayer, {100, 0, 9}, {0, -1, 0});
+        Circle(TraitsOf(target).horizontalWorkLayer, {100, 30, 9}, {0, -1, 0});
+    }
+    void ThroughHole() {
+        Circle(layers::MAXCircleHold, {300, 50, 19}, {0, 0, 1});
+        Circle(layers::circleHold, {300, 50, 0}, {0, 0, 1});
+    }
+
+    app::Workpiece wood = Board(600, 400, 19);
+};
+
+TEST_F(Recognising, BoresAndHolesOfAPartAreMade) {
+    EdgeBore(Target::C2C);
+    ThroughHole();
+    RunState run = Start();
+    EXPECT_EQ(Recognise(run), PartStep::GoOn);
+    EXPECT_EQ(OnLayers(DrawnIn(document), "HF_T").size(), 1U);
+    EXPECT_EQ(OnLayers(DrawnIn(document), "VD_").size(), 1U);
+    EXPECT_EQ(run.MaterialKeyText, "19 OAK");
+    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_TRUE(LayerExists(document, layers::RoutingLayer1));
+    EXPECT_TRUE(LayerExists(document, layers::RoutingLayer2));
+}
+
+TEST_F(Recognising, AnUnknownMaterialSkipsThePartWithItsMessage) {
+    RunState run = Start();
+    run.MaterialName = "ELM";
+    EXPECT_EQ(Recognise(run), PartStep::SkipPart);
+    ASSERT_EQ(Messages().size(), 1U);
+    EXPECT_EQ(
+        Messages()[0],
+        "You do not have the material 19 ELM in the material database, so this part export will be skipped.");
+}
+
+TEST_F(Recognising, NoPartIsCutWithTheBitsOfAnEarlierPartsMaterial) {
+    RunState run = Start();
+    ASSERT_EQ(Recognise(run), PartStep::GoOn);
+    run.MaterialName = "ELM";
+    EXPECT_EQ(Recognise(run), PartStep::SkipPart);
+}
+
+TEST_F(Recognising, BoresThatAreForcedToTheSecondSideWaitForIt) {
+    Set("HorzBoreOn2", "1");
+    EdgeBore(Target::C2C);
+    RunState run = Start();
+    EXPECT_EQ(Recognise(run), PartStep::GoOn);
+    EXPECT_TRUE(OnLayers(DrawnIn(document), "HF_T").empty());
+    EXPECT_EQ(run.NeedSecondSide, 1);
+    EXPECT_EQ(run.ThroughRouteSeen, 0);
+    run.SecondSidePass = 1;
+    EXPECT_EQ(Recognise(run), PartStep::GoOn);
+    EXPECT_EQ(OnLayers(DrawnIn(document), "HF_T").size(), 1U);
+}
+
+TEST_F(Recognising, ASecondPassForBoresAloneEndsWhereThereAreNone) {
+    Set("HorzBoreOn2", "1");
+    RunState run = Start();
+    run.SecondSidePass = 1;
+    EXPECT_EQ(Recognise(run), PartStep::SkipPart);
+    EXPECT_TRUE(Messages().empty());
+    run.ThroughRouteSeen = 1;
+    EXPECT_EQ(Recognise(run), PartStep::GoOn);
+}
+
+TEST_F(Recognising, ASecondPassWithBoresGoesOnForEveryTarget) {
+    Set("HorzBoreOn2", "1");
+    for (const Target target : AllTargets) {
+        for (AcadEntity* entity : All<AcadEntity>(document))
+            if (dynamic_cast<Acad3DSolid*>(entity) == nullptr) entity->Delete();
+        EdgeBore(target);
+        RunState run = Start(target);
+        run.SecondSidePass = 1;
+        EXPECT_EQ(Recognise(run), PartStep::GoOn) << TraitsOf(target).name;
+        EXPECT_EQ(run.edgeBores, 1);
+    }
+}
+
+TEST_F(Recognising, AHoleThatCannotBeDrilledSkipsThePart) {
+    Circle(layers::MAXCircleHold, {300, 50, 25}, {0, 0, 1});
+    Circle(layers::circleHold, {300, 50, 20}, {0, 0, 1});
+    RunState run = Start();
+    EXPECT_EQ(Recognise(run), PartStep::SkipPart);
+    EXPECT_EQ(Messages(), std::vector<std::string>{"error"});
+}
+
+}  // namespace
+}  // namespace brenvik
