@@ -33,12 +33,12 @@ TEST_F(HostLine, IsLeftOutWhenQuiet) {
 }
 
 TEST_F(HostLine, GoesToTheTranscriptWithTheMessageBoxes) {
-    const Outcome outcome =
-        Play("host \"erase (handent \\\"152\\\")  bvmove \"\n", {"--transcript", "told.txt"});
+    const Outcome outcome = Play("host \"erase (handent \\\"152\\\")  brenvik \"\npress mnuAbout\nclose\n",
+                                 {"--transcript", "told.txt"});
     EXPECT_EQ(outcome.status, 0);
-    const std::string box = "[Brenvik] BVMove is not available in this build.\n";
+    const std::string box = "[About Brenvik] Brenvik 4.9 by Orvane, Inc.\\r\\nVersion " BRENVIK_VERSION "\n";
     EXPECT_EQ(outcome.errors, box);
-    EXPECT_EQ(Read("told.txt"), erased + ("Command: bvmove\n" + box));
+    EXPECT_EQ(Read("told.txt"), erased + ("Command: brenvik\n" + box));
 }
 
 TEST_F(HostLine, ATranscriptIsKeptOfAJournalThatFails) {

@@ -65,11 +65,13 @@ TEST_F(Journal, AnUnknownHandleFails) {
 }
 
 TEST_F(Journal, PrintsGoToTheOutputAndMessagesToTheTranscript) {
-    const Outcome outcome =
-        Play("command ShowSettings\nprint Text1\nprint lblHeading\npress cmdCancel\ncommand BVMove\n");
+    const Outcome outcome = Play(
+        "command ShowSettings\nprint Text1\nprint lblHeading\npress cmdCancel\ncommand Show\npress "
+        "mnuAbout\nclose\n");
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
     EXPECT_EQ(outcome.output, "35\nBrenvik Settings\n");
-    EXPECT_EQ(outcome.errors, "[Brenvik] BVMove is not available in this build.\n");
+    EXPECT_EQ(outcome.errors,
+              "[About Brenvik] Brenvik 4.9 by Orvane, Inc.\\r\\nVersion " BRENVIK_VERSION "\n");
 }
 
 TEST_F(Journal, AFormLeftOpenIsClosedAndTold) {
