@@ -1,8 +1,11 @@
 // Sections of the part at many heights, laid over each other and joined to the outside profile.
 #include "cnc/true_outline.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <map>
+#include <string_view>
 #include <vector>
 
 #include "base/numbers.h"
@@ -27,6 +30,11 @@ constexpr double Above = 0.01;
 constexpr double Far = 100000;
 /// The join is over when the curves that it has left, added up round by round, come to this.
 constexpr int CurvesInAll = 50;
+/// How far the body that holds all within the outline stands clear of the part, above and below.
+constexpr double Clear = 1;
+constexpr double NoTaper = 0;
+constexpr int VolumeDecimals = 6;
+constexpr std::string_view ExplodeCommand = "explode\rall\r\r";
 constexpr int Many = 1'000'000;
 /// Of square units: the rounding of areas, far below any real widening.
 constexpr double SameArea = 1e-6;
@@ -75,6 +83,8 @@ void TrueOutline::Begin(AcadLWPolyline* keptFace) {
     mProfile = keptFace;
     if (keptFace == nullptr) return;
     keptFace->SetLayer(layers::Border2);
+    // Its region has to look up as the sections do, or they wouldn't become one.
+    BringToDirection(*keptFace, CounterClockwise);
     NameProfile(*keptFace);
 }
 
@@ -95,29 +105,98 @@ void TrueOutline::Unite(AcadRegion* section) {
         mRegion->Boolean(BooleanKind::Union, *section);
 }
 
-void TrueOutline::UniteSections() {
+/// Whether anything of the part is left when all that stands within the outline is taken away.
+bool TrueOutline::ReachesBeyond() {
+    if (mProfile == nullptr) return true;
+    if (FillsTheBox()) return false;
+    AcadDocument& drawing = *mRun.part;
+    Acad3DSolid& part = LastSolid(drawing);
+    const std::array<AcadEntity*, 1> curves{mProfile};
+    std::vector<AcadRegion*> regions;
+    // A path that the modeller makes no region of is no measure of the part.
+    if (!Skip([&] { regions = drawing.ModelSpace().AddRegion(curves); })) return true;
+    AcadRegion& region = *regions.front();
+    region.Move({0, 0, 0}, {0, 0, Clear});
+    const double height = mRun.PartThickness + 2 * Clear;
+    Acad3DSolid* within =
+        drawing.ModelSpace().AddExtrudedSolid(region, region.Normal().z < 0 ? height : -height, NoTaper);
+    region.Delete();
+    auto* rest = dynamic_cast<Acad3DSolid*>(part.Copy());
+    double beyond = 0;
+    // Of a part that lies within nothing is left, and nothing has no volume.
+    Skip([&] {
+        rest->Boolean(BooleanKind::Subtraction, *within);
+        beyond = rest->Volume();
+    });
+    for (Acad3DSolid* trial : {within, rest}) Skip([trial] { trial->Delete(); });
+    return RoundHalfEven(beyond, VolumeDecimals) > 0;
+}
+
+/// The heights of the steps, and those at which an edge of the part begins, ends or turns: between two of
+/// these a part of flat faces is nowhere wider than at both. The lowest face and the top face are among them.
+std::vector<double> TrueOutline::Heights() {
+    AcadDocument& drawing = *mRun.part;
+    Acad3DSolid& part = LastSolid(drawing);
+    const Box3 box = part.GetBoundingBox();
+    // Told apart by what they round to, and kept as they are: a rounded plane may miss the top face.
+    std::map<double, double> levels;
+    const auto add = [&](double height) {
+        const double within = std::clamp(height, box.min.z, box.max.z);
+        levels.emplace(RoundHalfEven(within, HeightDecimals), within);
+    };
+    add(box.min.z);
+    add(box.max.z);
+    AcadEntity* copy = part.Copy();
+    copy->SetLayer(layers::regionPV2);
+    LockAllLayers(drawing);
+    UnlockLayer(drawing, layers::regionPV2);
+    for (int round = 0; round < 2; ++round) drawing.SendCommand(ExplodeCommand);
+    for (AcadEntity* edge : AllOn<AcadEntity>(drawing, layers::regionPV2)) {
+        if (const auto* line = dynamic_cast<const AcadLine*>(edge)) {
+            add(line->StartPoint().z);
+            add(line->EndPoint().z);
+        } else if (const auto* arc = dynamic_cast<const AcadArc*>(edge)) {
+            add(arc->StartPoint().z);
+            add(arc->EndPoint().z);
+            add(arc->Center().z);
+        } else if (const auto* circle = dynamic_cast<const AcadCircle*>(edge)) {
+            add(circle->Center().z);
+        }
+        edge->Delete();
+    }
+    UnlockAllLayers(drawing);
+    std::vector<double> heights;
+    for (const auto& [rounded, height] : levels) heights.push_back(height);
+    const double step = mRun.Metric() ? MetricStep : ImperialStep;
+    const double lowest = RoundHalfEven(box.min.z, HeightDecimals) + Above + Above;
+    for (double height = lowest; height <= mRun.PartThickness; height += step) heights.push_back(height);
+    return heights;
+}
+
+/// The outline has no openings, and would close those of the sections: where they are wanted
+/// (`withOpenings`), the lowest face stands for it.
+void TrueOutline::UniteSections(bool withOpenings) {
     AcadDocument& drawing = *mRun.part;
     const double top = TopPlane(mRun);
-    if (mProfile != nullptr) {
+    const std::vector<double> heights = Heights();
+    if (mProfile != nullptr && !withOpenings) {
         const std::array<AcadEntity*, 1> curves{mProfile};
         Skip([&] { Unite(drawing.ModelSpace().AddRegion(curves).front()); });
     }
     Acad3DSolid& part = LastSolid(drawing);
-    const auto sliceAt = [&](double height) {
+    for (const double height : heights) {
         AcadRegion* section = nullptr;
         // A plane between two pieces of a part misses it.
         Skip([&] {
             section = part.SectionSolid({-Far, -Far, height}, {Far, -Far, height}, {Far, Far, height});
         });
-        if (section == nullptr) return;
+        if (section == nullptr) continue;
         section->Move({0, 0, height}, {0, 0, top});
-        Unite(section);
-    };
-    const double step = mRun.Metric() ? MetricStep : ImperialStep;
-    const double lowest = RoundHalfEven(part.GetBoundingBox().min.z, HeightDecimals) + Above + Above;
-    for (double height = lowest; height <= mRun.PartThickness; height += step) sliceAt(height);
-    // The steps end below the top face, and a part that widens upwards is widest there.
-    sliceAt(part.GetBoundingBox().max.z);
+        if (Skip([&] { Unite(section); })) continue;
+        section->Delete();
+        NotePassedOver(mRun,
+                       "a section of the part can't be laid over the others: the outline may be too narrow");
+    }
 }
 
 void TrueOutline::JoinRegion() {
@@ -125,7 +204,7 @@ void TrueOutline::JoinRegion() {
     LockAllLayers(drawing);
     UnlockLayer(drawing, layers::regionPV);
     drawing.SendCommand("regen ");
-    for (int round = 0; round < 2; ++round) drawing.SendCommand("explode\rall\r\r");
+    for (int round = 0; round < 2; ++round) drawing.SendCommand(ExplodeCommand);
     for (AcadEntity* entity : AllOn<AcadEntity>(drawing, layers::regionPV))
         if (entity->ObjectName() == "AcDbCircle" || entity->ObjectName() == "AcDbBody") entity->Delete();
     int left = CurvesOn(drawing, layers::regionPV, Many), counted = 0;
@@ -167,8 +246,8 @@ PartStep TrueOutline::TakeContours() {
 }
 
 PartStep TrueOutline::Finish(bool contoursLeft) {
-    if (contoursLeft || !FillsTheBox()) {
-        UniteSections();
+    if (contoursLeft || ReachesBeyond()) {
+        UniteSections(contoursLeft);
         JoinRegion();
         if (TakeContours() == PartStep::SkipPart) return PartStep::SkipPart;
     }

@@ -1,6 +1,8 @@
 // The outside profile: as wide as the part is anywhere in its height.
 #pragma once
 
+#include <vector>
+
 #include "cnc/run_state.h"
 #include "session/host_interface.h"
 
@@ -18,16 +20,18 @@ class TrueOutline {
     /// Slices the part and unites the sections with the outline. The profile runs counter-clockwise. A
     /// contour that is free all through the part, and that no path follows yet, becomes a cut-out.
     ///
-    /// An outline that fills the part's box can't be any wider, so the part is only sliced for one that
-    /// doesn't, and where contours of the kept face were left for the other side (`contoursLeft`): the
-    /// opening may be narrower further up.
+    /// The part is only sliced where that can change anything: where it reaches beyond the outline, and where
+    /// contours of the kept face were left for the other side (`contoursLeft`), since their opening may be
+    /// narrower further up.
     PartStep Finish(bool contoursLeft);
 
   private:
     void NameProfile(AcadLWPolyline& profile) const;
     bool FillsTheBox() const;
+    bool ReachesBeyond();
+    std::vector<double> Heights();
     void Unite(AcadRegion* section);
-    void UniteSections();
+    void UniteSections(bool withOpenings);
     void JoinRegion();
     PartStep TakeContours();
 
