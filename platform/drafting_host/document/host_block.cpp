@@ -251,10 +251,17 @@ Acad3DSolid* HostBlock::AddExtrudedSolid(AcadRegion& region, double height, doub
         throw host_failure::InvalidArgument("the height of an extrusion has to be other than 0");
     }
     std::vector<TopoDS_Shape> lumps;
+    TopoDS_Face base;
     for (TopExp_Explorer faces(source.Shape(), TopAbs_FACE); faces.More(); faces.Next()) {
-        lumps.push_back(solids::ExtrudeRegion(TopoDS::Face(faces.Current()), height));
+        base = TopoDS::Face(faces.Current());
+        lumps.push_back(solids::ExtrudeRegion(base, height));
     }
-    if (lumps.size() == 1) return &AddSolid(lumps.front());
+    if (lumps.size() == 1) {
+        HostSolid& solid = AddSolid(lumps.front());
+        const double up = solids::NormalOf(base).Z();
+        if (up != 0) solid.SetColumn(base, up > 0 ? height : -height);
+        return &solid;
+    }
     const BRep_Builder builder;
     TopoDS_Compound all;
     builder.MakeCompound(all);

@@ -14,6 +14,7 @@
 #include "drafting_host/document/host_block.h"
 #include "drafting_host/document/host_failure.h"
 #include "drafting_host/document/vectors.h"
+#include "drafting_host/solids/column.h"
 #include "drafting_host/solids/mass.h"
 #include "drafting_host/solids/operations.h"
 #include "drafting_host/solids/regions.h"
@@ -49,7 +50,7 @@ std::vector<TopoDS_Face> FacesOf(const TopoDS_Shape& shape) {
 
 Point3 NormalOf(const TopoDS_Face& face) {
     const gp_Dir normal = solids::NormalOf(face);
-    return {normal.X() + 0.0, normal.Y() + 0.0, normal.Z() + 0.0};
+    return Squared({normal.X() + 0.0, normal.Y() + 0.0, normal.Z() + 0.0});
 }
 
 /// A point of a region's plane: one of its corners, or of its only round edge.
@@ -87,12 +88,16 @@ void HostShapeEntity::SetShape(TopoDS_Shape shape) {
     ForgetMeasures();
 }
 
+void HostShapeEntity::ReplaceShape(TopoDS_Shape shape) const { mData.shape = std::move(shape); }
+
 void HostShapeEntity::ApplyTransform(const Similarity& move) {
+    Settle();
     brenvik::Transform(mData, move);
     ForgetMeasures();
 }
 
 std::optional<Box3> HostShapeEntity::Box() const {
+    Settle();
     if (!mBox) mBox = BoxOf(mData);
     return mBox;
 }
@@ -101,6 +106,41 @@ void HostSolid::ForgetMeasures() {
     HostShapeEntity::ForgetMeasures();
     mVolume.reset();
     mExtents.reset();
+    mColumn.reset();
+    mCutOff.Nullify();
+}
+
+AcadEntity* HostSolid::Copy() {
+    auto& copy = dynamic_cast<HostSolid&>(CopyInto(Owner()));
+    copy.mVolume = mVolume;
+    copy.mExtents = mExtents;
+    return &copy;
+}
+
+void HostSolid::SetColumn(TopoDS_Face base, double height) { mColumn = Column{std::move(base), height}; }
+
+void HostSolid::Settle() const {
+    if (mCutOff.IsNull()) return;
+    ReplaceShape(solids::Boolean(PresentShape(), mCutOff, solids::BooleanKind::Subtract));
+    mCutOff.Nullify();
+}
+
+/// Where the column's share of this solid can be told from its faces and edges, that settles the volume.
+/// False where it can't, and where nothing would be left of the solid.
+bool HostSolid::TakeColumnAway(HostSolid& tool) {
+    if (!tool.mColumn) return false;
+    const std::optional<double> share =
+        solids::VolumeInColumn(Shape(), tool.mColumn->base, tool.mColumn->height);
+    if (!share) return false;
+    const double left = Volume() - *share;
+    if (left < 1e-6 * Volume()) return false;
+    const TopoDS_Shape cutOff = tool.Shape();
+    tool.EraseAnyway();
+    if (*share == 0) return true;
+    ForgetMeasures();
+    mVolume = left;
+    mCutOff = cutOff;
+    return true;
 }
 
 double HostSolid::Volume() const {
@@ -124,6 +164,7 @@ const solids::Extents& HostSolid::Measures() const {
 void HostSolid::Boolean(BooleanKind kind, Acad3DSolid& other) {
     auto& tool = dynamic_cast<HostSolid&>(other);
     RequirePair(*this, tool);
+    if (kind == BooleanKind::Subtraction && TakeColumnAway(tool)) return;
     TakeResult(*this, tool, solids::Boolean(Shape(), tool.Shape(), KindOf(kind)));
 }
 

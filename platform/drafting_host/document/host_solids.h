@@ -2,6 +2,8 @@
 // box, extents) is kept until the shape changes.
 #pragma once
 
+#include <TopoDS_Face.hxx>
+
 #include "drafting_host/document/host_entity.h"
 #include "drafting_host/solids/measure.h"
 
@@ -11,8 +13,14 @@ class HostShapeEntity : public HostEntity {
   public:
     HostShapeEntity(HostBlock& owner, HandleValue handle, ShapeData data)
         : HostEntity(owner, handle), mData(std::move(data)) {}
-    HostGeometry Geometry() const override { return mData; }
-    const TopoDS_Shape& Shape() const { return mData.shape; }
+    HostGeometry Geometry() const override {
+        Settle();
+        return mData;
+    }
+    const TopoDS_Shape& Shape() const {
+        Settle();
+        return mData.shape;
+    }
     /// A null shape is not allowed: erase the entity instead.
     void SetShape(TopoDS_Shape shape);
 
@@ -21,9 +29,14 @@ class HostShapeEntity : public HostEntity {
     std::optional<Box3> Box() const override;
     void Release() override { SetShape({}); }
     virtual void ForgetMeasures() { mBox.reset(); }
+    /// Does what was put off until somebody looks at the shape.
+    virtual void Settle() const {}
+    /// The shape as it is without anything put off, and its replacement once that is done.
+    const TopoDS_Shape& PresentShape() const { return mData.shape; }
+    void ReplaceShape(TopoDS_Shape shape) const;
 
   private:
-    ShapeData mData;
+    mutable ShapeData mData;
     mutable std::optional<Box3> mBox;
 };
 
@@ -31,6 +44,7 @@ class HostSolid final : public HostShapeEntity, public Acad3DSolid {
   public:
     using HostShapeEntity::HostShapeEntity;
     std::string_view ObjectName() const override { return "AcDb3dSolid"; }
+    AcadEntity* Copy() override;
     double Volume() const override;
     Point3 Centroid() const override;
     /// A result with nothing left erases this solid too.
@@ -38,12 +52,25 @@ class HostSolid final : public HostShapeEntity, public Acad3DSolid {
     AcadRegion* SectionSolid(const Point3& first, const Point3& second, const Point3& third) override;
     /// The extents of the solid measuring component.
     const solids::Extents& Measures() const;
+    /// Tells the solid that it is the upright column over (or, with a negative height, under) a level face.
+    void SetColumn(TopoDS_Face base, double height);
 
   protected:
     void ForgetMeasures() override;
+    void Settle() const override;
 
   private:
+    struct Column {
+        TopoDS_Face base;
+        double height = 0;
+    };
+    bool TakeColumnAway(HostSolid& tool);
+
     mutable std::optional<double> mVolume;
+    std::optional<Column> mColumn;
+    /// A column that was taken away, as far as the volume is concerned: the cut itself waits until the shape
+    /// is asked for. Trial cuts are thrown away before that, and a cut is the dearest thing that a host does.
+    mutable TopoDS_Shape mCutOff;
     mutable std::optional<solids::Extents> mExtents;
 };
 

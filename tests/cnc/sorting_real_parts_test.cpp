@@ -1,0 +1,158 @@
+// Parts laid flat, projected and broken down on the real host: what stands on which layer at the end.
+#include "cnc/alignment_fixture.h"
+
+namespace brenvik {
+namespace {
+
+class RealPartTest : public AlignmentTest {
+  protected:
+    /// Laid flat and sorted, as the first pass of a run does it.
+    PartStep SortPart(Acad3DSolid& solid, const Pose& pose = {}) {
+        const PartStep laid = AlignAt(solid, pose);
+        return laid == PartStep::GoOn ? SortEdges(run) : laid;
+    }
+    std::vector<const AcadCircle*> CirclesOn(std::string_view layer) {
+        std::vector<const AcadCircle*> found;
+        for (const AcadCircle* circle : AllOn<AcadCircle>(*run.part, layer)) found.push_back(circle);
+        return found;
+    }
+    std::size_t Count(std::string_view layer) { return CirclesOn(layer).size(); }
+    void ExpectRim(std::string_view layer, double diameter, double z) {
+        const auto hits = std::ranges::count_if(CirclesOn(layer), [&](const AcadCircle* circle) {
+            return std::abs(circle->Diameter() - diameter) < 1e-7 && std::abs(circle->Center().z - z) < 1e-7;
+        });
+        EXPECT_EQ(hits, 1) << layer << ": " << diameter << " at " << z;
+    }
+    std::vector<std::size_t> LinesInside() {
+        std::vector<std::size_t> heights;
+        for (const AcadLine* line : AllOn<AcadLine>(*run.part, layers::BrenvikExplode)) {
+            const double z = line->StartPoint().z;
+            if (z > 1e-6 && z < run.PartThickness - 1e-6)
+                heights.push_back(static_cast<std::size_t>(z + 0.5));
+        }
+        return heights;
+    }
+};
+
+TEST_F(RealPartTest, SizesAndMaterialAreTaken) {
+    app::Workpiece board = Board(600, 400, 18);
+    ASSERT_EQ(SortPart(board.Solid()), PartStep::GoOn);
+    EXPECT_EQ(run.PartThickness, 18);
+    EXPECT_EQ(run.PartBottomZ, 0);
+    EXPECT_NEAR(run.PartVolume, 600.0 * 400 * 18, 1e-6);
+    EXPECT_EQ(run.QuarterThickness, 18);
+    EXPECT_EQ(run.MaterialName, "OAK");
+}
+
+TEST_F(RealPartTest, APartWithoutMaterialHasAnUnknownOne) {
+    app::Workpiece board = Board(600, 400, 18);
+    GivePartData(board.Solid(), "Panel", "LWT", "");
+    ASSERT_EQ(SortPart(board.Solid()), PartStep::GoOn);
+    EXPECT_EQ(run.MaterialName, "UnknownMaterial");
+}
+
+TEST_F(RealPartTest, OnlyTheSolidAndCurvesAreLeft) {
+    app::Workpiece board = Board(600, 400, 18);
+    board.Drill({100, 100, 18}, app::Axis::Z, -10, 8);
+    ASSERT_EQ(SortPart(board.Solid()), PartStep::GoOn);
+    run.part->ModelSpace().ForEach([](AcadEntity& entity) {
+        const std::string kind(entity.ObjectName());
+        EXPECT_TRUE(kind == "AcDb3dSolid" || kind == "AcDbLine" || kind == "AcDbArc" || kind == "AcDbCircle")
+            << kind << " on " << entity.Layer();
+    });
+    EXPECT_EQ(LastSolid(*run.part).Layer(), layers::SolidHold);
+}
+
+TEST_F(RealPartTest, HolesAndBoresAreSortedAtAnyAngle) {
+    for (const Pose& pose : poses) {
+        app::Workpiece board = Board(600, 400, 18);
+        board.Drill({100, 100, 18}, app::Axis::Z, -10, 8);   // blind
+        board.Drill({200, 100, 18}, app::Axis::Z, -18, 8);   // through
+        board.Drill({300, 100, 0}, app::Axis::Z, 6, 5);      // from below
+        board.Drill({100, 300, 18}, app::Axis::Z, -18, 60);  // a wide one through
+        board.Drill({300, 300, 18}, app::Axis::Z, -8, 50);   // a wide one that stops
+        board.Drill({0, 200, 9}, app::Axis::X, 30, 8);       // in an edge
+        ASSERT_EQ(SortPart(board.Solid(), pose), PartStep::GoOn);
+        EXPECT_EQ(Count(layers::MAXCircleHold), 2U);
+        ExpectRim(layers::circleHold, 8, 8);
+        ExpectRim(layers::circleHold, 8, 0);
+        ExpectRim(layers::circleHold, 5, 6);
+        ExpectRim(layers::circleHold, 5, 0);
+        EXPECT_EQ(Count(layers::circleHold), 4U);
+        ExpectRim(layers::ThroughRouteCirclePV, 60, 0);
+        EXPECT_EQ(Count(layers::ThroughRouteCirclePV), 1U);
+        ExpectRim(layers::RouteCirclePV, 50, 10);
+        EXPECT_EQ(Count(layers::RouteCirclePV), 1U);
+        EXPECT_GE(Count(layers::HorzcircleHold), 2U);
+        EXPECT_EQ(run.NeedSecondSide, 0);
+        EXPECT_TRUE(run.unexplained.empty());
+        run.part->Close(false);
+        board.Solid().Delete();
+    }
+}
+
+TEST_F(RealPartTest, AWideBoreFromBelowNeedsTheOtherSide) {
+    app::Workpiece board = Board(600, 400, 18);
+    board.Drill({100, 100, 18}, app::Axis::Z, -3, 8);
+    board.Cut({300, -1, 14}, {320, 401, 30});
+    board.Drill({500, 200, 0}, app::Axis::Z, 2, 50);
+    ASSERT_EQ(SortPart(board.Solid()), PartStep::GoOn);
+    // The face with less cut out of it lies down.
+    EXPECT_EQ(run.NeedSecondSide, 1);
+    EXPECT_EQ(run.ThroughRouteSeen, 1);
+    EXPECT_EQ(Count(layers::RouteCirclePV), 0U);
+}
+
+TEST_F(RealPartTest, TheFloorOfAStoppedPocketIsLeftInsideThePart) {
+    app::Workpiece board = Board(600, 400, 18);
+    board.Cut({100, 100, 10}, {200, 180, 30});
+    ASSERT_EQ(SortPart(board.Solid()), PartStep::GoOn);
+    EXPECT_EQ(LinesInside(), (std::vector<std::size_t>{10, 10, 10, 10}));
+}
+
+TEST_F(RealPartTest, ASlantedHoleIsTold) {
+    app::Workpiece board = Board(600, 400, 18);
+    Acad3DSolid& drill = *document.ModelSpace().AddCylinder({0, 0, 0}, 4, 100);
+    drill.Rotate3D({0, 0, 0}, {0, 1, 0}, 0.5);
+    drill.Move({0, 0, 0}, {300, 200, 9});
+    board.Solid().Boolean(BooleanKind::Subtraction, drill);
+    ASSERT_EQ(SortPart(board.Solid()), PartStep::GoOn);
+    ASSERT_EQ(run.unexplained.size(), 1U);
+    EXPECT_EQ(run.unexplained[0].substr(0, 17), "slanted hole of 8");
+}
+
+TEST_F(RealPartTest, ASlantedHoleThatStopsIsToldOnce) {
+    app::Workpiece board = Board(600, 400, 18);
+    Acad3DSolid& drill = *document.ModelSpace().AddCylinder({0, 0, 50}, 4, 100);
+    drill.Rotate3D({0, 0, 0}, {0, 1, 0}, 0.5);
+    drill.Move({0, 0, 0}, {300, 200, 9});
+    board.Solid().Boolean(BooleanKind::Subtraction, drill);
+    ASSERT_EQ(SortPart(board.Solid()), PartStep::GoOn);
+    EXPECT_EQ(run.unexplained.size(), 1U);
+}
+
+TEST_F(RealPartTest, ARoundedPocketLeavesItsFourArcsInsideThePart) {
+    app::Workpiece board = Board(600, 400, 18);
+    AddLayer(document, "Parts");
+    AcadLWPolyline& contour = *document.ModelSpace().AddLightWeightPolyline(
+        std::vector<double>{120, 100, 280, 100, 300, 120, 300, 180, 280, 200, 120, 200, 100, 180, 100, 120});
+    contour.SetClosed(true);
+    const double quarter = std::tan(std::numbers::pi / 8);
+    for (const int vertex : {1, 3, 5, 7}) contour.SetBulge(vertex, quarter);
+    AcadEntity* curve = &contour;
+    AcadRegion& region = *document.ModelSpace().AddRegion(std::span(&curve, 1)).front();
+    Acad3DSolid& tool = *document.ModelSpace().AddExtrudedSolid(region, region.Normal().z * 30, 0);
+    tool.Move({0, 0, 0}, {0, 0, 10});
+    board.Solid().Boolean(BooleanKind::Subtraction, tool);
+    contour.Delete();
+    region.Delete();
+    ASSERT_EQ(SortPart(board.Solid()), PartStep::GoOn);
+    EXPECT_EQ(LinesInside(), (std::vector<std::size_t>{10, 10, 10, 10}));
+    std::size_t arcs = 0;
+    for (const AcadArc* arc : AllOn<AcadArc>(*run.part, layers::BrenvikExplode))
+        arcs += std::abs(arc->StartPoint().z - 10) < 1e-9 && std::abs(arc->Normal().z) == 1 ? 1 : 0;
+    EXPECT_GE(arcs, 4U);
+}
+
+}  // namespace
+}  // namespace brenvik
