@@ -39,12 +39,21 @@ std::vector<JournalStep> ReadJournal(const std::string& name) {
     }
 }
 
-JournalWorld WorldOf(Workplace& workplace, HostDocument& document, std::ostream& transcript) {
+/// The drawing that the journal stands in: a command may have gone on with another one.
+HostDocument& PresentDrawing(Workplace& workplace) {
+    HostDocument* document = workplace.host.Active();
+    if (document == nullptr) throw CommandError(ExitStatus::Incomplete, "no drawing is open any more");
+    return *document;
+}
+
+JournalWorld WorldOf(Workplace& workplace, std::ostream& transcript) {
     JournalWorld world;
     world.host = &workplace.host;
     world.settings = &workplace.settings;
     world.files = &workplace.files;
-    world.select = [&document](const std::vector<std::string>& handles) { SelectHandles(document, handles); };
+    world.select = [&workplace](const std::vector<std::string>& handles) {
+        SelectHandles(PresentDrawing(workplace), handles);
+    };
     world.callCommand = [&workplace](std::string_view method) {
         return workplace.typedCommands.Call(method);
     };
@@ -56,14 +65,14 @@ JournalWorld WorldOf(Workplace& workplace, HostDocument& document, std::ostream&
 /// Plays the journal on the open drawing. Throws CommandError where a step fails.
 void Play(const RunOptions& options, std::vector<JournalStep> steps, Workplace& workplace,
           JournalDialogs& dialogs, RunTranscript& transcript) {
-    HostDocument& document = *workplace.host.Active();
     workplace.host.SetTranscript(
         [&](std::string_view line) { transcript.TellHostLine(line, !workplace.typedCommands.AtWork()); });
     try {
-        JournalPlayer(std::move(steps), dialogs, WorldOf(workplace, document, transcript.Stream())).Play();
+        JournalPlayer(std::move(steps), dialogs, WorldOf(workplace, transcript.Stream())).Play();
     } catch (const JournalFailure& failure) {
         throw CommandError(ExitStatus::Incomplete, options.journal + ": " + failure.what());
     }
+    HostDocument& document = PresentDrawing(workplace);
     if (workplace.typedCommands.Line().Busy(document))
         transcript.Stream() << "the journal ended while the host's command line asked: "
                             << workplace.typedCommands.Line().Prompt(document) << '\n';
@@ -84,7 +93,9 @@ ExitStatus Run(const std::string& home, const RunOptions& options) {
     const std::size_t notes = document.Notes().size();
     Play(options, std::move(steps), workplace, dialogs, transcript);
     TellNotesSince(notes, document, options.drawing.drawing, teller);
-    if (!options.drawing.save.empty()) SaveOutput(document, options.drawing.save, teller);
+    // A drawing of a part may stand open before the job's own.
+    if (!options.drawing.save.empty())
+        SaveOutput(document.Closed() ? PresentDrawing(workplace) : document, options.drawing.save, teller);
     if (!transcript.Written()) teller.Loss(options.transcript + ": the transcript can't be written");
     return teller.Status();
 }
