@@ -97,7 +97,12 @@ bool IsOfFiles(const Failure& failure) {
 PartStep WorkOrSkip(RunState& run, const PartSteps& steps, const PartFile& file, RunReport& report) {
     PartStep came = PartStep::SkipPart;
     const std::optional<Failure> failure = Attempt([&] { came = WorkOnPass(run, steps); });
-    if (!failure) return came;
+    if (!failure) {
+        // The box that skipped it doesn't say which part it is.
+        if (came == PartStep::SkipPart && run.FirstPass())
+            report.passedOver.push_back("The part " + file.label + " was skipped.");
+        return came;
+    }
     if (IsOfFiles(*failure)) throw *failure;
     ShowFailureWithDetail(*failure);
     report.unexplained.push_back("The part " + file.label + " was skipped" +
