@@ -9,6 +9,7 @@
 #include "drafting_host/command/commands.h"
 #include "drafting_host/command/host_command_line.h"
 #include "drafting_host/command/variables.h"
+#include "drafting_host/command/view_frame.h"
 #include "drafting_host/document/host_application.h"
 #include "drafting_host/document/host_failure.h"
 #include "drafting_host/document/vectors.h"
@@ -225,20 +226,44 @@ std::optional<Point3> CommandSession::PointFrom(std::string_view answer) const {
     if (!typed) return std::nullopt;
     Point3 value = typed->value;
     Point3 point;
+    // The user system belongs to the model; a sheet is measured by its own axes.
+    const Similarity toWorld = OnSheet() ? Similarity() : UcsToWorld();
     if (typed->relative) {
-        point = mLastPoint + (typed->world ? value : UcsToWorld().Vector(value));
+        point = mLastPoint + (typed->world ? value : toWorld.Vector(value));
     } else {
         if (typed->flat) value.z = VariableNumber(*this, "ELEVATION");
-        point = typed->world ? value : UcsToWorld().Point(value);
+        point = typed->world ? value : toWorld.Point(value);
     }
     const bool within =
         std::max({std::abs(point.x), std::abs(point.y), std::abs(point.z)}) <= greatestCoordinate;
     return within ? std::optional(point) : std::nullopt;
 }
 
+bool CommandSession::OnSheet() const {
+    return mDocument.ActiveSpace() == ActiveSpaceKind::PaperSpace && mDocument.CurrentViewport() == nullptr;
+}
+
+ViewportData CommandSession::CurrentView() const {
+    if (const HostViewport* viewport = mDocument.CurrentViewport()) return viewport->Values();
+    return OnSheet() ? ViewportData() : mModelView;
+}
+
+void CommandSession::ChangeView(const ViewportData& view) {
+    if (HostViewport* viewport = mDocument.CurrentViewport()) {
+        viewport->SetValues(view);
+    } else if (!OnSheet()) {
+        mModelView = view;
+    }
+}
+
+Point3 CommandSession::ViewDirection() const { return Unit(CurrentView().viewDirection); }
+Point3 CommandSession::ViewUp() const { return UpOf(CurrentView()); }
+
 void CommandSession::SetView(const Point3& direction, const Point3& up) {
-    mViewDirection = Unit(direction);
-    mViewUp = Unit(up);
+    ViewportData view = CurrentView();
+    view.viewDirection = Unit(direction);
+    view.twist = TwistOf(view.viewDirection, up);
+    ChangeView(view);
 }
 
 void CommandSession::NoteChanged(HostEntity& entity) {

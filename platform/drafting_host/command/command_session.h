@@ -82,10 +82,17 @@ class CommandSession {
     std::optional<Point3> PointFrom(std::string_view answer) const;
     const Point3& LastPoint() const { return mLastPoint; }
     void SetLastPoint(const Point3& point) { mLastPoint = point; }
+    /// What is looked through now: the viewport that was entered, or the view of model space. A sheet is
+    /// always seen from above.
+    ViewportData CurrentView() const;
+    /// On the sheet itself nothing changes. Fails for a viewport on a locked layer.
+    void ChangeView(const ViewportData& view);
     /// From the drawing towards the eye, a unit vector; and the view's upward direction.
-    const Point3& ViewDirection() const { return mViewDirection; }
-    const Point3& ViewUp() const { return mViewUp; }
+    Point3 ViewDirection() const;
+    Point3 ViewUp() const;
     void SetView(const Point3& direction, const Point3& up);
+    /// The sheet itself is worked on: paper space, and no viewport entered.
+    bool OnSheet() const;
     /// Solids that the running command has changed: the previous selection at its end.
     void NoteChanged(HostEntity& entity);
 
@@ -121,8 +128,7 @@ class CommandSession {
     std::vector<HostEntity*> mChanged;
     std::vector<UcsFrame> mUcsHistory;
     Point3 mLastPoint;
-    Point3 mViewDirection{0, 0, 1};
-    Point3 mViewUp{0, 1, 0};
+    ViewportData mModelView;
     std::string mTyped;
     bool mAfterReturn = false;
 };

@@ -4,30 +4,16 @@
 
 #include "base/letter_case.h"
 #include "base/text.h"
-#include "base/wildcard.h"
 #include "drafting_host/command/answers.h"
 #include "drafting_host/command/command_session.h"
 #include "drafting_host/command/commands.h"
+#include "drafting_host/command/layer_names.h"
 #include "drafting_host/document/host_failure.h"
 
 namespace brenvik::host_commands {
 namespace {
 
 using Layers = std::vector<HostLayer*>;
-
-/// The layers that a list of names and patterns ("A,bv-section*") means, in the drawing's order.
-Layers Matching(const CommandSession& session, const std::string& list) {
-    Layers result;
-    const std::vector<std::string> patterns = Split(list, ',');
-    for (HostLayer* layer : session.Document().LayerTable().All()) {
-        const auto fits = [&](const std::string& pattern) {
-            return MatchesWildcards(layer->Values().name, pattern, fileWildcards);
-        };
-        if (std::ranges::any_of(patterns, fits)) result.push_back(layer);
-    }
-    if (result.empty()) session.Tell("No layer matches \"" + list + "\".");
-    return result;
-}
 
 /// A change of one layer. What the drawing refuses is told, and the other layers go on.
 using Change = std::function<void(HostLayer&)>;
@@ -87,7 +73,7 @@ Asking<void> AskColor(CommandSession& session) {
     const std::string prompt =
         "Layers for color " + std::to_string(number) + " <" + CurrentName(session) + ">:";
     const Answered<std::string> list = co_await session.AskText(prompt, IfEmpty::Allowed);
-    ChangeAll(session, Matching(session, list.Or(CurrentName(session))),
+    ChangeAll(session, LayersNamed(session, list.Or(CurrentName(session))),
               [&](HostLayer& layer) { layer.SetColor(number); });
 }
 
@@ -101,7 +87,7 @@ Asking<void> AskLinetype(CommandSession& session) {
     }
     const std::string prompt = "Layers for linetype \"" + name + "\" <" + CurrentName(session) + ">:";
     const Answered<std::string> list = co_await session.AskText(prompt, IfEmpty::Allowed);
-    ChangeAll(session, Matching(session, list.Or(CurrentName(session))),
+    ChangeAll(session, LayersNamed(session, list.Or(CurrentName(session))),
               [&](HostLayer& layer) { layer.SetLinetype(name); });
 }
 
@@ -145,7 +131,7 @@ Asking<void> AskSwitch(CommandSession& session, std::string option) {
     const std::string prompt = "Layers to switch, " + option + ":";
     const Answered<std::string> list = co_await session.AskText(prompt, IfEmpty::Allowed);
     if (list.Empty()) co_return;
-    Layers layers = Matching(session, *list.value);
+    Layers layers = LayersNamed(session, *list.value);
     const auto current = std::ranges::find(layers, &session.Document().CurrentLayer());
     if (option == "OFF" && current != layers.end()) {
         const std::string question =

@@ -4,12 +4,14 @@
 #include <BRep_Builder.hxx>
 #include <TopoDS_Compound.hxx>
 #include <set>
+#include <span>
 
 #include "base/handle_text.h"
 #include "base/letter_case.h"
 #include "drafting_host/acis/acis_text.h"
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/document/host_failure.h"
+#include "drafting_host/dxf/standard_entries.h"
 
 namespace brenvik {
 namespace {
@@ -56,13 +58,19 @@ ShapeData ReadBody(const AcisData& data, HandleValue handle, std::vector<ReadNot
     return result;
 }
 
-/// The plain data as the document holds them; nothing for a body that can't be built.
-std::optional<HostGeometry> ToHost(EntityGeometry& geometry, HandleValue handle,
-                                   std::vector<ReadNote>& notes) {
+/// The plain data as the document holds them; nothing for a body that can't be built. `shapes` are those of
+/// bodies without a text, and stay behind what was taken.
+std::optional<HostGeometry> ToHost(EntityGeometry& geometry, HandleValue handle, std::vector<ReadNote>& notes,
+                                   std::span<const TopoDS_Shape>& shapes) {
     return std::visit(
         [&](auto& data) -> std::optional<HostGeometry> {
             using Data = std::decay_t<decltype(data)>;
             if constexpr (std::is_same_v<Data, AcisData>) {
+                if (data.text.empty() && !shapes.empty()) {
+                    ShapeData kept{data.kind, shapes.front()};
+                    shapes = shapes.subspan(1);
+                    return kept;
+                }
                 ShapeData shape = ReadBody(data, handle, notes);
                 if (shape.shape.IsNull()) return std::nullopt;
                 return shape;
@@ -96,13 +104,8 @@ std::optional<EntityGeometry> ToPlain(HostGeometry& geometry, const std::string&
         geometry);
 }
 
-std::optional<EntityData> ToPlain(const HostEntity& entity, const Similarity& move,
-                                  std::vector<std::string>& problems) {
-    HostGeometry geometry = entity.Geometry();
-    if (!move.Identity()) Transform(geometry, move);
-    const std::string what = std::string(entity.ObjectName()) + " " + HandleToText(entity.HandleNumber());
-    std::optional<EntityGeometry> plain = ToPlain(geometry, what, problems);
-    if (!plain) return std::nullopt;
+/// Everything but the geometry.
+EntityData PlainLook(const HostEntity& entity) {
     EntityData data;
     data.handle = entity.HandleNumber();
     data.layer = entity.LayerObject().Values().name;
@@ -111,15 +114,43 @@ std::optional<EntityData> ToPlain(const HostEntity& entity, const Similarity& mo
     data.color = entity.Look().color;
     data.visible = entity.Look().visible;
     data.lineweight = entity.Look().lineweight;
-    data.geometry = std::move(*plain);
     data.xdata = entity.ExtendedData();
     return data;
 }
 
+std::optional<EntityData> ToPlain(const HostEntity& entity, std::vector<std::string>& problems) {
+    HostGeometry geometry = entity.Geometry();
+    const std::string what = std::string(entity.ObjectName()) + " " + HandleToText(entity.HandleNumber());
+    std::optional<EntityGeometry> plain = ToPlain(geometry, what, problems);
+    if (!plain) return std::nullopt;
+    EntityData data = PlainLook(entity);
+    data.geometry = std::move(*plain);
+    return data;
+}
+
+/// A body goes among the shapes and leaves its kind.
+EntityData ToSnapshot(const HostEntity& entity, const Similarity& move, std::vector<TopoDS_Shape>& shapes) {
+    HostGeometry geometry = entity.Geometry();
+    if (!move.Identity()) Transform(geometry, move);
+    EntityData data = PlainLook(entity);
+    std::visit(
+        [&](auto& values) {
+            using Data = std::decay_t<decltype(values)>;
+            if constexpr (std::is_same_v<Data, ShapeData>) {
+                shapes.push_back(std::move(values.shape));
+                data.geometry = AcisData{values.kind, {}, 0};
+            } else {
+                data.geometry = std::move(values);
+            }
+        },
+        geometry);
+    return data;
+}
+
 void FillBlock(HostBlock& block, std::vector<EntityData>& entities, HostLayers& layers,
-               std::vector<ReadNote>& notes) {
+               std::vector<ReadNote>& notes, std::span<const TopoDS_Shape>& shapes) {
     for (EntityData& data : entities) {
-        std::optional<HostGeometry> geometry = ToHost(data.geometry, data.handle, notes);
+        std::optional<HostGeometry> geometry = ToHost(data.geometry, data.handle, notes, shapes);
         if (!geometry) continue;
         HostEntity& entity = block.Add(std::move(*geometry), data.handle);
         LayerData layer;
@@ -143,21 +174,27 @@ void ForgetHandles(EntityData& data) {
 /// Collects entities for a drawing of their own, and the blocks that they refer to.
 class Extract {
   public:
-    Extract(const HostDocument& document, DrawingData& data, std::vector<std::string>& problems)
-        : mDocument(document), mData(data), mProblems(problems) {}
+    Extract(const HostDocument& document, DrawingData& data) : mDocument(document), mData(data) {}
 
     void Take(std::size_t block, const HostEntity& entity, const Similarity& move) {
-        std::optional<EntityData> plain = ToPlain(entity, move, mProblems);
-        if (!plain) return;
-        ForgetHandles(*plain);
+        if (mShapes.size() <= block) mShapes.resize(block + 1);
+        EntityData plain = ToSnapshot(entity, move, mShapes[block]);
+        ForgetHandles(plain);
         mLayers.insert(&entity.LayerObject());
-        for (const XDataOfApp& app : plain->xdata) {
+        for (const XDataOfApp& app : plain.xdata) {
             if (mApps.insert(app.app).second) mData.applications.push_back(app.app);
         }
-        const auto* reference = std::get_if<InsertData>(&plain->geometry);
+        const auto* reference = std::get_if<InsertData>(&plain.geometry);
         const std::string name = reference == nullptr ? std::string() : reference->block;
-        mData.blocks[block].entities.push_back(std::move(*plain));
+        mData.blocks[block].entities.push_back(std::move(plain));
         if (!name.empty()) TakeBlock(name);
+    }
+
+    /// Block after block: a block is met in the middle of another one.
+    std::vector<TopoDS_Shape> Shapes() const {
+        std::vector<TopoDS_Shape> all;
+        for (const std::vector<TopoDS_Shape>& one : mShapes) all.insert(all.end(), one.begin(), one.end());
+        return all;
     }
 
     const std::set<const HostLayer*>& Layers() const { return mLayers; }
@@ -174,7 +211,7 @@ class Extract {
 
     const HostDocument& mDocument;
     DrawingData& mData;
-    std::vector<std::string>& mProblems;
+    std::vector<std::vector<TopoDS_Shape>> mShapes;
     std::set<const HostLayer*> mLayers;
     std::set<std::string, LessIgnoreCase> mApps, mBlocks;
 };
@@ -186,7 +223,15 @@ void ForgetEntryHandles(Entries& entries) {
 
 }  // namespace
 
-void HostDocument::TakeOver(DrawingData data) {
+void HostDocument::TakeOver(DrawingData data) { TakeOver(std::move(data), {}); }
+
+void HostDocument::TakeOver(const DrawingSnapshot& snapshot) {
+    DrawingData data = snapshot.data;
+    AddStandardEntries(data);
+    TakeOver(std::move(data), snapshot.shapes);
+}
+
+void HostDocument::TakeOver(DrawingData data, std::span<const TopoDS_Shape> shapes) {
     mTables = std::move(data);
     std::vector<LayerData> layers = std::move(mTables.layers);
     std::vector<BlockData> blocks = std::move(mTables.blocks);
@@ -212,7 +257,7 @@ void HostDocument::TakeOver(DrawingData data) {
         } else {
             target->SetRecord(std::move(block));
         }
-        FillBlock(*target, entities, mLayers, mTables.notes);
+        FillBlock(*target, entities, mLayers, mTables.notes, shapes);
     }
     for (GroupData& group : groups) mGroups.Put(std::move(group));
 }
@@ -227,16 +272,16 @@ DrawingData HostDocument::ToData(std::vector<std::string>& problems) const {
         data.blocks.push_back(block->Record());
         std::vector<EntityData>& entities = data.blocks.back().entities;
         for (const HostEntity* entity : block->Entities()) {
-            if (auto plain = ToPlain(*entity, Similarity(), problems)) entities.push_back(std::move(*plain));
+            if (auto plain = ToPlain(*entity, problems)) entities.push_back(std::move(*plain));
         }
     }
     for (const HostGroup* group : mGroups.All()) data.groups.push_back(group->Values());
     return data;
 }
 
-DrawingData HostDocument::ToData(std::span<HostEntity* const> entities, const Similarity& move,
-                                 std::vector<std::string>& problems) const {
-    DrawingData data;
+DrawingSnapshot HostDocument::Extracted(std::span<HostEntity* const> entities, const Similarity& move) const {
+    DrawingSnapshot snapshot;
+    DrawingData& data = snapshot.data;
     data.codePage = mTables.codePage;
     data.insertUnits = mTables.insertUnits;
     data.measurement = mTables.measurement;
@@ -249,7 +294,7 @@ DrawingData HostDocument::ToData(std::span<HostEntity* const> entities, const Si
         data.blocks.push_back(mBlocks[space]->Record());
         data.blocks.back().handle = 0;
     }
-    Extract extract(*this, data, problems);
+    Extract extract(*this, data);
     for (const HostEntity* entity : entities) {
         entity->RequireAlive();
         extract.Take(entity->Owner().IsPaperSpace() ? 1 : 0, *entity, move);
@@ -258,6 +303,24 @@ DrawingData HostDocument::ToData(std::span<HostEntity* const> entities, const Si
         if (!extract.Layers().contains(layer) && layer->Values().name != "0") continue;
         data.layers.push_back(layer->Values());
         data.layers.back().handle = 0;
+    }
+    snapshot.shapes = extract.Shapes();
+    return snapshot;
+}
+
+DrawingData WithBodyTexts(const DrawingSnapshot& snapshot, std::vector<std::string>& problems) {
+    DrawingData data = snapshot.data;
+    std::size_t next = 0;
+    for (BlockData& block : data.blocks) {
+        std::erase_if(block.entities, [&](EntityData& entity) {
+            auto* body = std::get_if<AcisData>(&entity.geometry);
+            if (body == nullptr || !body->text.empty()) return false;
+            HostGeometry shape = ShapeData{body->kind, snapshot.shapes.at(next++)};
+            std::optional<EntityGeometry> text =
+                ToPlain(shape, std::string(NameOf(body->kind)) + " " + std::to_string(next), problems);
+            if (text) entity.geometry = std::move(*text);
+            return !text;
+        });
     }
     return data;
 }

@@ -87,6 +87,16 @@ void HostViewport::Display(bool on) {
     mData.status = on ? shown : 0;
 }
 
+void HostViewport::SetValues(ViewportData values) {
+    RequireChangeable();
+    mData = std::move(values);
+}
+
+bool HostViewport::IsSheet() const {
+    constexpr int sheetItself = 1;
+    return mData.id == sheetItself;
+}
+
 std::string HostBlockReference::Name() const {
     RequireAlive();
     return mData.block;

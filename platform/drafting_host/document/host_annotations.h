@@ -67,6 +67,10 @@ class HostViewport final : public HostDataEntity<ViewportData>, public AcadPView
     double Height() const override;
     void Display(bool on) override;
     bool On() const { return mData.status != 0; }
+    /// Everything but the place on the sheet counts as the view. Fails on a locked layer.
+    void SetValues(ViewportData values);
+    /// The sheet's own record, which shows nothing of the model.
+    bool IsSheet() const;
 };
 
 class HostBlockReference final : public HostEntity, public AcadBlockReference {

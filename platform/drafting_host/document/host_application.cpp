@@ -79,7 +79,11 @@ HostDocument& HostApplication::NewDocument() {
 HostDocument& HostApplication::OpenDrawing(const std::filesystem::path& path, const ReadOptions& options) {
     // Read first: a file that can't be read leaves the list of documents as it was.
     auto document = std::make_unique<HostDocument>(*this);
-    ReadDrawing(*document, path, options);
+    if (const auto written = mWritten.Find(path)) {
+        document->TakeOver(*written);
+    } else {
+        ReadDrawing(*document, path, options);
+    }
     document->SetFile(path.string());
     mDocuments.push_back(std::move(document));
     mActivation.push_back(mDocuments.back().get());

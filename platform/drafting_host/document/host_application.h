@@ -10,6 +10,7 @@
 #include "drafting_host/document/command_line_port.h"
 #include "drafting_host/document/drawing_files.h"
 #include "drafting_host/document/host_document.h"
+#include "drafting_host/document/written_drawings.h"
 #include "session/measuring_port.h"
 #include "session/whole_file_writer.h"
 
@@ -59,6 +60,8 @@ class HostApplication final : public AcadApplication, public MeasuringPort {
     std::filesystem::path Resolve(std::string_view fileName) const;
     /// Replaces the file as a whole or not at all. Throws Failure where the disk refuses.
     void WriteFile(const std::filesystem::path& file, std::string_view content) const;
+    /// Work drawings of this run, which open without being read.
+    WrittenDrawings& Written() { return mWritten; }
     /// Null detaches. The port outlives the application or is detached before it goes.
     void SetPrompts(PromptPort* prompts) { mPrompts = prompts; }
     PromptPort* Prompts() const { return mPrompts; }
@@ -88,6 +91,7 @@ class HostApplication final : public AcadApplication, public MeasuringPort {
 
   private:
     WholeFileWriter mWriter;
+    WrittenDrawings mWritten;
     HostDocuments mDocumentList;
     std::vector<std::unique_ptr<HostDocument>> mDocuments;
     std::vector<std::unique_ptr<HostDocument>> mClosed;

@@ -309,7 +309,9 @@ AcadPViewport* HostBlock::AddPViewport(const Point3& center, double width, doubl
     data.status = shown;
     data.id = id;
     data.viewHeight = height;
-    return dynamic_cast<AcadPViewport*>(&Add(std::move(data)));
+    auto& viewport = dynamic_cast<HostViewport&>(Add(std::move(data)));
+    mDocument.SetCurrentViewport(viewport);
+    return &viewport;
 }
 
 HostBlockReference& HostBlock::InsertBlock(const Point3& point, std::string_view name, double scale,

@@ -146,7 +146,7 @@ void HostDocument::SetActiveSpace(ActiveSpaceKind space) {
 
 bool HostDocument::MSpace() const {
     RequireOpen();
-    return mMSpace;
+    return CurrentViewport() != nullptr;
 }
 
 void HostDocument::SetMSpace(bool on) {
@@ -154,21 +154,30 @@ void HostDocument::SetMSpace(bool on) {
     if (mSpace == ActiveSpaceKind::ModelSpace) {
         throw host_failure::NotPossible("model space is entered from a viewport of paper space");
     }
-    if (on && ActivePViewport() == nullptr) throw host_failure::NotPossible("paper space has no viewport");
+    if (on) {
+        auto* viewport = dynamic_cast<HostViewport*>(ActivePViewport());
+        if (viewport == nullptr) throw host_failure::NotPossible("paper space has no viewport");
+        mViewport = viewport;
+    }
     mMSpace = on;
 }
 
 AcadPViewport* HostDocument::ActivePViewport() {
     RequireOpen();
-    constexpr int sheetItself = 1;
+    if (mViewport != nullptr && !mViewport->Erased() && mViewport->On()) return mViewport;
     HostViewport* off = nullptr;
     for (HostEntity* entity : Paper().Entities()) {
         auto* viewport = dynamic_cast<HostViewport*>(entity);
-        if (viewport == nullptr || viewport->Values().id == sheetItself) continue;
+        if (viewport == nullptr || viewport->IsSheet()) continue;
         if (viewport->On()) return viewport;
         if (off == nullptr) off = viewport;
     }
     return off;
+}
+
+HostViewport* HostDocument::CurrentViewport() const {
+    if (!mMSpace || mViewport == nullptr || mViewport->Erased()) return nullptr;
+    return mViewport;
 }
 
 AcadLayer* HostDocument::ActiveLayer() {
@@ -210,7 +219,7 @@ Similarity HostDocument::UcsToWorld() const {
 }
 
 HostBlock& HostDocument::CurrentSpace() {
-    return mSpace == ActiveSpaceKind::ModelSpace || mMSpace ? Model() : Paper();
+    return mSpace == ActiveSpaceKind::ModelSpace || CurrentViewport() != nullptr ? Model() : Paper();
 }
 
 HostBlock* HostDocument::FindBlock(std::string_view name) const {
@@ -277,6 +286,7 @@ void HostDocument::NoteErased(const HostEntity& entity) {
 
 void HostDocument::Empty() {
     mClosed = true;
+    mViewport = nullptr;
     ++mErasures;
     mPrevious.Clear();
     mByHandle.clear();

@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "drafting_host/document/drawing_snapshot.h"
 #include "drafting_host/document/entity_list.h"
 #include "drafting_host/document/host_block.h"
 #include "drafting_host/document/host_groups.h"
@@ -72,6 +73,10 @@ class HostDocument final : public AcadDocument {
     HostBlock& Paper() { return *mBlocks[1]; }
     /// Where new entities of commands go: paper space unless model space or one of its viewports is on.
     HostBlock& CurrentSpace();
+    /// The viewport whose model space is entered, or nothing.
+    HostViewport* CurrentViewport() const;
+    /// The one that MSPACE enters next.
+    void SetCurrentViewport(HostViewport& viewport) { mViewport = &viewport; }
     HostLayers& LayerTable() { return mLayers; }
     HostGroups& GroupTable() { return mGroups; }
     HostLayer& CurrentLayer() const { return *mCurrentLayer; }
@@ -99,10 +104,11 @@ class HostDocument final : public AcadDocument {
     /// The drawing as plain data. Bodies that have no text form are left out and told in `problems`.
     DrawingData ToData(std::vector<std::string>& problems) const;
     /// Some entities alone, moved, with what they refer to; handles are left to the writer.
-    DrawingData ToData(std::span<HostEntity* const> entities, const Similarity& move,
-                       std::vector<std::string>& problems) const;
+    DrawingSnapshot Extracted(std::span<HostEntity* const> entities, const Similarity& move) const;
     /// Puts a read drawing into this document, which has to be empty still.
     void TakeOver(DrawingData data);
+    /// The same for a drawing that never left the memory; its shapes are shared.
+    void TakeOver(const DrawingSnapshot& snapshot);
     void SetFile(std::string fullName) { mFullName = std::move(fullName); }
     /// Tells that the drawing came from a file of another system.
     void MarkImported() { mImported = true; }
@@ -121,6 +127,7 @@ class HostDocument final : public AcadDocument {
     std::uint64_t Erasures() const { return mErasures; }
 
   private:
+    void TakeOver(DrawingData data, std::span<const TopoDS_Shape> shapes);
     void PurgeBlocks();
     void PurgeLayers();
     void PurgeStyles();
@@ -142,6 +149,7 @@ class HostDocument final : public AcadDocument {
     HostLayer* mCurrentLayer = nullptr;
     EntityList mPrevious;
     ActiveSpaceKind mSpace = ActiveSpaceKind::ModelSpace;
+    HostViewport* mViewport = nullptr;  ///< Stays in store once erased, so it may be asked.
     bool mMSpace = false;
     bool mClosed = false;
     bool mImported = false;

@@ -72,6 +72,12 @@ void HostLayer::SetLinetype(std::string_view name) {
     mData.linetype = name;
 }
 
+HandleValue HostLayer::OwnHandle() {
+    RequireAlive();
+    if (mData.handle == 0) mData.handle = mDocument.TakeHandle(0);
+    return mData.handle;
+}
+
 int HostLayers::Count() const {
     mDocument.RequireOpen();
     return static_cast<int>(mOrder.size());

@@ -33,6 +33,8 @@ class HostLayer final : public AcadLayer {
 
     const LayerData& Values() const { return mData; }
     void SetLinetype(std::string_view name);
+    /// What other objects refer to the layer by; a layer new to the drawing gets its handle here.
+    HandleValue OwnHandle();
     bool Locked() const { return mData.locked; }
     bool Purged() const { return mPurged; }
     void MarkPurged() { mPurged = true; }

@@ -59,9 +59,12 @@ void HostDocument::Wblock(std::string_view fileName, AcadSelectionSet& set) {
     if (&members.front()->Document() != this) {
         throw host_failure::InvalidArgument("a selection set of another drawing");
     }
+    const auto drawing = std::make_shared<const DrawingSnapshot>(Extracted(members, UcsToWorld().Inverse()));
+    const std::filesystem::path file = mApplication.Resolve(WithExtension(fileName, SaveAsKind::Native));
     std::vector<std::string> problems;
-    const DrawingData data = ToData(members, UcsToWorld().Inverse(), problems);
-    mApplication.WriteFile(mApplication.Resolve(WithExtension(fileName, SaveAsKind::Native)), WriteDxf(data));
+    mApplication.WriteFile(file, WriteDxf(WithBodyTexts(*drawing, problems)));
+    // What the file holds less than the drawing would be there again.
+    if (problems.empty()) mApplication.Written().Keep(file, drawing);
     KeepProblems(*this, fileName, problems);
 }
 
