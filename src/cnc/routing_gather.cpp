@@ -187,12 +187,29 @@ bool RunsAlong(const AcadLWPolyline& chain, const AcadLWPolyline& contour) {
     return true;
 }
 
-void DropSecondDrawings(GatheredContours& contours) {
-    std::erase_if(contours.open, [&contours](AcadLWPolyline* chain) {
-        const bool twin = std::ranges::any_of(
-            contours.closed, [chain](const AcadLWPolyline* contour) { return RunsAlong(*chain, *contour); });
-        if (twin) chain->Delete();
-        return twin;
+/// Whether a chain lies in the flat floor of a round hole: a bore that just touches the floor leaves the line
+/// of its touch there, which bounds nothing.
+bool LiesInRoundFloor(const AcadLWPolyline& chain, const AcadCircle& circle) {
+    const Point3 center = circle.Center();
+    if (!Upright(circle.Normal()) || !NearlyEqual(center.z, chain.Elevation())) return false;
+    constexpr double samePlace = 0.0001;
+    return std::ranges::all_of(VerticesOf(chain), [&](const PathVertex& corner) {
+        return std::hypot(corner.x - center.x, corner.y - center.y) < circle.Radius() + samePlace;
+    });
+}
+
+void DropWhatBoundsNothing(AcadDocument& drawing, GatheredContours& contours) {
+    if (contours.open.empty()) return;
+    const std::vector<AcadCircle*> circles = All<AcadCircle>(drawing);
+    std::erase_if(contours.open, [&](AcadLWPolyline* chain) {
+        const bool drop =
+            std::ranges::any_of(
+                contours.closed,
+                [chain](const AcadLWPolyline* contour) { return RunsAlong(*chain, *contour); }) ||
+            std::ranges::any_of(
+                circles, [chain](const AcadCircle* circle) { return LiesInRoundFloor(*chain, *circle); });
+        if (drop) chain->Delete();
+        return drop;
     });
 }
 
@@ -205,7 +222,7 @@ GatheredContours GatherContours(AcadDocument& drawing, const Box3& part) {
     contours.followable = TakeEdges(drawing, BetweenFaces(part));
     if (!contours.followable) return contours;
     Join(drawing, contours);
-    DropSecondDrawings(contours);
+    DropWhatBoundsNothing(drawing, contours);
     return contours;
 }
 

@@ -29,6 +29,16 @@ class RoutingPaths : public OutlineTest {
         AddLayer(document, layers::RouteCirclePV);
         Model().AddCircle({x, y, z}, diameter / 2)->SetLayer(layers::RouteCirclePV);
     }
+    /// The part's faces and their edges, as the host's command leaves them.
+    void BreakDown(Acad3DSolid& part) {
+        AddLayer(document, layers::BrenvikExplode);
+        part.Copy()->SetLayer(layers::BrenvikExplode);
+        LockAllLayers(document);
+        UnlockLayer(document, layers::BrenvikExplode);
+        document.SendCommand("Explode all  ");
+        document.SendCommand("Explode all  ");
+        UnlockAllLayers(document);
+    }
     RunState Routed(Acad3DSolid& solid, Target target = Target::C2C) {
         RunState run = State(solid, target);
         RecogniseRoutes(run);
@@ -247,6 +257,39 @@ TEST_F(RoutingPaths, UprightAndSlantedEdgesAreNotGathered) {
     const RunState run = Routed(part);
     EXPECT_EQ(run.NeedSecondSide, 0);
     EXPECT_EQ(AllOn<AcadEntity>(document, layers::BrenvikExplode).size(), 3U);
+}
+
+TEST_F(RoutingPaths, ABrokenDownPartGivesOnePathForEachFloor) {
+    Acad3DSolid& part = Part();
+    Take(part, Body(RoundedRectangle(100, 100, 300, 200, 10), 12, 18));
+    Take(part, Body(Rectangle(400, -1, 419, 401), 9, 19));
+    Take(part, Body(Rectangle(150, 120, 250, 180), 6, 12));
+    BreakDown(part);
+    const RunState run = Routed(part);
+    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_EQ(run.RouteCount, 4);
+    EXPECT_EQ(On("RT_Z9_").size(), 1U);
+    EXPECT_EQ(On("PKC_Z12_").size(), 1U);
+    // The inner edge of the step, and the rounded pocket with the bit of its corners.
+    EXPECT_EQ(On("PKC_Z6_").size(), 1U);
+    EXPECT_EQ(On("RT_Z6_").size(), 1U);
+}
+
+TEST_F(RoutingPaths, ABoreThatMeetsABlindHoleNeedsNoHandWork) {
+    // A cam fitting: the edge of bore and hole is no plane curve.
+    Acad3DSolid& part = Part();
+    Take(part, *Model().AddCylinder({34, 100, 11.5}, 7.5, 13));
+    Acad3DSolid& bore = *Model().AddCylinder({0, 0, 17}, 4, 34);
+    bore.Rotate3D({0, 0, 0}, {0, 1, 0}, std::numbers::pi / 2);
+    bore.Move({0, 0, 0}, {0, 100, 9});
+    Take(part, bore);
+    BreakDown(part);
+    ASSERT_TRUE(std::ranges::any_of(DrawnIn(document),
+                                    [](const Drawn& drawn) { return drawn.kind == "AcDbSpline"; }));
+    const RunState run = Routed(part);
+    EXPECT_EQ(run.RouteSkip, 0);
+    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_TRUE(Messages().empty());
 }
 
 TEST_F(RoutingPaths, AnUnknownMaterialGivesThePartUp) {

@@ -6,7 +6,6 @@
 namespace brenvik {
 namespace {
 
-using app::Axis;
 using app::Workpiece;
 
 class RoutingWholeParts : public CheckedRunTest {
@@ -75,17 +74,6 @@ TEST_F(RoutingWholeParts, CrossingDadosOfTwoDepths) {
     board.Cut({-1, 200, 6}, {601, 219, 19});
     ExpectSound(board);
     EXPECT_TRUE(FilesIn(SecondSideFolder).empty());
-}
-
-TEST_F(RoutingWholeParts, ABoreThatMeetsABlindHoleNeedsNoHandWork) {
-    // A cam fitting: the edge of bore and hole is no plane curve.
-    Workpiece board = Board(600, 400, 18);
-    board.Drill({34, 100, 18}, Axis::Z, -13, 15);
-    board.Drill({0, 100, 9}, Axis::X, 34, 8);
-    Lay(board.Solid(), 31, -17, 123, {1234.5, -678.25, 91});
-    RunAll();
-    EXPECT_FALSE(Told("by hand"));
-    EXPECT_TRUE(FirstSide()) << Messages().at(1);
 }
 
 TEST_F(RoutingWholeParts, APocketAroundAnIslandIsTold) {
