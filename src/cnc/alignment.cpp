@@ -47,6 +47,8 @@ void ExplodeFacesToEdges(AcadDocument& drawing, const FlatFaces& faces) {
     faces.NextRegion.region->SetLayer(layers::NextBiggestRegion);
     AddLayer(drawing, layers::RegionCopy, RegionCopyColor);
     largest.Copy()->SetLayer(layers::RegionCopy);
+    // Where nothing lies against the largest face, it may have been set aside itself; its edges are needed.
+    if (faces.NextRegion.region == &largest) largest.Copy()->SetLayer(layers::Region);
     LockLayer(drawing, layers::RegionCopy);
     UnlockLayer(drawing, layers::BrenvikExplode);
     LockLayer(drawing, layers::NextBiggestRegion);

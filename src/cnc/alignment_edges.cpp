@@ -52,14 +52,6 @@ std::vector<Edge> EdgesOf(AcadDocument& drawing) {
     return edges;
 }
 
-/// The first line of the drawing unless the largest face has a longer one.
-const Edge& LongestLine(const std::vector<Edge>& edges) {
-    const Edge* longest = &edges.front();
-    for (const Edge& edge : edges)
-        if (edge.owner == EdgeOf::LargestFace && edge.length > longest->length) longest = &edge;
-    return *longest;
-}
-
 bool IsTwin(const Edge& a, const Edge& b) {
     return (NearlyEqual(a.start, b.start) && NearlyEqual(a.end, b.end)) ||
            (NearlyEqual(a.start, b.end) && NearlyEqual(a.end, b.start));
@@ -73,6 +65,22 @@ Point3 Across(const Point3& vector, const Point3& direction) {
 Point3 DirectionOf(const Edge& edge) {
     const Point3 delta = Difference(edge.end, edge.start);
     return Along({}, delta, 1 / Size(delta));
+}
+
+bool LiesAlong(const Edge& edge, const Point3& faceNormal) {
+    return std::abs(Dot(DirectionOf(edge), faceNormal)) <= SameDirection;
+}
+
+/// The first line of the drawing unless the largest face has a longer one. A first line that leans against
+/// the face, as the arris of a tapered leg does, would have the part lean too: any edge of the face is
+/// better.
+const Edge& LongestLine(const std::vector<Edge>& edges, const Point3& faceNormal) {
+    const Edge* longest = &edges.front();
+    for (const Edge& edge : edges) {
+        if (edge.owner != EdgeOf::LargestFace) continue;
+        if (edge.length > longest->length || !LiesAlong(*longest, faceNormal)) longest = &edge;
+    }
+    return *longest;
 }
 
 /// An edge that runs on in the line of another says nothing of the side on which the part lies.
@@ -114,7 +122,7 @@ Point3 TowardsY(const Edge& connected, const Edge& longest, const Point3& faceNo
     const double small = SameDirection * Size(across);
     const double above = Dot(across, faceNormal);
     const bool bevelled = std::abs(above) > small && Size(Along(across, faceNormal, -above)) > small;
-    if (!bevelled || std::abs(Dot(x, faceNormal)) > SameDirection) return far;
+    if (!bevelled || !LiesAlong(longest, faceNormal)) return far;
     return Along(longest.start, faceNormal, above);
 }
 
@@ -124,7 +132,7 @@ std::variant<SquaringPoints, MissingEdge> FindSquaringPoints(AcadDocument& drawi
                                                              const Point3& faceNormal) {
     const std::vector<Edge> edges = EdgesOf(drawing);
     if (edges.empty()) return MissingEdge::Line;
-    const Edge& longest = LongestLine(edges);
+    const Edge& longest = LongestLine(edges, faceNormal);
     const Edge* connected = ConnectedLine(edges, longest);
     if (connected == nullptr) return MissingEdge::ConnectedLine;
     return SquaringPoints{longest.start, longest.end, TowardsY(*connected, longest, faceNormal)};

@@ -45,6 +45,13 @@ TEST_F(Edges, TheFirstLineOfTheDrawingStaysUnlessTheFaceHasALongerOne) {
     ExpectPoint(points.towardsY, {0, 0, 0});
 }
 
+TEST_F(Edges, AFirstLineThatLeansAgainstTheFaceGivesWayToAnyEdgeOfTheFace) {
+    Line(layers::BrenvikExplode, {0, 0, 0}, {10, 10, 700});
+    Line(layers::Region, {0, 0, 0}, {60, 0, 0});
+    Line(layers::BrenvikExplode, {0, 0, 0}, {0, 0, 18});
+    ExpectPoint(Found().onX, {60, 0, 0});
+}
+
 TEST_F(Edges, OfEqualConnectedEdgesTheFirstCounts) {
     Line(layers::Region, {0, 0, 0}, {100, 0, 0});
     Line(layers::BrenvikExplode, {0, 0, 100}, {0, 0, 0});

@@ -50,6 +50,8 @@ class AlignmentTest : public CncTest {
     Acad3DSolid& MitredRail() { return Prism(std::to_array<double>({0, 0, 600, 0, 530, 70, 70, 70}), 20); }
     /// A rail of 600 with one long edge bevelled at 45 degrees, as at the corner of a box.
     Acad3DSolid& BevelledRail() { return Prism(std::to_array<double>({0, 0, 100, 0, 80, 20, 0, 20}), 600); }
+    /// A wedge: its slope is the largest face, and nothing lies against it.
+    Acad3DSolid& Wedge() { return Prism(std::to_array<double>({0, 0, 300, 0, 0, 100}), 600); }
     /// Two crossing cylinders have what is in both of them: round all over, and not a straight edge.
     Acad3DSolid& NothingFlat(double degrees = 90) {
         AcadBlock& space = document.ModelSpace();

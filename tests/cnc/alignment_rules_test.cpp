@@ -153,15 +153,46 @@ TEST_F(AlignmentRules, OnTheSecondSideTheFacesSwapAndThePartIsTurnedOver) {
 }
 
 TEST_F(AlignmentRules, ASolidWithNoFaceAgainstTheLargestKeepsTheFirstRegionAsTheNext) {
-    // A wedge: the slope is the largest face, and nothing lies against it.
-    Acad3DSolid& wedge = Prism(std::to_array<double>({0, 0, 300, 0, 0, 100}), 600);
-    HostDocument& part = OpenAsPart(wedge);
+    HostDocument& part = OpenAsPart(Wedge());
     ExplodeCopyToFaces(part, LastSolid(part));
     const std::vector<AcadRegion*> regions = All<AcadRegion>(part);
     const std::optional<FlatFaces> faces = FindFaces(part);
     ASSERT_TRUE(faces);
     EXPECT_NEAR(faces->LargestRegion.area, 600 * std::hypot(300, 100), 1e-5);
     EXPECT_EQ(faces->NextRegion.region, regions.front());
+}
+
+TEST_F(AlignmentRules, ASolidWithNoFaceAgainstTheLargestLiesOnTheLargest) {
+    for (const Pose& pose : poses) {
+        Acad3DSolid& wedge = Wedge();
+        ASSERT_EQ(AlignAt(wedge, pose), PartStep::GoOn);
+        const double slope = std::hypot(300, 100);
+        ExpectPoint(PartBox().max, {600, slope, 300 * 100 / slope});
+        EXPECT_NEAR(RegionOn(layers::RegionCopy).GetBoundingBox().max.z, 0, 1e-7);
+        run.part->Close(false);
+        TheSession().AcadDoc = &document;
+        wedge.Delete();
+    }
+}
+
+TEST_F(AlignmentRules, ALargestFaceThatIsSetAsideItselfStillGivesItsEdges) {
+    // The slope is the first face of one of them.
+    int setAside = 0;
+    for (const auto& outline :
+         {std::to_array<double>({300, 0, 0, 100, 0, 0}), std::to_array<double>({0, 0, 300, 0, 0, 100}),
+          std::to_array<double>({0, 100, 0, 0, 300, 0})}) {
+        Acad3DSolid& wedge = Prism(outline, 600);
+        ASSERT_EQ(Align(wedge), PartStep::GoOn);
+        if (std::abs(RegionOn(layers::NextBiggestRegion).Area() - RegionOn(layers::RegionCopy).Area()) < 1)
+            ++setAside;
+        EXPECT_NEAR(RegionOn(layers::RegionCopy).GetBoundingBox().max.z, 0, 1e-7);
+        EXPECT_EQ(AllOn<AcadRegion>(*run.part, layers::NextBiggestRegion).size(), 1U);
+        EXPECT_FALSE(AllOn<AcadLine>(*run.part, layers::Region).empty());
+        run.part->Close(false);
+        TheSession().AcadDoc = &document;
+        wedge.Delete();
+    }
+    EXPECT_EQ(setAside, 1);
 }
 
 TEST_F(AlignmentRules, OfTwoEqualFacesTheFirstIsTheLargestAndTheOtherLiesAgainstIt) {
