@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "base/numbers.h"
 #include "base/skip.h"
@@ -85,12 +86,12 @@ PartStep CutOut(RunState& run, AcadLWPolyline& contour) {
     return PartStep::GoOn;
 }
 
-PartStep CutOutContours(RunState& run, bool& leftForOtherSide) {
-    leftForOtherSide = false;
+PartStep CutOutContours(RunState& run, std::vector<LeftContour>& left) {
     for (AcadLWPolyline* contour : AllOn<AcadLWPolyline>(*run.part, layers::ThroughxRoute)) {
+        LeftContour seen{contour->Coordinates(), FootprintOf(*contour)};
         const int routes = run.RouteCount;
         if (CutOut(run, *contour) == PartStep::SkipPart) return PartStep::SkipPart;
-        if (run.RouteCount == routes) leftForOtherSide = true;
+        if (run.RouteCount == routes) left.push_back(std::move(seen));
     }
     return PartStep::GoOn;
 }

@@ -1,6 +1,10 @@
 // Contours that are cut right through the inside of a part.
 #pragma once
 
+#include <string_view>
+#include <vector>
+
+#include "cnc/polyline_shape.h"
 #include "cnc/run_state.h"
 #include "session/host_interface.h"
 
@@ -17,9 +21,14 @@ double TopPlane(const RunState& run);
 /// left for the other side. Skips the part where no bit is chosen, which has been told then.
 PartStep CutOut(RunState& run, AcadLWPolyline& contour);
 
-/// The same for every polyline on `ThroughxRoute`, in drawing order. Tells in `leftForOtherSide` whether a
-/// contour was left.
-PartStep CutOutContours(RunState& run, bool& leftForOtherSide);
+/// A contour of the kept face that no path was made of, as it lay.
+struct LeftContour {
+    std::vector<double> coordinates;
+    Footprint footprint;
+};
+
+/// The same for every polyline on `ThroughxRoute`, in drawing order. Tells those that were left.
+PartStep CutOutContours(RunState& run, std::vector<LeftContour>& left);
 
 /// Notes something that no operation was made for, once.
 void NotePassedOver(RunState& run, std::string_view text);

@@ -120,8 +120,8 @@ PartStep MakeOutline(RunState& run) {
     TopView(drawing);
     run.app->ZoomExtents();
     AcadLWPolyline* outline = SortContours(drawing);
-    bool leftForOtherSide = false;
-    if (CutOutContours(run, leftForOtherSide) == PartStep::SkipPart) return PartStep::SkipPart;
+    std::vector<LeftContour> left;
+    if (CutOutContours(run, left) == PartStep::SkipPart) return PartStep::SkipPart;
 
     TrueOutline profile(run);
     profile.Begin(outline);
@@ -130,7 +130,7 @@ PartStep MakeOutline(RunState& run) {
     DropPocketsCutThrough(run);
     ConvertPockets(run);
     DropCirclesCutThrough(run);
-    return profile.Finish(leftForOtherSide);
+    return profile.Finish(left);
 }
 
 }  // namespace brenvik

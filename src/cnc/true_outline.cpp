@@ -30,7 +30,7 @@ constexpr double Above = 0.01;
 constexpr double Far = 100000;
 /// The join is over when the curves that it has left, added up round by round, come to this.
 constexpr int CurvesInAll = 50;
-/// How far the body that holds all within the outline stands clear of the part, above and below.
+/// How far the frame around the outline stands clear of the part.
 constexpr double Clear = 1;
 constexpr double NoTaper = 0;
 constexpr int VolumeDecimals = 6;
@@ -105,39 +105,94 @@ void TrueOutline::Unite(AcadRegion* section) {
         mRegion->Boolean(BooleanKind::Union, *section);
 }
 
-/// Whether anything of the part is left when all that stands within the outline is taken away.
+/// Whether anything of the part stands on a frame around the outline.
 bool TrueOutline::ReachesBeyond() {
     if (mProfile == nullptr) return true;
     if (FillsTheBox()) return false;
     AcadDocument& drawing = *mRun.part;
     Acad3DSolid& part = LastSolid(drawing);
-    const std::array<AcadEntity*, 1> curves{mProfile};
-    std::vector<AcadRegion*> regions;
-    // A path that the modeller makes no region of is no measure of the part.
-    if (!Skip([&] { regions = drawing.ModelSpace().AddRegion(curves); })) return true;
-    AcadRegion& region = *regions.front();
-    region.Move({0, 0, 0}, {0, 0, Clear});
-    const double height = mRun.PartThickness + 2 * Clear;
-    Acad3DSolid* within =
-        drawing.ModelSpace().AddExtrudedSolid(region, region.Normal().z < 0 ? height : -height, NoTaper);
-    region.Delete();
-    auto* rest = dynamic_cast<Acad3DSolid*>(part.Copy());
-    double beyond = 0;
-    // Of a part that lies within nothing is left, and nothing has no volume.
+    const Box3 box = part.GetBoundingBox();
+    const double left = box.min.x - Clear, right = box.max.x + Clear, front = box.min.y - Clear,
+                 back = box.max.y + Clear;
+    AcadLWPolyline* rim = drawing.ModelSpace().AddLightWeightPolyline(
+        std::array{left, front, right, front, right, back, left, back});
+    rim->SetClosed(true);
+    rim->SetElevation(mProfile->Elevation());
+    std::vector<AcadEntity*> trials{rim};
+    // Where the trial fails the sections tell.
+    bool beyond = true;
     Skip([&] {
-        rest->Boolean(BooleanKind::Subtraction, *within);
-        beyond = rest->Volume();
+        const auto regionOf = [&](AcadEntity* curve) {
+            AcadRegion* region = drawing.ModelSpace().AddRegion(std::array{curve}).front();
+            trials.push_back(region);
+            return region;
+        };
+        AcadRegion* frame = regionOf(rim);
+        frame->Boolean(BooleanKind::Subtraction, *regionOf(mProfile));
+        frame->Move({0, 0, 0}, {0, 0, Clear});
+        const double height = mRun.PartThickness + 2 * Clear;
+        Acad3DSolid* around =
+            drawing.ModelSpace().AddExtrudedSolid(*frame, frame->Normal().z < 0 ? height : -height, NoTaper);
+        trials.push_back(around);
+        auto* rest = dynamic_cast<Acad3DSolid*>(part.Copy());
+        trials.push_back(rest);
+        rest->Boolean(BooleanKind::Subtraction, *around);
+        beyond =
+            RoundHalfEven(rest->Volume(), VolumeDecimals) < RoundHalfEven(mRun.PartVolume, VolumeDecimals);
     });
-    for (Acad3DSolid* trial : {within, rest}) Skip([trial] { trial->Delete(); });
-    return RoundHalfEven(beyond, VolumeDecimals) > 0;
+    for (AcadEntity* trial : trials) Skip([trial] { trial->Delete(); });
+    return beyond;
+}
+
+/// Takes a copy of the part apart to its edges.
+void TrueOutline::TakeEdges() {
+    if (!mEdges.empty()) return;
+    AcadDocument& drawing = *mRun.part;
+    AcadEntity* copy = LastSolid(drawing).Copy();
+    copy->SetLayer(layers::regionPV2);
+    LockAllLayers(drawing);
+    UnlockLayer(drawing, layers::regionPV2);
+    for (int round = 0; round < 2; ++round) drawing.SendCommand(ExplodeCommand);
+    for (AcadEntity* edge : AllOn<AcadEntity>(drawing, layers::regionPV2)) {
+        if (const auto* line = dynamic_cast<const AcadLine*>(edge)) {
+            const Point3 from = line->StartPoint();
+            mEdges.push_back({from, line->EndPoint(), from.z, false});
+        } else if (const auto* arc = dynamic_cast<const AcadArc*>(edge)) {
+            mEdges.push_back({arc->StartPoint(), arc->EndPoint(), arc->Center().z, false});
+        } else if (const auto* circle = dynamic_cast<const AcadCircle*>(edge)) {
+            const Point3 center = circle->Center();
+            mEdges.push_back({center, center, center.z, true});
+        }
+        edge->Delete();
+    }
+    UnlockAllLayers(drawing);
+}
+
+/// Whether a level edge of the part runs within the contour and isn't its own. Full circles don't count:
+/// they are holes and circular routes, which have recognisers of their own.
+bool TrueOutline::MayBeNarrower(const LeftContour& contour) const {
+    const auto isCorner = [&contour](const Point3& point) {
+        for (std::size_t i = 0; i + 1 < contour.coordinates.size(); i += 2)
+            if (NearlyEqual(contour.coordinates[i], point.x) &&
+                NearlyEqual(contour.coordinates[i + 1], point.y))
+                return true;
+        return false;
+    };
+    const Footprint& box = contour.footprint;
+    return std::ranges::any_of(mEdges, [&](const Edge& edge) {
+        if (edge.full || !NearlyEqual(edge.from.z, edge.to.z)) return false;
+        const double x = (edge.from.x + edge.to.x) / 2, y = (edge.from.y + edge.to.y) / 2;
+        const bool within = x > box.minX && x < box.maxX && y > box.minY && y < box.maxY &&
+                            !NearlyEqual(x, box.minX) && !NearlyEqual(x, box.maxX) &&
+                            !NearlyEqual(y, box.minY) && !NearlyEqual(y, box.maxY);
+        return within && !(isCorner(edge.from) && isCorner(edge.to));
+    });
 }
 
 /// The heights of the steps, and those at which an edge of the part begins, ends or turns: between two of
 /// these a part of flat faces is nowhere wider than at both. The lowest face and the top face are among them.
-std::vector<double> TrueOutline::Heights() {
-    AcadDocument& drawing = *mRun.part;
-    Acad3DSolid& part = LastSolid(drawing);
-    const Box3 box = part.GetBoundingBox();
+std::vector<double> TrueOutline::Heights() const {
+    const Box3 box = LastSolid(*mRun.part).GetBoundingBox();
     // Told apart by what they round to, and kept as they are: a rounded plane may miss the top face.
     std::map<double, double> levels;
     const auto add = [&](double height) {
@@ -146,25 +201,8 @@ std::vector<double> TrueOutline::Heights() {
     };
     add(box.min.z);
     add(box.max.z);
-    AcadEntity* copy = part.Copy();
-    copy->SetLayer(layers::regionPV2);
-    LockAllLayers(drawing);
-    UnlockLayer(drawing, layers::regionPV2);
-    for (int round = 0; round < 2; ++round) drawing.SendCommand(ExplodeCommand);
-    for (AcadEntity* edge : AllOn<AcadEntity>(drawing, layers::regionPV2)) {
-        if (const auto* line = dynamic_cast<const AcadLine*>(edge)) {
-            add(line->StartPoint().z);
-            add(line->EndPoint().z);
-        } else if (const auto* arc = dynamic_cast<const AcadArc*>(edge)) {
-            add(arc->StartPoint().z);
-            add(arc->EndPoint().z);
-            add(arc->Center().z);
-        } else if (const auto* circle = dynamic_cast<const AcadCircle*>(edge)) {
-            add(circle->Center().z);
-        }
-        edge->Delete();
-    }
-    UnlockAllLayers(drawing);
+    for (const Edge& edge : mEdges)
+        for (const double height : {edge.from.z, edge.to.z, edge.centerZ}) add(height);
     std::vector<double> heights;
     for (const auto& [rounded, height] : levels) heights.push_back(height);
     const double step = mRun.Metric() ? MetricStep : ImperialStep;
@@ -245,9 +283,13 @@ PartStep TrueOutline::TakeContours() {
     return PartStep::GoOn;
 }
 
-PartStep TrueOutline::Finish(bool contoursLeft) {
-    if (contoursLeft || ReachesBeyond()) {
-        UniteSections(contoursLeft);
+PartStep TrueOutline::Finish(const std::vector<LeftContour>& left) {
+    if (!left.empty()) TakeEdges();
+    const bool narrower =
+        std::ranges::any_of(left, [this](const LeftContour& contour) { return MayBeNarrower(contour); });
+    if (narrower || ReachesBeyond()) {
+        TakeEdges();
+        UniteSections(narrower);
         JoinRegion();
         if (TakeContours() == PartStep::SkipPart) return PartStep::SkipPart;
     }

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "cnc/cut_outs.h"
 #include "cnc/run_state.h"
 #include "session/host_interface.h"
 
@@ -21,21 +22,31 @@ class TrueOutline {
     /// contour that is free all through the part, and that no path follows yet, becomes a cut-out.
     ///
     /// The part is only sliced where that can change anything: where it reaches beyond the outline, and where
-    /// contours of the kept face were left for the other side (`contoursLeft`), since their opening may be
-    /// narrower further up.
-    PartStep Finish(bool contoursLeft);
+    /// a contour of the kept face was left for the other side (`left`) and has edges of the part within it,
+    /// since its opening may be narrower further up.
+    PartStep Finish(const std::vector<LeftContour>& left);
 
   private:
     void NameProfile(AcadLWPolyline& profile) const;
     bool FillsTheBox() const;
     bool ReachesBeyond();
-    std::vector<double> Heights();
+    void TakeEdges();
+    bool MayBeNarrower(const LeftContour& contour) const;
+    std::vector<double> Heights() const;
     void Unite(AcadRegion* section);
     void UniteSections(bool withOpenings);
     void JoinRegion();
     PartStep TakeContours();
 
+    /// An edge of the part: its ends, and the height of its centre where it is round.
+    struct Edge {
+        Point3 from, to;
+        double centerZ = 0;
+        bool full = false;  ///< A full circle.
+    };
+
     RunState& mRun;
+    std::vector<Edge> mEdges;
     AcadLWPolyline* mProfile = nullptr;
     AcadRegion* mRegion = nullptr;
 };

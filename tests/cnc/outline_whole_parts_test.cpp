@@ -1,0 +1,238 @@
+// Whole runs of parts whose outlines, cut-outs and pockets are out of the common: the operations of the files
+// are put back onto the part.
+#include <numbers>
+#include <set>
+#include <utility>
+
+#include "cnc/checker.h"
+
+namespace brenvik {
+namespace {
+
+struct Corner {
+    double x = 0, y = 0, bulge = 0;
+};
+
+const double Quarter = std::tan(std::numbers::pi / 8);
+constexpr double Half = 1;
+
+std::vector<Corner> Rectangle(double left, double front, double right, double back) {
+    return {{left, front}, {right, front}, {right, back}, {left, back}};
+}
+
+std::vector<Corner> Rounded(double left, double front, double right, double back, double r) {
+    return {{left + r, front}, {right - r, front, Quarter}, {right, front + r}, {right, back - r, Quarter},
+            {right - r, back}, {left + r, back, Quarter},   {left, back - r},   {left, front + r, Quarter}};
+}
+
+class WholeOutlineTest : public CheckedRunTest {
+  protected:
+    Acad3DSolid& Body(const std::vector<Corner>& shape, double bottom, double top) {
+        AcadBlock& space = document.ModelSpace();
+        std::vector<double> flat;
+        for (const Corner& corner : shape) flat.insert(flat.end(), {corner.x, corner.y});
+        AcadLWPolyline* polyline = space.AddLightWeightPolyline(flat);
+        polyline->SetClosed(true);
+        for (std::size_t i = 0; i < shape.size(); ++i)
+            polyline->SetBulge(static_cast<int>(i), shape[i].bulge);
+        polyline->SetElevation(bottom);
+        return Swept(polyline, {}, top - bottom);
+    }
+    /// The same all along X: an outline in Y and Z.
+    Acad3DSolid& AlongX(const std::vector<std::pair<double, double>>& outline, double length) {
+        std::vector<AcadEntity*> curves;
+        for (std::size_t i = 0; i < outline.size(); ++i) {
+            const auto& [y, z] = outline[i];
+            const auto& [nextY, nextZ] = outline[(i + 1) % outline.size()];
+            curves.push_back(document.ModelSpace().AddLine({0, y, z}, {0, nextY, nextZ}));
+        }
+        return Swept(nullptr, curves, length);
+    }
+    void Take(Acad3DSolid& part, const std::vector<Corner>& shape, double bottom, double top) {
+        part.Boolean(BooleanKind::Subtraction, Body(shape, bottom, top));
+    }
+    /// Lays the part askew, runs C2C, and expects files without fault.
+    void ExpectSound(Acad3DSolid& part, const CheckOptions& options = {}, Target target = Target::C2C) {
+        GivePartData(part, "Panel");
+        Lay(part, 31, -17, 123, {1234.5, -678.25, 91});
+        RunAll(target);
+        EXPECT_EQ(Faults(part, 0, options), std::vector<std::string>{});
+        EXPECT_EQ(Messages().size(), 2U) << (Messages().size() > 1 ? Messages()[1] : "");
+    }
+    std::vector<Drawn> First(std::string_view prefix) {
+        const std::optional<std::vector<Drawn>> drawn = FirstSide();
+        return drawn ? OnLayers(*drawn, prefix) : std::vector<Drawn>();
+    }
+    static std::size_t Arcs(const Drawn& path) {
+        return static_cast<std::size_t>(
+            std::ranges::count_if(path.bulges, [](double bulge) { return bulge != 0; }));
+    }
+    static std::pair<double, double> Extents(const Drawn& path) {
+        double left = 1e9, right = -1e9, front = 1e9, back = -1e9;
+        for (const Point3& point : path.points) {
+            left = std::min(left, point.x);
+            right = std::max(right, point.x);
+            front = std::min(front, point.y);
+            back = std::max(back, point.y);
+        }
+        return {right - left, back - front};
+    }
+
+  private:
+    Acad3DSolid& Swept(AcadEntity* single, std::vector<AcadEntity*> curves, double height) {
+        AcadBlock& space = document.ModelSpace();
+        if (single != nullptr) curves = {single};
+        AcadRegion* region = space.AddRegion(curves).front();
+        const Point3 normal = region->Normal();
+        Acad3DSolid* solid =
+            space.AddExtrudedSolid(*region, normal.x + normal.y + normal.z < 0 ? -height : height, 0);
+        region->Delete();
+        for (AcadEntity* curve : curves) curve->Delete();
+        return *solid;
+    }
+};
+
+TEST_F(WholeOutlineTest, ANotchedPartWithAWindow) {
+    Acad3DSolid& part =
+        Body({{0, 0}, {600, 0}, {600, 400}, {350, 400}, {350, 330}, {250, 330}, {250, 400}, {0, 400}}, 0, 18);
+    Take(part, Rectangle(100, 100, 300, 200), -1, 19);
+    ExpectSound(part);
+    EXPECT_EQ(First("OT_").at(0).points.size(), 8U);
+    EXPECT_EQ(First("RT_").size(), 1U);
+    EXPECT_FALSE(SecondSide());
+}
+
+TEST_F(WholeOutlineTest, RoundedOutlineAndRoundedWindow) {
+    Acad3DSolid& part = Body(Rounded(0, 0, 600, 400, 60), 0, 18);
+    Take(part, Rounded(100, 100, 300, 250, 20), -1, 19);
+    ExpectSound(part);
+    EXPECT_EQ(First("OT_").at(0).points.size(), 8U);
+    EXPECT_EQ(Arcs(First("OT_").at(0)), 4U);
+    ASSERT_EQ(First("RT_").size(), 1U);
+    EXPECT_EQ(First("RT_")[0].points.size(), 8U);
+    EXPECT_EQ(Arcs(First("RT_")[0]), 4U);
+    EXPECT_FALSE(SecondSide());
+}
+
+TEST_F(WholeOutlineTest, AnObroundPart) {
+    ExpectSound(Body({{100, 0}, {500, 0, Half}, {500, 200}, {100, 200, Half}}, 0, 18));
+    EXPECT_EQ(First("OT_").at(0).points.size(), 4U);
+    EXPECT_FALSE(SecondSide());
+}
+
+TEST_F(WholeOutlineTest, AHalfDisc) {
+    ExpectSound(Body({{0, 0}, {400, 0, Half}}, 0, 18));
+    EXPECT_EQ(First("OT_").at(0).points.size(), 2U);
+}
+
+TEST_F(WholeOutlineTest, AHalfRoundWindow) {
+    Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
+    Take(part, {{200, 150}, {300, 150, Half}}, -1, 19);
+    ExpectSound(part);
+    EXPECT_EQ(First("RT_").size(), 1U);
+}
+
+TEST_F(WholeOutlineTest, AnObroundPocketRaisesNoSecondSide) {
+    Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
+    Take(part, {{100, 100}, {300, 100, Half}, {300, 160}, {100, 160, Half}}, 10, 19);
+    ExpectSound(part);
+    EXPECT_EQ(First("PKC_").size() + First("RT_").size(), 1U);
+    EXPECT_FALSE(SecondSide());
+}
+
+TEST_F(WholeOutlineTest, APocketOfArcsAloneRaisesNoSecondSide) {
+    Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
+    Take(part, {{100, 100, 0.4}, {300, 100, 0.4}, {200, 250, 0.4}}, 10, 19);
+    ExpectSound(part);
+    EXPECT_FALSE(SecondSide());
+}
+
+TEST_F(WholeOutlineTest, ARoundPocketWiderThanDrillsRaisesNoSecondSide) {
+    app::Workpiece board = Board(600, 400, 18);
+    board.Drill({200, 200, 18}, app::Axis::Z, -8, 80);
+    ExpectSound(board.Solid());
+    EXPECT_EQ(First("PKS_").size(), 1U);
+    EXPECT_FALSE(SecondSide());
+}
+
+TEST_F(WholeOutlineTest, ARoundedWindowInsideAPocketConvertsIt) {
+    Set("PocketConversion", "1");
+    Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
+    Take(part, Rounded(100, 100, 400, 300, 20), 12, 19);
+    Take(part, Rounded(150, 150, 350, 250, 20), -1, 19);
+    // The ledge between the two is left standing by the route that the pocket has become.
+    ExpectSound(part, {.uncovered = 1e9, .twice = {}});
+    EXPECT_TRUE(First("PKC_").empty());
+}
+
+TEST_F(WholeOutlineTest, ATongueInTheMiddleOfAnEdge) {
+    Acad3DSolid& part =
+        AlongX({{0, 0}, {390, 0}, {390, 6}, {400, 6}, {400, 12}, {390, 12}, {390, 18}, {0, 18}}, 600);
+    ExpectSound(part, {.uncovered = 1e9, .twice = {}});
+    const auto [long_, wide] = Extents(First("OT_").at(0));
+    EXPECT_NEAR(std::min(long_, wide), 400, 1e-6);
+    EXPECT_EQ(First("OT_").at(0).points.size(), 4U);
+}
+
+TEST_F(WholeOutlineTest, ALeaningPart) {
+    ExpectSound(AlongX({{0, 0}, {390, 0}, {400, 18}, {10, 18}}, 600), {.uncovered = 1e9, .twice = {}});
+    const auto [long_, wide] = Extents(First("OT_").at(0));
+    EXPECT_NEAR(std::min(long_, wide), 400, 1e-6);
+}
+
+TEST_F(WholeOutlineTest, ARidgeBetweenTwoBevels) {
+    // The ridge lies between two steps.
+    Acad3DSolid& part = AlongX({{0, 0}, {390, 0}, {400, 8.6}, {390, 18}, {0, 18}}, 600);
+    ExpectSound(part, {.uncovered = 1e9, .twice = {}});
+    const auto [long_, wide] = Extents(First("OT_").at(0));
+    EXPECT_NEAR(std::min(long_, wide), 400, 1e-6);
+}
+
+TEST_F(WholeOutlineTest, AWindowWithALedgeBelow) {
+    Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
+    Take(part, Rectangle(80, 80, 320, 220), -1, 8);
+    Take(part, Rectangle(100, 100, 300, 200), -1, 19);
+    // The larger face goes down: the ledge comes up, a pocket around the window.
+    ExpectSound(part, {.uncovered = 0, .twice = {"PKC_"}});
+}
+
+TEST_F(WholeOutlineTest, AWindowWithALedgeOnBothSides) {
+    Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
+    Take(part, Rectangle(80, 80, 320, 220), -1, 6);
+    Take(part, Rectangle(70, 70, 330, 230), 12, 19);
+    Take(part, Rectangle(100, 100, 300, 200), -1, 19);
+    ExpectSound(part, {.uncovered = 0, .twice = {"RT_", "PKC_"}});
+}
+
+TEST_F(WholeOutlineTest, GroovesOnBothFacesAndAWindowBeside) {
+    Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
+    Take(part, Rectangle(350, -1, 370, 401), -1, 5);
+    Take(part, Rectangle(200, -1, 220, 401), 13, 19);
+    Take(part, Rectangle(450, 100, 550, 200), -1, 19);
+    Take(part, Rectangle(50, 100, 150, 200), -1, 19);
+    ExpectSound(part, {.uncovered = 0, .twice = {"RT_"}});
+    EXPECT_EQ(First("OT_").at(0).points.size(), 4U);
+}
+
+TEST_F(WholeOutlineTest, EveryTargetNamesOutlineAndWindow) {
+    for (const Target target : AllTargets) {
+        for (Acad3DSolid* old : All<Acad3DSolid>(document)) old->Delete();
+        Acad3DSolid& part = Body({{0, 0}, {600, 0}, {600, 300}, {400, 300}, {400, 400}, {0, 400}}, 0, 18);
+        Take(part, Rounded(100, 100, 300, 250, 20), -1, 19);
+        GivePartData(part, "Panel");
+        RunAll(target);
+        const std::optional<std::vector<Drawn>> drawn = FirstSide();
+        ASSERT_TRUE(drawn) << static_cast<int>(target);
+        std::size_t outlines = 0, windows = 0;
+        for (const Drawn& path : *drawn) {
+            if (path.kind != "AcDbPolyline") continue;
+            outlines += path.color == 2 && path.points.size() == 6 ? 1 : 0;
+            windows += path.color == 1 && path.points.size() == 8 ? 1 : 0;
+        }
+        EXPECT_EQ(outlines, 1U) << static_cast<int>(target);
+        EXPECT_EQ(windows, 1U) << static_cast<int>(target);
+    }
+}
+
+}  // namespace
+}  // namespace brenvik
