@@ -105,10 +105,9 @@ void TrueOutline::Unite(AcadRegion* section) {
         mRegion->Boolean(BooleanKind::Union, *section);
 }
 
-/// Whether anything of the part stands on a frame around the outline.
-bool TrueOutline::ReachesBeyond() {
-    if (mProfile == nullptr) return true;
-    if (FillsTheBox()) return false;
+/// Whether anything of the part stands outside a region that lies on the top plane: on a frame around it, or
+/// on its openings. The region is used up.
+bool TrueOutline::StandsOutside(AcadRegion& covered) const {
     AcadDocument& drawing = *mRun.part;
     Acad3DSolid& part = LastSolid(drawing);
     const Box3 box = part.GetBoundingBox();
@@ -117,18 +116,14 @@ bool TrueOutline::ReachesBeyond() {
     AcadLWPolyline* rim = drawing.ModelSpace().AddLightWeightPolyline(
         std::array{left, front, right, front, right, back, left, back});
     rim->SetClosed(true);
-    rim->SetElevation(mProfile->Elevation());
-    std::vector<AcadEntity*> trials{rim};
+    rim->SetElevation(TopPlane(mRun));
+    std::vector<AcadEntity*> trials{rim, &covered};
     // Where the trial fails the sections tell.
-    bool beyond = true;
+    bool outside = true;
     Skip([&] {
-        const auto regionOf = [&](AcadEntity* curve) {
-            AcadRegion* region = drawing.ModelSpace().AddRegion(std::array{curve}).front();
-            trials.push_back(region);
-            return region;
-        };
-        AcadRegion* frame = regionOf(rim);
-        frame->Boolean(BooleanKind::Subtraction, *regionOf(mProfile));
+        AcadRegion* frame = drawing.ModelSpace().AddRegion(std::array<AcadEntity*, 1>{rim}).front();
+        trials.push_back(frame);
+        frame->Boolean(BooleanKind::Subtraction, covered);
         frame->Move({0, 0, 0}, {0, 0, Clear});
         const double height = mRun.PartThickness + 2 * Clear;
         Acad3DSolid* around =
@@ -137,11 +132,25 @@ bool TrueOutline::ReachesBeyond() {
         auto* rest = dynamic_cast<Acad3DSolid*>(part.Copy());
         trials.push_back(rest);
         rest->Boolean(BooleanKind::Subtraction, *around);
-        beyond =
+        outside =
             RoundHalfEven(rest->Volume(), VolumeDecimals) < RoundHalfEven(mRun.PartVolume, VolumeDecimals);
     });
     for (AcadEntity* trial : trials) Skip([trial] { trial->Delete(); });
-    return beyond;
+    return outside;
+}
+
+AcadRegion* TrueOutline::RegionOfProfile() const {
+    AcadRegion* region = nullptr;
+    if (mProfile == nullptr) return region;
+    const std::array<AcadEntity*, 1> curves{mProfile};
+    Skip([&] { region = mRun.part->ModelSpace().AddRegion(curves).front(); });
+    return region;
+}
+
+bool TrueOutline::ReachesBeyond() const {
+    if (FillsTheBox()) return false;
+    AcadRegion* covered = RegionOfProfile();
+    return covered == nullptr || StandsOutside(*covered);
 }
 
 /// Takes a copy of the part apart to its edges.
@@ -189,9 +198,9 @@ bool TrueOutline::MayBeNarrower(const LeftContour& contour) const {
     });
 }
 
-/// The heights of the steps, and those at which an edge of the part begins, ends or turns: between two of
-/// these a part of flat faces is nowhere wider than at both. The lowest face and the top face are among them.
-std::vector<double> TrueOutline::Heights() const {
+/// The heights at which an edge of the part begins, ends or turns: between two of these a part of flat faces
+/// is hardly wider than at both. The lowest face and the top face are among them.
+std::vector<double> TrueOutline::Levels() const {
     const Box3 box = LastSolid(*mRun.part).GetBoundingBox();
     // Told apart by what they round to, and kept as they are: a rounded plane may miss the top face.
     std::map<double, double> levels;
@@ -205,23 +214,21 @@ std::vector<double> TrueOutline::Heights() const {
         for (const double height : {edge.from.z, edge.to.z, edge.centerZ}) add(height);
     std::vector<double> heights;
     for (const auto& [rounded, height] : levels) heights.push_back(height);
-    const double step = mRun.Metric() ? MetricStep : ImperialStep;
-    const double lowest = RoundHalfEven(box.min.z, HeightDecimals) + Above + Above;
-    for (double height = lowest; height <= mRun.PartThickness; height += step) heights.push_back(height);
     return heights;
 }
 
-/// The outline has no openings, and would close those of the sections: where they are wanted
-/// (`withOpenings`), the lowest face stands for it.
-void TrueOutline::UniteSections(bool withOpenings) {
-    AcadDocument& drawing = *mRun.part;
-    const double top = TopPlane(mRun);
-    const std::vector<double> heights = Heights();
-    if (mProfile != nullptr && !withOpenings) {
-        const std::array<AcadEntity*, 1> curves{mProfile};
-        Skip([&] { Unite(drawing.ModelSpace().AddRegion(curves).front()); });
-    }
-    Acad3DSolid& part = LastSolid(drawing);
+/// From just above the lowest face up to the top face, in even steps.
+std::vector<double> TrueOutline::Steps() const {
+    std::vector<double> heights;
+    const double step = mRun.Metric() ? MetricStep : ImperialStep;
+    const double bottom = LastSolid(*mRun.part).GetBoundingBox().min.z;
+    const double first = RoundHalfEven(bottom, HeightDecimals) + Above + Above;
+    for (double height = first; height <= mRun.PartThickness; height += step) heights.push_back(height);
+    return heights;
+}
+
+void TrueOutline::SliceAt(const std::vector<double>& heights) {
+    Acad3DSolid& part = LastSolid(*mRun.part);
     for (const double height : heights) {
         AcadRegion* section = nullptr;
         // A plane between two pieces of a part misses it.
@@ -229,12 +236,23 @@ void TrueOutline::UniteSections(bool withOpenings) {
             section = part.SectionSolid({-Far, -Far, height}, {Far, -Far, height}, {Far, Far, height});
         });
         if (section == nullptr) continue;
-        section->Move({0, 0, height}, {0, 0, top});
+        section->Move({0, 0, height}, {0, 0, TopPlane(mRun)});
         if (Skip([&] { Unite(section); })) continue;
         section->Delete();
         NotePassedOver(mRun,
                        "a section of the part can't be laid over the others: the outline may be too narrow");
     }
+}
+
+/// The outline has no openings, and would close those of the sections: where they are wanted
+/// (`withOpenings`), the lowest face stands for it.
+void TrueOutline::UniteSections(bool withOpenings) {
+    if (!withOpenings)
+        if (AcadRegion* region = RegionOfProfile()) Unite(region);
+    SliceAt(Levels());
+    // Mostly nothing is left for the steps to find.
+    if (mRegion != nullptr && !StandsOutside(dynamic_cast<AcadRegion&>(*mRegion->Copy()))) return;
+    SliceAt(Steps());
 }
 
 void TrueOutline::JoinRegion() {

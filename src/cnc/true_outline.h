@@ -29,10 +29,14 @@ class TrueOutline {
   private:
     void NameProfile(AcadLWPolyline& profile) const;
     bool FillsTheBox() const;
-    bool ReachesBeyond();
+    AcadRegion* RegionOfProfile() const;
+    bool StandsOutside(AcadRegion& covered) const;
+    bool ReachesBeyond() const;
     void TakeEdges();
     bool MayBeNarrower(const LeftContour& contour) const;
-    std::vector<double> Heights() const;
+    std::vector<double> Levels() const;
+    std::vector<double> Steps() const;
+    void SliceAt(const std::vector<double>& heights);
     void Unite(AcadRegion* section);
     void UniteSections(bool withOpenings);
     void JoinRegion();
