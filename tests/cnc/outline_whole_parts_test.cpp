@@ -234,5 +234,99 @@ TEST_F(WholeOutlineTest, EveryTargetNamesOutlineAndWindow) {
     }
 }
 
+TEST_F(WholeOutlineTest, AWindowThatNarrows) {
+    Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
+    Acad3DSolid& tool = AlongX({{100, -1}, {200, -1}, {180, 19}, {120, 19}}, 200);
+    tool.Move({0, 0, 0}, {100, 0, 0});
+    part.Boolean(BooleanKind::Subtraction, tool);
+    ExpectSound(part, {.uncovered = 1e9, .twice = {}});
+    EXPECT_EQ(First("RT_").size(), 1U);
+}
+
+TEST_F(WholeOutlineTest, RoundedPocketsOnBothFaces) {
+    Acad3DSolid& part = Body(Rounded(0, 0, 600, 400, 30), 0, 18);
+    Take(part, Rounded(100, 100, 250, 250, 20), -1, 6);
+    Take(part, Rounded(350, 100, 500, 300, 15), 12, 19);
+    ExpectSound(part);
+    EXPECT_EQ(Arcs(First("OT_").at(0)), 4U);
+    EXPECT_TRUE(SecondSide());
+}
+
+TEST_F(WholeOutlineTest, APocketBelowWithAHoleThroughItsFloor) {
+    Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
+    Take(part, Rectangle(350, 100, 500, 300), 12, 19);
+    Take(part, Rectangle(100, 100, 250, 250), -1, 6);
+    Take(part, {{150, 150, Half}, {158, 150, Half}}, -1, 19);
+    ExpectSound(part, {.uncovered = 0, .twice = {"VD_"}});
+}
+
+TEST_F(WholeOutlineTest, AGrooveAcrossTheRoundedCorner) {
+    Acad3DSolid& part = Body(Rounded(0, 0, 600, 400, 100), 0, 18);
+    Take(part, Rectangle(40, -1, 60, 401), 12, 19);
+    ExpectSound(part);
+    EXPECT_EQ(Arcs(First("OT_").at(0)), 4U);
+    EXPECT_EQ(First("OT_").at(0).points.size(), 8U);
+}
+
+TEST_F(WholeOutlineTest, RoundWindowsInHalves) {
+    Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
+    Take(part, {{150, 150, Half}, {158, 150, Half}}, -1, 19);
+    Take(part, {{300, 150, Half}, {380, 150, Half}}, -1, 19);
+    ExpectSound(part);
+    EXPECT_EQ(First("VD_").size(), 1U);
+    EXPECT_EQ(First("RT_").size(), 1U);
+}
+
+TEST_F(WholeOutlineTest, ABullnosedEdge) {
+    AcadBlock& space = document.ModelSpace();
+    const std::array<AcadEntity*, 4> curves{
+        space.AddLine({0, 0, 0}, {391, 0, 0}),
+        space.AddArc({391, 9, 0}, 9, -std::numbers::pi / 2, std::numbers::pi / 2),
+        space.AddLine({391, 18, 0}, {0, 18, 0}), space.AddLine({0, 18, 0}, {0, 0, 0})};
+    AcadRegion* region = space.AddRegion(curves).front();
+    Acad3DSolid* part = space.AddExtrudedSolid(*region, 600, 0);
+    region->Delete();
+    for (AcadEntity* curve : curves) curve->Delete();
+    ExpectSound(*part, {.uncovered = 1e9, .twice = {}});
+    const auto [long_, wide] = Extents(First("OT_").at(0));
+    EXPECT_NEAR(std::min(long_, wide), 400, 1e-6);
+    EXPECT_EQ(First("OT_").at(0).points.size(), 4U);
+}
+
+TEST_F(WholeOutlineTest, ARoundedWindowInInches) {
+    UseImperial();
+    Acad3DSolid& part = Body(Rounded(0, 0, 24, 12, 2), 0, 0.75);
+    Take(part, Rounded(4, 4, 12, 8, 0.5), -1, 2);
+    ExpectSound(part);
+    EXPECT_EQ(Arcs(First("OT_").at(0)), 4U);
+    EXPECT_EQ(First("RT_").size(), 1U);
+}
+
+TEST_F(WholeOutlineTest, EdgeBoresUnderARoundedOutline) {
+    app::Workpiece board = Board(600, 400, 18);
+    board.Drill({0, 100, 9}, app::Axis::X, 30, 8);
+    board.Drill({300, 400, 9}, app::Axis::Y, -30, 8);
+    Take(board.Solid(), Rectangle(500, -1, 601, 60), -1, 19);
+    ExpectSound(board.Solid());
+    EXPECT_EQ(First("OT_").at(0).points.size(), 6U);
+}
+
+TEST_F(WholeOutlineTest, AFrameWithARebateAllRound) {
+    Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
+    Take(part, Rectangle(60, 60, 540, 340), -1, 19);
+    Take(part, Rectangle(50, 50, 550, 350), 10, 19);
+    ExpectSound(part, {.uncovered = 0, .twice = {"PKC_", "RT_"}});
+}
+
+TEST_F(WholeOutlineTest, ManyWindows) {
+    Acad3DSolid& part = Body({{0, 0}, {1200, 0}, {1200, 500}, {600, 500}, {600, 600}, {0, 600}}, 0, 18);
+    for (int i = 0; i < 20; ++i)
+        Take(part,
+             Rectangle(20 + 110 * (i % 10), 20 + 75 * (i / 10), 60 + 110 * (i % 10), 60 + 75 * (i / 10)), -1,
+             19);
+    ExpectSound(part);
+    EXPECT_EQ(First("RT_").size(), 20U);
+}
+
 }  // namespace
 }  // namespace brenvik
