@@ -33,7 +33,7 @@ Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, Measure
       exportDatabases([this](std::string_view path) { return files.Resolve(path); }),
       shell(std::cerr),
       printer(std::cout),
-      host(WriteWholeFile),
+      host(WriteWholeFile, WriteScratchFile),
       typedCommands(host) {
     Load(dialogs);
     RequireReadableSettings();

@@ -15,4 +15,8 @@ inline constexpr std::string_view workFilePrefix = ".brenvik-work-";
 /// that is set read-only), 75 (a folder stands there) or 76 (the folder is missing), the path as detail.
 void WriteWholeFile(const std::filesystem::path& file, std::string_view content);
 
+/// The same for a file that only the running program needs: it is moved into place as a whole, and the system
+/// brings it to the disk when it likes. What a power cut takes was to be deleted anyway.
+void WriteScratchFile(const std::filesystem::path& file, std::string_view content);
+
 }  // namespace brenvik

@@ -111,9 +111,9 @@ fs::path BehindLinks(const fs::path& file) {
     return error ? file : target;
 }
 
-}  // namespace
+enum class Reach { Disk, System };
 
-void WriteWholeFile(const fs::path& file, std::string_view content) {
+void Replace(const fs::path& file, std::string_view content, Reach reach) {
     const fs::path target = BehindLinks(file);
     struct stat old {};
     const bool exists = ::stat(target.c_str(), &old) == 0;
@@ -128,11 +128,18 @@ void WriteWholeFile(const fs::path& file, std::string_view content) {
     if (descriptor.Number() < 0) throw FromErrno(errno, target);
     if (exists) ::fchmod(descriptor.Number(), old.st_mode & 07777);
     WriteAll(descriptor.Number(), content, target);
-    if (::fsync(descriptor.Number()) != 0) throw FromErrno(errno, target);
+    if (reach == Reach::Disk && ::fsync(descriptor.Number()) != 0) throw FromErrno(errno, target);
     if (!descriptor.Close()) throw FromErrno(errno, target);
     if (::rename(work.Path().c_str(), target.c_str()) != 0) throw FromErrno(errno, target);
     work.Keep();
-    SyncFolder(folder);
+    if (reach == Reach::Disk) SyncFolder(folder);
+}
+
+}  // namespace
+
+void WriteWholeFile(const fs::path& file, std::string_view content) { Replace(file, content, Reach::Disk); }
+void WriteScratchFile(const fs::path& file, std::string_view content) {
+    Replace(file, content, Reach::System);
 }
 
 }  // namespace brenvik

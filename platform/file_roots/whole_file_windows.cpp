@@ -60,7 +60,9 @@ class WorkFile {
     bool mKept = false;
 };
 
-void WriteAndFlush(const fs::path& work, std::string_view content, const fs::path& shown) {
+enum class Reach { Disk, System };
+
+void WriteTo(const fs::path& work, std::string_view content, const fs::path& shown, Reach reach) {
     const HANDLE created =
         CreateFileW(work.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (created == INVALID_HANDLE_VALUE) throw FromCode(GetLastError(), shown);
@@ -73,12 +75,10 @@ void WriteAndFlush(const fs::path& work, std::string_view content, const fs::pat
             throw FromCode(GetLastError(), shown);
         content.remove_prefix(written);
     }
-    if (!FlushFileBuffers(handle.get())) throw FromCode(GetLastError(), shown);
+    if (reach == Reach::Disk && !FlushFileBuffers(handle.get())) throw FromCode(GetLastError(), shown);
 }
 
-}  // namespace
-
-void WriteWholeFile(const fs::path& file, std::string_view content) {
+void Replace(const fs::path& file, std::string_view content, Reach reach) {
     const DWORD attributes = GetFileAttributesW(file.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
         throw PathAccess(TextFromPath(file) + " (a folder stands there)");
@@ -88,10 +88,17 @@ void WriteWholeFile(const fs::path& file, std::string_view content) {
     const std::string name =
         std::string(workFilePrefix) + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++counter);
     WorkFile work((file.has_parent_path() ? file.parent_path() : fs::path(".")) / name);
-    WriteAndFlush(work.Path(), content, file);
-    if (!MoveFileExW(work.Path().c_str(), file.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-        throw FromCode(GetLastError(), file);
+    WriteTo(work.Path(), content, file, reach);
+    const DWORD how = MOVEFILE_REPLACE_EXISTING | (reach == Reach::Disk ? MOVEFILE_WRITE_THROUGH : 0U);
+    if (!MoveFileExW(work.Path().c_str(), file.c_str(), how)) throw FromCode(GetLastError(), file);
     work.Keep();
+}
+
+}  // namespace
+
+void WriteWholeFile(const fs::path& file, std::string_view content) { Replace(file, content, Reach::Disk); }
+void WriteScratchFile(const fs::path& file, std::string_view content) {
+    Replace(file, content, Reach::System);
 }
 
 }  // namespace brenvik

@@ -47,7 +47,8 @@ AcadDocument* HostDocuments::Item(int index) {
 
 AcadDocument* HostDocuments::Open(std::string_view fileName) { return &mApplication.OpenNamed(fileName); }
 
-HostApplication::HostApplication(WholeFileWriter writer) : mWriter(std::move(writer)), mDocumentList(*this) {}
+HostApplication::HostApplication(WholeFileWriter writer, WholeFileWriter scratchWriter)
+    : mWriter(std::move(writer)), mScratchWriter(std::move(scratchWriter)), mDocumentList(*this) {}
 HostApplication::~HostApplication() = default;
 
 HostDocument* HostApplication::Active() const { return mActivation.empty() ? nullptr : mActivation.back(); }
@@ -123,6 +124,14 @@ std::filesystem::path HostApplication::Resolve(std::string_view fileName) const 
 void HostApplication::WriteFile(const std::filesystem::path& file, std::string_view content) const {
     if (!mWriter) throw host_failure::NotPossible(file.string() + ": this host has nothing to save with");
     mWriter(file, content);
+}
+
+void HostApplication::WriteScratch(const std::filesystem::path& file, std::string_view content) const {
+    if (mScratchWriter) {
+        mScratchWriter(file, content);
+    } else {
+        WriteFile(file, content);
+    }
 }
 
 std::int32_t HostApplication::ObjectIdOf(const HostEntity& entity) {

@@ -32,8 +32,9 @@ class HostApplication final : public AcadApplication, public MeasuringPort {
     /// From a path as the system writes it ("c:\BV-DXF\Part_0.dwg") to one of this machine.
     using PathResolver = std::function<std::filesystem::path(std::string_view)>;
 
-    /// What the drawings are saved with; without a writer a host can read and work, but every saving fails.
-    explicit HostApplication(WholeFileWriter writer = {});
+    /// What the drawings are saved with, and what work drawings are (by default the same); without a writer
+    /// a host can read and work, but every saving fails.
+    explicit HostApplication(WholeFileWriter writer = {}, WholeFileWriter scratchWriter = {});
     ~HostApplication() override;
 
     AcadDocument* ActiveDocument() override;
@@ -60,6 +61,8 @@ class HostApplication final : public AcadApplication, public MeasuringPort {
     std::filesystem::path Resolve(std::string_view fileName) const;
     /// Replaces the file as a whole or not at all. Throws Failure where the disk refuses.
     void WriteFile(const std::filesystem::path& file, std::string_view content) const;
+    /// The same for a drawing that is opened again and deleted.
+    void WriteScratch(const std::filesystem::path& file, std::string_view content) const;
     /// Work drawings of this run, which open without being read.
     WrittenDrawings& Written() { return mWritten; }
     /// Null detaches. The port outlives the application or is detached before it goes.
@@ -90,7 +93,7 @@ class HostApplication final : public AcadApplication, public MeasuringPort {
     void ForgetObjectsOf(const HostDocument& document);
 
   private:
-    WholeFileWriter mWriter;
+    WholeFileWriter mWriter, mScratchWriter;
     WrittenDrawings mWritten;
     HostDocuments mDocumentList;
     std::vector<std::unique_ptr<HostDocument>> mDocuments;

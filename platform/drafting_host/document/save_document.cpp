@@ -61,11 +61,20 @@ void HostDocument::Wblock(std::string_view fileName, AcadSelectionSet& set) {
     }
     const auto drawing = std::make_shared<const DrawingSnapshot>(Extracted(members, UcsToWorld().Inverse()));
     const std::filesystem::path file = mApplication.Resolve(WithExtension(fileName, SaveAsKind::Native));
+    WrittenDrawings& written = mApplication.Written();
+    if (const std::string* content = written.ContentOf(*drawing)) {
+        mApplication.WriteScratch(file, *content);
+        written.Keep(file, drawing);
+        return;
+    }
     std::vector<std::string> problems;
-    mApplication.WriteFile(file, WriteDxf(WithBodyTexts(*drawing, problems)));
-    // What the file holds less than the drawing would be there again.
-    if (problems.empty()) mApplication.Written().Keep(file, drawing);
+    std::string content = WriteDxf(WithBodyTexts(*drawing, problems));
+    mApplication.WriteScratch(file, content);
     KeepProblems(*this, fileName, problems);
+    // A drawing with problems lacks in its file what the memory would still have.
+    if (!problems.empty()) return;
+    written.Keep(file, drawing);
+    written.KeepContent(drawing, std::move(content));
 }
 
 }  // namespace brenvik

@@ -42,4 +42,15 @@ std::shared_ptr<const DrawingSnapshot> WrittenDrawings::Find(const std::filesyst
     return nullptr;
 }
 
+const std::string* WrittenDrawings::ContentOf(const DrawingSnapshot& drawing) const {
+    const auto same = [](const TopoDS_Shape& a, const TopoDS_Shape& b) { return a.IsEqual(b); };
+    if (!mLast || !std::ranges::equal(mLast->shapes, drawing.shapes, same)) return nullptr;
+    return mLast->data == drawing.data ? &mLastContent : nullptr;
+}
+
+void WrittenDrawings::KeepContent(std::shared_ptr<const DrawingSnapshot> drawing, std::string content) {
+    mLast = std::move(drawing);
+    mLastContent = std::move(content);
+}
+
 }  // namespace brenvik

@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "drafting_host/document/drawing_snapshot.h"
 
@@ -19,6 +20,10 @@ class WrittenDrawings {
     void Keep(const std::filesystem::path& file, std::shared_ptr<const DrawingSnapshot> drawing);
     /// The drawing of the file, or nothing where it was never kept or the file is another one by now.
     std::shared_ptr<const DrawingSnapshot> Find(const std::filesystem::path& file);
+
+    /// The file's content that the same drawing gave last, or nothing: a run writes each part twice over.
+    const std::string* ContentOf(const DrawingSnapshot& drawing) const;
+    void KeepContent(std::shared_ptr<const DrawingSnapshot> drawing, std::string content);
 
   private:
     /// What tells a file from a later one of the same name.
@@ -35,6 +40,8 @@ class WrittenDrawings {
 
     std::map<std::filesystem::path, Kept> mKept;
     std::deque<std::filesystem::path> mOrder;
+    std::shared_ptr<const DrawingSnapshot> mLast;
+    std::string mLastContent;
 };
 
 }  // namespace brenvik
