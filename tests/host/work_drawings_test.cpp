@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "host_fixture.h"
+#include "support/ezdxf_audit.h"
 
 namespace brenvik {
 namespace {
@@ -147,6 +148,7 @@ TEST_F(WorkDrawings, ViewportsKeepTheirViewThroughTheFile) {
     values.frozenLayers = {NewLayer("bv-section1").OwnHandle()};
     viewport.SetValues(values);
     document.SaveAs(Path("views.dxf"), SaveAsKind::Dxf2000);
+    EXPECT_EQ(test::AuditWithEzdxf(Path("views.dxf")).value_or(""), "");
     HostDocument& opened = Opened("views.dxf");
     const auto& read = dynamic_cast<HostViewport&>(*opened.PaperSpace().Item(0)).Values();
     ExpectExact(read.viewTarget, values.viewTarget);
@@ -178,6 +180,7 @@ TEST_F(WorkDrawings, OperationsKeepThicknessNormalAndPlane) {
     outline.SetThickness(18);
     document.SetActiveUcs({0, 300, 0}, {1, 0, 0}, {0, 1, 0});
     document.SaveAs(Path("part.dxf"), SaveAsKind::Dxf2000);
+    EXPECT_EQ(test::AuditWithEzdxf(Path("part.dxf")).value_or(""), "");
     HostDocument& opened = Opened("part.dxf");
     auto& readRoute = dynamic_cast<HostLWPolyline&>(*opened.Model().Item(0));
     EXPECT_EQ(readRoute.Values().thickness, -18.3);
@@ -194,6 +197,21 @@ TEST_F(WorkDrawings, OperationsKeepThicknessNormalAndPlane) {
     EXPECT_TRUE(readOutline.Closed());
     EXPECT_EQ(readOutline.Coordinates(), sheet);
     ExpectExact(opened.ActiveUCS()[0], {0, 300, 0});
+}
+
+TEST_F(WorkDrawings, NamelessBlocksAndTheirReferencesAreSaved) {
+    BlockData record;
+    record.name = "*U1";
+    record.flags = 1;
+    document.AddBlock(record).AddLine({0, 0, 0}, {5, 0, 0});
+    document.Model().InsertBlock({}, "*U1");
+    document.SaveAs(Path("blocks.dxf"), SaveAsKind::Dxf2000);
+    EXPECT_EQ(test::AuditWithEzdxf(Path("blocks.dxf")).value_or(""), "");
+    HostDocument& opened = Opened("blocks.dxf");
+    EXPECT_EQ(dynamic_cast<HostBlockReference&>(*opened.Model().Item(0)).Explode().size(), 1u);
+    document.Model().Item(0)->Delete();
+    document.PurgeAll();
+    EXPECT_EQ(document.FindBlock("*U1"), nullptr);
 }
 
 TEST_F(WorkDrawings, PurgingKeepsTheCurrentLayer) {
