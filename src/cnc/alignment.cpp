@@ -4,6 +4,7 @@
 
 #include "base/failure.h"
 #include "base/letter_case.h"
+#include "base/numbers.h"
 #include "base/text.h"
 #include "cnc/alignment_edges.h"
 #include "cnc/alignment_faces.h"
@@ -97,7 +98,7 @@ void TakeSizes(RunState& run, const Acad3DSolid& solid) {
 /// Parts with another material on their third face are worked on from that face.
 bool WorkedFromThirdFace(const Acad3DSolid& solid) {
     const std::string face = FoldUpper(mAutoCAD::GetPartData(solid.Handle(), "FACE"));
-    return StrictIntegerSetting("SpecialMaterial") == 1 && (IsBlank(face) ? "1" : face) == "3";
+    return ToInteger(NumberSetting("SpecialMaterial")) == 1 && (IsBlank(face) ? "1" : face) == "3";
 }
 
 /// The face that was down is up now, and the other one is the reference.
