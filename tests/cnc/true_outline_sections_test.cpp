@@ -24,8 +24,8 @@ TEST_F(OutlineTest, ALeaningPartIsAsWideAsBothItsFacesTogether) {
 }
 
 TEST_F(OutlineTest, ATongueInTheMiddleOfTheThicknessWidensTheOutline) {
-    RunState run = Sorted(
-        AlongX({{0, 0}, {390, 0}, {390, 6}, {400, 6}, {400, 12}, {390, 12}, {390, 18}, {0, 18}}, 600));
+    RunState run =
+        Sorted(AlongX({{0, 0}, {390, 0}, {390, 6}, {400, 6}, {400, 12}, {390, 12}, {390, 18}, {0, 18}}, 600));
     ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
     EXPECT_EQ(CornersOf(Profile()), CornersOf(Rectangle(0, 0, 600, 400)));
     EXPECT_EQ(Profile().points.size(), 4U);
