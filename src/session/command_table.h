@@ -38,12 +38,14 @@ using CommandWork = void (*)(AcadApplication&);
     COMMAND(BVCopy, "BVCOPY", "Copy parts", &commands::BVCopy)                                              \
     COMMAND(BVGroup, "BVGROUP", "Group parts", &commands::BVGroup)                                          \
     COMMAND(BVMaterial, "BVMAT", "Open the material library", &commands::BVMaterial)                        \
-    COMMAND(BVSection1, "BVSECTION1", "Make a section, first form", nullptr)                                \
-    COMMAND(BVSection2, "BVSECTION2", "Make a section, second form", nullptr)                               \
-    COMMAND(BVMakeView, "BVMAKEVIEW", "Make a view", nullptr)                                               \
+    COMMAND(BVSection1, "BVSECTION1", "Make a section, first form", &commands::BVSection1)                  \
+    COMMAND(BVSection2, "BVSECTION2", "Make a section, second form", &commands::BVSection2)                 \
+    COMMAND(BVMakeView, "BVMAKEVIEW", "Make a view", &commands::BVMakeView)                                 \
     COMMAND(BVATP, "BVATP", "CNC run for ATP", &commands::CncRun<Target::ATP>)                              \
-    COMMAND(BVFreezeSections, "BVFREEZESECTIONS", "Freeze the section layers", nullptr)                     \
-    COMMAND(BVUNFreezeSections, "BVUNFREEZESECTIONS", "Thaw the section layers", nullptr)                   \
+    COMMAND(BVFreezeSections, "BVFREEZESECTIONS", "Freeze the section layers",                              \
+            &commands::BVFreezeSections)                                                                    \
+    COMMAND(BVUNFreezeSections, "BVUNFREEZESECTIONS", "Thaw the section layers",                            \
+            &commands::BVUNFreezeSections)                                                                  \
     COMMAND(BVAdjustments, "BVADJUSTMENTS", "Open the size adjustments", &commands::BVAdjustments)          \
     COMMAND(BVRover1, "BVROVER1", "CNC run for ROV", &commands::CncRun<Target::ROV>)                        \
     COMMAND(BVCNI, "BVCNI", "CNC run for CNI", &commands::CncRun<Target::CNI>)                              \

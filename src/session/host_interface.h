@@ -375,6 +375,9 @@ class AcadDocument {
     virtual bool MSpace() const = 0;
     virtual void SetMSpace(bool on) = 0;
     virtual AcadPViewport* ActivePViewport() = 0;
+    /// Makes a viewport of paper space the one that is entered, and the one that commands mean by the
+    /// current one. Fails for a viewport that is off or of another drawing.
+    virtual void SetActivePViewport(AcadPViewport& viewport) = 0;
     virtual AcadLayer* ActiveLayer() = 0;
     virtual void SetActiveLayer(AcadLayer& layer) = 0;
     virtual std::string ActiveLayout() const = 0;

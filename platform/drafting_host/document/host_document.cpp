@@ -175,6 +175,17 @@ AcadPViewport* HostDocument::ActivePViewport() {
     return off;
 }
 
+void HostDocument::SetActivePViewport(AcadPViewport& viewport) {
+    RequireOpen();
+    const std::span<HostEntity* const> sheet = Paper().Entities();
+    auto* own = dynamic_cast<HostViewport*>(&viewport);
+    if (own == nullptr || own->IsSheet() || std::find(sheet.begin(), sheet.end(), own) == sheet.end()) {
+        throw host_failure::InvalidArgument("no viewport of this drawing");
+    }
+    if (!own->On()) throw host_failure::NotPossible("a viewport that is off can't be made current");
+    mViewport = own;
+}
+
 HostViewport* HostDocument::CurrentViewport() const {
     if (!mMSpace || mViewport == nullptr || mViewport->Erased()) return nullptr;
     return mViewport;

@@ -61,6 +61,7 @@ class HostDocument final : public AcadDocument {
     void SetMSpace(bool on) override;
     /// Nothing when paper space has no viewport.
     AcadPViewport* ActivePViewport() override;
+    void SetActivePViewport(AcadPViewport& viewport) override;
     AcadLayer* ActiveLayer() override;
     void SetActiveLayer(AcadLayer& layer) override;
     std::string ActiveLayout() const override;

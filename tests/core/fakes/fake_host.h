@@ -247,6 +247,7 @@ class FakeDocument : public AcadDocument {
     bool MSpace() const override { return true; }
     void SetMSpace(bool) override { Refuse("SetMSpace"); }
     AcadPViewport* ActivePViewport() override { return nullptr; }
+    void SetActivePViewport(AcadPViewport&) override { Refuse("SetActivePViewport"); }
     AcadLayer* ActiveLayer() override { return nullptr; }
     void SetActiveLayer(AcadLayer&) override { Refuse("SetActiveLayer"); }
     std::string ActiveLayout() const override { return "Model"; }
