@@ -207,6 +207,17 @@ TEST_F(SectionViews, LayersAreFrozenInOneViewport) {
     EXPECT_EQ(All().at(0)->Values().frozenLayers, std::vector{layer});
 }
 
+TEST_F(SectionViews, AViewportIsChosenByItsHandle) {
+    NewLayer("A");
+    OpenSheet();
+    Type("mview 0,0 10,10 mview 20,0 30,10 mspace ");
+    Type("vplayer f A\rselect\r(handent \"" + All().at(0)->Handle() + "\")\r\r\r");
+    ExpectIdle();
+    EXPECT_EQ(All().at(0)->Values().frozenLayers.size(), 1u);
+    EXPECT_TRUE(All().at(1)->Values().frozenLayers.empty());
+    EXPECT_TRUE(document.MSpace());
+}
+
 TEST_F(SectionViews, WithoutAViewportEnteredNothingIsFrozen) {
     NewLayer("A");
     OpenSheet();
