@@ -79,7 +79,7 @@ void MeasurePart(RunState& run) {
 
 /// The second side has no business with what the first has cut: the outline, and what went right through.
 void DropFirstSidePaths(RunState& run) {
-    const bool outlineToo = StrictIntegerSetting("DeleteOT") == 1;
+    const bool outlineToo = SwitchIsOn("DeleteOT");
     for (AcadLWPolyline* polyline : All<AcadLWPolyline>(*run.part)) {
         const bool outline = polyline->Layer() == run.OutlineLayer && polyline->Color() == OutlineColor;
         const bool through = polyline->Color() != OutlineColor && -polyline->Thickness() >= run.PartThickness;
@@ -136,7 +136,7 @@ PartStep ClosePart(RunState& run) {
 
     MeasurePart(run);
     DrawSheet(run);
-    if (StrictIntegerSetting("ToungeProcessing") == 1) ProcessTongues(run);
+    if (SwitchIsOn("ToungeProcessing")) ProcessTongues(run);
     if (!run.FirstPass()) DropFirstSidePaths(run);
 
     for (Acad3DSolid* solid : All<Acad3DSolid>(drawing)) solid->Delete();

@@ -1,6 +1,8 @@
 // Part files by the host's Wblock.
 #include "cnc/part_files.h"
 
+#include <utility>
+
 #include "base/skip.h"
 #include "cnc/drawing_walk.h"
 #include "parts/mautocad.h"
@@ -35,31 +37,54 @@ std::string LabelOf(const AcadEntity& solid) {
     return name.empty() ? handle : "\"" + name + "\" (" + handle + ")";
 }
 
+/// Takes the part files back unless all could be written.
+class PartFilesInTheMaking {
+  public:
+    PartFilesInTheMaking() = default;
+    ~PartFilesInTheMaking() {
+        for (const PartFile& part : mParts) RemovePartFiles(part);
+    }
+    PartFilesInTheMaking(const PartFilesInTheMaking&) = delete;
+    PartFilesInTheMaking& operator=(const PartFilesInTheMaking&) = delete;
+
+    std::size_t Count() const { return mParts.size(); }
+    const PartFile& Add(PartFile part) { return mParts.emplace_back(std::move(part)); }
+    std::vector<PartFile> Keep() { return std::exchange(mParts, {}); }
+
+  private:
+    std::vector<PartFile> mParts;
+};
+
 }  // namespace
+
+void RemovePartFiles(const PartFile& part) {
+    RemoveIfThere(part.FirstSidePath());
+    RemoveIfThere(part.SecondSidePath());
+}
 
 std::vector<PartFile> WritePartFiles(RunState& run, AcadSelectionSet& prev, LentQuantities& quantities) {
     AcadDocument& drawing = *run.sessionDrawing;
     AcadSelectionSet& one = FreshSet(drawing, "EXPORTSET");
     FreshSet(drawing, "explode");
-    std::vector<PartFile> parts;
+    PartFilesInTheMaking parts;
     const int count = prev.Count();
     for (int member = 0; member < count; ++member) {
         AcadEntity* entity = prev.Item(member);
         if (entity->ObjectName() != "AcDb3dSolid") continue;
-        if (parts.empty()) {
+        if (parts.Count() == 0) {
             RequireFolders();
             RemoveOldPartFiles();
         }
         UnlockLayer(drawing, entity->Layer());
         one.Clear();
         one.AddItems(std::span(&entity, 1));
-        PartFile part{"Part_" + std::to_string(parts.size()) + ".dwg", LabelOf(*entity)};
+        const PartFile& part =
+            parts.Add({"Part_" + std::to_string(parts.Count()) + ".dwg", LabelOf(*entity)});
         drawing.Wblock(part.FirstSidePath(), one);
         drawing.Wblock(part.SecondSidePath(), one);
         quantities.GiveBack(*entity);
-        parts.push_back(std::move(part));
     }
-    return parts;
+    return parts.Keep();
 }
 
 }  // namespace brenvik

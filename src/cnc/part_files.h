@@ -18,8 +18,12 @@ struct PartFile {
     std::string SecondSidePath() const { return std::string(SecondSideFolder) + "B" + name; }
 };
 
+/// Deletes both drawings of a part, as far as they are there.
+void RemovePartFiles(const PartFile& part);
+
 /// Writes the solids of a set in its order; what is no solid is passed over. Unlocks their layers, and gives
-/// each its lent quantity back. Fails as the host does where a folder can't be written.
+/// each its lent quantity back. Fails as the host does where a folder can't be written, and leaves no part
+/// file then.
 std::vector<PartFile> WritePartFiles(RunState& run, AcadSelectionSet& prev, LentQuantities& quantities);
 
 }  // namespace brenvik

@@ -86,10 +86,14 @@ void CleanUp(RunState& run, const PartFile& file) {
     run.ThroughRouteSeen = 0;
 }
 
-/// What goes wrong with files goes wrong with the next part too.
+/// What goes wrong with files goes wrong with the next part too. A record that breaks off is the matter of
+/// the one part whose material it is; a library that is no text at all is that of every part.
 bool IsOfFiles(const Failure& failure) {
-    return failure.number() >= failure_number::badFileName &&
-           failure.number() <= failure_number::pathNotFound;
+    constexpr long invalidFileFormat = 321;
+    const long number = failure.number();
+    if (number == failure_number::inputPastEnd) return false;
+    return number == invalidFileFormat ||
+           (number >= failure_number::badFileName && number <= failure_number::pathNotFound);
 }
 
 /// The work on the open drawing. A part that the host or the modeller refuses is skipped and told, so that
@@ -161,14 +165,11 @@ void ReportTheRest(const PartFile& file, std::size_t left, std::vector<std::stri
 }
 
 /// The part files of a run that a failure ends.
-void RemovePartFiles(RunState& run, std::span<const PartFile> parts) {
+void RemoveFilesOfTheRest(RunState& run, std::span<const PartFile> parts) {
     const auto current = static_cast<std::size_t>(run.partIndex);
     run.SecondSidePass = 1;
     CleanUp(run, parts[current]);
-    for (const PartFile& later : parts.subspan(current)) {
-        RemoveIfThere(later.FirstSidePath());
-        RemoveIfThere(later.SecondSidePath());
-    }
+    for (const PartFile& later : parts.subspan(current)) RemovePartFiles(later);
 }
 
 }  // namespace
@@ -184,7 +185,7 @@ bool WorkOnParts(RunState& run, const PartSteps& steps, std::span<const PartFile
             return false;
         } catch (const Failure&) {
             ReportTheRest(parts[part], left, report.unexplained);
-            RemovePartFiles(run, parts);
+            RemoveFilesOfTheRest(run, parts);
             throw;
         }
     }

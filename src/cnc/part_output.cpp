@@ -1,8 +1,12 @@
 // The DXF file of a part and side.
 #include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "base/number_text.h"
 #include "base/numbers.h"
+#include "base/text.h"
 #include "cnc/drawing_walk.h"
 #include "cnc/part_steps.h"
 #include "settings/settings_store.h"
@@ -11,7 +15,12 @@ namespace brenvik {
 
 namespace {
 
-constexpr int PlaceDigits = 6;
+constexpr int PlaceDigits = 6, OutlineColor = 2;
+/// Of a file's name in bytes, its ending included: all that a path may have besides the folder.
+constexpr std::size_t LongestName = 240;
+
+/// What the files of second sides begin with.
+constexpr std::string_view SecondSideMark = "B";
 
 /// Part names are typed by people; what a file name can't hold becomes a low line.
 std::string FileNameText(std::string_view text) {
@@ -27,12 +36,27 @@ std::string FileNameText(std::string_view text) {
     return name;
 }
 
+/// Shortens the texts until they have no more than `room` bytes together. The longest gives way, and
+/// characters stay whole.
+void MakeFit(std::vector<std::string>& texts, std::size_t room) {
+    const auto used = [&texts] {
+        std::size_t bytes = 0;
+        for (const std::string& text : texts) bytes += text.size();
+        return bytes;
+    };
+    while (used() > room) {
+        std::string& longest = *std::ranges::max_element(texts, {}, &std::string::size);
+        longest = DropRight(longest, 1);
+    }
+}
+
 std::string NameOfPart(const RunState& run) {
-    std::string name = "Part_" + std::to_string(run.partIndex) + "_" + FileNameText(run.texts.PartName) +
-                       "_" + FileNameText(run.texts.PN);
+    std::vector<std::string> texts{FileNameText(run.texts.PartName), FileNameText(run.texts.PN)};
     // THERM's list names the sub assembly too, and a list has to name the file that is there.
-    if (run.target == Target::THERM) name += "_" + FileNameText(run.texts.SubAssembly);
-    return name + ".dxf";
+    if (run.target == Target::THERM) texts.push_back(FileNameText(run.texts.SubAssembly));
+    const std::string head = "Part_" + std::to_string(run.partIndex), ending = ".dxf";
+    MakeFit(texts, LongestName - SecondSideMark.size() - head.size() - texts.size() - ending.size());
+    return head + "_" + Join(texts, "_") + ending;
 }
 
 /// The receiver's zero of the second side: the back left corner, which lies on the first side's own.
@@ -44,20 +68,25 @@ void MoveOriginToBackLeftCorner(RunState& run) {
     run.part->SendCommand(PointAnswer(corner));
 }
 
-/// Where the receiver makes its own outside path, the first side goes without one.
+/// Where the receiver makes its own outside path, the first side goes without one. A cut-out as deep as the
+/// part may lie on the outline's layer, and stays.
 void DropOutsidePath(RunState& run) {
     constexpr int outsideColor = 50;
-    for (AcadLWPolyline* polyline : All<AcadLWPolyline>(*run.part))
-        if (polyline->Color() == outsideColor || polyline->Layer() == run.OutlineLayer) polyline->Delete();
+    for (AcadLWPolyline* polyline : All<AcadLWPolyline>(*run.part)) {
+        const bool outline = polyline->Layer() == run.OutlineLayer && polyline->Color() == OutlineColor;
+        if (outline || polyline->Color() == outsideColor) polyline->Delete();
+    }
 }
 
 }  // namespace
 
-std::string WrittenFileName(const RunState& run) { return (run.FirstPass() ? "" : "B") + NameOfPart(run); }
+std::string WrittenFileName(const RunState& run) {
+    return std::string(run.FirstPass() ? "" : SecondSideMark) + NameOfPart(run);
+}
 
 void WritePartFile(RunState& run) {
-    if (run.FirstPass() && StrictIntegerSetting("BiesseWorksNest") == 1) DropOutsidePath(run);
-    if (!run.FirstPass() && StrictIntegerSetting("2SideUCS") == 1) MoveOriginToBackLeftCorner(run);
+    if (run.FirstPass() && SwitchIsOn("BiesseWorksNest")) DropOutsidePath(run);
+    if (!run.FirstPass() && SwitchIsOn("2SideUCS")) MoveOriginToBackLeftCorner(run);
     run.writtenFile = std::string(run.FirstPass() ? OutputFolder : SecondSideFolder) + WrittenFileName(run);
     run.part->SaveAs(run.writtenFile, SaveAsKind::Dxf2000);
 }

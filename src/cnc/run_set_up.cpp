@@ -112,7 +112,7 @@ void MakeOutputFolders() {
         Skip([folder] { ThePlatform().files->MakeFolder(folder); });
 }
 
-void ApplyGridBeforeRun(Target target) {
+void ApplyGridBeforeRun(const RunState& run) {
     if (ToInteger(NumberSetting("CNCApplyClose")) != 0) return;
     frmMain& form = GridFormInstance();
     if (form.Loaded()) {
@@ -120,8 +120,9 @@ void ApplyGridBeforeRun(Target target) {
         form.Unload();
         return;
     }
-    // Only a grid that has just closed on this very target has a list that belongs to the drawing.
-    if (TheSession().ExportTarget != static_cast<int>(target)) return;
+    // Only a grid that has just closed on this very target has a list that belongs to the drawing. The
+    // number of the target outlasts the run.
+    if (run.form != RunForm::B || TheSession().ExportTarget != static_cast<int>(run.target)) return;
     ShowAndResume(ShowFailure, [&] {
         const GridOnItsLastList list(form);
         form.Apply();

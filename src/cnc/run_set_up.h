@@ -28,8 +28,9 @@ inline constexpr std::string_view ListUnreadable =
 /// Makes the output folders; one that can't be made is told when the first file is written to it.
 void MakeOutputFolders();
 /// The grid's automatic apply and close, unless the settings turn it off: writes the list that the grid has
-/// handed over to its solids. Without such a list, and without an open grid, it does nothing.
-void ApplyGridBeforeRun(Target target);
+/// just handed over to its solids. A run that doesn't come from the grid applies an open one alone: a list
+/// of an earlier export may be older than the drawing.
+void ApplyGridBeforeRun(const RunState& run);
 /// World coordinates, the drawing saved unless the settings turn that off, and the host's variables. A
 /// drawing that can't be saved is told, and the run goes on.
 void PrepareSession(RunState& run);

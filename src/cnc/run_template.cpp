@@ -37,7 +37,7 @@ bool WorkThrough(RunState& run, const PartSteps& steps, RunReport& report) {
     MakeOutputFolders();
     steps.clearWorkLists(run.target);
     ShowMessage(RunWarning);
-    ApplyGridBeforeRun(run.target);
+    ApplyGridBeforeRun(run);
     PrepareSession(run);
     std::vector<PartFile> parts;
     {

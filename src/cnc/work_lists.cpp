@@ -1,5 +1,6 @@
 // The list that tells a CAM package which files there are, of which material and how many to cut. Each target
 // has its own file and form; the pass decides the folder.
+#include <algorithm>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -55,7 +56,7 @@ std::string_view FolderOf(const RunState& run) { return run.FirstPass() ? Output
 std::string SideText(const RunState& run) { return run.FirstPass() ? "F" : "B"; }
 
 std::string QuantityText(const RunState& run) {
-    return std::to_string(std::int64_t{run.Quantity} * StrictIntegerSetting("CNCMultiplier"));
+    return std::to_string(std::int64_t{run.Quantity} * ToInteger(NumberSetting("CNCMultiplier")));
 }
 
 /// A dimension with the blank that numbers have before them.
@@ -79,7 +80,7 @@ std::string CommonLine(const RunState& run) {
 }
 
 std::string LineOfBW(const RunState& run) {
-    const bool small = run.ExtentX * run.ExtentY < StrictNumberSetting("BWPriority");
+    const bool small = run.ExtentX * run.ExtentY < NumberSetting("BWPriority");
     return Join(Fields{"Piece", run.writtenFile, TrimmedDimension(run.DimL), TrimmedDimension(run.DimW),
                        QuantityText(run), small ? "100" : "50", run.Material.grain == 1 ? "90" : "180", "0"},
                 "\t");
@@ -138,7 +139,7 @@ std::string LineOfABC(const RunState& run) {
                 ",");
 }
 
-std::string LineOf(const RunState& run) {
+std::string TextOf(const RunState& run) {
     switch (run.target) {
         case Target::C2C:
         case Target::ATP:
@@ -160,6 +161,14 @@ std::string LineOf(const RunState& run) {
             return LineOfABC(run);
     }
     return {};
+}
+
+/// A part's names may come from another program with line breaks in them; a line of a list has none.
+std::string LineOf(const RunState& run) {
+    std::string line = TextOf(run);
+    std::ranges::replace_if(
+        line, [](char letter) { return letter == '\r' || letter == '\n'; }, ' ');
+    return line;
 }
 
 /// What stands ahead of BW's first line.

@@ -282,6 +282,31 @@ TEST_F(RunLoop, TellsItsProgressAtEachPass) {
     EXPECT_EQ(told, (Texts{"1/2", "1/2 second", "2/2"}));
 }
 
+TEST_F(RunLoop, AFolderThatRefusesAPartFileIsLeftWithoutAny) {
+    Boards({"Side", "Shelf", "Back"});
+    MakeOutputFolders();
+    files.MakeFolder("c:\\BV-DXF\\2-sided\\BPart_1.dwg");
+    RunA();
+    EXPECT_EQ(passes, 0);
+    const Texts messages = Messages();
+    ASSERT_EQ(messages.size(), 2U);
+    EXPECT_NE(messages[1].find("BPart_1.dwg"), std::string::npos) << messages[1];
+    EXPECT_FALSE(LastRunReport().complete);
+    ExpectNoDrawingLeft();
+}
+
+TEST_F(RunLoop, LeavesTheDrawingActiveThatItBeganWith) {
+    HostDocument& other = host.NewDocument();
+    host.Activate(document);
+    const auto solids = Boards({"Side", "Shelf"});
+    RunA();
+    EXPECT_EQ(host.Documents().Count(), 2);
+    EXPECT_EQ(host.Active(), &document);
+    EXPECT_EQ(TheSession().AcadDoc, &document);
+    EXPECT_EQ(mAutoCAD::GetPartData(solids[1]->Handle(), "PartName"), "Shelf");
+    EXPECT_EQ(other.ModelSpace().Count(), 0);
+}
+
 TEST_F(RunLoop, ASecondRunStartsFromFreshFolders) {
     Boards({"Side", "Shelf"});
     RunA();

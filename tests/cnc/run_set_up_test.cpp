@@ -149,6 +149,17 @@ TEST_F(RunSetUp, DoesNothingToAGridThatIsNotOpen) {
     EXPECT_TRUE(database.statements.empty());
 }
 
+TEST_F(RunSetUp, DoesNotApplyTheListOfAnEarlierExport) {
+    Boards({"Side"});
+    Set("CNCApplyClose", "0");
+    TheSession().ExportTarget = static_cast<int>(Target::RCIM);
+    RunA(Target::RCIM);
+    EXPECT_TRUE(MessagesBetween().empty());
+    EXPECT_TRUE(database.statements.empty());
+    EXPECT_TRUE(database.connectionStrings.empty());
+    EXPECT_EQ(passes, 1);
+}
+
 TEST_F(RunSetUp, PassesSetsOfAnEarlierRunOver) {
     Boards({"Side"});
     for (const char* name : {"prev", "EXPORTSET", "explode"}) document.SelectionSets().Add(name);
@@ -236,6 +247,28 @@ TEST_F(RunList, ThatIsMissingEndsTheRunWithItsMessage) {
             "created due to user error or another problem. Please contact support. Now skipping export."}));
     EXPECT_EQ(passes, 0);
     EXPECT_FALSE(LastRunReport().complete);
+}
+
+TEST_F(RunList, ThatIsGarbageTellsItsEnd) {
+    const auto solids = Boards({"Side"});
+    std::string garbage;
+    unsigned state = 7;
+    for (int byte = 0; byte < 20000; ++byte) {
+        state = state * 1664525U + 1013904223U;
+        garbage += static_cast<char>(state >> 24);
+    }
+    WriteList(garbage + "\n" + std::string(100000, ',') + "\n" + solids[0]->Handle() +
+              ",99999999999999999999\n" + solids[0]->Handle() + ",2\n");
+    EXPECT_EQ(QuantitiesOfParts(), Texts{"2"});
+    EXPECT_TRUE(MessagesBetween().empty());
+    EXPECT_EQ(Quantity(*solids[0]), "1");
+}
+
+TEST_F(RunList, ThatNamesAPartTwiceTakesItOnce) {
+    const auto solids = Boards({"Side"});
+    WriteList(solids[0]->Handle() + ",2\n" + solids[0]->Handle() + ",3\n");
+    EXPECT_EQ(QuantitiesOfParts(), Texts{"3"});
+    EXPECT_EQ(Quantity(*solids[0]), "1");
 }
 
 TEST_F(RunList, ThatIsEmptyTellsItsEnd) {
