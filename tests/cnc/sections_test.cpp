@@ -169,7 +169,8 @@ TEST_F(SectionsTest, TheStatesOfASectionLastThroughSavingAndOpening) {
     Choose({&solid});
     Answer("v", "left", {10, 20, 30});
     commands::BVSection2(host);
-    const std::string path = "c:\\sections.dxf";
+    const std::string path = "c:\\BV-DWG\\sections.dxf";
+    files.MakeFolder("c:\\BV-DWG");
     document.SaveAs(path, SaveAsKind::Dxf2000);
     HostDocument& again = host.OpenDrawing(files.Resolve(path));
     const std::vector<HostViewport*> viewports = ViewportsOf(again);
