@@ -1,13 +1,16 @@
 // Parsing, and the one place where errors become messages and exit statuses.
 #include "command_line.h"
 
+#include <algorithm>
 #include <array>
+#include <iomanip>
 #include <iostream>
 #include <sstream>
 #include <string_view>
 
 #include "base/failure.h"
 #include "base/letter_case.h"
+#include "session/command_table.h"
 
 namespace brenvik::app {
 
@@ -60,6 +63,22 @@ std::string CheckLetters(std::string& letters) {
     for (const std::string_view known : {"LWT", "LTW", "WLT", "WTL", "TLW", "TWL"})
         if (letters == known) return {};
     return "expected L, W and T in some order, or none; found " + letters;
+}
+
+/// The system's own commands, as journals call them and as they are typed at the host, a line each.
+std::string ListOfMethods() {
+    std::size_t methodWidth = 0, hostWidth = 0;
+    for (const CommandEntry& entry : CommandTable()) {
+        methodWidth = std::max(methodWidth, entry.method.size());
+        hostWidth = std::max(hostWidth, entry.hostCommands.size());
+    }
+    std::ostringstream list;
+    list << "Commands of the system (in journals by their names, at the host's command line as typed):\n"
+         << std::left;
+    for (const CommandEntry& entry : CommandTable())
+        list << "  " << std::setw(static_cast<int>(methodWidth) + 2) << entry.method
+             << std::setw(static_cast<int>(hostWidth) + 2) << entry.hostCommands << entry.description << '\n';
+    return list.str();
 }
 
 }  // namespace
@@ -119,7 +138,8 @@ int RunCommandLine(int argc, char** argv) {
     AddMaterialsCommand(line);
     AddPartsCommand(line);
     line.parser.footer(
-        "Exit status: 0 done; 1 done, but something was skipped or failed (each told on standard error);\n"
+        ListOfMethods() +
+        "\nExit status: 0 done; 1 done, but something was skipped or failed (each told on standard error);\n"
         "2 the words of the command are wrong; 3 an input can't be read.");
     try {
         line.parser.parse(argc, argv);

@@ -1,5 +1,6 @@
 // What the program says about itself, and how it takes wrong words.
 #include "program.h"
+#include "session/command_table.h"
 
 namespace brenvik::cli_test {
 namespace {
@@ -14,6 +15,19 @@ TEST_F(Help, NamesEveryCommandAndTheExitStatuses) {
                              "materials", "--home", "BRENVIK_HOME", "Exit status: 0 done"})
         EXPECT_NE(outcome.output.find(word), std::string::npos) << word;
     EXPECT_EQ(outcome.output.find("desktop"), std::string::npos);
+}
+
+TEST_F(Help, ListsTheMethodsOfTheSystemWithALineEach) {
+    const std::string help = Run({"--help"}).output;
+    for (const CommandEntry& entry : CommandTable()) {
+        EXPECT_TRUE(entry.Available()) << entry.method;
+        const std::string head = "\n  " + std::string(entry.method) + " ";
+        const std::size_t at = help.find(head);
+        ASSERT_NE(at, std::string::npos) << entry.method;
+        const std::string line = help.substr(at + 1, help.find('\n', at + 1) - at - 1);
+        EXPECT_NE(line.find(entry.hostCommands), std::string::npos) << line;
+        EXPECT_TRUE(line.ends_with(entry.description)) << line;
+    }
 }
 
 TEST_F(Help, EveryCommandHasItsOwn) {
