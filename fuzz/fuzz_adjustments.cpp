@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
+#include "base/text_lines.h"
 #include "check.h"
 #include "export/adjustments.h"
-#include "export/text_lines.h"
 #include "list_session.h"
 
 namespace {

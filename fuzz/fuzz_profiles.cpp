@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "base/text.h"
+#include "base/text_lines.h"
 #include "check.h"
 #include "export/export_cells.h"
 #include "export/profiles.h"
-#include "export/text_lines.h"
 #include "list_session.h"
 
 namespace {

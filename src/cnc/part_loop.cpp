@@ -9,8 +9,8 @@
 #include "base/skip.h"
 #include "base/text.h"
 #include "cnc/drawing_walk.h"
-#include "export/export_dialogs.h"
 #include "session/files_port.h"
+#include "session/message.h"
 #include "session/session.h"
 #include "settings/settings_store.h"
 

@@ -9,8 +9,6 @@
 #include "base/text.h"
 #include "cnc/drawing_walk.h"
 #include "export/cnc_hand_off.h"
-#include "export/export_dialogs.h"
-#include "export/text_lines.h"
 #include "grid/frm_main.h"
 #include "parts/mautocad.h"
 #include "parts/mdatabase.h"
@@ -18,6 +16,7 @@
 #include "session/files_port.h"
 #include "session/message.h"
 #include "session/session.h"
+#include "session/text_files.h"
 #include "settings/settings_store.h"
 
 namespace brenvik {

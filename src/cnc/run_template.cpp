@@ -7,7 +7,6 @@
 #include "cnc/part_files.h"
 #include "cnc/part_loop.h"
 #include "cnc/run_set_up.h"
-#include "export/export_dialogs.h"
 #include "session/dialog_port.h"
 #include "session/host_interface.h"
 #include "session/message.h"

@@ -5,13 +5,13 @@
 #include <string_view>
 #include <vector>
 
+#include "base/fractions.h"
 #include "base/letter_case.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "base/text.h"
 #include "cnc/part_steps.h"
-#include "export/fractions.h"
 #include "session/files_port.h"
 #include "session/session.h"
 #include "settings/settings_store.h"

@@ -4,10 +4,10 @@
 #include "base/skip.h"
 #include "base/text.h"
 #include "export/adjustments.h"
-#include "export/text_lines.h"
 #include "session/files_port.h"
 #include "session/message.h"
 #include "session/session.h"
+#include "session/text_files.h"
 #include "settings/settings_keys.h"
 #include "settings/settings_store.h"
 

@@ -11,15 +11,15 @@
 #include "base/text.h"
 #include "export/adjustments.h"
 #include "export/export_cells.h"
-#include "export/export_dialogs.h"
 #include "export/frm_export.h"
-#include "export/text_lines.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
 #include "query/frm_new_sort.h"
 #include "session/files_port.h"
+#include "session/message.h"
 #include "session/module_state.h"
 #include "session/session.h"
+#include "session/text_files.h"
 
 namespace brenvik {
 

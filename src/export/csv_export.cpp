@@ -6,7 +6,6 @@
 
 #include "base/skip.h"
 #include "base/text.h"
-#include "export/export_dialogs.h"
 #include "export/frm_export.h"
 #include "grid/column_relation.h"
 #include "parts/mdatabase.h"

@@ -3,12 +3,12 @@
 
 #include <algorithm>
 
+#include "base/fractions.h"
 #include "base/letter_case.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "base/text.h"
-#include "export/fractions.h"
 #include "export/record_values.h"
 #include "grid/column_relation.h"
 

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "export/adjustments.h"
-#include "session/message.h"
 #include "session/session.h"
 #include "settings/settings_keys.h"
 #include "settings/settings_store.h"
@@ -23,10 +22,6 @@ bool ChooseAdjustmentFile(std::string_view path) {
     if (!chosen) return false;
     SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting, *chosen);
     return true;
-}
-
-void ShowFailureWithDetail(const Failure& failure) {
-    ShowFailure(Failure(failure.number(), failure.source(), failure.what()));
 }
 
 }  // namespace brenvik

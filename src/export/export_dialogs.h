@@ -1,9 +1,8 @@
-// File dialogs and message boxes that the dialogs of the export share.
+// The file dialog for adjustments, which the dialogs of the export share.
 #pragma once
 
 #include <string_view>
 
-#include "base/failure.h"
 #include "session/dialog_port.h"
 
 namespace brenvik {
@@ -14,8 +13,5 @@ FileRequest AdjustmentFileRequest(std::string_view path, bool saving);
 /// Lets the user choose an adjustment file, beginning at a path, and stores the choice in the settings.
 /// Returns false when the dialog was cancelled, and nothing is stored then.
 bool ChooseAdjustmentFile(std::string_view path);
-
-/// A failure's box with what it is about, such as a path, behind the description.
-void ShowFailureWithDetail(const Failure& failure);
 
 }  // namespace brenvik

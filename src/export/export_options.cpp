@@ -11,8 +11,8 @@
 #include "base/text.h"
 #include "export/adjustments.h"
 #include "export/frm_export.h"
-#include "export/text_lines.h"
 #include "session/module_state.h"
+#include "session/text_files.h"
 #include "settings/settings_keys.h"
 #include "settings/settings_store.h"
 

@@ -8,12 +8,12 @@
 #include "base/skip.h"
 #include "export/adjustments.h"
 #include "export/export_dialogs.h"
-#include "export/text_lines.h"
 #include "session/dialog_port.h"
 #include "session/files_port.h"
 #include "session/message.h"
 #include "session/module_state.h"
 #include "session/session.h"
+#include "session/text_files.h"
 #include "settings/settings_keys.h"
 #include "settings/settings_store.h"
 

@@ -14,7 +14,6 @@
 #include "export/export_cells.h"
 #include "export/export_dialogs.h"
 #include "export/frm_adjustments.h"
-#include "export/text_lines.h"
 #include "grid/column_relation.h"
 #include "grid/frm_main.h"
 #include "grid/mod4spread.h"
@@ -22,6 +21,7 @@
 #include "session/message.h"
 #include "session/module_state.h"
 #include "session/session.h"
+#include "session/text_files.h"
 #include "settings/settings_keys.h"
 #include "settings/settings_store.h"
 

@@ -6,7 +6,7 @@
 #include "base/skip.h"
 #include "base/text.h"
 #include "export/frm_export.h"
-#include "export/text_lines.h"
+#include "session/text_files.h"
 
 namespace brenvik {
 

@@ -16,6 +16,10 @@ void ShowFailure(const Failure& failure) {
                 failure.description());
 }
 
+void ShowFailureWithDetail(const Failure& failure) {
+    ShowFailure(Failure(failure.number(), failure.source(), failure.what()));
+}
+
 void ShowNotAvailable(std::string_view method) {
     ShowMessage(std::string(method) + " is not available in this build.", "Brenvik");
 }

@@ -14,6 +14,9 @@ void ShowMessage(std::string_view text, std::string_view title = {}, MessageIcon
 /// Number, source and description of a failure, a line each, with an empty title and no icon.
 void ShowFailure(const Failure& failure);
 
+/// The same with what the failure is about, such as a path, behind the description.
+void ShowFailureWithDetail(const Failure& failure);
+
 /// Says that a method of the public class is not part of this build.
 void ShowNotAvailable(std::string_view method);
 

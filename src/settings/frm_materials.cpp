@@ -6,8 +6,7 @@
 
 #include "base/skip.h"
 #include "base/text.h"
-#include "export/export_dialogs.h"
-#include "export/text_lines.h"
+#include "base/text_lines.h"
 #include "session/dialog_port.h"
 #include "session/files_port.h"
 #include "session/message.h"

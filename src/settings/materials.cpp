@@ -4,16 +4,17 @@
 #include <algorithm>
 
 #include "base/failure.h"
+#include "base/fractions.h"
 #include "base/letter_case.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "base/text.h"
+#include "base/text_lines.h"
 #include "base/utf8.h"
-#include "export/fractions.h"
-#include "export/text_lines.h"
 #include "session/files_port.h"
 #include "session/session.h"
+#include "session/text_files.h"
 #include "settings/settings_store.h"
 
 namespace brenvik {

@@ -3,11 +3,11 @@
 
 #include <algorithm>
 
+#include "base/fractions.h"
 #include "base/letter_case.h"
 #include "base/number_text.h"
 #include "base/skip.h"
 #include "base/text.h"
-#include "export/fractions.h"
 #include "session/files_port.h"
 #include "session/session.h"
 

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/text_lines.h"
 #include "core/export/export_fixture.h"
-#include "export/text_lines.h"
 
 namespace brenvik {
 namespace {

@@ -1,5 +1,5 @@
 // Fractions of an inch: the table of results, and every 64th between -100 and 100 against whole numbers.
-#include "export/fractions.h"
+#include "base/fractions.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,5 @@
 // Splitting a text into lines.
-#include "export/text_lines.h"
-
-#include "session/files_port.h"
-#include "session/session.h"
+#include "base/text_lines.h"
 
 namespace brenvik {
 
@@ -17,16 +14,6 @@ std::vector<std::string> LinesOf(std::string_view text) {
         text.remove_prefix(end + (text.substr(end).starts_with("\r\n") ? 2 : 1));
     }
     return lines;
-}
-
-std::vector<std::string> ReadLines(std::string_view path) {
-    return LinesOf(ThePlatform().files->ReadFile(path));
-}
-
-std::string ApplicationFolder() {
-    std::string folder = TheSession().InstallFolder;
-    if (!folder.ends_with('\\')) folder += '\\';
-    return folder;
 }
 
 }  // namespace brenvik

@@ -1,5 +1,5 @@
 // Rounding to a unit, and fractions made from decimals.
-#include "export/fractions.h"
+#include "base/fractions.h"
 
 #include <cmath>
 #include <cstdint>

@@ -1,0 +1,16 @@
+// The text files that are delivered with the system or kept by its users: where they lie, and their lines.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace brenvik {
+
+/// The folder of the installed system with a backslash at its end: where the delivered files lie.
+std::string ApplicationFolder();
+
+/// The lines of a file by way of the files port; fails as that does.
+std::vector<std::string> ReadLines(std::string_view path);
+
+}  // namespace brenvik
