@@ -1,51 +1,11 @@
 // The bound grid: cells, marks, saving, the user's edit, and locks.
 #include "forms/grid_control.h"
 
-#include <gtest/gtest.h>
-
-#include "core/fakes/fake_database.h"
-#include "parts/part_table.h"
+#include "core/forms/bound_grid.h"
+#include "support/failure_of.h"
 
 namespace brenvik {
 namespace {
-
-constexpr const char* Path = "c:\\work.mdb";
-
-class BoundGrid : public testing::Test {
-  protected:
-    BoundGrid()
-        : data("Adodc1", [this] { return database.CreateConnection(); }),
-          grid("fpSpread1", {{"bv_id", "bv_ID", 10, true, true},
-                             {"BV_PARTNAME", "Part Name", 20, false, false},
-                             {"bv_length", "Length", 10, false, false},
-                             {"bv_nowhere", "Nowhere", 10, false, false},
-                             {"bv_layer", "Layer", 10, false, true}}) {
-        database.CreateBlankPartDatabase(Path);
-        AddPart("A", "Side", 600.5);
-        AddPart("B", "Shelf", 0.375);
-        database.databases[Path][1][2] = std::monostate();
-        data.connectionString = "Data Source=c:\\work.mdb;";
-        data.recordSource = ScanSelect;
-    }
-
-    void AddPart(const char* id, const char* name, double length) {
-        fakes::Row row(PartColumns().size());
-        row[0] = id;
-        row[2] = name;
-        row[5] = length;
-        row[22] = "0";
-        database.databases[Path].push_back(row);
-    }
-    void Bind() {
-        grid.SetDataSource(&data);
-        data.Refresh();
-    }
-    std::string Name(int row) const { return database.Text(Path, row, "bv_partname"); }
-
-    fakes::FakeDatabase database;
-    DataControl data;
-    GridControl grid;
-};
 
 TEST_F(BoundGrid, HasNoRowsBeforeTheFirstRefresh) {
     grid.SetDataSource(&data);
@@ -266,7 +226,7 @@ TEST_F(BoundGrid, WritesNothingToARecordSetThatCannotBeUpdated) {
         "Select count(bv_partname) as bv_qty, bv_partname from brenvik_data Group by bv_partname";
     Bind();
     grid.SetCellText(2, 1, "Door");
-    EXPECT_THROW(grid.SaveChanges(), Failure);
+    EXPECT_EQ(FailureOf([&] { grid.SaveChanges(); }).number(), 3027);
     EXPECT_EQ(database.CountStatements("UPDATE"), 0);
 }
 
@@ -419,6 +379,89 @@ TEST_F(BoundGrid, NeedsATableToSaveTo) {
     grid.SetCellText(2, 1, "Door");
     EXPECT_EQ(grid.CellText(2, 1), "Door");
     EXPECT_THROW(grid.SaveChanges(), Failure);
+}
+
+TEST_F(BoundGrid, RowsThatGoTakeTheirMarksAndTheActiveCellAlong) {
+    Bind();
+    grid.SetActiveCell(2, 2);
+    grid.SetCellText(5, 1, "stays");
+    grid.SetCellText(1, 2, "goes");
+    grid.SetMaxRows(1);
+    EXPECT_EQ(grid.ActiveRow(), 1);
+    EXPECT_TRUE(grid.Changed(5, 1));
+    grid.SetMaxRows(2);
+    EXPECT_FALSE(grid.Changed(1, 2));
+    EXPECT_EQ(grid.ActiveRow(), 1);
+}
+
+TEST_F(BoundGrid, FollowsItsLastDataControlAlone) {
+    Bind();
+    DataControl other("Adodc2", [this] { return database.CreateConnection(); });
+    other.connectionString = data.connectionString;
+    other.recordSource = std::string(ScanSelect) + " where bv_id = 'B'";
+    grid.SetDataSource(&other);
+    EXPECT_EQ(grid.MaxRows(), 0);
+    data.Refresh();
+    EXPECT_EQ(grid.MaxRows(), 0) << "the data control before is none of the grid's any more";
+    other.recordSource = ScanSelect;
+    other.Refresh();
+    EXPECT_EQ(grid.MaxRows(), 2);
+    grid.SetDataSource(nullptr);
+    EXPECT_EQ(grid.MaxRows(), 0);
+    other.Refresh();
+    EXPECT_EQ(grid.MaxRows(), 0);
+}
+
+TEST_F(BoundGrid, UnbindsWhenItGoesBackToItsDesign) {
+    grid.KeepDesign();
+    Bind();
+    grid.reDraw = false;
+    grid.SetActiveCell(2, 2);
+    grid.SetBlockLocked(2, 1, 1, true);
+    grid.RestoreDesign();
+    EXPECT_TRUE(grid.reDraw);
+    EXPECT_EQ(grid.ActiveColumn(), 1);
+    data.Refresh();
+    EXPECT_EQ(grid.MaxRows(), 0);
+    grid.SetDataSource(&data);
+    EXPECT_EQ(grid.MaxRows(), 2);
+    EXPECT_FALSE(grid.CellLocked(2, 1));
+}
+
+TEST_F(BoundGrid, MovesToTheHeadersButNeverBesideTheGrid) {
+    Bind();
+    grid.SetActiveCell(5, 0);
+    EXPECT_EQ(grid.ActiveRow(), 0);
+    for (const auto& [column, row] : {std::pair{0, 1}, {6, 1}, {1, -1}, {1, 3}})
+        EXPECT_EQ(
+            FailureOf([&, at = std::pair(column, row)] { grid.SetActiveCell(at.first, at.second); }).number(),
+            failure_number::subscriptOutOfRange)
+            << column << ' ' << row;
+    EXPECT_EQ(grid.ActiveColumn(), 5);
+}
+
+TEST_F(BoundGrid, LocksOfOneColumnLeaveTheOthersAlone) {
+    Bind();
+    grid.SetMaxRows(10);
+    grid.SetBlockLocked(2, 3, 8, true);
+    grid.SetBlockLocked(3, 3, 8, true);
+    grid.SetBlockLocked(2, 1, 4, false);
+    grid.SetBlockLocked(2, 7, 10, false);
+    grid.SetBlockLocked(2, 9, 3, true);
+    std::string locked;
+    for (int row = 1; row <= 10; ++row) locked += grid.CellLocked(2, row) ? 'x' : '.';
+    EXPECT_EQ(locked, "....xx....");
+    locked.clear();
+    for (int row = 1; row <= 10; ++row) locked += grid.CellLocked(3, row) ? 'x' : '.';
+    EXPECT_EQ(locked, "..xxxxxx..");
+    EXPECT_THROW(grid.CellLocked(6, 1), Failure);
+}
+
+TEST_F(BoundGrid, WithoutATableKeepsWhatTheUserTypes) {
+    grid.SetMaxRows(2);
+    EXPECT_TRUE(grid.UserEdit(2, 1, "Door"));
+    EXPECT_EQ(grid.CellText(2, 1), "Door");
+    EXPECT_TRUE(grid.Changed(2, 1));
 }
 
 }  // namespace
