@@ -41,9 +41,14 @@ Failure FromErrno(int code, const fs::path& file) {
 
 class Descriptor {
   public:
+    Descriptor() = default;
     Descriptor(const fs::path& file, int flags, mode_t mode)
         : mNumber(::open(file.c_str(), flags | O_CLOEXEC, mode)) {}
     ~Descriptor() { Close(); }
+    Descriptor& operator=(Descriptor&& other) noexcept {
+        std::swap(mNumber, other.mNumber);
+        return *this;
+    }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
 
@@ -52,7 +57,7 @@ class Descriptor {
     bool Close() { return mNumber < 0 || ::close(std::exchange(mNumber, -1)) == 0; }
 
   private:
-    int mNumber;
+    int mNumber = -1;
 };
 
 // A work file that is removed unless it became the target.
@@ -86,6 +91,17 @@ fs::path WorkName(const fs::path& folder) {
     static std::atomic<unsigned> counter = 0;
     return folder /
            (std::string(workFilePrefix) + std::to_string(::getpid()) + "-" + std::to_string(++counter));
+}
+
+// Opens a work file of a name that is free. A program that died half way leaves its file, and numbers of
+// programs come again, in a container even at once.
+fs::path OpenWorkFile(const fs::path& folder, Descriptor& descriptor) {
+    fs::path name;
+    do {
+        name = WorkName(folder);
+        descriptor = Descriptor(name, O_WRONLY | O_CREAT | O_EXCL, 0666);
+    } while (descriptor.Number() < 0 && errno == EEXIST);
+    return name;
 }
 
 // A device keeps no old content that could be lost.
@@ -123,9 +139,10 @@ void Replace(const fs::path& file, std::string_view content, Reach reach) {
     if (exists && ::access(target.c_str(), W_OK) != 0) throw FromErrno(errno, target);
 
     const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
-    WorkFile work(WorkName(folder));
-    Descriptor descriptor(work.Path(), O_WRONLY | O_CREAT | O_EXCL, 0666);
+    Descriptor descriptor;
+    const fs::path workPath = OpenWorkFile(folder, descriptor);
     if (descriptor.Number() < 0) throw FromErrno(errno, target);
+    WorkFile work(workPath);
     if (exists) ::fchmod(descriptor.Number(), old.st_mode & 07777);
     WriteAll(descriptor.Number(), content, target);
     if (reach == Reach::Disk && ::fsync(descriptor.Number()) != 0) throw FromErrno(errno, target);

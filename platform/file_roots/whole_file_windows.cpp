@@ -85,8 +85,10 @@ void Replace(const fs::path& file, std::string_view content, Reach reach) {
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0)
         throw PermissionDenied(TextFromPath(file));
     static std::atomic<unsigned> counter = 0;
-    const std::string name =
-        std::string(workFilePrefix) + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++counter);
+    // Numbers of programs come again, and one that died half way has left its file: the time tells them
+    // apart.
+    const std::string name = std::string(workFilePrefix) + std::to_string(GetCurrentProcessId()) + "-" +
+                             std::to_string(GetTickCount64()) + "-" + std::to_string(++counter);
     WorkFile work((file.has_parent_path() ? file.parent_path() : fs::path(".")) / name);
     WriteTo(work.Path(), content, file, reach);
     const DWORD how = MOVEFILE_REPLACE_EXISTING | (reach == Reach::Disk ? MOVEFILE_WRITE_THROUGH : 0U);

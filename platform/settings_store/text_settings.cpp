@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/failure.h"
+#include "settings_store/folder_lock.h"
 
 namespace brenvik {
 namespace {
@@ -59,10 +60,17 @@ void TextSettings::Refresh() {
     mStamp = stamp;
 }
 
+// A stamp tells no two states apart that follow within one tick of the file system's clock at one length.
+// What a read may show for a moment, a write must not put back.
+void TextSettings::ReadAnew() {
+    mStamp.reset();
+    Refresh();
+}
+
+// Another program may follow at once, so the stamp is not taken for that of our own content.
 void TextSettings::Write(const SettingsText& changed) {
+    mStamp.reset();
     mWrite(mFile, changed.Content());
-    mSettings = changed;
-    mStamp = ReadStamp();
 }
 
 std::string TextSettings::GetSetting(SettingsRoot root, std::string_view path, std::string_view name) {
@@ -72,7 +80,8 @@ std::string TextSettings::GetSetting(SettingsRoot root, std::string_view path, s
 
 void TextSettings::SaveSetting(SettingsRoot root, std::string_view path, std::string_view name,
                                std::string_view text) {
-    Refresh();
+    const FolderLock lock(mFile.parent_path());
+    ReadAnew();
     const std::string key = KeyPath(root, path);
     if (mSettings.Find(key, name) == text) return;
     SettingsText changed = mSettings;
@@ -81,7 +90,8 @@ void TextSettings::SaveSetting(SettingsRoot root, std::string_view path, std::st
 }
 
 void TextSettings::DeleteSetting(SettingsRoot root, std::string_view path, std::string_view name) {
-    Refresh();
+    const FolderLock lock(mFile.parent_path());
+    ReadAnew();
     SettingsText changed = mSettings;
     if (changed.Remove(KeyPath(root, path), name)) Write(changed);
 }

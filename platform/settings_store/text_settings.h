@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string_view>
 
 #include "session/settings_port.h"
@@ -13,8 +14,10 @@
 namespace brenvik {
 
 /// Settings in a text file. A missing file is an empty store; it is made by the first save. A change of
-/// the file by another program or an editor is seen at the next call. A damaged file fails every call
-/// with Failure 321, which names file, line and what was expected, and is never written over.
+/// the file by another program or an editor is seen at the next call. A save changes its own value in what
+/// the file holds at that moment, while other programs wait, so that of two programs neither loses the
+/// other's values. A damaged file fails every call with Failure 321, which names file, line and what was
+/// expected, and is never written over.
 class TextSettings : public SettingsPort {
   public:
     TextSettings(std::filesystem::path file, WholeFileWriter write);
@@ -38,12 +41,14 @@ class TextSettings : public SettingsPort {
     Stamp ReadStamp() const;
     std::string ReadWhole() const;
     void Refresh();
+    void ReadAnew();
     void Write(const SettingsText& changed);
 
     std::filesystem::path mFile;
     WholeFileWriter mWrite;
     SettingsText mSettings;
-    Stamp mStamp;
+    /// Of the file that mSettings was read from; nothing when it has to be read anew.
+    std::optional<Stamp> mStamp;
 };
 
 }  // namespace brenvik

@@ -5,6 +5,7 @@
 
 #include <fstream>
 #include <sstream>
+#include <thread>
 
 #include "file_roots/whole_file.h"
 #include "support/failure_of.h"
@@ -81,6 +82,33 @@ TEST_F(SettingsFile, ChangeInAnEditorIsSeenEvenAtTheSameLength) {
     std::filesystem::last_write_time(File(),
                                      std::filesystem::last_write_time(File()) + std::chrono::seconds(2));
     EXPECT_EQ(settings.GetSetting(machine, key, "A"), "2");
+}
+
+TEST_F(SettingsFile, ChangeThatLooksLikeNoneIsNotWrittenOver) {
+    TextSettings other(File(), WriteWholeFile);
+    settings.SaveSetting(machine, key, "A", "1");
+    EXPECT_EQ(settings.GetSetting(machine, key, "A"), "1");
+    const auto time = std::filesystem::last_write_time(File());
+    other.SaveSetting(machine, key, "A", "2");
+    std::filesystem::last_write_time(File(), time);
+    settings.SaveSetting(machine, key, "B", "3");
+    EXPECT_EQ(other.GetSetting(machine, key, "A"), "2");
+    std::filesystem::last_write_time(File(), time);
+    settings.DeleteSetting(machine, key, "B");
+    EXPECT_EQ(Content(), "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Orvane, Inc.\\Brenvik04]\nA=2\n");
+}
+
+TEST_F(SettingsFile, TwoProgramsThatSaveAtOnceLoseNoValue) {
+    constexpr int values = 60;
+    const auto save = [this](const std::string& prefix) {
+        TextSettings own(File(), WriteScratchFile);
+        for (int value = 0; value < values; ++value)
+            own.SaveSetting(machine, key, prefix + std::to_string(value), "1");
+    };
+    std::thread first(save, "First"), second(save, "Second");
+    first.join();
+    second.join();
+    EXPECT_EQ(settings.EnumerateSettings(machine, key).size(), 2U * values);
 }
 
 TEST_F(SettingsFile, SameValueIsNotWrittenAgain) {

@@ -161,5 +161,16 @@ TEST_F(WholeFile, ProgramThatDiesBeforeTheMoveLeavesTheOldFile) {
     EXPECT_EQ(Content(), "new");
 }
 
+TEST_F(WholeFile, WorkFilesOfADeadProgramWithOurNumberAreInNobodysWay) {
+    constexpr int left = 1000;
+    for (int counter = 1; counter <= left; ++counter)
+        std::ofstream(folder.Path() / (std::string(workFilePrefix) + std::to_string(getpid()) + "-" +
+                                       std::to_string(counter)))
+            << "half";
+    WriteWholeFile(File(), "new");
+    EXPECT_EQ(Content(), "new");
+    EXPECT_EQ(Entries(), 1 + left) << "another program's file is not ours to remove";
+}
+
 }  // namespace
 }  // namespace brenvik
