@@ -1,4 +1,4 @@
-// Failures of export databases, with the numbers that database programs of the trade know and show.
+// Failures of export databases.
 #pragma once
 
 #include <string>
@@ -6,21 +6,7 @@
 #include <utility>
 
 #include "base/failure.h"
-
-namespace brenvik::failure_number {
-
-inline constexpr long exportUnavailable = -2147467259;
-inline constexpr long exportStatementRefused = -2147217900;
-inline constexpr long exportLoginRefused = -2147217843;
-inline constexpr long exportTableMissing = -2147217865;
-inline constexpr long exportConstraintBroken = -2147217873;
-inline constexpr long exportWrongType = -2147217913;
-inline constexpr long exportNoCurrentRecord = 3021;
-inline constexpr long exportNoSuchField = 3265;
-inline constexpr long exportObjectClosed = 3704;
-inline constexpr long exportObjectOpen = 3705;
-
-}  // namespace brenvik::failure_number
+#include "session/database_failures.h"
 
 namespace brenvik::odbc {
 
@@ -31,12 +17,12 @@ inline Failure ExportFailure(long number, std::string description, std::string d
 
 /// The number for a diagnostic's SQLSTATE of five characters.
 inline long NumberOfState(std::string_view state) {
-    if (state == "28000") return failure_number::exportLoginRefused;
-    if (state == "42S02") return failure_number::exportTableMissing;
-    if (state == "22018") return failure_number::exportWrongType;
-    if (state.starts_with("23")) return failure_number::exportConstraintBroken;
-    if (state.starts_with("42")) return failure_number::exportStatementRefused;
-    return failure_number::exportUnavailable;
+    if (state == "28000") return failure_number::loginRefused;
+    if (state == "42S02") return failure_number::tableMissing;
+    if (state == "22018") return failure_number::wrongType;
+    if (state.starts_with("23")) return failure_number::constraintBroken;
+    if (state.starts_with("42")) return failure_number::statementRefused;
+    return failure_number::databaseUnavailable;
 }
 
 }  // namespace brenvik::odbc

@@ -32,7 +32,7 @@ std::string RealPlace(const OdbcDatabase::PathResolver& resolve, std::string_vie
     std::string shown(text.begin(), text.end());
     std::error_code ignored;
     if (!std::filesystem::exists(place, ignored))
-        throw ExportFailure(failure_number::exportUnavailable,
+        throw ExportFailure(failure_number::databaseUnavailable,
                             "The database " + shown + " can't be found: a file was expected");
     return shown;
 }
@@ -53,7 +53,7 @@ class OdbcConnection : public ExportConnection {
     void SetCursorLocation(CursorLocation) override {}
 
     void Open(std::string_view connectionString) override {
-        if (mSession) throw ExportFailure(failure_number::exportObjectOpen, "The connection is open already");
+        if (mSession) throw ExportFailure(failure_number::objectOpen, "The connection is open already");
         odbc::Handle environment = odbc::NewEnvironment();
         const odbc::Registration driver =
             odbc::RegistrationOf(environment, odbc::AttributeValue(connectionString, "Driver"));
@@ -94,7 +94,7 @@ class OdbcConnection : public ExportConnection {
 
   private:
     Session& Opened() {
-        if (!mSession) throw ExportFailure(failure_number::exportObjectClosed, "The connection is closed");
+        if (!mSession) throw ExportFailure(failure_number::objectClosed, "The connection is closed");
         return *mSession;
     }
 

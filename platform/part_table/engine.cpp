@@ -84,6 +84,21 @@ int BindValue(sqlite3_stmt* statement, int place, const FieldValue& value) {
     return sqlite3_bind_null(statement, place);
 }
 
+// One use of a statement that is kept. Afterwards it holds no lock on the file and no value of the caller.
+class UseOf {
+  public:
+    explicit UseOf(sqlite3_stmt* used) : mStatement(used) {}
+    ~UseOf() {
+        sqlite3_reset(mStatement);
+        sqlite3_clear_bindings(mStatement);
+    }
+    UseOf(const UseOf&) = delete;
+    UseOf& operator=(const UseOf&) = delete;
+
+  private:
+    sqlite3_stmt* mStatement;
+};
+
 }  // namespace
 
 void Engine::HandleCloser::operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
@@ -107,9 +122,15 @@ void Engine::Open() {
         if (code != SQLITE_OK) Fail(code, {});
         Configure();
     } catch (...) {
-        mHandle.reset();
+        LetGo();
         throw;
     }
+}
+
+// A statement that is still there would keep the file open behind our back.
+void Engine::LetGo() {
+    mUpdates.clear();
+    mHandle.reset();
 }
 
 void Engine::Configure() {
@@ -154,7 +175,7 @@ void Engine::FollowFile() {
         sqlite3_file_control(mHandle.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
         if (moved == 0) return;
         if (mTransactionDepth > 0) throw Unavailable(mFile, "was removed or replaced during a transaction");
-        mHandle.reset();
+        LetGo();
     }
     Open();
 }
@@ -214,6 +235,12 @@ ResultTable Engine::Query(std::string_view sql) {
     return result;
 }
 
+sqlite3_stmt* Engine::PreparedUpdate(const std::string& text) {
+    const auto known = mUpdates.find(text);
+    if (known != mUpdates.end()) return known->second.get();
+    return mUpdates.emplace(text, Prepare(text, text)).first->second.get();
+}
+
 std::optional<FieldValue> Engine::UpdateRow(std::string_view column, const FieldValue& value,
                                             std::int64_t rowNumber, std::string_view identityColumn,
                                             const FieldValue& identity) {
@@ -222,13 +249,14 @@ std::optional<FieldValue> Engine::UpdateRow(std::string_view column, const Field
     std::string text = "UPDATE " + std::string(tableName) + " SET [" + name + "] = ?1 WHERE rowid = ?2";
     if (!identityColumn.empty()) text += " AND [" + std::string(identityColumn) + "] IS ?3";
     text += " RETURNING [" + name + "]";
-    const Statement statement = Prepare(text, text);
-    int code = BindValue(statement.get(), 1, value);
-    if (code == SQLITE_OK) code = sqlite3_bind_int64(statement.get(), 2, rowNumber);
-    if (code == SQLITE_OK && !identityColumn.empty()) code = BindValue(statement.get(), 3, identity);
+    sqlite3_stmt* statement = PreparedUpdate(text);
+    const UseOf use(statement);
+    int code = BindValue(statement, 1, value);
+    if (code == SQLITE_OK) code = sqlite3_bind_int64(statement, 2, rowNumber);
+    if (code == SQLITE_OK && !identityColumn.empty()) code = BindValue(statement, 3, identity);
     if (code != SQLITE_OK) Fail(code, text);
     std::optional<FieldValue> stored;
-    while (Step(statement.get(), text)) stored = ColumnValue(statement.get(), 0);
+    while (Step(statement, text)) stored = ColumnValue(statement, 0);
     return stored;
 }
 
@@ -272,7 +300,7 @@ void Engine::Rollback() {
 }
 
 void Engine::Close() {
-    mHandle.reset();
+    LetGo();
     mTransactionDepth = 0;
     mClosed = true;
 }

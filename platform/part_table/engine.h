@@ -4,6 +4,8 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -61,16 +63,21 @@ class Engine {
     using Statement = std::unique_ptr<sqlite3_stmt, StatementCloser>;
 
     void Open();
+    /// Lets the file go, with the statements that were prepared on it.
+    void LetGo();
     void Configure();
     void FollowFile();
     void RunOwn(const char* sql);
     Statement Prepare(const std::string& text, std::string_view shown);
+    sqlite3_stmt* PreparedUpdate(const std::string& text);
     bool Step(sqlite3_stmt* statement, std::string_view shown);
     [[noreturn]] void Fail(int code, std::string_view shown);
 
     std::filesystem::path mFile;
     bool mReadOnly;
     std::unique_ptr<sqlite3, HandleCloser> mHandle;
+    /// The statements of UpdateRow by their text. A copy down a list sets the same few columns in each row.
+    std::map<std::string, Statement, std::less<>> mUpdates;
     int mTransactionDepth = 0;
     bool mClosed = false;
 };

@@ -89,6 +89,38 @@ TEST_F(PartRecords, UpdateKeepsTheKindOfTheColumn) {
     EXPECT_EQ(records->ValueAt(0, 1), FieldValue(7.25)) << "a refused value must not show";
 }
 
+TEST_F(PartRecords, ARefusedUpdateIsInNobodysWay) {
+    const std::unique_ptr<Recordset> records =
+        connection->OpenRecordset("select bv_partname, bv_id from brenvik_data");
+    EXPECT_EQ(FailureOf([&] { records->Update(0, 0, FieldValue(std::string(256, 'x'))); }).number(),
+              failure_number::statementRefused);
+    records->Update(1, 0, FieldValue("Lid"));
+    records->Update(0, 0, FieldValue(std::monostate{}));
+    EXPECT_EQ(Column("select bv_partname from brenvik_data"), "null|Lid|Back");
+    Opened()->Execute("delete from brenvik_data where bv_id = '3C'");
+    connection->Execute("drop table brenvik_data");
+}
+
+TEST_F(PartRecords, UpdatesGoToTheFileThatReplacedTheirOwn) {
+    const std::unique_ptr<Recordset> records = connection->OpenRecordset("select * from brenvik_data");
+    records->Update(0, 2, FieldValue("first"));
+    database.CreateBlankPartDatabase("c:\\bv04.mdb");
+    EXPECT_EQ(FailureOf([&] { records->Update(0, 2, FieldValue("second")); }).number(),
+              failure_number::recordGone);
+    Insert("1A", "Door", "Oak", "1");
+    records->Update(0, 2, FieldValue("third"));
+    EXPECT_EQ(Column("select bv_partname from brenvik_data"), "third");
+}
+
+TEST_F(PartRecords, UpdatesMeetATableThatWasMadeAnewWithOtherColumns) {
+    const std::unique_ptr<Recordset> records = connection->OpenRecordset("select * from brenvik_data");
+    records->Update(0, 2, FieldValue("first"));
+    connection->Execute("drop table brenvik_data");
+    connection->Execute("create table brenvik_data (bv_id text)");
+    EXPECT_EQ(FailureOf([&] { records->Update(0, 2, FieldValue("second")); }).number(),
+              failure_number::statementRefused);
+}
+
 TEST_F(PartRecords, UpdateToNull) {
     const std::unique_ptr<Recordset> records =
         connection->OpenRecordset("select bv_partname from brenvik_data");
