@@ -406,6 +406,9 @@ TEST_F(BoundGrid, FollowsItsLastDataControlAlone) {
     other.recordSource = ScanSelect;
     other.Refresh();
     EXPECT_EQ(grid.MaxRows(), 2);
+    grid.SetCellText(2, 1, "Door");
+    data.Refresh();
+    EXPECT_TRUE(grid.Changed(2, 1));
     grid.SetDataSource(nullptr);
     EXPECT_EQ(grid.MaxRows(), 0);
     other.Refresh();
