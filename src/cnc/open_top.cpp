@@ -83,7 +83,8 @@ double VolumeAfterCut(AcadDocument& drawing, Acad3DSolid& part, AcadRegion& regi
     return volume;
 }
 
-OpenTop TrialCut(RunState& run, AcadEntity& closedCurve, double upward, int digits) {
+/// What is left of the part by a trial cut from the curve on.
+double VolumeLeft(RunState& run, AcadEntity& closedCurve, double upward) {
     AcadDocument& drawing = *run.part;
     Acad3DSolid& part = LastSolid(drawing);
     AddLayer(drawing, layers::circleHold);
@@ -93,8 +94,11 @@ OpenTop TrialCut(RunState& run, AcadEntity& closedCurve, double upward, int digi
     AcadEntity& copy = objects.Keep(closedCurve.Copy());
     copy.SetLayer(layers::circleHold);
     copy.SetColor(TrialColor);
-    const double left = RoundHalfEven(
-        VolumeAfterCut(drawing, part, RegionOf(drawing, copy, objects), upward, objects), digits);
+    return VolumeAfterCut(drawing, part, RegionOf(drawing, copy, objects), upward, objects);
+}
+
+OpenTop TrialCut(RunState& run, AcadEntity& closedCurve, double upward, int digits) {
+    const double left = RoundHalfEven(VolumeLeft(run, closedCurve, upward), digits);
     const double whole = RoundHalfEven(run.PartVolume, digits);
     if (left < whole) return OpenTop::Covered;
     return left > whole ? OpenTop::Grown : OpenTop::Open;
@@ -108,6 +112,10 @@ OpenTop OpenToTop(RunState& run, AcadEntity& closedCurve, int digits) {
 
 OpenTop OpenToUnderside(RunState& run, AcadEntity& closedCurve, int digits) {
     return TrialCut(run, closedCurve, -TrialHeight, digits);
+}
+
+double MaterialAbove(RunState& run, AcadEntity& closedCurve) {
+    return run.PartVolume - VolumeLeft(run, closedCurve, TrialHeight);
 }
 
 }  // namespace brenvik

@@ -26,4 +26,8 @@ OpenTop OpenToTop(RunState& run, AcadEntity& closedCurve, int digits);
 /// The same from the other side: whether a tool reaches the contour from below once the part is turned over.
 OpenTop OpenToUnderside(RunState& run, AcadEntity& closedCurve, int digits);
 
+/// How much material stands over the contour, as a volume; below 0 where the trial cut makes the part grow,
+/// which tells that the modeller failed.
+double MaterialAbove(RunState& run, AcadEntity& closedCurve);
+
 }  // namespace brenvik

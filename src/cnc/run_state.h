@@ -75,6 +75,7 @@ struct RunState {
     std::string LastAddedLayer;
     int edgeBores = 0;                        ///< Horizontal bores that this pass has made.
     std::vector<DrilledHole> firstSideHoles;  ///< Kept for the second pass, which makes none of them twice.
+    std::vector<DrilledHole> firstSideTold;   ///< Holes and pins that the first pass has told of.
     std::vector<CutContour> firstSidePaths;   ///< Kept for the second pass, which cuts none of them again.
     /// What no recogniser took, in words for the operator, for the part as a whole.
     std::vector<std::string> unexplained;

@@ -2,15 +2,19 @@
 // plane, on a layer that tells depth and diameter in the language of the target.
 //
 // Holes that start on the top face come first. What is left then starts in a recess, or belongs to the other
-// side; a trial cut tells which. The circles of a place are few, so they are gathered once, in drawing order,
-// and the list is kept in step with what is deleted.
+// side; a trial cut tells which, and whether a pair of circles is a hole at all or the two ends of a pin. The
+// circles of a place are few, so they are gathered once, in drawing order, and the list is kept in step with
+// what is deleted.
+#include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <vector>
 
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "cnc/drawing_walk.h"
 #include "cnc/drilled_holes.h"
+#include "cnc/hole_account.h"
 #include "cnc/open_top.h"
 #include "cnc/part_steps.h"
 #include "cnc/vertical_drilling_names.h"
@@ -26,14 +30,16 @@ constexpr int CompareDecimals = 6;
 constexpr int OperationColor = 4;
 // "Exactly 0" as far as the modeller can tell: a part laid at an odd angle leaves 1e-13.
 constexpr double NoHeight = 1e-9;
+// The share of a bore's volume that may be material all the same: walls of files from other systems lie
+// beside their circles by ten-thousandths.
+constexpr double FilmShare = 1e-4;
 
 /// A circle that may be a rim or a floor.
-struct Rim {
+struct Rim : HoleCircle {
     AcadCircle* circle = nullptr;
-    Point3 center;
-    double diameter = 0;
     bool gone = false;
     bool passedOver = false;  ///< Looked at, with no operation; it stays in the drawing.
+    bool ofPin = false;       ///< An end of a pin, which the account tells of.
 };
 
 bool SamePlace(const Rim& a, const Rim& b) {
@@ -42,6 +48,9 @@ bool SamePlace(const Rim& a, const Rim& b) {
 bool SameBore(const Rim& a, const Rim& b) { return SameLength(a.diameter, b.diameter) && SamePlace(a, b); }
 bool Lower(const Rim& a, const Rim& b) { return Less(a.center.z, b.center.z); }
 bool Wider(const Rim& a, const Rim& b) { return Less(b.diameter, a.diameter); }
+
+/// What stands between a rim and its floor.
+enum class Inside { Air, Pin, Other };
 
 bool Upright(const AcadCircle& circle) {
     return std::abs(RoundHalfEven(circle.Normal().z, CompareDecimals)) == 1;
@@ -52,12 +61,13 @@ class Drilling {
     explicit Drilling(RunState& run)
         : mRun(run),
           mPart(LastSolid(*run.part).GetBoundingBox()),
-          mSpoil(StrictNumberSetting("DrillSpoilAmount")) {
+          mSpoil(StrictNumberSetting("DrillSpoilAmount")),
+          mAccount(run, mPart) {
         for (AcadCircle* circle : AllOn<AcadCircle>(*run.part, layers::MAXCircleHold))
-            mTop.push_back({circle, circle->Center(), circle->Diameter()});
+            mTop.push_back({{circle->Center(), circle->Diameter()}, circle});
         // A slanted circle is no candidate; the sorting has told of it.
         for (AcadCircle* circle : AllOn<AcadCircle>(*run.part, layers::circleHold))
-            if (Upright(*circle)) mRims.push_back({circle, circle->Center(), circle->Diameter()});
+            if (Upright(*circle)) mRims.push_back({{circle->Center(), circle->Diameter()}, circle});
     }
 
     /// False when a floor lies where none can be: the part is given up.
@@ -65,12 +75,10 @@ class Drilling {
         for (Rim& entry : mTop) {
             Rim* floor = FloorOfTopHole(entry);
             if (floor == nullptr) continue;
-            if (OnOtherSideAlready(entry, *floor)) {
-                Erase(*floor);
-                Erase(entry);
-            } else if (!Drill(entry, *floor, HoleStart::TopFace)) {
+            if (OnOtherSideAlready(entry, *floor))
+                EraseBoth(entry, *floor);
+            else if (IsHole(entry, *floor) && !Drill(entry, *floor, HoleStart::TopFace))
                 return false;
-            }
         }
         return true;
     }
@@ -79,8 +87,7 @@ class Drilling {
         while (Rim* rim = NextRim()) {
             if (CoveredAbove(*rim)) {
                 mCovered.push_back(*rim);
-                Erase(*rim);
-                NeedOtherSide(mRun);
+                GiveAway(*rim);
                 continue;
             }
             Rim* floor = rim->passedOver ? nullptr : FloorOfRecessHole(*rim);
@@ -88,19 +95,21 @@ class Drilling {
                 PassOver(*rim);
             else if (OnOtherSideAlready(*rim, *floor))
                 EraseBoth(*rim, *floor);
+            else if (!IsHole(*rim, *floor))
+                rim->passedOver = true;
             else if (!Drill(*rim, *floor, HoleStart::Recess))
                 return false;
         }
         return true;
     }
 
-    /// Tells what got no operation. A circle inside a hole that was drilled is no hole of its own.
+    /// Tells what got no operation.
     void TellRest() {
-        for (const std::vector<Rim>* rims : {&mTop, &mRims}) {
+        std::vector<HoleCircle> left;
+        for (const std::vector<Rim>* rims : {&mTop, &mRims})
             for (const Rim& rim : *rims)
-                if (!rim.gone && !Drilled(rim))
-                    NoteUnexplained(mRun, mPart, "hole", rim.diameter, rim.center);
-        }
+                if (!rim.gone && !rim.ofPin) left.push_back(rim);
+        mAccount.Tell(left);
     }
 
   private:
@@ -112,6 +121,10 @@ class Drilling {
         Erase(rim);
         Erase(floor);
     }
+    void GiveAway(Rim& rim) {
+        Erase(rim);
+        mAccount.AddGivenAway(rim);
+    }
 
     /// The highest circle below a rim on the top face. The other levels of the hole, and what is wider below,
     /// are the other side's.
@@ -120,8 +133,7 @@ class Drilling {
         for (Rim& other : mRims) {
             if (other.gone || !Lower(other, entry) || !SamePlace(other, entry)) continue;
             if (Wider(other, entry)) {
-                Erase(other);
-                NeedOtherSide(mRun);
+                GiveAway(other);
             } else if (SameLength(other.diameter, entry.diameter)) {
                 TakeHigher(best, other);
             }
@@ -135,8 +147,7 @@ class Drilling {
             return;
         }
         const bool replaces = Lower(*best, other);
-        Erase(replaces ? *best : other);
-        NeedOtherSide(mRun);
+        GiveAway(replaces ? *best : other);
         if (replaces) best = &other;
     }
 
@@ -175,8 +186,7 @@ class Drilling {
         for (Rim& other : mRims) {
             if (other.gone || !Lower(other, entry) || !SamePlace(other, entry)) continue;
             if (Wider(other, entry)) {
-                Erase(other);
-                NeedOtherSide(mRun);
+                GiveAway(other);
             } else if (SameLength(other.diameter, entry.diameter) &&
                        (best == nullptr || Lower(*best, other))) {
                 best = &other;
@@ -196,15 +206,31 @@ class Drilling {
     bool OnOtherSideAlready(const Rim& entry, const Rim& floor) const {
         if (mRun.FirstPass()) return false;
         if (std::abs(floor.center.z) < NoHeight) return true;
-        const Point3 rim = OnFirstSide(mRun, mPart, floor.center);
-        const Point3 end = OnFirstSide(mRun, mPart, entry.center);
-        for (const DrilledHole& hole : mRun.firstSideHoles) {
-            if (NearlyEqual(hole.x, rim.x) && NearlyEqual(hole.y, rim.y) &&
-                NearlyEqual(hole.diameter, entry.diameter) && NearlyEqual(hole.rimZ, rim.z) &&
-                NearlyEqual(hole.floorZ, end.z))
+        return mAccount.DrilledOnFirstSide(entry, floor.center.z);
+    }
+
+    /// A bit goes down only where the part has nothing but air between rim and floor, and above the rim.
+    /// A pin that stands in a recess has the circles of a hole.
+    bool IsHole(Rim& entry, Rim& floor) {
+        switch (Between(entry, floor)) {
+            case Inside::Air:
                 return true;
+            case Inside::Pin:
+                mAccount.AddPin(entry, floor.center.z);
+                for (Rim* end : {&entry, &floor}) end->passedOver = end->ofPin = true;
+                return false;
+            case Inside::Other:
+                return false;
         }
         return false;
+    }
+
+    Inside Between(const Rim& entry, const Rim& floor) {
+        const double height = std::max(0.0, entry.center.z - floor.center.z);
+        const double bore = std::numbers::pi / 4 * floor.diameter * floor.diameter * height;
+        const double material = MaterialAbove(mRun, *floor.circle);
+        if (std::abs(material) <= FilmShare * bore) return Inside::Air;
+        return std::abs(material - bore) <= FilmShare * bore ? Inside::Pin : Inside::Other;
     }
 
     bool Drill(Rim& entry, Rim& floor, HoleStart start) {
@@ -217,10 +243,7 @@ class Drilling {
         HoleCut cut = CutOf(mRun, start, {top, floor.center.z, mPart.max.z}, mSpoil);
         cut.diameter = floor.diameter;
         Place(*floor.circle, floor.center.z, cut);
-        const DrilledHole made{entry.center.x, entry.center.y, entry.diameter, entry.center.z,
-                               floor.center.z};
-        mDrilled.push_back(made);
-        if (mRun.FirstPass()) mRun.firstSideHoles.push_back(made);
+        mAccount.AddDrilled(entry, floor.center.z);
         Erase(entry);
         floor.gone = true;
         return true;
@@ -237,27 +260,17 @@ class Drilling {
         circle.Update();
     }
 
-    bool Drilled(const Rim& rim) const {
-        for (const DrilledHole& hole : mDrilled) {
-            if (SameLength(hole.x, rim.center.x) && SameLength(hole.y, rim.center.y) &&
-                !Less(hole.diameter, rim.diameter) && !Less(rim.center.z, hole.floorZ))
-                return true;
-        }
-        return false;
-    }
-
     RunState& mRun;
     const Box3 mPart;
     const double mSpoil;
+    HoleAccount mAccount;
     std::vector<Rim> mTop, mRims;
     std::vector<Rim> mCovered;  ///< Rims that the trial cut found material above.
-    std::vector<DrilledHole> mDrilled;
 };
 
 }  // namespace
 
 void DrillVertically(RunState& run) {
-    if (run.FirstPass()) run.firstSideHoles.clear();
     for (const std::string_view name : {layers::MAXCircleHold, layers::circleHold})
         Skip([&] { UnlockLayer(*run.part, name); });
     Drilling drilling(run);

@@ -30,6 +30,7 @@ class Recognising : public CncTest {
         Circle(TraitsOf(target).horizontalWorkLayer, {100, 30, 9}, {0, -1, 0});
     }
     void ThroughHole() {
+        wood.Drill({300, 50, 19}, app::Axis::Z, -19, 8);
         Circle(layers::MAXCircleHold, {300, 50, 19}, {0, 0, 1});
         Circle(layers::circleHold, {300, 50, 0}, {0, 0, 1});
     }

@@ -83,6 +83,7 @@ TEST_F(VerticalDrilling, ABlindHoleHasItsDepthAndNoSpoil) {
 }
 
 TEST_F(VerticalDrilling, EveryTargetLeavesOneCircleForAHole) {
+    Hole(100, 50, 19, 0, 8);
     for (const Target target : AllTargets) {
         SCOPED_TRACE(static_cast<int>(target));
         for (AcadCircle* circle : All<AcadCircle>(document)) circle->Delete();
@@ -98,6 +99,7 @@ TEST_F(VerticalDrilling, EveryTargetLeavesOneCircleForAHole) {
 }
 
 TEST_F(VerticalDrilling, TheHighestFloorWinsAndTheLowerOneBelongsToTheOtherSide) {
+    Hole(100, 50, 19, 12, 8);
     Top(100, 50, 8);
     Level(100, 50, 0, 8);
     Level(100, 50, 12, 8);
@@ -125,6 +127,7 @@ TEST_F(VerticalDrilling, AWiderRecessBelowBelongsToTheOtherSide) {
 }
 
 TEST_F(VerticalDrilling, OnlyTheFirstSideSaysThatAThroughRouteWasSeen) {
+    Hole(100, 50, 19, 9, 5);
     Top(100, 50, 5);
     Level(100, 50, 9, 5);
     Level(100, 50, 4, 5);
@@ -224,6 +227,7 @@ TEST_F(VerticalDrilling, ARecessHoleWithoutAFloorIsToldAndTheOthersAreDrilled) {
 }
 
 TEST_F(VerticalDrilling, ARimWithoutAFloorIsTold) {
+    Hole(300, 50, 19, 0, 8);
     Top(100, 50, 12);
     Top(300, 50, 8);
     Level(300, 50, 0, 8);
@@ -246,6 +250,7 @@ TEST_F(VerticalDrilling, AHoleIsToldOnceWhicheverSideItIsSeenFrom) {
 }
 
 TEST_F(VerticalDrilling, AThroughHoleOfTheFirstSideYieldsNothingOnTheSecond) {
+    Hole(500, 50, 19, 9, 8);
     Top(100, 50, 8);
     Level(100, 50, 0, 8);
     // From a recess.
@@ -263,6 +268,7 @@ TEST_F(VerticalDrilling, AThroughHoleOfTheFirstSideYieldsNothingOnTheSecond) {
 }
 
 TEST_F(VerticalDrilling, AHoleDrilledThroughFromARecessIsNotDrilledAgainFromTheOtherSide) {
+    Hole(500, 350, 19, 7, 8);
     Wood().Cut({80, 30, 12}, {120, 70, 30});
     Hole(100, 50, 12, 0, 8);
     Level(100, 50, 12, 8);
@@ -292,6 +298,7 @@ TEST_F(VerticalDrilling, AFloorThatIsNotBelowTheTopEndsThePart) {
 }
 
 TEST_F(VerticalDrilling, PlacesAreComparedAtSixDecimals) {
+    Hole(100, 50, 19, 3, 8);
     Top(100, 50, 8);
     Level(100.0000004, 50, 3, 8.0000001);
     Top(300, 50, 8);
@@ -308,6 +315,7 @@ TEST_F(VerticalDrilling, SpoilThatIsNoNumberFails) {
 }
 
 TEST_F(VerticalDrilling, LockedWorkLayersAreWithinReach) {
+    Hole(100, 50, 19, 0, 8);
     Top(100, 50, 8);
     Level(100, 50, 0, 8);
     LockAllLayers(document);
