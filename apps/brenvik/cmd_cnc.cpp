@@ -142,8 +142,8 @@ void AddCncCommand(CommandLine& line) {
     options->drawing.AddDrawing(command);
     command.add_option("--target", options->target, "The CAM package: " + TargetNames() + "; in any case")
         ->required()
-        ->check(CLI::Validator(CheckTarget, "T"))
-        ->type_name("");
+        ->check(CLI::Validator(CheckTarget, ""))
+        ->type_name("T");
     command
         .add_option(
             "--out", options->out,

@@ -160,8 +160,10 @@ PassEnd WorkOnPart(RunState& run, const PartSteps& steps, std::span<const PartFi
 
 /// What is left to do when a part ends the run.
 void ReportTheRest(const PartFile& file, std::size_t left, std::vector<std::string>& lines) {
-    lines.push_back("The run ended at the part " + file.label +
-                    (left == 0 ? "." : "; " + std::to_string(left) + " more parts have not been worked on."));
+    std::string line = "The run ended at the part " + file.label;
+    if (left == 1) line += "; 1 more part has not been worked on";
+    if (left > 1) line += "; " + std::to_string(left) + " more parts have not been worked on";
+    lines.push_back(line + ".");
 }
 
 /// The part files of a run that a failure ends.

@@ -15,9 +15,10 @@ const std::string complete = "[] -- Export Complete! --\n";
 
 class Cnc : public ProgramTest {
   protected:
-    /// A drawing of boards, each with a hole, all of one size and these names.
+    /// A drawing of boards, each with a hole, all of one size and these names; with a pocket from below they
+    /// have a second side.
     void WriteBoards(const std::string& file, const std::vector<std::string>& names,
-                     const std::string& material = "White Melamine") const {
+                     const std::string& material = "White Melamine", bool pocketBelow = false) const {
         HostApplication host(WriteWholeFile);
         HostDocument& document = host.NewDocument();
         document.Layers().Add("Parts");
@@ -25,6 +26,7 @@ class Cnc : public ProgramTest {
         for (const std::string& name : names) {
             app::Workpiece board(document.ModelSpace(), {place, 0, 0}, {place + 600, 400, 18}, "Parts");
             board.Drill({place + 100, 100, 18}, app::Axis::Z, -10, 8);
+            if (pocketBelow) board.Cut({place + 200, 100, -1}, {place + 300, 250, 6});
             place += 1000;
             for (const auto& [key, value] :
                  std::vector<std::pair<std::string, std::string>>{{"PartName", name},
@@ -126,6 +128,48 @@ TEST_F(Cnc, FromTheGridMakesIdenticalPartsOneFileAndAQuantity) {
     const std::string list = Read("home/drive_c/BV-DXF/WORKLIST.TXT");
     EXPECT_NE(list.find("Part_0_Shelf_7.dxf,18 WHITE MELAMINE,0,3,Shelf"), std::string::npos) << list;
     EXPECT_NE(list.find("Part_1_Side_7.dxf,18 WHITE MELAMINE,0,1,Side"), std::string::npos) << list;
+}
+
+TEST_F(Cnc, FromTheGridCountsBothSidesOfIdenticalParts) {
+    WriteBoards("job.dxf", {"Tür", "Tür"}, "White Melamine", true);
+    for (const std::string target :
+         {"C2C", "ATP", "ROV", "CNI", "ASP", "WOP4", "WOP5", "THERM", "BW", "Enroute", "ABC", "RCIM"}) {
+        const Outcome outcome =
+            Run({"cnc", "job.dxf", "--target", target, "--from-grid", "--out", "cut/" + target});
+        EXPECT_EQ(outcome.status, 0) << target;
+        EXPECT_EQ(outcome.errors, warning + complete) << target;
+        const std::string part = target == "THERM" ? "Part_0_Tür_7_.dxf" : "Part_0_Tür_7.dxf";
+        for (const std::string& name : {"cut/" + target + "/" + part, "cut/" + target + "/2-sided/B" + part})
+            EXPECT_TRUE(Exists(name)) << name;
+        EXPECT_EQ(FilesOf("cut/" + target).size(), 2U) << target;
+        EXPECT_EQ(FilesOf("cut/" + target + "/2-sided").size(), 2U) << target;
+    }
+    for (const std::string side : {"cut/C2C/", "cut/C2C/2-sided/"})
+        EXPECT_NE(Read(side + "WORKLIST.TXT").find(",18 WHITE MELAMINE,0,2,Tür,"), std::string::npos);
+    EXPECT_TRUE(Read("cut/THERM/2-sided/Sheet1.csv").starts_with("2,BPart_0_Tür_7_.dxf,"));
+    EXPECT_NE(Read("cut/BW/2-sided/WorkList.txt").find("BPart_0_Tür_7.dxf\t600\t400\t2\t"),
+              std::string::npos);
+}
+
+TEST_F(Cnc, FromTheGridOfADrawingWithoutSolidsTellsItsEnd) {
+    WriteBoards("job.dxf", {});
+    const Outcome outcome = Run({"cnc", "job.dxf", "--target", "C2C", "--from-grid"});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(outcome.errors, "job.dxf: the drawing holds no solids\n" + warning + complete);
+}
+
+TEST_F(Cnc, WithoutAMaterialLibraryTellsItOnceAndEndsWithStatus1) {
+    WriteBoards("job.dxf", {"Side", "Shelf"});
+    EXPECT_EQ(Run({"init"}).status, 0);
+    std::filesystem::remove(folder / "home/materials.txt");
+    const Outcome outcome = Run({"cnc", "job.dxf", "--target", "C2C"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.errors.find("materials.txt"), std::string::npos) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("; 1 more part has not been worked on."), std::string::npos)
+        << outcome.errors;
+    EXPECT_EQ(outcome.errors.find(complete), std::string::npos);
+    EXPECT_EQ(FilesOf("home/drive_c/BV-DXF"), Names{});
+    EXPECT_EQ(FilesOf("home/drive_c/BV-DXF/2-sided"), Names{});
 }
 
 TEST_F(Cnc, TakesTheSelectedPartsAlone) {

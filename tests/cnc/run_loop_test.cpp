@@ -194,7 +194,7 @@ TEST_F(RunLoop, EndsAtAPartThatEndsTheRunAndLeavesItsDrawingOpen) {
     EXPECT_TRUE(files.FileExists("c:\\BV-DXF\\Part_0.dwg"));
     EXPECT_FALSE(LastRunReport().complete);
     ASSERT_EQ(LastRunReport().passedOver.size(), 1U);
-    EXPECT_TRUE(LastRunReport().passedOver[0].ends_with("; 1 more parts have not been worked on."));
+    EXPECT_TRUE(LastRunReport().passedOver[0].ends_with("; 1 more part has not been worked on."));
     const auto last = std::find(transcript.rbegin(), transcript.rend(), "Command: plinetype");
     EXPECT_NE(last, transcript.rend());
 }
@@ -213,7 +213,7 @@ TEST_F(RunLoop, AFailureOfFilesEndsTheRunCleanlyAndKeepsWhatWasWritten) {
     ASSERT_EQ(messages.size(), 3U);
     EXPECT_EQ(messages[1], "61\r\nBrenvik\r\nDisk full: c:\\BV-DXF\\Part_1.dxf");
     EXPECT_EQ(messages[2].find("The run ended at the part \"Shelf\" ("), 0U) << messages[2];
-    EXPECT_TRUE(messages[2].ends_with("; 1 more parts have not been worked on.")) << messages[2];
+    EXPECT_TRUE(messages[2].ends_with("; 1 more part has not been worked on.")) << messages[2];
     EXPECT_EQ(FilesIn(OutputFolder), Texts{"Part_0_done.dxf"});
     EXPECT_TRUE(FilesIn(SecondSideFolder).empty());
     EXPECT_FALSE(LastRunReport().complete);

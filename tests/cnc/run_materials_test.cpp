@@ -109,7 +109,7 @@ TEST_F(RunMaterials, ThatAreMissingEndTheRunOnce) {
     EXPECT_TRUE(FilesIn(OutputFolder).empty());
     ASSERT_EQ(Messages().size(), 3U);
     EXPECT_NE(Messages()[1].find("materials.txt"), std::string::npos) << Messages()[1];
-    EXPECT_TRUE(Messages()[2].ends_with("1 more parts have not been worked on.")) << Messages()[2];
+    EXPECT_TRUE(Messages()[2].ends_with("1 more part has not been worked on.")) << Messages()[2];
 }
 
 TEST_F(RunMaterials, ThatAreNoTextEndTheRunOnce) {
