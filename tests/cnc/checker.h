@@ -17,12 +17,14 @@ struct Cut {
     std::string layer;
     bool secondSide = false;
     Acad3DSolid* body = nullptr;
+    Box3 box;
     /// Where it stands and how wide, for telling two of one kind apart.
     Drawn drawn;
 };
 
 struct CheckOptions {
-    /// The volume that no operation takes away although the part lacks it: bevels, slanted holes.
+    /// The volume that no operation takes away although the part lacks it: bevels, slanted holes. In cubes of
+    /// the unit that the run works in.
     double uncovered = 0;
     /// Layers (by their beginning) of which two may cut the same air by the run's own rules.
     std::vector<std::string> twice;
@@ -49,6 +51,8 @@ class CheckedRunTest : public CncTest {
     std::optional<std::vector<Drawn>> FileOf(std::string_view folder, const std::string& prefix, int index);
     /// The part as the first pass lays it, top face on Z 0, in the drawing of the trial.
     Acad3DSolid* LayFlat(Acad3DSolid& part, HostDocument*& trial);
+
+    Target mLastTarget = Target::C2C;
 };
 
 }  // namespace brenvik
