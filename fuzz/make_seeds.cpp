@@ -5,11 +5,15 @@
 #include "drafting_host/acis/acis_text.h"
 
 #include <BRepAlgoAPI_Cut.hxx>
+#include <BRepBuilderAPI_MakeEdge.hxx>
+#include <BRepBuilderAPI_MakeWire.hxx>
+#include <BRepOffsetAPI_ThruSections.hxx>
 #include <BRepPrimAPI_MakeBox.hxx>
 #include <BRepPrimAPI_MakeCone.hxx>
 #include <BRepPrimAPI_MakeCylinder.hxx>
 #include <BRepPrimAPI_MakeSphere.hxx>
 #include <BRepPrimAPI_MakeTorus.hxx>
+#include <gp_Circ.hxx>
 
 #include <filesystem>
 #include <fstream>
@@ -30,10 +34,22 @@ struct Seed {
 std::vector<Seed> Shapes() {
     const TopoDS_Shape panel = BRepPrimAPI_MakeBox(60, 30, 2).Shape();
     const TopoDS_Shape hole = BRepPrimAPI_MakeCylinder(gp_Ax2(gp_Pnt(10, 10, -1), gp::DZ()), 1, 4).Shape();
-    return {
-        {"box", BRepPrimAPI_MakeBox(3, 2, 1).Shape()},   {"cylinder", BRepPrimAPI_MakeCylinder(1, 4).Shape()},
-        {"cone", BRepPrimAPI_MakeCone(2, 1, 4).Shape()}, {"sphere", BRepPrimAPI_MakeSphere(2).Shape()},
-        {"torus", BRepPrimAPI_MakeTorus(4, 1).Shape()},  {"panel", BRepAlgoAPI_Cut(panel, hole).Shape()}};
+    // Bores that cross leave splines; sections that a skin is laid over are nothing but splines.
+    const TopoDS_Shape bore = BRepPrimAPI_MakeCylinder(gp_Ax2(gp_Pnt(-1, 10, 1), gp::DX()), 0.5, 12).Shape();
+    const TopoDS_Shape fitting = BRepAlgoAPI_Cut(BRepAlgoAPI_Cut(panel, hole).Shape(), bore).Shape();
+    BRepOffsetAPI_ThruSections vase(true, false);
+    for (const double z : {0.0, 2.0, 4.0}) {
+        const gp_Circ circle(gp_Ax2(gp_Pnt(0, 0, z), gp::DZ()), 2 + (z - 2) * (z - 2) / 4);
+        vase.AddWire(BRepBuilderAPI_MakeWire(BRepBuilderAPI_MakeEdge(circle).Edge()).Wire());
+    }
+    return {{"fitting", fitting},
+            {"vase", vase.Shape()},
+            {"box", BRepPrimAPI_MakeBox(3, 2, 1).Shape()},
+            {"cylinder", BRepPrimAPI_MakeCylinder(1, 4).Shape()},
+            {"cone", BRepPrimAPI_MakeCone(2, 1, 4).Shape()},
+            {"sphere", BRepPrimAPI_MakeSphere(2).Shape()},
+            {"torus", BRepPrimAPI_MakeTorus(4, 1).Shape()},
+            {"panel", BRepAlgoAPI_Cut(panel, hole).Shape()}};
 }
 
 std::string AcisText(const TopoDS_Shape& shape) {

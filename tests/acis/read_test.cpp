@@ -159,7 +159,7 @@ TEST(ReadText, RefusesBinaryByName) {
     ExpectRefused("ASM BinaryFile4abc", "SAB");
 }
 
-TEST(ReadText, RefusesSplinesByName) {
+TEST(ReadText, RefusesFreeRecordsWithoutSplinesByName) {
     std::string text = Joined(WriteText(DrilledPanel()));
     ExpectRefused(Replaced(text, "cone-surface", "spline-surface"), "spline-surface");
     ExpectRefused(Replaced(text, "ellipse-curve", "intcurve-curve"), "intcurve-curve");

@@ -14,9 +14,6 @@
 #include <BRepPrimAPI_MakeRevol.hxx>
 #include <BRepPrimAPI_MakeSphere.hxx>
 #include <BRep_Builder.hxx>
-#include <GeomAPI_PointsToBSplineSurface.hxx>
-#include <Geom_BSplineSurface.hxx>
-#include <TColgp_Array2OfPnt.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Compound.hxx>
@@ -138,22 +135,6 @@ TEST(WriteText, TakesSurfacesOutOfTheirDisguise) {
     EXPECT_NEAR(Area(ExpectRoundTrip(BRepPrimAPI_MakeRevol(slant, axis).Shape())), std::numbers::pi * 14 * 10,
                 1e-9);
     EXPECT_NEAR(Area(ExpectRoundTrip(BRepPrimAPI_MakeRevol(slant, axis, 1.0).Shape())), 7 * 10, 1e-9);
-}
-
-TEST(WriteText, RefusesASplineSurfaceByFaceAndName) {
-    TColgp_Array2OfPnt points(1, 4, 1, 4);
-    for (int i = 1; i <= 4; ++i) {
-        for (int j = 1; j <= 4; ++j) points(i, j) = gp_Pnt(i, j, (i - 2) * (j - 3) * 0.3);
-    }
-    const TopoDS_Face face =
-        BRepBuilderAPI_MakeFace(GeomAPI_PointsToBSplineSurface(points).Surface(), 1e-6).Face();
-    try {
-        WriteText(face);
-        FAIL() << "a spline surface was written";
-    } catch (const WriteFailure& failure) {
-        EXPECT_NE(std::string(failure.what()).find("face 1"), std::string::npos) << failure.what();
-        EXPECT_NE(std::string(failure.what()).find("BSplineSurface"), std::string::npos) << failure.what();
-    }
 }
 
 TEST(WriteText, RefusesAShapeWithoutFaces) {

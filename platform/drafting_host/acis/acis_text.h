@@ -1,6 +1,7 @@
 // ACIS text: the bodies that drawings carry behind their 3DSOLID, REGION and BODY entities, and that
 // stand alone in .sat files. Reading gives boundary representations of the modeller with analytic
-// surfaces and curves; writing gives version 400, which every drafting program since R2000 takes.
+// surfaces and curves and with splines; writing gives version 400, which every drafting program since R2000
+// takes.
 #pragma once
 
 #include <TopoDS_Shape.hxx>
@@ -48,8 +49,8 @@ struct ReadResult {
 /// cannot be read is told in `problems`, and the bodies that are whole still arrive.
 ReadResult ReadText(std::string_view text);
 
-/// The shape's bodies as ACIS text of version 400, one line per record, unmasked. Solids, compounds
-/// of solids, faces, shells and compounds of them are taken. Throws WriteFailure.
+/// The shape's bodies as ACIS text of version 400, unmasked: one line per record, several for a spline.
+/// Solids, compounds of solids, faces, shells and compounds of them are taken. Throws WriteFailure.
 std::vector<std::string> WriteText(const TopoDS_Shape& shape);
 
 /// The same for several bodies in one text, one body for each shape.

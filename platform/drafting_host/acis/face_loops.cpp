@@ -116,6 +116,29 @@ class Taker {
 
 }  // namespace
 
+std::vector<std::vector<FreeUse>> FreeLoopsOf(const TopoDS_Face& face, const std::string& name) {
+    const TopoDS_Face forward = TopoDS::Face(face.Oriented(TopAbs_FORWARD));
+    const bool reversed = face.Orientation() == TopAbs_REVERSED;
+    std::vector<std::vector<FreeUse>> loops;
+    for (TopoDS_Iterator part(forward); part.More(); part.Next()) {
+        if (part.Value().ShapeType() != TopAbs_WIRE) continue;
+        std::vector<FreeUse> loop;
+        for (const TopoDS_Edge& edge : Walk(TopoDS::Wire(part.Value()), forward)) {
+            if (BRep_Tool::Degenerated(edge)) continue;
+            loop.push_back({reversed ? TopoDS::Edge(edge.Reversed()) : edge, edge});
+        }
+        if (reversed) std::reverse(loop.begin(), loop.end());
+        for (std::size_t i = 0; i < loop.size(); ++i) {
+            const TopoDS_Vertex end = TopExp::LastVertex(loop[i].edge, true);
+            const TopoDS_Vertex start = TopExp::FirstVertex(loop[(i + 1) % loop.size()].edge, true);
+            if (end.IsNull() || start.IsNull()) throw WriteFailure(name + " has an edge without vertices");
+            if (!end.IsSame(start)) throw WriteFailure(name + " has a boundary that is not closed");
+        }
+        if (!loop.empty()) loops.push_back(std::move(loop));
+    }
+    return loops;
+}
+
 FaceLoops LoopsOf(const TopoDS_Face& face, const std::string& name) { return Taker(face, name).Run(); }
 
 }  // namespace brenvik::acis

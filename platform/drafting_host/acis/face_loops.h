@@ -17,6 +17,16 @@ struct FaceLoops {
     std::vector<TopoDS_Vertex> spreadPoints;  ///< Apexes and poles that no edge of the face ends in.
 };
 
+/// An edge of a free face in two guises: as seen from the outside of the face, and as it lies in the face
+/// turned forward, which tells the two sides of a seam apart.
+struct FreeUse {
+    TopoDS_Edge edge, inFace;
+};
+
+/// The loops of a face on a free surface, whose seams are edges like any other. The order is that of the
+/// walk. Throws WriteFailure for a wire that is torn.
+std::vector<std::vector<FreeUse>> FreeLoopsOf(const TopoDS_Face& face, const std::string& name);
+
 /// Takes a face's wires apart. Loops on a face that goes all the way round come out one by one. Throws
 /// WriteFailure for a wire that is torn; `name` names the face in it.
 FaceLoops LoopsOf(const TopoDS_Face& face, const std::string& name);

@@ -8,6 +8,7 @@
 #include <BRep_Builder.hxx>
 #include <BRep_Tool.hxx>
 #include <Geom2d_Line.hxx>
+#include <Geom_BSplineCurve.hxx>
 #include <Geom_TrimmedCurve.hxx>
 #include <TopExp.hxx>
 #include <TopoDS.hxx>
@@ -329,14 +330,19 @@ TopoDS_Edge FaceMaker::SeamEdge(double along, double from, double to, const Topo
 
 void FaceMaker::AddSpreadPoint(TopoDS_Wire& wire, const gp_Pnt2d& from, const gp_Pnt2d& to,
                                const TopoDS_Vertex& vertex) {
-    // Laid down with u rising; walked backwards where the walk goes down.
-    const bool rising = to.X() > from.X();
+    // Laid down with u (on a free surface perhaps v) rising; walked backwards where the walk goes down.
+    const bool alongU = std::abs(to.X() - from.X()) >= std::abs(to.Y() - from.Y());
+    const double begin = Along(from, alongU);
+    const double end = Along(to, alongU);
+    const bool rising = end > begin;
     TopoDS_Edge edge;
     builder.MakeEdge(edge);
-    builder.UpdateEdge(edge, new Geom2d_Line(gp_Pnt2d(0, from.Y()), gp_Dir2d(1, 0)), face, coincidence);
+    const Handle(Geom2d_Line) line = alongU ? new Geom2d_Line(gp_Pnt2d(0, from.Y()), gp_Dir2d(1, 0))
+                                            : new Geom2d_Line(gp_Pnt2d(from.X(), 0), gp_Dir2d(0, 1));
+    builder.UpdateEdge(edge, line, face, coincidence);
     builder.Add(edge, vertex.Oriented(TopAbs_FORWARD));
     builder.Add(edge, vertex.Oriented(TopAbs_REVERSED));
-    builder.Range(edge, face, std::min(from.X(), to.X()), std::max(from.X(), to.X()));
+    builder.Range(edge, face, std::min(begin, end), std::max(begin, end));
     builder.Degenerated(edge, true);
     builder.Add(wire, edge.Oriented(rising ? TopAbs_FORWARD : TopAbs_REVERSED));
 }
@@ -360,7 +366,9 @@ void FaceMaker::AddLoop(TopoDS_Wire& wire, const LoopChart& loop) {
 }
 
 void FaceMaker::Widen(EdgeNode& edge, const Handle(Geom2d_Curve) & curve) {
-    constexpr int places = 6;
+    // Free curves lie on their surfaces within what the modeller that made them allowed itself, and that
+    // comes and goes along the curve.
+    const int places = edge.curve->IsKind(STANDARD_TYPE(Geom_BSplineCurve)) ? 132 : 6;
     for (int i = 0; i <= places; ++i) {
         const double t = edge.first + (edge.last - edge.first) * i / places;
         const double misfit = plan.frame.Value(curve->Value(t)).Distance(edge.curve->Value(t));

@@ -173,6 +173,7 @@ void PlanFaces(std::vector<FacePlan>& faces, Nodes& nodes) {
     }
     for (std::size_t i = 0; i < faces.size(); ++i) {
         if (faces[i].loops.empty() || faces[i].frame.kind == SurfaceFrame::Kind::Plane) continue;
+        if (faces[i].frame.kind == SurfaceFrame::Kind::Free) continue;  // its seams are edges of the text
         PlanSeam(faces[i], faces, nodes);
     }
 }

@@ -5,6 +5,7 @@
 
 #include <Geom_Circle.hxx>
 #include <Geom_Ellipse.hxx>
+#include <Geom_Line.hxx>
 
 #include <cmath>
 #include <numbers>
@@ -28,7 +29,17 @@ gp_XYZ SweptArea(const EdgeNode& edge, const Nodes& nodes, const gp_XYZ& origin)
         const double sector = ellipse->MajorRadius() * ellipse->MinorRadius() * (edge.last - edge.first);
         return (centre.Crossed(end - start) + ellipse->Axis().Direction().XYZ() * sector) / 2;
     }
-    return start.Crossed(end) / 2;
+    if (edge.curve->IsKind(STANDARD_TYPE(Geom_Line))) return start.Crossed(end) / 2;
+    constexpr int steps = 64;  // enough to tell inside from outside
+    gp_XYZ area(0, 0, 0);
+    gp_XYZ previous = edge.curve->Value(edge.first).XYZ() - origin;
+    for (int i = 1; i <= steps; ++i) {
+        const gp_XYZ next =
+            edge.curve->Value(edge.first + (edge.last - edge.first) * i / steps).XYZ() - origin;
+        area += previous.Crossed(next) / 2;
+        previous = next;
+    }
+    return area;
 }
 
 // The integral over v of the distance of the tangent plane from the centre times the area element.
@@ -39,6 +50,8 @@ double Primitive(const SurfaceFrame& frame, double v) {
         case SurfaceFrame::Kind::Plane:
         case SurfaceFrame::Kind::Cone:
             return 0;  // the tangent planes go through the origin or the apex
+        case SurfaceFrame::Kind::Free:
+            return 0;  // left to the modeller's own integration
         case SurfaceFrame::Kind::Cylinder:
             return major * major * v;
         case SurfaceFrame::Kind::EllipticCylinder:

@@ -2,6 +2,8 @@
 // the numbers first: a similarity takes each of these surfaces to one of its own kind.
 #include "drafting_host/acis/geometry.h"
 
+#include "drafting_host/acis/spline_shapes.h"
+
 #include <ElCLib.hxx>
 #include <ElSLib.hxx>
 #include <Geom_Circle.hxx>
@@ -13,6 +15,7 @@
 #include <Geom_SphericalSurface.hxx>
 #include <Geom_SurfaceOfLinearExtrusion.hxx>
 #include <Geom_ToroidalSurface.hxx>
+#include <ShapeAnalysis_Surface.hxx>
 
 #include <algorithm>
 #include <cmath>
@@ -124,6 +127,15 @@ SurfaceFrame Frame(const TorusRecord& torus, const Placement& place, long record
     if (axis.IsParallel(along, orthogonality))
         throw BadRecord(record, "torus-surface: axis and direction are one");
     frame.axes = gp_Ax3(place.Point(torus.centre), axis, along);
+    return frame;
+}
+
+SurfaceFrame Frame(const SplineSurfaceRecord& surface, const Placement& place) {
+    SurfaceFrame frame;
+    frame.kind = SurfaceFrame::Kind::Free;
+    frame.free = MakeSplineSurface(surface, place);
+    // Mirrored parameters turn the other way.
+    frame.insideOut = surface.reversed != place.Mirrors();
     return frame;
 }
 
@@ -243,6 +255,8 @@ Handle(Geom_Surface) SurfaceFrame::Build() const {
             return new Geom_SphericalSurface(axes, radius);
         case Kind::Torus:
             return new Geom_ToroidalSurface(axes, radius, minorRadius);
+        case Kind::Free:
+            return free;
     }
     return {};
 }
@@ -268,6 +282,8 @@ gp_Pnt2d SurfaceFrame::Parameters(const gp_Pnt& point) const {
         case Kind::Torus:
             ElSLib::TorusParameters(axes, radius, minorRadius, point, u, v);
             break;
+        case Kind::Free:
+            return ShapeAnalysis_Surface(free).ValueOfUV(point, coincidence);
     }
     return {u, v};
 }
@@ -288,6 +304,8 @@ gp_Pnt SurfaceFrame::Value(const gp_Pnt2d& uv) const {
             return ElSLib::SphereValue(uv.X(), uv.Y(), axes, radius);
         case Kind::Torus:
             return ElSLib::TorusValue(uv.X(), uv.Y(), axes, radius, minorRadius);
+        case Kind::Free:
+            return free->Value(uv.X(), uv.Y());
     }
     return {};
 }
@@ -304,7 +322,7 @@ std::optional<double> SurfaceFrame::HighSingularity() const {
 }
 
 double SurfaceFrame::UMetric() const {
-    if (kind == Kind::Plane) return 1;
+    if (!UPeriodic()) return 1;
     return kind == Kind::Torus ? radius + minorRadius : radius;
 }
 
@@ -319,6 +337,7 @@ SurfaceFrame MakeFrame(const SurfaceRecord& surface, const Placement& placement,
     if (const auto* cone = std::get_if<ConeRecord>(&surface))
         return Frame(*cone, placement, record, againstSigns);
     if (const auto* sphere = std::get_if<SphereRecord>(&surface)) return Frame(*sphere, placement, record);
+    if (const auto* spline = std::get_if<SplineSurfaceRecord>(&surface)) return Frame(*spline, placement);
     return Frame(std::get<TorusRecord>(surface), placement, record);
 }
 
@@ -326,6 +345,9 @@ EdgeCurve MakeEdgeCurve(const CurveRecord& curve, bool reversed, const gp_Pnt& s
                         bool closed, const Placement& placement, long record) {
     if (const auto* line = std::get_if<LineRecord>(&curve)) {
         return LineThrough(start, end, *line, reversed, placement, record);
+    }
+    if (const auto* spline = std::get_if<SplineCurveRecord>(&curve)) {
+        return SplineEdge(*spline, reversed, start, end, closed, placement, record);
     }
     return ArcThrough(start, end, closed, std::get<EllipseRecord>(curve), reversed, placement, record);
 }

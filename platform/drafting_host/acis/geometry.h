@@ -44,21 +44,22 @@ class Placement {
 /// square to the axes is exactly so. Throws BadRecord for a vector without length.
 gp_Dir CleanDirection(const gp_XYZ& vector, long record, std::string_view what);
 
-/// An analytic surface. Its natural side is that of the modeller: away from the axis or centre, and
-/// along the Z direction of a plane's axes.
+/// A surface. Its natural side is that of the modeller: away from the axis or centre, along the Z direction
+/// of a plane's axes, and where the parameters of a free surface turn to the left.
 struct SurfaceFrame {
-    enum class Kind { Plane, Cylinder, EllipticCylinder, Cone, Sphere, Torus };
+    enum class Kind { Plane, Cylinder, EllipticCylinder, Cone, Sphere, Torus, Free };
     Kind kind = Kind::Plane;
     gp_Ax3 axes;
-    double radius = 0;       ///< Of the cone: at the origin of the axes. Of the torus: the large one.
-    double minorRadius = 0;  ///< Of the torus tube or of an elliptic cylinder.
-    double semiAngle = 0;    ///< Of the cone; positive, so that it grows along the axis.
-    bool insideOut = false;  ///< The record's outside is not the natural side.
+    double radius = 0;          ///< Of the cone: at the origin of the axes. Of the torus: the large one.
+    double minorRadius = 0;     ///< Of the torus tube or of an elliptic cylinder.
+    double semiAngle = 0;       ///< Of the cone; positive, so that it grows along the axis.
+    bool insideOut = false;     ///< The record's outside is not the natural side.
+    Handle(Geom_Surface) free;  ///< Of a free surface, which has nothing of the above but `insideOut`.
 
     Handle(Geom_Surface) Build() const;
     gp_Pnt2d Parameters(const gp_Pnt& point) const;
     gp_Pnt Value(const gp_Pnt2d& uv) const;
-    bool UPeriodic() const { return kind != Kind::Plane; }
+    bool UPeriodic() const { return kind != Kind::Plane && kind != Kind::Free; }
     bool VPeriodic() const { return kind == Kind::Torus; }
     /// The v at which all u are one point: a cone's apex and a sphere's poles.
     std::optional<double> LowSingularity() const;

@@ -2,9 +2,13 @@
 // parameters and stay exact; other edges, such as a slanted cut through a bore, are interpolated.
 #include "drafting_host/acis/loop_chart.h"
 
+#include "drafting_host/acis/free_chart.h"
+
 #include <BSplCLib.hxx>
 #include <Geom2d_BSplineCurve.hxx>
 #include <Geom2d_Line.hxx>
+#include <Geom_BSplineCurve.hxx>
+#include <Geom_Line.hxx>
 #include <TColStd_Array1OfInteger.hxx>
 #include <TColStd_Array1OfReal.hxx>
 #include <TColgp_Array1OfPnt2d.hxx>
@@ -22,6 +26,9 @@ constexpr double fullTurn = 2 * std::numbers::pi;
 constexpr double longestStep = 2.0;
 // A slanted cut all round a bore is met to 1e-12 of the radius.
 constexpr int interpolationPoints = 65;
+// Pieces of a free curve meet with less smoothness, which takes closer points.
+constexpr int pointsPerPiece = 12;
+constexpr int mostInterpolationPoints = 1025;
 constexpr int splineDegree = 7;
 constexpr double slopeNoise = 1e-6;
 
@@ -105,11 +112,19 @@ Handle(Geom2d_Curve)
     return new Geom2d_BSplineCurve(points, knots, multiplicities, splineDegree);
 }
 
+int PointCount(const EdgeNode& edge) {
+    const auto spline = Handle(Geom_BSplineCurve)::DownCast(edge.curve);
+    if (spline.IsNull()) return interpolationPoints;
+    return std::clamp(pointsPerPiece * (spline->NbKnots() - 1) + 1, interpolationPoints,
+                      mostInterpolationPoints);
+}
+
 Handle(Geom2d_Curve) Interpolated(const SurfaceFrame& frame, const EdgeNode& edge) {
-    TColgp_Array1OfPnt2d points(1, interpolationPoints);
-    TColStd_Array1OfReal parameters(1, interpolationPoints);
-    for (int i = 1; i <= interpolationPoints; ++i) {
-        const double t = edge.first + (edge.last - edge.first) * (i - 1) / (interpolationPoints - 1);
+    const int count = PointCount(edge);
+    TColgp_Array1OfPnt2d points(1, count);
+    TColStd_Array1OfReal parameters(1, count);
+    for (int i = 1; i <= count; ++i) {
+        const double t = edge.first + (edge.last - edge.first) * (i - 1) / (count - 1);
         gp_Pnt2d uv = OnSurface(frame, edge, t);
         if (i > 1) {
             const gp_Pnt2d& previous = points.Value(i - 1);
@@ -138,7 +153,7 @@ std::vector<gp_Pnt2d> Sample(const Handle(Geom2d_Curve) & curve, const EdgeNode&
 ChartPiece PlanePiece(const SurfaceFrame& frame, const EdgeNode& edge, const CoedgeUse& use) {
     // A plane needs no parameter curves; samples tell the loop's sense and the edge's fit.
     ChartPiece piece;
-    const int steps = edge.curve->IsClosed() ? 24 : 1;
+    const int steps = edge.curve->IsKind(STANDARD_TYPE(Geom_Line)) ? 1 : 24;
     for (int i = 0; i <= steps; ++i) {
         piece.samples.push_back(OnSurface(frame, edge, edge.first + (edge.last - edge.first) * i / steps));
     }
@@ -268,6 +283,7 @@ double LoopChart::Area(bool againstU) const {
 }
 
 LoopChart ChartLoop(const SurfaceFrame& frame, const LoopUse& loop, const Nodes& nodes, bool straightOnly) {
+    if (frame.kind == SurfaceFrame::Kind::Free) return ChartFreeLoop(frame.free, loop, nodes);
     return Charter(frame, nodes, straightOnly).Run(loop);
 }
 

@@ -42,6 +42,7 @@ struct Nodes {
 struct CoedgeUse {
     int edge = -1;
     bool forward = true;
+    Handle(Geom2d_Curve) given;  ///< The curve on the surface that the text gives, if any.
 };
 using LoopUse = std::vector<CoedgeUse>;
 

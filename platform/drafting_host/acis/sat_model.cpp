@@ -24,6 +24,18 @@ void SkipBound(FieldCursor& fields) {
 
 }  // namespace
 
+Model::Model(const RecordText& source) : text(source) {
+    for (std::size_t i = 0; i < text.records.size(); ++i) {
+        const Record& record = text.records[i];
+        // Names in attributes may hold braces of their own.
+        if (record.name.ends_with("attrib")) continue;
+        for (std::size_t at = 0; at + 1 < record.fields.size(); ++at) {
+            if (record.fields[at].text == "{" && record.fields[at + 1].text != "ref")
+                subtypes.push_back({static_cast<long>(i), at + 1});
+        }
+    }
+}
+
 FieldCursor Model::OpenAny(long index, std::string_view kind) const {
     if (index < 0 || static_cast<std::size_t>(index) >= Count()) {
         throw BadRecord(index, "expected a " + std::string(kind) + " record at index " +
@@ -65,6 +77,7 @@ gp_XYZ Model::Vector(FieldCursor& fields, long index, std::string_view what) con
 BodyRecord Model::Body(long index) const {
     FieldCursor fields = Open(index, "body");
     BodyRecord body;
+    fields.SkipNumbers();  // from 3000 on
     body.lump = fields.Pointer("lump");
     body.wire = fields.Pointer("wire");
     body.transform = fields.Pointer("transform");
@@ -121,6 +134,11 @@ CoedgeRecord Model::Coedge(long index) const {
     fields.Pointer("partner");
     coedge.edge = fields.Pointer("edge");
     coedge.reversed = fields.Choice("sense", "forward", "reversed");
+    // The loop, which is how the coedge was reached, then the curve on the surface; both are left out of
+    // damaged texts that can be read all the same.
+    if (fields.AtPointer()) fields.Pointer("loop");
+    fields.SkipNumbers();
+    if (fields.AtPointer()) coedge.pcurve = fields.Pointer("curve on the surface");
     return coedge;
 }
 
@@ -216,8 +234,9 @@ SurfaceRecord Model::Surface(long index) const {
         return sphere;
     }
     if (kind == "torus-surface") return Torus(fields, index);
+    if (kind == "spline-surface") return FreeSurface(fields, index);
     throw BadRecord(index, "a surface of the kind " + Quoted(kind) +
-                               " is not read; expected a plane, cone, sphere or torus surface");
+                               " is not read; expected a plane, cone, sphere, torus or spline surface");
 }
 
 CurveRecord Model::Curve(long index) const {
@@ -237,8 +256,86 @@ CurveRecord Model::Curve(long index) const {
         ellipse.ratio = fields.Number("ratio");
         return ellipse;
     }
+    if (kind == "intcurve-curve") return FreeCurve(fields, index);
     throw BadRecord(index, "a curve of the kind " + Quoted(kind) +
-                               " is not read; expected a straight or an ellipse curve");
+                               " is not read; expected a straight, an ellipse or an intcurve curve");
+}
+
+// What stands in braces may stand elsewhere, and only its number here.
+Model::Subtype Model::Braces(FieldCursor& fields, long index) const {
+    const std::string_view brace = fields.Word("opening brace");
+    if (brace != "{") throw BadRecord(index, "expected an opening brace, found " + Quoted(brace));
+    const Subtype here{index, fields.Position()};
+    if (fields.Word("subtype") != "ref") return here;
+    const double number = fields.Number("number of the subtype");
+    if (!(number >= 0 && number < static_cast<double>(subtypes.size())) || number != std::floor(number)) {
+        throw BadRecord(index, "a reference to braces that the text does not have");
+    }
+    return subtypes[static_cast<std::size_t>(number)];
+}
+
+FieldCursor Model::Within(const Subtype& subtype) const {
+    FieldCursor fields(At(subtype.record), subtype.record);
+    fields.Seek(subtype.place);
+    return fields;
+}
+
+// Curves that are exact and curves that are made of something else alike begin with a spline.
+SplineCurveRecord Model::FreeCurve(FieldCursor& fields, long index) const {
+    const bool reversed = fields.Choice("sense", "forward", "reversed");
+    const Subtype subtype = Braces(fields, index);
+    FieldCursor inner = Within(subtype);
+    const std::string_view kind = inner.Word("subtype");
+    inner.SkipNumbers();
+    const std::size_t start = inner.Position();
+    if (inner.AtWord() && inner.Word("kept as") != "full") inner.Seek(start);
+    const std::size_t spline = inner.Position();
+    const std::string_view word = inner.AtWord() ? inner.Word("kind of spline") : std::string_view();
+    if (word != "nubs" && word != "nurbs") {
+        throw BadRecord(
+            index, "a free curve of the kind " + Quoted(kind) + " that has no spline of its own is not read");
+    }
+    inner.Seek(spline);
+    SplineCurveRecord curve = ReadSplineCurve(inner, subtype.record);
+    curve.reversed = reversed;
+    return curve;
+}
+
+// Exact surfaces begin with their spline; others say first what they are made of and close with the spline
+// that stands in for them. Two degrees tell the spline of a surface from that of a curve.
+SplineSurfaceRecord Model::FreeSurface(FieldCursor& fields, long index) const {
+    const bool reversed = fields.Choice("sense", "forward", "reversed");
+    const Subtype subtype = Braces(fields, index);
+    const std::vector<Field>& all = At(subtype.record).fields;
+    std::optional<std::size_t> spline;
+    int depth = 0;
+    for (std::size_t at = subtype.place; at < all.size() && depth >= 0; ++at) {
+        const std::string_view word = all[at].text;
+        if (word == "{") ++depth;
+        if (word == "}") --depth;
+        if (depth != 0 || (word != "nubs" && word != "nurbs") || at + 2 >= all.size()) continue;
+        if (all[at + 1].kind == Field::Kind::Number && all[at + 2].kind == Field::Kind::Number) spline = at;
+    }
+    if (!spline) {
+        throw BadRecord(index, "a free surface of the kind " + Quoted(all[subtype.place].text) +
+                                   " that has no spline of its own is not read");
+    }
+    FieldCursor inner(At(subtype.record), subtype.record);
+    inner.Seek(*spline);
+    SplineSurfaceRecord surface = ReadSplineSurface(inner, subtype.record);
+    surface.reversed = reversed;
+    return surface;
+}
+
+std::optional<PlaneSplineRecord> Model::Pcurve(long index) const {
+    FieldCursor fields = Open(index, "pcurve");
+    if (fields.Number("kind of curve on a surface") != 0) return std::nullopt;
+    fields.Choice("sense", "forward", "reversed");
+    const Subtype subtype = Braces(fields, index);
+    FieldCursor inner = Within(subtype);
+    inner.Word("subtype");
+    inner.SkipNumbers();
+    return ReadPlaneSpline(inner, subtype.record);
 }
 
 }  // namespace brenvik::acis

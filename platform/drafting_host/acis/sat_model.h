@@ -3,10 +3,12 @@
 #pragma once
 
 #include "drafting_host/acis/sat_records.h"
+#include "drafting_host/acis/spline_records.h"
 
 #include <gp_XYZ.hxx>
 
 #include <array>
+#include <optional>
 #include <variant>
 #include <vector>
 
@@ -32,7 +34,7 @@ struct LoopRecord {
     long next = nowhere, coedge = nowhere;
 };
 struct CoedgeRecord {
-    long next = nowhere, edge = nowhere;
+    long next = nowhere, edge = nowhere, pcurve = nowhere;
     bool reversed = false;
 };
 struct EdgeRecord {
@@ -62,7 +64,7 @@ struct TorusRecord {
     gp_XYZ centre, axis, uDirection;
     double major = 0, minor = 0;  ///< A negative minor radius turns the surface inside out.
 };
-using SurfaceRecord = std::variant<PlaneRecord, ConeRecord, SphereRecord, TorusRecord>;
+using SurfaceRecord = std::variant<PlaneRecord, ConeRecord, SphereRecord, TorusRecord, SplineSurfaceRecord>;
 
 struct LineRecord {
     gp_XYZ root, direction;
@@ -71,14 +73,14 @@ struct EllipseRecord {
     gp_XYZ centre, normal, major;
     double ratio = 1;
 };
-using CurveRecord = std::variant<LineRecord, EllipseRecord>;
+using CurveRecord = std::variant<LineRecord, EllipseRecord, SplineCurveRecord>;
 
 /// Gives records out by index and kind. Each function throws BadRecord when the index leads nowhere,
 /// to a record of another kind, or to one with damaged fields; kinds of geometry that are not read
 /// are refused by their names.
 class Model {
   public:
-    explicit Model(const RecordText& source) : text(source) {}
+    explicit Model(const RecordText& source);
 
     std::size_t Count() const { return text.records.size(); }
     const Record& At(long index) const { return text.records[static_cast<std::size_t>(index)]; }
@@ -94,15 +96,29 @@ class Model {
     TransformRecord Transform(long index) const;
     SurfaceRecord Surface(long index) const;
     CurveRecord Curve(long index) const;
+    /// The curve of a coedge in the parameters of its face's surface; empty where the record only points to
+    /// one that belongs to the curve in space.
+    std::optional<PlaneSplineRecord> Pcurve(long index) const;
 
   private:
+    /// Where the words within a pair of braces begin.
+    struct Subtype {
+        long record = nowhere;
+        std::size_t place = 0;
+    };
+
     FieldCursor Open(long index, std::string_view kind) const;
     FieldCursor OpenAny(long index, std::string_view kind) const;
     double Length(FieldCursor& fields, long index, std::string_view what) const;
     gp_XYZ Vector(FieldCursor& fields, long index, std::string_view what) const;
     ConeRecord Cone(FieldCursor& fields, long index) const;
     TorusRecord Torus(FieldCursor& fields, long index) const;
+    SplineCurveRecord FreeCurve(FieldCursor& fields, long index) const;
+    SplineSurfaceRecord FreeSurface(FieldCursor& fields, long index) const;
+    Subtype Braces(FieldCursor& fields, long index) const;
+    FieldCursor Within(const Subtype& subtype) const;
     const RecordText& text;
+    std::vector<Subtype> subtypes;  // in the order of their opening braces, which is how they are numbered
 };
 
 }  // namespace brenvik::acis

@@ -117,10 +117,12 @@ bool Splitter::ReadHead() {
         return false;
     }
     ReadScaleLine(TakeLine());
-    // Some late writers add a line of their own; records begin with a name.
+    // Some late writers add a line of their own, which may begin with a lone T; records begin with a name.
     while (at < text.size()) {
         const std::size_t first = text.find_first_not_of(" \t\r", at);
-        if (first == std::string_view::npos || IsLetter(text[first]) || text[first] == '-') break;
+        if (first == std::string_view::npos) break;
+        const bool lone = first + 1 < text.size() && IsBlank(text[first + 1]);
+        if ((IsLetter(text[first]) && !lone) || text[first] == '-') break;
         TakeLine();
     }
     return true;

@@ -4,6 +4,7 @@
 
 #include "drafting_host/acis/acis_text.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <span>
 #include <stdexcept>
@@ -65,6 +66,11 @@ class FieldCursor {
     bool AtPointer() const;
     bool AtWord() const;
     bool AtEnd() const { return position >= record.fields.size(); }
+    /// Fields not yet taken.
+    std::size_t Left() const { return record.fields.size() - position; }
+    std::size_t Position() const { return position; }
+    /// Goes to a field of the record by its place.
+    void Seek(std::size_t place) { position = std::min(place, record.fields.size()); }
 
   private:
     const Field& Next(std::string_view what, Field::Kind kind);

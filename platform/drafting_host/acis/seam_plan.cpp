@@ -69,6 +69,8 @@ class SeamPlanner {
         const ChartPiece& piece = laid->pieces.front();
         const EdgeNode& edge = nodes.edges[static_cast<std::size_t>(piece.edge)];
         const VertexNode& vertex = nodes.vertices[static_cast<std::size_t>(edge.start)];
+        // Free curves begin where they begin.
+        if (!edge.curve->IsPeriodic()) return false;
         return edge.start == edge.end && vertex.edgeCount == 1 && !vertex.settled;
     }
 
@@ -237,7 +239,8 @@ int SeamPlanner::Divide(int loop, const Passing& passing) {
             for (std::size_t i = 0; i < use.size(); ++i) {
                 if (use[i].edge != divided) continue;
                 const bool forward = use[i].forward;
-                use.insert(use.begin() + static_cast<long>(forward ? i + 1 : i), CoedgeUse{added, forward});
+                use.insert(use.begin() + static_cast<long>(forward ? i + 1 : i),
+                           CoedgeUse{added, forward, {}});
                 ++i;
             }
         }

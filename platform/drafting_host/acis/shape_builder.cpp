@@ -3,6 +3,7 @@
 #include "drafting_host/acis/shape_builder.h"
 
 #include "drafting_host/acis/face_maker.h"
+#include "drafting_host/acis/spline_shapes.h"
 
 #include <BRepGProp.hxx>
 #include <BRep_Builder.hxx>
@@ -54,6 +55,7 @@ class BodyBuilder {
     std::vector<LoopUse> CollectLoops(const FaceRecord& face);
     LoopUse CollectLoop(long coedge);
     CoedgeUse Use(const CoedgeRecord& coedge);
+    Handle(Geom2d_Curve) Given(const CoedgeRecord& coedge) const;
     int VertexNodeOf(long record);
     int EdgeNodeOf(long record, const EdgeRecord& edge);
     void CheckChain(const LoopUse& loop, long record) const;
@@ -195,7 +197,19 @@ CoedgeUse BodyBuilder::Use(const CoedgeRecord& coedge) {
     const EdgeRecord edge = model.Edge(coedge.edge);
     // An apex stands as an edge that has a vertex but no curve.
     if (edge.curve < 0) return {};
-    return {EdgeNodeOf(coedge.edge, edge), !coedge.reversed};
+    return {EdgeNodeOf(coedge.edge, edge), !coedge.reversed, Given(coedge)};
+}
+
+// A curve on the surface says again what the curve in space says; a damaged one is found anew.
+Handle(Geom2d_Curve) BodyBuilder::Given(const CoedgeRecord& coedge) const {
+    if (coedge.pcurve < 0) return {};
+    try {
+        const auto pcurve = model.Pcurve(coedge.pcurve);
+        if (pcurve) return MakePlaneSpline(*pcurve);
+    } catch (const BadRecord&) {
+    } catch (const Standard_Failure&) {
+    }
+    return {};
 }
 
 int BodyBuilder::VertexNodeOf(long record) {
@@ -292,13 +306,16 @@ void BodyBuilder::MakeShell(ShellWork& shell) {
     builder.MakeShell(shell.shape);
     double flux = 0;
     double terms = 0;
+    bool free = false;
     for (const std::size_t index : shell.faces) {
         for (const TopoDS_Face& face : faces[index].faces) builder.Add(shell.shape, face);
+        free = free || plans[index].frame.kind == SurfaceFrame::Kind::Free;
         flux += faces[index].flux;
         terms += std::abs(faces[index].flux);
     }
-    // A thin skin far around the origin drowns in rounding; then the modeller has to integrate.
-    shell.volume = std::abs(flux) > 1e-3 * terms ? flux / 3 : SignedVolume(shell.shape);
+    // A thin skin far around the origin drowns in rounding; then the modeller has to integrate, as over free
+    // surfaces.
+    shell.volume = !free && std::abs(flux) > 1e-3 * terms ? flux / 3 : SignedVolume(shell.shape);
     shell.closed = !shell.sheet && IsClosed(shell);
     shell.shape.Closed(shell.closed);
 }

@@ -1,8 +1,10 @@
 // Writing bodies as ACIS text of version 400: no history fields, edges without parameters, one line
-// per record. Records get their index when they are first needed and their fields when all are known.
+// per record but for splines, which take a line for each row of numbers. Records get their index when they
+// are first needed and their fields when all are known.
 #include "drafting_host/acis/acis_text.h"
 #include "drafting_host/acis/analytic_forms.h"
 #include "drafting_host/acis/face_loops.h"
+#include "drafting_host/acis/spline_shapes.h"
 
 #include <BRepTools.hxx>
 #include <BRep_Tool.hxx>
@@ -13,8 +15,9 @@
 #include <TopoDS.hxx>
 #include <TopoDS_Iterator.hxx>
 
-#include <charconv>
-#include <cmath>
+#include <limits>
+#include <map>
+#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -30,12 +33,7 @@ struct SameShape {
 template <class Value>
 using ShapeMap = std::unordered_map<TopoDS_Shape, Value, SameShape, SameShape>;
 
-std::string Number(double value) {
-    if (!std::isfinite(value)) throw WriteFailure("a coordinate is not a number");
-    char text[32];
-    const auto [end, error] = std::to_chars(text, text + sizeof text, value == 0 ? 0.0 : value);
-    return error == std::errc() ? std::string(text, end) : std::string("0");
-}
+std::string Number(double value) { return NumberText(value); }
 
 std::string Vector(const gp_XYZ& v) { return Number(v.X()) + " " + Number(v.Y()) + " " + Number(v.Z()); }
 
@@ -55,6 +53,7 @@ std::string SurfaceText(const SurfaceRecord& surface) {
         return "sphere-surface $-1 " + Vector(sphere->centre) + " " + Number(sphere->radius) + " " +
                Vector(sphere->equator) + " " + Vector(sphere->pole) + " forward_v I I I I #";
     }
+    if (const auto* spline = std::get_if<SplineSurfaceRecord>(&surface)) return SplineSurfaceText(*spline);
     const auto& torus = std::get<TorusRecord>(surface);
     return "torus-surface $-1 " + Vector(torus.centre) + " " + Vector(torus.axis) + " " +
            Number(torus.major) + " " + Number(torus.minor) + " " + Vector(torus.uDirection) +
@@ -65,6 +64,7 @@ std::string CurveText(const CurveRecord& curve) {
     if (const auto* line = std::get_if<LineRecord>(&curve)) {
         return "straight-curve $-1 " + Vector(line->root) + " " + Vector(line->direction) + " I I #";
     }
+    if (const auto* spline = std::get_if<SplineCurveRecord>(&curve)) return SplineCurveText(*spline);
     const auto& ellipse = std::get<EllipseRecord>(curve);
     return "ellipse-curve $-1 " + Vector(ellipse.centre) + " " + Vector(ellipse.normal) + " " +
            Vector(ellipse.major) + " " + Number(ellipse.ratio) + " I I #";
@@ -157,10 +157,16 @@ class Writer {
     std::vector<std::string> Run(const std::vector<std::vector<LumpPart>>& bodies) {
         const std::vector<long> indices = Reserve(bodies.size());
         for (std::size_t i = 0; i < bodies.size(); ++i) WriteBody(bodies[i], indices[i]);
+        NumberSubtypes();
         std::vector<std::string> lines{
             "400 " + std::to_string(records.size()) + " " + std::to_string(bodies.size()) + " 0",
             "7 Brenvik 9 ACIS 4.00 0 ", "1 9.9999999999999995e-007 1e-010"};
-        lines.insert(lines.end(), records.begin(), records.end());
+        for (const std::string& record : records) {
+            std::size_t at = 0;
+            for (std::size_t end = 0; (end = record.find('\n', at)) != std::string::npos; at = end + 1)
+                lines.push_back(record.substr(at, end - at));
+            lines.push_back(record.substr(at));
+        }
         lines.emplace_back("End-of-ACIS-data");
         return lines;
     }
@@ -169,6 +175,7 @@ class Writer {
     struct CoedgeWork {
         long index, next, previous, loop, edge;
         bool reversed;
+        long pcurve = nowhere;
     };
     struct EdgeWork {
         long index = nowhere;
@@ -189,6 +196,10 @@ class Writer {
     void WriteBody(const std::vector<LumpPart>& lumps, long body);
     long WriteShells(const LumpPart& lump, long lumpIndex);
     void WriteFace(const TopoDS_Face& face, bool sheet, long index, long next, long shell);
+    void WriteFreeFace(const TopoDS_Face& face, bool sheet, long index, long next, long shell);
+    void WriteFaceRecord(long index, const std::string& links, bool looksInside, bool sheet);
+    long WritePcurve(const TopoDS_Face& face, const FreeUse& use, long surface);
+    void NumberSubtypes();
     long WriteLoop(const std::vector<TopoDS_Edge>& edges, long face, long index, long next);
     void WriteApexLoop(const TopoDS_Vertex& apex, long face, long index, long next);
     EdgeWork& EdgeOf(const TopoDS_Edge& edge, long coedge);
@@ -201,6 +212,8 @@ class Writer {
     ShapeMap<EdgeWork> edges;
     ShapeMap<long> vertices;
     int facesWritten = 0;
+    // Records with braces in the order of the text; those of curves on a surface name the surface's record.
+    std::map<long, std::optional<long>> subtypes;
 };
 
 void Writer::WriteBody(const std::vector<LumpPart>& lumps, long body) {
@@ -252,8 +265,8 @@ void Writer::WriteFace(const TopoDS_Face& face, bool sheet, long index, long nex
     const Handle(Geom_Surface) surface = BRep_Tool::Surface(face);
     auto record = AnalyticSurface(surface);
     if (!record) {
-        throw WriteFailure(FaceName() + " has a surface of the kind " + KindName(surface) +
-                           ", which cannot be written; expected a plane, cylinder, cone, sphere or torus");
+        WriteFreeFace(face, sheet, index, next, shell);
+        return;
     }
     const auto [point, normal] = PointAndNormal(face, surface);
     if (auto* cone = std::get_if<ConeRecord>(&*record)) PutOnNappe(*cone, point);
@@ -265,10 +278,10 @@ void Writer::WriteFace(const TopoDS_Face& face, bool sheet, long index, long nex
     const std::vector<long> loops = Reserve(boundary.loops.size() + boundary.spreadPoints.size());
     const long surfaceIndex = Reserve();
     records[Place(surfaceIndex)] = SurfaceText(*record);
-    records[Place(index)] = "face $-1 " + Reference(next) + " " +
-                            Reference(loops.empty() ? nowhere : loops.front()) + " " + Reference(shell) +
-                            " $-1 " + Reference(surfaceIndex) + (looksInside ? " reversed" : " forward") +
-                            (sheet ? " double out #" : " single #");
+    WriteFaceRecord(index,
+                    Reference(next) + " " + Reference(loops.empty() ? nowhere : loops.front()) + " " +
+                        Reference(shell) + " $-1 " + Reference(surfaceIndex),
+                    looksInside, sheet);
     for (std::size_t i = 0; i < loops.size(); ++i) {
         const long following = i + 1 < loops.size() ? loops[i + 1] : nowhere;
         if (i < boundary.loops.size()) {
@@ -276,6 +289,72 @@ void Writer::WriteFace(const TopoDS_Face& face, bool sheet, long index, long nex
         } else {
             WriteApexLoop(boundary.spreadPoints[i - boundary.loops.size()], index, loops[i], following);
         }
+    }
+}
+
+void Writer::WriteFaceRecord(long index, const std::string& links, bool looksInside, bool sheet) {
+    records[Place(index)] = "face $-1 " + links + (looksInside ? " reversed" : " forward") +
+                            (sheet ? " double out #" : " single #");
+}
+
+// A face on a spline: each coedge brings its curve in the parameters, without which a reader would have to
+// search for it on the surface.
+void Writer::WriteFreeFace(const TopoDS_Face& face, bool sheet, long index, long next, long shell) {
+    const Handle(Geom_Surface) surface = BRep_Tool::Surface(face);
+    double u1 = 0;
+    double u2 = 0;
+    double v1 = 0;
+    double v2 = 0;
+    BRepTools::UVBounds(face, u1, u2, v1, v2);
+    const auto record = SplineOf(surface, u1, u2, v1, v2);
+    if (!record) {
+        throw WriteFailure(FaceName() + " has a surface of the kind " + KindName(surface) +
+                           ", which cannot be written as a spline either");
+    }
+    const auto boundary = FreeLoopsOf(face, FaceName());
+    if (boundary.empty()) throw WriteFailure(FaceName() + " on a spline has no boundary");
+    const std::vector<long> loops = Reserve(boundary.size());
+    const long surfaceIndex = Reserve();
+    records[Place(surfaceIndex)] = SplineSurfaceText(*record);
+    subtypes[surfaceIndex];
+    WriteFaceRecord(index,
+                    Reference(next) + " " + Reference(loops.front()) + " " + Reference(shell) + " $-1 " +
+                        Reference(surfaceIndex),
+                    face.Orientation() == TopAbs_REVERSED, sheet);
+    for (std::size_t i = 0; i < loops.size(); ++i) {
+        std::vector<TopoDS_Edge> loop;
+        for (const FreeUse& use : boundary[i]) loop.push_back(use.edge);
+        WriteLoop(loop, index, loops[i], i + 1 < loops.size() ? loops[i + 1] : nowhere);
+        const std::size_t first = coedges.size() - loop.size();
+        for (std::size_t k = 0; k < loop.size(); ++k)
+            coedges[first + k].pcurve = WritePcurve(face, boundary[i][k], surfaceIndex);
+    }
+}
+
+long Writer::WritePcurve(const TopoDS_Face& face, const FreeUse& use, long surface) {
+    double first = 0;
+    double last = 0;
+    const TopoDS_Face forward = TopoDS::Face(face.Oriented(TopAbs_FORWARD));
+    const Handle(Geom2d_Curve) curve = BRep_Tool::CurveOnSurface(use.inFace, forward, first, last);
+    if (curve.IsNull()) return nowhere;
+    const auto record = SplineOf(curve, first, last, use.edge.Orientation() == TopAbs_REVERSED);
+    if (!record) return nowhere;
+    const long index = Reserve();
+    records[Place(index)] = PcurveText(*record, BRep_Tool::Tolerance(use.edge));
+    subtypes[index] = surface;
+    return index;
+}
+
+// Every pair of braces counts, in the order of the text, but for those that only refer to others.
+void Writer::NumberSubtypes() {
+    std::map<long, long> numbers;
+    for (const auto& [record, surface] : subtypes) numbers.emplace(record, static_cast<long>(numbers.size()));
+    for (const auto& [record, surface] : subtypes) {
+        if (!surface) continue;
+        std::string& text = records[Place(record)];
+        const std::string unknown = "{ ref ? }";
+        text.replace(text.find(unknown), unknown.size(),
+                     "{ ref " + std::to_string(numbers.at(*surface)) + " }");
     }
 }
 
@@ -312,10 +391,12 @@ Writer::EdgeWork& Writer::EdgeOf(const TopoDS_Edge& edge, long coedge) {
     double first = 0;
     double last = 0;
     const Handle(Geom_Curve) curve = BRep_Tool::Curve(edge, first, last);
-    const auto record = curve.IsNull() ? std::nullopt : AnalyticCurve(curve);
+    std::optional<CurveRecord> record;
+    if (!curve.IsNull()) record = AnalyticCurve(curve);
+    if (!curve.IsNull() && !record) record = SplineOf(curve, first, last);
     if (!record) {
         throw WriteFailure(FaceName() + " has an edge of the kind " + KindName(curve) +
-                           ", which cannot be written; expected a line, circle or ellipse");
+                           ", which cannot be written");
     }
     work.index = Reserve();
     const TopoDS_Edge forward = TopoDS::Edge(edge.Oriented(TopAbs_FORWARD));
@@ -323,6 +404,7 @@ Writer::EdgeWork& Writer::EdgeOf(const TopoDS_Edge& edge, long coedge) {
     const long end = VertexOf(TopExp::LastVertex(forward), work.index);
     const long curveIndex = Reserve();
     records[Place(curveIndex)] = CurveText(*record);
+    if (std::holds_alternative<SplineCurveRecord>(*record)) subtypes[curveIndex];
     records[Place(work.index)] = "edge $-1 " + Reference(start) + " " + Reference(end) + " " +
                                  Reference(coedge) + " " + Reference(curveIndex) + " forward #";
     return work;
@@ -351,10 +433,11 @@ void Writer::FinishCoedges() {
     }
     for (std::size_t i = 0; i < coedges.size(); ++i) {
         const CoedgeWork& coedge = coedges[i];
-        records[Place(coedge.index)] =
-            "coedge $-1 " + Reference(coedge.next) + " " + Reference(coedge.previous) + " " +
-            Reference(partner[i]) + " " + Reference(coedge.edge) +
-            (coedge.reversed ? " reversed " : " forward ") + Reference(coedge.loop) + " $-1 #";
+        records[Place(coedge.index)] = "coedge $-1 " + Reference(coedge.next) + " " +
+                                       Reference(coedge.previous) + " " + Reference(partner[i]) + " " +
+                                       Reference(coedge.edge) +
+                                       (coedge.reversed ? " reversed " : " forward ") +
+                                       Reference(coedge.loop) + " " + Reference(coedge.pcurve) + " #";
     }
     coedges.clear();
     edges.clear();

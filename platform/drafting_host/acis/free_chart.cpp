@@ -1,0 +1,139 @@
+// Laying out loops on free surfaces. A given curve is taken only where it follows its edge, since edges may
+// have been divided and texts may be wrong.
+#include "drafting_host/acis/free_chart.h"
+
+#include <BSplCLib.hxx>
+#include <Geom2d_BSplineCurve.hxx>
+#include <ShapeConstruct_ProjectCurveOnSurface.hxx>
+#include <TColStd_Array1OfReal.hxx>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace brenvik::acis {
+namespace {
+
+constexpr int sampleSteps = 48;
+constexpr double rounding = 1e-9;
+
+class FreeCharter {
+  public:
+    FreeCharter(const Handle(Geom_Surface) & s, const Nodes& n) : surface(s), nodes(n) {
+        surface->Bounds(u1, u2, v1, v2);
+    }
+
+    LoopChart Run(const LoopUse& loop) {
+        LoopChart chart;
+        for (const CoedgeUse& use : loop) Append(chart, Piece(use));
+        if (!chart.pieces.empty()) Bridge(chart, chart.pieces.front());
+        return chart;
+    }
+
+  private:
+    // The largest distance between the edge and the surface along a curve; far where the curve leaves the
+    // surface's parameters.
+    double Misfit(const Handle(Geom2d_Curve) & curve, const EdgeNode& edge) const {
+        constexpr int places = 8;
+        const double slackU = 1e-6 * (u2 - u1);
+        const double slackV = 1e-6 * (v2 - v1);
+        double widest = 0;
+        for (int i = 0; i <= places; ++i) {
+            const double t = edge.first + (edge.last - edge.first) * i / places;
+            const gp_Pnt2d uv = curve->Value(t);
+            if (uv.X() < u1 - slackU || uv.X() > u2 + slackU || uv.Y() < v1 - slackV || uv.Y() > v2 + slackV)
+                return 2 * looseFit;
+            widest = std::max(widest, surface->Value(uv.X(), uv.Y()).Distance(edge.curve->Value(t)));
+        }
+        return widest;
+    }
+
+    // Given curves run with their coedge, in the parameters of the curve in space, negative where they run
+    // against it. Edges of this reader may count from another start.
+    Handle(Geom2d_Curve) Given(const CoedgeUse& use, const EdgeNode& edge) const {
+        const auto given = Handle(Geom2d_BSplineCurve)::DownCast(use.given);
+        if (given.IsNull()) return {};
+        for (const bool against : {!use.forward, use.forward}) {
+            const Handle(Geom2d_BSplineCurve) curve = Handle(Geom2d_BSplineCurve)::DownCast(given->Copy());
+            if (against) curve->Reverse();
+            const double first = against ? -given->LastParameter() : given->FirstParameter();
+            const double last = against ? -given->FirstParameter() : given->LastParameter();
+            for (const auto& [from, to] : {std::pair{edge.first, edge.last}, std::pair{first, last}}) {
+                if (from > edge.first + rounding || to < edge.last - rounding) continue;
+                TColStd_Array1OfReal knots(1, curve->NbKnots());
+                curve->Knots(knots);
+                BSplCLib::Reparametrize(from, to, knots);
+                curve->SetKnots(knots);
+                const Handle(Geom2d_Curve) fitting(curve.get());
+                if (Misfit(fitting, edge) <= looseFit) return fitting;
+            }
+        }
+        return {};
+    }
+
+    Handle(Geom2d_Curve) Projected(const EdgeNode& edge) const {
+        ShapeConstruct_ProjectCurveOnSurface projection;
+        projection.Init(surface, coincidence);
+        Handle(Geom_Curve) inSpace = edge.curve;
+        Handle(Geom2d_Curve) curve;
+        projection.Perform(inSpace, edge.first, edge.last, curve);
+        if (curve.IsNull() || Misfit(curve, edge) > looseFit)
+            throw BadRecord(edge.record, "an edge does not lie on its face's surface");
+        return curve;
+    }
+
+    ChartPiece Piece(const CoedgeUse& use) const {
+        const EdgeNode& edge = nodes.edges[static_cast<std::size_t>(use.edge)];
+        ChartPiece piece;
+        piece.edge = use.edge;
+        piece.forward = use.forward;
+        piece.startVertex = use.forward ? edge.start : edge.end;
+        piece.curve = Given(use, edge);
+        if (piece.curve.IsNull()) piece.curve = Projected(edge);
+        for (int i = 0; i <= sampleSteps; ++i) {
+            piece.samples.push_back(
+                piece.curve->Value(edge.first + (edge.last - edge.first) * i / sampleSteps));
+        }
+        if (!use.forward) std::reverse(piece.samples.begin(), piece.samples.end());
+        return piece;
+    }
+
+    void Append(LoopChart& chart, ChartPiece piece) const {
+        if (!chart.pieces.empty()) Bridge(chart, piece);
+        chart.pieces.push_back(std::move(piece));
+    }
+
+    // Nothing where the walk goes on, a spread point where all of a side of the surface is one point.
+    void Bridge(LoopChart& chart, const ChartPiece& next) const {
+        const gp_Pnt2d from = chart.pieces.back().End();
+        const gp_Pnt2d to = next.Start();
+        const double du = std::abs(to.X() - from.X());
+        const double dv = std::abs(to.Y() - from.Y());
+        constexpr double noise = 1e-4;
+        if (du <= noise * (u2 - u1) && dv <= noise * (v2 - v1)) return;
+        const gp_Pnt2d middle((from.X() + to.X()) / 2, (from.Y() + to.Y()) / 2);
+        const gp_Pnt there = surface->Value(from.X(), from.Y());
+        const bool alongSide = std::min(du / (u2 - u1), dv / (v2 - v1)) <= noise;
+        if (!alongSide || surface->Value(middle.X(), middle.Y()).Distance(there) > looseFit ||
+            surface->Value(to.X(), to.Y()).Distance(there) > looseFit) {
+            throw BadRecord(nodes.edges[static_cast<std::size_t>(next.edge)].record,
+                            "a loop on a free surface is torn where two edges should meet");
+        }
+        ChartPiece spread;
+        spread.startVertex = next.startVertex;
+        spread.samples = {from, to};
+        chart.pieces.push_back(std::move(spread));
+    }
+
+    const Handle(Geom_Surface) & surface;
+    const Nodes& nodes;
+    double u1 = 0, u2 = 0, v1 = 0, v2 = 0;
+};
+
+}  // namespace
+
+LoopChart ChartFreeLoop(const Handle(Geom_Surface) & surface, const LoopUse& loop, const Nodes& nodes) {
+    return FreeCharter(surface, nodes).Run(loop);
+}
+
+}  // namespace brenvik::acis
