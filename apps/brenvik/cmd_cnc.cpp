@@ -17,6 +17,7 @@
 #include "file_roots/system_path.h"
 #include "forms/grid_control.h"
 #include "grid_session.h"
+#include "output_folder.h"
 #include "run_dialogs.h"
 #include "session/brenvik_class.h"
 #include "session/target_drivers.h"
@@ -61,27 +62,27 @@ bool IsFromARun(const std::string& name) {
 }
 
 /// A run begins by emptying its output folders, so one that holds other files is refused.
-void RequireFolderOfRuns(const fs::path& folder, const std::string& shown, const fs::path& drawing) {
+constexpr OutputFolderRule FolderOfRuns{"a run empties its output folder", "which is from no run",
+                                        IsFromARun};
+
+/// The folder of second sides, in whatever case it is there.
+std::vector<std::string> SecondSideFoldersIn(const fs::path& folder) {
+    std::vector<std::string> names;
     std::error_code error;
-    if (fs::equivalent(fs::absolute(drawing).parent_path(), folder, error))
-        throw CommandError(ExitStatus::WrongWords, "--out: a run empties its output folder, and " + shown +
-                                                       " holds the drawing itself");
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         const std::string name = TextFromPath(entry->path().filename());
-        std::error_code unknown;
-        if (entry->is_regular_file(unknown) && !IsFromARun(name))
-            throw CommandError(ExitStatus::WrongWords, "--out: a run empties its output folder, and " +
-                                                           shown + " holds " + name +
-                                                           ", which is from no run; choose another folder");
+        if (EqualsIgnoreCase(name, "2-sided")) names.push_back(name);
     }
+    return names;
 }
 
 void MapOutput(Workplace& workplace, const CncOptions& options) {
     if (options.out.empty()) return;
     const fs::path folder = PathFromText(options.out);
     const fs::path drawing = PathFromText(options.drawing.drawing);
-    RequireFolderOfRuns(folder, options.out, drawing);
-    RequireFolderOfRuns(folder / "2-sided", options.out + "/2-sided", drawing);
+    RequireOwnFolder(folder, options.out, drawing, FolderOfRuns);
+    for (const std::string& name : SecondSideFoldersIn(folder))
+        RequireOwnFolder(folder / PathFromText(name), options.out + "/" + name, drawing, FolderOfRuns);
     workplace.files.MapFolder(OutputFolder, folder);
 }
 

@@ -2,13 +2,13 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
-#include <system_error>
 
 #include "command_line.h"
 #include "drawing_io.h"
 #include "file_roots/places.h"
 #include "file_roots/system_path.h"
 #include "grid_session.h"
+#include "output_folder.h"
 #include "run_dialogs.h"
 #include "session/brenvik_class.h"
 #include "tools/part_export_files.h"
@@ -31,27 +31,13 @@ bool IsFromAnExport(const std::string& name) {
 }
 
 /// The export begins by emptying its folder, so one that holds other files is refused.
-void RequireFolderOfExports(const fs::path& folder, const std::string& shown, const fs::path& drawing) {
-    const std::string rule = "--out: the export empties its folder, and " + shown + " holds ";
-    std::error_code error;
-    if (fs::exists(folder, error) && !fs::is_directory(folder, error))
-        throw CommandError(ExitStatus::WrongWords, "--out: expected a folder, found the file " + shown);
-    if (fs::equivalent(fs::absolute(drawing).parent_path(), folder, error))
-        throw CommandError(ExitStatus::WrongWords, rule + "the drawing itself");
-    error.clear();
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        const std::string name = TextFromPath(entry->path().filename());
-        std::error_code unknown;
-        if (entry->is_regular_file(unknown) && !IsFromAnExport(name))
-            throw CommandError(ExitStatus::WrongWords,
-                               rule + name + ", which is from no export; choose another folder");
-    }
-}
+constexpr OutputFolderRule FolderOfExports{"the export empties its folder", "which is from no export",
+                                           IsFromAnExport};
 
 void MapOutput(Workplace& workplace, const PartsOptions& options) {
     if (options.out.empty()) return;
     const fs::path folder = PathFromText(options.out);
-    RequireFolderOfExports(folder, options.out, PathFromText(options.drawing.drawing));
+    RequireOwnFolder(folder, options.out, PathFromText(options.drawing.drawing), FolderOfExports);
     workplace.files.MapFolder(PartExportFolder, folder);
 }
 

@@ -100,6 +100,28 @@ TEST_F(Cnc, RefusesAFolderThatHoldsOtherFiles) {
     EXPECT_TRUE(Exists("job.dxf"));
 }
 
+TEST_F(Cnc, RefusesOtherFilesAmongSecondSidesInWhateverCaseTheFolderIsWritten) {
+    WriteBoards("job.dxf", {"Side"});
+    for (const char* name : {"2-sided", "2-Sided"}) {
+        std::filesystem::create_directories(folder / "keep" / name);
+        Write(std::string("keep/") + name + "/notes.txt", "mine");
+        const Outcome outcome = Run({"cnc", "job.dxf", "--target", "C2C", "--out", "keep"});
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_NE(outcome.errors.find(std::string("keep/") + name + " holds notes.txt"), std::string::npos)
+            << outcome.errors;
+        EXPECT_TRUE(Exists(std::string("keep/") + name + "/notes.txt"));
+        std::filesystem::remove_all(folder / "keep");
+    }
+}
+
+TEST_F(Cnc, RefusesAFileInPlaceOfTheFolder) {
+    WriteBoards("job.dxf", {"Side"});
+    Write("out", "a file");
+    const Outcome outcome = Run({"cnc", "job.dxf", "--target", "C2C", "--out", "out"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.errors, "brenvik: --out: expected a folder, found the file out\n");
+}
+
 TEST_F(Cnc, RefusesTheFolderOfTheDrawingItself) {
     std::filesystem::create_directory(folder / "cut");
     WriteBoards("cut/Part_0_Side_7.dxf", {"Side"});

@@ -71,6 +71,13 @@ TEST_F(Parts, AFolderWithOtherFilesIsRefusedUntouched) {
     EXPECT_EQ(Names("mine"), std::vector<std::string>{"letters.txt"});
 }
 
+TEST_F(Parts, WhatADeadProgramLeftInTheFolderIsInNobodysWay) {
+    std::filesystem::create_directory(folder / "out");
+    Write("out/.brenvik-work-1-1", "half");
+    EXPECT_EQ(Run({"parts", ShippedSample().string(), "--select", "140", "--out", "out"}).status, 0);
+    EXPECT_TRUE(Exists("out/.brenvik-work-1-1"));
+}
+
 TEST_F(Parts, TheFolderOfTheDrawingItselfIsRefused) {
     WriteSample("job.dxf");
     const Outcome outcome = Run({"parts", "job.dxf", "--out", "."});

@@ -1,0 +1,34 @@
+// Looking through a folder that is going to be emptied.
+#include "output_folder.h"
+
+#include <system_error>
+
+#include "command_line.h"
+#include "file_roots/places.h"
+#include "file_roots/whole_file.h"
+
+namespace brenvik::app {
+
+namespace fs = std::filesystem;
+
+void RequireOwnFolder(const fs::path& folder, const std::string& shown, const fs::path& drawing,
+                      const OutputFolderRule& rule) {
+    std::error_code error;
+    if (fs::exists(folder, error) && !fs::is_directory(folder, error))
+        throw CommandError(ExitStatus::WrongWords, "--out: expected a folder, found the file " + shown);
+    const std::string head = "--out: " + std::string(rule.emptied) + ", and " + shown + " holds ";
+    if (fs::equivalent(fs::absolute(drawing).parent_path(), folder, error))
+        throw CommandError(ExitStatus::WrongWords, head + "the drawing itself");
+    error.clear();
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        const std::string name = TextFromPath(entry->path().filename());
+        std::error_code unknown;
+        // What a program that died left behind is nobody's, and stays where it is.
+        if (name.starts_with(workFilePrefix) || !entry->is_regular_file(unknown) || rule.isOwn(name))
+            continue;
+        throw CommandError(ExitStatus::WrongWords,
+                           head + name + ", " + std::string(rule.foreign) + "; choose another folder");
+    }
+}
+
+}  // namespace brenvik::app
