@@ -9,6 +9,7 @@
 #include "base/skip.h"
 #include "base/text.h"
 #include "cnc/drawing_walk.h"
+#include "cnc/run_set_up.h"
 #include "session/files_port.h"
 #include "session/message.h"
 #include "session/session.h"
@@ -39,8 +40,7 @@ void OpenPart(RunState& run, const PartFile& file) {
     AddLayer(*run.part, "BrenvikExplode");
     FreshSet(*run.part, "exploded");
     ResetForPass(run);
-    if (run.ExportScaleSetting == 3) run.part->SendCommand("scale\rall\r\r0\r25.4\r");
-    if (run.ExportScaleSetting == 4) run.part->SendCommand("scale\rall\r\r0\r0.0393700787401575\r");
+    ScaleForExport(*run.part, run.ExportScaleSetting);
     TopView(*run.part);
     run.app->ZoomExtents();
 }

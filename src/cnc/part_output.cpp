@@ -1,9 +1,9 @@
 // The DXF file of a part and side.
-#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/file_name.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/text.h"
@@ -16,46 +16,15 @@ namespace brenvik {
 namespace {
 
 constexpr int PlaceDigits = 6, OutlineColor = 2;
-/// Of a file's name in bytes, its ending included: all that a path may have besides the folder.
-constexpr std::size_t LongestName = 240;
-
 /// What the files of second sides begin with.
 constexpr std::string_view SecondSideMark = "B";
-
-/// Part names are typed by people; what a file name can't hold becomes a low line.
-std::string FileNameText(std::string_view text) {
-    constexpr std::string_view refused = "\\/:*?\"<>|";
-    std::string name(text);
-    std::replace_if(
-        name.begin(), name.end(),
-        [refused](char letter) {
-            return refused.find(letter) != std::string_view::npos ||
-                   (static_cast<unsigned char>(letter) < ' ');
-        },
-        '_');
-    return name;
-}
-
-/// Shortens the texts until they have no more than `room` bytes together. The longest gives way, and
-/// characters stay whole.
-void MakeFit(std::vector<std::string>& texts, std::size_t room) {
-    const auto used = [&texts] {
-        std::size_t bytes = 0;
-        for (const std::string& text : texts) bytes += text.size();
-        return bytes;
-    };
-    while (used() > room) {
-        std::string& longest = *std::ranges::max_element(texts, {}, &std::string::size);
-        longest = DropRight(longest, 1);
-    }
-}
 
 std::string NameOfPart(const RunState& run) {
     std::vector<std::string> texts{FileNameText(run.texts.PartName), FileNameText(run.texts.PN)};
     // THERM's list names the sub assembly too, and a list has to name the file that is there.
     if (run.target == Target::THERM) texts.push_back(FileNameText(run.texts.SubAssembly));
     const std::string head = "Part_" + std::to_string(run.partIndex), ending = ".dxf";
-    MakeFit(texts, LongestName - SecondSideMark.size() - head.size() - texts.size() - ending.size());
+    MakeFit(texts, LongestFileName - SecondSideMark.size() - head.size() - texts.size() - ending.size());
     return head + "_" + Join(texts, "_") + ending;
 }
 

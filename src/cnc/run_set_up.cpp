@@ -111,33 +111,45 @@ void MakeOutputFolders() {
         Skip([folder] { ThePlatform().files->MakeFolder(folder); });
 }
 
-void ApplyGridBeforeRun(const RunState& run) {
-    if (ToInteger(NumberSetting("CNCApplyClose")) != 0) return;
+bool ApplyOpenGrid() {
+    if (ToInteger(NumberSetting("CNCApplyClose")) != 0) return true;
     frmMain& form = GridFormInstance();
-    if (form.Loaded()) {
-        form.Apply();
-        form.Unload();
-        return;
-    }
+    if (!form.Loaded()) return false;
+    form.Apply();
+    form.Unload();
+    return true;
+}
+
+void ApplyGridBeforeRun(const RunState& run) {
+    if (ApplyOpenGrid()) return;
     // Only a grid that has just closed on this very target has a list that belongs to the drawing. The
     // number of the target outlasts the run.
     if (run.form != RunForm::B || TheSession().ExportTarget != static_cast<int>(run.target)) return;
     ShowAndResume(ShowFailure, [&] {
+        frmMain& form = GridFormInstance();
         const GridOnItsLastList list(form);
         form.Apply();
     });
 }
 
-void PrepareSession(RunState& run) {
-    AcadDocument& drawing = *run.sessionDrawing;
+void PrepareDrawing(AcadDocument& drawing) {
     const bool save = ToInteger(NumberSetting("CNCSave")) == 0;
     drawing.SendCommand("_ucs\rw\r");
     if (save) ShowAndResume(ShowFailureWithDetail, [&] { drawing.Save(); });
     for (const std::string_view variable :
          {"plinetype\r2\r", "ucsfollow\r0\r", "ucsortho\r0\r", "isavebak\r0\r", "OSNAPCOORD\r2\r"})
         drawing.SendCommand(variable);
+}
+
+void PrepareSession(RunState& run) {
+    PrepareDrawing(*run.sessionDrawing);
     run.SpoilAmount = NumberSetting("BiesseWorksSpoil");
     if (SwitchIsOn("MyWindowState")) Skip([&] { run.app->SetWindowState(WindowStateKind::Minimized); });
+}
+
+void ScaleForExport(AcadDocument& drawing, int ExportScaleSetting) {
+    if (ExportScaleSetting == 3) drawing.SendCommand("scale\rall\r\r0\r25.4\r");
+    if (ExportScaleSetting == 4) drawing.SendCommand("scale\rall\r\r0\r0.0393700787401575\r");
 }
 
 LentQuantities::~LentQuantities() {

@@ -31,9 +31,17 @@ void MakeOutputFolders();
 /// just handed over to its solids. A run that doesn't come from the grid applies an open one alone: a list
 /// of an earlier export may be older than the drawing.
 void ApplyGridBeforeRun(const RunState& run);
+/// Applies and closes the grid if it is open, unless the settings turn that off. False when they ask for it
+/// and no grid is open.
+bool ApplyOpenGrid();
 /// World coordinates, the drawing saved unless the settings turn that off, and the host's variables. A
-/// drawing that can't be saved is told, and the run goes on.
+/// drawing that can't be saved is told, and the command goes on.
+void PrepareDrawing(AcadDocument& drawing);
+/// The same, and what else a run reads and sets before it takes its parts.
 void PrepareSession(RunState& run);
+
+/// From inches to millimetres for a setting of 3, the other way for 4; other settings leave the drawing.
+void ScaleForExport(AcadDocument& drawing, int ExportScaleSetting);
 
 /// Quantities written to solids for the length of the part files: "1" again when it goes.
 class LentQuantities {

@@ -2,37 +2,18 @@
 #include "tools/part_export.h"
 
 #include "base/failure.h"
-#include "base/numbers.h"
 #include "base/skip.h"
 #include "cnc/drawing_walk.h"
-#include "grid/frm_main.h"
+#include "cnc/run_set_up.h"
 #include "session/files_port.h"
 #include "session/message.h"
 #include "session/session.h"
-#include "settings/settings_store.h"
 #include "tools/part_export_files.h"
 #include "tools/part_export_part.h"
 
 namespace brenvik {
 
 namespace {
-
-void ApplyOpenGrid() {
-    if (ToInteger(NumberSetting("CNCApplyClose")) != 0) return;
-    frmMain& form = GridFormInstance();
-    if (!form.Loaded()) return;
-    form.Apply();
-    form.Unload();
-}
-
-/// World coordinates, the drawing saved unless the settings turn that off, and the host's variables.
-void PrepareDrawing(AcadDocument& drawing) {
-    drawing.SendCommand("_ucs\rw\r");
-    if (ToInteger(NumberSetting("CNCSave")) == 0) ShowAndResume(ShowFailure, [&] { drawing.Save(); });
-    for (const std::string_view variable :
-         {"plinetype\r2\r", "ucsfollow\r0\r", "ucsortho\r0\r", "isavebak\r0\r", "OSNAPCOORD\r2\r"})
-        drawing.SendCommand(variable);
-}
 
 /// A drawing that outlived the emptying of the folder would be taken for one of this export.
 void RemoveOldDrawings(std::string_view path) {
@@ -65,7 +46,7 @@ bool WorkOnPart(AcadApplication& app, int index) {
     if (!ThePlatform().files->FileExists(PartExportPath(index))) return true;
     PartExport part(app, index);
     PartStep came = PartStep::GoOn;
-    ShowAndResume(ShowFailure, [&] { came = part.Run(); });
+    ShowAndResume(ShowFailureWithDetail, [&] { came = part.Run(); });
     if (came == PartStep::EndRun) return false;
     part.CleanUp();
     return true;
@@ -97,7 +78,7 @@ void BVDWG2(AcadApplication& app) {
     AcadDocument& drawing = *TheSession().AcadDoc;
     if (drawing.Name().empty()) throw BadFileName("the drawing has no name yet");
     drawing.SendCommand("_ucs\rw\r");
-    ShowAndResume(ShowFailure, [&] { drawing.Save(); });
+    ShowAndResume(ShowFailureWithDetail, [&] { drawing.Save(); });
     FreshSet(drawing, "prev").Select(SelectMode::All);
     MakePartExportFolder();
     const std::string path = std::string(PartExportFolder) + NameWithoutExtension(drawing.Name());

@@ -1,8 +1,9 @@
 // Names and places. Part data are typed by people, so names are made fit for files and layers.
 #include "tools/part_export_files.h"
 
-#include <algorithm>
+#include <vector>
 
+#include "base/file_name.h"
 #include "base/fractions.h"
 #include "base/letter_case.h"
 #include "base/number_text.h"
@@ -12,22 +13,6 @@
 #include "session/session.h"
 
 namespace brenvik {
-
-namespace {
-
-std::string Without(std::string_view refused, std::string text) {
-    std::replace_if(
-        text.begin(), text.end(),
-        [refused](char letter) {
-            return refused.find(letter) != std::string_view::npos || static_cast<unsigned char>(letter) < ' ';
-        },
-        '_');
-    return text;
-}
-
-std::string FileNamePart(std::string_view text) { return Without("\\/:*?\"<>|", FoldUpper(text)); }
-
-}  // namespace
 
 void MakePartExportFolder() {
     Skip([] { ThePlatform().files->MakeFolder(PartExportFolder); });
@@ -47,14 +32,16 @@ std::string PartExportPath(int index) {
 }
 
 std::string FinishedPartPath(int index, std::string_view PartName, std::string_view PN) {
-    return std::string(PartExportFolder) + "Part" + std::to_string(index) + "_" + FileNamePart(PartName) +
-           "_" + FileNamePart(PN) + "_.dwg";
+    std::vector<std::string> texts{FileNameText(FoldUpper(PartName)), FileNameText(FoldUpper(PN))};
+    const std::string head = "Part" + std::to_string(index) + "_", ending = "_.dwg";
+    MakeFit(texts, LongestFileName - head.size() - (texts.size() - 1) - ending.size());
+    return std::string(PartExportFolder) + head + Join(texts, "_") + ending;
 }
 
 std::string MaterialLayerName(double thickness, std::string_view Material) {
     const std::string size = NumberToTextBlank(RoundDecimalValue(thickness, ExportFractionUnit));
     const std::string material = IsBlank(Material) ? "UnknownMaterial" : FoldUpper(Material);
-    return Without("<>/\\\":;?*|,=`", "Material_" + size + " " + material);
+    return WithoutCharacters("<>/\\\":;?*|,=`", "Material_" + size + " " + material);
 }
 
 }  // namespace brenvik

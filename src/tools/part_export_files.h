@@ -20,7 +20,7 @@ void RemoveExportFile(std::string_view path);
 /// "C:\BV-DWG\Part0.dwg": a part on its way.
 std::string PartExportPath(int index);
 /// "C:\BV-DWG\Part0_SIDE_7_.dwg": a finished one. Name and number go in upper case; what a file name can't
-/// hold becomes a low line.
+/// hold becomes a low line, and of a name that is too long the longer text is cut.
 std::string FinishedPartPath(int index, std::string_view PartName, std::string_view PN);
 
 /// "Material_ .75 OAK": the thickness is rounded to a 32nd and has a leading blank. A blank material is

@@ -15,6 +15,7 @@
 #include "cnc/alignment_faces.h"
 #include "cnc/drawing_walk.h"
 #include "cnc/orientation.h"
+#include "cnc/run_set_up.h"
 #include "cnc/work_layers.h"
 #include "parts/mautocad.h"
 #include "session/message.h"
@@ -105,9 +106,7 @@ void PartExport::OpenScaled() {
     // Part data are read through the session's drawing.
     TheSession().AcadDoc = drawing;
     AddLayer(*drawing, layers::BrenvikExplode);
-    const int scale = ToInteger(NumberSetting("ExportScaleSetting"));
-    if (scale == 3) drawing->SendCommand("scale\rall\r\r0\r25.4\r");
-    if (scale == 4) drawing->SendCommand("scale\rall\r\r0\r0.0393700787401575\r");
+    ScaleForExport(*drawing, ToInteger(NumberSetting("ExportScaleSetting")));
 }
 
 void PartExport::FinishWithoutFlatSide() {

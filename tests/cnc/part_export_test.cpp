@@ -229,6 +229,13 @@ TEST(PartExportNames, FilesHaveALowLineBehindTheNumber) {
     EXPECT_EQ(FinishedPartPath(0, "a\\b:c", "1/2"), "C:\\BV-DWG\\Part0_A_B_C_1_2_.dwg");
 }
 
+TEST(PartExportNames, ThatAreVeryLongAreCut) {
+    const std::string name(255, 'n'), number(200, '7');
+    const std::string path = FinishedPartPath(12, name, number);
+    EXPECT_EQ(path.size(), PartExportFolder.size() + 240);
+    EXPECT_EQ(path, "C:\\BV-DWG\\Part12_" + std::string(113, 'N') + "_" + std::string(114, '7') + "_.dwg");
+}
+
 TEST_F(PartExportTest, ASecondNameIsSavedBesideTheFirst) {
     Board(600, 300, 18);
     document.SaveAs("c:\\jobs\\..\\My job.dwg", SaveAsKind::Native);
