@@ -170,7 +170,6 @@ std::string HelpText() {
     add("Commands of the drawing program:");
     add("");
     for (const CommandEntry& entry : CommandTable()) {
-        if (!entry.Available()) continue;
         std::string names(entry.hostCommands);
         names.resize(names.size() < 20 ? 20 : names.size() + 1, ' ');
         add("  " + names + std::string(entry.description));

@@ -51,7 +51,6 @@ constexpr auto Actions = std::to_array<GridAction>({
 });
 
 void RunAction(frmMain& form, const GridAction& action) {
-    if (action.run == nullptr) return ShowNotAvailable(action.name);
     ShowAndResume(ShowFailure, [&] { action.run(form); });
 }
 

@@ -11,8 +11,8 @@ class frmMain;
 struct GridAction {
     std::string_view key;        ///< Of the toolbar; blank where it has none.
     std::string_view menuEntry;  ///< Name of the menu entry; blank where there is none.
-    std::string_view name;       ///< As messages call it.
-    void (*run)(frmMain&);       ///< Nothing where this build has none.
+    std::string_view name;       ///< As users know it.
+    void (*run)(frmMain&);
 };
 
 std::span<const GridAction> GridActions();

@@ -9,7 +9,6 @@ namespace brenvik {
 
 void cBrenvik::Run(Command command, AcadApplication* app) {
     const CommandEntry& entry = CommandEntryOf(command);
-    if (!entry.Available()) return ShowNotAvailable(entry.method);
     ShowAndResume(ShowFailure, [&] {
         switch (entry.start) {
             case CommandStart::TakesApplication:

@@ -13,9 +13,9 @@ class AcadApplication;
 /// the method is self-starting.
 using CommandWork = void (*)(AcadApplication&);
 
-/// One method: COMMAND(Method, "HOSTCOMMAND,…", "what it does", work), work being nullptr where this build
-/// has none. SELF_STARTING is for the methods that decide for themselves when, and with which failures
-/// ignored, they take the application; PLAIN for the one that has none. The order is that of the class.
+/// One method: COMMAND(Method, "HOSTCOMMAND,…", "what it does", work). SELF_STARTING is for the methods that
+/// decide for themselves when, and with which failures ignored, they take the application; PLAIN for the one
+/// that has none. The order is that of the class.
 // clang-format off
 #define BRENVIK_COMMANDS(COMMAND, SELF_STARTING, PLAIN)                                                     \
     COMMAND(Show, "BRENVIK", "Open the cut list on the previous selection, then run the chosen CNC target", \
@@ -76,9 +76,8 @@ struct CommandEntry {
     std::string_view hostCommands;  ///< One or more, parted by commas.
     std::string_view description;
     CommandStart start;
-    CommandWork work;     ///< With an application, or nothing where this build has none.
-    void (*plainWork)();  ///< Without one.
-    bool Available() const { return work != nullptr || plainWork != nullptr; }
+    CommandWork work;     ///< Nothing for a plain start, which has the other one.
+    void (*plainWork)();  ///< Without an application.
 };
 
 /// All methods in the order of the class.

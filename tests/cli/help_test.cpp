@@ -20,7 +20,6 @@ TEST_F(Help, NamesEveryCommandAndTheExitStatuses) {
 TEST_F(Help, ListsTheMethodsOfTheSystemWithALineEach) {
     const std::string help = Run({"--help"}).output;
     for (const CommandEntry& entry : CommandTable()) {
-        EXPECT_TRUE(entry.Available()) << entry.method;
         const std::string head = "\n  " + std::string(entry.method) + " ";
         const std::size_t at = help.find(head);
         ASSERT_NE(at, std::string::npos) << entry.method;

@@ -11,11 +11,6 @@ class AutomaticUpdate : public GridTest {
     cBrenvik brenvik;
 };
 
-TEST_F(AutomaticUpdate, IsAvailableInItsThreeForms) {
-    for (const Command command : {Command::EventBrenvik, Command::UpdateNow, Command::UpdateNow2})
-        EXPECT_TRUE(CommandEntryOf(command).Available());
-}
-
 struct SwitchCase {
     const char *method, *setting;
     bool updates;

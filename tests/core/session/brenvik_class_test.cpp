@@ -1,4 +1,4 @@
-// The public class: its methods, what they say when they are not part of the build, and the road of Show.
+// The public class: its methods, how they begin, and the road of Show.
 #include "session/brenvik_class.h"
 
 #include <gtest/gtest.h>
@@ -57,20 +57,6 @@ TEST_F(PublicClass, HasAHostCommandForEachMethodAndNoneTwice) {
 TEST_F(PublicClass, TakesNoApplicationForTheSettingsAlone) {
     for (const CommandEntry& entry : CommandTable())
         EXPECT_EQ(entry.start == CommandStart::Plain, entry.method == "ShowSettings") << entry.method;
-}
-
-TEST_F(PublicClass, SaysWhatIsNotPartOfTheBuildAndDoesNothingElse) {
-    for (const CommandEntry& entry : CommandTable()) {
-        if (entry.Available()) continue;
-        system.dialogs.messages.clear();
-        EXPECT_TRUE(brenvik.Call(entry.method, system.app));
-        ASSERT_EQ(system.dialogs.messages.size(), 1u) << entry.method;
-        EXPECT_EQ(system.dialogs.messages[0].text,
-                  std::string(entry.method) + " is not available in this build.");
-        EXPECT_EQ(system.dialogs.messages[0].title, "Brenvik");
-        EXPECT_EQ(TheSession().AcadApp, nullptr);
-    }
-    EXPECT_TRUE(system.dialogs.shownForms.empty());
 }
 
 TEST_F(PublicClass, IsCalledByNameWithoutRegardToCase) {
