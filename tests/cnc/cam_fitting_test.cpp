@@ -1,0 +1,108 @@
+// A panel for cam fittings: the bolt's bore in the edge runs into the blind hole of the housing, so that the
+// two holes meet in a curve that is neither line nor circle. Half of all cabinets are held together by it.
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "cnc/checker.h"
+#include "support/ezdxf_audit.h"
+
+namespace brenvik {
+namespace {
+
+class CamFitting : public CheckedRunTest {
+  protected:
+    /// A side of 16 with two fittings along its left edge: the bolt's bore crosses the housing, whose middle
+    /// lies so far from the edge, and ends 34 deep.
+    app::Workpiece Side(double toHousing = 24) {
+        app::Workpiece board = Board(600, 400, 16);
+        for (const double y : {50.0, 350.0}) {
+            board.Drill({toHousing, y, 16}, app::Axis::Z, -12.5, 15);
+            board.Drill({0, y, 8}, app::Axis::X, 34, 8);
+        }
+        return board;
+    }
+    std::string SavedName() { return files.InstallFolder() + "\\side.dxf"; }
+    void ExpectBothBores() {
+        const auto first = FirstSide();
+        ASSERT_TRUE(first);
+        const std::vector<Drawn> housings = OnLayers(*first, "VD_Z12p5_T_D15");
+        EXPECT_EQ(housings.size(), 2U);
+        for (const Drawn& housing : housings) EXPECT_EQ(housing.thickness, -12.5);
+        const std::vector<Drawn> bolts = OnLayers(*first, "HL_T");
+        EXPECT_EQ(bolts.size(), 2U);
+        for (const Drawn& bolt : bolts) {
+            EXPECT_NEAR(bolt.diameter, 8, 1e-9);
+            EXPECT_NEAR(bolt.thickness, -34, 1e-6);
+        }
+        EXPECT_TRUE(FilesIn(SecondSideFolder).empty());
+    }
+};
+
+TEST_F(CamFitting, GivesTheHousingAndTheBoltTheirOperations) {
+    app::Workpiece side = Side();
+    RunAll();
+    EXPECT_EQ(Faults(side.Solid()), std::vector<std::string>{});
+    ExpectBothBores();
+}
+
+TEST_F(CamFitting, GivesThemWhereverThePartLies) {
+    const std::array<Point3, 3> turns{Point3{90, 0, 0}, {31, -17, 123}, {180, 5, -77}};
+    for (const Point3& turn : turns) {
+        app::Workpiece side = Side();
+        Lay(side.Solid(), turn.x, turn.y, turn.z, {1234.5, -678.25, 91});
+        RunAll();
+        EXPECT_EQ(Faults(side.Solid()), std::vector<std::string>{}) << turn.x;
+        side.Solid().Delete();
+    }
+}
+
+TEST_F(CamFitting, TellsOfABoltWhoseBoreEndsInTheHousing) {
+    // Nothing is left of the floor from which the depth would be taken.
+    Side(34);
+    RunAll();
+    const auto first = FirstSide();
+    ASSERT_TRUE(first);
+    EXPECT_EQ(OnLayers(*first, "VD_Z12p5_T_D15").size(), 2U);
+    EXPECT_TRUE(OnLayers(*first, "HL_T").empty());
+    const std::vector<std::string> messages = Messages();
+    EXPECT_TRUE(std::ranges::any_of(messages, [](const std::string& message) {
+        return message.find("edge bore of 8 at 0,50,8: no operation") != std::string::npos;
+    }));
+}
+
+TEST_F(CamFitting, ComesBackWholeFromAFile) {
+    app::Workpiece side = Side();
+    Lay(side.Solid(), 31, -17, 123, {1234.5, -678.25, 91});
+    const double volume = side.Solid().Volume();
+    const Box3 box = side.Solid().GetBoundingBox();
+    document.SaveAs(SavedName(), SaveAsKind::Dxf2000);
+    if (test::HasEzdxf()) {
+        EXPECT_EQ(test::AuditWithEzdxf(files.Resolve(SavedName())), std::nullopt);
+    }
+    HostDocument& again = host.OpenNamed(SavedName());
+    EXPECT_TRUE(again.Notes().empty());
+    const std::vector<Acad3DSolid*> solids = All<Acad3DSolid>(again);
+    ASSERT_EQ(solids.size(), 1U);
+    EXPECT_NEAR(solids[0]->Volume(), volume, 1e-9 * volume);
+    const Box3 found = solids[0]->GetBoundingBox();
+    EXPECT_LT(std::abs(found.min.x - box.min.x) + std::abs(found.min.y - box.min.y), 1e-6);
+    EXPECT_LT(std::abs(found.max.x - box.max.x) + std::abs(found.max.z - box.max.z), 1e-6);
+    again.Close(false);
+}
+
+TEST_F(CamFitting, RunsFromADrawingThatWasSavedAndOpened) {
+    Side();
+    document.SaveAs(SavedName(), SaveAsKind::Dxf2000);
+    HostDocument& again = host.OpenNamed(SavedName());
+    const std::vector<Acad3DSolid*> solids = All<Acad3DSolid>(again);
+    ASSERT_EQ(solids.size(), 1U);
+    TheSession().AcadDoc = &again;
+    const std::array<HostEntity*, 1> chosen{dynamic_cast<HostEntity*>(solids[0])};
+    again.SetPreviousSelection(chosen);
+    RunOnSelection(host, Target::C2C);
+    ExpectBothBores();
+}
+
+}  // namespace
+}  // namespace brenvik
