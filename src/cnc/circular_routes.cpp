@@ -96,6 +96,11 @@ class CircularRoutes {
                 mLevels.TakeBetween(rim);
         }
         const BorePlan plan = mLevels.Plan();
+        if (plan.impossible && !mRun.FirstPass()) {
+            // The first pass has seen it alone on the top, and told of it.
+            bottom.held = false;
+            return true;
+        }
         if (plan.impossible) {
             ShowMessage(BadRoute);
             return false;

@@ -94,13 +94,17 @@ void HoleAccount::TellAxis(std::span<const HoleCircle> circles) {
     const bool bored = std::ranges::any_of(mDrilled, [&first](const DrilledHole& hole) {
         return SameLength(hole.x, first.center.x) && SameLength(hole.y, first.center.y);
     });
-    for (const HoleCircle& away : mGivenAway)
-        if (!bored && SameAxis(away, first)) take(away);
+    // The same goes for the foot of a bored pin.
+    for (const HoleCircle& away : mGivenAway) {
+        const bool foot = SameLength(away.diameter, first.diameter) && Less(mPart.min.z, away.center.z);
+        if (SameAxis(away, first) && (!bored || foot)) take(away);
+    }
     Remember(mRun.firstSideTold, told);
 }
 
 void HoleAccount::Tell(std::span<const HoleCircle> left) {
     for (const DrilledHole& pin : mPins) {
+        if (KnownFromFirstSide({{pin.x, pin.y, pin.rimZ}, pin.diameter})) continue;
         NoteUnexplained(mRun, mPart, "pin", pin.diameter, {pin.x, pin.y, pin.rimZ});
         Remember(mRun.firstSideTold, pin);
     }

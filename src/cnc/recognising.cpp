@@ -3,6 +3,7 @@
 #include <string>
 
 #include "cnc/drawing_walk.h"
+#include "cnc/level_shapes.h"
 #include "cnc/part_steps.h"
 #include "cnc/work_layers.h"
 #include "session/message.h"
@@ -39,6 +40,8 @@ bool BoreOnItsPass(RunState& run) {
 PartStep Recognise(RunState& run) {
     AddLayer(*run.part, layers::RoutingLayer1);
     AddLayer(*run.part, layers::RoutingLayer2);
+    // Routes use the edges up.
+    const LevelShapes shapes = LevelShapes::Of(*run.part, LastSolid(*run.part).GetBoundingBox());
     RecogniseRoutes(run);
     if (run.RouteSkip == 1) return PartStep::SkipPart;
 
@@ -49,7 +52,7 @@ PartStep Recognise(RunState& run) {
 
     TopView(*run.part);
     if (!BoreOnItsPass(run)) return PartStep::SkipPart;
-    DrillVertically(run);
+    DrillVertically(run, shapes);
     return run.DrillSkip == 1 ? PartStep::SkipPart : PartStep::GoOn;
 }
 

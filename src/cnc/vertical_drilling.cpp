@@ -15,6 +15,7 @@
 #include "cnc/drawing_walk.h"
 #include "cnc/drilled_holes.h"
 #include "cnc/hole_account.h"
+#include "cnc/level_shapes.h"
 #include "cnc/open_top.h"
 #include "cnc/part_steps.h"
 #include "cnc/vertical_drilling_names.h"
@@ -58,8 +59,9 @@ bool Upright(const AcadCircle& circle) {
 
 class Drilling {
   public:
-    explicit Drilling(RunState& run)
+    Drilling(RunState& run, const LevelShapes* shapes)
         : mRun(run),
+          mShapes(shapes),
           mPart(LastSolid(*run.part).GetBoundingBox()),
           mSpoil(StrictNumberSetting("DrillSpoilAmount")),
           mAccount(run, mPart) {
@@ -75,9 +77,10 @@ class Drilling {
         for (Rim& entry : mTop) {
             Rim* floor = FloorOfTopHole(entry);
             if (floor == nullptr) continue;
+            if (!IsHole(entry, *floor)) continue;
             if (OnOtherSideAlready(entry, *floor))
                 EraseBoth(entry, *floor);
-            else if (IsHole(entry, *floor) && !Drill(entry, *floor, HoleStart::TopFace))
+            else if (!Drill(entry, *floor, HoleStart::TopFace))
                 return false;
         }
         return true;
@@ -220,12 +223,30 @@ class Drilling {
                 for (Rim* end : {&entry, &floor}) end->passedOver = end->ofPin = true;
                 return false;
             case Inside::Other:
+                // Two cones have their wide ends on the faces, and the other side looks for the other one.
+                if (Less(mPart.min.z, floor.center.z)) entry.passedOver = floor.passedOver = true;
                 return false;
         }
         return false;
     }
 
+    /// Whether anything but air may stand between the two circles. The wall of a lone hole in plain wood has
+    /// no other circle and no floor or ledge of the part within it or around it, and the end of a pin has.
+    bool MayBeBlocked(const Rim& floor) const {
+        if (mShapes == nullptr || mShapes->Meet(floor.center, floor.diameter)) return true;
+        const double radius = floor.diameter / 2;
+        if (!Less(mPart.min.x, floor.center.x - radius) && !Less(floor.center.x + radius, mPart.max.x))
+            return true;
+        const auto within = [&](const Rim& other) {
+            if (SameBore(other, floor) || Lower(other, floor)) return false;
+            const double away = std::hypot(other.center.x - floor.center.x, other.center.y - floor.center.y);
+            return Less(away, radius + other.diameter / 2);
+        };
+        return std::ranges::any_of(mTop, within) || std::ranges::any_of(mRims, within);
+    }
+
     Inside Between(const Rim& entry, const Rim& floor) {
+        if (!MayBeBlocked(floor)) return Inside::Air;
         const double height = std::max(0.0, entry.center.z - floor.center.z);
         const double bore = std::numbers::pi / 4 * floor.diameter * floor.diameter * height;
         const double material = MaterialAbove(mRun, *floor.circle);
@@ -261,6 +282,7 @@ class Drilling {
     }
 
     RunState& mRun;
+    const LevelShapes* mShapes;  ///< None where they aren't known.
     const Box3 mPart;
     const double mSpoil;
     HoleAccount mAccount;
@@ -268,14 +290,18 @@ class Drilling {
     std::vector<Rim> mCovered;  ///< Rims that the trial cut found material above.
 };
 
-}  // namespace
-
-void DrillVertically(RunState& run) {
+void Drill(RunState& run, const LevelShapes* shapes) {
     for (const std::string_view name : {layers::MAXCircleHold, layers::circleHold})
         Skip([&] { UnlockLayer(*run.part, name); });
-    Drilling drilling(run);
+    Drilling drilling(run, shapes);
     if (!drilling.FromTopFace() || !drilling.FromRecesses()) return;
     drilling.TellRest();
 }
+
+}  // namespace
+
+void DrillVertically(RunState& run) { Drill(run, nullptr); }
+
+void DrillVertically(RunState& run, const LevelShapes& shapes) { Drill(run, &shapes); }
 
 }  // namespace brenvik

@@ -253,8 +253,10 @@ TEST_F(VerticalDrilling, AThroughHoleOfTheFirstSideYieldsNothingOnTheSecond) {
     Hole(500, 50, 19, 9, 8);
     Top(100, 50, 8);
     Level(100, 50, 0, 8);
+    Hole(100, 50, 19, 0, 8);
     // From a recess.
     Wood().Cut({280, 30, 12}, {320, 70, 30});
+    Hole(300, 50, 12, 0, 8);
     Level(300, 50, 12, 8);
     Level(300, 50, 1e-13, 8);
     // Blind from this side.
@@ -269,6 +271,7 @@ TEST_F(VerticalDrilling, AThroughHoleOfTheFirstSideYieldsNothingOnTheSecond) {
 
 TEST_F(VerticalDrilling, AHoleDrilledThroughFromARecessIsNotDrilledAgainFromTheOtherSide) {
     Hole(500, 350, 19, 7, 8);
+    Hole(100, 350, 19, 7, 8);
     Wood().Cut({80, 30, 12}, {120, 70, 30});
     Hole(100, 50, 12, 0, 8);
     Level(100, 50, 12, 8);
