@@ -17,7 +17,7 @@ void RequireOwnFolder(const fs::path& folder, const std::string& shown, const fs
     if (fs::exists(folder, error) && !fs::is_directory(folder, error))
         throw CommandError(ExitStatus::WrongWords, "--out: expected a folder, found the file " + shown);
     const std::string head = "--out: " + std::string(rule.emptied) + ", and " + shown + " holds ";
-    if (fs::equivalent(fs::absolute(drawing).parent_path(), folder, error))
+    if (fs::equivalent(AbsolutePath(drawing).parent_path(), folder, error))
         throw CommandError(ExitStatus::WrongWords, head + "the drawing itself");
     error.clear();
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {

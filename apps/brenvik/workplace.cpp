@@ -22,7 +22,7 @@ constexpr const char* settingsFileName = "settings.txt";
 
 std::filesystem::path HomeOf(const std::string& homeOption) {
     const std::filesystem::path home = homeOption.empty() ? DefaultHome() : PathFromText(homeOption);
-    return std::filesystem::absolute(home).lexically_normal();
+    return AbsolutePath(home).lexically_normal();
 }
 
 Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, MeasureUnits units)

@@ -83,13 +83,24 @@ std::string ReadWhole(const fs::path& file) {
 
 }  // namespace
 
-FileRoots::FileRoots(const fs::path& home) : mHome(fs::absolute(home).lexically_normal()) {
+fs::path CurrentFolder() {
+    std::error_code error;
+    fs::path folder = fs::current_path(error);
+    if (error) throw PathNotFound("the current folder (" + error.message() + ")");
+    return folder;
+}
+
+fs::path AbsolutePath(const fs::path& path) {
+    return path.is_absolute() ? path : fs::absolute(CurrentFolder() / path);
+}
+
+FileRoots::FileRoots(const fs::path& home) : mHome(AbsolutePath(home).lexically_normal()) {
     if (!mHome.has_filename() && mHome.has_relative_path()) mHome = mHome.parent_path();
 }
 
 void FileRoots::MapFolder(std::string_view systemFolder, const fs::path& folder) {
     SystemPath parsed = ParseSystemPath(systemFolder);
-    mMappings.push_back({parsed.drive, parsed.absolute, std::move(parsed.names), fs::absolute(folder)});
+    mMappings.push_back({parsed.drive, parsed.absolute, std::move(parsed.names), AbsolutePath(folder)});
     std::stable_sort(mMappings.begin(), mMappings.end(),
                      [](const Mapping& a, const Mapping& b) { return a.names.size() > b.names.size(); });
 }

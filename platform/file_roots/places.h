@@ -14,6 +14,11 @@ namespace brenvik {
 std::filesystem::path PathFromText(std::string_view text);
 std::string TextFromPath(const std::filesystem::path& path);
 
+/// The current folder. Throws Failure 76 when it has been removed under the program.
+std::filesystem::path CurrentFolder();
+/// A path counted from the current folder, which has to be there if the path is relative.
+std::filesystem::path AbsolutePath(const std::filesystem::path& path);
+
 /// What ends a line of a text file: LF, or CR LF on Windows.
 std::string_view TextLineEnd();
 

@@ -27,7 +27,7 @@ std::string_view TextLineEnd() { return "\n"; }
 
 fs::path RootOf(const SystemPath& path, const fs::path& home) {
     if (path.drive != 0) return home / (std::string("drive_") + path.drive);
-    return path.absolute ? fs::path("/") : fs::current_path();
+    return path.absolute ? fs::path("/") : CurrentFolder();
 }
 
 fs::path DefaultHome() {
@@ -37,7 +37,7 @@ fs::path DefaultHome() {
 fs::path DefaultHome(const EnvironmentLookup& variable) {
     // This one is the user's own word, so a relative place is taken as it is meant.
     if (const char* named = variable("BRENVIK_HOME"); named != nullptr && *named != '\0')
-        return fs::absolute(named);
+        return AbsolutePath(named);
     if (const fs::path data = AbsolutePlace(variable, "XDG_DATA_HOME"); !data.empty())
         return data / "brenvik";
     if (const fs::path user = AbsolutePlace(variable, "HOME"); !user.empty())

@@ -19,7 +19,7 @@ std::string_view TextLineEnd() { return "\r\n"; }
 
 fs::path RootOf(const SystemPath& path, const fs::path&) {
     if (path.drive != 0) return fs::path(std::string(1, path.drive) + ":\\");
-    return path.absolute ? fs::current_path().root_path() : fs::current_path();
+    return path.absolute ? CurrentFolder().root_path() : CurrentFolder();
 }
 
 fs::path DefaultHome() {
@@ -28,7 +28,7 @@ fs::path DefaultHome() {
 
 fs::path DefaultHome(const EnvironmentLookup& variable) {
     if (const char* named = variable("BRENVIK_HOME"); named != nullptr && *named != '\0')
-        return fs::absolute(named);
+        return AbsolutePath(named);
     if (const char* data = variable("APPDATA"); data != nullptr && *data != '\0')
         return fs::path(data) / "brenvik";
     throw PathNotFound("neither BRENVIK_HOME nor APPDATA names a folder");

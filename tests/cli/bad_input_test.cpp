@@ -36,6 +36,20 @@ TEST_F(BadInput, AMissingDrawingIsTold) {
     ExpectUnreadable("none.dxf", "expected a drawing, found no file of this name");
 }
 
+TEST_F(BadInput, ACurrentFolderThatIsGoneIsTold) {
+    WriteSample("job.dxf");
+    const std::string home = "BRENVIK_HOME=" + Path("home"), gone = "mkdir gone; cd gone; rmdir ../gone; ";
+    for (const char* target : {"C2C", "ABC"}) {
+        const Outcome outcome =
+            RunBare(gone + home, {"cnc", Path("job.dxf"), "--target", target, "--out", "out"});
+        EXPECT_EQ(outcome.status, 1) << outcome.errors;
+        EXPECT_NE(outcome.errors.find("the current folder"), std::string::npos) << outcome.errors;
+    }
+    const Outcome outcome = RunBare(gone + "BRENVIK_HOME=home", {"list", Path("job.dxf")});
+    EXPECT_EQ(outcome.status, 1) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("the current folder"), std::string::npos) << outcome.errors;
+}
+
 TEST_F(BadInput, AFolderIsNoDrawing) {
     std::filesystem::create_directory(folder / "job.dxf");
     ExpectUnreadable("job.dxf", "expected a drawing, found a folder");

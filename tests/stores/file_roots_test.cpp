@@ -192,6 +192,22 @@ TEST_F(SystemFiles, DeviceIsNoFileToRead) {
     EXPECT_EQ(FailureOf([&] { files.ReadFile("/dev/zero"); }).number(), failure_number::pathAccess);
 }
 
+TEST_F(SystemFiles, ACurrentFolderThatIsGoneIsToldWhereItCounts) {
+    const fs::path before = fs::current_path();
+    const fs::path gone = folder.Path() / "gone";
+    fs::create_directory(gone);
+    fs::current_path(gone);
+    fs::remove(gone);
+    const auto number = [](const auto& work) { return FailureOf(work).number(); };
+    EXPECT_EQ(number([&] { files.ReadFile("notes.txt"); }), failure_number::pathNotFound);
+    EXPECT_EQ(number([&] { files.MapFolder("c:\\BV-DXF\\", "out"); }), failure_number::pathNotFound);
+    EXPECT_EQ(number([&] { FileRoots relative("home"); }), failure_number::pathNotFound);
+    EXPECT_EQ(number([&] { DefaultHome([](const char*) { return "home"; }); }), failure_number::pathNotFound);
+    files.WriteFile("c:\\notes.txt", "whole paths need none");
+    EXPECT_EQ(files.ReadFile("c:\\notes.txt"), "whole paths need none");
+    fs::current_path(before);
+}
+
 TEST(HomeFolder, IsTakenFromTheFirstVariableThatNamesOne) {
     std::map<std::string, std::string> variables;
     const auto home = [&] {

@@ -273,6 +273,8 @@ TEST_F(BoundGrid, TakesNoEditInHiddenOrLockedCellsOrWhenDisabled) {
     EXPECT_FALSE(grid.UserEdit(5, 1, "x"));
     EXPECT_FALSE(grid.UserEdit(2, 3, "x"));
     EXPECT_FALSE(grid.UserEdit(2, 0, "x"));
+    grid.Column(3).hidden = true;
+    EXPECT_FALSE(grid.UserEdit(3, 1, "5"));
     grid.enabled = false;
     EXPECT_FALSE(grid.UserEdit(2, 1, "x"));
     EXPECT_EQ(database.CountStatements("UPDATE"), 0);
@@ -347,6 +349,8 @@ TEST_F(BoundGrid, AnEditOfTheActiveCellIsNoMove) {
     EXPECT_EQ(entered, 1);
     grid.UserEdit(2, 2, "Door");
     EXPECT_EQ(entered, 2);
+    grid.UserEdit(3, 2, "5");
+    EXPECT_EQ(entered, 3);
 }
 
 TEST_F(BoundGrid, EntersCellsOnlyBelowTheHeaders) {
