@@ -35,6 +35,9 @@ TypedCommands::TypedCommands(HostApplication& application) : mApplication(applic
 }
 
 bool TypedCommands::Call(std::string_view method) {
+    constexpr std::string_view escape = "\x1b";
+    HostDocument* document = mRunning == 0 ? mApplication.Active() : nullptr;
+    if (document != nullptr && mLine.Busy(*document)) mLine.Send(*document, escape);
     const Count running(mRunning);
     return cBrenvik().Call(method, mApplication);
 }

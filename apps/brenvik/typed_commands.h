@@ -14,7 +14,8 @@ class TypedCommands {
   public:
     explicit TypedCommands(HostApplication& application);
 
-    /// Calls a method by name, typed or from a journal; false for an unknown one.
+    /// Calls a method by name, typed or from a journal; false for an unknown one. What the command line still
+    /// asks is cancelled first, as the host's menus do: it would take what the method types for its answers.
     bool Call(std::string_view method);
     /// Whether a method of the system is running: what the command line shows then is not the user's typing.
     bool AtWork() const { return mRunning > 0; }

@@ -61,6 +61,8 @@ void BVMove(AcadApplication&) {
 
 void BVCopy(AcadApplication&) {
     InPlaneOfView([](AcadEntity& entity, const Shift& shift) {
+        // A copy on a locked layer couldn't be moved and would lie within the original, a part too many.
+        if (TheSession().AcadDoc->Layers().Item(entity.Layer())->Lock()) return;
         AcadEntity& copy = *entity.Copy();
         copy.Move(shift.from, shift.to);
         copy.Update();

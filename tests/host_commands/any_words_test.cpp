@@ -52,14 +52,35 @@ constexpr auto words = std::to_array<const char*>({
     "(handent",   "\"a",
     "nonsense",   "\x1b",
     "1e11,0",     "1e9,1e9,1e9",
-    "33",
+    "33",         "explode",
+    "pedit",      "align",
+    "mview",      "mspace",
+    "pspace",     "vplayer",
+    "dview",      "solprof",
+    "tilemode",   "cvport",
+    "ucsfollow",  "ucsortho",
+    "hide",       "ortho",
+    "undo",       "u",
+    "mview",      "mspace",
+    "tilemode",   "fit",
+    "hideplot",   "on",
+    "l",          "j",
+    "y",          "po",
+    "cl",         "tw",
+    "fa",         "g",
+    "cu",         "sel",
+    "current",    "bv-*",
+    "Left base",  "2",
+    "3",          "box",
+    "view",       "front",
+    "swiso",      "\"a b\"",
 });
 
 class AnyWords : public CommandTest, public ::testing::WithParamInterface<unsigned> {};
 
 TEST_P(AnyWords, LeaveTheLineUsable) {
     std::mt19937 random(GetParam());
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < 1500; ++i) {
         Type(words.at(random() % words.size()));
         Type(random() % 5 == 0 ? "\r" : " ");
     }
@@ -69,7 +90,7 @@ TEST_P(AnyWords, LeaveTheLineUsable) {
         const auto* solid = dynamic_cast<const HostSolid*>(entity);
         EXPECT_FALSE(solid != nullptr && solid->Shape().IsNull());
     }
-    Type("tilemode 1 ucs w elevation 0 -layer n Free s Free u Free \r");
+    Type("tilemode 1 ucsfollow 0 ucs w elevation 0 -layer n Free s Free u Free \r");
     const std::size_t before = Entities().size();
     Type("box 0,0,0 1,2,3 ");
     ASSERT_EQ(Entities().size(), before + 1);

@@ -162,6 +162,11 @@ std::string MatchKeyword(std::string_view keywords, std::string_view answer) {
     return {};
 }
 
+std::string Unquoted(const std::string& answer) {
+    const bool quoted = answer.size() >= 2 && answer.front() == '"' && answer.back() == '"';
+    return quoted ? answer.substr(1, answer.size() - 2) : answer;
+}
+
 std::string LengthText(double length) { return NumberToText(RoundHalfEven(length, 4)); }
 
 std::string PointText(const Point3& point) {

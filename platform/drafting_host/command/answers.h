@@ -39,6 +39,9 @@ std::optional<TypedPoint> ParsePoint(std::string_view text);
 /// Case and a leading underscore don't matter; of two keywords that fit, the first counts.
 std::string MatchKeyword(std::string_view keywords, std::string_view answer);
 
+/// The answer without the double quotes around it, which let a name hold blanks.
+std::string Unquoted(const std::string& answer);
+
 /// Coordinates for a prompt, four decimals at most.
 std::string PointText(const Point3& point);
 std::string LengthText(double length);

@@ -141,10 +141,7 @@ void CommandSession::Wait(Question& question, std::coroutine_handle<> waiter) {
 void CommandSession::Answer(const std::string& answer) {
     Running& running = *mRunning.back();
     Tell(running.question->Prompt() + (answer.empty() ? "" : " " + answer));
-    if (answer.starts_with('\'')) {
-        StartTransparent(answer);
-        return;
-    }
+    if (answer.starts_with('\'') && StartTransparent(answer)) return;
     try {
         if (!running.question->Take(answer)) return;
     } catch (const Failure& failure) {
@@ -156,7 +153,7 @@ void CommandSession::Answer(const std::string& answer) {
     Settle();
 }
 
-void CommandSession::StartTransparent(const std::string& answer) {
+bool CommandSession::StartTransparent(const std::string& answer) {
     const std::string_view name = BareName(answer);
     const HostCommand* command = FindBuiltInCommand(name);
     if (command != nullptr && command->transparent) {
@@ -166,8 +163,9 @@ void CommandSession::StartTransparent(const std::string& answer) {
     } else if (command != nullptr) {
         Tell(std::string(command->name) + " can't be used within another command.");
     } else {
-        Tell("Unknown command \"" + FoldUpper(name) + "\".");
+        return false;
     }
+    return true;
 }
 
 void CommandSession::Settle() {
@@ -211,6 +209,7 @@ void CommandSession::ChangeUcs(const UcsFrame& frame) {
     mDocument.SetActiveUcs(frame.origin, frame.xAxis, frame.yAxis);
     mUcsHistory.push_back(before);
     if (mUcsHistory.size() > remembered) mUcsHistory.erase(mUcsHistory.begin());
+    FollowUcs();
 }
 
 bool CommandSession::PreviousUcs() {
@@ -218,7 +217,17 @@ bool CommandSession::PreviousUcs() {
     const UcsFrame frame = mUcsHistory.back();
     mUcsHistory.pop_back();
     mDocument.SetActiveUcs(frame.origin, frame.xAxis, frame.yAxis);
+    FollowUcs();
     return true;
+}
+
+void CommandSession::FollowUcs() {
+    if (VariableNumber(*this, "UCSFOLLOW") != 1) return;
+    const HostViewport* viewport = mDocument.CurrentViewport();
+    const bool fixed = viewport != nullptr && (ViewLocked(*viewport) || viewport->LayerObject().Locked());
+    if (fixed) return;
+    const UcsFrame frame = CurrentUcs();
+    SetView(Cross(frame.xAxis, frame.yAxis), frame.yAxis);
 }
 
 std::optional<Point3> CommandSession::PointFrom(std::string_view answer) const {
@@ -250,6 +259,7 @@ ViewportData CommandSession::CurrentView() const {
 
 void CommandSession::ChangeView(const ViewportData& view) {
     if (HostViewport* viewport = mDocument.CurrentViewport()) {
+        if (ViewLocked(*viewport)) throw host_failure::NotPossible("the viewport is view-locked");
         viewport->SetValues(view);
     } else if (!OnSheet()) {
         mModelView = view;

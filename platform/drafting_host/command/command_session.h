@@ -73,7 +73,7 @@ class CommandSession {
     }
 
     Similarity UcsToWorld() const { return mDocument.UcsToWorld(); }
-    /// Changes the user system and remembers the one before.
+    /// Changes the user system and remembers the one before. With UCSFOLLOW at 1 the view turns to its plan.
     void ChangeUcs(const UcsFrame& frame);
     /// Goes back to the user system before; false where there is none.
     bool PreviousUcs();
@@ -85,7 +85,8 @@ class CommandSession {
     /// What is looked through now: the viewport that was entered, or the view of model space. A sheet is
     /// always seen from above.
     ViewportData CurrentView() const;
-    /// On the sheet itself nothing changes. Fails for a viewport on a locked layer.
+    /// On the sheet itself nothing changes. Fails for a viewport on a locked layer, and for one whose view
+    /// MVIEW has locked.
     void ChangeView(const ViewportData& view);
     /// From the drawing towards the eye, a unit vector; and the view's upward direction.
     Point3 ViewDirection() const;
@@ -112,7 +113,9 @@ class CommandSession {
     bool BlankBelongs() const;
     void EndAnswer();
     void Answer(const std::string& answer);
-    void StartTransparent(const std::string& answer);
+    /// A command typed with "'" within another one; false where nothing is called so: names may begin with
+    /// the mark.
+    bool StartTransparent(const std::string& answer);
     void StartNamed(const std::string& typed);
     void RunProduct(const std::function<void()>& run);
     void Start(const HostCommand& command);
@@ -121,6 +124,7 @@ class CommandSession {
     void Settle();
     void Cancel();
     void TellFailure(const Failure& failure) const;
+    void FollowUcs();
 
     HostCommandLine& mLine;
     HostDocument& mDocument;

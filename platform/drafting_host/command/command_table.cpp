@@ -35,6 +35,8 @@ constexpr auto commands = std::to_array<HostCommand>({
     {"ALIGN", "AL", &run::Align},
     {"EXPLODE", "X", &run::Explode},
     {"PEDIT", "PE", &run::Pedit},
+    {"UNDO", "", &run::Undo},
+    {"U", "REDO OOPS", &run::TakeBack},
     {"UCS", "", &run::Ucs},
     {"-LAYER", "-LA LAYER LA", &run::Layer, true},
     {"-GROUP", "-G GROUP G", &run::Group},

@@ -41,6 +41,10 @@ Asking<void> Mirror3d(CommandSession& session);
 // align_command.cpp
 Asking<void> Align(CommandSession& session);
 
+// undo_command.cpp
+Asking<void> TakeBack(CommandSession& session);
+Asking<void> Undo(CommandSession& session);
+
 // explode_command.cpp
 Asking<void> Explode(CommandSession& session);
 
@@ -49,6 +53,10 @@ Asking<void> Pedit(CommandSession& session);
 
 // ucs_command.cpp
 Asking<void> Ucs(CommandSession& session);
+
+// ucs_face.cpp
+/// Asks for a face and lays the user coordinate system onto it.
+Asking<void> UcsOnFace(CommandSession& session);
 
 // layer_command.cpp
 Asking<void> Layer(CommandSession& session);

@@ -28,6 +28,8 @@ Asking<void> AskPoints(CommandSession& session) {
     }
     // The length tells the distance of the camera, which clipping at the eye needs.
     view.viewDirection = direction;
+    // What was in the middle is measured across the old line of sight; the target is what is looked at now.
+    view.viewCenter = {0, 0};
     session.ChangeView(view);
 }
 

@@ -1,31 +1,24 @@
 // -GROUP: named groups of objects.
-#include "base/letter_case.h"
+#include "drafting_host/command/answers.h"
 #include "drafting_host/command/command_session.h"
 #include "drafting_host/command/commands.h"
+#include "drafting_host/command/group_names.h"
 #include "drafting_host/document/host_layers.h"
 
 namespace brenvik::host_commands {
 namespace {
 
-/// The name of a group. A blank belongs to it where a group's name goes on with one, so that "BASE 1" can be
-/// typed without quotes; a return always ends it.
+/// The name of a group.
 class GroupNameQuestion final : public ValueQuestion<std::string> {
   public:
     using ValueQuestion::ValueQuestion;
 
     bool BlankBelongsTo(std::string_view typed) const override {
-        const std::string beginning = std::string(typed) + " ";
-        for (const HostGroup* group : Session().Document().GroupTable().All()) {
-            if (StartsWithIgnoreCase(group->Name(), beginning)) return true;
-        }
-        return false;
+        return GroupNameGoesOn(Session().Document(), typed);
     }
 
   private:
-    std::optional<std::string> Parse(const std::string& answer) override {
-        const bool quoted = answer.size() >= 2 && answer.front() == '"' && answer.back() == '"';
-        return quoted ? answer.substr(1, answer.size() - 2) : answer;
-    }
+    std::optional<std::string> Parse(const std::string& answer) override { return Unquoted(answer); }
     std::string Wanted() const override { return "the name of a group"; }
 };
 

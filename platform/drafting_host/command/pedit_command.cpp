@@ -178,9 +178,9 @@ Asking<void> EditMany(CommandSession& session) {
     if (std::ranges::any_of(chosen, &LineOrArc)) {
         const Answered<std::string> turn = co_await session.AskKeyword(
             "Convert Lines and Arcs to polylines [Yes/No]? <Y>", "Yes No", IfEmpty::Allowed);
+        for (const HostEntity* entity : chosen) entity->RequireChangeable();
         for (HostEntity*& entity : chosen) {
             if (turn.Is("No") || !LineOrArc(entity)) continue;
-            entity->RequireChangeable();
             entity = &Replace(*entity, *AsPolyline(entity->Geometry()));
         }
     }

@@ -79,11 +79,6 @@ std::string AngleQuestion::Wanted() const { return "an angle in degrees"; }
 std::optional<double> NumberQuestion::Parse(const std::string& answer) { return ParseLength(answer); }
 std::string NumberQuestion::Wanted() const { return "a number"; }
 
-std::optional<std::string> TextQuestion::Parse(const std::string& answer) {
-    if (answer.size() >= 2 && answer.front() == '"' && answer.back() == '"') {
-        return answer.substr(1, answer.size() - 2);
-    }
-    return answer;
-}
+std::optional<std::string> TextQuestion::Parse(const std::string& answer) { return Unquoted(answer); }
 
 }  // namespace brenvik

@@ -10,23 +10,23 @@
 #include "base/text.h"
 #include "drafting_host/command/answers.h"
 #include "drafting_host/command/command_session.h"
+#include "drafting_host/command/group_names.h"
 #include "drafting_host/command/picking.h"
-#include "drafting_host/document/host_failure.h"
+#include "drafting_host/document/vectors.h"
 
 namespace brenvik {
+
+using namespace vectors;
+
 namespace {
 
-constexpr std::string_view words = "ALL Previous Last Window Crossing Remove Add Undo";
+constexpr std::string_view words = "ALL Previous Last Window Crossing BOX Group Remove Add Undo";
 
 /// The handle in (handent "2A"), the form in which scripts name an object; quotes may be missing.
 std::optional<HandleValue> HandleFromCall(const std::string& answer) {
     constexpr std::string_view call = "(handent";
     if (!StartsWithIgnoreCase(answer, call) || !answer.ends_with(')')) return std::nullopt;
-    std::string handle = Trim(answer.substr(call.size(), answer.size() - call.size() - 1));
-    if (handle.size() >= 2 && handle.front() == '"' && handle.back() == '"') {
-        handle = handle.substr(1, handle.size() - 2);
-    }
-    return HandleFromText(handle);
+    return HandleFromText(Unquoted(Trim(answer.substr(call.size(), answer.size() - call.size() - 1))));
 }
 
 bool OnThawedLayer(const HostEntity& entity) { return !entity.LayerObject().Values().frozen; }
@@ -44,11 +44,14 @@ std::string SelectionQuestion::Prompt() const {
             return "First corner:";
         case Wants::OtherCorner:
             return "Opposite corner:";
+        case Wants::GroupName:
+            return "Enter group name:";
     }
     return mPrompt;
 }
 
 bool SelectionQuestion::Take(const std::string& answer) {
+    if (mWants == Wants::GroupName) return TakeGroup(answer);
     if (mWants != Wants::Objects) return TakeCorner(answer);
     if (answer.empty()) return Finish();
     if (answer.starts_with('(')) {
@@ -68,8 +71,8 @@ bool SelectionQuestion::Take(const std::string& answer) {
         TakeAt(*point);
     } else {
         Session().Tell("\"" + answer +
-                       "\" selects nothing: a point or Window/Crossing/ALL/Previous/Last/Add/Remove/Undo is "
-                       "expected.");
+                       "\" selects nothing: a point or "
+                       "Window/Crossing/BOX/Group/ALL/Previous/Last/Add/Remove/Undo is expected.");
     }
     return false;
 }
@@ -92,7 +95,37 @@ bool SelectionQuestion::TakeCorner(const std::string& answer) {
         mWants = Wants::OtherCorner;
     } else {
         mWants = Wants::Objects;
-        Put(EntitiesInWindow(Session(), mCorner, *point, mCrossing));
+        Put(EntitiesInWindow(Session(), mCorner, *point, Crosses(*point)));
+    }
+    return false;
+}
+
+bool SelectionQuestion::Crosses(const Point3& opposite) const {
+    switch (mTakes) {
+        case Takes::Within:
+            return false;
+        case Takes::Meeting:
+            return true;
+        case Takes::BySide:
+            break;
+    }
+    const Point3 toTheRight = Cross(Session().ViewUp(), Session().ViewDirection());
+    return Dot(opposite - mCorner, toTheRight) < 0;
+}
+
+bool SelectionQuestion::BlankBelongsTo(std::string_view typed) const {
+    return mWants == Wants::GroupName && GroupNameGoesOn(Session().Document(), typed);
+}
+
+bool SelectionQuestion::TakeGroup(const std::string& name) {
+    mWants = Wants::Objects;
+    if (name.empty()) return false;
+    const HostGroup* group = Session().Document().GroupTable().Find(Unquoted(name));
+    if (group == nullptr) {
+        Session().Tell("The drawing has no group \"" + Unquoted(name) + "\".");
+    } else {
+        const auto members = group->Members();
+        Put({members.begin(), members.end()});
     }
     return false;
 }
@@ -112,9 +145,11 @@ void SelectionQuestion::TakeWord(const std::string& word) {
             return entity->Look().visible && OnThawedLayer(*entity);
         });
         if (last != entities.rend()) Put({*last});
-    } else if (word == "Window" || word == "Crossing") {
-        mCrossing = word == "Crossing";
+    } else if (word == "Window" || word == "Crossing" || word == "BOX") {
+        mTakes = word == "Window" ? Takes::Within : word == "Crossing" ? Takes::Meeting : Takes::BySide;
         mWants = Wants::FirstCorner;
+    } else if (word == "Group") {
+        mWants = Wants::GroupName;
     } else if (word == "Remove" || word == "Add") {
         mRemoving = word == "Remove";
     } else if (!mBefore.empty()) {

@@ -82,12 +82,13 @@ Asking<void> RunNew(CommandSession& session, std::string choice) {
     if (choice == "ZAxis") co_await AskZAxis(session);
     if (choice == "3point") co_await AskThreePoints(session);
     if (choice == "View") LayInView(session);
+    if (choice == "Face") co_await UcsOnFace(session);
     if (choice == "X" || choice == "Y" || choice == "Z") co_await AskTurn(session, choice);
 }
 
 Asking<void> AskNew(CommandSession& session) {
     const Answered<Point3> answer = co_await session.AskPoint(
-        "Origin of the new UCS or [ZAxis/3point/View/X/Y/Z] <0,0,0>:", "ZAxis 3point View X Y Z",
+        "Origin of the new UCS or [ZAxis/3point/Face/View/X/Y/Z] <0,0,0>:", "ZAxis 3point Face View X Y Z",
         IfEmpty::Allowed);
     if (answer.value) MoveOrigin(session, *answer.value);
     if (!answer.keyword.empty()) co_await RunNew(session, answer.keyword);
@@ -170,7 +171,7 @@ Asking<void> AskNamed(CommandSession& session, bool restoring) {
 Asking<void> Ucs(CommandSession& session) {
     const Answered<std::string> option = co_await session.AskKeyword(
         "Option [New/Move/orthoGraphic/Prev/Restore/Save/Del/?/World] <World>:",
-        "World New Move orthoGraphic Previous Restore Save Delete ? Origin ZAxis 3point View X Y Z",
+        "World New Move orthoGraphic Previous Restore Save Delete ? Origin ZAxis 3point Face View X Y Z",
         IfEmpty::Allowed);
     if (option.Empty() || option.Is("World")) {
         session.ChangeUcs({});

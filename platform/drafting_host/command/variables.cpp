@@ -11,6 +11,7 @@
 #include "drafting_host/command/answers.h"
 #include "drafting_host/command/command_session.h"
 #include "drafting_host/command/host_command_line.h"
+#include "drafting_host/command/view_frame.h"
 #include "drafting_host/dxf/header_variables.h"
 
 namespace brenvik {
@@ -37,6 +38,7 @@ constexpr auto variables = std::to_array<HostVariable>({
     {"CLAYER", Kind::Text, Place::Layer, "0"},
     {"CMDDIA", Kind::Whole, Place::Profile, "1", 0, 1},
     {"CMDECHO", Kind::Whole, Place::Profile, "1", 0, 1},
+    {"CVPORT", Kind::Whole, Place::Viewport, "2", 1, most16},
     {"DELOBJ", Kind::Whole, Place::Profile, "1", 0, 2},
     {"DISPSILH", Kind::Whole, Place::Drawing, "0", 0, 1},
     {"DWGNAME", Kind::Text, Place::Fixed, ""},
@@ -170,6 +172,30 @@ std::optional<std::string> Kept(const HostVariable& variable, const std::string&
     return std::nullopt;
 }
 
+constexpr int sheetNumber = 1, modelNumber = 2;
+
+int ViewportNumber(const HostDocument& document) {
+    if (document.ActiveSpace() == ActiveSpaceKind::ModelSpace) return modelNumber;
+    const HostViewport* viewport = document.CurrentViewport();
+    return viewport == nullptr ? sheetNumber : viewport->Values().id;
+}
+
+std::string EnterViewport(HostDocument& document, int number) {
+    if (number == ViewportNumber(document)) return {};
+    if (document.ActiveSpace() == ActiveSpaceKind::ModelSpace) return "model space has one viewport, 2";
+    if (number == sheetNumber) {
+        document.SetMSpace(false);
+        return {};
+    }
+    for (HostViewport* viewport : ViewportsOf(document)) {
+        if (viewport->Values().id != number || !viewport->On()) continue;
+        document.SetCurrentViewport(*viewport);
+        document.SetMSpace(true);
+        return {};
+    }
+    return "the sheet has no viewport of that number that is on";
+}
+
 std::string MakeLayerCurrent(HostDocument& document, const std::string& name) {
     HostLayer* layer = document.LayerTable().Find(name);
     if (layer == nullptr) return "the drawing has no layer \"" + name + "\"";
@@ -204,6 +230,8 @@ std::string VariableText(const CommandSession& session, const HostVariable& vari
             return document.ActiveSpace() == ActiveSpaceKind::ModelSpace ? "1" : "0";
         case Place::Layer:
             return document.CurrentLayer().Name();
+        case Place::Viewport:
+            return std::to_string(ViewportNumber(document));
     }
     return {};
 }
@@ -223,10 +251,15 @@ std::string SetVariable(CommandSession& session, const HostVariable& variable, c
             break;
         case Place::Layer:
             return MakeLayerCurrent(document, *value);
-        case Place::Space:
-            document.SetActiveSpace(*value == "1" ? ActiveSpaceKind::ModelSpace
-                                                  : ActiveSpaceKind::PaperSpace);
+        case Place::Viewport:
+            return EnterViewport(document, static_cast<int>(LenientNumber(*value)));
+        case Place::Space: {
+            const ActiveSpaceKind space =
+                *value == "1" ? ActiveSpaceKind::ModelSpace : ActiveSpaceKind::PaperSpace;
+            // On the sheet already, an entered viewport stays entered.
+            if (space != document.ActiveSpace()) document.SetActiveSpace(space);
             break;
+        }
         case Place::Profile:
             session.Line().ProfileVariables()[std::string(variable.name)] = *value;
             break;

@@ -8,6 +8,7 @@
 #include "drafting_host/command/command_session.h"
 #include "drafting_host/command/commands.h"
 #include "drafting_host/command/variables.h"
+#include "drafting_host/command/view_frame.h"
 #include "drafting_host/document/host_application.h"
 #include "drafting_host/document/vectors.h"
 
@@ -72,7 +73,14 @@ class ZoomQuestion final : public ValueQuestion<std::string> {
     std::string Wanted() const override { return "a corner of a window or a scale factor"; }
 };
 
+/// In an entered viewport its own view, otherwise that of the window.
 void ShowExtents(CommandSession& session) {
+    if (session.Document().CurrentViewport() != nullptr) {
+        ViewportData view = session.CurrentView();
+        ShowModel(view, session.Document());
+        session.ChangeView(view);
+        return;
+    }
     HostApplication& host = session.Document().Host();
     if (host.Active() == &session.Document()) host.ZoomExtents();
 }

@@ -66,6 +66,10 @@ void FreezeIn(HostViewport& viewport, HostLayer& layer, bool freeze) {
     viewport.SetValues(std::move(values));
 }
 
+bool ViewLocked(const HostViewport& viewport) {
+    return (viewport.Values().statusFlags & view_status::locked) != 0;
+}
+
 std::vector<HostViewport*> ViewportsOf(HostDocument& document) {
     std::vector<HostViewport*> found;
     for (HostEntity* entity : document.Paper().Entities()) {

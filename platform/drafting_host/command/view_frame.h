@@ -18,6 +18,9 @@ void FreezeIn(HostViewport& viewport, HostLayer& layer, bool freeze);
 /// The viewports of the sheet in use, without the record of the sheet itself.
 std::vector<HostViewport*> ViewportsOf(HostDocument& document);
 
+/// What MVIEW Lock does: the view stays as it is.
+bool ViewLocked(const HostViewport& viewport);
+
 /// Bits of a viewport's status (group 90).
 namespace view_status {
 inline constexpr int frontClipping = 0x2;

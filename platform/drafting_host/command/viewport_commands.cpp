@@ -3,6 +3,7 @@
 
 #include "drafting_host/command/command_session.h"
 #include "drafting_host/command/commands.h"
+#include "drafting_host/command/stay_on_sheet.h"
 #include "drafting_host/command/view_frame.h"
 #include "drafting_host/document/vectors.h"
 
@@ -20,27 +21,6 @@ bool InPaperSpace(const CommandSession& session, std::string_view command) {
     session.Tell(std::string(command) + " works in paper space alone: set TILEMODE to 0 first.");
     return false;
 }
-
-/// Viewports are objects of the sheet, so a viewport that was entered is left for as long as the command
-/// runs, and entered again however it ends.
-class StayOnSheet {
-  public:
-    explicit StayOnSheet(HostDocument& document) : mDocument(document), mEntered(document.MSpace()) {
-        if (mEntered) mDocument.SetMSpace(false);
-    }
-    ~StayOnSheet() {
-        if (!mEntered || mDocument.Closed()) return;
-        const bool stands =
-            mDocument.ActiveSpace() == ActiveSpaceKind::PaperSpace && mDocument.ActivePViewport() != nullptr;
-        if (stands) mDocument.SetMSpace(true);
-    }
-    StayOnSheet(const StayOnSheet&) = delete;
-    StayOnSheet& operator=(const StayOnSheet&) = delete;
-
-  private:
-    HostDocument& mDocument;
-    bool mEntered;
-};
 
 void AddViewport(CommandSession& session, const Point3& corner, const Point3& opposite) {
     HostDocument& document = session.Document();

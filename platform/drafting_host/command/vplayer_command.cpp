@@ -4,6 +4,7 @@
 #include "drafting_host/command/command_session.h"
 #include "drafting_host/command/commands.h"
 #include "drafting_host/command/layer_names.h"
+#include "drafting_host/command/stay_on_sheet.h"
 #include "drafting_host/command/view_frame.h"
 
 namespace brenvik::host_commands {
@@ -35,10 +36,8 @@ Asking<std::vector<HostViewport*>> AskViewports(CommandSession& session) {
         "Enter an option [All/Select/Current] <Current>:", "All Select Current", IfEmpty::Allowed);
     if (which.Is("All")) co_return ViewportsOf(document);
     if (which.Is("Select")) {
-        const bool entered = document.MSpace();
-        document.SetMSpace(false);
+        const StayOnSheet stay(document);
         const std::vector<HostEntity*> chosen = co_await session.AskSelection(SelectFor::Changing);
-        if (entered) document.SetMSpace(true);
         std::vector<HostViewport*> viewports;
         for (HostEntity* entity : chosen) {
             auto* viewport = dynamic_cast<HostViewport*>(entity);
