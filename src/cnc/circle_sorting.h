@@ -13,7 +13,7 @@ struct RunState;
 /// circles with a horizontal axis. Of circles that lie on each other one stays; circles that only the
 /// projection made, and those narrower than 0.002, go. `part` is the box of the solid.
 ///
-/// Reads `CircleSize`; fails with 13 where the setting is no number.
+/// Reads `CircleSize` by the lenient rule.
 void SortCircles(RunState& run, const Box3& part);
 
 }  // namespace brenvik

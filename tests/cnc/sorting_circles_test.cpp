@@ -92,10 +92,13 @@ TEST_F(SortingTest, ASlantedHoleStaysAndIsToldOnce) {
     EXPECT_EQ(run.unexplained, std::vector<std::string>{"slanted hole of 8 at 50,50,16: no operation"});
 }
 
-TEST_F(SortingTest, ALimitThatIsNoNumberIsAFailure) {
-    Set("CircleSize", "wide");
+TEST_F(SortingTest, TheLimitIsTheNumberAtTheHeadOfItsText) {
+    Set("CircleSize", "12.5 mm");
     RunState run = RunOn(document);
-    EXPECT_THROW(Sort(run), Failure);
+    Circle({50, 50, 20}, 12.5);
+    Sort(run);
+    EXPECT_EQ(run.CircleSize, 12.5);
+    EXPECT_EQ(On(layers::MAXCircleHold), (std::vector<RimOf>{RimOf{12.5, 20}}));
 }
 
 TEST_F(SortingTest, ArcsInsideThePartMayBeRoutesAndTheOthersOutline) {
