@@ -10,6 +10,7 @@
 #include "cnc/drawing_walk.h"
 #include "cnc/polyline_shape.h"
 #include "cnc/run_state.h"
+#include "cnc/target_table.h"
 #include "settings/settings_store.h"
 
 namespace brenvik {
@@ -18,6 +19,7 @@ namespace {
 
 constexpr std::string_view RoutePrefix = "RT_", ContourPocket = "PKC", CirclePocket = "PKS", Route = "RT";
 constexpr int PlaceDecimals = 6;
+constexpr int OutlineColor = 2;
 
 bool On(const AcadEntity& entity, std::string_view prefix) { return entity.Layer().starts_with(prefix); }
 
@@ -32,15 +34,39 @@ Round RoundOf(const AcadCircle& circle) {
     return {center.x, center.y, RoundHalfEven(circle.Diameter(), PlaceDecimals)};
 }
 
-/// Deletes those on `pocketPrefix` layers that look like one on a route's layer.
+/// How paths of one pass are told apart: by their names where the target has a word for pockets, and by their
+/// depths where it has none.
+class PathKinds {
+  public:
+    explicit PathKinds(const RunState& run)
+        : mByName(TraitsOf(run.target).firstFamily && run.target != Target::THERM),
+          mThickness(run.PartThickness) {}
+
+    template <class Kind>
+    bool IsRoute(const Kind& path) const {
+        if (mByName) return On(path, RoutePrefix);
+        return path.Color() != OutlineColor && -path.Thickness() >= mThickness;
+    }
+    template <class Kind>
+    bool IsPocket(const Kind& path, std::string_view prefix) const {
+        if (mByName) return On(path, prefix);
+        return path.Color() != OutlineColor && path.Thickness() < 0 && -path.Thickness() < mThickness;
+    }
+
+  private:
+    bool mByName;
+    double mThickness;
+};
+
+/// Deletes the pockets that look like a through route.
 template <class Kind, class Look>
-void DropAlike(AcadDocument& drawing, std::string_view pocketPrefix, const Look& look) {
+void DropAlike(RunState& run, std::string_view pocketPrefix, const Look& look) {
+    const PathKinds kinds(run);
     std::vector<decltype(look(std::declval<const Kind&>()))> routes;
     std::vector<Kind*> pockets;
-    for (Kind* path : All<Kind>(drawing)) {
-        const std::string layer = path->Layer();
-        if (layer.starts_with(RoutePrefix)) routes.push_back(look(*path));
-        if (layer.starts_with(pocketPrefix)) pockets.push_back(path);
+    for (Kind* path : All<Kind>(*run.part)) {
+        if (kinds.IsRoute(*path)) routes.push_back(look(*path));
+        if (kinds.IsPocket(*path, pocketPrefix)) pockets.push_back(path);
     }
     for (Kind* pocket : pockets)
         if (std::ranges::find(routes, look(*pocket)) != routes.end()) pocket->Delete();
@@ -54,8 +80,8 @@ bool IsPath(const AcadEntity& entity) {
 }  // namespace
 
 void DropPocketsCutThrough(RunState& run) {
-    DropAlike<AcadCircle>(*run.part, CirclePocket, RoundOf);
-    DropAlike<AcadLWPolyline>(*run.part, ContourPocket,
+    DropAlike<AcadCircle>(run, CirclePocket, RoundOf);
+    DropAlike<AcadLWPolyline>(run, ContourPocket,
                               [](const AcadLWPolyline& polyline) { return FootprintOf(polyline); });
 }
 

@@ -1,6 +1,7 @@
 // Circular through routes: a bit for each, and its name.
 #include "cnc/through_circles.h"
 
+#include <cmath>
 #include <set>
 #include <tuple>
 
@@ -52,8 +53,9 @@ PartStep RouteThroughCircles(RunState& run) {
 void DropCirclesCutThrough(RunState& run) {
     if (run.FirstPass()) return;
     for (AcadCircle* circle : All<AcadCircle>(*run.part)) {
-        const std::string layer = circle->Layer();
-        if (!layer.starts_with("RT_") && !layer.starts_with("VD_")) continue;
+        // Most targets have no word for what is cut through; those that have one for pockets leave them out.
+        const bool upright = std::abs(RoundHalfEven(circle->Normal().z, AxisDecimals)) == 1;
+        if (!upright || circle->Layer().starts_with("PKS")) continue;
         const Box3 box = circle->GetBoundingBox();
         // With its share of the spoil board a path is deeper than the part, and cut through all the same.
         if (RoundHalfEven(box.max.z - box.min.z, PlaceDecimals) >= run.PartThickness) circle->Delete();

@@ -195,13 +195,6 @@ const std::vector<PartCase> EdgeBores{
          part.Drill({200, 120, 9}, {0, -1, 0}, 50, 8);
      },
      "HB 1 HF 1 OT 1 PL 1"},
-    {"IntoABlindHole",
-     [](MadePart& part) {
-         Panel(part);
-         part.Hole(34, 100, 15, 13);
-         part.Drill({0, 100, 9}, {1, 0, 0}, 30, 8);
-     },
-     "HL 1 OT 1 PL 1 VD 1"},
 };
 
 const std::vector<PartCase> CircularRoutes{
