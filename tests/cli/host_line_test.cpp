@@ -54,6 +54,15 @@ TEST_F(HostLine, ATranscriptThatCannotBeWrittenEndsTheRunBeforeItsFirstStep) {
     EXPECT_FALSE(Exists("saved.dxf"));
 }
 
+TEST_F(HostLine, ACommandOfTheSystemCancelsWhatIsStillAsked) {
+    const Outcome outcome = Play(
+        "host \"move (handent \\\"152\\\")  \"\nselect 152\npoint 0,0,0\npoint 0,0,0\ncommand BVMove\n"
+        "host \"regen \"\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_NE(outcome.errors.find("[Displacement]: *Cancelled*"), std::string::npos) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("Command: regen\n"), std::string::npos) << outcome.errors;
+}
+
 TEST_F(HostLine, ACommandLeftWaitingIsTold) {
     const Outcome outcome = Play("host \"erase (handent \\\"152\\\") \"\n", {"--quiet"});
     EXPECT_EQ(outcome.status, 0);
