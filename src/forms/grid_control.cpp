@@ -190,7 +190,7 @@ bool GridControl::UserEdit(int column, int row, std::string_view newText) {
 }
 
 void GridControl::SaveOrTell() {
-    if (edited.empty() || source == nullptr) return;
+    if (source == nullptr) return;
     const std::optional<Failure> failure = Attempt([this] { SaveChanges(); });
     if (!failure) return;
     edited.clear();
@@ -198,9 +198,7 @@ void GridControl::SaveOrTell() {
     onSaveFailed(*failure);
 }
 
-void GridControl::Flush() {
-    if (!edited.empty()) SaveChanges();
-}
+void GridControl::Flush() { SaveChanges(); }
 
 void GridControl::SetBlockLocked(int column, int firstRow, int lastRow, bool locked) {
     // What earlier blocks of the column have outside the rows stays; inside, the new state rules alone.
