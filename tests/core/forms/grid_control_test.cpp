@@ -462,6 +462,12 @@ TEST_F(BoundGrid, LocksOfOneColumnLeaveTheOthersAlone) {
     for (int row = 1; row <= 10; ++row) locked += grid.CellLocked(3, row) ? 'x' : '.';
     EXPECT_EQ(locked, "..xxxxxx..");
     EXPECT_THROW(grid.CellLocked(6, 1), Failure);
+    grid.SetBlockLocked(3, 8, 10, false);
+    grid.SetBlockLocked(3, 1, 3, false);
+    EXPECT_TRUE(grid.CellLocked(3, 4));
+    EXPECT_TRUE(grid.CellLocked(3, 7));
+    EXPECT_FALSE(grid.CellLocked(3, 3));
+    EXPECT_FALSE(grid.CellLocked(3, 8));
 }
 
 TEST_F(BoundGrid, WithoutATableKeepsWhatTheUserTypes) {
