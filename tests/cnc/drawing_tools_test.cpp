@@ -120,6 +120,67 @@ TEST_F(DrawingToolsTest, CopiesCarryAllPartDataAndOriginalsStay) {
     EXPECT_EQ(mAutoCAD::GetPartData(solids[1]->Handle(), "SUBASSEMBLY"), "Wall");
 }
 
+TEST_F(DrawingToolsTest, PartsOnLockedLayersAreNeitherMovedNorCopied) {
+    AddLayer(document, "Held");
+    Acad3DSolid& held = BoxAt({0, 0, 0});
+    Acad3DSolid& free = BoxAt({50, 0, 0});
+    held.SetLayer("Held");
+    document.Layers().Item("Held")->SetLock(true);
+    for (const auto command : {commands::BVMove, commands::BVCopy}) {
+        Choose({&held, &free});
+        prompts.points = {{0, 0, 0}, {100, 0, 0}};
+        command(host);
+    }
+    const std::vector<Acad3DSolid*> solids = All<Acad3DSolid>(document);
+    ASSERT_EQ(solids.size(), 3U);
+    ExpectMiddle(*solids[0], {0, 0, 0});
+    ExpectMiddle(*solids[1], {150, 0, 0});
+    ExpectMiddle(*solids[2], {250, 0, 0});
+}
+
+TEST_F(DrawingToolsTest, InAViewportOfTheSheetItsOwnViewCounts) {
+    document.SendCommand("tilemode 0 mview fit mspace ucsortho 0 -view front ");
+    Acad3DSolid& solid = BoxAt({10, 20, 30});
+    Choose({&solid});
+    prompts.points = {{0, 0, 0}, {100, 50, 7}};
+    const std::array<Point3, 3> before = document.ActiveUCS();
+    commands::BVMove(host);
+    ExpectMiddle(solid, {110, 20, 37});
+    EXPECT_EQ(document.ActiveUCS(), before);
+}
+
+TEST_F(DrawingToolsTest, GroupsWhoseNamesDifferInCaseAloneAreOne) {
+    Acad3DSolid& old = BoxAt({0, 0, 0}, "Base");
+    Acad3DSolid& fresh = BoxAt({10, 0, 0}, "bASE");
+    AcadEntity* member = &old;
+    document.Groups().Add("Base")->AppendItems(std::span(&member, 1));
+    Choose({&fresh});
+    commands::BVGroup(host);
+    EXPECT_EQ(GroupNames(), std::vector<std::string>{"BASE"});
+    EXPECT_EQ(MembersOf("Base"), 1);
+}
+
+TEST_F(DrawingToolsTest, ASubAssemblyThatBeginsWithAnApostropheIsRebuiltToo) {
+    Acad3DSolid& solid = BoxAt({0, 0, 0}, "'A 1");
+    for (int run = 0; run < 2; ++run) {
+        Choose({&solid});
+        commands::BVGroup(host);
+        EXPECT_EQ(GroupNames(), std::vector<std::string>{"'A 1"});
+    }
+}
+
+TEST_F(DrawingToolsTest, ShowingAllLeavesLayersFrozen) {
+    AddLayer(document, "Cold");
+    Acad3DSolid& solid = BoxAt({0, 0, 0});
+    solid.SetLayer("Cold");
+    solid.SetVisible(false);
+    document.Layers().Item("Cold")->SetFreeze(true);
+    commands::ShowAllEntities(host);
+    EXPECT_TRUE(solid.Visible());
+    EXPECT_TRUE(document.Layers().Item("Cold")->Freeze());
+    EXPECT_TRUE(Messages().empty());
+}
+
 TEST_F(DrawingToolsTest, ACancelledMoveLeavesPartsAndTheUserSystem) {
     Acad3DSolid& solid = BoxAt({10, 20, 30});
     Choose({&solid});
