@@ -38,6 +38,8 @@ constexpr std::string_view ExplodeCommand = "explode\rall\r\r";
 constexpr int Many = 1'000'000;
 /// Of square units: the rounding of areas, far below any real widening.
 constexpr double SameArea = 1e-6;
+/// Beyond this the box alone tells that a part reaches further.
+constexpr double SameReach = 1e-3;
 
 /// Moves polylines from one layer to another.
 void MovePolylines(AcadDocument& drawing, std::string_view from, std::string_view to) {
@@ -277,8 +279,26 @@ void TrueOutline::JoinRegion() {
     UnlockAllLayers(drawing);
 }
 
+/// What has an outline but encloses nothing, and edges that no chain took: without them the profile may be
+/// narrower than the part.
+bool TrueOutline::IsLeftOpen() const {
+    AcadDocument& drawing = *mRun.part;
+    return CurvesOn(drawing, layers::regionPV, 1) > 0 ||
+           std::ranges::any_of(AllOn<AcadLWPolyline>(drawing, layers::regionPV2),
+                               [](const AcadLWPolyline* chain) { return !chain->Closed(); });
+}
+
+/// Whether the part is as wide as the profile that was made for it.
+bool TrueOutline::HoldsThePart() const {
+    if (mProfile == nullptr) return true;
+    const Box3 part = LastSolid(*mRun.part).GetBoundingBox(), path = mProfile->GetBoundingBox();
+    return path.min.x < part.min.x + SameReach && path.min.y < part.min.y + SameReach &&
+           path.max.x > part.max.x - SameReach && path.max.y > part.max.y - SameReach;
+}
+
 PartStep TrueOutline::TakeContours() {
     AcadDocument& drawing = *mRun.part;
+    const bool leftOpen = IsLeftOpen();
     std::vector<AcadLWPolyline*> contours;
     AcadLWPolyline* widest = nullptr;
     for (AcadLWPolyline* contour : AllOn<AcadLWPolyline>(drawing, layers::regionPV2)) {
@@ -292,6 +312,9 @@ PartStep TrueOutline::TakeContours() {
         NameProfile(*widest);
         mProfile = widest;
     }
+    if (leftOpen || !HoldsThePart())
+        NotePassedOver(mRun,
+                       "edges of the part were not joined to its outline: the outline may be too narrow");
     for (AcadLWPolyline* contour : contours) {
         if (contour == mProfile || IsFollowed(drawing, *contour)) continue;
         if (CutOut(mRun, *contour) == PartStep::SkipPart) return PartStep::SkipPart;

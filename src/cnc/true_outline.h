@@ -40,6 +40,8 @@ class TrueOutline {
     void Unite(AcadRegion* section);
     void UniteSections(bool withOpenings);
     void JoinRegion();
+    bool IsLeftOpen() const;
+    bool HoldsThePart() const;
     PartStep TakeContours();
 
     /// An edge of the part: its ends, and the height of its centre where it is round.

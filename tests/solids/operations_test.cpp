@@ -157,6 +157,40 @@ TEST(Boolean, RegionsOfOnePlaneJoinAndCut) {
     EXPECT_TRUE(Boolean(wide, away, BooleanKind::Subtract).IsSame(wide));
 }
 
+TEST(Boolean, RegionsThatLookOppositeWaysBecomeOne) {
+    const TopoDS_Face wide = RegionsFromCurves(Rectangle(0, 0, 100, 50), gp::DZ()).at(0);
+    const TopoDS_Face next = RegionsFromCurves(Rectangle(80, 0, 100, 50), gp::DZ().Reversed()).at(0);
+    for (const auto& [shape, tool] : {std::pair(wide, next), std::pair(next, wide)}) {
+        const TopoDS_Shape joined = Boolean(shape, tool, BooleanKind::Union);
+        EXPECT_NEAR(Area(joined), 180 * 50, 1e-9);
+        EXPECT_EQ(Faces(joined), 1);
+    }
+}
+
+/// A tongue along one edge of a board whose faces are level but for what rotations leave.
+TopoDS_Shape TiltedTongue() {
+    const TopoDS_Shape tongue = Moved(Board(600, 10, 6), gp_Vec(0, 390, 6));
+    const TopoDS_Shape part = Boolean(Board(600, 390, 18), tongue, BooleanKind::Union);
+    return Rotated(Rotated(part, gp_Ax1(gp_Pnt(0, 0, 0), gp::DX()), 3e-12), gp_Ax1(gp_Pnt(0, 0, 0), gp::DY()),
+                   -2e-12);
+}
+
+TEST(Boolean, SectionsOfAPartThatIsNotQuiteLevelBecomeOne) {
+    constexpr double far = 100000;
+    const TopoDS_Shape part = TiltedTongue();
+    TopoDS_Shape united;
+    for (const double height : {1e-9, 6.0, 9.0, 12.0, 18 - 1e-9}) {
+        const auto section = SectionByPlane(part, gp_Pnt(-far, -far, height), gp_Pnt(far, -far, height),
+                                            gp_Pnt(far, far, height));
+        ASSERT_EQ(section.size(), 1U) << height;
+        const TopoDS_Shape level = Moved(section.front(), gp_Vec(0, 0, 18 - height));
+        united = united.IsNull() ? level : Boolean(united, level, BooleanKind::Union);
+    }
+    EXPECT_NEAR(Area(united), 600 * 400, 1e-5);
+    EXPECT_EQ(Faces(united), 1);
+    EXPECT_TRUE(Valid(united));
+}
+
 TEST(Boolean, WrongOperandsAreTold) {
     const TopoDS_Face region = RegionsFromCurves(Rectangle(0, 0, 10, 10)).at(0);
     EXPECT_THROW(Boolean(TopoDS_Shape(), Board(1, 1, 1), BooleanKind::Union), Failure);

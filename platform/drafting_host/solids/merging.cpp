@@ -21,13 +21,13 @@ namespace {
 constexpr double samePlace = 1e-7;
 constexpr double sameAngle = 1e-9;
 
+/// Of neighbours: planes that share a border are the same as soon as they are parallel.
 bool SameSurface(const TopoDS_Face& one, const TopoDS_Face& other) {
     const BRepAdaptor_Surface first(one, Standard_False);
     const BRepAdaptor_Surface second(other, Standard_False);
     if (first.GetType() != second.GetType()) return false;
     if (first.GetType() == GeomAbs_Plane) {
-        return first.Plane().Axis().IsParallel(second.Plane().Axis(), sameAngle) &&
-               first.Plane().Distance(second.Plane().Location()) < samePlace;
+        return first.Plane().Axis().IsParallel(second.Plane().Axis(), sameAngle);
     }
     if (first.GetType() == GeomAbs_Cylinder) {
         return std::abs(first.Cylinder().Radius() - second.Cylinder().Radius()) < samePlace &&
@@ -77,6 +77,8 @@ bool HasNeedlessBorders(const TopoDS_Shape& shape) {
 TopoDS_Shape BordersMerged(const TopoDS_Shape& shape) {
     if (!HasNeedlessBorders(shape)) return shape;
     ShapeUpgrade_UnifySameDomain unify(shape, Standard_True, Standard_True, Standard_False);
+    // Without it a part that lies at an odd angle keeps borders that a square one loses.
+    unify.SetAngularTolerance(sameAngle);
     unify.Build();
     return unify.Shape();
 }

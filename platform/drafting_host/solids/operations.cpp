@@ -8,12 +8,15 @@
 #include <BRepAlgoAPI_Fuse.hxx>
 #include <BRepPrimAPI_MakePrism.hxx>
 #include <BRep_Builder.hxx>
+#include <BRep_Tool.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopTools_ListOfShape.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Compound.hxx>
 #include <algorithm>
 #include <cmath>
+#include <gp_Pln.hxx>
+#include <optional>
 
 #include "drafting_host/solids/exact_box.h"
 #include "drafting_host/solids/guard.h"
@@ -74,16 +77,37 @@ TopoDS_Shape Checked(BRepAlgoAPI_BooleanOperation& operation, const char* what) 
     return operation.Shape();
 }
 
+/// The plane of a region, its origin at the region: a plane's own origin may lie far away, where the least
+/// tilt is seen as a step. Nothing for a face that isn't flat.
+std::optional<gp_Pln> PlaneAt(const TopoDS_Shape& region) {
+    const BRepAdaptor_Surface surface(TopoDS::Face(region), Standard_False);
+    const TopExp_Explorer corner(region, TopAbs_VERTEX);
+    if (surface.GetType() != GeomAbs_Plane || !corner.More()) return std::nullopt;
+    gp_Pln plane = surface.Plane();
+    plane.SetLocation(BRep_Tool::Pnt(TopoDS::Vertex(corner.Current())));
+    return plane;
+}
+
 bool RegionsInOnePlane(const TopoDS_Shape& shape, const TopoDS_Shape& tool) {
     const std::vector<TopoDS_Shape> faces = Pieces(shape, TopAbs_FACE);
     const std::vector<TopoDS_Shape> others = Pieces(tool, TopAbs_FACE);
     if (faces.empty() || others.empty()) return false;
-    const gp_Pln plane = BRepAdaptor_Surface(TopoDS::Face(faces.front())).Plane();
-    return std::ranges::all_of(others, [&](const TopoDS_Shape& other) {
-        const BRepAdaptor_Surface surface(TopoDS::Face(other));
-        return surface.GetType() == GeomAbs_Plane && plane.Axis().IsParallel(surface.Plane().Axis(), 1e-9) &&
-               plane.Distance(surface.Plane().Location()) < film;
-    });
+    const std::optional<gp_Pln> plane = PlaneAt(faces.front());
+    return plane && std::ranges::all_of(others, [&](const TopoDS_Shape& other) {
+               const std::optional<gp_Pln> next = PlaneAt(other);
+               return next && plane->Axis().IsParallel(next->Axis(), 1e-9) &&
+                      plane->Distance(next->Location()) < film;
+           });
+}
+
+/// The regions of `tool`, each looking the way that `shape` looks: the modeller makes one face only of those
+/// that do.
+TopoDS_Shape FacingAs(const TopoDS_Shape& shape, const TopoDS_Shape& tool) {
+    const gp_Dir normal = NormalOf(TopoDS::Face(Pieces(shape, TopAbs_FACE).front()));
+    std::vector<TopoDS_Shape> faces = Pieces(tool, TopAbs_FACE);
+    for (TopoDS_Shape& face : faces)
+        if (NormalOf(TopoDS::Face(face)).Dot(normal) < 0) face.Reverse();
+    return Gathered(faces);
 }
 
 /// Regions have no thickness, so their boxes are compared with the edge that a film leaves added.
@@ -166,6 +190,8 @@ TopoDS_Shape Boolean(const TopoDS_Shape& shape, const TopoDS_Shape& tool, Boolea
         if (kind != BooleanKind::Union && !BoxesMeet(shape, tool, pieces)) {
             return WithoutMeeting(shape, tool, pieces, kind);
         }
+        if (pieces == TopAbs_FACE && kind == BooleanKind::Union)
+            return Operate(shape, FacingAs(shape, tool), pieces, kind);
         return Operate(shape, tool, pieces, kind);
     });
 }

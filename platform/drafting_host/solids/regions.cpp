@@ -3,11 +3,13 @@
 
 #include <BRepAlgoAPI_Common.hxx>
 #include <BRepBuilderAPI_MakeFace.hxx>
+#include <BRep_Builder.hxx>
 #include <BRep_Tool.hxx>
 #include <ShapeAnalysis_FreeBounds.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopTools_HSequenceOfShape.hxx>
 #include <TopoDS.hxx>
+#include <TopoDS_Compound.hxx>
 #include <TopoDS_Wire.hxx>
 #include <gp_Ax3.hxx>
 #include <gp_Pln.hxx>
@@ -33,6 +35,19 @@ TopoDS_Face FaceOfLoop(const TopoDS_Wire& loop, const std::optional<gp_Dir>& nor
     if (normal && NormalOf(face).Dot(*normal) < 0) face.Reverse();
     if (!Valid(face) || !(Area(face) > 0)) throw InvalidCall("region: the curves cross each other");
     return face;
+}
+
+/// The faces of a section, all looking one way. Where the plane lies in a face of the solid the modeller
+/// takes that face as it looks, and doesn't merge it with its neighbours.
+TopoDS_Shape Facing(const TopoDS_Shape& faces, const gp_Dir& direction) {
+    const BRep_Builder builder;
+    TopoDS_Compound all;
+    builder.MakeCompound(all);
+    for (TopExp_Explorer face(faces, TopAbs_FACE); face.More(); face.Next()) {
+        const bool away = NormalOf(TopoDS::Face(face.Current())).Dot(direction) < 0;
+        builder.Add(all, away ? face.Current().Reversed() : face.Current());
+    }
+    return all;
 }
 
 }  // namespace
@@ -61,18 +76,22 @@ std::vector<TopoDS_Face> SectionByPlane(const TopoDS_Shape& shape, const gp_Pnt&
         if (!(across.Magnitude() > 1e-12 * along.SquareMagnitude()) || !(along.Magnitude() > 0)) {
             throw InvalidCall("section: the three points lie on one line");
         }
-        const gp_Ax3 frame(p1, gp_Dir(across), gp_Dir(along));
+        gp_Ax3 frame(p1, gp_Dir(across), gp_Dir(along));
         const Box box = ExactBoxIn(shape, frame);
         std::vector<TopoDS_Face> faces;
         constexpr double touch = 1e-7;
         if (box.min.Z() > touch || box.max.Z() < -touch) return faces;
+        // The plane's origin goes beside the solid: where the three points lie far away, rounding would make
+        // a step of the least tilt between this section and another.
+        frame.Translate(gp_Vec(frame.XDirection()) * ((box.min.X() + box.max.X()) / 2) +
+                        gp_Vec(frame.YDirection()) * ((box.min.Y() + box.max.Y()) / 2));
         const double margin = 1 + 0.01 * (box.SizeX() + box.SizeY());
-        const TopoDS_Face cutter =
-            BRepBuilderAPI_MakeFace(gp_Pln(frame), box.min.X() - margin, box.max.X() + margin,
-                                    box.min.Y() - margin, box.max.Y() + margin);
+        const double reachX = box.SizeX() / 2 + margin, reachY = box.SizeY() / 2 + margin;
+        const TopoDS_Face cutter = BRepBuilderAPI_MakeFace(gp_Pln(frame), -reachX, reachX, -reachY, reachY);
         BRepAlgoAPI_Common common(shape, cutter);
         if (common.HasErrors()) throw InvalidCall("section: the modeller can't cut the object");
-        for (TopExp_Explorer face(BordersMerged(common.Shape()), TopAbs_FACE); face.More(); face.Next()) {
+        for (TopExp_Explorer face(BordersMerged(Facing(common.Shape(), frame.Direction())), TopAbs_FACE);
+             face.More(); face.Next()) {
             TopoDS_Face found = TopoDS::Face(Placed(face.Current()));
             if (NormalOf(found).Dot(frame.Direction()) < 0) found.Reverse();
             faces.push_back(found);
