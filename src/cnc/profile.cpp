@@ -13,6 +13,7 @@
 #include "cnc/drawing_walk.h"
 #include "cnc/edge_sorting.h"
 #include "cnc/part_steps.h"
+#include "cnc/untaken_faces.h"
 #include "cnc/work_layers.h"
 #include "parts/mautocad.h"
 
@@ -129,6 +130,7 @@ PartStep SortEdges(RunState& run) {
     const Acad3DSolid& solid = LastSolid(drawing);
     const Box3 part = solid.GetBoundingBox();
     TakeSizes(run, solid, part);
+    NoteUntakenFaces(run);
     SortCircles(run, part);
     const PartStep routes = SortCircularRoutes(run, part);
     if (routes != PartStep::GoOn) return routes;
