@@ -21,6 +21,11 @@ bool Level(const Drawn& drawn) { return std::abs(std::abs(drawn.normal.z) - 1) <
 bool IsOutline(const Drawn& drawn) { return drawn.layer.starts_with("OT_"); }
 bool Apart(double a, double b) { return std::abs(a - b) > PlaceSlack; }
 
+bool Apart(const Box3& a, const Box3& b) {
+    return Apart(a.min.x, b.min.x) || Apart(a.min.y, b.min.y) || Apart(a.max.x, b.max.x) ||
+           Apart(a.max.y, b.max.y);
+}
+
 Acad3DSolid* CylinderOf(AcadBlock& space, const Drawn& circle) {
     const double depth = -circle.thickness, radius = circle.diameter / 2;
     if (depth <= 0) return nullptr;
@@ -141,8 +146,14 @@ class Check {
     }
 
     void LookAtBlanks(bool bothSides) {
-        LookAtBlank(mBlanks[0], "");
-        if (bothSides) LookAtBlank(mBlanks[1], "second side: ");
+        LookAtBlank(mBlanks[0]);
+        if (!bothSides) return;
+        // Both sides are cut from one blank.
+        if (mBlanks[1] == nullptr)
+            mFaults.push_back("second side: there is no outline");
+        else if (mBlanks[0] != nullptr && (std::abs(mBlanks[1]->Volume() - mBlanks[0]->Volume()) > mSlack ||
+                                           Apart(mBlanks[1]->GetBoundingBox(), mBlanks[0]->GetBoundingBox())))
+            mFaults.push_back("second side: the outline is another one");
     }
 
     void LookAtCuts() {
@@ -177,13 +188,13 @@ class Check {
         if (Apart(sheet.thickness, -mBox.min.z)) mFaults.push_back(where + ": the sheet's thickness");
     }
 
-    void LookAtBlank(Acad3DSolid* outline, const std::string& where) {
+    void LookAtBlank(Acad3DSolid* outline) {
         if (outline == nullptr) {
-            mFaults.push_back(where + "there is no outline");
+            mFaults.push_back("there is no outline");
             return;
         }
         if (const double outside = mPart.Volume() - Taken(mPart, *outline); outside > mSlack)
-            mFaults.push_back(where + "the part stands out of its outline by " + NumberToText(outside));
+            mFaults.push_back("the part stands out of its outline by " + NumberToText(outside));
         auto* blank = dynamic_cast<Acad3DSolid*>(outline->Copy());
         for (const Cut& cut : mCuts)
             Skip([&] {
@@ -191,7 +202,7 @@ class Check {
             });
         const double more = blank->Volume() - mPart.Volume();
         if (more > mOptions.uncovered + mSlack)
-            mFaults.push_back(where + "operations leave " + NumberToText(more) + " standing");
+            mFaults.push_back("operations leave " + NumberToText(more) + " standing");
     }
 
     void LookAtPair(const Cut& one, const Cut& other) {
