@@ -251,22 +251,25 @@ Acad3DSolid* HostBlock::AddExtrudedSolid(AcadRegion& region, double height, doub
         throw host_failure::InvalidArgument("the height of an extrusion has to be other than 0");
     }
     std::vector<TopoDS_Shape> lumps;
-    TopoDS_Face base;
+    std::vector<TopoDS_Face> bases;
     for (TopExp_Explorer faces(source.Shape(), TopAbs_FACE); faces.More(); faces.Next()) {
-        base = TopoDS::Face(faces.Current());
-        lumps.push_back(solids::ExtrudeRegion(base, height));
+        bases.push_back(TopoDS::Face(faces.Current()));
+        lumps.push_back(solids::ExtrudeRegion(bases.back(), height));
     }
-    if (lumps.size() == 1) {
-        HostSolid& solid = AddSolid(lumps.front());
-        const double up = solids::NormalOf(base).Z();
-        if (up != 0) solid.SetColumn(base, up > 0 ? height : -height);
-        return &solid;
+    if (lumps.empty()) throw host_failure::NotPossible("an extrusion of a region without a face");
+    TopoDS_Shape shape = lumps.front();
+    if (lumps.size() > 1) {
+        const BRep_Builder builder;
+        TopoDS_Compound all;
+        builder.MakeCompound(all);
+        for (const TopoDS_Shape& lump : lumps) builder.Add(all, lump);
+        shape = all;
     }
-    const BRep_Builder builder;
-    TopoDS_Compound all;
-    builder.MakeCompound(all);
-    for (const TopoDS_Shape& lump : lumps) builder.Add(all, lump);
-    return &AddSolid(all);
+    const double up = solids::NormalOf(bases.front()).Z();
+    HostSolid& solid = AddSolid(shape);
+    // The faces of a region look to one side.
+    if (up != 0) solid.SetColumns(std::move(bases), up > 0 ? height : -height);
+    return &solid;
 }
 
 Acad3DSolid* HostBlock::AddBox(const Point3& center, double length, double width, double height) {

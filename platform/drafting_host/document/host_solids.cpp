@@ -106,7 +106,7 @@ void HostSolid::ForgetMeasures() {
     HostShapeEntity::ForgetMeasures();
     mVolume.reset();
     mExtents.reset();
-    mColumn.reset();
+    mColumns.reset();
     mCutOff.Nullify();
 }
 
@@ -117,7 +117,9 @@ AcadEntity* HostSolid::Copy() {
     return &copy;
 }
 
-void HostSolid::SetColumn(TopoDS_Face base, double height) { mColumn = Column{std::move(base), height}; }
+void HostSolid::SetColumns(std::vector<TopoDS_Face> bases, double height) {
+    mColumns = Columns{std::move(bases), height};
+}
 
 void HostSolid::Settle() const {
     if (mCutOff.IsNull()) return;
@@ -125,12 +127,21 @@ void HostSolid::Settle() const {
     mCutOff.Nullify();
 }
 
-/// Where the column's share of this solid can be told from its faces and edges, that settles the volume.
+std::optional<double> HostSolid::ShareOf(const Columns& columns) const {
+    double sum = 0;
+    for (const TopoDS_Face& base : columns.bases) {
+        const std::optional<double> share = solids::VolumeInColumn(Shape(), base, columns.height);
+        if (!share) return std::nullopt;
+        sum += *share;
+    }
+    return sum;
+}
+
+/// Where the columns' share of this solid can be told from its faces and edges, that settles the volume.
 /// False where it can't, and where nothing would be left of the solid.
-bool HostSolid::TakeColumnAway(HostSolid& tool) {
-    if (!tool.mColumn) return false;
-    const std::optional<double> share =
-        solids::VolumeInColumn(Shape(), tool.mColumn->base, tool.mColumn->height);
+bool HostSolid::TakeColumnsAway(HostSolid& tool) {
+    if (!tool.mColumns) return false;
+    const std::optional<double> share = ShareOf(*tool.mColumns);
     if (!share) return false;
     const double left = Volume() - *share;
     if (left < 1e-6 * Volume()) return false;
@@ -164,7 +175,7 @@ const solids::Extents& HostSolid::Measures() const {
 void HostSolid::Boolean(BooleanKind kind, Acad3DSolid& other) {
     auto& tool = dynamic_cast<HostSolid&>(other);
     RequirePair(*this, tool);
-    if (kind == BooleanKind::Subtraction && TakeColumnAway(tool)) return;
+    if (kind == BooleanKind::Subtraction && TakeColumnsAway(tool)) return;
     TakeResult(*this, tool, solids::Boolean(Shape(), tool.Shape(), KindOf(kind)));
 }
 

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <TopoDS_Face.hxx>
+#include <optional>
+#include <vector>
 
 #include "drafting_host/document/host_entity.h"
 #include "drafting_host/solids/measure.h"
@@ -52,23 +54,25 @@ class HostSolid final : public HostShapeEntity, public Acad3DSolid {
     AcadRegion* SectionSolid(const Point3& first, const Point3& second, const Point3& third) override;
     /// The extents of the solid measuring component.
     const solids::Extents& Measures() const;
-    /// Tells the solid that it is the upright column over (or, with a negative height, under) a level face.
-    void SetColumn(TopoDS_Face base, double height);
+    /// Tells the solid that it consists of the upright columns over (or, with a negative height, under) level
+    /// faces that don't overlap. Taking it away from another one is cheap then.
+    void SetColumns(std::vector<TopoDS_Face> bases, double height);
 
   protected:
     void ForgetMeasures() override;
     void Settle() const override;
 
   private:
-    struct Column {
-        TopoDS_Face base;
+    struct Columns {
+        std::vector<TopoDS_Face> bases;
         double height = 0;
     };
-    bool TakeColumnAway(HostSolid& tool);
+    std::optional<double> ShareOf(const Columns& columns) const;
+    bool TakeColumnsAway(HostSolid& tool);
 
     mutable std::optional<double> mVolume;
-    std::optional<Column> mColumn;
-    /// A column that was taken away, as far as the volume is concerned: the cut itself waits until the shape
+    std::optional<Columns> mColumns;
+    /// Columns that were taken away, as far as the volume is concerned: the cut itself waits until the shape
     /// is asked for. Trial cuts are thrown away before that, and a cut is the dearest thing that a host does.
     mutable TopoDS_Shape mCutOff;
     mutable std::optional<solids::Extents> mExtents;

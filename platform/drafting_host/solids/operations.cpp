@@ -22,6 +22,7 @@
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/mass.h"
 #include "drafting_host/solids/merging.h"
+#include "drafting_host/solids/round_holes.h"
 #include "drafting_host/solids/transform.h"
 
 namespace brenvik::solids {
@@ -154,6 +155,13 @@ TopoDS_Shape Operate(const TopoDS_Shape& shape, const TopoDS_Shape& tool, TopAbs
     return Merged(Checked(cut, "subtraction"), kind);
 }
 
+/// A section of a drilled panel has many round openings, and each would cost the modeller more than all of
+/// the rest.
+TopoDS_Shape UnitedRegions(const TopoDS_Shape& shape, const TopoDS_Shape& tool) {
+    const ClosedRegions closed = CloseRoundOpenings(shape, FacingAs(shape, tool));
+    return WithOpenings(Operate(closed.shape, closed.tool, TopAbs_FACE, BooleanKind::Union), closed.kept);
+}
+
 }  // namespace
 
 gp_Dir NormalOf(const TopoDS_Face& face) {
@@ -190,8 +198,7 @@ TopoDS_Shape Boolean(const TopoDS_Shape& shape, const TopoDS_Shape& tool, Boolea
         if (kind != BooleanKind::Union && !BoxesMeet(shape, tool, pieces)) {
             return WithoutMeeting(shape, tool, pieces, kind);
         }
-        if (pieces == TopAbs_FACE && kind == BooleanKind::Union)
-            return Operate(shape, FacingAs(shape, tool), pieces, kind);
+        if (pieces == TopAbs_FACE && kind == BooleanKind::Union) return UnitedRegions(shape, tool);
         return Operate(shape, tool, pieces, kind);
     });
 }
