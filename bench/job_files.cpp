@@ -15,6 +15,7 @@
 #include <TopTools_ListOfShape.hxx>
 #include <TopoDS_Shape.hxx>
 
+#include <array>
 #include <random>
 #include <string>
 #include <system_error>
@@ -54,28 +55,59 @@ class WorkFolder {
     fs::path mPath;
 };
 
-TopoDS_Shape Panel(int holes) {
-    const TopoDS_Shape board = BRepPrimAPI_MakeBox(length, width, thickness).Shape();
-    if (holes == 0) return board;
-    TopTools_ListOfShape boards;
-    boards.Append(board);
+TopoDS_Shape Drill(const gp_Pnt& bottom, const gp_Dir& axis, double depth) {
+    return BRepPrimAPI_MakeCylinder(gp_Ax2(bottom, axis), holeRadius, depth).Shape();
+}
+
+TopTools_ListOfShape Drills(int holes) {
     TopTools_ListOfShape drills;
     const int rows = (holes + holesInARow - 1) / holesInARow;
     for (int hole = 0; hole < holes; ++hole) {
         const double x = length * (hole % holesInARow + 1) / (holesInARow + 1);
         const double y = width * (hole / holesInARow + 1) / (rows + 1);
-        const gp_Ax2 axis(gp_Pnt(x, y, thickness - holeDepth), gp::DZ());
-        drills.Append(BRepPrimAPI_MakeCylinder(axis, holeRadius, holeDepth + 1).Shape());
+        drills.Append(Drill({x, y, thickness - holeDepth}, gp::DZ(), holeDepth + 1));
     }
-    BRepAlgoAPI_Cut drilling;
-    drilling.SetArguments(boards);
-    drilling.SetTools(drills);
-    drilling.Build();
-    return drilling.Shape();
+    return drills;
 }
 
-std::vector<TopoDS_Shape> Panels(int count, int holes) {
-    const TopoDS_Shape first = Panel(holes);
+TopoDS_Shape Cut(const TopTools_ListOfShape& tools) {
+    const TopoDS_Shape board = BRepPrimAPI_MakeBox(length, width, thickness).Shape();
+    if (tools.IsEmpty()) return board;
+    TopTools_ListOfShape boards;
+    boards.Append(board);
+    BRepAlgoAPI_Cut cutting;
+    cutting.SetArguments(boards);
+    cutting.SetTools(tools);
+    cutting.Build();
+    return cutting.Shape();
+}
+
+TopoDS_Shape Panel(int holes) { return Cut(Drills(holes)); }
+
+TopoDS_Shape Box(const gp_Pnt& low, const gp_Pnt& high) { return BRepPrimAPI_MakeBox(low, high).Shape(); }
+
+// Holes in four rows on the left, between them and the right edge the dado and the cut-out.
+TopoDS_Shape MachinedPanel(int holes, Machining machining) {
+    constexpr int inAnEdge = 10;
+    constexpr double firstColumn = 30, pitch = 32;
+    constexpr int rows = 8;
+    constexpr std::array<double, rows> places{30, 60, 90, 120, 150, 180, 210, 240};
+    TopTools_ListOfShape tools;
+    const int bores = holes / inAnEdge;
+    for (int hole = 0; hole < holes - bores; ++hole) {
+        const double x = firstColumn + pitch * (hole / rows),
+                     y = places[static_cast<std::size_t>(hole % rows)];
+        tools.Append(Drill({x, y, thickness - holeDepth}, gp::DZ(), holeDepth + 1));
+    }
+    for (int bore = 0; bore < bores; ++bore)
+        tools.Append(Drill({firstColumn + pitch * bore, -1, thickness / 2}, gp::DY(), holeDepth + 1));
+    tools.Append(Box({-1, width - 34, thickness - 6}, {length + 1, width - 16, thickness + 1}));
+    tools.Append(Box({length - 120, 60, -1}, {length - 40, 160, thickness + 1}));
+    if (machining == Machining::BothSides) tools.Append(Box({length - 120, 180, -1}, {length - 40, 240, 5}));
+    return Cut(tools);
+}
+
+std::vector<TopoDS_Shape> Panels(int count, const TopoDS_Shape& first) {
     std::vector<TopoDS_Shape> panels;
     constexpr int panelsInARow = 40;
     for (int panel = 0; panel < count; ++panel) {
@@ -100,6 +132,7 @@ void WriteDxfJob(const fs::path& file, const std::vector<TopoDS_Shape>& panels) 
         entity.layer = "Panels";
         entity.geometry = std::move(body);
         entity.xdata = {{"PARTNAME", {{1000, "Shelf " + std::to_string(panel % 20)}}},
+                        {"QUANTITY", {{1000, std::string("1")}}},
                         {"MATERIAL", {{1000, std::string("Oak")}}},
                         {"ORIE", {{1000, std::string("LWT")}}}};
         drawing.blocks[0].entities.push_back(std::move(entity));
@@ -114,16 +147,28 @@ void WriteStepJob(const fs::path& file, const std::vector<TopoDS_Shape>& panels)
     WriteWholeFile(file, step::StepText(file, parts));
 }
 
+const WorkFolder& Folder() {
+    static const WorkFolder folder;
+    return folder;
+}
+
 }  // namespace
 
 fs::path JobFile(FileFormat format, int panels, int holesPerPanel) {
-    static const WorkFolder folder;
     const bool dxf = format == FileFormat::Dxf;
-    fs::path file = folder.Path() / (std::to_string(panels) + "x" + std::to_string(holesPerPanel));
+    fs::path file = Folder().Path() / (std::to_string(panels) + "x" + std::to_string(holesPerPanel));
     file += dxf ? ".dxf" : ".step";
     if (fs::exists(file)) return file;
-    const std::vector<TopoDS_Shape> shapes = Panels(panels, holesPerPanel);
+    const std::vector<TopoDS_Shape> shapes = Panels(panels, Panel(holesPerPanel));
     dxf ? WriteDxfJob(file, shapes) : WriteStepJob(file, shapes);
+    return file;
+}
+
+fs::path MachinedJobFile(int panels, int holesPerPanel, Machining machining) {
+    const std::string sides = machining == Machining::OneSide ? "one-side" : "both-sides";
+    const fs::path file = Folder().Path() / (std::to_string(panels) + "x" + std::to_string(holesPerPanel) +
+                                             "-" + sides + ".dxf");
+    if (!fs::exists(file)) WriteDxfJob(file, Panels(panels, MachinedPanel(holesPerPanel, machining)));
     return file;
 }
 

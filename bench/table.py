@@ -22,13 +22,23 @@ GRID_COLUMNS = [
     ("ApplyToDrawing", "apply"),
 ]
 CSV_COLUMNS = [("ExportList", "CSV")]
+RUN_COLUMNS = [("RunJobOfPanels", "one side"), ("RunJobOfTwoSides", "two sides")]
+TARGET_COLUMNS = [("RunJobForTarget", "40 holes")]
 
 # Each table: what is counted, its columns, the size of a job, and what else jobs differ by.
 TABLES = [
     ("solids", SCAN_COLUMNS, "solids", ["holes"]),
     ("grid rows", GRID_COLUMNS, "rows", []),
     ("rows to CSV", CSV_COLUMNS, "rows", ["adjustments", "fractions"]),
+    ("parts of CNC runs", RUN_COLUMNS, "parts", ["holes"]),
+    ("parts of CNC runs for each target", TARGET_COLUMNS, "target", []),
 ]
+
+# The sizes of these aren't amounts that could grow.
+NUMBERED = ["target"]
+
+# What a run has taken on in memory behind its first parts, in megabytes.
+MEMORY = ("RunJobOfPanels", "MB")
 
 
 def rates_of(reports):
@@ -80,6 +90,15 @@ def print_growth(rates, columns, what, arguments, jobs):
             print_line([str(value) for value in others] + [cell(value) for value in row])
 
 
+def print_memory(reports):
+    benchmark, counter = MEMORY
+    runs = [run for report in reports for run in report["benchmarks"] if run["name"].startswith(benchmark + "/")]
+    if runs:
+        print("megabytes that a run takes on from its tenth part to its last")
+    for run in runs:
+        print_line([run["name"].split("/")[1], run["name"].split("/")[2], cell(run[counter])])
+
+
 def main():
     reports = []
     for path in sys.argv[1:]:
@@ -94,8 +113,10 @@ def main():
             continue
         print(f"{what} per second")
         print_rates(rates, columns, arguments, jobs)
-        print_growth(rates, columns, what, arguments, jobs)
+        if size not in NUMBERED:
+            print_growth(rates, columns, what, arguments, jobs)
         print()
+    print_memory(reports)
 
 
 if __name__ == "__main__":

@@ -30,7 +30,10 @@ Workshop::Workshop(std::ostream& told)
       mSettings(mHome / "settings.txt", WriteWholeFile),
       mDatabase([this](std::string_view path) { return mFiles.Resolve(path); }),
       mDialogs(told),
-      mShell(told) {
+      mShell(told),
+      mHost(WriteWholeFile, WriteScratchFile),
+      mCommandLine(mHost) {
+    mHost.SetPathResolver([this](std::string_view path) { return mFiles.Resolve(path); });
     Platform platform;
     platform.dialogs = &mDialogs;
     platform.settings = &mSettings;

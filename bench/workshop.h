@@ -9,6 +9,7 @@
 
 #include "console/console_dialogs.h"
 #include "console/console_shell.h"
+#include "drafting_host/command/host_command_line.h"
 #include "drafting_host/document/host_application.h"
 #include "file_roots/file_roots.h"
 #include "part_table/sqlite_database.h"
@@ -39,6 +40,7 @@ class Workshop {
     std::string InstallFile(std::string_view name, std::string_view text);
 
     HostApplication& Host() { return mHost; }
+    FileRoots& Files() { return mFiles; }
 
   private:
     std::filesystem::path mHome;
@@ -48,6 +50,7 @@ class Workshop {
     ConsoleDialogs mDialogs;
     ConsoleShell mShell;
     HostApplication mHost;
+    HostCommandLine mCommandLine;
 };
 
 }  // namespace brenvik::bench
