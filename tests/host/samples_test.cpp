@@ -168,8 +168,10 @@ TEST_F(Samples, EveryStepFileIsReadAndSavedAsADrawingThatComesBack) {
         const std::vector<std::string> problems = SaveDrawing(job, path);
         HostDocument& again = application.OpenDrawing(path);
         EXPECT_TRUE(again.Notes().empty());
-        if (problems.empty()) ExpectVolumes(VolumesOf(again), volumes, 1e-9);
-        EXPECT_EQ(static_cast<std::size_t>(again.ModelSpace().Count()) + problems.size(), volumes.size());
+        EXPECT_EQ(problems, std::vector<std::string>{});
+        // Where splines meet, a part is only as exact as the program that made it laid its edges.
+        const bool free = entry.path().filename() == "cgma__cub_model.step";
+        ExpectVolumes(VolumesOf(again), volumes, free ? 1e-7 : 1e-9);
         again.Close(false);
         job.Close(false);
     }
