@@ -57,8 +57,16 @@ class WholeOutlineTest : public CheckedRunTest {
         Lay(part, 31, -17, 123, {1234.5, -678.25, 91});
         RunAll(target);
         EXPECT_EQ(Faults(part, 0, options), std::vector<std::string>{});
-        EXPECT_EQ(Messages().size(), 2U) << (Messages().size() > 1 ? Messages()[1] : "");
+        EXPECT_EQ(Messages().size(), mTold ? 3U : 2U) << (Messages().size() > 1 ? Messages()[1] : "");
     }
+    /// What no cutter from above makes stays standing, and is told in a box of its own.
+    void ExpectSoundButFor(Acad3DSolid& part, std::string_view untaken) {
+        mTold = true;
+        ExpectSound(part, {.uncovered = 1e9, .twice = {}});
+        ASSERT_GT(Messages().size(), 1U);
+        EXPECT_NE(Messages()[1].find(untaken), std::string::npos) << Messages()[1];
+    }
+    bool mTold = false;
     std::vector<Drawn> First(std::string_view prefix) {
         const std::optional<std::vector<Drawn>> drawn = FirstSide();
         return drawn ? OnLayers(*drawn, prefix) : std::vector<Drawn>();
@@ -175,7 +183,7 @@ TEST_F(WholeOutlineTest, ATongueInTheMiddleOfAnEdge) {
 }
 
 TEST_F(WholeOutlineTest, ALeaningPart) {
-    ExpectSound(AlongX({{0, 0}, {390, 0}, {400, 18}, {10, 18}}, 600), {.uncovered = 1e9, .twice = {}});
+    ExpectSoundButFor(AlongX({{0, 0}, {390, 0}, {400, 18}, {10, 18}}, 600), "sloped face of 600 by 20.591");
     const auto [long_, wide] = Extents(First("OT_").at(0));
     EXPECT_NEAR(std::min(long_, wide), 400, 1e-6);
 }
@@ -183,7 +191,7 @@ TEST_F(WholeOutlineTest, ALeaningPart) {
 TEST_F(WholeOutlineTest, ARidgeBetweenTwoBevels) {
     // The ridge lies between two steps.
     Acad3DSolid& part = AlongX({{0, 0}, {390, 0}, {400, 8.6}, {390, 18}, {0, 18}}, 600);
-    ExpectSound(part, {.uncovered = 1e9, .twice = {}});
+    ExpectSoundButFor(part, "sloped face of 600 by ");
     const auto [long_, wide] = Extents(First("OT_").at(0));
     EXPECT_NEAR(std::min(long_, wide), 400, 1e-6);
 }
@@ -239,7 +247,7 @@ TEST_F(WholeOutlineTest, AWindowThatNarrows) {
     Acad3DSolid& tool = AlongX({{100, -1}, {200, -1}, {180, 19}, {120, 19}}, 200);
     tool.Move({0, 0, 0}, {100, 0, 0});
     part.Boolean(BooleanKind::Subtraction, tool);
-    ExpectSound(part, {.uncovered = 1e9, .twice = {}});
+    ExpectSoundButFor(part, "sloped face of 200 by ");
     EXPECT_EQ(First("RT_").size(), 1U);
 }
 
@@ -287,7 +295,7 @@ TEST_F(WholeOutlineTest, ABullnosedEdge) {
     Acad3DSolid* part = space.AddExtrudedSolid(*region, 600, 0);
     region->Delete();
     for (AcadEntity* curve : curves) curve->Delete();
-    ExpectSound(*part, {.uncovered = 1e9, .twice = {}});
+    ExpectSoundButFor(*part, "round face of radius 9 by 600");
     const auto [long_, wide] = Extents(First("OT_").at(0));
     EXPECT_NEAR(std::min(long_, wide), 400, 1e-6);
     EXPECT_EQ(First("OT_").at(0).points.size(), 4U);
