@@ -112,12 +112,7 @@ void TrueOutline::Unite(AcadRegion* section) {
 bool TrueOutline::StandsOutside(AcadRegion& covered) const {
     AcadDocument& drawing = *mRun.part;
     Acad3DSolid& part = LastSolid(drawing);
-    const Box3 box = part.GetBoundingBox(), shade = covered.GetBoundingBox();
-    if (box.min.x < shade.min.x - SameReach || box.min.y < shade.min.y - SameReach ||
-        box.max.x > shade.max.x + SameReach || box.max.y > shade.max.y + SameReach) {
-        covered.Delete();
-        return true;
-    }
+    const Box3 box = part.GetBoundingBox();
     const double left = box.min.x - Clear, right = box.max.x + Clear, front = box.min.y - Clear,
                  back = box.max.y + Clear;
     AcadLWPolyline* rim = drawing.ModelSpace().AddLightWeightPolyline(
@@ -206,9 +201,8 @@ bool TrueOutline::MayBeNarrower(const LeftContour& contour) const {
 }
 
 /// The heights at which an edge of the part begins, ends or turns: between two of these a part of flat faces
-/// is hardly wider than at both. The lowest face and the top face are among them. Those of full circles come
-/// by themselves: mostly they are the floors of holes, where no part is wider.
-std::vector<double> TrueOutline::Levels(bool ofFullCircles) const {
+/// is hardly wider than at both. The lowest face and the top face are among them.
+std::vector<double> TrueOutline::Levels() const {
     const Box3 box = LastSolid(*mRun.part).GetBoundingBox();
     // Told apart by what they round to, and kept as they are: a rounded plane may miss the top face.
     std::map<double, double> levels;
@@ -216,11 +210,10 @@ std::vector<double> TrueOutline::Levels(bool ofFullCircles) const {
         const double within = std::clamp(height, box.min.z, box.max.z);
         levels.emplace(RoundHalfEven(within, HeightDecimals), within);
     };
-    if (!ofFullCircles)
-        for (const double height : {box.min.z, box.max.z}) add(height);
+    add(box.min.z);
+    add(box.max.z);
     for (const Edge& edge : mEdges)
-        if (edge.full == ofFullCircles)
-            for (const double height : {edge.from.z, edge.to.z, edge.centerZ}) add(height);
+        for (const double height : {edge.from.z, edge.to.z, edge.centerZ}) add(height);
     std::vector<double> heights;
     for (const auto& [rounded, height] : levels) heights.push_back(height);
     return heights;
@@ -258,12 +251,10 @@ void TrueOutline::SliceAt(const std::vector<double>& heights) {
 void TrueOutline::UniteSections(bool withOpenings) {
     if (!withOpenings)
         if (AcadRegion* region = RegionOfProfile()) Unite(region);
-    SliceAt(Levels(false));
-    // Mostly nothing is left for the others to find.
-    for (const std::vector<double>& heights : {Levels(true), Steps()}) {
-        if (mRegion != nullptr && !StandsOutside(dynamic_cast<AcadRegion&>(*mRegion->Copy()))) return;
-        SliceAt(heights);
-    }
+    SliceAt(Levels());
+    // Mostly nothing is left for the steps to find.
+    if (mRegion != nullptr && !StandsOutside(dynamic_cast<AcadRegion&>(*mRegion->Copy()))) return;
+    SliceAt(Steps());
 }
 
 void TrueOutline::JoinRegion() {

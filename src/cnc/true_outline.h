@@ -34,7 +34,7 @@ class TrueOutline {
     bool ReachesBeyond() const;
     void TakeEdges();
     bool MayBeNarrower(const LeftContour& contour) const;
-    std::vector<double> Levels(bool ofFullCircles) const;
+    std::vector<double> Levels() const;
     std::vector<double> Steps() const;
     void SliceAt(const std::vector<double>& heights);
     void Unite(AcadRegion* section);
