@@ -79,8 +79,10 @@ class Boring {
     void FindBores() {
         for (const SideTraits& side : Sides()) {
             for (std::size_t rim = 0; rim < mCircles.size(); ++rim) {
-                if (!IsRim(mCircles[rim], side)) continue;
-                if (const std::optional<Bore> bore = BoreOf(rim, side)) Keep(*bore);
+                if (!IsRim(mCircles[rim], side) || !FaceIsAnEdge(side)) continue;
+                std::optional<Bore> bore = BoreOf(rim, side);
+                if (!bore) bore = OpenBore(rim, side);
+                if (bore) Keep(*bore);
             }
         }
     }
@@ -141,6 +143,64 @@ class Boring {
             if (!nearest || depth < nearest->depth) nearest = Bore{&side, rim, i, depth};
         }
         return nearest;
+    }
+
+    /// A bore that opens into another hole has no floor of its own, as where the bolt of a fitting meets its
+    /// cam: it goes as far as its wall does. The wall ends in arcs of the bore's own size, and in the curves
+    /// where the two holes cross, which lie within the bore.
+    std::optional<Bore> OpenBore(std::size_t rim, const SideTraits& side) {
+        const BoreCircle& entry = mCircles[rim];
+        double depth = 0;
+        for (const Box3& end : WallEnds(side, entry)) {
+            const double to = Along(side.atMax ? end.min : end.max, side.axis);
+            const double from = Along(entry.center, side.axis);
+            depth = std::max(depth, side.atMax ? from - to : to - from);
+        }
+        depth = WithoutNoise(depth);
+        if (!Less(0, depth)) return std::nullopt;
+        return Bore{&side, rim, rim, depth};
+    }
+
+    /// The boxes of the curves that a bore's wall ends in, the rim aside.
+    std::vector<Box3> WallEnds(const SideTraits& side, const BoreCircle& entry) const {
+        const double radius = entry.diameter / 2;
+        const double middle = Across(entry.center, side.axis);
+        std::vector<Box3> ends;
+        mRun.part->ModelSpace().ForEach([&](AcadEntity& entity) {
+            const auto* arc = dynamic_cast<const AcadArc*>(&entity);
+            if (arc != nullptr ? !IsOfBore(*arc, side, entry)
+                               : entity.ObjectName() != "AcDbSpline" && entity.ObjectName() != "AcDbEllipse")
+                return;
+            const Box3 box = entity.GetBoundingBox();
+            if (Less(Across(box.min, side.axis), middle - radius) ||
+                Less(middle + radius, Across(box.max, side.axis)) ||
+                Less(box.min.z, entry.center.z - radius) || Less(entry.center.z + radius, box.max.z))
+                return;
+            ends.push_back(box);
+        });
+        return ends;
+    }
+
+    static bool IsOfBore(const AcadArc& arc, const SideTraits& side, const BoreCircle& entry) {
+        return std::abs(RoundHalfEven(Along(arc.Normal(), side.axis), CompareDecimals)) == 1 &&
+               NearlyEqual(2 * arc.Radius(), entry.diameter) &&
+               SameLength(Across(arc.Center(), side.axis), Across(entry.center, side.axis)) &&
+               SameLength(arc.Center().z, entry.center.z);
+    }
+
+    /// An edge of the part has straight lines in its plane; the end of a pin that stands out of an edge has
+    /// none, and boring there would take the pin away.
+    bool FaceIsAnEdge(const SideTraits& side) {
+        std::optional<bool>& known = mFaceIsAnEdge[static_cast<std::size_t>(side.side)];
+        if (known) return *known;
+        const double face = FaceOf(mPart, side);
+        known = false;
+        mRun.part->ModelSpace().ForEach([&](AcadEntity& entity) {
+            const auto* line = dynamic_cast<const AcadLine*>(&entity);
+            known = *known || (line != nullptr && SameLength(Along(line->StartPoint(), side.axis), face) &&
+                               SameLength(Along(line->EndPoint(), side.axis), face));
+        });
+        return *known;
     }
 
     /// A rim's twin is the same bore: of the two circles the first stays, and one operation comes of both.
@@ -204,14 +264,15 @@ class Boring {
     /// Whether a circle lies in a bore that was made: the twin of a rim or a floor, or a step no wider.
     bool InBore(const BoreCircle& each) const {
         for (const Bore& bore : mBores) {
-            const BoreCircle &rim = mCircles[bore.rim], &floor = mCircles[bore.floor];
+            const BoreCircle& rim = mCircles[bore.rim];
             const Axis axis = bore.side->axis;
             if (Less(rim.diameter, each.diameter) ||
                 !SameLength(Across(each.center, axis), Across(rim.center, axis)) ||
                 !SameLength(each.center.z, rim.center.z))
                 continue;
             const double at = Along(each.center, axis);
-            const double from = Along(rim.center, axis), to = Along(floor.center, axis);
+            const double from = Along(rim.center, axis);
+            const double to = bore.side->atMax ? from - bore.depth : from + bore.depth;
             if (!Less(at, std::min(from, to)) && !Less(std::max(from, to), at)) return true;
         }
         return false;
@@ -223,6 +284,7 @@ class Boring {
     std::vector<BoreCircle> mCircles;
     std::vector<Bore> mBores;
     std::vector<std::size_t> mTwins;
+    std::array<std::optional<bool>, 4> mFaceIsAnEdge;
 };
 
 }  // namespace

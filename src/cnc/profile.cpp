@@ -12,6 +12,7 @@
 #include "cnc/circular_routes.h"
 #include "cnc/drawing_walk.h"
 #include "cnc/edge_sorting.h"
+#include "cnc/hole_floors.h"
 #include "cnc/part_steps.h"
 #include "cnc/untaken_faces.h"
 #include "cnc/work_layers.h"
@@ -131,6 +132,7 @@ PartStep SortEdges(RunState& run) {
     const Box3 part = solid.GetBoundingBox();
     TakeSizes(run, solid, part);
     NoteUntakenFaces(run);
+    CompleteHoleFloors(run, part);
     SortCircles(run, part);
     const PartStep routes = SortCircularRoutes(run, part);
     if (routes != PartStep::GoOn) return routes;

@@ -57,18 +57,39 @@ TEST_F(CamFitting, GivesThemWhereverThePartLies) {
     }
 }
 
-TEST_F(CamFitting, TellsOfABoltWhoseBoreEndsInTheHousing) {
-    // Nothing is left of the floor from which the depth would be taken.
-    Side(34);
+TEST_F(CamFitting, BoresABoltThatEndsInTheHousingAsFarAsItsWallGoes) {
+    app::Workpiece side = Side(34);
     RunAll();
+    EXPECT_EQ(Faults(side.Solid()), std::vector<std::string>{});
     const auto first = FirstSide();
     ASSERT_TRUE(first);
     EXPECT_EQ(OnLayers(*first, "VD_Z12p5_T_D15").size(), 2U);
-    EXPECT_TRUE(OnLayers(*first, "HL_T").empty());
-    const std::vector<std::string> messages = Messages();
-    EXPECT_TRUE(std::ranges::any_of(messages, [](const std::string& message) {
-        return message.find("edge bore of 8 at 0,50,8: no operation") != std::string::npos;
-    }));
+    const std::vector<Drawn> bolts = OnLayers(*first, "HL_T");
+    ASSERT_EQ(bolts.size(), 2U);
+    // The wall of the bolt's bore, 4 from its axis, meets the housing's, 7.5 from its own.
+    for (const Drawn& bolt : bolts) EXPECT_NEAR(bolt.thickness, -(34 - std::sqrt(7.5 * 7.5 - 4 * 4)), 1e-4);
+    EXPECT_EQ(Messages().size(), 2U);
+}
+
+TEST_F(CamFitting, AFloorThatTheBoltRunsThroughIsTheHousingsFloorAllTheSame) {
+    // In a board of 18 the bolt lies lower than the housing is deep.
+    for (const double toHousing : {24.0, 34.0}) {
+        for (const Point3& turn : {Point3{0, 0, 0}, Point3{31, -17, 123}, Point3{180, 5, -77}}) {
+            app::Workpiece side = Board(600, 400, 18);
+            for (const double y : {50.0, 350.0}) {
+                side.Drill({toHousing, y, 18}, app::Axis::Z, -12.5, 15);
+                side.Drill({0, y, 9}, app::Axis::X, 34, 8);
+            }
+            Lay(side.Solid(), turn.x, turn.y, turn.z, {1234.5, -678.25, 91});
+            dialogs.messages.clear();
+            RunAll();
+            EXPECT_EQ(Faults(side.Solid()), std::vector<std::string>{}) << toHousing << ", " << turn.x;
+            ExpectBothBores();
+            EXPECT_EQ(FirstSide()->size(), 6U);
+            EXPECT_EQ(Messages().size(), 2U) << Messages()[1];
+            side.Solid().Delete();
+        }
+    }
 }
 
 TEST_F(CamFitting, ComesBackWholeFromAFile) {

@@ -192,6 +192,17 @@ class CncTest : public ::testing::Test {
         return run;
     }
 
+    /// The edges of a board's lower face, as its kept face brings them.
+    void DrawKeptEdges(double length, double width) {
+        AddLayer(document, layers::RegionCopy);
+        const std::array<Point3, 4> corners{
+            Point3{0, 0, 0}, {length, 0, 0}, {length, width, 0}, {0, width, 0}};
+        for (std::size_t i = 0; i < corners.size(); ++i)
+            document.ModelSpace()
+                .AddLine(corners[i], corners[(i + 1) % corners.size()])
+                ->SetLayer(layers::RegionCopy);
+    }
+
     // What a run leaves behind.
 
     std::vector<std::string> Messages() const {

@@ -12,6 +12,7 @@ constexpr double Long = 600, Wide = 400, Thick = 19;
 
 class HorizontalBoring : public CncTest {
   protected:
+    HorizontalBoring() { DrawKeptEdges(Long, Wide); }
     AcadCircle& Circle(Target target, const Point3& center, double diameter, const Point3& normal) {
         const std::string_view layer = TraitsOf(target).horizontalWorkLayer;
         AddLayer(document, layer);
@@ -38,7 +39,8 @@ class HorizontalBoring : public CncTest {
     std::vector<Drawn> Made(std::string_view workLayer) {
         std::vector<Drawn> found;
         for (const Drawn& drawn : DrawnIn(document))
-            if (drawn.kind != "AcDb3dSolid" && drawn.layer != workLayer) found.push_back(drawn);
+            if (drawn.kind != "AcDb3dSolid" && drawn.kind != "AcDbLine" && drawn.layer != workLayer)
+                found.push_back(drawn);
         return found;
     }
 
@@ -181,7 +183,7 @@ TEST_F(HorizontalBoring, EveryTargetMakesTheBoreOnce) {
     for (const Target target : AllTargets) {
         SCOPED_TRACE(TraitsOf(target).name);
         for (AcadEntity* entity : All<AcadEntity>(document))
-            if (dynamic_cast<Acad3DSolid*>(entity) == nullptr) entity->Delete();
+            if (entity->ObjectName() != "AcDb3dSolid" && entity->ObjectName() != "AcDbLine") entity->Delete();
         Bore(target, {100, 0, 9}, {100, 30, 9}, 8);
         RunState run = Start(target);
         BoreHorizontally(run);
@@ -200,6 +202,34 @@ TEST_F(HorizontalBoring, ABoreToldFromBothSidesIsToldOnce) {
     Circle(Target::C2C, {100, Wide, Thick - 6}, 8, {0, 1, 0});
     BoreHorizontally(run);
     EXPECT_EQ(run.unexplained.size(), 1U);
+}
+
+TEST_F(HorizontalBoring, ABoreWithoutAFloorGoesAsFarAsItsWall) {
+    Circle(Target::C2C, {0, 100, 9}, 8, {-1, 0, 0});
+    AcadArc& end = *document.ModelSpace().AddArc({0, 0, 0}, 4, 0, 1);
+    // Laid into the plane across the bore.
+    end.Rotate3D({0, 0, 0}, {0, 1, 0}, std::numbers::pi / 2);
+    end.Move({0, 0, 0}, {34, 100, 9});
+    RunState run = Start(Target::C2C);
+    BoreHorizontally(run);
+    const std::vector<Drawn> bores = OnLayers(DrawnIn(document), "HL_T");
+    ASSERT_EQ(bores.size(), 1U);
+    EXPECT_EQ(bores[0].thickness, -34);
+    EXPECT_TRUE(run.unexplained.empty());
+}
+
+TEST_F(HorizontalBoring, APinThatStandsOutOfAnEdgeIsNotBoredAway) {
+    app::Workpiece pin(document.ModelSpace(), {0, 0, 0}, {Long, Wide, Thick}, "Parts");
+    Acad3DSolid* post = document.ModelSpace().AddCylinder({Long + 10, 100, 9}, 4, 22);
+    post->Rotate3D({Long + 10, 100, 9}, {Long + 10, 101, 9}, std::numbers::pi / 2);
+    pin.Solid().Boolean(BooleanKind::Union, *post);
+    Circle(Target::C2C, {Long + 21, 100, 9}, 8, {1, 0, 0});
+    Circle(Target::C2C, {Long, 100, 9}, 8, {1, 0, 0});
+    RunState run = Start(Target::C2C);
+    BoreHorizontally(run);
+    EXPECT_TRUE(OnLayers(DrawnIn(document), "HR_T").empty());
+    EXPECT_EQ(run.edgeBores, 0);
+    EXPECT_FALSE(run.unexplained.empty());
 }
 
 }  // namespace

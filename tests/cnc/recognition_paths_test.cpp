@@ -205,12 +205,20 @@ const std::vector<PartCase> Outlines{
      [](MadePart& part) {
          part.AlongX({{0, 0}, {400, 0}, {390, 18}, {0, 18}}, 600);
      },
-     "OT 1 PL 1", "no file", 0.5 * 10 * 18 * 600 + 1},
+     "OT 1 PL 1",
+     "no file",
+     0.5 * 10 * 18 * 600 + 1,
+     {},
+     "sloped face"},
     {"BevelledOnFourSidesAndWiderInTheMiddle",
      [](MadePart& part) {
          part.AlongX({{5, 0}, {395, 0}, {400, 9}, {390, 18}, {10, 18}, {0, 9}}, 600);
      },
-     "OT 1 PL 1", "no file", 600 * (5 + 10) * 9 + 1},
+     "OT 1 PL 1",
+     "no file",
+     600 * (5 + 10) * 9 + 1,
+     {},
+     "sloped face"},
     {"StepWiderBelow",
      [](MadePart& part) {
          Panel(part);
