@@ -101,7 +101,7 @@ class Boring {
         mRun.edgeBores = static_cast<int>(mBores.size());
     }
 
-    /// Tells what is no part of a bore, and clears twins and what rectangles stand for now.
+    /// Tells what is no part of a bore, and clears twins and what rectangles have taken the place of.
     void Finish() {
         for (const BoreCircle& each : mCircles)
             if (!each.explained && !InBore(each))
