@@ -10,6 +10,7 @@
 #include <TopoDS.hxx>
 #include <gp_Circ.hxx>
 
+#include <cmath>
 #include <numbers>
 
 #include "base/failure.h"
@@ -45,6 +46,53 @@ int Faces(const TopoDS_Shape& shape) {
     TopTools_IndexedMapOfShape faces;
     TopExp::MapShapes(shape, TopAbs_FACE, faces);
     return faces.Extent();
+}
+
+/// A box with corners of radius 18 whose angles are counted from `turn` (radians) on.
+TopoDS_Shape RoundedBox(double bottom, double height, double turn) {
+    BRepBuilderAPI_MakeWire outline;
+    const std::array<gp_Pnt, 4> centers{gp_Pnt(180, 70, bottom), gp_Pnt(180, 130, bottom),
+                                        gp_Pnt(120, 130, bottom), gp_Pnt(120, 70, bottom)};
+    const gp_Dir start(std::cos(turn), std::sin(turn), 0);
+    for (int corner = 0; corner < 4; ++corner) {
+        const double from = (corner - 1) * pi / 2, to = corner * pi / 2;
+        const gp_Pnt center = centers.at(corner), next = centers.at((corner + 1) % 4);
+        const auto along = [](const gp_Pnt& point, double angle) {
+            return point.Translated(gp_Vec(18 * std::cos(angle), 18 * std::sin(angle), 0));
+        };
+        const gp_Circ circle(gp_Ax2(center, gp::DZ(), start), 18);
+        outline.Add(BRepBuilderAPI_MakeEdge(circle, along(center, from), along(center, to)).Edge());
+        outline.Add(BRepBuilderAPI_MakeEdge(along(center, to), along(next, to)).Edge());
+    }
+    return BRepPrimAPI_MakePrism(BRepBuilderAPI_MakeFace(outline.Wire()).Face(), gp_Vec(0, 0, height))
+        .Shape();
+}
+
+TEST(Boolean, DeepeningARoundedPocketEndsHoweverItsCornersAreTurned) {
+    const TopoDS_Shape pocketed = Boolean(Board(300, 200, 20), RoundedBox(-1, 11, 0), BooleanKind::Subtract);
+    const double area = (Volume(Board(300, 200, 20)) - Volume(pocketed)) / 10;
+    for (const double deeper : {1.0, 2e-6}) {
+        for (const double turn : {-2.5, -pi / 2, -1.0, 0.0, 0.3, pi / 2, pi}) {
+            SCOPED_TRACE(turn);
+            const TopoDS_Shape rest =
+                Boolean(pocketed, RoundedBox(9, 1 + deeper, turn), BooleanKind::Subtract);
+            EXPECT_TRUE(Valid(rest));
+            EXPECT_NEAR(Volume(pocketed) - Volume(rest), area * deeper, 1e-6);
+        }
+    }
+}
+
+TEST(Boolean, DeepeningAHoleWithItsSeamElsewhereSucceeds) {
+    const auto cylinder = [](double bottom, double height, const gp_Dir& seam) {
+        return BRepPrimAPI_MakeCylinder(gp_Ax2(gp_Pnt(150, 80, bottom), gp::DZ(), seam), 20, height).Shape();
+    };
+    const TopoDS_Shape bored =
+        Boolean(Board(300, 200, 20), cylinder(-1, 11, gp::DX()), BooleanKind::Subtract);
+    for (const gp_Dir& seam : {gp::DX(), gp::DX().Reversed(), gp::DY(), gp::DY().Reversed()}) {
+        const TopoDS_Shape rest = Boolean(bored, cylinder(9, 4, seam), BooleanKind::Subtract);
+        EXPECT_TRUE(Valid(rest));
+        EXPECT_NEAR(Volume(bored) - Volume(rest), pi * 400 * 3, 1e-6);
+    }
 }
 
 TEST(Boolean, SubtractionThatRemovesNothingReturnsTheSameSolid) {

@@ -6,6 +6,7 @@
 #include <BRepAdaptor_Surface.hxx>
 #include <BRep_Tool.hxx>
 #include <ShapeUpgrade_UnifySameDomain.hxx>
+#include <Standard_Failure.hxx>
 #include <TopExp.hxx>
 #include <TopTools_IndexedDataMapOfShapeListOfShape.hxx>
 #include <TopTools_ListOfShape.hxx>
@@ -13,6 +14,7 @@
 #include <TopoDS_Edge.hxx>
 #include <TopoDS_Face.hxx>
 #include <cmath>
+#include <gp_Cylinder.hxx>
 
 namespace brenvik::solids {
 namespace {
@@ -20,6 +22,16 @@ namespace {
 // What still counts as the same place (drawing units) and direction (radians).
 constexpr double samePlace = 1e-7;
 constexpr double sameAngle = 1e-9;
+
+bool SameCylinder(const gp_Cylinder& one, const gp_Cylinder& other) {
+    return std::abs(one.Radius() - other.Radius()) < samePlace &&
+           one.Axis().IsCoaxial(other.Axis(), sameAngle, samePlace);
+}
+
+/// Whether the angles on two cylinders are counted from different directions.
+bool AreTurned(const gp_Cylinder& one, const gp_Cylinder& other) {
+    return one.XAxis().Direction().Angle(other.XAxis().Direction()) > sameAngle;
+}
 
 /// Of neighbours: planes that share a border are the same as soon as they are parallel.
 bool SameSurface(const TopoDS_Face& one, const TopoDS_Face& other) {
@@ -30,8 +42,8 @@ bool SameSurface(const TopoDS_Face& one, const TopoDS_Face& other) {
         return first.Plane().Axis().IsParallel(second.Plane().Axis(), sameAngle);
     }
     if (first.GetType() == GeomAbs_Cylinder) {
-        return std::abs(first.Cylinder().Radius() - second.Cylinder().Radius()) < samePlace &&
-               first.Cylinder().Axis().IsCoaxial(second.Cylinder().Axis(), sameAngle, samePlace);
+        return SameCylinder(first.Cylinder(), second.Cylinder()) &&
+               !AreTurned(first.Cylinder(), second.Cylinder());
     }
     return false;
 }
@@ -50,6 +62,16 @@ bool SameCurve(const TopoDS_Edge& one, const TopoDS_Edge& other) {
                first.Circle().Axis().IsParallel(second.Circle().Axis(), sameAngle);
     }
     return false;
+}
+
+/// The modeller may walk forever around faces of one cylinder that count their angles from different
+/// directions, as the rounded corners of two cuts into each other do, or lose their seams.
+bool MustStay(const TopTools_ListOfShape& faces) {
+    if (faces.Extent() != 2) return false;
+    const BRepAdaptor_Surface first(TopoDS::Face(faces.First()), Standard_False);
+    const BRepAdaptor_Surface second(TopoDS::Face(faces.Last()), Standard_False);
+    return first.GetType() == GeomAbs_Cylinder && second.GetType() == GeomAbs_Cylinder &&
+           AreTurned(first.Cylinder(), second.Cylinder());
 }
 
 }  // namespace
@@ -79,7 +101,17 @@ TopoDS_Shape BordersMerged(const TopoDS_Shape& shape) {
     ShapeUpgrade_UnifySameDomain unify(shape, Standard_True, Standard_True, Standard_False);
     // Without it a part that lies at an odd angle keeps borders that a square one loses.
     unify.SetAngularTolerance(sameAngle);
-    unify.Build();
+    TopTools_IndexedDataMapOfShapeListOfShape facesOfEdge;
+    TopExp::MapShapesAndUniqueAncestors(shape, TopAbs_EDGE, TopAbs_FACE, facesOfEdge);
+    for (int index = 1; index <= facesOfEdge.Extent(); ++index) {
+        if (MustStay(facesOfEdge(index))) unify.KeepShape(facesOfEdge.FindKey(index));
+    }
+    // What can't be merged is no less a part.
+    try {
+        unify.Build();
+    } catch (const Standard_Failure&) {
+        return shape;
+    }
     return unify.Shape();
 }
 
