@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -12,6 +13,7 @@
 #include "cnc/drawing_walk.h"
 #include "cnc/drilled_holes.h"
 #include "cnc/horizontal_boring_names.h"
+#include "cnc/open_top.h"
 #include "cnc/part_steps.h"
 #include "cnc/target_table.h"
 
@@ -28,6 +30,12 @@ struct BoreCircle {
     Point3 center, normal;
     double diameter = 0;
     bool explained = false;  ///< Part of a bore, as rim, floor, or in between.
+};
+
+/// A curve that may end the wall of a bore; `arc` is nothing for those where two holes cross.
+struct WallEnd {
+    Box3 box;
+    const AcadArc* arc = nullptr;
 };
 
 /// A bore that was found: its rim and its floor, by their places in the list.
@@ -80,7 +88,9 @@ class Boring {
         for (const SideTraits& side : Sides()) {
             for (std::size_t rim = 0; rim < mCircles.size(); ++rim) {
                 if (!IsRim(mCircles[rim], side) || !FaceIsAnEdge(side)) continue;
+                if (IsTwin(rim)) continue;
                 std::optional<Bore> bore = BoreOf(rim, side);
+                if (bore && RunsIntoMaterial(*bore)) bore.reset();
                 if (!bore) bore = OpenBore(rim, side);
                 if (bore) Keep(*bore);
             }
@@ -145,40 +155,84 @@ class Boring {
         return nearest;
     }
 
-    /// A bore that opens into another hole has no floor of its own, as where the bolt of a fitting meets its
-    /// cam: it goes as far as its wall does. The wall ends in arcs of the bore's own size, and in the curves
-    /// where the two holes cross, which lie within the bore.
-    std::optional<Bore> OpenBore(std::size_t rim, const SideTraits& side) {
-        const BoreCircle& entry = mCircles[rim];
-        double depth = 0;
-        for (const Box3& end : WallEnds(side, entry)) {
-            const double to = Along(side.atMax ? end.min : end.max, side.axis);
-            const double from = Along(entry.center, side.axis);
-            depth = std::max(depth, side.atMax ? from - to : to - from);
-        }
-        depth = WithoutNoise(depth);
-        if (!Less(0, depth)) return std::nullopt;
-        return Bore{&side, rim, rim, depth};
+    /// The circle that lies nearest behind a rim needn't be its floor: where a bolt's bore ends in its cam,
+    /// it may be that of the fitting at the other end of the part. A bore whose wall is broken off on the way
+    /// is tried.
+    bool RunsIntoMaterial(const Bore& bore) {
+        const std::vector<double> ends = WallEnds(*bore.side, mCircles[bore.rim]);
+        return std::ranges::any_of(ends, [&](double end) { return Less(0, end) && Less(end, bore.depth); }) &&
+               !LiesInAir(*bore.side, mCircles[bore.rim], bore.depth);
     }
 
-    /// The boxes of the curves that a bore's wall ends in, the rim aside.
-    std::vector<Box3> WallEnds(const SideTraits& side, const BoreCircle& entry) const {
+    bool LiesInAir(const SideTraits& side, const BoreCircle& entry, double depth) const {
+        // A little narrower and shorter than the bore, so that its own wall doesn't count.
+        constexpr double share = 0.999, slack = 1e-4;
+        const double radius = share * entry.diameter / 2;
+        const Point3 out = Outward(side), &rim = entry.center;
+        const double length = share * depth;
+        const Point3 end{rim.x - out.x * length, rim.y - out.y * length, rim.z};
+        double material = 0;
+        return Skip([&] { material = MaterialWithin(mRun, rim, end, radius); }) &&
+               material < slack * radius * radius * length;
+    }
+
+    /// A bore that opens into another hole has no floor of its own, as where the bolt of a fitting meets its
+    /// cam: it goes as far as its wall does. The wall ends in arcs of the bore's own size, and in the curves
+    /// where the two holes cross, which lie within the bore. Where another bore lies in the same line, some
+    /// of them are that one's.
+    std::optional<Bore> OpenBore(std::size_t rim, const SideTraits& side) {
+        const BoreCircle& entry = mCircles[rim];
+        std::vector<double> ends = WallEnds(side, entry);
+        std::ranges::sort(ends, std::greater<>());
+        const bool alone = !MeetsAnother(side, entry);
+        double tried = 0;
+        for (const double end : ends) {
+            const double depth = WithoutNoise(end);
+            if (!Less(0, depth)) break;
+            if (SameLength(depth, tried)) continue;
+            if (alone || LiesInAir(side, entry, depth)) return Bore{&side, rim, rim, depth};
+            tried = depth;
+        }
+        return std::nullopt;
+    }
+
+    /// Whether a circle of another bore lies in the line of this one.
+    bool MeetsAnother(const SideTraits& side, const BoreCircle& entry) const {
+        return std::ranges::any_of(mCircles, [&](const BoreCircle& other) {
+            return SameLength(Across(other.center, side.axis), Across(entry.center, side.axis)) &&
+                   SameLength(other.center.z, entry.center.z) &&
+                   !SameLength(Along(other.center, side.axis), Along(entry.center, side.axis));
+        });
+    }
+
+    /// How far behind the rim the curves reach that a bore's wall may end in.
+    std::vector<double> WallEnds(const SideTraits& side, const BoreCircle& entry) {
+        if (!mWallEnds) mWallEnds = CurvesOfWalls();
         const double radius = entry.diameter / 2;
-        const double middle = Across(entry.center, side.axis);
-        std::vector<Box3> ends;
-        mRun.part->ModelSpace().ForEach([&](AcadEntity& entity) {
-            const auto* arc = dynamic_cast<const AcadArc*>(&entity);
-            if (arc != nullptr ? !IsOfBore(*arc, side, entry)
-                               : entity.ObjectName() != "AcDbSpline" && entity.ObjectName() != "AcDbEllipse")
-                return;
-            const Box3 box = entity.GetBoundingBox();
+        const double middle = Across(entry.center, side.axis), from = Along(entry.center, side.axis);
+        std::vector<double> depths;
+        for (const auto& [box, arc] : *mWallEnds) {
+            if (arc != nullptr && !IsOfBore(*arc, side, entry)) continue;
             if (Less(Across(box.min, side.axis), middle - radius) ||
                 Less(middle + radius, Across(box.max, side.axis)) ||
                 Less(box.min.z, entry.center.z - radius) || Less(entry.center.z + radius, box.max.z))
-                return;
-            ends.push_back(box);
+                continue;
+            const double to = Along(side.atMax ? box.min : box.max, side.axis);
+            depths.push_back(side.atMax ? from - to : to - from);
+        }
+        return depths;
+    }
+
+    /// Arcs about a level axis, and the curves where holes cross.
+    std::vector<WallEnd> CurvesOfWalls() const {
+        std::vector<WallEnd> found;
+        mRun.part->ModelSpace().ForEach([&found](AcadEntity& entity) {
+            const auto* arc = dynamic_cast<const AcadArc*>(&entity);
+            if (arc != nullptr ? RoundHalfEven(arc->Normal().z, CompareDecimals) == 0
+                               : entity.ObjectName() == "AcDbSpline" || entity.ObjectName() == "AcDbEllipse")
+                found.push_back({entity.GetBoundingBox(), arc});
         });
-        return ends;
+        return found;
     }
 
     static bool IsOfBore(const AcadArc& arc, const SideTraits& side, const BoreCircle& entry) {
@@ -204,14 +258,18 @@ class Boring {
     }
 
     /// A rim's twin is the same bore: of the two circles the first stays, and one operation comes of both.
-    void Keep(const Bore& bore) {
-        BoreCircle& rim = mCircles[bore.rim];
-        mCircles[bore.floor].explained = rim.explained = true;
+    bool IsTwin(std::size_t rim) {
         for (const Bore& made : mBores) {
-            if (!SameCircle(mCircles[made.rim], rim)) continue;
-            mTwins.push_back(bore.rim);
-            return;
+            if (!SameCircle(mCircles[made.rim], mCircles[rim])) continue;
+            mCircles[rim].explained = true;
+            mTwins.push_back(rim);
+            return true;
         }
+        return false;
+    }
+
+    void Keep(const Bore& bore) {
+        mCircles[bore.floor].explained = mCircles[bore.rim].explained = true;
         mBores.push_back(bore);
     }
 
@@ -284,6 +342,7 @@ class Boring {
     std::vector<BoreCircle> mCircles;
     std::vector<Bore> mBores;
     std::vector<std::size_t> mTwins;
+    std::optional<std::vector<WallEnd>> mWallEnds;
     std::array<std::optional<bool>, 4> mFaceIsAnEdge;
 };
 

@@ -2,6 +2,8 @@
 #include "cnc/open_top.h"
 
 #include <array>
+#include <cmath>
+#include <numbers>
 #include <optional>
 #include <vector>
 
@@ -116,6 +118,23 @@ OpenTop OpenToUnderside(RunState& run, AcadEntity& closedCurve, int digits) {
 
 double MaterialAbove(RunState& run, AcadEntity& closedCurve) {
     return run.PartVolume - VolumeLeft(run, closedCurve, TrialHeight);
+}
+
+double MaterialWithin(RunState& run, const Point3& from, const Point3& to, double radius) {
+    AcadDocument& drawing = *run.part;
+    Acad3DSolid& part = LastSolid(drawing);
+    const Unlocked zero(drawing, layers::Zero), ofPart(drawing, part.Layer());
+    TrialObjects objects;
+    const double dx = to.x - from.x, dy = to.y - from.y;
+    const Point3 middle{(from.x + to.x) / 2, (from.y + to.y) / 2, (from.z + to.z) / 2};
+    Acad3DSolid& bore = objects.Keep(drawing.ModelSpace().AddCylinder(middle, radius, std::hypot(dx, dy)));
+    bore.SetLayer(layers::Zero);
+    // A cylinder is made upright, about its middle.
+    bore.Rotate3D(middle, {middle.x - dy, middle.y + dx, middle.z}, std::numbers::pi / 2);
+    Acad3DSolid& trial = objects.Keep(dynamic_cast<Acad3DSolid*>(part.Copy()));
+    const double whole = trial.Volume();
+    trial.Boolean(BooleanKind::Subtraction, bore);
+    return whole - trial.Volume();
 }
 
 }  // namespace brenvik

@@ -71,6 +71,56 @@ TEST_F(CamFitting, BoresABoltThatEndsInTheHousingAsFarAsItsWallGoes) {
     EXPECT_EQ(Messages().size(), 2U);
 }
 
+TEST_F(CamFitting, BoltsFromBothEndsInOneLineStayApart) {
+    // Bottom and shelves have a fitting at each end; what lies nearest behind one rim is the other rim.
+    for (const double thickness : {16.0, 18.0}) {
+        app::Workpiece shelf = Board(600, 400, thickness);
+        for (const double x : {34.0, 566.0}) shelf.Drill({x, 50, thickness}, app::Axis::Z, -12.5, 15);
+        shelf.Drill({0, 50, thickness / 2}, app::Axis::X, 34, 8);
+        shelf.Drill({600, 50, thickness / 2}, app::Axis::X, -34, 8);
+        dialogs.messages.clear();
+        RunAll();
+        EXPECT_EQ(Faults(shelf.Solid()), std::vector<std::string>{}) << thickness;
+        const auto first = FirstSide();
+        ASSERT_TRUE(first);
+        for (const std::string_view layer : {"HL_T", "HR_T"}) {
+            const std::vector<Drawn> bolts = OnLayers(*first, layer);
+            ASSERT_EQ(bolts.size(), 1U) << layer << ", " << thickness;
+            EXPECT_LT(bolts[0].thickness, -20) << layer;
+            EXPECT_GT(bolts[0].thickness, -35) << layer;
+        }
+        shelf.Solid().Delete();
+    }
+}
+
+TEST_F(CamFitting, ABoltInTheLineOfABlindBoreEndsInItsHousing) {
+    app::Workpiece shelf = Board(600, 400, 18);
+    shelf.Drill({34, 50, 18}, app::Axis::Z, -12.5, 15);
+    shelf.Drill({0, 50, 9}, app::Axis::X, 34, 8);
+    shelf.Drill({600, 50, 9}, app::Axis::X, -30, 8);
+    RunAll();
+    EXPECT_EQ(Faults(shelf.Solid()), std::vector<std::string>{});
+    const auto first = FirstSide();
+    ASSERT_TRUE(first);
+    const std::vector<Drawn> left = OnLayers(*first, "HL_T"), right = OnLayers(*first, "HR_T");
+    ASSERT_EQ(left.size(), 1U);
+    ASSERT_EQ(right.size(), 1U);
+    EXPECT_GT(left[0].thickness, -35);
+    EXPECT_NEAR(right[0].thickness, -30, 1e-6);
+}
+
+TEST_F(CamFitting, ABoreRightThroughThatCrossesAHoleGoesRightThrough) {
+    app::Workpiece shelf = Board(600, 400, 18);
+    shelf.Drill({300, 50, 18}, app::Axis::Z, -18, 15);
+    shelf.Drill({0, 50, 9}, app::Axis::X, 600, 8);
+    RunAll();
+    const auto first = FirstSide();
+    ASSERT_TRUE(first);
+    const std::vector<Drawn> left = OnLayers(*first, "HL_T");
+    ASSERT_EQ(left.size(), 1U);
+    EXPECT_NEAR(left[0].thickness, -600, 1e-6);
+}
+
 TEST_F(CamFitting, AFloorThatTheBoltRunsThroughIsTheHousingsFloorAllTheSame) {
     // In a board of 18 the bolt lies lower than the housing is deep.
     for (const double toHousing : {24.0, 34.0}) {
