@@ -296,7 +296,9 @@ bool TrueOutline::HoldsThePart() const {
            path.max.x > part.max.x - SameReach && path.max.y > part.max.y - SameReach;
 }
 
-PartStep TrueOutline::TakeContours() {
+/// Slits where sections all but touch leave lines within the profile too. They hide no opening where the
+/// profile has closed all of them (`withOpenings` is false), and nothing where it holds the part.
+PartStep TrueOutline::TakeContours(bool withOpenings) {
     AcadDocument& drawing = *mRun.part;
     const bool leftOpen = IsLeftOpen();
     std::vector<AcadLWPolyline*> contours;
@@ -312,7 +314,7 @@ PartStep TrueOutline::TakeContours() {
         NameProfile(*widest);
         mProfile = widest;
     }
-    if (leftOpen || !HoldsThePart())
+    if (!HoldsThePart() || (leftOpen && (withOpenings || ReachesBeyond())))
         NotePassedOver(mRun,
                        "edges of the part were not joined to its outline: the outline may be too narrow");
     for (AcadLWPolyline* contour : contours) {
@@ -332,7 +334,7 @@ PartStep TrueOutline::Finish(const std::vector<LeftContour>& left) {
         TakeEdges();
         UniteSections(narrower);
         JoinRegion();
-        if (TakeContours() == PartStep::SkipPart) return PartStep::SkipPart;
+        if (TakeContours(narrower) == PartStep::SkipPart) return PartStep::SkipPart;
     }
     if (mProfile == nullptr) {
         NotePassedOver(mRun, "the part has no outside profile of lines and arcs: no operation");

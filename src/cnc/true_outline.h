@@ -42,7 +42,7 @@ class TrueOutline {
     void JoinRegion();
     bool IsLeftOpen() const;
     bool HoldsThePart() const;
-    PartStep TakeContours();
+    PartStep TakeContours(bool withOpenings);
 
     /// An edge of the part: its ends, and the height of its centre where it is round.
     struct Edge {
