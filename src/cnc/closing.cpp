@@ -27,7 +27,7 @@ constexpr auto UsedUp = std::to_array<std::string_view>(
     {layers::Region, layers::BrenvikExplode, layers::regioncopycopy, layers::arcPV, layers::RegionCopy,
      layers::circleHold, layers::RoutingLayer1, layers::RoutingLayer2, layers::Border, layers::Border2,
      layers::RouteCircleHold, "circleHold2", layers::MAXCircleHold, layers::NextBiggestRegion,
-     layers::HorzcircleHold, layers::regionPV, layers::regionPV2});
+     layers::HorzcircleHold, layers::MyHorzcircleHold, layers::regionPV, layers::regionPV2});
 
 template <class Wanted>
 void DeleteWhere(AcadDocument& drawing, Wanted&& wanted) {

@@ -72,6 +72,12 @@ void DropAlike(RunState& run, std::string_view pocketPrefix, const Look& look) {
         if (std::ranges::find(routes, look(*pocket)) != routes.end()) pocket->Delete();
 }
 
+/// Of a path: minus its depth.
+double ThicknessOf(const AcadEntity& path) {
+    if (const auto* circle = dynamic_cast<const AcadCircle*>(&path)) return circle->Thickness();
+    return dynamic_cast<const AcadLWPolyline&>(path).Thickness();
+}
+
 bool IsPath(const AcadEntity& entity) {
     return dynamic_cast<const AcadLWPolyline*>(&entity) != nullptr ||
            dynamic_cast<const AcadCircle*>(&entity) != nullptr;
@@ -91,7 +97,8 @@ void ConvertPockets(RunState& run) {
     std::vector<AcadEntity*> pockets;
     for (AcadEntity* entity : All<AcadEntity>(*run.part)) {
         if (!IsPath(*entity)) continue;
-        if (On(*entity, RoutePrefix)) routes.push_back(FootprintOf(*entity));
+        if (On(*entity, RoutePrefix) && ThicknessOf(*entity) <= -run.PartThickness)
+            routes.push_back(FootprintOf(*entity));
         if (On(*entity, ContourPocket) || On(*entity, CirclePocket)) pockets.push_back(entity);
     }
     // A converted pocket is a route too, but whatever encloses it encloses the route inside it as well: one

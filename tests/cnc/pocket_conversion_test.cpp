@@ -68,6 +68,20 @@ TEST_F(PocketTest, ThroughCirclesConvertPocketsToo) {
     EXPECT_EQ(On("RT_Z5_T1").size(), 1U);
 }
 
+TEST_F(PocketTest, ARouteThatStopsInsideLeavesThePocketToBeCleared) {
+    Set("PocketConversion", "1");
+    Path(Rectangle(100, 100, 300, 300), "PKC_Z5_T1");
+    AcadLWPolyline* route = Path(Rectangle(150, 150, 250, 250), "RT_Z9_T1");
+    RunState run = RunOn(document);
+    run.PartThickness = 18;
+    route->SetThickness(-9);
+    ConvertPockets(run);
+    EXPECT_EQ(On("PKC_Z5_T1").size(), 1U);
+    route->SetThickness(-18.3);
+    ConvertPockets(run);
+    EXPECT_TRUE(On("PKC").empty());
+}
+
 TEST_F(PocketTest, APocketInsideAPocketIsConvertedWithIt) {
     Set("PocketConversion", "1");
     Path(Rectangle(0, 0, 400, 400), "PKC_Z3_T1");

@@ -5,6 +5,8 @@
 
 #include "base/numbers.h"
 #include "cnc/recognition_fixture.h"
+#include "cnc/target_table.h"
+#include "cnc/work_layers.h"
 
 namespace brenvik {
 namespace {
@@ -49,6 +51,20 @@ TEST_F(RecognitionSettings, EdgeBoresCanBeKeptForTheSecondSide) {
     ExpectSound(part);
     EXPECT_EQ(Count(FirstSide(), "H"), 0U);
     EXPECT_EQ(Count(SecondSide(), "H"), 1U);
+}
+
+TEST_F(RecognitionSettings, BoresThatWaitForTheSecondSideLeaveNoCirclesOnTheFirst) {
+    Set("HorzBoreOn2", "1");
+    for (const Target target : {Target::C2C, Target::ROV, Target::BW}) {
+        app::Workpiece board = Board(600, 400, 18);
+        board.Drill({0, 200, 9}, app::Axis::X, 34, 8);
+        RunAll(target);
+        const auto first = FirstSide();
+        ASSERT_TRUE(first);
+        EXPECT_TRUE(OnLayers(*first, layers::HorzcircleHold).empty());
+        EXPECT_TRUE(OnLayers(*first, layers::MyHorzcircleHold).empty()) << TraitsOf(target).name;
+        for (Acad3DSolid* solid : All<Acad3DSolid>(document)) solid->Delete();
+    }
 }
 
 TEST_F(RecognitionSettings, AloneOnTheSecondSideEdgeBoresBringTheOutlineAlong) {
