@@ -104,12 +104,17 @@ std::optional<std::vector<AcadLine*>> LinesOnFloor(const BrokenRim& rim,
 
 void CompleteHoleFloors(RunState& run, const Box3& part) {
     AcadDocument& drawing = *run.part;
-    for (const BrokenRim& rim : FindBrokenRims(drawing, part)) {
-        const std::optional<std::vector<AcadLine*>> onFloor =
-            LinesOnFloor(rim, AllOn<AcadLine>(drawing, layers::BrenvikExplode));
+    const std::vector<BrokenRim> broken = FindBrokenRims(drawing, part);
+    if (broken.empty()) return;
+    std::vector<AcadLine*> lines = AllOn<AcadLine>(drawing, layers::BrenvikExplode);
+    for (const BrokenRim& rim : broken) {
+        const std::optional<std::vector<AcadLine*>> onFloor = LinesOnFloor(rim, lines);
         if (!onFloor) continue;
         for (AcadArc* arc : rim.arcs) arc->Delete();
-        for (AcadLine* line : *onFloor) line->Delete();
+        for (AcadLine* line : *onFloor) {
+            line->Delete();
+            std::erase(lines, line);
+        }
         drawing.ModelSpace().AddCircle(rim.center, rim.radius)->SetLayer(layers::circleHold);
     }
 }

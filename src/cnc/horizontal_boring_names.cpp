@@ -7,7 +7,7 @@
 #include "base/number_text.h"
 #include "cnc/drilled_holes.h"
 #include "cnc/run_state.h"
-#include "cnc/vertical_drilling_names.h"
+#include "cnc/target_table.h"
 
 namespace brenvik {
 

@@ -84,18 +84,6 @@ std::string FirstFamilyName(const RunState& run, RouteRole role, PathKind kind, 
     return name;
 }
 
-/// A depth in the scale digits of the target, or nothing for an unknown scale setting.
-std::string ScaledText(const RunState& run, double value, int metric, int imperial, std::string_view mark) {
-    const std::optional<int> digits = ScaleDigits(run, metric, imperial);
-    return digits ? LayerNumberText(value, *digits, mark) : std::string();
-}
-
-/// BW's whole numbers: hundredths in millimetres, ten-thousandths in inches.
-std::string WholeText(const RunState& run, double value) {
-    const std::optional<int> digits = ScaleDigits(run, 2, 4);
-    return digits ? WholeNumberText(value, *digits) : std::string();
-}
-
 std::string RouteOfBW(const RunState& run, RouteRole role, double depth) {
     const ToolTexts tool = ToolOf(run, role);
     const std::string direction = FoldLower(run.Material.direction);
@@ -106,11 +94,11 @@ std::string RouteOfBW(const RunState& run, RouteRole role, double depth) {
         name += "TC2";
     else if (direction == "c")
         name += "TC1";
-    return name + "D" + WholeText(run, depth);
+    return name + "D" + WholeNumberText(run, depth);
 }
 
 std::string RouteOfTHERM(const RunState& run, RouteRole role, PathKind kind, double depth) {
-    const std::string depthText = ScaledText(run, depth, 2, 4, "p");
+    const std::string depthText = ScaledNumberText(run, depth, 2, 4);
     if (role == RouteRole::Outline) return "outline " + depthText;
     const bool pocket = role == RouteRole::CirclePocket ||
                         (role == RouteRole::Inside && (kind == PathKind::PKC || kind == PathKind::PKS));
@@ -146,13 +134,13 @@ std::string RouteLayerName(const RunState& run, RouteRole role, PathKind kind, d
             return RouteOfTHERM(run, role, kind, depth);
         case Target::ASP:
         case Target::CNI:
-            return "ROTOR" + ScaledText(run, depth, 2, 4, "p");
+            return "ROTOR" + ScaledNumberText(run, depth, 2, 4);
         case Target::ROV:
-            return ToolOf(run, role).number + ScaledText(run, depth, 2, 4, "p");
+            return ToolOf(run, role).number + ScaledNumberText(run, depth, 2, 4);
         case Target::WOP4:
-            return "FK" + ScaledText(run, depth, 3, 4, "_") + "T" + ToolOf(run, role).number + "N";
+            return "FK" + ScaledNumberText(run, depth, 3, 4, "_") + "T" + ToolOf(run, role).number + "N";
         case Target::WOP5:
-            return "V_Trim_" + ScaledText(run, depth, 3, 4, "_") + "T" + ToolOf(run, role).number;
+            return "V_Trim_" + ScaledNumberText(run, depth, 3, 4, "_") + "T" + ToolOf(run, role).number;
         case Target::BW:
             return RouteOfBW(run, role, depth);
     }
@@ -172,11 +160,11 @@ std::string SheetLayerName(const RunState& run, double thickness) {
         case Target::ASP:
         case Target::CNI:
         case Target::ROV:
-            return "PANEL" + ScaledText(run, thickness, 2, 4, "p");
+            return "PANEL" + ScaledNumberText(run, thickness, 2, 4);
         case Target::WOP4:
-            return "S_" + ScaledText(run, thickness, 3, 4, "_");
+            return "S_" + ScaledNumberText(run, thickness, 3, 4, "_");
         case Target::WOP5:
-            return "ProcPart_" + ScaledText(run, thickness, 3, 4, "_");
+            return "ProcPart_" + ScaledNumberText(run, thickness, 3, 4, "_");
         case Target::BW:
             return "TCHB8W0D" + WholeNumberText(thickness, SheetDigitsOfBW);
     }
@@ -201,6 +189,17 @@ std::optional<int> ScaleDigits(const RunState& run, int metric, int imperial) {
         default:
             return std::nullopt;
     }
+}
+
+std::string ScaledNumberText(const RunState& run, double value, int metric, int imperial,
+                             std::string_view mark) {
+    const std::optional<int> digits = ScaleDigits(run, metric, imperial);
+    return digits ? LayerNumberText(value, *digits, mark) : std::string();
+}
+
+std::string WholeNumberText(const RunState& run, double value) {
+    const std::optional<int> digits = ScaleDigits(run, 2, 4);
+    return digits ? WholeNumberText(value, *digits) : std::string();
 }
 
 std::string WholeNumberText(double value, int digits) {

@@ -52,6 +52,13 @@ std::string CompensationText(const RunState& run);
 /// inches; nothing for a scale setting outside 1 to 4, and the name stays without its number.
 std::optional<int> ScaleDigits(const RunState& run, int metric, int imperial);
 
+/// The number with as many decimals as the scale asks for; blank for an unknown scale.
+std::string ScaledNumberText(const RunState& run, double value, int metric, int imperial,
+                             std::string_view mark = "p");
+
+/// BW's whole numbers: hundredths of a millimetre or ten-thousandths of an inch; blank for an unknown scale.
+std::string WholeNumberText(const RunState& run, double value);
+
 /// The value in units of the last of `digits` decimals, as BW's names have it: 0.75 with 4 is "7500".
 std::string WholeNumberText(double value, int digits);
 

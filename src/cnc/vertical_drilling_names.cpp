@@ -2,7 +2,6 @@
 #include "cnc/vertical_drilling_names.h"
 
 #include <array>
-#include <optional>
 
 #include "base/invariant.h"
 #include "base/number_text.h"
@@ -180,18 +179,6 @@ std::string HoleLayerName(const RunState& run, const HoleCut& cut) {
 
 double HoleThickness(const RunState& run, const HoleCut& cut) {
     return RulesOf(run.target).keepsThickness ? -cut.drilled : 0;
-}
-
-std::string ScaledNumberText(const RunState& run, double value, int metric, int imperial, const char* mark) {
-    const std::optional<int> digits = ScaleDigits(run, metric, imperial);
-    return digits ? LayerNumberText(value, *digits, mark) : std::string();
-}
-
-std::string WholeNumberText(const RunState& run, double value) {
-    const std::optional<int> digits = ScaleDigits(run, 2, 4);
-    if (!digits) return {};
-    const double factor = *digits == 2 ? 100 : 10000;
-    return LayerNumberText(RoundHalfEven(value, *digits) * factor, 0, "");
 }
 
 }  // namespace brenvik

@@ -40,11 +40,4 @@ std::string HoleLayerName(const RunState& run, const HoleCut& cut);
 /// in the name alone.
 double HoleThickness(const RunState& run, const HoleCut& cut);
 
-/// The number with as many decimals as the scale asks for; blank for an unknown scale.
-std::string ScaledNumberText(const RunState& run, double value, int metric, int imperial,
-                             const char* mark = "p");
-
-/// Hundredths of a millimetre or ten-thousandths of an inch, as a whole number; blank for an unknown scale.
-std::string WholeNumberText(const RunState& run, double value);
-
 }  // namespace brenvik
