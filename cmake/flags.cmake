@@ -1,4 +1,6 @@
 # The one place for warnings, sanitizers and language flags. Every target links brenvik_flags.
+include(${CMAKE_CURRENT_LIST_DIR}/precompiled.cmake)
+
 add_library(brenvik_flags INTERFACE)
 target_compile_options(brenvik_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast
@@ -6,6 +8,11 @@ target_compile_options(brenvik_flags INTERFACE
 # GCC 12 sees an overlap that is none wherever a literal is put before a temporary string.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   target_compile_options(brenvik_flags INTERFACE -Wno-restrict)
+  # Out of precompiled headers it takes the library's own copying for ours, and warns of copies of half the
+  # address space. The builds without them keep these warnings.
+  if(BRENVIK_PCH)
+    target_compile_options(brenvik_flags INTERFACE -Wno-stringop-overflow -Wno-array-bounds)
+  endif()
 endif()
 # Sizes in part data and layer names are compared for equality after rounding; a contracted
 # multiply-add would round differently on other machines.
@@ -20,8 +27,13 @@ if(BRENVIK_FUZZ)
 endif()
 target_compile_definitions(brenvik_flags INTERFACE BRENVIK_VERSION="${PROJECT_VERSION}")
 
-# A static library of one folder: brenvik_library(NAME folder-relative sources are found).
+# A static library of one folder: brenvik_library(NAME [PRECOMPILED]); folder-relative sources are found.
+# PRECOMPILED names the set of precompiled headers, `standard` by default.
 function(brenvik_library name)
+  set(precompiled standard)
+  if(ARGN)
+    set(precompiled ${ARGN})
+  endif()
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
   if(NOT sources)
     file(TOUCH ${CMAKE_CURRENT_BINARY_DIR}/empty.cpp)
@@ -30,6 +42,7 @@ function(brenvik_library name)
   add_library(${name} STATIC ${sources})
   set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
   target_link_libraries(${name} PRIVATE brenvik_flags)
+  brenvik_precompile(${name} ${precompiled})
 endfunction()
 
 # A test program of one folder, its cases known to CTest one by one.
@@ -40,8 +53,7 @@ function(brenvik_tests name)
   endif()
   add_executable(${name} ${sources})
   target_link_libraries(${name} PRIVATE brenvik_flags ${ARGN} GTest::gtest_main)
-  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-  target_compile_definitions(${name} PRIVATE
-    BRENVIK_SOURCE_DIR="${PROJECT_SOURCE_DIR}" BRENVIK_BINARY_DIR="${CMAKE_BINARY_DIR}")
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests ${CMAKE_BINARY_DIR}/generated)
+  brenvik_precompile(${name} tests)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
 endfunction()

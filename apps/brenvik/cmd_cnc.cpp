@@ -47,7 +47,7 @@ const TargetDriver* FindDriver(std::string_view target) {
     return nullptr;
 }
 
-std::string CheckTarget(const std::string& target) {
+std::string CheckTarget(std::string& target) {
     if (FindDriver(target) != nullptr) return {};
     return "expected one of " + TargetNames() + "; found " + target;
 }
@@ -135,28 +135,26 @@ ExitStatus Cnc(const std::string& home, const CncOptions& options) {
 
 }  // namespace
 
-void AddCncCommand(CommandLine& line) {
+Command CncCommand() {
     auto options = std::make_shared<CncOptions>();
-    CLI::App& command =
-        line.Add("cnc", "Write a DXF file per part and side, and a work list, for a CNC target",
-                 [&line, options] { return Cnc(line.home, *options); });
-    options->drawing.AddDrawing(command);
-    command.add_option("--target", options->target, "The CAM package: " + TargetNames() + "; in any case")
-        ->required()
-        ->check(CLI::Validator(CheckTarget, ""))
-        ->type_name("T");
-    command
-        .add_option(
-            "--out", options->out,
-            "Where the files go, instead of drive_c/BV-DXF in the install folder; the run empties the "
-            "folder first")
-        ->type_name("DIR");
-    command.add_flag(
-        "--from-grid", options->fromGrid,
-        "Take the parts by way of the grid, so that identical parts become one file and a quantity");
-    options->drawing.AddSelect(command);
-    options->drawing.AddLetters(command);
-    options->drawing.AddQuiet(command);
+    return {
+        "cnc",
+        "Write a DXF file per part and side, and a work list, for a CNC target",
+        {options->drawing.DrawingWord(),
+         Argument("--target", &options->target, "The CAM package: " + TargetNames() + "; in any case")
+             .Required()
+             .Checked(CheckTarget)
+             .Named("T"),
+         Argument("--out", &options->out,
+                  "Where the files go, instead of drive_c/BV-DXF in the install folder; the run empties the "
+                  "folder first")
+             .Named("DIR"),
+         Argument(
+             "--from-grid", &options->fromGrid,
+             "Take the parts by way of the grid, so that identical parts become one file and a quantity"),
+         options->drawing.Select(), options->drawing.Letters(), options->drawing.Quiet()},
+        [options](const std::string& home) { return Cnc(home, *options); },
+        {}};
 }
 
 }  // namespace brenvik::app

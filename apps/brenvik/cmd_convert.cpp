@@ -21,16 +21,14 @@ ExitStatus Convert(const DrawingOptions& options) {
 
 }  // namespace
 
-void AddConvertCommand(CommandLine& line) {
+Command ConvertCommand() {
     auto options = std::make_shared<DrawingOptions>();
-    CLI::App& command =
-        line.Add("convert", "Read a drawing in one format and write it in another, by extension",
-                 [options] { return Convert(*options); });
-    command.add_option("IN", options->drawing, "The drawing to read")->required();
-    command.add_option("OUT", options->save, "The drawing to write: .dxf, .dwg, .step, .stp or .sat")
-        ->required();
-    options->AddLetters(command);
-    options->AddQuiet(command);
+    return {"convert",
+            "Read a drawing in one format and write it in another, by extension",
+            {Argument("IN", &options->drawing, "The drawing to read").Required(), options->OutWord(),
+             options->Letters(), options->Quiet()},
+            [options](const std::string&) { return Convert(*options); },
+            {}};
 }
 
 }  // namespace brenvik::app

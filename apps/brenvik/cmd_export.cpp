@@ -60,28 +60,26 @@ ExitStatus Export(const std::string& home, const ExportOptions& options) {
 
 }  // namespace
 
-void AddExportCommand(CommandLine& line) {
+Command ExportCommand() {
     auto options = std::make_shared<ExportOptions>();
-    CLI::App& command = line.Add("export", "Export the cut list of a drawing to a CSV file",
-                                 [&line, options] { return Export(line.home, *options); });
-    options->drawing.AddDrawing(command);
-    command.add_option("OUT", options->csv.path, "The CSV file to write; one that exists is written over")
-        ->required();
-    command
-        .add_option("--profile", options->csv.profile,
-                    "The columns of this profile of BrenvikProfiles.txt in the install folder; the standard "
-                    "columns by default")
-        ->type_name("NAME");
-    command.add_flag("--fractions", options->csv.fractions,
-                     "Sizes as fractions, reduced to the closest 32nd");
-    command
-        .add_option("--adjustments", options->csv.adjustments,
-                    "Change the sizes by this file of adjustments; goes with a profile")
-        ->type_name("FILE");
-    options->choices.AddTo(command);
-    options->drawing.AddSelect(command);
-    options->drawing.AddLetters(command);
-    options->drawing.AddQuiet(command);
+    return {
+        "export",
+        "Export the cut list of a drawing to a CSV file",
+        {options->drawing.DrawingWord(),
+         Argument("OUT", &options->csv.path, "The CSV file to write; one that exists is written over")
+             .Required(),
+         Argument("--profile", &options->csv.profile,
+                  "The columns of this profile of BrenvikProfiles.txt in the install folder; the standard "
+                  "columns by default")
+             .Named("NAME"),
+         Argument("--fractions", &options->csv.fractions, "Sizes as fractions, reduced to the closest 32nd"),
+         Argument("--adjustments", &options->csv.adjustments,
+                  "Change the sizes by this file of adjustments; goes with a profile")
+             .Named("FILE"),
+         options->choices.Sort(), options->choices.Group(), options->choices.Filter(),
+         options->drawing.Select(), options->drawing.Letters(), options->drawing.Quiet()},
+        [options](const std::string& home) { return Export(home, *options); },
+        {}};
 }
 
 }  // namespace brenvik::app

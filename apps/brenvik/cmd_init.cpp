@@ -25,14 +25,15 @@ ExitStatus Init(const std::string& home, const std::string& units) {
 
 }  // namespace
 
-void AddInitCommand(CommandLine& line) {
+Command InitCommand() {
     auto units = std::make_shared<std::string>("metric");
-    CLI::App& command =
-        line.Add("init", "Make the install folder: settings, material library, profiles, blank database",
-                 [&line, units] { return Init(line.home, *units); });
-    command.add_option("--units", *units, "The units of the shop")
-        ->check(CLI::IsMember({"metric", "imperial"}))
-        ->capture_default_str();
+    return {"init",
+            "Make the install folder: settings, material library, profiles, blank database",
+            {Argument("--units", units.get(), "The units of the shop")
+                 .OneOf({"metric", "imperial"})
+                 .ShowsDefault()},
+            [units](const std::string& home) { return Init(home, *units); },
+            {}};
 }
 
 }  // namespace brenvik::app

@@ -1,7 +1,7 @@
 // brenvik list: the cut list of a drawing, through the very form that the desktop shows.
 #include <iostream>
-#include <map>
 #include <memory>
+#include <string_view>
 
 #include "command_line.h"
 #include "console/console_dialogs.h"
@@ -18,8 +18,13 @@ namespace {
 struct ListOptions {
     DrawingOptions drawing;
     ListChoiceOptions choices;
-    ListFormat format = ListFormat::Table;
+    std::string format = "table";
 };
+
+ListFormat FormatOf(std::string_view word) {
+    if (word == "csv") return ListFormat::Csv;
+    return word == "json" ? ListFormat::Json : ListFormat::Table;
+}
 
 /// The list as wanted, and how many parts the scan found before anything was left out or grouped.
 struct Scanned {
@@ -59,32 +64,26 @@ ExitStatus List(const std::string& home, const ListOptions& options) {
     if (scanned.parts < selected)
         teller.Loss(std::to_string(selected - scanned.parts) + " of " + std::to_string(selected) +
                     " parts are missing in the list");
-    WritePartList(scanned.list, options.format, std::cout);
+    WritePartList(scanned.list, FormatOf(options.format), std::cout);
     if (!options.drawing.save.empty()) SaveOutput(document, options.drawing.save, teller);
     return teller.Status();
 }
 
 }  // namespace
 
-void AddListCommand(CommandLine& line) {
+Command ListCommand() {
     auto options = std::make_shared<ListOptions>();
-    CLI::App& command = line.Add("list", "Print the cut list of a drawing",
-                                 [&line, options] { return List(line.home, *options); });
-    options->drawing.AddDrawing(command);
-    const std::map<std::string, ListFormat> formats{
-        {"table", ListFormat::Table}, {"csv", ListFormat::Csv}, {"json", ListFormat::Json}};
-    // A transformer would also take the numbers behind the words.
-    command
-        .add_option_function<std::string>(
-            "--format", [options, formats](const std::string& word) { options->format = formats.at(word); },
-            "How to print it: table, csv or json")
-        ->check(CLI::IsMember({"table", "csv", "json"}).description("table|csv|json"))
-        ->default_str("table");
-    options->choices.AddTo(command);
-    options->drawing.AddSelect(command);
-    options->drawing.AddLetters(command);
-    options->drawing.AddSave(command);
-    options->drawing.AddQuiet(command);
+    return {"list",
+            "Print the cut list of a drawing",
+            {options->drawing.DrawingWord(),
+             Argument("--format", &options->format, "How to print it: table, csv or json")
+                 .OneOf({"table", "csv", "json"})
+                 .ShowsDefault(),
+             options->choices.Sort(), options->choices.Group(), options->choices.Filter(),
+             options->drawing.Select(), options->drawing.Letters(), options->drawing.Save(),
+             options->drawing.Quiet()},
+            [options](const std::string& home) { return List(home, *options); },
+            {}};
 }
 
 }  // namespace brenvik::app

@@ -83,18 +83,18 @@ ExitStatus FindOne(const std::string& home, const std::string& key) {
 
 }  // namespace
 
-void AddMaterialsCommand(CommandLine& line) {
+Command MaterialsCommand() {
     auto key = std::make_shared<std::string>();
-    CLI::App& materials =
-        *line.parser.add_subcommand("materials", "List the material library, or look in it");
-    materials.require_subcommand(1);
-    materials.add_subcommand("list", "Print every material with its tools")->callback([&line] {
-        line.chosen = [&line] { return ListMaterials(line.home); };
-    });
-    CLI::App& find =
-        *materials.add_subcommand("find", "Print the material that a part of this key is cut by");
-    find.add_option("KEY", *key, "Thickness, a blank and the name: \"18 birch ply\"")->required();
-    find.callback([&line, key] { line.chosen = [&line, key] { return FindOne(line.home, *key); }; });
+    return {"materials",
+            "List the material library, or look in it",
+            {},
+            {},
+            {{"list", "Print every material with its tools", {}, ListMaterials, {}},
+             {"find",
+              "Print the material that a part of this key is cut by",
+              {Argument("KEY", key.get(), "Thickness, a blank and the name: \"18 birch ply\"").Required()},
+              [key](const std::string& home) { return FindOne(home, *key); },
+              {}}}};
 }
 
 }  // namespace brenvik::app

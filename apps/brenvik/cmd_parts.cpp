@@ -70,20 +70,18 @@ ExitStatus Parts(const std::string& home, const PartsOptions& options) {
 
 }  // namespace
 
-void AddPartsCommand(CommandLine& line) {
+Command PartsCommand() {
     auto options = std::make_shared<PartsOptions>();
-    CLI::App& command =
-        line.Add("parts", "Write one drawing for each solid, turned by its letters, and print their names",
-                 [&line, options] { return Parts(line.home, *options); });
-    options->drawing.AddDrawing(command);
-    command
-        .add_option("--out", options->out,
-                    "Where the drawings go, instead of drive_c/BV-DWG in the install folder; the export "
-                    "empties the folder first")
-        ->type_name("DIR");
-    options->drawing.AddSelect(command);
-    options->drawing.AddLetters(command);
-    options->drawing.AddQuiet(command);
+    return {"parts",
+            "Write one drawing for each solid, turned by its letters, and print their names",
+            {options->drawing.DrawingWord(),
+             Argument("--out", &options->out,
+                      "Where the drawings go, instead of drive_c/BV-DWG in the install folder; the export "
+                      "empties the folder first")
+                 .Named("DIR"),
+             options->drawing.Select(), options->drawing.Letters(), options->drawing.Quiet()},
+            [options](const std::string& home) { return Parts(home, *options); },
+            {}};
 }
 
 }  // namespace brenvik::app

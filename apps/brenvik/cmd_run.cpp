@@ -102,21 +102,19 @@ ExitStatus Run(const std::string& home, const RunOptions& options) {
 
 }  // namespace
 
-void AddRunCommand(CommandLine& line) {
+Command RunCommand() {
     auto options = std::make_shared<RunOptions>();
-    CLI::App& command =
-        line.Add("run", "Play a journal on a drawing", [&line, options] { return Run(line.home, *options); });
-    options->drawing.AddDrawing(command);
-    command.add_option("--journal", options->journal, "The journal: a text file, a step per line")
-        ->required();
-    command
-        .add_option("--transcript", options->transcript,
-                    "Write down here what the run tells, with all that goes over the host's command line")
-        ->type_name("FILE");
-    options->drawing.AddSelect(command);
-    options->drawing.AddLetters(command);
-    options->drawing.AddSave(command);
-    options->drawing.AddQuiet(command);
+    return {"run",
+            "Play a journal on a drawing",
+            {options->drawing.DrawingWord(),
+             Argument("--journal", &options->journal, "The journal: a text file, a step per line").Required(),
+             Argument("--transcript", &options->transcript,
+                      "Write down here what the run tells, with all that goes over the host's command line")
+                 .Named("FILE"),
+             options->drawing.Select(), options->drawing.Letters(), options->drawing.Save(),
+             options->drawing.Quiet()},
+            [options](const std::string& home) { return Run(home, *options); },
+            {}};
 }
 
 }  // namespace brenvik::app

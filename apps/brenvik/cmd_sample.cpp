@@ -24,14 +24,13 @@ ExitStatus Sample(const DrawingOptions& options) {
 
 }  // namespace
 
-void AddSampleCommand(CommandLine& line) {
+Command SampleCommand() {
     auto options = std::make_shared<DrawingOptions>();
-    CLI::App& command =
-        line.Add("sample", "Write the sample job: a base cabinet with drilling, dadoes and cut-outs",
-                 [options] { return Sample(*options); });
-    command.add_option("OUT", options->save, "The drawing to write: .dxf, .dwg, .step, .stp or .sat")
-        ->required();
-    options->AddQuiet(command);
+    return {"sample",
+            "Write the sample job: a base cabinet with drilling, dadoes and cut-outs",
+            {options->OutWord(), options->Quiet()},
+            [options](const std::string&) { return Sample(*options); },
+            {}};
 }
 
 }  // namespace brenvik::app

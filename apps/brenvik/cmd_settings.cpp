@@ -88,25 +88,27 @@ ExitStatus SetOne(const std::string& home, const std::string& name, const std::s
 
 }  // namespace
 
-void AddSettingsCommand(CommandLine& line) {
+Command SettingsCommand() {
     struct Words {
         std::string name, value;
     };
     auto words = std::make_shared<Words>();
-    CLI::App& settings = *line.parser.add_subcommand("settings", "List, tell or change the settings");
-    settings.require_subcommand(1);
-    settings.add_subcommand("list", "Print every setting as NAME=VALUE")->callback([&line] {
-        line.chosen = [&line] { return ListSettings(line.home); };
-    });
-    CLI::App& get = *settings.add_subcommand("get", "Print the value of one setting");
-    get.add_option("NAME", words->name, "Its name; values of a subkey as CSV_SAVE\\NAME")->required();
-    get.callback([&line, words] { line.chosen = [&line, words] { return GetOne(line.home, words->name); }; });
-    CLI::App& set = *settings.add_subcommand("set", "Change one setting");
-    set.add_option("NAME", words->name, "Its name")->required();
-    set.add_option("VALUE", words->value, "Its new value")->required();
-    set.callback([&line, words] {
-        line.chosen = [&line, words] { return SetOne(line.home, words->name, words->value); };
-    });
+    return {"settings",
+            "List, tell or change the settings",
+            {},
+            {},
+            {{"list", "Print every setting as NAME=VALUE", {}, ListSettings, {}},
+             {"get",
+              "Print the value of one setting",
+              {Argument("NAME", &words->name, "Its name; values of a subkey as CSV_SAVE\\NAME").Required()},
+              [words](const std::string& home) { return GetOne(home, words->name); },
+              {}},
+             {"set",
+              "Change one setting",
+              {Argument("NAME", &words->name, "Its name").Required(),
+               Argument("VALUE", &words->value, "Its new value").Required()},
+              [words](const std::string& home) { return SetOne(home, words->name, words->value); },
+              {}}}};
 }
 
 }  // namespace brenvik::app

@@ -1,15 +1,19 @@
-// Parsing, and the one place where errors become messages and exit statuses.
+// Parsing, and the one place where errors become messages and exit statuses. The parsing library is known
+// here alone.
 #include "command_line.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <iomanip>
 #include <iostream>
 #include <sstream>
 #include <string_view>
+#include <variant>
 
 #include "base/failure.h"
-#include "base/letter_case.h"
+#include "base/text.h"
 #include "session/command_table.h"
 
 namespace brenvik::app {
@@ -23,6 +27,39 @@ std::string WhatIsNoCommand(const std::string& word) {
     for (const std::string_view name : commandsOfOtherBuilds)
         if (word == name) return "the command " + word + " is not available in this build";
     return "expected a command, found " + word;
+}
+
+struct CommandLine {
+    CLI::App parser{"Cut lists and CNC feature recognition for cabinet shops.", "brenvik"};
+    std::string home;
+    /// Set by the command that the words name.
+    std::function<ExitStatus(const std::string&)> chosen;
+};
+
+CLI::Option& AddTarget(CLI::App& command, const Argument& argument) {
+    if (bool* const* flag = std::get_if<bool*>(&argument.target))
+        return *command.add_flag(argument.name, **flag, argument.description);
+    if (auto* const* texts = std::get_if<std::vector<std::string>*>(&argument.target))
+        return *command.add_option(argument.name, **texts, argument.description)->delimiter(',');
+    return *command.add_option(argument.name, *std::get<std::string*>(argument.target), argument.description);
+}
+
+void AddArgument(CLI::App& command, const Argument& argument) {
+    CLI::Option& option = AddTarget(command, argument);
+    option.required(argument.required);
+    if (!argument.valueName.empty()) option.type_name(argument.valueName);
+    if (!argument.choices.empty())
+        option.check(CLI::IsMember(argument.choices).description(Join(argument.choices, "|")));
+    if (argument.check) option.transform(CLI::Validator(argument.check, ""));
+    if (argument.showsDefault) option.capture_default_str();
+}
+
+void AddCommand(CLI::App& parent, const Command& command, CommandLine& line) {
+    CLI::App& words = *parent.add_subcommand(command.name, command.description);
+    for (const Argument& argument : command.arguments) AddArgument(words, argument);
+    for (const Command& below : command.commands) AddCommand(words, below, line);
+    if (!command.commands.empty()) words.require_subcommand(1);
+    if (command.run) words.callback([&line, run = command.run] { line.chosen = run; });
 }
 
 int TellWrongWords(CommandLine& line, const CLI::ParseError& error) {
@@ -43,7 +80,7 @@ int TellWrongWords(CommandLine& line, const CLI::ParseError& error) {
 
 ExitStatus RunChosen(const CommandLine& line) {
     try {
-        return line.chosen();
+        return line.chosen(line.home);
     } catch (const CommandError& error) {
         std::cerr << "brenvik: " << error.what() << '\n';
         return error.Status();
@@ -51,18 +88,6 @@ ExitStatus RunChosen(const CommandLine& line) {
         std::cerr << "brenvik: " << failure.what() << '\n';
         return ExitStatus::Incomplete;
     }
-}
-
-/// A set of letters is a permutation of L, W and T.
-std::string CheckLetters(std::string& letters) {
-    if (EqualsIgnoreCase(letters, "none")) {
-        letters.clear();
-        return {};
-    }
-    letters = FoldUpper(letters);
-    for (const std::string_view known : {"LWT", "LTW", "WLT", "WTL", "TLW", "TWL"})
-        if (letters == known) return {};
-    return "expected L, W and T in some order, or none; found " + letters;
 }
 
 /// The system's own commands, as journals call them and as they are typed at the host, a line each.
@@ -83,60 +108,16 @@ std::string ListOfMethods() {
 
 }  // namespace
 
-CLI::App& CommandLine::Add(const std::string& name, const std::string& description,
-                           std::function<ExitStatus()> run) {
-    CLI::App& command = *parser.add_subcommand(name, description);
-    command.callback([this, run = std::move(run)] { chosen = run; });
-    return command;
-}
-
-void DrawingOptions::AddDrawing(CLI::App& command) {
-    command
-        .add_option("DRAWING", drawing, "The drawing: .dxf, .step, .stp, .sat, or the drafting host's own")
-        ->required();
-}
-
-void DrawingOptions::AddLetters(CLI::App& command) {
-    command
-        .add_option(
-            "--letters", letters,
-            "Orientation letters for the solids of a STEP or SAT file: the names of the largest, the middle "
-            "and the smallest extent, or none")
-        ->transform(CLI::Validator(CheckLetters, "LWT|none"))
-        ->capture_default_str();
-}
-
-void DrawingOptions::AddSave(CLI::App& command) {
-    command.add_option("--save", save, "Save the drawing under this name afterwards");
-}
-
-void DrawingOptions::AddSelect(CLI::App& command) {
-    command.add_option("--select", handles, "Only the entities with these handles; every solid by default")
-        ->delimiter(',')
-        ->type_name("HANDLE");
-}
-
-void DrawingOptions::AddQuiet(CLI::App& command) {
-    command.add_flag("--quiet", quiet,
-                     "Leave out progress and remarks; errors and message boxes are still told");
-}
-
 int RunCommandLine(int argc, char** argv) {
     CommandLine line;
     line.parser.add_option("--home", line.home, "The install folder (or the variable BRENVIK_HOME)")
         ->type_name("DIR");
     line.parser.set_version_flag("--version", "brenvik " BRENVIK_VERSION);
     line.parser.require_subcommand(1);
-    AddInitCommand(line);
-    AddListCommand(line);
-    AddExportCommand(line);
-    AddCncCommand(line);
-    AddRunCommand(line);
-    AddConvertCommand(line);
-    AddSampleCommand(line);
-    AddSettingsCommand(line);
-    AddMaterialsCommand(line);
-    AddPartsCommand(line);
+    for (const Command& command :
+         {InitCommand(), ListCommand(), ExportCommand(), CncCommand(), RunCommand(), ConvertCommand(),
+          SampleCommand(), SettingsCommand(), MaterialsCommand(), PartsCommand()})
+        AddCommand(line.parser, command, line);
     line.parser.footer(
         ListOfMethods() +
         "\nExit status: 0 done; 1 done, but something was skipped or failed (each told on standard error);\n"

@@ -14,23 +14,26 @@ namespace {
 
 }  // namespace
 
-void ListChoiceOptions::AddTo(CLI::App& command) {
-    command
-        .add_option("--sort", sort,
+Argument ListChoiceOptions::Sort() {
+    return Argument("--sort", &sort,
                     "Columns to sort by, each with asc (the default) or desc: \"Length desc, Material\"")
-        ->type_name("COLUMNS");
-    command
-        .add_option(
-            "--group", group,
-            "Columns to group by, equal parts becoming one row and a quantity: \"Part Name, Material, "
-            "Length, Width, Thickness\"")
-        ->type_name("COLUMNS");
-    command
-        .add_option(
-            "--filter", filter,
-            "Only the parts that meet this: a column, one of = < > <> like, and a value: \"Material = "
-            "Oak\"")
-        ->type_name("CRITERION");
+        .Named("COLUMNS");
+}
+
+Argument ListChoiceOptions::Group() {
+    return Argument(
+               "--group", &group,
+               "Columns to group by, equal parts becoming one row and a quantity: \"Part Name, Material, "
+               "Length, Width, Thickness\"")
+        .Named("COLUMNS");
+}
+
+Argument ListChoiceOptions::Filter() {
+    return Argument(
+               "--filter", &filter,
+               "Only the parts that meet this: a column, one of = < > <> like, and a value: \"Material = "
+               "Oak\"")
+        .Named("CRITERION");
 }
 
 ListChoices ListChoiceOptions::Parse() const {

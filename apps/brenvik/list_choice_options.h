@@ -11,7 +11,9 @@ namespace brenvik::app {
 struct ListChoiceOptions {
     std::string sort, group, filter;
 
-    void AddTo(CLI::App& command);
+    Argument Sort();
+    Argument Group();
+    Argument Filter();
     /// What the texts ask for. Throws CommandError with WrongWords, the option named.
     ListChoices Parse() const;
 };

@@ -20,6 +20,8 @@
 #include <stdexcept>
 #include <tuple>
 
+#include "checkout_paths.h"
+
 namespace brenvik::acis::testing {
 
 std::optional<std::string> Sample(const std::string& name) {

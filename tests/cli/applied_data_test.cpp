@@ -1,4 +1,5 @@
 // What is typed into the list and applied: it survives saving and opening, and other programs can read it.
+#include "checkout_paths.h"
 #include "program.h"
 #include "support/ezdxf_audit.h"
 

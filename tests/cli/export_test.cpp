@@ -1,4 +1,5 @@
 // Exports of the sample job, compared with whole files, and options that are refused.
+#include "checkout_paths.h"
 #include "program.h"
 #include "support/ezdxf_audit.h"
 

@@ -2,6 +2,7 @@
 // journals that don't hold say where and why.
 #include <algorithm>
 
+#include "checkout_paths.h"
 #include "program.h"
 
 namespace brenvik::cli_test {

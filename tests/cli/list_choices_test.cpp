@@ -1,4 +1,5 @@
 // Sorted, grouped and filtered lists of the sample job, and choices that are refused.
+#include "checkout_paths.h"
 #include "program.h"
 
 namespace brenvik::cli_test {

@@ -1,6 +1,7 @@
 // The cut list of the sample job, in every format, from every format.
 #include <algorithm>
 
+#include "checkout_paths.h"
 #include "program.h"
 
 namespace brenvik::cli_test {

@@ -8,6 +8,8 @@
 #include <fstream>
 #include <sstream>
 
+#include "checkout_paths.h"
+
 namespace brenvik::cli_test {
 
 namespace {

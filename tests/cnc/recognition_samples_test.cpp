@@ -1,6 +1,7 @@
 // The parts of the sample cabinet, run as the job they are.
 #include <filesystem>
 
+#include "checkout_paths.h"
 #include "cnc/recognition_fixture.h"
 
 namespace brenvik {

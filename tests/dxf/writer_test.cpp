@@ -10,6 +10,7 @@
 #include <set>
 
 #include "base/failure.h"
+#include "checkout_paths.h"
 #include "drafting_host/dxf/dxf_text.h"
 #include "drafting_host/dxf/dxf_writer.h"
 #include "drafting_host/dxf/exact_numbers.h"

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "base/text.h"
+#include "checkout_paths.h"
 #include "journal/journal_step.h"
 
 namespace brenvik {

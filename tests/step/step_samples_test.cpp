@@ -8,6 +8,7 @@
 #include <limits>
 #include <set>
 
+#include "checkout_paths.h"
 #include "drafting_host/solids/exact_box.h"
 #include "drafting_host/solids/mass.h"
 #include "drafting_host/solids/measure.h"

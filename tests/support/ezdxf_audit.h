@@ -10,6 +10,8 @@
 #include <optional>
 #include <string>
 
+#include "checkout_paths.h"
+
 namespace brenvik::test {
 
 inline constexpr int ezdxfMissing = 77;  // the exit status of the script without ezdxf

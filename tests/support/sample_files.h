@@ -6,6 +6,8 @@
 #include <iterator>
 #include <string>
 
+#include "checkout_paths.h"
+
 namespace brenvik::test {
 
 inline std::filesystem::path SampleFolder() {

@@ -57,7 +57,7 @@ void WriteHeader(GroupWriter& out, const WritePlan& plan) {
     WriteVariable(out, "$ACADMAINTVER", 70, 6);
     WriteVariable(out, "$DWGCODEPAGE", 3, CodePageOf(data));
     out.Word(9, "$HANDSEED");
-    out.Handle(5, plan.Seed());
+    out.HandleGroup(5, plan.Seed());
     WriteVariable(out, "$CLAYER", 8, data.currentLayer.empty() ? "0" : data.currentLayer);
     WriteVariable(out, "$CELTYPE", 6, "ByLayer");
     WriteVariable(out, "$TEXTSTYLE", 7, "Standard");

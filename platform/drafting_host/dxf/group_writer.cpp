@@ -62,7 +62,7 @@ void GroupWriter::Degrees(int code, double radians) {
     Word(code, DegreesText(radians));
 }
 
-void GroupWriter::Handle(int code, HandleValue handle) { Word(code, HandleToText(handle)); }
+void GroupWriter::HandleGroup(int code, HandleValue handle) { Word(code, HandleToText(handle)); }
 
 void GroupWriter::Point(int code, const Point3& point) {
     Real(code, point.x);

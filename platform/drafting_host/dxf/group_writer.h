@@ -20,7 +20,7 @@ class GroupWriter {
     void Real(int code, double value);
     void RequireFinite(double value, int code) const;
     void Degrees(int code, double radians);
-    void Handle(int code, HandleValue handle);
+    void HandleGroup(int code, HandleValue handle);
     /// Groups code, code + 10, code + 20.
     void Point(int code, const Point3& point);
     /// Unless it is the world's Z direction.

@@ -19,8 +19,8 @@ struct Place {
 void WriteCommon(GroupWriter& out, std::string_view name, const EntityData& entity, HandleValue handle,
                  HandleValue owner, bool isPaper) {
     out.Word(0, name);
-    out.Handle(5, handle);
-    out.Handle(330, owner);
+    out.HandleGroup(5, handle);
+    out.HandleGroup(330, owner);
     out.Word(100, "AcDbEntity");
     if (isPaper) out.Whole(67, 1);
     out.Text(8, entity.layer);

@@ -217,7 +217,7 @@ void GeometryWriter::operator()(const ViewportData& data) const {
     mOut.Degrees(51, data.twist);
     mOut.Whole(72, 1000);
     for (const HandleValue layer : data.frozenLayers) {
-        if (mPlan.IsLayer(layer)) mOut.Handle(331, layer);
+        if (mPlan.IsLayer(layer)) mOut.HandleGroup(331, layer);
     }
     mOut.Whole(90, data.statusFlags);
     mOut.Word(1, "");

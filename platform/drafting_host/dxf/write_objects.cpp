@@ -9,13 +9,13 @@ namespace {
 
 void BeginObject(GroupWriter& out, std::string_view name, HandleValue handle, HandleValue owner) {
     out.Word(0, name);
-    out.Handle(5, handle);
+    out.HandleGroup(5, handle);
     if (owner != 0) {
         out.Word(102, "{ACAD_REACTORS");
-        out.Handle(330, owner);
+        out.HandleGroup(330, owner);
         out.Word(102, "}");
     }
-    out.Handle(330, owner);
+    out.HandleGroup(330, owner);
 }
 
 void BeginDictionary(GroupWriter& out, std::string_view name, HandleValue handle, HandleValue owner) {
@@ -26,7 +26,7 @@ void BeginDictionary(GroupWriter& out, std::string_view name, HandleValue handle
 
 void WriteEntry(GroupWriter& out, std::string_view name, HandleValue handle) {
     out.Text(3, name);
-    out.Handle(350, handle);
+    out.HandleGroup(350, handle);
 }
 
 void WriteGroup(GroupWriter& out, WritePlan& plan, const GroupData& group) {
@@ -36,7 +36,7 @@ void WriteGroup(GroupWriter& out, WritePlan& plan, const GroupData& group) {
     out.Whole(70, group.name.starts_with("*A") ? 1 : 0);  // nameless
     out.Whole(71, group.selectable ? 1 : 0);
     for (const HandleValue member : group.members) {
-        if (plan.IsEntity(member)) out.Handle(340, member);
+        if (plan.IsEntity(member)) out.HandleGroup(340, member);
     }
 }
 
@@ -82,7 +82,7 @@ void WriteLayout(GroupWriter& out, WritePlan& plan, const WritePlan::BlockPlan& 
     out.Point(16, {1, 0, 0});
     out.Point(17, {0, 1, 0});
     out.Whole(76, 0);
-    out.Handle(330, block.record);
+    out.HandleGroup(330, block.record);
 }
 
 void WriteMultilineStyle(GroupWriter& out, WritePlan& plan) {
@@ -126,7 +126,7 @@ void WriteDictionaries(GroupWriter& out, WritePlan& plan) {
     const HandleValue placeholder = plan.FileHandle("ACAD_PLOTSTYLENAME Normal");
     WriteEntry(out, "Normal", placeholder);
     out.Word(100, "AcDbDictionaryWithDefault");
-    out.Handle(340, placeholder);
+    out.HandleGroup(340, placeholder);
 }
 
 }  // namespace

@@ -8,8 +8,8 @@ namespace {
 void BeginTable(GroupWriter& out, WritePlan& plan, const std::string& name, std::size_t count) {
     out.Word(0, "TABLE");
     out.Word(2, name);
-    out.Handle(5, plan.FileHandle("TABLE " + name));
-    out.Handle(330, 0);
+    out.HandleGroup(5, plan.FileHandle("TABLE " + name));
+    out.HandleGroup(330, 0);
     out.Word(100, "AcDbSymbolTable");
     out.Whole(70, static_cast<long>(count));
 }
@@ -19,8 +19,8 @@ void EndTable(GroupWriter& out) { out.Word(0, "ENDTAB"); }
 void BeginEntry(GroupWriter& out, WritePlan& plan, const std::string& table, HandleValue handle,
                 std::string_view className, int handleCode = 5) {
     out.Word(0, table);
-    out.Handle(handleCode, handle);
-    out.Handle(330, plan.FileHandle("TABLE " + table));
+    out.HandleGroup(handleCode, handle);
+    out.HandleGroup(330, plan.FileHandle("TABLE " + table));
     out.Word(100, "AcDbSymbolTableRecord");
     out.Word(100, className);
 }
@@ -90,7 +90,7 @@ void WriteLayers(GroupWriter& out, WritePlan& plan) {
         out.Text(6, layer.linetype);
         if (!layer.plottable) out.Whole(290, 0);
         out.Whole(370, layer.lineweight);
-        out.Handle(390, plan.FileHandle("ACAD_PLOTSTYLENAME Normal"));
+        out.HandleGroup(390, plan.FileHandle("ACAD_PLOTSTYLENAME Normal"));
     }
     EndTable(out);
 }
@@ -143,7 +143,7 @@ void WriteDimensionStyles(GroupWriter& out, WritePlan& plan) {
     BeginEntry(out, plan, "DIMSTYLE", plan.FileHandle("DIMSTYLE"), "AcDbDimStyleTableRecord", 105);
     out.Word(2, "Standard");
     out.Whole(70, 0);
-    out.Handle(340, plan.StyleHandle());
+    out.HandleGroup(340, plan.StyleHandle());
     EndTable(out);
 }
 
@@ -152,7 +152,7 @@ void WriteBlockRecords(GroupWriter& out, WritePlan& plan) {
     for (const WritePlan::BlockPlan& block : plan.Blocks()) {
         BeginEntry(out, plan, "BLOCK_RECORD", block.record, "AcDbBlockTableRecord");
         out.Text(2, block.block->name);
-        out.Handle(340, block.isSpace ? plan.FileHandle("LAYOUT " + block.block->name) : 0);
+        out.HandleGroup(340, block.isSpace ? plan.FileHandle("LAYOUT " + block.block->name) : 0);
     }
     EndTable(out);
 }
@@ -160,8 +160,8 @@ void WriteBlockRecords(GroupWriter& out, WritePlan& plan) {
 void WriteBlockEnd(GroupWriter& out, std::string_view name, HandleValue handle, HandleValue record,
                    bool isPaper, std::string_view className) {
     out.Word(0, name);
-    out.Handle(5, handle);
-    out.Handle(330, record);
+    out.HandleGroup(5, handle);
+    out.HandleGroup(330, record);
     out.Word(100, "AcDbEntity");
     if (isPaper) out.Whole(67, 1);
     out.Word(8, "0");

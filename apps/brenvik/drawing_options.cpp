@@ -1,0 +1,54 @@
+// The options that commands share, worded once.
+#include "base/letter_case.h"
+#include "command_line.h"
+
+namespace brenvik::app {
+
+namespace {
+
+/// A set of letters is a permutation of L, W and T.
+std::string CheckLetters(std::string& letters) {
+    if (EqualsIgnoreCase(letters, "none")) {
+        letters.clear();
+        return {};
+    }
+    letters = FoldUpper(letters);
+    for (const std::string_view known : {"LWT", "LTW", "WLT", "WTL", "TLW", "TWL"})
+        if (letters == known) return {};
+    return "expected L, W and T in some order, or none; found " + letters;
+}
+
+}  // namespace
+
+Argument DrawingOptions::DrawingWord() {
+    return Argument("DRAWING", &drawing, "The drawing: .dxf, .step, .stp, .sat, or the drafting host's own")
+        .Required();
+}
+
+Argument DrawingOptions::OutWord() {
+    return Argument("OUT", &save, "The drawing to write: .dxf, .dwg, .step, .stp or .sat").Required();
+}
+
+Argument DrawingOptions::Letters() {
+    return Argument("--letters", &letters,
+                    "Orientation letters for the solids of a STEP or SAT file: the names of the largest, the middle "
+                    "and the smallest extent, or none")
+        .Named("LWT|none")
+        .Checked(CheckLetters)
+        .ShowsDefault();
+}
+
+Argument DrawingOptions::Save() {
+    return {"--save", &save, "Save the drawing under this name afterwards"};
+}
+
+Argument DrawingOptions::Select() {
+    return Argument("--select", &handles, "Only the entities with these handles; every solid by default")
+        .Named("HANDLE");
+}
+
+Argument DrawingOptions::Quiet() {
+    return {"--quiet", &quiet, "Leave out progress and remarks; errors and message boxes are still told"};
+}
+
+}  // namespace brenvik::app
