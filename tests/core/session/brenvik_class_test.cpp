@@ -59,6 +59,14 @@ TEST_F(PublicClass, TakesNoApplicationForTheSettingsAlone) {
         EXPECT_EQ(entry.start == CommandStart::Plain, entry.method == "ShowSettings") << entry.method;
 }
 
+TEST_F(PublicClass, HasWorkForEachMethodByTheWayItStarts) {
+    for (const CommandEntry& entry : CommandTable()) {
+        const bool plain = entry.start == CommandStart::Plain;
+        EXPECT_EQ(entry.plainWork != nullptr, plain) << entry.method;
+        EXPECT_EQ(entry.work != nullptr, !plain) << entry.method;
+    }
+}
+
 TEST_F(PublicClass, IsCalledByNameWithoutRegardToCase) {
     system.app.active->previousSelection.clear();
     EXPECT_TRUE(brenvik.Call("SHOW", system.app));
