@@ -1,11 +1,14 @@
-# The packages that Brenvik is built and tested with, in one place. Sourced by scripts/demo and
-# scripts/test; `install_missing NAME...` installs what a machine doesn't have.
+# The packages that Brenvik is built and tested with, in one place. Sourced by the scripts; `install_missing
+# NAME...` installs what a machine doesn't have. The modeller's packages link the two libraries in the last line
+# without asking for them. scripts/fresh-root proves the lists on a bare machine.
 build_packages=(g++ cmake ninja-build libsqlite3-dev libcli11-dev unixodbc-dev
   libocct-foundation-dev libocct-modeling-algorithms-dev libocct-modeling-data-dev
-  libocct-ocaf-dev libocct-data-exchange-dev)
-test_packages=(libgtest-dev libbenchmark-dev python3-ezdxf g++-mingw-w64-x86-64-posix clang-format
+  libocct-ocaf-dev libocct-data-exchange-dev
+  libtbb-dev libfontconfig-dev)
+test_packages=(git libgtest-dev libbenchmark-dev python3-ezdxf g++-mingw-w64-x86-64-posix clang-format
   libsqliteodbc sqlite3)
 long_test_packages=(clang clang-tidy libclang-rt-14-dev)
+fresh_root_packages=(git mmdebstrap util-linux)
 
 install_missing() {
   local missing=()
