@@ -11,6 +11,7 @@
 #include "base/failure.h"
 #include "drafting_host/solids/exact_box.h"
 #include "drafting_host/solids/mass.h"
+#include "drafting_host/step/step_grammar.h"
 #include "drafting_host/step/step_text.h"
 #include "solids/parts.h"
 #include "step/nested_assembly.h"
@@ -128,6 +129,142 @@ TEST_F(StepInput, AnyDamageEndsInSolidsOrAFailure) {
     }
 }
 
+TEST_F(StepInput, AStatementNumberBeyondTheModellersIsRefusedWithItsLine) {
+    const std::string good = Good();
+    for (const char* number : {"#2147483648", "#99999999999", "#99999999999999999999999999"}) {
+        std::string content = good;
+        const std::size_t place = content.find("CLOSED_SHELL('',(#") + 17;
+        const auto line =
+            1 + std::count(content.begin(), content.begin() + static_cast<std::ptrdiff_t>(place), '\n');
+        content.replace(place, content.find(',', place) - place, number);
+        Put(content);
+        ExpectMentions(FailureText(), "line " + std::to_string(line) + ": expected statement numbers up to");
+    }
+}
+
+TEST_F(StepInput, ALongNumberInANameIsNoStatementNumber) {
+    std::string content = Good();
+    const std::size_t place = content.find("'Board'");
+    ASSERT_NE(place, std::string::npos);
+    content.replace(place, 7, "'Order #20260101123456 it''s #99999999999'");
+    Put(content);
+    EXPECT_EQ(FailureText(), "no failure");
+}
+
+TEST_F(StepInput, AReferenceToNothingIsRefusedWithItsLine) {
+    std::string content = Good();
+    const std::size_t place = content.find("EDGE_LOOP('',(#") + 14;
+    const auto line =
+        1 + std::count(content.begin(), content.begin() + static_cast<std::ptrdiff_t>(place), '\n');
+    content.replace(place, content.find(',', place) - place, "#87654");
+    Put(content);
+    ExpectMentions(FailureText(), "line " + std::to_string(line) + ": expected a statement #87654");
+}
+
+TEST_F(StepInput, AStatementOfNoFormIsRefusedWithItsLine) {
+    std::string content = Good();
+    const std::size_t place = content.find("DIRECTION('',(");
+    ASSERT_NE(place, std::string::npos);
+    const auto line =
+        1 + std::count(content.begin(), content.begin() + static_cast<std::ptrdiff_t>(place), '\n');
+    content[place + 12] = ';';
+    Put(content);
+    ExpectMentions(FailureText(), "line " + std::to_string(line) + ": expected");
+}
+
+TEST(StepGrammar, AStatementHasANumberAKindAndValuesPartedByCommas) {
+    for (const char* good :
+         {"#1=A();", "#12 = CARTESIAN_POINT('',(0.,-1.5E-3,+2));", "#3=(A(1.) B() C(#1,$,*));",
+          "#4=A('it''s; (#',.T.,\"0F\",LENGTH(2.5),((),(1)));", "#5 /* note; */ = A(#1 ,\n #2);",
+          "#6=!OWN(.5);"})
+        EXPECT_TRUE(IsWellFormed(good)) << good;
+    for (const char* bad : {"#1=A;", "1=A();", "#=A();", "#1 A();", "#1=A(1,);", "#1=A(,1);", "#1=A(1 2);",
+                            "#1=A(1;", "#1=A(1));", "#1=A(.T);", "#1=A('x);", "#1=A(1.E);", "#1=A(1.2.3);",
+                            "#1=A(-);", "#1=A(#);", "#1=A(B);", "#1=(A(1),B(2));", "#1=A() B();", "#1=A(?);"})
+        EXPECT_FALSE(IsWellFormed(bad)) << bad;
+}
+
+TEST_F(StepInput, ACoordinateBeyondAnyDrawingIsRefusedWithItsLine) {
+    const std::string good = Good();
+    for (const char* number : {"1.E+308", "-2.E+12", "1.E+999"}) {
+        std::string content = good;
+        const std::size_t place = content.find("600.");
+        ASSERT_NE(place, std::string::npos);
+        const auto line =
+            1 + std::count(content.begin(), content.begin() + static_cast<std::ptrdiff_t>(place), '\n');
+        content.replace(place, 4, number);
+        Put(content);
+        ExpectMentions(FailureText(), "line " + std::to_string(line) + ": expected a sound statement");
+    }
+}
+
+/// The notes of reading a file, a line each.
+std::string NotesOf(const StepDocument& document) {
+    std::string all;
+    for (const StepNote& note : document.notes)
+        all += std::to_string(note.line) + (note.lost ? ": " : ", nothing lost: ") + note.text + "\n";
+    return all;
+}
+
+TEST_F(StepInput, AMovedVertexIsToldWithTheLineAndThePart) {
+    // Each place of a corner stands in the file for its vertex and for the lines that begin there.
+    const std::string good = Good();
+    int told = 0, places = 0;
+    for (std::size_t place = good.find("(600."); place != std::string::npos;
+         place = good.find("(600.", place + 1)) {
+        std::string content = good;
+        content.replace(place, 5, "(900.");
+        Put(content);
+        const StepDocument document = ReadStep(mPath);
+        ++places;
+        const bool same = solids::ExactBox(document.solids.at(0).shape).max.X() < 600.001;
+        if (document.notes.empty()) {
+            EXPECT_TRUE(same) << "wrong in silence, place " << place;
+            continue;
+        }
+        ++told;
+        EXPECT_GT(document.notes[0].line, 0U);
+        EXPECT_TRUE(document.notes[0].lost);
+        ExpectMentions(document.notes[0].text, "part \"Board\": ");
+    }
+    EXPECT_GT(told, 3);
+    EXPECT_GT(places, told - 1);
+}
+
+TEST_F(StepInput, AnEdgeBesideItsFaceIsTold) {
+    WriteStep(mPath, std::vector<StepSolid>{
+                         {solids::test::DrilledBoard(600, 400, 18, 1), "Board", "", "", std::nullopt}});
+    std::ifstream file(mPath, std::ios::binary);
+    std::string content{std::istreambuf_iterator<char>(file), {}};
+    const std::size_t place = content.find("CYLINDRICAL_SURFACE('',#");
+    ASSERT_NE(place, std::string::npos);
+    const std::size_t radius = content.find(',', place + 23) + 1;
+    content.insert(radius, "1");
+    Put(content);
+    ExpectMentions(NotesOf(ReadStep(mPath)), "does not lie on its surface");
+}
+
+TEST_F(StepInput, AnOpenShellGivesNoSolidAndIsNamed) {
+    std::string content = Good();
+    const std::size_t place = content.find("CLOSED_SHELL('',(") + 17;
+    content.erase(place, content.find(',', place) + 1 - place);
+    Put(content);
+    ExpectMentions(FailureText(), "is not closed");
+}
+
+TEST_F(StepInput, LengthsWithoutAUnitAreTold) {
+    std::string content = Good();
+    // The length stands first in each context's units.
+    constexpr std::string_view units = "GLOBAL_UNIT_ASSIGNED_CONTEXT";
+    for (std::size_t place = content.find(units); place != std::string::npos;
+         place = content.find(units, place + 1)) {
+        const std::size_t first = content.find('#', place), comma = content.find(',', first);
+        content.erase(first, comma + 1 - first);
+    }
+    Put(content);
+    ExpectMentions(NotesOf(ReadStep(mPath)), "its lengths have no unit");
+}
+
 TEST_F(StepInput, EdgeMadeOfItselfIsTold) {
     std::string content = Good();
     const std::size_t place = content.find(" = EDGE_CURVE(");
@@ -178,7 +315,7 @@ TEST_F(StepInput, DamagedColoursAreTheOnlyThingLost) {
     EXPECT_EQ(document.solids.at(0).name, "Board");
     EXPECT_FALSE(document.solids[0].color);
     ASSERT_EQ(document.notes.size(), 1U);
-    ExpectMentions(document.notes[0], "colours and layers passed over");
+    ExpectMentions(document.notes[0].text, "colours and layers passed over");
 }
 
 TEST_F(StepInput, NestedAssembliesPlaceTheirPartsExactly) {

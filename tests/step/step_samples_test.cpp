@@ -142,7 +142,8 @@ TEST(StepSampleNames, CyrillicNamesInAnEightBitCodePageComeOutAsText) {
     EXPECT_EQ(document.solids[0].name, "Выключатель BNG-2000");
     EXPECT_EQ(document.solids[1].name, "Клавиша");
     EXPECT_EQ(document.solids[0].assembly, "Выключатель");
-    EXPECT_EQ(document.notes, std::vector<std::string>{"names read as code page 1251"});
+    const StepNote codePage{"names read as code page 1251", 0, false};
+    EXPECT_EQ(document.notes, std::vector<StepNote>{codePage});
 }
 
 }  // namespace

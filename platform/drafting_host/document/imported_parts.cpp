@@ -7,11 +7,11 @@
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/text.h"
-#include "base/utf8.h"
 #include "drafting_host/acis/acis_text.h"
 #include "drafting_host/document/aci_colors.h"
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/document/host_failure.h"
+#include "drafting_host/dxf/dxf_text.h"
 #include "drafting_host/dxf/standard_entries.h"
 #include "drafting_host/solids/mass.h"
 #include "drafting_host/step/step_reader.h"
@@ -19,20 +19,11 @@
 namespace brenvik {
 namespace {
 
-/// Part data holds a text of limited length; a longer name is cut between two characters.
-std::string Fitting(std::string_view text) {
-    std::size_t length = 0;
-    while (length < text.size()) {
-        const std::size_t next = length + Utf8CharacterAt(text, length).length;
-        if (next > XDataTextLimit) break;
-        length = next;
-    }
-    return std::string(text.substr(0, length));
-}
-
 void SetPartData(std::vector<XDataOfApp>& data, HostDocument& document, std::string_view key,
                  std::string_view value) {
-    data.push_back({document.RegisterApplication(key), {{1000, Fitting(value)}}});
+    // A longer name is cut to what part data holds.
+    const std::string_view fitting = FirstTextUnits(value, XDataTextLimit);
+    data.push_back({document.RegisterApplication(key), {{1000, std::string(fitting)}}});
 }
 
 /// Layer names of other systems may hold what a drawing doesn't take.
@@ -111,10 +102,8 @@ void ImportStep(HostDocument& document, const std::filesystem::path& path, const
     document.Tables().insertUnits = millimetres;
     document.Tables().measurement = metric;
     for (const step::StepSolid& part : read.solids) AddPart(document, part, options);
-    // Which code page names were read in is worth telling, but nothing is lost by it.
-    for (const std::string& note : read.notes) {
-        document.Tables().notes.push_back({0, note, !note.starts_with("names read as")});
-    }
+    for (const step::StepNote& note : read.notes)
+        document.Tables().notes.push_back({note.line, note.text, note.lost});
 }
 
 void ImportAcis(HostDocument& document, std::string_view content, const std::filesystem::path& path,

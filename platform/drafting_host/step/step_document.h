@@ -2,6 +2,7 @@
 #pragma once
 
 #include <TopoDS_Shape.hxx>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -28,11 +29,20 @@ struct StepSolid {
     std::optional<Rgb> color{};
 };
 
+/// Something that the reader has to tell.
+struct StepNote {
+    std::string text;
+    std::size_t line = 0;  ///< Of the file, from 1; 0 when there is none.
+    bool lost = true;      ///< Parts of the job are missing, or aren't what they seem.
+
+    bool operator==(const StepNote&) const = default;
+};
+
 /// The solids in the order of the file, what the reader had to tell, and the file's own length unit as
 /// the file names it ("millimetre", "inch").
 struct StepDocument {
     std::vector<StepSolid> solids;
-    std::vector<std::string> notes;
+    std::vector<StepNote> notes;
     std::string unit;
 };
 

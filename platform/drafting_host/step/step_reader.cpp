@@ -14,6 +14,7 @@
 #include <TDocStd_Document.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
+#include <TransferBRep.hxx>
 #include <Transfer_TransientProcess.hxx>
 #include <XCAFDoc_ColorTool.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
@@ -23,9 +24,11 @@
 #include <XSControl_WorkSession.hxx>
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/transform.h"
+#include "drafting_host/step/body_faults.h"
 #include "drafting_host/step/model_faults.h"
 #include "drafting_host/step/modeller_session.h"
 #include "drafting_host/step/product_names.h"
@@ -80,13 +83,16 @@ class Flattener {
           mNames(names),
           mResult(result) {}
 
+    /// The names of the parts by the shape that they share with their copies.
+    const std::map<const Standard_Transient*, std::string>& NamesByShape() const { return mNamesByShape; }
+
     void Run() {
         TDF_LabelSequence roots;
         mShapes->GetFreeShapes(roots);
         for (const TDF_Label& root : roots) Walk(root, {}, 0);
         if (mWithoutSolid > 0) {
-            mResult.notes.push_back(std::to_string(mWithoutSolid) +
-                                    " object(s) without a solid (surfaces, wires, points) passed over");
+            mResult.notes.push_back({std::to_string(mWithoutSolid) +
+                                     " object(s) without a solid (surfaces, wires, points) passed over"});
         }
     }
 
@@ -147,6 +153,7 @@ class Flattener {
             StepSolid part{solids::Placed(solid.Current().Moved(inherited.place)), name, inherited.assembly,
                            inherited.layer, inherited.color};
             Refine(product, solid.Current(), part);
+            mNamesByShape.emplace(solid.Current().TShape().get(), part.name);
             mResult.solids.push_back(std::move(part));
         }
     }
@@ -196,6 +203,7 @@ class Flattener {
     const ProductNames& mNames;
     StepDocument& mResult;
     int mWithoutSolid = 0;
+    std::map<const Standard_Transient*, std::string> mNamesByShape;
 };
 
 void NameTheNameless(StepDocument& document, const std::filesystem::path& path) {
@@ -229,7 +237,7 @@ void NoteFailedEntities(const STEPControl_Reader& reader, StepDocument& document
         if (checks.Value()->HasFailed()) ++failed;
     }
     if (failed > 0)
-        document.notes.push_back(std::to_string(failed) + " entity(s) of the file could not be converted");
+        document.notes.push_back({std::to_string(failed) + " entity(s) of the file could not be converted"});
 }
 
 void NoteCodePage(CodePage codePage, StepDocument& document) {
@@ -237,10 +245,10 @@ void NoteCodePage(CodePage codePage, StepDocument& document) {
         case CodePage::Utf8:
             return;
         case CodePage::Cyrillic:
-            document.notes.emplace_back("names read as code page 1251");
+            document.notes.push_back({"names read as code page 1251", 0, false});
             return;
         case CodePage::Western:
-            document.notes.emplace_back("names read as code page 1252");
+            document.notes.push_back({"names read as code page 1252", 0, false});
             return;
     }
 }
@@ -249,9 +257,35 @@ Failure NoSolid(const std::filesystem::path& path) {
     return FormatFailure(path, 0, "at least one solid, the file holds none");
 }
 
+/// Tells the solids that contradict themselves: they are read, but nobody should trust their sizes.
+void NoteBodyFaults(STEPCAFControl_Reader& reader, const std::vector<BodyFault>& faults,
+                    const std::map<const Standard_Transient*, std::string>& names, std::string_view content,
+                    StepDocument& document) {
+    const Handle(Transfer_TransientProcess) process =
+        reader.Reader().WS()->TransferReader()->TransientProcess();
+    for (const BodyFault& fault : faults) {
+        const TopoDS_Shape shape = TransferBRep::ShapeResult(process, fault.solid);
+        const auto name = shape.IsNull() ? names.end() : names.find(shape.TShape().get());
+        const std::string part = name == names.end() || name->second.empty()
+                                     ? std::string("a part")
+                                     : "part \"" + name->second + "\"";
+        document.notes.push_back(
+            {part + ": " + fault.fault.reason + "; its sizes and operations may be wrong",
+             LineOfStatement(content, fault.fault.number)});
+    }
+}
+
+[[noreturn]] void RefuseStatement(const std::filesystem::path& path, std::string_view content,
+                                  const ModelFault& fault) {
+    throw FormatFailure(path, LineOfStatement(content, fault.number),
+                        "a sound statement #" + std::to_string(fault.number) + " (" + fault.reason + ")");
+}
+
 StepDocument Read(const std::filesystem::path& path) {
     const std::string content = ContentOf(path);
     RequireWholeStep(path, content);
+    if (const std::size_t line = OverlongNumberLine(content); line > 0)
+        throw FormatFailure(path, line, "statement numbers up to " + std::to_string(highestStatement));
     if (const int edge = NestedOrientedEdge(content); edge > 0) {
         throw FormatFailure(path, LineOfStatement(content, edge), "an oriented edge that holds an edge");
     }
@@ -273,26 +307,37 @@ StepDocument Read(const std::filesystem::path& path) {
         const std::size_t line = BrokenLine(content);
         // The modeller refuses a file without any statement too, and that one is not damaged.
         if (line == 0 && !model.IsNull() && model->NbEntities() == 0) throw NoSolid(path);
+        const auto lost = line == 0 ? FirstLostReference(content) : std::nullopt;
+        if (lost) {
+            const std::string number = std::to_string(lost->number);
+            throw FormatFailure(path, lost->line, "a statement #" + number + ", the file has none");
+        }
         throw FormatFailure(path, line, "well-formed STEP statements (#n = TYPE(...);)");
     }
     if (const auto fault = FirstFault(model, reader.Reader().WS()->Graph())) {
-        throw FormatFailure(
-            path, LineOfStatement(content, fault->number),
-            "a sound statement #" + std::to_string(fault->number) + " (" + fault->reason + ")");
+        RefuseStatement(path, content, *fault);
     }
+    if (const auto fault = FarPoint(model)) RefuseStatement(path, content, *fault);
+    const std::vector<BodyFault> bodyFaults = BodyFaults(model);
     StepDocument document;
     if (StylesAreFaulty(model)) {
         reader.SetColorMode(Standard_False);
         reader.SetLayerMode(Standard_False);
-        document.notes.emplace_back("colours and layers passed over, their statements are damaged");
+        document.notes.push_back({"colours and layers passed over, their statements are damaged"});
     }
     Handle(TDocStd_Document) assembly = new TDocStd_Document("BinXCAF");
     if (model->NbEntities() == 0 || !reader.Transfer(assembly)) throw NoSolid(path);
     document.unit = UnitOf(reader.ChangeReader());
     NoteCodePage(codePage, document);
-    Flattener(assembly, ProductNames(model), document).Run();
+    const ProductNames names(model);
+    Flattener parts(assembly, names, document);
+    parts.Run();
+    NoteBodyFaults(reader, bodyFaults, parts.NamesByShape(), content, document);
     NoteFailedEntities(reader.Reader(), document);
-    if (document.solids.empty()) throw NoSolid(path);
+    if (document.solids.empty()) {
+        if (!bodyFaults.empty()) RefuseStatement(path, content, bodyFaults.front().fault);
+        throw NoSolid(path);
+    }
     NameTheNameless(document, path);
     return document;
 }

@@ -7,8 +7,11 @@
 #include <cstdint>
 #include <fstream>
 #include <system_error>
+#include <unordered_set>
 #include <utility>
 #include <vector>
+
+#include "drafting_host/step/step_grammar.h"
 
 namespace brenvik::step {
 namespace {
@@ -144,7 +147,7 @@ CodePage CodePageOf(std::string_view content) {
 
 std::size_t BrokenLine(std::string_view content) {
     std::size_t statement = 0;
-    bool inside = false;
+    bool inside = false, inData = false;
     int depth = 0;
     for (std::size_t place = 0; place < content.size();) {
         if (!inside && !IsBlank(content[place]) && content.substr(place, 2) != "/*") {
@@ -162,10 +165,74 @@ std::size_t BrokenLine(std::string_view content) {
         if (depth < 0 || (depth > 0 && (c == '=' || c == ';'))) return LineAt(content, statement);
         if (c == ';') {
             inside = false;
-            if (content.substr(statement, ending.size()) == ending) return 0;
+            const std::string_view text = content.substr(statement, place - statement);
+            if (text.starts_with(ending)) return 0;
+            if (text.starts_with("ENDSEC")) {
+                inData = false;
+            } else if (inData && !IsWellFormed(text)) {
+                return LineAt(content, statement);
+            } else if (text.starts_with("DATA")) {
+                inData = true;
+            }
         }
     }
     return inside ? LineAt(content, statement) : 0;
+}
+
+std::size_t OverlongNumberLine(std::string_view content) {
+    constexpr std::size_t digitsOfHighest = 10;
+    const auto isOverlong = [&](std::size_t place) {
+        std::size_t digits = place + 1;
+        while (digits < content.size() && IsDigit(content[digits])) ++digits;
+        if (digits - place - 1 < digitsOfHighest) return false;
+        long number = 0;
+        const auto read = std::from_chars(content.data() + place + 1, content.data() + digits, number);
+        return read.ec != std::errc{} || number > highestStatement;
+    };
+    const auto next = [&](std::size_t from) {
+        std::size_t place = content.find('#', from);
+        while (place != std::string_view::npos && !isOverlong(place)) place = content.find('#', place + 1);
+        return place;
+    };
+    // Names may hold such a number. Only where one is met has it to be known what stands in quotes.
+    std::size_t found = next(0);
+    for (std::size_t place = 0; found != std::string_view::npos && place < content.size();) {
+        if (OpensQuoted(content, place)) {
+            place = SkipQuoted(content, place);
+            if (place == std::string_view::npos) return 0;
+            if (place > found) found = next(place);
+        } else if (place == found) {
+            return LineAt(content, found);
+        } else {
+            ++place;
+        }
+    }
+    return 0;
+}
+
+std::optional<LostReference> FirstLostReference(std::string_view content) {
+    std::unordered_set<int> statements;
+    std::vector<std::size_t> references;
+    for (std::size_t place = 0; place < content.size();) {
+        if (OpensQuoted(content, place)) {
+            place = SkipQuoted(content, place);
+            if (place == std::string_view::npos) break;
+            continue;
+        }
+        if (content[place++] != '#') continue;
+        std::size_t after = place;
+        while (after < content.size() && IsDigit(content[after])) ++after;
+        while (after < content.size() && IsBlank(content[after])) ++after;
+        if (after < content.size() && content[after] == '=') {
+            statements.insert(NumberAt(content, place));
+        } else {
+            references.push_back(place);
+        }
+    }
+    const auto lost = std::ranges::find_if(
+        references, [&](std::size_t place) { return !statements.contains(NumberAt(content, place)); });
+    if (lost == references.end()) return std::nullopt;
+    return LostReference{NumberAt(content, *lost), LineAt(content, *lost)};
 }
 
 std::size_t LineOfStatement(std::string_view content, int number) {

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,6 +31,21 @@ CodePage CodePageOf(std::string_view content);
 
 /// The line (from 1) of the first statement that is not well formed, 0 when all are.
 std::size_t BrokenLine(std::string_view content);
+
+/// The modeller keeps the numbers of statements in 32 bits, and falls over higher ones.
+inline constexpr long highestStatement = 2147483647;
+
+/// The line (from 1) of the first statement number beyond highestStatement, 0 when there is none.
+std::size_t OverlongNumberLine(std::string_view content);
+
+/// A reference to a statement that the file doesn't have: the number, and the line (from 1) that refers to
+/// it.
+struct LostReference {
+    int number = 0;
+    std::size_t line = 0;
+};
+/// The first one of the content's data; nothing when all statements are there.
+std::optional<LostReference> FirstLostReference(std::string_view content);
 
 /// The line (from 1) of the statement "#number = ...", 0 when there is none.
 std::size_t LineOfStatement(std::string_view content, int number);

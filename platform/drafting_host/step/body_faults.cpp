@@ -1,0 +1,297 @@
+// Goes through shells, faces, loops and edges as the statements have them. Everything is compared in the
+// units of the file.
+#include "drafting_host/step/body_faults.h"
+
+#include <STEPConstruct_UnitContext.hxx>
+#include <Standard_Failure.hxx>
+#include <StepBasic_ConversionBasedUnit.hxx>
+#include <StepBasic_MeasureWithUnit.hxx>
+#include <StepData_GlobalFactors.hxx>
+#include <StepGeom_CartesianPoint.hxx>
+#include <StepGeom_GeomRepContextAndGlobUnitAssCtxAndGlobUncertaintyAssCtx.hxx>
+#include <StepGeom_GeometricRepresentationContextAndGlobalUnitAssignedContext.hxx>
+#include <StepRepr_GlobalUncertaintyAssignedContext.hxx>
+#include <StepRepr_GlobalUnitAssignedContext.hxx>
+#include <StepRepr_Representation.hxx>
+#include <StepRepr_RepresentationItem.hxx>
+#include <StepShape_BrepWithVoids.hxx>
+#include <StepShape_EdgeLoop.hxx>
+#include <StepShape_FaceBound.hxx>
+#include <StepShape_FaceSurface.hxx>
+#include <StepShape_ManifoldSolidBrep.hxx>
+#include <StepShape_OrientedClosedShell.hxx>
+#include <StepShape_OrientedEdge.hxx>
+#include <StepShape_OrientedFace.hxx>
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "drafting_host/step/edge_samples.h"
+
+namespace brenvik::step {
+namespace {
+
+/// Millimetres. What may lie between pieces that should meet: kernels keep 1e-6, files that went through
+/// several programs are worse, and a file may name more for itself, up to what a saw can't tell.
+constexpr double looseFit = 1e-4, loosestFit = 1e-2;
+/// File units; beyond it no coordinate means anything.
+constexpr double longestLength = 1e9;
+
+/// The unit of a representation and how exactly its pieces meet.
+struct Measures {
+    double fit = looseFit;  ///< File units.
+    double angleFactor = 1;
+    std::optional<std::string> fault;
+};
+
+/// An edge as a face uses it.
+struct EdgeUse {
+    const EdgeSamples* samples = nullptr;
+    const Standard_Transient* edge = nullptr;
+    bool forward = true;
+
+    const gp_Pnt& From() const { return forward ? samples->start : samples->end; }
+    const gp_Pnt& To() const { return forward ? samples->end : samples->start; }
+    /// An edge is known again by its middle where a file writes it twice.
+    const gp_Pnt& Middle() const { return samples->inner[samples->inner.size() / 2]; }
+};
+
+bool Near(const gp_Pnt& a, const gp_Pnt& b, double fit) { return a.Distance(b) <= fit; }
+
+class SolidCheck {
+  public:
+    SolidCheck(const Handle(StepData_StepModel) & model, double fit) : mModel(model), mFit(fit) {}
+
+    std::optional<ModelFault> Run(const Handle(StepShape_ManifoldSolidBrep) & solid) {
+        if (auto fault = ShellFault(solid->Outer())) return fault;
+        const Handle(StepShape_BrepWithVoids) hollow = Handle(StepShape_BrepWithVoids)::DownCast(solid);
+        if (hollow.IsNull()) return std::nullopt;
+        for (int i = 1; i <= hollow->NbVoids(); ++i) {
+            if (auto fault = ShellFault(hollow->VoidsValue(i)->ClosedShellElement())) return fault;
+        }
+        return std::nullopt;
+    }
+
+  private:
+    std::string Number(const Handle(Standard_Transient) & entity) const {
+        return "#" + std::to_string(mModel->IdentLabel(entity));
+    }
+    ModelFault Fault(const Handle(Standard_Transient) & entity, std::string reason) const {
+        return {mModel->IdentLabel(entity), std::move(reason)};
+    }
+
+    std::optional<ModelFault> ShellFault(const Handle(StepShape_ConnectedFaceSet) & shell);
+    std::optional<ModelFault> FaceFault(const Handle(StepShape_Face) & face, bool turned);
+    std::optional<ModelFault> LoopFault(const Handle(StepShape_EdgeLoop) & loop, bool turned,
+                                        std::vector<EdgeUse>& uses);
+    std::optional<ModelFault> SurfaceFault(const Handle(StepShape_FaceSurface) & face,
+                                           const std::vector<EdgeUse>& uses) const;
+    const EdgeSamples* Samples(const Handle(StepShape_EdgeCurve) & edge);
+    bool Closed() const;
+
+    const Handle(StepData_StepModel) & mModel;
+    double mFit;
+    std::unordered_map<const Standard_Transient*, std::optional<EdgeSamples>> mEdges;
+    std::vector<EdgeUse> mShellUses;
+    bool mAllKnown = true;  ///< False where the shell holds what isn't followed here.
+};
+
+const EdgeSamples* SolidCheck::Samples(const Handle(StepShape_EdgeCurve) & edge) {
+    const auto [place, fresh] = mEdges.try_emplace(edge.get());
+    if (fresh) place->second = SampleEdge(edge);
+    return place->second ? &*place->second : nullptr;
+}
+
+std::optional<ModelFault> SolidCheck::LoopFault(const Handle(StepShape_EdgeLoop) & loop, bool turned,
+                                                std::vector<EdgeUse>& uses) {
+    std::vector<EdgeUse> chain;
+    for (int i = 1; i <= loop->NbEdgeList(); ++i) {
+        const Handle(StepShape_OrientedEdge) oriented = loop->EdgeListValue(i);
+        const Handle(StepShape_EdgeCurve) edge =
+            Handle(StepShape_EdgeCurve)::DownCast(oriented->EdgeElement());
+        const EdgeSamples* samples = edge.IsNull() ? nullptr : Samples(edge);
+        if (samples == nullptr) {
+            mAllKnown = false;
+            return std::nullopt;
+        }
+        if (!(samples->endMisfit <= mFit))
+            return Fault(edge, "a vertex of the edge " + Number(edge) + " does not lie on its curve");
+        chain.push_back({samples, edge.get(), oriented->Orientation() != Standard_False});
+    }
+    for (std::size_t i = 0; i < chain.size(); ++i) {
+        if (!Near(chain[i].To(), chain[(i + 1) % chain.size()].From(), mFit))
+            return Fault(loop, "the edges of the loop " + Number(loop) + " do not meet");
+    }
+    for (EdgeUse& use : chain) {
+        if (turned) use.forward = !use.forward;
+        uses.push_back(use);
+    }
+    return std::nullopt;
+}
+
+std::optional<ModelFault> SolidCheck::SurfaceFault(const Handle(StepShape_FaceSurface) & face,
+                                                   const std::vector<EdgeUse>& uses) const {
+    FaceSurface surface(face);
+    if (!surface.Known()) return std::nullopt;
+    for (const EdgeUse& use : uses) {
+        const bool fits = surface.Distance(use.samples->start) <= mFit &&
+                          (!use.samples->curved || surface.Distance(use.Middle()) <= mFit);
+        if (!fits) return Fault(face, "an edge of the face " + Number(face) + " does not lie on its surface");
+    }
+    return std::nullopt;
+}
+
+std::optional<ModelFault> SolidCheck::FaceFault(const Handle(StepShape_Face) & face, bool turned) {
+    const Handle(StepShape_OrientedFace) oriented = Handle(StepShape_OrientedFace)::DownCast(face);
+    if (!oriented.IsNull()) {
+        if (oriented->FaceElement().IsNull() || oriented->FaceElement() == face)
+            return Fault(face, "the face " + Number(face) + " holds none");
+        return FaceFault(oriented->FaceElement(), turned != (oriented->Orientation() == Standard_False));
+    }
+    std::vector<EdgeUse> uses;
+    for (int i = 1; i <= face->NbBounds(); ++i) {
+        const Handle(StepShape_FaceBound) bound = face->BoundsValue(i);
+        const Handle(StepShape_EdgeLoop) loop = Handle(StepShape_EdgeLoop)::DownCast(bound->Bound());
+        if (loop.IsNull()) {
+            // An apex stands as a loop of one vertex; loops of points have no edges to compare.
+            mAllKnown = mAllKnown &&
+                        bound->Bound()->DynamicType()->Name() == std::string_view("StepShape_VertexLoop");
+            continue;
+        }
+        if (auto fault = LoopFault(loop, turned != (bound->Orientation() == Standard_False), uses))
+            return fault;
+    }
+    mShellUses.insert(mShellUses.end(), uses.begin(), uses.end());
+    const Handle(StepShape_FaceSurface) surface = Handle(StepShape_FaceSurface)::DownCast(face);
+    return surface.IsNull() ? std::nullopt : SurfaceFault(surface, uses);
+}
+
+/// Each edge is used once each way; where a file writes an edge of its own for each face, by its place.
+bool SolidCheck::Closed() const {
+    std::unordered_map<const Standard_Transient*, int> balance;
+    for (const EdgeUse& use : mShellUses) balance[use.edge] += use.forward ? 1 : -1;
+    std::vector<EdgeUse> open;
+    for (const EdgeUse& use : mShellUses) {
+        if (balance[use.edge] != 0) open.push_back(use);
+    }
+    std::sort(open.begin(), open.end(),
+              [](const EdgeUse& a, const EdgeUse& b) { return a.Middle().X() < b.Middle().X(); });
+    const double same = 10 * mFit;
+    std::vector<bool> paired(open.size());
+    for (std::size_t i = 0; i < open.size(); ++i) {
+        for (std::size_t j = i + 1; !paired[i] && j < open.size(); ++j) {
+            if (open[j].Middle().X() - open[i].Middle().X() > same) break;
+            const bool twin = !paired[j] && Near(open[i].Middle(), open[j].Middle(), same) &&
+                              Near(open[i].From(), open[j].To(), same) &&
+                              Near(open[i].To(), open[j].From(), same);
+            if (twin) paired[i] = paired[j] = true;
+        }
+        if (!paired[i]) return false;
+    }
+    return true;
+}
+
+std::optional<ModelFault> SolidCheck::ShellFault(const Handle(StepShape_ConnectedFaceSet) & shell) {
+    mShellUses.clear();
+    mAllKnown = true;
+    for (int i = 1; i <= shell->NbCfsFaces(); ++i) {
+        if (auto fault = FaceFault(shell->CfsFacesValue(i), false)) return fault;
+    }
+    if (mAllKnown && !Closed()) return Fault(shell, "the shell " + Number(shell) + " is not closed");
+    return std::nullopt;
+}
+
+Handle(StepRepr_GlobalUnitAssignedContext)
+    UnitsOf(const Handle(StepRepr_RepresentationContext) & context,
+            Handle(StepRepr_GlobalUncertaintyAssignedContext) & uncertainty) {
+    const auto full =
+        Handle(StepGeom_GeomRepContextAndGlobUnitAssCtxAndGlobUncertaintyAssCtx)::DownCast(context);
+    if (!full.IsNull()) {
+        uncertainty = full->GlobalUncertaintyAssignedContext();
+        return full->GlobalUnitAssignedContext();
+    }
+    const auto plain =
+        Handle(StepGeom_GeometricRepresentationContextAndGlobalUnitAssignedContext)::DownCast(context);
+    return plain.IsNull() ? Handle(StepRepr_GlobalUnitAssignedContext)() : plain->GlobalUnitAssignedContext();
+}
+
+Measures MeasuresOf(const Handle(StepRepr_RepresentationContext) & context) {
+    Measures measures;
+    Handle(StepRepr_GlobalUncertaintyAssignedContext) uncertainty;
+    const Handle(StepRepr_GlobalUnitAssignedContext) units = UnitsOf(context, uncertainty);
+    STEPConstruct_UnitContext factors;
+    if (units.IsNull() || (factors.ComputeFactors(units), !factors.LengthDone())) {
+        measures.fault = "its lengths have no unit";
+        return measures;
+    }
+    if (factors.PlaneAngleDone()) measures.angleFactor = factors.PlaneAngleFactor();
+    const double unit = factors.LengthFactor();
+    if (!(unit > 0)) {
+        measures.fault = "its unit of length is none";
+        return measures;
+    }
+    double fit = looseFit;
+    if (!uncertainty.IsNull()) {
+        factors.ComputeTolerance(uncertainty);
+        if (factors.HasUncertainty()) fit = std::clamp(factors.Uncertainty() * unit, looseFit, loosestFit);
+    }
+    measures.fit = fit / unit;
+    return measures;
+}
+
+std::optional<ModelFault> FaultOf(const Handle(StepData_StepModel) & model,
+                                  const Handle(StepShape_ManifoldSolidBrep) & solid, double fit) {
+    try {
+        return SolidCheck(model, fit).Run(solid);
+    } catch (const Standard_Failure&) {
+        return ModelFault{model->IdentLabel(solid), "numbers that make no shape"};
+    }
+}
+
+}  // namespace
+
+std::optional<ModelFault> FarPoint(const Handle(StepData_StepModel) & model) {
+    for (int index = 1; index <= model->NbEntities(); ++index) {
+        const Handle(StepGeom_CartesianPoint) point =
+            Handle(StepGeom_CartesianPoint)::DownCast(model->Value(index));
+        if (point.IsNull()) continue;
+        for (int i = 1; i <= point->NbCoordinates(); ++i) {
+            if (!(std::abs(point->CoordinatesValue(i)) <= longestLength))
+                return ModelFault{model->IdentLabel(point),
+                                  "a coordinate farther out than any drawing reaches"};
+        }
+    }
+    return std::nullopt;
+}
+
+std::vector<BodyFault> BodyFaults(const Handle(StepData_StepModel) & model) {
+    std::vector<BodyFault> faults;
+    std::unordered_set<const Standard_Transient*> seen;
+    for (int index = 1; index <= model->NbEntities(); ++index) {
+        const Handle(StepRepr_Representation) representation =
+            Handle(StepRepr_Representation)::DownCast(model->Value(index));
+        if (representation.IsNull() || representation->Items().IsNull()) continue;
+        std::optional<Measures> measures;
+        for (int item = 1; item <= representation->NbItems(); ++item) {
+            const Handle(StepShape_ManifoldSolidBrep) solid =
+                Handle(StepShape_ManifoldSolidBrep)::DownCast(representation->ItemsValue(item));
+            if (solid.IsNull() || !seen.insert(solid.get()).second) continue;
+            if (!measures) {
+                measures = MeasuresOf(representation->ContextOfItems());
+                StepData_GlobalFactors::Intance().InitializeFactors(1, measures->angleFactor, 1);
+            }
+            if (measures->fault) {
+                faults.push_back(BodyFault{Handle(Standard_Transient)(solid),
+                                           ModelFault{model->IdentLabel(representation), *measures->fault}});
+            } else if (auto fault = FaultOf(model, solid, measures->fit)) {
+                faults.push_back(BodyFault{Handle(Standard_Transient)(solid), *std::move(fault)});
+            }
+        }
+    }
+    StepData_GlobalFactors::Intance().InitializeFactors(1, 1, 1);
+    return faults;
+}
+
+}  // namespace brenvik::step

@@ -1,0 +1,30 @@
+// Solids whose statements contradict each other: a vertex beside its edge, an edge beside its face, a shell
+// that isn't closed. The modeller stretches its tolerances over such gaps and hands out a part of other
+// sizes without a word, so they are looked for in the statements themselves.
+#pragma once
+
+#include <Standard_Transient.hxx>
+#include <StepData_StepModel.hxx>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "drafting_host/step/model_faults.h"
+
+namespace brenvik::step {
+
+/// A solid and the first contradiction found in it.
+struct BodyFault {
+    Handle(Standard_Transient) solid;
+    ModelFault fault;
+};
+
+/// The statement of a point that lies farther out than any drawing reaches; nothing when there is none.
+std::optional<ModelFault> FarPoint(const Handle(StepData_StepModel) & model);
+
+/// The solids that contradict themselves, each once, in the order of the file, and those whose lengths have
+/// no unit or whose unit contradicts its name. Changes the modeller's conversion factors, so it has no place
+/// in the middle of a transfer.
+std::vector<BodyFault> BodyFaults(const Handle(StepData_StepModel) & model);
+
+}  // namespace brenvik::step
