@@ -323,6 +323,55 @@ TEST(DxfXData, EveryCodeHasItsType) {
               data.applications.end());
 }
 
+TEST(DxfXData, ATextThatIsTooLongIsCutBetweenTwoCharactersAndTold) {
+    // 255 as the format counts: characters, those beyond FFFF as two.
+    std::string umlauts, faces;
+    for (int i = 0; i < 300; ++i) umlauts += "\\U+00FC";
+    for (int i = 0; i < 200; ++i) faces += "\\U+D83D\\U+DE00";
+    const DrawingData data =
+        Read(Entities("0 POINT|5 2F|10 0|20 0|1001 PARTNAME|1000 " + umlauts + "|1001 NOTES|1000 " + faces +
+                      "|1001 PN|1000 " + std::string(255, 'x')));
+    const auto& xdata = ModelSpace(data).at(0).xdata;
+    ASSERT_EQ(xdata.size(), 3U);
+    std::string wantedUmlauts, wantedFaces;
+    for (int i = 0; i < 255; ++i) wantedUmlauts += "\u00FC";
+    for (int i = 0; i < 127; ++i) wantedFaces += "\U0001F600";
+    EXPECT_EQ(std::get<std::string>(xdata[0].items.at(0).value), wantedUmlauts);
+    EXPECT_EQ(std::get<std::string>(xdata[1].items.at(0).value), wantedFaces);
+    EXPECT_EQ(std::get<std::string>(xdata[2].items.at(0).value), std::string(255, 'x'));
+    ASSERT_EQ(data.notes.size(), 2U) << NotesOf(data);
+    EXPECT_GT(data.notes[0].line, 0U);
+    EXPECT_EQ(data.notes[0].text,
+              "POINT (handle 2F), extended data of \"PARTNAME\": a text of 300 characters was cut to the 255 "
+              "that a drawing takes");
+}
+
+TEST(DxfXData, AZeroCharacterIsLeftOutAndTold) {
+    std::string text =
+        Entities("0 POINT|5 2F|10 0|20 0|1001 PARTNAME|1000 Left@Side|1001 NOTES|1000 a\\U+0000b");
+    text[text.find('@')] = '\0';
+    const DrawingData data = Read(text);
+    const auto& xdata = ModelSpace(data).at(0).xdata;
+    EXPECT_EQ(std::get<std::string>(xdata.at(0).items.at(0).value), "LeftSide");
+    EXPECT_EQ(std::get<std::string>(xdata.at(1).items.at(0).value), "ab");
+    EXPECT_EQ(data.notes.size(), 2U) << NotesOf(data);
+}
+
+TEST(DxfXData, PartDataThatAreNoTextAreToldWithLineAndEntity) {
+    const DrawingData data =
+        Read(Entities("0 POINT|5 2F|10 0|20 0|1001 PARTNAME|1010 1|1020 2|1030 3|1001 NOTES"
+                      "|1004 01fF|1001 QUANTITY|1070 2|1001 Other|1010 1|1001 PRICE"));
+    ASSERT_EQ(data.notes.size(), 3U) << NotesOf(data);
+    EXPECT_EQ(
+        data.notes[0].text,
+        "POINT (handle 2F), extended data of \"PARTNAME\": a text was expected behind it, found a point or "
+        "bytes");
+    EXPECT_NE(data.notes[2].text.find("\"PRICE\": a text was expected behind it, found nothing"),
+              std::string::npos);
+    for (const ReadNote& note : data.notes) EXPECT_GT(note.line, 0U);
+    EXPECT_EQ(ModelSpace(data).at(0).xdata.size(), 5U);
+}
+
 TEST(DxfXData, DamagedItemsAreToldAndTheOthersArrive) {
     const DrawingData data = Read(Entities(
         "0 POINT|10 0|20 0|1000 early|1001 LWT|1040 nan|1004 0g|1002 }|1002 {|1070 99999|1000 good"));

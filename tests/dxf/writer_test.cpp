@@ -192,7 +192,7 @@ std::vector<XDataOfApp> EveryXData() {
               {1070, std::int16_t{-32768}},
               {1071, std::int32_t{2147483647}},
               {1002, std::string("}")}}},
-            {"NOTES", {}}};
+            {"Nothing", {}}};
 }
 
 // Everything that a drawing can hold.

@@ -55,7 +55,16 @@ TEST_F(XData, ABlankValueStaysAsAValue) {
     EXPECT_EQ(ValuesOf("NOTES").size(), 2U);
 }
 
-TEST_F(XData, ATextOf255BytesFitsAndOneOf256FailsAndChangesNothing) {
+TEST_F(XData, TheLimitOfATextCountsCharacters) {
+    std::string umlauts;
+    for (int i = 0; i < 255; ++i) umlauts += "\u00FC";
+    SetText(*line, "NOTES", umlauts);
+    EXPECT_EQ(TextOf(*line, "NOTES"), umlauts);
+    EXPECT_NE(FailureOf([&] { SetText(*line, "NOTES", umlauts + "x"); }).number(), 0);
+    EXPECT_EQ(TextOf(*line, "NOTES"), umlauts);
+}
+
+TEST_F(XData, ATextOf255CharactersFitsAndOneOf256FailsAndChangesNothing) {
     SetText(*line, "NOTES", std::string(255, 'x'));
     EXPECT_EQ(TextOf(*line, "NOTES").size(), 255U);
     EXPECT_EQ(FailureOf([&] { SetText(*line, "NOTES", std::string(256, 'y')); }).number(),

@@ -12,6 +12,7 @@
 #include "base/letter_case.h"
 #include "base/text.h"
 #include "drafting_host/document/host_failure.h"
+#include "drafting_host/dxf/dxf_text.h"
 
 namespace brenvik {
 namespace {
@@ -26,8 +27,8 @@ Failure BadItem(std::size_t index, const std::string& expected) {
 std::string TextItem(std::size_t index, std::int16_t code, const XDataValue& value) {
     const std::string* text = std::get_if<std::string>(&value);
     if (text == nullptr) throw BadItem(index, "code " + std::to_string(code) + " takes a text");
-    if (text->size() > XDataTextLimit) {
-        throw BadItem(index, "a text of " + std::to_string(text->size()) + " bytes, at most " +
+    if (const std::size_t units = TextUnits(*text); units > XDataTextLimit) {
+        throw BadItem(index, "a text of " + std::to_string(units) + " characters, at most " +
                                  std::to_string(XDataTextLimit) + " are allowed");
     }
     if (code == 1002 && *text != "{" && *text != "}") throw BadItem(index, "code 1002 takes \"{\" or \"}\"");

@@ -70,6 +70,10 @@ void AppendEscaped(std::string& text, char32_t codePoint) {
     AppendEscape(text, 0xDC00 + (offset & 0x3FFU));
 }
 
+std::size_t UnitsOf(const Utf8Character& character) {
+    return character.valid && character.codePoint >= 0x10000 ? 2 : 1;
+}
+
 bool StaysItself(std::string_view text, std::size_t at) {
     const char c = text[at];
     if (c < ' ' || c > '~') return false;
@@ -159,10 +163,21 @@ std::size_t TextUnits(std::string_view text) {
     std::size_t units = 0;
     for (std::size_t at = 0; at < text.size();) {
         const Utf8Character character = Utf8CharacterAt(text, at);
-        units += character.valid && character.codePoint >= 0x10000 ? 2 : 1;
+        units += UnitsOf(character);
         at += character.length;
     }
     return units;
+}
+
+std::string_view FirstTextUnits(std::string_view text, std::size_t units) {
+    std::size_t length = 0;
+    for (std::size_t taken = 0; length < text.size();) {
+        const Utf8Character character = Utf8CharacterAt(text, length);
+        taken += UnitsOf(character);
+        if (taken > units) break;
+        length += character.length;
+    }
+    return text.substr(0, length);
 }
 
 }  // namespace brenvik

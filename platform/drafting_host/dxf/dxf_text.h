@@ -42,5 +42,7 @@ std::string EncodeText(std::string_view text);
 
 /// The length of a text as the limits of the format count it: in UTF-16 units, escapes not counted.
 std::size_t TextUnits(std::string_view text);
+/// The text up to `units` of these, never cut within a character.
+std::string_view FirstTextUnits(std::string_view text, std::size_t units);
 
 }  // namespace brenvik

@@ -79,6 +79,15 @@ Point3* NormalOf(EntityGeometry& geometry) {
         geometry);
 }
 
+/// An entity as a message names it: "3DSOLID (handle 2F)".
+std::string ShownEntity(const Record& record) {
+    const Group* const handle = FindGroup(record.groups, 5);
+    std::string text = ShownName(record.name).substr(1);
+    text.pop_back();
+    if (handle != nullptr) text += " (handle " + std::string(handle->value.substr(0, 20)) + ")";
+    return text;
+}
+
 bool IsZero(const Point3& point) { return point.x == 0 && point.y == 0 && point.z == 0; }
 
 }  // namespace
@@ -109,11 +118,7 @@ HandleValue EntityReader::OwnHandle(HandleValue handle, std::size_t line) {
 }
 
 void EntityReader::Refuse(const Record& record, const EntityRefused& refused) {
-    const Group* const handle = FindGroup(record.groups, 5);
-    std::string text = std::string(ShownName(record.name).substr(1));
-    text.pop_back();
-    if (handle != nullptr) text += " (handle " + std::string(handle->value.substr(0, 20)) + ")";
-    mReading.Note(refused.line, text + " left out: " + refused.reason);
+    mReading.Note(refused.line, ShownEntity(record) + " left out: " + refused.reason);
 }
 
 void EntityReader::EndOpenPolyline(std::size_t line) {
@@ -184,7 +189,8 @@ void EntityReader::TakeEntity(Record& record, std::optional<std::size_t> block) 
         }
         entity.handle = OwnHandle(entity.handle, record.line);
         entity.geometry = std::move(*geometry);
-        entity.xdata = ReadXData(mReading, groups.xdata);
+        entity.xdata = groups.xdata.empty() ? std::vector<XDataOfApp>()
+                                            : ReadXData(mReading, groups.xdata, ShownEntity(record));
         if (record.name == "POLYLINE") {
             mPolyline = OpenPolyline{std::move(entity), place, record.line, false};
         } else {

@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "drafting_host/dxf/reading.h"
+#include "parts/part_table.h"
 
 namespace brenvik {
 namespace {
@@ -66,27 +67,20 @@ struct Brackets {
     }
 };
 
-std::optional<XDataValue> ValueOf(const Reading& reading, Groups groups, std::size_t& at,
-                                  Brackets& brackets) {
-    const Group& group = groups[at];
-    if (IsText(group.code)) return reading.Text(group);
-    if (group.code == codeBracket) {
-        std::string bracket = Trim(group.value);
-        if (brackets.Take(bracket)) return bracket;
-        throw EntityRefused{group.line, "a bracket \"{\" or its \"}\" was expected"};
-    }
-    if (group.code == codeBytes) return BytesOf(group);
-    if (IsPointStart(group.code)) return PointOf(groups, at);
-    if (IsReal(group.code)) return RealOf(group);
-    if (group.code == codeShort) return ShortOf(group);
-    if (group.code == codeLong) return static_cast<std::int32_t>(IntegerOf(group));
-    return std::nullopt;
+bool IsTextOrNumber(const XDataValue& value) {
+    return !std::holds_alternative<Point3>(value) &&
+           !std::holds_alternative<std::vector<std::uint8_t>>(value);
 }
 
-void CloseBrackets(Reading& reading, XDataOfApp* app, Brackets& brackets, std::size_t line) {
-    if (brackets.depth > 0)
-        reading.Note(line, "extended data of " + ShownName(app->app) + ": a missing \"}\" was put in", false);
-    for (; brackets.depth > 0; --brackets.depth) app->items.push_back({codeBracket, std::string("}")});
+/// True for the applications whose first item is a value of the cut list.
+bool IsPartData(std::string_view app) {
+    constexpr std::string_view keys = PartDataKeyList;
+    for (std::size_t at = 0; at <= keys.size();) {
+        const std::size_t end = std::min(keys.find(',', at), keys.size());
+        if (EqualsIgnoreCase(keys.substr(at, end - at), app)) return true;
+        at = end + 1;
+    }
+    return false;
 }
 
 XDataOfApp& AppOf(std::vector<XDataOfApp>& apps, std::string name) {
@@ -95,34 +89,96 @@ XDataOfApp& AppOf(std::vector<XDataOfApp>& apps, std::string name) {
     return found != apps.end() ? *found : apps.emplace_back(XDataOfApp{std::move(name), {}});
 }
 
-}  // namespace
+/// Reads the groups of one entity.
+class XDataReader {
+  public:
+    XDataReader(Reading& reading, Groups groups, const std::string& entity)
+        : mReading(reading), mGroups(groups), mEntity(entity) {}
 
-std::vector<XDataOfApp> ReadXData(Reading& reading, Groups groups) {
-    std::vector<XDataOfApp> apps;
-    XDataOfApp* app = nullptr;
-    Brackets brackets;
-    for (std::size_t at = 0; at < groups.size(); ++at) {
-        const Group& group = groups[at];
+    std::vector<XDataOfApp> Run() {
+        for (mAt = 0; mAt < mGroups.size(); ++mAt) TakeGroup(mGroups[mAt]);
+        if (!mGroups.empty()) EndApp(mGroups.back().line);
+        return std::move(mApps);
+    }
+
+  private:
+    void TakeGroup(const Group& group) {
         if (group.code == codeApplication) {
-            CloseBrackets(reading, app, brackets, group.line);
-            app = &AppOf(apps, reading.Text(group));
-            continue;
+            EndApp(group.line);
+            mApp = &AppOf(mApps, TextOf(group));
+            mAppLine = group.line;
+            return;
         }
-        if (app == nullptr) {
-            reading.Note(group.line,
-                         "extended data passed over: an application (group 1001) was expected first");
-            continue;
+        if (mApp == nullptr) {
+            Note(group.line, "extended data passed over: an application (group 1001) was expected first");
+            return;
         }
         try {
-            if (auto value = ValueOf(reading, groups, at, brackets))
-                app->items.push_back({static_cast<std::int16_t>(group.code), std::move(*value)});
+            if (auto value = ValueOf(group))
+                mApp->items.push_back({static_cast<std::int16_t>(group.code), std::move(*value)});
         } catch (const EntityRefused& refused) {
-            reading.Note(refused.line, "extended data of " + ShownName(app->app) +
-                                           ": an item was passed over, " + refused.reason);
+            Note(refused.line, OfApp() + "an item was passed over, " + refused.reason);
         }
     }
-    if (!groups.empty()) CloseBrackets(reading, app, brackets, groups.back().line);
-    return apps;
+
+    std::optional<XDataValue> ValueOf(const Group& group) {
+        if (IsText(group.code)) return TextOf(group);
+        if (group.code == codeBracket) {
+            std::string bracket = Trim(group.value);
+            if (mBrackets.Take(bracket)) return bracket;
+            throw EntityRefused{group.line, "a bracket \"{\" or its \"}\" was expected"};
+        }
+        if (group.code == codeBytes) return BytesOf(group);
+        if (IsPointStart(group.code)) return PointOf(mGroups, mAt);
+        if (IsReal(group.code)) return RealOf(group);
+        if (group.code == codeShort) return ShortOf(group);
+        if (group.code == codeLong) return static_cast<std::int32_t>(IntegerOf(group));
+        return std::nullopt;
+    }
+
+    /// What the format doesn't take would stop every saving of the drawing, and tables know no zero
+    /// character.
+    std::string TextOf(const Group& group) {
+        std::string text = mReading.Text(group);
+        if (std::erase(text, '\0') > 0)
+            Note(group.line, OfApp() + "a text with a zero character was read without it");
+        const std::size_t units = TextUnits(text);
+        if (units <= XDataTextLimit) return text;
+        Note(group.line, OfApp() + "a text of " + std::to_string(units) + " characters was cut to the " +
+                             std::to_string(XDataTextLimit) + " that a drawing takes");
+        return std::string(FirstTextUnits(text, XDataTextLimit));
+    }
+
+    void EndApp(std::size_t line) {
+        if (mApp == nullptr) return;
+        if (mBrackets.depth > 0) Note(line, OfApp() + "a missing \"}\" was put in", false);
+        for (; mBrackets.depth > 0; --mBrackets.depth) mApp->items.push_back({codeBracket, std::string("}")});
+        const bool readable = !mApp->items.empty() && IsTextOrNumber(mApp->items.front().value);
+        if (!readable && IsPartData(mApp->app))
+            Note(mAppLine, OfApp() + "a text was expected behind it, found " +
+                               (mApp->items.empty() ? "nothing" : "a point or bytes"));
+    }
+
+    std::string OfApp() const {
+        return mApp == nullptr ? std::string() : "extended data of " + ShownName(mApp->app) + ": ";
+    }
+    void Note(std::size_t line, const std::string& text, bool dataLost = true) {
+        mReading.Note(line, mEntity + ", " + text, dataLost);
+    }
+
+    Reading& mReading;
+    Groups mGroups;
+    const std::string& mEntity;
+    std::vector<XDataOfApp> mApps;
+    XDataOfApp* mApp = nullptr;
+    Brackets mBrackets;
+    std::size_t mAt = 0, mAppLine = 0;
+};
+
+}  // namespace
+
+std::vector<XDataOfApp> ReadXData(Reading& reading, Groups groups, const std::string& entity) {
+    return XDataReader(reading, groups, entity).Run();
 }
 
 }  // namespace brenvik

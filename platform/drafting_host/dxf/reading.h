@@ -85,8 +85,8 @@ std::size_t BlockPlace(Reading& reading, const std::string& name);
 
 void ReadHeader(Reading& reading, Groups groups);
 void ReadTableEntry(Reading& reading, const Record& record);
-/// Extended data: the groups from the first application entry on.
-std::vector<XDataOfApp> ReadXData(Reading& reading, Groups groups);
+/// Extended data: the groups from the first application entry on. `entity` names their entity in notes.
+std::vector<XDataOfApp> ReadXData(Reading& reading, Groups groups, const std::string& entity);
 
 /// The entity's shape; nothing for a kind that the drawing doesn't hold. Throws EntityRefused.
 std::optional<EntityGeometry> ReadGeometry(Reading& reading, const Record& record, Groups groups);
