@@ -88,6 +88,7 @@ ExitStatus Run(const std::string& home, const RunOptions& options) {
     Workplace workplace(home, dialogs);
     workplace.host.SetPrompts(&prompts);
     HostDocument& document = OpenInput(workplace.host, options.drawing, teller);
+    TellBlockSolids(document, options.drawing, teller);
     SelectForCommand(document, options.drawing);
     teller.Wipe();
     const std::size_t notes = document.Notes().size();

@@ -8,6 +8,7 @@
 
 #include "base/failure.h"
 #include "base/letter_case.h"
+#include "drafting_host/document/block_solids.h"
 #include "file_roots/places.h"
 
 namespace brenvik::app {
@@ -28,6 +29,19 @@ void TellNotes(const std::string& file, std::span<const ReadNote> notes, Teller&
         else
             teller.Remark(text);
     }
+}
+
+std::string InReferences(const std::string& drawing, long count, const std::string& block) {
+    return drawing + ": " + std::to_string(count) +
+           (count == 1 ? " solid in a reference" : " solids in references") + " to block \"" + block + "\" ";
+}
+
+/// Handles that were asked for leave nothing out that was wanted.
+void TellLeft(const BlockSolids& block, const std::string& reason, const DrawingOptions& options,
+              Teller& teller) {
+    if (block.left == 0 || !options.handles.empty()) return;
+    teller.Loss(InReferences(options.drawing, block.left, block.block) +
+                (block.left == 1 ? "is left out: " : "are left out: ") + reason);
 }
 
 std::vector<HostEntity*> EntitiesWith(HostDocument& document, const std::vector<std::string>& handles) {
@@ -78,6 +92,23 @@ void SaveOutput(HostDocument& document, const std::string& name, Teller& teller)
     RequireWritableFormat(name);
     teller.Progress("saving " + name);
     for (const std::string& loss : SaveDrawing(document, PathFromText(name))) teller.Loss(name + ": " + loss);
+}
+
+void TakeOutBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller) {
+    for (const BlockSolids& block : brenvik::TakeOutBlockSolids(document)) {
+        if (block.taken > 0)
+            teller.Remark(InReferences(options.drawing, block.taken, block.block) +
+                          (block.taken == 1 ? "is a part of its own here" : "are parts of their own here") +
+                          ", which can't be written back into the drawing");
+        TellLeft(block, block.reason, options, teller);
+    }
+}
+
+void TellBlockSolids(const HostDocument& document, const DrawingOptions& options, Teller& teller) {
+    for (const BlockSolids& block : CountBlockSolids(document))
+        TellLeft(block,
+                 "expected solids that stand in the drawing itself, as exploding the reference gives them",
+                 options, teller);
 }
 
 std::size_t SelectForCommand(HostDocument& document, const DrawingOptions& options) {

@@ -25,6 +25,13 @@ void TellNotesSince(std::size_t known, const HostDocument& document, const std::
 /// Fails for an extension that SaveOutput would refuse, so that a command can tell before its work.
 void RequireWritableFormat(const std::string& name);
 
+/// Makes parts of the solids that stand in references to blocks, for a command that doesn't save the
+/// drawing, and tells what can't be typed back into it and which can't be had.
+void TakeOutBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller);
+
+/// Tells the solids that stand in references to blocks and so are left out.
+void TellBlockSolids(const HostDocument& document, const DrawingOptions& options, Teller& teller);
+
 /// Selects the entities of the options, or every solid of model space, as the host's previous selection.
 /// Returns how many. Throws CommandError for a handle that the drawing hasn't.
 std::size_t SelectForCommand(HostDocument& document, const DrawingOptions& options);

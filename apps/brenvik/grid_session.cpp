@@ -10,6 +10,11 @@ namespace brenvik::app {
 
 OpenedInput OpenAndSelect(Workplace& workplace, const DrawingOptions& options, Teller& teller) {
     HostDocument& document = OpenInput(workplace.host, options, teller);
+    if (options.save.empty()) {
+        TakeOutBlockSolids(document, options, teller);
+    } else {
+        TellBlockSolids(document, options, teller);
+    }
     const std::size_t selected = SelectForCommand(document, options);
     if (selected == 0) teller.Remark(options.drawing + ": the drawing holds no solids");
     return {document, selected};

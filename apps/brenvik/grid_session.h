@@ -18,6 +18,7 @@ struct OpenedInput {
 };
 
 /// Opens the drawing of the options and selects what they name; a drawing without solids is remarked on.
+/// Where the drawing isn't saved, solids in references to blocks are parts too.
 OpenedInput OpenAndSelect(Workplace& workplace, const DrawingOptions& options, Teller& teller);
 
 /// Calls `Show` and hands each form that opens meanwhile to `work`, the grid form first. A CommandError of
