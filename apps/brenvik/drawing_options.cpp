@@ -31,16 +31,15 @@ Argument DrawingOptions::OutWord() {
 
 Argument DrawingOptions::Letters() {
     return Argument("--letters", &letters,
-                    "Orientation letters for the solids of a STEP or SAT file: the names of the largest, the middle "
+                    "Orientation letters for the solids of a STEP or SAT file: the names of the largest, the "
+                    "middle "
                     "and the smallest extent, or none")
         .Named("LWT|none")
         .Checked(CheckLetters)
         .ShowsDefault();
 }
 
-Argument DrawingOptions::Save() {
-    return {"--save", &save, "Save the drawing under this name afterwards"};
-}
+Argument DrawingOptions::Save() { return {"--save", &save, "Save the drawing under this name afterwards"}; }
 
 Argument DrawingOptions::Select() {
     return Argument("--select", &handles, "Only the entities with these handles; every solid by default")
