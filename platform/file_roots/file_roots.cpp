@@ -11,6 +11,8 @@
 
 #include "base/failure.h"
 #include "base/letter_case.h"
+#include "file_roots/claim.h"
+#include "file_roots/file_failures.h"
 #include "file_roots/places.h"
 #include "file_roots/system_path.h"
 #include "file_roots/whole_file.h"
@@ -41,32 +43,12 @@ bool IsWithin(std::span<const std::string> names, std::span<const std::string> f
                       [](const std::string& a, const std::string& b) { return EqualsIgnoreCase(a, b); });
 }
 
-// A file that can't be used because it, or the folder it should lie in, is not there.
-Failure Missing(const fs::path& file) {
-    std::error_code error;
-    const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
-    return fs::is_directory(folder, error) ? FileNotFound(TextFromPath(file))
-                                           : PathNotFound(TextFromPath(file));
-}
-
-Failure FromError(const std::error_code& error, const fs::path& file) {
-    const std::string shown = TextFromPath(file);
-    if (error == std::errc::no_such_file_or_directory) return Missing(file);
-    if (error == std::errc::not_a_directory) return PathNotFound(shown);
-    if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted ||
-        error == std::errc::read_only_file_system)
-        return PermissionDenied(shown);
-    if (error == std::errc::no_space_on_device) return DiskFull(shown);
-    if (error == std::errc::filename_too_long) return BadFileName(shown);
-    return PathAccess(shown + " (" + error.message() + ")");
-}
-
 // Only regular files: reading a device or a pipe need not end.
 void RequireRegularFile(const fs::path& file) {
     std::error_code error;
     const fs::file_status status = fs::status(file, error);
-    if (status.type() == fs::file_type::not_found) throw Missing(file);
-    if (error) throw FromError(error, file);
+    if (status.type() == fs::file_type::not_found) throw MissingFile(file);
+    if (error) throw FileFailure(error, file);
     if (!fs::is_regular_file(status)) throw PathAccess(TextFromPath(file) + " (a file was expected)");
 }
 
@@ -81,7 +63,21 @@ std::string ReadWhole(const fs::path& file) {
     return std::move(content).str();
 }
 
+class ClaimedFolder : public FolderClaim {
+  public:
+    explicit ClaimedFolder(const fs::path& folder) : claim(folder) {}
+    const Claim claim;
+};
+
 }  // namespace
+
+bool FolderHolds(const fs::path& folder, const fs::path& file) {
+    std::error_code error;
+    const fs::path place = AbsolutePath(file);
+    if (fs::equivalent(place.parent_path(), folder, error)) return true;
+    const fs::path behindLinks = fs::canonical(place, error);
+    return !error && fs::equivalent(behindLinks.parent_path(), folder, error);
+}
 
 fs::path CurrentFolder() {
     std::error_code error;
@@ -128,7 +124,7 @@ fs::path FileRoots::ResolveToWrite(std::string_view systemPath) const {
         const fs::path root = RootOf(parsed, mHome);
         std::error_code error;
         fs::create_directories(root, error);
-        if (error && !fs::is_directory(root)) throw FromError(error, root);
+        if (error && !fs::is_directory(root)) throw FileFailure(error, root);
     }
     return Resolve(systemPath);
 }
@@ -147,18 +143,47 @@ bool FileRoots::FolderExists(std::string_view path) {
     return fs::is_directory(Resolve(path), error);
 }
 
+std::string FileRoots::WorkFolder() {
+    if (mWorkFolder == nullptr) return {};
+    const std::optional<fs::path>& own = mWorkFolder->Own();
+    return own ? TextFromPath(*own) + "\\" : std::string();
+}
+
+std::string FileRoots::PlaceOf(std::string_view path) {
+    const fs::path place = Resolve(path);
+    // The last separator of a folder's path has no name behind it.
+    return TextFromPath(place.has_filename() ? place : place.parent_path());
+}
+
+bool FileRoots::FolderHolds(std::string_view folder, std::string_view file) {
+    return !file.empty() && brenvik::FolderHolds(Resolve(folder), Resolve(file));
+}
+
+std::unique_ptr<FolderClaim> FileRoots::ClaimFolder(std::string_view path) {
+    auto claimed = std::make_unique<ClaimedFolder>(Resolve(path));
+    if (claimed->claim.Outcome() == Claim::State::Taken) return nullptr;
+    return claimed;
+}
+
 void FileRoots::RemoveFile(std::string_view path) {
     const fs::path file = Resolve(path);
     std::error_code error;
     if (fs::is_directory(file, error)) throw FileNotFound(TextFromPath(file));
     const bool removed = fs::remove(file, error);
-    if (error) throw FromError(error, file);
-    if (!removed) throw Missing(file);
+    if (error) throw FileFailure(error, file);
+    if (!removed) throw MissingFile(file);
 }
 
 void FileRoots::CopyFileOver(std::string_view from, std::string_view to) {
     const std::string content = ReadWhole(Resolve(from));
     WriteWholeFile(ResolveToWrite(to), content);
+}
+
+void FileRoots::MoveFileOver(std::string_view from, std::string_view to) {
+    const fs::path source = Resolve(from), target = ResolveToWrite(to);
+    std::error_code error;
+    fs::rename(source, target, error);
+    if (error) throw FileFailure(error, fs::exists(source) ? target : source);
 }
 
 void FileRoots::MakeFolder(std::string_view path) {
@@ -168,7 +193,7 @@ void FileRoots::MakeFolder(std::string_view path) {
     if (fs::exists(status) && !fs::is_directory(status))
         throw PathAccess(TextFromPath(folder) + " (a file stands there)");
     fs::create_directories(folder, error);
-    if (error) throw FromError(error, folder);
+    if (error) throw FileFailure(error, folder);
 }
 
 std::vector<std::string> FileRoots::ListFiles(std::string_view folder, std::string_view pattern) {

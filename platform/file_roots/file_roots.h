@@ -4,10 +4,12 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "file_roots/work_folder.h"
 #include "session/files_port.h"
 
 namespace brenvik {
@@ -24,6 +26,8 @@ class FileRoots : public FilesPort {
   public:
     /// The home folder need not exist yet.
     explicit FileRoots(const std::filesystem::path& home);
+    /// The place for the working files of this program, where several may run in one home.
+    void SetWorkFolder(brenvik::WorkFolder& folder) { mWorkFolder = &folder; }
 
     /// Puts a folder of the system's own form, and all that lies in it, at another place. The innermost
     /// mapped folder decides.
@@ -33,10 +37,15 @@ class FileRoots : public FilesPort {
     std::filesystem::path Resolve(std::string_view systemPath) const;
 
     std::string InstallFolder() override;
+    std::string WorkFolder() override;
+    std::string PlaceOf(std::string_view path) override;
     bool FileExists(std::string_view path) override;
     bool FolderExists(std::string_view path) override;
+    bool FolderHolds(std::string_view folder, std::string_view file) override;
+    std::unique_ptr<FolderClaim> ClaimFolder(std::string_view path) override;
     void RemoveFile(std::string_view path) override;
     void CopyFileOver(std::string_view from, std::string_view to) override;
+    void MoveFileOver(std::string_view from, std::string_view to) override;
     /// Makes the folders above it too; a folder that exists is fine.
     void MakeFolder(std::string_view path) override;
     /// In the order of the names without case. A folder that is missing has no files.
@@ -58,6 +67,11 @@ class FileRoots : public FilesPort {
 
     std::filesystem::path mHome;
     std::vector<Mapping> mMappings;
+    brenvik::WorkFolder* mWorkFolder = nullptr;
 };
+
+/// Whether the folder itself holds the file, also by a link that names it elsewhere; what lies in folders
+/// below doesn't count.
+bool FolderHolds(const std::filesystem::path& folder, const std::filesystem::path& file);
 
 }  // namespace brenvik

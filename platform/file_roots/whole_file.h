@@ -6,7 +6,8 @@
 
 namespace brenvik {
 
-/// How the names of work files begin, which stand beside a target while it is being written.
+/// How the names of work files begin, which stand beside a target while it is being written. Those that dead
+/// programs left in a folder are cleared when a file is written there the next time.
 inline constexpr std::string_view workFilePrefix = ".brenvik-work-";
 
 /// Puts `content` in the place of a file: written beside it, brought to the disk, moved over it. Until the

@@ -1,16 +1,20 @@
 // Whole-file writing by POSIX calls, which alone can bring data to the disk.
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
 #include <cstring>
+#include <mutex>
+#include <set>
 #include <string>
 #include <system_error>
 #include <utility>
 
 #include "base/failure.h"
+#include "file_roots/claim.h"
 #include "file_roots/whole_file.h"
 
 namespace brenvik {
@@ -45,6 +49,7 @@ class Descriptor {
     Descriptor(const fs::path& file, int flags, mode_t mode)
         : mNumber(::open(file.c_str(), flags | O_CLOEXEC, mode)) {}
     ~Descriptor() { Close(); }
+    Descriptor(Descriptor&& other) noexcept : mNumber(std::exchange(other.mNumber, -1)) {}
     Descriptor& operator=(Descriptor&& other) noexcept {
         std::swap(mNumber, other.mNumber);
         return *this;
@@ -53,6 +58,12 @@ class Descriptor {
     Descriptor& operator=(const Descriptor&) = delete;
 
     int Number() const { return mNumber; }
+    /// The same open file once more: its lock lasts until both are closed.
+    Descriptor Twin() const {
+        Descriptor twin;
+        twin.mNumber = ::fcntl(mNumber, F_DUPFD_CLOEXEC, 0);
+        return twin;
+    }
     // Whether closing went well: some file systems tell of a full disk only now.
     bool Close() { return mNumber < 0 || ::close(std::exchange(mNumber, -1)) == 0; }
 
@@ -93,15 +104,45 @@ fs::path WorkName(const fs::path& folder) {
            (std::string(workFilePrefix) + std::to_string(::getpid()) + "-" + std::to_string(++counter));
 }
 
-// Opens a work file of a name that is free. A program that died half way leaves its file, and numbers of
-// programs come again, in a container even at once.
-fs::path OpenWorkFile(const fs::path& folder, Descriptor& descriptor) {
-    fs::path name;
+// Locks a new work file as one in use. False when another program has just taken it for a dead one's and
+// cleared it away. A file system without locks has nobody who clears.
+bool Lock(const Descriptor& descriptor) {
+    int outcome = 0;
     do {
-        name = WorkName(folder);
-        descriptor = Descriptor(name, O_WRONLY | O_CREAT | O_EXCL, 0666);
-    } while (descriptor.Number() < 0 && errno == EEXIST);
-    return name;
+        outcome = ::flock(descriptor.Number(), LOCK_EX);
+    } while (outcome != 0 && errno == EINTR);
+    struct stat present {};
+    return outcome != 0 || ::fstat(descriptor.Number(), &present) != 0 || present.st_nlink > 0;
+}
+
+// Opens a work file of a name that is free, and locks it. A program that died half way leaves its file, and
+// numbers of programs come again, in a container even at once.
+fs::path OpenWorkFile(const fs::path& folder, Descriptor& descriptor) {
+    while (true) {
+        fs::path name = WorkName(folder);
+        descriptor = Descriptor(name, O_RDWR | O_CREAT | O_EXCL, 0666);
+        if (descriptor.Number() < 0 && errno == EEXIST) continue;
+        if (descriptor.Number() < 0 || Lock(descriptor)) return name;
+    }
+}
+
+// Clears the work files of programs that died: nobody holds their locks. Once for each folder is enough.
+void ClearDeadWorkFiles(const fs::path& folder) {
+    static std::mutex guard;
+    static std::set<fs::path> cleared;
+    {
+        const std::lock_guard lock(guard);
+        if (!cleared.insert(folder).second) return;
+    }
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        std::error_code ignored;
+        if (!entry->path().filename().native().starts_with(workFilePrefix) ||
+            !fs::is_regular_file(entry->symlink_status(ignored)))
+            continue;
+        if (const Claim claim(entry->path()); claim.Outcome() == Claim::State::Held)
+            ::unlink(entry->path().c_str());
+    }
 }
 
 // A device keeps no old content that could be lost.
@@ -139,10 +180,13 @@ void Replace(const fs::path& file, std::string_view content, Reach reach) {
     if (exists && ::access(target.c_str(), W_OK) != 0) throw FromErrno(errno, target);
 
     const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+    ClearDeadWorkFiles(folder);
     Descriptor descriptor;
     const fs::path workPath = OpenWorkFile(folder, descriptor);
     if (descriptor.Number() < 0) throw FromErrno(errno, target);
     WorkFile work(workPath);
+    // Until it has its name, nobody may take the file for a dead program's.
+    const Descriptor held = descriptor.Twin();
     if (exists) ::fchmod(descriptor.Number(), old.st_mode & 07777);
     WriteAll(descriptor.Number(), content, target);
     if (reach == Reach::Disk && ::fsync(descriptor.Number()) != 0) throw FromErrno(errno, target);

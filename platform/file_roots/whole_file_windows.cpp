@@ -2,7 +2,10 @@
 #include <windows.h>
 
 #include <atomic>
+#include <charconv>
 #include <memory>
+#include <mutex>
+#include <set>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -78,6 +81,32 @@ void WriteTo(const fs::path& work, std::string_view content, const fs::path& sho
     if (reach == Reach::Disk && !FlushFileBuffers(handle.get())) throw FromCode(GetLastError(), shown);
 }
 
+bool IsAlive(DWORD program) {
+    const Handle opened(OpenProcess(SYNCHRONIZE, FALSE, program));
+    return opened == nullptr ? GetLastError() == ERROR_ACCESS_DENIED
+                             : WaitForSingleObject(opened.get(), 0) == WAIT_TIMEOUT;
+}
+
+// Clears the work files of programs that died; their numbers begin the names behind the prefix. Once for each
+// folder is enough.
+void ClearDeadWorkFiles(const fs::path& folder) {
+    static std::mutex guard;
+    static std::set<fs::path> cleared;
+    {
+        const std::lock_guard lock(guard);
+        if (!cleared.insert(folder).second) return;
+    }
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        const std::string name = TextFromPath(entry->path().filename());
+        if (!name.starts_with(workFilePrefix)) continue;
+        DWORD program = 0;
+        const char* number = name.data() + workFilePrefix.size();
+        const bool numbered = std::from_chars(number, name.data() + name.size(), program).ec == std::errc();
+        if (numbered && !IsAlive(program)) DeleteFileW(entry->path().c_str());
+    }
+}
+
 void Replace(const fs::path& file, std::string_view content, Reach reach) {
     const DWORD attributes = GetFileAttributesW(file.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
@@ -89,7 +118,9 @@ void Replace(const fs::path& file, std::string_view content, Reach reach) {
     // apart.
     const std::string name = std::string(workFilePrefix) + std::to_string(GetCurrentProcessId()) + "-" +
                              std::to_string(GetTickCount64()) + "-" + std::to_string(++counter);
-    WorkFile work((file.has_parent_path() ? file.parent_path() : fs::path(".")) / name);
+    const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
+    ClearDeadWorkFiles(folder);
+    WorkFile work(folder / name);
     WriteTo(work.Path(), content, file, reach);
     const DWORD how = MOVEFILE_REPLACE_EXISTING | (reach == Reach::Disk ? MOVEFILE_WRITE_THROUGH : 0U);
     if (!MoveFileExW(work.Path().c_str(), file.c_str(), how)) throw FromCode(GetLastError(), file);

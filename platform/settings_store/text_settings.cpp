@@ -52,6 +52,7 @@ std::string TextSettings::ReadWhole() const {
 }
 
 void TextSettings::Refresh() {
+    if (mTogether) return;
     const Stamp stamp = ReadStamp();
     if (stamp == mStamp) return;
     // The stamp is kept only once the content has been understood, so that a damaged file fails each call.
@@ -78,22 +79,46 @@ std::string TextSettings::GetSetting(SettingsRoot root, std::string_view path, s
     return mSettings.Find(KeyPath(root, path), name).value_or("");
 }
 
-void TextSettings::SaveSetting(SettingsRoot root, std::string_view path, std::string_view name,
-                               std::string_view text) {
+// Runs a change on what the file holds now; it says whether anything is different.
+void TextSettings::Change(const std::function<bool(SettingsText&)>& change) {
+    if (mTogether) {
+        change(mSettings);
+        return;
+    }
     const FolderLock lock(mFile.parent_path());
     ReadAnew();
-    const std::string key = KeyPath(root, path);
-    if (mSettings.Find(key, name) == text) return;
     SettingsText changed = mSettings;
-    changed.Set(key, name, text);
-    Write(changed);
+    if (change(changed)) Write(changed);
+}
+
+void TextSettings::SaveSetting(SettingsRoot root, std::string_view path, std::string_view name,
+                               std::string_view text) {
+    Change([&](SettingsText& settings) {
+        const std::string key = KeyPath(root, path);
+        if (settings.Find(key, name) == text) return false;
+        settings.Set(key, name, text);
+        return true;
+    });
 }
 
 void TextSettings::DeleteSetting(SettingsRoot root, std::string_view path, std::string_view name) {
+    Change([&](SettingsText& settings) { return settings.Remove(KeyPath(root, path), name); });
+}
+
+void TextSettings::ChangeTogether(const std::function<void()>& changes) {
     const FolderLock lock(mFile.parent_path());
     ReadAnew();
-    SettingsText changed = mSettings;
-    if (changed.Remove(KeyPath(root, path), name)) Write(changed);
+    const std::string before = mSettings.Content();
+    mTogether = true;
+    try {
+        changes();
+    } catch (...) {
+        mTogether = false;
+        mStamp.reset();
+        throw;
+    }
+    mTogether = false;
+    if (mSettings.Content() != before) Write(mSettings);
 }
 
 std::vector<std::pair<std::string, std::string>> TextSettings::EnumerateSettings(SettingsRoot root,

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string_view>
 
@@ -29,6 +30,10 @@ class TextSettings : public SettingsPort {
     std::vector<std::pair<std::string, std::string>> EnumerateSettings(SettingsRoot root,
                                                                        std::string_view path) override;
 
+    /// Writes what `changes` saves and deletes as one change of the file, while other programs wait: they see
+    /// all of it or nothing. A failure of `changes` changes nothing.
+    void ChangeTogether(const std::function<void()>& changes);
+
   private:
     // What tells one state of the file from another without reading it.
     struct Stamp {
@@ -43,12 +48,15 @@ class TextSettings : public SettingsPort {
     void Refresh();
     void ReadAnew();
     void Write(const SettingsText& changed);
+    void Change(const std::function<bool(SettingsText&)>& change);
 
     std::filesystem::path mFile;
     WholeFileWriter mWrite;
     SettingsText mSettings;
     /// Of the file that mSettings was read from; nothing when it has to be read anew.
     std::optional<Stamp> mStamp;
+    /// Changes gather in mSettings, which is ahead of the file.
+    bool mTogether = false;
 };
 
 }  // namespace brenvik

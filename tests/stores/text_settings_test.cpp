@@ -111,6 +111,26 @@ TEST_F(SettingsFile, TwoProgramsThatSaveAtOnceLoseNoValue) {
     EXPECT_EQ(settings.EnumerateSettings(machine, key).size(), 2U * values);
 }
 
+TEST_F(SettingsFile, ChangesMadeTogetherReachTheFileAsOneOrNotAtAll) {
+    Put("[HKEY_LOCAL_MACHINE\\SOFTWARE\\Orvane, Inc.\\Brenvik04]\nA=1\nB=2\n");
+    const std::string before = Content();
+    settings.ChangeTogether([&] {
+        settings.SaveSetting(machine, key, "A", "10");
+        settings.DeleteSetting(machine, key, "B");
+        EXPECT_EQ(settings.GetSetting(machine, key, "A"), "10");
+        EXPECT_EQ(Content(), before) << "others see nothing yet";
+    });
+    EXPECT_EQ(Content(), "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Orvane, Inc.\\Brenvik04]\nA=10\n");
+    EXPECT_THROW(settings.ChangeTogether([&] {
+        settings.SaveSetting(machine, key, "A", "11");
+        throw DiskFull("home");
+    }),
+                 Failure);
+    EXPECT_EQ(settings.GetSetting(machine, key, "A"), "10");
+    settings.SaveSetting(machine, key, "C", "3");
+    EXPECT_EQ(settings.GetSetting(machine, key, "A"), "10");
+}
+
 TEST_F(SettingsFile, SameValueIsNotWrittenAgain) {
     settings.SaveSetting(machine, key, "A", "1");
     const auto time = std::filesystem::last_write_time(File()) - std::chrono::hours(1);

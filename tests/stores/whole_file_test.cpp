@@ -17,6 +17,7 @@
 #include <functional>
 #include <sstream>
 
+#include "file_roots/claim.h"
 #include "support/failure_of.h"
 #include "support/temporary_folder.h"
 
@@ -162,6 +163,8 @@ TEST_F(WholeFile, ProgramThatDiesBeforeTheMoveLeavesTheOldFile) {
 }
 
 TEST_F(WholeFile, WorkFilesOfADeadProgramWithOurNumberAreInNobodysWay) {
+    // They came behind the clearing of the folder.
+    WriteWholeFile(File(), "old");
     constexpr int left = 1000;
     for (int counter = 1; counter <= left; ++counter)
         std::ofstream(folder.Path() / (std::string(workFilePrefix) + std::to_string(getpid()) + "-" +
@@ -169,7 +172,18 @@ TEST_F(WholeFile, WorkFilesOfADeadProgramWithOurNumberAreInNobodysWay) {
             << "half";
     WriteWholeFile(File(), "new");
     EXPECT_EQ(Content(), "new");
-    EXPECT_EQ(Entries(), 1 + left) << "another program's file is not ours to remove";
+    EXPECT_EQ(Entries(), 1 + left) << "a folder is cleared once";
+}
+
+TEST_F(WholeFile, TheNextWriteClearsWorkFilesOfDeadProgramsAndLeavesThoseOfLivingOnes) {
+    const fs::path dead = folder.Path() / ".brenvik-work-1-1", alive = folder.Path() / ".brenvik-work-2-1";
+    std::ofstream(dead) << "half";
+    std::ofstream(alive) << "half";
+    const Claim writing(alive);
+    WriteWholeFile(File(), "new");
+    EXPECT_FALSE(fs::exists(dead));
+    EXPECT_TRUE(fs::exists(alive));
+    EXPECT_EQ(Content(), "new");
 }
 
 }  // namespace

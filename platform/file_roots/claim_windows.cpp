@@ -1,0 +1,54 @@
+// Claims by Windows calls: a range of a file is locked far behind all content; a folder, which can't be
+// locked, has a file in it that goes with its handle.
+#include <windows.h>
+
+#include "file_roots/claim.h"
+#include "file_roots/whole_file.h"
+
+namespace brenvik {
+namespace {
+
+constexpr DWORD farBehindAllContent = 0x7fffffff;
+constexpr DWORD shareWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+HANDLE AsHandle(std::intptr_t value) { return reinterpret_cast<HANDLE>(value); }
+
+std::filesystem::path MarkOf(const std::filesystem::path& folder) {
+    return folder / (std::string(workFilePrefix) + "claim");
+}
+
+}  // namespace
+
+Claim::Claim(const std::filesystem::path& place) {
+    std::error_code error;
+    const bool folder = std::filesystem::is_directory(place, error);
+    const HANDLE opened = folder ? CreateFileW(MarkOf(place).c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
+                                               FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr)
+                                 : CreateFileW(place.c_str(), GENERIC_READ, shareWithAll, nullptr,
+                                               OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    mHandle = reinterpret_cast<std::intptr_t>(opened);
+    if (opened == INVALID_HANDLE_VALUE) {
+        if (folder && GetLastError() == ERROR_SHARING_VIOLATION) mState = State::Taken;
+        return;
+    }
+    OVERLAPPED range{};
+    range.OffsetHigh = farBehindAllContent;
+    const bool held =
+        folder || LockFileEx(opened, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &range);
+    if (held)
+        mState = State::Held;
+    else if (GetLastError() == ERROR_LOCK_VIOLATION)
+        mState = State::Taken;
+}
+
+Claim::~Claim() {
+    if (AsHandle(mHandle) != INVALID_HANDLE_VALUE) CloseHandle(AsHandle(mHandle));
+}
+
+bool Claim::IsStillAt(const std::filesystem::path& place) const {
+    // An open file keeps its folder, and its own name, in place.
+    std::error_code error;
+    return AsHandle(mHandle) != INVALID_HANDLE_VALUE && std::filesystem::exists(place, error);
+}
+
+}  // namespace brenvik

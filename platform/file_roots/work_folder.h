@@ -1,0 +1,37 @@
+// Where a program keeps what nobody else may see: its working database and the lists that it hands over.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+#include "file_roots/claim.h"
+
+namespace brenvik {
+
+/// The working place of one program in a folder that several may share.
+///
+/// The first program that asks has the folder itself. One that comes while another has it gets a folder of
+/// its own below, `work-...`, which goes with it. Those of programs that died are cleared by the next one.
+class WorkFolder {
+  public:
+    /// Nothing is made or claimed yet: programs that never ask leave the folder alone.
+    explicit WorkFolder(std::filesystem::path shared);
+    ~WorkFolder();
+    WorkFolder(const WorkFolder&) = delete;
+    WorkFolder& operator=(const WorkFolder&) = delete;
+
+    /// The folder of this program's own, or nothing when the shared one is its own. The answer stays the
+    /// same. Throws Failure where no folder can be made.
+    const std::optional<std::filesystem::path>& Own();
+
+  private:
+    void Settle();
+    void MakeOwn();
+
+    std::filesystem::path mShared;
+    std::optional<std::filesystem::path> mOwn;
+    std::unique_ptr<Claim> mClaim;
+};
+
+}  // namespace brenvik
