@@ -28,7 +28,7 @@ Workshop::Workshop(std::ostream& told)
     : mHome(NewHome()),
       mFiles(mHome),
       mSettings(mHome / "settings.txt", WriteWholeFile),
-      mDatabase([this](std::string_view path) { return mFiles.Resolve(path); }),
+      mDatabase([this](std::string_view path) { return mFiles.Resolve(path); }, WriteWholeFile),
       mDialogs(told),
       mShell(told),
       mHost(WriteWholeFile, WriteScratchFile),

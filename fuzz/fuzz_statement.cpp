@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <string_view>
 
@@ -14,7 +15,11 @@ namespace {
 
 // One blank database for the whole run; every statement is rolled back.
 struct Database {
-    Database() : port([this](std::string_view) { return file; }) {
+    Database()
+        : port([this](std::string_view) { return file; },
+               [](const std::filesystem::path& target, std::string_view content) {
+                   std::ofstream(target, std::ios::binary) << content;
+               }) {
         port.CreateBlankPartDatabase("blank");
         connection = port.CreateConnection();
         connection->Open("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=blank");

@@ -9,6 +9,7 @@
 #include "base/letter_case.h"
 #include "base/text.h"
 #include "cnc/run_report.h"
+#include "cnc/run_set_up.h"
 #include "cnc/run_state.h"
 #include "command_line.h"
 #include "console/console_dialogs.h"
@@ -56,14 +57,14 @@ std::string CheckTarget(std::string& target) {
 bool IsFromARun(const std::string& name) {
     constexpr auto patterns = std::to_array<std::string_view>(
         {"Part_*.dxf", "BPart_*.dxf", "Part_*.dwg", "BPart_*.dwg", "wblock.dwg", "wblock2.dwg",
-         "WORKLIST.TXT", "CNCList.txt", "CNCList.csv", "Sheet1.csv"});
+         "WORKLIST.TXT", "CNCList.txt", "CNCList.csv", "Sheet1.csv", "WORKLIST.TXT.unfinished",
+         "CNCList.txt.unfinished", "CNCList.csv.unfinished", "Sheet1.csv.unfinished"});
     return std::ranges::any_of(patterns,
                                [&](std::string_view pattern) { return MatchesFilePattern(name, pattern); });
 }
 
 /// A run begins by emptying its output folders, so one that holds other files is refused.
-constexpr OutputFolderRule FolderOfRuns{"a run empties its output folder", "which is from no run",
-                                        IsFromARun};
+constexpr OutputFolderRule FolderOfRuns{RunEmpties, "which is from no run", IsFromARun};
 
 /// The folder of second sides, in whatever case it is there.
 std::vector<std::string> SecondSideFoldersIn(const fs::path& folder) {
@@ -77,9 +78,13 @@ std::vector<std::string> SecondSideFoldersIn(const fs::path& folder) {
 }
 
 void MapOutput(Workplace& workplace, const CncOptions& options) {
-    if (options.out.empty()) return;
-    const fs::path folder = PathFromText(options.out);
     const fs::path drawing = PathFromText(options.drawing.drawing);
+    if (options.out.empty()) {
+        for (const std::string_view folder : {OutputFolder, SecondSideFolder})
+            RequireFolderWithoutDrawing(workplace.files.Resolve(folder), drawing, FolderOfRuns);
+        return;
+    }
+    const fs::path folder = PathFromText(options.out);
     RequireOwnFolder(folder, options.out, drawing, FolderOfRuns);
     for (const std::string& name : SecondSideFoldersIn(folder))
         RequireOwnFolder(folder / PathFromText(name), options.out + "/" + name, drawing, FolderOfRuns);

@@ -12,12 +12,34 @@ namespace brenvik::app {
 
 namespace {
 
-ExitStatus Init(const std::string& home, const std::string& units) {
-    const MeasureUnits measure = units == "imperial" ? MeasureUnits::Imperial : MeasureUnits::Metric;
+constexpr std::string_view metric = "metric", imperial = "imperial";
+
+MeasureUnits UnitsNamed(std::string_view word) {
+    return word == imperial ? MeasureUnits::Imperial : MeasureUnits::Metric;
+}
+
+std::string_view NameOf(MeasureUnits units) { return units == MeasureUnits::Imperial ? imperial : metric; }
+
+/// A library, settings and drawings in different units would make wrong parts without a word.
+void RequireSameUnits(const std::string& word, MeasureUnits present, const std::filesystem::path& home) {
+    if (word.empty() || UnitsNamed(word) == present) return;
+    throw CommandError(ExitStatus::WrongWords,
+                       "--units: " + TextFromPath(home) + " is a home in " + std::string(NameOf(present)) +
+                           " units (its ExportScaleSetting is " + GetSettingText("ExportScaleSetting") +
+                           "), and settings, materials and drawings of a home go together; make another one: "
+                           "brenvik --home DIR init --units " +
+                           word);
+}
+
+ExitStatus Init(const std::string& home, const std::string& word) {
     ConsoleDialogs dialogs(std::cerr);
-    Workplace workplace(home, dialogs, measure);
-    // A home with settings keeps them, but files that have gone missing come back.
-    if (!workplace.HomeWasMade()) InstallHome(workplace.files, workplace.database, measure);
+    Workplace workplace(home, dialogs, UnitsNamed(word));
+    // A home with settings keeps them, but files that have gone missing come back, in its units.
+    if (!workplace.HomeWasMade()) {
+        const MeasureUnits present = UnitsOfHome().value_or(UnitsNamed(word));
+        RequireSameUnits(word, present, workplace.home);
+        InstallHome(workplace.files, workplace.database, present);
+    }
     std::cout << (workplace.HomeWasMade() ? "made " : "already there: ") << TextFromPath(workplace.home)
               << '\n';
     return ExitStatus::Done;
@@ -26,12 +48,13 @@ ExitStatus Init(const std::string& home, const std::string& units) {
 }  // namespace
 
 Command InitCommand() {
-    auto units = std::make_shared<std::string>("metric");
+    auto units = std::make_shared<std::string>();
     return {"init",
             "Make the install folder: settings, material library, profiles, blank database",
-            {Argument("--units", units.get(), "The units of the shop")
-                 .OneOf({"metric", "imperial"})
-                 .ShowsDefault()},
+            {Argument("--units", units.get(),
+                      "The units of the shop, metric unless said otherwise; a home keeps those that it was "
+                      "made with")
+                 .OneOf({std::string(metric), std::string(imperial)})},
             [units](const std::string& home) { return Init(home, *units); },
             {}};
 }

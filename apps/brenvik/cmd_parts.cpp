@@ -1,8 +1,10 @@
 // brenvik parts: one drawing for each solid, through the very command that a host has for it.
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <memory>
 
+#include "base/letter_case.h"
 #include "command_line.h"
 #include "drawing_io.h"
 #include "file_roots/places.h"
@@ -11,6 +13,7 @@
 #include "output_folder.h"
 #include "run_dialogs.h"
 #include "session/brenvik_class.h"
+#include "tools/part_export.h"
 #include "tools/part_export_files.h"
 #include "workplace.h"
 
@@ -31,19 +34,22 @@ bool IsFromAnExport(const std::string& name) {
 }
 
 /// The export begins by emptying its folder, so one that holds other files is refused.
-constexpr OutputFolderRule FolderOfExports{"the export empties its folder", "which is from no export",
-                                           IsFromAnExport};
+constexpr OutputFolderRule FolderOfExports{PartExportEmpties, "which is from no export", IsFromAnExport};
 
 void MapOutput(Workplace& workplace, const PartsOptions& options) {
-    if (options.out.empty()) return;
+    const fs::path drawing = PathFromText(options.drawing.drawing);
+    if (options.out.empty())
+        return RequireFolderWithoutDrawing(workplace.files.Resolve(PartExportFolder), drawing,
+                                           FolderOfExports);
     const fs::path folder = PathFromText(options.out);
-    RequireOwnFolder(folder, options.out, PathFromText(options.drawing.drawing), FolderOfExports);
+    RequireOwnFolder(folder, options.out, drawing, FolderOfExports);
     workplace.files.MapFolder(PartExportFolder, folder);
 }
 
 /// The names of the finished drawings, a line each.
-std::size_t ListWritten(Workplace& workplace) {
-    const std::vector<std::string> names = workplace.files.ListFiles(PartExportFolder, "Part*_.dwg");
+std::size_t ListWritten() {
+    std::vector<std::string> names = LastPartExport().written;
+    std::ranges::sort(names, LessIgnoreCase());
     for (const std::string& name : names) std::cout << name << '\n';
     return names.size();
 }
@@ -61,7 +67,7 @@ ExitStatus Parts(const std::string& home, const PartsOptions& options) {
     teller.Wipe();
     TellNotesSince(notes, opened.document, options.drawing.drawing, teller);
     if (dialogs.SomethingWentWrong()) teller.MarkIncomplete();
-    const std::size_t written = ListWritten(workplace);
+    const std::size_t written = ListWritten();
     if (written < opened.selected)
         teller.Loss(std::to_string(opened.selected - written) + " of " + std::to_string(opened.selected) +
                     " parts have no drawing");

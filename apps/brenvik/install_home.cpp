@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/numbers.h"
 #include "install_files.h"
 #include "session/database_port.h"
 
@@ -15,6 +16,21 @@ void WriteIfMissing(FilesPort& files, const std::string& path, const std::string
     if (!files.FileExists(path)) files.WriteFile(path, content);
 }
 
+MeasureUnits Other(MeasureUnits units) {
+    return units == MeasureUnits::Metric ? MeasureUnits::Imperial : MeasureUnits::Metric;
+}
+
+/// In a home without settings, a library that nobody has touched is left from an installation in the other
+/// units that was broken off.
+void WriteMaterials(FilesPort& files, const std::string& path, MeasureUnits units) {
+    const bool leftOver = files.FileExists(path) && EnumerateSubkey({}).empty() &&
+                          files.ReadFile(path) == InitialMaterials(Other(units));
+    if (leftOver)
+        files.WriteFile(path, InitialMaterials(units));
+    else
+        WriteIfMissing(files, path, InitialMaterials(units));
+}
+
 }  // namespace
 
 void InstallHome(FilesPort& files, DatabasePort& database, MeasureUnits units) {
@@ -22,10 +38,14 @@ void InstallHome(FilesPort& files, DatabasePort& database, MeasureUnits units) {
     if (!folder.ends_with('\\')) folder += '\\';
     const std::string databases = folder + "_db\\";
     if (!files.FolderExists(databases)) files.MakeFolder(databases);
-    for (const std::string_view name : {"bv-back04.mdb", "bv04.mdb"})
+    const auto makeDatabase = [&](std::string_view name) {
         if (const std::string path = databases + std::string(name); !files.FileExists(path))
             database.CreateBlankPartDatabase(path);
-    WriteIfMissing(files, folder + "materials.txt", InitialMaterials(units));
+    };
+    makeDatabase("bv-back04.mdb");
+    // The working one is nobody else's to make while a program works on it.
+    if (files.WorkFolder().empty()) makeDatabase("bv04.mdb");
+    WriteMaterials(files, folder + "materials.txt", units);
     WriteIfMissing(files, folder + "No Adjustments.txt", "");
     WriteIfMissing(files, folder + "BrenvikProfiles.txt", InitialCsvProfiles());
     WriteIfMissing(files, folder + "CNCProfile.txt", InitialCncProfiles());
@@ -33,6 +53,19 @@ void InstallHome(FilesPort& files, DatabasePort& database, MeasureUnits units) {
     files.WriteFile(folder + "Brenvik495.chm", HelpText());
     // The settings come last: a folder with settings is a whole installation.
     CreateInitialSettings(units, folder);
+}
+
+std::optional<MeasureUnits> UnitsOfHome() {
+    switch (ToInteger(NumberSetting("ExportScaleSetting"))) {
+        case 1:
+        case 3:
+            return MeasureUnits::Imperial;
+        case 2:
+        case 4:
+            return MeasureUnits::Metric;
+        default:
+            return std::nullopt;
+    }
 }
 
 }  // namespace brenvik::app

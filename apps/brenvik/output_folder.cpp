@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "command_line.h"
+#include "file_roots/file_roots.h"
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
 
@@ -11,15 +12,22 @@ namespace brenvik::app {
 
 namespace fs = std::filesystem;
 
+void RequireFolderWithoutDrawing(const fs::path& folder, const fs::path& drawing,
+                                 const OutputFolderRule& rule) {
+    if (FolderHolds(folder, drawing))
+        throw CommandError(ExitStatus::WrongWords,
+                           std::string(rule.emptied) + ", and " + TextFromPath(folder) +
+                               " holds the drawing itself; choose another folder with "
+                               "--out, or move the drawing");
+}
+
 void RequireOwnFolder(const fs::path& folder, const std::string& shown, const fs::path& drawing,
                       const OutputFolderRule& rule) {
     std::error_code error;
     if (fs::exists(folder, error) && !fs::is_directory(folder, error))
         throw CommandError(ExitStatus::WrongWords, "--out: expected a folder, found the file " + shown);
     const std::string head = "--out: " + std::string(rule.emptied) + ", and " + shown + " holds ";
-    if (fs::equivalent(AbsolutePath(drawing).parent_path(), folder, error))
-        throw CommandError(ExitStatus::WrongWords, head + "the drawing itself");
-    error.clear();
+    if (FolderHolds(folder, drawing)) throw CommandError(ExitStatus::WrongWords, head + "the drawing itself");
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         const std::string name = TextFromPath(entry->path().filename());
         std::error_code unknown;

@@ -15,6 +15,10 @@ struct OutputFolderRule {
     bool (*isOwn)(const std::string& name);
 };
 
+/// Fails when the folder, which is emptied without being named on the command line, holds the drawing.
+void RequireFolderWithoutDrawing(const std::filesystem::path& folder, const std::filesystem::path& drawing,
+                                 const OutputFolderRule& rule);
+
 /// Fails unless the folder is missing, or holds only files that the command may delete. `shown` is the folder
 /// as the user wrote it; a folder that holds the drawing is refused in any case.
 void RequireOwnFolder(const std::filesystem::path& folder, const std::string& shown,

@@ -6,6 +6,7 @@
 
 #include "base/failure.h"
 #include "exit_status.h"
+#include "file_roots/claim.h"
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
 #include "install_home.h"
@@ -18,6 +19,11 @@ namespace {
 
 constexpr const char* settingsFileName = "settings.txt";
 
+std::shared_ptr<const Claim> ClaimDatabase(const std::filesystem::path& file) {
+    auto claim = std::make_shared<const Claim>(file);
+    return claim->Outcome() == Claim::State::Taken ? nullptr : claim;
+}
+
 }  // namespace
 
 std::filesystem::path HomeOf(const std::string& homeOption) {
@@ -27,19 +33,30 @@ std::filesystem::path HomeOf(const std::string& homeOption) {
 
 Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, MeasureUnits units)
     : home(HomeOf(homeOption)),
+      workFolder(home / "_db"),
       files(home),
       settings(home / settingsFileName, WriteWholeFile),
-      database([this](std::string_view path) { return files.Resolve(path); }),
+      database([this](std::string_view path) { return files.Resolve(path); }, WriteWholeFile, ClaimDatabase),
       exportDatabases([this](std::string_view path) { return files.Resolve(path); }),
       shell(std::cerr),
       printer(std::cout),
       host(WriteWholeFile, WriteScratchFile),
       typedCommands(host) {
+    files.SetWorkFolder(workFolder);
     Load(dialogs);
     RequireReadableSettings();
     std::error_code unknown;
-    homeWasMade = !std::filesystem::exists(home / settingsFileName, unknown);
-    if (homeWasMade) InstallHome(files, database, units);
+    if (!std::filesystem::exists(home / settingsFileName, unknown)) MakeHome(units);
+}
+
+// Of two programs that come to a new home at once, one makes it while the other waits. The settings file is
+// the last of the home's files, and comes as a whole.
+void Workplace::MakeHome(MeasureUnits units) {
+    files.MakeFolder(files.InstallFolder());
+    settings.ChangeTogether([&] {
+        homeWasMade = settings.EnumerateSettings(SettingsRoot::LocalMachine, SettingsKeyPath).empty();
+        if (homeWasMade) InstallHome(files, database, units);
+    });
 }
 
 Workplace::~Workplace() { UnloadSystem(); }

@@ -27,6 +27,7 @@ class Workplace {
     Workplace& operator=(const Workplace&) = delete;
 
     const std::filesystem::path home;
+    WorkFolder workFolder;
     FileRoots files;
     TextSettings settings;
     SqliteDatabase database;
@@ -41,6 +42,7 @@ class Workplace {
   private:
     void Load(DialogPort& dialogs);
     void RequireReadableSettings();
+    void MakeHome(MeasureUnits units);
 
     bool homeWasMade = false;
 };

@@ -14,7 +14,9 @@ constexpr std::string_view knownProvider = "Microsoft.Jet.OLEDB.4.0";
 std::size_t ValueEnd(std::string_view text, std::size_t at) {
     const std::size_t first = text.find_first_not_of(' ', at);
     if (first != std::string_view::npos && (text[first] == '"' || text[first] == '\'')) {
-        const std::size_t closing = text.find(text[first], first + 1);
+        std::size_t closing = text.find(text[first], first + 1);
+        while (closing != std::string_view::npos && text.substr(closing + 1).starts_with(text[first]))
+            closing = text.find(text[first], closing + 2);
         if (closing == std::string_view::npos)
             throw DatabaseFailure(
                 failure_number::databaseUnavailable,
@@ -28,7 +30,13 @@ std::size_t ValueEnd(std::string_view text, std::size_t at) {
 std::string Unquoted(const std::string& value) {
     const bool quoted =
         value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.back() == value.front();
-    return quoted ? value.substr(1, value.size() - 2) : value;
+    if (!quoted) return value;
+    std::string inner;
+    for (std::size_t at = 1; at + 1 < value.size(); ++at) {
+        inner += value[at];
+        if (value[at] == value.front()) ++at;
+    }
+    return inner;
 }
 
 }  // namespace

@@ -18,16 +18,6 @@ namespace {
 // How long another program may hold the file before a statement gives up.
 constexpr int busyMilliseconds = 200;
 
-std::string Shown(const std::filesystem::path& file) {
-    const std::u8string text = file.u8string();
-    return std::string(text.begin(), text.end());
-}
-
-Failure Unavailable(const std::filesystem::path& file, const std::string& reason) {
-    return DatabaseFailure(failure_number::databaseUnavailable,
-                           "The part database " + Shown(file) + " " + reason);
-}
-
 // Why the file can't be used, or nothing where the statement is at fault.
 const char* FileTrouble(int primaryCode) {
     switch (primaryCode) {
@@ -114,6 +104,7 @@ void Engine::Open() {
     const std::filesystem::file_status status = std::filesystem::status(mFile, error);
     if (!std::filesystem::exists(status)) throw Unavailable(mFile, "can't be found");
     if (!std::filesystem::is_regular_file(status)) throw Unavailable(mFile, "is no file");
+    mIdentity = IdentityOf(mFile);
     const int access = mReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
     sqlite3* handle = nullptr;
     const int code = sqlite3_open_v2(Shown(mFile).c_str(), &handle, access | SQLITE_OPEN_EXRESCODE, nullptr);
@@ -148,6 +139,11 @@ void Engine::Configure() {
     RunOwn("PRAGMA temp_store = MEMORY");
     // The first look at the content tells whether it is a database at all.
     RunOwn("SELECT count(*) FROM sqlite_master");
+    // It may have been replaced between the look at its name and the opening.
+    int moved = 0;
+    sqlite3_file_control(mHandle.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    if (moved != 0) throw Unavailable(mFile, "was replaced by another file since it was opened");
+    RequireSameFile();
 }
 
 void Engine::RunOwn(const char* sql) {
@@ -166,18 +162,13 @@ void Engine::Fail(int code, std::string_view shown) {
                           std::string(shown));
 }
 
-// The grid's start puts a fresh file in the place of the old one, perhaps while a connection is open. The
-// connection goes over to the new file, but not in the middle of a transaction.
-void Engine::FollowFile() {
+// The grid's start, or another program, may put another file in the place of the one that is open. Statements
+// on either of them would be about a list that nobody asked for.
+void Engine::RequireSameFile() const {
     if (mClosed) throw DatabaseFailure(failure_number::objectClosed, "The connection is closed");
-    int moved = 0;
-    if (mHandle) {
-        sqlite3_file_control(mHandle.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
-        if (moved == 0) return;
-        if (mTransactionDepth > 0) throw Unavailable(mFile, "was removed or replaced during a transaction");
-        LetGo();
-    }
-    Open();
+    const std::optional<FileIdentity> present = IdentityOf(mFile);
+    if (!present) throw Unavailable(mFile, "can't be found");
+    if (present != mIdentity) throw Unavailable(mFile, "was replaced by another file since it was opened");
 }
 
 Engine::Statement Engine::Prepare(const std::string& text, std::string_view shown) {
@@ -203,7 +194,7 @@ bool Engine::Step(sqlite3_stmt* statement, std::string_view shown) {
 }
 
 void Engine::Run(std::string_view sql) {
-    FollowFile();
+    RequireSameFile();
     const Statement statement = Prepare(TranslateStatement(sql, false).text, sql);
     if (sqlite3_bind_parameter_count(statement.get()) > 0)
         throw DatabaseFailure(failure_number::statementRefused, "The statement has a parameter with no value",
@@ -213,7 +204,7 @@ void Engine::Run(std::string_view sql) {
 }
 
 ResultTable Engine::Query(std::string_view sql) {
-    FollowFile();
+    RequireSameFile();
     const StatementText translated = TranslateStatement(sql, true);
     const Statement statement = Prepare(translated.text, sql);
     if (sqlite3_bind_parameter_count(statement.get()) > 0)
@@ -244,7 +235,7 @@ sqlite3_stmt* Engine::PreparedUpdate(const std::string& text) {
 std::optional<FieldValue> Engine::UpdateRow(std::string_view column, const FieldValue& value,
                                             std::int64_t rowNumber, std::string_view identityColumn,
                                             const FieldValue& identity) {
-    FollowFile();
+    RequireSameFile();
     const std::string name(column);
     std::string text = "UPDATE " + std::string(tableName) + " SET [" + name + "] = ?1 WHERE rowid = ?2";
     if (!identityColumn.empty()) text += " AND [" + std::string(identityColumn) + "] IS ?3";
@@ -261,7 +252,7 @@ std::optional<FieldValue> Engine::UpdateRow(std::string_view column, const Field
 }
 
 void Engine::Begin() {
-    FollowFile();
+    RequireSameFile();
     // The lock is taken now or refused now: waiting for it at each of many rows would freeze the list.
     const char* begin = mReadOnly ? "BEGIN" : "BEGIN IMMEDIATE";
     RunOwn(mTransactionDepth == 0 ? begin : "SAVEPOINT nested");
@@ -269,7 +260,7 @@ void Engine::Begin() {
 }
 
 void Engine::Commit() {
-    FollowFile();
+    RequireSameFile();
     if (mTransactionDepth == 0)
         throw DatabaseFailure(failure_number::noTransaction, "There is no transaction to commit");
     // A full disk ends a transaction by itself.

@@ -12,7 +12,9 @@
 #include <string_view>
 #include <vector>
 
+#include "part_table/file_identity.h"
 #include "session/database_port.h"
+#include "session/whole_file_writer.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -30,7 +32,8 @@ struct ResultTable {
 };
 
 /// A database file that is open. Every failure has the source "Brenvik part table" and names the file
-/// or the statement.
+/// or the statement. A file that was removed or replaced since it was opened fails every later statement: it
+/// holds the rows of another list.
 class Engine {
   public:
     /// Opens an existing file; never makes one. Fails when it is missing or no database.
@@ -66,7 +69,7 @@ class Engine {
     /// Lets the file go, with the statements that were prepared on it.
     void LetGo();
     void Configure();
-    void FollowFile();
+    void RequireSameFile() const;
     void RunOwn(const char* sql);
     Statement Prepare(const std::string& text, std::string_view shown);
     sqlite3_stmt* PreparedUpdate(const std::string& text);
@@ -75,6 +78,8 @@ class Engine {
 
     std::filesystem::path mFile;
     bool mReadOnly;
+    /// Of the file that was opened.
+    std::optional<FileIdentity> mIdentity;
     std::unique_ptr<sqlite3, HandleCloser> mHandle;
     /// The statements of UpdateRow by their text. A copy down a list sets the same few columns in each row.
     std::map<std::string, Statement, std::less<>> mUpdates;
@@ -82,8 +87,8 @@ class Engine {
     bool mClosed = false;
 };
 
-/// Makes a file with the empty part table beside `file` and moves it over that name, so that there is
-/// never half a file. Fails when the folder is missing or can't be written.
-void WriteBlankDatabase(const std::filesystem::path& file);
+/// Puts a file with the empty part table in place of what stands there, as a whole. Fails when the folder is
+/// missing or can't be written.
+void WriteBlankDatabase(const std::filesystem::path& file, const WholeFileWriter& write);
 
 }  // namespace brenvik::part_table

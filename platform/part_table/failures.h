@@ -1,6 +1,7 @@
 // Failures of the part table.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <utility>
 
@@ -12,6 +13,18 @@ namespace brenvik::part_table {
 /// A failure whose source is the part table. `detail` is the statement, where one is concerned.
 inline Failure DatabaseFailure(long number, std::string description, std::string detail = {}) {
     return Failure(number, "Brenvik part table", std::move(description), std::move(detail));
+}
+
+/// A file as messages and the engine name it.
+inline std::string Shown(const std::filesystem::path& file) {
+    const std::u8string text = file.u8string();
+    return std::string(text.begin(), text.end());
+}
+
+/// A file that can't be used, with the reason: "can't be found".
+inline Failure Unavailable(const std::filesystem::path& file, const std::string& reason) {
+    return DatabaseFailure(failure_number::databaseUnavailable,
+                           "The part database " + Shown(file) + " " + reason);
 }
 
 }  // namespace brenvik::part_table

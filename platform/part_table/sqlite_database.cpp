@@ -6,8 +6,10 @@
 #include <string>
 #include <utility>
 
+#include "base/invariant.h"
 #include "base/letter_case.h"
 #include "part_table/connection_string.h"
+#include "part_table/database_claims.h"
 #include "part_table/engine.h"
 #include "part_table/failures.h"
 
@@ -148,7 +150,8 @@ class TableRecordset : public Recordset {
 
 class TableConnection : public Connection {
   public:
-    explicit TableConnection(PathResolver resolve) : mResolve(std::move(resolve)) {}
+    TableConnection(PathResolver resolve, std::shared_ptr<part_table::DatabaseClaims> claims)
+        : mResolve(std::move(resolve)), mClaims(std::move(claims)) {}
 
     // A transaction that was not committed is lost with its connection, and record sets can no longer
     // write through it.
@@ -160,7 +163,9 @@ class TableConnection : public Connection {
     void Open(std::string_view connectionString) override {
         if (mEngine) throw DatabaseFailure(failure_number::objectOpen, "The connection is open already");
         const part_table::ConnectionString parsed = part_table::ParseConnectionString(connectionString);
-        mEngine = std::make_shared<Engine>(mResolve(parsed.dataSource), parsed.readOnly);
+        const std::filesystem::path file = mResolve(parsed.dataSource);
+        mClaims->Require(file);
+        mEngine = std::make_shared<Engine>(file, parsed.readOnly);
     }
 
     void Close() override {
@@ -195,19 +200,26 @@ class TableConnection : public Connection {
     }
 
     PathResolver mResolve;
+    std::shared_ptr<part_table::DatabaseClaims> mClaims;
     std::shared_ptr<Engine> mEngine;
 };
 
 }  // namespace
 
-SqliteDatabase::SqliteDatabase(PathResolver resolve) : mResolve(std::move(resolve)) {}
+SqliteDatabase::SqliteDatabase(PathResolver resolve, WholeFileWriter write, FileClaimer claim)
+    : mResolve(std::move(resolve)),
+      mWrite(std::move(write)),
+      mClaims(std::make_shared<part_table::DatabaseClaims>(std::move(claim))) {}
+
+SqliteDatabase::~SqliteDatabase() = default;
 
 std::unique_ptr<Connection> SqliteDatabase::CreateConnection() {
-    return std::make_unique<TableConnection>(mResolve);
+    return std::make_unique<TableConnection>(mResolve, mClaims);
 }
 
 void SqliteDatabase::CreateBlankPartDatabase(std::string_view path) {
-    part_table::WriteBlankDatabase(mResolve(path));
+    Invariant(mWrite != nullptr, "what makes blank databases has something to write them with");
+    part_table::WriteBlankDatabase(mResolve(path), mWrite);
 }
 
 }  // namespace brenvik

@@ -8,8 +8,14 @@
 #include <string_view>
 
 #include "session/database_port.h"
+#include "session/file_claimer.h"
+#include "session/whole_file_writer.h"
 
 namespace brenvik {
+
+namespace part_table {
+class DatabaseClaims;
+}
 
 /// Finds the real place of a path of the system's own form.
 using PathResolver = std::function<std::filesystem::path(std::string_view systemPath)>;
@@ -23,17 +29,22 @@ using PathResolver = std::function<std::filesystem::path(std::string_view system
 /// not updatable, no such field, the row is gone); -2147168242 for a commit without a transaction.
 class SqliteDatabase : public DatabasePort {
   public:
-    explicit SqliteDatabase(PathResolver resolve);
+    /// Blank databases are made with `write`. With `claim`, a file that another program has in use is
+    /// refused, and one that was opened is kept from others.
+    explicit SqliteDatabase(PathResolver resolve, WholeFileWriter write = {}, FileClaimer claim = {});
+    ~SqliteDatabase() override;
 
-    /// The connection follows its file: when another one is put in its place between two statements,
-    /// the next statement meets the new file; when it is gone, the statement fails.
+    /// The connection never goes over to another file: when one is put in the place of its own, or that is
+    /// gone, every later statement fails.
     std::unique_ptr<Connection> CreateConnection() override;
 
-    /// The blank table is made beside the target and moved over it. The folder must exist.
+    /// The file is put in place as a whole. The folder must exist.
     void CreateBlankPartDatabase(std::string_view path) override;
 
   private:
     PathResolver mResolve;
+    WholeFileWriter mWrite;
+    std::shared_ptr<part_table::DatabaseClaims> mClaims;
 };
 
 }  // namespace brenvik

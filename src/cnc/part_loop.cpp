@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "base/file_failure.h"
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "base/text.h"
@@ -92,8 +93,7 @@ bool IsOfFiles(const Failure& failure) {
     constexpr long invalidFileFormat = 321;
     const long number = failure.number();
     if (number == failure_number::inputPastEnd) return false;
-    return number == invalidFileFormat ||
-           (number >= failure_number::badFileName && number <= failure_number::pathNotFound);
+    return number == invalidFileFormat || IsOfFileSystem(failure);
 }
 
 /// The work on the open drawing. A part that the host or the modeller refuses is skipped and told, so that

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "cnc/run_state.h"
 
@@ -50,8 +51,12 @@ std::string WrittenFileName(const RunState& run);
 /// Writes the part's DXF file for this pass.
 void WritePartFile(RunState& run);
 // work_lists.cpp
-/// Adds the part's line to the target's list for this pass.
+/// What stands behind a list's name until the run has ended.
+inline constexpr std::string_view UnfinishedListEnding = ".unfinished";
+/// Adds the part's line to the target's list for this pass, which is unfinished still.
 void AddListLine(RunState& run);
+/// Gives the lists of a run that has ended their names, in both folders.
+void FinishWorkLists(Target target);
 /// Deletes the lists that the target writes, and those that it only clears, from both folders; files that
 /// aren't there, or can't be deleted, are passed over.
 void ClearWorkLists(Target target);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "base/letter_case.h"
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "base/text.h"
@@ -95,20 +96,20 @@ void TakeListedParts(RunState& run, std::span<const std::string> lines, AcadSele
     Skip([&] { prev.AddItems(entities); });
 }
 
-void EmptyFolder(std::string_view folder, std::string_view pattern) {
-    for (const std::string& name : ThePlatform().files->ListFiles(folder, pattern))
-        RemoveIfThere(std::string(folder) + name);
+bool IsDrawing(const std::string& name) {
+    const std::string folded = FoldLower(name);
+    return folded.ends_with(".dxf") || folded.ends_with(".dwg");
+}
+
+void RemoveFiles(std::string_view folder, bool drawings) {
+    for (const std::string& name : ThePlatform().files->ListFiles(folder, "*.*"))
+        if (IsDrawing(name) == drawings) RemoveIfThere(std::string(folder) + name);
 }
 
 }  // namespace
 
 void RemoveIfThere(const std::string& path) {
     Skip([&] { ThePlatform().files->RemoveFile(path); });
-}
-
-void MakeOutputFolders() {
-    for (const std::string_view folder : {OutputFolder, SecondSideFolder})
-        Skip([folder] { ThePlatform().files->MakeFolder(folder); });
 }
 
 bool ApplyOpenGrid() {
@@ -177,7 +178,7 @@ AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities, RunReport
             break;
     }
     std::vector<std::string> lines;
-    if (!Skip([&] { lines = ReadLines(ApplicationFolder() + std::string(CncListFile)); })) {
+    if (!Skip([&] { lines = ReadLines(HandOverFolder() + std::string(CncListFile)); })) {
         ShowMessage(ListUnreadable);
         return nullptr;
     }
@@ -186,8 +187,9 @@ AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities, RunReport
 }
 
 void EmptyOutputFolders() {
-    for (const std::string_view folder : {OutputFolder, SecondSideFolder})
-        Skip([folder] { EmptyFolder(folder, "*.*"); });
+    for (const bool drawings : {false, true})
+        for (const std::string_view folder : {OutputFolder, SecondSideFolder})
+            Skip([&] { RemoveFiles(folder, drawings); });
 }
 
 }  // namespace brenvik

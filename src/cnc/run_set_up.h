@@ -20,13 +20,13 @@ inline constexpr std::string_view RunWarning =
     "the dxf files created will not damage your machine or cause injury. "
     "Please wait for the -- Export Complete! -- message before continuing.";
 inline constexpr std::string_view RunComplete = "-- Export Complete! --";
+/// What its folders are in for, in the words of a refusal.
+inline constexpr std::string_view RunEmpties = "a run empties its output folder";
 inline constexpr std::string_view ListUnreadable =
     "There has been some sort of error reading the file CNCExportList2.txt. It may not have been created due "
     "to "
     "user error or another problem. Please contact support. Now skipping export.";
 
-/// Makes the output folders; one that can't be made is told when the first file is written to it.
-void MakeOutputFolders();
 /// The grid's automatic apply and close, unless the settings turn it off: writes the list that the grid has
 /// just handed over to its solids. A run that doesn't come from the grid applies an open one alone: a list
 /// of an earlier export may be older than the drawing.
@@ -64,7 +64,8 @@ class LentQuantities {
 /// Returns nothing when there is no list, which has been told then.
 AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities, RunReport& report);
 
-/// Deletes all files of both output folders; what can't be deleted stays.
+/// Deletes all files of both output folders, lists ahead of drawings, so that no list of an earlier run
+/// outlasts its files; what can't be deleted stays.
 void EmptyOutputFolders();
 
 /// Deletes a file that may not be there, or that can't be deleted.

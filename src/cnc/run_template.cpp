@@ -1,9 +1,12 @@
 // The order of a run.
 #include "cnc/run_template.h"
 
+#include <array>
+#include <optional>
 #include <utility>
 
 #include "base/skip.h"
+#include "cnc/output_claim.h"
 #include "cnc/part_files.h"
 #include "cnc/part_loop.h"
 #include "cnc/run_set_up.h"
@@ -33,7 +36,6 @@ void LeaveHost(RunState& run, bool windowWasMinimized) {
 
 /// Returns whether the run has an end to be told: one without a list has not.
 bool WorkThrough(RunState& run, const PartSteps& steps, RunReport& report) {
-    MakeOutputFolders();
     steps.clearWorkLists(run.target);
     ShowMessage(RunWarning);
     ApplyGridBeforeRun(run);
@@ -47,7 +49,12 @@ bool WorkThrough(RunState& run, const PartSteps& steps, RunReport& report) {
         parts = WritePartFiles(run, *prev, quantities);
     }
     report.parts = static_cast<int>(parts.size());
-    report.complete = WorkOnParts(run, steps, parts, report);
+    const std::optional<Failure> failure =
+        Attempt([&] { report.complete = WorkOnParts(run, steps, parts, report); });
+    // What was written before a failure stays, and the user has been told what is missing.
+    const bool listed = ShowAndResume(ShowFailureWithDetail, [&] { steps.finishWorkLists(run.target); });
+    if (failure) throw *failure;
+    report.complete = report.complete && listed;
     return true;
 }
 
@@ -78,6 +85,9 @@ void RunParts(AcadApplication& app, Target target, RunForm form, const PartSteps
     run.form = form;
     run.app = &app;
     run.sessionDrawing = app.ActiveDocument();
+    const std::optional<OutputClaims> claims =
+        ClaimOutput(std::array{OutputFolder, SecondSideFolder}, *run.sessionDrawing, RunEmpties);
+    if (!claims) return;
     const bool windowIsMinimized = SwitchIsOn("MyWindowState");
     bool toldComplete = false;
     ShowAndResume(ShowFailureWithDetail, [&] { toldComplete = WorkThrough(run, steps, report); });

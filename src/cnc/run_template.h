@@ -16,13 +16,14 @@ struct PartSteps {
     std::vector<std::function<PartStep(RunState&)>> pass;
     /// What follows when all of them went on: the DXF file, and the line of the work list.
     std::function<void(RunState&)> writePartFile, addListLine;
-    /// Deletes the work lists of earlier runs.
-    std::function<void(Target)> clearWorkLists;
+    /// Deletes the work lists of earlier runs; gives those of this one their names, at its end.
+    std::function<void(Target)> clearWorkLists, finishWorkLists;
 };
 
 /// Runs one target on the host's active drawing. A failure of one part is shown and the part skipped. One of
 /// the set-up, or of files, is shown with what it is about and ends the run cleanly: what was written by then
-/// stays, and work files go.
+/// stays, and work files go. A run into folders where another program's run is going on, or that hold the
+/// drawing itself, is refused with a message and touches nothing.
 void RunParts(AcadApplication& app, Target target, RunForm form, const PartSteps& steps);
 
 namespace detail {

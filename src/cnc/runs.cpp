@@ -12,7 +12,8 @@ PartSteps StepsOfParts() {
     return {{AlignPart, SortEdges, Recognise, MakeOutline, ClosePart},
             WritePartFile,
             AddListLine,
-            ClearWorkLists};
+            ClearWorkLists,
+            FinishWorkLists};
 }
 
 }  // namespace

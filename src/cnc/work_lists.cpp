@@ -1,5 +1,6 @@
 // The list that tells a CAM package which files there are, of which material and how many to cut. Each target
-// has its own file and form; the pass decides the folder.
+// has its own file and form; the pass decides the folder. The list has its name when the run has ended, so
+// that what a killed run leaves behind is never taken for a whole job.
 #include <algorithm>
 #include <cstdint>
 #include <string_view>
@@ -49,6 +50,11 @@ ListFiles ListFilesOf(Target target) {
             return {"CNCList.csv", {"WORKLIST.TXT", "CNCList.csv"}};
     }
     return {};
+}
+
+/// The list while the run goes on.
+std::string UnfinishedPath(std::string_view folder, std::string_view name) {
+    return std::string(folder) + std::string(name) + std::string(UnfinishedListEnding);
 }
 
 std::string_view FolderOf(const RunState& run) { return run.FirstPass() ? OutputFolder : SecondSideFolder; }
@@ -184,7 +190,7 @@ std::string HeaderOfBW(std::string_view lineEnd) {
 void AddListLine(RunState& run) {
     FilesPort& files = *ThePlatform().files;
     const std::string_view lineEnd = files.LineEnd();
-    const std::string path = std::string(FolderOf(run)) + std::string(ListFilesOf(run.target).written);
+    const std::string path = UnfinishedPath(FolderOf(run), ListFilesOf(run.target).written);
     std::string content = files.FileExists(path) ? files.ReadFile(path) : std::string();
     if (run.target == Target::BW) {
         bool& written = run.ListHeaderWritten[run.SecondSidePass];
@@ -198,9 +204,19 @@ void ClearWorkLists(Target target) {
     FilesPort& files = *ThePlatform().files;
     for (const std::string_view folder : {OutputFolder, SecondSideFolder})
         for (const std::string_view name : ListFilesOf(target).cleared) {
-            const std::string path = std::string(folder) + std::string(name);
-            if (files.FileExists(path)) Skip([&] { files.RemoveFile(path); });
+            for (const std::string& path :
+                 {std::string(folder) + std::string(name), UnfinishedPath(folder, name)})
+                if (files.FileExists(path)) Skip([&] { files.RemoveFile(path); });
         }
+}
+
+void FinishWorkLists(Target target) {
+    FilesPort& files = *ThePlatform().files;
+    const std::string_view name = ListFilesOf(target).written;
+    // The first side's list comes last: where it stands, the other one does too.
+    for (const std::string_view folder : {SecondSideFolder, OutputFolder})
+        if (const std::string path = UnfinishedPath(folder, name); files.FileExists(path))
+            files.MoveFileOver(path, std::string(folder) + std::string(name));
 }
 
 }  // namespace brenvik

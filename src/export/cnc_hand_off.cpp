@@ -127,7 +127,7 @@ void HandOffToCnc(frmExport& form, int exportTarget) {
         const std::string_view lineEnd = ThePlatform().files->LineEnd();
         const std::vector<std::string> lines = LinesOfAllParts(*plan);
         Skip([&] { ReplaceFile(form.ExportPath, TextOfLines(lines, lineEnd)); });
-        if (!WriteRunList(ApplicationFolder() + std::string(CncListFile), GroupedCncList(lines, lineEnd)))
+        if (!WriteRunList(HandOverFolder() + std::string(CncListFile), GroupedCncList(lines, lineEnd)))
             return;
     }
     TheSession().ExportTarget = exportTarget;

@@ -10,7 +10,7 @@ namespace brenvik {
 
 class frmExport;
 
-/// The lists in the application folder: a line for each row of the part table, and a line for each group of
+/// The lists in the hand-over folder: a line for each row of the part table, and a line for each group of
 /// identical parts, which the run reads.
 inline constexpr std::string_view CncWorkFile = "CNCExportList.txt";
 inline constexpr std::string_view CncListFile = "CNCExportList2.txt";

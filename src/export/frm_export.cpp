@@ -245,7 +245,7 @@ void frmExport::GoAccess() {
 
 void frmExport::GoCnc() {
     const int type = cboExportType.ListIndex();
-    ExportPath = ApplicationFolder() + std::string(CncWorkFile);
+    ExportPath = HandOverFolder() + std::string(CncWorkFile);
     txtSaveCSVFile.SetText(ExportPath);
     LoadCNCProfiles();
     HandOffToCnc(*this, type - FirstCncExportType + 1);

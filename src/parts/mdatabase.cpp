@@ -2,6 +2,7 @@
 #include "parts/mdatabase.h"
 
 #include "base/failure.h"
+#include "base/letter_case.h"
 #include "base/text.h"
 #include "session/files_port.h"
 #include "session/session.h"
@@ -15,6 +16,26 @@ bool IsOpen(const std::unique_ptr<Connection>& connection) {
     return connection != nullptr && connection->State() == ConnectionState::Open;
 }
 
+const std::string WorkingFile = "bv04.mdb", BlankFile = "bv-back04.mdb";
+
+std::string DatabaseFolder() { return TheSession().InstallFolder + "_db\\"; }
+
+/// The database that is this program's own: the one beside the library, unless another program works there.
+std::string OwnDatabasePath() {
+    const std::string own = ThePlatform().files->WorkFolder();
+    return (own.empty() ? DatabaseFolder() : own) + WorkingFile;
+}
+
+/// A value as it stands in a connection string; in double quotes only where it would be cut or changed.
+std::string AttributeValue(std::string_view value) {
+    const bool plain = value.find(';') == std::string_view::npos && Trim(value) == value &&
+                       !value.starts_with('"') && !value.starts_with('\'');
+    if (plain) return std::string(value);
+    std::string quoted = "\"";
+    for (const char character : value) quoted += character == '"' ? "\"\"" : std::string(1, character);
+    return quoted + "\"";
+}
+
 void Release(std::unique_ptr<Connection>& connection) {
     const std::unique_ptr<Connection> released = std::move(connection);
     if (IsOpen(released)) released->Close();
@@ -25,7 +46,14 @@ void Release(std::unique_ptr<Connection>& connection) {
 void TakeWorkingDatabasePath() {
     Session& session = TheSession();
     session.MDBPath = GetSettingText("MDBPath");
-    if (IsBlank(session.MDBPath)) session.MDBPath = session.InstallFolder + "_db\\bv04.mdb";
+    const bool isDefault =
+        IsBlank(session.MDBPath) || EqualsIgnoreCase(session.MDBPath, DatabaseFolder() + WorkingFile);
+    if (isDefault) session.MDBPath = OwnDatabasePath();
+}
+
+std::string DatabasePathToKeep() {
+    const std::string& path = TheSession().MDBPath;
+    return EqualsIgnoreCase(path, OwnDatabasePath()) ? GetSettingText("MDBPath") : path;
 }
 
 std::string WorkingDatabasePath() {
@@ -34,7 +62,7 @@ std::string WorkingDatabasePath() {
 }
 
 std::string ConnectionString(std::string_view databasePath) {
-    return "Provider=Microsoft.Jet.OLEDB.4.0;User ID=admin;Data Source=" + std::string(databasePath) +
+    return "Provider=Microsoft.Jet.OLEDB.4.0;User ID=admin;Data Source=" + AttributeValue(databasePath) +
            ";Mode=Share Deny None";
 }
 
@@ -46,9 +74,9 @@ void RefreshWorkingDatabase() {
     Release(session.ReaderConnection);
     session.ReaderUseCount = 0;
     FilesPort& files = *ThePlatform().files;
-    const std::string folder = session.InstallFolder + "_db\\";
-    if (files.FileExists(folder + "bv04.mdb")) files.RemoveFile(folder + "bv04.mdb");
-    files.CopyFileOver(folder + "bv-back04.mdb", folder + "bv04.mdb");
+    const std::string path = OwnDatabasePath();
+    if (files.FileExists(path)) files.RemoveFile(path);
+    files.CopyFileOver(DatabaseFolder() + BlankFile, path);
 }
 
 void OpenScanConnection() {

@@ -12,15 +12,21 @@ namespace brenvik::mDatabase {
 /// The path of the working database: the session's, or, when that is blank, the one of the settings or its
 /// default beside the library, which the session then keeps.
 std::string WorkingDatabasePath();
-/// Takes the path from the settings into the session: blank means `_db\bv04.mdb` in the install folder.
+/// Takes the path from the settings into the session: blank means `_db\bv04.mdb` in the install folder, or,
+/// while another program works there, a database of this program's own.
 void TakeWorkingDatabasePath();
+/// What the settings keep of the session's path: a default stays as the user wrote it, mostly blank, so that
+/// a home that is copied or moved never leads back to the database of the old one.
+std::string DatabasePathToKeep();
 
-/// What scan and reader connections, and the grid's data control, are opened with.
+/// What scan and reader connections, and the grid's data control, are opened with. A path stands in it as it
+/// is; one with a semicolon, in quotes.
 std::string ConnectionString();
 std::string ConnectionString(std::string_view databasePath);
 
-/// Replaces the working database in the install folder by its blank copy. The session's connections are
-/// closed first, since the file that they stand on goes. Fails with 53 when there is no blank copy.
+/// Replaces the program's own database, mostly that in the install folder, by the blank copy. The session's
+/// connections are closed first, since the file that they stand on goes. Fails with 53 when there is no blank
+/// copy.
 void RefreshWorkingDatabase();
 
 /// Opens the scan connection unless it is open.

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "base/file_failure.h"
 #include "session/session.h"
 
 namespace brenvik {
@@ -12,8 +13,9 @@ void ShowMessage(std::string_view text, std::string_view title, MessageIcon icon
 }
 
 void ShowFailure(const Failure& failure) {
+    const bool named = IsOfFileSystem(failure);
     ShowMessage(std::to_string(failure.number()) + "\r\n" + failure.source() + "\r\n" +
-                failure.description());
+                (named ? failure.what() : failure.description()));
 }
 
 void ShowFailureWithDetail(const Failure& failure) {

@@ -13,6 +13,11 @@ std::string ApplicationFolder() {
     return folder;
 }
 
+std::string HandOverFolder() {
+    std::string own = ThePlatform().files->WorkFolder();
+    return own.empty() ? ApplicationFolder() : own;
+}
+
 std::vector<std::string> ReadLines(std::string_view path) {
     return LinesOf(ThePlatform().files->ReadFile(path));
 }

@@ -10,6 +10,10 @@ namespace brenvik {
 /// The folder of the installed system with a backslash at its end: where the delivered files lie.
 std::string ApplicationFolder();
 
+/// Where the lists that the grid hands over to a CNC run lie: in the application folder, or in a folder of
+/// this program's own while another program is at work in that one. With a backslash at its end.
+std::string HandOverFolder();
+
 /// The lines of a file by way of the files port; fails as that does.
 std::vector<std::string> ReadLines(std::string_view path);
 

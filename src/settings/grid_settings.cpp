@@ -65,7 +65,7 @@ void SaveGridSettings() {
     session.DialogHeight = NumberToText(form.height);
     session.DialogLeft = NumberToText(form.left);
     session.DialogTop = NumberToText(form.top);
-    SaveSettingText("MDBPath", session.MDBPath);
+    SaveSettingText("MDBPath", mDatabase::DatabasePathToKeep());
     SaveSettingText("DialogWidth", session.DialogWidth);
     SaveSettingText("DialogHeight", session.DialogHeight);
     SaveSettingText("DialogLeft", session.DialogLeft);

@@ -1,12 +1,17 @@
 // The two commands: the set-up, a drawing for each solid, and the loop over them; and the second name.
 #include "tools/part_export.h"
 
+#include <array>
+#include <optional>
+
 #include "base/failure.h"
 #include "base/skip.h"
 #include "cnc/drawing_walk.h"
+#include "cnc/output_claim.h"
 #include "cnc/run_set_up.h"
 #include "session/files_port.h"
 #include "session/message.h"
+#include "session/module_state.h"
 #include "session/session.h"
 #include "tools/part_export_files.h"
 #include "tools/part_export_part.h"
@@ -49,6 +54,7 @@ bool WorkOnPart(AcadApplication& app, int index) {
     ShowAndResume(ShowFailureWithDetail, [&] { came = part.Run(); });
     if (came == PartStep::EndRun) return false;
     part.CleanUp();
+    if (!part.Written().empty()) StateOf<PartExportReport>().written.push_back(part.Written());
     return true;
 }
 
@@ -56,16 +62,21 @@ std::string NameWithoutExtension(const std::string& name) { return name.substr(0
 
 }  // namespace
 
+const PartExportReport& LastPartExport() { return StateOf<PartExportReport>(); }
+
 namespace commands {
 
 void BVExportDWG(AcadApplication& app) {
     AcadDocument& drawing = *TheSession().AcadDoc;
+    StateOf<PartExportReport>() = {};
+    const std::optional<OutputClaims> claims =
+        ClaimOutput(std::array{PartExportFolder}, drawing, PartExportEmpties);
+    if (!claims) return;
     ShowMessage(PartExportWarning);
     ApplyOpenGrid();
     PrepareDrawing(drawing);
     AcadSelectionSet& prev = FreshSet(drawing, "prev");
     prev.Select(SelectMode::Previous);
-    MakePartExportFolder();
     EmptyPartExportFolder("*.*");
     const int count = WriteSolids(drawing, prev);
     for (int index = 0; index < count; ++index)

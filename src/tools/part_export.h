@@ -2,7 +2,9 @@
 // parts by hand; and a drawing saved under a second name beside them.
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace brenvik {
 
@@ -16,10 +18,20 @@ inline constexpr std::string_view PartExportWarning =
     "Please wait for the -- Export Complete! -- message before continuing.";
 inline constexpr std::string_view PartExportComplete = "-- Export Complete! --";
 
+/// What its folder is in for, in the words of a refusal.
+inline constexpr std::string_view PartExportEmpties = "the export empties its folder";
+
+/// What the last export came to, for programs that call it: the folder may be somebody else's by now.
+struct PartExportReport {
+    std::vector<std::string> written;  ///< Names of the finished drawings, in the order of the parts.
+};
+const PartExportReport& LastPartExport();
+
 namespace commands {
 
 /// Empties "C:\BV-DWG\" and writes each solid of the previous selection to a drawing there. A part that
 /// fails is told and passed over; one without an edge to be laid by ends the command, its drawing still open.
+/// A folder where another program's run is going on, or that holds the drawing itself, is refused.
 void BVExportDWG(AcadApplication& app);
 
 /// Saves the active drawing under its own name to "C:\BV-DWG\", and again under that name with a "2" behind

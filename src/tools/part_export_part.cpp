@@ -157,8 +157,10 @@ void PartExport::PutOnMaterialLayer() {
 
 void PartExport::SaveAndClose() {
     drawing->PurgeAll();
-    drawing->SaveAs(FinishedPartPath(index, TextOfPart(*drawing, "PartName"), TextOfPart(*drawing, "PN")),
-                    SaveAsKind::Native);
+    const std::string path =
+        FinishedPartPath(index, TextOfPart(*drawing, "PartName"), TextOfPart(*drawing, "PN"));
+    drawing->SaveAs(path, SaveAsKind::Native);
+    written = path.substr(PartExportFolder.size());
     std::exchange(drawing, nullptr)->Close(false);
 }
 

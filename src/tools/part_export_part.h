@@ -20,6 +20,8 @@ class PartExport {
     PartStep Run();
     /// Closes the part's drawing, if it is open still, and deletes the drawings that it needed on its way.
     void CleanUp();
+    /// The name of the finished drawing; blank when there is none.
+    const std::string& Written() const { return written; }
 
   private:
     void OpenScaled();
@@ -33,7 +35,7 @@ class PartExport {
     AcadApplication& app;
     const int index;
     AcadDocument* drawing = nullptr;
-    std::string DimT = "0";
+    std::string DimT = "0", written;
 };
 
 }  // namespace brenvik

@@ -1,11 +1,9 @@
 // CNC runs from the shell: files, exit statuses, output folders, and the road through the grid.
 #include <algorithm>
 
+#include "boards.h"
 #include "cnc/run_set_up.h"
-#include "drafting_host/document/host_application.h"
-#include "file_roots/whole_file.h"
 #include "program.h"
-#include "workpiece.h"
 
 namespace brenvik::cli_test {
 namespace {
@@ -19,29 +17,7 @@ class Cnc : public ProgramTest {
     /// have a second side.
     void WriteBoards(const std::string& file, const std::vector<std::string>& names,
                      const std::string& material = "White Melamine", bool pocketBelow = false) const {
-        HostApplication host(WriteWholeFile);
-        HostDocument& document = host.NewDocument();
-        document.Layers().Add("Parts");
-        double place = 0;
-        for (const std::string& name : names) {
-            app::Workpiece board(document.ModelSpace(), {place, 0, 0}, {place + 600, 400, 18}, "Parts");
-            board.Drill({place + 100, 100, 18}, app::Axis::Z, -10, 8);
-            if (pocketBelow) board.Cut({place + 200, 100, -1}, {place + 300, 250, 6});
-            place += 1000;
-            for (const auto& [key, value] :
-                 std::vector<std::pair<std::string, std::string>>{{"PartName", name},
-                                                                  {"PN", "7"},
-                                                                  {"Material", material},
-                                                                  {"ORIE", "LWT"},
-                                                                  {"OldValue1", "600"},
-                                                                  {"OldValue2", "400"},
-                                                                  {"OldValue3", "18"}}) {
-                const std::vector<std::int16_t> types{1001, 1000};
-                const std::vector<XDataValue> values{key, value};
-                board.Solid().SetXData(types, values);
-            }
-        }
-        SaveDrawing(document, folder / file);
+        WriteBoardsTo(folder / file, {names, material, pocketBelow});
     }
     std::vector<std::string> FilesOf(const std::string& where) const {
         std::vector<std::string> names;
@@ -128,6 +104,38 @@ TEST_F(Cnc, RefusesTheFolderOfTheDrawingItself) {
     const Outcome outcome = Run({"cnc", "cut/Part_0_Side_7.dxf", "--target", "C2C", "--out", "cut"});
     EXPECT_EQ(outcome.status, 2);
     EXPECT_TRUE(Exists("cut/Part_0_Side_7.dxf"));
+}
+
+TEST_F(Cnc, RefusesToEmptyTheDefaultFolderWhenItHoldsTheDrawing) {
+    EXPECT_EQ(Run({"init"}).status, 0);
+    for (const std::string where : {"home/drive_c/BV-DXF", "home/drive_c/BV-DXF/2-sided"}) {
+        std::filesystem::create_directories(folder / where);
+        WriteBoards(where + "/job.dxf", {"Side"});
+        std::filesystem::create_symlink(folder / where / "job.dxf", folder / "link.dxf");
+        for (const std::string& drawing : {where + "/job.dxf", std::string("link.dxf")}) {
+            const Outcome outcome = Run({"cnc", drawing, "--target", "C2C"});
+            EXPECT_EQ(outcome.status, 2);
+            EXPECT_EQ(outcome.errors, "brenvik: a run empties its output folder, and " + Path(where) +
+                                          " holds the drawing itself; choose another folder with --out, or "
+                                          "move the drawing\n");
+            EXPECT_TRUE(Exists(where + "/job.dxf"));
+        }
+        std::filesystem::remove(folder / "link.dxf");
+    }
+    EXPECT_EQ(Run({"cnc", "home/drive_c/BV-DXF/job.dxf", "--target", "C2C", "--out", "cut"}).status, 0);
+}
+
+TEST_F(Cnc, OfAJournalRefusesToEmptyTheFolderOfItsDrawing) {
+    EXPECT_EQ(Run({"init"}).status, 0);
+    std::filesystem::create_directories(folder / "home/drive_c/BV-DXF");
+    WriteBoards("home/drive_c/BV-DXF/job.dxf", {"Side"});
+    Write("run.journal",
+          "select all\ncommand BVC2C\nexpect message \"Nothing was done: a run empties its output "
+          "folder, and " +
+              Path("home/drive_c/BV-DXF") + " holds the drawing itself.\"\nexpect no message\n");
+    const Outcome outcome = Run({"run", "home/drive_c/BV-DXF/job.dxf", "--journal", "run.journal"});
+    EXPECT_EQ(outcome.errors.find("expected"), std::string::npos) << outcome.errors;
+    EXPECT_EQ(FilesOf("home/drive_c/BV-DXF"), Names{"job.dxf"});
 }
 
 TEST_F(Cnc, TellsAFolderThatCannotBeMade) {

@@ -4,7 +4,10 @@
 namespace brenvik::cli_test {
 namespace {
 
-class Home : public ProgramTest {};
+class Home : public ProgramTest {
+  protected:
+    using Words = std::vector<std::string>;
+};
 
 TEST_F(Home, InitMakesWhatAnInstallerWould) {
     const Outcome outcome = Run({"init"});
@@ -42,13 +45,103 @@ TEST_F(Home, ASecondInitKeepsWhatTheShopChanged) {
     Run({"settings", "set", "CircleSize", "40"});
     Write("home/materials.txt", "mine");
     std::filesystem::remove(Path("home/_db/bv-back04.mdb"));
-    const Outcome outcome = Run({"init", "--units", "imperial"});
+    const Outcome outcome = Run({"init", "--units", "metric"});
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
     EXPECT_EQ(outcome.output, "already there: " + Path("home") + "\n");
     EXPECT_EQ(Read("home/materials.txt"), "mine");
     EXPECT_EQ(Run({"settings", "get", "CircleSize"}).output, "40\n");
     EXPECT_EQ(Run({"settings", "get", "ExportScaleSetting"}).output, "2\n");
     EXPECT_TRUE(Exists("home/_db/bv-back04.mdb"));
+}
+
+TEST_F(Home, InitInOtherUnitsThanTheHomesIsRefusedWithWhatToDo) {
+    for (const auto& [own, other] :
+         {std::pair<std::string, std::string>{"metric", "imperial"}, {"imperial", "metric"}}) {
+        std::filesystem::remove_all(Path("home"));
+        Run({"init", "--units", own});
+        std::filesystem::remove(Path("home/materials.txt"));
+        const std::string settings = Read("home/settings.txt");
+        const Outcome outcome = Run({"init", "--units", other});
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_NE(outcome.errors.find(Path("home") + " is a home in " + own + " units"), std::string::npos)
+            << outcome.errors;
+        EXPECT_NE(outcome.errors.find("brenvik --home DIR init --units " + other), std::string::npos);
+        EXPECT_EQ(Read("home/settings.txt"), settings);
+        EXPECT_FALSE(Exists("home/materials.txt")) << "nothing of the other units is added";
+        EXPECT_EQ(Run({"init"}).status, 0);
+        EXPECT_EQ(Read("home/materials.txt").starts_with("material=18 "), own == "metric")
+            << "what went missing comes back in the home's units";
+    }
+}
+
+TEST_F(Home, AnInstallationThatWasBrokenOffDoesNotMixItsUnitsWithTheNext) {
+    Run({"init"});
+    std::filesystem::remove(Path("home/settings.txt"));
+    EXPECT_EQ(Run({"init", "--units", "imperial"}).status, 0);
+    EXPECT_EQ(Run({"settings", "get", "ExportScaleSetting"}).output, "1\n");
+    EXPECT_TRUE(Read("home/materials.txt").starts_with("material=.75 "));
+    Write("home/materials.txt", "mine");
+    std::filesystem::remove(Path("home/settings.txt"));
+    EXPECT_EQ(Run({"init"}).status, 0);
+    EXPECT_EQ(Read("home/materials.txt"), "mine");
+}
+
+TEST_F(Home, MayHaveAnyCharactersInItsPath) {
+    WriteSample("job.dxf");
+    const Words words{"list", "job.dxf", "--format", "csv"};
+    const std::string expected = Run(words).output;
+    for (const std::string name : {"a;b", "Mode=Read;x", "two words", " lead", "trail ", "it's", "say \"so\"",
+                                   "'", "a\"b;c", "Tür", "%41", "a#b", "file:x?mode=ro", "[x]", "{x}"}) {
+        std::vector<std::string> all{"--home", name};
+        all.insert(all.end(), words.begin(), words.end());
+        const Outcome outcome = RunBare("", all);
+        EXPECT_EQ(outcome.status, 0) << name << ": " << outcome.errors;
+        EXPECT_EQ(outcome.output, expected) << name;
+        EXPECT_TRUE(Exists(name + "/_db/bv04.mdb")) << name;
+    }
+}
+
+TEST_F(Home, ThatCannotBeWrittenIsToldWithTheFile) {
+    WriteSample("job.dxf");
+    Run({"init"});
+    std::filesystem::remove(Path("home/_db/bv04.mdb"));
+    std::filesystem::create_directories(Path("home/_db/bv04.mdb/inside"));
+    const Outcome outcome = Run({"list", "job.dxf"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(
+        outcome.errors.find("75\\r\\nBrenvik\\r\\nPath/File access error: " + Path("home/_db/bv04.mdb")),
+        std::string::npos)
+        << outcome.errors;
+}
+
+TEST_F(Home, OfAnotherUserIsToldWithTheFile) {
+    WriteSample("job.dxf");
+    Run({"init"});
+    using std::filesystem::perms;
+    std::filesystem::permissions(folder, perms::owner_all | perms::group_exec | perms::others_exec);
+    for (const Words& words : {Words{"list", "job.dxf"}, {"settings", "set", "CircleSize", "40"}, {"init"}}) {
+        const Outcome outcome = RunNamed("nobody", words, "setpriv --reuid=65534 --clear-groups");
+        if (outcome.errors.find("setpriv") != std::string::npos)
+            GTEST_SKIP() << "no other user can be had here";
+        EXPECT_EQ(outcome.status, 1) << words[0];
+        EXPECT_NE(outcome.errors.find("Permission denied: " + Path("home/")), std::string::npos)
+            << words[0] << ": " << outcome.errors;
+    }
+}
+
+TEST_F(Home, OnAFullDiskIsToldWithTheFile) {
+    WriteSample("job.dxf");
+    Run({"init"});
+    // Files of more than 4 kB are refused as on a full disk.
+    const std::string fullDisk = "ulimit -f 8; trap '' XFSZ;";
+    const Outcome list = RunNamed("list", {"list", "job.dxf"}, fullDisk);
+    EXPECT_EQ(list.status, 1);
+    EXPECT_NE(list.errors.find("Disk full: " + Path("home/_db/bv04.mdb")), std::string::npos) << list.errors;
+    const Outcome copy = RunNamed("convert", {"convert", "job.dxf", Path("copy.dxf")}, fullDisk);
+    EXPECT_EQ(copy.status, 1);
+    EXPECT_NE(copy.errors.find(Path("copy.dxf")), std::string::npos) << copy.errors;
+    EXPECT_FALSE(Exists("copy.dxf"));
 }
 
 TEST_F(Home, TheFirstUseMakesIt) {

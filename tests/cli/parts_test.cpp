@@ -71,11 +71,11 @@ TEST_F(Parts, AFolderWithOtherFilesIsRefusedUntouched) {
     EXPECT_EQ(Names("mine"), std::vector<std::string>{"letters.txt"});
 }
 
-TEST_F(Parts, WhatADeadProgramLeftInTheFolderIsInNobodysWay) {
+TEST_F(Parts, WhatADeadProgramLeftInTheFolderIsClearedAway) {
     std::filesystem::create_directory(folder / "out");
     Write("out/.brenvik-work-1-1", "half");
     EXPECT_EQ(Run({"parts", ShippedSample().string(), "--select", "140", "--out", "out"}).status, 0);
-    EXPECT_TRUE(Exists("out/.brenvik-work-1-1"));
+    EXPECT_FALSE(Exists("out/.brenvik-work-1-1"));
 }
 
 TEST_F(Parts, TheFolderOfTheDrawingItselfIsRefused) {
@@ -117,6 +117,20 @@ TEST_F(Parts, PartsFromAnotherSystemGetTheLettersOfTheCommand) {
     EXPECT_NE(outcome.errors.find("ORIE data not detected on this part, so it is being set to LWT"),
               std::string::npos);
     EXPECT_EQ(Run({"parts", "job.step", "--out", "out2"}).errors, std::string(warning) + complete);
+}
+
+TEST_F(Parts, RefuseToEmptyTheDefaultFolderWhenItHoldsTheDrawing) {
+    EXPECT_EQ(Run({"init"}).status, 0);
+    const std::string drawing = "home/drive_c/BV-DWG/job.dxf";
+    std::filesystem::create_directories(Path("home/drive_c/BV-DWG"));
+    WriteSample(drawing);
+    const Outcome outcome = Run({"parts", drawing});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_NE(outcome.errors.find("the export empties its folder, and " + Path("home/drive_c/BV-DWG") +
+                                  " holds the drawing itself"),
+              std::string::npos)
+        << outcome.errors;
+    EXPECT_TRUE(Exists(drawing));
 }
 
 }  // namespace

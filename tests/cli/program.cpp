@@ -54,25 +54,34 @@ Outcome ProgramTest::Run(const std::vector<std::string>& words) const {
 Outcome ProgramTest::RunInto(const std::string& outputFile, const std::vector<std::string>& words) const {
     std::vector<std::string> all{"--home", Path("home")};
     all.insert(all.end(), words.begin(), words.end());
-    return RunShell("", all, outputFile);
+    return RunShell("", all, outputFile, Path("stderr"));
 }
 
 Outcome ProgramTest::RunBare(const std::string& environment, const std::vector<std::string>& words) const {
-    return RunShell(environment, words, Path("stdout"));
+    return RunShell(environment, words, Path("stdout"), Path("stderr"));
+}
+
+Outcome ProgramTest::RunNamed(const std::string& name, const std::vector<std::string>& words,
+                              const std::string& before) const {
+    std::vector<std::string> all{"--home", Path("home")};
+    all.insert(all.end(), words.begin(), words.end());
+    Outcome outcome = RunShell(before, all, Path(name + ".out"), Path(name + ".err"));
+    outcome.output = ReadFile(Path(name + ".out"));
+    return outcome;
 }
 
 Outcome ProgramTest::RunShell(const std::string& environment, const std::vector<std::string>& words,
-                              const std::string& outputFile) const {
+                              const std::string& outputFile, const std::string& errorFile) const {
     std::string command = "cd " + Quote(folder.string()) + " && " + environment + " ";
     command += Quote(BRENVIK_BINARY_DIR "/bin/brenvik");
     for (const std::string& word : words) command += " " + Quote(word);
-    command += " >" + Quote(outputFile) + " 2>" + Quote(Path("stderr")) + " </dev/null";
+    command += " >" + Quote(outputFile) + " 2>" + Quote(errorFile) + " </dev/null";
     const int status = std::system(command.c_str());
     Outcome outcome;
     // A signal would be a crash, which no test expects.
     outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : 1000 + WTERMSIG(status);
     if (outputFile == Path("stdout")) outcome.output = ReadFile(outputFile);
-    outcome.errors = ReadFile(Path("stderr"));
+    outcome.errors = ReadFile(errorFile);
     return outcome;
 }
 

@@ -29,6 +29,11 @@ class ProgramTest : public ::testing::Test {
     /// Without `--home`; `environment` is put before the program, as "NAME=value".
     Outcome RunBare(const std::string& environment, const std::vector<std::string>& words) const;
 
+    /// Like Run, for programs that run at once: each keeps what it tells in files of its own name. `before`
+    /// is put before the program, as in "sleep 0.1;".
+    Outcome RunNamed(const std::string& name, const std::vector<std::string>& words,
+                     const std::string& before = "") const;
+
     /// A path in the test's folder.
     std::string Path(const std::string& name) const { return (folder / name).string(); }
     void Write(const std::string& name, std::string_view content) const;
@@ -41,7 +46,7 @@ class ProgramTest : public ::testing::Test {
 
   private:
     Outcome RunShell(const std::string& environment, const std::vector<std::string>& words,
-                     const std::string& outputFile) const;
+                     const std::string& outputFile, const std::string& errorFile) const;
 };
 
 std::string ReadFile(const std::filesystem::path& file);

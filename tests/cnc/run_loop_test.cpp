@@ -284,7 +284,7 @@ TEST_F(RunLoop, TellsItsProgressAtEachPass) {
 
 TEST_F(RunLoop, AFolderThatRefusesAPartFileIsLeftWithoutAny) {
     Boards({"Side", "Shelf", "Back"});
-    MakeOutputFolders();
+    for (const std::string_view folder : {OutputFolder, SecondSideFolder}) files.MakeFolder(folder);
     files.MakeFolder("c:\\BV-DXF\\2-sided\\BPart_1.dwg");
     RunA();
     EXPECT_EQ(passes, 0);

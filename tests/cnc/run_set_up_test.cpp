@@ -39,7 +39,7 @@ TEST_F(RunSetUp, MakesBothFoldersAndClearsTheListsOfTheTarget) {
 }
 
 TEST_F(RunSetUp, EmptiesBothFoldersBeforeTheFirstPart) {
-    MakeOutputFolders();
+    for (const std::string_view folder : {OutputFolder, SecondSideFolder}) files.MakeFolder(folder);
     for (const std::string_view folder : {OutputFolder, SecondSideFolder})
         for (const char* name : {"Part_7.dwg", "old.dxf", "notes.txt", "plain"})
             files.WriteFile(std::string(folder) + name, "old");

@@ -37,6 +37,7 @@ class RunTemplateTest : public CncTest {
         };
         steps.addListLine = [this](RunState& run) { listed.push_back(run.partIndex); };
         steps.clearWorkLists = [this](Target target) { cleared.push_back(target); };
+        steps.finishWorkLists = [this](Target target) { finished.push_back(target); };
         return steps;
     }
     void RunA(Target target = Target::C2C) { RunParts(host, target, RunForm::A, Steps()); }
@@ -73,7 +74,7 @@ class RunTemplateTest : public CncTest {
     int passes = 0, secondSteps = 0;
     Texts seen;
     std::vector<int> listed;
-    std::vector<Target> cleared;
+    std::vector<Target> cleared, finished;
 };
 
 }  // namespace brenvik

@@ -62,6 +62,18 @@ INSTANTIATE_TEST_SUITE_P(
         BadString{"Data Source=\"x",
                   "The connection string has a quoted value with no end: Data Source=\"x"}));
 
+TEST(ConnectionStringText, QuotedValuesMayHoldSemicolonsAndQuotes) {
+    const auto sourceOf = [](const std::string& value) {
+        return part_table::ParseConnectionString("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + value +
+                                                 ";Mode=Share Deny None")
+            .dataSource;
+    };
+    EXPECT_EQ(sourceOf("\"/tmp/a;b/bv04.mdb\""), "/tmp/a;b/bv04.mdb");
+    EXPECT_EQ(sourceOf("\"/tmp/a\"\"b;c/x.mdb\""), "/tmp/a\"b;c/x.mdb");
+    EXPECT_EQ(sourceOf("'it''s.mdb'"), "it's.mdb");
+    EXPECT_EQ(sourceOf("\"\"\"\""), "\"");
+}
+
 TEST_F(PartTable, ConnectionKnowsItsState) {
     const std::unique_ptr<Connection> other = database.CreateConnection();
     EXPECT_EQ(other->State(), ConnectionState::Closed);
@@ -140,18 +152,54 @@ TEST_F(PartTable, RemovedFileFailsTheNextStatement) {
     EXPECT_EQ(failure.number(), failure_number::databaseUnavailable);
     EXPECT_EQ(failure.description(), "The part database " + File().string() + " can't be found");
     EXPECT_FALSE(std::filesystem::exists(File()));
-    // The file comes back, and with it the connection.
+}
+
+TEST_F(PartTable, AFileThatReplacesTheOpenOneFailsEveryStatement) {
+    Insert("1A", "Side", "Oak", "1");
+    const std::unique_ptr<Recordset> records = connection->OpenRecordset("select * from brenvik_data");
     database.CreateBlankPartDatabase("c:\\bv04.mdb");
+    const std::string replaced =
+        "The part database " + File().string() + " was replaced by another file since it was opened";
+    EXPECT_EQ(FailureOf([&] { connection->OpenRecordset("select * from brenvik_data"); }).description(),
+              replaced);
+    EXPECT_EQ(FailureOf([&] { connection->Execute("delete from brenvik_data"); }).description(), replaced);
+    EXPECT_EQ(FailureOf([&] { connection->BeginTrans(); }).description(), replaced);
+    EXPECT_EQ(FailureOf([&] { records->Update(0, 2, "Top"); }).number(), failure_number::databaseUnavailable);
+    connection = Opened();
+    EXPECT_EQ(Column("select bv_id from brenvik_data"), "") << "a new connection has the new file";
+}
+
+TEST_F(PartTable, AFileThatComesBackAsAnotherOneFailsToo) {
+    const std::filesystem::path aside = folder.Path() / "aside.mdb";
+    std::filesystem::rename(File(), aside);
+    EXPECT_EQ(FailureOf([&] { connection->Execute("delete from brenvik_data"); }).description(),
+              "The part database " + File().string() + " can't be found");
+    std::filesystem::copy_file(aside, File());
+    EXPECT_EQ(FailureOf([&] { connection->Execute("delete from brenvik_data"); }).number(),
+              failure_number::databaseUnavailable);
+    std::filesystem::rename(aside, File());
     connection->Execute("delete from brenvik_data");
 }
 
-TEST_F(PartTable, ConnectionGoesOverToAFileThatReplacesItsOwn) {
-    Insert("1A", "Side", "Oak", "1");
-    database.CreateBlankPartDatabase("c:\\bv04.mdb");
-    EXPECT_EQ(Column("select bv_id from brenvik_data"), "");
-    Insert("2B", "Top", "Oak", "1");
-    const std::unique_ptr<Connection> other = Opened();
-    EXPECT_EQ(other->OpenRecordset("select * from brenvik_data")->RecordCount(), 1);
+TEST_F(PartTable, AFileInUseByAnotherProgramIsRefusedForGood) {
+    auto other = std::make_unique<SqliteDatabase>(Database());
+    const auto open = [](SqliteDatabase& program) {
+        std::unique_ptr<Connection> made = program.CreateConnection();
+        made->Open(ConnectionText("c:\\bv04.mdb"));
+        return made;
+    };
+    const Failure failure = FailureOf([&] { open(*other); });
+    EXPECT_EQ(failure.number(), failure_number::databaseUnavailable);
+    EXPECT_NE(failure.description().find(File().string() + " is in use by another program"),
+              std::string::npos)
+        << failure.description();
+    connection.reset();
+    database = Database();
+    EXPECT_EQ(FailureOf([&] { open(*other); }).number(), failure_number::databaseUnavailable)
+        << "what stands there now is the list of the other one";
+    other = std::make_unique<SqliteDatabase>(Database());
+    const std::unique_ptr<Connection> first = open(*other), second = open(*other);
+    EXPECT_EQ(second->State(), ConnectionState::Open) << "one program has as many connections as it likes";
 }
 
 TEST_F(PartTable, ReplacedFileFailsATransactionThatIsUnderWay) {
@@ -159,7 +207,7 @@ TEST_F(PartTable, ReplacedFileFailsATransactionThatIsUnderWay) {
     Insert("1A", "Side", "Oak", "1");
     database.CreateBlankPartDatabase("c:\\bv04.mdb");
     EXPECT_EQ(FailureOf([&] { connection->CommitTrans(); }).description(),
-              "The part database " + File().string() + " was removed or replaced during a transaction");
+              "The part database " + File().string() + " was replaced by another file since it was opened");
 }
 
 TEST_F(PartTable, FileLockedByAnotherProgramFails) {

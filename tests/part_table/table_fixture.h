@@ -8,6 +8,8 @@
 #include <string>
 
 #include "base/failure.h"
+#include "file_roots/claim.h"
+#include "file_roots/whole_file.h"
 #include "part_table/sqlite_database.h"
 #include "support/failure_of.h"
 #include "support/temporary_folder.h"
@@ -17,9 +19,19 @@ namespace brenvik {
 class PartTable : public testing::Test {
   protected:
     // Paths of the system's own form begin at the folder: "c:\x.mdb" is x.mdb in it.
-    PartTable() : database([this](std::string_view path) { return folder.Path() / path.substr(3); }) {
+    PartTable() : database(Database()) {
         database.CreateBlankPartDatabase("c:\\bv04.mdb");
         connection = Opened();
+    }
+
+    /// The database as a program of its own has it.
+    SqliteDatabase Database() const {
+        return SqliteDatabase([this](std::string_view path) { return folder.Path() / path.substr(3); },
+                              WriteWholeFile,
+                              [](const std::filesystem::path& file) {
+                                  auto claim = std::make_shared<const Claim>(file);
+                                  return claim->Outcome() == Claim::State::Taken ? nullptr : claim;
+                              });
     }
 
     std::filesystem::path File() const { return folder.Path() / "bv04.mdb"; }

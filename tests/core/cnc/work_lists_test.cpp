@@ -40,7 +40,10 @@ class WorkListTest : public ::testing::Test {
         run.writtenFile = std::string(SecondSideFolder) + WrittenFileName(run);
         return run;
     }
+    /// Of a list when the run has ended.
     std::string Content(const std::string& name, bool secondSide = false) {
+        for (const Target target : {Target::C2C, Target::BW, Target::THERM, Target::RCIM, Target::ABC})
+            FinishWorkLists(target);
         return system.files.ReadFile(std::string(secondSide ? SecondSideFolder : OutputFolder) + name);
     }
 
@@ -56,6 +59,16 @@ TEST_F(WorkListTest, SevenTargetsShareOneForm) {
         EXPECT_EQ(Content("WORKLIST.TXT"),
                   "c:\\BV-DXF\\Part_4_Side_7.dxf,.75 RED OAK,1,3,Side,Base,7,a,b,c,d\n");
     }
+}
+
+TEST_F(WorkListTest, AListHasItsNameWhenTheRunHasEnded) {
+    RunState run = PartOf(Target::C2C);
+    AddListLine(run);
+    EXPECT_FALSE(system.files.FileExists("c:\\BV-DXF\\WORKLIST.TXT"));
+    EXPECT_TRUE(system.files.FileExists("c:\\BV-DXF\\WORKLIST.TXT.unfinished"));
+    FinishWorkLists(Target::C2C);
+    EXPECT_TRUE(system.files.FileExists("c:\\BV-DXF\\WORKLIST.TXT"));
+    EXPECT_FALSE(system.files.FileExists("c:\\BV-DXF\\WORKLIST.TXT.unfinished"));
 }
 
 TEST_F(WorkListTest, LinesAreAppended) {

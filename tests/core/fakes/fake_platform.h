@@ -64,6 +64,8 @@ class FakeFiles : public FilesPort {
     explicit FakeFiles(FakeDatabase& fakeDatabase) : database(fakeDatabase) {}
     std::map<std::string, std::string, LessIgnoreCase> contents;
     std::string installFolder = "C:\\Brenvik";
+    /// Set while another program is at work in the install folder.
+    std::string workFolder;
     /// Removals and copies, in order.
     std::vector<std::string> acts;
     /// Runs ahead of a removal.
@@ -71,6 +73,7 @@ class FakeFiles : public FilesPort {
     std::optional<Failure> failOnCopy, failOnWrite;
 
     std::string InstallFolder() override { return installFolder; }
+    std::string WorkFolder() override { return workFolder; }
     bool FileExists(std::string_view path) override { return contents.contains(std::string(path)); }
     bool FolderExists(std::string_view) override { return true; }
     void RemoveFile(std::string_view path) override {

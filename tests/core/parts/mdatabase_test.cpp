@@ -5,6 +5,7 @@
 
 #include "core/fakes/fake_platform.h"
 #include "parts/part_table.h"
+#include "session/text_files.h"
 
 namespace brenvik {
 namespace {
@@ -39,6 +40,40 @@ TEST_F(WorkingDatabase, IsRefreshedFromItsBlankCopyInTheInstallFolder) {
                                      "remove C:\\Brenvik\\_db\\bv04.mdb",
                                      "copy C:\\Brenvik\\_db\\bv-back04.mdb to C:\\Brenvik\\_db\\bv04.mdb"}));
     EXPECT_EQ(system.files.contents[system.WorkPath], "blank");
+}
+
+TEST_F(WorkingDatabase, IsOfAFolderOfItsOwnWhileAnotherProgramIsAtWork) {
+    system.files.workFolder = "C:\\Brenvik\\_db\\work-1\\";
+    system.files.contents[system.WorkPath] = "another's";
+    for (const char* set : {"", "c:\\brenvik\\_db\\BV04.mdb"}) {
+        system.settings.Set("MDBPath", set);
+        mDatabase::TakeWorkingDatabasePath();
+        EXPECT_EQ(TheSession().MDBPath, "C:\\Brenvik\\_db\\work-1\\bv04.mdb");
+        EXPECT_EQ(mDatabase::DatabasePathToKeep(), set);
+    }
+    mDatabase::RefreshWorkingDatabase();
+    EXPECT_EQ(system.files.contents["C:\\Brenvik\\_db\\work-1\\bv04.mdb"], "blank");
+    EXPECT_EQ(system.files.contents[system.WorkPath], "another's");
+    EXPECT_EQ(HandOverFolder(), system.files.workFolder);
+}
+
+TEST_F(WorkingDatabase, IsKeptAsTheUserSetIt) {
+    for (const char* set : {"", "C:\\Brenvik\\_db\\bv04.mdb", "D:\\jobs\\work.mdb"}) {
+        system.settings.Set("MDBPath", set);
+        mDatabase::TakeWorkingDatabasePath();
+        EXPECT_EQ(mDatabase::DatabasePathToKeep(), set) << "a copied home would lead back to this one";
+    }
+}
+
+TEST_F(WorkingDatabase, StandsInQuotesWhereItsPathWouldBeCut) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"D:\\work.mdb", "D:\\work.mdb"},   {"D:\\a b'c.mdb", "D:\\a b'c.mdb"},
+        {"D:\\a;b.mdb", "\"D:\\a;b.mdb\""}, {"D:\\a;\"b.mdb", "\"D:\\a;\"\"b.mdb\""},
+        {"'a.mdb'", "\"'a.mdb'\""},         {"D:\\end ", "\"D:\\end \""}};
+    for (const auto& [path, value] : cases)
+        EXPECT_EQ(mDatabase::ConnectionString(path),
+                  "Provider=Microsoft.Jet.OLEDB.4.0;User ID=admin;Data Source=" + std::string(value) +
+                      ";Mode=Share Deny None");
 }
 
 TEST_F(WorkingDatabase, IsRefreshedWhereThereWasNone) {

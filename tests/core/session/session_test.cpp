@@ -66,11 +66,20 @@ TEST(SessionDeathTest, PlatformIsUsedOnlyWhileLoaded) {
     EXPECT_DEATH(LoadSystem({}), "all the ports");
 }
 
+TEST(Message, OfAFailureOfFilesNamesTheFile) {
+    fakes::LoadedSystem system;
+    ShowFailure(PermissionDenied("/home/shop/_db/bv04.mdb"));
+    ShowFailureWithDetail(DiskFull("/home/shop/settings.txt"));
+    EXPECT_EQ(system.Messages(),
+              (std::vector<std::string>{"70\r\nBrenvik\r\nPermission denied: /home/shop/_db/bv04.mdb",
+                                        "61\r\nBrenvik\r\nDisk full: /home/shop/settings.txt"}));
+}
+
 TEST(Message, OfAFailureHasNumberSourceAndDescription) {
     fakes::LoadedSystem system;
-    ShowFailure(Failure(53, "Brenvik", "File not found", "C:\\x"));
+    ShowFailure(Failure(13, "Brenvik", "Type mismatch", "C:\\x"));
     ASSERT_EQ(system.dialogs.messages.size(), 1u);
-    EXPECT_EQ(system.dialogs.messages[0].text, "53\r\nBrenvik\r\nFile not found");
+    EXPECT_EQ(system.dialogs.messages[0].text, "13\r\nBrenvik\r\nType mismatch");
     EXPECT_EQ(system.dialogs.messages[0].title, "");
     EXPECT_EQ(system.dialogs.messages[0].icon, MessageIcon::None);
 }

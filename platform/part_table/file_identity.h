@@ -1,0 +1,19 @@
+// Telling whether a path still leads to the file that it led to before.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+
+namespace brenvik::part_table {
+
+/// What no two files of a machine share at one time.
+struct FileIdentity {
+    std::uint64_t device = 0, number = 0;
+    bool operator==(const FileIdentity&) const = default;
+};
+
+/// Of the file that a path leads to now; nothing when there is none.
+std::optional<FileIdentity> IdentityOf(const std::filesystem::path& file);
+
+}  // namespace brenvik::part_table

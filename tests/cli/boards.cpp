@@ -1,0 +1,49 @@
+// Boards by the drafting host's own solids.
+#include "boards.h"
+
+#include <cstdint>
+#include <utility>
+
+#include "base/number_text.h"
+#include "drafting_host/document/host_application.h"
+#include "file_roots/whole_file.h"
+#include "workpiece.h"
+
+namespace brenvik::cli_test {
+
+namespace {
+
+using Data = std::vector<std::pair<std::string, std::string>>;
+
+void SetData(AcadEntity& solid, const Data& data) {
+    for (const auto& [key, value] : data) {
+        const std::vector<std::int16_t> types{1001, 1000};
+        const std::vector<XDataValue> values{key, value};
+        solid.SetXData(types, values);
+    }
+}
+
+}  // namespace
+
+void WriteBoardsTo(const std::filesystem::path& file, const Boards& boards) {
+    HostApplication host(WriteWholeFile);
+    HostDocument& document = host.NewDocument();
+    document.Layers().Add("Parts");
+    double place = 0;
+    for (const std::string& name : boards.names) {
+        app::Workpiece board(document.ModelSpace(), {place, 0, 0}, {place + boards.length, 400, 18}, "Parts");
+        board.Drill({place + 100, 100, 18}, app::Axis::Z, -10, 8);
+        if (boards.pocketBelow) board.Cut({place + 200, 100, -1}, {place + 300, 250, 6});
+        place += boards.length + 400;
+        SetData(board.Solid(), {{"PartName", name},
+                                {"PN", "7"},
+                                {"Material", boards.material},
+                                {"ORIE", "LWT"},
+                                {"OldValue1", NumberToText(boards.length)},
+                                {"OldValue2", "400"},
+                                {"OldValue3", "18"}});
+    }
+    SaveDrawing(document, file);
+}
+
+}  // namespace brenvik::cli_test

@@ -1,0 +1,21 @@
+// Drawings of plain boards, whose parts have the same handles from drawing to drawing.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace brenvik::cli_test {
+
+struct Boards {
+    std::vector<std::string> names;
+    std::string material = "White Melamine";
+    /// With a pocket from below they have a second side.
+    bool pocketBelow = false;
+    double length = 600;
+};
+
+/// Writes a drawing of boards with these names, `length` by 400 by 18, each with a hole, their PN "7".
+void WriteBoardsTo(const std::filesystem::path& file, const Boards& boards);
+
+}  // namespace brenvik::cli_test

@@ -1,0 +1,115 @@
+// A run that is killed at any moment never looks like a whole one, and what it left behind is gone after the
+// next.
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <map>
+#include <thread>
+
+#include "boards.h"
+#include "checkout_paths.h"
+#include "program.h"
+
+namespace brenvik::cli_test {
+namespace {
+
+namespace fs = std::filesystem;
+using Files = std::map<std::string, std::string>;
+
+class KilledRun : public ProgramTest {
+  protected:
+    KilledRun() {
+        WriteBoardsTo(folder / "job.dxf",
+                      {{"Side", "Shelf", "Top", "Back", "Door", "Rail"}, "White Melamine", true});
+        EXPECT_EQ(Run({"init"}).status, 0);
+    }
+
+    Outcome RunWhole() const { return Run({"cnc", "job.dxf", "--target", "C2C", "--out", "cut"}); }
+
+    /// Starts the run and kills it as soon as `moment` holds. False when it had come to its end before.
+    template <typename Moment>
+    bool KillWhen(Moment moment) const {
+        const std::string program = BRENVIK_BINARY_DIR "/bin/brenvik", home = Path("home"),
+                          job = Path("job.dxf"), out = Path("cut");
+        const char* words[] = {program.c_str(), "--home", home.c_str(), "cnc",     job.c_str(), "--target",
+                               "C2C",           "--out",  out.c_str(),  "--quiet", nullptr};
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init(&actions);
+        for (const int stream : {STDOUT_FILENO, STDERR_FILENO})
+            posix_spawn_file_actions_addopen(&actions, stream, "/dev/null", O_WRONLY, 0);
+        pid_t child = 0;
+        const int error =
+            posix_spawn(&child, program.c_str(), &actions, nullptr, const_cast<char**>(words), environ);
+        posix_spawn_file_actions_destroy(&actions);
+        if (error != 0) return false;
+        int status = 0;
+        while (waitpid(child, &status, WNOHANG) == 0) {
+            if (moment()) kill(child, SIGKILL);
+            std::this_thread::yield();
+        }
+        return WIFSIGNALED(status);
+    }
+
+    Files FilesBelow(const std::string& where) const {
+        Files files;
+        std::error_code error;
+        for (fs::recursive_directory_iterator entry(folder / where, error), end; !error && entry != end;
+             entry.increment(error))
+            if (entry->is_regular_file())
+                files[fs::relative(entry->path(), folder / where).string()] = ReadFile(entry->path());
+        return files;
+    }
+};
+
+TEST_F(KilledRun, HasNoListUnderItsNameAndIsClearedByTheNext) {
+    EXPECT_EQ(RunWhole().status, 0);
+    const Files whole = FilesBelow("cut");
+    ASSERT_TRUE(whole.contains("WORKLIST.TXT"));
+    ASSERT_TRUE(whole.contains("2-sided/WORKLIST.TXT"));
+    int killed = 0;
+    for (const std::string moment :
+         {"Part_0.dwg", "2-sided/BPart_5.dwg", "Part_0_Side_7.dxf", "WORKLIST.TXT.unfinished",
+          "2-sided/WORKLIST.TXT.unfinished", "Part_3_Back_7.dxf", "2-sided/BPart_5_Rail_7.dxf"}) {
+        SCOPED_TRACE(moment);
+        // A folder that holds an earlier job must not pass for that one either.
+        fs::remove_all(folder / "cut" / moment);
+        if (!KillWhen([&] { return fs::exists(folder / "cut" / moment); })) continue;
+        ++killed;
+        const Files left = FilesBelow("cut");
+        EXPECT_TRUE(left == whole || !left.contains("WORKLIST.TXT"));
+        EXPECT_EQ(RunWhole().status, 0);
+        EXPECT_EQ(FilesBelow("cut"), whole);
+    }
+    EXPECT_GE(killed, 5);
+}
+
+TEST_F(KilledRun, LeavesNoFilesOfItsOwnBehindTheNextOne) {
+    EXPECT_EQ(RunWhole().status, 0);
+    const Files whole = FilesBelow("cut"), home = FilesBelow("home");
+    for (const char* name :
+         {"cut/.brenvik-work-1-1", "cut/2-sided/.brenvik-work-1-2", "cut/Part_9.dwg", "cut/wblock2.dwg",
+          "cut/WORKLIST.TXT.unfinished", "cut/2-sided/BPart_9.dwg", "home/_db/.brenvik-work-1-3"})
+        Write(name, "half");
+    fs::create_directory(folder / "home/_db/work-dead");
+    Write("home/_db/work-dead/bv04.mdb", "rows");
+    EXPECT_EQ(Run({"cnc", "job.dxf", "--target", "C2C", "--from-grid", "--out", "cut"}).status, 0);
+    EXPECT_EQ(FilesBelow("cut").size(), whole.size());
+    EXPECT_FALSE(FilesBelow("cut").contains(".brenvik-work-1-1"));
+    EXPECT_FALSE(FilesBelow("cut/2-sided").contains(".brenvik-work-1-2"));
+    EXPECT_FALSE(Exists("home/_db/work-dead"));
+    EXPECT_FALSE(Exists("home/_db/.brenvik-work-1-3"));
+}
+
+TEST_F(KilledRun, OfAnotherTargetLeavesNoListOfTheJobBefore) {
+    EXPECT_EQ(Run({"cnc", "job.dxf", "--target", "THERM", "--out", "cut"}).status, 0);
+    EXPECT_TRUE(Exists("cut/Sheet1.csv"));
+    EXPECT_TRUE(KillWhen([&] { return !fs::exists(folder / "cut/Part_0_Side_7_.dxf"); }));
+    EXPECT_FALSE(Exists("cut/Sheet1.csv"));
+    EXPECT_FALSE(Exists("cut/2-sided/Sheet1.csv"));
+}
+
+}  // namespace
+}  // namespace brenvik::cli_test
