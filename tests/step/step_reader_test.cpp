@@ -252,6 +252,28 @@ TEST_F(StepInput, AnOpenShellGivesNoSolidAndIsNamed) {
     ExpectMentions(FailureText(), "is not closed");
 }
 
+TEST_F(StepInput, ASolidThatNoPartLeadsToIsTold) {
+    WriteStep(mPath,
+              std::vector<StepSolid>{{solids::test::Board(600, 400, 18), "Top", "", "", std::nullopt},
+                                     {solids::test::Board(700, 300, 18), "Shelf", "", "", std::nullopt}});
+    std::ifstream file(mPath, std::ios::binary);
+    std::string content{std::istreambuf_iterator<char>(file), {}};
+    EXPECT_TRUE(ReadStep(mPath).notes.empty());
+    // The second part is given the solid of the first.
+    const auto solidOf = [&](std::size_t from) {
+        const std::size_t start = content.rfind('#', content.find(" = MANIFOLD_SOLID_BREP", from));
+        return content.substr(start, content.find(' ', start) - start);
+    };
+    const std::size_t first = content.find(" = MANIFOLD_SOLID_BREP");
+    const std::string one = solidOf(0), other = solidOf(first + 1);
+    ASSERT_NE(one, other);
+    const std::size_t items = content.find(other + ")", content.find("ADVANCED_BREP_SHAPE_REPRESENTATION"));
+    ASSERT_NE(items, std::string::npos);
+    content.replace(items, other.size(), one);
+    Put(content);
+    ExpectMentions(NotesOf(ReadStep(mPath)), "the solid " + other + " is left out");
+}
+
 TEST_F(StepInput, LengthsWithoutAUnitAreTold) {
     std::string content = Good();
     // The length stands first in each context's units.

@@ -7,6 +7,7 @@
 #include <STEPCAFControl_Reader.hxx>
 #include <STEPControl_Reader.hxx>
 #include <StepData_StepModel.hxx>
+#include <StepShape_ManifoldSolidBrep.hxx>
 #include <TColStd_HSequenceOfExtendedString.hxx>
 #include <TColStd_SequenceOfAsciiString.hxx>
 #include <TDF_LabelSequence.hxx>
@@ -275,6 +276,24 @@ void NoteBodyFaults(STEPCAFControl_Reader& reader, const std::vector<BodyFault>&
     }
 }
 
+/// Tells the solids that the file holds and no part of its structure leads to.
+void NoteUnlistedSolids(STEPCAFControl_Reader& reader, const Handle(StepData_StepModel) & model,
+                        const std::map<const Standard_Transient*, std::string>& names,
+                        std::string_view content, StepDocument& document) {
+    const Handle(Transfer_TransientProcess) process =
+        reader.Reader().WS()->TransferReader()->TransientProcess();
+    for (int index = 1; index <= model->NbEntities(); ++index) {
+        const Handle(Standard_Transient) entity = model->Value(index);
+        if (!entity->IsKind(STANDARD_TYPE(StepShape_ManifoldSolidBrep))) continue;
+        const TopoDS_Shape shape = TransferBRep::ShapeResult(process, entity);
+        if (!shape.IsNull() && names.contains(shape.TShape().get())) continue;
+        const int number = model->IdentLabel(entity);
+        document.notes.push_back(
+            {"the solid #" + std::to_string(number) + " is left out: no part leads to it",
+             LineOfStatement(content, number)});
+    }
+}
+
 [[noreturn]] void RefuseStatement(const std::filesystem::path& path, std::string_view content,
                                   const ModelFault& fault) {
     throw FormatFailure(path, LineOfStatement(content, fault.number),
@@ -333,6 +352,7 @@ StepDocument Read(const std::filesystem::path& path) {
     Flattener parts(assembly, names, document);
     parts.Run();
     NoteBodyFaults(reader, bodyFaults, parts.NamesByShape(), content, document);
+    NoteUnlistedSolids(reader, model, parts.NamesByShape(), content, document);
     NoteFailedEntities(reader.Reader(), document);
     if (document.solids.empty()) {
         if (!bodyFaults.empty()) RefuseStatement(path, content, bodyFaults.front().fault);
