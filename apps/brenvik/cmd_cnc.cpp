@@ -134,6 +134,7 @@ ExitStatus Cnc(const std::string& home, const CncOptions& options) {
     ObserveRuns(nullptr);
     teller.Wipe();
     TellNotesSince(notes, opened.document, options.drawing.drawing, teller);
+    TellDroppedParts(teller);
     TellReport(dialogs, teller);
     return teller.Status();
 }

@@ -61,8 +61,9 @@ ExitStatus List(const std::string& home, const ListOptions& options) {
         selected == 0 ? Scanned{EmptyPartList(choices.group), 0} : Scan(workplace.host, dialogs, choices);
     teller.Wipe();
     if (dialogs.MessagesShown() > 0) teller.MarkIncomplete();
-    if (scanned.parts < selected)
-        teller.Loss(std::to_string(selected - scanned.parts) + " of " + std::to_string(selected) +
+    const std::size_t known = scanned.parts + TellDroppedParts(teller);
+    if (known < selected)
+        teller.Loss(std::to_string(selected - known) + " of " + std::to_string(selected) +
                     " parts are missing in the list");
     WritePartList(scanned.list, FormatOf(options.format), std::cout);
     if (!options.drawing.save.empty()) SaveOutput(document, options.drawing.save, teller);

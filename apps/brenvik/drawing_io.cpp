@@ -44,10 +44,12 @@ void TellLeft(const BlockSolids& block, const std::string& reason, const Drawing
                 (block.left == 1 ? "is left out: " : "are left out: ") + reason);
 }
 
+/// Each entity once, however often it is named.
 std::vector<HostEntity*> EntitiesWith(HostDocument& document, const std::vector<std::string>& handles) {
     std::vector<HostEntity*> entities;
     for (const std::string& handle : handles)
-        if (auto* entity = dynamic_cast<HostEntity*>(document.HandleToObject(handle)))
+        if (auto* entity = dynamic_cast<HostEntity*>(document.HandleToObject(handle));
+            entity != nullptr && std::ranges::find(entities, entity) == entities.end())
             entities.push_back(entity);
     return entities;
 }
@@ -117,7 +119,7 @@ std::size_t SelectForCommand(HostDocument& document, const DrawingOptions& optio
         document.ModelSpace().ForEach([&entities](AcadEntity& entity) {
             if (entity.ObjectName() == "AcDb3dSolid") entities.push_back(dynamic_cast<HostEntity*>(&entity));
         });
-    } else if (entities.size() < options.handles.size()) {
+    } else {
         for (const std::string& handle : options.handles)
             if (EntitiesWith(document, {handle}).empty())
                 throw CommandError(ExitStatus::WrongWords, "--select: expected the handle of an entity of " +

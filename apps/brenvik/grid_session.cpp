@@ -3,7 +3,9 @@
 
 #include <exception>
 #include <string>
+#include <vector>
 
+#include "parts/dropped_parts.h"
 #include "session/brenvik_class.h"
 
 namespace brenvik::app {
@@ -32,6 +34,30 @@ void WhileGridIsOpen(HostApplication& host, ConsoleDialogs& dialogs, const std::
     cBrenvik().Show(host);
     dialogs.whileOpen = nullptr;
     if (refused) std::rethrow_exception(refused);
+}
+
+DroppedPartLines TakeDroppedPartLines() {
+    const std::vector<DroppedPart> dropped = TakeDroppedParts();
+    DroppedPartLines told{{}, dropped.size()};
+    std::size_t withTheTable = 0;
+    for (const DroppedPart& part : dropped) {
+        if (part.reason.empty())
+            ++withTheTable;
+        else
+            told.lines.push_back("the part " + part.handle + " \"" + part.name +
+                                 "\" is missing in the list: " + part.reason);
+    }
+    // What is wrong with the table has been told already, and is the same for each of them.
+    if (withTheTable > 0)
+        told.lines.push_back(std::to_string(withTheTable) +
+                             " parts are missing in the list, since the part table can't be used");
+    return told;
+}
+
+std::size_t TellDroppedParts(Teller& teller) {
+    const DroppedPartLines dropped = TakeDroppedPartLines();
+    for (const std::string& line : dropped.lines) teller.Loss(line);
+    return dropped.parts;
 }
 
 }  // namespace brenvik::app

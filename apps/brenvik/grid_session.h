@@ -4,6 +4,8 @@
 
 #include <cstddef>
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "console/console_dialogs.h"
 #include "drawing_io.h"
@@ -24,5 +26,15 @@ OpenedInput OpenAndSelect(Workplace& workplace, const DrawingOptions& options, T
 /// Calls `Show` and hands each form that opens meanwhile to `work`, the grid form first. A CommandError of
 /// the work ends the call when the forms have closed: the library lets none through.
 void WhileGridIsOpen(HostApplication& host, ConsoleDialogs& dialogs, const std::function<void(Form&)>& work);
+
+/// A line for each part that the scans since the last call could not take into the list, by handle and name;
+/// one line for all of them where the part table could not be used.
+struct DroppedPartLines {
+    std::vector<std::string> lines;
+    std::size_t parts = 0;
+};
+DroppedPartLines TakeDroppedPartLines();
+/// Tells them as losses. Returns how many parts there were.
+std::size_t TellDroppedParts(Teller& teller);
 
 }  // namespace brenvik::app

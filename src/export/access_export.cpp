@@ -2,6 +2,7 @@
 #include "export/access_export.h"
 
 #include "base/letter_case.h"
+#include "base/noise.h"
 #include "base/skip.h"
 #include "base/text.h"
 #include "export/export_cells.h"
@@ -10,6 +11,7 @@
 #include "export/record_values.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
+#include "parts/statement_quotes.h"
 #include "session/message.h"
 #include "session/session.h"
 
@@ -33,11 +35,12 @@ std::string ValueForTarget(const AccessMapping& mapping, const Recordset& record
     const auto number = [&records](std::string_view field) { return ValueNumber(records.Value(field)); };
     const std::string& caption = mapping.caption;
     if (caption == ThicknessMaterialImperial || caption == ThicknessMaterialMetric)
-        return ThicknessMaterialText(caption, number("bv_thickness") + adjustment.thickness,
+        return ThicknessMaterialText(caption, NoiseAsZero(number("bv_thickness") + adjustment.thickness),
                                      ValueText(records.Value("bv_material")));
-    if (caption == "Length") return SizeText(number("bv_length") + adjustment.length, fractions);
-    if (caption == "Width") return SizeText(number("bv_width") + adjustment.width, fractions);
-    if (caption == "Thickness") return SizeText(number("bv_thickness") + adjustment.thickness, fractions);
+    if (caption == "Length") return SizeText(NoiseAsZero(number("bv_length") + adjustment.length), fractions);
+    if (caption == "Width") return SizeText(NoiseAsZero(number("bv_width") + adjustment.width), fractions);
+    if (caption == "Thickness")
+        return SizeText(NoiseAsZero(number("bv_thickness") + adjustment.thickness), fractions);
     return ValueText(records.Value(mapping.field));
 }
 
@@ -97,8 +100,14 @@ std::string InsertStatement(std::string_view table, std::span<const AccessMappin
     for (const AccessMapping& mapping : mappings) columns += mapping.target + ",";
     columns = ReplaceAll(columns + ")", ",)", ")");
     std::string values = " VALUES('";
-    for (const AccessMapping& mapping : mappings)
-        Skip([&] { values += ValueForTarget(mapping, records, adjustment, fractions) + "','"; });
+    std::size_t count = 0;
+    for (const AccessMapping& mapping : mappings) {
+        const bool written =
+            Skip([&] { values += ValueForTarget(mapping, records, adjustment, fractions) + "','"; });
+        if (written) ++count;
+    }
+    // The last comma has opened a text that isn't there.
+    RefusePairedQuotes(values + "'", count + 1);
     return "INSERT INTO " + std::string(table) + " " + columns + ReplaceAll(values + ")", "',')", "')");
 }
 
@@ -120,9 +129,10 @@ void RunAccessExport(frmExport& form) {
         Skip([&] { mDatabase::OpenRecordset(TheSession().CurrentSQL, records); });
         Skip([&] {
             for (; records != nullptr && !records->Eof(); records->MoveNext()) {
-                const std::string statement =
-                    InsertStatement(table, mappings, *records, adjustments.rules.For(*records), fractions);
-                ShowAndResume(ShowDescription, [&] { connection->Execute(statement); });
+                ShowAndResume(ShowDescription, [&] {
+                    connection->Execute(InsertStatement(table, mappings, *records,
+                                                        adjustments.rules.For(*records), fractions));
+                });
             }
         });
         Skip([&] { mDatabase::CloseRecordset(records); });

@@ -22,6 +22,7 @@
 #include "parts/mdatabase.h"
 #include "parts/orie_update.h"
 #include "parts/part_table.h"
+#include "parts/statement_quotes.h"
 #include "session/message.h"
 
 namespace brenvik {
@@ -54,6 +55,7 @@ std::string CopyStatement(const CopiedColumn& copied, bool blankCellsOnly) {
     const std::string& column = copied.column;
     const std::string& where = TheSession().WhereClause;
     std::string sql = "update brenvik_data set " + column + " = '" + copied.value + "' ";
+    RefusePairedQuotes(sql, 1);
     if (!IsBlank(where)) {
         sql += where;
         if (blankCellsOnly) sql += " AND (isnull(" + column + ") or " + column + " = '')";

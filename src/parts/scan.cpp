@@ -1,15 +1,25 @@
 // The scan: the host's previous selection becomes the rows of the part table. A failure of any of its
 // statements is shown, and the scan goes on at the statement behind it; so a row may be missing, or the next
 // statement runs on what is there.
+#include <algorithm>
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "base/failure.h"
 #include "base/skip.h"
 #include "base/text.h"
 #include "grid/frm_main.h"
+#include "parts/dropped_parts.h"
 #include "parts/extents.h"
 #include "parts/mautocad.h"
 #include "parts/mdatabase.h"
 #include "parts/part_row.h"
 #include "parts/part_table.h"
+#include "parts/statement_quotes.h"
+#include "session/database_failures.h"
 #include "session/host_interface.h"
 #include "session/message.h"
 #include "session/session.h"
@@ -19,15 +29,15 @@ namespace brenvik::mAutoCAD {
 
 namespace {
 
+void TellAndResume(const Failure& failure) {
+    ShowFailure(failure);
+    GridFormInstance().mousePointer = MousePointer::Normal;
+}
+
 /// Runs one statement of the scan under its handler.
 template <typename Statement>
 bool Resume(Statement&& statement) {
-    return ShowAndResume(
-        [](const Failure& failure) {
-            ShowFailure(failure);
-            GridFormInstance().mousePointer = MousePointer::Normal;
-        },
-        std::forward<Statement>(statement));
+    return ShowAndResume(TellAndResume, std::forward<Statement>(statement));
 }
 
 template <typename T>
@@ -36,11 +46,53 @@ T& Needed(T* object, const char* what) {
     return *object;
 }
 
+/// The work table during one scan. A table that can't be used fails every statement of the scan; it is told
+/// by the first of them, and not again for each solid.
+class WorkTable {
+  public:
+    /// Runs a statement that every row depends on: if it fails, the table can't be used.
+    template <typename Statement>
+    bool Prepare(Statement&& statement) {
+        return Run([&] { statement(); }, true);
+    }
+    /// Adds a row. Nothing where that worked, else why it didn't; blank where the whole table is at fault.
+    template <typename Statement>
+    std::optional<std::string> Add(Statement&& statement) {
+        if (Run([&] { statement(); }, false)) return std::nullopt;
+        return unusable ? std::string() : lastFailure;
+    }
+
+  private:
+    bool Run(const std::function<void()>& statement, bool everyRowNeedsIt) {
+        const std::optional<Failure> failure = Attempt(statement);
+        if (!failure) return true;
+        const bool toldAlready = unusable;
+        unusable = unusable || everyRowNeedsIt || IsOfTheFile(*failure) || RefusesToBeRead();
+        if (!toldAlready) TellAndResume(*failure);
+        lastFailure = failure->description();
+        return false;
+    }
+    static bool IsOfTheFile(const Failure& failure) {
+        return failure.number() == failure_number::databaseUnavailable ||
+               failure.number() == failure_number::objectClosed;
+    }
+    /// A table that isn't there, or without its columns, refuses the rows and this alike.
+    static bool RefusesToBeRead() {
+        return !Skip([] { TheSession().ScanConnection->OpenRecordset(FullSelect())->Close(); });
+    }
+
+    bool unusable = false;
+    std::string lastFailure;
+};
+
 /// What one scan carries from entity to entity.
 struct Scan {
     MeasuringChoice choice;
     std::unique_ptr<SolidMeasurer> measurer;
     PartRow row;
+    WorkTable table;
+    /// The parts whose rows wait for the commit.
+    std::vector<DroppedPart> uncommitted;
 };
 
 /// The set "prev" made anew and filled with the previous selection.
@@ -69,6 +121,31 @@ void SettleLettersAndSizes(PartRow& row) {
     row.thickness = result.thickness;
 }
 
+void AddRow(const AcadEntity& entity, Scan& scan) {
+    static const auto texts =
+        static_cast<std::size_t>(std::ranges::count(PartColumns(), PartColumnKind::Text, &PartColumn::kind));
+    std::string handle;
+    const std::optional<std::string> refusal = scan.table.Add([&] {
+        handle = entity.Handle();
+        const std::string statement = InsertStatement(scan.row, handle, entity.Layer());
+        RefusePairedQuotes(statement, texts);
+        mDatabase::ExecuteSql(statement);
+    });
+    DroppedPart part{handle, scan.row.PARTNAME, refusal.value_or("")};
+    if (refusal)
+        NoteDroppedPart(std::move(part));
+    else
+        scan.uncommitted.push_back(std::move(part));
+}
+
+/// Rows that no transaction holds have been kept one by one.
+void Commit(Scan& scan, bool begun) {
+    const bool committed = scan.table.Prepare(
+        [] { Needed(TheSession().ScanConnection.get(), "scan connection").CommitTrans(); });
+    if (committed || !begun) return;
+    for (DroppedPart& part : scan.uncommitted) NoteDroppedPart(std::move(part));
+}
+
 void ScanEntity(AcadEntity& entity, Scan& scan) {
     PartRow& row = scan.row;
     row.OLDVALUE1.clear();
@@ -82,7 +159,7 @@ void ScanEntity(AcadEntity& entity, Scan& scan) {
     });
     Resume([&] { SettleLettersAndSizes(row); });
     if (row.QUANTITY.empty()) row.QUANTITY = "1";
-    Resume([&] { mDatabase::ExecuteSql(InsertStatement(row, entity.Handle(), entity.Layer())); });
+    AddRow(entity, scan);
 }
 
 void ScanEntities(AcadSelectionSet* set, Scan& scan) {
@@ -94,12 +171,13 @@ void ScanEntities(AcadSelectionSet* set, Scan& scan) {
     }
 }
 
-void BindGrid() {
+void BindGrid(WorkTable& table) {
     frmMain& form = GridFormInstance();
     TheSession().GridRecordSource = form.Adodc1.recordSource;
     form.Adodc1.recordSource = ScanSelect;
     Resume([&] { form.fpSpread1.SetDataSource(&form.Adodc1); });
-    Resume([&] { form.Adodc1.Refresh(); });
+    // Without a record set there is nothing to count either.
+    if (!table.Prepare([&] { form.Adodc1.Refresh(); }) && form.Adodc1.Records() == nullptr) return;
     Resume([&] { form.fpSpread1.SetMaxRows(Needed(form.Adodc1.Records(), "record set").RecordCount()); });
 }
 
@@ -119,13 +197,13 @@ void ScanSelection() {
     Resume([&] { empty = Needed(set, "prev").Count() == 0; });
     if (empty) return;
 
-    Session& session = TheSession();
-    Resume(mDatabase::OpenScanConnection);
-    Resume([] { mDatabase::ExecuteSql("delete from brenvik_data"); });
-    Resume([&] { Needed(session.ScanConnection.get(), "scan connection").BeginTrans(); });
+    scan.table.Prepare(mDatabase::OpenScanConnection);
+    scan.table.Prepare([] { mDatabase::ExecuteSql("delete from brenvik_data"); });
+    const bool begun = scan.table.Prepare(
+        [] { Needed(TheSession().ScanConnection.get(), "scan connection").BeginTrans(); });
     ScanEntities(set, scan);
-    Resume([&] { Needed(session.ScanConnection.get(), "scan connection").CommitTrans(); });
-    BindGrid();
+    Commit(scan, begun);
+    BindGrid(scan.table);
     form.mousePointer = MousePointer::Normal;
 }
 

@@ -17,6 +17,7 @@
 #include "grid/mod4spread.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
+#include "parts/statement_quotes.h"
 #include "query/frm_new_sort.h"
 #include "query/grid_query.h"
 #include "session/message.h"
@@ -53,6 +54,14 @@ std::string ClauseOfRow(const FilterCriterion& row) {
     const std::string field = ColumnForCaption(row.column);
     const std::string delimiter(ValueDelimiter(field));
     return field + " " + word + " " + delimiter + row.value + delimiter + " and ";
+}
+
+/// A quote in the value must not make another clause of it.
+void RequireWholeClause() {
+    const Session& session = TheSession();
+    if (session.WhereClause.empty()) return;
+    const std::string field = ColumnForCaption(session.FilterCriteria.back().column);
+    RefusePairedQuotes(session.WhereClause, ValueDelimiter(field).size());
 }
 
 }  // namespace
@@ -206,7 +215,8 @@ void frmFilter::Confirm() {
     session.CurrentSQL = FullSelect() + session.WhereClause;
     if (chkSort->Value() == 1 && !session.SortClause.empty())
         session.CurrentSQL += " order by " + session.SortClause;
-    statementRefused = !ShowStatementInGrid(session.CurrentSQL);
+    statementRefused =
+        !ShowAndResume(ShowFailure, RequireWholeClause) || !ShowStatementInGrid(session.CurrentSQL);
     Unload();
     // Sorting by a refused filter would tell the same failure again.
     if (statementRefused) return PutListStateBack(std::move(before));

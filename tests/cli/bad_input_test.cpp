@@ -7,6 +7,10 @@
 namespace brenvik::cli_test {
 namespace {
 
+/// What is told of the sample's left side with the name "O'Brien".
+const std::string DroppedOBrien =
+    "the part 100 \"O'Brien\" is missing in the list: near \"Brien\": syntax error\n";
+
 class BadInput : public ProgramTest {
   protected:
     void ExpectUnreadable(const std::string& name, const std::string& told) {
@@ -148,8 +152,55 @@ TEST_F(BadInput, AQuoteInPartDataLosesThatRowAndIsTold) {
     EXPECT_EQ(outcome.output.find("Brien"), std::string::npos);
     EXPECT_NE(outcome.output.find("Right Side"), std::string::npos);
     EXPECT_EQ(outcome.errors.rfind("[] ", 0), 0u) << outcome.errors;
-    EXPECT_NE(outcome.errors.find("1 of 16 parts are missing in the list\n"), std::string::npos)
+    EXPECT_TRUE(outcome.errors.ends_with(DroppedOBrien)) << outcome.errors;
+}
+
+TEST_F(BadInput, APartThatDropsOutIsToldByHandleAndNameOnceByEveryCommandThatScans) {
+    Write("quote.dxf", SampleWithName("O'Brien"));
+    Write("two_scans.journal", "command Show\n  expect rows fpSpread1 15\n  close\ncommand Show\n  close\n");
+    const std::vector<std::vector<std::string>> commands{
+        {"export", "quote.dxf", "out.csv"},
+        {"cnc", "quote.dxf", "--target", "C2C", "--from-grid", "--out", "out"},
+        {"run", "quote.dxf", "--journal", "two_scans.journal"}};
+    for (const std::vector<std::string>& words : commands) {
+        const Outcome outcome = Run(words);
+        const std::size_t at = outcome.errors.find(DroppedOBrien);
+        ASSERT_NE(at, std::string::npos) << words[0] << ": " << outcome.errors;
+        EXPECT_EQ(outcome.errors.find("is missing in the list", at + DroppedOBrien.size()),
+                  std::string::npos);
+        EXPECT_EQ(outcome.errors.find("is missing in the list"), at + DroppedOBrien.find("is missing"));
+    }
+}
+
+TEST_F(BadInput, AnyQuoteInPartDataLosesTheRow) {
+    for (const char* name : {"O''Brien", "''", "'", "a' || 'b", "a', 'b"}) {
+        Write("quote.dxf", SampleWithName(name));
+        const Outcome outcome = Run({"list", "quote.dxf", "--format", "csv"});
+        EXPECT_EQ(outcome.status, 1) << name;
+        EXPECT_EQ(std::count(outcome.output.begin(), outcome.output.end(), '\n'), 16) << outcome.output;
+        EXPECT_NE(outcome.errors.find("the part 100 \"" + std::string(name) + "\" is missing in the list: "),
+                  std::string::npos)
+            << outcome.errors;
+    }
+}
+
+TEST_F(BadInput, APartTableThatCannotBeUsedIsToldOnce) {
+    ASSERT_EQ(Run({"settings", "set", "MDBPath", "C:\\none\\job.mdb"}).status, 0);
+    const Outcome outcome = Run({"list", ShippedSample().string()});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 2) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("job.mdb can't be found\n"), std::string::npos) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("\n16 parts are missing in the list, since the part table can't be used\n"),
+              std::string::npos)
         << outcome.errors;
+}
+
+TEST_F(BadInput, AFailureOfAFileNamesIt) {
+    ASSERT_EQ(Run({"init"}).status, 0);
+    std::filesystem::remove(folder / "home/_db/bv-back04.mdb");
+    const Outcome outcome = Run({"list", ShippedSample().string()});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.errors.find("bv-back04.mdb"), std::string::npos) << outcome.errors;
 }
 
 TEST_F(BadInput, CommasAndDoubleQuotesInPartDataAreKept) {

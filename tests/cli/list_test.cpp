@@ -63,6 +63,15 @@ TEST_F(List, TakesOnlyTheSelectedPartsInTheirOrder) {
     EXPECT_LT(outcome.output.find(",Door,"), outcome.output.find(",Back,"));
 }
 
+TEST_F(List, APartThatIsSelectedTwiceIsOnePart) {
+    for (const char* handles : {"100,100", "100,0100,156"}) {
+        const Outcome outcome =
+            Run({"list", ShippedSample().string(), "--format", "csv", "--select", handles});
+        EXPECT_EQ(outcome.status, 0) << handles << ": " << outcome.errors;
+        EXPECT_EQ(outcome.errors, "") << handles;
+    }
+}
+
 TEST_F(List, AnUnknownHandleIsAWrongWord) {
     const Outcome outcome = Run({"list", ShippedSample().string(), "--select", "FFFFF"});
     EXPECT_EQ(outcome.status, 2);

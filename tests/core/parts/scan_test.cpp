@@ -3,6 +3,7 @@
 
 #include "core/fakes/fake_platform.h"
 #include "grid/frm_main.h"
+#include "parts/dropped_parts.h"
 #include "parts/mautocad.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
@@ -173,6 +174,48 @@ TEST_F(Scan, ShowsAFailedRowAndGoesOn) {
     ASSERT_EQ(Rows(), 1);
     EXPECT_EQ(Text(0, "bv_id"), "B");
     EXPECT_EQ(system.database.CountStatements("COMMIT"), 1);
+}
+
+TEST_F(Scan, KeepsWhichPartsItCouldNotTake) {
+    system.AddSolid("A", 18, 600, 400).data["PARTNAME"] = "Jack's shelf";
+    system.AddSolid("B", 18, 600, 400).data["PARTNAME"] = "Side";
+    mAutoCAD::ScanSelection();
+    mAutoCAD::ScanSelection();
+    const std::vector<DroppedPart> dropped = TakeDroppedParts();
+    ASSERT_EQ(dropped.size(), 1u) << "a part that two scans have left out is one part";
+    EXPECT_EQ(dropped[0].handle, "A");
+    EXPECT_EQ(dropped[0].name, "Jack's shelf");
+    EXPECT_EQ(dropped[0].reason, "Syntax error in the statement");
+    EXPECT_TRUE(TakeDroppedParts().empty()) << "they are told once";
+}
+
+TEST_F(Scan, LosesAllPartsWithTheirTransaction) {
+    system.AddSolid("A", 18, 600, 400);
+    system.database.failures.push_back({"COMMIT", Failure(70, "Engine", "disk")});
+    mAutoCAD::ScanSelection();
+    const std::vector<DroppedPart> dropped = TakeDroppedParts();
+    ASSERT_EQ(dropped.size(), 1u);
+    EXPECT_EQ(dropped[0].reason, "") << "it is no fault of the part";
+}
+
+TEST_F(Scan, TellsATableThatCannotBeUsedOnce) {
+    for (const char* handle : {"A", "B", "C"}) system.AddSolid(handle, 18, 600, 400);
+    system.database.databases.clear();
+    mAutoCAD::ScanSelection();
+    EXPECT_EQ(system.Messages(),
+              std::vector<std::string>{"-2147467259\r\nFakeDatabase\r\nCould not find file"});
+    const std::vector<DroppedPart> dropped = TakeDroppedParts();
+    ASSERT_EQ(dropped.size(), 3u);
+    for (const DroppedPart& part : dropped) EXPECT_EQ(part.reason, "") << part.handle;
+}
+
+TEST_F(Scan, TellsATableThatBreaksOnTheWayOnce) {
+    for (const char* handle : {"A", "B", "C"}) system.AddSolid(handle, 18, 600, 400);
+    for (const char* handle : {"'B'", "'C'"})
+        system.database.failures.push_back({handle, Failure(-2147467259, "Engine", "the disk is full")});
+    mAutoCAD::ScanSelection();
+    EXPECT_EQ(system.Messages(), std::vector<std::string>{"-2147467259\r\nEngine\r\nthe disk is full"});
+    EXPECT_EQ(TakeDroppedParts().size(), 2u);
 }
 
 TEST_F(Scan, SetsThePointerBackAtAFailure) {
