@@ -8,13 +8,14 @@
 #include <vector>
 
 #include "base/letter_case.h"
+#include "base/numbers.h"
 #include "part_table/failures.h"
 #include "part_table/table_layout.h"
 
 namespace brenvik::part_table {
 namespace {
 
-enum class TokenKind { Blank, Word, Text, Symbol };
+enum class TokenKind { Blank, Word, Number, Text, Symbol };
 
 struct Token {
     TokenKind kind;
@@ -46,6 +47,21 @@ std::size_t TextEnd(std::string_view sql, std::size_t at, char closing) {
     return sql.size();
 }
 
+// The length of a number by the system's own rule; 0 where none begins, or a word goes on behind it.
+std::size_t NumberAt(std::string_view sql, std::size_t at) {
+    if (sql[at] == '+' || sql[at] == '-') return 0;
+    const std::size_t length = NumberLength(sql.substr(at));
+    return at + length < sql.size() && IsWordCharacter(sql[at + length]) ? 0 : length;
+}
+
+// The engine knows one letter for exponents.
+std::string EngineNumber(std::string_view number) {
+    std::string text(number);
+    std::ranges::replace_if(
+        text, [](char c) { return c == 'd' || c == 'D'; }, 'e');
+    return text;
+}
+
 template <typename Belongs>
 std::size_t RunEnd(std::string_view sql, std::size_t at, Belongs belongs) {
     while (at < sql.size() && belongs(sql[at])) ++at;
@@ -70,6 +86,9 @@ std::vector<Token> Tokens(std::string_view sql) {
         } else if (c == '[' || c == '`') {
             kind = TokenKind::Word;
             end = TextEnd(sql, at, c == '[' ? ']' : '`');
+        } else if (const std::size_t length = NumberAt(sql, at); length > 0) {
+            kind = TokenKind::Number;
+            end = at + length;
         } else if (IsWordCharacter(c)) {
             kind = TokenKind::Word;
             end = RunEnd(sql, at, IsWordCharacter);
@@ -124,7 +143,10 @@ void Write(const std::vector<Token>& tokens, std::size_t begin, std::size_t end,
             }
         }
         if (tokens[at].text == "-" && !out.empty() && out.back() == '-') out += ' ';
-        out += tokens[at].text;
+        if (tokens[at].kind == TokenKind::Number)
+            out += EngineNumber(tokens[at].text);
+        else
+            out += tokens[at].text;
     }
 }
 

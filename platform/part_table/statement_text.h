@@ -17,7 +17,8 @@ struct StatementText {
 
 /// Translates a statement:
 /// - isnull(x) becomes ((x) is null), since the word is an operator behind its operand here;
-/// - two minus signs in a row are two signs, never the beginning of a remark.
+/// - two minus signs in a row are two signs, never the beginning of a remark;
+/// - a number may have d before its exponent, as everywhere in the system.
 /// With `withRowNumbers` a plain select of the part table's columns gets the row number as last column.
 /// Fails for a text in double quotes (which engines read in different ways), a remark, a zero character,
 /// and for a statement that begins with none of select, insert, update,

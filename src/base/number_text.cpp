@@ -1,5 +1,4 @@
-// The digits of a number are taken once, in scientific form with 15 significant ones, and laid out by
-// the form that is asked for.
+// The digits of a number are taken once and laid out by the form that is asked for.
 #include "base/number_text.h"
 
 #include <array>
@@ -8,6 +7,7 @@
 #include <cstdlib>
 #include <system_error>
 
+#include "base/decimal_digits.h"
 #include "base/failure.h"
 #include "base/invariant.h"
 #include "base/numbers.h"
@@ -16,40 +16,19 @@
 namespace brenvik {
 namespace {
 
-// A number as its digits without trailing zeros and the decimal exponent of the first one: 0.00375 is
-// "375" and -3. Zero is "0" and 0, and never negative.
-struct Digits {
-    bool negative = false;
-    std::string digits = "0";
-    int exponent = 0;
-};
-
 enum class BeforePoint { zero, nothing };
 
 void FailUnlessFinite(double value) {
     if (!std::isfinite(value)) throw Overflow("a number without an end has no text");
 }
 
-Digits DigitsOf(double value) {
+DecimalDigits FiniteDigitsOf(double value) {
     FailUnlessFinite(value);
-    if (value == 0) return {};
-    std::array<char, 32> buffer;
-    constexpr int placesBehindFirst = 14;
-    const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(value),
-                                       std::chars_format::scientific, placesBehindFirst);
-    Invariant(written.ec == std::errc{}, "the buffer holds 15 digits and an exponent");
-    const std::string_view text(buffer.data(), static_cast<std::size_t>(written.ptr - buffer.data()));
-    const std::size_t exponentAt = text.find('e');
-    Digits result;
-    result.negative = value < 0;
-    result.digits = std::string(text.substr(0, 1)) + std::string(text.substr(2, exponentAt - 2));
-    result.digits.erase(result.digits.find_last_not_of('0') + 1);
-    result.exponent = std::atoi(std::string(text.substr(exponentAt + 1)).c_str());
-    return result;
+    return DigitsOf(value);
 }
 
 // Plain decimal of the magnitude.
-std::string PlainForm(const Digits& number, BeforePoint beforePoint) {
+std::string PlainForm(const DecimalDigits& number, BeforePoint beforePoint) {
     if (number.exponent < 0) {
         const std::string head = beforePoint == BeforePoint::zero ? "0." : ".";
         return head + std::string(static_cast<std::size_t>(-number.exponent - 1), '0') + number.digits;
@@ -61,7 +40,7 @@ std::string PlainForm(const Digits& number, BeforePoint beforePoint) {
 }
 
 // The exponent form of the magnitude: 1.5E+20, 1E-05.
-std::string ExponentForm(const Digits& number) {
+std::string ExponentForm(const DecimalDigits& number) {
     std::string text = number.digits.substr(0, 1);
     if (number.digits.size() > 1) text += "." + number.digits.substr(1);
     text += number.exponent < 0 ? "E-" : "E+";
@@ -73,7 +52,7 @@ std::string ExponentForm(const Digits& number) {
 
 // The magnitude in plain decimal as long as that is no longer than the digits make it; the bounds are
 // the classic ones of a conversion with 15 significant digits.
-std::string GeneralForm(const Digits& number, BeforePoint beforePoint) {
+std::string GeneralForm(const DecimalDigits& number, BeforePoint beforePoint) {
     constexpr int smallestPlainExponent = -4;
     constexpr int largestPlainExponent = 14;
     const bool plain = number.exponent >= smallestPlainExponent && number.exponent <= largestPlainExponent;
@@ -81,7 +60,8 @@ std::string GeneralForm(const Digits& number, BeforePoint beforePoint) {
 }
 
 // The magnitude's text behind a minus, or behind what stands in its place.
-std::string Signed(const Digits& number, std::string_view beforePositive, const std::string& magnitude) {
+std::string Signed(const DecimalDigits& number, std::string_view beforePositive,
+                   const std::string& magnitude) {
     std::string text(number.negative ? std::string_view("-") : beforePositive);
     text += magnitude;
     return text;
@@ -90,17 +70,17 @@ std::string Signed(const Digits& number, std::string_view beforePositive, const 
 }  // namespace
 
 std::string NumberToText(double value) {
-    const Digits number = DigitsOf(value);
+    const DecimalDigits number = FiniteDigitsOf(value);
     return Signed(number, "", GeneralForm(number, BeforePoint::zero));
 }
 
 std::string NumberToTextBlank(double value) {
-    const Digits number = DigitsOf(value);
+    const DecimalDigits number = FiniteDigitsOf(value);
     return Signed(number, " ", GeneralForm(number, BeforePoint::nothing));
 }
 
 std::string NumberToTextNoZero(double value, std::optional<int> decimals) {
-    const Digits number = DigitsOf(decimals ? RoundHalfEven(value, *decimals) : value);
+    const DecimalDigits number = FiniteDigitsOf(decimals ? RoundHalfEven(value, *decimals) : value);
     return Signed(number, "", PlainForm(number, BeforePoint::nothing));
 }
 

@@ -1,5 +1,5 @@
 // Reading numbers by hand-written grammar and std::from_chars, so that no locale has a say, and decimal
-// rounding that decides by the exact binary value.
+// rounding that decides a half by the digits that people see, and the rest by the exact binary value.
 #include "base/numbers.h"
 
 #include <algorithm>
@@ -7,9 +7,11 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <string>
 #include <system_error>
 
+#include "base/decimal_digits.h"
 #include "base/failure.h"
 #include "base/invariant.h"
 
@@ -134,6 +136,28 @@ std::int64_t NearestMultiple(double magnitude, double power, double product) {
     return whole + (whole & 1);
 }
 
+// The even neighbour where the number's digits end in a 5 one place behind the last that is kept; nothing for
+// any other number.
+std::optional<double> EvenOfHalf(double magnitude, int decimals) {
+    const DecimalDigits number = DigitsOf(magnitude);
+    const int places = static_cast<int>(number.digits.size()) - 1 - number.exponent;
+    if (places != decimals + 1 || number.digits.back() != '5') return std::nullopt;
+    std::int64_t kept = 0;
+    for (const char digit : std::string_view(number.digits).substr(0, number.digits.size() - 1))
+        kept = kept * 10 + (digit - '0');
+    const std::string text = std::to_string(kept + (kept & 1)) + "e-" + std::to_string(decimals);
+    double even = 0;
+    std::from_chars(text.data(), text.data() + text.size(), even);
+    return even;
+}
+
+// Whether the product lies so near to a half that its value's 15 digits may end there. They differ from the
+// value by 5 parts in 10^15 at most.
+bool MayBeHalf(double product) {
+    constexpr double digitsEnd = 1e-14;
+    return std::fabs(product - std::floor(product) - 0.5) <= product * digitsEnd;
+}
+
 // Any number of places, by way of the exact decimal digits of the value.
 double RoundByDigits(double magnitude, int decimals) {
     // More places than a double can have below its last digit change nothing.
@@ -149,7 +173,24 @@ double RoundByDigits(double magnitude, int decimals) {
     return rounded;
 }
 
+double RoundMagnitude(double magnitude, int decimals) {
+    if (static_cast<std::size_t>(decimals) >= exactPowersOfTen.size()) {
+        const std::optional<double> even = EvenOfHalf(magnitude, decimals);
+        return even ? *even : RoundByDigits(magnitude, decimals);
+    }
+    const double power = exactPowersOfTen[static_cast<std::size_t>(decimals)];
+    const double product = magnitude * power;
+    // From 2^53 on neighbouring doubles are further apart than the places asked for.
+    if (product >= 0x1p53) return magnitude;
+    if (MayBeHalf(product))
+        if (const std::optional<double> even = EvenOfHalf(magnitude, decimals)) return *even;
+    // Both operands are exact, so the quotient is the double nearest to the decimal.
+    return static_cast<double>(NearestMultiple(magnitude, power, product)) / power;
+}
+
 }  // namespace
+
+std::size_t NumberLength(std::string_view text) { return ScanNumber(text).length; }
 
 double LenientNumber(std::string_view text) {
     const double value = ScanNumber(WithoutLeadingSpace(text)).value;
@@ -204,18 +245,7 @@ bool SwitchIsNotZero(std::string_view text) { return LenientNumber(text) != 0.0;
 double RoundHalfEven(double value, int decimals) {
     Invariant(decimals >= 0, "the number of decimals is not negative");
     if (!std::isfinite(value)) return value;
-    const double magnitude = std::fabs(value);
-    double rounded = 0;
-    if (static_cast<std::size_t>(decimals) < exactPowersOfTen.size()) {
-        const double power = exactPowersOfTen[static_cast<std::size_t>(decimals)];
-        const double product = magnitude * power;
-        // From 2^53 on neighbouring doubles are further apart than the places asked for.
-        if (product >= 0x1p53) return value;
-        // Both operands are exact, so the quotient is the double nearest to the decimal.
-        rounded = static_cast<double>(NearestMultiple(magnitude, power, product)) / power;
-    } else {
-        rounded = RoundByDigits(magnitude, decimals);
-    }
+    const double rounded = RoundMagnitude(std::fabs(value), decimals);
     if (rounded == 0) return 0.0;
     return value < 0 ? -rounded : rounded;
 }

@@ -7,6 +7,7 @@
 // an optional sign and digits. The decimal mark is always the point; there is no thousands mark.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -40,6 +41,9 @@ std::int16_t ToShortInteger(double value);
 /// the single-precision range; a value too small becomes 0.
 float ToSingle(double value);
 
+/// How many characters at the head of the text are one number, as written above; 0 when none begins there.
+std::size_t NumberLength(std::string_view text);
+
 /// Whether a stored switch is on: only a text that is numerically 1 by the lenient rule counts.
 bool SwitchIsOne(std::string_view text);
 
@@ -47,10 +51,11 @@ bool SwitchIsOne(std::string_view text);
 /// other than 0 by the lenient rule counts.
 bool SwitchIsNotZero(std::string_view text);
 
-/// Rounds to `decimals` places (0 or more) as doubles really are: the exact binary value decides, a
-/// value exactly half way goes to the even digit, and the result is the double nearest to that decimal.
-/// So 2.675 gives 2.67 (its double lies below the half), 0.125 at 2 gives 0.12, 2.5 at 0 gives 2.
-/// Never gives a negative zero. A value that is not finite comes back as it is.
+/// Rounds to `decimals` places (0 or more) as a person with a pencil does who sees the number's text: 15
+/// digits that end in a 5 just behind the place go to the even digit, so 9.525 at 2 gives 9.52 and 2.675
+/// gives 2.68, whichever side of the half their doubles lie on. Anything else goes to the nearest. The result
+/// is the double nearest to that decimal. Never gives a negative zero. A value that is not finite comes back
+/// as it is.
 double RoundHalfEven(double value, int decimals);
 
 }  // namespace brenvik

@@ -148,6 +148,23 @@ INSTANTIATE_TEST_SUITE_P(
                 "--filter: \"Length\" holds numbers, and \"long\" is none"}),
     [](const auto& refused) { return std::string(refused.param.name); });
 
+TEST_F(ListChoices, AFilterTakesEveryFormOfANumber) {
+    const std::string long600 = Names({"--filter", "Length > 600"});
+    ASSERT_NE(long600, "");
+    for (const char* number : {"6d2", "6D+2", "6e2", "600.", "+600", ".6E3", "6000d-1"})
+        EXPECT_EQ(Names({"--filter", std::string("Length > ") + number}), long600) << number;
+}
+
+TEST_F(ListChoices, QuotesInTheValueAreRefusedHoweverManyThereAre) {
+    for (const char* value : {"O''Hara", "x' or 'a' = 'a"}) {
+        const Outcome outcome = List({"--filter", std::string("Material = ") + value});
+        EXPECT_EQ(outcome.status, 2) << value;
+        EXPECT_NE(outcome.errors.find("Syntax error: a single quote stands in a text of the statement"),
+                  std::string::npos)
+            << outcome.errors;
+    }
+}
+
 TEST_F(ListChoices, AQuoteInTheValueIsRefusedByThePartTable) {
     const Outcome outcome = List({"--filter", "Material = O'Hara"});
     EXPECT_EQ(outcome.status, 2);

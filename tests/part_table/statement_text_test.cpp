@@ -38,6 +38,9 @@ INSTANTIATE_TEST_SUITE_P(
         Rewriting{"select visnull(a) from t", "select visnull(a) from t"},
         Rewriting{"select isnull(')') from t", "select ((')') is null) from t"},
         Rewriting{"select 5--3", "select 5- -3"}, Rewriting{"select '--' from t", "select '--' from t"},
+        Rewriting{"select a from t where a > 5d2", "select a from t where a > 5e2"},
+        Rewriting{"select 1D-3,.5d+2,5e2", "select 1e-3,.5e+2,5e2"},
+        Rewriting{"select 5day, d5, '5d2'", "select 5day, d5, '5d2'"},
         Rewriting{"insert into t values (-1.5,-2)", "insert into t values (-1.5,-2)"},
         Rewriting{"select 'T\xC3\xBCr'", "select 'T\xC3\xBCr'"}, Rewriting{"select '\"'", "select '\"'"}));
 

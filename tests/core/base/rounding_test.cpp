@@ -1,10 +1,14 @@
-// Rounding half to even, checked against decimal arithmetic on the exact digits of the double.
+// Rounding half to even, checked against decimal arithmetic: on the 15 digits of the number's text where they
+// end in a half, on the exact digits of the double elsewhere.
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <limits>
 #include <random>
 #include <string>
@@ -48,9 +52,25 @@ ExactDecimal ExactDigits(double magnitude) {
     return {text.substr(0, text.size() - placeCount), text.substr(text.size() - placeCount)};
 }
 
+// The same of the number's text of 15 digits, without the zeros at its end.
+ExactDecimal SeenDigits(double magnitude) {
+    std::array<char, 40> text{};
+    std::snprintf(text.data(), text.size(), "%.14e", magnitude);
+    std::string digits = std::string(1, text[0]) + std::string(&text[2], 14);
+    const int exponent = std::atoi(&text[17]);
+    digits.erase(digits.find_last_not_of('0') + 1);
+    if (exponent < 0) digits.insert(0, static_cast<std::size_t>(-exponent), '0');
+    const std::size_t wholeDigits = exponent < 0 ? 1 : static_cast<std::size_t>(exponent) + 1;
+    if (digits.size() < wholeDigits) digits.append(wholeDigits - digits.size(), '0');
+    return {digits.substr(0, wholeDigits), digits.substr(wholeDigits)};
+}
+
 // The reference: the digits cut behind the place, raised by schoolbook rules, read as a double.
 double ReferenceRound(double value, int decimals) {
-    const auto [whole, places] = ExactDigits(std::fabs(value));
+    const ExactDecimal seen = SeenDigits(std::fabs(value));
+    const bool isHalf =
+        seen.places.size() == static_cast<std::size_t>(decimals) + 1 && seen.places.back() == '5';
+    const auto [whole, places] = isHalf ? seen : ExactDigits(std::fabs(value));
     const auto keep = std::min(places.size(), static_cast<std::size_t>(decimals));
     std::string kept = whole + places.substr(0, keep);
     const std::string rest = places.substr(keep);
@@ -74,15 +94,22 @@ double ReferenceRound(double value, int decimals) {
     return value < 0 ? -result : result;
 }
 
-TEST(RoundHalfEven, GoesByTheExactValueAndToTheEvenDigitAtAHalf) {
+TEST(RoundHalfEven, GoesToTheNearestAndToTheEvenDigitWhereTheTextIsAHalf) {
     const struct {
         double value;
         int decimals;
         double rounded;
     } cases[] = {
-        {2.675, 2, 2.67},  // the double lies below the half
-        {2.665, 2, 2.67},  // and this one above
+        {9.525, 2, 9.52},  // the double lies above the half
+        {2.675, 2, 2.68},  // and this one below
+        {2.665, 2, 2.66},
         {1.005, 2, 1.0},
+        {25.4 * 0.375, 2, 9.52},  // 9.524999999999999, which every text of ours shows as 9.525
+        {9.52500000000001, 2, 9.53},
+        {9.52499999999999, 2, 9.52},
+        {1.4999999999999998, 0, 2},
+        {5e-31, 30, 0},
+        {1.5e-30, 30, 2e-30},
         {0.125, 2, 0.12},
         {0.375, 2, 0.38},
         {0.625, 2, 0.62},

@@ -208,7 +208,7 @@ TEST_F(AccessTarget, TakesOneStatementForEachPart) {
     EXPECT_EQ(
         target.executed,
         (Texts{"INSERT INTO Parts (Number,Name,L,TI,TM,N) VALUES('1','Door','24.5','3/4 Oak','0.75 Oak','')",
-               "INSERT INTO Parts (Number,Name,L,TI,TM,N) VALUES('1','O'Neill','30','2 11/16 Oak','2.67 "
+               "INSERT INTO Parts (Number,Name,L,TI,TM,N) VALUES('1','O'Neill','30','2 11/16 Oak','2.68 "
                "Oak','')"}));
     EXPECT_EQ(database.opened, Texts{TheSession().CurrentSQL});
     ExpectMessage("Export Complete!!!", "Done.", MessageIcon::Exclamation);
