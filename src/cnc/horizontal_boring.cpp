@@ -6,6 +6,8 @@
 #include <cmath>
 #include <functional>
 #include <optional>
+#include <span>
+#include <string_view>
 #include <vector>
 
 #include "base/numbers.h"
@@ -317,6 +319,13 @@ class Boring {
         EnsureOperationLayer(mRun, layer);
         rectangle.SetLayer(layer);
         rectangle.Update();
+        if (const std::string_view group = SideGroupName(mRun, side); !group.empty())
+            Group(rectangle, group);
+    }
+
+    void Group(AcadEntity& entity, std::string_view name) const {
+        AcadEntity* const member = &entity;
+        mRun.part->Groups().Add(name)->AppendItems(std::span(&member, 1));
     }
 
     /// Whether a circle lies in a bore that was made: the twin of a rim or a floor, or a step no wider.

@@ -85,6 +85,12 @@ constexpr auto AllBoreRules = std::to_array<BoreRules>({
 
 std::span<const SideTraits> Sides() { return AllSides; }
 
+std::string_view SideGroupName(const RunState& run, const SideTraits& side) {
+    // By the letters that this receiver calls the edges by in the names of the layers too.
+    constexpr std::array<std::string_view, 4> groupsOfROV{"SIDEB", "SIDED", "SIDEA", "SIDEC"};
+    return run.target == Target::ROV ? groupsOfROV[static_cast<std::size_t>(side.side)] : std::string_view();
+}
+
 std::string BoreLayerName(const RunState& run, const SideTraits& side, const BoreCut& cut) {
     for (const BoreRules& rules : AllBoreRules) {
         if (rules.target != run.target) continue;

@@ -24,6 +24,9 @@ struct SideTraits {
 /// Front, back, left, right.
 std::span<const SideTraits> Sides();
 
+/// The group that the rectangles of a side belong to, for a target that has such groups; else blank.
+std::string_view SideGroupName(const RunState& run, const SideTraits& side);
+
 /// One bore, in the units of the run. `height` is the axis over the underside of the part.
 struct BoreCut {
     double diameter = 0, depth = 0, height = 0;

@@ -30,7 +30,9 @@ void ResetForPass(RunState& run) {
     run.RouteCount = 0;
     run.DimL = run.DimW = run.DimT = "0";
     run.LastAddedLayer.clear();
-    if (run.FirstPass()) run.unexplained.clear();
+    if (!run.FirstPass()) return;
+    run.unexplained.clear();
+    run.shiftingTexts.clear();
 }
 
 /// Opens the drawing of the pass, scaled and looked at from above.
@@ -145,6 +147,14 @@ void ReportUnexplained(RunState& run, const PartFile& file, RunReport& report) {
                                  " has features without an operation: " + Join(texts, "; "));
 }
 
+/// The lists' receivers part the columns at every comma, wherever it comes from.
+void ReportShiftedColumns(RunState& run, const PartFile& file, RunReport& report) {
+    if (run.shiftingTexts.empty()) return;
+    report.unexplained.push_back("The part " + file.label +
+                                 " moves the columns of the work list, by the comma in: " +
+                                 Join(std::exchange(run.shiftingTexts, {}), "; "));
+}
+
 PassEnd WorkOnPart(RunState& run, const PartSteps& steps, std::span<const PartFile> parts,
                    RunReport& report) {
     const PartFile& file = parts[static_cast<std::size_t>(run.partIndex)];
@@ -155,6 +165,7 @@ PassEnd WorkOnPart(RunState& run, const PartSteps& steps, std::span<const PartFi
         end = DoPass(run, steps, file, report);
     }
     ReportUnexplained(run, file, report);
+    ReportShiftedColumns(run, file, report);
     return end;
 }
 

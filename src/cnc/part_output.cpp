@@ -19,10 +19,13 @@ constexpr int PlaceDigits = 6, OutlineColor = 2;
 /// What the files of second sides begin with.
 constexpr std::string_view SecondSideMark = "B";
 
+/// A text of the part for its file's name. Work lists name the file and are parted by commas.
+std::string TextForName(std::string_view text) { return ReplaceAll(FileNameText(text), ",", " "); }
+
 std::string NameOfPart(const RunState& run) {
-    std::vector<std::string> texts{FileNameText(run.texts.PartName), FileNameText(run.texts.PN)};
+    std::vector<std::string> texts{TextForName(run.texts.PartName), TextForName(run.texts.PN)};
     // THERM's list names the sub assembly too, and a list has to name the file that is there.
-    if (run.target == Target::THERM) texts.push_back(FileNameText(run.texts.SubAssembly));
+    if (run.target == Target::THERM) texts.push_back(TextForName(run.texts.SubAssembly));
     const std::string head = "Part_" + std::to_string(run.partIndex), ending = ".dxf";
     MakeFit(texts, LongestFileName - SecondSideMark.size() - head.size() - texts.size() - ending.size());
     return head + "_" + Join(texts, "_") + ending;

@@ -16,8 +16,8 @@ struct RunReport {
     /// What the run passed over without a message box: lines of the grid's list, part files that vanished,
     /// the parts behind the one that ended the run. A line each.
     std::vector<std::string> passedOver;
-    /// Parts with features that no operation was made for, and parts that could not be worked on, a line
-    /// each. The run has shown them in boxes.
+    /// Parts with features that no operation was made for, parts that could not be worked on, and parts whose
+    /// texts move the columns of the work list, a line each. The run has shown them in boxes.
     std::vector<std::string> unexplained;
 };
 

@@ -79,6 +79,8 @@ struct RunState {
     std::vector<CutContour> firstSidePaths;   ///< Kept for the second pass, which cuts none of them again.
     /// What no recogniser took, in words for the operator, for the part as a whole.
     std::vector<std::string> unexplained;
+    /// The texts that move the columns behind them in a work list, each once for the part.
+    std::vector<std::string> shiftingTexts;
 
     bool FirstPass() const { return SecondSidePass == 0; }
     bool Metric() const { return ExportScaleSetting == 2 || ExportScaleSetting == 3; }

@@ -77,43 +77,72 @@ std::string MaterialText(const RunState& run) {
                                run.MaterialName);
 }
 
-std::string CommonLine(const RunState& run) {
+/// ABC's list has the name alone there, since the thickness follows in columns of its own.
+std::string MaterialNameText(const RunState& run) {
+    return SwitchIsOn("ConvertMaterialName") ? MaterialText(run) : run.MaterialName;
+}
+
+Fields CommonFields(const RunState& run) {
     const PartTexts& part = run.texts;
-    return Join(
-        Fields{run.writtenFile, MaterialText(run), std::to_string(run.Material.grain), QuantityText(run),
-               part.PartName, part.SubAssembly, part.PN, part.EB1, part.EB2, part.EB3, part.EB4},
-        ",");
+    return {run.writtenFile,   MaterialText(run), std::to_string(run.Material.grain),
+            QuantityText(run), part.PartName,     part.SubAssembly,
+            part.PN,           part.EB1,          part.EB2,
+            part.EB3,          part.EB4};
 }
 
-std::string LineOfBW(const RunState& run) {
+Fields FieldsOfBW(const RunState& run) {
     const bool small = run.ExtentX * run.ExtentY < NumberSetting("BWPriority");
-    return Join(Fields{"Piece", run.writtenFile, TrimmedDimension(run.DimL), TrimmedDimension(run.DimW),
-                       QuantityText(run), small ? "100" : "50", run.Material.grain == 1 ? "90" : "180", "0"},
-                "\t");
+    return {"Piece",
+            run.writtenFile,
+            TrimmedDimension(run.DimL),
+            TrimmedDimension(run.DimW),
+            QuantityText(run),
+            small ? "100" : "50",
+            run.Material.grain == 1 ? "90" : "180",
+            "0"};
 }
 
-std::string LineOfTHERM(const RunState& run) {
-    return Join(Fields{QuantityText(run), WrittenFileName(run), MaterialText(run), "48", "96",
-                       Dimension(run.DimT), run.Material.grain == 0 ? "yes" : "no"},
-                ",");
+Fields FieldsOfTHERM(const RunState& run) {
+    return {QuantityText(run),
+            WrittenFileName(run),
+            MaterialText(run),
+            "48",
+            "96",
+            Dimension(run.DimT),
+            run.Material.grain == 0 ? "yes" : "no"};
 }
 
-std::string LineOfEnroute(const RunState& run) {
-    return Join(Fields{WrittenFileName(run), run.texts.PartName, Dimension(run.DimW), Dimension(run.DimL),
-                       Dimension(run.DimT), MaterialText(run), run.texts.SubAssembly, QuantityText(run),
-                       std::to_string(run.Material.grain), "0", SideText(run)},
-                ",");
+Fields FieldsOfEnroute(const RunState& run) {
+    return {WrittenFileName(run),
+            run.texts.PartName,
+            Dimension(run.DimW),
+            Dimension(run.DimL),
+            Dimension(run.DimT),
+            MaterialText(run),
+            run.texts.SubAssembly,
+            QuantityText(run),
+            std::to_string(run.Material.grain),
+            "0",
+            SideText(run)};
 }
 
-std::string LineOfRCIM(const RunState& run) {
-    return Join(Fields{WrittenFileName(run), run.texts.PartName, TrimmedDimension(run.DimW),
-                       TrimmedDimension(run.DimL), TrimmedDimension(run.DimT), MaterialText(run), "1",
-                       QuantityText(run), std::to_string(run.Material.grain), SideText(run), "0"},
-                ",") +
-           ",";
+/// The last one is blank: a comma closes the line.
+Fields FieldsOfRCIM(const RunState& run) {
+    return {WrittenFileName(run),
+            run.texts.PartName,
+            TrimmedDimension(run.DimW),
+            TrimmedDimension(run.DimL),
+            TrimmedDimension(run.DimT),
+            MaterialText(run),
+            "1",
+            QuantityText(run),
+            std::to_string(run.Material.grain),
+            SideText(run),
+            "0",
+            ""};
 }
 
-std::string LineOfABC(const RunState& run) {
+Fields FieldsOfABC(const RunState& run) {
     constexpr int thicknessDigits = 2;
     const PartTexts& part = run.texts;
     const auto upper = [](const std::string& text) { return FoldUpper(text); };
@@ -121,31 +150,30 @@ std::string LineOfABC(const RunState& run) {
         DecimalToFraction(RoundDecimalValue(run.PartThickness, ExportFractionUnit), false);
     const std::string thickness = Trim(NumberToTextBlank(RoundHalfEven(run.PartThickness, thicknessDigits)));
     const std::string folder = run.FirstPass() ? "C:\\BV-DXF\\" : "C:\\BV-DXF\\2-sided\\";
-    return Join(Fields{QuantityText(run),
-                       upper(part.PartName),
-                       upper(part.SubAssembly),
-                       run.MaterialName,
-                       Dimension(run.DimL),
-                       Dimension(run.DimW),
-                       Dimension(run.DimT),
-                       upper(part.ORIE),
-                       upper(part.UserData1),
-                       upper(part.UserData2),
-                       upper(part.PN),
-                       upper(part.Price),
-                       upper(part.EB1),
-                       upper(part.EB2),
-                       upper(part.EB3),
-                       upper(part.EB4),
-                       upper(part.Face),
-                       SideText(run),
-                       fraction + " " + run.MaterialName,
-                       thickness + " " + run.MaterialName,
-                       folder + WrittenFileName(run)},
-                ",");
+    return {QuantityText(run),
+            upper(part.PartName),
+            upper(part.SubAssembly),
+            MaterialNameText(run),
+            Dimension(run.DimL),
+            Dimension(run.DimW),
+            Dimension(run.DimT),
+            upper(part.ORIE),
+            upper(part.UserData1),
+            upper(part.UserData2),
+            upper(part.PN),
+            upper(part.Price),
+            upper(part.EB1),
+            upper(part.EB2),
+            upper(part.EB3),
+            upper(part.EB4),
+            upper(part.Face),
+            SideText(run),
+            fraction + " " + run.MaterialName,
+            thickness + " " + run.MaterialName,
+            folder + WrittenFileName(run)};
 }
 
-std::string TextOf(const RunState& run) {
+Fields FieldsOf(const RunState& run) {
     switch (run.target) {
         case Target::C2C:
         case Target::ATP:
@@ -154,24 +182,35 @@ std::string TextOf(const RunState& run) {
         case Target::ASP:
         case Target::WOP4:
         case Target::WOP5:
-            return CommonLine(run);
+            return CommonFields(run);
         case Target::BW:
-            return LineOfBW(run);
+            return FieldsOfBW(run);
         case Target::THERM:
-            return LineOfTHERM(run);
+            return FieldsOfTHERM(run);
         case Target::Enroute:
-            return LineOfEnroute(run);
+            return FieldsOfEnroute(run);
         case Target::RCIM:
-            return LineOfRCIM(run);
+            return FieldsOfRCIM(run);
         case Target::ABC:
-            return LineOfABC(run);
+            return FieldsOfABC(run);
     }
     return {};
 }
 
+/// Nothing is quoted in these lists, so a text with their separator in it moves the columns behind it.
+void NoteShifts(RunState& run, const Fields& fields, std::string_view separator) {
+    for (const std::string& field : fields)
+        if (field.find(separator) != std::string::npos &&
+            std::ranges::find(run.shiftingTexts, field) == run.shiftingTexts.end())
+            run.shiftingTexts.push_back(field);
+}
+
 /// A part's names may come from another program with line breaks in them; a line of a list has none.
-std::string LineOf(const RunState& run) {
-    std::string line = TextOf(run);
+std::string LineOf(RunState& run) {
+    const std::string_view separator = run.target == Target::BW ? "\t" : ",";
+    const Fields fields = FieldsOf(run);
+    NoteShifts(run, fields, separator);
+    std::string line = Join(fields, separator);
     std::ranges::replace_if(
         line, [](char letter) { return letter == '\r' || letter == '\n'; }, ' ');
     return line;

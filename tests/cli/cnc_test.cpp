@@ -202,6 +202,20 @@ TEST_F(Cnc, WithoutAMaterialLibraryTellsItOnceAndEndsWithStatus1) {
     EXPECT_EQ(FilesOf("home/drive_c/BV-DXF/2-sided"), Names{});
 }
 
+TEST_F(Cnc, TellsEachPartWhoseTextsMoveTheColumnsOfTheWorkList) {
+    WriteBoards("job.dxf", {"Side, left", "Shelf"});
+    const Outcome outcome = Run({"cnc", "job.dxf", "--target", "C2C", "--out", "out"});
+    EXPECT_EQ(outcome.status, 1) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("moves the columns of the work list, by the comma in: Side, left"),
+              std::string::npos)
+        << outcome.errors;
+    EXPECT_EQ(outcome.errors.find("Shelf"), std::string::npos) << outcome.errors;
+    const Names files = FilesOf("out");
+    ASSERT_EQ(std::ranges::count(files, "Part_0_Side  left_7.dxf"), 1);
+    EXPECT_TRUE(Read("out/WORKLIST.TXT")
+                    .starts_with("c:\\BV-DXF\\Part_0_Side  left_7.dxf,18 WHITE MELAMINE,0,1,Side, left,"));
+}
+
 TEST_F(Cnc, TakesTheSelectedPartsAlone) {
     WriteBoards("job.dxf", {"Shelf", "Side"});
     const Outcome list = Run({"list", "job.dxf", "--format", "csv"});

@@ -175,8 +175,20 @@ TEST_F(HorizontalBoring, ReceiversWithoutEdgeFacesGetOneRectangleForABore) {
         const Box3 box = rectangles[i]->GetBoundingBox();
         EXPECT_EQ(box.min, wanted[i].min);
         EXPECT_EQ(box.max, wanted[i].max);
+        // This receiver knows each edge by a group, too.
+        AcadGroup* group = document.Groups().Item(wanted[i].layer.substr(0, 5));
+        ASSERT_EQ(group->Count(), 1);
+        EXPECT_EQ(group->Item(0)->Handle(), rectangles[i]->Handle());
     }
     EXPECT_EQ(run.edgeBores, 4);
+}
+
+TEST_F(HorizontalBoring, OnlyOneReceiverKnowsEdgesByGroups) {
+    Bore(Target::CNI, {100, 0, 9}, {100, 30, 9}, 8);
+    RunState run = Start(Target::CNI);
+    BoreHorizontally(run);
+    EXPECT_EQ(run.edgeBores, 1);
+    EXPECT_EQ(document.Groups().Count(), 0);
 }
 
 TEST_F(HorizontalBoring, EveryTargetMakesTheBoreOnce) {

@@ -177,6 +177,33 @@ TEST_F(WorkListTest, MetricThicknessesCanBeNamedInInches) {
     EXPECT_EQ(Content("WORKLIST.TXT"), "c:\\BV-DXF\\Part_4_Side_7.dxf,3/4 RED OAK,1,3,Side,Base,7,a,b,c,d\n");
 }
 
+TEST_F(WorkListTest, ABCTakesTheNameInInchesToo) {
+    RunState run = PartOf(Target::ABC);
+    system.settings.Set("ConvertMaterialName", "1");
+    AddListLine(run);
+    EXPECT_EQ(Content("CNCList.csv"),
+              "3,SIDE,BASE,3/4 RED OAK, 30.5, 22, .75,LWT,U1,U2,7,9.5,A,B,C,D,1,F,3/4 RED OAK,.75 RED OAK,"
+              "C:\\BV-DXF\\Part_4_Side_7.dxf\n");
+}
+
+TEST_F(WorkListTest, CommasInTextsStayAndAreKeptToBeTold) {
+    RunState run = PartOf(Target::C2C);
+    run.texts.PartName = run.texts.EB1 = "Side, left";
+    run.texts.PN = "7,8";
+    run.writtenFile = std::string(OutputFolder) + WrittenFileName(run);
+    AddListLine(run);
+    EXPECT_EQ(Content("WORKLIST.TXT"),
+              "c:\\BV-DXF\\Part_4_Side  left_7 8.dxf,.75 RED OAK,1,3,Side, left,Base,7,8,Side, left,b,c,d\n");
+    EXPECT_EQ(run.shiftingTexts, (std::vector<std::string>{"Side, left", "7,8"}));
+}
+
+TEST_F(WorkListTest, CommasMoveNothingBetweenTabs) {
+    RunState run = PartOf(Target::BW);
+    run.texts.PartName = "Side, left";
+    AddListLine(run);
+    EXPECT_TRUE(run.shiftingTexts.empty());
+}
+
 TEST_F(WorkListTest, WhatAFileNameCannotHoldBecomesALowLine) {
     RunState run = PartOf(Target::C2C);
     run.texts.PartName = "Side L/R: \"top\"";
