@@ -1,10 +1,12 @@
 // brenvik export: the list of a drawing as a CSV file, through the very forms that the desktop shows.
 #include <iostream>
 #include <memory>
+#include <optional>
 
 #include "base/failure.h"
 #include "command_line.h"
 #include "console/console_dialogs.h"
+#include "export/adjustments.h"
 #include "export/export_options.h"
 #include "grid_session.h"
 #include "list_choice_options.h"
@@ -54,6 +56,13 @@ ExitStatus Export(const std::string& home, const ExportOptions& options) {
     const std::size_t selected = OpenAndSelect(workplace, options.drawing, teller).selected;
     teller.Progress("measuring " + std::to_string(selected) + " parts");
     const bool exported = ScanAndExport(workplace.host, dialogs, choices, options.csv, teller);
+    TellDroppedParts(teller);
+    if (const std::optional<AdjustmentTrouble> trouble = TakeAdjustmentTrouble()) {
+        if (trouble->toldInABox)
+            teller.MarkIncomplete();
+        else
+            teller.Loss(trouble->text);
+    }
     if (!exported) teller.Loss(options.csv.path + ": the list was not exported");
     return teller.Status();
 }

@@ -6,7 +6,9 @@
 
 #include "command_line.h"
 #include "drawing_io.h"
+#include "export/adjustments.h"
 #include "file_roots/places.h"
+#include "grid_session.h"
 #include "journal/journal_dialogs.h"
 #include "journal/journal_failure.h"
 #include "journal/journal_parser.h"
@@ -94,6 +96,9 @@ ExitStatus Run(const std::string& home, const RunOptions& options) {
     const std::size_t notes = document.Notes().size();
     Play(options, std::move(steps), workplace, dialogs, transcript);
     TellNotesSince(notes, document, options.drawing.drawing, teller);
+    for (const std::string& line : TakeDroppedPartLines().lines) transcript.Stream() << line << '\n';
+    if (const auto trouble = TakeAdjustmentTrouble(); trouble && !trouble->toldInABox)
+        transcript.Stream() << trouble->text << '\n';
     // A drawing of a part may stand open before the job's own.
     if (!options.drawing.save.empty())
         SaveOutput(document.Closed() ? PresentDrawing(workplace) : document, options.drawing.save, teller);

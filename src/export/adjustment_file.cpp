@@ -1,11 +1,14 @@
 // The adjustment file as the editor reads and writes it, where it lies, and what an export takes from it.
+#include <algorithm>
 #include <array>
+#include <utility>
 
 #include "base/skip.h"
 #include "base/text.h"
 #include "export/adjustments.h"
 #include "session/files_port.h"
 #include "session/message.h"
+#include "session/module_state.h"
 #include "session/session.h"
 #include "session/text_files.h"
 #include "settings/settings_keys.h"
@@ -25,6 +28,23 @@ static_assert(Keys.size() + 1 == AdjustmentColumnCount);
 constexpr std::string_view CircularEnding =
     " twice with another section between, so that matching the parts would never end. Give each adjustment a "
     "name of its own. This export is now aborting.";
+
+/// What the last export met, until somebody takes it.
+struct TroubleOfExports {
+    std::optional<AdjustmentTrouble> trouble;
+};
+
+void NoteTrouble(AdjustmentTrouble trouble) { StateOf<TroubleOfExports>().trouble = std::move(trouble); }
+
+bool HasSection(std::span<const std::string> lines) {
+    return std::ranges::any_of(lines, [](const std::string& line) { return line.starts_with('['); });
+}
+
+/// Whether somebody has written anything but remarks into it.
+bool HasContent(std::span<const std::string> lines) {
+    return std::ranges::any_of(
+        lines, [](const std::string& line) { return !IsBlank(line) && !line.starts_with('#'); });
+}
 
 }  // namespace
 
@@ -80,9 +100,26 @@ std::optional<std::string> TakeExportAdjustmentPath() {
     return path;
 }
 
+std::optional<AdjustmentTrouble> TakeAdjustmentTrouble() {
+    return std::exchange(StateOf<TroubleOfExports>().trouble, std::nullopt);
+}
+
 AdjustmentSource ReadExportAdjustments(std::string_view path) {
     std::vector<std::string> lines;
-    Skip([&] { lines = ReadLines(path); });
+    if (const auto failure = Attempt([&] { lines = ReadLines(path); }))
+        NoteTrouble({"the BrenvikAdjustments file " + std::string(path) + " can't be read (" +
+                         failure->description() + "), so no sizes are adjusted",
+                     false});
+    if (!HasSection(lines)) {
+        if (HasContent(lines)) {
+            const std::string text = "The BrenvikAdjustments file " + std::string(path) +
+                                     " holds no adjustment: each begins with its name in square brackets on "
+                                     "a line of its own. No sizes are adjusted.";
+            ShowMessage(text);
+            NoteTrouble({text, true});
+        }
+        return {true, {}};
+    }
     const AdjustmentList list = WalkAdjustments(lines);
     if (list.repeatedHeader) {
         ShowMessage("The BrenvikAdjustments file " + std::string(path) + " has the section " +

@@ -105,8 +105,17 @@ struct AdjustmentSource {
     bool usable = false;
     AdjustmentRules rules;
 };
-/// Reads the file. One that isn't usable is told in a message box that names the section: the export ends
-/// then.
+/// Reads the file. One without a section applies nothing, which is told in a message box unless it holds
+/// nothing but remarks. One that isn't usable is told in a message box that names the section: the export
+/// ends then.
 AdjustmentSource ReadExportAdjustments(std::string_view path);
+
+/// Why an export has adjusted no sizes although it was asked to.
+struct AdjustmentTrouble {
+    std::string text;
+    bool toldInABox = false;  ///< The dialog takes a file that can't be read without a word.
+};
+/// The last one since the last call, or nothing.
+std::optional<AdjustmentTrouble> TakeAdjustmentTrouble();
 
 }  // namespace brenvik

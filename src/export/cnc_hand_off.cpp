@@ -25,6 +25,10 @@ namespace brenvik {
 
 namespace {
 
+constexpr std::string_view NothingToGroupBy =
+    "The columns of this export have nothing behind the quantity, so different parts would count as one. "
+    "Choose a profile with more columns than ID and QTY. This export is now aborting.";
+
 /// The run takes single solids, so a grouped list is of no use to it.
 void TurnGroupingOff() {
     auto& sort = StateOf<frmNewSort>();
@@ -91,6 +95,26 @@ bool WriteRunList(const std::string& path, const std::string& content) {
     return !oldOneStands;
 }
 
+/// What parts are grouped by: all that stands behind their id and quantity.
+std::string KeyOf(std::string_view line) { return SplitAtFirst(SplitAtFirst(line, ',').tail, ',').tail; }
+
+/// Tells the parts that no group takes, since nothing stands behind their quantity. False when none is left
+/// to be cut.
+bool TellPartsWithoutKey(std::span<const std::string> lines) {
+    std::vector<std::string> ids;
+    for (const std::string& line : lines)
+        if (KeyOf(line).empty()) ids.push_back(Trim(SplitAtFirst(line, ',').head));
+    if (ids.empty()) return true;
+    if (ids.size() == lines.size()) {
+        ShowMessage(std::string(NothingToGroupBy));
+        return false;
+    }
+    ShowMessage(
+        "Nothing stands behind the quantity in the lines of these parts, so this run leaves them out: " +
+        Join(ids, ", "));
+    return true;
+}
+
 }  // namespace
 
 std::string GroupedCncList(std::span<const std::string> lines, std::string_view lineEnd) {
@@ -102,7 +126,8 @@ std::string GroupedCncList(std::span<const std::string> lines, std::string_view 
     std::unordered_map<std::string, std::size_t> groupOf;
     for (const std::string& line : lines) {
         const HeadAndTail idAndMore = SplitAtFirst(line, ',');
-        const std::string key = SplitAtFirst(idAndMore.tail, ',').tail;
+        const std::string key = KeyOf(line);
+        if (key.empty()) continue;
         const auto [place, isNew] = groupOf.emplace(key, groups.size());
         if (isNew) groups.push_back({Trim(idAndMore.head), 0});
         ++groups[place->second].count;
@@ -126,6 +151,7 @@ void HandOffToCnc(frmExport& form, int exportTarget) {
         if (!plan) return;
         const std::string_view lineEnd = ThePlatform().files->LineEnd();
         const std::vector<std::string> lines = LinesOfAllParts(*plan);
+        if (!TellPartsWithoutKey(lines)) return;
         Skip([&] { ReplaceFile(form.ExportPath, TextOfLines(lines, lineEnd)); });
         if (!WriteRunList(HandOverFolder() + std::string(CncListFile), GroupedCncList(lines, lineEnd)))
             return;

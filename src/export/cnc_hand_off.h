@@ -21,13 +21,14 @@ inline constexpr std::string_view CncColumns =
     "Data2,PN,Price,EB1,EB2,EB3,EB4,Face,Layer";
 
 /// The second list from the lines of the first: "id,count" for each group of lines that are equal, letter by
-/// letter, behind their second comma. Groups stand in the order of their first lines, whose id they have; a
-/// blank id makes no line.
+/// letter, behind their second comma. Groups stand in the order of their first lines, whose id they have. A
+/// blank id makes no line, and a line with nothing behind its second comma belongs to no group.
 std::string GroupedCncList(std::span<const std::string> lines, std::string_view lineEnd);
 
 /// Hands the parts over to the run of a target (1 to 12): turns grouping off, writes both lists from all rows
 /// of the part table, stores the target in `ExportTarget` and unloads the dialog. Adjustments that can't be
-/// applied are told, and the dialog stays open; so does it when an old list stands in the way of the new one.
+/// applied are told, and the dialog stays open; so does it when no part has anything behind its quantity, and
+/// when an old list stands in the way of the new one. Parts that are left out are told.
 void HandOffToCnc(frmExport& form, int exportTarget);
 
 }  // namespace brenvik

@@ -5,6 +5,7 @@
 
 #include "base/fractions.h"
 #include "base/letter_case.h"
+#include "base/noise.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/skip.h"
@@ -47,7 +48,7 @@ const SizeField* FindSize(std::string_view field) {
 }
 
 double AdjustedSize(const SizeField& size, const Recordset& records, const SizeAdjustment& adjustment) {
-    return ValueNumber(records.Value(size.field)) + adjustment.*size.amount;
+    return NoiseAsZero(ValueNumber(records.Value(size.field)) + adjustment.*size.amount);
 }
 
 }  // namespace

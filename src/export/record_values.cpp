@@ -2,6 +2,7 @@
 #include "export/record_values.h"
 
 #include "base/failure.h"
+#include "base/noise.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
 
@@ -9,7 +10,7 @@ namespace brenvik {
 
 std::string ValueText(const FieldValue& value) {
     if (const auto* text = std::get_if<std::string>(&value)) return *text;
-    if (const auto* number = std::get_if<double>(&value)) return NumberToText(*number);
+    if (const auto* number = std::get_if<double>(&value)) return NumberToText(NoiseAsZero(*number));
     return {};
 }
 

@@ -107,6 +107,29 @@ TEST_F(Export, TellsAdjustmentsThatCannotBeRead) {
     EXPECT_FALSE(Exists("out.csv"));
 }
 
+TEST_F(Export, TellsARememberedAdjustmentFileThatIsGone) {
+    WriteShopFiles();
+    ASSERT_EQ(Run({"settings", "set", "CSV_SAVE\\CVS_ADJ_PATH", "C:\\gone.txt"}).status, 0);
+    const Outcome outcome = ExportTo("out.csv", {"--profile", "Saw"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.errors.find("the BrenvikAdjustments file C:\\gone.txt can't be read (File not found), so no "
+                                  "sizes are adjusted\n"),
+              std::string::npos)
+        << outcome.errors;
+    EXPECT_TRUE(Exists("out.csv"));
+    EXPECT_EQ(ExportTo("standard.csv", {}).status, 0) << "the standard columns are never adjusted";
+}
+
+TEST_F(Export, TellsAnAdjustmentFileWithoutASection) {
+    WriteShopFiles();
+    Write("nameless.txt", "Sub Assembly=carcass\nl=5\n");
+    const Outcome outcome = ExportTo("out.csv", {"--profile", "Saw", "--adjustments", "nameless.txt"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.errors.find("nameless.txt holds no adjustment"), std::string::npos) << outcome.errors;
+    ASSERT_EQ(ExportTo("plain.csv", {"--profile", "Saw"}).status, 0);
+    EXPECT_EQ(Read("out.csv"), Read("plain.csv"));
+}
+
 TEST_F(Export, TellsAFileThatCannotBeWritten) {
     const Outcome outcome = ExportTo("none/out.csv", {});
     EXPECT_EQ(outcome.status, 1);

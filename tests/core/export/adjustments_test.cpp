@@ -242,6 +242,40 @@ TEST_F(AdjustmentPath, OfAnUnreadableFileAppliesNothing) {
     EXPECT_TRUE(dialogs.messages.empty());
 }
 
+TEST_F(AdjustmentPath, OfAFileWithoutASectionAppliesNothingAndSaysSo) {
+    files.contents["C:\\adj.txt"] = "Material=Oak\nt=1\n";
+    const AdjustmentSource source = ReadExportAdjustments("C:\\adj.txt");
+    EXPECT_TRUE(source.usable);
+    const ListRecords records({AllFields(), {Board("Door", 1, 2, 3)}});
+    EXPECT_EQ(source.rules.For(records).thickness, 0);
+    ASSERT_EQ(Messages().size(), 1u);
+    EXPECT_TRUE(Messages()[0].starts_with("The BrenvikAdjustments file C:\\adj.txt holds no adjustment"));
+    const std::optional<AdjustmentTrouble> trouble = TakeAdjustmentTrouble();
+    ASSERT_TRUE(trouble);
+    EXPECT_TRUE(trouble->toldInABox);
+}
+
+TEST_F(AdjustmentPath, OfAFileOfRemarksSaysNothing) {
+    for (const char* content : {"", "\n\n", "# none yet\n"}) {
+        files.contents["C:\\adj.txt"] = content;
+        EXPECT_TRUE(ReadExportAdjustments("C:\\adj.txt").usable);
+        EXPECT_TRUE(dialogs.messages.empty()) << content;
+        EXPECT_FALSE(TakeAdjustmentTrouble()) << content;
+    }
+}
+
+TEST_F(AdjustmentPath, OfAFileThatIsGoneIsKeptForWhoAsks) {
+    files.failOnRead = FileNotFound("C:\\adj.txt");
+    ReadExportAdjustments("C:\\adj.txt");
+    const std::optional<AdjustmentTrouble> trouble = TakeAdjustmentTrouble();
+    ASSERT_TRUE(trouble);
+    EXPECT_EQ(trouble->text,
+              "the BrenvikAdjustments file C:\\adj.txt can't be read (File not found), so no sizes are "
+              "adjusted");
+    EXPECT_FALSE(trouble->toldInABox);
+    EXPECT_FALSE(TakeAdjustmentTrouble()) << "it is told once";
+}
+
 TEST_F(AdjustmentPath, OfBinaryRubbishAppliesNothing) {
     std::string rubbish;
     for (int byte = 0; byte < 4096; ++byte) rubbish += static_cast<char>(byte * 7919 >> 3);

@@ -27,9 +27,9 @@ TEST(GroupedCncListOfLines, CountsLinesThatAreEqualBehindTheirSecondComma) {
         {{"1A,1,Door,Oak", "1B,1,Side,Oak", "1C,1,Door,Oak"}, "1A,2\n1B,1\n"},
         {{" 1A ,1,Door"}, "1A,1\n"},
         {{",1,Door", "1B,1,Side"}, "1B,1\n"},
-        {{"1A,1,", "1B,1,"}, "1A,2\n"},
-        {{"1A,1", "1B,1"}, "1A,2\n"},
-        {{"1A"}, "1A,1\n"},
+        {{"1A,1,", "1B,1,Side"}, "1B,1\n"},
+        {{"1A,1", "1B,1"}, ""},
+        {{"1A"}, ""},
     };
     for (const Case& c : cases) EXPECT_EQ(GroupedCncList(c.lines, "\n"), c.list) << Join(c.lines, "|");
 }
@@ -156,6 +156,42 @@ TEST_F(CncHandOff, TakesTheColumnsOfTheProfileWithTheirAdjustments) {
     EXPECT_EQ(files.contents[firstList],
               "1A,1,601.5,19.05 Oak\n1B,1,601.5,19.05 Oak\n1C,1,601.5,19.05 Oak\n");
     EXPECT_EQ(files.contents[secondList], "1A,3\n") << "equal in every exported column";
+}
+
+TEST_F(CncHandOff, RefusesAProfileWithNothingBehindTheQuantity) {
+    files.contents[firstList] = "old";
+    AddPart("1A", "Door");
+    AddPart("1B", "Side");
+    for (const char* columns : {"ID,QTY", "ID", "ID,QTY,Notes"}) {
+        files.contents["C:\\Brenvik\\CNCProfile.txt"] = std::string("[CNC]\ncolumns=") + columns + "\n";
+        Open();
+        Form().chkChooseCSV.SetValue(1);
+        Choose(Form().cboExportType, "Export to C2C");
+        Form().ChooseProfile("CNC");
+        dialogs.messages.clear();
+        HandOff();
+        ExpectKeptBack();
+        ASSERT_EQ(Messages().size(), 1u) << columns;
+        EXPECT_TRUE(Messages()[0].starts_with("The columns of this export have nothing behind the quantity"));
+        EXPECT_EQ(files.contents.at(firstList), "old");
+        EXPECT_FALSE(files.contents.contains(secondList));
+        Form().Unload();
+    }
+}
+
+TEST_F(CncHandOff, TellsThePartsThatHaveNothingBehindTheirQuantity) {
+    AddPart("1A", "Door");
+    AddPart("1B", "");
+    files.contents["C:\\Brenvik\\CNCProfile.txt"] = "[CNC]\ncolumns=ID,QTY,Part Name\n";
+    Open();
+    Form().chkChooseCSV.SetValue(1);
+    Choose(Form().cboExportType, "Export to C2C");
+    Form().ChooseProfile("CNC");
+    HandOff();
+    EXPECT_EQ(Messages(), Texts{"Nothing stands behind the quantity in the lines of these parts, so this run "
+                                "leaves them out: 1B"});
+    EXPECT_EQ(files.contents.at(secondList), "1A,1\n");
+    EXPECT_EQ(TheSession().ExportTarget, 1);
 }
 
 TEST_F(CncHandOff, LeavesTheSizesOfTheStandardColumnsUnadjusted) {

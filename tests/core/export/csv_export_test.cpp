@@ -122,7 +122,7 @@ TEST_F(CsvFile, JoinsSizesAsUnpaddedFractions) {
 
 TEST_F(CsvFile, JoinsThicknessAndMaterialWhetherFractionsAreWantedOrNot) {
     database.parts = {Board("A", 1, 1, 0.75), Board("B", 1, 1, 19.125), Board("C", 1, 1, 2.675)};
-    const std::string lines = "3/4 Oak,0.75 Oak\n19 1/8 Oak,19.12 Oak\n2 11/16 Oak,2.67 Oak\n";
+    const std::string lines = "3/4 Oak,0.75 Oak\n19 1/8 Oak,19.12 Oak\n2 11/16 Oak,2.68 Oak\n";
     const std::string columns = "Thickness-Material (Imperial),Thickness-Material (Metric)";
     EXPECT_EQ(ExportColumns(columns), columns + "\n" + lines);
     files.contents.erase(out);
@@ -181,6 +181,13 @@ TEST_F(CsvFile, AdjustsEverySizeOfAProfilesColumns) {
               "Thickness-Material (Metric),Part Name\n"
               "1,24.5,11.75,0.875,24.5 x 11.75 x 0.875,7/8 Oak,0.88 Oak,Door\n"
               "1,30,12,0.625,30 x 12 x 0.625,5/8 Oak,0.62 Oak,Side\n");
+}
+
+TEST_F(CsvFile, ShowsAZeroWhereAnAdjustmentLeavesNothing) {
+    database.parts = {Board("A", 0.1 + 0.2, 0.1 + 0.2, 0.1 + 0.2)};
+    UseAdjustments("[A]\nl=-0.3\nw=-0.3\nt=-0.3\n");
+    EXPECT_EQ(ExportColumns("Length,W x L x T,Thickness-Material (Metric)"),
+              "Length,W x L x T,Thickness-Material (Metric)\n0,0 x 0 x 0,0 Oak\n");
 }
 
 TEST_F(CsvFile, ShowsNegativeFractionsWhereAdjustmentsAreLargerThanThePart) {
