@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "base/letter_case.h"
+#include "base/noise.h"
 #include "base/number_text.h"
 #include "base/text.h"
 #include "base/utf8.h"
@@ -26,7 +27,7 @@ Shown ShownOf(const PartColumn& column) {
 
 std::string TextOf(const FieldValue& value) {
     if (const auto* text = std::get_if<std::string>(&value)) return *text;
-    if (const auto* number = std::get_if<double>(&value)) return NumberToText(*number);
+    if (const auto* number = std::get_if<double>(&value)) return NumberToText(NoiseAsZero(*number));
     return {};
 }
 
@@ -158,7 +159,7 @@ std::string JsonText(std::string_view text) {
 
 std::string JsonValue(const FieldValue& value) {
     if (const auto* text = std::get_if<std::string>(&value)) return JsonText(*text);
-    if (const auto* number = std::get_if<double>(&value)) return NumberToText(*number);
+    if (const auto* number = std::get_if<double>(&value)) return NumberToText(NoiseAsZero(*number));
     return "null";
 }
 

@@ -3,6 +3,7 @@
 // reads the rows back.
 #include <cstdlib>
 
+#include "checkout_paths.h"
 #include "program.h"
 
 namespace brenvik::cli_test {
@@ -73,6 +74,41 @@ TEST_F(AccessExport, RowsReachTheTargetTableAndARefusedRowIsToldAndPassedOver) {
         Sql("select bv_partname, bv_length, typeof(bv_length), bv_notes from Parts where bv_partname like"
             " '%Side' order by 1;"),
         "Left Side|720.0|real|18 White Melamine\nRight Side|720.0|real|18 White Melamine\n");
+}
+
+/// A block of the page for users that begins like this, without its fences.
+std::string BlockOfThePage(std::string_view beginning) {
+    const std::string page = ReadFile(std::filesystem::path(BRENVIK_SOURCE_DIR) / "docs/export-databases.md");
+    const std::size_t at = page.find("```\n" + std::string(beginning));
+    EXPECT_NE(at, std::string::npos) << beginning;
+    return at == std::string::npos ? "" : page.substr(at + 4, page.find("```", at + 4) - at - 4);
+}
+
+TEST_F(AccessExport, TheTableOfThePageForUsersCanBeMappedAsPrinted) {
+    Write("odbcinst.ini", BlockOfThePage("[Microsoft Access Driver (*.mdb)]"));
+    Sql("drop table Parts;");
+    Sql(BlockOfThePage("create table Parts("));
+    const Outcome outcome =
+        Play(ChooseTable + Map("Part Name", "bv_partname") + Map("Length", "bv_length") +
+             Map("Width", "bv_width") + Map("Thickness", "bv_thickness") + "    press cmdGo\n");
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(Sql("select count(*) from Parts;"), "16\n");
+    EXPECT_EQ(Sql("select bv_partname, bv_length, bv_width, bv_thickness from Parts where bv_partname = 'Door';"),
+              "Door|472|596|19\n");
+}
+
+TEST_F(AccessExport, ARowWithQuotesFailsHoweverManyThereAre) {
+    Write("quotes.journal",
+          std::string("command Show\n  cell fpSpread1 1 \"Notes\" \"it''s\"\n  answer yes\n"
+                      "  press tbMain.EXPORT\n") +
+              ChooseTable + Map("Part Name", "bv_partname") + Map("Notes", "bv_notes") +
+              "    press cmdGo\n  close\n");
+    const Outcome outcome = Run({"run", ShippedSample().string(), "--journal", "quotes.journal"});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("[] Syntax error: a single quote stands in a text of the statement"),
+              std::string::npos)
+        << outcome.errors;
+    EXPECT_EQ(Sql("select count(*) from Parts where bv_notes <> '';"), "0\n");
 }
 
 TEST_F(AccessExport, AFilteredListExportsItsRowsOnly) {

@@ -43,6 +43,13 @@ TEST(ListTable, AlignsTextsLeftAndNumbersRight) {
               "2A  Top Rail     18.5\n");
 }
 
+TEST(ListNumbers, OfNoiseAreZeros) {
+    const PartList list = SmallList({{"1", "a", -3.6e-15}, {"2", "b", -0.0}});
+    EXPECT_EQ(Written(list, ListFormat::Csv), "ID,Part Name,Length\r\n1,a,0\r\n2,b,0\r\n");
+    EXPECT_NE(Written(list, ListFormat::Json).find("\"bv_length\": 0}"), std::string::npos);
+    EXPECT_EQ(Written(list, ListFormat::Json).find("-"), std::string::npos);
+}
+
 TEST(ListTable, CountsCharactersAndWideOnesTwice) {
     EXPECT_EQ(Written(SmallList({{"1", "Türseite", 1.0}, {"2", "側板", 2.0}}), ListFormat::Table),
               "ID  Part Name  Length\n"

@@ -369,6 +369,33 @@ Point3 PointOf(const EntityPlane& plane, const PlanePointTexts& texts) {
     return plane.ToWorld({*ParseLongReal(texts.x), *ParseLongReal(texts.y), *ParseLongReal(texts.z)});
 }
 
+TEST(DxfWriting, NoiseOfSumsAndNegativeZerosAreZeros) {
+    const double noise = -3.552713678800501e-15;
+    DrawingData data;
+    LWPolylineData outline;
+    outline.vertices = {{noise, -0.0}, {600, 1e-16, noise}, {600, 2100}};
+    outline.thickness = noise;
+    outline.elevation = -0.0;
+    EntityData part = Entity(outline, 0x30, "0");
+    part.xdata = {{"ELSE", {{1040, noise}}}};
+    const ArcData arc{{noise, 600, -0.0}, 5, noise, 1, noise, {noise, 1, -0.0}};
+    data.blocks[0].entities = {part,
+                               Entity(LineData{{noise, -0.0, 5}, {1, 2, noise}, 0, {noise, -0.0, 1}}, 0x31),
+                               Entity(arc, 0x32)};
+    const std::string text = WriteDxf(data);
+    const std::size_t entities = text.find("ENTITIES");
+    const std::size_t elsewhere = text.find("ELSE", entities);
+    ASSERT_NE(elsewhere, std::string::npos);
+    EXPECT_NE(text.find("-3.552713678800501e-15", elsewhere), std::string::npos) << "it is somebody else's";
+    for (const std::string_view mark : {"e-1", "-0.0\r"}) {
+        const std::size_t first = text.find(mark, entities);
+        EXPECT_TRUE(first == std::string::npos || (first > elsewhere && first < elsewhere + 60)) << mark;
+    }
+    // What is as large as a length can be stays to the last bit.
+    data.blocks[0].entities = {Entity(LineData{{1.0000000000000002e-10, 0.1, 5}, {1, 2, 3}}, 0x31)};
+    EXPECT_NE(WriteDxf(data).find("1.0000000000000002e-10"), std::string::npos);
+}
+
 TEST(DxfWriting, CentersInOddPlanesComeBackAndStay) {
     std::mt19937_64 random(11);
     std::uniform_real_distribution<double> number(-1, 1);

@@ -430,6 +430,17 @@ TEST(StepText, OrientedEdgesHoldEdges) {
     EXPECT_EQ(NestedOrientedEdge("ORIENTED_EDGE"), 0);
 }
 
+TEST(StepText, HasNoNoiseAmongItsNumbers) {
+    EXPECT_EQ(WithoutNoise("#10=CARTESIAN_POINT('',(-0.,3.552713678801E-15,-600.5));"),
+              "#10=CARTESIAN_POINT('',(0.,0.,-600.5));");
+    EXPECT_EQ(WithoutNoise("#11=DIRECTION('a -0. 1.E-15',(1.,-0.,-1.E-16));"),
+              "#11=DIRECTION('a -0. 1.E-15',(1.,0.,0.));");
+    const char* const kept =
+        "#1E5=X_0(.T.,*,$,#20,1.E-07,-0.5,0,(LENGTH_MEASURE(1.E-09)),'it''s -0.',.UNSPECIFIED.);";
+    EXPECT_EQ(WithoutNoise(kept), kept);
+    EXPECT_EQ(WithoutNoise("'open"), "'open");
+}
+
 TEST(StepText, EscapesHoldUtf16Units) {
     EXPECT_EQ(Escaped("Gr\xC3\xB6\xC3\x9F"
                       "e"),

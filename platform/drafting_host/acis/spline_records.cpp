@@ -6,6 +6,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "base/noise.h"
+
 namespace brenvik::acis {
 namespace {
 
@@ -196,7 +198,7 @@ std::string PcurveText(const PlaneSplineRecord& curve, double misfit) {
 std::string NumberText(double value) {
     if (!std::isfinite(value)) throw WriteFailure("a coordinate is not a number");
     char text[32];
-    const auto [end, error] = std::to_chars(text, text + sizeof text, value == 0 ? 0.0 : value);
+    const auto [end, error] = std::to_chars(text, text + sizeof text, NoiseAsZero(value));
     return error == std::errc() ? std::string(text, end) : std::string("0");
 }
 

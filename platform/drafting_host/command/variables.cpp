@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/letter_case.h"
+#include "base/noise.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/text.h"
@@ -134,9 +135,9 @@ void PutIntoDrawing(CommandSession& session, const HostVariable& variable, const
     const int code = header == nullptr ? 70 : header->code;
     Groups groups{{code, value}};
     if (variable.kind == Kind::Point) {
-        groups = {{code, ShortestRoundTrip(point.x)},
-                  {code + 10, ShortestRoundTrip(point.y)},
-                  {code + 20, ShortestRoundTrip(point.z)}};
+        groups = {{code, ShortestRoundTrip(NoiseAsZero(point.x))},
+                  {code + 10, ShortestRoundTrip(NoiseAsZero(point.y))},
+                  {code + 20, ShortestRoundTrip(NoiseAsZero(point.z))}};
     }
     session.Document().Tables().headerVariables[HeaderName(variable)] = std::move(groups);
 }

@@ -101,9 +101,14 @@ std::string LongRealText(LongReal value) {
     return value == asDouble ? RealText(asDouble) : LongText(value);
 }
 
+PlanePoint NoiseAsZero(const PlanePoint& point) {
+    const auto clean = [](LongReal value) { return std::abs(value) < SmallestLength ? LongReal{0} : value; };
+    return {clean(point.x), clean(point.y), clean(point.z)};
+}
+
 // The short texts when they give the point, else the long ones.
 PlanePointTexts TextsOf(const EntityPlane& plane, const Point3& worldPoint) {
-    const PlanePoint exact = plane.FromWorld(worldPoint);
+    const PlanePoint exact = NoiseAsZero(plane.FromWorld(worldPoint));
     const Point3 rounded{static_cast<double>(exact.x), static_cast<double>(exact.y),
                          static_cast<double>(exact.z)};
     if (plane.ToWorld({rounded.x, rounded.y, rounded.z}) == worldPoint)

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/noise.h"
 #include "session/host_interface.h"
 
 namespace brenvik {
@@ -24,6 +25,11 @@ std::optional<double> ParseReal(std::string_view text);
 
 /// As ParseReal; a text of more than 17 digits is taken at its full length.
 std::optional<LongReal> ParseLongReal(std::string_view text);
+
+/// A direction without the noise in its components.
+inline Point3 NoiseAsZero(const Point3& direction) {
+    return {NoiseAsZero(direction.x), NoiseAsZero(direction.y), NoiseAsZero(direction.z)};
+}
 
 /// The shortest text that reads back as the value: "600.0", "0.1", "1e+20".
 std::string RealText(double value);

@@ -7,6 +7,7 @@
 
 #include "base/failure.h"
 #include "base/handle_text.h"
+#include "base/noise.h"
 #include "drafting_host/dxf/dxf_text.h"
 #include "drafting_host/dxf/exact_numbers.h"
 
@@ -46,7 +47,9 @@ void GroupWriter::RequireFinite(double value, int code) const {
         throw InvalidCall(mPlace + ": a finite number was expected for group " + std::to_string(code));
 }
 
-void GroupWriter::Real(int code, double value) {
+void GroupWriter::Real(int code, double value) { ExactReal(code, NoiseAsZero(value)); }
+
+void GroupWriter::ExactReal(int code, double value) {
     RequireFinite(value, code);
     Code(code);
     std::array<char, 32> digits;
@@ -59,7 +62,7 @@ void GroupWriter::Real(int code, double value) {
 
 void GroupWriter::Degrees(int code, double radians) {
     RequireFinite(radians, code);
-    Word(code, DegreesText(radians));
+    Word(code, DegreesText(NoiseAsZero(radians)));
 }
 
 void GroupWriter::HandleGroup(int code, HandleValue handle) { Word(code, HandleToText(handle)); }
@@ -71,11 +74,11 @@ void GroupWriter::Point(int code, const Point3& point) {
 }
 
 void GroupWriter::Normal(const Point3& normal) {
-    if (normal != Point3{0, 0, 1}) Point(210, normal);
+    if (NoiseAsZero(normal) != Point3{0, 0, 1}) Point(210, normal);
 }
 
 void GroupWriter::RealUnless(int code, double value, double usual) {
-    if (value != usual) Real(code, value);
+    if (NoiseAsZero(value) != usual) Real(code, value);
 }
 
 }  // namespace brenvik

@@ -16,8 +16,11 @@ class GroupWriter {
     /// A word of the format itself, or a value that is encoded already.
     void Word(int code, std::string_view word);
     void Whole(int code, long value);
-    /// Throws Failure 5 naming the place (see SetPlace) for a value that is not finite.
+    /// A measure of the drawing; noise becomes 0. Throws Failure 5 naming the place (see SetPlace) for a
+    /// value that is not finite.
     void Real(int code, double value);
+    /// A number of somebody else's, as it is.
+    void ExactReal(int code, double value);
     void RequireFinite(double value, int code) const;
     void Degrees(int code, double radians);
     void HandleGroup(int code, HandleValue handle);

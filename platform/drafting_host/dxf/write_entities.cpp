@@ -128,7 +128,7 @@ class XDataItemWriter {
     }
     void operator()(double value) const {
         Require(mCode >= 1040 && mCode <= 1042);
-        mOut.Real(mCode, value);
+        mOut.ExactReal(mCode, value);
     }
     void operator()(std::int16_t value) const {
         Require(mCode == 1070);

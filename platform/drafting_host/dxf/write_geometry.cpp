@@ -50,12 +50,13 @@ void GeometryWriter::Round(const Point3& center, double radius, double thickness
                            const Point3& normal) const {
     mOut.Word(100, "AcDbCircle");
     mOut.RealUnless(39, thickness, 0);
-    if (normal == Point3{0, 0, 1}) {
+    const Point3 written = NoiseAsZero(normal);
+    if (written == Point3{0, 0, 1}) {
         mOut.Point(10, center);
     } else {
         for (const double value : {center.x, center.y, center.z, normal.x, normal.y, normal.z})
             mOut.RequireFinite(value, 10);
-        const PlanePointTexts texts = PlanePointText(EntityPlane(normal), center);
+        const PlanePointTexts texts = PlanePointText(EntityPlane(written), center);
         mOut.Word(10, texts.x);
         mOut.Word(20, texts.y);
         mOut.Word(30, texts.z);

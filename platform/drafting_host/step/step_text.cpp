@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/noise.h"
+#include "base/numbers.h"
 #include "drafting_host/step/step_grammar.h"
 
 namespace brenvik::step {
@@ -24,6 +26,7 @@ bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 bool IsHigh(char c) { return static_cast<unsigned char>(c) >= 0x80; }
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsOfWord(char c) { return IsDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
 
 /// The number that starts at `place`, 0 when none does or it is beyond an int.
 int NumberAt(std::string_view content, std::size_t place) {
@@ -268,6 +271,32 @@ int NestedOrientedEdge(std::string_view content) {
     const auto nested = std::ranges::find_if(
         elements, [&](const auto& pair) { return std::ranges::binary_search(edges, pair.second); });
     return nested == elements.end() ? 0 : nested->first;
+}
+
+std::string WithoutNoise(std::string_view content) {
+    std::string result;
+    result.reserve(content.size());
+    for (std::size_t at = 0; at < content.size();) {
+        const char c = content[at];
+        std::size_t end = at + 1;
+        if (c == '\'') {
+            end = std::min(content.find('\'', at + 1), content.size() - 1) + 1;
+        } else if (c == '#' || (IsOfWord(c) && !IsDigit(c))) {
+            // Names of statements and words have digits that are no numbers.
+            while (end < content.size() && IsOfWord(content[end])) ++end;
+        } else if (const std::size_t length = NumberLength(content.substr(at)); length > 0) {
+            end = at + length;
+            const std::string_view number = content.substr(at, length);
+            if (number.find('.') != std::string_view::npos && NoiseAsZero(LenientNumber(number)) == 0) {
+                result += "0.";
+                at = end;
+                continue;
+            }
+        }
+        result += content.substr(at, end - at);
+        at = end;
+    }
+    return result;
 }
 
 std::string Escaped(std::string_view content) {

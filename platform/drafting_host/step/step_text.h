@@ -54,6 +54,9 @@ std::size_t LineOfStatement(std::string_view content, int number);
 /// it, and the modeller follows such edges without end while it loads the file.
 int NestedOrientedEdge(std::string_view content);
 
+/// The text with the noise among its numbers, and negative zeros, as 0. What stands in quotes stays.
+std::string WithoutNoise(std::string_view content);
+
 /// The text with everything outside of ASCII as \X2\ escapes. Bytes that are no UTF-8 become question
 /// marks.
 std::string Escaped(std::string_view content);

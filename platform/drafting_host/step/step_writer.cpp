@@ -114,7 +114,7 @@ std::string Write(const std::filesystem::path& path, std::span<const StepSolid> 
         throw InvalidCall("writing STEP: the modeller can't convert the solids");
     WriteHeader(writer, path);
     // The modeller writes names as plain UTF-8, which the format does not allow.
-    return Escaped(TextOf(writer));
+    return Escaped(WithoutNoise(TextOf(writer)));
 }
 
 }  // namespace
