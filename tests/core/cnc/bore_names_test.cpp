@@ -53,9 +53,9 @@ TEST(BoreNames, InMillimetres) {
     const BoreCut cut{.diameter = 8, .depth = 30.256, .height = 9.525};
     EXPECT_EQ(Names(Target::ATP, 2, cut)[0], "HF_T8_D30p256");
     EXPECT_EQ(Names(Target::BW, 2, cut)[0], "TCHB2W2D3026");
-    EXPECT_EQ(Names(Target::CNI, 2, cut)[1], "BACK9p53");
-    EXPECT_EQ(Names(Target::ROV, 3, cut)[3], "SIDEC0_9p53_8_30p26");
-    EXPECT_EQ(Names(Target::WOP4, 2, cut)[0], "HO9_53");
+    EXPECT_EQ(Names(Target::CNI, 2, cut)[1], "BACK9p52");
+    EXPECT_EQ(Names(Target::ROV, 3, cut)[3], "SIDEC0_9p52_8_30p26");
+    EXPECT_EQ(Names(Target::WOP4, 2, cut)[0], "HO9_52");
 }
 
 TEST(BoreNames, NumbersOfKeptCirclesStandAsTheyAre) {

@@ -232,11 +232,13 @@ class FakeConnection : public Connection {
     }
     void BeginTrans() override {
         database.Note("BEGIN");
+        if (state != ConnectionState::Open) throw Failure(3704, "FakeDatabase", "The connection is closed");
         if (*pending) throw Failure(-2147168237, "FakeDatabase", "A transaction has begun already");
         *pending = database.databases.at(path);
     }
     void CommitTrans() override {
         database.Note("COMMIT");
+        if (state != ConnectionState::Open) throw Failure(3704, "FakeDatabase", "The connection is closed");
         if (!*pending) throw Failure(-2147168242, "FakeDatabase", "No transaction has begun");
         database.databases.at(path) = **pending;
         pending->reset();
