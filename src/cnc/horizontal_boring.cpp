@@ -319,8 +319,7 @@ class Boring {
         EnsureOperationLayer(mRun, layer);
         rectangle.SetLayer(layer);
         rectangle.Update();
-        if (const std::string_view group = SideGroupName(mRun, side); !group.empty())
-            Group(rectangle, group);
+        if (const std::string_view group = SideGroupName(mRun, side); !group.empty()) Group(rectangle, group);
     }
 
     void Group(AcadEntity& entity, std::string_view name) const {

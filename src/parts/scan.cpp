@@ -199,8 +199,8 @@ void ScanSelection() {
 
     scan.table.Prepare(mDatabase::OpenScanConnection);
     scan.table.Prepare([] { mDatabase::ExecuteSql("delete from brenvik_data"); });
-    const bool begun = scan.table.Prepare(
-        [] { Needed(TheSession().ScanConnection.get(), "scan connection").BeginTrans(); });
+    const bool begun =
+        scan.table.Prepare([] { Needed(TheSession().ScanConnection.get(), "scan connection").BeginTrans(); });
     ScanEntities(set, scan);
     Commit(scan, begun);
     BindGrid(scan.table);

@@ -93,22 +93,22 @@ TEST_F(AccessExport, TheTableOfThePageForUsersCanBeMappedAsPrinted) {
              Map("Width", "bv_width") + Map("Thickness", "bv_thickness") + "    press cmdGo\n");
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
     EXPECT_EQ(Sql("select count(*) from Parts;"), "16\n");
-    EXPECT_EQ(Sql("select bv_partname, bv_length, bv_width, bv_thickness from Parts where bv_partname = 'Door';"),
-              "Door|472|596|19\n");
+    EXPECT_EQ(
+        Sql("select bv_partname, bv_length, bv_width, bv_thickness from Parts where bv_partname = 'Door';"),
+        "Door|472|596|19\n");
 }
 
 TEST_F(AccessExport, ARowWithQuotesFailsHoweverManyThereAre) {
-    Write("quotes.journal",
-          std::string("command Show\n  cell fpSpread1 1 \"Notes\" \"it''s\"\n  answer yes\n"
-                      "  press tbMain.EXPORT\n") +
-              ChooseTable + Map("Part Name", "bv_partname") + Map("Notes", "bv_notes") +
-              "    press cmdGo\n  close\n");
+    Write("quotes.journal", std::string("command Show\n  cell fpSpread1 1 \"Notes\" \"it''s\"\n  answer yes\n"
+                                        "  press tbMain.EXPORT\n") +
+                                ChooseTable + Map("Part Name", "bv_partname") + Map("Notes", "bv_notes") +
+                                "    press cmdGo\n  close\n");
     const Outcome outcome = Run({"run", ShippedSample().string(), "--journal", "quotes.journal"});
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
     EXPECT_NE(outcome.errors.find("[] Syntax error: a single quote stands in a text of the statement"),
               std::string::npos)
         << outcome.errors;
-    EXPECT_EQ(Sql("select count(*) from Parts where bv_notes <> '';"), "0\n");
+    EXPECT_EQ(Sql("select count(*) from Parts where bv_notes like 'it%';"), "0\n");
 }
 
 TEST_F(AccessExport, AFilteredListExportsItsRowsOnly) {

@@ -112,9 +112,10 @@ TEST_F(Export, TellsARememberedAdjustmentFileThatIsGone) {
     ASSERT_EQ(Run({"settings", "set", "CSV_SAVE\\CVS_ADJ_PATH", "C:\\gone.txt"}).status, 0);
     const Outcome outcome = ExportTo("out.csv", {"--profile", "Saw"});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.errors.find("the BrenvikAdjustments file C:\\gone.txt can't be read (File not found), so no "
-                                  "sizes are adjusted\n"),
-              std::string::npos)
+    EXPECT_NE(
+        outcome.errors.find("the BrenvikAdjustments file C:\\gone.txt can't be read (Path not found), so no "
+                            "sizes are adjusted\n"),
+        std::string::npos)
         << outcome.errors;
     EXPECT_TRUE(Exists("out.csv"));
     EXPECT_EQ(ExportTo("standard.csv", {}).status, 0) << "the standard columns are never adjusted";

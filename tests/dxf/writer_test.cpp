@@ -211,7 +211,7 @@ DrawingData FullDrawing() {
     const Point3 odd{1. / 3, 2. / 3, 2. / 3};
     auto& model = data.blocks[0].entities;
     for (EntityGeometry geometry : std::vector<EntityGeometry>{
-             LineData{{0.1, 1. / 3, -0.0}, {1e20, 1e-20, 5e-324}, 3, odd},
+             LineData{{0.1, 1. / 3, -0.0}, {1e20, 1e-10, 3e-10}, 3, odd},
              ArcData{{1, 2, 3}, 5, 1, 2, 0.5, odd}, ArcData{{0, 0, 0}, 5, pi / 2, 1.5 * pi},
              CircleData{{100.1, 200.2, 300.3}, 2, 1, odd}, CircleData{{1, 2, 3}, 2, 0, {0, 0, -1}},
              EllipseData{{1, 2, 3}, {4, 1, 0}, {0, 0, 1}, 0.5, 0.1, 4}, Curve(),
@@ -371,7 +371,7 @@ Point3 PointOf(const EntityPlane& plane, const PlanePointTexts& texts) {
 
 TEST(DxfWriting, NoiseOfSumsAndNegativeZerosAreZeros) {
     const double noise = -3.552713678800501e-15;
-    DrawingData data;
+    DrawingData data = EmptyDrawing();
     LWPolylineData outline;
     outline.vertices = {{noise, -0.0}, {600, 1e-16, noise}, {600, 2100}};
     outline.thickness = noise;
