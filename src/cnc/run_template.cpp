@@ -16,6 +16,7 @@
 #include "session/module_state.h"
 #include "session/session.h"
 #include "settings/settings_store.h"
+#include "settings/standing_answer.h"
 
 namespace brenvik {
 
@@ -88,6 +89,7 @@ void RunParts(AcadApplication& app, Target target, RunForm form, const PartSteps
     const std::optional<OutputClaims> claims =
         ClaimOutput(std::array{OutputFolder, SecondSideFolder}, *run.sessionDrawing, RunEmpties);
     if (!claims) return;
+    const StandingAnswersOfRun answers;
     const bool windowIsMinimized = SwitchIsOn("MyWindowState");
     bool toldComplete = false;
     ShowAndResume(ShowFailureWithDetail, [&] { toldComplete = WorkThrough(run, steps, report); });

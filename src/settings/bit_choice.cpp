@@ -7,9 +7,11 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "session/message.h"
+#include "session/module_state.h"
 #include "settings/frm_choice.h"
 #include "settings/frm_choicetherm.h"
 #include "settings/settings_store.h"
+#include "settings/standing_answer.h"
 
 namespace brenvik {
 
@@ -120,9 +122,16 @@ bool GiveUp(BitChoice& choice) {
     return false;
 }
 
-bool StandingAnswerIsOn() { return SwitchIsOn(StandingSwitch); }
+/// What the user has answered in the run that goes on.
+struct StandingAnswers {
+    bool inRun = false;
+    int option = 0;
+};
+
+bool StandingAnswerIsOn() { return StateOf<StandingAnswers>().option != 0 || SwitchIsOn(StandingSwitch); }
 
 int StandingAnswer() {
+    if (const int given = StateOf<StandingAnswers>().option; given != 0) return given;
     const double stored = NumberSetting(StandingOption);
     for (int option = 1; option <= ChoiceOptionCount; ++option)
         if (stored == option) return option;
@@ -262,7 +271,15 @@ bool TakeOption(BitChoice& choice, const MaterialRecord& material, int option) {
     return true;
 }
 
+StandingAnswersOfRun::StandingAnswersOfRun() { StateOf<StandingAnswers>() = {true, 0}; }
+
+StandingAnswersOfRun::~StandingAnswersOfRun() { StateOf<StandingAnswers>() = {}; }
+
 void KeepStandingAnswer(int option) {
+    if (StandingAnswers& answers = StateOf<StandingAnswers>(); answers.inRun) {
+        answers.option = option;
+        return;
+    }
     SaveSettingText(StandingOption, std::to_string(option));
     SaveSettingText(StandingSwitch, "1");
 }

@@ -127,6 +127,41 @@ TEST_F(RunSetUp, ForgetsTheStandingAnswersAtItsEnd) {
     EXPECT_EQ(GetSettingText("skipandcontinuevalue"), "0");
 }
 
+TEST_F(RunSetUp, KeepsAStandingAnswerFromTheRunsOfOtherPrograms) {
+    Boards({"Side"});
+    firstStep = [](RunState&) {
+        KeepStandingAnswer(4);
+        EXPECT_EQ(GetSettingText("Skipandcontinue"), "0");
+        EXPECT_EQ(GetSettingText("skipandcontinuevalue"), "0");
+        BitChoice choice;
+        MaterialRecord material;
+        for (MaterialTool& tool : material.tools) tool = {"5", 12, "18000", "9000"};
+        EXPECT_TRUE(ChooseInsideRouteBit(choice, material, "KEY", 0.1, ChoiceDialog::WithStandingAnswer));
+        EXPECT_EQ(choice.kind, PathKind::PKC);
+        return PartStep::GoOn;
+    };
+    RunA();
+    EXPECT_EQ(passes, 1);
+    EXPECT_EQ(MessagesBetween(), Texts{});
+}
+
+TEST_F(RunSetUp, IsRefusedWhereAnotherProgramsRunIsGoingOn) {
+    Boards({"Side"});
+    for (const std::string_view folder : {OutputFolder, SecondSideFolder}) {
+        files.MakeFolder(folder);
+        const auto another = files.ClaimFolder(folder);
+        RunA();
+        EXPECT_EQ(passes, 0);
+        EXPECT_EQ(cleared, std::vector<Target>{}) << "nothing is touched";
+        EXPECT_EQ(Messages().back(), "Nothing was done: a run is going on in " + files.PlaceOf(folder) +
+                                         ". Wait for its end, or choose another folder.");
+        EXPECT_FALSE(LastRunReport().complete);
+    }
+    RunA();
+    EXPECT_EQ(passes, 1);
+    EXPECT_EQ(finished, std::vector<Target>{Target::C2C});
+}
+
 TEST_F(RunSetUp, TakesTheSpoilByTheLenientRule) {
     Boards({"Side"});
     double spoil = -1;
