@@ -15,6 +15,7 @@
 #include "session/files_port.h"
 #include "session/session.h"
 #include "session/text_files.h"
+#include "settings/material_keys.h"
 #include "settings/settings_store.h"
 
 namespace brenvik {
@@ -112,12 +113,6 @@ std::optional<MaterialDamage> DamageOf(std::span<const std::string> lines, std::
     return MaterialDamage{head + 1, TooShort(ValueOf(lines[head], Name), length)};
 }
 
-/// Keys compare without case. Half of the shops write a thickness below 1 with a zero before the point.
-std::string ComparableKey(std::string_view key) {
-    if (key.starts_with("0.")) key.remove_prefix(1);
-    return FoldLower(key);
-}
-
 std::string ReadPlainText(const std::string& path) {
     std::string content = ThePlatform().files->ReadFile(path);
     if (content.find('\0') != std::string::npos)
@@ -209,10 +204,9 @@ std::string MaterialKey(double thickness, std::string_view materialName, double 
 std::optional<MaterialTexts> FindMaterial(std::string_view key) {
     const std::string path = MaterialsPath();
     const std::vector<std::string> lines = LinesOf(ReadPlainText(path));
-    const std::string wanted = ComparableKey(key);
     std::optional<MaterialTexts> found;
     for (std::size_t at = 0; at < lines.size(); ++at) {
-        if (!IsHead(lines[at]) || ComparableKey(ValueOf(lines[at], Name)) != wanted) continue;
+        if (!IsHead(lines[at]) || !SameMaterialKey(ValueOf(lines[at], Name), key)) continue;
         const std::size_t length = RecordLength(lines, at);
         // Reading on into the next material would cut with bits of another board.
         if (length < MaterialFieldCount)

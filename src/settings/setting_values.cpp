@@ -1,0 +1,128 @@
+// The limits of numbers, and the check of a value by its kind.
+#include "settings/setting_values.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <optional>
+
+#include "base/letter_case.h"
+#include "base/number_text.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "parts/part_table.h"
+#include "settings/settings_keys.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr double NoLimit = std::numeric_limits<double>::infinity();
+/// Counts and quantities are read as whole numbers of 32 bits.
+constexpr double MostParts = std::numeric_limits<std::int32_t>::max();
+
+/// Of a number or a choice.
+struct Limits {
+    std::string_view name;
+    double lowest, highest;
+    bool whole;
+    /// A blank reads as 0, or as not there, where it isn't read strictly.
+    bool mayBeBlank;
+};
+
+// A circle's size, a surface and a width can't be less than nothing. A spoil amount can: it leaves a skin
+// that holds the part on the sheet. A window may stand on a second screen to the left.
+constexpr auto NumberLimits = std::to_array<Limits>({
+    {"ExportScaleSetting", 1, 4, true, false},
+    {"CircleSize", 0, NoLimit, false, true},
+    {"BiesseWorksSpoil", -NoLimit, NoLimit, false, true},
+    {"CNCMultiplier", 0, MostParts, true, true},
+    {"DrillSpoilAmount", -NoLimit, NoLimit, false, false},
+    {"BWPriority", 0, NoLimit, false, true},
+    {"DialogWidth", 0, NoLimit, false, true},
+    {"DialogHeight", 0, NoLimit, false, true},
+    {"DialogLeft", -NoLimit, NoLimit, false, true},
+    {"DialogTop", -NoLimit, NoLimit, false, true},
+    {"skipandcontinuevalue", 0, 6, true, true},
+    {"EXPORT_TYPE", 0, 13, true, true},
+    {"CVS_COL_COUNT", 0, MostParts, true, true},
+    {"ACCESS_MAP_COUNT", 0, MostParts, true, true},
+});
+constexpr Limits WidthLimits{WidthSuffix, 0, NoLimit, false, true};
+constexpr Limits NoLimits{"", -NoLimit, NoLimit, false, true};
+
+const Limits& LimitsOf(std::string_view name) {
+    for (const Limits& limits : NumberLimits)
+        if (EqualsIgnoreCase(limits.name, name)) return limits;
+    return NoLimits;
+}
+
+bool IsWidth(std::string_view name) {
+    for (const std::string& key : Split(ColumnWidthKeyList, ','))
+        if (EqualsIgnoreCase(key + std::string(WidthSuffix), name)) return true;
+    return false;
+}
+
+bool IsOfAFamily(std::string_view name) {
+    const std::size_t lastLetter = name.find_last_not_of("0123456789");
+    if (lastLetter == std::string_view::npos || lastLetter + 1 == name.size()) return false;
+    const SettingEntry* family = FindSetting(name.substr(0, lastLetter + 1));
+    return family && family->kind == SettingKind::Counted;
+}
+
+std::string InWords(const Limits& limits) {
+    std::string text = limits.whole ? "a whole number" : "a number";
+    if (limits.highest < MostParts)
+        return text + " from " + NumberToText(limits.lowest) + " to " + NumberToText(limits.highest);
+    if (limits.lowest > -NoLimit) text += ", " + NumberToText(limits.lowest) + " or more";
+    return text;
+}
+
+bool Fits(std::string_view value, const Limits& limits) {
+    if (value.empty()) return limits.mayBeBlank;
+    if (!IsNumeric(value)) return false;
+    const double number = StrictNumber(value);
+    if (limits.whole && number != RoundHalfEven(number, 0)) return false;
+    return number >= limits.lowest && number <= limits.highest;
+}
+
+std::string NumberFault(std::string_view value, const Limits& limits) {
+    return Fits(value, limits) ? std::string() : InWords(limits);
+}
+
+/// Of the texts, those that name a file or a folder.
+bool IsPath(std::string_view name) {
+    constexpr auto paths = std::to_array<std::string_view>(
+        {"ApplicationPath", "MDBPath", "CVS_ADJ_PATH", "CVS_EXPORT_PATH", "ACCESS_EXPORT_PATH"});
+    return std::ranges::any_of(paths, [&](std::string_view path) { return EqualsIgnoreCase(path, name); });
+}
+
+bool HoldsControlCharacter(std::string_view text) {
+    return std::ranges::any_of(text, [](unsigned char byte) { return byte < 0x20 || byte == 0x7F; });
+}
+
+}  // namespace
+
+bool IsKnownSetting(std::string_view name) {
+    return FindSetting(name) != nullptr || IsWidth(name) || IsOfAFamily(name);
+}
+
+std::string SettingValueFault(std::string_view name, std::string_view value) {
+    if (IsWidth(name)) return NumberFault(value, WidthLimits);
+    const SettingEntry* entry = FindSetting(name);
+    if (entry == nullptr) return {};
+    switch (entry->kind) {
+        case SettingKind::Switch:
+            return value == "0" || value == "1" ? "" : "0 or 1";
+        case SettingKind::Choice:
+        case SettingKind::Number:
+            return NumberFault(value, LimitsOf(name));
+        case SettingKind::Text:
+            return IsPath(name) && HoldsControlCharacter(value) ? "a path without control characters" : "";
+        case SettingKind::Counted:
+            return {};
+    }
+    return {};
+}
+
+}  // namespace brenvik
