@@ -56,7 +56,8 @@ bool RunJob(Workshop& workshop, Target target, double& settledMegabytes) {
     });
     RunOnSelection(workshop.Host(), target);
     const RunReport& report = LastRunReport();
-    return report.complete && report.unexplained.empty() && report.passedOver.empty();
+    return report.complete && report.unexplained.empty() && report.passedOver.empty() &&
+           report.skipped.empty();
 }
 
 void RunParts(benchmark::State& state, int parts, const std::filesystem::path& file, Target target) {

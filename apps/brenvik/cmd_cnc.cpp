@@ -8,7 +8,6 @@
 
 #include "base/letter_case.h"
 #include "base/text.h"
-#include "cnc/run_report.h"
 #include "cnc/run_set_up.h"
 #include "cnc/run_state.h"
 #include "command_line.h"
@@ -20,8 +19,10 @@
 #include "grid_session.h"
 #include "output_folder.h"
 #include "run_dialogs.h"
+#include "run_teller.h"
 #include "session/brenvik_class.h"
 #include "session/target_drivers.h"
+#include "shell_word.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -104,19 +105,6 @@ void ExportFromGrid(Form& form, const TargetDriver& driver) {
     }
 }
 
-void TellProgress(const RunProgress& progress, Teller& teller) {
-    teller.Progress("part " + std::to_string(progress.part) + " of " + std::to_string(progress.parts) + ", " +
-                    progress.name + (progress.secondSide ? ", second side" : ""));
-}
-
-void TellReport(const RunDialogs& dialogs, Teller& teller) {
-    const RunReport& report = LastRunReport();
-    for (const std::string& line : report.passedOver) teller.Loss(line);
-    if (dialogs.SomethingWentWrong() || !report.unexplained.empty()) teller.MarkIncomplete();
-    if (report.complete || teller.Status() != ExitStatus::Done) return;
-    teller.Loss("the run did not go to its end");
-}
-
 ExitStatus Cnc(const std::string& home, const CncOptions& options) {
     const TargetDriver& driver = *FindDriver(options.target);
     Teller teller(options.drawing.quiet);
@@ -126,16 +114,17 @@ ExitStatus Cnc(const std::string& home, const CncOptions& options) {
     MapOutput(workplace, options);
     const OpenedInput opened = OpenAndSelect(workplace, options.drawing, teller);
     const std::size_t notes = opened.document.Notes().size();
-    ObserveRuns([&teller](const RunProgress& progress) { TellProgress(progress, teller); });
+    const RunTeller runs(teller, {.programWords = ProgramWords(home),
+                                  .takeTrouble = [&dialogs] { return dialogs.TakeTrouble(); }});
     if (options.fromGrid)
         WhileGridIsOpen(workplace.host, dialogs, [&](Form& form) { ExportFromGrid(form, driver); });
     else
         cBrenvik().Call(driver.method, workplace.host);
-    ObserveRuns(nullptr);
     teller.Wipe();
     TellNotesSince(notes, opened.document, options.drawing.drawing, teller);
     TellDroppedParts(teller);
-    TellReport(dialogs, teller);
+    if (dialogs.SomethingWentWrong()) teller.MarkIncomplete();
+    if (runs.Runs() == 0 && teller.Status() == ExitStatus::Done) teller.Loss("the run did not begin");
     return teller.Status();
 }
 
@@ -158,7 +147,8 @@ Command CncCommand() {
          Argument(
              "--from-grid", &options->fromGrid,
              "Take the parts by way of the grid, so that identical parts become one file and a quantity"),
-         options->drawing.Select(), options->drawing.Letters(), options->drawing.Quiet()},
+         options->drawing.Select(), options->drawing.Letters(), options->drawing.Material(),
+         options->drawing.Quiet()},
         [options](const std::string& home) { return Cnc(home, *options); },
         {}};
 }

@@ -5,6 +5,7 @@
 #include "command_line.h"
 #include "drawing_io.h"
 #include "file_roots/whole_file.h"
+#include "given_material.h"
 
 namespace brenvik::app {
 
@@ -15,6 +16,8 @@ ExitStatus Convert(const DrawingOptions& options) {
     Teller teller(options.quiet);
     HostApplication host(WriteWholeFile);
     HostDocument& document = OpenInput(host, options, teller);
+    SelectForCommand(document, options);
+    GiveMaterial(document, options.material, teller);
     SaveOutput(document, options.save, teller);
     return teller.Status();
 }
@@ -26,7 +29,7 @@ Command ConvertCommand() {
     return {"convert",
             "Read a drawing in one format and write it in another, by extension",
             {Argument("IN", &options->drawing, "The drawing to read").Required(), options->OutWord(),
-             options->Letters(), options->Quiet()},
+             options->Letters(), options->Material(), options->Quiet()},
             [options](const std::string&) { return Convert(*options); },
             {}};
 }

@@ -86,7 +86,8 @@ Command ExportCommand() {
                   "Change the sizes by this file of adjustments; goes with a profile")
              .Named("FILE"),
          options->choices.Sort(), options->choices.Group(), options->choices.Filter(),
-         options->drawing.Select(), options->drawing.Letters(), options->drawing.Quiet()},
+         options->drawing.Select(), options->drawing.Letters(), options->drawing.Material(),
+         options->drawing.Quiet()},
         [options](const std::string& home) { return Export(home, *options); },
         {}};
 }

@@ -81,8 +81,8 @@ Command ListCommand() {
                  .OneOf({"table", "csv", "json"})
                  .ShowsDefault(),
              options->choices.Sort(), options->choices.Group(), options->choices.Filter(),
-             options->drawing.Select(), options->drawing.Letters(), options->drawing.Save(),
-             options->drawing.Quiet()},
+             options->drawing.Select(), options->drawing.Letters(), options->drawing.Material(),
+             options->drawing.Save(), options->drawing.Quiet()},
             [options](const std::string& home) { return List(home, *options); },
             {}};
 }

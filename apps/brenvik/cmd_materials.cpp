@@ -8,14 +8,18 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/failure.h"
 #include "base/text.h"
 #include "command_line.h"
 #include "console/console_dialogs.h"
+#include "file_roots/places.h"
 #include "session/commands.h"
+#include "settings/material_keys.h"
 #include "settings/materials.h"
+#include "shell_word.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -44,12 +48,18 @@ void PrintTable(const std::vector<MaterialTexts>& materials) {
     }
 }
 
+/// Where the library really lies: the system writes its path with a backslash.
+std::string LibraryFile(const Workplace& workplace) {
+    return TextFromPath(workplace.files.Resolve(MaterialsPath()));
+}
+
 /// What the file's failures mean for the one who asked: an input that can't be read.
-ExitStatus Reading(const std::function<ExitStatus()>& work) {
+ExitStatus Reading(const Workplace& workplace, const std::function<ExitStatus()>& work) {
     try {
         return work();
     } catch (const Failure& failure) {
-        throw CommandError(ExitStatus::Unreadable, failure.what());
+        throw CommandError(ExitStatus::Unreadable,
+                           ReplaceAll(failure.what(), MaterialsPath(), LibraryFile(workplace)));
     }
 }
 
@@ -57,44 +67,102 @@ ExitStatus ListMaterials(const std::string& home) {
     ConsoleDialogs dialogs(std::cerr);
     Workplace workplace(home, dialogs);
     TakeInstallFolder();
-    return Reading([] {
+    return Reading(workplace, [&workplace] {
         const MaterialLibrary library = ReadMaterials();
         PrintTable(library.materials);
         for (const MaterialDamage& damage : library.damages)
-            std::cerr << "brenvik: " << MaterialsPath() << ":" << damage.line << ": " << damage.text << '\n';
+            std::cerr << "brenvik: " << LibraryFile(workplace) << ":" << damage.line << ": " << damage.text
+                      << '\n';
         return library.damages.empty() ? ExitStatus::Done : ExitStatus::Incomplete;
     });
+}
+
+/// The near keys of the library as typed words, or nothing where it has none.
+std::string NearKeys(const MaterialLibrary& library, const std::string& key) {
+    constexpr std::size_t enoughToChooseFrom = 5;
+    std::vector<std::string> words = NearMaterials(library, key, enoughToChooseFrom);
+    std::ranges::transform(words, words.begin(), ShellWord);
+    return Join(words, ", ");
 }
 
 ExitStatus FindOne(const std::string& home, const std::string& key) {
     ConsoleDialogs dialogs(std::cerr);
     Workplace workplace(home, dialogs);
     TakeInstallFolder();
-    return Reading([&key] {
+    return Reading(workplace, [&key] {
         const std::optional<MaterialTexts> found = FindMaterial(key);
         // A material without a first tool is none for a run either.
-        if (!found || !MaterialFromTexts(*found).Found())
-            throw CommandError(ExitStatus::Incomplete,
-                               "you do not have the material " + key + " in the material database");
+        if (!found || !MaterialFromTexts(*found).Found()) {
+            const std::string near = NearKeys(ReadMaterials(), key);
+            throw CommandError(ExitStatus::Incomplete, "you do not have the material " + key +
+                                                           " in the material database" +
+                                                           (near.empty() ? "" : "; the nearest are " + near));
+        }
         std::cout << MaterialsText(std::span(&*found, 1), "\n");
         return ExitStatus::Done;
     });
+}
+
+/// Fails for words that can't make a record.
+void RequireAddable(const MaterialLibrary& library, const std::string& file, const std::string& key,
+                    const std::string& like) {
+    if (const std::string expected = MaterialKeyFault(key); !expected.empty())
+        throw CommandError(ExitStatus::WrongWords, "KEY: expected " + expected + "; found \"" + key + "\"");
+    if (const MaterialTexts* present = FindMaterialIn(library, key))
+        throw CommandError(ExitStatus::WrongWords,
+                           "KEY: expected one that is new; " + file + " has \"" + present->front() +
+                               "\" already" +
+                               (HasFirstTool(*present) ? "" : ", without a first tool: fill it in there"));
+    const MaterialTexts* copied = FindMaterialIn(library, like);
+    if (copied && HasFirstTool(*copied)) return;
+    const std::string near = NearKeys(library, like);
+    throw CommandError(ExitStatus::WrongWords, "--like: expected a material of " + file +
+                                                   (near.empty() ? "" : ", such as " + near) + "; found \"" +
+                                                   like + "\"" + (copied ? ", which has no first tool" : ""));
+}
+
+ExitStatus AddOne(const std::string& home, const std::string& key, const std::string& like) {
+    ConsoleDialogs dialogs(std::cerr);
+    Workplace workplace(home, dialogs);
+    TakeInstallFolder();
+    MaterialTexts added;
+    Reading(workplace, [&] {
+        RequireAddable(ReadMaterials(), LibraryFile(workplace), key, like);
+        // Fails, with its line, for a record that breaks off.
+        added = *FindMaterial(like);
+        return ExitStatus::Done;
+    });
+    const std::string copied = std::exchange(added.front(), key);
+    AppendMaterial(added);
+    std::cout << "added " << key << ", cut as " << copied << '\n';
+    return ExitStatus::Done;
 }
 
 }  // namespace
 
 Command MaterialsCommand() {
     auto key = std::make_shared<std::string>();
-    return {"materials",
-            "List the material library, or look in it",
-            {},
-            {},
-            {{"list", "Print every material with its tools", {}, ListMaterials, {}},
-             {"find",
-              "Print the material that a part of this key is cut by",
-              {Argument("KEY", key.get(), "Thickness, a blank and the name: \"18 birch ply\"").Required()},
-              [key](const std::string& home) { return FindOne(home, *key); },
-              {}}}};
+    auto like = std::make_shared<std::string>();
+    return {
+        "materials",
+        "List the material library, look in it, or add to it",
+        {},
+        {},
+        {{"list", "Print every material with its tools", {}, ListMaterials, {}},
+         {"find",
+          "Print the material that a part of this key is cut by",
+          {Argument("KEY", key.get(), "Thickness, a blank and the name: \"18 birch ply\"").Required()},
+          [key](const std::string& home) { return FindOne(home, *key); },
+          {}},
+         {"add",
+          "Copy the record of a material under a new key; the library's other lines stay as they are",
+          {Argument("KEY", key.get(), "Thickness, a blank and the name of the new material: \"18 oak\"")
+               .Required(),
+           Argument("--like", like.get(), "The key of the material whose grain, direction and tools it gets")
+               .Named("KEY")
+               .Required()},
+          [key, like](const std::string& home) { return AddOne(home, *key, *like); },
+          {}}}};
 }
 
 }  // namespace brenvik::app

@@ -85,7 +85,8 @@ Command PartsCommand() {
                       "Where the drawings go, instead of drive_c/BV-DWG in the install folder; the export "
                       "empties the folder first")
                  .Named("DIR"),
-             options->drawing.Select(), options->drawing.Letters(), options->drawing.Quiet()},
+             options->drawing.Select(), options->drawing.Letters(), options->drawing.Material(),
+             options->drawing.Quiet()},
             [options](const std::string& home) { return Parts(home, *options); },
             {}};
 }

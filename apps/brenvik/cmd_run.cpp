@@ -8,13 +8,17 @@
 #include "drawing_io.h"
 #include "export/adjustments.h"
 #include "file_roots/places.h"
+#include "given_material.h"
 #include "grid_session.h"
-#include "journal/journal_dialogs.h"
 #include "journal/journal_failure.h"
 #include "journal/journal_parser.h"
 #include "journal/journal_player.h"
 #include "journal_prompts.h"
+#include "run_dialogs.h"
+#include "run_teller.h"
 #include "run_transcript.h"
+#include "session/message_text.h"
+#include "shell_word.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -80,21 +84,42 @@ void Play(const RunOptions& options, std::vector<JournalStep> steps, Workplace& 
                             << workplace.typedCommands.Line().Prompt(document) << '\n';
 }
 
+RunWatch WatchOf(const std::string& home, WatchedJournalDialogs& dialogs, RunTranscript& transcript) {
+    return {.programWords = ProgramWords(home),
+            .takeTrouble = [&dialogs] { return dialogs.TakeTrouble(); },
+            .boxesAreLookedAt = true,
+            .line = [&transcript](const std::string& text) { transcript.Stream() << text << '\n'; }};
+}
+
+/// A box that tells of something skipped or failed is no news to the journal that looks at it.
+void TellOverlooked(const std::string& journal, WatchedJournalDialogs& dialogs, Teller& teller) {
+    const std::vector<MessageRequest> boxes = dialogs.Overlooked();
+    if (boxes.empty()) return;
+    const std::string count = boxes.size() == 1 ? "a message box that tells"
+                                                : std::to_string(boxes.size()) + " message boxes that tell";
+    teller.Loss(journal + ": no \"expect message\" looks at " + count +
+                " of something skipped or failed; the first: " + MessageLine(boxes.front()));
+}
+
 ExitStatus Run(const std::string& home, const RunOptions& options) {
     if (!options.drawing.save.empty()) RequireWritableFormat(options.drawing.save);
     Teller teller(options.drawing.quiet);
     std::vector<JournalStep> steps = ReadJournal(options.journal);
     RunTranscript transcript(options.transcript, options.drawing.quiet);
-    JournalDialogs dialogs(transcript.Stream());
+    WatchedJournalDialogs dialogs(transcript.Stream());
     JournalPrompts prompts(dialogs, transcript.Stream());
     Workplace workplace(home, dialogs);
     workplace.host.SetPrompts(&prompts);
+    TellDamagedSettings(workplace, teller);
     HostDocument& document = OpenInput(workplace.host, options.drawing, teller);
     TellBlockSolids(document, options.drawing, teller);
     SelectForCommand(document, options.drawing);
+    GiveMaterial(document, options.drawing.material, teller);
     teller.Wipe();
     const std::size_t notes = document.Notes().size();
+    const RunTeller runs(teller, WatchOf(home, dialogs, transcript));
     Play(options, std::move(steps), workplace, dialogs, transcript);
+    TellOverlooked(options.journal, dialogs, teller);
     TellNotesSince(notes, document, options.drawing.drawing, teller);
     for (const std::string& line : TakeDroppedPartLines().lines) transcript.Stream() << line << '\n';
     if (const auto trouble = TakeAdjustmentTrouble(); trouble && !trouble->toldInABox)
@@ -117,8 +142,8 @@ Command RunCommand() {
              Argument("--transcript", &options->transcript,
                       "Write down here what the run tells, with all that goes over the host's command line")
                  .Named("FILE"),
-             options->drawing.Select(), options->drawing.Letters(), options->drawing.Save(),
-             options->drawing.Quiet()},
+             options->drawing.Select(), options->drawing.Letters(), options->drawing.Material(),
+             options->drawing.Save(), options->drawing.Quiet()},
             [options](const std::string& home) { return Run(home, *options); },
             {}};
 }

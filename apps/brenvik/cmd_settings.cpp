@@ -7,11 +7,11 @@
 #include <vector>
 
 #include "base/letter_case.h"
-#include "base/text.h"
 #include "command_line.h"
 #include "console/console_dialogs.h"
-#include "parts/part_table.h"
+#include "settings/setting_values.h"
 #include "settings/settings_keys.h"
+#include "told_settings.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -46,42 +46,41 @@ bool IsStored(Workplace& workplace, const SettingPlace& place) {
     return false;
 }
 
-/// A name that the system reads, whether it is stored yet or not.
-bool IsKnown(std::string_view name) {
-    if (FindSetting(name)) return true;
-    for (const std::string& key : Split(ColumnWidthKeyList, ','))
-        if (EqualsIgnoreCase(key + std::string(WidthSuffix), name)) return true;
-    const std::size_t lastLetter = name.find_last_not_of("0123456789");
-    if (lastLetter == std::string_view::npos || lastLetter + 1 == name.size()) return false;
-    const SettingEntry* family = FindSetting(name.substr(0, lastLetter + 1));
-    return family && family->kind == SettingKind::Counted;
+/// The place of a setting that there is, or can be.
+SettingPlace RequirePlace(Workplace& workplace, const std::string& name) {
+    SettingPlace place = PlaceOf(name);
+    if (IsStored(workplace, place) || IsKnownSetting(place.name)) return place;
+    throw CommandError(ExitStatus::WrongWords, "expected the name of a setting, found " + name +
+                                                   "; brenvik settings list prints those that are stored");
 }
 
 ExitStatus ListSettings(const std::string& home) {
     ConsoleDialogs dialogs(std::cerr);
     Workplace workplace(home, dialogs);
     for (const std::string_view subkey : {std::string_view(), CsvSaveSubkey, AccessSaveSubkey})
-        for (const auto& [name, value] : ValuesUnder(workplace, PathOf(subkey)))
+        for (const auto& [name, value] : ValuesUnder(workplace, PathOf(subkey))) {
             std::cout << subkey << (subkey.empty() ? "" : "\\") << name << '=' << value << '\n';
-    return ExitStatus::Done;
+            workplace.toldSettings.Look(PathOf(subkey), name, value);
+        }
+    return workplace.toldSettings.DamageFound() ? ExitStatus::Incomplete : ExitStatus::Done;
 }
 
 ExitStatus GetOne(const std::string& home, const std::string& name) {
     ConsoleDialogs dialogs(std::cerr);
     Workplace workplace(home, dialogs);
-    const SettingPlace place = PlaceOf(name);
-    if (!IsStored(workplace, place) && !IsKnown(place.name))
-        throw CommandError(ExitStatus::WrongWords, "expected the name of a setting, found " + name);
-    std::cout << workplace.settings.GetSetting(SettingsRoot::LocalMachine, place.path, place.name) << '\n';
-    return ExitStatus::Done;
+    const SettingPlace place = RequirePlace(workplace, name);
+    std::cout << workplace.toldSettings.GetSetting(SettingsRoot::LocalMachine, place.path, place.name)
+              << '\n';
+    return workplace.toldSettings.DamageFound() ? ExitStatus::Incomplete : ExitStatus::Done;
 }
 
 ExitStatus SetOne(const std::string& home, const std::string& name, const std::string& value) {
     ConsoleDialogs dialogs(std::cerr);
     Workplace workplace(home, dialogs);
-    const SettingPlace place = PlaceOf(name);
-    if (!IsStored(workplace, place) && !IsKnown(place.name))
-        throw CommandError(ExitStatus::WrongWords, "expected the name of a setting, found " + name);
+    const SettingPlace place = RequirePlace(workplace, name);
+    if (const std::string expected = ValueFaultAt(place.path, place.name, value); !expected.empty())
+        throw CommandError(ExitStatus::WrongWords,
+                           place.name + ": expected " + expected + ", found \"" + value + "\"");
     workplace.settings.SaveSetting(SettingsRoot::LocalMachine, place.path, place.name, value);
     return ExitStatus::Done;
 }
@@ -106,7 +105,8 @@ Command SettingsCommand() {
              {"set",
               "Change one setting",
               {Argument("NAME", &words->name, "Its name").Required(),
-               Argument("VALUE", &words->value, "Its new value").Required()},
+               Argument("VALUE", &words->value, "Its new value; one that the setting can't have is refused")
+                   .Required()},
               [words](const std::string& home) { return SetOne(home, words->name, words->value); },
               {}}}};
 }

@@ -12,6 +12,7 @@ namespace brenvik::app {
 struct DrawingOptions {
     std::string drawing;
     std::string letters = "LWT";
+    std::string material;
     std::string save;
     std::vector<std::string> handles;
     bool quiet = false;
@@ -20,6 +21,7 @@ struct DrawingOptions {
     /// The drawing to write, as a word by its place.
     Argument OutWord();
     Argument Letters();
+    Argument Material();
     Argument Save();
     Argument Select();
     Argument Quiet();

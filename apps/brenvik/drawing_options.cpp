@@ -1,6 +1,7 @@
 // The options that commands share, worded once.
 #include "base/letter_case.h"
 #include "command_line.h"
+#include "settings/material_keys.h"
 
 namespace brenvik::app {
 
@@ -16,6 +17,18 @@ std::string CheckLetters(std::string& letters) {
     for (const std::string_view known : {"LWT", "LTW", "WLT", "WTL", "TLW", "TWL"})
         if (letters == known) return {};
     return "expected L, W and T in some order, or none; found " + letters;
+}
+
+/// A material's name has to go through the list and into the library's file.
+std::string CheckMaterial(std::string& material) {
+    if (material.find('\'') != std::string::npos)
+        return "expected a name without single quotes, which the list's statements can't take; found " +
+               material;
+    // The key of a part is its thickness and the name, so what a key can be says what a name can be.
+    if (MaterialKeyFault("1 " + material).empty()) return {};
+    return "expected the name of a material, of 255 characters at most, without blanks around it or control "
+           "characters; found \"" +
+           material + "\"";
 }
 
 }  // namespace
@@ -37,6 +50,12 @@ Argument DrawingOptions::Letters() {
         .Named("LWT|none")
         .Checked(CheckLetters)
         .ShowsDefault();
+}
+
+Argument DrawingOptions::Material() {
+    return Argument("--material", &material, "The material of parts that have none, for this call")
+        .Named("TEXT")
+        .Checked(CheckMaterial);
 }
 
 Argument DrawingOptions::Save() { return {"--save", &save, "Save the drawing under this name afterwards"}; }

@@ -5,12 +5,18 @@
 #include <string>
 #include <vector>
 
+#include "given_material.h"
 #include "parts/dropped_parts.h"
 #include "session/brenvik_class.h"
 
 namespace brenvik::app {
 
+void TellDamagedSettings(Workplace& workplace, Teller& teller) {
+    workplace.toldSettings.tell = [&teller](const std::string& text) { teller.Loss(text); };
+}
+
 OpenedInput OpenAndSelect(Workplace& workplace, const DrawingOptions& options, Teller& teller) {
+    TellDamagedSettings(workplace, teller);
     HostDocument& document = OpenInput(workplace.host, options, teller);
     if (options.save.empty()) {
         TakeOutBlockSolids(document, options, teller);
@@ -18,6 +24,7 @@ OpenedInput OpenAndSelect(Workplace& workplace, const DrawingOptions& options, T
         TellBlockSolids(document, options, teller);
     }
     const std::size_t selected = SelectForCommand(document, options);
+    GiveMaterial(document, options.material, teller);
     if (selected == 0) teller.Remark(options.drawing + ": the drawing holds no solids");
     return {document, selected};
 }

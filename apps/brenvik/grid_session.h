@@ -19,6 +19,10 @@ struct OpenedInput {
     std::size_t selected = 0;
 };
 
+/// From here on a setting that is read and holds what it can't have makes the command incomplete. The teller
+/// must outlive what is read.
+void TellDamagedSettings(Workplace& workplace, Teller& teller);
+
 /// Opens the drawing of the options and selects what they name; a drawing without solids is remarked on.
 /// Where the drawing isn't saved, solids in references to blocks are parts too.
 OpenedInput OpenAndSelect(Workplace& workplace, const DrawingOptions& options, Teller& teller);

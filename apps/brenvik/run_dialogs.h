@@ -1,7 +1,11 @@
-// The message boxes of a run without a person: which of them tell that something was skipped or failed.
+// The message boxes of a command without a person: which of them tell that something was skipped or failed.
 #pragma once
 
+#include <utility>
+#include <vector>
+
 #include "console/console_dialogs.h"
+#include "journal/journal_dialogs.h"
 
 namespace brenvik::app {
 
@@ -12,9 +16,26 @@ class RunDialogs : public ConsoleDialogs {
     MessageAnswer Show(const MessageRequest& request) override;
     /// A box other than those that every run shows, or that only tell of a default that was taken.
     bool SomethingWentWrong() const { return wentWrong; }
+    /// The same since the last call.
+    bool TakeTrouble() { return std::exchange(trouble, false); }
 
   private:
-    bool wentWrong = false;
+    bool wentWrong = false, trouble = false;
+};
+
+/// The same for a journal's dialogs, where a step may look at a box: what it has looked at was meant to come.
+class WatchedJournalDialogs : public JournalDialogs {
+  public:
+    using JournalDialogs::JournalDialogs;
+
+    MessageAnswer Show(const MessageRequest& request) override;
+    /// Whether a box has told of trouble since the last call.
+    bool TakeTrouble() { return std::exchange(trouble, false); }
+    /// Boxes that tell of trouble and that no step has looked at or answered, oldest first.
+    std::vector<MessageRequest> Overlooked();
+
+  private:
+    bool trouble = false;
 };
 
 }  // namespace brenvik::app

@@ -12,6 +12,7 @@
 #include "install_home.h"
 #include "session/session.h"
 #include "settings/settings_keys.h"
+#include "shell_word.h"
 
 namespace brenvik::app {
 
@@ -36,6 +37,7 @@ Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, Measure
       workFolder(home / "_db"),
       files(home),
       settings(home / settingsFileName, WriteWholeFile),
+      toldSettings(settings, TextFromPath(home / settingsFileName), ProgramWords(homeOption)),
       database([this](std::string_view path) { return files.Resolve(path); }, WriteWholeFile, ClaimDatabase),
       exportDatabases([this](std::string_view path) { return files.Resolve(path); }),
       shell(std::cerr),
@@ -64,7 +66,7 @@ Workplace::~Workplace() { UnloadSystem(); }
 void Workplace::Load(DialogPort& dialogs) {
     Platform platform;
     platform.dialogs = &dialogs;
-    platform.settings = &settings;
+    platform.settings = &toldSettings;
     platform.database = &database;
     platform.exportDatabases = &exportDatabases;
     platform.files = &files;

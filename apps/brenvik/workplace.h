@@ -12,6 +12,7 @@
 #include "part_table/sqlite_database.h"
 #include "settings/settings_store.h"
 #include "settings_store/text_settings.h"
+#include "told_settings.h"
 #include "typed_commands.h"
 
 namespace brenvik::app {
@@ -30,6 +31,8 @@ class Workplace {
     WorkFolder workFolder;
     FileRoots files;
     TextSettings settings;
+    /// What the system reads them by.
+    ToldSettings toldSettings;
     SqliteDatabase database;
     OdbcDatabase exportDatabases;
     ConsoleShell shell;

@@ -24,6 +24,11 @@ struct QueuedAnswer {
     std::size_t line = 0;
 };
 
+/// A message box that was shown. One that the journal answered has been looked at by that.
+struct ShownMessage : MessageRequest {
+    bool answered = false;
+};
+
 class JournalDialogs : public DialogPort {
   public:
     /// Message boxes and untaken answers are told on the transcript, which must outlive the dialogs.
@@ -42,7 +47,7 @@ class JournalDialogs : public DialogPort {
     std::optional<std::string> AnswerPrompt(AnswerKind kind, const std::string& prompt);
 
     /// Message boxes that the journal has not looked at yet, oldest first.
-    std::deque<MessageRequest>& Messages() { return messages; }
+    std::deque<ShownMessage>& Messages() { return messages; }
 
     void ShowModal(Form& form) override;
     /// Throws JournalFailure when the queued answer is no button of this box.
@@ -53,7 +58,7 @@ class JournalDialogs : public DialogPort {
   private:
     std::ostream& transcript;
     std::deque<QueuedAnswer> answers;
-    std::deque<MessageRequest> messages;
+    std::deque<ShownMessage> messages;
 };
 
 }  // namespace brenvik

@@ -15,8 +15,8 @@
 #include "cnc/target_table.h"
 #include "cnc/through_circles.h"
 #include "cnc/true_outline.h"
+#include "cnc/unknown_material.h"
 #include "cnc/work_layers.h"
-#include "session/message.h"
 #include "settings/materials.h"
 
 namespace brenvik {
@@ -33,7 +33,7 @@ bool LoadMaterialAnew(RunState& run) {
     LookupMaterial(run.MaterialKeyText, own);
     run.Material = own;
     if (own.Found()) return true;
-    ShowMessage(UnknownMaterialText(run.MaterialKeyText));
+    TellUnknownMaterial(run);
     return false;
 }
 

@@ -106,7 +106,7 @@ PartStep WorkOrSkip(RunState& run, const PartSteps& steps, const PartFile& file,
     if (!failure) {
         // The box that skipped it doesn't say which part it is.
         if (came == PartStep::SkipPart && run.FirstPass())
-            report.passedOver.push_back("The part " + file.label + " was skipped.");
+            report.skipped.push_back("The part " + file.label + " was skipped.");
         return came;
     }
     if (IsOfFiles(*failure)) throw *failure;

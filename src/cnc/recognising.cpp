@@ -5,8 +5,8 @@
 #include "cnc/drawing_walk.h"
 #include "cnc/level_shapes.h"
 #include "cnc/part_steps.h"
+#include "cnc/unknown_material.h"
 #include "cnc/work_layers.h"
-#include "session/message.h"
 #include "settings/materials.h"
 #include "settings/settings_store.h"
 
@@ -20,7 +20,7 @@ bool FindPartMaterial(RunState& run) {
     run.MaterialKeyText = key;
     LookupMaterial(key, run.Material);
     if (run.Material.Found()) return true;
-    ShowMessage(UnknownMaterialText(key));
+    TellUnknownMaterial(run);
     return false;
 }
 

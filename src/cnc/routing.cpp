@@ -17,8 +17,8 @@
 #include "cnc/routing_known.h"
 #include "cnc/routing_overrun.h"
 #include "cnc/target_table.h"
+#include "cnc/unknown_material.h"
 #include "cnc/work_layers.h"
-#include "session/message.h"
 
 namespace brenvik {
 
@@ -38,7 +38,7 @@ bool LoadMaterial(RunState& run) {
         run.Material = std::move(found);
         return true;
     }
-    ShowMessage(UnknownMaterialText(run.MaterialKeyText));
+    TellUnknownMaterial(run);
     return false;
 }
 

@@ -13,12 +13,16 @@ struct RunReport {
     int parts = 0;
     /// Every part had its turn. A part that was skipped with a message has had it.
     bool complete = false;
+    /// The parts that a message box has skipped, by name, a line each: the boxes don't say which part it is.
+    std::vector<std::string> skipped;
     /// What the run passed over without a message box: lines of the grid's list, part files that vanished,
     /// the parts behind the one that ended the run. A line each.
     std::vector<std::string> passedOver;
     /// Parts with features that no operation was made for, parts that could not be worked on, and parts whose
     /// texts move the columns of the work list, a line each. The run has shown them in boxes.
     std::vector<std::string> unexplained;
+    /// The keys that the material library hasn't, each once.
+    std::vector<std::string> unknownMaterials;
 };
 
 /// Of the last run since the library was loaded.
@@ -32,5 +36,8 @@ struct RunProgress {
 
 /// Who is told at the beginning of each pass; nothing detaches. Unloading the library detaches too.
 void ObserveRuns(std::function<void(const RunProgress&)> observer);
+
+/// Who is told the report of each run at its end, whatever ended it; detached as above.
+void ObserveRunEnds(std::function<void(const RunReport&)> observer);
 
 }  // namespace brenvik

@@ -25,6 +25,7 @@ namespace {
 struct RunModule {
     RunReport report;
     std::function<void(const RunProgress&)> observer;
+    std::function<void(const RunReport&)> endObserver;
 };
 
 /// The drawing as the run found it, the window, and the standing answers of this run: whatever ended it.
@@ -77,6 +78,10 @@ void ObserveRuns(std::function<void(const RunProgress&)> observer) {
     StateOf<RunModule>().observer = std::move(observer);
 }
 
+void ObserveRunEnds(std::function<void(const RunReport&)> observer) {
+    StateOf<RunModule>().endObserver = std::move(observer);
+}
+
 void RunParts(AcadApplication& app, Target target, RunForm form, const PartSteps& steps) {
     Skip([] { ThePlatform().dialogs->DoEvents(); });
     RunReport& report = detail::ReportOfRun();
@@ -97,6 +102,7 @@ void RunParts(AcadApplication& app, Target target, RunForm form, const PartSteps
     for (const std::string& text : report.unexplained) ShowMessage(text, "Brenvik");
     if (toldComplete) ShowMessage(RunComplete);
     LeaveHost(run, windowIsMinimized);
+    if (const auto& observer = StateOf<RunModule>().endObserver) observer(report);
 }
 
 }  // namespace brenvik

@@ -5,8 +5,7 @@
 #include "cnc/drawing_walk.h"
 #include "cnc/part_steps.h"
 #include "cnc/tongue_leads.h"
-#include "session/message.h"
-#include "settings/materials.h"
+#include "cnc/unknown_material.h"
 
 namespace brenvik {
 
@@ -27,7 +26,7 @@ void ProcessTongues(RunState& run) {
     const std::vector<AcadLWPolyline*> outlines = Outlines(*run.part);
     if (outlines.empty()) return;
     if (!run.Material.Found()) {
-        ShowMessage(UnknownMaterialText(run.MaterialKeyText));
+        TellUnknownMaterial(run);
         return;
     }
     const Box3 part = LastSolid(*run.part).GetBoundingBox();

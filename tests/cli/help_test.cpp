@@ -33,17 +33,20 @@ TEST_F(Help, EveryCommandHasItsOwn) {
     const std::pair<const char*, std::vector<const char*>> commands[] = {
         {"init", {"--units"}},
         {"list",
-         {"DRAWING", "--format", "--sort", "--group", "--filter", "--select", "--letters", "--save",
-          "--quiet"}},
+         {"DRAWING", "--format", "--sort", "--group", "--filter", "--select", "--letters", "--material",
+          "--save", "--quiet"}},
         {"export",
          {"DRAWING", "OUT", "--profile", "--fractions", "--adjustments", "--sort", "--group", "--filter",
-          "--select", "--letters", "--quiet"}},
-        {"cnc", {"DRAWING", "--target", "--out", "--from-grid", "--select", "--letters", "--quiet"}},
-        {"run", {"DRAWING", "--journal", "--transcript", "--select", "--letters", "--save", "--quiet"}},
-        {"convert", {"IN", "OUT", "--letters", "--quiet"}},
+          "--select", "--letters", "--material", "--quiet"}},
+        {"cnc",
+         {"DRAWING", "--target", "--out", "--from-grid", "--select", "--letters", "--material", "--quiet"}},
+        {"run",
+         {"DRAWING", "--journal", "--transcript", "--select", "--letters", "--material", "--save",
+          "--quiet"}},
+        {"convert", {"IN", "OUT", "--letters", "--material", "--quiet"}},
         {"sample", {"OUT", "--quiet"}},
         {"settings", {"list", "get", "set"}},
-        {"materials", {"list", "find"}},
+        {"materials", {"list", "find", "add"}},
     };
     for (const auto& [command, words] : commands) {
         const Outcome outcome = Run({command, "--help"});
@@ -93,6 +96,10 @@ TEST_F(Help, WrongWordsEndWithStatus2) {
         {{"settings"}, "A subcommand is required"},
         {{"materials"}, "A subcommand is required"},
         {{"materials", "find"}, "KEY is required"},
+        {{"materials", "add", "18 Oak"}, "--like is required"},
+        {{"list", "a.dxf", "--material", ""}, "--material: expected the name of a material"},
+        {{"list", "a.dxf", "--material", " Oak"}, "--material: expected the name of a material"},
+        {{"list", "a.dxf", "--material", "Jack's"}, "--material: expected a name without single quotes"},
         {{"settings", "get", "NoSuchName"}, "expected the name of a setting, found NoSuchName"},
         {{"settings", "set", "NoSuchName", "1"}, "expected the name of a setting, found NoSuchName"},
     };

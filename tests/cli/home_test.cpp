@@ -200,11 +200,79 @@ TEST_F(Settings, OfASubkeyStandUnderIt) {
               std::string::npos);
 }
 
-TEST_F(Settings, TakeAnyTextAsTheyStand) {
-    EXPECT_EQ(Run({"settings", "set", "CircleSize", " ein Maß "}).status, 0);
-    EXPECT_EQ(Run({"settings", "get", "CircleSize"}).output, " ein Maß \n");
+TEST_F(Settings, OfTextTakeItAsItStands) {
+    EXPECT_EQ(Run({"settings", "set", "ACCESS_TABLE_NAME", " ein Maß "}).status, 0);
+    EXPECT_EQ(Run({"settings", "get", "ACCESS_TABLE_NAME"}).output, " ein Maß \n");
     EXPECT_EQ(Run({"settings", "set", "CircleSize", ""}).status, 0);
     EXPECT_EQ(Run({"settings", "get", "CircleSize"}).output, "\n");
+}
+
+TEST_F(Settings, RefuseAValueThatTheyCannotHaveAndTellWhatTheyCan) {
+    const std::vector<std::string> cases[] = {{"WCSMeasure", "yes", "0 or 1"},
+                                              {"ExportScaleSetting", "5", "a whole number from 1 to 4"},
+                                              {"CircleSize", "35 mm", "a number, 0 or more"},
+                                              {"BiesseWorksSpoil", "a bit", "a number"},
+                                              {"CNCMultiplier", "1.5", "a whole number, 0 or more"},
+                                              {"QUANTITY_WIDTH", "wide", "a number, 0 or more"},
+                                              {"CSV_SAVE\\CSV_REDUCE", "2", "0 or 1"}};
+    Run({"init"});
+    const std::string before = Read("home/settings.txt");
+    for (const auto& words : cases) {
+        const std::string name = words[0].substr(words[0].rfind('\\') + 1);
+        const Outcome outcome = Run({"settings", "set", words[0], words[1]});
+        EXPECT_EQ(outcome.status, 2) << words[0];
+        EXPECT_EQ(outcome.errors,
+                  "brenvik: " + name + ": expected " + words[2] + ", found \"" + words[1] + "\"\n");
+    }
+    EXPECT_EQ(Read("home/settings.txt"), before);
+}
+
+TEST_F(Settings, ThatAreDamagedAreToldOnceWithNameAndValueWhenTheyAreRead) {
+    Run({"init"});
+    std::string settings = Read("home/settings.txt");
+    for (const auto& [good, bad] :
+         {std::pair("CircleSize=35", "CircleSize=large"), std::pair("WCSMeasure=0", "WCSMeasure=maybe")}) {
+        ASSERT_NE(settings.find(good), std::string::npos);
+        settings.replace(settings.find(good), std::string(good).size(), bad);
+    }
+    Write("home/settings.txt", settings);
+    const std::string file = Path("home") + "/settings.txt: ";
+    const std::string circle =
+        file + "CircleSize is \"large\", expected a number, 0 or more; to change it: brenvik --home " +
+        Path("home") + " settings set CircleSize VALUE\n";
+    const std::string measure = file +
+                                "WCSMeasure is \"maybe\", expected 0 or 1; to change it: brenvik --home " +
+                                Path("home") + " settings set WCSMeasure VALUE\n";
+    // A list measures, and never asks for a circle.
+    Outcome outcome = Run({"list", ShippedSample().string(), "--select", "100,120"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors, measure);
+    EXPECT_NE(outcome.output.find("Left Side"), std::string::npos);
+    // A run asks for each part.
+    outcome = Run({"cnc", ShippedSample().string(), "--target", "C2C", "--select", "100,120"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors.find(circle), outcome.errors.rfind(circle)) << outcome.errors;
+    EXPECT_NE(outcome.errors.find(circle), std::string::npos) << outcome.errors;
+    outcome = Run({"settings", "list"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.errors.find(circle), std::string::npos) << outcome.errors;
+    EXPECT_NE(outcome.errors.find(measure), std::string::npos) << outcome.errors;
+    outcome = Run({"settings", "get", "CircleSize"});
+    EXPECT_EQ(outcome.output, "large\n");
+    EXPECT_EQ(outcome.status, 1);
+    // Nothing is in the way of mending them.
+    outcome = Run({"settings", "set", "CircleSize", "35"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "");
+}
+
+TEST_F(Settings, OfTheDialogAreKeptAsTheyWereTypedAndTheListGoesOn) {
+    Write(
+        "a.journal",
+        "command ShowSettings\ntype Text1 \"35 mm\"\npress cmdApply\nexpect setting CircleSize \"35 mm\"\n");
+    EXPECT_EQ(Run({"run", ShippedSample().string(), "--journal", "a.journal"}).status, 0);
+    const Outcome outcome = Run({"list", ShippedSample().string(), "--select", "100"});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
 }
 
 TEST_F(Settings, AValueNotYetStoredReadsBlank) {

@@ -75,6 +75,72 @@ TEST_F(MaterialsCommand, ADamagedLibraryIsListedAndItsPlacesTold) {
     EXPECT_NE(found.errors.find("materials.txt:16: "), std::string::npos) << found.errors;
 }
 
+TEST_F(MaterialsCommand, AddCopiesARecordAndLeavesTheOthersAsTheyAre) {
+    Run({"init"});
+    // A note and a missing line end are the shop's own.
+    Write("home/materials.txt", "our boards\n" + Mdf.substr(0, Mdf.size() - 1));
+    const Outcome outcome = Run({"materials", "add", "16 Türblatt", "--like", "18 MDF"});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(outcome.output, "added 16 Türblatt, cut as 18 Mdf\n");
+    EXPECT_EQ(outcome.errors, "");
+    std::string added = Mdf;
+    added.replace(added.find("18 Mdf"), 6, "16 Türblatt");
+    EXPECT_EQ(Read("home/materials.txt"), "our boards\n" + Mdf + added);
+    EXPECT_EQ(Read("home/materials.bak"), "our boards\n" + Mdf.substr(0, Mdf.size() - 1));
+    EXPECT_EQ(Run({"materials", "find", "16 TÜRBLATT"}).output, added);
+}
+
+TEST_F(MaterialsCommand, AddRefusesAKeyThatIsThereOrCannotBeAndAnUnknownLike) {
+    Run({"init"});
+    const std::string library = Read("home/materials.txt");
+    const std::string file = Path("home") + "/materials.txt";
+    const std::pair<std::vector<std::string>, std::string> cases[] = {
+        {{"18 Birch PLY", "--like", "19 cherry"}, "KEY: expected one that is new; "},
+        {{"Oak", "--like", "19 cherry"},
+         "KEY: expected a thickness, a blank and a name, such as \"18 Birch Ply\"; found \"Oak\"\n"},
+        {{"18.0 Oak", "--like", "19 cherry"},
+         "KEY: expected the thickness as runs write it: \"18 Oak\"; found \"18.0 Oak\"\n"},
+        {{"18 O\nak", "--like", "19 cherry"}, "without control characters; found"},
+        {{"18 Oak", "--like", "18 White Melamin"}, "; found \"18 White Melamin\"\n"},
+        {{"18 Oak", "--like", "18 White Melamin"}, ", such as \"18 white melamine\", "},
+    };
+    for (const auto& [words, told] : cases) {
+        std::vector<std::string> all{"materials", "add"};
+        all.insert(all.end(), words.begin(), words.end());
+        const Outcome outcome = Run(all);
+        EXPECT_EQ(outcome.status, 2) << told;
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_NE(outcome.errors.find(told), std::string::npos) << outcome.errors;
+    }
+    EXPECT_EQ(Run({"materials", "add", "18 Oak"}).status, 2);
+    EXPECT_EQ(Read("home/materials.txt"), library);
+    EXPECT_FALSE(Exists("home/materials.bak"));
+}
+
+TEST_F(MaterialsCommand, AddRefusesToCopyARecordThatBreaksOffAndALibraryThatIsGone) {
+    Run({"init"});
+    const std::string broken = Mdf.substr(0, Mdf.find("tool3="));
+    Write("home/materials.txt", broken);
+    const Outcome outcome = Run({"materials", "add", "16 Mdf", "--like", "18 mdf"});
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_NE(outcome.errors.find("materials.txt:1: "), std::string::npos) << outcome.errors;
+    EXPECT_EQ(Read("home/materials.txt"), broken);
+    std::filesystem::remove(Path("home/materials.txt"));
+    EXPECT_EQ(Run({"materials", "add", "16 Mdf", "--like", "18 mdf"}).status, 3);
+    EXPECT_FALSE(Exists("home/materials.txt"));
+}
+
+TEST_F(MaterialsCommand, FindTellsTheNearestOfAnUnknownKey) {
+    const Outcome outcome = Run({"materials", "find", "16 birch ply"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(
+        outcome.errors.rfind("brenvik: you do not have the material 16 birch ply in the material database; "
+                             "the nearest are \"15 birch ply\", \"18 birch ply\", ",
+                             0),
+        0u)
+        << outcome.errors;
+}
+
 TEST_F(MaterialsCommand, TheEditorIsDrivenByAJournal) {
     Run({"init"});
     Write("home/materials.txt", Mdf);

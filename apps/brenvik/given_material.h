@@ -1,0 +1,15 @@
+// The material that a command gives to parts without one.
+#pragma once
+
+#include <string>
+
+#include "drafting_host/document/host_document.h"
+#include "teller.h"
+
+namespace brenvik::app {
+
+/// Puts the material on each entity of the previous selection that has none, as part data of the open
+/// drawing, and tells how many. A blank one gives nothing. A part that refuses it is told.
+void GiveMaterial(HostDocument& document, const std::string& material, Teller& teller);
+
+}  // namespace brenvik::app

@@ -1,0 +1,45 @@
+// Tells what each CNC run of a command came to: as it goes, and its report at its end. The boxes of a run are
+// told by the dialogs; here stands what they leave open, such as which part one of them was about.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "cnc/run_report.h"
+#include "teller.h"
+
+namespace brenvik::app {
+
+/// What a program that tells of runs has to know.
+struct RunWatch {
+    /// How the program is called for this home.
+    std::string programWords = {};
+    /// Whether a box has told of trouble since the last call.
+    std::function<bool()> takeTrouble = {};
+    /// What a box has told of can be meant, where somebody looks at the boxes: then a part that is only named
+    /// doesn't make the command incomplete.
+    bool boxesAreLookedAt = false;
+    /// Where the lines go, standard error being part of it; without one they go through the teller.
+    std::function<void(const std::string&)> line = {};
+};
+
+class RunTeller {
+  public:
+    /// Watches every run until it goes.
+    RunTeller(Teller& commandTeller, RunWatch runWatch);
+    ~RunTeller();
+    RunTeller(const RunTeller&) = delete;
+    RunTeller& operator=(const RunTeller&) = delete;
+
+    int Runs() const { return runs; }
+
+  private:
+    void TellProgress(const RunProgress& progress);
+    void TellReport(const RunReport& report);
+    void Line(const std::string& text, bool lost);
+
+    Teller& teller;
+    RunWatch watch;
+    int runs = 0;
+};
+}  // namespace brenvik::app

@@ -1,0 +1,49 @@
+// Looking at values as they go by.
+#include "told_settings.h"
+
+#include <iostream>
+#include <utility>
+
+#include "settings/setting_values.h"
+#include "settings/settings_keys.h"
+
+namespace brenvik::app {
+
+std::string ValueFaultAt(std::string_view path, std::string_view name, std::string_view value) {
+    return StartsWithIgnoreCase(path, SettingsKeyPath) ? SettingValueFault(name, value) : std::string();
+}
+
+ToldSettings::ToldSettings(SettingsPort& settingsStore, std::string shownFile, std::string programWords)
+    : tell([](const std::string& text) { std::cerr << "brenvik: " << text << '\n'; }),
+      store(settingsStore),
+      file(std::move(shownFile)),
+      program(std::move(programWords)) {}
+
+void ToldSettings::Look(std::string_view path, std::string_view name, std::string_view value) {
+    const std::string expected = ValueFaultAt(path, name, value);
+    if (expected.empty() || !told.insert(std::string(path) + "\\" + std::string(name)).second) return;
+    tell(file + ": " + std::string(name) + " is \"" + std::string(value) + "\", expected " + expected +
+         "; to change it: " + program + " settings set " + std::string(name) + " VALUE");
+}
+
+std::string ToldSettings::GetSetting(SettingsRoot root, std::string_view path, std::string_view name) {
+    std::string value = store.GetSetting(root, path, name);
+    Look(path, name, value);
+    return value;
+}
+
+void ToldSettings::SaveSetting(SettingsRoot root, std::string_view path, std::string_view name,
+                               std::string_view text) {
+    store.SaveSetting(root, path, name, text);
+}
+
+void ToldSettings::DeleteSetting(SettingsRoot root, std::string_view path, std::string_view name) {
+    store.DeleteSetting(root, path, name);
+}
+
+std::vector<std::pair<std::string, std::string>> ToldSettings::EnumerateSettings(SettingsRoot root,
+                                                                                 std::string_view path) {
+    return store.EnumerateSettings(root, path);
+}
+
+}  // namespace brenvik::app

@@ -1,0 +1,48 @@
+// The settings with an eye on their values: a switch that holds a word, a size that is none. The system reads
+// them by its lenient rules, so nobody would hear of it.
+#pragma once
+
+#include <functional>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "base/letter_case.h"
+#include "session/settings_port.h"
+
+namespace brenvik::app {
+
+/// What was expected of a value of the system's key or one of its subkeys; blank where it can stand, and for
+/// values of other keys.
+std::string ValueFaultAt(std::string_view path, std::string_view name, std::string_view value);
+
+/// Hands everything on to the store. A value that its setting can't have is told when it is first read, once
+/// for the life of this object, with the file, its name and itself, and what it can be.
+class ToldSettings : public SettingsPort {
+  public:
+    /// `shownFile` is what the messages call the store, which must outlive this; `programWords` are how the
+    /// program is called for it.
+    ToldSettings(SettingsPort& settingsStore, std::string shownFile, std::string programWords);
+
+    /// Where the messages go; standard error by default.
+    std::function<void(const std::string&)> tell;
+
+    /// Whether a damaged value has been read.
+    bool DamageFound() const { return !told.empty(); }
+    /// The same look at a value that was read another way.
+    void Look(std::string_view path, std::string_view name, std::string_view value);
+
+    std::string GetSetting(SettingsRoot root, std::string_view path, std::string_view name) override;
+    void SaveSetting(SettingsRoot root, std::string_view path, std::string_view name,
+                     std::string_view text) override;
+    void DeleteSetting(SettingsRoot root, std::string_view path, std::string_view name) override;
+    std::vector<std::pair<std::string, std::string>> EnumerateSettings(SettingsRoot root,
+                                                                       std::string_view path) override;
+
+  private:
+    SettingsPort& store;
+    std::string file, program;
+    std::set<std::string, LessIgnoreCase> told;
+};
+
+}  // namespace brenvik::app
