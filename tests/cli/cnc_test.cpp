@@ -230,7 +230,11 @@ TEST_F(Cnc, EndsWithStatus1WhereAPartIsSkipped) {
     const Outcome outcome = Run({"cnc", "job.dxf", "--target", "C2C"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_NE(outcome.errors.find("UNOBTAINIUM"), std::string::npos) << outcome.errors;
-    EXPECT_TRUE(outcome.errors.ends_with(") was skipped.\n")) << outcome.errors;
+    EXPECT_TRUE(outcome.errors.ends_with(
+        "The part \"Side\" (100) was skipped.\n"
+        "to add the board as a copy of the nearest: brenvik --home " +
+        Path("home") + " materials add \"18 UNOBTAINIUM\" --like \"18 white melamine\"\n"))
+        << outcome.errors;
     EXPECT_EQ(FilesOf("home/drive_c/BV-DXF"), Names{});
 }
 

@@ -54,7 +54,7 @@ TEST_F(RunOutcome, TellsOfEachRun) {
     const Outcome outcome = Play(cncOnShelf + "select 16F\ncommand BVRCIM\n");
     EXPECT_EQ(outcome.status, 1);
     EXPECT_NE(outcome.errors.find(named), std::string::npos) << outcome.errors;
-    EXPECT_NE(outcome.errors.find("(16F) was skipped.\n"), std::string::npos) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("The part 16F was skipped.\n"), std::string::npos) << outcome.errors;
     EXPECT_NE(outcome.errors.find("looks at 2 message boxes that tell of"), std::string::npos)
         << outcome.errors;
 }
