@@ -3,6 +3,9 @@
 
 #include <ElSLib.hxx>
 #include <GeomAdaptor_Surface.hxx>
+#include <Geom_BSplineCurve.hxx>
+#include <Geom_Conic.hxx>
+#include <Geom_Line.hxx>
 #include <Geom_RectangularTrimmedSurface.hxx>
 #include <Geom_TrimmedCurve.hxx>
 #include <ShapeAnalysis_Curve.hxx>
@@ -11,6 +14,7 @@
 #include <StepToGeom.hxx>
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 #include <utility>
 
 namespace brenvik::step {
@@ -37,6 +41,21 @@ std::pair<double, double> RangeOf(const Geom_Curve& curve, double start, double 
     if (!sameSense) std::swap(start, end);
     if (curve.IsPeriodic() && end <= start) end += curve.Period();
     return {start, end};
+}
+
+/// A pole of a spline moves the curve in a few spans only, so each has to be looked at.
+std::vector<double> SpanMiddles(const Handle(Geom_Curve) & curve, double first, double last) {
+    constexpr int mostSpans = 200;
+    std::vector<double> middles;
+    const Handle(Geom_BSplineCurve) spline = Handle(Geom_BSplineCurve)::DownCast(curve);
+    if (spline.IsNull()) return middles;
+    const auto [low, high] = std::minmax(first, last);
+    const int step = 1 + spline->NbKnots() / mostSpans;
+    for (int knot = spline->FirstUKnotIndex(); knot < spline->LastUKnotIndex(); knot += step) {
+        const double from = std::max(low, spline->Knot(knot)), to = std::min(high, spline->Knot(knot + 1));
+        if (to > from) middles.push_back((from + to) / 2);
+    }
+    return middles;
 }
 
 double FromElementary(const GeomAdaptor_Surface& surface, const gp_Pnt& point) {
@@ -93,14 +112,12 @@ std::optional<EdgeSamples> SampleEdge(const Handle(StepShape_EdgeCurve) & edge) 
     const double atEnd = search.Project(curve, *end, projection, onCurve, last);
     // Written so that what is no number counts as far away.
     samples.endMisfit = atStart >= atEnd ? atStart : atEnd;
-    const bool sameSense = edge->SameSense();
-    std::tie(first, last) = RangeOf(*curve, first, last, edge->EdgeStart() == edge->EdgeEnd(), sameSense);
-    for (std::size_t i = 0; i < samples.inner.size(); ++i) {
-        const double share = static_cast<double>(i + 1) / static_cast<double>(samples.inner.size() + 1);
-        samples.inner[i] = curve->Value(first + (last - first) * share);
-    }
-    if (!sameSense) std::reverse(samples.inner.begin(), samples.inner.end());
-    samples.curved = true;
+    std::tie(first, last) = RangeOf(*curve, first, last, edge->EdgeStart() == edge->EdgeEnd(),
+                                    edge->SameSense() != Standard_False);
+    samples.middle = curve->Value((first + last) / 2);
+    samples.free = !curve->IsKind(STANDARD_TYPE(Geom_Line)) && !curve->IsKind(STANDARD_TYPE(Geom_Conic));
+    samples.inner.push_back(samples.middle);
+    for (const double place : SpanMiddles(curve, first, last)) samples.inner.push_back(curve->Value(place));
     return samples;
 }
 
@@ -113,8 +130,9 @@ FaceSurface::FaceSurface(const Handle(StepShape_FaceSurface) & face)
 
 double FaceSurface::Distance(const gp_Pnt& point) {
     if (mSearch.IsNull()) return FromElementary(GeomAdaptor_Surface(mSurface), point);
-    const gp_Pnt2d at = mSearch->ValueOfUV(point, projection);
-    return mSearch->Value(at).Distance(point);
+    // The points of one edge after another lie near each other.
+    mLast = mLast ? mSearch->NextValueOfUV(*mLast, point, projection) : mSearch->ValueOfUV(point, projection);
+    return mSearch->Value(*mLast).Distance(point);
 }
 
 }  // namespace brenvik::step

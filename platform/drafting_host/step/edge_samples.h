@@ -5,18 +5,20 @@
 #include <ShapeAnalysis_Surface.hxx>
 #include <StepShape_EdgeCurve.hxx>
 #include <StepShape_FaceSurface.hxx>
-#include <array>
 #include <gp_Pnt.hxx>
+#include <gp_Pnt2d.hxx>
 #include <optional>
+#include <vector>
 
 namespace brenvik::step {
 
-/// Points of an edge in the units of the file, from its start to its end.
+/// Points of an edge in the units of the file.
 struct EdgeSamples {
     gp_Pnt start, end;
-    std::array<gp_Pnt, 3> inner;
-    bool curved = false;   ///< False where the kind of curve isn't known here: `inner` then says nothing.
-    double endMisfit = 0;  ///< How far the farther vertex lies from the curve.
+    gp_Pnt middle;              ///< Half way by the curve's parameters.
+    std::vector<gp_Pnt> inner;  ///< Of a spline at least one in each span; none where the curve isn't known.
+    double endMisfit = 0;       ///< How far the farther vertex lies from the curve.
+    bool free = false;          ///< The curve is no line and no conic.
 };
 
 /// Nothing where a vertex is no point. Raises the modeller's failures for numbers that make no curve.
@@ -29,11 +31,14 @@ class FaceSurface {
     explicit FaceSurface(const Handle(StepShape_FaceSurface) & face);
     /// False for kinds that aren't known here.
     bool Known() const { return !mSurface.IsNull(); }
+    /// True for a surface that has no formula.
+    bool Free() const { return !mSearch.IsNull(); }
     double Distance(const gp_Pnt& point);
 
   private:
     Handle(Geom_Surface) mSurface;
-    Handle(ShapeAnalysis_Surface) mSearch;  ///< For surfaces that have no formula for it.
+    Handle(ShapeAnalysis_Surface) mSearch;  ///< Of a free surface.
+    std::optional<gp_Pnt2d> mLast;          ///< Where the last point was found on it.
 };
 
 }  // namespace brenvik::step
