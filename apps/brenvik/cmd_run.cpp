@@ -122,8 +122,11 @@ ExitStatus Run(const std::string& home, const RunOptions& options) {
     TellOverlooked(options.journal, dialogs, teller);
     TellNotesSince(notes, document, options.drawing.drawing, teller);
     for (const std::string& line : TakeDroppedPartLines().lines) transcript.Stream() << line << '\n';
-    if (const auto trouble = TakeAdjustmentTrouble(); trouble && !trouble->toldInABox)
+    // No box could be looked at, and the sizes went out as they are.
+    if (const auto trouble = TakeAdjustmentTrouble(); trouble && !trouble->toldInABox) {
         transcript.Stream() << trouble->text << '\n';
+        teller.MarkIncomplete();
+    }
     // A drawing of a part may stand open before the job's own.
     if (!options.drawing.save.empty())
         SaveOutput(document.Closed() ? PresentDrawing(workplace) : document, options.drawing.save, teller);
