@@ -33,7 +33,7 @@ using Matrix4 = std::array<std::array<double, 4>, 4>;
 using XDataValue =
     std::variant<std::string, double, std::int16_t, std::int32_t, Point3, std::vector<std::uint8_t>>;
 
-/// The longest text, in bytes, that one item of extended data takes.
+/// The longest text, in characters, that one item of extended data takes.
 inline constexpr std::size_t XDataTextLimit = 255;
 
 /// How `AcadSelectionSet::Select` fills a set. The numbers are the host's own.

@@ -427,6 +427,9 @@ TEST(StepText, StatementsAreFoundByNumber) {
 TEST(StepText, OrientedEdgesHoldEdges) {
     EXPECT_EQ(NestedOrientedEdge("#1=ORIENTED_EDGE('',*,*,#2,.T.);\n#2=EDGE_CURVE('',#3,#4,#5,.T.);"), 0);
     EXPECT_EQ(NestedOrientedEdge("#1 = ORIENTED_EDGE('',*,*,#2,.T.);\n#2= ORIENTED_EDGE('',*,*,#3,.T.);"), 1);
+    EXPECT_EQ(NestedOrientedEdge("#1=ORIENTED_EDGE('#1',*,*,#2,.T.);\n#2=EDGE_CURVE('#2',#3,#4,#5,.T.);"), 0);
+    EXPECT_EQ(
+        NestedOrientedEdge("#1=ORIENTED_EDGE('it''s; #1',*,*,#2,.T.);\n#2=ORIENTED_EDGE('',*,*,#3,.T.);"), 1);
     EXPECT_EQ(NestedOrientedEdge("ORIENTED_EDGE"), 0);
 }
 

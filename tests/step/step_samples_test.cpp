@@ -7,7 +7,10 @@
 #include <filesystem>
 #include <limits>
 #include <set>
+#include <string>
+#include <string_view>
 
+#include "base/failure.h"
 #include "checkout_paths.h"
 #include "drafting_host/solids/exact_box.h"
 #include "drafting_host/solids/mass.h"
@@ -27,7 +30,7 @@ struct Sample {
     std::array<double, 3> box;
 };
 
-constexpr std::array<Sample, 26> sampleTable{{
+constexpr std::array<Sample, 29> sampleTable{{
     // Its box by a fine mesh; a box around the control points of its splines is up to 3 mm larger.
     {"cgma__cub_model.step", 2, 11545.347, {16, 48.0974, 51.0795}},
     {"meshkit__cube.stp", 1, 1000, {10, 10, 10}},
@@ -58,7 +61,12 @@ constexpr std::array<Sample, 26> sampleTable{{
      {337.5, 32, 65}},
     {"gsap__mb_sc_drawer_front.step", 1, 468548, {464.6, 88, 12}},
     {"gsap__mb_sc_drawer_bottom.step", 1, 1940462.4, {452.6, 368, 12}},
+    {"Lever-Locks__key.step", 1, 841.08979, {30.7021, 19.05, 5.74851}},
+    {"mediapad__box.step", 2, 49690.744, {70, 83, 30.5}},
+    {"occt-import-js__footback.stp", 1, 2358.2889, {40, 20, 20}},
 }};
+/// A shape representation of it holds an item of a wrong type.
+constexpr std::string_view refusedSample = "stepcode__io1-cm-214.stp";
 
 /// Half of the last digit that a table of eight (boxes: six) digits shows.
 double Shown(double value, int digits) {
@@ -107,10 +115,21 @@ INSTANTIATE_TEST_SUITE_P(Files, StepSamples, ::testing::ValuesIn(sampleTable), [
 
 TEST(StepSampleTable, NoSampleIsForgotten) {
     if (!std::filesystem::exists(samples)) GTEST_SKIP() << "sample files are not at hand: " << samples;
-    std::set<std::string> known;
+    std::set<std::string> known{std::string(refusedSample)};
     for (const Sample& sample : sampleTable) known.insert(sample.file);
     for (const auto& entry : std::filesystem::directory_iterator(samples)) {
         EXPECT_TRUE(known.contains(entry.path().filename().string())) << entry.path();
+    }
+}
+
+TEST(StepSampleTable, ARefusedSampleIsRefusedWithItsLine) {
+    const std::filesystem::path path = samples / refusedSample;
+    if (!std::filesystem::exists(path)) GTEST_SKIP() << "sample files are not at hand: " << path;
+    try {
+        ReadStep(path);
+        FAIL() << "it was read";
+    } catch (const Failure& failure) {
+        EXPECT_NE(failure.description().find("line 809"), std::string::npos) << failure.description();
     }
 }
 

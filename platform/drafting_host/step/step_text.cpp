@@ -262,9 +262,11 @@ int NestedOrientedEdge(std::string_view content) {
         if (start == before || start == 0 || content[start - 1] != '#') continue;
         const int number = NumberAt(content, start);
         edges.push_back(number);
-        const std::size_t end = std::min(content.find(';', place), content.size());
-        for (std::size_t mark = content.find('#', place); mark < end; mark = content.find('#', mark + 1)) {
-            elements.emplace_back(number, NumberAt(content, mark + 1));
+        // Some programs name each statement after its own number, in quotes: that is no reference.
+        bool quoted = false;
+        for (std::size_t at = place; at < content.size() && (quoted || content[at] != ';'); ++at) {
+            if (content[at] == '\'') quoted = !quoted;
+            if (!quoted && content[at] == '#') elements.emplace_back(number, NumberAt(content, at + 1));
         }
     }
     std::ranges::sort(edges);
