@@ -66,7 +66,7 @@ class AccessExport : public ProgramTest {
 TEST_F(AccessExport, RowsReachTheTargetTableAndARefusedRowIsToldAndPassedOver) {
     const Outcome outcome = Play(ChooseTable + Map("Part Name", "bv_partname") + Map("Length", "bv_length") +
                                  Map("Thickness-Material (Metric)", "bv_notes") + "    press cmdGo\n");
-    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(outcome.status, 1) << outcome.errors;
     EXPECT_NE(outcome.errors.find("CHECK constraint failed"), std::string::npos) << outcome.errors;
     EXPECT_NE(outcome.errors.find("[Done.] Export Complete!!!"), std::string::npos) << outcome.errors;
     EXPECT_EQ(Sql("select count(*) from Parts;"), "15\n");
@@ -104,7 +104,7 @@ TEST_F(AccessExport, ARowWithQuotesFailsHoweverManyThereAre) {
                                 ChooseTable + Map("Part Name", "bv_partname") + Map("Notes", "bv_notes") +
                                 "    press cmdGo\n  close\n");
     const Outcome outcome = Run({"run", ShippedSample().string(), "--journal", "quotes.journal"});
-    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(outcome.status, 1) << outcome.errors;
     EXPECT_NE(outcome.errors.find("[] Syntax error: a single quote stands in a text of the statement"),
               std::string::npos)
         << outcome.errors;
@@ -127,7 +127,7 @@ TEST_F(AccessExport, ATableWithFewerColumnsIsToldByTheDriversWords) {
     const Outcome outcome = Play(
         "    pick cboExportType \"Export to Access Database\"\n    file \"job.mdb\"\n"
         "    press cmdBrowseAccess\n    pick cboAccessTable \"Parts\"\n    press cmdCancel\n");
-    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(outcome.status, 1) << outcome.errors;
     EXPECT_NE(outcome.errors.find("no such column: bv_id"), std::string::npos) << outcome.errors;
 }
 
@@ -135,7 +135,7 @@ TEST_F(AccessExport, AMissingDatabaseIsTold) {
     const Outcome outcome = Play(
         "    pick cboExportType \"Export to Access Database\"\n    file \"none.mdb\"\n"
         "    press cmdBrowseAccess\n    press cmdCancel\n");
-    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(outcome.status, 1) << outcome.errors;
     EXPECT_NE(outcome.errors.find("[NOT FIND FILE] Access database File [none.mdb] cannot be found. Please "
                                   "relocate file,  if needed."),
               std::string::npos)
