@@ -22,6 +22,7 @@
 #include <StepShape_OrientedClosedShell.hxx>
 #include <StepShape_OrientedEdge.hxx>
 #include <StepShape_OrientedFace.hxx>
+#include <StepShape_PolyLoop.hxx>
 #include <algorithm>
 #include <cmath>
 #include <map>
@@ -50,7 +51,7 @@ struct Measures {
 /// An edge as a face uses it.
 struct EdgeUse {
     const EdgeSamples* samples = nullptr;
-    const Standard_Transient* edge = nullptr;
+    const void* edge = nullptr;  ///< What its two faces share: the statement, or the pair of points.
     bool forward = true;
 
     const gp_Pnt& From() const { return forward ? samples->start : samples->end; }
@@ -88,14 +89,21 @@ class SolidCheck {
     std::optional<ModelFault> FaceFault(const Handle(StepShape_Face) & face, bool turned);
     std::optional<ModelFault> LoopFault(const Handle(StepShape_EdgeLoop) & loop, bool turned,
                                         std::vector<EdgeUse>& uses);
+    std::optional<ModelFault> PointsFault(const Handle(StepShape_PolyLoop) & loop, bool turned,
+                                          std::vector<EdgeUse>& uses);
+    std::optional<ModelFault> PlaneFault(const Handle(StepShape_Face) & face,
+                                         const std::vector<EdgeUse>& uses) const;
     std::optional<ModelFault> SurfaceFault(const Handle(StepShape_FaceSurface) & face,
                                            const std::vector<EdgeUse>& uses) const;
     const EdgeSamples* Samples(const Handle(StepShape_EdgeCurve) & edge);
+    EdgeUse Between(const Handle(StepGeom_CartesianPoint) & from, const Handle(StepGeom_CartesianPoint) & to);
     bool Closed() const;
 
     const Handle(StepData_StepModel) & mModel;
     double mFit, mFreeFit;
     std::unordered_map<const Standard_Transient*, std::optional<EdgeSamples>> mEdges;
+    /// The straight edges of loops of points.
+    std::map<std::pair<const Standard_Transient*, const Standard_Transient*>, EdgeSamples> mPointEdges;
     std::vector<EdgeUse> mShellUses;
     bool mAllKnown = true;  ///< False where the shell holds what isn't followed here.
 };
@@ -133,6 +141,59 @@ std::optional<ModelFault> SolidCheck::LoopFault(const Handle(StepShape_EdgeLoop)
     return std::nullopt;
 }
 
+gp_Pnt PlaceOf(const Handle(StepGeom_CartesianPoint) & point) {
+    return {point->CoordinatesValue(1), point->CoordinatesValue(2), point->CoordinatesValue(3)};
+}
+
+EdgeUse SolidCheck::Between(const Handle(StepGeom_CartesianPoint) & from,
+                            const Handle(StepGeom_CartesianPoint) & to) {
+    const bool forward = from.get() < to.get();
+    const Handle(StepGeom_CartesianPoint)& start = forward ? from : to;
+    const Handle(StepGeom_CartesianPoint)& end = forward ? to : from;
+    const auto [place, fresh] = mPointEdges.try_emplace({start.get(), end.get()});
+    if (fresh) {
+        place->second.start = PlaceOf(start);
+        place->second.end = PlaceOf(end);
+        place->second.middle = gp_Pnt((place->second.start.XYZ() + place->second.end.XYZ()) / 2);
+    }
+    return {&place->second, &place->second, forward};
+}
+
+std::optional<ModelFault> SolidCheck::PointsFault(const Handle(StepShape_PolyLoop) & loop, bool turned,
+                                                  std::vector<EdgeUse>& uses) {
+    const int count = loop->Polygon().IsNull() ? 0 : loop->NbPolygon();
+    if (count < 3) return Fault(loop, "the loop " + Number(loop) + " has fewer than three points");
+    for (int i = 1; i <= count; ++i) {
+        const Handle(StepGeom_CartesianPoint)& point = loop->PolygonValue(i);
+        if (point.IsNull() || point->NbCoordinates() != 3)
+            return Fault(loop, "the loop " + Number(loop) + " holds what is no point in space");
+    }
+    for (int i = 1; i <= count; ++i) {
+        const Handle(StepGeom_CartesianPoint)& from = loop->PolygonValue(i);
+        const Handle(StepGeom_CartesianPoint)& to = loop->PolygonValue(i % count + 1);
+        if (from == to) continue;
+        EdgeUse use = Between(from, to);
+        if (turned) use.forward = !use.forward;
+        uses.push_back(use);
+    }
+    return std::nullopt;
+}
+
+/// A face without a surface of its own lies in the plane of its points.
+std::optional<ModelFault> SolidCheck::PlaneFault(const Handle(StepShape_Face) & face,
+                                                 const std::vector<EdgeUse>& uses) const {
+    if (uses.empty()) return std::nullopt;
+    const gp_XYZ origin = uses.front().From().XYZ();
+    gp_XYZ normal;
+    for (const EdgeUse& use : uses) normal += (use.From().XYZ() - origin).Crossed(use.To().XYZ() - origin);
+    const double length = normal.Modulus();
+    const bool flat = std::ranges::all_of(uses, [&](const EdgeUse& use) {
+        return std::abs(normal.Dot(use.From().XYZ() - origin)) <= mFit * length;
+    });
+    if (length > 0 && flat) return std::nullopt;
+    return Fault(face, "the points of the face " + Number(face) + " do not lie in a plane");
+}
+
 std::optional<ModelFault> SolidCheck::SurfaceFault(const Handle(StepShape_FaceSurface) & face,
                                                    const std::vector<EdgeUse>& uses) const {
     FaceSurface surface(face);
@@ -143,7 +204,7 @@ std::optional<ModelFault> SolidCheck::SurfaceFault(const Handle(StepShape_FaceSu
         constexpr std::size_t mostOnFree = 32;
         const std::vector<gp_Pnt>& inner = use.samples->inner;
         const std::size_t step = surface.Free() ? 1 + inner.size() / mostOnFree : 1;
-        bool fits = surface.Distance(use.samples->start) <= fit;
+        bool fits = surface.Distance(use.From()) <= fit;
         for (std::size_t i = 0; fits && i < inner.size(); i += step) fits = surface.Distance(inner[i]) <= fit;
         if (!fits) return Fault(face, "an edge of the face " + Number(face) + " does not lie on its surface");
     }
@@ -158,26 +219,33 @@ std::optional<ModelFault> SolidCheck::FaceFault(const Handle(StepShape_Face) & f
         return FaceFault(oriented->FaceElement(), turned != (oriented->Orientation() == Standard_False));
     }
     std::vector<EdgeUse> uses;
+    bool ofPoints = false;
     for (int i = 1; i <= face->NbBounds(); ++i) {
         const Handle(StepShape_FaceBound) bound = face->BoundsValue(i);
-        const Handle(StepShape_EdgeLoop) loop = Handle(StepShape_EdgeLoop)::DownCast(bound->Bound());
-        if (loop.IsNull()) {
-            // An apex stands as a loop of one vertex; loops of points have no edges to compare.
-            mAllKnown = mAllKnown &&
-                        bound->Bound()->DynamicType()->Name() == std::string_view("StepShape_VertexLoop");
-            continue;
+        const bool turnedBound = turned != (bound->Orientation() == Standard_False);
+        const Handle(StepShape_Loop) loop = bound->Bound();
+        std::optional<ModelFault> fault;
+        if (const auto edges = Handle(StepShape_EdgeLoop)::DownCast(loop); !edges.IsNull()) {
+            fault = LoopFault(edges, turnedBound, uses);
+        } else if (const auto points = Handle(StepShape_PolyLoop)::DownCast(loop); !points.IsNull()) {
+            ofPoints = true;
+            fault = PointsFault(points, turnedBound, uses);
+        } else {
+            // An apex stands as a loop of one vertex.
+            mAllKnown = mAllKnown && !loop.IsNull() &&
+                        loop->DynamicType()->Name() == std::string_view("StepShape_VertexLoop");
         }
-        if (auto fault = LoopFault(loop, turned != (bound->Orientation() == Standard_False), uses))
-            return fault;
+        if (fault) return fault;
     }
     mShellUses.insert(mShellUses.end(), uses.begin(), uses.end());
     const Handle(StepShape_FaceSurface) surface = Handle(StepShape_FaceSurface)::DownCast(face);
-    return surface.IsNull() ? std::nullopt : SurfaceFault(surface, uses);
+    if (!surface.IsNull()) return SurfaceFault(surface, uses);
+    return ofPoints ? PlaneFault(face, uses) : std::nullopt;
 }
 
 /// Each edge is used once each way; where a file writes an edge of its own for each face, by its place.
 bool SolidCheck::Closed() const {
-    std::unordered_map<const Standard_Transient*, int> balance;
+    std::unordered_map<const void*, int> balance;
     for (const EdgeUse& use : mShellUses) balance[use.edge] += use.forward ? 1 : -1;
     std::vector<EdgeUse> open;
     for (const EdgeUse& use : mShellUses) {

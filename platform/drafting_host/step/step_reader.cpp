@@ -258,39 +258,48 @@ Failure NoSolid(const std::filesystem::path& path) {
     return FormatFailure(path, 0, "at least one solid, the file holds none");
 }
 
-/// Tells the solids that contradict themselves: they are read, but nobody should trust their sizes.
-void NoteBodyFaults(STEPCAFControl_Reader& reader, const std::vector<BodyFault>& faults,
-                    const std::map<const Standard_Transient*, std::string>& names, std::string_view content,
-                    StepDocument& document) {
+using NamesByShape = std::map<const Standard_Transient*, std::string>;
+
+/// The name of the part that a statement's solids became; nothing where one of them became none. Where the
+/// modeller mends a solid it may give several back, gathered in one shape.
+std::optional<std::string> PartMadeOf(STEPCAFControl_Reader& reader,
+                                      const Handle(Standard_Transient) & statement,
+                                      const NamesByShape& names) {
     const Handle(Transfer_TransientProcess) process =
         reader.Reader().WS()->TransferReader()->TransientProcess();
+    const TopoDS_Shape shape = TransferBRep::ShapeResult(process, statement);
+    std::optional<std::string> part;
+    if (shape.IsNull()) return part;
+    for (TopExp_Explorer solid(shape, TopAbs_SOLID); solid.More(); solid.Next()) {
+        const auto name = names.find(solid.Current().TShape().get());
+        if (name == names.end()) return std::nullopt;
+        if (!part) part = name->second;
+    }
+    return part;
+}
+
+/// Tells the solids that contradict themselves: they are read, but nobody should trust their sizes.
+void NoteBodyFaults(STEPCAFControl_Reader& reader, const std::vector<BodyFault>& faults,
+                    const NamesByShape& names, const StatementLines& lines, StepDocument& document) {
     for (const BodyFault& fault : faults) {
-        const TopoDS_Shape shape = TransferBRep::ShapeResult(process, fault.solid);
-        const auto name = shape.IsNull() ? names.end() : names.find(shape.TShape().get());
-        const std::string part = name == names.end() || name->second.empty()
-                                     ? std::string("a part")
-                                     : "part \"" + name->second + "\"";
+        const std::string name = PartMadeOf(reader, fault.solid, names).value_or("");
+        const std::string part = name.empty() ? "a part" : "part \"" + name + "\"";
         document.notes.push_back(
             {part + ": " + fault.fault.reason + "; its sizes and operations may be wrong",
-             LineOfStatement(content, fault.fault.number)});
+             lines.Of(fault.fault.number)});
     }
 }
 
 /// Tells the solids that the file holds and no part of its structure leads to.
 void NoteUnlistedSolids(STEPCAFControl_Reader& reader, const Handle(StepData_StepModel) & model,
-                        const std::map<const Standard_Transient*, std::string>& names,
-                        std::string_view content, StepDocument& document) {
-    const Handle(Transfer_TransientProcess) process =
-        reader.Reader().WS()->TransferReader()->TransientProcess();
+                        const NamesByShape& names, const StatementLines& lines, StepDocument& document) {
     for (int index = 1; index <= model->NbEntities(); ++index) {
         const Handle(Standard_Transient) entity = model->Value(index);
         if (!entity->IsKind(STANDARD_TYPE(StepShape_ManifoldSolidBrep))) continue;
-        const TopoDS_Shape shape = TransferBRep::ShapeResult(process, entity);
-        if (!shape.IsNull() && names.contains(shape.TShape().get())) continue;
+        if (PartMadeOf(reader, entity, names)) continue;
         const int number = model->IdentLabel(entity);
         document.notes.push_back(
-            {"the solid #" + std::to_string(number) + " is left out: no part leads to it",
-             LineOfStatement(content, number)});
+            {"the solid #" + std::to_string(number) + " is left out: no part leads to it", lines.Of(number)});
     }
 }
 
@@ -351,8 +360,9 @@ StepDocument Read(const std::filesystem::path& path) {
     const ProductNames names(model);
     Flattener parts(assembly, names, document);
     parts.Run();
-    NoteBodyFaults(reader, bodyFaults, parts.NamesByShape(), content, document);
-    NoteUnlistedSolids(reader, model, parts.NamesByShape(), content, document);
+    const StatementLines lines(content);
+    NoteBodyFaults(reader, bodyFaults, parts.NamesByShape(), lines, document);
+    NoteUnlistedSolids(reader, model, parts.NamesByShape(), lines, document);
     NoteFailedEntities(reader.Reader(), document);
     if (document.solids.empty()) {
         if (!bodyFaults.empty()) RefuseStatement(path, content, bodyFaults.front().fault);

@@ -249,6 +249,23 @@ std::size_t LineOfStatement(std::string_view content, int number) {
     return 0;
 }
 
+std::size_t StatementLines::Of(int number) const {
+    if (mLines.empty()) {
+        std::size_t line = 1;
+        for (std::size_t place = 0; place < mContent.size(); ++place) {
+            if (mContent[place] == '\n') ++line;
+            if (mContent[place] != '#') continue;
+            std::size_t after = place + 1;
+            while (after < mContent.size() && IsDigit(mContent[after])) ++after;
+            while (after < mContent.size() && IsBlank(mContent[after])) ++after;
+            if (after < mContent.size() && mContent[after] == '=')
+                mLines.try_emplace(NumberAt(mContent, place + 1), line);
+        }
+    }
+    const auto found = mLines.find(number);
+    return found == mLines.end() ? 0 : found->second;
+}
+
 int NestedOrientedEdge(std::string_view content) {
     constexpr std::string_view kind = "ORIENTED_EDGE";
     std::vector<int> edges;

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "base/failure.h"
 
@@ -49,6 +50,17 @@ std::optional<LostReference> FirstLostReference(std::string_view content);
 
 /// The line (from 1) of the statement "#number = ...", 0 when there is none.
 std::size_t LineOfStatement(std::string_view content, int number);
+
+/// The same for many statements of one content, which is gone through once, at the first question.
+class StatementLines {
+  public:
+    explicit StatementLines(std::string_view content) : mContent(content) {}
+    std::size_t Of(int number) const;
+
+  private:
+    std::string_view mContent;
+    mutable std::unordered_map<int, std::size_t> mLines;
+};
 
 /// The number of an oriented edge that holds an oriented edge, 0 when there is none. The format forbids
 /// it, and the modeller follows such edges without end while it loads the file.
