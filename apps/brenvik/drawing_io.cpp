@@ -3,7 +3,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <filesystem>
+#include <limits>
+#include <set>
 #include <span>
 
 #include "base/failure.h"
@@ -31,19 +34,6 @@ void TellNotes(const std::string& file, std::span<const ReadNote> notes, Teller&
     }
 }
 
-std::string InReferences(const std::string& drawing, long count, const std::string& block) {
-    return drawing + ": " + std::to_string(count) +
-           (count == 1 ? " solid in a reference" : " solids in references") + " to block \"" + block + "\" ";
-}
-
-/// Handles that were asked for leave nothing out that was wanted.
-void TellLeft(const BlockSolids& block, const std::string& reason, const DrawingOptions& options,
-              Teller& teller) {
-    if (block.left == 0 || !options.handles.empty()) return;
-    teller.Loss(InReferences(options.drawing, block.left, block.block) +
-                (block.left == 1 ? "is left out: " : "are left out: ") + reason);
-}
-
 /// Each entity once, however often it is named.
 std::vector<HostEntity*> EntitiesWith(HostDocument& document, const std::vector<std::string>& handles) {
     std::vector<HostEntity*> entities;
@@ -52,6 +42,71 @@ std::vector<HostEntity*> EntitiesWith(HostDocument& document, const std::vector<
             entity != nullptr && std::ranges::find(entities, entity) == entities.end())
             entities.push_back(entity);
     return entities;
+}
+
+std::string SolidsOf(std::int64_t count) {
+    return std::to_string(count) + (count == 1 ? " solid" : " solids");
+}
+
+/// What the references to one block show together.
+struct BlockSolids {
+    std::string block;
+    std::int64_t taken = 0, left = 0;
+    std::string reason;  ///< Why the first of these was left.
+
+    std::string Shown(const DrawingOptions& options, std::int64_t count) const {
+        return options.drawing + ": " + SolidsOf(count) +
+               (count == 1 ? " in a reference" : " in references") + " to block \"" + block + "\" ";
+    }
+};
+
+std::vector<BlockSolids> ByBlock(const std::vector<ReferenceSolids>& references) {
+    std::vector<BlockSolids> blocks;
+    std::map<std::string, std::size_t, LessIgnoreCase> placeOf;
+    constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
+    for (const ReferenceSolids& reference : references) {
+        const auto [place, fresh] = placeOf.try_emplace(reference.block, blocks.size());
+        if (fresh) blocks.push_back({reference.block, 0, 0, {}});
+        BlockSolids& block = blocks[place->second];
+        std::int64_t& sum = reference.taken.empty() ? block.left : block.taken;
+        sum = sum > most - reference.count ? most : sum + reference.count;
+        if (block.reason.empty()) block.reason = reference.reason;
+    }
+    return blocks;
+}
+
+/// Handles that were asked for leave nothing out that was wanted, unless they name a reference or what was
+/// taken out of it.
+void DropUnasked(HostDocument& document, const DrawingOptions& options,
+                 std::vector<ReferenceSolids>& references) {
+    if (options.handles.empty()) return;
+    const std::vector<HostEntity*> asked = EntitiesWith(document, options.handles);
+    const std::set<const HostEntity*> known(asked.begin(), asked.end());
+    std::erase_if(references, [&](const ReferenceSolids& reference) {
+        return !known.contains(reference.reference) &&
+               std::ranges::none_of(reference.taken,
+                                    [&](const HostEntity* solid) { return known.contains(solid); });
+    });
+}
+
+void TellReferences(const std::vector<ReferenceSolids>& references, const DrawingOptions& options,
+                    Teller& teller) {
+    for (const BlockSolids& block : ByBlock(references)) {
+        if (block.taken > 0)
+            teller.Remark(block.Shown(options, block.taken) +
+                          (block.taken == 1 ? "is a part of its own here" : "are parts of their own here") +
+                          ", which can't be written back into the drawing");
+        if (block.left > 0)
+            teller.Loss(block.Shown(options, block.left) +
+                        (block.left == 1 ? "is left out: " : "are left out: ") + block.reason);
+    }
+}
+
+void TellSheets(const HostDocument& document, const DrawingOptions& options, Teller& teller) {
+    if (!options.handles.empty()) return;
+    for (const SheetSolids& sheet : CountSheetSolids(document))
+        teller.Loss(options.drawing + ": " + SolidsOf(sheet.count) + " on the layout \"" + sheet.layout +
+                    (sheet.count == 1 ? "\" is" : "\" are") + " left out: expected the parts in model space");
 }
 
 }  // namespace
@@ -96,25 +151,27 @@ void SaveOutput(HostDocument& document, const std::string& name, Teller& teller)
     for (const std::string& loss : SaveDrawing(document, PathFromText(name))) teller.Loss(name + ": " + loss);
 }
 
-void TakeOutBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller) {
-    for (const BlockSolids& block : brenvik::TakeOutBlockSolids(document)) {
-        if (block.taken > 0)
-            teller.Remark(InReferences(options.drawing, block.taken, block.block) +
-                          (block.taken == 1 ? "is a part of its own here" : "are parts of their own here") +
-                          ", which can't be written back into the drawing");
-        TellLeft(block, block.reason, options, teller);
-    }
+StandIns TakeOutBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller) {
+    std::vector<ReferenceSolids> references = brenvik::TakeOutBlockSolids(document);
+    StandIns standIns;
+    for (const ReferenceSolids& reference : references)
+        if (!reference.taken.empty()) standIns.emplace(reference.reference, reference.taken);
+    DropUnasked(document, options, references);
+    TellReferences(references, options, teller);
+    TellSheets(document, options, teller);
+    return standIns;
 }
 
-void TellBlockSolids(const HostDocument& document, const DrawingOptions& options, Teller& teller) {
-    for (const BlockSolids& block : CountBlockSolids(document))
-        TellLeft(block,
-                 "expected solids that stand in the drawing itself, as exploding the reference gives them",
-                 options, teller);
+void TellBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller) {
+    std::vector<ReferenceSolids> references = CountBlockSolids(document);
+    DropUnasked(document, options, references);
+    TellReferences(references, options, teller);
+    TellSheets(document, options, teller);
 }
 
-std::size_t SelectForCommand(HostDocument& document, const DrawingOptions& options) {
-    std::vector<HostEntity*> entities = EntitiesWith(document, options.handles);
+std::size_t SelectForCommand(HostDocument& document, const DrawingOptions& options,
+                             const StandIns& standIns) {
+    std::vector<HostEntity*> entities;
     if (options.handles.empty()) {
         document.ModelSpace().ForEach([&entities](AcadEntity& entity) {
             if (entity.ObjectName() == "AcDb3dSolid") entities.push_back(dynamic_cast<HostEntity*>(&entity));
@@ -124,6 +181,12 @@ std::size_t SelectForCommand(HostDocument& document, const DrawingOptions& optio
             if (EntitiesWith(document, {handle}).empty())
                 throw CommandError(ExitStatus::WrongWords, "--select: expected the handle of an entity of " +
                                                                options.drawing + ", found " + handle);
+        std::set<const HostEntity*> met;
+        for (HostEntity* entity : EntitiesWith(document, options.handles)) {
+            const auto others = standIns.find(entity);
+            for (HostEntity* one : others == standIns.end() ? std::vector{entity} : others->second)
+                if (met.insert(one).second) entities.push_back(one);
+        }
     }
     document.SetPreviousSelection(entities);
     return entities.size();

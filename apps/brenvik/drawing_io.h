@@ -1,6 +1,7 @@
 // Reading and saving drawings for the commands, with what was lost on the way.
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -25,16 +26,21 @@ void TellNotesSince(std::size_t known, const HostDocument& document, const std::
 /// Fails for an extension that SaveOutput would refuse, so that a command can tell before its work.
 void RequireWritableFormat(const std::string& name);
 
-/// Makes parts of the solids that stand in references to blocks, for a command that doesn't save the
-/// drawing, and tells what can't be typed back into it and which can't be had.
-void TakeOutBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller);
+/// Entities that stand for others in a selection: the solids taken out of a block reference.
+using StandIns = std::map<HostEntity*, std::vector<HostEntity*>>;
 
-/// Tells the solids that stand in references to blocks and so are left out.
-void TellBlockSolids(const HostDocument& document, const DrawingOptions& options, Teller& teller);
+/// Makes parts of the solids that stand in references to blocks, for a command that doesn't save the
+/// drawing, and tells what can't be typed back into it and which can't be had. Gives the solids by the
+/// references that they were taken out of.
+StandIns TakeOutBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller);
+
+/// Tells the solids that stand in references to blocks or on sheets and so are left out.
+void TellBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller);
 
 /// Selects the entities of the options, or every solid of model space, as the host's previous selection.
 /// Returns how many. Throws CommandError for a handle that the drawing hasn't.
-std::size_t SelectForCommand(HostDocument& document, const DrawingOptions& options);
+std::size_t SelectForCommand(HostDocument& document, const DrawingOptions& options,
+                             const StandIns& standIns = {});
 
 /// Selects the entities with these handles, in this order; unknown ones are left out.
 void SelectHandles(HostDocument& document, const std::vector<std::string>& handles);

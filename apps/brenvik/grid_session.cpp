@@ -18,12 +18,13 @@ void TellDamagedSettings(Workplace& workplace, Teller& teller) {
 OpenedInput OpenAndSelect(Workplace& workplace, const DrawingOptions& options, Teller& teller) {
     TellDamagedSettings(workplace, teller);
     HostDocument& document = OpenInput(workplace.host, options, teller);
+    StandIns standIns;
     if (options.save.empty()) {
-        TakeOutBlockSolids(document, options, teller);
+        standIns = TakeOutBlockSolids(document, options, teller);
     } else {
         TellBlockSolids(document, options, teller);
     }
-    const std::size_t selected = SelectForCommand(document, options);
+    const std::size_t selected = SelectForCommand(document, options, standIns);
     GiveMaterial(document, options.material, teller);
     if (selected == 0) teller.Remark(options.drawing + ": the drawing holds no solids");
     return {document, selected};
@@ -56,8 +57,8 @@ DroppedPartLines TakeDroppedPartLines() {
     }
     // What is wrong with the table has been told already, and is the same for each of them.
     if (withTheTable > 0)
-        told.lines.push_back(std::to_string(withTheTable) +
-                             " parts are missing in the list, since the part table can't be used");
+        told.lines.push_back(std::to_string(withTheTable) + (withTheTable == 1 ? " part is" : " parts are") +
+                             " missing in the list, since the part table can't be used");
     return told;
 }
 

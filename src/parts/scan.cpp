@@ -76,11 +76,17 @@ class WorkTable {
         return failure.number() == failure_number::databaseUnavailable ||
                failure.number() == failure_number::objectClosed;
     }
-    /// A table that isn't there, or without its columns, refuses the rows and this alike.
-    static bool RefusesToBeRead() {
-        return !Skip([] { TheSession().ScanConnection->OpenRecordset(FullSelect())->Close(); });
+    /// A table that isn't there, or without its columns, refuses the rows and this alike. It is asked once: a
+    /// question for each refused row would take longer than the rows.
+    bool RefusesToBeRead() {
+        if (!refusesToBeRead)
+            refusesToBeRead = !Skip([] {
+                TheSession().ScanConnection->OpenRecordset(FullSelect() + " where bv_id = ''")->Close();
+            });
+        return *refusesToBeRead;
     }
 
+    std::optional<bool> refusesToBeRead;
     bool unusable = false;
     std::string lastFailure;
 };

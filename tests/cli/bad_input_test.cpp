@@ -219,6 +219,21 @@ TEST_F(BadInput, LettersOfAnyScriptInPartDataAreKept) {
     EXPECT_NE(outcome.output.find(",Türseite 側板,"), std::string::npos) << outcome.output;
 }
 
+TEST_F(BadInput, ANameOfAStepFileThatIsTooLongIsCutAndTold) {
+    ASSERT_EQ(Run({"convert", ShippedSample().string(), "job.step"}).status, 0);
+    std::string text = Read("job.step");
+    const std::size_t name = text.find("'", text.find(" = PRODUCT(")) + 1;
+    const std::string old = text.substr(name, text.find("'", name) - name);
+    for (std::size_t at = text.find("'" + old + "'"); at != std::string::npos;
+         at = text.find("'" + old + "'", at))
+        text.replace(at + 1, old.size(), std::string(300, 'W'));
+    Write("job.step", text);
+    const Outcome outcome = Run({"list", "job.step"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.errors.find("WWW...\": a text of 300 characters was cut to the 255"), std::string::npos)
+        << outcome.errors;
+}
+
 TEST_F(BadInput, AnOutputThatCantBeWrittenIsTold) {
     const Outcome full = RunInto("/dev/full", {"list", ShippedSample().string()});
     EXPECT_EQ(full.status, 1);

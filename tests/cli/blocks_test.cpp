@@ -91,6 +91,13 @@ TEST_F(Blocks, AReferenceOfUnevenScaleIsToldWithTheCountOfItsSolids) {
 TEST_F(Blocks, ExportsMachineFilesAndPartDrawingsHaveThemToo) {
     Write("job.dxf", Drawing(Reference("Pair", "")));
     const Outcome exported = Run({"export", "job.dxf", "job.csv"});
+    EXPECT_EQ(exported.status, 0) << exported.errors;
+    std::size_t sides = 0;
+    const std::string rows = Read("job.csv");
+    for (std::size_t at = rows.find("Left Side"); at != std::string::npos;
+         at = rows.find("Left Side", at + 1))
+        ++sides;
+    EXPECT_EQ(sides, 2u) << rows;
     EXPECT_NE(exported.errors.find("2 solids in references"), std::string::npos) << exported.errors;
     const Outcome parts = Run({"parts", "job.dxf", "--out", "parts"});
     EXPECT_EQ(parts.status, 0) << parts.errors;
@@ -143,8 +150,98 @@ TEST_F(Blocks, ATowerOfBlocksIsToldAndNotTaken) {
     Write("tower.dxf", text);
     const Outcome outcome = Run({"list", "tower.dxf", "--format", "csv"});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.errors.find("block \"Tower9\" are left out: "), std::string::npos) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("1000000000 solids in references to block \"Tower9\" are left out: "),
+              std::string::npos)
+        << outcome.errors;
     EXPECT_EQ(LinesOf(outcome.output), 16u) << outcome.output;
+}
+
+TEST_F(Blocks, TheHandleOfAReferenceSelectsTheSolidsThatWereTakenOutOfIt) {
+    Write("job.dxf", Drawing(Reference("Pair", "  5\nFACE\n") + Reference("Side", "  5\nFADE\n", 3000)));
+    const Outcome two = Run({"list", "job.dxf", "--format", "csv", "--select", "FACE"});
+    EXPECT_EQ(two.status, 0) << two.errors;
+    EXPECT_EQ(Sides(two.output).size(), 2u) << two.output;
+    EXPECT_EQ(LinesOf(two.output), 3u) << two.output;
+    // What has nothing to do with the choice isn't spoken of.
+    EXPECT_EQ(two.errors.find("\"Side\""), std::string::npos) << two.errors;
+    const Outcome kept = Run({"list", "job.dxf", "--select", "FACE", "--save", "saved.dxf"});
+    EXPECT_EQ(kept.status, 1);
+    EXPECT_NE(kept.errors.find("2 solids in references to block \"Pair\" are left out: "), std::string::npos)
+        << kept.errors;
+}
+
+TEST_F(Blocks, AReferenceToAnotherDrawingIsToldWithItsPath) {
+    std::string text = Drawing(Reference("Other", ""));
+    std::string other = Block("Other", "");
+    other.replace(other.find(" 70\n0\n"), 6, " 70\n4\n  1\nother.dxf\n");
+    text.insert(text.find("  0\nENDSEC", text.find("\nBLOCKS\n")), other);
+    Write("job.dxf", text);
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"list", "job.dxf"}, {"export", "job.dxf", "job.csv"}}) {
+        const Outcome outcome = Run(words);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_NE(
+            outcome.errors.find("block \"Other\": the drawing \"other.dxf\" that it refers to is left out"),
+            std::string::npos)
+            << outcome.errors;
+    }
+}
+
+TEST_F(Blocks, SolidsOnASheetAreToldWithTheirCountAndTheLayout) {
+    const Outcome shown = ListOf(Reference("Pair", " 67\n1\n"));
+    EXPECT_EQ(shown.status, 1);
+    EXPECT_NE(shown.errors.find("job.dxf: 2 solids on the layout \"Layout1\" are left out: "),
+              std::string::npos)
+        << shown.errors;
+    EXPECT_TRUE(Sides(shown.output).empty());
+    std::string text = ReadFile(ShippedSample());
+    std::erase(text, '\r');
+    const std::size_t solid = text.find("\n3DSOLID\n");
+    const std::string common = "100\nAcDbEntity\n";
+    text.insert(text.find(common, solid) + common.size(), " 67\n1\n");
+    Write("sheet.dxf", text);
+    Write("empty.journal", "# nothing\n");
+    for (const std::vector<std::string>& words : {std::vector<std::string>{"list", "sheet.dxf"},
+                                                  {"run", "sheet.dxf", "--journal", "empty.journal"}}) {
+        const Outcome outcome = Run(words);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_NE(outcome.errors.find("sheet.dxf: 1 solid on the layout \"Layout1\" is left out: "),
+                  std::string::npos)
+            << outcome.errors;
+    }
+}
+
+TEST_F(Blocks, AllReferencesTogetherShowNoMoreThanAJobHas) {
+    // 6000 in each of two references; the second is asked for, so that none is measured.
+    const auto many = [](int rows) {
+        return " 70\n100\n 71\n" + std::to_string(rows) + "\n 44\n9.0\n 45\n9.0\n";
+    };
+    Write("job.dxf", Drawing(Reference("Side", many(60)) + Reference("Pair", many(30) + "  5\nFACE\n")));
+    const Outcome outcome = Run({"list", "job.dxf", "--format", "csv", "--select", "FACE"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(
+        outcome.errors.find("6000 solids in references to block \"Pair\" are left out: expected no more "
+                            "than 10000 in all references of a drawing"),
+        std::string::npos)
+        << outcome.errors;
+}
+
+TEST_F(Blocks, AChainOfBlocksThatIsTooDeepIsToldAndALongOneTakesNoStack) {
+    for (const int links : {20, 40, 3000}) {
+        std::string text = Drawing(Reference("Link0", "")), chain;
+        for (int i = 0; i < links; ++i)
+            chain += Block("Link" + std::to_string(i),
+                           Reference(i + 1 < links ? "Link" + std::to_string(i + 1) : "Side", ""));
+        text.insert(text.find("  0\nENDSEC", text.find("\nBLOCKS\n")), chain);
+        Write("chain.dxf", text);
+        const Outcome outcome = Run({"list", "chain.dxf", "--format", "csv"});
+        EXPECT_EQ(outcome.status, links == 20 ? 0 : 1) << links << outcome.errors;
+        EXPECT_EQ(
+            outcome.errors.find("1 solid in a reference to block \"Link0\" is left out: expected blocks "
+                                "that are nested no deeper than 32") == std::string::npos,
+            links == 20)
+            << outcome.errors;
+    }
 }
 
 }  // namespace

@@ -357,6 +357,23 @@ TEST(DxfXData, AZeroCharacterIsLeftOutAndTold) {
     EXPECT_EQ(data.notes.size(), 2U) << NotesOf(data);
 }
 
+TEST(DxfXData, ACutKeepsWhatStandsForACharacterWhole) {
+    const std::string start(254, 'x');
+    for (const std::string kept : {"\\U+D800", "^J", "\\M+1A1B2"}) {
+        const DrawingData data =
+            Read(Entities("0 POINT|5 2F|10 0|20 0|1001 PARTNAME|1000 " + start + kept + "yyy"));
+        EXPECT_EQ(std::get<std::string>(ModelSpace(data).at(0).xdata.at(0).items.at(0).value), start) << kept;
+    }
+}
+
+TEST(DxfXData, PartDataThatBeginWithABracketAreTold) {
+    const DrawingData data = Read(Entities("0 POINT|5 2F|10 0|20 0|1001 PARTNAME|1002 {|1000 Side|1002 }"));
+    ASSERT_EQ(data.notes.size(), 1U) << NotesOf(data);
+    EXPECT_NE(data.notes[0].text.find("\"PARTNAME\": a text was expected behind it, found a bracket"),
+              std::string::npos)
+        << data.notes[0].text;
+}
+
 TEST(DxfXData, PartDataThatAreNoTextAreToldWithLineAndEntity) {
     const DrawingData data =
         Read(Entities("0 POINT|5 2F|10 0|20 0|1001 PARTNAME|1010 1|1020 2|1030 3|1001 NOTES"

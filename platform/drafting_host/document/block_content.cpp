@@ -11,9 +11,6 @@ using namespace vectors;
 
 namespace {
 
-/// Blocks can hold references to blocks; a file's tables could even hold a circle of them, or a tower in
-/// which each doubles the one below.
-constexpr int deepestNesting = 32;
 constexpr long mostEntitiesShown = 1000000;
 /// A file may ask for any number of columns and rows.
 constexpr int mostPlaces = 100000;
@@ -24,9 +21,13 @@ HostBlock& BlockOf(const HostDocument& document, const InsertData& reference) {
     return *block;
 }
 
+/// Programs write scales in as few as ten digits. A part of ten metres is out by a hundred-thousandth of a
+/// millimetre at most.
+constexpr double sameScale = 1e-9;
+
 bool EvenScale(const InsertData& reference) {
     const double x = std::abs(reference.scale.x);
-    const auto same = [&](double other) { return std::abs(std::abs(other) - x) <= 1e-12 * x; };
+    const auto same = [&](double other) { return std::abs(std::abs(other) - x) <= sameScale * x; };
     return x > 0 && same(reference.scale.y) && same(reference.scale.z);
 }
 
@@ -44,7 +45,9 @@ class Placement {
 
     /// Even scales, mirrors included.
     Similarity Even() const {
-        const Point3& s = mReference.scale;
+        const double size = std::abs(mReference.scale.x);
+        const Point3 s{mReference.scale.x, std::copysign(size, mReference.scale.y),
+                       std::copysign(size, mReference.scale.z)};
         Matrix4 matrix{};
         matrix[3][3] = 1;
         const Point3 shift = Point(mBase);
@@ -144,7 +147,11 @@ void AddBox(const HostDocument& document, const InsertData& reference, int depth
 }  // namespace
 
 std::vector<PlacedEntity> PlacedContent(const HostDocument& document, const InsertData& reference) {
-    const HostBlock& block = BlockOf(document, reference);
+    return PlacedContent(BlockOf(document, reference), reference, [](const HostGeometry&) { return true; });
+}
+
+std::vector<PlacedEntity> PlacedContent(const HostBlock& block, const InsertData& reference,
+                                        const std::function<bool(const HostGeometry&)>& wanted) {
     const int columns = std::max(1, reference.columns), rows = std::max(1, reference.rows);
     if (static_cast<long long>(columns) * rows > mostPlaces) {
         throw host_failure::NotPossible("a block reference with more than 100000 places");
@@ -157,6 +164,7 @@ std::vector<PlacedEntity> PlacedContent(const HostDocument& document, const Inse
             const Similarity move = even ? placement.Even() : Similarity();
             for (const HostEntity* entity : block.Entities()) {
                 HostGeometry geometry = entity->Geometry();
+                if (!wanted(geometry)) continue;
                 if (even) {
                     Transform(geometry, move);
                 } else {

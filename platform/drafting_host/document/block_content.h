@@ -1,6 +1,7 @@
 // What a block reference stands for: its block's entities, placed, turned and scaled.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -8,8 +9,13 @@
 
 namespace brenvik {
 
+class HostBlock;
 class HostDocument;
 class HostEntity;
+
+/// Blocks can hold references to blocks; a file's tables could even hold a circle of them, or a tower in
+/// which each doubles the one below.
+constexpr int deepestNesting = 32;
 
 /// One entity of a block as a reference shows it.
 struct PlacedEntity {
@@ -21,6 +27,10 @@ struct PlacedEntity {
 /// Failure for an unknown block, or for uneven scales where the block holds what they can't stretch
 /// exactly (bodies, splines, texts, bulged polylines).
 std::vector<PlacedEntity> PlacedContent(const HostDocument& document, const InsertData& reference);
+
+/// The same of a block that is known, and only those of its entities that are wanted.
+std::vector<PlacedEntity> PlacedContent(const HostBlock& block, const InsertData& reference,
+                                        const std::function<bool(const HostGeometry&)>& wanted);
 
 /// The box of what the reference shows, all levels; nothing for an empty or unknown block.
 std::optional<Box3> BoxOfReference(const HostDocument& document, const InsertData& reference);

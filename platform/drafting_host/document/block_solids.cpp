@@ -2,6 +2,7 @@
 #include "drafting_host/document/block_solids.h"
 
 #include <algorithm>
+#include <limits>
 #include <map>
 #include <optional>
 
@@ -9,114 +10,216 @@
 #include "base/letter_case.h"
 #include "drafting_host/document/block_content.h"
 #include "drafting_host/document/host_document.h"
+#include "drafting_host/document/host_failure.h"
 
 namespace brenvik {
 namespace {
 
 /// More than any job has; a file of a few lines can show millions.
-constexpr long mostSolids = 10000;
+constexpr std::int64_t mostSolids = 10000;
 
 bool IsSolid(const HostGeometry& geometry) {
     const auto* shape = std::get_if<ShapeData>(&geometry);
     return shape != nullptr && shape->kind == AcisData::Kind::Solid;
 }
 
+constexpr std::int64_t mostCounted = std::numeric_limits<std::int64_t>::max();
+
+std::int64_t Sum(std::int64_t a, std::int64_t b) { return a > mostCounted - b ? mostCounted : a + b; }
+std::int64_t Product(std::int64_t a, std::int64_t b) {
+    return b > 0 && a > mostCounted / b ? mostCounted : a * b;
+}
+
+std::int64_t PlacesOf(const InsertData& reference) {
+    return Product(std::max(1, reference.columns), std::max(1, reference.rows));
+}
+
+/// The blocks of a document by name, with how many solids each shows. Goes through a block once, and not by
+/// recursion: a file may hold a chain of any length.
 class Counter {
   public:
-    explicit Counter(const HostDocument& document) : mDocument(document) {}
-
-    /// How many solids a reference shows; counts beyond mostSolids say no more than that.
-    long In(const InsertData& reference) {
-        const long places = static_cast<long>(std::max(1, reference.columns)) * std::max(1, reference.rows);
-        const long inBlock = InBlock(reference.block);
-        return inBlock == 0 ? 0 : Capped(std::min(places, mostSolids + 1) * inBlock);
+    explicit Counter(const HostDocument& document) {
+        for (const auto& block : document.AllBlocks()) {
+            const auto [place, fresh] = mBlocks.try_emplace(block->Record().name);
+            if (fresh) place->second.block = block.get();
+        }
     }
+
+    /// How many solids a reference shows.
+    std::int64_t In(const InsertData& reference) {
+        const Known* known = Settled(reference.block);
+        return known == nullptr ? 0 : Product(PlacesOf(reference), known->count);
+    }
+    /// How many levels of blocks lie between the reference and its deepest solid.
+    int LevelsIn(const InsertData& reference) {
+        const Known* known = Settled(reference.block);
+        return known == nullptr ? 0 : known->levels;
+    }
+    const HostBlock& BlockOf(const InsertData& reference) const { return *mBlocks.at(reference.block).block; }
 
   private:
-    static long Capped(long count) { return std::min(count, mostSolids + 1); }
+    enum class State { Untouched, Open, Settled };
+    struct Known;
+    struct Inner {
+        Known* known = nullptr;
+        std::int64_t places = 1;
+    };
+    struct Known {
+        const HostBlock* block = nullptr;
+        State state = State::Untouched;
+        std::int64_t count = 0;
+        int levels = 0;
+        std::vector<Inner> inner;  ///< The references in the block, while it is open.
+        std::size_t next = 0;
+    };
 
-    long InBlock(const std::string& name) {
-        // A block that is met within itself counts nothing there.
-        const auto [known, fresh] = mCounts.try_emplace(name, 0);
-        const HostBlock* block = fresh ? mDocument.FindBlock(name) : nullptr;
-        if (block == nullptr) return known->second;
-        long count = 0;
-        for (const HostEntity* entity : block->Entities()) {
-            const HostGeometry geometry = entity->Geometry();
-            const auto* inner = std::get_if<InsertData>(&geometry);
-            count = Capped(count + (inner != nullptr ? In(*inner) : IsSolid(geometry) ? 1 : 0));
-        }
-        return mCounts[name] = count;
+    Known* Find(const std::string& name) {
+        const auto found = mBlocks.find(name);
+        return found == mBlocks.end() ? nullptr : &found->second;
     }
 
-    const HostDocument& mDocument;
-    std::map<std::string, long, LessIgnoreCase> mCounts;
+    void Open(Known& known) {
+        known.state = State::Open;
+        known.levels = 1;
+        for (const HostEntity* entity : known.block->Entities()) {
+            const HostGeometry geometry = entity->Geometry();
+            if (const auto* reference = std::get_if<InsertData>(&geometry)) {
+                Known* inner = Find(reference->block);
+                if (inner != nullptr) known.inner.push_back({inner, PlacesOf(*reference)});
+            } else if (IsSolid(geometry)) {
+                known.count = Sum(known.count, 1);
+            }
+        }
+    }
+
+    /// Nothing for a block that the document hasn't.
+    const Known* Settled(const std::string& name) {
+        Known* const wanted = Find(name);
+        if (wanted == nullptr || wanted->state == State::Settled) return wanted;
+        std::vector<Known*> open{wanted};
+        Open(*wanted);
+        while (!open.empty()) {
+            Known& known = *open.back();
+            if (known.next == known.inner.size()) {
+                known.state = State::Settled;
+                known.inner = {};
+                open.pop_back();
+                continue;
+            }
+            const Inner inner = known.inner[known.next];
+            if (inner.known->state == State::Untouched) {
+                open.push_back(inner.known);
+                Open(*inner.known);
+                continue;
+            }
+            ++known.next;
+            // A block that is met within itself counts nothing there.
+            if (inner.known->state == State::Open || inner.known->count == 0) continue;
+            known.count = Sum(known.count, Product(inner.places, inner.known->count));
+            known.levels = std::max(known.levels, inner.known->levels + 1);
+        }
+        return wanted;
+    }
+
+    std::map<std::string, Known, LessIgnoreCase> mBlocks;
 };
 
-/// The solids that a reference shows, at their places. Throws Failure as PlacedContent does.
-void Collect(const HostDocument& document, const InsertData& reference, Counter& counter,
+/// The solids that a reference shows, at their places. Throws Failure as PlacedContent does, and for more
+/// than `most` of them, which a block can show that refers to itself.
+void Collect(const InsertData& reference, Counter& counter, std::int64_t most,
              std::vector<PlacedEntity>& solids) {
-    for (PlacedEntity& placed : PlacedContent(document, reference)) {
-        const auto* inner = std::get_if<InsertData>(&placed.geometry);
-        if (inner != nullptr && counter.In(*inner) > 0) {
-            Collect(document, *inner, counter, solids);
-        } else if (IsSolid(placed.geometry)) {
-            solids.push_back(std::move(placed));
+    const auto wanted = [&](const HostGeometry& geometry) {
+        const auto* inner = std::get_if<InsertData>(&geometry);
+        return inner != nullptr ? counter.In(*inner) > 0 : IsSolid(geometry);
+    };
+    for (PlacedEntity& placed : PlacedContent(counter.BlockOf(reference), reference, wanted)) {
+        if (const auto* inner = std::get_if<InsertData>(&placed.geometry)) {
+            Collect(*inner, counter, most, solids);
+            continue;
         }
+        if (static_cast<std::int64_t>(solids.size()) == most)
+            throw host_failure::NotPossible("the block \"" + reference.block + "\" shows itself");
+        solids.push_back(std::move(placed));
     }
 }
 
-/// Nothing where all solids of the reference have become entities, else why none has.
-std::optional<std::string> TakeOut(HostDocument& document, const InsertData& reference, Counter& counter) {
-    if (counter.In(reference) > mostSolids)
-        return "expected a block reference with no more than " + std::to_string(mostSolids);
+/// Takes out what a reference shows, or says why not.
+void TakeOut(HostDocument& document, const InsertData& reference, Counter& counter, std::int64_t room,
+             ReferenceSolids& told) {
+    if (told.count > room) {
+        told.reason =
+            "expected no more than " + std::to_string(mostSolids) + " in all references of a drawing";
+        return;
+    }
+    if (counter.LevelsIn(reference) > deepestNesting) {
+        told.reason = "expected blocks that are nested no deeper than " + std::to_string(deepestNesting);
+        return;
+    }
     std::vector<PlacedEntity> solids;
     try {
-        Collect(document, reference, counter, solids);
+        Collect(reference, counter, told.count, solids);
     } catch (const Failure& failure) {
-        return failure.detail().empty() ? failure.description() : failure.detail();
+        told.reason = failure.detail().empty() ? failure.description() : failure.detail();
+        return;
     }
     for (PlacedEntity& placed : solids) {
         HostEntity& made = document.Model().Add(std::move(placed.geometry));
         made.SetLook(placed.source->Look());
         made.SetExtendedData(placed.source->ExtendedData());
+        told.taken.push_back(&made);
     }
-    return std::nullopt;
 }
 
-/// Calls `take` with each reference that shows solids and their count, and gathers its answers by block.
-template <class Take>
-std::vector<BlockSolids> ForReferences(const HostDocument& document, Counter& counter, Take&& take) {
-    std::vector<InsertData> references;
-    for (const HostEntity* entity : document.AllBlocks().front()->Entities()) {
+std::vector<ReferenceSolids> Count(const HostDocument& document, Counter& counter) {
+    std::vector<ReferenceSolids> references;
+    for (HostEntity* entity : document.AllBlocks().front()->Entities()) {
         const HostGeometry geometry = entity->Geometry();
         const auto* reference = std::get_if<InsertData>(&geometry);
-        if (reference != nullptr && counter.In(*reference) > 0) references.push_back(*reference);
+        const std::int64_t count = reference == nullptr ? 0 : counter.In(*reference);
+        if (count > 0) references.push_back({entity, reference->block, count, {}, {}});
     }
-    std::vector<BlockSolids> blocks;
-    for (const InsertData& reference : references) {
-        auto block = std::find_if(blocks.begin(), blocks.end(), [&](const BlockSolids& known) {
-            return EqualsIgnoreCase(known.block, reference.block);
-        });
-        if (block == blocks.end()) block = blocks.insert(block, BlockSolids{reference.block, 0, 0, {}});
-        const std::optional<std::string> reason = take(reference);
-        (reason ? block->left : block->taken) += counter.In(reference);
-        if (reason && block->reason.empty()) block->reason = *reason;
-    }
-    return blocks;
+    return references;
 }
 
 }  // namespace
 
-std::vector<BlockSolids> CountBlockSolids(const HostDocument& document) {
+std::vector<ReferenceSolids> CountBlockSolids(const HostDocument& document) {
     Counter counter(document);
-    return ForReferences(document, counter, [](const InsertData&) { return std::optional<std::string>(""); });
+    std::vector<ReferenceSolids> references = Count(document, counter);
+    for (ReferenceSolids& told : references)
+        told.reason =
+            "expected solids that stand in the drawing itself, as exploding the reference gives them";
+    return references;
 }
 
-std::vector<BlockSolids> TakeOutBlockSolids(HostDocument& document) {
+std::vector<ReferenceSolids> TakeOutBlockSolids(HostDocument& document) {
     Counter counter(document);
-    return ForReferences(document, counter,
-                         [&](const InsertData& reference) { return TakeOut(document, reference, counter); });
+    std::vector<ReferenceSolids> references = Count(document, counter);
+    std::int64_t room = mostSolids;
+    for (ReferenceSolids& told : references) {
+        const HostGeometry geometry = told.reference->Geometry();
+        TakeOut(document, std::get<InsertData>(geometry), counter, room, told);
+        room -= static_cast<std::int64_t>(told.taken.size());
+    }
+    return references;
+}
+
+std::vector<SheetSolids> CountSheetSolids(const HostDocument& document) {
+    Counter counter(document);
+    std::vector<SheetSolids> sheets;
+    for (const auto& block : document.AllBlocks()) {
+        if (!block->IsPaperSpace()) continue;
+        SheetSolids sheet{block->Record().layoutName, 0};
+        for (const HostEntity* entity : block->Entities()) {
+            const HostGeometry geometry = entity->Geometry();
+            const auto* reference = std::get_if<InsertData>(&geometry);
+            sheet.count = Sum(sheet.count, reference != nullptr ? counter.In(*reference)
+                                           : IsSolid(geometry)  ? 1
+                                                                : 0);
+        }
+        if (sheet.count > 0) sheets.push_back(std::move(sheet));
+    }
+    return sheets;
 }
 
 }  // namespace brenvik

@@ -1,29 +1,41 @@
-// Solids that a drawing shows through references to blocks: they are no entities of model space, so no
-// selection meets them.
+// Solids that a drawing shows through references to blocks, or on its sheets: they are no entities of model
+// space, so no selection meets them.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace brenvik {
 
 class HostDocument;
+class HostEntity;
 
-/// What the references of model space to one block show, references within it included.
-struct BlockSolids {
+/// What one reference of model space shows, references within it included.
+struct ReferenceSolids {
+    HostEntity* reference = nullptr;
     std::string block;
-    long taken = 0;      ///< Made entities of model space.
-    long left = 0;       ///< Left where they are.
-    std::string reason;  ///< Why the first of these was left.
+    std::int64_t count = 0;
+    std::vector<HostEntity*> taken;  ///< The entities of model space that they became; none where left.
+    std::string reason;              ///< Why they were left.
 };
 
-/// A record for each block that holds solids and that model space refers to, in the order of the first
-/// references. Nothing is changed: all are left.
-std::vector<BlockSolids> CountBlockSolids(const HostDocument& document);
+/// The references of model space that show solids, in drawing order. Nothing is changed: all are left.
+std::vector<ReferenceSolids> CountBlockSolids(const HostDocument& document);
 
 /// Makes a solid of its own in model space of each, at its place, with the look and the extended data that
 /// it has in its block. The references stay, so what the document holds then is no drawing to be saved. A
-/// reference of uneven scale is left as it is, and so is one that shows more solids than a job has.
-std::vector<BlockSolids> TakeOutBlockSolids(HostDocument& document);
+/// reference of uneven scale is left as it is, and so is one with which the drawing would show more solids
+/// than a job has, or whose blocks are nested deeper than any drawing's.
+std::vector<ReferenceSolids> TakeOutBlockSolids(HostDocument& document);
+
+/// What stands on one sheet.
+struct SheetSolids {
+    std::string layout;  ///< The name on its tab.
+    std::int64_t count = 0;
+};
+
+/// The sheets that hold solids or references that show some.
+std::vector<SheetSolids> CountSheetSolids(const HostDocument& document);
 
 }  // namespace brenvik

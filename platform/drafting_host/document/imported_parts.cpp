@@ -21,8 +21,14 @@ namespace {
 
 void SetPartData(std::vector<XDataOfApp>& data, HostDocument& document, std::string_view key,
                  std::string_view value) {
-    // A longer name is cut to what part data holds.
     const std::string_view fitting = FirstTextUnits(value, XDataTextLimit);
+    if (fitting.size() < value.size()) {
+        constexpr std::size_t enoughToKnow = 40;
+        document.Tables().notes.push_back(
+            {0, "part data " + std::string(key) + " \"" + std::string(FirstTextUnits(value, enoughToKnow)) +
+                    "...\": a text of " + std::to_string(TextUnits(value)) + " characters was cut to the " +
+                    std::to_string(XDataTextLimit) + " that a drawing takes"});
+    }
     data.push_back({document.RegisterApplication(key), {{1000, std::string(fitting)}}});
 }
 

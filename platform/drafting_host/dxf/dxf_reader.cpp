@@ -168,13 +168,26 @@ class Walk {
     }
 
     void TakeBlockBegin(std::size_t place, Groups groups) {
-        constexpr int flagAnonymous = 1;
+        constexpr int flagAnonymous = 1, flagsOtherDrawing = 4 + 8;
         BlockData& block = mReading.data.blocks[place];
+        if (const Group* const flags = FindGroup(groups, 70);
+            flags != nullptr && (IntegerOf(*flags) & flagsOtherDrawing) != 0)
+            NoteOtherDrawing(block.name, groups);
         for (const Group& group : groups) {
             if (group.code == 5) mReading.data.fileHandles.emplace("BLOCK " + block.name, HandleOf(group));
             if (group.code == 70) block.flags = IntegerOf(group) & flagAnonymous;
             TakePoint(group, 0, block.base);
         }
+    }
+
+    /// A reference to another drawing: what it shows is not in this file.
+    void NoteOtherDrawing(const std::string& name, Groups groups) {
+        const Group* const path = FindGroup(groups, 1);
+        const Group& at = path == nullptr ? groups.front() : *path;
+        mReading.Note(at.line, "block " + ShownName(name) + ": the drawing " +
+                                   ShownName(path == nullptr ? "" : mReading.Text(*path)) +
+                                   " that it refers to is left out: expected its parts in this drawing, as "
+                                   "binding the reference gives them");
     }
 
     void EndBlock(Record& record) {

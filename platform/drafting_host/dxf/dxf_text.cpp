@@ -70,6 +70,19 @@ void AppendEscaped(std::string& text, char32_t codePoint) {
     AppendEscape(text, 0xDC00 + (offset & 0x3FFU));
 }
 
+/// The length of a character that texts keep as an escape: half a surrogate pair, a character of a page of
+/// two bytes ("\M+nXXXX"), a control character ("^J"). 0 where there is none.
+std::size_t KeptEscapeLength(std::string_view text, std::size_t at) {
+    constexpr std::size_t pageEscapeLength = 8;
+    if (text[at] == '^') {
+        return at + 1 < text.size() && static_cast<unsigned char>(text[at + 1]) < 0x80 ? 2 : 0;
+    }
+    if (EscapedUnit(text, at)) return escapeLength;
+    const bool ofPage = text.size() - at >= pageEscapeLength && text[at] == '\\' &&
+                        (text[at + 1] == 'M' || text[at + 1] == 'm') && text[at + 2] == '+';
+    return ofPage ? pageEscapeLength : 0;
+}
+
 std::size_t UnitsOf(const Utf8Character& character) {
     return character.valid && character.codePoint >= 0x10000 ? 2 : 1;
 }
@@ -172,10 +185,11 @@ std::size_t TextUnits(std::string_view text) {
 std::string_view FirstTextUnits(std::string_view text, std::size_t units) {
     std::size_t length = 0;
     for (std::size_t taken = 0; length < text.size();) {
+        const std::size_t escape = KeptEscapeLength(text, length);
         const Utf8Character character = Utf8CharacterAt(text, length);
-        taken += UnitsOf(character);
+        taken += escape > 0 ? escape : UnitsOf(character);
         if (taken > units) break;
-        length += character.length;
+        length += escape > 0 ? escape : character.length;
     }
     return text.substr(0, length);
 }

@@ -42,7 +42,8 @@ std::string EncodeText(std::string_view text);
 
 /// The length of a text as the limits of the format count it: in UTF-16 units, escapes not counted.
 std::size_t TextUnits(std::string_view text);
-/// The text up to `units` of these, never cut within a character.
+/// The text up to `units` of these, never cut within a character or what stands for one ("\U+D800",
+/// "^J").
 std::string_view FirstTextUnits(std::string_view text, std::size_t units);
 
 }  // namespace brenvik

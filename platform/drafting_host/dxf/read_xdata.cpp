@@ -67,9 +67,9 @@ struct Brackets {
     }
 };
 
-bool IsTextOrNumber(const XDataValue& value) {
-    return !std::holds_alternative<Point3>(value) &&
-           !std::holds_alternative<std::vector<std::uint8_t>>(value);
+bool IsTextOrNumber(const XDataItem& item) {
+    return item.code != codeBracket && !std::holds_alternative<Point3>(item.value) &&
+           !std::holds_alternative<std::vector<std::uint8_t>>(item.value);
 }
 
 /// True for the applications whose first item is a value of the cut list.
@@ -153,10 +153,13 @@ class XDataReader {
         if (mApp == nullptr) return;
         if (mBrackets.depth > 0) Note(line, OfApp() + "a missing \"}\" was put in", false);
         for (; mBrackets.depth > 0; --mBrackets.depth) mApp->items.push_back({codeBracket, std::string("}")});
-        const bool readable = !mApp->items.empty() && IsTextOrNumber(mApp->items.front().value);
-        if (!readable && IsPartData(mApp->app))
-            Note(mAppLine, OfApp() + "a text was expected behind it, found " +
-                               (mApp->items.empty() ? "nothing" : "a point or bytes"));
+        if (!IsPartData(mApp->app)) return;
+        const XDataItem* const first = mApp->items.empty() ? nullptr : &mApp->items.front();
+        if (first != nullptr && IsTextOrNumber(*first)) return;
+        Note(mAppLine, OfApp() + "a text was expected behind it, found " +
+                           (first == nullptr             ? "nothing"
+                            : first->code == codeBracket ? "a bracket"
+                                                         : "a point or bytes"));
     }
 
     std::string OfApp() const {
