@@ -39,17 +39,20 @@ void TurnGroupingOff() {
 struct ListPlan {
     LineMaker maker;
     AdjustmentRules rules;
+    bool groups = true;  ///< False where no column stands behind the quantity.
 };
 
 /// Nothing when the adjustments can't be applied, which has been told then.
 std::optional<ListPlan> PlanOf(const frmExport& form, std::string_view adjustmentPath) {
     const bool fractions = form.chkReduce.Value() == 1;
     if (form.chkChooseCSV.Value() != 1)
-        return ListPlan{LineMaker(Split(CncColumns, ','), ColumnSource::Standard, fractions), {}};
+        return ListPlan{LineMaker(Split(CncColumns, ','), ColumnSource::Standard, fractions), {}, true};
     AdjustmentSource adjustments = ReadExportAdjustments(adjustmentPath);
     if (!adjustments.usable) return std::nullopt;
-    return ListPlan{LineMaker(form.lstExportColumns.Items(), ColumnSource::Profile, fractions),
-                    std::move(adjustments.rules)};
+    const auto& columns = form.lstExportColumns.Items();
+    constexpr std::size_t idAndQuantity = 2;
+    return ListPlan{LineMaker(columns, ColumnSource::Profile, fractions), std::move(adjustments.rules),
+                    columns.size() > idAndQuantity};
 }
 
 /// All rows of the part table: what a filter hides goes out too.
@@ -100,19 +103,19 @@ std::string KeyOf(std::string_view line) { return SplitAtFirst(SplitAtFirst(line
 
 /// Tells the parts that no group takes, since nothing stands behind their quantity. False when none is left
 /// to be cut.
-bool TellPartsWithoutKey(std::span<const std::string> lines) {
+bool TellPartsWithoutKey(const ListPlan& plan, std::span<const std::string> lines) {
+    if (!plan.groups && !lines.empty()) {
+        ShowMessage(std::string(NothingToGroupBy));
+        return false;
+    }
     std::vector<std::string> ids;
     for (const std::string& line : lines)
         if (KeyOf(line).empty()) ids.push_back(Trim(SplitAtFirst(line, ',').head));
     if (ids.empty()) return true;
-    if (ids.size() == lines.size()) {
-        ShowMessage(std::string(NothingToGroupBy));
-        return false;
-    }
     ShowMessage(
         "Nothing stands behind the quantity in the lines of these parts, so this run leaves them out: " +
         Join(ids, ", "));
-    return true;
+    return ids.size() < lines.size();
 }
 
 }  // namespace
@@ -151,7 +154,7 @@ void HandOffToCnc(frmExport& form, int exportTarget) {
         if (!plan) return;
         const std::string_view lineEnd = ThePlatform().files->LineEnd();
         const std::vector<std::string> lines = LinesOfAllParts(*plan);
-        if (!TellPartsWithoutKey(lines)) return;
+        if (!TellPartsWithoutKey(*plan, lines)) return;
         Skip([&] { ReplaceFile(form.ExportPath, TextOfLines(lines, lineEnd)); });
         if (!WriteRunList(HandOverFolder() + std::string(CncListFile), GroupedCncList(lines, lineEnd)))
             return;

@@ -162,7 +162,7 @@ TEST_F(CncHandOff, RefusesAProfileWithNothingBehindTheQuantity) {
     files.contents[firstList] = "old";
     AddPart("1A", "Door");
     AddPart("1B", "Side");
-    for (const char* columns : {"ID,QTY", "ID", "ID,QTY,Notes"}) {
+    for (const char* columns : {"ID,QTY", "ID"}) {
         files.contents["C:\\Brenvik\\CNCProfile.txt"] = std::string("[CNC]\ncolumns=") + columns + "\n";
         Open();
         Form().chkChooseCSV.SetValue(1);
@@ -192,6 +192,20 @@ TEST_F(CncHandOff, TellsThePartsThatHaveNothingBehindTheirQuantity) {
                                 "leaves them out: 1B"});
     EXPECT_EQ(files.contents.at(secondList), "1A,1\n");
     EXPECT_EQ(TheSession().ExportTarget, 1);
+}
+
+TEST_F(CncHandOff, HandsOverNothingWhereNoPartHasWhatTheProfileGroupsBy) {
+    AddPart("1A", "");
+    files.contents["C:\\Brenvik\\CNCProfile.txt"] = "[CNC]\ncolumns=ID,QTY,Part Name\n";
+    Open();
+    Form().chkChooseCSV.SetValue(1);
+    Choose(Form().cboExportType, "Export to C2C");
+    Form().ChooseProfile("CNC");
+    HandOff();
+    ExpectKeptBack();
+    EXPECT_EQ(Messages(), Texts{"Nothing stands behind the quantity in the lines of these parts, so this run "
+                                "leaves them out: 1A"});
+    EXPECT_FALSE(files.contents.contains(secondList));
 }
 
 TEST_F(CncHandOff, LeavesTheSizesOfTheStandardColumnsUnadjusted) {
