@@ -142,7 +142,7 @@ void Engine::Configure() {
     // It may have been replaced between the look at its name and the opening.
     int moved = 0;
     sqlite3_file_control(mHandle.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
-    if (moved != 0) throw Unavailable(mFile, "was replaced by another file since it was opened");
+    if (moved != 0) throw Replaced(mFile);
     RequireSameFile();
 }
 
@@ -168,7 +168,7 @@ void Engine::RequireSameFile() const {
     if (mClosed) throw DatabaseFailure(failure_number::objectClosed, "The connection is closed");
     const std::optional<FileIdentity> present = IdentityOf(mFile);
     if (!present) throw Unavailable(mFile, "can't be found");
-    if (present != mIdentity) throw Unavailable(mFile, "was replaced by another file since it was opened");
+    if (present != mIdentity) throw Replaced(mFile);
 }
 
 Engine::Statement Engine::Prepare(const std::string& text, std::string_view shown) {

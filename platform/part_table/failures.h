@@ -27,4 +27,9 @@ inline Failure Unavailable(const std::filesystem::path& file, const std::string&
                            "The part database " + Shown(file) + " " + reason);
 }
 
+/// A file that took the place of one that is open.
+inline Failure Replaced(const std::filesystem::path& file) {
+    return Unavailable(file, "was replaced by another file since it was opened");
+}
+
 }  // namespace brenvik::part_table

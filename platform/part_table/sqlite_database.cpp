@@ -164,8 +164,12 @@ class TableConnection : public Connection {
         if (mEngine) throw DatabaseFailure(failure_number::objectOpen, "The connection is open already");
         const part_table::ConnectionString parsed = part_table::ParseConnectionString(connectionString);
         const std::filesystem::path file = mResolve(parsed.dataSource);
+        std::shared_ptr<const void> claim = mClaims->Require(file);
+        auto engine = std::make_shared<Engine>(file, parsed.readOnly);
+        // What was opened is what was claimed, unless the place has changed hands in between.
         mClaims->Require(file);
-        mEngine = std::make_shared<Engine>(file, parsed.readOnly);
+        mEngine = std::move(engine);
+        mClaim = std::move(claim);
     }
 
     void Close() override {
@@ -197,11 +201,14 @@ class TableConnection : public Connection {
     void CloseEngine() {
         if (mEngine) mEngine->Close();
         mEngine.reset();
+        mClaim.reset();
     }
 
     PathResolver mResolve;
     std::shared_ptr<part_table::DatabaseClaims> mClaims;
     std::shared_ptr<Engine> mEngine;
+    /// On the file that is open.
+    std::shared_ptr<const void> mClaim;
 };
 
 }  // namespace

@@ -165,8 +165,20 @@ TEST_F(PartTable, AFileThatReplacesTheOpenOneFailsEveryStatement) {
     EXPECT_EQ(FailureOf([&] { connection->Execute("delete from brenvik_data"); }).description(), replaced);
     EXPECT_EQ(FailureOf([&] { connection->BeginTrans(); }).description(), replaced);
     EXPECT_EQ(FailureOf([&] { records->Update(0, 2, "Top"); }).number(), failure_number::databaseUnavailable);
+    connection.reset();
     connection = Opened();
     EXPECT_EQ(Column("select bv_id from brenvik_data"), "") << "a new connection has the new file";
+}
+
+TEST_F(PartTable, AFileThatReplacesTheOpenOneIsOpenedByNoOtherConnection) {
+    Insert("1A", "Side", "Oak", "1");
+    database.CreateBlankPartDatabase("c:\\bv04.mdb");
+    const std::string replaced =
+        "The part database " + File().string() + " was replaced by another file since it was opened";
+    EXPECT_EQ(FailureOf([&] { Opened(); }).description(), replaced) << "its rows are of another list";
+    EXPECT_EQ(FailureOf([&] { Opened(); }).description(), replaced) << "and stay so";
+    connection->Close();
+    EXPECT_EQ(Opened()->State(), ConnectionState::Open);
 }
 
 TEST_F(PartTable, AFileThatComesBackAsAnotherOneFailsToo) {

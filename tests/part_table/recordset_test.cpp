@@ -107,6 +107,7 @@ TEST_F(PartRecords, UpdatesNeverReachAFileThatReplacedTheirOwn) {
     database.CreateBlankPartDatabase("c:\\bv04.mdb");
     EXPECT_EQ(FailureOf([&] { records->Update(0, 2, FieldValue("second")); }).number(),
               failure_number::databaseUnavailable);
+    database = Database();
     std::unique_ptr<Connection> fresh = Opened();
     connection.swap(fresh);
     Insert("1A", "Door", "Oak", "1");
