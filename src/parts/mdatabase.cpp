@@ -26,6 +26,12 @@ std::string OwnDatabasePath() {
     return (own.empty() ? DatabaseFolder() : own) + WorkingFile;
 }
 
+/// Whether a path leads to the database beside the library, however it is written.
+bool IsHomeDatabase(const std::string& path) {
+    FilesPort& files = *ThePlatform().files;
+    return !IsBlank(path) && files.PlaceOf(path) == files.PlaceOf(DatabaseFolder() + WorkingFile);
+}
+
 /// A value as it stands in a connection string; in double quotes only where it would be cut or changed.
 std::string AttributeValue(std::string_view value) {
     const bool plain = value.find(';') == std::string_view::npos && Trim(value) == value &&
@@ -46,14 +52,13 @@ void Release(std::unique_ptr<Connection>& connection) {
 void TakeWorkingDatabasePath() {
     Session& session = TheSession();
     session.MDBPath = GetSettingText("MDBPath");
-    const bool isDefault =
-        IsBlank(session.MDBPath) || EqualsIgnoreCase(session.MDBPath, DatabaseFolder() + WorkingFile);
-    if (isDefault) session.MDBPath = OwnDatabasePath();
+    if (IsBlank(session.MDBPath) || IsHomeDatabase(session.MDBPath)) session.MDBPath = OwnDatabasePath();
 }
 
 std::string DatabasePathToKeep() {
     const std::string& path = TheSession().MDBPath;
-    return EqualsIgnoreCase(path, OwnDatabasePath()) ? GetSettingText("MDBPath") : path;
+    const std::string kept = EqualsIgnoreCase(path, OwnDatabasePath()) ? GetSettingText("MDBPath") : path;
+    return IsHomeDatabase(kept) ? std::string() : kept;
 }
 
 std::string WorkingDatabasePath() {

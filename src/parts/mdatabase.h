@@ -15,8 +15,8 @@ std::string WorkingDatabasePath();
 /// Takes the path from the settings into the session: blank means `_db\bv04.mdb` in the install folder, or,
 /// while another program works there, a database of this program's own.
 void TakeWorkingDatabasePath();
-/// What the settings keep of the session's path: a default stays as the user wrote it, mostly blank, so that
-/// a home that is copied or moved never leads back to the database of the old one.
+/// What the settings keep of the session's path: blank for the default, so that a home that is copied or
+/// moved never leads back to the database of the old one.
 std::string DatabasePathToKeep();
 
 /// What scan and reader connections, and the grid's data control, are opened with. A path stands in it as it

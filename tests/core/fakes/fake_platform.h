@@ -74,6 +74,7 @@ class FakeFiles : public FilesPort {
 
     std::string InstallFolder() override { return installFolder; }
     std::string WorkFolder() override { return workFolder; }
+    std::string PlaceOf(std::string_view path) override { return FoldLower(path); }
     bool FileExists(std::string_view path) override { return contents.contains(std::string(path)); }
     bool FolderExists(std::string_view) override { return true; }
     void RemoveFile(std::string_view path) override {

@@ -49,7 +49,7 @@ TEST_F(WorkingDatabase, IsOfAFolderOfItsOwnWhileAnotherProgramIsAtWork) {
         system.settings.Set("MDBPath", set);
         mDatabase::TakeWorkingDatabasePath();
         EXPECT_EQ(TheSession().MDBPath, "C:\\Brenvik\\_db\\work-1\\bv04.mdb");
-        EXPECT_EQ(mDatabase::DatabasePathToKeep(), set);
+        EXPECT_EQ(mDatabase::DatabasePathToKeep(), "");
     }
     mDatabase::RefreshWorkingDatabase();
     EXPECT_EQ(system.files.contents["C:\\Brenvik\\_db\\work-1\\bv04.mdb"], "blank");
@@ -57,11 +57,17 @@ TEST_F(WorkingDatabase, IsOfAFolderOfItsOwnWhileAnotherProgramIsAtWork) {
     EXPECT_EQ(HandOverFolder(), system.files.workFolder);
 }
 
-TEST_F(WorkingDatabase, IsKeptAsTheUserSetIt) {
-    for (const char* set : {"", "C:\\Brenvik\\_db\\bv04.mdb", "D:\\jobs\\work.mdb"}) {
+TEST_F(WorkingDatabase, IsKeptAsTheUserSetItAndTheDefaultAsBlank) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"", ""},
+        {"C:\\Brenvik\\_db\\bv04.mdb", ""},
+        {"c:\\brenvik\\_DB\\bv04.mdb", ""},
+        {"C:\\Other\\_db\\bv04.mdb", "C:\\Other\\_db\\bv04.mdb"},
+        {"D:\\jobs\\work.mdb", "D:\\jobs\\work.mdb"}};
+    for (const auto& [set, kept] : cases) {
         system.settings.Set("MDBPath", set);
         mDatabase::TakeWorkingDatabasePath();
-        EXPECT_EQ(mDatabase::DatabasePathToKeep(), set) << "a copied home would lead back to this one";
+        EXPECT_EQ(mDatabase::DatabasePathToKeep(), kept) << "a copied home would lead back to this one";
     }
 }
 
