@@ -1,6 +1,7 @@
 // brenvik init: makes the install folder.
 #include <iostream>
 #include <memory>
+#include <optional>
 
 #include "command_line.h"
 #include "console/console_dialogs.h"
@@ -31,18 +32,39 @@ void RequireSameUnits(const std::string& word, MeasureUnits present, const std::
                            word);
 }
 
+/// The units that the home has, whose settings and materials go together. Nothing when neither tells.
+std::optional<MeasureUnits> UnitsOf(Workplace& workplace, const std::string& word) {
+    if (const std::optional<MeasureUnits> present = UnitsOfHome()) {
+        RequireSameUnits(word, *present, workplace.home);
+        return present;
+    }
+    if (EnumerateSubkey({}).empty()) return UnitsNamed(word);
+    if (!word.empty())
+        throw CommandError(
+            ExitStatus::WrongWords,
+            "--units: " + TextFromPath(workplace.home) +
+                " has settings, but no ExportScaleSetting from 1 to 4 that tells its units; set "
+                "that first: brenvik settings set ExportScaleSetting 1 (inches) or 2 "
+                "(millimetres), then init brings the rest in these");
+    return UnitsOfMaterials(workplace.files);
+}
+
 ExitStatus Init(const std::string& home, const std::string& word) {
     ConsoleDialogs dialogs(std::cerr);
     Workplace workplace(home, dialogs, UnitsNamed(word));
     // A home with settings keeps them, but files that have gone missing come back, in its units.
+    std::optional<MeasureUnits> units = UnitsNamed(word);
     if (!workplace.HomeWasMade()) {
-        const MeasureUnits present = UnitsOfHome().value_or(UnitsNamed(word));
-        RequireSameUnits(word, present, workplace.home);
-        InstallHome(workplace.files, workplace.database, present);
+        units = UnitsOf(workplace, word);
+        InstallHome(workplace.files, workplace.database, units);
     }
     std::cout << (workplace.HomeWasMade() ? "made " : "already there: ") << TextFromPath(workplace.home)
               << '\n';
-    return ExitStatus::Done;
+    if (units) return ExitStatus::Done;
+    std::cerr
+        << "brenvik: nothing tells the units of this home: settings and materials that are missing stay "
+           "so; set ExportScaleSetting to 1 (inches) or 2 (millimetres) and init again\n";
+    return ExitStatus::Incomplete;
 }
 
 }  // namespace

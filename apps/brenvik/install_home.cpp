@@ -12,6 +12,8 @@ namespace brenvik::app {
 
 namespace {
 
+const std::string MaterialsFile = "materials.txt";
+
 void WriteIfMissing(FilesPort& files, const std::string& path, const std::string& content) {
     if (!files.FileExists(path)) files.WriteFile(path, content);
 }
@@ -31,11 +33,15 @@ void WriteMaterials(FilesPort& files, const std::string& path, MeasureUnits unit
         WriteIfMissing(files, path, InitialMaterials(units));
 }
 
+std::string FolderOf(FilesPort& files) {
+    const std::string folder = files.InstallFolder();
+    return folder.ends_with('\\') ? folder : folder + '\\';
+}
+
 }  // namespace
 
-void InstallHome(FilesPort& files, DatabasePort& database, MeasureUnits units) {
-    std::string folder = files.InstallFolder();
-    if (!folder.ends_with('\\')) folder += '\\';
+void InstallHome(FilesPort& files, DatabasePort& database, std::optional<MeasureUnits> units) {
+    const std::string folder = FolderOf(files);
     const std::string databases = folder + "_db\\";
     if (!files.FolderExists(databases)) files.MakeFolder(databases);
     const auto makeDatabase = [&](std::string_view name) {
@@ -45,27 +51,36 @@ void InstallHome(FilesPort& files, DatabasePort& database, MeasureUnits units) {
     makeDatabase("bv-back04.mdb");
     // The working one is nobody else's to make while a program works on it.
     if (files.WorkFolder().empty()) makeDatabase("bv04.mdb");
-    WriteMaterials(files, folder + "materials.txt", units);
+    if (units) WriteMaterials(files, folder + MaterialsFile, *units);
     WriteIfMissing(files, folder + "No Adjustments.txt", "");
     WriteIfMissing(files, folder + "BrenvikProfiles.txt", InitialCsvProfiles());
     WriteIfMissing(files, folder + "CNCProfile.txt", InitialCncProfiles());
     // Nobody edits the help, and it has to tell of this program.
     files.WriteFile(folder + "Brenvik495.chm", HelpText());
     // The settings come last: a folder with settings is a whole installation.
-    CreateInitialSettings(units, folder);
+    if (units) CreateInitialSettings(*units, folder);
 }
 
 std::optional<MeasureUnits> UnitsOfHome() {
     switch (ToInteger(NumberSetting("ExportScaleSetting"))) {
         case 1:
-        case 3:
+        case 4:
             return MeasureUnits::Imperial;
         case 2:
-        case 4:
+        case 3:
             return MeasureUnits::Metric;
         default:
             return std::nullopt;
     }
+}
+
+std::optional<MeasureUnits> UnitsOfMaterials(FilesPort& files) {
+    const std::string path = FolderOf(files) + MaterialsFile;
+    if (!files.FileExists(path)) return std::nullopt;
+    const std::string library = files.ReadFile(path);
+    for (const MeasureUnits units : {MeasureUnits::Metric, MeasureUnits::Imperial})
+        if (library == InitialMaterials(units)) return units;
+    return std::nullopt;
 }
 
 }  // namespace brenvik::app

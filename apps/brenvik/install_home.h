@@ -12,11 +12,16 @@ class DatabasePort;
 
 namespace brenvik::app {
 
-/// Writes what an installation begins with and is not there yet; what a shop has changed stays. Needs the
-/// loaded system, for the settings. Throws Failure when the folder can't be written.
-void InstallHome(FilesPort& files, DatabasePort& database, MeasureUnits units);
+/// Writes what an installation begins with and is not there yet; what a shop has changed stays. Without
+/// units, only what is the same in all of them. Needs the loaded system, for the settings. Throws Failure
+/// when the folder can't be written.
+void InstallHome(FilesPort& files, DatabasePort& database, std::optional<MeasureUnits> units);
 
-/// What the parts of the home's drawings are measured in, by its settings; nothing when they don't say.
+/// What the runs of the home work in, and so its materials and settings, by its settings; nothing when they
+/// don't say.
 std::optional<MeasureUnits> UnitsOfHome();
+
+/// The units of a material library that is as an installation wrote it.
+std::optional<MeasureUnits> UnitsOfMaterials(FilesPort& files);
 
 }  // namespace brenvik::app

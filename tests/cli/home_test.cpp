@@ -1,4 +1,6 @@
 // The install folder: made at first use or by init, kept afterwards, and what happens where it can't be.
+#include <tuple>
+
 #include "program.h"
 
 namespace brenvik::cli_test {
@@ -73,6 +75,53 @@ TEST_F(Home, InitInOtherUnitsThanTheHomesIsRefusedWithWhatToDo) {
         EXPECT_EQ(Read("home/materials.txt").starts_with("material=18 "), own == "metric")
             << "what went missing comes back in the home's units";
     }
+}
+
+TEST_F(Home, TheUnitsOfItsRunsAreThoseOfWhatInitBringsBack) {
+    Run({"init"});
+    for (const auto& [scale, units, other] :
+         {std::tuple<std::string, std::string, std::string>{"1", "imperial", "metric"},
+          {"2", "metric", "imperial"},
+          {"3", "metric", "imperial"},
+          {"4", "imperial", "metric"}}) {
+        Run({"settings", "set", "ExportScaleSetting", scale});
+        std::filesystem::remove(Path("home/materials.txt"));
+        EXPECT_EQ(Run({"init", "--units", other}).status, 2) << scale;
+        EXPECT_EQ(Run({"init", "--units", units}).status, 0) << scale;
+        EXPECT_EQ(Read("home/materials.txt").starts_with("material=18 "), units == "metric") << scale;
+    }
+}
+
+TEST_F(Home, WithoutUnitsInItsSettingsGetsNoneByInit) {
+    Run({"init", "--units", "imperial"});
+    const auto loseTheUnits = [&] {
+        std::string settings = Read("home/settings.txt");
+        const std::size_t line = settings.find("ExportScaleSetting");
+        ASSERT_NE(line, std::string::npos);
+        settings.erase(settings.rfind('\n', line) + 1,
+                       settings.find('\n', line) - settings.rfind('\n', line));
+        Write("home/settings.txt", settings);
+    };
+    loseTheUnits();
+    const std::string settings = Read("home/settings.txt");
+    for (const std::string units : {"metric", "imperial"}) {
+        const Outcome refused = Run({"init", "--units", units});
+        EXPECT_EQ(refused.status, 2);
+        EXPECT_NE(refused.errors.find("settings set ExportScaleSetting"), std::string::npos)
+            << refused.errors;
+        EXPECT_EQ(Read("home/settings.txt"), settings);
+    }
+    EXPECT_EQ(Run({"init"}).status, 0) << "an untouched material library tells them";
+    EXPECT_EQ(Run({"settings", "get", "ExportScaleSetting"}).output, "1\n");
+    loseTheUnits();
+    std::filesystem::remove(Path("home/materials.txt"));
+    std::filesystem::remove(Path("home/CNCProfile.txt"));
+    const Outcome unknown = Run({"init"});
+    EXPECT_EQ(unknown.status, 1);
+    EXPECT_NE(unknown.errors.find("nothing tells the units of this home"), std::string::npos);
+    EXPECT_EQ(Read("home/settings.txt"), settings);
+    EXPECT_FALSE(Exists("home/materials.txt"));
+    EXPECT_TRUE(Exists("home/CNCProfile.txt"));
 }
 
 TEST_F(Home, AnInstallationThatWasBrokenOffDoesNotMixItsUnitsWithTheNext) {
