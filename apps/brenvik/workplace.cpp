@@ -20,8 +20,12 @@ namespace {
 
 constexpr const char* settingsFileName = "settings.txt";
 
+void Warn(const std::string& remark) { std::cerr << "brenvik: " << remark << '\n'; }
+
 std::shared_ptr<const Claim> ClaimDatabase(const std::filesystem::path& file) {
     auto claim = std::make_shared<const Claim>(file);
+    if (claim->Outcome() == Claim::State::Unknown)
+        Warn(TextFromPath(file) + " can't be locked: let no other program open it at the same time");
     return claim->Outcome() == Claim::State::Taken ? nullptr : claim;
 }
 
@@ -34,7 +38,7 @@ std::filesystem::path HomeOf(const std::string& homeOption) {
 
 Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, MeasureUnits units)
     : home(HomeOf(homeOption)),
-      workFolder(home / "_db"),
+      workFolder(home / "_db", Warn),
       files(home),
       settings(home / settingsFileName, WriteWholeFile),
       toldSettings(settings, TextFromPath(home / settingsFileName), ProgramWords(homeOption)),

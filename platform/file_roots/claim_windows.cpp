@@ -13,31 +13,36 @@ constexpr DWORD shareWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_D
 
 HANDLE AsHandle(std::intptr_t value) { return reinterpret_cast<HANDLE>(value); }
 
-std::filesystem::path MarkOf(const std::filesystem::path& folder) {
-    return folder / (std::string(workFilePrefix) + "claim");
-}
-
 }  // namespace
 
 Claim::Claim(const std::filesystem::path& place) {
     std::error_code error;
-    const bool folder = std::filesystem::is_directory(place, error);
-    const HANDLE opened = folder ? CreateFileW(MarkOf(place).c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
-                                               FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr)
-                                 : CreateFileW(place.c_str(), GENERIC_READ, shareWithAll, nullptr,
-                                               OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    mHandle = reinterpret_cast<std::intptr_t>(opened);
-    if (opened == INVALID_HANDLE_VALUE) {
-        if (folder && GetLastError() == ERROR_SHARING_VIOLATION) mState = State::Taken;
+    if (std::filesystem::is_directory(place, error)) {
+        LockFileIn(place);
         return;
     }
+    const HANDLE opened = CreateFileW(place.c_str(), GENERIC_READ, shareWithAll, nullptr, OPEN_EXISTING,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
+    mHandle = reinterpret_cast<std::intptr_t>(opened);
+    if (opened == INVALID_HANDLE_VALUE) return;
     OVERLAPPED range{};
     range.OffsetHigh = farBehindAllContent;
-    const bool held =
-        folder || LockFileEx(opened, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &range);
-    if (held)
+    if (LockFileEx(opened, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &range))
         mState = State::Held;
     else if (GetLastError() == ERROR_LOCK_VIOLATION)
+        mState = State::Taken;
+}
+
+Claim::Claim(const std::filesystem::path& folder, ByFile) { LockFileIn(folder); }
+
+void Claim::LockFileIn(const std::filesystem::path& folder) {
+    mMark = folder / (std::string(workFilePrefix) + "claim");
+    const HANDLE opened = CreateFileW(mMark.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
+                                      FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    mHandle = reinterpret_cast<std::intptr_t>(opened);
+    if (opened != INVALID_HANDLE_VALUE)
+        mState = State::Held;
+    else if (GetLastError() == ERROR_SHARING_VIOLATION)
         mState = State::Taken;
 }
 

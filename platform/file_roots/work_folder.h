@@ -2,8 +2,10 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "file_roots/claim.h"
 
@@ -16,20 +18,25 @@ namespace brenvik {
 class WorkFolder {
   public:
     /// Nothing is made or claimed yet: programs that never ask leave the folder alone.
-    explicit WorkFolder(std::filesystem::path shared);
+    /// `warn` is told, once, when the file system knows no locks: the shared folder is used then, but another
+    /// program in it isn't noticed.
+    explicit WorkFolder(std::filesystem::path shared, std::function<void(const std::string&)> warn = {});
     ~WorkFolder();
     WorkFolder(const WorkFolder&) = delete;
     WorkFolder& operator=(const WorkFolder&) = delete;
 
     /// The folder of this program's own, or nothing when the shared one is its own. The answer stays the
-    /// same. Throws Failure where no folder can be made.
+    /// same. Throws Failure where no folder can be made, and when the one that was claimed has been removed:
+    /// what stands there now may be another program's.
     const std::optional<std::filesystem::path>& Own();
 
   private:
     void Settle();
     void MakeOwn();
+    const std::filesystem::path& Place() const { return mOwn ? *mOwn : mShared; }
 
     std::filesystem::path mShared;
+    std::function<void(const std::string&)> mWarn;
     std::optional<std::filesystem::path> mOwn;
     std::unique_ptr<Claim> mClaim;
 };

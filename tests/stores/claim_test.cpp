@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <future>
 #include <string>
 #include <vector>
 
@@ -45,6 +46,49 @@ TEST_F(Claims, OneAtATimeHasAFileOrAFolderAndNothingIsLeftBehind) {
     }
     EXPECT_EQ(Claim(folder.Path() / "none").Outcome(), Claim::State::Unknown);
     EXPECT_EQ(Names(folder.Path()), std::vector<std::string>{"bv04.mdb"});
+}
+
+TEST_F(Claims, ByAFileInAFolderThatCannotBeLockedAreAsGood) {
+    fs::create_directory(shared);
+    {
+        const Claim first = Claim::ByFileIn(shared);
+        EXPECT_EQ(first.Outcome(), Claim::State::Held);
+        EXPECT_EQ(Claim::ByFileIn(shared).Outcome(), Claim::State::Taken);
+        EXPECT_TRUE(first.IsStillAt(shared));
+        fs::remove_all(shared);
+        fs::create_directory(shared);
+        EXPECT_FALSE(first.IsStillAt(shared));
+    }
+    EXPECT_EQ(Claim::ByFileIn(shared).Outcome(), Claim::State::Held);
+    EXPECT_EQ(Names(shared), std::vector<std::string>{}) << "nothing is left behind";
+    EXPECT_EQ(Claim::ByFileIn(folder.Path() / "none").Outcome(), Claim::State::Unknown);
+}
+
+TEST_F(Claims, AWorkFolderThatIsRemovedAndMadeAgainIsNobodysUnderTheSameName) {
+    WorkFolder first(shared);
+    EXPECT_EQ(first.Own(), std::nullopt);
+    fs::remove_all(shared);
+    EXPECT_EQ(FailureOf([&] { first.Own(); }).number(), failure_number::pathNotFound);
+    WorkFolder second(shared);
+    EXPECT_EQ(second.Own(), std::nullopt);
+    EXPECT_EQ(FailureOf([&] { first.Own(); }).number(), failure_number::pathNotFound)
+        << "it is the second one's now";
+}
+
+TEST_F(Claims, ProgramsThatComeAndGoTogetherNeverLoseTheirFolders) {
+    WorkFolder first(shared);
+    first.Own();
+    const auto comeAndGo = [&] {
+        int lost = 0;
+        for (int turn = 0; turn < 150; ++turn) {
+            WorkFolder next(shared);
+            if (!next.Own() || !fs::is_directory(*next.Own())) ++lost;
+        }
+        return lost;
+    };
+    std::vector<std::future<int>> others;
+    for (int program = 0; program < 4; ++program) others.push_back(std::async(std::launch::async, comeAndGo));
+    for (std::future<int>& other : others) EXPECT_EQ(other.get(), 0);
 }
 
 TEST_F(Claims, KnowAPlaceThatWasClearedAway) {
