@@ -5,9 +5,12 @@
 
 #include "base/number_text.h"
 #include "base/numbers.h"
+#include "base/skip.h"
 #include "base/text.h"
+#include "session/files_port.h"
 #include "session/message.h"
 #include "session/module_state.h"
+#include "session/session.h"
 #include "settings/frm_choice.h"
 #include "settings/frm_choicetherm.h"
 #include "settings/settings_store.h"
@@ -122,20 +125,31 @@ bool GiveUp(BitChoice& choice) {
     return false;
 }
 
-/// What the user has answered in the run that goes on.
+/// What stands, in the run that goes on or in the settings.
 struct StandingAnswers {
     bool inRun = false;
+    bool isOn = false;
     int option = 0;
 };
 
-bool StandingAnswerIsOn() { return StateOf<StandingAnswers>().option != 0 || SwitchIsOn(StandingSwitch); }
-
-int StandingAnswer() {
-    if (const int given = StateOf<StandingAnswers>().option; given != 0) return given;
+int StoredOption() {
     const double stored = NumberSetting(StandingOption);
     for (int option = 1; option <= ChoiceOptionCount; ++option)
         if (stored == option) return option;
     return 0;
+}
+
+StandingAnswers Standing() {
+    const StandingAnswers& ofRun = StateOf<StandingAnswers>();
+    return ofRun.inRun ? ofRun : StandingAnswers{false, SwitchIsOn(StandingSwitch), StoredOption()};
+}
+
+/// What one of several programs in a home writes to the settings may be meant for another one's parts.
+bool SettingsAreOwn() { return ThePlatform().files->WorkFolder().empty(); }
+
+void StoreStandingAnswer(int option, std::string_view isOn) {
+    SaveSettingText(StandingOption, std::to_string(option));
+    SaveSettingText(StandingSwitch, isOn);
 }
 
 }  // namespace
@@ -227,8 +241,8 @@ bool ChooseInsideRouteBit(BitChoice& choice, const MaterialRecord& material, std
         choice.kind = bit.kind;
         return true;
     }
-    if (dialog == ChoiceDialog::WithStandingAnswer && StandingAnswerIsOn()) {
-        if (TakeOption(choice, material, StandingAnswer())) return true;
+    if (dialog == ChoiceDialog::WithStandingAnswer && Standing().isOn) {
+        if (TakeOption(choice, material, Standing().option)) return true;
     } else {
         ShowMessage(NoneSmallEnough(key, RoundHalfEven(shortestSide, Decimals)));
         AskForBit(choice, material, dialog);
@@ -271,22 +285,25 @@ bool TakeOption(BitChoice& choice, const MaterialRecord& material, int option) {
     return true;
 }
 
-StandingAnswersOfRun::StandingAnswersOfRun() { StateOf<StandingAnswers>() = {true, 0}; }
+StandingAnswersOfRun::StandingAnswersOfRun() {
+    StandingAnswers answers{true, false, 0};
+    Skip([&] {
+        if (SwitchIsOn(StandingSwitch) && SettingsAreOwn()) answers = {true, true, StoredOption()};
+    });
+    StateOf<StandingAnswers>() = answers;
+}
 
 StandingAnswersOfRun::~StandingAnswersOfRun() { StateOf<StandingAnswers>() = {}; }
 
 void KeepStandingAnswer(int option) {
-    if (StandingAnswers& answers = StateOf<StandingAnswers>(); answers.inRun) {
-        answers.option = option;
-        return;
+    StandingAnswers& answers = StateOf<StandingAnswers>();
+    if (answers.inRun) {
+        answers = {true, true, option};
+        if (!SettingsAreOwn()) return;
     }
-    SaveSettingText(StandingOption, std::to_string(option));
-    SaveSettingText(StandingSwitch, "1");
+    StoreStandingAnswer(option, "1");
 }
 
-void ForgetStandingAnswer() {
-    SaveSettingText(StandingOption, "0");
-    SaveSettingText(StandingSwitch, "0");
-}
+void ForgetStandingAnswer() { StoreStandingAnswer(0, "0"); }
 
 }  // namespace brenvik

@@ -94,7 +94,8 @@ inline constexpr int ChoiceOptionCount = 6;
 /// Takes the bit and the kind of path that an option stands for. False, and nothing is changed, for a number
 /// that is no option and for an empty slot.
 bool TakeOption(BitChoice& choice, const MaterialRecord& material, int option);
-/// Keeps the answer in the settings: `skipandcontinuevalue`, and 1 in `Skipandcontinue`.
+/// Keeps the answer for the run, and in the settings: `skipandcontinuevalue`, and 1 in `Skipandcontinue`. In
+/// a run beside another program's it stays out of the settings.
 void KeepStandingAnswer(int option);
 /// Puts both to 0, as the end of a run does.
 void ForgetStandingAnswer();

@@ -3,9 +3,9 @@
 
 namespace brenvik {
 
-/// While it lives, a standing answer that is given stays with this program: one in the settings would choose
-/// the bits of another program's run, and outlast a run that dies. An answer that stands in the settings
-/// before is taken as ever.
+/// While it lives, the answers of the run count. One that stands in the settings is taken at the beginning
+/// and not looked at again, so that the end of another program's run doesn't put it to 0 under way. A program
+/// beside another one neither takes nor writes what stands there: it would be about the other's parts.
 class StandingAnswersOfRun {
   public:
     StandingAnswersOfRun();

@@ -127,8 +127,45 @@ TEST_F(RunSetUp, ForgetsTheStandingAnswersAtItsEnd) {
     EXPECT_EQ(GetSettingText("skipandcontinuevalue"), "0");
 }
 
+TEST_F(RunSetUp, TakesAStandingAnswerOnceSoThatOtherRunsDoNotWipeIt) {
+    Boards({"Side"});
+    Set("Skipandcontinue", "1");
+    Set("skipandcontinuevalue", "4");
+    bool asked = false;
+    firstStep = [&](RunState&) {
+        asked = true;
+        Set("Skipandcontinue", "0");
+        Set("skipandcontinuevalue", "0");
+        BitChoice choice;
+        MaterialRecord material;
+        for (MaterialTool& tool : material.tools) tool = {"5", 12, "18000", "9000"};
+        EXPECT_TRUE(ChooseInsideRouteBit(choice, material, "KEY", 0.1, ChoiceDialog::WithStandingAnswer));
+        EXPECT_EQ(choice.kind, PathKind::PKC);
+        return PartStep::GoOn;
+    };
+    RunA();
+    EXPECT_TRUE(asked);
+}
+
+TEST_F(RunSetUp, WritesAStandingAnswerWhereItIsAlone) {
+    Boards({"Side"});
+    firstStep = [](RunState&) {
+        KeepStandingAnswer(4);
+        EXPECT_EQ(GetSettingText("Skipandcontinue"), "1");
+        EXPECT_EQ(GetSettingText("skipandcontinuevalue"), "4");
+        return PartStep::GoOn;
+    };
+    RunA();
+    EXPECT_EQ(GetSettingText("Skipandcontinue"), "0");
+    EXPECT_EQ(GetSettingText("skipandcontinuevalue"), "0");
+}
+
 TEST_F(RunSetUp, KeepsAStandingAnswerFromTheRunsOfOtherPrograms) {
     Boards({"Side"});
+    const std::filesystem::path shared = files.Resolve(files.InstallFolder() + "\\_db");
+    WorkFolder another(shared), own(shared);
+    another.Own();
+    files.SetWorkFolder(own);
     firstStep = [](RunState&) {
         KeepStandingAnswer(4);
         EXPECT_EQ(GetSettingText("Skipandcontinue"), "0");
