@@ -15,6 +15,7 @@
 #include "session/message.h"
 #include "session/module_state.h"
 #include "session/session.h"
+#include "settings/bit_choice.h"
 #include "settings/settings_store.h"
 #include "settings/standing_answer.h"
 
@@ -32,11 +33,11 @@ struct RunModule {
 void LeaveHost(RunState& run, bool windowWasMinimized) {
     TheSession().AcadDoc = run.sessionDrawing;
     if (windowWasMinimized) Skip([&] { run.app->SetWindowState(WindowStateKind::Maximized); });
-    for (const std::string_view answer : {"skipandcontinuevalue", "Skipandcontinue"})
-        Skip([answer] { SaveSettingText(answer, "0"); });
+    Skip(ForgetStandingAnswer);
 }
 
-/// Returns whether the run has an end to be told: one without a list has not.
+/// Returns whether the run has an end to be told: one without parts, or whose list has not got its name, has
+/// not.
 bool WorkThrough(RunState& run, const PartSteps& steps, RunReport& report) {
     steps.clearWorkLists(run.target);
     ShowMessage(RunWarning);
@@ -57,7 +58,7 @@ bool WorkThrough(RunState& run, const PartSteps& steps, RunReport& report) {
     const bool listed = ShowAndResume(ShowFailureWithDetail, [&] { steps.finishWorkLists(run.target); });
     if (failure) throw *failure;
     report.complete = report.complete && listed;
-    return true;
+    return listed;
 }
 
 }  // namespace
@@ -92,7 +93,7 @@ void RunParts(AcadApplication& app, Target target, RunForm form, const PartSteps
     run.app = &app;
     run.sessionDrawing = app.ActiveDocument();
     const std::optional<OutputClaims> claims =
-        ClaimOutput(std::array{OutputFolder, SecondSideFolder}, *run.sessionDrawing, RunEmpties);
+        ClaimOutputToEmpty(std::array{OutputFolder, SecondSideFolder}, *run.sessionDrawing, RunEmpties);
     if (!claims) return;
     const StandingAnswersOfRun answers;
     const bool windowIsMinimized = SwitchIsOn("MyWindowState");

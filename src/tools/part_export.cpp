@@ -70,7 +70,7 @@ void BVExportDWG(AcadApplication& app) {
     AcadDocument& drawing = *TheSession().AcadDoc;
     StateOf<PartExportReport>() = {};
     const std::optional<OutputClaims> claims =
-        ClaimOutput(std::array{PartExportFolder}, drawing, PartExportEmpties);
+        ClaimOutputToEmpty(std::array{PartExportFolder}, drawing, PartExportEmpties);
     if (!claims) return;
     ShowMessage(PartExportWarning);
     ApplyOpenGrid();
@@ -88,6 +88,8 @@ void BVExportDWG(AcadApplication& app) {
 void BVDWG2(AcadApplication& app) {
     AcadDocument& drawing = *TheSession().AcadDoc;
     if (drawing.Name().empty()) throw BadFileName("the drawing has no name yet");
+    const std::optional<OutputClaims> claims = ClaimOutput(std::array{PartExportFolder});
+    if (!claims) return;
     drawing.SendCommand("_ucs\rw\r");
     ShowAndResume(ShowFailureWithDetail, [&] { drawing.Save(); });
     FreshSet(drawing, "prev").Select(SelectMode::All);
