@@ -223,6 +223,26 @@ TEST_F(TwoPrograms, ACopiedHomeNeverTouchesTheDatabaseOfTheOldOne) {
     EXPECT_FALSE(Exists("home"));
 }
 
+TEST_F(TwoPrograms, TheHomesOwnDatabaseIsNeverKeptByItsPath) {
+    Write("own.journal", "command Show\nexpect rows fpSpread1 3\nclose\n");
+    const Words run{"run", "a.dxf", "--journal", "own.journal"};
+    fs::create_symlink(folder / "home", folder / "link");
+    for (const std::string& stored :
+         {Path("home/_db/bv04.mdb"), Path("home\\_db\\BV04.mdb"), Path("home/../home/_db/bv04.mdb")}) {
+        EXPECT_EQ(Run({"settings", "set", "MDBPath", stored}).status, 0);
+        {
+            const Claim another(folder / "home/_db");
+            const std::string before = Read("home/_db/bv04.mdb");
+            EXPECT_EQ(Run(List("a")).status, 0) << stored;
+            EXPECT_EQ(Read("home/_db/bv04.mdb"), before) << stored << " is another program's";
+        }
+        EXPECT_EQ(Run({"settings", "set", "MDBPath", stored}).status, 0);
+        const Outcome outcome = Run(run);
+        EXPECT_EQ(outcome.status, 0) << outcome.errors;
+        EXPECT_EQ(Run({"settings", "get", "MDBPath"}).output, "\n") << stored;
+    }
+}
+
 TEST_F(TwoPrograms, ADatabaseThatTheUserHasSetIsForOneProgramAtATime) {
     fs::copy_file(folder / "home/_db/bv-back04.mdb", folder / "mine.mdb");
     EXPECT_EQ(Run({"settings", "set", "MDBPath", Path("mine.mdb")}).status, 0);
@@ -256,6 +276,28 @@ TEST_F(TwoPrograms, ARunIntoTheSecondSidesOfAnotherIsRefused) {
     const Claim another(folder / "cut/2-sided");
     EXPECT_EQ(Run(Cnc("a", {"--out", "cut"})).status, 1);
     EXPECT_TRUE(fs::is_empty(folder / "cut/2-sided"));
+}
+
+TEST_F(TwoPrograms, SecondSidesInTheOutputFolderItselfAreRefusedWithTheReason) {
+    fs::create_directory(folder / "cut");
+    fs::create_directory_symlink(".", folder / "cut/2-sided");
+    const Outcome outcome = Run(Cnc("a", {"--out", "cut"}));
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors.find("a run is going on"), std::string::npos) << outcome.errors;
+    EXPECT_NE(outcome.errors.find(" are one folder, in which the files of both would mix"), std::string::npos)
+        << outcome.errors;
+}
+
+TEST_F(TwoPrograms, ADrawingIsSavedIntoNoFolderOfAnotherProgramsPartExport) {
+    const fs::path parts = folder / "home/drive_c/BV-DWG";
+    fs::create_directories(parts);
+    Write("save.journal", "command BVDWG2\n");
+    const Claim another(parts);
+    const Outcome outcome = Run({"run", "a.dxf", "--journal", "save.journal"});
+    EXPECT_EQ(outcome.status, 1) << outcome.output;
+    EXPECT_NE(outcome.errors.find("a run is going on in " + parts.string()), std::string::npos)
+        << outcome.errors;
+    EXPECT_TRUE(fs::is_empty(parts));
 }
 
 }  // namespace
