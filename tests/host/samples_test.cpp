@@ -158,10 +158,10 @@ TEST_F(Samples, StepAssembliesBecomePartData) {
     for (const ReadNote& note : russian.Notes()) EXPECT_FALSE(note.dataLost) << note.text;
 }
 
-/// One is refused when read; of two, a body that is saved is refused when read again: a torus that crosses
-/// itself, and an edge beside its face.
+/// One is refused when read; of three, a body that is saved is refused when read again: a torus that crosses
+/// itself, an edge beside its face, and free-form faces.
 const std::set<std::string> NotSavedWhole{"stepcode__io1-cm-214.stp", "Lever-Locks__key.step",
-                                          "mediapad__box.step"};
+                                          "mediapad__box.step", "occt-import-js__footback.stp"};
 
 TEST_F(Samples, EveryStepFileIsReadAndSavedAsADrawingThatComesBack) {
     TemporaryFolder folder;
