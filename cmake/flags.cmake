@@ -11,7 +11,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   # Out of precompiled headers it takes the library's own copying for ours, and warns of copies of half the
   # address space. The builds without them keep these warnings.
   if(BRENVIK_PCH)
-    target_compile_options(brenvik_flags INTERFACE -Wno-stringop-overflow -Wno-array-bounds)
+    target_compile_options(brenvik_flags INTERFACE -Wno-stringop-overflow -Wno-stringop-overread -Wno-array-bounds)
   endif()
 endif()
 # Sizes in part data and layer names are compared for equality after rounding; a contracted

@@ -19,6 +19,7 @@
 #include "session/commands.h"
 #include "settings/material_keys.h"
 #include "settings/materials.h"
+#include "settings_store/folder_lock.h"
 #include "shell_word.h"
 #include "workplace.h"
 
@@ -126,6 +127,9 @@ ExitStatus AddOne(const std::string& home, const std::string& key, const std::st
     Workplace workplace(home, dialogs);
     TakeInstallFolder();
     MaterialTexts added;
+    // From reading to writing, or two programs that add would each write the library without the other's
+    // record.
+    const FolderLock lock(workplace.home);
     Reading(workplace, [&] {
         RequireAddable(ReadMaterials(), LibraryFile(workplace), key, like);
         // Fails, with its line, for a record that breaks off.

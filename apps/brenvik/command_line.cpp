@@ -44,8 +44,16 @@ CLI::Option& AddTarget(CLI::App& command, const Argument& argument) {
     return *command.add_option(argument.name, *std::get<std::string*>(argument.target), argument.description);
 }
 
+/// A script whose variable is not set says --out "": the default in its place could empty another folder.
+std::string CheckGiven(const std::string& word) {
+    return word.empty() ? "expected a value, found an empty text" : "";
+}
+
 void AddArgument(CLI::App& command, const Argument& argument) {
     CLI::Option& option = AddTarget(command, argument);
+    const bool isFlag = std::holds_alternative<bool*>(argument.target);
+    if (argument.name.starts_with("--") && !isFlag && !argument.check && argument.choices.empty())
+        option.check(CLI::Validator(CheckGiven, ""));
     option.required(argument.required);
     if (!argument.valueName.empty()) option.type_name(argument.valueName);
     if (!argument.choices.empty())

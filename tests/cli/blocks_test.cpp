@@ -199,6 +199,9 @@ TEST_F(Blocks, SolidsOnASheetAreToldWithTheirCountAndTheLayout) {
     const std::size_t solid = text.find("\n3DSOLID\n");
     const std::string common = "100\nAcDbEntity\n";
     text.insert(text.find(common, solid) + common.size(), " 67\n1\n");
+    // Its owner, by which it would stand in model space all the same.
+    const std::size_t owner = text.find("\n330\n", solid);
+    text.erase(owner, text.find("\n100\n", owner) - owner);
     Write("sheet.dxf", text);
     Write("empty.journal", "# nothing\n");
     for (const std::vector<std::string>& words : {std::vector<std::string>{"list", "sheet.dxf"},

@@ -87,6 +87,9 @@ TEST_F(Help, WrongWordsEndWithStatus2) {
         {{"cnc", "a.dxf", "--target", "XYZ"},
          "--target: expected one of C2C, ATP, ROV, CNI, ASP, WOP4, WOP5, "
          "THERM, BW, Enroute, ABC, RCIM; found XYZ"},
+        {{"cnc", "a.dxf", "--target", "C2C", "--out", ""}, "--out: expected a value, found an empty text"},
+        {{"parts", "a.dxf", "--out", ""}, "--out: expected a value, found an empty text"},
+        {{"list", "a.dxf", "--save", ""}, "--save: expected a value, found an empty text"},
         {{"run", "a.dxf"}, "--journal is required"},
         {{"convert", "a.dxf"}, "OUT is required"},
         {{"convert", "a.dxf", "b.txt"},

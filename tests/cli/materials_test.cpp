@@ -1,5 +1,6 @@
 // brenvik materials: the library as a table, one key looked up, and libraries that are damaged or gone.
 #include <filesystem>
+#include <future>
 
 #include "program.h"
 
@@ -155,6 +156,21 @@ TEST_F(MaterialsCommand, TheEditorIsDrivenByAJournal) {
     second.replace(second.find("18 Mdf"), 6, "19 Mdf");
     EXPECT_EQ(Read("home/materials.txt"), Mdf + second);
     EXPECT_EQ(Read("home/materials.bak"), Mdf);
+}
+
+TEST_F(MaterialsCommand, AddOfTwoProgramsAtOnceLosesNoRecord) {
+    Run({"init"});
+    Write("home/materials.txt", Mdf);
+    for (int round = 0; round < 6; ++round) {
+        const std::string thickness = std::to_string(20 + round);
+        auto other = std::async(std::launch::async, [&] {
+            return RunNamed("b", {"materials", "add", thickness + " Elm", "--like", "18 Mdf"});
+        });
+        EXPECT_EQ(RunNamed("a", {"materials", "add", thickness + " Ash", "--like", "18 Mdf"}).status, 0);
+        EXPECT_EQ(other.get().status, 0);
+        EXPECT_EQ(Run({"materials", "find", thickness + " Ash"}).status, 0) << thickness;
+        EXPECT_EQ(Run({"materials", "find", thickness + " Elm"}).status, 0) << thickness;
+    }
 }
 
 }  // namespace
