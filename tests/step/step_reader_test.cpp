@@ -297,6 +297,21 @@ TEST_F(StepInput, EdgeMadeOfItselfIsTold) {
     ExpectMentions(FailureText(), "an oriented edge that holds an edge");
 }
 
+TEST_F(StepInput, ATraceOnASurfaceThatHoldsNoCurveIsTold) {
+    std::string content = Good();
+    const std::size_t place = content.find(" = DEFINITIONAL_REPRESENTATION(");
+    ASSERT_NE(place, std::string::npos);
+    // The point of the line that it holds stands in its place.
+    const std::size_t first = content.find('#', place), end = content.find(')', first);
+    const std::string line = "\n" + content.substr(first, end - first) + " = LINE(";
+    const std::size_t held = content.find(line);
+    ASSERT_NE(held, std::string::npos);
+    const std::size_t point = content.find('#', held + line.size());
+    content.replace(first, end - first, content.substr(point, content.find(',', point) - point));
+    Put(content);
+    ExpectMentions(FailureText(), "has to hold a curve");
+}
+
 TEST_F(StepInput, VertexWithoutAPlaceInSpaceIsTold) {
     std::string content = Good();
     const std::string corner = "CARTESIAN_POINT('',(600.,0.,0.))";

@@ -1,5 +1,6 @@
 // Goes over the modeller's reports on the statements it has read, and over what it does not check:
-// vertices without a place in space, edges made of themselves, and circles of references.
+// vertices without a place in space, edges made of themselves, traces on surfaces without a curve, and
+// circles of references.
 #include "drafting_host/step/model_faults.h"
 
 #include <Interface_Check.hxx>
@@ -7,6 +8,9 @@
 #include <Interface_ReportEntity.hxx>
 #include <StepBasic_ProductDefinition.hxx>
 #include <StepGeom_CartesianPoint.hxx>
+#include <StepGeom_Curve.hxx>
+#include <StepGeom_Pcurve.hxx>
+#include <StepRepr_DefinitionalRepresentation.hxx>
 #include <StepRepr_NextAssemblyUsageOccurrence.hxx>
 #include <StepShape_Edge.hxx>
 #include <StepShape_OrientedEdge.hxx>
@@ -40,6 +44,11 @@ std::optional<std::string> ReportedFault(const Handle(StepData_StepModel) & mode
     return std::nullopt;
 }
 
+bool HoldsACurve(const Handle(StepRepr_DefinitionalRepresentation) & representation) {
+    return !representation.IsNull() && representation->NbItems() > 0 &&
+           !Handle(StepGeom_Curve)::DownCast(representation->ItemsValue(1)).IsNull();
+}
+
 /// What the modeller takes for granted and would fall over.
 std::optional<std::string> UncheckedFault(const Handle(Standard_Transient) & entity) {
     const Handle(StepShape_VertexPoint) vertex = Handle(StepShape_VertexPoint)::DownCast(entity);
@@ -55,6 +64,9 @@ std::optional<std::string> UncheckedFault(const Handle(Standard_Transient) & ent
             return "an oriented edge has to hold an edge";
         }
     }
+    const Handle(StepGeom_Pcurve) trace = Handle(StepGeom_Pcurve)::DownCast(entity);
+    if (!trace.IsNull() && !HoldsACurve(trace->ReferenceToCurve()))
+        return "a curve in a surface's parameters has to hold a curve";
     return std::nullopt;
 }
 
