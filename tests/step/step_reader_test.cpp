@@ -464,14 +464,5 @@ TEST(StepText, HasNoNoiseAmongItsNumbers) {
     EXPECT_EQ(WithoutNoise("'open"), "'open");
 }
 
-TEST(StepText, EscapesHoldUtf16Units) {
-    EXPECT_EQ(Escaped("Gr\xC3\xB6\xC3\x9F"
-                      "e"),
-              "Gr\\X2\\00F600DF\\X0\\e");
-    EXPECT_EQ(Escaped("\xF0\x9F\xAA\xB5"), "\\X2\\D83EDEB5\\X0\\");
-    EXPECT_EQ(Escaped("\xFF"), "\\X2\\003F\\X0\\");
-    EXPECT_EQ(Escaped("plain"), "plain");
-}
-
 }  // namespace
 }  // namespace brenvik::step

@@ -5,7 +5,6 @@
 #include <Message.hxx>
 #include <Message_Messenger.hxx>
 #include <Message_Printer.hxx>
-#include <Resource_FormatType.hxx>
 #include <STEPCAFControl_Controller.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 
@@ -21,6 +20,8 @@ void Prepare() {
     XCAFDoc_ShapeTool::SetAutoNaming(Standard_False);
 }
 
+}  // namespace
+
 Resource_FormatType FormatOf(CodePage codePage) {
     switch (codePage) {
         case CodePage::Utf8:
@@ -33,11 +34,10 @@ Resource_FormatType FormatOf(CodePage codePage) {
     return Resource_FormatType_UTF8;
 }
 
-}  // namespace
-
-void PrepareReading(CodePage codePage) {
+void PrepareReading() {
     Prepare();
-    Interface_Static::SetIVal("read.step.codepage", FormatOf(codePage));
+    // It sees no bytes beyond ASCII.
+    Interface_Static::SetIVal("read.step.codepage", Resource_FormatType_UTF8);
 }
 
 void PrepareWriting() {

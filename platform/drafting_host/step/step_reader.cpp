@@ -26,13 +26,14 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <sstream>
 
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/transform.h"
 #include "drafting_host/step/body_faults.h"
 #include "drafting_host/step/model_faults.h"
 #include "drafting_host/step/modeller_session.h"
-#include "drafting_host/step/product_names.h"
+#include "drafting_host/step/step_strings.h"
 #include "drafting_host/step/step_text.h"
 
 namespace brenvik::step {
@@ -49,12 +50,6 @@ std::string Trimmed(const std::string& text) {
     const std::size_t first = text.find_first_not_of(" \t\r\n");
     if (first == std::string::npos) return {};
     return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
-
-std::string NameOf(const TDF_Label& label) {
-    Handle(TDataStd_Name) name;
-    if (!label.FindAttribute(TDataStd_Name::GetID(), name)) return {};
-    return Trimmed(Utf8(name->Get()));
 }
 
 Rgb ScreenColor(const Quantity_ColorRGBA& color) {
@@ -77,11 +72,14 @@ struct Inherited {
 
 class Flattener {
   public:
-    Flattener(const Handle(TDocStd_Document) & document, const ProductNames& names, StepDocument& result)
+    /// `toTheLetter` leaves the blanks at the ends of names.
+    Flattener(const Handle(TDocStd_Document) & document, const StandIns& texts, bool toTheLetter,
+              StepDocument& result)
         : mShapes(XCAFDoc_DocumentTool::ShapeTool(document->Main())),
           mColors(XCAFDoc_DocumentTool::ColorTool(document->Main())),
           mLayers(XCAFDoc_DocumentTool::LayerTool(document->Main())),
-          mNames(names),
+          mTexts(texts),
+          mToTheLetter(toTheLetter),
           mResult(result) {}
 
     /// The names of the parts by the shape that they share with their copies.
@@ -98,12 +96,24 @@ class Flattener {
     }
 
   private:
-    std::string ProductNameOf(const TDF_Label& label) const { return Trimmed(mNames.NameFor(NameOf(label))); }
+    std::string NameOf(const TDF_Label& label) const {
+        Handle(TDataStd_Name) name;
+        if (!label.FindAttribute(TDataStd_Name::GetID(), name)) return {};
+        const std::string& text = mTexts.TextFor(Utf8(name->Get()));
+        return mToTheLetter ? text : Trimmed(text);
+    }
+
+    /// A product's name, or its instance's. Where this program named nothing, the modeller makes up the
+    /// latter.
+    std::string NameOf(const TDF_Label& product, const std::string& instance) const {
+        const std::string name = NameOf(product);
+        return name.empty() && !mToTheLetter ? instance : name;
+    }
 
     std::string LayerOf(const TDF_Label& label) const {
         Handle(TColStd_HSequenceOfExtendedString) layers;
         if (!mLayers->GetLayers(label, layers) || layers.IsNull() || layers->IsEmpty()) return {};
-        return Utf8(layers->First());
+        return mTexts.TextFor(Utf8(layers->First()));
     }
 
     std::optional<Rgb> ColorOf(const TDF_Label& label) const {
@@ -135,8 +145,7 @@ class Flattener {
             AddPart(product, inherited);
             return;
         }
-        const std::string name = ProductNameOf(product);
-        inherited.assembly = name.empty() ? inherited.instance : name;
+        inherited.assembly = NameOf(product, inherited.instance);
         TDF_LabelSequence components;
         XCAFDoc_ShapeTool::GetComponents(product, components);
         for (const TDF_Label& component : components) Walk(component, inherited, depth + 1);
@@ -148,8 +157,7 @@ class Flattener {
             ++mWithoutSolid;
             return;
         }
-        std::string name = ProductNameOf(product);
-        if (name.empty()) name = inherited.instance;
+        const std::string name = NameOf(product, inherited.instance);
         for (TopExp_Explorer solid(shape, TopAbs_SOLID); solid.More(); solid.Next()) {
             StepSolid part{solids::Placed(solid.Current().Moved(inherited.place)), name, inherited.assembly,
                            inherited.layer, inherited.color};
@@ -166,7 +174,7 @@ class Flattener {
             own = product;
         } else if (mShapes->FindSubShape(product, solid, own)) {
             const std::string name = NameOf(own);
-            if (part.name.empty()) part.name = name;
+            if (part.name.empty() && !mToTheLetter) part.name = name;
             if (part.layer.empty()) part.layer = LayerOf(own);
             if (const auto color = ColorOf(own)) part.color = color;
         }
@@ -201,7 +209,8 @@ class Flattener {
     Handle(XCAFDoc_ShapeTool) mShapes;
     Handle(XCAFDoc_ColorTool) mColors;
     Handle(XCAFDoc_LayerTool) mLayers;
-    const ProductNames& mNames;
+    const StandIns& mTexts;
+    bool mToTheLetter;
     StepDocument& mResult;
     int mWithoutSolid = 0;
     std::map<const Standard_Transient*, std::string> mNamesByShape;
@@ -318,7 +327,7 @@ StepDocument Read(const std::filesystem::path& path) {
         throw FormatFailure(path, LineOfStatement(content, edge), "an oriented edge that holds an edge");
     }
     const CodePage codePage = CodePageOf(content);
-    PrepareReading(codePage);
+    PrepareReading();
     STEPCAFControl_Reader reader;
     reader.SetColorMode(Standard_True);
     reader.SetNameMode(Standard_True);
@@ -327,7 +336,9 @@ StepDocument Read(const std::filesystem::path& path) {
     reader.SetGDTMode(Standard_False);
     reader.SetMatMode(Standard_False);
     reader.SetViewMode(Standard_False);
-    const IFSelect_ReturnStatus status = reader.ReadFile(path.string().c_str());
+    StandIns texts;
+    std::istringstream plain(texts.PutInto(content, codePage));
+    const IFSelect_ReturnStatus status = reader.ChangeReader().ReadStream(path.string().c_str(), plain);
     const Handle(StepData_StepModel) model =
         Handle(StepData_StepModel)::DownCast(reader.Reader().WS()->Model());
     const bool sound = status == IFSelect_RetDone && !model.IsNull() && !model->GlobalCheck()->HasFailed();
@@ -357,8 +368,8 @@ StepDocument Read(const std::filesystem::path& path) {
     if (model->NbEntities() == 0 || !reader.Transfer(assembly)) throw NoSolid(path);
     document.unit = UnitOf(reader.ChangeReader());
     NoteCodePage(codePage, document);
-    const ProductNames names(model);
-    Flattener parts(assembly, names, document);
+    const bool ownFile = IsWrittenHere(content);
+    Flattener parts(assembly, texts, ownFile, document);
     parts.Run();
     const StatementLines lines(content);
     NoteBodyFaults(reader, bodyFaults, parts.NamesByShape(), lines, document);
@@ -368,7 +379,7 @@ StepDocument Read(const std::filesystem::path& path) {
         if (!bodyFaults.empty()) RefuseStatement(path, content, bodyFaults.front().fault);
         throw NoSolid(path);
     }
-    NameTheNameless(document, path);
+    if (!ownFile) NameTheNameless(document, path);
     return document;
 }
 

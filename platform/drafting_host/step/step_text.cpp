@@ -2,9 +2,7 @@
 #include "drafting_host/step/step_text.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
-#include <cstdint>
 #include <fstream>
 #include <system_error>
 #include <unordered_set>
@@ -13,6 +11,7 @@
 
 #include "base/noise.h"
 #include "base/numbers.h"
+#include "base/utf8.h"
 #include "drafting_host/step/step_grammar.h"
 
 namespace brenvik::step {
@@ -20,7 +19,6 @@ namespace {
 
 constexpr std::string_view opening = "ISO-10303-21";
 constexpr std::string_view ending = "END-ISO-10303-21";
-constexpr char32_t noCharacter = 0xFFFFFFFF;
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 bool IsHigh(char c) { return static_cast<unsigned char>(c) >= 0x80; }
@@ -39,41 +37,15 @@ std::size_t LineAt(std::string_view content, std::size_t place) {
     return 1 + static_cast<std::size_t>(std::ranges::count(content.substr(0, place), '\n'));
 }
 
-/// Takes one UTF-8 character off the front of `text`; noCharacter (and one byte taken) when it is none.
-char32_t TakeCharacter(std::string_view& text) {
-    const auto byte = [&](std::size_t index) { return static_cast<unsigned char>(text[index]); };
-    const unsigned char first = byte(0);
-    const std::size_t length = first < 0x80   ? 1
-                               : first < 0xC2 ? 0
-                               : first < 0xE0 ? 2
-                               : first < 0xF0 ? 3
-                               : first < 0xF5 ? 4
-                                              : 0;
-    char32_t character = length <= 1 ? first : first & (0xFFU >> (length + 1));
-    bool good = length > 0 && length <= text.size();
-    for (std::size_t index = 1; good && index < length; ++index) {
-        good = (byte(index) & 0xC0) == 0x80;
-        character = (character << 6) | (byte(index) & 0x3FU);
-    }
-    constexpr std::array<char32_t, 5> least{0, 0, 0x80, 0x800, 0x10000};
-    good = good && character >= least[length] && character <= 0x10FFFF &&
-           (character < 0xD800 || character > 0xDFFF);
-    text.remove_prefix(good ? length : 1);
-    return good ? character : noCharacter;
-}
-
 bool IsUtf8(std::string_view text) {
-    while (!text.empty()) {
-        const auto high = std::ranges::find_if(text, IsHigh);
+    for (auto high = std::ranges::find_if(text, IsHigh); high != text.end();
+         high = std::ranges::find_if(text, IsHigh)) {
         text.remove_prefix(static_cast<std::size_t>(high - text.begin()));
-        if (!text.empty() && TakeCharacter(text) == noCharacter) return false;
+        const Utf8Character character = Utf8CharacterAt(text, 0);
+        if (!character.valid) return false;
+        text.remove_prefix(character.length);
     }
     return true;
-}
-
-void AppendHex(std::string& text, std::uint32_t unit) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    for (int shift = 12; shift >= 0; shift -= 4) text += digits[(unit >> shift) & 0xFU];
 }
 
 /// Skips a text in quotes or a comment that starts at `place`; npos when it doesn't end.
@@ -314,32 +286,6 @@ std::string WithoutNoise(std::string_view content) {
         }
         result += content.substr(at, end - at);
         at = end;
-    }
-    return result;
-}
-
-std::string Escaped(std::string_view content) {
-    std::string result;
-    result.reserve(content.size());
-    while (!content.empty()) {
-        const auto high = static_cast<std::size_t>(std::ranges::find_if(content, IsHigh) - content.begin());
-        result += content.substr(0, high);
-        content.remove_prefix(high);
-        if (content.empty()) break;
-        result += "\\X2\\";
-        while (!content.empty() && IsHigh(content.front())) {
-            const char32_t character = TakeCharacter(content);
-            if (character == noCharacter) {
-                AppendHex(result, '?');
-            } else if (character < 0x10000) {
-                AppendHex(result, character);
-            } else {
-                // The four-digit escape holds UTF-16 units.
-                AppendHex(result, 0xD800 + ((character - 0x10000) >> 10));
-                AppendHex(result, 0xDC00 + ((character - 0x10000) & 0x3FF));
-            }
-        }
-        result += "\\X0\\";
     }
     return result;
 }

@@ -69,8 +69,4 @@ int NestedOrientedEdge(std::string_view content);
 /// The text with the noise among its numbers, and negative zeros, as 0. What stands in quotes stays.
 std::string WithoutNoise(std::string_view content);
 
-/// The text with everything outside of ASCII as \X2\ escapes. Bytes that are no UTF-8 become question
-/// marks.
-std::string Escaped(std::string_view content);
-
 }  // namespace brenvik::step

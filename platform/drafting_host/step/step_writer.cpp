@@ -24,17 +24,17 @@
 #include "drafting_host/solids/mass.h"
 #include "drafting_host/solids/transform.h"
 #include "drafting_host/step/modeller_session.h"
+#include "drafting_host/step/step_strings.h"
 #include "drafting_host/step/step_text.h"
 
 namespace brenvik::step {
 namespace {
 
-TCollection_ExtendedString Wide(const std::string& text) { return {text.c_str(), Standard_True}; }
-
 class Assembler {
   public:
-    explicit Assembler(const Handle(TDocStd_Document) & document)
-        : mShapes(XCAFDoc_DocumentTool::ShapeTool(document->Main())),
+    Assembler(const Handle(TDocStd_Document) & document, StandIns& texts)
+        : mTexts(texts),
+          mShapes(XCAFDoc_DocumentTool::ShapeTool(document->Main())),
           mColors(XCAFDoc_DocumentTool::ColorTool(document->Main())),
           mLayers(XCAFDoc_DocumentTool::LayerTool(document->Main())) {}
 
@@ -45,8 +45,8 @@ class Assembler {
         // their own.
         const TopoDS_Shape shape = BRepBuilderAPI_Copy(solids::Placed(part.shape)).Shape();
         const TDF_Label product = mShapes->AddShape(shape, Standard_False);
-        TDataStd_Name::Set(product, Wide(part.name));
-        if (!part.layer.empty()) mLayers->SetLayer(product, Wide(part.layer));
+        TDataStd_Name::Set(product, Word(part.name));
+        if (!part.layer.empty()) mLayers->SetLayer(product, Word(part.layer));
         if (part.color) {
             const Quantity_Color color(part.color->red / 255.0, part.color->green / 255.0,
                                        part.color->blue / 255.0, Quantity_TOC_sRGB);
@@ -55,34 +55,37 @@ class Assembler {
         if (part.assembly.empty()) return;
         const TDF_Label instance =
             mShapes->AddComponent(AssemblyOf(part.assembly), product, TopLoc_Location());
-        TDataStd_Name::Set(instance, Wide(part.name));
+        TDataStd_Name::Set(instance, Word(part.name));
     }
 
     void Finish() { mShapes->UpdateAssemblies(); }
 
   private:
+    TCollection_ExtendedString Word(const std::string& text) { return mTexts.WordFor(text).c_str(); }
+
     TDF_Label AssemblyOf(const std::string& name) {
         const auto known = mAssemblies.find(name);
         if (known != mAssemblies.end()) return known->second;
         const TDF_Label label = mShapes->NewShape();
-        TDataStd_Name::Set(label, Wide(name));
+        TDataStd_Name::Set(label, Word(name));
         mAssemblies.emplace(name, label);
         return label;
     }
 
+    StandIns& mTexts;
     Handle(XCAFDoc_ShapeTool) mShapes;
     Handle(XCAFDoc_ColorTool) mColors;
     Handle(XCAFDoc_LayerTool) mLayers;
     std::map<std::string, TDF_Label> mAssemblies;
 };
 
-void WriteHeader(STEPCAFControl_Writer& writer, const std::filesystem::path& path) {
+void WriteHeader(STEPCAFControl_Writer& writer, const std::filesystem::path& path, StandIns& texts) {
     const Handle(StepData_StepModel) model =
         Handle(StepData_StepModel)::DownCast(writer.ChangeWriter().WS()->Model());
     if (model.IsNull()) return;
     APIHeaderSection_MakeHeader header(model);
-    header.SetName(new TCollection_HAsciiString(path.filename().string().c_str()));
-    header.SetOriginatingSystem(new TCollection_HAsciiString("Brenvik " BRENVIK_VERSION));
+    header.SetName(new TCollection_HAsciiString(texts.WordFor(path.filename().string()).c_str()));
+    header.SetOriginatingSystem(new TCollection_HAsciiString(OriginatingSystem().c_str()));
 }
 
 /// The model as text, in the modeller's own order of statements.
@@ -102,7 +105,8 @@ std::string TextOf(const STEPCAFControl_Writer& writer) {
 std::string Write(const std::filesystem::path& path, std::span<const StepSolid> parts) {
     PrepareWriting();
     Handle(TDocStd_Document) document = new TDocStd_Document("BinXCAF");
-    Assembler assembler(document);
+    StandIns texts;
+    Assembler assembler(document, texts);
     for (const StepSolid& part : parts) assembler.Add(part);
     assembler.Finish();
     STEPCAFControl_Writer writer;
@@ -112,9 +116,8 @@ std::string Write(const std::filesystem::path& path, std::span<const StepSolid> 
     writer.SetPropsMode(Standard_False);
     if (!writer.Transfer(document, STEPControl_AsIs))
         throw InvalidCall("writing STEP: the modeller can't convert the solids");
-    WriteHeader(writer, path);
-    // The modeller writes names as plain UTF-8, which the format does not allow.
-    return Escaped(WithoutNoise(TextOf(writer)));
+    WriteHeader(writer, path, texts);
+    return texts.Resolve(WithoutNoise(TextOf(writer)));
 }
 
 }  // namespace
