@@ -10,6 +10,7 @@
 #include "file_roots/places.h"
 #include "given_material.h"
 #include "grid_session.h"
+#include "host_refusals.h"
 #include "journal/journal_failure.h"
 #include "journal/journal_parser.h"
 #include "journal/journal_player.h"
@@ -70,18 +71,25 @@ JournalWorld WorldOf(Workplace& workplace, std::ostream& transcript) {
 
 /// Plays the journal on the open drawing. Throws CommandError where a step fails.
 void Play(const RunOptions& options, std::vector<JournalStep> steps, Workplace& workplace,
-          JournalDialogs& dialogs, RunTranscript& transcript) {
+          JournalDialogs& dialogs, RunTranscript& transcript, Teller& teller) {
     workplace.host.SetTranscript(
         [&](std::string_view line) { transcript.TellHostLine(line, !workplace.typedCommands.AtWork()); });
+    HostRefusals refusals(workplace.host, workplace.typedCommands);
+    JournalWorld world = WorldOf(workplace, transcript.Stream());
+    world.takeRefusal = [&refusals] { return refusals.TakeOldest(); };
+    JournalPlayer player(std::move(steps), dialogs, std::move(world));
+    refusals.presentLine = [&player] { return player.PresentLine(); };
     try {
-        JournalPlayer(std::move(steps), dialogs, WorldOf(workplace, transcript.Stream())).Play();
+        player.Play();
     } catch (const JournalFailure& failure) {
+        refusals.TellOverlooked(options.journal, teller);
         throw CommandError(ExitStatus::Incomplete, options.journal + ": " + failure.what());
     }
+    refusals.TellOverlooked(options.journal, teller);
     HostDocument& document = PresentDrawing(workplace);
     if (workplace.typedCommands.Line().Busy(document))
-        transcript.Stream() << "the journal ended while the host's command line asked: "
-                            << workplace.typedCommands.Line().Prompt(document) << '\n';
+        teller.Loss(options.journal + ": the journal ended while the host's command line asked: " +
+                    workplace.typedCommands.Line().Prompt(document));
 }
 
 RunWatch WatchOf(const std::string& home, WatchedJournalDialogs& dialogs, RunTranscript& transcript) {
@@ -118,7 +126,7 @@ ExitStatus Run(const std::string& home, const RunOptions& options) {
     teller.Wipe();
     const std::size_t notes = document.Notes().size();
     const RunTeller runs(teller, WatchOf(home, dialogs, transcript));
-    Play(options, std::move(steps), workplace, dialogs, transcript);
+    Play(options, std::move(steps), workplace, dialogs, transcript, teller);
     TellOverlooked(options.journal, dialogs, teller);
     TellNotesSince(notes, document, options.drawing.drawing, teller);
     for (const std::string& line : TakeDroppedPartLines().lines) transcript.Stream() << line << '\n';

@@ -37,7 +37,10 @@ TypedCommands::TypedCommands(HostApplication& application) : mApplication(applic
 bool TypedCommands::Call(std::string_view method) {
     constexpr std::string_view escape = "\x1b";
     HostDocument* document = mRunning == 0 ? mApplication.Active() : nullptr;
-    if (document != nullptr && mLine.Busy(*document)) mLine.Send(*document, escape);
+    if (document != nullptr && mLine.Busy(*document)) {
+        mLine.Send(*document, escape);
+        mApplication.TellRefusal("The open command was cancelled for " + std::string(method) + ".");
+    }
     const Count running(mRunning);
     return cBrenvik().Call(method, mApplication);
 }

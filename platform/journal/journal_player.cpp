@@ -101,6 +101,8 @@ void JournalPlayer::Do(const JournalStep& step) {
         case StepKind::ExpectTitle:
         case StepKind::ExpectNoMessage:
             return DoMessageCheck(step);
+        case StepKind::ExpectRefusal:
+            return DoRefusalCheck(step);
         case StepKind::ExpectForm:
         case StepKind::ExpectNoForm:
             return DoFormCheck(step);
@@ -175,6 +177,12 @@ void JournalPlayer::DoMessageCheck(const JournalStep& step) {
     if (found != step.arguments[0]) FailStep(step, Quoted(step.arguments[0]), Quoted(found));
     // The title is looked at first and leaves the box in its place for the look at its text.
     if (!title) messages.pop_front();
+}
+
+void JournalPlayer::DoRefusalCheck(const JournalStep& step) const {
+    const std::optional<std::string> found = world.takeRefusal();
+    if (!found) FailStep(step, Quoted(step.arguments[0]), "no refusal");
+    if (*found != step.arguments[0]) FailStep(step, Quoted(step.arguments[0]), Quoted(*found));
 }
 
 void JournalPlayer::DoFormCheck(const JournalStep& step) const {

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -29,6 +30,9 @@ struct JournalWorld {
     std::function<void(const std::vector<std::string>& handles)> select;
     /// Calls the public method of this name; false when there is none.
     std::function<bool(std::string_view method)> callCommand;
+    /// The oldest line with which the host's command line has refused something and that no step has looked
+    /// at.
+    std::function<std::optional<std::string>()> takeRefusal = [] { return std::nullopt; };
     std::ostream* output = nullptr;      ///< For the print steps.
     std::ostream* transcript = nullptr;  ///< For what a person should know but no step asked for.
 };
@@ -47,6 +51,8 @@ class JournalPlayer {
     /// Loads the form if need be and plays steps on it until it is unloaded. When the journal ends first,
     /// the form is asked to close, unloaded if it refuses, and the transcript says so.
     void PlayForm(Form& form);
+    /// The line of the step that is being done; 0 ahead of the first.
+    std::size_t PresentLine() const { return next == 0 ? 0 : steps[next - 1].line; }
 
   private:
     void PlayNext();
@@ -54,6 +60,7 @@ class JournalPlayer {
     void DoOnHost(const JournalStep& step);
     void DoQueue(const JournalStep& step, AnswerKind kind);
     void DoMessageCheck(const JournalStep& step);
+    void DoRefusalCheck(const JournalStep& step) const;
     void DoFormCheck(const JournalStep& step) const;
     Form& TopForm(const JournalStep& step) const;
     void TellUntakenAnswers() const;

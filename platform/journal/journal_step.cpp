@@ -34,6 +34,7 @@ constexpr std::array stepForms{
     StepForm{StepKind::ExpectMessage, "expect message TEXT"},
     StepForm{StepKind::ExpectTitle, "expect title TEXT"},
     StepForm{StepKind::ExpectNoMessage, "expect no message"},
+    StepForm{StepKind::ExpectRefusal, "expect refusal TEXT"},
     StepForm{StepKind::ExpectForm, "expect form FORM"},
     StepForm{StepKind::ExpectNoForm, "expect no form"},
     StepForm{StepKind::ExpectText, "expect text CONTROL TEXT"},

@@ -36,6 +36,7 @@ enum class StepKind {
     ExpectMessage,
     ExpectTitle,
     ExpectNoMessage,
+    ExpectRefusal,
     ExpectForm,
     ExpectNoForm,
     ExpectText,

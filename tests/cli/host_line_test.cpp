@@ -12,6 +12,10 @@ class HostLine : public ProgramTest {
         words.insert(words.end(), more.begin(), more.end());
         return Run(words);
     }
+    /// How a refusal is told at the end.
+    static std::string refused(const std::string& line, const std::string& text) {
+        return "a.journal: line " + line + ": the host's command line refused: " + text + "\n";
+    }
     static constexpr const char* erased =
         "Command: erase\n"
         "Select objects: (handent \"152\")\n"
@@ -21,9 +25,44 @@ class HostLine : public ProgramTest {
 
 TEST_F(HostLine, IsToldOnStandardError) {
     const Outcome outcome = Play("host \"erase (handent \\\"152\\\")  \"\nhost \"glue \"\n");
-    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.output, "");
-    EXPECT_EQ(outcome.errors, std::string(erased) + "Command: glue\nUnknown command \"GLUE\".\n");
+    EXPECT_EQ(outcome.errors, std::string(erased) + "Command: glue\nUnknown command \"GLUE\".\n" +
+                                  refused("2", "Unknown command \"GLUE\"."));
+}
+
+TEST_F(HostLine, EveryRefusalIsToldOnceWithItsLineAlsoInAQuietRun) {
+    const Outcome outcome = Play(
+        "host \"glue glue \"\n"
+        "host \"-layer s Nowhere  \"\n"
+        "host \"move (handent \\\"FFFF\\\") (handent \\\"152\\\")  here 0,0,0 0,0,0 \"\n"
+        "host \"setvar ucsfollow maybe  \"\n"
+        "command BVFreezeSections\n",
+        {"--quiet"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(
+        outcome.errors,
+        refused("1", "Unknown command \"GLUE\".") + refused("2", "The drawing has no layer \"Nowhere\".") +
+            refused("3", "No object has the handle that (handent \"FFFF\") names.") +
+            refused("3", "\"here\" is no answer here: a point as x,y or x,y,z (Displacement) is expected.") +
+            refused("4", "\"maybe\" is no value of UCSFOLLOW: a whole number from 0 to 1 is expected.") +
+            refused("5", "No layer matches \"bv-section*\"."));
+}
+
+TEST_F(HostLine, ARefusalThatAStepLooksAtIsNoFault) {
+    const Outcome outcome =
+        Play("host \"glue \"\nexpect refusal \"Unknown command \\\"GLUE\\\".\"\n", {"--quiet"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(Play("host \"regen \"\nexpect refusal \"No.\"\n", {"--quiet"}).errors,
+              "brenvik: a.journal: line 2: expect refusal \"No.\": expected \"No.\", found no refusal\n");
+}
+
+TEST_F(HostLine, AnObjectNamedOnALockedLayerIsRefused) {
+    const Outcome outcome = Play("host \"-layer lo *  erase (handent \\\"152\\\")  \"\n", {"--quiet"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors, refused("1", "1 found, 0 in all; 1 on a locked layer."));
+    EXPECT_EQ(Play("host \"-layer lo *  erase all  \"\n", {"--quiet"}).status, 0);
 }
 
 TEST_F(HostLine, IsLeftOutWhenQuiet) {
@@ -58,15 +97,19 @@ TEST_F(HostLine, ACommandOfTheSystemCancelsWhatIsStillAsked) {
     const Outcome outcome = Play(
         "host \"move (handent \\\"152\\\")  \"\nselect 152\npoint 0,0,0\npoint 0,0,0\ncommand BVMove\n"
         "host \"regen \"\n");
-    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.status, 1);
     EXPECT_NE(outcome.errors.find("[Displacement]: *Cancelled*"), std::string::npos) << outcome.errors;
+    EXPECT_NE(outcome.errors.find(refused("5", "The open command was cancelled for BVMove.")),
+              std::string::npos)
+        << outcome.errors;
     EXPECT_NE(outcome.errors.find("Command: regen\n"), std::string::npos) << outcome.errors;
 }
 
 TEST_F(HostLine, ACommandLeftWaitingIsTold) {
     const Outcome outcome = Play("host \"erase (handent \\\"152\\\") \"\n", {"--quiet"});
-    EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(outcome.errors, "the journal ended while the host's command line asked: Select objects:\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors,
+              "a.journal: the journal ended while the host's command line asked: Select objects:\n");
 }
 
 TEST_F(HostLine, IsNotForTypingWhileAFormIsOpen) {

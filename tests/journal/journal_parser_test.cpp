@@ -91,6 +91,7 @@ TEST(JournalParser, TellsTheFormsOfStepsApart) {
         {"file cancel", StepKind::CancelFile, {}},
         {"file \"cancel\"", StepKind::AnswerFile, {"cancel"}},
         {"expect no message", StepKind::ExpectNoMessage, {}},
+        {"expect refusal \"Unknown command.\"", StepKind::ExpectRefusal, {"Unknown command."}},
         {"expect no form", StepKind::ExpectNoForm, {}},
         {"expect no file x.csv", StepKind::ExpectNoFile, {"x.csv"}},
         {"expect file x.csv", StepKind::ExpectFile, {"x.csv"}},

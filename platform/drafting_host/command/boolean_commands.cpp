@@ -22,8 +22,8 @@ Shapes Operands(const CommandSession& session, const std::vector<HostEntity*>& c
             operands.push_back(shape);
     }
     if (operands.size() < chosen.size()) {
-        session.Tell(std::to_string(chosen.size() - operands.size()) +
-                     " of the objects can't take part and were passed over.");
+        session.Refuse(std::to_string(chosen.size() - operands.size()) +
+                       " of the objects can't take part and were passed over.");
     }
     return operands;
 }
@@ -55,7 +55,7 @@ Asking<void> Combine(CommandSession& session, BooleanKind kind) {
     const std::vector<HostEntity*> chosen = co_await session.AskSelection(SelectFor::Changing);
     const Shapes operands = Operands(session, chosen);
     if (operands.size() < 2) {
-        session.Tell("At least 2 solids, or 2 regions of one plane, must be selected.");
+        session.Refuse("At least 2 solids, or 2 regions of one plane, must be selected.");
         co_return;
     }
     const Shapes others = Others(operands);
@@ -73,7 +73,7 @@ Asking<void> Subtract(CommandSession& session) {
     const std::vector<HostEntity*> chosen = co_await session.AskSelection(SelectFor::Changing);
     const Shapes sources = Operands(session, chosen);
     if (sources.empty()) {
-        session.Tell("No solid or region was selected.");
+        session.Refuse("No solid or region was selected.");
         co_return;
     }
     session.Tell("Solids or regions to subtract:");
@@ -86,7 +86,7 @@ Asking<void> Subtract(CommandSession& session) {
     // The selection was taken in an earlier call perhaps; what it held may be gone by now.
     for (const HostShapeEntity* source : sources) source->RequireChangeable();
     if (tools.empty()) {
-        session.Tell("No solid or region to subtract was selected.");
+        session.Refuse("No solid or region to subtract was selected.");
         co_return;
     }
     // Several sources become one object, as in a union, before anything is taken off.

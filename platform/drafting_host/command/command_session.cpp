@@ -42,9 +42,11 @@ CommandSession::~CommandSession() {
 
 void CommandSession::Tell(std::string_view line) const { mLine.Host().Tell(line); }
 
+void CommandSession::Refuse(std::string_view line) const { mLine.Host().TellRefusal(line); }
+
 void CommandSession::TellFailure(const Failure& failure) const {
     const std::string& detail = failure.detail();
-    Tell(failure.description() + (detail.empty() ? "" : " (" + detail + ")"));
+    Refuse(failure.description() + (detail.empty() ? "" : " (" + detail + ")"));
 }
 
 std::string CommandSession::Prompt() const {
@@ -105,7 +107,7 @@ void CommandSession::StartNamed(const std::string& typed) {
     } else if (const HostVariable* variable = FindHostVariable(name)) {
         StartVariable(*variable);
     } else {
-        Tell("Unknown command \"" + FoldUpper(name) + "\".");
+        Refuse("Unknown command \"" + FoldUpper(name) + "\".");
     }
 }
 
@@ -161,7 +163,7 @@ bool CommandSession::StartTransparent(const std::string& answer) {
     } else if (const HostVariable* variable = FindHostVariable(name)) {
         StartVariable(*variable);
     } else if (command != nullptr) {
-        Tell(std::string(command->name) + " can't be used within another command.");
+        Refuse(std::string(command->name) + " can't be used within another command.");
     } else {
         return false;
     }

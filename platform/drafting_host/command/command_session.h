@@ -44,6 +44,9 @@ class CommandSession {
     HostDocument& Document() const { return mDocument; }
     HostCommandLine& Line() const { return mLine; }
     void Tell(std::string_view line) const;
+    /// Tells that something typed, or something that it asked for, wasn't taken: a word that nobody knows, an
+    /// answer that doesn't fit, an object out of reach.
+    void Refuse(std::string_view line) const;
 
     PointQuestion AskPoint(std::string_view prompt, std::string_view keywords = {},
                            IfEmpty empty = IfEmpty::Refused) {

@@ -23,7 +23,7 @@ Asking<void> AskPoints(CommandSession& session) {
         IfEmpty::Allowed);
     const Point3 direction = camera.Or(eye) - view.viewTarget;
     if (Length(direction) < pointTolerance) {
-        session.Tell("Camera and target can't be one point.");
+        session.Refuse("Camera and target can't be one point.");
         co_return;
     }
     // The length tells the distance of the camera, which clipping at the eye needs.
@@ -90,7 +90,7 @@ Asking<void> AskTwist(CommandSession& session) {
 
 Asking<void> Dview(CommandSession& session) {
     if (session.OnSheet()) {
-        session.Tell("DVIEW works in model space and its viewports, not on the sheet.");
+        session.Refuse("DVIEW works in model space and its viewports, not on the sheet.");
         co_return;
     }
     // The objects would be drawn while the view is turned by hand; any answer will do here.

@@ -32,7 +32,7 @@ bool FaceQuestion::Take(const std::string& answer) {
     } else if (word == "ALL") {
         std::vector<TopoDS_Face> faces;
         if (mChosen.solid == nullptr) {
-            Session().Tell("A face of the solid is to be picked first.");
+            Session().Refuse("A face of the solid is to be picked first.");
             return false;
         }
         for (TopExp_Explorer each(mChosen.solid->Shape(), TopAbs_FACE); each.More(); each.Next()) {
@@ -43,8 +43,8 @@ bool FaceQuestion::Take(const std::string& answer) {
         Session().SetLastPoint(*point);
         TakeAt(*point);
     } else {
-        Session().Tell("\"" + answer +
-                       "\" picks no face: a point on a face or Undo/Remove/Add/ALL is expected.");
+        Session().Refuse("\"" + answer +
+                         "\" picks no face: a point on a face or Undo/Remove/Add/ALL is expected.");
     }
     return false;
 }
@@ -56,7 +56,7 @@ void FaceQuestion::TakeAt(const Point3& point) {
     if (faces.empty() && mChosen.faces.empty()) {
         auto* solid = dynamic_cast<HostSolid*>(EntityAt(Session(), point));
         if (solid != nullptr && solid->LayerObject().Locked()) {
-            Session().Tell("The solid is on a locked layer.");
+            Session().Refuse("The solid is on a locked layer.");
             return;
         }
         if (solid != nullptr) {
@@ -65,7 +65,7 @@ void FaceQuestion::TakeAt(const Point3& point) {
         }
     }
     if (faces.empty()) {
-        Session().Tell("No face lies there.");
+        Session().Refuse("No face lies there.");
     } else {
         Put(faces);
     }

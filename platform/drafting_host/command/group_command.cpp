@@ -32,7 +32,7 @@ Asking<HostGroup*> AskGroup(CommandSession& session) {
     const Answered<std::string> name = co_await question;
     if (name.Empty()) co_return nullptr;
     HostGroup* group = session.Document().GroupTable().Find(*name.value);
-    if (group == nullptr) session.Tell("The drawing has no group \"" + *name.value + "\".");
+    if (group == nullptr) session.Refuse("The drawing has no group \"" + *name.value + "\".");
     co_return group;
 }
 
@@ -42,12 +42,12 @@ Asking<void> Create(CommandSession& session) {
     if (name.Empty()) co_return;
     RequireTableName(*name.value, "group");
     if (session.Document().GroupTable().Find(*name.value) != nullptr) {
-        session.Tell("The drawing has a group \"" + *name.value + "\" already.");
+        session.Refuse("The drawing has a group \"" + *name.value + "\" already.");
         co_return;
     }
     const std::vector<HostEntity*> chosen = co_await session.AskSelection(SelectFor::Looking);
     if (chosen.empty()) {
-        session.Tell("A group needs objects.");
+        session.Refuse("A group needs objects.");
         co_return;
     }
     session.Document().GroupTable().Add(*name.value)->AppendItems(AsItems(chosen));

@@ -23,7 +23,7 @@ void ChangeAll(const CommandSession& session, const Layers& layers, const Change
         try {
             change(*layer);
         } catch (const Failure& failure) {
-            session.Tell("Layer \"" + layer->Values().name + "\": " + failure.detail() + ".");
+            session.Refuse("Layer \"" + layer->Values().name + "\": " + failure.detail() + ".");
         }
     }
 }
@@ -32,7 +32,7 @@ HostLayer* Made(CommandSession& session, const std::string& name) {
     try {
         return dynamic_cast<HostLayer*>(session.Document().Layers().Add(name));
     } catch (const Failure& failure) {
-        session.Tell(failure.description() + " (" + failure.detail() + ")");
+        session.Refuse(failure.description() + " (" + failure.detail() + ")");
         return nullptr;
     }
 }
@@ -41,7 +41,7 @@ void MakeCurrent(CommandSession& session, HostLayer& layer) {
     try {
         session.Document().SetActiveLayer(layer);
     } catch (const Failure& failure) {
-        session.Tell("Layer \"" + layer.Values().name + "\": " + failure.detail() + ".");
+        session.Refuse("Layer \"" + layer.Values().name + "\": " + failure.detail() + ".");
     }
 }
 
@@ -67,7 +67,7 @@ Asking<void> AskColor(CommandSession& session) {
     if (color.Empty()) co_return;
     const int number = ColorFrom(*color.value);
     if (number == 0) {
-        session.Tell("\"" + *color.value + "\" is no color: a number from 1 to 255 or a name is expected.");
+        session.Refuse("\"" + *color.value + "\" is no color: a number from 1 to 255 or a name is expected.");
         co_return;
     }
     const std::string prompt =
@@ -82,7 +82,7 @@ Asking<void> AskLinetype(CommandSession& session) {
         co_await session.AskText("Linetype name <Continuous>:", IfEmpty::Allowed);
     const std::string name = linetype.Or("Continuous");
     if (!session.Document().HasLinetype(name)) {
-        session.Tell("The drawing has no linetype \"" + name + "\".");
+        session.Refuse("The drawing has no linetype \"" + name + "\".");
         co_return;
     }
     const std::string prompt = "Layers for linetype \"" + name + "\" <" + CurrentName(session) + ">:";
@@ -105,7 +105,7 @@ Asking<void> AskSet(CommandSession& session) {
     if (name.Empty()) co_return;
     HostLayer* layer = session.Document().LayerTable().Find(*name.value);
     if (layer == nullptr) {
-        session.Tell("The drawing has no layer \"" + *name.value + "\".");
+        session.Refuse("The drawing has no layer \"" + *name.value + "\".");
     } else {
         MakeCurrent(session, *layer);
     }

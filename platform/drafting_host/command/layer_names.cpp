@@ -18,7 +18,7 @@ std::vector<HostLayer*> LayersNamed(const CommandSession& session, const std::st
         };
         if (std::ranges::any_of(patterns, fits)) result.push_back(layer);
     }
-    if (result.empty()) session.Tell("No layer matches \"" + list + "\".");
+    if (result.empty()) session.Refuse("No layer matches \"" + list + "\".");
     return result;
 }
 

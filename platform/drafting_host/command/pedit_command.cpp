@@ -80,7 +80,7 @@ bool PolylineQuestion::Take(const std::string& answer) {
     first([](HostEntity* entity) { return PolylineOf(entity) != nullptr && !PolylineOf(entity)->Closed(); });
     first([](HostEntity* entity) { return PolylineOf(entity) != nullptr; });
     if (mPicked.entity != nullptr) return true;
-    Session().Tell("\"" + answer + "\" selects no line, arc or polyline.");
+    Session().Refuse("\"" + answer + "\" selects no line, arc or polyline.");
     return false;
 }
 

@@ -63,13 +63,13 @@ Asking<bool> AskYes(CommandSession& session, std::string_view prompt) {
 Asking<void> Solprof(CommandSession& session) {
     HostDocument& document = session.Document();
     if (document.CurrentViewport() == nullptr) {
-        session.Tell("SOLPROF works in model space seen through a viewport: MSPACE enters one.");
+        session.Refuse("SOLPROF works in model space seen through a viewport: MSPACE enters one.");
         co_return;
     }
     const std::vector<HostEntity*> chosen = co_await session.AskSelection(SelectFor::Changing);
     const std::vector<TopoDS_Shape> shapes = ShapesOf(chosen);
     if (shapes.empty()) {
-        session.Tell("No solids selected.");
+        session.Refuse("No solids selected.");
         co_return;
     }
     ProfileOptions options;

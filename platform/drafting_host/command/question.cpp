@@ -23,7 +23,7 @@ bool ValueQuestion<Value>::Take(const std::string& answer) {
         answer.empty() ? "An answer is needed here: " : "\"" + answer + "\" is no answer here: ";
     told += Wanted();
     if (!mKeywords.empty()) told += " (" + Join(Split(mKeywords, ' '), "/") + ")";
-    Session().Tell(told + " is expected.");
+    Session().Refuse(told + " is expected.");
     return false;
 }
 

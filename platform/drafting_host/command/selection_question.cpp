@@ -58,7 +58,7 @@ bool SelectionQuestion::Take(const std::string& answer) {
         const std::optional<HandleValue> handle = HandleFromCall(answer);
         HostEntity* entity = handle ? Session().Document().FindEntity(*handle) : nullptr;
         if (entity == nullptr) {
-            Session().Tell("No object has the handle that " + answer + " names.");
+            Session().Refuse("No object has the handle that " + answer + " names.");
         } else {
             Put({entity});
         }
@@ -70,9 +70,9 @@ bool SelectionQuestion::Take(const std::string& answer) {
         Session().SetLastPoint(*point);
         TakeAt(*point);
     } else {
-        Session().Tell("\"" + answer +
-                       "\" selects nothing: a point or "
-                       "Window/Crossing/BOX/Group/ALL/Previous/Last/Add/Remove/Undo is expected.");
+        Session().Refuse("\"" + answer +
+                         "\" selects nothing: a point or "
+                         "Window/Crossing/BOX/Group/ALL/Previous/Last/Add/Remove/Undo is expected.");
     }
     return false;
 }
@@ -86,7 +86,7 @@ bool SelectionQuestion::Finish() {
 bool SelectionQuestion::TakeCorner(const std::string& answer) {
     const std::optional<Point3> point = Session().PointFrom(answer);
     if (!point) {
-        Session().Tell("\"" + answer + "\" is no corner: a point as x,y or x,y,z is expected.");
+        Session().Refuse("\"" + answer + "\" is no corner: a point as x,y or x,y,z is expected.");
         return false;
     }
     Session().SetLastPoint(*point);
@@ -122,7 +122,7 @@ bool SelectionQuestion::TakeGroup(const std::string& name) {
     if (name.empty()) return false;
     const HostGroup* group = Session().Document().GroupTable().Find(Unquoted(name));
     if (group == nullptr) {
-        Session().Tell("The drawing has no group \"" + Unquoted(name) + "\".");
+        Session().Refuse("The drawing has no group \"" + Unquoted(name) + "\".");
     } else {
         const auto members = group->Members();
         Put({members.begin(), members.end()});
@@ -137,7 +137,7 @@ void SelectionQuestion::TakeWord(const std::string& word) {
         Put({entities.begin(), entities.end()}, true);
     } else if (word == "Previous") {
         const auto entities = document.PreviousSelection();
-        if (entities.empty()) Session().Tell("There is no previous selection.");
+        if (entities.empty()) Session().Refuse("There is no previous selection.");
         Put({entities.begin(), entities.end()});
     } else if (word == "Last") {
         const auto entities = document.CurrentSpace().Entities();
@@ -161,7 +161,7 @@ void SelectionQuestion::TakeWord(const std::string& word) {
 void SelectionQuestion::TakeAt(const Point3& point) {
     HostEntity* entity = EntityAt(Session(), point);
     if (entity == nullptr) {
-        Session().Tell("No object lies there.");
+        Session().Refuse("No object lies there.");
     } else {
         Put({entity});
     }
@@ -192,7 +192,11 @@ void SelectionQuestion::Put(std::vector<HostEntity*> found, bool everything) {
     }
     std::string told = std::to_string(seen) + " found, " + std::to_string(mChosen.size()) + " in all";
     if (locked > 0) told += "; " + std::to_string(locked) + " on a locked layer";
-    Session().Tell(told + ".");
+    // Out of reach of "all" is meant so; what was named by itself was wanted.
+    if (locked > 0 && !everything)
+        Session().Refuse(told + ".");
+    else
+        Session().Tell(told + ".");
 }
 
 std::vector<HostEntity*> SelectionQuestion::await_resume() const { return mChosen; }

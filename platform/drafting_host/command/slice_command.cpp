@@ -91,7 +91,7 @@ Asking<Keep> AskSide(CommandSession& session, WorldPlane plane) {
         if (side.Is("Both")) co_return Keep::Both;
         const double height = Dot(*side.value - plane.point, plane.normal);
         if (std::abs(height) > pointTolerance) co_return height > 0 ? Keep::Above : Keep::Below;
-        session.Tell("The point lies on the plane: a point on one side of it is expected.");
+        session.Refuse("The point lies on the plane: a point on one side of it is expected.");
     }
 }
 
@@ -101,7 +101,7 @@ Asking<void> Slice(CommandSession& session) {
     const std::vector<HostEntity*> chosen = co_await session.AskSelection(SelectFor::Changing);
     const std::vector<HostSolid*> slicing = SolidsOf(chosen);
     if (slicing.empty()) {
-        session.Tell("No solid was selected.");
+        session.Refuse("No solid was selected.");
         co_return;
     }
     const WorldPlane plane = co_await AskPlane(session, "slicing plane");
@@ -120,7 +120,7 @@ Asking<void> Slice(CommandSession& session) {
             Apply(session, *slicing[i], cut[i], keep);
         }
     }
-    if (missed > 0) session.Tell("The plane misses " + std::to_string(missed) + " of the solids.");
+    if (missed > 0) session.Refuse("The plane misses " + std::to_string(missed) + " of the solids.");
 }
 
 }  // namespace brenvik::host_commands

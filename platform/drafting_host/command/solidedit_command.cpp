@@ -29,7 +29,7 @@ using Steps = std::vector<Step>;
 
 void Undo(CommandSession& session, Steps& steps) {
     if (steps.empty()) {
-        session.Tell("There is nothing to undo.");
+        session.Refuse("There is nothing to undo.");
         return;
     }
     const Step step = std::move(steps.back());
@@ -51,8 +51,8 @@ void Change(CommandSession& session, Steps& steps, const ChosenFaces& chosen, co
         solid.SetShape(std::move(result));
         session.NoteChanged(solid);
     } catch (const Failure& failure) {
-        session.Tell("The faces stay as they were: " +
-                     (failure.detail().empty() ? failure.description() : failure.detail()) + ".");
+        session.Refuse("The faces stay as they were: " +
+                       (failure.detail().empty() ? failure.description() : failure.detail()) + ".");
     }
 }
 
@@ -79,7 +79,7 @@ Asking<void> ExtrudeFaces(CommandSession& session, Steps& steps, ChosenFaces cho
     const Answered<double> taper =
         co_await session.AskAngle("Angle of taper for extrusion <0>:", {}, IfEmpty::Allowed);
     if (taper.Or(0) != 0) {
-        session.Tell("The faces stay as they were: only a taper angle of 0 is possible.");
+        session.Refuse("The faces stay as they were: only a taper angle of 0 is possible.");
         co_return;
     }
     Change(session, steps, chosen, [&](const TopoDS_Shape& solid, std::span<const TopoDS_Face> faces) {
@@ -102,7 +102,7 @@ Asking<void> EditFaces(CommandSession& session, Steps& steps) {
         FaceQuestion question(session, solid != nullptr && !solid->Erased() ? solid : nullptr);
         const ChosenFaces chosen = co_await question;
         if (chosen.faces.empty()) {
-            session.Tell("No face was selected.");
+            session.Refuse("No face was selected.");
             continue;
         }
         solid = chosen.solid;
@@ -119,7 +119,7 @@ void Part(CommandSession& session, Steps& steps, HostSolid& solid) {
         pieces.push_back(each.Current());
     }
     if (pieces.size() < 2) {
-        session.Tell("The solid is a single piece.");
+        session.Refuse("The solid is a single piece.");
         return;
     }
     Step step{&solid, solid.Shape(), {}};
@@ -139,7 +139,7 @@ HostSolid* SolidOf(CommandSession& session, const std::vector<HostEntity*>& chos
     for (HostEntity* entity : chosen) {
         if (auto* solid = dynamic_cast<HostSolid*>(entity)) return solid;
     }
-    session.Tell("No solid was selected.");
+    session.Refuse("No solid was selected.");
     return nullptr;
 }
 

@@ -158,7 +158,7 @@ Asking<void> AskNamed(CommandSession& session, bool restoring) {
     }
     const auto known = FindNamed(session, *name.value);
     if (known == session.Document().NamedUcs().end()) {
-        session.Tell("No UCS is named \"" + *name.value + "\".");
+        session.Refuse("No UCS is named \"" + *name.value + "\".");
     } else if (restoring) {
         session.ChangeUcs({known->origin, known->xAxis, known->yAxis});
     } else {
@@ -182,7 +182,7 @@ Asking<void> Ucs(CommandSession& session) {
     } else if (option.Is("orthoGraphic")) {
         co_await AskOrthographic(session);
     } else if (option.Is("Previous")) {
-        if (!session.PreviousUcs()) session.Tell("There is no earlier UCS.");
+        if (!session.PreviousUcs()) session.Refuse("There is no earlier UCS.");
     } else if (option.Is("Restore") || option.Is("Delete")) {
         co_await AskNamed(session, option.Is("Restore"));
     } else if (option.Is("Save")) {

@@ -79,12 +79,12 @@ bool SolidFaceQuestion::Take(const std::string& answer) {
     }
     const std::optional<Point3> point = Session().PointFrom(answer);
     if (!point) {
-        Session().Tell("\"" + answer + "\" picks no face: a point on a face is expected.");
+        Session().Refuse("\"" + answer + "\" picks no face: a point on a face is expected.");
         return false;
     }
     Session().SetLastPoint(*point);
     if (mCorners == 0) return TakeAt(*point);
-    if (--mCorners == 0) Session().Tell("A window picks no face: a point on a face is expected.");
+    if (--mCorners == 0) Session().Refuse("A window picks no face: a point on a face is expected.");
     return false;
 }
 
@@ -94,7 +94,7 @@ bool SolidFaceQuestion::TakeAt(const Point3& point) {
         solid == nullptr ? std::vector<TopoDS_Face>{} : FacesAt(Session(), solid->Shape(), point);
     const auto flat = std::ranges::find_if(faces, &IsFlat);
     if (flat == faces.end()) {
-        Session().Tell("No flat face of a solid lies there.");
+        Session().Refuse("No flat face of a solid lies there.");
         return false;
     }
     mFrame = FrameOn(*flat, point);
@@ -107,7 +107,7 @@ Asking<void> UcsOnFace(CommandSession& session) {
     SolidFaceQuestion question(session);
     std::optional<UcsFrame> frame = co_await question;
     if (!frame) {
-        session.Tell("No face was selected.");
+        session.Refuse("No face was selected.");
         co_return;
     }
     for (;;) {

@@ -6,7 +6,7 @@
 namespace brenvik::host_commands {
 
 Asking<void> TakeBack(CommandSession& session) {
-    session.Tell("Nothing can be taken back here: earlier states of a drawing aren't kept.");
+    session.Refuse("Nothing can be taken back here: earlier states of a drawing aren't kept.");
     co_return;
 }
 

@@ -21,7 +21,7 @@ Asking<void> Variable(CommandSession& session, const HostVariable& variable) {
         if (answer.Empty()) co_return;
         const std::string wrong = SetVariable(session, variable, *answer.value);
         if (wrong.empty()) co_return;
-        session.Tell("\"" + *answer.value + "\" is no value of " + name + ": " + wrong + ".");
+        session.Refuse("\"" + *answer.value + "\" is no value of " + name + ": " + wrong + ".");
     }
 }
 
@@ -30,7 +30,7 @@ Asking<void> Snap(CommandSession& session) {
     const std::string prompt = "Snap spacing or [ON/OFF] <" + spacing + ">:";
     const Answered<double> answer = co_await session.AskDistance(prompt, "ON OFF", IfEmpty::Allowed);
     if (answer.value && *answer.value <= 0) {
-        session.Tell("A snap spacing has to be above 0.");
+        session.Refuse("A snap spacing has to be above 0.");
         co_return;
     }
     if (answer.value) SetVariable(session, *FindHostVariable("SNAPUNIT"), LengthText(*answer.value));
@@ -55,7 +55,7 @@ Asking<void> SetVar(CommandSession& session) {
     }
     const HostVariable* variable = FindHostVariable(*name.value);
     if (variable == nullptr) {
-        session.Tell("Unknown variable \"" + FoldUpper(*name.value) + "\".");
+        session.Refuse("Unknown variable \"" + FoldUpper(*name.value) + "\".");
         co_return;
     }
     co_await Variable(session, *variable);

@@ -18,7 +18,7 @@ constexpr double sheetWidth = 420, sheetHeight = 297;
 
 bool InPaperSpace(const CommandSession& session, std::string_view command) {
     if (session.Document().ActiveSpace() == ActiveSpaceKind::PaperSpace) return true;
-    session.Tell(std::string(command) + " works in paper space alone: set TILEMODE to 0 first.");
+    session.Refuse(std::string(command) + " works in paper space alone: set TILEMODE to 0 first.");
     return false;
 }
 
@@ -26,7 +26,7 @@ void AddViewport(CommandSession& session, const Point3& corner, const Point3& op
     HostDocument& document = session.Document();
     const double width = std::abs(opposite.x - corner.x), height = std::abs(opposite.y - corner.y);
     if (width < pointTolerance || height < pointTolerance) {
-        session.Tell("A viewport needs a width and a height.");
+        session.Refuse("A viewport needs a width and a height.");
         return;
     }
     const Point3 center{(corner.x + opposite.x) / 2, (corner.y + opposite.y) / 2, 0};
@@ -86,7 +86,7 @@ Asking<void> Mspace(CommandSession& session) {
     if (!InPaperSpace(session, "MSPACE")) co_return;
     const auto* viewport = dynamic_cast<const HostViewport*>(session.Document().ActivePViewport());
     if (viewport == nullptr || !viewport->On()) {
-        session.Tell("There are no active viewports of model space.");
+        session.Refuse("There are no active viewports of model space.");
         co_return;
     }
     session.Document().SetMSpace(true);

@@ -46,7 +46,7 @@ Asking<std::vector<HostViewport*>> AskViewports(CommandSession& session) {
         co_return viewports;
     }
     HostViewport* current = document.CurrentViewport();
-    if (current == nullptr) session.Tell("No viewport is entered: MSPACE enters one.");
+    if (current == nullptr) session.Refuse("No viewport is entered: MSPACE enters one.");
     co_return current == nullptr ? std::vector<HostViewport*>{} : std::vector{current};
 }
 
@@ -54,7 +54,7 @@ Asking<std::vector<HostViewport*>> AskViewports(CommandSession& session) {
 
 Asking<void> Vplayer(CommandSession& session) {
     if (session.Document().ActiveSpace() == ActiveSpaceKind::ModelSpace) {
-        session.Tell("VPLAYER works in paper space alone: set TILEMODE to 0 first.");
+        session.Refuse("VPLAYER works in paper space alone: set TILEMODE to 0 first.");
         co_return;
     }
     for (;;) {

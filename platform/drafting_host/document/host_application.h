@@ -78,6 +78,12 @@ class HostApplication final : public AcadApplication, public MeasuringPort {
     void Tell(std::string_view line) const {
         if (mTranscript) mTranscript(line);
     }
+    /// The same for a line that tells of something refused; the handler hears it ahead of the transcript.
+    void SetRefusalHandler(TranscriptSink handler) { mRefused = std::move(handler); }
+    void TellRefusal(std::string_view line) const {
+        if (mRefused) mRefused(line);
+        Tell(line);
+    }
     /// Called after a command that reshapes parts has ended and changed something: UNION, SLICE, INTERSECT
     /// and SOLIDEDIT. The changed solids are the previous selection by then.
     using CommandEndedHandler = std::function<void(HostDocument& document, std::string_view commandName)>;
@@ -108,6 +114,7 @@ class HostApplication final : public AcadApplication, public MeasuringPort {
     PromptPort* mPrompts = nullptr;
     CommandLinePort* mCommandLine = nullptr;
     TranscriptSink mTranscript;
+    TranscriptSink mRefused;
     CommandEndedHandler mCommandEnded;
 };
 
