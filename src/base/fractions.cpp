@@ -51,6 +51,13 @@ double RoundDecimalValue(double value, double unit) {
     return std::floor(std::fabs(value) / unit + 0.5) * sign * unit;
 }
 
+double ClosestThirtySecond(double size) {
+    constexpr int decimalsOfSizes = 5;
+    const double halfWay = (std::floor(size / ExportFractionUnit) + 0.5) * ExportFractionUnit;
+    const bool isHalfWay = RoundHalfEven(halfWay, decimalsOfSizes) == RoundHalfEven(size, decimalsOfSizes);
+    return RoundDecimalValue(isHalfWay ? halfWay : size, ExportFractionUnit);
+}
+
 std::string DecimalToFraction(double value, bool padded) {
     const std::int32_t whole = ToInteger(std::trunc(value));
     const Fraction fraction = Reduced(DecimalFraction(ToSingle(value - whole)));

@@ -16,6 +16,11 @@ std::string FractionMe(std::string_view text);
 /// 11 for a unit of 0.
 double RoundDecimalValue(double value, double unit);
 
+/// The 32nd that is nearest to a size, by the rule of RoundDecimalValue. Sizes are kept with five decimals,
+/// in which a 64th can't be written, so 52.01562 counts as the 52 1/64 that was measured: both it and 52 3/64
+/// go away from zero.
+double ClosestThirtySecond(double size);
+
 /// The whole number, a blank and the fraction: "3 3/4", "1/2", "3"; nothing for 0. With `padded` a text with
 /// a fraction has a "0" ahead ("03 3/4", "0 1/2"), which keeps a spreadsheet from reading a date. The
 /// fraction of a negative number is in tenths, hundredths and so on, as its decimals have it: "-1 5/10",

@@ -146,8 +146,7 @@ Fields FieldsOfABC(const RunState& run) {
     constexpr int thicknessDigits = 2;
     const PartTexts& part = run.texts;
     const auto upper = [](const std::string& text) { return FoldUpper(text); };
-    const std::string fraction =
-        DecimalToFraction(RoundDecimalValue(run.PartThickness, ExportFractionUnit), false);
+    const std::string fraction = DecimalToFraction(ClosestThirtySecond(run.PartThickness), false);
     const std::string thickness = Trim(NumberToTextBlank(RoundHalfEven(run.PartThickness, thicknessDigits)));
     const std::string folder = run.FirstPass() ? "C:\\BV-DXF\\" : "C:\\BV-DXF\\2-sided\\";
     return {QuantityText(run),

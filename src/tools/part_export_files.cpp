@@ -39,7 +39,7 @@ std::string FinishedPartPath(int index, std::string_view PartName, std::string_v
 }
 
 std::string MaterialLayerName(double thickness, std::string_view Material) {
-    const std::string size = NumberToTextBlank(RoundDecimalValue(thickness, ExportFractionUnit));
+    const std::string size = NumberToTextBlank(ClosestThirtySecond(thickness));
     const std::string material = IsBlank(Material) ? "UnknownMaterial" : FoldUpper(Material);
     return WithoutCharacters("<>/\\\":;?*|,=`", "Material_" + size + " " + material);
 }

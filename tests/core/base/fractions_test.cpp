@@ -8,7 +8,9 @@
 #include <limits>
 #include <numeric>
 #include <string>
+#include <utility>
 
+#include "base/numbers.h"
 #include "support/failure_of.h"
 
 namespace brenvik {
@@ -48,6 +50,22 @@ TEST(FractionText, OverflowsBeyondThirtyTwoBits) {
         EXPECT_EQ(FailureOf([=] { DecimalToFraction(value, false); }).number(), failure_number::overflow)
             << value;
     EXPECT_EQ(DecimalToFraction(2147483647, false), "2147483647");
+}
+
+TEST(ClosestThirtySecond, TakesEvery64thAwayFromZeroAsItWasMeasured) {
+    for (int part = -64 * 100 + 1; part < 64 * 100; part += 2) {
+        const double exact = part / 64.0;
+        const double away = (part + (part > 0 ? 1 : -1)) / 64.0;
+        EXPECT_EQ(ClosestThirtySecond(exact), away) << part;
+        // Sizes are kept with five decimals.
+        EXPECT_EQ(ClosestThirtySecond(RoundHalfEven(exact, 5)), away) << part;
+    }
+}
+
+TEST(ClosestThirtySecond, OfAnythingElseIsTheNearest) {
+    for (const auto& [size, closest] : {std::pair(52.0156, 52.0), std::pair(52.01564, 52.03125),
+                                        std::pair(18.0, 18.0), std::pair(0.0, 0.0), std::pair(-0.3, -0.3125)})
+        EXPECT_EQ(ClosestThirtySecond(size), closest) << size;
 }
 
 TEST(FractionMeStep, ChangesNothing) {
