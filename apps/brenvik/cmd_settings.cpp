@@ -49,7 +49,7 @@ bool IsStored(Workplace& workplace, const SettingPlace& place) {
 /// The place of a setting that there is, or can be.
 SettingPlace RequirePlace(Workplace& workplace, const std::string& name) {
     SettingPlace place = PlaceOf(name);
-    if (IsStored(workplace, place) || IsKnownSetting(place.name)) return place;
+    if (IsStored(workplace, place) || SubkeyOfSetting(place.name)) return place;
     throw CommandError(ExitStatus::WrongWords, "expected the name of a setting, found " + name +
                                                    "; brenvik settings list prints those that are stored");
 }
@@ -62,6 +62,11 @@ ExitStatus ListSettings(const std::string& home) {
             std::cout << subkey << (subkey.empty() ? "" : "\\") << name << '=' << value << '\n';
             workplace.toldSettings.Look(PathOf(subkey), name, value);
         }
+    // What isn't there can't be printed, but it will be read.
+    for (const SettingEntry& entry : SettingTable())
+        if (const SettingPlace place{PathOf(entry.subkey), std::string(entry.name)};
+            entry.createdAtInstall && !IsStored(workplace, place))
+            workplace.toldSettings.Look(place.path, place.name, {});
     return workplace.toldSettings.DamageFound() ? ExitStatus::Incomplete : ExitStatus::Done;
 }
 

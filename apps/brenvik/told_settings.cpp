@@ -1,6 +1,7 @@
 // Looking at values as they go by.
 #include "told_settings.h"
 
+#include <algorithm>
 #include <iostream>
 #include <utility>
 
@@ -20,10 +21,29 @@ ToldSettings::ToldSettings(SettingsPort& settingsStore, std::string shownFile, s
       program(std::move(programWords)) {}
 
 void ToldSettings::Look(std::string_view path, std::string_view name, std::string_view value) {
+    if (StartsWithIgnoreCase(path, SettingsKeyPath)) TellStoreFaults();
     const std::string expected = ValueFaultAt(path, name, value);
     if (expected.empty() || !told.insert(std::string(path) + "\\" + std::string(name)).second) return;
-    tell(file + ": " + std::string(name) + " is \"" + std::string(value) + "\", expected " + expected +
-         "; to change it: " + program + " settings set " + std::string(name) + " VALUE");
+    const bool missing = value.empty() && !IsStored(path, name);
+    Tell(file + ": " + std::string(name) + (missing ? " is missing" : " is \"" + std::string(value) + "\"") +
+         ", expected " + expected + (missing ? "; to set it: " : "; to change it: ") + program +
+         " settings set " + std::string(name) + " VALUE");
+}
+
+bool ToldSettings::IsStored(std::string_view path, std::string_view name) {
+    const auto values = store.EnumerateSettings(SettingsRoot::LocalMachine, path);
+    return std::ranges::any_of(values,
+                               [&](const auto& value) { return EqualsIgnoreCase(value.first, name); });
+}
+
+void ToldSettings::TellStoreFaults() {
+    if (std::exchange(storeLookedAt, true) || !storeFaults) return;
+    for (const std::string& fault : storeFaults()) Tell(fault);
+}
+
+void ToldSettings::Tell(const std::string& text) {
+    damageFound = true;
+    tell(text);
 }
 
 std::string ToldSettings::GetSetting(SettingsRoot root, std::string_view path, std::string_view name) {

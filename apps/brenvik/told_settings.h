@@ -6,6 +6,8 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "base/letter_case.h"
 #include "session/settings_port.h"
@@ -27,9 +29,14 @@ class ToldSettings : public SettingsPort {
     /// Where the messages go; standard error by default.
     std::function<void(const std::string&)> tell;
 
-    /// Whether a damaged value has been read.
-    bool DamageFound() const { return !told.empty(); }
-    /// The same look at a value that was read another way.
+    /// What is wrong with the store apart from its values, a text each: asked once, when the system first
+    /// reads from it.
+    std::function<std::vector<std::string>()> storeFaults;
+
+    /// Whether a damaged value has been read, or anything told of the store.
+    bool DamageFound() const { return damageFound; }
+    /// The same look at a value that was read another way. A blank one is told as missing where there is
+    /// none.
     void Look(std::string_view path, std::string_view name, std::string_view value);
 
     std::string GetSetting(SettingsRoot root, std::string_view path, std::string_view name) override;
@@ -40,9 +47,14 @@ class ToldSettings : public SettingsPort {
                                                                        std::string_view path) override;
 
   private:
+    bool IsStored(std::string_view path, std::string_view name);
+    void TellStoreFaults();
+    void Tell(const std::string& text);
+
     SettingsPort& store;
     std::string file, program;
     std::set<std::string, LessIgnoreCase> told;
+    bool damageFound = false, storeLookedAt = false;
 };
 
 }  // namespace brenvik::app

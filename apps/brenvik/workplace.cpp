@@ -12,6 +12,7 @@
 #include "install_home.h"
 #include "session/session.h"
 #include "settings/settings_keys.h"
+#include "settings_file_check.h"
 #include "shell_word.h"
 
 namespace brenvik::app {
@@ -49,6 +50,9 @@ Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, Measure
       host(WriteWholeFile, WriteScratchFile),
       typedCommands(host) {
     files.SetWorkFolder(workFolder);
+    toldSettings.storeFaults = [this] {
+        return SettingsFileFaults(settings.Lines(), TextFromPath(home / settingsFileName));
+    };
     Load(dialogs);
     RequireReadableSettings();
     std::error_code unknown;

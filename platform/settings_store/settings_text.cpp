@@ -122,11 +122,16 @@ SettingsText::Line SettingsText::ReadLine(std::string_view text, std::string_vie
         if (text.size() < 2 || text.back() != ']')
             throw Damaged(place, "expected ] at the end of a section head");
         line.kind = LineKind::SectionHead;
-        line.folded = FoldLower(text.substr(1, text.size() - 2));
+        line.name = text.substr(1, text.size() - 2);
+        line.folded = FoldLower(line.name);
         return line;
     }
     const std::size_t equals = FindEquals(text);
-    if (equals == std::string_view::npos) return line;
+    if (equals == std::string_view::npos) {
+        line.kind = LineKind::Stray;
+        line.name = text;
+        return line;
+    }
     line.kind = LineKind::Value;
     line.name = Unescaped(text.substr(0, equals), place);
     line.value = Unescaped(text.substr(equals + 1), place);
@@ -223,8 +228,11 @@ void SettingsText::Set(std::string_view path, std::string_view name, std::string
             throw InvalidCall("a settings key path must be text on one line: " + std::string(path));
         if (!mLines.empty()) mLines.push_back({LineKind::Other, mLineBreak, {}, {}, {}});
         section = mLines.size();
-        mLines.push_back(
-            {LineKind::SectionHead, "[" + std::string(path) + "]" + mLineBreak, FoldLower(path), {}, {}});
+        mLines.push_back({LineKind::SectionHead,
+                          "[" + std::string(path) + "]" + mLineBreak,
+                          FoldLower(path),
+                          std::string(path),
+                          {}});
     }
     std::size_t at = SectionEnd(section);
     while (at > section + 1 && mLines[at - 1].kind != LineKind::Value) --at;
@@ -245,6 +253,30 @@ std::vector<std::pair<std::string, std::string>> SettingsText::ValuesUnder(std::
     for (std::size_t at = section; at < end; ++at)
         if (mLines[at].kind == LineKind::Value) values.emplace_back(mLines[at].name, mLines[at].value);
     return values;
+}
+
+std::vector<SettingsFileLine> SettingsText::Lines() const {
+    std::vector<SettingsFileLine> lines;
+    std::string section;
+    for (std::size_t at = 0; at < mLines.size(); ++at) {
+        const Line& line = mLines[at];
+        const std::size_t number = at + 1;
+        switch (line.kind) {
+            case LineKind::Other:
+                break;
+            case LineKind::SectionHead:
+                section = line.name;
+                lines.push_back({number, SettingsFileLine::Kind::SectionHead, section, {}, {}});
+                break;
+            case LineKind::Value:
+                lines.push_back({number, SettingsFileLine::Kind::Value, section, line.name, line.value});
+                break;
+            case LineKind::Stray:
+                lines.push_back({number, SettingsFileLine::Kind::Stray, section, line.name, {}});
+                break;
+        }
+    }
+    return lines;
 }
 
 }  // namespace brenvik

@@ -14,6 +14,7 @@
 // off can be told.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,6 +25,15 @@ namespace brenvik {
 
 /// The number of the failure for a settings file that can't be read.
 inline constexpr long invalidFileFormat = 321;
+
+/// A line of a settings file that isn't blank or a remark.
+struct SettingsFileLine {
+    enum class Kind { SectionHead, Value, Stray };
+    std::size_t number = 0;  ///< From 1.
+    Kind kind = Kind::Stray;
+    std::string section;      ///< The path of the section that it is in, or begins.
+    std::string name, value;  ///< Of a value; the text of a stray line, which holds no value, is its name.
+};
 
 /// The content of a settings file. Key paths and names compare without regard to case; where one stands
 /// twice the first counts.
@@ -46,9 +56,11 @@ class SettingsText {
     bool Remove(std::string_view path, std::string_view name);
     /// The values directly under a path, in the order of the file.
     std::vector<std::pair<std::string, std::string>> ValuesUnder(std::string_view path) const;
+    /// All that is written in it, also where nobody would look for it.
+    std::vector<SettingsFileLine> Lines() const;
 
   private:
-    enum class LineKind { Other, SectionHead, Value };
+    enum class LineKind { Other, SectionHead, Value, Stray };
 
     struct Line {
         LineKind kind = LineKind::Other;

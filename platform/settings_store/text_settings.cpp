@@ -17,15 +17,15 @@ std::string Shown(const std::filesystem::path& file) {
     return std::string(text.begin(), text.end());
 }
 
-std::string KeyPath(SettingsRoot root, std::string_view path) {
+}  // namespace
+
+std::string SectionPath(SettingsRoot root, std::string_view path) {
     switch (root) {
         case SettingsRoot::LocalMachine:
             return "HKEY_LOCAL_MACHINE\\" + std::string(path);
     }
     return std::string(path);
 }
-
-}  // namespace
 
 TextSettings::TextSettings(std::filesystem::path file, WholeFileWriter write)
     : mFile(std::move(file)), mWrite(std::move(write)) {}
@@ -76,7 +76,7 @@ void TextSettings::Write(const SettingsText& changed) {
 
 std::string TextSettings::GetSetting(SettingsRoot root, std::string_view path, std::string_view name) {
     Refresh();
-    return mSettings.Find(KeyPath(root, path), name).value_or("");
+    return mSettings.Find(SectionPath(root, path), name).value_or("");
 }
 
 // Runs a change on what the file holds now; it says whether anything is different.
@@ -94,7 +94,7 @@ void TextSettings::Change(const std::function<bool(SettingsText&)>& change) {
 void TextSettings::SaveSetting(SettingsRoot root, std::string_view path, std::string_view name,
                                std::string_view text) {
     Change([&](SettingsText& settings) {
-        const std::string key = KeyPath(root, path);
+        const std::string key = SectionPath(root, path);
         if (settings.Find(key, name) == text) return false;
         settings.Set(key, name, text);
         return true;
@@ -102,7 +102,7 @@ void TextSettings::SaveSetting(SettingsRoot root, std::string_view path, std::st
 }
 
 void TextSettings::DeleteSetting(SettingsRoot root, std::string_view path, std::string_view name) {
-    Change([&](SettingsText& settings) { return settings.Remove(KeyPath(root, path), name); });
+    Change([&](SettingsText& settings) { return settings.Remove(SectionPath(root, path), name); });
 }
 
 void TextSettings::ChangeTogether(const std::function<void()>& changes) {
@@ -124,7 +124,12 @@ void TextSettings::ChangeTogether(const std::function<void()>& changes) {
 std::vector<std::pair<std::string, std::string>> TextSettings::EnumerateSettings(SettingsRoot root,
                                                                                  std::string_view path) {
     Refresh();
-    return mSettings.ValuesUnder(KeyPath(root, path));
+    return mSettings.ValuesUnder(SectionPath(root, path));
+}
+
+std::vector<SettingsFileLine> TextSettings::Lines() {
+    Refresh();
+    return mSettings.Lines();
 }
 
 }  // namespace brenvik

@@ -14,6 +14,9 @@
 
 namespace brenvik {
 
+/// The section of the file that holds the values under a path.
+std::string SectionPath(SettingsRoot root, std::string_view path);
+
 /// Settings in a text file. A missing file is an empty store; it is made by the first save. A change of
 /// the file by another program or an editor is seen at the next call. A save changes its own value in what
 /// the file holds at that moment, while other programs wait, so that of two programs neither loses the
@@ -29,6 +32,9 @@ class TextSettings : public SettingsPort {
     void DeleteSetting(SettingsRoot root, std::string_view path, std::string_view name) override;
     std::vector<std::pair<std::string, std::string>> EnumerateSettings(SettingsRoot root,
                                                                        std::string_view path) override;
+
+    /// The lines of the file.
+    std::vector<SettingsFileLine> Lines();
 
     /// Writes what `changes` saves and deletes as one change of the file, while other programs wait: they see
     /// all of it or nothing. A failure of `changes` changes nothing.

@@ -26,7 +26,8 @@ struct Limits {
     std::string_view name;
     double lowest, highest;
     bool whole;
-    /// A blank reads as 0, or as not there, where it isn't read strictly.
+    /// A blank reads as not there. What runs cut by can't be blank: it would read as 0, which is a depth, a
+    /// size and a quantity too.
     bool mayBeBlank;
 };
 
@@ -34,11 +35,11 @@ struct Limits {
 // that holds the part on the sheet. A window may stand on a second screen to the left.
 constexpr auto NumberLimits = std::to_array<Limits>({
     {"ExportScaleSetting", 1, 4, true, false},
-    {"CircleSize", 0, NoLimit, false, true},
-    {"BiesseWorksSpoil", -NoLimit, NoLimit, false, true},
-    {"CNCMultiplier", 0, MostParts, true, true},
+    {"CircleSize", 0, NoLimit, false, false},
+    {"BiesseWorksSpoil", -NoLimit, NoLimit, false, false},
+    {"CNCMultiplier", 0, MostParts, true, false},
     {"DrillSpoilAmount", -NoLimit, NoLimit, false, false},
-    {"BWPriority", 0, NoLimit, false, true},
+    {"BWPriority", 0, NoLimit, false, false},
     {"DialogWidth", 0, NoLimit, false, true},
     {"DialogHeight", 0, NoLimit, false, true},
     {"DialogLeft", -NoLimit, NoLimit, false, true},
@@ -63,11 +64,11 @@ bool IsWidth(std::string_view name) {
     return false;
 }
 
-bool IsOfAFamily(std::string_view name) {
+const SettingEntry* FamilyOf(std::string_view name) {
     const std::size_t lastLetter = name.find_last_not_of("0123456789");
-    if (lastLetter == std::string_view::npos || lastLetter + 1 == name.size()) return false;
+    if (lastLetter == std::string_view::npos || lastLetter + 1 == name.size()) return nullptr;
     const SettingEntry* family = FindSetting(name.substr(0, lastLetter + 1));
-    return family && family->kind == SettingKind::Counted;
+    return family && family->kind == SettingKind::Counted ? family : nullptr;
 }
 
 std::string InWords(const Limits& limits) {
@@ -103,8 +104,11 @@ bool HoldsControlCharacter(std::string_view text) {
 
 }  // namespace
 
-bool IsKnownSetting(std::string_view name) {
-    return FindSetting(name) != nullptr || IsWidth(name) || IsOfAFamily(name);
+std::optional<std::string_view> SubkeyOfSetting(std::string_view name) {
+    if (const SettingEntry* entry = FindSetting(name)) return entry->subkey;
+    if (const SettingEntry* family = FamilyOf(name)) return family->subkey;
+    if (IsWidth(name)) return std::string_view();
+    return std::nullopt;
 }
 
 std::string SettingValueFault(std::string_view name, std::string_view value) {

@@ -252,8 +252,8 @@ TEST_F(Settings, OfASubkeyStandUnderIt) {
 TEST_F(Settings, OfTextTakeItAsItStands) {
     EXPECT_EQ(Run({"settings", "set", "ACCESS_TABLE_NAME", " ein Maß "}).status, 0);
     EXPECT_EQ(Run({"settings", "get", "ACCESS_TABLE_NAME"}).output, " ein Maß \n");
-    EXPECT_EQ(Run({"settings", "set", "CircleSize", ""}).status, 0);
-    EXPECT_EQ(Run({"settings", "get", "CircleSize"}).output, "\n");
+    EXPECT_EQ(Run({"settings", "set", "ACCESS_TABLE_NAME", ""}).status, 0);
+    EXPECT_EQ(Run({"settings", "get", "ACCESS_TABLE_NAME"}).output, "\n");
 }
 
 TEST_F(Settings, RefuseAValueThatTheyCannotHaveAndTellWhatTheyCan) {
@@ -262,6 +262,7 @@ TEST_F(Settings, RefuseAValueThatTheyCannotHaveAndTellWhatTheyCan) {
                                               {"CircleSize", "35 mm", "a number, 0 or more"},
                                               {"BiesseWorksSpoil", "a bit", "a number"},
                                               {"CNCMultiplier", "1.5", "a whole number, 0 or more"},
+                                              {"CNCMultiplier", "", "a whole number, 0 or more"},
                                               {"QUANTITY_WIDTH", "wide", "a number, 0 or more"},
                                               {"CSV_SAVE\\CSV_REDUCE", "2", "0 or 1"}};
     Run({"init"});

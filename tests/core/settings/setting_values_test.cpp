@@ -28,7 +28,7 @@ TEST(SettingValues, FitTheirKindAndLimits) {
         {"ExportScaleSetting", "1.5", "a whole number from 1 to 4"},
         {"ExportScaleSetting", "", "a whole number from 1 to 4"},
         {"CircleSize", "35", ""},
-        {"CircleSize", "", ""},
+        {"CircleSize", "", "a number, 0 or more"},
         {"CircleSize", "1.378", ""},
         {"CircleSize", "-1", "a number, 0 or more"},
         {"CircleSize", "35 mm", "a number, 0 or more"},
@@ -37,6 +37,11 @@ TEST(SettingValues, FitTheirKindAndLimits) {
         {"CircleSize", "35,5", "a number, 0 or more"},
         {"BiesseWorksSpoil", "-0.2", ""},
         {"BiesseWorksSpoil", "some", "a number"},
+        {"BiesseWorksSpoil", "", "a number"},
+        {"CNCMultiplier", "", "a whole number, 0 or more"},
+        {"BWPriority", "", "a number, 0 or more"},
+        {"skipandcontinuevalue", "", ""},
+        {"DialogWidth", "", ""},
         {"DrillSpoilAmount", "", "a number"},
         {"CNCMultiplier", "0", ""},
         {"CNCMultiplier", "2", ""},
@@ -85,9 +90,9 @@ TEST(SettingValues, ThatTheDialogWritesForItsBoxesAndButtonsFit) {
 
 TEST(SettingNames, AreThoseOfTheTableOfWidthsAndOfNumberedFamilies) {
     for (const char* name : {"circlesize", "MDBPath", "LWT_WIDTH", "CVS_COL_KEY0", "access_to12"})
-        EXPECT_TRUE(IsKnownSetting(name)) << name;
+        EXPECT_TRUE(SubkeyOfSetting(name).has_value()) << name;
     for (const char* name : {"", "NoSuchName", "CVS_COL_KEYx", "CircleSize1", "_WIDTH", "LENGTH_WIDTH"})
-        EXPECT_FALSE(IsKnownSetting(name)) << name;
+        EXPECT_FALSE(SubkeyOfSetting(name).has_value()) << name;
 }
 
 }  // namespace

@@ -1,0 +1,100 @@
+// Walking the lines of a settings file.
+#include "settings_file_check.h"
+
+#include <map>
+#include <optional>
+#include <string_view>
+
+#include "base/letter_case.h"
+#include "settings/setting_values.h"
+#include "settings/settings_keys.h"
+#include "settings_store/text_settings.h"
+
+namespace brenvik::app {
+
+namespace {
+
+std::string SectionOf(std::string_view subkey) {
+    return SectionPath(SettingsRoot::LocalMachine,
+                       std::string(SettingsKeyPath) + (subkey.empty() ? "" : "\\") + std::string(subkey));
+}
+
+bool IsOurs(std::string_view section) {
+    for (const std::string_view subkey : {std::string_view(), CsvSaveSubkey, AccessSaveSubkey})
+        if (EqualsIgnoreCase(section, SectionOf(subkey))) return true;
+    return false;
+}
+
+std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
+
+class FileCheck {
+  public:
+    explicit FileCheck(const std::string& fileName) : file(fileName) {}
+
+    void LookAt(const SettingsFileLine& line) {
+        switch (line.kind) {
+            case SettingsFileLine::Kind::SectionHead:
+                LookAtHead(line);
+                break;
+            case SettingsFileLine::Kind::Value:
+                if (isRead) LookAtValue(line);
+                break;
+            case SettingsFileLine::Kind::Stray:
+                Tell(line, "expected NAME=VALUE, found " + Quoted(line.name) + "; it is not read");
+                break;
+        }
+    }
+
+    std::vector<std::string> faults;
+
+  private:
+    void Tell(const SettingsFileLine& line, const std::string& text) {
+        faults.push_back(file + ":" + std::to_string(line.number) + ": " + text);
+    }
+
+    void LookAtHead(const SettingsFileLine& line) {
+        isRead = false;
+        if (!IsOurs(line.section)) {
+            Tell(line, "expected [" + SectionOf({}) + "], found [" + line.section +
+                           "]; the lines below it are not read");
+        } else if (const auto [first, isNew] = heads.try_emplace(line.section, line.number); !isNew) {
+            Tell(line, "the section [" + line.section + "] stands in line " + std::to_string(first->second) +
+                           " already; the lines below it here are not read");
+        } else {
+            isRead = true;
+            names.clear();
+        }
+    }
+
+    void LookAtValue(const SettingsFileLine& line) {
+        const std::optional<std::string_view> subkey = SubkeyOfSetting(line.name);
+        if (!subkey)
+            return Tell(line,
+                        "expected the name of a setting, found " + Quoted(line.name) + "; it is not read");
+        if (!EqualsIgnoreCase(SectionOf(*subkey), line.section))
+            return Tell(line, "expected " + line.name + " in the section [" + SectionOf(*subkey) +
+                                  "]; it is not read here");
+        const auto [first, isNew] = names.try_emplace(line.name, line);
+        if (!isNew)
+            Tell(line, line.name + " stands in line " + std::to_string(first->second.number) +
+                           " already, and what stands there counts: " + Quoted(first->second.value) +
+                           "; found " + Quoted(line.value));
+    }
+
+    const std::string& file;
+    bool isRead = false;
+    std::map<std::string, std::size_t, LessIgnoreCase> heads;
+    /// Of the present section.
+    std::map<std::string, SettingsFileLine, LessIgnoreCase> names;
+};
+
+}  // namespace
+
+std::vector<std::string> SettingsFileFaults(std::span<const SettingsFileLine> lines,
+                                            const std::string& file) {
+    FileCheck check(file);
+    for (const SettingsFileLine& line : lines) check.LookAt(line);
+    return std::move(check.faults);
+}
+
+}  // namespace brenvik::app

@@ -1,0 +1,16 @@
+// What stands in a settings file and is never read: a line that comes twice, a name that nobody knows, a
+// value in the wrong section. Whoever wrote it believes that it counts.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "settings_store/settings_text.h"
+
+namespace brenvik::app {
+
+/// A text for each such line, with the file and the line, what stands there and what was expected.
+std::vector<std::string> SettingsFileFaults(std::span<const SettingsFileLine> lines, const std::string& file);
+
+}  // namespace brenvik::app
