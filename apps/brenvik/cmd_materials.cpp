@@ -54,6 +54,14 @@ std::string LibraryFile(const Workplace& workplace) {
     return TextFromPath(workplace.files.Resolve(MaterialsPath()));
 }
 
+/// Of each line what is wrong with it. True where nothing is.
+template <typename Faults>
+bool TellFaults(const Workplace& workplace, const Faults& faults) {
+    for (const auto& fault : faults)
+        std::cerr << "brenvik: " << LibraryFile(workplace) << ":" << fault.line << ": " << fault.text << '\n';
+    return faults.empty();
+}
+
 /// What the file's failures mean for the one who asked: an input that can't be read.
 ExitStatus Reading(const Workplace& workplace, const std::function<ExitStatus()>& work) {
     try {
@@ -71,10 +79,9 @@ ExitStatus ListMaterials(const std::string& home) {
     return Reading(workplace, [&workplace] {
         const MaterialLibrary library = ReadMaterials();
         PrintTable(library.materials);
-        for (const MaterialDamage& damage : library.damages)
-            std::cerr << "brenvik: " << LibraryFile(workplace) << ":" << damage.line << ": " << damage.text
-                      << '\n';
-        return library.damages.empty() ? ExitStatus::Done : ExitStatus::Incomplete;
+        const bool whole = TellFaults(workplace, library.damages);
+        const bool right = TellFaults(workplace, library.faults);
+        return whole && right ? ExitStatus::Done : ExitStatus::Incomplete;
     });
 }
 
@@ -90,7 +97,7 @@ ExitStatus FindOne(const std::string& home, const std::string& key) {
     ConsoleDialogs dialogs(std::cerr);
     Workplace workplace(home, dialogs);
     TakeInstallFolder();
-    return Reading(workplace, [&key] {
+    return Reading(workplace, [&] {
         const std::optional<MaterialTexts> found = FindMaterial(key);
         // A material without a first tool is none for a run either.
         if (!found || !MaterialFromTexts(*found).Found()) {
@@ -100,7 +107,7 @@ ExitStatus FindOne(const std::string& home, const std::string& key) {
                                                            (near.empty() ? "" : "; the nearest are " + near));
         }
         std::cout << MaterialsText(std::span(&*found, 1), "\n");
-        return ExitStatus::Done;
+        return TellFaults(workplace, FaultsOfMaterial(key)) ? ExitStatus::Done : ExitStatus::Incomplete;
     });
 }
 
@@ -134,6 +141,9 @@ ExitStatus AddOne(const std::string& home, const std::string& key, const std::st
         RequireAddable(ReadMaterials(), LibraryFile(workplace), key, like);
         // Fails, with its line, for a record that breaks off.
         added = *FindMaterial(like);
+        for (const MaterialFault& fault : FaultsOfMaterial(like))
+            throw CommandError(ExitStatus::Unreadable,
+                               LibraryFile(workplace) + ":" + std::to_string(fault.line) + ": " + fault.text);
         return ExitStatus::Done;
     });
     const std::string copied = std::exchange(added.front(), key);

@@ -40,6 +40,7 @@ void RunTeller::TellReport(const RunReport& report) {
     const bool boxTells = trouble && watch.boxesAreLookedAt;
     for (const std::string& text : report.skipped) Line(text, !boxTells);
     for (const std::string& text : report.passedOver) Line(text, true);
+    for (const std::string& text : report.doubtfulMaterials) Line(text, true);
     if (!report.complete && !trouble && report.passedOver.empty())
         Line("the run did not go to its end", true);
     if (trouble && !watch.boxesAreLookedAt) teller.MarkIncomplete();

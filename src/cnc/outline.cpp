@@ -9,13 +9,13 @@
 #include "cnc/drawing_walk.h"
 #include "cnc/joining.h"
 #include "cnc/kept_face.h"
+#include "cnc/part_material.h"
 #include "cnc/part_steps.h"
 #include "cnc/pockets.h"
 #include "cnc/polyline_shape.h"
 #include "cnc/target_table.h"
 #include "cnc/through_circles.h"
 #include "cnc/true_outline.h"
-#include "cnc/unknown_material.h"
 #include "cnc/work_layers.h"
 #include "settings/materials.h"
 
@@ -30,11 +30,9 @@ constexpr double NoArea = 1e-9;
 /// The record may be that of an earlier part up to here; now the part has to have one of its own.
 bool LoadMaterialAnew(RunState& run) {
     MaterialRecord own;
-    LookupMaterial(run.MaterialKeyText, own);
+    const bool found = TakeMaterial(run, own);
     run.Material = own;
-    if (own.Found()) return true;
-    TellUnknownMaterial(run);
-    return false;
+    return found;
 }
 
 /// Puts the polyline that the join has made on `RoutingLayer2`, or deletes it where it isn't closed. False

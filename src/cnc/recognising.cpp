@@ -4,8 +4,8 @@
 
 #include "cnc/drawing_walk.h"
 #include "cnc/level_shapes.h"
+#include "cnc/part_material.h"
 #include "cnc/part_steps.h"
-#include "cnc/unknown_material.h"
 #include "cnc/work_layers.h"
 #include "settings/materials.h"
 #include "settings/settings_store.h"
@@ -18,10 +18,7 @@ namespace {
 bool FindPartMaterial(RunState& run) {
     const std::string key = MaterialKey(run.PartThickness, run.MaterialName, run.ExportScaleSetting);
     run.MaterialKeyText = key;
-    LookupMaterial(key, run.Material);
-    if (run.Material.Found()) return true;
-    TellUnknownMaterial(run);
-    return false;
+    return TakeMaterial(run, run.Material);
 }
 
 /// Edge bores, on every pass or on the second one alone. False when they were all that a second pass could

@@ -11,13 +11,13 @@
 #include "cnc/drawing_walk.h"
 #include "cnc/drilled_holes.h"
 #include "cnc/open_top.h"
+#include "cnc/part_material.h"
 #include "cnc/part_steps.h"
 #include "cnc/polyline_shape.h"
 #include "cnc/routing_gather.h"
 #include "cnc/routing_known.h"
 #include "cnc/routing_overrun.h"
 #include "cnc/target_table.h"
-#include "cnc/unknown_material.h"
 #include "cnc/work_layers.h"
 
 namespace brenvik {
@@ -33,13 +33,9 @@ bool LoadMaterial(RunState& run) {
     const std::string name = run.MaterialName.empty() ? "UnknownMaterial" : run.MaterialName;
     run.MaterialKeyText = MaterialKey(run.PartThickness, name, run.ExportScaleSetting);
     MaterialRecord found;
-    LookupMaterial(run.MaterialKeyText, found);
-    if (found.Found()) {
-        run.Material = std::move(found);
-        return true;
-    }
-    TellUnknownMaterial(run);
-    return false;
+    if (!TakeMaterial(run, found)) return false;
+    run.Material = std::move(found);
+    return true;
 }
 
 std::string_view DirectionOfCut(const MaterialRecord& material) {

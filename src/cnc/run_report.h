@@ -21,6 +21,9 @@ struct RunReport {
     /// Parts with features that no operation was made for, parts that could not be worked on, and parts whose
     /// texts move the columns of the work list, a line each. The run has shown them in boxes.
     std::vector<std::string> unexplained;
+    /// What of the materials was taken as it stands and can't be right, a line each: the file, the place and
+    /// what was expected there.
+    std::vector<std::string> doubtfulMaterials;
     /// The keys that the material library hasn't, each once.
     std::vector<std::string> unknownMaterials;
 };

@@ -3,9 +3,9 @@
 #include <vector>
 
 #include "cnc/drawing_walk.h"
+#include "cnc/part_material.h"
 #include "cnc/part_steps.h"
 #include "cnc/tongue_leads.h"
-#include "cnc/unknown_material.h"
 
 namespace brenvik {
 

@@ -69,20 +69,22 @@ int NameDistance(std::string_view a, std::string_view b) {
     return EditDistance(a, b) * 4 <= std::max(a.size(), b.size()) ? 1 : 2;
 }
 
-/// Keys compare without case. Half of the shops write a thickness below 1 with a zero before the point.
-std::string ComparableKey(std::string_view key) {
+}  // namespace
+
+// Keys compare without case. Half of the shops write a thickness below 1 with a zero before the point.
+std::string ComparableMaterialKey(std::string_view key) {
     if (key.starts_with("0.")) key.remove_prefix(1);
     return FoldLower(key);
 }
-
-}  // namespace
 
 bool HasFirstTool(const MaterialTexts& texts) {
     constexpr std::size_t firstTool = 3;
     return !texts[firstTool].empty();
 }
 
-bool SameMaterialKey(std::string_view a, std::string_view b) { return ComparableKey(a) == ComparableKey(b); }
+bool SameMaterialKey(std::string_view a, std::string_view b) {
+    return ComparableMaterialKey(a) == ComparableMaterialKey(b);
+}
 
 std::string MaterialKeyFault(std::string_view key) {
     const std::string form = "a thickness, a blank and a name, such as \"18 Birch Ply\"";

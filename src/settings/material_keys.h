@@ -17,6 +17,9 @@ bool HasFirstTool(const MaterialTexts& texts);
 /// Whether two keys name one material: ".75 oak" and "0.75 OAK" do.
 bool SameMaterialKey(std::string_view a, std::string_view b);
 
+/// The form of a key that is the same for all that name one material.
+std::string ComparableMaterialKey(std::string_view key);
+
 /// What was expected of a key that no part could ever have: a thickness as runs write it, one blank, a name.
 /// Blank for a key that can be.
 std::string MaterialKeyFault(std::string_view key);

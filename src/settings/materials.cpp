@@ -2,6 +2,8 @@
 #include "settings/materials.h"
 
 #include <algorithm>
+#include <map>
+#include <utility>
 
 #include "base/failure.h"
 #include "base/fractions.h"
@@ -15,6 +17,7 @@
 #include "session/files_port.h"
 #include "session/session.h"
 #include "session/text_files.h"
+#include "settings/material_faults.h"
 #include "settings/material_keys.h"
 #include "settings/settings_store.h"
 
@@ -113,12 +116,49 @@ std::optional<MaterialDamage> DamageOf(std::span<const std::string> lines, std::
     return MaterialDamage{head + 1, TooShort(ValueOf(lines[head], Name), length)};
 }
 
+/// Of a record with all its lines; what one of them lacks has been told as damage.
+void AddFaultsOf(MaterialLibrary& library, std::span<const std::string> record, std::size_t head) {
+    if (record.size() < MaterialFieldCount) return;
+    const MaterialTexts& texts = library.materials.back();
+    if (const std::string expected = MaterialKeyFault(texts[Name]); !expected.empty())
+        library.faults.push_back(
+            {head + 1, "the material " + Quoted(texts[Name]) + ": expected " + expected, false});
+    for (MaterialFault& fault : FaultsOfRecord(record, texts, head + 1)) {
+        const bool isTold = std::ranges::any_of(
+            library.damages, [&](const MaterialDamage& damage) { return damage.line == fault.line; });
+        if (!isTold) library.faults.push_back(std::move(fault));
+    }
+}
+
+MaterialFault StandsAgain(std::string_view name, std::size_t first, std::size_t again) {
+    return {again,
+            "the material " + Quoted(name) + " stands in line " + std::to_string(first) +
+                " already; the last one counts",
+            false};
+}
+
 std::string ReadPlainText(const std::string& path) {
     std::string content = ThePlatform().files->ReadFile(path);
     if (content.find('\0') != std::string::npos)
         throw Failure(InvalidFileFormat, std::string(ownSource), "Invalid file format",
                       path + ": expected plain text in UTF-8 or the Western code page");
     return AsUtf8(content);
+}
+
+/// Where the records of this key begin, each of them whole.
+std::vector<std::size_t> HeadsOf(std::span<const std::string> lines, std::string_view key) {
+    std::vector<std::size_t> heads;
+    for (std::size_t at = 0; at < lines.size(); ++at) {
+        if (!IsHead(lines[at]) || !SameMaterialKey(ValueOf(lines[at], Name), key)) continue;
+        const std::size_t length = RecordLength(lines, at);
+        // Reading on into the next material would cut with bits of another board.
+        if (length < MaterialFieldCount)
+            throw InputPastEnd(MaterialsPath() + ":" + std::to_string(at + 1) + ": " +
+                               TooShort(ValueOf(lines[at], Name), length));
+        heads.push_back(at);
+        at += length - 1;
+    }
+    return heads;
 }
 
 }  // namespace
@@ -153,6 +193,7 @@ MaterialLibrary ParseMaterials(std::string_view content) {
     if (const std::size_t end = text.find_first_of("\r\n"); end != std::string::npos)
         library.lineEnd = text.compare(end, 2, "\r\n") == 0 ? "\r\n" : text.substr(end, 1);
     const std::vector<std::string> lines = LinesOf(text);
+    std::map<std::string, std::size_t> headOf;
     bool inStray = false;
     for (std::size_t at = 0; at < lines.size();) {
         if (!IsHead(lines[at])) {
@@ -170,6 +211,11 @@ MaterialLibrary ParseMaterials(std::string_view content) {
         library.materials.push_back(TextsAt(lines, at, length));
         if (std::optional<MaterialDamage> damage = DamageOf(lines, at, length))
             library.damages.push_back(std::move(*damage));
+        AddFaultsOf(library, std::span(lines).subspan(at, length), at);
+        const auto [first, isNew] =
+            headOf.try_emplace(ComparableMaterialKey(library.materials.back()[Name]), at + 1);
+        if (!isNew)
+            library.faults.push_back(StandsAgain(library.materials.back()[Name], first->second, at + 1));
         at += length;
     }
     return library;
@@ -202,20 +248,26 @@ std::string MaterialKey(double thickness, std::string_view materialName, double 
 }
 
 std::optional<MaterialTexts> FindMaterial(std::string_view key) {
-    const std::string path = MaterialsPath();
-    const std::vector<std::string> lines = LinesOf(ReadPlainText(path));
-    std::optional<MaterialTexts> found;
-    for (std::size_t at = 0; at < lines.size(); ++at) {
-        if (!IsHead(lines[at]) || !SameMaterialKey(ValueOf(lines[at], Name), key)) continue;
-        const std::size_t length = RecordLength(lines, at);
-        // Reading on into the next material would cut with bits of another board.
-        if (length < MaterialFieldCount)
-            throw InputPastEnd(path + ":" + std::to_string(at + 1) + ": " +
-                               TooShort(ValueOf(lines[at], Name), length));
-        found = TextsAt(lines, at, length);
-        at += length - 1;
-    }
-    return found;
+    const std::vector<std::string> lines = LinesOf(ReadPlainText(MaterialsPath()));
+    const std::vector<std::size_t> heads = HeadsOf(lines, key);
+    if (heads.empty()) return std::nullopt;
+    return TextsAt(lines, heads.back(), MaterialFieldCount);
+}
+
+std::vector<MaterialFault> FaultsOfMaterial(std::string_view key) {
+    const std::vector<std::string> lines = LinesOf(ReadPlainText(MaterialsPath()));
+    const std::vector<std::size_t> heads = HeadsOf(lines, key);
+    if (heads.empty()) return {};
+    const std::size_t head = heads.back();
+    const MaterialTexts texts = TextsAt(lines, head, MaterialFieldCount);
+    std::vector<MaterialFault> faults =
+        FaultsOfRecord(std::span(lines).subspan(head, MaterialFieldCount), texts, head + 1);
+    if (heads.size() > 1) faults.push_back(StandsAgain(texts[Name], heads.front() + 1, head + 1));
+    return faults;
+}
+
+std::string MaterialFaultText(const MaterialFault& fault) {
+    return MaterialsPath() + ":" + std::to_string(fault.line) + ": " + fault.text;
 }
 
 std::string LookupMaterial(std::string_view key, MaterialRecord& record) {
@@ -231,7 +283,7 @@ std::string UnknownMaterialText(std::string_view key) {
 std::string MaterialNameForList(double thicknessInMillimetres, std::string_view materialName) {
     if (!SwitchIsOn("ConvertMaterialName")) return std::string(materialName);
     constexpr double inchesInAMillimetre = 0.0393700787401575;
-    const double inches = RoundDecimalValue(thicknessInMillimetres * inchesInAMillimetre, ExportFractionUnit);
+    const double inches = ClosestThirtySecond(thicknessInMillimetres * inchesInAMillimetre);
     return DecimalToFraction(inches, false) + " " + std::string(materialName);
 }
 

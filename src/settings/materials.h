@@ -58,9 +58,20 @@ struct MaterialDamage {
     std::string text;
 };
 
+/// A value that a material can't have, told as "tool1dia of the material "18 oak" is "abc", expected ...".
+struct MaterialFault {
+    std::size_t line = 0;
+    std::string text;
+    /// Nobody can tell what was meant: a part that is cut by it would be cut by a guess. Of the others a run
+    /// takes what stands there.
+    bool unusable = false;
+};
+
 struct MaterialLibrary {
     std::vector<MaterialTexts> materials;
     std::vector<MaterialDamage> damages;
+    /// Of whole records, and of those that have the key of an earlier one.
+    std::vector<MaterialFault> faults;
     /// What ends the lines of the file; blank for a file without any.
     std::string lineEnd;
 };
@@ -90,6 +101,14 @@ std::string MaterialKey(double thickness, std::string_view materialName, double 
 /// Nothing where there is none. Fails as reading the file does, and with 62, naming the line, when the record
 /// has fewer than fifteen lines.
 std::optional<MaterialTexts> FindMaterial(std::string_view key);
+
+/// What is wrong with the values that FindMaterial gives for this key, and with the keys in front of them: a
+/// value is read by its position, so one whose key is shorter or longer is cut. Nothing where there is no
+/// such material. Fails as reading does.
+std::vector<MaterialFault> FaultsOfMaterial(std::string_view key);
+
+/// Where a fault stands and what it is, as a message has it.
+std::string MaterialFaultText(const MaterialFault& fault);
 
 /// Fills `record` from the file; with no such material it keeps what it held. Returns its direction, its
 /// grain flag and the key as one text. Fails as FindMaterial and MaterialFromTexts do, the record untouched.

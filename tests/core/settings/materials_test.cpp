@@ -198,6 +198,65 @@ TEST_F(Materials, DamagesAreToldWithTheirPlaces) {
     EXPECT_EQ(DamagesOf("material18"), "1: expected \"material=\", found \"material18\"\n");
 }
 
+struct ValueCase {
+    const char *good, *bad, *told;
+    bool unusable;
+};
+
+TEST_F(Materials, TellsValuesThatAMaterialCannotHave) {
+    const std::string name = " of the material \"19.05 Red Oak Ply\" is ";
+    const std::string diameter = ", expected the diameter of the bit, a number above 0";
+    const std::string speed = ", expected a number, 0 or more";
+    const ValueCase cases[] = {
+        {"tool1dia=12.7", "tool1dia=abc", "5: tool1dia", true},
+        {"tool1dia=12.7", "tool1dia=12,7", "5: tool1dia", true},
+        {"tool1dia=12.7", "tool1dia=-12", "5: tool1dia", true},
+        {"tool1dia=12.7", "tool1dia=0", "5: tool1dia", true},
+        {"tool1dia=12.7", "tool1dia=", "5: tool1dia", true},
+        {"tool1dia=12.7", "tool1dia=1e9", "5: tool1dia", true},
+        {"tool3dia=6.35", "tool3dia=1/4", "13: tool3dia", true},
+        {"tool1=T1", "tool1= ", "4: tool1", true},
+        {"tool1=T1", "tool1=0", "4: tool1", false},
+        {"direction=cC", "direction=zz", "3: direction", true},
+        {"direction=cC", "direction=", "3: direction", true},
+        {"grain=1", "grain=yes", "2: grain", true},
+        {"grain=1", "grain=0.5", "2: grain", true},
+        {"grain=1", "grain=99999999999", "2: grain", true},
+        {"tool1ss=18000", "tool1ss=fast", "6: tool1ss", false},
+        {"tool1fs=7500", "tool1fs=", "7: tool1fs", false},
+        {"tool2=2", "tool2=", "8: tool2", false},
+        {"tool2ss=17000", "tool2sp=17000", "10: the material", false},
+        {"tool2ss=17000", "tool2speed=17000", "10: the material", true},
+    };
+    for (const ValueCase& c : cases) {
+        UseLibrary(Replaced(OakPly, c.good, c.bad));
+        const std::vector<MaterialFault> faults = FaultsOfMaterial("19.05 red oak ply");
+        ASSERT_EQ(faults.size(), 1U) << c.bad;
+        EXPECT_EQ(faults[0].unusable, c.unusable) << c.bad;
+        EXPECT_TRUE((std::to_string(faults[0].line) + ": " + faults[0].text).starts_with(c.told)) << c.bad;
+    }
+    UseLibrary(Replaced(OakPly, "tool1dia=12.7", "tool1dia=abc"));
+    EXPECT_EQ(FaultsOfMaterial("19.05 red oak ply")[0].text, "tool1dia" + name + "\"abc\"" + diameter);
+    EXPECT_EQ(MaterialFaultText({5, "wrong", true}), "C:\\Brenvik\\materials.txt:5: wrong");
+}
+
+TEST_F(Materials, ExpectsNothingOfAnEmptySlot) {
+    UseLibrary(Replaced(Replaced(OakPly, "tool3=3", "tool3=0"), "tool3dia=6.35", "tool3dia="));
+    EXPECT_TRUE(FaultsOfMaterial("19.05 red oak ply").empty());
+    EXPECT_TRUE(FaultsOfMaterial("6 hdf").empty()) << "there is no such material";
+}
+
+TEST_F(Materials, TellsKeysThatStandTwiceOrThatNoPartCanHave) {
+    UseLibrary(OakPly + Replaced(OakPly, "12.7", "8") + Material("3/4 oak"));
+    EXPECT_EQ(FaultsOfMaterial("19.05 red oak ply").at(0).text,
+              "the material \"19.05 Red Oak Ply\" stands in line 1 already; the last one counts");
+    const std::vector<MaterialFault> faults = ReadMaterials().faults;
+    ASSERT_EQ(faults.size(), 2U);
+    EXPECT_EQ(faults[0].line, 16U);
+    EXPECT_EQ(faults[1].line, 31U);
+    EXPECT_TRUE(faults[1].text.starts_with("the material \"3/4 oak\": expected ")) << faults[1].text;
+}
+
 TEST_F(Materials, AnyCutOfTheFileIsReadWithoutHarm) {
     const std::string whole = Material("6 hdf") + OakPly;
     for (std::size_t length = 0; length <= whole.size(); ++length) {

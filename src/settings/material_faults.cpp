@@ -1,0 +1,125 @@
+// Checking the fifteen lines of a record, field by field.
+#include "settings/material_faults.h"
+
+#include <cstdint>
+#include <limits>
+#include <string_view>
+
+#include "base/letter_case.h"
+#include "base/numbers.h"
+#include "base/text.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr std::size_t Grain = 1, Direction = 2, FirstTool = 3, FieldsOfATool = 4;
+/// What stands in a tool's slot, in its order.
+enum SlotField : std::size_t { Number, Diameter, SpindleSpeed, FeedSpeed };
+
+/// No router holds a bit this wide, in millimetres or in inches.
+constexpr double NoBit = 1000;
+
+/// A layer of this name could not be made in any host.
+constexpr std::string_view NotInLayerNames = "<>/\\\":;?*|,=`";
+
+struct Complaint {
+    std::string expected;
+    bool unusable = false;
+};
+
+const Complaint None;
+
+Complaint GrainComplaint(std::string_view text) {
+    const auto fits = [&] {
+        if (!IsNumeric(text)) return false;
+        const double number = StrictNumber(text);
+        return number == RoundHalfEven(number, 0) && number >= std::numeric_limits<std::int32_t>::min() &&
+               number <= std::numeric_limits<std::int32_t>::max();
+    };
+    return fits() ? None
+                  : Complaint{"a whole number, 0 for a board without grain and 1 for one with it", true};
+}
+
+Complaint DirectionComplaint(std::string_view text) {
+    const std::string folded = FoldLower(text);
+    return folded == "c" || folded == "cc" ? None : Complaint{"c or cc", true};
+}
+
+Complaint NumberComplaint(std::string_view text, bool isFirst) {
+    if (isFirst) {
+        // Without a first number the material counts as none, which the run tells by itself.
+        if (text.empty()) return None;
+        // The first one cuts the outline, whatever its number says.
+        if (IsBlank(text) || Trim(text) == "0") return {"the number of a tool", IsBlank(text)};
+    }
+    if (IsBlank(text)) return {"the number of a tool, or 0 for an empty slot", false};
+    // The host refuses the layer, and the part, when it comes to it.
+    if (text.find_first_of(NotInLayerNames) == std::string_view::npos) return None;
+    return {"a text that a layer's name can hold", false};
+}
+
+Complaint DiameterComplaint(std::string_view text, bool slotIsNumbered) {
+    const std::string expected = "the diameter of the bit, a number above 0";
+    if (text.empty()) return {expected, slotIsNumbered};
+    const double diameter = IsNumeric(text) ? StrictNumber(text) : 0;
+    return diameter > 0 && diameter < NoBit ? None : Complaint{expected, true};
+}
+
+Complaint SpeedComplaint(std::string_view text) {
+    if (IsNumeric(text) && StrictNumber(text) >= 0) return None;
+    return {"a number, 0 or more", false};
+}
+
+Complaint SlotComplaint(const MaterialTexts& texts, std::size_t field) {
+    const std::size_t slot = (field - FirstTool) / FieldsOfATool;
+    const std::string& number = texts[FirstTool + slot * FieldsOfATool];
+    if (slot != 0 && Trim(number) == "0") return None;
+    const std::string& text = texts[field];
+    switch (static_cast<SlotField>((field - FirstTool) % FieldsOfATool)) {
+        case Number:
+            return NumberComplaint(text, slot == 0);
+        case Diameter:
+            return DiameterComplaint(text, !IsBlank(number));
+        case SpindleSpeed:
+        case FeedSpeed:
+            return SpeedComplaint(text);
+    }
+    return None;
+}
+
+Complaint ComplaintOf(const MaterialTexts& texts, std::size_t field) {
+    if (field == Grain) return GrainComplaint(texts[field]);
+    return field == Direction ? DirectionComplaint(texts[field]) : SlotComplaint(texts, field);
+}
+
+std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
+
+}  // namespace
+
+std::vector<MaterialFault> FaultsOfRecord(std::span<const std::string> lines, const MaterialTexts& texts,
+                                          std::size_t head) {
+    std::vector<MaterialFault> faults;
+    for (std::size_t field = Grain; field < MaterialFieldCount; ++field) {
+        const std::string_view key = MaterialFileKeys()[field];
+        const std::string& line = lines[field];
+        if (!StartsWithIgnoreCase(line, key)) {
+            // The value begins where the key ends, whatever the key says.
+            const bool valueIsCut = line.size() < key.size() || line[key.size() - 1] != '=';
+            faults.push_back({head + field,
+                              "the material " + Quoted(texts.front()) + ": expected " + Quoted(key) +
+                                  ", found " + Quoted(line),
+                              valueIsCut});
+            continue;
+        }
+        const Complaint complaint = ComplaintOf(texts, field);
+        if (complaint.expected.empty()) continue;
+        faults.push_back({head + field,
+                          DropRight(key, 1) + " of the material " + Quoted(texts.front()) + " is " +
+                              Quoted(texts[field]) + ", expected " + complaint.expected,
+                          complaint.unusable});
+    }
+    return faults;
+}
+
+}  // namespace brenvik
