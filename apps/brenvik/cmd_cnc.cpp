@@ -123,6 +123,7 @@ ExitStatus Cnc(const std::string& home, const CncOptions& options) {
     teller.Wipe();
     TellNotesSince(notes, opened.document, options.drawing.drawing, teller);
     TellDroppedParts(teller);
+    TellExportTroubles(teller);
     if (dialogs.SomethingWentWrong()) teller.MarkIncomplete();
     if (runs.Runs() == 0 && teller.Status() == ExitStatus::Done) teller.Loss("the run did not begin");
     return teller.Status();

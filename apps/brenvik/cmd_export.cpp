@@ -1,15 +1,14 @@
 // brenvik export: the list of a drawing as a CSV file, through the very forms that the desktop shows.
 #include <iostream>
 #include <memory>
-#include <optional>
 
 #include "base/failure.h"
 #include "command_line.h"
 #include "console/console_dialogs.h"
-#include "export/adjustments.h"
 #include "export/export_options.h"
 #include "grid_session.h"
 #include "list_choice_options.h"
+#include "run_dialogs.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -50,19 +49,16 @@ bool ScanAndExport(HostApplication& host, ConsoleDialogs& dialogs, const ListCho
 ExitStatus Export(const std::string& home, const ExportOptions& options) {
     const ListChoices choices = options.choices.Parse();
     Teller teller(options.drawing.quiet);
-    ConsoleDialogs dialogs(std::cerr);
+    RemarkOnTextOrder(choices, teller);
+    RunDialogs dialogs(std::cerr);
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };
     Workplace workplace(home, dialogs);
     const std::size_t selected = OpenAndSelect(workplace, options.drawing, teller).selected;
     teller.Progress("measuring " + std::to_string(selected) + " parts");
     const bool exported = ScanAndExport(workplace.host, dialogs, choices, options.csv, teller);
     TellDroppedParts(teller);
-    if (const std::optional<AdjustmentTrouble> trouble = TakeAdjustmentTrouble()) {
-        if (trouble->toldInABox)
-            teller.MarkIncomplete();
-        else
-            teller.Loss(trouble->text);
-    }
+    TellExportTroubles(teller);
+    if (dialogs.SomethingWentWrong()) teller.MarkIncomplete();
     if (!exported) teller.Loss(options.csv.path + ": the list was not exported");
     return teller.Status();
 }

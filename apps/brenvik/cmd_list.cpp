@@ -51,6 +51,7 @@ ExitStatus List(const std::string& home, const ListOptions& options) {
     if (!options.drawing.save.empty()) RequireWritableFormat(options.drawing.save);
     const ListChoices choices = options.choices.Parse();
     Teller teller(options.drawing.quiet);
+    RemarkOnTextOrder(choices, teller);
     ConsoleDialogs dialogs(std::cerr);
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };
     Workplace workplace(home, dialogs);

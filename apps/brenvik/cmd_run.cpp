@@ -6,7 +6,6 @@
 
 #include "command_line.h"
 #include "drawing_io.h"
-#include "export/adjustments.h"
 #include "file_roots/places.h"
 #include "given_material.h"
 #include "grid_session.h"
@@ -130,11 +129,9 @@ ExitStatus Run(const std::string& home, const RunOptions& options) {
     TellOverlooked(options.journal, dialogs, teller);
     TellNotesSince(notes, document, options.drawing.drawing, teller);
     for (const std::string& line : TakeDroppedPartLines().lines) transcript.Stream() << line << '\n';
-    // No box could be looked at, and the sizes went out as they are.
-    if (const auto trouble = TakeAdjustmentTrouble(); trouble && !trouble->toldInABox) {
-        transcript.Stream() << trouble->text << '\n';
-        teller.MarkIncomplete();
-    }
+    // No box could be looked at, and the list went out as it is.
+    TellExportTroubles(teller,
+                       [&transcript](const std::string& text) { transcript.Stream() << text << '\n'; });
     // A drawing of a part may stand open before the job's own.
     if (!options.drawing.save.empty())
         SaveOutput(document.Closed() ? PresentDrawing(workplace) : document, options.drawing.save, teller);

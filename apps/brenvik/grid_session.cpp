@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "export/export_troubles.h"
 #include "given_material.h"
 #include "parts/dropped_parts.h"
 #include "session/brenvik_class.h"
@@ -12,6 +13,8 @@
 namespace brenvik::app {
 
 void TellDamagedSettings(Workplace& workplace, Teller& teller) {
+    // What has been read up to here has been told already.
+    if (workplace.toldSettings.DamageFound()) teller.MarkIncomplete();
     workplace.toldSettings.tell = [&teller](const std::string& text) { teller.Loss(text); };
 }
 
@@ -66,6 +69,17 @@ std::size_t TellDroppedParts(Teller& teller) {
     const DroppedPartLines dropped = TakeDroppedPartLines();
     for (const std::string& line : dropped.lines) teller.Loss(line);
     return dropped.parts;
+}
+
+void TellExportTroubles(Teller& teller, const std::function<void(const std::string&)>& line) {
+    for (const std::string& text : TakeExportTroubles()) {
+        if (!line) {
+            teller.Loss(text);
+            continue;
+        }
+        line(text);
+        teller.MarkIncomplete();
+    }
 }
 
 }  // namespace brenvik::app

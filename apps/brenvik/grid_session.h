@@ -38,6 +38,10 @@ struct DroppedPartLines {
     std::size_t parts = 0;
 };
 DroppedPartLines TakeDroppedPartLines();
+/// What exports of lists have met without a message box, each told as a loss through `line`, or through the
+/// teller.
+void TellExportTroubles(Teller& teller, const std::function<void(const std::string&)>& line = {});
+
 /// Tells them as losses. Returns how many parts there were.
 std::size_t TellDroppedParts(Teller& teller);
 

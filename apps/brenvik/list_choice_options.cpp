@@ -1,6 +1,9 @@
 // The options' words, and their refusals with the dashes that a user has typed.
 #include "list_choice_options.h"
 
+#include <algorithm>
+#include <string_view>
+
 #include "base/failure.h"
 
 namespace brenvik::app {
@@ -41,6 +44,17 @@ ListChoices ListChoiceOptions::Parse() const {
         return ParseListChoices(sort, group, filter);
     } catch (const Failure& failure) {
         RefuseWords(failure);
+    }
+}
+
+void RemarkOnTextOrder(const ListChoices& choices, Teller& teller) {
+    for (const std::string_view column : {"Qty", "Price"}) {
+        const bool isSorted =
+            std::ranges::find(choices.sort, column, &SortChoice::column) != choices.sort.end();
+        const bool isCompared = choices.filter && choices.filter->column == column &&
+                                choices.filter->shownOperator.find_first_of("<>") != std::string::npos;
+        if (isSorted || isCompared)
+            teller.Remark(std::string(column) + " is a text, and is compared as one: 10 comes before 9");
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include "command_line.h"
 #include "query/list_options.h"
+#include "teller.h"
 
 namespace brenvik::app {
 
@@ -17,6 +18,9 @@ struct ListChoiceOptions {
     /// What the texts ask for. Throws CommandError with WrongWords, the option named.
     ListChoices Parse() const;
 };
+
+/// Remarks on columns that hold numbers as texts where the choices put them in order: "10" comes before "9".
+void RemarkOnTextOrder(const ListChoices& choices, Teller& teller);
 
 /// Brings the loaded grid form to show what is wanted. Throws CommandError with WrongWords where the dialogs
 /// or the part table refuse.

@@ -1,11 +1,12 @@
 // The adjustment file as the editor reads and writes it, where it lies, and what an export takes from it.
 #include <algorithm>
 #include <array>
-#include <utility>
 
 #include "base/skip.h"
 #include "base/text.h"
+#include "export/adjustment_faults.h"
 #include "export/adjustments.h"
+#include "export/export_troubles.h"
 #include "session/files_port.h"
 #include "session/message.h"
 #include "session/module_state.h"
@@ -29,12 +30,10 @@ constexpr std::string_view CircularEnding =
     " twice with another section between, so that matching the parts would never end. Give each adjustment a "
     "name of its own. This export is now aborting.";
 
-/// What the last export met, until somebody takes it.
-struct TroubleOfExports {
-    std::optional<AdjustmentTrouble> trouble;
+/// The path for one export alone.
+struct LentPath {
+    std::string path;
 };
-
-void NoteTrouble(AdjustmentTrouble trouble) { StateOf<TroubleOfExports>().trouble = std::move(trouble); }
 
 bool HasSection(std::span<const std::string> lines) {
     return std::ranges::any_of(lines, [](const std::string& line) { return line.starts_with('['); });
@@ -83,11 +82,22 @@ std::string AdjustmentText(const AdjustmentRow& row, std::string_view lineEnd) {
     return text;
 }
 
+AdjustmentsLent::AdjustmentsLent(std::string_view path) { StateOf<LentPath>().path = path; }
+
+AdjustmentsLent::~AdjustmentsLent() { StateOf<LentPath>().path.clear(); }
+
 std::string ResolveAdjustmentPath() {
+    if (const std::string& lent = StateOf<LentPath>().path; !lent.empty()) return lent;
     std::string stored = GetSubkeyText(CsvSaveSubkey, AdjustmentPathSetting);
     if (!stored.empty()) return stored;
     std::string delivered = ApplicationFolder() + "No Adjustments.txt";
     return ThePlatform().files->FileExists(delivered) ? delivered : std::string();
+}
+
+void KeepAdjustmentPath(std::string_view path) {
+    const bool isLent = !StateOf<LentPath>().path.empty();
+    if (!isLent && GetSubkeyText(CsvSaveSubkey, AdjustmentPathSetting).empty())
+        SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting, path);
 }
 
 std::optional<std::string> TakeExportAdjustmentPath() {
@@ -96,28 +106,20 @@ std::optional<std::string> TakeExportAdjustmentPath() {
         ShowMessage(std::string(MissingAdjustments) + " This export is now aborting.");
         return std::nullopt;
     }
-    Skip([&] { SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting, path); });
+    Skip([&] { KeepAdjustmentPath(path); });
     return path;
-}
-
-std::optional<AdjustmentTrouble> TakeAdjustmentTrouble() {
-    return std::exchange(StateOf<TroubleOfExports>().trouble, std::nullopt);
 }
 
 AdjustmentSource ReadExportAdjustments(std::string_view path) {
     std::vector<std::string> lines;
     if (const auto failure = Attempt([&] { lines = ReadLines(path); }))
-        NoteTrouble({"the BrenvikAdjustments file " + std::string(path) + " can't be read (" +
-                         failure->description() + "), so no sizes are adjusted",
-                     false});
+        NoteExportTrouble("the BrenvikAdjustments file " + std::string(path) + " can't be read (" +
+                          failure->description() + "), so no sizes are adjusted");
     if (!HasSection(lines)) {
-        if (HasContent(lines)) {
-            const std::string text = "The BrenvikAdjustments file " + std::string(path) +
-                                     " holds no adjustment: each begins with its name in square brackets on "
-                                     "a line of its own. No sizes are adjusted.";
-            ShowMessage(text);
-            NoteTrouble({text, true});
-        }
+        if (HasContent(lines))
+            ShowMessage("The BrenvikAdjustments file " + std::string(path) +
+                        " holds no adjustment: each begins with its name in square brackets on a line of its "
+                        "own. No sizes are adjusted.");
         return {true, {}};
     }
     const AdjustmentList list = WalkAdjustments(lines);
@@ -126,6 +128,8 @@ AdjustmentSource ReadExportAdjustments(std::string_view path) {
                     *list.repeatedHeader + std::string(CircularEnding));
         return {};
     }
+    for (const AdjustmentFault& fault : AdjustmentFaults(lines))
+        NoteExportTrouble(path, fault.line, fault.text);
     return {true, AdjustmentRules(list.sections)};
 }
 

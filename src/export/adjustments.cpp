@@ -4,8 +4,11 @@
 #include <algorithm>
 #include <set>
 
+#include "base/number_text.h"
 #include "base/numbers.h"
+#include "base/skip.h"
 #include "base/text.h"
+#include "export/export_troubles.h"
 #include "export/record_values.h"
 #include "grid/column_relation.h"
 
@@ -43,6 +46,28 @@ AdjustmentSection SectionAt(std::size_t start, std::span<const std::string> line
 double Amount(std::span<const std::string> section, std::string_view key) {
     const std::string text = GetAdjValue(section, key);
     return IsNumeric(text) ? StrictNumber(text) : 0;
+}
+
+/// No board is longer than this, in millimetres or in inches.
+constexpr double NoBoard = 100000;
+
+std::string TextOf(const Recordset& records, std::string_view field) {
+    std::string text;
+    Skip([&] { text = ValueText(records.Value(field)); });
+    return text;
+}
+
+/// Amounts for another drawing, or in other units, are seen by what they leave of a part.
+void NoteOddSize(const Recordset& records, std::string_view field, double amount) {
+    if (amount == 0) return;
+    double size = 0;
+    if (!Skip([&] { size = ValueNumber(records.Value(field)); })) return;
+    const double sum = size + amount;
+    if (sum > 0 && sum < NoBoard) return;
+    NoteExportTrouble("the part " + TextOf(records, "bv_id") + " \"" + TextOf(records, "bv_partname") +
+                      "\": its " + CaptionForColumn(field) + " " + NumberToText(size) +
+                      " with the adjustment " + NumberToText(amount) + " is " + NumberToText(sum) +
+                      ", expected the size of a board");
 }
 
 std::string Comparable(std::string_view text) { return FoldLower(Trim(text)); }
@@ -125,6 +150,10 @@ AdjustmentRules::FieldTexts AdjustmentRules::TextsOf(const Recordset& records) c
 
 SizeAdjustment AdjustmentRules::For(const Recordset& records) const {
     const FieldTexts texts = fields.empty() ? FieldTexts() : TextsOf(records);
+    for (std::size_t place = 0; place < fields.size(); ++place)
+        if (!texts[place])
+            NoteExportTrouble("the list has no column " + CaptionForColumn(fields[place]) +
+                              ", so the adjustments apply whatever they ask of it");
     const auto contradicts = [&texts](const Criterion& criterion) {
         const std::optional<std::string>& text = texts[criterion.field];
         return text && *text != criterion.value;
@@ -136,6 +165,9 @@ SizeAdjustment AdjustmentRules::For(const Recordset& records) const {
         sum.width += rule.amounts.width;
         sum.thickness += rule.amounts.thickness;
     }
+    NoteOddSize(records, "bv_length", sum.length);
+    NoteOddSize(records, "bv_width", sum.width);
+    NoteOddSize(records, "bv_thickness", sum.thickness);
     return sum;
 }
 

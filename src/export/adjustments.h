@@ -50,7 +50,7 @@ class AdjustmentRules {
 
     /// The sum of the amounts of all sections that the current record meets. A criterion is met by a field of
     /// the same text, blanks around it and case ignored; a column that the record set doesn't have is not
-    /// looked at.
+    /// looked at, which is noted as trouble of the export. So is a sum that leaves no size of a board.
     SizeAdjustment For(const Recordset& records) const;
 
   private:
@@ -92,15 +92,30 @@ inline constexpr std::string_view MissingAdjustments =
     "You "
     "will need to load another BrenvikAdjustment file or reinstall Brenvik.";
 
-/// The path of the settings, or of the delivered "No Adjustments.txt"; blank where that isn't there.
+/// An adjustment file for one export, in place of that of the settings, for as long as this lives. A blank
+/// path lends nothing.
+class AdjustmentsLent {
+  public:
+    explicit AdjustmentsLent(std::string_view path);
+    ~AdjustmentsLent();
+    AdjustmentsLent(const AdjustmentsLent&) = delete;
+    AdjustmentsLent& operator=(const AdjustmentsLent&) = delete;
+};
+
+/// The path that is lent, of the settings, or of the delivered "No Adjustments.txt"; blank where that isn't
+/// there.
 std::string ResolveAdjustmentPath();
 
-/// The same for an export, stored back into the settings. Nothing, told in a message box, where there is
-/// none: the export ends then.
+/// Stores the path where the settings have none. What stands there is the user's choice, perhaps of a moment
+/// ago in another program, and nobody but the user changes it.
+void KeepAdjustmentPath(std::string_view path);
+
+/// The path for an export, kept as above. Nothing, told in a message box, where there is none: the export
+/// ends then.
 std::optional<std::string> TakeExportAdjustmentPath();
 
-/// What an export applies. A file that can't be read has no rules; one whose walk would not end is not
-/// usable.
+/// What an export applies. What can't be right in the file is noted as trouble of the export. A file that
+/// can't be read has no rules; one whose walk would not end is not usable.
 struct AdjustmentSource {
     bool usable = false;
     AdjustmentRules rules;
@@ -109,13 +124,5 @@ struct AdjustmentSource {
 /// nothing but remarks. One that isn't usable is told in a message box that names the section: the export
 /// ends then.
 AdjustmentSource ReadExportAdjustments(std::string_view path);
-
-/// Why an export has adjusted no sizes although it was asked to.
-struct AdjustmentTrouble {
-    std::string text;
-    bool toldInABox = false;  ///< The dialog takes a file that can't be read without a word.
-};
-/// The last one since the last call, or nothing.
-std::optional<AdjustmentTrouble> TakeAdjustmentTrouble();
 
 }  // namespace brenvik

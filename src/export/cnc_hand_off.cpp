@@ -42,7 +42,8 @@ struct ListPlan {
     bool groups = true;  ///< False where no column stands behind the quantity.
 };
 
-/// Nothing when the adjustments can't be applied, which has been told then.
+/// Nothing when the adjustments can't be applied, or a column is none: parts that differ in what it was meant
+/// to be would be cut as one. That has been told then.
 std::optional<ListPlan> PlanOf(const frmExport& form, std::string_view adjustmentPath) {
     const bool fractions = form.chkReduce.Value() == 1;
     if (form.chkChooseCSV.Value() != 1)
@@ -51,8 +52,14 @@ std::optional<ListPlan> PlanOf(const frmExport& form, std::string_view adjustmen
     if (!adjustments.usable) return std::nullopt;
     const auto& columns = form.lstExportColumns.Items();
     constexpr std::size_t idAndQuantity = 2;
-    return ListPlan{LineMaker(columns, ColumnSource::Profile, fractions), std::move(adjustments.rules),
-                    columns.size() > idAndQuantity};
+    LineMaker maker(columns, ColumnSource::Profile, fractions);
+    form.NoteProfileTroubles(maker.UnknownNames());
+    if (!maker.UnknownNames().empty()) {
+        ShowMessage("Parts are told apart by the columns of this export, and these are none of the list's: " +
+                    Join(maker.UnknownNames(), ", ") + ". This export is now aborting.");
+        return std::nullopt;
+    }
+    return ListPlan{std::move(maker), std::move(adjustments.rules), columns.size() > idAndQuantity};
 }
 
 /// All rows of the part table: what a filter hides goes out too.

@@ -40,8 +40,9 @@ std::optional<ListPlan> PlanOf(const frmExport& form, std::string_view adjustmen
     AdjustmentSource adjustments = ReadExportAdjustments(adjustmentPath);
     if (!adjustments.usable) return std::nullopt;
     const std::vector<std::string>& names = form.lstExportColumns.Items();
-    return ListPlan{HeaderOfColumns(names), LineMaker(names, ColumnSource::Profile, fractions),
-                    std::move(adjustments.rules)};
+    LineMaker maker(names, ColumnSource::Profile, fractions);
+    form.NoteProfileTroubles(maker.UnknownNames());
+    return ListPlan{HeaderOfColumns(names), std::move(maker), std::move(adjustments.rules)};
 }
 
 /// The whole file. A statement that the engine refuses leaves the header alone.

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "base/failure.h"
 #include "base/fractions.h"
 #include "base/letter_case.h"
 #include "base/noise.h"
@@ -10,6 +11,7 @@
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "base/text.h"
+#include "export/export_troubles.h"
 #include "export/record_values.h"
 #include "grid/column_relation.h"
 
@@ -27,7 +29,7 @@ constexpr auto JoinedSizeNames = std::to_array<std::string_view>({
 });
 
 std::string ClosestFraction(double value, bool padded) {
-    return FractionMe(DecimalToFraction(RoundDecimalValue(value, ExportFractionUnit), padded));
+    return FractionMe(DecimalToFraction(ClosestThirtySecond(value), padded));
 }
 
 struct SizeField {
@@ -65,7 +67,10 @@ std::string ThicknessMaterialText(std::string_view caption, double thickness, st
 
 LineMaker::LineMaker(std::span<const std::string> columnNames, ColumnSource source, bool asFractions)
     : fractions(asFractions) {
-    for (const std::string& name : columnNames) columns.push_back(ColumnOf(name, source));
+    for (const std::string& name : columnNames) {
+        columns.push_back(ColumnOf(name, source));
+        if (columns.back().kind == Kind::Unknown) unknownNames.push_back(name);
+    }
 }
 
 LineMaker::Column LineMaker::ColumnOf(std::string_view name, ColumnSource source) {
@@ -117,7 +122,10 @@ std::string LineMaker::Line(const Recordset& records, const SizeAdjustment& adju
     for (const Column& column : columns) {
         if (column.kind == Kind::Unknown) continue;
         std::string cell;
-        Skip([&] { cell = Cell(column, records, adjustment); });
+        const auto failure = Attempt([&] { cell = Cell(column, records, adjustment); });
+        if (failure && failure->number() == failure_number::overflow)
+            NoteExportTrouble("a size of the list can't be written (" + std::string(failure->what()) +
+                              "), so its cell is empty");
         cells.push_back(std::move(cell));
     }
     return Join(cells, ",");

@@ -34,8 +34,12 @@ class LineMaker {
 
     /// The current record's cells with commas between them, nothing quoted. A name that stands for no column
     /// has no cell, so that later ones move left; a column that the record set doesn't have, or whose value
-    /// is null or can't be written, has an empty one.
+    /// is null or can't be written, has an empty one. A size that can't be written is noted as trouble of the
+    /// export.
     std::string Line(const Recordset& records, const SizeAdjustment& adjustment) const;
+
+    /// The names that stand for no column.
+    const std::vector<std::string>& UnknownNames() const { return unknownNames; }
 
   private:
     enum class Kind { Fixed, ThicknessMaterial, JoinedSizes, Size, Value, Unknown };
@@ -50,6 +54,7 @@ class LineMaker {
                             const SizeAdjustment& adjustment) const;
 
     std::vector<Column> columns;
+    std::vector<std::string> unknownNames;
     bool fractions;
 };
 

@@ -13,8 +13,6 @@
 #include "export/frm_export.h"
 #include "session/module_state.h"
 #include "session/text_files.h"
-#include "settings/settings_keys.h"
-#include "settings/settings_store.h"
 
 namespace brenvik {
 
@@ -24,32 +22,6 @@ namespace {
     throw Failure(failure_number::invalidCall, std::string(ownSource),
                   std::string(option) + ": " + complaint);
 }
-
-/// Another adjustment file for as long as it lives; then the settings have theirs again.
-class AdjustmentsLent {
-  public:
-    explicit AdjustmentsLent(std::string_view path)
-        : before(GetSubkeyText(CsvSaveSubkey, AdjustmentPathSetting)), lent(!path.empty()) {
-        if (lent) SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting, path);
-    }
-    ~AdjustmentsLent() {
-        if (!lent) return;
-        try {
-            if (before.empty())
-                DeleteSubkeyText(CsvSaveSubkey, AdjustmentPathSetting);
-            else
-                SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting, before);
-        } catch (const Failure&) {
-            // A store that can't be written now could not take the path of this export either.
-        }
-    }
-    AdjustmentsLent(const AdjustmentsLent&) = delete;
-    AdjustmentsLent& operator=(const AdjustmentsLent&) = delete;
-
-  private:
-    std::string before;
-    bool lent;
-};
 
 class UnloadAtEnd {
   public:
@@ -74,13 +46,19 @@ std::string NamesOf(std::span<const ExportProfile> profiles) {
 
 void ChooseProfileOf(frmExport& form, const std::string& wanted) {
     const std::span<const ExportProfile> profiles = form.Profiles();
-    const auto found = std::ranges::find_if(
-        profiles, [&](const ExportProfile& profile) { return EqualsIgnoreCase(profile.name, wanted); });
+    if (form.ChooseProfile(wanted)) return;
+    const auto isWanted = [&](const ExportProfile& profile) {
+        return EqualsIgnoreCase(profile.name, wanted);
+    };
+    const auto found = std::ranges::find_if(profiles, isWanted);
+    const std::string file = ApplicationFolder() + std::string(CsvProfileFile);
+    if (std::ranges::count_if(profiles, isWanted) > 1)
+        Refuse("profile", "several profiles of " + file + " are called \"" + wanted +
+                              "\" in capital or small letters; write it as it stands there");
     if (found != profiles.end()) {
         form.ChooseProfile(found->name);
         return;
     }
-    const std::string file = ApplicationFolder() + std::string(CsvProfileFile);
     Refuse("profile", "there is no profile \"" + wanted + "\" in " + file + "; " +
                           (profiles.empty() ? "it has none" : "the profiles are " + NamesOf(profiles)));
 }

@@ -83,7 +83,7 @@ void frmAdjustments::Populate() {
     if (path.empty()) return ShowMessage(MissingAdjustments);
     EditAdjPath = path;
     Text1.SetText(path);
-    Skip([&] { SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting, path); });
+    Skip([&] { KeepAdjustmentPath(path); });
 }
 
 void frmAdjustments::LoadAdjustments() {

@@ -22,8 +22,6 @@
 #include "session/module_state.h"
 #include "session/session.h"
 #include "session/text_files.h"
-#include "settings/settings_keys.h"
-#include "settings/settings_store.h"
 
 namespace brenvik {
 
@@ -210,7 +208,7 @@ void frmExport::Populate() {
     ExportAdjPath = path;
     Text1.SetText(path);
     // Lists are exported from machines too whose settings only the administrator may write.
-    Skip([&] { SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting, path); });
+    Skip([&] { KeepAdjustmentPath(path); });
 }
 
 void frmExport::Go() {

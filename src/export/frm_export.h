@@ -36,6 +36,9 @@ class frmExport : public Form {
     /// Chooses a profile by name, as a click in `cboProfileName` does. Returns false when it isn't there.
     bool ChooseProfile(std::string_view profileName);
     std::span<const ExportProfile> Profiles() const { return profiles; }
+    /// What an export by the columns on screen has to tell of them, each with its place where it comes from
+    /// the file of the chosen profile: faults of the profile, and names that stand for no column.
+    void NoteProfileTroubles(std::span<const std::string> unknownNames) const;
 
     void OnResize() override;
 
@@ -89,6 +92,7 @@ class frmExport : public Form {
     void ReadProfiles(std::string_view file);
     void ChooseCsvSwitched();
     void ProfileChosen();
+    const ExportProfile* ShownProfile() const;
     void InsertColumns();
     void RemoveColumn();
     void MoveColumn(int step);

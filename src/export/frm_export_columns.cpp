@@ -5,6 +5,7 @@
 #include "base/letter_case.h"
 #include "base/skip.h"
 #include "base/text.h"
+#include "export/export_troubles.h"
 #include "export/frm_export.h"
 #include "session/text_files.h"
 
@@ -47,6 +48,34 @@ void frmExport::ProfileChosen() {
     const ExportProfile* profile = FindProfile(profiles, cboProfileName.Text());
     if (profile == nullptr) return;
     for (const std::string& column : Split(profile->columns, ',')) lstExportColumns.AddItem(column);
+}
+
+const ExportProfile* frmExport::ShownProfile() const {
+    if (const ExportProfile* chosen = FindProfile(profiles, cboProfileName.Text())) return chosen;
+    // A hand-over reads the profiles anew, which forgets the choice but not the columns.
+    const auto& names = lstExportColumns.Items();
+    const auto found = std::ranges::find_if(profiles, [&names](const ExportProfile& profile) {
+        return !names.empty() && Split(profile.columns, ',') == names;
+    });
+    return found == profiles.end() ? nullptr : &*found;
+}
+
+void frmExport::NoteProfileTroubles(std::span<const std::string> unknownNames) const {
+    const std::string file =
+        ApplicationFolder() + std::string(CncMode == 1 ? CncProfileFile : CsvProfileFile);
+    const ExportProfile* profile = ShownProfile();
+    if (profile != nullptr)
+        for (const ProfileFault& fault : profile->faults) NoteExportTrouble(file, fault.line, fault.text);
+    for (const std::string& name : unknownNames) {
+        const std::string text = "expected the name of a column, found \"" + name +
+                                 "\"; it has no cell, and the cells behind it stand further to the left";
+        const bool isOfProfile =
+            profile != nullptr && std::ranges::count(Split(profile->columns, ','), name) > 0;
+        if (isOfProfile)
+            NoteExportTrouble(file, profile->columnsLine, text);
+        else
+            NoteExportTrouble("the columns of the export: " + text);
+    }
 }
 
 void frmExport::ChooseCsvSwitched() {

@@ -9,10 +9,20 @@
 
 namespace brenvik {
 
+/// What can't be right about a profile.
+struct ProfileFault {
+    std::size_t line = 0;  ///< From 1.
+    std::string text;      ///< What stands there and what was expected.
+};
+
 struct ExportProfile {
     std::string name;
     std::string extension;
     std::string columns;  ///< Column names parted by commas.
+    std::size_t line = 0;
+    std::size_t columnsLine = 0;  ///< 0 for a profile without a line of columns.
+    /// Of its lines, those of an unfinished name and those that nobody reads among them.
+    std::vector<ProfileFault> faults = {};
 };
 
 /// Names of the profile files in the application folder.
@@ -21,7 +31,8 @@ inline constexpr std::string_view CncProfileFile = "CNCProfile.txt";
 
 /// The profiles of a file's lines: "[name]" begins one, a line starting with "extension" or "columns" has its
 /// value behind the character that follows the word, and the last such line of a profile counts. Lines of
-/// other form are passed over, as are values before the first name and a name without its "]".
+/// other form are passed over, as are values before the first name and a name without its "]"; they are
+/// faults of the profile that they stand in, unless they are blank or begin with "#".
 std::vector<ExportProfile> ParseProfiles(std::span<const std::string> lines);
 
 /// The first profile of exactly this name, or nothing.

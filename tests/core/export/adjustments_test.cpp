@@ -6,6 +6,8 @@
 
 #include "base/text_lines.h"
 #include "core/export/export_fixture.h"
+#include "export/adjustment_faults.h"
+#include "export/export_troubles.h"
 
 namespace brenvik {
 namespace {
@@ -213,6 +215,64 @@ TEST(Lines, EndAtAnyLineEnd) {
     EXPECT_EQ(LinesOf(std::string("a\0b\n", 4)), Texts{std::string("a\0b", 3)});
 }
 
+class AdjustmentFile : public ExportTest {
+  protected:
+    static Texts FaultsOf(const Texts& lines) {
+        Texts texts;
+        for (const AdjustmentFault& fault : AdjustmentFaults(lines))
+            texts.push_back(std::to_string(fault.line) + ": " + fault.text);
+        return texts;
+    }
+};
+
+TEST_F(AdjustmentFile, AsTheEditorWritesItHasNoFaults) {
+    AdjustmentRow row(AdjustmentColumnCount);
+    row.front() = "Doors";
+    row[5] = "24.5";
+    row[20] = "-0.125";
+    EXPECT_EQ(FaultsOf(LinesOf("# ours\n\n" + AdjustmentText(row, "\n"))), Texts{});
+}
+
+TEST_F(AdjustmentFile, TellsAmountsThatAreNoNumbers) {
+    for (const char* value : {"1/8", "1,5", "abc", "1 mm", "1e999"}) {
+        const Texts faults = FaultsOf({"[A]", std::string("l=") + value, "W=", "t= 1.5 "});
+        EXPECT_EQ(faults,
+                  Texts{std::string("2: l: expected a decimal number such as 0.125 or -1.5, found \"") +
+                        value + "\"; nothing is added"});
+    }
+}
+
+TEST_F(AdjustmentFile, TellsCriteriaThatNobodyAsksForAndThoseThatNoPartMeets) {
+    const Texts faults = FaultsOf({"[A]", "Part Nmae=Door", "Material =Oak", "Length=24.0", "Width=24,5",
+                                   "Thickness=18", "l 5", "Qty=2"});
+    ASSERT_EQ(faults.size(), 5U);
+    EXPECT_NE(faults[0].find("found \"Part Nmae\""), std::string::npos) << faults[0];
+    EXPECT_NE(faults[1].find("found \"Material \""), std::string::npos) << faults[1];
+    EXPECT_EQ(faults[2], "4: Length: expected \"24\", found \"24.0\"; no part meets it");
+    EXPECT_EQ(
+        faults[3],
+        "5: Width: expected a number as the list has it, such as 24.5, found \"24,5\"; no part meets it");
+    EXPECT_EQ(faults[4], "7: expected KEY=VALUE, found \"l 5\"; it is not read");
+}
+
+TEST_F(AdjustmentFile, TellsWhatStandsTwiceOrOutsideOfASection) {
+    EXPECT_EQ(FaultsOf({"l=1", "[A]", "l=1", "L=2", "[a]", "l=3", "[B", "t=1"}),
+              (Texts{"1: expected the name of an adjustment in square brackets ahead of it, found \"l=1\"",
+                     "4: \"L\" stands in line 3 already, found it again with \"2\"",
+                     "5: the adjustment [a] stands in line 2 already; the lines below it here are not read",
+                     "7: expected \"]\" at the end of the name, found \"[B\""}));
+}
+
+TEST_F(AdjustmentFile, ThatLeavesNoSizeOfABoardIsTroubleOfTheExport) {
+    const AdjustmentRules rules(std::vector<AdjustmentSection>{{"[A]", "l=-700"}});
+    const ListRecords records({AllFields(), {Board("Door", 600, 400, 18)}});
+    EXPECT_EQ(rules.For(records).length, -700);
+    const Texts troubles = TakeExportTroubles();
+    ASSERT_EQ(troubles.size(), 1U);
+    EXPECT_NE(troubles[0].find("its Length 600 with the adjustment -700 is -100"), std::string::npos)
+        << troubles[0];
+}
+
 class AdjustmentPath : public ExportTest {};
 
 TEST_F(AdjustmentPath, IsTheOneOfTheSettings) {
@@ -250,9 +310,7 @@ TEST_F(AdjustmentPath, OfAFileWithoutASectionAppliesNothingAndSaysSo) {
     EXPECT_EQ(source.rules.For(records).thickness, 0);
     ASSERT_EQ(Messages().size(), 1u);
     EXPECT_TRUE(Messages()[0].starts_with("The BrenvikAdjustments file C:\\adj.txt holds no adjustment"));
-    const std::optional<AdjustmentTrouble> trouble = TakeAdjustmentTrouble();
-    ASSERT_TRUE(trouble);
-    EXPECT_TRUE(trouble->toldInABox);
+    EXPECT_TRUE(TakeExportTroubles().empty()) << "the box tells it";
 }
 
 TEST_F(AdjustmentPath, OfAFileOfRemarksSaysNothing) {
@@ -260,20 +318,33 @@ TEST_F(AdjustmentPath, OfAFileOfRemarksSaysNothing) {
         files.contents["C:\\adj.txt"] = content;
         EXPECT_TRUE(ReadExportAdjustments("C:\\adj.txt").usable);
         EXPECT_TRUE(dialogs.messages.empty()) << content;
-        EXPECT_FALSE(TakeAdjustmentTrouble()) << content;
+        EXPECT_TRUE(TakeExportTroubles().empty()) << content;
     }
 }
 
 TEST_F(AdjustmentPath, OfAFileThatIsGoneIsKeptForWhoAsks) {
     files.failOnRead = FileNotFound("C:\\adj.txt");
     ReadExportAdjustments("C:\\adj.txt");
-    const std::optional<AdjustmentTrouble> trouble = TakeAdjustmentTrouble();
-    ASSERT_TRUE(trouble);
-    EXPECT_EQ(trouble->text,
-              "the BrenvikAdjustments file C:\\adj.txt can't be read (File not found), so no sizes are "
-              "adjusted");
-    EXPECT_FALSE(trouble->toldInABox);
-    EXPECT_FALSE(TakeAdjustmentTrouble()) << "it is told once";
+    EXPECT_EQ(TakeExportTroubles(),
+              std::vector<std::string>{"the BrenvikAdjustments file C:\\adj.txt can't be read (File not "
+                                       "found), so no sizes are adjusted"});
+    EXPECT_TRUE(TakeExportTroubles().empty()) << "it is told once";
+}
+
+TEST_F(AdjustmentPath, ThatIsLentIsNeverStored) {
+    settings.Set("CSV_SAVE\\CVS_ADJ_PATH", "C:\\own.txt");
+    {
+        const AdjustmentsLent lent("C:\\lent.txt");
+        EXPECT_EQ(TakeExportAdjustmentPath(), "C:\\lent.txt");
+        EXPECT_EQ(Setting("CSV_SAVE\\CVS_ADJ_PATH"), "C:\\own.txt");
+    }
+    EXPECT_EQ(TakeExportAdjustmentPath(), "C:\\own.txt");
+}
+
+TEST_F(AdjustmentPath, ThatAnotherProgramHasStoredMeanwhileStays) {
+    settings.Set("CSV_SAVE\\CVS_ADJ_PATH", "C:\\other.txt");
+    KeepAdjustmentPath("C:\\mine.txt");
+    EXPECT_EQ(Setting("CSV_SAVE\\CVS_ADJ_PATH"), "C:\\other.txt");
 }
 
 TEST_F(AdjustmentPath, OfBinaryRubbishAppliesNothing) {

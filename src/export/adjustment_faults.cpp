@@ -1,0 +1,109 @@
+// Looking at the lines of a file, section by section.
+#include "export/adjustment_faults.h"
+
+#include <algorithm>
+#include <map>
+#include <string_view>
+#include <utility>
+
+#include "base/letter_case.h"
+#include "base/number_text.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "export/adjustments.h"
+#include "grid/column_relation.h"
+#include "parts/part_table.h"
+
+namespace brenvik {
+
+namespace {
+
+std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
+
+bool IsAmount(std::string_view key) {
+    return EqualsIgnoreCase(key, "l") || EqualsIgnoreCase(key, "w") || EqualsIgnoreCase(key, "t");
+}
+
+std::string KnownKeys() {
+    return Join(std::vector<std::string>(AdjustmentKeys().begin(), AdjustmentKeys().end()), ", ");
+}
+
+std::string AmountFault(std::string_view value) {
+    if (value.empty() || IsNumeric(value)) return {};
+    return "expected a decimal number such as 0.125 or -1.5, found " + Quoted(value) + "; nothing is added";
+}
+
+/// A size is compared as the text that a list has for it.
+std::string CriterionFault(std::string_view field, std::string_view value) {
+    const PartColumn* column = FindPartColumn(field);
+    const std::string text = Trim(value);
+    if (column == nullptr || column->kind != PartColumnKind::Number || text.empty()) return {};
+    const std::string shown = IsNumeric(text) ? NumberToText(StrictNumber(text)) : std::string();
+    if (shown == text) return {};
+    return "expected " + (shown.empty() ? "a number as the list has it, such as 24.5" : Quoted(shown)) +
+           ", found " + Quoted(text) + "; no part meets it";
+}
+
+class FileLook {
+  public:
+    void At(std::size_t number, const std::string& line) {
+        if (line.starts_with('['))
+            AtHeader(number, line);
+        else if (!IsBlank(line) && !line.starts_with('#'))
+            AtValue(number, line);
+    }
+
+    std::vector<AdjustmentFault> faults;
+
+  private:
+    void AtHeader(std::size_t number, const std::string& line) {
+        isRead = !inSection || !EqualsIgnoreCase(line, header);
+        if (!isRead)
+            Tell(number, "the adjustment " + line + " stands in line " + std::to_string(headerLine) +
+                             " already; the lines below it here are not read");
+        else if (!line.ends_with(']'))
+            Tell(number, "expected \"]\" at the end of the name, found " + Quoted(line));
+        if (isRead) headerLine = number;
+        header = line;
+        inSection = true;
+        keys.clear();
+    }
+
+    void AtValue(std::size_t number, const std::string& line) {
+        if (!inSection)
+            return Tell(number, "expected the name of an adjustment in square brackets ahead of it, found " +
+                                    Quoted(line));
+        if (!isRead) return;
+        const HeadAndTail halves = SplitAtFirst(line, '=');
+        if (!halves.found)
+            return Tell(number, "expected KEY=VALUE, found " + Quoted(line) + "; it is not read");
+        const std::string field = ColumnForCaption(halves.head);
+        if (!IsAmount(halves.head) && field.empty())
+            return Tell(number, "expected one of " + KnownKeys() + " before the \"=\", found " +
+                                    Quoted(halves.head) + "; parts aren't asked for it");
+        if (const auto [first, isNew] = keys.try_emplace(halves.head, number); !isNew)
+            return Tell(number, Quoted(halves.head) + " stands in line " + std::to_string(first->second) +
+                                    " already, found it again with " + Quoted(halves.tail));
+        const std::string fault =
+            IsAmount(halves.head) ? AmountFault(halves.tail) : CriterionFault(field, halves.tail);
+        if (!fault.empty()) Tell(number, halves.head + ": " + fault);
+    }
+
+    void Tell(std::size_t number, std::string text) { faults.push_back({number, std::move(text)}); }
+
+    bool inSection = false, isRead = false;
+    std::string header;
+    std::size_t headerLine = 0;
+    /// Of the present section, with their lines.
+    std::map<std::string, std::size_t, LessIgnoreCase> keys;
+};
+
+}  // namespace
+
+std::vector<AdjustmentFault> AdjustmentFaults(std::span<const std::string> lines) {
+    FileLook look;
+    for (std::size_t at = 0; at < lines.size(); ++at) look.At(at + 1, lines[at]);
+    return std::move(look.faults);
+}
+
+}  // namespace brenvik

@@ -1,0 +1,216 @@
+// Files that people edit by hand, with a slip in them: whatever a command can't read as it was meant is told
+// with its place, and the command doesn't end with 0.
+#include <algorithm>
+
+#include "boards.h"
+#include "program.h"
+
+namespace brenvik::cli_test {
+namespace {
+
+class HandWritten : public ProgramTest {
+  protected:
+    HandWritten() { EXPECT_EQ(Run({"init"}).status, 0); }
+
+    /// Replaces a text of a file once.
+    void Change(const std::string& file, const std::string& before, const std::string& after) const {
+        std::string content = Read(file);
+        const std::size_t at = content.find(before);
+        ASSERT_NE(at, std::string::npos) << before;
+        Write(file, content.replace(at, before.size(), after));
+    }
+    /// One board of the shipped library.
+    void WriteBoard(double length = 600) const {
+        WriteBoardsTo(folder / "board.dxf", {.names = {"Side"}, .length = length});
+    }
+    Outcome Cut() const { return Run({"cnc", "board.dxf", "--target", "C2C", "--out", "out"}); }
+    bool WasCut() const { return Exists("out/Part_0_Side_7.dxf"); }
+    Outcome ExportBoard(const std::vector<std::string>& options) const {
+        std::vector<std::string> words{"export", "board.dxf", "out.csv"};
+        words.insert(words.end(), options.begin(), options.end());
+        return Run(words);
+    }
+};
+
+void ExpectTold(const Outcome& outcome, const std::string& text) {
+    EXPECT_EQ(outcome.status, 1) << text;
+    EXPECT_NE(outcome.errors.find(text), std::string::npos) << text << "\n" << outcome.errors;
+}
+
+TEST_F(HandWritten, SettingsThatAreMissingAreNamedByARunThatReadsThem) {
+    WriteBoard();
+    const std::pair<const char*, const char*> cases[] = {{"CircleSize=35\n", "a number, 0 or more"},
+                                                         {"BiesseWorksSpoil=0.3\n", "a number"},
+                                                         {"CNCMultiplier=1\n", "a whole number, 0 or more"}};
+    const std::string whole = Read("home/settings.txt");
+    for (const auto& [line, expected] : cases) {
+        const std::string name = std::string(line).substr(0, std::string(line).find('='));
+        Write("home/settings.txt", whole);
+        Change("home/settings.txt", line, "");
+        ExpectTold(Cut(), "settings.txt: " + name + " is missing, expected " + expected + "; to set it: ");
+        ExpectTold(Run({"settings", "list"}), name + " is missing");
+        Change("home/settings.txt", "WCSMeasure=0\n", "WCSMeasure=0\n" + name + "=\n");
+        ExpectTold(Cut(), "settings.txt: " + name + " is \"\", expected " + expected);
+    }
+    Write("home/settings.txt", whole);
+    EXPECT_EQ(Cut().status, 0);
+}
+
+TEST_F(HandWritten, SettingsThatAreNotReadAreToldWithTheirLines) {
+    WriteBoard();
+    const std::string whole = Read("home/settings.txt");
+    const std::string file = Path("home") + "/settings.txt:";
+    Write("home/settings.txt", whole);
+    Change("home/settings.txt", "CircleSize=35\n", "CirclSize=35\nCircleSize=35\nCircleSize=12\nSpoil 3\n");
+    const Outcome outcome = Cut();
+    ExpectTold(outcome, "expected the name of a setting, found \"CirclSize\"; it is not read\n");
+    ExpectTold(outcome, "and what stands there counts: \"35\"; found \"12\"\n");
+    ExpectTold(outcome, "expected NAME=VALUE, found \"Spoil 3\"; it is not read\n");
+    EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n') > 3, true);
+    EXPECT_NE(outcome.errors.find(file), std::string::npos) << outcome.errors;
+    // Each is told once, by whatever command reads settings.
+    EXPECT_EQ(outcome.errors.find("CirclSize"), outcome.errors.rfind("CirclSize"));
+    ExpectTold(Run({"list", "board.dxf"}), "CirclSize");
+    Write("home/settings.txt", whole +
+                                   "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Orvane, Inc.\\Brenvik4]\nDeleteOT=1\n" +
+                                   whole.substr(0, whole.find('\n') + 1) + "DeleteOT=1\n");
+    const Outcome heads = Cut();
+    ExpectTold(heads, "\\Brenvik4]; the lines below it are not read\n");
+    ExpectTold(heads, "already; the lines below it here are not read\n");
+}
+
+TEST_F(HandWritten, MaterialsWithAValueThatNobodyCanCutByCostTheirParts) {
+    WriteBoard();
+    const std::string whole = Read("home/materials.txt");
+    const std::pair<const char*, const char*> cases[] = {
+        {"tool1dia=12\r", "tool1dia=abc\r"},  {"tool1dia=12\r", "tool1dia=-12\r"},
+        {"tool1dia=12\r", "tool1dia=12,7\r"}, {"tool1dia=12\r", "tool1dia=\r"},
+        {"tool3dia=5\r", "tool3dia=5 mm\r"},  {"direction=cc\r", "direction=zz\r"},
+        {"grain=0\r", "grain=none\r"}};
+    for (const auto& [good, bad] : cases) {
+        Write("home/materials.txt", whole);
+        Change("home/materials.txt", good, bad);
+        const std::string key = std::string(bad).substr(0, std::string(bad).find('='));
+        const std::string value =
+            std::string(bad).substr(key.size() + 1, std::string(bad).size() - key.size() - 2);
+        const std::string told =
+            key + " of the material \"18 white melamine\" is \"" + value + "\", expected ";
+        const Outcome outcome = Cut();
+        ExpectTold(outcome, told);
+        EXPECT_NE(outcome.errors.find("materials.txt:"), std::string::npos);
+        EXPECT_FALSE(WasCut()) << bad;
+        ExpectTold(Run({"materials", "list"}), told);
+        ExpectTold(Run({"materials", "find", "18 white melamine"}), told);
+        EXPECT_EQ(Run({"materials", "add", "17 white melamine", "--like", "18 white melamine"}).status, 3);
+    }
+    Write("home/materials.txt", whole);
+    EXPECT_EQ(Cut().status, 0);
+    EXPECT_TRUE(WasCut());
+}
+
+TEST_F(HandWritten, MaterialsThatAreDoubtfulAreToldAndCut) {
+    WriteBoard();
+    const std::string whole = Read("home/materials.txt");
+    Change("home/materials.txt", "tool1ss=18000\r", "tool1ss=fast\r");
+    ExpectTold(Cut(),
+               "tool1ss of the material \"18 white melamine\" is \"fast\", expected a number, 0 or more");
+    EXPECT_TRUE(WasCut());
+    Write("home/materials.txt", whole + whole.substr(0, whole.find("material=", 1)));
+    ExpectTold(Cut(), "the material \"18 white melamine\" stands in line 1 already; the last one counts");
+    EXPECT_TRUE(WasCut());
+}
+
+TEST_F(HandWritten, AdjustmentsThatCannotBeReadAreToldWithTheirLinesAndNotGuessed) {
+    WriteBoard();
+    Write("adjust.txt", "[a]\nPart Nmae=Door\nl=1/8\n[b]\nw=1,5\nt=abc\n");
+    const Outcome outcome = ExportBoard({"--profile", "Cut List", "--adjustments", "adjust.txt"});
+    ExpectTold(outcome, "adjust.txt:2: ");
+    ExpectTold(outcome, "found \"Part Nmae\"; parts aren't asked for it\n");
+    ExpectTold(outcome, "adjust.txt:3: l: expected a decimal number such as 0.125 or -1.5, found \"1/8\"");
+    ExpectTold(outcome, "adjust.txt:5: w: ");
+    ExpectTold(outcome, "adjust.txt:6: t: ");
+    EXPECT_NE(Read("out.csv").find(",600,400,18,"), std::string::npos) << Read("out.csv");
+}
+
+TEST_F(HandWritten, AdjustmentsThatLeaveNoBoardAreToldByPart) {
+    WriteBoard();
+    Write("adjust.txt", "[a]\nl=-700\nw=1e300\n");
+    const Outcome outcome = ExportBoard({"--profile", "Cut List", "--adjustments", "adjust.txt"});
+    ExpectTold(outcome,
+               "\"Side\": its Length 600 with the adjustment -700 is -100, expected the size of a board\n");
+    ExpectTold(outcome, "\"Side\": its Width 400 with the adjustment 1E+300 is 1E+300");
+}
+
+TEST_F(HandWritten, AdjustmentsThatAskForAColumnThatTheGroupedListLacksAreTold) {
+    WriteBoard();
+    Write("adjust.txt", "[a]\nNotes=none\nl=1\n");
+    ExpectTold(ExportBoard({"--profile", "Cut List", "--adjustments", "adjust.txt", "--group",
+                            "Part Name, Length, Width, Thickness"}),
+               "the list has no column Notes, so the adjustments apply whatever they ask of it\n");
+}
+
+TEST_F(HandWritten, AnAdjustmentFileForOneExportIsNeverStored) {
+    WriteBoard();
+    Write("adjust.txt", "[a]\nl=1\n");
+    EXPECT_EQ(ExportBoard({"--profile", "Cut List", "--adjustments", "adjust.txt"}).status, 0);
+    EXPECT_NE(Read("out.csv").find(",601,400,18,"), std::string::npos) << Read("out.csv");
+    EXPECT_EQ(Read("home/settings.txt").find("CVS_ADJ_PATH"), std::string::npos);
+}
+
+TEST_F(HandWritten, ProfilesWithSlipsAreToldWithTheirLines) {
+    WriteBoard();
+    Write("home/BrenvikProfiles.txt",
+          "[Unknown]\ncolumns=PN,Lenght,Width\n[Semicolons]\ncolumns=PN;QTY\n[None]\ncolums=PN,QTY\n"
+          "[Right]\ncolumns=PN,(blank),|Job 7|,L x W x T\n");
+    ExpectTold(ExportBoard({"--profile", "Unknown"}),
+               "BrenvikProfiles.txt:2: expected the name of a column, found \"Lenght\"; it has no cell");
+    ExpectTold(ExportBoard({"--profile", "Semicolons"}),
+               "BrenvikProfiles.txt:4: expected the name of a column, ");
+    const Outcome none = ExportBoard({"--profile", "None"});
+    ExpectTold(none, "BrenvikProfiles.txt:6: expected columns= with names of columns, or extension=, found ");
+    ExpectTold(none, "BrenvikProfiles.txt:5: the profile \"None\" has no columns");
+    EXPECT_EQ(ExportBoard({"--profile", "Right"}).status, 0);
+}
+
+TEST_F(HandWritten, AProfileIsTheOneOfItsExactName) {
+    WriteBoard();
+    Write("home/BrenvikProfiles.txt", "[cut]\ncolumns=QTY\n[Cut]\ncolumns=Part Name\n");
+    EXPECT_EQ(ExportBoard({"--profile", "Cut"}).status, 0);
+    EXPECT_EQ(Read("out.csv").rfind("Part Name", 0), 0U);
+    EXPECT_EQ(ExportBoard({"--profile", "CUT"}).status, 2);
+}
+
+TEST_F(HandWritten, AProfileOfARunWithAColumnThatIsNoneIsRefused) {
+    WriteBoard();
+    Write("home/CNCProfile.txt", "[P]\ncolumns=ID,QTY,Material,Lenght\n");
+    Write(
+        "cut.journal",
+        "select all\ncommand Show\npress tbMain.EXPORT\npick cboExportType \"Export to C2C\"\n"
+        "check chkChooseCSV\npick cboProfileName \"P\"\npress cmdGo\nexpect form frmExport\npress cmdCancel\n"
+        "close\n");
+    const Outcome outcome = Run({"run", "board.dxf", "--journal", "cut.journal"});
+    ExpectTold(outcome, "these are none of the list's: Lenght. This export is now aborting.");
+    ExpectTold(outcome, "CNCProfile.txt:2: expected the name of a column, found \"Lenght\"");
+    EXPECT_FALSE(Exists("home/drive_c/BV-DXF/Part_0_Side_7.dxf"));
+}
+
+TEST_F(HandWritten, HalfA32ndGoesAwayFromZeroWhicheverWayItsFifthDecimalWent) {
+    for (const auto& [length, shown] :
+         {std::pair(52 + 1 / 64.0, "052 1/32"), std::pair(52 + 3 / 64.0, "052 1/16")}) {
+        WriteBoard(length);
+        EXPECT_EQ(ExportBoard({"--fractions", "--profile", "Cut List"}).status, 0);
+        EXPECT_NE(Read("out.csv").find(shown), std::string::npos) << Read("out.csv");
+    }
+}
+
+TEST_F(HandWritten, AnOrderOfTextsIsRemarkedOnWhereNumbersAreMeant) {
+    WriteBoard();
+    const std::string remark = "Price is a text, and is compared as one: 10 comes before 9\n";
+    EXPECT_EQ(Run({"list", "board.dxf", "--sort", "Price"}).errors, remark);
+    EXPECT_EQ(Run({"list", "board.dxf", "--filter", "Price > 9"}).errors.find(remark), 0U);
+    EXPECT_EQ(Run({"list", "board.dxf", "--sort", "Price", "--quiet"}).errors, "");
+    EXPECT_EQ(Run({"list", "board.dxf", "--sort", "Length"}).errors, "");
+}
+
+}  // namespace
+}  // namespace brenvik::cli_test
