@@ -50,6 +50,14 @@ TEST(SettingsContent, NamesAndPathsCompareWithoutCase) {
     EXPECT_EQ(settings.Find("HKEY_LOCAL_MACHINE\\SOFTWARE", "CircleSize"), std::nullopt);
 }
 
+TEST(SettingsContent, GivesItsLinesWithTheirPlaces) {
+    std::string text;
+    for (const SettingsFileLine& line : Parsed("# ours\n" + head + "A=1\n\nB 2\n[X]\na=3\n").Lines())
+        text += std::to_string(line.number) + " " + std::to_string(static_cast<int>(line.kind)) + " " +
+                line.section.substr(line.section.size() - 1) + " " + line.name + " " + line.value + "\n";
+    EXPECT_EQ(text, "2 0 4  \n3 1 4 A 1\n5 2 4 B 2 \n6 0 X  \n7 1 X a 3\n");
+}
+
 TEST(SettingsContent, SavingKeepsTheNameAsItStood) {
     SettingsText settings = Parsed(head + "CircleSize=35\n");
     settings.Set(key, "circlesize", "40");
