@@ -27,6 +27,14 @@ std::filesystem::path MakeFolder() {
     return pattern;
 }
 
+struct FolderOfItsOwn {
+    ~FolderOfItsOwn() {
+        std::error_code ignored;
+        std::filesystem::remove_all(folder, ignored);
+    }
+    const std::filesystem::path folder = MakeFolder();
+};
+
 }  // namespace
 
 std::string ReadFile(const std::filesystem::path& file) {
@@ -37,7 +45,14 @@ std::string ReadFile(const std::filesystem::path& file) {
 }
 
 std::filesystem::path ShippedSample() {
-    return std::filesystem::path(BRENVIK_SOURCE_DIR) / "samples" / "base-cabinet.dxf";
+    static const FolderOfItsOwn lent;
+    const std::filesystem::path shipped =
+        std::filesystem::path(BRENVIK_SOURCE_DIR) / "samples" / "base-cabinet.dxf";
+    const std::filesystem::path copy = lent.folder / shipped.filename();
+    // A test may have saved over it.
+    if (ReadFile(copy) != ReadFile(shipped))
+        std::filesystem::copy_file(shipped, copy, std::filesystem::copy_options::overwrite_existing);
+    return copy;
 }
 
 ProgramTest::ProgramTest() : folder(MakeFolder()) {}

@@ -50,7 +50,8 @@ class ProgramTest : public ::testing::Test {
 };
 
 std::string ReadFile(const std::filesystem::path& file);
-/// The drawing that ships with the project.
+/// The drawing that ships with the project: a copy, since runs save the drawing they work on unless a setting
+/// turns that off.
 std::filesystem::path ShippedSample();
 
 }  // namespace brenvik::cli_test
