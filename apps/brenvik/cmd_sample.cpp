@@ -4,6 +4,7 @@
 
 #include "command_line.h"
 #include "drawing_io.h"
+#include "file_roots/places.h"
 #include "file_roots/whole_file.h"
 #include "sample_job.h"
 
@@ -18,7 +19,11 @@ ExitStatus Sample(const DrawingOptions& options) {
     teller.Progress("drawing the cabinet");
     HostDocument& document = host.NewDocument();
     DrawSampleJob(document);
-    SaveOutput(document, options.save, teller);
+    teller.Progress("saving " + options.save);
+    // A STEP sample is what another system would send, without part data: nothing of anybody's is lost with
+    // it.
+    for (const std::string& loss : SaveDrawing(document, PathFromText(options.save)))
+        teller.Remark(options.save + ": " + loss);
     return teller.Status();
 }
 

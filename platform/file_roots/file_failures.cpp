@@ -21,7 +21,7 @@ Failure FileFailure(const std::error_code& error, const fs::path& file) {
     if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted ||
         error == std::errc::read_only_file_system)
         return PermissionDenied(shown);
-    if (error == std::errc::no_space_on_device) return DiskFull(shown);
+    if (error == std::errc::no_space_on_device || error == std::errc::file_too_large) return DiskFull(shown);
     if (error == std::errc::filename_too_long) return BadFileName(shown);
     return PathAccess(shown + " (" + error.message() + ")");
 }

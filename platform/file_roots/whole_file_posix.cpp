@@ -6,15 +6,14 @@
 
 #include <atomic>
 #include <cerrno>
-#include <cstring>
-#include <mutex>
-#include <set>
 #include <string>
 #include <system_error>
 #include <utility>
 
 #include "base/failure.h"
 #include "file_roots/claim.h"
+#include "file_roots/dead_work_files.h"
+#include "file_roots/file_failures.h"
 #include "file_roots/whole_file.h"
 
 namespace brenvik {
@@ -23,24 +22,9 @@ namespace {
 namespace fs = std::filesystem;
 
 Failure FromErrno(int code, const fs::path& file) {
-    const std::string& shown = file.native();
-    switch (code) {
-        case ENOSPC:
-        case EDQUOT:
-        case EFBIG:
-            return DiskFull(shown);
-        case EACCES:
-        case EPERM:
-        case EROFS:
-            return PermissionDenied(shown);
-        case ENOENT:
-        case ENOTDIR:
-            return PathNotFound(shown);
-        case ENAMETOOLONG:
-            return BadFileName(shown);
-        default:
-            return PathAccess(shown + " (" + std::generic_category().message(code) + ")");
-    }
+    // A quota is a disk of one's own; the standard has no name for it.
+    const int known = code == EDQUOT ? ENOSPC : code;
+    return FileFailure(std::error_code(known, std::generic_category()), file);
 }
 
 class Descriptor {
@@ -126,23 +110,9 @@ fs::path OpenWorkFile(const fs::path& folder, Descriptor& descriptor) {
     }
 }
 
-// Clears the work files of programs that died: nobody holds their locks. Once for each folder is enough.
-void ClearDeadWorkFiles(const fs::path& folder) {
-    static std::mutex guard;
-    static std::set<fs::path> cleared;
-    {
-        const std::lock_guard lock(guard);
-        if (!cleared.insert(folder).second) return;
-    }
-    std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        std::error_code ignored;
-        if (!entry->path().filename().native().starts_with(workFilePrefix) ||
-            !fs::is_regular_file(entry->symlink_status(ignored)))
-            continue;
-        if (const Claim claim(entry->path()); claim.Outcome() == Claim::State::Held)
-            ::unlink(entry->path().c_str());
-    }
+// Nobody holds the lock of a program that died.
+void ClearIfUnlocked(const fs::path& workFile) {
+    if (const Claim claim(workFile); claim.Outcome() == Claim::State::Held) ::unlink(workFile.c_str());
 }
 
 // A device keeps no old content that could be lost.
@@ -180,7 +150,7 @@ void Replace(const fs::path& file, std::string_view content, Reach reach) {
     if (exists && ::access(target.c_str(), W_OK) != 0) throw FromErrno(errno, target);
 
     const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
-    ClearDeadWorkFiles(folder);
+    ClearDeadWorkFiles(folder, ClearIfUnlocked);
     Descriptor descriptor;
     const fs::path workPath = OpenWorkFile(folder, descriptor);
     if (descriptor.Number() < 0) throw FromErrno(errno, target);

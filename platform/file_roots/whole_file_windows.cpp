@@ -4,13 +4,14 @@
 #include <atomic>
 #include <charconv>
 #include <memory>
-#include <mutex>
-#include <set>
 #include <string>
+#include <system_error>
 #include <type_traits>
 #include <utility>
 
 #include "base/failure.h"
+#include "file_roots/dead_work_files.h"
+#include "file_roots/file_failures.h"
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
 
@@ -19,27 +20,28 @@ namespace {
 
 namespace fs = std::filesystem;
 
-Failure FromCode(DWORD code, const fs::path& file) {
-    const std::string shown = TextFromPath(file);
+std::error_code MeaningOf(DWORD code) {
     switch (code) {
         case ERROR_DISK_FULL:
         case ERROR_HANDLE_DISK_FULL:
-            return DiskFull(shown);
+            return std::make_error_code(std::errc::no_space_on_device);
         case ERROR_ACCESS_DENIED:
         case ERROR_SHARING_VIOLATION:
         case ERROR_LOCK_VIOLATION:
         case ERROR_WRITE_PROTECT:
-            return PermissionDenied(shown);
+            return std::make_error_code(std::errc::permission_denied);
         case ERROR_FILE_NOT_FOUND:
         case ERROR_PATH_NOT_FOUND:
-            return PathNotFound(shown);
+            return std::make_error_code(std::errc::no_such_file_or_directory);
         case ERROR_INVALID_NAME:
         case ERROR_FILENAME_EXCED_RANGE:
-            return BadFileName(shown);
+            return std::make_error_code(std::errc::filename_too_long);
         default:
-            return PathAccess(shown + " (error " + std::to_string(code) + ")");
+            return {static_cast<int>(code), std::system_category()};
     }
 }
+
+Failure FromCode(DWORD code, const fs::path& file) { return FileFailure(MeaningOf(code), file); }
 
 struct HandleCloser {
     void operator()(HANDLE handle) const { CloseHandle(handle); }
@@ -87,24 +89,13 @@ bool IsAlive(DWORD program) {
                              : WaitForSingleObject(opened.get(), 0) == WAIT_TIMEOUT;
 }
 
-// Clears the work files of programs that died; their numbers begin the names behind the prefix. Once for each
-// folder is enough.
-void ClearDeadWorkFiles(const fs::path& folder) {
-    static std::mutex guard;
-    static std::set<fs::path> cleared;
-    {
-        const std::lock_guard lock(guard);
-        if (!cleared.insert(folder).second) return;
-    }
-    std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        const std::string name = TextFromPath(entry->path().filename());
-        if (!name.starts_with(workFilePrefix)) continue;
-        DWORD program = 0;
-        const char* number = name.data() + workFilePrefix.size();
-        const bool numbered = std::from_chars(number, name.data() + name.size(), program).ec == std::errc();
-        if (numbered && !IsAlive(program)) DeleteFileW(entry->path().c_str());
-    }
+// The number of the program begins the name behind the prefix.
+void ClearIfProgramEnded(const fs::path& workFile) {
+    const std::string name = TextFromPath(workFile.filename());
+    DWORD program = 0;
+    const char* number = name.data() + workFilePrefix.size();
+    const bool numbered = std::from_chars(number, name.data() + name.size(), program).ec == std::errc();
+    if (numbered && !IsAlive(program)) DeleteFileW(workFile.c_str());
 }
 
 void Replace(const fs::path& file, std::string_view content, Reach reach) {
@@ -119,7 +110,7 @@ void Replace(const fs::path& file, std::string_view content, Reach reach) {
     const std::string name = std::string(workFilePrefix) + std::to_string(GetCurrentProcessId()) + "-" +
                              std::to_string(GetTickCount64()) + "-" + std::to_string(++counter);
     const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
-    ClearDeadWorkFiles(folder);
+    ClearDeadWorkFiles(folder, ClearIfProgramEnded);
     WorkFile work(folder / name);
     WriteTo(work.Path(), content, file, reach);
     const DWORD how = MOVEFILE_REPLACE_EXISTING | (reach == Reach::Disk ? MOVEFILE_WRITE_THROUGH : 0U);

@@ -7,7 +7,6 @@
 
 #include <chrono>
 #include <csignal>
-#include <map>
 #include <thread>
 
 #include "boards.h"
@@ -18,7 +17,6 @@ namespace brenvik::cli_test {
 namespace {
 
 namespace fs = std::filesystem;
-using Files = std::map<std::string, std::string>;
 
 class KilledRun : public ProgramTest {
   protected:
@@ -55,16 +53,6 @@ class KilledRun : public ProgramTest {
             std::this_thread::yield();
         }
         return WIFSIGNALED(status);
-    }
-
-    Files FilesBelow(const std::string& where) const {
-        Files files;
-        std::error_code error;
-        for (fs::recursive_directory_iterator entry(folder / where, error), end; !error && entry != end;
-             entry.increment(error))
-            if (entry->is_regular_file())
-                files[fs::relative(entry->path(), folder / where).string()] = ReadFile(entry->path());
-        return files;
     }
 };
 

@@ -106,6 +106,17 @@ void ProgramTest::Write(const std::string& name, std::string_view content) const
 
 std::string ProgramTest::Read(const std::string& name) const { return ReadFile(folder / name); }
 
+Files ProgramTest::FilesBelow(const std::string& where) const {
+    namespace fs = std::filesystem;
+    Files files;
+    std::error_code error;
+    for (fs::recursive_directory_iterator entry(folder / where, error), end; !error && entry != end;
+         entry.increment(error))
+        if (entry->is_regular_file())
+            files[fs::relative(entry->path(), folder / where).string()] = ReadFile(entry->path());
+    return files;
+}
+
 void ProgramTest::WriteSample(const std::string& name) const {
     if (std::filesystem::path(name).extension() == ".dxf") {
         std::filesystem::copy_file(ShippedSample(), folder / name);

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +16,9 @@ struct Outcome {
     int status = -1;
     std::string output, errors;
 };
+
+/// Contents by their paths.
+using Files = std::map<std::string, std::string>;
 
 /// A folder of its own for each test, gone afterwards. The program runs in it, with its home in "home".
 class ProgramTest : public ::testing::Test {
@@ -39,6 +43,8 @@ class ProgramTest : public ::testing::Test {
     void Write(const std::string& name, std::string_view content) const;
     std::string Read(const std::string& name) const;
     bool Exists(const std::string& name) const { return std::filesystem::exists(folder / name); }
+    /// All files in a folder of the test's folder and below it, by their paths in it.
+    Files FilesBelow(const std::string& where) const;
     /// The sample job as a drawing of this name, in the test's folder.
     void WriteSample(const std::string& name) const;
 

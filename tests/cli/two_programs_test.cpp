@@ -5,7 +5,6 @@
 #include <chrono>
 #include <cstdlib>
 #include <future>
-#include <map>
 #include <random>
 
 #include "boards.h"
@@ -17,7 +16,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Words = std::vector<std::string>;
-using Files = std::map<std::string, std::string>;
 
 int Rounds() {
     const char* asked = std::getenv("BRENVIK_PAIR_ROUNDS");
@@ -49,16 +47,6 @@ class TwoPrograms : public ProgramTest {
                "\"\ncell fpSpread1 3 PN \"99\"\npress mnuApplyDrawing\npress mnuExit\ncommand Show\n"
                "expect cell fpSpread1 1 Notes \"" +
                note + "\"\nclose\nexpect no message\n";
-    }
-
-    Files FilesBelow(const std::string& where) const {
-        Files files;
-        std::error_code error;
-        for (fs::recursive_directory_iterator entry(folder / where, error), end; !error && entry != end;
-             entry.increment(error))
-            if (entry->is_regular_file())
-                files[fs::relative(entry->path(), folder / where).string()] = ReadFile(entry->path());
-        return files;
     }
 
     /// Runs the words, in which "OUT" is a place of the program's own, and takes what lies there.

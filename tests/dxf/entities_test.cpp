@@ -109,7 +109,7 @@ TEST(DxfEntities, TextStaysInItsOwnPlane) {
         "3|210 0|220 0|230 -1");
     EXPECT_EQ(text.insertion, (Point3{1, 2, 3}));
     EXPECT_EQ(text.alignment, (Point3{4, 5, 6}));
-    EXPECT_EQ(text.text, "T\u00FCr ^J");
+    EXPECT_EQ(text.text, "T\u00FCr \n");
     EXPECT_EQ(text.style, "Standard");
     EXPECT_EQ(text.rotation, pi);
     EXPECT_DOUBLE_EQ(text.oblique, pi / 12);

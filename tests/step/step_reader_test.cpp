@@ -172,15 +172,51 @@ TEST_F(StepInput, AStatementOfNoFormIsRefusedWithItsLine) {
     ExpectMentions(FailureText(), "line " + std::to_string(line) + ": expected");
 }
 
+TEST_F(StepInput, ANumberOfNoFormIsToldAsItStands) {
+    std::string content = Good();
+    const std::size_t place = content.find("600.");
+    content.replace(place, 4, "1e308");
+    Put(content);
+    const auto line =
+        1 + std::count(content.begin(), content.begin() + static_cast<std::ptrdiff_t>(place), '\n');
+    ExpectMentions(FailureText(), "line " + std::to_string(line) +
+                                      ": expected well-formed STEP statements (#n = TYPE(...);), found \"#");
+    ExpectMentions(FailureText(), "1e308");
+}
+
+TEST_F(StepInput, AStatementNumberThatStandsTwiceIsToldWithBothLines) {
+    std::string content = Good();
+    const std::size_t end = content.rfind("ENDSEC;");
+    content.insert(end, "#2 = CARTESIAN_POINT('',(1.,2.,3.));\n");
+    Put(content);
+    const std::size_t first = content.find("\n#2 =") + 1;
+    const auto lineAt = [&](std::size_t place) {
+        const auto breaks =
+            std::count(content.begin(), content.begin() + static_cast<std::ptrdiff_t>(place), '\n');
+        return std::to_string(1 + breaks);
+    };
+    ExpectMentions(FailureText(), "line " + lineAt(end) +
+                                      ": expected a statement number of its own, #2 stands in line " +
+                                      lineAt(first) + " already");
+}
+
+TEST(StepText, ALineForAMessageIsShort) {
+    EXPECT_EQ(LineForMessage("one\r\n  two \r\nthree", 2), "two");
+    EXPECT_EQ(LineForMessage("one\ntwo", 3), "");
+    EXPECT_EQ(LineForMessage("T\xC3\xBC" + std::string(100, 'x'), 1), "T??" + std::string(57, 'x') + "...");
+    EXPECT_EQ(LineForMessage("", 1), "");
+}
+
 TEST(StepGrammar, AStatementHasANumberAKindAndValuesPartedByCommas) {
     for (const char* good :
          {"#1=A();", "#12 = CARTESIAN_POINT('',(0.,-1.5E-3,+2));", "#3=(A(1.) B() C(#1,$,*));",
           "#4=A('it''s; (#',.T.,\"0F\",LENGTH(2.5),((),(1)));", "#5 /* note; */ = A(#1 ,\n #2);",
           "#6=!OWN(.5);"})
         EXPECT_TRUE(IsWellFormed(good)) << good;
-    for (const char* bad : {"#1=A;", "1=A();", "#=A();", "#1 A();", "#1=A(1,);", "#1=A(,1);", "#1=A(1 2);",
-                            "#1=A(1;", "#1=A(1));", "#1=A(.T);", "#1=A('x);", "#1=A(1.E);", "#1=A(1.2.3);",
-                            "#1=A(-);", "#1=A(#);", "#1=A(B);", "#1=(A(1),B(2));", "#1=A() B();", "#1=A(?);"})
+    for (const char* bad : {"#1=A;",     "1=A();",     "#=A();",          "#1 A();",      "#1=A(1,);",
+                            "#1=A(,1);", "#1=A(1 2);", "#1=A(1;",         "#1=A(1));",    "#1=A(.T);",
+                            "#1=A('x);", "#1=A(1.E);", "#1=A(1e5);",      "#1=A(1.2.3);", "#1=A(-);",
+                            "#1=A(#);",  "#1=A(B);",   "#1=(A(1),B(2));", "#1=A() B();",  "#1=A(?);"})
         EXPECT_FALSE(IsWellFormed(bad)) << bad;
 }
 

@@ -4,13 +4,12 @@
 #include <TopExp_Explorer.hxx>
 
 #include "base/handle_text.h"
-#include "base/number_text.h"
-#include "base/numbers.h"
 #include "base/text.h"
 #include "drafting_host/acis/acis_text.h"
 #include "drafting_host/document/aci_colors.h"
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/document/host_failure.h"
+#include "drafting_host/document/lost_data.h"
 #include "drafting_host/dxf/dxf_text.h"
 #include "drafting_host/dxf/standard_entries.h"
 #include "drafting_host/solids/mass.h"
@@ -43,9 +42,6 @@ std::string LayerName(std::string_view name) {
     return result.empty() ? "0" : result;
 }
 
-/// The number as the scan of a cut list writes it, so that the first scan finds nothing changed.
-std::string ExtentText(double extent) { return NumberToText(RoundHalfEven(extent, 5)); }
-
 void AddPart(HostDocument& document, const step::StepSolid& part, const ReadOptions& options) {
     HostSolid& solid = document.Model().AddSolid(part.shape);
     LayerData layer;
@@ -59,21 +55,10 @@ void AddPart(HostDocument& document, const step::StepSolid& part, const ReadOpti
     if (!part.assembly.empty()) SetPartData(data, document, "SUBASSEMBLY", part.assembly);
     const solids::Extents& extents = solid.Measures();
     if (!options.letters.empty() && extents.status > 0) {
-        SetPartData(data, document, "ORIE", options.letters);
-        SetPartData(data, document, "OLDVALUE1", ExtentText(extents.d1));
-        SetPartData(data, document, "OLDVALUE2", ExtentText(extents.d2));
-        SetPartData(data, document, "OLDVALUE3", ExtentText(extents.d3));
+        for (const auto& [key, value] : DataOfReading(options.letters, extents))
+            SetPartData(data, document, key, value);
     }
     solid.SetExtendedData(std::move(data));
-}
-
-std::string PartText(const HostEntity& entity, std::string_view key) {
-    std::vector<std::int16_t> types;
-    std::vector<XDataValue> values;
-    entity.GetXData(key, types, values);
-    if (values.size() < 2) return {};
-    const std::string* text = std::get_if<std::string>(&values[1]);
-    return text == nullptr ? std::string() : *text;
 }
 
 std::optional<step::Rgb> ColorOf(const HostEntity& entity) {
@@ -97,6 +82,12 @@ std::vector<const HostSolid*> SolidsOf(const HostDocument& document, std::string
         }
     }
     return solids;
+}
+
+std::size_t LumpsOf(const TopoDS_Shape& shape) {
+    std::size_t lumps = 0;
+    for (TopExp_Explorer lump(shape, TopAbs_SOLID); lump.More(); lump.Next()) ++lumps;
+    return lumps;
 }
 
 }  // namespace
@@ -142,7 +133,12 @@ void ImportAcis(HostDocument& document, std::string_view content, const std::fil
 
 std::vector<step::StepSolid> StepSolidsOf(const HostDocument& document, std::vector<std::string>& problems) {
     std::vector<step::StepSolid> parts;
-    for (const HostSolid* solid : SolidsOf(document, "STEP", problems)) {
+    const std::vector<const HostSolid*> solids = SolidsOf(document, "STEP", problems);
+    TellLostPartData(document, solids, "a STEP file", {"PARTNAME", "SUBASSEMBLY"}, problems);
+    for (const HostSolid* solid : solids) {
+        if (const std::size_t lumps = LumpsOf(solid->Shape()); lumps > 1)
+            problems.push_back("AcDb3dSolid " + HandleToText(solid->HandleNumber()) + ": its " +
+                               std::to_string(lumps) + " lumps are parts of their own in a STEP file");
         step::StepSolid part;
         part.shape = solid->Shape();
         part.name = PartText(*solid, "PARTNAME");
@@ -156,7 +152,10 @@ std::vector<step::StepSolid> StepSolidsOf(const HostDocument& document, std::vec
 
 std::vector<std::string> AcisLinesOf(const HostDocument& document, std::vector<std::string>& problems) {
     std::vector<TopoDS_Shape> bodies;
-    for (const HostSolid* solid : SolidsOf(document, "ACIS text", problems)) {
+    const std::vector<const HostSolid*> solids = SolidsOf(document, "ACIS text", problems);
+    TellLostPartData(document, solids, "ACIS text", {}, problems);
+    TellLostLooks(solids, problems);
+    for (const HostSolid* solid : solids) {
         try {
             acis::WriteText(solid->Shape());
         } catch (const acis::WriteFailure& failure) {

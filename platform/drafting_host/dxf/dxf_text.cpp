@@ -45,7 +45,7 @@ std::optional<EscapedCharacter> EscapedCharacterAt(std::string_view text, std::s
 
 bool NeedsDecoding(std::string_view text) {
     for (const char c : text) {
-        if (c == '\\' || static_cast<unsigned char>(c) >= 0x80) return true;
+        if (c == '\\' || c == '^' || static_cast<unsigned char>(c) >= 0x80) return true;
     }
     return false;
 }
@@ -70,13 +70,22 @@ void AppendEscaped(std::string& text, char32_t codePoint) {
     AppendEscape(text, 0xDC00 + (offset & 0x3FFU));
 }
 
+/// The control characters that texts of drawings have, and the caret itself, by what stands behind the caret.
+/// Careless programs don't escape it: any other letter behind it leaves it a caret.
+constexpr std::string_view caretLetters = "IJM ";
+constexpr std::string_view caretCharacters = "\t\n\r^";
+
+/// What "^" and the letter behind it stand for; nothing where they stand for themselves.
+std::optional<char> CaretCharacterAt(std::string_view text, std::size_t at) {
+    if (text[at] != '^' || at + 1 >= text.size()) return std::nullopt;
+    const std::size_t which = caretLetters.find(text[at + 1]);
+    return which == std::string_view::npos ? std::nullopt : std::optional(caretCharacters[which]);
+}
+
 /// The length of a character that texts keep as an escape: half a surrogate pair, a character of a page of
-/// two bytes ("\M+nXXXX"), a control character ("^J"). 0 where there is none.
+/// two bytes ("\M+nXXXX"). 0 where there is none.
 std::size_t KeptEscapeLength(std::string_view text, std::size_t at) {
     constexpr std::size_t pageEscapeLength = 8;
-    if (text[at] == '^') {
-        return at + 1 < text.size() && static_cast<unsigned char>(text[at + 1]) < 0x80 ? 2 : 0;
-    }
     if (EscapedUnit(text, at)) return escapeLength;
     const bool ofPage = text.size() - at >= pageEscapeLength && text[at] == '\\' &&
                         (text[at + 1] == 'M' || text[at + 1] == 'm') && text[at + 2] == '+';
@@ -89,7 +98,7 @@ std::size_t UnitsOf(const Utf8Character& character) {
 
 bool StaysItself(std::string_view text, std::size_t at) {
     const char c = text[at];
-    if (c < ' ' || c > '~') return false;
+    if (c < ' ' || c > '~' || c == '^') return false;
     return !(c == '\\' && EscapedCharacterAt(text, at));
 }
 
@@ -122,6 +131,11 @@ std::string TextDecoder::Decode(std::string_view text) const {
     for (std::size_t at = 0; at < text.size();) {
         const auto byte = static_cast<unsigned char>(text[at]);
         if (byte < 0x80) {
+            if (const auto control = CaretCharacterAt(text, at)) {
+                result += *control;
+                at += 2;
+                continue;
+            }
             const auto escaped = byte == '\\' ? EscapedCharacterAt(text, at) : std::nullopt;
             if (escaped) {
                 AppendUtf8(result, escaped->codePoint);
@@ -163,6 +177,12 @@ std::string EncodeText(std::string_view text) {
     for (std::size_t at = 0; at < text.size();) {
         if (StaysItself(text, at)) {
             result += text[at++];
+            continue;
+        }
+        if (const std::size_t which = caretCharacters.find(text[at]); which != std::string_view::npos) {
+            result += '^';
+            result += caretLetters[which];
+            ++at;
             continue;
         }
         const Utf8Character character = Utf8CharacterAt(text, at);

@@ -1,6 +1,6 @@
-// Texts of a DXF file: from the file's bytes (code page or UTF-8, with "\U+XXXX" escapes) to UTF-8, and
-// back to plain ASCII. "^" escapes and "\M+nXXXX" are left as they stand; what they mean is the business
-// of whoever shows the text.
+// Texts of a DXF file: from the file's bytes (code page or UTF-8, with "\U+XXXX" escapes, and "^I", "^J",
+// "^M" and "^ " for tab, line feed, return and the caret itself) to UTF-8, and back to plain ASCII.
+// "\M+nXXXX" is left as it stands; what it means is the business of whoever shows the text.
 #pragma once
 
 #include <string>
@@ -36,14 +36,13 @@ class TextDecoder {
 int CodePageNumber(std::string_view name);
 
 /// The text as release 2000 takes it: ASCII, everything else as "\U+XXXX" (two of them, a surrogate
-/// pair, above FFFF). Control characters are escaped too, since a line end would end the value, and so is
-/// the backslash of a literal "\U+", so that reading gives the same text again.
+/// pair, above FFFF). Control characters are escaped too, since a line end would end the value, and so are
+/// the caret and the backslash of a literal "\U+", so that reading gives the same text again.
 std::string EncodeText(std::string_view text);
 
 /// The length of a text as the limits of the format count it: in UTF-16 units, escapes not counted.
 std::size_t TextUnits(std::string_view text);
-/// The text up to `units` of these, never cut within a character or what stands for one ("\U+D800",
-/// "^J").
+/// The text up to `units` of these, never cut within a character or what stands for one ("\U+D800").
 std::string_view FirstTextUnits(std::string_view text, std::size_t units);
 
 }  // namespace brenvik

@@ -100,12 +100,15 @@ class Tokens {
             return at - from;
         };
         std::size_t count = run();
-        if (at < mText.size() && mText[at] == '.') {
+        const bool point = at < mText.size() && mText[at] == '.';
+        if (point) {
             ++at;
             count += run();
         }
         if (count == 0) return Token::Bad;
         if (at < mText.size() && (mText[at] == 'E' || mText[at] == 'e')) {
+            // The format, and the modeller with it, wants the point: "1e5" is no number there.
+            if (!point) return Token::Bad;
             ++at;
             if (at < mText.size() && (mText[at] == '+' || mText[at] == '-')) ++at;
             if (run() == 0) return Token::Bad;

@@ -99,7 +99,7 @@ class Flattener {
     std::string NameOf(const TDF_Label& label) const {
         Handle(TDataStd_Name) name;
         if (!label.FindAttribute(TDataStd_Name::GetID(), name)) return {};
-        const std::string& text = mTexts.TextFor(Utf8(name->Get()));
+        const std::string text = mTexts.TextFor(Utf8(name->Get()));
         return mToTheLetter ? text : Trimmed(text);
     }
 
@@ -318,6 +318,27 @@ void NoteUnlistedSolids(STEPCAFControl_Reader& reader, const Handle(StepData_Ste
                         "a sound statement #" + std::to_string(fault.number) + " (" + fault.reason + ")");
 }
 
+/// The modeller gives up without a place; the text tells it. It refuses a file without any statement too, and
+/// that one is not damaged.
+[[noreturn]] void RefuseUnsound(const std::filesystem::path& path, std::string_view content, bool empty) {
+    if (const std::size_t line = BrokenLine(content); line > 0) {
+        throw FormatFailure(
+            path, line,
+            "well-formed STEP statements (#n = TYPE(...);), found \"" + LineForMessage(content, line) + "\"");
+    }
+    if (empty) throw NoSolid(path);
+    if (const auto repeated = FirstRepeatedStatement(content)) {
+        throw FormatFailure(path, repeated->line,
+                            "a statement number of its own, #" + std::to_string(repeated->number) +
+                                " stands in line " + std::to_string(repeated->firstLine) + " already");
+    }
+    if (const auto lost = FirstLostReference(content)) {
+        throw FormatFailure(path, lost->line,
+                            "a statement #" + std::to_string(lost->number) + ", the file has none");
+    }
+    throw FormatFailure(path, 0, "well-formed STEP statements (#n = TYPE(...);)");
+}
+
 StepDocument Read(const std::filesystem::path& path) {
     const std::string content = ContentOf(path);
     RequireWholeStep(path, content);
@@ -342,17 +363,7 @@ StepDocument Read(const std::filesystem::path& path) {
     const Handle(StepData_StepModel) model =
         Handle(StepData_StepModel)::DownCast(reader.Reader().WS()->Model());
     const bool sound = status == IFSelect_RetDone && !model.IsNull() && !model->GlobalCheck()->HasFailed();
-    if (!sound) {
-        const std::size_t line = BrokenLine(content);
-        // The modeller refuses a file without any statement too, and that one is not damaged.
-        if (line == 0 && !model.IsNull() && model->NbEntities() == 0) throw NoSolid(path);
-        const auto lost = line == 0 ? FirstLostReference(content) : std::nullopt;
-        if (lost) {
-            const std::string number = std::to_string(lost->number);
-            throw FormatFailure(path, lost->line, "a statement #" + number + ", the file has none");
-        }
-        throw FormatFailure(path, line, "well-formed STEP statements (#n = TYPE(...);)");
-    }
+    if (!sound) RefuseUnsound(path, content, !model.IsNull() && model->NbEntities() == 0);
     if (const auto fault = FirstFault(model, reader.Reader().WS()->Graph())) {
         RefuseStatement(path, content, *fault);
     }

@@ -260,9 +260,9 @@ std::string StandIns::WordFor(std::string_view text) {
     return mWordOf.emplace(text, std::move(word)).first->second;
 }
 
-const std::string& StandIns::TextFor(const std::string& shown) const {
+std::string StandIns::TextFor(std::string_view shown) const {
     const auto found = mTextOf.find(shown);
-    return found == mTextOf.end() ? shown : found->second;
+    return std::string(found == mTextOf.end() ? shown : found->second);
 }
 
 std::string StandIns::PutInto(std::string_view content, CodePage codePage) {

@@ -35,7 +35,7 @@ class StandIns {
     /// The word for a text, the same for equal texts.
     std::string WordFor(std::string_view text);
     /// The text behind a word; any other text stays.
-    const std::string& TextFor(const std::string& shown) const;
+    std::string TextFor(std::string_view shown) const;
 
     /// The content of a file with every text that is more than plain words replaced by its word.
     std::string PutInto(std::string_view content, CodePage codePage);

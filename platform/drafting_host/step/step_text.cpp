@@ -11,6 +11,7 @@
 
 #include "base/noise.h"
 #include "base/numbers.h"
+#include "base/text.h"
 #include "base/utf8.h"
 #include "drafting_host/step/step_grammar.h"
 
@@ -185,9 +186,12 @@ std::size_t OverlongNumberLine(std::string_view content) {
     return 0;
 }
 
-std::optional<LostReference> FirstLostReference(std::string_view content) {
-    std::unordered_set<int> statements;
-    std::vector<std::size_t> references;
+namespace {
+
+/// Goes over the numbers behind "#" outside of quotes and comments; `take` gets the place of the digits and
+/// whether they begin a statement, and ends the walk with false.
+template <class Take>
+void ForEachNumber(std::string_view content, Take take) {
     for (std::size_t place = 0; place < content.size();) {
         if (OpensQuoted(content, place)) {
             place = SkipQuoted(content, place);
@@ -198,16 +202,53 @@ std::optional<LostReference> FirstLostReference(std::string_view content) {
         std::size_t after = place;
         while (after < content.size() && IsDigit(content[after])) ++after;
         while (after < content.size() && IsBlank(content[after])) ++after;
-        if (after < content.size() && content[after] == '=') {
-            statements.insert(NumberAt(content, place));
-        } else {
-            references.push_back(place);
-        }
+        if (!take(place, after < content.size() && content[after] == '=')) break;
     }
+}
+
+}  // namespace
+
+std::optional<LostReference> FirstLostReference(std::string_view content) {
+    std::unordered_set<int> statements;
+    std::vector<std::size_t> references;
+    ForEachNumber(content, [&](std::size_t place, bool isStatement) {
+        if (isStatement)
+            statements.insert(NumberAt(content, place));
+        else
+            references.push_back(place);
+        return true;
+    });
     const auto lost = std::ranges::find_if(
         references, [&](std::size_t place) { return !statements.contains(NumberAt(content, place)); });
     if (lost == references.end()) return std::nullopt;
     return LostReference{NumberAt(content, *lost), LineAt(content, *lost)};
+}
+
+std::optional<RepeatedStatement> FirstRepeatedStatement(std::string_view content) {
+    std::unordered_map<int, std::size_t> places;
+    std::optional<RepeatedStatement> repeated;
+    ForEachNumber(content, [&](std::size_t place, bool isStatement) {
+        if (!isStatement) return true;
+        const auto [first, fresh] = places.try_emplace(NumberAt(content, place), place);
+        if (!fresh)
+            repeated =
+                RepeatedStatement{first->first, LineAt(content, first->second), LineAt(content, place)};
+        return fresh;
+    });
+    return repeated;
+}
+
+std::string LineForMessage(std::string_view content, std::size_t line) {
+    constexpr std::size_t longest = 60;
+    for (std::size_t skipped = 1; skipped < line; ++skipped) {
+        const std::size_t end = content.find('\n');
+        content.remove_prefix(end == std::string_view::npos ? content.size() : end + 1);
+    }
+    std::string text = Trim(content.substr(0, content.find_first_of("\r\n")));
+    if (text.size() > longest) text = text.substr(0, longest) + "...";
+    std::ranges::replace_if(
+        text, [](char c) { return c < ' ' || c > '~'; }, '?');
+    return text;
 }
 
 std::size_t LineOfStatement(std::string_view content, int number) {

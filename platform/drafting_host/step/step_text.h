@@ -48,6 +48,17 @@ struct LostReference {
 /// The first one of the content's data; nothing when all statements are there.
 std::optional<LostReference> FirstLostReference(std::string_view content);
 
+/// A statement number that stands twice, and the lines (from 1) of both statements.
+struct RepeatedStatement {
+    int number = 0;
+    std::size_t firstLine = 0, line = 0;
+};
+/// The first one of the content's data; nothing when each number stands once.
+std::optional<RepeatedStatement> FirstRepeatedStatement(std::string_view content);
+
+/// What stands in a line (from 1), cut to a length that a message takes.
+std::string LineForMessage(std::string_view content, std::size_t line);
+
 /// The line (from 1) of the statement "#number = ...", 0 when there is none.
 std::size_t LineOfStatement(std::string_view content, int number);
 

@@ -1,0 +1,32 @@
+// What files of other systems have no place for: part data, layers and colours. It is told once for all
+// parts, since nobody could see in the file that it is gone.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "drafting_host/document/host_document.h"
+
+namespace brenvik {
+
+/// The part data that reading a file of another system gives to a solid: the letters, and its extents as the
+/// saved ones, written as the scan of a cut list does, so that the first scan finds nothing changed.
+std::array<std::pair<std::string_view, std::string>, 4> DataOfReading(const std::string& letters,
+                                                                      const solids::Extents& extents);
+
+/// The text of a solid's part data; blank where there is none.
+std::string PartText(const HostEntity& entity, std::string_view key);
+
+/// Tells the parts with data that `form` has no place for, all but those under `kept`. What reading the file
+/// gives again by itself isn't lost.
+void TellLostPartData(const HostDocument& document, const std::vector<const HostSolid*>& solids,
+                      std::string_view form, const std::vector<std::string_view>& kept,
+                      std::vector<std::string>& problems);
+
+/// Tells that ACIS text knows neither layers nor colours, where there are any.
+void TellLostLooks(const std::vector<const HostSolid*>& solids, std::vector<std::string>& problems);
+
+}  // namespace brenvik

@@ -1,0 +1,14 @@
+// The work files that programs which died half way have left beside their targets.
+#pragma once
+
+#include <filesystem>
+
+namespace brenvik {
+
+/// Removes a work file if no living program is at work on it; each platform tells that in its own way.
+using ClearIfDead = void (*)(const std::filesystem::path& workFile);
+
+/// Goes over the work files of a folder. Once for each folder and program is enough.
+void ClearDeadWorkFiles(const std::filesystem::path& folder, ClearIfDead clear);
+
+}  // namespace brenvik
