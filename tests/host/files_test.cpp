@@ -183,7 +183,7 @@ TEST_F(Files, StepKeepsNamesAssembliesAndVolumes) {
     document.Layers().Item("T\xC3\xBCren")->SetLock(false);
     SetText(*solid, "SUBASSEMBLY", "Oberschrank");
     const std::vector<std::string> problems = SaveDrawing(document, Path("job.step"));
-    EXPECT_EQ(problems.size(), 6U);
+    EXPECT_EQ(problems.size(), 7U);
     HostDocument& again = application.OpenDrawing(Path("job.step"));
     ASSERT_EQ(again.ModelSpace().Count(), 1);
     auto& read = dynamic_cast<Acad3DSolid&>(*again.ModelSpace().Item(0));
