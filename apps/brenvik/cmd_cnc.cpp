@@ -122,6 +122,7 @@ ExitStatus Cnc(const std::string& home, const CncOptions& options) {
         cBrenvik().Call(driver.method, workplace.host);
     teller.Wipe();
     TellNotesSince(notes, opened.document, options.drawing.drawing, teller);
+    TellPartTroubles(teller);
     TellDroppedParts(teller);
     TellExportTroubles(teller);
     if (dialogs.SomethingWentWrong()) teller.MarkIncomplete();

@@ -4,7 +4,6 @@
 
 #include "command_line.h"
 #include "drawing_io.h"
-#include "file_roots/whole_file.h"
 #include "given_material.h"
 
 namespace brenvik::app {
@@ -14,8 +13,11 @@ namespace {
 ExitStatus Convert(const DrawingOptions& options) {
     RequireWritableFormat(options.save);
     Teller teller(options.quiet);
-    HostApplication host(WriteWholeFile);
-    HostDocument& document = OpenInput(host, options, teller);
+    GuardedFiles files;
+    HostApplication host([&files](const std::filesystem::path& file, std::string_view content) {
+        files.Write(file, content);
+    });
+    HostDocument& document = OpenInput(host, files, options, teller);
     SelectForCommand(document, options);
     GiveMaterial(document, options.material, teller);
     SaveOutput(document, options.save, teller);

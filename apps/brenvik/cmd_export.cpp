@@ -56,6 +56,7 @@ ExitStatus Export(const std::string& home, const ExportOptions& options) {
     const std::size_t selected = OpenAndSelect(workplace, options.drawing, teller).selected;
     teller.Progress("measuring " + std::to_string(selected) + " parts");
     const bool exported = ScanAndExport(workplace.host, dialogs, choices, options.csv, teller);
+    TellPartTroubles(teller);
     TellDroppedParts(teller);
     TellExportTroubles(teller);
     if (dialogs.SomethingWentWrong()) teller.MarkIncomplete();

@@ -9,6 +9,7 @@
 #include "grid_session.h"
 #include "list_choice_options.h"
 #include "list_output.h"
+#include "parts/grouped_quantities.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -37,6 +38,7 @@ Scanned TakeRows(Form& form, const ListChoices& choices) {
     if (!grid.Records()) return {EmptyPartList(choices.group), 0};
     const auto parts = static_cast<std::size_t>(grid.Records()->RecordCount());
     ApplyOnGrid(choices);
+    NoteGroupedQuantities();
     return {ReadPartList(*grid.Records()), parts};
 }
 
@@ -62,6 +64,7 @@ ExitStatus List(const std::string& home, const ListOptions& options) {
         selected == 0 ? Scanned{EmptyPartList(choices.group), 0} : Scan(workplace.host, dialogs, choices);
     teller.Wipe();
     if (dialogs.MessagesShown() > 0) teller.MarkIncomplete();
+    TellPartTroubles(teller);
     const std::size_t known = scanned.parts + TellDroppedParts(teller);
     if (known < selected)
         teller.Loss(std::to_string(selected - known) + " of " + std::to_string(selected) +

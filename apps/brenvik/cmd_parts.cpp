@@ -66,6 +66,7 @@ ExitStatus Parts(const std::string& home, const PartsOptions& options) {
     cBrenvik().Call("BVExportDWG", workplace.host);
     teller.Wipe();
     TellNotesSince(notes, opened.document, options.drawing.drawing, teller);
+    TellPartTroubles(teller);
     if (dialogs.SomethingWentWrong()) teller.MarkIncomplete();
     const std::size_t written = ListWritten();
     if (written < opened.selected)

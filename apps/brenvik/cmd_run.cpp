@@ -118,7 +118,7 @@ ExitStatus Run(const std::string& home, const RunOptions& options) {
     Workplace workplace(home, dialogs);
     workplace.host.SetPrompts(&prompts);
     TellDamagedSettings(workplace, teller);
-    HostDocument& document = OpenInput(workplace.host, options.drawing, teller);
+    HostDocument& document = OpenInput(workplace.host, workplace.drawingFiles, options.drawing, teller);
     TellBlockSolids(document, options.drawing, teller);
     SelectForCommand(document, options.drawing);
     GiveMaterial(document, options.drawing.material, teller);
@@ -128,6 +128,9 @@ ExitStatus Run(const std::string& home, const RunOptions& options) {
     Play(options, std::move(steps), workplace, dialogs, transcript, teller);
     TellOverlooked(options.journal, dialogs, teller);
     TellNotesSince(notes, document, options.drawing.drawing, teller);
+    const PartTroubleLines troubles = TakePartTroubleLines();
+    for (const std::string& line : troubles.lines) transcript.Stream() << line << '\n';
+    if (!troubles.allToldInBoxes) teller.MarkIncomplete();
     for (const std::string& line : TakeDroppedPartLines().lines) transcript.Stream() << line << '\n';
     // No box could be looked at, and the list went out as it is.
     TellExportTroubles(teller,

@@ -12,6 +12,7 @@ namespace brenvik::app {
 struct DrawingOptions {
     std::string drawing;
     std::string letters = "LWT";
+    bool lettersGiven = false;  ///< By the user, not by default.
     std::string material;
     std::string save;
     std::vector<std::string> handles;

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <fstream>
 #include <limits>
 #include <set>
 #include <span>
@@ -70,7 +71,8 @@ std::vector<BlockSolids> ByBlock(const std::vector<ReferenceSolids>& references)
         BlockSolids& block = blocks[place->second];
         std::int64_t& sum = reference.taken.empty() ? block.left : block.taken;
         sum = sum > most - reference.count ? most : sum + reference.count;
-        if (block.reason.empty()) block.reason = reference.reason;
+        if (block.reason.empty() && !reference.reason.empty())
+            block.reason = reference.reason + " (reference " + reference.reference->Handle() + ")";
     }
     return blocks;
 }
@@ -102,6 +104,20 @@ void TellReferences(const std::vector<ReferenceSolids>& references, const Drawin
     }
 }
 
+/// A drawing of the host's own kind keeps the letters that it has.
+void TellUnusedLetters(const DrawingOptions& options, const std::filesystem::path& path, Teller& teller) {
+    // That none are given is what such a drawing does anyway.
+    if (!options.lettersGiven || options.letters.empty()) return;
+    std::string head(4096, '\0');
+    std::ifstream file(path, std::ios::binary);
+    file.read(head.data(), static_cast<std::streamsize>(head.size()));
+    head.resize(static_cast<std::size_t>(file.gcount()));
+    if (KindOfContent(head) == DrawingKind::DxfText)
+        teller.Loss(options.drawing +
+                    ": --letters was passed over: it is for STEP and SAT files, and this is "
+                    "a DXF drawing, whose parts keep the letters that they have");
+}
+
 void TellSheets(const HostDocument& document, const DrawingOptions& options, Teller& teller) {
     if (!options.handles.empty()) return;
     for (const SheetSolids& sheet : CountSheetSolids(document))
@@ -111,7 +127,8 @@ void TellSheets(const HostDocument& document, const DrawingOptions& options, Tel
 
 }  // namespace
 
-HostDocument& OpenInput(HostApplication& host, const DrawingOptions& options, Teller& teller) {
+HostDocument& OpenInput(HostApplication& host, GuardedFiles& files, const DrawingOptions& options,
+                        Teller& teller) {
     const std::filesystem::path path = PathFromText(options.drawing);
     std::error_code unknown;
     if (!std::filesystem::exists(path, unknown))
@@ -120,6 +137,9 @@ HostDocument& OpenInput(HostApplication& host, const DrawingOptions& options, Te
     if (std::filesystem::is_directory(path, unknown))
         throw CommandError(ExitStatus::Unreadable, options.drawing + ": expected a drawing, found a folder");
     teller.Progress("reading " + options.drawing);
+    files.Know(path);
+    if (!options.save.empty()) files.Know(PathFromText(options.save));
+    TellUnusedLetters(options, path, teller);
     try {
         HostDocument& document = host.OpenDrawing(path, {.letters = options.letters});
         TellNotes(options.drawing, document.Notes(), teller);

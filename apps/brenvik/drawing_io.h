@@ -7,13 +7,16 @@
 
 #include "command_line.h"
 #include "drafting_host/document/host_application.h"
+#include "file_roots/guarded_files.h"
 #include "teller.h"
 
 namespace brenvik::app {
 
 /// Opens the drawing that the options name and tells what could not be taken over. Throws CommandError with
-/// Unreadable where there is nothing to be read.
-HostDocument& OpenInput(HostApplication& host, const DrawingOptions& options, Teller& teller);
+/// Unreadable where there is nothing to be read. `files` get to know the drawing as it is read, and the file
+/// that the options save to.
+HostDocument& OpenInput(HostApplication& host, GuardedFiles& files, const DrawingOptions& options,
+                        Teller& teller);
 
 /// Saves by the extension of the name and tells what the format can't hold. Throws CommandError for an
 /// extension that no writer knows, and for a file that can't be written.

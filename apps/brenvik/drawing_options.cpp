@@ -48,7 +48,10 @@ Argument DrawingOptions::Letters() {
                     "middle "
                     "and the smallest extent, or none")
         .Named("LWT|none")
-        .Checked(CheckLetters)
+        .Checked([this](std::string& text) {
+            lettersGiven = true;
+            return CheckLetters(text);
+        })
         .ShowsDefault();
 }
 

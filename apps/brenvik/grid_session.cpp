@@ -1,6 +1,7 @@
 // The grid form without a person in front of it.
 #include "grid_session.h"
 
+#include <algorithm>
 #include <exception>
 #include <string>
 #include <vector>
@@ -8,6 +9,7 @@
 #include "export/export_troubles.h"
 #include "given_material.h"
 #include "parts/dropped_parts.h"
+#include "parts/part_trouble.h"
 #include "session/brenvik_class.h"
 
 namespace brenvik::app {
@@ -20,7 +22,7 @@ void TellDamagedSettings(Workplace& workplace, Teller& teller) {
 
 OpenedInput OpenAndSelect(Workplace& workplace, const DrawingOptions& options, Teller& teller) {
     TellDamagedSettings(workplace, teller);
-    HostDocument& document = OpenInput(workplace.host, options, teller);
+    HostDocument& document = OpenInput(workplace.host, workplace.drawingFiles, options, teller);
     StandIns standIns;
     if (options.save.empty()) {
         standIns = TakeOutBlockSolids(document, options, teller);
@@ -63,6 +65,33 @@ DroppedPartLines TakeDroppedPartLines() {
         told.lines.push_back(std::to_string(withTheTable) + (withTheTable == 1 ? " part is" : " parts are") +
                              " missing in the list, since the part table can't be used");
     return told;
+}
+
+namespace {
+
+/// Texts of other programs may hold line breaks.
+std::string OnOneLine(std::string text) {
+    std::ranges::replace_if(
+        text, [](char c) { return c == '\r' || c == '\n'; }, ' ');
+    return text;
+}
+
+}  // namespace
+
+PartTroubleLines TakePartTroubleLines() {
+    PartTroubleLines told;
+    for (const PartTrouble& trouble : TakePartTroubles()) {
+        const bool aboutAPart = !trouble.handle.empty() || !trouble.name.empty();
+        told.lines.push_back(OnOneLine(
+            (aboutAPart ? "the part " + PartLabel(trouble.handle, trouble.name) + ": " : std::string()) +
+            trouble.text));
+        told.allToldInBoxes = told.allToldInBoxes && trouble.toldInABox;
+    }
+    return told;
+}
+
+void TellPartTroubles(Teller& teller) {
+    for (const std::string& line : TakePartTroubleLines().lines) teller.Loss(line);
 }
 
 std::size_t TellDroppedParts(Teller& teller) {

@@ -41,6 +41,14 @@ DroppedPartLines TakeDroppedPartLines();
 /// What exports of lists have met without a message box, each told as a loss through `line`, or through the
 /// teller.
 void TellExportTroubles(Teller& teller, const std::function<void(const std::string&)>& line = {});
+/// A line for what lists and runs have taken from parts though it can't be right, since the last call.
+struct PartTroubleLines {
+    std::vector<std::string> lines;
+    bool allToldInBoxes = true;
+};
+PartTroubleLines TakePartTroubleLines();
+/// Tells them as losses.
+void TellPartTroubles(Teller& teller);
 
 /// Tells them as losses. Returns how many parts there were.
 std::size_t TellDroppedParts(Teller& teller);

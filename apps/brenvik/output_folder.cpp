@@ -24,6 +24,10 @@ void RequireFolderWithoutDrawing(const fs::path& folder, const fs::path& drawing
 void RequireOwnFolder(const fs::path& folder, const std::string& shown, const fs::path& drawing,
                       const OutputFolderRule& rule) {
     std::error_code error;
+    if (fs::is_symlink(folder, error) && !fs::exists(folder, error))
+        throw CommandError(ExitStatus::WrongWords,
+                           "--out: expected a folder, found " + shown + ", a link to " +
+                               TextFromPath(fs::read_symlink(folder, error)) + ", which isn't there");
     if (fs::exists(folder, error) && !fs::is_directory(folder, error))
         throw CommandError(ExitStatus::WrongWords, "--out: expected a folder, found the file " + shown);
     const std::string head = "--out: " + std::string(rule.emptied) + ", and " + shown + " holds ";

@@ -47,7 +47,9 @@ Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, Measure
       exportDatabases([this](std::string_view path) { return files.Resolve(path); }),
       shell(std::cerr),
       printer(std::cout),
-      host(WriteWholeFile, WriteScratchFile),
+      host([this](const std::filesystem::path& file,
+                  std::string_view content) { drawingFiles.Write(file, content); },
+           WriteScratchFile),
       typedCommands(host) {
     files.SetWorkFolder(workFolder);
     toldSettings.storeFaults = [this] {

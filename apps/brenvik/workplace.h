@@ -8,6 +8,7 @@
 #include "console/text_printer.h"
 #include "drafting_host/document/host_application.h"
 #include "file_roots/file_roots.h"
+#include "file_roots/guarded_files.h"
 #include "odbc/odbc_database.h"
 #include "part_table/sqlite_database.h"
 #include "settings/settings_store.h"
@@ -37,6 +38,8 @@ class Workplace {
     OdbcDatabase exportDatabases;
     ConsoleShell shell;
     TextPrinter printer;
+    /// What drawings are saved through.
+    GuardedFiles drawingFiles;
     HostApplication host;
     TypedCommands typedCommands;
     /// Whether this workplace was the first in its home.

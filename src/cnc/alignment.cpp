@@ -88,11 +88,16 @@ std::string_view SideOfY(RunForm form) {
     return {};
 }
 
-void TakeSizes(RunState& run, const Acad3DSolid& solid) {
-    const mAutoCAD::LabelledSizes sizes = TurnByLetters(*run.part, solid, LettersOf(solid));
+/// False for letters that name no part's sizes, which has been told then. Such a part would lie as nobody has
+/// said, and its depths would be those of another thickness.
+bool TakeSizes(RunState& run, const Acad3DSolid& solid) {
+    const std::optional<std::string> letters = UsableLettersOf(solid);
+    if (!letters) return false;
+    const mAutoCAD::LabelledSizes sizes = TurnByLetters(*run.part, solid, *letters);
     run.DimL = sizes.length;
     run.DimW = sizes.width;
     run.DimT = sizes.thickness;
+    return true;
 }
 
 /// Parts with another material on their third face are worked on from that face.
@@ -146,7 +151,7 @@ PartStep AlignPart(RunState& run) {
     UnlockForTurning(drawing);
     SquareToAxes(drawing, std::get<SquaringPoints>(edges), SideOfY(run.form));
 
-    TakeSizes(run, solid);
+    if (!TakeSizes(run, solid)) return PartStep::SkipPart;
     BringTopUp(drawing, solid, faces->LargestRegion.area);
     if (WorkedFromThirdFace(solid)) TurnOver(drawing);
     if (run.NeedSecondSide == 1) TurnToSecondSide(drawing);

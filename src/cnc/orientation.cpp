@@ -4,9 +4,11 @@
 
 #include "base/letter_case.h"
 #include "base/numbers.h"
+#include "base/skip.h"
 #include "base/text.h"
 #include "cnc/drawing_walk.h"
 #include "parts/mautocad.h"
+#include "parts/part_data_faults.h"
 #include "session/message.h"
 
 namespace brenvik {
@@ -55,6 +57,18 @@ std::string LettersOf(const AcadEntity& solid) {
     if (!IsBlank(letters)) return letters;
     ShowMessage("ORIE data not detected on this part, so it is being set to LWT");
     return std::string(UsualLetters);
+}
+
+std::optional<std::string> UsableLettersOf(const AcadEntity& solid) {
+    std::string letters = LettersOf(solid);
+    const std::optional<std::string> fault = LettersFault(letters);
+    if (!fault) return letters;
+    const std::string handle = solid.Handle();
+    std::string name;
+    Skip([&] { name = mAutoCAD::GetPartData(handle, "PartName"); });
+    ShowMessage("The part" + (name.empty() ? std::string() : " \"" + name + "\"") + " is skipped: " + *fault +
+                ".");
+    return std::nullopt;
 }
 
 void TurnAll(AcadDocument& drawing, TurnAxis axis, int degrees) {

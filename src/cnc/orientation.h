@@ -3,6 +3,7 @@
 // layers.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,9 @@ mAutoCAD::LabelledSizes SizesByLetters(std::string_view letters, const PartExten
 
 /// The part's letters in upper case. One without gets "LWT", and the user is told.
 std::string LettersOf(const AcadEntity& solid);
+/// The same; nothing for letters that don't name each size once, and the user has been told that the part is
+/// skipped.
+std::optional<std::string> UsableLettersOf(const AcadEntity& solid);
 
 enum class TurnAxis { X, Y, Z };
 /// Turns all about an axis through the origin of the drawing.

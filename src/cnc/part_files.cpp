@@ -5,7 +5,10 @@
 
 #include "base/skip.h"
 #include "cnc/drawing_walk.h"
+#include "parts/letters_in_use.h"
 #include "parts/mautocad.h"
+#include "parts/part_data_faults.h"
+#include "parts/part_trouble.h"
 #include "session/files_port.h"
 #include "session/session.h"
 
@@ -34,7 +37,21 @@ std::string LabelOf(const AcadEntity& solid) {
     const std::string handle = solid.Handle();
     std::string name;
     Skip([&] { name = mAutoCAD::GetPartData(handle, "PartName"); });
-    return name.empty() ? handle : "\"" + name + "\" (" + handle + ")";
+    return PartLabel(handle, name);
+}
+
+/// A quantity that is no count is worked with as its number, and told. Quantities that the list has brought
+/// are counts.
+void TellQuantityFault(const AcadEntity& solid, const std::string& label, RunReport& report) {
+    std::string quantity;
+    if (!Skip([&] { quantity = mAutoCAD::GetPartData(solid.Handle(), "Quantity"); })) return;
+    if (const auto fault = QuantityFault(quantity))
+        report.unexplained.push_back("The part " + label + ": " + *fault + ".");
+}
+
+void TellStaleLetters(const AcadEntity& solid, const std::string& label, RunReport& report) {
+    if (const auto fault = StaleLetters(solid))
+        report.unexplained.push_back("The part " + label + ": " + *fault + ".");
 }
 
 /// Takes the part files back unless all could be written.
@@ -62,7 +79,8 @@ void RemovePartFiles(const PartFile& part) {
     RemoveIfThere(part.SecondSidePath());
 }
 
-std::vector<PartFile> WritePartFiles(RunState& run, AcadSelectionSet& prev, LentQuantities& quantities) {
+std::vector<PartFile> WritePartFiles(RunState& run, AcadSelectionSet& prev, LentQuantities& quantities,
+                                     RunReport& report) {
     AcadDocument& drawing = *run.sessionDrawing;
     AcadSelectionSet& one = FreshSet(drawing, "EXPORTSET");
     FreshSet(drawing, "explode");
@@ -80,6 +98,8 @@ std::vector<PartFile> WritePartFiles(RunState& run, AcadSelectionSet& prev, Lent
         one.AddItems(std::span(&entity, 1));
         const PartFile& part =
             parts.Add({"Part_" + std::to_string(parts.Count()) + ".dwg", LabelOf(*entity)});
+        TellQuantityFault(*entity, part.label, report);
+        TellStaleLetters(*entity, part.label, report);
         drawing.Wblock(part.FirstSidePath(), one);
         drawing.Wblock(part.SecondSidePath(), one);
         quantities.GiveBack(*entity);

@@ -11,9 +11,11 @@
 #include "cnc/drawing_walk.h"
 #include "export/cnc_hand_off.h"
 #include "grid/frm_main.h"
+#include "parts/letters_in_use.h"
 #include "parts/mautocad.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
+#include "parts/part_trouble.h"
 #include "session/files_port.h"
 #include "session/message.h"
 #include "session/session.h"
@@ -69,6 +71,22 @@ AcadEntity* FindEntity(AcadDocument& drawing, const std::string& handle) {
     return dynamic_cast<AcadEntity*>(object);
 }
 
+/// Whether the list has guessed the part's letters; then it is skipped, and told.
+bool SkippedForItsLetters(const AcadEntity& entity, RunReport& report) {
+    std::string handle, letters, name;
+    Skip([&] {
+        handle = entity.Handle();
+        letters = mAutoCAD::GetPartData(handle, "ORIE");
+        name = mAutoCAD::GetPartData(handle, "PartName");
+    });
+    if (!AreGuessedLetters(handle, letters)) return false;
+    const std::string part = "The part " + PartLabel(handle, name);
+    ShowMessage(part + " is skipped: its letters " + letters +
+                " were made out of data that can't be right. Give it letters in the list.");
+    report.skipped.push_back(part + " was skipped.");
+    return true;
+}
+
 std::string PlaceInList(std::size_t line) {
     return std::string(CncListFile) + ", line " + std::to_string(line) + ": ";
 }
@@ -90,6 +108,7 @@ void TakeListedParts(RunState& run, std::span<const std::string> lines, AcadSele
             report.passedOver.push_back(PlaceInList(line) + "the drawing has no part " + part->handle);
             continue;
         }
+        if (SkippedForItsLetters(*entity, report)) continue;
         quantities.Lend(*run.sessionDrawing, *entity, part->quantity);
         entities.push_back(entity);
     }

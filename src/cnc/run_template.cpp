@@ -49,7 +49,7 @@ bool WorkThrough(RunState& run, const PartSteps& steps, RunReport& report) {
         AcadSelectionSet* prev = TakeParts(run, quantities, report);
         if (prev == nullptr) return false;
         EmptyOutputFolders();
-        parts = WritePartFiles(run, *prev, quantities);
+        parts = WritePartFiles(run, *prev, quantities, report);
     }
     report.parts = static_cast<int>(parts.size());
     const std::optional<Failure> failure =

@@ -10,6 +10,7 @@
 #include "base/skip.h"
 #include "base/text.h"
 #include "export/adjustments.h"
+#include "export/cnc_group_check.h"
 #include "export/export_cells.h"
 #include "export/frm_export.h"
 #include "parts/mdatabase.h"
@@ -127,25 +128,24 @@ bool TellPartsWithoutKey(const ListPlan& plan, std::span<const std::string> line
 
 }  // namespace
 
-std::string GroupedCncList(std::span<const std::string> lines, std::string_view lineEnd) {
-    struct Group {
-        std::string id;
-        int count = 0;
-    };
-    std::vector<Group> groups;
+std::vector<CncGroup> CncGroupsOf(std::span<const std::string> lines) {
+    std::vector<CncGroup> groups;
     std::unordered_map<std::string, std::size_t> groupOf;
     for (const std::string& line : lines) {
-        const HeadAndTail idAndMore = SplitAtFirst(line, ',');
         const std::string key = KeyOf(line);
         if (key.empty()) continue;
         const auto [place, isNew] = groupOf.emplace(key, groups.size());
-        if (isNew) groups.push_back({Trim(idAndMore.head), 0});
-        ++groups[place->second].count;
+        if (isNew) groups.emplace_back();
+        groups[place->second].push_back(Trim(SplitAtFirst(line, ',').head));
     }
+    return groups;
+}
+
+std::string GroupedCncList(std::span<const std::string> lines, std::string_view lineEnd) {
     std::string text;
-    for (const Group& group : groups) {
-        if (group.id.empty()) continue;
-        text += group.id + "," + std::to_string(group.count);
+    for (const CncGroup& group : CncGroupsOf(lines)) {
+        if (group.front().empty()) continue;
+        text += group.front() + "," + std::to_string(group.size());
         text += lineEnd;
     }
     return text;
@@ -165,6 +165,7 @@ void HandOffToCnc(frmExport& form, int exportTarget) {
         Skip([&] { ReplaceFile(form.ExportPath, TextOfLines(lines, lineEnd)); });
         if (!WriteRunList(HandOverFolder() + std::string(CncListFile), GroupedCncList(lines, lineEnd)))
             return;
+        LookAtCncGroups(CncGroupsOf(lines));
     }
     TheSession().ExportTarget = exportTarget;
     form.exportEnded = true;

@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace brenvik {
 
@@ -20,9 +21,15 @@ inline constexpr std::string_view CncColumns =
     "ID,QTY,Part Name,Sub Assembly,Material,Length,Width,Thickness,ORIE,Notes,User Data1,User "
     "Data2,PN,Price,EB1,EB2,EB3,EB4,Face,Layer";
 
-/// The second list from the lines of the first: "id,count" for each group of lines that are equal, letter by
-/// letter, behind their second comma. Groups stand in the order of their first lines, whose id they have. A
-/// blank id makes no line, and a line with nothing behind its second comma belongs to no group.
+/// A group of identical parts by their ids, in the order of their lines.
+using CncGroup = std::vector<std::string>;
+
+/// Lines that are equal, letter by letter, behind their second comma, in the order of their first ones. A
+/// line with nothing behind its second comma belongs to no group.
+std::vector<CncGroup> CncGroupsOf(std::span<const std::string> lines);
+
+/// The second list from the lines of the first: "id,count" for each group, with the id of its first line. A
+/// blank id makes no line.
 std::string GroupedCncList(std::span<const std::string> lines, std::string_view lineEnd);
 
 /// Hands the parts over to the run of a target (1 to 12): turns grouping off, writes both lists from all rows

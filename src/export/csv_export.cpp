@@ -7,9 +7,12 @@
 #include "base/skip.h"
 #include "base/text.h"
 #include "export/frm_export.h"
+#include "export/record_values.h"
 #include "grid/column_relation.h"
+#include "parts/grouped_quantities.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
+#include "parts/part_trouble.h"
 #include "session/dialog_port.h"
 #include "session/files_port.h"
 #include "session/message.h"
@@ -22,6 +25,21 @@ namespace {
 constexpr std::string_view AllColumns =
     "PN,QTY,Part Name,Sub Assembly,Width,Length,Thickness,Material,Notes,User Data1,User "
     "Data2,Price,EB1,EB2,EB3,EB4,Face,Layer,Thickness-Material (Imperial),Thickness-Material (Metric)";
+
+/// Grouped lists have no id, and may have no name.
+std::string TextIfThere(const Recordset& records, std::string_view field) {
+    std::string text;
+    Skip([&] { text = ValueText(records.Value(field)); });
+    return text;
+}
+
+void NoteShiftingCells(const Recordset& records, const LineMaker& maker, const SizeAdjustment& adjustment) {
+    for (const LineMaker::ShiftingCell& cell : maker.ShiftingCells(records, adjustment))
+        NotePartTrouble({TextIfThere(records, "bv_id"), TextIfThere(records, "bv_partname"),
+                         "it moves the columns of the file, where nothing is quoted: a text without commas, "
+                         "quotes and line breaks was expected under " +
+                             cell.column + ", found \"" + cell.text + "\""});
+}
 
 /// What a run takes from the dialog, and what it makes of it.
 struct ListPlan {
@@ -53,6 +71,7 @@ std::string FileText(const ListPlan& plan) {
     std::unique_ptr<Recordset> records;
     Skip([&] { mDatabase::OpenRecordset(ExportStatement(), records); });
     if (records == nullptr) return text;
+    NoteGroupedQuantities();
     text += LinesOfRecords(*records, plan.maker, plan.rules, lineEnd);
     Skip([&] { mDatabase::CloseRecordset(records); });
     return text;
@@ -99,7 +118,9 @@ std::string LinesOfRecords(Recordset& records, const LineMaker& maker, const Adj
     std::string lines;
     Skip([&] {
         for (; !records.Eof(); records.MoveNext()) {
-            lines += maker.Line(records, rules.For(records));
+            const SizeAdjustment adjustment = rules.For(records);
+            lines += maker.Line(records, adjustment);
+            NoteShiftingCells(records, maker, adjustment);
             lines += lineEnd;
         }
     });

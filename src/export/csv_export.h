@@ -23,7 +23,8 @@ std::string HeaderOfColumns(const std::vector<std::string>& columnNames);
 /// The statement of the list as the grid shows it: filtered, sorted, grouped.
 std::string ExportStatement();
 
-/// A line for each record, every line with its end. A failure of the record set ends the lines.
+/// A line for each record, every line with its end; cells that move their line's columns are noted. A failure
+/// of the record set ends the lines.
 std::string LinesOfRecords(Recordset& records, const LineMaker& maker, const AdjustmentRules& rules,
                            std::string_view lineEnd);
 

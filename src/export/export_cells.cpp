@@ -69,21 +69,22 @@ LineMaker::LineMaker(std::span<const std::string> columnNames, ColumnSource sour
     : fractions(asFractions) {
     for (const std::string& name : columnNames) {
         columns.push_back(ColumnOf(name, source));
+        columns.back().name = name;
         if (columns.back().kind == Kind::Unknown) unknownNames.push_back(name);
     }
 }
 
 LineMaker::Column LineMaker::ColumnOf(std::string_view name, ColumnSource source) {
     const bool fromProfile = source == ColumnSource::Profile;
-    if (name == "(blank)") return {Kind::Fixed, {}, {}};
-    if (fromProfile && name.starts_with('|')) return {Kind::Fixed, Trim(ReplaceAll(name, "|", "")), {}};
+    if (name == "(blank)") return {Kind::Fixed, {}, {}, {}};
+    if (fromProfile && name.starts_with('|')) return {Kind::Fixed, {}, Trim(ReplaceAll(name, "|", "")), {}};
     if (name == ThicknessMaterialImperial || name == ThicknessMaterialMetric)
-        return {Kind::ThicknessMaterial, std::string(name), {}};
+        return {Kind::ThicknessMaterial, {}, std::string(name), {}};
     if (fromProfile && std::ranges::find(JoinedSizeNames, name) != JoinedSizeNames.end())
-        return {Kind::JoinedSizes, ReplaceAll(name, " x ", ""), {}};
+        return {Kind::JoinedSizes, {}, ReplaceAll(name, " x ", ""), {}};
     const std::string field = FoldLower(ColumnForCaption(name));
     if (field.empty()) return {};
-    return {FindSize(field) != nullptr ? Kind::Size : Kind::Value, {}, field};
+    return {FindSize(field) != nullptr ? Kind::Size : Kind::Value, {}, {}, field};
 }
 
 std::string LineMaker::JoinedSizes(std::string_view order, const Recordset& records,
@@ -129,6 +130,18 @@ std::string LineMaker::Line(const Recordset& records, const SizeAdjustment& adju
         cells.push_back(std::move(cell));
     }
     return Join(cells, ",");
+}
+
+std::vector<LineMaker::ShiftingCell> LineMaker::ShiftingCells(const Recordset& records,
+                                                              const SizeAdjustment& adjustment) const {
+    std::vector<ShiftingCell> cells;
+    for (const Column& column : columns) {
+        std::string cell;
+        Skip([&] { cell = Cell(column, records, adjustment); });
+        if (cell.find_first_of(",\"\r\n") != std::string::npos)
+            cells.push_back({column.name, std::move(cell)});
+    }
+    return cells;
 }
 
 }  // namespace brenvik

@@ -38,6 +38,12 @@ class LineMaker {
     /// export.
     std::string Line(const Recordset& records, const SizeAdjustment& adjustment) const;
 
+    /// A cell that moves the columns behind it, since nothing is quoted: a comma, a quote or a line break
+    /// stands in it.
+    struct ShiftingCell {
+        std::string column, text;
+    };
+    std::vector<ShiftingCell> ShiftingCells(const Recordset& records, const SizeAdjustment& adjustment) const;
     /// The names that stand for no column.
     const std::vector<std::string>& UnknownNames() const { return unknownNames; }
 
@@ -45,6 +51,7 @@ class LineMaker {
     enum class Kind { Fixed, ThicknessMaterial, JoinedSizes, Size, Value, Unknown };
     struct Column {
         Kind kind = Kind::Unknown;
+        std::string name;   ///< As the list's header has it.
         std::string text;   ///< A fixed text, a caption, or the order of joined sizes as "LWT".
         std::string field;  ///< Of a size or a value, in lower case.
     };

@@ -82,8 +82,14 @@ FieldValue GridControl::ValueToSave(int column, int row, const std::string& cell
     const FieldValue present = source->Records()->ValueAt(row - 1, FieldIndex(column));
     if (!Column(column).numeric && std::holds_alternative<std::string>(present)) return cellText;
     if (IsBlank(cellText)) return std::monostate();
-    if (Column(column).numeric || std::holds_alternative<double>(present)) return StrictNumber(cellText);
-    return cellText;
+    if (!Column(column).numeric && !std::holds_alternative<double>(present)) return cellText;
+    FieldValue value;
+    const std::optional<Failure> failure = Attempt([&] { value = StrictNumber(cellText); });
+    if (failure)
+        throw Failure(failure->number(), failure->source(), failure->description(),
+                      "row " + std::to_string(row) + ", column \"" + CellText(column, 0) +
+                          "\": expected a number, found \"" + cellText + "\"");
+    return value;
 }
 
 void GridControl::SaveRow(Recordset& records, EditedCells::const_iterator first,

@@ -12,6 +12,7 @@
 #include "parts/mautocad.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
+#include "parts/part_trouble.h"
 #include "query/grid_query.h"
 #include "session/message.h"
 #include "session/session.h"
@@ -112,7 +113,10 @@ frmMain::frmMain()
 }
 
 void frmMain::ConnectGrid() {
-    fpSpread1.onSaveFailed = ShowFailure;
+    fpSpread1.onSaveFailed = [](const Failure& failure) {
+        ShowFailure(failure);
+        NotePartTrouble({"", "", std::string("the list could not take an edit: ") + failure.what(), true});
+    };
     fpSpread1.onCellEntered = [this](int column, int row) { CurrentCellMoved(column, row); };
     fpSpread1.onEditEnded = [this](int column, int row) {
         if (column == OrieColumn) OrieEdited(row);

@@ -1,6 +1,7 @@
 // Apply in its three forms: each row of the grid goes back to its solid.
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/failure.h"
@@ -13,6 +14,7 @@
 #include "grid/mod4spread.h"
 #include "parts/mautocad.h"
 #include "parts/part_table.h"
+#include "parts/part_trouble.h"
 #include "session/host_interface.h"
 #include "session/message.h"
 
@@ -38,7 +40,7 @@ std::vector<WrittenKey> WrittenKeys() {
 /// is not told twice, as when a solid takes none of its values.
 class RowStatements {
   public:
-    explicit RowStatements(FailureTelling failureTelling) : telling(failureTelling) {}
+    RowStatements(FailureTelling failureTelling, int gridRow) : telling(failureTelling), row(gridRow) {}
 
     template <typename Statement>
     bool Run(Statement&& statement) {
@@ -46,13 +48,23 @@ class RowStatements {
         if (!failure) return true;
         const std::string text =
             std::to_string(failure->number()) + failure->source() + failure->description();
-        if (telling == FailureTelling::Shown && text != lastTold) ShowFailure(*failure);
-        lastTold = text;
+        if (text != std::exchange(lastTold, text)) Tell(*failure);
         return false;
     }
 
   private:
+    /// The box doesn't say which part it is.
+    void Tell(const Failure& failure) {
+        const bool shown = telling == FailureTelling::Shown;
+        if (shown) ShowFailure(failure);
+        NotePartTrouble({Mod4Spread::GetCellText(IdColumn, row), Mod4Spread::GetCellText(PartNameColumn, row),
+                         std::string("its row of the list could not be written to the drawing as a whole: ") +
+                             failure.what(),
+                         shown});
+    }
+
     FailureTelling telling;
+    int row;
     std::string lastTold;
 };
 
@@ -78,7 +90,7 @@ void frmMain::WriteRows(QuantityKey quantity, FailureTelling telling) {
     if (document == nullptr) throw ObjectNotSet("document");
     const std::vector<WrittenKey> keys = WrittenKeys();
     for (int row = 1; row <= fpSpread1.MaxRows(); ++row) {
-        RowStatements statements(telling);
+        RowStatements statements(telling, row);
         AcadObject* solid = nullptr;
         if (!statements.Run([&] { solid = &SolidOfRow(*document, row); })) continue;
         std::string value;

@@ -3,7 +3,7 @@
 
 namespace brenvik {
 
-inline constexpr int IdColumn = 1;
+inline constexpr int IdColumn = 1, PartNameColumn = 3;
 inline constexpr int LengthColumn = 6, WidthColumn = 7, ThicknessColumn = 8;
 inline constexpr int OrieColumn = 9;
 /// The three raw extents.

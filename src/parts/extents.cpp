@@ -25,28 +25,34 @@ void TakeSavedValues(const std::array<std::string_view, 3>& oldValues, MeasuredE
     }
 }
 
-void MeasureWithComponent(const AcadEntity& entity, std::unique_ptr<SolidMeasurer>& measurer,
+bool MeasureWithComponent(const AcadEntity& entity, std::unique_ptr<SolidMeasurer>& measurer,
                           MeasuredExtents& extents) {
     measurer = ThePlatform().measuring->CreateMeasurer();
     double d1 = 0, d2 = 0, d3 = 0;
     int status = 0;
     measurer->MeasureSolid(entity.ObjectID(), d1, d2, d3, status);
     extents.D = {RoundHalfEven(d1, 5), RoundHalfEven(d2, 5), RoundHalfEven(d3, 5)};
-    if (status <= 0) return;
+    if (status <= 0) return false;
     for (std::size_t i = 0; i < 3; ++i) extents.E[i] = RoundHalfEven(extents.D[i], 5);
+    return true;
 }
 
 }  // namespace
 
-void ObtainExtents(const AcadEntity& entity, const MeasuringChoice& choice,
+bool ObtainExtents(const AcadEntity& entity, const MeasuringChoice& choice,
                    const std::array<std::string_view, 3>& oldValues, std::unique_ptr<SolidMeasurer>& measurer,
                    MeasuredExtents& extents) {
     // The world box comes first: it wins over measuring being off.
-    if (choice.WCSMeasure) return TakeWorldBox(entity, extents);
-    if (choice.NoMeasure != 0) return TakeSavedValues(oldValues, extents);
-    if (choice.MeasureNonSolids == 1 && entity.ObjectName() != "AcDb3dSolid")
-        return TakeWorldBox(entity, extents);
-    MeasureWithComponent(entity, measurer, extents);
+    if (choice.WCSMeasure) {
+        TakeWorldBox(entity, extents);
+    } else if (choice.NoMeasure != 0) {
+        TakeSavedValues(oldValues, extents);
+    } else if (choice.MeasureNonSolids == 1 && entity.ObjectName() != "AcDb3dSolid") {
+        TakeWorldBox(entity, extents);
+    } else {
+        return MeasureWithComponent(entity, measurer, extents);
+    }
+    return true;
 }
 
 }  // namespace brenvik::mAutoCAD

@@ -19,9 +19,9 @@ struct MeasuringChoice {
 };
 
 /// Writes the entity's extents. With measuring off they are `oldValues`. Where a solid can't be measured,
-/// `E` keeps what it held before. `measurer` is made anew for each solid that is measured, and the one
-/// before it is released then. Fails as host and component do.
-void ObtainExtents(const AcadEntity& entity, const MeasuringChoice& choice,
+/// `E` keeps what it held before, and the result is false. `measurer` is made anew for each solid that is
+/// measured, and the one before it is released then. Fails as host and component do.
+bool ObtainExtents(const AcadEntity& entity, const MeasuringChoice& choice,
                    const std::array<std::string_view, 3>& oldValues, std::unique_ptr<SolidMeasurer>& measurer,
                    MeasuredExtents& extents);
 

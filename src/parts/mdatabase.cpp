@@ -81,7 +81,10 @@ void RefreshWorkingDatabase() {
     FilesPort& files = *ThePlatform().files;
     const std::string path = OwnDatabasePath();
     if (files.FileExists(path)) files.RemoveFile(path);
-    files.CopyFileOver(DatabaseFolder() + BlankFile, path);
+    const std::string blank = DatabaseFolder() + BlankFile;
+    if (!files.FileExists(blank))
+        throw FileNotFound(files.PlaceOf(blank) + ", the blank database; \"brenvik init\" brings it back");
+    files.CopyFileOver(blank, path);
 }
 
 void OpenScanConnection() {

@@ -2,22 +2,29 @@
 // statements is shown, and the scan goes on at the statement behind it; so a row may be missing, or the next
 // statement runs on what is there.
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "base/failure.h"
+#include "base/letter_case.h"
+#include "base/number_text.h"
 #include "base/skip.h"
 #include "base/text.h"
 #include "grid/frm_main.h"
 #include "parts/dropped_parts.h"
 #include "parts/extents.h"
+#include "parts/letters_in_use.h"
 #include "parts/mautocad.h"
 #include "parts/mdatabase.h"
+#include "parts/part_data_faults.h"
 #include "parts/part_row.h"
 #include "parts/part_table.h"
+#include "parts/part_trouble.h"
 #include "parts/statement_quotes.h"
 #include "session/database_failures.h"
 #include "session/host_interface.h"
@@ -112,19 +119,61 @@ AcadSelectionSet* TakePreviousSelection() {
     return set;
 }
 
-void ReadPartData(AcadEntity& entity, PartRow& row) {
+/// What goes into a part's row and can't be right. The row is made all the same; the part's name is known
+/// when all of its data are read.
+using RowTroubles = std::vector<std::pair<std::string, bool>>;
+
+void ReadPartData(AcadEntity& entity, PartRow& row, RowTroubles& troubles) {
     for (const std::string& key : Split(PartDataKeyList, ','))
         if (std::string* value = row.ValueOf(key))
-            Resume([&] { *value = GetPartData(entity.Handle(), key); });
+            if (!Resume([&] { *value = GetPartData(entity.Handle(), key); }))
+                troubles.emplace_back("a text was expected under " + key +
+                                          "; the list has what the part before it left there, \"" + *value +
+                                          "\"",
+                                      true);
 }
 
-void SettleLettersAndSizes(PartRow& row) {
+std::string ExtentsText(std::span<const double, 3> values) {
+    return NumberToText(values[0]) + " x " + NumberToText(values[1]) + " x " + NumberToText(values[2]);
+}
+
+/// Letters that became others because of data that can't be right are nobody's: no run may cut by them.
+bool WereGuessed(const std::string& letters, const PartRow& row) {
+    const std::array<std::string_view, 3> saved{row.OLDVALUE1, row.OLDVALUE2, row.OLDVALUE3};
+    return !IsBlank(row.ORIE) && !EqualsIgnoreCase(letters, row.ORIE) &&
+           (LettersFault(letters) || SavedExtentsFault(saved));
+}
+
+/// The letters as they stood on the solid, against what became of them.
+void LookAtLetters(const std::string& letters, const PartRow& row, RowTroubles& troubles) {
+    const std::string sizes = "; the list has the sizes " + row.length + " x " + row.width + " x " +
+                              row.thickness + " and the letters \"" + row.ORIE + "\"";
+    if (const auto fault = LettersFault(letters)) {
+        troubles.emplace_back(*fault + sizes, false);
+        return;
+    }
+    if (IsBlank(letters)) return;
+    const std::array<std::string_view, 3> saved{row.OLDVALUE1, row.OLDVALUE2, row.OLDVALUE3};
+    if (const auto fault = SavedExtentsFault(saved))
+        troubles.emplace_back(*fault + sizes, false);
+    else if (IsBlank(row.ORIE))
+        troubles.emplace_back("its letters " + letters + " are dropped, since its extents were " +
+                                  row.OLDVALUE1 + " x " + row.OLDVALUE2 + " x " + row.OLDVALUE3 +
+                                  " when they were saved and are " + ExtentsText(row.extents.E) + " now" +
+                                  sizes,
+                              false);
+}
+
+/// Whether the letters are a guess.
+bool SettleLettersAndSizes(PartRow& row, RowTroubles& troubles) {
     const OrieInput input{row.ORIE, {row.OLDVALUE1, row.OLDVALUE2, row.OLDVALUE3}, row.extents};
     const OrieResult result = UpdateOrie(input);
-    row.ORIE = result.letters;
+    const std::string letters = std::exchange(row.ORIE, result.letters);
     row.length = result.length;
     row.width = result.width;
     row.thickness = result.thickness;
+    LookAtLetters(letters, row, troubles);
+    return WereGuessed(letters, row);
 }
 
 void AddRow(const AcadEntity& entity, Scan& scan) {
@@ -152,20 +201,39 @@ void Commit(Scan& scan, bool begun) {
     for (DroppedPart& part : scan.uncommitted) NoteDroppedPart(std::move(part));
 }
 
+/// False when the extents are still those of the part before.
+bool Measure(const AcadEntity& entity, Scan& scan) {
+    PartRow& row = scan.row;
+    bool measured = false;
+    Resume([&] {
+        measured = ObtainExtents(entity, scan.choice, {row.OLDVALUE1, row.OLDVALUE2, row.OLDVALUE3},
+                                 scan.measurer, row.extents);
+    });
+    return measured;
+}
+
 void ScanEntity(AcadEntity& entity, Scan& scan) {
     PartRow& row = scan.row;
+    RowTroubles troubles;
     row.OLDVALUE1.clear();
     row.OLDVALUE2.clear();
     row.OLDVALUE3.clear();
     row.ORIE.clear();
-    ReadPartData(entity, row);
-    Resume([&] {
-        ObtainExtents(entity, scan.choice, {row.OLDVALUE1, row.OLDVALUE2, row.OLDVALUE3}, scan.measurer,
-                      row.extents);
-    });
-    Resume([&] { SettleLettersAndSizes(row); });
+    ReadPartData(entity, row, troubles);
+    if (!Measure(entity, scan))
+        troubles.emplace_back("it could not be measured; the list has the extents " +
+                                  ExtentsText(row.extents.E) + ", which are not its own",
+                              false);
+    bool guessed = false;
+    Resume([&] { guessed = SettleLettersAndSizes(row, troubles); });
     if (row.QUANTITY.empty()) row.QUANTITY = "1";
+    if (const auto fault = QuantityFault(row.QUANTITY)) troubles.emplace_back(*fault, false);
     AddRow(entity, scan);
+    if (troubles.empty()) return;
+    std::string handle;
+    Skip([&] { handle = entity.Handle(); });
+    if (guessed) NoteGuessedLetters(handle, row.ORIE);
+    for (auto& [text, inABox] : troubles) NotePartTrouble({handle, row.PARTNAME, std::move(text), inABox});
 }
 
 void ScanEntities(AcadSelectionSet* set, Scan& scan) {
@@ -203,6 +271,7 @@ void ScanSelection() {
     Resume([&] { empty = Needed(set, "prev").Count() == 0; });
     if (empty) return;
 
+    ForgetGuessedLetters();
     scan.table.Prepare(mDatabase::OpenScanConnection);
     scan.table.Prepare([] { mDatabase::ExecuteSql("delete from brenvik_data"); });
     const bool begun =

@@ -3,12 +3,16 @@
 
 #include <array>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "base/failure.h"
 #include "base/skip.h"
 #include "cnc/drawing_walk.h"
 #include "cnc/output_claim.h"
 #include "cnc/run_set_up.h"
+#include "parts/mautocad.h"
+#include "parts/part_trouble.h"
 #include "session/files_port.h"
 #include "session/message.h"
 #include "session/module_state.h"
@@ -27,34 +31,48 @@ void RemoveOldDrawings(std::string_view path) {
     EmptyPartExportFolder("*.dxf");
 }
 
-/// Writes each solid of the set to "Part<n>.dwg" and returns how many there are.
-int WriteSolids(AcadDocument& drawing, AcadSelectionSet& prev) {
+/// A solid as the session's drawing has it.
+struct ExportedSolid {
+    std::string handle, name;
+};
+
+ExportedSolid SolidOf(const AcadEntity& entity) {
+    ExportedSolid solid{entity.Handle(), {}};
+    Skip([&] { solid.name = mAutoCAD::GetPartData(solid.handle, "PartName"); });
+    return solid;
+}
+
+/// Writes each solid of the set to "Part<n>.dwg" and returns them.
+std::vector<ExportedSolid> WriteSolids(AcadDocument& drawing, AcadSelectionSet& prev) {
     AcadSelectionSet& one = FreshSet(drawing, "EXPORTSET");
     FreshSet(drawing, "explode");
-    int count = 0;
+    std::vector<ExportedSolid> solids;
     for (int member = 0; member < prev.Count(); ++member) {
         AcadEntity* entity = prev.Item(member);
         if (entity->ObjectName() != "AcDb3dSolid") continue;
         UnlockLayer(drawing, entity->Layer());
         one.Clear();
         one.AddItems(std::span(&entity, 1));
-        const std::string path = PartExportPath(count);
-        if (count == 0) RemoveOldDrawings(path);
+        const std::string path = PartExportPath(static_cast<int>(solids.size()));
+        if (solids.empty()) RemoveOldDrawings(path);
         drawing.Wblock(path, one);
-        ++count;
+        solids.push_back(SolidOf(*entity));
     }
-    return count;
+    return solids;
 }
 
 /// False when a part ends the command; its drawing stays open then, as it is what the user has to look at.
-bool WorkOnPart(AcadApplication& app, int index) {
+bool WorkOnPart(AcadApplication& app, int index, const ExportedSolid& solid) {
     if (!ThePlatform().files->FileExists(PartExportPath(index))) return true;
     PartExport part(app, index);
     PartStep came = PartStep::GoOn;
     ShowAndResume(ShowFailureWithDetail, [&] { came = part.Run(); });
     if (came == PartStep::EndRun) return false;
     part.CleanUp();
-    if (!part.Written().empty()) StateOf<PartExportReport>().written.push_back(part.Written());
+    if (part.Written().empty())
+        NotePartTrouble({solid.handle, solid.name, "it has no drawing, as a message box has told", true});
+    else
+        StateOf<PartExportReport>().written.push_back(part.Written());
     return true;
 }
 
@@ -78,9 +96,9 @@ void BVExportDWG(AcadApplication& app) {
     AcadSelectionSet& prev = FreshSet(drawing, "prev");
     prev.Select(SelectMode::Previous);
     EmptyPartExportFolder("*.*");
-    const int count = WriteSolids(drawing, prev);
-    for (int index = 0; index < count; ++index)
-        if (!WorkOnPart(app, index)) return;
+    const std::vector<ExportedSolid> solids = WriteSolids(drawing, prev);
+    for (std::size_t index = 0; index < solids.size(); ++index)
+        if (!WorkOnPart(app, static_cast<int>(index), solids[index])) return;
     TheSession().AcadDoc = &drawing;
     ShowMessage(PartExportComplete);
 }

@@ -80,8 +80,7 @@ PartStep PartExport::Run() {
     const std::optional<FlatFaces> faces = FindLargestFace(*drawing);
     if (!faces) {
         ShowMessage(NoFlatSide);
-        FinishWithoutFlatSide();
-        return PartStep::GoOn;
+        return FinishWithoutFlatSide();
     }
     const auto edges = FindEdges(*drawing, *faces);
     if (const auto* missing = std::get_if<MissingEdge>(&edges)) {
@@ -94,7 +93,7 @@ PartStep PartExport::Run() {
     const SquaringPoints points = InUserSystem(*drawing, std::get<SquaringPoints>(edges));
     ContinueInWorkDrawing();
     SquareToAxes(*drawing, points, SideOfY);
-    TurnAndMove();
+    if (!TurnAndMove()) return PartStep::SkipPart;
     PutOnMaterialLayer();
     TopView(*drawing);
     SaveAndClose();
@@ -109,14 +108,15 @@ void PartExport::OpenScaled() {
     ScaleForExport(*drawing, ToInteger(NumberSetting("ExportScaleSetting")));
 }
 
-void PartExport::FinishWithoutFlatSide() {
+PartStep PartExport::FinishWithoutFlatSide() {
     EraseCopy(*drawing);
     UnlockAllLayers(*drawing);
-    TurnAndMove();
+    if (!TurnAndMove()) return PartStep::SkipPart;
     TopView(*drawing);
     Send(*drawing, std::to_array<std::string_view>({"z ", "e "}));
     PutOnMaterialLayer();
     SaveAndClose();
+    return PartStep::GoOn;
 }
 
 void PartExport::ContinueInWorkDrawing() {
@@ -138,12 +138,15 @@ void PartExport::ContinueInWorkDrawing() {
     UnlockLayer(*drawing, LockedLayer);
 }
 
-void PartExport::TurnAndMove() {
+bool PartExport::TurnAndMove() {
     Acad3DSolid& solid = LastSolid(*drawing);
-    DimT = TurnByLetters(*drawing, solid, LettersOf(solid)).thickness;
+    const std::optional<std::string> letters = UsableLettersOf(solid);
+    if (!letters) return false;
+    DimT = TurnByLetters(*drawing, solid, *letters).thickness;
     // Many receivers read world coordinates and know no user system: both have the corner for their origin.
     solid.Move(solid.GetBoundingBox().min, {});
     MoveOriginToCorner(*drawing, solid);
+    return true;
 }
 
 void PartExport::PutOnMaterialLayer() {

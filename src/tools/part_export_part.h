@@ -25,10 +25,11 @@ class PartExport {
 
   private:
     void OpenScaled();
-    void FinishWithoutFlatSide();
+    PartStep FinishWithoutFlatSide();
     /// Writes what there is to the work drawing, and goes on there.
     void ContinueInWorkDrawing();
-    void TurnAndMove();
+    /// False for letters that name no sizes, which has been told then.
+    bool TurnAndMove();
     void PutOnMaterialLayer();
     void SaveAndClose();
 

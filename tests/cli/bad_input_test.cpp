@@ -200,7 +200,9 @@ TEST_F(BadInput, AFailureOfAFileNamesIt) {
     std::filesystem::remove(folder / "home/_db/bv-back04.mdb");
     const Outcome outcome = Run({"list", ShippedSample().string()});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.errors.find("bv-back04.mdb"), std::string::npos) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("bv-back04.mdb, the blank database; \"brenvik init\" brings it back"),
+              std::string::npos)
+        << outcome.errors;
 }
 
 TEST_F(BadInput, CommasAndDoubleQuotesInPartDataAreKept) {

@@ -88,6 +88,37 @@ TEST_F(Blocks, AReferenceOfUnevenScaleIsToldWithTheCountOfItsSolids) {
         << outcome.errors;
 }
 
+TEST_F(Blocks, SolidsOfAReferenceOfEvenScaleKeepTheirLettersForTheirSizes) {
+    const Outcome half = ListOf(Reference("Side", " 41\n0.5\n 42\n0.5\n 43\n0.5\n"));
+    EXPECT_EQ(half.status, 0) << half.errors;
+    EXPECT_NE(half.output.find(",360,280,9,LWT,"), std::string::npos) << half.output;
+}
+
+TEST_F(Blocks, AReferenceBeyondAllMeasureIsToldByItsHandle) {
+    for (const std::string groups : {" 41\n1e-11\n 42\n1e-11\n 43\n1e-11\n", " 10\n1e308\n"}) {
+        const Outcome outcome = ListOf(Reference("Side", "  5\nFACE\n" + groups));
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_TRUE(Sides(outcome.output).empty()) << outcome.output;
+        EXPECT_NE(outcome.errors.find("1 solid in a reference to block \"Side\" is left out: "),
+                  std::string::npos)
+            << outcome.errors;
+        EXPECT_NE(outcome.errors.find("(reference FACE)"), std::string::npos) << outcome.errors;
+    }
+}
+
+TEST_F(Blocks, OfARunByWayOfTheGridTellAMirroredPartFromItsOriginal) {
+    const auto run = [this](const std::string& second) {
+        Write("job.dxf",
+              Drawing(Reference("Side", "  5\nFA\n") + Reference("Side", "  5\nFB\n" + second, 2000)));
+        return Run({"cnc", "job.dxf", "--target", "C2C", "--out", "cnc", "--from-grid", "--select", "FA,FB"});
+    };
+    const std::string differ = "differ from it; expected a part number (PN) of its own";
+    EXPECT_EQ(run(" 50\n37.0\n").status, 0);
+    const Outcome mirrored = run(" 41\n-1.0\n");
+    EXPECT_EQ(mirrored.status, 1);
+    EXPECT_NE(mirrored.errors.find(differ), std::string::npos) << mirrored.errors;
+}
+
 TEST_F(Blocks, ExportsMachineFilesAndPartDrawingsHaveThemToo) {
     Write("job.dxf", Drawing(Reference("Pair", "")));
     const Outcome exported = Run({"export", "job.dxf", "job.csv"});

@@ -2,12 +2,15 @@
 #include "drafting_host/document/block_solids.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <map>
 #include <optional>
 
 #include "base/failure.h"
 #include "base/letter_case.h"
+#include "base/number_text.h"
+#include "base/numbers.h"
 #include "drafting_host/document/block_content.h"
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/document/host_failure.h"
@@ -124,10 +127,47 @@ class Counter {
     std::map<std::string, Known, LessIgnoreCase> mBlocks;
 };
 
+/// A solid as a reference shows it, and how many times as large as in its block.
+struct ShownSolid {
+    PlacedEntity placed;
+    double scale = 1;
+};
+
+/// Whether a reference puts its block where measuring means something. Beyond it the modeller's tolerances
+/// are larger, or its numbers end.
+bool IsWithinReach(const InsertData& reference) {
+    constexpr double farthest = 1e9, largest = 1e6;
+    const auto within = [](const Point3& point, double most) {
+        return std::abs(point.x) <= most && std::abs(point.y) <= most && std::abs(point.z) <= most;
+    };
+    const Point3& scale = reference.scale;
+    const double least = std::min({std::abs(scale.x), std::abs(scale.y), std::abs(scale.z)});
+    return within(reference.insertion, farthest) && within(scale, largest) && least >= 1 / largest &&
+           within({reference.columnSpacing, reference.rowSpacing, 0}, farthest);
+}
+
+/// The saved extents of a part grow with it, so that its letters still name its sizes.
+std::vector<XDataOfApp> ScaledPartData(std::vector<XDataOfApp> data, double scale) {
+    constexpr int extentDecimals = 5;
+    for (XDataOfApp& app : data)
+        for (const std::string_view key : {"OLDVALUE1", "OLDVALUE2", "OLDVALUE3"}) {
+            if (!EqualsIgnoreCase(app.app, key) || app.items.empty()) continue;
+            auto* text = std::get_if<std::string>(&app.items.front().value);
+            if (text != nullptr && IsNumeric(*text))
+                *text = NumberToText(RoundHalfEven(StrictNumber(*text) * scale, extentDecimals));
+        }
+    return data;
+}
+
 /// The solids that a reference shows, at their places. Throws Failure as PlacedContent does, and for more
 /// than `most` of them, which a block can show that refers to itself.
 void Collect(const InsertData& reference, Counter& counter, std::int64_t most,
-             std::vector<PlacedEntity>& solids) {
+             std::vector<ShownSolid>& solids) {
+    if (!IsWithinReach(reference))
+        throw host_failure::NotPossible(
+            "a reference to the block \"" + reference.block +
+            "\" within 1e9 units of the origin, with scales between 1e-6 and 1e6, "
+            "was expected");
     const auto wanted = [&](const HostGeometry& geometry) {
         const auto* inner = std::get_if<InsertData>(&geometry);
         return inner != nullptr ? counter.In(*inner) > 0 : IsSolid(geometry);
@@ -139,7 +179,7 @@ void Collect(const InsertData& reference, Counter& counter, std::int64_t most,
         }
         if (static_cast<std::int64_t>(solids.size()) == most)
             throw host_failure::NotPossible("the block \"" + reference.block + "\" shows itself");
-        solids.push_back(std::move(placed));
+        solids.push_back({std::move(placed), std::abs(reference.scale.x)});
     }
 }
 
@@ -155,17 +195,18 @@ void TakeOut(HostDocument& document, const InsertData& reference, Counter& count
         told.reason = "expected blocks that are nested no deeper than " + std::to_string(deepestNesting);
         return;
     }
-    std::vector<PlacedEntity> solids;
+    std::vector<ShownSolid> solids;
     try {
         Collect(reference, counter, told.count, solids);
     } catch (const Failure& failure) {
         told.reason = failure.detail().empty() ? failure.description() : failure.detail();
         return;
     }
-    for (PlacedEntity& placed : solids) {
+    for (auto& [placed, scale] : solids) {
         HostEntity& made = document.Model().Add(std::move(placed.geometry));
         made.SetLook(placed.source->Look());
-        made.SetExtendedData(placed.source->ExtendedData());
+        made.SetExtendedData(scale == 1 ? placed.source->ExtendedData()
+                                        : ScaledPartData(placed.source->ExtendedData(), scale));
         told.taken.push_back(&made);
     }
 }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "drafting_host/document/host_failure.h"
+#include "drafting_host/solids/shape_marks.h"
 
 namespace brenvik {
 namespace {
@@ -12,7 +13,7 @@ namespace {
 /// Closed documents are kept this far back, for callers that still hold a pointer to one.
 constexpr std::size_t closedKept = 16;
 
-class HostMeasurer final : public SolidMeasurer {
+class HostMeasurer final : public SolidMeasurer, public ShapeMarker {
   public:
     explicit HostMeasurer(const HostApplication& application) : mApplication(application) {}
 
@@ -26,6 +27,10 @@ class HostMeasurer final : public SolidMeasurer {
         d2 = extents.d2;
         d3 = extents.d3;
         status = extents.status;
+    }
+    ShapeMarks MarksOf(std::int32_t objectId) override {
+        const auto* solid = dynamic_cast<const HostSolid*>(mApplication.FindByObjectId(objectId));
+        return solid == nullptr ? ShapeMarks() : solids::MarksOf(solid->Shape());
     }
 
   private:

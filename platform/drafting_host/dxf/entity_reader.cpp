@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <array>
 
+#include "base/handle_text.h"
+
 namespace brenvik {
 namespace {
 
@@ -111,9 +113,11 @@ std::size_t EntityReader::SpaceOf(Groups groups) {
     return BlockPlace(mReading, std::string(isPaper ? paperSpaceName : modelSpaceName));
 }
 
-HandleValue EntityReader::OwnHandle(HandleValue handle, std::size_t line) {
+HandleValue EntityReader::OwnHandle(HandleValue handle, std::size_t line, bool isOfEntity) {
     if (handle == 0 || mHandles.insert(handle).second) return handle;
-    mReading.Note(line, "handle used twice: the second entity gets a new one", false);
+    // Lists, choices and other programs' records name entities by their handles.
+    mReading.Note(line, "handle used twice: " + HandleToText(handle) + "; the second entity gets a new one",
+                  isOfEntity);
     return 0;
 }
 
@@ -155,14 +159,14 @@ bool EntityReader::TakePolylinePart(Record& record) {
         const Group* const handle = FindGroup(groups.own, 5);
         if (!mPolyline->refused && handle != nullptr)
             std::get<PolylineData>(mPolyline->entity.geometry).seqendHandle =
-                OwnHandle(HandleOf(*handle), record.line);
+                OwnHandle(HandleOf(*handle), record.line, false);
         EndOpenPolyline(record.line);
         return true;
     }
     if (mPolyline->refused) return true;
     try {
         PolylineData::Vertex vertex = ReadPolylineVertex(groups.own, record.line);
-        vertex.handle = OwnHandle(vertex.handle, record.line);
+        vertex.handle = OwnHandle(vertex.handle, record.line, false);
         std::get<PolylineData>(mPolyline->entity.geometry).vertices.push_back(vertex);
     } catch (const EntityRefused& refused) {
         // A polyline less a vertex would be another shape.
@@ -187,7 +191,7 @@ void EntityReader::TakeEntity(Record& record, std::optional<std::size_t> block) 
             mReading.Note(record.line, "a normal without length (group 210): taken as 0,0,1", false);
             *normal = {0, 0, 1};
         }
-        entity.handle = OwnHandle(entity.handle, record.line);
+        entity.handle = OwnHandle(entity.handle, record.line, true);
         entity.geometry = std::move(*geometry);
         entity.xdata = groups.xdata.empty() ? std::vector<XDataOfApp>()
                                             : ReadXData(mReading, groups.xdata, ShownEntity(record));

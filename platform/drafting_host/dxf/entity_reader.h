@@ -39,7 +39,7 @@ class EntityReader {
     void TakeEntity(Record& record, std::optional<std::size_t> block);
     bool TakePolylinePart(Record& record);
     void Refuse(const Record& record, const EntityRefused& refused);
-    HandleValue OwnHandle(HandleValue handle, std::size_t line);
+    HandleValue OwnHandle(HandleValue handle, std::size_t line, bool isOfEntity);
     std::size_t SpaceOf(Groups groups);
 
     Reading& mReading;

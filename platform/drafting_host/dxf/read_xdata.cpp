@@ -114,14 +114,13 @@ class XDataReader {
             return;
         }
         try {
-            if (auto value = ValueOf(group))
-                mApp->items.push_back({static_cast<std::int16_t>(group.code), std::move(*value)});
+            mApp->items.push_back({static_cast<std::int16_t>(group.code), ValueOf(group)});
         } catch (const EntityRefused& refused) {
             Note(refused.line, OfApp() + "an item was passed over, " + refused.reason);
         }
     }
 
-    std::optional<XDataValue> ValueOf(const Group& group) {
+    XDataValue ValueOf(const Group& group) {
         if (IsText(group.code)) return TextOf(group);
         if (group.code == codeBracket) {
             std::string bracket = Trim(group.value);
@@ -133,7 +132,8 @@ class XDataReader {
         if (IsReal(group.code)) return RealOf(group);
         if (group.code == codeShort) return ShortOf(group);
         if (group.code == codeLong) return static_cast<std::int32_t>(IntegerOf(group));
-        return std::nullopt;
+        throw EntityRefused{group.line, "group " + std::to_string(group.code) +
+                                            " stands where a code of extended data was expected"};
     }
 
     /// What the format doesn't take would stop every saving of the drawing, and tables know no zero
@@ -155,11 +155,20 @@ class XDataReader {
         for (; mBrackets.depth > 0; --mBrackets.depth) mApp->items.push_back({codeBracket, std::string("}")});
         if (!IsPartData(mApp->app)) return;
         const XDataItem* const first = mApp->items.empty() ? nullptr : &mApp->items.front();
-        if (first != nullptr && IsTextOrNumber(*first)) return;
+        if (first != nullptr && IsTextOrNumber(*first)) return NoteFurtherItems(*first);
         Note(mAppLine, OfApp() + "a text was expected behind it, found " +
                            (first == nullptr             ? "nothing"
                             : first->code == codeBracket ? "a bracket"
                                                          : "a point or bytes"));
+    }
+
+    /// Part data are one text; whoever writes more means something that nobody reads.
+    void NoteFurtherItems(const XDataItem& first) {
+        const std::size_t further = mApp->items.size() - 1;
+        if (further == 0) return;
+        const auto* text = std::get_if<std::string>(&first.value);
+        Note(mAppLine, OfApp() + "one value was expected, found " + std::to_string(further + 1) +
+                           "; the first one counts" + (text == nullptr ? "" : ", " + ShownName(*text)));
     }
 
     std::string OfApp() const {

@@ -1,0 +1,74 @@
+// Contents are compared, not times: two savings within one tick of a file system's clock, or with equal
+// sizes, are told apart all the same.
+#include "file_roots/guarded_files.h"
+
+#include <chrono>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <string>
+#include <system_error>
+#include <thread>
+
+#include "base/failure.h"
+#include "file_roots/claim.h"
+#include "file_roots/places.h"
+#include "file_roots/whole_file.h"
+
+namespace brenvik {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// One place, however it is written.
+fs::path PlaceOf(const fs::path& file) {
+    std::error_code error;
+    const fs::path place = fs::weakly_canonical(fs::absolute(file, error), error);
+    return error ? file : place;
+}
+
+/// Keeps other programs' savings out of a folder while it works. A saving takes moments; who holds the folder
+/// for longer is no longer waited for, as the comparison of contents still stands.
+template <typename Work>
+void WhileClaimed(const fs::path& folder, Work&& work) {
+    constexpr auto pause = std::chrono::milliseconds(5);
+    constexpr int mostPauses = 4000;
+    for (int pauses = 0;; ++pauses) {
+        const Claim claim = Claim::ByFileIn(folder);
+        if (claim.Outcome() != Claim::State::Taken || pauses == mostPauses) return work();
+        std::this_thread::sleep_for(pause);
+    }
+}
+
+}  // namespace
+
+std::optional<GuardedFiles::Stamp> GuardedFiles::StampOf(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) return std::nullopt;
+    const std::string content{std::istreambuf_iterator<char>(stream), {}};
+    return Stamp{content.size(), std::hash<std::string>()(content)};
+}
+
+void GuardedFiles::Know(const fs::path& file) {
+    const fs::path place = PlaceOf(file);
+    std::error_code error;
+    const fs::file_status status = fs::status(place, error);
+    if (fs::exists(status) && !fs::is_regular_file(status)) return;
+    known.insert_or_assign(place, StampOf(place));
+}
+
+void GuardedFiles::Write(const fs::path& file, std::string_view content) {
+    const fs::path place = PlaceOf(file);
+    const auto expected = known.find(place);
+    if (expected == known.end()) return WriteWholeFile(file, content);
+    WhileClaimed(place.parent_path(), [&] {
+        if (StampOf(place) != expected->second)
+            throw Failure(failure_number::pathAccess, std::string(ownSource),
+                          TextFromPath(file) + " was " + (expected->second ? "changed" : "made") +
+                              " by another program since it was read; nothing was written over it");
+        WriteWholeFile(file, content);
+        expected->second = Stamp{content.size(), std::hash<std::string_view>()(content)};
+    });
+}
+
+}  // namespace brenvik

@@ -1,0 +1,24 @@
+// What part data can't be. The lists take them all the same, by their lenient rules; these are the words for
+// what stands there.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace brenvik {
+
+/// What is wrong with a quantity, nothing for one that counts parts. An empty one counts as 1.
+std::optional<std::string> QuantityFault(std::string_view quantity);
+
+/// How many parts a quantity stands for: 1 for a blank one, else the number at its head.
+double PartsOf(std::string_view quantity);
+
+/// What is wrong with orientation letters, nothing for blank ones and for those that name each size once.
+std::optional<std::string> LettersFault(std::string_view letters);
+
+/// What is wrong with the extents saved beside letters: each has to be a number above 0.
+std::optional<std::string> SavedExtentsFault(const std::array<std::string_view, 3>& oldValues);
+
+}  // namespace brenvik

@@ -1,0 +1,27 @@
+// What a list or a run has taken from a part though it can't be right: letters that name no sizes, a quantity
+// that is no number. The work goes on with it, as its rules say, so somebody has to say so, by the part.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace brenvik {
+
+struct PartTrouble {
+    std::string handle, name;
+    /// What stands there, and what was expected.
+    std::string text;
+    /// A box has told of it, though not of which part.
+    bool toldInABox = false;
+};
+
+/// What came up since the last call, in its order, each once.
+std::vector<PartTrouble> TakePartTroubles();
+
+/// For whatever meets it.
+void NotePartTrouble(PartTrouble trouble);
+
+/// How messages name a part: its name, if it has one, and its handle.
+std::string PartLabel(const std::string& handle, const std::string& name);
+
+}  // namespace brenvik
