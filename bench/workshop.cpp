@@ -40,6 +40,7 @@ Workshop::Workshop(std::ostream& told)
     platform.database = &mDatabase;
     platform.files = &mFiles;
     platform.measuring = &mHost;
+    platform.sections = &mHost;
     platform.shell = &mShell;
     LoadSystem(platform);
     const std::string databases = mFiles.InstallFolder() + "\\_db\\";

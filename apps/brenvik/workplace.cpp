@@ -81,6 +81,7 @@ void Workplace::Load(DialogPort& dialogs) {
     platform.exportDatabases = &exportDatabases;
     platform.files = &files;
     platform.measuring = &host;
+    platform.sections = &host;
     platform.shell = &shell;
     platform.print = &printer;
     host.SetPathResolver([this](std::string_view path) { return files.Resolve(path); });

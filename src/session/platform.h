@@ -9,11 +9,12 @@ class ExportDatabasePort;
 class FilesPort;
 class MeasuringPort;
 class PrintPort;
+class SectionPort;
 class SettingsPort;
 class ShellPort;
 
-/// All members must be set; the owners outlive the loaded library. `print`, `shell` and
-/// `exportDatabases` may be null where the platform has none.
+/// All members must be set; the owners outlive the loaded library. `print`, `shell`,
+/// `exportDatabases` and `sections` may be null where the platform has none.
 struct Platform {
     DialogPort* dialogs = nullptr;
     SettingsPort* settings = nullptr;
@@ -23,6 +24,7 @@ struct Platform {
     PrintPort* print = nullptr;
     ShellPort* shell = nullptr;
     ExportDatabasePort* exportDatabases = nullptr;
+    SectionPort* sections = nullptr;
 };
 
 }  // namespace brenvik

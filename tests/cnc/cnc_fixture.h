@@ -103,6 +103,7 @@ class CncTest : public ::testing::Test {
         platform.database = &database;
         platform.files = &files;
         platform.measuring = &host;
+        platform.sections = &host;
         LoadSystem(platform);
         TheSession().AcadApp = &host;
         TheSession().AcadDoc = &document;

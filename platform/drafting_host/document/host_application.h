@@ -12,6 +12,7 @@
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/document/written_drawings.h"
 #include "session/measuring_port.h"
+#include "session/section_port.h"
 #include "session/whole_file_writer.h"
 
 namespace brenvik {
@@ -27,7 +28,7 @@ class HostDocuments final : public AcadDocuments {
     HostApplication& mApplication;
 };
 
-class HostApplication final : public AcadApplication, public MeasuringPort {
+class HostApplication final : public AcadApplication, public MeasuringPort, public SectionPort {
   public:
     /// From a path as the system writes it ("c:\BV-DXF\Part_0.dwg") to one of this machine.
     using PathResolver = std::function<std::filesystem::path(std::string_view)>;
@@ -43,6 +44,7 @@ class HostApplication final : public AcadApplication, public MeasuringPort {
     void SetWindowState(WindowStateKind state) override;
     void ZoomExtents() override;
     std::unique_ptr<SolidMeasurer> CreateMeasurer() override;
+    std::unique_ptr<SolidSections> HoldSolid(std::int32_t objectId) override;
 
     /// An empty drawing without a name, made the active one.
     HostDocument& NewDocument();
