@@ -1,9 +1,11 @@
 // How fast a job goes through a run, from the selection to the files and the list: by the number of holes in
-// each panel, by the number of panels in the job, for panels that need a second pass, and for each target.
-// Items are parts. "MB" is the memory that the run has taken on between its tenth part and its last one.
+// each panel, by the number of panels in the job, for panels that need a second pass, for each target, and
+// with the proof of the parts left out. Items are parts. "MB" is the memory that the run has taken on between
+// its tenth part and its last one.
 #include <benchmark/benchmark.h>
 #include <unistd.h>
 
+#include "cnc/proof/run_proof.h"
 #include "cnc/run_report.h"
 #include "cnc/runs.h"
 #include "cnc/target.h"
@@ -83,6 +85,14 @@ void RunJobOfTwoSides(benchmark::State& state) {
     RunParts(state, parts, MachinedJobFile(parts, holes, Machining::BothSides), Target::C2C);
 }
 
+// To be read beside the same job with its proof.
+void RunJobWithoutProof(benchmark::State& state) {
+    const int parts = static_cast<int>(state.range(0)), holes = static_cast<int>(state.range(1));
+    SetProof(false);
+    RunParts(state, parts, MachinedJobFile(parts, holes, Machining::OneSide), Target::C2C);
+    SetProof(true);
+}
+
 void RunJobForTarget(benchmark::State& state) {
     constexpr int parts = 10, holes = 40;
     const auto target = static_cast<Target>(state.range(0));
@@ -103,6 +113,7 @@ void Jobs(benchmark::internal::Benchmark* bench) {
 
 BENCHMARK(RunJobOfPanels)->Apply(Jobs);
 BENCHMARK(RunJobOfTwoSides)->Apply(Processor)->ArgNames({"parts", "holes"})->Args({10, 40});
+BENCHMARK(RunJobWithoutProof)->Apply(Jobs);
 BENCHMARK(RunJobForTarget)->Apply(Processor)->ArgName("target")->DenseRange(1, AllTargets.size());
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include "base/letter_case.h"
 #include "base/text.h"
+#include "cnc/proof/run_proof.h"
 #include "cnc/run_set_up.h"
 #include "cnc/run_state.h"
 #include "command_line.h"
@@ -34,7 +35,7 @@ namespace fs = std::filesystem;
 struct CncOptions {
     DrawingOptions drawing;
     std::string target, out;
-    bool fromGrid = false;
+    bool fromGrid = false, noProof = false;
 };
 
 std::string TargetNames() {
@@ -112,6 +113,7 @@ ExitStatus Cnc(const std::string& home, const CncOptions& options) {
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };
     Workplace workplace(home, dialogs);
     MapOutput(workplace, options);
+    SetProof(!options.noProof);
     const OpenedInput opened = OpenAndSelect(workplace, options.drawing, teller);
     const std::size_t notes = opened.document.Notes().size();
     const RunTeller runs(teller, {.programWords = ProgramWords(home),
@@ -149,8 +151,8 @@ Command CncCommand() {
          Argument(
              "--from-grid", &options->fromGrid,
              "Take the parts by way of the grid, so that identical parts become one file and a quantity"),
-         options->drawing.Select(), options->drawing.Letters(), options->drawing.Material(),
-         options->drawing.Quiet()},
+         Argument("--no-proof", &options->noProof, std::string(NoProofHelp)), options->drawing.Select(),
+         options->drawing.Letters(), options->drawing.Material(), options->drawing.Quiet()},
         [options](const std::string& home) { return Cnc(home, *options); },
         {}};
 }

@@ -4,6 +4,7 @@
 #include <memory>
 #include <sstream>
 
+#include "cnc/proof/run_proof.h"
 #include "command_line.h"
 #include "drawing_io.h"
 #include "file_roots/places.h"
@@ -29,6 +30,7 @@ struct RunOptions {
     DrawingOptions drawing;
     std::string journal;
     std::string transcript;
+    bool noProof = false;
 };
 
 std::vector<JournalStep> ReadJournal(const std::string& name) {
@@ -117,6 +119,7 @@ ExitStatus Run(const std::string& home, const RunOptions& options) {
     JournalPrompts prompts(dialogs, transcript.Stream());
     Workplace workplace(home, dialogs);
     workplace.host.SetPrompts(&prompts);
+    SetProof(!options.noProof);
     TellDamagedSettings(workplace, teller);
     HostDocument& document = OpenInput(workplace.host, workplace.drawingFiles, options.drawing, teller);
     TellBlockSolids(document, options.drawing, teller);
@@ -153,8 +156,9 @@ Command RunCommand() {
              Argument("--transcript", &options->transcript,
                       "Write down here what the run tells, with all that goes over the host's command line")
                  .Named("FILE"),
-             options->drawing.Select(), options->drawing.Letters(), options->drawing.Material(),
-             options->drawing.Save(), options->drawing.Quiet()},
+             Argument("--no-proof", &options->noProof, std::string(NoProofHelp)), options->drawing.Select(),
+             options->drawing.Letters(), options->drawing.Material(), options->drawing.Save(),
+             options->drawing.Quiet()},
             [options](const std::string& home) { return Run(home, *options); },
             {}};
 }

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "cnc/run_report.h"
 #include "teller.h"
@@ -22,6 +23,10 @@ struct RunWatch {
     /// Where the lines go, standard error being part of it; without one they go through the teller.
     std::function<void(const std::string&)> line = {};
 };
+
+/// What every command that runs start from tells of its option.
+inline constexpr std::string_view NoProofHelp =
+    "Don't compare each part with what its files leave of the sheet";
 
 class RunTeller {
   public:

@@ -10,6 +10,7 @@
 #include "base/text.h"
 #include "cnc/drawing_walk.h"
 #include "cnc/part_steps.h"
+#include "cnc/proof/run_proof.h"
 #include "cnc/target_table.h"
 #include "cnc/work_layers.h"
 #include "parts/mautocad.h"
@@ -139,6 +140,7 @@ PartStep ClosePart(RunState& run) {
     if (SwitchIsOn("ToungeProcessing")) ProcessTongues(run);
     if (!run.FirstPass()) DropFirstSidePaths(run);
 
+    HoldPartForProof(run);
     for (Acad3DSolid* solid : All<Acad3DSolid>(drawing)) solid->Delete();
     EraseProjection(run);
     drawing.PurgeAll();

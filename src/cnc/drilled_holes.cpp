@@ -55,6 +55,9 @@ void NoteUnexplained(RunState& run, const Box3& part, std::string_view kind, dou
     const std::string text = std::string(kind) + " of " + number(diameter) + " at " + number(seen.x) + "," +
                              number(seen.y) + "," + number(seen.z) + ": no operation";
     if (std::ranges::find(run.unexplained, text) == run.unexplained.end()) run.unexplained.push_back(text);
+    const double reach = diameter / 2;
+    run.notePlaces[text] = {{seen.x - reach, seen.y - reach, seen.z - reach},
+                            {seen.x + reach, seen.y + reach, seen.z + reach}};
 }
 
 }  // namespace brenvik

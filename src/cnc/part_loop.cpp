@@ -32,6 +32,9 @@ void ResetForPass(RunState& run) {
     run.LastAddedLayer.clear();
     if (!run.FirstPass()) return;
     run.unexplained.clear();
+    run.notePlaces.clear();
+    run.differences.clear();
+    run.proof.reset();
     run.shiftingTexts.clear();
 }
 
@@ -58,6 +61,7 @@ PartStep WorkOnPass(RunState& run, const PartSteps& steps) {
 
 bool GoesOnWithSecondSide(RunState& run) {
     if (ToInteger(NumberSetting("DontDoTwoSided")) == 1) {
+        run.LeavesSecondSide = run.NeedSecondSide == 1;
         run.SecondSidePass = 1;
         return false;
     }
@@ -147,6 +151,13 @@ void ReportUnexplained(RunState& run, const PartFile& file, RunReport& report) {
                                  " has features without an operation: " + Join(texts, "; "));
 }
 
+/// What comes of the part's files isn't what is drawn.
+void ReportDifferences(RunState& run, const PartFile& file, RunReport& report) {
+    if (run.differences.empty()) return;
+    report.unexplained.push_back("The part " + file.label + " does not come out as it is drawn: " +
+                                 Join(std::exchange(run.differences, {}), "; "));
+}
+
 /// The lists' receivers part the columns at every comma, wherever it comes from.
 void ReportShiftedColumns(RunState& run, const PartFile& file, RunReport& report) {
     if (run.shiftingTexts.empty()) return;
@@ -164,7 +175,9 @@ PassEnd WorkOnPart(RunState& run, const PartSteps& steps, std::span<const PartFi
             {run.partIndex + 1, static_cast<int>(parts.size()), !run.FirstPass(), file.label});
         end = DoPass(run, steps, file, report);
     }
+    if (steps.prove) steps.prove(run);
     ReportUnexplained(run, file, report);
+    ReportDifferences(run, file, report);
     ReportShiftedColumns(run, file, report);
     return end;
 }

@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "cnc/drawing_walk.h"
 #include "cnc/part_steps.h"
+#include "cnc/proof/run_proof.h"
 #include "settings/settings_store.h"
 
 namespace brenvik {
@@ -46,6 +47,7 @@ void DropOutsidePath(RunState& run) {
     constexpr int outsideColor = 50;
     for (AcadLWPolyline* polyline : All<AcadLWPolyline>(*run.part)) {
         const bool outline = polyline->Layer() == run.OutlineLayer && polyline->Color() == OutlineColor;
+        if (outline) NoteLeftOutOutline(run, *polyline);
         if (outline || polyline->Color() == outsideColor) polyline->Delete();
     }
 }
@@ -61,6 +63,7 @@ void WritePartFile(RunState& run) {
     if (!run.FirstPass() && SwitchIsOn("2SideUCS")) MoveOriginToBackLeftCorner(run);
     run.writtenFile = std::string(run.FirstPass() ? OutputFolder : SecondSideFolder) + WrittenFileName(run);
     run.part->SaveAs(run.writtenFile, SaveAsKind::Dxf2000);
+    GatherWrittenSide(run);
 }
 
 }  // namespace brenvik

@@ -66,6 +66,7 @@ void NoteUncut(RunState& run, const Box3& part, std::string_view kind, const Cut
                              Number(contour.maxY) + ", " + Number(part.max.z - contour.z) +
                              " below the top: no operation";
     if (std::ranges::find(run.unexplained, text) == run.unexplained.end()) run.unexplained.push_back(text);
+    run.notePlaces[text] = {{contour.minX, contour.minY, contour.z}, {contour.maxX, contour.maxY, contour.z}};
 }
 
 void KeepForHandWork(RunState& run) {

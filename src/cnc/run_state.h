@@ -2,6 +2,8 @@
 // units of the run: millimetres or inches by `ExportScaleSetting`.
 #pragma once
 
+#include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -36,6 +38,8 @@ struct DrilledHole {
 struct CutContour {
     double minX = 0, minY = 0, maxX = 0, maxY = 0, z = 0, area = 0;
 };
+
+struct GatheredProof;
 
 struct RunState {
     // The whole run.
@@ -79,6 +83,13 @@ struct RunState {
     std::vector<CutContour> firstSidePaths;   ///< Kept for the second pass, which cuts none of them again.
     /// What no recogniser took, in words for the operator, for the part as a whole.
     std::vector<std::string> unexplained;
+    /// Where those are that have a place, by their text, in the frame of the first side.
+    std::map<std::string, Box3> notePlaces;
+    /// Where the part that comes of its files isn't the part of the drawing, in words.
+    std::vector<std::string> differences;
+    std::shared_ptr<GatheredProof> proof;
+    /// The part needs a second side and a setting says that it gets none.
+    bool LeavesSecondSide = false;
     /// The texts that move the columns behind them in a work list, each once for the part.
     std::vector<std::string> shiftingTexts;
 

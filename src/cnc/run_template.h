@@ -18,6 +18,8 @@ struct PartSteps {
     std::function<void(RunState&)> writePartFile, addListLine;
     /// Deletes the work lists of earlier runs; gives those of this one their names, at its end.
     std::function<void(Target)> clearWorkLists, finishWorkLists;
+    /// Compares a part with its files when all of them are written; none where parts are tried without files.
+    std::function<void(RunState&)> prove = {};
 };
 
 /// Runs one target on the host's active drawing. A failure of one part is shown and the part skipped. One of

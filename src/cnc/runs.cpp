@@ -2,6 +2,7 @@
 #include "cnc/runs.h"
 
 #include "cnc/part_steps.h"
+#include "cnc/proof/run_proof.h"
 #include "cnc/run_template.h"
 
 namespace brenvik {
@@ -13,7 +14,8 @@ PartSteps StepsOfParts() {
             WritePartFile,
             AddListLine,
             ClearWorkLists,
-            FinishWorkLists};
+            FinishWorkLists,
+            ProveGathered};
 }
 
 }  // namespace

@@ -33,9 +33,15 @@ std::string Number(double value) {
     return NumberToText(rounded == 0 ? 0 : rounded);
 }
 
-void Tell(RunState& run, const std::string& what, const Point3& at) {
-    NotePassedOver(run,
-                   what + " at " + Number(at.x) + "," + Number(at.y) + "," + Number(at.z) + ": no operation");
+void Tell(RunState& run, const std::string& what, const Point3& at, const Box3& place) {
+    const std::string text =
+        what + " at " + Number(at.x) + "," + Number(at.y) + "," + Number(at.z) + ": no operation";
+    NotePassedOver(run, text);
+    run.notePlaces[text] = place;
+}
+
+Box3 Around(const Point3& at, double reach) {
+    return {{at.x - reach, at.y - reach, at.z - reach}, {at.x + reach, at.y + reach, at.z + reach}};
 }
 
 Point3 MiddleOf(const Box3& box) {
@@ -161,7 +167,8 @@ void TellPieces(RunState& run, const Edges& edges) {
         const std::string kind = IsUpright(piece.along) ? "round face" : "round face at an angle";
         const double length = piece.to - piece.from;
         const std::string size = !NearlyEqual(length, 0) ? " by " + Number(length) : "";
-        Tell(run, kind + " of radius " + Number(piece.radius) + size, piece.Middle());
+        Tell(run, kind + " of radius " + Number(piece.radius) + size, piece.Middle(),
+             Around(piece.Middle(), std::max(piece.radius, length / 2)));
     }
 }
 
@@ -175,7 +182,7 @@ void TellOthers(RunState& run, const Edges& edges) {
         Tell(run,
              "curved edge of " + Number(box.max.x - box.min.x) + " by " + Number(box.max.y - box.min.y) +
                  " by " + Number(box.max.z - box.min.z),
-             MiddleOf(box));
+             MiddleOf(box), box);
     }
 }
 
@@ -199,7 +206,7 @@ void TellSlope(RunState& run, const AcadRegion& face, const Edges& edges) {
     const Box3 box = face.GetBoundingBox();
     const auto holds = [&](const Axis& bore) { return IsFloorOf(bore, face, MiddleOf(box)); };
     if (std::ranges::any_of(edges.bores, holds)) return;
-    Tell(run, "sloped face of " + SizeOfSlope(box, normal), MiddleOf(box));
+    Tell(run, "sloped face of " + SizeOfSlope(box, normal), MiddleOf(box), box);
 }
 
 /// Takes a copy of the part apart to its faces.

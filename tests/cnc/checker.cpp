@@ -226,8 +226,12 @@ class Check {
 }  // namespace
 
 void CheckedRunTest::RunAll(Target target) {
-    mLastTarget = target;
     ChooseAllSolids();
+    RunOnly(target);
+}
+
+void CheckedRunTest::RunOnly(Target target) {
+    mLastTarget = target;
     RunOnSelection(host, target);
 }
 

@@ -34,6 +34,8 @@ class CheckedRunTest : public CncTest {
   protected:
     /// Runs the target over all solids of the drawing, form A.
     void RunAll(Target target = Target::C2C);
+    /// The same over the previous selection.
+    void RunOnly(Target target = Target::C2C);
 
     /// The entities of a part's first or second file; none where there is no file.
     std::optional<std::vector<Drawn>> FirstSide(int index = 0) {

@@ -26,8 +26,8 @@ namespace brenvik::solids {
 namespace {
 
 constexpr double fullTurn = 2 * std::numbers::pi;
-/// Of a component of a unit vector: below it a face counts as level or upright. Parts that other programs have
-/// turned are off by far less, and along a board it comes to microns.
+/// Of a component of a unit vector: below it a face counts as level or upright. Parts that other programs
+/// have turned are off by far less, and along a board it comes to microns.
 constexpr double square = 1e-6;
 /// Two levels closer than this are one.
 constexpr double sameLevel = 1e-7;

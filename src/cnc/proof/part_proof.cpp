@@ -1,0 +1,284 @@
+// The part is looked at in slabs: between two neighbouring heights at which anything begins or ends, nothing
+// changes, so one section tells all. Where faces aren't upright a slab is looked at more than once.
+#include "cnc/proof/part_proof.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <optional>
+
+#include "base/number_text.h"
+#include "base/numbers.h"
+
+namespace brenvik {
+
+namespace {
+
+/// In millimetres: wood less deep than this doesn't count; nor does a spot as narrow as this, unless it is
+/// long. A long one counts from a hundredth on, which is more than names round away.
+constexpr double NoDepth = 0.01, NoWidth = 0.05, NoLongWidth = 0.01, NoVolume = 1;
+/// Depths in names are rounded to half of it.
+constexpr double DepthSlack = 1e-6;
+/// Into how many a slab with sloping faces is cut.
+constexpr int PiecesOfSlope = 3;
+/// Two bores are in one line when they agree to this, in millimetres: names have two decimals.
+constexpr double SamePlace = 0.02;
+
+struct Slab {
+    double low = 0, high = 0;
+    double Middle() const { return (low + high) / 2; }
+};
+
+/// A spot of one slab, before those above each other are put together.
+struct SlabSpot {
+    PlanSpot plan;
+    Slab slab;
+};
+
+bool Overlap(const PlanBox& a, const PlanBox& b, double slack) {
+    return std::min(a.maxX, b.maxX) - std::max(a.minX, b.minX) > slack &&
+           std::min(a.maxY, b.maxY) - std::max(a.minY, b.minY) > slack;
+}
+
+bool Overlap(const PlanSpot& a, const PlanSpot& b, double slack) {
+    if (!Overlap(a.box, b.box, slack)) return false;
+    return std::ranges::any_of(a.stripes, [&](const PlanBox& one) {
+        return std::ranges::any_of(b.stripes,
+                                   [&](const PlanBox& other) { return Overlap(one, other, slack); });
+    });
+}
+
+class Prover {
+  public:
+    Prover(const SolidSections& part, std::span<const WrittenOperation> operations,
+           std::span<const std::vector<PlanSide>> stock, double unit)
+        : mPart(part),
+          mBox(part.Box()),
+          mOperations(operations.begin(), operations.end()),
+          mStock(stock),
+          mUnit(unit) {
+        for (WrittenOperation& operation : mOperations)
+            if (operation.heightUnknown) FindHeight(operation);
+    }
+
+    PartProof Prove() {
+        TellTwins();
+        for (const Slab& slab : Slabs()) {
+            const std::vector<PlanShape> shapes = ShapesAt(slab.Middle());
+            for (PlanSpot& spot : CompareInPlan(mPart.At(slab.Middle()), shapes, NoLongWidth * mUnit))
+                mSpots.push_back({std::move(spot), slab});
+        }
+        Join();
+        return std::move(mProof);
+    }
+
+  private:
+    // Bores whose receiver takes the height from elsewhere.
+
+    void FindHeight(WrittenOperation& operation) const {
+        LevelRound& bore = *operation.bore;
+        for (const LevelRound& round : mPart.Rounds()) {
+            const double dx = round.on.x - bore.on.x, dy = round.on.y - bore.on.y;
+            const double across = dx * bore.along.y - dy * bore.along.x;
+            const double lean = round.along.x * bore.along.y - round.along.y * bore.along.x;
+            if (std::abs(across) > SamePlace * mUnit || std::abs(lean) > 1e-6 ||
+                std::abs(round.radius - bore.radius) > SamePlace * mUnit)
+                continue;
+            bore.on.z = round.on.z;
+            operation.low = bore.on.z - bore.radius;
+            operation.high = bore.on.z + bore.radius;
+            return;
+        }
+    }
+
+    // Slabs.
+
+    std::vector<Slab> Slabs() const {
+        std::vector<double> levels = mPart.Levels();
+        for (const WrittenOperation& operation : mOperations) {
+            if (operation.kind == OperationKind::Outline) continue;
+            levels.insert(levels.end(), {operation.low, operation.high});
+            if (operation.bore) levels.push_back(operation.bore->on.z);
+        }
+        std::ranges::sort(levels);
+        std::vector<Slab> slabs;
+        for (std::size_t i = 0; i + 1 < levels.size(); ++i) {
+            const Slab slab{std::max(levels[i], mBox.min.z), std::min(levels[i + 1], mBox.max.z)};
+            if (slab.high - slab.low <= NoDepth * mUnit + DepthSlack) continue;
+            AddSlab(slab, slabs);
+        }
+        return slabs;
+    }
+
+    bool IsSloped(const Slab& slab) const {
+        const double at = slab.Middle();
+        return std::ranges::any_of(
+                   mPart.Slopes(),
+                   [at](const HeightSpan& span) { return span.low < at && at < span.high; }) ||
+               std::ranges::any_of(mOperations, [at](const WrittenOperation& each) {
+                   return each.bore && each.low < at && at < each.high;
+               });
+    }
+
+    void AddSlab(const Slab& slab, std::vector<Slab>& slabs) const {
+        const int pieces = IsSloped(slab) ? PiecesOfSlope : 1;
+        const double step = (slab.high - slab.low) / pieces;
+        for (int piece = 0; piece < pieces; ++piece)
+            slabs.push_back({slab.low + piece * step, slab.low + (piece + 1) * step});
+    }
+
+    // What the operations do at a height.
+
+    static std::vector<PlanSide> Around(const std::array<PlanPoint, 4>& corners) {
+        std::vector<PlanSide> sides;
+        for (std::size_t i = 0; i < corners.size(); ++i)
+            sides.push_back({corners[i], corners[(i + 1) % corners.size()]});
+        return sides;
+    }
+
+    /// What a lying cylinder shows at a height.
+    static std::vector<PlanSide> BoreAt(const WrittenOperation& operation, double height) {
+        const LevelRound& bore = *operation.bore;
+        const double rise = height - bore.on.z;
+        const double half = std::sqrt(std::max(0.0, bore.radius * bore.radius - rise * rise));
+        const double depth = operation.boreDepth;
+        const PlanPoint across{-bore.along.y * half, bore.along.x * half};
+        const PlanPoint mouth{bore.on.x, bore.on.y};
+        const PlanPoint floor{mouth.x + bore.along.x * depth, mouth.y + bore.along.y * depth};
+        return Around({PlanPoint{mouth.x - across.x, mouth.y - across.y},
+                       {floor.x - across.x, floor.y - across.y},
+                       {floor.x + across.x, floor.y + across.y},
+                       {mouth.x + across.x, mouth.y + across.y}});
+    }
+
+    std::vector<PlanShape> ShapesAt(double height) const {
+        std::vector<PlanShape> shapes;
+        for (const std::vector<PlanSide>& stock : mStock)
+            shapes.push_back({PlanShape::Role::Stock, stock, -1});
+        for (std::size_t i = 0; i < mOperations.size(); ++i) {
+            const WrittenOperation& operation = mOperations[i];
+            if (height <= operation.low || height >= operation.high) continue;
+            const auto role =
+                operation.kind == OperationKind::Outline ? PlanShape::Role::Stock : PlanShape::Role::Removal;
+            shapes.push_back(
+                {role, operation.bore ? BoreAt(operation, height) : operation.sides, static_cast<int>(i)});
+        }
+        // Without an outline the sheet is the part's own box.
+        const bool hasStock = std::ranges::any_of(
+            shapes, [](const PlanShape& shape) { return shape.role == PlanShape::Role::Stock; });
+        if (!hasStock)
+            shapes.push_back({PlanShape::Role::Stock,
+                              Around({PlanPoint{mBox.min.x, mBox.min.y},
+                                      {mBox.max.x, mBox.min.y},
+                                      {mBox.max.x, mBox.max.y},
+                                      {mBox.min.x, mBox.max.y}}),
+                              -1});
+        return shapes;
+    }
+
+    // Spots that stand above each other.
+
+    std::size_t Root(std::size_t spot) {
+        while (mOver[spot] != spot) spot = mOver[spot] = mOver[mOver[spot]];
+        return spot;
+    }
+
+    bool Meet(const SlabSpot& lower, const SlabSpot& upper) const {
+        return lower.plan.difference == upper.plan.difference &&
+               std::abs(upper.slab.low - lower.slab.high) < 3 * NoDepth * mUnit &&
+               Overlap(lower.plan, upper.plan, NoLongWidth * mUnit / 2);
+    }
+
+    void Join() {
+        mOver.resize(mSpots.size());
+        std::iota(mOver.begin(), mOver.end(), std::size_t{0});
+        for (std::size_t i = 0; i < mSpots.size(); ++i)
+            for (std::size_t j = i + 1; j < mSpots.size(); ++j)
+                if (Meet(mSpots[i], mSpots[j])) mOver[Root(j)] = Root(i);
+        std::vector<std::optional<ProofSpot>> joined(mSpots.size());
+        for (std::size_t i = 0; i < mSpots.size(); ++i) Grow(joined[Root(i)], mSpots[i]);
+        for (std::optional<ProofSpot>& spot : joined)
+            if (spot && Counts(*spot)) mProof.spots.push_back(std::move(*spot));
+    }
+
+    void Grow(std::optional<ProofSpot>& whole, const SlabSpot& spot) const {
+        const PlanBox& plan = spot.plan.box;
+        const Box3 box{{plan.minX, plan.minY, spot.slab.low}, {plan.maxX, plan.maxY, spot.slab.high}};
+        if (!whole) {
+            whole = ProofSpot{spot.plan.difference, box, 0, 0, {}, false};
+            if (spot.plan.difference == Difference::Gone && spot.plan.operation >= 0) {
+                const WrittenOperation& taker = mOperations[static_cast<std::size_t>(spot.plan.operation)];
+                whole->layer = taker.layer;
+                whole->secondSide = taker.secondSide;
+            }
+        }
+        whole->box.min = {std::min(whole->box.min.x, box.min.x), std::min(whole->box.min.y, box.min.y),
+                          std::min(whole->box.min.z, box.min.z)};
+        whole->box.max = {std::max(whole->box.max.x, box.max.x), std::max(whole->box.max.y, box.max.y),
+                          std::max(whole->box.max.z, box.max.z)};
+        whole->volume += spot.plan.area * (spot.slab.high - spot.slab.low);
+        whole->width = std::max(whole->width, spot.plan.width);
+    }
+
+    bool Counts(const ProofSpot& spot) const {
+        return spot.width > NoWidth * mUnit || spot.volume > NoVolume * mUnit * mUnit * mUnit;
+    }
+
+    // Operations that stand twice.
+
+    /// The corners of a closed path needn't begin at the same one.
+    bool SameSides(const std::vector<PlanSide>& a, const std::vector<PlanSide>& b) const {
+        if (a.size() != b.size()) return false;
+        const auto same = [this](const PlanPoint& one, const PlanPoint& other) {
+            return std::hypot(one.x - other.x, one.y - other.y) < NoDepth * mUnit;
+        };
+        return std::ranges::all_of(a, [&](const PlanSide& side) {
+            return std::ranges::any_of(b, [&](const PlanSide& other) {
+                const bool along = same(side.from, other.from) && same(side.to, other.to) &&
+                                   std::abs(side.bulge - other.bulge) < 1e-4;
+                const bool against = same(side.from, other.to) && same(side.to, other.from) &&
+                                     std::abs(side.bulge + other.bulge) < 1e-4;
+                return along || against;
+            });
+        });
+    }
+
+    bool Twins(const WrittenOperation& a, const WrittenOperation& b) const {
+        if (a.secondSide != b.secondSide || a.bore.has_value() != b.bore.has_value()) return false;
+        const auto near = [this](double one, double other) {
+            return std::abs(one - other) < NoDepth * mUnit;
+        };
+        if (!near(a.low, b.low) || !near(a.high, b.high)) return false;
+        if (!a.bore) return SameSides(a.sides, b.sides);
+        return near(a.bore->on.x, b.bore->on.x) && near(a.bore->on.y, b.bore->on.y) &&
+               near(a.boreDepth, b.boreDepth);
+    }
+
+    void TellTwins() {
+        for (std::size_t i = 0; i < mOperations.size(); ++i)
+            for (std::size_t j = i + 1; j < mOperations.size(); ++j)
+                if (Twins(mOperations[i], mOperations[j])) {
+                    const std::string &one = mOperations[i].layer, &other = mOperations[j].layer;
+                    mProof.faults.push_back(one == other ? one + " stands twice in one place"
+                                                         : one + " and " + other + " stand in one place");
+                }
+    }
+
+    const SolidSections& mPart;
+    const Box3 mBox;
+    std::vector<WrittenOperation> mOperations;
+    std::span<const std::vector<PlanSide>> mStock;
+    const double mUnit;
+    std::vector<SlabSpot> mSpots;
+    std::vector<std::size_t> mOver;
+    PartProof mProof;
+};
+
+}  // namespace
+
+PartProof ProvePart(const SolidSections& part, std::span<const WrittenOperation> operations,
+                    std::span<const std::vector<PlanSide>> stock, double unit) {
+    return Prover(part, operations, stock, unit).Prove();
+}
+
+}  // namespace brenvik

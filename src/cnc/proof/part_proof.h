@@ -1,0 +1,33 @@
+// What the written operations of a part leave of its sheet, against the part itself.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "cnc/proof/plan_difference.h"
+#include "cnc/proof/written_side.h"
+
+namespace brenvik {
+
+/// A place where the part that comes off the machine isn't the part of the drawing.
+struct ProofSpot {
+    Difference difference = Difference::Standing;
+    Box3 box;
+    double volume = 0, width = 0;
+    std::string layer;  ///< What has taken the wood; blank for the outline, and for wood that stays.
+    bool secondSide = false;
+};
+
+struct PartProof {
+    std::vector<ProofSpot> spots;
+    /// What is wrong with single operations, such as one that stands twice.
+    std::vector<std::string> faults;
+};
+
+/// Both sides of a part together; `stock` are outlines that a setting has left out of the files. `unit` is
+/// one millimetre in units of the run. Throws Failure where the solid can't be cut.
+PartProof ProvePart(const SolidSections& part, std::span<const WrittenOperation> operations,
+                    std::span<const std::vector<PlanSide>> stock, double unit);
+
+}  // namespace brenvik

@@ -1,0 +1,46 @@
+// Where the section of a part and what operations leave of its sheet differ, exactly, by a sweep across the
+// plan.
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "cnc/proof/plan_piece.h"
+
+namespace brenvik {
+
+/// A closed shape, and what it does to the plan. What lies within is what its way round encloses.
+struct PlanShape {
+    enum class Role {
+        Stock,    ///< Outside of it nothing stays.
+        Removal,  ///< Inside of it nothing stays.
+    };
+    Role role = Role::Removal;
+    std::vector<PlanSide> sides;
+    int operation = -1;  ///< Which operation it is of, for the caller.
+};
+
+enum class Difference {
+    Standing,  ///< Wood stays that the part has not.
+    Gone,      ///< Wood is taken that the part has.
+};
+
+struct PlanBox {
+    double minX = 0, minY = 0, maxX = 0, maxY = 0;
+};
+
+/// A connected spot of one kind.
+struct PlanSpot {
+    Difference difference = Difference::Standing;
+    PlanBox box;
+    double area = 0;
+    double width = 0;              ///< Of its widest place.
+    int operation = -1;            ///< What has taken it; none for the stock's own border.
+    std::vector<PlanBox> stripes;  ///< What it consists of, each as a box.
+};
+
+/// All spots wider than `width`. The part's section is given as sides in no order, inside by even and odd.
+std::vector<PlanSpot> CompareInPlan(std::span<const PlanSide> part, std::span<const PlanShape> shapes,
+                                    double width);
+
+}  // namespace brenvik

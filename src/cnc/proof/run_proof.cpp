@@ -1,0 +1,180 @@
+// From the run's state to the proof, and from its spots to the operator's words.
+#include "cnc/proof/run_proof.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/failure.h"
+#include "base/number_text.h"
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "cnc/drawing_walk.h"
+#include "cnc/run_state.h"
+#include "session/module_state.h"
+#include "session/platform.h"
+#include "session/session.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr double MillimetresPerInch = 25.4;
+constexpr int TellDecimals = 3;
+/// How many differences of one part are told; a part that is wrong all over has hundreds.
+constexpr std::size_t MostTold = 12;
+
+struct ProofModule {
+    bool off = false;
+};
+
+double UnitOf(const RunState& run) { return run.Metric() ? 1 : 1 / MillimetresPerInch; }
+
+std::string Number(double value) {
+    const double rounded = RoundHalfEven(value, TellDecimals);
+    return NumberToText(rounded == 0 ? 0 : rounded);
+}
+
+std::string PlanPlace(const Point3& point) { return Number(point.x) + "," + Number(point.y); }
+
+bool OpensUp(const ProofSpot& spot, const RunState& run, double slack) {
+    return spot.box.max.z > run.proof->thickness - slack;
+}
+bool OpensDown(const ProofSpot& spot, double slack) { return spot.box.min.z < slack; }
+
+std::string Place(const ProofSpot& spot, const RunState& run) {
+    const double slack = 0.02 * UnitOf(run);
+    const Point3 &low = spot.box.min, &high = spot.box.max;
+    const std::string size = Number(high.x - low.x) + " by " + Number(high.y - low.y);
+    const std::string span = " from " + PlanPlace(low) + " to " + PlanPlace(high);
+    const std::string depth = Number(high.z - low.z);
+    const bool up = OpensUp(spot, run, slack), down = OpensDown(spot, slack);
+    if (up && down) return size + ", right through," + span;
+    if (up) return size + ", " + depth + " deep," + span + " on the top face";
+    if (down) return size + ", " + depth + " deep," + span + " on the underside";
+    return size + ", " + depth + " high," + span + ", " + Number(low.z) + " above the underside";
+}
+
+std::string TextOf(const ProofSpot& spot, const RunState& run) {
+    switch (spot.difference) {
+        case Difference::Standing:
+            return "wood stays that the part has not, " + Place(spot, run);
+        case Difference::Gone:
+            return "wood is cut away that the part has, " + Place(spot, run) + ", by " +
+                   (spot.layer.empty() ? "the outline" : spot.layer) +
+                   (spot.secondSide ? " of the second side" : "");
+    }
+    return {};
+}
+
+bool Touches(const Box3& place, const Box3& spot, double slack) {
+    const auto lap = [slack](double low, double high, double otherLow, double otherHigh) {
+        return low <= otherHigh + slack && high >= otherLow - slack;
+    };
+    return lap(place.min.x, place.max.x, spot.min.x, spot.max.x) &&
+           lap(place.min.y, place.max.y, spot.min.y, spot.max.y) &&
+           lap(place.min.z, place.max.z, spot.min.z, spot.max.z);
+}
+
+/// With the second side left out on purpose, what only it or an edge machine could have made is none.
+bool LeftOutOnPurpose(const ProofSpot& spot, const RunState& run) {
+    return run.LeavesSecondSide && spot.difference == Difference::Standing &&
+           !OpensUp(spot, run, 0.02 * UnitOf(run));
+}
+
+/// A feature is told once: by the note of whoever has passed it over, which says more, or else by the proof.
+/// A note of what is made all the same is taken back.
+void Settle(RunState& run, std::vector<ProofSpot>& spots) {
+    const double slack = UnitOf(run);
+    std::vector<bool> noted(spots.size(), false);
+    std::erase_if(run.unexplained, [&](const std::string& text) {
+        const auto place = run.notePlaces.find(text);
+        if (place == run.notePlaces.end()) return false;
+        bool found = false;
+        for (std::size_t i = 0; i < spots.size(); ++i) {
+            if (spots[i].difference != Difference::Standing) continue;
+            if (!Touches(place->second, spots[i].box, slack)) continue;
+            found = noted[i] = true;
+        }
+        return !found;
+    });
+    std::vector<ProofSpot> untold;
+    for (std::size_t i = 0; i < spots.size(); ++i)
+        if (!noted[i] && !LeftOutOnPurpose(spots[i], run)) untold.push_back(std::move(spots[i]));
+    spots = std::move(untold);
+}
+
+void Tell(RunState& run, const std::vector<std::string>& texts) {
+    const std::size_t told = std::min(texts.size(), MostTold);
+    run.differences.insert(run.differences.end(), texts.begin(),
+                           texts.begin() + static_cast<std::ptrdiff_t>(told));
+    if (told < texts.size())
+        run.differences.push_back("and " + std::to_string(texts.size() - told) + " places more");
+}
+
+std::vector<std::string> ToolsOf(const RunState& run) {
+    std::vector<std::string> tools;
+    for (const MaterialTool& tool : run.Material.tools)
+        if (!tool.number.empty()) tools.push_back(tool.number);
+    return tools;
+}
+
+}  // namespace
+
+void SetProof(bool on) { StateOf<ProofModule>().off = !on; }
+bool ProofIsOn() { return !StateOf<ProofModule>().off; }
+
+void HoldPartForProof(RunState& run) {
+    if (!run.FirstPass()) return;
+    run.proof = std::make_shared<GatheredProof>();
+    run.LeavesSecondSide = false;
+    SectionPort* const sections = ThePlatform().sections;
+    if (!ProofIsOn() || sections == nullptr) return;
+    run.proof->width = run.ExtentY;
+    run.proof->thickness = run.ExtentZ;
+    const std::optional<Failure> failure =
+        Attempt([&] { run.proof->part = sections->HoldSolid(LastSolid(*run.part).ObjectID()); });
+    if (failure) run.proof->unproved = failure->detail();
+}
+
+void NoteLeftOutOutline(RunState& run, const AcadLWPolyline& outline) {
+    if (run.proof && run.proof->part) run.proof->leftOutOutlines.push_back(SidesOf(outline));
+}
+
+void GatherWrittenSide(RunState& run) {
+    if (!run.proof) return;
+    run.proof->written = true;
+    if (!run.proof->part) return;
+    const std::vector<std::string> tools = ToolsOf(run);
+    WrittenSide side = ReadWrittenSide(*run.part, {run.target, run.Metric(), !run.FirstPass(),
+                                                   run.proof->width, run.proof->thickness, tools});
+    GatheredProof& proof = *run.proof;
+    std::ranges::move(side.operations, std::back_inserter(proof.operations));
+    std::ranges::move(side.faults, std::back_inserter(proof.faults));
+}
+
+void ProveGathered(RunState& run) {
+    const std::shared_ptr<GatheredProof> gathered = run.proof;
+    if (!gathered || !gathered->written) return;
+    std::vector<std::string> texts = gathered->faults;
+    if (gathered->part) {
+        PartProof proof;
+        const std::optional<Failure> failure = Attempt([&] {
+            proof = ProvePart(*gathered->part, gathered->operations, gathered->leftOutOutlines, UnitOf(run));
+        });
+        if (failure) {
+            gathered->unproved = failure->detail();
+        } else {
+            Settle(run, proof.spots);
+            std::ranges::sort(proof.spots, std::greater<>(), &ProofSpot::volume);
+            texts.insert(texts.end(), proof.faults.begin(), proof.faults.end());
+            for (const ProofSpot& spot : proof.spots) texts.push_back(TextOf(spot, run));
+        }
+    }
+    if (!gathered->unproved.empty())
+        texts.push_back("it could not be compared with its files (" + gathered->unproved + ")");
+    Tell(run, texts);
+    run.proof.reset();
+}
+
+}  // namespace brenvik

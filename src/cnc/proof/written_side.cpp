@@ -1,0 +1,229 @@
+// Layer, thickness and shape of each entity, and whether they agree.
+#include "cnc/proof/written_side.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "base/number_text.h"
+#include "base/numbers.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr double MillimetresPerInch = 25.4;
+constexpr int OutlineColor = 2, TellDecimals = 3;
+/// Of a unit normal: below it a path lies level.
+constexpr double SameAxis = 1e-6;
+/// Places in files have six decimals.
+constexpr double PlaceSlack = 1e-4;
+/// Rectangles of bores have corners of four decimals, in any unit.
+constexpr double RectangleRounding = 1e-4;
+
+std::string Number(double value) {
+    const double rounded = RoundHalfEven(value, TellDecimals);
+    return NumberToText(rounded == 0 ? 0 : rounded);
+}
+
+bool IsLevel(const Point3& normal) { return std::hypot(normal.x, normal.y) < SameAxis; }
+
+/// One entity after another of a file.
+class SideReader {
+  public:
+    SideReader(const SideContext& context, WrittenSide& side) : mContext(context), mSide(side) {}
+
+    void Take(const AcadEntity& entity) {
+        mLayer = entity.Layer();
+        if (const auto* circle = dynamic_cast<const AcadCircle*>(&entity))
+            TakeCircle(*circle);
+        else if (const auto* polyline = dynamic_cast<const AcadLWPolyline*>(&entity))
+            TakePolyline(*polyline);
+        else if (const auto* sheet = dynamic_cast<const Acad3DPolyline*>(&entity))
+            TakeSheet(*sheet);
+        else
+            Fault("an entity that is no operation (" + std::string(entity.ObjectName()) + ")");
+    }
+
+  private:
+    void Fault(const std::string& what) {
+        mSide.faults.push_back(what + " on layer " + mLayer +
+                               (mContext.secondSide ? " of the second side" : ""));
+    }
+
+    std::optional<OperationName> NameOf(double depthOfEntity) {
+        const NameContext context{mContext.target, mContext.metric, mContext.tools, depthOfEntity};
+        std::optional<OperationName> name = ReadOperationName(context, mLayer);
+        if (!name) Fault("an operation whose name tells nothing");
+        return name;
+    }
+
+    void TakeCircle(const AcadCircle& circle) {
+        const std::optional<OperationName> name = NameOf(std::abs(circle.Thickness()));
+        if (!name) return;
+        const bool level = IsLevel(circle.Normal());
+        if (name->kind == OperationKind::Bore)
+            return level ? Fault("a bore that stands") : TakeBore(circle, *name);
+        if (name->kind == OperationKind::Sheet) return Fault("a circle");
+        if (!level) return Fault("a circle that isn't level");
+        AddUpright(*name, Kind(*name, false), SidesOf(circle), circle.Center().z,
+                   -circle.Thickness() * circle.Normal().z);
+    }
+
+    void TakePolyline(const AcadLWPolyline& polyline) {
+        const std::optional<OperationName> name = NameOf(std::abs(polyline.Thickness()));
+        if (!name) return;
+        if (!IsLevel(polyline.Normal()))
+            return Fault(name->kind == OperationKind::Outline || polyline.Color() == OutlineColor
+                             ? "an outline that isn't level"
+                             : "a path that isn't level");
+        if (!polyline.Closed()) return Fault("an open path");
+        if (name->kind == OperationKind::Bore) return TakeRectangle(polyline, *name);
+        if (name->kind == OperationKind::Sheet) return Fault("a path");
+        const double up = polyline.Normal().z;
+        AddUpright(*name, Kind(*name, polyline.Color() == OutlineColor), SidesOf(polyline),
+                   polyline.Elevation() * up, -polyline.Thickness() * up);
+    }
+
+    static OperationKind Kind(const OperationName& name, bool outline) {
+        if (name.kind != OperationKind::Path) return name.kind;
+        return outline ? OperationKind::Outline : OperationKind::Route;
+    }
+
+    void TakeSheet(const Acad3DPolyline& sheet) {
+        const std::optional<OperationName> name = NameOf(sheet.Thickness());
+        if (!name) return;
+        if (name->kind != OperationKind::Sheet) return Fault("a path in space");
+        if (name->depth && Apart(*name->depth, sheet.Thickness(), name->rounding))
+            Fault("a sheet " + Number(sheet.Thickness()) + " thick");
+    }
+
+    bool Apart(double a, double b, double rounding) const { return std::abs(a - b) > rounding + Slack(); }
+    double Slack() const { return mContext.metric ? PlaceSlack : PlaceSlack / MillimetresPerInch; }
+
+    /// The depth by the name or the thickness, whichever carries it; of both the finer one.
+    double DepthOf(const OperationName& name, double thickness) {
+        // The receiver of the second side gets the height of the circle in the name, not its depth.
+        const bool ofCircle =
+            mContext.target == Target::THERM && mContext.secondSide && name.kind == OperationKind::Hole;
+        if (!name.depth || ofCircle)
+            return name.through ? std::max(thickness, mContext.thickness) : thickness;
+        if (thickness == 0) return *name.depth;
+        if (!Apart(*name.depth, thickness, name.rounding)) return thickness;
+        Fault("a name that tells of a depth of " + Number(*name.depth) + " where the entity is " +
+              Number(thickness) + " deep");
+        return *name.depth;
+    }
+
+    PlanPoint OnFirst(const PlanPoint& point) const {
+        return mContext.secondSide ? PlanPoint{point.x, mContext.width - point.y} : point;
+    }
+    /// Heights of the file count from the top face that lies up.
+    double HeightOnFirst(double z) const { return mContext.secondSide ? -z : mContext.thickness + z; }
+
+    void AddUpright(const OperationName& name, OperationKind kind, std::vector<PlanSide> sides, double z,
+                    double thickness) {
+        if (std::abs(z) > Slack())
+            Fault("a path or hole at height " + Number(z) + " and not on the top face");
+        const double depth = DepthOf(name, thickness);
+        if (depth <= 0) return Fault("an operation that cuts nothing");
+        if (name.diameter && name.kind == OperationKind::Hole &&
+            Apart(*name.diameter, WidthOf(sides), name.rounding))
+            Fault("a name that tells of a diameter of " + Number(*name.diameter) + " where the hole is " +
+                  Number(WidthOf(sides)) + " wide");
+        for (PlanSide& side : sides) {
+            side.from = OnFirst(side.from);
+            side.to = OnFirst(side.to);
+            if (mContext.secondSide) side.bulge = -side.bulge;
+        }
+        const double top = HeightOnFirst(0), floor = HeightOnFirst(-depth);
+        mSide.operations.push_back({kind, mLayer, mContext.secondSide, std::move(sides), std::min(top, floor),
+                                    std::max(top, floor)});
+    }
+
+    static double WidthOf(const std::vector<PlanSide>& circle) {
+        return std::hypot(circle.front().to.x - circle.front().from.x,
+                          circle.front().to.y - circle.front().from.y);
+    }
+
+    /// `mouth` and `into` as the file has them.
+    void AddBore(const Point3& mouth, const Point3& into, double radius, double depth, bool heightUnknown) {
+        if (depth <= 0 || radius <= 0) return Fault("a bore that cuts nothing");
+        const double turn = mContext.secondSide ? -1 : 1;
+        const PlanPoint plan = OnFirst({mouth.x, mouth.y});
+        WrittenOperation bore{OperationKind::Bore, mLayer, mContext.secondSide, {}, 0, 0};
+        bore.bore = LevelRound{{plan.x, plan.y, HeightOnFirst(mouth.z)}, {into.x, turn * into.y, 0}, radius};
+        bore.boreDepth = depth;
+        bore.heightUnknown = heightUnknown;
+        bore.low = bore.bore->on.z - radius;
+        bore.high = bore.bore->on.z + radius;
+        mSide.operations.push_back(std::move(bore));
+    }
+
+    void TakeBore(const AcadCircle& circle, const OperationName& name) {
+        const Point3 out = circle.Normal();
+        if (std::abs(out.z) > SameAxis) return Fault("a bore that isn't level");
+        const double depth = -circle.Thickness();
+        if (name.diameter && Apart(*name.diameter, circle.Diameter(), name.rounding))
+            Fault("a name that tells of a diameter of " + Number(*name.diameter) + " where the bore is " +
+                  Number(circle.Diameter()) + " wide");
+        if (name.depth && Apart(*name.depth, depth, name.rounding))
+            Fault("a name that tells of a depth of " + Number(*name.depth) + " where the bore is " +
+                  Number(depth) + " deep");
+        AddBore(circle.Center(), {-out.x, -out.y, 0}, circle.Radius(), depth, false);
+    }
+
+    /// The first side of the rectangle lies on the part's edge, the second leads into the part.
+    void TakeRectangle(const AcadLWPolyline& polyline, const OperationName& name) {
+        const std::vector<double> at = polyline.Coordinates();
+        if (at.size() != 8) return Fault("a bore that is no rectangle");
+        const Point3 into{at[4] - at[2], at[5] - at[3], 0};
+        const double depth = std::hypot(into.x, into.y), width = std::hypot(at[2] - at[0], at[3] - at[1]);
+        if (depth <= 0) return Fault("a bore that cuts nothing");
+        const double top = name.height.value_or(mContext.thickness / 2) - mContext.thickness;
+        if (name.diameter && Apart(*name.diameter, width, name.rounding + RectangleRounding))
+            Fault("a name that tells of a diameter of " + Number(*name.diameter) + " where the bore is " +
+                  Number(width) + " wide");
+        if (name.depth && Apart(*name.depth, depth, name.rounding + RectangleRounding))
+            Fault("a name that tells of a depth of " + Number(*name.depth) + " where the bore is " +
+                  Number(depth) + " deep");
+        AddBore({(at[0] + at[2]) / 2, (at[1] + at[3]) / 2, top}, {into.x / depth, into.y / depth, 0},
+                width / 2, depth, !name.height);
+    }
+
+    const SideContext& mContext;
+    WrittenSide& mSide;
+    std::string mLayer;
+};
+
+}  // namespace
+
+std::vector<PlanSide> SidesOf(const AcadLWPolyline& polyline) {
+    const std::vector<double> at = polyline.Coordinates();
+    // A polyline that looks down has its own X run the other way.
+    const double turn = polyline.Normal().z < 0 ? -1 : 1;
+    const std::size_t count = at.size() / 2;
+    std::vector<PlanSide> sides;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t next = (i + 1) % count;
+        sides.push_back({{turn * at[2 * i], at[2 * i + 1]},
+                         {turn * at[2 * next], at[2 * next + 1]},
+                         turn * polyline.GetBulge(static_cast<int>(i))});
+    }
+    return sides;
+}
+
+std::vector<PlanSide> SidesOf(const AcadCircle& circle) {
+    const Point3 center = circle.Center();
+    const PlanPoint left{center.x - circle.Radius(), center.y}, right{center.x + circle.Radius(), center.y};
+    return {{left, right, 1}, {right, left, 1}};
+}
+
+WrittenSide ReadWrittenSide(AcadDocument& drawing, const SideContext& context) {
+    WrittenSide side;
+    SideReader reader(context, side);
+    drawing.ModelSpace().ForEach([&reader](AcadEntity& entity) { reader.Take(entity); });
+    return side;
+}
+
+}  // namespace brenvik

@@ -1,0 +1,52 @@
+// The operations of a written part file, as its receiver gets them, brought into the frame of the first side:
+// the part's low corner at the origin, its top face at its thickness.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "cnc/proof/operation_names.h"
+#include "session/host_interface.h"
+#include "session/section_port.h"
+
+namespace brenvik {
+
+struct WrittenOperation {
+    OperationKind kind = OperationKind::Path;  ///< Never Path or Sheet.
+    std::string layer;
+    bool secondSide = false;
+    /// What it takes away: the prism over its sides between two heights, or a cylinder that lies level.
+    std::vector<PlanSide> sides;
+    double low = 0, high = 0;
+    std::optional<LevelRound> bore = {};
+    /// How far the bore goes; its `on` is the mouth and its `along` looks into the part.
+    double boreDepth = 0;
+    /// The bore's height is nowhere in the file, so any bore of the part that it lies over will do.
+    bool heightUnknown = false;
+};
+
+struct WrittenSide {
+    std::vector<WrittenOperation> operations;
+    /// What is wrong with the file itself, in words.
+    std::vector<std::string> faults;
+};
+
+struct SideContext {
+    Target target = Target::C2C;
+    bool metric = true;
+    bool secondSide = false;
+    /// The part's size in width and thickness as it lies.
+    double width = 0, thickness = 0;
+    std::span<const std::string> tools = {};
+};
+
+/// Of the document as it has been saved.
+WrittenSide ReadWrittenSide(AcadDocument& drawing, const SideContext& context);
+
+/// The sides of one closed path or circle, in the plan of its file.
+std::vector<PlanSide> SidesOf(const AcadLWPolyline& polyline);
+std::vector<PlanSide> SidesOf(const AcadCircle& circle);
+
+}  // namespace brenvik
