@@ -1,6 +1,7 @@
 // Journals as users write them: each file of tests/journals is played on the sample job and has to hold; and
 // journals that don't hold say where and why.
 #include <algorithm>
+#include <map>
 
 #include "checkout_paths.h"
 #include "program.h"
@@ -17,13 +18,29 @@ std::vector<std::string> JournalNames() {
     return names;
 }
 
+/// What is told of journals that end with 1 by intent: they make lists that can't be right.
+const std::map<std::string, std::string> ToldByIntent{
+    // A left and a right side get one name.
+    {"a_cnc_run_from_the_grid", "of these the solids of \"Drawer Side\" (166) differ from it"},
+    {"cells_that_cannot_be_kept", "its quantity is \"zwei\", expected a whole number"},
+    {"export_the_list", "expected the name of a column, found \"(Blank)\""},
+    {"letters_follow_the_solids", "its letters LWT are dropped, since its extents were "},
+};
+
 class JournalFile : public ProgramTest, public ::testing::WithParamInterface<std::string> {};
 
 TEST_P(JournalFile, Holds) {
     const std::string journal =
         std::string(BRENVIK_SOURCE_DIR) + "/tests/journals/" + GetParam() + ".journal";
     const Outcome outcome = Run({"run", ShippedSample().string(), "--journal", journal});
-    EXPECT_EQ(outcome.status, 0) << outcome.errors << outcome.output;
+    const auto told = ToldByIntent.find(GetParam());
+    if (told == ToldByIntent.end()) {
+        EXPECT_EQ(outcome.status, 0) << outcome.errors << outcome.output;
+        return;
+    }
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.errors.find(told->second), std::string::npos) << outcome.errors;
+    EXPECT_EQ(outcome.errors.find(".journal: line "), std::string::npos) << outcome.errors;
 }
 
 std::string NameOf(const ::testing::TestParamInfo<std::string>& journal) { return journal.param; }

@@ -69,16 +69,14 @@ TEST_F(AlignmentRules, SmallLettersActLikeCapitals) {
     EXPECT_EQ(run.DimW, "600");
 }
 
-TEST_F(AlignmentRules, LettersThatNameNothingLeaveTheSizesAtNothing) {
+TEST_F(AlignmentRules, APartWithLettersThatNameNoSizesIsSkipped) {
     app::Workpiece board = Board(600, 300, 18);
-    mAutoCAD::SetPartData(&board.Solid(), "ORIE", "ABC");
-    EXPECT_EQ(Align(board.Solid()), PartStep::GoOn);
-    EXPECT_EQ(run.DimL, "0");
-    EXPECT_EQ(run.DimW, "0");
-    EXPECT_EQ(run.DimT, "0");
-    EXPECT_EQ(Turns("z", "90"), 1);
-    EXPECT_EQ(Turns("y", "90"), 1);
-    EXPECT_EQ(Turns("x", "90"), 1);
+    mAutoCAD::SetPartData(&board.Solid(), "ORIE", "LWW");
+    EXPECT_EQ(Align(board.Solid()), PartStep::SkipPart);
+    EXPECT_EQ(
+        Messages().back(),
+        "The part \"Panel\" is skipped: its letters (ORIE) are \"LWW\", expected L, W and T in some order.");
+    EXPECT_EQ(Turns("z", "90"), 0);
 }
 
 TEST_F(AlignmentRules, EqualSizesMakeNoTurn) {
