@@ -4,12 +4,15 @@
 #include <gtest/gtest.h>
 #include <BRepAlgoAPI_Cut.hxx>
 #include <BRepAlgoAPI_Fuse.hxx>
+#include <BRepBuilderAPI_MakeFace.hxx>
+#include <BRepBuilderAPI_Sewing.hxx>
 #include <BRepBuilderAPI_Transform.hxx>
 #include <BRepPrimAPI_MakeBox.hxx>
 #include <BRepPrimAPI_MakeCone.hxx>
 #include <BRepPrimAPI_MakeCylinder.hxx>
 #include <BRepPrimAPI_MakeSphere.hxx>
 #include <BRepPrimAPI_MakeTorus.hxx>
+#include <Geom_CylindricalSurface.hxx>
 
 #include <cmath>
 #include <gp_Ax1.hxx>
@@ -104,6 +107,15 @@ TEST(LevelSections, AMirroredSolidHasItToo) {
     mirror.SetMirror(gp_Ax2(gp_Pnt(50, 0, 0), gp_Dir(1, 0, 0)));
     const TopoDS_Shape mirrored = BRepBuilderAPI_Transform(part, mirror, true).Shape();
     EXPECT_NEAR(Length(LevelSections(mirrored).At(12)), Length(LevelSections(part).At(12)), 1e-9);
+}
+
+TEST(LevelSections, TwoHalvesOfAWallOnOneSurfaceMakeAFullCircle) {
+    const Handle(Geom_CylindricalSurface) wall = new Geom_CylindricalSurface(gp_Ax3(), 10);
+    BRepBuilderAPI_Sewing sewing;
+    for (const double from : {0.0, std::numbers::pi})
+        sewing.Add(BRepBuilderAPI_MakeFace(wall, from, from + std::numbers::pi, 0, 18, 1e-7).Face());
+    sewing.Perform();
+    EXPECT_NEAR(Length(LevelSections(sewing.SewedShape()).At(9)), turn * 10, 1e-9);
 }
 
 TEST(LevelSections, RoundedEdgesAreSlopesThatEndWhereTheyDo) {

@@ -289,8 +289,10 @@ void GatherEdges(const TopoDS_Face& face, std::vector<WallEdge>& edges, std::vec
         reach.low = std::min(reach.low, height);
         reach.high = std::max(reach.high, height);
     };
-    for (TopExp_Explorer each(face, TopAbs_EDGE); each.More(); each.Next()) {
-        const TopoDS_Edge& edge = TopoDS::Edge(each.Current());
+    std::vector<TopoDS_Edge> all;
+    for (TopExp_Explorer each(face, TopAbs_EDGE); each.More(); each.Next())
+        all.push_back(TopoDS::Edge(each.Current()));
+    for (const TopoDS_Edge& edge : all) {
         const bool boundary = edge.Orientation() == TopAbs_FORWARD || edge.Orientation() == TopAbs_REVERSED;
         if (!boundary || BRep_Tool::Degenerated(edge)) continue;
         WallEdge wall{new BRepAdaptor_Curve(edge), 0, 0, edge.Orientation() == TopAbs_FORWARD};
@@ -311,7 +313,10 @@ void GatherEdges(const TopoDS_Face& face, std::vector<WallEdge>& edges, std::vec
             level(reach.low);
             level(reach.high);
         }
-        if (!BRep_Tool::IsClosed(edge, face)) edges.push_back(wall);
+        // A seam is there twice, once each way, and bounds nothing. An edge on the seam of a surface that two
+        // faces share is there once in each.
+        const auto same = [&edge](const TopoDS_Edge& other) { return edge.IsSame(other); };
+        if (std::ranges::count_if(all, same) == 1) edges.push_back(wall);
     }
 }
 
