@@ -5,10 +5,10 @@
 #include <benchmark/benchmark.h>
 #include <unistd.h>
 
+#include "cnc/part/run_report.h"
+#include "cnc/part/target.h"
 #include "cnc/proof/run_proof.h"
-#include "cnc/run_report.h"
-#include "cnc/runs.h"
-#include "cnc/target.h"
+#include "cnc/run/runs.h"
 #include "job_files.h"
 #include "settings/materials.h"
 #include "settings/settings_store.h"

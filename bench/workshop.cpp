@@ -10,7 +10,7 @@
 #include "forms/form.h"
 #include "forms/grid_control.h"
 #include "grid/frm_main.h"
-#include "session/brenvik_class.h"
+#include "session/library/brenvik_class.h"
 #include "session/session.h"
 #include "settings/settings_store.h"
 

@@ -10,7 +10,7 @@
 #include "base/letter_case.h"
 #include "core/fakes/fake_platform.h"
 #include "grid/column_relation.h"
-#include "session/database_port.h"
+#include "session/ports/database_port.h"
 
 namespace brenvik::fuzz {
 

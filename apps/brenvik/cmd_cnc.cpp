@@ -8,9 +8,9 @@
 
 #include "base/letter_case.h"
 #include "base/text.h"
+#include "cnc/part/run_state.h"
 #include "cnc/proof/run_proof.h"
-#include "cnc/run_set_up.h"
-#include "cnc/run_state.h"
+#include "cnc/run/run_set_up.h"
 #include "command_line.h"
 #include "console/console_dialogs.h"
 #include "export/frm_export.h"
@@ -21,8 +21,8 @@
 #include "output_folder.h"
 #include "run_dialogs.h"
 #include "run_teller.h"
-#include "session/brenvik_class.h"
-#include "session/target_drivers.h"
+#include "session/library/brenvik_class.h"
+#include "session/library/target_drivers.h"
 #include "shell_word.h"
 #include "workplace.h"
 

@@ -12,7 +12,7 @@
 #include "grid_session.h"
 #include "output_folder.h"
 #include "run_dialogs.h"
-#include "session/brenvik_class.h"
+#include "session/library/brenvik_class.h"
 #include "tools/part_export.h"
 #include "tools/part_export_files.h"
 #include "workplace.h"

@@ -14,7 +14,7 @@
 
 #include "base/failure.h"
 #include "base/text.h"
-#include "session/command_table.h"
+#include "session/library/command_table.h"
 
 namespace brenvik::app {
 

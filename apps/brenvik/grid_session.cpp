@@ -10,7 +10,7 @@
 #include "given_material.h"
 #include "parts/dropped_parts.h"
 #include "parts/part_trouble.h"
-#include "session/brenvik_class.h"
+#include "session/library/brenvik_class.h"
 
 namespace brenvik::app {
 

@@ -5,7 +5,7 @@
 #include <span>
 #include <string_view>
 
-#include "session/command_table.h"
+#include "session/library/command_table.h"
 
 namespace brenvik::app {
 

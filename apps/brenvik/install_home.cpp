@@ -6,7 +6,7 @@
 
 #include "base/numbers.h"
 #include "install_files.h"
-#include "session/database_port.h"
+#include "session/ports/database_port.h"
 
 namespace brenvik::app {
 

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "session/files_port.h"
+#include "session/ports/files_port.h"
 #include "settings/settings_store.h"
 
 namespace brenvik {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "session/database_port.h"
+#include "session/ports/database_port.h"
 
 namespace brenvik::app {
 

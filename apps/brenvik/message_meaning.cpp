@@ -5,7 +5,7 @@
 #include <array>
 #include <string_view>
 
-#include "cnc/run_set_up.h"
+#include "cnc/run/run_set_up.h"
 #include "tools/part_export.h"
 
 namespace brenvik::app {

@@ -1,7 +1,7 @@
 // What a message box means to a program that has nobody in front of it.
 #pragma once
 
-#include "session/dialog_port.h"
+#include "session/ports/dialog_port.h"
 
 namespace brenvik::app {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "cnc/run_report.h"
+#include "cnc/part/run_report.h"
 #include "teller.h"
 
 namespace brenvik::app {

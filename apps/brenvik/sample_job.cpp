@@ -14,7 +14,7 @@
 #include "parts/mautocad.h"
 #include "parts/part_table.h"
 #include "sample_data.h"
-#include "session/host_interface.h"
+#include "session/ports/host_interface.h"
 #include "workpiece.h"
 
 namespace brenvik::app {

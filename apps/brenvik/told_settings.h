@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "base/letter_case.h"
-#include "session/settings_port.h"
+#include "session/ports/settings_port.h"
 
 namespace brenvik::app {
 

@@ -2,7 +2,7 @@
 #include "typed_commands.h"
 
 #include "base/text.h"
-#include "session/brenvik_class.h"
+#include "session/library/brenvik_class.h"
 
 namespace brenvik::app {
 

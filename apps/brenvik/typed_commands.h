@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "drafting_host/command/host_command_line.h"
-#include "session/command_table.h"
+#include "session/library/command_table.h"
 
 namespace brenvik::app {
 

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "session/host_interface.h"
+#include "session/ports/host_interface.h"
 
 namespace brenvik::app {
 

@@ -4,7 +4,7 @@
 
 #include <ostream>
 
-#include "session/dialog_port.h"
+#include "session/ports/dialog_port.h"
 
 namespace brenvik {
 

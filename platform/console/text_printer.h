@@ -5,7 +5,7 @@
 #include <ostream>
 #include <string>
 
-#include "session/dialog_port.h"
+#include "session/ports/dialog_port.h"
 
 namespace brenvik {
 

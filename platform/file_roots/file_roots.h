@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "file_roots/work_folder.h"
-#include "session/files_port.h"
+#include "session/ports/files_port.h"
 
 namespace brenvik {
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "session/dialog_port.h"
+#include "session/ports/dialog_port.h"
 
 namespace brenvik {
 

@@ -10,7 +10,7 @@
 #include "journal/journal_controls.h"
 #include "journal/journal_failure.h"
 #include "journal/journal_lookup.h"
-#include "session/host_interface.h"
+#include "session/ports/host_interface.h"
 
 namespace brenvik {
 

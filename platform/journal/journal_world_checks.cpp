@@ -11,9 +11,9 @@
 #include "journal/journal_lookup.h"
 #include "journal/session_values.h"
 #include "parts/part_table.h"
-#include "session/files_port.h"
-#include "session/host_interface.h"
-#include "session/settings_port.h"
+#include "session/ports/files_port.h"
+#include "session/ports/host_interface.h"
+#include "session/ports/settings_port.h"
 
 namespace brenvik {
 

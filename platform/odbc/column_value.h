@@ -3,7 +3,7 @@
 
 #include "odbc/api.h"
 #include "odbc/field_types.h"
-#include "session/database_port.h"
+#include "session/ports/database_port.h"
 
 namespace brenvik::odbc {
 

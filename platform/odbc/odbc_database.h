@@ -7,7 +7,7 @@
 #include <memory>
 #include <string_view>
 
-#include "session/export_database_port.h"
+#include "session/ports/export_database_port.h"
 
 namespace brenvik {
 

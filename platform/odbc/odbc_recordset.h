@@ -8,7 +8,7 @@
 
 #include "odbc/api.h"
 #include "odbc/field_types.h"
-#include "session/export_database_port.h"
+#include "session/ports/export_database_port.h"
 
 namespace brenvik::odbc {
 

@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "part_table/file_identity.h"
-#include "session/file_claimer.h"
+#include "session/ports/file_claimer.h"
 
 namespace brenvik::part_table {
 

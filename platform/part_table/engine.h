@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "part_table/file_identity.h"
-#include "session/database_port.h"
-#include "session/whole_file_writer.h"
+#include "session/ports/database_port.h"
+#include "session/ports/whole_file_writer.h"
 
 struct sqlite3;
 struct sqlite3_stmt;

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "base/failure.h"
-#include "session/database_failures.h"
+#include "session/ports/database_failures.h"
 
 namespace brenvik::part_table {
 

@@ -7,9 +7,9 @@
 #include <memory>
 #include <string_view>
 
-#include "session/database_port.h"
-#include "session/file_claimer.h"
-#include "session/whole_file_writer.h"
+#include "session/ports/database_port.h"
+#include "session/ports/file_claimer.h"
+#include "session/ports/whole_file_writer.h"
 
 namespace brenvik {
 

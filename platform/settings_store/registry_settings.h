@@ -1,7 +1,7 @@
 // The settings store in the Windows registry, where it has always been. Built on Windows only.
 #pragma once
 
-#include "session/settings_port.h"
+#include "session/ports/settings_port.h"
 
 namespace brenvik {
 

@@ -8,8 +8,8 @@
 #include <optional>
 #include <string_view>
 
-#include "session/settings_port.h"
-#include "session/whole_file_writer.h"
+#include "session/ports/settings_port.h"
+#include "session/ports/whole_file_writer.h"
 #include "settings_store/settings_text.h"
 
 namespace brenvik {

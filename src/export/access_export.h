@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "export/adjustments.h"
-#include "session/export_database_port.h"
+#include "session/ports/export_database_port.h"
 
 namespace brenvik {
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "base/letter_case.h"
-#include "session/database_port.h"
+#include "session/ports/database_port.h"
 
 namespace brenvik {
 

@@ -16,10 +16,10 @@
 #include "parts/part_data_faults.h"
 #include "parts/part_table.h"
 #include "parts/part_trouble.h"
-#include "session/host_interface.h"
-#include "session/measuring_port.h"
+#include "session/ports/host_interface.h"
+#include "session/ports/measuring_port.h"
+#include "session/ports/shape_marks.h"
 #include "session/session.h"
-#include "session/shape_marks.h"
 
 namespace brenvik {
 

@@ -16,9 +16,9 @@
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
 #include "query/frm_new_sort.h"
-#include "session/files_port.h"
 #include "session/message.h"
 #include "session/module_state.h"
+#include "session/ports/files_port.h"
 #include "session/session.h"
 #include "session/text_files.h"
 

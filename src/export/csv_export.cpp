@@ -13,9 +13,9 @@
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
 #include "parts/part_trouble.h"
-#include "session/dialog_port.h"
-#include "session/files_port.h"
 #include "session/message.h"
+#include "session/ports/dialog_port.h"
+#include "session/ports/files_port.h"
 #include "session/session.h"
 
 namespace brenvik {

@@ -7,7 +7,7 @@
 
 #include "export/adjustments.h"
 #include "export/export_cells.h"
-#include "session/database_port.h"
+#include "session/ports/database_port.h"
 
 namespace brenvik {
 

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "session/dialog_port.h"
+#include "session/ports/dialog_port.h"
 
 namespace brenvik {
 

@@ -17,9 +17,9 @@
 #include "grid/column_relation.h"
 #include "grid/frm_main.h"
 #include "grid/mod4spread.h"
-#include "session/dialog_port.h"
 #include "session/message.h"
 #include "session/module_state.h"
+#include "session/ports/dialog_port.h"
 #include "session/session.h"
 #include "session/text_files.h"
 

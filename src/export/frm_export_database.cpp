@@ -5,9 +5,9 @@
 
 #include "base/skip.h"
 #include "export/frm_export.h"
-#include "session/dialog_port.h"
-#include "session/files_port.h"
 #include "session/message.h"
+#include "session/ports/dialog_port.h"
+#include "session/ports/files_port.h"
 #include "session/session.h"
 
 namespace brenvik {

@@ -1,9 +1,9 @@
 // The login dialog.
 #include "export/frm_login.h"
 
-#include "session/dialog_port.h"
 #include "session/message.h"
 #include "session/module_state.h"
+#include "session/ports/dialog_port.h"
 #include "session/session.h"
 
 namespace brenvik {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "session/database_port.h"
+#include "session/ports/database_port.h"
 
 namespace brenvik {
 

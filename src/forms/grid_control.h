@@ -13,7 +13,7 @@
 
 #include "base/failure.h"
 #include "forms/control.h"
-#include "session/database_port.h"
+#include "session/ports/database_port.h"
 
 namespace brenvik {
 

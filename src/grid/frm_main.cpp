@@ -9,6 +9,7 @@
 #include "grid/column_relation.h"
 #include "grid/grid_actions.h"
 #include "grid/grid_columns.h"
+#include "grid/grid_settings.h"
 #include "parts/mautocad.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
@@ -16,7 +17,6 @@
 #include "query/grid_query.h"
 #include "session/message.h"
 #include "session/session.h"
-#include "settings/grid_settings.h"
 
 namespace brenvik {
 

@@ -15,8 +15,8 @@
 #include "parts/mautocad.h"
 #include "parts/part_table.h"
 #include "parts/part_trouble.h"
-#include "session/host_interface.h"
 #include "session/message.h"
+#include "session/ports/host_interface.h"
 
 namespace brenvik {
 

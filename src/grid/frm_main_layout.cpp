@@ -8,7 +8,7 @@
 #include "grid/frm_main.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
-#include "session/dialog_port.h"
+#include "session/ports/dialog_port.h"
 #include "session/session.h"
 
 namespace brenvik {

@@ -1,7 +1,7 @@
 // Printing the grid.
 #pragma once
 
-#include "session/dialog_port.h"
+#include "session/ports/dialog_port.h"
 
 namespace brenvik {
 

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "session/dialog_port.h"
 #include "session/message.h"
+#include "session/ports/dialog_port.h"
 #include "session/session.h"
 
 namespace brenvik {

@@ -3,7 +3,7 @@
 
 #include "base/numbers.h"
 #include "base/skip.h"
-#include "session/host_interface.h"
+#include "session/ports/host_interface.h"
 #include "session/session.h"
 
 namespace brenvik::mAutoCAD {

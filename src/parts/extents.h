@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "parts/orie_update.h"
-#include "session/measuring_port.h"
+#include "session/ports/measuring_port.h"
 
 namespace brenvik {
 

@@ -14,8 +14,8 @@
 #include "parts/mautocad.h"
 #include "parts/orie_update.h"
 #include "parts/part_data_faults.h"
-#include "session/host_interface.h"
 #include "session/module_state.h"
+#include "session/ports/host_interface.h"
 #include "session/session.h"
 #include "settings/settings_store.h"
 

@@ -4,7 +4,7 @@
 #include "base/failure.h"
 #include "base/letter_case.h"
 #include "base/text.h"
-#include "session/files_port.h"
+#include "session/ports/files_port.h"
 #include "session/session.h"
 #include "settings/settings_store.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "session/database_port.h"
+#include "session/ports/database_port.h"
 
 namespace brenvik::mDatabase {
 

@@ -6,8 +6,8 @@
 #include "base/number_text.h"
 #include "base/skip.h"
 #include "parts/mautocad.h"
-#include "session/host_interface.h"
 #include "session/message.h"
+#include "session/ports/host_interface.h"
 #include "session/session.h"
 
 namespace brenvik::mAutoCAD {

@@ -26,9 +26,9 @@
 #include "parts/part_table.h"
 #include "parts/part_trouble.h"
 #include "parts/statement_quotes.h"
-#include "session/database_failures.h"
-#include "session/host_interface.h"
 #include "session/message.h"
+#include "session/ports/database_failures.h"
+#include "session/ports/host_interface.h"
 #include "session/session.h"
 #include "settings/settings_store.h"
 

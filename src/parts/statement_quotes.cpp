@@ -5,7 +5,7 @@
 #include <string>
 
 #include "base/failure.h"
-#include "session/database_failures.h"
+#include "session/ports/database_failures.h"
 
 namespace brenvik {
 

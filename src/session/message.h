@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "base/failure.h"
-#include "session/dialog_port.h"
+#include "session/ports/dialog_port.h"
 
 namespace brenvik {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "session/dialog_port.h"
+#include "session/ports/dialog_port.h"
 
 namespace brenvik {
 

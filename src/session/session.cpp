@@ -8,8 +8,8 @@
 #include "base/invariant.h"
 #include "grid/frm_main.h"
 #include "parts/part_table.h"
-#include "session/database_port.h"
 #include "session/module_state.h"
+#include "session/ports/database_port.h"
 
 namespace brenvik {
 

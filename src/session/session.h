@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "session/platform.h"
+#include "session/ports/platform.h"
 
 namespace brenvik {
 

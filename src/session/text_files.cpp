@@ -2,7 +2,7 @@
 #include "session/text_files.h"
 
 #include "base/text_lines.h"
-#include "session/files_port.h"
+#include "session/ports/files_port.h"
 #include "session/session.h"
 
 namespace brenvik {

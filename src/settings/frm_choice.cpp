@@ -5,9 +5,9 @@
 
 #include "base/number_text.h"
 #include "base/skip.h"
-#include "session/dialog_port.h"
 #include "session/message.h"
 #include "session/module_state.h"
+#include "session/ports/dialog_port.h"
 #include "session/session.h"
 #include "settings/frm_choicetherm.h"
 

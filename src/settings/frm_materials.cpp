@@ -7,10 +7,10 @@
 #include "base/skip.h"
 #include "base/text.h"
 #include "base/text_lines.h"
-#include "session/dialog_port.h"
-#include "session/files_port.h"
 #include "session/message.h"
 #include "session/module_state.h"
+#include "session/ports/dialog_port.h"
+#include "session/ports/files_port.h"
 #include "session/session.h"
 
 namespace brenvik {

@@ -12,7 +12,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "base/utf8.h"
-#include "session/files_port.h"
+#include "session/ports/files_port.h"
 #include "session/session.h"
 
 namespace brenvik {

@@ -14,7 +14,7 @@
 #include "base/text.h"
 #include "base/text_lines.h"
 #include "base/utf8.h"
-#include "session/files_port.h"
+#include "session/ports/files_port.h"
 #include "session/session.h"
 #include "session/text_files.h"
 #include "settings/material_faults.h"

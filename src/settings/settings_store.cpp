@@ -6,8 +6,8 @@
 #include "base/failure.h"
 #include "base/letter_case.h"
 #include "base/numbers.h"
+#include "session/ports/settings_port.h"
 #include "session/session.h"
-#include "session/settings_port.h"
 #include "settings/settings_keys.h"
 
 namespace brenvik {

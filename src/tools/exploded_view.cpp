@@ -1,6 +1,6 @@
 // The exploded view: parts move away from the world origin, or towards it, and stay whole.
 #include "base/skip.h"
-#include "cnc/drawing_walk.h"
+#include "cnc/drawing/drawing_walk.h"
 #include "session/session.h"
 #include "tools/drawing_tools.h"
 

@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "base/skip.h"
-#include "cnc/drawing_walk.h"
+#include "cnc/drawing/drawing_walk.h"
 #include "session/session.h"
 #include "tools/drawing_tools.h"
 

@@ -9,7 +9,7 @@
 #include "base/number_text.h"
 #include "base/skip.h"
 #include "base/text.h"
-#include "session/files_port.h"
+#include "session/ports/files_port.h"
 #include "session/session.h"
 
 namespace brenvik {

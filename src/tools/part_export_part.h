@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "cnc/run_state.h"
+#include "cnc/part/run_state.h"
 
 namespace brenvik {
 

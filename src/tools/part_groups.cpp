@@ -6,7 +6,7 @@
 #include "base/letter_case.h"
 #include "base/skip.h"
 #include "base/wildcard.h"
-#include "cnc/drawing_walk.h"
+#include "cnc/drawing/drawing_walk.h"
 #include "parts/mautocad.h"
 #include "session/session.h"
 #include "tools/drawing_tools.h"

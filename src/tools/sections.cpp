@@ -12,7 +12,7 @@
 #include "base/number_text.h"
 #include "base/skip.h"
 #include "base/text.h"
-#include "cnc/drawing_walk.h"
+#include "cnc/drawing/drawing_walk.h"
 #include "session/session.h"
 #include "tools/drawing_tools.h"
 

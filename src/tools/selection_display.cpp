@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "base/skip.h"
-#include "cnc/drawing_walk.h"
+#include "cnc/drawing/drawing_walk.h"
 #include "session/message.h"
 #include "session/session.h"
 #include "tools/drawing_tools.h"

@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "boards.h"
-#include "cnc/run_set_up.h"
+#include "cnc/run/run_set_up.h"
 #include "program.h"
 
 namespace brenvik::cli_test {

@@ -1,6 +1,6 @@
 // What the program says about itself, and how it takes wrong words.
 #include "program.h"
-#include "session/command_table.h"
+#include "session/library/command_table.h"
 
 namespace brenvik::cli_test {
 namespace {

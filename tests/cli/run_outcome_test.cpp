@@ -1,6 +1,6 @@
 // What a journal's run came to: its exit status, and what it tells of the CNC runs in it.
 #include "checkout_paths.h"
-#include "cnc/run_set_up.h"
+#include "cnc/run/run_set_up.h"
 #include "program.h"
 
 namespace brenvik::cli_test {

@@ -1,8 +1,8 @@
 // The search for edges and for the side that is up, on lines drawn for the purpose, and the drawing that a
 // part's way goes on in.
-#include "cnc/alignment_edges.h"
 #include "cnc/alignment_fixture.h"
-#include "cnc/alignment_top.h"
+#include "cnc/laying/alignment_edges.h"
+#include "cnc/laying/alignment_top.h"
 
 namespace brenvik {
 namespace {

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "cnc/cnc_fixture.h"
-#include "cnc/orientation.h"
-#include "cnc/part_steps.h"
+#include "cnc/laying/orientation.h"
+#include "cnc/run/part_steps.h"
 
 namespace brenvik {
 

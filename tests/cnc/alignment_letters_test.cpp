@@ -1,7 +1,7 @@
 // Sizes and letters without a drawing: which size each letter names, and rounding that turns don't upset.
 #include <gtest/gtest.h>
 
-#include "cnc/orientation.h"
+#include "cnc/laying/orientation.h"
 
 namespace brenvik {
 namespace {

@@ -1,9 +1,9 @@
 // The rules of laying flat one by one: faces and edges, messages, letters, which side is up, and what the
 // written drawing holds.
-#include "cnc/alignment_edges.h"
-#include "cnc/alignment_faces.h"
 #include "cnc/alignment_fixture.h"
-#include "cnc/alignment_top.h"
+#include "cnc/laying/alignment_edges.h"
+#include "cnc/laying/alignment_faces.h"
+#include "cnc/laying/alignment_top.h"
 
 namespace brenvik {
 namespace {

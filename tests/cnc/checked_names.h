@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "cnc/cnc_fixture.h"
-#include "cnc/target.h"
+#include "cnc/part/target.h"
 
 namespace brenvik {
 

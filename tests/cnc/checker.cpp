@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "cnc/checked_names.h"
-#include "cnc/part_steps.h"
+#include "cnc/run/part_steps.h"
 
 namespace brenvik {
 

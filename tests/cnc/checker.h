@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "cnc/cnc_fixture.h"
-#include "cnc/runs.h"
+#include "cnc/run/runs.h"
 
 namespace brenvik {
 

@@ -2,8 +2,8 @@
 #include <algorithm>
 
 #include "cnc/cnc_fixture.h"
-#include "cnc/part_steps.h"
-#include "cnc/target_table.h"
+#include "cnc/run/part_steps.h"
+#include "cnc/targets/target_table.h"
 
 namespace brenvik {
 namespace {

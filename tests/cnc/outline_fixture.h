@@ -11,7 +11,7 @@
 
 #include "base/number_text.h"
 #include "cnc/cnc_fixture.h"
-#include "cnc/part_steps.h"
+#include "cnc/run/part_steps.h"
 
 namespace brenvik {
 

@@ -1,7 +1,7 @@
 // The part-per-file export: a drawing for each solid, named and turned by its data, on its material's layer.
 #include "tools/part_export.h"
 #include "cnc/alignment_fixture.h"
-#include "session/brenvik_class.h"
+#include "session/library/brenvik_class.h"
 #include "support/ezdxf_audit.h"
 #include "tools/part_export_files.h"
 

@@ -1,7 +1,7 @@
 // Pockets that a through route meets, on the first pass and on the second.
+#include "cnc/outline/pockets.h"
+#include "cnc/outline/through_circles.h"
 #include "cnc/outline_fixture.h"
-#include "cnc/pockets.h"
-#include "cnc/through_circles.h"
 
 namespace brenvik {
 namespace {

@@ -1,5 +1,5 @@
 // The way a polyline runs, its sides and its footprint.
-#include "cnc/polyline_shape.h"
+#include "cnc/drawing/polyline_shape.h"
 
 #include "cnc/cnc_fixture.h"
 

@@ -1,7 +1,7 @@
 // The order of the recognisers, and what ends the work on a part between them.
 #include "cnc/cnc_fixture.h"
-#include "cnc/part_steps.h"
-#include "cnc/target_table.h"
+#include "cnc/run/part_steps.h"
+#include "cnc/targets/target_table.h"
 
 namespace brenvik {
 namespace {

@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "base/numbers.h"
+#include "cnc/drawing/work_layers.h"
 #include "cnc/recognition_fixture.h"
-#include "cnc/target_table.h"
-#include "cnc/work_layers.h"
+#include "cnc/targets/target_table.h"
 
 namespace brenvik {
 namespace {

@@ -7,9 +7,9 @@
 #include <random>
 #include <vector>
 
-#include "cnc/circle_sorting.h"
-#include "cnc/circular_routes.h"
 #include "cnc/cnc_fixture.h"
+#include "cnc/sorting/circle_sorting.h"
+#include "cnc/sorting/circular_routes.h"
 
 namespace brenvik {
 

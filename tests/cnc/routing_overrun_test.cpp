@@ -1,8 +1,8 @@
 // Corners that meet the edge of a part run off it.
-#include "cnc/routing_overrun.h"
+#include "cnc/routes/routing_overrun.h"
 
 #include "cnc/cnc_fixture.h"
-#include "cnc/polyline_shape.h"
+#include "cnc/drawing/polyline_shape.h"
 
 namespace brenvik {
 namespace {

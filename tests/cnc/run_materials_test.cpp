@@ -1,6 +1,6 @@
 // Runs on material libraries as shops have them: edited by hand, cut off, in the code page of an old system.
 #include "cnc/cnc_fixture.h"
-#include "cnc/runs.h"
+#include "cnc/run/runs.h"
 
 namespace brenvik {
 namespace {

@@ -1,8 +1,8 @@
 // Names that people type, on their way into file names, layer names and lists.
 #include "base/utf8.h"
 #include "cnc/cnc_fixture.h"
-#include "cnc/part_steps.h"
-#include "cnc/runs.h"
+#include "cnc/run/part_steps.h"
+#include "cnc/run/runs.h"
 
 namespace brenvik {
 namespace {

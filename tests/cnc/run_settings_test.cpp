@@ -1,6 +1,6 @@
 // The switches and numbers of the settings dialog that decide what a run writes.
 #include "cnc/cnc_fixture.h"
-#include "cnc/runs.h"
+#include "cnc/run/runs.h"
 
 namespace brenvik {
 namespace {

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "cnc/cnc_fixture.h"
-#include "cnc/runs.h"
-#include "cnc/target_table.h"
+#include "cnc/run/runs.h"
+#include "cnc/targets/target_table.h"
 
 namespace brenvik {
 namespace {

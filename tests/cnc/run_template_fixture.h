@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "cnc/cnc_fixture.h"
-#include "cnc/run_set_up.h"
-#include "cnc/run_template.h"
+#include "cnc/run/run_set_up.h"
+#include "cnc/run/run_template.h"
 
 namespace brenvik {
 

@@ -1,6 +1,6 @@
 // Circles, arcs and lines on the work layers that their place and their normals call for.
-#include "cnc/edge_sorting.h"
 #include "cnc/round_bores.h"
+#include "cnc/sorting/edge_sorting.h"
 
 namespace brenvik {
 namespace {

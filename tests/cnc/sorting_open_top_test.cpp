@@ -1,5 +1,5 @@
 // The trial cut above and below a contour.
-#include "cnc/open_top.h"
+#include "cnc/part/open_top.h"
 
 #include "cnc/round_bores.h"
 

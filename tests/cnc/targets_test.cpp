@@ -6,7 +6,7 @@
 
 #include "base/numbers.h"
 #include "cnc/recognition_fixture.h"
-#include "cnc/target_table.h"
+#include "cnc/targets/target_table.h"
 
 namespace brenvik {
 namespace {

@@ -1,7 +1,7 @@
 // Tongues that stand out from the edges of a part get room for the cutter at their tips.
 #include "cnc/cnc_fixture.h"
-#include "cnc/part_steps.h"
-#include "cnc/tongue_leads.h"
+#include "cnc/outline/tongue_leads.h"
+#include "cnc/run/part_steps.h"
 
 namespace brenvik {
 namespace {

@@ -1,6 +1,6 @@
 // Drilled holes of whole parts, laid askew and run as a user runs them.
 #include "cnc/checker.h"
-#include "cnc/target_table.h"
+#include "cnc/targets/target_table.h"
 
 namespace brenvik {
 namespace {

@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "cnc/cnc_fixture.h"
-#include "cnc/part_steps.h"
+#include "cnc/run/part_steps.h"
 
 namespace brenvik {
 namespace {

@@ -9,9 +9,9 @@
 #include "forms/grid_control.h"
 #include "journal/journal_failure.h"
 #include "journal/journal_parser.h"
-#include "session/files_port.h"
 #include "session/message_text.h"
-#include "session/settings_port.h"
+#include "session/ports/files_port.h"
+#include "session/ports/settings_port.h"
 
 namespace brenvik {
 namespace {

@@ -10,11 +10,11 @@
 #include "forms/form.h"
 #include "grid/frm_main.h"
 #include "query/list_options.h"
-#include "session/dialog_port.h"
-#include "session/files_port.h"
-#include "session/measuring_port.h"
+#include "session/ports/dialog_port.h"
+#include "session/ports/files_port.h"
+#include "session/ports/measuring_port.h"
+#include "session/ports/settings_port.h"
 #include "session/session.h"
-#include "session/settings_port.h"
 #include "table_fixture.h"
 
 namespace brenvik {

@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "session/host_interface.h"
+#include "session/ports/host_interface.h"
 
 namespace brenvik {
 

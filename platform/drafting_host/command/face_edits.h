@@ -7,7 +7,7 @@
 #include <TopoDS_Shape.hxx>
 #include <span>
 
-#include "session/host_interface.h"
+#include "session/ports/host_interface.h"
 
 namespace brenvik {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "drafting_host/command/asking.h"
-#include "session/host_interface.h"
+#include "session/ports/host_interface.h"
 
 namespace brenvik {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "session/host_interface.h"
+#include "session/ports/host_interface.h"
 
 namespace brenvik {
 

@@ -11,9 +11,9 @@
 #include "drafting_host/document/drawing_files.h"
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/document/written_drawings.h"
-#include "session/measuring_port.h"
-#include "session/section_port.h"
-#include "session/whole_file_writer.h"
+#include "session/ports/measuring_port.h"
+#include "session/ports/section_port.h"
+#include "session/ports/whole_file_writer.h"
 
 namespace brenvik {
 

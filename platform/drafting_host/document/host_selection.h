@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "drafting_host/document/entity_list.h"
-#include "session/host_interface.h"
+#include "session/ports/host_interface.h"
 
 namespace brenvik {
 

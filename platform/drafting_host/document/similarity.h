@@ -7,7 +7,7 @@
 #include <array>
 #include <gp_Trsf.hxx>
 
-#include "session/host_interface.h"
+#include "session/ports/host_interface.h"
 
 namespace brenvik {
 

@@ -8,7 +8,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "session/host_interface.h"
+#include "session/ports/host_interface.h"
 
 namespace brenvik::vectors {
 

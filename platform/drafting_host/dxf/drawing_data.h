@@ -13,7 +13,7 @@
 #include <variant>
 #include <vector>
 
-#include "session/host_interface.h"
+#include "session/ports/host_interface.h"
 
 namespace brenvik {
 

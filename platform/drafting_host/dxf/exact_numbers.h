@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "base/noise.h"
-#include "session/host_interface.h"
+#include "session/ports/host_interface.h"
 
 namespace brenvik {
 

@@ -3,7 +3,7 @@
 
 #include <TopoDS_Shape.hxx>
 
-#include "session/shape_marks.h"
+#include "session/ports/shape_marks.h"
 
 namespace brenvik::solids {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "cnc/horizontal_boring_names.h"
-#include "cnc/target.h"
+#include "cnc/part/target.h"
+#include "cnc/targets/horizontal_boring_names.h"
 
 namespace brenvik {
 

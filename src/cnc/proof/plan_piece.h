@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-#include "session/section_port.h"
+#include "session/ports/section_port.h"
 
 namespace brenvik {
 

@@ -8,10 +8,10 @@
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/skip.h"
-#include "cnc/drawing_walk.h"
-#include "cnc/run_state.h"
+#include "cnc/drawing/drawing_walk.h"
+#include "cnc/part/run_state.h"
 #include "session/module_state.h"
-#include "session/platform.h"
+#include "session/ports/platform.h"
 #include "session/session.h"
 #include "settings/settings_store.h"
 

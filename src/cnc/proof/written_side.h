@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "cnc/proof/operation_names.h"
-#include "session/host_interface.h"
-#include "session/section_port.h"
+#include "session/ports/host_interface.h"
+#include "session/ports/section_port.h"
 
 namespace brenvik {
 

@@ -4,8 +4,8 @@
 #include <array>
 #include <string>
 
-#include "cnc/horizontal_boring_names.h"
-#include "cnc/run_state.h"
+#include "cnc/part/run_state.h"
+#include "cnc/targets/horizontal_boring_names.h"
 
 namespace brenvik {
 namespace {

@@ -4,8 +4,8 @@
 #include <array>
 #include <string>
 
-#include "cnc/run_state.h"
-#include "cnc/vertical_drilling_names.h"
+#include "cnc/part/run_state.h"
+#include "cnc/targets/vertical_drilling_names.h"
 
 namespace brenvik {
 namespace {

@@ -1,9 +1,9 @@
 // What each target calls paths and sheets, for runs in millimetres and in inches.
-#include "cnc/target_table.h"
+#include "cnc/targets/target_table.h"
 
 #include <gtest/gtest.h>
 
-#include "cnc/run_state.h"
+#include "cnc/part/run_state.h"
 
 namespace brenvik {
 namespace {

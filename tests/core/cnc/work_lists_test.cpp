@@ -1,7 +1,7 @@
 // The lists of the CAM packages, byte for byte.
 #include <gtest/gtest.h>
 
-#include "cnc/part_steps.h"
+#include "cnc/run/part_steps.h"
 #include "core/fakes/fake_platform.h"
 
 namespace brenvik {

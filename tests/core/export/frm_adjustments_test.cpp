@@ -5,8 +5,8 @@
 
 #include "core/export/export_fixture.h"
 #include "export/adjustments.h"
-#include "session/brenvik_class.h"
-#include "session/command_table.h"
+#include "session/library/brenvik_class.h"
+#include "session/library/command_table.h"
 
 namespace brenvik {
 namespace {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "base/failure.h"
-#include "session/database_port.h"
+#include "session/ports/database_port.h"
 
 namespace brenvik::fakes {
 

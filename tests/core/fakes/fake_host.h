@@ -12,7 +12,7 @@
 
 #include "base/failure.h"
 #include "base/letter_case.h"
-#include "session/host_interface.h"
+#include "session/ports/host_interface.h"
 
 namespace brenvik::fakes {
 

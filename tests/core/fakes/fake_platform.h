@@ -13,11 +13,11 @@
 #include "core/fakes/fake_database.h"
 #include "core/fakes/fake_host.h"
 #include "forms/form.h"
-#include "session/dialog_port.h"
-#include "session/files_port.h"
-#include "session/measuring_port.h"
+#include "session/ports/dialog_port.h"
+#include "session/ports/files_port.h"
+#include "session/ports/measuring_port.h"
+#include "session/ports/settings_port.h"
 #include "session/session.h"
-#include "session/settings_port.h"
 #include "settings/settings_keys.h"
 
 namespace brenvik::fakes {

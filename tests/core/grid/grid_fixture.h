@@ -10,7 +10,7 @@
 #include "base/number_text.h"
 #include "core/fakes/fake_platform.h"
 #include "grid/frm_main.h"
-#include "session/brenvik_class.h"
+#include "session/library/brenvik_class.h"
 
 namespace brenvik {
 

@@ -1,16 +1,16 @@
 // The public class: its methods, how they begin, and the road of Show.
-#include "session/brenvik_class.h"
+#include "session/library/brenvik_class.h"
 
 #include <gtest/gtest.h>
 
 #include <set>
 
 #include "base/text.h"
-#include "cnc/run_set_up.h"
+#include "cnc/run/run_set_up.h"
 #include "core/fakes/fake_platform.h"
 #include "grid/frm_main.h"
-#include "session/commands.h"
-#include "session/target_drivers.h"
+#include "session/library/commands.h"
+#include "session/library/target_drivers.h"
 
 namespace brenvik {
 namespace {

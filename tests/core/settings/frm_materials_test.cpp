@@ -3,7 +3,7 @@
 
 #include "base/failure.h"
 #include "core/settings/material_fixture.h"
-#include "session/brenvik_class.h"
+#include "session/library/brenvik_class.h"
 #include "session/module_state.h"
 
 namespace brenvik {

@@ -1,5 +1,5 @@
 // What the grid form keeps between its openings.
-#include "settings/grid_settings.h"
+#include "grid/grid_settings.h"
 
 #include <gtest/gtest.h>
 

@@ -6,9 +6,9 @@
 #include <cmath>
 
 #include "base/numbers.h"
-#include "cnc/run_state.h"
-#include "cnc/target_table.h"
-#include "cnc/vertical_drilling_names.h"
+#include "cnc/part/run_state.h"
+#include "cnc/targets/target_table.h"
+#include "cnc/targets/vertical_drilling_names.h"
 
 namespace brenvik {
 namespace {

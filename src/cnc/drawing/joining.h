@@ -1,0 +1,19 @@
+// The host's join command as the outline uses it.
+#pragma once
+
+#include <string_view>
+
+#include "session/ports/host_interface.h"
+
+namespace brenvik {
+
+/// Joins one chain of what stands on unlocked layers: lines and arcs become one polyline.
+inline constexpr std::string_view JoinCommand = "pedit\rall\ry\rj\rall \r\r";
+
+/// How many lines and arcs stand on a layer; stops counting at `most`.
+int CurvesOn(AcadDocument& drawing, std::string_view layer, int most);
+
+/// A closed polyline with an area: three vertices, or two with an arc between them.
+bool IsContour(const AcadLWPolyline& polyline);
+
+}  // namespace brenvik

@@ -1,0 +1,164 @@
+// Lays a part flat. The part is taken apart on a copy: its flat faces become regions, their edges lines. The
+// largest face and its edges tell how to turn the drawing, which carries the solid along.
+#include <variant>
+
+#include "base/failure.h"
+#include "base/letter_case.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/work_layers.h"
+#include "cnc/laying/alignment_edges.h"
+#include "cnc/laying/alignment_faces.h"
+#include "cnc/laying/alignment_top.h"
+#include "cnc/laying/orientation.h"
+#include "cnc/run/part_steps.h"
+#include "parts/mautocad.h"
+#include "session/message.h"
+#include "session/session.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr int RegionCopyColor = 1, CircleHoldColor = 5;
+constexpr std::string_view PartSet = "exploded";
+
+/// The first object of the drawing, which is the part.
+Acad3DSolid& PartOf(AcadDocument& drawing) {
+    AcadBlock& space = drawing.ModelSpace();
+    auto* solid = space.Count() == 0 ? nullptr : dynamic_cast<Acad3DSolid*>(space.Item(0));
+    if (solid == nullptr) throw ObjectNotSet("the part drawing begins with its solid");
+    return *solid;
+}
+
+AcadSelectionSet& SelectAll(AcadDocument& drawing) {
+    AcadSelectionSet& set = FreshSet(drawing, PartSet);
+    set.Select(SelectMode::All);
+    return set;
+}
+
+/// Sets the two faces and a copy of the larger one aside, and explodes all others to their edges; the edges
+/// of the largest stay apart on `Region`.
+void ExplodeFacesToEdges(AcadDocument& drawing, const FlatFaces& faces) {
+    AcadRegion& largest = *faces.LargestRegion.region;
+    AddLayer(drawing, layers::NextBiggestRegion);
+    largest.SetLayer(layers::Region);
+    faces.NextRegion.region->SetLayer(layers::NextBiggestRegion);
+    AddLayer(drawing, layers::RegionCopy, RegionCopyColor);
+    largest.Copy()->SetLayer(layers::RegionCopy);
+    // Where nothing lies against the largest face, it may have been set aside itself; its edges are needed.
+    if (faces.NextRegion.region == &largest) largest.Copy()->SetLayer(layers::Region);
+    LockLayer(drawing, layers::RegionCopy);
+    UnlockLayer(drawing, layers::BrenvikExplode);
+    LockLayer(drawing, layers::NextBiggestRegion);
+    drawing.SendCommand("Explode all  ");
+}
+
+PartStep TellMissingEdge(MissingEdge missing) {
+    switch (missing) {
+        case MissingEdge::Line:
+            ShowMessage("This part does not have a line to work with, so this part will be skipped.");
+            return PartStep::SkipPart;
+        case MissingEdge::ConnectedLine:
+            ShowMessage(
+                "This part does not have a line connected to the endpoint or startpoint of the longest line, "
+                "so exiting now.");
+            return PartStep::EndRun;
+    }
+    return PartStep::SkipPart;
+}
+
+/// What is left of the copy, such as a face's block, falls apart too; then everything can be turned.
+void UnlockForTurning(AcadDocument& drawing) {
+    UnlockLayer(drawing, layers::BrenvikExplode);
+    drawing.SendCommand("Explode all  ");
+    UnlockAllLayers(drawing);
+}
+
+/// Only the direction of the point counts to the host; the two forms of a run have always differed here.
+std::string_view SideOfY(RunForm form) {
+    switch (form) {
+        case RunForm::A:
+            return "0,10000000,0 ";
+        case RunForm::B:
+            return "0,1000,0 ";
+    }
+    return {};
+}
+
+/// False for letters that name no part's sizes, which has been told then. Such a part would lie as nobody has
+/// said, and its depths would be those of another thickness.
+bool TakeSizes(RunState& run, const Acad3DSolid& solid) {
+    const std::optional<std::string> letters = UsableLettersOf(solid);
+    if (!letters) return false;
+    const mAutoCAD::LabelledSizes sizes = TurnByLetters(*run.part, solid, *letters);
+    run.DimL = sizes.length;
+    run.DimW = sizes.width;
+    run.DimT = sizes.thickness;
+    return true;
+}
+
+/// Parts with another material on their third face are worked on from that face.
+bool WorkedFromThirdFace(const Acad3DSolid& solid) {
+    const std::string face = FoldUpper(mAutoCAD::GetPartData(solid.Handle(), "FACE"));
+    return ToInteger(NumberSetting("SpecialMaterial")) == 1 && (IsBlank(face) ? "1" : face) == "3";
+}
+
+/// The face that was down is up now, and the other one is the reference.
+void TurnToSecondSide(AcadDocument& drawing) {
+    TurnOver(drawing);
+    const std::vector<AcadRegion*> first = AllOn<AcadRegion>(drawing, layers::RegionCopy);
+    const std::vector<AcadRegion*> second = AllOn<AcadRegion>(drawing, layers::NextBiggestRegion);
+    for (AcadRegion* region : first) region->SetLayer(layers::NextBiggestRegion);
+    for (AcadRegion* region : second) region->SetLayer(layers::RegionCopy);
+}
+
+void HoldCircles(AcadDocument& drawing) {
+    AddLayer(drawing, layers::circleHold, CircleHoldColor);
+    for (AcadCircle* circle : All<AcadCircle>(drawing)) circle->SetLayer(layers::circleHold);
+}
+
+/// Moves the part's corner to the origin, by way of a drawing that is written from there. The new drawing
+/// is the part drawing from now on.
+void MoveToOrigin(RunState& run, const Acad3DSolid& solid) {
+    MoveOriginToCorner(*run.part, solid);
+    run.part->Wblock(WorkDrawing2, SelectAll(*run.part));
+    run.part->Close(false);
+    run.part = nullptr;
+    run.part = run.app->Documents().Open(WorkDrawing2);
+    TheSession().AcadDoc = run.part;
+    SelectAll(*run.part);
+}
+
+}  // namespace
+
+PartStep AlignPart(RunState& run) {
+    AcadDocument& drawing = *run.part;
+    // Part data are read through the session's drawing.
+    TheSession().AcadDoc = &drawing;
+    Acad3DSolid& solid = PartOf(drawing);
+    ExplodeCopyToFaces(drawing, solid);
+    const std::optional<FlatFaces> faces = FindFaces(drawing);
+    if (!faces) {
+        ShowMessage("This part does not have a flat side to work with, so this part will be skipped.");
+        return PartStep::SkipPart;
+    }
+    ExplodeFacesToEdges(drawing, *faces);
+    const auto edges = FindSquaringPoints(drawing, faces->LargestRegion.normal);
+    if (const auto* missing = std::get_if<MissingEdge>(&edges)) return TellMissingEdge(*missing);
+    UnlockForTurning(drawing);
+    SquareToAxes(drawing, std::get<SquaringPoints>(edges), SideOfY(run.form));
+
+    if (!TakeSizes(run, solid)) return PartStep::SkipPart;
+    BringTopUp(drawing, solid, faces->LargestRegion.area);
+    if (WorkedFromThirdFace(solid)) TurnOver(drawing);
+    if (run.NeedSecondSide == 1) TurnToSecondSide(drawing);
+    LockLayer(drawing, layers::RegionCopy);
+    HoldCircles(drawing);
+    MoveToOrigin(run, solid);
+    return PartStep::GoOn;
+}
+
+}  // namespace brenvik

@@ -1,0 +1,103 @@
+// Cut-outs: the trial cut from above, the bit for the tightest side, and the name.
+#include "cnc/outline/cut_outs.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/polyline_shape.h"
+#include "cnc/drawing/work_layers.h"
+#include "cnc/part/open_top.h"
+#include "cnc/targets/target_table.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr int Decimals = 6;
+constexpr int CutOutColor = 1;
+
+/// Nothing where the modeller can't make a body of the contour, or the trial failed.
+std::optional<OpenTop> TriedFromAbove(RunState& run, AcadLWPolyline& contour) {
+    std::optional<OpenTop> found;
+    Skip([&] { found = OpenToTop(run, contour, Decimals); });
+    if (found == OpenTop::Grown) found.reset();
+    return found;
+}
+
+double ShortestSide(const AcadLWPolyline& contour) {
+    double shortest = 0;
+    bool first = true;
+    for (const double side : SideLengths(contour)) {
+        const double length = RoundHalfEven(side, Decimals);
+        if (first || length < shortest) shortest = length;
+        first = false;
+    }
+    return shortest;
+}
+
+void LeaveForOtherSide(RunState& run, AcadLWPolyline& contour) {
+    contour.Delete();
+    run.NeedSecondSide = 1;
+    if (run.FirstPass()) run.ThroughRouteSeen = 1;
+}
+
+/// Puts the contour on its layer with the tool that is selected now.
+void Name(RunState& run, AcadLWPolyline& contour) {
+    ++run.RouteCount;
+    const std::string layer = RouteLayerName(run, RouteRole::Through, PathKind::RT, ThroughDepth(run));
+    EnsureOperationLayer(run, layer);
+    contour.SetLayer(layer);
+    contour.SetColor(CutOutColor);
+    contour.SetThickness(-ThroughDepth(run));
+    BringToDirection(contour, Clockwise);
+    run.RouteDirection = DirectionOf(contour);
+}
+
+}  // namespace
+
+double ThroughDepth(const RunState& run) { return run.PartThickness + run.SpoilAmount; }
+
+double TopPlane(const RunState& run) { return RoundHalfEven(run.PartBottomZ + run.PartThickness, Decimals); }
+
+PartStep CutOut(RunState& run, AcadLWPolyline& contour) {
+    if (!contour.Closed()) {
+        LeaveForOtherSide(run, contour);
+        return PartStep::GoOn;
+    }
+    const std::optional<OpenTop> above = TriedFromAbove(run, contour);
+    if (!above) {
+        contour.Delete();
+        NotePassedOver(run, "a contour of the part's face makes no body to try the cut with: no operation");
+        return PartStep::GoOn;
+    }
+    if (*above == OpenTop::Covered) {
+        LeaveForOtherSide(run, contour);
+        return PartStep::GoOn;
+    }
+    contour.SetElevation(TopPlane(run));
+    run.RouteDirection = DirectionOf(contour);
+    if (!ChooseThroughContourBit(run.bits, run.Material, run.MaterialKeyText, ShortestSide(contour)))
+        return PartStep::SkipPart;
+    Name(run, contour);
+    return PartStep::GoOn;
+}
+
+PartStep CutOutContours(RunState& run, std::vector<LeftContour>& left) {
+    for (AcadLWPolyline* contour : AllOn<AcadLWPolyline>(*run.part, layers::ThroughxRoute)) {
+        LeftContour seen{contour->Coordinates(), FootprintOf(*contour)};
+        const int routes = run.RouteCount;
+        if (CutOut(run, *contour) == PartStep::SkipPart) return PartStep::SkipPart;
+        if (run.RouteCount == routes) left.push_back(std::move(seen));
+    }
+    return PartStep::GoOn;
+}
+
+void NotePassedOver(RunState& run, std::string_view text) {
+    if (std::ranges::find(run.unexplained, text) == run.unexplained.end()) run.unexplained.emplace_back(text);
+}
+
+}  // namespace brenvik

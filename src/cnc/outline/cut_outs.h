@@ -1,0 +1,36 @@
+// Contours that are cut right through the inside of a part.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "cnc/drawing/polyline_shape.h"
+#include "cnc/part/run_state.h"
+#include "session/ports/host_interface.h"
+
+namespace brenvik {
+
+/// How deep a through path goes: the part's thickness and the spoil board's share.
+double ThroughDepth(const RunState& run);
+
+/// The height of the part's top plane, on which all paths lie.
+double TopPlane(const RunState& run);
+
+/// Makes a path cut through the part of a closed contour: on the top plane, running clockwise, named with
+/// the bit that its shortest side allows. A contour that is open, or has material above it, is deleted and
+/// left for the other side. Skips the part where no bit is chosen, which has been told then.
+PartStep CutOut(RunState& run, AcadLWPolyline& contour);
+
+/// A contour of the kept face that no path was made of, as it lay.
+struct LeftContour {
+    std::vector<double> coordinates;
+    Footprint footprint;
+};
+
+/// The same for every polyline on `ThroughxRoute`, in drawing order. Tells those that were left.
+PartStep CutOutContours(RunState& run, std::vector<LeftContour>& left);
+
+/// Notes something that no operation was made for, once.
+void NotePassedOver(RunState& run, std::string_view text);
+
+}  // namespace brenvik

@@ -1,0 +1,134 @@
+// From the kept face to the outside profile: its boundary joined to contours, the largest of which is the
+// outline and the others cut-outs; then the through circles, and what the pockets make of it all.
+#include <span>
+#include <string>
+#include <vector>
+
+#include "base/numbers.h"
+#include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/joining.h"
+#include "cnc/drawing/polyline_shape.h"
+#include "cnc/drawing/work_layers.h"
+#include "cnc/outline/cut_outs.h"
+#include "cnc/outline/kept_face.h"
+#include "cnc/outline/pockets.h"
+#include "cnc/outline/through_circles.h"
+#include "cnc/outline/true_outline.h"
+#include "cnc/part/part_material.h"
+#include "cnc/run/part_steps.h"
+#include "cnc/targets/target_table.h"
+#include "settings/materials.h"
+
+namespace brenvik {
+
+namespace {
+
+/// Two of it are used up by each chain, so that a face of a hundred chains is joined whole.
+constexpr int JoinBudget = 200;
+constexpr double NoArea = 1e-9;
+
+/// The record may be that of an earlier part up to here; now the part has to have one of its own.
+bool LoadMaterialAnew(RunState& run) {
+    MaterialRecord own;
+    const bool found = TakeMaterial(run, own);
+    run.Material = own;
+    return found;
+}
+
+/// Puts the polyline that the join has made on `RoutingLayer2`, or deletes it where it isn't closed. False
+/// where there is none.
+bool TakeChain(RunState& run) {
+    const std::vector<AcadLWPolyline*> chains = AllOn<AcadLWPolyline>(*run.part, layers::Border);
+    if (chains.empty()) return false;
+    if (chains.front()->Closed()) {
+        chains.front()->SetLayer(layers::RoutingLayer2);
+        return true;
+    }
+    chains.front()->Delete();
+    NotePassedOver(run, "the part's face has a chain of edges that doesn't close: no operation");
+    return true;
+}
+
+void JoinBorder(RunState& run) {
+    AcadDocument& drawing = *run.part;
+    AddLayer(drawing, layers::RoutingLayer2);
+    LockAllLayers(drawing);
+    UnlockLayer(drawing, layers::Border);
+    int budget = JoinBudget;
+    while (true) {
+        const int counted = CurvesOn(drawing, layers::Border, 2);
+        budget -= counted;
+        if (counted < 2 || budget < 0) break;
+        LockLayer(drawing, layers::RoutingLayer2);
+        drawing.SendCommand(JoinCommand);
+        UnlockLayer(drawing, layers::RoutingLayer2);
+        if (!TakeChain(run)) break;
+    }
+    if (CurvesOn(drawing, layers::Border, 1) > 0)
+        NotePassedOver(run, "the part's face has edges that were not joined: no operation");
+}
+
+/// The largest contour is the outline, and stays; the others go to `ThroughxRoute`. Nothing where the face
+/// gave no contour.
+AcadLWPolyline* SortContours(AcadDocument& drawing) {
+    std::vector<AcadLWPolyline*> contours;
+    for (AcadLWPolyline* polyline : AllOn<AcadLWPolyline>(drawing, layers::RoutingLayer2)) {
+        if (IsContour(*polyline))
+            contours.push_back(polyline);
+        else
+            polyline->Delete();
+    }
+    AcadLWPolyline* largest = nullptr;
+    // The second pass catches those that stood before the largest one.
+    for (int pass = 0; pass < 2; ++pass) {
+        for (AcadLWPolyline* contour : contours) {
+            if (largest == nullptr || contour->Area() > largest->Area())
+                largest = contour;
+            else if (contour->Area() < largest->Area())
+                contour->SetLayer(layers::ThroughxRoute);
+        }
+    }
+    return largest;
+}
+
+}  // namespace
+
+int CurvesOn(AcadDocument& drawing, std::string_view layer, int most) {
+    int count = 0;
+    for (const AcadEntity* entity : AllOn<AcadEntity>(drawing, layer)) {
+        if (count == most) break;
+        if (dynamic_cast<const AcadLine*>(entity) != nullptr ||
+            dynamic_cast<const AcadArc*>(entity) != nullptr)
+            ++count;
+    }
+    return count;
+}
+
+bool IsContour(const AcadLWPolyline& polyline) { return polyline.Closed() && polyline.Area() > NoArea; }
+
+PartStep MakeOutline(RunState& run) {
+    AcadDocument& drawing = *run.part;
+    DrawKeptFace(run);
+    if (!LoadMaterialAnew(run)) return PartStep::SkipPart;
+    JoinBorder(run);
+
+    AddLayer(drawing, layers::Border2);
+    AddLayer(drawing, layers::ThroughxRoute);
+    UnlockAllLayers(drawing);
+    TopView(drawing);
+    run.app->ZoomExtents();
+    AcadLWPolyline* outline = SortContours(drawing);
+    std::vector<LeftContour> left;
+    if (CutOutContours(run, left) == PartStep::SkipPart) return PartStep::SkipPart;
+
+    TrueOutline profile(run);
+    profile.Begin(outline);
+    UnlockAllLayers(drawing);
+    if (RouteThroughCircles(run) == PartStep::SkipPart) return PartStep::SkipPart;
+    DropPocketsCutThrough(run);
+    ConvertPockets(run);
+    DropCirclesCutThrough(run);
+    return profile.Finish(left);
+}
+
+}  // namespace brenvik

@@ -1,0 +1,116 @@
+// Pockets against through routes, told apart by the first letters of their layers.
+#include "cnc/outline/pockets.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/numbers.h"
+#include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/polyline_shape.h"
+#include "cnc/part/run_state.h"
+#include "cnc/targets/target_table.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr std::string_view RoutePrefix = "RT_", ContourPocket = "PKC", CirclePocket = "PKS", Route = "RT";
+constexpr int PlaceDecimals = 6;
+constexpr int OutlineColor = 2;
+
+bool On(const AcadEntity& entity, std::string_view prefix) { return entity.Layer().starts_with(prefix); }
+
+/// What lies over what: the plane place and width of a circle.
+struct Round {
+    double x = 0, y = 0, diameter = 0;
+    friend bool operator==(const Round&, const Round&) = default;
+};
+
+Round RoundOf(const AcadCircle& circle) {
+    const Point3 center = Rounded(circle.Center(), PlaceDecimals);
+    return {center.x, center.y, RoundHalfEven(circle.Diameter(), PlaceDecimals)};
+}
+
+/// How paths of one pass are told apart: by their names where the target has a word for pockets, and by their
+/// depths where it has none.
+class PathKinds {
+  public:
+    explicit PathKinds(const RunState& run)
+        : mByName(TraitsOf(run.target).firstFamily && run.target != Target::THERM),
+          mThickness(run.PartThickness) {}
+
+    template <class Kind>
+    bool IsRoute(const Kind& path) const {
+        if (mByName) return On(path, RoutePrefix);
+        return path.Color() != OutlineColor && -path.Thickness() >= mThickness;
+    }
+    template <class Kind>
+    bool IsPocket(const Kind& path, std::string_view prefix) const {
+        if (mByName) return On(path, prefix);
+        return path.Color() != OutlineColor && path.Thickness() < 0 && -path.Thickness() < mThickness;
+    }
+
+  private:
+    bool mByName;
+    double mThickness;
+};
+
+/// Deletes the pockets that look like a through route.
+template <class Kind, class Look>
+void DropAlike(RunState& run, std::string_view pocketPrefix, const Look& look) {
+    const PathKinds kinds(run);
+    std::vector<decltype(look(std::declval<const Kind&>()))> routes;
+    std::vector<Kind*> pockets;
+    for (Kind* path : All<Kind>(*run.part)) {
+        if (kinds.IsRoute(*path)) routes.push_back(look(*path));
+        if (kinds.IsPocket(*path, pocketPrefix)) pockets.push_back(path);
+    }
+    for (Kind* pocket : pockets)
+        if (std::ranges::find(routes, look(*pocket)) != routes.end()) pocket->Delete();
+}
+
+/// Of a path: minus its depth.
+double ThicknessOf(const AcadEntity& path) {
+    if (const auto* circle = dynamic_cast<const AcadCircle*>(&path)) return circle->Thickness();
+    return dynamic_cast<const AcadLWPolyline&>(path).Thickness();
+}
+
+bool IsPath(const AcadEntity& entity) {
+    return dynamic_cast<const AcadLWPolyline*>(&entity) != nullptr ||
+           dynamic_cast<const AcadCircle*>(&entity) != nullptr;
+}
+
+}  // namespace
+
+void DropPocketsCutThrough(RunState& run) {
+    DropAlike<AcadCircle>(run, CirclePocket, RoundOf);
+    DropAlike<AcadLWPolyline>(run, ContourPocket,
+                              [](const AcadLWPolyline& polyline) { return FootprintOf(polyline); });
+}
+
+void ConvertPockets(RunState& run) {
+    if (NumberSetting("PocketConversion") != 1) return;
+    std::vector<Footprint> routes;
+    std::vector<AcadEntity*> pockets;
+    for (AcadEntity* entity : All<AcadEntity>(*run.part)) {
+        if (!IsPath(*entity)) continue;
+        if (On(*entity, RoutePrefix) && ThicknessOf(*entity) <= -run.PartThickness)
+            routes.push_back(FootprintOf(*entity));
+        if (On(*entity, ContourPocket) || On(*entity, CirclePocket)) pockets.push_back(entity);
+    }
+    // A converted pocket is a route too, but whatever encloses it encloses the route inside it as well: one
+    // walk finds them all.
+    for (AcadEntity* pocket : pockets) {
+        const Footprint footprint = FootprintOf(*pocket);
+        if (std::ranges::none_of(routes, [&](const Footprint& route) { return footprint.Encloses(route); }))
+            continue;
+        const std::string layer = std::string(Route) + pocket->Layer().substr(ContourPocket.size());
+        EnsureOperationLayer(run, layer);
+        pocket->SetLayer(layer);
+    }
+}
+
+}  // namespace brenvik

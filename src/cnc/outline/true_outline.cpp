@@ -1,0 +1,349 @@
+// Sections of the part at many heights, laid over each other and joined to the outside profile.
+#include "cnc/outline/true_outline.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <map>
+#include <string_view>
+#include <vector>
+
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/joining.h"
+#include "cnc/drawing/polyline_shape.h"
+#include "cnc/drawing/work_layers.h"
+#include "cnc/outline/cut_outs.h"
+#include "cnc/targets/target_table.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr int ProfileColor = 2;
+constexpr int HeightDecimals = 6, FootprintDecimals = 4;
+constexpr double MetricStep = 1, ImperialStep = 0.0625;
+/// The first section lies just above the lowest face.
+constexpr double Above = 0.01;
+/// Half the width of the plane's triangle: no part reaches so far.
+constexpr double Far = 100000;
+/// The join is over when the curves that it has left, added up round by round, come to this.
+constexpr int CurvesInAll = 50;
+/// How far the frame around the outline stands clear of the part.
+constexpr double Clear = 1;
+constexpr double NoTaper = 0;
+constexpr int VolumeDecimals = 6;
+constexpr std::string_view ExplodeCommand = "explode\rall\r\r";
+constexpr int Many = 1'000'000;
+/// Of square units: the rounding of areas, far below any real widening.
+constexpr double SameArea = 1e-6;
+/// Beyond this the box alone tells that a part reaches further.
+constexpr double SameReach = 1e-3;
+
+/// Moves polylines from one layer to another.
+void MovePolylines(AcadDocument& drawing, std::string_view from, std::string_view to) {
+    for (AcadLWPolyline* polyline : AllOn<AcadLWPolyline>(drawing, from)) polyline->SetLayer(to);
+}
+
+bool SameFootprint(const Footprint& a, const Footprint& b) {
+    const auto same = [](double one, double other) {
+        return std::abs(one - other) < std::pow(10.0, -FootprintDecimals);
+    };
+    return same(a.minX, b.minX) && same(a.minY, b.minY) && same(a.maxX, b.maxX) && same(a.maxY, b.maxY);
+}
+
+/// Whether a path with a depth runs round the same place.
+bool IsFollowed(AcadDocument& drawing, const AcadLWPolyline& contour) {
+    const Footprint wanted = FootprintOf(contour);
+    for (const AcadEntity* entity : All<AcadEntity>(drawing)) {
+        const auto* polyline = dynamic_cast<const AcadLWPolyline*>(entity);
+        const auto* circle = dynamic_cast<const AcadCircle*>(entity);
+        const bool path = (polyline != nullptr && polyline != &contour && polyline->Thickness() != 0) ||
+                          (circle != nullptr && std::abs(circle->Normal().z) > 0.5);
+        if (path && SameFootprint(FootprintOf(*entity), wanted)) return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+void TrueOutline::NameProfile(AcadLWPolyline& profile) const {
+    profile.SetColor(ProfileColor);
+    profile.SetThickness(-ThroughDepth(mRun));
+    profile.SetElevation(TopPlane(mRun));
+    profile.SetLayer(mRun.OutlineLayer);
+}
+
+void TrueOutline::Begin(AcadLWPolyline* keptFace) {
+    AcadDocument& drawing = *mRun.part;
+    mRun.OutlineLayer =
+        RouteLayerName(mRun, RouteRole::Outline, PathKind::RT, LenientNumber(mRun.DimT) + mRun.SpoilAmount);
+    EnsureOperationLayer(mRun, mRun.OutlineLayer);
+    AddLayer(drawing, layers::regionPV);
+    AddLayer(drawing, layers::regionPV2);
+    mProfile = keptFace;
+    if (keptFace == nullptr) return;
+    keptFace->SetLayer(layers::Border2);
+    // Its region has to look up as the sections do, or they wouldn't become one.
+    BringToDirection(*keptFace, CounterClockwise);
+    NameProfile(*keptFace);
+}
+
+bool TrueOutline::FillsTheBox() const {
+    if (mProfile == nullptr || mProfile->Coordinates().size() != 8) return false;
+    const Box3 part = LastSolid(*mRun.part).GetBoundingBox(), path = mProfile->GetBoundingBox();
+    const Point3 low{part.min.x, part.min.y, path.min.z}, high{part.max.x, part.max.y, path.max.z};
+    const double area = (part.max.x - part.min.x) * (part.max.y - part.min.y);
+    return NearlyEqual(path.min, low) && NearlyEqual(path.max, high) &&
+           std::abs(mProfile->Area() - area) < SameArea;
+}
+
+void TrueOutline::Unite(AcadRegion* section) {
+    section->SetLayer(layers::regionPV);
+    if (mRegion == nullptr)
+        mRegion = section;
+    else
+        mRegion->Boolean(BooleanKind::Union, *section);
+}
+
+/// Whether anything of the part stands outside a region that lies on the top plane: on a frame around it, or
+/// on its openings. The region is used up.
+bool TrueOutline::StandsOutside(AcadRegion& covered) const {
+    AcadDocument& drawing = *mRun.part;
+    Acad3DSolid& part = LastSolid(drawing);
+    const Box3 box = part.GetBoundingBox();
+    const double left = box.min.x - Clear, right = box.max.x + Clear, front = box.min.y - Clear,
+                 back = box.max.y + Clear;
+    AcadLWPolyline* rim = drawing.ModelSpace().AddLightWeightPolyline(
+        std::array{left, front, right, front, right, back, left, back});
+    rim->SetClosed(true);
+    rim->SetElevation(TopPlane(mRun));
+    std::vector<AcadEntity*> trials{rim, &covered};
+    // Where the trial fails the sections tell.
+    bool outside = true;
+    Skip([&] {
+        AcadRegion* frame = drawing.ModelSpace().AddRegion(std::array<AcadEntity*, 1>{rim}).front();
+        trials.push_back(frame);
+        frame->Boolean(BooleanKind::Subtraction, covered);
+        frame->Move({0, 0, 0}, {0, 0, Clear});
+        const double height = mRun.PartThickness + 2 * Clear;
+        Acad3DSolid* around =
+            drawing.ModelSpace().AddExtrudedSolid(*frame, frame->Normal().z < 0 ? height : -height, NoTaper);
+        trials.push_back(around);
+        auto* rest = dynamic_cast<Acad3DSolid*>(part.Copy());
+        trials.push_back(rest);
+        rest->Boolean(BooleanKind::Subtraction, *around);
+        outside =
+            RoundHalfEven(rest->Volume(), VolumeDecimals) < RoundHalfEven(mRun.PartVolume, VolumeDecimals);
+    });
+    for (AcadEntity* trial : trials) Skip([trial] { trial->Delete(); });
+    return outside;
+}
+
+AcadRegion* TrueOutline::RegionOfProfile() const {
+    AcadRegion* region = nullptr;
+    if (mProfile == nullptr) return region;
+    const std::array<AcadEntity*, 1> curves{mProfile};
+    Skip([&] { region = mRun.part->ModelSpace().AddRegion(curves).front(); });
+    return region;
+}
+
+bool TrueOutline::ReachesBeyond() const {
+    if (FillsTheBox()) return false;
+    AcadRegion* covered = RegionOfProfile();
+    return covered == nullptr || StandsOutside(*covered);
+}
+
+/// Takes a copy of the part apart to its edges.
+void TrueOutline::TakeEdges() {
+    if (!mEdges.empty()) return;
+    AcadDocument& drawing = *mRun.part;
+    AcadEntity* copy = LastSolid(drawing).Copy();
+    copy->SetLayer(layers::regionPV2);
+    LockAllLayers(drawing);
+    UnlockLayer(drawing, layers::regionPV2);
+    for (int round = 0; round < 2; ++round) drawing.SendCommand(ExplodeCommand);
+    for (AcadEntity* edge : AllOn<AcadEntity>(drawing, layers::regionPV2)) {
+        if (const auto* line = dynamic_cast<const AcadLine*>(edge)) {
+            const Point3 from = line->StartPoint();
+            mEdges.push_back({from, line->EndPoint(), from.z, false});
+        } else if (const auto* arc = dynamic_cast<const AcadArc*>(edge)) {
+            mEdges.push_back({arc->StartPoint(), arc->EndPoint(), arc->Center().z, false});
+        } else if (const auto* circle = dynamic_cast<const AcadCircle*>(edge)) {
+            const Point3 center = circle->Center();
+            mEdges.push_back({center, center, center.z, true});
+        }
+        edge->Delete();
+    }
+    UnlockAllLayers(drawing);
+}
+
+/// Whether a level edge of the part runs within the contour and isn't its own. Full circles don't count:
+/// they are holes and circular routes, which have recognisers of their own.
+bool TrueOutline::MayBeNarrower(const LeftContour& contour) const {
+    const auto isCorner = [&contour](const Point3& point) {
+        for (std::size_t i = 0; i + 1 < contour.coordinates.size(); i += 2)
+            if (NearlyEqual(contour.coordinates[i], point.x) &&
+                NearlyEqual(contour.coordinates[i + 1], point.y))
+                return true;
+        return false;
+    };
+    const Footprint& box = contour.footprint;
+    return std::ranges::any_of(mEdges, [&](const Edge& edge) {
+        if (edge.full || !NearlyEqual(edge.from.z, edge.to.z)) return false;
+        const double x = (edge.from.x + edge.to.x) / 2, y = (edge.from.y + edge.to.y) / 2;
+        const bool within = x > box.minX && x < box.maxX && y > box.minY && y < box.maxY &&
+                            !NearlyEqual(x, box.minX) && !NearlyEqual(x, box.maxX) &&
+                            !NearlyEqual(y, box.minY) && !NearlyEqual(y, box.maxY);
+        return within && !(isCorner(edge.from) && isCorner(edge.to));
+    });
+}
+
+/// The heights at which an edge of the part begins, ends or turns: between two of these a part of flat faces
+/// is hardly wider than at both. The lowest face and the top face are among them.
+std::vector<double> TrueOutline::Levels() const {
+    const Box3 box = LastSolid(*mRun.part).GetBoundingBox();
+    // Told apart by what they round to, and kept as they are: a rounded plane may miss the top face.
+    std::map<double, double> levels;
+    const auto add = [&](double height) {
+        const double within = std::clamp(height, box.min.z, box.max.z);
+        levels.emplace(RoundHalfEven(within, HeightDecimals), within);
+    };
+    add(box.min.z);
+    add(box.max.z);
+    for (const Edge& edge : mEdges)
+        for (const double height : {edge.from.z, edge.to.z, edge.centerZ}) add(height);
+    std::vector<double> heights;
+    for (const auto& [rounded, height] : levels) heights.push_back(height);
+    return heights;
+}
+
+/// From just above the lowest face up to the top face, in even steps.
+std::vector<double> TrueOutline::Steps() const {
+    std::vector<double> heights;
+    const double step = mRun.Metric() ? MetricStep : ImperialStep;
+    const double bottom = LastSolid(*mRun.part).GetBoundingBox().min.z;
+    const double first = RoundHalfEven(bottom, HeightDecimals) + Above + Above;
+    for (double height = first; height <= mRun.PartThickness; height += step) heights.push_back(height);
+    return heights;
+}
+
+void TrueOutline::SliceAt(const std::vector<double>& heights) {
+    Acad3DSolid& part = LastSolid(*mRun.part);
+    for (const double height : heights) {
+        AcadRegion* section = nullptr;
+        // A plane between two pieces of a part misses it.
+        Skip([&] {
+            section = part.SectionSolid({-Far, -Far, height}, {Far, -Far, height}, {Far, Far, height});
+        });
+        if (section == nullptr) continue;
+        section->Move({0, 0, height}, {0, 0, TopPlane(mRun)});
+        if (Skip([&] { Unite(section); })) continue;
+        section->Delete();
+        NotePassedOver(mRun,
+                       "a section of the part can't be laid over the others: the outline may be too narrow");
+    }
+}
+
+/// The outline has no openings, and would close those of the sections: where they are wanted
+/// (`withOpenings`), the lowest face stands for it.
+void TrueOutline::UniteSections(bool withOpenings) {
+    if (!withOpenings)
+        if (AcadRegion* region = RegionOfProfile()) Unite(region);
+    SliceAt(Levels());
+    // Mostly nothing is left for the steps to find.
+    if (mRegion != nullptr && !StandsOutside(dynamic_cast<AcadRegion&>(*mRegion->Copy()))) return;
+    SliceAt(Steps());
+}
+
+void TrueOutline::JoinRegion() {
+    AcadDocument& drawing = *mRun.part;
+    LockAllLayers(drawing);
+    UnlockLayer(drawing, layers::regionPV);
+    drawing.SendCommand("regen ");
+    for (int round = 0; round < 2; ++round) drawing.SendCommand(ExplodeCommand);
+    for (AcadEntity* entity : AllOn<AcadEntity>(drawing, layers::regionPV))
+        if (entity->ObjectName() == "AcDbCircle" || entity->ObjectName() == "AcDbBody") entity->Delete();
+    int left = CurvesOn(drawing, layers::regionPV, Many), counted = 0;
+    while (left > 0 && counted != CurvesInAll) {
+        LockLayer(drawing, layers::regionPV2);
+        drawing.SendCommand(JoinCommand);
+        UnlockLayer(drawing, layers::regionPV2);
+        MovePolylines(drawing, layers::regionPV, layers::regionPV2);
+        const int before = left;
+        left = CurvesOn(drawing, layers::regionPV, Many);
+        counted += left;
+        if (left == before) break;
+    }
+    UnlockAllLayers(drawing);
+}
+
+/// What has an outline but encloses nothing, and edges that no chain took: without them the profile may be
+/// narrower than the part.
+bool TrueOutline::IsLeftOpen() const {
+    AcadDocument& drawing = *mRun.part;
+    return CurvesOn(drawing, layers::regionPV, 1) > 0 ||
+           std::ranges::any_of(AllOn<AcadLWPolyline>(drawing, layers::regionPV2),
+                               [](const AcadLWPolyline* chain) { return !chain->Closed(); });
+}
+
+/// Whether the part is as wide as the profile that was made for it.
+bool TrueOutline::HoldsThePart() const {
+    if (mProfile == nullptr) return true;
+    const Box3 part = LastSolid(*mRun.part).GetBoundingBox(), path = mProfile->GetBoundingBox();
+    return path.min.x < part.min.x + SameReach && path.min.y < part.min.y + SameReach &&
+           path.max.x > part.max.x - SameReach && path.max.y > part.max.y - SameReach;
+}
+
+/// Slits where sections all but touch leave lines within the profile too. They hide no opening where the
+/// profile has closed all of them (`withOpenings` is false), and nothing where it holds the part.
+PartStep TrueOutline::TakeContours(bool withOpenings) {
+    AcadDocument& drawing = *mRun.part;
+    const bool leftOpen = IsLeftOpen();
+    std::vector<AcadLWPolyline*> contours;
+    AcadLWPolyline* widest = nullptr;
+    for (AcadLWPolyline* contour : AllOn<AcadLWPolyline>(drawing, layers::regionPV2)) {
+        if (!IsContour(*contour)) continue;
+        contours.push_back(contour);
+        if (widest == nullptr || contour->Area() > widest->Area()) widest = contour;
+    }
+    // The sections only ever widen it: a smaller one is an opening whose surroundings were not joined.
+    if (widest != nullptr && (mProfile == nullptr || widest->Area() > mProfile->Area() - SameArea)) {
+        if (mProfile != nullptr) mProfile->Delete();
+        NameProfile(*widest);
+        mProfile = widest;
+    }
+    if (!HoldsThePart() || (leftOpen && (withOpenings || ReachesBeyond())))
+        NotePassedOver(mRun,
+                       "edges of the part were not joined to its outline: the outline may be too narrow");
+    for (AcadLWPolyline* contour : contours) {
+        if (contour == mProfile || IsFollowed(drawing, *contour)) continue;
+        if (CutOut(mRun, *contour) == PartStep::SkipPart) return PartStep::SkipPart;
+    }
+    for (const std::string_view layer : std::array{layers::regionPV, layers::regionPV2})
+        for (AcadEntity* entity : AllOn<AcadEntity>(drawing, layer)) entity->Delete();
+    return PartStep::GoOn;
+}
+
+PartStep TrueOutline::Finish(const std::vector<LeftContour>& left) {
+    if (!left.empty()) TakeEdges();
+    const bool narrower =
+        std::ranges::any_of(left, [this](const LeftContour& contour) { return MayBeNarrower(contour); });
+    if (narrower || ReachesBeyond()) {
+        TakeEdges();
+        UniteSections(narrower);
+        JoinRegion();
+        if (TakeContours(narrower) == PartStep::SkipPart) return PartStep::SkipPart;
+    }
+    if (mProfile == nullptr) {
+        NotePassedOver(mRun, "the part has no outside profile of lines and arcs: no operation");
+        return PartStep::GoOn;
+    }
+    mRun.RouteDirection = DirectionOf(*mProfile);
+    BringToDirection(*mProfile, CounterClockwise);
+    mRun.RouteDirection = DirectionOf(*mProfile);
+    return PartStep::GoOn;
+}
+
+}  // namespace brenvik

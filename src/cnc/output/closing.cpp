@@ -1,0 +1,151 @@
+// The end of a part's way: its data are read, the sheet is drawn, and all that is no operation goes. The part
+// leaves with its top face on Z 0.
+#include <algorithm>
+#include <array>
+#include <string>
+#include <vector>
+
+#include "base/number_text.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/work_layers.h"
+#include "cnc/proof/run_proof.h"
+#include "cnc/run/part_steps.h"
+#include "cnc/targets/target_table.h"
+#include "parts/mautocad.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr int SheetColor = 7, OutlineColor = 2;
+constexpr int SizeDigits = 6;
+
+/// Layers whose entities have done their work; the names compare letter by letter.
+constexpr auto UsedUp = std::to_array<std::string_view>(
+    {layers::Region, layers::BrenvikExplode, layers::regioncopycopy, layers::arcPV, layers::RegionCopy,
+     layers::circleHold, layers::RoutingLayer1, layers::RoutingLayer2, layers::Border, layers::Border2,
+     layers::RouteCircleHold, "circleHold2", layers::MAXCircleHold, layers::NextBiggestRegion,
+     layers::HorzcircleHold, layers::MyHorzcircleHold, layers::regionPV, layers::regionPV2});
+
+template <class Wanted>
+void DeleteWhere(AcadDocument& drawing, Wanted&& wanted) {
+    for (AcadEntity* entity : All<AcadEntity>(drawing))
+        if (wanted(*entity)) entity->Delete();
+}
+
+bool IsUsedUp(const std::string& layer) {
+    return std::find(UsedUp.begin(), UsedUp.end(), layer) != UsedUp.end();
+}
+
+bool OnProjection(const std::string& layer) { return layer.starts_with("PV-") || layer.starts_with("PH-"); }
+
+void ReadPartTexts(RunState& run) {
+    const std::string handle = LastSolid(*run.part).Handle();
+    const auto read = [&handle](std::string_view key) { return mAutoCAD::GetPartData(handle, key); };
+    PartTexts& texts = run.texts;
+    texts = {read("PartName"), read("PN"),        read("SubAssembly"), read("ORIE"),  read("Notes"),
+             read("Face"),     read("UserData1"), read("UserData2"),   read("Price"), read("EB1"),
+             read("EB2"),      read("EB3"),       read("EB4")};
+    // A part without a quantity is one part, as the list has it.
+    const std::string quantity = read("Quantity");
+    run.Quantity = IsBlank(quantity) ? 1 : ToInteger(LenientNumber(quantity));
+}
+
+/// The blank that the part is cut from, as a plane outline with the thickness of the part.
+void DrawSheet(RunState& run) {
+    const std::string layer = SheetLayerName(run, run.ExtentZ);
+    if (layer.empty()) return;
+    EnsureOperationLayer(run, layer);
+    const Point3& low = run.LowestCorner;
+    const double right = low.x + run.ExtentX, back = low.y + run.ExtentY;
+    const std::array<double, 12> corners{low.x, low.y, low.z, right, low.y, low.z,
+                                         right, back,  low.z, low.x, back,  low.z};
+    Acad3DPolyline* sheet = run.part->ModelSpace().Add3DPoly(corners);
+    sheet->SetClosed(true);
+    sheet->SetThickness(run.ExtentZ);
+    sheet->SetColor(SheetColor);
+    sheet->SetLayer(layer);
+}
+
+void MeasurePart(RunState& run) {
+    const Box3 box = LastSolid(*run.part).GetBoundingBox();
+    run.LowestCorner = box.min;
+    run.ExtentX = RoundHalfEven(box.max.x - box.min.x, SizeDigits);
+    run.ExtentY = RoundHalfEven(box.max.y - box.min.y, SizeDigits);
+    run.ExtentZ = RoundHalfEven(box.max.z - box.min.z, SizeDigits);
+}
+
+/// The second side has no business with what the first has cut: the outline, and what went right through.
+void DropFirstSidePaths(RunState& run) {
+    const bool outlineToo = SwitchIsOn("DeleteOT");
+    for (AcadLWPolyline* polyline : All<AcadLWPolyline>(*run.part)) {
+        const bool outline = polyline->Layer() == run.OutlineLayer && polyline->Color() == OutlineColor;
+        const bool through = polyline->Color() != OutlineColor && -polyline->Thickness() >= run.PartThickness;
+        if (through || (outlineToo && (outline || polyline->Layer().starts_with("OT_")))) polyline->Delete();
+    }
+}
+
+/// Erases what is left of the projection, in the model and on the sheet of paper.
+void EraseProjection(RunState& run) {
+    AcadDocument& drawing = *run.part;
+    LockAllLayers(drawing);
+    drawing.ModelSpace().ForEach([&drawing](AcadEntity& entity) {
+        if (const std::string layer = entity.Layer(); OnProjection(layer)) UnlockLayer(drawing, layer);
+    });
+    drawing.SendCommand("e\rall\r\r");
+    UnlockAllLayers(drawing);
+    drawing.SetActiveSpace(ActiveSpaceKind::PaperSpace);
+    drawing.SetMSpace(false);
+    drawing.SendCommand("erase\rall\r\r");
+    drawing.SetActiveSpace(ActiveSpaceKind::ModelSpace);
+}
+
+/// The drawing as its receiver wants it: the top face on Z 0.
+void PutTopOnZero(RunState& run) {
+    AcadDocument& drawing = *run.part;
+    drawing.SendCommand("m ");
+    drawing.SendCommand("all  ");
+    drawing.SendCommand("0,0,0 ");
+    drawing.SendCommand("0,0,-" + Trim(NumberToText(run.ExtentZ)) + " ");
+}
+
+}  // namespace
+
+PartStep ClosePart(RunState& run) {
+    AcadDocument& drawing = *run.part;
+    UnlockAllLayers(drawing);
+    ReadPartTexts(run);
+    TopView(drawing);
+    run.app->ZoomExtents();
+    if (!run.LastAddedLayer.empty() && LayerExists(drawing, run.LastAddedLayer))
+        drawing.SetActiveLayer(*drawing.Layers().Item(run.LastAddedLayer));
+    DeleteWhere(drawing, [](const AcadEntity& entity) {
+        return IsUsedUp(entity.Layer()) || dynamic_cast<const AcadRegion*>(&entity) != nullptr;
+    });
+    drawing.PurgeAll();
+
+    AddLayer(drawing, layers::DELETE);
+    for (AcadLine* line : All<AcadLine>(drawing))
+        if (OnProjection(line->Layer())) line->SetLayer(layers::DELETE);
+    for (AcadLine* line : All<AcadLine>(drawing))
+        if (const std::string layer = line->Layer();
+            layer == layers::DELETE || layer == layers::BrenvikExplode)
+            line->Delete();
+
+    MeasurePart(run);
+    DrawSheet(run);
+    if (SwitchIsOn("ToungeProcessing")) ProcessTongues(run);
+    if (!run.FirstPass()) DropFirstSidePaths(run);
+
+    HoldPartForProof(run);
+    for (Acad3DSolid* solid : All<Acad3DSolid>(drawing)) solid->Delete();
+    EraseProjection(run);
+    drawing.PurgeAll();
+    PutTopOnZero(run);
+    return PartStep::GoOn;
+}
+
+}  // namespace brenvik

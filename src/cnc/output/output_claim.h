@@ -1,0 +1,28 @@
+// The folders that a run empties: one run at a time, and never the drawing that it is called on.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "session/ports/files_port.h"
+
+namespace brenvik {
+
+class AcadDocument;
+
+/// Held until the run has ended.
+using OutputClaims = std::vector<std::unique_ptr<FolderClaim>>;
+
+/// Makes the output folders and keeps them from other programs, one after the other. Nothing, and the user
+/// has been told, when another program's run is going on in one of them, or when two are the same.
+std::optional<OutputClaims> ClaimOutput(std::span<const std::string_view> folders);
+
+/// The same for folders that are going to be emptied; refused too when one holds the drawing. `emptying` says
+/// what is going to happen: "a run empties its output folder".
+std::optional<OutputClaims> ClaimOutputToEmpty(std::span<const std::string_view> folders,
+                                               const AcadDocument& drawing, std::string_view emptying);
+
+}  // namespace brenvik

@@ -1,0 +1,260 @@
+// The list that tells a CAM package which files there are, of which material and how many to cut. Each target
+// has its own file and form; the pass decides the folder. The list has its name when the run has ended, so
+// that what a killed run leaves behind is never taken for a whole job.
+#include <algorithm>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "base/fractions.h"
+#include "base/letter_case.h"
+#include "base/number_text.h"
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "base/text.h"
+#include "cnc/run/part_steps.h"
+#include "session/ports/files_port.h"
+#include "session/session.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+using Fields = std::vector<std::string>;
+
+/// The list that a target writes, and the files that it clears at the start of a run.
+struct ListFiles {
+    std::string_view written;
+    std::vector<std::string_view> cleared;
+};
+
+ListFiles ListFilesOf(Target target) {
+    switch (target) {
+        case Target::C2C:
+        case Target::ATP:
+        case Target::ROV:
+        case Target::CNI:
+        case Target::ASP:
+        case Target::WOP4:
+        case Target::WOP5:
+            return {"WORKLIST.TXT", {"WORKLIST.TXT"}};
+        case Target::BW:
+            return {"WorkList.txt", {"WORKLIST.TXT", "WorkList.txt"}};
+        case Target::THERM:
+            return {"Sheet1.csv", {"WORKLIST.TXT", "Sheet1.csv", "CNCList.txt"}};
+        case Target::Enroute:
+        case Target::RCIM:
+            return {"CNCList.txt", {"WORKLIST.TXT", "CNCList.txt"}};
+        case Target::ABC:
+            return {"CNCList.csv", {"WORKLIST.TXT", "CNCList.csv"}};
+    }
+    return {};
+}
+
+/// The list while the run goes on.
+std::string UnfinishedPath(std::string_view folder, std::string_view name) {
+    return std::string(folder) + std::string(name) + std::string(UnfinishedListEnding);
+}
+
+std::string_view FolderOf(const RunState& run) { return run.FirstPass() ? OutputFolder : SecondSideFolder; }
+
+std::string SideText(const RunState& run) { return run.FirstPass() ? "F" : "B"; }
+
+std::string QuantityText(const RunState& run) {
+    return std::to_string(std::int64_t{run.Quantity} * ToInteger(NumberSetting("CNCMultiplier")));
+}
+
+/// A dimension with the blank that numbers have before them.
+std::string Dimension(const std::string& text) { return NumberToTextBlank(LenientNumber(text)); }
+std::string TrimmedDimension(const std::string& text) { return Trim(Dimension(text)); }
+
+/// The key of the part's material, or with `ConvertMaterialName` the name that it has in inches.
+std::string MaterialText(const RunState& run) {
+    if (!SwitchIsOn("ConvertMaterialName")) return run.MaterialKeyText;
+    constexpr double millimetresInAnInch = 25.4;
+    return MaterialNameForList(run.Metric() ? run.ExtentZ : run.ExtentZ * millimetresInAnInch,
+                               run.MaterialName);
+}
+
+/// ABC's list has the name alone there, since the thickness follows in columns of its own.
+std::string MaterialNameText(const RunState& run) {
+    return SwitchIsOn("ConvertMaterialName") ? MaterialText(run) : run.MaterialName;
+}
+
+Fields CommonFields(const RunState& run) {
+    const PartTexts& part = run.texts;
+    return {run.writtenFile,   MaterialText(run), std::to_string(run.Material.grain),
+            QuantityText(run), part.PartName,     part.SubAssembly,
+            part.PN,           part.EB1,          part.EB2,
+            part.EB3,          part.EB4};
+}
+
+Fields FieldsOfBW(const RunState& run) {
+    const bool small = run.ExtentX * run.ExtentY < NumberSetting("BWPriority");
+    return {"Piece",
+            run.writtenFile,
+            TrimmedDimension(run.DimL),
+            TrimmedDimension(run.DimW),
+            QuantityText(run),
+            small ? "100" : "50",
+            run.Material.grain == 1 ? "90" : "180",
+            "0"};
+}
+
+Fields FieldsOfTHERM(const RunState& run) {
+    return {QuantityText(run),
+            WrittenFileName(run),
+            MaterialText(run),
+            "48",
+            "96",
+            Dimension(run.DimT),
+            run.Material.grain == 0 ? "yes" : "no"};
+}
+
+Fields FieldsOfEnroute(const RunState& run) {
+    return {WrittenFileName(run),
+            run.texts.PartName,
+            Dimension(run.DimW),
+            Dimension(run.DimL),
+            Dimension(run.DimT),
+            MaterialText(run),
+            run.texts.SubAssembly,
+            QuantityText(run),
+            std::to_string(run.Material.grain),
+            "0",
+            SideText(run)};
+}
+
+/// The last one is blank: a comma closes the line.
+Fields FieldsOfRCIM(const RunState& run) {
+    return {WrittenFileName(run),
+            run.texts.PartName,
+            TrimmedDimension(run.DimW),
+            TrimmedDimension(run.DimL),
+            TrimmedDimension(run.DimT),
+            MaterialText(run),
+            "1",
+            QuantityText(run),
+            std::to_string(run.Material.grain),
+            SideText(run),
+            "0",
+            ""};
+}
+
+Fields FieldsOfABC(const RunState& run) {
+    constexpr int thicknessDigits = 2;
+    const PartTexts& part = run.texts;
+    const auto upper = [](const std::string& text) { return FoldUpper(text); };
+    const std::string fraction = DecimalToFraction(ClosestThirtySecond(run.PartThickness), false);
+    const std::string thickness = Trim(NumberToTextBlank(RoundHalfEven(run.PartThickness, thicknessDigits)));
+    const std::string folder = run.FirstPass() ? "C:\\BV-DXF\\" : "C:\\BV-DXF\\2-sided\\";
+    return {QuantityText(run),
+            upper(part.PartName),
+            upper(part.SubAssembly),
+            MaterialNameText(run),
+            Dimension(run.DimL),
+            Dimension(run.DimW),
+            Dimension(run.DimT),
+            upper(part.ORIE),
+            upper(part.UserData1),
+            upper(part.UserData2),
+            upper(part.PN),
+            upper(part.Price),
+            upper(part.EB1),
+            upper(part.EB2),
+            upper(part.EB3),
+            upper(part.EB4),
+            upper(part.Face),
+            SideText(run),
+            fraction + " " + run.MaterialName,
+            thickness + " " + run.MaterialName,
+            folder + WrittenFileName(run)};
+}
+
+Fields FieldsOf(const RunState& run) {
+    switch (run.target) {
+        case Target::C2C:
+        case Target::ATP:
+        case Target::ROV:
+        case Target::CNI:
+        case Target::ASP:
+        case Target::WOP4:
+        case Target::WOP5:
+            return CommonFields(run);
+        case Target::BW:
+            return FieldsOfBW(run);
+        case Target::THERM:
+            return FieldsOfTHERM(run);
+        case Target::Enroute:
+            return FieldsOfEnroute(run);
+        case Target::RCIM:
+            return FieldsOfRCIM(run);
+        case Target::ABC:
+            return FieldsOfABC(run);
+    }
+    return {};
+}
+
+/// Nothing is quoted in these lists, so a text with their separator in it moves the columns behind it.
+void NoteShifts(RunState& run, const Fields& fields, std::string_view separator) {
+    for (const std::string& field : fields)
+        if (field.find(separator) != std::string::npos &&
+            std::ranges::find(run.shiftingTexts, field) == run.shiftingTexts.end())
+            run.shiftingTexts.push_back(field);
+}
+
+/// A part's names may come from another program with line breaks in them; a line of a list has none.
+std::string LineOf(RunState& run) {
+    const std::string_view separator = run.target == Target::BW ? "\t" : ",";
+    const Fields fields = FieldsOf(run);
+    NoteShifts(run, fields, separator);
+    std::string line = Join(fields, separator);
+    std::ranges::replace_if(
+        line, [](char letter) { return letter == '\r' || letter == '\n'; }, ' ');
+    return line;
+}
+
+/// What stands ahead of BW's first line.
+std::string HeaderOfBW(std::string_view lineEnd) {
+    const std::string end(lineEnd);
+    return "PIECE SECTION" + end + end +
+           Join(Fields{"Discr", "Piece path", "Length", "Width", "Q. min", "Prior", "Rot", "Offset"}, "\t") +
+           end + end;
+}
+
+}  // namespace
+
+void AddListLine(RunState& run) {
+    FilesPort& files = *ThePlatform().files;
+    const std::string_view lineEnd = files.LineEnd();
+    const std::string path = UnfinishedPath(FolderOf(run), ListFilesOf(run.target).written);
+    std::string content = files.FileExists(path) ? files.ReadFile(path) : std::string();
+    if (run.target == Target::BW) {
+        bool& written = run.ListHeaderWritten[run.SecondSidePass];
+        if (!written) content = HeaderOfBW(lineEnd);
+        written = true;
+    }
+    files.WriteFile(path, content + LineOf(run) + std::string(lineEnd));
+}
+
+void ClearWorkLists(Target target) {
+    FilesPort& files = *ThePlatform().files;
+    for (const std::string_view folder : {OutputFolder, SecondSideFolder})
+        for (const std::string_view name : ListFilesOf(target).cleared) {
+            for (const std::string& path :
+                 {std::string(folder) + std::string(name), UnfinishedPath(folder, name)})
+                if (files.FileExists(path)) Skip([&] { files.RemoveFile(path); });
+        }
+}
+
+void FinishWorkLists(Target target) {
+    FilesPort& files = *ThePlatform().files;
+    const std::string_view name = ListFilesOf(target).written;
+    // The first side's list comes last: where it stands, the other one does too.
+    for (const std::string_view folder : {SecondSideFolder, OutputFolder})
+        if (const std::string path = UnfinishedPath(folder, name); files.FileExists(path))
+            files.MoveFileOver(path, std::string(folder) + std::string(name));
+}
+
+}  // namespace brenvik

@@ -1,0 +1,140 @@
+// The trial cut: everything it makes is a temporary object, and it leaves the drawing as it found it.
+#include "cnc/part/open_top.h"
+
+#include <array>
+#include <cmath>
+#include <numbers>
+#include <optional>
+#include <vector>
+
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/work_layers.h"
+#include "cnc/part/run_state.h"
+
+namespace brenvik {
+
+namespace {
+
+// Higher than any part is thick, in millimetres as in inches.
+constexpr double TrialHeight = 1000.0;
+constexpr double NoTaper = 0;
+constexpr int TrialColor = 2;
+
+/// A layer unlocked for a while.
+class Unlocked {
+  public:
+    Unlocked(AcadDocument& drawing, std::string_view name) : mLayer(drawing.Layers().Item(name)) {
+        mWasLocked = mLayer->Lock();
+        if (mWasLocked) mLayer->SetLock(false);
+    }
+    ~Unlocked() {
+        if (mWasLocked) Skip([this] { mLayer->SetLock(true); });
+    }
+    Unlocked(const Unlocked&) = delete;
+    Unlocked& operator=(const Unlocked&) = delete;
+
+  private:
+    AcadLayer* mLayer;
+    bool mWasLocked = false;
+};
+
+/// The objects of one trial. Those that a step has used up already are gone, and deleting them again is
+/// passed over.
+class TrialObjects {
+  public:
+    TrialObjects() = default;
+    ~TrialObjects() {
+        for (AcadEntity* object : mObjects) Skip([object] { object->Delete(); });
+    }
+    TrialObjects(const TrialObjects&) = delete;
+    TrialObjects& operator=(const TrialObjects&) = delete;
+
+    template <class Kind>
+    Kind& Keep(Kind* object) {
+        mObjects.push_back(object);
+        return *object;
+    }
+
+  private:
+    std::vector<AcadEntity*> mObjects;
+};
+
+/// Every region that the curve makes; a closed contour that doesn't cross itself makes one.
+AcadRegion& RegionOf(AcadDocument& drawing, AcadEntity& curve, TrialObjects& objects) {
+    const std::array<AcadEntity*, 1> curves{&curve};
+    const std::vector<AcadRegion*> regions = drawing.ModelSpace().AddRegion(curves);
+    for (AcadRegion* region : regions) objects.Keep(region);
+    return *regions.front();
+}
+
+/// The volume that is left of the part when all above the region, or below it, is taken away; 0 where nothing
+/// is left.
+double VolumeAfterCut(AcadDocument& drawing, Acad3DSolid& part, AcadRegion& region, double upward,
+                      TrialObjects& objects) {
+    // A region may look down; the tool comes from the same side all the same.
+    const double height = region.Normal().z < 0 ? -upward : upward;
+    Acad3DSolid& cut = objects.Keep(drawing.ModelSpace().AddExtrudedSolid(region, height, NoTaper));
+    cut.SetLayer(layers::Zero);
+    cut.SetColor(TrialColor);
+    Acad3DSolid& trial = objects.Keep(dynamic_cast<Acad3DSolid*>(part.Copy()));
+    trial.Boolean(BooleanKind::Subtraction, cut);
+    double volume = 0;
+    Skip([&] { volume = trial.Volume(); });
+    return volume;
+}
+
+/// What is left of the part by a trial cut from the curve on.
+double VolumeLeft(RunState& run, AcadEntity& closedCurve, double upward) {
+    AcadDocument& drawing = *run.part;
+    Acad3DSolid& part = LastSolid(drawing);
+    AddLayer(drawing, layers::circleHold);
+    const Unlocked zero(drawing, layers::Zero), hold(drawing, layers::circleHold),
+        ofPart(drawing, part.Layer()), ofCurve(drawing, closedCurve.Layer());
+    TrialObjects objects;
+    AcadEntity& copy = objects.Keep(closedCurve.Copy());
+    copy.SetLayer(layers::circleHold);
+    copy.SetColor(TrialColor);
+    return VolumeAfterCut(drawing, part, RegionOf(drawing, copy, objects), upward, objects);
+}
+
+OpenTop TrialCut(RunState& run, AcadEntity& closedCurve, double upward, int digits) {
+    const double left = RoundHalfEven(VolumeLeft(run, closedCurve, upward), digits);
+    const double whole = RoundHalfEven(run.PartVolume, digits);
+    if (left < whole) return OpenTop::Covered;
+    return left > whole ? OpenTop::Grown : OpenTop::Open;
+}
+
+}  // namespace
+
+OpenTop OpenToTop(RunState& run, AcadEntity& closedCurve, int digits) {
+    return TrialCut(run, closedCurve, TrialHeight, digits);
+}
+
+OpenTop OpenToUnderside(RunState& run, AcadEntity& closedCurve, int digits) {
+    return TrialCut(run, closedCurve, -TrialHeight, digits);
+}
+
+double MaterialAbove(RunState& run, AcadEntity& closedCurve) {
+    return run.PartVolume - VolumeLeft(run, closedCurve, TrialHeight);
+}
+
+double MaterialWithin(RunState& run, const Point3& from, const Point3& to, double radius) {
+    AcadDocument& drawing = *run.part;
+    Acad3DSolid& part = LastSolid(drawing);
+    const Unlocked zero(drawing, layers::Zero), ofPart(drawing, part.Layer());
+    TrialObjects objects;
+    const double dx = to.x - from.x, dy = to.y - from.y;
+    const Point3 middle{(from.x + to.x) / 2, (from.y + to.y) / 2, (from.z + to.z) / 2};
+    Acad3DSolid& bore = objects.Keep(drawing.ModelSpace().AddCylinder(middle, radius, std::hypot(dx, dy)));
+    bore.SetLayer(layers::Zero);
+    // A cylinder is made upright, about its middle.
+    bore.Rotate3D(middle, {middle.x - dy, middle.y + dx, middle.z}, std::numbers::pi / 2);
+    Acad3DSolid& trial = objects.Keep(dynamic_cast<Acad3DSolid*>(part.Copy()));
+    const double whole = trial.Volume();
+    trial.Boolean(BooleanKind::Subtraction, bore);
+    return whole - trial.Volume();
+}
+
+}  // namespace brenvik

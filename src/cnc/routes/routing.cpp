@@ -1,0 +1,193 @@
+// Closed contours that stop inside a part become routes and pockets: gathered and joined, tested for
+// material above them, given a depth, a direction and a bit, run off the part's edges, and named.
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/letter_case.h"
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/polyline_shape.h"
+#include "cnc/drawing/work_layers.h"
+#include "cnc/part/drilled_holes.h"
+#include "cnc/part/open_top.h"
+#include "cnc/part/part_material.h"
+#include "cnc/routes/routing_gather.h"
+#include "cnc/routes/routing_known.h"
+#include "cnc/routes/routing_overrun.h"
+#include "cnc/run/part_steps.h"
+#include "cnc/targets/target_table.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr int Decimals = 5;
+
+double Round(double value) { return RoundHalfEven(value, Decimals); }
+
+/// Finds the material with an empty record: no path is cut with the bits of an earlier part's material.
+bool LoadMaterial(RunState& run) {
+    const std::string name = run.MaterialName.empty() ? "UnknownMaterial" : run.MaterialName;
+    run.MaterialKeyText = MaterialKey(run.PartThickness, name, run.ExportScaleSetting);
+    MaterialRecord found;
+    if (!TakeMaterial(run, found)) return false;
+    run.Material = std::move(found);
+    return true;
+}
+
+std::string_view DirectionOfCut(const MaterialRecord& material) {
+    return FoldLower(material.direction) == "c" ? Clockwise : CounterClockwise;
+}
+
+/// What the paths of one pass have in common.
+struct Routing {
+    RunState& run;
+    Box3 part;
+};
+
+/// Whether a contour is cut on this pass. One that isn't has been told of, where nothing else will cut it.
+enum class Side { This, Other, Unknown };
+
+Side SideOf(Routing& routing, AcadEntity& contour, const CutContour& place, std::string_view kind) {
+    RunState& run = routing.run;
+    if (CutOnFirstSide(run, place)) return Side::Other;
+    OpenTop top = OpenTop::Open;
+    if (Attempt([&] { top = OpenToTop(run, contour, Decimals); })) return Side::Unknown;
+    switch (top) {
+        case OpenTop::Open:
+        case OpenTop::Grown:
+            NoteCut(run, place);
+            return Side::This;
+        case OpenTop::Covered:
+            break;
+    }
+    if (run.FirstPass())
+        NeedOtherSide(run);
+    else
+        NoteUncut(run, routing.part, kind, place);
+    return Side::Other;
+}
+
+/// From a height below the top to the top plane; gives the depth, which the thickness says downwards.
+template <class Path>
+double RaiseToTop(const Routing& routing, Path& path, double z) {
+    const double depth = Round(Round(routing.part.max.z) - Round(z));
+    path.SetThickness(-depth);
+    path.Move({0, 0, z}, {0, 0, routing.part.max.z});
+    return depth;
+}
+
+void GiveName(RunState& run, AcadEntity& path, RouteRole role, double depth) {
+    ++run.RouteCount;
+    const std::string layer = RouteLayerName(run, role, run.bits.kind, depth);
+    EnsureOperationLayer(run, layer);
+    path.SetLayer(layer);
+    path.Update();
+}
+
+double ShortestSide(const AcadLWPolyline& path) {
+    const std::vector<double> sides = SideLengths(path);
+    return sides.empty() ? 0 : Round(std::ranges::min(sides));
+}
+
+/// False when the part is to be given up.
+bool MakeRoute(Routing& routing, AcadLWPolyline& path) {
+    RunState& run = routing.run;
+    const CutContour place = PlaceOf(run, routing.part, path, path.Area());
+    switch (SideOf(routing, path, place, "contour")) {
+        case Side::This:
+            break;
+        case Side::Other:
+            path.Delete();
+            return true;
+        case Side::Unknown:
+            KeepForHandWork(run);
+            return false;
+    }
+    const double depth = RaiseToTop(routing, path, path.GetBoundingBox().min.z);
+    const double shortest = ShortestSide(path);
+    BringToDirection(path, run.RouteDirection);
+    if (!ChooseInsideRouteBit(run.bits, run.Material, run.MaterialKeyText, shortest,
+                              TraitsOf(run.target).choiceDialog))
+        return false;
+    RunOffEdges(path, routing.part, OverrunOf(run.bits.ToolDiameter));
+    GiveName(run, path, RouteRole::Inside, depth);
+    return true;
+}
+
+/// A chain that doesn't close on this side is left to the other one.
+void PassOver(Routing& routing, AcadLWPolyline& chain) {
+    RunState& run = routing.run;
+    if (run.FirstPass())
+        NeedOtherSide(run);
+    else
+        NoteUncut(run, routing.part, "open contour", PlaceOf(run, routing.part, chain, 0));
+    chain.Delete();
+}
+
+bool CutThrough(Routing& routing, AcadCircle& circle) {
+    RunState& run = routing.run;
+    const double diameter = circle.Diameter();
+    if (!ChooseThroughCircleBit(run.bits, run.Material, run.MaterialKeyText, diameter)) return false;
+    run.bits.kind = PathKind::RT;
+    RaiseToTop(routing, circle, circle.Center().z);
+    const double depth = run.PartThickness + run.SpoilAmount;
+    circle.SetThickness(-depth);
+    GiveName(run, circle, RouteRole::ThroughCircle, depth);
+    return true;
+}
+
+/// False when the part is to be given up.
+bool MakeCirclePocket(Routing& routing, AcadCircle& circle) {
+    RunState& run = routing.run;
+    const double diameter = circle.Diameter(), z = circle.Center().z;
+    constexpr double quarterOfPi = 0.78539816339744831;
+    const CutContour place = PlaceOf(run, routing.part, circle, quarterOfPi * diameter * diameter);
+    switch (SideOf(routing, circle, place, "circle")) {
+        case Side::This:
+            break;
+        case Side::Other:
+            circle.Delete();
+            return true;
+        case Side::Unknown:
+            KeepForHandWork(run);
+            return false;
+    }
+    if (Round(z) <= Round(routing.part.min.z)) return CutThrough(routing, circle);
+    if (!ChooseCirclePocketBit(run.bits, run.Material, run.MaterialKeyText, diameter)) return false;
+    GiveName(run, circle, RouteRole::CirclePocket, RaiseToTop(routing, circle, z));
+    return true;
+}
+
+/// False when the part is to be given up.
+bool MakePaths(RunState& run) {
+    if (!LoadMaterial(run)) return false;
+    run.RouteDirection = DirectionOfCut(run.Material);
+    Routing routing{run, LastSolid(*run.part).GetBoundingBox()};
+    const GatheredContours contours = GatherContours(*run.part, routing.part);
+    if (!contours.followable) {
+        KeepForHandWork(run);
+        return false;
+    }
+    for (AcadLWPolyline* chain : contours.open) PassOver(routing, *chain);
+    for (AcadLWPolyline* path : contours.closed)
+        if (!MakeRoute(routing, *path)) return false;
+    AddLayer(*run.part, layers::RouteCirclePV).SetLock(false);
+    for (AcadCircle* circle : AllOn<AcadCircle>(*run.part, layers::RouteCirclePV))
+        if (!MakeCirclePocket(routing, *circle)) return false;
+    return true;
+}
+
+}  // namespace
+
+void RecogniseRoutes(RunState& run) {
+    run.RouteCount = 0;
+    run.bits.RouteSkip = 0;
+    if (run.FirstPass()) run.firstSidePaths.clear();
+    if (!MakePaths(run)) run.RouteSkip = 1;
+}
+
+}  // namespace brenvik

@@ -1,0 +1,110 @@
+// Part files by the host's Wblock.
+#include "cnc/run/part_files.h"
+
+#include <utility>
+
+#include "base/skip.h"
+#include "cnc/drawing/drawing_walk.h"
+#include "parts/letters_in_use.h"
+#include "parts/mautocad.h"
+#include "parts/part_data_faults.h"
+#include "parts/part_trouble.h"
+#include "session/ports/files_port.h"
+#include "session/session.h"
+
+namespace brenvik {
+
+namespace {
+
+/// A folder that could not be made before now says why.
+void RequireFolders() {
+    FilesPort& files = *ThePlatform().files;
+    for (const std::string_view folder : {OutputFolder, SecondSideFolder})
+        if (!files.FolderExists(folder)) files.MakeFolder(folder);
+}
+
+/// Drawings that outlived the emptying of the folder would be taken for parts of this run. They go before the
+/// first part is written, so that no part of this run goes with them.
+void RemoveOldPartFiles() {
+    FilesPort& files = *ThePlatform().files;
+    if (files.ListFiles(OutputFolder, "Part_*.dwg").empty()) return;
+    for (const std::string_view pattern : {"*.dwg", "*.dxf"})
+        for (const std::string& name : files.ListFiles(OutputFolder, pattern))
+            RemoveIfThere(std::string(OutputFolder) + name);
+}
+
+std::string LabelOf(const AcadEntity& solid) {
+    const std::string handle = solid.Handle();
+    std::string name;
+    Skip([&] { name = mAutoCAD::GetPartData(handle, "PartName"); });
+    return PartLabel(handle, name);
+}
+
+/// A quantity that is no count is worked with as its number, and told. Quantities that the list has brought
+/// are counts.
+void TellQuantityFault(const AcadEntity& solid, const std::string& label, RunReport& report) {
+    std::string quantity;
+    if (!Skip([&] { quantity = mAutoCAD::GetPartData(solid.Handle(), "Quantity"); })) return;
+    if (const auto fault = QuantityFault(quantity))
+        report.unexplained.push_back("The part " + label + ": " + *fault + ".");
+}
+
+void TellStaleLetters(const AcadEntity& solid, const std::string& label, RunReport& report) {
+    if (const auto fault = StaleLetters(solid))
+        report.unexplained.push_back("The part " + label + ": " + *fault + ".");
+}
+
+/// Takes the part files back unless all could be written.
+class PartFilesInTheMaking {
+  public:
+    PartFilesInTheMaking() = default;
+    ~PartFilesInTheMaking() {
+        for (const PartFile& part : mParts) RemovePartFiles(part);
+    }
+    PartFilesInTheMaking(const PartFilesInTheMaking&) = delete;
+    PartFilesInTheMaking& operator=(const PartFilesInTheMaking&) = delete;
+
+    std::size_t Count() const { return mParts.size(); }
+    const PartFile& Add(PartFile part) { return mParts.emplace_back(std::move(part)); }
+    std::vector<PartFile> Keep() { return std::exchange(mParts, {}); }
+
+  private:
+    std::vector<PartFile> mParts;
+};
+
+}  // namespace
+
+void RemovePartFiles(const PartFile& part) {
+    RemoveIfThere(part.FirstSidePath());
+    RemoveIfThere(part.SecondSidePath());
+}
+
+std::vector<PartFile> WritePartFiles(RunState& run, AcadSelectionSet& prev, LentQuantities& quantities,
+                                     RunReport& report) {
+    AcadDocument& drawing = *run.sessionDrawing;
+    AcadSelectionSet& one = FreshSet(drawing, "EXPORTSET");
+    FreshSet(drawing, "explode");
+    PartFilesInTheMaking parts;
+    const int count = prev.Count();
+    for (int member = 0; member < count; ++member) {
+        AcadEntity* entity = prev.Item(member);
+        if (entity->ObjectName() != "AcDb3dSolid") continue;
+        if (parts.Count() == 0) {
+            RequireFolders();
+            RemoveOldPartFiles();
+        }
+        UnlockLayer(drawing, entity->Layer());
+        one.Clear();
+        one.AddItems(std::span(&entity, 1));
+        const PartFile& part =
+            parts.Add({"Part_" + std::to_string(parts.Count()) + ".dwg", LabelOf(*entity)});
+        TellQuantityFault(*entity, part.label, report);
+        TellStaleLetters(*entity, part.label, report);
+        drawing.Wblock(part.FirstSidePath(), one);
+        drawing.Wblock(part.SecondSidePath(), one);
+        quantities.GiveBack(*entity);
+    }
+    return parts.Keep();
+}
+
+}  // namespace brenvik

@@ -1,0 +1,221 @@
+// Passes, second sides, and cleaning.
+#include "cnc/run/part_loop.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "base/file_failure.h"
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "base/text.h"
+#include "cnc/drawing/drawing_walk.h"
+#include "cnc/run/run_set_up.h"
+#include "session/message.h"
+#include "session/ports/files_port.h"
+#include "session/session.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+enum class PassEnd { NextPart, SecondSide, EndRun };
+
+void ResetForPass(RunState& run) {
+    run.ExportScaleSetting = ToInteger(NumberSetting("ExportScaleSetting"));
+    run.RouteSkip = run.DrillSkip = 0;
+    run.bits.RouteSkip = 0;
+    run.bits.SavedToolDiameters = {};
+    run.RouteCount = 0;
+    run.DimL = run.DimW = run.DimT = "0";
+    run.LastAddedLayer.clear();
+    if (!run.FirstPass()) return;
+    run.unexplained.clear();
+    run.notePlaces.clear();
+    run.differences.clear();
+    run.proof.reset();
+    run.shiftingTexts.clear();
+}
+
+/// Opens the drawing of the pass, scaled and looked at from above.
+void OpenPart(RunState& run, const PartFile& file) {
+    run.part = nullptr;
+    run.app->Documents().Open(run.FirstPass() ? file.FirstSidePath() : file.SecondSidePath());
+    run.part = run.app->ActiveDocument();
+    AddLayer(*run.part, "BrenvikExplode");
+    FreshSet(*run.part, "exploded");
+    ResetForPass(run);
+    ScaleForExport(*run.part, run.ExportScaleSetting);
+    TopView(*run.part);
+    run.app->ZoomExtents();
+}
+
+PartStep WorkOnPass(RunState& run, const PartSteps& steps) {
+    for (const auto& step : steps.pass)
+        if (const PartStep came = step(run); came != PartStep::GoOn) return came;
+    steps.writePartFile(run);
+    steps.addListLine(run);
+    return PartStep::GoOn;
+}
+
+bool GoesOnWithSecondSide(RunState& run) {
+    if (ToInteger(NumberSetting("DontDoTwoSided")) == 1) {
+        run.LeavesSecondSide = run.NeedSecondSide == 1;
+        run.SecondSidePass = 1;
+        return false;
+    }
+    if (run.SecondSidePass != 0 || run.NeedSecondSide != 1) return false;
+    run.SecondSidePass = 1;
+    return true;
+}
+
+void ClosePartDrawing(RunState& run) {
+    AcadDocument* drawing = std::exchange(run.part, nullptr);
+    if (drawing != nullptr) Skip([&] { drawing->Close(false); });
+}
+
+/// The end of every part, skipped or not: no drawing of it outlasts it.
+void CleanUp(RunState& run, const PartFile& file) {
+    ClosePartDrawing(run);
+    if (Skip([&] { ThePlatform().files->RemoveFile(file.FirstSidePath()); })) {
+        RemoveIfThere(file.SecondSidePath());
+        run.NeedSecondSide = 0;
+        // Only a second pass asks for it, and this part won't have one any more.
+        run.ThroughRouteSeen = 0;
+    }
+    RemoveIfThere(std::string(WorkDrawing2));
+    RemoveIfThere(std::string(WorkDrawing));
+    if (run.SecondSidePass != 1) return;
+    RemoveIfThere(std::string(SecondSideWorkDrawing));
+    RemoveIfThere(std::string(SecondSideWorkDrawing2));
+    run.SecondSidePass = 0;
+    run.ThroughRouteSeen = 0;
+}
+
+/// What goes wrong with files goes wrong with the next part too. A record that breaks off is the matter of
+/// the one part whose material it is; a library that is no text at all is that of every part.
+bool IsOfFiles(const Failure& failure) {
+    constexpr long invalidFileFormat = 321;
+    const long number = failure.number();
+    if (number == failure_number::inputPastEnd) return false;
+    return number == invalidFileFormat || IsOfFileSystem(failure);
+}
+
+/// The work on the open drawing. A part that the host or the modeller refuses is skipped and told, so that
+/// the other parts of a job come out; a folder that can't be written ends the run.
+PartStep WorkOrSkip(RunState& run, const PartSteps& steps, const PartFile& file, RunReport& report) {
+    PartStep came = PartStep::SkipPart;
+    const std::optional<Failure> failure = Attempt([&] { came = WorkOnPass(run, steps); });
+    if (!failure) {
+        // The box that skipped it doesn't say which part it is.
+        if (came == PartStep::SkipPart && run.FirstPass())
+            report.skipped.push_back("The part " + file.label + " was skipped.");
+        return came;
+    }
+    if (IsOfFiles(*failure)) throw *failure;
+    ShowFailureWithDetail(*failure);
+    report.unexplained.push_back("The part " + file.label + " was skipped" +
+                                 (run.FirstPass() ? "" : " on its second side") +
+                                 ": it could not be worked on.");
+    return PartStep::SkipPart;
+}
+
+PassEnd DoPass(RunState& run, const PartSteps& steps, const PartFile& file, RunReport& report) {
+    if (run.FirstPass() && !ThePlatform().files->FileExists(file.FirstSidePath())) {
+        report.passedOver.push_back("The part " + file.label + " was passed over: " + file.FirstSidePath() +
+                                    " has vanished.");
+        return PassEnd::NextPart;
+    }
+    OpenPart(run, file);
+    const PartStep came = WorkOrSkip(run, steps, file, report);
+    if (came == PartStep::EndRun) return PassEnd::EndRun;
+    if (came == PartStep::GoOn && GoesOnWithSecondSide(run)) {
+        ClosePartDrawing(run);
+        RemoveIfThere(std::string(WorkDrawing));
+        RemoveIfThere(std::string(WorkDrawing2));
+        return PassEnd::SecondSide;
+    }
+    CleanUp(run, file);
+    return PassEnd::NextPart;
+}
+
+/// One line for the part; what both passes met is told once.
+void ReportUnexplained(RunState& run, const PartFile& file, RunReport& report) {
+    std::vector<std::string> texts;
+    for (std::string& text : run.unexplained)
+        if (std::ranges::find(texts, text) == texts.end()) texts.push_back(std::move(text));
+    run.unexplained.clear();
+    if (texts.empty()) return;
+    report.unexplained.push_back("The part " + file.label +
+                                 " has features without an operation: " + Join(texts, "; "));
+}
+
+/// What comes of the part's files isn't what is drawn.
+void ReportDifferences(RunState& run, const PartFile& file, RunReport& report) {
+    if (run.differences.empty()) return;
+    report.unexplained.push_back("The part " + file.label + " does not come out as it is drawn: " +
+                                 Join(std::exchange(run.differences, {}), "; "));
+}
+
+/// The lists' receivers part the columns at every comma, wherever it comes from.
+void ReportShiftedColumns(RunState& run, const PartFile& file, RunReport& report) {
+    if (run.shiftingTexts.empty()) return;
+    report.unexplained.push_back("The part " + file.label +
+                                 " moves the columns of the work list, by the comma in: " +
+                                 Join(std::exchange(run.shiftingTexts, {}), "; "));
+}
+
+PassEnd WorkOnPart(RunState& run, const PartSteps& steps, std::span<const PartFile> parts,
+                   RunReport& report) {
+    const PartFile& file = parts[static_cast<std::size_t>(run.partIndex)];
+    PassEnd end = PassEnd::SecondSide;
+    while (end == PassEnd::SecondSide) {
+        detail::TellRunObserver(
+            {run.partIndex + 1, static_cast<int>(parts.size()), !run.FirstPass(), file.label});
+        end = DoPass(run, steps, file, report);
+    }
+    if (steps.prove) steps.prove(run);
+    ReportUnexplained(run, file, report);
+    ReportDifferences(run, file, report);
+    ReportShiftedColumns(run, file, report);
+    return end;
+}
+
+/// What is left to do when a part ends the run.
+void ReportTheRest(const PartFile& file, std::size_t left, std::vector<std::string>& lines) {
+    std::string line = "The run ended at the part " + file.label;
+    if (left == 1) line += "; 1 more part has not been worked on";
+    if (left > 1) line += "; " + std::to_string(left) + " more parts have not been worked on";
+    lines.push_back(line + ".");
+}
+
+/// The part files of a run that a failure ends.
+void RemoveFilesOfTheRest(RunState& run, std::span<const PartFile> parts) {
+    const auto current = static_cast<std::size_t>(run.partIndex);
+    run.SecondSidePass = 1;
+    CleanUp(run, parts[current]);
+    for (const PartFile& later : parts.subspan(current)) RemovePartFiles(later);
+}
+
+}  // namespace
+
+bool WorkOnParts(RunState& run, const PartSteps& steps, std::span<const PartFile> parts, RunReport& report) {
+    run.SecondSidePass = 0;
+    for (std::size_t part = 0; part < parts.size(); ++part) {
+        run.partIndex = static_cast<int>(part);
+        const std::size_t left = parts.size() - part - 1;
+        try {
+            if (WorkOnPart(run, steps, parts, report) != PassEnd::EndRun) continue;
+            ReportTheRest(parts[part], left, report.passedOver);
+            return false;
+        } catch (const Failure&) {
+            ReportTheRest(parts[part], left, report.unexplained);
+            RemoveFilesOfTheRest(run, parts);
+            throw;
+        }
+    }
+    return true;
+}
+
+}  // namespace brenvik

@@ -1,0 +1,18 @@
+// The loop over the part files of a run: a pass for the first side, one for the second if it is needed, and
+// the cleaning after each part.
+#pragma once
+
+#include <span>
+
+#include "cnc/part/run_report.h"
+#include "cnc/run/part_files.h"
+#include "cnc/run/run_template.h"
+
+namespace brenvik {
+
+/// Works on the parts in order. Returns false when a part has ended the run: its drawing stays open then, and
+/// its files stay. A part that the host or the modeller refuses is told and skipped; a failure of files goes
+/// out when the part has been cleaned up.
+bool WorkOnParts(RunState& run, const PartSteps& steps, std::span<const PartFile> parts, RunReport& report);
+
+}  // namespace brenvik

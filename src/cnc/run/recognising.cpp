@@ -1,0 +1,56 @@
+// The order in which the recognisers work on a part: routes first, so that no hole is looked for on a curve
+// that is routed, then edge bores, then vertical holes.
+#include <string>
+
+#include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/work_layers.h"
+#include "cnc/holes/level_shapes.h"
+#include "cnc/part/part_material.h"
+#include "cnc/run/part_steps.h"
+#include "settings/materials.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+/// Looks the material up by thickness and name. What an earlier part found stays where this one has none.
+bool FindPartMaterial(RunState& run) {
+    const std::string key = MaterialKey(run.PartThickness, run.MaterialName, run.ExportScaleSetting);
+    run.MaterialKeyText = key;
+    return TakeMaterial(run, run.Material);
+}
+
+/// Edge bores, on every pass or on the second one alone. False when they were all that a second pass could
+/// have been made for, and there are none.
+bool BoreOnItsPass(RunState& run) {
+    const bool onSecondSide = SwitchIsOn("HorzBoreOn2");
+    if (onSecondSide) run.NeedSecondSide = 1;
+    run.edgeBores = 0;
+    if (!onSecondSide || !run.FirstPass()) BoreHorizontally(run);
+    if (run.ThroughRouteSeen == 1) return true;
+    return !onSecondSide || run.FirstPass() || run.edgeBores > 0;
+}
+
+}  // namespace
+
+PartStep Recognise(RunState& run) {
+    AddLayer(*run.part, layers::RoutingLayer1);
+    AddLayer(*run.part, layers::RoutingLayer2);
+    // Routes use the edges up.
+    const LevelShapes shapes = LevelShapes::Of(*run.part, LastSolid(*run.part).GetBoundingBox());
+    RecogniseRoutes(run);
+    if (run.RouteSkip == 1) return PartStep::SkipPart;
+
+    UnlockLayer(*run.part, layers::circleHold);
+    TopView(*run.part);
+    run.app->ZoomExtents();
+    if (!FindPartMaterial(run)) return PartStep::SkipPart;
+
+    TopView(*run.part);
+    if (!BoreOnItsPass(run)) return PartStep::SkipPart;
+    DrillVertically(run, shapes);
+    return run.DrillSkip == 1 ? PartStep::SkipPart : PartStep::GoOn;
+}
+
+}  // namespace brenvik

@@ -1,0 +1,214 @@
+// The set-up of a run, in the order in which the run template calls it.
+#include "cnc/run/run_set_up.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "base/letter_case.h"
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "base/text.h"
+#include "cnc/drawing/drawing_walk.h"
+#include "export/cnc_hand_off.h"
+#include "grid/frm_main.h"
+#include "parts/letters_in_use.h"
+#include "parts/mautocad.h"
+#include "parts/mdatabase.h"
+#include "parts/part_table.h"
+#include "parts/part_trouble.h"
+#include "session/message.h"
+#include "session/ports/files_port.h"
+#include "session/session.h"
+#include "session/text_files.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr std::string_view QuantityKey = "Quantity";
+
+/// Binds the unloaded grid form to the list that it closed on, and lets go of it again.
+class GridOnItsLastList {
+  public:
+    explicit GridOnItsLastList(frmMain& gridForm) : form(gridForm) {
+        form.Adodc1.connectionString = mDatabase::ConnectionString();
+        form.Adodc1.recordSource = FullSelect();
+        form.fpSpread1.SetDataSource(&form.Adodc1);
+        form.Adodc1.Refresh();
+        if (const Recordset* records = form.Adodc1.Records())
+            form.fpSpread1.SetMaxRows(records->RecordCount());
+    }
+    ~GridOnItsLastList() {
+        form.Adodc1.Close();
+        form.fpSpread1.SetDataSource(nullptr);
+    }
+    GridOnItsLastList(const GridOnItsLastList&) = delete;
+    GridOnItsLastList& operator=(const GridOnItsLastList&) = delete;
+
+  private:
+    frmMain& form;
+};
+
+/// A line of the grid's list.
+struct ListedPart {
+    std::string handle;
+    int quantity = 0;
+};
+
+std::optional<ListedPart> ParseListLine(std::string_view line) {
+    const HeadAndTail parts = SplitAtFirst(line, ',');
+    if (!parts.found) return std::nullopt;
+    ListedPart part{Trim(parts.head), 0};
+    if (!Skip([&] { part.quantity = StrictInteger(parts.tail); })) return std::nullopt;
+    return part;
+}
+
+/// Some hosts answer an erased handle with nothing, some with a failure.
+AcadEntity* FindEntity(AcadDocument& drawing, const std::string& handle) {
+    AcadObject* object = nullptr;
+    Skip([&] { object = drawing.HandleToObject(handle); });
+    return dynamic_cast<AcadEntity*>(object);
+}
+
+/// Whether the list has guessed the part's letters; then it is skipped, and told.
+bool SkippedForItsLetters(const AcadEntity& entity, RunReport& report) {
+    std::string handle, letters, name;
+    Skip([&] {
+        handle = entity.Handle();
+        letters = mAutoCAD::GetPartData(handle, "ORIE");
+        name = mAutoCAD::GetPartData(handle, "PartName");
+    });
+    if (!AreGuessedLetters(handle, letters)) return false;
+    const std::string part = "The part " + PartLabel(handle, name);
+    ShowMessage(part + " is skipped: its letters " + letters +
+                " were made out of data that can't be right. Give it letters in the list.");
+    report.skipped.push_back(part + " was skipped.");
+    return true;
+}
+
+std::string PlaceInList(std::size_t line) {
+    return std::string(CncListFile) + ", line " + std::to_string(line) + ": ";
+}
+
+void TakeListedParts(RunState& run, std::span<const std::string> lines, AcadSelectionSet& prev,
+                     LentQuantities& quantities, RunReport& report) {
+    std::vector<AcadEntity*> entities;
+    for (std::size_t line = 1; line <= lines.size(); ++line) {
+        const std::string& text = lines[line - 1];
+        if (IsBlank(text)) continue;
+        const std::optional<ListedPart> part = ParseListLine(text);
+        if (!part) {
+            report.passedOver.push_back(PlaceInList(line) +
+                                        "expected a handle, a comma and a quantity, found \"" + text + "\"");
+            continue;
+        }
+        AcadEntity* entity = FindEntity(*run.sessionDrawing, part->handle);
+        if (entity == nullptr) {
+            report.passedOver.push_back(PlaceInList(line) + "the drawing has no part " + part->handle);
+            continue;
+        }
+        if (SkippedForItsLetters(*entity, report)) continue;
+        quantities.Lend(*run.sessionDrawing, *entity, part->quantity);
+        entities.push_back(entity);
+    }
+    Skip([&] { prev.AddItems(entities); });
+}
+
+bool IsDrawing(const std::string& name) {
+    const std::string folded = FoldLower(name);
+    return folded.ends_with(".dxf") || folded.ends_with(".dwg");
+}
+
+void RemoveFiles(std::string_view folder, bool drawings) {
+    for (const std::string& name : ThePlatform().files->ListFiles(folder, "*.*"))
+        if (IsDrawing(name) == drawings) RemoveIfThere(std::string(folder) + name);
+}
+
+}  // namespace
+
+void RemoveIfThere(const std::string& path) {
+    Skip([&] { ThePlatform().files->RemoveFile(path); });
+}
+
+bool ApplyOpenGrid() {
+    if (ToInteger(NumberSetting("CNCApplyClose")) != 0) return true;
+    frmMain& form = GridFormInstance();
+    if (!form.Loaded()) return false;
+    form.Apply();
+    form.Unload();
+    return true;
+}
+
+void ApplyGridBeforeRun(const RunState& run) {
+    if (ApplyOpenGrid()) return;
+    // Only a grid that has just closed on this very target has a list that belongs to the drawing. The
+    // number of the target outlasts the run.
+    if (run.form != RunForm::B || TheSession().ExportTarget != static_cast<int>(run.target)) return;
+    ShowAndResume(ShowFailure, [&] {
+        frmMain& form = GridFormInstance();
+        const GridOnItsLastList list(form);
+        form.Apply();
+    });
+}
+
+void PrepareDrawing(AcadDocument& drawing) {
+    const bool save = ToInteger(NumberSetting("CNCSave")) == 0;
+    drawing.SendCommand("_ucs\rw\r");
+    if (save) ShowAndResume(ShowFailureWithDetail, [&] { drawing.Save(); });
+    for (const std::string_view variable :
+         {"plinetype\r2\r", "ucsfollow\r0\r", "ucsortho\r0\r", "isavebak\r0\r", "OSNAPCOORD\r2\r"})
+        drawing.SendCommand(variable);
+}
+
+void PrepareSession(RunState& run) {
+    PrepareDrawing(*run.sessionDrawing);
+    run.SpoilAmount = NumberSetting("BiesseWorksSpoil");
+    if (SwitchIsOn("MyWindowState")) Skip([&] { run.app->SetWindowState(WindowStateKind::Minimized); });
+}
+
+void ScaleForExport(AcadDocument& drawing, int ExportScaleSetting) {
+    if (ExportScaleSetting == 3) drawing.SendCommand("scale\rall\r\r0\r25.4\r");
+    if (ExportScaleSetting == 4) drawing.SendCommand("scale\rall\r\r0\r0.0393700787401575\r");
+}
+
+LentQuantities::~LentQuantities() {
+    while (!lent.empty()) GiveBack(*lent.back());
+}
+
+void LentQuantities::Lend(AcadDocument& drawing, AcadEntity& entity, int quantity) {
+    Skip([&] { UnlockLayer(drawing, entity.Layer()); });
+    if (std::ranges::find(lent, &entity) == lent.end()) lent.push_back(&entity);
+    Skip([&] { mAutoCAD::SetPartData(&entity, QuantityKey, std::to_string(quantity)); });
+}
+
+void LentQuantities::GiveBack(AcadEntity& entity) {
+    if (std::erase(lent, &entity) == 0) return;
+    Skip([&] { mAutoCAD::SetPartData(&entity, QuantityKey, "1"); });
+}
+
+AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities, RunReport& report) {
+    AcadSelectionSet& prev = FreshSet(*run.sessionDrawing, "prev");
+    switch (run.form) {
+        case RunForm::A:
+            Skip([&] { prev.Select(SelectMode::Previous); });
+            return &prev;
+        case RunForm::B:
+            break;
+    }
+    std::vector<std::string> lines;
+    if (!Skip([&] { lines = ReadLines(HandOverFolder() + std::string(CncListFile)); })) {
+        ShowMessage(ListUnreadable);
+        return nullptr;
+    }
+    TakeListedParts(run, lines, prev, quantities, report);
+    return &prev;
+}
+
+void EmptyOutputFolders() {
+    for (const bool drawings : {false, true})
+        for (const std::string_view folder : {OutputFolder, SecondSideFolder})
+            Skip([&] { RemoveFiles(folder, drawings); });
+}
+
+}  // namespace brenvik

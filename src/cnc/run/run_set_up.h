@@ -1,0 +1,74 @@
+// What a run does before its first part file: folders, the warning, settings of the host, and the parts.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cnc/part/run_report.h"
+#include "cnc/part/run_state.h"
+#include "session/ports/host_interface.h"
+
+namespace brenvik {
+
+/// What the user is told before and after.
+inline constexpr std::string_view RunWarning =
+    "This utility will set your ucsfollow and ucsortho system variables to 0, "
+    "set your plinetype to 2, osnapcoord to 2, and turn off backup copies. "
+    "You will may need to manually set these variable back to your preferences. "
+    "By using this export you agree to take full responsibility for making sure that "
+    "the dxf files created will not damage your machine or cause injury. "
+    "Please wait for the -- Export Complete! -- message before continuing.";
+inline constexpr std::string_view RunComplete = "-- Export Complete! --";
+/// What its folders are in for, in the words of a refusal.
+inline constexpr std::string_view RunEmpties = "a run empties its output folder";
+inline constexpr std::string_view ListUnreadable =
+    "There has been some sort of error reading the file CNCExportList2.txt. It may not have been created due "
+    "to "
+    "user error or another problem. Please contact support. Now skipping export.";
+
+/// The grid's automatic apply and close, unless the settings turn it off: writes the list that the grid has
+/// just handed over to its solids. A run that doesn't come from the grid applies an open one alone: a list
+/// of an earlier export may be older than the drawing.
+void ApplyGridBeforeRun(const RunState& run);
+/// Applies and closes the grid if it is open, unless the settings turn that off. False when they ask for it
+/// and no grid is open.
+bool ApplyOpenGrid();
+/// World coordinates, the drawing saved unless the settings turn that off, and the host's variables. A
+/// drawing that can't be saved is told, and the command goes on.
+void PrepareDrawing(AcadDocument& drawing);
+/// The same, and what else a run reads and sets before it takes its parts.
+void PrepareSession(RunState& run);
+
+/// From inches to millimetres for a setting of 3, the other way for 4; other settings leave the drawing.
+void ScaleForExport(AcadDocument& drawing, int ExportScaleSetting);
+
+/// Quantities written to solids for the length of the part files: "1" again when it goes.
+class LentQuantities {
+  public:
+    LentQuantities() = default;
+    ~LentQuantities();
+    LentQuantities(const LentQuantities&) = delete;
+    LentQuantities& operator=(const LentQuantities&) = delete;
+
+    /// A layer that is locked is unlocked, as the run does with the layers of its parts anyway.
+    void Lend(AcadDocument& drawing, AcadEntity& entity, int quantity);
+    /// Gives one its "1" back; does nothing for an entity that has none lent.
+    void GiveBack(AcadEntity& entity);
+
+  private:
+    std::vector<AcadEntity*> lent;
+};
+
+/// Fills the set "prev" of the session drawing: form A from the previous selection, form B from the list.
+/// Returns nothing when there is no list, which has been told then.
+AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities, RunReport& report);
+
+/// Deletes all files of both output folders, lists ahead of drawings, so that no list of an earlier run
+/// outlasts its files; what can't be deleted stays.
+void EmptyOutputFolders();
+
+/// Deletes a file that may not be there, or that can't be deleted.
+void RemoveIfThere(const std::string& path);
+
+}  // namespace brenvik

@@ -1,0 +1,39 @@
+// The one run that all targets share: set-up, part files, the loop over the parts, and the end. The work on a
+// part is handed in, so that the run can be tried without it.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "cnc/part/run_report.h"
+#include "cnc/part/run_state.h"
+
+namespace brenvik {
+
+/// The work on a part.
+struct PartSteps {
+    /// In the order of a pass; one that doesn't go on is the last of its pass.
+    std::vector<std::function<PartStep(RunState&)>> pass;
+    /// What follows when all of them went on: the DXF file, and the line of the work list.
+    std::function<void(RunState&)> writePartFile, addListLine;
+    /// Deletes the work lists of earlier runs; gives those of this one their names, at its end.
+    std::function<void(Target)> clearWorkLists, finishWorkLists;
+    /// Compares a part with its files when all of them are written; none where parts are tried without files.
+    std::function<void(RunState&)> prove = {};
+};
+
+/// Runs one target on the host's active drawing. A failure of one part is shown and the part skipped. One of
+/// the set-up, or of files, is shown with what it is about and ends the run cleanly: what was written by then
+/// stays, and work files go. A run into folders where another program's run is going on, or that hold the
+/// drawing itself, is refused with a message and touches nothing.
+void RunParts(AcadApplication& app, Target target, RunForm form, const PartSteps& steps);
+
+namespace detail {
+
+/// The report that a run fills.
+RunReport& ReportOfRun();
+void TellRunObserver(const RunProgress& progress);
+
+}  // namespace detail
+
+}  // namespace brenvik

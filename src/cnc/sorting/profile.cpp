@@ -1,0 +1,143 @@
+// The part seen from above and broken down to curves. What "all" reaches in each command is settled by the
+// layers that are locked at that moment.
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/letter_case.h"
+#include "base/numbers.h"
+#include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/work_layers.h"
+#include "cnc/run/part_steps.h"
+#include "cnc/sorting/circle_sorting.h"
+#include "cnc/sorting/circular_routes.h"
+#include "cnc/sorting/edge_sorting.h"
+#include "cnc/sorting/hole_floors.h"
+#include "cnc/sorting/untaken_faces.h"
+#include "parts/mautocad.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr std::string_view ExplodeAll = "Explode all  ";
+constexpr int SizeDecimals = 6;
+constexpr int HoldColor = 5;
+// A thirty-second of a unit: the steps that stock thicknesses are rounded to.
+constexpr double ThicknessStep = 0.03125;
+constexpr std::string_view UnknownMaterial = "UnknownMaterial";
+
+/// Draws the profile of the solid from above on layers of its own. It takes a viewport of the sheet, and the
+/// four blanks end the selection and take three defaults: hidden lines on a layer of their own, all in one
+/// plane, and no tangent edges.
+void ProjectPart(RunState& run) {
+    for (const std::string_view text :
+         {"tilemode ", "0 ", "mview ", "fit ", "mspace ", "-view ", "top ", "hi ", "solprof ", "all ", " ",
+          " ", " ", " ", "tilemode ", "1 ", "-v ", "t "})
+        run.part->SendCommand(text);
+    run.app->ZoomExtents();
+}
+
+/// The boundary of the kept face, drawn on a layer for the time it takes to measure its height.
+void DrawBoundaryOfKeptFace(AcadDocument& drawing) {
+    LockAllLayers(drawing);
+    const bool kept = LayerExists(drawing, layers::RegionCopy);
+    if (kept) UnlockLayer(drawing, layers::RegionCopy);
+    AddLayer(drawing, layers::regioncopycopy);
+    UnlockLayer(drawing, layers::regioncopycopy);
+    for (AcadRegion* region : AllOn<AcadRegion>(drawing, layers::RegionCopy)) {
+        region->Copy();
+        region->SetLayer(layers::regioncopycopy);
+    }
+    if (kept) LockLayer(drawing, layers::RegionCopy);
+    drawing.SendCommand(ExplodeAll);
+}
+
+std::optional<double> HeightOfKeptFace(AcadDocument& drawing) {
+    for (const AcadLine* line : AllOn<AcadLine>(drawing, layers::regioncopycopy)) {
+        const double z = line->EndPoint().z;
+        if (RoundHalfEven(z, SizeDecimals) > 0) return z;
+    }
+    return std::nullopt;
+}
+
+/// Lowers the kept face to Z 0, where the projection lies and the outline is drawn.
+void LowerKeptFace(AcadDocument& drawing) {
+    DrawBoundaryOfKeptFace(drawing);
+    const std::optional<double> height = HeightOfKeptFace(drawing);
+    if (height && LayerExists(drawing, layers::RegionCopy)) {
+        UnlockLayer(drawing, layers::RegionCopy);
+        LockLayer(drawing, layers::regioncopycopy);
+        for (const std::string& text :
+             {std::string("m "), std::string("all  "), std::string("0,0,0 "), PointAnswer({0, 0, -*height})})
+            drawing.SendCommand(text);
+        LockLayer(drawing, layers::RegionCopy);
+        UnlockLayer(drawing, layers::regioncopycopy);
+    }
+    for (AcadLine* line : AllOn<AcadLine>(drawing, layers::regioncopycopy)) line->Delete();
+}
+
+double ToThicknessStep(double value) {
+    const double steps = std::floor(std::abs(value) / ThicknessStep + 0.5);
+    return std::copysign(steps * ThicknessStep, value);
+}
+
+void ReadMaterialName(RunState& run) {
+    run.MaterialName = FoldUpper(mAutoCAD::GetPartData(LastSolid(*run.part).Handle(), "Material"));
+    if (run.MaterialName.empty()) run.MaterialName = UnknownMaterial;
+}
+
+/// Everything but the solid falls apart to curves: kept faces, the blocks of the projection and what stands
+/// in them. Circles are kept out of the last round: they are gathered already.
+void BreakDown(AcadDocument& drawing) {
+    UnlockAllLayers(drawing);
+    AddLayer(drawing, layers::SolidHold);
+    LastSolid(drawing).SetLayer(layers::SolidHold);
+    LockLayer(drawing, layers::SolidHold);
+    drawing.SendCommand(ExplodeAll);
+    drawing.SendCommand(ExplodeAll);
+    UnlockAllLayers(drawing);
+    for (AcadEntity* entity : All<AcadEntity>(drawing))
+        if (entity->ObjectName() == "AcDbBody") entity->Delete();
+    AddLayer(drawing, layers::circleHold, HoldColor);
+    LockLayer(drawing, layers::circleHold);
+    LockLayer(drawing, layers::SolidHold);
+    drawing.SendCommand(ExplodeAll);
+    UnlockLayer(drawing, layers::circleHold);
+}
+
+void TakeSizes(RunState& run, const Acad3DSolid& solid, const Box3& box) {
+    run.ExtentX = RoundHalfEven(box.max.x - box.min.x, SizeDecimals);
+    run.ExtentY = RoundHalfEven(box.max.y - box.min.y, SizeDecimals);
+    run.ExtentZ = RoundHalfEven(box.max.z - box.min.z, SizeDecimals);
+    run.PartThickness = run.ExtentZ;
+    run.PartBottomZ = RoundHalfEven(box.min.z, SizeDecimals);
+    run.PartVolume = solid.Volume();
+}
+
+}  // namespace
+
+PartStep SortEdges(RunState& run) {
+    AcadDocument& drawing = *run.part;
+    ProjectPart(run);
+    LowerKeptFace(drawing);
+    run.QuarterThickness = ToThicknessStep(LenientNumber(run.DimT));
+    ReadMaterialName(run);
+    AddLayer(drawing, layers::Border);
+    BreakDown(drawing);
+
+    const Acad3DSolid& solid = LastSolid(drawing);
+    const Box3 part = solid.GetBoundingBox();
+    TakeSizes(run, solid, part);
+    NoteUntakenFaces(run);
+    CompleteHoleFloors(run, part);
+    SortCircles(run, part);
+    const PartStep routes = SortCircularRoutes(run, part);
+    if (routes != PartStep::GoOn) return routes;
+    SortArcsAndLines(run, part);
+    return PartStep::GoOn;
+}
+
+}  // namespace brenvik

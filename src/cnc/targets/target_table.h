@@ -1,0 +1,65 @@
+// What each target calls things, and the few behaviours in which the targets differ: one table for all.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "cnc/part/target.h"
+#include "settings/bit_choice.h"
+
+namespace brenvik {
+
+struct RunState;
+
+struct TargetTraits {
+    Target target;
+    std::string_view name;  ///< As users type it, in their case: "C2C", "Enroute".
+    /// The first family keeps an edge bore as a circle with its normal; the second draws it as a flat
+    /// rectangle on a side layer, since its receivers have no edge face.
+    bool firstFamily;
+    std::string_view horizontalWorkLayer;
+    /// The dialog that asks for a bit when none fits a route that stops inside the part.
+    ChoiceDialog choiceDialog;
+};
+
+std::span<const TargetTraits> TargetTable();
+const TargetTraits& TraitsOf(Target target);
+/// By name without regard to case; nothing for an unknown one.
+const TargetTraits* FindTarget(std::string_view name);
+
+/// What a path is on the part.
+enum class RouteRole {
+    Inside,         ///< A route or pocket that stops inside the part.
+    CirclePocket,   ///< A circle that stops inside.
+    Through,        ///< A cut-out.
+    ThroughCircle,  ///< A circular cut-out.
+    Outline,        ///< The outside profile.
+};
+
+/// The layer of a path: depth in the units of the run, tool and counter from the run's state (the outline
+/// takes the material's first tool).
+std::string RouteLayerName(const RunState& run, RouteRole role, PathKind kind, double depth);
+
+/// The layer of the part's sheet; blank for a target that wants none.
+std::string SheetLayerName(const RunState& run, double thickness);
+
+/// The cutter compensation of layer names, from the material's direction: "0" for "cc", "1" for "c".
+std::string CompensationText(const RunState& run);
+
+/// The scale digits of layer names: the first for a run in millimetres, the second for one in
+/// inches; nothing for a scale setting outside 1 to 4, and the name stays without its number.
+std::optional<int> ScaleDigits(const RunState& run, int metric, int imperial);
+
+/// The number with as many decimals as the scale asks for; blank for an unknown scale.
+std::string ScaledNumberText(const RunState& run, double value, int metric, int imperial,
+                             std::string_view mark = "p");
+
+/// BW's whole numbers: hundredths of a millimetre or ten-thousandths of an inch; blank for an unknown scale.
+std::string WholeNumberText(const RunState& run, double value);
+
+/// The value in units of the last of `digits` decimals, as BW's names have it: 0.75 with 4 is "7500".
+std::string WholeNumberText(double value, int digits);
+
+}  // namespace brenvik
