@@ -1,0 +1,57 @@
+// Exported files as they stand, to the byte, for the four targets that differ most: a part, a second side and
+// a list. What changed on purpose is looked at and then taken over with scripts/accept-files.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "checkout_paths.h"
+#include "program.h"
+
+namespace brenvik::cli_test {
+namespace {
+
+namespace fs = std::filesystem;
+
+class WholeFiles : public ProgramTest, public ::testing::WithParamInterface<const char*> {
+  protected:
+    fs::path Expected() const { return fs::path(BRENVIK_SOURCE_DIR) / "tests/cli/golden" / GetParam(); }
+};
+
+/// Where two texts part, as a line number and both lines.
+std::string FirstDifference(const std::string& expected, const std::string& written) {
+    const auto [a, b] = std::ranges::mismatch(expected, written);
+    const auto lineAt = [](const std::string& text, std::string::const_iterator place) {
+        const auto from = static_cast<std::size_t>(place - text.begin());
+        const std::size_t before = from == 0 ? std::string::npos : text.rfind('\n', from - 1);
+        const std::size_t begin = before == std::string::npos ? 0 : before + 1;
+        return text.substr(begin, text.find('\n', begin) - begin);
+    };
+    return "line " + std::to_string(std::count(expected.begin(), a, '\n') + 1) + ": expected \"" +
+           lineAt(expected, a) + "\", written \"" + lineAt(written, b) + "\"";
+}
+
+TEST_P(WholeFiles, StandAsTheyWereLookedAt) {
+    const Outcome outcome =
+        Run({"cnc", ShippedSample().string(), "--target", GetParam(), "--out", "out", "--quiet"});
+    EXPECT_EQ(outcome.status, 1) << "two parts of the sample have no material in the library";
+    std::vector<fs::path> files;
+    for (const auto& entry : fs::directory_iterator(Expected())) files.push_back(entry.path());
+    ASSERT_EQ(files.size(), 3U);
+    for (const fs::path& file : files) {
+        const std::string name = file.filename().string();
+        const fs::path written = folder / "out" / (name.starts_with("BPart") ? "2-sided" : "") / name;
+        ASSERT_TRUE(fs::exists(written)) << name;
+        const std::string expected = ReadFile(file), found = ReadFile(written);
+        if (expected != found)
+            ADD_FAILURE() << name << ", " << FirstDifference(expected, found)
+                          << "\nAfter a look at the change: scripts/accept-files";
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Targets, WholeFiles, ::testing::Values("C2C", "ROV", "WOP4", "BW"),
+                         [](const auto& target) { return target.param; });
+
+}  // namespace
+}  // namespace brenvik::cli_test
