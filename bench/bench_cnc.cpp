@@ -8,8 +8,8 @@
 #include "cnc/part/run_report.h"
 #include "cnc/part/target.h"
 #include "cnc/proof/run_proof.h"
-#include "cnc/run/runs.h"
 #include "job_files.h"
+#include "session/library/cnc_commands.h"
 #include "settings/materials.h"
 #include "settings/settings_store.h"
 #include "workshop.h"
@@ -56,7 +56,7 @@ bool RunJob(Workshop& workshop, Target target, double& settledMegabytes) {
     ObserveRuns([&settledMegabytes](const RunProgress& progress) {
         if (progress.part == SettledPart) settledMegabytes = MegabytesInUse();
     });
-    RunOnSelection(workshop.Host(), target);
+    RunOnSelection(workshop.Host(), target, GridBeforeRuns());
     const RunReport& report = LastRunReport();
     return report.complete && report.unexplained.empty() && report.passedOver.empty() &&
            report.skipped.empty();

@@ -11,6 +11,7 @@
 #include "forms/grid_control.h"
 #include "grid/frm_main.h"
 #include "session/library/brenvik_class.h"
+#include "session/library/loading.h"
 #include "session/session.h"
 #include "settings/settings_store.h"
 

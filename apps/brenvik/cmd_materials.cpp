@@ -16,7 +16,7 @@
 #include "command_line.h"
 #include "console/console_dialogs.h"
 #include "file_roots/places.h"
-#include "session/library/commands.h"
+#include "session/call.h"
 #include "settings/material_keys.h"
 #include "settings/materials.h"
 #include "settings_store/folder_lock.h"

@@ -41,7 +41,7 @@ StandIns TakeOutBlockSolids(HostDocument& document, const DrawingOptions& option
 void TellBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller);
 
 /// Selects the entities of the options, or every solid of model space, as the host's previous selection.
-/// Returns how many. Throws CommandError for a handle that the drawing hasn't.
+/// Returns how many. Throws CommandError for a handle that is not in the drawing.
 std::size_t SelectForCommand(HostDocument& document, const DrawingOptions& options,
                              const StandIns& standIns = {});
 

@@ -10,6 +10,7 @@
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
 #include "install_home.h"
+#include "session/library/loading.h"
 #include "session/session.h"
 #include "settings/settings_keys.h"
 #include "settings_file_check.h"

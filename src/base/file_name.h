@@ -8,10 +8,10 @@
 
 namespace brenvik {
 
-/// Of a file's name in bytes, its ending included: all that a path may have besides the folder.
+/// Longest file name in bytes, with its extension, that every system and path of the shop takes.
 inline constexpr std::size_t LongestFileName = 240;
 
-/// The text with each of the refused characters, and each control character, become a low line.
+/// The text with each refused character, and each control character, replaced by an underscore.
 std::string WithoutCharacters(std::string_view refused, std::string_view text);
 
 /// The text as a piece of a file name, on any system that the file may be taken to.

@@ -159,10 +159,6 @@ bool StartsWithIgnoreCase(std::string_view text, std::string_view start) {
     return FoldLower(text).starts_with(FoldLower(start));
 }
 
-bool ContainsIgnoreCase(std::string_view text, std::string_view part) {
-    return FoldLower(text).find(FoldLower(part)) != std::string::npos;
-}
-
 bool LessIgnoreCase::operator()(std::string_view a, std::string_view b) const {
     return FoldLower(a) < FoldLower(b);
 }

@@ -22,9 +22,6 @@ bool EqualsIgnoreCase(std::string_view a, std::string_view b);
 /// empty one.
 bool StartsWithIgnoreCase(std::string_view text, std::string_view start);
 
-/// Whether `part` stands somewhere in `text`, the case of Latin letters ignored.
-bool ContainsIgnoreCase(std::string_view text, std::string_view part);
-
 /// An ordering for maps and sets that ignores the case of Latin letters.
 struct LessIgnoreCase {
     using is_transparent = void;

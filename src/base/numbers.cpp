@@ -224,13 +224,6 @@ std::int32_t ToInteger(double value) {
     return static_cast<std::int32_t>(rounded);
 }
 
-std::int16_t ToShortInteger(double value) {
-    const std::int32_t wide = ToInteger(value);
-    if (wide < std::numeric_limits<std::int16_t>::min() || wide > std::numeric_limits<std::int16_t>::max())
-        throw Overflow();
-    return static_cast<std::int16_t>(wide);
-}
-
 float ToSingle(double value) {
     // The first double that rounds out of single precision: half a unit above the largest single.
     constexpr double tooLarge = 0x1.ffffffp127;

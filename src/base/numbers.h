@@ -34,9 +34,6 @@ std::int32_t StrictInteger(std::string_view text);
 /// value that is no number.
 std::int32_t ToInteger(double value);
 
-/// A number as a 16-bit integer, halves to even. Throws Failure 6 "Overflow" as ToInteger does.
-std::int16_t ToShortInteger(double value);
-
 /// A number in single precision, rounded to the nearest. Throws Failure 6 "Overflow" when it is beyond
 /// the single-precision range; a value too small becomes 0.
 float ToSingle(double value);

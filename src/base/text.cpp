@@ -20,10 +20,6 @@ std::size_t Advance(std::string_view text, std::size_t at, std::size_t count) {
 
 }  // namespace
 
-std::string TrimLeft(std::string_view text) {
-    return std::string(text.substr(std::min(text.find_first_not_of(' '), text.size())));
-}
-
 std::string TrimRight(std::string_view text) {
     return std::string(text.substr(0, text.find_last_not_of(' ') + 1));
 }

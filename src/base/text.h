@@ -10,10 +10,9 @@
 
 namespace brenvik {
 
-/// Without the blanks at both ends, at the left, at the right. Only the blank itself (0x20) counts:
+/// Without the blanks at both ends, at the right. Only the blank itself (0x20) counts:
 /// a tab is data.
 std::string Trim(std::string_view text);
-std::string TrimLeft(std::string_view text);
 std::string TrimRight(std::string_view text);
 
 /// Whether the text holds nothing but blanks.

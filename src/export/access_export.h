@@ -20,7 +20,7 @@ struct DatabaseLogin {
     std::string DbUser, DbPassword;
 };
 
-/// The connection string of a file. Without a password it is the one of a database that has none.
+/// The connection string of a file. Without a password, the form for unprotected files.
 std::string AccessConnectionString(std::string_view path, std::string_view password);
 
 /// A new connection to a database that isn't ours. Fails with 429 where the platform has none.

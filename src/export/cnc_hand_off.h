@@ -7,14 +7,11 @@
 #include <string_view>
 #include <vector>
 
+#include "parts/cnc_list.h"
+
 namespace brenvik {
 
 class frmExport;
-
-/// The lists in the hand-over folder: a line for each row of the part table, and a line for each group of
-/// identical parts, which the run reads.
-inline constexpr std::string_view CncWorkFile = "CNCExportList.txt";
-inline constexpr std::string_view CncListFile = "CNCExportList2.txt";
 
 /// The columns of the first list, unless a profile names others.
 inline constexpr std::string_view CncColumns =

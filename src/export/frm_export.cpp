@@ -55,8 +55,6 @@ bool IsOffered(const std::string& header) {
 
 }  // namespace
 
-std::span<const std::string_view> ExportTypes() { return Types; }
-
 frmExport::frmExport()
     : Form("frmExport", "Brenvik Export Tool"),
       cboExportType(Add<ListControl>(ControlKind::ComboBox, "cboExportType")),

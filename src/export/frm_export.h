@@ -15,8 +15,7 @@ namespace brenvik {
 
 class frmMain;
 
-/// The entries of `cboExportType` in order; the ones from the third on hand the parts to a CNC run.
-std::span<const std::string_view> ExportTypes();
+/// The entries of `cboExportType` by number; the ones from the third on hand the parts to a CNC run.
 inline constexpr int CsvExportType = 0, AccessExportType = 1, FirstCncExportType = 2;
 
 class frmExport : public Form {

@@ -3,19 +3,20 @@
 
 #include <array>
 #include <string>
+#include <utility>
 
 #include "base/skip.h"
 #include "base/text.h"
 #include "grid/column_relation.h"
-#include "grid/grid_actions.h"
 #include "grid/grid_columns.h"
+#include "grid/grid_query.h"
 #include "grid/grid_settings.h"
 #include "parts/mautocad.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
 #include "parts/part_trouble.h"
-#include "query/grid_query.h"
 #include "session/message.h"
+#include "session/module_state.h"
 #include "session/session.h"
 
 namespace brenvik {
@@ -80,10 +81,12 @@ std::vector<ToolbarControl::Key> ToolbarKeys() {
 
 std::span<const ColumnTickBox> ColumnTickBoxes() { return TickBoxes; }
 
+void SetGridCommands(GridCommands commands) { StateOf<GridCommands>() = std::move(commands); }
+
 frmMain& GridFormInstance() {
     Session& session = TheSession();
     if (session.GridForm == nullptr) session.GridForm = std::make_unique<frmMain>();
-    return *session.GridForm;
+    return static_cast<frmMain&>(*session.GridForm);
 }
 
 frmMain::frmMain()
@@ -100,7 +103,7 @@ frmMain::frmMain()
     Adodc1.visible = false;
     Adodc1.recordSource = FullSelect();
     ConnectGrid();
-    tbMain.onKey = [this](std::string_view key) { RunToolbarKey(*this, key); };
+    tbMain.onKey = [this](std::string_view key) { StateOf<GridCommands>().toolbarKey(*this, key); };
     AddMenu();
     AddTickBoxes();
     Add<Control>(ControlKind::Button, "btnAutoPN", "Auto PN").onClick = [this] {
@@ -137,7 +140,7 @@ void frmMain::AddMenu() {
           Entry{"mnuHelp", "&View Help"}, Entry{"mnuAbout", "&About Brenvik"}}) {
         auto& control = Add<Control>(ControlKind::MenuEntry, entry.name, entry.caption);
         const std::string menuEntry = entry.name;
-        control.onClick = [this, menuEntry] { RunMenuEntry(*this, menuEntry); };
+        control.onClick = [this, menuEntry] { StateOf<GridCommands>().menuEntry(*this, menuEntry); };
     }
 }
 
@@ -170,11 +173,13 @@ void frmMain::LoadInOrder() {
     SetColumnHeaders();
     LoadGridSettings();
     PlaceForm();
-    mAutoCAD::ScanSelection();
+    ScanSelection();
     TheSession().CaptionList = Split(GridCaptionList, ',');
     ColHeadRelationShip();
     Loading = false;
 }
+
+void frmMain::ScanSelection() { mAutoCAD::ScanSelection({*this, Adodc1, fpSpread1}); }
 
 bool frmMain::OnQueryClose() { return !TheSession().ApplyBusy; }
 

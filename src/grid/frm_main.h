@@ -2,6 +2,7 @@
 // toolbar, menu, status bar and the tick boxes that say which columns take part in Quick Copy.
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string_view>
 
@@ -33,13 +34,16 @@ class frmMain : public Form {
     /// files do when there is no blank database, and as the scan does for its switches.
     void Form_Load();
 
+    /// Scans the previous selection into the grid.
+    void ScanSelection();
+
     /// Writes each row's part data to its solid; the present extents become the old ones. A solid that is
     /// gone stops its row, a value that the host refuses is left out; each is told, and the work goes on.
     /// Refused with a message while grouping is active. Fails with 91 when there is no document.
     void Apply();
     /// The same, then unloads the form, unless grouping is active.
     void applyClose(FailureTelling telling = FailureTelling::Shown);
-    /// The same as `Apply`, but that no quantity is written: for each row all of model space is highlighted.
+    /// Like `Apply`, without quantities; highlights all of model space for each row.
     void Highlight();
 
     /// Spreads the current row's values under the ticked boxes over all rows that the filter lets through,
@@ -90,6 +94,14 @@ class frmMain : public Form {
     void SetColumnHeaders();
     void PlaceForm();
 };
+
+/// What stands behind the form's toolbar keys and menu entries. Most of it opens dialogs that know the form,
+/// so the library hands it in.
+struct GridCommands {
+    std::function<void(frmMain&, std::string_view key)> toolbarKey;
+    std::function<void(frmMain&, std::string_view name)> menuEntry;
+};
+void SetGridCommands(GridCommands commands);
 
 /// The session's one grid form, made at first use.
 frmMain& GridFormInstance();

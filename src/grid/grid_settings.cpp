@@ -11,6 +11,7 @@
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
 #include "session/session.h"
+#include "settings/grid_layout.h"
 #include "settings/settings_keys.h"
 #include "settings/settings_store.h"
 
@@ -19,8 +20,6 @@ namespace brenvik {
 namespace {
 
 constexpr int LastColumnLookedAt = 100;
-
-std::string WidthName(std::string_view key) { return std::string(key) + std::string(WidthSuffix); }
 
 /// Walks the grid's columns up to the first without a header, and visits those that have a width key.
 void ForEachWidthColumn(GridControl& grid,
@@ -73,12 +72,6 @@ void SaveGridSettings() {
     ForEachWidthColumn(form.fpSpread1, [](GridColumn& column, std::string_view key) {
         SaveSettingText(WidthName(key), NumberToText(column.width));
     });
-}
-
-void ResetGridLayout() {
-    for (const std::string_view name : {"DialogWidth", "DialogHeight", "DialogLeft", "DialogTop"})
-        DeleteSettingText(name);
-    for (const std::string& key : Split(ColumnWidthKeyList, ',')) DeleteSettingText(WidthName(key));
 }
 
 }  // namespace brenvik

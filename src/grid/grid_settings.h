@@ -10,7 +10,4 @@ void LoadGridSettings();
 /// Writes the path, the form's place and size, and the width of each column that has a width key.
 void SaveGridSettings();
 
-/// Deletes place, size and widths, so that the next start uses those of the design.
-void ResetGridLayout();
-
 }  // namespace brenvik

@@ -8,6 +8,9 @@
 namespace brenvik {
 
 class AcadObject;
+class DataControl;
+class Form;
+class GridControl;
 
 namespace mAutoCAD {
 
@@ -20,10 +23,17 @@ std::string GetPartData(std::string_view handle, std::string_view key);
 /// the host does, as for a text longer than it takes.
 void SetPartData(AcadObject* object, std::string_view key, std::string_view value);
 
+/// Where a scan is seen: the form that waits, and the grid with its data control that show the rows.
+struct ScanScreen {
+    Form& form;
+    DataControl& data;
+    GridControl& grid;
+};
+
 /// Reads the host's previous selection into the part table, one row for each entity, and binds the grid to
 /// it. An empty selection leaves table, grid and hourglass as they are. Fails with 13 when one of the two
 /// measuring switches is not numeric; any later failure is shown, and the scan goes on behind it.
-void ScanSelection();
+void ScanSelection(const ScanScreen& screen);
 
 /// The smallest and the largest, each input and the result rounded to 5 decimals.
 double SmallestOfThree(double a, double b, double c);

@@ -42,10 +42,6 @@ inline constexpr std::string_view ScanSelect = "SELECT * FROM brenvik_data";
 inline constexpr std::string_view PartDataKeyList =
     "QUANTITY,PARTNAME,SUBASSEMBLY,MATERIAL,ORIE,X,Y,Z,NOTES,USERDATA1,USERDATA2,PN,PRICE,EB1,EB2,EB3,EB4,"
     "FACE,LAYERNAME,VALUE1,VALUE2,VALUE3,OLDVALUE1,OLDVALUE2,OLDVALUE3";
-/// Names of the column widths in the settings, without the suffix "_WIDTH".
-inline constexpr std::string_view ColumnWidthKeyList =
-    "QUANTITY,PARTNAME,SUBASSEMBLY,MATERIAL,LWT,X,Y,Z,NOTES,USERDATA1,USERDATA2,PN,PRICE,EB1,EB2,EB3,EB4,"
-    "FACE,LAYERNAME";
 /// Captions of the grid form.
 inline constexpr std::string_view GridCaptionList =
     "Qty,Part Name,Sub Assembly,Material,ORIE,X,Y,Z,Notes,User Data1,User Data2,PN,Price,EB1,EB2,EB3,EB4,"

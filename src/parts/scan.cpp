@@ -15,7 +15,8 @@
 #include "base/number_text.h"
 #include "base/skip.h"
 #include "base/text.h"
-#include "grid/frm_main.h"
+#include "forms/form.h"
+#include "forms/grid_control.h"
 #include "parts/dropped_parts.h"
 #include "parts/extents.h"
 #include "parts/letters_in_use.h"
@@ -36,16 +37,15 @@ namespace brenvik::mAutoCAD {
 
 namespace {
 
-void TellAndResume(const Failure& failure) {
-    ShowFailure(failure);
-    GridFormInstance().mousePointer = MousePointer::Normal;
-}
+/// The scan's handler: a user who reads a failure isn't waiting any more.
+struct FailureTeller {
+    void operator()(const Failure& failure) const {
+        ShowFailure(failure);
+        form.mousePointer = MousePointer::Normal;
+    }
 
-/// Runs one statement of the scan under its handler.
-template <typename Statement>
-bool Resume(Statement&& statement) {
-    return ShowAndResume(TellAndResume, std::forward<Statement>(statement));
-}
+    Form& form;
+};
 
 template <typename T>
 T& Needed(T* object, const char* what) {
@@ -57,6 +57,8 @@ T& Needed(T* object, const char* what) {
 /// by the first of them, and not again for each solid.
 class WorkTable {
   public:
+    explicit WorkTable(FailureTeller failureTeller) : tell(failureTeller) {}
+
     /// Runs a statement that every row depends on: if it fails, the table can't be used.
     template <typename Statement>
     bool Prepare(Statement&& statement) {
@@ -75,7 +77,7 @@ class WorkTable {
         if (!failure) return true;
         const bool toldAlready = unusable;
         unusable = unusable || everyRowNeedsIt || IsOfTheFile(*failure) || RefusesToBeRead();
-        if (!toldAlready) TellAndResume(*failure);
+        if (!toldAlready) tell(*failure);
         lastFailure = failure->description();
         return false;
     }
@@ -93,6 +95,7 @@ class WorkTable {
         return *refusesToBeRead;
     }
 
+    FailureTeller tell;
     std::optional<bool> refusesToBeRead;
     bool unusable = false;
     std::string lastFailure;
@@ -100,6 +103,16 @@ class WorkTable {
 
 /// What one scan carries from entity to entity.
 struct Scan {
+    explicit Scan(const ScanScreen& shown) : screen(shown), tell{shown.form}, table(tell) {}
+
+    /// Runs one statement under the scan's handler.
+    template <typename Statement>
+    bool Resume(Statement&& statement) const {
+        return ShowAndResume(tell, std::forward<Statement>(statement));
+    }
+
+    ScanScreen screen;
+    FailureTeller tell;
     MeasuringChoice choice;
     std::unique_ptr<SolidMeasurer> measurer;
     PartRow row;
@@ -109,13 +122,13 @@ struct Scan {
 };
 
 /// The set "prev" made anew and filled with the previous selection.
-AcadSelectionSet* TakePreviousSelection() {
+AcadSelectionSet* TakePreviousSelection(const Scan& scan) {
     AcadDocument* document = TheSession().AcadDoc;
     // There is none in a document that was never scanned.
     Skip([&] { Needed(document, "document").SelectionSets().Item("prev")->Delete(); });
     AcadSelectionSet* set = nullptr;
-    Resume([&] { set = Needed(document, "document").SelectionSets().Add("prev"); });
-    Resume([&] { Needed(set, "prev").Select(SelectMode::Previous); });
+    scan.Resume([&] { set = Needed(document, "document").SelectionSets().Add("prev"); });
+    scan.Resume([&] { Needed(set, "prev").Select(SelectMode::Previous); });
     return set;
 }
 
@@ -123,10 +136,11 @@ AcadSelectionSet* TakePreviousSelection() {
 /// when all of its data are read.
 using RowTroubles = std::vector<std::pair<std::string, bool>>;
 
-void ReadPartData(AcadEntity& entity, PartRow& row, RowTroubles& troubles) {
+void ReadPartData(AcadEntity& entity, Scan& scan, RowTroubles& troubles) {
+    PartRow& row = scan.row;
     for (const std::string& key : Split(PartDataKeyList, ','))
         if (std::string* value = row.ValueOf(key))
-            if (!Resume([&] { *value = GetPartData(entity.Handle(), key); }))
+            if (!scan.Resume([&] { *value = GetPartData(entity.Handle(), key); }))
                 troubles.emplace_back("a text was expected under " + key +
                                           "; the list has what the part before it left there, \"" + *value +
                                           "\"",
@@ -205,7 +219,7 @@ void Commit(Scan& scan, bool begun) {
 bool Measure(const AcadEntity& entity, Scan& scan) {
     PartRow& row = scan.row;
     bool measured = false;
-    Resume([&] {
+    scan.Resume([&] {
         measured = ObtainExtents(entity, scan.choice, {row.OLDVALUE1, row.OLDVALUE2, row.OLDVALUE3},
                                  scan.measurer, row.extents);
     });
@@ -219,13 +233,13 @@ void ScanEntity(AcadEntity& entity, Scan& scan) {
     row.OLDVALUE2.clear();
     row.OLDVALUE3.clear();
     row.ORIE.clear();
-    ReadPartData(entity, row, troubles);
+    ReadPartData(entity, scan, troubles);
     if (!Measure(entity, scan))
         troubles.emplace_back("it could not be measured; the list has the extents " +
                                   ExtentsText(row.extents.E) + ", which are not its own",
                               false);
     bool guessed = false;
-    Resume([&] { guessed = SettleLettersAndSizes(row, troubles); });
+    scan.Resume([&] { guessed = SettleLettersAndSizes(row, troubles); });
     if (row.QUANTITY.empty()) row.QUANTITY = "1";
     if (const auto fault = QuantityFault(row.QUANTITY)) troubles.emplace_back(*fault, false);
     AddRow(entity, scan);
@@ -238,37 +252,37 @@ void ScanEntity(AcadEntity& entity, Scan& scan) {
 
 void ScanEntities(AcadSelectionSet* set, Scan& scan) {
     int count = 0;
-    Resume([&] { count = Needed(set, "prev").Count(); });
+    scan.Resume([&] { count = Needed(set, "prev").Count(); });
     for (int index = 0; index < count; ++index) {
         AcadEntity* entity = nullptr;
-        if (Resume([&] { entity = &Needed(set->Item(index), "entity"); })) ScanEntity(*entity, scan);
+        if (scan.Resume([&] { entity = &Needed(set->Item(index), "entity"); })) ScanEntity(*entity, scan);
     }
 }
 
-void BindGrid(WorkTable& table) {
-    frmMain& form = GridFormInstance();
-    TheSession().GridRecordSource = form.Adodc1.recordSource;
-    form.Adodc1.recordSource = ScanSelect;
-    Resume([&] { form.fpSpread1.SetDataSource(&form.Adodc1); });
+void BindGrid(Scan& scan) {
+    DataControl& data = scan.screen.data;
+    GridControl& grid = scan.screen.grid;
+    TheSession().GridRecordSource = data.recordSource;
+    data.recordSource = ScanSelect;
+    scan.Resume([&] { grid.SetDataSource(&data); });
     // Without a record set there is nothing to count either.
-    if (!table.Prepare([&] { form.Adodc1.Refresh(); }) && form.Adodc1.Records() == nullptr) return;
-    Resume([&] { form.fpSpread1.SetMaxRows(Needed(form.Adodc1.Records(), "record set").RecordCount()); });
+    if (!scan.table.Prepare([&] { data.Refresh(); }) && data.Records() == nullptr) return;
+    scan.Resume([&] { grid.SetMaxRows(Needed(data.Records(), "record set").RecordCount()); });
 }
 
 }  // namespace
 
-void ScanSelection() {
-    Scan scan;
+void ScanSelection(const ScanScreen& screen) {
+    Scan scan(screen);
     // Read ahead of the handler: a switch that holds no number stops the call.
     scan.choice.MeasureNonSolids = StrictIntegerSetting("MeasureNonSolids");
     scan.choice.NoMeasure = StrictIntegerSetting("NoMeasure");
     scan.choice.WCSMeasure = SwitchIsOn("WCSMeasure");
 
-    frmMain& form = GridFormInstance();
-    form.mousePointer = MousePointer::Hourglass;
-    AcadSelectionSet* set = TakePreviousSelection();
+    screen.form.mousePointer = MousePointer::Hourglass;
+    AcadSelectionSet* set = TakePreviousSelection(scan);
     bool empty = false;
-    Resume([&] { empty = Needed(set, "prev").Count() == 0; });
+    scan.Resume([&] { empty = Needed(set, "prev").Count() == 0; });
     if (empty) return;
 
     ForgetGuessedLetters();
@@ -278,8 +292,8 @@ void ScanSelection() {
         scan.table.Prepare([] { Needed(TheSession().ScanConnection.get(), "scan connection").BeginTrans(); });
     ScanEntities(set, scan);
     Commit(scan, begun);
-    BindGrid(scan.table);
-    form.mousePointer = MousePointer::Normal;
+    BindGrid(scan);
+    screen.form.mousePointer = MousePointer::Normal;
 }
 
 }  // namespace brenvik::mAutoCAD

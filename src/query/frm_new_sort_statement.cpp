@@ -11,10 +11,10 @@
 #include "forms/repaint_off.h"
 #include "grid/column_relation.h"
 #include "grid/frm_main.h"
+#include "grid/grid_query.h"
 #include "grid/mod4spread.h"
 #include "parts/part_table.h"
 #include "query/frm_new_sort.h"
-#include "query/grid_query.h"
 #include "query/relation_rows.h"
 #include "session/session.h"
 

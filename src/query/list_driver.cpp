@@ -4,9 +4,9 @@
 
 #include "base/letter_case.h"
 #include "grid/frm_main.h"
+#include "grid/grid_query.h"
 #include "query/frm_filter.h"
 #include "query/frm_new_sort.h"
-#include "query/grid_query.h"
 #include "query/list_options.h"
 #include "session/module_state.h"
 

@@ -6,8 +6,7 @@
 #include <vector>
 
 #include "base/invariant.h"
-#include "grid/frm_main.h"
-#include "parts/part_table.h"
+#include "forms/form.h"
 #include "session/module_state.h"
 #include "session/ports/database_port.h"
 
@@ -32,7 +31,7 @@ std::vector<std::function<void()>>& Resets() {
 
 }  // namespace
 
-Session::Session() : CurrentSQL(FullSelect()) {}
+Session::Session() = default;
 
 Session::~Session() = default;
 
@@ -48,16 +47,15 @@ Platform& ThePlatform() {
     return *library.platform;
 }
 
-void LoadSystem(const Platform& platform) {
+void StartSession(const Platform& platform) {
     Invariant(platform.dialogs != nullptr && platform.settings != nullptr && platform.database != nullptr &&
                   platform.files != nullptr && platform.measuring != nullptr,
               "a platform has all the ports that are required");
-    UnloadSystem();
     Library().platform = platform;
     Library().session = std::make_unique<Session>();
 }
 
-void UnloadSystem() {
+void EndSession() {
     LoadedLibrary& library = Library();
     // The forms go first: their data controls stand on connections of their own.
     if (library.session) library.session->GridForm.reset();

@@ -13,7 +13,7 @@ namespace brenvik {
 class AcadApplication;
 class AcadDocument;
 class Connection;
-class frmMain;
+class Form;
 
 /// One sort column: a field of the part table and "Asc" or "Desc".
 struct SortField {
@@ -33,9 +33,9 @@ struct ColumnRelationEntry {
 struct Session {
     AcadApplication* AcadApp = nullptr;
     AcadDocument* AcadDoc = nullptr;
-    std::string InstallFolder;  ///< With a trailing backslash.
-    std::unique_ptr<frmMain> GridForm;
-    int ExportTarget = 0;  ///< 0 none, 1 to 12 a CNC target.
+    std::string InstallFolder;       ///< With a trailing backslash.
+    std::unique_ptr<Form> GridForm;  ///< A `frmMain`, made at first use.
+    int ExportTarget = 0;            ///< 0 none, 1 to 12 a CNC target.
     bool ApplyBusy = false;
     bool SettingsEvent = false, MeasureNonSolids = false, NoMeasure = false;
     std::string ApplicationPath, ApplicationVersion;
@@ -66,10 +66,9 @@ Session& TheSession();
 /// The platform handed over at load; using it before is a defect.
 Platform& ThePlatform();
 
-/// Loads the library: takes the platform and starts with fresh session values. A library that is loaded
-/// already is unloaded first. A required port that is missing is a defect.
-void LoadSystem(const Platform& platform);
-/// Unloads it: closes connections, drops the forms, and resets the state of every module.
-void UnloadSystem();
+/// Takes the platform and starts with fresh session values. A required port that is missing is a defect.
+void StartSession(const Platform& platform);
+/// Closes connections, drops the forms, and resets the state of every module.
+void EndSession();
 
 }  // namespace brenvik

@@ -6,7 +6,7 @@
 
 #include "base/invariant.h"
 #include "base/numbers.h"
-#include "grid/grid_settings.h"
+#include "settings/grid_layout.h"
 #include "settings/settings_keys.h"
 #include "settings/settings_store.h"
 

@@ -10,7 +10,6 @@
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/text.h"
-#include "parts/part_table.h"
 #include "settings/settings_keys.h"
 
 namespace brenvik {

@@ -43,6 +43,10 @@ inline constexpr std::string_view RunEventOnCaption = "Uncheck to turn off autom
 /// The captions of `Option1` to `Option4`, the numbers of `ExportScaleSetting`. Two end in blanks.
 std::span<const std::string_view> ExportScaleCaptions();
 
+/// Names of the column widths in the settings, without the suffix "_WIDTH".
+inline constexpr std::string_view ColumnWidthKeyList =
+    "QUANTITY,PARTNAME,SUBASSEMBLY,MATERIAL,LWT,X,Y,Z,NOTES,USERDATA1,USERDATA2,PN,PRICE,EB1,EB2,EB3,EB4,"
+    "FACE,LAYERNAME";
 /// The suffix that makes the name of a column width from its key.
 inline constexpr std::string_view WidthSuffix = "_WIDTH";
 

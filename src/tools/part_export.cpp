@@ -9,8 +9,8 @@
 #include "base/failure.h"
 #include "base/skip.h"
 #include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/prepare_drawing.h"
 #include "cnc/output/output_claim.h"
-#include "cnc/run/run_set_up.h"
 #include "parts/mautocad.h"
 #include "parts/part_trouble.h"
 #include "session/message.h"
@@ -65,9 +65,9 @@ std::vector<ExportedSolid> WriteSolids(AcadDocument& drawing, AcadSelectionSet& 
 bool WorkOnPart(AcadApplication& app, int index, const ExportedSolid& solid) {
     if (!ThePlatform().files->FileExists(PartExportPath(index))) return true;
     PartExport part(app, index);
-    PartStep came = PartStep::GoOn;
+    PassOutcome came = PassOutcome::GoOn;
     ShowAndResume(ShowFailureWithDetail, [&] { came = part.Run(); });
-    if (came == PartStep::EndRun) return false;
+    if (came == PassOutcome::EndRun) return false;
     part.CleanUp();
     if (part.Written().empty())
         NotePartTrouble({solid.handle, solid.name, "it has no drawing, as a message box has told", true});
@@ -82,16 +82,14 @@ std::string NameWithoutExtension(const std::string& name) { return name.substr(0
 
 const PartExportReport& LastPartExport() { return StateOf<PartExportReport>(); }
 
-namespace commands {
-
-void BVExportDWG(AcadApplication& app) {
+void ExportParts(AcadApplication& app, const std::function<void()>& applyOpenGrid) {
     AcadDocument& drawing = *TheSession().AcadDoc;
     StateOf<PartExportReport>() = {};
     const std::optional<OutputClaims> claims =
         ClaimOutputToEmpty(std::array{PartExportFolder}, drawing, PartExportEmpties);
     if (!claims) return;
     ShowMessage(PartExportWarning);
-    ApplyOpenGrid();
+    applyOpenGrid();
     PrepareDrawing(drawing);
     AcadSelectionSet& prev = FreshSet(drawing, "prev");
     prev.Select(SelectMode::Previous);
@@ -102,6 +100,8 @@ void BVExportDWG(AcadApplication& app) {
     TheSession().AcadDoc = &drawing;
     ShowMessage(PartExportComplete);
 }
+
+namespace commands {
 
 void BVDWG2(AcadApplication& app) {
     AcadDocument& drawing = *TheSession().AcadDoc;

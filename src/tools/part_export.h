@@ -2,6 +2,7 @@
 // parts by hand; and a drawing saved under a second name beside them.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,12 +28,13 @@ struct PartExportReport {
 };
 const PartExportReport& LastPartExport();
 
-namespace commands {
-
 /// Empties "C:\BV-DWG\" and writes each solid of the previous selection to a drawing there. A part that
 /// fails is told and passed over; one without an edge to be laid by ends the command, its drawing still open.
 /// A folder where another program's run is going on, or that holds the drawing itself, is refused.
-void BVExportDWG(AcadApplication& app);
+/// `applyOpenGrid` is called ahead of the work.
+void ExportParts(AcadApplication& app, const std::function<void()>& applyOpenGrid);
+
+namespace commands {
 
 /// Saves the active drawing under its own name to "C:\BV-DWG\", and again under that name with a "2" behind
 /// it; goes on with the first. Fails with 52 for a drawing that has no name yet, and as the host does where

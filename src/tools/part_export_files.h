@@ -19,12 +19,12 @@ void RemoveExportFile(std::string_view path);
 
 /// "C:\BV-DWG\Part0.dwg": a part on its way.
 std::string PartExportPath(int index);
-/// "C:\BV-DWG\Part0_SIDE_7_.dwg": a finished one. Name and number go in upper case; what a file name can't
-/// hold becomes a low line, and of a name that is too long the longer text is cut.
+/// "C:\BV-DWG\Part0_SIDE_7_.dwg": a finished one. Name and number are in upper case; what a file name can't
+/// hold is replaced by underscores, and of a name that is too long the longer text is cut.
 std::string FinishedPartPath(int index, std::string_view PartName, std::string_view PN);
 
 /// "Material_ .75 OAK": the thickness is rounded to a 32nd and has a leading blank. A blank material is
-/// "UnknownMaterial"; what a layer name can't hold becomes a low line.
+/// "UnknownMaterial"; what a layer name can't hold is replaced by underscores.
 std::string MaterialLayerName(double thickness, std::string_view Material);
 
 }  // namespace brenvik

@@ -12,11 +12,11 @@
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/prepare_drawing.h"
 #include "cnc/drawing/work_layers.h"
 #include "cnc/laying/alignment_edges.h"
 #include "cnc/laying/alignment_faces.h"
 #include "cnc/laying/orientation.h"
-#include "cnc/run/run_set_up.h"
 #include "parts/mautocad.h"
 #include "session/message.h"
 #include "session/session.h"
@@ -74,7 +74,7 @@ std::string TextOfPart(AcadDocument& drawing, std::string_view key) {
 
 }  // namespace
 
-PartStep PartExport::Run() {
+PassOutcome PartExport::Run() {
     OpenScaled();
     ExplodeCopyToFaces(*drawing, LastSolid(*drawing));
     const std::optional<FlatFaces> faces = FindLargestFace(*drawing);
@@ -86,18 +86,18 @@ PartStep PartExport::Run() {
     if (const auto* missing = std::get_if<MissingEdge>(&edges)) {
         const bool noLine = *missing == MissingEdge::Line;
         ShowMessage(noLine ? NoLine : NoConnectedLine);
-        return noLine ? PartStep::SkipPart : PartStep::EndRun;
+        return noLine ? PassOutcome::SkipPart : PassOutcome::EndRun;
     }
     EraseCopy(*drawing);
     LayUserSystem(*drawing);
     const SquaringPoints points = InUserSystem(*drawing, std::get<SquaringPoints>(edges));
     ContinueInWorkDrawing();
     SquareToAxes(*drawing, points, SideOfY);
-    if (!TurnAndMove()) return PartStep::SkipPart;
+    if (!TurnAndMove()) return PassOutcome::SkipPart;
     PutOnMaterialLayer();
     TopView(*drawing);
     SaveAndClose();
-    return PartStep::GoOn;
+    return PassOutcome::GoOn;
 }
 
 void PartExport::OpenScaled() {
@@ -108,15 +108,15 @@ void PartExport::OpenScaled() {
     ScaleForExport(*drawing, ToInteger(NumberSetting("ExportScaleSetting")));
 }
 
-PartStep PartExport::FinishWithoutFlatSide() {
+PassOutcome PartExport::FinishWithoutFlatSide() {
     EraseCopy(*drawing);
     UnlockAllLayers(*drawing);
-    if (!TurnAndMove()) return PartStep::SkipPart;
+    if (!TurnAndMove()) return PassOutcome::SkipPart;
     TopView(*drawing);
     Send(*drawing, std::to_array<std::string_view>({"z ", "e "}));
     PutOnMaterialLayer();
     SaveAndClose();
-    return PartStep::GoOn;
+    return PassOutcome::GoOn;
 }
 
 void PartExport::ContinueInWorkDrawing() {

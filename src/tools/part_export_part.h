@@ -17,7 +17,7 @@ class PartExport {
 
     /// Works on "Part<n>.dwg", which has to be there. Says whether the command goes on; then the part may
     /// have been skipped, which has been told. Fails as the host does.
-    PartStep Run();
+    PassOutcome Run();
     /// Closes the part's drawing, if it is open still, and deletes the drawings that it needed on its way.
     void CleanUp();
     /// The name of the finished drawing; blank when there is none.
@@ -25,7 +25,7 @@ class PartExport {
 
   private:
     void OpenScaled();
-    PartStep FinishWithoutFlatSide();
+    PassOutcome FinishWithoutFlatSide();
     /// Writes what there is to the work drawing, and goes on there.
     void ContinueInWorkDrawing();
     /// False for letters that name no sizes, which has been told then.

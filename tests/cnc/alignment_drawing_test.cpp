@@ -159,7 +159,7 @@ using WrittenDrawing = AlignmentTest;
 TEST_F(WrittenDrawing, IsThePartDrawingFromNowOnWithAllSelected) {
     app::Workpiece board = Board(600, 300, 18);
     board.Drill({100, 100, 18}, app::Axis::Z, -18, 8);
-    ASSERT_EQ(Align(board.Solid()), PartStep::GoOn);
+    ASSERT_EQ(Align(board.Solid()), PassOutcome::GoOn);
     EXPECT_EQ(run.part->FullName(), "c:\\BV-DXF\\wblock2.dwg");
     EXPECT_EQ(host.ActiveDocument(), run.part);
     EXPECT_EQ(TheSession().AcadDoc, run.part);
@@ -175,7 +175,7 @@ TEST_F(WrittenDrawing, HoldsCirclesOnTheirLayerAndTheLargestFaceLocked) {
     app::Workpiece board = Board(600, 300, 18);
     board.Drill({100, 100, 18}, app::Axis::Z, -18, 8);
     board.Drill({0, 150, 9}, app::Axis::X, 30, 6);
-    ASSERT_EQ(Align(board.Solid()), PartStep::GoOn);
+    ASSERT_EQ(Align(board.Solid()), PassOutcome::GoOn);
     const std::vector<AcadCircle*> circles = All<AcadCircle>(*run.part);
     EXPECT_GE(circles.size(), 3U);
     for (const AcadCircle* circle : circles) EXPECT_EQ(circle->Layer(), layers::circleHold);

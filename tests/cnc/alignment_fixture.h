@@ -8,8 +8,9 @@
 #include <vector>
 
 #include "cnc/cnc_fixture.h"
+#include "cnc/laying/alignment.h"
 #include "cnc/laying/orientation.h"
-#include "cnc/run/part_steps.h"
+#include "cnc/part/run_state.h"
 
 namespace brenvik {
 
@@ -84,11 +85,11 @@ class AlignmentTest : public CncTest {
         document.Wblock("c:\\BV-DXF\\Part_0.dwg", one);
         return dynamic_cast<HostDocument&>(*host.Documents().Open("c:\\BV-DXF\\Part_0.dwg"));
     }
-    PartStep Align(Acad3DSolid& solid) {
+    PassOutcome Align(Acad3DSolid& solid) {
         run = RunOn(OpenAsPart(solid));
         return AlignPart(run);
     }
-    PartStep AlignAt(Acad3DSolid& solid, const Pose& pose) {
+    PassOutcome AlignAt(Acad3DSolid& solid, const Pose& pose) {
         Lay(solid, pose.aboutX, pose.aboutY, pose.aboutZ, pose.to);
         return Align(solid);
     }

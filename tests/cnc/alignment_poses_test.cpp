@@ -71,7 +71,7 @@ TEST_F(LaidFlat, LengthWidthAndThicknessLieOnXYAndZByTheLettersAndTheLargestFace
                              NumberToText(pose.aboutZ));
                 Acad3DSolid& solid = Make(kind.name);
                 mAutoCAD::SetPartData(&solid, "ORIE", letters);
-                ASSERT_EQ(AlignAt(solid, pose), PartStep::GoOn);
+                ASSERT_EQ(AlignAt(solid, pose), PassOutcome::GoOn);
                 ExpectLies(kind, letters);
                 run.part->Close(false);
                 host.Activate(document);
@@ -89,7 +89,7 @@ TEST_F(LaidFlat, APartThatLooksAlikeFromNowhereComesOutTheSameFromEveryPose) {
         app::Workpiece board = Board(600, 300, 18);
         board.Cut({20, 30, 11}, {120, 80, 18});
         board.Drill({550, 20, 18}, app::Axis::Z, -12, 35);
-        ASSERT_EQ(AlignAt(board.Solid(), pose), PartStep::GoOn);
+        ASSERT_EQ(AlignAt(board.Solid(), pose), PassOutcome::GoOn);
         centroids.push_back(LastSolid(*run.part).Centroid());
         run.part->Close(false);
         TheSession().AcadDoc = &document;
@@ -102,7 +102,7 @@ TEST_F(LaidFlat, ASizeHalfWayBetweenTwoFifthDecimalsMakesNoTurnTooMany) {
     for (const Pose& pose : poses) {
         const double thickness = 47.0 / 64 * 25.4;
         app::Workpiece board = Board(600, 300, thickness);
-        ASSERT_EQ(AlignAt(board.Solid(), pose), PartStep::GoOn);
+        ASSERT_EQ(AlignAt(board.Solid(), pose), PassOutcome::GoOn);
         ExpectPoint(PartBox().max, {600, 300, thickness});
         run.part->Close(false);
         TheSession().AcadDoc = &document;
@@ -113,7 +113,7 @@ TEST_F(LaidFlat, ASizeHalfWayBetweenTwoFifthDecimalsMakesNoTurnTooMany) {
 TEST_F(LaidFlat, APocketComesUp) {
     app::Workpiece board = Board(600, 300, 18);
     board.Cut({100, 50, 0}, {200, 150, 8});
-    ASSERT_EQ(Align(board.Solid()), PartStep::GoOn);
+    ASSERT_EQ(Align(board.Solid()), PassOutcome::GoOn);
     // The material that is missing is missing above the middle.
     EXPECT_LT(LastSolid(*run.part).Centroid().z, 9);
     bool floorFound = false;

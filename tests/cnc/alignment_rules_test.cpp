@@ -1,6 +1,7 @@
 // The rules of laying flat one by one: faces and edges, messages, letters, which side is up, and what the
 // written drawing holds.
 #include "cnc/alignment_fixture.h"
+#include "cnc/laying/alignment.h"
 #include "cnc/laying/alignment_edges.h"
 #include "cnc/laying/alignment_faces.h"
 #include "cnc/laying/alignment_top.h"
@@ -32,19 +33,19 @@ class AlignmentRules : public AlignmentTest {
 };
 
 TEST_F(AlignmentRules, APartWithoutAFlatSideIsSkippedWithAMessage) {
-    EXPECT_EQ(Align(NothingFlat()), PartStep::SkipPart);
+    EXPECT_EQ(Align(NothingFlat()), PassOutcome::SkipPart);
     EXPECT_EQ(Messages(),
               Texts{"This part does not have a flat side to work with, so this part will be skipped."});
 }
 
 TEST_F(AlignmentRules, APartWithoutAStraightEdgeIsSkippedWithAMessage) {
-    EXPECT_EQ(Align(Disc()), PartStep::SkipPart);
+    EXPECT_EQ(Align(Disc()), PassOutcome::SkipPart);
     EXPECT_EQ(Messages(),
               Texts{"This part does not have a line to work with, so this part will be skipped."});
 }
 
 TEST_F(AlignmentRules, APartWhoseEdgesNeverMeetEndsTheRunWithAMessage) {
-    EXPECT_EQ(Align(Lens()), PartStep::EndRun);
+    EXPECT_EQ(Align(Lens()), PassOutcome::EndRun);
     EXPECT_EQ(Messages(),
               Texts{"This part does not have a line connected to the endpoint or startpoint of the "
                     "longest line, so exiting now."});
@@ -54,7 +55,7 @@ TEST_F(AlignmentRules, APartWhoseEdgesNeverMeetEndsTheRunWithAMessage) {
 TEST_F(AlignmentRules, MissingLettersAreToldAndCountAsLwt) {
     app::Workpiece board = Board(600, 300, 18);
     mAutoCAD::SetPartData(&board.Solid(), "ORIE", "");
-    EXPECT_EQ(Align(board.Solid()), PartStep::GoOn);
+    EXPECT_EQ(Align(board.Solid()), PassOutcome::GoOn);
     EXPECT_EQ(Messages(), Texts{"ORIE data not detected on this part, so it is being set to LWT"});
     ExpectPoint(PartBox().max, {600, 300, 18});
 }
@@ -62,7 +63,7 @@ TEST_F(AlignmentRules, MissingLettersAreToldAndCountAsLwt) {
 TEST_F(AlignmentRules, SmallLettersActLikeCapitals) {
     app::Workpiece board = Board(600, 300, 18);
     mAutoCAD::SetPartData(&board.Solid(), "ORIE", "wlt");
-    EXPECT_EQ(Align(board.Solid()), PartStep::GoOn);
+    EXPECT_EQ(Align(board.Solid()), PassOutcome::GoOn);
     EXPECT_TRUE(Messages().empty());
     ExpectPoint(PartBox().max, {300, 600, 18});
     EXPECT_EQ(run.DimL, "300");
@@ -72,7 +73,7 @@ TEST_F(AlignmentRules, SmallLettersActLikeCapitals) {
 TEST_F(AlignmentRules, APartWithLettersThatNameNoSizesIsSkipped) {
     app::Workpiece board = Board(600, 300, 18);
     mAutoCAD::SetPartData(&board.Solid(), "ORIE", "LWW");
-    EXPECT_EQ(Align(board.Solid()), PartStep::SkipPart);
+    EXPECT_EQ(Align(board.Solid()), PassOutcome::SkipPart);
     EXPECT_EQ(
         Messages().back(),
         "The part \"Panel\" is skipped: its letters (ORIE) are \"LWW\", expected L, W and T in some order.");
@@ -80,7 +81,7 @@ TEST_F(AlignmentRules, APartWithLettersThatNameNoSizesIsSkipped) {
 }
 
 TEST_F(AlignmentRules, EqualSizesMakeNoTurn) {
-    EXPECT_EQ(Align(Board(100, 100, 100).Solid()), PartStep::GoOn);
+    EXPECT_EQ(Align(Board(100, 100, 100).Solid()), PassOutcome::GoOn);
     for (const char* axis : {"x", "y", "z"}) EXPECT_EQ(Turns(axis, "90"), 0) << axis;
 }
 
@@ -96,7 +97,7 @@ TEST_F(AlignmentRules, TurnsGoInTheOrderZYXAndOnlyWhereASizeLiesWrong) {
         transcript.clear();
         app::Workpiece board = Board(600, 300, 18);
         mAutoCAD::SetPartData(&board.Solid(), "ORIE", c.letters);
-        ASSERT_EQ(Align(board.Solid()), PartStep::GoOn);
+        ASSERT_EQ(Align(board.Solid()), PassOutcome::GoOn);
         for (const char axis : {'x', 'y', 'z'})
             EXPECT_EQ(Turns(std::string(1, axis), "90"),
                       std::string_view(c.axes).find(axis) == std::string_view::npos ? 0 : 1)
@@ -128,7 +129,7 @@ TEST_F(AlignmentRules, ThePartsOfSpecialMaterialAreWorkedOnFromTheirThirdFace) {
         Set("SpecialMaterial", c.setting);
         app::Workpiece board = Board(600, 300, 18);
         mAutoCAD::SetPartData(&board.Solid(), "FACE", c.face);
-        ASSERT_EQ(Align(board.Solid()), PartStep::GoOn);
+        ASSERT_EQ(Align(board.Solid()), PassOutcome::GoOn);
         EXPECT_NEAR(RegionOn(layers::RegionCopy).GetBoundingBox().min.z, c.turned ? 18 : 0, 1e-7)
             << c.face << " " << c.setting;
         run.part->Close(false);
@@ -143,7 +144,7 @@ TEST_F(AlignmentRules, OnTheSecondSideTheFacesSwapAndThePartIsTurnedOver) {
     run = RunOn(OpenAsPart(board.Solid()));
     run.NeedSecondSide = 1;
     run.SecondSidePass = 1;
-    ASSERT_EQ(AlignPart(run), PartStep::GoOn);
+    ASSERT_EQ(AlignPart(run), PassOutcome::GoOn);
     EXPECT_NEAR(RegionOn(layers::NextBiggestRegion).Area(), 600 * 300, 1e-6);
     EXPECT_NEAR(RegionOn(layers::RegionCopy).Area(), 600 * 300 - 100 * 100, 1e-6);
     EXPECT_NEAR(RegionOn(layers::RegionCopy).GetBoundingBox().max.z, 0, 1e-7);
@@ -163,7 +164,7 @@ TEST_F(AlignmentRules, ASolidWithNoFaceAgainstTheLargestKeepsTheFirstRegionAsThe
 TEST_F(AlignmentRules, ASolidWithNoFaceAgainstTheLargestLiesOnTheLargest) {
     for (const Pose& pose : poses) {
         Acad3DSolid& wedge = Wedge();
-        ASSERT_EQ(AlignAt(wedge, pose), PartStep::GoOn);
+        ASSERT_EQ(AlignAt(wedge, pose), PassOutcome::GoOn);
         const double slope = std::hypot(300, 100);
         ExpectPoint(PartBox().max, {600, slope, 300 * 100 / slope});
         EXPECT_NEAR(RegionOn(layers::RegionCopy).GetBoundingBox().max.z, 0, 1e-7);
@@ -180,7 +181,7 @@ TEST_F(AlignmentRules, ALargestFaceThatIsSetAsideItselfStillGivesItsEdges) {
          {std::to_array<double>({300, 0, 0, 100, 0, 0}), std::to_array<double>({0, 0, 300, 0, 0, 100}),
           std::to_array<double>({0, 100, 0, 0, 300, 0})}) {
         Acad3DSolid& wedge = Prism(outline, 600);
-        ASSERT_EQ(Align(wedge), PartStep::GoOn);
+        ASSERT_EQ(Align(wedge), PassOutcome::GoOn);
         if (std::abs(RegionOn(layers::NextBiggestRegion).Area() - RegionOn(layers::RegionCopy).Area()) < 1)
             ++setAside;
         EXPECT_NEAR(RegionOn(layers::RegionCopy).GetBoundingBox().max.z, 0, 1e-7);

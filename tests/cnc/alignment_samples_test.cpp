@@ -1,5 +1,6 @@
 // Solids of other programs laid flat: whatever has a flat side and edges that meet comes to lie square.
 #include "cnc/alignment_fixture.h"
+#include "cnc/laying/alignment.h"
 #include "support/sample_files.h"
 
 namespace brenvik {
@@ -26,9 +27,9 @@ TEST_F(Samples, LieSquareByTheirLargestFaceWithTheirSizesOnXYAndZ) {
                 one.AddItems(std::span(&entity, 1));
                 sample.Wblock("c:\\BV-DXF\\Part_0.dwg", one);
                 run = RunOn(dynamic_cast<HostDocument&>(*host.Documents().Open("c:\\BV-DXF\\Part_0.dwg")));
-                const PartStep came = AlignPart(run);
-                EXPECT_EQ(came, PartStep::GoOn);
-                if (came != PartStep::GoOn) continue;
+                const PassOutcome came = AlignPart(run);
+                EXPECT_EQ(came, PassOutcome::GoOn);
+                if (came != PassOutcome::GoOn) continue;
                 ++laid;
                 const Box3 box = PartBox();
                 const double size = box.max.x;

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "cnc/checker.h"
+#include "session/library/cnc_commands.h"
 #include "support/ezdxf_audit.h"
 
 namespace brenvik {
@@ -171,7 +172,7 @@ TEST_F(CamFitting, RunsFromADrawingThatWasSavedAndOpened) {
     TheSession().AcadDoc = &again;
     const std::array<HostEntity*, 1> chosen{dynamic_cast<HostEntity*>(solids[0])};
     again.SetPreviousSelection(chosen);
-    RunOnSelection(host, Target::C2C);
+    RunOnSelection(host, Target::C2C, GridBeforeRuns());
     ExpectBothBores();
 }
 

@@ -1,11 +1,13 @@
 // The bodies of operations, and what they take from the part and from its blank.
 #include "cnc/checker.h"
+#include "cnc/laying/alignment.h"
+#include "cnc/part/run_state.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "cnc/checked_names.h"
-#include "cnc/run/part_steps.h"
+#include "session/library/cnc_commands.h"
 
 namespace brenvik {
 
@@ -232,7 +234,7 @@ void CheckedRunTest::RunAll(Target target) {
 
 void CheckedRunTest::RunOnly(Target target) {
     mLastTarget = target;
-    RunOnSelection(host, target);
+    RunOnSelection(host, target, GridBeforeRuns());
 }
 
 std::optional<std::vector<Drawn>> CheckedRunTest::FileOf(std::string_view folder, const std::string& prefix,
@@ -257,10 +259,10 @@ Acad3DSolid* CheckedRunTest::LayFlat(Acad3DSolid& part, HostDocument*& trial) {
     if (run.ExportScaleSetting == 3) LastSolid(*run.part).ScaleEntity({0, 0, 0}, 25.4);
     if (run.ExportScaleSetting == 4) LastSolid(*run.part).ScaleEntity({0, 0, 0}, 0.0393700787401575);
     TheSession().AcadDoc = run.part;
-    const PartStep step = AlignPart(run);
+    const PassOutcome step = AlignPart(run);
     TheSession().AcadDoc = drawing;
     trial = dynamic_cast<HostDocument*>(run.part);
-    if (step != PartStep::GoOn) return nullptr;
+    if (step != PassOutcome::GoOn) return nullptr;
     UnlockAllLayers(*trial);
     Acad3DSolid& solid = LastSolid(*trial);
     solid.Move({0, 0, 0}, {0, 0, -solid.GetBoundingBox().max.z});

@@ -16,7 +16,7 @@ class CircularRouteTable : public RoundBoreTest, public testing::WithParamInterf
 TEST_P(CircularRouteTable, GivesTheStatedPaths) {
     const BoreCase& wanted = GetParam();
     RunState run = RunOn(document);
-    EXPECT_EQ(SortBore(run, wanted.bore), PartStep::GoOn);
+    EXPECT_EQ(SortBore(run, wanted.bore), PassOutcome::GoOn);
     EXPECT_EQ(Sorted(Through()), Sorted(wanted.through));
     EXPECT_EQ(Sorted(Pockets()), Sorted(wanted.pockets));
     EXPECT_EQ(run.NeedSecondSide, wanted.otherSide ? 1 : 0);
@@ -64,7 +64,7 @@ TEST_F(RoundBoreTest, ACircleAloneOnTheUndersideSkipsThePart) {
     RunState run = RunOn(document);
     BoardWith({0, 0});
     Circle({50, 50, 0}, 60);
-    EXPECT_EQ(Sort(run), PartStep::SkipPart);
+    EXPECT_EQ(Sort(run), PassOutcome::SkipPart);
     EXPECT_EQ(Messages(),
               std::vector<std::string>{"Error with circular route path .... skipping this part."});
 }
@@ -88,7 +88,7 @@ TEST_F(RoundBoreTest, ASlotOfAnEarlierBoreLeavesOtherBoresAlone) {
     // before.
     Circle({200, 100, 0}, 50);
     Circle({200, 100, 10}, 70);
-    EXPECT_EQ(Sort(run), PartStep::GoOn);
+    EXPECT_EQ(Sort(run), PassOutcome::GoOn);
     EXPECT_EQ(Pockets(), (std::vector<RimOf>{RimOf{60, 10}}));
     EXPECT_EQ(On(layers::RouteCircleHold), (std::vector<RimOf>{RimOf{60, 20}}));
 }
@@ -103,7 +103,7 @@ TEST_F(RoundBoreTest, ARoundIslandIsNeitherMilledAwayNorPassedOver) {
         Circle({100, 100, z}, 120);
         Circle({100, 100, z}, 60);
     }
-    EXPECT_EQ(Sort(run), PartStep::GoOn);
+    EXPECT_EQ(Sort(run), PassOutcome::GoOn);
     EXPECT_TRUE(Pockets().empty());
     EXPECT_EQ(run.NeedSecondSide, 0);
     EXPECT_EQ(run.unexplained.size(), 1U);
@@ -114,7 +114,7 @@ TEST_F(RoundBoreTest, AConeIsCutAsWideAsItsNarrowEndAndTold) {
     BoardWith({40, 40});
     Circle({100, 100, 0}, 40);
     Circle({100, 100, 20}, 44);
-    EXPECT_EQ(Sort(run), PartStep::GoOn);
+    EXPECT_EQ(Sort(run), PassOutcome::GoOn);
     EXPECT_EQ(Through(), (std::vector<RimOf>{RimOf{40, 0}}));
     EXPECT_EQ(run.unexplained, std::vector<std::string>{"round shape of 40 at 100,100,0: no operation"});
 }
@@ -126,7 +126,7 @@ TEST_F(RoundBoreTest, TheRoundOutsideOfAPartIsNoBore) {
     disc.SetLayer("Parts");
     Circle({100, 100, 0}, 200);
     Circle({100, 100, 20}, 200);
-    EXPECT_EQ(Sort(run), PartStep::GoOn);
+    EXPECT_EQ(Sort(run), PassOutcome::GoOn);
     EXPECT_TRUE(Through().empty());
     EXPECT_EQ(run.NeedSecondSide, 0);
     EXPECT_EQ(run.unexplained.size(), 1U);
@@ -144,7 +144,7 @@ class AnyBore : public RoundBoreTest {
     /// How wide each step is cut from above. Tells paths that run through material.
     std::vector<double> CutFromAbove(RunState& run, const Bore& bore, std::vector<RimOf> rims) {
         std::shuffle(rims.begin(), rims.end(), mOrder);
-        EXPECT_EQ(SortBore(run, bore, rims), PartStep::GoOn);
+        EXPECT_EQ(SortBore(run, bore, rims), PassOutcome::GoOn);
         std::vector<RimOf> paths = Pockets();
         for (const RimOf& through : Through()) paths.push_back(through);
         std::vector<double> cut(bore.size(), 0);

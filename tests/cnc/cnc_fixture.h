@@ -23,6 +23,7 @@
 #include "file_roots/file_roots.h"
 #include "file_roots/whole_file.h"
 #include "parts/mautocad.h"
+#include "session/library/loading.h"
 #include "session/session.h"
 #include "settings/materials.h"
 #include "settings/settings_store.h"

@@ -1,4 +1,5 @@
 // Contours inside the kept face: cut-outs, and what is no cut-out.
+#include "cnc/outline/outline.h"
 #include "cnc/outline_fixture.h"
 
 namespace brenvik {
@@ -10,7 +11,7 @@ TEST_F(OutlineTest, ACutOutIsAClockwisePathCutIntoTheSpoilBoard) {
     Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
     Take(part, Body(Window, -10, 30));
     RunState run = Sorted(part);
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     const std::vector<Drawn> routes = On("RT_");
     ASSERT_EQ(routes.size(), 1U);
     EXPECT_EQ(routes[0].layer, "RT_Z18p3_T1_D12_S18000_F300_R_C0_1");
@@ -28,7 +29,7 @@ TEST_F(OutlineTest, CutOutsAreCountedOn) {
     for (int i = 0; i < 3; ++i) Take(part, Body(Rectangle(50 + 150 * i, 100, 150 + 150 * i, 200), -10, 30));
     RunState run = Sorted(part);
     run.RouteCount = 4;
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     for (const char* count : {"5", "6", "7"})
         EXPECT_EQ(On(std::string("RT_Z18p3_T1_D12_S18000_F300_R_C0_") + count).size(), 1U) << count;
     EXPECT_EQ(run.RouteCount, 7);
@@ -38,7 +39,7 @@ TEST_F(OutlineTest, RoundedCutOutsAreOnePathWithTrueArcs) {
     Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
     Take(part, Body(RoundedRectangle(100, 100, 300, 250, 20), -10, 30));
     RunState run = Sorted(part);
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     const std::vector<Drawn> routes = On("RT_");
     ASSERT_EQ(routes.size(), 1U);
     EXPECT_EQ(routes[0].points.size(), 8U);
@@ -51,7 +52,7 @@ TEST_F(OutlineTest, AHalfRoundCutOutOfTwoSidesIsCut) {
     Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
     Take(part, Body({{200, 150}, {300, 150, Half}}, -10, 30));
     RunState run = Sorted(part);
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     ASSERT_EQ(On("RT_").size(), 1U);
     EXPECT_EQ(On("RT_")[0].points.size(), 2U);
     EXPECT_EQ(run.RouteDirection, "CounterClockwise") << "the outline's, which comes last";
@@ -63,7 +64,7 @@ TEST_F(OutlineTest, TheBitFitsTheShortestSide) {
     Take(part, Body(Rectangle(100, 200, 200, 212), -10, 30));
     Take(part, Body(Rectangle(100, 300, 200, 304), -10, 30));
     RunState run = Sorted(part);
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     std::set<std::string> tools;
     for (const Drawn& route : On("RT_")) tools.insert(route.layer.substr(0, 13));
     EXPECT_EQ(tools, (std::set<std::string>{"RT_Z18p3_T1_D", "RT_Z18p3_T3_D"}));
@@ -75,7 +76,7 @@ TEST_F(OutlineTest, NoBitForACutOutIsAskedAboutAndLeavingSkipsThePart) {
     Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
     Take(part, Body(Rectangle(100, 100, 200, 102), -10, 30));
     RunState run = Sorted(part);
-    EXPECT_EQ(MakeOutline(run), PartStep::SkipPart);
+    EXPECT_EQ(MakeOutline(run), PassOutcome::SkipPart);
     EXPECT_EQ(Messages(), std::vector<std::string>{
                               "Your router bits appears too big, for your material 18 OAK, with a route path "
                               "who's shortest line is 2 long, so you need to make a choice."});
@@ -86,7 +87,7 @@ TEST_F(OutlineTest, AContourWithMaterialAboveIsLeftForTheOtherSide) {
     Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
     Take(part, Body(Window, -10, 8));
     RunState run = Sorted(part);
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_TRUE(On("RT_").empty());
     EXPECT_EQ(run.NeedSecondSide, 1);
     EXPECT_EQ(run.ThroughRouteSeen, 1);
@@ -100,7 +101,7 @@ TEST_F(OutlineTest, OnASecondPassOnlyTheNeedOfASecondSideIsRaised) {
     Take(part, Body(Window, -10, 8));
     RunState run = Sorted(part);
     run.SecondSidePass = 1;
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(run.NeedSecondSide, 1);
     EXPECT_EQ(run.ThroughRouteSeen, 0);
 }
@@ -110,7 +111,7 @@ TEST_F(OutlineTest, AnOpeningNarrowerAboveIsCutAtItsNarrowest) {
     Take(part, Body(Rectangle(80, 80, 320, 220), -10, 8));
     Take(part, Body(Window, -10, 30));
     RunState run = Sorted(part);
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(run.NeedSecondSide, 1);
     const std::vector<Drawn> routes = On("RT_");
     ASSERT_EQ(routes.size(), 1U);
@@ -129,7 +130,7 @@ TEST_F(OutlineTest, AnOpeningThatARouteFollowsAlreadyIsNotCutAgain) {
     route->SetThickness(-10);
     route->SetElevation(18);
     route->SetLayer("RT_Z10_T1_D12_S18000_F300_R_C0_1");
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(On("RT_").size(), 1U);
 }
 
@@ -145,7 +146,7 @@ TEST_F(OutlineTest, ArcsOfAPocketThatStopsInsideRaiseNothing) {
         Project(leaf);
         Project(round);
     }
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(run.NeedSecondSide, 0);
     EXPECT_TRUE(On("RT_").empty());
     EXPECT_TRUE(run.unexplained.empty());
@@ -159,7 +160,7 @@ TEST_F(OutlineTest, AnObroundPocketThatStopsInsideRaisesNothing) {
     RunState run = Sorted(part);
     Project(obround);
     Project(obround);
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(run.NeedSecondSide, 0);
     EXPECT_TRUE(On("RT_").empty());
     EXPECT_TRUE(run.unexplained.empty());
@@ -173,7 +174,7 @@ TEST_F(OutlineTest, ProjectedTwinsOfACutOutsArcsMakeNoSecondPath) {
     Project(window);
     // Half of an arc that shows where a groove has taken the other half.
     Project({120, 120, 0}, 20, {100, 120, 0}, {120 - 20 * std::sqrt(0.5), 120 - 20 * std::sqrt(0.5), 0});
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     ASSERT_EQ(On("RT_").size(), 1U);
     EXPECT_EQ(On("RT_")[0].points.size(), 8U);
     EXPECT_TRUE(run.unexplained.empty());
@@ -190,13 +191,13 @@ TEST_F(OutlineTest, AHundredChainsAreJoinedAndMoreAreTold) {
         }
     };
     for (int i = 0; i < 99; ++i) square(20 + 40 * (i % 20), 20 + 40 * (i / 20));
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_TRUE(run.unexplained.empty());
     for (AcadLWPolyline* path : All<AcadLWPolyline>(document)) path->Delete();
 
     DrawKeptFaceOf(part);
     for (int i = 0; i < 100; ++i) square(20 + 40 * (i % 20), 20 + 40 * (i / 20));
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(run.unexplained,
               std::vector<std::string>{"the part's face has edges that were not joined: no operation"});
 }
@@ -207,7 +208,7 @@ TEST_F(OutlineTest, ACircularThroughRouteIsAPathOnTheTopPlane) {
     for (int twin = 0; twin < 2; ++twin)
         Model().AddCircle({200, 150, 0}, 30)->SetLayer(layers::ThroughRouteCirclePV);
     Model().AddCircle({400, 150, 0}, 5)->SetLayer(layers::ThroughRouteCirclePV);
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     const std::vector<Drawn> routes = On("RT_");
     ASSERT_EQ(routes.size(), 2U);
     EXPECT_EQ(routes[0].layer, "RT_Z18p3_T1_D12_S18000_F300_R_C0_2");
@@ -220,7 +221,7 @@ TEST_F(OutlineTest, ACircularThroughRouteIsAPathOnTheTopPlane) {
 TEST_F(OutlineTest, ACircularThroughRouteThatNoBitIsSmallEnoughForSkipsThePart) {
     RunState run = Sorted(Body(Rectangle(0, 0, 600, 400), 0, 18));
     Model().AddCircle({200, 150, 0}, 1)->SetLayer(layers::ThroughRouteCirclePV);
-    EXPECT_EQ(MakeOutline(run), PartStep::SkipPart);
+    EXPECT_EQ(MakeOutline(run), PassOutcome::SkipPart);
     EXPECT_EQ(Messages().size(), 1U);
 }
 

@@ -2,7 +2,8 @@
 #include <algorithm>
 
 #include "cnc/cnc_fixture.h"
-#include "cnc/run/part_steps.h"
+#include "cnc/holes/horizontal_boring.h"
+#include "cnc/part/run_state.h"
 #include "cnc/targets/target_table.h"
 
 namespace brenvik {

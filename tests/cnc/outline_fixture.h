@@ -11,7 +11,7 @@
 
 #include "base/number_text.h"
 #include "cnc/cnc_fixture.h"
-#include "cnc/run/part_steps.h"
+#include "cnc/part/run_state.h"
 
 namespace brenvik {
 

@@ -1,4 +1,5 @@
 // The outside profile of a part as the kept face has it.
+#include "cnc/outline/outline.h"
 #include "cnc/outline_fixture.h"
 
 namespace brenvik {
@@ -6,7 +7,7 @@ namespace {
 
 TEST_F(OutlineTest, ARectangleIsOnePathCounterClockwiseOnTheTopPlane) {
     RunState run = Sorted(Body(Rectangle(0, 0, 600, 400), 0, 18));
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     const Drawn outline = Profile();
     EXPECT_EQ(outline.layer, "OT_Z18p3_T1_D12_S18000_F300_R_C0");
     EXPECT_EQ(run.OutlineLayer, outline.layer);
@@ -25,7 +26,7 @@ TEST_F(OutlineTest, ARectangleIsOnePathCounterClockwiseOnTheTopPlane) {
 TEST_F(OutlineTest, AnOutlineInInchesIsAsDeepInInches) {
     UseImperial();
     RunState run = Sorted(Body(Rectangle(0, 0, 24, 12), 0, 0.75));
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     const double deep = 0.75 + run.SpoilAmount;
     EXPECT_NEAR(Profile().thickness, -deep, 1e-12);
     EXPECT_EQ(Profile().layer, "OT_Z" + LayerNumberText(deep, 6, "p") + "_T1_Dp5_S18000_F300_R_C0");
@@ -34,7 +35,7 @@ TEST_F(OutlineTest, AnOutlineInInchesIsAsDeepInInches) {
 TEST_F(OutlineTest, TheDepthOfTheNameComesFromTheThicknessByLetters) {
     RunState run = Sorted(Body(Rectangle(0, 0, 600, 400), 0, 18));
     run.DimT = "0";
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_TRUE(Profile().layer.starts_with("OT_Zp3_")) << Profile().layer;
     EXPECT_NEAR(Profile().thickness, -18.3, 1e-12);
 }
@@ -43,7 +44,7 @@ TEST_F(OutlineTest, ANotchStaysInTheOutline) {
     const std::vector<Corner> shape{{0, 0},     {600, 0},   {600, 400}, {350, 400},
                                     {350, 330}, {250, 330}, {250, 400}, {0, 400}};
     RunState run = Sorted(Body(shape, 0, 18));
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(Profile().points.size(), 8U);
     EXPECT_EQ(CornersOf(Profile()), CornersOf(shape));
     EXPECT_GT(Turning(Profile()), 0);
@@ -53,7 +54,7 @@ TEST_F(OutlineTest, ANotchStaysInTheOutline) {
 TEST_F(OutlineTest, AMitredOutlineKeepsItsCorners) {
     const std::vector<Corner> shape{{0, 0}, {600, 0}, {520, 80}, {80, 80}};
     RunState run = Sorted(Body(shape, 0, 18));
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(Profile().points.size(), 4U);
     EXPECT_EQ(CornersOf(Profile()), CornersOf(shape));
 }
@@ -61,7 +62,7 @@ TEST_F(OutlineTest, AMitredOutlineKeepsItsCorners) {
 TEST_F(OutlineTest, RoundedCornersStayTrueArcs) {
     const std::vector<Corner> shape = RoundedRectangle(0, 0, 600, 400, 40);
     RunState run = Sorted(Body(shape, 0, 18));
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     const Drawn outline = Profile();
     EXPECT_EQ(outline.points.size(), 8U);
     EXPECT_EQ(CornersOf(outline), CornersOf(shape));
@@ -74,7 +75,7 @@ TEST_F(OutlineTest, RoundedCornersStayTrueArcs) {
 TEST_F(OutlineTest, ArcsThatTheProjectionLacksAreDrawnFromTheFace) {
     RunState run = Sorted(Body(RoundedRectangle(0, 0, 600, 400, 40), 0, 18));
     for (AcadArc* arc : AllOn<AcadArc>(document, layers::arcPV)) arc->Delete();
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(BulgesOf(Profile()), 4U);
     EXPECT_EQ(Profile().points.size(), 8U);
 }
@@ -82,7 +83,7 @@ TEST_F(OutlineTest, ArcsThatTheProjectionLacksAreDrawnFromTheFace) {
 TEST_F(OutlineTest, AnOutlineOfTwoHalfCirclesAndTwoLines) {
     const std::vector<Corner> shape{{100, 0}, {500, 0, Half}, {500, 200}, {100, 200, Half}};
     RunState run = Sorted(Body(shape, 0, 18));
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(Profile().points.size(), 4U);
     EXPECT_EQ(BulgesOf(Profile()), 2U);
     EXPECT_GT(Turning(Profile()), 0);
@@ -90,7 +91,7 @@ TEST_F(OutlineTest, AnOutlineOfTwoHalfCirclesAndTwoLines) {
 
 TEST_F(OutlineTest, AnOutlineOfOneArcAndOneLine) {
     RunState run = Sorted(Body({{0, 0}, {400, 0, Half}}, 0, 18));
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(Profile().points.size(), 2U);
     EXPECT_EQ(run.RouteDirection, "CounterClockwise");
 }
@@ -98,7 +99,7 @@ TEST_F(OutlineTest, AnOutlineOfOneArcAndOneLine) {
 TEST_F(OutlineTest, AnOutlineOfArcsAlone) {
     const std::vector<Corner> shape{{0, 0, 0.3}, {500, 0, 0.6}, {500, 200, 0.3}, {0, 200, 0.6}};
     RunState run = Sorted(Body(shape, 0, 18));
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(Profile().points.size(), 4U);
     EXPECT_EQ(BulgesOf(Profile()), 4U);
     EXPECT_EQ(run.NeedSecondSide, 0);
@@ -110,7 +111,7 @@ TEST_F(OutlineTest, TheArcsOfASteppedCornerLeadNoChainAstray) {
     RunState run = Sorted(part);
     Project({100, 300, 0}, 50, {100, 250, 0}, {150, 300, 0});
     Project({60, 300, 0}, 40, {60, 260, 0}, {100, 300, 0});
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(Profile().points.size(), 6U);
     EXPECT_EQ(BulgesOf(Profile()), 0U);
     EXPECT_TRUE(run.unexplained.empty());
@@ -121,7 +122,7 @@ TEST_F(OutlineTest, AMaterialThatIsMissingIsToldAndThePartSkipped) {
     // The record is still that of an earlier part.
     LookupMaterial("18 OAK", run.Material);
     ASSERT_TRUE(run.Material.Found());
-    EXPECT_EQ(MakeOutline(run), PartStep::SkipPart);
+    EXPECT_EQ(MakeOutline(run), PassOutcome::SkipPart);
     EXPECT_EQ(Messages(), std::vector<std::string>{"You do not have the material 17 OAK in the material "
                                                    "database, so this part export will be skipped."});
     EXPECT_FALSE(run.Material.Found());
@@ -142,7 +143,7 @@ TEST_F(OutlineTest, LeftoverCirclesOfTheWorkLayersGoAndNamedOnesStay) {
     }
     for (const std::string_view layer : {"VD_Z10_D8", "RouteCirclePV", "PKS_Z5_T1", "MAXCircleHold"})
         circleOn(layer, {0, 0, 1});
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     for (const std::string_view layer : {"RegionCopy", "circleHold", "circlePV"})
         EXPECT_EQ(AllOn<AcadCircle>(document, layer).size(), 1U) << layer;
     for (const std::string_view layer : {"VD_Z10_D8", "RouteCirclePV", "PKS_Z5_T1", "MAXCircleHold"})
@@ -152,7 +153,7 @@ TEST_F(OutlineTest, LeftoverCirclesOfTheWorkLayersGoAndNamedOnesStay) {
 TEST_F(OutlineTest, AnEdgeThatIsNeitherStraightNorRoundIsTold) {
     RunState run = Sorted(Body(Rectangle(0, 0, 600, 400), 0, 18));
     AllOn<AcadLine>(document, layers::RegionCopy).front()->Delete();
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     ASSERT_EQ(run.unexplained.size(), 1U);
     EXPECT_EQ(run.unexplained[0], "the part's face has a chain of edges that doesn't close: no operation");
     // The sections know the outline all the same.
@@ -161,7 +162,7 @@ TEST_F(OutlineTest, AnEdgeThatIsNeitherStraightNorRoundIsTold) {
 
 TEST_F(OutlineTest, NothingIsLeftOnTheLayersOfTheSections) {
     RunState run = Sorted(Body({{0, 0}, {600, 0}, {600, 400}, {300, 400}, {300, 200}, {0, 200}}, 0, 18));
-    ASSERT_EQ(MakeOutline(run), PartStep::GoOn);
+    ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_TRUE(On("regionPV").empty());
     EXPECT_TRUE(On("Border2").empty());
     EXPECT_TRUE(On("ThroughxRoute").empty());

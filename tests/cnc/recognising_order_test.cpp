@@ -1,6 +1,7 @@
 // The order of the recognisers, and what ends the work on a part between them.
 #include "cnc/cnc_fixture.h"
-#include "cnc/run/part_steps.h"
+#include "cnc/part/run_state.h"
+#include "cnc/run/recognising.h"
 #include "cnc/targets/target_table.h"
 
 namespace brenvik {
@@ -43,7 +44,7 @@ TEST_F(Recognising, BoresAndHolesOfAPartAreMade) {
     EdgeBore(Target::C2C);
     ThroughHole();
     RunState run = Start();
-    EXPECT_EQ(Recognise(run), PartStep::GoOn);
+    EXPECT_EQ(Recognise(run), PassOutcome::GoOn);
     EXPECT_EQ(OnLayers(DrawnIn(document), "HF_T").size(), 1U);
     EXPECT_EQ(OnLayers(DrawnIn(document), "VD_").size(), 1U);
     EXPECT_EQ(run.MaterialKeyText, "19 OAK");
@@ -55,7 +56,7 @@ TEST_F(Recognising, BoresAndHolesOfAPartAreMade) {
 TEST_F(Recognising, AnUnknownMaterialSkipsThePartWithItsMessage) {
     RunState run = Start();
     run.MaterialName = "ELM";
-    EXPECT_EQ(Recognise(run), PartStep::SkipPart);
+    EXPECT_EQ(Recognise(run), PassOutcome::SkipPart);
     ASSERT_EQ(Messages().size(), 1U);
     EXPECT_EQ(
         Messages()[0],
@@ -64,21 +65,21 @@ TEST_F(Recognising, AnUnknownMaterialSkipsThePartWithItsMessage) {
 
 TEST_F(Recognising, NoPartIsCutWithTheBitsOfAnEarlierPartsMaterial) {
     RunState run = Start();
-    ASSERT_EQ(Recognise(run), PartStep::GoOn);
+    ASSERT_EQ(Recognise(run), PassOutcome::GoOn);
     run.MaterialName = "ELM";
-    EXPECT_EQ(Recognise(run), PartStep::SkipPart);
+    EXPECT_EQ(Recognise(run), PassOutcome::SkipPart);
 }
 
 TEST_F(Recognising, BoresThatAreForcedToTheSecondSideWaitForIt) {
     Set("HorzBoreOn2", "1");
     EdgeBore(Target::C2C);
     RunState run = Start();
-    EXPECT_EQ(Recognise(run), PartStep::GoOn);
+    EXPECT_EQ(Recognise(run), PassOutcome::GoOn);
     EXPECT_TRUE(OnLayers(DrawnIn(document), "HF_T").empty());
     EXPECT_EQ(run.NeedSecondSide, 1);
     EXPECT_EQ(run.ThroughRouteSeen, 0);
     run.SecondSidePass = 1;
-    EXPECT_EQ(Recognise(run), PartStep::GoOn);
+    EXPECT_EQ(Recognise(run), PassOutcome::GoOn);
     EXPECT_EQ(OnLayers(DrawnIn(document), "HF_T").size(), 1U);
 }
 
@@ -86,10 +87,10 @@ TEST_F(Recognising, ASecondPassForBoresAloneEndsWhereThereAreNone) {
     Set("HorzBoreOn2", "1");
     RunState run = Start();
     run.SecondSidePass = 1;
-    EXPECT_EQ(Recognise(run), PartStep::SkipPart);
+    EXPECT_EQ(Recognise(run), PassOutcome::SkipPart);
     EXPECT_TRUE(Messages().empty());
     run.ThroughRouteSeen = 1;
-    EXPECT_EQ(Recognise(run), PartStep::GoOn);
+    EXPECT_EQ(Recognise(run), PassOutcome::GoOn);
 }
 
 TEST_F(Recognising, ASecondPassWithBoresGoesOnForEveryTarget) {
@@ -100,7 +101,7 @@ TEST_F(Recognising, ASecondPassWithBoresGoesOnForEveryTarget) {
         EdgeBore(target);
         RunState run = Start(target);
         run.SecondSidePass = 1;
-        EXPECT_EQ(Recognise(run), PartStep::GoOn) << TraitsOf(target).name;
+        EXPECT_EQ(Recognise(run), PassOutcome::GoOn) << TraitsOf(target).name;
         EXPECT_EQ(run.edgeBores, 1);
     }
 }
@@ -109,7 +110,7 @@ TEST_F(Recognising, AHoleThatCannotBeDrilledSkipsThePart) {
     Circle(layers::MAXCircleHold, {300, 50, 25}, {0, 0, 1});
     Circle(layers::circleHold, {300, 50, 20}, {0, 0, 1});
     RunState run = Start();
-    EXPECT_EQ(Recognise(run), PartStep::SkipPart);
+    EXPECT_EQ(Recognise(run), PassOutcome::SkipPart);
     EXPECT_EQ(Messages(), std::vector<std::string>{"error"});
 }
 

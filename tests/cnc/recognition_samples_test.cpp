@@ -3,6 +3,7 @@
 
 #include "checkout_paths.h"
 #include "cnc/recognition_fixture.h"
+#include "session/library/cnc_commands.h"
 
 namespace brenvik {
 namespace {
@@ -52,7 +53,7 @@ TEST_F(SampleCabinet, EveryPartIsCutInAirAndWhole) {
     const std::vector<Acad3DSolid*> solids = BringIn();
     ASSERT_EQ(solids.size(), 16U);
     WriteCabinetMaterials(solids);
-    RunOnSelection(host, Target::C2C);
+    RunOnSelection(host, Target::C2C, GridBeforeRuns());
     EXPECT_EQ(LastRunReport().parts, 16);
     ExpectQuiet();
     for (std::size_t i = 0; i < solids.size(); ++i) {

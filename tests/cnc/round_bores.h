@@ -67,7 +67,7 @@ class RoundBoreTest : public CncTest {
     }
 
     /// Sorts what stands in the drawing.
-    PartStep Sort(RunState& run) {
+    PassOutcome Sort(RunState& run) {
         const Acad3DSolid& solid = LastSolid(document);
         const Box3 part = solid.GetBoundingBox();
         run.PartThickness = part.max.z - part.min.z;
@@ -78,13 +78,13 @@ class RoundBoreTest : public CncTest {
     }
 
     /// A pass over a board whose circles stand in the drawing in this order.
-    PartStep SortBore(RunState& run, const Bore& bore, const std::vector<RimOf>& rims) {
+    PassOutcome SortBore(RunState& run, const Bore& bore, const std::vector<RimOf>& rims) {
         Clear();
         BoardWith(bore);
         for (const RimOf& rim : rims) Circle({100, 100, rim.z}, rim.diameter);
         return Sort(run);
     }
-    PartStep SortBore(RunState& run, const Bore& bore) { return SortBore(run, bore, RimsOf(bore)); }
+    PassOutcome SortBore(RunState& run, const Bore& bore) { return SortBore(run, bore, RimsOf(bore)); }
 
     void Clear() {
         for (AcadEntity* entity : All<AcadEntity>(document)) entity->Delete();

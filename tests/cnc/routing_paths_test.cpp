@@ -1,5 +1,6 @@
 // Contours that stop inside a part become named paths; what can't be one is told or left to the other side.
 #include "cnc/outline_fixture.h"
+#include "cnc/routes/routing.h"
 #include "settings/frm_choice.h"
 
 namespace brenvik {

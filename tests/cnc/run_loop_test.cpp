@@ -50,7 +50,7 @@ TEST_F(RunLoop, BeginsEachPassClean) {
         run.DimL = "600";
         run.LastAddedLayer = "VD_";
         run.NeedSecondSide = 1;
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     };
     RunA();
     EXPECT_EQ(passes, 4);
@@ -70,7 +70,7 @@ TEST_F(RunLoop, ScalesByTheSettingAboutTheOrigin) {
         firstStep = [&](RunState& run) {
             const Box3 box = LastSolid(*run.part).GetBoundingBox();
             length = box.max.x - box.min.x;
-            return PartStep::GoOn;
+            return PassOutcome::GoOn;
         };
         RunA();
         EXPECT_NEAR(length, c.length, 1e-9) << c.setting;
@@ -87,7 +87,7 @@ TEST_F(RunLoop, MakesASecondPassOfAPartThatNeedsIt) {
         }
         if (run.partIndex == 0) run.NeedSecondSide = run.ThroughRouteSeen = 1;
         WriteWorkDrawings(run);
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     };
     RunA();
     EXPECT_EQ(seen, (Texts{"c:\\BV-DXF\\Part_0.dwg", "c:\\BV-DXF\\2-sided\\BPart_0.dwg again",
@@ -107,7 +107,7 @@ TEST_F(RunLoop, BeginsTheSecondPassWithoutWorkDrawings) {
         }
         run.NeedSecondSide = 1;
         WriteWorkDrawings(run);
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     };
     RunA();
     EXPECT_EQ(passes, 2);
@@ -121,7 +121,7 @@ TEST_F(RunLoop, MakesNoSecondPassWhereTheSettingsSaySo) {
         EXPECT_TRUE(run.FirstPass());
         EXPECT_EQ(run.NeedSecondSide, 0);
         run.NeedSecondSide = 1;
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     };
     RunA();
     EXPECT_EQ(passes, 2);
@@ -136,9 +136,9 @@ TEST_F(RunLoop, GoesOnBehindAPartThatIsSkipped) {
         EXPECT_EQ(run.NeedSecondSide, 0) << "the flags of the part before are gone with it";
         EXPECT_EQ(run.ThroughRouteSeen, 0);
         WriteWorkDrawings(run);
-        if (run.partIndex != 1) return PartStep::GoOn;
+        if (run.partIndex != 1) return PassOutcome::GoOn;
         run.NeedSecondSide = run.ThroughRouteSeen = 1;
-        return PartStep::SkipPart;
+        return PassOutcome::SkipPart;
     };
     RunA();
     EXPECT_EQ(FilesIn(OutputFolder), (Texts{"Part_0_done.dxf", "Part_2_done.dxf"}));
@@ -156,7 +156,7 @@ TEST_F(RunLoop, ASecondPassThatIsSkippedLeavesTheFirstFile) {
     Boards({"Side", "Shelf"});
     firstStep = [](RunState& run) {
         run.NeedSecondSide = run.partIndex == 0 ? 1 : 0;
-        return run.FirstPass() ? PartStep::GoOn : PartStep::SkipPart;
+        return run.FirstPass() ? PassOutcome::GoOn : PassOutcome::SkipPart;
     };
     RunA();
     EXPECT_EQ(FilesIn(OutputFolder), (Texts{"Part_0_done.dxf", "Part_1_done.dxf"}));
@@ -172,10 +172,10 @@ TEST_F(RunLoop, PassesOverAPartFileThatVanishedAndKeepsTheFlag) {
             files.RemoveFile("c:\\BV-DXF\\Part_1.dwg");
             files.RemoveFile("c:\\BV-DXF\\Part_0.dwg");
             run.NeedSecondSide = 1;
-            return PartStep::SkipPart;
+            return PassOutcome::SkipPart;
         }
         needed = run.NeedSecondSide;
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     };
     RunA();
     EXPECT_EQ(needed, 1) << "the cleaning clears it with the first file, which was gone";
@@ -188,7 +188,7 @@ TEST_F(RunLoop, PassesOverAPartFileThatVanishedAndKeepsTheFlag) {
 
 TEST_F(RunLoop, EndsAtAPartThatEndsTheRunAndLeavesItsDrawingOpen) {
     Boards({"Side", "Shelf"});
-    firstStep = [](RunState&) { return PartStep::EndRun; };
+    firstStep = [](RunState&) { return PassOutcome::EndRun; };
     RunA();
     EXPECT_EQ(passes, 1);
     EXPECT_TRUE(MessagesBetween().empty());
@@ -203,10 +203,10 @@ TEST_F(RunLoop, EndsAtAPartThatEndsTheRunAndLeavesItsDrawingOpen) {
 
 TEST_F(RunLoop, AFailureOfFilesEndsTheRunCleanlyAndKeepsWhatWasWritten) {
     Boards({"Side", "Shelf", "Back"});
-    secondStep = [&](RunState& run) -> PartStep {
+    secondStep = [&](RunState& run) -> PassOutcome {
         WriteWorkDrawings(run);
         if (run.partIndex == 1) throw DiskFull("c:\\BV-DXF\\Part_1.dxf");
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     };
     Set("MyWindowState", "1");
     Set("Skipandcontinue", "1");
@@ -229,13 +229,13 @@ TEST_F(RunLoop, SkipsAPartThatTheModellerRefusesAndTellsIt) {
     Boards({"Side", "Shelf", "Back"});
     firstStep = [](RunState& run) {
         run.NeedSecondSide = run.partIndex == 2 ? 1 : 0;
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     };
-    secondStep = [&](RunState& run) -> PartStep {
+    secondStep = [&](RunState& run) -> PassOutcome {
         WriteWorkDrawings(run);
         if (run.partIndex == 1 || !run.FirstPass())
             throw Failure(4711, "Modeller", "The cut came to nothing", "face 12");
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     };
     RunA();
     const Texts told = MessagesBetween();
@@ -257,7 +257,7 @@ TEST_F(RunLoop, TellsEachPartOfWhichSomethingIsUnexplained) {
         run.NeedSecondSide = run.partIndex == 0 ? 1 : 0;
         if (run.partIndex < 2) run.unexplained.emplace_back("a slanted hole at 10,20");
         if (run.partIndex == 1) run.unexplained.emplace_back("a dome");
-        return run.partIndex == 1 ? PartStep::SkipPart : PartStep::GoOn;
+        return run.partIndex == 1 ? PassOutcome::SkipPart : PassOutcome::GoOn;
     };
     RunA();
     const Texts told = MessagesBetween();
@@ -278,7 +278,7 @@ TEST_F(RunLoop, TellsItsProgressAtEachPass) {
     });
     firstStep = [](RunState& run) {
         run.NeedSecondSide = run.partIndex == 0 ? 1 : 0;
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     };
     RunA();
     EXPECT_EQ(told, (Texts{"1/2", "1/2 second", "2/2"}));
@@ -322,7 +322,7 @@ TEST_F(RunLoop, ACutDrawingFileEndsTheRunWithItsName) {
     Boards({"Side", "Shelf"});
     firstStep = [&](RunState&) {
         files.WriteFile("c:\\BV-DXF\\Part_1.dwg", "no drawing");
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     };
     RunA();
     const Texts messages = Messages();

@@ -1,6 +1,6 @@
 // Runs on material libraries as shops have them: edited by hand, cut off, in the code page of an old system.
 #include "cnc/cnc_fixture.h"
-#include "cnc/run/runs.h"
+#include "session/library/cnc_commands.h"
 
 namespace brenvik {
 namespace {
@@ -17,7 +17,7 @@ class RunMaterials : public CncTest {
             GivePartData(Board(600, 400, thickness).Solid(), thickness == 16 ? "Thin" : "Thick", "LWT",
                          material);
         ChooseAllSolids();
-        RunOnSelection(host, Target::C2C);
+        RunOnSelection(host, Target::C2C, GridBeforeRuns());
     }
     /// The library of these lines, and of line ends that a record needn't have.
     void WriteLibrary(const Texts& lines, const std::string& lineEnd = "\r\n", bool endsLast = true) {

@@ -1,8 +1,9 @@
 // Names that people type, on their way into file names, layer names and lists.
 #include "base/utf8.h"
 #include "cnc/cnc_fixture.h"
-#include "cnc/run/part_steps.h"
-#include "cnc/run/runs.h"
+#include "cnc/part/part_file_name.h"
+#include "cnc/part/run_state.h"
+#include "session/library/cnc_commands.h"
 
 namespace brenvik {
 namespace {
@@ -29,7 +30,7 @@ class RunNames : public CncTest {
     void RunBoard(std::string_view name, Target target = Target::C2C) {
         Board(600, 400, 18, name);
         ChooseAllSolids();
-        RunOnSelection(host, target);
+        RunOnSelection(host, target, GridBeforeRuns());
     }
     std::string List(const char* name = "WORKLIST.TXT") {
         return files.ReadFile(std::string(OutputFolder) + name);

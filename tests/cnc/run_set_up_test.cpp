@@ -48,7 +48,7 @@ TEST_F(RunSetUp, EmptiesBothFoldersBeforeTheFirstPart) {
     firstStep = [&](RunState&) {
         first = FilesIn(OutputFolder);
         second = FilesIn(SecondSideFolder);
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     };
     RunA();
     EXPECT_EQ(first, Texts{"Part_0.dwg"});
@@ -74,7 +74,7 @@ TEST_F(RunSetUp, WorksInWorldCoordinates) {
     Point3 corner;
     firstStep = [&](RunState& run) {
         corner = LastSolid(*run.part).GetBoundingBox().min;
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     };
     RunA();
     EXPECT_EQ(corner, Point3{});
@@ -108,7 +108,7 @@ TEST_F(RunSetUp, MinimizesTheWindowForTheRunAlone) {
     WindowStateKind during = WindowStateKind::Normal;
     firstStep = [&](RunState& run) {
         during = run.app->WindowState();
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     };
     RunA();
     EXPECT_EQ(during, WindowStateKind::Normal);
@@ -141,7 +141,7 @@ TEST_F(RunSetUp, TakesAStandingAnswerOnceSoThatOtherRunsDoNotWipeIt) {
         for (MaterialTool& tool : material.tools) tool = {"5", 12, "18000", "9000"};
         EXPECT_TRUE(ChooseInsideRouteBit(choice, material, "KEY", 0.1, ChoiceDialog::WithStandingAnswer));
         EXPECT_EQ(choice.kind, PathKind::PKC);
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     };
     RunA();
     EXPECT_TRUE(asked);
@@ -153,7 +153,7 @@ TEST_F(RunSetUp, WritesAStandingAnswerWhereItIsAlone) {
         KeepStandingAnswer(4);
         EXPECT_EQ(GetSettingText("Skipandcontinue"), "1");
         EXPECT_EQ(GetSettingText("skipandcontinuevalue"), "4");
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     };
     RunA();
     EXPECT_EQ(GetSettingText("Skipandcontinue"), "0");
@@ -175,7 +175,7 @@ TEST_F(RunSetUp, KeepsAStandingAnswerFromTheRunsOfOtherPrograms) {
         for (MaterialTool& tool : material.tools) tool = {"5", 12, "18000", "9000"};
         EXPECT_TRUE(ChooseInsideRouteBit(choice, material, "KEY", 0.1, ChoiceDialog::WithStandingAnswer));
         EXPECT_EQ(choice.kind, PathKind::PKC);
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     };
     RunA();
     EXPECT_EQ(passes, 1);
@@ -204,7 +204,7 @@ TEST_F(RunSetUp, TakesTheSpoilByTheLenientRule) {
     double spoil = -1;
     firstStep = [&](RunState& run) {
         spoil = run.SpoilAmount;
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     };
     for (const auto& [text, amount] : {std::pair{".25", 0.25}, {"", 0.0}, {"much", 0.0}, {"2 mm", 2.0}}) {
         Set("BiesseWorksSpoil", text);
@@ -260,7 +260,7 @@ class RunList : public RunTemplateTest {
         firstStep = [&](RunState& run) {
             TheSession().AcadDoc = run.part;
             quantities.push_back(Quantity(LastSolid(*run.part)));
-            return PartStep::GoOn;
+            return PassOutcome::GoOn;
         };
         RunB();
         return quantities;

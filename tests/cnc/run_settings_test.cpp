@@ -1,6 +1,6 @@
 // The switches and numbers of the settings dialog that decide what a run writes.
 #include "cnc/cnc_fixture.h"
-#include "cnc/run/runs.h"
+#include "session/library/cnc_commands.h"
 
 namespace brenvik {
 namespace {
@@ -16,7 +16,7 @@ class RunSettings : public CncTest {
 
     void Run(Target target = Target::C2C) {
         ChooseAllSolids();
-        RunOnSelection(host, target);
+        RunOnSelection(host, target, GridBeforeRuns());
     }
     /// A window, and a pocket from below, so that there is a second side.
     Workpiece PanelOfTwoSides() {

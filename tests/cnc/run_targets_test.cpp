@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "cnc/cnc_fixture.h"
-#include "cnc/run/runs.h"
 #include "cnc/targets/target_table.h"
+#include "session/library/cnc_commands.h"
 
 namespace brenvik {
 namespace {
@@ -80,7 +80,7 @@ class RunOfTarget : public CncTest, public ::testing::WithParamInterface<ListCas
 TEST_P(RunOfTarget, OnTheSelectionWritesFilesAndListsOfBothSides) {
     const Acad3DSolid& solid = BoardOfTwoSides("3");
     ChooseAllSolids();
-    RunOnSelection(host, GetParam().target);
+    RunOnSelection(host, GetParam().target, GridBeforeRuns());
     ExpectFilesAndLists();
     EXPECT_EQ(mAutoCAD::GetPartData(solid.Handle(), "Quantity"), "3") << "not lent, so not given back";
 }
@@ -88,7 +88,7 @@ TEST_P(RunOfTarget, OnTheSelectionWritesFilesAndListsOfBothSides) {
 TEST_P(RunOfTarget, FromTheGridTakesItsQuantities) {
     const Acad3DSolid& solid = BoardOfTwoSides("1");
     files.WriteFile(TheSession().InstallFolder + "CNCExportList2.txt", solid.Handle() + ",3\n");
-    RunFromGrid(host, GetParam().target);
+    RunFromGrid(host, GetParam().target, GridBeforeRuns());
     ExpectFilesAndLists();
     EXPECT_EQ(mAutoCAD::GetPartData(solid.Handle(), "Quantity"), "1");
 }
@@ -114,7 +114,7 @@ class RunOfTwins : public CncTest {};
 TEST_F(RunOfTwins, OfTwoPartsOfOneNameHasALineAndAFileForEach) {
     for (int part = 0; part < 2; ++part) Board(600, 400 + 10 * part, 18, "Side");
     ChooseAllSolids();
-    RunOnSelection(host, Target::BW);
+    RunOnSelection(host, Target::BW, GridBeforeRuns());
     EXPECT_EQ(FilesIn(OutputFolder), (Texts{"Part_0_Side_7.dxf", "Part_1_Side_7.dxf", "WorkList.txt"}));
     const std::string list = files.ReadFile(std::string(OutputFolder) + "WorkList.txt");
     EXPECT_EQ(list.find("PIECE SECTION"), list.rfind("PIECE SECTION")) << "the header stands once";

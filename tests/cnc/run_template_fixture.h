@@ -8,6 +8,7 @@
 #include "cnc/cnc_fixture.h"
 #include "cnc/run/run_set_up.h"
 #include "cnc/run/run_template.h"
+#include "session/library/cnc_commands.h"
 
 namespace brenvik {
 
@@ -17,16 +18,16 @@ class RunTemplateTest : public CncTest {
   protected:
     static constexpr const char* listPath = "CNCExportList2.txt";
 
-    PartSteps Steps() {
-        PartSteps steps;
+    PassWork Steps() {
+        PassWork steps;
         steps.pass = {[this](RunState& run) {
                           ++passes;
                           seen.push_back(run.part->FullName() + (run.FirstPass() ? "" : " again"));
-                          return firstStep ? firstStep(run) : PartStep::GoOn;
+                          return firstStep ? firstStep(run) : PassOutcome::GoOn;
                       },
                       [this](RunState& run) {
                           ++secondSteps;
-                          return secondStep ? secondStep(run) : PartStep::GoOn;
+                          return secondStep ? secondStep(run) : PassOutcome::GoOn;
                       }};
         steps.writePartFile = [this](RunState& run) {
             const std::string folder(run.FirstPass() ? OutputFolder : SecondSideFolder);
@@ -40,8 +41,8 @@ class RunTemplateTest : public CncTest {
         steps.finishWorkLists = [this](Target target) { finished.push_back(target); };
         return steps;
     }
-    void RunA(Target target = Target::C2C) { RunParts(host, target, RunForm::A, Steps()); }
-    void RunB(Target target = Target::C2C) { RunParts(host, target, RunForm::B, Steps()); }
+    void RunA(Target target = Target::C2C) { RunParts(host, target, RunForm::A, Steps(), GridBeforeRuns()); }
+    void RunB(Target target = Target::C2C) { RunParts(host, target, RunForm::B, Steps(), GridBeforeRuns()); }
     void WriteList(const std::string& text) { files.WriteFile(TheSession().InstallFolder + listPath, text); }
     /// Boards side by side with these names.
     std::vector<Acad3DSolid*> Boards(const Texts& names) {
@@ -69,7 +70,7 @@ class RunTemplateTest : public CncTest {
         return {texts.begin() + 1, texts.end() - 1};
     }
 
-    std::function<PartStep(RunState&)> firstStep, secondStep;
+    std::function<PassOutcome(RunState&)> firstStep, secondStep;
     std::function<void(RunState&)> onWrite;
     int passes = 0, secondSteps = 0;
     Texts seen;

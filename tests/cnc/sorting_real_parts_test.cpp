@@ -1,5 +1,6 @@
 // Parts laid flat, projected and broken down on the real host: what stands on which layer at the end.
 #include "cnc/alignment_fixture.h"
+#include "cnc/sorting/profile.h"
 
 namespace brenvik {
 namespace {
@@ -7,9 +8,9 @@ namespace {
 class RealPartTest : public AlignmentTest {
   protected:
     /// Laid flat and sorted, as the first pass of a run does it.
-    PartStep SortPart(Acad3DSolid& solid, const Pose& pose = {}) {
-        const PartStep laid = AlignAt(solid, pose);
-        return laid == PartStep::GoOn ? SortEdges(run) : laid;
+    PassOutcome SortPart(Acad3DSolid& solid, const Pose& pose = {}) {
+        const PassOutcome laid = AlignAt(solid, pose);
+        return laid == PassOutcome::GoOn ? SortEdges(run) : laid;
     }
     std::vector<const AcadCircle*> CirclesOn(std::string_view layer) {
         std::vector<const AcadCircle*> found;
@@ -36,7 +37,7 @@ class RealPartTest : public AlignmentTest {
 
 TEST_F(RealPartTest, SizesAndMaterialAreTaken) {
     app::Workpiece board = Board(600, 400, 18);
-    ASSERT_EQ(SortPart(board.Solid()), PartStep::GoOn);
+    ASSERT_EQ(SortPart(board.Solid()), PassOutcome::GoOn);
     EXPECT_EQ(run.PartThickness, 18);
     EXPECT_EQ(run.PartBottomZ, 0);
     EXPECT_NEAR(run.PartVolume, 600.0 * 400 * 18, 1e-6);
@@ -47,14 +48,14 @@ TEST_F(RealPartTest, SizesAndMaterialAreTaken) {
 TEST_F(RealPartTest, APartWithoutMaterialHasAnUnknownOne) {
     app::Workpiece board = Board(600, 400, 18);
     GivePartData(board.Solid(), "Panel", "LWT", "");
-    ASSERT_EQ(SortPart(board.Solid()), PartStep::GoOn);
+    ASSERT_EQ(SortPart(board.Solid()), PassOutcome::GoOn);
     EXPECT_EQ(run.MaterialName, "UnknownMaterial");
 }
 
 TEST_F(RealPartTest, OnlyTheSolidAndCurvesAreLeft) {
     app::Workpiece board = Board(600, 400, 18);
     board.Drill({100, 100, 18}, app::Axis::Z, -10, 8);
-    ASSERT_EQ(SortPart(board.Solid()), PartStep::GoOn);
+    ASSERT_EQ(SortPart(board.Solid()), PassOutcome::GoOn);
     run.part->ModelSpace().ForEach([](AcadEntity& entity) {
         const std::string kind(entity.ObjectName());
         EXPECT_TRUE(kind == "AcDb3dSolid" || kind == "AcDbLine" || kind == "AcDbArc" || kind == "AcDbCircle")
@@ -72,7 +73,7 @@ TEST_F(RealPartTest, HolesAndBoresAreSortedAtAnyAngle) {
         board.Drill({100, 300, 18}, app::Axis::Z, -18, 60);  // a wide one through
         board.Drill({300, 300, 18}, app::Axis::Z, -8, 50);   // a wide one that stops
         board.Drill({0, 200, 9}, app::Axis::X, 30, 8);       // in an edge
-        ASSERT_EQ(SortPart(board.Solid(), pose), PartStep::GoOn);
+        ASSERT_EQ(SortPart(board.Solid(), pose), PassOutcome::GoOn);
         EXPECT_EQ(Count(layers::MAXCircleHold), 2U);
         ExpectRim(layers::circleHold, 8, 8);
         ExpectRim(layers::circleHold, 8, 0);
@@ -96,7 +97,7 @@ TEST_F(RealPartTest, AWideBoreFromBelowNeedsTheOtherSide) {
     board.Drill({100, 100, 18}, app::Axis::Z, -3, 8);
     board.Cut({300, -1, 14}, {320, 401, 30});
     board.Drill({500, 200, 0}, app::Axis::Z, 2, 50);
-    ASSERT_EQ(SortPart(board.Solid()), PartStep::GoOn);
+    ASSERT_EQ(SortPart(board.Solid()), PassOutcome::GoOn);
     // The face with less cut out of it lies down.
     EXPECT_EQ(run.NeedSecondSide, 1);
     EXPECT_EQ(run.ThroughRouteSeen, 1);
@@ -106,7 +107,7 @@ TEST_F(RealPartTest, AWideBoreFromBelowNeedsTheOtherSide) {
 TEST_F(RealPartTest, TheFloorOfAStoppedPocketIsLeftInsideThePart) {
     app::Workpiece board = Board(600, 400, 18);
     board.Cut({100, 100, 10}, {200, 180, 30});
-    ASSERT_EQ(SortPart(board.Solid()), PartStep::GoOn);
+    ASSERT_EQ(SortPart(board.Solid()), PassOutcome::GoOn);
     EXPECT_EQ(LinesInside(), (std::vector<std::size_t>{10, 10, 10, 10}));
 }
 
@@ -116,7 +117,7 @@ TEST_F(RealPartTest, ASlantedHoleIsTold) {
     drill.Rotate3D({0, 0, 0}, {0, 1, 0}, 0.5);
     drill.Move({0, 0, 0}, {300, 200, 9});
     board.Solid().Boolean(BooleanKind::Subtraction, drill);
-    ASSERT_EQ(SortPart(board.Solid()), PartStep::GoOn);
+    ASSERT_EQ(SortPart(board.Solid()), PassOutcome::GoOn);
     ASSERT_EQ(run.unexplained.size(), 1U);
     EXPECT_EQ(run.unexplained[0].substr(0, 17), "slanted hole of 8");
 }
@@ -127,7 +128,7 @@ TEST_F(RealPartTest, ASlantedHoleThatStopsIsToldOnce) {
     drill.Rotate3D({0, 0, 0}, {0, 1, 0}, 0.5);
     drill.Move({0, 0, 0}, {300, 200, 9});
     board.Solid().Boolean(BooleanKind::Subtraction, drill);
-    ASSERT_EQ(SortPart(board.Solid()), PartStep::GoOn);
+    ASSERT_EQ(SortPart(board.Solid()), PassOutcome::GoOn);
     EXPECT_EQ(run.unexplained.size(), 1U);
 }
 
@@ -146,7 +147,7 @@ TEST_F(RealPartTest, ARoundedPocketLeavesItsFourArcsInsideThePart) {
     board.Solid().Boolean(BooleanKind::Subtraction, tool);
     contour.Delete();
     region.Delete();
-    ASSERT_EQ(SortPart(board.Solid()), PartStep::GoOn);
+    ASSERT_EQ(SortPart(board.Solid()), PassOutcome::GoOn);
     EXPECT_EQ(LinesInside(), (std::vector<std::size_t>{10, 10, 10, 10}));
     std::size_t arcs = 0;
     for (const AcadArc* arc : AllOn<AcadArc>(*run.part, layers::BrenvikExplode))

@@ -1,7 +1,8 @@
 // Tongues that stand out from the edges of a part get room for the cutter at their tips.
 #include "cnc/cnc_fixture.h"
 #include "cnc/outline/tongue_leads.h"
-#include "cnc/run/part_steps.h"
+#include "cnc/outline/tongues.h"
+#include "cnc/part/run_state.h"
 
 namespace brenvik {
 namespace {

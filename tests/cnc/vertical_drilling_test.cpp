@@ -2,7 +2,9 @@
 #include <algorithm>
 
 #include "cnc/cnc_fixture.h"
-#include "cnc/run/part_steps.h"
+#include "cnc/holes/level_shapes.h"
+#include "cnc/holes/vertical_drilling.h"
+#include "cnc/part/run_state.h"
 
 namespace brenvik {
 namespace {
@@ -38,6 +40,15 @@ class VerticalDrilling : public CncTest {
         run.PartVolume = wood.Solid().Volume();
         return run;
     }
+    /// With a ledge over the whole part, so that every hole is tried for material above it.
+    void Drill(RunState& run) {
+        AcadCircle& ledge = Circle(layers::Zero, 300, 200, Thick - 0.00005, 2000);
+        AddLayer(document, layers::BrenvikExplode);
+        ledge.SetLayer(layers::BrenvikExplode);
+        const LevelShapes everywhere = LevelShapes::Of(document, wood.Solid().GetBoundingBox());
+        ledge.Delete();
+        DrillVertically(run, everywhere);
+    }
     std::vector<Drawn> Circles() {
         std::vector<Drawn> found;
         for (const Drawn& drawn : DrawnIn(document))
@@ -66,7 +77,7 @@ TEST_F(VerticalDrilling, AThroughHoleIsOneCircleOnTheTopPlaneWithSpoil) {
     Top(100, 50, 8);
     Level(100, 50, 0, 8);
     RunState run = Start();
-    DrillVertically(run);
+    Drill(run);
     ExpectOne("VD_Z19p5_T_D8", 100, 50, 8, -19.5);
     EXPECT_EQ(run.NeedSecondSide, 0);
     EXPECT_EQ(run.LastAddedLayer, "VD_Z19p5_T_D8");
@@ -78,7 +89,7 @@ TEST_F(VerticalDrilling, ABlindHoleHasItsDepthAndNoSpoil) {
     Top(100, 50, 5);
     Level(100, 50, 7, 5);
     RunState run = Start();
-    DrillVertically(run);
+    Drill(run);
     ExpectOne("VD_Z12_T_D5", 100, 50, 5, -12);
 }
 
@@ -90,7 +101,7 @@ TEST_F(VerticalDrilling, EveryTargetLeavesOneCircleForAHole) {
         Top(100, 50, 8);
         Level(100, 50, 0, 8);
         RunState run = Start(target);
-        DrillVertically(run);
+        Drill(run);
         const std::vector<Drawn> circles = Circles();
         ASSERT_EQ(circles.size(), 1U);
         EXPECT_EQ(circles[0].points[0].z, Thick);
@@ -105,7 +116,7 @@ TEST_F(VerticalDrilling, TheHighestFloorWinsAndTheLowerOneBelongsToTheOtherSide)
     Level(100, 50, 12, 8);
     Level(100, 50, 5, 8);
     RunState run = Start();
-    DrillVertically(run);
+    Drill(run);
     ExpectOne("VD_Z7_T_D8", 100, 50, 8, -7);
     EXPECT_EQ(run.NeedSecondSide, 1);
     EXPECT_EQ(run.ThroughRouteSeen, 1);
@@ -119,7 +130,7 @@ TEST_F(VerticalDrilling, AWiderRecessBelowBelongsToTheOtherSide) {
     Level(100, 50, 9, 12);
     Level(100, 50, 0, 12);
     RunState run = Start();
-    DrillVertically(run);
+    Drill(run);
     ExpectOne("VD_Z10_T_D5", 100, 50, 5, -10);
     EXPECT_EQ(run.NeedSecondSide, 1);
     EXPECT_EQ(run.ThroughRouteSeen, 1);
@@ -133,7 +144,7 @@ TEST_F(VerticalDrilling, OnlyTheFirstSideSaysThatAThroughRouteWasSeen) {
     Level(100, 50, 4, 5);
     RunState run = Start();
     run.SecondSidePass = 1;
-    DrillVertically(run);
+    Drill(run);
     EXPECT_EQ(run.NeedSecondSide, 1);
     EXPECT_EQ(run.ThroughRouteSeen, 0);
 }
@@ -143,7 +154,7 @@ TEST_F(VerticalDrilling, OfTwoFloorsAtOneHeightTheLaterIsTakenWithoutAFlag) {
     Top(100, 50, 8);
     const std::string first = Level(100, 50, 5, 8).Handle(), second = Level(100, 50, 5, 8).Handle();
     RunState run = Start();
-    DrillVertically(run);
+    Drill(run);
     EXPECT_EQ(run.NeedSecondSide, 0);
     const auto layerOf = [&](const std::string& handle) {
         return dynamic_cast<AcadEntity*>(document.HandleToObject(handle))->Layer();
@@ -161,7 +172,7 @@ TEST_F(VerticalDrilling, ACounterboreAndTheHoleInItAreBothDrilled) {
     Level(100, 50, 12, 12);
     Top(100, 50, 12);
     RunState run = Start();
-    DrillVertically(run);
+    Drill(run);
     const std::vector<Drawn> circles = Circles();
     ASSERT_EQ(circles.size(), 2U);
     ExpectHole(circles[0], "VD_Z19p5_T_D5", 100, 50, 5, -19.5);
@@ -175,7 +186,7 @@ TEST_F(VerticalDrilling, AHoleInAPocketFloorIsMeasuredFromTheTopPlane) {
     Level(100, 50, 12, 5);
     Level(100, 50, 4, 5);
     RunState run = Start();
-    DrillVertically(run);
+    Drill(run);
     ExpectOne("VD_Z15_T_D5", 100, 50, 5, -15);
     EXPECT_EQ(run.NeedSecondSide, 0);
 }
@@ -189,7 +200,7 @@ TEST_F(VerticalDrilling, NestedCounterboresInARecessAreAllDrilled) {
     Level(100, 50, 16, 12);
     Level(100, 50, 10, 12);
     RunState run = Start();
-    DrillVertically(run);
+    Drill(run);
     const std::vector<Drawn> circles = Circles();
     ASSERT_EQ(circles.size(), 2U);
     ExpectHole(circles[0], "VD_Z19p5_T_D5", 100, 50, 5, -19.5);
@@ -205,7 +216,7 @@ TEST_F(VerticalDrilling, AHoleFromBelowIsLeftToTheOtherSide) {
         Level(x, 50, 10, 8);
     }
     RunState run = Start();
-    DrillVertically(run);
+    Drill(run);
     EXPECT_TRUE(Circles().empty());
     EXPECT_EQ(run.NeedSecondSide, 1);
     EXPECT_EQ(run.ThroughRouteSeen, 1);
@@ -221,7 +232,7 @@ TEST_F(VerticalDrilling, ARecessHoleWithoutAFloorIsToldAndTheOthersAreDrilled) {
     Level(300, 50, 12, 5);
     Level(300, 50, 4, 5);
     RunState run = Start();
-    DrillVertically(run);
+    Drill(run);
     EXPECT_EQ(OnLayers(Circles(), "VD_").size(), 1U);
     EXPECT_EQ(run.unexplained, std::vector<std::string>{"hole of 5 at 100,50,6: no operation"});
 }
@@ -232,7 +243,7 @@ TEST_F(VerticalDrilling, ARimWithoutAFloorIsTold) {
     Top(300, 50, 8);
     Level(300, 50, 0, 8);
     RunState run = Start();
-    DrillVertically(run);
+    Drill(run);
     EXPECT_EQ(OnLayers(Circles(), "VD_").size(), 1U);
     EXPECT_EQ(run.unexplained, std::vector<std::string>{"hole of 12 at 100,50,19: no operation"});
 }
@@ -241,11 +252,11 @@ TEST_F(VerticalDrilling, AHoleIsToldOnceWhicheverSideItIsSeenFrom) {
     Hole(100, 350, 19, 0, 12);
     Top(100, 50, 12);
     RunState run = Start();
-    DrillVertically(run);
+    Drill(run);
     for (AcadCircle* circle : All<AcadCircle>(document)) circle->Delete();
     run.SecondSidePass = 1;
     Level(100, 350, 0, 12);
-    DrillVertically(run);
+    Drill(run);
     EXPECT_EQ(run.unexplained, std::vector<std::string>{"hole of 12 at 100,50,19: no operation"});
 }
 
@@ -264,7 +275,7 @@ TEST_F(VerticalDrilling, AThroughHoleOfTheFirstSideYieldsNothingOnTheSecond) {
     Level(500, 50, 9, 8);
     RunState run = Start();
     run.SecondSidePass = 1;
-    DrillVertically(run);
+    Drill(run);
     ExpectOne("VD_Z10_T_D8", 500, 50, 8, -10);
     EXPECT_TRUE(run.unexplained.empty());
 }
@@ -277,7 +288,7 @@ TEST_F(VerticalDrilling, AHoleDrilledThroughFromARecessIsNotDrilledAgainFromTheO
     Level(100, 50, 12, 8);
     Level(100, 50, 0, 8);
     RunState run = Start();
-    DrillVertically(run);
+    Drill(run);
     ExpectOne("VD_Z19p5_T_D8", 100, 50, 8, -19.5);
     for (AcadCircle* circle : All<AcadCircle>(document)) circle->Delete();
 
@@ -287,7 +298,7 @@ TEST_F(VerticalDrilling, AHoleDrilledThroughFromARecessIsNotDrilledAgainFromTheO
     Level(100, 350, 7, 8);
     Top(500, 350, 8);
     Level(500, 350, 7, 8);
-    DrillVertically(run);
+    Drill(run);
     ExpectOne("VD_Z12_T_D8", 500, 350, 8, -12);
 }
 
@@ -295,7 +306,7 @@ TEST_F(VerticalDrilling, AFloorThatIsNotBelowTheTopEndsThePart) {
     Circle(layers::MAXCircleHold, 100, 50, 25, 8);
     Level(100, 50, 20, 8);
     RunState run = Start();
-    DrillVertically(run);
+    Drill(run);
     EXPECT_EQ(run.DrillSkip, 1);
     EXPECT_EQ(Messages(), std::vector<std::string>{"error"});
 }
@@ -307,14 +318,14 @@ TEST_F(VerticalDrilling, PlacesAreComparedAtSixDecimals) {
     Top(300, 50, 8);
     Level(300.00001, 50, 3, 8);
     RunState run = Start();
-    DrillVertically(run);
+    Drill(run);
     EXPECT_EQ(OnLayers(Circles(), "VD_").size(), 1U);
 }
 
 TEST_F(VerticalDrilling, SpoilThatIsNoNumberFails) {
     Set("DrillSpoilAmount", "");
     RunState run = Start();
-    EXPECT_THROW(DrillVertically(run), Failure);
+    EXPECT_THROW(Drill(run), Failure);
 }
 
 TEST_F(VerticalDrilling, LockedWorkLayersAreWithinReach) {
@@ -323,7 +334,7 @@ TEST_F(VerticalDrilling, LockedWorkLayersAreWithinReach) {
     Level(100, 50, 0, 8);
     LockAllLayers(document);
     RunState run = Start();
-    DrillVertically(run);
+    Drill(run);
     ExpectOne("VD_Z19p5_T_D8", 100, 50, 8, -19.5);
 }
 

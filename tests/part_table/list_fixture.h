@@ -10,6 +10,7 @@
 #include "forms/form.h"
 #include "grid/frm_main.h"
 #include "query/list_options.h"
+#include "session/library/loading.h"
 #include "session/ports/dialog_port.h"
 #include "session/ports/files_port.h"
 #include "session/ports/measuring_port.h"

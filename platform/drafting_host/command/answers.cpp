@@ -173,6 +173,4 @@ std::string PointText(const Point3& point) {
     return LengthText(point.x) + "," + LengthText(point.y) + "," + LengthText(point.z);
 }
 
-std::string AngleText(double radians) { return LengthText(radians * (180 / std::numbers::pi)); }
-
 }  // namespace brenvik

@@ -45,7 +45,5 @@ std::string Unquoted(const std::string& answer);
 /// Coordinates for a prompt, four decimals at most.
 std::string PointText(const Point3& point);
 std::string LengthText(double length);
-/// Degrees from radians.
-std::string AngleText(double radians);
 
 }  // namespace brenvik

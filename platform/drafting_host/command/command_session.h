@@ -34,7 +34,7 @@ class CommandSession {
     CommandSession(const CommandSession&) = delete;
     CommandSession& operator=(const CommandSession&) = delete;
 
-    /// Takes text as it comes. May be called again from within a product's command.
+    /// Takes text as it comes. May be called again from a command of Brenvik.
     void Type(std::string_view text);
     std::string Prompt() const;
     bool Busy() const { return !mRunning.empty(); }
@@ -83,7 +83,6 @@ class CommandSession {
     UcsFrame CurrentUcs() const;
     /// World coordinates of a typed point, or nothing.
     std::optional<Point3> PointFrom(std::string_view answer) const;
-    const Point3& LastPoint() const { return mLastPoint; }
     void SetLastPoint(const Point3& point) { mLastPoint = point; }
     /// What is looked through now: the viewport that was entered, or the view of model space. A sheet is
     /// always seen from above.

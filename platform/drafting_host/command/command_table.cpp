@@ -57,8 +57,6 @@ constexpr auto commands = std::to_array<HostCommand>({
 
 }  // namespace
 
-std::span<const HostCommand> HostCommands() { return commands; }
-
 const HostCommand* FindBuiltInCommand(std::string_view name) {
     for (const HostCommand& command : commands) {
         if (EqualsIgnoreCase(command.name, name)) return &command;

@@ -1,7 +1,6 @@
 // The host's own commands: names, short forms, what they may do, and the coroutine that runs each.
 #pragma once
 
-#include <span>
 #include <string_view>
 
 #include "drafting_host/command/asking.h"
@@ -18,7 +17,6 @@ struct HostCommand {
     bool tellsItsEnd = false;  ///< The host's owner hears when it has changed solids.
 };
 
-std::span<const HostCommand> HostCommands();
 /// By name or short form in any case, or nothing.
 const HostCommand* FindBuiltInCommand(std::string_view name);
 

@@ -144,12 +144,6 @@ std::size_t MergedSize(const std::vector<XDataOfApp>& data, const std::vector<XD
 
 }  // namespace
 
-std::size_t XDataSize(const std::vector<XDataOfApp>& data) {
-    std::size_t size = 0;
-    for (const XDataOfApp& app : data) size += SizeOf(app);
-    return size;
-}
-
 std::vector<XDataOfApp> ParseXData(std::span<const std::int16_t> types, std::span<const XDataValue> values) {
     if (types.size() != values.size()) {
         throw host_failure::InvalidArgument("extended data needs as many values as codes");

@@ -36,7 +36,6 @@ class HostLayer final : public AcadLayer {
     /// What other objects refer to the layer by; a layer new to the drawing gets its handle here.
     HandleValue OwnHandle();
     bool Locked() const { return mData.locked; }
-    bool Purged() const { return mPurged; }
     void MarkPurged() { mPurged = true; }
 
   private:

@@ -8,7 +8,6 @@
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "base/text.h"
-#include "cnc/part/run_state.h"
 
 namespace brenvik {
 
@@ -43,12 +42,6 @@ AcadLayer& AddLayer(AcadDocument& drawing, std::string_view name, std::optional<
     AcadLayer& layer = *drawing.Layers().Add(name);
     if (color) layer.SetColor(*color);
     return layer;
-}
-
-void EnsureOperationLayer(RunState& run, std::string_view name) {
-    if (LayerExists(*run.part, name)) return;
-    AddLayer(*run.part, name);
-    run.LastAddedLayer = name;
 }
 
 Acad3DSolid& LastSolid(AcadDocument& drawing) {

@@ -11,8 +11,6 @@
 
 namespace brenvik {
 
-struct RunState;
-
 // Layers. Names compare without regard to case, as the host's do.
 
 void LockAllLayers(AcadDocument& drawing);
@@ -23,8 +21,6 @@ void UnlockLayer(AcadDocument& drawing, std::string_view name);
 bool LayerExists(AcadDocument& drawing, std::string_view name);
 /// The layer of that name, made if need be.
 AcadLayer& AddLayer(AcadDocument& drawing, std::string_view name, std::optional<int> color = std::nullopt);
-/// A layer that carries an operation: made if it is missing, and then the run's last added one.
-void EnsureOperationLayer(RunState& run, std::string_view name);
 
 // Entities, in drawing order. Whether a name compares exactly is the caller's business: the run tests layer
 // names letter by letter.

@@ -9,8 +9,7 @@
 
 namespace brenvik {
 
-/// Numbers kept by place. A question answers with the numbers at the place and close around it; who asks
-/// compares exactly.
+/// Indices kept by place. A look-up returns those at and close around a place; callers compare exactly.
 class PlanGrid {
   public:
     void Add(double x, double y, std::size_t number) { mCells[Key(Cell(x), Cell(y))].push_back(number); }

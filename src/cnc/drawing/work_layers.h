@@ -32,4 +32,12 @@ inline constexpr std::string_view ThroughxRoute = "ThroughxRoute";
 inline constexpr std::string_view DELETE = "DELETE";
 inline constexpr std::string_view Zero = "0";
 
+/// Whether the host's projection has made the layer: visible or hidden lines of a viewport.
+inline bool OnProjection(std::string_view layer) {
+    return layer.starts_with("PV-") || layer.starts_with("PH-");
+}
+
+/// Of the outside profile, by which later steps tell it from the paths inside the part.
+inline constexpr int OutlineColor = 2;
+
 }  // namespace brenvik::layers

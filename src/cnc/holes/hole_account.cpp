@@ -4,7 +4,9 @@
 #include <algorithm>
 
 #include "cnc/drawing/drawing_walk.h"
-#include "cnc/part/drilled_holes.h"
+#include "cnc/part/lengths.h"
+#include "cnc/part/second_side.h"
+#include "cnc/part/told.h"
 
 namespace brenvik {
 

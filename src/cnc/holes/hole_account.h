@@ -32,8 +32,8 @@ class HoleAccount {
     /// recess that lies below now.
     bool DrilledOnFirstSide(const HoleCircle& rim, double floorZ) const;
 
-    /// Tells what no hole came of: pins, each on its own, and of other circles one for each axis. `left` are
-    /// the circles that the search has left over.
+    /// Reports circles that became no hole: every pin, and one circle for each axis. `left` are the circles
+    /// that the search has left over.
     void Tell(std::span<const HoleCircle> left);
 
   private:

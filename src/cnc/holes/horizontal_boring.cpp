@@ -1,6 +1,8 @@
 // Edge bores: a circle on one of the four faces of the part's box, with the nearest circle of its diameter
 // behind it for a floor. The first family of targets keeps the circle with its normal; for the second, whose
 // receivers have no edge face, the bore is drawn as the rectangle that its cylinder shows from above.
+#include "cnc/holes/horizontal_boring.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -13,9 +15,11 @@
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "cnc/drawing/drawing_walk.h"
-#include "cnc/part/drilled_holes.h"
+#include "cnc/part/lengths.h"
 #include "cnc/part/open_top.h"
-#include "cnc/run/part_steps.h"
+#include "cnc/part/operation_layer.h"
+#include "cnc/part/run_state.h"
+#include "cnc/part/told.h"
 #include "cnc/targets/horizontal_boring_names.h"
 #include "cnc/targets/target_table.h"
 
@@ -207,7 +211,7 @@ class Boring {
         });
     }
 
-    /// How far behind the rim the curves reach that a bore's wall may end in.
+    /// Depths behind the rim at which the bore's wall may end.
     std::vector<double> WallEnds(const SideTraits& side, const BoreCircle& entry) {
         if (!mWallEnds) mWallEnds = CurvesOfWalls();
         const double radius = entry.diameter / 2;

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "cnc/drawing/work_layers.h"
-#include "cnc/part/drilled_holes.h"
+#include "cnc/part/lengths.h"
 
 namespace brenvik {
 

@@ -7,13 +7,11 @@
 
 namespace brenvik {
 
-struct RunState;
-
 /// The boxes in plan of the level shapes of a part, one for each set of edges that hang together.
 class LevelShapes {
   public:
-    /// Gathers the level edges strictly between the faces. Wants the drawing as the sorting left it, before
-    /// routes are made of the edges. `part` is the box of the solid.
+    /// Gathers the level edges strictly between the faces. Call it after the sorting and before
+    /// the routes, which use the edges up. `part` is the box of the solid.
     static LevelShapes Of(AcadDocument& drawing, const Box3& part);
 
     /// Whether the circle reaches into a shape at its own height or above.
@@ -24,8 +22,5 @@ class LevelShapes {
 
     std::vector<Box3> mBoxes;
 };
-
-/// Vertical drilling with the shapes known: holes away from them aren't tried. Without them, every hole is.
-void DrillVertically(RunState& run, const LevelShapes& shapes);
 
 }  // namespace brenvik

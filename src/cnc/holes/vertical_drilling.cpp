@@ -5,6 +5,8 @@
 // side; a trial cut tells which, and whether a pair of circles is a hole at all or the two ends of a pin. The
 // circles of a place are few, so they are gathered once, in drawing order, and the list is kept in step with
 // what is deleted.
+#include "cnc/holes/vertical_drilling.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -16,9 +18,10 @@
 #include "cnc/drawing/work_layers.h"
 #include "cnc/holes/hole_account.h"
 #include "cnc/holes/level_shapes.h"
-#include "cnc/part/drilled_holes.h"
+#include "cnc/part/lengths.h"
 #include "cnc/part/open_top.h"
-#include "cnc/run/part_steps.h"
+#include "cnc/part/operation_layer.h"
+#include "cnc/part/run_state.h"
 #include "cnc/targets/vertical_drilling_names.h"
 #include "session/message.h"
 #include "settings/settings_store.h"
@@ -59,7 +62,7 @@ bool Upright(const AcadCircle& circle) {
 
 class Drilling {
   public:
-    Drilling(RunState& run, const LevelShapes* shapes)
+    Drilling(RunState& run, const LevelShapes& shapes)
         : mRun(run),
           mShapes(shapes),
           mPart(LastSolid(*run.part).GetBoundingBox()),
@@ -233,7 +236,7 @@ class Drilling {
     /// Whether anything but air may stand between the two circles. The wall of a lone hole in plain wood has
     /// no other circle and no floor or ledge of the part within it or around it, and the end of a pin has.
     bool MayBeBlocked(const Rim& floor) const {
-        if (mShapes == nullptr || mShapes->Meet(floor.center, floor.diameter)) return true;
+        if (mShapes.Meet(floor.center, floor.diameter)) return true;
         const double radius = floor.diameter / 2;
         if (!Less(mPart.min.x, floor.center.x - radius) && !Less(floor.center.x + radius, mPart.max.x))
             return true;
@@ -282,7 +285,7 @@ class Drilling {
     }
 
     RunState& mRun;
-    const LevelShapes* mShapes;  ///< None where they aren't known.
+    const LevelShapes& mShapes;
     const Box3 mPart;
     const double mSpoil;
     HoleAccount mAccount;
@@ -290,18 +293,14 @@ class Drilling {
     std::vector<Rim> mCovered;  ///< Rims that the trial cut found material above.
 };
 
-void Drill(RunState& run, const LevelShapes* shapes) {
+}  // namespace
+
+void DrillVertically(RunState& run, const LevelShapes& shapes) {
     for (const std::string_view name : {layers::MAXCircleHold, layers::circleHold})
         Skip([&] { UnlockLayer(*run.part, name); });
     Drilling drilling(run, shapes);
     if (!drilling.FromTopFace() || !drilling.FromRecesses()) return;
     drilling.TellRest();
 }
-
-}  // namespace
-
-void DrillVertically(RunState& run) { Drill(run, nullptr); }
-
-void DrillVertically(RunState& run, const LevelShapes& shapes) { Drill(run, &shapes); }
 
 }  // namespace brenvik

@@ -1,5 +1,7 @@
 // Lays a part flat. The part is taken apart on a copy: its flat faces become regions, their edges lines. The
 // largest face and its edges tell how to turn the drawing, which carries the solid along.
+#include "cnc/laying/alignment.h"
+
 #include <variant>
 
 #include "base/failure.h"
@@ -12,7 +14,6 @@
 #include "cnc/laying/alignment_faces.h"
 #include "cnc/laying/alignment_top.h"
 #include "cnc/laying/orientation.h"
-#include "cnc/run/part_steps.h"
 #include "parts/mautocad.h"
 #include "session/message.h"
 #include "session/session.h"
@@ -56,18 +57,18 @@ void ExplodeFacesToEdges(AcadDocument& drawing, const FlatFaces& faces) {
     drawing.SendCommand("Explode all  ");
 }
 
-PartStep TellMissingEdge(MissingEdge missing) {
+PassOutcome TellMissingEdge(MissingEdge missing) {
     switch (missing) {
         case MissingEdge::Line:
             ShowMessage("This part does not have a line to work with, so this part will be skipped.");
-            return PartStep::SkipPart;
+            return PassOutcome::SkipPart;
         case MissingEdge::ConnectedLine:
             ShowMessage(
                 "This part does not have a line connected to the endpoint or startpoint of the longest line, "
                 "so exiting now.");
-            return PartStep::EndRun;
+            return PassOutcome::EndRun;
     }
-    return PartStep::SkipPart;
+    return PassOutcome::SkipPart;
 }
 
 /// What is left of the copy, such as a face's block, falls apart too; then everything can be turned.
@@ -77,7 +78,8 @@ void UnlockForTurning(AcadDocument& drawing) {
     UnlockAllLayers(drawing);
 }
 
-/// Only the direction of the point counts to the host; the two forms of a run have always differed here.
+/// The host uses only the point's direction. Form A sends a farther point than form B; the result is the
+/// same.
 std::string_view SideOfY(RunForm form) {
     switch (form) {
         case RunForm::A:
@@ -134,7 +136,7 @@ void MoveToOrigin(RunState& run, const Acad3DSolid& solid) {
 
 }  // namespace
 
-PartStep AlignPart(RunState& run) {
+PassOutcome AlignPart(RunState& run) {
     AcadDocument& drawing = *run.part;
     // Part data are read through the session's drawing.
     TheSession().AcadDoc = &drawing;
@@ -143,7 +145,7 @@ PartStep AlignPart(RunState& run) {
     const std::optional<FlatFaces> faces = FindFaces(drawing);
     if (!faces) {
         ShowMessage("This part does not have a flat side to work with, so this part will be skipped.");
-        return PartStep::SkipPart;
+        return PassOutcome::SkipPart;
     }
     ExplodeFacesToEdges(drawing, *faces);
     const auto edges = FindSquaringPoints(drawing, faces->LargestRegion.normal);
@@ -151,14 +153,14 @@ PartStep AlignPart(RunState& run) {
     UnlockForTurning(drawing);
     SquareToAxes(drawing, std::get<SquaringPoints>(edges), SideOfY(run.form));
 
-    if (!TakeSizes(run, solid)) return PartStep::SkipPart;
+    if (!TakeSizes(run, solid)) return PassOutcome::SkipPart;
     BringTopUp(drawing, solid, faces->LargestRegion.area);
     if (WorkedFromThirdFace(solid)) TurnOver(drawing);
     if (run.NeedSecondSide == 1) TurnToSecondSide(drawing);
     LockLayer(drawing, layers::RegionCopy);
     HoldCircles(drawing);
     MoveToOrigin(run, solid);
-    return PartStep::GoOn;
+    return PassOutcome::GoOn;
 }
 
 }  // namespace brenvik

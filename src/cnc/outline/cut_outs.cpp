@@ -1,7 +1,6 @@
 // Cut-outs: the trial cut from above, the bit for the tightest side, and the name.
 #include "cnc/outline/cut_outs.h"
 
-#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -11,6 +10,9 @@
 #include "cnc/drawing/polyline_shape.h"
 #include "cnc/drawing/work_layers.h"
 #include "cnc/part/open_top.h"
+#include "cnc/part/operation_layer.h"
+#include "cnc/part/second_side.h"
+#include "cnc/part/told.h"
 #include "cnc/targets/target_table.h"
 
 namespace brenvik {
@@ -41,8 +43,7 @@ double ShortestSide(const AcadLWPolyline& contour) {
 
 void LeaveForOtherSide(RunState& run, AcadLWPolyline& contour) {
     contour.Delete();
-    run.NeedSecondSide = 1;
-    if (run.FirstPass()) run.ThroughRouteSeen = 1;
+    NeedOtherSide(run);
 }
 
 /// Puts the contour on its layer with the tool that is selected now.
@@ -63,41 +64,37 @@ double ThroughDepth(const RunState& run) { return run.PartThickness + run.SpoilA
 
 double TopPlane(const RunState& run) { return RoundHalfEven(run.PartBottomZ + run.PartThickness, Decimals); }
 
-PartStep CutOut(RunState& run, AcadLWPolyline& contour) {
+PassOutcome CutOut(RunState& run, AcadLWPolyline& contour) {
     if (!contour.Closed()) {
         LeaveForOtherSide(run, contour);
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     }
     const std::optional<OpenTop> above = TriedFromAbove(run, contour);
     if (!above) {
         contour.Delete();
-        NotePassedOver(run, "a contour of the part's face makes no body to try the cut with: no operation");
-        return PartStep::GoOn;
+        NoteUnexplained(run, "a contour of the part's face makes no body to try the cut with: no operation");
+        return PassOutcome::GoOn;
     }
     if (*above == OpenTop::Covered) {
         LeaveForOtherSide(run, contour);
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     }
     contour.SetElevation(TopPlane(run));
     run.RouteDirection = DirectionOf(contour);
     if (!ChooseThroughContourBit(run.bits, run.Material, run.MaterialKeyText, ShortestSide(contour)))
-        return PartStep::SkipPart;
+        return PassOutcome::SkipPart;
     Name(run, contour);
-    return PartStep::GoOn;
+    return PassOutcome::GoOn;
 }
 
-PartStep CutOutContours(RunState& run, std::vector<LeftContour>& left) {
+PassOutcome CutOutContours(RunState& run, std::vector<LeftContour>& left) {
     for (AcadLWPolyline* contour : AllOn<AcadLWPolyline>(*run.part, layers::ThroughxRoute)) {
         LeftContour seen{contour->Coordinates(), FootprintOf(*contour)};
         const int routes = run.RouteCount;
-        if (CutOut(run, *contour) == PartStep::SkipPart) return PartStep::SkipPart;
+        if (CutOut(run, *contour) == PassOutcome::SkipPart) return PassOutcome::SkipPart;
         if (run.RouteCount == routes) left.push_back(std::move(seen));
     }
-    return PartStep::GoOn;
-}
-
-void NotePassedOver(RunState& run, std::string_view text) {
-    if (std::ranges::find(run.unexplained, text) == run.unexplained.end()) run.unexplained.emplace_back(text);
+    return PassOutcome::GoOn;
 }
 
 }  // namespace brenvik

@@ -19,7 +19,7 @@ double TopPlane(const RunState& run);
 /// Makes a path cut through the part of a closed contour: on the top plane, running clockwise, named with
 /// the bit that its shortest side allows. A contour that is open, or has material above it, is deleted and
 /// left for the other side. Skips the part where no bit is chosen, which has been told then.
-PartStep CutOut(RunState& run, AcadLWPolyline& contour);
+PassOutcome CutOut(RunState& run, AcadLWPolyline& contour);
 
 /// A contour of the kept face that no path was made of, as it lay.
 struct LeftContour {
@@ -28,9 +28,6 @@ struct LeftContour {
 };
 
 /// The same for every polyline on `ThroughxRoute`, in drawing order. Tells those that were left.
-PartStep CutOutContours(RunState& run, std::vector<LeftContour>& left);
-
-/// Notes something that no operation was made for, once.
-void NotePassedOver(RunState& run, std::string_view text);
+PassOutcome CutOutContours(RunState& run, std::vector<LeftContour>& left);
 
 }  // namespace brenvik

@@ -13,6 +13,7 @@
 #include "cnc/drawing/work_layers.h"
 #include "cnc/outline/cut_outs.h"
 #include "cnc/part/run_state.h"
+#include "cnc/part/told.h"
 
 namespace brenvik {
 
@@ -109,8 +110,8 @@ void NoteOtherCurves(RunState& run) {
     for (const AcadEntity* entity : AllOn<AcadEntity>(*run.part, layers::RegionCopy)) {
         const std::string_view kind = entity->ObjectName();
         if (kind == "AcDbEllipse" || kind == "AcDbSpline")
-            NotePassedOver(run,
-                           "the part's face has an edge that is neither straight nor round: no operation");
+            NoteUnexplained(run,
+                            "the part's face has an edge that is neither straight nor round: no operation");
     }
 }
 

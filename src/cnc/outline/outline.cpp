@@ -1,5 +1,7 @@
 // From the kept face to the outside profile: its boundary joined to contours, the largest of which is the
 // outline and the others cut-outs; then the through circles, and what the pockets make of it all.
+#include "cnc/outline/outline.h"
+
 #include <span>
 #include <string>
 #include <vector>
@@ -15,7 +17,7 @@
 #include "cnc/outline/through_circles.h"
 #include "cnc/outline/true_outline.h"
 #include "cnc/part/part_material.h"
-#include "cnc/run/part_steps.h"
+#include "cnc/part/told.h"
 #include "cnc/targets/target_table.h"
 #include "settings/materials.h"
 
@@ -23,11 +25,11 @@ namespace brenvik {
 
 namespace {
 
-/// Two of it are used up by each chain, so that a face of a hundred chains is joined whole.
+/// Each chain costs two, so the budget joins a face of a hundred chains.
 constexpr int JoinBudget = 200;
 constexpr double NoArea = 1e-9;
 
-/// The record may be that of an earlier part up to here; now the part has to have one of its own.
+/// Until here `run.Material` may be the previous part's; from here the part needs its own.
 bool LoadMaterialAnew(RunState& run) {
     MaterialRecord own;
     const bool found = TakeMaterial(run, own);
@@ -45,7 +47,7 @@ bool TakeChain(RunState& run) {
         return true;
     }
     chains.front()->Delete();
-    NotePassedOver(run, "the part's face has a chain of edges that doesn't close: no operation");
+    NoteUnexplained(run, "the part's face has a chain of edges that doesn't close: no operation");
     return true;
 }
 
@@ -65,7 +67,7 @@ void JoinBorder(RunState& run) {
         if (!TakeChain(run)) break;
     }
     if (CurvesOn(drawing, layers::Border, 1) > 0)
-        NotePassedOver(run, "the part's face has edges that were not joined: no operation");
+        NoteUnexplained(run, "the part's face has edges that were not joined: no operation");
 }
 
 /// The largest contour is the outline, and stays; the others go to `ThroughxRoute`. Nothing where the face
@@ -106,10 +108,10 @@ int CurvesOn(AcadDocument& drawing, std::string_view layer, int most) {
 
 bool IsContour(const AcadLWPolyline& polyline) { return polyline.Closed() && polyline.Area() > NoArea; }
 
-PartStep MakeOutline(RunState& run) {
+PassOutcome MakeOutline(RunState& run) {
     AcadDocument& drawing = *run.part;
     DrawKeptFace(run);
-    if (!LoadMaterialAnew(run)) return PartStep::SkipPart;
+    if (!LoadMaterialAnew(run)) return PassOutcome::SkipPart;
     JoinBorder(run);
 
     AddLayer(drawing, layers::Border2);
@@ -119,12 +121,12 @@ PartStep MakeOutline(RunState& run) {
     run.app->ZoomExtents();
     AcadLWPolyline* outline = SortContours(drawing);
     std::vector<LeftContour> left;
-    if (CutOutContours(run, left) == PartStep::SkipPart) return PartStep::SkipPart;
+    if (CutOutContours(run, left) == PassOutcome::SkipPart) return PassOutcome::SkipPart;
 
     TrueOutline profile(run);
     profile.Begin(outline);
     UnlockAllLayers(drawing);
-    if (RouteThroughCircles(run) == PartStep::SkipPart) return PartStep::SkipPart;
+    if (RouteThroughCircles(run) == PassOutcome::SkipPart) return PassOutcome::SkipPart;
     DropPocketsCutThrough(run);
     ConvertPockets(run);
     DropCirclesCutThrough(run);

@@ -9,6 +9,8 @@
 #include "base/numbers.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/polyline_shape.h"
+#include "cnc/drawing/work_layers.h"
+#include "cnc/part/operation_layer.h"
 #include "cnc/part/run_state.h"
 #include "cnc/targets/target_table.h"
 #include "settings/settings_store.h"
@@ -19,7 +21,6 @@ namespace {
 
 constexpr std::string_view RoutePrefix = "RT_", ContourPocket = "PKC", CirclePocket = "PKS", Route = "RT";
 constexpr int PlaceDecimals = 6;
-constexpr int OutlineColor = 2;
 
 bool On(const AcadEntity& entity, std::string_view prefix) { return entity.Layer().starts_with(prefix); }
 
@@ -45,12 +46,12 @@ class PathKinds {
     template <class Kind>
     bool IsRoute(const Kind& path) const {
         if (mByName) return On(path, RoutePrefix);
-        return path.Color() != OutlineColor && -path.Thickness() >= mThickness;
+        return path.Color() != layers::OutlineColor && -path.Thickness() >= mThickness;
     }
     template <class Kind>
     bool IsPocket(const Kind& path, std::string_view prefix) const {
         if (mByName) return On(path, prefix);
-        return path.Color() != OutlineColor && path.Thickness() < 0 && -path.Thickness() < mThickness;
+        return path.Color() != layers::OutlineColor && path.Thickness() < 0 && -path.Thickness() < mThickness;
     }
 
   private:

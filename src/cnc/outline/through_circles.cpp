@@ -9,6 +9,7 @@
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/work_layers.h"
 #include "cnc/outline/cut_outs.h"
+#include "cnc/part/operation_layer.h"
 #include "cnc/targets/target_table.h"
 
 namespace brenvik {
@@ -31,13 +32,13 @@ void DeleteTwins(AcadDocument& drawing) {
 
 }  // namespace
 
-PartStep RouteThroughCircles(RunState& run) {
+PassOutcome RouteThroughCircles(RunState& run) {
     AcadDocument& drawing = *run.part;
     DeleteTwins(drawing);
     for (AcadCircle* circle : AllOn<AcadCircle>(drawing, layers::ThroughRouteCirclePV)) {
         if (RoundHalfEven(circle->Normal().z, AxisDecimals) != 1) continue;
         if (!ChooseThroughCircleBit(run.bits, run.Material, run.MaterialKeyText, circle->Diameter()))
-            return PartStep::SkipPart;
+            return PassOutcome::SkipPart;
         const Point3 center = circle->Center();
         circle->SetThickness(-ThroughDepth(run));
         circle->SetCenter({center.x, center.y, TopPlane(run)});
@@ -47,7 +48,7 @@ PartStep RouteThroughCircles(RunState& run) {
         circle->SetLayer(layer);
         ++run.RouteCount;
     }
-    return PartStep::GoOn;
+    return PassOutcome::GoOn;
 }
 
 void DropCirclesCutThrough(RunState& run) {

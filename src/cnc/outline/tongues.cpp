@@ -1,11 +1,12 @@
 // Lead-in and lead-out where tongues stand out from the edges of a part: on the outside profile, with the
 // bit that cuts it.
+#include "cnc/outline/tongues.h"
+
 #include <vector>
 
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/outline/tongue_leads.h"
 #include "cnc/part/part_material.h"
-#include "cnc/run/part_steps.h"
 
 namespace brenvik {
 

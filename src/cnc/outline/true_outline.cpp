@@ -15,6 +15,8 @@
 #include "cnc/drawing/polyline_shape.h"
 #include "cnc/drawing/work_layers.h"
 #include "cnc/outline/cut_outs.h"
+#include "cnc/part/operation_layer.h"
+#include "cnc/part/told.h"
 #include "cnc/targets/target_table.h"
 
 namespace brenvik {
@@ -241,8 +243,8 @@ void TrueOutline::SliceAt(const std::vector<double>& heights) {
         section->Move({0, 0, height}, {0, 0, TopPlane(mRun)});
         if (Skip([&] { Unite(section); })) continue;
         section->Delete();
-        NotePassedOver(mRun,
-                       "a section of the part can't be laid over the others: the outline may be too narrow");
+        NoteUnexplained(mRun,
+                        "a section of the part can't be laid over the others: the outline may be too narrow");
     }
 }
 
@@ -296,9 +298,10 @@ bool TrueOutline::HoldsThePart() const {
            path.max.x > part.max.x - SameReach && path.max.y > part.max.y - SameReach;
 }
 
-/// Slits where sections all but touch leave lines within the profile too. They hide no opening where the
-/// profile has closed all of them (`withOpenings` is false), and nothing where it holds the part.
-PartStep TrueOutline::TakeContours(bool withOpenings) {
+/// Sections that nearly touch leave loose lines inside the profile. They don't matter if no openings are
+/// wanted
+/// (`withOpenings`), or if the profile encloses the part.
+PassOutcome TrueOutline::TakeContours(bool withOpenings) {
     AcadDocument& drawing = *mRun.part;
     const bool leftOpen = IsLeftOpen();
     std::vector<AcadLWPolyline*> contours;
@@ -315,18 +318,18 @@ PartStep TrueOutline::TakeContours(bool withOpenings) {
         mProfile = widest;
     }
     if (!HoldsThePart() || (leftOpen && (withOpenings || ReachesBeyond())))
-        NotePassedOver(mRun,
-                       "edges of the part were not joined to its outline: the outline may be too narrow");
+        NoteUnexplained(mRun,
+                        "edges of the part were not joined to its outline: the outline may be too narrow");
     for (AcadLWPolyline* contour : contours) {
         if (contour == mProfile || IsFollowed(drawing, *contour)) continue;
-        if (CutOut(mRun, *contour) == PartStep::SkipPart) return PartStep::SkipPart;
+        if (CutOut(mRun, *contour) == PassOutcome::SkipPart) return PassOutcome::SkipPart;
     }
     for (const std::string_view layer : std::array{layers::regionPV, layers::regionPV2})
         for (AcadEntity* entity : AllOn<AcadEntity>(drawing, layer)) entity->Delete();
-    return PartStep::GoOn;
+    return PassOutcome::GoOn;
 }
 
-PartStep TrueOutline::Finish(const std::vector<LeftContour>& left) {
+PassOutcome TrueOutline::Finish(const std::vector<LeftContour>& left) {
     if (!left.empty()) TakeEdges();
     const bool narrower =
         std::ranges::any_of(left, [this](const LeftContour& contour) { return MayBeNarrower(contour); });
@@ -334,16 +337,16 @@ PartStep TrueOutline::Finish(const std::vector<LeftContour>& left) {
         TakeEdges();
         UniteSections(narrower);
         JoinRegion();
-        if (TakeContours(narrower) == PartStep::SkipPart) return PartStep::SkipPart;
+        if (TakeContours(narrower) == PassOutcome::SkipPart) return PassOutcome::SkipPart;
     }
     if (mProfile == nullptr) {
-        NotePassedOver(mRun, "the part has no outside profile of lines and arcs: no operation");
-        return PartStep::GoOn;
+        NoteUnexplained(mRun, "the part has no outside profile of lines and arcs: no operation");
+        return PassOutcome::GoOn;
     }
     mRun.RouteDirection = DirectionOf(*mProfile);
     BringToDirection(*mProfile, CounterClockwise);
     mRun.RouteDirection = DirectionOf(*mProfile);
-    return PartStep::GoOn;
+    return PassOutcome::GoOn;
 }
 
 }  // namespace brenvik

@@ -24,7 +24,7 @@ class TrueOutline {
     /// The part is only sliced where that can change anything: where it reaches beyond the outline, and where
     /// a contour of the kept face was left for the other side (`left`) and has edges of the part within it,
     /// since its opening may be narrower further up.
-    PartStep Finish(const std::vector<LeftContour>& left);
+    PassOutcome Finish(const std::vector<LeftContour>& left);
 
   private:
     void NameProfile(AcadLWPolyline& profile) const;
@@ -42,7 +42,7 @@ class TrueOutline {
     void JoinRegion();
     bool IsLeftOpen() const;
     bool HoldsThePart() const;
-    PartStep TakeContours(bool withOpenings);
+    PassOutcome TakeContours(bool withOpenings);
 
     /// An edge of the part: its ends, and the height of its centre where it is round.
     struct Edge {

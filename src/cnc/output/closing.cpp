@@ -1,5 +1,7 @@
 // The end of a part's way: its data are read, the sheet is drawn, and all that is no operation goes. The part
 // leaves with its top face on Z 0.
+#include "cnc/output/closing.h"
+
 #include <algorithm>
 #include <array>
 #include <string>
@@ -10,8 +12,9 @@
 #include "base/text.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/work_layers.h"
+#include "cnc/outline/tongues.h"
+#include "cnc/part/operation_layer.h"
 #include "cnc/proof/run_proof.h"
-#include "cnc/run/part_steps.h"
 #include "cnc/targets/target_table.h"
 #include "parts/mautocad.h"
 #include "settings/settings_store.h"
@@ -20,10 +23,11 @@ namespace brenvik {
 
 namespace {
 
-constexpr int SheetColor = 7, OutlineColor = 2;
+constexpr int SheetColor = 7;
 constexpr int SizeDigits = 6;
 
-/// Layers whose entities have done their work; the names compare letter by letter.
+/// Layers whose entities have done their work; the names compare letter by letter. "circleHold2" has a small
+/// c on purpose: what was left on `CircleHold2` stays.
 constexpr auto UsedUp = std::to_array<std::string_view>(
     {layers::Region, layers::BrenvikExplode, layers::regioncopycopy, layers::arcPV, layers::RegionCopy,
      layers::circleHold, layers::RoutingLayer1, layers::RoutingLayer2, layers::Border, layers::Border2,
@@ -39,8 +43,6 @@ void DeleteWhere(AcadDocument& drawing, Wanted&& wanted) {
 bool IsUsedUp(const std::string& layer) {
     return std::find(UsedUp.begin(), UsedUp.end(), layer) != UsedUp.end();
 }
-
-bool OnProjection(const std::string& layer) { return layer.starts_with("PV-") || layer.starts_with("PH-"); }
 
 void ReadPartTexts(RunState& run) {
     const std::string handle = LastSolid(*run.part).Handle();
@@ -82,8 +84,10 @@ void MeasurePart(RunState& run) {
 void DropFirstSidePaths(RunState& run) {
     const bool outlineToo = SwitchIsOn("DeleteOT");
     for (AcadLWPolyline* polyline : All<AcadLWPolyline>(*run.part)) {
-        const bool outline = polyline->Layer() == run.OutlineLayer && polyline->Color() == OutlineColor;
-        const bool through = polyline->Color() != OutlineColor && -polyline->Thickness() >= run.PartThickness;
+        const bool outline =
+            polyline->Layer() == run.OutlineLayer && polyline->Color() == layers::OutlineColor;
+        const bool through =
+            polyline->Color() != layers::OutlineColor && -polyline->Thickness() >= run.PartThickness;
         if (through || (outlineToo && (outline || polyline->Layer().starts_with("OT_")))) polyline->Delete();
     }
 }
@@ -93,7 +97,8 @@ void EraseProjection(RunState& run) {
     AcadDocument& drawing = *run.part;
     LockAllLayers(drawing);
     drawing.ModelSpace().ForEach([&drawing](AcadEntity& entity) {
-        if (const std::string layer = entity.Layer(); OnProjection(layer)) UnlockLayer(drawing, layer);
+        if (const std::string layer = entity.Layer(); layers::OnProjection(layer))
+            UnlockLayer(drawing, layer);
     });
     drawing.SendCommand("e\rall\r\r");
     UnlockAllLayers(drawing);
@@ -114,7 +119,7 @@ void PutTopOnZero(RunState& run) {
 
 }  // namespace
 
-PartStep ClosePart(RunState& run) {
+PassOutcome ClosePart(RunState& run) {
     AcadDocument& drawing = *run.part;
     UnlockAllLayers(drawing);
     ReadPartTexts(run);
@@ -129,7 +134,7 @@ PartStep ClosePart(RunState& run) {
 
     AddLayer(drawing, layers::DELETE);
     for (AcadLine* line : All<AcadLine>(drawing))
-        if (OnProjection(line->Layer())) line->SetLayer(layers::DELETE);
+        if (layers::OnProjection(line->Layer())) line->SetLayer(layers::DELETE);
     for (AcadLine* line : All<AcadLine>(drawing))
         if (const std::string layer = line->Layer();
             layer == layers::DELETE || layer == layers::BrenvikExplode)
@@ -145,7 +150,7 @@ PartStep ClosePart(RunState& run) {
     EraseProjection(run);
     drawing.PurgeAll();
     PutTopOnZero(run);
-    return PartStep::GoOn;
+    return PassOutcome::GoOn;
 }
 
 }  // namespace brenvik

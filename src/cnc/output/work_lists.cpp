@@ -1,6 +1,8 @@
 // The list that tells a CAM package which files there are, of which material and how many to cut. Each target
 // has its own file and form; the pass decides the folder. The list has its name when the run has ended, so
 // that what a killed run leaves behind is never taken for a whole job.
+#include "cnc/output/work_lists.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <string_view>
@@ -12,7 +14,8 @@
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "base/text.h"
-#include "cnc/run/part_steps.h"
+#include "cnc/part/part_file_name.h"
+#include "cnc/part/run_state.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
 #include "settings/settings_store.h"

@@ -30,8 +30,9 @@ OpenTop OpenToUnderside(RunState& run, AcadEntity& closedCurve, int digits);
 /// which tells that the modeller failed.
 double MaterialAbove(RunState& run, AcadEntity& closedCurve);
 
-/// How much material stands within a level cylinder from one point of its axis to another, as a volume. The
-/// same holds for its objects and locks. Fails where the drawing holds no solid, and where the modeller does.
+/// How much material stands within a level cylinder from one point of its axis to another, as a volume.
+/// Leaves objects and locks as they were, like the trials above. Fails where the drawing holds no solid, and
+/// where the modeller does.
 double MaterialWithin(RunState& run, const Point3& from, const Point3& to, double radius);
 
 }  // namespace brenvik

@@ -1,22 +1,17 @@
 // The look-up, the box, and the notes: many parts of a job are of one board.
 #include "cnc/part/part_material.h"
 
-#include <algorithm>
 #include <string>
-#include <vector>
 
 #include "base/failure.h"
-#include "cnc/run/run_template.h"
+#include "cnc/part/run_report.h"
+#include "cnc/part/told.h"
 #include "session/message.h"
 #include "settings/materials.h"
 
 namespace brenvik {
 
 namespace {
-
-void NoteOnce(std::vector<std::string>& notes, const std::string& text) {
-    if (std::ranges::find(notes, text) == notes.end()) notes.push_back(text);
-}
 
 /// A bit of 12,7 would be cut as one of 12, and a word as none.
 void RefuseUnusable(std::string_view key) {

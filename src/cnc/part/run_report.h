@@ -24,7 +24,7 @@ struct RunReport {
     /// What of the materials was taken as it stands and can't be right, a line each: the file, the place and
     /// what was expected there.
     std::vector<std::string> doubtfulMaterials;
-    /// The keys that the material library hasn't, each once.
+    /// Keys that are not in the material library, each once.
     std::vector<std::string> unknownMaterials;
 };
 
@@ -37,10 +37,19 @@ struct RunProgress {
     std::string name;
 };
 
-/// Who is told at the beginning of each pass; nothing detaches. Unloading the library detaches too.
+/// Sets the callback for the start of each pass; an empty one removes it, and so does unloading the library.
 void ObserveRuns(std::function<void(const RunProgress&)> observer);
 
-/// Who is told the report of each run at its end, whatever ended it; detached as above.
+/// Sets the callback for the end of each run, whatever ended it; removed as above.
 void ObserveRunEnds(std::function<void(const RunReport&)> observer);
+
+namespace detail {
+
+/// The report that a run fills.
+RunReport& ReportOfRun();
+void TellRunObserver(const RunProgress& progress);
+void TellRunEndObserver(const RunReport& report);
+
+}  // namespace detail
 
 }  // namespace brenvik

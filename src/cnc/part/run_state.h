@@ -15,7 +15,7 @@
 namespace brenvik {
 
 /// What a stretch of the work on a part came to.
-enum class PartStep {
+enum class PassOutcome {
     GoOn,
     SkipPart,  ///< All that the user has to know has been told; the end-of-part cleaning follows.
     EndRun,    ///< The whole run ends at once, with no cleaning.

@@ -1,5 +1,7 @@
 // Closed contours that stop inside a part become routes and pockets: gathered and joined, tested for
 // material above them, given a depth, a direction and a bit, run off the part's edges, and named.
+#include "cnc/routes/routing.h"
+
 #include <algorithm>
 #include <string>
 #include <utility>
@@ -11,13 +13,14 @@
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/polyline_shape.h"
 #include "cnc/drawing/work_layers.h"
-#include "cnc/part/drilled_holes.h"
 #include "cnc/part/open_top.h"
+#include "cnc/part/operation_layer.h"
 #include "cnc/part/part_material.h"
+#include "cnc/part/run_state.h"
+#include "cnc/part/second_side.h"
 #include "cnc/routes/routing_gather.h"
 #include "cnc/routes/routing_known.h"
 #include "cnc/routes/routing_overrun.h"
-#include "cnc/run/part_steps.h"
 #include "cnc/targets/target_table.h"
 
 namespace brenvik {

@@ -5,13 +5,13 @@
 #include <cmath>
 #include <string>
 
-#include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/polyline_shape.h"
-#include "cnc/part/drilled_holes.h"
-#include "cnc/run/part_steps.h"
+#include "cnc/part/part_file_name.h"
+#include "cnc/part/second_side.h"
+#include "cnc/part/told.h"
 #include "parts/mautocad.h"
 #include "session/message.h"
 
@@ -20,15 +20,12 @@ namespace brenvik {
 namespace {
 
 constexpr double SameArea = 1e-4;
-constexpr int TellDecimals = 3;
 
 bool SameContour(const CutContour& a, const CutContour& b) {
     return NearlyEqual(a.minX, b.minX) && NearlyEqual(a.minY, b.minY) && NearlyEqual(a.maxX, b.maxX) &&
            NearlyEqual(a.maxY, b.maxY) && NearlyEqual(a.z, b.z) &&
            std::abs(a.area - b.area) <= SameArea * (1 + std::abs(a.area));
 }
-
-std::string Number(double value) { return NumberToText(RoundHalfEven(value, TellDecimals)); }
 
 /// "Part_0_Shelf_7.dxf" becomes "Part_0_Shelf_7_by_hand.dxf": no machine takes it for a finished file.
 std::string HandWorkFile(RunState& run) {
@@ -61,12 +58,12 @@ bool CutOnFirstSide(const RunState& run, const CutContour& contour) {
 }
 
 void NoteUncut(RunState& run, const Box3& part, std::string_view kind, const CutContour& contour) {
-    const std::string text = std::string(kind) + " from " + Number(contour.minX) + "," +
-                             Number(contour.minY) + " to " + Number(contour.maxX) + "," +
-                             Number(contour.maxY) + ", " + Number(part.max.z - contour.z) +
-                             " below the top: no operation";
-    if (std::ranges::find(run.unexplained, text) == run.unexplained.end()) run.unexplained.push_back(text);
-    run.notePlaces[text] = {{contour.minX, contour.minY, contour.z}, {contour.maxX, contour.maxY, contour.z}};
+    NoteUnexplained(run,
+                    std::string(kind) + " from " + ReportedLength(contour.minX) + "," +
+                        ReportedLength(contour.minY) + " to " + ReportedLength(contour.maxX) + "," +
+                        ReportedLength(contour.maxY) + ", " + ReportedLength(part.max.z - contour.z) +
+                        " below the top: no operation",
+                    {{contour.minX, contour.minY, contour.z}, {contour.maxX, contour.maxY, contour.z}});
 }
 
 void KeepForHandWork(RunState& run) {

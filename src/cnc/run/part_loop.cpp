@@ -10,6 +10,9 @@
 #include "base/skip.h"
 #include "base/text.h"
 #include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/prepare_drawing.h"
+#include "cnc/drawing/work_layers.h"
+#include "cnc/part/run_report.h"
 #include "cnc/run/run_set_up.h"
 #include "session/message.h"
 #include "session/ports/files_port.h"
@@ -43,7 +46,7 @@ void OpenPart(RunState& run, const PartFile& file) {
     run.part = nullptr;
     run.app->Documents().Open(run.FirstPass() ? file.FirstSidePath() : file.SecondSidePath());
     run.part = run.app->ActiveDocument();
-    AddLayer(*run.part, "BrenvikExplode");
+    AddLayer(*run.part, layers::BrenvikExplode);
     FreshSet(*run.part, "exploded");
     ResetForPass(run);
     ScaleForExport(*run.part, run.ExportScaleSetting);
@@ -51,12 +54,12 @@ void OpenPart(RunState& run, const PartFile& file) {
     run.app->ZoomExtents();
 }
 
-PartStep WorkOnPass(RunState& run, const PartSteps& steps) {
+PassOutcome WorkOnPass(RunState& run, const PassWork& steps) {
     for (const auto& step : steps.pass)
-        if (const PartStep came = step(run); came != PartStep::GoOn) return came;
+        if (const PassOutcome came = step(run); came != PassOutcome::GoOn) return came;
     steps.writePartFile(run);
     steps.addListLine(run);
-    return PartStep::GoOn;
+    return PassOutcome::GoOn;
 }
 
 bool GoesOnWithSecondSide(RunState& run) {
@@ -104,12 +107,12 @@ bool IsOfFiles(const Failure& failure) {
 
 /// The work on the open drawing. A part that the host or the modeller refuses is skipped and told, so that
 /// the other parts of a job come out; a folder that can't be written ends the run.
-PartStep WorkOrSkip(RunState& run, const PartSteps& steps, const PartFile& file, RunReport& report) {
-    PartStep came = PartStep::SkipPart;
+PassOutcome WorkOrSkip(RunState& run, const PassWork& steps, const PartFile& file, RunReport& report) {
+    PassOutcome came = PassOutcome::SkipPart;
     const std::optional<Failure> failure = Attempt([&] { came = WorkOnPass(run, steps); });
     if (!failure) {
         // The box that skipped it doesn't say which part it is.
-        if (came == PartStep::SkipPart && run.FirstPass())
+        if (came == PassOutcome::SkipPart && run.FirstPass())
             report.skipped.push_back("The part " + file.label + " was skipped.");
         return came;
     }
@@ -118,19 +121,19 @@ PartStep WorkOrSkip(RunState& run, const PartSteps& steps, const PartFile& file,
     report.unexplained.push_back("The part " + file.label + " was skipped" +
                                  (run.FirstPass() ? "" : " on its second side") +
                                  ": it could not be worked on.");
-    return PartStep::SkipPart;
+    return PassOutcome::SkipPart;
 }
 
-PassEnd DoPass(RunState& run, const PartSteps& steps, const PartFile& file, RunReport& report) {
+PassEnd DoPass(RunState& run, const PassWork& steps, const PartFile& file, RunReport& report) {
     if (run.FirstPass() && !ThePlatform().files->FileExists(file.FirstSidePath())) {
         report.passedOver.push_back("The part " + file.label + " was passed over: " + file.FirstSidePath() +
                                     " has vanished.");
         return PassEnd::NextPart;
     }
     OpenPart(run, file);
-    const PartStep came = WorkOrSkip(run, steps, file, report);
-    if (came == PartStep::EndRun) return PassEnd::EndRun;
-    if (came == PartStep::GoOn && GoesOnWithSecondSide(run)) {
+    const PassOutcome came = WorkOrSkip(run, steps, file, report);
+    if (came == PassOutcome::EndRun) return PassEnd::EndRun;
+    if (came == PassOutcome::GoOn && GoesOnWithSecondSide(run)) {
         ClosePartDrawing(run);
         RemoveIfThere(std::string(WorkDrawing));
         RemoveIfThere(std::string(WorkDrawing2));
@@ -166,8 +169,7 @@ void ReportShiftedColumns(RunState& run, const PartFile& file, RunReport& report
                                  Join(std::exchange(run.shiftingTexts, {}), "; "));
 }
 
-PassEnd WorkOnPart(RunState& run, const PartSteps& steps, std::span<const PartFile> parts,
-                   RunReport& report) {
+PassEnd WorkOnPart(RunState& run, const PassWork& steps, std::span<const PartFile> parts, RunReport& report) {
     const PartFile& file = parts[static_cast<std::size_t>(run.partIndex)];
     PassEnd end = PassEnd::SecondSide;
     while (end == PassEnd::SecondSide) {
@@ -200,7 +202,7 @@ void RemoveFilesOfTheRest(RunState& run, std::span<const PartFile> parts) {
 
 }  // namespace
 
-bool WorkOnParts(RunState& run, const PartSteps& steps, std::span<const PartFile> parts, RunReport& report) {
+bool WorkOnParts(RunState& run, const PassWork& steps, std::span<const PartFile> parts, RunReport& report) {
     run.SecondSidePass = 0;
     for (std::size_t part = 0; part < parts.size(); ++part) {
         run.partIndex = static_cast<int>(part);

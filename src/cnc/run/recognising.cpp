@@ -1,12 +1,16 @@
 // The order in which the recognisers work on a part: routes first, so that no hole is looked for on a curve
 // that is routed, then edge bores, then vertical holes.
+#include "cnc/run/recognising.h"
+
 #include <string>
 
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/work_layers.h"
+#include "cnc/holes/horizontal_boring.h"
 #include "cnc/holes/level_shapes.h"
+#include "cnc/holes/vertical_drilling.h"
 #include "cnc/part/part_material.h"
-#include "cnc/run/part_steps.h"
+#include "cnc/routes/routing.h"
 #include "settings/materials.h"
 #include "settings/settings_store.h"
 
@@ -34,23 +38,23 @@ bool BoreOnItsPass(RunState& run) {
 
 }  // namespace
 
-PartStep Recognise(RunState& run) {
+PassOutcome Recognise(RunState& run) {
     AddLayer(*run.part, layers::RoutingLayer1);
     AddLayer(*run.part, layers::RoutingLayer2);
     // Routes use the edges up.
     const LevelShapes shapes = LevelShapes::Of(*run.part, LastSolid(*run.part).GetBoundingBox());
     RecogniseRoutes(run);
-    if (run.RouteSkip == 1) return PartStep::SkipPart;
+    if (run.RouteSkip == 1) return PassOutcome::SkipPart;
 
     UnlockLayer(*run.part, layers::circleHold);
     TopView(*run.part);
     run.app->ZoomExtents();
-    if (!FindPartMaterial(run)) return PartStep::SkipPart;
+    if (!FindPartMaterial(run)) return PassOutcome::SkipPart;
 
     TopView(*run.part);
-    if (!BoreOnItsPass(run)) return PartStep::SkipPart;
+    if (!BoreOnItsPass(run)) return PassOutcome::SkipPart;
     DrillVertically(run, shapes);
-    return run.DrillSkip == 1 ? PartStep::SkipPart : PartStep::GoOn;
+    return run.DrillSkip == 1 ? PassOutcome::SkipPart : PassOutcome::GoOn;
 }
 
 }  // namespace brenvik

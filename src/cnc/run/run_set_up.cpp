@@ -9,12 +9,10 @@
 #include "base/skip.h"
 #include "base/text.h"
 #include "cnc/drawing/drawing_walk.h"
-#include "export/cnc_hand_off.h"
-#include "grid/frm_main.h"
+#include "cnc/drawing/prepare_drawing.h"
+#include "parts/cnc_list.h"
 #include "parts/letters_in_use.h"
 #include "parts/mautocad.h"
-#include "parts/mdatabase.h"
-#include "parts/part_table.h"
 #include "parts/part_trouble.h"
 #include "session/message.h"
 #include "session/ports/files_port.h"
@@ -27,28 +25,6 @@ namespace brenvik {
 namespace {
 
 constexpr std::string_view QuantityKey = "Quantity";
-
-/// Binds the unloaded grid form to the list that it closed on, and lets go of it again.
-class GridOnItsLastList {
-  public:
-    explicit GridOnItsLastList(frmMain& gridForm) : form(gridForm) {
-        form.Adodc1.connectionString = mDatabase::ConnectionString();
-        form.Adodc1.recordSource = FullSelect();
-        form.fpSpread1.SetDataSource(&form.Adodc1);
-        form.Adodc1.Refresh();
-        if (const Recordset* records = form.Adodc1.Records())
-            form.fpSpread1.SetMaxRows(records->RecordCount());
-    }
-    ~GridOnItsLastList() {
-        form.Adodc1.Close();
-        form.fpSpread1.SetDataSource(nullptr);
-    }
-    GridOnItsLastList(const GridOnItsLastList&) = delete;
-    GridOnItsLastList& operator=(const GridOnItsLastList&) = delete;
-
-  private:
-    frmMain& form;
-};
 
 /// A line of the grid's list.
 struct ListedPart {
@@ -131,45 +107,10 @@ void RemoveIfThere(const std::string& path) {
     Skip([&] { ThePlatform().files->RemoveFile(path); });
 }
 
-bool ApplyOpenGrid() {
-    if (ToInteger(NumberSetting("CNCApplyClose")) != 0) return true;
-    frmMain& form = GridFormInstance();
-    if (!form.Loaded()) return false;
-    form.Apply();
-    form.Unload();
-    return true;
-}
-
-void ApplyGridBeforeRun(const RunState& run) {
-    if (ApplyOpenGrid()) return;
-    // Only a grid that has just closed on this very target has a list that belongs to the drawing. The
-    // number of the target outlasts the run.
-    if (run.form != RunForm::B || TheSession().ExportTarget != static_cast<int>(run.target)) return;
-    ShowAndResume(ShowFailure, [&] {
-        frmMain& form = GridFormInstance();
-        const GridOnItsLastList list(form);
-        form.Apply();
-    });
-}
-
-void PrepareDrawing(AcadDocument& drawing) {
-    const bool save = ToInteger(NumberSetting("CNCSave")) == 0;
-    drawing.SendCommand("_ucs\rw\r");
-    if (save) ShowAndResume(ShowFailureWithDetail, [&] { drawing.Save(); });
-    for (const std::string_view variable :
-         {"plinetype\r2\r", "ucsfollow\r0\r", "ucsortho\r0\r", "isavebak\r0\r", "OSNAPCOORD\r2\r"})
-        drawing.SendCommand(variable);
-}
-
 void PrepareSession(RunState& run) {
     PrepareDrawing(*run.sessionDrawing);
     run.SpoilAmount = NumberSetting("BiesseWorksSpoil");
     if (SwitchIsOn("MyWindowState")) Skip([&] { run.app->SetWindowState(WindowStateKind::Minimized); });
-}
-
-void ScaleForExport(AcadDocument& drawing, int ExportScaleSetting) {
-    if (ExportScaleSetting == 3) drawing.SendCommand("scale\rall\r\r0\r25.4\r");
-    if (ExportScaleSetting == 4) drawing.SendCommand("scale\rall\r\r0\r0.0393700787401575\r");
 }
 
 LentQuantities::~LentQuantities() {

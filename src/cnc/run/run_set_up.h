@@ -27,21 +27,8 @@ inline constexpr std::string_view ListUnreadable =
     "to "
     "user error or another problem. Please contact support. Now skipping export.";
 
-/// The grid's automatic apply and close, unless the settings turn it off: writes the list that the grid has
-/// just handed over to its solids. A run that doesn't come from the grid applies an open one alone: a list
-/// of an earlier export may be older than the drawing.
-void ApplyGridBeforeRun(const RunState& run);
-/// Applies and closes the grid if it is open, unless the settings turn that off. False when they ask for it
-/// and no grid is open.
-bool ApplyOpenGrid();
-/// World coordinates, the drawing saved unless the settings turn that off, and the host's variables. A
-/// drawing that can't be saved is told, and the command goes on.
-void PrepareDrawing(AcadDocument& drawing);
-/// The same, and what else a run reads and sets before it takes its parts.
+/// Calls `PrepareDrawing`, reads the spoil setting, and minimizes the window if the settings ask for it.
 void PrepareSession(RunState& run);
-
-/// From inches to millimetres for a setting of 3, the other way for 4; other settings leave the drawing.
-void ScaleForExport(AcadDocument& drawing, int ExportScaleSetting);
 
 /// Quantities written to solids for the length of the part files: "1" again when it goes.
 class LentQuantities {

@@ -7,6 +7,7 @@
 
 #include "base/skip.h"
 #include "cnc/output/output_claim.h"
+#include "cnc/part/run_report.h"
 #include "cnc/run/part_files.h"
 #include "cnc/run/part_loop.h"
 #include "cnc/run/run_set_up.h"
@@ -23,12 +24,6 @@ namespace brenvik {
 
 namespace {
 
-struct RunModule {
-    RunReport report;
-    std::function<void(const RunProgress&)> observer;
-    std::function<void(const RunReport&)> endObserver;
-};
-
 /// The drawing as the run found it, the window, and the standing answers of this run: whatever ended it.
 void LeaveHost(RunState& run, bool windowWasMinimized) {
     TheSession().AcadDoc = run.sessionDrawing;
@@ -36,12 +31,22 @@ void LeaveHost(RunState& run, bool windowWasMinimized) {
     Skip(ForgetStandingAnswer);
 }
 
+/// Writes the list that the grid has just handed over to its solids. A run that doesn't come from the grid
+/// applies an open one alone: a list of an earlier export may be older than the drawing.
+void ApplyGridBeforeRun(const RunState& run, const RunHooks& hooks) {
+    if (hooks.applyOpenGrid()) return;
+    // Only a grid that has just closed on this very target has a list that belongs to the drawing. The
+    // number of the target outlasts the run.
+    if (run.form == RunForm::B && TheSession().ExportTarget == static_cast<int>(run.target))
+        hooks.applyLastList();
+}
+
 /// Returns whether the run has an end to be told: one without parts, or whose list has not got its name, has
 /// not.
-bool WorkThrough(RunState& run, const PartSteps& steps, RunReport& report) {
+bool WorkThrough(RunState& run, const PassWork& steps, const RunHooks& hooks, RunReport& report) {
     steps.clearWorkLists(run.target);
     ShowMessage(RunWarning);
-    ApplyGridBeforeRun(run);
+    ApplyGridBeforeRun(run, hooks);
     PrepareSession(run);
     std::vector<PartFile> parts;
     {
@@ -63,27 +68,8 @@ bool WorkThrough(RunState& run, const PartSteps& steps, RunReport& report) {
 
 }  // namespace
 
-namespace detail {
-
-RunReport& ReportOfRun() { return StateOf<RunModule>().report; }
-
-void TellRunObserver(const RunProgress& progress) {
-    if (const auto& observer = StateOf<RunModule>().observer) observer(progress);
-}
-
-}  // namespace detail
-
-const RunReport& LastRunReport() { return detail::ReportOfRun(); }
-
-void ObserveRuns(std::function<void(const RunProgress&)> observer) {
-    StateOf<RunModule>().observer = std::move(observer);
-}
-
-void ObserveRunEnds(std::function<void(const RunReport&)> observer) {
-    StateOf<RunModule>().endObserver = std::move(observer);
-}
-
-void RunParts(AcadApplication& app, Target target, RunForm form, const PartSteps& steps) {
+void RunParts(AcadApplication& app, Target target, RunForm form, const PassWork& steps,
+              const RunHooks& hooks) {
     Skip([] { ThePlatform().dialogs->DoEvents(); });
     RunReport& report = detail::ReportOfRun();
     report = {};
@@ -98,12 +84,12 @@ void RunParts(AcadApplication& app, Target target, RunForm form, const PartSteps
     const StandingAnswersOfRun answers;
     const bool windowIsMinimized = SwitchIsOn("MyWindowState");
     bool toldComplete = false;
-    ShowAndResume(ShowFailureWithDetail, [&] { toldComplete = WorkThrough(run, steps, report); });
+    ShowAndResume(ShowFailureWithDetail, [&] { toldComplete = WorkThrough(run, steps, hooks, report); });
     Skip([&] { run.sessionDrawing->SendCommand("plinetype\r2\r"); });
     for (const std::string& text : report.unexplained) ShowMessage(text, "Brenvik");
     if (toldComplete) ShowMessage(RunComplete);
     LeaveHost(run, windowIsMinimized);
-    if (const auto& observer = StateOf<RunModule>().endObserver) observer(report);
+    detail::TellRunEndObserver(report);
 }
 
 }  // namespace brenvik

@@ -11,9 +11,9 @@
 namespace brenvik {
 
 /// The work on a part.
-struct PartSteps {
+struct PassWork {
     /// In the order of a pass; one that doesn't go on is the last of its pass.
-    std::vector<std::function<PartStep(RunState&)>> pass;
+    std::vector<std::function<PassOutcome(RunState&)>> pass;
     /// What follows when all of them went on: the DXF file, and the line of the work list.
     std::function<void(RunState&)> writePartFile, addListLine;
     /// Deletes the work lists of earlier runs; gives those of this one their names, at its end.
@@ -22,18 +22,20 @@ struct PartSteps {
     std::function<void(RunState&)> prove = {};
 };
 
+/// What a run needs of the grid, which stands above it: handed in by the library.
+struct RunHooks {
+    /// Applies and closes the grid if it is open, unless the settings turn that off. False when they ask for
+    /// it and no grid is open.
+    std::function<bool()> applyOpenGrid;
+    /// Writes the list that the grid closed on to its solids.
+    std::function<void()> applyLastList;
+};
+
 /// Runs one target on the host's active drawing. A failure of one part is shown and the part skipped. One of
 /// the set-up, or of files, is shown with what it is about and ends the run cleanly: what was written by then
 /// stays, and work files go. A run into folders where another program's run is going on, or that hold the
 /// drawing itself, is refused with a message and touches nothing.
-void RunParts(AcadApplication& app, Target target, RunForm form, const PartSteps& steps);
-
-namespace detail {
-
-/// The report that a run fills.
-RunReport& ReportOfRun();
-void TellRunObserver(const RunProgress& progress);
-
-}  // namespace detail
+void RunParts(AcadApplication& app, Target target, RunForm form, const PassWork& steps,
+              const RunHooks& hooks);
 
 }  // namespace brenvik

@@ -1,7 +1,7 @@
 // Which circle takes which slot, and which row follows.
 #include "cnc/sorting/bore_levels.h"
 
-#include "cnc/part/drilled_holes.h"
+#include "cnc/part/lengths.h"
 
 namespace brenvik {
 
@@ -83,7 +83,8 @@ BorePlan BoreLevels::PlanThroughStep() const {
 
 BorePlan BoreLevels::Plan() const {
     if (mHasM2 && mHasM1 && mHasT) return PlanThroughStep();
-    // Without an M1 of this round the slot holds the one of an earlier round, and its deletion is attempted.
+    // If this round found no M1, the slot still names an earlier round's circle. That circle is gone;
+    // deleting it fails, harmlessly.
     if (mHasM2 && !mHasT) return {.dropB = true, .dropM1 = true, .dropM2 = true};
     if (mHasM2) return {.pocket = true, .dropT = true};
     if (mHasM1) return {.dropB = true, .dropM1 = true, .dropT = mHasT};

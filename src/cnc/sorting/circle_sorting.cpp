@@ -12,7 +12,7 @@
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/plan_grid.h"
 #include "cnc/drawing/work_layers.h"
-#include "cnc/part/drilled_holes.h"
+#include "cnc/part/lengths.h"
 #include "cnc/part/run_state.h"
 #include "cnc/sorting/slanted_holes.h"
 #include "cnc/targets/target_table.h"

@@ -9,8 +9,10 @@
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/plan_grid.h"
 #include "cnc/drawing/work_layers.h"
-#include "cnc/part/drilled_holes.h"
+#include "cnc/part/lengths.h"
 #include "cnc/part/open_top.h"
+#include "cnc/part/second_side.h"
+#include "cnc/part/told.h"
 #include "cnc/sorting/bore_levels.h"
 #include "session/message.h"
 
@@ -41,19 +43,19 @@ class CircularRoutes {
         Gather();
     }
 
-    PartStep Sort() {
+    PassOutcome Sort() {
         // An axis is done before the next circle of the underside is looked at: a fresh start of the scan
         // would find the same one first.
         for (std::size_t number = 0; number < mRims.size(); ++number) {
             while (mRims[number].held && OnUnderside(mRims[number]))
-                if (!SortAxisOf(mRims[number])) return PartStep::SkipPart;
+                if (!SortAxisOf(mRims[number])) return PassOutcome::SkipPart;
         }
         for (RouteRim& rim : mRims)
             if (rim.held && Between(rim)) SettleBetween(rim);
         for (Axis& axis : mAxes)
             if (axis.sorted) CoverRest(axis);
         for (const Axis& axis : mAxes) NoteOddRim(axis);
-        return PartStep::GoOn;
+        return PassOutcome::GoOn;
     }
 
   private:
@@ -243,6 +245,6 @@ class CircularRoutes {
 
 }  // namespace
 
-PartStep SortCircularRoutes(RunState& run, const Box3& part) { return CircularRoutes(run, part).Sort(); }
+PassOutcome SortCircularRoutes(RunState& run, const Box3& part) { return CircularRoutes(run, part).Sort(); }
 
 }  // namespace brenvik

@@ -13,6 +13,6 @@ namespace brenvik {
 ///
 /// A circle only becomes an operation where the solid has nothing but air from it up to the top; whatever
 /// can be cut from neither side is noted as unexplained.
-PartStep SortCircularRoutes(RunState& run, const Box3& part);
+PassOutcome SortCircularRoutes(RunState& run, const Box3& part);
 
 }  // namespace brenvik

@@ -9,7 +9,7 @@
 #include "base/numbers.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/work_layers.h"
-#include "cnc/part/drilled_holes.h"
+#include "cnc/part/lengths.h"
 #include "cnc/part/run_state.h"
 
 namespace brenvik {

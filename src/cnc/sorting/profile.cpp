@@ -1,16 +1,17 @@
 // The part seen from above and broken down to curves. What "all" reaches in each command is settled by the
 // layers that are locked at that moment.
+#include "cnc/sorting/profile.h"
+
 #include <algorithm>
-#include <cmath>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "base/fractions.h"
 #include "base/letter_case.h"
 #include "base/numbers.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/work_layers.h"
-#include "cnc/run/part_steps.h"
 #include "cnc/sorting/circle_sorting.h"
 #include "cnc/sorting/circular_routes.h"
 #include "cnc/sorting/edge_sorting.h"
@@ -79,11 +80,6 @@ void LowerKeptFace(AcadDocument& drawing) {
     for (AcadLine* line : AllOn<AcadLine>(drawing, layers::regioncopycopy)) line->Delete();
 }
 
-double ToThicknessStep(double value) {
-    const double steps = std::floor(std::abs(value) / ThicknessStep + 0.5);
-    return std::copysign(steps * ThicknessStep, value);
-}
-
 void ReadMaterialName(RunState& run) {
     run.MaterialName = FoldUpper(mAutoCAD::GetPartData(LastSolid(*run.part).Handle(), "Material"));
     if (run.MaterialName.empty()) run.MaterialName = UnknownMaterial;
@@ -119,11 +115,11 @@ void TakeSizes(RunState& run, const Acad3DSolid& solid, const Box3& box) {
 
 }  // namespace
 
-PartStep SortEdges(RunState& run) {
+PassOutcome SortEdges(RunState& run) {
     AcadDocument& drawing = *run.part;
     ProjectPart(run);
     LowerKeptFace(drawing);
-    run.QuarterThickness = ToThicknessStep(LenientNumber(run.DimT));
+    run.QuarterThickness = RoundDecimalValue(LenientNumber(run.DimT), ThicknessStep);
     ReadMaterialName(run);
     AddLayer(drawing, layers::Border);
     BreakDown(drawing);
@@ -134,10 +130,10 @@ PartStep SortEdges(RunState& run) {
     NoteUntakenFaces(run);
     CompleteHoleFloors(run, part);
     SortCircles(run, part);
-    const PartStep routes = SortCircularRoutes(run, part);
-    if (routes != PartStep::GoOn) return routes;
+    const PassOutcome routes = SortCircularRoutes(run, part);
+    if (routes != PassOutcome::GoOn) return routes;
     SortArcsAndLines(run, part);
-    return PartStep::GoOn;
+    return PassOutcome::GoOn;
 }
 
 }  // namespace brenvik

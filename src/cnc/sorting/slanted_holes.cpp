@@ -7,8 +7,9 @@
 #include <vector>
 
 #include "cnc/drawing/drawing_walk.h"
-#include "cnc/part/drilled_holes.h"
+#include "cnc/drawing/work_layers.h"
 #include "cnc/part/run_state.h"
+#include "cnc/part/told.h"
 
 namespace brenvik {
 
@@ -48,7 +49,7 @@ std::vector<Oval> OvalsAt(AcadDocument& drawing, double z) {
     for (const AcadEntity* entity : All<AcadEntity>(drawing)) {
         if (entity->ObjectName() != "AcDbEllipse") continue;
         const std::string layer = entity->Layer();
-        if (layer.starts_with("PV-") || layer.starts_with("PH-")) continue;
+        if (layers::OnProjection(layer)) continue;
         const Box3 box = entity->GetBoundingBox();
         if (!NearlyEqual(box.min.z, z) || !NearlyEqual(box.max.z, z)) continue;
         const Oval oval{{(box.min.x + box.max.x) / 2, (box.min.y + box.max.y) / 2, z},

@@ -14,30 +14,24 @@
 #include "base/skip.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/work_layers.h"
-#include "cnc/outline/cut_outs.h"
 #include "cnc/part/run_state.h"
+#include "cnc/part/told.h"
 
 namespace brenvik {
 
 namespace {
 
-constexpr int TellDecimals = 3;
 /// Of a component of a unit normal: below it a face is as good as level or upright. A thousandth of a degree
 /// is more, and the modeller's noise far less.
 constexpr double SameAxis = 1e-5;
 /// How far the modeller's curve of two walls that meet may stray from the walls.
 constexpr double Stray = 1e-3;
 
-std::string Number(double value) {
-    const double rounded = RoundHalfEven(value, TellDecimals);
-    return NumberToText(rounded == 0 ? 0 : rounded);
-}
-
 void Tell(RunState& run, const std::string& what, const Point3& at, const Box3& place) {
-    const std::string text =
-        what + " at " + Number(at.x) + "," + Number(at.y) + "," + Number(at.z) + ": no operation";
-    NotePassedOver(run, text);
-    run.notePlaces[text] = place;
+    NoteUnexplained(run,
+                    what + " at " + ReportedLength(at.x) + "," + ReportedLength(at.y) + "," +
+                        ReportedLength(at.z) + ": no operation",
+                    place);
 }
 
 Box3 Around(const Point3& at, double reach) {
@@ -60,7 +54,7 @@ std::string SizeOfSlope(const Box3& box, const Point3& normal) {
     const double inPlan = down * std::abs(normal.z);
     const double along = acrossX > acrossY ? (box.max.x - box.min.x - inPlan * acrossY) / acrossX
                                            : (box.max.y - box.min.y - inPlan * acrossX) / acrossY;
-    return Number(std::max(along, down)) + " by " + Number(std::min(along, down));
+    return ReportedLength(std::max(along, down)) + " by " + ReportedLength(std::min(along, down));
 }
 
 /// An axis that curves turn about, and how far along it they were seen.
@@ -112,7 +106,7 @@ bool IsSloped(const AcadLine& line) {
 /// The projection has layers of its own, and what it draws is no edge of a face.
 bool IsProjected(const AcadEntity& entity) {
     const std::string layer = entity.Layer();
-    return layer.starts_with("PV-") || layer.starts_with("PH-");
+    return layers::OnProjection(layer);
 }
 
 void TakeArc(const AcadArc& arc, std::vector<Axis>& pieces) {
@@ -166,8 +160,8 @@ void TellPieces(RunState& run, const Edges& edges) {
         if (OfABore(piece, edges.bores)) continue;
         const std::string kind = IsUpright(piece.along) ? "round face" : "round face at an angle";
         const double length = piece.to - piece.from;
-        const std::string size = !NearlyEqual(length, 0) ? " by " + Number(length) : "";
-        Tell(run, kind + " of radius " + Number(piece.radius) + size, piece.Middle(),
+        const std::string size = !NearlyEqual(length, 0) ? " by " + ReportedLength(length) : "";
+        Tell(run, kind + " of radius " + ReportedLength(piece.radius) + size, piece.Middle(),
              Around(piece.Middle(), std::max(piece.radius, length / 2)));
     }
 }
@@ -180,8 +174,8 @@ void TellOthers(RunState& run, const Edges& edges) {
         const auto contains = [&](const Box3& column) { return Contains(column, box); };
         if (std::ranges::any_of(edges.bores, holds) || std::ranges::any_of(edges.columns, contains)) continue;
         Tell(run,
-             "curved edge of " + Number(box.max.x - box.min.x) + " by " + Number(box.max.y - box.min.y) +
-                 " by " + Number(box.max.z - box.min.z),
+             "curved edge of " + ReportedLength(box.max.x - box.min.x) + " by " +
+                 ReportedLength(box.max.y - box.min.y) + " by " + ReportedLength(box.max.z - box.min.z),
              MiddleOf(box), box);
     }
 }

@@ -5,7 +5,7 @@
 
 #include "base/invariant.h"
 #include "base/number_text.h"
-#include "cnc/part/drilled_holes.h"
+#include "cnc/part/lengths.h"
 #include "cnc/part/run_state.h"
 #include "cnc/targets/target_table.h"
 

@@ -6,7 +6,6 @@
 #include "base/invariant.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
-#include "cnc/part/drilled_holes.h"
 #include "cnc/part/run_state.h"
 #include "cnc/targets/target_table.h"
 

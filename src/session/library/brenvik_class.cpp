@@ -2,7 +2,7 @@
 #include "session/library/brenvik_class.h"
 
 #include "base/skip.h"
-#include "session/library/commands.h"
+#include "session/call.h"
 #include "session/message.h"
 
 namespace brenvik {

@@ -5,9 +5,9 @@
 
 #include "base/letter_case.h"
 #include "base/text.h"
-#include "cnc/run/runs.h"
 #include "export/frm_adjustments.h"
-#include "grid/automatic_update.h"
+#include "session/library/automatic_update.h"
+#include "session/library/cnc_commands.h"
 #include "session/library/commands.h"
 #include "settings/frm_materials.h"
 #include "tools/drawing_tools.h"

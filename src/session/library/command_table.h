@@ -76,7 +76,7 @@ struct CommandEntry {
     std::string_view hostCommands;  ///< One or more, parted by commas.
     std::string_view description;
     CommandStart start;
-    CommandWork work;     ///< Nothing for a plain start, which has the other one.
+    CommandWork work;     ///< Null for `Plain`, which uses `plainWork`.
     void (*plainWork)();  ///< Without an application.
 };
 

@@ -5,27 +5,10 @@
 #include "session/library/target_drivers.h"
 #include "session/module_state.h"
 #include "session/ports/dialog_port.h"
-#include "session/ports/files_port.h"
-#include "session/ports/host_interface.h"
 #include "session/session.h"
 #include "settings/frm_settings.h"
 
 namespace brenvik {
-
-void TakeInstallFolder() {
-    std::string folder = ThePlatform().files->InstallFolder();
-    if (!folder.ends_with('\\')) folder += '\\';
-    TheSession().InstallFolder = std::move(folder);
-}
-
-void BeginCall(AcadApplication& app) {
-    Session& session = TheSession();
-    session.AcadApp = &app;
-    // The document of the call before may have been closed since.
-    session.AcadDoc = nullptr;
-    session.AcadDoc = app.ActiveDocument();
-    TakeInstallFolder();
-}
 
 namespace commands {
 

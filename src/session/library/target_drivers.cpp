@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "cnc/run/runs.h"
+#include "session/library/cnc_commands.h"
 #include "session/session.h"
 
 namespace brenvik {

@@ -165,14 +165,6 @@ TEST(ToInteger, FailsForInfinityAndForNoNumber) {
     EXPECT_EQ(ToInteger(-7.5), -8);
 }
 
-TEST(ToShortInteger, HoldsSixteenBits) {
-    EXPECT_EQ(ToShortInteger(32767.5 - 0.25), 32767);
-    EXPECT_EQ(ToShortInteger(-32768.5), -32768);
-    EXPECT_EQ(FailureOf([] { ToShortInteger(32767.5); }).number(), 6);
-    EXPECT_EQ(FailureOf([] { ToShortInteger(-32769); }).number(), 6);
-    EXPECT_EQ(FailureOf([] { ToShortInteger(1e12); }).number(), 6);
-}
-
 TEST(ToSingle, RoundsToTheNearestSingle) {
     EXPECT_EQ(ToSingle(0.1), 0.1F);
     EXPECT_EQ(ToSingle(16777217.0), 16777216.0F);

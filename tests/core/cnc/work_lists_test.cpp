@@ -1,7 +1,9 @@
 // The lists of the CAM packages, byte for byte.
 #include <gtest/gtest.h>
 
-#include "cnc/run/part_steps.h"
+#include "cnc/output/work_lists.h"
+#include "cnc/part/part_file_name.h"
+#include "cnc/part/run_state.h"
 #include "core/fakes/fake_platform.h"
 
 namespace brenvik {

@@ -17,6 +17,7 @@
 #include "grid/column_relation.h"
 #include "grid/frm_main.h"
 #include "parts/part_table.h"
+#include "session/library/loading.h"
 #include "session/module_state.h"
 #include "session/ports/export_database_port.h"
 #include "session/session.h"

@@ -13,6 +13,7 @@
 #include "core/fakes/fake_database.h"
 #include "core/fakes/fake_host.h"
 #include "forms/form.h"
+#include "session/library/loading.h"
 #include "session/ports/dialog_port.h"
 #include "session/ports/files_port.h"
 #include "session/ports/measuring_port.h"

@@ -5,8 +5,8 @@
 
 #include "core/fakes/fake_platform.h"
 #include "grid/column_relation.h"
-#include "grid/grid_actions.h"
 #include "parts/part_table.h"
+#include "session/library/grid_actions.h"
 
 namespace brenvik {
 namespace {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/text.h"
+#include "settings/settings_keys.h"
 
 namespace brenvik {
 namespace {

@@ -46,7 +46,7 @@ TEST_F(Scan, MakesOneRowForEachEntityInTheSetsOrder) {
                  {"EB3", "3"},        {"EB4", "4"},         {"FACE", "left"},
                  {"OLDVALUE1", "18"}, {"OLDVALUE2", "600"}, {"OLDVALUE3", "400"}};
     system.AddSolid("1F", 19, 700, 500);
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     ASSERT_EQ(Rows(), 2);
     EXPECT_TRUE(system.dialogs.messages.empty());
     const std::pair<const char*, const char*> texts[] = {
@@ -65,7 +65,7 @@ TEST_F(Scan, MakesOneRowForEachEntityInTheSetsOrder) {
 
 TEST_F(Scan, GivesAnEntityWithoutPartDataQuantityOneAndSizesZero) {
     system.AddSolid("A", 18, 600, 400);
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(Text(0, "bv_qty"), "1");
     EXPECT_EQ(Text(0, "bv_partname"), "");
     EXPECT_EQ(Text(0, "bv_lwt"), "");
@@ -79,7 +79,7 @@ TEST_F(Scan, GivesAnEntityWithoutPartDataQuantityOneAndSizesZero) {
 
 TEST_F(Scan, RunsItsStatementsInOneTransaction) {
     system.AddSolid("A", 18, 600, 400);
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     const auto& statements = system.database.statements;
     ASSERT_EQ(statements.size(), 5u);
     EXPECT_EQ(statements[0], "delete from brenvik_data");
@@ -91,7 +91,7 @@ TEST_F(Scan, RunsItsStatementsInOneTransaction) {
 
 TEST_F(Scan, TakesThePreviousSelectionIntoTheSetPrev) {
     system.AddSolid("A", 18, 600, 400);
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(system.Document().lastMode, SelectMode::Previous);
     ASSERT_EQ(system.Document().selectionSets.Count(), 1);
     EXPECT_EQ(system.Document().selectionSets.Item("prev")->Count(), 1);
@@ -99,10 +99,10 @@ TEST_F(Scan, TakesThePreviousSelectionIntoTheSetPrev) {
 
 TEST_F(Scan, IsNotStoppedByASetPrevOfAnEarlierCall) {
     system.AddSolid("A", 18, 600, 400);
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     system.Document().previousSelection.clear();
     system.AddSolid("B", 18, 600, 400);
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_TRUE(system.dialogs.messages.empty());
     ASSERT_EQ(Rows(), 1);
     EXPECT_EQ(Text(0, "bv_id"), "B");
@@ -112,7 +112,7 @@ TEST_F(Scan, BindsTheGridAndSetsItsRowCount) {
     system.AddSolid("A", 18, 600, 400).data["PARTNAME"] = "Side";
     system.AddSolid("B", 18, 600, 400);
     const std::string before = Form().Adodc1.recordSource;
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(TheSession().GridRecordSource, before);
     EXPECT_EQ(Form().Adodc1.recordSource, "SELECT * FROM brenvik_data");
     EXPECT_EQ(Form().fpSpread1.MaxRows(), 2);
@@ -122,10 +122,10 @@ TEST_F(Scan, BindsTheGridAndSetsItsRowCount) {
 
 TEST_F(Scan, OfAnEmptySelectionLeavesTableGridAndHourglass) {
     system.AddSolid("A", 18, 600, 400);
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     system.Document().previousSelection.clear();
     const auto statements = system.database.statements.size();
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(system.database.statements.size(), statements);
     EXPECT_EQ(Rows(), 1);
     EXPECT_EQ(Form().fpSpread1.MaxRows(), 1);
@@ -135,8 +135,8 @@ TEST_F(Scan, OfAnEmptySelectionLeavesTableGridAndHourglass) {
 
 TEST_F(Scan, KeepsItsConnectionOpen) {
     system.AddSolid("A", 18, 600, 400);
-    mAutoCAD::ScanSelection();
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(TheSession().ScanConnection->State(), ConnectionState::Open);
     // One for the scans, and one for each refresh of the grid.
     EXPECT_EQ(system.database.connectionStrings.size(), 3u);
@@ -148,7 +148,7 @@ TEST_F(Scan, StopsBeforeAllElseWhenASwitchHoldsNoNumber) {
         for (const char* text : {"", "off"}) {
             system.settings.Set(name, text);
             try {
-                mAutoCAD::ScanSelection();
+                GridFormInstance().ScanSelection();
                 FAIL() << name << " holds \"" << text << "\"";
             } catch (const Failure& failure) {
                 EXPECT_EQ(failure.number(), failure_number::typeMismatch);
@@ -164,7 +164,7 @@ TEST_F(Scan, StopsBeforeAllElseWhenASwitchHoldsNoNumber) {
 TEST_F(Scan, ShowsAFailedRowAndGoesOn) {
     system.AddSolid("A", 18, 600, 400).data["PARTNAME"] = "Jack's shelf";
     system.AddSolid("B", 18, 600, 400).data["PARTNAME"] = "Side";
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     ASSERT_EQ(system.dialogs.messages.size(), 1u);
     const MessageRequest& box = system.dialogs.messages[0];
     EXPECT_EQ(box.text, "-2147217900\r\nFakeDatabase\r\nSyntax error in the statement");
@@ -179,8 +179,8 @@ TEST_F(Scan, ShowsAFailedRowAndGoesOn) {
 TEST_F(Scan, KeepsWhichPartsItCouldNotTake) {
     system.AddSolid("A", 18, 600, 400).data["PARTNAME"] = "Jack's shelf";
     system.AddSolid("B", 18, 600, 400).data["PARTNAME"] = "Side";
-    mAutoCAD::ScanSelection();
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
+    GridFormInstance().ScanSelection();
     const std::vector<DroppedPart> dropped = TakeDroppedParts();
     ASSERT_EQ(dropped.size(), 1u) << "a part that two scans have left out is one part";
     EXPECT_EQ(dropped[0].handle, "A");
@@ -192,7 +192,7 @@ TEST_F(Scan, KeepsWhichPartsItCouldNotTake) {
 TEST_F(Scan, LosesAllPartsWithTheirTransaction) {
     system.AddSolid("A", 18, 600, 400);
     system.database.failures.push_back({"COMMIT", Failure(70, "Engine", "disk")});
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     const std::vector<DroppedPart> dropped = TakeDroppedParts();
     ASSERT_EQ(dropped.size(), 1u);
     EXPECT_EQ(dropped[0].reason, "") << "it is no fault of the part";
@@ -201,7 +201,7 @@ TEST_F(Scan, LosesAllPartsWithTheirTransaction) {
 TEST_F(Scan, TellsATableThatCannotBeUsedOnce) {
     for (const char* handle : {"A", "B", "C"}) system.AddSolid(handle, 18, 600, 400);
     system.database.databases.clear();
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(system.Messages(),
               std::vector<std::string>{"-2147467259\r\nFakeDatabase\r\nCould not find file"});
     const std::vector<DroppedPart> dropped = TakeDroppedParts();
@@ -213,7 +213,7 @@ TEST_F(Scan, TellsATableThatBreaksOnTheWayOnce) {
     for (const char* handle : {"A", "B", "C"}) system.AddSolid(handle, 18, 600, 400);
     for (const char* handle : {"'B'", "'C'"})
         system.database.failures.push_back({handle, Failure(-2147467259, "Engine", "the disk is full")});
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(system.Messages(), std::vector<std::string>{"-2147467259\r\nEngine\r\nthe disk is full"});
     EXPECT_EQ(TakeDroppedParts().size(), 2u);
 }
@@ -224,7 +224,7 @@ TEST_F(Scan, SetsThePointerBackAtAFailure) {
     system.measuring.failOnCreate = Failure(429, "Component", "Can't create object");
     std::vector<MousePointer> pointers;
     system.dialogs.onMessage = [&] { pointers.push_back(Form().mousePointer); };
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(pointers, (std::vector{MousePointer::Hourglass, MousePointer::Normal}));
     EXPECT_EQ(system.Messages(), (std::vector<std::string>{"70\r\nEngine\r\nlocked",
                                                            "429\r\nComponent\r\nCan't create object"}));
@@ -234,7 +234,7 @@ TEST_F(Scan, SetsThePointerBackAtAFailure) {
 TEST_F(Scan, GoesOnWithoutASelectionSet) {
     system.AddSolid("A", 18, 600, 400);
     system.Document().selectionSets.failOnAdd = Failure(-1, "Host", "no set");
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     ASSERT_FALSE(system.dialogs.messages.empty());
     EXPECT_EQ(system.dialogs.messages[0].text, "-1\r\nHost\r\nno set");
     EXPECT_EQ(Rows(), 0);
@@ -244,7 +244,7 @@ TEST_F(Scan, GoesOnWithoutASelectionSet) {
 TEST_F(Scan, LeavesRowsUncommittedWhenTheCommitFails) {
     system.AddSolid("A", 18, 600, 400);
     system.database.failures.push_back({"COMMIT", Failure(70, "Engine", "disk")});
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(Rows(), 0);
     EXPECT_EQ(system.Messages(), std::vector<std::string>{"70\r\nEngine\r\ndisk"});
     EXPECT_EQ(Form().fpSpread1.MaxRows(), 0);
@@ -253,7 +253,7 @@ TEST_F(Scan, LeavesRowsUncommittedWhenTheCommitFails) {
 TEST_F(Scan, KeepsWhatTheGridShowsWhenTheRefreshFails) {
     system.AddSolid("A", 18, 600, 400);
     system.database.failures.push_back({"SELECT *", Failure(70, "Engine", "busy")});
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(Rows(), 1);
     EXPECT_EQ(Form().fpSpread1.MaxRows(), 0);
     EXPECT_EQ(Form().mousePointer, MousePointer::Normal);
@@ -265,7 +265,7 @@ TEST_F(Scan, CarriesThePartDataOfThePartBeforeWhereReadingFails) {
                   {"OLDVALUE1", "18"},  {"OLDVALUE2", "600"}, {"OLDVALUE3", "400"}};
     FakeEntity& second = system.AddSolid("B", 18, 600, 400);
     second.failOnData = Failure(-5, "Host", "no data");
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     ASSERT_EQ(Rows(), 2);
     EXPECT_EQ(Text(1, "bv_partname"), "Side");
     EXPECT_EQ(Text(1, "bv_qty"), "4");
@@ -282,7 +282,7 @@ TEST_F(Scan, CarriesNoLettersOverToAPartWithoutExtents) {
     FakeEntity& first = system.Document().AddEntity("A");
     first.data["ORIE"] = "LWT";
     system.Document().AddEntity("B").failOnData = Failure(-5, "Host", "no data");
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(Text(0, "bv_lwt"), "LWT");
     EXPECT_EQ(Text(1, "bv_lwt"), "");
 }
@@ -292,7 +292,7 @@ TEST_F(Scan, SettlesLettersByWhatAMeasurementThatIsNoGoodGave) {
     FakeEntity& second = system.AddSolid("B", 5, 6, 7);
     second.data = {{"ORIE", "LWT"}, {"OLDVALUE1", "5"}, {"OLDVALUE2", "6"}, {"OLDVALUE3", "7"}};
     system.measuring.results[second.ObjectID()].status = 0;
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(Text(1, "bv_lwt"), "LWT");
     EXPECT_EQ(Number(1, "bv_length"), 7);
     EXPECT_EQ(Number(1, "bv_x"), 18);
@@ -302,7 +302,7 @@ TEST_F(Scan, CarriesTheExtentsWhereAMeasurementIsNoGood) {
     system.AddSolid("A", 18, 600, 400);
     FakeEntity& second = system.AddSolid("B", 5, 6, 7);
     system.measuring.results[second.ObjectID()].status = 0;
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(Number(1, "bv_x"), 18);
     EXPECT_EQ(Number(1, "bv_y"), 600);
     EXPECT_EQ(Number(1, "bv_z"), 400);
@@ -311,14 +311,14 @@ TEST_F(Scan, CarriesTheExtentsWhereAMeasurementIsNoGood) {
 TEST_F(Scan, BeginsWithExtentsOfZero) {
     FakeEntity& first = system.AddSolid("A", 5, 6, 7);
     system.measuring.results[first.ObjectID()].status = -1;
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(Number(0, "bv_x"), 0);
 }
 
 TEST_F(Scan, MakesTheMeasuringComponentAnewForEachSolidAndReleasesIt) {
     system.AddSolid("A", 18, 600, 400);
     system.AddSolid("B", 18, 600, 400);
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(system.measuring.created, 2);
     EXPECT_EQ(system.measuring.alive, 0);
 }
@@ -326,7 +326,7 @@ TEST_F(Scan, MakesTheMeasuringComponentAnewForEachSolidAndReleasesIt) {
 TEST_F(Scan, FailsForARowWhoseLayerCannotBeRead) {
     system.AddSolid("A", 18, 600, 400).failOnLayer = Failure(-7, "Host", "no layer");
     system.AddSolid("B", 18, 600, 400);
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     ASSERT_EQ(Rows(), 1);
     EXPECT_EQ(Text(0, "bv_id"), "B");
 }
@@ -334,7 +334,7 @@ TEST_F(Scan, FailsForARowWhoseLayerCannotBeRead) {
 TEST_F(Scan, RoundsMeasuredExtentsToFiveDecimals) {
     FakeEntity& solid = system.AddSolid("A", 18.0000049, 600.000001, 399.999996);
     solid.data = {{"ORIE", "LWT"}, {"OLDVALUE1", "18"}, {"OLDVALUE2", "600"}, {"OLDVALUE3", "400"}};
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(Number(0, "bv_x"), 18);
     EXPECT_EQ(Text(0, "bv_lwt"), "LWT");
     EXPECT_EQ(Number(0, "bv_width"), 400);
@@ -356,7 +356,7 @@ TEST_P(ExtentsSource, IsTheFirstThatApplies) {
     entity.box = {{10, 0, 0}, {110, 20, 30}};
     entity.data["OLDVALUE1"] = "55.1234567";
     if (entity.ObjectName() == "AcDb3dSolid") system.measuring.results[entity.ObjectID()] = {18, 19, 20, 1};
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     ASSERT_EQ(Rows(), 1);
     EXPECT_EQ(Number(0, "bv_x"), source.x);
 }
@@ -384,7 +384,7 @@ TEST_F(Scan, SkipsASavedValueThatIsNoNumberWhenMeasuringIsOff) {
     system.settings.Set("NoMeasure", "1");
     FakeEntity& entity = system.AddSolid("A", 18, 600, 400);
     entity.data = {{"OLDVALUE1", "600 mm"}, {"OLDVALUE2", "400"}};
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(Number(0, "bv_x"), 0);
     EXPECT_EQ(Number(0, "bv_y"), 400);
     EXPECT_EQ(Number(0, "bv_z"), 0);
@@ -397,7 +397,7 @@ TEST_F(Scan, BeginsEachSavedExtentAtZeroWhenMeasuringIsOff) {
     system.settings.Set("NoMeasure", "1");
     system.AddSolid("A", 1, 2, 3).data = {{"OLDVALUE1", "18"}, {"OLDVALUE2", "600"}, {"OLDVALUE3", "400"}};
     system.AddSolid("B", 1, 2, 3).data = {{"OLDVALUE2", "wide"}};
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(Number(0, "bv_z"), 400);
     for (const char* column : {"bv_x", "bv_y", "bv_z"}) EXPECT_EQ(Number(1, column), 0) << column;
     EXPECT_EQ(system.measuring.created, 0);
@@ -406,7 +406,7 @@ TEST_F(Scan, BeginsEachSavedExtentAtZeroWhenMeasuringIsOff) {
 TEST_F(Scan, RoundsTheWorldBoxToFiveDecimals) {
     system.settings.Set("WCSMeasure", "1");
     system.Document().AddEntity("A").box = {{1, 1, 1}, {101.000004, 21.000006, 31.0000049}};
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(Number(0, "bv_x"), 100);
     EXPECT_EQ(Number(0, "bv_y"), 20.00001);
     EXPECT_EQ(Number(0, "bv_z"), 30);
@@ -416,7 +416,7 @@ TEST_F(Scan, GoesOnWithTheExtentsOfThePartBeforeWhereTheBoxFails) {
     system.settings.Set("WCSMeasure", "1");
     system.Document().AddEntity("A").box = {{0, 0, 0}, {1, 2, 3}};
     system.Document().AddEntity("B").failOnBox = Failure(-8, "Host", "no box");
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     ASSERT_EQ(Rows(), 2);
     EXPECT_EQ(Number(1, "bv_z"), 3);
     EXPECT_EQ(system.Messages(), std::vector<std::string>{"-8\r\nHost\r\nno box"});
@@ -424,17 +424,17 @@ TEST_F(Scan, GoesOnWithTheExtentsOfThePartBeforeWhereTheBoxFails) {
 
 TEST_F(Scan, ReadsTheMeasuringSettingsAnewEachTime) {
     system.AddSolid("A", 18, 600, 400).box = {{0, 0, 0}, {1, 2, 3}};
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(Number(0, "bv_x"), 18);
     system.settings.Set("WCSMeasure", "1");
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(Number(0, "bv_x"), 1);
 }
 
 TEST_F(Scan, KeepsTheLettersOfAStretchedPanelTrue) {
     system.AddSolid("A", 18, 600, 800).data = {
         {"ORIE", "LWT"}, {"OLDVALUE1", "18"}, {"OLDVALUE2", "600"}, {"OLDVALUE3", "400"}};
-    mAutoCAD::ScanSelection();
+    GridFormInstance().ScanSelection();
     EXPECT_EQ(Text(0, "bv_lwt"), "WLT");
     EXPECT_EQ(Number(0, "bv_length"), 600);
     EXPECT_EQ(Number(0, "bv_width"), 800);

@@ -1,8 +1,8 @@
 // The grid's actions for sorting, filtering and grouping.
-#include "query/grid_query.h"
+#include "grid/grid_query.h"
 
 #include "core/query/query_fixture.h"
-#include "grid/grid_actions.h"
+#include "session/library/grid_actions.h"
 
 namespace brenvik {
 namespace {

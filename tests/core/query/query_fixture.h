@@ -14,6 +14,7 @@
 #include "parts/part_table.h"
 #include "query/frm_filter.h"
 #include "query/frm_new_sort.h"
+#include "session/library/loading.h"
 #include "session/module_state.h"
 #include "session/session.h"
 

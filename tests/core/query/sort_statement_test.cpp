@@ -1,5 +1,6 @@
 // The statements of the sort dialog, and what its OK does to session and grid.
 #include "core/query/query_fixture.h"
+#include "session/library/loading.h"
 
 namespace brenvik {
 namespace {

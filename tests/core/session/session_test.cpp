@@ -8,6 +8,7 @@
 #include "parts/extent_matching.h"
 #include "parts/mautocad.h"
 #include "parts/part_table.h"
+#include "session/library/loading.h"
 #include "session/message.h"
 #include "session/module_state.h"
 

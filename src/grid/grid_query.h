@@ -28,10 +28,6 @@ struct ListState {
 ListState KeepListState();
 void PutListStateBack(ListState kept);
 
-/// The toolbar's SORT: the sort dialog, then the letters locked on a grouped list and free on any other.
-void SortGrid(frmMain& form);
-/// The toolbar's FILTER.
-void FilterGrid(frmMain& form);
 /// The tick box "Grouping" was ticked or unticked.
 void GroupingSwitched(frmMain& form);
 

@@ -1,15 +1,12 @@
 // The grid's side of sorting, grouping and filtering.
-#include "query/grid_query.h"
+#include "grid/grid_query.h"
 
 #include <string>
 #include <utility>
 
 #include "base/skip.h"
 #include "grid/frm_main.h"
-#include "query/frm_filter.h"
-#include "query/frm_new_sort.h"
 #include "session/message.h"
-#include "session/module_state.h"
 #include "session/session.h"
 
 namespace brenvik {
@@ -59,13 +56,6 @@ void LockLettersWhileGrouped(frmMain& form) {
     const bool grouped = !TheSession().GroupFields.empty();
     form.fpSpread1.SetBlockLocked(OrieColumn, 1, form.fpSpread1.MaxRows(), grouped);
 }
-
-void SortGrid(frmMain& form) {
-    ThePlatform().dialogs->ShowModal(StateOf<frmNewSort>());
-    LockLettersWhileGrouped(form);
-}
-
-void FilterGrid(frmMain&) { ThePlatform().dialogs->ShowModal(StateOf<frmFilter>()); }
 
 void GroupingSwitched(frmMain& form) {
     if (form.Loading) return;

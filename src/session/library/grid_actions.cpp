@@ -1,18 +1,21 @@
 // The table of the grid form's actions.
-#include "grid/grid_actions.h"
+#include "session/library/grid_actions.h"
 
 #include <array>
 #include <string>
 
 #include "base/skip.h"
-#include "grid/export_guard.h"
 #include "grid/frm_main.h"
 #include "grid/grid_print.h"
+#include "grid/grid_query.h"
 #include "grid/grouping_interlock.h"
 #include "grid/help.h"
 #include "grid/quick_copy.h"
-#include "query/grid_query.h"
+#include "query/frm_filter.h"
+#include "query/frm_new_sort.h"
+#include "session/library/export_guard.h"
 #include "session/message.h"
+#include "session/module_state.h"
 #include "session/session.h"
 
 namespace brenvik {
@@ -31,6 +34,14 @@ void ApplyAndClose(frmMain& form) {
     const MessageRequest request{question, "Error", MessageIcon::None, MessageButtons::YesNo};
     if (ThePlatform().dialogs->Show(request) == MessageAnswer::Yes) form.Unload();
 }
+
+/// The letters are locked on a grouped list and free on any other.
+void SortGrid(frmMain& form) {
+    ThePlatform().dialogs->ShowModal(StateOf<frmNewSort>());
+    LockLettersWhileGrouped(form);
+}
+
+void FilterGrid(frmMain&) { ThePlatform().dialogs->ShowModal(StateOf<frmFilter>()); }
 
 void ShowAbout(frmMain&) {
     ShowMessage(std::string(ProductTitle) + "\r\nVersion " BRENVIK_VERSION, "About Brenvik",

@@ -1,10 +1,10 @@
 // The update is a load of the grid form that nobody sees, which scans and so settles the letters, and an
 // apply, which writes them back together with the present extents.
-#include "grid/automatic_update.h"
+#include "session/library/automatic_update.h"
 
 #include "base/skip.h"
 #include "grid/frm_main.h"
-#include "session/library/commands.h"
+#include "session/call.h"
 #include "session/ports/dialog_port.h"
 #include "session/session.h"
 #include "settings/settings_store.h"

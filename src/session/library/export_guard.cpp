@@ -1,5 +1,5 @@
 // The look at the letters ahead of an export.
-#include "grid/export_guard.h"
+#include "session/library/export_guard.h"
 
 #include "base/text.h"
 #include "export/frm_export.h"

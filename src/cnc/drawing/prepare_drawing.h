@@ -1,0 +1,15 @@
+// What an export does to a drawing ahead of its own work.
+#pragma once
+
+#include "session/ports/host_interface.h"
+
+namespace brenvik {
+
+/// World coordinates, the drawing saved unless the settings turn that off, and the host's variables. A
+/// drawing that can't be saved is told, and the command goes on.
+void PrepareDrawing(AcadDocument& drawing);
+
+/// From inches to millimetres for a setting of 3, the other way for 4; other settings leave the drawing.
+void ScaleForExport(AcadDocument& drawing, int ExportScaleSetting);
+
+}  // namespace brenvik

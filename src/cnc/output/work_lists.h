@@ -1,0 +1,22 @@
+// The work lists that go with the files of a run.
+#pragma once
+
+#include <string_view>
+
+#include "cnc/part/target.h"
+
+namespace brenvik {
+
+struct RunState;
+
+/// What stands behind a list's name until the run has ended.
+inline constexpr std::string_view UnfinishedListEnding = ".unfinished";
+/// Adds the part's line to the target's list for this pass, which is unfinished still.
+void AddListLine(RunState& run);
+/// Gives the lists of a run that has ended their names, in both folders.
+void FinishWorkLists(Target target);
+/// Deletes the lists that the target writes, and those that it only clears, from both folders; files that
+/// aren't there, or can't be deleted, are passed over.
+void ClearWorkLists(Target target);
+
+}  // namespace brenvik

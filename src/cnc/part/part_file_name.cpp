@@ -1,0 +1,36 @@
+// The name of a part's file: number, part name and part number.
+#include "cnc/part/part_file_name.h"
+
+#include <string_view>
+#include <vector>
+
+#include "base/file_name.h"
+#include "base/text.h"
+#include "cnc/part/run_state.h"
+
+namespace brenvik {
+
+namespace {
+
+/// What the files of second sides begin with.
+constexpr std::string_view SecondSideMark = "B";
+
+/// A text of the part for its file's name. Work lists name the file and are parted by commas.
+std::string TextForName(std::string_view text) { return ReplaceAll(FileNameText(text), ",", " "); }
+
+std::string NameOfPart(const RunState& run) {
+    std::vector<std::string> texts{TextForName(run.texts.PartName), TextForName(run.texts.PN)};
+    // THERM's list names the sub assembly too, and a list has to name the file that is there.
+    if (run.target == Target::THERM) texts.push_back(TextForName(run.texts.SubAssembly));
+    const std::string head = "Part_" + std::to_string(run.partIndex), ending = ".dxf";
+    MakeFit(texts, LongestFileName - SecondSideMark.size() - head.size() - texts.size() - ending.size());
+    return head + "_" + Join(texts, "_") + ending;
+}
+
+}  // namespace
+
+std::string WrittenFileName(const RunState& run) {
+    return std::string(run.FirstPass() ? "" : SecondSideMark) + NameOfPart(run);
+}
+
+}  // namespace brenvik

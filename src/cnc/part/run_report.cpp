@@ -1,0 +1,44 @@
+// The report of the last run, and who listens to a run.
+#include "cnc/part/run_report.h"
+
+#include <utility>
+
+#include "session/module_state.h"
+
+namespace brenvik {
+
+namespace {
+
+struct RunModule {
+    RunReport report;
+    std::function<void(const RunProgress&)> observer;
+    std::function<void(const RunReport&)> endObserver;
+};
+
+}  // namespace
+
+namespace detail {
+
+RunReport& ReportOfRun() { return StateOf<RunModule>().report; }
+
+void TellRunObserver(const RunProgress& progress) {
+    if (const auto& observer = StateOf<RunModule>().observer) observer(progress);
+}
+
+void TellRunEndObserver(const RunReport& report) {
+    if (const auto& observer = StateOf<RunModule>().endObserver) observer(report);
+}
+
+}  // namespace detail
+
+const RunReport& LastRunReport() { return detail::ReportOfRun(); }
+
+void ObserveRuns(std::function<void(const RunProgress&)> observer) {
+    StateOf<RunModule>().observer = std::move(observer);
+}
+
+void ObserveRunEnds(std::function<void(const RunReport&)> observer) {
+    StateOf<RunModule>().endObserver = std::move(observer);
+}
+
+}  // namespace brenvik

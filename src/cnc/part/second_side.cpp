@@ -1,0 +1,18 @@
+// The one place that requests a second side, and the way back to the first.
+#include "cnc/part/second_side.h"
+
+#include "cnc/part/run_state.h"
+
+namespace brenvik {
+
+void NeedOtherSide(RunState& run) {
+    run.NeedSecondSide = 1;
+    if (run.FirstPass()) run.ThroughRouteSeen = 1;
+}
+
+Point3 OnFirstSide(const RunState& run, const Box3& part, const Point3& place) {
+    if (run.FirstPass()) return place;
+    return {place.x, part.min.y + part.max.y - place.y, part.min.z + part.max.z - place.z};
+}
+
+}  // namespace brenvik

@@ -1,0 +1,18 @@
+// Names of the grid's layout in the settings.
+#include "settings/grid_layout.h"
+
+#include "base/text.h"
+#include "settings/settings_keys.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+std::string WidthName(std::string_view key) { return std::string(key) + std::string(WidthSuffix); }
+
+void ResetGridLayout() {
+    for (const std::string_view name : {"DialogWidth", "DialogHeight", "DialogLeft", "DialogTop"})
+        DeleteSettingText(name);
+    for (const std::string& key : Split(ColumnWidthKeyList, ',')) DeleteSettingText(WidthName(key));
+}
+
+}  // namespace brenvik

@@ -1,0 +1,47 @@
+#!/usr/bin/env bash
+# What scripts/check-arrows takes and what it refuses: check_arrows_test.sh CHECK.
+set -euo pipefail
+check=$1
+root=$(mktemp -d)
+trap 'rm -rf "$root"' EXIT
+failed=0
+
+mkdir -p "$root/docs" "$root/src/low" "$root/src/high/room" "$root/platform/own"
+write_plan() {
+  printf '%s\n' '| Folder | Role | May include |' '|---|---|---|' "$@" >"$root/docs/architecture.md"
+}
+# expect STATUS WORDS NAME
+expect() {
+  local status=0 output
+  output=$("$check" "$root" 2>&1) || status=$?
+  if [ "$status" -ne "$1" ] || [[ $output != *"$2"* ]]; then
+    echo "$3: status $status, said: $output" >&2
+    failed=1
+  fi
+}
+
+low='| `src/low` | a | the standard library |'
+high='| `src/high/room` | b | `low` |'
+own='| `platform/own` | c | `low`, `high/room` |'
+echo '#include <string>' >"$root/src/low/text.h"
+echo '#include "low/text.h"' >"$root/src/high/room/form.h"
+printf '%s\n' '#include "high/room/form.h"' '#include "helper.h"' >"$root/platform/own/port.cpp"
+touch "$root/platform/own/helper.h"
+write_plan "$low" "$high" "$own"
+expect 0 '' 'takes arrows that the plan names, and neighbours'
+
+write_plan "$low" "$high" '| `platform/own` | c | `low` |'
+expect 1 'platform/own/port.cpp:1: platform/own may not include src/high/room' 'refuses an arrow that is not in the plan'
+
+write_plan '| `src/low` | a | `high/room` |' "$high" "$own"
+expect 1 'src/low may include high/room, which has no row above' 'refuses a plan with an arrow that runs up'
+
+write_plan "$low" "$own"
+expect 1 'src/high/room has no row' 'refuses a folder without a row'
+
+write_plan
+expect 1 'no table of folders' 'refuses a plan without a table'
+
+rm "$root/docs/architecture.md"
+expect 2 'no plan' 'refuses to look without a plan'
+exit "$failed"
