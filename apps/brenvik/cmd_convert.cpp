@@ -20,6 +20,7 @@ ExitStatus Convert(const DrawingOptions& options) {
     HostDocument& document = OpenInput(host, files, options, teller);
     SelectForCommand(document, options);
     GiveMaterial(document, options.material, teller);
+    TellSheetsLeftOut(document, options, teller);
     SaveOutput(document, options.save, teller);
     return teller.Status();
 }

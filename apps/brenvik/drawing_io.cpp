@@ -165,6 +165,11 @@ void RequireWritableFormat(const std::string& name) {
                        name + ": expected a name that ends in .dxf, .dwg, .step, .stp or .sat");
 }
 
+void TellSheetsLeftOut(const HostDocument& document, const DrawingOptions& options, Teller& teller) {
+    const std::string extension = FoldLower(TextFromPath(PathFromText(options.save).extension()));
+    if (extension != ".dxf" && extension != ".dwg") TellSheets(document, options, teller);
+}
+
 void SaveOutput(HostDocument& document, const std::string& name, Teller& teller) {
     RequireWritableFormat(name);
     teller.Progress("saving " + name);

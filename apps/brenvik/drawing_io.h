@@ -18,6 +18,9 @@ namespace brenvik::app {
 HostDocument& OpenInput(HostApplication& host, GuardedFiles& files, const DrawingOptions& options,
                         Teller& teller);
 
+/// Tells the solids on sheets of paper space that the files of other systems leave out. A DXF holds them.
+void TellSheetsLeftOut(const HostDocument& document, const DrawingOptions& options, Teller& teller);
+
 /// Saves by the extension of the name and tells what the format can't hold. Throws CommandError for an
 /// extension that no writer knows, and for a file that can't be written.
 void SaveOutput(HostDocument& document, const std::string& name, Teller& teller);

@@ -43,6 +43,9 @@ void WhileClaimed(const fs::path& folder, Work&& work) {
 }  // namespace
 
 std::optional<GuardedFiles::Stamp> GuardedFiles::StampOf(const fs::path& file) {
+    // A folder that has taken the file's place can be opened, but not read.
+    std::error_code error;
+    if (!fs::is_regular_file(file, error)) return std::nullopt;
     std::ifstream stream(file, std::ios::binary);
     if (!stream) return std::nullopt;
     const std::string content{std::istreambuf_iterator<char>(stream), {}};

@@ -23,6 +23,8 @@ constexpr double NoBit = 1000;
 /// A layer of this name could not be made in any host.
 constexpr std::string_view NotInLayerNames = "<>/\\\":;?*|,=`";
 
+std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
+
 struct Complaint {
     std::string expected;
     bool unusable = false;
@@ -54,6 +56,9 @@ Complaint NumberComplaint(std::string_view text, bool isFirst) {
         if (IsBlank(text) || Trim(text) == "0") return {"the number of a tool", IsBlank(text)};
     }
     if (IsBlank(text)) return {"the number of a tool, or 0 for an empty slot", false};
+    // "00" is neither the mark of an empty slot nor a tool.
+    if (!isFirst && IsNumeric(text) && StrictNumber(text) == 0)
+        return {"the number of a tool, or 0 for an empty slot", true};
     // The host refuses the layer, and the part, when it comes to it.
     if (text.find_first_of(NotInLayerNames) == std::string_view::npos) return None;
     return {"a text that a layer's name can hold", false};
@@ -76,6 +81,9 @@ Complaint SlotComplaint(const MaterialTexts& texts, std::size_t field) {
     const std::string& number = texts[FirstTool + slot * FieldsOfATool];
     if (slot != 0 && Trim(number) == "0") return None;
     const std::string& text = texts[field];
+    // They would stand in the names of layers, where nobody sees them.
+    if (!IsBlank(text) && Trim(text) != text)
+        return {Quoted(Trim(text)) + ", without blanks around it", false};
     switch (static_cast<SlotField>((field - FirstTool) % FieldsOfATool)) {
         case Number:
             return NumberComplaint(text, slot == 0);
@@ -92,8 +100,6 @@ Complaint ComplaintOf(const MaterialTexts& texts, std::size_t field) {
     if (field == Grain) return GrainComplaint(texts[field]);
     return field == Direction ? DirectionComplaint(texts[field]) : SlotComplaint(texts, field);
 }
-
-std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
 }  // namespace
 

@@ -236,7 +236,9 @@ TEST_F(Blocks, SolidsOnASheetAreToldWithTheirCountAndTheLayout) {
     Write("sheet.dxf", text);
     Write("empty.journal", "# nothing\n");
     for (const std::vector<std::string>& words : {std::vector<std::string>{"list", "sheet.dxf"},
-                                                  {"run", "sheet.dxf", "--journal", "empty.journal"}}) {
+                                                  {"run", "sheet.dxf", "--journal", "empty.journal"},
+                                                  {"convert", "sheet.dxf", "sheet.step"},
+                                                  {"convert", "sheet.dxf", "sheet.sat"}}) {
         const Outcome outcome = Run(words);
         EXPECT_EQ(outcome.status, 1);
         EXPECT_NE(outcome.errors.find("sheet.dxf: 1 solid on the layout \"Layout1\" is left out: "),

@@ -56,6 +56,12 @@ TEST_F(HandWritten, SettingsThatAreMissingAreNamedByARunThatReadsThem) {
     EXPECT_EQ(Cut().status, 0);
 }
 
+TEST_F(HandWritten, ASpoilAmountThatLeavesNothingOfACutCostsThePart) {
+    WriteBoard();
+    Change("home/settings.txt", "BiesseWorksSpoil=0.3\n", "BiesseWorksSpoil=-200\n");
+    ExpectTold(Cut(), "BiesseWorksSpoil is -200, expected more than -");
+}
+
 TEST_F(HandWritten, SettingsThatAreNotReadAreToldWithTheirLines) {
     WriteBoard();
     const std::string whole = Read("home/settings.txt");

@@ -211,6 +211,8 @@ TEST(DxfHandles, HandleBeyondReasonIsReplaced) {
                                   Entities("0 POINT|5 FFFFFFFFFFFFFFFF|10 0|20 0|0 POINT|5 xyz|10 0|20 0"));
     EXPECT_EQ(ModelSpace(data).size(), 2U);
     EXPECT_LT(data.handleSeed, 0x1000U);
+    EXPECT_NE(NotesOf(data).find("a handle was expected, found \"FFFFFFFFFFFFFFFF\""), std::string::npos);
+    EXPECT_NE(NotesOf(data).find("a handle was expected, found \"xyz\""), std::string::npos) << NotesOf(data);
 }
 
 TEST(DxfHandles, SeedStaysAboveEverythingUsed) {

@@ -70,6 +70,15 @@ TEST_F(GuardedFile, ThatIsGoneIsNotMadeAnew) {
     EXPECT_FALSE(fs::exists(File()));
 }
 
+TEST_F(GuardedFile, ThatBecameAFolderIsLeftAlone) {
+    Put("old");
+    files.Know(File());
+    fs::remove(File());
+    fs::create_directory(File());
+    FailureOf([&] { files.Write(File(), "mine"); });
+    EXPECT_TRUE(fs::is_directory(File()));
+}
+
 TEST_F(GuardedFile, ThatNobodyAskedForIsWritten) {
     Put("old");
     files.Write(File(), "mine");

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "base/handle_text.h"
+#include "base/text.h"
 
 namespace brenvik {
 namespace {
@@ -113,6 +114,13 @@ std::size_t EntityReader::SpaceOf(Groups groups) {
     return BlockPlace(mReading, std::string(isPaper ? paperSpaceName : modelSpaceName));
 }
 
+void EntityReader::NoteDamagedHandle(Groups groups, HandleValue read, std::size_t line) {
+    const Group* const group = FindGroup(groups, 5);
+    if (group == nullptr || read != 0 || IsBlank(group->value) || Trim(group->value) == "0") return;
+    mReading.Note(line, "a handle was expected, found \"" + std::string(group->value.substr(0, 20)) +
+                            "\"; the entity gets a new one");
+}
+
 HandleValue EntityReader::OwnHandle(HandleValue handle, std::size_t line, bool isOfEntity) {
     if (handle == 0 || mHandles.insert(handle).second) return handle;
     // Lists, choices and other programs' records name entities by their handles.
@@ -191,6 +199,7 @@ void EntityReader::TakeEntity(Record& record, std::optional<std::size_t> block) 
             mReading.Note(record.line, "a normal without length (group 210): taken as 0,0,1", false);
             *normal = {0, 0, 1};
         }
+        NoteDamagedHandle(groups.own, entity.handle, record.line);
         entity.handle = OwnHandle(entity.handle, record.line, true);
         entity.geometry = std::move(*geometry);
         entity.xdata = groups.xdata.empty() ? std::vector<XDataOfApp>()

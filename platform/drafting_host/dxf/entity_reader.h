@@ -39,6 +39,8 @@ class EntityReader {
     void TakeEntity(Record& record, std::optional<std::size_t> block);
     bool TakePolylinePart(Record& record);
     void Refuse(const Record& record, const EntityRefused& refused);
+    /// Tells a handle that is no number in hexadecimal digits, or beyond reason.
+    void NoteDamagedHandle(Groups groups, HandleValue read, std::size_t line);
     HandleValue OwnHandle(HandleValue handle, std::size_t line, bool isOfEntity);
     std::size_t SpaceOf(Groups groups);
 

@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "base/failure.h"
+#include "base/number_text.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/work_layers.h"
 #include "cnc/holes/horizontal_boring.h"
@@ -17,6 +19,15 @@
 namespace brenvik {
 
 namespace {
+
+/// A spoil amount may be negative, and leaves a skin. One that is deeper than the part leaves nothing of the
+/// cut: the tool would run above the board.
+void RequireDepth(const RunState& run) {
+    if (run.PartThickness + run.SpoilAmount > 0) return;
+    throw Failure(failure_number::typeMismatch, std::string(ownSource), "Type mismatch",
+                  "BiesseWorksSpoil is " + NumberToText(run.SpoilAmount) + ", expected more than " +
+                      NumberToText(-run.PartThickness) + ", the thickness of the part");
+}
 
 /// Looks the material up by thickness and name. What an earlier part found stays where this one has none.
 bool FindPartMaterial(RunState& run) {
@@ -39,6 +50,7 @@ bool BoreOnItsPass(RunState& run) {
 }  // namespace
 
 PassOutcome Recognise(RunState& run) {
+    RequireDepth(run);
     AddLayer(*run.part, layers::RoutingLayer1);
     AddLayer(*run.part, layers::RoutingLayer2);
     // Routes use the edges up.

@@ -225,6 +225,10 @@ TEST_F(Materials, TellsValuesThatAMaterialCannotHave) {
         {"tool1ss=18000", "tool1ss=fast", "6: tool1ss", false},
         {"tool1fs=7500", "tool1fs=", "7: tool1fs", false},
         {"tool2=2", "tool2=", "8: tool2", false},
+        {"tool2=2", "tool2=00", "8: tool2", true},
+        {"tool2=2", "tool2=2 ", "8: tool2", false},
+        {"tool1=T1", "tool1= T1", "4: tool1", false},
+        {"tool1ss=18000", "tool1ss=18000 ", "6: tool1ss", false},
         {"tool2ss=17000", "tool2sp=17000", "10: the material", false},
         {"tool2ss=17000", "tool2speed=17000", "10: the material", true},
     };
