@@ -1,8 +1,11 @@
 // The working database: where it lies, how it is made new, and the use count of the reader connection.
 #include "parts/mdatabase.h"
 
+#include <optional>
+
 #include "base/failure.h"
 #include "base/letter_case.h"
+#include "base/skip.h"
 #include "base/text.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
@@ -82,9 +85,10 @@ void RefreshWorkingDatabase() {
     const std::string path = OwnDatabasePath();
     if (files.FileExists(path)) files.RemoveFile(path);
     const std::string blank = DatabaseFolder() + BlankFile;
-    if (!files.FileExists(blank))
-        throw FileNotFound(files.PlaceOf(blank) + ", the blank database; \"brenvik init\" brings it back");
-    files.CopyFileOver(blank, path);
+    const std::optional<Failure> failure = Attempt([&] { files.CopyFileOver(blank, path); });
+    if (!failure) return;
+    if (files.FileExists(blank)) throw *failure;
+    throw FileNotFound(files.PlaceOf(blank) + ", the blank database; \"brenvik init\" brings it back");
 }
 
 void OpenScanConnection() {

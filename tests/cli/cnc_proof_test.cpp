@@ -22,9 +22,8 @@ class CncProof : public ProgramTest {
             0);
     }
     Outcome Cnc(std::vector<std::string> more = {}) const {
-        std::vector<std::string> words{"cnc",   "part.dxf",   "--target",      "C2C",
-                                       "--out", "cut",        "--quiet",       "--letters",
-                                       "LWT",   "--material", "White Melamine"};
+        std::vector<std::string> words{"cnc", "part.dxf", "--target",   "C2C",           "--out",
+                                       "cut", "--quiet",  "--material", "White Melamine"};
         words.insert(words.end(), more.begin(), more.end());
         return Run(words);
     }

@@ -42,11 +42,12 @@ class VerticalDrilling : public CncTest {
     }
     /// With a ledge over the whole part, so that every hole is tried for material above it.
     void Drill(RunState& run) {
-        AcadCircle& ledge = Circle(layers::Zero, 300, 200, Thick - 0.00005, 2000);
-        AddLayer(document, layers::BrenvikExplode);
-        ledge.SetLayer(layers::BrenvikExplode);
+        AcadLayer* const active = document.ActiveLayer();
+        document.SetActiveLayer(AddLayer(document, layers::BrenvikExplode));
+        AcadCircle& ledge = *document.ModelSpace().AddCircle({300, 200, Thick - 0.00005}, 1000);
         const LevelShapes everywhere = LevelShapes::Of(document, wood.Solid().GetBoundingBox());
         ledge.Delete();
+        document.SetActiveLayer(*active);
         DrillVertically(run, everywhere);
     }
     std::vector<Drawn> Circles() {

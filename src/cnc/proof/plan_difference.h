@@ -34,7 +34,7 @@ struct PlanSpot {
     Difference difference = Difference::Standing;
     PlanBox box;
     double area = 0;
-    double width = 0;              ///< Of its widest place.
+    double width = 0;              ///< Of its widest place; up to twice that where walls run together.
     int operation = -1;            ///< What has taken it; none for the stock's own border.
     std::vector<PlanBox> stripes;  ///< What it consists of, each as a box.
 };
