@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/letter_case.h"
+#include "base/quoted.h"
 #include "settings/setting_values.h"
 #include "settings/settings_keys.h"
 #include "settings_store/text_settings.h"
@@ -25,8 +26,6 @@ bool IsOurs(std::string_view section) {
     return false;
 }
 
-std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
-
 class FileCheck {
   public:
     explicit FileCheck(const std::string& fileName) : file(fileName) {}
@@ -40,7 +39,7 @@ class FileCheck {
                 if (isRead) LookAtValue(line);
                 break;
             case SettingsFileLine::Kind::Stray:
-                Tell(line, "expected NAME=VALUE, found " + Quoted(line.name) + "; it is not read");
+                Tell(line, "expected NAME=VALUE, found " + InQuotes(line.name) + "; it is not read");
                 break;
         }
     }
@@ -70,15 +69,15 @@ class FileCheck {
         const std::optional<std::string_view> subkey = SubkeyOfSetting(line.name);
         if (!subkey)
             return Tell(line,
-                        "expected the name of a setting, found " + Quoted(line.name) + "; it is not read");
+                        "expected the name of a setting, found " + InQuotes(line.name) + "; it is not read");
         if (!EqualsIgnoreCase(SectionOf(*subkey), line.section))
             return Tell(line, "expected " + line.name + " in the section [" + SectionOf(*subkey) +
                                   "]; it is not read here");
         const auto [first, isNew] = names.try_emplace(line.name, line);
         if (!isNew)
             Tell(line, line.name + " stands in line " + std::to_string(first->second.number) +
-                           " already, and what stands there counts: " + Quoted(first->second.value) +
-                           "; found " + Quoted(line.value));
+                           " already, and what stands there counts: " + InQuotes(first->second.value) +
+                           "; found " + InQuotes(line.value));
     }
 
     const std::string& file;

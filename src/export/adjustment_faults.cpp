@@ -9,6 +9,7 @@
 #include "base/letter_case.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
+#include "base/quoted.h"
 #include "base/text.h"
 #include "export/adjustments.h"
 #include "grid/column_relation.h"
@@ -17,8 +18,6 @@
 namespace brenvik {
 
 namespace {
-
-std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
 bool IsAmount(std::string_view key) {
     return EqualsIgnoreCase(key, "l") || EqualsIgnoreCase(key, "w") || EqualsIgnoreCase(key, "t");
@@ -30,7 +29,7 @@ std::string KnownKeys() {
 
 std::string AmountFault(std::string_view value) {
     if (value.empty() || IsNumeric(value)) return {};
-    return "expected a decimal number such as 0.125 or -1.5, found " + Quoted(value) + "; nothing is added";
+    return "expected a decimal number such as 0.125 or -1.5, found " + InQuotes(value) + "; nothing is added";
 }
 
 /// A size is compared as the text that a list has for it.
@@ -40,8 +39,8 @@ std::string CriterionFault(std::string_view field, std::string_view value) {
     if (column == nullptr || column->kind != PartColumnKind::Number || text.empty()) return {};
     const std::string shown = IsNumeric(text) ? NumberToText(StrictNumber(text)) : std::string();
     if (shown == text) return {};
-    return "expected " + (shown.empty() ? "a number as the list has it, such as 24.5" : Quoted(shown)) +
-           ", found " + Quoted(text) + "; no part meets it";
+    return "expected " + (shown.empty() ? "a number as the list has it, such as 24.5" : InQuotes(shown)) +
+           ", found " + InQuotes(text) + "; no part meets it";
 }
 
 class FileLook {
@@ -62,7 +61,7 @@ class FileLook {
             Tell(number, "the adjustment " + line + " stands in line " + std::to_string(headerLine) +
                              " already; the lines below it here are not read");
         else if (!line.ends_with(']'))
-            Tell(number, "expected \"]\" at the end of the name, found " + Quoted(line));
+            Tell(number, "expected \"]\" at the end of the name, found " + InQuotes(line));
         if (isRead) headerLine = number;
         header = line;
         inSection = true;
@@ -72,18 +71,18 @@ class FileLook {
     void AtValue(std::size_t number, const std::string& line) {
         if (!inSection)
             return Tell(number, "expected the name of an adjustment in square brackets ahead of it, found " +
-                                    Quoted(line));
+                                    InQuotes(line));
         if (!isRead) return;
         const HeadAndTail halves = SplitAtFirst(line, '=');
         if (!halves.found)
-            return Tell(number, "expected KEY=VALUE, found " + Quoted(line) + "; it is not read");
+            return Tell(number, "expected KEY=VALUE, found " + InQuotes(line) + "; it is not read");
         const std::string field = ColumnForCaption(halves.head);
         if (!IsAmount(halves.head) && field.empty())
             return Tell(number, "expected one of " + KnownKeys() + " before the \"=\", found " +
-                                    Quoted(halves.head) + "; parts aren't asked for it");
+                                    InQuotes(halves.head) + "; parts aren't asked for it");
         if (const auto [first, isNew] = keys.try_emplace(halves.head, number); !isNew)
-            return Tell(number, Quoted(halves.head) + " stands in line " + std::to_string(first->second) +
-                                    " already, found it again with " + Quoted(halves.tail));
+            return Tell(number, InQuotes(halves.head) + " stands in line " + std::to_string(first->second) +
+                                    " already, found it again with " + InQuotes(halves.tail));
         const std::string fault =
             IsAmount(halves.head) ? AmountFault(halves.tail) : CriterionFault(field, halves.tail);
         if (!fault.empty()) Tell(number, halves.head + ": " + fault);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/letter_case.h"
+#include "base/quoted.h"
 #include "base/text.h"
 
 namespace brenvik {
@@ -13,8 +14,6 @@ namespace brenvik {
 namespace {
 
 constexpr std::string_view ExtensionWord = "extension", ColumnsWord = "columns";
-
-std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
 /// The text behind the word and the character that follows it.
 std::string ValueOf(std::string_view line, std::string_view word) { return Mid(line, word.size() + 2); }
@@ -24,19 +23,19 @@ void TakeValue(ExportProfile& profile, std::string_view line, std::size_t number
     if (!isColumns && !StartsWithIgnoreCase(line, ExtensionWord)) {
         if (!IsBlank(line) && !line.starts_with('#'))
             profile.faults.push_back(
-                {number, "expected columns= with names of columns, or extension=, found " + Quoted(line) +
+                {number, "expected columns= with names of columns, or extension=, found " + InQuotes(line) +
                              "; it is not read"});
         return;
     }
     const std::string_view word = isColumns ? ColumnsWord : ExtensionWord;
     if (line.size() > word.size() && line[word.size()] != '=')
-        profile.faults.push_back({number, "expected " + std::string(word) + "=, found " + Quoted(line)});
+        profile.faults.push_back({number, "expected " + std::string(word) + "=, found " + InQuotes(line)});
     if (!isColumns) {
         profile.extension = ValueOf(line, word);
         return;
     }
     if (profile.columnsLine != 0)
-        profile.faults.push_back({number, "the profile " + Quoted(profile.name) + " has columns in line " +
+        profile.faults.push_back({number, "the profile " + InQuotes(profile.name) + " has columns in line " +
                                               std::to_string(profile.columnsLine) +
                                               " already; these here count"});
     profile.columns = ValueOf(line, word);
@@ -49,8 +48,8 @@ void TakeName(std::vector<ExportProfile>& profiles, const std::string& line, std
     if (end == std::string::npos) {
         if (!profiles.empty())
             profiles.back().faults.push_back({number, "expected \"]\" behind the name of a profile, found " +
-                                                          Quoted(line) + "; the lines below it count for " +
-                                                          Quoted(profiles.back().name)});
+                                                          InQuotes(line) + "; the lines below it count for " +
+                                                          InQuotes(profiles.back().name)});
         return;
     }
     ExportProfile profile;
@@ -58,7 +57,7 @@ void TakeName(std::vector<ExportProfile>& profiles, const std::string& line, std
     profile.line = number;
     const auto same = std::ranges::find(profiles, profile.name, &ExportProfile::name);
     if (same != profiles.end())
-        same->faults.push_back({number, "the profile " + Quoted(profile.name) + " stands in line " +
+        same->faults.push_back({number, "the profile " + InQuotes(profile.name) + " stands in line " +
                                             std::to_string(same->line) + " already, and that one is taken"});
     profiles.push_back(std::move(profile));
 }
@@ -76,7 +75,7 @@ std::vector<ExportProfile> ParseProfiles(std::span<const std::string> lines) {
     for (ExportProfile& profile : profiles)
         if (profile.columns.empty())
             profile.faults.push_back({profile.columnsLine == 0 ? profile.line : profile.columnsLine,
-                                      "the profile " + Quoted(profile.name) +
+                                      "the profile " + InQuotes(profile.name) +
                                           " has no columns, expected columns= with their names"});
     return profiles;
 }

@@ -5,16 +5,13 @@
 #include <vector>
 
 #include "base/numbers.h"
+#include "base/quoted.h"
 #include "base/text.h"
 #include "parts/orie_update.h"
 
 namespace brenvik {
 
-namespace {
-
-std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
-
-}  // namespace
+namespace {}  // namespace
 
 std::optional<std::string> QuantityFault(std::string_view quantity) {
     if (quantity.empty()) return std::nullopt;
@@ -24,14 +21,14 @@ std::optional<std::string> QuantityFault(std::string_view quantity) {
         const double value = StrictNumber(quantity);
         if (value >= 1 && value <= most && value == std::floor(value)) return std::nullopt;
     }
-    return "its quantity is " + Quoted(quantity) + ", expected a whole number from 1 to 1000000";
+    return "its quantity is " + InQuotes(quantity) + ", expected a whole number from 1 to 1000000";
 }
 
 double PartsOf(std::string_view quantity) { return IsBlank(quantity) ? 1 : LenientNumber(quantity); }
 
 std::optional<std::string> LettersFault(std::string_view letters) {
     if (IsBlank(letters) || mAutoCAD::AreValidLetters(letters)) return std::nullopt;
-    return "its letters (ORIE) are " + Quoted(letters) + ", expected L, W and T in some order";
+    return "its letters (ORIE) are " + InQuotes(letters) + ", expected L, W and T in some order";
 }
 
 std::optional<std::string> SavedExtentsFault(const std::array<std::string_view, 3>& oldValues) {
@@ -39,7 +36,7 @@ std::optional<std::string> SavedExtentsFault(const std::array<std::string_view, 
     for (std::size_t i = 0; i < oldValues.size(); ++i) {
         if (IsNumeric(oldValues[i]) && StrictNumber(oldValues[i]) > 0) continue;
         const std::string key = "OLDVALUE" + std::to_string(i + 1);
-        faults.push_back(key + (IsBlank(oldValues[i]) ? " is missing" : " is " + Quoted(oldValues[i])));
+        faults.push_back(key + (IsBlank(oldValues[i]) ? " is missing" : " is " + InQuotes(oldValues[i])));
     }
     if (faults.empty()) return std::nullopt;
     return "of the extents saved with its letters " + Join(faults, ", ") + ", expected a number above 0";

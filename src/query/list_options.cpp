@@ -7,6 +7,7 @@
 #include "base/failure.h"
 #include "base/letter_case.h"
 #include "base/numbers.h"
+#include "base/quoted.h"
 #include "base/text.h"
 #include "parts/part_table.h"
 #include "query/frm_filter.h"
@@ -19,8 +20,6 @@ namespace {
 constexpr std::string_view OperatorSigns = "=<>!*~";
 constexpr std::string_view LikeWord = " like";
 constexpr std::string_view KnownOperators = "the operators are =, >, <, <> and like";
-
-std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
 enum class Offer { ToSort, ToGroup, ToFilter };
 
@@ -51,7 +50,7 @@ std::string KnownColumns(Offer offer) { return "the columns are " + Join(Offered
 std::string RequireColumn(std::string_view option, std::string_view name, Offer offer) {
     for (const std::string& caption : OfferedColumns(offer))
         if (EqualsIgnoreCase(caption, name)) return caption;
-    RefuseOption(option, "there is no column " + Quoted(name) + "; " + KnownColumns(offer));
+    RefuseOption(option, "there is no column " + InQuotes(name) + "; " + KnownColumns(offer));
 }
 
 /// The pieces of a list, trimmed; none for a blank text.
@@ -60,7 +59,7 @@ std::vector<std::string> PiecesOf(std::string_view option, std::string_view list
     if (IsBlank(list)) return pieces;
     for (const std::string& piece : Split(list, ',')) {
         if (IsBlank(piece))
-            RefuseOption(option, "a column is missing in " + Quoted(list) + "; " + KnownColumns(offer));
+            RefuseOption(option, "a column is missing in " + InQuotes(list) + "; " + KnownColumns(offer));
         pieces.push_back(Trim(piece));
     }
     return pieces;
@@ -80,7 +79,7 @@ std::vector<SortChoice> ParseSort(std::string_view list) {
     for (const std::string& piece : PiecesOf("sort", list, Offer::ToSort)) {
         const SortChoice choice = ParseSortPiece(piece);
         if (std::ranges::find(choices, choice.column, &SortChoice::column) != choices.end())
-            RefuseOption("sort", Quoted(choice.column) + " is named twice");
+            RefuseOption("sort", InQuotes(choice.column) + " is named twice");
         choices.push_back(choice);
     }
     return choices;
@@ -91,7 +90,7 @@ std::vector<std::string> ParseGroup(std::string_view list) {
     for (const std::string& piece : PiecesOf("group", list, Offer::ToGroup)) {
         const std::string column = RequireColumn("group", piece, Offer::ToGroup);
         if (std::ranges::find(columns, column) != columns.end())
-            RefuseOption("group", Quoted(column) + " is named twice");
+            RefuseOption("group", InQuotes(column) + " is named twice");
         columns.push_back(column);
     }
     return columns;
@@ -119,14 +118,14 @@ std::string ShownOperator(std::string_view word) {
     for (const std::string_view shown : FilterOperators)
         if (SplitAtFirst(shown, ' ').head == word || EqualsIgnoreCase(OperatorWord(shown), word))
             return std::string(shown);
-    RefuseOption("filter", "there is no operator " + Quoted(word) + "; " + std::string(KnownOperators));
+    RefuseOption("filter", "there is no operator " + InQuotes(word) + "; " + std::string(KnownOperators));
 }
 
 [[noreturn]] void RefuseWithoutOperator(std::string_view text) {
     for (const std::string& caption : OfferedColumns(Offer::ToFilter))
         if (StartsWithIgnoreCase(text, caption + " "))
             ShownOperator(SplitAtFirst(Trim(text.substr(caption.size())), ' ').head);
-    RefuseOption("filter", Quoted(text) +
+    RefuseOption("filter", InQuotes(text) +
                                " has no operator; it takes a column, an operator and a value, and " +
                                std::string(KnownOperators));
 }
@@ -140,10 +139,11 @@ FilterChoice ParseFilter(std::string_view filter) {
     FilterChoice choice{column, ShownOperator(word), Trim(text.substr(place.at + place.length))};
     if (!FilteredByNumber(column)) return choice;
     if (OperatorWord(choice.shownOperator) == "Like")
-        RefuseOption("filter", Quoted(column) + " holds numbers, which like doesn't compare; " +
+        RefuseOption("filter", InQuotes(column) + " holds numbers, which like doesn't compare; " +
                                    std::string(KnownOperators));
     if (!IsNumeric(choice.value))
-        RefuseOption("filter", Quoted(column) + " holds numbers, and " + Quoted(choice.value) + " is none");
+        RefuseOption("filter",
+                     InQuotes(column) + " holds numbers, and " + InQuotes(choice.value) + " is none");
     return choice;
 }
 
@@ -160,7 +160,7 @@ ListChoices ParseListChoices(std::string_view sort, std::string_view group, std:
     if (choices.group.empty()) return choices;
     for (const SortChoice& choice : choices.sort)
         if (std::ranges::find(choices.group, choice.column) == choices.group.end())
-            RefuseOption("sort", Quoted(choice.column) + " is not in the grouped list; the columns are " +
+            RefuseOption("sort", InQuotes(choice.column) + " is not in the grouped list; the columns are " +
                                      Join(choices.group, ", "));
     return choices;
 }

@@ -7,6 +7,7 @@
 
 #include "base/letter_case.h"
 #include "base/numbers.h"
+#include "base/quoted.h"
 #include "base/text.h"
 
 namespace brenvik {
@@ -22,8 +23,6 @@ constexpr double NoBit = 1000;
 
 /// A layer of this name could not be made in any host.
 constexpr std::string_view NotInLayerNames = "<>/\\\":;?*|,=`";
-
-std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
 struct Complaint {
     std::string expected;
@@ -83,7 +82,7 @@ Complaint SlotComplaint(const MaterialTexts& texts, std::size_t field) {
     const std::string& text = texts[field];
     // They would stand in the names of layers, where nobody sees them.
     if (!IsBlank(text) && Trim(text) != text)
-        return {Quoted(Trim(text)) + ", without blanks around it", false};
+        return {InQuotes(Trim(text)) + ", without blanks around it", false};
     switch (static_cast<SlotField>((field - FirstTool) % FieldsOfATool)) {
         case Number:
             return NumberComplaint(text, slot == 0);
@@ -113,16 +112,16 @@ std::vector<MaterialFault> FaultsOfRecord(std::span<const std::string> lines, co
             // The value begins where the key ends, whatever the key says.
             const bool valueIsCut = line.size() < key.size() || line[key.size() - 1] != '=';
             faults.push_back({head + field,
-                              "the material " + Quoted(texts.front()) + ": expected " + Quoted(key) +
-                                  ", found " + Quoted(line),
+                              "the material " + InQuotes(texts.front()) + ": expected " + InQuotes(key) +
+                                  ", found " + InQuotes(line),
                               valueIsCut});
             continue;
         }
         const Complaint complaint = ComplaintOf(texts, field);
         if (complaint.expected.empty()) continue;
         faults.push_back({head + field,
-                          DropRight(key, 1) + " of the material " + Quoted(texts.front()) + " is " +
-                              Quoted(texts[field]) + ", expected " + complaint.expected,
+                          DropRight(key, 1) + " of the material " + InQuotes(texts.front()) + " is " +
+                              InQuotes(texts[field]) + ", expected " + complaint.expected,
                           complaint.unusable});
     }
     return faults;

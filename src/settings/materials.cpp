@@ -10,6 +10,7 @@
 #include "base/letter_case.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
+#include "base/quoted.h"
 #include "base/skip.h"
 #include "base/text.h"
 #include "base/text_lines.h"
@@ -97,10 +98,8 @@ MaterialTexts TextsAt(std::span<const std::string> lines, std::size_t head, std:
     return texts;
 }
 
-std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
-
 std::string TooShort(std::string_view name, std::size_t length) {
-    return "the material " + Quoted(name) + " has " + std::to_string(length) + " lines, expected " +
+    return "the material " + InQuotes(name) + " has " + std::to_string(length) + " lines, expected " +
            std::to_string(MaterialFieldCount);
 }
 
@@ -110,7 +109,7 @@ std::optional<MaterialDamage> DamageOf(std::span<const std::string> lines, std::
         const std::string& line = lines[head + field];
         if (StartsWithIgnoreCase(line, Keys[field])) continue;
         return MaterialDamage{head + field + 1,
-                              "expected " + Quoted(Keys[field]) + ", found " + Quoted(line)};
+                              "expected " + InQuotes(Keys[field]) + ", found " + InQuotes(line)};
     }
     if (length == MaterialFieldCount) return std::nullopt;
     return MaterialDamage{head + 1, TooShort(ValueOf(lines[head], Name), length)};
@@ -122,7 +121,7 @@ void AddFaultsOf(MaterialLibrary& library, std::span<const std::string> record, 
     const MaterialTexts& texts = library.materials.back();
     if (const std::string expected = MaterialKeyFault(texts[Name]); !expected.empty())
         library.faults.push_back(
-            {head + 1, "the material " + Quoted(texts[Name]) + ": expected " + expected, false});
+            {head + 1, "the material " + InQuotes(texts[Name]) + ": expected " + expected, false});
     for (MaterialFault& fault : FaultsOfRecord(record, texts, head + 1)) {
         const bool isTold = std::ranges::any_of(
             library.damages, [&](const MaterialDamage& damage) { return damage.line == fault.line; });
@@ -132,7 +131,7 @@ void AddFaultsOf(MaterialLibrary& library, std::span<const std::string> record, 
 
 MaterialFault StandsAgain(std::string_view name, std::size_t first, std::size_t again) {
     return {again,
-            "the material " + Quoted(name) + " stands in line " + std::to_string(first) +
+            "the material " + InQuotes(name) + " stands in line " + std::to_string(first) +
                 " already; the last one counts",
             false};
 }
@@ -170,7 +169,7 @@ MaterialRecord MaterialFromTexts(const MaterialTexts& texts) {
     record.material = FoldLower(texts[Name]);
     if (const auto failure = Attempt([&] { record.grain = ToInteger(LenientNumber(texts[Grain])); }))
         throw Failure(failure->number(), failure->source(), failure->description(),
-                      "the grain flag of the material " + Quoted(texts[Name]) + " is " + texts[Grain]);
+                      "the grain flag of the material " + InQuotes(texts[Name]) + " is " + texts[Grain]);
     record.direction = texts[Direction];
     std::size_t field = FirstTool;
     for (MaterialTool& tool : record.tools) {
@@ -200,7 +199,7 @@ MaterialLibrary ParseMaterials(std::string_view content) {
             // A run of lines without a record is told once.
             if (!inStray && !IsBlank(lines[at])) {
                 library.damages.push_back(
-                    {at + 1, "expected " + Quoted(Keys[Name]) + ", found " + Quoted(lines[at])});
+                    {at + 1, "expected " + InQuotes(Keys[Name]) + ", found " + InQuotes(lines[at])});
                 inStray = true;
             }
             ++at;
