@@ -12,9 +12,11 @@
 #include <StepGeom_Pcurve.hxx>
 #include <StepRepr_DefinitionalRepresentation.hxx>
 #include <StepRepr_NextAssemblyUsageOccurrence.hxx>
+#include <StepRepr_RepresentationItem.hxx>
 #include <StepShape_Edge.hxx>
 #include <StepShape_OrientedEdge.hxx>
 #include <StepShape_VertexPoint.hxx>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -22,24 +24,32 @@
 namespace brenvik::step {
 namespace {
 
-/// True for kinds that the shapes and their assembly hang on. Styles, annotations and units are read
-/// past, as many programs write them carelessly.
+/// True for kinds that the shapes and their assembly can hang on. Annotations and units are read past, as
+/// many programs write them carelessly.
 bool Carries(std::string_view kind) {
     if (kind.find("Unit") != std::string_view::npos) return false;
     return kind.starts_with("StepGeom_") || kind.starts_with("StepShape_") || kind.starts_with("StepRepr_") ||
            kind.starts_with("StepBasic_");
 }
 
-/// The first thing wrong with an entity by the modeller's own report, texts aside.
+/// Whether the modeller reads on soundly: a missing name is replaced by an empty one, a product without a
+/// context is one all the same, and how a surface is shaded is of no use here.
+bool IsHarmless(std::string_view kind, std::string_view reason) {
+    if (reason.find("quoted String") != reason.npos || reason.find("frame_of_reference") != reason.npos)
+        return true;
+    return kind.starts_with("StepVisual_SurfaceStyleRendering") && reason.find("numeration") != reason.npos;
+}
+
+/// The first thing wrong with an entity by the modeller's own report.
 std::optional<std::string> ReportedFault(const Handle(StepData_StepModel) & model, int index) {
     if (!model->IsReportEntity(index)) return std::nullopt;
+    const std::string_view kind = model->Value(index)->DynamicType()->Name();
     const Handle(Interface_ReportEntity) report = model->ReportEntity(index);
     if (!report->IsError()) return std::nullopt;
     const Handle(Interface_Check) check = report->Check();
     for (int fail = 1; fail <= check->NbFails(); ++fail) {
         const std::string reason = check->CFail(fail);
-        // A missing name is replaced by an empty one.
-        if (reason.find("quoted String") == std::string::npos) return reason;
+        if (!IsHarmless(kind, reason)) return reason;
     }
     return std::nullopt;
 }
@@ -129,27 +139,41 @@ Targets StructureOf(const Handle(StepData_StepModel) & model, const Interface_Gr
 
 }  // namespace
 
-std::optional<ModelFault> FirstFault(const Handle(StepData_StepModel) & model,
-                                     const Interface_Graph& references) {
-    const auto fault = [&](int index, std::string reason) {
-        return ModelFault{model->IdentLabel(model->Value(index)), std::move(reason)};
+std::vector<ModelFault> Faults(const Handle(StepData_StepModel) & model, const Interface_Graph& references) {
+    std::vector<ModelFault> faults;
+    const auto add = [&](int index, std::string reason) {
+        faults.push_back({model->IdentLabel(model->Value(index)), std::move(reason)});
     };
     for (int index = 1; index <= model->NbEntities(); ++index) {
-        if (!Carries(model->Value(index)->DynamicType()->Name())) continue;
-        if (const auto reason = ReportedFault(model, index)) return fault(index, *reason);
-        if (const auto reason = UncheckedFault(model->Value(index))) return fault(index, *reason);
+        const std::string_view kind = model->Value(index)->DynamicType()->Name();
+        if (!Carries(kind) && !kind.starts_with("StepVisual_")) continue;
+        if (const auto reported = ReportedFault(model, index))
+            add(index, *reported);
+        else if (const auto reason = UncheckedFault(model->Value(index)))
+            add(index, *reason);
     }
+    if (!faults.empty()) return faults;
     const int circle = OnACircle(StructureOf(model, references));
-    if (circle > 0) return fault(circle, "it refers to itself through others");
-    return std::nullopt;
+    if (circle > 0) add(circle, "it refers to itself through others");
+    return faults;
 }
 
-bool StylesAreFaulty(const Handle(StepData_StepModel) & model) {
+std::vector<int> ReportedStatements(const Handle(StepData_StepModel) & model) {
+    std::vector<int> numbers;
     for (int index = 1; index <= model->NbEntities(); ++index) {
-        const std::string_view kind = model->Value(index)->DynamicType()->Name();
-        if (kind.starts_with("StepVisual_") && ReportedFault(model, index)) return true;
+        if (ReportedFault(model, index)) numbers.push_back(model->IdentLabel(model->Value(index)));
     }
-    return false;
+    return numbers;
+}
+
+std::unordered_set<int> RepresentationItems(const Handle(StepData_StepModel) & model) {
+    std::unordered_set<int> numbers;
+    for (int index = 1; index <= model->NbEntities(); ++index) {
+        const Handle(Standard_Transient) entity = model->Value(index);
+        if (entity->IsKind(STANDARD_TYPE(StepRepr_RepresentationItem)))
+            numbers.insert(model->IdentLabel(entity));
+    }
+    return numbers;
 }
 
 }  // namespace brenvik::step

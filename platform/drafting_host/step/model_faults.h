@@ -4,8 +4,9 @@
 
 #include <Interface_Graph.hxx>
 #include <StepData_StepModel.hxx>
-#include <optional>
 #include <string>
+#include <unordered_set>
+#include <vector>
 
 namespace brenvik::step {
 
@@ -15,13 +16,15 @@ struct ModelFault {
     std::string reason;
 };
 
-/// The first statement that geometry, topology or product structure can't be built from; nothing when
-/// there is none. Faults of names, units that no length depends on, and colours don't count.
-/// `references` is the graph of the same model.
-std::optional<ModelFault> FirstFault(const Handle(StepData_StepModel) & model,
-                                     const Interface_Graph& references);
+/// The statements that geometry, topology, product structure or styles can't be built from, in the order of
+/// the file. Faults of names, of units that no length depends on, and of values that only say how a surface
+/// is shaded don't count. `references` is the graph of the same model.
+std::vector<ModelFault> Faults(const Handle(StepData_StepModel) & model, const Interface_Graph& references);
 
-/// True when statements about colours and styles are faulty, so that they can't be followed.
-bool StylesAreFaulty(const Handle(StepData_StepModel) & model);
+/// The numbers of all statements that the modeller reports something of.
+std::vector<int> ReportedStatements(const Handle(StepData_StepModel) & model);
+
+/// The numbers of all statements that can be items of a representation.
+std::unordered_set<int> RepresentationItems(const Handle(StepData_StepModel) & model);
 
 }  // namespace brenvik::step

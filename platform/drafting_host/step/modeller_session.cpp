@@ -30,6 +30,8 @@ Resource_FormatType FormatOf(CodePage codePage) {
             return Resource_FormatType_CP1251;
         case CodePage::Western:
             return Resource_FormatType_CP1252;
+        case CodePage::Japanese:
+            return Resource_FormatType_SJIS;
     }
     return Resource_FormatType_UTF8;
 }

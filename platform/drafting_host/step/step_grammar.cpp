@@ -1,126 +1,147 @@
 // Walks over the tokens of a statement with a note of what may come next, so that no depth of brackets asks
-// for more memory than another.
+// for more memory than another. Every file is walked over once, so characters are told by a table.
 #include "drafting_host/step/step_grammar.h"
 
-#include <cstddef>
+#include <array>
+#include <cstdint>
 
 namespace brenvik::step {
 namespace {
 
-constexpr std::string_view digits = "0123456789";
-constexpr std::string_view letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_0123456789";
+enum : std::uint8_t { blank = 1, digit = 2, letter = 4 };
+
+constexpr std::array<std::uint8_t, 256> kinds = [] {
+    std::array<std::uint8_t, 256> table{};
+    for (std::size_t c = 0; c <= ' '; ++c) table[c] = blank;
+    for (std::size_t c = '0'; c <= '9'; ++c) table[c] = digit | letter;
+    for (std::size_t c = 'A'; c <= 'Z'; ++c) table[c] = table[c + 'a' - 'A'] = letter;
+    table['_'] = letter;
+    return table;
+}();
+
+bool Is(char c, std::uint8_t kind) { return (kinds[static_cast<unsigned char>(c)] & kind) != 0; }
 
 enum class Token { Reference, Keyword, Value, Open, Close, Comma, Equals, End, Bad };
 
 class Tokens {
   public:
-    explicit Tokens(std::string_view text) : mText(text) {}
+    Tokens(std::string_view text, std::size_t place) : mText(text), mPlace(place) {}
 
     Token Next() {
-        if (!SkipBlanks() || mText.empty()) return Token::Bad;
-        const char c = mText.front();
+        if (!SkipBlanks() || mPlace == mText.size()) return Token::Bad;
+        mStart = mPlace;
+        const char c = mText[mPlace];
         switch (c) {
             case '(':
-                return Take(1, Token::Open);
+                return Take(Token::Open);
             case ')':
-                return Take(1, Token::Close);
+                return Take(Token::Close);
             case ',':
-                return Take(1, Token::Comma);
+                return Take(Token::Comma);
             case '=':
-                return Take(1, Token::Equals);
+                return Take(Token::Equals);
             case ';':
-                return Take(1, Token::End);
+                return Take(Token::End);
             case '$':
             case '*':
-                return Take(1, Token::Value);
+                return Take(Token::Value);
             case '\'':
             case '"':
                 return TakeTo(c);
             case '#':
-                return TakeRun(1, digits, Token::Reference);
+                ++mPlace;
+                return TakeRun(digit, Token::Reference);
             case '!':
-                return TakeRun(1, letters, Token::Keyword);
+                ++mPlace;
+                return TakeRun(letter, Token::Keyword);
             default:
                 return TakeWord();
         }
     }
 
+    /// Where the last token starts, and where the next one is looked for.
+    std::size_t Start() const { return mStart; }
+    std::size_t Place() const { return mPlace; }
+    std::string_view Last() const { return mText.substr(mStart, mPlace - mStart); }
+
   private:
+    bool At(std::uint8_t kind) const { return mPlace < mText.size() && Is(mText[mPlace], kind); }
+    bool At(char c) const { return mPlace < mText.size() && mText[mPlace] == c; }
+
     /// Blanks and comments; false for a comment without an end.
     bool SkipBlanks() {
         for (;;) {
-            const std::size_t first = mText.find_first_not_of(" \t\r\n");
-            mText.remove_prefix(first == std::string_view::npos ? mText.size() : first);
-            if (!mText.starts_with("/*")) return true;
-            const std::size_t end = mText.find("*/", 2);
+            while (At(blank)) ++mPlace;
+            if (!At('/') || mText.substr(mPlace, 2) != "/*") return true;
+            const std::size_t end = mText.find("*/", mPlace + 2);
             if (end == std::string_view::npos) return false;
-            mText.remove_prefix(end + 2);
+            mPlace = end + 2;
         }
     }
 
-    Token Take(std::size_t length, Token token) {
-        mText.remove_prefix(length);
+    Token Take(Token token) {
+        ++mPlace;
         return token;
     }
 
     Token TakeTo(char quote) {
         // A doubled apostrophe stands for one in the text.
         do {
-            const std::size_t end = mText.find(quote, 1);
+            const std::size_t end = mText.find(quote, mPlace + 1);
             if (end == std::string_view::npos) return Token::Bad;
-            mText.remove_prefix(end + 1);
-        } while (quote == '\'' && mText.starts_with(quote));
+            mPlace = end + 1;
+        } while (quote == '\'' && At(quote));
         return Token::Value;
     }
 
-    Token TakeRun(std::size_t start, std::string_view allowed, Token token) {
-        const std::size_t end = mText.find_first_not_of(allowed, start);
-        const std::size_t length = end == std::string_view::npos ? mText.size() : end;
-        return length == start ? Token::Bad : Take(length, token);
+    Token TakeRun(std::uint8_t allowed, Token token) {
+        const std::size_t from = mPlace;
+        while (At(allowed)) ++mPlace;
+        return mPlace == from ? Token::Bad : token;
     }
 
     Token TakeWord() {
-        const char c = mText.front();
-        if (c == '.' && (mText.size() < 2 || digits.find(mText[1]) == std::string_view::npos)) {
-            const std::size_t end = mText.find_first_not_of(letters, 1);
-            if (end == std::string_view::npos || end == 1 || mText[end] != '.') return Token::Bad;
-            return Take(end + 1, Token::Value);
+        const char c = mText[mPlace];
+        const char next = mPlace + 1 < mText.size() ? mText[mPlace + 1] : '\0';
+        if (c == '.' && !Is(next, digit)) {
+            ++mPlace;
+            if (TakeRun(letter, Token::Value) == Token::Bad || !At('.')) return Token::Bad;
+            return Take(Token::Value);
         }
-        if (digits.find(c) != std::string_view::npos || c == '+' || c == '-' || c == '.') {
-            const std::size_t sign = c == '+' || c == '-' ? 1 : 0;
-            return TakeNumber(sign);
-        }
-        return TakeRun(0, letters, Token::Keyword);
+        if (Is(c, digit) || c == '+' || c == '-' || c == '.') return TakeNumber();
+        return TakeRun(letter, Token::Keyword);
     }
 
-    Token TakeNumber(std::size_t at) {
+    Token TakeNumber() {
+        if (At('+') || At('-')) ++mPlace;
         const auto run = [&] {
-            const std::size_t from = at;
-            while (at < mText.size() && digits.find(mText[at]) != std::string_view::npos) ++at;
-            return at - from;
+            const std::size_t from = mPlace;
+            while (At(digit)) ++mPlace;
+            return mPlace - from;
         };
         std::size_t count = run();
-        const bool point = at < mText.size() && mText[at] == '.';
+        const bool point = At('.');
         if (point) {
-            ++at;
+            ++mPlace;
             count += run();
         }
         if (count == 0) return Token::Bad;
-        if (at < mText.size() && (mText[at] == 'E' || mText[at] == 'e')) {
+        if (At('E') || At('e')) {
             // The format, and the modeller with it, wants the point: "1e5" is no number there.
             if (!point) return Token::Bad;
-            ++at;
-            if (at < mText.size() && (mText[at] == '+' || mText[at] == '-')) ++at;
+            ++mPlace;
+            if (At('+') || At('-')) ++mPlace;
             if (run() == 0) return Token::Bad;
         }
-        return Take(at, Token::Value);
+        return Token::Value;
     }
 
     std::string_view mText;
+    std::size_t mPlace, mStart = 0;
 };
 
 /// The values between the brackets that have just been opened, to their closing.
-bool TakeValues(Tokens& tokens) {
+bool TakeValues(Tokens& tokens, std::vector<std::size_t>& references) {
     long depth = 1;
     for (bool first = true;;) {
         Token token = tokens.Next();
@@ -131,6 +152,7 @@ bool TakeValues(Tokens& tokens) {
             continue;
         }
         const bool value = token == Token::Value || token == Token::Reference;
+        if (token == Token::Reference) references.push_back(tokens.Start());
         if (!value && !(first && token == Token::Close)) return false;
         // Behind a value, and behind each bracket that closes, stands a comma or the next closing one.
         if (!value) --depth;
@@ -141,19 +163,35 @@ bool TakeValues(Tokens& tokens) {
     }
 }
 
-}  // namespace
-
-bool IsWellFormed(std::string_view statement) {
-    Tokens tokens(statement);
+bool TakeStatement(Tokens& tokens, StatementWalk& walk) {
     if (tokens.Next() != Token::Reference || tokens.Next() != Token::Equals) return false;
     Token token = tokens.Next();
-    if (token == Token::Keyword)
-        return tokens.Next() == Token::Open && TakeValues(tokens) && tokens.Next() == Token::End;
+    if (token == Token::Keyword) {
+        walk.kind = tokens.Last();
+        return tokens.Next() == Token::Open && TakeValues(tokens, walk.references) &&
+               tokens.Next() == Token::End;
+    }
     if (token != Token::Open) return false;
     while ((token = tokens.Next()) == Token::Keyword) {
-        if (tokens.Next() != Token::Open || !TakeValues(tokens)) return false;
+        if (tokens.Next() != Token::Open || !TakeValues(tokens, walk.references)) return false;
     }
     return token == Token::Close && tokens.Next() == Token::End;
+}
+
+}  // namespace
+
+void WalkStatement(std::string_view content, std::size_t place, StatementWalk& walk) {
+    Tokens tokens(content, place);
+    walk.kind = {};
+    walk.references.clear();
+    walk.wellFormed = TakeStatement(tokens, walk);
+    walk.end = walk.wellFormed ? tokens.Place() : tokens.Start();
+}
+
+bool IsWellFormed(std::string_view statement) {
+    StatementWalk walk;
+    WalkStatement(statement, 0, walk);
+    return walk.wellFormed;
 }
 
 }  // namespace brenvik::step

@@ -1,12 +1,25 @@
-// The form of a single STEP statement.
+// The form of a statement in the data of a STEP file: "#1=KIND(values);" or "#1=(KIND(values)
+// KIND(values));".
 #pragma once
 
+#include <cstddef>
 #include <string_view>
+#include <vector>
 
 namespace brenvik::step {
 
-/// True for "#12 = KIND(values);" and "#12 = (KIND(values) KIND(values));" with values of the kinds that the
-/// format knows. `statement` ends with its semicolon and begins without blanks.
+/// What a walk over one statement finds.
+struct StatementWalk {
+    bool wellFormed = false;
+    std::size_t end = 0;                  ///< Behind the ";", or where the form breaks.
+    std::string_view kind;                ///< Blank for a statement of several kinds.
+    std::vector<std::size_t> references;  ///< Places of the "#" of what it refers to.
+};
+
+/// Walks over the statement at `place`, whose "#" stands there. `walk` is overwritten; its memory is kept.
+void WalkStatement(std::string_view content, std::size_t place, StatementWalk& walk);
+
+/// Whether a statement (from its "#" to its ";", no nearer looked at than that) has one of these forms.
 bool IsWellFormed(std::string_view statement);
 
 }  // namespace brenvik::step

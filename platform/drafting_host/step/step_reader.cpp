@@ -2,6 +2,7 @@
 // places.
 #include "drafting_host/step/step_reader.h"
 
+#include <BRep_Tool.hxx>
 #include <Interface_CheckIterator.hxx>
 #include <Quantity_ColorRGBA.hxx>
 #include <STEPCAFControl_Reader.hxx>
@@ -33,6 +34,9 @@
 #include "drafting_host/step/body_faults.h"
 #include "drafting_host/step/model_faults.h"
 #include "drafting_host/step/modeller_session.h"
+#include "drafting_host/step/step_notes.h"
+#include "drafting_host/step/step_quarantine.h"
+#include "drafting_host/step/step_statements.h"
 #include "drafting_host/step/step_strings.h"
 #include "drafting_host/step/step_text.h"
 
@@ -70,6 +74,35 @@ struct Inherited {
     std::optional<Rgb> color;
 };
 
+std::size_t CountOf(const TopoDS_Shape& shape, TopAbs_ShapeEnum kind, TopAbs_ShapeEnum within) {
+    std::size_t count = 0;
+    for (TopExp_Explorer one(shape, kind, within); one.More(); one.Next()) ++count;
+    return count;
+}
+
+/// What a shape without a solid is made of: "an open shell of 5 faces".
+std::string ContentsOf(const TopoDS_Shape& shape) {
+    const auto counted = [](std::size_t count, const char* thing) {
+        return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
+    };
+    const std::size_t faces = CountOf(shape, TopAbs_FACE, TopAbs_SHAPE);
+    std::size_t shells = 0, open = 0;
+    for (TopExp_Explorer shell(shape, TopAbs_SHELL); shell.More(); shell.Next()) {
+        ++shells;
+        if (!BRep_Tool::IsClosed(shell.Current())) ++open;
+    }
+    if (shells > 0) {
+        const std::string closed = counted(shells - open, "closed shell");
+        const std::string opened = counted(open, "open shell");
+        const std::string all = open == 0 ? closed : open == shells ? opened : opened + " and " + closed;
+        return "a surface model, " + all + " of " + counted(faces, "face");
+    }
+    if (faces > 0) return "a surface model of " + counted(faces, "face");
+    const std::size_t edges = CountOf(shape, TopAbs_EDGE, TopAbs_SHAPE);
+    return edges > 0 ? counted(edges, "curve")
+                     : counted(CountOf(shape, TopAbs_VERTEX, TopAbs_SHAPE), "point");
+}
+
 class Flattener {
   public:
     /// `toTheLetter` leaves the blanks at the ends of names.
@@ -89,9 +122,18 @@ class Flattener {
         TDF_LabelSequence roots;
         mShapes->GetFreeShapes(roots);
         for (const TDF_Label& root : roots) Walk(root, {}, 0);
-        if (mWithoutSolid > 0) {
-            mResult.notes.push_back({std::to_string(mWithoutSolid) +
-                                     " object(s) without a solid (surfaces, wires, points) passed over"});
+    }
+
+    /// Tells the products without a solid and what they hold. Of those that hold nothing, `known` have been
+    /// told otherwise.
+    void NoteWithoutSolid(std::size_t known) {
+        for (const auto& [what, times] : mWithoutSolid) {
+            mResult.notes.push_back(
+                {(times == 1 ? what : std::to_string(times) + " times " + what) + " is passed over"});
+        }
+        if (mEmpty > known) {
+            mResult.notes.push_back(
+                {std::to_string(mEmpty - known) + " object(s) without any shape passed over"});
         }
     }
 
@@ -153,11 +195,16 @@ class Flattener {
 
     void AddPart(const TDF_Label& product, const Inherited& inherited) {
         const TopoDS_Shape shape = XCAFDoc_ShapeTool::GetShape(product);
-        if (shape.IsNull() || !TopExp_Explorer(shape, TopAbs_SOLID).More()) {
-            ++mWithoutSolid;
+        const std::string name = NameOf(product, inherited.instance);
+        if (shape.IsNull() || !TopExp_Explorer(shape, TopAbs_VERTEX).More()) {
+            ++mEmpty;
             return;
         }
-        const std::string name = NameOf(product, inherited.instance);
+        if (!TopExp_Explorer(shape, TopAbs_SOLID).More()) {
+            ++mWithoutSolid[(name.empty() ? "a part" : "part \"" + name + "\"") + " without a solid (" +
+                            ContentsOf(shape) + ")"];
+            return;
+        }
         for (TopExp_Explorer solid(shape, TopAbs_SOLID); solid.More(); solid.Next()) {
             StepSolid part{solids::Placed(solid.Current().Moved(inherited.place)), name, inherited.assembly,
                            inherited.layer, inherited.color};
@@ -212,7 +259,8 @@ class Flattener {
     const StandIns& mTexts;
     bool mToTheLetter;
     StepDocument& mResult;
-    int mWithoutSolid = 0;
+    std::map<std::string, int> mWithoutSolid;
+    std::size_t mEmpty = 0;
     std::map<const Standard_Transient*, std::string> mNamesByShape;
 };
 
@@ -250,21 +298,8 @@ void NoteFailedEntities(const STEPControl_Reader& reader, StepDocument& document
         document.notes.push_back({std::to_string(failed) + " entity(s) of the file could not be converted"});
 }
 
-void NoteCodePage(CodePage codePage, StepDocument& document) {
-    switch (codePage) {
-        case CodePage::Utf8:
-            return;
-        case CodePage::Cyrillic:
-            document.notes.push_back({"names read as code page 1251", 0, false});
-            return;
-        case CodePage::Western:
-            document.notes.push_back({"names read as code page 1252", 0, false});
-            return;
-    }
-}
-
-Failure NoSolid(const std::filesystem::path& path) {
-    return FormatFailure(path, 0, "at least one solid, the file holds none");
+Failure NoSolid(const std::filesystem::path& path, const std::string& found) {
+    return FormatFailure(path, 0, "at least one solid, " + found);
 }
 
 using NamesByShape = std::map<const Standard_Transient*, std::string>;
@@ -289,107 +324,208 @@ std::optional<std::string> PartMadeOf(STEPCAFControl_Reader& reader,
 
 /// Tells the solids that contradict themselves: they are read, but nobody should trust their sizes.
 void NoteBodyFaults(STEPCAFControl_Reader& reader, const std::vector<BodyFault>& faults,
-                    const NamesByShape& names, const StatementLines& lines, StepDocument& document) {
+                    const NamesByShape& names, const Statements& text, StepDocument& document) {
     for (const BodyFault& fault : faults) {
         const std::string name = PartMadeOf(reader, fault.solid, names).value_or("");
         const std::string part = name.empty() ? "a part" : "part \"" + name + "\"";
         document.notes.push_back(
             {part + ": " + fault.fault.reason + "; its sizes and operations may be wrong",
-             lines.Of(fault.fault.number)});
+             text.LineOf(fault.fault.number)});
     }
 }
 
 /// Tells the solids that the file holds and no part of its structure leads to.
 void NoteUnlistedSolids(STEPCAFControl_Reader& reader, const Handle(StepData_StepModel) & model,
-                        const NamesByShape& names, const StatementLines& lines, StepDocument& document) {
+                        const NamesByShape& names, const Statements& text, StepDocument& document) {
     for (int index = 1; index <= model->NbEntities(); ++index) {
         const Handle(Standard_Transient) entity = model->Value(index);
         if (!entity->IsKind(STANDARD_TYPE(StepShape_ManifoldSolidBrep))) continue;
         if (PartMadeOf(reader, entity, names)) continue;
         const int number = model->IdentLabel(entity);
         document.notes.push_back(
-            {"the solid #" + std::to_string(number) + " is left out: no part leads to it", lines.Of(number)});
+            {"the solid #" + std::to_string(number) + " is left out: no part leads to it",
+             text.LineOf(number)});
     }
 }
 
-[[noreturn]] void RefuseStatement(const std::filesystem::path& path, std::string_view content,
-                                  const ModelFault& fault) {
-    throw FormatFailure(path, LineOfStatement(content, fault.number),
-                        "a sound statement #" + std::to_string(fault.number) + " (" + fault.reason + ")");
+[[noreturn]] void Refuse(const std::filesystem::path& path, const Statements& statements,
+                         const StatementFault& fault) {
+    throw FormatFailure(path, statements.LineAt(fault.place), fault.expected);
 }
 
-/// The modeller gives up without a place; the text tells it. It refuses a file without any statement too, and
-/// that one is not damaged.
-[[noreturn]] void RefuseUnsound(const std::filesystem::path& path, std::string_view content, bool empty) {
-    if (const std::size_t line = BrokenLine(content); line > 0) {
-        throw FormatFailure(
-            path, line,
-            "well-formed STEP statements (#n = TYPE(...);), found \"" + LineForMessage(content, line) + "\"");
+StatementFault FaultOf(const Statements& statements, const ModelFault& fault) {
+    const Statement* statement = statements.Find(fault.number);
+    return {statement, statement == nullptr ? 0 : statement->place,
+            "a sound statement #" + std::to_string(fault.number) + " (" + fault.reason + ")"};
+}
+
+/// Text as the modeller can take it, but for single statements.
+void RequireSoundFrame(const std::filesystem::path& path, const Statements& statements) {
+    if (!statements.End()) {
+        throw FormatFailure(path, statements.LineAt(statements.Content().size()),
+                            "\"END-ISO-10303-21;\", the file ends before it is complete");
     }
-    if (empty) throw NoSolid(path);
-    if (const auto repeated = FirstRepeatedStatement(content)) {
-        throw FormatFailure(path, repeated->line,
+    if (const auto place = statements.BrokenData()) {
+        throw FormatFailure(path, statements.LineAt(*place),
+                            "well-formed STEP statements (#n = TYPE(...);), found \"" +
+                                LineForMessage(statements.Content(), *place) + "\"");
+    }
+    if (const auto repeated = statements.Repeated()) {
+        throw FormatFailure(path, statements.LineAt(repeated->second),
                             "a statement number of its own, #" + std::to_string(repeated->number) +
-                                " stands in line " + std::to_string(repeated->firstLine) + " already");
+                                " stands in line " + std::to_string(statements.LineAt(repeated->first)) +
+                                " already");
     }
-    if (const auto lost = FirstLostReference(content)) {
-        throw FormatFailure(path, lost->line,
-                            "a statement #" + std::to_string(lost->number) + ", the file has none");
-    }
-    throw FormatFailure(path, 0, "well-formed STEP statements (#n = TYPE(...);)");
 }
+
+/// A file in the modeller's hands, and what it took to get it there.
+class Loading {
+  public:
+    explicit Loading(const std::filesystem::path& path)
+        : mPath(path),
+          mContent(WithoutMark(ContentOf(path))),
+          mStatements(mContent),
+          mQuarantine(mStatements) {
+        RequireStep(path, mContent);
+        RequireSoundFrame(path, mStatements);
+        for (const StatementFault& fault : TextFaults(mStatements)) Remove(fault);
+        mCodePage = CodePageOf(mContent);
+    }
+
+    /// Reads, and where statements are faulty once more without them. A fault can hide another one.
+    void Run() {
+        constexpr int mostTimes = 8;
+        PrepareReading();
+        for (int time = 1; Read(), !Sound(); ++time) {
+            if (time == mostTimes) throw FormatFailure(mPath, 0, "well-formed STEP statements");
+        }
+        mBodyFaults = BodyFaults(mModel);
+    }
+
+    STEPCAFControl_Reader& Reader() { return *mReader; }
+    const Handle(StepData_StepModel) & Model() const { return mModel; }
+    const Statements& Text() const { return mStatements; }
+    const Quarantine& Taken() const { return mQuarantine; }
+    const StandIns& Texts() const { return *mTexts; }
+    CodePage Page() const { return mCodePage; }
+    const std::vector<BodyFault>& Contradictions() const { return mBodyFaults; }
+
+    /// The failure of a file without a solid: the first fault where there was one.
+    [[noreturn]] void RefuseEmpty(const std::vector<StepNote>& notes = {}) const {
+        if (!mQuarantine.LostBodies().empty())
+            Refuse(mPath, mStatements, mQuarantine.LostBodies().front().fault);
+        if (!mQuarantine.LostGeometry().empty())
+            Refuse(mPath, mStatements, mQuarantine.LostGeometry().front());
+        if (!mBodyFaults.empty()) Refuse(mPath, mStatements, FaultOf(mStatements, mBodyFaults.front().fault));
+        const auto told = std::ranges::find_if(notes, &StepNote::lost);
+        throw NoSolid(mPath, told == notes.end() ? "the file holds none" : told->text);
+    }
+
+  private:
+    /// A byte order mark is nothing that the modeller knows.
+    static std::string WithoutMark(std::string content) {
+        if (content.starts_with("\xEF\xBB\xBF")) content.replace(0, 3, "   ");
+        return content;
+    }
+
+    void Remove(const StatementFault& fault) {
+        if (fault.statement == nullptr || !mQuarantine.Remove(fault)) Refuse(mPath, mStatements, fault);
+    }
+
+    void Read() {
+        mReader.emplace();
+        mReader->SetColorMode(Standard_True);
+        mReader->SetNameMode(Standard_True);
+        mReader->SetLayerMode(Standard_True);
+        mReader->SetPropsMode(Standard_False);
+        mReader->SetGDTMode(Standard_False);
+        mReader->SetMatMode(Standard_False);
+        mReader->SetViewMode(Standard_False);
+        mTexts.emplace();
+        const std::string_view whole = std::string_view(mContent).substr(0, *mStatements.End());
+        std::istringstream plain(mQuarantine.Empty() ? mTexts->PutInto(whole, mCodePage)
+                                                     : mTexts->PutInto(mQuarantine.Content(), mCodePage));
+        const IFSelect_ReturnStatus status =
+            mReader->ChangeReader().ReadStream(mPath.string().c_str(), plain);
+        mModel = Handle(StepData_StepModel)::DownCast(mReader->Reader().WS()->Model());
+        if (!mModel.IsNull() && mModel->NbEntities() == 0) RefuseEmpty();
+        if (status == IFSelect_RetDone && !mModel.IsNull() && !mModel->GlobalCheck()->HasFailed()) return;
+        const auto broken = mStatements.BrokenHead();
+        throw FormatFailure(mPath, broken ? mStatements.LineAt(*broken) : 0,
+                            "well-formed STEP statements (#n = TYPE(...);)");
+    }
+
+    /// Takes out what is faulty in the model; true where nothing was.
+    bool Sound() {
+        const Interface_Graph& references = mReader->Reader().WS()->Graph();
+        // The modeller counts a representation with a false item for none, and with it all that refers to it.
+        if (RemoveFalseItems()) return false;
+        bool sound = true;
+        for (const ModelFault& fault : Faults(mModel, references)) {
+            if (IsPaper(fault.number)) continue;
+            Remove(FaultOf(mStatements, fault));
+            sound = false;
+        }
+        if (const auto fault = FarPoint(mModel)) {
+            Remove(FaultOf(mStatements, *fault));
+            sound = false;
+        }
+        return sound;
+    }
+
+    /// Takes out of the representations that the modeller reports what is no item; true where there was any.
+    bool RemoveFalseItems() {
+        bool removed = false;
+        std::optional<std::unordered_set<int>> items;
+        for (const int number : ReportedStatements(mModel)) {
+            const Statement* holder = mStatements.Find(number);
+            if (holder == nullptr || RoleIn(mStatements, *holder) != Role::Items) continue;
+            if (!items) items = RepresentationItems(mModel);
+            for (const Reference& reference : mStatements.ReferencesOf(*holder)) {
+                if (!items->contains(reference.number) && mQuarantine.RemoveItem(*holder, reference))
+                    removed = true;
+            }
+        }
+        return removed;
+    }
+
+    /// What nothing is read from may be as it likes.
+    bool IsPaper(int number) const {
+        const Statement* statement = mStatements.Find(number);
+        return statement != nullptr && RoleIn(mStatements, *statement) == Role::Paperwork;
+    }
+
+    std::filesystem::path mPath;
+    std::string mContent;
+    Statements mStatements;
+    Quarantine mQuarantine;
+    CodePage mCodePage = CodePage::Utf8;
+    std::optional<STEPCAFControl_Reader> mReader;
+    std::optional<StandIns> mTexts;
+    Handle(StepData_StepModel) mModel;
+    std::vector<BodyFault> mBodyFaults;
+};
 
 StepDocument Read(const std::filesystem::path& path) {
-    const std::string content = ContentOf(path);
-    RequireWholeStep(path, content);
-    if (const std::size_t line = OverlongNumberLine(content); line > 0)
-        throw FormatFailure(path, line, "statement numbers up to " + std::to_string(highestStatement));
-    if (const int edge = NestedOrientedEdge(content); edge > 0) {
-        throw FormatFailure(path, LineOfStatement(content, edge), "an oriented edge that holds an edge");
-    }
-    const CodePage codePage = CodePageOf(content);
-    PrepareReading();
-    STEPCAFControl_Reader reader;
-    reader.SetColorMode(Standard_True);
-    reader.SetNameMode(Standard_True);
-    reader.SetLayerMode(Standard_True);
-    reader.SetPropsMode(Standard_False);
-    reader.SetGDTMode(Standard_False);
-    reader.SetMatMode(Standard_False);
-    reader.SetViewMode(Standard_False);
-    StandIns texts;
-    std::istringstream plain(texts.PutInto(content, codePage));
-    const IFSelect_ReturnStatus status = reader.ChangeReader().ReadStream(path.string().c_str(), plain);
-    const Handle(StepData_StepModel) model =
-        Handle(StepData_StepModel)::DownCast(reader.Reader().WS()->Model());
-    const bool sound = status == IFSelect_RetDone && !model.IsNull() && !model->GlobalCheck()->HasFailed();
-    if (!sound) RefuseUnsound(path, content, !model.IsNull() && model->NbEntities() == 0);
-    if (const auto fault = FirstFault(model, reader.Reader().WS()->Graph())) {
-        RefuseStatement(path, content, *fault);
-    }
-    if (const auto fault = FarPoint(model)) RefuseStatement(path, content, *fault);
-    const std::vector<BodyFault> bodyFaults = BodyFaults(model);
+    Loading file(path);
+    file.Run();
     StepDocument document;
-    if (StylesAreFaulty(model)) {
-        reader.SetColorMode(Standard_False);
-        reader.SetLayerMode(Standard_False);
-        document.notes.push_back({"colours and layers passed over, their statements are damaged"});
-    }
     Handle(TDocStd_Document) assembly = new TDocStd_Document("BinXCAF");
-    if (model->NbEntities() == 0 || !reader.Transfer(assembly)) throw NoSolid(path);
-    document.unit = UnitOf(reader.ChangeReader());
-    NoteCodePage(codePage, document);
-    const bool ownFile = IsWrittenHere(content);
-    Flattener parts(assembly, texts, ownFile, document);
+    if (!file.Reader().Transfer(assembly)) file.RefuseEmpty();
+    document.unit = UnitOf(file.Reader().ChangeReader());
+    NoteCodePage(file.Page(), document);
+    NoteMendedTexts(file.Texts(), document);
+    const bool ownFile = IsWrittenHere(file.Text().Content());
+    Flattener parts(assembly, file.Texts(), ownFile, document);
     parts.Run();
-    const StatementLines lines(content);
-    NoteBodyFaults(reader, bodyFaults, parts.NamesByShape(), lines, document);
-    NoteUnlistedSolids(reader, model, parts.NamesByShape(), lines, document);
-    NoteFailedEntities(reader.Reader(), document);
-    if (document.solids.empty()) {
-        if (!bodyFaults.empty()) RefuseStatement(path, content, bodyFaults.front().fault);
-        throw NoSolid(path);
-    }
+    parts.NoteWithoutSolid(file.Taken().LostBodies().size());
+    if (document.solids.empty()) file.RefuseEmpty(document.notes);
+    NoteQuarantine(file.Taken(), file.Text(), file.Page(), document);
+    NoteBodyFaults(file.Reader(), file.Contradictions(), parts.NamesByShape(), file.Text(), document);
+    NoteUnlistedSolids(file.Reader(), file.Model(), parts.NamesByShape(), file.Text(), document);
+    NoteContradictingUsages(file.Text(), document);
+    NoteFailedEntities(file.Reader().Reader(), document);
+    NoteTail(file.Text(), document);
     if (!ownFile) NameTheNameless(document, path);
     return document;
 }

@@ -17,6 +17,7 @@ namespace {
 constexpr std::string_view wordPrefix = "BrenvikText";
 constexpr std::string_view systemPrefix = "Brenvik ";
 constexpr char32_t replacementCharacter = 0xFFFD;
+constexpr std::string_view replacement = "\xEF\xBF\xBD";
 
 bool IsPrintable(char c) { return c >= ' ' && c <= '~'; }
 bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
@@ -171,7 +172,7 @@ class Decoder {
     std::string mResult;
 };
 
-/// Goes over a file and exchanges what stands between quotes. What stands in comments stays.
+/// Goes over a file and exchanges what stands between quotes. A comment becomes a blank.
 template <class Exchange>
 std::string WithTexts(std::string_view content, Exchange exchange) {
     std::string result;
@@ -180,9 +181,10 @@ std::string WithTexts(std::string_view content, Exchange exchange) {
         std::size_t plain = content.find_first_of("'/");
         if (plain != std::string_view::npos && content[plain] == '/') {
             const bool comment = content.substr(plain, 2) == "/*";
+            result += content.substr(0, plain);
+            result += comment ? ' ' : '/';
             const std::size_t end = comment ? content.find("*/", plain + 2) : plain;
             plain = end == std::string_view::npos ? end : end + (comment ? 2 : 1);
-            result += content.substr(0, plain);
             content.remove_prefix(std::min(plain, content.size()));
             continue;
         }
@@ -270,6 +272,9 @@ std::string StandIns::PutInto(std::string_view content, CodePage codePage) {
     return WithTexts(content, [&](std::string_view written) -> std::string {
         if (IsPlain(written)) return std::string(written);
         const std::string text = DecodedText(written, codePage);
+        if (text.find(replacement) != std::string::npos &&
+            written.find(replacement) == std::string_view::npos)
+            mMended.push_back(text);
         // A blank name of another program is none: the modeller takes the number of the product then.
         if (!toTheLetter && IsBlank(text)) return {};
         return IsPlain(text) ? text : WordFor(text);

@@ -39,12 +39,16 @@ class StandIns {
 
     /// The content of a file with every text that is more than plain words replaced by its word.
     std::string PutInto(std::string_view content, CodePage codePage);
+    /// Texts of a file that was put in with characters that don't exist, such as half of a pair: they hold a
+    /// replacement character instead.
+    const std::vector<std::string>& Mended() const { return mMended; }
     /// The modeller's text with the texts behind the words, each on one line.
     std::string Resolve(std::string_view written) const;
 
   private:
     std::map<std::string, std::string, std::less<>> mWordOf;
     std::map<std::string, std::string, std::less<>> mTextOf;
+    std::vector<std::string> mMended;
 };
 
 }  // namespace brenvik::step

@@ -1,0 +1,205 @@
+// Names are those of the products that the bodies stand for, found through the statements, since what has
+// fallen never reaches the modeller.
+#include "drafting_host/step/step_notes.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <unordered_set>
+
+namespace brenvik::step {
+namespace {
+
+/// The first text of a statement that holds more than blanks.
+std::string NameIn(const Statements& statements, const Statement& statement, CodePage codePage) {
+    const std::string_view text =
+        statements.Content().substr(statement.place, statement.end - statement.place);
+    const std::size_t open = text.find('\'');
+    std::size_t close = open == text.npos ? open : text.find('\'', open + 1);
+    while (close != text.npos && text.substr(close + 1).starts_with('\'')) close = text.find('\'', close + 2);
+    if (close == text.npos) return {};
+    const std::string name = DecodedText(text.substr(open + 1, close - open - 1), codePage);
+    return name.find_first_not_of(' ') == std::string::npos ? std::string() : name;
+}
+
+/// Products and their shapes, as the statements connect them.
+class ProductShapes {
+  public:
+    explicit ProductShapes(const Statements& statements) : mStatements(statements) {
+        for (const Statement& statement : statements.All()) {
+            if (statement.kind == "SHAPE_DEFINITION_REPRESENTATION") AddShape(statement);
+            if (statement.kind == "SHAPE_REPRESENTATION_RELATIONSHIP") AddEqual(statement);
+        }
+    }
+
+    /// The product definitions (numbers) that a representation is the shape of, or an equal one.
+    std::set<int> ProductsOf(int representation) const {
+        std::set<int> products, seen;
+        std::vector<int> open{representation};
+        while (!open.empty()) {
+            const int one = open.back();
+            open.pop_back();
+            if (!seen.insert(one).second) continue;
+            const auto [first, last] = mProducts.equal_range(one);
+            for (auto it = first; it != last; ++it) products.insert(it->second);
+            const auto [equal, end] = mEqual.equal_range(one);
+            for (auto it = equal; it != end; ++it) open.push_back(it->second);
+        }
+        return products;
+    }
+
+  private:
+    void AddShape(const Statement& statement) {
+        const auto references = mStatements.ReferencesOf(statement);
+        if (references.size() < 2) return;
+        const Statement* shape = mStatements.Find(references[0].number);
+        if (shape == nullptr || mStatements.ReferencesOf(*shape).empty()) return;
+        mProducts.emplace(references[1].number, mStatements.ReferencesOf(*shape)[0].number);
+    }
+
+    void AddEqual(const Statement& statement) {
+        const auto references = mStatements.ReferencesOf(statement);
+        if (references.size() < 2) return;
+        mEqual.emplace(references[0].number, references[1].number);
+        mEqual.emplace(references[1].number, references[0].number);
+    }
+
+    const Statements& mStatements;
+    std::multimap<int, int> mProducts, mEqual;
+};
+
+/// The product that a product definition leads to by its references.
+const Statement* ProductBehind(const Statements& statements, int definition) {
+    const Statement* at = statements.Find(definition);
+    for (int step = 0; at != nullptr && step < 4; ++step) {
+        if (at->kind == "PRODUCT") return at;
+        const auto references = statements.ReferencesOf(*at);
+        at = references.empty() ? nullptr : statements.Find(references[0].number);
+    }
+    return nullptr;
+}
+
+std::string ProductName(const Statements& statements, int definition, CodePage codePage) {
+    const Statement* product = ProductBehind(statements, definition);
+    if (product == nullptr) return {};
+    // The identifier stands first, the name behind it.
+    Statement name = *product;
+    const std::string_view content = statements.Content();
+    const std::size_t comma = content.find("',", name.place);
+    if (comma < name.end) name.place = comma + 1;
+    return NameIn(statements, name, codePage);
+}
+
+std::string PartNameOf(const Statements& statements, const ProductShapes& shapes, const Statement& body,
+                       CodePage codePage) {
+    for (const Statement& statement : statements.All()) {
+        if (!statement.kind.ends_with("REPRESENTATION")) continue;
+        const auto references = statements.ReferencesOf(statement);
+        if (std::ranges::find(references, body.number, &Reference::number) == references.end()) continue;
+        for (const int definition : shapes.ProductsOf(statement.number)) {
+            const std::string name = ProductName(statements, definition, codePage);
+            if (!name.empty()) return name;
+        }
+    }
+    return NameIn(statements, body, codePage);
+}
+
+void NoteBodies(const Quarantine& quarantine, const Statements& statements, CodePage codePage,
+                StepDocument& document) {
+    if (quarantine.LostBodies().empty()) return;
+    const ProductShapes shapes(statements);
+    for (const LostBody& lost : quarantine.LostBodies()) {
+        const std::string name = PartNameOf(statements, shapes, *lost.body, codePage);
+        const std::string number = "#" + std::to_string(lost.body->number);
+        document.notes.push_back(
+            {(name.empty() ? "the body " + number : "part \"" + name + "\" (" + number + ")") +
+                 " is left out: expected " + lost.fault.expected,
+             statements.LineAt(lost.fault.place)});
+    }
+}
+
+/// One note for many faults, with the place of the first one.
+void NoteFaults(const std::vector<StatementFault>& faults, const std::string& what, bool lost,
+                const Statements& statements, StepDocument& document) {
+    if (faults.empty()) return;
+    document.notes.push_back({std::to_string(faults.size()) + " " + what +
+                                  " passed over, the first one: expected " + faults.front().expected,
+                              statements.LineAt(faults.front().place), lost});
+}
+
+}  // namespace
+
+void NoteQuarantine(const Quarantine& quarantine, const Statements& statements, CodePage codePage,
+                    StepDocument& document) {
+    if (quarantine.Empty()) return;
+    NoteBodies(quarantine, statements, codePage, document);
+    NoteFaults(quarantine.LostGeometry(), "faulty statement(s) of shapes", true, statements, document);
+    NoteFaults(quarantine.FalseItems(), "false item(s) of shapes", false, statements, document);
+    NoteFaults(quarantine.LostLooks(), "faulty style(s) or layer(s)", false, statements, document);
+    NoteFaults(quarantine.LostPapers(), "faulty statement(s) of persons, dates and the like", false,
+               statements, document);
+}
+
+void NoteTail(const Statements& statements, StepDocument& document) {
+    const auto tail = TailOf(statements);
+    if (!tail) return;
+    const std::string found = tail->holdsRecords ? "statements" : "text";
+    document.notes.push_back({found + " behind the end of the file (END-ISO-10303-21) passed over",
+                              statements.LineAt(tail->place), tail->holdsRecords});
+}
+
+void NoteCodePage(CodePage codePage, StepDocument& document) {
+    switch (codePage) {
+        case CodePage::Utf8:
+            return;
+        case CodePage::Cyrillic:
+            document.notes.push_back({"names read as code page 1251", 0, false});
+            return;
+        case CodePage::Western:
+            document.notes.push_back({"names read as code page 1252", 0, false});
+            return;
+        case CodePage::Japanese:
+            document.notes.push_back({"names read as code page 932 (Shift-JIS)", 0, false});
+            return;
+    }
+}
+
+void NoteMendedTexts(const StandIns& texts, StepDocument& document) {
+    if (texts.Mended().empty()) return;
+    document.notes.push_back({std::to_string(texts.Mended().size()) +
+                              " text(s) hold characters that don't exist, the first one is read as \"" +
+                              texts.Mended().front() + "\""});
+}
+
+void NoteContradictingUsages(const Statements& statements, StepDocument& document) {
+    const auto placesAComponent = [](const Statement& statement) {
+        return statement.kind == "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION";
+    };
+    if (std::ranges::none_of(statements.All(), placesAComponent)) return;
+    const ProductShapes shapes(statements);
+    for (const Statement& statement : statements.All()) {
+        if (!placesAComponent(statement)) continue;
+        const auto ends = statements.ReferencesOf(statement);
+        if (ends.size() < 2) continue;
+        const Statement* relationship = statements.Find(ends[0].number);
+        const Statement* shape = statements.Find(ends[1].number);
+        if (relationship == nullptr || shape == nullptr) continue;
+        const auto used = statements.ReferencesOf(*shape);
+        const Statement* usage = used.empty() ? nullptr : statements.Find(used[0].number);
+        const auto related = statements.ReferencesOf(*relationship);
+        if (usage == nullptr || related.size() < 2 || statements.ReferencesOf(*usage).size() < 2) continue;
+        const int assembly = statements.ReferencesOf(*usage)[0].number;
+        const int component = statements.ReferencesOf(*usage)[1].number;
+        // The component's shape stands first in the relationship, the assembly's second.
+        if (assembly == component || !shapes.ProductsOf(related[0].number).contains(assembly) ||
+            !shapes.ProductsOf(related[1].number).contains(component))
+            continue;
+        document.notes.push_back({"the assembly usage #" + std::to_string(usage->number) +
+                                      " has as its component what the shapes' relationship #" +
+                                      std::to_string(relationship->number) +
+                                      " has as the assembly: parts and places may be wrong",
+                                  statements.LineAt(usage->place)});
+    }
+}
+
+}  // namespace brenvik::step

@@ -1,0 +1,26 @@
+// What the reader of STEP files has to tell of what it left out, in words for a user.
+#pragma once
+
+#include "drafting_host/step/step_document.h"
+#include "drafting_host/step/step_quarantine.h"
+#include "drafting_host/step/step_strings.h"
+
+namespace brenvik::step {
+
+/// Tells the bodies, looks and papers that fell, the looks and papers as remarks.
+void NoteQuarantine(const Quarantine& quarantine, const Statements& statements, CodePage codePage,
+                    StepDocument& document);
+
+/// Tells what stands behind the end of the file: a remark, or a loss where it holds statements.
+void NoteTail(const Statements& statements, StepDocument& document);
+
+/// Tells the code page of the names where it is none that the format has.
+void NoteCodePage(CodePage codePage, StepDocument& document);
+
+/// Tells names with characters that don't exist.
+void NoteMendedTexts(const StandIns& texts, StepDocument& document);
+
+/// Tells assembly usages whose parent and component the shapes' relationship has the other way round.
+void NoteContradictingUsages(const Statements& statements, StepDocument& document);
+
+}  // namespace brenvik::step
