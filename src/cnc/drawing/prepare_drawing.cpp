@@ -1,14 +1,55 @@
 // The set-up that CNC runs and the export of parts share.
 #include "cnc/drawing/prepare_drawing.h"
 
+#include <algorithm>
+#include <array>
 #include <string_view>
 
+#include "base/letter_case.h"
 #include "base/numbers.h"
 #include "base/skip.h"
+#include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/work_layers.h"
 #include "session/message.h"
 #include "settings/settings_store.h"
 
 namespace brenvik {
+
+namespace {
+
+/// In any case, as the host compares names.
+bool IsWorkLayer(std::string_view name) {
+    using namespace layers;
+    constexpr auto all = std::to_array<std::string_view>({BrenvikExplode,
+                                                          Region,
+                                                          NextBiggestRegion,
+                                                          RegionCopy,
+                                                          regioncopycopy,
+                                                          circleHold,
+                                                          SolidHold,
+                                                          linePV,
+                                                          regionPV,
+                                                          regionPV2,
+                                                          circlePV,
+                                                          RouteCirclePV,
+                                                          ThroughRouteCirclePV,
+                                                          CircleHold2,
+                                                          RouteCircleHold,
+                                                          MAXCircleHold,
+                                                          HorzcircleHold,
+                                                          MyHorzcircleHold,
+                                                          arcPV,
+                                                          Border,
+                                                          Border2,
+                                                          RoutingLayer1,
+                                                          RoutingLayer2,
+                                                          ThroughxRoute,
+                                                          DELETE});
+    return std::ranges::any_of(all, [name](std::string_view own) { return EqualsIgnoreCase(name, own); }) ||
+           StartsWithIgnoreCase(name, "PV-") || StartsWithIgnoreCase(name, "PH-");
+}
+
+}  // namespace
 
 void PrepareDrawing(AcadDocument& drawing) {
     const bool save = ToInteger(NumberSetting("CNCSave")) == 0;
@@ -17,6 +58,22 @@ void PrepareDrawing(AcadDocument& drawing) {
     for (const std::string_view variable :
          {"plinetype\r2\r", "ucsfollow\r0\r", "ucsortho\r0\r", "isavebak\r0\r", "OSNAPCOORD\r2\r"})
         drawing.SendCommand(variable);
+}
+
+void BringWithinReach(AcadDocument& partDrawing) {
+    AcadLayer& neutral = AddLayer(partDrawing, layers::Zero);
+    neutral.SetFreeze(false);
+    neutral.SetLayerOn(true);
+    bool left = false;
+    for (Acad3DSolid* solid : All<Acad3DSolid>(partDrawing)) {
+        if (!solid->Visible()) solid->SetVisible(true);
+        const AcadLayer& layer = *partDrawing.Layers().Item(solid->Layer());
+        if (!layer.Freeze() && layer.LayerOn() && !IsWorkLayer(layer.Name())) continue;
+        solid->SetLayer(layers::Zero);
+        left = true;
+    }
+    // A work layer begins as a new one, which no lock has reached.
+    if (left) partDrawing.PurgeAll();
 }
 
 void ScaleForExport(AcadDocument& drawing, int ExportScaleSetting) {

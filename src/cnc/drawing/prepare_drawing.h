@@ -9,6 +9,11 @@ namespace brenvik {
 /// drawing that can't be saved is told, and the command goes on.
 void PrepareDrawing(AcadDocument& drawing);
 
+/// In a part's own drawing: solids that are hidden, or on a layer that is frozen or off, come within reach of
+/// the commands, and those on a layer that has the name of a work layer leave it. They go to layer 0. The
+/// drawing that the part comes from isn't touched.
+void BringWithinReach(AcadDocument& partDrawing);
+
 /// From inches to millimetres for a setting of 3, the other way for 4; other settings leave the drawing.
 void ScaleForExport(AcadDocument& drawing, int ExportScaleSetting);
 

@@ -37,19 +37,18 @@ bool Opposite(const Point3& a, const Point3& b) { return a.x == -b.x && a.y == -
 void FindNextRegion(FlatFaces& found, const std::vector<FlatFace>& faces) {
     const FlatFace& largest = found.LargestRegion;
     const auto mayLieAgainst = [&largest](const FlatFace& face) {
-        return face.region != largest.region && !Greater(face, largest);
+        return face.region != largest.region && !Greater(face, largest) &&
+               Opposite(face.roundedNormal, largest.roundedNormal);
     };
     for (const FlatFace& face : faces) {
         if (!mayLieAgainst(face) || !Greater(face, found.SmallestRegion)) continue;
-        if (!Opposite(face.roundedNormal, largest.roundedNormal)) continue;
         found.NextRegion = face;
         break;
     }
-    // A larger face counts as well if it only looks as far up as the largest looks down.
+    // The whole normal counts, not its height alone: of a part that stands on edge all sides look as far up
+    // as the largest face looks down.
     for (const FlatFace& face : faces)
-        if (mayLieAgainst(face) && Greater(face, found.NextRegion) &&
-            face.roundedNormal.z == -largest.roundedNormal.z)
-            found.NextRegion = face;
+        if (mayLieAgainst(face) && Greater(face, found.NextRegion)) found.NextRegion = face;
 }
 
 /// The faces that count, and the first region of the drawing, wherever it is.

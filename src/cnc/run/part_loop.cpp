@@ -46,6 +46,7 @@ void OpenPart(RunState& run, const PartFile& file) {
     run.part = nullptr;
     run.app->Documents().Open(run.FirstPass() ? file.FirstSidePath() : file.SecondSidePath());
     run.part = run.app->ActiveDocument();
+    BringWithinReach(*run.part);
     AddLayer(*run.part, layers::BrenvikExplode);
     FreshSet(*run.part, "exploded");
     ResetForPass(run);
