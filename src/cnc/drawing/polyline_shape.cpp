@@ -78,6 +78,25 @@ void BringToDirection(AcadLWPolyline& polyline, std::string_view direction) {
     if (DirectionOf(polyline) != direction) Reverse(polyline);
 }
 
+bool Encloses(std::span<const PathVertex> path, double x, double y) {
+    bool within = false;
+    for (std::size_t i = 0; i < path.size(); ++i) {
+        const PathVertex &from = path[i], &to = path[(i + 1) % path.size()];
+        const double dx = to.x - from.x, dy = to.y - from.y;
+        // By the straight sides: how often one lies to the right of the point.
+        if ((from.y > y) != (to.y > y) && x < from.x + (y - from.y) / dy * dx) within = !within;
+        if (from.bulge == 0) continue;
+        // Between a chord and its arc it is the other way round.
+        const double right = (x - from.x) * dy - (y - from.y) * dx;
+        if (right * from.bulge <= 0) continue;
+        const double offset = (1 - from.bulge * from.bulge) / (4 * from.bulge);
+        const double centerX = (from.x + to.x) / 2 - dy * offset, centerY = (from.y + to.y) / 2 + dx * offset;
+        const double radius = std::hypot(from.x - centerX, from.y - centerY);
+        if (std::hypot(x - centerX, y - centerY) < radius) within = !within;
+    }
+    return within;
+}
+
 std::vector<double> SideLengths(const AcadLWPolyline& polyline) {
     const std::vector<double> coordinates = polyline.Coordinates();
     const std::size_t count = coordinates.size() / 2;

@@ -30,6 +30,9 @@ void Reverse(AcadLWPolyline& polyline);
 /// Reverses it if it runs the other way.
 void BringToDirection(AcadLWPolyline& polyline, std::string_view direction);
 
+/// Whether a point lies within the closed path, arcs included. On the path itself either may come out.
+bool Encloses(std::span<const PathVertex> path, double x, double y);
+
 /// The straight distances between consecutive vertices, the closing side included; an arc counts by its
 /// chord.
 std::vector<double> SideLengths(const AcadLWPolyline& polyline);

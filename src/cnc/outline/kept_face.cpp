@@ -23,6 +23,19 @@ constexpr int BorderColor = 1;
 constexpr int AxisDecimals = 6, HeightDecimals = 4;
 constexpr Point3 Up{0, 0, 1};
 
+/// Whether the kept face lies flat. Where the letters put a part on edge, or two of its sizes are one, it may
+/// stand upright, and its boundary is no outline then.
+bool LiesFlat(AcadDocument& drawing) {
+    std::optional<Box3> box;
+    for (const AcadEntity* edge : AllOn<AcadEntity>(drawing, layers::RegionCopy)) {
+        const Box3 reach = edge->GetBoundingBox();
+        if (!box) box = reach;
+        box->min.z = std::min(box->min.z, reach.min.z);
+        box->max.z = std::max(box->max.z, reach.max.z);
+    }
+    return box && NearlyEqual(box->min.z, box->max.z);
+}
+
 /// An arc as it is seen from above: counter-clockwise from one end to the other.
 struct PlanArc {
     Point3 center, from, to;
@@ -120,6 +133,7 @@ void NoteOtherCurves(RunState& run) {
 void DrawKeptFace(RunState& run) {
     AcadDocument& drawing = *run.part;
     const std::vector<PlanArc> arcs = ArcsOfKeptFace(drawing);
+    const bool flat = LiesFlat(drawing);
     SweepLeftovers(drawing);
     LockAllLayers(drawing);
     // The arcs that are missing in the projection are drawn on the layer that is active, and go on from it.
@@ -127,6 +141,7 @@ void DrawKeptFace(RunState& run) {
     for (const std::string_view layer : std::array{layers::RegionCopy, layers::Border, layers::arcPV,
                                                    layers::SolidHold, layers::NextBiggestRegion})
         AddLayer(drawing, layer).SetLock(false);
+    if (!flat) return;
     DrawLines(drawing);
     DrawArcs(drawing, arcs);
     NoteOtherCurves(run);

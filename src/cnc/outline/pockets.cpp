@@ -35,6 +35,23 @@ Round RoundOf(const AcadCircle& circle) {
     return {center.x, center.y, RoundHalfEven(circle.Diameter(), PlaceDecimals)};
 }
 
+/// The same for a contour: its footprint, and the corners, since two shapes that share a footprint may lie
+/// side by side in it.
+struct Contour {
+    Footprint footprint;
+    std::vector<PathVertex> corners;
+
+    friend bool operator==(const Contour& a, const Contour& b) {
+        return a.footprint == b.footprint &&
+               std::ranges::is_permutation(
+                   a.corners, b.corners, [](const PathVertex& one, const PathVertex& other) {
+                       return NearlyEqual(one.x, other.x) && NearlyEqual(one.y, other.y);
+                   });
+    }
+};
+
+Contour ContourOf(const AcadLWPolyline& polyline) { return {FootprintOf(polyline), VerticesOf(polyline)}; }
+
 /// How paths of one pass are told apart: by their names where the target has a word for pockets, and by their
 /// depths where it has none.
 class PathKinds {
@@ -88,8 +105,7 @@ bool IsPath(const AcadEntity& entity) {
 
 void DropPocketsCutThrough(RunState& run) {
     DropAlike<AcadCircle>(run, CirclePocket, RoundOf);
-    DropAlike<AcadLWPolyline>(run, ContourPocket,
-                              [](const AcadLWPolyline& polyline) { return FootprintOf(polyline); });
+    DropAlike<AcadLWPolyline>(run, ContourPocket, ContourOf);
 }
 
 void ConvertPockets(RunState& run) {

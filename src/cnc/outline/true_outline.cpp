@@ -15,9 +15,11 @@
 #include "cnc/drawing/polyline_shape.h"
 #include "cnc/drawing/work_layers.h"
 #include "cnc/outline/cut_outs.h"
+#include "cnc/outline/narrow_places.h"
 #include "cnc/part/operation_layer.h"
 #include "cnc/part/told.h"
 #include "cnc/targets/target_table.h"
+#include "settings/settings_store.h"
 
 namespace brenvik {
 
@@ -42,6 +44,8 @@ constexpr int Many = 1'000'000;
 constexpr double SameArea = 1e-6;
 /// Beyond this the box alone tells that a part reaches further.
 constexpr double SameReach = 1e-3;
+/// Of the width that the question about bits tells.
+constexpr int WidthDecimals = 2;
 
 /// Moves polylines from one layer to another.
 void MovePolylines(AcadDocument& drawing, std::string_view from, std::string_view to) {
@@ -68,6 +72,24 @@ bool IsFollowed(AcadDocument& drawing, const AcadLWPolyline& contour) {
     return false;
 }
 
+/// Contours of the sections that lie outside all others, or in an opening of the part: a solid may have
+/// lumps that don't touch, and each of them has an outside of its own.
+std::vector<AcadLWPolyline*> LumpsAmong(const std::vector<AcadLWPolyline*>& contours,
+                                        const AcadLWPolyline* profile) {
+    std::vector<const AcadLWPolyline*> all(contours.begin(), contours.end());
+    if (profile != nullptr && std::ranges::find(all, profile) == all.end()) all.push_back(profile);
+    std::vector<AcadLWPolyline*> lumps;
+    for (AcadLWPolyline* contour : contours) {
+        if (contour == profile) continue;
+        const PathVertex corner = VerticesOf(*contour).front();
+        const auto around = std::ranges::count_if(all, [&](const AcadLWPolyline* other) {
+            return other != contour && Encloses(VerticesOf(*other), corner.x, corner.y);
+        });
+        if (around % 2 == 0) lumps.push_back(contour);
+    }
+    return lumps;
+}
+
 }  // namespace
 
 void TrueOutline::NameProfile(AcadLWPolyline& profile) const {
@@ -77,11 +99,18 @@ void TrueOutline::NameProfile(AcadLWPolyline& profile) const {
     profile.SetLayer(mRun.OutlineLayer);
 }
 
+void TrueOutline::NameLayer(RouteRole role) const {
+    mRun.OutlineLayer = RouteLayerName(mRun, role, PathKind::RT, LenientNumber(mRun.DimT) + mRun.SpoilAmount);
+    EnsureOperationLayer(mRun, mRun.OutlineLayer);
+}
+
 void TrueOutline::Begin(AcadLWPolyline* keptFace) {
     AcadDocument& drawing = *mRun.part;
-    mRun.OutlineLayer =
-        RouteLayerName(mRun, RouteRole::Outline, PathKind::RT, LenientNumber(mRun.DimT) + mRun.SpoilAmount);
-    EnsureOperationLayer(mRun, mRun.OutlineLayer);
+    // Both sides have one outline, and the bit that was chosen for it.
+    if (mRun.FirstPass() || mRun.OutlineLayer.empty())
+        NameLayer(RouteRole::Outline);
+    else
+        EnsureOperationLayer(mRun, mRun.OutlineLayer);
     AddLayer(drawing, layers::regionPV);
     AddLayer(drawing, layers::regionPV2);
     mProfile = keptFace;
@@ -181,14 +210,22 @@ void TrueOutline::TakeEdges() {
     UnlockAllLayers(drawing);
 }
 
-/// Whether a level edge of the part runs within the contour and isn't its own. Full circles don't count:
-/// they are holes and circular routes, which have recognisers of their own.
+/// Whether a level edge of the part runs within the contour and isn't one of its sides; one that leads across
+/// it from corner to corner is none. Full circles don't count: they are holes and circular routes, which have
+/// recognisers of their own.
 bool TrueOutline::MayBeNarrower(const LeftContour& contour) const {
-    const auto isCorner = [&contour](const Point3& point) {
-        for (std::size_t i = 0; i + 1 < contour.coordinates.size(); i += 2)
-            if (NearlyEqual(contour.coordinates[i], point.x) &&
-                NearlyEqual(contour.coordinates[i + 1], point.y))
+    const std::size_t corners = contour.coordinates.size() / 2;
+    const auto stands = [&contour](const Point3& point, std::size_t corner) {
+        return NearlyEqual(contour.coordinates[2 * corner], point.x) &&
+               NearlyEqual(contour.coordinates[2 * corner + 1], point.y);
+    };
+    const auto isSide = [&](const Edge& edge) {
+        for (std::size_t i = 0; i < corners; ++i) {
+            const std::size_t next = (i + 1) % corners;
+            if ((stands(edge.from, i) && stands(edge.to, next)) ||
+                (stands(edge.to, i) && stands(edge.from, next)))
                 return true;
+        }
         return false;
     };
     const Footprint& box = contour.footprint;
@@ -198,7 +235,7 @@ bool TrueOutline::MayBeNarrower(const LeftContour& contour) const {
         const bool within = x > box.minX && x < box.maxX && y > box.minY && y < box.maxY &&
                             !NearlyEqual(x, box.minX) && !NearlyEqual(x, box.maxX) &&
                             !NearlyEqual(y, box.minY) && !NearlyEqual(y, box.maxY);
-        return within && !(isCorner(edge.from) && isCorner(edge.to));
+        return within && !isSide(edge);
     });
 }
 
@@ -290,10 +327,16 @@ bool TrueOutline::IsLeftOpen() const {
                                [](const AcadLWPolyline* chain) { return !chain->Closed(); });
 }
 
-/// Whether the part is as wide as the profile that was made for it.
+/// Whether the part is as wide as the profiles that were made for it.
 bool TrueOutline::HoldsThePart() const {
     if (mProfile == nullptr) return true;
-    const Box3 part = LastSolid(*mRun.part).GetBoundingBox(), path = mProfile->GetBoundingBox();
+    const Box3 part = LastSolid(*mRun.part).GetBoundingBox();
+    Box3 path = mProfile->GetBoundingBox();
+    for (const AcadLWPolyline* lump : mLumps) {
+        const Box3 box = lump->GetBoundingBox();
+        path.min = {std::min(path.min.x, box.min.x), std::min(path.min.y, box.min.y), path.min.z};
+        path.max = {std::max(path.max.x, box.max.x), std::max(path.max.y, box.max.y), path.max.z};
+    }
     return path.min.x < part.min.x + SameReach && path.min.y < part.min.y + SameReach &&
            path.max.x > part.max.x - SameReach && path.max.y > part.max.y - SameReach;
 }
@@ -317,11 +360,18 @@ PassOutcome TrueOutline::TakeContours(bool withOpenings) {
         NameProfile(*widest);
         mProfile = widest;
     }
+    const std::vector<AcadLWPolyline*> lumps = LumpsAmong(contours, mProfile);
+    for (AcadLWPolyline* lump : lumps) {
+        NameProfile(*lump);
+        BringToDirection(*lump, CounterClockwise);
+    }
+    mLumps.insert(mLumps.end(), lumps.begin(), lumps.end());
     if (!HoldsThePart() || (leftOpen && (withOpenings || ReachesBeyond())))
         NoteUnexplained(mRun,
                         "edges of the part were not joined to its outline: the outline may be too narrow");
     for (AcadLWPolyline* contour : contours) {
-        if (contour == mProfile || IsFollowed(drawing, *contour)) continue;
+        const bool outline = contour == mProfile || std::ranges::find(lumps, contour) != lumps.end();
+        if (outline || IsFollowed(drawing, *contour)) continue;
         if (CutOut(mRun, *contour) == PassOutcome::SkipPart) return PassOutcome::SkipPart;
     }
     for (const std::string_view layer : std::array{layers::regionPV, layers::regionPV2})
@@ -329,15 +379,33 @@ PassOutcome TrueOutline::TakeContours(bool withOpenings) {
     return PassOutcome::GoOn;
 }
 
+/// The outline is the first bit's, unless it has a place that is narrower: then the bit is chosen as for a
+/// cut-out, by that place. A receiver that makes the outside path itself needs none.
+PassOutcome TrueOutline::ChooseTool() {
+    if (!mRun.FirstPass() || SwitchIsOn("BiesseWorksNest")) return PassOutcome::GoOn;
+    const std::optional<double> narrowest =
+        NarrowestPlace(VerticesOf(*mProfile), mRun.Material.tools.front().diameter);
+    if (!narrowest) return PassOutcome::GoOn;
+    if (!ChooseThroughContourBit(mRun.bits, mRun.Material, mRun.MaterialKeyText,
+                                 RoundHalfEven(*narrowest, WidthDecimals)))
+        return PassOutcome::SkipPart;
+    if (mRun.bits.ToolNumber.empty()) return PassOutcome::GoOn;
+    NameLayer(RouteRole::ChosenOutline);
+    mProfile->SetLayer(mRun.OutlineLayer);
+    return PassOutcome::GoOn;
+}
+
 PassOutcome TrueOutline::Finish(const std::vector<LeftContour>& left) {
     if (!left.empty()) TakeEdges();
-    const bool narrower =
+    // Without an outline of the kept face the sections alone tell what is open.
+    const bool withOpenings =
+        mProfile == nullptr ||
         std::ranges::any_of(left, [this](const LeftContour& contour) { return MayBeNarrower(contour); });
-    if (narrower || ReachesBeyond()) {
+    if (withOpenings || ReachesBeyond()) {
         TakeEdges();
-        UniteSections(narrower);
+        UniteSections(withOpenings);
         JoinRegion();
-        if (TakeContours(narrower) == PassOutcome::SkipPart) return PassOutcome::SkipPart;
+        if (TakeContours(withOpenings) == PassOutcome::SkipPart) return PassOutcome::SkipPart;
     }
     if (mProfile == nullptr) {
         NoteUnexplained(mRun, "the part has no outside profile of lines and arcs: no operation");
@@ -346,7 +414,7 @@ PassOutcome TrueOutline::Finish(const std::vector<LeftContour>& left) {
     mRun.RouteDirection = DirectionOf(*mProfile);
     BringToDirection(*mProfile, CounterClockwise);
     mRun.RouteDirection = DirectionOf(*mProfile);
-    return PassOutcome::GoOn;
+    return ChooseTool();
 }
 
 }  // namespace brenvik

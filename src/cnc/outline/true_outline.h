@@ -5,6 +5,7 @@
 
 #include "cnc/outline/cut_outs.h"
 #include "cnc/part/run_state.h"
+#include "cnc/targets/target_table.h"
 #include "session/ports/host_interface.h"
 
 namespace brenvik {
@@ -27,6 +28,8 @@ class TrueOutline {
     PassOutcome Finish(const std::vector<LeftContour>& left);
 
   private:
+    void NameLayer(RouteRole role) const;
+    PassOutcome ChooseTool();
     void NameProfile(AcadLWPolyline& profile) const;
     bool FillsTheBox() const;
     AcadRegion* RegionOfProfile() const;
@@ -54,6 +57,7 @@ class TrueOutline {
     RunState& mRun;
     std::vector<Edge> mEdges;
     AcadLWPolyline* mProfile = nullptr;
+    std::vector<AcadLWPolyline*> mLumps;  ///< Outlines of lumps that don't touch the profile's.
     AcadRegion* mRegion = nullptr;
 };
 

@@ -92,6 +92,21 @@ void DropFirstSidePaths(RunState& run) {
     }
 }
 
+/// Whether a second side has anything to cut that the first hasn't: its outline and its sheet are drawn for
+/// every part, and a file with nothing else would only cost the turning of the board.
+bool IsNeedless(RunState& run) {
+    if (run.FirstPass()) return false;
+    bool needed = false;
+    run.part->ModelSpace().ForEach([&](AcadEntity& entity) {
+        if (layers::OnProjection(entity.Layer())) return;
+        if (const auto* path = dynamic_cast<const AcadLWPolyline*>(&entity))
+            needed |= path->Layer() != run.OutlineLayer || path->Color() != layers::OutlineColor;
+        else
+            needed |= dynamic_cast<const AcadCircle*>(&entity) != nullptr;
+    });
+    return !needed;
+}
+
 /// Erases what is left of the projection, in the model and on the sheet of paper.
 void EraseProjection(RunState& run) {
     AcadDocument& drawing = *run.part;
@@ -144,6 +159,7 @@ PassOutcome ClosePart(RunState& run) {
     DrawSheet(run);
     if (SwitchIsOn("ToungeProcessing")) ProcessTongues(run);
     if (!run.FirstPass()) DropFirstSidePaths(run);
+    if (IsNeedless(run)) return PassOutcome::SkipPart;
 
     HoldPartForProof(run);
     for (Acad3DSolid* solid : All<Acad3DSolid>(drawing)) solid->Delete();

@@ -46,13 +46,18 @@ struct Touching {
     std::size_t Previous(std::size_t i) const { return (i + corners.size() - 1) % corners.size(); }
 };
 
-/// A quarter round from one side of the box to the next is the part's own rim: moved at both ends it grows
-/// about its own centre.
+/// A quarter round from one side of the box to the next is the part's own rim where it bulges out to the
+/// box's corner: moved at both ends it grows about its own centre. One that bulges inwards is the wall of a
+/// recess at that corner.
 bool IsRim(const Touching& path, std::size_t side) {
     const Contact &from = path.contacts[side], &to = path.contacts[path.Next(side)];
     if (ShareSide(from, to) || !from.Any() || !to.Any()) return false;
+    const PathVertex &start = path.corners[side], &end = path.corners[path.Next(side)];
     constexpr double quarter = 0.41421356237309503, slack = 1e-4;
-    return std::abs(std::abs(path.corners[side].bulge) - quarter) < slack;
+    if (std::abs(std::abs(start.bulge) - quarter) >= slack) return false;
+    // From its chord an arc bulges to the right where it runs counter-clockwise.
+    const double bulgesX = start.bulge * (end.y - start.y), bulgesY = -start.bulge * (end.x - start.x);
+    return bulgesX * (from.x + to.x) > 0 && bulgesY * (from.y + to.y) > 0;
 }
 
 /// Whether a side of the path lies in the part's edge, so that no wall stands there.

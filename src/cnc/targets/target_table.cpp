@@ -61,11 +61,13 @@ std::string_view KindOf(RouteRole role, PathKind kind) {
         case RouteRole::ThroughCircle:
             return PathKindText(PathKind::RT);
         case RouteRole::Outline:
+        case RouteRole::ChosenOutline:
             return "OT";
     }
     return {};
 }
 
+bool IsOutline(RouteRole role) { return role == RouteRole::Outline || role == RouteRole::ChosenOutline; }
 bool StopsInside(RouteRole role) { return role == RouteRole::Inside || role == RouteRole::CirclePocket; }
 
 std::string FirstFamilyName(const RunState& run, RouteRole role, PathKind kind, double depth) {
@@ -77,7 +79,7 @@ std::string FirstFamilyName(const RunState& run, RouteRole role, PathKind kind, 
     name += "_T" + tool.number + "_D" + tool.diameter + "_S" + tool.speed + "_F" + tool.feed;
     if (run.target == Target::C2C) {
         name += "_R_C" + CompensationText(run);
-        if (role != RouteRole::Outline) name += "_" + std::to_string(run.RouteCount);
+        if (!IsOutline(role)) name += "_" + std::to_string(run.RouteCount);
     } else if (run.target == Target::RCIM) {
         name += "_C" + CompensationText(run);
     }
@@ -99,7 +101,7 @@ std::string RouteOfBW(const RunState& run, RouteRole role, double depth) {
 
 std::string RouteOfTHERM(const RunState& run, RouteRole role, PathKind kind, double depth) {
     const std::string depthText = ScaledNumberText(run, depth, 2, 4);
-    if (role == RouteRole::Outline) return "outline " + depthText;
+    if (IsOutline(role)) return "outline " + depthText;
     const bool pocket = role == RouteRole::CirclePocket ||
                         (role == RouteRole::Inside && (kind == PathKind::PKC || kind == PathKind::PKS));
     return (pocket ? "pocket " : "dado ") + ToolOf(run, role).diameter + " " + depthText;

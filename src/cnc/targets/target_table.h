@@ -35,11 +35,12 @@ enum class RouteRole {
     CirclePocket,   ///< A circle that stops inside.
     Through,        ///< A cut-out.
     ThroughCircle,  ///< A circular cut-out.
-    Outline,        ///< The outside profile.
+    Outline,        ///< The outside profile, with the material's first tool.
+    ChosenOutline,  ///< The outside profile where another tool was chosen for it.
 };
 
-/// The layer of a path: depth in the units of the run, tool and counter from the run's state (the outline
-/// takes the material's first tool).
+/// The layer of a path: depth in the units of the run, tool and counter from the run's state (an outline
+/// for which none was chosen takes the material's first tool).
 std::string RouteLayerName(const RunState& run, RouteRole role, PathKind kind, double depth);
 
 /// The layer of the part's sheet; blank for a target that wants none.
