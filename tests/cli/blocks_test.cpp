@@ -106,6 +106,16 @@ TEST_F(Blocks, AReferenceBeyondAllMeasureIsToldByItsHandle) {
     }
 }
 
+TEST_F(Blocks, ACountOrANormalThatAReferenceCannotHaveIsTold) {
+    for (const std::string groups : {" 70\n0\n", " 71\n-2\n", "210\n0.0\n220\n0.0\n230\n0.0\n"}) {
+        const Outcome outcome = ListOf(Reference("Side", groups));
+        EXPECT_EQ(outcome.status, 1) << groups;
+        EXPECT_EQ(Sides(outcome.output).size(), 1u) << outcome.output;
+        EXPECT_NE(outcome.errors.find("job.dxf:"), std::string::npos) << outcome.errors;
+        EXPECT_NE(outcome.errors.find(" was expected"), std::string::npos) << outcome.errors;
+    }
+}
+
 TEST_F(Blocks, OfARunByWayOfTheGridTellAMirroredPartFromItsOriginal) {
     const auto run = [this](const std::string& second) {
         Write("job.dxf",

@@ -148,6 +148,33 @@ TEST(DxfEntities, InsertNamesABlock) {
     EXPECT_EQ(data.blocks[2].entities.size(), 1U);
 }
 
+TEST(DxfEntities, AnInsertOfNoColumnsOrFewerIsOneAndTold) {
+    const DrawingData data = Read(test::Section("BLOCKS", "0 BLOCK|2 Knob|70 0|10 1|20 0|30 0|0 ENDBLK") +
+                                  Entities("0 INSERT|2 KNOB|10 5|20 6|70 0|71 -2|44 10|45 20"));
+    ASSERT_EQ(ModelSpace(data).size(), 1U) << NotesOf(data);
+    const auto& insert = std::get<InsertData>(ModelSpace(data)[0].geometry);
+    EXPECT_EQ(insert.columns, 1);
+    EXPECT_EQ(insert.rows, 1);
+    EXPECT_NE(NotesOf(data).find("INSERT: group 70 holds 0 where a count from 1 to 32767 was expected; 1 is"),
+              std::string::npos)
+        << NotesOf(data);
+    EXPECT_NE(NotesOf(data).find("INSERT: group 71 holds -2 where"), std::string::npos) << NotesOf(data);
+    EXPECT_TRUE(data.notes.at(0).dataLost);
+}
+
+TEST(DxfEntities, ANormalWithoutLengthIsTheWorldsAndTold) {
+    const DrawingData data =
+        Read(test::Section("BLOCKS", "0 BLOCK|2 Knob|70 0|10 1|20 0|30 0|0 ENDBLK") +
+             Entities("0 INSERT|2 KNOB|10 5|20 6|210 0|220 0|230 0|0 CIRCLE|10 1|20 2|40 3|230 0"));
+    ASSERT_EQ(ModelSpace(data).size(), 2U) << NotesOf(data);
+    EXPECT_EQ(std::get<InsertData>(ModelSpace(data)[0].geometry).normal, (Point3{0, 0, 1}));
+    const auto& circle = std::get<CircleData>(ModelSpace(data)[1].geometry);
+    EXPECT_EQ(circle.center, (Point3{1, 2, 0}));
+    for (const std::string kind : {"INSERT", "CIRCLE"})
+        EXPECT_NE(NotesOf(data).find(kind + ": a normal with a length was expected"), std::string::npos)
+            << NotesOf(data);
+}
+
 TEST(DxfEntities, FacesHaveFourCorners) {
     const auto face =
         One<QuadData>("0 3DFACE|10 0|20 0|30 1|11 1|21 0|31 1|12 1|22 1|32 1|13 0|23 1|33 1|70 5");

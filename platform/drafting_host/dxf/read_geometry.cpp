@@ -26,6 +26,9 @@ bool TakePlanePoint(const Group& group, int index, PlanePoint& point) {
 
 bool IsZero(const Point3& point) { return point.x == 0 && point.y == 0 && point.z == 0; }
 
+/// A vector as short as this has no direction that its numbers could tell.
+bool HasDirection(const Point3& vector) { return std::hypot(vector.x, vector.y, vector.z) > 1e-100; }
+
 void RequirePositive(double value, std::string_view what, std::size_t line) {
     if (!(value > 0)) throw EntityRefused{line, "a " + std::string(what) + " above 0 was expected"};
 }
@@ -64,7 +67,8 @@ Round ReadRound(Groups groups, std::size_t line) {
         if (group.code == 40) data.radius = RealOf(group);
     }
     RequirePositive(data.radius, "radius", line);
-    data.center = EntityPlane(data.normal).ToWorld(center);
+    const Point3 normal = HasDirection(data.normal) ? data.normal : Point3{0, 0, 1};
+    data.center = EntityPlane(normal).ToWorld(center);
     return data;
 }
 
@@ -198,7 +202,19 @@ QuadData ReadQuad(Groups groups, QuadData::Kind kind, std::size_t line) {
     return data;
 }
 
-InsertData ReadInsert(const Reading& reading, Groups groups, std::size_t line) {
+/// A count of columns or rows. Others are not guessed at: how many parts a job has hangs on it.
+int CountOf(Reading& reading, const Group& group) {
+    constexpr int most = 32767;
+    const int count = IntegerOf(group), taken = std::clamp(count, 1, most);
+    if (count != taken)
+        reading.Note(group.line, "INSERT: group " + std::to_string(group.code) + " holds " +
+                                     std::to_string(count) + " where a count from 1 to " +
+                                     std::to_string(most) + " was expected; " + std::to_string(taken) +
+                                     " is taken");
+    return taken;
+}
+
+InsertData ReadInsert(Reading& reading, Groups groups, std::size_t line) {
     RequireGroups(groups, {2, 10, 20}, line);
     InsertData data;
     for (const Group& group : groups) {
@@ -226,10 +242,10 @@ InsertData ReadInsert(const Reading& reading, Groups groups, std::size_t line) {
                 data.rotation = AngleOf(group);
                 break;
             case 70:
-                data.columns = std::clamp(IntegerOf(group), 1, 32767);
+                data.columns = CountOf(reading, group);
                 break;
             case 71:
-                data.rows = std::clamp(IntegerOf(group), 1, 32767);
+                data.rows = CountOf(reading, group);
                 break;
             default:
                 break;
@@ -277,7 +293,26 @@ PolylineData::Vertex ReadPolylineVertex(Groups groups, std::size_t line) {
     return vertex;
 }
 
-std::optional<EntityGeometry> ReadGeometry(Reading& reading, const Record& record, Groups groups) {
+namespace {
+
+/// A normal without length is no direction, and what is turned into its plane would lie nowhere.
+void MendNormal(Reading& reading, const Record& record, EntityGeometry& geometry) {
+    const auto mend = [&](Point3& normal) {
+        if (HasDirection(normal)) return;
+        normal = {0, 0, 1};
+        reading.Note(record.line,
+                     std::string(record.name) +
+                         ": a normal with a length was expected (groups 210, 220, 230) and it is "
+                         "0,0,0; 0,0,1 is taken");
+    };
+    std::visit(
+        [&](auto& data) {
+            if constexpr (requires { data.normal; }) mend(data.normal);
+        },
+        geometry);
+}
+
+std::optional<EntityGeometry> ReadShape(Reading& reading, const Record& record, Groups groups) {
     const std::string_view name = record.name;
     const std::size_t line = record.line;
     if (name == "LINE") return ReadLine(groups, line);
@@ -297,6 +332,14 @@ std::optional<EntityGeometry> ReadGeometry(Reading& reading, const Record& recor
     if (name == "3DFACE") return ReadQuad(groups, QuadData::Kind::Face, line);
     if (name == "VIEWPORT") return ReadViewport(groups, line);
     return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<EntityGeometry> ReadGeometry(Reading& reading, const Record& record, Groups groups) {
+    std::optional<EntityGeometry> geometry = ReadShape(reading, record, groups);
+    if (geometry) MendNormal(reading, record, *geometry);
+    return geometry;
 }
 
 }  // namespace brenvik
