@@ -109,18 +109,31 @@ bool IsLineText(std::string_view text) {
     return true;
 }
 
+// What was expected of a line that IsLineText refuses.
+std::string ExpectedOf(std::string_view text) {
+    if (text.find('\r') != std::string_view::npos)
+        return "expected lines that end in LF or CR LF, found a CR alone";
+    return "expected UTF-8 text, found other bytes; the file is damaged";
+}
+
+// What was expected of a last line without an end.
+std::string ExpectedEnd(std::string_view rest) {
+    if (rest.find('\r') != std::string_view::npos) return ExpectedOf(rest);
+    return "expected a line break at the end of the last line; the file was cut off";
+}
+
 }  // namespace
 
 SettingsText::Line SettingsText::ReadLine(std::string_view text, std::string_view lineBreak,
                                           const std::string& place) {
-    if (!IsLineText(text))
-        throw Damaged(place, "expected UTF-8 text, found other bytes; the file is damaged");
+    if (!IsLineText(text)) throw Damaged(place, ExpectedOf(text));
     Line line;
     line.raw = std::string(text) + std::string(lineBreak);
     if (IsBlank(text) || text.front() == '#') return line;
     if (text.front() == '[') {
         if (text.size() < 2 || text.back() != ']')
-            throw Damaged(place, "expected ] at the end of a section head");
+            throw Damaged(place, std::string("expected ] at the end of a section head") +
+                                     (Trim(text).ends_with(']') ? ", found a blank behind it" : ""));
         line.kind = LineKind::SectionHead;
         line.name = text.substr(1, text.size() - 2);
         line.folded = FoldLower(line.name);
@@ -147,13 +160,13 @@ SettingsText SettingsText::Parse(std::string_view content, std::string_view file
     if (content.empty())
         throw Damaged(place(1),
                       "the file is empty; expected a section head such as [HKEY_LOCAL_MACHINE\\...]");
+    if (const std::string found = OtherEncodingOf(content); !found.empty())
+        throw Damaged(place(1), "expected UTF-8 text, found " + found);
     std::string_view rest = content;
     bool inSection = false;
     for (std::size_t number = 1; !rest.empty(); ++number) {
         const std::size_t feed = rest.find('\n');
-        if (feed == std::string_view::npos)
-            throw Damaged(place(number),
-                          "expected a line break at the end of the last line; the file was cut off");
+        if (feed == std::string_view::npos) throw Damaged(place(number), ExpectedEnd(rest));
         const std::size_t lineBreak = feed > 0 && rest[feed - 1] == '\r' ? feed - 1 : feed;
         std::string_view text = rest.substr(0, lineBreak);
         const std::string_view ending = rest.substr(lineBreak, feed + 1 - lineBreak);

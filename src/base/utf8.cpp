@@ -43,6 +43,14 @@ Utf8Character Utf8CharacterAt(std::string_view text, std::size_t at) {
     return {codePoint, first.length, true};
 }
 
+std::string OtherEncodingOf(std::string_view content) {
+    const auto zeroAt = [&](std::size_t at) { return content.size() > at && content[at] == '\0'; };
+    const bool marked = content.starts_with("\xFF\xFE") || content.starts_with("\xFE\xFF");
+    const bool zerosBehind = !zeroAt(0) && zeroAt(1) && !zeroAt(2) && zeroAt(3);
+    const bool zerosAhead = zeroAt(0) && !zeroAt(1) && zeroAt(2) && content.size() > 3 && !zeroAt(3);
+    return marked || zerosBehind || zerosAhead ? "UTF-16" : "";
+}
+
 void AppendUtf8(std::string& text, char32_t codePoint) {
     Invariant(codePoint <= highestCodePoint && !IsSurrogate(codePoint), "a code point can be encoded");
     const auto append = [&text](char32_t bits) {

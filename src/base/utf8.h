@@ -21,6 +21,10 @@ struct Utf8Character {
 /// The character that begins at byte `at`, which lies inside the text.
 Utf8Character Utf8CharacterAt(std::string_view text, std::size_t at);
 
+/// What the content of a text file is that has two bytes for each character: "UTF-16", by its byte order mark
+/// or by the zeros beside its first letters. Blank for any other.
+std::string OtherEncodingOf(std::string_view content);
+
 /// Appends a code point's UTF-8 form. Surrogates and values above 10FFFF are a defect of the caller.
 void AppendUtf8(std::string& text, char32_t codePoint);
 

@@ -1,7 +1,9 @@
 // Text files by way of the files port.
 #include "session/text_files.h"
 
+#include "base/failure.h"
 #include "base/text_lines.h"
+#include "base/utf8.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
 
@@ -19,7 +21,11 @@ std::string HandOverFolder() {
 }
 
 std::vector<std::string> ReadLines(std::string_view path) {
-    return LinesOf(ThePlatform().files->ReadFile(path));
+    const std::string content = ThePlatform().files->ReadFile(path);
+    if (const std::string found = OtherEncodingOf(content); !found.empty())
+        throw Failure(invalidFileFormat, std::string(ownSource),
+                      "Invalid file format: expected text in UTF-8, found " + found, std::string(path));
+    return LinesOf(content);
 }
 
 }  // namespace brenvik

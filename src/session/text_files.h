@@ -7,6 +7,9 @@
 
 namespace brenvik {
 
+/// The number of the failure of a file that isn't text of the expected form.
+inline constexpr long invalidFileFormat = 321;
+
 /// The folder of the installed system with a backslash at its end: where the delivered files lie.
 std::string ApplicationFolder();
 
@@ -14,7 +17,7 @@ std::string ApplicationFolder();
 /// this program's own while another program is at work in that one. With a backslash at its end.
 std::string HandOverFolder();
 
-/// The lines of a file by way of the files port; fails as that does.
+/// The lines of a file by way of the files port; fails as that does, and with 321 for a file in UTF-16.
 std::vector<std::string> ReadLines(std::string_view path);
 
 }  // namespace brenvik

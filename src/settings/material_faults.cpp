@@ -24,6 +24,10 @@ constexpr double NoBit = 1000;
 /// A layer of this name could not be made in any host.
 constexpr std::string_view NotInLayerNames = "<>/\\\":;?*|,=`";
 
+/// Behind these a receiver begins the next field of the name: a tool "2_D5" would be taken for the tool 2 and
+/// the diameter 5.
+constexpr std::string_view BetweenFields = "_$. ";
+
 struct Complaint {
     std::string expected;
     bool unusable = false;
@@ -32,14 +36,15 @@ struct Complaint {
 const Complaint None;
 
 Complaint GrainComplaint(std::string_view text) {
-    const auto fits = [&] {
-        if (!IsNumeric(text)) return false;
-        const double number = StrictNumber(text);
-        return number == RoundHalfEven(number, 0) && number >= std::numeric_limits<std::int32_t>::min() &&
-               number <= std::numeric_limits<std::int32_t>::max();
-    };
-    return fits() ? None
-                  : Complaint{"a whole number, 0 for a board without grain and 1 for one with it", true};
+    constexpr std::string_view expected = "0 for a board without grain and 1 for one with it";
+    if (!IsNumeric(text)) return {std::string(expected), true};
+    const double number = StrictNumber(text);
+    if (number == 0 || number == 1) return None;
+    // Any other number goes into the lists as it stands, and a fraction or a longer one can't.
+    const bool isWhole = number == RoundHalfEven(number, 0) &&
+                         number >= std::numeric_limits<std::int32_t>::min() &&
+                         number <= std::numeric_limits<std::int32_t>::max();
+    return {std::string(expected), !isWhole};
 }
 
 Complaint DirectionComplaint(std::string_view text) {
@@ -59,8 +64,10 @@ Complaint NumberComplaint(std::string_view text, bool isFirst) {
     if (!isFirst && IsNumeric(text) && StrictNumber(text) == 0)
         return {"the number of a tool, or 0 for an empty slot", true};
     // The host refuses the layer, and the part, when it comes to it.
-    if (text.find_first_of(NotInLayerNames) == std::string_view::npos) return None;
-    return {"a text that a layer's name can hold", false};
+    if (text.find_first_of(NotInLayerNames) != std::string_view::npos)
+        return {"a text that a layer's name can hold", false};
+    if (text.find_first_of(BetweenFields) == std::string_view::npos) return None;
+    return {"a number, or a name without blanks, points and any of _ and $", false};
 }
 
 Complaint DiameterComplaint(std::string_view text, bool slotIsNumbered) {
@@ -101,6 +108,24 @@ Complaint ComplaintOf(const MaterialTexts& texts, std::size_t field) {
 }
 
 }  // namespace
+
+std::vector<MaterialFault> PointsInSpeeds(const MaterialTexts& texts, std::size_t head) {
+    std::vector<MaterialFault> faults;
+    for (std::size_t field = FirstTool; field < MaterialFieldCount; ++field) {
+        const std::size_t slot = (field - FirstTool) / FieldsOfATool;
+        const auto kind = static_cast<SlotField>((field - FirstTool) % FieldsOfATool);
+        const bool isEmptySlot = slot != 0 && Trim(texts[FirstTool + slot * FieldsOfATool]) == "0";
+        if (isEmptySlot || kind == Number || kind == Diameter || !IsNumeric(texts[field])) continue;
+        if (texts[field].find_first_not_of("0123456789") == std::string::npos) continue;
+        faults.push_back(
+            {head + field,
+             DropRight(MaterialFileKeys()[field], 1) + " of the material " + InQuotes(texts.front()) +
+                 " is " + InQuotes(texts[field]) +
+                 ", expected a number in digits alone: this target has it in the names of layers",
+             false});
+    }
+    return faults;
+}
 
 std::vector<MaterialFault> FaultsOfRecord(std::span<const std::string> lines, const MaterialTexts& texts,
                                           std::size_t head) {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "settings/materials.h"
@@ -16,5 +17,12 @@ namespace brenvik {
 /// empty, and nothing is expected in it.
 std::vector<MaterialFault> FaultsOfRecord(std::span<const std::string> lines, const MaterialTexts& texts,
                                           std::size_t head);
+
+/// The speeds and feeds of a record that have a point or an exponent. For a target that has them in the names
+/// of its layers that is a fault: there is no decimal point in these.
+std::vector<MaterialFault> PointsInSpeeds(const MaterialTexts& texts, std::size_t head);
+
+/// The same of the material that FindMaterial gives for this key. Fails as reading does.
+std::vector<MaterialFault> PointsInSpeedsOf(std::string_view key);
 
 }  // namespace brenvik

@@ -52,8 +52,6 @@ static_assert(FirstTool + FieldsOfATool * MaterialToolCount == MaterialFieldCoun
 /// A record begins with a line of this start; what stands behind it, usually "=", is not looked at.
 constexpr std::string_view Head = "material";
 
-constexpr long InvalidFileFormat = 321;
-
 /// The characters of the bytes 80 to 9F in the Western Windows code page; 0 where it has none.
 constexpr std::array<char32_t, 32> WesternPunctuation{
     0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
@@ -138,9 +136,11 @@ MaterialFault StandsAgain(std::string_view name, std::size_t first, std::size_t 
 
 std::string ReadPlainText(const std::string& path) {
     std::string content = ThePlatform().files->ReadFile(path);
-    if (content.find('\0') != std::string::npos)
-        throw Failure(InvalidFileFormat, std::string(ownSource), "Invalid file format",
-                      path + ": expected plain text in UTF-8 or the Western code page");
+    if (const std::string found = OtherEncodingOf(content);
+        !found.empty() || content.find('\0') != std::string::npos)
+        throw Failure(invalidFileFormat, std::string(ownSource), "Invalid file format",
+                      path + ": expected plain text in UTF-8 or the Western code page" +
+                          (found.empty() ? "" : ", found " + found));
     return AsUtf8(content);
 }
 
@@ -263,6 +263,13 @@ std::vector<MaterialFault> FaultsOfMaterial(std::string_view key) {
         FaultsOfRecord(std::span(lines).subspan(head, MaterialFieldCount), texts, head + 1);
     if (heads.size() > 1) faults.push_back(StandsAgain(texts[Name], heads.front() + 1, head + 1));
     return faults;
+}
+
+std::vector<MaterialFault> PointsInSpeedsOf(std::string_view key) {
+    const std::vector<std::string> lines = LinesOf(ReadPlainText(MaterialsPath()));
+    const std::vector<std::size_t> heads = HeadsOf(lines, key);
+    if (heads.empty()) return {};
+    return PointsInSpeeds(TextsAt(lines, heads.back(), MaterialFieldCount), heads.back() + 1);
 }
 
 std::string MaterialFaultText(const MaterialFault& fault) {

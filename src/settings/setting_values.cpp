@@ -19,6 +19,10 @@ namespace {
 constexpr double NoLimit = std::numeric_limits<double>::infinity();
 /// Counts and quantities are read as whole numbers of 32 bits.
 constexpr double MostParts = std::numeric_limits<std::int32_t>::max();
+/// No job has more of a part, as its quantity may have.
+constexpr double MostTimes = 1e6;
+/// No spoil board is thicker, in millimetres or in inches.
+constexpr double MostSpoil = 100;
 
 /// Of a number or a choice.
 struct Limits {
@@ -31,13 +35,14 @@ struct Limits {
 };
 
 // A circle's size, a surface and a width can't be less than nothing. A spoil amount can: it leaves a skin
-// that holds the part on the sheet. A window may stand on a second screen to the left.
+// that holds the part on the sheet. A run that makes each part no times was meant for none of them. A window
+// may stand on a second screen to the left.
 constexpr auto NumberLimits = std::to_array<Limits>({
     {"ExportScaleSetting", 1, 4, true, false},
     {"CircleSize", 0, NoLimit, false, false},
-    {"BiesseWorksSpoil", -NoLimit, NoLimit, false, false},
-    {"CNCMultiplier", 0, MostParts, true, false},
-    {"DrillSpoilAmount", -NoLimit, NoLimit, false, false},
+    {"BiesseWorksSpoil", -MostSpoil, MostSpoil, false, false},
+    {"CNCMultiplier", 1, MostTimes, true, false},
+    {"DrillSpoilAmount", -MostSpoil, MostSpoil, false, false},
     {"BWPriority", 0, NoLimit, false, false},
     {"DialogWidth", 0, NoLimit, false, true},
     {"DialogHeight", 0, NoLimit, false, true},

@@ -261,8 +261,8 @@ TEST_F(Settings, RefuseAValueThatTheyCannotHaveAndTellWhatTheyCan) {
                                               {"ExportScaleSetting", "5", "a whole number from 1 to 4"},
                                               {"CircleSize", "35 mm", "a number, 0 or more"},
                                               {"BiesseWorksSpoil", "a bit", "a number"},
-                                              {"CNCMultiplier", "1.5", "a whole number, 0 or more"},
-                                              {"CNCMultiplier", "", "a whole number, 0 or more"},
+                                              {"CNCMultiplier", "1.5", "a whole number from 1 to 1000000"},
+                                              {"CNCMultiplier", "", "a whole number from 1 to 1000000"},
                                               {"QUANTITY_WIDTH", "wide", "a number, 0 or more"},
                                               {"CSV_SAVE\\CSV_REDUCE", "2", "0 or 1"}};
     Run({"init"});

@@ -7,6 +7,7 @@
 #include "cnc/part/run_report.h"
 #include "cnc/part/told.h"
 #include "session/message.h"
+#include "settings/material_faults.h"
 #include "settings/materials.h"
 
 namespace brenvik {
@@ -23,6 +24,26 @@ void RefuseUnusable(std::string_view key) {
     }
 }
 
+bool HasSpeedsInNames(Target target) {
+    switch (target) {
+        case Target::C2C:
+        case Target::ATP:
+        case Target::Enroute:
+        case Target::ABC:
+        case Target::RCIM:
+        case Target::BW:
+            return true;
+        case Target::ROV:
+        case Target::CNI:
+        case Target::ASP:
+        case Target::WOP4:
+        case Target::WOP5:
+        case Target::THERM:
+            return false;
+    }
+    return false;
+}
+
 }  // namespace
 
 bool TakeMaterial(const RunState& run, MaterialRecord& record) {
@@ -32,6 +53,9 @@ bool TakeMaterial(const RunState& run, MaterialRecord& record) {
         return false;
     }
     RefuseUnusable(run.MaterialKeyText);
+    if (HasSpeedsInNames(run.target))
+        for (const MaterialFault& fault : PointsInSpeedsOf(run.MaterialKeyText))
+            NoteOnce(detail::ReportOfRun().doubtfulMaterials, MaterialFaultText(fault));
     return true;
 }
 

@@ -17,6 +17,7 @@
 #include "session/message.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
+#include "session/text_files.h"
 #include "settings/settings_store.h"
 
 namespace brenvik {
@@ -100,7 +101,6 @@ void CleanUp(RunState& run, const PartFile& file) {
 /// What goes wrong with files goes wrong with the next part too. A record that breaks off is the matter of
 /// the one part whose material it is; a library that is no text at all is that of every part.
 bool IsOfFiles(const Failure& failure) {
-    constexpr long invalidFileFormat = 321;
     const long number = failure.number();
     if (number == failure_number::inputPastEnd) return false;
     return number == invalidFileFormat || IsOfFileSystem(failure);

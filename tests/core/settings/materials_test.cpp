@@ -156,7 +156,8 @@ TEST_F(Materials, InSixteenBitCharactersAreRefused) {
         const Failure failure = FailureOf(read);
         EXPECT_EQ(failure.number(), 321);
         EXPECT_EQ(failure.detail(),
-                  "C:\\Brenvik\\materials.txt: expected plain text in UTF-8 or the Western code page");
+                  "C:\\Brenvik\\materials.txt: expected plain text in UTF-8 or the Western code page, found "
+                  "UTF-16");
     }
 }
 
