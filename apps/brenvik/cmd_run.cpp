@@ -6,6 +6,7 @@
 
 #include "cnc/proof/run_proof.h"
 #include "command_line.h"
+#include "drafting_host/document/drawing_files.h"
 #include "drawing_io.h"
 #include "file_roots/places.h"
 #include "given_material.h"
@@ -37,6 +38,10 @@ std::vector<JournalStep> ReadJournal(const std::string& name) {
     std::ifstream file(PathFromText(name), std::ios::binary);
     std::ostringstream content;
     if (file) content << file.rdbuf();
+    // An empty file sets the failure bit of the target, which is no fault of the source.
+    const bool isEmpty = file && !file.bad() && content.str().empty();
+    if (isEmpty)
+        throw CommandError(ExitStatus::Unreadable, name + ": expected a journal, found an empty file");
     if (!file || content.fail())
         throw CommandError(ExitStatus::Unreadable,
                            name + ": expected a journal, found no file that can be read");
@@ -52,6 +57,26 @@ HostDocument& PresentDrawing(Workplace& workplace) {
     HostDocument* document = workplace.host.Active();
     if (document == nullptr) throw CommandError(ExitStatus::Incomplete, "no drawing is open any more");
     return *document;
+}
+
+/// By the ending, as a conversion does. A STEP or SAT file is a copy for others: the drawing keeps its name,
+/// since it is more than what stands there.
+std::string SaveByEnding(const std::string& name, const RunOptions& options, Workplace& workplace,
+                         std::ostream& transcript, Teller& teller) {
+    if (!IsWritableFormat(name)) return std::string(WritableEndings);
+    HostDocument& document = PresentDrawing(workplace);
+    if (IsDxfName(name)) {
+        document.SaveAs(name, SaveAsKind::Dxf2000);
+        return {};
+    }
+    for (const std::string& loss : SaveDrawing(document, workplace.host.Resolve(name))) {
+        transcript << name << ": " << loss << '\n';
+        teller.MarkIncomplete();
+    }
+    DrawingOptions saved = options.drawing;
+    saved.save = name;
+    TellSheetsLeftOut(document, saved, teller);
+    return {};
 }
 
 JournalWorld WorldOf(Workplace& workplace, std::ostream& transcript) {
@@ -78,6 +103,9 @@ void Play(const RunOptions& options, std::vector<JournalStep> steps, Workplace& 
     HostRefusals refusals(workplace.host, workplace.typedCommands);
     JournalWorld world = WorldOf(workplace, transcript.Stream());
     world.takeRefusal = [&refusals] { return refusals.TakeOldest(); };
+    world.save = [&](const std::string& name) {
+        return SaveByEnding(name, options, workplace, transcript.Stream(), teller);
+    };
     JournalPlayer player(std::move(steps), dialogs, std::move(world));
     refusals.presentLine = [&player] { return player.PresentLine(); };
     try {
@@ -87,6 +115,7 @@ void Play(const RunOptions& options, std::vector<JournalStep> steps, Workplace& 
         throw CommandError(ExitStatus::Incomplete, options.journal + ": " + failure.what());
     }
     refusals.TellOverlooked(options.journal, teller);
+    if (player.LooseEnds() > 0) teller.MarkIncomplete();
     HostDocument& document = PresentDrawing(workplace);
     if (workplace.typedCommands.Line().Busy(document))
         teller.Loss(options.journal + ": the journal ended while the host's command line asked: " +
@@ -132,6 +161,7 @@ ExitStatus Run(const std::string& home, const RunOptions& options) {
     TellOverlooked(options.journal, dialogs, teller);
     TellNotesSince(notes, document, options.drawing.drawing, teller);
     const PartTroubleLines troubles = TakePartTroubleLines();
+    for (const std::string& line : troubles.remarks) transcript.Stream() << line << '\n';
     for (const std::string& line : troubles.lines) transcript.Stream() << line << '\n';
     if (!troubles.allToldInBoxes) teller.MarkIncomplete();
     for (const std::string& line : TakeDroppedPartLines().lines) transcript.Stream() << line << '\n';

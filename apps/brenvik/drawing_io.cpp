@@ -21,6 +21,10 @@ namespace {
 
 constexpr std::array<std::string_view, 5> writableExtensions{".dxf", ".dwg", ".step", ".stp", ".sat"};
 
+std::string ExtensionOf(const std::string& name) {
+    return FoldLower(TextFromPath(PathFromText(name).extension()));
+}
+
 std::string AtLine(const std::string& file, std::size_t line) {
     return line == 0 ? file + ": " : file + ":" + std::to_string(line) + ": ";
 }
@@ -156,18 +160,22 @@ void TellNotesSince(std::size_t known, const HostDocument& document, const std::
     TellNotes(drawing, notes.subspan(std::min(known, notes.size())), teller);
 }
 
+bool IsWritableFormat(const std::string& name) {
+    return std::ranges::find(writableExtensions, ExtensionOf(name)) != writableExtensions.end();
+}
+
+bool IsDxfName(const std::string& name) {
+    const std::string extension = ExtensionOf(name);
+    return extension == ".dxf" || extension == ".dwg";
+}
+
 void RequireWritableFormat(const std::string& name) {
-    const std::string extension = TextFromPath(PathFromText(name).extension());
-    if (std::any_of(writableExtensions.begin(), writableExtensions.end(),
-                    [&](std::string_view known) { return EqualsIgnoreCase(known, extension); }))
-        return;
-    throw CommandError(ExitStatus::WrongWords,
-                       name + ": expected a name that ends in .dxf, .dwg, .step, .stp or .sat");
+    if (!IsWritableFormat(name))
+        throw CommandError(ExitStatus::WrongWords, name + ": expected " + std::string(WritableEndings));
 }
 
 void TellSheetsLeftOut(const HostDocument& document, const DrawingOptions& options, Teller& teller) {
-    const std::string extension = FoldLower(TextFromPath(PathFromText(options.save).extension()));
-    if (extension != ".dxf" && extension != ".dwg") TellSheets(document, options, teller);
+    if (!IsDxfName(options.save)) TellSheets(document, options, teller);
 }
 
 void SaveOutput(HostDocument& document, const std::string& name, Teller& teller) {

@@ -3,6 +3,7 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "command_line.h"
@@ -28,6 +29,13 @@ void SaveOutput(HostDocument& document, const std::string& name, Teller& teller)
 /// Tells what savings by the object model left out: the document's notes behind the first `known`.
 void TellNotesSince(std::size_t known, const HostDocument& document, const std::string& drawing,
                     Teller& teller);
+
+/// What was expected of a name that no writer goes with.
+inline constexpr std::string_view WritableEndings = "a name that ends in .dxf, .dwg, .step, .stp or .sat";
+
+/// Whether a writer goes with the name's extension, and whether it is that of DXF text.
+bool IsWritableFormat(const std::string& name);
+bool IsDxfName(const std::string& name);
 
 /// Fails for an extension that SaveOutput would refuse, so that a command can tell before its work.
 void RequireWritableFormat(const std::string& name);

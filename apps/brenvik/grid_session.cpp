@@ -82,16 +82,19 @@ PartTroubleLines TakePartTroubleLines() {
     PartTroubleLines told;
     for (const PartTrouble& trouble : TakePartTroubles()) {
         const bool aboutAPart = !trouble.handle.empty() || !trouble.name.empty();
-        told.lines.push_back(OnOneLine(
-            (aboutAPart ? "the part " + PartLabel(trouble.handle, trouble.name) + ": " : std::string()) +
-            trouble.text));
-        told.allToldInBoxes = told.allToldInBoxes && trouble.toldInABox;
+        (trouble.isRemark ? told.remarks : told.lines)
+            .push_back(OnOneLine(
+                (aboutAPart ? "the part " + PartLabel(trouble.handle, trouble.name) + ": " : std::string()) +
+                trouble.text));
+        told.allToldInBoxes = told.allToldInBoxes && (trouble.toldInABox || trouble.isRemark);
     }
     return told;
 }
 
 void TellPartTroubles(Teller& teller) {
-    for (const std::string& line : TakePartTroubleLines().lines) teller.Loss(line);
+    const PartTroubleLines troubles = TakePartTroubleLines();
+    for (const std::string& line : troubles.remarks) teller.Tell(line);
+    for (const std::string& line : troubles.lines) teller.Loss(line);
 }
 
 std::size_t TellDroppedParts(Teller& teller) {

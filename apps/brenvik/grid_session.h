@@ -41,13 +41,15 @@ DroppedPartLines TakeDroppedPartLines();
 /// What exports of lists have met without a message box, each told as a loss through `line`, or through the
 /// teller.
 void TellExportTroubles(Teller& teller, const std::function<void(const std::string&)>& line = {});
-/// A line for what lists and runs have taken from parts though it can't be right, since the last call.
+/// A line for what lists and runs have taken from parts though it can't be right, since the last call, and
+/// one for each default that they have taken.
 struct PartTroubleLines {
-    std::vector<std::string> lines;
+    std::vector<std::string> lines, remarks;
+    /// Of the lines.
     bool allToldInBoxes = true;
 };
 PartTroubleLines TakePartTroubleLines();
-/// Tells them as losses.
+/// Tells the remarks, and the lines as losses.
 void TellPartTroubles(Teller& teller);
 
 /// Tells them as losses. Returns how many parts there were.

@@ -35,14 +35,16 @@ void Teller::Progress(const std::string& step) {
 }
 
 void Teller::Remark(const std::string& text) {
-    if (quiet) return;
+    if (!quiet) Tell(text);
+}
+
+void Teller::Tell(const std::string& text) {
     Wipe();
     std::cerr << text << '\n';
 }
 
 void Teller::Loss(const std::string& text) {
-    Wipe();
-    std::cerr << text << '\n';
+    Tell(text);
     lost = true;
 }
 

@@ -19,6 +19,8 @@ class Teller {
     void Progress(const std::string& step);
     /// Something that the user may want to know.
     void Remark(const std::string& text);
+    /// Something that the user has to know, told in any case, though nothing has failed.
+    void Tell(const std::string& text);
     /// Something was skipped or failed: told in any case, and the command ends incomplete.
     void Loss(const std::string& text);
 

@@ -211,23 +211,6 @@ std::vector<JournalStep> ParseJournal(std::string_view text, const std::string& 
     return steps;
 }
 
-std::string QuoteJournalWord(std::string_view word) {
-    const bool plain = !word.empty() && word.find_first_of(" \t\r\n\"#") == std::string_view::npos;
-    if (plain) return std::string(word);
-    std::string quoted = "\"";
-    for (const char character : word) {
-        if (character == '"' || character == '\\')
-            quoted += {'\\', character};
-        else if (character == '\r')
-            quoted += "\\r";
-        else if (character == '\n')
-            quoted += "\\n";
-        else
-            quoted += character;
-    }
-    return quoted + "\"";
-}
-
 bool ParseJournalPoint(std::string_view text, double (&coordinates)[3]) {
     const std::vector<std::string> pieces = Split(text, ',');
     if (pieces.size() < 2 || pieces.size() > 3) return false;

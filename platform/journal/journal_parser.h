@@ -31,9 +31,6 @@ class JournalSyntaxError : public std::runtime_error {
 /// character told. Throws JournalSyntaxError.
 std::vector<JournalStep> ParseJournal(std::string_view text, const std::string& file);
 
-/// A word as a journal writes it: in quotes when it needs them.
-std::string QuoteJournalWord(std::string_view word);
-
 /// "X,Y" or "X,Y,Z" as three numbers; false for anything else.
 bool ParseJournalPoint(std::string_view text, double (&coordinates)[3]);
 

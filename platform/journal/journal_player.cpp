@@ -52,7 +52,7 @@ void JournalPlayer::PlayForm(Form& form) {
             PlayNext();
             continue;
         }
-        *world.transcript << "the journal ended while " << form.Name() << " was open; closing it\n";
+        TellLooseEnd("the journal ended while " + form.Name() + " was open; closing it");
         if (!form.RequestClose()) form.Unload();
     }
 }
@@ -153,7 +153,8 @@ void JournalPlayer::DoOnHost(const JournalStep& step) {
     } else if (step.kind == StepKind::HostText) {
         document.SendCommand(step.arguments[0]);
     } else if (step.kind == StepKind::Save) {
-        document.SaveAs(step.arguments[0], SaveAsKind::Dxf2000);
+        if (const std::string expected = world.save(step.arguments[0]); !expected.empty())
+            FailStep(step, expected, Quoted(step.arguments[0]));
     } else if (!world.callCommand(step.arguments[0])) {
         FailStep(step, "a command", Quoted(step.arguments[0]));
     }
@@ -200,10 +201,15 @@ Form& JournalPlayer::TopForm(const JournalStep& step) const {
     return *openForms.back();
 }
 
-void JournalPlayer::TellUntakenAnswers() const {
+void JournalPlayer::TellUntakenAnswers() {
     for (const QueuedAnswer& answer : dialogs.Untaken())
-        *world.transcript << "line " << answer.line << ": the answer "
-                          << Quoted(answer.text.value_or("cancel")) << " was not asked for\n";
+        TellLooseEnd("line " + std::to_string(answer.line) + ": the answer " +
+                     Quoted(answer.text.value_or("cancel")) + " was not asked for");
+}
+
+void JournalPlayer::TellLooseEnd(const std::string& text) {
+    ++looseEnds;
+    *world.transcript << text << '\n';
 }
 
 }  // namespace brenvik

@@ -30,6 +30,9 @@ struct JournalWorld {
     std::function<void(const std::vector<std::string>& handles)> select;
     /// Calls the public method of this name; false when there is none.
     std::function<bool(std::string_view method)> callCommand;
+    /// Saves the drawing under this name, and gives back what was expected of one that no writer goes with;
+    /// blank where it is saved. Throws Failure where it can't be.
+    std::function<std::string(const std::string& name)> save;
     /// The oldest line with which the host's command line has refused something and that no step has looked
     /// at.
     std::function<std::optional<std::string>()> takeRefusal = [] { return std::nullopt; };
@@ -48,6 +51,9 @@ class JournalPlayer {
     /// Plays all steps. Throws JournalFailure at the first step that can't be done or doesn't hold; a Failure
     /// that a step lets through becomes one.
     void Play();
+    /// How many answers nobody has asked for, and forms that the end of the journal had to close: a journal
+    /// that did what was meant has none. The transcript tells of each.
+    int LooseEnds() const { return looseEnds; }
     /// Loads the form if need be and plays steps on it until it is unloaded. When the journal ends first,
     /// the form is asked to close, unloaded if it refuses, and the transcript says so.
     void PlayForm(Form& form);
@@ -63,10 +69,12 @@ class JournalPlayer {
     void DoRefusalCheck(const JournalStep& step) const;
     void DoFormCheck(const JournalStep& step) const;
     Form& TopForm(const JournalStep& step) const;
-    void TellUntakenAnswers() const;
+    void TellUntakenAnswers();
+    void TellLooseEnd(const std::string& text);
 
     std::vector<JournalStep> steps;
     std::size_t next = 0;
+    int looseEnds = 0;
     JournalDialogs& dialogs;
     JournalWorld world;
     std::vector<Form*> openForms;

@@ -1,11 +1,14 @@
 // Checks and prints of settings, session values, the drawing and files.
+#include <algorithm>
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "base/invariant.h"
 #include "base/letter_case.h"
 #include "base/numbers.h"
+#include "base/skip.h"
 #include "base/text.h"
 #include "journal/journal_checks.h"
 #include "journal/journal_lookup.h"
@@ -14,24 +17,30 @@
 #include "session/ports/files_port.h"
 #include "session/ports/host_interface.h"
 #include "session/ports/settings_port.h"
+#include "settings/setting_values.h"
+#include "settings/settings_keys.h"
 
 namespace brenvik {
 
 namespace {
 
-constexpr std::string_view settingsPath = "SOFTWARE\\Orvane, Inc.\\Brenvik04";
-
 void RequireText(const JournalStep& step, const std::string& expected, const std::string& found) {
     if (found != expected) FailStep(step, Quoted(expected), Quoted(found));
 }
 
-/// A value below the system's own key, or below one of its subkeys: "CSV_SAVE\CVS_EXPORT_PATH".
+/// A value below the system's own key, or below one of its subkeys: "CSV_SAVE\CVS_EXPORT_PATH". A name that
+/// nobody reads has a blank value for ever, so a check of it would hold by its slip.
 void CheckSetting(const JournalStep& step, const JournalWorld& world) {
-    std::string path(settingsPath), name = step.arguments[0];
+    std::string path(SettingsKeyPath), name = step.arguments[0], subkey;
     if (const std::size_t cut = name.rfind('\\'); cut != std::string::npos) {
-        path += "\\" + name.substr(0, cut);
+        subkey = name.substr(0, cut);
+        path += "\\" + subkey;
         name.erase(0, cut + 1);
     }
+    const std::optional<std::string_view> known = SubkeyOfSetting(name);
+    if (!known) FailStep(step, "the name of a setting", Quoted(step.arguments[0]));
+    if (!EqualsIgnoreCase(*known, subkey))
+        FailStep(step, known->empty() ? name : std::string(*known) + "\\" + name, Quoted(step.arguments[0]));
     RequireText(step, step.arguments[1], world.settings->GetSetting(SettingsRoot::LocalMachine, path, name));
 }
 
@@ -59,13 +68,26 @@ std::optional<std::string> PartDataText(const AcadObject& object, std::string_vi
     return text ? std::optional(*text) : std::nullopt;
 }
 
+/// Data of other programs are found by their names only where they stand.
 void CheckData(const JournalStep& step, const JournalWorld& world) {
     const AcadObject& object = FindObject(step, world, step.arguments[0]);
-    RequireText(step, step.arguments[2], PartDataText(object, step.arguments[1]).value_or(""));
+    const std::string& key = step.arguments[1];
+    const std::optional<std::string> text = PartDataText(object, key);
+    const std::vector<std::string> keys = Split(PartDataKeyList, ',');
+    if (!text && std::ranges::none_of(keys, [&](const std::string& k) { return EqualsIgnoreCase(k, key); }))
+        FailStep(step, "one of the keys " + Join(keys, ", "), Quoted(key));
+    RequireText(step, step.arguments[2], text.value_or(""));
+}
+
+void RequireLayer(const JournalStep& step, AcadDocument& document, const std::string& name) {
+    AcadLayer* layer = nullptr;
+    Skip([&] { layer = document.Layers().Item(name); });
+    if (layer == nullptr) FailStep(step, "a layer of the drawing", Quoted(name));
 }
 
 void CheckEntityCount(const JournalStep& step, const JournalWorld& world) {
     int found = 0;
+    RequireLayer(step, *world.host->ActiveDocument(), step.arguments[0]);
     world.host->ActiveDocument()->ModelSpace().ForEach([&](const AcadEntity& entity) {
         found += EqualsIgnoreCase(entity.Layer(), step.arguments[0]) ? 1 : 0;
     });

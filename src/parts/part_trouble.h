@@ -13,6 +13,8 @@ struct PartTrouble {
     std::string text;
     /// A box has told of it, though not of which part.
     bool toldInABox = false;
+    /// Nothing has failed by it: a default was taken, as the rules say, and somebody has to know.
+    bool isRemark = false;
 };
 
 /// What came up since the last call, in its order, each once.

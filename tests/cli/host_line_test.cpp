@@ -1,17 +1,11 @@
 // Journals that type on the host's command line: what is told of it, and where it is written down.
-#include "program.h"
+#include "played_journal.h"
 
 namespace brenvik::cli_test {
 namespace {
 
-class HostLine : public ProgramTest {
+class HostLine : public PlayedJournal {
   protected:
-    Outcome Play(const std::string& text, const std::vector<std::string>& more = {}) const {
-        Write("a.journal", text);
-        std::vector<std::string> words{"run", ShippedSample().string(), "--journal", "a.journal"};
-        words.insert(words.end(), more.begin(), more.end());
-        return Run(words);
-    }
     /// How a refusal is told at the end.
     static std::string refused(const std::string& line, const std::string& text) {
         return "a.journal: line " + line + ": the host's command line refused: " + text + "\n";

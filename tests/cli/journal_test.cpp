@@ -4,7 +4,7 @@
 #include <map>
 
 #include "checkout_paths.h"
-#include "program.h"
+#include "played_journal.h"
 
 namespace brenvik::cli_test {
 namespace {
@@ -49,15 +49,7 @@ INSTANTIATE_TEST_SUITE_P(All, JournalFile, ::testing::ValuesIn(JournalNames()), 
 
 TEST(JournalFiles, AreThere) { EXPECT_GE(JournalNames().size(), 5u); }
 
-class Journal : public ProgramTest {
-  protected:
-    Outcome Play(const std::string& text, const std::vector<std::string>& more = {}) const {
-        Write("a.journal", text);
-        std::vector<std::string> words{"run", ShippedSample().string(), "--journal", "a.journal"};
-        words.insert(words.end(), more.begin(), more.end());
-        return Run(words);
-    }
-};
+class Journal : public PlayedJournal {};
 
 TEST_F(Journal, AFailingCheckEndsItWithStatus1AndTellsFileLineExpectedAndFound) {
     const Outcome outcome = Play("command ShowSettings\nexpect text Text1 \"36\"\nprint Text1\n");
@@ -94,7 +86,7 @@ TEST_F(Journal, PrintsGoToTheOutputAndMessagesToTheTranscript) {
 
 TEST_F(Journal, AFormLeftOpenIsClosedAndTold) {
     const Outcome outcome = Play("command ShowSettings\ntype Text1 77\n");
-    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.errors, "the journal ended while frmSettings was open; closing it\n");
     EXPECT_EQ(Run({"settings", "get", "CircleSize"}).output, "35\n");
 }
@@ -106,10 +98,68 @@ TEST_F(Journal, SavesTheDrawingUnderAName) {
         EXPECT_EQ(Run({"list", name}).output, Run({"list", ShippedSample().string()}).output) << name;
 }
 
-TEST_F(Journal, AnEmptyJournalDoesNothing) {
+TEST_F(Journal, SavesByTheEndingOfTheName) {
+    const Outcome outcome = Play("save one.step\nsave one.sat\nsave two.dxf\n");
+    // What these have no place for is told as a conversion tells it.
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(Read("one.step").rfind("ISO-10303-21", 0), 0u);
+    EXPECT_EQ(Read("one.sat").rfind("400 ", 0), 0u);
+    const Outcome converted = Run({"convert", ShippedSample().string(), "two.step"});
+    EXPECT_EQ(converted.status, 1);
+    EXPECT_EQ(Read("one.step").size(), Read("two.step").size());
+    std::string losses = converted.errors;
+    for (std::size_t at = 0; (at = losses.find("two.step")) != std::string::npos;)
+        losses.replace(at, 3, "one");
+    EXPECT_NE(outcome.errors.find(losses), std::string::npos) << outcome.errors;
+    EXPECT_EQ(Run({"list", "two.dxf"}).output, Run({"list", ShippedSample().string()}).output);
+}
+
+TEST_F(Journal, RefusesToSaveUnderANameThatNoWriterGoesWith) {
+    for (const std::string name : {"one.txt", "one", "/dev/full"}) {
+        const Outcome outcome = Play("save " + name + "\n");
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_EQ(outcome.errors,
+                  "brenvik: a.journal: line 1: save " + name +
+                      ": expected a name that ends in .dxf, .dwg, .step, .stp or .sat, found \"" + name +
+                      "\"\n");
+    }
+    EXPECT_FALSE(Exists("one") || Exists("one.dxf") || Exists("one.txt"));
+}
+
+TEST_F(Journal, AnAnswerThatNobodyAskedForIsToldAndNotDone) {
+    const Outcome outcome = Play("answer yes\nselect 100\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors, "line 1: the answer \"yes\" was not asked for\n");
+}
+
+TEST_F(Journal, ChecksOfNamesThatNobodyKnowsFail) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"expect setting CirclSize \"\"", "expected the name of a setting, found \"CirclSize\"\n"},
+        {"expect data 100 MATERAIL \"\"", "expected one of the keys QUANTITY, PARTNAME, "},
+        {"expect entities CARCAS 0", "expected a layer of the drawing, found \"CARCAS\"\n"}};
+    for (const auto& [step, told] : cases) {
+        const Outcome outcome = Play(step + std::string("\n"));
+        EXPECT_EQ(outcome.status, 1) << step;
+        EXPECT_EQ(outcome.errors.rfind("brenvik: a.journal: line 1: " + std::string(step) + ": " + told, 0),
+                  0u)
+            << outcome.errors;
+    }
+    EXPECT_EQ(Play("expect data 100 material \"White Melamine\"\nexpect data 16F EB1 \"\"\n"
+                   "expect entities carcass 9\n")
+                  .status,
+              0);
+}
+
+TEST_F(Journal, WithoutAStepDoesNothing) {
     const Outcome outcome = Play("# nothing\n");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.output + outcome.errors, "");
+}
+
+TEST_F(Journal, ThatIsAnEmptyFileIsRefusedAsThat) {
+    const Outcome outcome = Play("");
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_EQ(outcome.errors, "brenvik: a.journal: expected a journal, found an empty file\n");
 }
 
 }  // namespace

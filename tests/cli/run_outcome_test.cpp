@@ -1,20 +1,14 @@
 // What a journal's run came to: its exit status, and what it tells of the CNC runs in it.
 #include "checkout_paths.h"
 #include "cnc/run/run_set_up.h"
-#include "program.h"
+#include "played_journal.h"
 
 namespace brenvik::cli_test {
 namespace {
 
-class RunOutcome : public ProgramTest {
+class RunOutcome : public PlayedJournal {
   protected:
-    /// On the sample job: 100 is a board of the library, 170 is the shelf, which has no material yet.
-    Outcome Play(const std::string& text, const std::vector<std::string>& more = {}) const {
-        Write("a.journal", text);
-        std::vector<std::string> words{"run", ShippedSample().string(), "--journal", "a.journal"};
-        words.insert(words.end(), more.begin(), more.end());
-        return Run(words);
-    }
+    // Of the sample job 100 is a board of the library, and 170 is the shelf, which has no material yet.
     static std::string Looks(const std::string& message) { return "expect message \"" + message + "\"\n"; }
 
     const std::string cncOnShelf = "select 170\ncommand BVC2C\n";

@@ -162,16 +162,6 @@ TEST(JournalParser, TellsPlaceExpectedAndFound) {
     for (const ErrorCase& c : cases) EXPECT_EQ(ErrorOf(c.text), c.message) << c.text;
 }
 
-TEST(JournalParser, QuotedWordsReadBackAsTheyWere) {
-    const char* const words[] = {"",        "a",  "a b",         "3/4\"", "\"q\"",  "c:\\x",
-                                 "c:\\a b", "#1", "line\r\nend", "\ttab", "側板 \\"};
-    for (const std::string word : words) {
-        const auto steps = Parse("type t " + QuoteJournalWord(word));
-        ASSERT_EQ(steps.size(), 1u) << word;
-        EXPECT_EQ(steps[0].arguments[1], word);
-    }
-}
-
 TEST(JournalParser, AnyBytesGiveStepsOrAnErrorWithItsPlace) {
     std::mt19937 random(20260101);
     const std::string_view pieces[] = {"press",

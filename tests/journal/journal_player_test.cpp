@@ -96,6 +96,7 @@ class JournalPlayerTest : public ::testing::Test {
         } catch (const JournalFailure& failure) {
             return failure.what();
         }
+        looseEnds = player.LooseEnds();
         return "held";
     }
 
@@ -105,12 +106,14 @@ class JournalPlayerTest : public ::testing::Test {
     NoSettings settings;
     OneFile files;
     bool formFirst = true;
+    int looseEnds = 0;
 };
 
 TEST_F(JournalPlayerTest, PressesButtonsAndToolbarKeys) {
     EXPECT_EQ(Play("press btnOK\npress TBMAIN.sort\nclose"), "held");
     EXPECT_EQ(form.pressed, "[OK][SORT]");
     EXPECT_EQ(transcript.str(), "");
+    EXPECT_EQ(looseEnds, 0);
 }
 
 TEST_F(JournalPlayerTest, TicksAndUnticks) {
@@ -218,6 +221,7 @@ TEST_F(JournalPlayerTest, AJournalThatEndsInAFormClosesItAndSaysSo) {
     EXPECT_EQ(Play("press btnOK"), "held");
     EXPECT_FALSE(form.Loaded());
     EXPECT_EQ(transcript.str(), "the journal ended while frmSample was open; closing it\n");
+    EXPECT_EQ(looseEnds, 1);
 }
 
 TEST_F(JournalPlayerTest, AFormThatRefusesToCloseStaysOpenUntilTheJournalEnds) {
@@ -240,6 +244,7 @@ TEST_F(JournalPlayerTest, AMessageThatAsksNothingTakesNoAnswer) {
     form.button->onClick = [&] { dialogs.Show({"Done", "Info"}); };
     EXPECT_EQ(Play("answer no\npress btnOK\nclose"), "held");
     EXPECT_EQ(transcript.str(), "[Info] Done\nline 1: the answer \"no\" was not asked for\n");
+    EXPECT_EQ(looseEnds, 1);
 }
 
 TEST_F(JournalPlayerTest, AnAnswerThatIsNoButtonFails) {
@@ -297,6 +302,14 @@ TEST_F(JournalPlayerTest, ChecksSettingsAndFiles) {
                    "expect file c:\\list.csv\nexpect no file c:\\other.csv\n"
                    "expect file c:\\list.csv line 2 \"body, text\""),
               "held");
+    EXPECT_EQ(Play("expect setting CirclSize x"),
+              "line 1: expect setting CirclSize x: expected the name of a setting, found \"CirclSize\"");
+    EXPECT_EQ(Play("expect setting CVS_COL_COUNT x"),
+              "line 1: expect setting CVS_COL_COUNT x: expected CSV_SAVE\\CVS_COL_COUNT, found "
+              "\"CVS_COL_COUNT\"");
+    EXPECT_EQ(Play("expect setting ACCESS_SAVE\\CircleSize x"),
+              "line 1: expect setting ACCESS_SAVE\\CircleSize x: expected CircleSize, found "
+              "\"ACCESS_SAVE\\CircleSize\"");
     EXPECT_EQ(Play("expect file c:\\list.csv line 3 x"),
               "line 1: expect file c:\\list.csv line 3 x: expected a line 3, found a file of 2 lines");
     EXPECT_EQ(
