@@ -70,12 +70,20 @@ void AddCommand(CLI::App& parent, const Command& command, CommandLine& line) {
     if (command.run) words.callback([&line, run = command.run] { line.chosen = run; });
 }
 
+/// What a full disk or device has not taken is told, and the command isn't done.
+ExitStatus WithWrittenOutput(ExitStatus status) {
+    std::cout.flush();
+    if (std::cout) return status;
+    std::cerr << "brenvik: standard output can't be written\n";
+    return status == ExitStatus::Done ? ExitStatus::Incomplete : status;
+}
+
 int TellWrongWords(CommandLine& line, const CLI::ParseError& error) {
     std::ostringstream output, errors;
     const int status = line.parser.exit(error, output, errors);
     if (status == 0) {
-        std::cout << output.str() << std::flush;
-        return 0;
+        std::cout << output.str();
+        return static_cast<int>(WithWrittenOutput(ExitStatus::Done));
     }
     const std::vector<std::string> unknown = line.parser.remaining();
     if (line.parser.get_subcommands().empty() && !unknown.empty()) {
@@ -119,7 +127,8 @@ std::string ListOfMethods() {
 int RunCommandLine(int argc, char** argv) {
     CommandLine line;
     line.parser.add_option("--home", line.home, "The install folder (or the variable BRENVIK_HOME)")
-        ->type_name("DIR");
+        ->type_name("DIR")
+        ->check(CLI::Validator(CheckGiven, ""));
     line.parser.set_version_flag("--version", "brenvik " BRENVIK_VERSION);
     line.parser.require_subcommand(1);
     for (const Command& command :
@@ -135,13 +144,7 @@ int RunCommandLine(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return TellWrongWords(line, error);
     }
-    ExitStatus status = RunChosen(line);
-    std::cout.flush();
-    if (!std::cout) {
-        std::cerr << "brenvik: standard output can't be written\n";
-        if (status == ExitStatus::Done) status = ExitStatus::Incomplete;
-    }
-    return static_cast<int>(status);
+    return static_cast<int>(WithWrittenOutput(RunChosen(line)));
 }
 
 }  // namespace brenvik::app

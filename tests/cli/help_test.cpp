@@ -116,6 +116,25 @@ TEST_F(Help, WrongWordsEndWithStatus2) {
     }
 }
 
+TEST_F(Help, ABlankHomeIsRefused) {
+    const Outcome outcome = RunBare("HOME=" + Path("user"), {"--home", "", "settings", "list"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_NE(outcome.errors.find("--home: expected a value, found an empty text"), std::string::npos)
+        << outcome.errors;
+    EXPECT_FALSE(Exists("user"));
+}
+
+TEST_F(Help, ThatADeviceDoesNotTakeIsNotDone) {
+    if (!std::filesystem::exists("/dev/full"))
+        GTEST_SKIP() << "this system has no device that is always full";
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"--help"}, {"list", "--help"}, {"--version"}, {"settings", "list"}}) {
+        const Outcome outcome = RunInto("/dev/full", words);
+        EXPECT_EQ(outcome.status, 1) << words.front();
+        EXPECT_EQ(outcome.errors, "brenvik: standard output can't be written\n");
+    }
+}
+
 TEST_F(Help, CommandsOfOtherBuildsSaySo) {
     for (const char* command : {"desktop"}) {
         const Outcome outcome = Run({command, "a.dxf", "--target", "C2C"});
