@@ -6,9 +6,11 @@
 #include "base/skip.h"
 #include "base/text.h"
 #include "export/export_cells.h"
+#include "export/export_troubles.h"
 #include "export/frm_export.h"
 #include "export/frm_login.h"
 #include "export/record_values.h"
+#include "forms/form_guards.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
 #include "parts/statement_quotes.h"
@@ -42,6 +44,13 @@ std::string ValueForTarget(const AccessMapping& mapping, const Recordset& record
     if (caption == "Thickness")
         return SizeText(NoiseAsZero(number("bv_thickness") + adjustment.thickness), fractions);
     return ValueText(records.Value(mapping.field));
+}
+
+/// What a list with these columns would have in its cells.
+LineMaker CellsOf(std::span<const AccessMapping> mappings, bool fractions) {
+    std::vector<std::string> captions;
+    for (const AccessMapping& mapping : mappings) captions.push_back(mapping.caption);
+    return LineMaker(captions, ColumnSource::Standard, fractions);
 }
 
 std::vector<AccessMapping> MappingsOf(const ListViewControl& view) {
@@ -79,6 +88,9 @@ std::unique_ptr<ExportConnection> ConnectToAccess(std::string_view path, Databas
         if (failure->description() == InvalidPassword) entered = AskForLogin(login);
         if (!entered) {
             ShowDescription(*failure);
+            // Drivers say what is wrong, but not with which file.
+            NoteExportTrouble("the database " + std::string(path) +
+                              " can't be opened: " + failure->description());
             return nullptr;
         }
         login = *entered;
@@ -125,13 +137,15 @@ void RunAccessExport(frmExport& form) {
         const std::string table = form.cboAccessTable.Text();
         const std::vector<AccessMapping> mappings = MappingsOf(form.lvAccessMap);
         const bool fractions = form.chkReduce.Value() == 1;
+        const LineMaker cells = CellsOf(mappings, fractions);
         std::unique_ptr<Recordset> records;
         Skip([&] { mDatabase::OpenRecordset(TheSession().CurrentSQL, records); });
         Skip([&] {
             for (; records != nullptr && !records->Eof(); records->MoveNext()) {
                 ShowAndResume(ShowDescription, [&] {
-                    connection->Execute(InsertStatement(table, mappings, *records,
-                                                        adjustments.rules.For(*records), fractions));
+                    const SizeAdjustment adjustment = adjustments.rules.For(*records);
+                    NoteLostSizes(*records, cells, adjustment);
+                    connection->Execute(InsertStatement(table, mappings, *records, adjustment, fractions));
                 });
             }
         });

@@ -48,14 +48,8 @@ double Amount(std::span<const std::string> section, std::string_view key) {
     return IsNumeric(text) ? StrictNumber(text) : 0;
 }
 
-/// No board is longer than this, in millimetres or in inches.
-constexpr double NoBoard = 100000;
-
-std::string TextOf(const Recordset& records, std::string_view field) {
-    std::string text;
-    Skip([&] { text = ValueText(records.Value(field)); });
-    return text;
-}
+/// No board is longer or thinner than this, in millimetres or in inches.
+constexpr double NoBoard = 100000, NoVeneer = 0.01;
 
 /// Amounts for another drawing, or in other units, are seen by what they leave of a part.
 void NoteOddSize(const Recordset& records, std::string_view field, double amount) {
@@ -63,11 +57,11 @@ void NoteOddSize(const Recordset& records, std::string_view field, double amount
     double size = 0;
     if (!Skip([&] { size = ValueNumber(records.Value(field)); })) return;
     const double sum = size + amount;
-    if (sum > 0 && sum < NoBoard) return;
-    NoteExportTrouble("the part " + TextOf(records, "bv_id") + " \"" + TextOf(records, "bv_partname") +
-                      "\": its " + CaptionForColumn(field) + " " + NumberToText(size) +
-                      " with the adjustment " + NumberToText(amount) + " is " + NumberToText(sum) +
-                      ", expected the size of a board");
+    if (sum >= NoVeneer && sum < NoBoard) return;
+    NoteExportTrouble("the part " + TextIfThere(records, "bv_id") + " \"" +
+                      TextIfThere(records, "bv_partname") + "\": its " + CaptionForColumn(field) + " " +
+                      NumberToText(size) + " with the adjustment " + NumberToText(amount) + " is " +
+                      NumberToText(sum) + ", expected the size of a board");
 }
 
 std::string Comparable(std::string_view text) { return FoldLower(Trim(text)); }

@@ -13,6 +13,7 @@
 #include "export/cnc_group_check.h"
 #include "export/export_cells.h"
 #include "export/frm_export.h"
+#include "forms/form_guards.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
 #include "query/frm_new_sort.h"

@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "export/frm_export.h"
 #include "export/record_values.h"
+#include "forms/form_guards.h"
 #include "grid/column_relation.h"
 #include "parts/grouped_quantities.h"
 #include "parts/mdatabase.h"
@@ -25,13 +26,6 @@ namespace {
 constexpr std::string_view AllColumns =
     "PN,QTY,Part Name,Sub Assembly,Width,Length,Thickness,Material,Notes,User Data1,User "
     "Data2,Price,EB1,EB2,EB3,EB4,Face,Layer,Thickness-Material (Imperial),Thickness-Material (Metric)";
-
-/// Grouped lists have no id, and may have no name.
-std::string TextIfThere(const Recordset& records, std::string_view field) {
-    std::string text;
-    Skip([&] { text = ValueText(records.Value(field)); });
-    return text;
-}
 
 void NoteShiftingCells(const Recordset& records, const LineMaker& maker, const SizeAdjustment& adjustment) {
     for (const LineMaker::ShiftingCell& cell : maker.ShiftingCells(records, adjustment))
@@ -121,6 +115,7 @@ std::string LinesOfRecords(Recordset& records, const LineMaker& maker, const Adj
             const SizeAdjustment adjustment = rules.For(records);
             lines += maker.Line(records, adjustment);
             NoteShiftingCells(records, maker, adjustment);
+            NoteLostSizes(records, maker, adjustment);
             lines += lineEnd;
         }
     });

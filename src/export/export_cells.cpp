@@ -14,6 +14,8 @@
 #include "export/export_troubles.h"
 #include "export/record_values.h"
 #include "grid/column_relation.h"
+#include "parts/part_table.h"
+#include "parts/part_trouble.h"
 
 namespace brenvik {
 
@@ -132,6 +134,26 @@ std::string LineMaker::Line(const Recordset& records, const SizeAdjustment& adju
     return Join(cells, ",");
 }
 
+std::vector<LineMaker::LostSize> LineMaker::LostSizes(const Recordset& records,
+                                                      const SizeAdjustment& adjustment) const {
+    std::vector<LostSize> lost;
+    const auto look = [&](const SizeField& field, bool asFraction) {
+        double size = 0;
+        if (!Skip([&] { size = AdjustedSize(field, records, adjustment); })) return;
+        if (size != 0 && (!asFraction || ClosestThirtySecond(size) != 0)) return;
+        const std::string_view column = FindPartColumn(field.field)->caption;
+        if (std::ranges::find(lost, column, &LostSize::column) == lost.end()) lost.push_back({column, size});
+    };
+    for (const Column& column : columns) {
+        if (column.kind == Kind::Size) look(*FindSize(column.field), fractions);
+        if (column.kind == Kind::ThicknessMaterial)
+            look(SizeFields[2], column.text == ThicknessMaterialImperial);
+        if (column.kind == Kind::JoinedSizes)
+            for (const SizeField& field : SizeFields) look(field, fractions);
+    }
+    return lost;
+}
+
 std::vector<LineMaker::ShiftingCell> LineMaker::ShiftingCells(const Recordset& records,
                                                               const SizeAdjustment& adjustment) const {
     std::vector<ShiftingCell> cells;
@@ -142,6 +164,23 @@ std::vector<LineMaker::ShiftingCell> LineMaker::ShiftingCells(const Recordset& r
             cells.push_back({column.name, std::move(cell)});
     }
     return cells;
+}
+
+void NoteLostSizes(const Recordset& records, const LineMaker& maker, const SizeAdjustment& adjustment) {
+    const std::vector<LineMaker::LostSize> lost = maker.LostSizes(records, adjustment);
+    if (lost.empty()) return;
+    std::vector<std::string> shown;
+    constexpr int shownDecimals = 5;
+    for (const auto& [column, size] : lost)
+        shown.push_back(std::string(column) + " " + NumberToText(RoundHalfEven(size, shownDecimals)));
+    const bool areZero = std::ranges::all_of(lost, [](const auto& each) { return each.size == 0; });
+    const bool lacksLetters = areZero && IsBlank(TextIfThere(records, "bv_lwt"));
+    const std::string expected = lacksLetters ? "letters (ORIE) that name its sizes"
+                                 : areZero    ? "a size above 0"
+                                              : "at least 1/64, or an export without fractions";
+    NotePartTrouble({TextIfThere(records, "bv_id"), TextIfThere(records, "bv_partname"),
+                     "the export has no size for it: " + Join(shown, ", ") + "; expected " + expected, false,
+                     lacksLetters});
 }
 
 }  // namespace brenvik

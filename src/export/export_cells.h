@@ -44,6 +44,13 @@ class LineMaker {
         std::string column, text;
     };
     std::vector<ShiftingCell> ShiftingCells(const Recordset& records, const SizeAdjustment& adjustment) const;
+    /// A size that is 0, or whose fraction is, which has a blank cell.
+    struct LostSize {
+        std::string_view column;
+        double size = 0;
+    };
+    /// Those of this line, each once.
+    std::vector<LostSize> LostSizes(const Recordset& records, const SizeAdjustment& adjustment) const;
     /// The names that stand for no column.
     const std::vector<std::string>& UnknownNames() const { return unknownNames; }
 
@@ -64,5 +71,9 @@ class LineMaker {
     std::vector<std::string> unknownNames;
     bool fractions;
 };
+
+/// Notes a part whose sizes the export loses: a size of nothing is no board, and its cell may be blank.
+/// Without letters it has none, as the list shows and the grid asks ahead of an export, so that is a remark.
+void NoteLostSizes(const Recordset& records, const LineMaker& maker, const SizeAdjustment& adjustment);
 
 }  // namespace brenvik

@@ -11,7 +11,10 @@
 #include "base/text.h"
 #include "export/adjustments.h"
 #include "export/frm_export.h"
+#include "forms/form_guards.h"
 #include "session/module_state.h"
+#include "session/ports/files_port.h"
+#include "session/session.h"
 #include "session/text_files.h"
 
 namespace brenvik {
@@ -22,17 +25,6 @@ namespace {
     throw Failure(failure_number::invalidCall, std::string(ownSource),
                   std::string(option) + ": " + complaint);
 }
-
-class UnloadAtEnd {
-  public:
-    explicit UnloadAtEnd(Form& openForm) : form(openForm) {}
-    ~UnloadAtEnd() { form.Unload(); }
-    UnloadAtEnd(const UnloadAtEnd&) = delete;
-    UnloadAtEnd& operator=(const UnloadAtEnd&) = delete;
-
-  private:
-    Form& form;
-};
 
 /// The names for a message. A damaged file can have thousands, which would bury what the message says.
 std::string NamesOf(std::span<const ExportProfile> profiles) {
@@ -52,6 +44,8 @@ void ChooseProfileOf(frmExport& form, const std::string& wanted) {
     };
     const auto found = std::ranges::find_if(profiles, isWanted);
     const std::string file = ApplicationFolder() + std::string(CsvProfileFile);
+    // The dialog passes over a file that can't be read; who has named a profile of it is told.
+    if (profiles.empty() && ThePlatform().files->FileExists(file)) ReadLines(file);
     if (std::ranges::count_if(profiles, isWanted) > 1)
         Refuse("profile", "several profiles of " + file + " are called \"" + wanted +
                               "\" in capital or small letters; write it as it stands there");

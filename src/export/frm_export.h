@@ -122,18 +122,6 @@ class frmExport : public Form {
     bool resizing = false;
 };
 
-/// The hourglass on a form for as long as something is under way.
-class HourglassShown {
-  public:
-    explicit HourglassShown(Form& busyForm) : form(busyForm) { form.mousePointer = MousePointer::Hourglass; }
-    ~HourglassShown() { form.mousePointer = MousePointer::Normal; }
-    HourglassShown(const HourglassShown&) = delete;
-    HourglassShown& operator=(const HourglassShown&) = delete;
-
-  private:
-    Form& form;
-};
-
 /// The dialog as the grid opens it: modal, and the grid form unloads itself when a CNC target was chosen in
 /// it.
 void ShowExportDialog(frmMain& form);

@@ -42,14 +42,14 @@ void TakeValue(ExportProfile& profile, std::string_view line, std::size_t number
     profile.columnsLine = number;
 }
 
-/// A name without its end begins no profile: what stands below it goes to the one above.
+/// A name without its end begins no profile: what stands below it goes to the one above, which has to be
+/// there.
 void TakeName(std::vector<ExportProfile>& profiles, const std::string& line, std::size_t number) {
     const std::size_t end = line.find(']');
     if (end == std::string::npos) {
-        if (!profiles.empty())
-            profiles.back().faults.push_back({number, "expected \"]\" behind the name of a profile, found " +
-                                                          InQuotes(line) + "; the lines below it count for " +
-                                                          InQuotes(profiles.back().name)});
+        profiles.back().faults.push_back({number, "expected \"]\" behind the name of a profile, found " +
+                                                      InQuotes(line) + "; the lines below it count for " +
+                                                      InQuotes(profiles.back().name)});
         return;
     }
     ExportProfile profile;
@@ -62,21 +62,50 @@ void TakeName(std::vector<ExportProfile>& profiles, const std::string& line, std
     profiles.push_back(std::move(profile));
 }
 
+/// The bars around a fixed text all go, so one too few or too many isn't seen in the file. A comma within
+/// them ends the text, and leaves its second bar with the next column.
+void LookAtBars(ExportProfile& profile) {
+    for (const std::string& column : Split(profile.columns, ',')) {
+        const bool isText = column.starts_with('|');
+        if (!isText || (column.size() > 1 && column.find('|', 1) == column.size() - 1)) continue;
+        profile.faults.push_back({profile.columnsLine,
+                                  "expected \"|\" at the head and at the end of a fixed text without commas, "
+                                  "found " +
+                                      InQuotes(column)});
+    }
+}
+
+void LookAtColumns(ExportProfile& profile) {
+    if (profile.columns.empty())
+        profile.faults.push_back({profile.columnsLine == 0 ? profile.line : profile.columnsLine,
+                                  "the profile " + InQuotes(profile.name) +
+                                      " has no columns, expected columns= with their names"});
+    LookAtBars(profile);
+}
+
 }  // namespace
 
 std::vector<ExportProfile> ParseProfiles(std::span<const std::string> lines) {
     std::vector<ExportProfile> profiles;
+    std::vector<ProfileFault> ahead;
     for (std::size_t at = 0; at < lines.size(); ++at) {
-        if (lines[at].starts_with('['))
-            TakeName(profiles, lines[at], at + 1);
+        const std::string& line = lines[at];
+        // An unfinished name ahead of all others has nobody to go to either.
+        const bool isName =
+            line.starts_with('[') && (!profiles.empty() || line.find(']') != std::string::npos);
+        if (isName)
+            TakeName(profiles, line, at + 1);
         else if (!profiles.empty())
-            TakeValue(profiles.back(), lines[at], at + 1);
+            TakeValue(profiles.back(), line, at + 1);
+        else if (!IsBlank(line) && !line.starts_with('#'))
+            ahead.push_back({at + 1, "expected the name of a profile in square brackets ahead of it, found " +
+                                         InQuotes(line) + "; it is not read"});
     }
-    for (ExportProfile& profile : profiles)
-        if (profile.columns.empty())
-            profile.faults.push_back({profile.columnsLine == 0 ? profile.line : profile.columnsLine,
-                                      "the profile " + InQuotes(profile.name) +
-                                          " has no columns, expected columns= with their names"});
+    for (ExportProfile& profile : profiles) {
+        LookAtColumns(profile);
+        // Nobody can tell which profile they were meant for.
+        profile.faults.insert(profile.faults.begin(), ahead.begin(), ahead.end());
+    }
     return profiles;
 }
 

@@ -31,8 +31,9 @@ inline constexpr std::string_view CncProfileFile = "CNCProfile.txt";
 
 /// The profiles of a file's lines: "[name]" begins one, a line starting with "extension" or "columns" has its
 /// value behind the character that follows the word, and the last such line of a profile counts. Lines of
-/// other form are passed over, as are values before the first name and a name without its "]"; they are
-/// faults of the profile that they stand in, unless they are blank or begin with "#".
+/// other form are passed over, as are lines before the first name and a name without its "]"; they are
+/// faults of the profile that they stand in, unless they are blank or begin with "#", and those before the
+/// first name are faults of each profile.
 std::vector<ExportProfile> ParseProfiles(std::span<const std::string> lines);
 
 /// The first profile of exactly this name, or nothing.

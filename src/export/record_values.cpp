@@ -5,6 +5,7 @@
 #include "base/noise.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
+#include "base/skip.h"
 
 namespace brenvik {
 
@@ -12,6 +13,12 @@ std::string ValueText(const FieldValue& value) {
     if (const auto* text = std::get_if<std::string>(&value)) return *text;
     if (const auto* number = std::get_if<double>(&value)) return NumberToText(NoiseAsZero(*number));
     return {};
+}
+
+std::string TextIfThere(const Recordset& records, std::string_view field) {
+    std::string text;
+    Skip([&] { text = ValueText(records.Value(field)); });
+    return text;
 }
 
 double ValueNumber(const FieldValue& value) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "session/ports/database_port.h"
 
@@ -9,6 +10,9 @@ namespace brenvik {
 
 /// The value as text: a number in its general form, nothing for null.
 std::string ValueText(const FieldValue& value);
+
+/// The value of a field as text; blank for a list without that field, as grouped ones are.
+std::string TextIfThere(const Recordset& records, std::string_view field);
 
 /// The value as a number. Fails with 94 for null, with 13 for a text that is no number.
 double ValueNumber(const FieldValue& value);

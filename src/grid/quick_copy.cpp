@@ -13,6 +13,7 @@
 #include "base/letter_case.h"
 #include "base/skip.h"
 #include "base/text.h"
+#include "forms/form_guards.h"
 #include "forms/repaint_off.h"
 #include "grid/frm_main.h"
 #include "grid/grid_columns.h"
@@ -75,21 +76,6 @@ void CopyInTable(const frmMain& form, int row) {
         mDatabase::ExecuteSql(CopyStatement(copied, blankCellsOnly));
     }
 }
-
-/// The pointer of a form while it works.
-class HourglassShown {
-  public:
-    explicit HourglassShown(Form& workingForm) : form(workingForm), before(form.mousePointer) {
-        form.mousePointer = MousePointer::Hourglass;
-    }
-    ~HourglassShown() { form.mousePointer = before; }
-    HourglassShown(const HourglassShown&) = delete;
-    HourglassShown& operator=(const HourglassShown&) = delete;
-
-  private:
-    Form& form;
-    MousePointer before;
-};
 
 }  // namespace
 

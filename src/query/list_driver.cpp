@@ -3,6 +3,7 @@
 #include <string>
 
 #include "base/letter_case.h"
+#include "forms/form_guards.h"
 #include "grid/frm_main.h"
 #include "grid/grid_query.h"
 #include "query/frm_filter.h"
@@ -13,18 +14,6 @@
 namespace brenvik {
 
 namespace {
-
-/// Unloads a dialog that is left by a failure.
-class UnloadAtEnd {
-  public:
-    explicit UnloadAtEnd(Form& openForm) : form(openForm) {}
-    ~UnloadAtEnd() { form.Unload(); }
-    UnloadAtEnd(const UnloadAtEnd&) = delete;
-    UnloadAtEnd& operator=(const UnloadAtEnd&) = delete;
-
-  private:
-    Form& form;
-};
 
 /// Chooses a column in a dialog's list. What is offered depends on the grid and on the other choices.
 void ChooseColumn(std::string_view option, ListControl& list, std::string_view column) {

@@ -130,13 +130,21 @@ std::string ShownOperator(std::string_view word) {
                                std::string(KnownOperators));
 }
 
+/// A value that was copied from elsewhere may bring tabs and line breaks along.
+std::string WithoutGapsAround(std::string_view text) {
+    constexpr std::string_view gaps = " \t\r\n";
+    const std::size_t first = text.find_first_not_of(gaps);
+    if (first == std::string_view::npos) return {};
+    return std::string(text.substr(first, text.find_last_not_of(gaps) - first + 1));
+}
+
 FilterChoice ParseFilter(std::string_view filter) {
-    const std::string text = Trim(filter);
+    const std::string text = WithoutGapsAround(filter);
     const OperatorPlace place = FindOperator(text);
     if (place.length == 0) RefuseWithoutOperator(text);
     const std::string column = RequireColumn("filter", Trim(text.substr(0, place.at)), Offer::ToFilter);
     const std::string word = Trim(text.substr(place.at, place.length));
-    FilterChoice choice{column, ShownOperator(word), Trim(text.substr(place.at + place.length))};
+    FilterChoice choice{column, ShownOperator(word), WithoutGapsAround(text.substr(place.at + place.length))};
     if (!FilteredByNumber(column)) return choice;
     if (OperatorWord(choice.shownOperator) == "Like")
         RefuseOption("filter", InQuotes(column) + " holds numbers, which like doesn't compare; " +

@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "checkout_paths.h"
-#include "program.h"
+#include "played_journal.h"
 
 namespace brenvik::cli_test {
 namespace {
@@ -18,7 +18,7 @@ constexpr std::string_view TargetTable =
     " check(bv_partname <> 'Toe Kick'));"
     "create table MSysObjects(a); create table [Switchboard Items](a);";
 
-class AccessExport : public ProgramTest {
+class AccessExport : public PlayedJournal {
   protected:
     AccessExport() {
         Write("odbcinst.ini",
@@ -44,8 +44,8 @@ class AccessExport : public ProgramTest {
     }
 
     Outcome Play(const std::string& steps) const {
-        Write("export.journal", "command Show\n  answer yes\n  press tbMain.EXPORT\n" + steps + "  close\n");
-        return Run({"run", ShippedSample().string(), "--journal", "export.journal"});
+        return PlayedJournal::Play("command Show\n  answer yes\n  press tbMain.EXPORT\n" + steps +
+                                   "  close\n");
     }
 
     static constexpr const char* ChooseTable =
@@ -96,6 +96,25 @@ TEST_F(AccessExport, TheTableOfThePageForUsersCanBeMappedAsPrinted) {
     EXPECT_EQ(
         Sql("select bv_partname, bv_length, bv_width, bv_thickness from Parts where bv_partname = 'Door';"),
         "Door|472|596|19\n");
+}
+
+TEST_F(AccessExport, TheJournalOfThePageForUsersWorksAsPrinted) {
+    Sql("drop table Parts;");
+    Sql(BlockOfThePage("create table Parts("));
+    const Outcome outcome = PlayedJournal::Play(BlockOfThePage("command Show"));
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(Sql("select bv_partname, bv_length from Parts where bv_partname = 'Door';"), "Door|472\n");
+}
+
+TEST_F(AccessExport, ADatabaseThatCannotBeOpenedIsNamed) {
+    // A machine where nobody has registered a driver.
+    Write("odbcinst.ini", "");
+    const Outcome outcome = Play(
+        "    pick cboExportType \"Export to Access Database\"\n    file \"job.mdb\"\n"
+        "    press cmdBrowseAccess\n    press cmdCancel\n");
+    EXPECT_EQ(outcome.status, 1) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("\nthe database job.mdb can't be opened: "), std::string::npos)
+        << outcome.errors;
 }
 
 TEST_F(AccessExport, ARowWithQuotesFailsHoweverManyThereAre) {

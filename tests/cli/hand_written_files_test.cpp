@@ -39,9 +39,10 @@ void ExpectTold(const Outcome& outcome, const std::string& text) {
 
 TEST_F(HandWritten, SettingsThatAreMissingAreNamedByARunThatReadsThem) {
     WriteBoard();
-    const std::pair<const char*, const char*> cases[] = {{"CircleSize=35\n", "a number, 0 or more"},
-                                                         {"BiesseWorksSpoil=0.3\n", "a number"},
-                                                         {"CNCMultiplier=1\n", "a whole number, 0 or more"}};
+    const std::pair<const char*, const char*> cases[] = {
+        {"CircleSize=35\n", "a number, 0 or more"},
+        {"BiesseWorksSpoil=0.3\n", "a number from -100 to 100"},
+        {"CNCMultiplier=1\n", "a whole number from 1 to 1000000"}};
     const std::string whole = Read("home/settings.txt");
     for (const auto& [line, expected] : cases) {
         const std::string name = std::string(line).substr(0, std::string(line).find('='));
@@ -176,6 +177,103 @@ TEST_F(HandWritten, ProfilesWithSlipsAreToldWithTheirLines) {
     ExpectTold(none, "BrenvikProfiles.txt:6: expected columns= with names of columns, or extension=, found ");
     ExpectTold(none, "BrenvikProfiles.txt:5: the profile \"None\" has no columns");
     EXPECT_EQ(ExportBoard({"--profile", "Right"}).status, 0);
+}
+
+TEST_F(HandWritten, ProfilesTellWhatStandsAheadOfThemAndTextsWithoutTheirBars) {
+    WriteBoard();
+    Write("home/BrenvikProfiles.txt", "columns=PN\n[Ahead]\ncolumns=QTY\n");
+    ExpectTold(ExportBoard({"--profile", "Ahead"}),
+               "BrenvikProfiles.txt:1: expected the name of a profile in square brackets ahead of it, found "
+               "\"columns=PN\"; it is not read\n");
+    Write("home/BrenvikProfiles.txt", "[Bars]\ncolumns=PN,|Job 7,QTY\n");
+    ExpectTold(
+        ExportBoard({"--profile", "Bars"}),
+        "BrenvikProfiles.txt:2: expected \"|\" at the head and at the end of a fixed text without commas, "
+        "found \"|Job 7\"\n");
+}
+
+TEST_F(HandWritten, FilesInUtf16AreNamedAsSuch) {
+    WriteBoard();
+    const std::string utf16("\xFF\xFE[\0A\0]\0\n\0", 10);
+    Write("home/BrenvikProfiles.txt", utf16);
+    const Outcome profile = ExportBoard({"--profile", "A"});
+    EXPECT_EQ(profile.status, 3);
+    EXPECT_NE(profile.errors.find("BrenvikProfiles.txt: Invalid file format: expected text in UTF-8, found "
+                                  "UTF-16\n"),
+              std::string::npos)
+        << profile.errors;
+    Write("adjust.txt", utf16);
+    const Outcome adjusted = ExportBoard({"--profile", "Cut List", "--adjustments", "adjust.txt"});
+    EXPECT_EQ(adjusted.status, 3);
+    EXPECT_NE(adjusted.errors.find("expected text in UTF-8, found UTF-16"), std::string::npos)
+        << adjusted.errors;
+    Write("home/materials.txt", utf16);
+    EXPECT_NE(Cut().errors.find("found UTF-16"), std::string::npos);
+}
+
+TEST_F(HandWritten, AdjustmentsThatLeaveLessThanAVeneerAreTold) {
+    WriteBoard();
+    Write("adjust.txt", "[a]\nt=-17.9991\n");
+    ExpectTold(ExportBoard({"--profile", "Cut List", "--adjustments", "adjust.txt"}),
+               "\"Side\": its Thickness 18 with the adjustment -17.9991 is 0.0009");
+}
+
+TEST_F(HandWritten, SizesThatAFractionMakesNothingOfAreToldByPart) {
+    WriteBoard();
+    Write("adjust.txt", "[a]\nt=-17.985\n");
+    ExpectTold(
+        ExportBoard({"--profile", "Cut List", "--adjustments", "adjust.txt", "--fractions"}),
+        "the part \"Side\" (100): the export has no size for it: Thickness 0.015; expected at least 1/64, "
+        "or an export without fractions\n");
+    EXPECT_EQ(ExportBoard({"--profile", "Cut List", "--fractions"}).status, 0);
+}
+
+TEST_F(HandWritten, PartsWithoutLettersHaveNoSizesInAnExportWhichIsTold) {
+    const Outcome outcome =
+        Run({"export", ShippedSample().string(), "out.csv", "--select", "100,170", "--quiet"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_NE(
+        outcome.errors.find("the part \"Adjustable Shelf\" (170): the export has no size for it: Width 0, "
+                            "Length 0, Thickness 0; expected letters (ORIE) that name its sizes\n"),
+        std::string::npos)
+        << outcome.errors;
+    EXPECT_EQ(outcome.errors.find("(100)"), std::string::npos) << outcome.errors;
+}
+
+TEST_F(HandWritten, MaterialsTakeTheValuesOfTheTableAlone) {
+    WriteBoard();
+    const std::string whole = Read("home/materials.txt");
+    const std::pair<const char*, const char*> cases[] = {{"grain=0\r", "grain=2\r"},
+                                                         {"grain=0\r", "grain=-1\r"},
+                                                         {"tool1=1\r", "tool1=2_D5\r"},
+                                                         {"tool1=1\r", "tool1=1.0\r"},
+                                                         {"tool1ss=18000\r", "tool1ss=18000.5\r"}};
+    for (const auto& [good, bad] : cases) {
+        Write("home/materials.txt", whole);
+        Change("home/materials.txt", good, bad);
+        const std::string key = std::string(bad).substr(0, std::string(bad).find('='));
+        ExpectTold(Cut(),
+                   key + " of the material \"18 white melamine\" is \"" +
+                       std::string(bad).substr(key.size() + 1, std::string(bad).size() - key.size() - 2) +
+                       "\", expected ");
+        EXPECT_TRUE(WasCut()) << bad;
+    }
+    // The last of the cases: these have no speeds in the names of their layers.
+    EXPECT_EQ(Run({"cnc", "board.dxf", "--target", "THERM", "--out", "therm"}).status, 0);
+    EXPECT_EQ(Run({"materials", "list"}).status, 0);
+}
+
+TEST_F(HandWritten, SettingsThatNoRunCanMeanAreTold) {
+    WriteBoard();
+    const std::string whole = Read("home/settings.txt");
+    Change("home/settings.txt", "CNCMultiplier=1\n", "CNCMultiplier=0\n");
+    ExpectTold(Cut(), "CNCMultiplier is \"0\", expected a whole number from 1 to 1000000");
+    for (const std::string name : {"BiesseWorksSpoil=0.3", "DrillSpoilAmount=1"}) {
+        Write("home/settings.txt", whole);
+        const std::string key = name.substr(0, name.find('='));
+        Change("home/settings.txt", name + "\n", key + "=9999999999\n");
+        ExpectTold(Cut(), key + " is \"9999999999\", expected a number from -100 to 100");
+    }
 }
 
 TEST_F(HandWritten, AProfileIsTheOneOfItsExactName) {

@@ -213,7 +213,7 @@ TEST_F(AdjustmentsEditor, IsOpenedByItsCommand) {
     cBrenvik().BVAdjustments(app);
     EXPECT_EQ(dialogs.shownForms, Texts{"frmAdjustments"});
     EXPECT_EQ(Editor().Text1.Text(), "C:\\Brenvik\\No Adjustments.txt");
-    EXPECT_NE(FindHostCommand("bvadjustments"), nullptr);
+    EXPECT_EQ(FindCommand("BVAdjustments")->hostCommands, "BVADJUSTMENTS");
 }
 
 }  // namespace

@@ -74,6 +74,37 @@ TEST(Profiles, KeepWhatNobodyReadsWithItsLine) {
                "D 12: the profile \"D\" has no columns, expected columns= with their names"}));
 }
 
+std::vector<std::string> FaultsOf(const ExportProfile& profile) {
+    std::vector<std::string> texts;
+    for (const ProfileFault& fault : profile.faults)
+        texts.push_back(std::to_string(fault.line) + ": " + fault.text);
+    return texts;
+}
+
+TEST(Profiles, AreAllToldWhatStandsAheadOfTheFirstName) {
+    const std::string told =
+        ": expected the name of a profile in square brackets ahead of it, found \"columns=PN\"; it is not "
+        "read";
+    const auto profiles =
+        ParseProfiles(Lines{"# ours", "columns=PN", "", "[A]", "columns=PN", "[B]", "columns=QTY"});
+    EXPECT_EQ(FaultsOf(profiles.at(0)), Lines{"2" + told});
+    EXPECT_EQ(FaultsOf(profiles.at(1)), Lines{"2" + told});
+    EXPECT_EQ(FaultsOf(ParseProfiles(Lines{"[No end", "[A]", "columns=PN"})[0]).size(), 1U);
+}
+
+TEST(Profiles, HaveABarAtEachEndOfAFixedText) {
+    const auto faultsOf = [](const std::string& columns) {
+        return FaultsOf(ParseProfiles(Lines{"[A]", "columns=" + columns})[0]);
+    };
+    const std::string expected =
+        "2: expected \"|\" at the head and at the end of a fixed text without commas, found ";
+    EXPECT_EQ(faultsOf("PN,|Job 7"), Lines{expected + "\"|Job 7\""});
+    EXPECT_EQ(faultsOf("PN,|Job|7|,QTY"), Lines{expected + "\"|Job|7|\""});
+    EXPECT_EQ(faultsOf("|,PN"), Lines{expected + "\"|\""});
+    EXPECT_EQ(faultsOf("|Job, 7|"), Lines{expected + "\"|Job\""});
+    EXPECT_TRUE(faultsOf("PN,|Job 7|,||").empty());
+}
+
 TEST(Profiles, OfRubbishAreNone) {
     EXPECT_TRUE(ParseProfiles(Lines{}).empty());
     EXPECT_TRUE(ParseProfiles(Lines{std::string(1000000, '['), std::string("\0\xFF", 2)}).empty());

@@ -76,6 +76,8 @@ TEST(ListOptionTexts, Filter) {
                                  {"Notes = = 5", "Notes|= Equal|= 5"},
                                  {"Notes = looks like oak", "Notes|= Equal|looks like oak"},
                                  {"Notes like a=b", "Notes|* Like!|a=b"},
+                                 {"Material = Oak \t\r\n", "Material|= Equal|Oak"},
+                                 {"\tMaterial = Oak", "Material|= Equal|Oak"},
                                  {"Notes = O'Brien", "Notes|= Equal|O'Brien"}})
         EXPECT_EQ(FilterText(each.text), each.read) << each.text;
 }
