@@ -1,6 +1,4 @@
 // brenvik cnc: one CNC run over the solids of a drawing, through the very commands that a host has for it.
-#include <algorithm>
-#include <array>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -8,6 +6,7 @@
 
 #include "base/letter_case.h"
 #include "base/text.h"
+#include "cnc/output/output_claim.h"
 #include "cnc/part/run_state.h"
 #include "cnc/proof/run_proof.h"
 #include "cnc/run/run_set_up.h"
@@ -15,7 +14,6 @@
 #include "console/console_dialogs.h"
 #include "export/frm_export.h"
 #include "file_roots/places.h"
-#include "file_roots/system_path.h"
 #include "forms/grid_control.h"
 #include "grid_session.h"
 #include "output_folder.h"
@@ -55,18 +53,8 @@ std::string CheckTarget(std::string& target) {
     return "expected one of " + TargetNames() + "; found " + target;
 }
 
-/// What runs leave in their output folder, and so may delete from it.
-bool IsFromARun(const std::string& name) {
-    constexpr auto patterns = std::to_array<std::string_view>(
-        {"Part_*.dxf", "BPart_*.dxf", "Part_*.dwg", "BPart_*.dwg", "wblock.dwg", "wblock2.dwg",
-         "WORKLIST.TXT", "CNCList.txt", "CNCList.csv", "Sheet1.csv", "WORKLIST.TXT.unfinished",
-         "CNCList.txt.unfinished", "CNCList.csv.unfinished", "Sheet1.csv.unfinished"});
-    return std::ranges::any_of(patterns,
-                               [&](std::string_view pattern) { return MatchesFilePattern(name, pattern); });
-}
-
 /// A run begins by emptying its output folders, so one that holds other files is refused.
-constexpr OutputFolderRule FolderOfRuns{RunEmpties, "which is from no run", IsFromARun};
+constexpr OutputFolderRule FolderOfRuns{RunEmpties, "which is from no run", IsFileOfARun};
 
 /// The folder of second sides, in whatever case it is there.
 std::vector<std::string> SecondSideFoldersIn(const fs::path& folder) {

@@ -8,7 +8,6 @@
 #include "command_line.h"
 #include "drawing_io.h"
 #include "file_roots/places.h"
-#include "file_roots/system_path.h"
 #include "grid_session.h"
 #include "output_folder.h"
 #include "run_dialogs.h"
@@ -28,13 +27,8 @@ struct PartsOptions {
     std::string out;
 };
 
-/// What the export leaves in its folder, and so may delete from it.
-bool IsFromAnExport(const std::string& name) {
-    return MatchesFilePattern(name, "Part*.dwg") || MatchesFilePattern(name, "wblock.dwg");
-}
-
 /// The export begins by emptying its folder, so one that holds other files is refused.
-constexpr OutputFolderRule FolderOfExports{PartExportEmpties, "which is from no export", IsFromAnExport};
+constexpr OutputFolderRule FolderOfExports{PartExportEmpties, "which is from no export", IsFileOfAnExport};
 
 void MapOutput(Workplace& workplace, const PartsOptions& options) {
     const fs::path drawing = PathFromText(options.drawing.drawing);

@@ -12,8 +12,24 @@ namespace brenvik::app {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+/// What stands where a folder can't be made; blank for a folder, and for nothing at all.
+std::string WhatIsNoFolder(const fs::path& folder, const std::string& shown) {
+    std::error_code error;
+    if (fs::is_symlink(folder, error) && !fs::exists(folder, error))
+        return shown + ", a link to " + TextFromPath(fs::read_symlink(folder, error)) + ", which isn't there";
+    return fs::exists(folder, error) && !fs::is_directory(folder, error) ? "the file " + shown
+                                                                         : std::string();
+}
+
+}  // namespace
+
 void RequireFolderWithoutDrawing(const fs::path& folder, const fs::path& drawing,
                                  const OutputFolderRule& rule) {
+    if (const std::string found = WhatIsNoFolder(folder, TextFromPath(folder)); !found.empty())
+        throw CommandError(ExitStatus::Incomplete, "expected a folder for the files, found " + found +
+                                                       "; remove it, or choose another folder with --out");
     if (FolderHolds(folder, drawing))
         throw CommandError(ExitStatus::WrongWords,
                            std::string(rule.emptied) + ", and " + TextFromPath(folder) +
@@ -24,12 +40,8 @@ void RequireFolderWithoutDrawing(const fs::path& folder, const fs::path& drawing
 void RequireOwnFolder(const fs::path& folder, const std::string& shown, const fs::path& drawing,
                       const OutputFolderRule& rule) {
     std::error_code error;
-    if (fs::is_symlink(folder, error) && !fs::exists(folder, error))
-        throw CommandError(ExitStatus::WrongWords,
-                           "--out: expected a folder, found " + shown + ", a link to " +
-                               TextFromPath(fs::read_symlink(folder, error)) + ", which isn't there");
-    if (fs::exists(folder, error) && !fs::is_directory(folder, error))
-        throw CommandError(ExitStatus::WrongWords, "--out: expected a folder, found the file " + shown);
+    if (const std::string found = WhatIsNoFolder(folder, shown); !found.empty())
+        throw CommandError(ExitStatus::WrongWords, "--out: expected a folder, found " + found);
     const std::string head = "--out: " + std::string(rule.emptied) + ", and " + shown + " holds ";
     if (FolderHolds(folder, drawing)) throw CommandError(ExitStatus::WrongWords, head + "the drawing itself");
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {

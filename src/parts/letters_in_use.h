@@ -9,10 +9,13 @@ namespace brenvik {
 
 class AcadEntity;
 
-/// What is wrong with taking the letters of a solid as they stand on it: by its present extents and those
-/// saved with the letters, they would be others by now. Nothing for a solid without letters or without saved
-/// extents, and for one that can't be measured.
-std::optional<std::string> StaleLetters(const AcadEntity& solid);
+/// What is wrong with taking the letters of a solid as they stand on it: the extents saved with them are
+/// damaged, or by its present extents they would be others by now. Nothing for a solid without letters or
+/// without any saved extents, and for one that can't be measured.
+std::optional<std::string> FaultOfLettersInUse(const AcadEntity& solid);
+
+/// Notes that a solid has no letters, so that whoever works on it takes the usual ones.
+void NoteMissingLetters(const AcadEntity& solid);
 
 /// Letters that a scan has made out of a solid's data though these could not be right. Each scan begins anew.
 void ForgetGuessedLetters();

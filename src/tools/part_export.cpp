@@ -11,6 +11,7 @@
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/prepare_drawing.h"
 #include "cnc/output/output_claim.h"
+#include "parts/letters_in_use.h"
 #include "parts/mautocad.h"
 #include "parts/part_trouble.h"
 #include "session/message.h"
@@ -23,6 +24,12 @@
 namespace brenvik {
 
 namespace {
+
+/// A folder that could not be made before now says why.
+void RequireFolder() {
+    FilesPort& files = *ThePlatform().files;
+    if (!files.FolderExists(PartExportFolder)) files.MakeFolder(PartExportFolder);
+}
 
 /// A drawing that outlived the emptying of the folder would be taken for one of this export.
 void RemoveOldDrawings(std::string_view path) {
@@ -54,9 +61,15 @@ std::vector<ExportedSolid> WriteSolids(AcadDocument& drawing, AcadSelectionSet& 
         one.Clear();
         one.AddItems(std::span(&entity, 1));
         const std::string path = PartExportPath(static_cast<int>(solids.size()));
-        if (solids.empty()) RemoveOldDrawings(path);
+        if (solids.empty()) {
+            RequireFolder();
+            RemoveOldDrawings(path);
+        }
         drawing.Wblock(path, one);
         solids.push_back(SolidOf(*entity));
+        NoteMissingLetters(*entity);
+        if (auto fault = FaultOfLettersInUse(*entity))
+            NotePartTrouble({solids.back().handle, solids.back().name, *std::move(fault)});
     }
     return solids;
 }
@@ -93,8 +106,10 @@ void ExportParts(AcadApplication& app, const std::function<void()>& applyOpenGri
     PrepareDrawing(drawing);
     AcadSelectionSet& prev = FreshSet(drawing, "prev");
     prev.Select(SelectMode::Previous);
+    NoteForeignFiles(PartExportFolder, IsFileOfAnExport);
     EmptyPartExportFolder("*.*");
-    const std::vector<ExportedSolid> solids = WriteSolids(drawing, prev);
+    std::vector<ExportedSolid> solids;
+    if (!ShowAndResume(ShowFailureWithDetail, [&] { solids = WriteSolids(drawing, prev); })) return;
     for (std::size_t index = 0; index < solids.size(); ++index)
         if (!WorkOnPart(app, static_cast<int>(index), solids[index])) return;
     TheSession().AcadDoc = &drawing;

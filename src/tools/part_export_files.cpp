@@ -9,6 +9,7 @@
 #include "base/number_text.h"
 #include "base/skip.h"
 #include "base/text.h"
+#include "base/wildcard.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
 
@@ -25,6 +26,11 @@ void RemoveExportFile(std::string_view path) {
 void EmptyPartExportFolder(std::string_view pattern) {
     for (const std::string& name : ThePlatform().files->ListFiles(PartExportFolder, pattern))
         RemoveExportFile(std::string(PartExportFolder) + name);
+}
+
+bool IsFileOfAnExport(const std::string& name) {
+    return MatchesWildcards(name, "Part*.dwg", fileWildcards) ||
+           MatchesWildcards(name, "wblock.dwg", fileWildcards);
 }
 
 std::string PartExportPath(int index) {

@@ -14,6 +14,8 @@ inline constexpr std::string_view PartExportWorkDrawing = "C:\\BV-DWG\\wblock.dw
 void MakePartExportFolder();
 /// Deletes the files of the folder that fit a pattern of * and ?. A file that can't be deleted stays.
 void EmptyPartExportFolder(std::string_view pattern);
+/// Whether the export may have left a file of this name in its folder.
+bool IsFileOfAnExport(const std::string& name);
 /// Deletes a file that may not be there.
 void RemoveExportFile(std::string_view path);
 

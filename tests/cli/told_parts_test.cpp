@@ -221,6 +221,87 @@ TEST_F(ToldParts, AnOutputFolderThatIsALinkToNothingIsRefusedAsThat) {
     }
 }
 
+TEST_F(ToldParts, ADefaultOutputFolderThatIsALinkToNothingIsRefusedAsThat) {
+    ASSERT_EQ(Run({"init"}).status, 0);
+    Write("job.dxf", Sample());
+    std::filesystem::create_directories(folder / "home/drive_c");
+    for (const char* name : {"BV-DXF", "BV-DWG"})
+        std::filesystem::create_directory_symlink("nowhere", folder / "home/drive_c" / name);
+    ExpectTold(
+        Run({"cnc", "job.dxf", "--target", "C2C"}),
+        "expected a folder for the files, found " + Path("home/drive_c/BV-DXF") +
+            ", a link to nowhere, which isn't there; remove it, or choose another folder with --out\n");
+    ExpectTold(Run({"parts", "job.dxf"}), "BV-DWG, a link to nowhere, which isn't there");
+}
+
+TEST_F(ToldParts, AFolderForDrawingsThatCannotBeMadeIsNamed) {
+    Write("job.dxf", Sample());
+    Write("file", "");
+    const Outcome outcome = Run({"parts", "job.dxf", "--out", "file/out", "--select", "100"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.errors.find("file/out"), std::string::npos) << outcome.errors;
+}
+
+TEST_F(ToldParts, FilesOfOthersThatGoWithADefaultFolderAreCounted) {
+    ASSERT_EQ(Run({"init"}).status, 0);
+    Write("job.dxf", Sample());
+    for (const char* name : {"BV-DXF/2-sided", "BV-DWG"})
+        std::filesystem::create_directories(folder / "home/drive_c" / name);
+    Write("home/drive_c/BV-DXF/notes.txt", "mine");
+    Write("home/drive_c/BV-DXF/b.dxf", "mine");
+    Write("home/drive_c/BV-DXF/Part_0_Side_.dxf", "of a run");
+    Write("home/drive_c/BV-DWG/list.csv", "mine");
+    const Outcome run = Run({"cnc", "job.dxf", "--target", "C2C", "--select", "100", "--quiet"});
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_NE(run.errors.find("2 files of others went as " + Path("home/drive_c/BV-DXF") +
+                              " was emptied: b.dxf, notes.txt\n"),
+              std::string::npos)
+        << run.errors;
+    EXPECT_EQ(run.errors.find("2-sided was emptied"), std::string::npos);
+    const Outcome parts = Run({"parts", "job.dxf", "--select", "100"});
+    EXPECT_EQ(parts.status, 0) << parts.errors;
+    EXPECT_NE(parts.errors.find("1 file of others went as " + Path("home/drive_c/BV-DWG") +
+                                " was emptied: list.csv\n"),
+              std::string::npos)
+        << parts.errors;
+}
+
+TEST_F(ToldParts, PartsWhoseLettersARunTakesByDefaultAreNamed) {
+    const std::string told =
+        "the part \"Adjustable Shelf\" (170): it has no letters (ORIE) and is taken for LWT";
+    const Outcome run = Cnc(Sample(), {"--select", "170,100", "--material", "White Melamine", "--quiet"});
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_NE(run.errors.find(told), std::string::npos) << run.errors;
+    EXPECT_EQ(run.errors.find("(100): it has no"), std::string::npos) << run.errors;
+    const Outcome parts = Run({"parts", "job.dxf", "--out", "drawings", "--select", "170,100"});
+    EXPECT_EQ(parts.status, 0) << parts.errors;
+    EXPECT_NE(parts.errors.find(told), std::string::npos) << parts.errors;
+    Write("run.journal", "select 170\ncommand BVExportDWG\n");
+    const Outcome journal = Run({"run", "job.dxf", "--journal", "run.journal"});
+    EXPECT_EQ(journal.status, 0) << journal.errors;
+    EXPECT_NE(journal.errors.find(told), std::string::npos) << journal.errors;
+}
+
+TEST_F(ToldParts, DamagedSavedExtentsAreToldByEveryCommandThatUsesThem) {
+    const std::string drawing = WithText("OLDVALUE2", "nan");
+    const std::string told =
+        "it was worked on by its letters LWT, but of the extents saved with its letters OLDVALUE2 is "
+        "\"nan\", "
+        "expected a number above 0, so nobody can tell whether they still name its sizes";
+    ExpectTold(Cnc(drawing, {"--select", "100"}), "The part \"Left Side\" (100): " + told);
+    ExpectTold(Run({"parts", "job.dxf", "--out", "drawings", "--select", "100"}),
+               "the part \"Left Side\" (100): " + told);
+    ExpectTold(Run({"export", "job.dxf", "list.csv"}),
+               "of the extents saved with its letters OLDVALUE2 is \"nan\"");
+    // Letters that came without any have nothing to be held against.
+    std::string bare = Sample();
+    for (const char* key : {"OLDVALUE1", "OLDVALUE2", "OLDVALUE3"}) bare = WithData(key, "", bare);
+    EXPECT_EQ(Cnc(bare, {"--select", "100"}).status, 0);
+    Write("job.dxf", WithText("OLDVALUE2", "800"));
+    ExpectTold(Run({"parts", "job.dxf", "--out", "drawings", "--select", "100"}),
+               "and WLT would be right now");
+}
+
 TEST_F(ToldParts, LettersForADrawingThatKeepsItsOwnAreTold) {
     Write("job.dxf", Sample());
     ExpectTold(Run({"list", "job.dxf", "--letters", "WLT"}), "job.dxf: --letters was passed over");

@@ -1,9 +1,15 @@
 // Claims by way of the files port.
 #include "cnc/output/output_claim.h"
 
+#include <algorithm>
+#include <array>
 #include <string>
+#include <utility>
 
 #include "base/skip.h"
+#include "base/text.h"
+#include "base/wildcard.h"
+#include "parts/part_trouble.h"
 #include "session/message.h"
 #include "session/ports/host_interface.h"
 #include "session/session.h"
@@ -17,6 +23,14 @@ void TellRefusal(const std::string& reason) { ShowMessage("Nothing was done: " +
 /// Whether both lead to one folder, as by a link.
 bool AreSame(FilesPort& files, std::string_view folder, std::string_view other) {
     return files.FolderHolds(folder, std::string(other) + "file");
+}
+
+/// The names for a message; a folder can hold thousands.
+std::string SomeOf(std::vector<std::string> names) {
+    constexpr std::size_t most = 10;
+    const std::size_t more = names.size() > most ? names.size() - most : 0;
+    names.resize(names.size() - more);
+    return Join(names, ", ") + (more == 0 ? "" : " and " + std::to_string(more) + " more");
 }
 
 }  // namespace
@@ -52,6 +66,28 @@ std::optional<OutputClaims> ClaimOutputToEmpty(std::span<const std::string_view>
         return std::nullopt;
     }
     return ClaimOutput(folders);
+}
+
+bool IsFileOfARun(const std::string& name) {
+    constexpr auto patterns = std::to_array<std::string_view>(
+        {"Part_*.dxf", "BPart_*.dxf", "Part_*.dwg", "BPart_*.dwg", "wblock.dwg", "wblock2.dwg",
+         "WORKLIST.TXT", "CNCList.txt", "CNCList.csv", "Sheet1.csv", "WORKLIST.TXT.unfinished",
+         "CNCList.txt.unfinished", "CNCList.csv.unfinished", "Sheet1.csv.unfinished"});
+    return std::ranges::any_of(
+        patterns, [&](std::string_view pattern) { return MatchesWildcards(name, pattern, fileWildcards); });
+}
+
+void NoteForeignFiles(std::string_view folder, bool (*isOwn)(const std::string& name)) {
+    FilesPort& files = *ThePlatform().files;
+    std::vector<std::string> foreign;
+    Skip([&] { foreign = files.ListFiles(folder, "*.*"); });
+    std::erase_if(foreign, isOwn);
+    if (foreign.empty()) return;
+    const std::string count = foreign.size() == 1 ? "1 file" : std::to_string(foreign.size()) + " files";
+    NotePartTrouble({"", "",
+                     count + " of others went as " + files.PlaceOf(folder) +
+                         " was emptied: " + SomeOf(std::move(foreign)),
+                     true, true});
 }
 
 }  // namespace brenvik

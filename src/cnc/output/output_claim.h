@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -24,5 +25,12 @@ std::optional<OutputClaims> ClaimOutput(std::span<const std::string_view> folder
 /// what is going to happen: "a run empties its output folder".
 std::optional<OutputClaims> ClaimOutputToEmpty(std::span<const std::string_view> folders,
                                                const AcadDocument& drawing, std::string_view emptying);
+
+/// Whether a run may have left a file of this name in its output folder.
+bool IsFileOfARun(const std::string& name);
+
+/// Notes the files of a folder that is about to be emptied, but for those that `isOwn` knows: whoever has put
+/// them there is told that they are gone. Call it ahead of that.
+void NoteForeignFiles(std::string_view folder, bool (*isOwn)(const std::string& name));
 
 }  // namespace brenvik

@@ -49,8 +49,9 @@ void TellQuantityFault(const AcadEntity& solid, const std::string& label, RunRep
         report.unexplained.push_back("The part " + label + ": " + *fault + ".");
 }
 
-void TellStaleLetters(const AcadEntity& solid, const std::string& label, RunReport& report) {
-    if (const auto fault = StaleLetters(solid))
+void TellLettersInUse(const AcadEntity& solid, const std::string& label, RunReport& report) {
+    NoteMissingLetters(solid);
+    if (const auto fault = FaultOfLettersInUse(solid))
         report.unexplained.push_back("The part " + label + ": " + *fault + ".");
 }
 
@@ -99,7 +100,7 @@ std::vector<PartFile> WritePartFiles(RunState& run, AcadSelectionSet& prev, Lent
         const PartFile& part =
             parts.Add({"Part_" + std::to_string(parts.Count()) + ".dwg", LabelOf(*entity)});
         TellQuantityFault(*entity, part.label, report);
-        TellStaleLetters(*entity, part.label, report);
+        TellLettersInUse(*entity, part.label, report);
         drawing.Wblock(part.FirstSidePath(), one);
         drawing.Wblock(part.SecondSidePath(), one);
         quantities.GiveBack(*entity);

@@ -10,6 +10,7 @@
 #include "base/text.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/prepare_drawing.h"
+#include "cnc/output/output_claim.h"
 #include "parts/cnc_list.h"
 #include "parts/letters_in_use.h"
 #include "parts/mautocad.h"
@@ -147,6 +148,8 @@ AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities, RunReport
 }
 
 void EmptyOutputFolders() {
+    for (const std::string_view folder : {OutputFolder, SecondSideFolder})
+        NoteForeignFiles(folder, IsFileOfARun);
     for (const bool drawings : {false, true})
         for (const std::string_view folder : {OutputFolder, SecondSideFolder})
             Skip([&] { RemoveFiles(folder, drawings); });
