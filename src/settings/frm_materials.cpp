@@ -128,8 +128,6 @@ void frmMaterials::TellDamages() const {
     ShowMessage(text + "\r\nPlease check these materials before you save.", {}, MessageIcon::Exclamation);
 }
 
-void frmMaterials::HighlightRow(int row) { fpMaterials.SetActiveCell(1, row); }
-
 void frmMaterials::CopyRow() {
     const int row = fpMaterials.ActiveRow();
     if (row < 1) return;

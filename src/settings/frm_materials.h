@@ -17,8 +17,6 @@ class frmMaterials : public Form {
   public:
     frmMaterials();
 
-    /// A click on a row's number: the row that CopyRow and PasteRow act on.
-    void HighlightRow(int row);
     /// Ctrl-C: keeps the cells of the current row, parted by tabs. Does nothing on the header.
     void CopyRow();
     /// Ctrl-V: writes what was copied over the current row. Text from elsewhere may hold several lines: each

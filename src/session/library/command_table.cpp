@@ -4,7 +4,6 @@
 #include <array>
 
 #include "base/letter_case.h"
-#include "base/text.h"
 #include "export/frm_adjustments.h"
 #include "session/library/automatic_update.h"
 #include "session/library/cnc_commands.h"
@@ -39,13 +38,6 @@ const CommandEntry& CommandEntryOf(Command command) { return Table[static_cast<s
 const CommandEntry* FindCommand(std::string_view method) {
     for (const CommandEntry& entry : Table)
         if (EqualsIgnoreCase(entry.method, method)) return &entry;
-    return nullptr;
-}
-
-const CommandEntry* FindHostCommand(std::string_view hostCommand) {
-    for (const CommandEntry& entry : Table)
-        for (const std::string& candidate : Split(entry.hostCommands, ','))
-            if (EqualsIgnoreCase(candidate, hostCommand)) return &entry;
     return nullptr;
 }
 

@@ -85,7 +85,5 @@ std::span<const CommandEntry> CommandTable();
 const CommandEntry& CommandEntryOf(Command command);
 /// By method name, compared without regard to case; nothing for an unknown one.
 const CommandEntry* FindCommand(std::string_view method);
-/// By one of its host commands, compared in the same way.
-const CommandEntry* FindHostCommand(std::string_view hostCommand);
 
 }  // namespace brenvik

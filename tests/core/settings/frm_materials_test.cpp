@@ -87,13 +87,13 @@ TEST_F(MaterialEditor, WritesChangedAndNewRows) {
 TEST_F(MaterialEditor, CopiesARowOntoAnother) {
     UseLibrary(Material("6 hdf") + OakPly);
     Open();
-    Editor().HighlightRow(2);
+    Grid().SetActiveCell(1, 2);
     Press("mnuCopyRow");
-    Editor().HighlightRow(7);
+    Grid().SetActiveCell(1, 7);
     Press("mnuPasteRow");
     EXPECT_EQ(Row(7), Row(2));
     EXPECT_EQ(Row(6), Blank());
-    Editor().HighlightRow(1);
+    Grid().SetActiveCell(1, 1);
     Press("mnuPasteRow");
     EXPECT_EQ(Row(1), Row(2)) << "it can be pasted again, over what was there";
 }
@@ -104,7 +104,7 @@ TEST_F(MaterialEditor, CopyAndPasteDoNothingWithoutARowOrACopy) {
     Press("mnuCopyRow");
     Press("mnuPasteRow");
     EXPECT_EQ(Editor().copiedRow, "");
-    Editor().HighlightRow(1);
+    Grid().SetActiveCell(1, 1);
     Press("mnuPasteRow");
     EXPECT_EQ(Row(1).front(), "19.05 Red Oak Ply");
 }
@@ -112,7 +112,7 @@ TEST_F(MaterialEditor, CopyAndPasteDoNothingWithoutARowOrACopy) {
 TEST_F(MaterialEditor, PastesRowsOfASpreadsheet) {
     Open();
     Editor().copiedRow = "18 mdf\t0\tcc\r\n19 mdf\t1\tc\t1\t2\t3\t4\t5\t6\t7\t8\t9\t10\t11\t12\tbeyond\r\n";
-    Editor().HighlightRow(Grid().MaxRows());
+    Grid().SetActiveCell(1, Grid().MaxRows());
     const int row = Grid().MaxRows();
     Press("mnuPasteRow");
     EXPECT_EQ(Grid().CellText(1, row), "18 mdf");
