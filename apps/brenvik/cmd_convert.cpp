@@ -10,8 +10,9 @@ namespace brenvik::app {
 
 namespace {
 
-ExitStatus Convert(const DrawingOptions& options) {
+ExitStatus Convert(DrawingOptions options) {
     RequireWritableFormat(options.save);
+    options.onlySaves = IsDxfName(options.save);
     Teller teller(options.quiet);
     GuardedFiles files;
     HostApplication host([&files](const std::filesystem::path& file, std::string_view content) {

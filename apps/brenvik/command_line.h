@@ -17,6 +17,7 @@ struct DrawingOptions {
     std::string save;
     std::vector<std::string> handles;
     bool quiet = false;
+    bool onlySaves = false;  ///< The command saves the drawing as a whole and asks nothing else of it.
 
     Argument DrawingWord();
     /// The drawing to write, as a word by its place.

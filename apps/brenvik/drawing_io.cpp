@@ -29,10 +29,12 @@ std::string AtLine(const std::string& file, std::size_t line) {
     return line == 0 ? file + ": " : file + ":" + std::to_string(line) + ": ";
 }
 
-void TellNotes(const std::string& file, std::span<const ReadNote> notes, Teller& teller) {
+/// `staysInFile`: nobody asks for more of the drawing than to be saved as a whole.
+void TellNotes(const std::string& file, std::span<const ReadNote> notes, Teller& teller,
+               bool staysInFile = false) {
     for (const ReadNote& note : notes) {
         const std::string text = AtLine(file, note.line) + note.text;
-        if (note.dataLost)
+        if (note.dataLost && !(staysInFile && note.isKept))
             teller.Loss(text);
         else
             teller.Remark(text);
@@ -146,7 +148,7 @@ HostDocument& OpenInput(HostApplication& host, GuardedFiles& files, const Drawin
     TellUnusedLetters(options, path, teller);
     try {
         HostDocument& document = host.OpenDrawing(path, {.letters = options.letters});
-        TellNotes(options.drawing, document.Notes(), teller);
+        TellNotes(options.drawing, document.Notes(), teller, options.onlySaves);
         return document;
     } catch (const Failure& failure) {
         const std::string& text = failure.detail().empty() ? failure.description() : failure.detail();

@@ -79,10 +79,17 @@ TEST_P(DxfSamples, BodiesArriveInClear) {
     }
 }
 
+/// What goes through a reading and a writing as it stands is told by each reading.
+bool IsMetAgain(const ReadNote& note) {
+    return note.isKept || note.text.find("binary (SAB") != std::string::npos ||
+           note.text.find("that it refers to is left out") != std::string::npos;
+}
+
 TEST_P(DxfSamples, WritingReadingAndWritingGivesTheSameBytes) {
     const std::string first = WriteDxf(ReadDxf(mText, mName));
     DrawingData again = ReadDxf(first, mName);
-    EXPECT_TRUE(again.notes.empty()) << again.notes.front().line << ": " << again.notes.front().text;
+    // What went through unread is met again.
+    for (const ReadNote& note : again.notes) EXPECT_TRUE(IsMetAgain(note)) << note.line << ": " << note.text;
     EXPECT_TRUE(WriteDxf(again) == first);
     const DrawingData once = again;
     EXPECT_TRUE(ReadDxf(WriteDxf(once), mName) == once);

@@ -31,7 +31,8 @@ def open_drawing(path):
         content = file.read()
     if not re.search(rb"\\U\+", content):
         return ezdxf.readfile(path)
-    return ezdxf.read(io.StringIO(ESCAPE.sub(decoded, content.decode("ascii")).replace("\r\n", "\n")))
+    text = content.decode(ezdxf.filemanagement.dxf_file_info(path).encoding, "surrogateescape")
+    return ezdxf.read(io.StringIO(ESCAPE.sub(decoded, text).replace("\r\n", "\n")))
 
 
 def problems_of(path):

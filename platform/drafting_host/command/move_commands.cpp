@@ -3,6 +3,7 @@
 #include "drafting_host/command/command_session.h"
 #include "drafting_host/command/commands.h"
 #include "drafting_host/document/host_failure.h"
+#include "drafting_host/document/kept_groups.h"
 #include "drafting_host/document/vectors.h"
 
 namespace brenvik::host_commands {
@@ -25,8 +26,8 @@ void CopyAll(const Entities& entities, const Similarity& move) {
         HostGeometry geometry = entity->Geometry();
         Transform(geometry, move);
         HostEntity& copy = entity->Owner().Add(std::move(geometry));
-        copy.SetLook(entity->Look());
-        copy.SetExtendedData(entity->ExtendedData());
+        copy.TakeAllButGeometry(*entity);
+        copy.SetKeptGroups(AfterMove(copy.KeptGroupsOfFile(), move));
     }
 }
 

@@ -69,7 +69,7 @@ std::string Excerpt(std::string_view content) {
 std::vector<std::string> SaveDxf(const HostDocument& document, const std::filesystem::path& path) {
     std::vector<std::string> problems;
     const DrawingData data = document.ToData(problems);
-    document.Host().WriteFile(path, WriteDxf(data));
+    document.Host().WriteFile(path, WriteDxf(data, problems));
     return problems;
 }
 

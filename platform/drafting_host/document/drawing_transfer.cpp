@@ -125,6 +125,7 @@ std::optional<EntityData> ToPlain(const HostEntity& entity, std::vector<std::str
     if (!plain) return std::nullopt;
     EntityData data = PlainLook(entity);
     data.geometry = std::move(*plain);
+    data.kept = entity.KeptGroupsOfFile();
     return data;
 }
 
@@ -158,6 +159,7 @@ void FillBlock(HostBlock& block, std::vector<EntityData>& entities, HostLayers& 
         entity.SetLook({&layers.Put(std::move(layer)), std::move(data.linetype), data.linetypeScale,
                         data.color, data.visible, data.lineweight});
         entity.SetExtendedData(std::move(data.xdata));
+        entity.SetKeptGroups(std::move(data.kept));
     }
 }
 
@@ -206,6 +208,7 @@ class Extract {
         const std::size_t place = mData.blocks.size();
         mData.blocks.push_back(block->Record());
         mData.blocks.back().handle = 0;
+        mData.blocks.back().kept = {};
         for (const HostEntity* entity : block->Entities()) Take(place, *entity, Similarity());
     }
 
@@ -216,9 +219,13 @@ class Extract {
     std::set<std::string, LessIgnoreCase> mApps, mBlocks;
 };
 
+/// A drawing of its own has nothing of the file that its source was read from.
 template <class Entries>
-void ForgetEntryHandles(Entries& entries) {
-    for (auto& entry : entries) entry.handle = 0;
+void ForgetFile(Entries& entries) {
+    for (auto& entry : entries) {
+        entry.handle = 0;
+        entry.kept = {};
+    }
 }
 
 }  // namespace
@@ -288,11 +295,12 @@ DrawingSnapshot HostDocument::Extracted(std::span<HostEntity* const> entities, c
     data.linetypes = mTables.linetypes;
     data.styles = mTables.styles;
     data.headerVariables = mTables.headerVariables;
-    ForgetEntryHandles(data.linetypes);
-    ForgetEntryHandles(data.styles);
+    ForgetFile(data.linetypes);
+    ForgetFile(data.styles);
     for (const std::size_t space : {0, 1}) {
         data.blocks.push_back(mBlocks[space]->Record());
         data.blocks.back().handle = 0;
+        data.blocks.back().kept = {};
     }
     Extract extract(*this, data);
     for (const HostEntity* entity : entities) {
@@ -303,6 +311,7 @@ DrawingSnapshot HostDocument::Extracted(std::span<HostEntity* const> entities, c
         if (!extract.Layers().contains(layer) && layer->Values().name != "0") continue;
         data.layers.push_back(layer->Values());
         data.layers.back().handle = 0;
+        data.layers.back().kept = {};
     }
     snapshot.shapes = extract.Shapes();
     return snapshot;

@@ -9,6 +9,7 @@
 #include "drafting_host/document/host_application.h"
 #include "drafting_host/document/host_failure.h"
 #include "drafting_host/document/intersections.h"
+#include "drafting_host/document/kept_groups.h"
 #include "drafting_host/document/vectors.h"
 
 namespace brenvik {
@@ -64,6 +65,7 @@ void HostEntity::EraseAnyway() {
     if (mErased) return;
     mErased = true;
     mXData.clear();
+    mKept = {};
     Release();
     mOwner->NoteErased();
     Document().NoteErased(*this);
@@ -125,6 +127,7 @@ void HostEntity::SetColor(int color) {
     RequireChangeable();
     if (color < 0 || color > 256) throw host_failure::InvalidArgument("a colour is a number from 0 to 256");
     mLook.color = color;
+    mKept = WithoutTrueColor(mKept);
 }
 
 void HostEntity::Highlight(bool on) {
@@ -142,6 +145,7 @@ HostEntity& HostEntity::CopyInto(HostBlock& block) const {
         look.layer = &block.Document().LayerTable().Put(look.layer->Values());
     copy.mLook = std::move(look);
     copy.mXData = mXData;
+    copy.mKept = &block.Document() == &Document() ? OfCopy(mKept) : OfOtherDrawing(mKept);
     for (XDataOfApp& app : copy.mXData) app.app = block.Document().RegisterApplication(app.app);
     return copy;
 }
@@ -150,7 +154,9 @@ AcadEntity* HostEntity::Copy() { return &CopyInto(*mOwner); }
 
 void HostEntity::Transform(const Similarity& move) {
     RequireChangeable();
-    if (!move.Identity()) ApplyTransform(move);
+    if (move.Identity()) return;
+    ApplyTransform(move);
+    mKept = AfterMove(mKept, move);
 }
 
 void HostEntity::Move(const Point3& from, const Point3& to) {
@@ -172,9 +178,15 @@ HostEntity& HostEntity::MirroredCopy(const Similarity& mirror) {
     HostGeometry geometry = Geometry();
     brenvik::Transform(geometry, mirror);
     HostEntity& copy = mOwner->Add(std::move(geometry));
-    copy.mLook = mLook;
-    copy.mXData = mXData;
+    copy.TakeAllButGeometry(*this);
+    copy.mKept = AfterMove(copy.mKept, mirror);
     return copy;
+}
+
+void HostEntity::TakeAllButGeometry(const HostEntity& original) {
+    mLook = original.mLook;
+    mXData = original.mXData;
+    mKept = OfCopy(original.mKept);
 }
 
 AcadEntity* HostEntity::Mirror(const Point3& first, const Point3& second) {

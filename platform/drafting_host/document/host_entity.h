@@ -76,6 +76,11 @@ class HostEntity : public virtual AcadEntity {
     const std::vector<XDataOfApp>& ExtendedData() const { return mXData; }
     /// Takes over extended data that have been checked already.
     void SetExtendedData(std::vector<XDataOfApp> data) { mXData = std::move(data); }
+    /// What the file that was read tells of the entity besides.
+    const Kept<KeptGroups>& KeptGroupsOfFile() const { return mKept; }
+    void SetKeptGroups(Kept<KeptGroups> kept) { mKept = std::move(kept); }
+    /// Takes over look, extended data and what is kept from an entity that this one is a copy of.
+    void TakeAllButGeometry(const HostEntity& original);
     /// The entity's values; a shape is shared, not copied.
     virtual HostGeometry Geometry() const = 0;
     /// Any move of the host. Fails on a locked layer.
@@ -103,6 +108,7 @@ class HostEntity : public virtual AcadEntity {
     HandleValue mHandle;
     EntityLook mLook;
     std::vector<XDataOfApp> mXData;
+    Kept<KeptGroups> mKept;
     bool mErased = false;
     bool mHighlighted = false;
 };

@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/document/host_failure.h"
+#include "drafting_host/document/kept_groups.h"
 #include "drafting_host/dxf/standard_entries.h"
 
 namespace brenvik {
@@ -30,6 +31,7 @@ void HostLayer::SetColor(int color) {
     if (color < 1 || color > 255)
         throw host_failure::InvalidArgument("a layer's colour is a number from 1 to 255");
     mData.color = color;
+    mData.kept = WithoutTrueColorOfLayer(mData.kept);
 }
 
 bool HostLayer::Freeze() const {

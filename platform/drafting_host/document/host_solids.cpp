@@ -13,6 +13,7 @@
 #include "drafting_host/document/curve_edges.h"
 #include "drafting_host/document/host_block.h"
 #include "drafting_host/document/host_failure.h"
+#include "drafting_host/document/kept_groups.h"
 #include "drafting_host/document/vectors.h"
 #include "drafting_host/solids/column.h"
 #include "drafting_host/solids/mass.h"
@@ -85,6 +86,7 @@ void TakeResult(HostShapeEntity& entity, HostShapeEntity& used, TopoDS_Shape res
 
 void HostShapeEntity::SetShape(TopoDS_Shape shape) {
     mData.shape = std::move(shape);
+    SetKeptGroups(AfterReshaping(KeptGroupsOfFile()));
     ForgetMeasures();
 }
 

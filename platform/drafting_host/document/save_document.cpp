@@ -44,7 +44,8 @@ void HostDocument::SaveAs(std::string_view fileName, SaveAsKind kind) {
     const std::string name = WithExtension(fileName, kind);
     // Both file types are DXF text here, whatever the name ends in.
     std::vector<std::string> problems;
-    mApplication.WriteFile(mApplication.Resolve(name), WriteDxf(ToData(problems)));
+    const DrawingData data = ToData(problems);
+    mApplication.WriteFile(mApplication.Resolve(name), WriteDxf(data, problems));
     KeepProblems(*this, name, problems);
     mFullName = name;
     mImported = false;

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "base/handle_text.h"
 #include "drafting_host/dxf/reading.h"
 #include "drafting_host/dxf/standard_entries.h"
 
@@ -13,6 +14,27 @@ void ForEachEntity(DrawingData& data, Visit visit) {
     for (BlockData& block : data.blocks) {
         for (EntityData& entity : block.entities) visit(entity);
     }
+}
+
+/// The records that have a handle of their own and go through as they are.
+template <typename Visit>
+void ForEachKept(Reading& reading, Visit visit) {
+    for (auto& [name, block] : reading.keptBlocks) {
+        for (KeptRecord& record : block.entities) visit(record);
+    }
+    for (KeptTable& table : reading.file.tables) {
+        for (KeptRecord& record : table.entries) visit(record);
+    }
+    for (KeptRecord& record : reading.file.objects) visit(record);
+}
+
+/// The attributes of block references.
+template <typename Visit>
+void ForEachPart(DrawingData& data, Visit visit) {
+    ForEachEntity(data, [&](const EntityData& entity) {
+        if (!entity.kept) return;
+        for (const KeptRecord& part : entity.kept->parts) visit(part);
+    });
 }
 
 // A blank name can stand in no table; it means what the file would have meant without the group.
@@ -110,10 +132,19 @@ class BlockRings {
                                  ShownName(insert->block) + ", " +
                                  (isRing ? "which holds itself" : "a block of the drawing was expected"));
         }
+        MoveUp(mReading.keptBlocks[block.name].entities, isBad);
         const EntityData* const first = block.entities.data();
         std::erase_if(block.entities, [&](const EntityData& entity) {
             return isBad[static_cast<std::size_t>(&entity - first)] != 0;
         });
+    }
+
+    /// Kept entities count the others before them.
+    static void MoveUp(std::vector<KeptRecord>& kept, const std::vector<char>& isBad) {
+        for (KeptRecord& record : kept) {
+            const auto end = isBad.begin() + static_cast<std::ptrdiff_t>(record.place);
+            record.place -= static_cast<std::size_t>(std::count(isBad.begin(), end, 1));
+        }
     }
 
     Reading& mReading;
@@ -121,19 +152,38 @@ class BlockRings {
     std::unordered_set<const EntityData*> mRings;
 };
 
-// Every object its own handle: entities keep theirs before tables do, tables before what only files need.
+// Every object its own handle: entities keep theirs before tables do, tables before what goes through unread,
+// and that before what only files need.
 class Handles {
   public:
-    explicit Handles(DrawingData& data) : mData(data) {}
+    explicit Handles(Reading& reading) : mReading(reading), mData(reading.data) {}
 
     void Settle() {
         ForEachHandle([this](HandleValue& handle) { Keep(handle); });
-        for (auto& [what, handle] : mData.fileHandles) Keep(handle);
+        for (const GroupData& group : mData.groups) mGroups.insert(group.handle);
+        ForEachKept(mReading, [this](KeptRecord& record) { Keep(record); });
+        for (auto& [what, handle] : mData.fileHandles) {
+            if (!mKept.contains(handle)) Keep(handle);
+        }
         std::erase_if(mData.fileHandles, [](const auto& entry) { return entry.second == 0; });
+        ForEachPart(mData, [this](const KeptRecord& part) { mHighest = std::max(mHighest, part.handle); });
         if (mData.handleSeed <= mHighest || mData.handleSeed > highestHandle) mData.handleSeed = mHighest + 1;
         ForEachHandle([this](HandleValue& handle) {
             if (handle == 0) handle = mData.handleSeed++;
         });
+        ForEachKept(mReading, [this](KeptRecord& record) {
+            if (record.handle == 0) ChangeOwnHandle(record, mData.handleSeed++);
+            mUsed.insert(record.handle);
+        });
+    }
+
+    /// Every handle of the file, ascending.
+    std::vector<HandleValue> All() {
+        ForEachHandle([this](const HandleValue& handle) { mUsed.insert(handle); });
+        ForEachPart(mData, [this](const KeptRecord& part) { mUsed.insert(part.handle); });
+        std::vector<HandleValue> all(mUsed.begin(), mUsed.end());
+        std::ranges::sort(all);
+        return all;
     }
 
   private:
@@ -163,8 +213,25 @@ class Handles {
         mHighest = std::max(mHighest, handle);
     }
 
+    void Keep(KeptRecord& record) {
+        const HandleValue read = record.handle;
+        // A group is kept besides what the drawing has of it.
+        if (record.name == "GROUP" && mGroups.contains(read)) {
+            mKept.insert(read);
+            return;
+        }
+        Keep(record.handle);
+        if (record.handle != 0) {
+            mKept.insert(read);
+        } else if (read != 0) {
+            mReading.Note(0, "handle used twice: " + HandleToText(read) + "; the " + record.name +
+                                 " of this handle gets a new one");
+        }
+    }
+
+    Reading& mReading;
     DrawingData& mData;
-    std::unordered_set<HandleValue> mUsed;
+    std::unordered_set<HandleValue> mUsed, mKept, mGroups;
     HandleValue mHighest = 0;
 };
 
@@ -180,6 +247,25 @@ void DropDeadReferences(DrawingData& data) {
             std::erase_if(viewport->frozenLayers,
                           [&](HandleValue handle) { return !layers.contains(handle); });
     });
+}
+
+/// Hands what goes through unread over to the drawing.
+void JoinKept(Reading& reading, std::vector<HandleValue> handles) {
+    DrawingData& data = reading.data;
+    for (BlockData& block : data.blocks) {
+        const auto found = reading.keptBlocks.find(block.name);
+        if (found == reading.keptBlocks.end()) continue;
+        KeptBlock& kept = found->second;
+        if (!kept.entities.empty()) {
+            for (const EntityData& entity : block.entities) kept.order.push_back(entity.handle);
+        }
+        block.kept = {std::make_shared<const KeptBlock>(std::move(kept))};
+    }
+    KeptFile& file = reading.file;
+    file.hasByteOrderMark = reading.hasByteOrderMark;
+    file.handles = std::move(handles);
+    file.unkept.assign(reading.unkept.begin(), reading.unkept.end());
+    data.file = {std::make_shared<const KeptFile>(std::move(file))};
 }
 
 void NameBlocks(Reading& reading) {
@@ -203,8 +289,10 @@ void CompleteDrawing(Reading& reading) {
     NameBlocks(reading);
     BlockRings(reading).DropReferences();
     JoinNames(reading.data);
-    Handles(reading.data).Settle();
+    Handles handles(reading);
+    handles.Settle();
     DropDeadReferences(reading.data);
+    JoinKept(reading, handles.All());
 }
 
 }  // namespace brenvik

@@ -13,11 +13,10 @@
 #include <variant>
 #include <vector>
 
+#include "drafting_host/dxf/kept_records.h"
 #include "session/ports/host_interface.h"
 
 namespace brenvik {
-
-using HandleValue = std::uint64_t;
 
 /// One item of extended data with its group code.
 struct XDataItem {
@@ -171,6 +170,7 @@ struct EntityData {
     int lineweight = -1;  ///< Hundredths of a millimetre; -1 by layer, -2 by block, -3 the default.
     EntityGeometry geometry;
     std::vector<XDataOfApp> xdata;
+    Kept<KeptGroups> kept{};
     friend bool operator==(const EntityData&, const EntityData&) = default;
 };
 
@@ -181,6 +181,7 @@ struct LayerData {
     std::string linetype = "Continuous";
     bool on = true, frozen = false, locked = false, plottable = true;
     int lineweight = -3;  ///< As an entity's.
+    Kept<KeptGroups> kept{};
     friend bool operator==(const LayerData&, const LayerData&) = default;
 };
 struct LinetypeData {
@@ -188,6 +189,7 @@ struct LinetypeData {
     std::string name, description;
     double patternLength = 0;
     std::vector<double> dashes;
+    Kept<KeptRecord> kept{};  ///< The whole record.
     friend bool operator==(const LinetypeData&, const LinetypeData&) = default;
 };
 struct TextStyleData {
@@ -195,12 +197,14 @@ struct TextStyleData {
     std::string name, font = "txt", bigFont;
     double height = 0, widthFactor = 1, oblique = 0;
     int flags = 0, generation = 0;
+    Kept<KeptRecord> kept{};  ///< The whole record.
     friend bool operator==(const TextStyleData&, const TextStyleData&) = default;
 };
 struct UcsData {
     HandleValue handle = 0;
     std::string name;
     Point3 origin, xAxis{1, 0, 0}, yAxis{0, 1, 0};
+    Kept<KeptGroups> kept{};
     friend bool operator==(const UcsData&, const UcsData&) = default;
 };
 struct GroupData {
@@ -219,6 +223,7 @@ struct BlockData {
     int flags = 0;           ///< Bit 1: anonymous.
     std::string layoutName;  ///< Of a space: the name on its tab ("Model", "Layout1").
     std::vector<EntityData> entities;
+    Kept<KeptBlock> kept{};
     friend bool operator==(const BlockData&, const BlockData&) = default;
 };
 
@@ -227,11 +232,12 @@ struct ReadNote {
     std::size_t line = 0;  ///< Of the file, from 1; 0 when there is none.
     std::string text;      ///< Says what was found, what was expected, and what became of it.
     bool dataLost = true;  ///< False for things passed over on purpose that hold no part of the job.
+    bool isKept = false;   ///< A drawing saved again still holds it.
     friend bool operator==(const ReadNote&, const ReadNote&) = default;
 };
 
 struct DrawingData {
-    std::string version = "AC1015";  ///< As read; files are always written as AC1015.
+    std::string version = "AC1015";  ///< As read; WriteDxf tells in which release it is written.
     std::string codePage = "ANSI_1252";
     int insertUnits = 0, measurement = 0;
     HandleValue handleSeed = 1;  ///< Above every handle used.
@@ -250,6 +256,7 @@ struct DrawingData {
     /// block), so that a drawing written again gives the same bytes. May be empty: new ones are given.
     std::map<std::string, HandleValue> fileHandles;
     std::vector<ReadNote> notes;
+    Kept<KeptFile> file{};  ///< Nothing for a drawing that was made here.
     friend bool operator==(const DrawingData&, const DrawingData&) = default;
 };
 

@@ -95,8 +95,15 @@ class Walk {
         }
         mHasSection = true;
         const Group* const name = FindGroup(record.groups, 2);
-        mSection =
-            name == nullptr ? Section::Other : SectionNamed(name->value.substr(0, name->value.find(' ')));
+        const std::string_view word =
+            name == nullptr ? std::string_view() : name->value.substr(0, name->value.find(' '));
+        mSection = SectionNamed(word);
+        if (mSection == Section::Other) {
+            const Groups all = record.groups;
+            const Groups head =
+                name == nullptr ? all : all.subspan(static_cast<std::size_t>(name - all.data()) + 1);
+            mReading.file.sections.push_back({std::string(word), TextOfGroups(head), {}});
+        }
         if (name == nullptr) mReading.Note(record.line, "a section's name (group 2) was expected");
         if (mSection == Section::Header) ReadHeader(mReading, record.groups);
     }
@@ -121,11 +128,13 @@ class Walk {
             case Section::Objects:
                 mObjects.Take(record);
                 break;
+            case Section::Other:
+                mReading.file.sections.back().records.push_back(KeptRecordOf(record));
+                break;
             case Section::None:
                 mReading.Note(record.line, ShownName(record.name) + " passed over: a SECTION was expected");
                 break;
             case Section::Header:
-            case Section::Other:
                 break;
         }
     }
@@ -145,6 +154,7 @@ class Walk {
     }
 
     void BeginBlock(Record& record) {
+        const std::string text = mReading.KeepsRecords() ? TextOfGroups(record.groups) : std::string();
         DropBrackets(record.groups);
         mBlock.reset();
         mBlockRefused = true;
@@ -165,6 +175,7 @@ class Walk {
         }
         mBlock = place;
         mBlockRefused = false;
+        if (!text.empty()) mReading.keptBlocks[name].begin = text;
     }
 
     void TakeBlockBegin(std::size_t place, Groups groups) {
@@ -191,6 +202,8 @@ class Walk {
     }
 
     void EndBlock(Record& record) {
+        if (mBlock && mReading.KeepsRecords())
+            mReading.keptBlocks[mReading.data.blocks[*mBlock].name].end = TextOfGroups(record.groups);
         DropBrackets(record.groups);
         if (mBlock) {
             if (const Group* const handle = FindGroup(record.groups, 5))

@@ -13,7 +13,8 @@
 namespace brenvik {
 namespace {
 
-constexpr std::size_t escapeLength = 7;  // "\U+XXXX"
+constexpr std::size_t escapeLength = 7;    // "\U+XXXX"
+constexpr char32_t firstPrintable = 0xA0;  // beyond ASCII and the control characters above it
 
 bool IsHighSurrogate(unsigned unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 bool IsLowSurrogate(unsigned unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
@@ -171,7 +172,7 @@ int CodePageNumber(std::string_view name) {
     return 0;
 }
 
-std::string EncodeText(std::string_view text) {
+std::string EncodeText(std::string_view text, bool isUnicode) {
     std::string result;
     result.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
@@ -186,7 +187,11 @@ std::string EncodeText(std::string_view text) {
             continue;
         }
         const Utf8Character character = Utf8CharacterAt(text, at);
-        AppendEscaped(result, character.valid ? character.codePoint : replacementCharacter);
+        if (isUnicode && character.valid && character.codePoint >= firstPrintable) {
+            result += text.substr(at, character.length);
+        } else {
+            AppendEscaped(result, character.valid ? character.codePoint : replacementCharacter);
+        }
         at += character.length;
     }
     return result;

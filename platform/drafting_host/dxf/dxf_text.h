@@ -38,7 +38,8 @@ int CodePageNumber(std::string_view name);
 /// The text as release 2000 takes it: ASCII, everything else as "\U+XXXX" (two of them, a surrogate
 /// pair, above FFFF). Control characters are escaped too, since a line end would end the value, and so are
 /// the caret and the backslash of a literal "\U+", so that reading gives the same text again.
-std::string EncodeText(std::string_view text);
+/// With `isUnicode`, as releases from 2007 on take it, characters beyond ASCII stay as they are.
+std::string EncodeText(std::string_view text, bool isUnicode = false);
 
 /// The length of a text as the limits of the format count it: in UTF-16 units, escapes not counted.
 std::size_t TextUnits(std::string_view text);

@@ -93,6 +93,10 @@ std::string ShownEntity(const Record& record) {
 
 bool IsZero(const Point3& point) { return point.x == 0 && point.y == 0 && point.z == 0; }
 
+/// Kinds of many records, the others of which go into what is kept of the first.
+bool HasParts(std::string_view name) { return name == "INSERT" || name == "POLYLINE"; }
+bool IsBodyKind(std::string_view name) { return name == "3DSOLID" || name == "REGION" || name == "BODY"; }
+
 }  // namespace
 
 std::size_t BlockPlace(Reading& reading, const std::string& name) {
@@ -140,6 +144,8 @@ void EntityReader::EndOpenPolyline(std::size_t line) {
         if (data.vertices.empty()) {
             mReading.Note(std::min(line, mPolyline->line), "POLYLINE left out: a vertex was expected");
         } else {
+            if (mPolyline->kept)
+                std::ranges::sort(mPolyline->kept->vertices, {}, &KeptGroups::Vertex::handle);
             mReading.data.blocks[mPolyline->block].entities.push_back(std::move(mPolyline->entity));
         }
     }
@@ -162,12 +168,22 @@ bool EntityReader::TakePolylinePart(Record& record) {
         EndOpenPolyline(record.line);
         return false;
     }
+    std::optional<KeptGroups::Vertex> kept;
+    if (mReading.KeepsRecords() && !mPolyline->refused)
+        kept = LeftoversOfVertex(record, mPolyline->fileLayer);
     const SplitGroups groups = Split(record);
+    const auto keep = [&](HandleValue handle) {
+        if (!kept || (kept->head.empty() && kept->common.empty() && kept->own.empty())) return;
+        kept->handle = handle;
+        mPolyline->kept->vertices.push_back(std::move(*kept));
+    };
     if (isEnd) {
         const Group* const handle = FindGroup(groups.own, 5);
-        if (!mPolyline->refused && handle != nullptr)
-            std::get<PolylineData>(mPolyline->entity.geometry).seqendHandle =
-                OwnHandle(HandleOf(*handle), record.line, false);
+        if (!mPolyline->refused && handle != nullptr) {
+            HandleValue& end = std::get<PolylineData>(mPolyline->entity.geometry).seqendHandle;
+            end = OwnHandle(HandleOf(*handle), record.line, false);
+            if (end != 0) keep(end);
+        }
         EndOpenPolyline(record.line);
         return true;
     }
@@ -175,6 +191,7 @@ bool EntityReader::TakePolylinePart(Record& record) {
     try {
         PolylineData::Vertex vertex = ReadPolylineVertex(groups.own, record.line);
         vertex.handle = OwnHandle(vertex.handle, record.line, false);
+        if (vertex.handle != 0) keep(vertex.handle);
         std::get<PolylineData>(mPolyline->entity.geometry).vertices.push_back(vertex);
     } catch (const EntityRefused& refused) {
         // A polyline less a vertex would be another shape.
@@ -184,15 +201,47 @@ bool EntityReader::TakePolylinePart(Record& record) {
     return true;
 }
 
+void EntityReader::Pass(const Record& record) {
+    auto& passed = mPassed[std::string(record.name)];
+    if (passed.count++ == 0) passed.firstLine = record.line;
+}
+
+void EntityReader::KeepEntity(Record& record, std::optional<std::size_t> block) {
+    if (!mReading.KeepsRecords()) {
+        ++mReading.unkept[std::string(record.name)];
+        return;
+    }
+    KeptRecord kept = KeptRecordOf(record);
+    const SplitGroups groups = Split(record);
+    KeepRecord(std::move(kept), block ? *block : SpaceOf(groups.own));
+}
+
+void EntityReader::KeepRecord(KeptRecord record, std::size_t block) {
+    const BlockData& target = mReading.data.blocks[block];
+    record.place = target.entities.size();
+    mReading.keptBlocks[target.name].entities.push_back(std::move(record));
+}
+
 void EntityReader::TakeEntity(Record& record, std::optional<std::size_t> block) {
+    if (!IsUnderstoodKind(record.name)) {
+        Pass(record);
+        return KeepEntity(record, block);
+    }
+    const bool hasParts = HasParts(record.name);
+    std::shared_ptr<KeptGroups> parts;
+    const Group* const layer = FindGroup(record.groups, 8);
+    const std::string fileLayer(layer == nullptr ? std::string_view() : layer->value);
+    Kept<KeptGroups> kept;
+    if (mReading.KeepsRecords()) kept = LeftoversOfEntity(record);
+    std::optional<KeptRecord> binaryBody;
+    if (mReading.isBinaryBodies && IsBodyKind(record.name)) binaryBody = KeptRecordOf(record);
+    if (mReading.KeepsRecords() && hasParts) {
+        parts = kept ? std::make_shared<KeptGroups>(*kept) : std::make_shared<KeptGroups>();
+        kept.value = parts;
+    }
     const SplitGroups groups = Split(record);
     try {
         auto geometry = ReadGeometry(mReading, record, groups.own);
-        if (!geometry) {
-            auto& passed = mPassed[std::string(record.name)];
-            if (passed.count++ == 0) passed.firstLine = record.line;
-            return;
-        }
         EntityData entity = CommonOf(mReading, groups.own);
         const std::size_t place = block ? *block : SpaceOf(groups.own);
         if (Point3* const normal = NormalOf(*geometry); normal != nullptr && IsZero(*normal)) {
@@ -204,22 +253,40 @@ void EntityReader::TakeEntity(Record& record, std::optional<std::size_t> block) 
         entity.geometry = std::move(*geometry);
         entity.xdata = groups.xdata.empty() ? std::vector<XDataOfApp>()
                                             : ReadXData(mReading, groups.xdata, ShownEntity(record));
+        entity.kept = std::move(kept);
         if (record.name == "POLYLINE") {
-            mPolyline = OpenPolyline{std::move(entity), place, record.line, false};
+            mPolyline = OpenPolyline{std::move(entity), place, record.line, false, fileLayer, parts};
         } else {
+            if (record.name == "INSERT") mInsert = parts;
             mReading.data.blocks[place].entities.push_back(std::move(entity));
         }
     } catch (const EntityRefused& refused) {
         Refuse(record, refused);
-        if (record.name == "POLYLINE") mPolyline = OpenPolyline{{}, 0, record.line, true};
+        if (binaryBody) KeepRecord(std::move(*binaryBody), block ? *block : SpaceOf(groups.own));
+        if (record.name == "POLYLINE") mPolyline = OpenPolyline{{}, 0, record.line, true, {}, {}};
     }
+}
+
+bool EntityReader::TakeInsertPart(const Record& record) {
+    const bool isAttribute = record.name == "ATTRIB", isEnd = record.name == "SEQEND";
+    if (!mAfterInsert || (!isAttribute && !isEnd)) return false;
+    if (mInsert) {
+        mInsert->parts.push_back(KeptRecordOf(record));
+    } else if (isAttribute) {
+        ++mReading.unkept["ATTRIB"];
+    }
+    if (isEnd) {
+        mAfterInsert = false;
+        mInsert.reset();
+    }
+    return true;
 }
 
 void EntityReader::Take(Record& record, std::optional<std::size_t> block) {
     if (TakePolylinePart(record)) return;
-    // The attributes of a block reference end with a SEQEND of their own.
-    if (record.name == "SEQEND" && mAfterInsert) return;
-    mAfterInsert = record.name == "INSERT" || (mAfterInsert && record.name == "ATTRIB");
+    if (TakeInsertPart(record)) return;
+    mAfterInsert = record.name == "INSERT";
+    mInsert.reset();
     TakeEntity(record, block);
 }
 
@@ -229,8 +296,10 @@ void EntityReader::NotePassedOver() {
             std::find(annotationKinds.begin(), annotationKinds.end(), kind) != annotationKinds.end();
         mReading.Note(passed.firstLine,
                       std::to_string(passed.count) + " of kind " + ShownName(kind) +
-                          " passed over, the first in this line: drawings don't hold this kind",
-                      !isAnnotation);
+                          " passed over, the first in this line: " +
+                          (mReading.KeepsRecords() ? "they stay in the drawing as they are"
+                                                   : "drawings don't hold this kind"),
+                      !isAnnotation, mReading.KeepsRecords());
     }
     mPassed.clear();
 }

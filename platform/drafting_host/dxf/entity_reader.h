@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_set>
@@ -33,10 +34,18 @@ class EntityReader {
     struct OpenPolyline {
         EntityData entity;
         std::size_t block = 0, line = 0;
-        bool refused = false;  ///< Its vertices are passed over with it.
+        bool refused = false;   ///< Its vertices are passed over with it.
+        std::string fileLayer;  ///< As the file has it.
+        std::shared_ptr<KeptGroups> kept;
     };
 
     void TakeEntity(Record& record, std::optional<std::size_t> block);
+    /// An entity of a kind that drawings don't hold.
+    void KeepEntity(Record& record, std::optional<std::size_t> block);
+    void KeepRecord(KeptRecord record, std::size_t block);
+    void Pass(const Record& record);
+    /// Whether the record is an attribute, or the end, of the block reference before it.
+    bool TakeInsertPart(const Record& record);
     bool TakePolylinePart(Record& record);
     void Refuse(const Record& record, const EntityRefused& refused);
     /// Tells a handle that is no number in hexadecimal digits, or beyond reason.
@@ -47,6 +56,8 @@ class EntityReader {
     Reading& mReading;
     std::optional<OpenPolyline> mPolyline;
     bool mAfterInsert = false;
+    std::shared_ptr<KeptGroups>
+        mInsert;  ///< What the reference before this record keeps, as long as it goes on.
     std::map<std::string, Passed> mPassed;
     std::unordered_set<HandleValue> mHandles;
 };

@@ -24,7 +24,7 @@ void GroupWriter::Code(int code) {
 
 void GroupWriter::Text(int code, std::string_view text) {
     Code(code);
-    mOut += EncodeText(text);
+    mOut += EncodeText(text, mIsUnicode);
     End();
 }
 

@@ -13,6 +13,8 @@ class GroupWriter {
   public:
     /// Text of the drawing: encoded (EncodeText).
     void Text(int code, std::string_view text);
+    /// Groups in their final form.
+    void Raw(std::string_view groups) { mOut += groups; }
     /// A word of the format itself, or a value that is encoded already.
     void Word(int code, std::string_view word);
     void Whole(int code, long value);
@@ -35,6 +37,9 @@ class GroupWriter {
     void SetPlace(std::string place) { mPlace = std::move(place); }
     const std::string& Place() const { return mPlace; }
 
+    /// From release 2007 on texts stand in UTF-8.
+    void SetUnicode(bool isUnicode) { mIsUnicode = isUnicode; }
+
     void Reserve(std::size_t size) { mOut.reserve(size); }
     std::string Take() { return std::move(mOut); }
 
@@ -44,6 +49,7 @@ class GroupWriter {
 
     std::string mOut;
     std::string mPlace = "the drawing";
+    bool mIsUnicode = false;
 };
 
 }  // namespace brenvik

@@ -58,6 +58,11 @@ void ObjectReader::TakeLayout(Groups groups) {
 }
 
 void ObjectReader::Take(Record& record) {
+    if (mReading.KeepsRecords()) {
+        mReading.file.objects.push_back(KeptRecordOf(record));
+    } else if (record.name != "DICTIONARY" && record.name != "GROUP") {
+        ++mReading.unkept[std::string(record.name)];
+    }
     DropBrackets(record.groups);
     try {
         if (record.name == "DICTIONARY" || record.name == "ACDBDICTIONARYWDFLT")

@@ -61,6 +61,7 @@ void TakeVersion(Reading& reading, Groups groups) {
     reading.data.version = Trim(group->value);
     reading.isUnicode = VersionNumber(reading.data.version) >= oldestUnicode;
     reading.isBinaryBodies = VersionNumber(reading.data.version) >= oldestBinaryBodies;
+    reading.file.release = VersionNumber(reading.data.version);
 }
 
 void SetCodePage(Reading& reading, std::string_view name, std::size_t line) {
@@ -141,8 +142,10 @@ void ReadHeader(Reading& reading, Groups groups) {
     } else if (reading.isUnicode) {
         reading.decoder = TextDecoder(TextDecoder::Bytes::Utf8, defaultPage);
     }
-    ForEachVariable(reading, groups,
-                    [&](std::string_view name, Groups values) { TakeVariable(reading, name, values); });
+    ForEachVariable(reading, groups, [&](std::string_view name, Groups values) {
+        reading.file.header.emplace_back(name, TextOfGroups(values));
+        TakeVariable(reading, name, values);
+    });
 }
 
 }  // namespace brenvik

@@ -1,5 +1,5 @@
-// The section TABLES: layers, linetypes, styles, coordinate systems, applications and block records. Of
-// the other tables only the handles are kept.
+// The section TABLES: layers, linetypes, styles, coordinate systems, applications and block records. The
+// other tables go through unread.
 #include <algorithm>
 #include <cstdlib>
 
@@ -133,10 +133,45 @@ void TakeEntry(Entry* entry, Groups groups, Take take) {
     for (const Group& group : groups) take(*entry, group);
 }
 
+KeptTable& TableOf(Reading& reading, std::string_view name) {
+    for (KeptTable& table : reading.file.tables) {
+        if (table.name == name) return table;
+    }
+    reading.file.tables.push_back({std::string(name), {}, {}});
+    return reading.file.tables.back();
+}
+
+/// Keeps an entry that a drawing doesn't hold.
+void KeepEntry(Reading& reading, const Record& record) {
+    if (!reading.KeepsRecords()) {
+        // Every drawing has these two, and they say nothing of their own.
+        const std::string name = NameOf(reading, record.groups);
+        const bool isUsual = (record.name == "DIMSTYLE" && EqualsIgnoreCase(name, "Standard")) ||
+                             (record.name == "VPORT" && EqualsIgnoreCase(name, "*Active"));
+        if (!isUsual) ++reading.unkept[std::string(record.name)];
+        return;
+    }
+    TableOf(reading, record.name)
+        .entries.push_back(KeptRecordOf(record, record.name == "DIMSTYLE" ? 105 : 5));
+}
+
+template <typename Entry>
+void KeepWhole(const Reading& reading, const Record& record, Entry* entry) {
+    if (entry != nullptr && reading.KeepsRecords())
+        entry->kept = {std::make_shared<const KeptRecord>(KeptRecordOf(record))};
+}
+
+template <typename Entry>
+void KeepLeftovers(const Reading& reading, const Record& record, Entry* entry) {
+    if (entry != nullptr && reading.KeepsRecords())
+        entry->kept = {std::make_shared<const KeptGroups>(LeftoversOfEntry(record.name, record.groups))};
+}
+
 void ReadBlockRecord(Reading& reading, Groups groups) {
     const std::string name = CanonicalBlockName(NameOf(reading, groups));
     const HandleValue handle = HandleIn(groups, 5);
     if (handle == 0 || name.empty()) return;
+    if (reading.KeepsRecords()) reading.keptBlocks[name].record = LeftoversOfEntry("BLOCK_RECORD", groups);
     reading.blockOfRecord.emplace(handle, name);
     reading.recordOfBlock.emplace(name, handle);
 }
@@ -148,40 +183,61 @@ void ReadApplication(Reading& reading, Groups groups) {
     reading.data.fileHandles.emplace("APPID " + name, HandleIn(groups, 5));
 }
 
-void ReadEntry(Reading& reading, std::string_view kind, Groups groups, std::size_t line) {
+void ReadUcs(Reading& reading, const Record& record) {
+    UcsData ucs;
+    ucs.name = NameOf(reading, record.groups);
+    TakeEntry(&ucs, record.groups, TakeUcsGroup);
+    if (ucs.name.empty() || !reading.ucsNames.insert(ucs.name).second)
+        throw EntityRefused{
+            record.line, "a name of its own was expected for the coordinate system " + ShownName(ucs.name)};
+    KeepLeftovers(reading, record, &ucs);
+    reading.data.namedUcs.push_back(std::move(ucs));
+}
+
+void ReadTableHead(Reading& reading, const Record& record) {
+    const std::string name = NameOf(reading, record.groups);
+    reading.data.fileHandles.emplace("TABLE " + name, HandleIn(record.groups, 5));
+    if (reading.KeepsRecords()) TableOf(reading, name).head = TextOfGroups(record.groups);
+}
+
+void ReadEntry(Reading& reading, const Record& record) {
     DrawingData& data = reading.data;
+    const std::string_view kind = record.name;
+    const Groups groups = record.groups;
     const auto name = [&] { return NameOf(reading, groups); };
     if (kind == "LAYER") {
-        TakeEntry(NewEntry(reading, data.layers, reading.layerPlaces, LayerEntryName(reading, groups), line),
-                  groups,
-                  [&](LayerData& layer, const Group& group) { TakeLayerGroup(reading, layer, group); });
+        LayerData* const layer =
+            NewEntry(reading, data.layers, reading.layerPlaces, LayerEntryName(reading, groups), record.line);
+        TakeEntry(layer, groups,
+                  [&](LayerData& one, const Group& group) { TakeLayerGroup(reading, one, group); });
+        KeepLeftovers(reading, record, layer);
     } else if (kind == "LTYPE") {
-        TakeEntry(
-            NewEntry(reading, data.linetypes, reading.linetypePlaces, name(), line), groups,
-            [&](LinetypeData& linetype, const Group& group) { TakeLinetypeGroup(reading, linetype, group); });
-    } else if (kind == "STYLE") {
-        // A nameless style stands for a shape file, which texts don't use.
-        if (name().empty()) return;
-        TakeEntry(NewEntry(reading, data.styles, reading.stylePlaces, name(), line), groups,
-                  [&](TextStyleData& style, const Group& group) { TakeStyleGroup(reading, style, group); });
+        LinetypeData* const linetype =
+            NewEntry(reading, data.linetypes, reading.linetypePlaces, name(), record.line);
+        TakeEntry(linetype, groups,
+                  [&](LinetypeData& one, const Group& group) { TakeLinetypeGroup(reading, one, group); });
+        KeepWhole(reading, record, linetype);
+    } else if (kind == "STYLE" && !name().empty()) {
+        TextStyleData* const style = NewEntry(reading, data.styles, reading.stylePlaces, name(), record.line);
+        TakeEntry(style, groups,
+                  [&](TextStyleData& one, const Group& group) { TakeStyleGroup(reading, one, group); });
+        KeepWhole(reading, record, style);
     } else if (kind == "UCS") {
-        UcsData ucs;
-        ucs.name = name();
-        TakeEntry(&ucs, groups, TakeUcsGroup);
-        if (ucs.name.empty() || !reading.ucsNames.insert(ucs.name).second)
-            throw EntityRefused{
-                line, "a name of its own was expected for the coordinate system " + ShownName(ucs.name)};
-        data.namedUcs.push_back(std::move(ucs));
+        ReadUcs(reading, record);
     } else if (kind == "APPID") {
         ReadApplication(reading, groups);
+        if (reading.KeepsRecords()) KeepEntry(reading, record);
     } else if (kind == "BLOCK_RECORD") {
         ReadBlockRecord(reading, groups);
-    } else if (kind == "DIMSTYLE") {
-        if (EqualsIgnoreCase(name(), "Standard")) data.fileHandles.emplace("DIMSTYLE", HandleIn(groups, 105));
-    } else if (kind == "VPORT") {
-        if (EqualsIgnoreCase(name(), "*Active")) data.fileHandles.emplace("VPORT", HandleIn(groups, 5));
     } else if (kind == "TABLE") {
-        data.fileHandles.emplace("TABLE " + name(), HandleIn(groups, 5));
+        ReadTableHead(reading, record);
+    } else if (kind != "ENDTAB") {
+        if (kind == "DIMSTYLE" && EqualsIgnoreCase(name(), "Standard"))
+            data.fileHandles.emplace("DIMSTYLE", HandleIn(groups, 105));
+        if (kind == "VPORT" && EqualsIgnoreCase(name(), "*Active"))
+            data.fileHandles.emplace("VPORT", HandleIn(groups, 5));
+        // A nameless style stands for a shape file, which texts don't use.
+        KeepEntry(reading, record);
     }
 }
 
@@ -197,7 +253,7 @@ std::string CanonicalBlockName(std::string name) {
 
 void ReadTableEntry(Reading& reading, const Record& record) {
     try {
-        ReadEntry(reading, record.name, record.groups, record.line);
+        ReadEntry(reading, record);
     } catch (const EntityRefused& refused) {
         reading.Note(refused.line, "table entry " + std::string(ShownName(record.name)) +
                                        " taken over in part or not: " + refused.reason);

@@ -71,6 +71,8 @@ MTextData ReadMText(const Reading& reading, Groups groups, std::size_t line) {
     Point3 direction;
     std::string text, last;  // as in the file: a piece may end inside an escape
     for (const Group& group : groups) {
+        // What follows describes columns, the heights of each as group 50.
+        if (group.code == 75) break;
         if (TakePoint(group, 0, data.insertion) || TakeNormal(group, data.normal)) continue;
         if (TakePoint(group, 1, direction)) {
             data.direction = direction;

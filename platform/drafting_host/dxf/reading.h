@@ -17,6 +17,7 @@
 #include "drafting_host/dxf/dxf_text.h"
 #include "drafting_host/dxf/exact_numbers.h"
 #include "drafting_host/dxf/group_reader.h"
+#include "drafting_host/dxf/keeping.h"
 #include "drafting_host/dxf/standard_entries.h"
 
 namespace brenvik {
@@ -28,6 +29,9 @@ struct EntityRefused {
     std::size_t line = 0;
     std::string reason;
 };
+
+/// Release 13, the first whose records say what they are.
+inline constexpr int oldestKept = 1012;
 
 /// The drawing in the making.
 struct Reading {
@@ -44,8 +48,15 @@ struct Reading {
     std::map<std::string, HandleValue, LessIgnoreCase> recordOfBlock;
     std::map<std::string, std::string, LessIgnoreCase> layoutOfBlock;
 
-    void Note(std::size_t line, std::string text, bool dataLost = true) {
-        data.notes.push_back({line, std::move(text), dataLost});
+    /// What goes through unread. Records of releases before 13 have neither classes nor, often, handles, so
+    /// that they can't stand in a later one: these are counted.
+    KeptFile file;
+    std::map<std::string, KeptBlock, LessIgnoreCase> keptBlocks;
+    std::map<std::string, std::size_t> unkept;
+    bool KeepsRecords() const { return file.release >= oldestKept; }
+
+    void Note(std::size_t line, std::string text, bool dataLost = true, bool isKept = false) {
+        data.notes.push_back({line, std::move(text), dataLost, isKept});
     }
     std::string Text(const Group& group) const { return decoder.Decode(group.value); }
 };

@@ -5,6 +5,7 @@
 #include "base/failure.h"
 #include "base/handle_text.h"
 #include "drafting_host/dxf/dxf_text.h"
+#include "drafting_host/dxf/kept_text.h"
 #include "drafting_host/dxf/standard_entries.h"
 #include "drafting_host/dxf/writing.h"
 
@@ -16,10 +17,11 @@ struct Place {
     bool isPaper = false;
 };
 
-void WriteCommon(GroupWriter& out, std::string_view name, const EntityData& entity, HandleValue handle,
-                 HandleValue owner, bool isPaper) {
+void WriteCommon(GroupWriter& out, const WritePlan& plan, std::string_view name, const EntityData& entity,
+                 HandleValue handle, HandleValue owner, bool isPaper) {
     out.Word(0, name);
     out.HandleGroup(5, handle);
+    if (entity.kept) WriteKept(out, plan, name, entity.kept->head);
     out.HandleGroup(330, owner);
     out.Word(100, "AcDbEntity");
     if (isPaper) out.Whole(67, 1);
@@ -29,6 +31,14 @@ void WriteCommon(GroupWriter& out, std::string_view name, const EntityData& enti
     if (entity.lineweight != -1) out.Whole(370, entity.lineweight);
     out.RealUnless(48, entity.linetypeScale, 1);
     if (!entity.visible) out.Whole(60, 1);
+    if (entity.kept) WriteKept(out, plan, name, entity.kept->common);
+}
+
+void WriteOwnAndFurther(GroupWriter& out, const WritePlan& plan, std::string_view name,
+                        const EntityData& entity) {
+    if (!entity.kept) return;
+    WriteKept(out, plan, name, entity.kept->own);
+    WriteKept(out, plan, name, entity.kept->further);
 }
 
 constexpr int flag3d = 8, flagMesh = 16, flagPolyface = 64, flagFaceVertex = 128;
@@ -84,21 +94,64 @@ void WritePolylineHead(GroupWriter& out, const PolylineData& data) {
     out.Normal(data.normal);
 }
 
-// The record of the polyline itself, its vertices and its end, all on the polyline's layer; `handles`
-// begins with the polyline's own.
-void WritePolyline(GroupWriter& out, const EntityData& entity, const PolylineData& data,
-                   const HandleValue* handles, const Place& place) {
-    const HandleValue own = *handles++;
-    WriteCommon(out, "POLYLINE", entity, own, place.record, place.isPaper);
-    WritePolylineHead(out, data);
-    WriteXData(out, entity.xdata);
-    EntityData part;
-    part.layer = entity.layer;
-    for (const PolylineData::Vertex& vertex : data.vertices) {
-        WriteCommon(out, "VERTEX", part, *handles++, own, place.isPaper);
-        WriteVertex(out, data.flags, vertex);
+// A vertex of a polyline, or its end, up to its own values. Most have the layer of the polyline and nothing
+// else.
+const KeptGroups::Vertex* WriteVertexHead(GroupWriter& out, const WritePlan& plan, std::string_view name,
+                                          const EntityData& polyline, HandleValue read, HandleValue handle,
+                                          const Place& place) {
+    const KeptGroups::Vertex* kept = nullptr;
+    if (polyline.kept) {
+        const auto& vertices = polyline.kept->vertices;
+        const auto found = std::ranges::lower_bound(vertices, read, {}, &KeptGroups::Vertex::handle);
+        if (found != vertices.end() && found->handle == read) kept = &*found;
     }
-    WriteCommon(out, "SEQEND", part, *handles, own, place.isPaper);
+    out.Word(0, name);
+    out.HandleGroup(5, handle);
+    if (kept != nullptr) WriteKept(out, plan, name, kept->head);
+    out.HandleGroup(330, place.record);
+    out.Word(100, "AcDbEntity");
+    if (place.isPaper) out.Whole(67, 1);
+    if (kept == nullptr || !kept->hasLayer) out.Text(8, polyline.layer);
+    if (kept != nullptr) WriteKept(out, plan, name, kept->common);
+    return kept;
+}
+
+// The record of the polyline itself, its vertices and its end; `handles` begins with the polyline's own.
+void WritePolyline(GroupWriter& out, const WritePlan& plan, const EntityData& entity,
+                   const PolylineData& data, const HandleValue* handles, const Place& place) {
+    const HandleValue own = *handles++;
+    WriteCommon(out, plan, "POLYLINE", entity, own, place.record, place.isPaper);
+    WritePolylineHead(out, data);
+    WriteOwnAndFurther(out, plan, "POLYLINE", entity);
+    WriteXData(out, plan, entity.xdata);
+    const Place inPolyline{own, place.isPaper};
+    for (const PolylineData::Vertex& vertex : data.vertices) {
+        const auto* const kept =
+            WriteVertexHead(out, plan, "VERTEX", entity, vertex.handle, *handles++, inPolyline);
+        WriteVertex(out, data.flags, vertex);
+        if (kept != nullptr) WriteKept(out, plan, "VERTEX", kept->own);
+    }
+    const auto* const end =
+        WriteVertexHead(out, plan, "SEQEND", entity, data.seqendHandle, *handles, inPolyline);
+    if (end != nullptr) WriteKept(out, plan, "SEQEND", end->own);
+}
+
+// The attributes of a block reference; `handles` begins with the reference's own.
+void WriteParts(GroupWriter& out, const WritePlan& plan, const KeptGroups& kept, const HandleValue* handles) {
+    const HandleValue reference = *handles++;
+    for (const KeptRecord& part : kept.parts) {
+        out.Word(0, part.name);
+        out.Raw(WithOwner(plan.Fit(part.name, part.groups), reference, *handles++));
+    }
+}
+
+void WriteUnread(GroupWriter& out, const WritePlan& plan, const KeptRecord& record, HandleValue owner) {
+    out.Word(0, record.name);
+    if (plan.IsRaised()) {
+        out.Raw(WithOwner(plan.Fit(record.name, record.groups), owner));
+    } else {
+        WriteKept(out, plan, record.name, record.groups);
+    }
 }
 
 void RequireVertices(std::size_t count, const GroupWriter& out) {
@@ -118,13 +171,16 @@ std::string HexOf(const std::uint8_t* first, const std::uint8_t* last) {
 // Writes one value under its code; the visitor's calls are the types that a code may have.
 class XDataItemWriter {
   public:
-    XDataItemWriter(GroupWriter& out, const XDataOfApp& app, int code) : mOut(out), mApp(app), mCode(code) {}
+    XDataItemWriter(GroupWriter& out, const WritePlan& plan, const XDataOfApp& app, int code)
+        : mOut(out), mPlan(plan), mApp(app), mCode(code) {}
 
     void operator()(const std::string& text) const {
         Require(mCode >= 1000 && mCode <= 1005 && mCode != 1001 && mCode != 1004);
         if (TextUnits(text) > XDataTextLimit)
             throw InvalidCall(Where() + ": a text of at most 255 characters was expected");
-        mOut.Text(mCode, text);
+        constexpr int codeHandle = 1005;
+        const auto handle = mCode == codeHandle ? HandleFromText(text) : std::nullopt;
+        mOut.Text(mCode, handle && mPlan.IsGone(*handle) ? std::string("0") : text);
     }
     void operator()(double value) const {
         Require(mCode >= 1040 && mCode <= 1042);
@@ -162,39 +218,51 @@ class XDataItemWriter {
     }
 
     GroupWriter& mOut;
+    const WritePlan& mPlan;
     const XDataOfApp& mApp;
     int mCode;
 };
 
 }  // namespace
 
-void WriteXData(GroupWriter& out, const std::vector<XDataOfApp>& xdata) {
+void WriteXData(GroupWriter& out, const WritePlan& plan, const std::vector<XDataOfApp>& xdata) {
     for (const XDataOfApp& app : xdata) {
         out.Text(1001, app.app);
-        for (const XDataItem& item : app.items) std::visit(XDataItemWriter(out, app, item.code), item.value);
+        for (const XDataItem& item : app.items)
+            std::visit(XDataItemWriter(out, plan, app, item.code), item.value);
     }
 }
 
 void WriteEntitiesOf(GroupWriter& out, const WritePlan& plan, const WritePlan::BlockPlan& block) {
     const Place place{block.record, block.isSpace && &block != &plan.Blocks()[0]};
-    std::size_t at = 0;
-    for (const EntityData& entity : block.block->entities) {
+    std::size_t at = 0, nextKept = 0;
+    const std::vector<EntityData>& entities = block.block->entities;
+    const auto writeKeptBefore = [&](std::size_t index) {
+        for (; nextKept < block.kept.size() && block.kept[nextKept].first <= index; ++nextKept)
+            WriteUnread(out, plan, *block.kept[nextKept].second, block.record);
+    };
+    for (std::size_t i = 0; i < entities.size(); ++i) {
+        writeKeptBefore(i);
+        const EntityData& entity = entities[i];
         const HandleValue handle = block.handles[at];
         const std::string_view name = EntityName(entity.geometry);
         out.SetPlace(std::string(name) + " " + HandleToText(handle));
         if (const auto* const polyline = std::get_if<PolylineData>(&entity.geometry)) {
             RequireVertices(polyline->vertices.size(), out);
-            WritePolyline(out, entity, *polyline, &block.handles[at], place);
+            WritePolyline(out, plan, entity, *polyline, &block.handles[at], place);
             at += polyline->vertices.size() + 2;
             continue;
         }
         if (const auto* const polyline = std::get_if<LWPolylineData>(&entity.geometry))
             RequireVertices(polyline->vertices.size(), out);
-        WriteCommon(out, name, entity, handle, place.record, place.isPaper);
-        WriteGeometry(out, plan, entity.geometry);
-        WriteXData(out, entity.xdata);
-        ++at;
+        WriteCommon(out, plan, name, entity, handle, place.record, place.isPaper);
+        WriteGeometry(out, plan, entity);
+        WriteOwnAndFurther(out, plan, name, entity);
+        WriteXData(out, plan, entity.xdata);
+        if (entity.kept) WriteParts(out, plan, *entity.kept, &block.handles[at]);
+        at += 1 + (entity.kept ? entity.kept->parts.size() : 0);
     }
+    writeKeptBefore(entities.size());
 }
 
 }  // namespace brenvik

@@ -14,7 +14,8 @@ namespace {
 // One call for each kind of geometry.
 class GeometryWriter {
   public:
-    GeometryWriter(GroupWriter& out, const WritePlan& plan) : mOut(out), mPlan(plan) {}
+    GeometryWriter(GroupWriter& out, const WritePlan& plan, const KeptGroups* kept)
+        : mOut(out), mPlan(plan), mKept(kept) {}
 
     void operator()(const LineData& data) const;
     void operator()(const ArcData& data) const;
@@ -36,6 +37,7 @@ class GeometryWriter {
 
     GroupWriter& mOut;
     const WritePlan& mPlan;
+    const KeptGroups* mKept;  ///< Nothing for an entity without.
 };
 
 void GeometryWriter::operator()(const LineData& data) const {
@@ -109,7 +111,9 @@ void GeometryWriter::operator()(const LWPolylineData& data) const {
     mOut.RealUnless(43, data.constantWidth, 0);
     mOut.RealUnless(38, data.elevation, 0);
     mOut.RealUnless(39, data.thickness, 0);
-    for (const LWPolylineData::Vertex& vertex : data.vertices) {
+    const bool hasNumbers = mKept != nullptr && mKept->vertexNumbers.size() == data.vertices.size();
+    for (std::size_t i = 0; i < data.vertices.size(); ++i) {
+        const LWPolylineData::Vertex& vertex = data.vertices[i];
         mOut.Real(10, vertex.x);
         mOut.Real(20, vertex.y);
         if (vertex.startWidth != 0 || vertex.endWidth != 0) {
@@ -117,6 +121,7 @@ void GeometryWriter::operator()(const LWPolylineData& data) const {
             mOut.Real(41, vertex.endWidth);
         }
         mOut.RealUnless(42, vertex.bulge, 0);
+        if (hasNumbers) mOut.Whole(91, mKept->vertexNumbers[i]);
     }
     mOut.Normal(data.normal);
 }
@@ -171,6 +176,7 @@ void GeometryWriter::operator()(const MTextData& data) const {
 void GeometryWriter::operator()(const InsertData& data) const {
     const bool isArray = data.columns != 1 || data.rows != 1;
     mOut.Word(100, isArray ? "AcDbMInsertBlock" : "AcDbBlockReference");
+    if (mKept != nullptr && !mKept->parts.empty()) mOut.Whole(66, 1);
     mOut.Text(2, data.block);
     mOut.Point(10, data.insertion);
     mOut.RealUnless(41, data.scale.x, 1);
@@ -206,21 +212,26 @@ void GeometryWriter::operator()(const ViewportData& data) const {
     mOut.Whole(69, data.id);
     mOut.Real(12, data.viewCenter[0]);
     mOut.Real(22, data.viewCenter[1]);
-    for (const int code : {13, 23}) mOut.Real(code, 0);          // snap base
-    for (const int code : {14, 24, 15, 25}) mOut.Real(code, 1);  // snap and grid spacing
+    // A viewport that was read has its own settings behind its values.
+    const bool isNew = mKept == nullptr || mKept->own.empty();
+    if (isNew) {
+        for (const int code : {13, 23}) mOut.Real(code, 0);          // snap base
+        for (const int code : {14, 24, 15, 25}) mOut.Real(code, 1);  // snap and grid spacing
+    }
     mOut.Point(16, data.viewDirection);
     mOut.Point(17, data.viewTarget);
     mOut.Real(42, data.lensLength);
     mOut.Real(43, data.frontClip);
     mOut.Real(44, data.backClip);
     mOut.Real(45, data.viewHeight);
-    mOut.Real(50, 0);
+    if (isNew) mOut.Real(50, 0);
     mOut.Degrees(51, data.twist);
-    mOut.Whole(72, 1000);
+    if (isNew) mOut.Whole(72, 1000);
     for (const HandleValue layer : data.frozenLayers) {
         if (mPlan.IsLayer(layer)) mOut.HandleGroup(331, layer);
     }
     mOut.Whole(90, data.statusFlags);
+    if (!isNew) return;
     mOut.Word(1, "");
     mOut.Whole(281, 0);
     mOut.Whole(71, 1);
@@ -244,6 +255,11 @@ void GeometryWriter::operator()(const AcisData& data) const {
         }
         at = end + 1;
     }
+    constexpr int oldestHistory = 1021;
+    if (mPlan.Release() < oldestHistory || data.kind != AcisData::Kind::Solid) return;
+    if (mKept != nullptr && mKept->further.find("AcDb3dSolid") != std::string::npos) return;
+    mOut.Word(100, "AcDb3dSolid");
+    mOut.HandleGroup(350, 0);  // without a history of how it was made
 }
 
 struct NameOf {
@@ -293,8 +309,8 @@ bool IsFullRound(const ArcData& arc) {
 
 std::string_view EntityName(const EntityGeometry& geometry) { return std::visit(NameOf{}, geometry); }
 
-void WriteGeometry(GroupWriter& out, const WritePlan& plan, const EntityGeometry& geometry) {
-    std::visit(GeometryWriter(out, plan), geometry);
+void WriteGeometry(GroupWriter& out, const WritePlan& plan, const EntityData& entity) {
+    std::visit(GeometryWriter(out, plan, entity.kept.value.get()), entity.geometry);
 }
 
 }  // namespace brenvik

@@ -1,8 +1,14 @@
 // The section OBJECTS: the dictionaries, groups, layouts, and the two objects that strict readers look for
 // (the plot style placeholder and the multiline style).
-#include "drafting_host/dxf/writing.h"
-
+#include <algorithm>
+#include <map>
 #include <numbers>
+#include <set>
+
+#include "base/handle_text.h"
+#include "drafting_host/dxf/dxf_text.h"
+#include "drafting_host/dxf/kept_text.h"
+#include "drafting_host/dxf/writing.h"
 
 namespace brenvik {
 namespace {
@@ -109,40 +115,167 @@ void WriteRoot(GroupWriter& out, WritePlan& plan) {
         WriteEntry(out, name, plan.FileHandle("DICTIONARY " + name));
 }
 
-void WriteDictionaries(GroupWriter& out, WritePlan& plan) {
-    const HandleValue root = plan.FileHandle("DICTIONARY");
-    const auto begin = [&](const std::string& name, std::string_view kind = "DICTIONARY") {
-        BeginDictionary(out, kind, plan.FileHandle("DICTIONARY " + name), root);
-    };
-    begin("ACAD_GROUP");
-    for (const GroupData& group : plan.Tables().groups) WriteEntry(out, group.name, group.handle);
-    begin("ACAD_LAYOUT");
-    for (const WritePlan::BlockPlan& block : plan.Blocks()) {
-        if (block.isSpace) WriteEntry(out, block.layoutName, plan.FileHandle("LAYOUT " + block.block->name));
+void WriteDictionary(GroupWriter& out, WritePlan& plan, const std::string& name) {
+    const bool hasDefault = name == "ACAD_PLOTSTYLENAME";
+    BeginDictionary(out, hasDefault ? "ACDBDICTIONARYWDFLT" : "DICTIONARY",
+                    plan.FileHandle("DICTIONARY " + name), plan.FileHandle("DICTIONARY"));
+    if (name == "ACAD_GROUP") {
+        for (const GroupData& group : plan.Tables().groups) WriteEntry(out, group.name, group.handle);
+    } else if (name == "ACAD_LAYOUT") {
+        for (const WritePlan::BlockPlan& block : plan.Blocks()) {
+            if (block.isSpace)
+                WriteEntry(out, block.layoutName, plan.FileHandle("LAYOUT " + block.block->name));
+        }
+    } else if (name == "ACAD_MLINESTYLE") {
+        WriteEntry(out, "Standard", plan.FileHandle("ACAD_MLINESTYLE Standard"));
+    } else {
+        const HandleValue placeholder = plan.FileHandle("ACAD_PLOTSTYLENAME Normal");
+        WriteEntry(out, "Normal", placeholder);
+        out.Word(100, "AcDbDictionaryWithDefault");
+        out.HandleGroup(340, placeholder);
     }
-    begin("ACAD_MLINESTYLE");
-    WriteEntry(out, "Standard", plan.FileHandle("ACAD_MLINESTYLE Standard"));
-    begin("ACAD_PLOTSTYLENAME", "ACDBDICTIONARYWDFLT");
-    const HandleValue placeholder = plan.FileHandle("ACAD_PLOTSTYLENAME Normal");
-    WriteEntry(out, "Normal", placeholder);
-    out.Word(100, "AcDbDictionaryWithDefault");
-    out.HandleGroup(340, placeholder);
 }
+
+/// Writes the objects of the file that was read, with what came to be since, and then what they lack.
+class ObjectWriter {
+  public:
+    ObjectWriter(GroupWriter& out, WritePlan& plan) : mOut(out), mPlan(plan) {
+        if (plan.File() == nullptr) return;
+        for (const KeptRecord& object : plan.File()->objects) mKept.insert(object.handle);
+        if (plan.IsRaised()) FindOwners();
+    }
+
+    void Write() {
+        if (!mKept.empty()) AddEntries();
+        // The root has to stand first.
+        if (!Has("DICTIONARY")) WriteRoot(mOut, mPlan);
+        if (mPlan.File() != nullptr) {
+            for (const KeptRecord& object : mPlan.File()->objects) {
+                if (!mPlan.IsGone(object.handle)) WriteRead(object);
+            }
+        }
+        WriteDictionaries();
+        for (const GroupData& group : mPlan.Tables().groups) {
+            if (!mKept.contains(group.handle)) WriteGroup(mOut, mPlan, group);
+        }
+        int tabOrder = 0;
+        for (const WritePlan::BlockPlan& block : mPlan.Blocks()) {
+            if (!block.isSpace) continue;
+            if (!Has("LAYOUT " + block.block->name)) WriteLayout(mOut, mPlan, block, tabOrder);
+            ++tabOrder;
+        }
+        if (!Has("ACAD_MLINESTYLE Standard")) WriteMultilineStyle(mOut, mPlan);
+        if (Has("ACAD_PLOTSTYLENAME Normal")) return;
+        BeginObject(mOut, "ACDBPLACEHOLDER", mPlan.FileHandle("ACAD_PLOTSTYLENAME Normal"),
+                    mPlan.FileHandle("DICTIONARY ACAD_PLOTSTYLENAME"));
+    }
+
+  private:
+    bool Has(const std::string& what) { return !mKept.empty() && mKept.contains(mPlan.FileHandle(what)); }
+
+    void Add(const std::string& dictionary, std::string_view entry, HandleValue handle) {
+        if (mKept.contains(handle)) return;
+        std::string& added = mAdded[mPlan.FileHandle(dictionary)];
+        AppendGroup(added, 3, EncodeText(entry));
+        AppendGroup(added, 350, HandleToText(handle));
+    }
+
+    /// What the dictionaries that were read lack.
+    void AddEntries() {
+        for (const std::string name : {"ACAD_GROUP", "ACAD_LAYOUT", "ACAD_MLINESTYLE", "ACAD_PLOTSTYLENAME"})
+            Add("DICTIONARY", name, mPlan.FileHandle("DICTIONARY " + name));
+        for (const GroupData& group : mPlan.Tables().groups)
+            Add("DICTIONARY ACAD_GROUP", group.name, group.handle);
+        for (const WritePlan::BlockPlan& block : mPlan.Blocks()) {
+            if (block.isSpace)
+                Add("DICTIONARY ACAD_LAYOUT", block.layoutName,
+                    mPlan.FileHandle("LAYOUT " + block.block->name));
+        }
+        Add("DICTIONARY ACAD_MLINESTYLE", "Standard", mPlan.FileHandle("ACAD_MLINESTYLE Standard"));
+        Add("DICTIONARY ACAD_PLOTSTYLENAME", "Normal", mPlan.FileHandle("ACAD_PLOTSTYLENAME Normal"));
+    }
+
+    void WriteDictionaries() {
+        for (const std::string name :
+             {"ACAD_GROUP", "ACAD_LAYOUT", "ACAD_MLINESTYLE", "ACAD_PLOTSTYLENAME"}) {
+            if (!Has("DICTIONARY " + name)) WriteDictionary(mOut, mPlan, name);
+        }
+    }
+
+    /// Before release 2000 only dictionaries tell what belongs to them.
+    void FindOwners() {
+        for (const KeptRecord& object : mPlan.File()->objects) {
+            if (object.name != "DICTIONARY") continue;
+            GroupWalk walk(object.groups);
+            while (walk.Next()) {
+                if (walk.Code() == 350 || walk.Code() == 360) mOwners.emplace(walk.Handle(), object.handle);
+            }
+        }
+    }
+
+    void WriteRead(const KeptRecord& object) {
+        mOut.Word(0, object.name);
+        std::string groups = mPlan.Fit(object.name, object.groups);
+        if (const auto added = mAdded.find(object.handle); added != mAdded.end())
+            groups = WithEntries(groups, added->second);
+        if (object.name == "GROUP") groups = WithMembers(object, groups);
+        if (const auto owner = mOwners.find(object.handle); owner != mOwners.end() && object.owner == 0)
+            groups = WithOwner(groups, owner->second);
+        mOut.Raw(groups);
+    }
+
+    /// A dictionary's new entries stand behind the others, and before what another class adds to it.
+    static std::string WithEntries(const std::string& groups, const std::string& added) {
+        std::size_t end = 0, at = 0;
+        bool isDictionary = false;
+        GroupWalk walk(groups);
+        while (walk.Next()) {
+            at += walk.Text().size();
+            const int code = walk.Code();
+            if (code >= 1000 || (code == 100 && isDictionary)) break;
+            if (code == 100) isDictionary = true;
+            end = at;
+        }
+        return groups.substr(0, end) + added + groups.substr(end);
+    }
+
+    /// The members that are left, those that go through unread, and new ones at the end.
+    std::string WithMembers(const KeptRecord& object, const std::string& groups) const {
+        const auto& all = mPlan.Tables().groups;
+        const auto group = std::ranges::find(all, object.handle, &GroupData::handle);
+        if (group == all.end()) return groups;
+        std::set<HandleValue> members(group->members.begin(), group->members.end()), written;
+        std::string result, tail;
+        GroupWalk walk(groups);
+        bool isBehind = false;
+        while (walk.Next()) {
+            isBehind = isBehind || walk.Code() >= 1000;
+            if (walk.Code() == 340) {
+                const HandleValue member = walk.Handle();
+                if (mPlan.IsEntity(member) && !members.contains(member)) continue;
+                written.insert(member);
+            }
+            (isBehind ? tail : result) += walk.Text();
+        }
+        for (const HandleValue member : group->members) {
+            if (mPlan.IsEntity(member) && written.insert(member).second)
+                AppendGroup(result, 340, HandleToText(member));
+        }
+        return result + tail;
+    }
+
+    GroupWriter& mOut;
+    WritePlan& mPlan;
+    std::set<HandleValue> mKept;
+    std::map<HandleValue, std::string> mAdded;
+    std::map<HandleValue, HandleValue> mOwners;
+};
 
 }  // namespace
 
 void WriteObjects(GroupWriter& out, WritePlan& plan) {
     BeginSection(out, "OBJECTS");
-    WriteRoot(out, plan);
-    WriteDictionaries(out, plan);
-    for (const GroupData& group : plan.Tables().groups) WriteGroup(out, plan, group);
-    int tabOrder = 0;
-    for (const WritePlan::BlockPlan& block : plan.Blocks()) {
-        if (block.isSpace) WriteLayout(out, plan, block, tabOrder++);
-    }
-    WriteMultilineStyle(out, plan);
-    BeginObject(out, "ACDBPLACEHOLDER", plan.FileHandle("ACAD_PLOTSTYLENAME Normal"),
-                plan.FileHandle("DICTIONARY ACAD_PLOTSTYLENAME"));
+    ObjectWriter(out, plan).Write();
     EndSection(out);
 }
 

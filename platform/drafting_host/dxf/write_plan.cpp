@@ -42,7 +42,9 @@ void ForEachGivenHandle(const DrawingData& data, Visit visit) {
 
 }  // namespace
 
-WritePlan::WritePlan(const DrawingData& data) : mData(data) {
+WritePlan::WritePlan(const DrawingData& data, std::vector<std::string>& unkept)
+    : mData(data), mUnkept(unkept) {
+    ChooseRelease();
     mTables.layers = data.layers;
     mTables.linetypes = data.linetypes;
     mTables.styles = data.styles;
@@ -57,6 +59,8 @@ WritePlan::WritePlan(const DrawingData& data) : mData(data) {
     PlanBlocks();
     CollectNames();
     PlanTables();
+    FindGone();
+    TellUnkept();
 }
 
 void WritePlan::FindFirstFree() {
@@ -64,6 +68,7 @@ void WritePlan::FindFirstFree() {
     ForEachGivenHandle(mData, [&](HandleValue handle) {
         if (handle <= highestHandle) highest = std::max(highest, handle);
     });
+    if (mData.file && !mData.file->handles.empty()) highest = std::max(highest, mData.file->handles.back());
     mNext = highest + 1;
     if (mData.handleSeed <= highestHandle) mNext = std::max(mNext, mData.handleSeed);
 }
@@ -109,7 +114,10 @@ void WritePlan::PlanEntities(BlockPlan& plan) {
             for (const auto& vertex : polyline->vertices) plan.handles.push_back(Claim(vertex.handle));
             plan.handles.push_back(Claim(polyline->seqendHandle));
         }
+        if (!entity.kept) continue;
+        for (const KeptRecord& part : entity.kept->parts) plan.handles.push_back(Claim(part.handle));
     }
+    PlanKept(plan);
 }
 
 void WritePlan::CollectNames() {

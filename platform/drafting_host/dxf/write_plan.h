@@ -18,16 +18,19 @@ namespace brenvik {
 /// of one name, a reference to a block that isn't there, a polyline without vertices.
 class WritePlan {
   public:
-    /// `data` outlives the plan.
-    explicit WritePlan(const DrawingData& data);
+    /// `data` outlives the plan. What the release can't hold is told in `unkept`.
+    WritePlan(const DrawingData& data, std::vector<std::string>& unkept);
 
     struct BlockPlan {
         const BlockData* block = nullptr;
         HandleValue record = 0;
         std::string layoutName;
         bool isSpace = false;
-        /// One for each entity in order; an old polyline's is followed by its vertices' and its end's.
+        /// One for each entity in order; an old polyline's is followed by its vertices' and its end's, a
+        /// block reference's by those of its attributes and their end.
         std::vector<HandleValue> handles;
+        /// Records that go through unread, with the number of entities before them, ascending.
+        std::vector<std::pair<std::size_t, const KeptRecord*>> kept{};
     };
 
     const DrawingData& Data() const { return mData; }
@@ -44,7 +47,25 @@ class WritePlan {
     /// Above every handle; asked when all have been given.
     HandleValue Seed() const { return mNext; }
 
+    /// The release in which the file is written, as $ACADVER counts: 1015 is release 2000.
+    int Release() const { return mRelease; }
+    /// What the file that was read held besides; nothing for a drawing made here, or one without records that
+    /// could go through.
+    const KeptFile* File() const { return mFile; }
+    bool IsRaised() const { return mFile != nullptr && mFile->release < mRelease; }
+    bool IsLowered() const { return mFile != nullptr && mFile->release > mRelease; }
+    /// Whether what had this handle in the file that was read isn't in this one.
+    bool IsGone(HandleValue handle) const { return mGone.contains(handle); }
+    /// The groups of a kept record, fit to be written.
+    std::string Fit(std::string_view kind, const std::string& groups) const;
+    const KeptTable* FindTable(std::string_view name) const;
+
   private:
+    void ChooseRelease();
+    void PlanKept(BlockPlan& plan);
+    bool IsUnkept(const KeptRecord& entity) const;
+    void FindGone();
+    void TellUnkept();
     void PlanBlocks();
     void PlanTables();
     void PlanEntities(BlockPlan& plan);
@@ -59,6 +80,11 @@ class WritePlan {
     std::map<std::string, HandleValue> mFileHandles;
     std::unordered_set<HandleValue> mUsed, mEntities;
     HandleValue mNext = 1;
+    int mRelease = 1015;
+    const KeptFile* mFile = nullptr;
+    std::unordered_set<HandleValue> mGone;
+    std::map<std::string, std::size_t> mUnkeptKinds;
+    std::vector<std::string>& mUnkept;
 };
 
 }  // namespace brenvik

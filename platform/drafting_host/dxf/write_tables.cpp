@@ -1,12 +1,39 @@
 // The sections TABLES and BLOCKS.
+#include <algorithm>
+
+#include "base/handle_text.h"
 #include "base/letter_case.h"
+#include "drafting_host/dxf/kept_text.h"
 #include "drafting_host/dxf/writing.h"
 
 namespace brenvik {
 namespace {
 
+/// The head of a table as it was read, with the number of its entries now.
+std::string HeadOf(const KeptTable& table, std::size_t count, HandleValue handle) {
+    std::string head;
+    bool isCounted = false;
+    const std::string owned = WithOwner(table.head, 0, handle);
+    GroupWalk walk(owned);
+    while (walk.Next()) {
+        if (walk.Code() == 70 && !isCounted) {
+            AppendGroup(head, 70, std::to_string(count));
+            isCounted = true;
+        } else {
+            head += walk.Text();
+        }
+    }
+    if (!isCounted) AppendGroup(head, 70, std::to_string(count));
+    return head;
+}
+
 void BeginTable(GroupWriter& out, WritePlan& plan, const std::string& name, std::size_t count) {
     out.Word(0, "TABLE");
+    if (const KeptTable* const kept = plan.FindTable(name); kept != nullptr && !kept->head.empty()) {
+        const HandleValue handle = plan.FileHandle("TABLE " + name);
+        out.Raw(plan.Fit("TABLE", HeadOf(*kept, count, handle)));
+        return;
+    }
     out.Word(2, name);
     out.HandleGroup(5, plan.FileHandle("TABLE " + name));
     out.HandleGroup(330, 0);
@@ -17,16 +44,70 @@ void BeginTable(GroupWriter& out, WritePlan& plan, const std::string& name, std:
 void EndTable(GroupWriter& out) { out.Word(0, "ENDTAB"); }
 
 void BeginEntry(GroupWriter& out, WritePlan& plan, const std::string& table, HandleValue handle,
-                std::string_view className, int handleCode = 5) {
+                std::string_view className, int handleCode = 5, const KeptGroups* kept = nullptr) {
     out.Word(0, table);
     out.HandleGroup(handleCode, handle);
+    if (kept != nullptr) WriteKept(out, plan, table, kept->head);
     out.HandleGroup(330, plan.FileHandle("TABLE " + table));
     out.Word(100, "AcDbSymbolTableRecord");
     out.Word(100, className);
 }
 
+void EndEntry(GroupWriter& out, WritePlan& plan, std::string_view table, const KeptGroups* kept) {
+    if (kept == nullptr) return;
+    WriteKept(out, plan, table, kept->own);
+    WriteKept(out, plan, table, kept->further);
+}
+
+/// A dimension style names the blocks of its arrows before release 2000, and refers to their records since.
+std::string WithArrowHandles(const WritePlan& plan, const std::string& groups) {
+    constexpr int firstArrow = 5, lastArrow = 7, firstHandle = 342;
+    std::string result;
+    GroupWalk walk(groups);
+    while (walk.Next()) {
+        const int code = walk.Code();
+        if (code < firstArrow || code > lastArrow) {
+            result += walk.Text();
+        } else if (const WritePlan::BlockPlan* const arrow = plan.FindBlock(walk.Value()); arrow != nullptr) {
+            AppendGroup(result, firstHandle + code - firstArrow, HandleToText(arrow->record));
+        }
+    }
+    return result;
+}
+
+/// An entry as it was read.
+void WriteWhole(GroupWriter& out, WritePlan& plan, const std::string& table, const KeptRecord& record,
+                HandleValue handle) {
+    out.Word(0, table);
+    const std::string fit = plan.Fit(table, record.groups);
+    const bool namesArrows = plan.IsRaised() && table == "DIMSTYLE";
+    out.Raw(WithOwner(namesArrows ? WithArrowHandles(plan, fit) : fit, plan.FileHandle("TABLE " + table),
+                      handle));
+}
+
+std::span<const KeptRecord> EntriesOf(const WritePlan& plan, std::string_view table) {
+    const KeptTable* const kept = plan.FindTable(table);
+    return kept == nullptr ? std::span<const KeptRecord>() : kept->entries;
+}
+
+/// What stands in a table and in no value of the drawing.
+void WriteUnread(GroupWriter& out, WritePlan& plan, const std::string& table) {
+    for (const KeptRecord& entry : EntriesOf(plan, table)) WriteWhole(out, plan, table, entry, entry.handle);
+}
+
+bool HasKept(const WritePlan& plan, std::string_view table, HandleValue handle) {
+    const auto entries = EntriesOf(plan, table);
+    return std::ranges::find(entries, handle, &KeptRecord::handle) != entries.end();
+}
+
 // One view of the whole screen, from above, in the world's axes.
 void WriteViewports(GroupWriter& out, WritePlan& plan) {
+    if (const auto kept = EntriesOf(plan, "VPORT"); !kept.empty()) {
+        BeginTable(out, plan, "VPORT", kept.size());
+        WriteUnread(out, plan, "VPORT");
+        EndTable(out);
+        return;
+    }
     BeginTable(out, plan, "VPORT", 1);
     BeginEntry(out, plan, "VPORT", plan.FileHandle("VPORT"), "AcDbViewportTableRecord");
     out.Word(2, "*Active");
@@ -58,6 +139,10 @@ void WriteViewports(GroupWriter& out, WritePlan& plan) {
 void WriteLinetypes(GroupWriter& out, WritePlan& plan) {
     BeginTable(out, plan, "LTYPE", plan.Tables().linetypes.size());
     for (const LinetypeData& linetype : plan.Tables().linetypes) {
+        if (linetype.kept) {
+            WriteWhole(out, plan, "LTYPE", *linetype.kept, linetype.handle);
+            continue;
+        }
         out.SetPlace("linetype " + linetype.name);
         BeginEntry(out, plan, "LTYPE", linetype.handle, "AcDbLinetypeTableRecord");
         out.Text(2, linetype.name);
@@ -83,21 +168,29 @@ int ColorOf(const LayerData& layer) {
 void WriteLayers(GroupWriter& out, WritePlan& plan) {
     BeginTable(out, plan, "LAYER", plan.Tables().layers.size());
     for (const LayerData& layer : plan.Tables().layers) {
-        BeginEntry(out, plan, "LAYER", layer.handle, "AcDbLayerTableRecord");
+        const KeptGroups* const kept = layer.kept.value.get();
+        BeginEntry(out, plan, "LAYER", layer.handle, "AcDbLayerTableRecord", 5, kept);
         out.Text(2, layer.name);
-        out.Whole(70, (layer.frozen ? 1 : 0) | (layer.locked ? 4 : 0));
+        out.Whole(70, (layer.frozen ? 1 : 0) | (layer.locked ? 4 : 0) | (kept == nullptr ? 0 : kept->flags));
         out.Whole(62, ColorOf(layer));
         out.Text(6, layer.linetype);
         if (!layer.plottable) out.Whole(290, 0);
         out.Whole(370, layer.lineweight);
-        out.HandleGroup(390, plan.FileHandle("ACAD_PLOTSTYLENAME Normal"));
+        // A layer that was read has its own plot style, or none.
+        if (kept == nullptr || plan.IsRaised())
+            out.HandleGroup(390, plan.FileHandle("ACAD_PLOTSTYLENAME Normal"));
+        EndEntry(out, plan, "LAYER", kept);
     }
     EndTable(out);
 }
 
 void WriteStyles(GroupWriter& out, WritePlan& plan) {
-    BeginTable(out, plan, "STYLE", plan.Tables().styles.size());
+    BeginTable(out, plan, "STYLE", plan.Tables().styles.size() + EntriesOf(plan, "STYLE").size());
     for (const TextStyleData& style : plan.Tables().styles) {
+        if (style.kept) {
+            WriteWhole(out, plan, "STYLE", *style.kept, style.handle);
+            continue;
+        }
         out.SetPlace("text style " + style.name);
         BeginEntry(out, plan, "STYLE", style.handle, "AcDbTextStyleTableRecord");
         out.Text(2, style.name);
@@ -110,6 +203,7 @@ void WriteStyles(GroupWriter& out, WritePlan& plan) {
         out.Text(3, style.font);
         out.Text(4, style.bigFont);
     }
+    WriteUnread(out, plan, "STYLE");
     EndTable(out);
 }
 
@@ -117,20 +211,29 @@ void WriteUcs(GroupWriter& out, WritePlan& plan) {
     BeginTable(out, plan, "UCS", plan.Tables().namedUcs.size());
     for (const UcsData& ucs : plan.Tables().namedUcs) {
         out.SetPlace("coordinate system " + ucs.name);
-        BeginEntry(out, plan, "UCS", ucs.handle, "AcDbUCSTableRecord");
+        const KeptGroups* const kept = ucs.kept.value.get();
+        BeginEntry(out, plan, "UCS", ucs.handle, "AcDbUCSTableRecord", 5, kept);
         out.Text(2, ucs.name);
         out.Whole(70, 0);
         out.Point(10, ucs.origin);
         out.Point(11, ucs.xAxis);
         out.Point(12, ucs.yAxis);
+        EndEntry(out, plan, "UCS", kept);
     }
     EndTable(out);
 }
 
 void WriteApplications(GroupWriter& out, WritePlan& plan) {
     BeginTable(out, plan, "APPID", plan.Tables().applications.size());
+    const auto entries = EntriesOf(plan, "APPID");
     for (const std::string& name : plan.Tables().applications) {
-        BeginEntry(out, plan, "APPID", plan.FileHandle("APPID " + name), "AcDbRegAppTableRecord");
+        const HandleValue handle = plan.FileHandle("APPID " + name);
+        const auto kept = std::ranges::find(entries, handle, &KeptRecord::handle);
+        if (kept != entries.end()) {
+            WriteWhole(out, plan, "APPID", *kept, handle);
+            continue;
+        }
+        BeginEntry(out, plan, "APPID", handle, "AcDbRegAppTableRecord");
         out.Text(2, name);
         out.Whole(70, 0);
     }
@@ -138,8 +241,14 @@ void WriteApplications(GroupWriter& out, WritePlan& plan) {
 }
 
 void WriteDimensionStyles(GroupWriter& out, WritePlan& plan) {
-    BeginTable(out, plan, "DIMSTYLE", 1);
-    out.Word(100, "AcDbDimStyleTable");
+    const auto entries = EntriesOf(plan, "DIMSTYLE");
+    const bool hasStandard = !entries.empty() && HasKept(plan, "DIMSTYLE", plan.FileHandle("DIMSTYLE"));
+    const KeptTable* const table = plan.FindTable("DIMSTYLE");
+    BeginTable(out, plan, "DIMSTYLE", entries.size() + (hasStandard ? 0 : 1));
+    if (table == nullptr || table->head.find("AcDbDimStyleTable") == std::string::npos)
+        out.Word(100, "AcDbDimStyleTable");
+    WriteUnread(out, plan, "DIMSTYLE");
+    if (hasStandard) return EndTable(out);
     BeginEntry(out, plan, "DIMSTYLE", plan.FileHandle("DIMSTYLE"), "AcDbDimStyleTableRecord", 105);
     out.Word(2, "Standard");
     out.Whole(70, 0);
@@ -150,9 +259,11 @@ void WriteDimensionStyles(GroupWriter& out, WritePlan& plan) {
 void WriteBlockRecords(GroupWriter& out, WritePlan& plan) {
     BeginTable(out, plan, "BLOCK_RECORD", plan.Blocks().size());
     for (const WritePlan::BlockPlan& block : plan.Blocks()) {
-        BeginEntry(out, plan, "BLOCK_RECORD", block.record, "AcDbBlockTableRecord");
+        const KeptGroups* const kept = block.block->kept ? &block.block->kept->record : nullptr;
+        BeginEntry(out, plan, "BLOCK_RECORD", block.record, "AcDbBlockTableRecord", 5, kept);
         out.Text(2, block.block->name);
         out.HandleGroup(340, block.isSpace ? plan.FileHandle("LAYOUT " + block.block->name) : 0);
+        EndEntry(out, plan, "BLOCK_RECORD", kept);
     }
     EndTable(out);
 }
@@ -177,6 +288,17 @@ void WriteBlock(GroupWriter& out, WritePlan& plan, const WritePlan::BlockPlan& b
     const std::string& name = block.block->name;
     const bool isPaper = block.isSpace && &block != &plan.Blocks()[0];
     out.SetPlace("block " + name);
+    const KeptBlock* const kept = block.block->kept.value.get();
+    if (kept != nullptr && !kept->begin.empty() && !kept->end.empty() && !plan.IsRaised()) {
+        const auto write = [&](const std::string& word, const std::string& groups) {
+            out.Word(0, word);
+            out.Raw(WithOwner(plan.Fit(word, groups), block.record, plan.FileHandle(word + " " + name)));
+        };
+        write("BLOCK", kept->begin);
+        if (!StandsInEntities(plan, block)) WriteEntitiesOf(out, plan, block);
+        write("ENDBLK", kept->end);
+        return;
+    }
     WriteBlockEnd(out, "BLOCK", plan.FileHandle("BLOCK " + name), block.record, isPaper, "AcDbBlockBegin");
     out.Text(2, name);
     out.Whole(70, block.block->flags & 1);
@@ -195,7 +317,8 @@ void WriteTables(GroupWriter& out, WritePlan& plan) {
     WriteLinetypes(out, plan);
     WriteLayers(out, plan);
     WriteStyles(out, plan);
-    BeginTable(out, plan, "VIEW", 0);
+    BeginTable(out, plan, "VIEW", EntriesOf(plan, "VIEW").size());
+    WriteUnread(out, plan, "VIEW");
     EndTable(out);
     WriteUcs(out, plan);
     WriteApplications(out, plan);

@@ -9,7 +9,7 @@
 namespace brenvik {
 
 void WriteHeader(GroupWriter& out, const WritePlan& plan);
-void WriteClasses(GroupWriter& out);
+void WriteClasses(GroupWriter& out, const WritePlan& plan);
 void WriteTables(GroupWriter& out, WritePlan& plan);
 void WriteBlocks(GroupWriter& out, WritePlan& plan);
 void WriteEntities(GroupWriter& out, const WritePlan& plan);
@@ -18,11 +18,13 @@ void WriteObjects(GroupWriter& out, WritePlan& plan);
 /// All entities of a block, in order.
 void WriteEntitiesOf(GroupWriter& out, const WritePlan& plan, const WritePlan::BlockPlan& block);
 /// What an entity's record holds behind its common part, up to its extended data.
-void WriteGeometry(GroupWriter& out, const WritePlan& plan, const EntityGeometry& geometry);
+void WriteGeometry(GroupWriter& out, const WritePlan& plan, const EntityData& entity);
 /// The record's name; an arc all the way round is a circle.
 std::string_view EntityName(const EntityGeometry& geometry);
 bool IsFullRound(const ArcData& arc);
-void WriteXData(GroupWriter& out, const std::vector<XDataOfApp>& xdata);
+/// Groups of a record that were kept, as far as they fit into the file.
+void WriteKept(GroupWriter& out, const WritePlan& plan, std::string_view kind, const std::string& groups);
+void WriteXData(GroupWriter& out, const WritePlan& plan, const std::vector<XDataOfApp>& xdata);
 
 void BeginSection(GroupWriter& out, std::string_view name);
 void EndSection(GroupWriter& out);

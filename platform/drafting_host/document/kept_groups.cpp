@@ -1,0 +1,232 @@
+// Changes of kept groups. The texts are shared, so each change makes new ones.
+#include "drafting_host/document/kept_groups.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <functional>
+#include <map>
+#include <numbers>
+
+#include "drafting_host/document/host_geometry.h"
+#include "drafting_host/dxf/kept_text.h"
+
+namespace brenvik {
+namespace {
+
+constexpr std::string_view historyClass = "AcDb3dSolid";
+
+std::string Without(const std::string& groups, const std::function<bool(int)>& isUnwanted) {
+    std::string result;
+    GroupWalk walk(groups);
+    while (walk.Next()) {
+        if (!isUnwanted(walk.Code())) result += walk.Text();
+    }
+    return result;
+}
+
+/// Without the lists in brackets in front of a whole record.
+std::string WithoutLists(const std::string& groups) {
+    std::string result;
+    bool inBrackets = false, isHead = true;
+    GroupWalk walk(groups);
+    while (walk.Next()) {
+        if (walk.Code() == 100) isHead = false;
+        if (isHead && walk.Code() == 102) {
+            inBrackets = walk.Value().find('{') != std::string_view::npos;
+            continue;
+        }
+        if (!isHead || !inBrackets) result += walk.Text();
+    }
+    return result;
+}
+
+std::string WithoutHistory(const std::string& further) {
+    if (further.find(historyClass) == std::string::npos) return further;
+    std::string result;
+    GroupWalk walk(further);
+    while (walk.Next()) {
+        if (walk.Code() == 350) {
+            AppendGroup(result, 350, "0");
+        } else {
+            result += walk.Text();
+        }
+    }
+    return result;
+}
+
+bool IsTrueColor(int code) { return code == 420 || code == 430; }
+bool IsPreview(int code) { return code == 92 || code == 160 || code == 310; }
+
+double RealOf(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    double value = 0;
+    if (first != std::string_view::npos)
+        std::from_chars(text.data() + first, text.data() + text.size(), value);
+    return value;
+}
+
+std::string TextOf(double value) {
+    std::array<char, 32> digits;
+    const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+    return {digits.data(), written.ptr};
+}
+
+/// Values of groups by code, the first of each, and a text with some of them changed.
+class Values {
+  public:
+    explicit Values(std::string_view groups, bool inClassOnly) : mGroups(groups), mInClassOnly(inClassOnly) {
+        ForEach([this](const GroupWalk& walk) { mRead.emplace(walk.Code(), RealOf(walk.Value())); });
+    }
+
+    bool Has(int code) const { return mRead.contains(code); }
+    double Of(int code, double usual = 0) const {
+        const auto found = mRead.find(code);
+        return found == mRead.end() ? usual : found->second;
+    }
+    Point3 PointAt(int code) const { return {Of(code), Of(code + 10), Of(code + 20)}; }
+    void Set(int code, double value) {
+        if (!Has(code) || Of(code) != value) mNew[code] = value;
+    }
+    void SetPoint(int code, const Point3& point) {
+        Set(code, point.x);
+        Set(code + 10, point.y);
+        Set(code + 20, point.z);
+    }
+
+    /// The groups with what was set, new ones behind those that were there.
+    std::string Changed() {
+        if (mNew.empty()) return std::string(mGroups);
+        std::string result;
+        bool isDone = false;
+        const auto addNew = [&] {
+            for (const auto& [code, value] : mNew) AppendGroup(result, code, TextOf(value));
+            mNew.clear();
+            isDone = true;
+        };
+        bool wasInside = false;
+        GroupWalk walk(mGroups);
+        while (walk.Next()) {
+            const bool isInside = Inside(walk);
+            if (wasInside && !isInside && !isDone) addNew();
+            wasInside = isInside;
+            const auto changed = isInside && !isDone ? mNew.find(walk.Code()) : mNew.end();
+            if (changed == mNew.end()) {
+                result += walk.Text();
+                continue;
+            }
+            AppendGroup(result, walk.Code(), TextOf(changed->second));
+            mNew.erase(changed);
+        }
+        if (!isDone) addNew();
+        return result;
+    }
+
+  private:
+    /// An attribute's place stands in its class for texts; the classes around it use the same groups
+    /// otherwise.
+    bool Inside(const GroupWalk& walk) {
+        if (!mInClassOnly) return true;
+        if (walk.Code() == 100) mInside = walk.Value().find("AcDbText") != std::string_view::npos;
+        return mInside && walk.Code() != 100;
+    }
+    void ForEach(const std::function<void(const GroupWalk&)>& visit) {
+        GroupWalk walk(mGroups);
+        while (walk.Next()) {
+            if (Inside(walk)) visit(walk);
+        }
+        mInside = false;
+    }
+
+    std::string_view mGroups;
+    bool mInClassOnly, mInside = false;
+    std::map<int, double> mRead, mNew;
+};
+
+/// An attribute is a text in the plane of its own.
+std::string MovedAttribute(const std::string& groups, const Similarity& move) {
+    constexpr double degree = std::numbers::pi / 180;
+    Values values(groups, true);
+    TextData text;
+    text.insertion = values.PointAt(10);
+    if (values.Has(11)) text.alignment = values.PointAt(11);
+    text.height = values.Of(40, 1);
+    text.rotation = values.Of(50) * degree;
+    text.thickness = values.Of(39);
+    text.generation = static_cast<int>(values.Of(71));
+    if (values.Has(210)) text.normal = values.PointAt(210);
+    const TextData before = text;
+    Transform(text, move);
+    values.SetPoint(10, text.insertion);
+    if (text.alignment) values.SetPoint(11, *text.alignment);
+    values.Set(40, text.height);
+    if (text.rotation != before.rotation) values.Set(50, text.rotation / degree);
+    if (text.thickness != before.thickness) values.Set(39, text.thickness);
+    if (text.generation != before.generation) values.Set(71, text.generation);
+    if (values.Has(210) || text.normal != before.normal) values.SetPoint(210, text.normal);
+    return values.Changed();
+}
+
+/// The tangents of a spline at its ends, and the fit tolerances, which are lengths.
+std::string MovedTangents(const std::string& own, const Similarity& move) {
+    Values values(own, false);
+    for (const int code : {12, 13}) {
+        if (values.Has(code)) values.SetPoint(code, move.Direction(values.PointAt(code)));
+    }
+    return values.Changed();
+}
+
+Kept<KeptGroups> Shared(KeptGroups kept) { return {std::make_shared<const KeptGroups>(std::move(kept))}; }
+
+}  // namespace
+
+Kept<KeptGroups> WithoutTrueColor(const Kept<KeptGroups>& kept) {
+    if (!kept || kept->common.empty()) return kept;
+    KeptGroups changed = *kept;
+    changed.common = Without(kept->common, IsTrueColor);
+    return Shared(std::move(changed));
+}
+
+Kept<KeptGroups> WithoutTrueColorOfLayer(const Kept<KeptGroups>& kept) {
+    if (!kept || kept->own.empty()) return kept;
+    KeptGroups changed = *kept;
+    changed.own = Without(kept->own, IsTrueColor);
+    return Shared(std::move(changed));
+}
+
+Kept<KeptGroups> OfCopy(const Kept<KeptGroups>& kept) {
+    if (!kept) return kept;
+    KeptGroups changed = *kept;
+    changed.head.clear();
+    changed.further = WithoutHistory(kept->further);
+    for (KeptRecord& part : changed.parts) part.groups = WithoutLists(part.groups);
+    for (KeptGroups::Vertex& vertex : changed.vertices) vertex.head.clear();
+    return Shared(std::move(changed));
+}
+
+Kept<KeptGroups> OfOtherDrawing(const Kept<KeptGroups>& kept) {
+    if (!kept) return kept;
+    KeptGroups changed;
+    changed.common = Without(kept->common, [](int code) { return IsReference(code) || code == 102; });
+    return Shared(std::move(changed));
+}
+
+Kept<KeptGroups> AfterReshaping(const Kept<KeptGroups>& kept) {
+    if (!kept) return kept;
+    KeptGroups changed = *kept;
+    changed.common = Without(kept->common, IsPreview);
+    changed.further = WithoutHistory(kept->further);
+    return Shared(std::move(changed));
+}
+
+Kept<KeptGroups> AfterMove(const Kept<KeptGroups>& kept, const Similarity& move) {
+    if (!kept) return kept;
+    KeptGroups changed = *AfterReshaping(kept);
+    if (!move.OnlyShifts()) changed.own = MovedTangents(kept->own, move);
+    for (KeptRecord& part : changed.parts) {
+        if (part.name == "ATTRIB") part.groups = MovedAttribute(part.groups, move);
+    }
+    return Shared(std::move(changed));
+}
+
+}  // namespace brenvik

@@ -1,0 +1,29 @@
+// What an entity keeps of the file that it was read from, under the changes that a drawing sees.
+#pragma once
+
+#include "drafting_host/document/similarity.h"
+#include "drafting_host/dxf/kept_records.h"
+
+namespace brenvik {
+
+/// A colour by number takes the place of a true colour.
+Kept<KeptGroups> WithoutTrueColor(const Kept<KeptGroups>& kept);
+
+/// The same of a layer, where it stands among the layer's own groups.
+Kept<KeptGroups> WithoutTrueColorOfLayer(const Kept<KeptGroups>& kept);
+
+/// What a copy in the same drawing has: all but what belongs to one entity alone (its extension dictionary,
+/// those that react to it, the history of a solid).
+Kept<KeptGroups> OfCopy(const Kept<KeptGroups>& kept);
+
+/// The look alone, without anything that leads to other objects: of a copy in another drawing.
+Kept<KeptGroups> OfOtherDrawing(const Kept<KeptGroups>& kept);
+
+/// After a move of the entity: directions and attributes go along, the preview and the history of a solid,
+/// which show it where and as it was, are dropped.
+Kept<KeptGroups> AfterMove(const Kept<KeptGroups>& kept, const Similarity& move);
+
+/// After a change of a body's shape.
+Kept<KeptGroups> AfterReshaping(const Kept<KeptGroups>& kept);
+
+}  // namespace brenvik

@@ -1,0 +1,31 @@
+// Takes out of a file's records what a drawing has no value for, as text that can be written again.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "drafting_host/dxf/group_reader.h"
+#include "drafting_host/dxf/kept_records.h"
+
+namespace brenvik {
+
+/// Whether a drawing holds entities of this kind.
+bool IsUnderstoodKind(std::string_view name);
+
+/// All groups of a record.
+std::string TextOfGroups(std::span<const Group> groups);
+/// A record as a whole. `handleCode` is the group of its own handle: 105 in a dimension style, else 5.
+KeptRecord KeptRecordOf(const Record& record, int handleCode = 5);
+
+/// What an understood entity's record holds besides its values; extended data are values. Brackets and
+/// embedded objects have to stand in the record still.
+Kept<KeptGroups> LeftoversOfEntity(const Record& record);
+/// The same of a vertex of an old polyline, or of its end. `layer` is the polyline's, as in the file.
+KeptGroups::Vertex LeftoversOfVertex(const Record& record, std::string_view layer);
+/// The same of an entry of the tables LAYER, UCS, BLOCK_RECORD, extended data included.
+KeptGroups LeftoversOfEntry(std::string_view table, std::span<const Group> groups);
+
+/// The record's own handle put in place of the one that it has, or in front where it has none.
+void ChangeOwnHandle(KeptRecord& record, HandleValue handle);
+
+}  // namespace brenvik

@@ -1,0 +1,195 @@
+// What of the records that were kept can stand in the file to be written: its release, and what they belong
+// to.
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <unordered_map>
+
+#include "drafting_host/dxf/kept_text.h"
+#include "drafting_host/dxf/write_plan.h"
+
+namespace brenvik {
+namespace {
+
+constexpr int release13 = 1012, release2000 = 1015, release2010 = 1024;
+
+/// Bodies that stand in the file's binary section from release 2013 on.
+constexpr auto bodyKinds = std::to_array<std::string_view>(
+    {"3DSOLID", "REGION", "BODY", "SURFACE", "EXTRUDEDSURFACE", "LOFTEDSURFACE", "REVOLVEDSURFACE",
+     "SWEPTSURFACE", "PLANESURFACE", "NURBSURFACE"});
+
+bool HasBodies(const DrawingData& data) {
+    return std::ranges::any_of(data.blocks, [](const BlockData& block) {
+        return std::ranges::any_of(block.entities, [](const EntityData& entity) {
+            return std::holds_alternative<AcisData>(entity.geometry);
+        });
+    });
+}
+
+/// Finds what goes with its owner: an extension dictionary and all below it.
+class Owners {
+  public:
+    Owners(const KeptFile& file, std::unordered_set<HandleValue> alive) : mAlive(std::move(alive)) {
+        for (const KeptRecord& object : file.objects) mObjects.emplace(object.handle, &object);
+        for (const HandleValue handle : file.handles) mRead.insert(handle);
+        for (const KeptRecord& object : file.objects) Settle(object);
+        // What ties a dimension to its objects says nothing without them.
+        for (const KeptRecord& object : file.objects) {
+            if (object.name != "DIMASSOC") continue;
+            bool isTorn = false;
+            ForEachReference(object.groups, [&](HandleValue handle) { isTorn = isTorn || IsGone(handle); });
+            if (isTorn) mAlive.erase(object.handle);
+        }
+    }
+
+    bool IsGone(HandleValue handle) const { return mRead.contains(handle) && !mAlive.contains(handle); }
+
+  private:
+    /// A chain of owners, of any length, is as alive as its first.
+    void Settle(const KeptRecord& object) {
+        std::vector<HandleValue> chain;
+        const KeptRecord* at = &object;
+        bool isAlive = true;
+        for (std::unordered_set<HandleValue> seen; seen.insert(at->handle).second;) {
+            if (mAlive.contains(at->handle)) break;
+            chain.push_back(at->handle);
+            if (at->name == "GROUP") {
+                isAlive = false;
+                break;
+            }
+            if (at->owner == 0 || !mRead.contains(at->owner) || mAlive.contains(at->owner)) break;
+            const auto owner = mObjects.find(at->owner);
+            isAlive = owner != mObjects.end() && !mDead.contains(at->owner);
+            if (!isAlive) break;
+            at = owner->second;
+        }
+        if (isAlive) {
+            mAlive.insert(chain.begin(), chain.end());
+        } else {
+            mDead.insert(chain.begin(), chain.end());
+        }
+    }
+
+    std::unordered_set<HandleValue> mAlive, mDead, mRead;
+    std::unordered_map<HandleValue, const KeptRecord*> mObjects;
+};
+
+/// The groups up to an embedded object, and its extended data.
+std::string WithoutEmbedded(const std::string& groups, std::size_t& count) {
+    std::string result;
+    bool isEmbedded = false;
+    GroupWalk walk(groups);
+    while (walk.Next()) {
+        if (walk.Code() == 101) {
+            isEmbedded = true;
+            ++count;
+        }
+        if (walk.Code() >= 1000 || walk.Code() == 0) isEmbedded = false;
+        if (!isEmbedded) result += walk.Text();
+    }
+    return result;
+}
+
+}  // namespace
+
+void WritePlan::ChooseRelease() {
+    if (!mData.file) return;
+    const int read = mData.file->release;
+    if (read < release13) return;
+    mFile = mData.file.value.get();
+    mRelease = std::max(read, release2000);
+    // Bodies are written as text, which later releases don't take.
+    if (mRelease > release2010 && HasBodies(mData)) mRelease = release2010;
+}
+
+bool WritePlan::IsUnkept(const KeptRecord& entity) const {
+    return mRelease <= release2010 && IsLowered() &&
+           std::ranges::find(bodyKinds, entity.name) != bodyKinds.end();
+}
+
+void WritePlan::PlanKept(BlockPlan& plan) {
+    if (mFile == nullptr || !plan.block->kept || plan.block->kept->entities.empty()) return;
+    const KeptBlock& kept = *plan.block->kept;
+    std::unordered_map<HandleValue, std::size_t> places;
+    for (std::size_t i = 0; i < plan.block->entities.size(); ++i)
+        places.emplace(plan.block->entities[i].handle, i);
+    std::size_t position = 0, next = 0;
+    for (const KeptRecord& record : kept.entities) {
+        for (; next < std::min(record.place, kept.order.size()); ++next) {
+            const auto place = places.find(kept.order[next]);
+            if (place != places.end()) position = std::max(position, place->second + 1);
+        }
+        if (IsUnkept(record)) {
+            ++mUnkeptKinds[record.name];
+        } else {
+            plan.kept.emplace_back(position, &record);
+        }
+    }
+}
+
+void WritePlan::FindGone() {
+    if (mFile == nullptr) return;
+    std::unordered_set<HandleValue> alive = mUsed;
+    for (const BlockPlan& plan : mBlocks) {
+        for (const auto& [position, record] : plan.kept) alive.insert(record->handle);
+    }
+    for (const KeptTable& table : mFile->tables) {
+        for (const KeptRecord& entry : table.entries) alive.insert(entry.handle);
+    }
+    for (const auto& [what, handle] : mData.fileHandles) {
+        const std::string_view key = what;
+        const std::size_t blank = key.find(' ');
+        const bool isOfBlock = key.starts_with("BLOCK ") || key.starts_with("ENDBLK ");
+        if (key.starts_with("TABLE ") || (isOfBlock && FindBlock(key.substr(blank + 1)) != nullptr))
+            alive.insert(handle);
+    }
+    const Owners owners(*mFile, std::move(alive));
+    for (const HandleValue handle : mFile->handles) {
+        if (owners.IsGone(handle)) mGone.insert(handle);
+    }
+}
+
+void WritePlan::TellUnkept() {
+    if (mData.file) {
+        for (const auto& [kind, count] : mData.file->unkept) {
+            mUnkept.push_back(std::to_string(count) + " of kind \"" + kind +
+                              "\": release 12 writes them in another form than release 2000");
+        }
+    }
+    for (const auto& [kind, count] : mUnkeptKinds) {
+        mUnkept.push_back(std::to_string(count) + " of kind \"" + kind +
+                          "\": the drawing holds solids, with which it is written in release 2010, and that "
+                          "release has no form for these");
+    }
+    if (!IsLowered()) return;
+    std::size_t embedded = 0;
+    for (const BlockPlan& plan : mBlocks) {
+        for (const auto& [position, record] : plan.kept) WithoutEmbedded(record->groups, embedded);
+        for (const EntityData& entity : plan.block->entities) {
+            if (!entity.kept) continue;
+            WithoutEmbedded(entity.kept->further, embedded);
+            for (const KeptRecord& part : entity.kept->parts) WithoutEmbedded(part.groups, embedded);
+        }
+    }
+    if (embedded > 0) {
+        mUnkept.push_back("columns or lines of " + std::to_string(embedded) +
+                          (embedded == 1 ? " text" : " texts") +
+                          ": the drawing holds solids, with which it is written in release 2010, and that "
+                          "release has no form for these");
+    }
+}
+
+std::string WritePlan::Fit(std::string_view kind, const std::string& groups) const {
+    std::size_t count = 0;
+    std::string fit = IsLowered() ? WithoutEmbedded(groups, count) : groups;
+    if (mGone.empty()) return fit;
+    return MendedGroups(kind, fit, [this](HandleValue handle) { return IsGone(handle); });
+}
+
+const KeptTable* WritePlan::FindTable(std::string_view name) const {
+    if (mFile == nullptr) return nullptr;
+    const auto found = std::ranges::find(mFile->tables, name, &KeptTable::name);
+    return found == mFile->tables.end() ? nullptr : &*found;
+}
+
+}  // namespace brenvik

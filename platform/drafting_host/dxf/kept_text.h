@@ -1,0 +1,46 @@
+// Texts of groups that are kept: walking them, and mending what they refer to.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "drafting_host/dxf/kept_records.h"
+
+namespace brenvik {
+
+/// Puts a group behind the text: the code right-aligned in three columns, the value in the next line.
+void AppendGroup(std::string& text, int code, std::string_view value);
+
+/// Goes through the groups of a text.
+class GroupWalk {
+  public:
+    explicit GroupWalk(std::string_view text) : mRest(text) {}
+    bool Next();
+    int Code() const { return mCode; }
+    std::string_view Value() const { return mValue; }
+    /// Both lines of the group.
+    std::string_view Text() const { return mText; }
+    HandleValue Handle() const;
+
+  private:
+    std::string_view mRest, mValue, mText;
+    int mCode = 0;
+};
+
+/// Whether the group refers to another record by its handle.
+bool IsReference(int code);
+
+using IsGoneTest = std::function<bool(HandleValue)>;
+
+/// The groups of a record with every reference to what is gone mended: dropped from lists (brackets,
+/// dictionaries, draw orders, groups, boundaries of hatches), zero elsewhere. `kind` is the record's name.
+std::string MendedGroups(std::string_view kind, std::string_view groups, const IsGoneTest& isGone);
+
+/// The groups with another owner and, unless it is 0, another own handle.
+std::string WithOwner(std::string_view groups, HandleValue owner, HandleValue own = 0);
+
+/// Calls with every handle that the groups refer to.
+void ForEachReference(std::string_view groups, const std::function<void(HandleValue)>& visit);
+
+}  // namespace brenvik
