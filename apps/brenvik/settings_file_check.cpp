@@ -96,4 +96,14 @@ std::vector<std::string> SettingsFileFaults(std::span<const SettingsFileLine> li
     return std::move(check.faults);
 }
 
+std::size_t LineOfSetting(std::span<const SettingsFileLine> lines, std::string_view path,
+                          std::string_view name) {
+    const std::string section = SectionPath(SettingsRoot::LocalMachine, path);
+    for (const SettingsFileLine& line : lines)
+        if (line.kind == SettingsFileLine::Kind::Value && EqualsIgnoreCase(line.name, name) &&
+            EqualsIgnoreCase(line.section, section))
+            return line.number;
+    return 0;
+}
+
 }  // namespace brenvik::app

@@ -25,9 +25,11 @@ void ToldSettings::Look(std::string_view path, std::string_view name, std::strin
     const std::string expected = ValueFaultAt(path, name, value);
     if (expected.empty() || !told.insert(std::string(path) + "\\" + std::string(name)).second) return;
     const bool missing = value.empty() && !IsStored(path, name);
-    Tell(file + ": " + std::string(name) + (missing ? " is missing" : " is \"" + std::string(value) + "\"") +
-         ", expected " + expected + (missing ? "; to set it: " : "; to change it: ") + program +
-         " settings set " + std::string(name) + " VALUE");
+    const std::size_t line = missing || !lineOf ? 0 : lineOf(path, name);
+    Tell(file + (line == 0 ? "" : ":" + std::to_string(line)) + ": " + std::string(name) +
+         (missing ? " is missing" : " is \"" + std::string(value) + "\"") + ", expected " + expected +
+         (missing ? "; to set it: " : "; to change it: ") + program + " settings set " + std::string(name) +
+         " VALUE");
 }
 
 bool ToldSettings::IsStored(std::string_view path, std::string_view name) {

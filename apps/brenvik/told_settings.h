@@ -19,7 +19,7 @@ namespace brenvik::app {
 std::string ValueFaultAt(std::string_view path, std::string_view name, std::string_view value);
 
 /// Hands everything on to the store. A value that its setting can't have is told when it is first read, once
-/// for the life of this object, with the file, its name and itself, and what it can be.
+/// for the life of this object, with the file, the line, its name and itself, and what it can be.
 class ToldSettings : public SettingsPort {
   public:
     /// `shownFile` is what the messages call the store, which must outlive this; `programWords` are how the
@@ -28,6 +28,9 @@ class ToldSettings : public SettingsPort {
 
     /// Where the messages go; standard error by default.
     std::function<void(const std::string&)> tell;
+
+    /// The line of a value in the store's file, 0 where there is none to tell.
+    std::function<std::size_t(std::string_view path, std::string_view name)> lineOf;
 
     /// What is wrong with the store apart from its values, a text each: asked once, when the system first
     /// reads from it.

@@ -56,6 +56,9 @@ Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, Measure
     toldSettings.storeFaults = [this] {
         return SettingsFileFaults(settings.Lines(), TextFromPath(home / settingsFileName));
     };
+    toldSettings.lineOf = [this](std::string_view path, std::string_view name) {
+        return LineOfSetting(settings.Lines(), path, name);
+    };
     Load(dialogs);
     RequireReadableSettings();
     std::error_code unknown;

@@ -2,6 +2,7 @@
 #include "export/export_cells.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/failure.h"
 #include "base/fractions.h"
@@ -178,9 +179,13 @@ void NoteLostSizes(const Recordset& records, const LineMaker& maker, const SizeA
     const std::string expected = lacksLetters ? "letters (ORIE) that name its sizes"
                                  : areZero    ? "a size above 0"
                                               : "at least 1/64, or an export without fractions";
-    NotePartTrouble({TextIfThere(records, "bv_id"), TextIfThere(records, "bv_partname"),
-                     "the export has no size for it: " + Join(shown, ", ") + "; expected " + expected, false,
-                     lacksLetters});
+    std::string handle = TextIfThere(records, "bv_id"), name = TextIfThere(records, "bv_partname");
+    // The rows of a grouped list have no handle, and maybe no name.
+    const bool isNamed = !handle.empty() || !name.empty();
+    NotePartTrouble({std::move(handle), std::move(name),
+                     std::string(isNamed ? "it has" : "a row of the list has") +
+                         " no size in the export: " + Join(shown, ", ") + "; expected " + expected,
+                     false, lacksLetters});
 }
 
 }  // namespace brenvik

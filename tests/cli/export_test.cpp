@@ -1,4 +1,6 @@
 // Exports of the sample job, compared with whole files, and options that are refused.
+#include <sstream>
+
 #include "checkout_paths.h"
 #include "program.h"
 #include "support/ezdxf_audit.h"
@@ -13,11 +15,19 @@ class Export : public ProgramTest {
         words.insert(words.end(), options.begin(), options.end());
         return Run(words);
     }
+    /// Two parts of the sample have no letters, and so no sizes, which is told.
+    static std::string WithoutLostSizes(const std::string& errors) {
+        std::istringstream lines(errors);
+        std::string line, others;
+        while (std::getline(lines, line))
+            if (line.find(" has no size in the export: ") == std::string::npos) others += line + "\n";
+        return others;
+    }
     void ExpectGolden(const std::string& golden, const std::vector<std::string>& options) const {
         const Outcome outcome = ExportTo("out.csv", options);
         EXPECT_EQ(outcome.status, 0);
         EXPECT_EQ(outcome.output, "");
-        EXPECT_EQ(outcome.errors, "[Done.] Export Complete!!\n");
+        EXPECT_EQ(WithoutLostSizes(outcome.errors), "[Done.] Export Complete!!\n");
         EXPECT_EQ(Read("out.csv"),
                   ReadFile(std::filesystem::path(BRENVIK_SOURCE_DIR) / "tests/cli/golden" / golden));
         // Every line has as many cells as the head, as another reader of such files counts them.

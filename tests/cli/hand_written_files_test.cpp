@@ -51,7 +51,7 @@ TEST_F(HandWritten, SettingsThatAreMissingAreNamedByARunThatReadsThem) {
         ExpectTold(Cut(), "settings.txt: " + name + " is missing, expected " + expected + "; to set it: ");
         ExpectTold(Run({"settings", "list"}), name + " is missing");
         Change("home/settings.txt", "WCSMeasure=0\n", "WCSMeasure=0\n" + name + "=\n");
-        ExpectTold(Cut(), "settings.txt: " + name + " is \"\", expected " + expected);
+        ExpectTold(Cut(), "settings.txt:3: " + name + " is \"\", expected " + expected);
     }
     Write("home/settings.txt", whole);
     EXPECT_EQ(Cut().status, 0);
@@ -223,7 +223,7 @@ TEST_F(HandWritten, SizesThatAFractionMakesNothingOfAreToldByPart) {
     Write("adjust.txt", "[a]\nt=-17.985\n");
     ExpectTold(
         ExportBoard({"--profile", "Cut List", "--adjustments", "adjust.txt", "--fractions"}),
-        "the part \"Side\" (100): the export has no size for it: Thickness 0.015; expected at least 1/64, "
+        "the part \"Side\" (100): it has no size in the export: Thickness 0.015; expected at least 1/64, "
         "or an export without fractions\n");
     EXPECT_EQ(ExportBoard({"--profile", "Cut List", "--fractions"}).status, 0);
 }
@@ -233,7 +233,7 @@ TEST_F(HandWritten, PartsWithoutLettersHaveNoSizesInAnExportWhichIsTold) {
         Run({"export", ShippedSample().string(), "out.csv", "--select", "100,170", "--quiet"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_NE(
-        outcome.errors.find("the part \"Adjustable Shelf\" (170): the export has no size for it: Width 0, "
+        outcome.errors.find("the part \"Adjustable Shelf\" (170): it has no size in the export: Width 0, "
                             "Length 0, Thickness 0; expected letters (ORIE) that name its sizes\n"),
         std::string::npos)
         << outcome.errors;

@@ -1,4 +1,5 @@
 // The install folder: made at first use or by init, kept afterwards, and what happens where it can't be.
+#include <algorithm>
 #include <tuple>
 
 #include "program.h"
@@ -260,7 +261,7 @@ TEST_F(Settings, RefuseAValueThatTheyCannotHaveAndTellWhatTheyCan) {
     const std::vector<std::string> cases[] = {{"WCSMeasure", "yes", "0 or 1"},
                                               {"ExportScaleSetting", "5", "a whole number from 1 to 4"},
                                               {"CircleSize", "35 mm", "a number, 0 or more"},
-                                              {"BiesseWorksSpoil", "a bit", "a number"},
+                                              {"BiesseWorksSpoil", "a bit", "a number from -100 to 100"},
                                               {"CNCMultiplier", "1.5", "a whole number from 1 to 1000000"},
                                               {"CNCMultiplier", "", "a whole number from 1 to 1000000"},
                                               {"QUANTITY_WIDTH", "wide", "a number, 0 or more"},
@@ -286,11 +287,16 @@ TEST_F(Settings, ThatAreDamagedAreToldOnceWithNameAndValueWhenTheyAreRead) {
         settings.replace(settings.find(good), std::string(good).size(), bad);
     }
     Write("home/settings.txt", settings);
-    const std::string file = Path("home") + "/settings.txt: ";
+    const auto at = [&](const std::string& value) {
+        const auto end = settings.begin() + static_cast<std::ptrdiff_t>(settings.find(value));
+        return Path("home") + "/settings.txt:" + std::to_string(1 + std::count(settings.begin(), end, '\n')) +
+               ": ";
+    };
     const std::string circle =
-        file + "CircleSize is \"large\", expected a number, 0 or more; to change it: brenvik --home " +
+        at("CircleSize=") +
+        "CircleSize is \"large\", expected a number, 0 or more; to change it: brenvik --home " +
         Path("home") + " settings set CircleSize VALUE\n";
-    const std::string measure = file +
+    const std::string measure = at("WCSMeasure=") +
                                 "WCSMeasure is \"maybe\", expected 0 or 1; to change it: brenvik --home " +
                                 Path("home") + " settings set WCSMeasure VALUE\n";
     // A list measures, and never asks for a circle.
