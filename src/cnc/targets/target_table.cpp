@@ -118,12 +118,6 @@ const TargetTraits& TraitsOf(Target target) {
     return Traits.front();
 }
 
-const TargetTraits* FindTarget(std::string_view name) {
-    for (const TargetTraits& traits : Traits)
-        if (EqualsIgnoreCase(traits.name, name)) return &traits;
-    return nullptr;
-}
-
 std::string RouteLayerName(const RunState& run, RouteRole role, PathKind kind, double depth) {
     switch (run.target) {
         case Target::C2C:

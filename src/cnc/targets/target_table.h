@@ -26,8 +26,6 @@ struct TargetTraits {
 
 std::span<const TargetTraits> TargetTable();
 const TargetTraits& TraitsOf(Target target);
-/// By name without regard to case; nothing for an unknown one.
-const TargetTraits* FindTarget(std::string_view name);
 
 /// What a path is on the part.
 enum class RouteRole {

@@ -144,12 +144,5 @@ TEST(TargetTableTest, ARouteThatStopsInsideIsADadoForTHERM) {
     EXPECT_EQ(RouteLayerName(RunWith(Target::THERM, 2), RouteRole::Inside, PathKind::RT, 9), "dado 6 9");
 }
 
-TEST(TargetTableTest, TargetsAreFoundByNameWithoutRegardToCase) {
-    for (const Target target : AllTargets) EXPECT_EQ(FindTarget(TraitsOf(target).name)->target, target);
-    EXPECT_EQ(FindTarget("enROUTE")->target, Target::Enroute);
-    EXPECT_EQ(FindTarget("C2"), nullptr);
-    EXPECT_EQ(FindTarget(""), nullptr);
-}
-
 }  // namespace
 }  // namespace brenvik
