@@ -47,5 +47,25 @@ TEST_F(CncProof, WithoutItTheSamePartPassesForDone) {
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
 }
 
+TEST_F(CncProof, APartOnAFrozenLayerIsMadeLikeAnyOther) {
+    Write("blank.dxf", "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n");
+    Write("make.journal",
+          "host \"-layer m Doors  \"\n"
+          "host \"box 0,0,0 450,300,18 \"\n"
+          "host \"cylinder 100,100,8 5 12 \"\n"
+          "host \"box 200,100,-1 300,200,20 \"\n"
+          "host \"subtract (handent \\\"100\\\")  \"\n"
+          "host \"(handent \\\"101\\\") (handent \\\"102\\\")  \"\n"
+          "host \"-layer s 0  \"\n"
+          "host \"-layer f Doors  \"\n");
+    ASSERT_EQ(Run({"run", "blank.dxf", "--journal", "make.journal", "--save", "part.dxf", "--quiet"}).status,
+              0);
+    for (const std::string target : {"C2C", "CNI"}) {
+        const Outcome outcome = Run({"cnc", "part.dxf", "--target", target, "--out", "cut" + target,
+                                     "--quiet", "--material", "White Melamine"});
+        EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    }
+}
+
 }  // namespace
 }  // namespace brenvik::cli_test

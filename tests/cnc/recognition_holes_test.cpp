@@ -224,7 +224,7 @@ const std::vector<PartCase> CircularRoutes{
          part.Hole(100, 100, 40);
          part.Hole(100, 100, 60, 6);
      },
-     "OT 1 PKS 1 PL 1 RT 1", "OT 1 PL 1"},
+     "OT 1 PKS 1 PL 1 RT 1", "no file"},
     {"WiderBelow",
      [](MadePart& part) {
          Panel(part);
@@ -241,7 +241,7 @@ const std::vector<PartCase> CircularRoutes{
          part.HoleBelow(100, 100, 60, 5);
          part.Hole(400, 100, 80, 9);
      },
-     "OT 1 PKS 4 PL 1",
+     "OT 1 PKS 3 PL 1",
      "OT 1 PKS 1 PL 1",
      0,
      {"PKS_"}},
@@ -266,7 +266,7 @@ const std::vector<PartCase> CircularRoutes{
          part.Hole(100, 100, 40, 12);
          part.Hole(100, 100, 60, 6);
      },
-     "OT 1 PKS 3 PL 1",
+     "OT 1 PKS 2 PL 1",
      "no file",
      0,
      {"PKS_"}},

@@ -88,7 +88,7 @@ const std::vector<PartCase> Pockets{
          part.Pocket(Rectangle(100, 100, 300, 250), 12);
          part.Pocket(Rectangle(150, 150, 250, 200), 6);
      },
-     "OT 1 PKC 3 PL 1",
+     "OT 1 PKC 2 PL 1",
      "no file",
      0,
      {"PKC_"}},
@@ -98,7 +98,7 @@ const std::vector<PartCase> Pockets{
          part.Pocket(Rounded(100, 100, 300, 250, 30), 12);
          part.Pocket(Rounded(150, 140, 250, 210, 25), 6);
      },
-     "OT 1 PKC 1 PL 1 RT 2",
+     "OT 1 PKC 1 PL 1 RT 1",
      "no file",
      0,
      {"PKC_", "RT_"}},
@@ -110,7 +110,7 @@ const std::vector<PartCase> Pockets{
          part.Pocket(Rectangle(350, 50, 590, 350), 12);
      },
      "OT 1 PKC 1 PL 1",
-     "OT 1 PKC 3 PL 1",
+     "OT 1 PKC 2 PL 1",
      0,
      {"PKC_"}},
     {"OpenToTwoEdges",

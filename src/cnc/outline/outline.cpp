@@ -128,6 +128,7 @@ PassOutcome MakeOutline(RunState& run) {
     UnlockAllLayers(drawing);
     if (RouteThroughCircles(run) == PassOutcome::SkipPart) return PassOutcome::SkipPart;
     DropPocketsCutThrough(run);
+    DropPocketsCutDeeper(run);
     ConvertPockets(run);
     DropCirclesCutThrough(run);
     return profile.Finish(left);

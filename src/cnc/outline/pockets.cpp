@@ -2,6 +2,7 @@
 #include "cnc/outline/pockets.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +22,8 @@ namespace {
 
 constexpr std::string_view RoutePrefix = "RT_", ContourPocket = "PKC", CirclePocket = "PKS", Route = "RT";
 constexpr int PlaceDecimals = 6;
+/// Of vertical holes, which are no paths.
+constexpr int DrilledColor = 4;
 
 bool On(const AcadEntity& entity, std::string_view prefix) { return entity.Layer().starts_with(prefix); }
 
@@ -90,6 +93,29 @@ void DropAlike(RunState& run, std::string_view pocketPrefix, const Look& look) {
         if (std::ranges::find(routes, look(*pocket)) != routes.end()) pocket->Delete();
 }
 
+/// Of the paths that stop inside, deletes those that a deeper one of the same shape cuts along with its own.
+template <class Kind, class Look>
+void DropShallowTwins(RunState& run, const Look& look) {
+    constexpr double sameDepth = 1e-6;
+    struct Path {
+        Kind* path;
+        decltype(look(std::declval<const Kind&>())) shape;
+        double depth;
+    };
+    std::vector<Path> paths;
+    for (Kind* path : All<Kind>(*run.part)) {
+        const double depth = -path->Thickness();
+        if (path->Color() == layers::OutlineColor || path->Color() == DrilledColor) continue;
+        if (std::abs(path->Normal().z) > 0.5 && depth > 0 && depth < run.PartThickness)
+            paths.push_back({path, look(*path), depth});
+    }
+    for (const Path& path : paths)
+        if (std::ranges::any_of(paths, [&](const Path& deeper) {
+                return deeper.depth > path.depth + sameDepth && deeper.shape == path.shape;
+            }))
+            path.path->Delete();
+}
+
 /// Of a path: minus its depth.
 double ThicknessOf(const AcadEntity& path) {
     if (const auto* circle = dynamic_cast<const AcadCircle*>(&path)) return circle->Thickness();
@@ -106,6 +132,11 @@ bool IsPath(const AcadEntity& entity) {
 void DropPocketsCutThrough(RunState& run) {
     DropAlike<AcadCircle>(run, CirclePocket, RoundOf);
     DropAlike<AcadLWPolyline>(run, ContourPocket, ContourOf);
+}
+
+void DropPocketsCutDeeper(RunState& run) {
+    DropShallowTwins<AcadCircle>(run, RoundOf);
+    DropShallowTwins<AcadLWPolyline>(run, ContourOf);
 }
 
 void ConvertPockets(RunState& run) {

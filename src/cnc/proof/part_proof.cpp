@@ -3,9 +3,11 @@
 #include "cnc/proof/part_proof.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numeric>
 #include <optional>
+#include <utility>
 
 #include "base/number_text.h"
 #include "base/numbers.h"
@@ -155,14 +157,22 @@ class Prover {
         std::vector<PlanShape> shapes;
         for (const std::vector<PlanSide>& stock : mStock)
             shapes.push_back({PlanShape::Role::Stock, stock, -1});
+        // A part of several lumps has as many outlines on a side, and stands in any of them.
+        std::array<std::vector<PlanSide>, 2> outlines;
         for (std::size_t i = 0; i < mOperations.size(); ++i) {
             const WrittenOperation& operation = mOperations[i];
             if (height <= operation.low || height >= operation.high) continue;
-            const auto role =
-                operation.kind == OperationKind::Outline ? PlanShape::Role::Stock : PlanShape::Role::Removal;
-            shapes.push_back(
-                {role, operation.bore ? BoreAt(operation, height) : operation.sides, static_cast<int>(i)});
+            if (operation.kind == OperationKind::Outline) {
+                std::vector<PlanSide>& around = outlines[operation.secondSide ? 1 : 0];
+                around.insert(around.end(), operation.sides.begin(), operation.sides.end());
+                continue;
+            }
+            shapes.push_back({PlanShape::Role::Removal,
+                              operation.bore ? BoreAt(operation, height) : operation.sides,
+                              static_cast<int>(i)});
         }
+        for (std::vector<PlanSide>& around : outlines)
+            if (!around.empty()) shapes.push_back({PlanShape::Role::Stock, std::move(around), -1});
         // Without an outline the sheet is the part's own box.
         const bool hasStock = std::ranges::any_of(
             shapes, [](const PlanShape& shape) { return shape.role == PlanShape::Role::Stock; });
