@@ -154,7 +154,7 @@ bool Within(const HostVariable& variable, double value) {
 }
 
 /// The value as it is kept, or nothing for an answer of another kind.
-std::optional<std::string> Kept(const HostVariable& variable, const std::string& answer) {
+std::optional<std::string> ValueToKeep(const HostVariable& variable, const std::string& answer) {
     switch (variable.kind) {
         case Kind::Text:
         case Kind::Point:
@@ -244,7 +244,7 @@ double VariableNumber(const CommandSession& session, std::string_view name) {
 
 std::string SetVariable(CommandSession& session, const HostVariable& variable, const std::string& answer) {
     if (variable.place == Place::Fixed) return "it can only be read";
-    const std::optional<std::string> value = Kept(variable, answer);
+    const std::optional<std::string> value = ValueToKeep(variable, answer);
     if (!value) return WrongNumber(variable);
     HostDocument& document = session.Document();
     switch (variable.place) {

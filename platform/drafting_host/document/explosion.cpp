@@ -6,8 +6,9 @@
 #include <TopoDS.hxx>
 #include <TopoDS_Face.hxx>
 
+#include "base/handle_text.h"
 #include "drafting_host/document/curve_edges.h"
-#include "drafting_host/document/host_block.h"
+#include "drafting_host/document/host_document.h"
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/merging.h"
 #include "drafting_host/solids/transform.h"
@@ -65,12 +66,33 @@ std::vector<HostEntity*> OwnPieces(HostEntity& entity) {
     return made;
 }
 
+/// What a reference shows and has no value here goes with it: what its block holds of other kinds,
+/// attributes.
+void TellLeftBehind(const HostEntity& entity) {
+    const auto* reference = dynamic_cast<const HostBlockReference*>(&entity);
+    if (reference == nullptr) return;
+    const HostBlock* const block = entity.Document().FindBlock(reference->Values().block);
+    const bool hasOthers =
+        block != nullptr && block->Record().kept && !block->Record().kept->entities.empty();
+    const bool hasAttributes = entity.KeptGroupsOfFile() && !entity.KeptGroupsOfFile()->parts.empty();
+    if (!hasOthers && !hasAttributes) return;
+    entity.Document().Tables().notes.push_back(
+        {0,
+         "explosion of the reference " + HandleToText(entity.HandleNumber()) + " to block \"" +
+             reference->Values().block + "\" left out its " + (hasAttributes ? "attributes" : "") +
+             (hasAttributes && hasOthers ? " and the " : "") +
+             (hasOthers ? "annotation that the block holds" : ""),
+         true});
+}
+
 }  // namespace
 
 std::vector<HostEntity*> ExplodeEntity(HostEntity& entity) {
     entity.RequireChangeable();
     std::vector<HostEntity*> pieces = OwnPieces(entity);
-    if (!pieces.empty()) entity.EraseAnyway();
+    if (pieces.empty()) return pieces;
+    TellLeftBehind(entity);
+    entity.EraseAnyway();
     return pieces;
 }
 

@@ -195,10 +195,12 @@ class Walk {
     void NoteOtherDrawing(const std::string& name, Groups groups) {
         const Group* const path = FindGroup(groups, 1);
         const Group& at = path == nullptr ? groups.front() : *path;
-        mReading.Note(at.line, "block " + ShownName(name) + ": the drawing " +
-                                   ShownName(path == nullptr ? "" : mReading.Text(*path)) +
-                                   " that it refers to is left out: expected its parts in this drawing, as "
-                                   "binding the reference gives them");
+        mReading.Note(at.line,
+                      "block " + ShownName(name) + ": the drawing " +
+                          ShownName(path == nullptr ? "" : mReading.Text(*path)) +
+                          " that it refers to is left out: expected its parts in this drawing, as "
+                          "binding the reference gives them",
+                      true, mReading.KeepsRecords());
     }
 
     void EndBlock(Record& record) {

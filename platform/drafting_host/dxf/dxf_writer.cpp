@@ -212,8 +212,7 @@ void WriteClasses(GroupWriter& out, const WritePlan& plan) {
                                                    {"LAYOUT", "AcDbLayout"}});
     BeginSection(out, "CLASSES");
     std::set<std::string_view> known;
-    // Before release 2000 a class stood in its own record's name.
-    if (const KeptSection* const kept = FindSection(plan, "CLASSES"); kept != nullptr && !plan.IsRaised()) {
+    if (const KeptSection* const kept = FindSection(plan, "CLASSES"); kept != nullptr) {
         for (const KeptRecord& record : kept->records) {
             known.insert(ClassOf(record));
             out.Word(0, record.name);

@@ -185,8 +185,11 @@ class Sieve {
 
 void TakeLeftovers(const Understood& kind, Groups groups, KeptGroups& kept) {
     Sieve sieve(kind, kept);
+    const bool isBody = Holds(kind.values, 290) && Holds(kind.values, 3);
     for (const Group& group : groups) {
         if (group.code >= 1000) break;
+        // A body's text is most of a file.
+        if (isBody && (group.code == 1 || group.code == 3)) continue;
         sieve.Take(group);
     }
 }

@@ -143,8 +143,9 @@ void ReadHeader(Reading& reading, Groups groups) {
         reading.decoder = TextDecoder(TextDecoder::Bytes::Utf8, defaultPage);
     }
     ForEachVariable(reading, groups, [&](std::string_view name, Groups values) {
-        reading.file.header.emplace_back(name, TextOfGroups(values));
+        // A damaged one is refused here.
         TakeVariable(reading, name, values);
+        reading.file.header.emplace_back(name, TextOfGroups(values));
     });
 }
 

@@ -141,7 +141,9 @@ class ObjectWriter {
   public:
     ObjectWriter(GroupWriter& out, WritePlan& plan) : mOut(out), mPlan(plan) {
         if (plan.File() == nullptr) return;
-        for (const KeptRecord& object : plan.File()->objects) mKept.insert(object.handle);
+        for (const KeptRecord& object : plan.File()->objects) {
+            if (!plan.IsGone(object.handle)) mKept.insert(object.handle);
+        }
         if (plan.IsRaised()) FindOwners();
     }
 

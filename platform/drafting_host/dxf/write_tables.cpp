@@ -1,5 +1,6 @@
 // The sections TABLES and BLOCKS.
 #include <algorithm>
+#include <array>
 
 #include "base/handle_text.h"
 #include "base/letter_case.h"
@@ -309,6 +310,19 @@ void WriteBlock(GroupWriter& out, WritePlan& plan, const WritePlan::BlockPlan& b
     WriteBlockEnd(out, "ENDBLK", plan.FileHandle("ENDBLK " + name), block.record, isPaper, "AcDbBlockEnd");
 }
 
+// Tables of a kind that isn't known here, such as the one of viewport entities before release 2000.
+void WriteFurtherTables(GroupWriter& out, WritePlan& plan) {
+    constexpr auto known = std::to_array<std::string_view>(
+        {"VPORT", "LTYPE", "LAYER", "STYLE", "VIEW", "UCS", "APPID", "DIMSTYLE", "BLOCK_RECORD"});
+    if (plan.File() == nullptr) return;
+    for (const KeptTable& table : plan.File()->tables) {
+        if (table.name.empty() || std::ranges::find(known, table.name) != known.end()) continue;
+        BeginTable(out, plan, table.name, table.entries.size());
+        for (const KeptRecord& entry : table.entries) WriteWhole(out, plan, table.name, entry, entry.handle);
+        EndTable(out);
+    }
+}
+
 }  // namespace
 
 void WriteTables(GroupWriter& out, WritePlan& plan) {
@@ -324,6 +338,7 @@ void WriteTables(GroupWriter& out, WritePlan& plan) {
     WriteApplications(out, plan);
     WriteDimensionStyles(out, plan);
     WriteBlockRecords(out, plan);
+    WriteFurtherTables(out, plan);
     EndSection(out);
 }
 
