@@ -60,6 +60,21 @@ bool Upright(const AcadCircle& circle) {
     return std::abs(RoundHalfEven(circle.Normal().z, CompareDecimals)) == 1;
 }
 
+/// `circle` lies on the floor.
+void DrillDownTo(RunState& run, AcadCircle& circle, HoleStart start, const HoleHeights& heights,
+                 double spoil) {
+    HoleCut cut = CutOf(run, start, heights, spoil);
+    cut.diameter = circle.Diameter();
+    circle.SetThickness(HoleThickness(run, cut));
+    circle.Move({0, 0, 0}, {0, 0, run.PartThickness - heights.floor});
+    circle.SetColor(OperationColor);
+    cut.circleZ = circle.Center().z;
+    const std::string layer = HoleLayerName(run, cut);
+    EnsureOperationLayer(run, layer);
+    circle.SetLayer(layer);
+    circle.Update();
+}
+
 class Drilling {
   public:
     Drilling(RunState& run, const LevelShapes& shapes)
@@ -264,24 +279,11 @@ class Drilling {
             return false;
         }
         const double top = start == HoleStart::TopFace ? entry.center.z : mRun.PartThickness;
-        HoleCut cut = CutOf(mRun, start, {top, floor.center.z, mPart.max.z}, mSpoil);
-        cut.diameter = floor.diameter;
-        Place(*floor.circle, floor.center.z, cut);
+        DrillDownTo(mRun, *floor.circle, start, {top, floor.center.z, mPart.max.z}, mSpoil);
         mAccount.AddDrilled(entry, floor.center.z);
         Erase(entry);
         floor.gone = true;
         return true;
-    }
-
-    void Place(AcadCircle& circle, double floorZ, HoleCut& cut) {
-        circle.SetThickness(HoleThickness(mRun, cut));
-        circle.Move({0, 0, 0}, {0, 0, mRun.PartThickness - floorZ});
-        circle.SetColor(OperationColor);
-        cut.circleZ = circle.Center().z;
-        const std::string layer = HoleLayerName(mRun, cut);
-        EnsureOperationLayer(mRun, layer);
-        circle.SetLayer(layer);
-        circle.Update();
     }
 
     RunState& mRun;
@@ -294,6 +296,13 @@ class Drilling {
 };
 
 }  // namespace
+
+void DrillAt(RunState& run, AcadCircle& floor, bool fromTopFace) {
+    const HoleStart start = fromTopFace ? HoleStart::TopFace : HoleStart::Recess;
+    DrillDownTo(run, floor, start,
+                {run.PartThickness, floor.Center().z, LastSolid(*run.part).GetBoundingBox().max.z},
+                StrictNumberSetting("DrillSpoilAmount"));
+}
 
 void DrillVertically(RunState& run, const LevelShapes& shapes) {
     for (const std::string_view name : {layers::MAXCircleHold, layers::circleHold})

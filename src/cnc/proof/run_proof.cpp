@@ -28,8 +28,6 @@ struct ProofModule {
     bool off = false;
 };
 
-double UnitOf(const RunState& run) { return run.Metric() ? 1 : 1 / MillimetresPerInch; }
-
 std::string Number(double value) {
     const double rounded = RoundHalfEven(value, TellDecimals);
     return NumberToText(rounded == 0 ? 0 : rounded);
@@ -82,6 +80,11 @@ bool LeftOutOnPurpose(const ProofSpot& spot, const RunState& run) {
            !OpensUp(spot, run, 0.02 * UnitOf(run));
 }
 
+bool IsWholePart(const Box3& place, const RunState& run) {
+    return place.max.x - place.min.x >= run.ExtentX && place.max.y - place.min.y >= run.ExtentY &&
+           place.max.z - place.min.z >= run.ExtentZ;
+}
+
 /// A feature is told once: by the note of whoever has passed it over, which says more, or else by the proof.
 /// A note of what is made all the same is taken back.
 void Settle(RunState& run, std::vector<ProofSpot>& spots) {
@@ -90,11 +93,14 @@ void Settle(RunState& run, std::vector<ProofSpot>& spots) {
     std::erase_if(run.unexplained, [&](const std::string& text) {
         const auto place = run.notePlaces.find(text);
         if (place == run.notePlaces.end()) return false;
+        // One about the part as a whole doesn't say where.
+        const bool whole = IsWholePart(place->second, run);
         bool found = false;
         for (std::size_t i = 0; i < spots.size(); ++i) {
-            if (spots[i].difference != Difference::Standing) continue;
+            if (spots[i].difference != Difference::Standing && !whole) continue;
             if (!Touches(place->second, spots[i].box, slack)) continue;
-            found = noted[i] = true;
+            found = true;
+            noted[i] = noted[i] || !whole;
         }
         return !found;
     });
@@ -112,17 +118,19 @@ void Tell(RunState& run, const std::vector<std::string>& texts) {
         run.differences.push_back("and " + std::to_string(texts.size() - told) + " places more");
 }
 
-std::vector<std::string> ToolsOf(const RunState& run) {
+}  // namespace
+
+void SetProof(bool on) { StateOf<ProofModule>().off = !on; }
+bool ProofIsOn() { return !StateOf<ProofModule>().off; }
+
+double UnitOf(const RunState& run) { return run.Metric() ? 1 : 1 / MillimetresPerInch; }
+
+std::vector<std::string> ToolNumbersOf(const RunState& run) {
     std::vector<std::string> tools;
     for (const MaterialTool& tool : run.Material.tools)
         if (!tool.number.empty()) tools.push_back(tool.number);
     return tools;
 }
-
-}  // namespace
-
-void SetProof(bool on) { StateOf<ProofModule>().off = !on; }
-bool ProofIsOn() { return !StateOf<ProofModule>().off; }
 
 void HoldPartForProof(RunState& run) {
     if (!run.FirstPass()) return;
@@ -145,7 +153,7 @@ void GatherWrittenSide(RunState& run) {
     if (!run.proof) return;
     run.proof->written = true;
     if (!run.proof->part) return;
-    const std::vector<std::string> tools = ToolsOf(run);
+    const std::vector<std::string> tools = ToolNumbersOf(run);
     WrittenSide side = ReadWrittenSide(*run.part, {run.target, run.Metric(), !run.FirstPass(),
                                                    run.proof->width, run.proof->thickness, tools});
     GatheredProof& proof = *run.proof;

@@ -28,6 +28,12 @@ struct GatheredProof {
 void SetProof(bool on);
 bool ProofIsOn();
 
+/// The numbers of the bits of the part's material, by which names are read.
+std::vector<std::string> ToolNumbersOf(const RunState& run);
+
+/// One millimetre in units of the run.
+double UnitOf(const RunState& run);
+
 /// Before the first side's solid goes.
 void HoldPartForProof(RunState& run);
 /// An outline that a setting keeps out of the file.

@@ -41,10 +41,6 @@ bool LoadMaterial(RunState& run) {
     return true;
 }
 
-std::string_view DirectionOfCut(const MaterialRecord& material) {
-    return FoldLower(material.direction) == "c" ? Clockwise : CounterClockwise;
-}
-
 /// What the paths of one pass have in common.
 struct Routing {
     RunState& run;
@@ -76,10 +72,10 @@ Side SideOf(Routing& routing, AcadEntity& contour, const CutContour& place, std:
 
 /// From a height below the top to the top plane; gives the depth, which the thickness says downwards.
 template <class Path>
-double RaiseToTop(const Routing& routing, Path& path, double z) {
-    const double depth = Round(Round(routing.part.max.z) - Round(z));
+double RaiseToTop(const Box3& part, Path& path, double z) {
+    const double depth = Round(Round(part.max.z) - Round(z));
     path.SetThickness(-depth);
-    path.Move({0, 0, z}, {0, 0, routing.part.max.z});
+    path.Move({0, 0, z}, {0, 0, part.max.z});
     return depth;
 }
 
@@ -89,11 +85,6 @@ void GiveName(RunState& run, AcadEntity& path, RouteRole role, double depth) {
     EnsureOperationLayer(run, layer);
     path.SetLayer(layer);
     path.Update();
-}
-
-double ShortestSide(const AcadLWPolyline& path) {
-    const std::vector<double> sides = SideLengths(path);
-    return sides.empty() ? 0 : Round(std::ranges::min(sides));
 }
 
 /// False when the part is to be given up.
@@ -110,15 +101,7 @@ bool MakeRoute(Routing& routing, AcadLWPolyline& path) {
             KeepForHandWork(run);
             return false;
     }
-    const double depth = RaiseToTop(routing, path, path.GetBoundingBox().min.z);
-    const double shortest = ShortestSide(path);
-    BringToDirection(path, run.RouteDirection);
-    if (!ChooseInsideRouteBit(run.bits, run.Material, run.MaterialKeyText, shortest,
-                              TraitsOf(run.target).choiceDialog))
-        return false;
-    RunOffEdges(path, routing.part, OverrunOf(run.bits.ToolDiameter));
-    GiveName(run, path, RouteRole::Inside, depth);
-    return true;
+    return CutInside(run, routing.part, path);
 }
 
 /// A chain that doesn't close on this side is left to the other one.
@@ -136,7 +119,7 @@ bool CutThrough(Routing& routing, AcadCircle& circle) {
     const double diameter = circle.Diameter();
     if (!ChooseThroughCircleBit(run.bits, run.Material, run.MaterialKeyText, diameter)) return false;
     run.bits.kind = PathKind::RT;
-    RaiseToTop(routing, circle, circle.Center().z);
+    RaiseToTop(routing.part, circle, circle.Center().z);
     const double depth = run.PartThickness + run.SpoilAmount;
     circle.SetThickness(-depth);
     GiveName(run, circle, RouteRole::ThroughCircle, depth);
@@ -160,9 +143,7 @@ bool MakeCirclePocket(Routing& routing, AcadCircle& circle) {
             return false;
     }
     if (Round(z) <= Round(routing.part.min.z)) return CutThrough(routing, circle);
-    if (!ChooseCirclePocketBit(run.bits, run.Material, run.MaterialKeyText, diameter)) return false;
-    GiveName(run, circle, RouteRole::CirclePocket, RaiseToTop(routing, circle, z));
-    return true;
+    return CutCirclePocket(run, routing.part, circle);
 }
 
 /// False when the part is to be given up.
@@ -185,6 +166,33 @@ bool MakePaths(RunState& run) {
 }
 
 }  // namespace
+
+std::string_view DirectionOfCut(const MaterialRecord& material) {
+    return FoldLower(material.direction) == "c" ? Clockwise : CounterClockwise;
+}
+
+double ShortestSide(const AcadLWPolyline& path) {
+    const std::vector<double> sides = SideLengths(path);
+    return sides.empty() ? 0 : Round(std::ranges::min(sides));
+}
+
+bool CutInside(RunState& run, const Box3& part, AcadLWPolyline& path) {
+    const double depth = RaiseToTop(part, path, path.GetBoundingBox().min.z);
+    const double shortest = ShortestSide(path);
+    BringToDirection(path, run.RouteDirection);
+    if (!ChooseInsideRouteBit(run.bits, run.Material, run.MaterialKeyText, shortest,
+                              TraitsOf(run.target).choiceDialog))
+        return false;
+    RunOffEdges(path, part, OverrunOf(run.bits.ToolDiameter));
+    GiveName(run, path, RouteRole::Inside, depth);
+    return true;
+}
+
+bool CutCirclePocket(RunState& run, const Box3& part, AcadCircle& circle) {
+    if (!ChooseCirclePocketBit(run.bits, run.Material, run.MaterialKeyText, circle.Diameter())) return false;
+    GiveName(run, circle, RouteRole::CirclePocket, RaiseToTop(part, circle, circle.Center().z));
+    return true;
+}
 
 void RecogniseRoutes(RunState& run) {
     run.RouteCount = 0;

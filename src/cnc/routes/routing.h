@@ -1,11 +1,29 @@
 // Routes and pockets that stop inside a part.
 #pragma once
 
+#include <string_view>
+
+#include "session/ports/host_interface.h"
+
 namespace brenvik {
 
+struct MaterialRecord;
 struct RunState;
 
 /// Closed shapes that stop inside the part become routes and pockets. Sets `RouteSkip` on a failure.
 void RecogniseRoutes(RunState& run);
+
+/// Which way paths inside a part run: "Clockwise" or "CounterClockwise".
+std::string_view DirectionOfCut(const MaterialRecord& material);
+
+/// Of a path that stops inside: the measure that its bit is chosen by.
+double ShortestSide(const AcadLWPolyline& path);
+
+/// Makes a path of a closed contour that lies on its floor: on the top plane, as deep as the floor lies, with
+/// the bit that its shortest side allows, run off the part's edges, and named. `part` is the box of the
+/// solid. False when no bit was chosen, which gives the part up.
+bool CutInside(RunState& run, const Box3& part, AcadLWPolyline& path);
+/// The same for a circle, as a circular pocket.
+bool CutCirclePocket(RunState& run, const Box3& part, AcadCircle& circle);
 
 }  // namespace brenvik

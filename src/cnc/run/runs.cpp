@@ -1,6 +1,7 @@
 // The runs with the work on parts that they really do.
 #include "cnc/run/runs.h"
 
+#include "cnc/clearing/clear_rest.h"
 #include "cnc/laying/alignment.h"
 #include "cnc/outline/outline.h"
 #include "cnc/output/closing.h"
@@ -16,7 +17,7 @@ namespace brenvik {
 namespace {
 
 PassWork StepsOfParts() {
-    return {{AlignPart, SortEdges, Recognise, MakeOutline, ClosePart},
+    return {{AlignPart, SortEdges, Recognise, MakeOutline, ClearRest, ClosePart},
             WritePartFile,
             AddListLine,
             ClearWorkLists,

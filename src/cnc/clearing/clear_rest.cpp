@@ -1,0 +1,213 @@
+// Between the drawing of a part and the geometry of what is missing.
+#include "cnc/clearing/clear_rest.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "base/numbers.h"
+#include "base/skip.h"
+#include "cnc/clearing/rest_of_air.h"
+#include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/polyline_shape.h"
+#include "cnc/drawing/work_layers.h"
+#include "cnc/holes/vertical_drilling.h"
+#include "cnc/outline/cut_outs.h"
+#include "cnc/outline/pockets.h"
+#include "cnc/outline/through_circles.h"
+#include "cnc/part/second_side.h"
+#include "cnc/proof/run_proof.h"
+#include "cnc/proof/written_side.h"
+#include "cnc/routes/routing.h"
+#include "session/module_state.h"
+#include "session/ports/platform.h"
+#include "session/session.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr int PlainColor = 6, SizeDecimals = 6;
+
+/// What the first pass of the part takes away, as its side has it.
+struct ClearingModule {
+    std::vector<Removal> firstSide;
+};
+
+/// From the first side's frame to the second's, or back.
+void TurnOver(const RunState& run, Removal& removal) {
+    for (PlanSide& side : removal.sides) {
+        side.from.y = run.ExtentY - side.from.y;
+        side.to.y = run.ExtentY - side.to.y;
+        side.bulge = -side.bulge;
+    }
+    removal.low = run.ExtentZ - std::exchange(removal.high, run.ExtentZ - removal.low);
+}
+
+/// What takes wood away in this pass's frame: the operations of this pass with their paths, and behind them
+/// those of the first side.
+struct Removals {
+    std::vector<Removal> all;
+    std::vector<AcadLWPolyline*> paths;
+};
+
+AcadLWPolyline* PathOf(const std::vector<AcadLWPolyline*>& paths, const WrittenOperation& operation,
+                       const Removal& removal) {
+    const PlanSide& first = removal.sides.front();
+    for (AcadLWPolyline* path : paths) {
+        if (path->Layer() != operation.layer) continue;
+        const PlanSide own = SidesOf(*path).front();
+        if (NearlyEqual(own.from.x, first.from.x) && NearlyEqual(own.from.y, first.from.y)) return path;
+    }
+    return nullptr;
+}
+
+Removals RemovalsOf(const RunState& run) {
+    const std::vector<std::string> tools = ToolNumbersOf(run);
+    const SideContext context{run.target, run.Metric(), !run.FirstPass(), run.ExtentY, run.ExtentZ, tools};
+    const std::vector<AcadLWPolyline*> paths = All<AcadLWPolyline>(*run.part);
+    Removals removals;
+    for (WrittenOperation& operation : ReadWrittenSide(*run.part, context).operations) {
+        // What lies above an edge bore is wood, or a bit comes down through it anyway.
+        if (operation.kind == OperationKind::Outline || operation.bore) continue;
+        Removal removal{std::move(operation.sides), operation.low, operation.high};
+        if (!run.FirstPass()) TurnOver(run, removal);
+        AcadLWPolyline* const path = PathOf(paths, operation, removal);
+        removal.mayGo = path != nullptr && removal.low > UnitOf(run) * 0.01;
+        removals.all.push_back(std::move(removal));
+        removals.paths.push_back(path);
+    }
+    if (run.FirstPass()) return removals;
+    for (Removal first : StateOf<ClearingModule>().firstSide) {
+        TurnOver(run, first);
+        first.mayGo = false;
+        removals.all.push_back(std::move(first));
+    }
+    return removals;
+}
+
+double WidestBit(const MaterialRecord& material) {
+    double widest = 0;
+    for (const MaterialTool& tool : material.tools) widest = std::max(widest, tool.diameter);
+    return widest;
+}
+
+/// Makes operations of the cuts.
+class Placing {
+  public:
+    Placing(RunState& run) : mRun(run), mPart(LastSolid(*run.part).GetBoundingBox()) {}
+
+    /// False where no bit fits.
+    bool Place(const RestCut& cut) {
+        if (cut.round) return PlaceCircle(cut);
+        return cut.through ? PlaceCutOut(cut) : PlacePath(cut);
+    }
+
+  private:
+    bool PlaceCircle(const RestCut& cut) {
+        const PlanRound& round = *cut.round;
+        const double diameter = 2 * round.radius;
+        const bool drilled = RoundHalfEven(diameter, SizeDecimals) <= mRun.CircleSize;
+        const bool fits = drilled || (cut.through ? BitForThroughCircle(mRun.Material, diameter).has_value()
+                                                  : BitForCirclePocket(mRun.Material, diameter).has_value());
+        if (!fits) return false;
+        AcadCircle& circle =
+            *mRun.part->ModelSpace().AddCircle({round.center.x, round.center.y, cut.floor}, round.radius);
+        circle.SetColor(PlainColor);
+        if (drilled) {
+            DrillAt(mRun, circle, cut.fromTopFace);
+        } else if (cut.through) {
+            circle.SetLayer(layers::ThroughRouteCirclePV);
+            RouteThroughCircles(mRun);
+        } else {
+            circle.SetLayer(layers::RouteCirclePV);
+            CutCirclePocket(mRun, mPart, circle);
+        }
+        return true;
+    }
+
+    AcadLWPolyline& Draw(const RestCut& cut) {
+        std::vector<PathVertex> corners;
+        std::vector<double> flat;
+        for (const PlanSide& side : cut.path) {
+            corners.push_back({side.from.x, side.from.y, side.bulge});
+            flat.insert(flat.end(), {side.from.x, side.from.y});
+        }
+        AcadLWPolyline& path = *mRun.part->ModelSpace().AddLightWeightPolyline(flat);
+        path.SetClosed(true);
+        SetVertices(path, corners);
+        path.SetElevation(cut.floor);
+        return path;
+    }
+
+    bool PlaceCutOut(const RestCut& cut) {
+        AcadLWPolyline& path = Draw(cut);
+        path.SetLayer(layers::ThroughxRoute);
+        const bool fits = BitForThroughContour(mRun.Material, ShortestSide(path)).tool.has_value();
+        if (fits)
+            CutOut(mRun, path);
+        else
+            path.Delete();
+        return fits;
+    }
+
+    bool PlacePath(const RestCut& cut) {
+        AcadLWPolyline& path = Draw(cut);
+        path.SetLayer(layers::RoutingLayer2);
+        const bool fits = BitForInsideRoute(mRun.Material, ShortestSide(path)).tool.has_value();
+        if (fits)
+            CutInside(mRun, mPart, path);
+        else
+            path.Delete();
+        return fits;
+    }
+
+    RunState& mRun;
+    const Box3 mPart;
+};
+
+void PlaceCuts(RunState& run, const std::vector<RestCut>& cuts, const Removals& removals) {
+    if (cuts.empty()) return;
+    UnlockAllLayers(*run.part);
+    // The outline's direction stands there, which later steps read.
+    const std::string direction = run.RouteDirection;
+    Placing placing(run);
+    for (const RestCut& cut : cuts) {
+        run.RouteDirection = DirectionOfCut(run.Material);
+        if (!placing.Place(cut)) continue;
+        for (const std::size_t old : cut.replaces) removals.paths[old]->Delete();
+    }
+    run.RouteDirection = direction;
+    ConvertPockets(run);
+}
+
+/// The second side is asked for where anything is missing from below. What has been left to it and is made on
+/// the first side now needs none.
+void SettleSecondSide(RunState& run, const Rest& rest) {
+    if (rest.fromBelow) return NeedOtherSide(run);
+    if (rest.cuts.empty() || SwitchIsOn("HorzBoreOn2")) return;
+    run.NeedSecondSide = run.ThroughRouteSeen = 0;
+}
+
+}  // namespace
+
+PassOutcome ClearRest(RunState& run) {
+    SectionPort* const port = ThePlatform().sections;
+    if (port == nullptr) return PassOutcome::GoOn;
+    Skip([&] {
+        const std::unique_ptr<SolidSections> part = port->HoldSolid(LastSolid(*run.part).ObjectID());
+        if (!part) return;
+        const Removals removals = RemovalsOf(run);
+        const Rest rest =
+            RestOf({*part, removals.all, UnitOf(run), WidestBit(run.Material)}, run.FirstPass());
+        PlaceCuts(run, rest.cuts, removals);
+        if (run.FirstPass()) SettleSecondSide(run, rest);
+    });
+    if (run.FirstPass()) StateOf<ClearingModule>().firstSide = RemovalsOf(run).all;
+    return PassOutcome::GoOn;
+}
+
+}  // namespace brenvik

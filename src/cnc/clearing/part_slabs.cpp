@@ -1,0 +1,82 @@
+// Sections laid over each other, from the side that the bit comes from.
+#include "cnc/clearing/part_slabs.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace brenvik {
+
+namespace {
+
+/// In millimetres: what counts as one height, as one place, and how near to a slab's end a sloped one is cut.
+constexpr double SameHeight = 0.01, SamePlace = 2e-5, AtEnd = 1e-6;
+
+bool SameSides(const std::vector<PlanSide>& a, const std::vector<PlanSide>& b) {
+    return std::ranges::equal(a, b, [](const PlanSide& one, const PlanSide& other) {
+        return one.from.x == other.from.x && one.from.y == other.from.y && one.to.x == other.to.x &&
+               one.to.y == other.to.y && one.bulge == other.bulge;
+    });
+}
+
+}  // namespace
+
+PartSlabs::PartSlabs(const SolidSections& part, double unit, bool fromBelow)
+    : mUnit(unit), mSame(SamePlace * unit) {
+    std::vector<double> levels = LevelsOf(part);
+    if (fromBelow) std::ranges::reverse(levels);
+    PlanWood last;
+    for (std::size_t i = 0; i + 1 < levels.size(); ++i) {
+        PartSlab slab;
+        slab.low = std::min(levels[i], levels[i + 1]);
+        slab.high = std::max(levels[i], levels[i + 1]);
+        slab.sloped = std::ranges::any_of(part.Slopes(), [&](const HeightSpan& span) {
+            return span.low < slab.high - AtEnd * unit && slab.low + AtEnd * unit < span.high;
+        });
+        if (i > 0) slab.floor = std::move(last);
+        const double end = AtEnd * unit, middle = (slab.low + slab.high) / 2;
+        const double first = fromBelow ? slab.high - end : slab.low + end;
+        const double far = fromBelow ? slab.low + end : slab.high - end;
+        slab.shadow = WoodOf(part.At(middle));
+        last = slab.shadow;
+        if (slab.sloped) {
+            last = WoodOf(part.At(far));
+            slab.shadow = Both(Both(slab.shadow, last), WoodOf(part.At(first)));
+        }
+        mSlabs.push_back(std::move(slab));
+    }
+    for (std::size_t i = mSlabs.size(); i-- > 1;)
+        mSlabs[i - 1].shadow = Both(mSlabs[i].shadow, mSlabs[i - 1].shadow);
+    if (mSlabs.empty()) return;
+    std::vector<PlanSide> border;
+    const std::vector<PlanLoop> loops = BorderOf(
+        mSlabs.front().shadow.sides, [this](const PlanPoint& p) { return mSlabs.front().shadow.Holds(p); },
+        mSame);
+    for (const PlanArea& area : AreasOf(loops))
+        border.insert(border.end(), area.outer.begin(), area.outer.end());
+    mStock = WoodOf(std::move(border));
+}
+
+std::vector<double> PartSlabs::LevelsOf(const SolidSections& part) const {
+    std::vector<double> levels;
+    for (const double level : part.Levels())
+        if (levels.empty() || level - levels.back() > SameHeight * mUnit) levels.push_back(level);
+    return levels;
+}
+
+PlanWood PartSlabs::WoodOf(std::vector<PlanSide> sides) const {
+    PlanWood wood{std::move(sides), nullptr};
+    wood.field = std::make_shared<PlanField>(wood.sides);
+    return wood;
+}
+
+PlanWood PartSlabs::Both(const PlanWood& one, const PlanWood& other) const {
+    if (SameSides(one.sides, other.sides)) return one;
+    std::vector<PlanSide> sides = one.sides;
+    sides.insert(sides.end(), other.sides.begin(), other.sides.end());
+    const std::vector<PlanLoop> loops = BorderOf(
+        sides, [&](const PlanPoint& point) { return one.Holds(point) || other.Holds(point); }, mSame);
+    return WoodOf(SidesOf(loops));
+}
+
+}  // namespace brenvik

@@ -1,0 +1,59 @@
+// Regions of the plan: what lies within sides, the border of whatever can be told point by point, and the
+// areas that such a border parts.
+#pragma once
+
+#include <functional>
+#include <span>
+#include <vector>
+
+#include "cnc/proof/plan_piece.h"
+#include "session/ports/section_port.h"
+
+namespace brenvik {
+
+/// A closed way round with its region to the left: counter-clockwise around it, clockwise around a hole in
+/// it.
+using PlanLoop = std::vector<PlanSide>;
+
+/// A connected region.
+struct PlanArea {
+    PlanLoop outer;
+    std::vector<PlanLoop> holes;
+};
+
+/// What sides in no order enclose, by even and odd.
+class PlanField {
+  public:
+    explicit PlanField(std::span<const PlanSide> sides);
+    bool Holds(const PlanPoint& point) const;
+
+  private:
+    std::size_t ColumnOf(double x) const;
+
+    std::vector<PlanPiece> mPieces;
+    std::vector<std::vector<std::size_t>> mColumns;
+    double mFrom = 0, mStep = 0;
+};
+
+/// The border of the region that `holds` tells of, as loops. `sides` are all places where the answer may
+/// change; they may cross and lie on each other. What is closer than `same` is one place. Throws Failure
+/// where the border doesn't close.
+std::vector<PlanLoop> BorderOf(std::span<const PlanSide> sides,
+                               const std::function<bool(const PlanPoint&)>& holds, double same);
+
+std::vector<PlanArea> AreasOf(std::vector<PlanLoop> loops);
+
+std::vector<PlanSide> SidesOf(std::span<const PlanLoop> loops);
+std::vector<PlanSide> SidesOf(const PlanArea& area);
+
+/// The circle of a round side.
+struct PlanRound {
+    PlanPoint center;
+    double radius = 0;
+    double sweep = 0;  ///< Of the side; positive for counter-clockwise.
+};
+PlanRound RoundOf(const PlanSide& side);
+
+PlanPoint MiddleOf(const PlanSide& side);
+
+}  // namespace brenvik
