@@ -7,16 +7,15 @@ namespace {
 
 class CncProof : public ProgramTest {
   protected:
-    /// A board with one step on its half length: two levels that both are as large as a face can be.
+    /// A board with a wide recess, and a nick in the recess's wall that no bit gets into.
     void WriteDrawing() const {
         Write("blank.dxf", "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n");
         Write("make.journal",
               "host \"box 0,0,0 450,300,18 \"\n"
-              "host \"box -1,-1,-1 451,150,10 \"\n"
-              "host \"box 314,133,-1 380,197,10 \"\n"
-              "host \"box 351,110,-1 445,160,8 \"\n"
+              "host \"box 40,40,10 410,260,19 \"\n"
+              "host \"box 409,100,10 411,101,19 \"\n"
               "host \"subtract (handent \\\"100\\\")  \"\n"
-              "host \"(handent \\\"101\\\") (handent \\\"102\\\") (handent \\\"103\\\")  \"\n");
+              "host \"(handent \\\"101\\\") (handent \\\"102\\\")  \"\n");
         ASSERT_EQ(
             Run({"run", "blank.dxf", "--journal", "make.journal", "--save", "part.dxf", "--quiet"}).status,
             0);
@@ -35,7 +34,7 @@ TEST_F(CncProof, APartThatDoesNotComeOutIsToldWithPlaceAndSize) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_NE(
         outcome.errors.find("The part 100 does not come out as it is drawn: wood stays that the part has "
-                            "not, 450 by 197, 10 deep, from 0,103 to 450,300 on the top face"),
+                            "not, 371 by 220, 8 deep, from "),
         std::string::npos)
         << outcome.errors;
 }
