@@ -220,6 +220,34 @@ TEST(Measure, UprightLegTaperedOnFourSidesIsSquare) {
     ExpectSizes(AsArray(extents), {60, 60, 700}, 1e-10);
 }
 
+/// A dish of 20 x 4.5, round all over, with one small facet ground into its rim at 45 degrees.
+TopoDS_Shape DishWithFacet() {
+    BRepBuilderAPI_MakeWire profile;
+    const gp_Pnt foot(0, 0, 0), rim(10, 0, 4), head(9, 0, 4.5), well(0, 0, 1);
+    profile.Add(BRepBuilderAPI_MakeEdge(GC_MakeArcOfCircle(foot, gp_Pnt(7, 0, 1), rim).Value()));
+    profile.Add(BRepBuilderAPI_MakeEdge(GC_MakeArcOfCircle(rim, gp_Pnt(9.7, 0, 4.4), head).Value()));
+    profile.Add(BRepBuilderAPI_MakeEdge(GC_MakeArcOfCircle(head, gp_Pnt(6.5, 0, 2), well).Value()));
+    profile.Add(BRepBuilderAPI_MakeEdge(well, foot));
+    const TopoDS_Shape dish =
+        BRepPrimAPI_MakeRevol(BRepBuilderAPI_MakeFace(profile.Wire()).Face(), gp::OZ()).Shape();
+    const gp_Ax2 facet(gp_Pnt(6.2, 0, -0.6), gp_Dir(1, 0, -1));
+    const TopoDS_Shape grinder =
+        BRepPrimAPI_MakeBox(gp_Ax2(facet.Location().Translated(gp_Vec(facet.XDirection()) * -20 -
+                                                               gp_Vec(facet.YDirection()) * 20),
+                                   facet.Direction(), facet.XDirection()),
+                            40, 40, 40)
+            .Shape();
+    return BRepAlgoAPI_Cut(dish, grinder).Shape();
+}
+
+TEST(Measure, ARoundDishIsNotTippedOverByItsOnlyFacet) {
+    const TopoDS_Shape dish = DishWithFacet();
+    const auto sizes = Sorted(MeasureShape(dish));
+    EXPECT_NEAR(sizes[0], 20, 1e-6);
+    EXPECT_NEAR(sizes[1], 20, 1e-6);
+    EXPECT_NEAR(sizes[2], 4.5, 0.05);
+}
+
 TEST(Measure, EllipticTopTakesTheSmallestRectangle) {
     const gp_Elips outline(gp_Ax2(gp_Pnt(0, 0, 0), gp::DZ(), gp_Dir(1, 1, 0)), 500, 300);
     const TopoDS_Face face =

@@ -34,13 +34,31 @@ bool ShowsAllAxes(const std::vector<FlatFace>& flats, const TopoDS_Shape& shape)
     });
 }
 
+/// True for a part that is as wide as it is deep about a world axis along which its flat faces look or its
+/// turned faces run, as a round dish on a table is, whatever facet it has.
+bool RoundAboutWorldAxis(const MeasuredFrame& square, const std::vector<FlatFace>& flats,
+                         const TopoDS_Shape& shape) {
+    constexpr double equal = 1e-6;
+    std::vector<gp_XYZ> directions = TurningAxes(shape);
+    for (const FlatFace& flat : flats) directions.push_back(flat.normal);
+    for (std::size_t i = 0; i < world.size(); ++i) {
+        const double width = square.sizes[(i + 1) % 3], depth = square.sizes[(i + 2) % 3];
+        if (std::abs(width - depth) > equal * width) continue;
+        if (std::ranges::any_of(directions, [&](const gp_XYZ& way) { return Parallel(world[i], way); }))
+            return true;
+    }
+    return false;
+}
+
 bool DrawnSquare(const Support& support, const std::vector<FlatFace>& flats, const TopoDS_Shape& shape,
                  const MeasuredFrame& own) {
     if (own.AlongWorld()) return true;
-    if (!ShowsAllAxes(flats, shape)) return false;
     constexpr double tie = 1e-9;
-    if (AreaAlong(flats, world) > AreaAlong(flats, own.axes) * (1 + tie)) return true;
-    return WorldFrame(support).BoxVolume() <= own.BoxVolume() * (1 + tie);
+    const MeasuredFrame square = WorldFrame(support);
+    const bool allAxes = ShowsAllAxes(flats, shape);
+    if (allAxes && AreaAlong(flats, world) > AreaAlong(flats, own.axes) * (1 + tie)) return true;
+    if (!allAxes && !RoundAboutWorldAxis(square, flats, shape)) return false;
+    return square.BoxVolume() <= own.BoxVolume() * (1 + tie);
 }
 
 Extents Result(const MeasuredFrame& frame, int status) {

@@ -97,19 +97,37 @@ void TakeBetter(std::optional<MeasuredFrame>& best, const MeasuredFrame& frame, 
     if (!best || Better(frame, *best, margin)) best = frame;
 }
 
+/// Direction of the axis that a face is turned about, where it is.
+std::optional<gp_XYZ> AxisOf(const TopoDS_Face& face) {
+    const BRepAdaptor_Surface surface(face, Standard_False);
+    switch (surface.GetType()) {
+        case GeomAbs_Cylinder:
+            return surface.Cylinder().Axis().Direction().XYZ();
+        case GeomAbs_Cone:
+            return surface.Cone().Axis().Direction().XYZ();
+        case GeomAbs_Torus:
+            return surface.Torus().Axis().Direction().XYZ();
+        case GeomAbs_SurfaceOfRevolution:
+            return surface.AxeOfRevolution().Direction().XYZ();
+        case GeomAbs_Plane:
+        case GeomAbs_Sphere:
+        case GeomAbs_BezierSurface:
+        case GeomAbs_BSplineSurface:
+        case GeomAbs_SurfaceOfExtrusion:
+        case GeomAbs_OffsetSurface:
+        case GeomAbs_OtherSurface:
+            break;
+    }
+    return std::nullopt;
+}
+
 /// Direction of the axis that the largest turned face runs about, where there is one.
 std::optional<gp_XYZ> TurningAxis(const TopoDS_Shape& shape) {
     std::optional<gp_XYZ> axis;
     double most = 0;
     for (TopExp_Explorer explorer(shape, TopAbs_FACE); explorer.More(); explorer.Next()) {
         const TopoDS_Face& face = TopoDS::Face(explorer.Current());
-        const BRepAdaptor_Surface surface(face, Standard_False);
-        std::optional<gp_XYZ> own;
-        const GeomAbs_SurfaceType type = surface.GetType();
-        if (type == GeomAbs_Cylinder) own = surface.Cylinder().Axis().Direction().XYZ();
-        if (type == GeomAbs_Cone) own = surface.Cone().Axis().Direction().XYZ();
-        if (type == GeomAbs_Torus) own = surface.Torus().Axis().Direction().XYZ();
-        if (type == GeomAbs_SurfaceOfRevolution) own = surface.AxeOfRevolution().Direction().XYZ();
+        const std::optional<gp_XYZ> own = AxisOf(face);
         if (!own) continue;
         const double area = Area(face);
         // Among equal faces one along the world decides.
@@ -195,11 +213,23 @@ MeasuredFrame FlatFrame(const Support& support, const std::vector<FlatFace>& fla
     return *best;
 }
 
-MeasuredFrame RoundFrame(const Support& support, const TopoDS_Shape& shape) {
-    if (const auto axis = TurningAxis(shape)) {
-        return SmallestAbout(support, FrameOf(*axis, SomeDirectionIn(*axis)), tie);
+std::vector<gp_XYZ> TurningAxes(const TopoDS_Shape& shape) {
+    std::vector<gp_XYZ> axes;
+    for (TopExp_Explorer face(shape, TopAbs_FACE); face.More(); face.Next()) {
+        if (const auto axis = AxisOf(TopoDS::Face(face.Current()))) axes.push_back(*axis);
     }
+    return axes;
+}
+
+MeasuredFrame RoundFrame(const Support& support, const TopoDS_Shape& shape) {
     const MeasuredFrame square = WorldFrame(support);
+    if (const auto axis = TurningAxis(shape)) {
+        const MeasuredFrame about = SmallestAbout(support, FrameOf(*axis, SomeDirectionIn(*axis)), tie);
+        // The largest turned face may be a slanted bore in a ball or a free form, whose box is larger.
+        if (about.BoxVolume() <= square.BoxVolume() * (1 + tie)) return about;
+        const MeasuredFrame smallest = Shrunk(support, about.axes);
+        return smallest.BoxVolume() < square.BoxVolume() * (1 - searchTie) ? smallest : square;
+    }
     const MeasuredFrame own = Shrunk(support, PrincipalAxes(shape));
     return square.BoxVolume() <= own.BoxVolume() * (1 + searchTie) ? square : own;
 }

@@ -32,6 +32,10 @@ MeasuredFrame WorldFrame(const Support& support);
 /// plane. `flats` must not be empty.
 MeasuredFrame FlatFrame(const Support& support, const std::vector<FlatFace>& flats);
 
+/// Directions of the axes that the turned faces of the shape run about: cylinders, cones, tori, turned
+/// profiles.
+std::vector<gp_XYZ> TurningAxes(const TopoDS_Shape& shape);
+
 /// The smallest box of a part without flat faces: about the axis of its largest turned face, or at any
 /// angle.
 MeasuredFrame RoundFrame(const Support& support, const TopoDS_Shape& shape);
