@@ -1,9 +1,11 @@
 // Drawings on disk: saving, opening, writing parts out, and what is refused.
 #include <sys/resource.h>
+#include <BRepBuilderAPI_MakeFace.hxx>
 #include <fstream>
 
 #include <csignal>
 
+#include "drafting_host/acis/acis_text.h"
 #include "drafting_host/dxf/dxf_writer.h"
 #include "host_fixture.h"
 #include "support/ezdxf_audit.h"
@@ -288,6 +290,27 @@ TEST_F(Files, ADamagedBodyIsToldAndTheOthersArrive) {
     EXPECT_GT(again.Notes().front().line, 0U);
     EXPECT_NE(again.Notes().front().text.find("record"), std::string::npos) << again.Notes().front().text;
     EXPECT_NE(again.Notes().front().text.find("left out"), std::string::npos) << again.Notes().front().text;
+}
+
+TEST_F(Files, ASolidThatIsASheetIsNoPartAndIsTold) {
+    Model().AddBox({0, 0, 0}, 1, 2, 3);
+    std::vector<std::string> problems;
+    DrawingData data = document.ToData(problems);
+    std::vector<EntityData>& entities = data.blocks.front().entities;
+    entities.push_back(entities.front());
+    entities.back().handle = 0;
+    const TopoDS_Shape sheet = BRepBuilderAPI_MakeFace(gp_Pln(), 0, 100, 0, 50).Shape();
+    auto& body = std::get<AcisData>(entities.back().geometry);
+    body.text.clear();
+    for (const std::string& line : acis::WriteText(sheet)) body.text += line + "\n";
+    WriteWholeFile(Path("sheet.dxf"), WriteDxf(data));
+    HostDocument& again = application.OpenDrawing(Path("sheet.dxf"));
+    ASSERT_EQ(again.ModelSpace().Count(), 2);
+    EXPECT_EQ(again.ModelSpace().Item(0)->ObjectName(), "AcDb3dSolid");
+    EXPECT_EQ(again.ModelSpace().Item(1)->ObjectName(), "AcDbBody");
+    ASSERT_EQ(again.Notes().size(), 1U);
+    EXPECT_NE(again.Notes().front().text.find("a sheet of 1 face that encloses nothing"), std::string::npos)
+        << again.Notes().front().text;
 }
 
 TEST_F(Files, EveryFileGoesThroughTheWriterThatTheHostWasGiven) {

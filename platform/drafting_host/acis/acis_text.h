@@ -19,6 +19,7 @@ struct Problem {
     std::size_t line = 0;  ///< Line of the text, counted from 1; 0 where no line is to blame.
     long record = -1;      ///< Index of the record, -1 where no record is to blame.
     std::string text;      ///< What was found and what was expected.
+    bool lost = true;      ///< False where all of the body arrived, such as after healing.
 };
 
 /// What the head of a text says about itself. Nothing of it changes the geometry: coordinates are
@@ -61,6 +62,17 @@ class WriteFailure : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
+
+/// A body and its text, which gives it back with the same solids, faces, volume and box.
+struct ProvenBody {
+    TopoDS_Shape
+        shape;  ///< The body as written: itself, or with its edges fitted, or with splines for faces.
+    std::vector<std::string> lines;
+};
+
+/// The text of one body, proven: told by formula for plain bodies, by reading it back for others. Throws
+/// WriteFailure where no text of the body gives it back.
+ProvenBody ProveBody(const TopoDS_Shape& shape);
 
 /// Takes the mask off a line as it stands in a drawing, after UnescapeDxf.
 std::string DecodeLine(std::string_view masked);

@@ -158,6 +158,8 @@ std::optional<SurfaceRecord> AnalyticSurface(const Handle(Geom_Surface) & surfac
                             sphere->Radius()};
     }
     if (const auto torus = Handle(Geom_ToroidalSurface)::DownCast(surface); !torus.IsNull()) {
+        // One that crosses itself is two surfaces in one; as a spline it is what the face lies on.
+        if (torus->MajorRadius() <= torus->MinorRadius() + 1e-6) return std::nullopt;
         const gp_Ax3& axes = torus->Position();
         return TorusRecord{axes.Location().XYZ(), axes.Direction().XYZ(), axes.XDirection().XYZ(),
                            torus->MajorRadius(), torus->MinorRadius()};

@@ -42,7 +42,7 @@ class FreeCharter {
             const double t = edge.first + (edge.last - edge.first) * i / places;
             const gp_Pnt2d uv = curve->Value(t);
             if (uv.X() < u1 - slackU || uv.X() > u2 + slackU || uv.Y() < v1 - slackV || uv.Y() > v2 + slackV)
-                return 2 * looseFit;
+                return 2 * healedFit;
             widest = std::max(widest, surface->Value(uv.X(), uv.Y()).Distance(edge.curve->Value(t)));
         }
         return widest;
@@ -53,6 +53,8 @@ class FreeCharter {
     Handle(Geom2d_Curve) Given(const CoedgeUse& use, const EdgeNode& edge) const {
         const auto given = Handle(Geom2d_BSplineCurve)::DownCast(use.given);
         if (given.IsNull()) return {};
+        Handle(Geom2d_Curve) best;
+        double nearest = 1.0001 * healedFit;
         for (const bool against : {!use.forward, use.forward}) {
             const Handle(Geom2d_BSplineCurve) curve = Handle(Geom2d_BSplineCurve)::DownCast(given->Copy());
             if (against) curve->Reverse();
@@ -65,10 +67,14 @@ class FreeCharter {
                 BSplCLib::Reparametrize(from, to, knots);
                 curve->SetKnots(knots);
                 const Handle(Geom2d_Curve) fitting(curve.get());
-                if (Misfit(fitting, edge) <= looseFit) return fitting;
+                if (const double misfit = Misfit(fitting, edge); misfit < nearest) {
+                    nearest = misfit;
+                    best = fitting;
+                }
+                if (nearest <= looseFit) return best;
             }
         }
-        return {};
+        return best;
     }
 
     Handle(Geom2d_Curve) Projected(const EdgeNode& edge) const {
@@ -77,7 +83,7 @@ class FreeCharter {
         Handle(Geom_Curve) inSpace = edge.curve;
         Handle(Geom2d_Curve) curve;
         projection.Perform(inSpace, edge.first, edge.last, curve);
-        if (curve.IsNull() || Misfit(curve, edge) > looseFit)
+        if (curve.IsNull() || Misfit(curve, edge) > healedFit)
             throw BadRecord(edge.record, "an edge does not lie on its face's surface");
         return curve;
     }
@@ -113,9 +119,14 @@ class FreeCharter {
         if (du <= noise * (u2 - u1) && dv <= noise * (v2 - v1)) return;
         const gp_Pnt2d middle((from.X() + to.X()) / 2, (from.Y() + to.Y()) / 2);
         const gp_Pnt there = surface->Value(from.X(), from.Y());
+        const double gap = std::max(surface->Value(middle.X(), middle.Y()).Distance(there),
+                                    surface->Value(to.X(), to.Y()).Distance(there));
+        // Loose edges meet beside each other; a whole side that is one point is farther along.
+        constexpr double beside = 0.02;
+        const bool near = du <= beside * (u2 - u1) && dv <= beside * (v2 - v1);
+        if (near && gap > rounding && gap <= 2 * healedFit) return;
         const bool alongSide = std::min(du / (u2 - u1), dv / (v2 - v1)) <= noise;
-        if (!alongSide || surface->Value(middle.X(), middle.Y()).Distance(there) > looseFit ||
-            surface->Value(to.X(), to.Y()).Distance(there) > looseFit) {
+        if (!alongSide || gap > looseFit) {
             throw BadRecord(nodes.edges[static_cast<std::size_t>(next.edge)].record,
                             "a loop on a free surface is torn where two edges should meet");
         }

@@ -155,7 +155,7 @@ EdgeCurve LineThrough(const gp_Pnt& start, const gp_Pnt& end, const LineRecord& 
     gp_Dir direction = CleanDirection(place.Vector(line.direction), record, "direction");
     if (reversed) direction.Reverse();
     const gp_Lin carrier(place.Point(line.root), direction);
-    if (carrier.Distance(start) > looseFit || carrier.Distance(end) > looseFit) {
+    if (carrier.Distance(start) > healedFit || carrier.Distance(end) > healedFit) {
         throw BadRecord(record, "the vertices of a straight edge do not lie on its curve");
     }
     EdgeCurve edge;
@@ -201,7 +201,7 @@ EdgeCurve ArcThrough(const gp_Pnt& start, const gp_Pnt& end, bool closed, const 
     }
     edge.misfit =
         std::max(edge.curve->Value(edge.first).Distance(start), edge.curve->Value(edge.last).Distance(end));
-    if (edge.misfit > looseFit)
+    if (edge.misfit > healedFit)
         throw BadRecord(record, "the vertices of a round edge do not lie on its curve");
     return edge;
 }

@@ -45,7 +45,7 @@ gp_Pnt2d NearestTurn(const SurfaceFrame& frame, gp_Pnt2d uv, const gp_Pnt2d& ref
 gp_Pnt2d OnSurface(const SurfaceFrame& frame, const EdgeNode& edge, double t) {
     const gp_Pnt point = edge.curve->Value(t);
     const gp_Pnt2d uv = frame.Parameters(point);
-    if (frame.Value(uv).Distance(point) > looseFit)
+    if (frame.Value(uv).Distance(point) > healedFit)
         throw BadRecord(edge.record, "an edge does not lie on its face's surface");
     return uv;
 }
@@ -219,8 +219,9 @@ class Charter {
     }
 
     void CheckGap(const gp_Pnt2d& from, const gp_Pnt2d& to, long record) const {
-        if (std::abs(from.Y() - to.Y()) * frame.VMetric() > 100 * looseFit ||
-            (SingularEnd(from) == 0 && std::abs(from.X() - to.X()) * frame.UMetric() > 100 * looseFit)) {
+        constexpr double widest = 2 * healedFit;  // of two edges
+        if (std::abs(from.Y() - to.Y()) * frame.VMetric() > widest ||
+            (SingularEnd(from) == 0 && std::abs(from.X() - to.X()) * frame.UMetric() > widest)) {
             throw BadRecord(record, "a loop is torn where two edges should meet");
         }
     }

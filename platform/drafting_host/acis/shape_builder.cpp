@@ -16,6 +16,7 @@
 #include <TopoDS_Solid.hxx>
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <map>
 #include <unordered_map>
@@ -63,6 +64,7 @@ class BodyBuilder {
     double Misfit(const SurfaceFrame& frame, const std::vector<LoopUse>& loops) const;
 
     BuiltBody Assemble();
+    void TellHealing();
     void MakeShell(ShellWork& shell);
     TopoDS_Shape MakeLump(LumpWork& lump);
     bool IsClosed(const ShellWork& shell) const;
@@ -272,9 +274,10 @@ double BodyBuilder::Misfit(const SurfaceFrame& frame, const std::vector<LoopUse>
 SurfaceFrame BodyBuilder::FittingFrame(long record, const std::vector<LoopUse>& loops) const {
     const SurfaceRecord surface = model.Surface(record);
     SurfaceFrame frame = MakeFrame(surface, placement, record);
-    if (frame.kind == SurfaceFrame::Kind::Cone && Misfit(frame, loops) > looseFit) {
+    if (frame.kind != SurfaceFrame::Kind::Cone) return frame;
+    if (const double misfit = Misfit(frame, loops); misfit > looseFit) {
         const SurfaceFrame other = MakeFrame(surface, placement, record, true);
-        if (Misfit(other, loops) <= looseFit) return other;
+        if (Misfit(other, loops) < misfit) return other;
     }
     return frame;
 }
@@ -372,7 +375,26 @@ TopoDS_Shape BodyBuilder::MakeLump(LumpWork& lump) {
     return looseFaces == 1 ? last : TopoDS_Shape(loose);
 }
 
+// Gaps that no other program would have left are closed by tolerances, and told once for the body.
+void BodyBuilder::TellHealing() {
+    std::size_t loose = 0;
+    double widest = 0;
+    for (const EdgeNode& edge : nodes.edges) {
+        if (edge.tolerance <= 1.1 * looseFit) continue;
+        ++loose;
+        widest = std::max(widest, edge.tolerance / 1.1);
+    }
+    if (loose == 0) return;
+    char gap[32];
+    *std::to_chars(gap, gap + sizeof gap - 1, widest, std::chars_format::general, 2).ptr = '\0';
+    remarks.push_back({model.At(bodyRecord).line, bodyRecord,
+                       std::to_string(loose) + (loose == 1 ? " edge lies" : " edges lie") + " up to " + gap +
+                           " beside their faces or corners; healed",
+                       false});
+}
+
 BuiltBody BodyBuilder::Assemble() {
+    TellHealing();
     std::vector<TopoDS_Shape> parts;
     for (LumpWork& lump : lumps) {
         const TopoDS_Shape shape = MakeLump(lump);

@@ -97,18 +97,51 @@ bool KeepsParameters(const Handle(Geom_Surface) & surface) {
     return !extrusion.IsNull() && extrusion->BasisCurve()->IsKind(STANDARD_TYPE(Geom_BoundedCurve));
 }
 
+// The part of a periodic spline that a face lies on, in the parameters that it has there.
+Handle(Geom_BSplineSurface)
+    Unrolled(const Handle(Geom_BSplineSurface) & periodic, double u1, double u2, double v1, double v2) {
+    const auto part = Handle(Geom_BSplineSurface)::DownCast(periodic->Copy());
+    double lowU = 0;
+    double highU = 0;
+    double lowV = 0;
+    double highV = 0;
+    part->Bounds(lowU, highU, lowV, highV);
+    if (part->IsUPeriodic()) {
+        lowU = u1;
+        highU = std::min(u2, u1 + part->UPeriod());
+    }
+    if (part->IsVPeriodic()) {
+        lowV = v1;
+        highV = std::min(v2, v1 + part->VPeriod());
+    }
+    part->Segment(lowU, highU, lowV, highV);
+    // The modeller may have gone a period on; the curves of the face count from where they did.
+    double firstU = 0;
+    double firstV = 0;
+    part->Bounds(firstU, highU, firstV, highV);
+    TColStd_Array1OfReal uKnots(part->UKnots());
+    TColStd_Array1OfReal vKnots(part->VKnots());
+    for (double& knot : uKnots) knot += lowU - firstU;
+    for (double& knot : vKnots) knot += lowV - firstV;
+    part->SetUKnots(uKnots);
+    part->SetVKnots(vKnots);
+    return part;
+}
+
 Handle(Geom_BSplineSurface)
     Converted(Handle(Geom_Surface) surface, double u1, double u2, double v1, double v2) {
     if (const auto trimmed = Handle(Geom_RectangularTrimmedSurface)::DownCast(surface); !trimmed.IsNull())
         surface = trimmed->BasisSurface();
     const auto own = Handle(Geom_BSplineSurface)::DownCast(surface);
-    if (!own.IsNull() && !own->IsUPeriodic() && !own->IsVPeriodic()) return own;
+    if (!own.IsNull()) return own->IsUPeriodic() || own->IsVPeriodic() ? Unrolled(own, u1, u2, v1, v2) : own;
     if (KeepsParameters(surface)) {
         return GeomConvert::SurfaceToBSplineSurface(
             new Geom_RectangularTrimmedSurface(surface, u1, u2, v1, v2));
     }
-    return ShapeConstruct::ConvertSurfaceToBSpline(surface, u1, u2, v1, v2, surfaceFit, GeomAbs_C2,
-                                                   approximationPieces, approximationDegree);
+    const Handle(Geom_BSplineSurface) met = ShapeConstruct::ConvertSurfaceToBSpline(
+        surface, u1, u2, v1, v2, surfaceFit, GeomAbs_C2, approximationPieces, approximationDegree);
+    if (met.IsNull() || !(met->IsUPeriodic() || met->IsVPeriodic())) return met;
+    return Unrolled(met, u1, u2, v1, v2);
 }
 
 }  // namespace
@@ -177,12 +210,17 @@ EdgeCurve SplineEdge(const SplineCurveRecord& spline, bool reversed, const gp_Pn
             edge.first = curve->FirstParameter();
             edge.last = closed ? curve->LastParameter() : Nearest(curve, end);
         }
+        const double ends = std::max(curve->StartPoint().Distance(start), curve->EndPoint().Distance(end));
+        if (!(edge.last > edge.first) && ends <= healedFit) {
+            edge.first = curve->FirstParameter();
+            edge.last = curve->LastParameter();
+        }
         if (!(edge.last > edge.first))
             throw BadRecord(record, "the vertices of a free edge lie on its curve in the wrong order");
     }
     edge.curve = curve;
     edge.misfit = std::max(curve->Value(edge.first).Distance(start), curve->Value(edge.last).Distance(end));
-    if (edge.misfit > looseFit)
+    if (edge.misfit > healedFit)
         throw BadRecord(record, "the vertices of a free edge do not lie on its curve");
     return edge;
 }

@@ -2,6 +2,7 @@
 // a drawing is taken over, so that what can't be read is told at once, and written as text on the way
 // out.
 #include <BRep_Builder.hxx>
+#include <TopExp_Explorer.hxx>
 #include <TopoDS_Compound.hxx>
 #include <set>
 #include <span>
@@ -11,6 +12,7 @@
 #include "drafting_host/acis/acis_text.h"
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/document/host_failure.h"
+#include "drafting_host/document/lost_data.h"
 #include "drafting_host/dxf/standard_entries.h"
 
 namespace brenvik {
@@ -50,12 +52,23 @@ ShapeData ReadBody(const AcisData& data, HandleValue handle, std::vector<ReadNot
         if (problem.record >= 0) text += ", record " + std::to_string(problem.record);
         text += ": " + problem.text;
         if (result.shape.IsNull()) text += "; the body is left out";
-        notes.push_back({data.firstLine, std::move(text), true});
+        notes.push_back({data.firstLine, std::move(text), problem.lost});
     }
     if (result.shape.IsNull() && read.problems.empty()) {
         notes.push_back({data.firstLine, what + ": its text holds no body; it is left out", true});
     }
     return result;
+}
+
+/// A solid without a volume is no part: it goes on as the open body that it is, and is told.
+void TakeForSheet(ShapeData& shape, const AcisData& data, HandleValue handle, std::vector<ReadNote>& notes) {
+    if (shape.kind != AcisData::Kind::Solid || TopExp_Explorer(shape.shape, TopAbs_SOLID).More()) return;
+    std::size_t faces = 0;
+    for (TopExp_Explorer face(shape.shape, TopAbs_FACE); face.More(); face.Next()) ++faces;
+    shape.kind = AcisData::Kind::Body;
+    notes.push_back({data.firstLine, "3DSOLID " + HandleToText(handle) + ": a sheet of " +
+                                         std::to_string(faces) + (faces == 1 ? " face" : " faces") +
+                                         " that encloses nothing; it is no part, and is kept as a BODY"});
 }
 
 /// The plain data as the document holds them; nothing for a body that can't be built. `shapes` are those of
@@ -73,6 +86,7 @@ std::optional<HostGeometry> ToHost(EntityGeometry& geometry, HandleValue handle,
                 }
                 ShapeData shape = ReadBody(data, handle, notes);
                 if (shape.shape.IsNull()) return std::nullopt;
+                TakeForSheet(shape, data, handle, notes);
                 return shape;
             } else {
                 return std::move(data);
@@ -91,7 +105,8 @@ std::optional<EntityGeometry> ToPlain(HostGeometry& geometry, const std::string&
                 AcisData text;
                 text.kind = data.kind;
                 try {
-                    for (const std::string& line : acis::WriteText(data.shape)) text.text += line + "\n";
+                    for (const std::string& line : acis::ProveBody(data.shape).lines)
+                        text.text += line + "\n";
                 } catch (const acis::WriteFailure& failure) {
                     problems.push_back(what + ": " + failure.what());
                     return std::nullopt;
@@ -120,7 +135,8 @@ EntityData PlainLook(const HostEntity& entity) {
 
 std::optional<EntityData> ToPlain(const HostEntity& entity, std::vector<std::string>& problems) {
     HostGeometry geometry = entity.Geometry();
-    const std::string what = std::string(entity.ObjectName()) + " " + HandleToText(entity.HandleNumber());
+    std::string what = std::string(entity.ObjectName()) + " " + HandleToText(entity.HandleNumber());
+    if (const std::string name = PartText(entity, "PARTNAME"); !name.empty()) what += " \"" + name + "\"";
     std::optional<EntityGeometry> plain = ToPlain(geometry, what, problems);
     if (!plain) return std::nullopt;
     EntityData data = PlainLook(entity);

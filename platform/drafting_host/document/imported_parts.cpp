@@ -120,6 +120,13 @@ void ImportAcis(HostDocument& document, std::string_view content, const std::fil
     int number = 0;
     for (const TopoDS_Shape& body : read.bodies) {
         ++number;
+        if (LumpsOf(body) == 0) {
+            document.Model().AddBody(body);
+            document.Tables().notes.push_back(
+                {0, "record " + std::to_string(read.bodyRecords[static_cast<std::size_t>(number) - 1]) +
+                        ": a sheet that encloses nothing; it is no part"});
+            continue;
+        }
         step::StepSolid part;
         part.shape = body;
         part.name = read.bodies.size() == 1 ? stem : stem + " " + std::to_string(number);
@@ -127,7 +134,7 @@ void ImportAcis(HostDocument& document, std::string_view content, const std::fil
     }
     for (const acis::Problem& problem : read.problems) {
         const std::string place = problem.record < 0 ? "" : "record " + std::to_string(problem.record) + ": ";
-        document.Tables().notes.push_back({problem.line, place + problem.text, true});
+        document.Tables().notes.push_back({problem.line, place + problem.text, problem.lost});
     }
 }
 
@@ -157,12 +164,10 @@ std::vector<std::string> AcisLinesOf(const HostDocument& document, std::vector<s
     TellLostLooks(solids, problems);
     for (const HostSolid* solid : solids) {
         try {
-            acis::WriteText(solid->Shape());
+            bodies.push_back(acis::ProveBody(solid->Shape()).shape);
         } catch (const acis::WriteFailure& failure) {
             problems.push_back("AcDb3dSolid " + HandleToText(solid->HandleNumber()) + ": " + failure.what());
-            continue;
         }
-        bodies.push_back(solid->Shape());
     }
     if (bodies.empty()) throw host_failure::NotPossible("there is no solid that ACIS text can hold");
     return acis::WriteBodies(bodies);
