@@ -35,9 +35,7 @@ struct Extents {
 /// is parallel to the axes (to about 1e-9 rad), or when it has flat faces or straight edges along all
 /// three axes and either more flat area square to the world than to its own frame, or a box along the
 /// axes that is no larger than its own. So a right-angled gusset with its legs on the axes is square
-/// although its longest edge is the slanted one, and so is an upright leg tapered on four sides. A part that
-/// is round about a world axis is square too wherever that box is no larger than its own: the only facet of a
-/// round dish doesn't tip it over.
+/// although its longest edge is the slanted one, and so is an upright leg tapered on four sides.
 ///
 /// Otherwise d1 is the size along the longest edge, d2 across it in the face, d3 along the normal.
 ///
