@@ -260,22 +260,11 @@ std::pair<gp_XYZ, gp_XYZ> PointAndNormal(const TopoDS_Face& face, const Handle(G
     return {point.XYZ(), alongU.Crossed(alongV).XYZ()};
 }
 
-// All of a torus but some openings: its loops alone do not tell that it goes round both ways, seams do.
-bool HasBothSeams(const TopoDS_Face& face) {
-    TopTools_IndexedMapOfShape edges;
-    TopExp::MapShapes(face, TopAbs_EDGE, edges);
-    int seams = 0;
-    for (int i = 1; i <= edges.Extent(); ++i) {
-        if (BRep_Tool::IsClosed(TopoDS::Edge(edges(i)), face)) ++seams;
-    }
-    return seams > 1 && edges.Extent() > seams;
-}
-
 void Writer::WriteFace(const TopoDS_Face& face, bool sheet, long index, long next, long shell) {
     ++facesWritten;
     const Handle(Geom_Surface) surface = BRep_Tool::Surface(face);
     auto record = AnalyticSurface(surface);
-    if (!record || (std::holds_alternative<TorusRecord>(*record) && HasBothSeams(face))) {
+    if (!record) {
         WriteFreeFace(face, sheet, index, next, shell);
         return;
     }
