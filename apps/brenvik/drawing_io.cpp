@@ -14,7 +14,6 @@
 #include "base/letter_case.h"
 #include "drafting_host/document/block_solids.h"
 #include "file_roots/places.h"
-#include "settings/settings_store.h"
 
 namespace brenvik::app {
 
@@ -209,12 +208,8 @@ std::size_t SelectForCommand(HostDocument& document, const DrawingOptions& optio
                              const StandIns& standIns) {
     std::vector<HostEntity*> entities;
     if (options.handles.empty()) {
-        // Sheets have no thickness to be measured; who wants them listed by their boxes says so.
-        const bool sheets = GetSettingText("MeasureNonSolids") == "1";
-        document.ModelSpace().ForEach([&entities, sheets](AcadEntity& entity) {
-            const std::string_view kind = entity.ObjectName();
-            if (kind == "AcDb3dSolid" || (sheets && kind == "AcDbBody"))
-                entities.push_back(dynamic_cast<HostEntity*>(&entity));
+        document.ModelSpace().ForEach([&entities](AcadEntity& entity) {
+            if (entity.ObjectName() == "AcDb3dSolid") entities.push_back(dynamic_cast<HostEntity*>(&entity));
         });
     } else {
         for (const std::string& handle : options.handles)

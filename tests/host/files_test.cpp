@@ -1,11 +1,9 @@
 // Drawings on disk: saving, opening, writing parts out, and what is refused.
 #include <sys/resource.h>
-#include <BRepBuilderAPI_MakeFace.hxx>
 #include <fstream>
 
 #include <csignal>
 
-#include "drafting_host/acis/acis_text.h"
 #include "drafting_host/dxf/dxf_writer.h"
 #include "host_fixture.h"
 #include "support/ezdxf_audit.h"
@@ -293,16 +291,12 @@ TEST_F(Files, ADamagedBodyIsToldAndTheOthersArrive) {
 }
 
 TEST_F(Files, ASolidThatIsASheetIsNoPartAndIsTold) {
-    Model().AddBox({0, 0, 0}, 1, 2, 3);
+    Model().AddBox({0, 0, 0}, 1, 2, 3)->SectionSolid({0, 0, 0}, {1, 0, 0}, {0, 1, 0});
     std::vector<std::string> problems;
     DrawingData data = document.ToData(problems);
     std::vector<EntityData>& entities = data.blocks.front().entities;
-    entities.push_back(entities.front());
-    entities.back().handle = 0;
-    const TopoDS_Shape sheet = BRepBuilderAPI_MakeFace(gp_Pln(), 0, 100, 0, 50).Shape();
-    auto& body = std::get<AcisData>(entities.back().geometry);
-    body.text.clear();
-    for (const std::string& line : acis::WriteText(sheet)) body.text += line + "\n";
+    ASSERT_EQ(entities.size(), 2U);
+    std::get<AcisData>(entities.back().geometry).kind = AcisData::Kind::Solid;
     WriteWholeFile(Path("sheet.dxf"), WriteDxf(data));
     HostDocument& again = application.OpenDrawing(Path("sheet.dxf"));
     ASSERT_EQ(again.ModelSpace().Count(), 2);
