@@ -12,6 +12,7 @@
 #include "cnc/run/run_set_up.h"
 #include "command_line.h"
 #include "console/console_dialogs.h"
+#include "drawing_unit.h"
 #include "export/frm_export.h"
 #include "file_roots/places.h"
 #include "forms/grid_control.h"
@@ -32,6 +33,7 @@ namespace fs = std::filesystem;
 
 struct CncOptions {
     DrawingOptions drawing;
+    UnitOption unit;
     std::string target, out;
     bool fromGrid = false, noProof = false;
 };
@@ -102,7 +104,7 @@ ExitStatus Cnc(const std::string& home, const CncOptions& options) {
     Workplace workplace(home, dialogs);
     MapOutput(workplace, options);
     SetProof(!options.noProof);
-    const OpenedInput opened = OpenAndSelect(workplace, options.drawing, teller);
+    const OpenedInput opened = OpenAndSelect(workplace, options.drawing, options.unit, teller);
     const std::size_t notes = opened.document.Notes().size();
     const RunTeller runs(teller, {.programWords = ProgramWords(home),
                                   .takeTrouble = [&dialogs] { return dialogs.TakeTrouble(); }});
@@ -140,7 +142,8 @@ Command CncCommand() {
              "--from-grid", &options->fromGrid,
              "Take the parts by way of the grid, so that identical parts become one file and a quantity"),
          Argument("--no-proof", &options->noProof, std::string(NoProofHelp)), options->drawing.Select(),
-         options->drawing.Letters(), options->drawing.Material(), options->drawing.Quiet()},
+         options->drawing.Letters(), options->unit.Option(), options->drawing.Material(),
+         options->drawing.Quiet()},
         [options](const std::string& home) { return Cnc(home, *options); },
         {}};
 }

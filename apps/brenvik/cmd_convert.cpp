@@ -4,13 +4,19 @@
 
 #include "command_line.h"
 #include "drawing_io.h"
+#include "drawing_unit.h"
 #include "given_material.h"
+#include "workplace.h"
 
 namespace brenvik::app {
 
 namespace {
 
-ExitStatus Convert(DrawingOptions options) {
+struct ConvertOptions : DrawingOptions {
+    UnitOption unit;
+};
+
+ExitStatus Convert(const std::string& home, ConvertOptions options) {
     RequireWritableFormat(options.save);
     options.onlySaves = IsDxfName(options.save);
     Teller teller(options.quiet);
@@ -18,23 +24,24 @@ ExitStatus Convert(DrawingOptions options) {
     HostApplication host([&files](const std::filesystem::path& file, std::string_view content) {
         files.Write(file, content);
     });
-    HostDocument& document = OpenInput(host, files, options, teller);
+    const std::optional<LengthUnit> unit = DrawingUnitOfHome(HomeOf(home));
+    HostDocument& document = OpenInput(host, files, options.unit.For(unit), options, teller);
     SelectForCommand(document, options);
     GiveMaterial(document, options.material, teller);
     TellSheetsLeftOut(document, options, teller);
-    SaveOutput(document, options.save, teller);
+    SaveOutput(document, options.save, unit, teller);
     return teller.Status();
 }
 
 }  // namespace
 
 Command ConvertCommand() {
-    auto options = std::make_shared<DrawingOptions>();
+    auto options = std::make_shared<ConvertOptions>();
     return {"convert",
             "Read a drawing in one format and write it in another, by extension",
             {Argument("IN", &options->drawing, "The drawing to read").Required(), options->OutWord(),
-             options->Letters(), options->Material(), options->Quiet()},
-            [options](const std::string&) { return Convert(*options); },
+             options->Letters(), options->unit.Option(), options->Material(), options->Quiet()},
+            [options](const std::string& home) { return Convert(home, *options); },
             {}};
 }
 

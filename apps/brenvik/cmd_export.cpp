@@ -5,6 +5,7 @@
 #include "base/failure.h"
 #include "command_line.h"
 #include "console/console_dialogs.h"
+#include "drawing_unit.h"
 #include "export/export_options.h"
 #include "grid_session.h"
 #include "list_choice_options.h"
@@ -17,6 +18,7 @@ namespace {
 
 struct ExportOptions {
     DrawingOptions drawing;
+    UnitOption unit;
     ListChoiceOptions choices;
     CsvExportChoices csv;
 };
@@ -53,7 +55,7 @@ ExitStatus Export(const std::string& home, const ExportOptions& options) {
     RunDialogs dialogs(std::cerr);
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };
     Workplace workplace(home, dialogs);
-    const std::size_t selected = OpenAndSelect(workplace, options.drawing, teller).selected;
+    const std::size_t selected = OpenAndSelect(workplace, options.drawing, options.unit, teller).selected;
     teller.Progress("measuring " + std::to_string(selected) + " parts");
     const bool exported = ScanAndExport(workplace.host, dialogs, choices, options.csv, teller);
     TellPartTroubles(teller);
@@ -83,8 +85,8 @@ Command ExportCommand() {
                   "Change the sizes by this file of adjustments; goes with a profile")
              .Named("FILE"),
          options->choices.Sort(), options->choices.Group(), options->choices.Filter(),
-         options->drawing.Select(), options->drawing.Letters(), options->drawing.Material(),
-         options->drawing.Quiet()},
+         options->drawing.Select(), options->drawing.Letters(), options->unit.Option(),
+         options->drawing.Material(), options->drawing.Quiet()},
         [options](const std::string& home) { return Export(home, *options); },
         {}};
 }

@@ -5,6 +5,7 @@
 
 #include "command_line.h"
 #include "console/console_dialogs.h"
+#include "drawing_unit.h"
 #include "forms/grid_control.h"
 #include "grid_session.h"
 #include "list_choice_options.h"
@@ -18,6 +19,7 @@ namespace {
 
 struct ListOptions {
     DrawingOptions drawing;
+    UnitOption unit;
     ListChoiceOptions choices;
     std::string format = "table";
 };
@@ -57,7 +59,7 @@ ExitStatus List(const std::string& home, const ListOptions& options) {
     ConsoleDialogs dialogs(std::cerr);
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };
     Workplace workplace(home, dialogs);
-    const auto [document, selected] = OpenAndSelect(workplace, options.drawing, teller);
+    const auto [document, selected] = OpenAndSelect(workplace, options.drawing, options.unit, teller);
     teller.Progress("measuring " + std::to_string(selected) + " parts");
     // With nothing selected the scan leaves the grid as it is, so there is nothing to look at.
     const Scanned scanned =
@@ -70,7 +72,8 @@ ExitStatus List(const std::string& home, const ListOptions& options) {
         teller.Loss(std::to_string(selected - known) + " of " + std::to_string(selected) +
                     " parts are missing in the list");
     WritePartList(scanned.list, FormatOf(options.format), std::cout);
-    if (!options.drawing.save.empty()) SaveOutput(document, options.drawing.save, teller);
+    if (!options.drawing.save.empty())
+        SaveOutput(document, options.drawing.save, DrawingUnitOfHome(), teller);
     return teller.Status();
 }
 
@@ -85,8 +88,8 @@ Command ListCommand() {
                  .OneOf({"table", "csv", "json"})
                  .ShowsDefault(),
              options->choices.Sort(), options->choices.Group(), options->choices.Filter(),
-             options->drawing.Select(), options->drawing.Letters(), options->drawing.Material(),
-             options->drawing.Save(), options->drawing.Quiet()},
+             options->drawing.Select(), options->drawing.Letters(), options->unit.Option(),
+             options->drawing.Material(), options->drawing.Save(), options->drawing.Quiet()},
             [options](const std::string& home) { return List(home, *options); },
             {}};
 }

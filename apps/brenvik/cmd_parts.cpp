@@ -7,6 +7,7 @@
 #include "base/letter_case.h"
 #include "command_line.h"
 #include "drawing_io.h"
+#include "drawing_unit.h"
 #include "file_roots/places.h"
 #include "grid_session.h"
 #include "output_folder.h"
@@ -24,6 +25,7 @@ namespace fs = std::filesystem;
 
 struct PartsOptions {
     DrawingOptions drawing;
+    UnitOption unit;
     std::string out;
 };
 
@@ -54,7 +56,7 @@ ExitStatus Parts(const std::string& home, const PartsOptions& options) {
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };
     Workplace workplace(home, dialogs);
     MapOutput(workplace, options);
-    const OpenedInput opened = OpenAndSelect(workplace, options.drawing, teller);
+    const OpenedInput opened = OpenAndSelect(workplace, options.drawing, options.unit, teller);
     const std::size_t notes = opened.document.Notes().size();
     teller.Progress("writing " + std::to_string(opened.selected) + " parts");
     cBrenvik().Call("BVExportDWG", workplace.host);
@@ -80,8 +82,8 @@ Command PartsCommand() {
                       "Where the drawings go, instead of drive_c/BV-DWG in the install folder; the export "
                       "empties the folder first")
                  .Named("DIR"),
-             options->drawing.Select(), options->drawing.Letters(), options->drawing.Material(),
-             options->drawing.Quiet()},
+             options->drawing.Select(), options->drawing.Letters(), options->unit.Option(),
+             options->drawing.Material(), options->drawing.Quiet()},
             [options](const std::string& home) { return Parts(home, *options); },
             {}};
 }

@@ -8,6 +8,7 @@
 #include "command_line.h"
 #include "drafting_host/document/drawing_files.h"
 #include "drawing_io.h"
+#include "drawing_unit.h"
 #include "file_roots/places.h"
 #include "given_material.h"
 #include "grid_session.h"
@@ -29,6 +30,7 @@ namespace {
 
 struct RunOptions {
     DrawingOptions drawing;
+    UnitOption unit;
     std::string journal;
     std::string transcript;
     bool noProof = false;
@@ -69,7 +71,7 @@ std::string SaveByEnding(const std::string& name, const RunOptions& options, Wor
         document.SaveAs(name, SaveAsKind::Dxf2000);
         return {};
     }
-    for (const std::string& loss : SaveDrawing(document, workplace.host.Resolve(name))) {
+    for (const std::string& loss : SaveDrawingInUnit(document, workplace.host.Resolve(name), DrawingUnitOfHome())) {
         transcript << name << ": " << loss << '\n';
         teller.MarkIncomplete();
     }
@@ -150,7 +152,7 @@ ExitStatus Run(const std::string& home, const RunOptions& options) {
     workplace.host.SetPrompts(&prompts);
     SetProof(!options.noProof);
     TellDamagedSettings(workplace, teller);
-    HostDocument& document = OpenInput(workplace.host, workplace.drawingFiles, options.drawing, teller);
+    HostDocument& document = OpenInHome(workplace, options.drawing, options.unit, teller);
     TellBlockSolids(document, options.drawing, teller);
     SelectForCommand(document, options.drawing);
     GiveMaterial(document, options.drawing.material, teller);
@@ -170,7 +172,8 @@ ExitStatus Run(const std::string& home, const RunOptions& options) {
                        [&transcript](const std::string& text) { transcript.Stream() << text << '\n'; });
     // A drawing of a part may stand open before the job's own.
     if (!options.drawing.save.empty())
-        SaveOutput(document.Closed() ? PresentDrawing(workplace) : document, options.drawing.save, teller);
+        SaveOutput(document.Closed() ? PresentDrawing(workplace) : document, options.drawing.save,
+                   DrawingUnitOfHome(), teller);
     if (!transcript.Written()) teller.Loss(options.transcript + ": the transcript can't be written");
     return teller.Status();
 }
@@ -187,8 +190,8 @@ Command RunCommand() {
                       "Write down here what the run tells, with all that goes over the host's command line")
                  .Named("FILE"),
              Argument("--no-proof", &options->noProof, std::string(NoProofHelp)), options->drawing.Select(),
-             options->drawing.Letters(), options->drawing.Material(), options->drawing.Save(),
-             options->drawing.Quiet()},
+             options->drawing.Letters(), options->unit.Option(), options->drawing.Material(),
+             options->drawing.Save(), options->drawing.Quiet()},
             [options](const std::string& home) { return Run(home, *options); },
             {}};
 }

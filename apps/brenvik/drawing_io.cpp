@@ -133,8 +133,8 @@ void TellSheets(const HostDocument& document, const DrawingOptions& options, Tel
 
 }  // namespace
 
-HostDocument& OpenInput(HostApplication& host, GuardedFiles& files, const DrawingOptions& options,
-                        Teller& teller) {
+HostDocument& OpenInput(HostApplication& host, GuardedFiles& files, const UnitChoice& units,
+                        const DrawingOptions& options, Teller& teller) {
     const std::filesystem::path path = PathFromText(options.drawing);
     std::error_code unknown;
     if (!std::filesystem::exists(path, unknown))
@@ -147,7 +147,9 @@ HostDocument& OpenInput(HostApplication& host, GuardedFiles& files, const Drawin
     if (!options.save.empty()) files.Know(PathFromText(options.save));
     TellUnusedLetters(options, path, teller);
     try {
-        HostDocument& document = host.OpenDrawing(path, {.letters = options.letters});
+        HostDocument& document = host.NewDocument();
+        ReadDrawingInUnit(document, path, {.letters = options.letters}, units);
+        document.SetFile(path.string());
         TellNotes(options.drawing, document.Notes(), teller, options.onlySaves);
         return document;
     } catch (const Failure& failure) {
@@ -180,10 +182,12 @@ void TellSheetsLeftOut(const HostDocument& document, const DrawingOptions& optio
     if (!IsDxfName(options.save)) TellSheets(document, options, teller);
 }
 
-void SaveOutput(HostDocument& document, const std::string& name, Teller& teller) {
+void SaveOutput(HostDocument& document, const std::string& name, std::optional<LengthUnit> unit,
+                Teller& teller) {
     RequireWritableFormat(name);
     teller.Progress("saving " + name);
-    for (const std::string& loss : SaveDrawing(document, PathFromText(name))) teller.Loss(name + ": " + loss);
+    for (const std::string& loss : SaveDrawingInUnit(document, PathFromText(name), unit))
+        teller.Loss(name + ": " + loss);
 }
 
 StandIns TakeOutBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller) {

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "command_line.h"
+#include "drafting_host/document/drawing_units.h"
 #include "drafting_host/document/host_application.h"
 #include "file_roots/guarded_files.h"
 #include "teller.h"
@@ -16,15 +18,18 @@ namespace brenvik::app {
 /// Opens the drawing that the options name and tells what could not be taken over. Throws CommandError with
 /// Unreadable where there is nothing to be read. `files` get to know the drawing as it is read, and the file
 /// that the options save to.
-HostDocument& OpenInput(HostApplication& host, GuardedFiles& files, const DrawingOptions& options,
-                        Teller& teller);
+/// Lengths are brought to the unit of the shop's drawings, and each change is told.
+HostDocument& OpenInput(HostApplication& host, GuardedFiles& files, const UnitChoice& units,
+                        const DrawingOptions& options, Teller& teller);
 
 /// Tells the solids on sheets of paper space that the files of other systems leave out. A DXF holds them.
 void TellSheetsLeftOut(const HostDocument& document, const DrawingOptions& options, Teller& teller);
 
-/// Saves by the extension of the name and tells what the format can't hold. Throws CommandError for an
-/// extension that no writer knows, and for a file that can't be written.
-void SaveOutput(HostDocument& document, const std::string& name, Teller& teller);
+/// Saves by the extension of the name and tells what the format can't hold. The file of a drawing that has no
+/// unit of its own names `unit`. Throws CommandError for an extension that no writer knows, and for a file
+/// that can't be written.
+void SaveOutput(HostDocument& document, const std::string& name, std::optional<LengthUnit> unit,
+                Teller& teller);
 
 /// Tells what savings by the object model left out: the document's notes behind the first `known`.
 void TellNotesSince(std::size_t known, const HostDocument& document, const std::string& drawing,

@@ -20,9 +20,18 @@ void TellDamagedSettings(Workplace& workplace, Teller& teller) {
     workplace.toldSettings.tell = [&teller](const std::string& text) { teller.Loss(text); };
 }
 
-OpenedInput OpenAndSelect(Workplace& workplace, const DrawingOptions& options, Teller& teller) {
+HostDocument& OpenInHome(Workplace& workplace, const DrawingOptions& options, const UnitOption& unit,
+                         Teller& teller) {
+    HostDocument& document =
+        OpenInput(workplace.host, workplace.drawingFiles, unit.For(DrawingUnitOfHome()), options, teller);
+    if (RunsScaleDrawings()) document.Tables().insertUnits = 0;
+    return document;
+}
+
+OpenedInput OpenAndSelect(Workplace& workplace, const DrawingOptions& options, const UnitOption& unit,
+                          Teller& teller) {
     TellDamagedSettings(workplace, teller);
-    HostDocument& document = OpenInput(workplace.host, workplace.drawingFiles, options, teller);
+    HostDocument& document = OpenInHome(workplace, options, unit, teller);
     StandIns standIns;
     if (options.save.empty()) {
         standIns = TakeOutBlockSolids(document, options, teller);

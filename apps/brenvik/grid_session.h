@@ -9,6 +9,7 @@
 
 #include "console/console_dialogs.h"
 #include "drawing_io.h"
+#include "drawing_unit.h"
 #include "forms/form.h"
 #include "workplace.h"
 
@@ -23,9 +24,15 @@ struct OpenedInput {
 /// must outlive what is read.
 void TellDamagedSettings(Workplace& workplace, Teller& teller);
 
-/// Opens the drawing of the options and selects what they name; a drawing without solids is remarked on.
-/// Where the drawing isn't saved, solids in references to blocks are parts too.
-OpenedInput OpenAndSelect(Workplace& workplace, const DrawingOptions& options, Teller& teller);
+/// Opens the drawing of the options in the unit of the home's drawings. Where runs scale what they write, the
+/// drawing names no unit, since its parts would hand a false one down.
+HostDocument& OpenInHome(Workplace& workplace, const DrawingOptions& options, const UnitOption& unit,
+                         Teller& teller);
+
+/// Opens the drawing of the options as OpenInHome does and selects what they name; a drawing without solids
+/// is remarked on. Where the drawing isn't saved, solids in references to blocks are parts too.
+OpenedInput OpenAndSelect(Workplace& workplace, const DrawingOptions& options, const UnitOption& unit,
+                          Teller& teller);
 
 /// Calls `Show` and hands each form that opens meanwhile to `work`, the grid form first. A CommandError of
 /// the work ends the call when the forms have closed: the library lets none through.

@@ -18,6 +18,7 @@
 #include <TopoDS.hxx>
 #include <TopoDS_Face.hxx>
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <numbers>
@@ -229,6 +230,17 @@ TEST(ReadText, TakesATextThatEndsWithoutAMarkWhenItsRecordsAreCounted) {
     std::vector<std::string> lines = WriteText(DrilledPanel());
     lines.pop_back();
     EXPECT_NEAR(Volume(ReadOne(Joined(lines))), drilledVolume, 1e-9 * drilledVolume);
+}
+
+TEST(ReadText, TellsWhatStandsBehindTheEndMark) {
+    const std::string text = Joined(WriteText(DrilledPanel()));
+    EXPECT_TRUE(ReadText(text + " \r\n\x1A").problems.empty());
+    const ReadResult result = ReadText(text + "\n" + text);
+    EXPECT_EQ(result.bodies.size(), 1u);
+    ASSERT_EQ(result.problems.size(), 1u) << Told(result);
+    EXPECT_EQ(result.problems.front().text, "what stands behind the end mark is left out");
+    EXPECT_EQ(result.problems.front().line,
+              static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 2);
 }
 
 TEST(ReadText, TellsAShellThatIsNotClosed) {

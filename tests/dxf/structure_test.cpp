@@ -103,6 +103,17 @@ TEST(DxfDamage, WhatStandsBeforeTheBreakArrives) {
     EXPECT_TRUE(data.notes[0].dataLost);
 }
 
+TEST(DxfDamage, WhatStandsBehindTheEndIsTold) {
+    const std::string text = Groups(twoPoints);
+    EXPECT_TRUE(Read(text + " \r\n\x1A").notes.empty());
+    const DrawingData data = Read(text + "\n" + text);
+    EXPECT_EQ(ModelSpace(data).size(), 2U);
+    ASSERT_EQ(data.notes.size(), 1U);
+    EXPECT_EQ(data.notes[0].line, static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 2);
+    EXPECT_EQ(data.notes[0].text, "what stands behind the end of the file (0 EOF) is left out");
+    EXPECT_TRUE(data.notes[0].dataLost);
+}
+
 TEST(DxfDamage, CuttingAnywhereNeverFailsBehindTheFirstSection) {
     const std::string text = WriteDxf(Read(Groups(twoPoints)));
     const std::size_t sectionEnd = text.find("HEADER\r\n") + 8;

@@ -135,8 +135,28 @@ TEST_F(StepInput, InchesComeOutInMillimetres) {
     content.insert(content.rfind("ENDSEC;"), extra);
     Put(content);
     const StepDocument document = ReadStep(mPath);
-    EXPECT_EQ(document.unit, "inch");
+    EXPECT_EQ(document.millimetresPerUnit, std::vector<double>{25.4});
     EXPECT_NEAR(solids::ExactBox(document.solids.at(0).shape).SizeX(), 600 * 25.4, 1e-9);
+}
+
+TEST_F(StepInput, BodiesComeOutInTheUnitThatIsAskedFor) {
+    Good();
+    const StepDocument inches = ReadStep(mPath, LengthUnit::Inch);
+    EXPECT_EQ(inches.millimetresPerUnit, std::vector<double>{1});
+    EXPECT_NEAR(solids::ExactBox(inches.solids.at(0).shape).SizeX(), 600 / 25.4, 1e-9);
+    EXPECT_EQ(NotesOf(inches), "");
+    EXPECT_NEAR(solids::ExactBox(ReadStep(mPath).solids.at(0).shape).SizeX(), 600, 1e-9);
+}
+
+TEST_F(StepInput, AFileIsWrittenInTheUnitOfItsBodies) {
+    const std::vector<StepSolid> parts{{solids::test::Board(600, 400, 18), "Board", "Job", "", std::nullopt}};
+    std::ofstream(mPath, std::ios::binary) << StepText(mPath, parts, LengthUnit::Inch);
+    EXPECT_NE(Content().find("CONVERSION_BASED_UNIT('INCH'"), std::string::npos);
+    EXPECT_NE(Content().find("(600.,"), std::string::npos);
+    const StepDocument inches = ReadStep(mPath, LengthUnit::Inch);
+    EXPECT_EQ(inches.millimetresPerUnit, std::vector<double>{25.4});
+    EXPECT_NEAR(solids::ExactBox(inches.solids.at(0).shape).SizeX(), 600, 1e-9);
+    EXPECT_NEAR(solids::ExactBox(ReadStep(mPath).solids.at(0).shape).SizeX(), 600 * 25.4, 1e-9);
 }
 
 TEST_F(StepInput, StandardOutputStaysEmpty) {

@@ -69,7 +69,7 @@ TEST_F(StepFiles, NamesAssembliesLayersAndColoursComeBack) {
         EXPECT_EQ(found->color, part.color) << part.name;
         EXPECT_NEAR(solids::Volume(found->shape) / solids::Volume(part.shape), 1, 1e-12);
     }
-    EXPECT_EQ(document.unit, "millimetre");
+    EXPECT_EQ(document.millimetresPerUnit, std::vector<double>{1});
     EXPECT_TRUE(document.notes.empty());
 }
 

@@ -151,7 +151,7 @@ TEST(StepSampleNames, BookcaseGivesItsBoards) {
     const std::vector<std::string> wanted{"Side left", "Side right", "Top",     "Bottom",
                                           "Back",      "Shelf 1",    "Shelf 2", "Shelf 3"};
     EXPECT_EQ(names, wanted);
-    EXPECT_EQ(document.unit, "millimetre");
+    EXPECT_EQ(document.millimetresPerUnit, std::vector<double>{1});
 }
 
 TEST(StepSampleNames, CyrillicNamesInAnEightBitCodePageComeOutAsText) {

@@ -88,6 +88,7 @@ class Splitter {
     std::string_view TakeToken();
     bool TakeCounted(std::string_view token, Field& field);
     bool EndsRecord() const;
+    void CheckTail();
     void CheckCompleteness();
 
     std::string_view text;
@@ -290,11 +291,24 @@ void Splitter::ReadRecords() {
     while (SkipBlanks()) {
         for (const std::string_view mark :
              {"End-of-ACIS-data", "End-of-ASM-data", "Begin-of-ACIS-History", "Begin-of-ASM-History"}) {
-            if (text.substr(at, mark.size()) == mark) endMarkSeen = true;
+            if (text.substr(at, mark.size()) != mark) continue;
+            endMarkSeen = true;
+            at += mark.size();
+            if (mark.starts_with("End")) CheckTail();
+            return;
         }
-        if (endMarkSeen) return;
         if (!ReadRecord()) return;
     }
+}
+
+/// Blanks and the control Z of old systems may follow the end mark.
+void Splitter::CheckTail() {
+    const auto isBlank = [](char c) { return static_cast<unsigned char>(c) <= ' '; };
+    const std::string_view tail = text.substr(at);
+    const auto found = std::ranges::find_if_not(tail, isBlank);
+    if (found == tail.end()) return;
+    const auto breaks = std::count(tail.begin(), found, '\n');
+    Tell(lineNumber + static_cast<std::size_t>(breaks), -1, "what stands behind the end mark is left out");
 }
 
 void Splitter::CheckCompleteness() {

@@ -12,6 +12,7 @@
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "drafting_host/document/block_content.h"
+#include "drafting_host/document/drawing_units.h"
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/document/host_failure.h"
 
@@ -146,19 +147,6 @@ bool IsWithinReach(const InsertData& reference) {
            within({reference.columnSpacing, reference.rowSpacing, 0}, farthest);
 }
 
-/// The saved extents of a part grow with it, so that its letters still name its sizes.
-std::vector<XDataOfApp> ScaledPartData(std::vector<XDataOfApp> data, double scale) {
-    constexpr int extentDecimals = 5;
-    for (XDataOfApp& app : data)
-        for (const std::string_view key : {"OLDVALUE1", "OLDVALUE2", "OLDVALUE3"}) {
-            if (!EqualsIgnoreCase(app.app, key) || app.items.empty()) continue;
-            auto* text = std::get_if<std::string>(&app.items.front().value);
-            if (text != nullptr && IsNumeric(*text))
-                *text = NumberToText(RoundHalfEven(StrictNumber(*text) * scale, extentDecimals));
-        }
-    return data;
-}
-
 /// The solids that a reference shows, at their places. Throws Failure as PlacedContent does, and for more
 /// than `most` of them, which a block can show that refers to itself.
 void Collect(const InsertData& reference, Counter& counter, std::int64_t most,
@@ -206,7 +194,7 @@ void TakeOut(HostDocument& document, const InsertData& reference, Counter& count
         HostEntity& made = document.Model().Add(std::move(placed.geometry));
         made.SetLook(placed.source->Look());
         made.SetExtendedData(scale == 1 ? placed.source->ExtendedData()
-                                        : ScaledPartData(placed.source->ExtendedData(), scale));
+                                        : WithScaledExtents(placed.source->ExtendedData(), scale));
         told.taken.push_back(&made);
     }
 }

@@ -7,6 +7,7 @@
 #include "base/handle_text.h"
 #include "base/letter_case.h"
 #include "drafting_host/acis/acis_text.h"
+#include "drafting_host/document/drawing_units.h"
 #include "drafting_host/document/host_application.h"
 #include "drafting_host/document/host_failure.h"
 #include "drafting_host/document/imported_parts.h"
@@ -66,25 +67,34 @@ std::string Excerpt(std::string_view content) {
     return "\"" + shown + "\"";
 }
 
-std::vector<std::string> SaveDxf(const HostDocument& document, const std::filesystem::path& path) {
+LengthUnit UnitOf(const HostDocument& document, std::optional<LengthUnit> unit) {
+    const std::optional<LengthUnit> own = UnitOfInsertUnits(document.Tables().insertUnits);
+    return own.value_or(unit.value_or(LengthUnit::Millimetre));
+}
+
+std::vector<std::string> SaveDxf(const HostDocument& document, const std::filesystem::path& path,
+                                 std::optional<LengthUnit> unit) {
     std::vector<std::string> problems;
-    const DrawingData data = document.ToData(problems);
+    DrawingData data = document.ToData(problems);
+    if (data.insertUnits == 0 && unit) data.insertUnits = InsertUnitsOf(*unit);
     document.Host().WriteFile(path, WriteDxf(data, problems));
     return problems;
 }
 
-std::vector<std::string> SaveStep(const HostDocument& document, const std::filesystem::path& path) {
+std::vector<std::string> SaveStep(const HostDocument& document, const std::filesystem::path& path,
+                                  LengthUnit unit) {
     std::vector<std::string> problems;
     const std::vector<step::StepSolid> solids = StepSolidsOf(document, problems);
-    document.Host().WriteFile(path, step::StepText(path, solids));
+    document.Host().WriteFile(path, step::StepText(path, solids, unit));
     return problems;
 }
 
 /// All solids' records in one text need one numbering, so the writer gets them as one shape.
-std::vector<std::string> SaveSat(const HostDocument& document, const std::filesystem::path& path) {
+std::vector<std::string> SaveSat(const HostDocument& document, const std::filesystem::path& path,
+                                 LengthUnit unit) {
     std::vector<std::string> problems;
     std::string content;
-    for (const std::string& line : AcisLinesOf(document, problems)) content += line + "\n";
+    for (const std::string& line : AcisLinesOf(document, unit, problems)) content += line + "\n";
     document.Host().WriteFile(path, content);
     return problems;
 }
@@ -107,6 +117,11 @@ DrawingKind KindOfContent(std::string_view head) {
 }
 
 void ReadDrawing(HostDocument& document, const std::filesystem::path& path, const ReadOptions& options) {
+    ReadDrawingInUnit(document, path, options, {});
+}
+
+void ReadDrawingInUnit(HostDocument& document, const std::filesystem::path& path, const ReadOptions& options,
+                       const UnitChoice& choice) {
     const std::string content = ReadWholeFile(path);
     const auto refuse = [&](std::string_view found) {
         throw host_failure::InvalidFile(path.string(), 1, expectedContent, found);
@@ -114,12 +129,13 @@ void ReadDrawing(HostDocument& document, const std::filesystem::path& path, cons
     switch (KindOfContent(content)) {
         case DrawingKind::DxfText:
             document.TakeOver(ReadDxf(content, path.string()));
+            BringToUnit(document, choice);
             return;
         case DrawingKind::Step:
-            ImportStep(document, path, options);
+            ImportStep(document, path, options, choice);
             return;
         case DrawingKind::AcisText:
-            ImportAcis(document, content, path, options);
+            ImportAcis(document, content, path, options, choice);
             return;
         case DrawingKind::DxfBinary:
             refuse("binary DXF");
@@ -137,11 +153,16 @@ void ReadDrawing(HostDocument& document, const std::filesystem::path& path, cons
 }
 
 std::vector<std::string> SaveDrawing(const HostDocument& document, const std::filesystem::path& path) {
+    return SaveDrawingInUnit(document, path, std::nullopt);
+}
+
+std::vector<std::string> SaveDrawingInUnit(const HostDocument& document, const std::filesystem::path& path,
+                                           std::optional<LengthUnit> unit) {
     document.RequireOpen();
     const std::string extension = FoldLower(path.extension().string());
-    if (extension == ".dxf" || extension == ".dwg") return SaveDxf(document, path);
-    if (extension == ".step" || extension == ".stp") return SaveStep(document, path);
-    if (extension == ".sat") return SaveSat(document, path);
+    if (extension == ".dxf" || extension == ".dwg") return SaveDxf(document, path, unit);
+    if (extension == ".step" || extension == ".stp") return SaveStep(document, path, UnitOf(document, unit));
+    if (extension == ".sat") return SaveSat(document, path, UnitOf(document, unit));
     throw host_failure::InvalidArgument(path.string() +
                                         ": expected a name ending in .dxf, .dwg, .step, .stp or .sat");
 }

@@ -2,17 +2,21 @@
 #include "drafting_host/document/imported_parts.h"
 
 #include <TopExp_Explorer.hxx>
+#include <cmath>
 
 #include "base/handle_text.h"
 #include "base/text.h"
 #include "drafting_host/acis/acis_text.h"
+#include "drafting_host/acis/unit_head.h"
 #include "drafting_host/document/aci_colors.h"
+#include "drafting_host/document/drawing_units.h"
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/document/host_failure.h"
 #include "drafting_host/document/lost_data.h"
 #include "drafting_host/dxf/dxf_text.h"
 #include "drafting_host/dxf/standard_entries.h"
 #include "drafting_host/solids/mass.h"
+#include "drafting_host/solids/transform.h"
 #include "drafting_host/step/step_reader.h"
 
 namespace brenvik {
@@ -61,6 +65,33 @@ void AddPart(HostDocument& document, const step::StepSolid& part, const ReadOpti
     solid.SetExtendedData(std::move(data));
 }
 
+void SetUnit(HostDocument& document, LengthUnit unit) {
+    document.Tables().insertUnits = InsertUnitsOf(unit);
+    document.Tables().measurement = unit == LengthUnit::Inch ? 0 : 1;
+}
+
+step::StepSolid Scaled(step::StepSolid part, double factor) {
+    if (factor != 1) part.shape = solids::Transformed(part.shape, Similarity::Scale({}, factor).Trsf());
+    return part;
+}
+
+/// Tells what happened to the lengths, and gives what is still to be done: the reader went by the file's own
+/// units, and the user's word for a file that has one unit stands above it.
+double TakeStepUnits(HostDocument& document, const std::vector<double>& sizes, UnitChoice choice) {
+    std::vector<ReadNote>& notes = document.Tables().notes;
+    if (sizes.size() > 1 && choice.given) {
+        notes.push_back({0, "--unit was passed over: lengths of this file are in several units"});
+        choice.given.reset();
+    }
+    double factor = 1;
+    for (const double own : sizes) {
+        const UnitStep step = StepToDrawing(choice, own);
+        notes.insert(notes.end(), step.notes.begin(), step.notes.end());
+        if (choice.given && choice.drawing) factor = step.factor * MillimetresIn(*choice.drawing) / own;
+    }
+    return std::abs(factor - 1) < 1e-12 ? 1 : factor;
+}
+
 std::optional<step::Rgb> ColorOf(const HostEntity& entity) {
     const int index = entity.Look().color;
     if (index < 1 || index > 255) return std::nullopt;
@@ -92,19 +123,20 @@ std::size_t LumpsOf(const TopoDS_Shape& shape) {
 
 }  // namespace
 
-void ImportStep(HostDocument& document, const std::filesystem::path& path, const ReadOptions& options) {
-    const step::StepDocument read = step::ReadStep(path);
+void ImportStep(HostDocument& document, const std::filesystem::path& path, const ReadOptions& options,
+                const UnitChoice& units) {
+    const LengthUnit unit = units.drawing.value_or(LengthUnit::Millimetre);
+    const step::StepDocument read = step::ReadStep(path, unit);
     document.MarkImported();
-    constexpr int millimetres = 4, metric = 1;
-    document.Tables().insertUnits = millimetres;
-    document.Tables().measurement = metric;
-    for (const step::StepSolid& part : read.solids) AddPart(document, part, options);
+    SetUnit(document, unit);
+    const double factor = TakeStepUnits(document, read.millimetresPerUnit, units);
+    for (const step::StepSolid& part : read.solids) AddPart(document, Scaled(part, factor), options);
     for (const step::StepNote& note : read.notes)
         document.Tables().notes.push_back({note.line, note.text, note.lost});
 }
 
 void ImportAcis(HostDocument& document, std::string_view content, const std::filesystem::path& path,
-                const ReadOptions& options) {
+                const ReadOptions& options, const UnitChoice& units) {
     const acis::ReadResult read = acis::ReadText(content);
     if (read.bodies.empty()) {
         if (read.problems.empty()) {
@@ -116,6 +148,10 @@ void ImportAcis(HostDocument& document, std::string_view content, const std::fil
                                         place + first.text);
     }
     document.MarkImported();
+    const double own = read.header.millimetresPerUnit;
+    const UnitStep step = StepToDrawing(units, own > 0 ? std::optional(own) : std::nullopt);
+    document.Tables().notes = step.notes;
+    if (units.drawing) SetUnit(document, *units.drawing);
     const std::string stem = path.stem().string();
     int number = 0;
     for (const TopoDS_Shape& body : read.bodies) {
@@ -130,7 +166,7 @@ void ImportAcis(HostDocument& document, std::string_view content, const std::fil
         step::StepSolid part;
         part.shape = body;
         part.name = read.bodies.size() == 1 ? stem : stem + " " + std::to_string(number);
-        AddPart(document, part, options);
+        AddPart(document, Scaled(std::move(part), step.factor), options);
     }
     for (const acis::Problem& problem : read.problems) {
         const std::string place = problem.record < 0 ? "" : "record " + std::to_string(problem.record) + ": ";
@@ -157,7 +193,8 @@ std::vector<step::StepSolid> StepSolidsOf(const HostDocument& document, std::vec
     return parts;
 }
 
-std::vector<std::string> AcisLinesOf(const HostDocument& document, std::vector<std::string>& problems) {
+std::vector<std::string> AcisLinesOf(const HostDocument& document, LengthUnit unit,
+                                     std::vector<std::string>& problems) {
     std::vector<TopoDS_Shape> bodies;
     const std::vector<const HostSolid*> solids = SolidsOf(document, "ACIS text", problems);
     TellLostPartData(document, solids, "ACIS text", {}, problems);
@@ -170,7 +207,9 @@ std::vector<std::string> AcisLinesOf(const HostDocument& document, std::vector<s
         }
     }
     if (bodies.empty()) throw host_failure::NotPossible("there is no solid that ACIS text can hold");
-    return acis::WriteBodies(bodies);
+    std::vector<std::string> lines = acis::WriteBodies(bodies);
+    acis::NameUnit(lines, MillimetresIn(unit));
+    return lines;
 }
 
 }  // namespace brenvik

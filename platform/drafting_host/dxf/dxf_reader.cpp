@@ -1,6 +1,7 @@
 // The walk over a DXF file: sections, and which part of the reader takes which record.
 #include "drafting_host/dxf/dxf_reader.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "drafting_host/dxf/entity_reader.h"
@@ -31,10 +32,27 @@ void RefuseOtherContent(std::string_view content, std::string_view fileName) {
     if (content.starts_with("\xFF\xFE") || content.starts_with("\xFE\xFF")) refuse("UTF-16 text");
 }
 
+/// The line of what stands behind so many lines, blanks and the control Z of DOS days aside.
+std::optional<std::size_t> LineBehind(std::string_view content, std::size_t line) {
+    std::size_t at = 0;
+    for (std::size_t passed = 0; passed < line && at < content.size(); ++passed) {
+        at = std::min(content.find_first_of("\r\n", at), content.size());
+        if (content.substr(at, 2) == "\r\n") ++at;
+        at = std::min(at + 1, content.size());
+    }
+    const std::size_t found = content.find_first_not_of(std::string_view(" \t\r\n\x1A\0", 6), at);
+    if (found == std::string_view::npos) return std::nullopt;
+    return line + 1 + static_cast<std::size_t>(std::ranges::count(content.substr(at, found - at), '\n'));
+}
+
 class Walk {
   public:
     Walk(std::string_view content, std::string_view fileName)
-        : mFileName(fileName), mGroups(content, fileName), mEntities(mReading), mObjects(mReading) {
+        : mFileName(fileName),
+          mContent(content),
+          mGroups(content, fileName),
+          mEntities(mReading),
+          mObjects(mReading) {
         mReading.fileName = fileName;
         mReading.hasByteOrderMark = mGroups.HasByteOrderMark();
         if (mReading.hasByteOrderMark) mReading.decoder = TextDecoder(TextDecoder::Bytes::Utf8, 1252);
@@ -50,7 +68,11 @@ class Walk {
             throw InvalidDxf(mFileName, mGroups.Line(), "a section (0 SECTION) of a DXF drawing",
                              mHasEnded ? "the end of the file" : "other text");
         }
-        if (!mHasEnded) NoteCut();
+        if (!mHasEnded) {
+            NoteCut();
+        } else if (const auto line = LineBehind(mContent, mGroups.Line())) {
+            mReading.Note(*line, "what stands behind the end of the file (0 EOF) is left out");
+        }
         mEntities.NotePassedOver();
         mObjects.Finish();
         CompleteDrawing(mReading);
@@ -216,7 +238,7 @@ class Walk {
         mBlockRefused = false;
     }
 
-    std::string_view mFileName;
+    std::string_view mFileName, mContent;
     Reading mReading;
     GroupReader mGroups;
     EntityReader mEntities;

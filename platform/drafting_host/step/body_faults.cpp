@@ -13,6 +13,7 @@
 #include <StepRepr_GlobalUncertaintyAssignedContext.hxx>
 #include <StepRepr_GlobalUnitAssignedContext.hxx>
 #include <StepRepr_Representation.hxx>
+#include <StepRepr_RepresentationContext.hxx>
 #include <StepRepr_RepresentationItem.hxx>
 #include <StepShape_BrepWithVoids.hxx>
 #include <StepShape_EdgeLoop.hxx>
@@ -369,6 +370,22 @@ std::vector<BodyFault> BodyFaults(const Handle(StepData_StepModel) & model) {
     }
     StepData_GlobalFactors::Intance().InitializeFactors(1, 1, 1);
     return faults;
+}
+
+std::vector<double> MillimetresPerUnit(const Handle(StepData_StepModel) & model) {
+    std::vector<double> sizes;
+    for (int index = 1; index <= model->NbEntities(); ++index) {
+        const Handle(StepRepr_RepresentationContext) context =
+            Handle(StepRepr_RepresentationContext)::DownCast(model->Value(index));
+        if (context.IsNull()) continue;
+        Handle(StepRepr_GlobalUncertaintyAssignedContext) uncertainty;
+        const Handle(StepRepr_GlobalUnitAssignedContext) units = UnitsOf(context, uncertainty);
+        STEPConstruct_UnitContext factors;
+        if (units.IsNull() || (factors.ComputeFactors(units), !factors.LengthDone())) continue;
+        if (std::ranges::find(sizes, factors.LengthFactor()) == sizes.end())
+            sizes.push_back(factors.LengthFactor());
+    }
+    return sizes;
 }
 
 }  // namespace brenvik::step

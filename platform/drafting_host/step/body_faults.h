@@ -27,4 +27,8 @@ std::optional<ModelFault> FarPoint(const Handle(StepData_StepModel) & model);
 /// in the middle of a transfer.
 std::vector<BodyFault> BodyFaults(const Handle(StepData_StepModel) & model);
 
+/// What the units of length measure that representations of the model are in, each once. Asked before the
+/// modeller is told of another unit than millimetres.
+std::vector<double> MillimetresPerUnit(const Handle(StepData_StepModel) & model);
+
 }  // namespace brenvik::step

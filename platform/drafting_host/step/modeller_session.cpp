@@ -6,16 +6,25 @@
 #include <Message_Messenger.hxx>
 #include <Message_Printer.hxx>
 #include <STEPCAFControl_Controller.hxx>
+#include <UnitsMethods.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 
 namespace brenvik::step {
 namespace {
 
+const char* NameOf(LengthUnit unit) { return unit == LengthUnit::Inch ? "INCH" : "MM"; }
+
+/// The modeller takes the setting over when it transfers; what is measured before then goes by the last one.
+void SetBodyUnit(LengthUnit unit) {
+    Interface_Static::SetCVal("xstep.cascade.unit", NameOf(unit));
+    UnitsMethods::SetCasCadeLengthUnit(Interface_Static::IVal("xstep.cascade.unit"));
+}
+
 void Prepare() {
     // Standard output belongs to lists; the modeller's chatter would end up in them.
     Message::DefaultMessenger()->RemovePrinters(STANDARD_TYPE(Message_Printer));
     STEPCAFControl_Controller::Init();
-    Interface_Static::SetCVal("xstep.cascade.unit", "MM");
+    SetBodyUnit(LengthUnit::Millimetre);
     // Names that the modeller makes up ("SOLID", "=>[0:1:1:2]") would pass for the file's.
     XCAFDoc_ShapeTool::SetAutoNaming(Standard_False);
 }
@@ -42,10 +51,13 @@ void PrepareReading() {
     Interface_Static::SetIVal("read.step.codepage", Resource_FormatType_UTF8);
 }
 
-void PrepareWriting() {
+void BringBodiesTo(LengthUnit unit) { SetBodyUnit(unit); }
+
+void PrepareWriting(LengthUnit unit) {
     Prepare();
+    BringBodiesTo(unit);
     Interface_Static::SetCVal("write.step.schema", "AP214IS");
-    Interface_Static::SetCVal("write.step.unit", "MM");
+    Interface_Static::SetCVal("write.step.unit", NameOf(unit));
     Interface_Static::SetIVal("write.step.assembly", 1);
 }
 

@@ -3,6 +3,7 @@
 
 #include <Resource_FormatType.hxx>
 
+#include "drafting_host/solids/length_unit.h"
 #include "drafting_host/step/step_text.h"
 
 namespace brenvik::step {
@@ -14,7 +15,11 @@ Resource_FormatType FormatOf(CodePage codePage);
 /// exchange tables (a few milliseconds).
 void PrepareReading();
 
-/// Readies the modeller for one writing: silent, AP214, millimetres, one file for all.
-void PrepareWriting();
+/// The unit that the bodies of the present reading come out in, from here on.
+void BringBodiesTo(LengthUnit unit);
+
+/// Readies the modeller for one writing: silent, AP214, one file for all, with bodies that are in `unit`
+/// written in it.
+void PrepareWriting(LengthUnit unit);
 
 }  // namespace brenvik::step

@@ -19,8 +19,8 @@ struct Rgb {
     bool operator==(const Rgb&) const = default;
 };
 
-/// One solid of the assembly, at its place: world coordinates in millimetres, no location left in the
-/// shape. All texts are UTF-8.
+/// One solid of the assembly, at its place: world coordinates, no location left in the shape. All texts are
+/// UTF-8.
 struct StepSolid {
     TopoDS_Shape shape;
     std::string name;      ///< the part's name
@@ -38,12 +38,12 @@ struct StepNote {
     bool operator==(const StepNote&) const = default;
 };
 
-/// The solids in the order of the file, what the reader had to tell, and the file's own length unit as
-/// the file names it ("millimetre", "inch").
+/// The solids in the order of the file, what the reader had to tell, and what the file's units of length
+/// measure, each once: most files have one.
 struct StepDocument {
     std::vector<StepSolid> solids;
     std::vector<StepNote> notes;
-    std::string unit;
+    std::vector<double> millimetresPerUnit;
 };
 
 }  // namespace brenvik::step

@@ -10,8 +10,20 @@
 namespace brenvik::step {
 namespace {
 
-/// The first text of a statement that holds more than blanks.
-std::string NameIn(const Statements& statements, const Statement& statement, CodePage codePage) {
+/// The product that a product definition leads to by its references.
+const Statement* ProductBehind(const Statements& statements, int definition) {
+    const Statement* at = statements.Find(definition);
+    for (int step = 0; at != nullptr && step < 4; ++step) {
+        if (at->kind == "PRODUCT") return at;
+        const auto references = statements.ReferencesOf(*at);
+        at = references.empty() ? nullptr : statements.Find(references[0].number);
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+std::string FirstTextOf(const Statements& statements, const Statement& statement, CodePage codePage) {
     const std::string_view text =
         statements.Content().substr(statement.place, statement.end - statement.place);
     const std::size_t open = text.find('\'');
@@ -21,6 +33,19 @@ std::string NameIn(const Statements& statements, const Statement& statement, Cod
     const std::string name = DecodedText(text.substr(open + 1, close - open - 1), codePage);
     return name.find_first_not_of(' ') == std::string::npos ? std::string() : name;
 }
+
+std::string ProductName(const Statements& statements, int definition, CodePage codePage) {
+    const Statement* product = ProductBehind(statements, definition);
+    if (product == nullptr) return {};
+    // The identifier stands first, the name behind it.
+    Statement name = *product;
+    const std::string_view content = statements.Content();
+    const std::size_t comma = content.find("',", name.place);
+    if (comma < name.end) name.place = comma + 1;
+    return FirstTextOf(statements, name, codePage);
+}
+
+namespace {
 
 /// Products and their shapes, as the statements connect them.
 class ProductShapes {
@@ -68,28 +93,6 @@ class ProductShapes {
     std::multimap<int, int> mProducts, mEqual;
 };
 
-/// The product that a product definition leads to by its references.
-const Statement* ProductBehind(const Statements& statements, int definition) {
-    const Statement* at = statements.Find(definition);
-    for (int step = 0; at != nullptr && step < 4; ++step) {
-        if (at->kind == "PRODUCT") return at;
-        const auto references = statements.ReferencesOf(*at);
-        at = references.empty() ? nullptr : statements.Find(references[0].number);
-    }
-    return nullptr;
-}
-
-std::string ProductName(const Statements& statements, int definition, CodePage codePage) {
-    const Statement* product = ProductBehind(statements, definition);
-    if (product == nullptr) return {};
-    // The identifier stands first, the name behind it.
-    Statement name = *product;
-    const std::string_view content = statements.Content();
-    const std::size_t comma = content.find("',", name.place);
-    if (comma < name.end) name.place = comma + 1;
-    return NameIn(statements, name, codePage);
-}
-
 std::string PartNameOf(const Statements& statements, const ProductShapes& shapes, const Statement& body,
                        CodePage codePage) {
     for (const Statement& statement : statements.All()) {
@@ -101,7 +104,7 @@ std::string PartNameOf(const Statements& statements, const ProductShapes& shapes
             if (!name.empty()) return name;
         }
     }
-    return NameIn(statements, body, codePage);
+    return FirstTextOf(statements, body, codePage);
 }
 
 void NoteBodies(const Quarantine& quarantine, const Statements& statements, CodePage codePage,

@@ -7,6 +7,12 @@
 
 namespace brenvik::step {
 
+/// The first text of a statement, blank where it has none or it holds nothing but blanks.
+std::string FirstTextOf(const Statements& statements, const Statement& statement, CodePage codePage);
+
+/// The name of the product that a product definition stands for; blank for none.
+std::string ProductName(const Statements& statements, int definition, CodePage codePage);
+
 /// Tells the bodies, looks and papers that fell, the looks and papers as remarks.
 void NoteQuarantine(const Quarantine& quarantine, const Statements& statements, CodePage codePage,
                     StepDocument& document);

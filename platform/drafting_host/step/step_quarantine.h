@@ -31,6 +31,8 @@ class Quarantine {
 
     /// Takes a statement out. False where the parts' structure hangs on it: then the file can't be read.
     bool Remove(const StatementFault& fault);
+    /// Takes a statement out that nothing refers to.
+    void Hide(const Statement& statement) { mRemoved.insert(&statement); }
     /// Takes an item out of a representation's list; false where it isn't there.
     bool RemoveItem(const Statement& holder, const Reference& reference);
 

@@ -10,7 +10,6 @@
 #include <StepData_StepModel.hxx>
 #include <StepShape_ManifoldSolidBrep.hxx>
 #include <TColStd_HSequenceOfExtendedString.hxx>
-#include <TColStd_SequenceOfAsciiString.hxx>
 #include <TDF_LabelSequence.hxx>
 #include <TDataStd_Name.hxx>
 #include <TDocStd_Document.hxx>
@@ -27,16 +26,14 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
-#include <sstream>
 
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/transform.h"
 #include "drafting_host/step/body_faults.h"
-#include "drafting_host/step/model_faults.h"
 #include "drafting_host/step/modeller_session.h"
+#include "drafting_host/step/step_externals.h"
+#include "drafting_host/step/step_loading.h"
 #include "drafting_host/step/step_notes.h"
-#include "drafting_host/step/step_quarantine.h"
-#include "drafting_host/step/step_statements.h"
 #include "drafting_host/step/step_strings.h"
 #include "drafting_host/step/step_text.h"
 
@@ -103,20 +100,29 @@ std::string ContentsOf(const TopoDS_Shape& shape) {
                      : counted(CountOf(shape, TopAbs_VERTEX, TopAbs_SHAPE), "point");
 }
 
+/// A part whose body lies in another file.
+struct OutsidePart : Inherited {
+    std::string file, name;
+};
+
 class Flattener {
   public:
-    /// `toTheLetter` leaves the blanks at the ends of names.
+    /// `toTheLetter` leaves the blanks at the ends of names. `externalFiles` are those of products.
     Flattener(const Handle(TDocStd_Document) & document, const StandIns& texts, bool toTheLetter,
-              StepDocument& result)
+              std::map<std::string, std::string> externalFiles, StepDocument& result)
         : mShapes(XCAFDoc_DocumentTool::ShapeTool(document->Main())),
           mColors(XCAFDoc_DocumentTool::ColorTool(document->Main())),
           mLayers(XCAFDoc_DocumentTool::LayerTool(document->Main())),
           mTexts(texts),
           mToTheLetter(toTheLetter),
+          mExternalFiles(std::move(externalFiles)),
           mResult(result) {}
 
     /// The names of the parts by the shape that they share with their copies.
     const std::map<const Standard_Transient*, std::string>& NamesByShape() const { return mNamesByShape; }
+
+    /// Parts that have no shape here since another file holds it.
+    const std::vector<OutsidePart>& Outside() const { return mOutside; }
 
     void Run() {
         TDF_LabelSequence roots;
@@ -197,7 +203,11 @@ class Flattener {
         const TopoDS_Shape shape = XCAFDoc_ShapeTool::GetShape(product);
         const std::string name = NameOf(product, inherited.instance);
         if (shape.IsNull() || !TopExp_Explorer(shape, TopAbs_VERTEX).More()) {
-            ++mEmpty;
+            const auto external = mExternalFiles.find(name);
+            if (external == mExternalFiles.end())
+                ++mEmpty;
+            else
+                mOutside.push_back({inherited, external->second, name});
             return;
         }
         if (!TopExp_Explorer(shape, TopAbs_SOLID).More()) {
@@ -258,6 +268,8 @@ class Flattener {
     Handle(XCAFDoc_LayerTool) mLayers;
     const StandIns& mTexts;
     bool mToTheLetter;
+    std::map<std::string, std::string> mExternalFiles;  ///< By product.
+    std::vector<OutsidePart> mOutside;
     StepDocument& mResult;
     std::map<std::string, int> mWithoutSolid;
     std::size_t mEmpty = 0;
@@ -276,16 +288,6 @@ void NameTheNameless(StepDocument& document, const std::filesystem::path& path) 
     }
 }
 
-std::string UnitOf(STEPControl_Reader& reader) {
-    TColStd_SequenceOfAsciiString lengths, angles, solidAngles;
-    reader.FileUnits(lengths, angles, solidAngles);
-    std::string unit = lengths.IsEmpty() ? "" : lengths.First().ToCString();
-    std::ranges::transform(unit, unit.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
-    return unit;
-}
-
 void NoteFailedEntities(const STEPControl_Reader& reader, StepDocument& document) {
     const Handle(Transfer_TransientProcess) process = reader.WS()->TransferReader()->TransientProcess();
     if (process.IsNull()) return;
@@ -296,10 +298,6 @@ void NoteFailedEntities(const STEPControl_Reader& reader, StepDocument& document
     }
     if (failed > 0)
         document.notes.push_back({std::to_string(failed) + " entity(s) of the file could not be converted"});
-}
-
-Failure NoSolid(const std::filesystem::path& path, const std::string& found) {
-    return FormatFailure(path, 0, "at least one solid, " + found);
 }
 
 using NamesByShape = std::map<const Standard_Transient*, std::string>;
@@ -348,178 +346,84 @@ void NoteUnlistedSolids(STEPCAFControl_Reader& reader, const Handle(StepData_Ste
     }
 }
 
-[[noreturn]] void Refuse(const std::filesystem::path& path, const Statements& statements,
-                         const StatementFault& fault) {
-    throw FormatFailure(path, statements.LineAt(fault.place), fault.expected);
-}
+/// Files that are being read, each for the sake of the one before.
+using Chain = std::vector<std::filesystem::path>;
 
-StatementFault FaultOf(const Statements& statements, const ModelFault& fault) {
-    const Statement* statement = statements.Find(fault.number);
-    return {statement, statement == nullptr ? 0 : statement->place,
-            "a sound statement #" + std::to_string(fault.number) + " (" + fault.reason + ")"};
-}
+StepDocument Read(const std::filesystem::path& path, LengthUnit unit, Chain& chain);
 
-/// Text as the modeller can take it, but for single statements.
-void RequireSoundFrame(const std::filesystem::path& path, const Statements& statements) {
-    if (!statements.End()) {
-        throw FormatFailure(path, statements.LineAt(statements.Content().size()),
-                            "\"END-ISO-10303-21;\", the file ends before it is complete");
-    }
-    if (const auto place = statements.BrokenData()) {
-        throw FormatFailure(path, statements.LineAt(*place),
-                            "well-formed STEP statements (#n = TYPE(...);), found \"" +
-                                LineForMessage(statements.Content(), *place) + "\"");
-    }
-    if (const auto repeated = statements.Repeated()) {
-        throw FormatFailure(path, statements.LineAt(repeated->second),
-                            "a statement number of its own, #" + std::to_string(repeated->number) +
-                                " stands in line " + std::to_string(statements.LineAt(repeated->first)) +
-                                " already");
-    }
-}
-
-/// A file in the modeller's hands, and what it took to get it there.
-class Loading {
+/// Brings in the parts that lie in files of their own, or tells where they are missing.
+class Externals {
   public:
-    explicit Loading(const std::filesystem::path& path)
-        : mPath(path),
-          mContent(WithoutMark(ContentOf(path))),
-          mStatements(mContent),
-          mQuarantine(mStatements) {
-        RequireStep(path, mContent);
-        RequireSoundFrame(path, mStatements);
-        for (const StatementFault& fault : TextFaults(mStatements)) Remove(fault);
-        mCodePage = CodePageOf(mContent);
-    }
+    Externals(const std::filesystem::path& path, LengthUnit unit, Chain& chain, StepDocument& document)
+        : mPath(path), mUnit(unit), mChain(chain), mDocument(document) {}
 
-    /// Reads, and where statements are faulty once more without them. A fault can hide another one.
-    void Run() {
-        constexpr int mostTimes = 8;
-        PrepareReading();
-        for (int time = 1; Read(), !Sound(); ++time) {
-            if (time == mostTimes) throw FormatFailure(mPath, 0, "well-formed STEP statements");
+    void Take(const OutsidePart& part) {
+        const StepDocument* read = DocumentOf(part);
+        if (read == nullptr) return;
+        for (const StepSolid& solid : read->solids) {
+            StepSolid placed = solid;
+            placed.shape = solids::Placed(solid.shape.Moved(part.place));
+            if (placed.assembly.empty()) placed.assembly = part.assembly;
+            if (placed.layer.empty()) placed.layer = part.layer;
+            if (!placed.color) placed.color = part.color;
+            mDocument.solids.push_back(std::move(placed));
         }
-        mBodyFaults = BodyFaults(mModel);
-    }
-
-    STEPCAFControl_Reader& Reader() { return *mReader; }
-    const Handle(StepData_StepModel) & Model() const { return mModel; }
-    const Statements& Text() const { return mStatements; }
-    const Quarantine& Taken() const { return mQuarantine; }
-    const StandIns& Texts() const { return *mTexts; }
-    CodePage Page() const { return mCodePage; }
-    const std::vector<BodyFault>& Contradictions() const { return mBodyFaults; }
-
-    /// The failure of a file without a solid: the first fault where there was one.
-    [[noreturn]] void RefuseEmpty(const std::vector<StepNote>& notes = {}) const {
-        if (!mQuarantine.LostBodies().empty())
-            Refuse(mPath, mStatements, mQuarantine.LostBodies().front().fault);
-        if (!mQuarantine.LostGeometry().empty())
-            Refuse(mPath, mStatements, mQuarantine.LostGeometry().front());
-        if (!mBodyFaults.empty()) Refuse(mPath, mStatements, FaultOf(mStatements, mBodyFaults.front().fault));
-        const auto told = std::ranges::find_if(notes, &StepNote::lost);
-        throw NoSolid(mPath, told == notes.end() ? "the file holds none" : told->text);
     }
 
   private:
-    /// A byte order mark is nothing that the modeller knows.
-    static std::string WithoutMark(std::string content) {
-        if (content.starts_with("\xEF\xBB\xBF")) content.replace(0, 3, "   ");
-        return content;
-    }
-
-    void Remove(const StatementFault& fault) {
-        if (fault.statement == nullptr || !mQuarantine.Remove(fault)) Refuse(mPath, mStatements, fault);
-    }
-
-    void Read() {
-        mReader.emplace();
-        mReader->SetColorMode(Standard_True);
-        mReader->SetNameMode(Standard_True);
-        mReader->SetLayerMode(Standard_True);
-        mReader->SetPropsMode(Standard_False);
-        mReader->SetGDTMode(Standard_False);
-        mReader->SetMatMode(Standard_False);
-        mReader->SetViewMode(Standard_False);
-        mTexts.emplace();
-        const std::string_view whole = std::string_view(mContent).substr(0, *mStatements.End());
-        std::istringstream plain(mQuarantine.Empty() ? mTexts->PutInto(whole, mCodePage)
-                                                     : mTexts->PutInto(mQuarantine.Content(), mCodePage));
-        const IFSelect_ReturnStatus status =
-            mReader->ChangeReader().ReadStream(mPath.string().c_str(), plain);
-        mModel = Handle(StepData_StepModel)::DownCast(mReader->Reader().WS()->Model());
-        if (!mModel.IsNull() && mModel->NbEntities() == 0) RefuseEmpty();
-        if (status == IFSelect_RetDone && !mModel.IsNull() && !mModel->GlobalCheck()->HasFailed()) return;
-        const auto broken = mStatements.BrokenHead();
-        throw FormatFailure(mPath, broken ? mStatements.LineAt(*broken) : 0,
-                            "well-formed STEP statements (#n = TYPE(...);)");
-    }
-
-    /// Takes out what is faulty in the model; true where nothing was.
-    bool Sound() {
-        const Interface_Graph& references = mReader->Reader().WS()->Graph();
-        // The modeller counts a representation with a false item for none, and with it all that refers to it.
-        if (RemoveFalseItems()) return false;
-        bool sound = true;
-        for (const ModelFault& fault : Faults(mModel, references)) {
-            if (IsPaper(fault.number)) continue;
-            Remove(FaultOf(mStatements, fault));
-            sound = false;
-        }
-        if (const auto fault = FarPoint(mModel)) {
-            Remove(FaultOf(mStatements, *fault));
-            sound = false;
-        }
-        return sound;
-    }
-
-    /// Takes out of the representations that the modeller reports what is no item; true where there was any.
-    bool RemoveFalseItems() {
-        bool removed = false;
-        std::optional<std::unordered_set<int>> items;
-        for (const int number : ReportedStatements(mModel)) {
-            const Statement* holder = mStatements.Find(number);
-            if (holder == nullptr || RoleIn(mStatements, *holder) != Role::Items) continue;
-            if (!items) items = RepresentationItems(mModel);
-            for (const Reference& reference : mStatements.ReferencesOf(*holder)) {
-                if (!items->contains(reference.number) && mQuarantine.RemoveItem(*holder, reference))
-                    removed = true;
+    const StepDocument* DocumentOf(const OutsidePart& part) {
+        const auto known = mRead.find(part.file);
+        if (known != mRead.end()) return &known->second;
+        StepDocument& read = mRead[part.file];
+        const std::string what = "part \"" + part.name + "\" lies in the file \"" + part.file + "\"";
+        const std::filesystem::path path = ExternalPath(mPath, part.file);
+        if (path.empty()) {
+            mDocument.notes.push_back({what + ", which isn't beside this one: it is left out"});
+        } else if (std::ranges::find(mChain, path) != mChain.end()) {
+            mDocument.notes.push_back({what + ", which refers back to it: it is left out"});
+        } else {
+            try {
+                read = Read(path, mUnit, mChain);
+                Report(part.file, read);
+            } catch (const Failure& failure) {
+                mDocument.notes.push_back({what + ", which can't be read: " + failure.detail()});
             }
         }
-        return removed;
+        return &read;
     }
 
-    /// What nothing is read from may be as it likes.
-    bool IsPaper(int number) const {
-        const Statement* statement = mStatements.Find(number);
-        return statement != nullptr && RoleIn(mStatements, *statement) == Role::Paperwork;
+    void Report(const std::string& file, const StepDocument& read) {
+        for (const StepNote& note : read.notes) {
+            const std::string line = note.line > 0 ? ", line " + std::to_string(note.line) : "";
+            mDocument.notes.push_back({file + line + ": " + note.text, 0, note.lost});
+        }
+        for (const double size : read.millimetresPerUnit)
+            if (std::ranges::find(mDocument.millimetresPerUnit, size) == mDocument.millimetresPerUnit.end())
+                mDocument.millimetresPerUnit.push_back(size);
     }
 
-    std::filesystem::path mPath;
-    std::string mContent;
-    Statements mStatements;
-    Quarantine mQuarantine;
-    CodePage mCodePage = CodePage::Utf8;
-    std::optional<STEPCAFControl_Reader> mReader;
-    std::optional<StandIns> mTexts;
-    Handle(StepData_StepModel) mModel;
-    std::vector<BodyFault> mBodyFaults;
+    const std::filesystem::path& mPath;
+    LengthUnit mUnit;
+    Chain& mChain;
+    StepDocument& mDocument;
+    std::map<std::string, StepDocument> mRead;
 };
 
-StepDocument Read(const std::filesystem::path& path) {
-    Loading file(path);
-    file.Run();
+/// What reading the file itself gives; parts in files of their own come into `outside`.
+StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUnit unit,
+                     std::vector<OutsidePart>& outside) {
     StepDocument document;
     Handle(TDocStd_Document) assembly = new TDocStd_Document("BinXCAF");
+    document.millimetresPerUnit = MillimetresPerUnit(file.Model());
+    BringBodiesTo(unit);
     if (!file.Reader().Transfer(assembly)) file.RefuseEmpty();
-    document.unit = UnitOf(file.Reader().ChangeReader());
     NoteCodePage(file.Page(), document);
     NoteMendedTexts(file.Texts(), document);
     const bool ownFile = IsWrittenHere(file.Text().Content());
-    Flattener parts(assembly, file.Texts(), ownFile, document);
+    Flattener parts(assembly, file.Texts(), ownFile, ExternalFiles(file.Text(), file.Page()), document);
     parts.Run();
     parts.NoteWithoutSolid(file.Taken().LostBodies().size());
-    if (document.solids.empty()) file.RefuseEmpty(document.notes);
+    if (document.solids.empty() && parts.Outside().empty()) file.RefuseEmpty(document.notes);
     NoteQuarantine(file.Taken(), file.Text(), file.Page(), document);
     NoteBodyFaults(file.Reader(), file.Contradictions(), parts.NamesByShape(), file.Text(), document);
     NoteUnlistedSolids(file.Reader(), file.Model(), parts.NamesByShape(), file.Text(), document);
@@ -527,14 +431,30 @@ StepDocument Read(const std::filesystem::path& path) {
     NoteFailedEntities(file.Reader().Reader(), document);
     NoteTail(file.Text(), document);
     if (!ownFile) NameTheNameless(document, path);
+    outside = parts.Outside();
+    return document;
+}
+
+StepDocument Read(const std::filesystem::path& path, LengthUnit unit, Chain& chain) {
+    std::vector<OutsidePart> outside;
+    Loading file(path);
+    file.Run();
+    StepDocument document = ReadOwn(file, path, unit, outside);
+    if (outside.empty()) return document;
+    chain.push_back(path);
+    Externals externals(path, unit, chain, document);
+    for (const OutsidePart& part : outside) externals.Take(part);
+    chain.pop_back();
+    if (document.solids.empty()) file.RefuseEmpty(document.notes);
     return document;
 }
 
 }  // namespace
 
-StepDocument ReadStep(const std::filesystem::path& path) {
+StepDocument ReadStep(const std::filesystem::path& path, LengthUnit unit) {
     const std::string what = "reading " + path.string();
-    return solids::Guarded(what.c_str(), [&] { return Read(path); });
+    Chain chain;
+    return solids::Guarded(what.c_str(), [&] { return Read(path, unit, chain); });
 }
 
 }  // namespace brenvik::step

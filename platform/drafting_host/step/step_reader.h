@@ -3,6 +3,7 @@
 
 #include <filesystem>
 
+#include "drafting_host/solids/length_unit.h"
 #include "drafting_host/step/step_document.h"
 
 namespace brenvik::step {
@@ -10,13 +11,13 @@ namespace brenvik::step {
 /// Reads the solids of a STEP file: one per instance, nested assemblies resolved into world places.
 /// Bodies of several solids give one entry each, with the same name.
 ///
-/// Lengths come out in millimetres, whatever unit the file is written in; `unit` keeps the file's. The
+/// Lengths come out in `unit`, whatever unit the file is written in; the document keeps the file's. The
 /// name is the product's; where it has none the instance's, and where that is missing too the file's own
 /// name, numbered when there are several. Names in an 8-bit code page are told apart from UTF-8 and read
 /// as Cyrillic or western text. Surfaces and wires without a solid are passed over with a note.
 ///
 /// Throws Failure naming the file, the line where one is known, and what was expected there: 53 for a
 /// missing file, 321 "Invalid file format" for anything that is no whole STEP file or holds no solid.
-StepDocument ReadStep(const std::filesystem::path& path);
+StepDocument ReadStep(const std::filesystem::path& path, LengthUnit unit = LengthUnit::Millimetre);
 
 }  // namespace brenvik::step

@@ -102,8 +102,8 @@ std::string TextOf(const STEPCAFControl_Writer& writer) {
     return text.str();
 }
 
-std::string Write(const std::filesystem::path& path, std::span<const StepSolid> parts) {
-    PrepareWriting();
+std::string Write(const std::filesystem::path& path, std::span<const StepSolid> parts, LengthUnit unit) {
+    PrepareWriting(unit);
     Handle(TDocStd_Document) document = new TDocStd_Document("BinXCAF");
     StandIns texts;
     Assembler assembler(document, texts);
@@ -122,10 +122,10 @@ std::string Write(const std::filesystem::path& path, std::span<const StepSolid> 
 
 }  // namespace
 
-std::string StepText(const std::filesystem::path& path, std::span<const StepSolid> parts) {
+std::string StepText(const std::filesystem::path& path, std::span<const StepSolid> parts, LengthUnit unit) {
     if (parts.empty()) throw InvalidCall("writing " + path.string() + ": there is no solid to write");
     const std::string what = "writing " + path.string();
-    return solids::Guarded(what.c_str(), [&] { return Write(path, parts); });
+    return solids::Guarded(what.c_str(), [&] { return Write(path, parts, unit); });
 }
 
 }  // namespace brenvik::step

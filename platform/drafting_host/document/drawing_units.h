@@ -1,0 +1,60 @@
+// The one rule of units at the borders of a drawing. Lengths of a drawing are in the unit of the shop's
+// drawings. A file that names its unit is brought to that one when it is opened, a file without a unit is in
+// it already, and the user's word for a file's unit stands above the file's own. Each change is told.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "drafting_host/dxf/drawing_data.h"
+#include "drafting_host/solids/length_unit.h"
+
+namespace brenvik {
+
+class HostDocument;
+struct ReadOptions;
+
+/// The unit's number in a DXF's $INSUNITS.
+int InsertUnitsOf(LengthUnit unit);
+/// What a unit of $INSUNITS measures; nothing for "none" and for numbers of no use in a shop.
+std::optional<double> MillimetresOfInsertUnits(int insertUnits);
+/// The unit of a drawing by its $INSUNITS: inches or millimetres, nothing for any other.
+std::optional<LengthUnit> UnitOfInsertUnits(int insertUnits);
+
+/// How the lengths of a file are taken.
+struct UnitChoice {
+    /// The unit of the shop's drawings; without one everything stays as the file has it.
+    std::optional<LengthUnit> drawing;
+    /// The unit of the file by the user's word.
+    std::optional<LengthUnit> given;
+};
+
+/// What brings the lengths of a file to the unit of the drawing.
+struct UnitStep {
+    double factor = 1;            ///< Exactly 1 where nothing changes.
+    std::vector<ReadNote> notes;  ///< What the user is told; nothing is lost with it.
+};
+
+/// `fileMillimetres` is what a unit of the file measures by its own word, nothing where it has none.
+UnitStep StepToDrawing(const UnitChoice& choice, std::optional<double> fileMillimetres);
+
+/// Brings a document that was just read from a DXF to the drawing's unit, and names that unit in it where it
+/// changed. Solids keep the letters that they have: the saved extents follow.
+void BringToUnit(HostDocument& document, const UnitChoice& choice);
+
+/// ReadDrawing with the lengths of the file brought to the drawing's unit.
+void ReadDrawingInUnit(HostDocument& document, const std::filesystem::path& path, const ReadOptions& options,
+                       const UnitChoice& choice);
+
+/// SaveDrawing to a file that names its unit: the drawing's own, or `unit` for a drawing that has none, or
+/// else millimetres (STEP and ACIS text) and none (DXF).
+std::vector<std::string> SaveDrawingInUnit(const HostDocument& document, const std::filesystem::path& path,
+                                           std::optional<LengthUnit> unit);
+
+/// Part data whose saved extents have grown by a factor, so that the letters still name the sizes.
+std::vector<XDataOfApp> WithScaledExtents(std::vector<XDataOfApp> data, double factor);
+
+}  // namespace brenvik

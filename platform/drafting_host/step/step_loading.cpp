@@ -1,0 +1,154 @@
+// What the modeller can't be given it would fall over, follow without end, or read half of. The text shows
+// most of it beforehand; the rest shows in the model.
+#include "drafting_host/step/step_loading.h"
+
+#include <XSControl_WorkSession.hxx>
+#include <algorithm>
+#include <sstream>
+#include <string_view>
+#include <unordered_set>
+
+#include "drafting_host/step/model_faults.h"
+#include "drafting_host/step/modeller_session.h"
+#include "drafting_host/step/step_externals.h"
+#include "drafting_host/step/step_text.h"
+
+namespace brenvik::step {
+namespace {
+
+Failure NoSolid(const std::filesystem::path& path, const std::string& found) {
+    return FormatFailure(path, 0, "at least one solid, " + found);
+}
+
+[[noreturn]] void Refuse(const std::filesystem::path& path, const Statements& statements,
+                         const StatementFault& fault) {
+    throw FormatFailure(path, statements.LineAt(fault.place), fault.expected);
+}
+
+StatementFault FaultOf(const Statements& statements, const ModelFault& fault) {
+    const Statement* statement = statements.Find(fault.number);
+    return {statement, statement == nullptr ? 0 : statement->place,
+            "a sound statement #" + std::to_string(fault.number) + " (" + fault.reason + ")"};
+}
+
+/// Text as the modeller can take it, but for single statements.
+void RequireSoundFrame(const std::filesystem::path& path, const Statements& statements) {
+    if (!statements.End()) {
+        throw FormatFailure(path, statements.LineAt(statements.Content().size()),
+                            "\"END-ISO-10303-21;\", the file ends before it is complete");
+    }
+    if (const auto place = statements.BrokenData()) {
+        throw FormatFailure(path, statements.LineAt(*place),
+                            "well-formed STEP statements (#n = TYPE(...);), found \"" +
+                                LineForMessage(statements.Content(), *place) + "\"");
+    }
+    if (const auto repeated = statements.Repeated()) {
+        throw FormatFailure(path, statements.LineAt(repeated->second),
+                            "a statement number of its own, #" + std::to_string(repeated->number) +
+                                " stands in line " + std::to_string(statements.LineAt(repeated->first)) +
+                                " already");
+    }
+}
+
+/// A byte order mark is nothing that the modeller knows.
+std::string WithoutMark(std::string content) {
+    if (content.starts_with("\xEF\xBB\xBF")) content.replace(0, 3, "   ");
+    return content;
+}
+
+}  // namespace
+
+Loading::Loading(const std::filesystem::path& path)
+    : mPath(path), mContent(WithoutMark(ContentOf(path))), mStatements(mContent), mQuarantine(mStatements) {
+    RequireStep(path, mContent);
+    RequireSoundFrame(path, mStatements);
+    for (const StatementFault& fault : TextFaults(mStatements)) Remove(fault);
+    for (const Statement* name : ExternalNames(mStatements)) mQuarantine.Hide(*name);
+    mCodePage = CodePageOf(mContent);
+}
+
+// A fault can hide another one.
+void Loading::Run() {
+    constexpr int mostTimes = 8;
+    PrepareReading();
+    for (int time = 1; Read(), !Sound(); ++time) {
+        if (time == mostTimes) throw FormatFailure(mPath, 0, "well-formed STEP statements");
+    }
+    mBodyFaults = BodyFaults(mModel);
+}
+
+void Loading::RefuseEmpty(const std::vector<StepNote>& notes) const {
+    if (!mQuarantine.LostBodies().empty()) Refuse(mPath, mStatements, mQuarantine.LostBodies().front().fault);
+    if (!mQuarantine.LostGeometry().empty()) Refuse(mPath, mStatements, mQuarantine.LostGeometry().front());
+    if (!mBodyFaults.empty()) Refuse(mPath, mStatements, FaultOf(mStatements, mBodyFaults.front().fault));
+    const auto told = std::ranges::find_if(notes, &StepNote::lost);
+    throw NoSolid(mPath, told == notes.end() ? "the file holds none" : told->text);
+}
+
+void Loading::Remove(const StatementFault& fault) {
+    if (fault.statement == nullptr || !mQuarantine.Remove(fault)) Refuse(mPath, mStatements, fault);
+}
+
+void Loading::Read() {
+    mReader.emplace();
+    mReader->SetColorMode(Standard_True);
+    mReader->SetNameMode(Standard_True);
+    mReader->SetLayerMode(Standard_True);
+    mReader->SetPropsMode(Standard_False);
+    mReader->SetGDTMode(Standard_False);
+    mReader->SetMatMode(Standard_False);
+    mReader->SetViewMode(Standard_False);
+    mTexts.emplace();
+    const std::string_view whole = std::string_view(mContent).substr(0, *mStatements.End());
+    std::istringstream plain(mQuarantine.Empty() ? mTexts->PutInto(whole, mCodePage)
+                                                 : mTexts->PutInto(mQuarantine.Content(), mCodePage));
+    const IFSelect_ReturnStatus status = mReader->ChangeReader().ReadStream(mPath.string().c_str(), plain);
+    mModel = Handle(StepData_StepModel)::DownCast(mReader->Reader().WS()->Model());
+    if (!mModel.IsNull() && mModel->NbEntities() == 0) RefuseEmpty();
+    if (status == IFSelect_RetDone && !mModel.IsNull() && !mModel->GlobalCheck()->HasFailed()) return;
+    const auto broken = mStatements.BrokenHead();
+    throw FormatFailure(mPath, broken ? mStatements.LineAt(*broken) : 0,
+                        "well-formed STEP statements (#n = TYPE(...);)");
+}
+
+/// Takes out what is faulty in the model; true where nothing was.
+bool Loading::Sound() {
+    const Interface_Graph& references = mReader->Reader().WS()->Graph();
+    // The modeller counts a representation with a false item for none, and with it all that refers to it.
+    if (RemoveFalseItems()) return false;
+    bool sound = true;
+    for (const ModelFault& fault : Faults(mModel, references)) {
+        if (IsPaper(fault.number)) continue;
+        Remove(FaultOf(mStatements, fault));
+        sound = false;
+    }
+    if (const auto fault = FarPoint(mModel)) {
+        Remove(FaultOf(mStatements, *fault));
+        sound = false;
+    }
+    return sound;
+}
+
+/// Takes out of the representations that the modeller reports what is no item; true where there was any.
+bool Loading::RemoveFalseItems() {
+    bool removed = false;
+    std::optional<std::unordered_set<int>> items;
+    for (const int number : ReportedStatements(mModel)) {
+        const Statement* holder = mStatements.Find(number);
+        if (holder == nullptr || RoleIn(mStatements, *holder) != Role::Items) continue;
+        if (!items) items = RepresentationItems(mModel);
+        for (const Reference& reference : mStatements.ReferencesOf(*holder)) {
+            if (!items->contains(reference.number) && mQuarantine.RemoveItem(*holder, reference))
+                removed = true;
+        }
+    }
+    return removed;
+}
+
+/// What nothing is read from may be as it likes.
+bool Loading::IsPaper(int number) const {
+    const Statement* statement = mStatements.Find(number);
+    return statement != nullptr && RoleIn(mStatements, *statement) == Role::Paperwork;
+}
+
+}  // namespace brenvik::step

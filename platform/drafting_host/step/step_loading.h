@@ -1,0 +1,60 @@
+// A STEP file on its way into the modeller: its text checked, what is faulty taken out, its statements
+// loaded.
+#pragma once
+
+#include <STEPCAFControl_Reader.hxx>
+#include <StepData_StepModel.hxx>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "drafting_host/step/body_faults.h"
+#include "drafting_host/step/step_document.h"
+#include "drafting_host/step/step_quarantine.h"
+#include "drafting_host/step/step_statements.h"
+#include "drafting_host/step/step_strings.h"
+
+namespace brenvik::step {
+
+class Loading {
+  public:
+    /// Reads the text and takes out what it shows to be faulty. Throws Failure for a file that is no whole
+    /// STEP file, or whose products hang on a fault.
+    explicit Loading(const std::filesystem::path& path);
+
+    /// Has the modeller read it, and where statements are faulty once more without them. Throws as the
+    /// constructor does.
+    void Run();
+
+    STEPCAFControl_Reader& Reader() { return *mReader; }
+    const Handle(StepData_StepModel) & Model() const { return mModel; }
+    const Statements& Text() const { return mStatements; }
+    const Quarantine& Taken() const { return mQuarantine; }
+    const StandIns& Texts() const { return *mTexts; }
+    CodePage Page() const { return mCodePage; }
+    const std::vector<BodyFault>& Contradictions() const { return mBodyFaults; }
+
+    /// The failure of a file without a solid: the first fault where there was one, or the first loss of
+    /// `notes`.
+    [[noreturn]] void RefuseEmpty(const std::vector<StepNote>& notes = {}) const;
+
+  private:
+    void Remove(const StatementFault& fault);
+    void Read();
+    bool Sound();
+    bool RemoveFalseItems();
+    bool IsPaper(int number) const;
+
+    std::filesystem::path mPath;
+    std::string mContent;
+    Statements mStatements;
+    Quarantine mQuarantine;
+    CodePage mCodePage = CodePage::Utf8;
+    std::optional<STEPCAFControl_Reader> mReader;
+    std::optional<StandIns> mTexts;
+    Handle(StepData_StepModel) mModel;
+    std::vector<BodyFault> mBodyFaults;
+};
+
+}  // namespace brenvik::step
