@@ -71,7 +71,8 @@ std::string SaveByEnding(const std::string& name, const RunOptions& options, Wor
         document.SaveAs(name, SaveAsKind::Dxf2000);
         return {};
     }
-    for (const std::string& loss : SaveDrawingInUnit(document, workplace.host.Resolve(name), DrawingUnitOfHome())) {
+    for (const std::string& loss :
+         SaveDrawingInUnit(document, workplace.host.Resolve(name), DrawingUnitOfHome())) {
         transcript << name << ": " << loss << '\n';
         teller.MarkIncomplete();
     }

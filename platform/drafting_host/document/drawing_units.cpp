@@ -159,7 +159,8 @@ void BringToUnit(HostDocument& document, const UnitChoice& choice) {
         ScaleDrawing(document, step.factor);
         if (keeps)
             tables.notes.push_back(
-                {0, "what goes through as it stood in the file, such as dimensions, keeps its lengths there"});
+                {0,
+                 "what goes through as it stood in the file, such as dimensions, keeps its lengths there"});
     }
     // What the file calls its unit is wrong or gone by now; where it has none it stays without.
     if (step.factor == 1 && step.notes.empty()) return;

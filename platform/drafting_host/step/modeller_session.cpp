@@ -6,7 +6,7 @@
 #include <Message_Messenger.hxx>
 #include <Message_Printer.hxx>
 #include <STEPCAFControl_Controller.hxx>
-#include <UnitsMethods.hxx>
+#include <StepData_GlobalFactors.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 
 namespace brenvik::step {
@@ -17,7 +17,7 @@ const char* NameOf(LengthUnit unit) { return unit == LengthUnit::Inch ? "INCH" :
 /// The modeller takes the setting over when it transfers; what is measured before then goes by the last one.
 void SetBodyUnit(LengthUnit unit) {
     Interface_Static::SetCVal("xstep.cascade.unit", NameOf(unit));
-    UnitsMethods::SetCasCadeLengthUnit(Interface_Static::IVal("xstep.cascade.unit"));
+    StepData_GlobalFactors::Intance().SetCascadeUnit(MillimetresIn(unit));
 }
 
 void Prepare() {

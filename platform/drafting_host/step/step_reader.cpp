@@ -428,7 +428,8 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
     NoteBodyFaults(file.Reader(), file.Contradictions(), parts.NamesByShape(), file.Text(), document);
     NoteUnlistedSolids(file.Reader(), file.Model(), parts.NamesByShape(), file.Text(), document);
     NoteContradictingUsages(file.Text(), document);
-    NoteFailedEntities(file.Reader().Reader(), document);
+    // The modeller counts a product whose shape lies elsewhere as failed.
+    if (parts.Outside().empty()) NoteFailedEntities(file.Reader().Reader(), document);
     NoteTail(file.Text(), document);
     if (!ownFile) NameTheNameless(document, path);
     outside = parts.Outside();
