@@ -63,6 +63,9 @@ constexpr auto Settings = std::to_array<SettingEntry>({
      "Parts with a smaller surface area then this amount will given a 100 priority. BiesseWorks only.", true,
      "100000", "155", "BW target"},
 
+    // The dialog is as its users know it, and has no control for this one.
+    {"ClearCores", "", Switch, "", "", true, "0", "0", Cnc},
+
     {"ApplicationPath", "", Text, "", "", true, "", "", Start},
     {"ApplicationVersion", "", Text, "", "", true, "4.9", "4.9", Start},
     {"MDBPath", "", Text, "", "", true, "", "", Start},

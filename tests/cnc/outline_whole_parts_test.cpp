@@ -168,12 +168,13 @@ TEST_F(WholeOutlineTest, ARoundedWindowInsideAPocketConvertsIt) {
     Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
     Take(part, Rounded(100, 100, 400, 300, 20), 12, 19);
     Take(part, Rounded(150, 150, 350, 250, 20), -1, 19);
-    // The ledge between the two is left standing by the route that the pocket has become.
-    ExpectSound(part, {.uncovered = 1e9, .twice = {}});
+    // The route that the pocket has become leaves most of the ledge between the two standing.
+    ExpectSoundButFor(part, "does not reach it");
     EXPECT_TRUE(First("PKC_").empty());
 }
 
 TEST_F(WholeOutlineTest, ATongueInTheMiddleOfAnEdge) {
+    Set("ClearCores", "1");
     Acad3DSolid& part =
         AlongX({{0, 0}, {390, 0}, {390, 6}, {400, 6}, {400, 12}, {390, 12}, {390, 18}, {0, 18}}, 600);
     ExpectSound(part, {.uncovered = 1e9, .twice = {}});
@@ -252,6 +253,7 @@ TEST_F(WholeOutlineTest, AWindowThatNarrows) {
 }
 
 TEST_F(WholeOutlineTest, RoundedPocketsOnBothFaces) {
+    Set("ClearCores", "1");
     Acad3DSolid& part = Body(Rounded(0, 0, 600, 400, 30), 0, 18);
     Take(part, Rounded(100, 100, 250, 250, 20), -1, 6);
     Take(part, Rounded(350, 100, 500, 300, 15), 12, 19);

@@ -166,6 +166,7 @@ TEST_F(RecognitionTest, AStoppedDado) {
 }
 
 TEST_F(RecognitionTest, ARebateAlongAnEdge) {
+    Set("ClearCores", "1");
     Workpiece board = Board(600, 400, 18);
     board.Cut({-1, 390, 9}, {601, 401, 19});
     ExpectSound(board);
@@ -208,6 +209,7 @@ TEST_F(RecognitionTest, APocketInAPocket) {
 }
 
 TEST_F(RecognitionTest, PocketsOnBothFaces) {
+    Set("ClearCores", "1");
     Workpiece board = Board(600, 400, 18);
     board.Cut({100, 100, 12}, {300, 250, 19});
     board.Cut({400, 50, -1}, {450, 120, 7});

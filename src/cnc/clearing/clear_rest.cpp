@@ -18,6 +18,7 @@
 #include "cnc/outline/pockets.h"
 #include "cnc/outline/through_circles.h"
 #include "cnc/part/second_side.h"
+#include "cnc/plan/plan_sides.h"
 #include "cnc/proof/run_proof.h"
 #include "cnc/proof/written_side.h"
 #include "cnc/routes/routing.h"

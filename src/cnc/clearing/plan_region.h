@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "cnc/proof/plan_piece.h"
+#include "cnc/plan/plan_piece.h"
 #include "session/ports/section_port.h"
 
 namespace brenvik {

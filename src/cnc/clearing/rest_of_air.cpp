@@ -13,7 +13,7 @@
 #include "cnc/clearing/part_slabs.h"
 #include "cnc/clearing/path_shapes.h"
 #include "cnc/clearing/plan_curve_cuts.h"
-#include "cnc/proof/plan_difference.h"
+#include "cnc/plan/plan_difference.h"
 
 namespace brenvik {
 

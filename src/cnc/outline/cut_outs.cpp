@@ -58,6 +58,25 @@ void Name(RunState& run, AcadLWPolyline& contour) {
     run.RouteDirection = DirectionOf(contour);
 }
 
+/// Tools 2 and 3 of one diameter are never tried against each other, so the bit of an earlier path stays, be
+/// it as wide as it may.
+void TellKeptBit(RunState& run, const AcadLWPolyline& contour, double shortest) {
+    // The second side drops what goes through.
+    if (!run.FirstPass()) return;
+    const ThroughContourBit bit = BitForThroughContour(run.Material, shortest);
+    if (bit.tool || !bit.anyFits || (run.bits.ToolDiameter > 0 && run.bits.ToolDiameter <= shortest)) return;
+    const Footprint place = FootprintOf(contour);
+    const std::string kept = run.bits.ToolDiameter > 0
+                                 ? "the bit of " + ReportedLength(run.bits.ToolDiameter) + " that was in hand"
+                                 : "no bit";
+    NoteOnce(run.differences, "tools 2 and 3 of the material " + run.MaterialKeyText +
+                                  " are of one diameter, " + ReportedLength(run.Material.tools[1].diameter) +
+                                  ", so the cut-out from " + ReportedLength(place.minX) + "," +
+                                  ReportedLength(place.minY) + " to " + ReportedLength(place.maxX) + "," +
+                                  ReportedLength(place.maxY) + " with a side of " + ReportedLength(shortest) +
+                                  " got " + kept);
+}
+
 }  // namespace
 
 double ThroughDepth(const RunState& run) { return run.PartThickness + run.SpoilAmount; }
@@ -81,8 +100,10 @@ PassOutcome CutOut(RunState& run, AcadLWPolyline& contour) {
     }
     contour.SetElevation(TopPlane(run));
     run.RouteDirection = DirectionOf(contour);
-    if (!ChooseThroughContourBit(run.bits, run.Material, run.MaterialKeyText, ShortestSide(contour)))
+    const double shortest = ShortestSide(contour);
+    if (!ChooseThroughContourBit(run.bits, run.Material, run.MaterialKeyText, shortest))
         return PassOutcome::SkipPart;
+    TellKeptBit(run, contour, shortest);
     Name(run, contour);
     return PassOutcome::GoOn;
 }

@@ -44,19 +44,6 @@ bool IsUsedUp(const std::string& layer) {
     return std::find(UsedUp.begin(), UsedUp.end(), layer) != UsedUp.end();
 }
 
-void ReadPartTexts(RunState& run) {
-    const std::string handle = LastSolid(*run.part).Handle();
-    const auto read = [&handle](std::string_view key) { return mAutoCAD::GetPartData(handle, key); };
-    PartTexts& texts = run.texts;
-    texts = {read("PartName"), read("PN"),        read("SubAssembly"), read("ORIE"),  read("Notes"),
-             read("Face"),     read("UserData1"), read("UserData2"),   read("Price"), read("EB1"),
-             read("EB2"),      read("EB3"),       read("EB4")};
-    // A part without a quantity is one part, as the list has it.
-    const std::string quantity = read("Quantity");
-    run.Quantity = IsBlank(quantity) ? 1 : ToInteger(LenientNumber(quantity));
-}
-
-/// The blank that the part is cut from, as a plane outline with the thickness of the part.
 void DrawSheet(RunState& run) {
     const std::string layer = SheetLayerName(run, run.ExtentZ);
     if (layer.empty()) return;
@@ -70,14 +57,6 @@ void DrawSheet(RunState& run) {
     sheet->SetThickness(run.ExtentZ);
     sheet->SetColor(SheetColor);
     sheet->SetLayer(layer);
-}
-
-void MeasurePart(RunState& run) {
-    const Box3 box = LastSolid(*run.part).GetBoundingBox();
-    run.LowestCorner = box.min;
-    run.ExtentX = RoundHalfEven(box.max.x - box.min.x, SizeDigits);
-    run.ExtentY = RoundHalfEven(box.max.y - box.min.y, SizeDigits);
-    run.ExtentZ = RoundHalfEven(box.max.z - box.min.z, SizeDigits);
 }
 
 /// The second side has no business with what the first has cut: the outline, and what went right through.
@@ -133,6 +112,27 @@ void PutTopOnZero(RunState& run) {
 }
 
 }  // namespace
+
+void ReadPartTexts(RunState& run) {
+    const std::string handle = LastSolid(*run.part).Handle();
+    const auto read = [&handle](std::string_view key) { return mAutoCAD::GetPartData(handle, key); };
+    PartTexts& texts = run.texts;
+    texts = {read("PartName"), read("PN"),        read("SubAssembly"), read("ORIE"),  read("Notes"),
+             read("Face"),     read("UserData1"), read("UserData2"),   read("Price"), read("EB1"),
+             read("EB2"),      read("EB3"),       read("EB4")};
+    // A part without a quantity is one part, as the list has it.
+    const std::string quantity = read("Quantity");
+    run.Quantity = IsBlank(quantity) ? 1 : ToInteger(LenientNumber(quantity));
+}
+
+/// The blank that the part is cut from, as a plane outline with the thickness of the part.
+void MeasurePart(RunState& run) {
+    const Box3 box = LastSolid(*run.part).GetBoundingBox();
+    run.LowestCorner = box.min;
+    run.ExtentX = RoundHalfEven(box.max.x - box.min.x, SizeDigits);
+    run.ExtentY = RoundHalfEven(box.max.y - box.min.y, SizeDigits);
+    run.ExtentZ = RoundHalfEven(box.max.z - box.min.z, SizeDigits);
+}
 
 PassOutcome ClosePart(RunState& run) {
     AcadDocument& drawing = *run.part;

@@ -48,7 +48,7 @@ void WritePartFile(RunState& run) {
     if (!run.FirstPass() && SwitchIsOn("2SideUCS")) MoveOriginToBackLeftCorner(run);
     run.writtenFile = std::string(run.FirstPass() ? OutputFolder : SecondSideFolder) + WrittenFileName(run);
     run.part->SaveAs(run.writtenFile, SaveAsKind::Dxf2000);
-    GatherWrittenSide(run);
+    GatherWrittenSide(run, *run.part, !run.FirstPass());
 }
 
 }  // namespace brenvik

@@ -9,8 +9,7 @@
 #include <optional>
 #include <utility>
 
-#include "base/number_text.h"
-#include "base/numbers.h"
+#include "cnc/plan/bit_reach.h"
 
 namespace brenvik {
 
@@ -59,12 +58,16 @@ class Prover {
           mOperations(operations.begin(), operations.end()),
           mStock(stock),
           mUnit(unit) {
-        for (WrittenOperation& operation : mOperations)
+        for (WrittenOperation& operation : mOperations) {
             if (operation.heightUnknown) FindHeight(operation);
+            mCores.push_back(operation.bit > 0 ? CoreOf(operation.sides, operation.bit)
+                                               : std::vector<PlanSide>());
+        }
     }
 
     PartProof Prove() {
         TellTwins();
+        TellIdle();
         for (const Slab& slab : Slabs()) {
             const std::vector<PlanShape> shapes = ShapesAt(slab.Middle());
             for (PlanSpot& spot : CompareInPlan(mPart.At(slab.Middle()), shapes, NoLongWidth * mUnit))
@@ -169,7 +172,7 @@ class Prover {
             }
             shapes.push_back({PlanShape::Role::Removal,
                               operation.bore ? BoreAt(operation, height) : operation.sides,
-                              static_cast<int>(i)});
+                              static_cast<int>(i), mCores[i]});
         }
         for (std::vector<PlanSide>& around : outlines)
             if (!around.empty()) shapes.push_back({PlanShape::Role::Stock, std::move(around), -1});
@@ -215,11 +218,12 @@ class Prover {
         const PlanBox& plan = spot.plan.box;
         const Box3 box{{plan.minX, plan.minY, spot.slab.low}, {plan.maxX, plan.maxY, spot.slab.high}};
         if (!whole) {
-            whole = ProofSpot{spot.plan.difference, box, 0, 0, {}, false};
-            if (spot.plan.difference == Difference::Gone && spot.plan.operation >= 0) {
-                const WrittenOperation& taker = mOperations[static_cast<std::size_t>(spot.plan.operation)];
-                whole->layer = taker.layer;
-                whole->secondSide = taker.secondSide;
+            whole = ProofSpot{spot.plan.difference, box, 0, 0, {}, false, 0};
+            if (spot.plan.operation >= 0) {
+                const WrittenOperation& cause = mOperations[static_cast<std::size_t>(spot.plan.operation)];
+                whole->layer = cause.layer;
+                whole->secondSide = cause.secondSide;
+                whole->bit = cause.bit;
             }
         }
         whole->box.min = {std::min(whole->box.min.x, box.min.x), std::min(whole->box.min.y, box.min.y),
@@ -253,12 +257,18 @@ class Prover {
         });
     }
 
+    /// Of an operation within the part: how far the spoil board is cut doesn't count.
+    double LowOf(const WrittenOperation& one) const { return std::max(one.low, mBox.min.z); }
+    double HighOf(const WrittenOperation& one) const { return std::min(one.high, mBox.max.z); }
+
     bool Twins(const WrittenOperation& a, const WrittenOperation& b) const {
-        if (a.secondSide != b.secondSide || a.bore.has_value() != b.bore.has_value()) return false;
+        if (a.bore.has_value() != b.bore.has_value()) return false;
+        // Both sides have the outline, and edge bores that go right through.
+        if (a.secondSide != b.secondSide && (a.bore || a.kind == OperationKind::Outline)) return false;
         const auto near = [this](double one, double other) {
             return std::abs(one - other) < NoDepth * mUnit;
         };
-        if (!near(a.low, b.low) || !near(a.high, b.high)) return false;
+        if (!near(LowOf(a), LowOf(b)) || !near(HighOf(a), HighOf(b))) return false;
         if (!a.bore) return SameSides(a.sides, b.sides);
         return near(a.bore->on.x, b.bore->on.x) && near(a.bore->on.y, b.bore->on.y) &&
                near(a.boreDepth, b.boreDepth);
@@ -274,11 +284,43 @@ class Prover {
                 }
     }
 
+    // Operations that pass the sheet by.
+
+    bool IsOnSheet(const WrittenOperation& operation) const {
+        const std::vector<PlanSide> sides =
+            operation.bore ? BoreAt(operation, operation.bore->on.z) : operation.sides;
+        PlanBox box{mBox.max.x, mBox.max.y, mBox.min.x, mBox.min.y};
+        for (const PlanSide& side : sides) {
+            // No round side reaches further out than that.
+            const double beyond =
+                std::abs(side.bulge) * std::hypot(side.to.x - side.from.x, side.to.y - side.from.y);
+            for (const PlanPoint& end : {side.from, side.to}) {
+                box.minX = std::min(box.minX, end.x - beyond);
+                box.minY = std::min(box.minY, end.y - beyond);
+                box.maxX = std::max(box.maxX, end.x + beyond);
+                box.maxY = std::max(box.maxY, end.y + beyond);
+            }
+        }
+        const double slack = NoDepth * mUnit;
+        return Overlap(box, {mBox.min.x, mBox.min.y, mBox.max.x, mBox.max.y}, slack) &&
+               HighOf(operation) - LowOf(operation) > slack;
+    }
+
+    void TellIdle() {
+        for (const WrittenOperation& operation : mOperations)
+            if (operation.kind != OperationKind::Outline && !IsOnSheet(operation))
+                mProof.faults.push_back(operation.layer +
+                                        (operation.secondSide ? " of the second side" : "") +
+                                        " passes the part by and cuts nothing");
+    }
+
     const SolidSections& mPart;
     const Box3 mBox;
     std::vector<WrittenOperation> mOperations;
     std::span<const std::vector<PlanSide>> mStock;
     const double mUnit;
+    /// What each route leaves standing in the middle of what it runs around.
+    std::vector<std::vector<PlanSide>> mCores;
     std::vector<SlabSpot> mSpots;
     std::vector<std::size_t> mOver;
     PartProof mProof;

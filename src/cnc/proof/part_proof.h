@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "cnc/proof/plan_difference.h"
+#include "cnc/plan/plan_difference.h"
 #include "cnc/proof/written_side.h"
 
 namespace brenvik {
@@ -15,8 +15,10 @@ struct ProofSpot {
     Difference difference = Difference::Standing;
     Box3 box;
     double volume = 0, width = 0;
-    std::string layer;  ///< What has taken the wood; blank for the outline, and for wood that stays.
+    /// What has taken the wood, or goes around what stays; blank for the outline, and where nothing does.
+    std::string layer;
     bool secondSide = false;
+    double bit = 0;  ///< Of that route.
 };
 
 struct PartProof {

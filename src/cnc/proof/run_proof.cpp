@@ -10,6 +10,7 @@
 #include "base/skip.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/part/run_state.h"
+#include "cnc/plan/plan_sides.h"
 #include "session/module_state.h"
 #include "session/ports/platform.h"
 #include "session/session.h"
@@ -53,14 +54,21 @@ std::string Place(const ProofSpot& spot, const RunState& run) {
     return size + ", " + depth + " high," + span + ", " + Number(low.z) + " above the underside";
 }
 
+/// Where pockets are turned into routes on purpose, the setting has no say.
+bool MayBecomePockets() { return !SwitchIsOn("ClearCores") && !SwitchIsOn("PocketConversion"); }
+
 std::string TextOf(const ProofSpot& spot, const RunState& run) {
+    const std::string cause =
+        (spot.layer.empty() ? "the outline" : spot.layer) + (spot.secondSide ? " of the second side" : "");
     switch (spot.difference) {
         case Difference::Standing:
-            return "wood stays that the part has not, " + Place(spot, run);
+            return "wood stays that the part has not, " + Place(spot, run) +
+                   (spot.bit > 0 ? ", in the middle of " + cause + ", whose bit of " + Number(spot.bit) +
+                                       " does not reach it" +
+                                       (MayBecomePockets() ? " (a pocket with the setting ClearCores)" : "")
+                                 : "");
         case Difference::Gone:
-            return "wood is cut away that the part has, " + Place(spot, run) + ", by " +
-                   (spot.layer.empty() ? "the outline" : spot.layer) +
-                   (spot.secondSide ? " of the second side" : "");
+            return "wood is cut away that the part has, " + Place(spot, run) + ", by " + cause;
     }
     return {};
 }
@@ -149,23 +157,29 @@ void NoteLeftOutOutline(RunState& run, const AcadLWPolyline& outline) {
     if (run.proof && run.proof->part) run.proof->leftOutOutlines.push_back(SidesOf(outline));
 }
 
-void GatherWrittenSide(RunState& run) {
+void GatherWrittenSide(RunState& run, AcadDocument& file, bool secondSide) {
     if (!run.proof) return;
     run.proof->written = true;
     if (!run.proof->part) return;
-    const std::vector<std::string> tools = ToolNumbersOf(run);
-    WrittenSide side = ReadWrittenSide(*run.part, {run.target, run.Metric(), !run.FirstPass(),
-                                                   run.proof->width, run.proof->thickness, tools});
     GatheredProof& proof = *run.proof;
+    const std::vector<std::string> tools = ToolNumbersOf(run);
+    WrittenSide side =
+        ReadWrittenSide(file, {run.target, run.Metric(), secondSide, proof.width, proof.thickness, tools});
     std::ranges::move(side.operations, std::back_inserter(proof.operations));
     std::ranges::move(side.faults, std::back_inserter(proof.faults));
+}
+
+void NoteUnproved(RunState& run, const std::string& why) {
+    if (!run.proof) return;
+    run.proof->written = true;
+    run.proof->unproved = why;
 }
 
 void ProveGathered(RunState& run) {
     const std::shared_ptr<GatheredProof> gathered = run.proof;
     if (!gathered || !gathered->written) return;
     std::vector<std::string> texts = gathered->faults;
-    if (gathered->part) {
+    if (gathered->part && gathered->unproved.empty()) {
         PartProof proof;
         const std::optional<Failure> failure = Attempt([&] {
             proof = ProvePart(*gathered->part, gathered->operations, gathered->leftOutOutlines, UnitOf(run));

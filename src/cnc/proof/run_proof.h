@@ -9,6 +9,7 @@
 
 namespace brenvik {
 
+class AcadDocument;
 class AcadLWPolyline;
 struct RunState;
 
@@ -38,8 +39,10 @@ double UnitOf(const RunState& run);
 void HoldPartForProof(RunState& run);
 /// An outline that a setting keeps out of the file.
 void NoteLeftOutOutline(RunState& run, const AcadLWPolyline& outline);
-/// When the file of a side has been written: what stands in it.
-void GatherWrittenSide(RunState& run);
+/// What stands in the file of a side.
+void GatherWrittenSide(RunState& run, AcadDocument& file, bool secondSide);
+/// The part has a file that says nothing, and why.
+void NoteUnproved(RunState& run, const std::string& why);
 /// At the end of a part, however many sides it got. Tells differences in `run.differences`; of what has been
 /// noted as untaken before, it takes back what the files make all the same.
 void ProveGathered(RunState& run);

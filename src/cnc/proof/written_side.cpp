@@ -7,6 +7,8 @@
 
 #include "base/number_text.h"
 #include "base/numbers.h"
+#include "base/text.h"
+#include "cnc/plan/plan_sides.h"
 
 namespace brenvik {
 
@@ -127,6 +129,10 @@ class SideReader {
             Fault("a path or hole at height " + Number(z) + " and not on the top face");
         const double depth = DepthOf(name, thickness);
         if (depth <= 0) return Fault("an operation that cuts nothing");
+        if (name.kind != OperationKind::Hole && Trim(name.tool) == "0")
+            Fault("a path whose tool is 0, which stands for none,");
+        if (name.through && depth < mContext.thickness - Slack())
+            Fault("a name that tells of a hole right through where it is " + Number(depth) + " deep");
         if (name.diameter && name.kind == OperationKind::Hole &&
             Apart(*name.diameter, WidthOf(sides), name.rounding))
             Fault("a name that tells of a diameter of " + Number(*name.diameter) + " where the hole is " +
@@ -137,8 +143,10 @@ class SideReader {
             if (mContext.secondSide) side.bulge = -side.bulge;
         }
         const double top = HeightOnFirst(0), floor = HeightOnFirst(-depth);
+        // Only some targets tell routes from pockets; where a line goes through, what lies within falls out.
+        const bool followed = name.kind == OperationKind::Route && depth < mContext.thickness - Slack();
         mSide.operations.push_back({kind, mLayer, mContext.secondSide, std::move(sides), std::min(top, floor),
-                                    std::max(top, floor)});
+                                    std::max(top, floor), followed ? name.diameter.value_or(0) : 0});
     }
 
     static double WidthOf(const std::vector<PlanSide>& circle) {
@@ -151,7 +159,7 @@ class SideReader {
         if (depth <= 0 || radius <= 0) return Fault("a bore that cuts nothing");
         const double turn = mContext.secondSide ? -1 : 1;
         const PlanPoint plan = OnFirst({mouth.x, mouth.y});
-        WrittenOperation bore{OperationKind::Bore, mLayer, mContext.secondSide, {}, 0, 0};
+        WrittenOperation bore{OperationKind::Bore, mLayer, mContext.secondSide, {}, 0, 0, 0};
         bore.bore = LevelRound{{plan.x, plan.y, HeightOnFirst(mouth.z)}, {into.x, turn * into.y, 0}, radius};
         bore.boreDepth = depth;
         bore.heightUnknown = heightUnknown;
@@ -197,27 +205,6 @@ class SideReader {
 };
 
 }  // namespace
-
-std::vector<PlanSide> SidesOf(const AcadLWPolyline& polyline) {
-    const std::vector<double> at = polyline.Coordinates();
-    // A polyline that looks down has its own X run the other way.
-    const double turn = polyline.Normal().z < 0 ? -1 : 1;
-    const std::size_t count = at.size() / 2;
-    std::vector<PlanSide> sides;
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t next = (i + 1) % count;
-        sides.push_back({{turn * at[2 * i], at[2 * i + 1]},
-                         {turn * at[2 * next], at[2 * next + 1]},
-                         turn * polyline.GetBulge(static_cast<int>(i))});
-    }
-    return sides;
-}
-
-std::vector<PlanSide> SidesOf(const AcadCircle& circle) {
-    const Point3 center = circle.Center();
-    const PlanPoint left{center.x - circle.Radius(), center.y}, right{center.x + circle.Radius(), center.y};
-    return {{left, right, 1}, {right, left, 1}};
-}
 
 WrittenSide ReadWrittenSide(AcadDocument& drawing, const SideContext& context) {
     WrittenSide side;

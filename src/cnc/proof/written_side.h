@@ -20,6 +20,9 @@ struct WrittenOperation {
     /// What it takes away: the prism over its sides between two heights, or a cylinder that lies level.
     std::vector<PlanSide> sides;
     double low = 0, high = 0;
+    /// The diameter of the bit of a route that stops inside, which clears no more than that along its line; 0
+    /// for what is taken away whole.
+    double bit = 0;
     std::optional<LevelRound> bore = {};
     /// How far the bore goes; its `on` is the mouth and its `along` looks into the part.
     double boreDepth = 0;
@@ -44,9 +47,5 @@ struct SideContext {
 
 /// Of the document as it has been saved.
 WrittenSide ReadWrittenSide(AcadDocument& drawing, const SideContext& context);
-
-/// The sides of one closed path or circle, in the plan of its file.
-std::vector<PlanSide> SidesOf(const AcadLWPolyline& polyline);
-std::vector<PlanSide> SidesOf(const AcadCircle& circle);
 
 }  // namespace brenvik

@@ -18,16 +18,21 @@
 #include "cnc/part/part_material.h"
 #include "cnc/part/run_state.h"
 #include "cnc/part/second_side.h"
+#include "cnc/plan/bit_reach.h"
+#include "cnc/plan/plan_sides.h"
 #include "cnc/routes/routing_gather.h"
 #include "cnc/routes/routing_known.h"
 #include "cnc/routes/routing_overrun.h"
 #include "cnc/targets/target_table.h"
+#include "settings/settings_store.h"
 
 namespace brenvik {
 
 namespace {
 
 constexpr int Decimals = 5;
+/// In millimetres; names and places round away about as much.
+constexpr double NarrowestCore = 0.01, MillimetresPerInch = 25.4;
 
 double Round(double value) { return RoundHalfEven(value, Decimals); }
 
@@ -85,6 +90,16 @@ void GiveName(RunState& run, AcadEntity& path, RouteRole role, double depth) {
     EnsureOperationLayer(run, layer);
     path.SetLayer(layer);
     path.Update();
+}
+
+bool MakesPocketsOfCores() { return SwitchIsOn("ClearCores"); }
+
+/// Whether the bit in hand leaves wood standing in the middle of what it runs around. A path that has run off
+/// the part's edges is wider than the side that the bit was chosen by.
+bool LeavesCore(const RunState& run, const Box3& part, const AcadLWPolyline& path) {
+    const double width = run.Metric() ? NarrowestCore : NarrowestCore / MillimetresPerInch;
+    return LeavesCore(SidesOf(path), run.bits.ToolDiameter, {part.min.x, part.min.y, part.max.x, part.max.y},
+                      width);
 }
 
 /// False when the part is to be given up.
@@ -184,6 +199,8 @@ bool CutInside(RunState& run, const Box3& part, AcadLWPolyline& path) {
                               TraitsOf(run.target).choiceDialog))
         return false;
     RunOffEdges(path, part, OverrunOf(run.bits.ToolDiameter));
+    if (run.bits.kind == PathKind::RT && MakesPocketsOfCores() && LeavesCore(run, part, path))
+        run.bits.kind = PathKind::PKC;
     GiveName(run, path, RouteRole::Inside, depth);
     return true;
 }

@@ -125,12 +125,17 @@ void MakePanel(MadePart& part, Lot& lot) {
 
 class Corpus : public WholePartTest, public ::testing::WithParamInterface<std::uint32_t> {
   protected:
-    /// What the run tells of one part.
-    std::string Told(Acad3DSolid& solid, Target target = Target::C2C) {
+    /// What the run tells of one part, but for what a bit leaves in the middle of what it runs around: the
+    /// checker takes each path for cleared.
+    std::string Told(Acad3DSolid& solid) {
         Choose({&solid});
         dialogs.messages.clear();
-        RunOnly(target);
-        return Join(LastRunReport().unexplained, "\n");
+        RunOnly(Target::C2C);
+        std::vector<std::string> told;
+        for (const std::string& line : LastRunReport().unexplained)
+            for (const std::string& text : Split(line.substr(line.find(": ") + 1), ';'))
+                if (text.find("does not reach it") == std::string::npos) told.push_back(text);
+        return Join(told, ";");
     }
 };
 

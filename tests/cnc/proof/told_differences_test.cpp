@@ -129,6 +129,85 @@ TEST_F(ToldDifferences, AGrooveOverADowelBore) {
     EXPECT_TRUE(!Faults(part.Solid()).empty() ? !told.empty() : told.empty()) << told;
 }
 
+TEST_F(ToldDifferences, WhatABitLeavesInTheMiddleOfAFieldIsToldWithTheBit) {
+    // The corners' short chords ask for a bit of 6 that follows the line.
+    MadePart part = Made();
+    part.Board(600, 400, 18);
+    part.Pocket(Rounded(100, 100, 300, 250, 6.5), 12);
+    ExpectTold(
+        part,
+        "wood stays that the part has not, 188 by 138, 6 deep, from 106,106 to 294,244 on the top face, "
+        "in the middle of RT_Z6_T2_D6_S18000_F300_R_C0_1, whose bit of 6 does not reach it");
+}
+
+TEST_F(ToldDifferences, ClearCoresMakesAPocketOfWhatTheBitWouldLeaveACoreIn) {
+    Set("ClearCores", "1");
+    MadePart part = Made();
+    part.Board(600, 400, 18);
+    part.Pocket(Rounded(100, 100, 300, 250, 6.5), 12);
+    // The bit of 12 clears this one by its line.
+    part.Pocket(Rectangle(400, 100, 500, 120), 12);
+    EXPECT_EQ(Told(part), "");
+    EXPECT_EQ(Only(FirstSide(), "PKC_").layer.substr(0, 14), "PKC_Z6_T2_D6_S");
+    EXPECT_EQ(Only(FirstSide(), "RT_").layer.substr(0, 14), "RT_Z6_T1_D12_S");
+}
+
+TEST_F(ToldDifferences, ARabbetThatHasRunOffTheEdgeMayBeTooWideForItsBit) {
+    // 20 wide and 6.857 off the edge: twice 12 leaves the rest between the two ways of the bit.
+    for (const char* clear : {"0", "1"}) {
+        Set("ClearCores", clear);
+        MadePart part = Made();
+        part.Board(600, 400, 18);
+        part.Pocket(Rectangle(-1, -1, 601, 20), 12);
+        const std::string told = Told(part);
+        const bool cleared = clear[0] == '1';
+        EXPECT_EQ(Has(told, "2.857"), !cleared) << told;
+        EXPECT_EQ(told.empty(), cleared) << told;
+        EXPECT_EQ(CountBoth(clear[0] == '0' ? "RT_" : "PKC_"), 1U) << clear;
+        part.Solid().Delete();
+    }
+}
+
+TEST_F(ToldDifferences, ANarrowRabbetAndADadoAreClearedByTheirLine) {
+    MadePart part = Made();
+    part.Board(600, 400, 18);
+    part.Pocket(Rectangle(-1, -1, 601, 17), 12);
+    part.Pocket(Rectangle(-1, 200, 601, 223), 12);
+    EXPECT_EQ(Told(part), "");
+}
+
+TEST_F(ToldDifferences, ToolsOfOneDiameterLeaveTheBitOfAnEarlierPathInHand) {
+    WriteMaterials({"18"}, {12, 6, 6});
+    MadePart part = Made();
+    part.Board(600, 400, 18);
+    part.Window(Rectangle(100, 100, 200, 108));
+    part.Pocket(Rectangle(300, 100, 400, 115), 12);
+    ExpectTold(part, "tools 2 and 3 of the material 18 OAK are of one diameter, 6, so the cut-out from ");
+}
+
+TEST_F(ToldDifferences, AToolOfTheNumberZeroInAName) {
+    WriteMaterials({"18"}, {12, 6, 3});
+    std::string text = files.ReadFile(MaterialsPath());
+    files.RemoveFile(MaterialsPath());
+    files.WriteFile(MaterialsPath(), ReplaceAll(text, "tool1=1", "tool1=0"));
+    MadePart part = Made();
+    part.Board(600, 400, 18);
+    ExpectTold(part,
+               "a path whose tool is 0, which stands for none, on layer OT_Z18p3_T0_D12_S18000_F300_R_C0");
+}
+
+TEST_F(ToldDifferences, ABlindHoleWhoseNameSaysRightThrough) {
+    MadePart part = Made();
+    part.Board(600, 400, 18);
+    part.Pocket(Rectangle(100, 100, 200, 200), 12);
+    part.Hole(150, 150, 8, 12);
+    PutDown(part, {"Millimetres", 2}, 0);
+    RunAll(Target::WOP4);
+    const std::string told = Join(LastRunReport().unexplained, "\n");
+    EXPECT_TRUE(Has(told, "a name that tells of a hole right through where it is 12 deep on layer ZD12"))
+        << told;
+}
+
 TEST_F(ToldDifferences, ABevelIsToldOnceByWhoHasSeenIt) {
     MadePart part = Made();
     part.AlongX({{0, 0}, {300, 0}, {300, 18}, {18, 18}}, 600);

@@ -1,5 +1,5 @@
 // Where sections differ, by rectangles, circles and slivers whose areas are known.
-#include "cnc/proof/plan_difference.h"
+#include "cnc/plan/plan_difference.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The plan is cut into upright stripes wherever a side begins, ends or crosses another. In a stripe the sides
 // lie one above the other, and each field between two neighbours is wholly inside or outside of everything.
 // Sides that should lie on each other and miss by the noise of arithmetic leave fields of no width.
-#include "cnc/proof/plan_difference.h"
+#include "cnc/plan/plan_difference.h"
 
 #include <algorithm>
 #include <array>
@@ -23,6 +23,7 @@ constexpr std::array<double, 5> Looks{0.05, 0.25, 0.5, 0.75, 0.95};
 struct Owned {
     PlanPiece piece;
     int shape = -1;
+    bool ofCore = false;
 };
 
 /// A field that differs.
@@ -51,7 +52,8 @@ double WidthOf(const Field& field) {
 /// What is known of a place while a stripe is walked from below.
 class Place {
   public:
-    explicit Place(std::span<const PlanShape> shapes) : mShapes(shapes), mTurns(shapes.size(), 0) {
+    explicit Place(std::span<const PlanShape> shapes)
+        : mShapes(shapes), mTurns(shapes.size(), 0), mCoreTurns(shapes.size(), 0) {
         for (const PlanShape& shape : shapes)
             if (shape.role == PlanShape::Role::Stock) ++mOutside;
     }
@@ -62,9 +64,9 @@ class Place {
             return;
         }
         const auto index = static_cast<std::size_t>(side.shape);
-        const bool before = mTurns[index] > 0;
-        mTurns[index] += way;
-        const bool now = mTurns[index] > 0;
+        const bool before = Within(index);
+        (side.ofCore ? mCoreTurns : mTurns)[index] += way;
+        const bool now = Within(index);
         if (before == now) return;
         if (mShapes[index].role == PlanShape::Role::Stock)
             mOutside += now ? -1 : 1;
@@ -76,16 +78,20 @@ class Place {
         if (stays == mInPart) return std::nullopt;
         return stays ? Difference::Standing : Difference::Gone;
     }
-    /// An operation that takes what lies here.
-    int Taker() const {
+    /// An operation that takes what lies here; of what stays, one that goes around it.
+    int Cause(Difference difference) const {
         for (std::size_t i = 0; i < mShapes.size(); ++i)
-            if (mShapes[i].role == PlanShape::Role::Removal && mTurns[i] > 0) return mShapes[i].operation;
+            if (mShapes[i].role == PlanShape::Role::Removal &&
+                (difference == Difference::Gone ? Within(i) : mTurns[i] > 0))
+                return mShapes[i].operation;
         return -1;
     }
 
   private:
+    bool Within(std::size_t shape) const { return mTurns[shape] > 0 && mCoreTurns[shape] <= 0; }
+
     std::span<const PlanShape> mShapes;
-    std::vector<int> mTurns;
+    std::vector<int> mTurns, mCoreTurns;
     int mOutside = 0, mTaken = 0;
     bool mInPart = false;
 };
@@ -95,8 +101,10 @@ class Sweep {
     Sweep(std::span<const PlanSide> part, std::span<const PlanShape> shapes, double width)
         : mShapes(shapes), mWidth(width) {
         Add(part, -1, 1);
-        for (std::size_t i = 0; i < shapes.size(); ++i)
+        for (std::size_t i = 0; i < shapes.size(); ++i) {
             Add(shapes[i].sides, static_cast<int>(i), SignedArea(shapes[i].sides) < 0 ? -1 : 1);
+            Add(shapes[i].core, static_cast<int>(i), 1, true);
+        }
         std::ranges::sort(mSides, {}, [](const Owned& side) { return side.piece.x0; });
         FindStripes();
     }
@@ -115,13 +123,13 @@ class Sweep {
     }
 
   private:
-    void Add(std::span<const PlanSide> sides, int shape, int way) {
+    void Add(std::span<const PlanSide> sides, int shape, int way, bool ofCore = false) {
         std::vector<PlanPiece> pieces;
         for (const PlanSide& side : sides) AddPieces(side, StrayOfChords, pieces);
         for (PlanPiece& piece : pieces) {
             if (piece.x1 - piece.x0 < NoStripe) continue;
             piece.way *= way;
-            mSides.push_back({piece, shape});
+            mSides.push_back({piece, shape, ofCore});
         }
     }
 
@@ -155,7 +163,7 @@ class Sweep {
                 field.reset();
             }
             if (now && !field)
-                field = Field{*now, from, to, &side->piece, nullptr, place.Taker(), stripe, 0, 0};
+                field = Field{*now, from, to, &side->piece, nullptr, place.Cause(*now), stripe, 0, 0};
         }
     }
 

@@ -1,5 +1,5 @@
 // Lines and circles as functions of X.
-#include "cnc/proof/plan_piece.h"
+#include "cnc/plan/plan_piece.h"
 
 #include <algorithm>
 #include <array>

@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-#include "cnc/proof/plan_piece.h"
+#include "cnc/plan/plan_piece.h"
 
 namespace brenvik {
 
@@ -18,6 +18,8 @@ struct PlanShape {
     Role role = Role::Removal;
     std::vector<PlanSide> sides;
     int operation = -1;  ///< Which operation it is of, for the caller.
+    /// What a removal leaves standing within, as the path of `CoreOf`; empty where it leaves nothing.
+    std::vector<PlanSide> core = {};
 };
 
 enum class Difference {
@@ -34,8 +36,10 @@ struct PlanSpot {
     Difference difference = Difference::Standing;
     PlanBox box;
     double area = 0;
-    double width = 0;              ///< Of its widest place; up to twice that where walls run together.
-    int operation = -1;            ///< What has taken it; none for the stock's own border.
+    double width = 0;  ///< Of its widest place; up to twice that where walls run together.
+    /// What has taken it, or leaves it in its middle; none for the stock's own border and for what nothing
+    /// goes around.
+    int operation = -1;
     std::vector<PlanBox> stripes;  ///< What it consists of, each as a box.
 };
 

@@ -1,0 +1,125 @@
+// Each side is moved inwards. At a corner that stands out from the inside the moved sides are joined by way
+// of the corner itself, so that what is too narrow for the bit is run around the other way.
+#include "cnc/plan/bit_reach.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "cnc/plan/plan_piece.h"
+
+namespace brenvik {
+
+namespace {
+
+/// Sine of the turn below which two sides run on into each other.
+constexpr double NoTurn = 1e-9;
+
+PlanPoint operator+(const PlanPoint& a, const PlanPoint& b) { return {a.x + b.x, a.y + b.y}; }
+PlanPoint operator-(const PlanPoint& a, const PlanPoint& b) { return {a.x - b.x, a.y - b.y}; }
+PlanPoint operator*(const PlanPoint& a, double by) { return {a.x * by, a.y * by}; }
+double Cross(const PlanPoint& a, const PlanPoint& b) { return a.x * b.y - a.y * b.x; }
+double Dot(const PlanPoint& a, const PlanPoint& b) { return a.x * b.x + a.y * b.y; }
+double Length(const PlanPoint& a) { return std::hypot(a.x, a.y); }
+PlanPoint Left(const PlanPoint& a) { return {-a.y, a.x}; }
+
+PlanPoint Turned(const PlanPoint& a, double angle) {
+    const double c = std::cos(angle), s = std::sin(angle);
+    return {c * a.x - s * a.y, s * a.x + c * a.y};
+}
+
+/// A side with the ways it sets out and arrives.
+struct Way {
+    PlanSide side;
+    PlanPoint out, in;
+};
+
+Way WayOf(const PlanSide& side) {
+    const PlanPoint chord = side.to - side.from;
+    const PlanPoint along = chord * (1 / Length(chord));
+    const double half = 2 * std::atan(side.bulge);
+    return {side, Turned(along, -half), Turned(along, half)};
+}
+
+double RadiusOf(const PlanSide& side) {
+    return Length(side.to - side.from) * (1 + side.bulge * side.bulge) / (4 * std::abs(side.bulge));
+}
+
+/// A rounding that is tighter than the bit would be turned inside out. In chords each of its corners is run
+/// around as any corner is, and what is left begins further in than its roundness shows.
+void AddWays(const PlanSide& side, double reach, std::vector<Way>& ways) {
+    if (Length(side.to - side.from) == 0) return;
+    if (side.bulge <= 0 || RadiusOf(side) > reach) {
+        ways.push_back(WayOf(side));
+        return;
+    }
+    const double sweep = 4 * std::atan(side.bulge), half = sweep / 2;
+    const PlanPoint chord = side.to - side.from;
+    const PlanPoint center = (side.from + side.to) * 0.5 + Left(chord) * (1 / (2 * std::tan(half)));
+    constexpr int chords = 16;
+    PlanPoint last = side.from;
+    for (int i = 1; i <= chords; ++i) {
+        const PlanPoint next =
+            i == chords ? side.to : center + Turned(side.from - center, sweep * i / chords);
+        ways.push_back(WayOf({last, next, 0}));
+        last = next;
+    }
+}
+
+PlanSide Moved(const Way& way, double reach) {
+    return {way.side.from + Left(way.out) * reach, way.side.to + Left(way.in) * reach, way.side.bulge};
+}
+
+void Join(const Way& before, const Way& behind, const PlanSide& from, const PlanSide& to,
+          std::vector<PlanSide>& sides) {
+    const double turn = std::atan2(Cross(before.in, behind.out), Dot(before.in, behind.out));
+    const PlanPoint corner = before.side.to;
+    if (std::abs(std::sin(turn)) < NoTurn && std::abs(turn) < 1) {
+        sides.push_back({from.to, to.from});
+    } else if (turn > 0) {
+        sides.push_back({from.to, corner});
+        sides.push_back({corner, to.from});
+    } else {
+        sides.push_back({from.to, to.from, std::tan(turn / 4)});
+    }
+}
+
+}  // namespace
+
+std::vector<PlanSide> CoreOf(std::span<const PlanSide> line, double reach) {
+    std::vector<PlanSide> around(line.begin(), line.end());
+    if (SignedArea(line) < 0) {
+        std::ranges::reverse(around);
+        for (PlanSide& side : around) side = {side.to, side.from, -side.bulge};
+    }
+    std::vector<Way> ways;
+    for (const PlanSide& side : around) AddWays(side, reach, ways);
+    std::vector<PlanSide> sides;
+    for (std::size_t i = 0; i < ways.size(); ++i) {
+        const Way &here = ways[i], &next = ways[(i + 1) % ways.size()];
+        const PlanSide moved = Moved(here, reach);
+        sides.push_back(moved);
+        Join(here, next, moved, Moved(next, reach), sides);
+    }
+    return sides;
+}
+
+bool LeavesCore(std::span<const PlanSide> line, double reach, const PlanBox& sheet, double width) {
+    const std::array<PlanPoint, 4> corners{PlanPoint{sheet.minX, sheet.minY},
+                                           {sheet.maxX, sheet.minY},
+                                           {sheet.maxX, sheet.maxY},
+                                           {sheet.minX, sheet.maxY}};
+    std::vector<PlanSide> around;
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        around.push_back({corners[i], corners[(i + 1) % corners.size()]});
+    // Of the sheet all that lies within the line should go.
+    std::vector<PlanSide> rest = around;
+    rest.insert(rest.end(), line.begin(), line.end());
+    const std::array<PlanShape, 2> shapes{
+        PlanShape{PlanShape::Role::Stock, around, -1, {}},
+        {PlanShape::Role::Removal, {line.begin(), line.end()}, 0, CoreOf(line, reach)}};
+    return std::ranges::any_of(CompareInPlan(rest, shapes, width),
+                               [](const PlanSpot& spot) { return spot.difference == Difference::Standing; });
+}
+
+}  // namespace brenvik

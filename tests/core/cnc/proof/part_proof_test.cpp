@@ -1,0 +1,83 @@
+// Operations against a board that has nothing in it.
+#include "cnc/proof/part_proof.h"
+
+#include <gtest/gtest.h>
+
+namespace brenvik {
+namespace {
+
+constexpr double length = 600, width = 400, thickness = 18;
+
+std::vector<PlanSide> Rectangle(double left, double front, double right, double back) {
+    const PlanPoint a{left, front}, b{right, front}, c{right, back}, d{left, back};
+    return {{a, b}, {b, c}, {c, d}, {d, a}};
+}
+
+/// A board with an upright recess from the top, if it is given one.
+class Board : public SolidSections {
+  public:
+    explicit Board(std::vector<PlanSide> recess = {}, double floor = 0)
+        : mRecess(std::move(recess)), mFloor(floor), mLevels{0, thickness} {
+        if (!mRecess.empty()) mLevels = {0, floor, thickness};
+    }
+    Box3 Box() const override { return {{0, 0, 0}, {length, width, thickness}}; }
+    const std::vector<double>& Levels() const override { return mLevels; }
+    const std::vector<HeightSpan>& Slopes() const override { return mSlopes; }
+    const std::vector<LevelRound>& Rounds() const override { return mRounds; }
+    std::vector<PlanSide> At(double height) const override {
+        std::vector<PlanSide> sides = Rectangle(0, 0, length, width);
+        if (height > mFloor) sides.insert(sides.end(), mRecess.begin(), mRecess.end());
+        return sides;
+    }
+
+  private:
+    std::vector<PlanSide> mRecess;
+    double mFloor;
+    std::vector<double> mLevels;
+    std::vector<HeightSpan> mSlopes;
+    std::vector<LevelRound> mRounds;
+};
+
+WrittenOperation Outline(bool secondSide = false) {
+    return {OperationKind::Outline, "OT", secondSide, Rectangle(0, 0, length, width), -0.3, thickness};
+}
+WrittenOperation Path(const char* layer, std::vector<PlanSide> sides, double low, double high = thickness) {
+    return {OperationKind::Pocket, layer, false, std::move(sides), low, high};
+}
+
+using Texts = std::vector<std::string>;
+
+TEST(PartProof, AnOperationThatPassesThePartByIsTold) {
+    const std::vector<WrittenOperation> operations{
+        Outline(), Path("PKC", Rectangle(700, 100, 800, 200), 6),
+        Path("ABOVE", Rectangle(100, 100, 200, 200), thickness, thickness + 3)};
+    const PartProof proof = ProvePart(Board(), operations, {}, 1);
+    EXPECT_EQ(proof.faults, (Texts{"PKC passes the part by and cuts nothing",
+                                   "ABOVE passes the part by and cuts nothing"}));
+    EXPECT_TRUE(proof.spots.empty());
+}
+
+TEST(PartProof, WhatGoesThroughFromBothSidesStandsTwiceHoweverDeepInTheSpoilBoard) {
+    const std::vector<PlanSide> window = Rectangle(100, 100, 200, 200);
+    WrittenOperation fromBelow = Path("BELOW", window, 0, thickness + 0.3);
+    fromBelow.secondSide = true;
+    const std::vector<WrittenOperation> operations{Outline(), Outline(true), Path("ABOVE", window, -0.3),
+                                                   fromBelow};
+    EXPECT_EQ(ProvePart(Board(window), operations, {}, 1).faults,
+              (Texts{"ABOVE and BELOW stand in one place"}));
+}
+
+TEST(PartProof, ARouteLeavesWhatItsBitDoesNotReach) {
+    const std::vector<PlanSide> recess = Rectangle(100, 100, 200, 160);
+    WrittenOperation route = Path("RT", recess, 12);
+    route.bit = 12;
+    const std::vector<WrittenOperation> operations{Outline(), route};
+    const PartProof proof = ProvePart(Board(recess, 12), operations, {}, 1);
+    ASSERT_EQ(proof.spots.size(), 1U);
+    EXPECT_EQ(proof.spots[0].layer, "RT");
+    EXPECT_EQ(proof.spots[0].bit, 12);
+    EXPECT_NEAR(proof.spots[0].volume, 76 * 36 * 6, 1e-6);
+}
+
+}  // namespace
+}  // namespace brenvik
