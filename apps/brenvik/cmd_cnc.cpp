@@ -21,8 +21,8 @@
 #include "run_dialogs.h"
 #include "run_teller.h"
 #include "session/library/brenvik_class.h"
-#include "session/library/target_drivers.h"
 #include "shell_word.h"
+#include "target_words.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -37,23 +37,6 @@ struct CncOptions {
     std::string target, out;
     bool fromGrid = false, noProof = false;
 };
-
-std::string TargetNames() {
-    std::vector<std::string> names;
-    for (const TargetDriver& driver : TargetDrivers()) names.emplace_back(driver.target);
-    return Join(names, ", ");
-}
-
-const TargetDriver* FindDriver(std::string_view target) {
-    for (const TargetDriver& driver : TargetDrivers())
-        if (EqualsIgnoreCase(driver.target, target)) return &driver;
-    return nullptr;
-}
-
-std::string CheckTarget(std::string& target) {
-    if (FindDriver(target) != nullptr) return {};
-    return "expected one of " + TargetNames() + "; found " + target;
-}
 
 /// A run begins by emptying its output folders, so one that holds other files is refused.
 constexpr OutputFolderRule FolderOfRuns{RunEmpties, "which is from no run", IsFileOfARun};
@@ -97,7 +80,7 @@ void ExportFromGrid(Form& form, const TargetDriver& driver) {
 }
 
 ExitStatus Cnc(const std::string& home, const CncOptions& options) {
-    const TargetDriver& driver = *FindDriver(options.target);
+    const TargetDriver& driver = *FindTarget(options.target);
     Teller teller(options.drawing.quiet);
     RunDialogs dialogs(std::cerr);
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };

@@ -132,8 +132,8 @@ int RunCommandLine(int argc, char** argv) {
     line.parser.set_version_flag("--version", "brenvik " BRENVIK_VERSION);
     line.parser.require_subcommand(1);
     for (const Command& command :
-         {InitCommand(), ListCommand(), ExportCommand(), CncCommand(), RunCommand(), ConvertCommand(),
-          SampleCommand(), SettingsCommand(), MaterialsCommand(), PartsCommand()})
+         {InitCommand(), ListCommand(), ExportCommand(), CncCommand(), ProveCommand(), RunCommand(),
+          ConvertCommand(), SampleCommand(), SettingsCommand(), MaterialsCommand(), PartsCommand()})
         AddCommand(line.parser, command, line);
     line.parser.footer(
         ListOfMethods() +

@@ -39,6 +39,7 @@ Command SampleCommand();
 Command SettingsCommand();
 Command MaterialsCommand();
 Command PartsCommand();
+Command ProveCommand();
 
 /// Parses the words, runs the command and tells its errors on standard error. Returns the exit status.
 int RunCommandLine(int argc, char** argv);

@@ -1,0 +1,116 @@
+// brenvik prove: holds the files of an earlier run against the solids of a drawing.
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <random>
+#include <system_error>
+
+#include "cnc/part/run_state.h"
+#include "cnc/run/prove_files.h"
+#include "command_line.h"
+#include "file_roots/places.h"
+#include "grid_session.h"
+#include "run_dialogs.h"
+#include "session/call.h"
+#include "target_words.h"
+#include "workplace.h"
+
+namespace brenvik::app {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Where the folder stands for the system.
+constexpr std::string_view ProvedFolder = "c:\\BV-Proof\\";
+
+struct ProveOptions {
+    DrawingOptions drawing;
+    std::string folder, target;
+    bool fromGrid = false;
+};
+
+/// A place for work drawings, so that neither the files nor those of another run are in danger.
+class WorkPlace {
+  public:
+    WorkPlace()
+        : mPath(fs::temp_directory_path() / ("brenvik-prove-" + std::to_string(std::random_device{}()) + "-" +
+                                             std::to_string(std::random_device{}()))) {
+        fs::create_directory(mPath);
+    }
+    ~WorkPlace() {
+        std::error_code ignored;
+        fs::remove_all(mPath, ignored);
+    }
+    WorkPlace(const WorkPlace&) = delete;
+    WorkPlace& operator=(const WorkPlace&) = delete;
+    const fs::path& Path() const { return mPath; }
+
+  private:
+    fs::path mPath;
+};
+
+void RequireFolder(const std::string& folder) {
+    std::error_code error;
+    if (fs::is_directory(PathFromText(folder), error)) return;
+    throw CommandError(ExitStatus::Unreadable,
+                       folder + ": expected a folder with the files of a run; there is " +
+                           (fs::exists(PathFromText(folder), error) ? "something else" : "none"));
+}
+
+FilesOfRun FilesIn(const ProveOptions& options) {
+    FilesOfRun files{std::string(ProvedFolder)};
+    if (!options.target.empty()) files.target = static_cast<Target>(FindTarget(options.target)->exportTarget);
+    if (options.fromGrid) files.form = RunForm::B;
+    return files;
+}
+
+ExitStatus Prove(const std::string& home, const ProveOptions& options) {
+    RequireFolder(options.folder);
+    Teller teller(options.drawing.quiet);
+    RunDialogs dialogs(std::cerr);
+    dialogs.beforeTelling = [&teller] { teller.Wipe(); };
+    const WorkPlace workPlace;
+    Workplace workplace(home, dialogs);
+    workplace.files.MapFolder(OutputFolder, workPlace.Path());
+    workplace.files.MapFolder(ProvedFolder, PathFromText(options.folder));
+    const OpenedInput opened = OpenAndSelect(workplace, options.drawing, teller);
+    ObserveRuns([&teller](const RunProgress& progress) {
+        teller.Progress("part " + std::to_string(progress.part) + " of " + std::to_string(progress.parts) +
+                        ", " + progress.name);
+    });
+    BeginCall(workplace.host);
+    const ProvedFiles proved = ProveFiles(workplace.host, FilesIn(options));
+    ObserveRuns(nullptr);
+    teller.Wipe();
+    for (const auto* lines : {&proved.report.skipped, &proved.report.unexplained, &proved.report.passedOver})
+        for (const std::string& line : *lines) teller.Loss(line);
+    if (dialogs.SomethingWentWrong() || !proved.report.complete) teller.MarkIncomplete();
+    TellPartTroubles(teller);
+    std::cout << proved.parts << " of " << opened.selected << " parts come out of " << options.folder
+              << " as they are drawn\n";
+    return teller.Status();
+}
+
+}  // namespace
+
+Command ProveCommand() {
+    auto options = std::make_shared<ProveOptions>();
+    return {"prove",
+            "Hold the files of an earlier CNC run against the drawing's solids, and tell what differs",
+            {options->drawing.DrawingWord(),
+             Argument("FOLDER", &options->folder, "Where the files lie, those of second sides in 2-sided")
+                 .Required(),
+             Argument("--target", &options->target,
+                      "The CAM package that they are for, where their names don't tell: " + TargetNames())
+                 .Checked(CheckTarget)
+                 .Named("T"),
+             Argument("--from-grid", &options->fromGrid,
+                      "The run took its parts by way of the grid: equal parts share a file"),
+             options->drawing.Select(), options->drawing.Letters(), options->drawing.Material(),
+             options->drawing.Quiet()},
+            [options](const std::string& home) { return Prove(home, *options); },
+            {}};
+}
+
+}  // namespace brenvik::app

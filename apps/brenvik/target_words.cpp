@@ -1,0 +1,28 @@
+// Names by the table of drivers.
+#include "target_words.h"
+
+#include <vector>
+
+#include "base/letter_case.h"
+#include "base/text.h"
+
+namespace brenvik::app {
+
+std::string TargetNames() {
+    std::vector<std::string> names;
+    for (const TargetDriver& driver : TargetDrivers()) names.emplace_back(driver.target);
+    return Join(names, ", ");
+}
+
+const TargetDriver* FindTarget(std::string_view name) {
+    for (const TargetDriver& driver : TargetDrivers())
+        if (EqualsIgnoreCase(driver.target, name)) return &driver;
+    return nullptr;
+}
+
+std::string CheckTarget(std::string& name) {
+    if (FindTarget(name) != nullptr) return {};
+    return "expected one of " + TargetNames() + "; found " + name;
+}
+
+}  // namespace brenvik::app

@@ -1,0 +1,28 @@
+// The names are tried with each target's reader.
+#include "cnc/proof/target_of_names.h"
+
+#include <algorithm>
+#include <array>
+
+#include "cnc/proof/operation_names.h"
+
+namespace brenvik {
+
+namespace {
+
+/// Names that say less are read by those that say more too, with a longer feed: these stand first.
+constexpr std::array InOrder{Target::C2C, Target::RCIM,  Target::ATP,  Target::Enroute,
+                             Target::ABC, Target::THERM, Target::CNI,  Target::ASP,
+                             Target::ROV, Target::WOP4,  Target::WOP5, Target::BW};
+
+}  // namespace
+
+Target TargetOfNames(std::span<const std::string> layers, bool metric, std::span<const std::string> tools) {
+    return *std::ranges::max_element(InOrder, {}, [&](Target target) {
+        return std::ranges::count_if(layers, [&](const std::string& layer) {
+            return ReadOperationName({target, metric, tools, {}}, layer).has_value();
+        });
+    });
+}
+
+}  // namespace brenvik

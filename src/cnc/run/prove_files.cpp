@@ -1,0 +1,210 @@
+// Each solid is laid flat once more, as the run has laid it, and its files are read instead of written.
+#include "cnc/run/prove_files.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "base/failure.h"
+#include "base/letter_case.h"
+#include "base/skip.h"
+#include "cnc/drawing/drawing_walk.h"
+#include "cnc/laying/alignment.h"
+#include "cnc/output/closing.h"
+#include "cnc/part/part_file_name.h"
+#include "cnc/proof/run_proof.h"
+#include "cnc/proof/target_of_names.h"
+#include "cnc/run/part_files.h"
+#include "cnc/run/part_loop.h"
+#include "cnc/run/run_set_up.h"
+#include "parts/mautocad.h"
+#include "session/ports/files_port.h"
+#include "session/session.h"
+#include "settings/materials.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr std::string_view FirstSides = "Part_*.dxf", SecondSides = "BPart_*.dxf";
+
+/// "Part_12_Side_7.dxf" in two: up to the number, and what follows from the part's data.
+std::pair<std::string, std::string> NumberAndRest(const std::string& name) {
+    const std::size_t end = name.find('_', std::string_view("Part_").size());
+    if (end == std::string::npos) return {name, ""};
+    return {name.substr(0, end), name.substr(end)};
+}
+
+/// A file as long as it is looked at.
+class OpenFile {
+  public:
+    OpenFile(AcadApplication& app, const std::string& path) : mDocument(app.Documents().Open(path)) {}
+    ~OpenFile() {
+        Skip([this] { mDocument->Close(false); });
+    }
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+    AcadDocument& Document() const { return *mDocument; }
+
+  private:
+    AcadDocument* mDocument;
+};
+
+class FolderProof {
+  public:
+    FolderProof(AcadApplication& app, FilesOfRun files) : mFiles(std::move(files)) {
+        mRun.app = &app;
+        mRun.form = mFiles.form;
+        mRun.sessionDrawing = app.ActiveDocument();
+        mSecondFolder = mFiles.folder + "2-sided\\";
+        FilesPort& port = *ThePlatform().files;
+        mFirst = port.ListFiles(mFiles.folder, FirstSides);
+        if (port.FolderExists(mSecondFolder)) mSecond = port.ListFiles(mSecondFolder, SecondSides);
+    }
+
+    ProvedFiles Prove() {
+        const PassWork steps{{AlignPart, [this](RunState& run) { return Hold(run); }},
+                             [](RunState&) {},
+                             [](RunState&) {},
+                             {},
+                             {},
+                             [this](RunState& run) { LookAt(run); }};
+        std::vector<PartFile> parts;
+        {
+            LentQuantities quantities;
+            AcadSelectionSet& prev = FreshSet(*mRun.sessionDrawing, "prev");
+            Skip([&] { prev.Select(SelectMode::Previous); });
+            parts = WritePartFiles(mRun, prev, quantities, mProved.report);
+        }
+        mParts = parts;
+        mProved.report.parts = static_cast<int>(parts.size());
+        mProved.report.complete = WorkOnParts(mRun, steps, parts, mProved.report);
+        TellTheRest(mFirst);
+        TellTheRest(mSecond);
+        return std::move(mProved);
+    }
+
+  private:
+    /// The solid as the run has held it when it closed the part.
+    static PassOutcome Hold(RunState& run) {
+        ReadPartTexts(run);
+        MeasurePart(run);
+        run.MaterialName = FoldUpper(mAutoCAD::GetPartData(LastSolid(*run.part).Handle(), "Material"));
+        run.Material = {};
+        LookupMaterial(MaterialKey(run.ExtentZ, run.MaterialName, run.ExportScaleSetting), run.Material);
+        HoldPartForProof(run);
+        return PassOutcome::GoOn;
+    }
+
+    /// THERM names the sub assembly too.
+    std::vector<std::string> NamesOf(RunState run) const {
+        std::vector<std::string> names;
+        for (const Target target : {Target::C2C, Target::THERM}) {
+            run.target = target;
+            run.SecondSidePass = 0;
+            names.push_back(WrittenFileName(run));
+        }
+        return names;
+    }
+
+    /// The files that may be the part's.
+    std::vector<std::string> CandidatesOf(const RunState& run) const {
+        const std::vector<std::string> names = NamesOf(run);
+        std::vector<std::string> candidates;
+        for (const std::string& file : mFirst) {
+            const bool fits = std::ranges::any_of(names, [&](const std::string& name) {
+                if (mFiles.form == RunForm::A) return EqualsIgnoreCase(file, name);
+                return EqualsIgnoreCase(NumberAndRest(file).second, NumberAndRest(name).second);
+            });
+            if (fits) candidates.push_back(file);
+        }
+        return candidates;
+    }
+
+    void LookAt(RunState& run) {
+        const std::shared_ptr<GatheredProof> held = std::exchange(run.proof, nullptr);
+        // A part that could not be laid flat has been told.
+        if (!held) return;
+        run.LeavesSecondSide = NumberSetting("DontDoTwoSided") == 1;
+        const std::vector<std::string> candidates = CandidatesOf(run);
+        if (candidates.empty()) {
+            mProved.report.passedOver.push_back("The part " + Label(run) + " has no file " +
+                                                NamesOf(run).front() + " in the folder.");
+            return;
+        }
+        const std::string unproved = held->unproved;
+        std::vector<std::string> fewest;
+        for (const std::string& file : candidates) {
+            *held = {std::move(held->part), {}, {}, {}, unproved, held->width, held->thickness, false};
+            run.proof = held;
+            Compare(run, file);
+            std::vector<std::string> found = std::exchange(run.differences, {});
+            if (file == candidates.front() || found.size() < fewest.size()) fewest = std::move(found);
+            mUsed.push_back(file);
+            mUsed.push_back("B" + file);
+        }
+        if (fewest.empty()) ++mProved.parts;
+        run.differences = std::move(fewest);
+    }
+
+    void Compare(RunState& run, const std::string& file) {
+        const std::string second = "B" + file;
+        const bool hasSecond = std::ranges::any_of(
+            mSecond, [&](const std::string& name) { return EqualsIgnoreCase(name, second); });
+        const std::optional<Failure> failure = Attempt([&] {
+            const OpenFile first(*mRun.app, mFiles.folder + file);
+            std::optional<OpenFile> other;
+            if (hasSecond) other.emplace(*mRun.app, mSecondFolder + second);
+            run.target = mFiles.target ? *mFiles.target : TargetOf(run, first, other);
+            GatherWrittenSide(run, first.Document(), false);
+            if (other) GatherWrittenSide(run, other->Document(), true);
+        });
+        if (failure) NoteUnproved(run, failure->detail());
+        ProveGathered(run);
+    }
+
+    static Target TargetOf(const RunState& run, const OpenFile& first,
+                           const std::optional<OpenFile>& second) {
+        std::vector<std::string> layers;
+        const auto take = [&layers](AcadEntity& entity) { layers.push_back(entity.Layer()); };
+        first.Document().ModelSpace().ForEach(take);
+        if (second) second->Document().ModelSpace().ForEach(take);
+        return TargetOfNames(layers, run.Metric(), ToolNumbersOf(run));
+    }
+
+    std::string Label(const RunState& run) const {
+        return mParts[static_cast<std::size_t>(run.partIndex)].label;
+    }
+
+    void TellTheRest(const std::vector<std::string>& there) {
+        for (const std::string& file : there) {
+            const bool used = std::ranges::any_of(
+                mUsed, [&](const std::string& name) { return EqualsIgnoreCase(name, file); });
+            if (!used)
+                mProved.report.passedOver.push_back("The file " + file +
+                                                    " is of no part that was looked at.");
+        }
+    }
+
+    FilesOfRun mFiles;
+    std::string mSecondFolder;
+    RunState mRun;
+    ProvedFiles mProved;
+    std::vector<PartFile> mParts;
+    std::vector<std::string> mFirst, mSecond, mUsed;
+};
+
+}  // namespace
+
+ProvedFiles ProveFiles(AcadApplication& app, const FilesOfRun& files) {
+    AcadDocument* const drawing = TheSession().AcadDoc;
+    FolderProof proof(app, files);
+    ProvedFiles proved;
+    const std::optional<Failure> failure = Attempt([&] { proved = proof.Prove(); });
+    TheSession().AcadDoc = drawing;
+    if (failure) throw *failure;
+    return proved;
+}
+
+}  // namespace brenvik

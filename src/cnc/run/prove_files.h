@@ -1,0 +1,31 @@
+// The proof of files that lie in a folder since an earlier run.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "cnc/part/run_report.h"
+#include "cnc/part/run_state.h"
+
+namespace brenvik {
+
+/// Where the files lie, and what is known of the run that has made them.
+struct FilesOfRun {
+    std::string folder;  ///< Of first sides, with the mark behind it; those of second sides are in "2-sided".
+    std::optional<Target> target = {};  ///< Told by the names in the files unless somebody knows better.
+    /// By way of the grid equal parts share a file, and its number says nothing about its part.
+    RunForm form = RunForm::A;
+};
+
+struct ProvedFiles {
+    /// What a run would have reported: parts that don't come out as they are drawn or couldn't be compared;
+    /// among what was passed over parts that have no file, and files that are no part's.
+    RunReport report;
+    int parts = 0;  ///< That come out as they are drawn.
+};
+
+/// Holds the files against the solids of the previous selection of the active drawing, in the order in which
+/// a run takes them. Writes nothing but work drawings in the output folder of runs.
+ProvedFiles ProveFiles(AcadApplication& app, const FilesOfRun& files);
+
+}  // namespace brenvik

@@ -1,0 +1,124 @@
+// brenvik prove: files of an earlier run held against the drawing, whole, edited, missing and out of place.
+#include <filesystem>
+
+#include "base/text.h"
+#include "boards.h"
+#include "program.h"
+
+namespace brenvik::cli_test {
+namespace {
+
+class Prove : public ProgramTest {
+  protected:
+    /// Two boards with a hole from above and a pocket from below, and their files.
+    void MakeFiles(const std::string& target = "C2C") const {
+        WriteBoardsTo(folder / "job.dxf", {{"Side", "Shelf"}, "White Melamine", true});
+        const Outcome outcome = Run({"cnc", "job.dxf", "--target", target, "--out", "cut", "--quiet"});
+        ASSERT_EQ(outcome.status, 0) << outcome.errors;
+    }
+    Outcome ProveJob(std::vector<std::string> more = {}) const {
+        std::vector<std::string> words{"prove", "job.dxf", "cut"};
+        words.insert(words.end(), more.begin(), more.end());
+        return Run(words);
+    }
+    std::size_t FilesInCut() const {
+        std::size_t files = 0;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder / "cut"))
+            files += entry.is_regular_file() ? 1 : 0;
+        return files;
+    }
+    void ExpectTold(const Outcome& outcome, const std::string& text, const std::string& output) const {
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_NE(outcome.errors.find(text), std::string::npos) << outcome.errors;
+        EXPECT_EQ(outcome.output, output);
+    }
+};
+
+const std::string bothRight = "2 of 2 parts come out of cut as they are drawn\n";
+const std::string oneRight = "1 of 2 parts come out of cut as they are drawn\n";
+
+TEST_F(Prove, FilesOfEveryTargetMakeTheirParts) {
+    for (const char* target :
+         {"C2C", "ATP", "ROV", "CNI", "ASP", "WOP4", "WOP5", "THERM", "BW", "Enroute", "ABC", "RCIM"}) {
+        MakeFiles(target);
+        const Outcome outcome = ProveJob();
+        EXPECT_EQ(outcome.errors, "") << target;
+        EXPECT_EQ(outcome.output, bothRight) << target;
+        EXPECT_EQ(outcome.status, 0) << target;
+        EXPECT_EQ(ProveJob({"--target", target}).status, 0) << target;
+    }
+}
+
+TEST_F(Prove, NothingIsWritten) {
+    MakeFiles();
+    const std::string drawing = Read("job.dxf"), file = Read("cut/Part_0_Side_7.dxf");
+    const std::size_t before = FilesInCut();
+    EXPECT_EQ(ProveJob().status, 0);
+    EXPECT_EQ(Read("job.dxf"), drawing);
+    EXPECT_EQ(Read("cut/Part_0_Side_7.dxf"), file);
+    EXPECT_EQ(FilesInCut(), before);
+}
+
+TEST_F(Prove, AVanishedFileIsTold) {
+    MakeFiles();
+    std::filesystem::remove(folder / "cut/Part_1_Shelf_7.dxf");
+    const Outcome outcome = ProveJob();
+    ExpectTold(outcome, "has no file Part_1_Shelf_7.dxf in the folder", oneRight);
+    EXPECT_NE(outcome.errors.find("The file BPart_1_Shelf_7.dxf is of no part that was looked at"),
+              std::string::npos)
+        << outcome.errors;
+}
+
+TEST_F(Prove, AVanishedSecondSideIsTold) {
+    MakeFiles();
+    std::filesystem::remove(folder / "cut/2-sided/BPart_0_Side_7.dxf");
+    ExpectTold(ProveJob(), "wood stays that the part has not", oneRight);
+}
+
+TEST_F(Prove, AnEditedFileIsTold) {
+    MakeFiles();
+    const std::string file = "cut/2-sided/BPart_0_Side_7.dxf";
+    std::string text = Read(file);
+    const std::size_t layer = text.find("VD_Z");
+    ASSERT_NE(layer, std::string::npos);
+    text = ReplaceAll(text, text.substr(layer, text.find_first_of("\r\n", layer) - layer), "VD_Z3_T_D5");
+    Write(file, text);
+    ExpectTold(ProveJob(), "a name that tells of a depth of 3", oneRight);
+}
+
+TEST_F(Prove, AFileThatIsNoDrawingIsToldAsUnproved) {
+    MakeFiles();
+    Write("cut/Part_0_Side_7.dxf", "no drawing");
+    ExpectTold(ProveJob(), "it could not be compared with its files", oneRight);
+}
+
+TEST_F(Prove, AFileOfNoPartIsTold) {
+    MakeFiles();
+    std::filesystem::copy(folder / "cut/Part_0_Side_7.dxf", folder / "cut/Part_9_Door_7.dxf");
+    ExpectTold(ProveJob(), "The file Part_9_Door_7.dxf is of no part that was looked at", bothRight);
+}
+
+TEST_F(Prove, ByWayOfTheGridEqualPartsShareAFile) {
+    WriteBoardsTo(folder / "job.dxf", {{"Side", "Side", "Shelf"}, "White Melamine", true});
+    ASSERT_EQ(Run({"cnc", "job.dxf", "--target", "C2C", "--out", "cut", "--from-grid", "--quiet"}).status, 0);
+    const Outcome outcome = ProveJob({"--from-grid"});
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(outcome.output, "3 of 3 parts come out of cut as they are drawn\n");
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(Prove, AFolderThatIsNotThereIsUnreadable) {
+    WriteBoardsTo(folder / "job.dxf", {{"Side"}, "White Melamine", false});
+    const Outcome outcome = ProveJob();
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_EQ(outcome.errors, "brenvik: cut: expected a folder with the files of a run; there is none\n");
+}
+
+TEST_F(Prove, AWrongTargetIsWrongWords) {
+    const Outcome outcome = ProveJob({"--target", "XYZ"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_NE(outcome.errors.find("found XYZ"), std::string::npos) << outcome.errors;
+}
+
+}  // namespace
+}  // namespace brenvik::cli_test
