@@ -85,11 +85,16 @@ void RunJobOfTwoSides(benchmark::State& state) {
     RunParts(state, parts, MachinedJobFile(parts, holes, Machining::BothSides), Target::C2C);
 }
 
-// To be read beside the same job with its proof.
+// To be read beside the same jobs with their proof.
 void RunJobWithoutProof(benchmark::State& state) {
-    const int parts = static_cast<int>(state.range(0)), holes = static_cast<int>(state.range(1));
     SetProof(false);
-    RunParts(state, parts, MachinedJobFile(parts, holes, Machining::OneSide), Target::C2C);
+    RunJobOfPanels(state);
+    SetProof(true);
+}
+
+void RunTwoSidesWithoutProof(benchmark::State& state) {
+    SetProof(false);
+    RunJobOfTwoSides(state);
     SetProof(true);
 }
 
@@ -114,6 +119,7 @@ void Jobs(benchmark::internal::Benchmark* bench) {
 BENCHMARK(RunJobOfPanels)->Apply(Jobs);
 BENCHMARK(RunJobOfTwoSides)->Apply(Processor)->ArgNames({"parts", "holes"})->Args({10, 40});
 BENCHMARK(RunJobWithoutProof)->Apply(Jobs);
+BENCHMARK(RunTwoSidesWithoutProof)->Apply(Processor)->ArgNames({"parts", "holes"})->Args({10, 40});
 BENCHMARK(RunJobForTarget)->Apply(Processor)->ArgName("target")->DenseRange(1, AllTargets.size());
 
 }  // namespace
