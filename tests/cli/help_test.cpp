@@ -11,7 +11,7 @@ TEST_F(Help, NamesEveryCommandAndTheExitStatuses) {
     const Outcome outcome = Run({"--help"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.errors, "");
-    for (const char* word : {"init", "list", "export", "cnc", "run", "convert", "sample", "settings",
+    for (const char* word : {"init", "list", "export", "cnc", "prove", "run", "convert", "sample", "settings",
                              "materials", "--home", "BRENVIK_HOME", "Exit status: 0 done"})
         EXPECT_NE(outcome.output.find(word), std::string::npos) << word;
     EXPECT_EQ(outcome.output.find("desktop"), std::string::npos);
