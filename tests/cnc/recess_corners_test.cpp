@@ -12,6 +12,7 @@ class RecessCorners : public WholePartTest {
   protected:
     void ExpectMade(MadePart& part, const CheckOptions& options = {}) {
         PutDown(part);
+        Set("ClearCores", "1");
         for (const Target target : {Target::C2C, Target::RCIM}) {
             dialogs.messages.clear();
             RunAll(target);

@@ -9,7 +9,10 @@ constexpr auto OnEdge = std::to_array<std::string_view>({"LTW", "TLW", "WTL", "T
 
 class UprightFaces : public WholePartTest {
   protected:
-    UprightFaces() { WriteMaterials({"19", "20", "60", "65", "80", "100", "150", "300", "600"}, {12, 6, 3}); }
+    UprightFaces() {
+        WriteMaterials({"19", "20", "60", "65", "80", "100", "150", "300", "600"}, {12, 6, 3});
+        Set("ClearCores", "1");
+    }
 
     /// Runs the part for one target, expects sound files without a box, and an outline that lies flat.
     void ExpectMade(MadePart& part, std::string_view letters, Target target, std::size_t pose = 1) {
