@@ -26,7 +26,8 @@ void RequireSameUnits(const std::string& word, MeasureUnits present, const std::
     if (word.empty() || UnitsNamed(word) == present) return;
     throw CommandError(ExitStatus::WrongWords,
                        "--units: " + TextFromPath(home) + " is a home in " + std::string(NameOf(present)) +
-                           " units (its ExportScaleSetting is " + GetSettingText("ExportScaleSetting") +
+                           " units (its ExportScaleSetting is " +
+                           GetSettingText(setting::ExportScaleSetting) +
                            "), and settings, materials and drawings of a home go together; make another one: "
                            "brenvik --home DIR init --units " +
                            word);

@@ -62,7 +62,7 @@ void InstallHome(FilesPort& files, DatabasePort& database, std::optional<Measure
 }
 
 std::optional<MeasureUnits> UnitsOfHome() {
-    switch (ToInteger(NumberSetting("ExportScaleSetting"))) {
+    switch (ToInteger(NumberSetting(setting::ExportScaleSetting))) {
         case 1:
         case 4:
             return MeasureUnits::Imperial;

@@ -12,6 +12,7 @@
 
 #include "base/letter_case.h"
 #include "session/ports/database_port.h"
+#include "settings/setting_names.h"
 
 namespace brenvik {
 
@@ -86,7 +87,7 @@ std::vector<AdjustmentRow> ParseAdjustments(std::span<const std::string> lines);
 /// The 23 lines of a row.
 std::string AdjustmentText(const AdjustmentRow& row, std::string_view lineEnd);
 
-inline constexpr std::string_view AdjustmentPathSetting = "CVS_ADJ_PATH";
+inline constexpr SettingName AdjustmentPathSetting = setting::CVS_ADJ_PATH;
 inline constexpr std::string_view MissingAdjustments =
     "Brenvik cannot find your No Adjustments.txt file in your installed folder. It may have been deleted. "
     "You "

@@ -25,15 +25,15 @@ namespace brenvik {
 
 namespace {
 
-struct ListedPart {
+struct ListRow {
     std::string name;
     double quantity = 1;
 };
 
-using ListedParts = std::map<std::string, ListedPart>;
+using RowsById = std::map<std::string, ListRow>;
 
-ListedParts PartsOfTheList() {
-    ListedParts parts;
+RowsById PartsOfTheList() {
+    RowsById parts;
     std::unique_ptr<Recordset> records;
     Skip([&] { mDatabase::OpenRecordset(FullSelect(), records); });
     if (records == nullptr) return parts;
@@ -56,7 +56,7 @@ std::optional<ShapeMarks> MarksOf(ShapeMarker& marker, const std::string& handle
     return marks;
 }
 
-void LookAtSolids(ShapeMarker& marker, const CncGroup& group, const ListedParts& parts) {
+void LookAtSolids(ShapeMarker& marker, const CncGroup& group, const RowsById& parts) {
     const std::optional<ShapeMarks> first = MarksOf(marker, group.front());
     std::vector<std::string> different;
     for (std::size_t i = 1; i < group.size(); ++i) {
@@ -74,7 +74,7 @@ void LookAtSolids(ShapeMarker& marker, const CncGroup& group, const ListedParts&
                          " differ from it; expected a part number (PN) of its own for each different solid"});
 }
 
-void LookAtQuantities(const CncGroup& group, const ListedParts& parts) {
+void LookAtQuantities(const CncGroup& group, const RowsById& parts) {
     double sum = 0;
     for (const std::string& handle : group)
         if (const auto part = parts.find(handle); part != parts.end()) sum += part->second.quantity;
@@ -90,7 +90,7 @@ void LookAtQuantities(const CncGroup& group, const ListedParts& parts) {
 }  // namespace
 
 void LookAtCncGroups(std::span<const CncGroup> groups) {
-    const ListedParts parts = PartsOfTheList();
+    const RowsById parts = PartsOfTheList();
     std::unique_ptr<SolidMeasurer> measurer;
     Skip([&] { measurer = ThePlatform().measuring->CreateMeasurer(); });
     auto* marker = dynamic_cast<ShapeMarker*>(measurer.get());

@@ -3,7 +3,7 @@
 
 #include <span>
 
-#include "export/cnc_hand_off.h"
+#include "parts/cnc_list.h"
 
 namespace brenvik {
 

@@ -3,7 +3,6 @@
 
 #include <memory>
 #include <optional>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -14,6 +13,7 @@
 #include "export/export_cells.h"
 #include "export/frm_export.h"
 #include "forms/form_guards.h"
+#include "parts/cnc_list.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
 #include "query/frm_new_sort.h"
@@ -107,9 +107,6 @@ bool WriteRunList(const std::string& path, const std::string& content) {
     return !oldOneStands;
 }
 
-/// What parts are grouped by: all that stands behind their id and quantity.
-std::string KeyOf(std::string_view line) { return SplitAtFirst(SplitAtFirst(line, ',').tail, ',').tail; }
-
 /// Tells the parts that no group takes, since nothing stands behind their quantity. False when none is left
 /// to be cut.
 bool TellPartsWithoutKey(const ListPlan& plan, std::span<const std::string> lines) {
@@ -119,7 +116,7 @@ bool TellPartsWithoutKey(const ListPlan& plan, std::span<const std::string> line
     }
     std::vector<std::string> ids;
     for (const std::string& line : lines)
-        if (KeyOf(line).empty()) ids.push_back(Trim(SplitAtFirst(line, ',').head));
+        if (!StandsInAGroup(line)) ids.push_back(IdOf(line));
     if (ids.empty()) return true;
     ShowMessage(
         "Nothing stands behind the quantity in the lines of these parts, so this run leaves them out: " +
@@ -128,29 +125,6 @@ bool TellPartsWithoutKey(const ListPlan& plan, std::span<const std::string> line
 }
 
 }  // namespace
-
-std::vector<CncGroup> CncGroupsOf(std::span<const std::string> lines) {
-    std::vector<CncGroup> groups;
-    std::unordered_map<std::string, std::size_t> groupOf;
-    for (const std::string& line : lines) {
-        const std::string key = KeyOf(line);
-        if (key.empty()) continue;
-        const auto [place, isNew] = groupOf.emplace(key, groups.size());
-        if (isNew) groups.emplace_back();
-        groups[place->second].push_back(Trim(SplitAtFirst(line, ',').head));
-    }
-    return groups;
-}
-
-std::string GroupedCncList(std::span<const std::string> lines, std::string_view lineEnd) {
-    std::string text;
-    for (const CncGroup& group : CncGroupsOf(lines)) {
-        if (group.front().empty()) continue;
-        text += group.front() + "," + std::to_string(group.size());
-        text += lineEnd;
-    }
-    return text;
-}
 
 void HandOffToCnc(frmExport& form, int exportTarget) {
     TurnGroupingOff();

@@ -2,12 +2,7 @@
 // the run starts when the grid has closed.
 #pragma once
 
-#include <span>
-#include <string>
 #include <string_view>
-#include <vector>
-
-#include "parts/cnc_list.h"
 
 namespace brenvik {
 
@@ -17,17 +12,6 @@ class frmExport;
 inline constexpr std::string_view CncColumns =
     "ID,QTY,Part Name,Sub Assembly,Material,Length,Width,Thickness,ORIE,Notes,User Data1,User "
     "Data2,PN,Price,EB1,EB2,EB3,EB4,Face,Layer";
-
-/// A group of identical parts by their ids, in the order of their lines.
-using CncGroup = std::vector<std::string>;
-
-/// Lines that are equal, letter by letter, behind their second comma, in the order of their first ones. A
-/// line with nothing behind its second comma belongs to no group.
-std::vector<CncGroup> CncGroupsOf(std::span<const std::string> lines);
-
-/// The second list from the lines of the first: "id,count" for each group, with the id of its first line. A
-/// blank id makes no line.
-std::string GroupedCncList(std::span<const std::string> lines, std::string_view lineEnd);
 
 /// Hands the parts over to the run of a target (1 to 12): turns grouping off, writes both lists from all rows
 /// of the part table, stores the target in `ExportTarget` and unloads the dialog. Adjustments that can't be

@@ -15,16 +15,26 @@ namespace {
 /// Where a list view's rows stand: the count, and what each row has under its number. Blank names are not
 /// kept.
 struct MappingKeys {
-    std::string_view subkey, count, key, text, tag, target;
+    std::string_view subkey;
+    SettingName count, key, text, tag, target;
 };
 
-constexpr MappingKeys CsvMapping = {CsvSaveSubkey, "CVS_COL_COUNT", "CVS_COL_KEY", "CVS_COL_VALUE", "", ""};
-constexpr MappingKeys AccessMappingKeys = {AccessSaveSubkey, "ACCESS_MAP_COUNT", "ACCESS_KEY",
-                                           "ACCESS_VALUE",   "ACCESS_TAG",       "ACCESS_TO"};
+constexpr SettingName NotKept{""};
+constexpr MappingKeys CsvMapping = {
+    CsvSaveSubkey, setting::CVS_COL_COUNT, setting::CVS_COL_KEY, setting::CVS_COL_VALUE, NotKept, NotKept};
+constexpr MappingKeys AccessMappingKeys = {AccessSaveSubkey,    setting::ACCESS_MAP_COUNT,
+                                           setting::ACCESS_KEY, setting::ACCESS_VALUE,
+                                           setting::ACCESS_TAG, setting::ACCESS_TO};
 
-std::string Numbered(std::string_view name, std::size_t row) {
-    return std::string(name) + std::to_string(row);
-}
+/// One value of a family: the name is followed by the row's number.
+class Numbered {
+  public:
+    Numbered(SettingName family, std::size_t row) : mText(std::string(family.text) + std::to_string(row)) {}
+    operator SettingName() const { return SettingName(mText); }
+
+  private:
+    std::string mText;
+};
 
 void SaveRows(const ListViewControl& view, const MappingKeys& keys) {
     SaveSubkeyText(keys.subkey, keys.count, std::to_string(view.rows.size()));
@@ -32,7 +42,7 @@ void SaveRows(const ListViewControl& view, const MappingKeys& keys) {
         const ListViewControl::Row& each = view.rows[row];
         SaveSubkeyText(keys.subkey, Numbered(keys.key, row), each.key);
         SaveSubkeyText(keys.subkey, Numbered(keys.text, row), each.text);
-        if (keys.tag.empty()) continue;
+        if (keys.tag.text.empty()) continue;
         SaveSubkeyText(keys.subkey, Numbered(keys.tag, row), each.tag);
         SaveSubkeyText(keys.subkey, Numbered(keys.target, row),
                        each.subItems.empty() ? std::string() : each.subItems.front());
@@ -49,7 +59,7 @@ void RestoreRows(ListViewControl& view, const MappingKeys& keys) {
         ListViewControl::Row each;
         each.key = GetSubkeyText(keys.subkey, Numbered(keys.key, row));
         each.text = GetSubkeyText(keys.subkey, Numbered(keys.text, row));
-        if (!keys.tag.empty()) {
+        if (!keys.tag.text.empty()) {
             each.tag = GetSubkeyText(keys.subkey, Numbered(keys.tag, row));
             each.subItems = {GetSubkeyText(keys.subkey, Numbered(keys.target, row))};
         }
@@ -64,30 +74,30 @@ void RestoreSwitch(CheckControl& box, std::string_view text) { box.SetValue(Swit
 }  // namespace
 
 void frmExport::SaveState() const {
-    SaveSettingText("EXPORT_TYPE", std::to_string(cboExportType.ListIndex()));
-    SaveSettingText("SAVE_SWITCH", SwitchText(chkSave));
-    SaveSubkeyText(CsvSaveSubkey, "CVS_EXPORT_PATH", txtSaveCSVFile.Text());
-    SaveSubkeyText(CsvSaveSubkey, "CVS_MAPPING_SWITCH", SwitchText(chkChooseCSV));
-    SaveSubkeyText(CsvSaveSubkey, "CSV_REDUCE", SwitchText(chkReduce));
+    SaveSettingText(setting::EXPORT_TYPE, std::to_string(cboExportType.ListIndex()));
+    SaveSettingText(setting::SAVE_SWITCH, SwitchText(chkSave));
+    SaveSubkeyText(CsvSaveSubkey, setting::CVS_EXPORT_PATH, txtSaveCSVFile.Text());
+    SaveSubkeyText(CsvSaveSubkey, setting::CVS_MAPPING_SWITCH, SwitchText(chkChooseCSV));
+    SaveSubkeyText(CsvSaveSubkey, setting::CSV_REDUCE, SwitchText(chkReduce));
     SaveRows(lvCVSMapping, CsvMapping);
-    SaveSubkeyText(AccessSaveSubkey, "ACCESS_EXPORT_PATH", txtExportAccess.Text());
-    SaveSubkeyText(AccessSaveSubkey, "ACCESS_TABLE_NAME", cboAccessTable.Text());
+    SaveSubkeyText(AccessSaveSubkey, setting::ACCESS_EXPORT_PATH, txtExportAccess.Text());
+    SaveSubkeyText(AccessSaveSubkey, setting::ACCESS_TABLE_NAME, cboAccessTable.Text());
     SaveRows(lvAccessMap, AccessMappingKeys);
 }
 
 void frmExport::RestoreState() {
-    const std::string type = GetSettingText("EXPORT_TYPE");
+    const std::string type = GetSettingText(setting::EXPORT_TYPE);
     if (IsNumeric(type)) {
         const double index = RoundHalfEven(StrictNumber(type), 0);
         if (index >= 0 && index < static_cast<double>(cboExportType.ListCount()))
             cboExportType.SetListIndex(static_cast<int>(index));
     }
-    RestoreSwitch(chkSave, GetSettingText("SAVE_SWITCH"));
-    RestoreSwitch(chkChooseCSV, GetSubkeyText(CsvSaveSubkey, "CVS_MAPPING_SWITCH"));
-    RestoreSwitch(chkReduce, GetSubkeyText(CsvSaveSubkey, "CSV_REDUCE"));
-    txtSaveCSVFile.SetText(GetSubkeyText(CsvSaveSubkey, "CVS_EXPORT_PATH"));
+    RestoreSwitch(chkSave, GetSettingText(setting::SAVE_SWITCH));
+    RestoreSwitch(chkChooseCSV, GetSubkeyText(CsvSaveSubkey, setting::CVS_MAPPING_SWITCH));
+    RestoreSwitch(chkReduce, GetSubkeyText(CsvSaveSubkey, setting::CSV_REDUCE));
+    txtSaveCSVFile.SetText(GetSubkeyText(CsvSaveSubkey, setting::CVS_EXPORT_PATH));
     RestoreRows(lvCVSMapping, CsvMapping);
-    txtExportAccess.SetText(GetSubkeyText(AccessSaveSubkey, "ACCESS_EXPORT_PATH"));
+    txtExportAccess.SetText(GetSubkeyText(AccessSaveSubkey, setting::ACCESS_EXPORT_PATH));
     RestoreRows(lvAccessMap, AccessMappingKeys);
     if (!txtExportAccess.Text().empty()) populateTableList();
     RestoreTarget();
@@ -95,7 +105,7 @@ void frmExport::RestoreState() {
 
 /// The table of the last time: chosen as by a click where it is offered, else just named.
 void frmExport::RestoreTarget() {
-    const std::string table = GetSubkeyText(AccessSaveSubkey, "ACCESS_TABLE_NAME");
+    const std::string table = GetSubkeyText(AccessSaveSubkey, setting::ACCESS_TABLE_NAME);
     if (table.empty()) return;
     const auto& tables = cboAccessTable.Items();
     const auto found = std::ranges::find(tables, table);

@@ -38,7 +38,7 @@ class GridOnItsLastList {
 }  // namespace
 
 bool ApplyOpenGrid() {
-    if (ToInteger(NumberSetting("CNCApplyClose")) != 0) return true;
+    if (ToInteger(NumberSetting(setting::CNCApplyClose)) != 0) return true;
     frmMain& form = GridFormInstance();
     if (!form.Loaded()) return false;
     form.Apply();

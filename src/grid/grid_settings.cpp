@@ -36,21 +36,21 @@ void ForEachWidthColumn(GridControl& grid,
 
 void LoadGridSettings() {
     Session& session = TheSession();
-    session.ApplicationPath = GetSettingText("ApplicationPath");
-    session.ApplicationVersion = GetSettingText("ApplicationVersion");
-    session.DialogWidth = GetSettingText("DialogWidth");
-    session.DialogHeight = GetSettingText("DialogHeight");
-    session.DialogLeft = GetSettingText("DialogLeft");
-    session.DialogTop = GetSettingText("DialogTop");
+    session.ApplicationPath = GetSettingText(setting::ApplicationPath);
+    session.ApplicationVersion = GetSettingText(setting::ApplicationVersion);
+    session.DialogWidth = GetSettingText(setting::DialogWidth);
+    session.DialogHeight = GetSettingText(setting::DialogHeight);
+    session.DialogLeft = GetSettingText(setting::DialogLeft);
+    session.DialogTop = GetSettingText(setting::DialogTop);
     mDatabase::TakeWorkingDatabasePath();
-    session.SettingsEvent = SwitchIsNotZero(GetSettingText("SettingsEvent"));
-    session.MeasureNonSolids = SwitchIsNotZero(GetSettingText("MeasureNonSolids"));
-    session.NoMeasure = SwitchIsNotZero(GetSettingText("NoMeasure"));
+    session.SettingsEvent = SwitchIsNotZero(GetSettingText(setting::SettingsEvent));
+    session.MeasureNonSolids = SwitchIsNotZero(GetSettingText(setting::MeasureNonSolids));
+    session.NoMeasure = SwitchIsNotZero(GetSettingText(setting::NoMeasure));
 
     const std::vector<std::string> keys = Split(ColumnWidthKeyList, ',');
     session.ColumnCaptions.assign(keys.size(), {});
     ForEachWidthColumn(GridFormInstance().fpSpread1, [&](GridColumn& column, std::string_view key) {
-        const std::string width = GetSettingText(WidthName(key));
+        const std::string width = GetSettingText(SettingName(WidthName(key)));
         if (IsNumeric(width)) column.width = StrictNumber(width);
         const auto place = std::find(keys.begin(), keys.end(), key) - keys.begin();
         session.ColumnCaptions[static_cast<std::size_t>(place)] = width;
@@ -64,13 +64,13 @@ void SaveGridSettings() {
     session.DialogHeight = NumberToText(form.height);
     session.DialogLeft = NumberToText(form.left);
     session.DialogTop = NumberToText(form.top);
-    SaveSettingText("MDBPath", mDatabase::DatabasePathToKeep());
-    SaveSettingText("DialogWidth", session.DialogWidth);
-    SaveSettingText("DialogHeight", session.DialogHeight);
-    SaveSettingText("DialogLeft", session.DialogLeft);
-    SaveSettingText("DialogTop", session.DialogTop);
+    SaveSettingText(setting::MDBPath, mDatabase::DatabasePathToKeep());
+    SaveSettingText(setting::DialogWidth, session.DialogWidth);
+    SaveSettingText(setting::DialogHeight, session.DialogHeight);
+    SaveSettingText(setting::DialogLeft, session.DialogLeft);
+    SaveSettingText(setting::DialogTop, session.DialogTop);
     ForEachWidthColumn(form.fpSpread1, [](GridColumn& column, std::string_view key) {
-        SaveSettingText(WidthName(key), NumberToText(column.width));
+        SaveSettingText(SettingName(WidthName(key)), NumberToText(column.width));
     });
 }
 

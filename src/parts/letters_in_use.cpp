@@ -32,8 +32,8 @@ struct GuessedLetters {
 std::optional<mAutoCAD::MeasuredExtents> ExtentsOf(const AcadEntity& solid,
                                                    const std::array<std::string_view, 3>& saved) {
     mAutoCAD::MeasuringChoice choice;
-    choice.WCSMeasure = SwitchIsOn("WCSMeasure");
-    choice.NoMeasure = ToInteger(NumberSetting("NoMeasure"));
+    choice.WCSMeasure = SwitchIsOn(setting::WCSMeasure);
+    choice.NoMeasure = ToInteger(NumberSetting(setting::NoMeasure));
     std::unique_ptr<SolidMeasurer> measurer;
     mAutoCAD::MeasuredExtents extents;
     bool measured = false;

@@ -54,13 +54,14 @@ void Release(std::unique_ptr<Connection>& connection) {
 
 void TakeWorkingDatabasePath() {
     Session& session = TheSession();
-    session.MDBPath = GetSettingText("MDBPath");
+    session.MDBPath = GetSettingText(setting::MDBPath);
     if (IsBlank(session.MDBPath) || IsHomeDatabase(session.MDBPath)) session.MDBPath = OwnDatabasePath();
 }
 
 std::string DatabasePathToKeep() {
     const std::string& path = TheSession().MDBPath;
-    const std::string kept = EqualsIgnoreCase(path, OwnDatabasePath()) ? GetSettingText("MDBPath") : path;
+    const std::string kept =
+        EqualsIgnoreCase(path, OwnDatabasePath()) ? GetSettingText(setting::MDBPath) : path;
     return IsHomeDatabase(kept) ? std::string() : kept;
 }
 

@@ -275,9 +275,9 @@ void BindGrid(Scan& scan) {
 void ScanSelection(const ScanScreen& screen) {
     Scan scan(screen);
     // Read ahead of the handler: a switch that holds no number stops the call.
-    scan.choice.MeasureNonSolids = StrictIntegerSetting("MeasureNonSolids");
-    scan.choice.NoMeasure = StrictIntegerSetting("NoMeasure");
-    scan.choice.WCSMeasure = SwitchIsOn("WCSMeasure");
+    scan.choice.MeasureNonSolids = StrictIntegerSetting(setting::MeasureNonSolids);
+    scan.choice.NoMeasure = StrictIntegerSetting(setting::NoMeasure);
+    scan.choice.WCSMeasure = SwitchIsOn(setting::WCSMeasure);
 
     screen.form.mousePointer = MousePointer::Hourglass;
     AcadSelectionSet* set = TakePreviousSelection(scan);

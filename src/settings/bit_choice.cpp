@@ -26,7 +26,8 @@ constexpr double ClearingFactor = 1.999999;
 /// Sides of inside routes and diameters of circles are compared at this many decimals.
 constexpr int Decimals = 5;
 
-constexpr std::string_view StandingSwitch = "Skipandcontinue", StandingOption = "skipandcontinuevalue";
+constexpr SettingName StandingSwitch = setting::Skipandcontinue,
+                      StandingOption = setting::skipandcontinuevalue;
 
 /// Ends in the blank that the sentence around it lacks.
 constexpr std::string_view SupportAddress = "support@brenvik.example ";

@@ -24,7 +24,7 @@ constexpr std::string_view Advice =
     "you parts, then turn if off and type 33 when done stretching solids to update the ORIE letters. This is "
     "necessary due to a timing issue with ACAD and different PC platforms.";
 
-constexpr std::string_view ScaleName = "ExportScaleSetting";
+constexpr SettingName ScaleName = setting::ExportScaleSetting;
 
 const SettingEntry& EntryOfControl(std::string_view control) {
     const auto table = SettingTable();
@@ -83,9 +83,10 @@ void frmSettings::OnLoad() {
     for (const SettingEntry& entry : SettingTable()) {
         if (entry.control.empty()) continue;
         if (entry.kind == SettingKind::Switch)
-            Get<CheckControl>(entry.control).SetValue(StrictNumberSetting(entry.name) == 1 ? 1 : 0);
+            Get<CheckControl>(entry.control)
+                .SetValue(StrictNumberSetting(SettingName(entry.name)) == 1 ? 1 : 0);
         if (entry.kind == SettingKind::Number)
-            Get<Control>(entry.control).SetText(GetSettingText(entry.name));
+            Get<Control>(entry.control).SetText(GetSettingText(SettingName(entry.name)));
     }
     SetRunEventCaption();
     const double scale = NumberSetting(ScaleName);
@@ -107,9 +108,10 @@ void frmSettings::Apply() {
     for (const SettingEntry& entry : SettingTable()) {
         if (entry.control.empty()) continue;
         if (entry.kind == SettingKind::Switch)
-            SaveSettingText(entry.name, Get<CheckControl>(entry.control).Value() == 1 ? "1" : "0");
+            SaveSettingText(SettingName(entry.name),
+                            Get<CheckControl>(entry.control).Value() == 1 ? "1" : "0");
         if (entry.kind == SettingKind::Number)
-            SaveSettingText(entry.name, Get<Control>(entry.control).Text());
+            SaveSettingText(SettingName(entry.name), Get<Control>(entry.control).Text());
     }
     for (std::size_t place = 0; place < scaleOptions.size(); ++place)
         if (scaleOptions[place]->Value() == 1) SaveSettingText(ScaleName, std::to_string(place + 1));

@@ -10,9 +10,11 @@ namespace brenvik {
 std::string WidthName(std::string_view key) { return std::string(key) + std::string(WidthSuffix); }
 
 void ResetGridLayout() {
-    for (const std::string_view name : {"DialogWidth", "DialogHeight", "DialogLeft", "DialogTop"})
+    for (const SettingName name :
+         {setting::DialogWidth, setting::DialogHeight, setting::DialogLeft, setting::DialogTop})
         DeleteSettingText(name);
-    for (const std::string& key : Split(ColumnWidthKeyList, ',')) DeleteSettingText(WidthName(key));
+    for (const std::string& key : Split(ColumnWidthKeyList, ','))
+        DeleteSettingText(SettingName(WidthName(key)));
 }
 
 }  // namespace brenvik

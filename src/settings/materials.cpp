@@ -287,7 +287,7 @@ std::string UnknownMaterialText(std::string_view key) {
 }
 
 std::string MaterialNameForList(double thicknessInMillimetres, std::string_view materialName) {
-    if (!SwitchIsOn("ConvertMaterialName")) return std::string(materialName);
+    if (!SwitchIsOn(setting::ConvertMaterialName)) return std::string(materialName);
     constexpr double inchesInAMillimetre = 0.0393700787401575;
     const double inches = ClosestThirtySecond(thicknessInMillimetres * inchesInAMillimetre);
     return DecimalToFraction(inches, false) + " " + std::string(materialName);

@@ -10,6 +10,7 @@
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/text.h"
+#include "settings/setting_names.h"
 #include "settings/settings_keys.h"
 
 namespace brenvik {
@@ -38,20 +39,20 @@ struct Limits {
 // that holds the part on the sheet. A run that makes each part no times was meant for none of them. A window
 // may stand on a second screen to the left.
 constexpr auto NumberLimits = std::to_array<Limits>({
-    {"ExportScaleSetting", 1, 4, true, false},
-    {"CircleSize", 0, NoLimit, false, false},
-    {"BiesseWorksSpoil", -MostSpoil, MostSpoil, false, false},
-    {"CNCMultiplier", 1, MostTimes, true, false},
-    {"DrillSpoilAmount", -MostSpoil, MostSpoil, false, false},
-    {"BWPriority", 0, NoLimit, false, false},
-    {"DialogWidth", 0, NoLimit, false, true},
-    {"DialogHeight", 0, NoLimit, false, true},
-    {"DialogLeft", -NoLimit, NoLimit, false, true},
-    {"DialogTop", -NoLimit, NoLimit, false, true},
-    {"skipandcontinuevalue", 0, 6, true, true},
-    {"EXPORT_TYPE", 0, 13, true, true},
-    {"CVS_COL_COUNT", 0, MostParts, true, true},
-    {"ACCESS_MAP_COUNT", 0, MostParts, true, true},
+    {setting::ExportScaleSetting, 1, 4, true, false},
+    {setting::CircleSize, 0, NoLimit, false, false},
+    {setting::BiesseWorksSpoil, -MostSpoil, MostSpoil, false, false},
+    {setting::CNCMultiplier, 1, MostTimes, true, false},
+    {setting::DrillSpoilAmount, -MostSpoil, MostSpoil, false, false},
+    {setting::BWPriority, 0, NoLimit, false, false},
+    {setting::DialogWidth, 0, NoLimit, false, true},
+    {setting::DialogHeight, 0, NoLimit, false, true},
+    {setting::DialogLeft, -NoLimit, NoLimit, false, true},
+    {setting::DialogTop, -NoLimit, NoLimit, false, true},
+    {setting::skipandcontinuevalue, 0, 6, true, true},
+    {setting::EXPORT_TYPE, 0, 13, true, true},
+    {setting::CVS_COL_COUNT, 0, MostParts, true, true},
+    {setting::ACCESS_MAP_COUNT, 0, MostParts, true, true},
 });
 constexpr Limits WidthLimits{WidthSuffix, 0, NoLimit, false, true};
 constexpr Limits NoLimits{"", -NoLimit, NoLimit, false, true};

@@ -26,33 +26,33 @@ std::string KeyPath(std::string_view subkey) {
 
 /// A strict reading whose failure names the value.
 template <typename Read>
-auto ReadStrictly(std::string_view name, Read read) {
+auto ReadStrictly(SettingName name, Read read) {
     const std::string text = GetSettingText(name);
     try {
         return read(text);
     } catch (const Failure& failure) {
         throw Failure(failure.number(), failure.source(), failure.description(),
-                      "setting " + std::string(name) + " is \"" + text + "\", a number was expected");
+                      "setting " + std::string(name.text) + " is \"" + text + "\", a number was expected");
     }
 }
 
 }  // namespace
 
-std::string GetSettingText(std::string_view name) { return GetSubkeyText({}, name); }
+std::string GetSettingText(SettingName name) { return GetSubkeyText({}, name); }
 
-void SaveSettingText(std::string_view name, std::string_view text) { SaveSubkeyText({}, name, text); }
+void SaveSettingText(SettingName name, std::string_view text) { SaveSubkeyText({}, name, text); }
 
-void DeleteSettingText(std::string_view name) { DeleteSubkeyText({}, name); }
+void DeleteSettingText(SettingName name) { DeleteSubkeyText({}, name); }
 
-std::string GetSubkeyText(std::string_view subkey, std::string_view name) {
+std::string GetSubkeyText(std::string_view subkey, SettingName name) {
     return Store().GetSetting(Root, KeyPath(subkey), name);
 }
 
-void SaveSubkeyText(std::string_view subkey, std::string_view name, std::string_view text) {
+void SaveSubkeyText(std::string_view subkey, SettingName name, std::string_view text) {
     Store().SaveSetting(Root, KeyPath(subkey), name, text);
 }
 
-void DeleteSubkeyText(std::string_view subkey, std::string_view name) {
+void DeleteSubkeyText(std::string_view subkey, SettingName name) {
     Store().DeleteSetting(Root, KeyPath(subkey), name);
 }
 
@@ -60,13 +60,13 @@ std::vector<std::pair<std::string, std::string>> EnumerateSubkey(std::string_vie
     return Store().EnumerateSettings(Root, KeyPath(subkey));
 }
 
-bool SwitchIsOn(std::string_view name) { return SwitchIsOne(GetSettingText(name)); }
+bool SwitchIsOn(SettingName name) { return SwitchIsOne(GetSettingText(name)); }
 
-double NumberSetting(std::string_view name) { return LenientNumber(GetSettingText(name)); }
+double NumberSetting(SettingName name) { return LenientNumber(GetSettingText(name)); }
 
-double StrictNumberSetting(std::string_view name) { return ReadStrictly(name, StrictNumber); }
+double StrictNumberSetting(SettingName name) { return ReadStrictly(name, StrictNumber); }
 
-std::int32_t StrictIntegerSetting(std::string_view name) { return ReadStrictly(name, StrictInteger); }
+std::int32_t StrictIntegerSetting(SettingName name) { return ReadStrictly(name, StrictInteger); }
 
 void CreateInitialSettings(MeasureUnits units, std::string_view applicationPath, bool replace) {
     std::set<std::string, LessIgnoreCase> present;
@@ -75,8 +75,8 @@ void CreateInitialSettings(MeasureUnits units, std::string_view applicationPath,
     for (const SettingEntry& entry : SettingTable()) {
         if (!entry.createdAtInstall || (!replace && present.contains(entry.name))) continue;
         std::string_view initial = units == MeasureUnits::Metric ? entry.metric : entry.imperial;
-        if (entry.name == "ApplicationPath") initial = applicationPath;
-        SaveSubkeyText(entry.subkey, entry.name, initial);
+        if (entry.name == setting::ApplicationPath) initial = applicationPath;
+        SaveSubkeyText(entry.subkey, SettingName(entry.name), initial);
     }
 }
 

@@ -8,28 +8,30 @@
 #include <utility>
 #include <vector>
 
+#include "settings/setting_names.h"
+
 namespace brenvik {
 
 /// The value as it stands.
-std::string GetSettingText(std::string_view name);
-void SaveSettingText(std::string_view name, std::string_view text);
-void DeleteSettingText(std::string_view name);
+std::string GetSettingText(SettingName name);
+void SaveSettingText(SettingName name, std::string_view text);
+void DeleteSettingText(SettingName name);
 
 /// The same under a subkey, such as `CSV_SAVE`.
-std::string GetSubkeyText(std::string_view subkey, std::string_view name);
-void SaveSubkeyText(std::string_view subkey, std::string_view name, std::string_view text);
-void DeleteSubkeyText(std::string_view subkey, std::string_view name);
+std::string GetSubkeyText(std::string_view subkey, SettingName name);
+void SaveSubkeyText(std::string_view subkey, SettingName name, std::string_view text);
+void DeleteSubkeyText(std::string_view subkey, SettingName name);
 /// Names and values directly under a subkey.
 std::vector<std::pair<std::string, std::string>> EnumerateSubkey(std::string_view subkey);
 
 /// Whether a switch is on: exactly 1 counts.
-bool SwitchIsOn(std::string_view name);
+bool SwitchIsOn(SettingName name);
 /// The number by the lenient rule: 0 for blank and for text that is no number.
-double NumberSetting(std::string_view name);
+double NumberSetting(SettingName name);
 /// The number by the strict rule. Fails with 13, naming the value, when it is no number, as a blank is.
-double StrictNumberSetting(std::string_view name);
+double StrictNumberSetting(SettingName name);
 /// The same as a whole number, halves to even; fails with 6 out of range.
-std::int32_t StrictIntegerSetting(std::string_view name);
+std::int32_t StrictIntegerSetting(SettingName name);
 
 enum class MeasureUnits { Metric, Imperial };
 

@@ -105,7 +105,7 @@ void PartExport::OpenScaled() {
     // Part data are read through the session's drawing.
     TheSession().AcadDoc = drawing;
     AddLayer(*drawing, layers::BrenvikExplode);
-    ScaleForExport(*drawing, ToInteger(NumberSetting("ExportScaleSetting")));
+    ScaleForExport(*drawing, ToInteger(NumberSetting(setting::ExportScaleSetting)));
 }
 
 PassOutcome PartExport::FinishWithoutFlatSide() {

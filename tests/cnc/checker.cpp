@@ -255,7 +255,7 @@ Acad3DSolid* CheckedRunTest::LayFlat(Acad3DSolid& part, HostDocument*& trial) {
     run.app = &host;
     run.sessionDrawing = drawing;
     run.part = host.Documents().Open(TrialDrawing);
-    run.ExportScaleSetting = StrictIntegerSetting("ExportScaleSetting");
+    run.ExportScaleSetting = StrictIntegerSetting(setting::ExportScaleSetting);
     if (run.ExportScaleSetting == 3) LastSolid(*run.part).ScaleEntity({0, 0, 0}, 25.4);
     if (run.ExportScaleSetting == 4) LastSolid(*run.part).ScaleEntity({0, 0, 0}, 0.0393700787401575);
     TheSession().AcadDoc = run.part;
@@ -278,7 +278,7 @@ std::vector<std::string> CheckedRunTest::Faults(Acad3DSolid& part, int index, co
     Check check(*solid, trial->ModelSpace(), mLastTarget, options);
     check.Gather(*first, false);
     if (second) check.Gather(*second, true);
-    check.LookAtBlanks(second && StrictIntegerSetting("DeleteOT") != 1);
+    check.LookAtBlanks(second && StrictIntegerSetting(setting::DeleteOT) != 1);
     check.LookAtCuts();
     trial->Close(false);
     // The files of the trial are none of the run's.

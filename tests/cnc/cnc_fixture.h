@@ -142,7 +142,7 @@ class CncTest : public ::testing::Test {
         if (files.FileExists(MaterialsPath())) files.RemoveFile(MaterialsPath());
         files.WriteFile(MaterialsPath(), MaterialsText(records, "\r\n"));
     }
-    void Set(std::string_view name, std::string_view value) { SaveSettingText(name, value); }
+    void Set(std::string_view name, std::string_view value) { SaveSettingText(SettingName(name), value); }
 
     // Parts. Each stands with its corner at the origin unless it is moved; letters LWT, material OAK.
 
@@ -189,8 +189,8 @@ class CncTest : public ::testing::Test {
         run.app = &host;
         run.sessionDrawing = &part;
         run.part = &part;
-        run.ExportScaleSetting = StrictIntegerSetting("ExportScaleSetting");
-        run.SpoilAmount = NumberSetting("BiesseWorksSpoil");
+        run.ExportScaleSetting = StrictIntegerSetting(setting::ExportScaleSetting);
+        run.SpoilAmount = NumberSetting(setting::BiesseWorksSpoil);
         return run;
     }
 

@@ -220,7 +220,7 @@ TEST_F(RunLoop, AFailureOfFilesEndsTheRunCleanlyAndKeepsWhatWasWritten) {
     EXPECT_TRUE(FilesIn(SecondSideFolder).empty());
     EXPECT_FALSE(LastRunReport().complete);
     EXPECT_EQ(host.WindowState(), WindowStateKind::Maximized);
-    EXPECT_EQ(GetSettingText("Skipandcontinue"), "0");
+    EXPECT_EQ(GetSettingText(setting::Skipandcontinue), "0");
     EXPECT_EQ(TheSession().AcadDoc, &document);
     ExpectNoDrawingLeft();
 }

@@ -123,8 +123,8 @@ TEST_F(RunSetUp, ForgetsTheStandingAnswersAtItsEnd) {
     Set("Skipandcontinue", "1");
     Set("skipandcontinuevalue", "4");
     RunA();
-    EXPECT_EQ(GetSettingText("Skipandcontinue"), "0");
-    EXPECT_EQ(GetSettingText("skipandcontinuevalue"), "0");
+    EXPECT_EQ(GetSettingText(setting::Skipandcontinue), "0");
+    EXPECT_EQ(GetSettingText(setting::skipandcontinuevalue), "0");
 }
 
 TEST_F(RunSetUp, TakesAStandingAnswerOnceSoThatOtherRunsDoNotWipeIt) {
@@ -151,13 +151,13 @@ TEST_F(RunSetUp, WritesAStandingAnswerWhereItIsAlone) {
     Boards({"Side"});
     firstStep = [](RunState&) {
         KeepStandingAnswer(4);
-        EXPECT_EQ(GetSettingText("Skipandcontinue"), "1");
-        EXPECT_EQ(GetSettingText("skipandcontinuevalue"), "4");
+        EXPECT_EQ(GetSettingText(setting::Skipandcontinue), "1");
+        EXPECT_EQ(GetSettingText(setting::skipandcontinuevalue), "4");
         return PassOutcome::GoOn;
     };
     RunA();
-    EXPECT_EQ(GetSettingText("Skipandcontinue"), "0");
-    EXPECT_EQ(GetSettingText("skipandcontinuevalue"), "0");
+    EXPECT_EQ(GetSettingText(setting::Skipandcontinue), "0");
+    EXPECT_EQ(GetSettingText(setting::skipandcontinuevalue), "0");
 }
 
 TEST_F(RunSetUp, KeepsAStandingAnswerFromTheRunsOfOtherPrograms) {
@@ -168,8 +168,8 @@ TEST_F(RunSetUp, KeepsAStandingAnswerFromTheRunsOfOtherPrograms) {
     files.SetWorkFolder(own);
     firstStep = [](RunState&) {
         KeepStandingAnswer(4);
-        EXPECT_EQ(GetSettingText("Skipandcontinue"), "0");
-        EXPECT_EQ(GetSettingText("skipandcontinuevalue"), "0");
+        EXPECT_EQ(GetSettingText(setting::Skipandcontinue), "0");
+        EXPECT_EQ(GetSettingText(setting::skipandcontinuevalue), "0");
         BitChoice choice;
         MaterialRecord material;
         for (MaterialTool& tool : material.tools) tool = {"5", 12, "18000", "9000"};

@@ -127,7 +127,7 @@ TEST_F(RunSettings, SwitchesThatAreMissingAreOff) {
     for (const char* name :
          {"BiesseWorksNest", "2SideUCS", "DeleteOT", "ToungeProcessing", "SpecialMaterial",
           "PocketConversion", "HorzBoreOn2", "DontDoTwoSided", "ConvertMaterialName", "MyWindowState"})
-        DeleteSettingText(name);
+        DeleteSettingText(SettingName(name));
     Run();
     EXPECT_EQ(Messages().size(), 2U) << Messages().at(1);
     EXPECT_EQ(OfColor(Read(firstFile), 2), 1U);

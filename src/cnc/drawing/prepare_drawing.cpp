@@ -52,7 +52,7 @@ bool IsWorkLayer(std::string_view name) {
 }  // namespace
 
 void PrepareDrawing(AcadDocument& drawing) {
-    const bool save = ToInteger(NumberSetting("CNCSave")) == 0;
+    const bool save = ToInteger(NumberSetting(setting::CNCSave)) == 0;
     drawing.SendCommand("_ucs\rw\r");
     if (save) ShowAndResume(ShowFailureWithDetail, [&] { drawing.Save(); });
     for (const std::string_view variable :

@@ -81,7 +81,7 @@ class Drilling {
         : mRun(run),
           mShapes(shapes),
           mPart(LastSolid(*run.part).GetBoundingBox()),
-          mSpoil(StrictNumberSetting("DrillSpoilAmount")),
+          mSpoil(StrictNumberSetting(setting::DrillSpoilAmount)),
           mAccount(run, mPart) {
         for (AcadCircle* circle : AllOn<AcadCircle>(*run.part, layers::MAXCircleHold))
             mTop.push_back({{circle->Center(), circle->Diameter()}, circle});

@@ -105,7 +105,7 @@ bool TakeSizes(RunState& run, const Acad3DSolid& solid) {
 /// Parts with another material on their third face are worked on from that face.
 bool WorkedFromThirdFace(const Acad3DSolid& solid) {
     const std::string face = FoldUpper(mAutoCAD::GetPartData(solid.Handle(), "FACE"));
-    return ToInteger(NumberSetting("SpecialMaterial")) == 1 && (IsBlank(face) ? "1" : face) == "3";
+    return ToInteger(NumberSetting(setting::SpecialMaterial)) == 1 && (IsBlank(face) ? "1" : face) == "3";
 }
 
 /// The face that was down is up now, and the other one is the reference.

@@ -140,7 +140,7 @@ void DropPocketsCutDeeper(RunState& run) {
 }
 
 void ConvertPockets(RunState& run) {
-    if (NumberSetting("PocketConversion") != 1) return;
+    if (NumberSetting(setting::PocketConversion) != 1) return;
     std::vector<Footprint> routes;
     std::vector<AcadEntity*> pockets;
     for (AcadEntity* entity : All<AcadEntity>(*run.part)) {

@@ -61,7 +61,7 @@ void DrawSheet(RunState& run) {
 
 /// The second side has no business with what the first has cut: the outline, and what went right through.
 void DropFirstSidePaths(RunState& run) {
-    const bool outlineToo = SwitchIsOn("DeleteOT");
+    const bool outlineToo = SwitchIsOn(setting::DeleteOT);
     for (AcadLWPolyline* polyline : All<AcadLWPolyline>(*run.part)) {
         const bool outline =
             polyline->Layer() == run.OutlineLayer && polyline->Color() == layers::OutlineColor;
@@ -157,7 +157,7 @@ PassOutcome ClosePart(RunState& run) {
 
     MeasurePart(run);
     DrawSheet(run);
-    if (SwitchIsOn("ToungeProcessing")) ProcessTongues(run);
+    if (SwitchIsOn(setting::ToungeProcessing)) ProcessTongues(run);
     if (!run.FirstPass()) DropFirstSidePaths(run);
     if (IsNeedless(run)) return PassOutcome::SkipPart;
 

@@ -44,8 +44,8 @@ void DropOutsidePath(RunState& run) {
 }  // namespace
 
 void WritePartFile(RunState& run) {
-    if (run.FirstPass() && SwitchIsOn("BiesseWorksNest")) DropOutsidePath(run);
-    if (!run.FirstPass() && SwitchIsOn("2SideUCS")) MoveOriginToBackLeftCorner(run);
+    if (run.FirstPass() && SwitchIsOn(setting::BiesseWorksNest)) DropOutsidePath(run);
+    if (!run.FirstPass() && SwitchIsOn(setting::TwoSideUCS)) MoveOriginToBackLeftCorner(run);
     run.writtenFile = std::string(run.FirstPass() ? OutputFolder : SecondSideFolder) + WrittenFileName(run);
     run.part->SaveAs(run.writtenFile, SaveAsKind::Dxf2000);
     GatherWrittenSide(run, *run.part, !run.FirstPass());

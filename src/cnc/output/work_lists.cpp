@@ -65,7 +65,7 @@ std::string_view FolderOf(const RunState& run) { return run.FirstPass() ? Output
 std::string SideText(const RunState& run) { return run.FirstPass() ? "F" : "B"; }
 
 std::string QuantityText(const RunState& run) {
-    return std::to_string(std::int64_t{run.Quantity} * ToInteger(NumberSetting("CNCMultiplier")));
+    return std::to_string(std::int64_t{run.Quantity} * ToInteger(NumberSetting(setting::CNCMultiplier)));
 }
 
 /// A dimension with the blank that numbers have before them.
@@ -74,7 +74,7 @@ std::string TrimmedDimension(const std::string& text) { return Trim(Dimension(te
 
 /// The key of the part's material, or with `ConvertMaterialName` the name that it has in inches.
 std::string MaterialText(const RunState& run) {
-    if (!SwitchIsOn("ConvertMaterialName")) return run.MaterialKeyText;
+    if (!SwitchIsOn(setting::ConvertMaterialName)) return run.MaterialKeyText;
     constexpr double millimetresInAnInch = 25.4;
     return MaterialNameForList(run.Metric() ? run.ExtentZ : run.ExtentZ * millimetresInAnInch,
                                run.MaterialName);
@@ -82,7 +82,7 @@ std::string MaterialText(const RunState& run) {
 
 /// ABC's list has the name alone there, since the thickness follows in columns of its own.
 std::string MaterialNameText(const RunState& run) {
-    return SwitchIsOn("ConvertMaterialName") ? MaterialText(run) : run.MaterialName;
+    return SwitchIsOn(setting::ConvertMaterialName) ? MaterialText(run) : run.MaterialName;
 }
 
 Fields CommonFields(const RunState& run) {
@@ -94,7 +94,7 @@ Fields CommonFields(const RunState& run) {
 }
 
 Fields FieldsOfBW(const RunState& run) {
-    const bool small = run.ExtentX * run.ExtentY < NumberSetting("BWPriority");
+    const bool small = run.ExtentX * run.ExtentY < NumberSetting(setting::BWPriority);
     return {"Piece",
             run.writtenFile,
             TrimmedDimension(run.DimL),

@@ -27,7 +27,7 @@ namespace {
 enum class PassEnd { NextPart, SecondSide, EndRun };
 
 void ResetForPass(RunState& run) {
-    run.ExportScaleSetting = ToInteger(NumberSetting("ExportScaleSetting"));
+    run.ExportScaleSetting = ToInteger(NumberSetting(setting::ExportScaleSetting));
     run.RouteSkip = run.DrillSkip = 0;
     run.bits.RouteSkip = 0;
     run.bits.SavedToolDiameters = {};
@@ -65,7 +65,7 @@ PassOutcome WorkOnPass(RunState& run, const PassWork& steps) {
 }
 
 bool GoesOnWithSecondSide(RunState& run) {
-    if (ToInteger(NumberSetting("DontDoTwoSided")) == 1) {
+    if (ToInteger(NumberSetting(setting::DontDoTwoSided)) == 1) {
         run.LeavesSecondSide = run.NeedSecondSide == 1;
         run.SecondSidePass = 1;
         return false;

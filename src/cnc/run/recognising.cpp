@@ -39,7 +39,7 @@ bool FindPartMaterial(RunState& run) {
 /// Edge bores, on every pass or on the second one alone. False when they were all that a second pass could
 /// have been made for, and there are none.
 bool BoreOnItsPass(RunState& run) {
-    const bool onSecondSide = SwitchIsOn("HorzBoreOn2");
+    const bool onSecondSide = SwitchIsOn(setting::HorzBoreOn2);
     if (onSecondSide) run.NeedSecondSide = 1;
     run.edgeBores = 0;
     if (!onSecondSide || !run.FirstPass()) BoreHorizontally(run);

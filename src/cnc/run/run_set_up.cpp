@@ -27,20 +27,6 @@ namespace {
 
 constexpr std::string_view QuantityKey = "Quantity";
 
-/// A line of the grid's list.
-struct ListedPart {
-    std::string handle;
-    int quantity = 0;
-};
-
-std::optional<ListedPart> ParseListLine(std::string_view line) {
-    const HeadAndTail parts = SplitAtFirst(line, ',');
-    if (!parts.found) return std::nullopt;
-    ListedPart part{Trim(parts.head), 0};
-    if (!Skip([&] { part.quantity = StrictInteger(parts.tail); })) return std::nullopt;
-    return part;
-}
-
 /// Some hosts answer an erased handle with nothing, some with a failure.
 AcadEntity* FindEntity(AcadDocument& drawing, const std::string& handle) {
     AcadObject* object = nullptr;
@@ -74,7 +60,7 @@ void TakeListedParts(RunState& run, std::span<const std::string> lines, AcadSele
     for (std::size_t line = 1; line <= lines.size(); ++line) {
         const std::string& text = lines[line - 1];
         if (IsBlank(text)) continue;
-        const std::optional<ListedPart> part = ParseListLine(text);
+        const std::optional<ListedPart> part = ParseCncListLine(text);
         if (!part) {
             report.passedOver.push_back(PlaceInList(line) +
                                         "expected a handle, a comma and a quantity, found \"" + text + "\"");
@@ -110,8 +96,9 @@ void RemoveIfThere(const std::string& path) {
 
 void PrepareSession(RunState& run) {
     PrepareDrawing(*run.sessionDrawing);
-    run.SpoilAmount = NumberSetting("BiesseWorksSpoil");
-    if (SwitchIsOn("MyWindowState")) Skip([&] { run.app->SetWindowState(WindowStateKind::Minimized); });
+    run.SpoilAmount = NumberSetting(setting::BiesseWorksSpoil);
+    if (SwitchIsOn(setting::MyWindowState))
+        Skip([&] { run.app->SetWindowState(WindowStateKind::Minimized); });
 }
 
 LentQuantities::~LentQuantities() {

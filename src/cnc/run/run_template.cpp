@@ -82,7 +82,7 @@ void RunParts(AcadApplication& app, Target target, RunForm form, const PassWork&
         ClaimOutputToEmpty(std::array{OutputFolder, SecondSideFolder}, *run.sessionDrawing, RunEmpties);
     if (!claims) return;
     const StandingAnswersOfRun answers;
-    const bool windowIsMinimized = SwitchIsOn("MyWindowState");
+    const bool windowIsMinimized = SwitchIsOn(setting::MyWindowState);
     bool toldComplete = false;
     ShowAndResume(ShowFailureWithDetail, [&] { toldComplete = WorkThrough(run, steps, hooks, report); });
     Skip([&] { run.sessionDrawing->SendCommand("plinetype\r2\r"); });

@@ -124,7 +124,7 @@ void SortCircles(RunState& run, const Box3& part) {
     const std::string_view boreLayer = TraitsOf(run.target).horizontalWorkLayer;
     AddSortingLayers(*run.part, boreLayer);
     DropLeftovers(*run.part);
-    run.CircleSize = NumberSetting("CircleSize");
+    run.CircleSize = NumberSetting(setting::CircleSize);
     TellAxesApart(run, part, boreLayer);
     DropTwins(*run.part);
     SplitBySize(run);

@@ -15,7 +15,7 @@ namespace {
 
 enum class PendingEvents { Left, RunFirst };
 
-bool AutomaticUpdatingIsOn() { return StrictNumberSetting("SettingsEvent") == 1; }
+bool AutomaticUpdatingIsOn() { return StrictNumberSetting(setting::SettingsEvent) == 1; }
 
 /// The designer is in the middle of something else, so a failure ends its own step and is not told.
 void Update(AcadApplication& app, PendingEvents pending) {

@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "core/export/export_fixture.h"
+#include "parts/cnc_list.h"
 
 namespace brenvik {
 namespace {

@@ -174,7 +174,7 @@ TEST_F(SettingsDialog, ApplyWritesAllValuesAndCloses) {
     EXPECT_EQ(system.settings.Get("CNCMultiplier"), "many");
     EXPECT_EQ(system.settings.Get("DrillSpoilAmount"), "2.5");
     EXPECT_EQ(system.settings.Get("BWPriority"), "99");
-    EXPECT_EQ(NumberSetting("BiesseWorksSpoil"), 0);
+    EXPECT_EQ(NumberSetting(setting::BiesseWorksSpoil), 0);
     // 16 switches, 5 texts and the scale.
     EXPECT_EQ(system.settings.writes.size(), 22u);
 }

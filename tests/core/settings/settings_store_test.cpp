@@ -17,21 +17,21 @@ class Settings : public testing::Test {
 };
 
 TEST_F(Settings, StandUnderTheSystemsKey) {
-    SaveSettingText("CircleSize", "35");
+    SaveSettingText(setting::CircleSize, "35");
     EXPECT_EQ(system.settings.values["SOFTWARE\\Orvane, Inc.\\Brenvik04\\CircleSize"], "35");
-    SaveSubkeyText(CsvSaveSubkey, "CSV_REDUCE", "1");
+    SaveSubkeyText(CsvSaveSubkey, setting::CSV_REDUCE, "1");
     EXPECT_EQ(system.settings.values["SOFTWARE\\Orvane, Inc.\\Brenvik04\\CSV_SAVE\\CSV_REDUCE"], "1");
-    EXPECT_EQ(GetSubkeyText(CsvSaveSubkey, "CSV_REDUCE"), "1");
-    EXPECT_EQ(GetSettingText("CSV_REDUCE"), "");
+    EXPECT_EQ(GetSubkeyText(CsvSaveSubkey, setting::CSV_REDUCE), "1");
+    EXPECT_EQ(GetSettingText(setting::CSV_REDUCE), "");
     EXPECT_EQ(EnumerateSubkey(CsvSaveSubkey).size(), 1u);
-    DeleteSubkeyText(CsvSaveSubkey, "CSV_REDUCE");
-    EXPECT_EQ(GetSubkeyText(CsvSaveSubkey, "CSV_REDUCE"), "");
+    DeleteSubkeyText(CsvSaveSubkey, setting::CSV_REDUCE);
+    EXPECT_EQ(GetSubkeyText(CsvSaveSubkey, setting::CSV_REDUCE), "");
 }
 
 TEST_F(Settings, ReadAsBlankWhenAbsent) {
-    EXPECT_EQ(GetSettingText("MDBPath"), "");
-    EXPECT_EQ(NumberSetting("CircleSize"), 0);
-    EXPECT_FALSE(SwitchIsOn("DeleteOT"));
+    EXPECT_EQ(GetSettingText(setting::MDBPath), "");
+    EXPECT_EQ(NumberSetting(setting::CircleSize), 0);
+    EXPECT_FALSE(SwitchIsOn(setting::DeleteOT));
 }
 
 TEST_F(Settings, SwitchIsOnAtExactlyOne) {
@@ -39,30 +39,32 @@ TEST_F(Settings, SwitchIsOnAtExactlyOne) {
                                                   {"", false}, {"-1", false}, {"on", false}};
     for (const auto& [text, on] : cases) {
         system.settings.Set("DeleteOT", text);
-        EXPECT_EQ(SwitchIsOn("DeleteOT"), on) << text;
+        EXPECT_EQ(SwitchIsOn(setting::DeleteOT), on) << text;
     }
 }
 
 TEST_F(Settings, NumberIsTheOneAtTheHeadOfTheText) {
     system.settings.Set("CircleSize", "35 mm");
-    EXPECT_EQ(NumberSetting("CircleSize"), 35);
+    EXPECT_EQ(NumberSetting(setting::CircleSize), 35);
     system.settings.Set("CircleSize", "large");
-    EXPECT_EQ(NumberSetting("CircleSize"), 0);
+    EXPECT_EQ(NumberSetting(setting::CircleSize), 0);
 }
 
 TEST_F(Settings, StrictNumberFailsForBlankAndText) {
     system.settings.Set("NoMeasure", "1.5");
-    EXPECT_EQ(StrictNumberSetting("NoMeasure"), 1.5);
-    EXPECT_EQ(StrictIntegerSetting("NoMeasure"), 2);
+    EXPECT_EQ(StrictNumberSetting(setting::NoMeasure), 1.5);
+    EXPECT_EQ(StrictIntegerSetting(setting::NoMeasure), 2);
     for (const char* text : {"", " ", "off", "1 x"}) {
         system.settings.Set("NoMeasure", text);
-        EXPECT_EQ(FailureOf([] { StrictNumberSetting("NoMeasure"); }).number(), failure_number::typeMismatch)
+        EXPECT_EQ(FailureOf([] { StrictNumberSetting(setting::NoMeasure); }).number(),
+                  failure_number::typeMismatch)
             << text;
-        EXPECT_EQ(FailureOf([] { StrictIntegerSetting("NoMeasure"); }).number(), failure_number::typeMismatch)
+        EXPECT_EQ(FailureOf([] { StrictIntegerSetting(setting::NoMeasure); }).number(),
+                  failure_number::typeMismatch)
             << text;
     }
     system.settings.Set("NoMeasure", "3000000000");
-    EXPECT_EQ(FailureOf([] { StrictIntegerSetting("NoMeasure"); }).number(), failure_number::overflow);
+    EXPECT_EQ(FailureOf([] { StrictIntegerSetting(setting::NoMeasure); }).number(), failure_number::overflow);
 }
 
 TEST_F(Settings, TableNamesEveryValueOnce) {
@@ -96,7 +98,7 @@ TEST_F(InitialSettings, SuitAMetricShop) {
     CreateInitialSettings(MeasureUnits::Metric, "C:\\Brenvik\\");
     EXPECT_EQ(system.settings.Get("ExportScaleSetting"), "2");
     // The cup of a 35 mm hinge is drilled, not routed.
-    EXPECT_GE(NumberSetting("CircleSize"), 35);
+    EXPECT_GE(NumberSetting(setting::CircleSize), 35);
     EXPECT_EQ(system.settings.Get("SettingsEvent"), "1");
     EXPECT_EQ(system.settings.Get("MeasureNonSolids"), "0");
     EXPECT_EQ(system.settings.Get("NoMeasure"), "0");
@@ -112,8 +114,8 @@ TEST_F(InitialSettings, SuitAMetricShop) {
 TEST_F(InitialSettings, SuitAnImperialShop) {
     CreateInitialSettings(MeasureUnits::Imperial, "C:\\Brenvik\\");
     EXPECT_EQ(system.settings.Get("ExportScaleSetting"), "1");
-    EXPECT_GE(NumberSetting("CircleSize"), 35 / 25.4);
-    EXPECT_LT(NumberSetting("CircleSize"), 2);
+    EXPECT_GE(NumberSetting(setting::CircleSize), 35 / 25.4);
+    EXPECT_LT(NumberSetting(setting::CircleSize), 2);
 }
 
 TEST_F(InitialSettings, HoldEverySwitch) {
