@@ -189,7 +189,7 @@ void PlaceCuts(RunState& run, const std::vector<RestCut>& cuts, const Removals& 
 /// the first side now needs none.
 void SettleSecondSide(RunState& run, const Rest& rest) {
     if (rest.fromBelow) return NeedOtherSide(run);
-    if (rest.cuts.empty() || SwitchIsOn("HorzBoreOn2")) return;
+    if (rest.cuts.empty() || SwitchIsOn(setting::HorzBoreOn2)) return;
     run.NeedSecondSide = run.ThroughRouteSeen = 0;
 }
 

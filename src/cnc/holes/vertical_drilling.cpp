@@ -301,7 +301,7 @@ void DrillAt(RunState& run, AcadCircle& floor, bool fromTopFace) {
     const HoleStart start = fromTopFace ? HoleStart::TopFace : HoleStart::Recess;
     DrillDownTo(run, floor, start,
                 {run.PartThickness, floor.Center().z, LastSolid(*run.part).GetBoundingBox().max.z},
-                StrictNumberSetting("DrillSpoilAmount"));
+                StrictNumberSetting(setting::DrillSpoilAmount));
 }
 
 void DrillVertically(RunState& run, const LevelShapes& shapes) {

@@ -391,7 +391,7 @@ PassOutcome TrueOutline::TakeContours(bool withOpenings) {
 /// The outline is the first bit's, unless it has a place that is narrower: then the bit is chosen as for a
 /// cut-out, by that place. A receiver that makes the outside path itself needs none.
 PassOutcome TrueOutline::ChooseTool() {
-    if (!mRun.FirstPass() || SwitchIsOn("BiesseWorksNest")) return PassOutcome::GoOn;
+    if (!mRun.FirstPass() || SwitchIsOn(setting::BiesseWorksNest)) return PassOutcome::GoOn;
     const std::optional<double> narrowest =
         NarrowestPlace(VerticesOf(*mProfile), mRun.Material.tools.front().diameter);
     if (!narrowest) return PassOutcome::GoOn;
