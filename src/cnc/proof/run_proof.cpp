@@ -55,7 +55,7 @@ std::string Place(const ProofSpot& spot, const RunState& run) {
 }
 
 /// Where pockets are turned into routes on purpose, the setting has no say.
-bool MayBecomePockets() { return !SwitchIsOn("ClearCores") && !SwitchIsOn("PocketConversion"); }
+bool MayBecomePockets() { return !SwitchIsOn(setting::ClearCores) && !SwitchIsOn(setting::PocketConversion); }
 
 std::string TextOf(const ProofSpot& spot, const RunState& run) {
     const std::string cause =

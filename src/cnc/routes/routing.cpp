@@ -92,7 +92,7 @@ void GiveName(RunState& run, AcadEntity& path, RouteRole role, double depth) {
     path.Update();
 }
 
-bool MakesPocketsOfCores() { return SwitchIsOn("ClearCores"); }
+bool MakesPocketsOfCores() { return SwitchIsOn(setting::ClearCores); }
 
 /// Whether the bit in hand leaves wood standing in the middle of what it runs around. A path that has run off
 /// the part's edges is wider than the side that the bit was chosen by.

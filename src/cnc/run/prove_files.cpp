@@ -126,7 +126,7 @@ class FolderProof {
         const std::shared_ptr<GatheredProof> held = std::exchange(run.proof, nullptr);
         // A part that could not be laid flat has been told.
         if (!held) return;
-        run.LeavesSecondSide = NumberSetting("DontDoTwoSided") == 1;
+        run.LeavesSecondSide = NumberSetting(setting::DontDoTwoSided) == 1;
         const std::vector<std::string> candidates = CandidatesOf(run);
         if (candidates.empty()) {
             mProved.report.passedOver.push_back("The part " + Label(run) + " has no file " +
