@@ -6,19 +6,12 @@
 
 #include "base/handle_text.h"
 #include "base/text.h"
+#include "drafting_host/dxf/annotation_kinds.h"
 
 namespace brenvik {
 namespace {
 
 constexpr int byLayer = 256;
-
-// Annotation and pictures: a drawing loses them, a job doesn't.
-constexpr auto annotationKinds = std::to_array<std::string_view>(
-    {"ACAD_TABLE",  "ARC_DIMENSION", "ATTDEF",      "ATTRIB",    "DGNUNDERLAY",
-     "DIMENSION",   "DWFUNDERLAY",   "HATCH",       "IMAGE",     "LARGE_RADIAL_DIMENSION",
-     "LEADER",      "LIGHT",         "MULTILEADER", "OLE2FRAME", "OLEFRAME",
-     "PDFUNDERLAY", "RAY",           "SHAPE",       "SUN",       "TOLERANCE",
-     "WIPEOUT",     "XLINE"});
 
 void TakeCommon(Reading& reading, EntityData& entity, const Group& group) {
     switch (group.code) {
@@ -292,14 +285,12 @@ void EntityReader::Take(Record& record, std::optional<std::size_t> block) {
 
 void EntityReader::NotePassedOver() {
     for (const auto& [kind, passed] : mPassed) {
-        const bool isAnnotation =
-            std::find(annotationKinds.begin(), annotationKinds.end(), kind) != annotationKinds.end();
         mReading.Note(passed.firstLine,
                       std::to_string(passed.count) + " of kind " + ShownName(kind) +
                           " passed over, the first in this line: " +
                           (mReading.KeepsRecords() ? "they stay in the drawing as they are"
                                                    : "drawings don't hold this kind"),
-                      !isAnnotation, mReading.KeepsRecords());
+                      !IsAnnotationKind(kind), mReading.KeepsRecords());
     }
     mPassed.clear();
 }

@@ -1,0 +1,135 @@
+// Releases, and what the three kinds of files share.
+#include "drafting_host/dwg/containers.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "base/failure.h"
+#include "base/quoted.h"
+
+namespace brenvik::dwg {
+namespace {
+
+struct ReleaseMark {
+    std::string_view mark;
+    Release release;
+    std::string_view name;
+};
+constexpr auto releases = std::to_array<ReleaseMark>({
+    {"AC1012", Release::R13, "13"},
+    {"AC1014", Release::R14, "14"},
+    {"AC1015", Release::R2000, "2000"},
+    {"AC1018", Release::R2004, "2004"},
+    {"AC1021", Release::R2007, "2007"},
+    {"AC1024", Release::R2010, "2010"},
+    {"AC1027", Release::R2013, "2013"},
+    {"AC1032", Release::R2018, "2018"},
+});
+
+constexpr std::size_t markLength = 6, maintenanceAt = 0x0B, codePageAt = 0x13, headLength = 0x80;
+
+constexpr auto sectionNames = std::to_array<std::pair<std::string_view, std::string Sections::*>>({
+    {"AcDb:Header", &Sections::header},
+    {"AcDb:Classes", &Sections::classes},
+    {"AcDb:Handles", &Sections::objectMap},
+    {"AcDb:AcDbObjects", &Sections::objects},
+    {"AcDb:Template", &Sections::measurement},
+    {"AcDb:AcDsPrototype_1b", &Sections::dataStore},
+});
+
+std::string Sections::*MemberOf(std::string_view name) {
+    for (const auto& [known, member] : sectionNames)
+        if (known == name) return member;
+    return nullptr;
+}
+
+[[noreturn]] void Refuse(std::string_view fileName, std::size_t place, const std::string& expected,
+                         const std::string& found) {
+    constexpr long invalidFileFormat = 321;
+    throw Failure(invalidFileFormat, "Brenvik", "Invalid file format",
+                  std::string(fileName) + ", byte " + std::to_string(place) + ": expected " + expected +
+                      ", found " + found);
+}
+
+std::string Shown(std::string_view text) {
+    std::string shown;
+    for (const char c : text) shown += c >= ' ' && c <= '~' ? c : '.';
+    return InQuotes(shown);
+}
+
+}  // namespace
+
+void Note(Sections& sections, std::string text, bool dataLost) {
+    sections.notes.push_back({0, std::move(text), dataLost});
+}
+
+Release ReleaseOf(std::string_view content, std::string_view fileName) {
+    const std::string_view mark = content.substr(0, markLength);
+    for (const ReleaseMark& each : releases)
+        if (each.mark == mark) return each.release;
+    Refuse(fileName, 0,
+           "a binary drawing (DWG) of release 13 to 2018; an older one can be saved as DXF, or as DWG of "
+           "release "
+           "14 or later",
+           Shown(mark));
+}
+
+std::string_view ReleaseName(Release release) { return releases[static_cast<std::size_t>(release)].name; }
+
+std::size_t MostUnpacked(std::size_t fileSize) { return fileSize * 12; }
+
+std::string_view PartAt(std::string_view bytes, std::uint64_t at, std::uint64_t size) {
+    if (at > bytes.size() || size > bytes.size() - at)
+        throw BrokenFile{static_cast<std::size_t>(std::min<std::uint64_t>(at, bytes.size())),
+                         std::to_string(size) + " bytes"};
+    return bytes.substr(static_cast<std::size_t>(at), static_cast<std::size_t>(size));
+}
+
+std::uint16_t ShortAt(std::string_view bytes, std::size_t at) {
+    const std::string_view part = PartAt(bytes, at, 2);
+    return static_cast<std::uint16_t>(static_cast<unsigned char>(part[0]) |
+                                      (static_cast<unsigned>(static_cast<unsigned char>(part[1])) << 8U));
+}
+
+std::uint32_t LongAt(std::string_view bytes, std::size_t at) {
+    PartAt(bytes, at, 4);
+    return ShortAt(bytes, at) | (static_cast<std::uint32_t>(ShortAt(bytes, at + 2)) << 16U);
+}
+
+std::uint64_t LongLongAt(std::string_view bytes, std::size_t at) {
+    PartAt(bytes, at, 8);
+    return LongAt(bytes, at) | (static_cast<std::uint64_t>(LongAt(bytes, at + 4)) << 32U);
+}
+
+bool IsUsed(std::string_view name) { return MemberOf(name) != nullptr; }
+
+void Keep(Sections& sections, std::string_view name, std::string bytes) {
+    if (std::string Sections::*const member = MemberOf(name)) sections.*member = std::move(bytes);
+}
+
+Sections Unpack(std::string_view content, std::string_view fileName) {
+    Sections sections;
+    sections.release = ReleaseOf(content, fileName);
+    if (content.size() < headLength)
+        Refuse(fileName, content.size(), "the head of a binary drawing", "the end of the file");
+    sections.maintenance = static_cast<unsigned char>(content[maintenanceAt]);
+    sections.codePage = ShortAt(content, codePageAt);
+    try {
+        if (sections.release <= Release::R2000) {
+            UnpackFlat(content, sections);
+        } else if (sections.release == Release::R2007) {
+            UnpackPaged2007(content, sections);
+        } else {
+            UnpackPaged(content, sections);
+        }
+    } catch (const BrokenFile& broken) {
+        Refuse(fileName, broken.place, broken.expected,
+               broken.place >= content.size() ? "the end of the file" : "damaged data");
+    }
+    if (sections.objectMap.empty() || sections.objects.empty())
+        Refuse(fileName, headLength, "the drawing's objects and their map", "neither or one of them");
+    return sections;
+}
+
+}  // namespace brenvik::dwg

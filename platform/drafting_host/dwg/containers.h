@@ -1,0 +1,67 @@
+// What a binary drawing is packed in: a flat file up to release 2000, packed pages from 2004 on, of a kind of
+// their own in 2007. All give the same sections.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "drafting_host/dxf/drawing_data.h"
+
+namespace brenvik::dwg {
+
+enum class Release { R13, R14, R2000, R2004, R2007, R2010, R2013, R2018 };
+
+/// The sections that a drawing is read from. Those that a release or a file doesn't have are empty.
+struct Sections {
+    Release release = Release::R2000;
+    unsigned maintenance = 0;  ///< The byte that tells saves of one release apart.
+    unsigned codePage = 0;     ///< The file's number of the page, of which texts are before release 2007.
+    std::string header, classes, objectMap, measurement, dataStore;
+    std::string objects;  ///< The object map counts from its first byte; of a flat file it is the whole.
+    std::vector<ReadNote> notes;
+};
+
+/// The release by the first six bytes. Throws Failure 321 for one that can't be read, naming it and the way
+/// out.
+Release ReleaseOf(std::string_view content, std::string_view fileName);
+
+/// Unpacks the sections. A page that can't be unpacked is zeros and told, a wrong checksum is told. Throws
+/// Failure 321 when the file's own tables can't be read, or for a drawing behind a password. What is unpacked
+/// comes to at most 12 times the file's size.
+Sections Unpack(std::string_view content, std::string_view fileName);
+
+/// The name of a release as shops know it: "2010".
+std::string_view ReleaseName(Release release);
+
+// The three kinds of files.
+void UnpackFlat(std::string_view content, Sections& sections);
+void UnpackPaged(std::string_view content, Sections& sections);
+void UnpackPaged2007(std::string_view content, Sections& sections);
+
+/// How many bytes may be unpacked from a file of this size: drawings come to a quarter of their size or so,
+/// and what claims to be much smaller is damage or worse.
+std::size_t MostUnpacked(std::size_t fileSize);
+
+/// Why a file as a whole can't be read, and where.
+struct BrokenFile {
+    std::size_t place = 0;
+    std::string expected;
+};
+
+/// A whole number of the file, lowest byte first. Throws BrokenFile beyond the end.
+std::uint16_t ShortAt(std::string_view bytes, std::size_t at);
+std::uint32_t LongAt(std::string_view bytes, std::size_t at);
+std::uint64_t LongLongAt(std::string_view bytes, std::size_t at);
+/// Part of the file. Throws BrokenFile beyond the end.
+std::string_view PartAt(std::string_view bytes, std::uint64_t at, std::uint64_t size);
+
+/// Puts a section where its name says; the others are of no use here.
+void Keep(Sections& sections, std::string_view name, std::string bytes);
+/// Whether a section of this name is used at all.
+bool IsUsed(std::string_view name);
+
+void Note(Sections& sections, std::string text, bool dataLost = true);
+
+}  // namespace brenvik::dwg

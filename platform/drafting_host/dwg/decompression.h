@@ -1,0 +1,18 @@
+// The two ways in which pages of binary drawings are packed: runs of plain bytes, and copies of what was
+// unpacked before.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace brenvik::dwg {
+
+/// The pages of releases 2004 and 2010 on. Nothing when the data are damaged or come to more than `most`
+/// bytes.
+std::optional<std::string> Unpack2004(std::string_view packed, std::size_t most);
+/// Those of release 2007. Nothing when the data are damaged or don't come to `size` bytes.
+std::optional<std::string> Unpack2007(std::string_view packed, std::size_t size);
+
+}  // namespace brenvik::dwg

@@ -1,0 +1,393 @@
+// The walk over a binary drawing: tables first, then each block's entities, then groups and layouts.
+#include "drafting_host/dwg/dwg_reader.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+#include "base/handle_text.h"
+#include "drafting_host/dwg/bodies.h"
+#include "drafting_host/dwg/entities.h"
+#include "drafting_host/dwg/names.h"
+#include "drafting_host/dxf/annotation_kinds.h"
+#include "drafting_host/dxf/reading.h"
+
+namespace brenvik {
+namespace {
+
+using namespace dwg;
+
+bool IsZero(const Point3& point) { return point.x == 0 && point.y == 0 && point.z == 0; }
+
+class DwgWalk {
+  public:
+    DwgWalk(std::string_view content, std::string_view fileName)
+        : mSections(Unpack(content, fileName)),
+          mTexts(mSections.release, mSections.codePage),
+          mMap(mSections),
+          mKinds(mSections, mTexts) {
+        mReading.fileName = fileName;
+        mReading.data.version = content.substr(0, 6);
+        if (!mTexts.IsKnown())
+            mReading.Note(0, "code page " + std::to_string(mSections.codePage) +
+                                 " is unknown: its texts are taken as ANSI_1252");
+        BlockPlace(mReading, std::string(modelSpaceName));
+        BlockPlace(mReading, std::string(paperSpaceName));
+    }
+
+    DrawingData Run() {
+        mHeader = ReadHeader(mSections, mTexts, mReading.data);
+        mBodies = ReadDataStore(mSections);
+        ReadRecords();
+        TakeHeader();
+        NameBlocks();
+        for (const Block& block : mNames.blocks) TakeBlock(block);
+        if (mChainIsBroken) TakeRestOfModelSpace();
+        TakeGroups();
+        TellPassedOver();
+        for (ReadNote& note : mSections.notes) mReading.data.notes.push_back(std::move(note));
+        CompleteDrawing(mReading);
+        return std::move(mReading.data);
+    }
+
+  private:
+    static std::string Shown(HandleValue handle) { return "(handle " + HandleToText(handle) + ")"; }
+
+    void TellDamage(std::string_view kind, const ObjectMap::Entry& entry, const Damage& damage) {
+        mReading.Note(
+            0, std::string(kind.empty() ? "object" : kind) + " " + Shown(entry.handle) + " at byte " +
+                   std::to_string(entry.place) + " left out: " + damage.reason + " at its bit " +
+                   std::to_string(damage.bit >= entry.place * 8 ? damage.bit - entry.place * 8 : damage.bit));
+    }
+
+    Object Open(const ObjectMap::Entry& entry) {
+        Object object = OpenObject(mSections, mTexts, entry);
+        if (object.sumIsWrong)
+            mReading.Note(0, "object " + Shown(entry.handle) + " at byte " + std::to_string(entry.place) +
+                                 ": its checksum is wrong, it may be damaged");
+        return object;
+    }
+
+    // --- Records ---
+
+    void ReadRecords() {
+        for (const ObjectMap::Entry& entry : mMap.Entries()) {
+            std::string_view kind;
+            try {
+                Object object = OpenObject(mSections, mTexts, entry);
+                kind = mKinds.NameOf(object.type);
+                if (kind == "ATTRIB") PassOver(kind, object.type);
+                ReadRecord(kind, object);
+            } catch (const Damage& damage) {
+                TellDamage(kind, entry, damage);
+                mDamaged.insert(entry.handle);
+            }
+        }
+    }
+
+    void ReadRecord(std::string_view kind, Object& object) {
+        DrawingData& data = mReading.data;
+        if (kind == "LAYER") {
+            HandleValue linetype = 0;
+            LayerData layer = ReadLayer(object, linetype);
+            mNames.layers[object.handle] = layer.name;
+            mLinetypeOfLayer.emplace_back(data.layers.size(), linetype);
+            AddEntry(data.layers, mReading.layerPlaces, std::move(layer));
+        } else if (kind == "LTYPE") {
+            LinetypeData linetype = ReadLinetype(object);
+            mNames.linetypes[object.handle] = linetype.name;
+            AddEntry(data.linetypes, mReading.linetypePlaces, std::move(linetype));
+        } else if (kind == "STYLE") {
+            bool isShapeFile = false;
+            TextStyleData style = ReadStyle(object, isShapeFile);
+            mNames.styles[object.handle] = style.name;
+            if (!isShapeFile && !style.name.empty())
+                AddEntry(data.styles, mReading.stylePlaces, std::move(style));
+        } else if (kind == "APPID") {
+            std::string name = ReadApplication(object);
+            mNames.applications[object.handle] = name;
+            if (!name.empty() && mReading.applicationNames.insert(name).second)
+                data.applications.push_back(std::move(name));
+        } else if (kind == "UCS") {
+            UcsData ucs = ReadUcs(object);
+            mNames.ucs[object.handle] = ucs.name;
+            if (!ucs.name.empty() && mReading.ucsNames.insert(ucs.name).second)
+                data.namedUcs.push_back(std::move(ucs));
+        } else if (kind == "BLOCK_RECORD") {
+            mNames.blocks.push_back(ReadBlockRecord(object));
+        } else if (kind == "BLOCK") {
+            HandleValue record = 0;
+            std::string name = ReadBlockName(object, record);
+            mNames.blockNames[record] = std::move(name);
+        } else if (kind == "DICTIONARY" || kind == "ACDBDICTIONARYWDFLT") {
+            mNames.dictionaries[object.handle] = ReadDictionary(object);
+        } else if (kind == "GROUP") {
+            mNames.groups.push_back(ReadGroup(object));
+        } else if (kind == "LAYOUT") {
+            mNames.layouts[object.handle] = ReadLayout(object);
+        }
+    }
+
+    template <typename Entry, typename Places>
+    void AddEntry(std::vector<Entry>& entries, Places& places, Entry entry) {
+        if (entry.name.empty() || !places.emplace(entry.name, entries.size()).second) {
+            mReading.Note(0, "table entry " + ShownName(entry.name) + " " + Shown(entry.handle) +
+                                 " passed over: expected a name of its own");
+            return;
+        }
+        entries.push_back(std::move(entry));
+    }
+
+    void TakeHeader() {
+        DrawingData& data = mReading.data;
+        data.handleSeed = std::max<HandleValue>(mHeader.handleSeed, 1);
+        data.currentLayer = NameOr(mNames.layers, mHeader.currentLayer, "0");
+        data.ucs.name = NameOr(mNames.ucs, mHeader.ucsName, "");
+        for (const auto& [place, linetype] : mLinetypeOfLayer)
+            if (place < data.layers.size())
+                data.layers[place].linetype = NameOr(mNames.linetypes, linetype, "Continuous");
+    }
+
+    /// Spaces by the header's handles, or by their names where the header is damaged.
+    void NameBlocks() {
+        for (Block& block : mNames.blocks) {
+            const auto full = mNames.blockNames.find(block.record);
+            if (full != mNames.blockNames.end() && !full->second.empty()) block.name = full->second;
+            block.name = CanonicalBlockName(block.name);
+            if (block.record == mHeader.modelSpace) block.name = modelSpaceName;
+            if (block.record == mHeader.paperSpace) block.name = paperSpaceName;
+            mNames.blockNames[block.record] = block.name;
+        }
+    }
+
+    // --- Entities ---
+
+    void TakeBlock(const Block& block) {
+        const std::size_t place = BlockPlace(mReading, block.name);
+        if (!mTakenBlocks.insert(place).second) {
+            mReading.Note(0, "block " + ShownName(block.name) + " " + Shown(block.record) +
+                                 " passed over: expected a name of its own");
+            return;
+        }
+        BlockData& data = mReading.data.blocks[place];
+        data.base = block.base;
+        data.flags = block.isAnonymous ? 1 : 0;
+        mReading.recordOfBlock.emplace(block.name, block.record);
+        if (const auto layout = mNames.layouts.find(block.layout); layout != mNames.layouts.end())
+            mReading.layoutOfBlock.emplace(block.name, layout->second.name);
+        if (block.isExternal)
+            mReading.Note(0, "block " + ShownName(block.name) +
+                                 " stands for another drawing, which isn't read: its parts are missing");
+        int viewport = 0;
+        for (const HandleValue handle : EntitiesOf(block)) TakeEntity(handle, place, viewport);
+    }
+
+    std::vector<HandleValue> EntitiesOf(const Block& block) {
+        return mSections.release >= Release::R2004 ? block.entities
+                                                   : Chain(block.first, block.last, block.name);
+    }
+
+    /// From one end of a chain to the other by the neighbours that each entity names. What can't be read
+    /// there still has a neighbour.
+    std::vector<HandleValue> Chain(HandleValue first, HandleValue last, std::string_view what) {
+        std::vector<HandleValue> chain;
+        HandleValue handle = first;
+        while (handle != 0 && chain.size() <= mMap.Entries().size()) {
+            chain.push_back(handle);
+            if (handle == last) return chain;
+            const ObjectMap::Entry* const entry = mMap.Find(handle);
+            if (entry == nullptr) break;
+            try {
+                Object object = OpenObject(mSections, mTexts, *entry);
+                handle = ReadCommon(object).next;
+            } catch (const Damage&) {
+                break;
+            }
+        }
+        if (first == 0) return chain;
+        mChainIsBroken = true;
+        mReading.Note(0, "the chain of entities in " + ShownName(what) + " breaks off behind " +
+                             Shown(chain.empty() ? first : chain.back()));
+        return chain;
+    }
+
+    /// Where a chain has broken, the entities that say themselves that they stand in model space.
+    void TakeRestOfModelSpace() {
+        const std::size_t place = BlockPlace(mReading, std::string(modelSpaceName));
+        int viewport = 0;
+        for (const ObjectMap::Entry& entry : mMap.Entries()) {
+            if (mSeen.contains(entry.handle) || mDamaged.contains(entry.handle)) continue;
+            try {
+                Object object = OpenObject(mSections, mTexts, entry);
+                constexpr unsigned inModelSpace = 2;
+                if (!IsShapeKind(mKinds.NameOf(object.type)) || ReadCommon(object).mode != inModelSpace)
+                    continue;
+                TakeEntity(entry.handle, place, viewport);
+            } catch (const Damage& damage) {
+                TellDamage({}, entry, damage);
+            }
+        }
+    }
+
+    void TakeEntity(HandleValue handle, std::size_t place, int& viewport) {
+        if (handle == 0 || mDamaged.contains(handle)) return;
+        const ObjectMap::Entry* const entry = mMap.Find(handle);
+        if (entry == nullptr) {
+            mReading.Note(0, "entity " + Shown(handle) + " of block " +
+                                 ShownName(mReading.data.blocks[place].name) +
+                                 " is missing: the file has no such object");
+            return;
+        }
+        std::string_view kind;
+        try {
+            Object object = Open(*entry);
+            kind = mKinds.NameOf(object.type);
+            if (!mSeen.insert(handle).second) throw Damage{entry->place * 8, "it stands in a second block"};
+            if (!IsShapeKind(kind)) return PassOver(kind, object.type);
+            const Common common = ReadCommon(object);
+            EntityData entity = EntityOf(object, common);
+            entity.geometry = ReadShape(object, common, kind, mSurroundings);
+            Finish(entity, viewport);
+            mReading.data.blocks[place].entities.push_back(std::move(entity));
+        } catch (const Damage& damage) {
+            TellDamage(kind, *entry, damage);
+        }
+    }
+
+    EntityData EntityOf(const Object& object, const Common& common) {
+        EntityData entity;
+        entity.handle = object.handle;
+        entity.layer = NameOr(mNames.layers, common.layer, "0");
+        constexpr int byLayer = 256;
+        entity.color = common.color >= 0 && common.color <= byLayer ? common.color : byLayer;
+        switch (common.linetypeBy) {
+            case LinetypeBy::Layer:
+                break;
+            case LinetypeBy::Block:
+                entity.linetype = "ByBlock";
+                break;
+            case LinetypeBy::Continuous:
+                entity.linetype = "Continuous";
+                break;
+            case LinetypeBy::Handle:
+                entity.linetype = NameOr(mNames.linetypes, common.linetype, "ByLayer");
+                break;
+        }
+        if (common.linetypeScale > 0) entity.linetypeScale = common.linetypeScale;
+        entity.visible = !common.invisible;
+        entity.lineweight = common.lineweight;
+        entity.xdata = XDataOf(object);
+        return entity;
+    }
+
+    std::vector<XDataOfApp> XDataOf(const Object& object) {
+        std::vector<XDataOfApp> all;
+        for (const RawXData& raw : object.xdata) {
+            const auto name = mNames.applications.find(raw.application);
+            if (name == mNames.applications.end() || name->second.empty()) {
+                mReading.Note(
+                    0, "entity " + Shown(object.handle) +
+                           ": extended data of an application that the drawing doesn't name are left out");
+                continue;
+            }
+            XDataOfApp app{name->second, raw.items};
+            constexpr int codeLayer = 1003;
+            for (XDataItem& item : app.items) {
+                if (item.code != codeLayer) continue;
+                HandleValue layer = 0;
+                if (const auto handle = HandleFromText(std::get<std::string>(item.value))) layer = *handle;
+                item.value = NameOr(mNames.layers, layer, "0");
+            }
+            all.push_back(std::move(app));
+        }
+        return all;
+    }
+
+    /// What every shape needs, whatever its kind.
+    void Finish(EntityData& entity, int& viewport) {
+        std::visit(
+            [&](auto& shape) {
+                if constexpr (requires { shape.normal; }) {
+                    if (IsZero(shape.normal)) shape.normal = {0, 0, 1};
+                }
+            },
+            entity.geometry);
+        if (auto* const view = std::get_if<ViewportData>(&entity.geometry))
+            view->status = view->id = ++viewport;
+    }
+
+    std::vector<Object> Parts(const std::vector<HandleValue>& listed, HandleValue first, HandleValue last) {
+        std::vector<Object> parts;
+        for (const HandleValue handle :
+             mSections.release >= Release::R2004 ? listed : Chain(first, last, "a polyline")) {
+            const ObjectMap::Entry* const entry = mMap.Find(handle);
+            if (entry == nullptr) throw Damage{0, "vertex " + Shown(handle) + " was expected"};
+            parts.push_back(Open(*entry));
+            ReadCommon(parts.back());
+        }
+        return parts;
+    }
+
+    void PassOver(std::string_view kind, unsigned type) {
+        ++mPassed[kind.empty() ? "of type " + std::to_string(type) : std::string(kind)];
+    }
+
+    void TellPassedOver() {
+        for (const auto& [kind, count] : mPassed)
+            mReading.Note(0,
+                          std::to_string(count) + " of kind " + ShownName(kind) +
+                              " passed over: drawings don't hold this kind",
+                          !IsAnnotationKind(kind));
+    }
+
+    // --- Groups ---
+
+    void TakeGroups() {
+        const auto dictionary = mNames.dictionaries.find(mHeader.groupDictionary);
+        std::map<HandleValue, std::string> names;
+        if (dictionary != mNames.dictionaries.end())
+            for (const auto& [name, handle] : dictionary->second.entries) names.emplace(handle, name);
+        std::set<std::string, LessIgnoreCase> taken;
+        int number = 0;
+        for (GroupData& group : mNames.groups) {
+            const auto name = names.find(group.handle);
+            if (name != names.end() && !name->second.empty() && taken.insert(name->second).second) {
+                group.name = name->second;
+            } else {
+                do group.name = "*A" + std::to_string(++number);
+                while (!taken.insert(group.name).second);
+            }
+            mReading.data.groups.push_back(std::move(group));
+        }
+    }
+
+    Sections mSections;
+    Texts mTexts;
+    ObjectMap mMap;
+    Kinds mKinds;
+    Header mHeader;
+    Names mNames;
+    Reading mReading;
+    std::unordered_map<HandleValue, std::string> mBodies;
+    std::unordered_set<HandleValue> mDamaged;  ///< Told already.
+    bool mChainIsBroken = false;
+    std::vector<std::pair<std::size_t, HandleValue>> mLinetypeOfLayer;
+    std::set<std::size_t> mTakenBlocks;
+    std::set<HandleValue> mSeen;
+    std::map<std::string, std::size_t> mPassed;
+    Surroundings mSurroundings{
+        mNames, mBodies, [this](const std::vector<HandleValue>& listed, HandleValue first, HandleValue last) {
+            return Parts(listed, first, last);
+        }};
+};
+
+}  // namespace
+
+DrawingData ReadDwg(std::string_view content, std::string_view fileName) {
+    return DwgWalk(content, fileName).Run();
+}
+
+}  // namespace brenvik

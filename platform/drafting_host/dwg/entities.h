@@ -1,0 +1,47 @@
+// From an object's stream to an entity's shape.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "drafting_host/dwg/names.h"
+#include "drafting_host/dwg/objects.h"
+
+namespace brenvik::dwg {
+
+/// What an entity's shape needs besides its own object.
+struct Surroundings {
+    const Names& names;
+    /// The bodies of release 2013 on, by the handles of their entities.
+    const std::unordered_map<HandleValue, std::string>& bodies;
+    /// The objects that belong to another one (vertices of a polyline), in order, opened and read up to their
+    /// own values. Throws Damage for one that can't be read: a polyline less a vertex would be another shape.
+    std::function<std::vector<Object>(const std::vector<HandleValue>& listed, HandleValue first,
+                                      HandleValue last)>
+        parts;
+};
+
+/// Whether ReadShape takes the kind.
+bool IsShapeKind(std::string_view kind);
+
+/// The shape of an entity that stands behind its common part. Throws Damage.
+EntityGeometry ReadShape(Object& object, const Common& common, std::string_view kind,
+                         const Surroundings& surroundings);
+
+// By kinds of shapes.
+EntityGeometry ReadPolyline(Object& object, std::string_view kind, const Surroundings& surroundings);
+EntityGeometry ReadSpline(Object& object);
+EntityGeometry ReadText(Object& object, const Surroundings& surroundings);
+EntityGeometry ReadMText(Object& object, const Surroundings& surroundings);
+EntityGeometry ReadViewport(Object& object);
+EntityGeometry ReadAcis(Object& object, const Common& common, std::string_view kind,
+                        const Surroundings& surroundings);
+
+/// The text under a handle in a table, or `standard`.
+std::string NameOr(const std::unordered_map<HandleValue, std::string>& names, HandleValue handle,
+                   std::string_view standard);
+
+}  // namespace brenvik::dwg

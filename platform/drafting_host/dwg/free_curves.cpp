@@ -1,0 +1,137 @@
+// Polylines of many objects, and splines.
+#include <array>
+
+#include "drafting_host/dwg/entities.h"
+
+namespace brenvik::dwg {
+namespace {
+
+bool IsShort(const Object& object) { return object.streams.IsAtLeast(Release::R2000); }
+
+// Flags of a polyline as DXF has them (group 70).
+constexpr int flag3d = 8, flagMesh = 16, flagPolyface = 64;
+
+/// The vertices' handles, in the form of the release: a list, or the ends of a chain.
+std::vector<Object> PartsOf(Object& object, std::int32_t count, const Surroundings& surroundings,
+                            HandleValue& seqend) {
+    Streams& streams = object.streams;
+    std::vector<HandleValue> listed;
+    HandleValue first = 0, last = 0;
+    if (streams.IsAtLeast(Release::R2004)) {
+        const std::size_t vertices = streams.handles.Count(count, 8);
+        for (std::size_t i = 0; i < vertices; ++i) listed.push_back(streams.Handle());
+    } else {
+        first = streams.Handle();
+        last = streams.Handle();
+    }
+    seqend = streams.Handle();
+    return surroundings.parts(listed, first, last);
+}
+
+PolylineData::Vertex ReadVertex(Object& object, unsigned type) {
+    constexpr unsigned flat = 10, faceOfPolyface = 14;
+    BitReader& data = object.streams.data;
+    PolylineData::Vertex vertex;
+    vertex.handle = object.handle;
+    if (type == faceOfPolyface) {
+        vertex.flags = 128;
+        for (int& index : vertex.faceIndices) index = data.BitShort();
+        return vertex;
+    }
+    vertex.flags = data.Byte();
+    vertex.point = data.BitPoint();
+    if (type != flat) return vertex;
+    vertex.startWidth = data.BitReal();
+    // A negative width stands for both.
+    if (vertex.startWidth < 0) {
+        vertex.startWidth = vertex.endWidth = -vertex.startWidth;
+    } else {
+        vertex.endWidth = data.BitReal();
+    }
+    vertex.bulge = data.BitReal();
+    return vertex;
+}
+
+}  // namespace
+
+EntityGeometry ReadPolyline(Object& object, std::string_view kind, const Surroundings& surroundings) {
+    BitReader& data = object.streams.data;
+    PolylineData line;
+    if (kind == "POLYLINE_2D") {
+        line.flags = data.BitShort();
+        line.surfaceType = data.BitShort();
+        data.BitReal();
+        data.BitReal();
+        line.thickness = data.Thickness(IsShort(object));
+        line.elevation = data.BitReal();
+        line.normal = data.Extrusion(IsShort(object));
+    } else if (kind == "POLYLINE_3D") {
+        line.surfaceType = data.Byte();
+        line.flags = flag3d | (data.Byte() & 1);
+    } else if (kind == "POLYLINE_PFACE") {
+        line.flags = flagPolyface;
+        line.mCount = data.BitShort();
+        line.nCount = data.BitShort();
+    } else {
+        line.flags = flagMesh | data.BitShort();
+        line.surfaceType = data.BitShort();
+        line.mCount = data.BitShort();
+        line.nCount = data.BitShort();
+        line.mDensity = data.BitShort();
+        line.nDensity = data.BitShort();
+    }
+    const std::int32_t count = object.streams.IsAtLeast(Release::R2004) ? data.BitLong() : 0;
+    for (Object& part : PartsOf(object, count, surroundings, line.seqendHandle)) {
+        line.vertices.push_back(ReadVertex(part, part.type));
+        if (kind == "POLYLINE_2D") line.vertices.back().point.z = 0;
+    }
+    if (line.vertices.empty()) data.Fail("a vertex was expected");
+    return line;
+}
+
+EntityGeometry ReadSpline(Object& object) {
+    constexpr int fitScenario = 2, controlScenario = 1, ownKnots = 15, highestDegree = 25;
+    constexpr int flagClosed = 1, flagPeriodic = 2, flagRational = 4;
+    BitReader& data = object.streams.data;
+    SplineData spline;
+    int scenario = data.BitLong();
+    if (object.streams.IsAtLeast(Release::R2013)) {
+        // The scenario is stale here; the flags tell.
+        const std::int32_t flags = data.BitLong();
+        const std::int32_t knotKind = data.BitLong();
+        scenario = (flags & 1) != 0 && knotKind != ownKnots ? fitScenario : controlScenario;
+    }
+    spline.degree = data.BitLong();
+    if (spline.degree < 1 || spline.degree > highestDegree) data.Fail("a degree from 1 to 25 was expected");
+    std::int32_t knots = 0, controls = 0, fits = 0;
+    bool isWeighted = false;
+    if (scenario == fitScenario) {
+        data.BitReal();
+        data.BitPoint();
+        data.BitPoint();
+        fits = data.BitLong();
+    } else {
+        if (data.Bit()) spline.flags |= flagRational;
+        if (data.Bit()) spline.flags |= flagClosed;
+        if (data.Bit()) spline.flags |= flagPeriodic;
+        data.BitReal();
+        data.BitReal();
+        knots = data.BitLong();
+        controls = data.BitLong();
+        isWeighted = data.Bit();
+    }
+    const std::size_t knotCount = data.Count(knots, 2), controlCount = data.Count(controls, 6),
+                      fitCount = data.Count(fits, 6);
+    for (std::size_t i = 0; i < knotCount; ++i) spline.knots.push_back(data.BitReal());
+    for (std::size_t i = 0; i < controlCount; ++i) {
+        spline.controlPoints.push_back(data.BitPoint());
+        if (isWeighted) spline.weights.push_back(data.BitReal());
+    }
+    for (std::size_t i = 0; i < fitCount; ++i) spline.fitPoints.push_back(data.BitPoint());
+    if (controlCount == 0 && fitCount < 2) data.Fail("control or fit points were expected");
+    if (controlCount > 0 && knotCount != controlCount + static_cast<std::size_t>(spline.degree) + 1)
+        data.Fail("as many knots as control points and the degree ask for were expected");
+    return spline;
+}
+
+}  // namespace brenvik::dwg

@@ -1,0 +1,280 @@
+// Frames of objects, extended data, and the common part of entities.
+#include "drafting_host/dwg/objects.h"
+
+#include <array>
+
+#include "base/handle_text.h"
+#include "drafting_host/dwg/checksums.h"
+
+namespace brenvik::dwg {
+namespace {
+
+constexpr auto lineweights = std::to_array<int>(
+    {0, 5, 9, 13, 15, 18, 20, 25, 30, 35, 40, 50, 53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211});
+constexpr unsigned lineweightByLayer = 29, lineweightByBlock = 30;
+
+/// A reference is stored with its highest byte first.
+HandleValue StoredHandle(BitReader& reader) {
+    HandleValue handle = 0;
+    for (int i = 0; i < 8; ++i) handle = (handle << 8U) | reader.Byte();
+    return handle;
+}
+
+Point3 StoredPoint(BitReader& reader) { return reader.RawPoint(); }
+
+XDataValue StoredText(BitReader& reader, const Texts& texts) {
+    if (texts.IsUnicode()) return texts.FromUnits(reader.Bytes(std::size_t{reader.Short()} * 2));
+    const std::size_t length = reader.Byte();
+    reader.Short();  // its code page, which is the drawing's
+    return texts.FromPage(reader.Bytes(length));
+}
+
+/// The item behind a code; nothing for a code that nobody knows.
+std::optional<XDataItem> StoredItem(BitReader& reader, const Texts& texts) {
+    const unsigned code = reader.Byte();
+    XDataItem item;
+    item.code = static_cast<std::int16_t>(1000 + code);
+    switch (code) {
+        case 0:
+        case 1:
+            item.value = StoredText(reader, texts);
+            return item;
+        case 2:
+            item.value = std::string(reader.Byte() == 0 ? "{" : "}");
+            return item;
+        case 3:
+        case 5:
+            item.value = HandleToText(StoredHandle(reader));
+            return item;
+        case 4: {
+            const std::string bytes = reader.Bytes(reader.Byte());
+            item.value = std::vector<std::uint8_t>(bytes.begin(), bytes.end());
+            return item;
+        }
+        case 10:
+        case 11:
+        case 12:
+        case 13:
+            item.value = StoredPoint(reader);
+            return item;
+        case 40:
+        case 41:
+        case 42:
+            item.value = reader.Real();
+            return item;
+        case 70:
+            item.value = static_cast<std::int16_t>(reader.Short());
+            return item;
+        case 71:
+            item.value = static_cast<std::int32_t>(reader.Long());
+            return item;
+        default:
+            return std::nullopt;
+    }
+}
+
+std::vector<RawXData> ReadXData(BitReader& reader, HandleValue own, const Texts& texts) {
+    std::vector<RawXData> all;
+    while (true) {
+        const std::size_t size = static_cast<std::uint16_t>(reader.BitShort());
+        if (size == 0) return all;
+        RawXData each;
+        each.application = reader.Handle().From(own);
+        const std::string bytes = reader.Bytes(size);
+        BitReader items(bytes);
+        while (items.Left() >= 8) {
+            auto item = StoredItem(items, texts);
+            if (!item) break;
+            each.items.push_back(std::move(*item));
+        }
+        all.push_back(std::move(each));
+    }
+}
+
+/// Colours of entities, with the flags that tell what follows.
+struct EntityColor {
+    int index = 256;
+    bool isInBook = false;
+};
+
+EntityColor ReadEntityColor(BitReader& data, Release release) {
+    constexpr unsigned indexMask = 0x1FF, hasTrueColor = 0x8000, isInBook = 0x4000, hasTransparency = 0x2000;
+    const auto value = static_cast<std::uint16_t>(data.BitShort());
+    if (release < Release::R2004) return {value, false};
+    const EntityColor color{static_cast<int>(value & indexMask), (value & isInBook) != 0};
+    if ((value & hasTrueColor) != 0 && !color.isInBook) data.BitLong();
+    if ((value & hasTransparency) != 0) data.BitLong();
+    return color;
+}
+
+}  // namespace
+
+int LineweightOf(unsigned number) {
+    if (number < lineweights.size()) return lineweights[number];
+    if (number == lineweightByLayer) return -1;
+    return number == lineweightByBlock ? -2 : -3;
+}
+
+Object OpenObject(const Sections& sections, const Texts& texts, const ObjectMap::Entry& entry) {
+    Object object;
+    object.place = entry.place;
+    BitReader frame(sections.objects, entry.place * 8, sections.objects.size() * 8);
+    const std::uint64_t size = frame.ModularShort();
+    std::uint64_t handleBits = 0;
+    if (sections.release >= Release::R2010) handleBits = frame.ModularChar();
+    const std::size_t start = frame.Position();
+    if (size > frame.Left() / 8) frame.Fail("an object within the section was expected");
+    const std::size_t end = start + static_cast<std::size_t>(size) * 8;
+    if (handleBits > end - start) frame.Fail("handles within the object were expected");
+    const std::string_view all = sections.objects;
+    const std::string_view summed = all.substr(entry.place, end / 8 - entry.place);
+    if (BitReader(all, end, all.size() * 8).Left() >= 16)
+        object.sumIsWrong = BitReader(all, end, end + 16).Short() != Crc16(summed, objectSeed);
+
+    BitReader head(all, start, end);
+    if (sections.release >= Release::R2010) {
+        constexpr unsigned secondBase = 0x1F0;
+        const unsigned form = head.Bits(2);
+        object.type = form == 0 ? head.Byte() : form == 1 ? head.Byte() + secondBase : head.Short();
+    } else {
+        object.type = static_cast<std::uint16_t>(head.BitShort());
+    }
+    std::size_t handlesAt = end - static_cast<std::size_t>(handleBits);
+    const bool boundaryAhead = sections.release >= Release::R2000 && sections.release < Release::R2010;
+    const auto takeBoundary = [&] {
+        const std::size_t bits = head.Long();
+        if (bits > end - start) head.Fail("handles within the object were expected");
+        handlesAt = start + bits;
+    };
+    if (boundaryAhead) takeBoundary();
+    object.handle = head.Handle().From(0);
+    if (object.handle != entry.handle) head.Fail("the object of another handle stands here");
+    object.xdata = ReadXData(head, object.handle, texts);
+    object.bytes = all;
+    object.start = start;
+    object.end = end;
+    // The oldest two have the boundary further behind: see TakeLateBoundary.
+    if (sections.release < Release::R2000) handlesAt = end;
+    object.streams = StreamsOf(all, start, handlesAt, end, sections.release, texts);
+    object.streams.data.MoveTo(head.Position());
+    object.streams.own = object.handle;
+    return object;
+}
+
+namespace {
+
+/// The boundary of releases 13 and 14, which counts from the object's type on.
+void TakeLateBoundary(Object& object) {
+    Streams& streams = object.streams;
+    if (streams.IsAtLeast(Release::R2000)) return;
+    const std::size_t bits = streams.data.Long();
+    if (bits > object.end - object.start) streams.data.Fail("handles within the object were expected");
+    const std::size_t handlesAt = object.start + bits;
+    streams.handles = BitReader(object.bytes, handlesAt, object.end);
+    streams.data = BitReader(object.bytes, streams.data.Position(), handlesAt);
+}
+
+/// The picture that programs leave for those who don't know their entities.
+void SkipPicture(Streams& streams) {
+    BitReader& data = streams.data;
+    if (!data.Bit()) return;
+    const std::uint64_t size = streams.IsAtLeast(Release::R2010) ? data.BitLongLong() : data.Long();
+    if (size > data.Left() / 8) data.Fail("a picture within the object was expected");
+    data.Skip(static_cast<std::size_t>(size) * 8);
+}
+
+/// Which references of an entity's common part follow among the handles.
+struct Follows {
+    std::size_t reactors = 0;
+    bool dictionary = true, neighbours = false, bookColor = false, linetype = false;
+    unsigned others = 0;  ///< Material, plot style and visual styles.
+};
+
+void ReadCommonHandles(Object& object, const Follows& follows, Common& common) {
+    Streams& streams = object.streams;
+    if (common.mode == 0) common.owner = streams.Handle();
+    for (std::size_t i = 0; i < follows.reactors; ++i) streams.Handle();
+    if (follows.dictionary) streams.Handle();
+    if (!streams.IsAtLeast(Release::R2000)) {
+        common.layer = streams.Handle();
+        if (follows.linetype) common.linetype = streams.Handle();
+    }
+    common.next = object.handle + 1;
+    if (follows.neighbours) {
+        streams.Handle();
+        common.next = streams.Handle();
+    }
+    if (follows.bookColor) streams.Handle();
+    if (!streams.IsAtLeast(Release::R2000)) return;
+    common.layer = streams.Handle();
+    if (follows.linetype) common.linetype = streams.Handle();
+    for (unsigned i = 0; i < follows.others; ++i) streams.Handle();
+}
+
+constexpr unsigned byHandle = 3;
+
+}  // namespace
+
+Common ReadCommon(Object& object) {
+    Streams& streams = object.streams;
+    SkipPicture(streams);
+    TakeLateBoundary(object);
+    BitReader& data = streams.data;
+    Common common;
+    Follows follows;
+    common.mode = data.Bits(2);
+    follows.reactors = streams.handles.Count(data.BitLong(), 8);
+    if (streams.IsAtLeast(Release::R2004)) follows.dictionary = !data.Bit();
+    if (streams.IsAtLeast(Release::R2013)) common.hasStoredData = data.Bit();
+    if (!streams.IsAtLeast(Release::R2000)) {
+        follows.linetype = !data.Bit();
+        if (follows.linetype) common.linetypeBy = LinetypeBy::Handle;
+    }
+    if (!streams.IsAtLeast(Release::R2004)) follows.neighbours = !data.Bit();
+    const EntityColor color = ReadEntityColor(data, streams.release);
+    common.color = color.index;
+    follows.bookColor = color.isInBook;
+    common.linetypeScale = data.BitReal();
+    if (streams.IsAtLeast(Release::R2000)) {
+        common.linetypeBy = static_cast<LinetypeBy>(data.Bits(2));
+        follows.linetype = common.linetypeBy == LinetypeBy::Handle;
+    }
+    if (streams.IsAtLeast(Release::R2007)) {
+        if (data.Bits(2) == byHandle) ++follows.others;
+        data.Byte();
+    }
+    if (streams.IsAtLeast(Release::R2000) && data.Bits(2) == byHandle) ++follows.others;
+    if (streams.IsAtLeast(Release::R2010))
+        for (int style = 0; style < 3; ++style) follows.others += data.Bit() ? 1U : 0U;
+    common.invisible = (data.BitShort() & 1) != 0;
+    if (streams.IsAtLeast(Release::R2000)) common.lineweight = LineweightOf(data.Byte());
+    ReadCommonHandles(object, follows, common);
+    return common;
+}
+
+HandleValue ReadOwner(Object& object) {
+    Streams& streams = object.streams;
+    TakeLateBoundary(object);
+    const std::size_t reactors = streams.handles.Count(streams.data.BitLong(), 8);
+    const bool hasDictionary = !streams.IsAtLeast(Release::R2004) || !streams.data.Bit();
+    if (streams.IsAtLeast(Release::R2013)) streams.data.Bit();
+    const HandleValue owner = streams.Handle();
+    for (std::size_t i = 0; i < reactors; ++i) streams.Handle();
+    if (hasDictionary) streams.Handle();
+    return owner;
+}
+
+int ReadRecordColor(Streams& streams) {
+    BitReader& data = streams.data;
+    const int index = data.BitShort();
+    if (!streams.IsAtLeast(Release::R2004)) return index;
+    const std::uint32_t color = static_cast<std::uint32_t>(data.BitLong());
+    const unsigned flags = data.Byte();
+    if ((flags & 1U) != 0) streams.Text();
+    if ((flags & 2U) != 0) streams.Text();
+    constexpr std::uint32_t byIndex = 0xC3;
+    constexpr int usual = 7;
+    return color >> 24U == byIndex ? static_cast<int>(color & 0xFFU) : usual;
+}
+
+}  // namespace brenvik::dwg

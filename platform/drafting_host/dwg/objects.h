@@ -1,0 +1,64 @@
+// One object of the file: its frame, what all objects and all entities begin with, and its streams.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "drafting_host/dwg/containers.h"
+#include "drafting_host/dwg/object_map.h"
+#include "drafting_host/dwg/streams.h"
+
+namespace brenvik::dwg {
+
+/// Extended data of one application. Names of layers (1003) are still handles, as texts of 16 digits at most.
+struct RawXData {
+    HandleValue application = 0;
+    std::vector<XDataItem> items;
+};
+
+/// An object, opened: its streams stand behind what all objects begin with.
+struct Object {
+    HandleValue handle = 0;
+    unsigned type = 0;
+    std::size_t place = 0;  ///< Of its first byte in the objects' section.
+    Streams streams;
+    std::vector<RawXData> xdata;
+    bool sumIsWrong = false;
+    std::string_view bytes;          ///< Of the section.
+    std::size_t start = 0, end = 0;  ///< The bits between which the object lies in it.
+};
+
+/// Opens the object that stands at `place` under `handle`. Throws Damage.
+Object OpenObject(const Sections& sections, const Texts& texts, const ObjectMap::Entry& entry);
+
+enum class LinetypeBy { Layer, Block, Continuous, Handle };
+
+/// What all entities have.
+struct Common {
+    unsigned mode = 0;  ///< 0: `owner` tells the block; 1 paper space, 2 model space.
+    HandleValue owner = 0, layer = 0, linetype = 0;
+    HandleValue next = 0;  ///< The neighbour up to release 2000.
+    LinetypeBy linetypeBy = LinetypeBy::Layer;
+    int color = 256;
+    double linetypeScale = 1;
+    bool invisible = false;
+    int lineweight = -1;
+    bool hasStoredData = false;  ///< Its body may lie in the data section of release 2013 on.
+};
+
+/// Reads on behind OpenObject: the values, then the handles up to the entity's own. Throws Damage.
+Common ReadCommon(Object& object);
+/// The same for an object that is no entity; gives its owner.
+HandleValue ReadOwner(Object& object);
+
+/// A colour of a table's record by its number; 7 for a true colour without one.
+int ReadRecordColor(Streams& streams);
+
+/// Hundredths of a millimetre by the file's number of a lineweight; -1 by layer, -2 by block, -3 the default.
+int LineweightOf(unsigned number);
+
+}  // namespace brenvik::dwg

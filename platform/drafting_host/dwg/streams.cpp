@@ -1,0 +1,165 @@
+// Texts, streams and frames.
+#include "drafting_host/dwg/streams.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "base/utf8.h"
+#include "drafting_host/dwg/checksums.h"
+
+namespace brenvik::dwg {
+namespace {
+
+/// The Windows pages by the file's numbers.
+constexpr auto pages = std::to_array<std::pair<unsigned, int>>({{1, 1252},
+                                                                {22, 932},
+                                                                {24, 950},
+                                                                {25, 949},
+                                                                {28, 1250},
+                                                                {29, 1251},
+                                                                {30, 1252},
+                                                                {31, 936},
+                                                                {32, 1253},
+                                                                {33, 1254},
+                                                                {34, 1255},
+                                                                {35, 1256},
+                                                                {36, 1257},
+                                                                {37, 874},
+                                                                {38, 932},
+                                                                {39, 936},
+                                                                {40, 949},
+                                                                {41, 950},
+                                                                {44, 1258}});
+constexpr int usualPage = 1252;
+
+int PageOf(unsigned codePage) {
+    const auto found =
+        std::find_if(pages.begin(), pages.end(), [&](const auto& page) { return page.first == codePage; });
+    return found == pages.end() ? 0 : found->second;
+}
+
+/// A caret stands for itself here; texts of DXF begin control characters with it.
+std::string WithCaretsKept(std::string_view text) {
+    std::string kept;
+    kept.reserve(text.size());
+    for (const char c : text) {
+        kept += c;
+        if (c == '^') kept += ' ';
+    }
+    return kept;
+}
+
+std::string_view UpToZero(std::string_view text) { return text.substr(0, text.find('\0')); }
+
+unsigned UnitAt(std::string_view bytes, std::size_t at) {
+    return static_cast<unsigned char>(bytes[at]) |
+           (static_cast<unsigned>(static_cast<unsigned char>(bytes[at + 1])) << 8U);
+}
+
+/// Half a surrogate pair is no character; it stays as an escape, as texts of DXF have it.
+void AppendEscape(std::string& text, unsigned unit) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    text += "\\U+";
+    for (const unsigned shift : {12U, 8U, 4U, 0U}) text += digits[(unit >> shift) & 15U];
+}
+
+}  // namespace
+
+Texts::Texts(Release release, unsigned codePage) : mIsUnicode(release >= Release::R2007) {
+    const int page = PageOf(codePage);
+    mIsKnown = mIsUnicode || page != 0;
+    mDecoder = TextDecoder(mIsUnicode ? TextDecoder::Bytes::Utf8 : TextDecoder::Bytes::Page,
+                           page == 0 ? usualPage : page);
+}
+
+std::string Texts::FromPage(std::string_view bytes) const {
+    return mDecoder.Decode(WithCaretsKept(UpToZero(bytes)));
+}
+
+std::string Texts::FromUnits(std::string_view bytes) const {
+    std::string text;
+    text.reserve(bytes.size() / 2);
+    for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
+        const unsigned unit = UnitAt(bytes, at);
+        if (unit == 0) break;
+        const bool isHigh = unit >= 0xD800 && unit <= 0xDBFF, isLow = unit >= 0xDC00 && unit <= 0xDFFF;
+        const unsigned next = isHigh && at + 3 < bytes.size() ? UnitAt(bytes, at + 2) : 0;
+        if (isHigh && next >= 0xDC00 && next <= 0xDFFF) {
+            AppendUtf8(text, 0x10000 + ((unit - 0xD800) << 10U) + (next - 0xDC00));
+            at += 2;
+        } else if (isHigh || isLow) {
+            AppendEscape(text, unit);
+        } else {
+            AppendUtf8(text, unit);
+        }
+    }
+    return mDecoder.Decode(WithCaretsKept(text));
+}
+
+std::string Texts::Read(BitReader& reader) const {
+    const std::size_t length = static_cast<std::uint16_t>(reader.BitShort());
+    if (length == 0) return {};
+    return mIsUnicode ? FromUnits(reader.Bytes(length * 2)) : FromPage(reader.Bytes(length));
+}
+
+Streams StreamsOf(std::string_view bytes, std::size_t begin, std::size_t handlesAt, std::size_t end,
+                  Release release, const Texts& texts) {
+    Streams streams;
+    streams.release = release;
+    streams.texts = &texts;
+    streams.handles = BitReader(bytes, handlesAt, end);
+    std::size_t dataEnd = handlesAt;
+    if (release >= Release::R2007 && handlesAt > begin) {
+        dataEnd = handlesAt - 1;
+        if (BitReader(bytes, dataEnd, handlesAt).Bit()) {
+            constexpr std::size_t word = 16;
+            const auto lengthAt = [&](std::size_t place) {
+                if (place < begin + word) throw Damage{place, "the length of texts was expected"};
+                return std::size_t{BitReader(bytes, place - word, place).Short()};
+            };
+            std::size_t place = dataEnd;
+            std::size_t length = lengthAt(place);
+            place -= word;
+            if ((length & 0x8000U) != 0) {
+                length = (length & 0x7FFFU) | (lengthAt(place) << 15U);
+                place -= word;
+            }
+            if (length > place - begin) throw Damage{place, "texts within their object were expected"};
+            streams.strings = BitReader(bytes, place - length, place);
+            dataEnd = place - length;
+        }
+    }
+    streams.data = BitReader(bytes, begin, dataEnd);
+    return streams;
+}
+
+Frame FrameOf(std::string_view section, std::string_view beginMark, Release release, unsigned maintenance) {
+    if (!section.starts_with(beginMark)) throw Damage{0, "the mark of a section was expected"};
+    BitReader reader(section);
+    reader.Skip(beginMark.size() * 8);
+    const std::size_t sumFrom = reader.Position() / 8;
+    const std::size_t size = reader.Long();
+    constexpr unsigned lastWithoutHighPart = 3;
+    if (release >= Release::R2018 || (release >= Release::R2010 && maintenance > lastWithoutHighPart))
+        reader.Long();
+    const std::size_t from = reader.Position() / 8;
+    reader.Skip(size * 8);
+    const std::uint16_t sum = reader.Short();
+    return {section.substr(from, size),
+            Crc16(section.substr(sumFrom, from + size - sumFrom), objectSeed) != sum};
+}
+
+Streams StreamsOfFrame(const Frame& frame, Release release, const Texts& texts) {
+    const std::size_t end = frame.data.size() * 8;
+    if (release < Release::R2007) {
+        Streams streams = StreamsOf(frame.data, 0, end, end, release, texts);
+        return streams;
+    }
+    constexpr std::size_t countBits = 32;
+    const std::size_t handlesAt = BitReader(frame.data).Long();
+    if (handlesAt < countBits || handlesAt > end) throw Damage{0, "the length of a section was expected"};
+    return StreamsOf(frame.data, countBits, handlesAt, end, release, texts);
+}
+
+}  // namespace brenvik::dwg

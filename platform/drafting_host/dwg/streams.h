@@ -1,0 +1,67 @@
+// The three streams of an object or a framed section: values, texts and handles. Before release 2007 texts
+// stand among the values.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "drafting_host/dwg/bit_reader.h"
+#include "drafting_host/dwg/containers.h"
+#include "drafting_host/dxf/dxf_text.h"
+
+namespace brenvik::dwg {
+
+/// How the texts of a drawing become UTF-8.
+class Texts {
+  public:
+    Texts() = default;
+    /// `codePage` is the file's number of a page. An unknown one counts as 1252, see IsKnown.
+    Texts(Release release, unsigned codePage);
+
+    bool IsKnown() const { return mIsKnown; }
+    bool IsUnicode() const { return mIsUnicode; }
+    /// A text as it stands in a stream: its length, then its characters.
+    std::string Read(BitReader& reader) const;
+    /// Characters of the code page. A closing zero isn't part of a text.
+    std::string FromPage(std::string_view bytes) const;
+    /// Units of 16 bits, lowest byte first.
+    std::string FromUnits(std::string_view bytes) const;
+
+  private:
+    TextDecoder mDecoder;
+    bool mIsUnicode = false, mIsKnown = true;
+};
+
+struct Streams {
+    Release release = Release::R2000;
+    const Texts* texts = nullptr;
+    BitReader data, strings, handles;
+    HandleValue own = 0;  ///< Whose references these are.
+
+    bool IsAtLeast(Release other) const { return release >= other; }
+    std::string Text() { return texts->Read(IsAtLeast(Release::R2007) ? strings : data); }
+    HandleValue Handle() { return handles.Handle().From(own); }
+};
+
+/// The streams between two bits: `handlesAt` is where the handles begin, where texts end too. Throws Damage.
+Streams StreamsOf(std::string_view bytes, std::size_t begin, std::size_t handlesAt, std::size_t end,
+                  Release release, const Texts& texts);
+
+/// The data of the header or the classes, out of their frame of marks. Throws Damage where the frame is
+/// broken; `sumIsWrong` tells a wrong checksum, with which the data are read all the same.
+struct Frame {
+    std::string_view data;
+    bool sumIsWrong = false;
+};
+Frame FrameOf(std::string_view section, std::string_view beginMark, Release release, unsigned maintenance);
+
+inline constexpr std::string_view headerMark =
+    "\xCF\x7B\x1F\x23\xFD\xDE\x38\xA9\x5F\x7C\x68\xB8\x4E\x6D\x33\x5F";
+inline constexpr std::string_view classesMark =
+    "\x8D\xA1\xC4\xB8\xC4\xA9\xF8\xC5\xC0\xDC\xF4\x5F\xE7\xCF\xB6\x8A";
+
+/// The streams of a framed section: from release 2007 on it begins with the number of bits to its handles.
+Streams StreamsOfFrame(const Frame& frame, Release release, const Texts& texts);
+
+}  // namespace brenvik::dwg
