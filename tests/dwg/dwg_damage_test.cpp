@@ -1,8 +1,8 @@
 // Binary drawings that are cut off or changed: a drawing with what was sound, or a failure that says where.
 #include <gtest/gtest.h>
 
-#include <array>
-#include <filesystem>
+#include <algorithm>
+#include <optional>
 #include <random>
 
 #include "base/failure.h"
@@ -52,7 +52,7 @@ TEST_P(DamagedDwg, CutOffAnywhereItIsRefusedOrTold) {
     constexpr std::size_t cuts = 40;
     for (std::size_t i = 0; i < cuts; ++i) {
         const auto read = ReadDamaged(mBytes.substr(0, mBytes.size() * i / cuts));
-        if (read && EntityCount(*read) != mCount) EXPECT_TRUE(SomethingIsTold(*read)) << i;
+        EXPECT_TRUE(!read || EntityCount(*read) == mCount || SomethingIsTold(*read)) << i;
     }
 }
 
@@ -64,7 +64,7 @@ TEST_P(DamagedDwg, WithChangedBytesItIsRefusedOrTold) {
         for (int i = 0; i < changes; ++i)
             changed[random() % changed.size()] = static_cast<char>(random() & 0xFF);
         const auto read = ReadDamaged(changed);
-        if (read && EntityCount(*read) != mCount) EXPECT_TRUE(SomethingIsTold(*read)) << round;
+        EXPECT_TRUE(!read || EntityCount(*read) == mCount || SomethingIsTold(*read)) << round;
     }
 }
 

@@ -1,9 +1,11 @@
 // Binary drawings by other programs against the DXF text that the same programs wrote of them.
 #include <gtest/gtest.h>
 
-#include <array>
+#include <algorithm>
 #include <map>
 #include <set>
+#include <tuple>
+#include <utility>
 
 #include "base/handle_text.h"
 #include "drafting_host/dwg/dwg_reader.h"

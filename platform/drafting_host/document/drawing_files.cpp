@@ -12,6 +12,7 @@
 #include "drafting_host/document/host_failure.h"
 #include "drafting_host/document/imported_parts.h"
 #include "drafting_host/document/whole_file.h"
+#include "drafting_host/dwg/dwg_reader.h"
 #include "drafting_host/dxf/dxf_reader.h"
 #include "drafting_host/dxf/dxf_writer.h"
 #include "drafting_host/step/step_writer.h"
@@ -141,7 +142,8 @@ void ReadDrawingInUnit(HostDocument& document, const std::filesystem::path& path
             refuse("binary DXF");
             return;
         case DrawingKind::DwgBinary:
-            refuse("a binary drawing (DWG)");
+            document.TakeOver(ReadDwg(content, path.string()));
+            document.MarkOnlyRead(path);
             return;
         case DrawingKind::AcisBinary:
             refuse("binary ACIS (SAB)");
@@ -159,6 +161,7 @@ std::vector<std::string> SaveDrawing(const HostDocument& document, const std::fi
 std::vector<std::string> SaveDrawingInUnit(const HostDocument& document, const std::filesystem::path& path,
                                            std::optional<LengthUnit> unit) {
     document.RequireOpen();
+    document.RequireOtherThanOriginal(path);
     const std::string extension = FoldLower(path.extension().string());
     if (extension == ".dxf" || extension == ".dwg") return SaveDxf(document, path, unit);
     if (extension == ".step" || extension == ".stp") return SaveStep(document, path, UnitOf(document, unit));

@@ -113,6 +113,11 @@ class HostDocument final : public AcadDocument {
     void SetFile(std::string fullName) { mFullName = std::move(fullName); }
     /// Tells that the drawing came from a file of another system.
     void MarkImported() { mImported = true; }
+    /// The drawing was read from a form that is never written (DWG): saving it under its own name writes DXF
+    /// text beside the original, which nothing here writes over.
+    void MarkOnlyRead(std::filesystem::path original) { mOnlyRead = std::move(original); }
+    /// Fails where `path` is the file of MarkOnlyRead.
+    void RequireOtherThanOriginal(const std::filesystem::path& path) const;
     bool Closed() const { return mClosed; }
     void RequireOpen() const;
     /// Lets go of everything; the shell stays for pointers that point at it.
@@ -129,6 +134,7 @@ class HostDocument final : public AcadDocument {
 
   private:
     void TakeOver(DrawingData data, std::span<const TopoDS_Shape> shapes);
+    void SaveBesideOriginal();
     void PurgeBlocks();
     void PurgeLayers();
     void PurgeStyles();
@@ -154,6 +160,7 @@ class HostDocument final : public AcadDocument {
     bool mMSpace = false;
     bool mClosed = false;
     bool mImported = false;
+    std::filesystem::path mOnlyRead;  ///< Empty for a drawing that can be saved where it lies.
 };
 
 }  // namespace brenvik

@@ -32,8 +32,32 @@ void HostDocument::Save() {
         throw host_failure::NotPossible(mFullName +
                                         " is no drawing file; save the drawing under a name of its own");
     }
+    if (!mOnlyRead.empty()) return SaveBesideOriginal();
     const std::filesystem::path path = mApplication.Resolve(mFullName);
     KeepProblems(*this, mFullName, SaveDrawing(*this, path));
+}
+
+void HostDocument::SaveBesideOriginal() {
+    const std::size_t dot = mFullName.find_last_of("./\\");
+    const bool hasExtension = dot != std::string::npos && mFullName[dot] == '.';
+    const std::string name = mFullName.substr(0, hasExtension ? dot : mFullName.size()) + ".dxf";
+    const std::filesystem::path path = mApplication.Resolve(name);
+    if (std::filesystem::exists(path)) {
+        throw host_failure::NotPossible(mFullName + " is a binary drawing, which is only read, and " + name +
+                                        " exists already; save the drawing under a name of its own");
+    }
+    KeepProblems(*this, name, SaveDrawing(*this, path));
+    Tables().notes.push_back(
+        {0, "saved as " + name + ", DXF text: binary drawings (DWG) are read and not written", false});
+    mFullName = name;
+    mOnlyRead.clear();
+}
+
+void HostDocument::RequireOtherThanOriginal(const std::filesystem::path& path) const {
+    std::error_code ignored;
+    if (mOnlyRead.empty() || !std::filesystem::equivalent(path, mOnlyRead, ignored)) return;
+    throw host_failure::NotPossible(path.string() +
+                                    " is the binary drawing itself, which is only read; give another name");
 }
 
 void HostDocument::SaveAs(std::string_view fileName, SaveAsKind kind) {
@@ -42,6 +66,7 @@ void HostDocument::SaveAs(std::string_view fileName, SaveAsKind kind) {
         throw host_failure::InvalidArgument("a file type of " + std::to_string(static_cast<int>(kind)));
     }
     const std::string name = WithExtension(fileName, kind);
+    RequireOtherThanOriginal(mApplication.Resolve(name));
     // Both file types are DXF text here, whatever the name ends in.
     std::vector<std::string> problems;
     const DrawingData data = ToData(problems);
@@ -49,6 +74,7 @@ void HostDocument::SaveAs(std::string_view fileName, SaveAsKind kind) {
     KeepProblems(*this, name, problems);
     mFullName = name;
     mImported = false;
+    mOnlyRead.clear();
 }
 
 void HostDocument::Wblock(std::string_view fileName, AcadSelectionSet& set) {

@@ -336,11 +336,14 @@ class DwgWalk {
     }
 
     void TellPassedOver() {
-        for (const auto& [kind, count] : mPassed)
+        mReading.file.unkeptReason = "of a binary drawing (DWG) only what a drawing holds is taken";
+        for (const auto& [kind, count] : mPassed) {
+            mReading.unkept[kind] += count;
             mReading.Note(0,
                           std::to_string(count) + " of kind " + ShownName(kind) +
                               " passed over: drawings don't hold this kind",
                           !IsAnnotationKind(kind));
+        }
     }
 
     // --- Groups ---

@@ -153,7 +153,7 @@ void WritePlan::TellUnkept() {
     if (mData.file) {
         for (const auto& [kind, count] : mData.file->unkept) {
             mUnkept.push_back(std::to_string(count) + " of kind \"" + kind +
-                              "\": release 12 writes them in another form than release 2000");
+                              "\": " + mData.file->unkeptReason);
         }
     }
     for (const auto& [kind, count] : mUnkeptKinds) {

@@ -81,6 +81,7 @@ struct KeptFile {
     std::vector<HandleValue> handles;   ///< All that the file uses, ascending.
     /// What the release in which the drawing is saved has no form for: kinds and how many of each.
     std::vector<std::pair<std::string, std::size_t>> unkept;
+    std::string unkeptReason = "release 12 writes them in another form than release 2000";
 };
 
 }  // namespace brenvik
