@@ -23,7 +23,7 @@ class Dwg : public ProgramTest {
 TEST_F(Dwg, SolidsOfEachReleaseAreListedWithTheSameSizes) {
     std::string first;
     for (const char* release : {"1014", "1015", "1018", "1021", "1024", "1027", "1032"}) {
-        const Outcome outcome = Run({"list", Sample(release), "--format", "csv"});
+        const Outcome outcome = Run({"list", Sample(release), "--unit", "mm", "--format", "csv"});
         EXPECT_EQ(outcome.errors.find("3DSOLID"), std::string::npos) << release << outcome.errors;
         if (first.empty()) first = outcome.output;
         EXPECT_EQ(outcome.output, first) << release;

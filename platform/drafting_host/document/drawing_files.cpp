@@ -144,6 +144,7 @@ void ReadDrawingInUnit(HostDocument& document, const std::filesystem::path& path
         case DrawingKind::DwgBinary:
             document.TakeOver(ReadDwg(content, path.string()));
             document.MarkOnlyRead(path);
+            BringToUnit(document, choice);
             return;
         case DrawingKind::AcisBinary:
             refuse("binary ACIS (SAB)");
