@@ -8,6 +8,7 @@
 #include "cnc/part/run_state.h"
 #include "cnc/run/prove_files.h"
 #include "command_line.h"
+#include "drawing_unit.h"
 #include "file_roots/places.h"
 #include "grid_session.h"
 #include "run_dialogs.h"
@@ -26,6 +27,7 @@ constexpr std::string_view ProvedFolder = "c:\\BV-Proof\\";
 
 struct ProveOptions {
     DrawingOptions drawing;
+    UnitOption unit;
     std::string folder, target;
     bool fromGrid = false;
 };
@@ -74,7 +76,7 @@ ExitStatus Prove(const std::string& home, const ProveOptions& options) {
     Workplace workplace(home, dialogs);
     workplace.files.MapFolder(OutputFolder, workPlace.Path());
     workplace.files.MapFolder(ProvedFolder, PathFromText(options.folder));
-    const OpenedInput opened = OpenAndSelect(workplace, options.drawing, teller);
+    const OpenedInput opened = OpenAndSelect(workplace, options.drawing, options.unit, teller);
     ObserveRuns([&teller](const RunProgress& progress) {
         teller.Progress("part " + std::to_string(progress.part) + " of " + std::to_string(progress.parts) +
                         ", " + progress.name);
@@ -107,8 +109,8 @@ Command ProveCommand() {
                  .Named("T"),
              Argument("--from-grid", &options->fromGrid,
                       "The run took its parts by way of the grid: equal parts share a file"),
-             options->drawing.Select(), options->drawing.Letters(), options->drawing.Material(),
-             options->drawing.Quiet()},
+             options->drawing.Select(), options->drawing.Letters(), options->unit.Option(),
+             options->drawing.Material(), options->drawing.Quiet()},
             [options](const std::string& home) { return Prove(home, *options); },
             {}};
 }
