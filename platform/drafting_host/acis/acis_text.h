@@ -1,7 +1,7 @@
-// ACIS text: the bodies that drawings carry behind their 3DSOLID, REGION and BODY entities, and that
-// stand alone in .sat files. Reading gives boundary representations of the modeller with analytic
-// surfaces and curves and with splines; writing gives version 400, which every drafting program since R2000
-// takes.
+// ACIS data, text (SAT) or binary (SAB): the bodies that drawings carry behind their 3DSOLID, REGION and BODY
+// entities, and that stand alone in .sat files. Reading gives boundary representations of the modeller with
+// analytic surfaces and curves and with splines; writing gives version 400, which every drafting program
+// since R2000 takes.
 #pragma once
 
 #include <TopoDS_Shape.hxx>
@@ -46,9 +46,12 @@ struct ReadResult {
     std::size_t recordCount = 0;
 };
 
-/// Reads a whole text, unmasked, its lines ended by \n or \r\n. Never throws for bad text: what
-/// cannot be read is told in `problems`, and the bodies that are whole still arrive.
+/// Reads a whole text, unmasked, its lines ended by \n or \r\n, or whole binary data. Never throws for bad
+/// ones: what cannot be read is told in `problems`, and the bodies that are whole still arrive.
 ReadResult ReadText(std::string_view text);
+
+/// Whether data are binary, by how they begin.
+bool IsBinary(std::string_view data);
 
 /// The shape's bodies as ACIS text of version 400, unmasked: one line per record, several for a spline.
 /// Solids, compounds of solids, faces, shells and compounds of them are taken. Throws WriteFailure.

@@ -1,12 +1,13 @@
-// Reading a whole text: every body record is built on its own, so that one that cannot be read does not
-// take the others with it.
+// Reading whole data, text or binary: every body record is built on its own, so that one that cannot be read
+// does not take the others with it.
 #include "drafting_host/acis/acis_text.h"
+#include "drafting_host/acis/binary_records.h"
 #include "drafting_host/acis/shape_builder.h"
 
 namespace brenvik::acis {
 
 ReadResult ReadText(std::string_view text) {
-    RecordText split = SplitRecords(text);
+    RecordText split = IsBinary(text) ? SplitBinaryRecords(text) : SplitRecords(text);
     ReadResult result;
     result.header = split.header;
     result.recordCount = split.records.size();

@@ -8,6 +8,7 @@ namespace brenvik::acis {
 namespace {
 
 constexpr int firstWithHistory = 700;
+constexpr int firstWithWires = 107;
 // Farther out than any drawing reaches; beyond it neither coordinates nor tolerances mean anything.
 constexpr double longestLength = 1e9;
 
@@ -18,8 +19,18 @@ std::string Quoted(std::string_view text) {
 }
 
 void SkipBound(FieldCursor& fields) {
-    if (!fields.AtWord()) return;
-    if (fields.Word("parameter bound") == "F") fields.Number("parameter bound");
+    if (fields.TakeBound()) fields.Number("parameter bound");
+}
+
+// The flags of a transform are words, choices in binary data and numbers before version 200.
+std::size_t FirstFlag(const std::vector<Field>& fields) {
+    constexpr std::size_t flagCount = 3;
+    std::size_t numbers = 0;
+    for (std::size_t at = 0; at < fields.size(); ++at) {
+        if (fields[at].kind == Field::Kind::Word || fields[at].kind == Field::Kind::Choice) return at;
+        if (fields[at].kind == Field::Kind::Number) ++numbers;
+    }
+    return numbers < flagCount ? 0 : fields.size() - flagCount;
 }
 
 }  // namespace
@@ -98,7 +109,9 @@ ShellRecord Model::Shell(long index) const {
     shell.next = fields.Pointer("next shell");
     shell.subshell = fields.Pointer("subshell");
     shell.face = fields.Pointer("face");
-    shell.wire = fields.Pointer("wire");
+    // Before version 107 the pointer to the lump follows, the last of the record.
+    const long wire = fields.Pointer("wire");
+    if (!fields.AtEnd() || text.header.version >= firstWithWires) shell.wire = wire;
     return shell;
 }
 
@@ -170,8 +183,7 @@ TransformRecord Model::Transform(long index) const {
     if (index < 0 || static_cast<std::size_t>(index) >= Count()) OpenAny(index, "transform");
     // Writers disagree on what stands before the thirteen numbers, never on the words behind them.
     const std::vector<Field>& fields = At(index).fields;
-    std::size_t words = 0;
-    while (words < fields.size() && fields[words].kind != Field::Kind::Word) ++words;
+    const std::size_t words = FirstFlag(fields);
     constexpr std::size_t numberCount = 13;
     std::array<double, numberCount> numbers{};
     if (words < numberCount) throw BadRecord(index, "transform: expected thirteen numbers before its flags");

@@ -9,15 +9,15 @@
 namespace brenvik::acis {
 namespace {
 
-// The first version whose enumerations are words and whose head has three lines.
-constexpr int firstReadVersion = 400;
+// The versions of the drawings of release 13 and after. Those before 200 have a head of one line.
+constexpr int firstReadVersion = 105;
 // Counted strings carry a mark from here on, and so can be told from numbers.
 constexpr int firstMarkedStrings = 700;
 // The last version of the independent line of the kernel that keeps the layouts known here, and the
 // range of the line that drafting programs went over to.
 constexpr int lastPlainVersion = 3500;
 constexpr int firstBranchVersion = 20800;
-constexpr int lastBranchVersion = 21800;
+constexpr int lastBranchVersion = 22399;
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v'; }
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -49,6 +49,33 @@ std::string Shortened(std::string_view text) {
     std::string shown;
     for (const char c : text.substr(0, enough)) shown.push_back(c >= ' ' && c <= '~' ? c : '?');
     return text.size() > enough ? shown + "..." : shown;
+}
+
+std::string NumberShown(double value) {
+    char text[32];
+    const auto end = std::to_chars(text, text + sizeof text, value).ptr;
+    return {text, end};
+}
+
+/// A pointer, a number or a word.
+Field FieldOf(std::string_view token) {
+    Field field;
+    field.text = token;
+    if (token.front() == '$' && ParseInteger(token.substr(1), field.index)) {
+        field.kind = Field::Kind::Pointer;
+    } else if (ParseNumber(token, field.number)) {
+        field.kind = Field::Kind::Number;
+    }
+    return field;
+}
+
+/// A field as a message shows it. Fields of binary data have no text of their own.
+std::string Shown(const Field& field) {
+    if (!field.text.empty()) return "'" + Shortened(field.text) + "'";
+    if (field.kind == Field::Kind::Pointer) return "a pointer to record " + std::to_string(field.index);
+    if (field.kind == Field::Kind::Text) return "an empty string";
+    return "the " + std::string(field.kind == Field::Kind::Choice ? "choice " : "number ") +
+           NumberShown(field.number);
 }
 
 class Splitter {
@@ -100,13 +127,10 @@ class Splitter {
 };
 
 bool Splitter::ReadHead() {
-    for (const std::string_view mark : {"ACIS BinaryFile", "ASM BinaryFile"}) {
-        if (text.substr(0, mark.size()) == mark) {
-            Tell(1, -1, "binary ACIS data (SAB) where ACIS text was expected");
-            return false;
-        }
-    }
     if (!ReadVersionLine()) return false;
+    // Records begin with a name or with their number, -0; a head goes on with counts.
+    const std::size_t next = text.find_first_not_of(" \t\r\n", at);
+    if (next != std::string_view::npos && (IsLetter(text[next]) || text[next] == '-')) return true;
     if (at >= text.size()) {
         Tell(lineNumber + 1, -1,
              "the text breaks off after its first line; expected product and scale lines");
@@ -146,7 +170,7 @@ bool Splitter::ReadVersionLine() {
         numbers.push_back(value);
         place = end;
     }
-    if (numbers.size() < 2 || numbers[0] <= 0 || numbers[0] > 1000000) {
+    if (numbers.size() < 2 || numbers[0] <= 0 || numbers[0] > highestVersion) {
         Tell(lineNumber, -1,
              "expected the head of an ACIS text (version, records, bodies, flags), found '" +
                  Shortened(line) + "'");
@@ -159,14 +183,9 @@ bool Splitter::ReadVersionLine() {
 }
 
 bool Splitter::AcceptVersion() {
-    const int version = result.header.version;
-    if ((version >= firstReadVersion && version <= lastPlainVersion) ||
-        (version >= firstBranchVersion && version <= lastBranchVersion)) {
-        return true;
-    }
-    Tell(lineNumber, -1,
-         "ACIS text of version " + std::to_string(version) +
-             " is not read; expected version 400 to 3500 or 20800 to 21800");
+    const std::string refusal = VersionRefusal(result.header.version);
+    if (refusal.empty()) return true;
+    Tell(lineNumber, -1, refusal);
     return false;
 }
 
@@ -273,13 +292,8 @@ bool Splitter::ReadRecord() {
             if (EndsRecord()) break;
             at = behind;
         }
-        if (field.text.front() == '$' && ParseInteger(field.text.substr(1), field.index)) {
-            field.kind = Field::Kind::Pointer;
-        } else if (ParseNumber(field.text, field.number)) {
-            field.kind = Field::Kind::Number;
-        } else {
-            TakeCounted(std::string_view(field.text), field);
-        }
+        field = FieldOf(field.text);
+        if (field.kind == Field::Kind::Word) TakeCounted(std::string_view(field.text), field);
         record.fields.push_back(field);
     }
     result.records.push_back(std::move(record));
@@ -330,25 +344,55 @@ void Splitter::CheckCompleteness() {
 
 RecordText SplitRecords(std::string_view text) { return Splitter(text).Run(); }
 
+std::vector<Field> TextFields(std::string_view text) {
+    std::vector<Field> fields;
+    for (std::size_t at = 0; at < text.size();) {
+        if (IsBlank(text[at])) {
+            ++at;
+            continue;
+        }
+        std::size_t end = at;
+        while (end < text.size() && !IsBlank(text[end])) ++end;
+        fields.push_back(FieldOf(text.substr(at, end - at)));
+        at = end;
+    }
+    return fields;
+}
+
+std::string VersionRefusal(int version) {
+    if ((version >= firstReadVersion && version <= lastPlainVersion) ||
+        (version >= firstBranchVersion && version <= lastBranchVersion)) {
+        return {};
+    }
+    return "ACIS data of version " + std::to_string(version) + " are not read; expected version " +
+           std::to_string(firstReadVersion) + " to " + std::to_string(lastPlainVersion) + " or " +
+           std::to_string(firstBranchVersion) + " to " + std::to_string(lastBranchVersion) +
+           "; save the drawing as DXF of release 2010, or the solids as STEP";
+}
+
 const Field& FieldCursor::Next(std::string_view what, Field::Kind kind) {
     if (position < record.fields.size() && record.fields[position].kind == kind)
         return record.fields[position++];
-    static constexpr const char* kindNames[] = {"a pointer", "a number", "a word", "a string"};
-    const std::string found = position < record.fields.size()
-                                  ? "'" + Shortened(record.fields[position].text) + "'"
-                                  : "the end of the record";
+    static constexpr const char* kindNames[] = {"a pointer", "a number", "a word", "a string", "a choice"};
+    const std::string found =
+        position < record.fields.size() ? Shown(record.fields[position]) : "the end of the record";
     throw BadRecord(recordIndex, Shortened(record.name) + ": expected " + kindNames[static_cast<int>(kind)] +
                                      " (" + std::string(what) + "), found " + found);
 }
 
 long FieldCursor::Pointer(std::string_view what) { return Next(what, Field::Kind::Pointer).index; }
 double FieldCursor::Number(std::string_view what) { return Next(what, Field::Kind::Number).number; }
-std::string_view FieldCursor::Word(std::string_view what) { return Next(what, Field::Kind::Word).text; }
+std::string_view FieldCursor::Word(std::string_view what) {
+    // Binary data of some programs have strings for words.
+    if (!AtEnd() && record.fields[position].kind == Field::Kind::Text) return record.fields[position++].text;
+    return Next(what, Field::Kind::Word).text;
+}
 
 bool FieldCursor::Choice(std::string_view what, std::string_view no, std::string_view yes) {
-    // Some writers of early versions put the bare number of the choice.
-    if (AtNumber() && (record.fields[position].number == 0 || record.fields[position].number == 1)) {
-        return Number(what) == 1;
+    // Writers of early versions put the bare number of the choice, and binary data have nothing else.
+    if ((AtNumber() || AtChoice()) &&
+        (record.fields[position].number == 0 || record.fields[position].number == 1)) {
+        return record.fields[position++].number == 1;
     }
     const std::string_view word = Word(what);
     if (word == no) return false;
@@ -359,13 +403,27 @@ bool FieldCursor::Choice(std::string_view what, std::string_view no, std::string
 }
 
 void FieldCursor::SkipNumbers() {
-    while (AtNumber()) ++position;
+    while (AtNumber() || AtChoice()) ++position;
+}
+
+void FieldCursor::SkipWordOrNumber(std::string_view what) {
+    if (AtNumber() || AtChoice()) {
+        ++position;
+    } else {
+        Word(what);
+    }
+}
+
+bool FieldCursor::TakeBound() {
+    if (AtChoice()) return record.fields[position++].number == 1;
+    return AtWord() && Word("parameter bound") == "F";
 }
 
 bool FieldCursor::AtNumber() const { return !AtEnd() && record.fields[position].kind == Field::Kind::Number; }
 bool FieldCursor::AtPointer() const {
     return !AtEnd() && record.fields[position].kind == Field::Kind::Pointer;
 }
+bool FieldCursor::AtChoice() const { return !AtEnd() && record.fields[position].kind == Field::Kind::Choice; }
 bool FieldCursor::AtWord() const { return !AtEnd() && record.fields[position].kind == Field::Kind::Word; }
 
 }  // namespace brenvik::acis

@@ -1,11 +1,13 @@
-// The record level of ACIS text: head, records, fields. Knows how a record is told apart from the
-// next and how its fields are typed, and nothing of what the records mean.
+// The record level of ACIS data: head, records, fields. Knows how a record is told apart from the
+// next and how its fields are typed, and nothing of what the records mean. This file and its source take text
+// apart, binary_records.h binary data.
 #pragma once
 
 #include "drafting_host/acis/acis_text.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <deque>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -14,20 +16,21 @@
 
 namespace brenvik::acis {
 
-/// One field of a record.
+/// One field of a record. A choice is what text has a word for (forward or reversed, I or F) and binary data
+/// a number, whose meaning hangs on the place.
 struct Field {
-    enum class Kind { Pointer, Number, Word, Text };
+    enum class Kind { Pointer, Number, Word, Text, Choice };
     Kind kind = Kind::Word;
     std::string_view text;  ///< As it stands, for counted strings without the count.
-    double number = 0;      ///< For numbers; always finite.
+    double number = 0;      ///< For numbers and choices; always finite.
     long index = -1;        ///< For pointers; -1 points nowhere.
 };
 
-/// One record. `fields` are views into the text given to SplitRecords.
+/// One record. `fields` are views into the data that were split.
 struct Record {
     std::string_view name;
     std::vector<Field> fields;
-    std::size_t line = 0;
+    std::size_t line = 0;  ///< 0 in binary data.
 };
 
 /// A text taken apart.
@@ -35,12 +38,21 @@ struct RecordText {
     TextHeader header;
     std::vector<Record> records;
     std::vector<Problem> problems;
-    bool readable = false;  ///< False where the text as a whole is refused; `problems` says why.
+    bool readable = false;          ///< False where the text as a whole is refused; `problems` says why.
+    std::deque<std::string> names;  ///< Of records of binary data, where these come in pieces.
 };
 
 /// Splits a text into head and records. A text that breaks off keeps the records that are whole and
 /// gets a problem with the place. The result refers to `text`, which has to outlive it.
 RecordText SplitRecords(std::string_view text);
+
+/// The fields that stand in a piece of text, without counted strings and without the end of a record.
+std::vector<Field> TextFields(std::string_view text);
+
+/// No version of ACIS data is higher.
+constexpr int highestVersion = 1000000;
+/// Why data of a version are not read, with the way out; empty for a version that is.
+std::string VersionRefusal(int version);
 
 /// A record or field that is not what it has to be; `record` is its index or -1.
 class BadRecord : public std::runtime_error {
@@ -60,11 +72,17 @@ class FieldCursor {
     std::string_view Word(std::string_view what);
     /// True for `yes`, false for `no`; anything else is a BadRecord.
     bool Choice(std::string_view what, std::string_view no, std::string_view yes);
-    /// Steps over the numbers that stand next, if any.
+    /// Steps over the numbers and choices that stand next, if any.
     void SkipNumbers();
+    /// True where the bound of a parameter is a number, which stands next; false for none. False too where
+    /// the record holds no bound, as those before version 106.
+    bool TakeBound();
     bool AtNumber() const;
     bool AtPointer() const;
     bool AtWord() const;
+    bool AtChoice() const;
+    /// Steps over a word, or the number or choice that stands for it.
+    void SkipWordOrNumber(std::string_view what);
     bool AtEnd() const { return position >= record.fields.size(); }
     /// Fields not yet taken.
     std::size_t Left() const { return record.fields.size() - position; }

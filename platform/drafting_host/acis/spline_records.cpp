@@ -34,14 +34,6 @@ bool Rational(FieldCursor& fields, long record) {
     throw BadRecord(record, "expected the word nubs or nurbs before the numbers of a spline");
 }
 
-// Open, closed or periodic, and for surfaces how u or v ends: said again by the poles themselves.
-void SkipWordOrNumber(FieldCursor& fields, std::string_view what) {
-    if (fields.AtNumber())
-        fields.Number(what);
-    else
-        fields.Word(what);
-}
-
 int KnotCount(FieldCursor& fields, long record) {
     const int most = static_cast<int>(std::min<std::size_t>(fields.Left() / 2, 1000000));
     return Integer(fields, record, "number of knots", 2, std::max(2, most));
@@ -124,7 +116,7 @@ SplineCurveRecord ReadSplineCurve(FieldCursor& fields, long record) {
     SplineCurveRecord curve;
     const bool rational = Rational(fields, record);
     curve.knots.degree = Integer(fields, record, "degree", 1, highestDegree);
-    SkipWordOrNumber(fields, "closure");
+    fields.SkipWordOrNumber("closure");
     ReadKnots(fields, record, KnotCount(fields, record), curve.knots);
     ReadPoles(fields, record, curve.knots.PoleCount(), rational, curve.poles, curve.weights);
     return curve;
@@ -134,7 +126,7 @@ PlaneSplineRecord ReadPlaneSpline(FieldCursor& fields, long record) {
     PlaneSplineRecord curve;
     const bool rational = Rational(fields, record);
     curve.knots.degree = Integer(fields, record, "degree", 1, highestDegree);
-    SkipWordOrNumber(fields, "closure");
+    fields.SkipWordOrNumber("closure");
     ReadKnots(fields, record, KnotCount(fields, record), curve.knots);
     const std::size_t count = curve.knots.PoleCount();
     RequirePoles(fields, record, count, rational ? 3 : 2);
@@ -152,9 +144,10 @@ SplineSurfaceRecord ReadSplineSurface(FieldCursor& fields, long record) {
     const bool rational = Rational(fields, record);
     surface.u.degree = Integer(fields, record, "degree", 1, highestDegree);
     surface.v.degree = Integer(fields, record, "degree", 1, highestDegree);
-    if (rational) SkipWordOrNumber(fields, "rational in");
+    if (rational) fields.SkipWordOrNumber("rational in");
+    // How u and v end and where they shrink to a point: said again by the poles themselves.
     for (const std::string_view what : {"closure", "closure", "singularity", "singularity"})
-        SkipWordOrNumber(fields, what);
+        fields.SkipWordOrNumber(what);
     const int uCount = KnotCount(fields, record);
     const int vCount = KnotCount(fields, record);
     ReadKnots(fields, record, uCount, surface.u);
