@@ -1,4 +1,5 @@
-// Writes drawings and solids for the fuzz targets to start from: make_seeds DXF_FOLDER SAT_FOLDER.
+// Writes drawings and solids for the fuzz targets to start from: make_seeds FOLDER, which gets folders
+// seeds-dxf, seeds-sat, seeds-binary_dxf and seeds-sab.
 // The host's own "Handle" must be declared before the modeller makes a macro of that word.
 #include "drafting_host/dxf/dxf_writer.h"
 
@@ -21,6 +22,9 @@
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "support/binary_acis.h"
+#include "support/binary_dxf.h"
 
 namespace {
 
@@ -97,22 +101,32 @@ void Put(const fs::path& file, const std::string& content) {
     std::ofstream(file, std::ios::binary) << content;
 }
 
+/// As text and in both binary forms, the one with binary bodies.
+void PutDrawing(const fs::path& folder, const std::string& name, const brenvik::DrawingData& drawing) {
+    using brenvik::test::BinaryCodes;
+    using brenvik::test::BinaryDxf;
+    const std::string text = brenvik::WriteDxf(drawing);
+    Put(folder / "seeds-dxf" / (name + ".dxf"), text);
+    Put(folder / "seeds-binary_dxf" / (name + ".dxf"), BinaryDxf(brenvik::test::WithBinaryBodies(text)));
+    Put(folder / "seeds-binary_dxf" / (name + "_short.dxf"), BinaryDxf(text, BinaryCodes::Short));
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
-    if (count != 3) {
-        std::cerr << "make_seeds DXF_FOLDER SAT_FOLDER\n";
+    if (count != 2) {
+        std::cerr << "make_seeds FOLDER\n";
         return 2;
     }
     try {
-        const fs::path drawings = arguments[1];
-        const fs::path solids = arguments[2];
-        Put(drawings / "curves.dxf", brenvik::WriteDxf(Drawing(Curves())));
+        const fs::path folder = arguments[1];
+        PutDrawing(folder, "curves", Drawing(Curves()));
         for (const Seed& seed : Shapes()) {
             const std::string text = AcisText(seed.shape);
-            Put(solids / (seed.name + ".sat"), text);
+            Put(folder / "seeds-sat" / (seed.name + ".sat"), text);
+            Put(folder / "seeds-sab" / (seed.name + ".sab"), brenvik::test::BinaryAcis(text));
             const brenvik::AcisData body{brenvik::AcisData::Kind::Solid, text, 0};
-            Put(drawings / (seed.name + ".dxf"), brenvik::WriteDxf(Drawing({Entity(body)})));
+            PutDrawing(folder, seed.name, Drawing({Entity(body)}));
         }
     } catch (const std::exception& error) {
         std::cerr << error.what() << '\n';

@@ -265,13 +265,13 @@ TEST(DxfBodies, PreviewPicturesAreNoBody) {
               std::string::npos);
 }
 
-TEST(DxfBodies, BinaryBodiesAreRefusedByNameAndTheOthersArrive) {
+TEST(DxfBodies, WithoutTheirDataAreToldByHandleAndTheOthersArrive) {
     const DrawingData data = Read(test::Section("HEADER", "9 $ACADVER|1 AC1027") +
                                   Entities("0 3DSOLID|5 3A|290 1|0 POINT|10 0|20 0"));
     EXPECT_EQ(ModelSpace(data).size(), 1U);
     ASSERT_EQ(data.notes.size(), 1U);
     EXPECT_EQ(data.notes[0].line, 16U);
-    EXPECT_EQ(data.notes[0].text.find("3DSOLID (handle 3A) left out: its body is binary (SAB"), 0U);
+    EXPECT_EQ(data.notes[0].text.find("3DSOLID (handle 3A) left out: its binary body"), 0U);
     EXPECT_TRUE(data.notes[0].dataLost);
 }
 

@@ -76,9 +76,7 @@ TEST_P(DxfForeignContent, IsRefusedWithFilePlaceAndExpectation) {
 
 INSTANTIATE_TEST_SUITE_P(
     All, DxfForeignContent,
-    testing::Values(Foreign{"Empty", "", "an empty file"},
-                    Foreign{"BinaryDxf", "AutoCAD Binary DXF\r\n\x1A", "binary DXF"},
-                    Foreign{"BinaryDrawing", "AC1015\x01\x02", "DWG"},
+    testing::Values(Foreign{"Empty", "", "an empty file"}, Foreign{"BinaryDrawing", "AC1015\x01\x02", "DWG"},
                     Foreign{"Step", "ISO-10303-21;\n", "STEP"},
                     Foreign{"Garbage", "hello\nworld\n", "line 1: expected a group code"},
                     Foreign{"NumbersOnly", "12\n34\n56\n78\n", "line 2: expected group 0"},

@@ -260,8 +260,8 @@ TEST_F(Files, WhatIsNoDrawingIsRefusedByName) {
     Write("cut.step", "ISO-10303-21;\nHEADER;\n");
     Write("bad.sat", "400 0 1 0\n");
     const std::vector<std::pair<std::string, std::string>> cases{
-        {"empty.dxf", "an empty file"},  {"text.dxf", "Dear Sir"},       {"binary.dxf", "binary DXF"},
-        {"real.dwg", "(DWG)"},           {"body.sab", "(SAB)"},          {"cut.step", "END-ISO-10303-21"},
+        {"empty.dxf", "an empty file"},  {"text.dxf", "Dear Sir"},       {"binary.dxf", "a section"},
+        {"real.dwg", "(DWG)"},           {"body.sab", "break off"},      {"cut.step", "END-ISO-10303-21"},
         {"bad.sat", "expected an ACIS"}, {"missing.dxf", "missing.dxf"},
     };
     for (const auto& [name, told] : cases) {

@@ -20,7 +20,7 @@
 namespace brenvik {
 namespace {
 
-constexpr std::string_view expectedContent = "DXF text, a STEP file or ACIS text";
+constexpr std::string_view expectedContent = "a DXF drawing, a STEP file or ACIS data";
 
 std::string_view WithoutBlanks(std::string_view text) {
     if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
@@ -129,6 +129,7 @@ void ReadDrawingInUnit(HostDocument& document, const std::filesystem::path& path
     };
     switch (KindOfContent(content)) {
         case DrawingKind::DxfText:
+        case DrawingKind::DxfBinary:
             document.TakeOver(ReadDxf(content, path.string()));
             BringToUnit(document, choice);
             return;
@@ -136,18 +137,13 @@ void ReadDrawingInUnit(HostDocument& document, const std::filesystem::path& path
             ImportStep(document, path, options, choice);
             return;
         case DrawingKind::AcisText:
+        case DrawingKind::AcisBinary:
             ImportAcis(document, content, path, options, choice);
-            return;
-        case DrawingKind::DxfBinary:
-            refuse("binary DXF");
             return;
         case DrawingKind::DwgBinary:
             document.TakeOver(ReadDwg(content, path.string()));
             document.MarkOnlyRead(path);
             BringToUnit(document, choice);
-            return;
-        case DrawingKind::AcisBinary:
-            refuse("binary ACIS (SAB)");
             return;
         case DrawingKind::Unknown:
             refuse(Excerpt(content));

@@ -1,4 +1,5 @@
-// Drawings on disk. What a file is shows in its content: DXF text under whatever name, STEP, ACIS text.
+// Drawings on disk. What a file is shows in its content: DXF, ASCII or binary, under whatever name, STEP,
+// ACIS text or binary data.
 #pragma once
 
 #include "drafting_host/document/modeller_handle.h"

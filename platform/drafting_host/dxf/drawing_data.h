@@ -148,8 +148,8 @@ struct ViewportData {
     std::vector<HandleValue> frozenLayers;
     friend bool operator==(const ViewportData&, const ViewportData&) = default;
 };
-/// 3DSOLID, REGION or BODY: the ACIS text in clear, lines ended by "\n". `firstLine` is the line of the
-/// file at which the body's text begins, for messages.
+/// 3DSOLID, REGION or BODY: its ACIS text in clear, lines ended by "\n", or its binary ACIS data (SAB), which
+/// begin at `firstLine` of the file, for messages (0 in a binary file).
 struct AcisData {
     enum class Kind { Solid, Region, Body } kind = Kind::Solid;
     std::string text;

@@ -4,13 +4,14 @@
 #include <algorithm>
 #include <utility>
 
+#include "drafting_host/dxf/body_data.h"
 #include "drafting_host/dxf/entity_reader.h"
 #include "drafting_host/dxf/object_reader.h"
 
 namespace brenvik {
 namespace {
 
-enum class Section { None, Header, Tables, Blocks, Entities, Objects, Other };
+enum class Section { None, Header, Tables, Blocks, Entities, Objects, BodyData, Other };
 
 Section SectionNamed(std::string_view name) {
     if (name == "HEADER") return Section::Header;
@@ -18,16 +19,16 @@ Section SectionNamed(std::string_view name) {
     if (name == "BLOCKS") return Section::Blocks;
     if (name == "ENTITIES") return Section::Entities;
     if (name == "OBJECTS") return Section::Objects;
+    if (name == "ACDSDATA") return Section::BodyData;
     return Section::Other;
 }
 
 // Content of other kinds, told by how it begins.
 void RefuseOtherContent(std::string_view content, std::string_view fileName) {
-    constexpr std::string_view expected = "an ASCII DXF drawing";
+    constexpr std::string_view expected = "a DXF drawing";
     const auto refuse = [&](std::string_view found) { throw InvalidDxf(fileName, 1, expected, found); };
     if (content.empty()) refuse("an empty file");
-    if (content.starts_with("AutoCAD Binary DXF")) refuse("a binary DXF drawing; save it as ASCII DXF");
-    if (content.starts_with("AC10")) refuse("a binary drawing (DWG); save it as ASCII DXF");
+    if (content.starts_with("AC10")) refuse("a binary drawing (DWG); save it as DXF");
     if (content.starts_with("ISO-10303-21")) refuse("a STEP file");
     if (content.starts_with("\xFF\xFE") || content.starts_with("\xFE\xFF")) refuse("UTF-16 text");
 }
@@ -52,8 +53,10 @@ class Walk {
           mContent(content),
           mGroups(content, fileName),
           mEntities(mReading),
-          mObjects(mReading) {
+          mObjects(mReading),
+          mBodies(mReading) {
         mReading.fileName = fileName;
+        mReading.unit = mGroups.Unit();
         mReading.hasByteOrderMark = mGroups.HasByteOrderMark();
         if (mReading.hasByteOrderMark) mReading.decoder = TextDecoder(TextDecoder::Bytes::Utf8, 1252);
         mReading.data.version = "AC1009";  // what a file without a version is
@@ -66,13 +69,16 @@ class Walk {
         while (!mHasEnded && mGroups.NextRecord(record)) Take(record);
         if (!mHasSection) {
             throw InvalidDxf(mFileName, mGroups.Line(), "a section (0 SECTION) of a DXF drawing",
-                             mHasEnded ? "the end of the file" : "other text");
+                             mHasEnded ? "the end of the file" : "other content", mGroups.Unit());
         }
         if (!mHasEnded) {
             NoteCut();
-        } else if (const auto line = LineBehind(mContent, mGroups.Line())) {
+        } else if (const auto line = mReading.unit == PlaceUnit::Byte
+                                         ? std::nullopt
+                                         : LineBehind(mContent, mGroups.Line())) {
             mReading.Note(*line, "what stands behind the end of the file (0 EOF) is left out");
         }
+        mBodies.Join();
         mEntities.NotePassedOver();
         mObjects.Finish();
         CompleteDrawing(mReading);
@@ -94,7 +100,7 @@ class Walk {
         if (record.name == "SECTION") return BeginSection(record);
         if (!mHasSection && record.name != "EOF") {
             throw InvalidDxf(mFileName, record.line, "a section (0 SECTION) of a DXF drawing",
-                             ShownName(record.name));
+                             ShownName(record.name), mGroups.Unit());
         }
         if (record.name == "EOF") {
             if (mSection != Section::None) mReading.Note(record.line, "ENDSEC was expected before EOF");
@@ -103,7 +109,7 @@ class Walk {
             return;
         }
         if (!record.whole && record.name != "ENDSEC") {
-            mCutRecord = std::string(ShownName(record.name)) + " of line " + std::to_string(record.line);
+            mCutRecord = std::string(ShownName(record.name)) + " of " + mReading.Place(record.line);
             return;
         }
         if (record.name == "ENDSEC") return EndSection(record.line);
@@ -120,7 +126,7 @@ class Walk {
         const std::string_view word =
             name == nullptr ? std::string_view() : name->value.substr(0, name->value.find(' '));
         mSection = SectionNamed(word);
-        if (mSection == Section::Other) {
+        if (mSection == Section::Other || mSection == Section::BodyData) {
             const Groups all = record.groups;
             const Groups head =
                 name == nullptr ? all : all.subspan(static_cast<std::size_t>(name - all.data()) + 1);
@@ -149,6 +155,10 @@ class Walk {
                 break;
             case Section::Objects:
                 mObjects.Take(record);
+                break;
+            case Section::BodyData:
+                mBodies.Take(record);
+                mReading.file.sections.back().records.push_back(KeptRecordOf(record));
                 break;
             case Section::Other:
                 mReading.file.sections.back().records.push_back(KeptRecordOf(record));
@@ -243,6 +253,7 @@ class Walk {
     GroupReader mGroups;
     EntityReader mEntities;
     ObjectReader mObjects;
+    BodyData mBodies;
     Section mSection = Section::None;
     std::optional<std::size_t> mBlock;
     bool mBlockRefused = false;

@@ -197,6 +197,17 @@ std::string EncodeText(std::string_view text, bool isUnicode) {
     return result;
 }
 
+std::string EscapeControls(std::string_view text) {
+    std::string result;
+    result.reserve(text.size() + 8);
+    for (const char c : text) {
+        const std::size_t which = caretCharacters.find(c);
+        result += which == std::string_view::npos ? c : '^';
+        if (which != std::string_view::npos) result += caretLetters[which];
+    }
+    return result;
+}
+
 std::size_t TextUnits(std::string_view text) {
     std::size_t units = 0;
     for (std::size_t at = 0; at < text.size();) {

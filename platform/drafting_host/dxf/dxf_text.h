@@ -41,6 +41,10 @@ int CodePageNumber(std::string_view name);
 /// With `isUnicode`, as releases from 2007 on take it, characters beyond ASCII stay as they are.
 std::string EncodeText(std::string_view text, bool isUnicode = false);
 
+/// A text as an ASCII file has it: tab, line feed, return and the caret as a caret with a letter. Everything
+/// else stays as it is.
+std::string EscapeControls(std::string_view text);
+
 /// The length of a text as the limits of the format count it: in UTF-16 units, escapes not counted.
 std::size_t TextUnits(std::string_view text);
 /// The text up to `units` of these, never cut within a character or what stands for one ("\U+D800").

@@ -25,8 +25,8 @@ namespace brenvik {
 ///
 /// Throws Failure 5 "Invalid procedure call or argument", naming the thing, for a layer name with one of
 /// < > / \ " : ; ? * = | or the backquote in it, names that stand twice in a table, a polyline without
-/// vertices, a reference to a missing block, extended data that is too long or of another type than its code,
-/// and numbers that are not finite.
+/// vertices, a reference to a missing block, a body of binary ACIS data, extended data that is too long or of
+/// another type than its code, and numbers that are not finite.
 std::string WriteDxf(const DrawingData& data, std::vector<std::string>& unkept);
 /// The same for drawings that were made here.
 std::string WriteDxf(const DrawingData& data);

@@ -147,7 +147,7 @@ void EntityReader::EndOpenPolyline(std::size_t line) {
 
 std::string EntityReader::DropOpenPolyline() {
     if (!mPolyline) return {};
-    std::string dropped = "the POLYLINE of line " + std::to_string(mPolyline->line);
+    std::string dropped = "the POLYLINE of " + mReading.Place(mPolyline->line);
     mPolyline.reset();
     return dropped;
 }
@@ -247,6 +247,7 @@ void EntityReader::TakeEntity(Record& record, std::optional<std::size_t> block) 
         entity.xdata = groups.xdata.empty() ? std::vector<XDataOfApp>()
                                             : ReadXData(mReading, groups.xdata, ShownEntity(record));
         entity.kept = std::move(kept);
+        if (binaryBody && entity.handle != 0) mReading.bodyRecords.emplace(entity.handle, *binaryBody);
         if (record.name == "POLYLINE") {
             mPolyline = OpenPolyline{std::move(entity), place, record.line, false, fileLayer, parts};
         } else {
@@ -287,7 +288,8 @@ void EntityReader::NotePassedOver() {
     for (const auto& [kind, passed] : mPassed) {
         mReading.Note(passed.firstLine,
                       std::to_string(passed.count) + " of kind " + ShownName(kind) +
-                          " passed over, the first in this line: " +
+                          " passed over, the first " +
+                          (mReading.unit == PlaceUnit::Line ? "in this line: " : "here: ") +
                           (mReading.KeepsRecords() ? "they stay in the drawing as they are"
                                                    : "drawings don't hold this kind"),
                       !IsAnnotationKind(kind), mReading.KeepsRecords());

@@ -1,8 +1,10 @@
-// Lines, groups and records of a DXF text.
+// Lines, groups and records of a DXF file.
 #include "drafting_host/dxf/group_reader.h"
 
 #include <algorithm>
 #include <charconv>
+
+#include "drafting_host/dxf/binary_groups.h"
 
 namespace brenvik {
 namespace {
@@ -32,16 +34,24 @@ std::string Shown(std::string_view text) {
 
 }  // namespace
 
-Failure InvalidDxf(std::string_view fileName, std::size_t line, std::string_view expected,
-                   std::string_view found) {
+std::string PlaceText(std::size_t place, PlaceUnit unit) {
+    return (unit == PlaceUnit::Byte ? "byte " : "line ") + std::to_string(place);
+}
+
+Failure InvalidDxf(std::string_view fileName, std::size_t place, std::string_view expected,
+                   std::string_view found, PlaceUnit unit) {
     constexpr long invalidFileFormat = 321;
     return Failure(invalidFileFormat, std::string(ownSource), "Invalid file format",
-                   std::string(fileName) + ", line " + std::to_string(line) + ": expected " +
+                   std::string(fileName) + ", " + PlaceText(place, unit) + ": expected " +
                        std::string(expected) + ", found " + std::string(found));
 }
 
 GroupReader::GroupReader(std::string_view content, std::string_view fileName)
     : mContent(content), mFileName(fileName) {
+    if (IsBinaryDxf(content)) {
+        mBinary = std::make_unique<BinaryGroups>(content, fileName);
+        return;
+    }
     if (mContent.starts_with(byteOrderMark)) {
         mContent.remove_prefix(byteOrderMark.size());
         mHasMark = true;
@@ -49,6 +59,10 @@ GroupReader::GroupReader(std::string_view content, std::string_view fileName)
     mNextFeed = std::min(mContent.find('\n'), mContent.size());
     mNextReturn = std::min(mContent.find('\r'), mContent.size());
 }
+
+GroupReader::~GroupReader() = default;
+
+std::size_t GroupReader::Line() const { return mBinary ? mBinary->Place() : mLine; }
 
 GroupReader::TextLine GroupReader::NextLine() {
     ++mLine;
@@ -75,6 +89,10 @@ bool GroupReader::NextGroup(Group& group) {
         group = mPending;
         return true;
     }
+    return mBinary ? mBinary->Next(group, mCut) : NextTextGroup(group);
+}
+
+bool GroupReader::NextTextGroup(Group& group) {
     const TextLine code = mAt < mContent.size() ? NextLine() : TextLine{};
     if (!ParseCode(code.text, group.code)) {
         if (!code.ended || (WithoutBlanks(code.text).empty() && OnlyBlanksLeft())) {
@@ -107,7 +125,7 @@ bool GroupReader::NextRecord(Record& record) {
     } while (group.code == 999);
     if (group.code != 0) {
         throw InvalidDxf(mFileName, group.line, "group 0 with the name of a section or the end of the file",
-                         "group " + std::to_string(group.code));
+                         "group " + std::to_string(group.code), Unit());
     }
     record.name = WithoutBlanks(group.value);
     record.line = group.line;

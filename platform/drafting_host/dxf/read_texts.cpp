@@ -7,9 +7,6 @@
 namespace brenvik {
 namespace {
 
-constexpr std::string_view binaryBody =
-    "its body is binary (SAB, release 2013 and later); a drawing saved as release 2010 or older was expected";
-
 AcisData::Kind KindOf(std::string_view name) {
     if (name == "REGION") return AcisData::Kind::Region;
     return name == "BODY" ? AcisData::Kind::Body : AcisData::Kind::Solid;
@@ -170,19 +167,17 @@ AcisData ReadAcis(Reading& reading, const Record& record, Groups groups) {
     std::vector<std::string> lines;
     AcisData data;
     data.kind = KindOf(record.name);
+    data.firstLine = record.line;
     for (const Group& group : groups) {
         if (group.code == 1) {
-            if (lines.empty()) data.firstLine = group.line;
+            if (lines.empty()) data.firstLine = reading.unit == PlaceUnit::Line ? group.line : 0;
             lines.emplace_back(group.value);
         } else if (group.code == 3 && !lines.empty()) {
             lines.back() += group.value;
         }
     }
-    if (lines.empty()) {
-        throw EntityRefused{record.line, reading.isBinaryBodies ? std::string(binaryBody)
-                                                                : "the body's text (group 1) was expected"};
-    }
-    data.text = AcisTextOf(lines);
+    // Without a text of its own the body is looked for behind the entities, when all of them are read.
+    if (!lines.empty()) data.text = AcisTextOf(lines);
     return data;
 }
 

@@ -39,6 +39,7 @@ struct Reading {
     TextDecoder decoder;
     DrawingData data;
     bool hasByteOrderMark = false;
+    PlaceUnit unit = PlaceUnit::Line;
     bool isUnicode = false;       ///< Release 2007 on.
     bool isBinaryBodies = false;  ///< Release 2013 on, where bodies have left the text.
     /// Places in the drawing's vectors, by name without regard to case.
@@ -55,9 +56,18 @@ struct Reading {
     std::map<std::string, std::size_t> unkept;
     bool KeepsRecords() const { return file.release >= oldestKept; }
 
+    /// Records of bodies whose data are still to come, by handle.
+    std::map<HandleValue, KeptRecord> bodyRecords;
+
+    /// Tells something. Binary files have no lines: there the place in bytes goes into the text.
     void Note(std::size_t line, std::string text, bool dataLost = true, bool isKept = false) {
+        if (unit == PlaceUnit::Byte && line > 0) {
+            text = Place(line) + ": " + text;
+            line = 0;
+        }
         data.notes.push_back({line, std::move(text), dataLost, isKept});
     }
+    std::string Place(std::size_t place) const { return PlaceText(place, unit); }
     std::string Text(const Group& group) const { return decoder.Decode(group.value); }
 };
 

@@ -1,12 +1,16 @@
 // The shapes of entities as groups.
+// The host's own "Handle" must be declared before the modeller makes a macro of that word.
+#include "drafting_host/dxf/writing.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 
+#include "base/failure.h"
+#include "drafting_host/acis/acis_text.h"
 #include "drafting_host/dxf/acis_lines.h"
 #include "drafting_host/dxf/dxf_text.h"
 #include "drafting_host/dxf/exact_numbers.h"
-#include "drafting_host/dxf/writing.h"
 
 namespace brenvik {
 namespace {
@@ -244,6 +248,8 @@ void GeometryWriter::operator()(const ViewportData& data) const {
 }
 
 void GeometryWriter::operator()(const AcisData& data) const {
+    if (acis::IsBinary(data.text))
+        throw InvalidCall(mOut.Place() + ": a body as ACIS text was expected, found binary data");
     mOut.Word(100, "AcDbModelerGeometry");
     mOut.Whole(70, 1);
     for (std::size_t at = 0; at < data.text.size();) {
