@@ -17,6 +17,7 @@
 #include "grid/column_relation.h"
 #include "grid/frm_main.h"
 #include "grid/mod4spread.h"
+#include "parts/cnc_list.h"
 #include "session/message.h"
 #include "session/module_state.h"
 #include "session/ports/dialog_port.h"
