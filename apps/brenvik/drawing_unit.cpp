@@ -5,14 +5,13 @@
 
 #include "base/numbers.h"
 #include "file_roots/whole_file.h"
+#include "settings/setting_names.h"
 #include "settings/settings_keys.h"
 #include "settings/settings_store.h"
 #include "settings_store/text_settings.h"
 
 namespace brenvik::app {
 namespace {
-
-constexpr const char* scaleSetting = "ExportScaleSetting";
 
 std::optional<LengthUnit> UnitOfScale(int setting) {
     switch (setting) {
@@ -29,25 +28,28 @@ std::optional<LengthUnit> UnitOfScale(int setting) {
 
 }  // namespace
 
-std::optional<LengthUnit> DrawingUnitOfHome() { return UnitOfScale(ToInteger(NumberSetting(scaleSetting))); }
+std::optional<LengthUnit> DrawingUnitOfHome() {
+    return UnitOfScale(ToInteger(NumberSetting(setting::ExportScaleSetting)));
+}
 
-bool RunsScaleDrawings() { return ToInteger(NumberSetting(scaleSetting)) >= 3; }
+bool RunsScaleDrawings() { return ToInteger(NumberSetting(setting::ExportScaleSetting)) >= 3; }
 
 std::optional<LengthUnit> DrawingUnitOfHome(const std::filesystem::path& home) {
     const std::filesystem::path file = home / "settings.txt";
     std::error_code unknown;
     if (!std::filesystem::exists(file, unknown)) return LengthUnit::Millimetre;
     TextSettings settings(file, WriteWholeFile);
-    const std::string text = settings.GetSetting(SettingsRoot::LocalMachine, SettingsKeyPath, scaleSetting);
+    const std::string text =
+        settings.GetSetting(SettingsRoot::LocalMachine, SettingsKeyPath, setting::ExportScaleSetting);
     return UnitOfScale(ToInteger(LenientNumber(text)));
 }
 
 Argument UnitOption::Option() {
-    return Argument("--unit", &word,
-                    "The unit of the file's lengths, whatever the file calls it. Without it the file's own "
-                    "counts, "
-                    "or else that of the shop's drawings, which all lengths are brought to: inches for an "
-                    "ExportScaleSetting of 1 or 3, millimetres for 2 or 4")
+    return Argument(
+               "--unit", &word,
+               "The unit of the file's lengths, whatever the file calls it. Without it the file's own "
+               "counts, or else that of the shop's drawings, which all lengths are brought to: inches for an "
+               "ExportScaleSetting of 1 or 3, millimetres for 2 or 4")
         .OneOf({"mm", "inch"});
 }
 
