@@ -153,8 +153,10 @@ TEST_F(Units, ARunThatScalesItsPartsHandsNoFalseUnitDown) {
     EXPECT_EQ(Run({"settings", "set", "ExportScaleSetting", "3"}).status, 0);
     WriteBoard("inch.dxf", 1);
     Run({"cnc", "inch.dxf", "--target", "C2C", "--out", "out", "--material", "White Melamine"});
-    for (const auto& [name, content] : FilesBelow("out"))
-        if (name.ends_with(".dxf")) EXPECT_EQ(UnitOf("out/" + name), "0") << name;
+    for (const auto& [name, content] : FilesBelow("out")) {
+        if (!name.ends_with(".dxf")) continue;
+        EXPECT_EQ(UnitOf("out/" + name), "0") << name;
+    }
 }
 
 }  // namespace

@@ -135,7 +135,7 @@ const std::vector<Sample>& Samples() {
              part.Hole(200, 150, 16, 10);
              part.Pocket(Rectangle(200, 146, 240, 154), 12);
          },
-         "OT 1 PL 1 RT 1 VD 1"},
+         "OT 1 PKC 1 PL 1 VD 1"},
         {"FieldRaisedInARecess",
          [](MadePart& part) {
              part.Board(600, 400, 20);

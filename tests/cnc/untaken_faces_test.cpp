@@ -12,7 +12,7 @@ class UntakenFaces : public WholePartTest {
         PutDown(part, shop, pose);
         RunAll();
         const std::vector<std::string> told = LastRunReport().unexplained;
-        EXPECT_LE(told.size(), 1U);
+        EXPECT_LE(told.size(), 1U) << Join(told, "\n");
         return told.empty() ? "" : told.front();
     }
     static std::size_t Times(const std::string& text, std::string_view what) {

@@ -50,12 +50,14 @@ class HoleLikeShapes : public CheckedRunTest {
 
     /// Runs the part; `uncovered` is what no operation makes, and `told` what the operator is told instead.
     void Run(Workpiece& piece, double uncovered, const Texts& told) {
+        Set("ClearCores", "1");
         Lay(piece.Solid(), 31, -17, 123, {1234.5, -678.25, 91});
         RunAll();
-        EXPECT_EQ(Faults(piece.Solid(), 0, {uncovered, {}}), Texts{});
+        // The two paths round an island overlap where they part the ring.
+        EXPECT_EQ(Faults(piece.Solid(), 0, {uncovered, {"PKC_", "RT_"}}), Texts{});
         Texts messages = Messages();
         ASSERT_GE(messages.size(), 2U);
-        EXPECT_EQ(messages.size(), told.empty() ? 2U : 3U);
+        EXPECT_EQ(messages.size(), told.empty() ? 2U : 3U) << Join(messages, "\n");
         std::string text = messages.size() == 3 ? messages[1] : "";
         text = text.substr(std::min(text.size(), text.find(": ") + 2));
         EXPECT_EQ(text, Join(told, "; "));
@@ -67,9 +69,7 @@ TEST_F(HoleLikeShapes, APinInAPocketIsNotDrilledAway) {
     board.Cut({100, 100, 8}, {200, 180, 19});
     Pin(board, {150, 140, 8}, 10, 8);
     board.Drill({300, 60, 18}, Axis::Z, -12, 8);
-    Run(board, 100 * 80 * 10,
-        {"pin of 8 at 150,140,18: no operation",
-         "contour from 100,100 to 200,180, 10 below the top: no operation"});
+    Run(board, 0, {});
     EXPECT_EQ(Holes(), 1U);
 }
 
@@ -78,16 +78,14 @@ TEST_F(HoleLikeShapes, AShortPinInAPocketIsNotDrilledAway) {
     board.Cut({100, 100, 8}, {200, 180, 19});
     Pin(board, {150, 140, 8}, 5, 8);
     board.Drill({300, 60, 18}, Axis::Z, -12, 8);
-    Run(board, 100 * 80 * 10,
-        {"pin of 8 at 150,140,13: no operation",
-         "contour from 100,100 to 200,180, 10 below the top: no operation"});
+    Run(board, 0, {});
     EXPECT_EQ(Holes(), 1U);
 }
 
 TEST_F(HoleLikeShapes, APinOnTheTopFaceIsNotDrilledAway) {
     Workpiece board = Board(600, 400, 18);
     Pin(board, {150, 140, 18}, 7, 8);
-    Run(board, 600 * 400 * 7, {"pin of 8 at 150,140,25: no operation"});
+    Run(board, 0, {});
     EXPECT_EQ(Holes(), 0U);
 }
 
@@ -97,9 +95,7 @@ TEST_F(HoleLikeShapes, APinInARecessOfTheUndersideIsNotDrilledAway) {
     Pin(board, {150, 140, 0}, 6, 8);
     board.Drill({300, 60, 18}, Axis::Z, -12, 8);
     board.Cut({300, 100, 8}, {500, 380, 19});
-    Run(board, 100 * 80 * 6,
-        {"contour from 100,100 to 200,180, 12 below the top: no operation",
-         "pin of 8 at 150,140,0: no operation"});
+    Run(board, 0, {});
     EXPECT_EQ(Holes(), 1U);
 }
 
@@ -108,8 +104,7 @@ TEST_F(HoleLikeShapes, AGrooveRoundAPinIsNotDrilled) {
     board.Drill({100, 60, 18}, Axis::Z, -9, 30);
     Pin(board, {100, 60, 9}, 9, 10);
     board.Drill({300, 60, 18}, Axis::Z, -12, 8);
-    Run(board, std::numbers::pi * 200 * 9,
-        {"pin of 10 at 100,60,18: no operation", "hole of 30 at 100,60,18: no operation"});
+    Run(board, 0, {});
     EXPECT_EQ(Holes(), 1U);
 }
 
@@ -118,9 +113,9 @@ TEST_F(HoleLikeShapes, APinBesideTheAxisOfAHoleKeepsTheBitOut) {
     board.Drill({100, 60, 18}, Axis::Z, -9, 30);
     Pin(board, {105, 60, 9}, 4, 10);
     board.Drill({300, 60, 18}, Axis::Z, -12, 8);
-    Run(board, std::numbers::pi * 225 * 9,
-        {"pin of 10 at 105,60,13: no operation", "hole of 30 at 100,60,18: no operation"});
-    EXPECT_EQ(Holes(), 1U);
+    Run(board, 0, {});
+    // Down to the pin as wide as the hole, and two paths beside it.
+    EXPECT_EQ(Holes(), 2U);
 }
 
 TEST_F(HoleLikeShapes, AHoleInAPinIsDrilled) {
@@ -128,9 +123,9 @@ TEST_F(HoleLikeShapes, AHoleInAPinIsDrilled) {
     board.Cut({100, 100, 8}, {200, 180, 19});
     Pin(board, {150, 140, 8}, 10, 20);
     board.Drill({150, 140, 18}, Axis::Z, -18, 5);
-    Run(board, 100 * 80 * 10,
-        {"hole of 20 at 150,140,18: no operation",
-         "contour from 100,100 to 200,180, 10 below the top: no operation"});
+    // The strip by which the two paths round the pin are parted ends at the pin's own hole.
+    constexpr double strip = 0.5 * 30.01 * 10;
+    Run(board, strip, {"hole of 20 at 150,140,18: no operation"});
     EXPECT_EQ(Holes(), 1U);
 }
 
@@ -139,9 +134,7 @@ TEST_F(HoleLikeShapes, AHoleBelowAPinIsDrilledFromTheOtherSide) {
     board.Cut({100, 100, 10}, {200, 180, 19});
     Pin(board, {150, 140, 10}, 8, 8);
     board.Drill({150, 140, 0}, Axis::Z, 6, 8);
-    Run(board, 100 * 80 * 8,
-        {"pin of 8 at 150,140,18: no operation",
-         "contour from 100,100 to 200,180, 8 below the top: no operation"});
+    Run(board, 0, {});
     EXPECT_EQ(Holes(), 1U);
     EXPECT_EQ(Count("VD_Z6_", true), 1U);
 }
@@ -203,7 +196,7 @@ TEST_F(HoleLikeShapes, AConeThroughThePartIsToldOnce) {
         board.Cut({300, 100, 8}, {500, 380, 19});
         Run(board, Cone(20, 10, 18),
             {wideAbove ? "hole of 20 at 100,60,18: no operation" : "hole of 10 at 100,60,18: no operation"});
-        EXPECT_EQ(Holes(), 0U);
+        EXPECT_EQ(Holes(), 1U) << "as wide as its narrow end";
     }
 }
 

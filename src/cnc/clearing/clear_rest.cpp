@@ -31,7 +31,7 @@ namespace brenvik {
 
 namespace {
 
-constexpr int PlainColor = 6, SizeDecimals = 6;
+constexpr int PlainColor = 6, SizeDecimals = 6, DiameterDecimals = 5;
 
 /// What the first pass of the part takes away, as its side has it.
 struct ClearingModule {
@@ -96,6 +96,19 @@ double WidestBit(const MaterialRecord& material) {
     return widest;
 }
 
+/// Whether a hole of the same axis and diameter is drilled already: what it leaves belongs to a slope, such
+/// as that of a countersink, which is told.
+bool IsDrilled(const RunState& run, const PlanRound& round) {
+    constexpr std::string_view drilled = "VD_";
+    const double slack = UnitOf(run) * 0.01;
+    const std::vector<AcadCircle*> circles = All<AcadCircle>(*run.part);
+    return std::ranges::any_of(circles, [&](const AcadCircle* circle) {
+        const Point3 center = circle->Center();
+        return circle->Layer().starts_with(drilled) && std::abs(circle->Radius() - round.radius) < slack &&
+               std::abs(center.x - round.center.x) < slack && std::abs(center.y - round.center.y) < slack;
+    });
+}
+
 /// Makes operations of the cuts.
 class Placing {
   public:
@@ -110,13 +123,15 @@ class Placing {
   private:
     bool PlaceCircle(const RestCut& cut) {
         const PlanRound& round = *cut.round;
-        const double diameter = 2 * round.radius;
+        // The noise of sections would show in the name.
+        const double diameter = RoundHalfEven(2 * round.radius, DiameterDecimals);
         const bool drilled = RoundHalfEven(diameter, SizeDecimals) <= mRun.CircleSize;
+        if (drilled && IsDrilled(mRun, round)) return false;
         const bool fits = drilled || (cut.through ? BitForThroughCircle(mRun.Material, diameter).has_value()
                                                   : BitForCirclePocket(mRun.Material, diameter).has_value());
         if (!fits) return false;
         AcadCircle& circle =
-            *mRun.part->ModelSpace().AddCircle({round.center.x, round.center.y, cut.floor}, round.radius);
+            *mRun.part->ModelSpace().AddCircle({round.center.x, round.center.y, cut.floor}, diameter / 2);
         circle.SetColor(PlainColor);
         if (drilled) {
             DrillAt(mRun, circle, cut.fromTopFace);
@@ -170,8 +185,10 @@ class Placing {
     const Box3 mPart;
 };
 
-void PlaceCuts(RunState& run, const std::vector<RestCut>& cuts, const Removals& removals) {
-    if (cuts.empty()) return;
+/// How many of the cuts are operations now.
+std::size_t PlaceCuts(RunState& run, const std::vector<RestCut>& cuts, const Removals& removals) {
+    if (cuts.empty()) return 0;
+    std::size_t placed = 0;
     UnlockAllLayers(*run.part);
     // The outline's direction stands there, which later steps read.
     const std::string direction = run.RouteDirection;
@@ -179,17 +196,19 @@ void PlaceCuts(RunState& run, const std::vector<RestCut>& cuts, const Removals& 
     for (const RestCut& cut : cuts) {
         run.RouteDirection = DirectionOfCut(run.Material);
         if (!placing.Place(cut)) continue;
+        ++placed;
         for (const std::size_t old : cut.replaces) removals.paths[old]->Delete();
     }
     run.RouteDirection = direction;
     ConvertPockets(run);
+    return placed;
 }
 
 /// The second side is asked for where anything is missing from below. What has been left to it and is made on
 /// the first side now needs none.
-void SettleSecondSide(RunState& run, const Rest& rest) {
+void SettleSecondSide(RunState& run, const Rest& rest, std::size_t placed) {
     if (rest.fromBelow) return NeedOtherSide(run);
-    if (rest.cuts.empty() || SwitchIsOn(setting::HorzBoreOn2)) return;
+    if (placed == 0 || SwitchIsOn(setting::HorzBoreOn2)) return;
     run.NeedSecondSide = run.ThroughRouteSeen = 0;
 }
 
@@ -204,8 +223,8 @@ PassOutcome ClearRest(RunState& run) {
         const Removals removals = RemovalsOf(run);
         const Rest rest =
             RestOf({*part, removals.all, UnitOf(run), WidestBit(run.Material)}, run.FirstPass());
-        PlaceCuts(run, rest.cuts, removals);
-        if (run.FirstPass()) SettleSecondSide(run, rest);
+        const std::size_t placed = PlaceCuts(run, rest.cuts, removals);
+        if (run.FirstPass()) SettleSecondSide(run, rest, placed);
     });
     if (run.FirstPass()) StateOf<ClearingModule>().firstSide = RemovalsOf(run).all;
     return PassOutcome::GoOn;

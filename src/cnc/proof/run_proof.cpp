@@ -88,9 +88,13 @@ bool LeftOutOnPurpose(const ProofSpot& spot, const RunState& run) {
            !OpensUp(spot, run, 0.02 * UnitOf(run));
 }
 
+/// Places of notes reach as far around a feature as it is large, so that one of them may cover the part; only
+/// a box as large as the part is that of a note about the part as a whole.
 bool IsWholePart(const Box3& place, const RunState& run) {
-    return place.max.x - place.min.x >= run.ExtentX && place.max.y - place.min.y >= run.ExtentY &&
-           place.max.z - place.min.z >= run.ExtentZ;
+    const double slack = 0.1 * UnitOf(run);
+    const auto is = [slack](double size, double wanted) { return std::abs(size - wanted) < slack; };
+    return is(place.max.x - place.min.x, run.ExtentX) && is(place.max.y - place.min.y, run.ExtentY) &&
+           is(place.max.z - place.min.z, run.ExtentZ);
 }
 
 /// A feature is told once: by the note of whoever has passed it over, which says more, or else by the proof.
