@@ -34,10 +34,12 @@ TEST_F(BinaryDrawings, AreListedAsTheirTwins) {
 TEST_F(BinaryDrawings, AreConvertedAsTheirTwins) {
     WriteTwins();
     EXPECT_EQ(Run({"convert", "job.dxf", "job_out.dxf"}).status, 0);
+    const Outcome expected = Run({"list", "job_out.dxf", "--format", "json"});
     for (const std::string& twin : twins) {
         const Outcome outcome = Run({"convert", twin, "twin_out.dxf"});
         EXPECT_EQ(outcome.status, 0) << outcome.errors;
-        EXPECT_TRUE(Read("twin_out.dxf") == Read("job_out.dxf")) << twin;
+        // Letter by letter they differ: what goes through unread keeps the digits of its file.
+        EXPECT_EQ(Run({"list", "twin_out.dxf", "--format", "json"}).output, expected.output) << twin;
     }
 }
 
@@ -45,7 +47,8 @@ TEST_F(BinaryDrawings, AreCutAsTheirTwins) {
     WriteTwins();
     const auto cut = [this](const std::string& drawing) {
         const Outcome outcome = Run({"cnc", drawing, "--target", "C2C", "--out", "cut"});
-        EXPECT_EQ(outcome.status, 0) << drawing << outcome.errors;
+        EXPECT_EQ(outcome.status, 1) << "two parts of the sample have no material: " << drawing
+                                     << outcome.errors;
         return FilesBelow("cut");
     };
     const Files expected = cut("job.dxf");

@@ -123,8 +123,8 @@ TEST_F(KeptDrawing, DrawingsOfOtherProgramsPassTheAuditOnceConverted) {
     if (!test::HasEzdxf()) GTEST_SKIP() << "ezdxf is not installed for the system's Python";
     for (const std::string name : {"ACadSharp__sample_AC1015_ascii", "ACadSharp__sample_AC1018_ascii",
                                    "ACadSharp__sample_AC1024_ascii", "ezdxf__torus_r2007"}) {
-        const Outcome outcome =
-            Run({"convert", (test::SampleFolder() / "dxf" / (name + ".dxf")).string(), name + ".dxf"});
+        const Outcome outcome = Run({"convert", (test::SampleFolder() / "dxf" / (name + ".dxf")).string(),
+                                     name + ".dxf", "--unit", "mm"});
         EXPECT_EQ(outcome.status, 0) << name << outcome.errors;
         const auto problems = test::AuditWithEzdxf(folder / (name + ".dxf"));
         EXPECT_FALSE(problems) << *problems;

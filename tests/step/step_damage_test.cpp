@@ -57,6 +57,17 @@ TEST_F(StepDamage, ANumberWithTwoPointsInTheOnlyPartIsRefused) {
                    "line " + LineAt(content, content.find("5.9.9")) + ": expected well-formed");
 }
 
+TEST_F(StepDamage, AUnitOfLengthThatNobodyKnowsIsNoGuess) {
+    const std::string good = Good();
+    for (const std::string unit : {".MILL.,.METRE.", ".MILLI.,.METER."}) {
+        const std::string content = Replaced(good, ".MILLI.,.METRE.", unit);
+        Put(content);
+        const std::string text = FailureText();
+        ExpectMentions(text, "a unit of length such as SI_UNIT(.MILLI.,.METRE.)");
+        ExpectMentions(text, "line " + LineAt(content, content.find("SI_UNIT(" + unit)));
+    }
+}
+
 TEST_F(StepDamage, AFaultThatTheModellerFindsTakesItsPartAndNoOther) {
     std::string content = Two();
     const std::size_t shell = content.rfind("CLOSED_SHELL('',(");

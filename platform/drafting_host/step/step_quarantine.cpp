@@ -3,6 +3,8 @@
 #include "drafting_host/step/step_quarantine.h"
 
 #include <algorithm>
+#include <array>
+#include <optional>
 
 #include "base/text.h"
 
@@ -71,6 +73,31 @@ void AddReferenceFaults(const Statements& statements, const Statement& statement
     }
 }
 
+/// The prefixes of units of length by the standard (ISO 10303-41), each between points; "$" is none.
+constexpr auto lengthPrefixes = std::to_array<std::string_view>(
+    {"$", ".EXA.", ".PETA.", ".TERA.", ".GIGA.", ".MEGA.", ".KILO.", ".HECTO.", ".DECA.", ".DECI.", ".CENTI.",
+     ".MILLI.", ".MICRO.", ".NANO.", ".PICO.", ".FEMTO.", ".ATTO."});
+
+/// Where a unit of length has a prefix or a name that the standard doesn't know. The modeller takes such a
+/// one for metres, which makes millimetres a thousand times too large.
+std::optional<std::size_t> UnknownLengthUnit(const Statements& statements, const Statement& statement) {
+    if (!statement.kind.empty()) return std::nullopt;
+    const std::string_view text =
+        statements.Content().substr(statement.place, statement.end - statement.place);
+    constexpr std::string_view unit = "SI_UNIT";
+    const std::size_t at = text.find(unit);
+    if (at == std::string_view::npos || text.find("LENGTH_UNIT") == std::string_view::npos)
+        return std::nullopt;
+    const std::size_t open = text.find('(', at), close = text.find(')', at);
+    if (open == std::string_view::npos || close < open) return std::nullopt;
+    const std::string values(text.substr(open + 1, close - open - 1));
+    const std::size_t comma = values.find(',');
+    const bool known =
+        comma != std::string::npos && Trim(values.substr(comma + 1)) == ".METRE." &&
+        std::ranges::find(lengthPrefixes, Trim(values.substr(0, comma))) != lengthPrefixes.end();
+    return known ? std::nullopt : std::optional(statement.place + at);
+}
+
 void AddFaults(const Statements& statements, const Statement& statement,
                std::vector<StatementFault>& faults) {
     if (!statement.wellFormed) {
@@ -83,6 +110,10 @@ void AddFaults(const Statements& statements, const Statement& statement,
         faults.push_back(
             {&statement, statement.place, "statement numbers up to " + std::to_string(highestStatement)});
     AddReferenceFaults(statements, statement, faults);
+    if (const auto place = UnknownLengthUnit(statements, statement))
+        faults.push_back({&statement, *place,
+                          "a unit of length such as SI_UNIT(.MILLI.,.METRE.), found \"" +
+                              LineForMessage(statements.Content(), *place) + "\""});
     if (statement.kind != "ORIENTED_EDGE") return;
     StatementFault nested = OrientedEdgeFault(statements, statement);
     if (nested.statement != nullptr) faults.push_back(std::move(nested));
