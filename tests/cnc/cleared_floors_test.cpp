@@ -178,7 +178,7 @@ const std::vector<Sample>& Samples() {
              part.Hole(200, 100, 8, 13);
              part.Hole(220, 200, 8);
          },
-         "OT 1 PL 1 RT 1 VD 2"},
+         "OT 1 PKC 1 PL 1 VD 2"},
         {"HoleOnTheWallOfARabbet",
          [](MadePart& part) {
              part.Board(600, 300, 18);
