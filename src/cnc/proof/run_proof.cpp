@@ -110,6 +110,8 @@ void Settle(RunState& run, std::vector<ProofSpot>& spots) {
         bool found = false;
         for (std::size_t i = 0; i < spots.size(); ++i) {
             if (spots[i].difference != Difference::Standing && !whole) continue;
+            // What a bit leaves in the middle of its route is no feature without an operation.
+            if (spots[i].bit > 0) continue;
             if (!Touches(place->second, spots[i].box, slack)) continue;
             found = true;
             noted[i] = noted[i] || !whole;
