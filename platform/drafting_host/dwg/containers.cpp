@@ -108,6 +108,30 @@ void Keep(Sections& sections, std::string_view name, std::string bytes) {
     if (std::string Sections::*const member = MemberOf(name)) sections.*member = std::move(bytes);
 }
 
+void TakeSection(Sections& sections, const PagedSection& section, std::size_t fileSize, std::size_t& left,
+                 const std::function<void(std::size_t page, std::string& bytes)>& takePage) {
+    if (!IsUsed(section.name)) return;
+    const std::string name(section.name);
+    if (section.isEncrypted)
+        throw BrokenFile{headLength, "a drawing without a password; save it without one"};
+    if (section.size > left) {
+        Note(sections, "section " + name + " is left out: its size of " + std::to_string(section.size) +
+                           " bytes can't be true for a file of " + std::to_string(fileSize));
+        return;
+    }
+    left -= static_cast<std::size_t>(section.size);
+    std::string bytes(static_cast<std::size_t>(section.size), '\0');
+    for (std::size_t page = 0; page < section.pages; ++page) {
+        try {
+            takePage(page, bytes);
+        } catch (const BrokenFile& broken) {
+            Note(sections, "byte " + std::to_string(broken.place) + ": a page of section " + name +
+                               " is left out, " + broken.expected + " was expected");
+        }
+    }
+    Keep(sections, section.name, std::move(bytes));
+}
+
 Sections Unpack(std::string_view content, std::string_view fileName) {
     Sections sections;
     sections.release = ReleaseOf(content, fileName);

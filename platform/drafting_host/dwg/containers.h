@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -61,6 +63,17 @@ std::string_view PartAt(std::string_view bytes, std::uint64_t at, std::uint64_t 
 void Keep(Sections& sections, std::string_view name, std::string bytes);
 /// Whether a section of this name is used at all.
 bool IsUsed(std::string_view name);
+
+/// Puts a section together out of its pages; one that can't be unpacked stays zeros and is told. `left` is
+/// what may still be unpacked of the file. Throws BrokenFile for a section behind a password.
+struct PagedSection {
+    std::string_view name;
+    std::uint64_t size = 0;
+    bool isEncrypted = false;
+    std::size_t pages = 0;
+};
+void TakeSection(Sections& sections, const PagedSection& section, std::size_t fileSize, std::size_t& left,
+                 const std::function<void(std::size_t page, std::string& bytes)>& takePage);
 
 void Note(Sections& sections, std::string text, bool dataLost = true);
 

@@ -135,26 +135,10 @@ class PagedFile2007 {
     }
 
     void TakeSection(const SectionEntry& section) {
-        if (!IsUsed(section.name)) return;
-        if (section.encryption == 1)
-            throw BrokenFile{headAt, "a drawing without a password; save it without one"};
-        if (section.size > mLeft) {
-            Note(mSections, "section " + section.name + " is left out: its size of " +
-                                std::to_string(section.size) + " bytes can't be true for a file of " +
-                                std::to_string(mContent.size()));
-            return;
-        }
-        mLeft -= static_cast<std::size_t>(section.size);
-        std::string bytes(static_cast<std::size_t>(section.size), '\0');
-        for (const PageEntry& page : section.pages) {
-            try {
-                TakePage(section, page, bytes);
-            } catch (const BrokenFile& broken) {
-                Note(mSections, "byte " + std::to_string(broken.place) + ": a page of section " +
-                                    section.name + " is left out, " + broken.expected + " was expected");
-            }
-        }
-        Keep(mSections, section.name, std::move(bytes));
+        dwg::TakeSection(
+            mSections, {section.name, section.size, section.encryption == 1, section.pages.size()},
+            mContent.size(), mLeft,
+            [&](std::size_t page, std::string& bytes) { TakePage(section, section.pages[page], bytes); });
     }
 
     void TakePage(const SectionEntry& section, const PageEntry& page, std::string& bytes) {
