@@ -216,26 +216,23 @@ void GeometryWriter::operator()(const ViewportData& data) const {
     mOut.Whole(69, data.id);
     mOut.Real(12, data.viewCenter[0]);
     mOut.Real(22, data.viewCenter[1]);
-    // A viewport that was read has its own settings behind its values.
-    const bool isNew = mKept == nullptr || mKept->own.empty();
-    if (isNew) {
-        for (const int code : {13, 23}) mOut.Real(code, 0);          // snap base
-        for (const int code : {14, 24, 15, 25}) mOut.Real(code, 1);  // snap and grid spacing
-    }
     mOut.Point(16, data.viewDirection);
     mOut.Point(17, data.viewTarget);
     mOut.Real(42, data.lensLength);
     mOut.Real(43, data.frontClip);
     mOut.Real(44, data.backClip);
     mOut.Real(45, data.viewHeight);
-    if (isNew) mOut.Real(50, 0);
     mOut.Degrees(51, data.twist);
-    if (isNew) mOut.Whole(72, 1000);
     for (const HandleValue layer : data.frozenLayers) {
         if (mPlan.IsLayer(layer)) mOut.HandleGroup(331, layer);
     }
     mOut.Whole(90, data.statusFlags);
-    if (!isNew) return;
+    // A viewport that was read has its own settings here, behind its values.
+    if (mKept != nullptr && !mKept->own.empty()) return;
+    for (const int code : {13, 23}) mOut.Real(code, 0);          // snap base
+    for (const int code : {14, 24, 15, 25}) mOut.Real(code, 1);  // snap and grid spacing
+    mOut.Real(50, 0);
+    mOut.Whole(72, 1000);
     mOut.Word(1, "");
     mOut.Whole(281, 0);
     mOut.Whole(71, 1);
