@@ -32,9 +32,10 @@ struct CorpusLot {
     int wholePercent = 0;
     int cutInto = 0;  ///< How many are known to lose wood that stays, each told.
 };
-constexpr std::array Lots{CorpusLot{"OneKind", Contacts::OneKind}, CorpusLot{"Apart", Contacts::Apart},
-                          CorpusLot{"Touching", Contacts::Touching},
-                          CorpusLot{"Overlapping", Contacts::Overlapping, true, 0, 1},
+constexpr std::array Lots{CorpusLot{"OneKind", Contacts::OneKind, true, 98},
+                          CorpusLot{"Apart", Contacts::Apart, true, 95},
+                          CorpusLot{"Touching", Contacts::Touching, true, 95},
+                          CorpusLot{"Overlapping", Contacts::Overlapping, true, 77},
                           // Routes leave what their bit doesn't reach.
                           CorpusLot{"Cores", Contacts::OneKind, false}};
 

@@ -63,10 +63,17 @@ class Blank {
     }
 
     bool HasWood(double x, double y, double z) const {
-        return std::ranges::all_of(mOutlines,
-                                   [&](const Figure& outline) {
-                                       return outline.Contains({x, y});
-                                   }) &&
+        // A part of several pieces has an outline for each; wood is what lies in one of them on either side.
+        const auto within = [&](bool second) {
+            bool any = false, has = false;
+            for (std::size_t i = 0; i < mOutlines.size(); ++i) {
+                if (mOfSecond[i] != second) continue;
+                has = true;
+                any = any || mOutlines[i].Contains({x, y});
+            }
+            return any || !has;
+        };
+        return within(false) && within(true) &&
                std::ranges::none_of(mCuts, [&](const Cut& cut) { return cut.Takes(x, y, z); });
     }
     bool IsNear(double x, double y, double z) const {
@@ -143,6 +150,7 @@ class Blank {
         Lay(cut, ShapeOf(drawn), std::abs(drawn.thickness), second);
         if (name.starts_with("OT_")) {
             mOutlines.push_back(std::move(*cut.figure));
+            mOfSecond.push_back(second);
             return;
         }
         if (name.starts_with("RT_") && depth < mThickness - Stray) cut.bit = Field(name, "_D");
@@ -155,6 +163,7 @@ class Blank {
     Findings& mFindings;
     double mLength = 0, mWidth = 0;
     std::vector<Figure> mOutlines;
+    std::vector<bool> mOfSecond;  ///< Of each outline, whether the second side's file has it.
     std::vector<Cut> mCuts;
 };
 
