@@ -214,14 +214,6 @@ class BorderWalk {
 
 }  // namespace
 
-PlanRound RoundOf(const PlanSide& side) {
-    const double dx = side.to.x - side.from.x, dy = side.to.y - side.from.y;
-    const double off = (1 - side.bulge * side.bulge) / (4 * side.bulge);
-    return {{(side.from.x + side.to.x) / 2 - dy * off, (side.from.y + side.to.y) / 2 + dx * off},
-            std::hypot(dx, dy) * (1 + side.bulge * side.bulge) / (4 * std::abs(side.bulge)),
-            4 * std::atan(side.bulge)};
-}
-
 PlanPoint MiddleOf(const PlanSide& side) {
     return {(side.from.x + side.to.x) / 2 + side.bulge * (side.to.y - side.from.y) / 2,
             (side.from.y + side.to.y) / 2 - side.bulge * (side.to.x - side.from.x) / 2};

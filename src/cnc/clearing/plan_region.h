@@ -46,14 +46,6 @@ std::vector<PlanArea> AreasOf(std::vector<PlanLoop> loops);
 std::vector<PlanSide> SidesOf(std::span<const PlanLoop> loops);
 std::vector<PlanSide> SidesOf(const PlanArea& area);
 
-/// The circle of a round side.
-struct PlanRound {
-    PlanPoint center;
-    double radius = 0;
-    double sweep = 0;  ///< Of the side; positive for counter-clockwise.
-};
-PlanRound RoundOf(const PlanSide& side);
-
 PlanPoint MiddleOf(const PlanSide& side);
 
 }  // namespace brenvik

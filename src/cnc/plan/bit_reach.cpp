@@ -41,26 +41,20 @@ Way WayOf(const PlanSide& side) {
     return {side, Turned(along, -half), Turned(along, half)};
 }
 
-double RadiusOf(const PlanSide& side) {
-    return Length(side.to - side.from) * (1 + side.bulge * side.bulge) / (4 * std::abs(side.bulge));
-}
-
 /// A rounding that is tighter than the bit would be turned inside out. In chords each of its corners is run
 /// around as any corner is, and what is left begins further in than its roundness shows.
 void AddWays(const PlanSide& side, double reach, std::vector<Way>& ways) {
     if (Length(side.to - side.from) == 0) return;
-    if (side.bulge <= 0 || RadiusOf(side) > reach) {
+    if (side.bulge <= 0 || RoundOf(side).radius > reach) {
         ways.push_back(WayOf(side));
         return;
     }
-    const double sweep = 4 * std::atan(side.bulge), half = sweep / 2;
-    const PlanPoint chord = side.to - side.from;
-    const PlanPoint center = (side.from + side.to) * 0.5 + Left(chord) * (1 / (2 * std::tan(half)));
+    const PlanRound round = RoundOf(side);
     constexpr int chords = 16;
     PlanPoint last = side.from;
     for (int i = 1; i <= chords; ++i) {
         const PlanPoint next =
-            i == chords ? side.to : center + Turned(side.from - center, sweep * i / chords);
+            i == chords ? side.to : round.center + Turned(side.from - round.center, round.sweep * i / chords);
         ways.push_back(WayOf({last, next, 0}));
         last = next;
     }

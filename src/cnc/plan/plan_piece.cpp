@@ -11,23 +11,6 @@ namespace brenvik {
 
 namespace {
 
-struct Round {
-    double x = 0, y = 0, radius = 0;
-    double from = 0, sweep = 0;  ///< Angles; the sweep is negative for a clockwise side.
-};
-
-Round RoundOf(const PlanSide& side) {
-    const double dx = side.to.x - side.from.x, dy = side.to.y - side.from.y;
-    const double off = (1 - side.bulge * side.bulge) / (4 * side.bulge);
-    Round round;
-    round.x = (side.from.x + side.to.x) / 2 - dy * off;
-    round.y = (side.from.y + side.to.y) / 2 + dx * off;
-    round.radius = std::hypot(dx, dy) * (1 + side.bulge * side.bulge) / (4 * std::abs(side.bulge));
-    round.from = std::atan2(side.from.y - round.y, side.from.x - round.x);
-    round.sweep = 4 * std::atan(side.bulge);
-    return round;
-}
-
 /// What lies between a circle's half and its centre's height.
 double AreaOfHalf(double radius, double from, double to) {
     const auto primitive = [radius](double u) {
@@ -51,14 +34,14 @@ void AddStraight(const PlanPoint& from, const PlanPoint& to, std::vector<PlanPie
 }
 
 /// The stretch of a round side between two angles with no turning point in X between them.
-void AddStretch(const Round& round, const PlanPoint& from, const PlanPoint& to, double middle,
+void AddStretch(const PlanRound& round, const PlanPoint& from, const PlanPoint& to, double middle,
                 std::vector<PlanPiece>& pieces) {
     const std::size_t before = pieces.size();
     AddStraight(from, to, pieces);
     if (pieces.size() == before) return;
     PlanPiece& piece = pieces.back();
-    piece.centerX = round.x;
-    piece.centerY = round.y;
+    piece.centerX = round.center.x;
+    piece.centerY = round.center.y;
     piece.radius = round.radius;
     piece.half = std::sin(middle) > 0 ? 1 : -1;
 }
@@ -99,22 +82,23 @@ void AddPieces(const PlanSide& side, double stray, std::vector<PlanPiece>& piece
     const double chord = std::hypot(side.to.x - side.from.x, side.to.y - side.from.y);
     if (chord == 0) return;
     if (std::abs(side.bulge) * chord / 2 < stray) return AddStraight(side.from, side.to, pieces);
-    const Round round = RoundOf(side);
+    const PlanRound round = RoundOf(side);
+    const double from = std::atan2(side.from.y - round.center.y, side.from.x - round.center.x);
     // Turning points in X lie at whole half turns.
     constexpr double half = std::numbers::pi;
-    const double to = round.from + round.sweep;
+    const double to = from + round.sweep;
     std::vector<double> turns;
-    for (double turn = std::ceil(std::min(round.from, to) / half); turn * half < std::max(round.from, to);
-         ++turn)
+    for (double turn = std::ceil(std::min(from, to) / half); turn * half < std::max(from, to); ++turn)
         turns.push_back(turn * half);
     if (round.sweep < 0) std::ranges::reverse(turns);
     turns.push_back(to);
     PlanPoint start = side.from;
-    double angle = round.from;
+    double angle = from;
     for (const double turn : turns) {
         const bool last = turn == turns.back();
         const double sign = std::cos(turn) > 0 ? 1 : -1;
-        const PlanPoint end = last ? side.to : PlanPoint{round.x + sign * round.radius, round.y};
+        const PlanPoint end =
+            last ? side.to : PlanPoint{round.center.x + sign * round.radius, round.center.y};
         AddStretch(round, start, end, (angle + turn) / 2, pieces);
         start = end;
         angle = turn;
@@ -168,15 +152,21 @@ void AddCrossings(const PlanPiece& a, const PlanPiece& b, std::vector<double>& p
         CrossRounds(a, b, places);
 }
 
+PlanRound RoundOf(const PlanSide& side) {
+    const double dx = side.to.x - side.from.x, dy = side.to.y - side.from.y;
+    const double off = (1 - side.bulge * side.bulge) / (4 * side.bulge);
+    return {{(side.from.x + side.to.x) / 2 - dy * off, (side.from.y + side.to.y) / 2 + dx * off},
+            std::hypot(dx, dy) * (1 + side.bulge * side.bulge) / (4 * std::abs(side.bulge)),
+            4 * std::atan(side.bulge)};
+}
+
 double SignedArea(std::span<const PlanSide> sides) {
     double twice = 0;
     for (const PlanSide& side : sides) {
         twice += side.from.x * side.to.y - side.to.x * side.from.y;
         if (side.bulge == 0) continue;
-        const double angle = 4 * std::atan(side.bulge);
-        const double chord = std::hypot(side.to.x - side.from.x, side.to.y - side.from.y);
-        const double radius = chord * (1 + side.bulge * side.bulge) / (4 * std::abs(side.bulge));
-        twice += radius * radius * (angle - std::sin(angle));
+        const PlanRound round = RoundOf(side);
+        twice += round.radius * round.radius * (round.sweep - std::sin(round.sweep));
     }
     return twice / 2;
 }

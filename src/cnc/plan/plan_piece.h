@@ -32,6 +32,14 @@ void AddPieces(const PlanSide& side, double stray, std::vector<PlanPiece>& piece
 /// Where two pieces cross, in X; what only touches may be left out.
 void AddCrossings(const PlanPiece& a, const PlanPiece& b, std::vector<double>& places);
 
+/// The circle of a round side.
+struct PlanRound {
+    PlanPoint center;
+    double radius = 0;
+    double sweep = 0;  ///< Of the side; positive for counter-clockwise.
+};
+PlanRound RoundOf(const PlanSide& side);
+
 /// The area that the sides enclose, positive when they run counter-clockwise.
 double SignedArea(std::span<const PlanSide> sides);
 
