@@ -59,13 +59,6 @@ bool SameFootprint(const Footprint& a, const Footprint& b) {
     return same(a.minX, b.minX) && same(a.minY, b.minY) && same(a.maxX, b.maxX) && same(a.maxY, b.maxY);
 }
 
-/// The place of what concerns the part as a whole: more than its box, whatever the noise.
-Box3 WholePart(const RunState& run) {
-    const Box3 box = LastSolid(*run.part).GetBoundingBox();
-    return {{box.min.x - SameReach, box.min.y - SameReach, box.min.z - SameReach},
-            {box.max.x + SameReach, box.max.y + SameReach, box.max.z + SameReach}};
-}
-
 /// Whether a path with a depth runs round the same place.
 bool IsFollowed(AcadDocument& drawing, const AcadLWPolyline& contour) {
     const Footprint wanted = FootprintOf(contour);
@@ -287,9 +280,8 @@ void TrueOutline::SliceAt(const std::vector<double>& heights) {
         section->Move({0, 0, height}, {0, 0, TopPlane(mRun)});
         if (Skip([&] { Unite(section); })) continue;
         section->Delete();
-        NoteUnexplained(mRun,
-                        "a section of the part can't be laid over the others: the outline may be too narrow",
-                        WholePart(mRun));
+        NoteWholePart(mRun,
+                      "a section of the part can't be laid over the others: the outline may be too narrow");
     }
 }
 
@@ -375,9 +367,8 @@ PassOutcome TrueOutline::TakeContours(bool withOpenings) {
     }
     mLumps.insert(mLumps.end(), lumps.begin(), lumps.end());
     if (!HoldsThePart() || (leftOpen && (withOpenings || ReachesBeyond())))
-        NoteUnexplained(mRun,
-                        "edges of the part were not joined to its outline: the outline may be too narrow",
-                        WholePart(mRun));
+        NoteWholePart(mRun,
+                      "edges of the part were not joined to its outline: the outline may be too narrow");
     for (AcadLWPolyline* contour : contours) {
         const bool outline = contour == mProfile || std::ranges::find(lumps, contour) != lumps.end();
         if (outline || IsFollowed(drawing, *contour)) continue;

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -85,6 +86,8 @@ struct RunState {
     std::vector<std::string> unexplained;
     /// Where those are that have a place, by their text, in the frame of the first side.
     std::map<std::string, Box3> notePlaces;
+    /// Those that are about the part as a whole and say no place.
+    std::set<std::string> wholePartNotes;
     /// Where the part that comes of its files isn't the part of the drawing, in words.
     std::vector<std::string> differences;
     std::shared_ptr<GatheredProof> proof;

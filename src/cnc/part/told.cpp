@@ -27,6 +27,11 @@ void NoteUnexplained(RunState& run, const std::string& text, const Box3& place) 
     run.notePlaces[text] = place;
 }
 
+void NoteWholePart(RunState& run, const std::string& text) {
+    NoteUnexplained(run, text);
+    run.wholePartNotes.insert(text);
+}
+
 void NoteUnexplained(RunState& run, const Box3& part, std::string_view kind, double diameter,
                      const Point3& place) {
     const Point3 seen = OnFirstSide(run, part, place);

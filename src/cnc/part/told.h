@@ -22,6 +22,9 @@ void NoteUnexplained(RunState& run, std::string_view text);
 /// The same with its place in the frame of the first side.
 void NoteUnexplained(RunState& run, const std::string& text, const Box3& place);
 
+/// The same of what concerns the part as a whole and needs none of it where the part comes out all the same.
+void NoteWholePart(RunState& run, const std::string& text);
+
 /// Adds a hole or pin that no operation was made for. `kind` is the operator's word for it. One that was
 /// noted before, from either side, isn't noted again.
 void NoteUnexplained(RunState& run, const Box3& part, std::string_view kind, double diameter,

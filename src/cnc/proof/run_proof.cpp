@@ -88,31 +88,21 @@ bool LeftOutOnPurpose(const ProofSpot& spot, const RunState& run) {
            !OpensUp(spot, run, 0.02 * UnitOf(run));
 }
 
-/// Places of notes reach as far around a feature as it is large, so that one of them may cover the part; only
-/// a box as large as the part is that of a note about the part as a whole.
-bool IsWholePart(const Box3& place, const RunState& run) {
-    const double slack = 0.1 * UnitOf(run);
-    const auto is = [slack](double size, double wanted) { return std::abs(size - wanted) < slack; };
-    return is(place.max.x - place.min.x, run.ExtentX) && is(place.max.y - place.min.y, run.ExtentY) &&
-           is(place.max.z - place.min.z, run.ExtentZ);
-}
-
 /// A feature is told once: by the note of whoever has passed it over, which says more, or else by the proof.
 /// A note of what is made all the same is taken back.
 void Settle(RunState& run, std::vector<ProofSpot>& spots) {
     const double slack = UnitOf(run);
     std::vector<bool> noted(spots.size(), false);
     std::erase_if(run.unexplained, [&](const std::string& text) {
+        const bool whole = run.wholePartNotes.contains(text);
         const auto place = run.notePlaces.find(text);
-        if (place == run.notePlaces.end()) return false;
-        // One about the part as a whole doesn't say where.
-        const bool whole = IsWholePart(place->second, run);
+        if (!whole && place == run.notePlaces.end()) return false;
         bool found = false;
         for (std::size_t i = 0; i < spots.size(); ++i) {
             if (spots[i].difference != Difference::Standing && !whole) continue;
             // What a bit leaves in the middle of its route is no feature without an operation.
             if (spots[i].bit > 0) continue;
-            if (!Touches(place->second, spots[i].box, slack)) continue;
+            if (!whole && !Touches(place->second, spots[i].box, slack)) continue;
             found = true;
             noted[i] = noted[i] || !whole;
         }

@@ -37,6 +37,7 @@ void ResetForPass(RunState& run) {
     if (!run.FirstPass()) return;
     run.unexplained.clear();
     run.notePlaces.clear();
+    run.wholePartNotes.clear();
     run.differences.clear();
     run.proof.reset();
     run.shiftingTexts.clear();
