@@ -96,23 +96,31 @@ double WidestBit(const MaterialRecord& material) {
     return widest;
 }
 
-/// Whether a hole of the same axis and diameter is drilled already: what it leaves belongs to a slope, such
-/// as that of a countersink, which is told.
-bool IsDrilled(const RunState& run, const PlanRound& round) {
-    constexpr std::string_view drilled = "VD_";
-    const double slack = UnitOf(run) * 0.01;
-    const std::vector<AcadCircle*> circles = All<AcadCircle>(*run.part);
-    return std::ranges::any_of(circles, [&](const AcadCircle* circle) {
-        const Point3 center = circle->Center();
-        return circle->Layer().starts_with(drilled) && std::abs(circle->Radius() - round.radius) < slack &&
-               std::abs(center.x - round.center.x) < slack && std::abs(center.y - round.center.y) < slack;
+/// Whether the removal is a circle of the same axis and diameter. A path of arcs is none.
+bool IsCircle(const Removal& removal, const AcadLWPolyline* path, const PlanRound& round, double slack) {
+    if (path != nullptr) return false;
+    return std::ranges::all_of(removal.sides, [&](const PlanSide& side) {
+        if (side.bulge == 0) return false;
+        const PlanRound own = RoundOf(side);
+        return std::abs(own.radius - round.radius) < slack &&
+               std::abs(own.center.x - round.center.x) < slack &&
+               std::abs(own.center.y - round.center.y) < slack;
     });
+}
+
+/// Whether this pass has a hole of the same axis and diameter already: what it leaves belongs to a slope,
+/// such as that of a countersink, which is told.
+bool IsMade(const PlanRound& round, const Removals& removals, double slack) {
+    for (std::size_t i = 0; i < removals.paths.size(); ++i)
+        if (IsCircle(removals.all[i], removals.paths[i], round, slack)) return true;
+    return false;
 }
 
 /// Makes operations of the cuts.
 class Placing {
   public:
-    Placing(RunState& run) : mRun(run), mPart(LastSolid(*run.part).GetBoundingBox()) {}
+    Placing(RunState& run, const Removals& removals)
+        : mRun(run), mRemovals(removals), mPart(LastSolid(*run.part).GetBoundingBox()) {}
 
     /// False where no bit fits.
     bool Place(const RestCut& cut) {
@@ -126,7 +134,7 @@ class Placing {
         // The noise of sections would show in the name.
         const double diameter = RoundHalfEven(2 * round.radius, DiameterDecimals);
         const bool drilled = RoundHalfEven(diameter, SizeDecimals) <= mRun.CircleSize;
-        if (drilled && IsDrilled(mRun, round)) return false;
+        if (drilled && IsMade(round, mRemovals, UnitOf(mRun) * 0.01)) return false;
         const bool fits = drilled || (cut.through ? BitForThroughCircle(mRun.Material, diameter).has_value()
                                                   : BitForCirclePocket(mRun.Material, diameter).has_value());
         if (!fits) return false;
@@ -182,6 +190,7 @@ class Placing {
     }
 
     RunState& mRun;
+    const Removals& mRemovals;
     const Box3 mPart;
 };
 
@@ -192,7 +201,7 @@ std::size_t PlaceCuts(RunState& run, const std::vector<RestCut>& cuts, const Rem
     UnlockAllLayers(*run.part);
     // The outline's direction stands there, which later steps read.
     const std::string direction = run.RouteDirection;
-    Placing placing(run);
+    Placing placing(run, removals);
     for (const RestCut& cut : cuts) {
         run.RouteDirection = DirectionOfCut(run.Material);
         if (!placing.Place(cut)) continue;
