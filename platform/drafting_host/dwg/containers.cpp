@@ -11,21 +11,9 @@
 namespace brenvik::dwg {
 namespace {
 
-struct ReleaseMark {
-    std::string_view mark;
-    Release release;
-    std::string_view name;
-};
-constexpr auto releases = std::to_array<ReleaseMark>({
-    {"AC1012", Release::R13, "13"},
-    {"AC1014", Release::R14, "14"},
-    {"AC1015", Release::R2000, "2000"},
-    {"AC1018", Release::R2004, "2004"},
-    {"AC1021", Release::R2007, "2007"},
-    {"AC1024", Release::R2010, "2010"},
-    {"AC1027", Release::R2013, "2013"},
-    {"AC1032", Release::R2018, "2018"},
-});
+/// In the order of Release.
+constexpr auto releaseMarks = std::to_array<std::string_view>(
+    {"AC1012", "AC1014", "AC1015", "AC1018", "AC1021", "AC1024", "AC1027", "AC1032"});
 
 constexpr std::size_t markLength = 6, maintenanceAt = 0x0B, codePageAt = 0x13, headLength = 0x80;
 
@@ -66,16 +54,14 @@ void Note(Sections& sections, std::string text, bool dataLost) {
 
 Release ReleaseOf(std::string_view content, std::string_view fileName) {
     const std::string_view mark = content.substr(0, markLength);
-    for (const ReleaseMark& each : releases)
-        if (each.mark == mark) return each.release;
+    const auto found = std::ranges::find(releaseMarks, mark);
+    if (found != releaseMarks.end()) return static_cast<Release>(found - releaseMarks.begin());
     Refuse(fileName, 0,
            "a binary drawing (DWG) of release 13 to 2018; an older one can be saved as DXF, or as DWG of "
            "release "
            "14 or later",
            Shown(mark));
 }
-
-std::string_view ReleaseName(Release release) { return releases[static_cast<std::size_t>(release)].name; }
 
 std::size_t MostUnpacked(std::size_t fileSize) { return fileSize * 12; }
 

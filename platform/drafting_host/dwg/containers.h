@@ -34,9 +34,6 @@ Release ReleaseOf(std::string_view content, std::string_view fileName);
 /// comes to at most 12 times the file's size.
 Sections Unpack(std::string_view content, std::string_view fileName);
 
-/// The name of a release as shops know it: "2010".
-std::string_view ReleaseName(Release release);
-
 // The three kinds of files.
 void UnpackFlat(std::string_view content, Sections& sections);
 void UnpackPaged(std::string_view content, Sections& sections);

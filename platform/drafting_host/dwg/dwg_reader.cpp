@@ -63,13 +63,7 @@ class DwgWalk {
                    std::to_string(damage.bit >= entry.place * 8 ? damage.bit - entry.place * 8 : damage.bit));
     }
 
-    Object Open(const ObjectMap::Entry& entry) {
-        Object object = OpenObject(mSections, mTexts, entry);
-        if (object.sumIsWrong)
-            mReading.Note(0, "object " + Shown(entry.handle) + " at byte " + std::to_string(entry.place) +
-                                 ": its checksum is wrong, it may be damaged");
-        return object;
-    }
+    Object Open(const ObjectMap::Entry& entry) const { return OpenObject(mSections, mTexts, entry); }
 
     // --- Records ---
 
@@ -77,7 +71,11 @@ class DwgWalk {
         for (const ObjectMap::Entry& entry : mMap.Entries()) {
             std::string_view kind;
             try {
-                Object object = OpenObject(mSections, mTexts, entry);
+                Object object = Open(entry);
+                if (SumIsWrong(object))
+                    mReading.Note(0, "object " + Shown(entry.handle) + " at byte " +
+                                         std::to_string(entry.place) +
+                                         ": its checksum is wrong, it may be damaged");
                 kind = mKinds.NameOf(object.type);
                 if (kind == "ATTRIB") PassOver(kind, object.type);
                 ReadRecord(kind, object);
@@ -201,7 +199,7 @@ class DwgWalk {
             const ObjectMap::Entry* const entry = mMap.Find(handle);
             if (entry == nullptr) break;
             try {
-                Object object = OpenObject(mSections, mTexts, *entry);
+                Object object = Open(*entry);
                 handle = ReadCommon(object).next;
             } catch (const Damage&) {
                 break;
@@ -221,7 +219,7 @@ class DwgWalk {
         for (const ObjectMap::Entry& entry : mMap.Entries()) {
             if (mSeen.contains(entry.handle) || mDamaged.contains(entry.handle)) continue;
             try {
-                Object object = OpenObject(mSections, mTexts, entry);
+                Object object = Open(entry);
                 constexpr unsigned inModelSpace = 2;
                 if (!IsShapeKind(mKinds.NameOf(object.type)) || ReadCommon(object).mode != inModelSpace)
                     continue;

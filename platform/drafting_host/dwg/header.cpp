@@ -61,8 +61,8 @@ constexpr auto rows = std::to_array<Row>({
     {B, "-", R2010}, {BD, "-", R2010}, {Text, "-", R2010}, {BD, "-", R2010}, {Text, "-", R2010},
     {Handle, "*5", R2000}, {Handle, "*3", R2007}, {BS, "*2", R2000},
 
-    {Handle, "BLOCKS LAYERS STYLES LTYPES - UCSS - APPIDS -"}, {Handle, "-", R13, R2000},
-    {Handle, "GROUPS - ROOT"},
+    {Handle, "*9"}, {Handle, "-", R13, R2000},
+    {Handle, "GROUPS - -"},
     {BS, "*2", R2000}, {Text, "HYPERLINKBASE -", R2000}, {Handle, "*3", R2000}, {Handle, "*2", R2004},
     {Handle, "-", R2007}, {Handle, "-", R2013},
     {BL, "-", R2000}, {BS, "INSUNITS CEPSNTYPE", R2000},
@@ -81,30 +81,16 @@ class HeaderReader {
   public:
     HeaderReader(Streams& streams, DrawingData& data) : mStreams(streams), mDrawing(data) {}
 
-    Header Run() {
+    void Run() {
         Walk(rows);
         if (mWhole["CEPSNTYPE"] == namedPlotStyle) NextHandle();
         Walk(rowsBehindPlotStyle);
-        mHeader.isWhole = true;
-        return mHeader;
     }
     /// Whatever stopped the walk, what was read is there.
     Header Result() {
-        mHeader.handleSeed = mHandles["HANDSEED"];
-        mHeader.currentLayer = mHandles["CLAYER"];
-        mHeader.ucsName = mHandles["UCSNAME"];
-        mHeader.groupDictionary = mHandles["GROUPS"];
-        mHeader.rootDictionary = mHandles["ROOT"];
-        mHeader.modelSpace = mHandles["MODEL"];
-        mHeader.paperSpace = mHandles["PAPER"];
-        mHeader.blocks = mHandles["BLOCKS"];
-        mHeader.layers = mHandles["LAYERS"];
-        mHeader.styles = mHandles["STYLES"];
-        mHeader.linetypes = mHandles["LTYPES"];
-        mHeader.ucs = mHandles["UCSS"];
-        mHeader.applications = mHandles["APPIDS"];
         TakeOver();
-        return mHeader;
+        return {mHandles["HANDSEED"], mHandles["CLAYER"], mHandles["UCSNAME"],
+                mHandles["GROUPS"],   mHandles["MODEL"],  mHandles["PAPER"]};
     }
 
   private:
@@ -130,13 +116,17 @@ class HeaderReader {
         BitReader& data = mStreams.data;
         switch (kind) {
             case B:
-                return TakeWhole(name, data.Bit() ? 1 : 0);
+                mWhole[name] = data.Bit() ? 1 : 0;
+                return;
             case BS:
-                return TakeWhole(name, data.BitShort());
+                mWhole[name] = data.BitShort();
+                return;
             case BL:
-                return TakeWhole(name, data.BitLong());
+                mWhole[name] = data.BitLong();
+                return;
             case RC:
-                return TakeWhole(name, data.Byte());
+                mWhole[name] = data.Byte();
+                return;
             case BLL:
                 data.BitLongLong();
                 return;
@@ -166,8 +156,6 @@ class HeaderReader {
                 return;
         }
     }
-
-    void TakeWhole(const std::string& name, int value) { mWhole[name] = value; }
 
     void TakeColor() {
         BitReader& data = mStreams.data;
@@ -213,7 +201,6 @@ class HeaderReader {
 
     Streams& mStreams;
     DrawingData& mDrawing;
-    Header mHeader;
     std::map<std::string, int> mWhole;
     std::map<std::string, std::vector<double>> mReals;
     std::map<std::string, std::string> mTexts;

@@ -6,13 +6,10 @@
 
 namespace brenvik::dwg {
 
-/// What a reader needs besides the drawing's variables: the objects that everything hangs on.
+/// What a reader needs besides the drawing's variables: the objects that it begins with.
 struct Header {
-    HandleValue handleSeed = 0, currentLayer = 0, ucsName = 0, groupDictionary = 0, rootDictionary = 0;
+    HandleValue handleSeed = 0, currentLayer = 0, ucsName = 0, groupDictionary = 0;
     HandleValue modelSpace = 0, paperSpace = 0;
-    /// The tables' control objects.
-    HandleValue blocks = 0, layers = 0, styles = 0, linetypes = 0, ucs = 0, applications = 0;
-    bool isWhole = false;  ///< Read up to its last handle.
 };
 
 /// Reads the section and the template's measurement into `data`. A damaged section is told; what was read

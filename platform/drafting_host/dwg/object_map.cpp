@@ -98,12 +98,6 @@ constexpr auto fixedKinds = std::to_array<std::pair<unsigned, std::string_view>>
 });
 constexpr unsigned firstClass = 500;
 
-bool IsFixedEntity(unsigned type) {
-    constexpr unsigned lastBeforeTables = 47;
-    return (type >= 1 && type <= lastBeforeTables && type != 42) || type == 74 || type == 77 || type == 78 ||
-           type == 498;
-}
-
 }  // namespace
 
 ObjectMap::ObjectMap(Sections& sections) {
@@ -176,7 +170,6 @@ void Kinds::ReadClasses(Streams& streams) {
         data.BitLong();
         data.Bit();
     }
-    constexpr unsigned entityKind = 0x1F2;
     unsigned last = firstClass - 1;
     while (data.Left() >= 8) {
         const auto number = static_cast<unsigned>(data.BitShort());
@@ -186,11 +179,9 @@ void Kinds::ReadClasses(Streams& streams) {
         data.BitShort();
         streams.Text();
         streams.Text();
-        Class each;
-        each.name = streams.Text();
+        mClasses.emplace(number, streams.Text());
         data.Bit();
-        each.isEntity = static_cast<unsigned>(data.BitShort()) == entityKind;
-        mClasses.emplace(number, std::move(each));
+        data.BitShort();  // whether its objects are entities
         if (!streams.IsAtLeast(Release::R2004)) continue;
         for (int i = 0; i < 5; ++i) data.BitLong();
     }
@@ -199,17 +190,11 @@ void Kinds::ReadClasses(Streams& streams) {
 std::string_view Kinds::NameOf(unsigned type) const {
     if (type >= firstClass) {
         const auto found = mClasses.find(type);
-        return found == mClasses.end() ? std::string_view() : std::string_view(found->second.name);
+        return found == mClasses.end() ? std::string_view() : std::string_view(found->second);
     }
     for (const auto& [number, name] : fixedKinds)
         if (number == type) return name;
     return {};
-}
-
-bool Kinds::IsEntity(unsigned type) const {
-    if (type < firstClass) return IsFixedEntity(type);
-    const auto found = mClasses.find(type);
-    return found != mClasses.end() && found->second.isEntity;
 }
 
 }  // namespace brenvik::dwg

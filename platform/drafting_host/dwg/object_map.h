@@ -45,17 +45,11 @@ class Kinds {
 
     /// Blank for a number that no class has.
     std::string_view NameOf(unsigned type) const;
-    bool IsEntity(unsigned type) const;
-    std::size_t ClassCount() const { return mClasses.size(); }
 
   private:
-    struct Class {
-        std::string name;
-        bool isEntity = false;
-    };
     void ReadClasses(Streams& streams);
 
-    std::map<unsigned, Class> mClasses;
+    std::map<unsigned, std::string> mClasses;
 };
 
 }  // namespace brenvik::dwg

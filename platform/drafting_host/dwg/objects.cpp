@@ -20,8 +20,6 @@ HandleValue StoredHandle(BitReader& reader) {
     return handle;
 }
 
-Point3 StoredPoint(BitReader& reader) { return reader.RawPoint(); }
-
 XDataValue StoredText(BitReader& reader, const Texts& texts) {
     if (texts.IsUnicode()) return texts.FromUnits(reader.Bytes(std::size_t{reader.Short()} * 2));
     const std::size_t length = reader.Byte();
@@ -55,7 +53,7 @@ std::optional<XDataItem> StoredItem(BitReader& reader, const Texts& texts) {
         case 11:
         case 12:
         case 13:
-            item.value = StoredPoint(reader);
+            item.value = reader.RawPoint();
             return item;
         case 40:
         case 41:
@@ -127,10 +125,6 @@ Object OpenObject(const Sections& sections, const Texts& texts, const ObjectMap:
     const std::size_t end = start + static_cast<std::size_t>(size) * 8;
     if (handleBits > end - start) frame.Fail("handles within the object were expected");
     const std::string_view all = sections.objects;
-    const std::string_view summed = all.substr(entry.place, end / 8 - entry.place);
-    if (BitReader(all, end, all.size() * 8).Left() >= 16)
-        object.sumIsWrong = BitReader(all, end, end + 16).Short() != Crc16(summed, objectSeed);
-
     BitReader head(all, start, end);
     if (sections.release >= Release::R2010) {
         constexpr unsigned secondBase = 0x1F0;
@@ -159,6 +153,14 @@ Object OpenObject(const Sections& sections, const Texts& texts, const ObjectMap:
     object.streams.data.MoveTo(head.Position());
     object.streams.own = object.handle;
     return object;
+}
+
+bool SumIsWrong(const Object& object) {
+    // Behind the object, over its length and all that follows.
+    const std::size_t behind = object.end / 8;
+    if (object.bytes.size() < behind + 2) return false;
+    const std::uint16_t stored = BitReader(object.bytes, object.end, object.end + 16).Short();
+    return stored != Crc16(object.bytes.substr(object.place, behind - object.place), objectSeed);
 }
 
 namespace {

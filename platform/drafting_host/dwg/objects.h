@@ -27,13 +27,15 @@ struct Object {
     std::size_t place = 0;  ///< Of its first byte in the objects' section.
     Streams streams;
     std::vector<RawXData> xdata;
-    bool sumIsWrong = false;
     std::string_view bytes;          ///< Of the section.
     std::size_t start = 0, end = 0;  ///< The bits between which the object lies in it.
 };
 
 /// Opens the object that stands at `place` under `handle`. Throws Damage.
 Object OpenObject(const Sections& sections, const Texts& texts, const ObjectMap::Entry& entry);
+
+/// Whether the checksum behind the object isn't that of its bytes. Some writers don't keep them.
+bool SumIsWrong(const Object& object);
 
 enum class LinetypeBy { Layer, Block, Continuous, Handle };
 
