@@ -131,9 +131,9 @@ int RunCommandLine(int argc, char** argv) {
         ->check(CLI::Validator(CheckGiven, ""));
     line.parser.set_version_flag("--version", "brenvik " BRENVIK_VERSION);
     line.parser.require_subcommand(1);
-    for (const Command& command :
-         {InitCommand(), ListCommand(), ExportCommand(), CncCommand(), ProveCommand(), RunCommand(),
-          ConvertCommand(), SampleCommand(), SettingsCommand(), MaterialsCommand(), PartsCommand()})
+    for (const Command& command : {InitCommand(), ListCommand(), ExportCommand(), CncCommand(),
+                                   ProveCommand(), RunCommand(), ConvertCommand(), SampleCommand(),
+                                   SettingsCommand(), MaterialsCommand(), PartsCommand(), PictureCommand()})
         AddCommand(line.parser, command, line);
     line.parser.footer(
         ListOfMethods() +

@@ -40,6 +40,7 @@ Command SettingsCommand();
 Command MaterialsCommand();
 Command PartsCommand();
 Command ProveCommand();
+Command PictureCommand();
 
 /// Parses the words, runs the command and tells its errors on standard error. Returns the exit status.
 int RunCommandLine(int argc, char** argv);

@@ -12,7 +12,7 @@ TEST_F(Help, NamesEveryCommandAndTheExitStatuses) {
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.errors, "");
     for (const char* word : {"init", "list", "export", "cnc", "prove", "run", "convert", "sample", "settings",
-                             "materials", "--home", "BRENVIK_HOME", "Exit status: 0 done"})
+                             "materials", "picture", "--home", "BRENVIK_HOME", "Exit status: 0 done"})
         EXPECT_NE(outcome.output.find(word), std::string::npos) << word;
     EXPECT_EQ(outcome.output.find("desktop"), std::string::npos);
 }

@@ -213,4 +213,8 @@ WrittenSide ReadWrittenSide(AcadDocument& drawing, const SideContext& context) {
     return side;
 }
 
+void ReadWrittenEntity(const AcadEntity& entity, const SideContext& context, WrittenSide& side) {
+    SideReader(context, side).Take(entity);
+}
+
 }  // namespace brenvik

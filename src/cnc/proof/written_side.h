@@ -48,4 +48,7 @@ struct SideContext {
 /// Of the document as it has been saved.
 WrittenSide ReadWrittenSide(AcadDocument& drawing, const SideContext& context);
 
+/// The same for one entity, added to `side`.
+void ReadWrittenEntity(const AcadEntity& entity, const SideContext& context, WrittenSide& side);
+
 }  // namespace brenvik

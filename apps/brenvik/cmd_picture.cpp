@@ -1,0 +1,105 @@
+// brenvik picture: draws a part file of a CNC run.
+#include <iostream>
+#include <memory>
+#include <set>
+
+#include "base/failure.h"
+#include "base/letter_case.h"
+#include "base/skip.h"
+#include "cnc/picture/part_picture.h"
+#include "cnc/picture/picture_svg.h"
+#include "command_line.h"
+#include "drafting_host/document/host_application.h"
+#include "file_roots/places.h"
+#include "run_dialogs.h"
+#include "settings/materials.h"
+#include "settings/setting_names.h"
+#include "settings/settings_store.h"
+#include "teller.h"
+#include "workplace.h"
+
+namespace brenvik::app {
+
+namespace {
+
+struct PictureOptions {
+    std::string file, out;
+    bool quiet = false;
+};
+
+void RequirePictureName(const std::string& name) {
+    const std::string ending = FoldLower(TextFromPath(PathFromText(name).extension()));
+    if (ending == ".svg") return;
+    throw CommandError(ExitStatus::WrongWords, name + ": expected a name that ends in .svg");
+}
+
+/// Of every material: the file doesn't say which one the part is of.
+std::vector<std::string> AllTools(Teller& teller) {
+    std::set<std::string> tools;
+    const std::optional<Failure> failure = Attempt([&tools] {
+        for (const MaterialTexts& texts : ReadMaterials().materials) {
+            MaterialRecord material;
+            Skip([&] { material = MaterialFromTexts(texts); });
+            for (const MaterialTool& tool : material.tools)
+                if (!tool.number.empty()) tools.insert(tool.number);
+        }
+    });
+    if (failure) teller.Remark("the tools of the material library are unknown: " + failure->detail());
+    return {tools.begin(), tools.end()};
+}
+
+bool IsMetricRun() {
+    const double scale = NumberSetting(setting::ExportScaleSetting);
+    return scale == 2 || scale == 3;
+}
+
+HostDocument& OpenPartFile(HostApplication& host, const std::string& name) {
+    std::error_code unknown;
+    if (!std::filesystem::is_regular_file(PathFromText(name), unknown))
+        throw CommandError(ExitStatus::Unreadable,
+                           name + ": expected a part file of a run, found no file of this name");
+    try {
+        return host.OpenDrawing(PathFromText(name));
+    } catch (const Failure& failure) {
+        throw CommandError(ExitStatus::Unreadable,
+                           failure.detail().empty() ? failure.description() : failure.detail());
+    }
+}
+
+/// The files of second sides are told by their names.
+bool IsSecondSide(const std::string& name) {
+    return FoldLower(TextFromPath(PathFromText(name).filename())).starts_with("bpart_");
+}
+
+ExitStatus DrawPicture(const std::string& home, const PictureOptions& options) {
+    RequirePictureName(options.out);
+    Teller teller(options.quiet);
+    RunDialogs dialogs(std::cerr);
+    Workplace workplace(home, dialogs);
+    HostDocument& document = OpenPartFile(workplace.host, options.file);
+    const std::vector<std::string> tools = AllTools(teller);
+    const PartPicture picture = ReadPartPicture(document, {IsMetricRun(), IsSecondSide(options.file), tools});
+    if (picture.shapes.size() == picture.CountOf(PictureKind::Unread))
+        throw CommandError(
+            ExitStatus::Unreadable,
+            options.file + ": expected a part file of a run, found no layer that names an operation");
+    for (const std::string& fault : picture.faults) teller.Loss(options.file + ": " + fault);
+    workplace.drawingFiles.Write(PathFromText(options.out),
+                                 PictureAsSvg(picture, TextFromPath(PathFromText(options.file).stem())));
+    return teller.Status();
+}
+
+}  // namespace
+
+Command PictureCommand() {
+    auto options = std::make_shared<PictureOptions>();
+    return {"picture",
+            "Draw a part file of a CNC run: outline, holes, routes, pockets and edge bores, with a legend",
+            {Argument("FILE", &options->file, "The part file, a .dxf of a run").Required(),
+             Argument("OUT", &options->out, "The picture to write: .svg").Required(),
+             Argument("--quiet", &options->quiet, "Leave out remarks; what is not understood is still told")},
+            [options](const std::string& home) { return DrawPicture(home, *options); },
+            {}};
+}
+
+}  // namespace brenvik::app

@@ -1,0 +1,71 @@
+// A part file as a picture: each operation as a shape in plan with what it is in words. Whoever draws needs
+// to know nothing of layers and targets.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cnc/part/target.h"
+#include "session/ports/host_interface.h"
+#include "session/ports/section_port.h"
+
+namespace brenvik {
+
+/// In the order in which they are drawn, the later ones over the earlier.
+enum class PictureKind { Sheet, Outline, CutOut, Pocket, Route, ThroughHole, Hole, Bore, Unread };
+
+inline constexpr std::array PictureKinds{PictureKind::Sheet,  PictureKind::Outline, PictureKind::CutOut,
+                                         PictureKind::Pocket, PictureKind::Route,   PictureKind::ThroughHole,
+                                         PictureKind::Hole,   PictureKind::Bore,    PictureKind::Unread};
+
+/// How a kind is drawn: a name for programs, one for people, a colour for its lines and one for what lies
+/// within them ("none" for nothing), as #rrggbb.
+struct PictureStyle {
+    std::string_view name, words, line, fill;
+};
+const PictureStyle& StyleOf(PictureKind kind);
+
+struct PictureShape {
+    PictureKind kind = PictureKind::Unread;
+    std::string layer;
+    /// What the machine does, such as "hole 5 mm, 13 mm deep"; of an unread one what is wrong with it.
+    std::string words;
+    /// As the file has them, in its plan. They follow each other where `closed` holds.
+    std::vector<PlanSide> sides;
+    bool closed = true;
+};
+
+struct PartPicture {
+    Target target = Target::C2C;
+    bool metric = true;
+    /// Sorted by kind.
+    std::vector<PictureShape> shapes;
+    PlanPoint low, high;  ///< Of all shapes.
+    /// By the part's sheet; nothing in a file without one.
+    std::optional<double> thickness;
+    /// What in the file is no good operation, in words.
+    std::vector<std::string> faults;
+
+    std::size_t CountOf(PictureKind kind) const;
+};
+
+struct PictureContext {
+    bool metric = true;
+    /// The file is that of a second side: one target's names say other things there.
+    bool secondSide = false;
+    /// All tools that a name may have been made with.
+    std::span<const std::string> tools = {};
+};
+
+/// Reads what a written part file does. The target is told by the names. A drawing that holds nothing of the
+/// kind has a picture in which everything is unread.
+PartPicture ReadPartPicture(AcadDocument& drawing, const PictureContext& context);
+
+/// The length as people read it: "12.5 mm", "0.75 in".
+std::string LengthInWords(double length, bool metric);
+
+}  // namespace brenvik

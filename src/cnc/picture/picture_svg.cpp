@@ -1,0 +1,134 @@
+// The part is drawn in its own coordinates, turned upright by a group; lines keep their width at any size.
+#include "cnc/picture/picture_svg.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "base/number_text.h"
+#include "base/numbers.h"
+#include "base/text.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr int Decimals = 4;
+/// Of the picture, in its own units: the part is drawn as wide as the field or as high as it.
+constexpr double Margin = 24, FieldWidth = 1000, FieldHeight = 620, TitleHeight = 44, LegendLine = 24;
+
+std::string Number(double value) {
+    const double rounded = RoundHalfEven(value, Decimals);
+    return NumberToText(rounded == 0 ? 0 : rounded);
+}
+
+std::string Escaped(std::string_view text) {
+    std::string safe = ReplaceAll(text, "&", "&amp;");
+    safe = ReplaceAll(safe, "<", "&lt;");
+    safe = ReplaceAll(safe, ">", "&gt;");
+    return ReplaceAll(safe, "\"", "&quot;");
+}
+
+std::string At(const PlanPoint& point) { return Number(point.x) + " " + Number(point.y); }
+
+std::string PathOf(const PictureShape& shape) {
+    std::string path;
+    PlanPoint pen;
+    for (const PlanSide& side : shape.sides) {
+        if (path.empty() || side.from.x != pen.x || side.from.y != pen.y) path += "M" + At(side.from);
+        if (side.bulge == 0) {
+            path += "L" + At(side.to);
+        } else {
+            const double chord = std::hypot(side.to.x - side.from.x, side.to.y - side.from.y);
+            const double radius = chord * (1 + side.bulge * side.bulge) / (4 * std::abs(side.bulge));
+            path += "A" + Number(radius) + " " + Number(radius) + " 0 " +
+                    (std::abs(side.bulge) > 1 ? "1 " : "0 ") + (side.bulge > 0 ? "1 " : "0 ") + At(side.to);
+        }
+        pen = side.to;
+    }
+    return shape.closed && !path.empty() ? path + "Z" : path;
+}
+
+/// How often each operation stands in the picture, in the order of drawing.
+struct LegendEntry {
+    PictureKind kind;
+    std::string words;
+    int count = 0;
+};
+
+std::vector<LegendEntry> LegendOf(const PartPicture& picture) {
+    std::vector<LegendEntry> legend;
+    for (const PictureShape& shape : picture.shapes) {
+        const auto found = std::ranges::find_if(legend, [&](const LegendEntry& entry) {
+            return entry.kind == shape.kind && entry.words == shape.words;
+        });
+        if (found != legend.end())
+            ++found->count;
+        else
+            legend.push_back({shape.kind, shape.words, 1});
+    }
+    return legend;
+}
+
+std::string Attribute(std::string_view name, std::string_view value) {
+    return " " + std::string(name) + "=\"" + Escaped(value) + "\"";
+}
+
+std::string Looks(PictureKind kind) {
+    const PictureStyle& style = StyleOf(kind);
+    return Attribute("stroke", style.line) + Attribute("fill", style.fill);
+}
+
+std::string TextAt(double x, double y, std::string_view words, std::string_view more = {}) {
+    return "<text" + Attribute("x", Number(x)) + Attribute("y", Number(y)) + std::string(more) + ">" +
+           Escaped(words) + "</text>\n";
+}
+
+std::string TitleOf(const PartPicture& picture, std::string_view title) {
+    const double width = picture.high.x - picture.low.x, height = picture.high.y - picture.low.y;
+    std::string words = std::string(title) + "   " + Number(RoundHalfEven(width, 2)) + " x " +
+                        LengthInWords(RoundHalfEven(height, 2), picture.metric);
+    if (picture.thickness) words += ", " + LengthInWords(*picture.thickness, picture.metric) + " thick";
+    return words;
+}
+
+}  // namespace
+
+std::string PictureAsSvg(const PartPicture& picture, std::string_view title) {
+    const double width = std::max(picture.high.x - picture.low.x, 1e-6),
+                 height = std::max(picture.high.y - picture.low.y, 1e-6);
+    const double scale = std::min(FieldWidth / width, FieldHeight / height);
+    const std::vector<LegendEntry> legend = LegendOf(picture);
+    const double top = Margin + TitleHeight, below = top + height * scale + Margin;
+    const double sheetWidth = FieldWidth + 2 * Margin,
+                 sheetHeight = below + static_cast<double>(legend.size()) * LegendLine + Margin;
+    std::string svg =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"" +
+        Attribute("width", Number(sheetWidth)) + Attribute("height", Number(sheetHeight)) +
+        Attribute("viewBox", "0 0 " + Number(sheetWidth) + " " + Number(sheetHeight)) +
+        " font-family=\"sans-serif\" font-size=\"15\">\n";
+    svg += "<title>" + Escaped(title) + "</title>\n";
+    svg += "<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n";
+    svg += TextAt(Margin, Margin + 14, TitleOf(picture, title), " font-size=\"18\" font-weight=\"bold\"");
+    // The file's low corner comes to the lower left of the field.
+    svg += "<g" +
+           Attribute("transform", "matrix(" + NumberToText(scale) + " 0 0 " + NumberToText(-scale) + " " +
+                                      NumberToText(Margin - picture.low.x * scale) + " " +
+                                      NumberToText(top + picture.high.y * scale) + ")") +
+           " stroke-width=\"1.5\" fill-rule=\"evenodd\">\n";
+    for (const PictureShape& shape : picture.shapes)
+        svg += "<path" + Attribute("class", StyleOf(shape.kind).name) + Attribute("data-layer", shape.layer) +
+               Looks(shape.kind) + " vector-effect=\"non-scaling-stroke\"" + Attribute("d", PathOf(shape)) +
+               "><title>" + Escaped(shape.words) + "</title></path>\n";
+    svg += "</g>\n<g class=\"legend\">\n";
+    double y = below;
+    for (const LegendEntry& entry : legend) {
+        svg += "<rect" + Attribute("x", Number(Margin)) + Attribute("y", Number(y)) +
+               " width=\"22\" height=\"14\" stroke-width=\"1.5\"" + Looks(entry.kind) + "/>\n";
+        svg += TextAt(Margin + 34, y + 13, std::to_string(entry.count) + " x " + entry.words);
+        y += LegendLine;
+    }
+    return svg + "</g>\n</svg>\n";
+}
+
+}  // namespace brenvik
