@@ -44,6 +44,8 @@ struct StepDocument {
     std::vector<StepSolid> solids;
     std::vector<StepNote> notes;
     std::vector<double> millimetresPerUnit;
+    /// Written by this program, so that all it holds is read.
+    bool isWrittenHere = false;
 };
 
 }  // namespace brenvik::step

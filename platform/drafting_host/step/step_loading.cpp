@@ -12,6 +12,7 @@
 #include "drafting_host/step/modeller_session.h"
 #include "drafting_host/step/step_externals.h"
 #include "drafting_host/step/step_text.h"
+#include "drafting_host/step/step_units.h"
 
 namespace brenvik::step {
 namespace {
@@ -100,8 +101,10 @@ void Loading::Read() {
     mReader->SetViewMode(Standard_False);
     mTexts.emplace();
     const std::string_view whole = std::string_view(mContent).substr(0, *mStatements.End());
-    std::istringstream plain(mQuarantine.Empty() ? mTexts->PutInto(whole, mCodePage)
-                                                 : mTexts->PutInto(mQuarantine.Content(), mCodePage));
+    std::string content = mQuarantine.Empty() ? mTexts->PutInto(whole, mCodePage)
+                                              : mTexts->PutInto(mQuarantine.Content(), mCodePage);
+    if (HasNestedUnits(mStatements)) content = WithDirectUnits(std::move(content));
+    std::istringstream plain(std::move(content));
     const IFSelect_ReturnStatus status = mReader->ChangeReader().ReadStream(mPath.string().c_str(), plain);
     mModel = Handle(StepData_StepModel)::DownCast(mReader->Reader().WS()->Model());
     if (!mModel.IsNull() && mModel->NbEntities() == 0) RefuseEmpty();

@@ -174,6 +174,17 @@ void NoteMendedTexts(const StandIns& texts, StepDocument& document) {
                               texts.Mended().front() + "\""});
 }
 
+void NoteBrokenEscapes(const StandIns& texts, const Statements& statements, StepDocument& document) {
+    for (const std::string& text : texts.Broken()) {
+        const std::size_t place = statements.Content().find("'" + text + "'");
+        document.notes.push_back({"text '" + text +
+                                      "' has a broken escape and is taken as it stands: expected " +
+                                      "\\X2\\ or \\X4\\ with groups of four or eight digits up to \\X0\\, or "
+                                      "\\X\\ with two digits",
+                                  place == std::string_view::npos ? 0 : statements.LineAt(place)});
+    }
+}
+
 void NoteContradictingUsages(const Statements& statements, StepDocument& document) {
     const auto placesAComponent = [](const Statement& statement) {
         return statement.kind == "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION";

@@ -26,6 +26,9 @@ void NoteCodePage(CodePage codePage, StepDocument& document);
 /// Tells names with characters that don't exist.
 void NoteMendedTexts(const StandIns& texts, StepDocument& document);
 
+/// Tells texts with an escape that has no end or other digits than its kind, with the line of the first one.
+void NoteBrokenEscapes(const StandIns& texts, const Statements& statements, StepDocument& document);
+
 /// Tells assembly usages whose parent and component the shapes' relationship has the other way round.
 void NoteContradictingUsages(const Statements& statements, StepDocument& document);
 

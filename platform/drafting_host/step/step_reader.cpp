@@ -36,6 +36,7 @@
 #include "drafting_host/step/step_notes.h"
 #include "drafting_host/step/step_strings.h"
 #include "drafting_host/step/step_text.h"
+#include "drafting_host/step/step_units.h"
 
 namespace brenvik::step {
 namespace {
@@ -419,7 +420,10 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
     if (!file.Reader().Transfer(assembly)) file.RefuseEmpty();
     NoteCodePage(file.Page(), document);
     NoteMendedTexts(file.Texts(), document);
+    NoteBrokenEscapes(file.Texts(), file.Text(), document);
+    NoteUnits(file.Text(), file.Page(), document);
     const bool ownFile = IsWrittenHere(file.Text().Content());
+    document.isWrittenHere = ownFile;
     Flattener parts(assembly, file.Texts(), ownFile, ExternalFiles(file.Text(), file.Page()), document);
     parts.Run();
     parts.NoteWithoutSolid(file.Taken().LostBodies().size());

@@ -69,10 +69,14 @@ class Decoder {
         return std::move(mResult);
     }
 
+    bool IsBroken() const { return mIsBroken; }
+
   private:
     void Step() {
         const char c = mText.front();
         if (c == '\\' && TakeEscape()) return;
+        mIsBroken = mIsBroken || mText.starts_with("\\X\\") || mText.starts_with("\\X2\\") ||
+                    mText.starts_with("\\X4\\") || mText.starts_with("\\X0\\");
         if (c == '\'' && mText.starts_with("''")) {
             mText.remove_prefix(1);
         } else if (c == '\n' || c == '\r') {
@@ -170,6 +174,7 @@ class Decoder {
     CodePage mCodePage;
     Resource_FormatType mAlphabet = Resource_FormatType_iso8859_1;
     std::string mResult;
+    bool mIsBroken = false;
 };
 
 /// Goes over a file and exchanges what stands between quotes. A comment becomes a blank.
@@ -242,6 +247,13 @@ std::string DecodedText(std::string_view written, CodePage codePage) {
     return Decoder(written, codePage).Run();
 }
 
+bool HasBrokenEscape(std::string_view written) {
+    if (written.find("\\X") == std::string_view::npos) return false;
+    Decoder decoder(written, CodePage::Utf8);
+    decoder.Run();
+    return decoder.IsBroken();
+}
+
 std::string OriginatingSystem() { return std::string(systemPrefix) + BRENVIK_VERSION; }
 
 bool IsWrittenHere(std::string_view content) {
@@ -275,6 +287,8 @@ std::string StandIns::PutInto(std::string_view content, CodePage codePage) {
         if (text.find(replacement) != std::string::npos &&
             written.find(replacement) == std::string_view::npos)
             mMended.push_back(text);
+        if (HasBrokenEscape(written) && std::ranges::find(mBroken, written) == mBroken.end())
+            mBroken.emplace_back(written);
         // A blank name of another program is none: the modeller takes the number of the product then.
         if (!toTheLetter && IsBlank(text)) return {};
         return IsPlain(text) ? text : WordFor(text);

@@ -22,6 +22,10 @@ std::string EncodedText(std::string_view text);
 /// out, as the format has them. A backslash that begins no escape stands for itself: programs write paths so.
 std::string DecodedText(std::string_view written, CodePage codePage);
 
+/// Whether an escape for characters in the text has no end or other digits than its kind; DecodedText leaves
+/// it as it stands.
+bool HasBrokenEscape(std::string_view written);
+
 /// Whether the file was written by this program: then its texts are taken to the letter, blanks included, and
 /// a blank name means that nobody has named the part.
 bool IsWrittenHere(std::string_view content);
@@ -42,13 +46,15 @@ class StandIns {
     /// Texts of a file that was put in with characters that don't exist, such as half of a pair: they hold a
     /// replacement character instead.
     const std::vector<std::string>& Mended() const { return mMended; }
+    /// Texts of a file that was put in with a broken escape, as they stand there, each once.
+    const std::vector<std::string>& Broken() const { return mBroken; }
     /// The modeller's text with the texts behind the words, each on one line.
     std::string Resolve(std::string_view written) const;
 
   private:
     std::map<std::string, std::string, std::less<>> mWordOf;
     std::map<std::string, std::string, std::less<>> mTextOf;
-    std::vector<std::string> mMended;
+    std::vector<std::string> mMended, mBroken;
 };
 
 }  // namespace brenvik::step

@@ -1,0 +1,201 @@
+// Units stand in complex statements, "( CONVERSION_BASED_UNIT('FOOT',#7) LENGTH_UNIT() NAMED_UNIT(#8) )", and
+// their factors in measures, "LENGTH_MEASURE_WITH_UNIT(LENGTH_MEASURE(12.),#9)".
+#include "drafting_host/step/step_units.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <functional>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "base/letter_case.h"
+#include "base/number_text.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "drafting_host/step/step_notes.h"
+
+namespace brenvik::step {
+namespace {
+
+constexpr std::string_view conversionMark = "CONVERSION_BASED_UNIT";
+constexpr std::string_view measureMark = "LENGTH_MEASURE(";
+
+std::string_view TextOf(const Statements& statements, const Statement& statement) {
+    return statements.Content().substr(statement.place, statement.end - statement.place);
+}
+
+bool Holds(std::string_view text, std::string_view mark) { return text.find(mark) != text.npos; }
+
+/// What 'METRE' with this prefix measures in millimetres; nothing for another unit or an unknown prefix.
+std::optional<double> SizeOfMetres(std::string_view text) {
+    constexpr auto prefixes = std::to_array<std::pair<std::string_view, double>>({{"EXA", 1e18},
+                                                                                  {"PETA", 1e15},
+                                                                                  {"TERA", 1e12},
+                                                                                  {"GIGA", 1e9},
+                                                                                  {"MEGA", 1e6},
+                                                                                  {"KILO", 1e3},
+                                                                                  {"HECTO", 1e2},
+                                                                                  {"DECA", 10},
+                                                                                  {"DECI", 0.1},
+                                                                                  {"CENTI", 0.01},
+                                                                                  {"MILLI", 1e-3},
+                                                                                  {"MICRO", 1e-6},
+                                                                                  {"NANO", 1e-9},
+                                                                                  {"PICO", 1e-12},
+                                                                                  {"FEMTO", 1e-15},
+                                                                                  {"ATTO", 1e-18}});
+    constexpr double millimetres = 1000;
+    const std::size_t mark = text.find("SI_UNIT");
+    if (mark == text.npos || !Holds(text.substr(mark), ".METRE.")) return std::nullopt;
+    const std::string_view values = text.substr(mark, text.find(".METRE.", mark) - mark);
+    const std::size_t point = values.find('.');
+    if (point == values.npos) return millimetres;
+    const std::string_view prefix = values.substr(point + 1, values.find('.', point + 1) - point - 1);
+    const auto* const found =
+        std::ranges::find(prefixes, prefix, &std::pair<std::string_view, double>::first);
+    return found == prefixes.end() ? std::nullopt : std::optional(found->second * millimetres);
+}
+
+/// A unit of length, followed down to metres.
+struct UnitOfLength {
+    double millimetres = 0;
+    const Statement* measure = nullptr;  ///< Of a conversion.
+    const Statement* metres = nullptr;   ///< What it comes down to.
+    double metresSize = 0;               ///< Of that, in millimetres.
+    int conversions = 0;
+};
+
+const Statement* MeasureOf(const Statements& statements, const Statement& unit) {
+    for (const Reference& reference : statements.ReferencesOf(unit)) {
+        const Statement* const one = statements.Find(reference.number);
+        if (one != nullptr && Holds(TextOf(statements, *one), measureMark)) return one;
+    }
+    return nullptr;
+}
+
+std::optional<UnitOfLength> Resolve(const Statements& statements, const Statement& unit, int depth = 0) {
+    constexpr int deepest = 8;
+    const std::string_view text = TextOf(statements, unit);
+    if (!Holds(text, "LENGTH_UNIT") || depth > deepest) return std::nullopt;
+    if (!Holds(text, conversionMark)) {
+        const auto size = SizeOfMetres(text);
+        if (!size) return std::nullopt;
+        return UnitOfLength{*size, nullptr, &unit, *size, 0};
+    }
+    const Statement* const measure = MeasureOf(statements, unit);
+    if (measure == nullptr || statements.ReferencesOf(*measure).empty()) return std::nullopt;
+    const std::string_view value = TextOf(statements, *measure);
+    const double factor = LenientNumber(Trim(value.substr(value.find(measureMark) + measureMark.size())));
+    const Statement* const base = statements.Find(statements.ReferencesOf(*measure).back().number);
+    if (base == nullptr || !(factor > 0)) return std::nullopt;
+    auto resolved = Resolve(statements, *base, depth + 1);
+    if (!resolved) return std::nullopt;
+    resolved->millimetres *= factor;
+    resolved->measure = measure;
+    ++resolved->conversions;
+    return resolved;
+}
+
+template <typename Visit>
+void ForEachNestedUnit(const Statements& statements, Visit visit) {
+    for (const Statement& statement : statements.All()) {
+        if (!statement.kind.empty() || !Holds(TextOf(statements, statement), conversionMark)) continue;
+        const auto unit = Resolve(statements, statement);
+        if (unit && unit->conversions > 1) visit(*unit);
+    }
+}
+
+/// What the names of units that programs write say; without a name that is known nothing.
+std::optional<double> SizeOfName(const std::string& name) {
+    constexpr auto names = std::to_array<std::pair<std::string_view, double>>(
+        {{"INCH", 25.4},     {"INCHES", 25.4},       {"IN", 25.4},      {"FOOT", 304.8},   {"FEET", 304.8},
+         {"FT", 304.8},      {"YARD", 914.4},        {"YARDS", 914.4},  {"MILE", 1609344}, {"MIL", 0.0254},
+         {"THOU", 0.0254},   {"MICROINCH", 25.4e-6}, {"MILLIMETRE", 1}, {"MILLIMETER", 1}, {"MM", 1},
+         {"CENTIMETRE", 10}, {"CENTIMETER", 10},     {"CM", 10},        {"METRE", 1000},   {"METER", 1000},
+         {"MICRON", 1e-3}});
+    const std::string folded = FoldUpper(Trim(name));
+    const auto* const found = std::ranges::find(names, folded, &std::pair<std::string_view, double>::first);
+    return found == names.end() ? std::nullopt : std::optional(found->second);
+}
+
+/// Four digits are what programs give a factor.
+bool AreAlike(double one, double other) { return std::abs(one / other - 1) < 1e-4; }
+
+std::string Shown(double millimetres) { return NumberToText(millimetres) + " mm"; }
+
+void NoteName(const Statements& statements, const Statement& statement, double size, CodePage codePage,
+              StepDocument& document) {
+    if (!Holds(TextOf(statements, statement), conversionMark)) return;
+    const std::string name = FirstTextOf(statements, statement, codePage);
+    const auto named = SizeOfName(name);
+    if (!named || AreAlike(*named, size)) return;
+    document.notes.push_back({"the unit of length #" + std::to_string(statement.number) + " is called \"" +
+                                  name + "\" and has a factor of " + Shown(size) +
+                                  ": the factor is taken, expected one of " + Shown(*named),
+                              statements.LineAt(statement.place)});
+}
+
+}  // namespace
+
+bool HasNestedUnits(const Statements& statements) {
+    bool found = false;
+    ForEachNestedUnit(statements, [&](const UnitOfLength&) { found = true; });
+    return found;
+}
+
+std::string WithDirectUnits(std::string content) {
+    struct Edit {
+        std::size_t place = 0, length = 0;
+        std::string text;
+    };
+    std::vector<Edit> edits;
+    const Statements statements(content);
+    ForEachNestedUnit(statements, [&](const UnitOfLength& unit) {
+        const std::size_t place = content.find(measureMark, unit.measure->place) + measureMark.size();
+        const Reference base = statements.ReferencesOf(*unit.measure).back();
+        edits.push_back({place, content.find(')', place) - place,
+                         ShortestRoundTrip(unit.millimetres / unit.metresSize, true)});
+        edits.push_back({base.place + 1,
+                         content.find_first_not_of("0123456789", base.place + 1) - base.place - 1,
+                         std::to_string(unit.metres->number)});
+    });
+    std::ranges::sort(edits, std::greater<>(), &Edit::place);
+    std::size_t last = std::string::npos;
+    for (const Edit& edit : edits) {
+        // Two units may share a measure.
+        if (edit.place == last) continue;
+        content.replace(edit.place, edit.length, edit.text);
+        last = edit.place;
+    }
+    return content;
+}
+
+void NoteUnits(const Statements& statements, CodePage codePage, StepDocument& document) {
+    std::vector<int> told;
+    for (const Statement& context : statements.All()) {
+        const bool isContext = context.kind.empty() || context.kind.ends_with("_CONTEXT");
+        if (!isContext || !Holds(TextOf(statements, context), "GLOBAL_UNIT_ASSIGNED_CONTEXT")) continue;
+        std::vector<double> sizes;
+        for (const Reference& reference : statements.ReferencesOf(context)) {
+            const Statement* const statement = statements.Find(reference.number);
+            const auto unit = statement == nullptr ? std::nullopt : Resolve(statements, *statement);
+            if (!unit) continue;
+            sizes.push_back(unit->millimetres);
+            if (std::ranges::find(told, reference.number) != told.end()) continue;
+            told.push_back(reference.number);
+            NoteName(statements, *statement, unit->millimetres, codePage, document);
+        }
+        const auto isOther = [&](double size) { return !AreAlike(size, sizes.back()); };
+        const auto other = std::ranges::find_if(sizes, isOther);
+        if (other == sizes.end()) continue;
+        document.notes.push_back({"the context #" + std::to_string(context.number) +
+                                      " has two units of length, " + Shown(*other) + " and " +
+                                      Shown(sizes.back()) + ": the last is taken, expected one",
+                                  statements.LineAt(context.place)});
+    }
+}
+
+}  // namespace brenvik::step

@@ -1,0 +1,23 @@
+// The units of length of a STEP file as its statements have them: by metres and a prefix, or by a conversion
+// that names another unit, which may be a conversion itself (a foot of 12 inches of 25.4 millimetres).
+#pragma once
+
+#include <string>
+
+#include "drafting_host/step/step_document.h"
+#include "drafting_host/step/step_statements.h"
+#include "drafting_host/step/step_text.h"
+
+namespace brenvik::step {
+
+/// Whether a unit of length is defined by one that is a conversion itself. The modeller knows no such units.
+bool HasNestedUnits(const Statements& statements);
+
+/// The text of a file with each such unit defined by metres directly. Numbers of statements stay.
+std::string WithDirectUnits(std::string content);
+
+/// Tells what contradicts itself in the units of length of the file's contexts: two of different sizes in one
+/// context, of which the last counts, and a unit whose name says another size than its factor, which counts.
+void NoteUnits(const Statements& statements, CodePage codePage, StepDocument& document);
+
+}  // namespace brenvik::step
