@@ -98,6 +98,42 @@ TEST_F(Units, ADrawingOfAnotherUnitIsBroughtToTheShops) {
     ExpectLength("inch.dxf", 600, "");
 }
 
+TEST_F(Units, SurveyorsUnitsAreTheirOwn) {
+    MakeHome("metric");
+    const std::vector<std::pair<int, std::pair<double, std::string>>> units{
+        {21, {1200000.0 / 3937, "US survey feet"}},
+        {22, {100000.0 / 3937, "US survey inches"}},
+        {23, {3600000.0 / 3937, "US survey yards"}}};
+    for (const auto& [number, unit] : units) {
+        WriteBoard("survey.dxf", number);
+        const Listed listed = List("survey.dxf");
+        EXPECT_NEAR(listed.length, 600 * unit.first, 1e-5) << unit.second;
+        EXPECT_EQ(listed.errors, "survey.dxf: lengths in " + unit.second +
+                                     " brought to millimetres, the unit of this shop's drawings\n");
+        EXPECT_EQ(listed.status, 0);
+    }
+}
+
+TEST_F(Units, AUnitThatNobodyKnowsIsToldAndNotGuessedInSilence) {
+    MakeHome("metric");
+    const std::vector<std::pair<int, std::string>> units{
+        {25, "a unit that is unknown (0 to 24 are known)"},
+        {-1, "a unit that is unknown (0 to 24 are known)"},
+        {18, "astronomical units, in which no part is drawn"}};
+    for (const auto& [number, shown] : units) {
+        WriteBoard("odd.dxf", number);
+        const Listed listed = List("odd.dxf");
+        EXPECT_EQ(listed.status, 1) << number;
+        EXPECT_NEAR(listed.length, 600, 1e-9) << number;
+        EXPECT_EQ(listed.errors,
+                  "odd.dxf: $INSUNITS " + std::to_string(number) + ": " + shown +
+                      "; its lengths are taken as millimetres, the unit of this shop's drawings\n");
+        EXPECT_EQ(Run({"convert", "odd.dxf", "out.dxf"}).status, 1);
+        EXPECT_EQ(UnitOf("out.dxf"), "4");
+        ExpectLength("odd.dxf", 600 * 25.4, toMillimetres, {"--unit", "inch"});
+    }
+}
+
 TEST_F(Units, TheUsersWordStandsAboveTheFiles) {
     MakeHome("metric");
     WriteBoard("none.dxf", 0);

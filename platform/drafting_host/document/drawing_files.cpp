@@ -73,6 +73,14 @@ LengthUnit UnitOf(const HostDocument& document, std::optional<LengthUnit> unit) 
     return own.value_or(unit.value_or(LengthUnit::Millimetre));
 }
 
+/// A drawing that nobody has brought to the shop's unit may be in any; STEP and ACIS text are in two only.
+void TellOtherUnit(const HostDocument& document, LengthUnit unit, std::vector<std::string>& problems) {
+    const int own = document.Tables().insertUnits;
+    if (own == 0 || UnitOfInsertUnits(own)) return;
+    problems.push_back("the drawing's lengths are in another unit ($INSUNITS " + std::to_string(own) +
+                       ") and stand here as " + (unit == LengthUnit::Inch ? "inches" : "millimetres"));
+}
+
 std::vector<std::string> SaveDxf(const HostDocument& document, const std::filesystem::path& path,
                                  std::optional<LengthUnit> unit) {
     std::vector<std::string> problems;
@@ -85,6 +93,7 @@ std::vector<std::string> SaveDxf(const HostDocument& document, const std::filesy
 std::vector<std::string> SaveStep(const HostDocument& document, const std::filesystem::path& path,
                                   LengthUnit unit) {
     std::vector<std::string> problems;
+    TellOtherUnit(document, unit, problems);
     const std::vector<step::StepSolid> solids = StepSolidsOf(document, problems);
     document.Host().WriteFile(path, step::StepText(path, solids, unit));
     return problems;
@@ -94,6 +103,7 @@ std::vector<std::string> SaveStep(const HostDocument& document, const std::files
 std::vector<std::string> SaveSat(const HostDocument& document, const std::filesystem::path& path,
                                  LengthUnit unit) {
     std::vector<std::string> problems;
+    TellOtherUnit(document, unit, problems);
     std::string content;
     for (const std::string& line : AcisLinesOf(document, unit, problems)) content += line + "\n";
     document.Host().WriteFile(path, content);

@@ -10,104 +10,71 @@
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "drafting_host/document/host_document.h"
-#include "drafting_host/document/vectors.h"
+#include "drafting_host/document/scale_drawing.h"
 
 namespace brenvik {
 
-using namespace vectors;
-
 namespace {
 
-/// Millimetres of the numbers of $INSUNITS, from 0. Beyond hectometres nothing is built.
-constexpr std::array<double, 17> insertUnitTable = {
-    0, 25.4, 304.8, 1609344, 1, 10, 1000, 1e6, 25.4e-6, 0.0254, 914.4, 1e-7, 1e-6, 1e-3, 100, 1e4, 1e5};
-
-/// Heads of ACIS text hold their unit with four digits.
-bool AreSame(double one, double other) { return std::abs(one / other - 1) < 1e-4; }
-
-std::string NameOf(double millimetres) {
-    constexpr std::array<std::pair<double, const char*>, 6> names = {{{1, "millimetres"},
-                                                                      {10, "centimetres"},
-                                                                      {1000, "metres"},
-                                                                      {25.4, "inches"},
-                                                                      {304.8, "feet"},
-                                                                      {914.4, "yards"}}};
-    for (const auto& [size, name] : names)
-        if (AreSame(millimetres, size)) return name;
-    return "units of " + NumberToText(millimetres) + " mm";
-}
-
-/// Variables of a drawing that are lengths of the model.
-constexpr std::array<std::string_view, 22> lengthVariables = {
-    "$INSBASE",     "$LIMMIN",      "$LIMMAX",     "$LTSCALE",   "$TEXTSIZE",     "$TRACEWID",
-    "$SKETCHINC",   "$FILLETRAD",   "$ELEVATION",  "$THICKNESS", "$CHAMFERA",     "$CHAMFERB",
-    "$CHAMFERC",    "$PLINEWID",    "$CMLSCALE",   "$UCSORGTOP", "$UCSORGBOTTOM", "$UCSORGLEFT",
-    "$UCSORGRIGHT", "$UCSORGFRONT", "$UCSORGBACK", "$PDSIZE"};
-
-void ScaleVariables(DrawingData& tables, double factor) {
-    for (const std::string_view name : lengthVariables) {
-        const auto found = tables.headerVariables.find(std::string(name));
-        if (found == tables.headerVariables.end()) continue;
-        for (auto& [code, text] : found->second) {
-            const double value = LenientNumber(text);
-            // A size of points below 0 is a share of the view.
-            if (name == "$PDSIZE" && value < 0) continue;
-            text = ShortestRoundTrip(value * factor, true);
-        }
-    }
-}
-
-/// What a viewport shows lies in the model; its place and size are the sheet's.
-void ScaleView(HostViewport& viewport, double factor) {
-    ViewportData values = viewport.Values();
-    values.viewTarget = values.viewTarget * factor;
-    for (double& centre : values.viewCenter) centre *= factor;
-    values.viewHeight *= factor;
-    values.frontClip *= factor;
-    values.backClip *= factor;
-    viewport.SetValues(std::move(values));
-}
-
-void ScaleUcs(UcsData& ucs, double factor) { ucs.origin = ucs.origin * factor; }
-
-/// Locks are for people at the drawing, not for its unit.
-class Unlocked {
-  public:
-    explicit Unlocked(HostDocument& document) {
-        for (HostLayer* layer : document.LayerTable().All()) {
-            if (!layer->Locked()) continue;
-            mLayers.push_back(layer);
-            layer->SetLock(false);
-        }
-    }
-    ~Unlocked() {
-        for (HostLayer* layer : mLayers) layer->SetLock(true);
-    }
-    Unlocked(const Unlocked&) = delete;
-    Unlocked& operator=(const Unlocked&) = delete;
-
-  private:
-    std::vector<HostLayer*> mLayers;
+struct NamedUnit {
+    double millimetres;
+    std::string_view name;
 };
 
-void ScaleDrawing(HostDocument& document, double factor) {
-    const Unlocked unlocked(document);
-    const Similarity scale = Similarity::Scale({}, factor);
-    for (HostEntity* entity : document.Model().Entities()) {
-        entity->Transform(scale);
-        if (dynamic_cast<HostSolid*>(entity) != nullptr)
-            entity->SetExtendedData(WithScaledExtents(entity->ExtendedData(), factor));
-    }
-    for (const auto& block : document.AllBlocks()) {
-        if (!block->IsPaperSpace()) continue;
-        for (HostEntity* entity : block->Entities())
-            if (auto* viewport = dynamic_cast<HostViewport*>(entity);
-                viewport != nullptr && !viewport->IsSheet())
-                ScaleView(*viewport, factor);
-    }
-    ScaleUcs(document.Tables().ucs, factor);
-    for (UcsData& ucs : document.NamedUcs()) ScaleUcs(ucs, factor);
-    ScaleVariables(document.Tables(), factor);
+/// The units of $INSUNITS by their numbers; 0 is none. A surveyor's foot is 1200/3937 of a metre.
+constexpr std::array<NamedUnit, 25> insertUnitTable = {{{0, "no unit"},
+                                                        {25.4, "inches"},
+                                                        {304.8, "feet"},
+                                                        {1609344, "miles"},
+                                                        {1, "millimetres"},
+                                                        {10, "centimetres"},
+                                                        {1000, "metres"},
+                                                        {1e6, "kilometres"},
+                                                        {25.4e-6, "microinches"},
+                                                        {0.0254, "mils"},
+                                                        {914.4, "yards"},
+                                                        {1e-7, "angstroms"},
+                                                        {1e-6, "nanometres"},
+                                                        {1e-3, "micrometres"},
+                                                        {100, "decimetres"},
+                                                        {1e4, "decametres"},
+                                                        {1e5, "hectometres"},
+                                                        {1e12, "gigametres"},
+                                                        {1.495978707e14, "astronomical units"},
+                                                        {9.4607304725808e18, "light years"},
+                                                        {3.0856775814913673e19, "parsecs"},
+                                                        {1200e3 / 3937, "US survey feet"},
+                                                        {100e3 / 3937, "US survey inches"},
+                                                        {3600e3 / 3937, "US survey yards"},
+                                                        {6336e6 / 3937, "US survey miles"}}};
+
+/// Nothing that is built reaches a million kilometres.
+constexpr double longestUnit = 1e12;
+
+/// A surveyor's inch differs from the other by two millionths.
+bool AreSame(double one, double other) { return std::abs(one / other - 1) < 1e-6; }
+/// Heads of ACIS text hold their unit with four digits.
+bool AreAlike(double one, double other) { return std::abs(one / other - 1) < 1e-4; }
+
+const NamedUnit* UnitOfSize(double millimetres, bool (*isIt)(double, double)) {
+    const auto found =
+        std::ranges::find_if(insertUnitTable.begin() + 1, insertUnitTable.end(),
+                             [&](const NamedUnit& unit) { return isIt(millimetres, unit.millimetres); });
+    return found == insertUnitTable.end() ? nullptr : &*found;
+}
+
+std::string NameOf(double millimetres) {
+    const NamedUnit* const unit = UnitOfSize(millimetres, AreSame);
+    return unit != nullptr ? std::string(unit->name) : "units of " + NumberToText(millimetres) + " mm";
+}
+
+/// What a drawing's number stands for, in words.
+std::string ShownUnit(int insertUnits) {
+    const bool isKnown = insertUnits > 0 && static_cast<std::size_t>(insertUnits) < insertUnitTable.size();
+    const std::string number = "$INSUNITS " + std::to_string(insertUnits);
+    if (!isKnown) return number + ": a unit that is unknown (0 to 24 are known)";
+    return number + ": " + std::string(insertUnitTable[static_cast<std::size_t>(insertUnits)].name) +
+           ", in which no part is drawn";
 }
 
 }  // namespace
@@ -117,13 +84,19 @@ int InsertUnitsOf(LengthUnit unit) { return unit == LengthUnit::Inch ? 1 : 4; }
 std::optional<double> MillimetresOfInsertUnits(int insertUnits) {
     if (insertUnits < 1 || static_cast<std::size_t>(insertUnits) >= insertUnitTable.size())
         return std::nullopt;
-    return insertUnitTable[static_cast<std::size_t>(insertUnits)];
+    const double size = insertUnitTable[static_cast<std::size_t>(insertUnits)].millimetres;
+    return size < longestUnit ? std::optional(size) : std::nullopt;
 }
 
 std::optional<LengthUnit> UnitOfInsertUnits(int insertUnits) {
     for (const LengthUnit unit : {LengthUnit::Millimetre, LengthUnit::Inch})
         if (InsertUnitsOf(unit) == insertUnits) return unit;
     return std::nullopt;
+}
+
+double AsNamedUnit(double millimetres) {
+    const NamedUnit* const unit = UnitOfSize(millimetres, AreAlike);
+    return unit == nullptr ? millimetres : unit->millimetres;
 }
 
 UnitStep StepToDrawing(const UnitChoice& choice, std::optional<double> fileMillimetres) {
@@ -141,7 +114,8 @@ UnitStep StepToDrawing(const UnitChoice& choice, std::optional<double> fileMilli
         source = given;
     }
     if (AreSame(source, target)) return step;
-    step.factor = AreSame(source, 25.4) ? 25.4 / target : source / target;
+    if (const NamedUnit* const unit = UnitOfSize(source, AreSame)) source = unit->millimetres;
+    step.factor = source / target;
     step.notes.push_back({0,
                           "lengths in " + NameOf(source) + " brought to " + NameOf(target) +
                               ", the unit of this shop's drawings",
@@ -150,9 +124,16 @@ UnitStep StepToDrawing(const UnitChoice& choice, std::optional<double> fileMilli
 }
 
 void BringToUnit(HostDocument& document, const UnitChoice& choice) {
-    if (!choice.drawing) return;
     DrawingData& tables = document.Tables();
-    const UnitStep step = StepToDrawing(choice, MillimetresOfInsertUnits(tables.insertUnits));
+    const std::optional<double> own = MillimetresOfInsertUnits(tables.insertUnits);
+    const bool isUnknown = tables.insertUnits != 0 && !own;
+    if (isUnknown && !choice.given)
+        tables.notes.push_back({0, ShownUnit(tables.insertUnits) + "; its lengths are taken as " +
+                                       (choice.drawing ? NameOf(MillimetresIn(*choice.drawing)) +
+                                                             ", the unit of this shop's drawings"
+                                                       : "they stand")});
+    if (!choice.drawing) return;
+    const UnitStep step = StepToDrawing(choice, own);
     for (const ReadNote& note : step.notes) tables.notes.push_back(note);
     if (step.factor != 1) {
         const bool keeps = std::ranges::any_of(tables.notes, &ReadNote::isKept);
@@ -163,7 +144,7 @@ void BringToUnit(HostDocument& document, const UnitChoice& choice) {
                  "what goes through as it stood in the file, such as dimensions, keeps its lengths there"});
     }
     // What the file calls its unit is wrong or gone by now; where it has none it stays without.
-    if (step.factor == 1 && step.notes.empty()) return;
+    if (step.factor == 1 && step.notes.empty() && !isUnknown) return;
     tables.insertUnits = InsertUnitsOf(*choice.drawing);
     tables.measurement = *choice.drawing == LengthUnit::Inch ? 0 : 1;
 }

@@ -19,7 +19,8 @@ struct ReadOptions;
 
 /// The unit's number in a DXF's $INSUNITS.
 int InsertUnitsOf(LengthUnit unit);
-/// What a unit of $INSUNITS measures; nothing for "none" and for numbers of no use in a shop.
+/// What a unit of $INSUNITS measures; nothing for none (0), for numbers beyond 24 or below 0, and for units
+/// in which no part is drawn (gigametres to parsecs).
 std::optional<double> MillimetresOfInsertUnits(int insertUnits);
 /// The unit of a drawing by its $INSUNITS: inches or millimetres, nothing for any other.
 std::optional<LengthUnit> UnitOfInsertUnits(int insertUnits);
@@ -32,6 +33,9 @@ struct UnitChoice {
     std::optional<LengthUnit> given;
 };
 
+/// The unit that a size stands for where it was written with four digits only; else the size itself.
+double AsNamedUnit(double millimetres);
+
 /// What brings the lengths of a file to the unit of the drawing.
 struct UnitStep {
     double factor = 1;            ///< Exactly 1 where nothing changes.
@@ -42,7 +46,8 @@ struct UnitStep {
 UnitStep StepToDrawing(const UnitChoice& choice, std::optional<double> fileMillimetres);
 
 /// Brings a document that was just read from a DXF to the drawing's unit, and names that unit in it where it
-/// changed. Solids keep the letters that they have: the saved extents follow.
+/// changed. Solids keep the letters that they have: the saved extents follow. A unit that is unknown is told,
+/// and counts as a loss unless the user has said which it is.
 void BringToUnit(HostDocument& document, const UnitChoice& choice);
 
 /// ReadDrawing with the lengths of the file brought to the drawing's unit.
