@@ -1,10 +1,44 @@
 // Conversions to the forms of other systems tell what these have no place for.
+#include <set>
+
 #include "program.h"
 
 namespace brenvik::cli_test {
 namespace {
 
-using Convert = ProgramTest;
+class Convert : public ProgramTest {
+  protected:
+    /// The sample with these groups behind the layer of its first solid.
+    void WriteColored(const std::string& name, const std::string& groups) const {
+        std::string text = ReadFile(ShippedSample());
+        std::erase(text, '\r');
+        const std::size_t solid = text.find("  0\n3DSOLID\n"), layer = text.find("\n  8\n", solid) + 5;
+        text.insert(text.find('\n', layer) + 1, groups);
+        Write(name, text);
+    }
+    /// The first solid's record up to its body.
+    std::string FirstSolid(const std::string& name) const {
+        std::string text = Read(name);
+        std::erase(text, '\r');
+        const std::size_t solid = text.find("  0\n3DSOLID\n");
+        return text.substr(solid, text.find("AcDbModelerGeometry", solid) - solid);
+    }
+};
+
+std::set<std::string> ColorsOf(const std::string& step) {
+    std::set<std::string> colors;
+    for (std::size_t at = step.find("COLOUR_RGB("); at != std::string::npos;
+         at = step.find("COLOUR_RGB(", at + 1))
+        colors.insert(step.substr(at, step.find(';', at) - at));
+    return colors;
+}
+
+/// STEP as another program would have written it.
+std::string OfAnotherProgram(std::string step) {
+    for (std::size_t at = step.find("'Brenvik "); at != std::string::npos; at = step.find("'Brenvik ", at))
+        step.replace(at, 9, "'Another ");
+    return step;
+}
 
 TEST_F(Convert, PartDataThatStepHasNoPlaceForAreToldOnce) {
     const Outcome outcome = Run({"convert", ShippedSample().string(), "a.step", "--quiet"});
@@ -43,6 +77,50 @@ TEST_F(Convert, ASampleForAnotherSystemIsMeantWithoutPartData) {
     EXPECT_EQ(outcome.status, 0);
     EXPECT_NE(outcome.errors.find("kitchen.step: part data of 14 parts"), std::string::npos)
         << outcome.errors;
+}
+
+TEST_F(Convert, TrueColoursGoIntoStepAndComeBackToTheByte) {
+    for (const std::string color : {"1193710", "1", "16777214", "8421505"}) {
+        WriteColored("in.dxf", " 62\n5\n420\n" + color + "\n");
+        Run({"convert", "in.dxf", "a.step", "--quiet"});
+        Run({"convert", "a.step", "b.dxf", "--quiet"});
+        EXPECT_NE(FirstSolid("b.dxf").find("420\n" + color + "\n"), std::string::npos)
+            << color << FirstSolid("b.dxf");
+        Run({"convert", "b.dxf", "c.step", "--quiet"});
+        EXPECT_EQ(ColorsOf(Read("c.step")), ColorsOf(Read("a.step"))) << color;
+    }
+}
+
+TEST_F(Convert, ColoursByNumberComeBackAsTheirNumber) {
+    WriteColored("in.dxf", " 62\n30\n");
+    Run({"convert", "in.dxf", "a.step", "--quiet"});
+    Run({"convert", "a.step", "b.dxf", "--quiet"});
+    EXPECT_NE(FirstSolid("b.dxf").find("\n 62\n30\n"), std::string::npos) << FirstSolid("b.dxf");
+    EXPECT_EQ(FirstSolid("b.dxf").find("\n420\n"), std::string::npos);
+    // By block there is nothing to take a colour from.
+    WriteColored("in.dxf", " 62\n0\n");
+    EXPECT_EQ(Run({"convert", "in.dxf", "c.dxf"}).status, 0);
+    EXPECT_NE(FirstSolid("c.dxf").find("\n 62\n0\n"), std::string::npos) << FirstSolid("c.dxf");
+}
+
+TEST_F(Convert, StepOfAnotherProgramIsNeverWrittenOver) {
+    Run({"convert", ShippedSample().string(), "a.step", "--quiet"});
+    const std::string foreign = OfAnotherProgram(Read("a.step"));
+    Write("a.step", foreign);
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"convert", "a.step", "a.step"}, {"list", "a.step", "--save", "a.step"}}) {
+        const Outcome outcome = Run(words);
+        EXPECT_NE(outcome.status, 0) << words.front();
+        EXPECT_NE(outcome.errors.find("by another program, which may hold more than is read of it"),
+                  std::string::npos)
+            << outcome.errors;
+        EXPECT_EQ(Read("a.step"), foreign) << words.front();
+    }
+    Run({"cnc", "a.step", "--target", "C2C", "--out", "out", "--material", "Oak"});
+    EXPECT_EQ(Read("a.step"), foreign);
+    EXPECT_EQ(Run({"convert", "a.step", "b.step", "--quiet"}).status, 0);
+    EXPECT_EQ(Run({"convert", "b.step", "b.step", "--quiet"}).status, 0)
+        << "what is written here is all read";
 }
 
 TEST_F(Convert, ControlCharactersAndCaretsOfATextComeBack) {

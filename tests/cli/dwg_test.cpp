@@ -39,6 +39,30 @@ TEST_F(Dwg, AConvertedOneTellsWhatDrawingsDoNotHold) {
     EXPECT_EQ(again.status, 0) << again.errors;
 }
 
+TEST_F(Dwg, ObjectsThatDoNotArriveAreCountedByKindInOneLine) {
+    const Outcome outcome = Run({"convert", Sample("1032"), "job.dxf"});
+    const std::string mark = "objects of the binary drawing that aren't taken along: ";
+    const std::size_t at = outcome.errors.find(mark);
+    ASSERT_NE(at, std::string::npos) << outcome.errors;
+    const std::string line = outcome.errors.substr(at, outcome.errors.find('\n', at) - at);
+    for (const char* kind : {" MATERIAL", " DICTIONARY", " VISUALSTYLE", " DIMSTYLE"})
+        EXPECT_NE(line.find(kind), std::string::npos) << kind << line;
+    EXPECT_EQ(outcome.errors.find(mark, at + 1), std::string::npos);
+}
+
+TEST_F(Dwg, TrueColoursAndFlagsOfLayersArrive) {
+    Run({"convert", Sample("1032"), "job.dxf", "--quiet"});
+    std::string file = Read("job.dxf");
+    std::erase(file, '\r');
+    const auto layer = [&](const std::string& name) {
+        const std::size_t at = file.find("AcDbLayerTableRecord\n  2\n" + name + "\n");
+        return at == std::string::npos ? "" : file.substr(at, file.find("\n  0\n", at) - at);
+    };
+    EXPECT_NE(layer("Layer_true_color").find("\n420\n1151726"), std::string::npos)
+        << layer("Layer_true_color");
+    EXPECT_NE(layer("Layer_vp_freeze").find("\n 70\n2\n"), std::string::npos) << layer("Layer_vp_freeze");
+}
+
 TEST_F(Dwg, TheOriginalIsNeverWrittenOver) {
     const std::string name = Sample("1018");
     const std::string before = Read(name);

@@ -75,6 +75,42 @@ TEST_F(KeptDrawing, ConvertingKeepsAllAndEndsWithZero) {
     EXPECT_FALSE(problems) << *problems;
 }
 
+TEST_F(KeptDrawing, BroughtToAnotherUnitItsViewsStylesAndVariablesGoAlong) {
+    std::string drawing = Drawing();
+    const auto put = [&](const std::string& before, const std::string& groups) {
+        drawing.insert(drawing.find(Groups(before)), Groups(groups));
+    };
+    put("9 $DIMTXT",
+        "9 $INSUNITS|70 1|9 $EXTMIN|10 1e20|20 1e20|30 1e20|9 $EXTMAX|10 10|20 5|30 0|9 $LIMMAX|10 20|20 "
+        "10|9 $LTSCALE|40 2|9 $TEXTSIZE|40 0.5|9 $DIMASZ|40 0.5|9 $DIMSCALE|40 3");
+    put("0 TABLE|2 BLOCK_RECORD",
+        "0 TABLE|2 VPORT|5 8|330 0|100 AcDbSymbolTable|70 1|0 VPORT|5 94|330 8|100 AcDbSymbolTableRecord|100 "
+        "AcDbViewportTableRecord|2 *Active|70 0|10 0|20 0|11 1|21 1|12 10|22 5|13 0|23 0|14 0.5|24 0.5|15 "
+        "0.5|25 0.5|16 0|26 0|36 1|17 1|27 2|37 0|40 10|41 1.5|42 50|43 0|44 0|50 0|51 0|71 0|0 ENDTAB|"
+        "0 TABLE|2 VIEW|5 6|330 0|100 AcDbSymbolTable|70 2|0 VIEW|5 95|330 6|100 AcDbSymbolTableRecord|100 "
+        "AcDbViewTableRecord|2 Front|70 0|40 10|10 5|20 4|41 20|11 0|21 -1|31 0|12 1|22 2|32 3|42 50|43 0|44 "
+        "0|50 0|71 0|0 VIEW|5 96|330 6|100 AcDbSymbolTableRecord|100 AcDbViewTableRecord|2 Sheet|70 1|40 "
+        "7|10 3.5|20 4|41 9|11 0|21 0|31 1|12 0|22 0|32 0|42 50|43 0|44 0|50 0|71 0|0 ENDTAB|"
+        "0 TABLE|2 STYLE|5 3|330 0|100 AcDbSymbolTable|70 1|0 STYLE|5 97|330 3|100 AcDbSymbolTableRecord|100 "
+        "AcDbTextStyleTableRecord|2 Notes|70 0|40 0.5|41 0.8|50 0|71 0|42 2|3 txt|4 |0 ENDTAB|"
+        "0 TABLE|2 DIMSTYLE|5 A|330 0|100 AcDbSymbolTable|70 1|100 AcDbDimStyleTable|0 DIMSTYLE|105 98|330 "
+        "A|100 AcDbSymbolTableRecord|100 AcDbDimStyleTableRecord|2 Shop|70 0|40 3|41 0.5|140 2|144 1|0 "
+        "ENDTAB|");
+    Write("in.dxf", drawing);
+    const Outcome outcome = Run({"convert", "in.dxf", "out.dxf"});
+    EXPECT_NE(outcome.errors.find("keeps its lengths there"), std::string::npos) << "of the hatch";
+    const std::string file = Read("out.dxf");
+    for (const std::string_view scaled :
+         {"9 $EXTMIN|10 1e20", "9 $EXTMAX|10 254.0|20 127.0|30 0", "9 $LIMMAX|10 508.0|20 254.0",
+          "9 $LTSCALE|40 50.8", "9 $TEXTSIZE|40 12.7", "9 $DIMASZ|40 12.7", "9 $DIMSCALE|40 3",
+          "9 $INSUNITS|70 4", "12 254.0|22 127.0|13 0", "14 12.7|24 12.7",
+          "16 0|26 0|36 1|17 25.4|27 50.8|37 0|40 254.0|41 1.5|42 50",
+          "2 Front|70 0|40 254.0|10 127.0|20 101.6|41 508.0|11 0|21 -1|31 0|12 25.4|22 50.8",
+          "2 Sheet|70 1|40 7", "2 Notes|70 0|40 12.7|41 0.8|50 0|71 0|42 50.8",
+          "2 Shop|70 0|40 3|41 12.7|140 50.8|144 1"})
+        EXPECT_NE(file.find(Groups(scaled)), std::string::npos) << scaled;
+}
+
 TEST_F(KeptDrawing, KindsThatStayInADrawingAreNoLossOfAConversionAndOneOfAList) {
     std::string drawing = Drawing();
     const std::string line = Groups("0 LINE");
@@ -116,6 +152,26 @@ TEST_F(KeptDrawing, WhatReferredToAnErasedObjectIsMended) {
         EXPECT_EQ(file.find(Groups(gone)), std::string::npos) << gone;
     const auto problems = test::AuditWithEzdxf(folder / "out.dxf");
     EXPECT_FALSE(problems) << *problems;
+}
+
+TEST_F(KeptDrawing, WhatOfReleaseTwelveHasNoPlaceIsToldByKindAndGroup) {
+    Write(
+        "old.dxf",
+        Groups(
+            "0 SECTION|2 HEADER|9 $ACADVER|1 AC1009|0 ENDSEC|0 SECTION|2 TABLES|0 TABLE|2 LAYER|70 1|0 "
+            "LAYER|2 "
+            "Cuts|70 2|62 3|6 CONTINUOUS|0 ENDTAB|0 ENDSEC|0 SECTION|2 BLOCKS|0 BLOCK|8 0|2 Mark|70 0|10 "
+            "0|20 "
+            "0|30 0|3 Mark|1 |4 a mark|0 ENDBLK|8 0|0 ENDSEC|0 SECTION|2 ENTITIES|0 LINE|8 Cuts|38 7|10 0|20 "
+            "0|30 0|11 1|21 0|31 0|0 POLYLINE|8 0|66 1|10 0|20 0|30 0|0 VERTEX|8 Cuts|10 0|20 0|30 0|0 "
+            "VERTEX|8 0|10 1|20 0|30 0|0 SEQEND|8 0|0 ENDSEC|0 EOF"));
+    const Outcome outcome = Run({"convert", "old.dxf", "new.dxf"});
+    EXPECT_EQ(outcome.status, 1);
+    for (const char* lost :
+         {"1 of kind \"LINE, group 38\"", "1 of kind \"VERTEX, group 8\"",
+          "1 of kind \"BLOCK, its description\"", "1 of kind \"LAYER, frozen in new viewports\""})
+        EXPECT_NE(outcome.errors.find(lost), std::string::npos) << lost << outcome.errors;
+    EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 4) << outcome.errors;
 }
 
 TEST_F(KeptDrawing, DrawingsOfOtherProgramsPassTheAuditOnceConverted) {

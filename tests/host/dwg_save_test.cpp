@@ -32,7 +32,7 @@ TEST_F(DwgSave, GoesBesideTheOriginalUnderTheEndingOfDxf) {
     document.Save();
     EXPECT_EQ(test::FileBytes(original), bytes);
     EXPECT_EQ(document.FullName(), (folder / "job.dxf").string());
-    EXPECT_NE(test::FileBytes(folder / "job.dxf").find("AC1015"), std::string::npos);
+    EXPECT_NE(test::FileBytes(folder / "job.dxf").find("AC1018"), std::string::npos);
     EXPECT_NE(document.Tables().notes.back().text.find("job.dxf"), std::string::npos);
     const std::size_t notes = document.Tables().notes.size();
     document.Save();

@@ -8,12 +8,13 @@
 #include "base/text.h"
 #include "drafting_host/acis/acis_text.h"
 #include "drafting_host/acis/unit_head.h"
-#include "drafting_host/document/aci_colors.h"
 #include "drafting_host/document/drawing_units.h"
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/document/host_failure.h"
 #include "drafting_host/document/lost_data.h"
+#include "drafting_host/dxf/aci_colors.h"
 #include "drafting_host/dxf/dxf_text.h"
+#include "drafting_host/dxf/kept_text.h"
 #include "drafting_host/dxf/standard_entries.h"
 #include "drafting_host/solids/mass.h"
 #include "drafting_host/solids/transform.h"
@@ -46,13 +47,23 @@ std::string LayerName(std::string_view name) {
     return result.empty() ? "0" : result;
 }
 
+/// The index that is nearest, and the colour itself where that is another one.
+void TakeColor(const step::Rgb& color, EntityLook& look, HostSolid& solid) {
+    const ScreenColor shown{color.red, color.green, color.blue};
+    look.color = NearestColorIndex(shown);
+    const ScreenColor nearest = ColorOfIndex(look.color);
+    if (nearest.red == shown.red && nearest.green == shown.green && nearest.blue == shown.blue) return;
+    solid.SetKeptGroups(
+        GroupsOfTrueColor(std::uint32_t{color.red} << 16U | std::uint32_t{color.green} << 8U | color.blue));
+}
+
 void AddPart(HostDocument& document, const step::StepSolid& part, const ReadOptions& options) {
     HostSolid& solid = document.Model().AddSolid(part.shape);
     LayerData layer;
     layer.name = LayerName(part.layer);
     EntityLook look;
     look.layer = &document.LayerTable().Put(std::move(layer));
-    if (part.color) look.color = NearestColorIndex({part.color->red, part.color->green, part.color->blue});
+    if (part.color) TakeColor(*part.color, look, solid);
     solid.SetLook(std::move(look));
     std::vector<XDataOfApp> data;
     if (!part.name.empty()) SetPartData(data, document, "PARTNAME", part.name);
@@ -92,11 +103,24 @@ double TakeStepUnits(HostDocument& document, const std::vector<double>& sizes, U
     return std::abs(factor - 1) < 1e-12 ? 1 : factor;
 }
 
-std::optional<step::Rgb> ColorOf(const HostEntity& entity) {
-    const int index = entity.Look().color;
+std::optional<step::Rgb> ColorOf(int index, std::optional<std::uint32_t> trueColor) {
+    if (trueColor)
+        return step::Rgb{static_cast<std::uint8_t>(*trueColor >> 16U),
+                         static_cast<std::uint8_t>(*trueColor >> 8U), static_cast<std::uint8_t>(*trueColor)};
     if (index < 1 || index > 255) return std::nullopt;
     const ScreenColor color = ColorOfIndex(index);
     return step::Rgb{color.red, color.green, color.blue};
+}
+
+/// The colour in which a solid shows: its own, or that of its layer. The usual one of layers is none.
+std::optional<step::Rgb> ColorOf(const HostEntity& entity) {
+    constexpr int byLayer = 256, usual = 7;
+    const Kept<KeptGroups>& own = entity.KeptGroupsOfFile();
+    const auto color = ColorOf(entity.Look().color, own ? TrueColorIn(own->common) : std::nullopt);
+    if (color || entity.Look().color != byLayer) return color;
+    const LayerData& layer = entity.LayerObject().Values();
+    const auto trueColor = layer.kept ? TrueColorIn(layer.kept->own) : std::nullopt;
+    return layer.color == usual && !trueColor ? std::nullopt : ColorOf(layer.color, trueColor);
 }
 
 /// Solids of model space; what a file of solids can't hold is told.
@@ -128,6 +152,7 @@ void ImportStep(HostDocument& document, const std::filesystem::path& path, const
     const LengthUnit unit = units.drawing.value_or(LengthUnit::Millimetre);
     const step::StepDocument read = step::ReadStep(path, unit);
     document.MarkImported();
+    if (!read.isWrittenHere) document.MarkOnlyRead(path);
     SetUnit(document, unit);
     const double factor = TakeStepUnits(document, read.millimetresPerUnit, units);
     for (const step::StepSolid& part : read.solids) AddPart(document, Scaled(part, factor), options);
@@ -149,7 +174,7 @@ void ImportAcis(HostDocument& document, std::string_view content, const std::fil
     }
     document.MarkImported();
     const double own = read.header.millimetresPerUnit;
-    const UnitStep step = StepToDrawing(units, own > 0 ? std::optional(own) : std::nullopt);
+    const UnitStep step = StepToDrawing(units, own > 0 ? std::optional(AsNamedUnit(own)) : std::nullopt);
     document.Tables().notes = step.notes;
     if (units.drawing) SetUnit(document, *units.drawing);
     const std::string stem = path.stem().string();

@@ -56,8 +56,11 @@ void HostDocument::SaveBesideOriginal() {
 void HostDocument::RequireOtherThanOriginal(const std::filesystem::path& path) const {
     std::error_code ignored;
     if (mOnlyRead.empty() || !std::filesystem::equivalent(path, mOnlyRead, ignored)) return;
-    throw host_failure::NotPossible(path.string() +
-                                    " is the binary drawing itself, which is only read; give another name");
+    throw host_failure::NotPossible(
+        path.string() +
+        (mImported ? " is the STEP file that was read, by another program, which may hold more than "
+                     "is read of it (tolerances, features, assemblies); give another name"
+                   : " is the binary drawing itself, which is only read; give another name"));
 }
 
 void HostDocument::SaveAs(std::string_view fileName, SaveAsKind kind) {

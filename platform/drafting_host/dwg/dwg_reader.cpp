@@ -2,6 +2,7 @@
 #include "drafting_host/dwg/dwg_reader.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <set>
 #include <unordered_map>
@@ -9,10 +10,12 @@
 #include <utility>
 
 #include "base/handle_text.h"
+#include "base/letter_case.h"
 #include "drafting_host/dwg/bodies.h"
 #include "drafting_host/dwg/entities.h"
 #include "drafting_host/dwg/names.h"
 #include "drafting_host/dxf/annotation_kinds.h"
+#include "drafting_host/dxf/kept_text.h"
 #include "drafting_host/dxf/reading.h"
 
 namespace brenvik {
@@ -48,6 +51,7 @@ class DwgWalk {
         if (mChainIsBroken) TakeRestOfModelSpace();
         TakeGroups();
         TellPassedOver();
+        TellUnread();
         for (ReadNote& note : mSections.notes) mReading.data.notes.push_back(std::move(note));
         CompleteDrawing(mReading);
         return std::move(mReading.data);
@@ -78,7 +82,7 @@ class DwgWalk {
                                          ": its checksum is wrong, it may be damaged");
                 kind = mKinds.NameOf(object.type);
                 if (kind == "ATTRIB") PassOver(kind, object.type);
-                ReadRecord(kind, object);
+                if (!ReadRecord(kind, object)) CountUnread(kind, object);
             } catch (const Damage& damage) {
                 TellDamage(kind, entry, damage);
                 mDamaged.insert(entry.handle);
@@ -86,7 +90,8 @@ class DwgWalk {
         }
     }
 
-    void ReadRecord(std::string_view kind, Object& object) {
+    /// False for what is no record.
+    bool ReadRecord(std::string_view kind, Object& object) {
         DrawingData& data = mReading.data;
         if (kind == "LAYER") {
             HandleValue linetype = 0;
@@ -122,11 +127,49 @@ class DwgWalk {
             mNames.blockNames[record] = std::move(name);
         } else if (kind == "DICTIONARY" || kind == "ACDBDICTIONARYWDFLT") {
             mNames.dictionaries[object.handle] = ReadDictionary(object);
+            mUnread.emplace_back(object.handle, kind);
         } else if (kind == "GROUP") {
             mNames.groups.push_back(ReadGroup(object));
         } else if (kind == "LAYOUT") {
             mNames.layouts[object.handle] = ReadLayout(object);
+        } else {
+            return false;
         }
+        return true;
+    }
+
+    /// Objects that a drawing doesn't hold, but for those that every file has and a written one gets anew.
+    void CountUnread(std::string_view kind, Object& object) {
+        constexpr auto usual = std::to_array<std::string_view>(
+            {"BLOCK", "ENDBLK", "SEQEND", "VERTEX_2D", "VERTEX_3D", "VERTEX_MESH", "VERTEX_PFACE",
+             "FACE_PFACE", "ATTRIB", "ACDBPLACEHOLDER", "DICTIONARYVAR", "VX_TABLE_RECORD"});
+        if (IsShapeKind(kind) || kind.ends_with("_CONTROL") || std::ranges::find(usual, kind) != usual.end())
+            return;
+        const bool isEntry = kind == "DIMSTYLE" || kind == "VPORT" || kind == "MLINESTYLE";
+        if (isEntry && IsUsualEntry(object)) return;
+        mUnread.emplace_back(object.handle,
+                             kind.empty() ? "of type " + std::to_string(object.type) : std::string(kind));
+    }
+
+    static bool IsUsualEntry(Object& object) {
+        try {
+            ReadOwner(object);
+            const std::string name = object.streams.Text();
+            return EqualsIgnoreCase(name, "Standard") || EqualsIgnoreCase(name, "*Active");
+        } catch (const Damage&) {
+            return false;
+        }
+    }
+
+    void TellUnread() {
+        std::map<std::string, std::size_t> counts;
+        for (const auto& [handle, kind] : mUnread)
+            if (!mSeen.contains(handle)) ++counts[kind];
+        if (counts.empty()) return;
+        std::string all;
+        for (const auto& [kind, count] : counts)
+            all += (all.empty() ? "" : ", ") + std::to_string(count) + " " + kind;
+        mReading.Note(0, "objects of the binary drawing that aren't taken along: " + all, false);
     }
 
     template <typename Entry, typename Places>
@@ -261,6 +304,7 @@ class DwgWalk {
         entity.layer = NameOr(mNames.layers, common.layer, "0");
         constexpr int byLayer = 256;
         entity.color = common.color >= 0 && common.color <= byLayer ? common.color : byLayer;
+        entity.kept = LookOf(common);
         switch (common.linetypeBy) {
             case LinetypeBy::Layer:
                 break;
@@ -279,6 +323,28 @@ class DwgWalk {
         entity.lineweight = common.lineweight;
         entity.xdata = XDataOf(object);
         return entity;
+    }
+
+    /// What shows of an entity besides its values.
+    Kept<KeptGroups> LookOf(const Common& common) const {
+        KeptGroups look;
+        if (const auto color = TrueColorOf(common)) look.common = GroupsOfTrueColor(*color)->common;
+        if (common.transparency) AppendGroup(look.common, 440, std::to_string(*common.transparency));
+        if (look.common.empty()) return {};
+        return {std::make_shared<const KeptGroups>(std::move(look))};
+    }
+
+    /// Colours of a book stand in objects of their own.
+    std::optional<std::uint32_t> TrueColorOf(const Common& common) const {
+        const ObjectMap::Entry* const book = common.bookColor == 0 ? nullptr : mMap.Find(common.bookColor);
+        if (book == nullptr) return common.trueColor;
+        try {
+            Object object = Open(*book);
+            ReadOwner(object);
+            return ReadRecordColor(object.streams).trueColor;
+        } catch (const Damage&) {
+            return common.trueColor;
+        }
     }
 
     std::vector<XDataOfApp> XDataOf(const Object& object) {
@@ -379,6 +445,7 @@ class DwgWalk {
     std::set<std::size_t> mTakenBlocks;
     std::set<HandleValue> mSeen;
     std::map<std::string, std::size_t> mPassed;
+    std::vector<std::pair<HandleValue, std::string>> mUnread;  ///< Objects and kinds that nothing reads.
     Surroundings mSurroundings{
         mNames, mBodies, [this](const std::vector<HandleValue>& listed, HandleValue first, HandleValue last) {
             return Parts(listed, first, last);

@@ -90,18 +90,22 @@ std::vector<RawXData> ReadXData(BitReader& reader, HandleValue own, const Texts&
 }
 
 /// Colours of entities, with the flags that tell what follows.
+constexpr std::uint32_t threeBytes = 0xFFFFFF;
+
 struct EntityColor {
     int index = 256;
     bool isInBook = false;
+    std::optional<std::uint32_t> trueColor{}, transparency{};
 };
 
 EntityColor ReadEntityColor(BitReader& data, Release release) {
     constexpr unsigned indexMask = 0x1FF, hasTrueColor = 0x8000, isInBook = 0x4000, hasTransparency = 0x2000;
     const auto value = static_cast<std::uint16_t>(data.BitShort());
     if (release < Release::R2004) return {value, false};
-    const EntityColor color{static_cast<int>(value & indexMask), (value & isInBook) != 0};
-    if ((value & hasTrueColor) != 0 && !color.isInBook) data.BitLong();
-    if ((value & hasTransparency) != 0) data.BitLong();
+    EntityColor color{static_cast<int>(value & indexMask), (value & isInBook) != 0};
+    if ((value & hasTrueColor) != 0 && !color.isInBook)
+        color.trueColor = static_cast<std::uint32_t>(data.BitLong()) & threeBytes;
+    if ((value & hasTransparency) != 0) color.transparency = static_cast<std::uint32_t>(data.BitLong());
     return color;
 }
 
@@ -206,7 +210,7 @@ void ReadCommonHandles(Object& object, const Follows& follows, Common& common) {
         streams.Handle();
         common.next = streams.Handle();
     }
-    if (follows.bookColor) streams.Handle();
+    if (follows.bookColor) common.bookColor = streams.Handle();
     if (!streams.IsAtLeast(Release::R2000)) return;
     common.layer = streams.Handle();
     if (follows.linetype) common.linetype = streams.Handle();
@@ -235,6 +239,8 @@ Common ReadCommon(Object& object) {
     if (!streams.IsAtLeast(Release::R2004)) follows.neighbours = !data.Bit();
     const EntityColor color = ReadEntityColor(data, streams.release);
     common.color = color.index;
+    common.trueColor = color.trueColor;
+    common.transparency = color.transparency;
     follows.bookColor = color.isInBook;
     common.linetypeScale = data.BitReal();
     if (streams.IsAtLeast(Release::R2000)) {
@@ -266,17 +272,19 @@ HandleValue ReadOwner(Object& object) {
     return owner;
 }
 
-int ReadRecordColor(Streams& streams) {
+RecordColor ReadRecordColor(Streams& streams) {
     BitReader& data = streams.data;
     const int index = data.BitShort();
-    if (!streams.IsAtLeast(Release::R2004)) return index;
+    if (!streams.IsAtLeast(Release::R2004)) return {index, std::nullopt};
     const std::uint32_t color = static_cast<std::uint32_t>(data.BitLong());
     const unsigned flags = data.Byte();
     if ((flags & 1U) != 0) streams.Text();
     if ((flags & 2U) != 0) streams.Text();
-    constexpr std::uint32_t byIndex = 0xC3;
-    constexpr int usual = 7;
-    return color >> 24U == byIndex ? static_cast<int>(color & 0xFFU) : usual;
+    constexpr std::uint32_t byIndex = 0xC3, byColor = 0xC2;
+    RecordColor result;
+    if (color >> 24U == byIndex) result.index = static_cast<int>(color & 0xFFU);
+    if (color >> 24U == byColor) result.trueColor = color & threeBytes;
+    return result;
 }
 
 }  // namespace brenvik::dwg

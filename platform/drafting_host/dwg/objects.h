@@ -46,6 +46,9 @@ struct Common {
     HandleValue next = 0;  ///< The neighbour up to release 2000.
     LinetypeBy linetypeBy = LinetypeBy::Layer;
     int color = 256;
+    std::optional<std::uint32_t> trueColor;
+    std::optional<std::uint32_t> transparency;  ///< As group 440 of a DXF has it.
+    HandleValue bookColor = 0;                  ///< The object that has the colour of a colour book.
     double linetypeScale = 1;
     bool invisible = false;
     int lineweight = -1;
@@ -57,8 +60,12 @@ Common ReadCommon(Object& object);
 /// The same for an object that is no entity; gives its owner.
 HandleValue ReadOwner(Object& object);
 
-/// A colour of a table's record by its number; 7 for a true colour without one.
-int ReadRecordColor(Streams& streams);
+/// A colour of a table's record: its number, 7 for a true colour without one.
+struct RecordColor {
+    int index = 7;
+    std::optional<std::uint32_t> trueColor;
+};
+RecordColor ReadRecordColor(Streams& streams);
 
 /// Hundredths of a millimetre by the file's number of a lineweight; -1 by layer, -2 by block, -3 the default.
 int LineweightOf(unsigned number);

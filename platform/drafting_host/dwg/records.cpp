@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "drafting_host/dwg/names.h"
+#include "drafting_host/dxf/aci_colors.h"
+#include "drafting_host/dxf/kept_text.h"
 
 namespace brenvik::dwg {
 namespace {
@@ -23,6 +25,16 @@ std::string ReadName(Object& object) {
     return name;
 }
 
+/// What a layer has besides its values; nothing where that is nothing.
+Kept<KeptGroups> GroupsOfLayer(std::optional<std::uint32_t> trueColor, bool isFrozenInNewViews) {
+    constexpr int frozenInNewViews = 2;
+    if (!trueColor && !isFrozenInNewViews) return {};
+    KeptGroups kept;
+    if (trueColor) kept.own = GroupsOfTrueColor(*trueColor, true)->own;
+    if (isFrozenInNewViews) kept.flags = frozenInNewViews;
+    return {std::make_shared<const KeptGroups>(std::move(kept))};
+}
+
 /// A record of handles that is shorter than a release has it ends there.
 HandleValue HandleIfAny(Streams& streams) { return streams.handles.Left() < 8 ? 0 : streams.Handle(); }
 
@@ -30,12 +42,14 @@ HandleValue HandleIfAny(Streams& streams) { return streams.handles.Left() < 8 ? 
 
 LayerData ReadLayer(Object& object, HandleValue& linetype) {
     LayerData layer;
+    bool isFrozenInNewViews = false;
     layer.name = ReadName(object);
     layer.handle = object.handle;
     Streams& streams = object.streams;
     if (streams.IsAtLeast(Release::R2000)) {
         const auto flags = static_cast<unsigned>(streams.data.BitShort());
         layer.frozen = (flags & 1U) != 0;
+        isFrozenInNewViews = (flags & 4U) != 0;
         layer.on = (flags & 2U) == 0;
         layer.locked = (flags & 8U) != 0;
         layer.plottable = (flags & 16U) != 0;
@@ -43,14 +57,19 @@ LayerData ReadLayer(Object& object, HandleValue& linetype) {
     } else {
         layer.frozen = streams.data.Bit();
         layer.on = !streams.data.Bit();
-        streams.data.Bit();
+        isFrozenInNewViews = streams.data.Bit();
         layer.locked = streams.data.Bit();
     }
-    const int color = ReadRecordColor(streams);
+    const RecordColor color = ReadRecordColor(streams);
     constexpr int usual = 7, last = 255;
-    const int index = std::abs(color);
-    if (color < 0) layer.on = false;
+    const int index = std::abs(color.index);
+    if (color.index < 0) layer.on = false;
     layer.color = index >= 1 && index <= last ? index : usual;
+    if (color.trueColor)
+        layer.color = NearestColorIndex({static_cast<std::uint8_t>(*color.trueColor >> 16U),
+                                         static_cast<std::uint8_t>(*color.trueColor >> 8U),
+                                         static_cast<std::uint8_t>(*color.trueColor)});
+    layer.kept = GroupsOfLayer(color.trueColor, isFrozenInNewViews);
     if (streams.IsAtLeast(Release::R2000)) streams.Handle();  // plot style
     if (streams.IsAtLeast(Release::R2007)) streams.Handle();  // material
     linetype = HandleIfAny(streams);

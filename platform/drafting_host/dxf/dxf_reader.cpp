@@ -211,11 +211,14 @@ class Walk {
     }
 
     void TakeBlockBegin(std::size_t place, Groups groups) {
-        constexpr int flagAnonymous = 1, flagsOtherDrawing = 4 + 8;
+        constexpr int flagAnonymous = 1, flagsOtherDrawing = 4 + 8, codeDescription = 4;
         BlockData& block = mReading.data.blocks[place];
         if (const Group* const flags = FindGroup(groups, 70);
             flags != nullptr && (IntegerOf(*flags) & flagsOtherDrawing) != 0)
             NoteOtherDrawing(block.name, groups);
+        if (const Group* const text = FindGroup(groups, codeDescription);
+            text != nullptr && !text->value.empty() && !mReading.KeepsRecords())
+            ++mReading.unkept["BLOCK, its description"];
         for (const Group& group : groups) {
             if (group.code == 5) mReading.data.fileHandles.emplace("BLOCK " + block.name, HandleOf(group));
             if (group.code == 70) block.flags = IntegerOf(group) & flagAnonymous;

@@ -162,8 +162,11 @@ bool EntityReader::TakePolylinePart(Record& record) {
         return false;
     }
     std::optional<KeptGroups::Vertex> kept;
-    if (mReading.KeepsRecords() && !mPolyline->refused)
-        kept = LeftoversOfVertex(record, mPolyline->fileLayer);
+    if (!mPolyline->refused) kept = LeftoversOfVertex(record, mPolyline->fileLayer);
+    if (kept && !mReading.KeepsRecords()) {
+        CountLost(mReading.unkept, std::string(record.name), kept->head + kept->common + kept->own);
+        kept.reset();
+    }
     const SplitGroups groups = Split(record);
     const auto keep = [&](HandleValue handle) {
         if (!kept || (kept->head.empty() && kept->common.empty() && kept->own.empty())) return;
@@ -225,7 +228,12 @@ void EntityReader::TakeEntity(Record& record, std::optional<std::size_t> block) 
     const Group* const layer = FindGroup(record.groups, 8);
     const std::string fileLayer(layer == nullptr ? std::string_view() : layer->value);
     Kept<KeptGroups> kept;
-    if (mReading.KeepsRecords()) kept = LeftoversOfEntity(record);
+    kept = LeftoversOfEntity(record);
+    if (!mReading.KeepsRecords() && kept) {
+        CountLost(mReading.unkept, std::string(record.name),
+                  kept->head + kept->common + kept->own + kept->further);
+        kept = {};
+    }
     std::optional<KeptRecord> binaryBody;
     if (mReading.isBinaryBodies && IsBodyKind(record.name)) binaryBody = KeptRecordOf(record);
     if (mReading.KeepsRecords() && hasParts) {

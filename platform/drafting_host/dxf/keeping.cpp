@@ -278,6 +278,19 @@ KeptGroups LeftoversOfEntry(std::string_view table, Groups groups) {
     return kept;
 }
 
+void CountLost(std::map<std::string, std::size_t>& lost, const std::string& kind, std::string_view groups) {
+    constexpr int mark = 100, bracket = 102, sequenceFollows = 66;
+    bool inBrackets = false;
+    GroupWalk walk(groups);
+    while (walk.Next()) {
+        const int code = walk.Code();
+        if (code == bracket) inBrackets = WithoutBlanks(walk.Value()).starts_with('{');
+        if (inBrackets || code == bracket || code == mark || code == sequenceFollows || IsReference(code))
+            continue;
+        ++lost[kind + ", group " + std::to_string(code)];
+    }
+}
+
 void ChangeOwnHandle(KeptRecord& record, HandleValue handle) {
     const int code = record.name == "DIMSTYLE" ? 105 : 5;
     std::string text;

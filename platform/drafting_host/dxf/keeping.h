@@ -1,6 +1,7 @@
 // Takes out of a file's records what a drawing has no value for, as text that can be written again.
 #pragma once
 
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -24,6 +25,10 @@ Kept<KeptGroups> LeftoversOfEntity(const Record& record);
 KeptGroups::Vertex LeftoversOfVertex(const Record& record, std::string_view layer);
 /// The same of an entry of the tables LAYER, UCS, BLOCK_RECORD, extended data included.
 KeptGroups LeftoversOfEntry(std::string_view table, std::span<const Group> groups);
+
+/// Counts the groups of a record that neither a drawing nor the file keeps, as in records of release 12: by
+/// kind and code. References to other records are nobody's loss there.
+void CountLost(std::map<std::string, std::size_t>& lost, const std::string& kind, std::string_view groups);
 
 /// The record's own handle put in place of the one that it has, or in front where it has none.
 void ChangeOwnHandle(KeptRecord& record, HandleValue handle);

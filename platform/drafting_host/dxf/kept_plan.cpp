@@ -11,7 +11,7 @@
 namespace brenvik {
 namespace {
 
-constexpr int release13 = 1012, release2000 = 1015, release2010 = 1024;
+constexpr int release13 = 1012, release2000 = 1015, release2004 = 1018, release2010 = 1024;
 
 /// Bodies that stand in the file's binary section from release 2013 on.
 constexpr auto bodyKinds = std::to_array<std::string_view>(
@@ -24,6 +24,20 @@ bool HasBodies(const DrawingData& data) {
             return std::holds_alternative<AcisData>(entity.geometry);
         });
     });
+}
+
+/// True colours and transparency, which came with release 2004.
+bool HasTrueColors(const DrawingData& data) {
+    const auto isColored = [](const EntityData& entity) {
+        return entity.kept && !entity.kept->common.empty();
+    };
+    return std::ranges::any_of(data.layers,
+                               [](const LayerData& layer) {
+                                   return layer.kept && TrueColorIn(layer.kept->own).has_value();
+                               }) ||
+           std::ranges::any_of(data.blocks, [&](const BlockData& block) {
+               return std::ranges::any_of(block.entities, isColored);
+           });
 }
 
 /// Finds what goes with its owner: an extension dictionary and all below it.
@@ -93,6 +107,9 @@ std::string WithoutEmbedded(const std::string& groups, std::size_t& count) {
 }  // namespace
 
 void WritePlan::ChooseRelease() {
+    // True colours of drawings that were no DXF; one that was read keeps its release.
+    const bool isOfFile = mData.file && mData.file->release >= release13;
+    if (!isOfFile && HasTrueColors(mData)) mRelease = release2004;
     if (!mData.file) return;
     const int read = mData.file->release;
     if (read < release13) return;

@@ -194,6 +194,26 @@ HandleValue GroupWalk::Handle() const {
     return read.ec == std::errc{} && read.ptr == text.data() + text.size() ? handle : 0;
 }
 
+std::optional<std::uint32_t> TrueColorIn(std::string_view groups) {
+    constexpr int trueColor = 420;
+    constexpr std::uint32_t threeBytes = 0xFFFFFF;
+    GroupWalk walk(groups);
+    while (walk.Next()) {
+        if (walk.Code() != trueColor) continue;
+        const std::string_view text = WithoutBlanks(walk.Value());
+        std::int64_t color = 0;
+        const auto read = std::from_chars(text.data(), text.data() + text.size(), color);
+        if (read.ec == std::errc{}) return static_cast<std::uint32_t>(color) & threeBytes;
+    }
+    return std::nullopt;
+}
+
+Kept<KeptGroups> GroupsOfTrueColor(std::uint32_t color, bool isLayer) {
+    KeptGroups kept;
+    AppendGroup(isLayer ? kept.own : kept.common, 420, std::to_string(color));
+    return {std::make_shared<const KeptGroups>(std::move(kept))};
+}
+
 bool IsReference(int code) {
     return (code >= 320 && code < 370) || (code >= 390 && code < 400) || code == 480 || code == 481 ||
            code == 1005;

@@ -1,7 +1,9 @@
 // Texts of groups that are kept: walking them, and mending what they refer to.
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,6 +29,11 @@ class GroupWalk {
     std::string_view mRest, mValue, mText;
     int mCode = 0;
 };
+
+/// The true colour (group 420, red in the highest byte of three) among groups; nothing where there is none.
+std::optional<std::uint32_t> TrueColorIn(std::string_view groups);
+/// Groups with a true colour, as what an entity (`isLayer`: a layer) has besides its values.
+Kept<KeptGroups> GroupsOfTrueColor(std::uint32_t color, bool isLayer = false);
 
 /// Whether the group refers to another record by its handle.
 bool IsReference(int code);

@@ -162,9 +162,17 @@ void KeepWhole(const Reading& reading, const Record& record, Entry* entry) {
 }
 
 template <typename Entry>
-void KeepLeftovers(const Reading& reading, const Record& record, Entry* entry) {
-    if (entry != nullptr && reading.KeepsRecords())
-        entry->kept = {std::make_shared<const KeptGroups>(LeftoversOfEntry(record.name, record.groups))};
+void KeepLeftovers(Reading& reading, const Record& record, Entry* entry) {
+    if (entry == nullptr) return;
+    KeptGroups kept = LeftoversOfEntry(record.name, record.groups);
+    if (reading.KeepsRecords()) {
+        entry->kept = {std::make_shared<const KeptGroups>(std::move(kept))};
+        return;
+    }
+    CountLost(reading.unkept, std::string(record.name), kept.own);
+    constexpr int frozenInNewViews = 2;
+    if ((kept.flags & frozenInNewViews) != 0)
+        ++reading.unkept[std::string(record.name) + ", frozen in new viewports"];
 }
 
 void ReadBlockRecord(Reading& reading, Groups groups) {

@@ -178,7 +178,7 @@ void WriteLayers(GroupWriter& out, WritePlan& plan) {
         if (!layer.plottable) out.Whole(290, 0);
         out.Whole(370, layer.lineweight);
         // A layer that was read has its own plot style, or none.
-        if (kept == nullptr || plan.IsRaised())
+        if (kept == nullptr || plan.IsRaised() || plan.File() == nullptr)
             out.HandleGroup(390, plan.FileHandle("ACAD_PLOTSTYLENAME Normal"));
         EndEntry(out, plan, "LAYER", kept);
     }

@@ -1,5 +1,5 @@
 // The palette is a rule: ten basic colours, 24 hues of ten shades each, six greys.
-#include "drafting_host/document/aci_colors.h"
+#include "drafting_host/dxf/aci_colors.h"
 
 #include <algorithm>
 #include <array>
