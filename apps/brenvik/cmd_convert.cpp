@@ -26,9 +26,9 @@ ExitStatus Convert(const std::string& home, ConvertOptions options) {
     });
     const std::optional<LengthUnit> unit = DrawingUnitOfHome(HomeOf(home));
     HostDocument& document = OpenInput(host, files, options.unit.For(unit), options, teller);
+    if (!options.onlySaves) BringBlockSolids(document, options, teller);
     SelectForCommand(document, options);
     GiveMaterial(document, options.material, teller);
-    TellSheetsLeftOut(document, options, teller);
     SaveOutput(document, options.save, unit, teller);
     return teller.Status();
 }

@@ -201,6 +201,13 @@ StandIns TakeOutBlockSolids(HostDocument& document, const DrawingOptions& option
     return standIns;
 }
 
+void BringBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller) {
+    std::vector<ReferenceSolids> references = brenvik::TakeOutBlockSolids(document);
+    TellReferences(references, options, teller);
+    EraseEmptied(document, references);
+    TellSheets(document, options, teller);
+}
+
 void TellBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller) {
     std::vector<ReferenceSolids> references = CountBlockSolids(document);
     DropUnasked(document, options, references);

@@ -52,6 +52,8 @@ using StandIns = std::map<HostEntity*, std::vector<HostEntity*>>;
 /// drawing, and tells what can't be typed back into it and which can't be had. Gives the solids by the
 /// references that they were taken out of.
 StandIns TakeOutBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller);
+/// The same for a form without blocks (STEP, SAT): references that have shown nothing else are gone then.
+void BringBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller);
 
 /// Tells the solids that stand in references to blocks or on sheets and so are left out.
 void TellBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller);

@@ -169,6 +169,27 @@ TEST_F(Blocks, ADrawingThatIsSavedKeepsItsReferencesAndTheSolidsInThemAreTold) {
     }
 }
 
+TEST_F(Blocks, AConversionToAFormWithoutBlocksBringsEachAtItsPlace) {
+    const auto count = [](const std::string& text, const std::string& word) {
+        std::size_t times = 0;
+        for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + 1)) ++times;
+        return times;
+    };
+    Write("job.dxf", Drawing(Reference("Side", "", 500) + Reference("Pair", "")));
+    for (const std::string form : {"job.step", "job.sat"}) {
+        const Outcome outcome = Run({"convert", "job.dxf", form});
+        EXPECT_NE(outcome.errors.find("1 solid in a reference to block \"Side\" is a part of its own here"),
+                  std::string::npos)
+            << outcome.errors;
+        EXPECT_NE(outcome.errors.find("2 solids in references to block \"Pair\" are parts"),
+                  std::string::npos)
+            << outcome.errors;
+        EXPECT_EQ(outcome.errors.find("AcDbBlockReference"), std::string::npos) << outcome.errors;
+    }
+    EXPECT_EQ(count(Read("job.step"), "MANIFOLD_SOLID_BREP("), 15u + 3u);
+    EXPECT_EQ(Sides(Run({"list", "job.step", "--format", "csv"}).output).size(), 3u);
+}
+
 TEST_F(Blocks, TheIdOfTheListSelectsOneOfThem) {
     Write("job.dxf", Drawing(Reference("Pair", "")));
     const std::string list = Run({"list", "job.dxf", "--format", "csv"}).output;

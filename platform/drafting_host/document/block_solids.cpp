@@ -6,6 +6,7 @@
 #include <limits>
 #include <map>
 #include <optional>
+#include <set>
 
 #include "base/failure.h"
 #include "base/letter_case.h"
@@ -15,6 +16,7 @@
 #include "drafting_host/document/drawing_units.h"
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/document/host_failure.h"
+#include "drafting_host/document/kept_groups.h"
 
 namespace brenvik {
 namespace {
@@ -193,11 +195,45 @@ void TakeOut(HostDocument& document, const InsertData& reference, Counter& count
     for (auto& [placed, scale] : solids) {
         HostEntity& made = document.Model().Add(std::move(placed.geometry));
         made.SetLook(placed.source->Look());
+        made.SetKeptGroups(OfOtherDrawing(placed.source->KeptGroupsOfFile()));
         made.SetExtendedData(scale == 1 ? placed.source->ExtendedData()
                                         : WithScaledExtents(placed.source->ExtendedData(), scale));
         told.taken.push_back(&made);
     }
 }
+
+/// Which blocks hold nothing but solids, in references within them too.
+class SolidsOnly {
+  public:
+    explicit SolidsOnly(const HostDocument& document) : mDocument(document) {}
+
+    bool AreAll(const HostEntity& reference) {
+        const HostGeometry geometry = reference.Geometry();
+        const auto* insert = std::get_if<InsertData>(&geometry);
+        // Attributes stand behind a reference as parts of its record.
+        const Kept<KeptGroups>& kept = reference.KeptGroupsOfFile();
+        return insert != nullptr && (!kept || kept->parts.empty()) && AreAll(insert->block);
+    }
+
+  private:
+    bool AreAll(const std::string& name) {
+        const auto known = mKnown.find(name);
+        if (known != mKnown.end()) return known->second;
+        // A block that is met within itself adds nothing there.
+        mKnown.emplace(name, true);
+        const HostBlock* block = mDocument.FindBlock(name);
+        bool areAll = block != nullptr && !(block->Record().kept && !block->Record().kept->entities.empty());
+        for (std::size_t i = 0; areAll && i < block->Entities().size(); ++i) {
+            const HostEntity& entity = *block->Entities()[i];
+            const HostGeometry geometry = entity.Geometry();
+            areAll = IsSolid(geometry) || AreAll(entity);
+        }
+        return mKnown[name] = areAll;
+    }
+
+    const HostDocument& mDocument;
+    std::map<std::string, bool, LessIgnoreCase> mKnown;
+};
 
 std::vector<ReferenceSolids> Count(const HostDocument& document, Counter& counter) {
     std::vector<ReferenceSolids> references;
@@ -231,6 +267,21 @@ std::vector<ReferenceSolids> TakeOutBlockSolids(HostDocument& document) {
         room -= static_cast<std::int64_t>(told.taken.size());
     }
     return references;
+}
+
+void EraseEmptied(HostDocument& document, const std::vector<ReferenceSolids>& references) {
+    SolidsOnly solids(document);
+    std::set<const HostEntity*> emptied;
+    for (const ReferenceSolids& told : references)
+        if (!told.taken.empty() && solids.AreAll(*told.reference)) emptied.insert(told.reference);
+    for (const ReferenceSolids& told : references) {
+        HostEntity* const entity = told.reference;
+        if (!emptied.contains(entity)) continue;
+        const bool isLocked = entity->LayerObject().Locked();
+        if (isLocked) entity->LayerObject().SetLock(false);
+        entity->Delete();
+        if (isLocked) entity->LayerObject().SetLock(true);
+    }
 }
 
 std::vector<SheetSolids> CountSheetSolids(const HostDocument& document) {

@@ -29,6 +29,10 @@ std::vector<ReferenceSolids> CountBlockSolids(const HostDocument& document);
 /// than a job has, or whose blocks are nested deeper than any drawing's.
 std::vector<ReferenceSolids> TakeOutBlockSolids(HostDocument& document);
 
+/// Takes references out of model space that show nothing but solids which were taken out of them, so that a
+/// form without blocks loses nothing with them.
+void EraseEmptied(HostDocument& document, const std::vector<ReferenceSolids>& references);
+
 /// What stands on one sheet.
 struct SheetSolids {
     std::string layout;  ///< The name on its tab.
