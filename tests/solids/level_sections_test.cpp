@@ -72,6 +72,7 @@ TEST(LevelSections, AnEdgeBoreIsAsWideAsItsChordAtTheHeight) {
     const LevelSections sections(Without(Board(), bore));
     ASSERT_EQ(sections.Lying().size(), 1U);
     EXPECT_NEAR(sections.Lying()[0].radius, 4, 1e-12);
+    EXPECT_TRUE(sections.Lying()[0].hollow);
     // Two sides of 30 more; the mouth that is missing in the edge is there again at the floor.
     for (const double rise : {-3.9, -2.0, 0.001, 1.5, 3.9})
         EXPECT_NEAR(Length(sections.At(9 + rise)), 2000 + 60, 1e-6) << rise;

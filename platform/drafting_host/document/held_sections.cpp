@@ -18,7 +18,7 @@ class HeldSections final : public SolidSections {
     explicit HeldSections(const TopoDS_Shape& shape) : mSections(shape) {
         for (const solids::Reach& reach : mSections.Slopes()) mSlopes.push_back({reach.low, reach.high});
         for (const solids::LyingCylinder& lying : mSections.Lying())
-            mRounds.push_back({PointOf(lying.on.XYZ()), PointOf(lying.along), lying.radius});
+            mRounds.push_back({PointOf(lying.on.XYZ()), PointOf(lying.along), lying.radius, lying.hollow});
     }
 
     Box3 Box() const override {

@@ -354,7 +354,7 @@ void LevelSections::AddFace(const TopoDS_Face& face) {
             if (!IsLevel(cylinder.Axis().Direction())) break;
             wall->kind = Wall::Kind::Lying;
             wall->along = cylinder.Axis().Direction().XYZ();
-            mLying.push_back({cylinder.Location(), wall->along, cylinder.Radius()});
+            mLying.push_back({cylinder.Location(), wall->along, cylinder.Radius(), !wall->outward});
             mLevels.push_back(cylinder.Location().Z());
             break;
         }

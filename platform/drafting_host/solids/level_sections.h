@@ -26,6 +26,7 @@ struct LyingCylinder {
     gp_Pnt on;
     gp_XYZ along;
     double radius = 0;
+    bool hollow = false;  ///< The solid lies outside of it.
 };
 
 class LevelSections {

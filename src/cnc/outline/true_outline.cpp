@@ -16,9 +16,12 @@
 #include "cnc/drawing/work_layers.h"
 #include "cnc/outline/cut_outs.h"
 #include "cnc/outline/narrow_places.h"
+#include "cnc/outline/reach.h"
 #include "cnc/part/operation_layer.h"
 #include "cnc/part/told.h"
+#include "cnc/plan/plan_sides.h"
 #include "cnc/targets/target_table.h"
+#include "session/session.h"
 #include "settings/settings_store.h"
 
 namespace brenvik {
@@ -44,6 +47,8 @@ constexpr int Many = 1'000'000;
 constexpr double SameArea = 1e-6;
 /// Beyond this the box alone tells that a part reaches further.
 constexpr double SameReach = 1e-3;
+/// Of heights at which the part is sliced, and at which its section changes.
+constexpr double SameLevel = 1e-6;
 /// Of the width that the question about bits tells.
 constexpr int WidthDecimals = 2;
 
@@ -180,10 +185,60 @@ AcadRegion* TrueOutline::RegionOfProfile() const {
     return region;
 }
 
-bool TrueOutline::ReachesBeyond() const {
+/// Null where the part's sections can't be had.
+const SolidSections* TrueOutline::Sections() {
+    if (!mSections && !mWithoutSections) {
+        SectionPort* const port = ThePlatform().sections;
+        if (port != nullptr) Skip([&] { mSections = port->HoldSolid(LastSolid(*mRun.part).ObjectID()); });
+        mWithoutSections = !mSections;
+    }
+    return mSections.get();
+}
+
+/// Whether anything of the part stands outside of the profile. Its sections mostly tell, and a cut is not
+/// needed.
+bool TrueOutline::ReachesBeyond() {
     if (FillsTheBox()) return false;
+    if (mProfile != nullptr && Sections() != nullptr) {
+        PartReach reach = PartReach::Unclear;
+        Skip([&] { reach = ReachBeyond(*Sections(), SidesOf(*mProfile)); });
+        if (reach != PartReach::Unclear) return reach == PartReach::Beyond;
+    }
     AcadRegion* covered = RegionOfProfile();
     return covered == nullptr || StandsOutside(*covered);
+}
+
+/// Whether the united sections are the rectangle around the part, without openings: no section widens them.
+bool TrueOutline::RegionFillsTheBox() const {
+    if (mRegion == nullptr) return false;
+    const Box3 part = LastSolid(*mRun.part).GetBoundingBox(), region = mRegion->GetBoundingBox();
+    const double area = (part.max.x - part.min.x) * (part.max.y - part.min.y);
+    return NearlyEqual(region.min.x, part.min.x) && NearlyEqual(region.min.y, part.min.y) &&
+           NearlyEqual(region.max.x, part.max.x) && NearlyEqual(region.max.y, part.max.y) &&
+           std::abs(mRegion->Area() - area) < SameArea;
+}
+
+/// Whether nothing of the part ends on the sides of the rectangle around it, other than at the corners. Then
+/// a section that lies within a region of that rectangle leaves its sides whole, and the order in which they
+/// are walked: a path begins where it would have begun.
+bool TrueOutline::BoxSidesAreWhole() const {
+    const Box3 box = LastSolid(*mRun.part).GetBoundingBox();
+    const auto endsThere = [&box](const Point3& end) {
+        const bool onX = NearlyEqual(end.x, box.min.x) || NearlyEqual(end.x, box.max.x);
+        const bool onY = NearlyEqual(end.y, box.min.y) || NearlyEqual(end.y, box.max.y);
+        return onX != onY;
+    };
+    return std::ranges::none_of(mEdges,
+                                [&](const Edge& edge) { return endsThere(edge.from) || endsThere(edge.to); });
+}
+
+/// Whether the sections at those heights hold everything that stands between them.
+bool TrueOutline::LevelsTellAll(const std::vector<double>& heights) {
+    if (Sections() == nullptr || !IsWidestAtLevels(*Sections())) return false;
+    return std::ranges::all_of(Sections()->Levels(), [&](double level) {
+        return std::ranges::any_of(heights,
+                                   [&](double height) { return std::abs(height - level) < SameLevel; });
+    });
 }
 
 /// Takes a copy of the part apart to its edges.
@@ -268,21 +323,30 @@ std::vector<double> TrueOutline::Steps() const {
     return heights;
 }
 
-void TrueOutline::SliceAt(const std::vector<double>& heights) {
+/// Returns whether each of the sections has been united.
+bool TrueOutline::SliceAt(const std::vector<double>& heights) {
     Acad3DSolid& part = LastSolid(*mRun.part);
+    const bool mayStop = BoxSidesAreWhole();
+    bool all = true;
     for (const double height : heights) {
+        if (mayStop && RegionFillsTheBox()) return true;
         AcadRegion* section = nullptr;
         // A plane between two pieces of a part misses it.
         Skip([&] {
             section = part.SectionSolid({-Far, -Far, height}, {Far, -Far, height}, {Far, Far, height});
         });
-        if (section == nullptr) continue;
+        if (section == nullptr) {
+            all = false;
+            continue;
+        }
         section->Move({0, 0, height}, {0, 0, TopPlane(mRun)});
         if (Skip([&] { Unite(section); })) continue;
+        all = false;
         section->Delete();
         NoteWholePart(mRun,
                       "a section of the part can't be laid over the others: the outline may be too narrow");
     }
+    return all;
 }
 
 /// The outline has no openings, and would close those of the sections: where they are wanted
@@ -290,8 +354,10 @@ void TrueOutline::SliceAt(const std::vector<double>& heights) {
 void TrueOutline::UniteSections(bool withOpenings) {
     if (!withOpenings)
         if (AcadRegion* region = RegionOfProfile()) Unite(region);
-    SliceAt(Levels());
+    const std::vector<double> levels = Levels();
+    const bool all = SliceAt(levels);
     // Mostly nothing is left for the steps to find.
+    if (mRegion != nullptr && (RegionFillsTheBox() || (all && LevelsTellAll(levels)))) return;
     if (mRegion != nullptr && !StandsOutside(dynamic_cast<AcadRegion&>(*mRegion->Copy()))) return;
     SliceAt(Steps());
 }

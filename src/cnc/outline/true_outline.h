@@ -1,12 +1,14 @@
 // The outside profile: as wide as the part is anywhere in its height.
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "cnc/outline/cut_outs.h"
 #include "cnc/part/run_state.h"
 #include "cnc/targets/target_table.h"
 #include "session/ports/host_interface.h"
+#include "session/ports/section_port.h"
 
 namespace brenvik {
 
@@ -34,12 +36,16 @@ class TrueOutline {
     bool FillsTheBox() const;
     AcadRegion* RegionOfProfile() const;
     bool StandsOutside(AcadRegion& covered) const;
-    bool ReachesBeyond() const;
+    const SolidSections* Sections();
+    bool ReachesBeyond();
+    bool RegionFillsTheBox() const;
+    bool BoxSidesAreWhole() const;
+    bool LevelsTellAll(const std::vector<double>& heights);
     void TakeEdges();
     bool MayBeNarrower(const LeftContour& contour) const;
     std::vector<double> Levels() const;
     std::vector<double> Steps() const;
-    void SliceAt(const std::vector<double>& heights);
+    bool SliceAt(const std::vector<double>& heights);
     void Unite(AcadRegion* section);
     void UniteSections(bool withOpenings);
     void JoinRegion();
@@ -59,6 +65,8 @@ class TrueOutline {
     AcadLWPolyline* mProfile = nullptr;
     std::vector<AcadLWPolyline*> mLumps;  ///< Outlines of lumps that don't touch the profile's.
     AcadRegion* mRegion = nullptr;
+    std::unique_ptr<SolidSections> mSections;
+    bool mWithoutSections = false;  ///< They have been asked for in vain.
 };
 
 }  // namespace brenvik

@@ -31,6 +31,7 @@ struct LevelRound {
     Point3 on;  ///< On its axis.
     Point3 along;
     double radius = 0;
+    bool hollow = false;  ///< Wood lies outside of it.
 };
 
 class SolidSections {

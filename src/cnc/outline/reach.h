@@ -1,0 +1,24 @@
+// Whether a part reaches beyond an outline, told from its level sections without cutting anything.
+#pragma once
+
+#include <span>
+
+#include "session/ports/section_port.h"
+
+namespace brenvik {
+
+/// Whether the part is widest at its levels: nothing between two of them stands further out in plan than at
+/// one of both. So it is where all faces are level or upright but the walls of edge bores at one height.
+bool IsWidestAtLevels(const SolidSections& part);
+
+enum class PartReach {
+    Within,
+    Beyond,
+    Unclear,  ///< By so little, or with such faces, that only a cut can tell.
+};
+
+/// Where the part lies against a closed outline without openings. Throws Failure where a section can't be
+/// taken.
+PartReach ReachBeyond(const SolidSections& part, std::span<const PlanSide> outline);
+
+}  // namespace brenvik
