@@ -13,6 +13,7 @@
 #include "base/letter_case.h"
 #include "file_roots/claim.h"
 #include "file_roots/file_failures.h"
+#include "file_roots/late_folders.h"
 #include "file_roots/places.h"
 #include "file_roots/system_path.h"
 #include "file_roots/whole_file.h"
@@ -21,21 +22,6 @@ namespace brenvik {
 namespace {
 
 namespace fs = std::filesystem;
-
-// The entry of a folder that has this name in some case. An exact one wins; of several others the first
-// in byte order, so that the answer does not depend on the order of the directory.
-fs::path FindEntry(const fs::path& folder, const std::string& name) {
-    fs::path exact = folder / PathFromText(name);
-    std::error_code error;
-    if (fs::exists(fs::symlink_status(exact, error))) return exact;
-    const std::string folded = FoldLower(name);
-    std::optional<std::string> best;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        std::string candidate = TextFromPath(entry->path().filename());
-        if (FoldLower(candidate) == folded && (!best || candidate < *best)) best = std::move(candidate);
-    }
-    return best ? folder / PathFromText(*best) : exact;
-}
 
 bool IsWithin(std::span<const std::string> names, std::span<const std::string> folder) {
     return names.size() >= folder.size() &&
@@ -63,10 +49,24 @@ std::string ReadWhole(const fs::path& file) {
     return std::move(content).str();
 }
 
+/// While a folder is claimed its names are kept, and reach the disk together.
 class ClaimedFolder : public FolderClaim {
   public:
-    explicit ClaimedFolder(const fs::path& folder) : claim(folder) {}
+    ClaimedFolder(const fs::path& folder, std::shared_ptr<FolderNames> folderNames)
+        : claim(folder), place(folder), names(std::move(folderNames)) {
+        if (claim.Outcome() == Claim::State::Taken) return;
+        names->Keep(place);
+        late.emplace(place);
+    }
+    ~ClaimedFolder() override {
+        if (late) names->Forget(place);
+    }
     const Claim claim;
+
+  private:
+    const fs::path place;
+    const std::shared_ptr<FolderNames> names;
+    std::optional<LateFolder> late;
 };
 
 }  // namespace
@@ -113,7 +113,7 @@ fs::path FileRoots::Resolve(std::string_view systemPath) const {
         place = mapped->folder;
         names = names.subspan(mapped->names.size());
     }
-    for (const std::string& name : names) place = FindEntry(place, name);
+    for (const std::string& name : names) place = mNames->Find(place, name);
     return place;
 }
 
@@ -160,7 +160,7 @@ bool FileRoots::FolderHolds(std::string_view folder, std::string_view file) {
 }
 
 std::unique_ptr<FolderClaim> FileRoots::ClaimFolder(std::string_view path) {
-    auto claimed = std::make_unique<ClaimedFolder>(Resolve(path));
+    auto claimed = std::make_unique<ClaimedFolder>(Resolve(path), mNames);
     if (claimed->claim.Outcome() == Claim::State::Taken) return nullptr;
     return claimed;
 }
@@ -182,8 +182,14 @@ void FileRoots::CopyFileOver(std::string_view from, std::string_view to) {
 void FileRoots::MoveFileOver(std::string_view from, std::string_view to) {
     const fs::path source = Resolve(from), target = ResolveToWrite(to);
     std::error_code error;
+    // What was written in passing is on the disk before it has its name, and so is everything that it names.
+    if (mNames->Keeps(source.parent_path()) && fs::exists(source, error)) {
+        SyncFile(source);
+        BringLateNamesToDisk();
+    }
     fs::rename(source, target, error);
     if (error) throw FileFailure(error, fs::exists(source) ? target : source);
+    BringNameToDisk(target.parent_path());
 }
 
 void FileRoots::MakeFolder(std::string_view path) {
@@ -218,7 +224,11 @@ std::vector<std::string> FileRoots::ListFiles(std::string_view folder, std::stri
 std::string FileRoots::ReadFile(std::string_view path) { return ReadWhole(Resolve(path)); }
 
 void FileRoots::WriteFile(std::string_view path, std::string_view content) {
-    WriteWholeFile(ResolveToWrite(path), content);
+    const fs::path file = ResolveToWrite(path);
+    if (mNames->Keeps(file.parent_path()))
+        WriteScratchFile(file, content);
+    else
+        WriteWholeFile(file, content);
 }
 
 std::string_view FileRoots::LineEnd() const { return TextLineEnd(); }

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "file_roots/folder_names.h"
 #include "file_roots/work_folder.h"
 #include "session/ports/files_port.h"
 
@@ -42,6 +43,9 @@ class FileRoots : public FilesPort {
     bool FileExists(std::string_view path) override;
     bool FolderExists(std::string_view path) override;
     bool FolderHolds(std::string_view folder, std::string_view file) override;
+    /// What is written into a claimed folder as a draft (`WriteFile`) is whole at any moment, and on the disk
+    /// when it is moved to its name. All other files are on the disk at once, with their names every few
+    /// seconds and at the end of the claim. The folder's names are listed once.
     std::unique_ptr<FolderClaim> ClaimFolder(std::string_view path) override;
     void RemoveFile(std::string_view path) override;
     void CopyFileOver(std::string_view from, std::string_view to) override;
@@ -66,6 +70,7 @@ class FileRoots : public FilesPort {
     std::filesystem::path ResolveToWrite(std::string_view systemPath) const;
 
     std::filesystem::path mHome;
+    std::shared_ptr<FolderNames> mNames = std::make_shared<FolderNames>();
     std::vector<Mapping> mMappings;
     brenvik::WorkFolder* mWorkFolder = nullptr;
 };

@@ -20,4 +20,11 @@ void WriteWholeFile(const std::filesystem::path& file, std::string_view content)
 /// brings it to the disk when it likes. What a power cut takes was to be deleted anyway.
 void WriteScratchFile(const std::filesystem::path& file, std::string_view content);
 
+/// Brings the content of a file that is in place to the disk. Fails like `WriteWholeFile`.
+void SyncFile(const std::filesystem::path& file);
+
+/// Brings the names in a folder to the disk, where the file system can: the files are in place already, so
+/// that a refusal is no failure.
+void SyncFolder(const std::filesystem::path& folder);
+
 }  // namespace brenvik

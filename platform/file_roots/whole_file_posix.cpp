@@ -14,6 +14,7 @@
 #include "file_roots/claim.h"
 #include "file_roots/dead_work_files.h"
 #include "file_roots/file_failures.h"
+#include "file_roots/late_folders.h"
 #include "file_roots/whole_file.h"
 
 namespace brenvik {
@@ -123,13 +124,6 @@ void WriteToDevice(const fs::path& device, std::string_view content) {
     if (!descriptor.Close()) throw FromErrno(errno, device);
 }
 
-// The name in its folder reaches the disk with the folder. Not every file system can do it, and the file
-// is in place already, so that a refusal is no failure.
-void SyncFolder(const fs::path& folder) {
-    const Descriptor descriptor(folder, O_RDONLY | O_DIRECTORY, 0);
-    if (descriptor.Number() >= 0) ::fsync(descriptor.Number());
-}
-
 // Where a chain of links ends, so that the link stays one.
 fs::path BehindLinks(const fs::path& file) {
     std::error_code error;
@@ -163,7 +157,7 @@ void Replace(const fs::path& file, std::string_view content, Reach reach) {
     if (!descriptor.Close()) throw FromErrno(errno, target);
     if (::rename(work.Path().c_str(), target.c_str()) != 0) throw FromErrno(errno, target);
     work.Keep();
-    if (reach == Reach::Disk) SyncFolder(folder);
+    if (reach == Reach::Disk) BringNameToDisk(folder);
 }
 
 }  // namespace
@@ -171,6 +165,16 @@ void Replace(const fs::path& file, std::string_view content, Reach reach) {
 void WriteWholeFile(const fs::path& file, std::string_view content) { Replace(file, content, Reach::Disk); }
 void WriteScratchFile(const fs::path& file, std::string_view content) {
     Replace(file, content, Reach::System);
+}
+
+void SyncFile(const fs::path& file) {
+    const Descriptor descriptor(file, O_RDONLY, 0);
+    if (descriptor.Number() < 0 || ::fsync(descriptor.Number()) != 0) throw FromErrno(errno, file);
+}
+
+void SyncFolder(const fs::path& folder) {
+    const Descriptor descriptor(folder, O_RDONLY | O_DIRECTORY, 0);
+    if (descriptor.Number() >= 0) ::fsync(descriptor.Number());
 }
 
 }  // namespace brenvik

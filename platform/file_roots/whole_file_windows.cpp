@@ -125,4 +125,15 @@ void WriteScratchFile(const fs::path& file, std::string_view content) {
     Replace(file, content, Reach::System);
 }
 
+void SyncFile(const fs::path& file) {
+    const HANDLE opened = CreateFileW(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (opened == INVALID_HANDLE_VALUE) throw FromCode(GetLastError(), file);
+    const Handle handle(opened);
+    if (!FlushFileBuffers(handle.get())) throw FromCode(GetLastError(), file);
+}
+
+// A move that writes through has brought the name to the disk.
+void SyncFolder(const fs::path&) {}
+
 }  // namespace brenvik

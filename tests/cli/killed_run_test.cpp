@@ -5,9 +5,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
+#include <sstream>
+#include <string>
+#include <string_view>
 #include <thread>
+#include <vector>
 
 #include "boards.h"
 #include "checkout_paths.h"
@@ -76,6 +81,39 @@ TEST_F(KilledRun, HasNoListUnderItsNameAndIsClearedByTheNext) {
         EXPECT_EQ(FilesBelow("cut"), whole);
     }
     EXPECT_GE(killed, 1) << "how many moments are met depends on how the machine shares its time";
+}
+
+/// The files that a list names, as paths in the output folder.
+std::vector<std::string> NamedIn(const std::string& list) {
+    std::vector<std::string> names;
+    std::istringstream lines(list);
+    constexpr std::string_view root = "c:\\BV-DXF\\";
+    for (std::string line; std::getline(lines, line);) {
+        std::string name = line.substr(root.size(), line.find(',') - root.size());
+        std::ranges::replace(name, '\\', '/');
+        names.push_back(std::move(name));
+    }
+    return names;
+}
+
+TEST_F(KilledRun, HasEachFileWholeThatAListNames) {
+    std::size_t named = 0;
+    for (const std::string moment :
+         {"WORKLIST.TXT.unfinished", "Part_2_Top_7.dxf", "2-sided/BPart_1_Shelf_7.dxf", "Part_4_Door_7.dxf",
+          "Part_5_Rail_7.dxf", "WORKLIST.TXT"}) {
+        SCOPED_TRACE(moment);
+        fs::remove_all(folder / "cut");
+        KillWhen([&] { return fs::exists(folder / "cut" / moment); });
+        for (const auto& [place, content] : FilesBelow("cut")) {
+            if (place.find("WORKLIST.TXT") == std::string::npos) continue;
+            for (const std::string& file : NamedIn(content)) {
+                ++named;
+                ASSERT_TRUE(Exists("cut/" + file)) << file;
+                EXPECT_TRUE(Read("cut/" + file).ends_with("EOF\r\n")) << file;
+            }
+        }
+    }
+    EXPECT_GE(named, 1U) << "how many moments are met depends on how the machine shares its time";
 }
 
 TEST_F(KilledRun, LeavesNoFilesOfItsOwnBehindTheNextOne) {

@@ -1,0 +1,71 @@
+// Which folders are late, and since when.
+#include "file_roots/late_folders.h"
+
+#include <chrono>
+#include <map>
+#include <utility>
+
+#include "file_roots/whole_file.h"
+
+namespace brenvik {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// What a power cut may take of a job.
+constexpr auto mostDelay = std::chrono::seconds(2);
+
+struct Late {
+    int objects = 0;
+    bool hasNewNames = false;
+    Clock::time_point synced = Clock::now();
+};
+
+std::map<std::filesystem::path, Late>& LateFolders() {
+    static std::map<std::filesystem::path, Late> folders;
+    return folders;
+}
+
+std::size_t syncs = 0;
+
+void Sync(const std::filesystem::path& folder) {
+    ++syncs;
+    SyncFolder(folder);
+}
+
+void SyncLate(const std::filesystem::path& folder, Late& late) {
+    if (std::exchange(late.hasNewNames, false)) Sync(folder);
+    late.synced = Clock::now();
+}
+
+/// A folder's path ends without a separator.
+std::filesystem::path Plain(const std::filesystem::path& folder) {
+    return folder.has_filename() ? folder : folder.parent_path();
+}
+
+}  // namespace
+
+LateFolder::LateFolder(std::filesystem::path folder) : mFolder(Plain(folder)) {
+    ++LateFolders()[mFolder].objects;
+}
+
+LateFolder::~LateFolder() {
+    const auto found = LateFolders().find(mFolder);
+    SyncLate(mFolder, found->second);
+    if (--found->second.objects == 0) LateFolders().erase(found);
+}
+
+void BringNameToDisk(const std::filesystem::path& folder) {
+    const auto late = LateFolders().find(folder);
+    if (late == LateFolders().end()) return Sync(folder);
+    late->second.hasNewNames = true;
+    if (Clock::now() - late->second.synced >= mostDelay) SyncLate(folder, late->second);
+}
+
+void BringLateNamesToDisk() {
+    for (auto& [folder, late] : LateFolders()) SyncLate(folder, late);
+}
+
+std::size_t FolderSyncs() { return syncs; }
+
+}  // namespace brenvik
