@@ -11,11 +11,11 @@
 #include "drafting_host/document/host_application.h"
 #include "drafting_host/document/host_failure.h"
 #include "drafting_host/document/imported_parts.h"
+#include "drafting_host/document/step_door.h"
 #include "drafting_host/document/whole_file.h"
 #include "drafting_host/dwg/dwg_reader.h"
 #include "drafting_host/dxf/dxf_reader.h"
 #include "drafting_host/dxf/dxf_writer.h"
-#include "drafting_host/step/step_writer.h"
 
 namespace brenvik {
 namespace {
@@ -95,7 +95,7 @@ std::vector<std::string> SaveStep(const HostDocument& document, const std::files
     std::vector<std::string> problems;
     TellOtherUnit(document, unit, problems);
     const std::vector<step::StepSolid> solids = StepSolidsOf(document, problems);
-    document.Host().WriteFile(path, step::StepText(path, solids, unit));
+    document.Host().WriteFile(path, OpenedStepExchange().text(path, solids, unit));
     return problems;
 }
 

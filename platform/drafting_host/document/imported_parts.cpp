@@ -12,13 +12,13 @@
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/document/host_failure.h"
 #include "drafting_host/document/lost_data.h"
+#include "drafting_host/document/step_door.h"
 #include "drafting_host/dxf/aci_colors.h"
 #include "drafting_host/dxf/dxf_text.h"
 #include "drafting_host/dxf/kept_text.h"
 #include "drafting_host/dxf/standard_entries.h"
 #include "drafting_host/solids/mass.h"
 #include "drafting_host/solids/transform.h"
-#include "drafting_host/step/step_reader.h"
 
 namespace brenvik {
 namespace {
@@ -150,7 +150,7 @@ std::size_t LumpsOf(const TopoDS_Shape& shape) {
 void ImportStep(HostDocument& document, const std::filesystem::path& path, const ReadOptions& options,
                 const UnitChoice& units) {
     const LengthUnit unit = units.drawing.value_or(LengthUnit::Millimetre);
-    const step::StepDocument read = step::ReadStep(path, unit);
+    const step::StepDocument read = OpenedStepExchange().read(path, unit);
     document.MarkImported();
     if (!read.isWrittenHere) document.MarkOnlyRead(path);
     SetUnit(document, unit);

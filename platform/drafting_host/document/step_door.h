@@ -1,0 +1,11 @@
+// The way to the STEP library, which is opened when the first STEP file is read or written.
+#pragma once
+
+#include "drafting_host/step/step_exchange.h"
+
+namespace brenvik {
+
+/// Throws Failure where the library doesn't lie beside the program, or can't be opened.
+const step::StepExchange& OpenedStepExchange();
+
+}  // namespace brenvik

@@ -1,0 +1,27 @@
+// What a program that opens the STEP library gets of it. Reading STEP pulls in fifty libraries of the
+// modeller, its visualisation among them, which takes longer than many a list; so the program opens them only
+// when a STEP file is read or written.
+#pragma once
+
+#include <filesystem>
+#include <span>
+#include <string>
+
+#include "drafting_host/solids/length_unit.h"
+#include "drafting_host/step/step_document.h"
+
+namespace brenvik::step {
+
+/// `ReadStep` and `StepText`.
+struct StepExchange {
+    StepDocument (*read)(const std::filesystem::path& path, LengthUnit unit) = nullptr;
+    std::string (*text)(const std::filesystem::path& path, std::span<const StepSolid> parts,
+                        LengthUnit unit) = nullptr;
+};
+
+/// The library's file, which lies beside the program, and the function in it that hands the exchange over.
+inline constexpr const char* exchangeLibrary = "brenvik_step.so";
+inline constexpr const char* exchangeEntry = "brenvik_step_exchange";
+using ExchangeEntry = const StepExchange* (*)();
+
+}  // namespace brenvik::step
