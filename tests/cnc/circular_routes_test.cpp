@@ -9,6 +9,8 @@ struct BoreCase {
     Bore bore;
     std::vector<RimOf> through, pockets;
     bool otherSide;
+
+    friend void PrintTo(const BoreCase& each, std::ostream* out) { *out << each.name; }
 };
 
 class CircularRouteTable : public RoundBoreTest, public testing::WithParamInterface<BoreCase> {};

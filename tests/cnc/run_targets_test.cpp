@@ -18,6 +18,8 @@ struct ListCase {
     const char* list;
     const char* line;
     const char* head = "";
+
+    friend void PrintTo(const ListCase& each, std::ostream* out) { *out << each.list; }
 };
 
 constexpr const char* commonLine = "{folder}{},18 OAK,1,6,Türseite,Base,7,oben,,,links";

@@ -12,6 +12,10 @@ namespace {
 struct LengthCase {
     const char* text;
     double value;
+
+    friend void PrintTo(const LengthCase& each, std::ostream* out) {
+        *out << testing::PrintToString(each.text);
+    }
 };
 
 class LengthText_ : public ::testing::TestWithParam<LengthCase> {};

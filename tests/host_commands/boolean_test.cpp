@@ -144,6 +144,10 @@ TEST_F(Combining, SolidsOnLockedLayersTakeNoPart) {
 struct SliceCase {
     const char* answers;
     Point3 min, max;
+
+    friend void PrintTo(const SliceCase& each, std::ostream* out) {
+        *out << testing::PrintToString(each.answers);
+    }
 };
 
 class SlicedBox : public CommandTest, public ::testing::WithParamInterface<SliceCase> {};

@@ -7,6 +7,8 @@ namespace {
 struct UcsCase {
     const char* text;
     Point3 origin, xAxis, yAxis;
+
+    friend void PrintTo(const UcsCase& each, std::ostream* out) { *out << testing::PrintToString(each.text); }
 };
 
 class UcsAnswers : public CommandTest, public ::testing::WithParamInterface<UcsCase> {};

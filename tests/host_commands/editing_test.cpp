@@ -10,6 +10,10 @@ using Selecting = CommandTest;
 struct EditCase {
     const char* text;
     Point3 min, max;
+
+    friend void PrintTo(const EditCase& each, std::ostream* out) {
+        *out << testing::PrintToString(each.text);
+    }
 };
 
 class EditedBox : public CommandTest, public ::testing::WithParamInterface<EditCase> {};

@@ -248,6 +248,10 @@ TEST(Outlines, OfALyingCylinderRunAlongItsSides) {
 
 struct FlatCase {
     HostGeometry curve, image;
+
+    friend void PrintTo(const FlatCase& each, std::ostream* out) {
+        *out << "geometry of kind " << each.curve.index();
+    }
 };
 
 class FlatCurves : public ::testing::TestWithParam<FlatCase> {};

@@ -18,6 +18,10 @@ class FaceEditing : public CommandTest {
 struct FaceCase {
     const char* answers;
     Point3 min, max;
+
+    friend void PrintTo(const FaceCase& each, std::ostream* out) {
+        *out << testing::PrintToString(each.answers);
+    }
 };
 
 class EditedFace : public CommandTest, public ::testing::WithParamInterface<FaceCase> {};

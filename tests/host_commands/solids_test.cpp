@@ -9,6 +9,8 @@ using Making = CommandTest;
 struct BoxCase {
     const char* text;
     Point3 min, max;
+
+    friend void PrintTo(const BoxCase& each, std::ostream* out) { *out << testing::PrintToString(each.text); }
 };
 
 class BoxAnswers : public CommandTest, public ::testing::WithParamInterface<BoxCase> {};

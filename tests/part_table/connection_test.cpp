@@ -36,6 +36,10 @@ TEST(ConnectionStringText, KnowsReadingOnly) {
 struct BadString {
     const char* text;
     const char* description;
+
+    friend void PrintTo(const BadString& each, std::ostream* out) {
+        *out << testing::PrintToString(each.text);
+    }
 };
 
 class ConnectionStringRefusal : public testing::TestWithParam<BadString> {};

@@ -12,6 +12,10 @@ namespace {
 struct Rewriting {
     const char* given;
     const char* expected;
+
+    friend void PrintTo(const Rewriting& each, std::ostream* out) {
+        *out << testing::PrintToString(each.given);
+    }
 };
 
 class StatementRewriting : public testing::TestWithParam<Rewriting> {};
@@ -48,6 +52,8 @@ struct Refusal {
     const char* name;
     std::string given;
     const char* reason;
+
+    friend void PrintTo(const Refusal& each, std::ostream* out) { *out << each.name; }
 };
 
 class StatementRefusal : public testing::TestWithParam<Refusal> {};
@@ -78,6 +84,8 @@ INSTANTIATE_TEST_SUITE_P(
 struct Select {
     const char* sql;
     bool plain;
+
+    friend void PrintTo(const Select& each, std::ostream* out) { *out << testing::PrintToString(each.sql); }
 };
 
 class PlainSelect : public testing::TestWithParam<Select> {};

@@ -14,6 +14,10 @@ struct LikeCase {
     std::string text;
     std::string pattern;
     bool fits;
+
+    friend void PrintTo(const LikeCase& each, std::ostream* out) {
+        *out << testing::PrintToString(each.text) << " " << testing::PrintToString(each.pattern);
+    }
 };
 
 class LikePattern : public testing::TestWithParam<LikeCase> {};
@@ -48,6 +52,10 @@ struct Order {
     const char* a;
     const char* b;
     int sign;
+
+    friend void PrintTo(const Order& each, std::ostream* out) {
+        *out << testing::PrintToString(each.a) << " " << testing::PrintToString(each.b);
+    }
 };
 
 class TextOrder : public testing::TestWithParam<Order> {};

@@ -24,6 +24,8 @@ struct VolumeCase {
     TopoDS_Shape shape;
     double volume;
     double relative;
+
+    friend void PrintTo(const VolumeCase& each, std::ostream* out) { *out << each.name; }
 };
 
 std::vector<VolumeCase> Volumes() {

@@ -28,6 +28,8 @@ struct PartCase {
     TopoDS_Shape shape;
     std::array<double, 3> square;  // along X, Y, Z as drawn
     std::array<double, 3> turned;  // sorted, at an odd angle
+
+    friend void PrintTo(const PartCase& each, std::ostream* out) { *out << each.name; }
 };
 
 TopoDS_Shape ArchedPanel() {

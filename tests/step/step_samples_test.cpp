@@ -30,6 +30,8 @@ struct Sample {
     std::array<double, 3> box;
     /// Of the volume; fewer where free-form faces are all there is, which programs integrate differently.
     int digits = 7;
+
+    friend void PrintTo(const Sample& each, std::ostream* out) { *out << each.file; }
 };
 
 constexpr std::array<Sample, 29> sampleTable{{

@@ -17,6 +17,10 @@ struct ValueForm {
     const char* line;
     const char* name;
     std::string value;
+
+    friend void PrintTo(const ValueForm& each, std::ostream* out) {
+        *out << testing::PrintToString(each.line);
+    }
 };
 
 class SettingsLine : public testing::TestWithParam<ValueForm> {};
@@ -112,6 +116,10 @@ TEST(SettingsContent, PathsOfSeveralLinesAreRefused) {
 struct DamagedFile {
     std::string content;
     const char* description;
+
+    friend void PrintTo(const DamagedFile& each, std::ostream* out) {
+        *out << testing::PrintToString(each.content);
+    }
 };
 
 class SettingsDamage : public testing::TestWithParam<DamagedFile> {};

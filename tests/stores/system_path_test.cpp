@@ -14,6 +14,10 @@ struct PathCase {
     char drive;
     bool absolute;
     const char* names;
+
+    friend void PrintTo(const PathCase& each, std::ostream* out) {
+        *out << testing::PrintToString(each.text);
+    }
 };
 
 class SystemPathText : public testing::TestWithParam<PathCase> {};
@@ -50,6 +54,10 @@ struct PatternCase {
     const char* name;
     const char* pattern;
     bool fits;
+
+    friend void PrintTo(const PatternCase& each, std::ostream* out) {
+        *out << testing::PrintToString(each.name) << " " << testing::PrintToString(each.pattern);
+    }
 };
 
 class FilePattern : public testing::TestWithParam<PatternCase> {};

@@ -14,6 +14,8 @@ class CellEditing : public GridTest {};
 
 struct LettersCase {
     const char *rule, *letters, *sizes;
+
+    friend void PrintTo(const LettersCase& each, std::ostream* out) { *out << each.rule; }
 };
 
 class LettersBecomeSizes : public CellEditing, public testing::WithParamInterface<LettersCase> {};

@@ -119,6 +119,8 @@ TEST_F(MainForm, RefreshesTheInstallFoldersDatabaseWhateverThePathSays) {
 struct PlaceCase {
     const char *rule, *left, *top, *width, *height;
     double expectedLeft, expectedTop, expectedWidth, expectedHeight;
+
+    friend void PrintTo(const PlaceCase& each, std::ostream* out) { *out << each.rule; }
 };
 
 class Placing : public MainForm, public testing::WithParamInterface<PlaceCase> {};

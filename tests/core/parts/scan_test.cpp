@@ -343,6 +343,8 @@ TEST_F(Scan, RoundsMeasuredExtentsToFiveDecimals) {
 struct SourceCase {
     const char *rule, *wcs, *noMeasure, *nonSolids, *objectName;
     double x;
+
+    friend void PrintTo(const SourceCase& each, std::ostream* out) { *out << each.rule; }
 };
 
 class ExtentsSource : public Scan, public testing::WithParamInterface<SourceCase> {};
