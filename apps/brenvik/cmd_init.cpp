@@ -7,54 +7,50 @@
 #include "console/console_dialogs.h"
 #include "file_roots/places.h"
 #include "install_home.h"
+#include "settings/home_units.h"
 #include "workplace.h"
 
 namespace brenvik::app {
 
 namespace {
 
-constexpr std::string_view metric = "metric", imperial = "imperial";
-
-MeasureUnits UnitsNamed(std::string_view word) {
-    return word == imperial ? MeasureUnits::Imperial : MeasureUnits::Metric;
-}
-
-std::string_view NameOf(MeasureUnits units) { return units == MeasureUnits::Imperial ? imperial : metric; }
-
 /// A library, settings and drawings in different units would make wrong parts without a word.
 void RequireSameUnits(const std::string& word, MeasureUnits present, const std::filesystem::path& home) {
     if (word.empty() || UnitsNamed(word) == present) return;
     throw CommandError(ExitStatus::WrongWords,
                        "--units: " + TextFromPath(home) + " is a home in " + std::string(NameOf(present)) +
-                           " units (its ExportScaleSetting is " +
-                           GetSettingText(setting::ExportScaleSetting) +
+                           " units (its HomeUnits is \"" + GetSettingText(setting::HomeUnits) +
+                           "\", its ExportScaleSetting " + GetSettingText(setting::ExportScaleSetting) +
                            "), and settings, materials and drawings of a home go together; make another one: "
                            "brenvik --home DIR init --units " +
                            word);
 }
 
+/// For a new home; metric where nothing is said.
+MeasureUnits Wanted(const std::string& word) { return UnitsNamed(word).value_or(MeasureUnits::Metric); }
+
 /// The units that the home has, whose settings and materials go together. Nothing when neither tells.
 std::optional<MeasureUnits> UnitsOf(Workplace& workplace, const std::string& word) {
+    if (EnumerateSubkey({}).empty()) return Wanted(word);
     if (const std::optional<MeasureUnits> present = UnitsOfHome()) {
         RequireSameUnits(word, *present, workplace.home);
         return present;
     }
-    if (EnumerateSubkey({}).empty()) return UnitsNamed(word);
     if (!word.empty())
         throw CommandError(
             ExitStatus::WrongWords,
             "--units: " + TextFromPath(workplace.home) +
-                " has settings, but no ExportScaleSetting from 1 to 4 that tells its units; set "
-                "that first: brenvik settings set ExportScaleSetting 1 (inches) or 2 "
+                " has settings, but neither HomeUnits nor an ExportScaleSetting from 1 to 4 that tells its "
+                "units; set that first: brenvik settings set ExportScaleSetting 1 (inches) or 2 "
                 "(millimetres), then init brings the rest in these");
     return UnitsOfMaterials(workplace.files);
 }
 
 ExitStatus Init(const std::string& home, const std::string& word) {
     ConsoleDialogs dialogs(std::cerr);
-    Workplace workplace(home, dialogs, UnitsNamed(word));
+    Workplace workplace(home, dialogs, Wanted(word));
     // A home with settings keeps them, but files that have gone missing come back, in its units.
-    std::optional<MeasureUnits> units = UnitsNamed(word);
+    std::optional<MeasureUnits> units = Wanted(word);
     if (!workplace.HomeWasMade()) {
         units = UnitsOf(workplace, word);
         InstallHome(workplace.files, workplace.database, units);
@@ -77,7 +73,8 @@ Command InitCommand() {
             {Argument("--units", units.get(),
                       "The units of the shop, metric unless said otherwise; a home keeps those that it was "
                       "made with")
-                 .OneOf({std::string(metric), std::string(imperial)})},
+                 .OneOf({std::string(NameOf(MeasureUnits::Metric)),
+                         std::string(NameOf(MeasureUnits::Imperial))})},
             [units](const std::string& home) { return Init(home, *units); },
             {}};
 }

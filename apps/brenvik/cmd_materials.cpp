@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "base/failure.h"
+#include "base/numbers.h"
 #include "base/text.h"
 #include "command_line.h"
 #include "console/console_dialogs.h"
@@ -19,6 +20,7 @@
 #include "session/call.h"
 #include "settings/material_keys.h"
 #include "settings/materials.h"
+#include "settings/settings_store.h"
 #include "settings_store/folder_lock.h"
 #include "shell_word.h"
 #include "workplace.h"
@@ -111,6 +113,14 @@ ExitStatus FindOne(const std::string& home, const std::string& key) {
     });
 }
 
+/// Whether two keys can be meant in one unit: no shop's boards are this many times as thick as others, and
+/// the tools of one would be of no use for the other.
+bool AreOfOneUnit(std::string_view key, std::string_view other) {
+    constexpr double mostTimes = 15;
+    const double a = LenientNumber(key), b = LenientNumber(other);
+    return a <= b * mostTimes && b <= a * mostTimes;
+}
+
 /// Fails for words that can't make a record.
 void RequireAddable(const MaterialLibrary& library, const std::string& file, const std::string& key,
                     const std::string& like) {
@@ -122,6 +132,12 @@ void RequireAddable(const MaterialLibrary& library, const std::string& file, con
                                "\" already" +
                                (HasFirstTool(*present) ? "" : ", without a first tool: fill it in there"));
     const MaterialTexts* copied = FindMaterialIn(library, like);
+    if (copied && !AreOfOneUnit(key, like))
+        throw CommandError(ExitStatus::WrongWords,
+                           "--like: expected a board of about the same thickness, found \"" + like +
+                               "\" for \"" + key +
+                               "\", which are as far apart as millimetres and inches; tools are copied as "
+                               "they stand");
     if (copied && HasFirstTool(*copied)) return;
     const std::string near = NearKeys(library, like);
     throw CommandError(ExitStatus::WrongWords, "--like: expected a material of " + file +
@@ -149,7 +165,9 @@ ExitStatus AddOne(const std::string& home, const std::string& key, const std::st
     const std::string copied = std::exchange(added.front(), key);
     AppendMaterial(added);
     std::cout << "added " << key << ", cut as " << copied << '\n';
-    return ExitStatus::Done;
+    // Runs in other units than the library's are told where they begin, and here, where their board is added.
+    GetSettingText(setting::ExportScaleSetting);
+    return workplace.toldSettings.DamageFound() ? ExitStatus::Incomplete : ExitStatus::Done;
 }
 
 }  // namespace

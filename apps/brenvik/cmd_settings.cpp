@@ -9,6 +9,8 @@
 #include "base/letter_case.h"
 #include "command_line.h"
 #include "console/console_dialogs.h"
+#include "file_roots/places.h"
+#include "settings/home_units.h"
 #include "settings/setting_values.h"
 #include "settings/settings_keys.h"
 #include "told_settings.h"
@@ -79,6 +81,20 @@ ExitStatus GetOne(const std::string& home, const std::string& name) {
     return workplace.toldSettings.DamageFound() ? ExitStatus::Incomplete : ExitStatus::Done;
 }
 
+/// A scale in the units of the home alone: nobody converts the lengths that stand there.
+void RequireScaleOfHome(const SettingPlace& place, const std::string& value, const Workplace& workplace) {
+    if (place.path != SettingsKeyPath || !EqualsIgnoreCase(place.name, setting::ExportScaleSetting)) return;
+    const std::optional<MeasureUnits> units = UnitsOfHome();
+    const std::string expected = ExportScaleFault(value, units);
+    if (expected.empty()) return;
+    const std::string other(NameOf(OtherThan(*units)));
+    throw CommandError(ExitStatus::WrongWords,
+                       place.name + ": expected " + expected +
+                           "; make a home for the other units: brenvik --home DIR init --units " + other +
+                           "; or, when all of these are converted in " + TextFromPath(workplace.home) +
+                           ": settings set HomeUnits " + other);
+}
+
 ExitStatus SetOne(const std::string& home, const std::string& name, const std::string& value) {
     ConsoleDialogs dialogs(std::cerr);
     Workplace workplace(home, dialogs);
@@ -86,7 +102,13 @@ ExitStatus SetOne(const std::string& home, const std::string& name, const std::s
     if (const std::string expected = ValueFaultAt(place.path, place.name, value); !expected.empty())
         throw CommandError(ExitStatus::WrongWords,
                            place.name + ": expected " + expected + ", found \"" + value + "\"");
+    RequireScaleOfHome(place, value, workplace);
     workplace.settings.SaveSetting(SettingsRoot::LocalMachine, place.path, place.name, value);
+    if (EqualsIgnoreCase(place.name, setting::HomeUnits))
+        std::cerr
+            << "HomeUnits converts nothing: CircleSize, BiesseWorksSpoil, DrillSpoilAmount, BWPriority and "
+               "the material library have to be in these units, and ExportScaleSetting "
+            << (UnitsNamed(value) == MeasureUnits::Metric ? "2 or 3\n" : "1 or 4\n");
     return ExitStatus::Done;
 }
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-#include "base/numbers.h"
 #include "install_files.h"
 #include "session/ports/database_port.h"
+#include "settings/home_units.h"
 
 namespace brenvik::app {
 
@@ -18,15 +18,11 @@ void WriteIfMissing(FilesPort& files, const std::string& path, const std::string
     if (!files.FileExists(path)) files.WriteFile(path, content);
 }
 
-MeasureUnits Other(MeasureUnits units) {
-    return units == MeasureUnits::Metric ? MeasureUnits::Imperial : MeasureUnits::Metric;
-}
-
 /// In a home without settings, a library that nobody has touched is left from an installation in the other
 /// units that was broken off.
 void WriteMaterials(FilesPort& files, const std::string& path, MeasureUnits units) {
     const bool leftOver = files.FileExists(path) && EnumerateSubkey({}).empty() &&
-                          files.ReadFile(path) == InitialMaterials(Other(units));
+                          files.ReadFile(path) == InitialMaterials(OtherThan(units));
     if (leftOver)
         files.WriteFile(path, InitialMaterials(units));
     else
@@ -59,19 +55,6 @@ void InstallHome(FilesPort& files, DatabasePort& database, std::optional<Measure
     files.WriteFile(folder + "Brenvik495.chm", HelpText());
     // The settings come last: a folder with settings is a whole installation.
     if (units) CreateInitialSettings(*units, folder);
-}
-
-std::optional<MeasureUnits> UnitsOfHome() {
-    switch (ToInteger(NumberSetting(setting::ExportScaleSetting))) {
-        case 1:
-        case 4:
-            return MeasureUnits::Imperial;
-        case 2:
-        case 3:
-            return MeasureUnits::Metric;
-        default:
-            return std::nullopt;
-    }
 }
 
 std::optional<MeasureUnits> UnitsOfMaterials(FilesPort& files) {

@@ -17,10 +17,6 @@ namespace brenvik::app {
 /// when the folder can't be written.
 void InstallHome(FilesPort& files, DatabasePort& database, std::optional<MeasureUnits> units);
 
-/// What the runs of the home work in, and so its materials and settings, by its settings; nothing when they
-/// don't say.
-std::optional<MeasureUnits> UnitsOfHome();
-
 /// The units of a material library that is as an installation wrote it.
 std::optional<MeasureUnits> UnitsOfMaterials(FilesPort& files);
 

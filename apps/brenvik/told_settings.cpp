@@ -5,6 +5,8 @@
 #include <iostream>
 #include <utility>
 
+#include "settings/home_units.h"
+#include "settings/setting_names.h"
 #include "settings/setting_values.h"
 #include "settings/settings_keys.h"
 
@@ -22,7 +24,11 @@ ToldSettings::ToldSettings(SettingsPort& settingsStore, std::string shownFile, s
 
 void ToldSettings::Look(std::string_view path, std::string_view name, std::string_view value) {
     if (StartsWithIgnoreCase(path, SettingsKeyPath)) TellStoreFaults();
-    const std::string expected = ValueFaultAt(path, name, value);
+    std::string expected = ValueFaultAt(path, name, value);
+    if (expected.empty() && EqualsIgnoreCase(path, SettingsKeyPath) &&
+        EqualsIgnoreCase(name, setting::ExportScaleSetting))
+        expected = ExportScaleFault(
+            value, UnitsNamed(GetSetting(SettingsRoot::LocalMachine, path, setting::HomeUnits)));
     if (expected.empty() || !told.insert(std::string(path) + "\\" + std::string(name)).second) return;
     const bool missing = value.empty() && !IsStored(path, name);
     const std::size_t line = missing || !lineOf ? 0 : lineOf(path, name);

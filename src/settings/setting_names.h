@@ -39,6 +39,7 @@ inline constexpr SettingName CNCMultiplier{"CNCMultiplier"};
 inline constexpr SettingName DrillSpoilAmount{"DrillSpoilAmount"};
 inline constexpr SettingName BWPriority{"BWPriority"};
 inline constexpr SettingName ClearCores{"ClearCores"};
+inline constexpr SettingName HomeUnits{"HomeUnits"};
 inline constexpr SettingName ApplicationPath{"ApplicationPath"};
 inline constexpr SettingName ApplicationVersion{"ApplicationVersion"};
 inline constexpr SettingName MDBPath{"MDBPath"};

@@ -10,6 +10,7 @@
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/text.h"
+#include "settings/home_units.h"
 #include "settings/setting_names.h"
 #include "settings/settings_keys.h"
 
@@ -78,7 +79,7 @@ const SettingEntry* FamilyOf(std::string_view name) {
 
 std::string InWords(const Limits& limits) {
     std::string text = limits.whole ? "a whole number" : "a number";
-    if (limits.highest < MostParts)
+    if (limits.highest < NoLimit)
         return text + " from " + NumberToText(limits.lowest) + " to " + NumberToText(limits.highest);
     if (limits.lowest > -NoLimit) text += ", " + NumberToText(limits.lowest) + " or more";
     return text;
@@ -127,6 +128,7 @@ std::string SettingValueFault(std::string_view name, std::string_view value) {
         case SettingKind::Number:
             return NumberFault(value, LimitsOf(name));
         case SettingKind::Text:
+            if (entry->name == setting::HomeUnits) return UnitsNamed(value) ? "" : "metric or imperial";
             return IsPath(name) && HoldsControlCharacter(value) ? "a path without control characters" : "";
         case SettingKind::Counted:
             return {};

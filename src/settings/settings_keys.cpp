@@ -67,6 +67,8 @@ constexpr auto Settings = std::to_array<SettingEntry>({
 
     // The dialog is as its users know it, and has no control for this one.
     {ClearCores, "", Switch, "", "", true, "0", "0", Cnc},
+    // The values above that are lengths, and the material library, are in these units.
+    {HomeUnits, "", Text, "", "", true, "metric", "imperial", CncAndParts},
 
     {ApplicationPath, "", Text, "", "", true, "", "", Start},
     {ApplicationVersion, "", Text, "", "", true, "4.9", "4.9", Start},

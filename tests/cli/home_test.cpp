@@ -85,7 +85,8 @@ TEST_F(Home, TheUnitsOfItsRunsAreThoseOfWhatInitBringsBack) {
           {"2", "metric", "imperial"},
           {"3", "metric", "imperial"},
           {"4", "imperial", "metric"}}) {
-        Run({"settings", "set", "ExportScaleSetting", scale});
+        Run({"settings", "set", "HomeUnits", units});
+        EXPECT_EQ(Run({"settings", "set", "ExportScaleSetting", scale}).status, 0);
         std::filesystem::remove(Path("home/materials.txt"));
         EXPECT_EQ(Run({"init", "--units", other}).status, 2) << scale;
         EXPECT_EQ(Run({"init", "--units", units}).status, 0) << scale;
@@ -97,10 +98,12 @@ TEST_F(Home, WithoutUnitsInItsSettingsGetsNoneByInit) {
     Run({"init", "--units", "imperial"});
     const auto loseTheUnits = [&] {
         std::string settings = Read("home/settings.txt");
-        const std::size_t line = settings.find("ExportScaleSetting");
-        ASSERT_NE(line, std::string::npos);
-        settings.erase(settings.rfind('\n', line) + 1,
-                       settings.find('\n', line) - settings.rfind('\n', line));
+        for (const char* name : {"ExportScaleSetting", "HomeUnits"}) {
+            const std::size_t line = settings.find(name);
+            ASSERT_NE(line, std::string::npos);
+            settings.erase(settings.rfind('\n', line) + 1,
+                           settings.find('\n', line) - settings.rfind('\n', line));
+        }
         Write("home/settings.txt", settings);
     };
     loseTheUnits();
@@ -123,6 +126,53 @@ TEST_F(Home, WithoutUnitsInItsSettingsGetsNoneByInit) {
     EXPECT_EQ(Read("home/settings.txt"), settings);
     EXPECT_FALSE(Exists("home/materials.txt"));
     EXPECT_TRUE(Exists("home/CNCProfile.txt"));
+}
+
+TEST_F(Home, AScaleInOtherUnitsThanTheHomesIsRefused) {
+    for (const auto& [own, other, right, wrong] :
+         {std::tuple<std::string, std::string, std::string, std::string>{"metric", "imperial", "23", "14"},
+          {"imperial", "metric", "14", "23"}}) {
+        std::filesystem::remove_all(Path("home"));
+        Run({"init", "--units", own});
+        for (const char scale : right)
+            EXPECT_EQ(Run({"settings", "set", "ExportScaleSetting", {scale}}).status, 0) << scale;
+        const std::string settings = Read("home/settings.txt");
+        for (const char scale : wrong) {
+            const Outcome outcome = Run({"settings", "set", "exportscalesetting", {scale}});
+            EXPECT_EQ(outcome.status, 2) << scale;
+            EXPECT_NE(outcome.errors.find("this home is " + own + ", and its CircleSize, BiesseWorksSpoil, "),
+                      std::string::npos)
+                << outcome.errors;
+            EXPECT_NE(outcome.errors.find("init --units " + other), std::string::npos) << outcome.errors;
+            EXPECT_EQ(Read("home/settings.txt"), settings);
+        }
+        // Who has converted everything says so first.
+        EXPECT_EQ(Run({"settings", "set", "HomeUnits", other}).status, 0);
+        EXPECT_EQ(Run({"settings", "set", "ExportScaleSetting", wrong.substr(0, 1)}).status, 0);
+        EXPECT_EQ(Run({"settings", "set", "HomeUnits", "furlongs"}).status, 2);
+    }
+}
+
+TEST_F(Home, AScaleInOtherUnitsThanTheHomesIsToldByWhatReadsIt) {
+    Run({"init"});
+    std::string settings = Read("home/settings.txt");
+    settings.replace(settings.find("ExportScaleSetting=2"), 20, "ExportScaleSetting=4");
+    Write("home/settings.txt", settings);
+    const std::string drawing = ShippedSample().string();
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"cnc", drawing, "--target", "C2C", "--out", "out"},
+          {"list", drawing},
+          {"settings", "list"},
+          {"materials", "add", "20 oak", "--like", "18 white melamine"}}) {
+        const Outcome outcome = Run(words);
+        EXPECT_EQ(outcome.status, 1) << words.front();
+        EXPECT_NE(
+            outcome.errors.find("ExportScaleSetting is \"4\", expected 2 or 3: runs would work in inches, "
+                                "but this home is metric"),
+            std::string::npos)
+            << words.front() << "\n"
+            << outcome.errors;
+    }
 }
 
 TEST_F(Home, AnInstallationThatWasBrokenOffDoesNotMixItsUnitsWithTheNext) {

@@ -173,5 +173,14 @@ TEST_F(MaterialsCommand, AddOfTwoProgramsAtOnceLosesNoRecord) {
     }
 }
 
+TEST_F(MaterialsCommand, AreNotCopiedFromMillimetresToInches) {
+    for (const auto& [key, like] : {std::pair(".75 oak", "18 white melamine"), {"300 oak", "18 birch ply"}}) {
+        const Outcome outcome = Run({"materials", "add", key, "--like", like});
+        EXPECT_EQ(outcome.status, 2) << key;
+        EXPECT_NE(outcome.errors.find("expected a board of about the same thickness"), std::string::npos)
+            << outcome.errors;
+    }
+}
+
 }  // namespace
 }  // namespace brenvik::cli_test

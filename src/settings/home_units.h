@@ -1,0 +1,31 @@
+// The units of a home: those that its runs work in. The settings that runs cut by and the bits of the
+// material library stand in them, so a run in other units would cut by millimetres taken as inches.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+/// The word for units in the settings, and for people.
+std::string_view NameOf(MeasureUnits units);
+/// By the word, in any case; nothing for another text.
+std::optional<MeasureUnits> UnitsNamed(std::string_view word);
+MeasureUnits OtherThan(MeasureUnits units);
+
+/// What runs work in by a value of `ExportScaleSetting`: 1 and 4 in inches, 2 and 3 in millimetres. Nothing
+/// for any other value.
+std::optional<MeasureUnits> UnitsOfRuns(std::string_view exportScale);
+
+/// What was expected in place of a value of `ExportScaleSetting` that lets runs work in other units than the
+/// home's, and why; blank where the two agree, and where one of them says nothing.
+std::string ExportScaleFault(std::string_view exportScale, std::optional<MeasureUnits> units);
+
+/// The units of the home: as its settings call them, else those that its runs work in. Nothing where neither
+/// says.
+std::optional<MeasureUnits> UnitsOfHome();
+
+}  // namespace brenvik
