@@ -5,6 +5,7 @@
 #include "command_line.h"
 #include "drawing_io.h"
 #include "drawing_unit.h"
+#include "file_roots/places.h"
 #include "given_material.h"
 #include "workplace.h"
 
@@ -19,6 +20,9 @@ struct ConvertOptions : DrawingOptions {
 ExitStatus Convert(const std::string& home, ConvertOptions options) {
     RequireWritableFormat(options.save);
     options.onlySaves = IsDxfName(options.save);
+    KeptFiles kept;
+    kept.KeepHome(HomeOf(home));
+    kept.RequireFree(PathFromText(options.save), OutputKind::Drawing, options.save);
     Teller teller(options.quiet);
     GuardedFiles files;
     HostApplication host([&files](const std::filesystem::path& file, std::string_view content) {

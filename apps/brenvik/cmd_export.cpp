@@ -7,6 +7,7 @@
 #include "console/console_dialogs.h"
 #include "drawing_unit.h"
 #include "export/export_options.h"
+#include "forms/grid_control.h"
 #include "grid_session.h"
 #include "list_choice_options.h"
 #include "run_dialogs.h"
@@ -40,12 +41,26 @@ bool ExportGrid(const CsvExportChoices& csv) {
 bool ScanAndExport(HostApplication& host, ConsoleDialogs& dialogs, const ListChoices& choices,
                    const CsvExportChoices& csv, Teller& teller) {
     bool exported = false;
-    WhileGridIsOpen(host, dialogs, [&](Form&) {
+    WhileGridIsOpen(host, dialogs, [&](Form& form) {
         if (dialogs.MessagesShown() > 0) teller.MarkIncomplete();
+        const auto rows = [&form] {
+            const auto& grid = form.Get<DataControl>("Adodc1");
+            return grid.Records() ? static_cast<std::size_t>(grid.Records()->RecordCount()) : 0;
+        };
+        const std::size_t parts = rows();
         ApplyOnGrid(choices);
+        RemarkOnNoParts(choices, parts, rows(), teller);
         exported = ExportGrid(csv);
     });
     return exported;
+}
+
+/// Before anything is read or written: the list must not take the place of what it is made from.
+void RequireOwnFile(Workplace& workplace, const ExportOptions& options) {
+    KeepDrawing(workplace.kept, options.drawing);
+    if (!options.csv.adjustments.empty())
+        workplace.kept.Keep(workplace.files.Resolve(options.csv.adjustments), "the adjustment file");
+    workplace.kept.RequireFree(workplace.files.Resolve(options.csv.path), OutputKind::List, options.csv.path);
 }
 
 ExitStatus Export(const std::string& home, const ExportOptions& options) {
@@ -55,6 +70,7 @@ ExitStatus Export(const std::string& home, const ExportOptions& options) {
     RunDialogs dialogs(std::cerr);
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };
     Workplace workplace(home, dialogs);
+    RequireOwnFile(workplace, options);
     const std::size_t selected = OpenAndSelect(workplace, options.drawing, options.unit, teller).selected;
     teller.Progress("measuring " + std::to_string(selected) + " parts");
     const bool exported = ScanAndExport(workplace.host, dialogs, choices, options.csv, teller);

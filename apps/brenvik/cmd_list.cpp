@@ -67,6 +67,7 @@ ExitStatus List(const std::string& home, const ListOptions& options) {
     teller.Wipe();
     if (dialogs.MessagesShown() > 0) teller.MarkIncomplete();
     TellPartTroubles(teller);
+    RemarkOnNoParts(choices, scanned.parts, scanned.list.rows.size(), teller);
     const std::size_t known = scanned.parts + TellDroppedParts(teller);
     if (known < selected)
         teller.Loss(std::to_string(selected - known) + " of " + std::to_string(selected) +

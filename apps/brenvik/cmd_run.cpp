@@ -142,14 +142,27 @@ void TellOverlooked(const std::string& journal, WatchedJournalDialogs& dialogs, 
                 " of something skipped or failed; the first: " + MessageLine(boxes.front()));
 }
 
+void KeepInputs(KeptFiles& kept, const RunOptions& options) {
+    KeepDrawing(kept, options.drawing);
+    kept.Keep(PathFromText(options.journal), "the journal that is played");
+}
+
 ExitStatus Run(const std::string& home, const RunOptions& options) {
     if (!options.drawing.save.empty()) RequireWritableFormat(options.drawing.save);
     Teller teller(options.drawing.quiet);
     std::vector<JournalStep> steps = ReadJournal(options.journal);
+    KeptFiles kept;
+    kept.KeepHome(HomeOf(home));
+    KeepInputs(kept, options);
+    if (!options.transcript.empty())
+        kept.RequireFree(PathFromText(options.transcript), OutputKind::Transcript, options.transcript);
     RunTranscript transcript(options.transcript, options.drawing.quiet);
     WatchedJournalDialogs dialogs(transcript.Stream());
     JournalPrompts prompts(dialogs, transcript.Stream());
     Workplace workplace(home, dialogs);
+    KeepInputs(workplace.kept, options);
+    if (!options.transcript.empty())
+        workplace.kept.Keep(PathFromText(options.transcript), "the transcript of the run");
     workplace.host.SetPrompts(&prompts);
     SetProof(!options.noProof);
     TellDamagedSettings(workplace, teller);

@@ -7,13 +7,17 @@
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
 #include "sample_job.h"
+#include "workplace.h"
 
 namespace brenvik::app {
 
 namespace {
 
-ExitStatus Sample(const DrawingOptions& options) {
+ExitStatus Sample(const std::string& home, const DrawingOptions& options) {
     RequireWritableFormat(options.save);
+    KeptFiles kept;
+    kept.KeepHome(HomeOf(home));
+    kept.RequireFree(PathFromText(options.save), OutputKind::Drawing, options.save);
     Teller teller(options.quiet);
     HostApplication host(WriteWholeFile);
     teller.Progress("drawing the cabinet");
@@ -34,7 +38,7 @@ Command SampleCommand() {
     return {"sample",
             "Write the sample job: a base cabinet with drilling, dadoes and cut-outs",
             {options->OutWord(), options->Quiet()},
-            [options](const std::string&) { return Sample(*options); },
+            [options](const std::string& home) { return Sample(home, *options); },
             {}};
 }
 

@@ -178,6 +178,10 @@ void RequireWritableFormat(const std::string& name) {
         throw CommandError(ExitStatus::WrongWords, name + ": expected " + std::string(WritableEndings));
 }
 
+void KeepDrawing(KeptFiles& kept, const DrawingOptions& options) {
+    kept.Keep(PathFromText(options.drawing), "the drawing that is read", OutputKind::Drawing);
+}
+
 void TellSheetsLeftOut(const HostDocument& document, const DrawingOptions& options, Teller& teller) {
     if (!IsDxfName(options.save)) TellSheets(document, options, teller);
 }

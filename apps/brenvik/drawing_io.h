@@ -11,6 +11,7 @@
 #include "drafting_host/document/drawing_units.h"
 #include "drafting_host/document/host_application.h"
 #include "file_roots/guarded_files.h"
+#include "kept_files.h"
 #include "teller.h"
 
 namespace brenvik::app {
@@ -41,6 +42,9 @@ inline constexpr std::string_view WritableEndings = "a name that ends in .dxf, .
 /// Whether a writer goes with the name's extension, and whether it is that of DXF text.
 bool IsWritableFormat(const std::string& name);
 bool IsDxfName(const std::string& name);
+
+/// Keeps the drawing that a command reads from every output but a drawing.
+void KeepDrawing(KeptFiles& kept, const DrawingOptions& options);
 
 /// Fails for an extension that SaveOutput would refuse, so that a command can tell before its work.
 void RequireWritableFormat(const std::string& name);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "export/export_troubles.h"
+#include "file_roots/places.h"
 #include "given_material.h"
 #include "parts/dropped_parts.h"
 #include "parts/part_trouble.h"
@@ -22,6 +23,9 @@ void TellDamagedSettings(Workplace& workplace, Teller& teller) {
 
 HostDocument& OpenInHome(Workplace& workplace, const DrawingOptions& options, const UnitOption& unit,
                          Teller& teller) {
+    KeepDrawing(workplace.kept, options);
+    if (!options.save.empty())
+        workplace.kept.RequireFree(PathFromText(options.save), OutputKind::Drawing, options.save);
     HostDocument& document =
         OpenInput(workplace.host, workplace.drawingFiles, unit.For(DrawingUnitOfHome()), options, teller);
     if (RunsScaleDrawings()) document.Tables().insertUnits = 0;

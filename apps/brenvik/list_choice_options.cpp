@@ -5,6 +5,8 @@
 #include <string_view>
 
 #include "base/failure.h"
+#include "base/letter_case.h"
+#include "query/frm_filter.h"
 
 namespace brenvik::app {
 
@@ -56,6 +58,13 @@ void RemarkOnTextOrder(const ListChoices& choices, Teller& teller) {
         if (isSorted || isCompared)
             teller.Remark(std::string(column) + " is a text, and is compared as one: 10 comes before 9");
     }
+}
+
+void RemarkOnNoParts(const ListChoices& choices, std::size_t parts, std::size_t rows, Teller& teller) {
+    if (!choices.filter || rows > 0 || parts == 0) return;
+    teller.Remark("the filter \"" + choices.filter->column + " " +
+                  FoldLower(OperatorWord(choices.filter->shownOperator)) + " " + choices.filter->value +
+                  "\" leaves none of " + std::to_string(parts) + (parts == 1 ? " part" : " parts"));
 }
 
 void ApplyOnGrid(const ListChoices& choices) {

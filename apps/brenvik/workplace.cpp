@@ -11,6 +11,7 @@
 #include "file_roots/whole_file.h"
 #include "install_home.h"
 #include "session/library/loading.h"
+#include "session/output_rule.h"
 #include "session/session.h"
 #include "settings/settings_keys.h"
 #include "settings_file_check.h"
@@ -49,10 +50,11 @@ Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, Measure
       shell(std::cerr),
       printer(std::cout),
       host([this](const std::filesystem::path& file,
-                  std::string_view content) { drawingFiles.Write(file, content); },
+                  std::string_view content) { WriteDrawing(file, content); },
            WriteScratchFile),
       typedCommands(host) {
     files.SetWorkFolder(workFolder);
+    kept.KeepHome(home);
     toldSettings.storeFaults = [this] {
         return SettingsFileFaults(settings.Lines(), TextFromPath(home / settingsFileName));
     };
@@ -77,6 +79,12 @@ void Workplace::MakeHome(MeasureUnits units) {
 
 Workplace::~Workplace() { UnloadSystem(); }
 
+// A drawing is typed at the host, saved by a journal or named by an option; here they all come along.
+void Workplace::WriteDrawing(const std::filesystem::path& file, std::string_view content) {
+    RequireOutputPlace(TextFromPath(file), OutputKind::Drawing);
+    drawingFiles.Write(file, content);
+}
+
 void Workplace::Load(DialogPort& dialogs) {
     Platform platform;
     platform.dialogs = &dialogs;
@@ -90,6 +98,8 @@ void Workplace::Load(DialogPort& dialogs) {
     platform.print = &printer;
     host.SetPathResolver([this](std::string_view path) { return files.Resolve(path); });
     LoadSystem(platform);
+    SetOutputRule(
+        [this](std::string_view path, OutputKind kind) { return kept.At(files.Resolve(path), kind); });
 }
 
 void Workplace::RequireReadableSettings() {

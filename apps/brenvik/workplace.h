@@ -9,6 +9,7 @@
 #include "drafting_host/document/host_application.h"
 #include "file_roots/file_roots.h"
 #include "file_roots/guarded_files.h"
+#include "kept_files.h"
 #include "odbc/odbc_database.h"
 #include "part_table/sqlite_database.h"
 #include "settings/settings_store.h"
@@ -38,6 +39,8 @@ class Workplace {
     OdbcDatabase exportDatabases;
     ConsoleShell shell;
     TextPrinter printer;
+    /// What no output of this call may take the place of: the home's own files, and what a command adds.
+    KeptFiles kept;
     /// What drawings are saved through.
     GuardedFiles drawingFiles;
     HostApplication host;
@@ -49,6 +52,7 @@ class Workplace {
     void Load(DialogPort& dialogs);
     void RequireReadableSettings();
     void MakeHome(MeasureUnits units);
+    void WriteDrawing(const std::filesystem::path& file, std::string_view content);
 
     bool homeWasMade = false;
 };

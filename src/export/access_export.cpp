@@ -1,6 +1,9 @@
 // Connections to Access files, statements for their tables, and the run.
 #include "export/access_export.h"
 
+#include <map>
+#include <optional>
+
 #include "base/letter_case.h"
 #include "base/noise.h"
 #include "base/skip.h"
@@ -15,6 +18,7 @@
 #include "parts/part_table.h"
 #include "parts/statement_quotes.h"
 #include "session/message.h"
+#include "session/output_rule.h"
 #include "session/session.h"
 
 namespace brenvik {
@@ -59,6 +63,18 @@ std::vector<AccessMapping> MappingsOf(const ListViewControl& view) {
         mappings.push_back({row.text, SplitAtFirst(row.tag, ',').head,
                             row.subItems.empty() ? std::string() : row.subItems.front()});
     return mappings;
+}
+
+/// What to say where two columns go into one field: a database keeps one of the values, and says nothing.
+std::optional<std::string> TargetOfTwo(std::span<const AccessMapping> mappings) {
+    std::map<std::string, std::string, LessIgnoreCase> captions;
+    for (const AccessMapping& mapping : mappings) {
+        const auto [first, isNew] = captions.try_emplace(mapping.target, mapping.caption);
+        if (!isNew)
+            return "The columns " + first->second + " and " + mapping.caption + " both go into the field " +
+                   mapping.target + ". Choose a field of its own for each. This export is now aborting.";
+    }
+    return std::nullopt;
 }
 
 }  // namespace
@@ -128,6 +144,9 @@ void RunAccessExport(frmExport& form) {
     if (!adjustmentPath) return;
     {
         const HourglassShown hourglass(form);
+        if (!ShowAndResume(ShowFailure,
+                           [&] { RequireOutputPlace(form.txtExportAccess.Text(), OutputKind::List); }))
+            return;
         const std::unique_ptr<ExportConnection> connection =
             ConnectToAccess(form.txtExportAccess.Text(), form.login);
         form.connectFailed = connection == nullptr;
@@ -136,6 +155,7 @@ void RunAccessExport(frmExport& form) {
         if (!adjustments.usable) return;
         const std::string table = form.cboAccessTable.Text();
         const std::vector<AccessMapping> mappings = MappingsOf(form.lvAccessMap);
+        if (const auto twice = TargetOfTwo(mappings)) return ShowMessage(*twice);
         const bool fractions = form.chkReduce.Value() == 1;
         const LineMaker cells = CellsOf(mappings, fractions);
         std::unique_ptr<Recordset> records;

@@ -15,6 +15,7 @@
 #include "parts/part_table.h"
 #include "parts/part_trouble.h"
 #include "session/message.h"
+#include "session/output_rule.h"
 #include "session/ports/dialog_port.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
@@ -69,6 +70,18 @@ std::string FileText(const ListPlan& plan) {
     text += LinesOfRecords(*records, plan.maker, plan.rules, lineEnd);
     Skip([&] { mDatabase::CloseRecordset(records); });
     return text;
+}
+
+/// A list goes over none of the files that it is made from.
+void RequireListPlace(const std::string& path, const std::string& adjustmentPath) {
+    RequireOutputPlace(path, OutputKind::List);
+    FilesPort& files = *ThePlatform().files;
+    if (files.PlaceOf(path) == files.PlaceOf(adjustmentPath))
+        throw Failure(
+            failure_number::pathAccess, std::string(ownSource),
+            path +
+                ": expected a file of its own for the output, found the adjustment file; nothing was "
+                "written");
 }
 
 bool MayWrite(const std::string& path) {
@@ -126,7 +139,8 @@ void RunCsvExport(frmExport& form) {
     const std::optional<std::string> adjustmentPath = TakeExportAdjustmentPath();
     if (!adjustmentPath) return;
     const std::string path = form.txtSaveCSVFile.Text();
-    if (!MayWrite(path)) return;
+    const bool placed = ShowAndResume(ShowFailure, [&] { RequireListPlace(path, *adjustmentPath); });
+    if (!placed || !MayWrite(path)) return;
     {
         const HourglassShown hourglass(form);
         const std::optional<ListPlan> plan = PlanOf(form, *adjustmentPath);

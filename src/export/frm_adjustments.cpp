@@ -8,8 +8,10 @@
 #include "base/skip.h"
 #include "export/adjustments.h"
 #include "export/export_dialogs.h"
+#include "export/export_troubles.h"
 #include "session/message.h"
 #include "session/module_state.h"
+#include "session/output_rule.h"
 #include "session/ports/dialog_port.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
@@ -126,11 +128,22 @@ std::string frmAdjustments::FileText() const {
 void frmAdjustments::SaveAs() {
     const std::optional<std::string> path =
         ThePlatform().dialogs->ChooseFile(AdjustmentFileRequest(EditAdjPath, true));
-    if (path) Skip([&] { ThePlatform().files->WriteFile(*path, FileText()); });
+    if (path) WriteTo(*path);
+}
+
+// The dialog keeps its failures to itself; whoever has called the system hears of a file that isn't there.
+void frmAdjustments::WriteTo(const std::string& path) const {
+    const std::optional<Failure> failure = Attempt([&] {
+        RequireOutputPlace(path, OutputKind::Adjustments);
+        ThePlatform().files->WriteFile(path, FileText());
+    });
+    if (failure)
+        NoteExportTrouble("the BrenvikAdjustments file " + path +
+                          " was not written: " + failure->description());
 }
 
 void frmAdjustments::SaveAndClose() {
-    Skip([&] { ThePlatform().files->WriteFile(EditAdjPath, FileText()); });
+    WriteTo(EditAdjPath);
     ShowAndResume(ShowFailure, [&] { SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting, EditAdjPath); });
     Unload();
 }

@@ -34,6 +34,7 @@ class frmAdjustments : public Form {
     void Browse();
     void SaveAs();
     void SaveAndClose();
+    void WriteTo(const std::string& path) const;
     std::string FileText() const;
 };
 

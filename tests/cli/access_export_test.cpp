@@ -76,6 +76,16 @@ TEST_F(AccessExport, RowsReachTheTargetTableAndARefusedRowIsToldAndPassedOver) {
         "Left Side|720.0|real|18 White Melamine\nRight Side|720.0|real|18 White Melamine\n");
 }
 
+TEST_F(AccessExport, TwoColumnsIntoOneFieldAreRefusedBeforeAnythingIsWritten) {
+    const Outcome outcome = Play(ChooseTable + Map("Part Name", "bv_partname") + Map("Notes", "bv_partname") +
+                                 "    press cmdGo\n    press cmdCancel\n");
+    EXPECT_EQ(outcome.status, 1) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("The columns Part Name and Notes both go into the field bv_partname. "),
+              std::string::npos)
+        << outcome.errors;
+    EXPECT_EQ(Sql("select count(*) from Parts;"), "0\n");
+}
+
 /// A block of the page for users that begins like this, without its fences.
 std::string BlockOfThePage(std::string_view beginning) {
     const std::string page = ReadFile(std::filesystem::path(BRENVIK_SOURCE_DIR) / "docs/export-databases.md");

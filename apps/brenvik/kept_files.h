@@ -1,0 +1,39 @@
+// The files that no output may take the place of: what a command reads, and what its home lives by.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "session/output_rule.h"
+
+namespace brenvik::app {
+
+class KeptFiles {
+  public:
+    /// Keeps a file, which need not be there; `mayBe` is the kind of output that may replace it all the same.
+    void Keep(const std::filesystem::path& file, std::string what, std::optional<OutputKind> mayBe = {});
+    /// Keeps everything in a folder and below it.
+    void KeepFolder(const std::filesystem::path& folder, std::string what);
+    /// The settings, libraries, profiles and databases of a home, which need not be there.
+    void KeepHome(const std::filesystem::path& home);
+
+    /// What stands at a place, or blank for a place that an output of this kind may take. A file is known by
+    /// links and other spellings too, and a missing one by its name in any case, since names are looked up
+    /// so.
+    std::string At(const std::filesystem::path& place, OutputKind kind) const;
+
+    /// Ends the command with a status of wrong words where the place is kept. `shown` is what the user wrote.
+    void RequireFree(const std::filesystem::path& place, OutputKind kind, const std::string& shown) const;
+
+  private:
+    struct Kept {
+        std::filesystem::path place;
+        std::string what;
+        std::optional<OutputKind> mayBe;
+    };
+    std::vector<Kept> files, folders;
+};
+
+}  // namespace brenvik::app
