@@ -64,17 +64,21 @@ void AddArgument(CLI::App& command, const Argument& argument) {
 
 void AddCommand(CLI::App& parent, const Command& command, CommandLine& line) {
     CLI::App& words = *parent.add_subcommand(command.name, command.description);
+    // --home may stand behind the command's word too.
+    words.fallthrough();
     for (const Argument& argument : command.arguments) AddArgument(words, argument);
     for (const Command& below : command.commands) AddCommand(words, below, line);
     if (!command.commands.empty()) words.require_subcommand(1);
     if (command.run) words.callback([&line, run = command.run] { line.chosen = run; });
 }
 
-/// What a full disk or device has not taken is told, and the command isn't done.
+/// What a full disk or device has not taken is told, and the command isn't done. Nor is it where what it had
+/// to tell was lost: nobody has heard of it.
 ExitStatus WithWrittenOutput(ExitStatus status) {
     std::cout.flush();
-    if (std::cout) return status;
-    std::cerr << "brenvik: standard output can't be written\n";
+    if (!std::cout) std::cerr << "brenvik: standard output can't be written\n";
+    std::cerr.flush();
+    if (std::cout && std::cerr) return status;
     return status == ExitStatus::Done ? ExitStatus::Incomplete : status;
 }
 

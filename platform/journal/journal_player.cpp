@@ -23,6 +23,14 @@ std::vector<std::string> HandlesOfModelSpace(AcadApplication& host) {
     return handles;
 }
 
+bool IsList(const Form& form) { return EqualsIgnoreCase(form.Name(), "frmMain"); }
+
+/// Whether a control takes what was typed into its form: any button of a dialog may, of the list an Apply.
+bool TakesTyping(const Form& form, std::string_view control) {
+    if (!IsList(form)) return true;
+    return StartsWithIgnoreCase(control, "tbMain.APPLY") || StartsWithIgnoreCase(control, "mnuApply");
+}
+
 }  // namespace
 
 JournalPlayer::JournalPlayer(std::vector<JournalStep> journalSteps, JournalDialogs& journalDialogs,
@@ -46,6 +54,7 @@ void JournalPlayer::PlayForm(Form& form) {
         ~OpenForm() { forms.pop_back(); }
     } const open(openForms, form);
 
+    typed.erase(&form);
     form.Load();
     while (form.Loaded()) {
         if (next < steps.size()) {
@@ -85,7 +94,7 @@ void JournalPlayer::Do(const JournalStep& step) {
         case StepKind::Goto:
         case StepKind::Cell:
         case StepKind::Close:
-            return ActOnForm(step, TopForm(step));
+            return DoOnForm(step);
         case StepKind::Answer:
             return DoQueue(step, AnswerKind::MessageBox);
         case StepKind::AnswerPoint:
@@ -158,6 +167,26 @@ void JournalPlayer::DoOnHost(const JournalStep& step) {
     } else if (!world.callCommand(step.arguments[0])) {
         FailStep(step, "a command", Quoted(step.arguments[0]));
     }
+}
+
+void JournalPlayer::DoOnForm(const JournalStep& step) {
+    Form& form = TopForm(step);
+    if (step.kind == StepKind::Close) TellTypingLost(step, form);
+    // A button may unload its form, and another form may get its place.
+    if (step.kind == StepKind::Press && TakesTyping(form, step.arguments[0])) typed.erase(&form);
+    ActOnForm(step, form);
+    if (step.kind == StepKind::Type || step.kind == StepKind::Cell) typed[&form] = step.line;
+}
+
+/// A user at the desk sees what goes with the window; a journal hears of it.
+void JournalPlayer::TellTypingLost(const JournalStep& step, const Form& form) {
+    const auto last = typed.find(&form);
+    if (last == typed.end()) return;
+    *world.transcript << "line " << step.line << ": " << form.Name()
+                      << (IsList(form) ? " closes without an Apply: what was typed into it, last in line "
+                                       : " closes without a button: what was typed into it, last in line ")
+                      << last->second << ", is not kept\n";
+    typed.erase(last);
 }
 
 void JournalPlayer::DoQueue(const JournalStep& step, AnswerKind kind) {

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -69,6 +70,8 @@ class JournalPlayer {
     void DoRefusalCheck(const JournalStep& step) const;
     void DoFormCheck(const JournalStep& step) const;
     Form& TopForm(const JournalStep& step) const;
+    void DoOnForm(const JournalStep& step);
+    void TellTypingLost(const JournalStep& step, const Form& form);
     void TellUntakenAnswers();
     void TellLooseEnd(const std::string& text);
 
@@ -78,6 +81,8 @@ class JournalPlayer {
     JournalDialogs& dialogs;
     JournalWorld world;
     std::vector<Form*> openForms;
+    /// The last line that typed something into a form and that nothing has taken yet.
+    std::map<const Form*, std::size_t> typed;
 };
 
 }  // namespace brenvik

@@ -52,11 +52,23 @@ class FileLook {
             AtValue(number, line);
     }
 
+    /// The end of a section, at the next one or at the file's end.
+    void AtEnd() {
+        if (inSection && isRead && !hasAmount)
+            Tell(headerLine, "the adjustment " + header +
+                                 " has no amount, expected l=, w= or t= with a number; it changes nothing");
+    }
+
     std::vector<AdjustmentFault> faults;
 
   private:
     void AtHeader(std::size_t number, const std::string& line) {
-        isRead = !inSection || !EqualsIgnoreCase(line, header);
+        const bool isRepeated = inSection && EqualsIgnoreCase(line, header);
+        if (!isRepeated) {
+            AtEnd();
+            hasAmount = false;
+        }
+        isRead = !isRepeated;
         if (!isRead)
             Tell(number, "the adjustment " + line + " stands in line " + std::to_string(headerLine) +
                              " already; the lines below it here are not read");
@@ -83,6 +95,8 @@ class FileLook {
         if (const auto [first, isNew] = keys.try_emplace(halves.head, number); !isNew)
             return Tell(number, InQuotes(halves.head) + " stands in line " + std::to_string(first->second) +
                                     " already, found it again with " + InQuotes(halves.tail));
+        // One that is none is told by itself.
+        hasAmount = hasAmount || (IsAmount(halves.head) && !halves.tail.empty());
         const std::string fault =
             IsAmount(halves.head) ? AmountFault(halves.tail) : CriterionFault(field, halves.tail);
         if (!fault.empty()) Tell(number, halves.head + ": " + fault);
@@ -90,7 +104,7 @@ class FileLook {
 
     void Tell(std::size_t number, std::string text) { faults.push_back({number, std::move(text)}); }
 
-    bool inSection = false, isRead = false;
+    bool inSection = false, isRead = false, hasAmount = false;
     std::string header;
     std::size_t headerLine = 0;
     /// Of the present section, with their lines.
@@ -102,6 +116,7 @@ class FileLook {
 std::vector<AdjustmentFault> AdjustmentFaults(std::span<const std::string> lines) {
     FileLook look;
     for (std::size_t at = 0; at < lines.size(); ++at) look.At(at + 1, lines[at]);
+    look.AtEnd();
     return std::move(look.faults);
 }
 

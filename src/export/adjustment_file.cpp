@@ -111,10 +111,14 @@ std::optional<std::string> TakeExportAdjustmentPath() {
 }
 
 AdjustmentSource ReadExportAdjustments(std::string_view path) {
-    std::vector<std::string> lines;
-    if (const auto failure = Attempt([&] { lines = ReadLines(path); }))
+    FileLines file;
+    if (const auto failure = Attempt([&] { file = ReadFileLines(path); }))
         NoteExportTrouble("the BrenvikAdjustments file " + std::string(path) + " can't be read (" +
                           failure->description() + "), so no sizes are adjusted");
+    const std::vector<std::string>& lines = file.lines;
+    for (const std::size_t number : file.guessed)
+        if (const std::string& line = lines[number - 1]; !line.starts_with('#'))
+            NoteExportTrouble(path, number, GuessedLineFault(line));
     if (!HasSection(lines)) {
         if (HasContent(lines))
             ShowMessage("The BrenvikAdjustments file " + std::string(path) +

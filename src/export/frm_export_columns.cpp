@@ -27,7 +27,10 @@ bool Holds(const ListControl& list, std::string_view text) {
 void frmExport::ReadProfiles(std::string_view file) {
     profiles.clear();
     cboProfileName.Clear();
-    Skip([&] { profiles = ParseProfiles(ReadLines(ApplicationFolder() + std::string(file))); });
+    Skip([&] {
+        const FileLines read = ReadFileLines(ApplicationFolder() + std::string(file));
+        profiles = ParseProfiles(read.lines, read.guessed);
+    });
     for (const ExportProfile& profile : profiles) cboProfileName.AddItem(profile.name);
 }
 

@@ -8,6 +8,7 @@
 #include "base/letter_case.h"
 #include "base/quoted.h"
 #include "base/text.h"
+#include "session/text_files.h"
 
 namespace brenvik {
 
@@ -83,9 +84,22 @@ void LookAtColumns(ExportProfile& profile) {
     LookAtBars(profile);
 }
 
+/// Each with the profile that it belongs to.
+void TellGuesses(std::vector<ExportProfile>& profiles, std::span<const std::string> lines,
+                 std::span<const std::size_t> guessedLines) {
+    for (const std::size_t number : guessedLines) {
+        if (lines[number - 1].starts_with('#')) continue;
+        const auto behind = std::ranges::find_if(
+            profiles, [number](const ExportProfile& profile) { return profile.line > number; });
+        if (behind != profiles.begin())
+            std::prev(behind)->faults.push_back({number, GuessedLineFault(lines[number - 1])});
+    }
+}
+
 }  // namespace
 
-std::vector<ExportProfile> ParseProfiles(std::span<const std::string> lines) {
+std::vector<ExportProfile> ParseProfiles(std::span<const std::string> lines,
+                                         std::span<const std::size_t> guessedLines) {
     std::vector<ExportProfile> profiles;
     std::vector<ProfileFault> ahead;
     for (std::size_t at = 0; at < lines.size(); ++at) {
@@ -101,6 +115,7 @@ std::vector<ExportProfile> ParseProfiles(std::span<const std::string> lines) {
             ahead.push_back({at + 1, "expected the name of a profile in square brackets ahead of it, found " +
                                          InQuotes(line) + "; it is not read"});
     }
+    TellGuesses(profiles, lines, guessedLines);
     for (ExportProfile& profile : profiles) {
         LookAtColumns(profile);
         // Nobody can tell which profile they were meant for.

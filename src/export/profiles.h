@@ -33,8 +33,9 @@ inline constexpr std::string_view CncProfileFile = "CNCProfile.txt";
 /// value behind the character that follows the word, and the last such line of a profile counts. Lines of
 /// other form are passed over, as are lines before the first name and a name without its "]"; they are
 /// faults of the profile that they stand in, unless they are blank or begin with "#", and those before the
-/// first name are faults of each profile.
-std::vector<ExportProfile> ParseProfiles(std::span<const std::string> lines);
+/// first name are faults of each profile. So are lines whose letters were guessed, by their numbers.
+std::vector<ExportProfile> ParseProfiles(std::span<const std::string> lines,
+                                         std::span<const std::size_t> guessedLines = {});
 
 /// The first profile of exactly this name, or nothing.
 const ExportProfile* FindProfile(std::span<const ExportProfile> profiles, std::string_view name);

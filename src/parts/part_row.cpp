@@ -6,6 +6,8 @@
 
 #include "base/number_text.h"
 #include "base/numbers.h"
+#include "base/quoted.h"
+#include "parts/part_table.h"
 
 namespace brenvik::mAutoCAD {
 
@@ -47,6 +49,18 @@ std::string* PartRow::ValueOf(std::string_view partDataKey) {
     for (const auto& [key, value] : ScannedKeys)
         if (key == partDataKey) return &(this->*value);
     return nullptr;
+}
+
+std::string TextWithQuote(const PartRow& row, std::string_view layer) {
+    const auto found = [](std::string_view caption, std::string_view text) {
+        return std::string(caption) + " " + InQuotes(text);
+    };
+    for (const auto& [key, value] : ScannedKeys) {
+        const PartColumn* column = FindPartColumnByKey(key);
+        const bool isText = column != nullptr && column->kind == PartColumnKind::Text;
+        if (isText && (row.*value).find('\'') != std::string::npos) return found(column->caption, row.*value);
+    }
+    return layer.find('\'') == std::string_view::npos ? std::string() : found("Layer", layer);
 }
 
 std::string InsertStatement(const PartRow& row, std::string_view handle, std::string_view layer) {

@@ -20,6 +20,10 @@ struct PartRow {
     std::string* ValueOf(std::string_view partDataKey);
 };
 
+/// The text of the row that holds a single quote, with its caption, as in: Part Name "O'Brien". Blank for a
+/// row without one.
+std::string TextWithQuote(const PartRow& row, std::string_view layer);
+
 /// The statement that adds the row. No value is escaped: a single quote in a text makes it fail.
 std::string InsertStatement(const PartRow& row, std::string_view handle, std::string_view layer);
 

@@ -158,6 +158,18 @@ bool WereGuessed(const std::string& letters, const PartRow& row) {
            (LettersFault(letters) || SavedExtentsFault(saved));
 }
 
+/// A row of nothing, as where nothing is measured and nothing was saved.
+bool HasNoExtents(const PartRow& row) {
+    return std::ranges::all_of(row.extents.E, [](double extent) { return extent == 0; });
+}
+
+std::string NoExtentsFault(const MeasuringChoice& choice) {
+    return choice.NoMeasure != 0 && !choice.WCSMeasure
+               ? "its extents are 0 x 0 x 0: NoMeasure is on, and expected are the extents saved on it "
+                 "(OLDVALUE1 to OLDVALUE3), or a measuring list"
+               : "its extents are 0 x 0 x 0, expected the size of a part";
+}
+
 /// The letters as they stood on the solid, against what became of them.
 void LookAtLetters(const std::string& letters, const PartRow& row, RowTroubles& troubles) {
     const std::string sizes = "; the list has the sizes " + row.length + " x " + row.width + " x " +
@@ -190,6 +202,16 @@ bool SettleLettersAndSizes(PartRow& row, RowTroubles& troubles) {
     return WereGuessed(letters, row);
 }
 
+/// Why a row was refused, for people; a driver's words say what it saw of a statement that nobody typed.
+std::string ReasonOf(const std::string& refusal, const PartRow& row, const AcadEntity& entity) {
+    if (refusal.empty()) return {};
+    std::string text;
+    Skip([&] { text = TextWithQuote(row, entity.Layer()); });
+    if (text.empty()) return refusal;
+    return "a single quote stands in its " + text + ", and the list can't take one; take the quote out (" +
+           refusal + ")";
+}
+
 void AddRow(const AcadEntity& entity, Scan& scan) {
     static const auto texts =
         static_cast<std::size_t>(std::ranges::count(PartColumns(), PartColumnKind::Text, &PartColumn::kind));
@@ -200,7 +222,7 @@ void AddRow(const AcadEntity& entity, Scan& scan) {
         RefusePairedQuotes(statement, texts);
         mDatabase::ExecuteSql(statement);
     });
-    DroppedPart part{handle, scan.row.PARTNAME, refusal.value_or("")};
+    DroppedPart part{handle, scan.row.PARTNAME, refusal ? ReasonOf(*refusal, scan.row, entity) : ""};
     if (refusal)
         NoteDroppedPart(std::move(part));
     else
@@ -234,7 +256,8 @@ void ScanEntity(AcadEntity& entity, Scan& scan) {
     row.OLDVALUE3.clear();
     row.ORIE.clear();
     ReadPartData(entity, scan, troubles);
-    if (!Measure(entity, scan))
+    const bool measured = Measure(entity, scan);
+    if (!measured)
         troubles.emplace_back("it could not be measured; the list has the extents " +
                                   ExtentsText(row.extents.E) + ", which are not its own",
                               false);
@@ -242,6 +265,7 @@ void ScanEntity(AcadEntity& entity, Scan& scan) {
     scan.Resume([&] { guessed = SettleLettersAndSizes(row, troubles); });
     if (row.QUANTITY.empty()) row.QUANTITY = "1";
     if (const auto fault = QuantityFault(row.QUANTITY)) troubles.emplace_back(*fault, false);
+    if (measured && HasNoExtents(row)) troubles.emplace_back(NoExtentsFault(scan.choice), false);
     AddRow(entity, scan);
     if (troubles.empty()) return;
     std::string handle;

@@ -44,6 +44,11 @@ void ApplyFilter(const FilterChoice& choice) {
     form.Get<Control>("btnOK").Press();
     if (form.Loaded())
         RefuseOption("filter", "the dialog refused \"" + choice.value + "\" for the column " + choice.column);
+    const bool holdsQuote = choice.value.find('\'') != std::string::npos;
+    if (form.StatementRefused() && holdsQuote)
+        RefuseOption("filter",
+                     "the part table refused the statement, and the list stays as it was: no value "
+                     "with a single quote can be looked for, and no part that has one is in the list");
     RequireAccepted("filter", form);
 }
 

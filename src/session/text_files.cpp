@@ -2,8 +2,10 @@
 #include "session/text_files.h"
 
 #include "base/failure.h"
+#include "base/quoted.h"
 #include "base/text_lines.h"
 #include "base/utf8.h"
+#include "base/western_text.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
 
@@ -20,12 +22,25 @@ std::string HandOverFolder() {
     return own.empty() ? ApplicationFolder() : own;
 }
 
-std::vector<std::string> ReadLines(std::string_view path) {
+FileLines ReadFileLines(std::string_view path) {
     const std::string content = ThePlatform().files->ReadFile(path);
     if (const std::string found = OtherEncodingOf(content); !found.empty())
         throw Failure(invalidFileFormat, std::string(ownSource),
                       "Invalid file format: expected text in UTF-8, found " + found, std::string(path));
-    return LinesOf(content);
+    FileLines file{LinesOf(content), {}};
+    for (std::size_t at = 0; at < file.lines.size(); ++at) {
+        if (IsUtf8(file.lines[at])) continue;
+        file.lines[at] = WesternAsUtf8(file.lines[at]);
+        file.guessed.push_back(at + 1);
+    }
+    return file;
 }
+
+std::string GuessedLineFault(std::string_view line) {
+    return "expected text in UTF-8; it was taken for the Western Windows code page, as " + InQuotes(line) +
+           "; save the file as UTF-8";
+}
+
+std::vector<std::string> ReadLines(std::string_view path) { return ReadFileLines(path).lines; }
 
 }  // namespace brenvik

@@ -17,6 +17,19 @@ std::string ApplicationFolder();
 /// this program's own while another program is at work in that one. With a backslash at its end.
 std::string HandOverFolder();
 
+/// The lines of a file, all in UTF-8.
+struct FileLines {
+    std::vector<std::string> lines;
+    /// The numbers of those that were none and have been taken for the Western Windows code page. That is a
+    /// guess, and whoever reads by them has to say so.
+    std::vector<std::size_t> guessed;
+};
+/// Reads them by way of the files port; fails as ReadLines does.
+FileLines ReadFileLines(std::string_view path);
+
+/// What to say of a guessed line.
+std::string GuessedLineFault(std::string_view line);
+
 /// The lines of a file by way of the files port; fails as that does, and with 321 for a file in UTF-16.
 std::vector<std::string> ReadLines(std::string_view path);
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <limits>
 #include <string_view>
+#include <utility>
 
 #include "base/letter_case.h"
 #include "base/numbers.h"
@@ -78,8 +79,8 @@ Complaint DiameterComplaint(std::string_view text, bool slotIsNumbered) {
 }
 
 Complaint SpeedComplaint(std::string_view text) {
-    if (IsNumeric(text) && StrictNumber(text) >= 0) return None;
-    return {"a number, 0 or more", false};
+    if (IsNumeric(text) && StrictNumber(text) > 0) return None;
+    return {"a number above 0", false};
 }
 
 Complaint SlotComplaint(const MaterialTexts& texts, std::size_t field) {
@@ -105,6 +106,28 @@ Complaint SlotComplaint(const MaterialTexts& texts, std::size_t field) {
 Complaint ComplaintOf(const MaterialTexts& texts, std::size_t field) {
     if (field == Grain) return GrainComplaint(texts[field]);
     return field == Direction ? DirectionComplaint(texts[field]) : SlotComplaint(texts, field);
+}
+
+/// A machine has one bit at a place of its changer: a number that two bits share gets one of them for both.
+std::vector<MaterialFault> SharedNumbers(const MaterialTexts& texts, std::size_t head) {
+    std::vector<MaterialFault> faults;
+    const auto numberAt = [](std::size_t slot) { return FirstTool + slot * FieldsOfATool; };
+    const auto name = [](std::size_t field) { return DropRight(MaterialFileKeys()[field], 1); };
+    for (std::size_t slot = 1; slot < MaterialToolCount; ++slot)
+        for (std::size_t other = 0; other < slot; ++other) {
+            const std::size_t field = numberAt(slot), same = numberAt(other);
+            const std::string number = Trim(texts[field]), diameter = Trim(texts[field + 1]);
+            if (number.empty() || number == "0" || number != Trim(texts[same])) continue;
+            if (diameter == Trim(texts[same + 1])) continue;
+            faults.push_back({head + field,
+                              name(field) + " of the material " + InQuotes(texts.front()) + " is " +
+                                  InQuotes(texts[field]) + " as " + name(same) + " is, with the diameter " +
+                                  diameter + " in place of " + Trim(texts[same + 1]) +
+                                  ", expected a number of its own",
+                              false});
+            break;
+        }
+    return faults;
 }
 
 }  // namespace
@@ -149,6 +172,7 @@ std::vector<MaterialFault> FaultsOfRecord(std::span<const std::string> lines, co
                               InQuotes(texts[field]) + ", expected " + complaint.expected,
                           complaint.unusable});
     }
+    for (MaterialFault& fault : SharedNumbers(texts, head)) faults.push_back(std::move(fault));
     return faults;
 }
 

@@ -15,6 +15,7 @@
 #include "base/text.h"
 #include "base/text_lines.h"
 #include "base/utf8.h"
+#include "base/western_text.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
 #include "session/text_files.h"
@@ -51,32 +52,6 @@ static_assert(FirstTool + FieldsOfATool * MaterialToolCount == MaterialFieldCoun
 
 /// A record begins with a line of this start; what stands behind it, usually "=", is not looked at.
 constexpr std::string_view Head = "material";
-
-/// The characters of the bytes 80 to 9F in the Western Windows code page; 0 where it has none.
-constexpr std::array<char32_t, 32> WesternPunctuation{
-    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
-
-char32_t WesternCharacter(char32_t byte) {
-    constexpr char32_t first = 0x80;
-    if (byte < first || byte >= first + WesternPunctuation.size()) return byte;
-    const char32_t character = WesternPunctuation[byte - first];
-    return character == 0 ? byte : character;
-}
-
-/// Editors of the past wrote the code page of their system, and drawings hold UTF-8: a key with an umlaut is
-/// found only if both are the same.
-std::string AsUtf8(std::string_view bytes) {
-    std::string text;
-    text.reserve(bytes.size());
-    for (std::size_t at = 0; at < bytes.size();) {
-        const Utf8Character character = Utf8CharacterAt(bytes, at);
-        AppendUtf8(text, character.valid ? character.codePoint : WesternCharacter(character.codePoint));
-        at += character.length;
-    }
-    return text;
-}
 
 bool IsHead(std::string_view line) { return StartsWithIgnoreCase(line, Head); }
 
@@ -141,7 +116,7 @@ std::string ReadPlainText(const std::string& path) {
         throw Failure(invalidFileFormat, std::string(ownSource), "Invalid file format",
                       path + ": expected plain text in UTF-8 or the Western code page" +
                           (found.empty() ? "" : ", found " + found));
-    return AsUtf8(content);
+    return WesternAsUtf8(content);
 }
 
 /// Where the records of this key begin, each of them whole.
@@ -188,7 +163,7 @@ std::string MaterialsBackupPath() { return ApplicationFolder() + "materials.bak"
 
 MaterialLibrary ParseMaterials(std::string_view content) {
     MaterialLibrary library;
-    const std::string text = AsUtf8(content);
+    const std::string text = WesternAsUtf8(content);
     if (const std::size_t end = text.find_first_of("\r\n"); end != std::string::npos)
         library.lineEnd = text.compare(end, 2, "\r\n") == 0 ? "\r\n" : text.substr(end, 1);
     const std::vector<std::string> lines = LinesOf(text);

@@ -109,7 +109,10 @@ void ExportParts(AcadApplication& app, const std::function<void()>& applyOpenGri
     NoteForeignFiles(PartExportFolder, IsFileOfAnExport);
     EmptyPartExportFolder("*.*");
     std::vector<ExportedSolid> solids;
-    if (!ShowAndResume(ShowFailureWithDetail, [&] { solids = WriteSolids(drawing, prev); })) return;
+    if (!ShowAndResume(ShowFailureWithDetail, [&] { solids = WriteSolids(drawing, prev); })) {
+        // Copies that nothing has turned yet would be taken for finished drawings.
+        return EmptyPartExportFolder("*.*");
+    }
     for (std::size_t index = 0; index < solids.size(); ++index)
         if (!WorkOnPart(app, static_cast<int>(index), solids[index])) return;
     TheSession().AcadDoc = &drawing;

@@ -9,7 +9,9 @@ namespace {
 
 /// What is told of the sample's left side with the name "O'Brien".
 const std::string DroppedOBrien =
-    "the part 100 \"O'Brien\" is missing in the list: near \"Brien\": syntax error\n";
+    "the part 100 \"O'Brien\" is missing in the list: a single quote stands in its Part Name \"O'Brien\", "
+    "and "
+    "the list can't take one; take the quote out (near \"Brien\": syntax error)\n";
 
 class BadInput : public ProgramTest {
   protected:

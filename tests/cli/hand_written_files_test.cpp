@@ -119,8 +119,7 @@ TEST_F(HandWritten, MaterialsThatAreDoubtfulAreToldAndCut) {
     WriteBoard();
     const std::string whole = Read("home/materials.txt");
     Change("home/materials.txt", "tool1ss=18000\r", "tool1ss=fast\r");
-    ExpectTold(Cut(),
-               "tool1ss of the material \"18 white melamine\" is \"fast\", expected a number, 0 or more");
+    ExpectTold(Cut(), "tool1ss of the material \"18 white melamine\" is \"fast\", expected a number above 0");
     EXPECT_TRUE(WasCut());
     Write("home/materials.txt", whole + whole.substr(0, whole.find("material=", 1)));
     ExpectTold(Cut(), "the material \"18 white melamine\" stands in line 1 already; the last one counts");
@@ -137,6 +136,56 @@ TEST_F(HandWritten, AdjustmentsThatCannotBeReadAreToldWithTheirLinesAndNotGuesse
     ExpectTold(outcome, "adjust.txt:5: w: ");
     ExpectTold(outcome, "adjust.txt:6: t: ");
     EXPECT_NE(Read("out.csv").find(",600,400,18,"), std::string::npos) << Read("out.csv");
+}
+
+TEST_F(HandWritten, AdjustmentsWithoutAnAmountAreToldWithTheirLines) {
+    WriteBoard();
+    Write("adjust.txt", "[a]\nMaterial=White Melamine\n[b]\nl=\nw=\nt=\n[c]\nl=1\n[d]\nt=abc\n");
+    const Outcome outcome = ExportBoard({"--profile", "Cut List", "--adjustments", "adjust.txt"});
+    const std::string rest = " has no amount, expected l=, w= or t= with a number; it changes nothing\n";
+    ExpectTold(outcome, "adjust.txt:1: the adjustment [a]" + rest);
+    ExpectTold(outcome, "adjust.txt:3: the adjustment [b]" + rest);
+    EXPECT_EQ(outcome.errors.find("[c]"), std::string::npos);
+    EXPECT_EQ(outcome.errors.find("[d]"), std::string::npos) << "its amount is told by itself";
+}
+
+TEST_F(HandWritten, LinesThatAreNoUtf8AreReadAsWesternAndTold) {
+    WriteBoardsTo(folder / "board.dxf", {.names = {"T\xC3\xBCr"}});
+    const std::string door = "T\xFCr",
+                      western = ": expected text in UTF-8; it was taken for the Western Windows ";
+    Write("adjust.txt", "# F\xFCr die S\xE4ge\n[T\xFCren]\nPart Name=" + door + "\nl=5\n");
+    Outcome outcome = ExportBoard({"--profile", "Cut List", "--adjustments", "adjust.txt"});
+    ExpectTold(outcome, "adjust.txt:2" + western);
+    ExpectTold(outcome,
+               "adjust.txt:3" + western + "code page, as \"Part Name=T\xC3\xBCr\"; save the file as UTF-8\n");
+    EXPECT_EQ(outcome.errors.find("adjust.txt:1"), std::string::npos) << "a remark";
+    EXPECT_NE(Read("out.csv").find(",605,400,18,"), std::string::npos) << Read("out.csv");
+    Write("home/BrenvikProfiles.txt",
+          "[Plain]\ncolumns=Part Name\n[S\xE4ge]\ncolumns=Part Name,|f\xFCr S\xE4ge|\n");
+    outcome = ExportBoard({"--profile", "S\xC3\xA4ge"});
+    ExpectTold(outcome, "BrenvikProfiles.txt:3" + western);
+    ExpectTold(outcome, "BrenvikProfiles.txt:4" + western);
+    EXPECT_NE(Read("out.csv").find("T\xC3\xBCr,f\xC3\xBCr S\xC3\xA4ge"), std::string::npos)
+        << Read("out.csv");
+    EXPECT_EQ(ExportBoard({"--profile", "Plain"}).status, 0);
+}
+
+TEST_F(HandWritten, OneToolNumberForTwoDiametersIsTold) {
+    WriteBoard();
+    Change("home/materials.txt", "tool2=2\r", "tool2=1\r");
+    const std::string told =
+        "tool2 of the material \"18 white melamine\" is \"1\" as tool1 is, with the diameter 8 in place of "
+        "12, "
+        "expected a number of its own";
+    ExpectTold(Run({"materials", "list"}), told);
+    ExpectTold(Cut(), told);
+    EXPECT_TRUE(WasCut());
+}
+
+TEST_F(HandWritten, ASpeedOrFeedOfNothingIsTold) {
+    WriteBoard();
+    Change("home/materials.txt", "tool1fs=9000\r", "tool1fs=0\r");
+    ExpectTold(Cut(), "tool1fs of the material \"18 white melamine\" is \"0\", expected a number above 0");
 }
 
 TEST_F(HandWritten, AdjustmentsThatLeaveNoBoardAreToldByPart) {

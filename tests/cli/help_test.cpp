@@ -144,5 +144,28 @@ TEST_F(Help, CommandsOfOtherBuildsSaySo) {
     }
 }
 
+TEST_F(Help, TheHomeMayStandBehindTheCommand) {
+    EXPECT_EQ(
+        RunBare("HOME=" + Path("user"), {"settings", "get", "CircleSize", "--home", Path("home")}).output,
+        "35\n");
+    EXPECT_TRUE(Exists("home/settings.txt"));
+    EXPECT_FALSE(Exists("user"));
+    EXPECT_EQ(Run({"settings", "get", "CircleSize", "--hoem", Path("home")}).status, 2);
+}
+
+TEST_F(Help, WhatCouldNotBeToldMakesTheCommandIncomplete) {
+    ASSERT_EQ(Run({"init"}).status, 0);
+    const std::string drawing = ShippedSample().string();
+    const auto withErrorsTo = [&](const std::string& place, const std::vector<std::string>& words) {
+        std::string command = "BRENVIK_HOME=" + Path("home") + " " BRENVIK_BINARY_DIR "/bin/brenvik";
+        for (const std::string& word : words) command += " '" + word + "'";
+        return WEXITSTATUS(std::system((command + " >/dev/null 2>" + place).c_str()));
+    };
+    EXPECT_EQ(withErrorsTo("/dev/full", {"list", drawing, "--sort", "Price"}), 1) << "a remark is lost";
+    EXPECT_EQ(withErrorsTo("&-", {"list", drawing, "--sort", "Price"}), 1);
+    EXPECT_EQ(withErrorsTo("&-", {"list", drawing}), 0) << "nothing was told";
+    EXPECT_EQ(withErrorsTo("/dev/full", {"list", drawing, "--sort", "none"}), 2);
+}
+
 }  // namespace
 }  // namespace brenvik::cli_test

@@ -59,6 +59,20 @@ TEST_F(Journal, AFailingCheckEndsItWithStatus1AndTellsFileLineExpectedAndFound) 
               "brenvik: a.journal: line 2: expect text Text1 \"36\": expected \"36\", found \"35\"\n");
 }
 
+TEST_F(Journal, WhatAClosedFormTakesWithItIsRemarkedOn) {
+    const std::string list = "select 100\ncommand Show\ncell fpSpread1 1 \"Notes\" \"x\"\n";
+    const Outcome lost = Play(list + "close\n");
+    EXPECT_EQ(lost.status, 0);
+    EXPECT_EQ(
+        lost.errors,
+        "line 4: frmMain closes without an Apply: what was typed into it, last in line 3, is not kept\n");
+    EXPECT_EQ(Play(list + "press tbMain.APPLY_DRAWING\nclose\n").errors, "");
+    EXPECT_EQ(
+        Play("command ShowSettings\ntype Text1 \"20\"\nclose\n").errors,
+        "line 3: frmSettings closes without a button: what was typed into it, last in line 2, is not kept\n");
+    EXPECT_EQ(Play("command ShowSettings\ntype Text1 \"20\"\npress cmdApply\n").errors, "");
+}
+
 TEST_F(Journal, AnUnknownCommandFails) {
     const Outcome outcome = Play("command Shov\n");
     EXPECT_EQ(outcome.status, 1);

@@ -109,6 +109,8 @@ struct Refused {
     const char* name;
     std::vector<std::string> words;
     std::string message;
+
+    friend void PrintTo(const Refused& each, std::ostream* out) { *out << each.name; }
 };
 
 class RefusedChoice : public ListChoices, public ::testing::WithParamInterface<Refused> {};
@@ -155,6 +157,18 @@ TEST_F(ListChoices, AFilterTakesEveryFormOfANumber) {
         EXPECT_EQ(Names({"--filter", std::string("Length > ") + number}), long600) << number;
 }
 
+TEST_F(ListChoices, AFilterThatLeavesNothingIsRemarkedOn) {
+    const std::string remark = "the filter \"Material = Oka\" leaves none of 16 parts\n";
+    EXPECT_EQ(List({"--filter", "Material = Oka"}).errors, remark);
+    EXPECT_EQ(List({"--filter", "Material = Oka", "--group", "Material"}).errors, remark);
+    EXPECT_EQ(List({"--filter", "Material = Oka", "--quiet"}).errors, "");
+    const Outcome exported = Run({"export", ShippedSample().string(), "out.csv", "--filter", "Length > 1e6"});
+    EXPECT_EQ(exported.status, 0);
+    EXPECT_NE(exported.errors.find("the filter \"Length > 1e6\" leaves none of 16 parts\n"),
+              std::string::npos)
+        << exported.errors;
+}
+
 TEST_F(ListChoices, QuotesInTheValueAreRefusedHoweverManyThereAre) {
     for (const char* value : {"O''Hara", "x' or 'a' = 'a"}) {
         const Outcome outcome = List({"--filter", std::string("Material = ") + value});
@@ -171,7 +185,8 @@ TEST_F(ListChoices, AQuoteInTheValueIsRefusedByThePartTable) {
     EXPECT_EQ(outcome.output, "");
     EXPECT_NE(outcome.errors.find("syntax error"), std::string::npos) << outcome.errors;
     EXPECT_NE(outcome.errors.find(
-                  "brenvik: --filter: the part table refused the statement, and the list stays as it was\n"),
+                  "brenvik: --filter: the part table refused the statement, and the list stays as it was: no "
+                  "value with a single quote can be looked for"),
               std::string::npos)
         << outcome.errors;
 }

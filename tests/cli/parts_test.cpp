@@ -133,5 +133,16 @@ TEST_F(Parts, RefuseToEmptyTheDefaultFolderWhenItHoldsTheDrawing) {
     EXPECT_TRUE(Exists(drawing));
 }
 
+TEST_F(Parts, CopiesThatCannotAllBeWrittenAreTakenBack) {
+    WriteSample("job.dxf");
+    ASSERT_EQ(Run({"init"}).status, 0);
+    // In blocks of 512 bytes: the copy of the first side is smaller, that of the second isn't.
+    const Outcome outcome = RunBare("trap '' XFSZ; ulimit -f 90; BRENVIK_HOME=" + Path("home"),
+                                    {"parts", "job.dxf", "--out", "out"});
+    EXPECT_EQ(outcome.status, 1) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("16 of 16 parts have no drawing\n"), std::string::npos) << outcome.errors;
+    EXPECT_TRUE(FilesBelow("out").empty()) << FilesBelow("out").begin()->first;
+}
+
 }  // namespace
 }  // namespace brenvik::cli_test

@@ -309,5 +309,27 @@ TEST_F(ToldParts, LettersForADrawingThatKeepsItsOwnAreTold) {
     EXPECT_EQ(Run({"list", "job.step", "--letters", "WLT"}).status, 0);
 }
 
+TEST_F(ToldParts, ARowOfNothingIsTold) {
+    ASSERT_EQ(Run({"init"}).status, 0);
+    ASSERT_EQ(Run({"settings", "set", "NoMeasure", "1"}).status, 0);
+    std::string bare = WithText("ORIE", "");
+    for (const std::string key : {"OLDVALUE1", "OLDVALUE2", "OLDVALUE3"}) bare = WithData(key, "", bare);
+    const std::string told = "the part \"Left Side\" (100): its extents are 0 x 0 x 0: NoMeasure is on, and ";
+    const Outcome list = List(bare, {"--select", "100"});
+    ExpectTold(list, told);
+    EXPECT_NE(list.output.find("Left Side"), std::string::npos);
+    ExpectTold(Run({"export", "job.dxf", "out.csv", "--select", "100"}), told);
+}
+
+TEST_F(ToldParts, AQuoteIsToldByTheTextThatHoldsIt) {
+    for (const auto& [key, caption] : {std::pair("PARTNAME", "Part Name"),
+                                       {"NOTES", "Notes"},
+                                       {"EB1", "EB1"},
+                                       {"USERDATA2", "User Data2"}})
+        ExpectTold(List(WithText(key, "6' long")),
+                   std::string("a single quote stands in its ") + caption +
+                       " \"6' long\", and the list can't take one; take the quote out (");
+}
+
 }  // namespace
 }  // namespace brenvik::cli_test
