@@ -165,8 +165,8 @@ bool HasNoExtents(const PartRow& row) {
 
 std::string NoExtentsFault(const MeasuringChoice& choice) {
     return choice.NoMeasure != 0 && !choice.WCSMeasure
-               ? "its extents are 0 x 0 x 0: NoMeasure is on, and expected are the extents saved on it "
-                 "(OLDVALUE1 to OLDVALUE3), or a measuring list"
+               ? "its extents are 0 x 0 x 0: NoMeasure is on, and no extents are saved on it; expected "
+                 "OLDVALUE1 to OLDVALUE3, or NoMeasure 0"
                : "its extents are 0 x 0 x 0, expected the size of a part";
 }
 

@@ -1,4 +1,7 @@
 // What the program says about itself, and how it takes wrong words.
+#include <cstdlib>
+
+#include "checkout_paths.h"
 #include "program.h"
 #include "session/library/command_table.h"
 

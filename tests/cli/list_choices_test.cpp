@@ -88,7 +88,7 @@ TEST_F(ListChoices, AFilterThatNoPartMeetsLeavesTheHead) {
     const Outcome outcome = List({"--filter", "Material = Oak", "--format", "json"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.output, "[]\n");
-    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(outcome.errors, "the filter \"Material = Oak\" leaves none of 16 parts\n");
 }
 
 TEST_F(ListChoices, AreKeptByNoLaterList) {
