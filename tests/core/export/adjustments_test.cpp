@@ -244,7 +244,7 @@ TEST_F(AdjustmentFile, TellsAmountsThatAreNoNumbers) {
 
 TEST_F(AdjustmentFile, TellsCriteriaThatNobodyAsksForAndThoseThatNoPartMeets) {
     const Texts faults = FaultsOf({"[A]", "Part Nmae=Door", "Material =Oak", "Length=24.0", "Width=24,5",
-                                   "Thickness=18", "l 5", "Qty=2"});
+                                   "Thickness=18", "l 5", "Qty=2", "t=1"});
     ASSERT_EQ(faults.size(), 5U);
     EXPECT_NE(faults[0].find("found \"Part Nmae\""), std::string::npos) << faults[0];
     EXPECT_NE(faults[1].find("found \"Material \""), std::string::npos) << faults[1];
@@ -253,6 +253,16 @@ TEST_F(AdjustmentFile, TellsCriteriaThatNobodyAsksForAndThoseThatNoPartMeets) {
         faults[3],
         "5: Width: expected a number as the list has it, such as 24.5, found \"24,5\"; no part meets it");
     EXPECT_EQ(faults[4], "7: expected KEY=VALUE, found \"l 5\"; it is not read");
+}
+
+TEST_F(AdjustmentFile, TellsASectionWithoutAnAmountByItsName) {
+    const auto fault = [](const std::string& line, const std::string& name) {
+        return line + ": the adjustment " + name +
+               " has no amount, expected l=, w= or t= with a number; it changes nothing";
+    };
+    EXPECT_EQ(FaultsOf({"[A]", "Qty=2", "[B]", "l=1", "[C]", "l=", "W=", "t="}),
+              (Texts{fault("1", "[A]"), fault("5", "[C]")}));
+    EXPECT_EQ(FaultsOf({"[A]", "T=0"}), Texts{}) << "nothing is an amount too";
 }
 
 TEST_F(AdjustmentFile, TellsWhatStandsTwiceOrOutsideOfASection) {

@@ -185,7 +185,10 @@ TEST_F(Scan, KeepsWhichPartsItCouldNotTake) {
     ASSERT_EQ(dropped.size(), 1u) << "a part that two scans have left out is one part";
     EXPECT_EQ(dropped[0].handle, "A");
     EXPECT_EQ(dropped[0].name, "Jack's shelf");
-    EXPECT_EQ(dropped[0].reason, "Syntax error in the statement");
+    EXPECT_EQ(
+        dropped[0].reason,
+        "a single quote stands in its Part Name \"Jack's shelf\", and the list can't take one; take the "
+        "quote out (Syntax error in the statement)");
     EXPECT_TRUE(TakeDroppedParts().empty()) << "they are told once";
 }
 

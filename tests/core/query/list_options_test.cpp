@@ -168,8 +168,10 @@ TEST_F(ListOptions, AFilterReplacesStoredRows) {
 
 TEST_F(ListOptions, ARefusedStatementIsAFailureBehindItsBox) {
     database.refused = {"O'Brien", "order by bv_face"};
-    EXPECT_EQ(FailureOf([] { ApplyListChoices(ParseListChoices("", "", "Notes = O'Brien")); }).description(),
-              "filter: the part table refused the statement, and the list stays as it was");
+    EXPECT_EQ(
+        FailureOf([] { ApplyListChoices(ParseListChoices("", "", "Notes = O'Brien")); }).description(),
+        "filter: the part table refused the statement, and the list stays as it was: no value with a single "
+        "quote can be looked for, and no part that has one is in the list");
     EXPECT_EQ(dialogs.messages.size(), 1U);
     EXPECT_FALSE(Filter().Loaded());
     EXPECT_EQ(FailureOf([] { ApplyListChoices(ParseListChoices("Face", "", "")); }).description(),
