@@ -11,6 +11,8 @@ SCAN_COLUMNS = [
     ("FirstScanJob", "first scan"),
     ("ScanJob", "scan again"),
 ]
+DRAWING_COLUMNS = [("ReadDwgSample", "read DWG"), ("ReadDxfSample", "read DXF")]
+BODY_COLUMNS = [("ReadAcisBinary", "read SAB"), ("ReadAcisText", "read SAT")]
 GRID_COLUMNS = [
     ("LoadList", "load"),
     ("SortList", "sort"),
@@ -28,6 +30,8 @@ TARGET_COLUMNS = [("RunJobForTarget", "40 holes")]
 # Each table: what is counted, its columns, the size of a job, and what else jobs differ by.
 TABLES = [
     ("solids", SCAN_COLUMNS, "solids", ["holes"]),
+    ("entities of drawings", DRAWING_COLUMNS, "release", []),
+    ("ACIS bodies", BODY_COLUMNS, "holes", []),
     ("grid rows", GRID_COLUMNS, "rows", []),
     ("rows to CSV", CSV_COLUMNS, "rows", ["adjustments", "fractions"]),
     ("parts of CNC runs", RUN_COLUMNS, "parts", ["holes"]),
@@ -35,7 +39,14 @@ TABLES = [
 ]
 
 # The sizes of these aren't amounts that could grow.
-NUMBERED = ["target"]
+NUMBERED = ["target", "release", "holes"]
+
+# What is held against what, and what the ratio is called.
+HELD_AGAINST = [
+    ("ReadStepJob", "ReadStepBare", "STEP to bare"),
+    ("ReadDwgSample", "ReadDxfSample", "DWG to DXF"),
+    ("ReadAcisBinary", "ReadAcisText", "SAB to SAT"),
+]
 
 # What a run has taken on in memory behind its first parts, in megabytes.
 MEMORY = ("RunJobOfPanels", "MB")
@@ -68,14 +79,14 @@ def print_line(cells):
 
 
 def print_rates(rates, columns, arguments, jobs):
-    # Only a table of reading has a reader to be held against.
-    to_bare = "ReadStepBare" in dict(columns)
-    print_line(arguments + [caption for _, caption in columns] + (["STEP to bare"] if to_bare else []))
+    # Only tables of reading have a reader to be held against.
+    pair = next((pair for pair in HELD_AGAINST if pair[0] in dict(columns)), None)
+    print_line(arguments + [caption for _, caption in columns] + ([pair[2]] if pair else []))
     for job in jobs:
         key = tuple(sorted(zip(arguments, job)))
         row = [rates.get(name, {}).get(key) for name, _ in columns]
-        if to_bare:
-            row.append(ratio(rates.get("ReadStepJob", {}).get(key), rates.get("ReadStepBare", {}).get(key)))
+        if pair:
+            row.append(ratio(rates.get(pair[0], {}).get(key), rates.get(pair[1], {}).get(key)))
         print_line([str(value) for value in job] + [cell(value) for value in row])
 
 
