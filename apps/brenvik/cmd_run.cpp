@@ -71,6 +71,7 @@ std::string SaveByEnding(const std::string& name, const RunOptions& options, Wor
         document.SaveAs(name, SaveAsKind::Dxf2000);
         return {};
     }
+    TellLayerColors(document, name, teller);
     for (const std::string& loss :
          SaveDrawingInUnit(document, workplace.host.Resolve(name), DrawingUnitOfHome())) {
         transcript << name << ": " << loss << '\n';

@@ -13,6 +13,7 @@
 #include "base/failure.h"
 #include "base/letter_case.h"
 #include "drafting_host/document/block_solids.h"
+#include "drafting_host/document/imported_parts.h"
 #include "file_roots/places.h"
 
 namespace brenvik::app {
@@ -190,6 +191,7 @@ void SaveOutput(HostDocument& document, const std::string& name, std::optional<L
                 Teller& teller) {
     RequireWritableFormat(name);
     teller.Progress("saving " + name);
+    TellLayerColors(document, name, teller);
     for (const std::string& loss : SaveDrawingInUnit(document, PathFromText(name), unit))
         teller.Loss(name + ": " + loss);
 }
@@ -210,6 +212,16 @@ void BringBlockSolids(HostDocument& document, const DrawingOptions& options, Tel
     TellReferences(references, options, teller);
     EraseEmptied(document, references);
     TellSheets(document, options, teller);
+}
+
+void TellLayerColors(const HostDocument& document, const std::string& name, Teller& teller) {
+    const std::string extension = ExtensionOf(name);
+    if (extension != ".step" && extension != ".stp") return;
+    const std::size_t count = ColoredByLayer(document);
+    if (count > 0)
+        teller.Remark(name + ": the colour of the layer is that of the part itself for " +
+                      std::to_string(count) + (count == 1 ? " part" : " parts") +
+                      ": a STEP file has no colours of layers");
 }
 
 void TellBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller) {

@@ -103,6 +103,20 @@ TEST_F(Convert, ColoursByNumberComeBackAsTheirNumber) {
     EXPECT_NE(FirstSolid("c.dxf").find("\n 62\n0\n"), std::string::npos) << FirstSolid("c.dxf");
 }
 
+TEST_F(Convert, ColoursOfLayersBecomeThePartsOwnInStepAndThatIsToldOnce) {
+    WriteSample("in.dxf");
+    const Outcome outcome = Run({"convert", "in.dxf", "a.step"});
+    const std::string told =
+        "a.step: the colour of the layer is that of the part itself for 16 parts: a STEP "
+        "file has no colours of layers\n";
+    EXPECT_NE(outcome.errors.find(told), std::string::npos) << outcome.errors;
+    EXPECT_FALSE(ColorsOf(Read("a.step")).empty());
+    // The layer of the sample's first solid has the colour 8, a grey of 128.
+    Run({"convert", "a.step", "b.dxf", "--quiet"});
+    EXPECT_NE(FirstSolid("b.dxf").find("\n 62\n8\n"), std::string::npos) << FirstSolid("b.dxf");
+    EXPECT_EQ(Run({"convert", "in.dxf", "a.sat"}).errors.find("no colours of layers"), std::string::npos);
+}
+
 TEST_F(Convert, StepOfAnotherProgramIsNeverWrittenOver) {
     Run({"convert", ShippedSample().string(), "a.step", "--quiet"});
     const std::string foreign = OfAnotherProgram(Read("a.step"));

@@ -113,8 +113,8 @@ class HostDocument final : public AcadDocument {
     void SetFile(std::string fullName) { mFullName = std::move(fullName); }
     /// Tells that the drawing came from a file of another system.
     void MarkImported() { mImported = true; }
-    /// The drawing was read from a form that is never written (DWG): saving it under its own name writes DXF
-    /// text beside the original, which nothing here writes over.
+    /// The drawing was read from a file that holds more than is read of it (a DWG, STEP of another program):
+    /// nothing here writes over that. Saving a DWG under its own name writes DXF text beside it.
     void MarkOnlyRead(std::filesystem::path original) { mOnlyRead = std::move(original); }
     /// Fails where `path` is the file of MarkOnlyRead.
     void RequireOtherThanOriginal(const std::filesystem::path& path) const;

@@ -218,6 +218,18 @@ std::vector<step::StepSolid> StepSolidsOf(const HostDocument& document, std::vec
     return parts;
 }
 
+std::size_t ColoredByLayer(const HostDocument& document) {
+    constexpr int byLayer = 256;
+    std::size_t count = 0;
+    for (const HostEntity* entity : document.AllBlocks().front()->Entities()) {
+        if (dynamic_cast<const HostSolid*>(entity) == nullptr || entity->Look().color != byLayer) continue;
+        const Kept<KeptGroups>& own = entity->KeptGroupsOfFile();
+        const bool hasOwn = own && TrueColorIn(own->common);
+        if (!hasOwn && ColorOf(*entity)) ++count;
+    }
+    return count;
+}
+
 std::vector<std::string> AcisLinesOf(const HostDocument& document, LengthUnit unit,
                                      std::vector<std::string>& problems) {
     std::vector<TopoDS_Shape> bodies;

@@ -25,6 +25,9 @@ void ImportAcis(HostDocument& document, std::string_view content, const std::fil
 /// The solids of model space for a STEP file; other entities are told in `problems`.
 std::vector<step::StepSolid> StepSolidsOf(const HostDocument& document, std::vector<std::string>& problems);
 
+/// How many solids of model space show in the colour of their layer, which STEP has as their own.
+std::size_t ColoredByLayer(const HostDocument& document);
+
 /// One ACIS text of all solids of model space, whose head names `unit`; those that it can't hold and other
 /// entities are told in `problems`. Throws Failure where no solid is left.
 std::vector<std::string> AcisLinesOf(const HostDocument& document, LengthUnit unit,
