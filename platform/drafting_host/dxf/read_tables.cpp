@@ -144,11 +144,18 @@ KeptTable& TableOf(Reading& reading, std::string_view name) {
 /// Keeps an entry that a drawing doesn't hold.
 void KeepEntry(Reading& reading, const Record& record) {
     if (!reading.KeepsRecords()) {
-        // Every drawing has these two, and they say nothing of their own.
+        // Every drawing has these two; a saved one gets them anew.
         const std::string name = NameOf(reading, record.groups);
         const bool isUsual = (record.name == "DIMSTYLE" && EqualsIgnoreCase(name, "Standard")) ||
                              (record.name == "VPORT" && EqualsIgnoreCase(name, "*Active"));
-        if (!isUsual) ++reading.unkept[std::string(record.name)];
+        if (isUsual) {
+            reading.Note(record.line,
+                         std::string(record.name) + " " + ShownName(name) +
+                             " is not taken along: a drawing saved from release 12 gets a new one",
+                         false);
+        } else {
+            ++reading.unkept[std::string(record.name)];
+        }
         return;
     }
     TableOf(reading, record.name)
