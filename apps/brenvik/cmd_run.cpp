@@ -17,6 +17,7 @@
 #include "journal/journal_parser.h"
 #include "journal/journal_player.h"
 #include "journal_prompts.h"
+#include "journal_run.h"
 #include "run_dialogs.h"
 #include "run_teller.h"
 #include "run_transcript.h"
@@ -28,12 +29,23 @@ namespace brenvik::app {
 
 namespace {
 
-struct RunOptions {
-    DrawingOptions drawing;
-    UnitOption unit;
-    std::string journal;
-    std::string transcript;
-    bool noProof = false;
+/// Shows what the journal does to whoever watches.
+class StagedDialogs : public WatchedJournalDialogs {
+  public:
+    StagedDialogs(std::ostream& stream, const JournalStage& stage)
+        : WatchedJournalDialogs(stream), mStage(stage) {}
+    void ShowModal(Form& form) override {
+        if (!mStage.showForm) return WatchedJournalDialogs::ShowModal(form);
+        mStage.showForm(form, [this, &form] { WatchedJournalDialogs::ShowModal(form); });
+    }
+    MessageAnswer Show(const MessageRequest& request) override {
+        const MessageAnswer answer = WatchedJournalDialogs::Show(request);
+        if (mStage.showBox) mStage.showBox(request, answer);
+        return answer;
+    }
+
+  private:
+    const JournalStage& mStage;
 };
 
 std::vector<JournalStep> ReadJournal(const std::string& name) {
@@ -100,12 +112,14 @@ JournalWorld WorldOf(Workplace& workplace, std::ostream& transcript) {
 }
 
 /// Plays the journal on the open drawing. Throws CommandError where a step fails.
-void Play(const RunOptions& options, std::vector<JournalStep> steps, Workplace& workplace,
-          JournalDialogs& dialogs, RunTranscript& transcript, Teller& teller) {
+void Play(const RunOptions& options, const JournalStage& stage, std::vector<JournalStep> steps,
+          Workplace& workplace, JournalDialogs& dialogs, RunTranscript& transcript, Teller& teller) {
     workplace.host.SetTranscript(
         [&](std::string_view line) { transcript.TellHostLine(line, !workplace.typedCommands.AtWork()); });
     HostRefusals refusals(workplace.host, workplace.typedCommands);
     JournalWorld world = WorldOf(workplace, transcript.Stream());
+    world.hands = stage.hands;
+    if (stage.callCommand) world.callCommand = stage.callCommand;
     world.takeRefusal = [&refusals] { return refusals.TakeOldest(); };
     world.save = [&](const std::string& name) {
         return SaveByEnding(name, options, workplace, transcript.Stream(), teller);
@@ -148,7 +162,9 @@ void KeepInputs(KeptFiles& kept, const RunOptions& options) {
     kept.Keep(PathFromText(options.journal), "the journal that is played");
 }
 
-ExitStatus Run(const std::string& home, const RunOptions& options) {
+}  // namespace
+
+ExitStatus RunJournal(const std::string& home, const RunOptions& options, const JournalStage& stage) {
     if (!options.drawing.save.empty()) RequireWritableFormat(options.drawing.save);
     Teller teller(options.drawing.quiet);
     std::vector<JournalStep> steps = ReadJournal(options.journal);
@@ -158,7 +174,7 @@ ExitStatus Run(const std::string& home, const RunOptions& options) {
     if (!options.transcript.empty())
         kept.RequireFree(PathFromText(options.transcript), OutputKind::Transcript, options.transcript);
     RunTranscript transcript(options.transcript, options.drawing.quiet);
-    WatchedJournalDialogs dialogs(transcript.Stream());
+    StagedDialogs dialogs(transcript.Stream(), stage);
     JournalPrompts prompts(dialogs, transcript.Stream());
     Workplace workplace(home, dialogs);
     KeepInputs(workplace.kept, options);
@@ -172,9 +188,11 @@ ExitStatus Run(const std::string& home, const RunOptions& options) {
     SelectForCommand(document, options.drawing);
     GiveMaterial(document, options.drawing.material, teller);
     teller.Wipe();
+    if (stage.opened) stage.opened(workplace);
     const std::size_t notes = document.Notes().size();
     const RunTeller runs(teller, WatchOf(home, dialogs, transcript));
-    Play(options, std::move(steps), workplace, dialogs, transcript, teller);
+    Play(options, stage, std::move(steps), workplace, dialogs, transcript, teller);
+    if (stage.closed) stage.closed();
     TellOverlooked(options.journal, dialogs, teller);
     TellNotesSince(notes, document, options.drawing.drawing, teller);
     const PartTroubleLines troubles = TakePartTroubleLines();
@@ -193,8 +211,6 @@ ExitStatus Run(const std::string& home, const RunOptions& options) {
     return teller.Status();
 }
 
-}  // namespace
-
 Command RunCommand() {
     auto options = std::make_shared<RunOptions>();
     return {"run",
@@ -207,7 +223,7 @@ Command RunCommand() {
              Argument("--no-proof", &options->noProof, std::string(NoProofHelp)), options->drawing.Select(),
              options->drawing.Letters(), options->unit.Option(), options->drawing.Material(),
              options->drawing.Save(), options->drawing.Quiet()},
-            [options](const std::string& home) { return Run(home, *options); },
+            [options](const std::string& home) { return RunJournal(home, *options, {}); },
             {}};
 }
 

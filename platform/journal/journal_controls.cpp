@@ -5,6 +5,7 @@
 
 #include "base/invariant.h"
 #include "base/letter_case.h"
+#include "journal/journal_hands.h"
 #include "journal/journal_lookup.h"
 
 namespace brenvik {
@@ -27,29 +28,33 @@ T& UsableOf(const JournalStep& step, const Form& form, const std::string& expect
     return FindControlOf<T>(step, form, name, expected);
 }
 
-void PressToolbarKey(const JournalStep& step, ToolbarControl& toolbar, const std::string& key) {
+/// A step with the form that it goes to and the hand that does it.
+struct Act {
+    const JournalStep& step;
+    Form& form;
+    JournalHands& hands;
+};
+
+void PressToolbarKey(const Act& act, ToolbarControl& toolbar, const std::string& key) {
     for (const ToolbarControl::Key& candidate : toolbar.keys) {
         if (!EqualsIgnoreCase(candidate.key, key)) continue;
-        // The handler may unload the form and with it, in the end, the key's text.
-        const std::string pressed = candidate.key;
-        toolbar.PressKey(pressed);
-        return;
+        return act.hands.PressKey(act.form, toolbar, candidate.key);
     }
-    FailStep(step, "a toolbar key " + Quoted(key) + " of " + toolbar.Name(), "none of that name");
+    FailStep(act.step, "a toolbar key " + Quoted(key) + " of " + toolbar.Name(), "none of that name");
 }
 
-void PressControl(const JournalStep& step, Form& form) {
-    Control& control = Usable(step, form, step.arguments[0]);
+void PressControl(const Act& act) {
+    const JournalStep& step = act.step;
+    Control& control = Usable(step, act.form, step.arguments[0]);
     switch (control.Kind()) {
         case ControlKind::Button:
         case ControlKind::MenuEntry:
         case ControlKind::CheckBox:
         case ControlKind::OptionButton:
         case ControlKind::Label:
-            control.Press();
-            return;
+            return act.hands.Press(act.form, control);
         case ControlKind::Toolbar:
-            PressToolbarKey(step, dynamic_cast<ToolbarControl&>(control), BehindPoint(step.arguments[0]));
+            PressToolbarKey(act, dynamic_cast<ToolbarControl&>(control), BehindPoint(step.arguments[0]));
             return;
         case ControlKind::TextBox:
         case ControlKind::ListBox:
@@ -65,45 +70,43 @@ void PressControl(const JournalStep& step, Form& form) {
     }
 }
 
-void SetTick(const JournalStep& step, Form& form, bool on) {
-    auto& box = UsableOf<CheckControl>(step, form, "a tick box or an option button");
+void SetTick(const Act& act, bool on) {
+    const JournalStep& step = act.step;
+    auto& box = UsableOf<CheckControl>(step, act.form, "a tick box or an option button");
     if ((box.Value() == 1) == on) return;
     if (!on && box.Kind() == ControlKind::OptionButton)
         FailStep(step, "a tick box", "an option button, which goes off only when another goes on");
-    box.Press();
+    act.hands.Press(act.form, box);
 }
 
-void TypeText(const JournalStep& step, Form& form) {
-    Control& control = Usable(step, form, step.arguments[0]);
+void TypeText(const Act& act) {
+    const JournalStep& step = act.step;
+    Control& control = Usable(step, act.form, step.arguments[0]);
     if (control.Kind() != ControlKind::TextBox && control.Kind() != ControlKind::ComboBox)
         FailStep(step, "a text box or a combo box",
                  std::string(KindInWords(control.Kind())) + " " + Quoted(control.Name()));
-    control.SetText(step.arguments[1]);
+    act.hands.Type(act.form, control, step.arguments[1]);
 }
 
-void PickItem(const JournalStep& step, Form& form) {
-    Control& control = Usable(step, form, step.arguments[0]);
+void PickItem(const Act& act) {
+    const JournalStep& step = act.step;
+    Control& control = Usable(step, act.form, step.arguments[0]);
     const int item = FindItem(step, control, step.arguments[1]);
     if (auto* list = dynamic_cast<ListControl*>(&control)) {
-        if (list->MultiSelect())
-            list->SetSelected(item, true);
-        else
-            list->SetListIndex(item);
+        act.hands.Pick(act.form, *list, item);
     } else if (auto* tabs = dynamic_cast<TabStripControl*>(&control)) {
-        tabs->SetSelectedTab(item);
+        act.hands.Pick(act.form, *tabs, item);
     } else if (auto* view = dynamic_cast<ListViewControl*>(&control)) {
-        view->selectedRow = item;
-        if (view->onClick) view->onClick();
+        act.hands.Pick(act.form, *view, item);
     } else {
         FailStep(step, "a list, a combo box, a list view or a tab strip",
                  std::string(KindInWords(control.Kind())) + " " + Quoted(control.Name()));
     }
 }
 
-void DoubleClickItem(const JournalStep& step, Form& form) {
-    PickItem(step, form);
-    Control& control = FindControl(step, form, step.arguments[0]);
-    if (control.onDoubleClick) control.onDoubleClick();
+void DoubleClickItem(const Act& act) {
+    PickItem(act);
+    act.hands.DoubleClick(act.form, FindControl(act.step, act.form, act.step.arguments[0]));
 }
 
 struct CellPlace {
@@ -119,29 +122,31 @@ CellPlace UsableCell(const JournalStep& step, Form& form) {
     return {grid, column, row};
 }
 
-void EditCell(const JournalStep& step, Form& form) {
-    const CellPlace cell = UsableCell(step, form);
-    if (!cell.grid.UserEdit(cell.column, cell.row, step.arguments[3]))
-        FailStep(step, "a cell that takes typing", "a locked one");
+void EditCell(const Act& act) {
+    const CellPlace cell = UsableCell(act.step, act.form);
+    if (!act.hands.Edit(act.form, cell.grid, cell.column, cell.row, act.step.arguments[3]))
+        FailStep(act.step, "a cell that takes typing", "a locked one");
 }
 
 }  // namespace
 
-void ActOnForm(const JournalStep& step, Form& form) {
-    if (step.kind == StepKind::Press) return PressControl(step, form);
-    if (step.kind == StepKind::Check) return SetTick(step, form, true);
-    if (step.kind == StepKind::Uncheck) return SetTick(step, form, false);
-    if (step.kind == StepKind::Toggle) return UsableOf<CheckControl>(step, form, "a tick box").Press();
-    if (step.kind == StepKind::Type) return TypeText(step, form);
-    if (step.kind == StepKind::Pick) return PickItem(step, form);
-    if (step.kind == StepKind::DoubleClick) return DoubleClickItem(step, form);
-    if (step.kind == StepKind::Cell) return EditCell(step, form);
+void ActOnForm(const JournalStep& step, Form& form, JournalHands& hands) {
+    const Act act{step, form, hands};
+    if (step.kind == StepKind::Press) return PressControl(act);
+    if (step.kind == StepKind::Check) return SetTick(act, true);
+    if (step.kind == StepKind::Uncheck) return SetTick(act, false);
+    if (step.kind == StepKind::Toggle)
+        return hands.Press(form, UsableOf<CheckControl>(step, form, "a tick box"));
+    if (step.kind == StepKind::Type) return TypeText(act);
+    if (step.kind == StepKind::Pick) return PickItem(act);
+    if (step.kind == StepKind::DoubleClick) return DoubleClickItem(act);
+    if (step.kind == StepKind::Cell) return EditCell(act);
     if (step.kind == StepKind::Goto) {
         const CellPlace cell = UsableCell(step, form);
-        return cell.grid.SetActiveCell(cell.column, cell.row);
+        return hands.GoTo(form, cell.grid, cell.column, cell.row);
     }
     Invariant(step.kind == StepKind::Close, "a step that acts on a form");
-    form.RequestClose();
+    hands.Close(form);
 }
 
 }  // namespace brenvik

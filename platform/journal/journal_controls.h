@@ -7,8 +7,10 @@
 
 namespace brenvik {
 
+class JournalHands;
+
 /// Does a step that acts on a control or on the form itself. Throws JournalFailure, and what the control's
 /// handlers let through.
-void ActOnForm(const JournalStep& step, Form& form);
+void ActOnForm(const JournalStep& step, Form& form, JournalHands& hands);
 
 }  // namespace brenvik

@@ -9,12 +9,15 @@
 #include "journal/journal_checks.h"
 #include "journal/journal_controls.h"
 #include "journal/journal_failure.h"
+#include "journal/journal_hands.h"
 #include "journal/journal_lookup.h"
 #include "session/ports/host_interface.h"
 
 namespace brenvik {
 
 namespace {
+
+JournalHands plainHands;
 
 std::vector<std::string> HandlesOfModelSpace(AcadApplication& host) {
     std::vector<std::string> handles;
@@ -174,7 +177,7 @@ void JournalPlayer::DoOnForm(const JournalStep& step) {
     if (step.kind == StepKind::Close) TellTypingLost(step, form);
     // A button may unload its form, and another form may get its place.
     if (step.kind == StepKind::Press && TakesTyping(form, step.arguments[0])) typed.erase(&form);
-    ActOnForm(step, form);
+    ActOnForm(step, form, world.hands == nullptr ? plainHands : *world.hands);
     if (step.kind == StepKind::Type || step.kind == StepKind::Cell) typed[&form] = step.line;
 }
 

@@ -20,9 +20,10 @@ namespace brenvik {
 
 class AcadApplication;
 class FilesPort;
+class JournalHands;
 class SettingsPort;
 
-/// What a journal acts on. All members must be set; references outlive the player.
+/// What a journal acts on. All members but `hands` must be set; references outlive the player.
 struct JournalWorld {
     AcadApplication* host = nullptr;
     SettingsPort* settings = nullptr;
@@ -37,6 +38,8 @@ struct JournalWorld {
     /// The oldest line with which the host's command line has refused something and that no step has looked
     /// at.
     std::function<std::optional<std::string>()> takeRefusal = [] { return std::nullopt; };
+    /// Moves what the steps move; without one the models are acted on.
+    JournalHands* hands = nullptr;
     std::ostream* output = nullptr;      ///< For the print steps.
     std::ostream* transcript = nullptr;  ///< For what a person should know but no step asked for.
 };

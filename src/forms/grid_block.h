@@ -1,0 +1,38 @@
+// Blocks of cells as text, as spreadsheet programs put them on the clipboard: cells parted by tabs, rows by
+// line breaks, a cell with either in double quotes.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "forms/grid_control.h"
+
+namespace brenvik {
+
+struct GridBlock {
+    int column = 1, row = 1, lastColumn = 1, lastRow = 1;
+};
+
+/// The columns that are shown, in their order.
+std::vector<int> ShownColumns(const GridControl& grid);
+
+/// The block's cells in the columns that are shown. Fails with 9 outside the grid.
+std::string CopyBlock(const GridControl& grid, const GridBlock& block);
+
+/// What a paste has done: cells that took the text, and cells that are locked or beyond the grid.
+struct BlockOutcome {
+    int taken = 0, refused = 0;
+};
+
+/// Types a text into the cells from this one on, right and down, each cell by the rules of typing. Columns
+/// that aren't shown are passed by.
+BlockOutcome PasteBlock(GridControl& grid, int column, int row, std::string_view text);
+
+/// Types the texts of the block's first row into its other rows.
+BlockOutcome FillDown(GridControl& grid, const GridBlock& block);
+
+/// Types nothing into all cells of the block.
+BlockOutcome ClearBlock(GridControl& grid, const GridBlock& block);
+
+}  // namespace brenvik
