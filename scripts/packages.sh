@@ -7,6 +7,8 @@ build_packages=(g++ cmake ninja-build libsqlite3-dev libcli11-dev unixodbc-dev
   libtbb-dev libfontconfig-dev)
 test_packages=(git libgtest-dev libbenchmark-dev python3-ezdxf g++-mingw-w64-x86-64-posix clang-format
   libsqliteodbc sqlite3)
+desktop_packages=(qt6-base-dev libqt6opengl6-dev libocct-visualization-dev libgl1-mesa-dri)
+desktop_test_packages=(xvfb)
 long_test_packages=(clang clang-tidy libclang-rt-14-dev)
 fresh_root_packages=(git mmdebstrap util-linux)
 

@@ -4,7 +4,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <array>
 #include <functional>
 #include <iomanip>
 #include <iostream>
@@ -19,15 +18,6 @@
 namespace brenvik::app {
 
 namespace {
-
-/// Commands of the system that this build has not; asking for one deserves a better answer than "unknown".
-constexpr std::array commandsOfOtherBuilds{std::string_view("desktop")};
-
-std::string WhatIsNoCommand(const std::string& word) {
-    for (const std::string_view name : commandsOfOtherBuilds)
-        if (word == name) return "the command " + word + " is not available in this build";
-    return "expected a command, found " + word;
-}
 
 struct CommandLine {
     CLI::App parser{"Cut lists and CNC feature recognition for cabinet shops.", "brenvik"};
@@ -91,7 +81,7 @@ int TellWrongWords(CommandLine& line, const CLI::ParseError& error) {
     }
     const std::vector<std::string> unknown = line.parser.remaining();
     if (line.parser.get_subcommands().empty() && !unknown.empty()) {
-        std::cerr << "brenvik: " << WhatIsNoCommand(unknown.front()) << '\n';
+        std::cerr << "brenvik: expected a command, found " << unknown.front() << '\n';
         return static_cast<int>(ExitStatus::WrongWords);
     }
     std::cerr << "brenvik: " << error.what() << "\nRun with --help for more information.\n";
@@ -135,9 +125,10 @@ int RunCommandLine(int argc, char** argv) {
         ->check(CLI::Validator(CheckGiven, ""));
     line.parser.set_version_flag("--version", "brenvik " BRENVIK_VERSION);
     line.parser.require_subcommand(1);
-    for (const Command& command : {InitCommand(), ListCommand(), ExportCommand(), CncCommand(),
-                                   ProveCommand(), RunCommand(), ConvertCommand(), SampleCommand(),
-                                   SettingsCommand(), MaterialsCommand(), PartsCommand(), PictureCommand()})
+    for (const Command& command :
+         {InitCommand(), ListCommand(), ExportCommand(), CncCommand(), ProveCommand(), RunCommand(),
+          ConvertCommand(), SampleCommand(), SettingsCommand(), MaterialsCommand(), PartsCommand(),
+          PictureCommand(), DesktopCommand()})
         AddCommand(line.parser, command, line);
     line.parser.footer(
         ListOfMethods() +

@@ -1,0 +1,29 @@
+// The system's commands in groups that a shop knows, for menus and for the search of commands.
+#pragma once
+
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "session/library/command_table.h"
+
+namespace brenvik::desktop {
+
+struct GroupedCommand {
+    Command command;
+    /// Whether it can change the drawing, so that leaving it asks about saving.
+    bool changesDrawing = false;
+    /// It works on what is selected; with nothing selected it would do nothing.
+    bool wantsParts = false;
+    std::string_view key = {};  ///< A shortcut such as "Ctrl+L".
+};
+
+struct CommandGroup {
+    std::string_view caption;
+    std::vector<GroupedCommand> commands;
+};
+
+/// Each command of the command table stands in one of them.
+std::span<const CommandGroup> CommandGroups();
+
+}  // namespace brenvik::desktop

@@ -1,0 +1,124 @@
+// The wiring of windows and platforms.
+#include "desktop_program.h"
+
+#include <QApplication>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <iostream>
+#include <optional>
+
+#include "base/numbers.h"
+#include "control_binding.h"
+#include "desktop_dialogs.h"
+#include "drafting_host/document/host_utility.h"
+#include "file_roots/places.h"
+#include "form_window.h"
+#include "journal/journal_parser.h"
+#include "journal_run.h"
+#include "main_window.h"
+#include "widget_hands.h"
+#include "window_pictures.h"
+
+namespace brenvik::desktop {
+
+namespace {
+
+/// The host's questions to a person.
+class AskingPrompts : public PromptPort {
+  public:
+    AskingPrompts(FormDesk& desk, std::function<void(const std::string&)> tell)
+        : mDesk(desk), mTell(std::move(tell)) {}
+
+    std::optional<Point3> GetPoint(std::string_view prompt) override {
+        const std::optional<std::string> text = Ask(prompt, "x,y,z");
+        double coordinates[3];
+        if (!text || !ParseJournalPoint(*text, coordinates)) return std::nullopt;
+        return Point3{coordinates[0], coordinates[1], coordinates[2]};
+    }
+    std::optional<double> GetReal(std::string_view prompt) override {
+        const std::optional<std::string> text = Ask(prompt, "");
+        return text ? std::optional(LenientNumber(*text)) : std::nullopt;
+    }
+    std::optional<std::string> GetString(bool, std::string_view prompt) override { return Ask(prompt, ""); }
+    std::optional<std::string> GetKeyword(std::string_view prompt) override { return Ask(prompt, ""); }
+    std::optional<std::vector<AcadEntity*>> SelectOnScreen(AcadDocument& document) override {
+        // What stands selected in the window is what the user points at.
+        auto* const host = dynamic_cast<HostDocument*>(&document);
+        if (host == nullptr || host->PreviousSelection().empty()) return std::nullopt;
+        return std::vector<AcadEntity*>(host->PreviousSelection().begin(), host->PreviousSelection().end());
+    }
+    void Prompt(std::string_view text) override { mTell(std::string(text)); }
+
+  private:
+    std::optional<std::string> Ask(std::string_view prompt, const char* hint) {
+        bool given = false;
+        const QString text =
+            QInputDialog::getText(mDesk.Top(), QStringLiteral("Brenvik"), ToQt(prompt).trimmed(),
+                                  QLineEdit::Normal, QString::fromLatin1(hint), &given);
+        if (!given) return std::nullopt;
+        return FromQt(text);
+    }
+
+    FormDesk& mDesk;
+    std::function<void(const std::string&)> mTell;
+};
+
+}  // namespace
+
+app::ExitStatus RunForAPerson(const DesktopOptions& options) {
+    FormDesk desk;
+    DesktopDialogs dialogs(desk);
+    app::Workplace workplace(options.home, dialogs);
+    MainWindow window(workplace, desk);
+    AskingPrompts prompts(desk, [&window](const std::string& line) { window.Tell(line); });
+    workplace.host.SetPrompts(&prompts);
+    workplace.toldSettings.tell = [&window](const std::string& line) { window.Tell(line); };
+    window.show();
+    if (!options.drawing.empty()) window.OpenFile(options.drawing);
+    QApplication::exec();
+    workplace.host.SetPrompts(nullptr);
+    workplace.toldSettings.tell = {};
+    return app::ExitStatus::Done;
+}
+
+app::ExitStatus RunForAJournal(const DesktopOptions& options) {
+    FormDesk desk;
+    desk.KeepFailures(true);
+    WidgetHands hands(desk);
+    WindowPictures pictures(options.pictures);
+    std::optional<MainWindow> window;
+    app::JournalStage stage;
+    stage.hands = &hands;
+    stage.opened = [&](app::Workplace& workplace) {
+        window.emplace(workplace, desk);
+        window->show();
+        window->ShowDrawing();
+        pictures.Take(*window, "main");
+    };
+    stage.closed = [&window] { window.reset(); };
+    stage.showForm = [&](Form& form, const std::function<void()>& play) {
+        desk.Open(form, [&](FormWindow& shown) {
+            pictures.Take(shown, form.Name());
+            play();
+        });
+    };
+    stage.showBox = [&](const MessageRequest& request, MessageAnswer answer) {
+        desk.ShowModels();
+        QMessageBox box(desk.Top());
+        PrepareBox(box, request);
+        box.show();
+        pictures.Take(box, "message");
+        if (QAbstractButton* const button = ButtonOf(box, answer)) button->click();
+    };
+    app::RunOptions run;
+    run.drawing.drawing = options.drawing;
+    run.journal = options.journal;
+    struct WindowGone {
+        std::optional<MainWindow>& window;
+        ~WindowGone() { window.reset(); }
+    } const gone{window};
+    return app::RunJournal(options.home, run, stage);
+}
+
+}  // namespace brenvik::desktop

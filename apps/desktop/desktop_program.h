@@ -1,0 +1,21 @@
+// The desktop program as a whole: with a person in front of it, or playing a journal on its windows.
+#pragma once
+
+#include <string>
+
+#include "exit_status.h"
+
+namespace brenvik::desktop {
+
+struct DesktopOptions {
+    std::string home, drawing, journal;
+    /// A folder for pictures of each window as it opens; blank for none.
+    std::string pictures;
+};
+
+/// Shows the main window until it is closed.
+app::ExitStatus RunForAPerson(const DesktopOptions& options);
+/// Plays the journal by pressing what the windows show.
+app::ExitStatus RunForAJournal(const DesktopOptions& options);
+
+}  // namespace brenvik::desktop

@@ -1,0 +1,69 @@
+// The stack of windows and the guard around what the user does.
+#include "form_desk.h"
+
+#include <QApplication>
+
+#include "base/failure.h"
+#include "form_window.h"
+#include "session/message.h"
+
+namespace brenvik::desktop {
+
+FormDesk::FormDesk() = default;
+FormDesk::~FormDesk() = default;
+
+void FormDesk::Do(const std::function<void()>& wish) {
+    // Nothing may be thrown through the toolkit's own code.
+    try {
+        wish();
+    } catch (const Failure& failure) {
+        if (mKeepFailures)
+            mKept = std::current_exception();
+        else
+            ShowFailure(failure);
+    } catch (...) {
+        if (!mKeepFailures) throw;
+        mKept = std::current_exception();
+    }
+    ShowModels();
+    if (onDone) onDone();
+}
+
+void FormDesk::ShowModels() {
+    for (const std::unique_ptr<FormWindow>& window : mWindows)
+        if (window->Shown().Loaded()) window->ShowModel();
+}
+
+void FormDesk::RethrowKept() {
+    if (const std::exception_ptr kept = std::exchange(mKept, nullptr)) std::rethrow_exception(kept);
+}
+
+void FormDesk::Open(Form& form, const std::function<void(FormWindow&)>& work) {
+    form.Load();
+    if (!form.Loaded()) return;
+    mWindows.push_back(std::make_unique<FormWindow>(form, *this, Top()));
+    struct Closing {
+        std::vector<std::unique_ptr<FormWindow>>& windows;
+        ~Closing() { windows.pop_back(); }
+    } const closing{mWindows};
+    FormWindow& window = *mWindows.back();
+    window.ShowModel();
+    window.PlaceAsForm();
+    window.setModal(true);
+    window.show();
+    while (form.Loaded()) work(window);
+    window.hide();
+}
+
+FormWindow* FormDesk::WindowOf(const Form& form) const {
+    for (const std::unique_ptr<FormWindow>& window : mWindows)
+        if (&window->Shown() == &form) return window.get();
+    return nullptr;
+}
+
+QWidget* FormDesk::Top() const {
+    if (!mWindows.empty()) return mWindows.back().get();
+    return owner;
+}
+
+}  // namespace brenvik::desktop

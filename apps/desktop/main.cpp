@@ -1,0 +1,81 @@
+// brenvik-desktop: words into options, and what ends the program into an exit status.
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QPalette>
+#include <QStyleFactory>
+#include <QSurfaceFormat>
+#include <iostream>
+
+#include "base/failure.h"
+#include "control_binding.h"
+#include "desktop_program.h"
+#include "exit_status.h"
+
+namespace brenvik::desktop {
+
+namespace {
+
+/// With both displays there, the drawing can be shown by way of X alone. Without any, windows are drawn
+/// nowhere, which a journal doesn't mind and a person is told of.
+bool ChooseDisplay(bool person) {
+    const bool x11 = !qEnvironmentVariableIsEmpty("DISPLAY");
+    const bool wayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) return true;
+    if (x11) qputenv("QT_QPA_PLATFORM", "xcb");
+    if (!x11 && !wayland && !person) qputenv("QT_QPA_PLATFORM", "offscreen");
+    return x11 || wayland || !person;
+}
+
+DesktopOptions OptionsOf(const QStringList& words) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Cut lists and CNC feature recognition, with windows."));
+    parser.addHelpOption();
+    parser.addPositionalArgument("DRAWING", "The drawing to open");
+    parser.addOptions({{"home", "The install folder", "DIR"},
+                       {"journal", "Play this journal on the windows and end", "FILE"},
+                       {"pictures", "Write a picture of each window that opens into this folder", "DIR"}});
+    parser.process(words);
+    DesktopOptions options;
+    options.home = FromQt(parser.value("home"));
+    options.journal = FromQt(parser.value("journal"));
+    options.pictures = FromQt(parser.value("pictures"));
+    if (!parser.positionalArguments().isEmpty())
+        options.drawing = FromQt(parser.positionalArguments().front());
+    return options;
+}
+
+int Run(int argc, char** argv) {
+    bool person = true;
+    for (int at = 1; at < argc; ++at)
+        person = person && std::string_view(argv[at]).substr(0, 9) != "--journal";
+    if (!ChooseDisplay(person)) {
+        std::cerr << "brenvik-desktop: expected a display to open windows on; neither DISPLAY nor "
+                     "WAYLAND_DISPLAY is set. From a shell, brenvik does the same work.\n";
+        return static_cast<int>(app::ExitStatus::Incomplete);
+    }
+    // The window that carries the drawing's picture needs both.
+    QSurfaceFormat format;
+    format.setDepthBufferSize(24);
+    format.setStencilBufferSize(8);
+    QSurfaceFormat::setDefaultFormat(format);
+    QApplication application(argc, argv);
+    QApplication::setOrganizationName("Brenvik");
+    QApplication::setApplicationName("Brenvik");
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    try {
+        const DesktopOptions options = OptionsOf(application.arguments());
+        return static_cast<int>(options.journal.empty() ? RunForAPerson(options) : RunForAJournal(options));
+    } catch (const app::CommandError& error) {
+        std::cerr << "brenvik: " << error.what() << '\n';
+        return static_cast<int>(error.Status());
+    } catch (const Failure& failure) {
+        std::cerr << "brenvik: " << failure.what() << '\n';
+        return static_cast<int>(app::ExitStatus::Incomplete);
+    }
+}
+
+}  // namespace
+
+}  // namespace brenvik::desktop
+
+int main(int argc, char** argv) { return brenvik::desktop::Run(argc, argv); }

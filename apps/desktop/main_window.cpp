@@ -1,0 +1,317 @@
+// How the window is put together, and what its own menus do.
+#include "main_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QSettings>
+#include <QStatusBar>
+
+#include "base/failure.h"
+#include "base/letter_case.h"
+#include "command_groups.h"
+#include "control_binding.h"
+#include "drafting_host/document/drawing_units.h"
+#include "drawing_io.h"
+#include "drawing_unit.h"
+#include "file_roots/places.h"
+#include "grid_session.h"
+
+namespace brenvik::desktop {
+
+namespace {
+
+constexpr int MostRecent = 8;
+constexpr const char* RecentKey = "recent";
+constexpr const char* OpenFilter =
+    "Drawings (*.dxf *.dwg *.step *.stp *.sat *.sab *.DXF *.DWG *.STEP *.STP *.SAT *.SAB);;All files (*)";
+constexpr const char* SaveFilter = "DXF drawing (*.dxf);;STEP (*.step *.stp);;ACIS text (*.sat)";
+
+std::string TextOf(const Failure& failure) {
+    return failure.detail().empty() ? failure.description() : failure.detail();
+}
+
+}  // namespace
+
+MainWindow::MainWindow(app::Workplace& workplace, FormDesk& desk) : mWorkplace(workplace), mDesk(desk) {
+    setObjectName("mainWindow");
+    setAcceptDrops(true);
+    resize(1280, 800);
+    MakeView();
+    MakePartsDock();
+    MakePropertiesDock();
+    MakeCommandDock();
+    MakeFileMenu();
+    MakeCommandMenus();
+    MakeViewMenu();
+    desk.owner = this;
+    // While a form stands open over the window nobody looks at what lies below.
+    desk.onDone = [this] {
+        if (mDesk.Top() == this) ShowDrawing();
+    };
+    desk.onRowEntered = [this](const std::string& handle) {
+        if (mView) mView->Mark({handle});
+    };
+    workplace.host.SetTranscript([this](std::string_view line) { Tell(std::string(line)); });
+    ShowDrawing();
+}
+
+MainWindow::~MainWindow() {
+    mDesk.owner = nullptr;
+    mDesk.onDone = nullptr;
+    mDesk.onRowEntered = nullptr;
+    mWorkplace.host.SetTranscript({});
+    // Ahead of the window that lends it its place on the screen.
+    mView.reset();
+}
+
+void MainWindow::MakeView() {
+    std::string reason;
+    mView = MakeModellerView(reason);
+    if (!mView) return LoseView(reason);
+    setCentralWidget(&mView->Widget());
+    mView->onPicked = [this](const std::vector<std::string>& handles) {
+        mDesk.Do([&] { SelectHandles(handles); });
+    };
+    mView->onDead = [this](const std::string& why) { LoseView(why + " Everything else works."); };
+}
+
+void MainWindow::LoseView(const std::string& reason) {
+    auto* const label = new QLabel(ToQt(reason), this);
+    label->setObjectName("noView");
+    label->setAlignment(Qt::AlignCenter);
+    label->setWordWrap(true);
+    label->setMargin(24);
+    // It may be the view itself that calls: the window deletes its old middle when the events are through.
+    static_cast<void>(mView.release());
+    setCentralWidget(label);
+}
+
+void MainWindow::MakeFileMenu() {
+    QMenu* const file = menuBar()->addMenu(tr("&File"));
+    file->addAction(tr("&Open..."), QKeySequence::Open, this, [this] {
+        if (!MayLeave()) return;
+        const QString name = QFileDialog::getOpenFileName(this, tr("Open a drawing"), {}, OpenFilter);
+        if (!name.isEmpty()) OpenFile(FromQt(name));
+    });
+    mRecent = file->addMenu(tr("Open &recent"));
+    ShowRecent();
+    file->addSeparator();
+    file->addAction(tr("&Save"), QKeySequence::Save, this, [this] { Save(); });
+    file->addAction(tr("Save &as..."), QKeySequence(tr("Ctrl+Shift+S")), this, [this] { SaveAsAsked(); });
+    file->addSeparator();
+    file->addAction(tr("&Quit"), QKeySequence(tr("Ctrl+Q")), this, [this] { close(); });
+}
+
+void MainWindow::MakeCommandMenus() {
+    for (const CommandGroup& group : CommandGroups()) {
+        QMenu* const menu = menuBar()->addMenu(ToQt(group.caption));
+        for (const GroupedCommand& command : group.commands) {
+            const CommandEntry& entry = CommandEntryOf(command.command);
+            QAction* const action = menu->addAction(ToQt(entry.description));
+            action->setObjectName(ToQt(entry.method));
+            action->setStatusTip(ToQt("Typed at the command line: " + std::string(entry.hostCommands)));
+            if (!command.key.empty()) action->setShortcut(QKeySequence(ToQt(command.key)));
+            connect(action, &QAction::triggered, this, [this, &command] { RunCommand(command); });
+        }
+    }
+}
+
+void MainWindow::MakeViewMenu() {
+    QMenu* const menu = menuBar()->addMenu(tr("&View"));
+    menu->addAction(tr("&Find a command..."), QKeySequence(tr("Ctrl+K")), this,
+                    [this] { FindCommandByWords(); });
+    menu->addSeparator();
+    menu->addAction(tr("Show &everything"), QKeySequence(tr("F6")), this, [this] {
+        if (mView) mView->Fit();
+    });
+    const std::pair<const char*, ViewSide> sides[] = {
+        {"&Isometric", ViewSide::Isometric}, {"&Top", ViewSide::Top},   {"&Bottom", ViewSide::Bottom},
+        {"F&ront", ViewSide::Front},         {"B&ack", ViewSide::Back}, {"&Left", ViewSide::Left},
+        {"Ri&ght", ViewSide::Right}};
+    for (const auto& [caption, side] : sides)
+        menu->addAction(tr(caption), this, [this, side = side] {
+            if (mView) mView->LookFrom(side);
+        });
+    menu->addSeparator();
+    QAction* const wires = menu->addAction(tr("&Wireframe"), this, [this](bool on) {
+        if (mView) mView->SetLook(on ? ViewLook::Wireframe : ViewLook::Shaded);
+    });
+    wires->setCheckable(true);
+    wires->setShortcut(QKeySequence(tr("Ctrl+W")));
+}
+
+void MainWindow::AddRecent(const std::string& name) {
+    QSettings settings;
+    QStringList recent = settings.value(RecentKey).toStringList();
+    const QString path = QFileInfo(ToQt(name)).absoluteFilePath();
+    recent.removeAll(path);
+    recent.prepend(path);
+    settings.setValue(RecentKey, recent.mid(0, MostRecent));
+    ShowRecent();
+}
+
+void MainWindow::ShowRecent() {
+    mRecent->clear();
+    for (const QString& name : QSettings().value(RecentKey).toStringList())
+        mRecent->addAction(name, this, [this, name] {
+            if (MayLeave()) OpenFile(FromQt(name));
+        });
+    mRecent->setEnabled(!mRecent->isEmpty());
+}
+
+bool MainWindow::OpenFile(const std::string& name) {
+    HostDocument* const before = Document();
+    bool opened = false;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    try {
+        app::DrawingOptions options;
+        options.drawing = name;
+        app::Teller teller(true);
+        app::OpenInHome(mWorkplace, options, {}, teller);
+        opened = true;
+    } catch (const std::exception& failure) {
+        QApplication::restoreOverrideCursor();
+        QMessageBox::warning(this, tr("Open"), ToQt(failure.what()));
+    }
+    if (!opened) {
+        // The half-read drawing goes; the one before stays.
+        if (Document() != nullptr && Document() != before) mWorkplace.host.CloseDocument(*Document());
+        return false;
+    }
+    QApplication::restoreOverrideCursor();
+    if (before != nullptr) mWorkplace.host.CloseDocument(*before);
+    for (const ReadNote& note : Document()->Notes()) Tell(name + ": " + note.text);
+    AddRecent(name);
+    setWindowModified(false);
+    ShowDrawing();
+    return true;
+}
+
+bool MainWindow::SaveUnder(const std::string& name) {
+    try {
+        if (app::IsDxfName(name)) {
+            Document()->SaveAs(name, SaveAsKind::Dxf2000);
+        } else {
+            app::RequireWritableFormat(name);
+            QStringList losses;
+            for (const std::string& loss :
+                 SaveDrawingInUnit(*Document(), PathFromText(name), app::DrawingUnitOfHome()))
+                losses << ToQt(loss);
+            if (!losses.isEmpty())
+                QMessageBox::warning(this, tr("Save"), ToQt(name) + ":\n" + losses.join("\n"));
+        }
+    } catch (const Failure& failure) {
+        QMessageBox::warning(this, tr("Save"), ToQt(TextOf(failure)));
+        return false;
+    } catch (const std::exception& failure) {
+        QMessageBox::warning(this, tr("Save"), ToQt(failure.what()));
+        return false;
+    }
+    AddRecent(name);
+    setWindowModified(false);
+    ShowDrawing();
+    statusBar()->showMessage(tr("Saved as %1.").arg(ToQt(name)));
+    return true;
+}
+
+bool MainWindow::Save() {
+    if (Document() == nullptr) return false;
+    const std::string name = Document()->FullName();
+    // What came from another system keeps its file; the drawing to keep is a DXF.
+    if (name.empty() || FoldLower(name).rfind(".dxf") != name.size() - 4) return SaveAsAsked();
+    return SaveUnder(name);
+}
+
+bool MainWindow::SaveAsAsked() {
+    if (Document() == nullptr) return false;
+    const QFileInfo present(ToQt(Document()->FullName()));
+    const QString proposed = present.path() + "/" + present.completeBaseName() + ".dxf";
+    QString name = QFileDialog::getSaveFileName(this, tr("Save the drawing"), proposed, SaveFilter);
+    if (name.isEmpty()) return false;
+    if (QFileInfo(name).suffix().isEmpty()) name += ".dxf";
+    return SaveUnder(FromQt(name));
+}
+
+bool MainWindow::MayLeave() {
+    if (!isWindowModified() || Document() == nullptr) return true;
+    const auto answer =
+        QMessageBox::question(this, tr("Brenvik"), tr("The drawing has been changed. Save it?"),
+                              QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
+    if (answer == QMessageBox::Save) return Save();
+    return answer == QMessageBox::Discard;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (MayLeave())
+        event->accept();
+    else
+        event->ignore();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (!urls.isEmpty() && MayLeave()) OpenFile(FromQt(urls.front().toLocalFile()));
+}
+
+void MainWindow::FindCommandByWords() {
+    QStringList names;
+    for (const CommandGroup& group : CommandGroups())
+        for (const GroupedCommand& command : group.commands)
+            names << ToQt(CommandEntryOf(command.command).description);
+    QInputDialog dialog(this);
+    dialog.setWindowTitle(tr("Find a command"));
+    dialog.setLabelText(tr("Command"));
+    dialog.setComboBoxItems(names);
+    dialog.setComboBoxEditable(false);
+    dialog.setOption(QInputDialog::UseListViewForComboBoxItems);
+    if (dialog.exec() != QDialog::Accepted) return;
+    for (const CommandGroup& group : CommandGroups())
+        for (const GroupedCommand& command : group.commands)
+            if (ToQt(CommandEntryOf(command.command).description) == dialog.textValue())
+                return RunCommand(command);
+}
+
+bool MainWindow::Run(std::string_view method) {
+    for (const CommandGroup& group : CommandGroups())
+        for (const GroupedCommand& command : group.commands)
+            if (EqualsIgnoreCase(CommandEntryOf(command.command).method, method)) {
+                RunCommand(command);
+                return true;
+            }
+    return false;
+}
+
+void MainWindow::RunCommand(const GroupedCommand& command) {
+    const bool needsDrawing = command.wantsParts || command.changesDrawing;
+    if (needsDrawing && Document() == nullptr) {
+        statusBar()->showMessage(tr("Open a drawing first."));
+        return;
+    }
+    mDesk.Do([this, &command] {
+        if (command.wantsParts) SelectAllWhenNothingIs();
+        mWorkplace.typedCommands.Call(CommandEntryOf(command.command).method);
+        if (command.changesDrawing) MarkChanged();
+    });
+}
+
+/// A list of nothing helps nobody: with nothing selected every part is meant.
+void MainWindow::SelectAllWhenNothingIs() {
+    if (!SelectedHandles().empty()) return;
+    std::vector<std::string> handles;
+    for (const PartLine& part : PartLinesOf(*Document()))
+        if (part.visible) handles.push_back(part.handle);
+    app::SelectHandles(*Document(), handles);
+}
+
+}  // namespace brenvik::desktop

@@ -1,0 +1,90 @@
+// The program's window: the picture of the drawing, its parts as a tree, what is known of the selected ones,
+// the host's command line, and the system's commands as menus.
+#pragma once
+
+#include <QMainWindow>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "drawing_view.h"
+#include "form_desk.h"
+#include "part_lines.h"
+#include "workplace.h"
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace brenvik::desktop {
+
+struct GroupedCommand;
+
+class MainWindow : public QMainWindow {
+  public:
+    /// Both outlive the window.
+    MainWindow(app::Workplace& workplace, FormDesk& desk);
+    ~MainWindow() override;
+
+    /// Opens a drawing of any kind that can be read; false when it can't, which has been told.
+    bool OpenFile(const std::string& name);
+    /// Shows the host's drawing as it is now.
+    void ShowDrawing();
+    /// As its menu entry does. False for a method that has none.
+    bool Run(std::string_view method);
+    /// A line of the command history.
+    void Tell(const std::string& line);
+    void ShowSelection();
+    bool HasView() const { return mView != nullptr; }
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+  private:
+    void MakeFileMenu();
+    void MakeCommandMenus();
+    void MakeViewMenu();
+    void MakeView();
+    void MakePartsDock();
+    void MakePropertiesDock();
+    void MakeCommandDock();
+    void AddRecent(const std::string& name);
+    void ShowRecent();
+    void RunCommand(const GroupedCommand& command);
+    void SelectAllWhenNothingIs();
+    void TypeCommand();
+    void FindCommandByWords();
+    void ShowTree();
+    void ShowProperties();
+    void TakeTreeSelection();
+    void TakeTick(QTreeWidgetItem& item);
+    void SelectHandles(const std::vector<std::string>& handles);
+    std::vector<std::string> SelectedHandles() const;
+    bool MayLeave();
+    bool Save();
+    bool SaveUnder(const std::string& name);
+    bool SaveAsAsked();
+    void MarkChanged() { setWindowModified(true); }
+    HostDocument* Document() const { return mWorkplace.host.Active(); }
+    void LoseView(const std::string& reason);
+
+    app::Workplace& mWorkplace;
+    FormDesk& mDesk;
+    std::unique_ptr<DrawingView> mView;
+    QMenu* mRecent = nullptr;
+    QTreeWidget* mTree = nullptr;
+    QTreeWidget* mProperties = nullptr;
+    QComboBox* mOrder = nullptr;
+    QLineEdit* mSearch = nullptr;
+    QPlainTextEdit* mHistory = nullptr;
+    QLabel* mPrompt = nullptr;
+    QLineEdit* mCommand = nullptr;
+    bool mShowing = false;
+};
+
+}  // namespace brenvik::desktop

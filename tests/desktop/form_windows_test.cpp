@@ -1,0 +1,155 @@
+// Each form as a window: everything a user is to see has a place, and keys do what they do in a spreadsheet.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QTableView>
+#include <QTest>
+#include <memory>
+#include <set>
+
+#include "command_groups.h"
+#include "export/frm_adjustments.h"
+#include "export/frm_export.h"
+#include "export/frm_login.h"
+#include "form_desk.h"
+#include "form_window.h"
+#include "grid/frm_main.h"
+#include "main_window.h"
+#include "query/frm_filter.h"
+#include "query/frm_new_sort.h"
+#include "settings/frm_choice.h"
+#include "settings/frm_choicetherm.h"
+#include "settings/frm_materials.h"
+#include "settings/frm_settings.h"
+
+namespace brenvik::desktop {
+namespace {
+
+std::vector<std::unique_ptr<Form>> AllForms() {
+    std::vector<std::unique_ptr<Form>> forms;
+    forms.push_back(std::make_unique<frmMain>());
+    forms.push_back(std::make_unique<frmNewSort>());
+    forms.push_back(std::make_unique<frmFilter>());
+    forms.push_back(std::make_unique<frmExport>());
+    forms.push_back(std::make_unique<frmAdjustments>());
+    forms.push_back(std::make_unique<frmLogin>());
+    forms.push_back(std::make_unique<frmSettings>());
+    forms.push_back(std::make_unique<frmMaterials>());
+    forms.push_back(std::make_unique<frmChoice>());
+    forms.push_back(std::make_unique<frmChoicetherm>());
+    return forms;
+}
+
+TEST(FormWindows, EveryControlThatAUserIsToSeeHasAPlace) {
+    FormDesk desk;
+    ASSERT_EQ(AllForms().size(), FormLayouts().size());
+    for (const std::unique_ptr<Form>& form : AllForms()) {
+        const FormWindow window(*form, desk, nullptr);
+        EXPECT_EQ(window.Unplaced(), std::vector<std::string>()) << form->Name();
+    }
+}
+
+TEST(FormWindows, NothingIsClippedAtTheSmallestSize) {
+    FormDesk desk;
+    for (const std::unique_ptr<Form>& form : AllForms()) {
+        FormWindow window(*form, desk, nullptr);
+        window.ShowModel();
+        window.resize(window.minimumSizeHint());
+        window.show();
+        QApplication::processEvents();
+        for (const QWidget* widget : window.findChildren<QWidget*>()) {
+            if (widget->objectName().isEmpty() || !widget->isVisible() || widget->isWindow()) continue;
+            EXPECT_GE(widget->width(), std::min(widget->minimumSizeHint().width(), 80))
+                << form->Name() << ' ' << widget->objectName().toStdString();
+        }
+    }
+}
+
+TEST(CommandGroups, HoldEachCommandOnce) {
+    std::multiset<std::string_view> grouped;
+    for (const CommandGroup& group : CommandGroups())
+        for (const GroupedCommand& command : group.commands)
+            grouped.insert(CommandEntryOf(command.command).method);
+    for (const CommandEntry& entry : CommandTable())
+        EXPECT_EQ(grouped.count(entry.method), 1u) << entry.method;
+    EXPECT_EQ(grouped.size(), CommandTable().size());
+}
+
+/// The material library's grid, which stands on no table, in its window.
+class GridKeys : public ::testing::Test {
+  protected:
+    GridKeys() : grid(form.Get<GridControl>("fpMaterials")), window(form, desk, nullptr) {
+        grid.SetMaxRows(4);
+        window.ShowModel();
+        window.show();
+        view = window.findChild<QTableView*>("fpMaterials");
+        GoTo(1, 1);
+    }
+    void GoTo(int column, int row) const { view->setCurrentIndex(view->model()->index(row - 1, column - 1)); }
+    /// The first key opens the cell, and the others go into it.
+    void Keys(const char* text) const {
+        for (const QChar key : QString(text)) QTest::keyClick(Receiver(), key.toLatin1());
+    }
+    void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
+        QTest::keyClick(Receiver(), key, modifiers);
+        // The end of an edit waits for the events.
+        QApplication::processEvents();
+    }
+    QWidget* Receiver() const {
+        auto* const editor = view->findChild<QLineEdit*>();
+        return editor != nullptr ? static_cast<QWidget*>(editor) : view;
+    }
+
+    FormDesk desk;
+    frmMaterials form;
+    GridControl& grid;
+    FormWindow window;
+    QTableView* view = nullptr;
+};
+
+TEST_F(GridKeys, TypingOverACellReplacesItAndEnterGoesDown) {
+    grid.SetCellText(1, 1, "18 oak");
+    Keys("19 ash");
+    Key(Qt::Key_Return);
+    EXPECT_EQ(grid.CellText(1, 1), "19 ash");
+    EXPECT_EQ(grid.ActiveRow(), 2);
+}
+
+TEST_F(GridKeys, EscapeLeavesTheCellAsItWas) {
+    grid.SetCellText(1, 1, "18 oak");
+    Keys("x");
+    Key(Qt::Key_Escape);
+    EXPECT_EQ(grid.CellText(1, 1), "18 oak");
+}
+
+TEST_F(GridKeys, AKeyThatTheGridRefusesDoesNotEnter) {
+    grid.onKey = [](int, int, std::string_view key) { return key == "L" || key == "W" || key == "T"; };
+    Key(Qt::Key_F2);
+    Keys("LxWzT");
+    Key(Qt::Key_Return);
+    EXPECT_EQ(grid.CellText(1, 1), "LWT");
+}
+
+TEST_F(GridKeys, BlocksGoToAndFromTheClipboard) {
+    QApplication::clipboard()->setText("18 oak\t0\tcc\n19 ash\t1\tc\n");
+    Key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(grid.CellText(1, 2), "19 ash");
+    EXPECT_EQ(grid.CellText(3, 2), "c");
+    view->selectionModel()->select(QItemSelection(view->model()->index(0, 0), view->model()->index(1, 1)),
+                                   QItemSelectionModel::ClearAndSelect);
+    Key(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), QString("18 oak\t0\n19 ash\t1\n"));
+}
+
+TEST_F(GridKeys, ALockedCellTakesNothing) {
+    grid.SetCellText(1, 1, "18 oak");
+    grid.SetBlockLocked(1, 1, 1, true);
+    Keys("x");
+    Key(Qt::Key_Delete);
+    EXPECT_EQ(grid.CellText(1, 1), "18 oak");
+}
+
+}  // namespace
+}  // namespace brenvik::desktop
