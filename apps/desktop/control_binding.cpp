@@ -42,6 +42,22 @@ namespace {
 
 /// A text of more than one line's length wraps.
 constexpr qsizetype LongLabel = 60;
+/// Room for the numbers that the dialogs ask for, in pixels.
+constexpr int LeastEditWidth = 80;
+
+/// Tick boxes don't wrap by themselves: broken at blanks into lines of about that length.
+QString InLines(const QString& text) {
+    if (text.size() <= LongLabel + LongLabel / 2) return text;
+    QString lines, line;
+    for (const QString& word : text.split(' ')) {
+        if (!line.isEmpty() && line.size() + word.size() >= LongLabel) {
+            lines += line + '\n';
+            line.clear();
+        }
+        line += line.isEmpty() ? word : ' ' + word;
+    }
+    return lines + line;
+}
 
 class LabelBinding : public ControlBinding {
   public:
@@ -69,7 +85,7 @@ class ButtonBinding : public ControlBinding {
     }
     void Show() override {
         ControlBinding::Show();
-        mButton.setText(ToQt(Model().Text()));
+        mButton.setText(InLines(ToQt(Model().Text())));
         if (const auto* tick = dynamic_cast<const CheckControl*>(&Model()))
             mButton.setChecked(tick->Value() == 1);
     }
@@ -83,6 +99,7 @@ class TextBinding : public ControlBinding {
   public:
     TextBinding(Control& control, QLineEdit& edit, FormDesk& desk)
         : ControlBinding(control, edit), mEdit(edit) {
+        edit.setMinimumWidth(LeastEditWidth);
         if (IsSecret(control.Name())) edit.setEchoMode(QLineEdit::Password);
         QObject::connect(&edit, &QLineEdit::textEdited, &edit, [&control, &desk](const QString& text) {
             desk.Do([&control, &text] { control.SetText(FromQt(text)); });

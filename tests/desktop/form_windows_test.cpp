@@ -67,6 +67,16 @@ TEST(FormWindows, NothingIsClippedAtTheSmallestSize) {
     }
 }
 
+TEST(FormWindows, EachFitsOnAScreenOf1280By800) {
+    FormDesk desk;
+    for (const std::unique_ptr<Form>& form : AllForms()) {
+        FormWindow window(*form, desk, nullptr);
+        window.ShowModel();
+        EXPECT_LE(window.minimumSizeHint().width(), 1280) << form->Name();
+        EXPECT_LE(window.minimumSizeHint().height(), 800) << form->Name();
+    }
+}
+
 TEST(CommandGroups, HoldEachCommandOnce) {
     std::multiset<std::string_view> grouped;
     for (const CommandGroup& group : CommandGroups())
