@@ -47,6 +47,8 @@ constexpr int Many = 1'000'000;
 constexpr double SameArea = 1e-6;
 /// Beyond this the box alone tells that a part reaches further.
 constexpr double SameReach = 1e-3;
+/// By as much as this no tip is too slight to show in a cut.
+constexpr double SureReach = 0.05;
 /// Of heights at which the part is sliced, and at which its section changes.
 constexpr double SameLevel = 1e-6;
 /// Of the width that the question about bits tells.
@@ -195,10 +197,19 @@ const SolidSections* TrueOutline::Sections() {
     return mSections.get();
 }
 
-/// Whether anything of the part stands outside of the profile. Its sections mostly tell, and a cut is not
-/// needed.
+/// Whether the part's box alone tells that it stands outside of the profile.
+bool TrueOutline::BoxReachesBeyond() const {
+    if (mProfile == nullptr) return false;
+    const Box3 part = LastSolid(*mRun.part).GetBoundingBox(), path = mProfile->GetBoundingBox();
+    return part.min.x < path.min.x - SureReach || part.min.y < path.min.y - SureReach ||
+           part.max.x > path.max.x + SureReach || part.max.y > path.max.y + SureReach;
+}
+
+/// Whether anything of the part stands outside of the profile. Its box or its sections mostly tell, and a cut
+/// is not needed.
 bool TrueOutline::ReachesBeyond() {
     if (FillsTheBox()) return false;
+    if (BoxReachesBeyond()) return true;
     if (mProfile != nullptr && Sections() != nullptr) {
         PartReach reach = PartReach::Unclear;
         Skip([&] { reach = ReachBeyond(*Sections(), SidesOf(*mProfile)); });

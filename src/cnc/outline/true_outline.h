@@ -37,6 +37,7 @@ class TrueOutline {
     AcadRegion* RegionOfProfile() const;
     bool StandsOutside(AcadRegion& covered) const;
     const SolidSections* Sections();
+    bool BoxReachesBeyond() const;
     bool ReachesBeyond();
     bool RegionFillsTheBox() const;
     bool BoxSidesAreWhole() const;
