@@ -17,6 +17,16 @@ struct ConvertOptions : DrawingOptions {
     UnitOption unit;
 };
 
+/// A conversion makes no home, but a home that has lost its settings no longer says its units.
+void TellLostSettings(const std::filesystem::path& home, Teller& teller) {
+    std::error_code unknown;
+    if (!std::filesystem::exists(home / "materials.txt", unknown) ||
+        std::filesystem::exists(home / "settings.txt", unknown))
+        return;
+    teller.Loss(TextFromPath(home / "settings.txt") +
+                ": expected the settings of this home, found none; its drawings were taken for metric ones");
+}
+
 ExitStatus Convert(const std::string& home, ConvertOptions options) {
     RequireWritableFormat(options.save);
     options.onlySaves = IsDxfName(options.save);
@@ -29,6 +39,7 @@ ExitStatus Convert(const std::string& home, ConvertOptions options) {
         files.Write(file, content);
     });
     const std::optional<LengthUnit> unit = DrawingUnitOfHome(HomeOf(home));
+    TellLostSettings(HomeOf(home), teller);
     HostDocument& document = OpenInput(host, files, options.unit.For(unit), options, teller);
     if (!options.onlySaves) BringBlockSolids(document, options, teller);
     SelectForCommand(document, options);

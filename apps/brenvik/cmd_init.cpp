@@ -48,7 +48,7 @@ std::optional<MeasureUnits> UnitsOf(Workplace& workplace, const std::string& wor
 
 ExitStatus Init(const std::string& home, const std::string& word) {
     ConsoleDialogs dialogs(std::cerr);
-    Workplace workplace(home, dialogs, Wanted(word));
+    Workplace workplace(home, dialogs, UnitsNamed(word));
     // A home with settings keeps them, but files that have gone missing come back, in its units.
     std::optional<MeasureUnits> units = Wanted(word);
     if (!workplace.HomeWasMade()) {
@@ -57,6 +57,7 @@ ExitStatus Init(const std::string& home, const std::string& word) {
     }
     std::cout << (workplace.HomeWasMade() ? "made " : "already there: ") << TextFromPath(workplace.home)
               << '\n';
+    if (workplace.HomeWasMade() && workplace.toldSettings.DamageFound()) return ExitStatus::Incomplete;
     if (units) return ExitStatus::Done;
     std::cerr
         << "brenvik: nothing tells the units of this home: settings and materials that are missing stay "

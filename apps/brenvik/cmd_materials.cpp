@@ -12,12 +12,14 @@
 #include <vector>
 
 #include "base/failure.h"
+#include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/text.h"
 #include "command_line.h"
 #include "console/console_dialogs.h"
 #include "file_roots/places.h"
 #include "session/call.h"
+#include "settings/home_units.h"
 #include "settings/material_keys.h"
 #include "settings/materials.h"
 #include "settings/settings_store.h"
@@ -83,7 +85,8 @@ ExitStatus ListMaterials(const std::string& home) {
         PrintTable(library.materials);
         const bool whole = TellFaults(workplace, library.damages);
         const bool right = TellFaults(workplace, library.faults);
-        return whole && right ? ExitStatus::Done : ExitStatus::Incomplete;
+        return whole && right && !workplace.toldSettings.DamageFound() ? ExitStatus::Done
+                                                                       : ExitStatus::Incomplete;
     });
 }
 
@@ -121,11 +124,25 @@ bool AreOfOneUnit(std::string_view key, std::string_view other) {
     return a <= b * mostTimes && b <= a * mostTimes;
 }
 
+/// Runs in millimetres write thicknesses with two decimals: the key that they would ask for in place of a
+/// finer one, or blank.
+std::string MetricKeyOf(const std::string& key) {
+    constexpr int metricDecimals = 2;
+    if (UnitsOfHome() != MeasureUnits::Metric) return {};
+    const HeadAndTail parts = SplitAtFirst(key, ' ');
+    const double thickness = LenientNumber(parts.head), rounded = RoundHalfEven(thickness, metricDecimals);
+    return thickness == rounded ? std::string()
+                                : NumberToTextNoZero(rounded, metricDecimals) + " " + parts.tail;
+}
+
 /// Fails for words that can't make a record.
 void RequireAddable(const MaterialLibrary& library, const std::string& file, const std::string& key,
                     const std::string& like) {
     if (const std::string expected = MaterialKeyFault(key); !expected.empty())
         throw CommandError(ExitStatus::WrongWords, "KEY: expected " + expected + "; found \"" + key + "\"");
+    if (const std::string expected = MetricKeyOf(key); !expected.empty())
+        throw CommandError(ExitStatus::WrongWords, "KEY: expected the thickness as runs write it: \"" +
+                                                       expected + "\"; found \"" + key + "\"");
     if (const MaterialTexts* present = FindMaterialIn(library, key))
         throw CommandError(ExitStatus::WrongWords,
                            "KEY: expected one that is new; " + file + " has \"" + present->front() +

@@ -36,6 +36,9 @@ class ToldSettings : public SettingsPort {
     /// reads from it.
     std::function<std::vector<std::string>()> storeFaults;
 
+    /// Tells what else is wrong with the store.
+    void TellDamage(const std::string& text) { Tell(text); }
+
     /// Whether a damaged value has been read, or anything told of the store.
     bool DamageFound() const { return damageFound; }
     /// The same look at a value that was read another way. A blank one is told as missing where there is

@@ -13,6 +13,7 @@
 #include "session/library/loading.h"
 #include "session/output_rule.h"
 #include "session/session.h"
+#include "settings/home_units.h"
 #include "settings/settings_keys.h"
 #include "settings_file_check.h"
 #include "shell_word.h"
@@ -39,7 +40,7 @@ std::filesystem::path HomeOf(const std::string& homeOption) {
     return AbsolutePath(home).lexically_normal();
 }
 
-Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, MeasureUnits units)
+Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, std::optional<MeasureUnits> units)
     : home(HomeOf(homeOption)),
       workFolder(home / "_db", Warn),
       files(home),
@@ -69,11 +70,24 @@ Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, Measure
 
 // Of two programs that come to a new home at once, one makes it while the other waits. The settings file is
 // the last of the home's files, and comes as a whole.
-void Workplace::MakeHome(MeasureUnits units) {
+void Workplace::MakeHome(std::optional<MeasureUnits> units) {
     files.MakeFolder(files.InstallFolder());
     settings.ChangeTogether([&] {
         homeWasMade = settings.EnumerateSettings(SettingsRoot::LocalMachine, SettingsKeyPath).empty();
-        if (homeWasMade) InstallHome(files, database, units);
+        if (!homeWasMade) return;
+        // An installation writes the settings last, so what lies there was somebody's home.
+        std::error_code unknown;
+        const bool settingsWereLost = std::filesystem::exists(home / "materials.txt", unknown) ||
+                                      std::filesystem::exists(home / "BrenvikProfiles.txt", unknown);
+        const std::optional<MeasureUnits> ofLibrary = UnitsOfMaterials(files);
+        const MeasureUnits made = units.value_or(ofLibrary.value_or(MeasureUnits::Metric));
+        InstallHome(files, database, made);
+        if (settingsWereLost && !units)
+            toldSettings.TellDamage(TextFromPath(home / settingsFileName) +
+                                    ": expected the settings of this home, found none; made anew in " +
+                                    std::string(NameOf(made)) + " units" +
+                                    (ofLibrary ? ", those of its material library"
+                                               : ", which may not be those of its material library"));
     });
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "console/console_shell.h"
@@ -22,9 +23,11 @@ namespace brenvik::app {
 class Workplace {
   public:
     /// Wires the platforms over the home folder (blank: the default one) and loads the system. A home that
-    /// holds no settings is made first, in `units`. Throws CommandError for settings that can't be read, and
-    /// Failure where the home can't be made. `dialogs` must outlive the workplace.
-    Workplace(const std::string& homeOption, DialogPort& dialogs, MeasureUnits units = MeasureUnits::Metric);
+    /// holds no settings is made first, in `units`, else in those of an untouched library that is left there,
+    /// else in metric ones. Settings that were lost from a home are told, unless `units` says what they were.
+    /// Throws CommandError for settings that can't be read, and Failure where the home can't be made.
+    /// `dialogs` must outlive the workplace.
+    Workplace(const std::string& homeOption, DialogPort& dialogs, std::optional<MeasureUnits> units = {});
     ~Workplace();
     Workplace(const Workplace&) = delete;
     Workplace& operator=(const Workplace&) = delete;
@@ -51,7 +54,7 @@ class Workplace {
   private:
     void Load(DialogPort& dialogs);
     void RequireReadableSettings();
-    void MakeHome(MeasureUnits units);
+    void MakeHome(std::optional<MeasureUnits> units);
     void WriteDrawing(const std::filesystem::path& file, std::string_view content);
 
     bool homeWasMade = false;

@@ -72,7 +72,16 @@ class OdbcConnection : public ExportConnection {
         return mSession ? ConnectionState::Open : ConnectionState::Closed;
     }
 
-    void Execute(std::string_view sql) override { Opened().Run(sql); }
+    // A trigger, or a rule of the table, may drop a row in silence. Drivers that don't count say -1.
+    void Execute(std::string_view sql) override {
+        const std::shared_ptr<odbc::Handle> statement = Opened().Run(sql);
+        SQLLEN rows = -1;
+        const bool counted = SQL_SUCCEEDED(SQLRowCount(statement->Get(), &rows));
+        if (counted && rows == 0 && StartsWithIgnoreCase(sql, "INSERT"))
+            throw ExportFailure(
+                failure_number::statementRefused,
+                "The database took no row for a statement of the export, expected one: " + std::string(sql));
+    }
 
     std::unique_ptr<ExportRecordset> OpenRecordset(std::string_view sql) override {
         return std::make_unique<OdbcRecordset>(Opened().Run(sql));

@@ -165,6 +165,7 @@ void RunAccessExport(frmExport& form) {
                 ShowAndResume(ShowDescription, [&] {
                     const SizeAdjustment adjustment = adjustments.rules.For(*records);
                     NoteLostSizes(*records, cells, adjustment);
+                    NoteOddQuantity(*records);
                     connection->Execute(InsertStatement(table, mappings, *records, adjustment, fractions));
                 });
             }

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 
+#include "base/letter_case.h"
 #include "base/skip.h"
 #include "base/text.h"
 #include "export/adjustment_faults.h"
@@ -29,6 +30,8 @@ static_assert(Keys.size() + 1 == AdjustmentColumnCount);
 constexpr std::string_view CircularEnding =
     " twice with another section between, so that matching the parts would never end. Give each adjustment a "
     "name of its own. This export is now aborting.";
+
+const std::string DeliveredFile = "No Adjustments.txt";
 
 /// The path for one export alone.
 struct LentPath {
@@ -89,8 +92,11 @@ AdjustmentsLent::~AdjustmentsLent() { StateOf<LentPath>().path.clear(); }
 std::string ResolveAdjustmentPath() {
     if (const std::string& lent = StateOf<LentPath>().path; !lent.empty()) return lent;
     std::string stored = GetSubkeyText(CsvSaveSubkey, AdjustmentPathSetting);
+    std::string delivered = ApplicationFolder() + DeliveredFile;
+    // A home that was copied or moved has its own delivered file, though the path is that of the old place.
+    const std::string installedAt = GetSettingText(setting::ApplicationPath);
+    if (!installedAt.empty() && EqualsIgnoreCase(stored, installedAt + DeliveredFile)) return delivered;
     if (!stored.empty()) return stored;
-    std::string delivered = ApplicationFolder() + "No Adjustments.txt";
     return ThePlatform().files->FileExists(delivered) ? delivered : std::string();
 }
 

@@ -129,6 +129,7 @@ std::string LinesOfRecords(Recordset& records, const LineMaker& maker, const Adj
             lines += maker.Line(records, adjustment);
             NoteShiftingCells(records, maker, adjustment);
             NoteLostSizes(records, maker, adjustment);
+            NoteOddQuantity(records);
             lines += lineEnd;
         }
     });

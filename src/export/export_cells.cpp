@@ -15,6 +15,7 @@
 #include "export/export_troubles.h"
 #include "export/record_values.h"
 #include "grid/column_relation.h"
+#include "parts/part_data_faults.h"
 #include "parts/part_table.h"
 #include "parts/part_trouble.h"
 
@@ -141,7 +142,7 @@ std::vector<LineMaker::LostSize> LineMaker::LostSizes(const Recordset& records,
     const auto look = [&](const SizeField& field, bool asFraction) {
         double size = 0;
         if (!Skip([&] { size = AdjustedSize(field, records, adjustment); })) return;
-        if (size != 0 && (!asFraction || ClosestThirtySecond(size) != 0)) return;
+        if (size > 0 && (!asFraction || ClosestThirtySecond(size) != 0)) return;
         const std::string_view column = FindPartColumn(field.field)->caption;
         if (std::ranges::find(lost, column, &LostSize::column) == lost.end()) lost.push_back({column, size});
     };
@@ -175,9 +176,10 @@ void NoteLostSizes(const Recordset& records, const LineMaker& maker, const SizeA
     for (const auto& [column, size] : lost)
         shown.push_back(std::string(column) + " " + NumberToText(RoundHalfEven(size, shownDecimals)));
     const bool areZero = std::ranges::all_of(lost, [](const auto& each) { return each.size == 0; });
+    const bool areNone = std::ranges::all_of(lost, [](const auto& each) { return each.size <= 0; });
     const bool lacksLetters = areZero && IsBlank(TextIfThere(records, "bv_lwt"));
     const std::string expected = lacksLetters ? "letters (ORIE) that name its sizes"
-                                 : areZero    ? "a size above 0"
+                                 : areNone    ? "a size above 0"
                                               : "at least 1/64, or an export without fractions";
     std::string handle = TextIfThere(records, "bv_id"), name = TextIfThere(records, "bv_partname");
     // The rows of a grouped list have no handle, and maybe no name.
@@ -186,6 +188,11 @@ void NoteLostSizes(const Recordset& records, const LineMaker& maker, const SizeA
                      std::string(isNamed ? "it has" : "a row of the list has") +
                          " no size in the export: " + Join(shown, ", ") + "; expected " + expected,
                      false, lacksLetters});
+}
+
+void NoteOddQuantity(const Recordset& records) {
+    if (const auto fault = QuantityFault(TextIfThere(records, "bv_qty")))
+        NotePartTrouble({TextIfThere(records, "bv_id"), TextIfThere(records, "bv_partname"), *fault});
 }
 
 }  // namespace brenvik

@@ -44,7 +44,7 @@ class LineMaker {
         std::string column, text;
     };
     std::vector<ShiftingCell> ShiftingCells(const Recordset& records, const SizeAdjustment& adjustment) const;
-    /// A size that is 0, or whose fraction is, which has a blank cell.
+    /// A size that is 0 or less, or whose fraction is 0, which has a blank cell.
     struct LostSize {
         std::string_view column;
         double size = 0;
@@ -75,5 +75,8 @@ class LineMaker {
 /// Notes a part whose sizes the export loses: a size of nothing is no board, and its cell may be blank.
 /// Without letters it has none, as the list shows and the grid asks ahead of an export, so that is a remark.
 void NoteLostSizes(const Recordset& records, const LineMaker& maker, const SizeAdjustment& adjustment);
+
+/// Notes a row whose quantity counts nothing: one that was typed has been looked at by no scan.
+void NoteOddQuantity(const Recordset& records);
 
 }  // namespace brenvik

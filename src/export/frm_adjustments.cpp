@@ -91,8 +91,8 @@ void frmAdjustments::Populate() {
 void frmAdjustments::LoadAdjustments() {
     fpAdjustments.ClearMarks();
     fpAdjustments.SetMaxRows(LeastRows);
-    const std::string path = GetSubkeyText(CsvSaveSubkey, AdjustmentPathSetting);
-    if (path.empty()) return;
+    if (GetSubkeyText(CsvSaveSubkey, AdjustmentPathSetting).empty()) return;
+    const std::string path = ResolveAdjustmentPath();
     std::vector<AdjustmentRow> rows;
     ShowAndResume(ShowFailureWithDetail, [&] { rows = ParseAdjustments(ReadLines(path)); });
     const int rowCount = static_cast<int>(rows.size());

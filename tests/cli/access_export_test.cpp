@@ -86,6 +86,34 @@ TEST_F(AccessExport, TwoColumnsIntoOneFieldAreRefusedBeforeAnythingIsWritten) {
     EXPECT_EQ(Sql("select count(*) from Parts;"), "0\n");
 }
 
+TEST_F(AccessExport, TypedSizesAndQuantitiesThatCannotBeAreTold) {
+    const Outcome outcome = PlayedJournal::Play(
+        "select 100 120 140\ncommand Show\n  cell fpSpread1 1 Width \"-5\"\n  cell fpSpread1 3 Qty \"two\"\n"
+        "  press tbMain.EXPORT\n" +
+        std::string(ChooseTable) + Map("Part Name", "bv_partname") + Map("Width", "bv_width") +
+        Map("Qty", "bv_qty") + "    press cmdGo\n  close\n");
+    EXPECT_EQ(outcome.status, 1) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("it has no size in the export: Width -5; expected a size above 0"),
+              std::string::npos)
+        << outcome.errors;
+    EXPECT_NE(outcome.errors.find("its quantity is \"two\", expected a whole number from 1 to 1000000"),
+              std::string::npos)
+        << outcome.errors;
+}
+
+TEST_F(AccessExport, ARowThatTheDatabaseDropsIsTold) {
+    Sql("create trigger dropped before insert on Parts when new.bv_partname = 'Back' begin select "
+        "raise(ignore); "
+        "end;");
+    const Outcome outcome = Play(ChooseTable + Map("Part Name", "bv_partname") + "    press cmdGo\n");
+    EXPECT_EQ(outcome.status, 1) << outcome.errors;
+    EXPECT_NE(outcome.errors.find(
+                  "The database took no row for a statement of the export, expected one: INSERT INTO "
+                  "Parts (bv_partname) VALUES('Back')"),
+              std::string::npos)
+        << outcome.errors;
+}
+
 /// A block of the page for users that begins like this, without its fences.
 std::string BlockOfThePage(std::string_view beginning) {
     const std::string page = ReadFile(std::filesystem::path(BRENVIK_SOURCE_DIR) / "docs/export-databases.md");

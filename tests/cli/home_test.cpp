@@ -183,8 +183,45 @@ TEST_F(Home, AnInstallationThatWasBrokenOffDoesNotMixItsUnitsWithTheNext) {
     EXPECT_TRUE(Read("home/materials.txt").starts_with("material=.75 "));
     Write("home/materials.txt", "mine");
     std::filesystem::remove(Path("home/settings.txt"));
-    EXPECT_EQ(Run({"init"}).status, 0);
+    EXPECT_EQ(Run({"init"}).status, 1) << "nobody can tell the units of this library";
     EXPECT_EQ(Read("home/materials.txt"), "mine");
+}
+
+TEST_F(Home, ThatHasLostItsSettingsIsToldAndKeepsTheUnitsOfItsLibrary) {
+    ASSERT_EQ(Run({"init", "--units", "imperial"}).status, 0);
+    const std::string library = Read("home/materials.txt");
+    for (const std::vector<std::string>& words : {std::vector<std::string>{"list", ShippedSample().string()},
+                                                  {"settings", "set", "CircleSize", "1"},
+                                                  {"materials", "list"},
+                                                  {"init"}}) {
+        std::filesystem::remove(Path("home/settings.txt"));
+        const Outcome outcome = Run(words);
+        EXPECT_EQ(outcome.status, 1) << words.front();
+        EXPECT_NE(
+            outcome.errors.find("settings.txt: expected the settings of this home, found none; made anew in "
+                                "imperial units, those of its material library\n"),
+            std::string::npos)
+            << outcome.errors;
+        EXPECT_EQ(Read("home/materials.txt"), library);
+        EXPECT_EQ(Run({"settings", "get", "ExportScaleSetting"}).output, "1\n");
+    }
+    std::filesystem::remove(Path("home/settings.txt"));
+    EXPECT_EQ(Run({"convert", ShippedSample().string(), "a.dxf"}).status, 1) << "which makes no home";
+    EXPECT_EQ(Run({"init", "--units", "imperial"}).status, 0) << "whoever says the units knows";
+}
+
+TEST_F(Home, ThatWasCopiedTakesItsOwnAdjustmentFile) {
+    const std::string drawing = ShippedSample().string();
+    const std::vector<std::string> words{"export",   drawing,    "a.csv", "--profile",
+                                         "Cut List", "--select", "100"};
+    ASSERT_EQ(Run(words).status, 0);
+    std::filesystem::copy(Path("home"), Path("copy"), std::filesystem::copy_options::recursive);
+    Write("home/No Adjustments.txt", "[x]\nl=7\n");
+    Write("copy/No Adjustments.txt", "[x]\nl=10\n");
+    EXPECT_EQ(RunBare("BRENVIK_HOME=" + Path("copy"), words).status, 0);
+    EXPECT_NE(Read("a.csv").find(",730,"), std::string::npos) << Read("a.csv");
+    std::filesystem::remove_all(Path("home"));
+    EXPECT_EQ(RunBare("BRENVIK_HOME=" + Path("copy"), words).status, 0);
 }
 
 TEST_F(Home, MayHaveAnyCharactersInItsPath) {

@@ -173,6 +173,13 @@ TEST_F(MaterialsCommand, AddOfTwoProgramsAtOnceLosesNoRecord) {
     }
 }
 
+TEST_F(MaterialsCommand, AMetricKeyFinerThanRunsWriteItIsRefused) {
+    const Outcome outcome = Run({"materials", "add", "20.123 oak", "--like", "19 cherry"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_NE(outcome.errors.find("\"20.12 oak\"; found \"20.123 oak\""), std::string::npos)
+        << outcome.errors;
+}
+
 TEST_F(MaterialsCommand, AreNotCopiedFromMillimetresToInches) {
     for (const auto& [key, like] : {std::pair(".75 oak", "18 white melamine"), {"300 oak", "18 birch ply"}}) {
         const Outcome outcome = Run({"materials", "add", key, "--like", like});
