@@ -76,6 +76,8 @@ ExitStatus DrawPicture(const std::string& home, const PictureOptions& options) {
     Teller teller(options.quiet);
     RunDialogs dialogs(std::cerr);
     Workplace workplace(home, dialogs);
+    workplace.kept.Keep(PathFromText(options.file), "the part file");
+    workplace.kept.RequireFree(PathFromText(options.out), OutputKind::List, options.out);
     HostDocument& document = OpenPartFile(workplace.host, options.file);
     const std::vector<std::string> tools = AllTools(teller);
     const PartPicture picture = ReadPartPicture(document, {IsMetricRun(), IsSecondSide(options.file), tools});
