@@ -107,7 +107,7 @@ TEST_F(KeptDrawing, BroughtToAnotherUnitItsViewsStylesAndVariablesGoAlong) {
           "16 0|26 0|36 1|17 25.4|27 50.8|37 0|40 254.0|41 1.5|42 50",
           "2 Front|70 0|40 254.0|10 127.0|20 101.6|41 508.0|11 0|21 -1|31 0|12 25.4|22 50.8",
           "2 Sheet|70 1|40 7", "2 Notes|70 0|40 12.7|41 0.8|50 0|71 0|42 50.8",
-          "2 Shop|70 0|40 3|41 12.7|140 50.8|144 1"})
+          "2 Shop|70 0|40 3|41 12.7|140 50.8|144 1|42 1.5875|43 9.652"})
         EXPECT_NE(file.find(Groups(scaled)), std::string::npos) << scaled;
 }
 

@@ -136,6 +136,27 @@ void ScaleVariables(DrawingData& tables, double factor) {
 
 // --- Records that are kept as text ---
 
+/// The sizes that a dimension style leaves out are those that every program takes for it; they grow too.
+std::string WithDefaultSizes(const std::string& groups, double factor) {
+    constexpr auto defaults = std::to_array<std::pair<int, double>>(
+        {{42, 0.0625}, {43, 0.38}, {44, 0.18}, {41, 0.18}, {140, 0.18}, {141, 0.09}, {147, 0.09}});
+    std::string missing;
+    for (const auto& [code, size] : defaults)
+        if (std::isnan(ValueOf(groups, code, std::nan(""))))
+            AppendGroup(missing, code, ShortestRoundTrip(size * factor, true));
+    std::string result;
+    bool isDone = false;
+    GroupWalk walk(groups);
+    while (walk.Next()) {
+        if (walk.Code() >= 1000 && !isDone) {
+            result += missing;
+            isDone = true;
+        }
+        result += walk.Text();
+    }
+    return isDone ? result : result + missing;
+}
+
 void ScaleEntry(std::string_view table, KeptRecord& entry, double factor) {
     constexpr int perspective = 1, onSheet = 1;
     std::string& groups = entry.groups;
@@ -146,7 +167,7 @@ void ScaleEntry(std::string_view table, KeptRecord& entry, double factor) {
     } else if (table == "VIEW" && !HasBit(groups, 70, onSheet)) {
         groups = WithScaled(groups, viewLengths, factor);
     } else if (table == "DIMSTYLE" && ValueOf(groups, 40, 1) != 0) {
-        groups = WithScaled(groups, dimensionSizes, factor);
+        groups = WithDefaultSizes(WithScaled(groups, dimensionSizes, factor), factor);
     }
 }
 
