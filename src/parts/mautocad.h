@@ -19,6 +19,9 @@ namespace mAutoCAD {
 /// application name.
 std::string GetPartData(std::string_view handle, std::string_view key);
 
+/// The same of an object at hand, whichever drawing it stands in.
+std::string PartDataOf(const AcadObject& object, std::string_view key);
+
 /// Replaces the value under a key: the old one is cleared first. Does nothing for a null object; fails as
 /// the host does, as for a text longer than it takes.
 void SetPartData(AcadObject* object, std::string_view key, std::string_view value);

@@ -44,9 +44,13 @@ std::string GetPartData(std::string_view handle, std::string_view key) {
         ShowMessage("not found");
         return {};
     }
+    return PartDataOf(*object, key);
+}
+
+std::string PartDataOf(const AcadObject& object, std::string_view key) {
     std::vector<std::int16_t> types;
     std::vector<XDataValue> values;
-    object->GetXData(key, types, values);
+    object.GetXData(key, types, values);
     if (values.empty()) return {};
     if (values.size() < 2) throw SubscriptOutOfRange(std::string(key));
     return TextOf(values[1]);

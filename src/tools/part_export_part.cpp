@@ -41,9 +41,15 @@ void Send(AcadDocument& drawing, std::span<const std::string_view> answers) {
     for (const std::string_view answer : answers) drawing.SendCommand(answer);
 }
 
-/// The copy stands on the only unlocked layers.
-void EraseCopy(AcadDocument& drawing) {
+/// Erases everything that is on unlocked layers.
+void EraseAll(AcadDocument& drawing) {
     Send(drawing, std::to_array<std::string_view>({"erase ", "all ", " "}));
+}
+
+/// Erases what the copy has fallen apart to.
+void EraseCopy(AcadDocument& drawing) {
+    const OnlyUnlocked only(drawing, {layers::BrenvikExplode, layers::Region});
+    EraseAll(drawing);
 }
 
 /// Looks at the part from above and lays a user system by its faces. A host whose user systems know no faces
@@ -55,6 +61,7 @@ void LayUserSystem(AcadDocument& drawing) {
 
 std::variant<SquaringPoints, MissingEdge> FindEdges(AcadDocument& drawing, const FlatFaces& faces) {
     faces.LargestRegion.region->SetLayer(layers::Region);
+    const OnlyUnlocked only(drawing, {layers::BrenvikExplode, layers::Region});
     drawing.SendCommand("Explode all  ");
     return FindSquaringPoints(drawing, faces.LargestRegion.normal);
 }
@@ -69,7 +76,7 @@ SquaringPoints InUserSystem(AcadDocument& drawing, const SquaringPoints& points)
 }
 
 std::string TextOfPart(AcadDocument& drawing, std::string_view key) {
-    return mAutoCAD::GetPartData(LastSolid(drawing).Handle(), key);
+    return mAutoCAD::PartDataOf(LastSolid(drawing), key);
 }
 
 }  // namespace
@@ -102,15 +109,12 @@ PassOutcome PartExport::Run() {
 
 void PartExport::OpenScaled() {
     drawing = app.Documents().Open(PartExportPath(index));
-    // Part data are read through the session's drawing.
-    TheSession().AcadDoc = drawing;
     AddLayer(*drawing, layers::BrenvikExplode);
     ScaleForExport(*drawing, ToInteger(NumberSetting(setting::ExportScaleSetting)));
 }
 
 PassOutcome PartExport::FinishWithoutFlatSide() {
     EraseCopy(*drawing);
-    UnlockAllLayers(*drawing);
     if (!TurnAndMove()) return PassOutcome::SkipPart;
     TopView(*drawing);
     Send(*drawing, std::to_array<std::string_view>({"z ", "e "}));
@@ -125,7 +129,6 @@ void PartExport::ContinueInWorkDrawing() {
     drawing->Wblock(PartExportWorkDrawing, all);
     std::exchange(drawing, nullptr)->Close(false);
     drawing = app.Documents().Open(PartExportWorkDrawing);
-    TheSession().AcadDoc = drawing;
     // Nothing that is still typed at "all" moves the solid before its points are known in this drawing.
     UnlockAllLayers(*drawing);
     AddLayer(*drawing, LockedLayer);
@@ -133,7 +136,7 @@ void PartExport::ContinueInWorkDrawing() {
     LockLayer(*drawing, LockedLayer);
     if (drawing->ModelSpace().Count() > 1) {
         drawing->SendCommand("Explode all  ");
-        EraseCopy(*drawing);
+        EraseAll(*drawing);
     }
     UnlockLayer(*drawing, LockedLayer);
 }

@@ -38,6 +38,16 @@ bool LayerExists(AcadDocument& drawing, std::string_view name) {
     return Skip([&] { drawing.Layers().Item(name); });
 }
 
+OnlyUnlocked::OnlyUnlocked(AcadDocument& drawing, std::initializer_list<std::string_view> layers)
+    : mDrawing(drawing) {
+    LockAllLayers(drawing);
+    for (const std::string_view layer : layers) UnlockLayer(drawing, layer);
+}
+
+OnlyUnlocked::~OnlyUnlocked() {
+    Skip([&] { UnlockAllLayers(mDrawing); });
+}
+
 AcadLayer& AddLayer(AcadDocument& drawing, std::string_view name, std::optional<int> color) {
     AcadLayer& layer = *drawing.Layers().Add(name);
     if (color) layer.SetColor(*color);

@@ -2,6 +2,7 @@
 // one kind, and the numbers of command strings.
 #pragma once
 
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,6 +20,21 @@ void UnlockAllLayers(AcadDocument& drawing);
 void LockLayer(AcadDocument& drawing, std::string_view name);
 void UnlockLayer(AcadDocument& drawing, std::string_view name);
 bool LayerExists(AcadDocument& drawing, std::string_view name);
+
+/// While it lives, only the layers named can be worked on: commands that take everything pass the others
+/// over. Afterwards every layer is unlocked, so that no step works by what another one has left locked.
+class OnlyUnlocked {
+  public:
+    /// Fails for a layer that the drawing doesn't hold.
+    OnlyUnlocked(AcadDocument& drawing, std::initializer_list<std::string_view> layers);
+    ~OnlyUnlocked();
+    OnlyUnlocked(const OnlyUnlocked&) = delete;
+    OnlyUnlocked& operator=(const OnlyUnlocked&) = delete;
+
+  private:
+    AcadDocument& mDrawing;
+};
+
 /// The layer of that name, made if need be.
 AcadLayer& AddLayer(AcadDocument& drawing, std::string_view name, std::optional<int> color = std::nullopt);
 

@@ -51,9 +51,7 @@ void ExplodeFacesToEdges(AcadDocument& drawing, const FlatFaces& faces) {
     largest.Copy()->SetLayer(layers::RegionCopy);
     // Where nothing lies against the largest face, it may have been set aside itself; its edges are needed.
     if (faces.NextRegion.region == &largest) largest.Copy()->SetLayer(layers::Region);
-    LockLayer(drawing, layers::RegionCopy);
-    UnlockLayer(drawing, layers::BrenvikExplode);
-    LockLayer(drawing, layers::NextBiggestRegion);
+    const OnlyUnlocked only(drawing, {layers::BrenvikExplode, layers::Region});
     drawing.SendCommand("Explode all  ");
 }
 
@@ -71,11 +69,10 @@ PassOutcome TellMissingEdge(MissingEdge missing) {
     return PassOutcome::SkipPart;
 }
 
-/// What is left of the copy, such as a face's block, falls apart too; then everything can be turned.
-void UnlockForTurning(AcadDocument& drawing) {
-    UnlockLayer(drawing, layers::BrenvikExplode);
+/// What is left of the copy, such as a face's block, falls apart too.
+void ExplodeRest(AcadDocument& drawing) {
+    const OnlyUnlocked only(drawing, {layers::BrenvikExplode, layers::Region});
     drawing.SendCommand("Explode all  ");
-    UnlockAllLayers(drawing);
 }
 
 /// The host uses only the point's direction. Form A sends a farther point than form B; the result is the
@@ -104,7 +101,7 @@ bool TakeSizes(RunState& run, const Acad3DSolid& solid) {
 
 /// Parts with another material on their third face are worked on from that face.
 bool WorkedFromThirdFace(const Acad3DSolid& solid) {
-    const std::string face = FoldUpper(mAutoCAD::GetPartData(solid.Handle(), "FACE"));
+    const std::string face = FoldUpper(mAutoCAD::PartDataOf(solid, "FACE"));
     return ToInteger(NumberSetting(setting::SpecialMaterial)) == 1 && (IsBlank(face) ? "1" : face) == "3";
 }
 
@@ -130,7 +127,6 @@ void MoveToOrigin(RunState& run, const Acad3DSolid& solid) {
     run.part->Close(false);
     run.part = nullptr;
     run.part = run.app->Documents().Open(WorkDrawing2);
-    TheSession().AcadDoc = run.part;
     SelectAll(*run.part);
 }
 
@@ -138,8 +134,6 @@ void MoveToOrigin(RunState& run, const Acad3DSolid& solid) {
 
 PassOutcome AlignPart(RunState& run) {
     AcadDocument& drawing = *run.part;
-    // Part data are read through the session's drawing.
-    TheSession().AcadDoc = &drawing;
     Acad3DSolid& solid = PartOf(drawing);
     ExplodeCopyToFaces(drawing, solid);
     const std::optional<FlatFaces> faces = FindFaces(drawing);
@@ -150,7 +144,7 @@ PassOutcome AlignPart(RunState& run) {
     ExplodeFacesToEdges(drawing, *faces);
     const auto edges = FindSquaringPoints(drawing, faces->LargestRegion.normal);
     if (const auto* missing = std::get_if<MissingEdge>(&edges)) return TellMissingEdge(*missing);
-    UnlockForTurning(drawing);
+    ExplodeRest(drawing);
     SquareToAxes(drawing, std::get<SquaringPoints>(edges), SideOfY(run.form));
 
     if (!TakeSizes(run, solid)) return PassOutcome::SkipPart;

@@ -80,9 +80,8 @@ std::optional<FlatFaces> LargestOf(const Candidates& candidates) {
 void ExplodeCopyToFaces(AcadDocument& drawing, Acad3DSolid& solid) {
     AddLayer(drawing, layers::BrenvikExplode);
     solid.Copy()->SetLayer(layers::BrenvikExplode);
-    LockAllLayers(drawing);
-    UnlockLayer(drawing, layers::BrenvikExplode);
     AddLayer(drawing, layers::Region);
+    const OnlyUnlocked only(drawing, {layers::BrenvikExplode});
     drawing.SendCommand("Explode all  ");
 }
 

@@ -53,7 +53,7 @@ mAutoCAD::LabelledSizes SizesByLetters(std::string_view letters, const PartExten
 }
 
 std::string LettersOf(const AcadEntity& solid) {
-    std::string letters = FoldUpper(mAutoCAD::GetPartData(solid.Handle(), "ORIE"));
+    std::string letters = FoldUpper(mAutoCAD::PartDataOf(solid, "ORIE"));
     if (!IsBlank(letters)) return letters;
     ShowMessage("ORIE data not detected on this part, so it is being set to LWT");
     return std::string(UsualLetters);
@@ -63,9 +63,8 @@ std::optional<std::string> UsableLettersOf(const AcadEntity& solid) {
     std::string letters = LettersOf(solid);
     const std::optional<std::string> fault = LettersFault(letters);
     if (!fault) return letters;
-    const std::string handle = solid.Handle();
     std::string name;
-    Skip([&] { name = mAutoCAD::GetPartData(handle, "PartName"); });
+    Skip([&] { name = mAutoCAD::PartDataOf(solid, "PartName"); });
     ShowMessage("The part" + (name.empty() ? std::string() : " \"" + name + "\"") + " is skipped: " + *fault +
                 ".");
     return std::nullopt;

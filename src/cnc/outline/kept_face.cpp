@@ -135,12 +135,10 @@ void DrawKeptFace(RunState& run) {
     const std::vector<PlanArc> arcs = ArcsOfKeptFace(drawing);
     const bool flat = LiesFlat(drawing);
     SweepLeftovers(drawing);
-    LockAllLayers(drawing);
-    // The arcs that are missing in the projection are drawn on the layer that is active, and go on from it.
-    drawing.ActiveLayer()->SetLock(false);
     for (const std::string_view layer : std::array{layers::RegionCopy, layers::Border, layers::arcPV,
                                                    layers::SolidHold, layers::NextBiggestRegion})
-        AddLayer(drawing, layer).SetLock(false);
+        AddLayer(drawing, layer);
+    UnlockAllLayers(drawing);
     if (!flat) return;
     DrawLines(drawing);
     DrawArcs(drawing, arcs);

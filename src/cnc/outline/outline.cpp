@@ -54,16 +54,15 @@ bool TakeChain(RunState& run) {
 void JoinBorder(RunState& run) {
     AcadDocument& drawing = *run.part;
     AddLayer(drawing, layers::RoutingLayer2);
-    LockAllLayers(drawing);
-    UnlockLayer(drawing, layers::Border);
     int budget = JoinBudget;
     while (true) {
         const int counted = CurvesOn(drawing, layers::Border, 2);
         budget -= counted;
         if (counted < 2 || budget < 0) break;
-        LockLayer(drawing, layers::RoutingLayer2);
-        drawing.SendCommand(JoinCommand);
-        UnlockLayer(drawing, layers::RoutingLayer2);
+        {
+            const OnlyUnlocked only(drawing, {layers::Border});
+            drawing.SendCommand(JoinCommand);
+        }
         if (!TakeChain(run)) break;
     }
     if (CurvesOn(drawing, layers::Border, 1) > 0)
@@ -116,7 +115,6 @@ PassOutcome MakeOutline(RunState& run) {
 
     AddLayer(drawing, layers::Border2);
     AddLayer(drawing, layers::ThroughxRoute);
-    UnlockAllLayers(drawing);
     TopView(drawing);
     run.app->ZoomExtents();
     AcadLWPolyline* outline = SortContours(drawing);

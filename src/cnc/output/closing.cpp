@@ -89,13 +89,14 @@ bool IsNeedless(RunState& run) {
 /// Erases what is left of the projection, in the model and on the sheet of paper.
 void EraseProjection(RunState& run) {
     AcadDocument& drawing = *run.part;
-    LockAllLayers(drawing);
-    drawing.ModelSpace().ForEach([&drawing](AcadEntity& entity) {
-        if (const std::string layer = entity.Layer(); layers::OnProjection(layer))
-            UnlockLayer(drawing, layer);
-    });
-    drawing.SendCommand("e\rall\r\r");
-    UnlockAllLayers(drawing);
+    {
+        const OnlyUnlocked only(drawing, {});
+        drawing.ModelSpace().ForEach([&drawing](AcadEntity& entity) {
+            if (const std::string layer = entity.Layer(); layers::OnProjection(layer))
+                UnlockLayer(drawing, layer);
+        });
+        drawing.SendCommand("e\rall\r\r");
+    }
     drawing.SetActiveSpace(ActiveSpaceKind::PaperSpace);
     drawing.SetMSpace(false);
     drawing.SendCommand("erase\rall\r\r");
@@ -114,8 +115,8 @@ void PutTopOnZero(RunState& run) {
 }  // namespace
 
 void ReadPartTexts(RunState& run) {
-    const std::string handle = LastSolid(*run.part).Handle();
-    const auto read = [&handle](std::string_view key) { return mAutoCAD::GetPartData(handle, key); };
+    const Acad3DSolid& solid = LastSolid(*run.part);
+    const auto read = [&solid](std::string_view key) { return mAutoCAD::PartDataOf(solid, key); };
     PartTexts& texts = run.texts;
     texts = {read("PartName"), read("PN"),        read("SubAssembly"), read("ORIE"),  read("Notes"),
              read("Face"),     read("UserData1"), read("UserData2"),   read("Price"), read("EB1"),

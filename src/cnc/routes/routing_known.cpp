@@ -29,8 +29,8 @@ bool SameContour(const CutContour& a, const CutContour& b) {
 
 /// "Part_0_Shelf_7.dxf" becomes "Part_0_Shelf_7_by_hand.dxf": no machine takes it for a finished file.
 std::string HandWorkFile(RunState& run) {
-    const std::string handle = LastSolid(*run.part).Handle();
-    const auto read = [&handle](std::string_view key) { return mAutoCAD::GetPartData(handle, key); };
+    const Acad3DSolid& solid = LastSolid(*run.part);
+    const auto read = [&solid](std::string_view key) { return mAutoCAD::PartDataOf(solid, key); };
     run.texts.PartName = read("PartName");
     run.texts.PN = read("PN");
     run.texts.SubAssembly = read("SubAssembly");

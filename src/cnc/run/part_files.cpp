@@ -36,7 +36,7 @@ void RemoveOldPartFiles() {
 std::string LabelOf(const AcadEntity& solid) {
     const std::string handle = solid.Handle();
     std::string name;
-    Skip([&] { name = mAutoCAD::GetPartData(handle, "PartName"); });
+    Skip([&] { name = mAutoCAD::PartDataOf(solid, "PartName"); });
     return PartLabel(handle, name);
 }
 
@@ -44,7 +44,7 @@ std::string LabelOf(const AcadEntity& solid) {
 /// are counts.
 void TellQuantityFault(const AcadEntity& solid, const std::string& label, RunReport& report) {
     std::string quantity;
-    if (!Skip([&] { quantity = mAutoCAD::GetPartData(solid.Handle(), "Quantity"); })) return;
+    if (!Skip([&] { quantity = mAutoCAD::PartDataOf(solid, "Quantity"); })) return;
     if (const auto fault = QuantityFault(quantity))
         report.unexplained.push_back("The part " + label + ": " + *fault + ".");
 }

@@ -90,7 +90,7 @@ class FolderProof {
     static PassOutcome Hold(RunState& run) {
         ReadPartTexts(run);
         MeasurePart(run);
-        run.MaterialName = FoldUpper(mAutoCAD::GetPartData(LastSolid(*run.part).Handle(), "Material"));
+        run.MaterialName = FoldUpper(mAutoCAD::PartDataOf(LastSolid(*run.part), "Material"));
         run.Material = {};
         LookupMaterial(MaterialKey(run.ExtentZ, run.MaterialName, run.ExportScaleSetting), run.Material);
         HoldPartForProof(run);

@@ -39,8 +39,8 @@ bool SkippedForItsLetters(const AcadEntity& entity, RunReport& report) {
     std::string handle, letters, name;
     Skip([&] {
         handle = entity.Handle();
-        letters = mAutoCAD::GetPartData(handle, "ORIE");
-        name = mAutoCAD::GetPartData(handle, "PartName");
+        letters = mAutoCAD::PartDataOf(entity, "ORIE");
+        name = mAutoCAD::PartDataOf(entity, "PartName");
     });
     if (!AreGuessedLetters(handle, letters)) return false;
     const std::string part = "The part " + PartLabel(handle, name);

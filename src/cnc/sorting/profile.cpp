@@ -43,16 +43,13 @@ void ProjectPart(RunState& run) {
 
 /// The boundary of the kept face, drawn on a layer for the time it takes to measure its height.
 void DrawBoundaryOfKeptFace(AcadDocument& drawing) {
-    LockAllLayers(drawing);
-    const bool kept = LayerExists(drawing, layers::RegionCopy);
-    if (kept) UnlockLayer(drawing, layers::RegionCopy);
+    UnlockAllLayers(drawing);
     AddLayer(drawing, layers::regioncopycopy);
-    UnlockLayer(drawing, layers::regioncopycopy);
     for (AcadRegion* region : AllOn<AcadRegion>(drawing, layers::RegionCopy)) {
         region->Copy();
         region->SetLayer(layers::regioncopycopy);
     }
-    if (kept) LockLayer(drawing, layers::RegionCopy);
+    const OnlyUnlocked only(drawing, {layers::regioncopycopy});
     drawing.SendCommand(ExplodeAll);
 }
 
@@ -69,26 +66,22 @@ void LowerKeptFace(AcadDocument& drawing) {
     DrawBoundaryOfKeptFace(drawing);
     const std::optional<double> height = HeightOfKeptFace(drawing);
     if (height && LayerExists(drawing, layers::RegionCopy)) {
-        UnlockLayer(drawing, layers::RegionCopy);
-        LockLayer(drawing, layers::regioncopycopy);
+        const OnlyUnlocked only(drawing, {layers::RegionCopy});
         for (const std::string& text :
              {std::string("m "), std::string("all  "), std::string("0,0,0 "), PointAnswer({0, 0, -*height})})
             drawing.SendCommand(text);
-        LockLayer(drawing, layers::RegionCopy);
-        UnlockLayer(drawing, layers::regioncopycopy);
     }
     for (AcadLine* line : AllOn<AcadLine>(drawing, layers::regioncopycopy)) line->Delete();
 }
 
 void ReadMaterialName(RunState& run) {
-    run.MaterialName = FoldUpper(mAutoCAD::GetPartData(LastSolid(*run.part).Handle(), "Material"));
+    run.MaterialName = FoldUpper(mAutoCAD::PartDataOf(LastSolid(*run.part), "Material"));
     if (run.MaterialName.empty()) run.MaterialName = UnknownMaterial;
 }
 
 /// Everything but the solid falls apart to curves: kept faces, the blocks of the projection and what stands
 /// in them. Circles are kept out of the last round: they are gathered already.
 void BreakDown(AcadDocument& drawing) {
-    UnlockAllLayers(drawing);
     AddLayer(drawing, layers::SolidHold);
     LastSolid(drawing).SetLayer(layers::SolidHold);
     LockLayer(drawing, layers::SolidHold);

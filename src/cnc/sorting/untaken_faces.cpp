@@ -209,13 +209,13 @@ void TellSlopes(RunState& run, const Edges& edges) {
     UnlockAllLayers(drawing);
     AddLayer(drawing, layers::regionPV2);
     LastSolid(drawing).Copy()->SetLayer(layers::regionPV2);
-    LockAllLayers(drawing);
-    UnlockLayer(drawing, layers::regionPV2);
-    drawing.SendCommand("explode\rall\r\r");
+    {
+        const OnlyUnlocked only(drawing, {layers::regionPV2});
+        drawing.SendCommand("explode\rall\r\r");
+    }
     for (const AcadRegion* face : AllOn<AcadRegion>(drawing, layers::regionPV2))
         Skip([&] { TellSlope(run, *face, edges); });
     for (AcadEntity* piece : AllOn<AcadEntity>(drawing, layers::regionPV2)) piece->Delete();
-    UnlockAllLayers(drawing);
     LockLayer(drawing, layers::SolidHold);
 }
 
