@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-#include "cnc/clearing/plan_curve_cuts.h"
+#include "cnc/plan/plan_curve_cuts.h"
 
 namespace brenvik {
 

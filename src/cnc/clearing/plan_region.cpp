@@ -10,8 +10,8 @@
 #include <utility>
 
 #include "base/failure.h"
-#include "cnc/clearing/plan_curve_cuts.h"
 #include "cnc/drawing/plan_grid.h"
+#include "cnc/plan/plan_curve_cuts.h"
 
 namespace brenvik {
 

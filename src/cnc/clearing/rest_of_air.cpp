@@ -12,7 +12,7 @@
 
 #include "cnc/clearing/part_slabs.h"
 #include "cnc/clearing/path_shapes.h"
-#include "cnc/clearing/plan_curve_cuts.h"
+#include "cnc/plan/plan_curve_cuts.h"
 #include "cnc/plan/plan_difference.h"
 
 namespace brenvik {

@@ -80,14 +80,11 @@ void Join(const Way& before, const Way& behind, const PlanSide& from, const Plan
 
 }  // namespace
 
-std::vector<PlanSide> CoreOf(std::span<const PlanSide> line, double reach) {
-    std::vector<PlanSide> around(line.begin(), line.end());
-    if (SignedArea(line) < 0) {
-        std::ranges::reverse(around);
-        for (PlanSide& side : around) side = {side.to, side.from, -side.bulge};
-    }
+PlanSide MovedLeft(const PlanSide& side, double reach) { return Moved(WayOf(side), reach); }
+
+std::vector<PlanSide> MovedLeft(std::span<const PlanSide> line, double reach) {
     std::vector<Way> ways;
-    for (const PlanSide& side : around) AddWays(side, reach, ways);
+    for (const PlanSide& side : line) AddWays(side, reach, ways);
     std::vector<PlanSide> sides;
     for (std::size_t i = 0; i < ways.size(); ++i) {
         const Way &here = ways[i], &next = ways[(i + 1) % ways.size()];
@@ -96,6 +93,22 @@ std::vector<PlanSide> CoreOf(std::span<const PlanSide> line, double reach) {
         Join(here, next, moved, Moved(next, reach), sides);
     }
     return sides;
+}
+
+std::vector<PlanSide> Reversed(std::span<const PlanSide> line) {
+    std::vector<PlanSide> reversed;
+    for (auto side = line.rbegin(); side != line.rend(); ++side)
+        reversed.push_back({side->to, side->from, -side->bulge});
+    return reversed;
+}
+
+std::vector<PlanSide> InsideLeft(std::span<const PlanSide> line) {
+    if (SignedArea(line) < 0) return Reversed(line);
+    return {line.begin(), line.end()};
+}
+
+std::vector<PlanSide> CoreOf(std::span<const PlanSide> line, double reach) {
+    return MovedLeft(InsideLeft(line), reach);
 }
 
 bool LeavesCore(std::span<const PlanSide> line, double reach, const PlanBox& sheet, double width) {

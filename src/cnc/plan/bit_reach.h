@@ -8,6 +8,19 @@
 
 namespace brenvik {
 
+/// A side moved to its left. A round one that bends to that hand more tightly than `reach` is turned inside
+/// out.
+PlanSide MovedLeft(const PlanSide& side, double reach);
+
+/// A closed line moved to its left, side by side: arcs around the corners that stand out on that hand, and by
+/// way of the corner itself where it draws in. What it runs around the way that the line does, once more than
+/// the other way, is the region moved in or out.
+std::vector<PlanSide> MovedLeft(std::span<const PlanSide> line, double reach);
+
+/// The same line, with its inside to the left.
+std::vector<PlanSide> InsideLeft(std::span<const PlanSide> line);
+std::vector<PlanSide> Reversed(std::span<const PlanSide> line);
+
 /// The border of all places within a closed line that are further from it than `reach`, as a path whose turns
 /// count: only what it runs around counter-clockwise is left. It may cross itself elsewhere.
 std::vector<PlanSide> CoreOf(std::span<const PlanSide> line, double reach);

@@ -21,9 +21,16 @@ constexpr std::array<double, 5> Looks{0.05, 0.25, 0.5, 0.75, 0.95};
 
 /// A piece with the shape that it belongs to; the part itself is -1.
 struct Owned {
+    enum class Of { Sides, Core, NotReached };
     PlanPiece piece;
     int shape = -1;
-    bool ofCore = false;
+    Of of = Of::Sides;
+};
+
+/// What has taken a place, or leaves it.
+struct Cause {
+    int operation = -1;
+    bool notReached = false;
 };
 
 /// A field that differs.
@@ -31,7 +38,7 @@ struct Field {
     Difference difference = Difference::Standing;
     double x0 = 0, x1 = 0;
     const PlanPiece *low = nullptr, *high = nullptr;
-    int operation = -1;
+    Cause cause;
     std::size_t stripe = 0;
     double area = 0, width = 0;
 
@@ -52,8 +59,7 @@ double WidthOf(const Field& field) {
 /// What is known of a place while a stripe is walked from below.
 class Place {
   public:
-    explicit Place(std::span<const PlanShape> shapes)
-        : mShapes(shapes), mTurns(shapes.size(), 0), mCoreTurns(shapes.size(), 0) {
+    explicit Place(std::span<const PlanShape> shapes) : mShapes(shapes), mTurns(shapes.size()) {
         for (const PlanShape& shape : shapes)
             if (shape.role == PlanShape::Role::Stock) ++mOutside;
     }
@@ -65,7 +71,7 @@ class Place {
         }
         const auto index = static_cast<std::size_t>(side.shape);
         const bool before = Within(index);
-        (side.ofCore ? mCoreTurns : mTurns)[index] += way;
+        mTurns[index][static_cast<std::size_t>(side.of)] += way;
         const bool now = Within(index);
         if (before == now) return;
         if (mShapes[index].role == PlanShape::Role::Stock)
@@ -78,20 +84,34 @@ class Place {
         if (stays == mInPart) return std::nullopt;
         return stays ? Difference::Standing : Difference::Gone;
     }
-    /// An operation that takes what lies here; of what stays, one that goes around it.
-    int Cause(Difference difference) const {
-        for (std::size_t i = 0; i < mShapes.size(); ++i)
-            if (mShapes[i].role == PlanShape::Role::Removal &&
-                (difference == Difference::Gone ? Within(i) : mTurns[i] > 0))
-                return mShapes[i].operation;
-        return -1;
+    /// An operation that takes what lies here; of what stays, one that goes around it or whose bit doesn't
+    /// get there.
+    Cause CauseOf(Difference difference) const {
+        Cause cause;
+        for (std::size_t i = 0; i < mShapes.size() && cause.operation < 0; ++i) {
+            const bool removal = mShapes[i].role == PlanShape::Role::Removal;
+            if (difference == Difference::Gone) {
+                if (removal && Within(i)) cause.operation = mShapes[i].operation;
+            } else if (removal ? Has(i, Owned::Of::Sides) : NotReached(i)) {
+                cause = {mShapes[i].operation, NotReached(i)};
+            }
+        }
+        return cause;
     }
 
   private:
-    bool Within(std::size_t shape) const { return mTurns[shape] > 0 && mCoreTurns[shape] <= 0; }
+    bool Has(std::size_t shape, Owned::Of of) const {
+        return mTurns[shape][static_cast<std::size_t>(of)] > 0;
+    }
+    bool NotReached(std::size_t shape) const { return Has(shape, Owned::Of::NotReached); }
+    bool Within(std::size_t shape) const {
+        if (mShapes[shape].role == PlanShape::Role::Stock)
+            return Has(shape, Owned::Of::Sides) || NotReached(shape);
+        return Has(shape, Owned::Of::Sides) && !Has(shape, Owned::Of::Core) && !NotReached(shape);
+    }
 
     std::span<const PlanShape> mShapes;
-    std::vector<int> mTurns, mCoreTurns;
+    std::vector<std::array<int, 3>> mTurns;
     int mOutside = 0, mTaken = 0;
     bool mInPart = false;
 };
@@ -103,7 +123,8 @@ class Sweep {
         Add(part, -1, 1);
         for (std::size_t i = 0; i < shapes.size(); ++i) {
             Add(shapes[i].sides, static_cast<int>(i), SignedArea(shapes[i].sides) < 0 ? -1 : 1);
-            Add(shapes[i].core, static_cast<int>(i), 1, true);
+            Add(shapes[i].core, static_cast<int>(i), 1, Owned::Of::Core);
+            Add(shapes[i].notReached, static_cast<int>(i), 1, Owned::Of::NotReached);
         }
         std::ranges::sort(mSides, {}, [](const Owned& side) { return side.piece.x0; });
         FindStripes();
@@ -123,13 +144,13 @@ class Sweep {
     }
 
   private:
-    void Add(std::span<const PlanSide> sides, int shape, int way, bool ofCore = false) {
+    void Add(std::span<const PlanSide> sides, int shape, int way, Owned::Of of = Owned::Of::Sides) {
         std::vector<PlanPiece> pieces;
         for (const PlanSide& side : sides) AddPieces(side, StrayOfChords, pieces);
         for (PlanPiece& piece : pieces) {
             if (piece.x1 - piece.x0 < NoStripe) continue;
             piece.way *= way;
-            mSides.push_back({piece, shape, ofCore});
+            mSides.push_back({piece, shape, of});
         }
     }
 
@@ -162,8 +183,10 @@ class Sweep {
                 Close(*field, side->piece);
                 field.reset();
             }
+            // Sides that lie on each other come in any order, so a cause may show behind the first of them.
+            if (field && field->cause.operation < 0) field->cause = place.CauseOf(*now);
             if (now && !field)
-                field = Field{*now, from, to, &side->piece, nullptr, place.Cause(*now), stripe, 0, 0};
+                field = Field{*now, from, to, &side->piece, nullptr, place.CauseOf(*now), stripe, 0, 0};
         }
     }
 
@@ -205,7 +228,13 @@ class Sweep {
             std::size_t& spot = spotOf[Root(i)];
             if (spot == mFields.size()) {
                 spot = spots.size();
-                spots.push_back({mFields[i].difference, mFields[i].Box(), 0, 0, mFields[i].operation, {}});
+                spots.push_back({mFields[i].difference,
+                                 mFields[i].Box(),
+                                 0,
+                                 0,
+                                 mFields[i].cause.operation,
+                                 mFields[i].cause.notReached,
+                                 {}});
             }
             Grow(spots[spot], mFields[i]);
         }

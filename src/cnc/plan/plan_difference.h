@@ -20,6 +20,8 @@ struct PlanShape {
     int operation = -1;  ///< Which operation it is of, for the caller.
     /// What a removal leaves standing within, as the path of `CoreOf`; empty where it leaves nothing.
     std::vector<PlanSide> core = {};
+    /// The border of what the bit doesn't get to, within a removal or around stock.
+    std::vector<PlanSide> notReached = {};
 };
 
 enum class Difference {
@@ -40,6 +42,7 @@ struct PlanSpot {
     /// What has taken it, or leaves it in its middle; none for the stock's own border and for what nothing
     /// goes around.
     int operation = -1;
+    bool notReached = false;       ///< The bit of that operation doesn't get in.
     std::vector<PlanBox> stripes;  ///< What it consists of, each as a box.
 };
 

@@ -9,6 +9,7 @@
 #include <optional>
 #include <utility>
 
+#include "cnc/plan/bit_access.h"
 #include "cnc/plan/bit_reach.h"
 
 namespace brenvik {
@@ -60,8 +61,7 @@ class Prover {
           mUnit(unit) {
         for (WrittenOperation& operation : mOperations) {
             if (operation.heightUnknown) FindHeight(operation);
-            mCores.push_back(operation.bit > 0 ? CoreOf(operation.sides, operation.bit)
-                                               : std::vector<PlanSide>());
+            mShapes.push_back(ShapeOf(operation, static_cast<int>(mShapes.size())));
         }
     }
 
@@ -78,6 +78,22 @@ class Prover {
     }
 
   private:
+    // What each operation does to the plan.
+
+    static BitPath PathOf(const WrittenOperation& operation) {
+        return operation.kind == OperationKind::Outline ? BitPath::Around : BitPath::Within;
+    }
+
+    PlanShape ShapeOf(const WrittenOperation& operation, int number) const {
+        PlanShape shape{
+            PathOf(operation) == BitPath::Around ? PlanShape::Role::Stock : PlanShape::Role::Removal,
+            operation.sides, number};
+        if (operation.bit <= 0) return shape;
+        if (operation.followed) shape.core = CoreOf(operation.sides, operation.bit);
+        shape.notReached = NotReached(operation.sides, PathOf(operation), operation.bit, mUnit);
+        return shape;
+    }
+
     // Bores whose receiver takes the height from elsewhere.
 
     void FindHeight(WrittenOperation& operation) const {
@@ -156,26 +172,37 @@ class Prover {
                        {mouth.x + across.x, mouth.y + across.y}});
     }
 
+    static void AddLump(const PlanShape& lump, std::optional<PlanShape>& outline) {
+        if (!outline) {
+            outline = lump;
+            return;
+        }
+        const auto append = [](std::vector<PlanSide>& sides, const std::vector<PlanSide>& more) {
+            sides.insert(sides.end(), more.begin(), more.end());
+        };
+        append(outline->sides, lump.sides);
+        if (outline->notReached.empty()) outline->operation = lump.operation;
+        append(outline->notReached, lump.notReached);
+    }
+
     std::vector<PlanShape> ShapesAt(double height) const {
         std::vector<PlanShape> shapes;
         for (const std::vector<PlanSide>& stock : mStock)
             shapes.push_back({PlanShape::Role::Stock, stock, -1});
         // A part of several lumps has as many outlines on a side, and stands in any of them.
-        std::array<std::vector<PlanSide>, 2> outlines;
+        std::array<std::optional<PlanShape>, 2> outlines;
         for (std::size_t i = 0; i < mOperations.size(); ++i) {
             const WrittenOperation& operation = mOperations[i];
             if (height <= operation.low || height >= operation.high) continue;
             if (operation.kind == OperationKind::Outline) {
-                std::vector<PlanSide>& around = outlines[operation.secondSide ? 1 : 0];
-                around.insert(around.end(), operation.sides.begin(), operation.sides.end());
+                AddLump(mShapes[i], outlines[operation.secondSide ? 1 : 0]);
                 continue;
             }
-            shapes.push_back({PlanShape::Role::Removal,
-                              operation.bore ? BoreAt(operation, height) : operation.sides,
-                              static_cast<int>(i), mCores[i]});
+            shapes.push_back(mShapes[i]);
+            if (operation.bore) shapes.back().sides = BoreAt(operation, height);
         }
-        for (std::vector<PlanSide>& around : outlines)
-            if (!around.empty()) shapes.push_back({PlanShape::Role::Stock, std::move(around), -1});
+        for (std::optional<PlanShape>& around : outlines)
+            if (around) shapes.push_back(*std::move(around));
         // Without an outline the sheet is the part's own box.
         const bool hasStock = std::ranges::any_of(
             shapes, [](const PlanShape& shape) { return shape.role == PlanShape::Role::Stock; });
@@ -210,15 +237,25 @@ class Prover {
                 if (Meet(mSpots[i], mSpots[j])) mOver[Root(j)] = Root(i);
         std::vector<std::optional<ProofSpot>> joined(mSpots.size());
         for (std::size_t i = 0; i < mSpots.size(); ++i) Grow(joined[Root(i)], mSpots[i]);
-        for (std::optional<ProofSpot>& spot : joined)
-            if (spot && Counts(*spot)) mProof.spots.push_back(std::move(*spot));
+        for (std::size_t i = 0; i < joined.size(); ++i) {
+            if (!joined[i] || !Counts(*joined[i])) continue;
+            if (joined[i]->notReached) FindBit(*joined[i], mSpots[i].plan.operation);
+            mProof.spots.push_back(std::move(*joined[i]));
+        }
+    }
+
+    void FindBit(ProofSpot& spot, int number) const {
+        const WrittenOperation& operation = mOperations[static_cast<std::size_t>(number)];
+        const Box3& box = spot.box;
+        spot.wouldReach = WidestForPlace(operation.sides, PathOf(operation),
+                                         {box.min.x, box.min.y, box.max.x, box.max.y}, operation.bit, mUnit);
     }
 
     void Grow(std::optional<ProofSpot>& whole, const SlabSpot& spot) const {
         const PlanBox& plan = spot.plan.box;
         const Box3 box{{plan.minX, plan.minY, spot.slab.low}, {plan.maxX, plan.maxY, spot.slab.high}};
         if (!whole) {
-            whole = ProofSpot{spot.plan.difference, box, 0, 0, {}, false, 0};
+            whole = ProofSpot{spot.plan.difference, box, 0, 0, {}, false, 0, spot.plan.notReached, 0};
             if (spot.plan.operation >= 0) {
                 const WrittenOperation& cause = mOperations[static_cast<std::size_t>(spot.plan.operation)];
                 whole->layer = cause.layer;
@@ -319,8 +356,8 @@ class Prover {
     std::vector<WrittenOperation> mOperations;
     std::span<const std::vector<PlanSide>> mStock;
     const double mUnit;
-    /// What each route leaves standing in the middle of what it runs around.
-    std::vector<std::vector<PlanSide>> mCores;
+    /// Of each operation; of a bore at no height yet.
+    std::vector<PlanShape> mShapes;
     std::vector<SlabSpot> mSpots;
     std::vector<std::size_t> mOver;
     PartProof mProof;

@@ -18,7 +18,10 @@ struct ProofSpot {
     /// What has taken the wood, or goes around what stays; blank for the outline, and where nothing does.
     std::string layer;
     bool secondSide = false;
-    double bit = 0;  ///< Of that route.
+    double bit = 0;  ///< Of that path.
+    /// That bit doesn't get in, and the widest that does; 0 where none does.
+    bool notReached = false;
+    double wouldReach = 0;
 };
 
 struct PartProof {

@@ -57,16 +57,27 @@ std::string Place(const ProofSpot& spot, const RunState& run) {
 /// Where pockets are turned into routes on purpose, the setting has no say.
 bool MayBecomePockets() { return !SwitchIsOn(setting::ClearCores) && !SwitchIsOn(setting::PocketConversion); }
 
+/// Good to a hundredth of a millimetre.
+std::string Width(double width, const RunState& run) {
+    return NumberToText(RoundHalfEven(width, run.Metric() ? 2 : 3));
+}
+
+std::string WhyItStays(const ProofSpot& spot, const std::string& cause, const RunState& run) {
+    if (spot.notReached)
+        return ", where " + cause + " is too narrow for its bit of " + Number(spot.bit) +
+               (spot.wouldReach > 0 ? " (one of " + Width(spot.wouldReach, run) + " gets in)" : "");
+    if (spot.bit > 0)
+        return ", in the middle of " + cause + ", whose bit of " + Number(spot.bit) + " does not reach it" +
+               (MayBecomePockets() ? " (a pocket with the setting ClearCores)" : "");
+    return {};
+}
+
 std::string TextOf(const ProofSpot& spot, const RunState& run) {
     const std::string cause =
         (spot.layer.empty() ? "the outline" : spot.layer) + (spot.secondSide ? " of the second side" : "");
     switch (spot.difference) {
         case Difference::Standing:
-            return "wood stays that the part has not, " + Place(spot, run) +
-                   (spot.bit > 0 ? ", in the middle of " + cause + ", whose bit of " + Number(spot.bit) +
-                                       " does not reach it" +
-                                       (MayBecomePockets() ? " (a pocket with the setting ClearCores)" : "")
-                                 : "");
+            return "wood stays that the part has not, " + Place(spot, run) + WhyItStays(spot, cause, run);
         case Difference::Gone:
             return "wood is cut away that the part has, " + Place(spot, run) + ", by " + cause;
     }
@@ -101,7 +112,7 @@ void Settle(RunState& run, std::vector<ProofSpot>& spots) {
         for (std::size_t i = 0; i < spots.size(); ++i) {
             if (spots[i].difference != Difference::Standing && !whole) continue;
             // What a bit leaves in the middle of its route is no feature without an operation.
-            if (spots[i].bit > 0) continue;
+            if (spots[i].difference == Difference::Standing && spots[i].bit > 0) continue;
             if (!whole && !Touches(place->second, spots[i].box, slack)) continue;
             found = true;
             noted[i] = noted[i] || !whole;
@@ -159,8 +170,8 @@ void GatherWrittenSide(RunState& run, AcadDocument& file, bool secondSide) {
     if (!run.proof->part) return;
     GatheredProof& proof = *run.proof;
     const std::vector<std::string> tools = ToolNumbersOf(run);
-    WrittenSide side =
-        ReadWrittenSide(file, {run.target, run.Metric(), secondSide, proof.width, proof.thickness, tools});
+    WrittenSide side = ReadWrittenSide(file, {run.target, run.Metric(), secondSide, proof.width,
+                                              proof.thickness, tools, run.Material.tools});
     std::ranges::move(side.operations, std::back_inserter(proof.operations));
     std::ranges::move(side.faults, std::back_inserter(proof.faults));
 }

@@ -146,7 +146,21 @@ class SideReader {
         // Only some targets tell routes from pockets; where a line goes through, what lies within falls out.
         const bool followed = name.kind == OperationKind::Route && depth < mContext.thickness - Slack();
         mSide.operations.push_back({kind, mLayer, mContext.secondSide, std::move(sides), std::min(top, floor),
-                                    std::max(top, floor), followed ? name.diameter.value_or(0) : 0});
+                                    std::max(top, floor), kind == OperationKind::Hole ? 0 : BitOf(name),
+                                    followed});
+    }
+
+    /// By the name's diameter or its tool. A name with neither leaves the choice to the operator, who has
+    /// nothing narrower than the narrowest bit.
+    double BitOf(const OperationName& name) const {
+        if (name.diameter) return *name.diameter;
+        double narrowest = 0;
+        for (const MaterialTool& bit : mContext.bits) {
+            if (bit.diameter <= 0 || bit.number.empty() || bit.number == "0") continue;
+            if (!name.tool.empty() && bit.number != name.tool) continue;
+            if (narrowest == 0 || bit.diameter < narrowest) narrowest = bit.diameter;
+        }
+        return narrowest;
     }
 
     static double WidthOf(const std::vector<PlanSide>& circle) {

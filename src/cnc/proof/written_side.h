@@ -10,6 +10,7 @@
 #include "cnc/proof/operation_names.h"
 #include "session/ports/host_interface.h"
 #include "session/ports/section_port.h"
+#include "settings/materials.h"
 
 namespace brenvik {
 
@@ -20,9 +21,10 @@ struct WrittenOperation {
     /// What it takes away: the prism over its sides between two heights, or a cylinder that lies level.
     std::vector<PlanSide> sides;
     double low = 0, high = 0;
-    /// The diameter of the bit of a route that stops inside, which clears no more than that along its line; 0
-    /// for what is taken away whole.
+    /// The diameter of the bit of a path; 0 for what is drilled, and where none is known.
     double bit = 0;
+    /// A route that stops inside: it clears no more than its bit's width along its line.
+    bool followed = false;
     std::optional<LevelRound> bore = {};
     /// How far the bore goes; its `on` is the mouth and its `along` looks into the part.
     double boreDepth = 0;
@@ -43,6 +45,8 @@ struct SideContext {
     /// The part's size in width and thickness as it lies.
     double width = 0, thickness = 0;
     std::span<const std::string> tools = {};
+    /// Those of the part's material, for paths whose names have no diameter.
+    std::span<const MaterialTool> bits = {};
 };
 
 /// Of the document as it has been saved.

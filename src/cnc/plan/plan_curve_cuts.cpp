@@ -1,11 +1,11 @@
 // Lines and circles crossed by formula; ends that lie on another side part it.
-#include "cnc/clearing/plan_curve_cuts.h"
+#include "cnc/plan/plan_curve_cuts.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 
-#include "cnc/clearing/plan_region.h"
+#include "cnc/plan/plan_piece.h"
 
 namespace brenvik {
 
@@ -24,6 +24,7 @@ struct Curve {
     double fromAngle = 0;
     double minX = 0, maxX = 0, minY = 0, maxY = 0;
     std::vector<double> cuts;
+    std::size_t number = 0;
 };
 
 bool IsRound(const PlanSide& side) {
@@ -152,10 +153,19 @@ PlanSide Stretch(const PlanSide& side, double from, double to) {
     return part;
 }
 
-std::vector<PlanSide> CutWhereTheyMeet(std::span<const PlanSide> sides, double same) {
+std::vector<PlanPoint> MeetingsOf(const PlanSide& a, const PlanSide& b, double same) {
+    std::vector<PlanPoint> points;
+    Meetings(CurveOf(a), CurveOf(b), same, points);
+    return points;
+}
+
+std::vector<NumberedStretch> NumberedStretches(std::span<const PlanSide> sides, double same) {
     std::vector<Curve> curves;
-    for (const PlanSide& side : sides)
-        if (Distance(side.from, side.to) > same) curves.push_back(CurveOf(side));
+    for (std::size_t i = 0; i < sides.size(); ++i) {
+        if (Distance(sides[i].from, sides[i].to) <= same) continue;
+        curves.push_back(CurveOf(sides[i]));
+        curves.back().number = i;
+    }
     std::ranges::sort(curves, {}, &Curve::minX);
     for (std::size_t i = 0; i < curves.size(); ++i) {
         for (std::size_t j = i + 1; j < curves.size() && curves[j].minX < curves[i].maxX + same; ++j) {
@@ -163,7 +173,7 @@ std::vector<PlanSide> CutWhereTheyMeet(std::span<const PlanSide> sides, double s
             CutPair(curves[i], curves[j], same);
         }
     }
-    std::vector<PlanSide> stretches;
+    std::vector<NumberedStretch> stretches;
     for (Curve& curve : curves) {
         std::ranges::sort(curve.cuts);
         double from = 0;
@@ -171,11 +181,17 @@ std::vector<PlanSide> CutWhereTheyMeet(std::span<const PlanSide> sides, double s
         for (const double to : curve.cuts) {
             const PlanSide part = Stretch(curve.side, from, to);
             if (Distance(part.from, part.to) < same && to < 1) continue;
-            stretches.push_back(part);
+            stretches.push_back({part, curve.number});
             from = to;
         }
     }
     return stretches;
+}
+
+std::vector<PlanSide> CutWhereTheyMeet(std::span<const PlanSide> sides, double same) {
+    std::vector<PlanSide> cut;
+    for (const NumberedStretch& stretch : NumberedStretches(sides, same)) cut.push_back(stretch.side);
+    return cut;
 }
 
 }  // namespace brenvik

@@ -1,0 +1,272 @@
+// The middle of the bit may stand on the line moved inwards, wherever nothing of the line is closer than half
+// the bit. Those runs are found by cutting the moved line where it meets itself. Walls beside which it can't
+// stand, and arcs where it turns from one run into the next, lie around what is left.
+#include "cnc/plan/bit_access.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "base/failure.h"
+#include "cnc/plan/bit_reach.h"
+#include "cnc/plan/plan_curve_cuts.h"
+#include "cnc/plan/plan_piece.h"
+
+namespace brenvik {
+
+namespace {
+
+/// In millimetres: a bit gets into what is narrower by this, since sizes are rounded on their way; ends that
+/// are one; places that are one; by how much a bit's middle may come too close to a wall by arithmetic.
+constexpr double Give = 0.001, SameEnd = 1e-7, SamePlace = 1e-5, TooClose = 1e-5;
+/// In millimetres: a rest as narrow as this is none. Finer where a bit is looked for that leaves nothing.
+constexpr double NoRest = 0.05, NoRestAtAll = 2e-4;
+/// Radians of a turn below which a corner is none, and below which sides run on into each other.
+constexpr double NoCorner = 1e-3, NoTurn = 1e-9;
+constexpr int Bisections = 14;
+/// A free curve in chords has hundreds of sides, and looking for a bit takes its time.
+constexpr std::size_t MostSides = 100;
+/// Of the diameter: narrower bits aren't looked for.
+constexpr double NarrowestShare = 0.02;
+
+PlanPoint operator+(const PlanPoint& a, const PlanPoint& b) { return {a.x + b.x, a.y + b.y}; }
+PlanPoint operator-(const PlanPoint& a, const PlanPoint& b) { return {a.x - b.x, a.y - b.y}; }
+PlanPoint operator*(const PlanPoint& a, double by) { return {a.x * by, a.y * by}; }
+double Dot(const PlanPoint& a, const PlanPoint& b) { return a.x * b.x + a.y * b.y; }
+double Cross(const PlanPoint& a, const PlanPoint& b) { return a.x * b.y - a.y * b.x; }
+double Length(const PlanPoint& a) { return std::hypot(a.x, a.y); }
+
+bool IsRound(const PlanSide& side) { return std::abs(side.bulge) * Length(side.to - side.from) > 1e-9; }
+
+double AngleBetween(const PlanPoint& a, const PlanPoint& b) { return std::atan2(Cross(a, b), Dot(a, b)); }
+
+/// From 0 to a whole turn, counter-clockwise.
+double TurnTo(const PlanPoint& a, const PlanPoint& b) {
+    const double angle = AngleBetween(a, b);
+    return angle < 0 ? angle + 2 * std::numbers::pi : angle;
+}
+
+/// The point of a side that is next to another one.
+PlanPoint NearestOn(const PlanSide& side, const PlanPoint& point) {
+    if (!IsRound(side)) {
+        const PlanPoint along = side.to - side.from;
+        const double share = Dot(point - side.from, along) / Dot(along, along);
+        return side.from + along * std::clamp(share, 0.0, 1.0);
+    }
+    const PlanRound round = RoundOf(side);
+    const PlanPoint start = side.from - round.center, arm = point - round.center;
+    const double turn = round.sweep > 0 ? TurnTo(start, arm) : TurnTo(arm, start);
+    if (turn <= std::abs(round.sweep) && Length(arm) > 0)
+        return round.center + arm * (round.radius / Length(arm));
+    return Length(point - side.from) < Length(point - side.to) ? side.from : side.to;
+}
+
+double Distance(const PlanSide& side, const PlanPoint& point) {
+    return Length(point - NearestOn(side, point));
+}
+
+/// The way of a side at one of its ends.
+PlanPoint WayAt(const PlanSide& side, bool atEnd) {
+    const PlanPoint along = (side.to - side.from) * (1 / Length(side.to - side.from));
+    const double turn = (atEnd ? 2 : -2) * std::atan(side.bulge);
+    const double c = std::cos(turn), s = std::sin(turn);
+    return {along.x * c - along.y * s, along.x * s + along.y * c};
+}
+
+/// The stretch of a side between two of its points.
+PlanSide Between(const PlanSide& side, const PlanPoint& from, const PlanPoint& to, double same) {
+    if (!IsRound(side) || Length(to - from) < same) return {from, to, 0};
+    const PlanRound round = RoundOf(side);
+    const PlanPoint a = from - round.center, b = to - round.center;
+    return {from, to, round.sweep > 0 ? std::tan(TurnTo(a, b) / 4) : -std::tan(TurnTo(b, a) / 4)};
+}
+
+/// A closed line with what is to be reached to its left.
+class Walls {
+  public:
+    Walls(std::vector<PlanSide> sides, double diameter, double unit)
+        : mWalls(std::move(sides)), mUnit(unit), mRadius(diameter / 2 - Give * unit) {
+        std::erase_if(mWalls,
+                      [this](const PlanSide& side) { return Length(side.to - side.from) < SameEnd * mUnit; });
+    }
+
+    /// The border of what a bit doesn't get to, in no order, with that to its left.
+    std::vector<PlanSide> Left() {
+        if (mRadius <= 0 || StandsOut()) return {};
+        FindRuns();
+        std::vector<bool> forgivenBehind(mWalls.size(), false);
+        for (const Run& run : mRuns)
+            if (run.free) RoundTheEnd(run, forgivenBehind);
+        for (const Run& run : mRuns) {
+            if (run.free || run.atVertex) continue;
+            const bool begins = !run.cutAtFrom && forgivenBehind[Before(run.wall)];
+            const bool ends = !run.cutAtTo && forgivenBehind[run.wall];
+            if (!begins && !ends)
+                mLeft.push_back(Between(mWalls[run.wall], run.touchFrom, run.touchTo, SamePlace * mUnit));
+        }
+        return std::move(mLeft);
+    }
+
+  private:
+    /// The bit's middle goes along a wall, or around a corner of the line that stands out; or it can't.
+    struct Run {
+        std::size_t wall = 0;
+        bool atVertex = false;  ///< Around the end of that wall.
+        bool free = false;
+        PlanPoint from, to;
+        PlanPoint touchFrom, touchTo;
+        /// Not where the wall begins or ends.
+        bool cutAtFrom = false, cutAtTo = false;
+    };
+
+    std::size_t Behind(std::size_t wall) const { return (wall + 1) % mWalls.size(); }
+    std::size_t Before(std::size_t wall) const { return (wall + mWalls.size() - 1) % mWalls.size(); }
+
+    /// Positive to the left.
+    double TurnBehind(std::size_t wall) const {
+        return AngleBetween(WayAt(mWalls[wall], true), WayAt(mWalls[Behind(wall)], false));
+    }
+
+    /// Nothing draws in: a bit reaches everything.
+    bool StandsOut() const {
+        for (std::size_t i = 0; i < mWalls.size(); ++i)
+            if (mWalls[i].bulge > 0 || TurnBehind(i) > NoCorner) return false;
+        return true;
+    }
+
+    bool MovesAlong(const PlanSide& wall) const {
+        return wall.bulge <= 0 || !IsRound(wall) || RoundOf(wall).radius > mRadius;
+    }
+
+    bool LetsIn(const PlanPoint& middle) const {
+        const double reach = mRadius - TooClose * mUnit;
+        return std::ranges::all_of(mWalls,
+                                   [&](const PlanSide& wall) { return Distance(wall, middle) >= reach; });
+    }
+
+    void FindRuns() {
+        std::vector<PlanSide> ways;
+        std::vector<Run> ofWay;
+        for (std::size_t i = 0; i < mWalls.size(); ++i) {
+            const PlanSide &wall = mWalls[i], &next = mWalls[Behind(i)];
+            if (MovesAlong(wall)) {
+                ways.push_back(MovedLeft(wall, mRadius));
+                ofWay.push_back({i, false, false, {}, {}, {}, {}});
+            } else {
+                mRuns.push_back({i, false, false, {}, {}, wall.from, wall.to});
+            }
+            const double turn = TurnBehind(i);
+            if (turn > -NoTurn) continue;
+            const auto beside = [&](const PlanPoint& way) {
+                return wall.to + PlanPoint{-way.y, way.x} * mRadius;
+            };
+            ways.push_back({beside(WayAt(wall, true)), beside(WayAt(next, false)), std::tan(turn / 4)});
+            ofWay.push_back({i, true, false, {}, {}, {}, {}});
+        }
+        std::vector<std::vector<PlanSide>> stretches(ways.size());
+        for (const NumberedStretch& stretch : NumberedStretches(ways, SameEnd * mUnit))
+            stretches[stretch.of].push_back(stretch.side);
+        for (std::size_t i = 0; i < ways.size(); ++i) AddRuns(ofWay[i], stretches[i]);
+    }
+
+    void AddRuns(const Run& kind, const std::vector<PlanSide>& stretches) {
+        const std::size_t first = mRuns.size();
+        for (const PlanSide& stretch : stretches) {
+            const bool free = LetsIn(AtShare(stretch, 0.5));
+            if (mRuns.size() == first || mRuns.back().free != free) {
+                mRuns.push_back(kind);
+                mRuns.back().free = free;
+                mRuns.back().from = stretch.from;
+                mRuns.back().cutAtFrom = mRuns.size() > first + 1;
+                if (mRuns.back().cutAtFrom) mRuns[mRuns.size() - 2].cutAtTo = true;
+            }
+            mRuns.back().to = stretch.to;
+        }
+        for (std::size_t i = first; i < mRuns.size(); ++i) {
+            Run& run = mRuns[i];
+            const PlanSide& wall = mWalls[run.wall];
+            run.touchFrom = run.atVertex ? wall.to : run.cutAtFrom ? NearestOn(wall, run.from) : wall.from;
+            run.touchTo = run.atVertex || !run.cutAtTo ? wall.to : NearestOn(wall, run.to);
+        }
+    }
+
+    /// Where the bit turns from one wall to another, it leaves what lies beyond, round.
+    void RoundTheEnd(const Run& run, std::vector<bool>& forgivenBehind) {
+        const Run* next = nullptr;
+        for (const Run& other : mRuns) {
+            if (!other.free || Length(other.from - run.to) > SamePlace * mUnit) continue;
+            if (next == nullptr || Length(other.from - run.to) < Length(next->from - run.to)) next = &other;
+        }
+        if (next == nullptr)
+            throw Failure(failure_number::invalidCall, "Brenvik", "The way of a bit does not close");
+        if (Length(next->touchFrom - run.touchTo) < SamePlace * mUnit) return;
+        if (IsSharpCorner(run, *next)) {
+            forgivenBehind[run.wall] = true;
+            return;
+        }
+        const double turn = TurnTo(run.touchTo - run.to, next->touchFrom - run.to);
+        mLeft.push_back({next->touchFrom, run.touchTo, -std::tan(turn / 4)});
+    }
+
+    /// Between two walls that meet there, with nothing else in the way.
+    bool IsSharpCorner(const Run& run, const Run& next) const {
+        if (run.atVertex || next.atVertex || next.wall != Behind(run.wall)) return false;
+        if (!IsLastOf(run) || !IsFirstOf(next)) return false;
+        const double turn = TurnBehind(run.wall);
+        return turn > 0 && turn < std::numbers::pi - SharpestCorner;
+    }
+    bool IsLastOf(const Run& run) const {
+        return std::ranges::none_of(mRuns, [&](const Run& other) {
+            return &other > &run && other.free && !other.atVertex && other.wall == run.wall;
+        });
+    }
+    bool IsFirstOf(const Run& run) const {
+        return std::ranges::none_of(mRuns, [&](const Run& other) {
+            return &other < &run && other.free && !other.atVertex && other.wall == run.wall;
+        });
+    }
+
+    std::vector<PlanSide> mWalls;
+    double mUnit, mRadius;
+    std::vector<Run> mRuns;
+    std::vector<PlanSide> mLeft;
+};
+
+std::vector<PlanSpot> SpotsOf(const std::vector<PlanSide>& left, double noRest) {
+    return CompareInPlan({}, std::vector{PlanShape{PlanShape::Role::Stock, left, -1}}, noRest);
+}
+
+std::vector<PlanSide> LeftBy(std::span<const PlanSide> line, BitPath path, double diameter, double unit) {
+    std::vector<PlanSide> sides = InsideLeft(line);
+    return Walls(path == BitPath::Around ? Reversed(sides) : sides, diameter, unit).Left();
+}
+
+}  // namespace
+
+std::vector<PlanSide> NotReached(std::span<const PlanSide> line, BitPath path, double diameter, double unit) {
+    std::vector<PlanSide> left = LeftBy(line, path, diameter, unit);
+    if (!left.empty() && SpotsOf(left, NoRest * unit).empty()) return {};
+    return left;
+}
+
+double WidestForPlace(std::span<const PlanSide> line, BitPath path, const PlanBox& place, double diameter,
+                      double unit) {
+    if (line.size() > MostSides) return 0;
+    const auto leaves = [&](double bit) {
+        const std::vector<PlanSide> left = LeftBy(line, path, bit, unit);
+        if (left.empty()) return false;
+        return std::ranges::any_of(SpotsOf(left, NoRestAtAll * unit), [&](const PlanSpot& rest) {
+            return rest.box.minX < place.maxX && rest.box.maxX > place.minX && rest.box.minY < place.maxY &&
+                   rest.box.maxY > place.minY;
+        });
+    };
+    double fits = diameter * NarrowestShare, leavesSome = diameter;
+    if (leaves(fits)) return 0;
+    for (int step = 0; step < Bisections; ++step) {
+        const double middle = (fits + leavesSome) / 2;
+        (leaves(middle) ? leavesSome : fits) = middle;
+    }
+    return fits - 2 * Give * unit;
+}
+
+}  // namespace brenvik
