@@ -98,21 +98,27 @@ ExitStatus Prove(const std::string& home, const ProveOptions& options) {
 
 Command ProveCommand() {
     auto options = std::make_shared<ProveOptions>();
-    return {"prove",
-            "Hold the files of an earlier CNC run against the drawing's solids, and tell what differs",
-            {options->drawing.DrawingWord(),
-             Argument("FOLDER", &options->folder, "Where the files lie, those of second sides in 2-sided")
-                 .Required(),
-             Argument("--target", &options->target,
-                      "The CAM package that they are for, where their names don't tell: " + TargetNames())
-                 .Checked(CheckTarget)
-                 .Named("T"),
-             Argument("--from-grid", &options->fromGrid,
-                      "The run took its parts by way of the grid: equal parts share a file"),
-             options->drawing.Select(), options->drawing.Letters(), options->unit.Option(),
-             options->drawing.Material(), options->drawing.Quiet()},
-            [options](const std::string& home) { return Prove(home, *options); },
-            {}};
+    return {
+        "prove",
+        "Hold the files of an earlier CNC run against the drawing's solids, and tell what differs",
+        {options->drawing.DrawingWord(),
+         Argument(
+             "FOLDER", &options->folder,
+             "Where the files lie, those of second sides in 2-sided. Looked at are what they cut, outlines, "
+             "sheets, tools, directions, colours and the work lists; not which of the material's bits a "
+             "run would choose, the cut into the spoil board, the order of operations and their "
+             "counters")
+             .Required(),
+         Argument("--target", &options->target,
+                  "The CAM package that they are for, where their names don't tell: " + TargetNames())
+             .Checked(CheckTarget)
+             .Named("T"),
+         Argument("--from-grid", &options->fromGrid,
+                  "The run took its parts by way of the grid: equal parts share a file"),
+         options->drawing.Select(), options->drawing.Letters(), options->unit.Option(),
+         options->drawing.Material(), options->drawing.Quiet()},
+        [options](const std::string& home) { return Prove(home, *options); },
+        {}};
 }
 
 }  // namespace brenvik::app

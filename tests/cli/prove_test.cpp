@@ -107,6 +107,91 @@ TEST_F(Prove, ByWayOfTheGridEqualPartsShareAFile) {
     EXPECT_EQ(outcome.status, 0);
 }
 
+std::string WithoutReturns(const std::string& text) { return ReplaceAll(text, "\r\n", "\n"); }
+
+/// The file without the first entity on a layer that begins so.
+std::string Without(const std::string& text, const std::string& layer) {
+    std::string kept = text;
+    const std::size_t at = kept.find("\n" + layer, kept.find("\nENTITIES\n"));
+    if (at == std::string::npos) return "no such layer";
+    const std::size_t first = kept.rfind("\n  0\n", at);
+    std::size_t next = kept.find("\n  0\n", at);
+    // The corners of a path in space are entities of their own.
+    while (kept.compare(next, 12, "\n  0\nVERTEX\n") == 0 || kept.compare(next, 12, "\n  0\nSEQEND\n") == 0)
+        next = kept.find("\n  0\n", next + 1);
+    return kept.erase(first, next - first);
+}
+
+TEST_F(Prove, AMissingOutlineOfARectangularPartIsTold) {
+    WriteBoardsTo(folder / "job.dxf", {{"Side"}, "White Melamine", false});
+    ASSERT_EQ(Run({"cnc", "job.dxf", "--target", "C2C", "--out", "cut", "--quiet"}).status, 0);
+    const std::string file = "cut/Part_0_Side_7.dxf", text = WithoutReturns(Read(file));
+    Write(file, Without(text, "OT_"));
+    ExpectTold(ProveJob(), "the outline is missing in the file",
+               "0 of 1 parts come out of cut as they are drawn\n");
+    Write(file, Without(text, "PL_"));
+    ExpectTold(ProveJob(), "the sheet is missing in the file",
+               "0 of 1 parts come out of cut as they are drawn\n");
+    Write(file, Without(Without(text, "PL_"), "OT_"));
+    ExpectTold(ProveJob(), "the outline is missing in the file",
+               "0 of 1 parts come out of cut as they are drawn\n");
+}
+
+TEST_F(Prove, AnOperationWithoutThicknessIsTold) {
+    MakeFiles();
+    const std::string file = "cut/2-sided/BPart_0_Side_7.dxf";
+    std::string text = WithoutReturns(Read(file));
+    const std::size_t layer = text.find("\nVD_Z", text.find("\nENTITIES\n"));
+    ASSERT_NE(layer, std::string::npos);
+    const std::size_t thickness = text.find("\n 39\n", layer);
+    ASSERT_LT(thickness, text.find("\n  0\n", layer));
+    const std::size_t value = thickness + 5, end = text.find_first_of("\r\n", value);
+    text.replace(value, end - value, "0.0");
+    Write(file, text);
+    ExpectTold(ProveJob(), "where the entity is 0 deep", oneRight);
+}
+
+TEST_F(Prove, AnOutlineThatTheOtherSideMakesGoodIsTold) {
+    MakeFiles();
+    const std::string file = "cut/Part_0_Side_7.dxf";
+    std::string text = WithoutReturns(Read(file));
+    const std::size_t outline = text.find("OT_Z", text.find("\nENTITIES\n"));
+    const std::size_t corner = text.find("\n 10\n0.0\n", outline);
+    ASSERT_NE(corner, std::string::npos);
+    Write(file, text.replace(corner, 9, "\n 10\n-2.0\n"));
+    ExpectTold(ProveJob(), "the outlines of the two sides differ", oneRight);
+}
+
+TEST_F(Prove, ToolsThatTheMaterialHasNotAreTold) {
+    MakeFiles();
+    const std::string file = "cut/Part_0_Side_7.dxf";
+    const std::string text = WithoutReturns(Read(file));
+    const std::size_t outline = text.find("OT_Z", text.find("\nENTITIES\n"));
+    ASSERT_NE(outline, std::string::npos);
+    const std::string layer = text.substr(outline, text.find_first_of("\r\n", outline) - outline);
+    for (const std::string field : {"_T", "_S", "_F"}) {
+        std::string other = layer;
+        other.insert(other.find(field) + 2, "9");
+        Write(file, ReplaceAll(text, layer, other));
+        ExpectTold(ProveJob(), other + " names a tool that the material", oneRight);
+    }
+}
+
+TEST_F(Prove, TheWorkListIsLookedAt) {
+    MakeFiles();
+    const std::string list = Read("cut/WORKLIST.TXT");
+    Write("cut/WORKLIST.TXT", ReplaceAll(list, ",1,Side", ",3,Side"));
+    ExpectTold(ProveJob(), "The work list WORKLIST.TXT has the line \"", bothRight);
+    Write("cut/WORKLIST.TXT", ReplaceAll(ReplaceAll(list, "MELAMINE", "OAK"), "Melamine", "Oak"));
+    ExpectTold(ProveJob(), "The work list WORKLIST.TXT has the line \"", bothRight);
+    Write("cut/WORKLIST.TXT", list.substr(0, list.find('\n') + 1));
+    ExpectTold(ProveJob(), "has no line for Part_1_Shelf_7.dxf", bothRight);
+    Write("cut/WORKLIST.TXT", list + list.substr(0, list.find('\n') + 1));
+    ExpectTold(ProveJob(), "has a line of no part that was looked at", bothRight);
+    std::filesystem::remove(folder / "cut/WORKLIST.TXT");
+    ExpectTold(ProveJob(), "The work list WORKLIST.TXT is missing", bothRight);
+}
+
 TEST_F(Prove, AFolderThatIsNotThereIsUnreadable) {
     WriteBoardsTo(folder / "job.dxf", {{"Side"}, "White Melamine", false});
     const Outcome outcome = ProveJob();

@@ -207,12 +207,11 @@ void NoteShifts(RunState& run, const Fields& fields, std::string_view separator)
             run.shiftingTexts.push_back(field);
 }
 
+std::string_view SeparatorOf(Target target) { return target == Target::BW ? "\t" : ","; }
+
 /// A part's names may come from another program with line breaks in them; a line of a list has none.
-std::string LineOf(RunState& run) {
-    const std::string_view separator = run.target == Target::BW ? "\t" : ",";
-    const Fields fields = FieldsOf(run);
-    NoteShifts(run, fields, separator);
-    std::string line = Join(fields, separator);
+std::string LineOf(const Fields& fields, Target target) {
+    std::string line = Join(fields, SeparatorOf(target));
     std::ranges::replace_if(
         line, [](char letter) { return letter == '\r' || letter == '\n'; }, ' ');
     return line;
@@ -228,6 +227,14 @@ std::string HeaderOfBW(std::string_view lineEnd) {
 
 }  // namespace
 
+std::string_view WorkListName(Target target) { return ListFilesOf(target).written; }
+
+std::string WorkListLine(const RunState& run) { return LineOf(FieldsOf(run), run.target); }
+
+std::size_t WorkListHeaderLines(Target target) {
+    return target == Target::BW ? static_cast<std::size_t>(std::ranges::count(HeaderOfBW("\n"), '\n')) : 0;
+}
+
 void AddListLine(RunState& run) {
     FilesPort& files = *ThePlatform().files;
     const std::string_view lineEnd = files.LineEnd();
@@ -238,7 +245,9 @@ void AddListLine(RunState& run) {
         if (!written) content = HeaderOfBW(lineEnd);
         written = true;
     }
-    files.WriteFile(path, content + LineOf(run) + std::string(lineEnd));
+    const Fields fields = FieldsOf(run);
+    NoteShifts(run, fields, SeparatorOf(run.target));
+    files.WriteFile(path, content + LineOf(fields, run.target) + std::string(lineEnd));
 }
 
 void ClearWorkLists(Target target) {

@@ -1,6 +1,8 @@
 // The work lists that go with the files of a run.
 #pragma once
 
+#include <cstddef>
+#include <string>
 #include <string_view>
 
 #include "cnc/part/target.h"
@@ -11,6 +13,12 @@ struct RunState;
 
 /// What stands behind a list's name until the run has ended.
 inline constexpr std::string_view UnfinishedListEnding = ".unfinished";
+/// The list that a target writes, in the folder of each side.
+std::string_view WorkListName(Target target);
+/// The part's line for this pass, of `run.writtenFile`.
+std::string WorkListLine(const RunState& run);
+/// How many lines stand ahead of the first part's.
+std::size_t WorkListHeaderLines(Target target);
 /// Adds the part's line to the target's list for this pass, which is unfinished still.
 void AddListLine(RunState& run);
 /// Gives the lists of a run that has ended their names, in both folders.

@@ -245,6 +245,8 @@ class Sweep {
     }
 
     static void Grow(PlanSpot& spot, const Field& field) {
+        if (spot.operation < 0) spot.operation = field.cause.operation;
+        spot.notReached = spot.notReached || field.cause.notReached;
         const PlanBox box = field.Box();
         spot.box = {std::min(spot.box.minX, box.minX), std::min(spot.box.minY, box.minY),
                     std::max(spot.box.maxX, box.maxX), std::max(spot.box.maxY, box.maxY)};

@@ -239,13 +239,13 @@ class Prover {
         for (std::size_t i = 0; i < mSpots.size(); ++i) Grow(joined[Root(i)], mSpots[i]);
         for (std::size_t i = 0; i < joined.size(); ++i) {
             if (!joined[i] || !Counts(*joined[i])) continue;
-            if (joined[i]->notReached) FindBit(*joined[i], mSpots[i].plan.operation);
+            if (joined[i]->notReached) FindBit(*joined[i]);
             mProof.spots.push_back(std::move(*joined[i]));
         }
     }
 
-    void FindBit(ProofSpot& spot, int number) const {
-        const WrittenOperation& operation = mOperations[static_cast<std::size_t>(number)];
+    void FindBit(ProofSpot& spot) const {
+        const WrittenOperation& operation = mOperations[static_cast<std::size_t>(spot.operation)];
         const Box3& box = spot.box;
         spot.wouldReach = WidestForPlace(operation.sides, PathOf(operation),
                                          {box.min.x, box.min.y, box.max.x, box.max.y}, operation.bit, mUnit);
@@ -254,14 +254,14 @@ class Prover {
     void Grow(std::optional<ProofSpot>& whole, const SlabSpot& spot) const {
         const PlanBox& plan = spot.plan.box;
         const Box3 box{{plan.minX, plan.minY, spot.slab.low}, {plan.maxX, plan.maxY, spot.slab.high}};
-        if (!whole) {
-            whole = ProofSpot{spot.plan.difference, box, 0, 0, {}, false, 0, spot.plan.notReached, 0};
-            if (spot.plan.operation >= 0) {
-                const WrittenOperation& cause = mOperations[static_cast<std::size_t>(spot.plan.operation)];
-                whole->layer = cause.layer;
-                whole->secondSide = cause.secondSide;
-                whole->bit = cause.bit;
-            }
+        if (!whole) whole = ProofSpot{spot.plan.difference, box, 0, 0, {}, false, 0, -1, false, 0};
+        if (whole->layer.empty() && spot.plan.operation >= 0) {
+            const WrittenOperation& cause = mOperations[static_cast<std::size_t>(spot.plan.operation)];
+            whole->layer = cause.layer;
+            whole->secondSide = cause.secondSide;
+            whole->bit = cause.bit;
+            whole->operation = spot.plan.operation;
+            whole->notReached = spot.plan.notReached;
         }
         whole->box.min = {std::min(whole->box.min.x, box.min.x), std::min(whole->box.min.y, box.min.y),
                           std::min(whole->box.min.z, box.min.z)};
@@ -368,6 +368,18 @@ class Prover {
 PartProof ProvePart(const SolidSections& part, std::span<const WrittenOperation> operations,
                     std::span<const std::vector<PlanSide>> stock, double unit) {
     return Prover(part, operations, stock, unit).Prove();
+}
+
+bool OutlinesDiffer(std::span<const WrittenOperation> operations, double unit) {
+    std::array<std::vector<PlanSide>, 2> outlines;
+    for (const WrittenOperation& operation : operations) {
+        if (operation.kind != OperationKind::Outline) continue;
+        std::vector<PlanSide>& around = outlines[operation.secondSide ? 1 : 0];
+        around.insert(around.end(), operation.sides.begin(), operation.sides.end());
+    }
+    if (outlines[0].empty() || outlines[1].empty()) return false;
+    const std::array<PlanShape, 1> second{PlanShape{PlanShape::Role::Stock, outlines[1], -1}};
+    return !CompareInPlan(outlines[0], second, NoWidth * unit).empty();
 }
 
 }  // namespace brenvik

@@ -18,7 +18,8 @@ struct ProofSpot {
     /// What has taken the wood, or goes around what stays; blank for the outline, and where nothing does.
     std::string layer;
     bool secondSide = false;
-    double bit = 0;  ///< Of that path.
+    double bit = 0;      ///< Of that path.
+    int operation = -1;  ///< Its place among the operations.
     /// That bit doesn't get in, and the widest that does; 0 where none does.
     bool notReached = false;
     double wouldReach = 0;
@@ -34,5 +35,9 @@ struct PartProof {
 /// one millimetre in units of the run. Throws Failure where the solid can't be cut.
 PartProof ProvePart(const SolidSections& part, std::span<const WrittenOperation> operations,
                     std::span<const std::vector<PlanSide>> stock, double unit);
+
+/// Whether the outlines of the two sides, where both have one, aren't the same. What the one leaves too much
+/// the other cuts off, so the part comes out right all the same.
+bool OutlinesDiffer(std::span<const WrittenOperation> operations, double unit);
 
 }  // namespace brenvik

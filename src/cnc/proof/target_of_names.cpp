@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "cnc/proof/operation_names.h"
 
@@ -17,11 +18,13 @@ constexpr std::array InOrder{Target::C2C, Target::RCIM,  Target::ATP,  Target::E
 
 }  // namespace
 
-Target TargetOfNames(std::span<const std::string> layers, bool metric, std::span<const std::string> tools) {
+Target TargetOfNames(std::span<const std::string> layers, bool metric, std::span<const std::string> tools,
+                     const std::function<bool(Target)>& hasList) {
     return *std::ranges::max_element(InOrder, {}, [&](Target target) {
-        return std::ranges::count_if(layers, [&](const std::string& layer) {
+        const auto known = std::ranges::count_if(layers, [&](const std::string& layer) {
             return ReadOperationName({target, metric, tools, {}}, layer).has_value();
         });
+        return std::pair(known, hasList(target));
     });
 }
 

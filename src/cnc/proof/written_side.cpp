@@ -9,6 +9,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "cnc/plan/plan_sides.h"
+#include "cnc/targets/vertical_drilling_names.h"
 
 namespace brenvik {
 
@@ -110,7 +111,8 @@ class SideReader {
             mContext.target == Target::THERM && mContext.secondSide && name.kind == OperationKind::Hole;
         if (!name.depth || ofCircle)
             return name.through ? std::max(thickness, mContext.thickness) : thickness;
-        if (thickness == 0) return *name.depth;
+        const bool inNameAlone = name.kind == OperationKind::Hole && !HolesKeepThickness(mContext.target);
+        if (thickness == 0 && inNameAlone) return *name.depth;
         if (!Apart(*name.depth, thickness, name.rounding)) return thickness;
         Fault("a name that tells of a depth of " + Number(*name.depth) + " where the entity is " +
               Number(thickness) + " deep");

@@ -2,6 +2,7 @@
 #include "cnc/run/prove_files.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -11,11 +12,14 @@
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/laying/alignment.h"
 #include "cnc/output/closing.h"
+#include "cnc/output/work_lists.h"
 #include "cnc/part/part_file_name.h"
+#include "cnc/proof/file_checks.h"
 #include "cnc/proof/run_proof.h"
 #include "cnc/proof/target_of_names.h"
 #include "cnc/run/part_files.h"
 #include "cnc/run/part_loop.h"
+#include "cnc/run/prove_lists.h"
 #include "cnc/run/run_set_up.h"
 #include "parts/mautocad.h"
 #include "session/ports/files_port.h"
@@ -53,11 +57,13 @@ class OpenFile {
 
 class FolderProof {
   public:
-    FolderProof(AcadApplication& app, FilesOfRun files) : mFiles(std::move(files)) {
+    FolderProof(AcadApplication& app, FilesOfRun files)
+        : mFiles(std::move(files)),
+          mSecondFolder(mFiles.folder + "2-sided\\"),
+          mLists(mFiles.form, mFiles.folder, mSecondFolder) {
         mRun.app = &app;
         mRun.form = mFiles.form;
         mRun.sessionDrawing = app.ActiveDocument();
-        mSecondFolder = mFiles.folder + "2-sided\\";
         FilesPort& port = *ThePlatform().files;
         mFirst = port.ListFiles(mFiles.folder, FirstSides);
         if (port.FolderExists(mSecondFolder)) mSecond = port.ListFiles(mSecondFolder, SecondSides);
@@ -82,6 +88,7 @@ class FolderProof {
         mProved.report.complete = WorkOnParts(mRun, steps, parts, mProved.report);
         TellTheRest(mFirst);
         TellTheRest(mSecond);
+        std::ranges::move(mLists.Differences(), std::back_inserter(mProved.report.passedOver));
         return std::move(mProved);
     }
 
@@ -92,7 +99,9 @@ class FolderProof {
         MeasurePart(run);
         run.MaterialName = FoldUpper(mAutoCAD::PartDataOf(LastSolid(*run.part), "Material"));
         run.Material = {};
-        LookupMaterial(MaterialKey(run.ExtentZ, run.MaterialName, run.ExportScaleSetting), run.Material);
+        run.PartThickness = run.ExtentZ;
+        run.MaterialKeyText = MaterialKey(run.ExtentZ, run.MaterialName, run.ExportScaleSetting);
+        LookupMaterial(run.MaterialKeyText, run.Material);
         HoldPartForProof(run);
         return PassOutcome::GoOn;
     }
@@ -135,42 +144,67 @@ class FolderProof {
         }
         const std::string unproved = held->unproved;
         std::vector<std::string> fewest;
+        std::string best;
         for (const std::string& file : candidates) {
             *held = {std::move(held->part), {}, {}, {}, unproved, held->width, held->thickness, false};
             run.proof = held;
-            Compare(run, file);
-            std::vector<std::string> found = std::exchange(run.differences, {});
-            if (file == candidates.front() || found.size() < fewest.size()) fewest = std::move(found);
             mUsed.push_back(file);
             mUsed.push_back("B" + file);
+            Compare(run, file);
+            std::vector<std::string> found = std::exchange(run.differences, {});
+            if (file != candidates.front() && found.size() >= fewest.size()) continue;
+            fewest = std::move(found);
+            best = file;
         }
+        ExpectInLists(run, best);
         if (fewest.empty()) ++mProved.parts;
         run.differences = std::move(fewest);
     }
 
+    bool HasSecondSide(const std::string& file) const {
+        return std::ranges::any_of(
+            mSecond, [&](const std::string& name) { return EqualsIgnoreCase(name, "B" + file); });
+    }
+
+    /// By way of the grid parts share a file, and a list has it once.
+    void ExpectInLists(const RunState& run, const std::string& file) {
+        if (std::ranges::find(mListed, file) != mListed.end()) return;
+        mListed.push_back(file);
+        mLists.Expect(run, file, false);
+        if (HasSecondSide(file)) mLists.Expect(run, "B" + file, true);
+    }
+
     void Compare(RunState& run, const std::string& file) {
         const std::string second = "B" + file;
-        const bool hasSecond = std::ranges::any_of(
-            mSecond, [&](const std::string& name) { return EqualsIgnoreCase(name, second); });
+        const bool hasSecond = HasSecondSide(file);
         const std::optional<Failure> failure = Attempt([&] {
             const OpenFile first(*mRun.app, mFiles.folder + file);
             std::optional<OpenFile> other;
             if (hasSecond) other.emplace(*mRun.app, mSecondFolder + second);
             run.target = mFiles.target ? *mFiles.target : TargetOf(run, first, other);
-            GatherWrittenSide(run, first.Document(), false);
-            if (other) GatherWrittenSide(run, other->Document(), true);
+            Gather(run, first.Document(), false);
+            if (other) Gather(run, other->Document(), true);
+            // Leads of tongues lie outside the outline, on each side in their own way.
+            if (!SwitchIsOn(setting::ToungeProcessing) && OutlinesDiffer(run.proof->operations, UnitOf(run)))
+                run.proof->faults.push_back("the outlines of the two sides differ");
         });
         if (failure) NoteUnproved(run, failure->detail());
         ProveGathered(run);
     }
 
-    static Target TargetOf(const RunState& run, const OpenFile& first,
-                           const std::optional<OpenFile>& second) {
+    static void Gather(RunState& run, AcadDocument& file, bool secondSide) {
+        GatherWrittenSide(run, file, secondSide);
+        std::ranges::move(FaultsOfFile(run, file, secondSide), std::back_inserter(run.proof->faults));
+    }
+
+    Target TargetOf(const RunState& run, const OpenFile& first, const std::optional<OpenFile>& second) const {
         std::vector<std::string> layers;
         const auto take = [&layers](AcadEntity& entity) { layers.push_back(entity.Layer()); };
         first.Document().ModelSpace().ForEach(take);
         if (second) second->Document().ModelSpace().ForEach(take);
-        return TargetOfNames(layers, run.Metric(), ToolNumbersOf(run));
+        return TargetOfNames(layers, run.Metric(), ToolNumbersOf(run), [this](Target target) {
+            return ThePlatform().files->FileExists(mFiles.folder + std::string(WorkListName(target)));
+        });
     }
 
     std::string Label(const RunState& run) const {
@@ -189,10 +223,11 @@ class FolderProof {
 
     FilesOfRun mFiles;
     std::string mSecondFolder;
+    WorkListProof mLists;
     RunState mRun;
     ProvedFiles mProved;
     std::vector<PartFile> mParts;
-    std::vector<std::string> mFirst, mSecond, mUsed;
+    std::vector<std::string> mFirst, mSecond, mUsed, mListed;
 };
 
 }  // namespace

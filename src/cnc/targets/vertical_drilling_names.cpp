@@ -176,6 +176,8 @@ std::string HoleLayerName(const RunState& run, const HoleCut& cut) {
     return WayOf(RulesOf(run.target), cut.start).name(run, cut);
 }
 
+bool HolesKeepThickness(Target target) { return RulesOf(target).keepsThickness; }
+
 double HoleThickness(const RunState& run, const HoleCut& cut) {
     return RulesOf(run.target).keepsThickness ? -cut.drilled : 0;
 }

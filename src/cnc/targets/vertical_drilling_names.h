@@ -39,5 +39,7 @@ std::string HoleLayerName(const RunState& run, const HoleCut& cut);
 /// The thickness left on the circle: the drilled depth downwards, or 0 for the targets whose depth travels
 /// in the name alone.
 double HoleThickness(const RunState& run, const HoleCut& cut);
+/// Whether the target's circles have a thickness at all.
+bool HolesKeepThickness(Target target);
 
 }  // namespace brenvik

@@ -1,0 +1,167 @@
+// Each entity against the tables that name operations, the material's bits and the part's frame.
+#include "cnc/proof/file_checks.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <optional>
+
+#include "base/letter_case.h"
+#include "base/number_text.h"
+#include "base/text.h"
+#include "cnc/drawing/work_layers.h"
+#include "cnc/part/run_state.h"
+#include "cnc/plan/plan_piece.h"
+#include "cnc/plan/plan_sides.h"
+#include "cnc/proof/operation_names.h"
+#include "cnc/proof/run_proof.h"
+#include "cnc/targets/target_table.h"
+#include "session/ports/host_interface.h"
+#include "settings/settings_store.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr int CutOutColor = 1, HoleColor = 4, SheetColor = 7, BoreColor = 8, RectangleColor = 15;
+/// In millimetres: corners in files have six decimals, in inches too.
+constexpr double SamePlace = 1e-3;
+/// Diameters in names are as the library has them; THERM's are rounded.
+constexpr double SameDiameter = 1e-3;
+
+class FileCheck {
+  public:
+    FileCheck(const RunState& run, bool secondSide)
+        : mRun(run), mSecondSide(secondSide), mTools(ToolNumbersOf(run)) {}
+
+    void Look(const AcadEntity& entity) {
+        mLayer = entity.Layer();
+        if (const auto* sheet = dynamic_cast<const Acad3DPolyline*>(&entity)) return LookAtSheet(*sheet);
+        const auto* path = dynamic_cast<const AcadLWPolyline*>(&entity);
+        const auto* circle = dynamic_cast<const AcadCircle*>(&entity);
+        if (path == nullptr && circle == nullptr) return;
+        const double depth = std::abs(path != nullptr ? path->Thickness() : circle->Thickness());
+        const auto name = ReadOperationName({mRun.target, mRun.Metric(), mTools, depth}, mLayer);
+        if (!name) return;
+        LookAtColor(entity, *name, path != nullptr, depth);
+        if (name->kind == OperationKind::Hole || name->kind == OperationKind::Bore ||
+            name->kind == OperationKind::Sheet)
+            return;
+        LookAtTool(*name);
+        if (path != nullptr) LookAtDirection(*path, *name, depth);
+    }
+
+    std::vector<std::string> Faults() {
+        if (mOutlines == 0 && !OutlineIsLeftOut()) Fault("the outline is missing");
+        if (!SheetLayerName(mRun, mRun.ExtentZ).empty() && mSheets != 1)
+            Fault(mSheets == 0 ? "the sheet is missing" : "there is more than one sheet");
+        return std::move(mFaults);
+    }
+
+  private:
+    void Fault(const std::string& what) {
+        const std::string text = what + (mSecondSide ? " in the file of the second side" : " in the file");
+        if (std::ranges::find(mFaults, text) == mFaults.end()) mFaults.push_back(text);
+    }
+
+    bool OutlineIsLeftOut() const {
+        return SwitchIsOn(mSecondSide ? setting::DeleteOT : setting::BiesseWorksNest);
+    }
+
+    // The sheet lies around the part, below it.
+
+    void LookAtSheet(const Acad3DPolyline& sheet) {
+        ++mSheets;
+        if (mLayer != SheetLayerName(mRun, mRun.ExtentZ)) Fault("the sheet is on layer " + mLayer);
+        if (sheet.Color() != SheetColor) Fault("the sheet has another colour than 7");
+        if (!Near(sheet.Thickness(), mRun.ExtentZ)) Fault("the sheet is not as thick as the part");
+        const std::vector<double> at = sheet.Coordinates();
+        const std::array<double, 12> wanted{0,
+                                            0,
+                                            -mRun.ExtentZ,
+                                            mRun.ExtentX,
+                                            0,
+                                            -mRun.ExtentZ,
+                                            mRun.ExtentX,
+                                            mRun.ExtentY,
+                                            -mRun.ExtentZ,
+                                            0,
+                                            mRun.ExtentY,
+                                            -mRun.ExtentZ};
+        const bool same = sheet.Closed() && at.size() == wanted.size() &&
+                          std::ranges::equal(at, wanted, [this](double a, double b) { return Near(a, b); });
+        if (!same) Fault("the sheet does not lie around the part");
+    }
+
+    bool Near(double a, double b) const { return std::abs(a - b) < SamePlace * UnitOf(mRun); }
+
+    // Colours and directions.
+
+    bool GoesThrough(double depth) const { return depth > mRun.ExtentZ - SamePlace * UnitOf(mRun); }
+
+    void LookAtColor(const AcadEntity& entity, const OperationName& name, bool path, double depth) {
+        const int color = entity.Color();
+        const bool outline = name.kind == OperationKind::Outline ||
+                             (name.kind == OperationKind::Path && color == layers::OutlineColor);
+        int wanted = color;
+        if (outline)
+            wanted = layers::OutlineColor;
+        else if (name.kind == OperationKind::Hole)
+            wanted = HoleColor;
+        else if (name.kind == OperationKind::Bore)
+            wanted = path ? RectangleColor : BoreColor;
+        else if (path && GoesThrough(depth))
+            wanted = CutOutColor;
+        if (outline) ++mOutlines;
+        if (color != wanted)
+            Fault(mLayer + " has the colour " + std::to_string(color) + " and not " + std::to_string(wanted));
+    }
+
+    void LookAtDirection(const AcadLWPolyline& path, const OperationName& name, double depth) {
+        const bool outline = name.kind == OperationKind::Outline || path.Color() == layers::OutlineColor;
+        const bool clockwise = outline              ? false
+                               : GoesThrough(depth) ? true
+                                                    : FoldLower(mRun.Material.direction) == "c";
+        if ((SignedArea(SidesOf(path)) < 0) != clockwise)
+            Fault(mLayer + " does not run " + (clockwise ? "clockwise" : "counter-clockwise"));
+    }
+
+    // Tools.
+
+    static bool SameText(const std::string& a, const std::string& b) { return Trim(a) == Trim(b); }
+
+    bool Agrees(const MaterialTool& tool, const OperationName& name) const {
+        if (!name.tool.empty() && !SameText(tool.number, name.tool)) return false;
+        if (name.diameter && std::abs(*name.diameter - tool.diameter) > SameDiameter * UnitOf(mRun))
+            return false;
+        return (name.speed.empty() || SameText(tool.spindleSpeed, name.speed)) &&
+               (name.feed.empty() || SameText(tool.feedSpeed, name.feed));
+    }
+
+    void LookAtTool(const OperationName& name) {
+        const auto& tools = mRun.Material.tools;
+        if (std::ranges::none_of(tools, [&](const MaterialTool& tool) { return Agrees(tool, name); }))
+            Fault(mLayer + " names a tool that the material " + mRun.MaterialKeyText + " has not");
+        // The others have it in another form, or not at all.
+        if (TraitsOf(mRun.target).firstFamily && !name.compensation.empty() &&
+            name.compensation != CompensationText(mRun))
+            Fault(mLayer + " has another compensation than the material's direction asks for");
+    }
+
+    const RunState& mRun;
+    bool mSecondSide;
+    std::vector<std::string> mTools;
+    std::string mLayer;
+    int mOutlines = 0, mSheets = 0;
+    std::vector<std::string> mFaults;
+};
+
+}  // namespace
+
+std::vector<std::string> FaultsOfFile(const RunState& run, AcadDocument& file, bool secondSide) {
+    FileCheck check(run, secondSide);
+    file.ModelSpace().ForEach([&check](AcadEntity& entity) { check.Look(entity); });
+    return check.Faults();
+}
+
+}  // namespace brenvik

@@ -1,0 +1,77 @@
+// By way of the grid a file stands for a group of parts, so a line's quantity and names are those of the
+// group, and only its file is looked for.
+#include "cnc/run/prove_lists.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/letter_case.h"
+#include "base/text.h"
+#include "cnc/output/work_lists.h"
+#include "session/ports/files_port.h"
+#include "session/session.h"
+
+namespace brenvik {
+
+WorkListProof::WorkListProof(RunForm form, std::string firstFolder, std::string secondFolder)
+    : mForm(form), mFirstFolder(std::move(firstFolder)), mSecondFolder(std::move(secondFolder)) {}
+
+void WorkListProof::Expect(const RunState& run, const std::string& file, bool secondSide) {
+    RunState pass = run;
+    pass.SecondSidePass = secondSide ? 1 : 0;
+    pass.writtenFile = std::string(secondSide ? SecondSideFolder : OutputFolder) + file;
+    mTarget = run.target;
+    mExpected.push_back({file, WorkListLine(pass), secondSide});
+}
+
+std::vector<std::string> WorkListProof::Differences() const {
+    std::vector<std::string> told;
+    if (!mTarget) return told;
+    Compare(false, told);
+    Compare(true, told);
+    return told;
+}
+
+std::vector<std::string> WorkListProof::LinesOf(const std::string& path) const {
+    std::vector<std::string> lines = Split(ThePlatform().files->ReadFile(path), '\n');
+    const std::size_t header = std::min(WorkListHeaderLines(*mTarget), lines.size());
+    lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(header));
+    for (std::string& line : lines)
+        if (line.ends_with('\r')) line.pop_back();
+    std::erase(lines, "");
+    return lines;
+}
+
+void WorkListProof::Compare(bool secondSide, std::vector<std::string>& told) const {
+    const std::string name(WorkListName(*mTarget));
+    const std::string path = (secondSide ? mSecondFolder : mFirstFolder) + name;
+    const std::string list = name + (secondSide ? " of the second sides" : "");
+    const bool wanted = std::ranges::any_of(
+        mExpected, [secondSide](const Expected& part) { return part.secondSide == secondSide; });
+    if (!ThePlatform().files->FileExists(path)) {
+        if (wanted) told.push_back("The work list " + list + " is missing.");
+        return;
+    }
+    std::vector<std::string> lines = LinesOf(path);
+    for (const Expected& part : mExpected) {
+        if (part.secondSide != secondSide) continue;
+        auto line = std::ranges::find(lines, part.line);
+        if (line == lines.end())
+            line = std::ranges::find_if(lines, [&](const std::string& each) {
+                return FoldLower(each).find(FoldLower(part.file)) != std::string::npos;
+            });
+        if (line == lines.end()) {
+            told.push_back("The work list " + list + " has no line for " + part.file + ".");
+            continue;
+        }
+        if (mForm == RunForm::A && *line != part.line)
+            told.push_back("The work list " + list + " has the line \"" + *line + "\", and not \"" +
+                           part.line + "\".");
+        lines.erase(line);
+    }
+    for (const std::string& line : lines)
+        told.push_back("The work list " + list + " has a line of no part that was looked at: \"" + line +
+                       "\".");
+}
+
+}  // namespace brenvik
