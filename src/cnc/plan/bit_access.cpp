@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <optional>
 
 #include "base/failure.h"
 #include "cnc/plan/bit_reach.h"
@@ -91,12 +92,13 @@ class Walls {
     }
 
     /// The border of what a bit doesn't get to, in no order, with that to its left.
-    std::vector<PlanSide> Left() {
-        if (mRadius <= 0 || StandsOut()) return {};
+    /// Nothing where the way of the bit does not close.
+    std::optional<std::vector<PlanSide>> Left() {
+        if (mRadius <= 0 || StandsOut()) return std::vector<PlanSide>();
         FindRuns();
         std::vector<bool> forgivenBehind(mWalls.size(), false);
         for (const Run& run : mRuns)
-            if (run.free) RoundTheEnd(run, forgivenBehind);
+            if (run.free && !RoundTheEnd(run, forgivenBehind)) return std::nullopt;
         for (const Run& run : mRuns) {
             if (run.free || run.atVertex) continue;
             const bool begins = !run.cutAtFrom && forgivenBehind[Before(run.wall)];
@@ -191,21 +193,21 @@ class Walls {
     }
 
     /// Where the bit turns from one wall to another, it leaves what lies beyond, round.
-    void RoundTheEnd(const Run& run, std::vector<bool>& forgivenBehind) {
+    bool RoundTheEnd(const Run& run, std::vector<bool>& forgivenBehind) {
         const Run* next = nullptr;
         for (const Run& other : mRuns) {
             if (!other.free || Length(other.from - run.to) > SamePlace * mUnit) continue;
             if (next == nullptr || Length(other.from - run.to) < Length(next->from - run.to)) next = &other;
         }
-        if (next == nullptr)
-            throw Failure(failure_number::invalidCall, "Brenvik", "The way of a bit does not close");
-        if (Length(next->touchFrom - run.touchTo) < SamePlace * mUnit) return;
+        if (next == nullptr) return false;
+        if (Length(next->touchFrom - run.touchTo) < SamePlace * mUnit) return true;
         if (IsSharpCorner(run, *next)) {
             forgivenBehind[run.wall] = true;
-            return;
+            return true;
         }
         const double turn = TurnTo(run.touchTo - run.to, next->touchFrom - run.to);
         mLeft.push_back({next->touchFrom, run.touchTo, -std::tan(turn / 4)});
+        return true;
     }
 
     /// Between two walls that meet there, with nothing else in the way.
@@ -236,9 +238,17 @@ std::vector<PlanSpot> SpotsOf(const std::vector<PlanSide>& left, double noRest) 
     return CompareInPlan({}, std::vector{PlanShape{PlanShape::Role::Stock, left, -1}}, noRest);
 }
 
+/// Where a bit touches three walls at once, or runs on a hair's breadth from one, arithmetic may lose its
+/// way; with one that is narrower by next to nothing it finds it.
 std::vector<PlanSide> LeftBy(std::span<const PlanSide> line, BitPath path, double diameter, double unit) {
-    std::vector<PlanSide> sides = InsideLeft(line);
-    return Walls(path == BitPath::Around ? Reversed(sides) : sides, diameter, unit).Left();
+    const std::vector<PlanSide> inside = InsideLeft(line);
+    const std::vector<PlanSide> sides = path == BitPath::Around ? Reversed(inside) : inside;
+    for (const double less : {0.0, 0.0007, 0.0019, 0.0031, 0.0053}) {
+        auto left = Walls(sides, diameter - less * unit, unit).Left();
+        if (left) return *std::move(left);
+    }
+    throw Failure(failure_number::invalidCall, "Brenvik", "The way of a bit does not close",
+                  "the way of a bit does not close");
 }
 
 }  // namespace

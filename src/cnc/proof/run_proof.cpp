@@ -192,7 +192,7 @@ void ProveGathered(RunState& run) {
             proof = ProvePart(*gathered->part, gathered->operations, gathered->leftOutOutlines, UnitOf(run));
         });
         if (failure) {
-            gathered->unproved = failure->detail();
+            gathered->unproved = failure->detail().empty() ? failure->description() : failure->detail();
         } else {
             Settle(run, proof.spots);
             std::ranges::sort(proof.spots, std::greater<>(), &ProofSpot::volume);
