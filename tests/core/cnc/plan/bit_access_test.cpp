@@ -125,7 +125,7 @@ TEST(BitAccess, AnAcuteCornerIsARest) {
 
 TEST(BitAccess, ABitGetsThroughWhatIsAsWideAsItself) {
     ExpectAccess(DumbBell(12), 12, true);
-    ExpectAccess(DumbBell(11.995), 12, true);
+    ExpectAccess(DumbBell(11.9985), 12, true);
     ExpectAccess(DumbBell(11.9), 12, false);
     ExpectAccess(DumbBell(8), 12, false);
     ExpectAccess(Keyhole(20, 12, 40), 12, true);
