@@ -11,7 +11,8 @@ namespace brenvik {
 
 /// The target that reads most of these names; of targets that read the same ones one whose work list is there
 /// (`hasList`), and of those the one whose names say most. `tools` are those of the part's material.
-Target TargetOfNames(std::span<const std::string> layers, bool metric, std::span<const std::string> tools,
-                     const std::function<bool(Target)>& hasList);
+Target TargetOfNames(
+    std::span<const std::string> layers, bool metric, std::span<const std::string> tools,
+    const std::function<bool(Target)>& hasList = [](Target) { return false; });
 
 }  // namespace brenvik

@@ -71,6 +71,7 @@ TEST(PartProof, ARouteLeavesWhatItsBitDoesNotReach) {
     const std::vector<PlanSide> recess = Rectangle(100, 100, 200, 160);
     WrittenOperation route = Path("RT", recess, 12);
     route.bit = 12;
+    route.followed = true;
     const std::vector<WrittenOperation> operations{Outline(), route};
     const PartProof proof = ProvePart(Board(recess, 12), operations, {}, 1);
     ASSERT_EQ(proof.spots.size(), 1U);
