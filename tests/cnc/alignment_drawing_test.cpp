@@ -160,13 +160,14 @@ TEST_F(WrittenDrawing, IsThePartDrawingFromNowOnWithAllSelected) {
     app::Workpiece board = Board(600, 300, 18);
     board.Drill({100, 100, 18}, app::Axis::Z, -18, 8);
     ASSERT_EQ(Align(board.Solid()), PassOutcome::GoOn);
-    EXPECT_EQ(run.part->FullName(), "c:\\BV-DXF\\wblock2.dwg");
-    EXPECT_EQ(host.ActiveDocument(), run.part);
-    EXPECT_EQ(TheSession().AcadDoc, run.part);
-    EXPECT_EQ(run.part->SelectionSets().Item("exploded")->Count(), run.part->ModelSpace().Count());
+    EXPECT_EQ(run.part.drawing->FullName(), "c:\\BV-DXF\\wblock2.dwg");
+    EXPECT_EQ(host.ActiveDocument(), run.part.drawing);
+    EXPECT_EQ(TheSession().AcadDoc, run.part.drawing);
+    EXPECT_EQ(run.part.drawing->SelectionSets().Item("exploded")->Count(),
+              run.part.drawing->ModelSpace().Count());
     EXPECT_TRUE(files.FileExists("c:\\BV-DXF\\wblock2.dwg"));
     EXPECT_EQ(host.OpenDocuments().size(), 2U);
-    const std::string handle = LastSolid(*run.part).Handle();
+    const std::string handle = LastSolid(*run.part.drawing).Handle();
     EXPECT_EQ(mAutoCAD::GetPartData(handle, "PartName"), "Panel");
     EXPECT_EQ(mAutoCAD::GetPartData(handle, "ORIE"), "LWT");
 }
@@ -176,17 +177,17 @@ TEST_F(WrittenDrawing, HoldsCirclesOnTheirLayerAndTheLargestFaceLocked) {
     board.Drill({100, 100, 18}, app::Axis::Z, -18, 8);
     board.Drill({0, 150, 9}, app::Axis::X, 30, 6);
     ASSERT_EQ(Align(board.Solid()), PassOutcome::GoOn);
-    const std::vector<AcadCircle*> circles = All<AcadCircle>(*run.part);
+    const std::vector<AcadCircle*> circles = All<AcadCircle>(*run.part.drawing);
     EXPECT_GE(circles.size(), 3U);
     for (const AcadCircle* circle : circles) EXPECT_EQ(circle->Layer(), layers::circleHold);
-    EXPECT_EQ(run.part->Layers().Item(layers::circleHold)->Color(), 5);
-    EXPECT_EQ(run.part->Layers().Item(layers::RegionCopy)->Color(), 1);
-    EXPECT_TRUE(run.part->Layers().Item(layers::RegionCopy)->Lock());
-    EXPECT_EQ(AllOn<AcadRegion>(*run.part, layers::NextBiggestRegion).size(), 1U);
-    EXPECT_EQ(All<AcadRegion>(*run.part).size(), 2U);
-    EXPECT_EQ(All<Acad3DSolid>(*run.part).size(), 1U);
-    EXPECT_FALSE(AllOn<AcadLine>(*run.part, layers::Region).empty());
-    EXPECT_FALSE(AllOn<AcadLine>(*run.part, layers::BrenvikExplode).empty());
+    EXPECT_EQ(run.part.drawing->Layers().Item(layers::circleHold)->Color(), 5);
+    EXPECT_EQ(run.part.drawing->Layers().Item(layers::RegionCopy)->Color(), 1);
+    EXPECT_TRUE(run.part.drawing->Layers().Item(layers::RegionCopy)->Lock());
+    EXPECT_EQ(AllOn<AcadRegion>(*run.part.drawing, layers::NextBiggestRegion).size(), 1U);
+    EXPECT_EQ(All<AcadRegion>(*run.part.drawing).size(), 2U);
+    EXPECT_EQ(All<Acad3DSolid>(*run.part.drawing).size(), 1U);
+    EXPECT_FALSE(AllOn<AcadLine>(*run.part.drawing, layers::Region).empty());
+    EXPECT_FALSE(AllOn<AcadLine>(*run.part.drawing, layers::BrenvikExplode).empty());
 }
 
 }  // namespace

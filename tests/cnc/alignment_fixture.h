@@ -93,10 +93,10 @@ class AlignmentTest : public CncTest {
         Lay(solid, pose.aboutX, pose.aboutY, pose.aboutZ, pose.to);
         return Align(solid);
     }
-    Box3 PartBox() { return LastSolid(*run.part).GetBoundingBox(); }
+    Box3 PartBox() { return LastSolid(*run.part.drawing).GetBoundingBox(); }
     /// The one region on a layer.
     AcadRegion& RegionOn(std::string_view layer) {
-        const std::vector<AcadRegion*> found = AllOn<AcadRegion>(*run.part, layer);
+        const std::vector<AcadRegion*> found = AllOn<AcadRegion>(*run.part.drawing, layer);
         if (found.size() != 1) throw Failure(0, "test", "one region was expected on " + std::string(layer));
         return *found.front();
     }

@@ -41,9 +41,9 @@ class LaidFlat : public AlignmentTest {
         const std::array<double, 3> wanted = OnAxes(letters, kind.sizes);
         ExpectPoint(box.min, {0, 0, 0});
         ExpectPoint(box.max, {wanted[0], wanted[1], wanted[2]});
-        EXPECT_EQ(run.DimL, NumberToText(wanted[0]));
-        EXPECT_EQ(run.DimW, NumberToText(wanted[1]));
-        EXPECT_EQ(run.DimT, NumberToText(wanted[2]));
+        EXPECT_EQ(run.part.DimL, NumberToText(wanted[0]));
+        EXPECT_EQ(run.part.DimW, NumberToText(wanted[1]));
+        EXPECT_EQ(run.part.DimT, NumberToText(wanted[2]));
         const AcadRegion& largest = RegionOn(layers::RegionCopy);
         EXPECT_NEAR(largest.Area(), kind.largestArea, 1e-4);
         const Box3 face = largest.GetBoundingBox();
@@ -73,7 +73,7 @@ TEST_F(LaidFlat, LengthWidthAndThicknessLieOnXYAndZByTheLettersAndTheLargestFace
                 mAutoCAD::SetPartData(&solid, "ORIE", letters);
                 ASSERT_EQ(AlignAt(solid, pose), PassOutcome::GoOn);
                 ExpectLies(kind, letters);
-                run.part->Close(false);
+                run.part.drawing->Close(false);
                 host.Activate(document);
                 TheSession().AcadDoc = &document;
                 solid.Delete();
@@ -90,8 +90,8 @@ TEST_F(LaidFlat, APartThatLooksAlikeFromNowhereComesOutTheSameFromEveryPose) {
         board.Cut({20, 30, 11}, {120, 80, 18});
         board.Drill({550, 20, 18}, app::Axis::Z, -12, 35);
         ASSERT_EQ(AlignAt(board.Solid(), pose), PassOutcome::GoOn);
-        centroids.push_back(LastSolid(*run.part).Centroid());
-        run.part->Close(false);
+        centroids.push_back(LastSolid(*run.part.drawing).Centroid());
+        run.part.drawing->Close(false);
         TheSession().AcadDoc = &document;
         board.Solid().Delete();
     }
@@ -104,7 +104,7 @@ TEST_F(LaidFlat, ASizeHalfWayBetweenTwoFifthDecimalsMakesNoTurnTooMany) {
         app::Workpiece board = Board(600, 300, thickness);
         ASSERT_EQ(AlignAt(board.Solid(), pose), PassOutcome::GoOn);
         ExpectPoint(PartBox().max, {600, 300, thickness});
-        run.part->Close(false);
+        run.part.drawing->Close(false);
         TheSession().AcadDoc = &document;
         board.Solid().Delete();
     }
@@ -115,9 +115,9 @@ TEST_F(LaidFlat, APocketComesUp) {
     board.Cut({100, 50, 0}, {200, 150, 8});
     ASSERT_EQ(Align(board.Solid()), PassOutcome::GoOn);
     // The material that is missing is missing above the middle.
-    EXPECT_LT(LastSolid(*run.part).Centroid().z, 9);
+    EXPECT_LT(LastSolid(*run.part.drawing).Centroid().z, 9);
     bool floorFound = false;
-    for (const AcadLine* line : All<AcadLine>(*run.part))
+    for (const AcadLine* line : All<AcadLine>(*run.part.drawing))
         floorFound |= NearlyEqual(line->StartPoint().z, 10) && NearlyEqual(line->EndPoint().z, 10);
     EXPECT_TRUE(floorFound);
 }

@@ -49,7 +49,7 @@ TEST_F(AlignmentRules, APartWhoseEdgesNeverMeetEndsTheRunWithAMessage) {
     EXPECT_EQ(Messages(),
               Texts{"This part does not have a line connected to the endpoint or startpoint of the "
                     "longest line, so exiting now."});
-    EXPECT_FALSE(dynamic_cast<HostDocument&>(*run.part).Closed());
+    EXPECT_FALSE(dynamic_cast<HostDocument&>(*run.part.drawing).Closed());
 }
 
 TEST_F(AlignmentRules, MissingLettersAreToldAndCountAsLwt) {
@@ -66,8 +66,8 @@ TEST_F(AlignmentRules, SmallLettersActLikeCapitals) {
     EXPECT_EQ(Align(board.Solid()), PassOutcome::GoOn);
     EXPECT_TRUE(Messages().empty());
     ExpectPoint(PartBox().max, {300, 600, 18});
-    EXPECT_EQ(run.DimL, "300");
-    EXPECT_EQ(run.DimW, "600");
+    EXPECT_EQ(run.part.DimL, "300");
+    EXPECT_EQ(run.part.DimW, "600");
 }
 
 TEST_F(AlignmentRules, APartWithLettersThatNameNoSizesIsSkipped) {
@@ -102,7 +102,7 @@ TEST_F(AlignmentRules, TurnsGoInTheOrderZYXAndOnlyWhereASizeLiesWrong) {
             EXPECT_EQ(Turns(std::string(1, axis), "90"),
                       std::string_view(c.axes).find(axis) == std::string_view::npos ? 0 : 1)
                 << c.letters << " about " << axis;
-        run.part->Close(false);
+        run.part.drawing->Close(false);
         TheSession().AcadDoc = &document;
         board.Solid().Delete();
     }
@@ -132,7 +132,7 @@ TEST_F(AlignmentRules, ThePartsOfSpecialMaterialAreWorkedOnFromTheirThirdFace) {
         ASSERT_EQ(Align(board.Solid()), PassOutcome::GoOn);
         EXPECT_NEAR(RegionOn(layers::RegionCopy).GetBoundingBox().min.z, c.turned ? 18 : 0, 1e-7)
             << c.face << " " << c.setting;
-        run.part->Close(false);
+        run.part.drawing->Close(false);
         TheSession().AcadDoc = &document;
         board.Solid().Delete();
     }
@@ -142,8 +142,8 @@ TEST_F(AlignmentRules, OnTheSecondSideTheFacesSwapAndThePartIsTurnedOver) {
     app::Workpiece board = Board(600, 300, 18);
     board.Cut({100, 50, 10}, {200, 150, 18});
     run = RunOn(OpenAsPart(board.Solid()));
-    run.NeedSecondSide = 1;
-    run.SecondSidePass = 1;
+    run.part.NeedSecondSide = 1;
+    run.part.SecondSidePass = 1;
     ASSERT_EQ(AlignPart(run), PassOutcome::GoOn);
     EXPECT_NEAR(RegionOn(layers::NextBiggestRegion).Area(), 600 * 300, 1e-6);
     EXPECT_NEAR(RegionOn(layers::RegionCopy).Area(), 600 * 300 - 100 * 100, 1e-6);
@@ -168,7 +168,7 @@ TEST_F(AlignmentRules, ASolidWithNoFaceAgainstTheLargestLiesOnTheLargest) {
         const double slope = std::hypot(300, 100);
         ExpectPoint(PartBox().max, {600, slope, 300 * 100 / slope});
         EXPECT_NEAR(RegionOn(layers::RegionCopy).GetBoundingBox().max.z, 0, 1e-7);
-        run.part->Close(false);
+        run.part.drawing->Close(false);
         TheSession().AcadDoc = &document;
         wedge.Delete();
     }
@@ -185,9 +185,9 @@ TEST_F(AlignmentRules, ALargestFaceThatIsSetAsideItselfStillGivesItsEdges) {
         if (std::abs(RegionOn(layers::NextBiggestRegion).Area() - RegionOn(layers::RegionCopy).Area()) < 1)
             ++setAside;
         EXPECT_NEAR(RegionOn(layers::RegionCopy).GetBoundingBox().max.z, 0, 1e-7);
-        EXPECT_EQ(AllOn<AcadRegion>(*run.part, layers::NextBiggestRegion).size(), 1U);
-        EXPECT_FALSE(AllOn<AcadLine>(*run.part, layers::Region).empty());
-        run.part->Close(false);
+        EXPECT_EQ(AllOn<AcadRegion>(*run.part.drawing, layers::NextBiggestRegion).size(), 1U);
+        EXPECT_FALSE(AllOn<AcadLine>(*run.part.drawing, layers::Region).empty());
+        run.part.drawing->Close(false);
         TheSession().AcadDoc = &document;
         wedge.Delete();
     }

@@ -42,7 +42,7 @@ TEST_F(Samples, LieSquareByTheirLargestFaceWithTheirSizesOnXYAndZ) {
                 const double across =
                     std::min({face.max.x - face.min.x, face.max.y - face.min.y, face.max.z - face.min.z});
                 EXPECT_NEAR(across, 0, fineness);
-                run.part->Close(false);
+                run.part.drawing->Close(false);
             }
         }
         sample.Close(false);

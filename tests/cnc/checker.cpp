@@ -254,14 +254,15 @@ Acad3DSolid* CheckedRunTest::LayFlat(Acad3DSolid& part, HostDocument*& trial) {
     RunState run;
     run.app = &host;
     run.sessionDrawing = drawing;
-    run.part = host.Documents().Open(TrialDrawing);
-    run.ExportScaleSetting = StrictIntegerSetting(setting::ExportScaleSetting);
-    if (run.ExportScaleSetting == 3) LastSolid(*run.part).ScaleEntity({0, 0, 0}, 25.4);
-    if (run.ExportScaleSetting == 4) LastSolid(*run.part).ScaleEntity({0, 0, 0}, 0.0393700787401575);
-    TheSession().AcadDoc = run.part;
+    run.part.drawing = host.Documents().Open(TrialDrawing);
+    run.part.ExportScaleSetting = StrictIntegerSetting(setting::ExportScaleSetting);
+    if (run.part.ExportScaleSetting == 3) LastSolid(*run.part.drawing).ScaleEntity({0, 0, 0}, 25.4);
+    if (run.part.ExportScaleSetting == 4)
+        LastSolid(*run.part.drawing).ScaleEntity({0, 0, 0}, 0.0393700787401575);
+    TheSession().AcadDoc = run.part.drawing;
     const PassOutcome step = AlignPart(run);
     TheSession().AcadDoc = drawing;
-    trial = dynamic_cast<HostDocument*>(run.part);
+    trial = dynamic_cast<HostDocument*>(run.part.drawing);
     if (step != PassOutcome::GoOn) return nullptr;
     UnlockAllLayers(*trial);
     Acad3DSolid& solid = LastSolid(*trial);

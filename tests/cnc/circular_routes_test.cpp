@@ -21,9 +21,9 @@ TEST_P(CircularRouteTable, GivesTheStatedPaths) {
     EXPECT_EQ(SortBore(run, wanted.bore), PassOutcome::GoOn);
     EXPECT_EQ(Sorted(Through()), Sorted(wanted.through));
     EXPECT_EQ(Sorted(Pockets()), Sorted(wanted.pockets));
-    EXPECT_EQ(run.NeedSecondSide, wanted.otherSide ? 1 : 0);
-    EXPECT_EQ(run.ThroughRouteSeen, wanted.otherSide ? 1 : 0);
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_EQ(run.part.NeedSecondSide, wanted.otherSide ? 1 : 0);
+    EXPECT_EQ(run.part.ThroughRouteSeen, wanted.otherSide ? 1 : 0);
+    EXPECT_TRUE(run.part.unexplained.empty());
     EXPECT_TRUE(Messages().empty());
 }
 
@@ -73,10 +73,10 @@ TEST_F(RoundBoreTest, ACircleAloneOnTheUndersideSkipsThePart) {
 
 TEST_F(RoundBoreTest, OnASecondPassOnlyTheSecondSideIsRaised) {
     RunState run = RunOn(document);
-    run.SecondSidePass = 1;
+    run.part.SecondSidePass = 1;
     SortBore(run, {60, 0});
-    EXPECT_EQ(run.NeedSecondSide, 1);
-    EXPECT_EQ(run.ThroughRouteSeen, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 1);
+    EXPECT_EQ(run.part.ThroughRouteSeen, 0);
 }
 
 TEST_F(RoundBoreTest, ASlotOfAnEarlierBoreLeavesOtherBoresAlone) {
@@ -107,8 +107,8 @@ TEST_F(RoundBoreTest, ARoundIslandIsNeitherMilledAwayNorPassedOver) {
     }
     EXPECT_EQ(Sort(run), PassOutcome::GoOn);
     EXPECT_TRUE(Pockets().empty());
-    EXPECT_EQ(run.NeedSecondSide, 0);
-    EXPECT_EQ(run.unexplained.size(), 1U);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.unexplained.size(), 1U);
 }
 
 TEST_F(RoundBoreTest, AConeIsCutAsWideAsItsNarrowEndAndTold) {
@@ -118,7 +118,7 @@ TEST_F(RoundBoreTest, AConeIsCutAsWideAsItsNarrowEndAndTold) {
     Circle({100, 100, 20}, 44);
     EXPECT_EQ(Sort(run), PassOutcome::GoOn);
     EXPECT_EQ(Through(), (std::vector<RimOf>{RimOf{40, 0}}));
-    EXPECT_EQ(run.unexplained, std::vector<std::string>{"round shape of 40 at 100,100,0: no operation"});
+    EXPECT_EQ(run.part.unexplained, std::vector<std::string>{"round shape of 40 at 100,100,0: no operation"});
 }
 
 TEST_F(RoundBoreTest, TheRoundOutsideOfAPartIsNoBore) {
@@ -130,8 +130,8 @@ TEST_F(RoundBoreTest, TheRoundOutsideOfAPartIsNoBore) {
     Circle({100, 100, 20}, 200);
     EXPECT_EQ(Sort(run), PassOutcome::GoOn);
     EXPECT_TRUE(Through().empty());
-    EXPECT_EQ(run.NeedSecondSide, 0);
-    EXPECT_EQ(run.unexplained.size(), 1U);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.unexplained.size(), 1U);
 }
 
 // Every bore of up to four steps in two or three diameters, its circles in any order of the drawing: each
@@ -163,13 +163,13 @@ class AnyBore : public RoundBoreTest {
         RunState run = RunOn(document);
         std::vector<double> cut = CutFromAbove(run, bore, RimsOf(bore));
         const Bore turned(bore.rbegin(), bore.rend());
-        if (run.NeedSecondSide == 1) {
-            run.SecondSidePass = 1;
+        if (run.part.NeedSecondSide == 1) {
+            run.part.SecondSidePass = 1;
             const std::vector<double> other = CutFromAbove(run, turned, RimsOf(turned));
             for (std::size_t level = 0; level < cut.size(); ++level)
                 cut[level] = std::max(cut[level], other[cut.size() - 1 - level]);
         }
-        bool told = !run.unexplained.empty();
+        bool told = !run.part.unexplained.empty();
         for (std::size_t level = 0; level < bore.size(); ++level) {
             const double reachable =
                 std::max(NarrowestFrom(bore, level), NarrowestFrom(turned, bore.size() - 1 - level));

@@ -188,8 +188,8 @@ class CncTest : public ::testing::Test {
         run.target = target;
         run.app = &host;
         run.sessionDrawing = &part;
-        run.part = &part;
-        run.ExportScaleSetting = StrictIntegerSetting(setting::ExportScaleSetting);
+        run.part.drawing = &part;
+        run.part.ExportScaleSetting = StrictIntegerSetting(setting::ExportScaleSetting);
         run.SpoilAmount = NumberSetting(setting::BiesseWorksSpoil);
         return run;
     }

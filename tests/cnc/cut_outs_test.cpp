@@ -20,7 +20,7 @@ TEST_F(OutlineTest, ACutOutIsAClockwisePathCutIntoTheSpoilBoard) {
     EXPECT_EQ(routes[0].points[0].z, 18);
     EXPECT_EQ(CornersOf(routes[0]), CornersOf(Window));
     EXPECT_LT(Turning(routes[0]), 0);
-    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
     EXPECT_EQ(CornersOf(Profile()), CornersOf(Rectangle(0, 0, 600, 400)));
 }
 
@@ -28,11 +28,11 @@ TEST_F(OutlineTest, CutOutsAreCountedOn) {
     Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
     for (int i = 0; i < 3; ++i) Take(part, Body(Rectangle(50 + 150 * i, 100, 150 + 150 * i, 200), -10, 30));
     RunState run = Sorted(part);
-    run.RouteCount = 4;
+    run.part.RouteCount = 4;
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     for (const char* count : {"5", "6", "7"})
         EXPECT_EQ(On(std::string("RT_Z18p3_T1_D12_S18000_F300_R_C0_") + count).size(), 1U) << count;
-    EXPECT_EQ(run.RouteCount, 7);
+    EXPECT_EQ(run.part.RouteCount, 7);
 }
 
 TEST_F(OutlineTest, RoundedCutOutsAreOnePathWithTrueArcs) {
@@ -45,7 +45,7 @@ TEST_F(OutlineTest, RoundedCutOutsAreOnePathWithTrueArcs) {
     EXPECT_EQ(routes[0].points.size(), 8U);
     EXPECT_EQ(BulgesOf(routes[0]), 4U);
     for (const double bulge : routes[0].bulges) EXPECT_LE(bulge, 0);
-    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
 }
 
 TEST_F(OutlineTest, AHalfRoundCutOutOfTwoSidesIsCut) {
@@ -55,7 +55,7 @@ TEST_F(OutlineTest, AHalfRoundCutOutOfTwoSidesIsCut) {
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     ASSERT_EQ(On("RT_").size(), 1U);
     EXPECT_EQ(On("RT_")[0].points.size(), 2U);
-    EXPECT_EQ(run.RouteDirection, "CounterClockwise") << "the outline's, which comes last";
+    EXPECT_EQ(run.part.RouteDirection, "CounterClockwise") << "the outline's, which comes last";
 }
 
 TEST_F(OutlineTest, TheBitFitsTheShortestSide) {
@@ -89,21 +89,21 @@ TEST_F(OutlineTest, AContourWithMaterialAboveIsLeftForTheOtherSide) {
     RunState run = Sorted(part);
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_TRUE(On("RT_").empty());
-    EXPECT_EQ(run.NeedSecondSide, 1);
-    EXPECT_EQ(run.ThroughRouteSeen, 1);
-    EXPECT_EQ(run.RouteCount, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 1);
+    EXPECT_EQ(run.part.ThroughRouteSeen, 1);
+    EXPECT_EQ(run.part.RouteCount, 0);
     EXPECT_EQ(CornersOf(Profile()), CornersOf(Rectangle(0, 0, 600, 400)));
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_TRUE(run.part.unexplained.empty());
 }
 
 TEST_F(OutlineTest, OnASecondPassOnlyTheNeedOfASecondSideIsRaised) {
     Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
     Take(part, Body(Window, -10, 8));
     RunState run = Sorted(part);
-    run.SecondSidePass = 1;
+    run.part.SecondSidePass = 1;
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
-    EXPECT_EQ(run.NeedSecondSide, 1);
-    EXPECT_EQ(run.ThroughRouteSeen, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 1);
+    EXPECT_EQ(run.part.ThroughRouteSeen, 0);
 }
 
 TEST_F(OutlineTest, AnOpeningNarrowerAboveIsCutAtItsNarrowest) {
@@ -112,7 +112,7 @@ TEST_F(OutlineTest, AnOpeningNarrowerAboveIsCutAtItsNarrowest) {
     Take(part, Body(Window, -10, 30));
     RunState run = Sorted(part);
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
-    EXPECT_EQ(run.NeedSecondSide, 1);
+    EXPECT_EQ(run.part.NeedSecondSide, 1);
     const std::vector<Drawn> routes = On("RT_");
     ASSERT_EQ(routes.size(), 1U);
     EXPECT_EQ(CornersOf(routes[0]), CornersOf(Window));
@@ -147,9 +147,9 @@ TEST_F(OutlineTest, ArcsOfAPocketThatStopsInsideRaiseNothing) {
         Project(round);
     }
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
-    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
     EXPECT_TRUE(On("RT_").empty());
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_TRUE(run.part.unexplained.empty());
     EXPECT_EQ(Profile().points.size(), 4U);
 }
 
@@ -161,9 +161,9 @@ TEST_F(OutlineTest, AnObroundPocketThatStopsInsideRaisesNothing) {
     Project(obround);
     Project(obround);
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
-    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
     EXPECT_TRUE(On("RT_").empty());
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_TRUE(run.part.unexplained.empty());
 }
 
 TEST_F(OutlineTest, ProjectedTwinsOfACutOutsArcsMakeNoSecondPath) {
@@ -177,7 +177,7 @@ TEST_F(OutlineTest, ProjectedTwinsOfACutOutsArcsMakeNoSecondPath) {
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     ASSERT_EQ(On("RT_").size(), 1U);
     EXPECT_EQ(On("RT_")[0].points.size(), 8U);
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_TRUE(run.part.unexplained.empty());
 }
 
 TEST_F(OutlineTest, AHundredChainsAreJoinedAndMoreAreTold) {
@@ -192,19 +192,19 @@ TEST_F(OutlineTest, AHundredChainsAreJoinedAndMoreAreTold) {
     };
     for (int i = 0; i < 99; ++i) square(20 + 40 * (i % 20), 20 + 40 * (i / 20));
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_TRUE(run.part.unexplained.empty());
     for (AcadLWPolyline* path : All<AcadLWPolyline>(document)) path->Delete();
 
     DrawKeptFaceOf(part);
     for (int i = 0; i < 100; ++i) square(20 + 40 * (i % 20), 20 + 40 * (i / 20));
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
-    EXPECT_EQ(run.unexplained,
+    EXPECT_EQ(run.part.unexplained,
               std::vector<std::string>{"the part's face has edges that were not joined: no operation"});
 }
 
 TEST_F(OutlineTest, ACircularThroughRouteIsAPathOnTheTopPlane) {
     RunState run = Sorted(Body(Rectangle(0, 0, 600, 400), 0, 18));
-    run.RouteCount = 2;
+    run.part.RouteCount = 2;
     for (int twin = 0; twin < 2; ++twin)
         Model().AddCircle({200, 150, 0}, 30)->SetLayer(layers::ThroughRouteCirclePV);
     Model().AddCircle({400, 150, 0}, 5)->SetLayer(layers::ThroughRouteCirclePV);
@@ -215,7 +215,7 @@ TEST_F(OutlineTest, ACircularThroughRouteIsAPathOnTheTopPlane) {
     EXPECT_EQ(routes[0].points[0].z, 18);
     EXPECT_NEAR(routes[0].thickness, -18.3, 1e-12);
     EXPECT_EQ(routes[1].layer, "RT_Z18p3_T2_D6_S18000_F300_R_C0_3");
-    EXPECT_EQ(run.RouteCount, 4);
+    EXPECT_EQ(run.part.RouteCount, 4);
 }
 
 TEST_F(OutlineTest, ACircularThroughRouteThatNoBitIsSmallEnoughForSkipsThePart) {

@@ -34,7 +34,7 @@ class HorizontalBoring : public CncTest {
     }
     RunState Start(Target target) {
         RunState run = RunOn(document, target);
-        run.PartThickness = Thick;
+        run.part.PartThickness = Thick;
         return run;
     }
     std::vector<Drawn> Made(std::string_view workLayer) {
@@ -72,8 +72,8 @@ TEST_F(HorizontalBoring, ABoreInEachEdgeLooksOutwardAndIsMadeOnce) {
         EXPECT_EQ(bores[0].thickness, each.thickness);
         EXPECT_EQ(bores[0].color, 8);
     }
-    EXPECT_EQ(run.edgeBores, 4);
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_EQ(run.part.edgeBores, 4);
+    EXPECT_TRUE(run.part.unexplained.empty());
 }
 
 TEST_F(HorizontalBoring, NormalsAreRepairedWhicheverWayTheCirclesLook) {
@@ -117,7 +117,7 @@ TEST_F(HorizontalBoring, ABoreInTheCornerOfTheFaceIsNone) {
     RunState run = Start(Target::C2C);
     BoreHorizontally(run);
     EXPECT_TRUE(OnLayers(DrawnIn(document), "HF_T").empty());
-    EXPECT_FALSE(run.unexplained.empty());
+    EXPECT_FALSE(run.part.unexplained.empty());
 }
 
 TEST_F(HorizontalBoring, ACircleWithoutAFloorStaysAndIsTold) {
@@ -127,7 +127,7 @@ TEST_F(HorizontalBoring, ACircleWithoutAFloorStaysAndIsTold) {
     const std::vector<Drawn> left = OnLayers(DrawnIn(document), layers::HorzcircleHold);
     ASSERT_EQ(left.size(), 1U);
     EXPECT_EQ(left[0].thickness, 0);
-    EXPECT_EQ(run.unexplained, std::vector<std::string>{"edge bore of 8 at 100,0,9: no operation"});
+    EXPECT_EQ(run.part.unexplained, std::vector<std::string>{"edge bore of 8 at 100,0,9: no operation"});
 }
 
 TEST_F(HorizontalBoring, AThroughBoreIsMadeFromBothFaces) {
@@ -147,7 +147,7 @@ TEST_F(HorizontalBoring, AStepInABoreIsOneOperationAndTheNarrowPartIsTold) {
     RunState run = Start(Target::C2C);
     BoreHorizontally(run);
     EXPECT_EQ(OnLayers(DrawnIn(document), "HF_T").size(), 1U);
-    EXPECT_EQ(run.unexplained, std::vector<std::string>{"edge bore of 6 at 100,50,9: no operation"});
+    EXPECT_EQ(run.part.unexplained, std::vector<std::string>{"edge bore of 6 at 100,50,9: no operation"});
 }
 
 TEST_F(HorizontalBoring, ReceiversWithoutEdgeFacesGetOneRectangleForABore) {
@@ -181,14 +181,14 @@ TEST_F(HorizontalBoring, ReceiversWithoutEdgeFacesGetOneRectangleForABore) {
         ASSERT_EQ(group->Count(), 1);
         EXPECT_EQ(group->Item(0)->Handle(), rectangles[i]->Handle());
     }
-    EXPECT_EQ(run.edgeBores, 4);
+    EXPECT_EQ(run.part.edgeBores, 4);
 }
 
 TEST_F(HorizontalBoring, OnlyOneReceiverKnowsEdgesByGroups) {
     Bore(Target::CNI, {100, 0, 9}, {100, 30, 9}, 8);
     RunState run = Start(Target::CNI);
     BoreHorizontally(run);
-    EXPECT_EQ(run.edgeBores, 1);
+    EXPECT_EQ(run.part.edgeBores, 1);
     EXPECT_EQ(document.Groups().Count(), 0);
 }
 
@@ -211,10 +211,10 @@ TEST_F(HorizontalBoring, ABoreToldFromBothSidesIsToldOnce) {
     RunState run = Start(Target::C2C);
     BoreHorizontally(run);
     for (AcadCircle* circle : All<AcadCircle>(document)) circle->Delete();
-    run.SecondSidePass = 1;
+    run.part.SecondSidePass = 1;
     Circle(Target::C2C, {100, Wide, Thick - 6}, 8, {0, 1, 0});
     BoreHorizontally(run);
-    EXPECT_EQ(run.unexplained.size(), 1U);
+    EXPECT_EQ(run.part.unexplained.size(), 1U);
 }
 
 TEST_F(HorizontalBoring, ABoreWithoutAFloorGoesAsFarAsItsWall) {
@@ -228,7 +228,7 @@ TEST_F(HorizontalBoring, ABoreWithoutAFloorGoesAsFarAsItsWall) {
     const std::vector<Drawn> bores = OnLayers(DrawnIn(document), "HL_T");
     ASSERT_EQ(bores.size(), 1U);
     EXPECT_EQ(bores[0].thickness, -34);
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_TRUE(run.part.unexplained.empty());
 }
 
 TEST_F(HorizontalBoring, APinThatStandsOutOfAnEdgeIsNotBoredAway) {
@@ -241,8 +241,8 @@ TEST_F(HorizontalBoring, APinThatStandsOutOfAnEdgeIsNotBoredAway) {
     RunState run = Start(Target::C2C);
     BoreHorizontally(run);
     EXPECT_TRUE(OnLayers(DrawnIn(document), "HR_T").empty());
-    EXPECT_EQ(run.edgeBores, 0);
-    EXPECT_FALSE(run.unexplained.empty());
+    EXPECT_EQ(run.part.edgeBores, 0);
+    EXPECT_FALSE(run.part.unexplained.empty());
 }
 
 }  // namespace

@@ -74,12 +74,12 @@ class OutlineTest : public CncTest {
     RunState Sorted(Acad3DSolid& solid, Target target = Target::C2C) {
         RunState run = RunOn(document, target);
         const Box3 box = solid.GetBoundingBox();
-        run.PartThickness = box.max.z;
-        run.PartVolume = solid.Volume();
-        run.DimT = NumberToText(run.PartThickness);
-        run.MaterialName = "OAK";
-        run.MaterialKeyText = MaterialKey(run.PartThickness, "OAK", run.ExportScaleSetting);
-        LookupMaterial(run.MaterialKeyText, run.Material);
+        run.part.PartThickness = box.max.z;
+        run.part.PartVolume = solid.Volume();
+        run.part.DimT = NumberToText(run.part.PartThickness);
+        run.part.MaterialName = "OAK";
+        run.part.MaterialKeyText = MaterialKey(run.part.PartThickness, "OAK", run.part.ExportScaleSetting);
+        LookupMaterial(run.part.MaterialKeyText, run.part.Material);
         for (const std::string_view layer :
              {layers::RegionCopy, layers::circleHold, layers::arcPV, layers::SolidHold, layers::Border,
               layers::RoutingLayer1, layers::RoutingLayer2, layers::ThroughRouteCirclePV})

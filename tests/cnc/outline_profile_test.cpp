@@ -10,7 +10,7 @@ TEST_F(OutlineTest, ARectangleIsOnePathCounterClockwiseOnTheTopPlane) {
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     const Drawn outline = Profile();
     EXPECT_EQ(outline.layer, "OT_Z18p3_T1_D12_S18000_F300_R_C0");
-    EXPECT_EQ(run.OutlineLayer, outline.layer);
+    EXPECT_EQ(run.part.OutlineLayer, outline.layer);
     EXPECT_EQ(outline.color, 2);
     EXPECT_TRUE(outline.closed);
     EXPECT_NEAR(outline.thickness, -18.3, 1e-12);
@@ -18,9 +18,9 @@ TEST_F(OutlineTest, ARectangleIsOnePathCounterClockwiseOnTheTopPlane) {
     EXPECT_EQ(outline.points[0].z, 18);
     EXPECT_EQ(CornersOf(outline), CornersOf(Rectangle(0, 0, 600, 400)));
     EXPECT_GT(Turning(outline), 0);
-    EXPECT_EQ(run.RouteDirection, "CounterClockwise");
-    EXPECT_EQ(run.NeedSecondSide, 0);
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_EQ(run.part.RouteDirection, "CounterClockwise");
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_TRUE(run.part.unexplained.empty());
 }
 
 TEST_F(OutlineTest, AnOutlineInInchesIsAsDeepInInches) {
@@ -34,7 +34,7 @@ TEST_F(OutlineTest, AnOutlineInInchesIsAsDeepInInches) {
 
 TEST_F(OutlineTest, TheDepthOfTheNameComesFromTheThicknessByLetters) {
     RunState run = Sorted(Body(Rectangle(0, 0, 600, 400), 0, 18));
-    run.DimT = "0";
+    run.part.DimT = "0";
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_TRUE(Profile().layer.starts_with("OT_Zp3_")) << Profile().layer;
     EXPECT_NEAR(Profile().thickness, -18.3, 1e-12);
@@ -48,7 +48,7 @@ TEST_F(OutlineTest, ANotchStaysInTheOutline) {
     EXPECT_EQ(Profile().points.size(), 8U);
     EXPECT_EQ(CornersOf(Profile()), CornersOf(shape));
     EXPECT_GT(Turning(Profile()), 0);
-    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
 }
 
 TEST_F(OutlineTest, AMitredOutlineKeepsItsCorners) {
@@ -69,7 +69,7 @@ TEST_F(OutlineTest, RoundedCornersStayTrueArcs) {
     EXPECT_EQ(BulgesOf(outline), 4U);
     for (const double bulge : outline.bulges)
         EXPECT_TRUE(bulge == 0 || std::abs(bulge - Quarter) < 1e-9) << bulge;
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_TRUE(run.part.unexplained.empty());
 }
 
 TEST_F(OutlineTest, ArcsThatTheProjectionLacksAreDrawnFromTheFace) {
@@ -93,7 +93,7 @@ TEST_F(OutlineTest, AnOutlineOfOneArcAndOneLine) {
     RunState run = Sorted(Body({{0, 0}, {400, 0, Half}}, 0, 18));
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(Profile().points.size(), 2U);
-    EXPECT_EQ(run.RouteDirection, "CounterClockwise");
+    EXPECT_EQ(run.part.RouteDirection, "CounterClockwise");
 }
 
 TEST_F(OutlineTest, AnOutlineOfArcsAlone) {
@@ -102,7 +102,7 @@ TEST_F(OutlineTest, AnOutlineOfArcsAlone) {
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(Profile().points.size(), 4U);
     EXPECT_EQ(BulgesOf(Profile()), 4U);
-    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
 }
 
 TEST_F(OutlineTest, TheArcsOfASteppedCornerLeadNoChainAstray) {
@@ -114,18 +114,18 @@ TEST_F(OutlineTest, TheArcsOfASteppedCornerLeadNoChainAstray) {
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(Profile().points.size(), 6U);
     EXPECT_EQ(BulgesOf(Profile()), 0U);
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_TRUE(run.part.unexplained.empty());
 }
 
 TEST_F(OutlineTest, AMaterialThatIsMissingIsToldAndThePartSkipped) {
     RunState run = Sorted(Body(Rectangle(0, 0, 600, 400), 0, 17));
     // The record is still that of an earlier part.
-    LookupMaterial("18 OAK", run.Material);
-    ASSERT_TRUE(run.Material.Found());
+    LookupMaterial("18 OAK", run.part.Material);
+    ASSERT_TRUE(run.part.Material.Found());
     EXPECT_EQ(MakeOutline(run), PassOutcome::SkipPart);
     EXPECT_EQ(Messages(), std::vector<std::string>{"You do not have the material 17 OAK in the material "
                                                    "database, so this part export will be skipped."});
-    EXPECT_FALSE(run.Material.Found());
+    EXPECT_FALSE(run.part.Material.Found());
 }
 
 TEST_F(OutlineTest, LeftoverCirclesOfTheWorkLayersGoAndNamedOnesStay) {
@@ -154,8 +154,9 @@ TEST_F(OutlineTest, AnEdgeThatIsNeitherStraightNorRoundIsTold) {
     RunState run = Sorted(Body(Rectangle(0, 0, 600, 400), 0, 18));
     AllOn<AcadLine>(document, layers::RegionCopy).front()->Delete();
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
-    ASSERT_EQ(run.unexplained.size(), 1U);
-    EXPECT_EQ(run.unexplained[0], "the part's face has a chain of edges that doesn't close: no operation");
+    ASSERT_EQ(run.part.unexplained.size(), 1U);
+    EXPECT_EQ(run.part.unexplained[0],
+              "the part's face has a chain of edges that doesn't close: no operation");
     // The sections know the outline all the same.
     EXPECT_EQ(CornersOf(Profile()), CornersOf(Rectangle(0, 0, 600, 400)));
 }

@@ -36,7 +36,7 @@ TEST_F(PocketTest, APocketThatEnclosesAThroughRouteBecomesARoute) {
     EXPECT_EQ(On("RT_Zp5_T1_Dp25_S18000_F300_R_C0_2").size(), 1U);
     EXPECT_EQ(On("RT_Z5_T1_D12_S18000_F300_R_C0_3").size(), 1U);
     EXPECT_TRUE(On("PK").empty());
-    EXPECT_EQ(run.LastAddedLayer, "RT_Z5_T1_D12_S18000_F300_R_C0_3");
+    EXPECT_EQ(run.part.LastAddedLayer, "RT_Z5_T1_D12_S18000_F300_R_C0_3");
 }
 
 TEST_F(PocketTest, WithTheConversionOffTheNameStays) {
@@ -73,7 +73,7 @@ TEST_F(PocketTest, ARouteThatStopsInsideLeavesThePocketToBeCleared) {
     Path(Rectangle(100, 100, 300, 300), "PKC_Z5_T1");
     AcadLWPolyline* route = Path(Rectangle(150, 150, 250, 250), "RT_Z9_T1");
     RunState run = RunOn(document);
-    run.PartThickness = 18;
+    run.part.PartThickness = 18;
     route->SetThickness(-9);
     ConvertPockets(run);
     EXPECT_EQ(On("PKC_Z5_T1").size(), 1U);
@@ -118,10 +118,10 @@ TEST_F(PocketTest, OnASecondPassHolesAndCirclesAsDeepAsThePartGo) {
     };
     make();
     RunState run = RunOn(document);
-    run.PartThickness = 18;
+    run.part.PartThickness = 18;
     DropCirclesCutThrough(run);
     EXPECT_EQ(All<AcadCircle>(document).size(), 4U) << "the first pass keeps them all";
-    run.SecondSidePass = 1;
+    run.part.SecondSidePass = 1;
     DropCirclesCutThrough(run);
     EXPECT_TRUE(On("VD_Z18").empty());
     EXPECT_TRUE(On("RT_").empty());

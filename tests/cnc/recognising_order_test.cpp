@@ -17,9 +17,9 @@ class Recognising : public CncTest {
     }
     RunState Start(Target target = Target::C2C) {
         RunState run = RunOn(document, target);
-        run.PartThickness = 19;
-        run.PartVolume = wood.Solid().Volume();
-        run.MaterialName = "OAK";
+        run.part.PartThickness = 19;
+        run.part.PartVolume = wood.Solid().Volume();
+        run.part.MaterialName = "OAK";
         return run;
     }
     void Circle(std::string_view layer, const Point3& center, const Point3& normal) {
@@ -47,15 +47,15 @@ TEST_F(Recognising, BoresAndHolesOfAPartAreMade) {
     EXPECT_EQ(Recognise(run), PassOutcome::GoOn);
     EXPECT_EQ(OnLayers(DrawnIn(document), "HF_T").size(), 1U);
     EXPECT_EQ(OnLayers(DrawnIn(document), "VD_").size(), 1U);
-    EXPECT_EQ(run.MaterialKeyText, "19 OAK");
-    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.MaterialKeyText, "19 OAK");
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
     EXPECT_TRUE(LayerExists(document, layers::RoutingLayer1));
     EXPECT_TRUE(LayerExists(document, layers::RoutingLayer2));
 }
 
 TEST_F(Recognising, AnUnknownMaterialSkipsThePartWithItsMessage) {
     RunState run = Start();
-    run.MaterialName = "ELM";
+    run.part.MaterialName = "ELM";
     EXPECT_EQ(Recognise(run), PassOutcome::SkipPart);
     ASSERT_EQ(Messages().size(), 1U);
     EXPECT_EQ(
@@ -66,7 +66,7 @@ TEST_F(Recognising, AnUnknownMaterialSkipsThePartWithItsMessage) {
 TEST_F(Recognising, NoPartIsCutWithTheBitsOfAnEarlierPartsMaterial) {
     RunState run = Start();
     ASSERT_EQ(Recognise(run), PassOutcome::GoOn);
-    run.MaterialName = "ELM";
+    run.part.MaterialName = "ELM";
     EXPECT_EQ(Recognise(run), PassOutcome::SkipPart);
 }
 
@@ -76,9 +76,9 @@ TEST_F(Recognising, BoresThatAreForcedToTheSecondSideWaitForIt) {
     RunState run = Start();
     EXPECT_EQ(Recognise(run), PassOutcome::GoOn);
     EXPECT_TRUE(OnLayers(DrawnIn(document), "HF_T").empty());
-    EXPECT_EQ(run.NeedSecondSide, 1);
-    EXPECT_EQ(run.ThroughRouteSeen, 0);
-    run.SecondSidePass = 1;
+    EXPECT_EQ(run.part.NeedSecondSide, 1);
+    EXPECT_EQ(run.part.ThroughRouteSeen, 0);
+    run.part.SecondSidePass = 1;
     EXPECT_EQ(Recognise(run), PassOutcome::GoOn);
     EXPECT_EQ(OnLayers(DrawnIn(document), "HF_T").size(), 1U);
 }
@@ -86,10 +86,10 @@ TEST_F(Recognising, BoresThatAreForcedToTheSecondSideWaitForIt) {
 TEST_F(Recognising, ASecondPassForBoresAloneEndsWhereThereAreNone) {
     Set("HorzBoreOn2", "1");
     RunState run = Start();
-    run.SecondSidePass = 1;
+    run.part.SecondSidePass = 1;
     EXPECT_EQ(Recognise(run), PassOutcome::SkipPart);
     EXPECT_TRUE(Messages().empty());
-    run.ThroughRouteSeen = 1;
+    run.part.ThroughRouteSeen = 1;
     EXPECT_EQ(Recognise(run), PassOutcome::GoOn);
 }
 
@@ -100,9 +100,9 @@ TEST_F(Recognising, ASecondPassWithBoresGoesOnForEveryTarget) {
             if (entity->ObjectName() != "AcDb3dSolid" && entity->ObjectName() != "AcDbLine") entity->Delete();
         EdgeBore(target);
         RunState run = Start(target);
-        run.SecondSidePass = 1;
+        run.part.SecondSidePass = 1;
         EXPECT_EQ(Recognise(run), PassOutcome::GoOn) << TraitsOf(target).name;
-        EXPECT_EQ(run.edgeBores, 1);
+        EXPECT_EQ(run.part.edgeBores, 1);
     }
 }
 

@@ -70,9 +70,9 @@ class RoundBoreTest : public CncTest {
     PassOutcome Sort(RunState& run) {
         const Acad3DSolid& solid = LastSolid(document);
         const Box3 part = solid.GetBoundingBox();
-        run.PartThickness = part.max.z - part.min.z;
-        run.PartBottomZ = part.min.z;
-        run.PartVolume = solid.Volume();
+        run.part.PartThickness = part.max.z - part.min.z;
+        run.part.PartBottomZ = part.min.z;
+        run.part.PartVolume = solid.Volume();
         SortCircles(run, part);
         return SortCircularRoutes(run, part);
     }

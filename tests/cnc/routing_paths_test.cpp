@@ -48,9 +48,9 @@ class RoutingPaths : public OutlineTest {
     RunState State(Acad3DSolid& solid, Target target = Target::C2C) {
         RunState run = RunOn(document, target);
         const Box3 box = solid.GetBoundingBox();
-        run.PartThickness = box.max.z;
-        run.PartVolume = solid.Volume();
-        run.MaterialName = "OAK";
+        run.part.PartThickness = box.max.z;
+        run.part.PartVolume = solid.Volume();
+        run.part.MaterialName = "OAK";
         for (const std::string_view layer :
              {layers::circleHold, layers::RoutingLayer1, layers::RoutingLayer2, layers::RouteCirclePV})
             AddLayer(document, layer);
@@ -75,8 +75,8 @@ TEST_F(RoutingPaths, AStoppedDadoIsOneRouteOnTheTopPlane) {
     Acad3DSolid& part = Part();
     Recess(part, Rectangle(0, 100, 300, 119), 9);
     const RunState run = Routed(part);
-    EXPECT_EQ(run.RouteSkip, 0);
-    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.RouteSkip, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
     const Drawn path = Only("RT_Z9_T1_D12_S18000_F300_R_C0_1");
     EXPECT_TRUE(path.closed);
     EXPECT_EQ(path.thickness, -9);
@@ -94,7 +94,7 @@ TEST_F(RoutingPaths, TheMaterialsDirectionIsThePathsDirection) {
     Acad3DSolid& part = Part();
     Recess(part, Rectangle(100, 100, 300, 119), 9);
     const RunState run = Routed(part);
-    EXPECT_EQ(run.RouteDirection, "Clockwise");
+    EXPECT_EQ(run.part.RouteDirection, "Clockwise");
     EXPECT_LT(Turning(Only("RT_Z9_T1_D12_S18000_F300_R_C1_1")), 0);
 }
 
@@ -113,7 +113,7 @@ TEST_F(RoutingPaths, ARoundedPocketIsOneClosedPolylineWithItsArcs) {
     ASSERT_EQ(arcs.size(), 4U);
     for (AcadArc* arc : arcs) arc->Copy();
     const RunState run = Routed(part);
-    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
     ASSERT_EQ(Names().size(), 1U);
     const Drawn path = Only("RT_Z6_T1_D12_");
     ASSERT_EQ(path.points.size(), 8U);
@@ -132,7 +132,7 @@ TEST_F(RoutingPaths, APocketInAPocketHasThePathOfTheStepToo) {
     Recess(part, Rectangle(150, 120, 250, 180), 6);
     Floor(Rectangle(150, 120, 250, 180), 12);
     const RunState run = Routed(part);
-    EXPECT_EQ(run.RouteCount, 3);
+    EXPECT_EQ(run.part.RouteCount, 3);
     EXPECT_EQ(Names(), (std::vector<std::string>{"PKC_Z6_T1_D12_S18000_F300_R_C0_1",
                                                  "PKC_Z12_T1_D12_S18000_F300_R_C0_2",
                                                  "PKC_Z6_T1_D12_S18000_F300_R_C0_3"}));
@@ -141,7 +141,7 @@ TEST_F(RoutingPaths, APocketInAPocketHasThePathOfTheStepToo) {
 TEST_F(RoutingPaths, TheCounterRisesPathByPath) {
     Acad3DSolid& part = Part();
     for (int i = 0; i < 5; ++i) Recess(part, Rectangle(100 * i + 50, 100, 100 * i + 65, 300), 9);
-    EXPECT_EQ(Routed(part).RouteCount, 5);
+    EXPECT_EQ(Routed(part).part.RouteCount, 5);
     std::set<std::string> names;
     for (const std::string& name : Names()) names.insert(name);
     EXPECT_EQ(names.size(), 5U);
@@ -163,8 +163,8 @@ TEST_F(RoutingPaths, WithoutEdgesBetweenTheFacesNothingIsJoined) {
     Floor(Rectangle(0, 0, 600, 400), 18);
     Floor(Rectangle(0, 0, 600, 400), 0.000004);
     const RunState run = Routed(part);
-    EXPECT_EQ(run.RouteSkip, 0);
-    EXPECT_EQ(run.RouteCount, 0);
+    EXPECT_EQ(run.part.RouteSkip, 0);
+    EXPECT_EQ(run.part.RouteCount, 0);
     EXPECT_EQ(AllOn<AcadLine>(document, layers::BrenvikExplode).size(), 8U);
     for (const std::string& line : transcript) EXPECT_EQ(line.find("pedit"), std::string::npos) << line;
 }
@@ -187,11 +187,11 @@ TEST_F(RoutingPaths, ARecessFromBelowIsLeftToTheOtherSide) {
     Take(part, Body(Rectangle(100, 100, 300, 119), 0, 9));
     Floor(Rectangle(100, 100, 300, 119), 9);
     const RunState run = Routed(part);
-    EXPECT_EQ(run.NeedSecondSide, 1);
-    EXPECT_EQ(run.ThroughRouteSeen, 1);
-    EXPECT_EQ(run.RouteSkip, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 1);
+    EXPECT_EQ(run.part.ThroughRouteSeen, 1);
+    EXPECT_EQ(run.part.RouteSkip, 0);
     EXPECT_TRUE(Names().empty());
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_TRUE(run.part.unexplained.empty());
 }
 
 TEST_F(RoutingPaths, TheSecondPassSetsNoFlagsAndTellsWhatNeitherSideCuts) {
@@ -200,28 +200,28 @@ TEST_F(RoutingPaths, TheSecondPassSetsNoFlagsAndTellsWhatNeitherSideCuts) {
     Take(part, Body(Rectangle(100, 0, 300, 50), 6, 9));
     Floor(Rectangle(100, 0, 300, 50), 6);
     RunState run = State(part);
-    run.SecondSidePass = 1;
-    run.NeedSecondSide = 1;
+    run.part.SecondSidePass = 1;
+    run.part.NeedSecondSide = 1;
     RecogniseRoutes(run);
-    EXPECT_EQ(run.ThroughRouteSeen, 0);
-    ASSERT_EQ(run.unexplained.size(), 1U);
-    EXPECT_EQ(run.unexplained[0], "contour from 100,350 to 300,400, 6 below the top: no operation");
+    EXPECT_EQ(run.part.ThroughRouteSeen, 0);
+    ASSERT_EQ(run.part.unexplained.size(), 1U);
+    EXPECT_EQ(run.part.unexplained[0], "contour from 100,350 to 300,400, 6 below the top: no operation");
 }
 
 TEST_F(RoutingPaths, WhatTheFirstPassHasCutIsNotToldOnTheSecond) {
     Acad3DSolid& part = Part();
     Recess(part, Rectangle(100, 100, 300, 119), 12);
     RunState run = Routed(part);
-    ASSERT_EQ(run.RouteCount, 1);
+    ASSERT_EQ(run.part.RouteCount, 1);
     for (AcadLWPolyline* path : All<AcadLWPolyline>(document)) path->Delete();
     part.Delete();
     // Turned over about X: the recess opens below now.
     Acad3DSolid& turned = Part();
     Take(turned, Body(Rectangle(100, 281, 300, 300), 0, 6));
     Floor(Rectangle(100, 281, 300, 300), 6);
-    run.SecondSidePass = 1;
+    run.part.SecondSidePass = 1;
     RecogniseRoutes(run);
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_TRUE(run.part.unexplained.empty());
     EXPECT_TRUE(Names().empty());
 }
 
@@ -230,9 +230,9 @@ TEST_F(RoutingPaths, AnOpenChainGoesToTheOtherSideAndThePartGoesOn) {
     Floor({{100, 100}, {300, 100}, {300, 119}}, 9, false);
     Recess(part, Rectangle(100, 200, 300, 219), 9);
     const RunState run = Routed(part);
-    EXPECT_EQ(run.RouteSkip, 0);
-    EXPECT_EQ(run.NeedSecondSide, 1);
-    EXPECT_EQ(run.ThroughRouteSeen, 1);
+    EXPECT_EQ(run.part.RouteSkip, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 1);
+    EXPECT_EQ(run.part.ThroughRouteSeen, 1);
     EXPECT_EQ(Names().size(), 1U);
 }
 
@@ -243,7 +243,7 @@ TEST_F(RoutingPaths, APieceThatRunsAlongAContourRaisesNoOtherSide) {
     AcadArc* half = Model().AddArc({290, 110, 12}, 10, -std::numbers::pi / 2, -std::numbers::pi / 4);
     half->SetLayer(layers::BrenvikExplode);
     const RunState run = Routed(part);
-    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
     EXPECT_EQ(Names().size(), 1U);
 }
 
@@ -256,7 +256,7 @@ TEST_F(RoutingPaths, UprightAndSlantedEdgesAreNotGathered) {
     upright->Rotate3D({100, 100, 9}, {101, 100, 9}, std::numbers::pi / 2);
     upright->SetLayer(layers::BrenvikExplode);
     const RunState run = Routed(part);
-    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
     EXPECT_EQ(AllOn<AcadEntity>(document, layers::BrenvikExplode).size(), 3U);
 }
 
@@ -267,8 +267,8 @@ TEST_F(RoutingPaths, ABrokenDownPartGivesOnePathForEachFloor) {
     Take(part, Body(Rectangle(150, 120, 250, 180), 6, 12));
     BreakDown(part);
     const RunState run = Routed(part);
-    EXPECT_EQ(run.NeedSecondSide, 0);
-    EXPECT_EQ(run.RouteCount, 4);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.RouteCount, 4);
     EXPECT_EQ(On("RT_Z9_").size(), 1U);
     EXPECT_EQ(On("PKC_Z12_").size(), 1U);
     // The inner edge of the step, and the rounded pocket with the bit of its corners.
@@ -288,18 +288,18 @@ TEST_F(RoutingPaths, ABoreThatMeetsABlindHoleNeedsNoHandWork) {
     ASSERT_TRUE(std::ranges::any_of(DrawnIn(document),
                                     [](const Drawn& drawn) { return drawn.kind == "AcDbSpline"; }));
     const RunState run = Routed(part);
-    EXPECT_EQ(run.RouteSkip, 0);
-    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.RouteSkip, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
     EXPECT_TRUE(Messages().empty());
 }
 
 TEST_F(RoutingPaths, AnUnknownMaterialGivesThePartUp) {
     Acad3DSolid& part = Part();
     RunState run = State(part);
-    LookupMaterial("18 OAK", run.Material);
-    run.MaterialName = "";
+    LookupMaterial("18 OAK", run.part.Material);
+    run.part.MaterialName = "";
     RecogniseRoutes(run);
-    EXPECT_EQ(run.RouteSkip, 1);
+    EXPECT_EQ(run.part.RouteSkip, 1);
     ASSERT_EQ(Messages().size(), 1U);
     EXPECT_EQ(Messages()[0],
               "You do not have the material 18 UNKNOWNMATERIAL in the material database, so this part export "
@@ -314,7 +314,7 @@ TEST_F(RoutingPaths, WithoutAFittingBitTheUserChooses) {
         form.Get<Control>("cmdAccept").onClick();
     };
     const RunState run = Routed(part);
-    EXPECT_EQ(run.RouteSkip, 0);
+    EXPECT_EQ(run.part.RouteSkip, 0);
     EXPECT_EQ(Only("PKC_").layer, "PKC_Z9_T3_D3_S18000_F300_R_C0_1");
     ASSERT_EQ(Messages().size(), 1U);
     EXPECT_EQ(Messages()[0],
@@ -327,7 +327,7 @@ TEST_F(RoutingPaths, LeavingTheChoiceGivesThePartUp) {
     Acad3DSolid& part = Part();
     Recess(part, Rectangle(100, 100, 300, 102), 9);
     dialogs.onModal = [](Form& form) { form.Get<Control>("cmdExit").onClick(); };
-    EXPECT_EQ(Routed(part, Target::WOP4).RouteSkip, 1);
+    EXPECT_EQ(Routed(part, Target::WOP4).part.RouteSkip, 1);
     EXPECT_EQ(dialogs.shownForms, std::vector<std::string>{"frmChoice"});
 }
 
@@ -348,7 +348,7 @@ TEST_F(RoutingPaths, ACircleThatStopsInsideIsPocketed) {
     Take(part, *hole);
     Circle(200, 200, 12, 60);
     const RunState run = Routed(part);
-    EXPECT_EQ(run.RouteCount, 1);
+    EXPECT_EQ(run.part.RouteCount, 1);
     const Drawn circle = Only("PKS_");
     // The smallest bit that is smaller than the circle.
     EXPECT_EQ(circle.layer, "PKS_Z6_T3_D3_S18000_F300_R_C0_1");
@@ -360,7 +360,7 @@ TEST_F(RoutingPaths, ACircleNarrowerThanEveryBitGivesThePartUp) {
     Acad3DSolid& part = Part();
     Take(part, *Model().AddCylinder({200, 200, 15}, 1, 6));
     Circle(200, 200, 12, 2);
-    EXPECT_EQ(Routed(part).RouteSkip, 1);
+    EXPECT_EQ(Routed(part).part.RouteSkip, 1);
     ASSERT_EQ(Messages().size(), 1U);
     EXPECT_TRUE(
         Messages()[0].starts_with("You do not have a router bit small enough to pocket this circular "
@@ -387,12 +387,12 @@ TEST_F(RoutingPaths, ARingAroundAnIslandIsCutFromNeitherSide) {
     Circle(200, 200, 12, 60);
     Circle(200, 200, 12, 40);
     RunState run = Routed(part);
-    EXPECT_EQ(run.NeedSecondSide, 1);
+    EXPECT_EQ(run.part.NeedSecondSide, 1);
     EXPECT_TRUE(Names().empty());
     Circle(200, 200, 12, 60);
-    run.SecondSidePass = 1;
+    run.part.SecondSidePass = 1;
     RecogniseRoutes(run);
-    ASSERT_EQ(run.unexplained.size(), 1U);
+    ASSERT_EQ(run.part.unexplained.size(), 1U);
 }
 
 TEST_F(RoutingPaths, EachTargetNamesThemInItsLanguage) {

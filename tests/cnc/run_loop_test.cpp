@@ -37,19 +37,19 @@ TEST_F(RunLoop, OpensEachPartOnceAndLeavesItsFileAlone) {
 TEST_F(RunLoop, BeginsEachPassClean) {
     Boards({"Side", "Shelf"});
     firstStep = [](RunState& run) {
-        EXPECT_TRUE(LayerExists(*run.part, "BrenvikExplode"));
-        EXPECT_EQ(run.part->SelectionSets().Item("exploded")->Count(), 0);
-        EXPECT_EQ(run.part->ModelSpace().Count(), 1);
-        EXPECT_EQ(run.RouteSkip, 0);
-        EXPECT_EQ(run.DrillSkip, 0);
-        EXPECT_EQ(run.bits.SavedToolDiameters, (std::array<double, 3>{}));
-        EXPECT_EQ(run.DimL + run.DimW + run.DimT, "000");
-        EXPECT_EQ(run.LastAddedLayer, "");
-        run.RouteSkip = run.DrillSkip = 1;
-        run.bits.SavedToolDiameters = {1, 2, 3};
-        run.DimL = "600";
-        run.LastAddedLayer = "VD_";
-        run.NeedSecondSide = 1;
+        EXPECT_TRUE(LayerExists(*run.part.drawing, "BrenvikExplode"));
+        EXPECT_EQ(run.part.drawing->SelectionSets().Item("exploded")->Count(), 0);
+        EXPECT_EQ(run.part.drawing->ModelSpace().Count(), 1);
+        EXPECT_EQ(run.part.RouteSkip, 0);
+        EXPECT_EQ(run.part.DrillSkip, 0);
+        EXPECT_EQ(run.part.bits.SavedToolDiameters, (std::array<double, 3>{}));
+        EXPECT_EQ(run.part.DimL + run.part.DimW + run.part.DimT, "000");
+        EXPECT_EQ(run.part.LastAddedLayer, "");
+        run.part.RouteSkip = run.part.DrillSkip = 1;
+        run.part.bits.SavedToolDiameters = {1, 2, 3};
+        run.part.DimL = "600";
+        run.part.LastAddedLayer = "VD_";
+        run.part.NeedSecondSide = 1;
         return PassOutcome::GoOn;
     };
     RunA();
@@ -68,7 +68,7 @@ TEST_F(RunLoop, ScalesByTheSettingAboutTheOrigin) {
         Set("ExportScaleSetting", c.setting);
         double length = 0;
         firstStep = [&](RunState& run) {
-            const Box3 box = LastSolid(*run.part).GetBoundingBox();
+            const Box3 box = LastSolid(*run.part.drawing).GetBoundingBox();
             length = box.max.x - box.min.x;
             return PassOutcome::GoOn;
         };
@@ -82,10 +82,10 @@ TEST_F(RunLoop, MakesASecondPassOfAPartThatNeedsIt) {
     Boards({"Side", "Shelf"});
     firstStep = [&](RunState& run) {
         if (run.FirstPass()) {
-            EXPECT_EQ(run.NeedSecondSide, 0);
-            EXPECT_EQ(run.ThroughRouteSeen, 0);
+            EXPECT_EQ(run.part.NeedSecondSide, 0);
+            EXPECT_EQ(run.part.ThroughRouteSeen, 0);
         }
-        if (run.partIndex == 0) run.NeedSecondSide = run.ThroughRouteSeen = 1;
+        if (run.part.index == 0) run.part.NeedSecondSide = run.part.ThroughRouteSeen = 1;
         WriteWorkDrawings(run);
         return PassOutcome::GoOn;
     };
@@ -105,7 +105,7 @@ TEST_F(RunLoop, BeginsTheSecondPassWithoutWorkDrawings) {
             EXPECT_FALSE(files.FileExists(WorkDrawing));
             EXPECT_FALSE(files.FileExists(WorkDrawing2));
         }
-        run.NeedSecondSide = 1;
+        run.part.NeedSecondSide = 1;
         WriteWorkDrawings(run);
         return PassOutcome::GoOn;
     };
@@ -119,8 +119,8 @@ TEST_F(RunLoop, MakesNoSecondPassWhereTheSettingsSaySo) {
     Set("DontDoTwoSided", "1");
     firstStep = [](RunState& run) {
         EXPECT_TRUE(run.FirstPass());
-        EXPECT_EQ(run.NeedSecondSide, 0);
-        run.NeedSecondSide = 1;
+        EXPECT_EQ(run.part.NeedSecondSide, 0);
+        run.part.NeedSecondSide = 1;
         return PassOutcome::GoOn;
     };
     RunA();
@@ -133,11 +133,11 @@ TEST_F(RunLoop, MakesNoSecondPassWhereTheSettingsSaySo) {
 TEST_F(RunLoop, GoesOnBehindAPartThatIsSkipped) {
     Boards({"Side", "Shelf", "Back"});
     firstStep = [&](RunState& run) {
-        EXPECT_EQ(run.NeedSecondSide, 0) << "the flags of the part before are gone with it";
-        EXPECT_EQ(run.ThroughRouteSeen, 0);
+        EXPECT_EQ(run.part.NeedSecondSide, 0) << "the flags of the part before are gone with it";
+        EXPECT_EQ(run.part.ThroughRouteSeen, 0);
         WriteWorkDrawings(run);
-        if (run.partIndex != 1) return PassOutcome::GoOn;
-        run.NeedSecondSide = run.ThroughRouteSeen = 1;
+        if (run.part.index != 1) return PassOutcome::GoOn;
+        run.part.NeedSecondSide = run.part.ThroughRouteSeen = 1;
         return PassOutcome::SkipPart;
     };
     RunA();
@@ -155,7 +155,7 @@ TEST_F(RunLoop, GoesOnBehindAPartThatIsSkipped) {
 TEST_F(RunLoop, ASecondPassThatIsSkippedLeavesTheFirstFile) {
     Boards({"Side", "Shelf"});
     firstStep = [](RunState& run) {
-        run.NeedSecondSide = run.partIndex == 0 ? 1 : 0;
+        run.part.NeedSecondSide = run.part.index == 0 ? 1 : 0;
         return run.FirstPass() ? PassOutcome::GoOn : PassOutcome::SkipPart;
     };
     RunA();
@@ -168,13 +168,13 @@ TEST_F(RunLoop, PassesOverAPartFileThatVanishedAndKeepsTheFlag) {
     Boards({"Side", "Shelf", "Back"});
     int needed = -1;
     firstStep = [&](RunState& run) {
-        if (run.partIndex == 0) {
+        if (run.part.index == 0) {
             files.RemoveFile("c:\\BV-DXF\\Part_1.dwg");
             files.RemoveFile("c:\\BV-DXF\\Part_0.dwg");
-            run.NeedSecondSide = 1;
+            run.part.NeedSecondSide = 1;
             return PassOutcome::SkipPart;
         }
-        needed = run.NeedSecondSide;
+        needed = run.part.NeedSecondSide;
         return PassOutcome::GoOn;
     };
     RunA();
@@ -205,7 +205,7 @@ TEST_F(RunLoop, AFailureOfFilesEndsTheRunCleanlyAndKeepsWhatWasWritten) {
     Boards({"Side", "Shelf", "Back"});
     secondStep = [&](RunState& run) -> PassOutcome {
         WriteWorkDrawings(run);
-        if (run.partIndex == 1) throw DiskFull("c:\\BV-DXF\\Part_1.dxf");
+        if (run.part.index == 1) throw DiskFull("c:\\BV-DXF\\Part_1.dxf");
         return PassOutcome::GoOn;
     };
     Set("MyWindowState", "1");
@@ -228,12 +228,12 @@ TEST_F(RunLoop, AFailureOfFilesEndsTheRunCleanlyAndKeepsWhatWasWritten) {
 TEST_F(RunLoop, SkipsAPartThatTheModellerRefusesAndTellsIt) {
     Boards({"Side", "Shelf", "Back"});
     firstStep = [](RunState& run) {
-        run.NeedSecondSide = run.partIndex == 2 ? 1 : 0;
+        run.part.NeedSecondSide = run.part.index == 2 ? 1 : 0;
         return PassOutcome::GoOn;
     };
     secondStep = [&](RunState& run) -> PassOutcome {
         WriteWorkDrawings(run);
-        if (run.partIndex == 1 || !run.FirstPass())
+        if (run.part.index == 1 || !run.FirstPass())
             throw Failure(4711, "Modeller", "The cut came to nothing", "face 12");
         return PassOutcome::GoOn;
     };
@@ -254,10 +254,10 @@ TEST_F(RunLoop, SkipsAPartThatTheModellerRefusesAndTellsIt) {
 TEST_F(RunLoop, TellsEachPartOfWhichSomethingIsUnexplained) {
     Boards({"Side", "Shelf", "Back"});
     firstStep = [](RunState& run) {
-        run.NeedSecondSide = run.partIndex == 0 ? 1 : 0;
-        if (run.partIndex < 2) run.unexplained.emplace_back("a slanted hole at 10,20");
-        if (run.partIndex == 1) run.unexplained.emplace_back("a dome");
-        return run.partIndex == 1 ? PassOutcome::SkipPart : PassOutcome::GoOn;
+        run.part.NeedSecondSide = run.part.index == 0 ? 1 : 0;
+        if (run.part.index < 2) run.part.unexplained.emplace_back("a slanted hole at 10,20");
+        if (run.part.index == 1) run.part.unexplained.emplace_back("a dome");
+        return run.part.index == 1 ? PassOutcome::SkipPart : PassOutcome::GoOn;
     };
     RunA();
     const Texts told = MessagesBetween();
@@ -277,7 +277,7 @@ TEST_F(RunLoop, TellsItsProgressAtEachPass) {
                        (progress.secondSide ? " second" : ""));
     });
     firstStep = [](RunState& run) {
-        run.NeedSecondSide = run.partIndex == 0 ? 1 : 0;
+        run.part.NeedSecondSide = run.part.index == 0 ? 1 : 0;
         return PassOutcome::GoOn;
     };
     RunA();

@@ -66,16 +66,16 @@ TEST_F(RunNames, ThatAreVeryLongAreCutInTheFileNameAlone) {
 
 TEST_F(RunNames, ThatAreLongShareTheRoom) {
     RunState run = RunOn(document, Target::C2C);
-    run.texts.PartName = Repeated("n", 255);
-    run.texts.PN = Repeated("p", 255);
+    run.part.texts.PartName = Repeated("n", 255);
+    run.part.texts.PN = Repeated("p", 255);
     const std::string name = WrittenFileName(run);
     EXPECT_EQ(name.size(), 239U);
     EXPECT_NE(name.find("_" + Repeated("p", 110)), std::string::npos) << name;
-    run.SecondSidePass = 1;
+    run.part.SecondSidePass = 1;
     EXPECT_EQ(WrittenFileName(run), "B" + name) << "both sides bear one name";
-    run.texts.PN = "7";
+    run.part.texts.PN = "7";
     EXPECT_TRUE(WrittenFileName(run).ends_with("n_7.dxf"));
-    run.texts.PartName = Repeated("n", 200);
+    run.part.texts.PartName = Repeated("n", 200);
     EXPECT_EQ(WrittenFileName(run), "BPart_0_" + Repeated("n", 200) + "_7.dxf");
 }
 

@@ -73,7 +73,7 @@ TEST_F(RunSetUp, WorksInWorldCoordinates) {
     document.SetActiveUcs({10, 20, 30}, {0, 1, 0}, {-1, 0, 0});
     Point3 corner;
     firstStep = [&](RunState& run) {
-        corner = LastSolid(*run.part).GetBoundingBox().min;
+        corner = LastSolid(*run.part.drawing).GetBoundingBox().min;
         return PassOutcome::GoOn;
     };
     RunA();
@@ -258,8 +258,8 @@ class RunList : public RunTemplateTest {
     Texts QuantitiesOfParts() {
         Texts quantities;
         firstStep = [&](RunState& run) {
-            TheSession().AcadDoc = run.part;
-            quantities.push_back(Quantity(LastSolid(*run.part)));
+            TheSession().AcadDoc = run.part.drawing;
+            quantities.push_back(Quantity(LastSolid(*run.part.drawing)));
             return PassOutcome::GoOn;
         };
         RunB();

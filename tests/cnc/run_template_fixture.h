@@ -22,7 +22,7 @@ class RunTemplateTest : public CncTest {
         PassWork steps;
         steps.pass = {[this](RunState& run) {
                           ++passes;
-                          seen.push_back(run.part->FullName() + (run.FirstPass() ? "" : " again"));
+                          seen.push_back(run.part.drawing->FullName() + (run.FirstPass() ? "" : " again"));
                           return firstStep ? firstStep(run) : PassOutcome::GoOn;
                       },
                       [this](RunState& run) {
@@ -32,11 +32,11 @@ class RunTemplateTest : public CncTest {
         steps.writePartFile = [this](RunState& run) {
             const std::string folder(run.FirstPass() ? OutputFolder : SecondSideFolder);
             const std::string name = std::string(run.FirstPass() ? "" : "B") + "Part_" +
-                                     std::to_string(run.partIndex) + "_done.dxf";
+                                     std::to_string(run.part.index) + "_done.dxf";
             if (onWrite) onWrite(run);
             files.WriteFile(folder + name, "done");
         };
-        steps.addListLine = [this](RunState& run) { listed.push_back(run.partIndex); };
+        steps.addListLine = [this](RunState& run) { listed.push_back(run.part.index); };
         steps.clearWorkLists = [this](Target target) { cleared.push_back(target); };
         steps.finishWorkLists = [this](Target target) { finished.push_back(target); };
         return steps;

@@ -89,7 +89,7 @@ TEST_F(SortingTest, ASlantedHoleStaysAndIsToldOnce) {
     Circle({44, 50, 8}, 8, layers::circleHold, slant);
     Sort(run);
     EXPECT_EQ(rim.Layer(), layers::circleHold);
-    EXPECT_EQ(run.unexplained, std::vector<std::string>{"slanted hole of 8 at 50,50,16: no operation"});
+    EXPECT_EQ(run.part.unexplained, std::vector<std::string>{"slanted hole of 8 at 50,50,16: no operation"});
 }
 
 TEST_F(SortingTest, TheLimitIsTheNumberAtTheHeadOfItsText) {
@@ -97,7 +97,7 @@ TEST_F(SortingTest, TheLimitIsTheNumberAtTheHeadOfItsText) {
     RunState run = RunOn(document);
     Circle({50, 50, 20}, 12.5);
     Sort(run);
-    EXPECT_EQ(run.CircleSize, 12.5);
+    EXPECT_EQ(run.part.CircleSize, 12.5);
     EXPECT_EQ(On(layers::MAXCircleHold), (std::vector<RimOf>{RimOf{12.5, 20}}));
 }
 

@@ -11,7 +11,7 @@ class OpenTopTest : public RoundBoreTest {
     RunState RunFor(const Bore& bore) {
         const Acad3DSolid& solid = BoardWith(bore);
         RunState run = RunOn(document);
-        run.PartVolume = solid.Volume();
+        run.part.PartVolume = solid.Volume();
         return run;
     }
 };
@@ -40,7 +40,7 @@ TEST_F(OpenTopTest, AContourThatLooksDownIsCutFromAboveAllTheSame) {
 
 TEST_F(OpenTopTest, AVolumeBelowThePartsIsAGrowth) {
     RunState run = RunFor({0, 60});
-    run.PartVolume -= 1;
+    run.part.PartVolume -= 1;
     EXPECT_EQ(OpenToTop(run, Circle({100, 100, 10}, 60), 6), OpenTop::Grown);
 }
 

@@ -14,7 +14,7 @@ class RealPartTest : public AlignmentTest {
     }
     std::vector<const AcadCircle*> CirclesOn(std::string_view layer) {
         std::vector<const AcadCircle*> found;
-        for (const AcadCircle* circle : AllOn<AcadCircle>(*run.part, layer)) found.push_back(circle);
+        for (const AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layer)) found.push_back(circle);
         return found;
     }
     std::size_t Count(std::string_view layer) { return CirclesOn(layer).size(); }
@@ -26,9 +26,9 @@ class RealPartTest : public AlignmentTest {
     }
     std::vector<std::size_t> LinesInside() {
         std::vector<std::size_t> heights;
-        for (const AcadLine* line : AllOn<AcadLine>(*run.part, layers::BrenvikExplode)) {
+        for (const AcadLine* line : AllOn<AcadLine>(*run.part.drawing, layers::BrenvikExplode)) {
             const double z = line->StartPoint().z;
-            if (z > 1e-6 && z < run.PartThickness - 1e-6)
+            if (z > 1e-6 && z < run.part.PartThickness - 1e-6)
                 heights.push_back(static_cast<std::size_t>(z + 0.5));
         }
         return heights;
@@ -38,30 +38,30 @@ class RealPartTest : public AlignmentTest {
 TEST_F(RealPartTest, SizesAndMaterialAreTaken) {
     app::Workpiece board = Board(600, 400, 18);
     ASSERT_EQ(SortPart(board.Solid()), PassOutcome::GoOn);
-    EXPECT_EQ(run.PartThickness, 18);
-    EXPECT_EQ(run.PartBottomZ, 0);
-    EXPECT_NEAR(run.PartVolume, 600.0 * 400 * 18, 1e-6);
-    EXPECT_EQ(run.QuarterThickness, 18);
-    EXPECT_EQ(run.MaterialName, "OAK");
+    EXPECT_EQ(run.part.PartThickness, 18);
+    EXPECT_EQ(run.part.PartBottomZ, 0);
+    EXPECT_NEAR(run.part.PartVolume, 600.0 * 400 * 18, 1e-6);
+    EXPECT_EQ(run.part.QuarterThickness, 18);
+    EXPECT_EQ(run.part.MaterialName, "OAK");
 }
 
 TEST_F(RealPartTest, APartWithoutMaterialHasAnUnknownOne) {
     app::Workpiece board = Board(600, 400, 18);
     GivePartData(board.Solid(), "Panel", "LWT", "");
     ASSERT_EQ(SortPart(board.Solid()), PassOutcome::GoOn);
-    EXPECT_EQ(run.MaterialName, "UnknownMaterial");
+    EXPECT_EQ(run.part.MaterialName, "UnknownMaterial");
 }
 
 TEST_F(RealPartTest, OnlyTheSolidAndCurvesAreLeft) {
     app::Workpiece board = Board(600, 400, 18);
     board.Drill({100, 100, 18}, app::Axis::Z, -10, 8);
     ASSERT_EQ(SortPart(board.Solid()), PassOutcome::GoOn);
-    run.part->ModelSpace().ForEach([](AcadEntity& entity) {
+    run.part.drawing->ModelSpace().ForEach([](AcadEntity& entity) {
         const std::string kind(entity.ObjectName());
         EXPECT_TRUE(kind == "AcDb3dSolid" || kind == "AcDbLine" || kind == "AcDbArc" || kind == "AcDbCircle")
             << kind << " on " << entity.Layer();
     });
-    EXPECT_EQ(LastSolid(*run.part).Layer(), layers::SolidHold);
+    EXPECT_EQ(LastSolid(*run.part.drawing).Layer(), layers::SolidHold);
 }
 
 TEST_F(RealPartTest, HolesAndBoresAreSortedAtAnyAngle) {
@@ -85,9 +85,9 @@ TEST_F(RealPartTest, HolesAndBoresAreSortedAtAnyAngle) {
         ExpectRim(layers::RouteCirclePV, 50, 10);
         EXPECT_EQ(Count(layers::RouteCirclePV), 1U);
         EXPECT_GE(Count(layers::HorzcircleHold), 2U);
-        EXPECT_EQ(run.NeedSecondSide, 0);
-        EXPECT_TRUE(run.unexplained.empty());
-        run.part->Close(false);
+        EXPECT_EQ(run.part.NeedSecondSide, 0);
+        EXPECT_TRUE(run.part.unexplained.empty());
+        run.part.drawing->Close(false);
         board.Solid().Delete();
     }
 }
@@ -99,8 +99,8 @@ TEST_F(RealPartTest, AWideBoreFromBelowNeedsTheOtherSide) {
     board.Drill({500, 200, 0}, app::Axis::Z, 2, 50);
     ASSERT_EQ(SortPart(board.Solid()), PassOutcome::GoOn);
     // The face with less cut out of it lies down.
-    EXPECT_EQ(run.NeedSecondSide, 1);
-    EXPECT_EQ(run.ThroughRouteSeen, 1);
+    EXPECT_EQ(run.part.NeedSecondSide, 1);
+    EXPECT_EQ(run.part.ThroughRouteSeen, 1);
     EXPECT_EQ(Count(layers::RouteCirclePV), 0U);
 }
 
@@ -118,8 +118,8 @@ TEST_F(RealPartTest, ASlantedHoleIsTold) {
     drill.Move({0, 0, 0}, {300, 200, 9});
     board.Solid().Boolean(BooleanKind::Subtraction, drill);
     ASSERT_EQ(SortPart(board.Solid()), PassOutcome::GoOn);
-    ASSERT_EQ(run.unexplained.size(), 1U);
-    EXPECT_EQ(run.unexplained[0].substr(0, 17), "slanted hole of 8");
+    ASSERT_EQ(run.part.unexplained.size(), 1U);
+    EXPECT_EQ(run.part.unexplained[0].substr(0, 17), "slanted hole of 8");
 }
 
 TEST_F(RealPartTest, ASlantedHoleThatStopsIsToldOnce) {
@@ -129,7 +129,7 @@ TEST_F(RealPartTest, ASlantedHoleThatStopsIsToldOnce) {
     drill.Move({0, 0, 0}, {300, 200, 9});
     board.Solid().Boolean(BooleanKind::Subtraction, drill);
     ASSERT_EQ(SortPart(board.Solid()), PassOutcome::GoOn);
-    EXPECT_EQ(run.unexplained.size(), 1U);
+    EXPECT_EQ(run.part.unexplained.size(), 1U);
 }
 
 TEST_F(RealPartTest, ARoundedPocketLeavesItsFourArcsInsideThePart) {
@@ -150,7 +150,7 @@ TEST_F(RealPartTest, ARoundedPocketLeavesItsFourArcsInsideThePart) {
     ASSERT_EQ(SortPart(board.Solid()), PassOutcome::GoOn);
     EXPECT_EQ(LinesInside(), (std::vector<std::size_t>{10, 10, 10, 10}));
     std::size_t arcs = 0;
-    for (const AcadArc* arc : AllOn<AcadArc>(*run.part, layers::BrenvikExplode))
+    for (const AcadArc* arc : AllOn<AcadArc>(*run.part.drawing, layers::BrenvikExplode))
         arcs += std::abs(arc->StartPoint().z - 10) < 1e-9 && std::abs(arc->Normal().z) == 1 ? 1 : 0;
     EXPECT_GE(arcs, 4U);
 }

@@ -180,8 +180,8 @@ class Tongues : public CncTest {
     RunState Run() {
         Board(600, 400, 18);
         RunState run = RunOn(document);
-        run.MaterialKeyText = "18 OAK";
-        LookupMaterial(run.MaterialKeyText, run.Material);
+        run.part.MaterialKeyText = "18 OAK";
+        LookupMaterial(run.part.MaterialKeyText, run.part.Material);
         return run;
     }
 };
@@ -199,7 +199,7 @@ TEST_F(Tongues, AreLedOnTheOutlineAlone) {
 TEST_F(Tongues, WithoutAnOutlineNothingIsDone) {
     AcadLWPolyline& outline = Draw("ROTOR18");
     RunState run = Run();
-    run.Material = {};
+    run.part.Material = {};
     ProcessTongues(run);
     EXPECT_EQ(VerticesOf(outline).size(), 8U);
     EXPECT_TRUE(Messages().empty());
@@ -208,7 +208,7 @@ TEST_F(Tongues, WithoutAnOutlineNothingIsDone) {
 TEST_F(Tongues, WithoutAMaterialTheOutlineStays) {
     AcadLWPolyline& outline = Draw("OT_Z18_T1_D12_S18000_F300_R_C0");
     RunState run = Run();
-    run.Material = {};
+    run.part.Material = {};
     ProcessTongues(run);
     EXPECT_EQ(VerticesOf(outline).size(), 8U);
     ASSERT_EQ(Messages().size(), 1U);

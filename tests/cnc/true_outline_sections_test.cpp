@@ -30,7 +30,7 @@ TEST_F(OutlineTest, ATongueInTheMiddleOfTheThicknessWidensTheOutline) {
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(CornersOf(Profile()), CornersOf(Rectangle(0, 0, 600, 400)));
     EXPECT_EQ(Profile().points.size(), 4U);
-    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
 }
 
 TEST_F(OutlineTest, RoundedCornersThatAreWiderAboveStayTrueArcs) {
@@ -78,7 +78,7 @@ TEST_F(OutlineTest, CutOutsOfAPartWiderAboveAreNotMadeTwice) {
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(On("RT_").size(), 2U);
     EXPECT_EQ(On("OT_").size(), 1U);
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_TRUE(run.part.unexplained.empty());
 }
 
 TEST_F(OutlineTest, ManyOpeningsOfASlicedPartLeaveTheOutlineWhole) {

@@ -36,8 +36,8 @@ class VerticalDrilling : public CncTest {
     }
     RunState Start(Target target = Target::C2C) {
         RunState run = RunOn(document, target);
-        run.PartThickness = Thick;
-        run.PartVolume = wood.Solid().Volume();
+        run.part.PartThickness = Thick;
+        run.part.PartVolume = wood.Solid().Volume();
         return run;
     }
     /// With a ledge over the whole part, so that every hole is tried for material above it.
@@ -80,9 +80,9 @@ TEST_F(VerticalDrilling, AThroughHoleIsOneCircleOnTheTopPlaneWithSpoil) {
     RunState run = Start();
     Drill(run);
     ExpectOne("VD_Z19p5_T_D8", 100, 50, 8, -19.5);
-    EXPECT_EQ(run.NeedSecondSide, 0);
-    EXPECT_EQ(run.LastAddedLayer, "VD_Z19p5_T_D8");
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.LastAddedLayer, "VD_Z19p5_T_D8");
+    EXPECT_TRUE(run.part.unexplained.empty());
 }
 
 TEST_F(VerticalDrilling, ABlindHoleHasItsDepthAndNoSpoil) {
@@ -119,8 +119,8 @@ TEST_F(VerticalDrilling, TheHighestFloorWinsAndTheLowerOneBelongsToTheOtherSide)
     RunState run = Start();
     Drill(run);
     ExpectOne("VD_Z7_T_D8", 100, 50, 8, -7);
-    EXPECT_EQ(run.NeedSecondSide, 1);
-    EXPECT_EQ(run.ThroughRouteSeen, 1);
+    EXPECT_EQ(run.part.NeedSecondSide, 1);
+    EXPECT_EQ(run.part.ThroughRouteSeen, 1);
 }
 
 TEST_F(VerticalDrilling, AWiderRecessBelowBelongsToTheOtherSide) {
@@ -133,9 +133,9 @@ TEST_F(VerticalDrilling, AWiderRecessBelowBelongsToTheOtherSide) {
     RunState run = Start();
     Drill(run);
     ExpectOne("VD_Z10_T_D5", 100, 50, 5, -10);
-    EXPECT_EQ(run.NeedSecondSide, 1);
-    EXPECT_EQ(run.ThroughRouteSeen, 1);
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_EQ(run.part.NeedSecondSide, 1);
+    EXPECT_EQ(run.part.ThroughRouteSeen, 1);
+    EXPECT_TRUE(run.part.unexplained.empty());
 }
 
 TEST_F(VerticalDrilling, OnlyTheFirstSideSaysThatAThroughRouteWasSeen) {
@@ -144,10 +144,10 @@ TEST_F(VerticalDrilling, OnlyTheFirstSideSaysThatAThroughRouteWasSeen) {
     Level(100, 50, 9, 5);
     Level(100, 50, 4, 5);
     RunState run = Start();
-    run.SecondSidePass = 1;
+    run.part.SecondSidePass = 1;
     Drill(run);
-    EXPECT_EQ(run.NeedSecondSide, 1);
-    EXPECT_EQ(run.ThroughRouteSeen, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 1);
+    EXPECT_EQ(run.part.ThroughRouteSeen, 0);
 }
 
 TEST_F(VerticalDrilling, OfTwoFloorsAtOneHeightTheLaterIsTakenWithoutAFlag) {
@@ -156,13 +156,13 @@ TEST_F(VerticalDrilling, OfTwoFloorsAtOneHeightTheLaterIsTakenWithoutAFlag) {
     const std::string first = Level(100, 50, 5, 8).Handle(), second = Level(100, 50, 5, 8).Handle();
     RunState run = Start();
     Drill(run);
-    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
     const auto layerOf = [&](const std::string& handle) {
         return dynamic_cast<AcadEntity*>(document.HandleToObject(handle))->Layer();
     };
     EXPECT_EQ(layerOf(second), "VD_Z14_T_D8");
     EXPECT_EQ(layerOf(first), layers::circleHold);
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_TRUE(run.part.unexplained.empty());
 }
 
 TEST_F(VerticalDrilling, ACounterboreAndTheHoleInItAreBothDrilled) {
@@ -178,7 +178,7 @@ TEST_F(VerticalDrilling, ACounterboreAndTheHoleInItAreBothDrilled) {
     ASSERT_EQ(circles.size(), 2U);
     ExpectHole(circles[0], "VD_Z19p5_T_D5", 100, 50, 5, -19.5);
     ExpectHole(circles[1], "VD_Z7_T_D12", 100, 50, 12, -7);
-    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
 }
 
 TEST_F(VerticalDrilling, AHoleInAPocketFloorIsMeasuredFromTheTopPlane) {
@@ -189,7 +189,7 @@ TEST_F(VerticalDrilling, AHoleInAPocketFloorIsMeasuredFromTheTopPlane) {
     RunState run = Start();
     Drill(run);
     ExpectOne("VD_Z15_T_D5", 100, 50, 5, -15);
-    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
 }
 
 TEST_F(VerticalDrilling, NestedCounterboresInARecessAreAllDrilled) {
@@ -206,7 +206,7 @@ TEST_F(VerticalDrilling, NestedCounterboresInARecessAreAllDrilled) {
     ASSERT_EQ(circles.size(), 2U);
     ExpectHole(circles[0], "VD_Z19p5_T_D5", 100, 50, 5, -19.5);
     ExpectHole(circles[1], "VD_Z9_T_D12", 100, 50, 12, -9);
-    EXPECT_EQ(run.NeedSecondSide, 0);
+    EXPECT_EQ(run.part.NeedSecondSide, 0);
 }
 
 TEST_F(VerticalDrilling, AHoleFromBelowIsLeftToTheOtherSide) {
@@ -219,9 +219,9 @@ TEST_F(VerticalDrilling, AHoleFromBelowIsLeftToTheOtherSide) {
     RunState run = Start();
     Drill(run);
     EXPECT_TRUE(Circles().empty());
-    EXPECT_EQ(run.NeedSecondSide, 1);
-    EXPECT_EQ(run.ThroughRouteSeen, 1);
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_EQ(run.part.NeedSecondSide, 1);
+    EXPECT_EQ(run.part.ThroughRouteSeen, 1);
+    EXPECT_TRUE(run.part.unexplained.empty());
     EXPECT_EQ(All<Acad3DSolid>(document).size(), 1U);
 }
 
@@ -235,7 +235,7 @@ TEST_F(VerticalDrilling, ARecessHoleWithoutAFloorIsToldAndTheOthersAreDrilled) {
     RunState run = Start();
     Drill(run);
     EXPECT_EQ(OnLayers(Circles(), "VD_").size(), 1U);
-    EXPECT_EQ(run.unexplained, std::vector<std::string>{"hole of 5 at 100,50,6: no operation"});
+    EXPECT_EQ(run.part.unexplained, std::vector<std::string>{"hole of 5 at 100,50,6: no operation"});
 }
 
 TEST_F(VerticalDrilling, ARimWithoutAFloorIsTold) {
@@ -246,7 +246,7 @@ TEST_F(VerticalDrilling, ARimWithoutAFloorIsTold) {
     RunState run = Start();
     Drill(run);
     EXPECT_EQ(OnLayers(Circles(), "VD_").size(), 1U);
-    EXPECT_EQ(run.unexplained, std::vector<std::string>{"hole of 12 at 100,50,19: no operation"});
+    EXPECT_EQ(run.part.unexplained, std::vector<std::string>{"hole of 12 at 100,50,19: no operation"});
 }
 
 TEST_F(VerticalDrilling, AHoleIsToldOnceWhicheverSideItIsSeenFrom) {
@@ -255,10 +255,10 @@ TEST_F(VerticalDrilling, AHoleIsToldOnceWhicheverSideItIsSeenFrom) {
     RunState run = Start();
     Drill(run);
     for (AcadCircle* circle : All<AcadCircle>(document)) circle->Delete();
-    run.SecondSidePass = 1;
+    run.part.SecondSidePass = 1;
     Level(100, 350, 0, 12);
     Drill(run);
-    EXPECT_EQ(run.unexplained, std::vector<std::string>{"hole of 12 at 100,50,19: no operation"});
+    EXPECT_EQ(run.part.unexplained, std::vector<std::string>{"hole of 12 at 100,50,19: no operation"});
 }
 
 TEST_F(VerticalDrilling, AThroughHoleOfTheFirstSideYieldsNothingOnTheSecond) {
@@ -275,10 +275,10 @@ TEST_F(VerticalDrilling, AThroughHoleOfTheFirstSideYieldsNothingOnTheSecond) {
     Top(500, 50, 8);
     Level(500, 50, 9, 8);
     RunState run = Start();
-    run.SecondSidePass = 1;
+    run.part.SecondSidePass = 1;
     Drill(run);
     ExpectOne("VD_Z10_T_D8", 500, 50, 8, -10);
-    EXPECT_TRUE(run.unexplained.empty());
+    EXPECT_TRUE(run.part.unexplained.empty());
 }
 
 TEST_F(VerticalDrilling, AHoleDrilledThroughFromARecessIsNotDrilledAgainFromTheOtherSide) {
@@ -294,7 +294,7 @@ TEST_F(VerticalDrilling, AHoleDrilledThroughFromARecessIsNotDrilledAgainFromTheO
     for (AcadCircle* circle : All<AcadCircle>(document)) circle->Delete();
 
     // Turned over about X: the recess lies below now.
-    run.SecondSidePass = 1;
+    run.part.SecondSidePass = 1;
     Top(100, 350, 8);
     Level(100, 350, 7, 8);
     Top(500, 350, 8);
@@ -308,7 +308,7 @@ TEST_F(VerticalDrilling, AFloorThatIsNotBelowTheTopEndsThePart) {
     Level(100, 50, 20, 8);
     RunState run = Start();
     Drill(run);
-    EXPECT_EQ(run.DrillSkip, 1);
+    EXPECT_EQ(run.part.DrillSkip, 1);
     EXPECT_EQ(Messages(), std::vector<std::string>{"error"});
 }
 

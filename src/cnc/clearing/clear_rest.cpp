@@ -41,11 +41,11 @@ struct ClearingModule {
 /// From the first side's frame to the second's, or back.
 void TurnOver(const RunState& run, Removal& removal) {
     for (PlanSide& side : removal.sides) {
-        side.from.y = run.ExtentY - side.from.y;
-        side.to.y = run.ExtentY - side.to.y;
+        side.from.y = run.part.ExtentY - side.from.y;
+        side.to.y = run.part.ExtentY - side.to.y;
         side.bulge = -side.bulge;
     }
-    removal.low = run.ExtentZ - std::exchange(removal.high, run.ExtentZ - removal.low);
+    removal.low = run.part.ExtentZ - std::exchange(removal.high, run.part.ExtentZ - removal.low);
 }
 
 /// What takes wood away in this pass's frame: the operations of this pass with their paths, and behind them
@@ -68,10 +68,11 @@ AcadLWPolyline* PathOf(const std::vector<AcadLWPolyline*>& paths, const WrittenO
 
 Removals RemovalsOf(const RunState& run) {
     const std::vector<std::string> tools = ToolNumbersOf(run);
-    const SideContext context{run.target, run.Metric(), !run.FirstPass(), run.ExtentY, run.ExtentZ, tools};
-    const std::vector<AcadLWPolyline*> paths = All<AcadLWPolyline>(*run.part);
+    const SideContext context{run.target,       run.Metric(),     !run.FirstPass(),
+                              run.part.ExtentY, run.part.ExtentZ, tools};
+    const std::vector<AcadLWPolyline*> paths = All<AcadLWPolyline>(*run.part.drawing);
     Removals removals;
-    for (WrittenOperation& operation : ReadWrittenSide(*run.part, context).operations) {
+    for (WrittenOperation& operation : ReadWrittenSide(*run.part.drawing, context).operations) {
         // What lies above an edge bore is wood, or a bit comes down through it anyway.
         if (operation.kind == OperationKind::Outline || operation.bore) continue;
         Removal removal{std::move(operation.sides), operation.low, operation.high};
@@ -120,7 +121,7 @@ bool IsMade(const PlanRound& round, const Removals& removals, double slack) {
 class Placing {
   public:
     Placing(RunState& run, const Removals& removals)
-        : mRun(run), mRemovals(removals), mPart(LastSolid(*run.part).GetBoundingBox()) {}
+        : mRun(run), mRemovals(removals), mPart(LastSolid(*run.part.drawing).GetBoundingBox()) {}
 
     /// False where no bit fits.
     bool Place(const RestCut& cut) {
@@ -133,13 +134,14 @@ class Placing {
         const PlanRound& round = *cut.round;
         // The noise of sections would show in the name.
         const double diameter = RoundHalfEven(2 * round.radius, DiameterDecimals);
-        const bool drilled = RoundHalfEven(diameter, SizeDecimals) <= mRun.CircleSize;
+        const bool drilled = RoundHalfEven(diameter, SizeDecimals) <= mRun.part.CircleSize;
         if (drilled && IsMade(round, mRemovals, UnitOf(mRun) * 0.01)) return false;
-        const bool fits = drilled || (cut.through ? BitForThroughCircle(mRun.Material, diameter).has_value()
-                                                  : BitForCirclePocket(mRun.Material, diameter).has_value());
+        const bool fits =
+            drilled || (cut.through ? BitForThroughCircle(mRun.part.Material, diameter).has_value()
+                                    : BitForCirclePocket(mRun.part.Material, diameter).has_value());
         if (!fits) return false;
-        AcadCircle& circle =
-            *mRun.part->ModelSpace().AddCircle({round.center.x, round.center.y, cut.floor}, diameter / 2);
+        AcadCircle& circle = *mRun.part.drawing->ModelSpace().AddCircle(
+            {round.center.x, round.center.y, cut.floor}, diameter / 2);
         circle.SetColor(PlainColor);
         if (drilled) {
             DrillAt(mRun, circle, cut.fromTopFace);
@@ -160,7 +162,7 @@ class Placing {
             corners.push_back({side.from.x, side.from.y, side.bulge});
             flat.insert(flat.end(), {side.from.x, side.from.y});
         }
-        AcadLWPolyline& path = *mRun.part->ModelSpace().AddLightWeightPolyline(flat);
+        AcadLWPolyline& path = *mRun.part.drawing->ModelSpace().AddLightWeightPolyline(flat);
         path.SetClosed(true);
         SetVertices(path, corners);
         path.SetElevation(cut.floor);
@@ -170,7 +172,7 @@ class Placing {
     bool PlaceCutOut(const RestCut& cut) {
         AcadLWPolyline& path = Draw(cut);
         path.SetLayer(layers::ThroughxRoute);
-        const bool fits = BitForThroughContour(mRun.Material, ShortestSide(path)).tool.has_value();
+        const bool fits = BitForThroughContour(mRun.part.Material, ShortestSide(path)).tool.has_value();
         if (fits)
             CutOut(mRun, path);
         else
@@ -181,7 +183,7 @@ class Placing {
     bool PlacePath(const RestCut& cut) {
         AcadLWPolyline& path = Draw(cut);
         path.SetLayer(layers::RoutingLayer2);
-        const bool fits = BitForInsideRoute(mRun.Material, ShortestSide(path)).tool.has_value();
+        const bool fits = BitForInsideRoute(mRun.part.Material, ShortestSide(path)).tool.has_value();
         if (fits)
             CutInside(mRun, mPart, path);
         else
@@ -198,17 +200,17 @@ class Placing {
 std::size_t PlaceCuts(RunState& run, const std::vector<RestCut>& cuts, const Removals& removals) {
     if (cuts.empty()) return 0;
     std::size_t placed = 0;
-    UnlockAllLayers(*run.part);
+    UnlockAllLayers(*run.part.drawing);
     // The outline's direction stands there, which later steps read.
-    const std::string direction = run.RouteDirection;
+    const std::string direction = run.part.RouteDirection;
     Placing placing(run, removals);
     for (const RestCut& cut : cuts) {
-        run.RouteDirection = DirectionOfCut(run.Material);
+        run.part.RouteDirection = DirectionOfCut(run.part.Material);
         if (!placing.Place(cut)) continue;
         ++placed;
         for (const std::size_t old : cut.replaces) removals.paths[old]->Delete();
     }
-    run.RouteDirection = direction;
+    run.part.RouteDirection = direction;
     ConvertPockets(run);
     return placed;
 }
@@ -218,7 +220,7 @@ std::size_t PlaceCuts(RunState& run, const std::vector<RestCut>& cuts, const Rem
 void SettleSecondSide(RunState& run, const Rest& rest, std::size_t placed) {
     if (rest.fromBelow) return NeedOtherSide(run);
     if (placed == 0 || SwitchIsOn(setting::HorzBoreOn2)) return;
-    run.NeedSecondSide = run.ThroughRouteSeen = 0;
+    run.part.NeedSecondSide = run.part.ThroughRouteSeen = 0;
 }
 
 }  // namespace
@@ -227,11 +229,11 @@ PassOutcome ClearRest(RunState& run) {
     SectionPort* const port = ThePlatform().sections;
     if (port == nullptr) return PassOutcome::GoOn;
     Skip([&] {
-        const std::unique_ptr<SolidSections> part = port->HoldSolid(LastSolid(*run.part).ObjectID());
+        const std::unique_ptr<SolidSections> part = port->HoldSolid(LastSolid(*run.part.drawing).ObjectID());
         if (!part) return;
         const Removals removals = RemovalsOf(run);
         const Rest rest =
-            RestOf({*part, removals.all, UnitOf(run), WidestBit(run.Material)}, run.FirstPass());
+            RestOf({*part, removals.all, UnitOf(run), WidestBit(run.part.Material)}, run.FirstPass());
         const std::size_t placed = PlaceCuts(run, rest.cuts, removals);
         if (run.FirstPass()) SettleSecondSide(run, rest, placed);
     });

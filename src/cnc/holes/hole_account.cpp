@@ -26,8 +26,8 @@ bool TellsLess(const HoleCircle& a, const HoleCircle& b) {
 
 HoleAccount::HoleAccount(RunState& run, const Box3& part) : mRun(run), mPart(part) {
     if (!run.FirstPass()) return;
-    run.firstSideHoles.clear();
-    run.firstSideTold.clear();
+    run.firstSide.holes.clear();
+    run.firstSide.told.clear();
 }
 
 void HoleAccount::Remember(std::vector<DrilledHole>& list, const DrilledHole& hole) {
@@ -36,7 +36,7 @@ void HoleAccount::Remember(std::vector<DrilledHole>& list, const DrilledHole& ho
 
 void HoleAccount::AddDrilled(const HoleCircle& rim, double floorZ) {
     mDrilled.push_back({rim.center.x, rim.center.y, rim.diameter, rim.center.z, floorZ});
-    Remember(mRun.firstSideHoles, mDrilled.back());
+    Remember(mRun.firstSide.holes, mDrilled.back());
 }
 
 void HoleAccount::AddGivenAway(const HoleCircle& circle) {
@@ -53,7 +53,7 @@ bool HoleAccount::DrilledOnFirstSide(const HoleCircle& rim, double floorZ) const
     const Point3& here = rim.center;
     const Point3 start = OnFirstSide(mRun, mPart, {here.x, here.y, floorZ});
     const Point3 end = OnFirstSide(mRun, mPart, here);
-    return std::ranges::any_of(mRun.firstSideHoles, [&](const DrilledHole& hole) {
+    return std::ranges::any_of(mRun.firstSide.holes, [&](const DrilledHole& hole) {
         return NearlyEqual(hole.x, start.x) && NearlyEqual(hole.y, start.y) &&
                NearlyEqual(hole.diameter, rim.diameter) && NearlyEqual(hole.rimZ, start.z) &&
                NearlyEqual(hole.floorZ, end.z);
@@ -76,8 +76,8 @@ bool HoleAccount::KnownFromFirstSide(const HoleCircle& circle) const {
         return NearlyEqual(hole.x, seen.x) && NearlyEqual(hole.y, seen.y) &&
                atMost(circle.diameter, hole.diameter) && atMost(hole.floorZ, seen.z);
     };
-    return std::ranges::any_of(mRun.firstSideHoles, holds) ||
-           std::ranges::any_of(mRun.firstSideTold, [&](const DrilledHole& told) {
+    return std::ranges::any_of(mRun.firstSide.holes, holds) ||
+           std::ranges::any_of(mRun.firstSide.told, [&](const DrilledHole& told) {
                return holds(told) && (seen.z < told.rimZ || NearlyEqual(seen.z, told.rimZ));
            });
 }
@@ -101,14 +101,14 @@ void HoleAccount::TellAxis(std::span<const HoleCircle> circles) {
         const bool foot = SameLength(away.diameter, first.diameter) && Less(mPart.min.z, away.center.z);
         if (SameAxis(away, first) && (!bored || foot)) take(away);
     }
-    Remember(mRun.firstSideTold, told);
+    Remember(mRun.firstSide.told, told);
 }
 
 void HoleAccount::Tell(std::span<const HoleCircle> left) {
     for (const DrilledHole& pin : mPins) {
         if (KnownFromFirstSide({{pin.x, pin.y, pin.rimZ}, pin.diameter})) continue;
         NoteUnexplained(mRun, mPart, "pin", pin.diameter, {pin.x, pin.y, pin.rimZ});
-        Remember(mRun.firstSideTold, pin);
+        Remember(mRun.firstSide.told, pin);
     }
     std::vector<HoleCircle> untold(left.begin(), left.end());
     if (!mRun.FirstPass()) untold.insert(untold.end(), mGivenAway.begin(), mGivenAway.end());

@@ -69,8 +69,8 @@ bool SameCircle(const BoreCircle& a, const BoreCircle& b) {
 class Boring {
   public:
     explicit Boring(RunState& run)
-        : mRun(run), mTraits(TraitsOf(run.target)), mPart(LastSolid(*run.part).GetBoundingBox()) {
-        for (AcadCircle* circle : AllOn<AcadCircle>(*run.part, mTraits.horizontalWorkLayer)) {
+        : mRun(run), mTraits(TraitsOf(run.target)), mPart(LastSolid(*run.part.drawing).GetBoundingBox()) {
+        for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, mTraits.horizontalWorkLayer)) {
             const Point3 center = circle->Center();
             mCircles.push_back({circle,
                                 {std::abs(center.x), std::abs(center.y), std::abs(center.z)},
@@ -111,10 +111,10 @@ class Boring {
                 PlaceRectangle(bore);
         }
         if (mTraits.firstFamily) {
-            TopView(*mRun.part);
-            mRun.part->SendCommand("regen ");
+            TopView(*mRun.part.drawing);
+            mRun.part.drawing->SendCommand("regen ");
         }
-        mRun.edgeBores = static_cast<int>(mBores.size());
+        mRun.part.edgeBores = static_cast<int>(mBores.size());
     }
 
     /// Tells what is no part of a bore, and clears twins and what rectangles have taken the place of.
@@ -232,7 +232,7 @@ class Boring {
     /// Arcs about a level axis, and the curves where holes cross.
     std::vector<WallEnd> CurvesOfWalls() const {
         std::vector<WallEnd> found;
-        mRun.part->ModelSpace().ForEach([&found](AcadEntity& entity) {
+        mRun.part.drawing->ModelSpace().ForEach([&found](AcadEntity& entity) {
             const auto* arc = dynamic_cast<const AcadArc*>(&entity);
             if (arc != nullptr ? RoundHalfEven(arc->Normal().z, CompareDecimals) == 0
                                : entity.ObjectName() == "AcDbSpline" || entity.ObjectName() == "AcDbEllipse")
@@ -255,7 +255,7 @@ class Boring {
         if (known) return *known;
         const double face = FaceOf(mPart, side);
         known = false;
-        mRun.part->ModelSpace().ForEach([&](AcadEntity& entity) {
+        mRun.part.drawing->ModelSpace().ForEach([&](AcadEntity& entity) {
             const auto* line = dynamic_cast<const AcadLine*>(&entity);
             known = *known || (line != nullptr && SameLength(Along(line->StartPoint(), side.axis), face) &&
                                SameLength(Along(line->EndPoint(), side.axis), face));
@@ -302,7 +302,7 @@ class Boring {
     void PlaceRectangle(const Bore& bore) {
         const SideTraits& side = *bore.side;
         const BoreCircle& rim = mCircles[bore.rim];
-        AddLayer(*mRun.part, side.workLayer);
+        AddLayer(*mRun.part.drawing, side.workLayer);
         Dress(bore, ReplacedColor);
         rim.circle->SetLayer(side.workLayer);
 
@@ -315,7 +315,7 @@ class Boring {
         const std::array<double, 8> corners =
             side.axis == Axis::Y ? std::array<double, 8>{low, face, high, face, high, inside, low, inside}
                                  : std::array<double, 8>{face, low, face, high, inside, high, inside, low};
-        AcadLWPolyline& rectangle = *mRun.part->ModelSpace().AddLightWeightPolyline(corners);
+        AcadLWPolyline& rectangle = *mRun.part.drawing->ModelSpace().AddLightWeightPolyline(corners);
         rectangle.SetClosed(true);
         rectangle.SetThickness(0);
         rectangle.SetColor(RectangleColor);
@@ -328,7 +328,7 @@ class Boring {
 
     void Group(AcadEntity& entity, std::string_view name) const {
         AcadEntity* const member = &entity;
-        mRun.part->Groups().Add(name)->AppendItems(std::span(&member, 1));
+        mRun.part.drawing->Groups().Add(name)->AppendItems(std::span(&member, 1));
     }
 
     /// Whether a circle lies in a bore that was made: the twin of a rim or a floor, or a step no wider.
@@ -362,7 +362,7 @@ class Boring {
 
 void BoreHorizontally(RunState& run) {
     const std::string_view workLayer = TraitsOf(run.target).horizontalWorkLayer;
-    Skip([&] { UnlockLayer(*run.part, workLayer); });
+    Skip([&] { UnlockLayer(*run.part.drawing, workLayer); });
     Boring boring(run);
     boring.RepairNormals();
     boring.FindBores();

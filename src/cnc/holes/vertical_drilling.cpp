@@ -66,7 +66,7 @@ void DrillDownTo(RunState& run, AcadCircle& circle, HoleStart start, const HoleH
     HoleCut cut = CutOf(run, start, heights, spoil);
     cut.diameter = circle.Diameter();
     circle.SetThickness(HoleThickness(run, cut));
-    circle.Move({0, 0, 0}, {0, 0, run.PartThickness - heights.floor});
+    circle.Move({0, 0, 0}, {0, 0, run.part.PartThickness - heights.floor});
     circle.SetColor(OperationColor);
     cut.circleZ = circle.Center().z;
     const std::string layer = HoleLayerName(run, cut);
@@ -80,13 +80,13 @@ class Drilling {
     Drilling(RunState& run, const LevelShapes& shapes)
         : mRun(run),
           mShapes(shapes),
-          mPart(LastSolid(*run.part).GetBoundingBox()),
+          mPart(LastSolid(*run.part.drawing).GetBoundingBox()),
           mSpoil(StrictNumberSetting(setting::DrillSpoilAmount)),
           mAccount(run, mPart) {
-        for (AcadCircle* circle : AllOn<AcadCircle>(*run.part, layers::MAXCircleHold))
+        for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::MAXCircleHold))
             mTop.push_back({{circle->Center(), circle->Diameter()}, circle});
         // A slanted circle is no candidate; the sorting has told of it.
-        for (AcadCircle* circle : AllOn<AcadCircle>(*run.part, layers::circleHold))
+        for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::circleHold))
             if (Upright(*circle)) mRims.push_back({{circle->Center(), circle->Diameter()}, circle});
     }
 
@@ -176,7 +176,7 @@ class Drilling {
     Rim* NextRim() {
         Rim* candidate = nullptr;
         for (Rim& rim : mRims) {
-            if (rim.gone || rim.passedOver || !Less(rim.center.z, mRun.PartThickness)) continue;
+            if (rim.gone || rim.passedOver || !Less(rim.center.z, mRun.part.PartThickness)) continue;
             if (candidate == nullptr || (SameBore(rim, *candidate) && Lower(*candidate, rim)))
                 candidate = &rim;
         }
@@ -273,12 +273,12 @@ class Drilling {
     }
 
     bool Drill(Rim& entry, Rim& floor, HoleStart start) {
-        if (!Less(floor.center.z, mRun.PartThickness)) {
+        if (!Less(floor.center.z, mRun.part.PartThickness)) {
             ShowMessage("error");
-            mRun.DrillSkip = 1;
+            mRun.part.DrillSkip = 1;
             return false;
         }
-        const double top = start == HoleStart::TopFace ? entry.center.z : mRun.PartThickness;
+        const double top = start == HoleStart::TopFace ? entry.center.z : mRun.part.PartThickness;
         DrillDownTo(mRun, *floor.circle, start, {top, floor.center.z, mPart.max.z}, mSpoil);
         mAccount.AddDrilled(entry, floor.center.z);
         Erase(entry);
@@ -299,14 +299,15 @@ class Drilling {
 
 void DrillAt(RunState& run, AcadCircle& floor, bool fromTopFace) {
     const HoleStart start = fromTopFace ? HoleStart::TopFace : HoleStart::Recess;
-    DrillDownTo(run, floor, start,
-                {run.PartThickness, floor.Center().z, LastSolid(*run.part).GetBoundingBox().max.z},
-                StrictNumberSetting(setting::DrillSpoilAmount));
+    DrillDownTo(
+        run, floor, start,
+        {run.part.PartThickness, floor.Center().z, LastSolid(*run.part.drawing).GetBoundingBox().max.z},
+        StrictNumberSetting(setting::DrillSpoilAmount));
 }
 
 void DrillVertically(RunState& run, const LevelShapes& shapes) {
     for (const std::string_view name : {layers::MAXCircleHold, layers::circleHold})
-        Skip([&] { UnlockLayer(*run.part, name); });
+        Skip([&] { UnlockLayer(*run.part.drawing, name); });
     Drilling drilling(run, shapes);
     if (!drilling.FromTopFace() || !drilling.FromRecesses()) return;
     drilling.TellRest();

@@ -92,10 +92,10 @@ std::string_view SideOfY(RunForm form) {
 bool TakeSizes(RunState& run, const Acad3DSolid& solid) {
     const std::optional<std::string> letters = UsableLettersOf(solid);
     if (!letters) return false;
-    const mAutoCAD::LabelledSizes sizes = TurnByLetters(*run.part, solid, *letters);
-    run.DimL = sizes.length;
-    run.DimW = sizes.width;
-    run.DimT = sizes.thickness;
+    const mAutoCAD::LabelledSizes sizes = TurnByLetters(*run.part.drawing, solid, *letters);
+    run.part.DimL = sizes.length;
+    run.part.DimW = sizes.width;
+    run.part.DimT = sizes.thickness;
     return true;
 }
 
@@ -122,18 +122,18 @@ void HoldCircles(AcadDocument& drawing) {
 /// Moves the part's corner to the origin, by way of a drawing that is written from there. The new drawing
 /// is the part drawing from now on.
 void MoveToOrigin(RunState& run, const Acad3DSolid& solid) {
-    MoveOriginToCorner(*run.part, solid);
-    run.part->Wblock(WorkDrawing2, SelectAll(*run.part));
-    run.part->Close(false);
-    run.part = nullptr;
-    run.part = run.app->Documents().Open(WorkDrawing2);
-    SelectAll(*run.part);
+    MoveOriginToCorner(*run.part.drawing, solid);
+    run.part.drawing->Wblock(WorkDrawing2, SelectAll(*run.part.drawing));
+    run.part.drawing->Close(false);
+    run.part.drawing = nullptr;
+    run.part.drawing = run.app->Documents().Open(WorkDrawing2);
+    SelectAll(*run.part.drawing);
 }
 
 }  // namespace
 
 PassOutcome AlignPart(RunState& run) {
-    AcadDocument& drawing = *run.part;
+    AcadDocument& drawing = *run.part.drawing;
     Acad3DSolid& solid = PartOf(drawing);
     ExplodeCopyToFaces(drawing, solid);
     const std::optional<FlatFaces> faces = FindFaces(drawing);
@@ -150,7 +150,7 @@ PassOutcome AlignPart(RunState& run) {
     if (!TakeSizes(run, solid)) return PassOutcome::SkipPart;
     BringTopUp(drawing, solid, faces->LargestRegion.area);
     if (WorkedFromThirdFace(solid)) TurnOver(drawing);
-    if (run.NeedSecondSide == 1) TurnToSecondSide(drawing);
+    if (run.part.NeedSecondSide == 1) TurnToSecondSide(drawing);
     LockLayer(drawing, layers::RegionCopy);
     HoldCircles(drawing);
     MoveToOrigin(run, solid);

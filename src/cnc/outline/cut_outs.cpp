@@ -48,14 +48,14 @@ void LeaveForOtherSide(RunState& run, AcadLWPolyline& contour) {
 
 /// Puts the contour on its layer with the tool that is selected now.
 void Name(RunState& run, AcadLWPolyline& contour) {
-    ++run.RouteCount;
+    ++run.part.RouteCount;
     const std::string layer = RouteLayerName(run, RouteRole::Through, PathKind::RT, ThroughDepth(run));
     EnsureOperationLayer(run, layer);
     contour.SetLayer(layer);
     contour.SetColor(CutOutColor);
     contour.SetThickness(-ThroughDepth(run));
     BringToDirection(contour, Clockwise);
-    run.RouteDirection = DirectionOf(contour);
+    run.part.RouteDirection = DirectionOf(contour);
 }
 
 /// Tools 2 and 3 of one diameter are never tried against each other, so the bit of an earlier path stays, be
@@ -63,25 +63,30 @@ void Name(RunState& run, AcadLWPolyline& contour) {
 void TellKeptBit(RunState& run, const AcadLWPolyline& contour, double shortest) {
     // The second side drops what goes through.
     if (!run.FirstPass()) return;
-    const ThroughContourBit bit = BitForThroughContour(run.Material, shortest);
-    if (bit.tool || !bit.anyFits || (run.bits.ToolDiameter > 0 && run.bits.ToolDiameter <= shortest)) return;
+    const ThroughContourBit bit = BitForThroughContour(run.part.Material, shortest);
+    if (bit.tool || !bit.anyFits ||
+        (run.part.bits.ToolDiameter > 0 && run.part.bits.ToolDiameter <= shortest))
+        return;
     const Footprint place = FootprintOf(contour);
-    const std::string kept = run.bits.ToolDiameter > 0
-                                 ? "the bit of " + ReportedLength(run.bits.ToolDiameter) + " that was in hand"
-                                 : "no bit";
-    NoteOnce(run.differences, "tools 2 and 3 of the material " + run.MaterialKeyText +
-                                  " are of one diameter, " + ReportedLength(run.Material.tools[1].diameter) +
-                                  ", so the cut-out from " + ReportedLength(place.minX) + "," +
-                                  ReportedLength(place.minY) + " to " + ReportedLength(place.maxX) + "," +
-                                  ReportedLength(place.maxY) + " with a side of " + ReportedLength(shortest) +
-                                  " got " + kept);
+    const std::string kept =
+        run.part.bits.ToolDiameter > 0
+            ? "the bit of " + ReportedLength(run.part.bits.ToolDiameter) + " that was in hand"
+            : "no bit";
+    NoteOnce(run.part.differences,
+             "tools 2 and 3 of the material " + run.part.MaterialKeyText + " are of one diameter, " +
+                 ReportedLength(run.part.Material.tools[1].diameter) + ", so the cut-out from " +
+                 ReportedLength(place.minX) + "," + ReportedLength(place.minY) + " to " +
+                 ReportedLength(place.maxX) + "," + ReportedLength(place.maxY) + " with a side of " +
+                 ReportedLength(shortest) + " got " + kept);
 }
 
 }  // namespace
 
-double ThroughDepth(const RunState& run) { return run.PartThickness + run.SpoilAmount; }
+double ThroughDepth(const RunState& run) { return run.part.PartThickness + run.SpoilAmount; }
 
-double TopPlane(const RunState& run) { return RoundHalfEven(run.PartBottomZ + run.PartThickness, Decimals); }
+double TopPlane(const RunState& run) {
+    return RoundHalfEven(run.part.PartBottomZ + run.part.PartThickness, Decimals);
+}
 
 PassOutcome CutOut(RunState& run, AcadLWPolyline& contour) {
     if (!contour.Closed()) {
@@ -99,9 +104,9 @@ PassOutcome CutOut(RunState& run, AcadLWPolyline& contour) {
         return PassOutcome::GoOn;
     }
     contour.SetElevation(TopPlane(run));
-    run.RouteDirection = DirectionOf(contour);
+    run.part.RouteDirection = DirectionOf(contour);
     const double shortest = ShortestSide(contour);
-    if (!ChooseThroughContourBit(run.bits, run.Material, run.MaterialKeyText, shortest))
+    if (!ChooseThroughContourBit(run.part.bits, run.part.Material, run.part.MaterialKeyText, shortest))
         return PassOutcome::SkipPart;
     TellKeptBit(run, contour, shortest);
     Name(run, contour);
@@ -109,11 +114,11 @@ PassOutcome CutOut(RunState& run, AcadLWPolyline& contour) {
 }
 
 PassOutcome CutOutContours(RunState& run, std::vector<LeftContour>& left) {
-    for (AcadLWPolyline* contour : AllOn<AcadLWPolyline>(*run.part, layers::ThroughxRoute)) {
+    for (AcadLWPolyline* contour : AllOn<AcadLWPolyline>(*run.part.drawing, layers::ThroughxRoute)) {
         LeftContour seen{contour->Coordinates(), FootprintOf(*contour)};
-        const int routes = run.RouteCount;
+        const int routes = run.part.RouteCount;
         if (CutOut(run, *contour) == PassOutcome::SkipPart) return PassOutcome::SkipPart;
-        if (run.RouteCount == routes) left.push_back(std::move(seen));
+        if (run.part.RouteCount == routes) left.push_back(std::move(seen));
     }
     return PassOutcome::GoOn;
 }

@@ -120,7 +120,7 @@ void DrawArcs(AcadDocument& drawing, const std::vector<PlanArc>& wanted) {
 }
 
 void NoteOtherCurves(RunState& run) {
-    for (const AcadEntity* entity : AllOn<AcadEntity>(*run.part, layers::RegionCopy)) {
+    for (const AcadEntity* entity : AllOn<AcadEntity>(*run.part.drawing, layers::RegionCopy)) {
         const std::string_view kind = entity->ObjectName();
         if (kind == "AcDbEllipse" || kind == "AcDbSpline")
             NoteUnexplained(run,
@@ -131,7 +131,7 @@ void NoteOtherCurves(RunState& run) {
 }  // namespace
 
 void DrawKeptFace(RunState& run) {
-    AcadDocument& drawing = *run.part;
+    AcadDocument& drawing = *run.part.drawing;
     const std::vector<PlanArc> arcs = ArcsOfKeptFace(drawing);
     const bool flat = LiesFlat(drawing);
     SweepLeftovers(drawing);

@@ -29,18 +29,18 @@ namespace {
 constexpr int JoinBudget = 200;
 constexpr double NoArea = 1e-9;
 
-/// Until here `run.Material` may be the previous part's; from here the part needs its own.
+/// Until here `run.part.Material` may be the previous part's; from here the part needs its own.
 bool LoadMaterialAnew(RunState& run) {
     MaterialRecord own;
     const bool found = TakeMaterial(run, own);
-    run.Material = own;
+    run.part.Material = own;
     return found;
 }
 
 /// Puts the polyline that the join has made on `RoutingLayer2`, or deletes it where it isn't closed. False
 /// where there is none.
 bool TakeChain(RunState& run) {
-    const std::vector<AcadLWPolyline*> chains = AllOn<AcadLWPolyline>(*run.part, layers::Border);
+    const std::vector<AcadLWPolyline*> chains = AllOn<AcadLWPolyline>(*run.part.drawing, layers::Border);
     if (chains.empty()) return false;
     if (chains.front()->Closed()) {
         chains.front()->SetLayer(layers::RoutingLayer2);
@@ -52,7 +52,7 @@ bool TakeChain(RunState& run) {
 }
 
 void JoinBorder(RunState& run) {
-    AcadDocument& drawing = *run.part;
+    AcadDocument& drawing = *run.part.drawing;
     AddLayer(drawing, layers::RoutingLayer2);
     int budget = JoinBudget;
     while (true) {
@@ -108,7 +108,7 @@ int CurvesOn(AcadDocument& drawing, std::string_view layer, int most) {
 bool IsContour(const AcadLWPolyline& polyline) { return polyline.Closed() && polyline.Area() > NoArea; }
 
 PassOutcome MakeOutline(RunState& run) {
-    AcadDocument& drawing = *run.part;
+    AcadDocument& drawing = *run.part.drawing;
     DrawKeptFace(run);
     if (!LoadMaterialAnew(run)) return PassOutcome::SkipPart;
     JoinBorder(run);

@@ -61,7 +61,7 @@ class PathKinds {
   public:
     explicit PathKinds(const RunState& run)
         : mByName(TraitsOf(run.target).firstFamily && run.target != Target::THERM),
-          mThickness(run.PartThickness) {}
+          mThickness(run.part.PartThickness) {}
 
     template <class Kind>
     bool IsRoute(const Kind& path) const {
@@ -85,7 +85,7 @@ void DropAlike(RunState& run, std::string_view pocketPrefix, const Look& look) {
     const PathKinds kinds(run);
     std::vector<decltype(look(std::declval<const Kind&>()))> routes;
     std::vector<Kind*> pockets;
-    for (Kind* path : All<Kind>(*run.part)) {
+    for (Kind* path : All<Kind>(*run.part.drawing)) {
         if (kinds.IsRoute(*path)) routes.push_back(look(*path));
         if (kinds.IsPocket(*path, pocketPrefix)) pockets.push_back(path);
     }
@@ -103,10 +103,10 @@ void DropShallowTwins(RunState& run, const Look& look) {
         double depth;
     };
     std::vector<Path> paths;
-    for (Kind* path : All<Kind>(*run.part)) {
+    for (Kind* path : All<Kind>(*run.part.drawing)) {
         const double depth = -path->Thickness();
         if (path->Color() == layers::OutlineColor || path->Color() == DrilledColor) continue;
-        if (std::abs(path->Normal().z) > 0.5 && depth > 0 && depth < run.PartThickness)
+        if (std::abs(path->Normal().z) > 0.5 && depth > 0 && depth < run.part.PartThickness)
             paths.push_back({path, look(*path), depth});
     }
     for (const Path& path : paths)
@@ -143,9 +143,9 @@ void ConvertPockets(RunState& run) {
     if (NumberSetting(setting::PocketConversion) != 1) return;
     std::vector<Footprint> routes;
     std::vector<AcadEntity*> pockets;
-    for (AcadEntity* entity : All<AcadEntity>(*run.part)) {
+    for (AcadEntity* entity : All<AcadEntity>(*run.part.drawing)) {
         if (!IsPath(*entity)) continue;
-        if (On(*entity, RoutePrefix) && ThicknessOf(*entity) <= -run.PartThickness)
+        if (On(*entity, RoutePrefix) && ThicknessOf(*entity) <= -run.part.PartThickness)
             routes.push_back(FootprintOf(*entity));
         if (On(*entity, ContourPocket) || On(*entity, CirclePocket)) pockets.push_back(entity);
     }

@@ -33,11 +33,12 @@ void DeleteTwins(AcadDocument& drawing) {
 }  // namespace
 
 PassOutcome RouteThroughCircles(RunState& run) {
-    AcadDocument& drawing = *run.part;
+    AcadDocument& drawing = *run.part.drawing;
     DeleteTwins(drawing);
     for (AcadCircle* circle : AllOn<AcadCircle>(drawing, layers::ThroughRouteCirclePV)) {
         if (RoundHalfEven(circle->Normal().z, AxisDecimals) != 1) continue;
-        if (!ChooseThroughCircleBit(run.bits, run.Material, run.MaterialKeyText, circle->Diameter()))
+        if (!ChooseThroughCircleBit(run.part.bits, run.part.Material, run.part.MaterialKeyText,
+                                    circle->Diameter()))
             return PassOutcome::SkipPart;
         const Point3 center = circle->Center();
         circle->SetThickness(-ThroughDepth(run));
@@ -46,20 +47,20 @@ PassOutcome RouteThroughCircles(RunState& run) {
             RouteLayerName(run, RouteRole::ThroughCircle, PathKind::RT, ThroughDepth(run));
         EnsureOperationLayer(run, layer);
         circle->SetLayer(layer);
-        ++run.RouteCount;
+        ++run.part.RouteCount;
     }
     return PassOutcome::GoOn;
 }
 
 void DropCirclesCutThrough(RunState& run) {
     if (run.FirstPass()) return;
-    for (AcadCircle* circle : All<AcadCircle>(*run.part)) {
+    for (AcadCircle* circle : All<AcadCircle>(*run.part.drawing)) {
         // Most targets have no word for what is cut through; those that have one for pockets leave them out.
         const bool upright = std::abs(RoundHalfEven(circle->Normal().z, AxisDecimals)) == 1;
         if (!upright || circle->Layer().starts_with("PKS")) continue;
         const Box3 box = circle->GetBoundingBox();
         // With its share of the spoil board a path is deeper than the part, and cut through all the same.
-        if (RoundHalfEven(box.max.z - box.min.z, PlaceDecimals) >= run.PartThickness) circle->Delete();
+        if (RoundHalfEven(box.max.z - box.min.z, PlaceDecimals) >= run.part.PartThickness) circle->Delete();
     }
 }
 

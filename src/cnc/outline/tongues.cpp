@@ -24,14 +24,14 @@ std::vector<AcadLWPolyline*> Outlines(AcadDocument& drawing) {
 }  // namespace
 
 void ProcessTongues(RunState& run) {
-    const std::vector<AcadLWPolyline*> outlines = Outlines(*run.part);
+    const std::vector<AcadLWPolyline*> outlines = Outlines(*run.part.drawing);
     if (outlines.empty()) return;
-    if (!run.Material.Found()) {
+    if (!run.part.Material.Found()) {
         TellUnknownMaterial(run);
         return;
     }
-    const Box3 part = LastSolid(*run.part).GetBoundingBox();
-    const double lead = LeadOf(run.Material.tools.front().diameter);
+    const Box3 part = LastSolid(*run.part.drawing).GetBoundingBox();
+    const double lead = LeadOf(run.part.Material.tools.front().diameter);
     for (AcadLWPolyline* outline : outlines) {
         const std::vector<PathVertex> vertices = VerticesOf(*outline);
         const std::vector<TongueTip> tips = TongueTips(vertices, part);

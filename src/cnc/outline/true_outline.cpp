@@ -103,21 +103,22 @@ void TrueOutline::NameProfile(AcadLWPolyline& profile) const {
     profile.SetColor(ProfileColor);
     profile.SetThickness(-ThroughDepth(mRun));
     profile.SetElevation(TopPlane(mRun));
-    profile.SetLayer(mRun.OutlineLayer);
+    profile.SetLayer(mRun.part.OutlineLayer);
 }
 
 void TrueOutline::NameLayer(RouteRole role) const {
-    mRun.OutlineLayer = RouteLayerName(mRun, role, PathKind::RT, LenientNumber(mRun.DimT) + mRun.SpoilAmount);
-    EnsureOperationLayer(mRun, mRun.OutlineLayer);
+    mRun.part.OutlineLayer =
+        RouteLayerName(mRun, role, PathKind::RT, LenientNumber(mRun.part.DimT) + mRun.SpoilAmount);
+    EnsureOperationLayer(mRun, mRun.part.OutlineLayer);
 }
 
 void TrueOutline::Begin(AcadLWPolyline* keptFace) {
-    AcadDocument& drawing = *mRun.part;
+    AcadDocument& drawing = *mRun.part.drawing;
     // Both sides have one outline, and the bit that was chosen for it.
-    if (mRun.FirstPass() || mRun.OutlineLayer.empty())
+    if (mRun.FirstPass() || mRun.part.OutlineLayer.empty())
         NameLayer(RouteRole::Outline);
     else
-        EnsureOperationLayer(mRun, mRun.OutlineLayer);
+        EnsureOperationLayer(mRun, mRun.part.OutlineLayer);
     AddLayer(drawing, layers::regionPV);
     AddLayer(drawing, layers::regionPV2);
     mProfile = keptFace;
@@ -130,7 +131,7 @@ void TrueOutline::Begin(AcadLWPolyline* keptFace) {
 
 bool TrueOutline::FillsTheBox() const {
     if (mProfile == nullptr || mProfile->Coordinates().size() != 8) return false;
-    const Box3 part = LastSolid(*mRun.part).GetBoundingBox(), path = mProfile->GetBoundingBox();
+    const Box3 part = LastSolid(*mRun.part.drawing).GetBoundingBox(), path = mProfile->GetBoundingBox();
     const Point3 low{part.min.x, part.min.y, path.min.z}, high{part.max.x, part.max.y, path.max.z};
     const double area = (part.max.x - part.min.x) * (part.max.y - part.min.y);
     return NearlyEqual(path.min, low) && NearlyEqual(path.max, high) &&
@@ -148,7 +149,7 @@ void TrueOutline::Unite(AcadRegion* section) {
 /// Whether anything of the part stands outside a region that lies on the top plane: on a frame around it, or
 /// on its openings. The region is used up.
 bool TrueOutline::StandsOutside(AcadRegion& covered) const {
-    AcadDocument& drawing = *mRun.part;
+    AcadDocument& drawing = *mRun.part.drawing;
     Acad3DSolid& part = LastSolid(drawing);
     const Box3 box = part.GetBoundingBox();
     const double left = box.min.x - Clear, right = box.max.x + Clear, front = box.min.y - Clear,
@@ -165,15 +166,15 @@ bool TrueOutline::StandsOutside(AcadRegion& covered) const {
         trials.push_back(frame);
         frame->Boolean(BooleanKind::Subtraction, covered);
         frame->Move({0, 0, 0}, {0, 0, Clear});
-        const double height = mRun.PartThickness + 2 * Clear;
+        const double height = mRun.part.PartThickness + 2 * Clear;
         Acad3DSolid* around =
             drawing.ModelSpace().AddExtrudedSolid(*frame, frame->Normal().z < 0 ? height : -height, NoTaper);
         trials.push_back(around);
         auto* rest = dynamic_cast<Acad3DSolid*>(part.Copy());
         trials.push_back(rest);
         rest->Boolean(BooleanKind::Subtraction, *around);
-        outside =
-            RoundHalfEven(rest->Volume(), VolumeDecimals) < RoundHalfEven(mRun.PartVolume, VolumeDecimals);
+        outside = RoundHalfEven(rest->Volume(), VolumeDecimals) <
+                  RoundHalfEven(mRun.part.PartVolume, VolumeDecimals);
     });
     for (AcadEntity* trial : trials) Skip([trial] { trial->Delete(); });
     return outside;
@@ -183,7 +184,7 @@ AcadRegion* TrueOutline::RegionOfProfile() const {
     AcadRegion* region = nullptr;
     if (mProfile == nullptr) return region;
     const std::array<AcadEntity*, 1> curves{mProfile};
-    Skip([&] { region = mRun.part->ModelSpace().AddRegion(curves).front(); });
+    Skip([&] { region = mRun.part.drawing->ModelSpace().AddRegion(curves).front(); });
     return region;
 }
 
@@ -191,7 +192,8 @@ AcadRegion* TrueOutline::RegionOfProfile() const {
 const SolidSections* TrueOutline::Sections() {
     if (!mSections && !mWithoutSections) {
         SectionPort* const port = ThePlatform().sections;
-        if (port != nullptr) Skip([&] { mSections = port->HoldSolid(LastSolid(*mRun.part).ObjectID()); });
+        if (port != nullptr)
+            Skip([&] { mSections = port->HoldSolid(LastSolid(*mRun.part.drawing).ObjectID()); });
         mWithoutSections = !mSections;
     }
     return mSections.get();
@@ -200,7 +202,7 @@ const SolidSections* TrueOutline::Sections() {
 /// Whether the part's box alone tells that it stands outside of the profile.
 bool TrueOutline::BoxReachesBeyond() const {
     if (mProfile == nullptr) return false;
-    const Box3 part = LastSolid(*mRun.part).GetBoundingBox(), path = mProfile->GetBoundingBox();
+    const Box3 part = LastSolid(*mRun.part.drawing).GetBoundingBox(), path = mProfile->GetBoundingBox();
     return part.min.x < path.min.x - SureReach || part.min.y < path.min.y - SureReach ||
            part.max.x > path.max.x + SureReach || part.max.y > path.max.y + SureReach;
 }
@@ -222,7 +224,7 @@ bool TrueOutline::ReachesBeyond() {
 /// Whether the united sections are the rectangle around the part, without openings: no section widens them.
 bool TrueOutline::RegionFillsTheBox() const {
     if (mRegion == nullptr) return false;
-    const Box3 part = LastSolid(*mRun.part).GetBoundingBox(), region = mRegion->GetBoundingBox();
+    const Box3 part = LastSolid(*mRun.part.drawing).GetBoundingBox(), region = mRegion->GetBoundingBox();
     const double area = (part.max.x - part.min.x) * (part.max.y - part.min.y);
     return NearlyEqual(region.min.x, part.min.x) && NearlyEqual(region.min.y, part.min.y) &&
            NearlyEqual(region.max.x, part.max.x) && NearlyEqual(region.max.y, part.max.y) &&
@@ -233,7 +235,7 @@ bool TrueOutline::RegionFillsTheBox() const {
 /// a section that lies within a region of that rectangle leaves its sides whole, and the order in which they
 /// are walked: a path begins where it would have begun.
 bool TrueOutline::BoxSidesAreWhole() const {
-    const Box3 box = LastSolid(*mRun.part).GetBoundingBox();
+    const Box3 box = LastSolid(*mRun.part.drawing).GetBoundingBox();
     const auto endsThere = [&box](const Point3& end) {
         const bool onX = NearlyEqual(end.x, box.min.x) || NearlyEqual(end.x, box.max.x);
         const bool onY = NearlyEqual(end.y, box.min.y) || NearlyEqual(end.y, box.max.y);
@@ -255,7 +257,7 @@ bool TrueOutline::LevelsTellAll(const std::vector<double>& heights) {
 /// Takes a copy of the part apart to its edges.
 void TrueOutline::TakeEdges() {
     if (!mEdges.empty()) return;
-    AcadDocument& drawing = *mRun.part;
+    AcadDocument& drawing = *mRun.part.drawing;
     AcadEntity* copy = LastSolid(drawing).Copy();
     copy->SetLayer(layers::regionPV2);
     LockAllLayers(drawing);
@@ -308,7 +310,7 @@ bool TrueOutline::MayBeNarrower(const LeftContour& contour) const {
 /// The heights at which an edge of the part begins, ends or turns: between two of these a part of flat faces
 /// is hardly wider than at both. The lowest face and the top face are among them.
 std::vector<double> TrueOutline::Levels() const {
-    const Box3 box = LastSolid(*mRun.part).GetBoundingBox();
+    const Box3 box = LastSolid(*mRun.part.drawing).GetBoundingBox();
     // Told apart by what they round to, and kept as they are: a rounded plane may miss the top face.
     std::map<double, double> levels;
     const auto add = [&](double height) {
@@ -328,15 +330,15 @@ std::vector<double> TrueOutline::Levels() const {
 std::vector<double> TrueOutline::Steps() const {
     std::vector<double> heights;
     const double step = mRun.Metric() ? MetricStep : ImperialStep;
-    const double bottom = LastSolid(*mRun.part).GetBoundingBox().min.z;
+    const double bottom = LastSolid(*mRun.part.drawing).GetBoundingBox().min.z;
     const double first = RoundHalfEven(bottom, HeightDecimals) + Above + Above;
-    for (double height = first; height <= mRun.PartThickness; height += step) heights.push_back(height);
+    for (double height = first; height <= mRun.part.PartThickness; height += step) heights.push_back(height);
     return heights;
 }
 
 /// Returns whether each of the sections has been united.
 bool TrueOutline::SliceAt(const std::vector<double>& heights) {
-    Acad3DSolid& part = LastSolid(*mRun.part);
+    Acad3DSolid& part = LastSolid(*mRun.part.drawing);
     const bool mayStop = BoxSidesAreWhole();
     bool all = true;
     for (const double height : heights) {
@@ -374,7 +376,7 @@ void TrueOutline::UniteSections(bool withOpenings) {
 }
 
 void TrueOutline::JoinRegion() {
-    AcadDocument& drawing = *mRun.part;
+    AcadDocument& drawing = *mRun.part.drawing;
     LockAllLayers(drawing);
     UnlockLayer(drawing, layers::regionPV);
     drawing.SendCommand("regen ");
@@ -398,7 +400,7 @@ void TrueOutline::JoinRegion() {
 /// What has an outline but encloses nothing, and edges that no chain took: without them the profile may be
 /// narrower than the part.
 bool TrueOutline::IsLeftOpen() const {
-    AcadDocument& drawing = *mRun.part;
+    AcadDocument& drawing = *mRun.part.drawing;
     return CurvesOn(drawing, layers::regionPV, 1) > 0 ||
            std::ranges::any_of(AllOn<AcadLWPolyline>(drawing, layers::regionPV2),
                                [](const AcadLWPolyline* chain) { return !chain->Closed(); });
@@ -407,7 +409,7 @@ bool TrueOutline::IsLeftOpen() const {
 /// Whether the part is as wide as the profiles that were made for it.
 bool TrueOutline::HoldsThePart() const {
     if (mProfile == nullptr) return true;
-    const Box3 part = LastSolid(*mRun.part).GetBoundingBox();
+    const Box3 part = LastSolid(*mRun.part.drawing).GetBoundingBox();
     Box3 path = mProfile->GetBoundingBox();
     for (const AcadLWPolyline* lump : mLumps) {
         const Box3 box = lump->GetBoundingBox();
@@ -422,7 +424,7 @@ bool TrueOutline::HoldsThePart() const {
 /// wanted
 /// (`withOpenings`), or if the profile encloses the part.
 PassOutcome TrueOutline::TakeContours(bool withOpenings) {
-    AcadDocument& drawing = *mRun.part;
+    AcadDocument& drawing = *mRun.part.drawing;
     const bool leftOpen = IsLeftOpen();
     std::vector<AcadLWPolyline*> contours;
     AcadLWPolyline* widest = nullptr;
@@ -461,14 +463,14 @@ PassOutcome TrueOutline::TakeContours(bool withOpenings) {
 PassOutcome TrueOutline::ChooseTool() {
     if (!mRun.FirstPass() || SwitchIsOn(setting::BiesseWorksNest)) return PassOutcome::GoOn;
     const std::optional<double> narrowest =
-        NarrowestPlace(VerticesOf(*mProfile), mRun.Material.tools.front().diameter);
+        NarrowestPlace(VerticesOf(*mProfile), mRun.part.Material.tools.front().diameter);
     if (!narrowest) return PassOutcome::GoOn;
-    if (!ChooseThroughContourBit(mRun.bits, mRun.Material, mRun.MaterialKeyText,
+    if (!ChooseThroughContourBit(mRun.part.bits, mRun.part.Material, mRun.part.MaterialKeyText,
                                  RoundHalfEven(*narrowest, WidthDecimals)))
         return PassOutcome::SkipPart;
-    if (mRun.bits.ToolNumber.empty()) return PassOutcome::GoOn;
+    if (mRun.part.bits.ToolNumber.empty()) return PassOutcome::GoOn;
     NameLayer(RouteRole::ChosenOutline);
-    mProfile->SetLayer(mRun.OutlineLayer);
+    mProfile->SetLayer(mRun.part.OutlineLayer);
     return PassOutcome::GoOn;
 }
 
@@ -488,9 +490,9 @@ PassOutcome TrueOutline::Finish(const std::vector<LeftContour>& left) {
         NoteUnexplained(mRun, "the part has no outside profile of lines and arcs: no operation");
         return PassOutcome::GoOn;
     }
-    mRun.RouteDirection = DirectionOf(*mProfile);
+    mRun.part.RouteDirection = DirectionOf(*mProfile);
     BringToDirection(*mProfile, CounterClockwise);
-    mRun.RouteDirection = DirectionOf(*mProfile);
+    mRun.part.RouteDirection = DirectionOf(*mProfile);
     return ChooseTool();
 }
 

@@ -45,16 +45,16 @@ bool IsUsedUp(const std::string& layer) {
 }
 
 void DrawSheet(RunState& run) {
-    const std::string layer = SheetLayerName(run, run.ExtentZ);
+    const std::string layer = SheetLayerName(run, run.part.ExtentZ);
     if (layer.empty()) return;
     EnsureOperationLayer(run, layer);
-    const Point3& low = run.LowestCorner;
-    const double right = low.x + run.ExtentX, back = low.y + run.ExtentY;
+    const Point3& low = run.part.LowestCorner;
+    const double right = low.x + run.part.ExtentX, back = low.y + run.part.ExtentY;
     const std::array<double, 12> corners{low.x, low.y, low.z, right, low.y, low.z,
                                          right, back,  low.z, low.x, back,  low.z};
-    Acad3DPolyline* sheet = run.part->ModelSpace().Add3DPoly(corners);
+    Acad3DPolyline* sheet = run.part.drawing->ModelSpace().Add3DPoly(corners);
     sheet->SetClosed(true);
-    sheet->SetThickness(run.ExtentZ);
+    sheet->SetThickness(run.part.ExtentZ);
     sheet->SetColor(SheetColor);
     sheet->SetLayer(layer);
 }
@@ -62,11 +62,11 @@ void DrawSheet(RunState& run) {
 /// The second side has no business with what the first has cut: the outline, and what went right through.
 void DropFirstSidePaths(RunState& run) {
     const bool outlineToo = SwitchIsOn(setting::DeleteOT);
-    for (AcadLWPolyline* polyline : All<AcadLWPolyline>(*run.part)) {
+    for (AcadLWPolyline* polyline : All<AcadLWPolyline>(*run.part.drawing)) {
         const bool outline =
-            polyline->Layer() == run.OutlineLayer && polyline->Color() == layers::OutlineColor;
+            polyline->Layer() == run.part.OutlineLayer && polyline->Color() == layers::OutlineColor;
         const bool through =
-            polyline->Color() != layers::OutlineColor && -polyline->Thickness() >= run.PartThickness;
+            polyline->Color() != layers::OutlineColor && -polyline->Thickness() >= run.part.PartThickness;
         if (through || (outlineToo && (outline || polyline->Layer().starts_with("OT_")))) polyline->Delete();
     }
 }
@@ -76,10 +76,10 @@ void DropFirstSidePaths(RunState& run) {
 bool IsNeedless(RunState& run) {
     if (run.FirstPass()) return false;
     bool needed = false;
-    run.part->ModelSpace().ForEach([&](AcadEntity& entity) {
+    run.part.drawing->ModelSpace().ForEach([&](AcadEntity& entity) {
         if (layers::OnProjection(entity.Layer())) return;
         if (const auto* path = dynamic_cast<const AcadLWPolyline*>(&entity))
-            needed |= path->Layer() != run.OutlineLayer || path->Color() != layers::OutlineColor;
+            needed |= path->Layer() != run.part.OutlineLayer || path->Color() != layers::OutlineColor;
         else
             needed |= dynamic_cast<const AcadCircle*>(&entity) != nullptr;
     });
@@ -88,7 +88,7 @@ bool IsNeedless(RunState& run) {
 
 /// Erases what is left of the projection, in the model and on the sheet of paper.
 void EraseProjection(RunState& run) {
-    AcadDocument& drawing = *run.part;
+    AcadDocument& drawing = *run.part.drawing;
     {
         const OnlyUnlocked only(drawing, {});
         drawing.ModelSpace().ForEach([&drawing](AcadEntity& entity) {
@@ -105,44 +105,44 @@ void EraseProjection(RunState& run) {
 
 /// The drawing as its receiver wants it: the top face on Z 0.
 void PutTopOnZero(RunState& run) {
-    AcadDocument& drawing = *run.part;
+    AcadDocument& drawing = *run.part.drawing;
     drawing.SendCommand("m ");
     drawing.SendCommand("all  ");
     drawing.SendCommand("0,0,0 ");
-    drawing.SendCommand("0,0,-" + Trim(NumberToText(run.ExtentZ)) + " ");
+    drawing.SendCommand("0,0,-" + Trim(NumberToText(run.part.ExtentZ)) + " ");
 }
 
 }  // namespace
 
 void ReadPartTexts(RunState& run) {
-    const Acad3DSolid& solid = LastSolid(*run.part);
+    const Acad3DSolid& solid = LastSolid(*run.part.drawing);
     const auto read = [&solid](std::string_view key) { return mAutoCAD::PartDataOf(solid, key); };
-    PartTexts& texts = run.texts;
+    PartTexts& texts = run.part.texts;
     texts = {read("PartName"), read("PN"),        read("SubAssembly"), read("ORIE"),  read("Notes"),
              read("Face"),     read("UserData1"), read("UserData2"),   read("Price"), read("EB1"),
              read("EB2"),      read("EB3"),       read("EB4")};
     // A part without a quantity is one part, as the list has it.
     const std::string quantity = read("Quantity");
-    run.Quantity = IsBlank(quantity) ? 1 : ToInteger(LenientNumber(quantity));
+    run.part.Quantity = IsBlank(quantity) ? 1 : ToInteger(LenientNumber(quantity));
 }
 
 /// The blank that the part is cut from, as a plane outline with the thickness of the part.
 void MeasurePart(RunState& run) {
-    const Box3 box = LastSolid(*run.part).GetBoundingBox();
-    run.LowestCorner = box.min;
-    run.ExtentX = RoundHalfEven(box.max.x - box.min.x, SizeDigits);
-    run.ExtentY = RoundHalfEven(box.max.y - box.min.y, SizeDigits);
-    run.ExtentZ = RoundHalfEven(box.max.z - box.min.z, SizeDigits);
+    const Box3 box = LastSolid(*run.part.drawing).GetBoundingBox();
+    run.part.LowestCorner = box.min;
+    run.part.ExtentX = RoundHalfEven(box.max.x - box.min.x, SizeDigits);
+    run.part.ExtentY = RoundHalfEven(box.max.y - box.min.y, SizeDigits);
+    run.part.ExtentZ = RoundHalfEven(box.max.z - box.min.z, SizeDigits);
 }
 
 PassOutcome ClosePart(RunState& run) {
-    AcadDocument& drawing = *run.part;
+    AcadDocument& drawing = *run.part.drawing;
     UnlockAllLayers(drawing);
     ReadPartTexts(run);
     TopView(drawing);
     run.app->ZoomExtents();
-    if (!run.LastAddedLayer.empty() && LayerExists(drawing, run.LastAddedLayer))
-        drawing.SetActiveLayer(*drawing.Layers().Item(run.LastAddedLayer));
+    if (!run.part.LastAddedLayer.empty() && LayerExists(drawing, run.part.LastAddedLayer))
+        drawing.SetActiveLayer(*drawing.Layers().Item(run.part.LastAddedLayer));
     DeleteWhere(drawing, [](const AcadEntity& entity) {
         return IsUsedUp(entity.Layer()) || dynamic_cast<const AcadRegion*>(&entity) != nullptr;
     });

@@ -22,20 +22,21 @@ constexpr int PlaceDigits = 6;
 
 /// The receiver's zero of the second side: the back left corner, which lies on the first side's own.
 void MoveOriginToBackLeftCorner(RunState& run) {
-    run.part->SendCommand("ucs ");
-    run.part->SendCommand("move ");
-    const Point3 corner =
-        Rounded({run.LowestCorner.x, run.LowestCorner.y + run.ExtentY, run.LowestCorner.z}, PlaceDigits);
-    run.part->SendCommand(PointAnswer(corner));
+    run.part.drawing->SendCommand("ucs ");
+    run.part.drawing->SendCommand("move ");
+    const Point3 corner = Rounded(
+        {run.part.LowestCorner.x, run.part.LowestCorner.y + run.part.ExtentY, run.part.LowestCorner.z},
+        PlaceDigits);
+    run.part.drawing->SendCommand(PointAnswer(corner));
 }
 
 /// Where the receiver makes its own outside path, the first side goes without one. A cut-out as deep as the
 /// part may lie on the outline's layer, and stays.
 void DropOutsidePath(RunState& run) {
     constexpr int outsideColor = 50;
-    for (AcadLWPolyline* polyline : All<AcadLWPolyline>(*run.part)) {
+    for (AcadLWPolyline* polyline : All<AcadLWPolyline>(*run.part.drawing)) {
         const bool outline =
-            polyline->Layer() == run.OutlineLayer && polyline->Color() == layers::OutlineColor;
+            polyline->Layer() == run.part.OutlineLayer && polyline->Color() == layers::OutlineColor;
         if (outline) NoteLeftOutOutline(run, *polyline);
         if (outline || polyline->Color() == outsideColor) polyline->Delete();
     }
@@ -46,9 +47,10 @@ void DropOutsidePath(RunState& run) {
 void WritePartFile(RunState& run) {
     if (run.FirstPass() && SwitchIsOn(setting::BiesseWorksNest)) DropOutsidePath(run);
     if (!run.FirstPass() && SwitchIsOn(setting::TwoSideUCS)) MoveOriginToBackLeftCorner(run);
-    run.writtenFile = std::string(run.FirstPass() ? OutputFolder : SecondSideFolder) + WrittenFileName(run);
-    run.part->SaveAs(run.writtenFile, SaveAsKind::Dxf2000);
-    GatherWrittenSide(run, *run.part, !run.FirstPass());
+    run.part.writtenFile =
+        std::string(run.FirstPass() ? OutputFolder : SecondSideFolder) + WrittenFileName(run);
+    run.part.drawing->SaveAs(run.part.writtenFile, SaveAsKind::Dxf2000);
+    GatherWrittenSide(run, *run.part.drawing, !run.FirstPass());
 }
 
 }  // namespace brenvik

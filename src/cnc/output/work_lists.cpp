@@ -65,7 +65,7 @@ std::string_view FolderOf(const RunState& run) { return run.FirstPass() ? Output
 std::string SideText(const RunState& run) { return run.FirstPass() ? "F" : "B"; }
 
 std::string QuantityText(const RunState& run) {
-    return std::to_string(std::int64_t{run.Quantity} * ToInteger(NumberSetting(setting::CNCMultiplier)));
+    return std::to_string(std::int64_t{run.part.Quantity} * ToInteger(NumberSetting(setting::CNCMultiplier)));
 }
 
 /// A dimension with the blank that numbers have before them.
@@ -74,34 +74,41 @@ std::string TrimmedDimension(const std::string& text) { return Trim(Dimension(te
 
 /// The key of the part's material, or with `ConvertMaterialName` the name that it has in inches.
 std::string MaterialText(const RunState& run) {
-    if (!SwitchIsOn(setting::ConvertMaterialName)) return run.MaterialKeyText;
+    if (!SwitchIsOn(setting::ConvertMaterialName)) return run.part.MaterialKeyText;
     constexpr double millimetresInAnInch = 25.4;
-    return MaterialNameForList(run.Metric() ? run.ExtentZ : run.ExtentZ * millimetresInAnInch,
-                               run.MaterialName);
+    return MaterialNameForList(run.Metric() ? run.part.ExtentZ : run.part.ExtentZ * millimetresInAnInch,
+                               run.part.MaterialName);
 }
 
 /// ABC's list has the name alone there, since the thickness follows in columns of its own.
 std::string MaterialNameText(const RunState& run) {
-    return SwitchIsOn(setting::ConvertMaterialName) ? MaterialText(run) : run.MaterialName;
+    return SwitchIsOn(setting::ConvertMaterialName) ? MaterialText(run) : run.part.MaterialName;
 }
 
 Fields CommonFields(const RunState& run) {
-    const PartTexts& part = run.texts;
-    return {run.writtenFile,   MaterialText(run), std::to_string(run.Material.grain),
-            QuantityText(run), part.PartName,     part.SubAssembly,
-            part.PN,           part.EB1,          part.EB2,
-            part.EB3,          part.EB4};
+    const PartTexts& part = run.part.texts;
+    return {run.part.writtenFile,
+            MaterialText(run),
+            std::to_string(run.part.Material.grain),
+            QuantityText(run),
+            part.PartName,
+            part.SubAssembly,
+            part.PN,
+            part.EB1,
+            part.EB2,
+            part.EB3,
+            part.EB4};
 }
 
 Fields FieldsOfBW(const RunState& run) {
-    const bool small = run.ExtentX * run.ExtentY < NumberSetting(setting::BWPriority);
+    const bool small = run.part.ExtentX * run.part.ExtentY < NumberSetting(setting::BWPriority);
     return {"Piece",
-            run.writtenFile,
-            TrimmedDimension(run.DimL),
-            TrimmedDimension(run.DimW),
+            run.part.writtenFile,
+            TrimmedDimension(run.part.DimL),
+            TrimmedDimension(run.part.DimW),
             QuantityText(run),
             small ? "100" : "50",
-            run.Material.grain == 1 ? "90" : "180",
+            run.part.Material.grain == 1 ? "90" : "180",
             "0"};
 }
 
@@ -111,20 +118,20 @@ Fields FieldsOfTHERM(const RunState& run) {
             MaterialText(run),
             "48",
             "96",
-            Dimension(run.DimT),
-            run.Material.grain == 0 ? "yes" : "no"};
+            Dimension(run.part.DimT),
+            run.part.Material.grain == 0 ? "yes" : "no"};
 }
 
 Fields FieldsOfEnroute(const RunState& run) {
     return {WrittenFileName(run),
-            run.texts.PartName,
-            Dimension(run.DimW),
-            Dimension(run.DimL),
-            Dimension(run.DimT),
+            run.part.texts.PartName,
+            Dimension(run.part.DimW),
+            Dimension(run.part.DimL),
+            Dimension(run.part.DimT),
             MaterialText(run),
-            run.texts.SubAssembly,
+            run.part.texts.SubAssembly,
             QuantityText(run),
-            std::to_string(run.Material.grain),
+            std::to_string(run.part.Material.grain),
             "0",
             SideText(run)};
 }
@@ -132,14 +139,14 @@ Fields FieldsOfEnroute(const RunState& run) {
 /// The last one is blank: a comma closes the line.
 Fields FieldsOfRCIM(const RunState& run) {
     return {WrittenFileName(run),
-            run.texts.PartName,
-            TrimmedDimension(run.DimW),
-            TrimmedDimension(run.DimL),
-            TrimmedDimension(run.DimT),
+            run.part.texts.PartName,
+            TrimmedDimension(run.part.DimW),
+            TrimmedDimension(run.part.DimL),
+            TrimmedDimension(run.part.DimT),
             MaterialText(run),
             "1",
             QuantityText(run),
-            std::to_string(run.Material.grain),
+            std::to_string(run.part.Material.grain),
             SideText(run),
             "0",
             ""};
@@ -147,18 +154,19 @@ Fields FieldsOfRCIM(const RunState& run) {
 
 Fields FieldsOfABC(const RunState& run) {
     constexpr int thicknessDigits = 2;
-    const PartTexts& part = run.texts;
+    const PartTexts& part = run.part.texts;
     const auto upper = [](const std::string& text) { return FoldUpper(text); };
-    const std::string fraction = DecimalToFraction(ClosestThirtySecond(run.PartThickness), false);
-    const std::string thickness = Trim(NumberToTextBlank(RoundHalfEven(run.PartThickness, thicknessDigits)));
+    const std::string fraction = DecimalToFraction(ClosestThirtySecond(run.part.PartThickness), false);
+    const std::string thickness =
+        Trim(NumberToTextBlank(RoundHalfEven(run.part.PartThickness, thicknessDigits)));
     const std::string folder = run.FirstPass() ? "C:\\BV-DXF\\" : "C:\\BV-DXF\\2-sided\\";
     return {QuantityText(run),
             upper(part.PartName),
             upper(part.SubAssembly),
             MaterialNameText(run),
-            Dimension(run.DimL),
-            Dimension(run.DimW),
-            Dimension(run.DimT),
+            Dimension(run.part.DimL),
+            Dimension(run.part.DimW),
+            Dimension(run.part.DimT),
             upper(part.ORIE),
             upper(part.UserData1),
             upper(part.UserData2),
@@ -170,8 +178,8 @@ Fields FieldsOfABC(const RunState& run) {
             upper(part.EB4),
             upper(part.Face),
             SideText(run),
-            fraction + " " + run.MaterialName,
-            thickness + " " + run.MaterialName,
+            fraction + " " + run.part.MaterialName,
+            thickness + " " + run.part.MaterialName,
             folder + WrittenFileName(run)};
 }
 
@@ -203,8 +211,8 @@ Fields FieldsOf(const RunState& run) {
 void NoteShifts(RunState& run, const Fields& fields, std::string_view separator) {
     for (const std::string& field : fields)
         if (field.find(separator) != std::string::npos &&
-            std::ranges::find(run.shiftingTexts, field) == run.shiftingTexts.end())
-            run.shiftingTexts.push_back(field);
+            std::ranges::find(run.part.shiftingTexts, field) == run.part.shiftingTexts.end())
+            run.part.shiftingTexts.push_back(field);
 }
 
 std::string_view SeparatorOf(Target target) { return target == Target::BW ? "\t" : ","; }
@@ -241,7 +249,7 @@ void AddListLine(RunState& run) {
     const std::string path = UnfinishedPath(FolderOf(run), ListFilesOf(run.target).written);
     std::string content = files.FileExists(path) ? files.ReadFile(path) : std::string();
     if (run.target == Target::BW) {
-        bool& written = run.ListHeaderWritten[run.SecondSidePass];
+        bool& written = run.ListHeaderWritten[run.part.SecondSidePass];
         if (!written) content = HeaderOfBW(lineEnd);
         written = true;
     }

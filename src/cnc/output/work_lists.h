@@ -15,7 +15,7 @@ struct RunState;
 inline constexpr std::string_view UnfinishedListEnding = ".unfinished";
 /// The list that a target writes, in the folder of each side.
 std::string_view WorkListName(Target target);
-/// The part's line for this pass, of `run.writtenFile`.
+/// The part's line for this pass, of `run.part.writtenFile`.
 std::string WorkListLine(const RunState& run);
 /// How many lines stand ahead of the first part's.
 std::size_t WorkListHeaderLines(Target target);

@@ -87,7 +87,7 @@ double VolumeAfterCut(AcadDocument& drawing, Acad3DSolid& part, AcadRegion& regi
 
 /// What is left of the part by a trial cut from the curve on.
 double VolumeLeft(RunState& run, AcadEntity& closedCurve, double upward) {
-    AcadDocument& drawing = *run.part;
+    AcadDocument& drawing = *run.part.drawing;
     Acad3DSolid& part = LastSolid(drawing);
     AddLayer(drawing, layers::circleHold);
     const Unlocked zero(drawing, layers::Zero), hold(drawing, layers::circleHold),
@@ -101,7 +101,7 @@ double VolumeLeft(RunState& run, AcadEntity& closedCurve, double upward) {
 
 OpenTop TrialCut(RunState& run, AcadEntity& closedCurve, double upward, int digits) {
     const double left = RoundHalfEven(VolumeLeft(run, closedCurve, upward), digits);
-    const double whole = RoundHalfEven(run.PartVolume, digits);
+    const double whole = RoundHalfEven(run.part.PartVolume, digits);
     if (left < whole) return OpenTop::Covered;
     return left > whole ? OpenTop::Grown : OpenTop::Open;
 }
@@ -117,11 +117,11 @@ OpenTop OpenToUnderside(RunState& run, AcadEntity& closedCurve, int digits) {
 }
 
 double MaterialAbove(RunState& run, AcadEntity& closedCurve) {
-    return run.PartVolume - VolumeLeft(run, closedCurve, TrialHeight);
+    return run.part.PartVolume - VolumeLeft(run, closedCurve, TrialHeight);
 }
 
 double MaterialWithin(RunState& run, const Point3& from, const Point3& to, double radius) {
-    AcadDocument& drawing = *run.part;
+    AcadDocument& drawing = *run.part.drawing;
     Acad3DSolid& part = LastSolid(drawing);
     const Unlocked zero(drawing, layers::Zero), ofPart(drawing, part.Layer());
     TrialObjects objects;

@@ -15,7 +15,7 @@ enum class OpenTop {
 };
 
 /// Copies the closed curve, makes a region of the copy, raises it by 1000.0 and takes the body away from a
-/// copy of the last solid; the copy's volume is compared with `RunState::PartVolume`, both rounded to
+/// copy of the last solid; the copy's volume is compared with `PartState::PartVolume`, both rounded to
 /// `digits` decimals. All objects of the trial are gone again afterwards, and the locks of the layers that
 /// it works on are as they were. The curve itself stays as it is.
 ///

@@ -7,9 +7,9 @@
 namespace brenvik {
 
 void EnsureOperationLayer(RunState& run, std::string_view name) {
-    if (LayerExists(*run.part, name)) return;
-    AddLayer(*run.part, name);
-    run.LastAddedLayer = name;
+    if (LayerExists(*run.part.drawing, name)) return;
+    AddLayer(*run.part.drawing, name);
+    run.part.LastAddedLayer = name;
 }
 
 }  // namespace brenvik

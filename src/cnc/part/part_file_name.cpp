@@ -19,10 +19,10 @@ constexpr std::string_view SecondSideMark = "B";
 std::string TextForName(std::string_view text) { return ReplaceAll(FileNameText(text), ",", " "); }
 
 std::string NameOfPart(const RunState& run) {
-    std::vector<std::string> texts{TextForName(run.texts.PartName), TextForName(run.texts.PN)};
+    std::vector<std::string> texts{TextForName(run.part.texts.PartName), TextForName(run.part.texts.PN)};
     // THERM's list names the sub assembly too, and a list has to name the file that is there.
-    if (run.target == Target::THERM) texts.push_back(TextForName(run.texts.SubAssembly));
-    const std::string head = "Part_" + std::to_string(run.partIndex), ending = ".dxf";
+    if (run.target == Target::THERM) texts.push_back(TextForName(run.part.texts.SubAssembly));
+    const std::string head = "Part_" + std::to_string(run.part.index), ending = ".dxf";
     MakeFit(texts, LongestFileName - SecondSideMark.size() - head.size() - texts.size() - ending.size());
     return head + "_" + Join(texts, "_") + ending;
 }

@@ -47,21 +47,21 @@ bool HasSpeedsInNames(Target target) {
 }  // namespace
 
 bool TakeMaterial(const RunState& run, MaterialRecord& record) {
-    LookupMaterial(run.MaterialKeyText, record);
+    LookupMaterial(run.part.MaterialKeyText, record);
     if (!record.Found()) {
         TellUnknownMaterial(run);
         return false;
     }
-    RefuseUnusable(run.MaterialKeyText);
+    RefuseUnusable(run.part.MaterialKeyText);
     if (HasSpeedsInNames(run.target))
-        for (const MaterialFault& fault : PointsInSpeedsOf(run.MaterialKeyText))
+        for (const MaterialFault& fault : PointsInSpeedsOf(run.part.MaterialKeyText))
             NoteOnce(detail::ReportOfRun().doubtfulMaterials, MaterialFaultText(fault));
     return true;
 }
 
 void TellUnknownMaterial(const RunState& run) {
-    ShowMessage(UnknownMaterialText(run.MaterialKeyText));
-    NoteOnce(detail::ReportOfRun().unknownMaterials, run.MaterialKeyText);
+    ShowMessage(UnknownMaterialText(run.part.MaterialKeyText));
+    NoteOnce(detail::ReportOfRun().unknownMaterials, run.part.MaterialKeyText);
 }
 
 }  // namespace brenvik

@@ -42,22 +42,15 @@ struct CutContour {
 
 struct GatheredProof;
 
-struct RunState {
-    // The whole run.
-    Target target = Target::C2C;
-    RunForm form = RunForm::A;
-    AcadApplication* app = nullptr;
-    AcadDocument* sessionDrawing = nullptr;
-    double SpoilAmount = 0;  ///< How far a through route cuts into the spoil board.
-    int NeedSecondSide = 0, ThroughRouteSeen = 0;
-    /// 0 on the first pass of a part, 1 on its second.
+/// The part being worked on: set anew when its pass begins, but for what both of its passes share.
+struct PartState {
+    int index = 0;                    ///< Among the parts of the run.
+    AcadDocument* drawing = nullptr;  ///< The part's own; replaced when the origin is moved.
+    /// 0 on the first pass, 1 on the second.
     int SecondSidePass = 0;
-    /// BW's list has its header, by pass.
-    bool ListHeaderWritten[2] = {false, false};
-
-    // The part being worked on.
-    AcadDocument* part = nullptr;  ///< Replaced when the origin is moved.
-    int partIndex = 0;
+    /// The part needs its other side; the same request sets `ThroughRouteSeen` on a first pass, whatever
+    /// asked.
+    int NeedSecondSide = 0, ThroughRouteSeen = 0;
     int ExportScaleSetting = 0;
     int RouteSkip = 0, DrillSkip = 0;
     double PartThickness = 0, PartBottomZ = 0, PartVolume = 0;
@@ -78,10 +71,7 @@ struct RunState {
     std::string writtenFile;                       ///< The DXF file of this pass, with its folder.
     /// The layer added last: it becomes the active one when the part is closed.
     std::string LastAddedLayer;
-    int edgeBores = 0;                        ///< Horizontal bores that this pass has made.
-    std::vector<DrilledHole> firstSideHoles;  ///< Kept for the second pass, which makes none of them twice.
-    std::vector<DrilledHole> firstSideTold;   ///< Holes and pins that the first pass has told of.
-    std::vector<CutContour> firstSidePaths;   ///< Kept for the second pass, which cuts none of them again.
+    int edgeBores = 0;  ///< Horizontal bores that this pass has made.
     /// What no recogniser took, in words for the operator, for the part as a whole.
     std::vector<std::string> unexplained;
     /// Where those are that have a place, by their text, in the frame of the first side.
@@ -95,9 +85,29 @@ struct RunState {
     bool LeavesSecondSide = false;
     /// The texts that move the columns behind them in a work list, each once for the part.
     std::vector<std::string> shiftingTexts;
+};
 
-    bool FirstPass() const { return SecondSidePass == 0; }
-    bool Metric() const { return ExportScaleSetting == 2 || ExportScaleSetting == 3; }
+/// What the first pass of a part has made, which the second one makes no second time.
+struct FirstSide {
+    std::vector<DrilledHole> holes;
+    std::vector<DrilledHole> told;  ///< Holes and pins that it has told of.
+    std::vector<CutContour> paths;
+};
+
+/// One run: what holds for all of its parts, the part it is at, and what that one's first side has.
+struct RunState {
+    Target target = Target::C2C;
+    RunForm form = RunForm::A;
+    AcadApplication* app = nullptr;
+    AcadDocument* sessionDrawing = nullptr;
+    double SpoilAmount = 0;  ///< How far a through route cuts into the spoil board.
+    /// BW's list has its header, by pass.
+    bool ListHeaderWritten[2] = {false, false};
+    PartState part;
+    FirstSide firstSide;
+
+    bool FirstPass() const { return part.SecondSidePass == 0; }
+    bool Metric() const { return part.ExportScaleSetting == 2 || part.ExportScaleSetting == 3; }
 };
 
 /// The names of the run's folders and work drawings.

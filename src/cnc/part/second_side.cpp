@@ -6,8 +6,8 @@
 namespace brenvik {
 
 void NeedOtherSide(RunState& run) {
-    run.NeedSecondSide = 1;
-    if (run.FirstPass()) run.ThroughRouteSeen = 1;
+    run.part.NeedSecondSide = 1;
+    if (run.FirstPass()) run.part.ThroughRouteSeen = 1;
 }
 
 Point3 OnFirstSide(const RunState& run, const Box3& part, const Point3& place) {

@@ -20,16 +20,16 @@ void NoteOnce(std::vector<std::string>& notes, std::string_view text) {
     if (std::ranges::find(notes, text) == notes.end()) notes.emplace_back(text);
 }
 
-void NoteUnexplained(RunState& run, std::string_view text) { NoteOnce(run.unexplained, text); }
+void NoteUnexplained(RunState& run, std::string_view text) { NoteOnce(run.part.unexplained, text); }
 
 void NoteUnexplained(RunState& run, const std::string& text, const Box3& place) {
     NoteUnexplained(run, text);
-    run.notePlaces[text] = place;
+    run.part.notePlaces[text] = place;
 }
 
 void NoteWholePart(RunState& run, const std::string& text) {
     NoteUnexplained(run, text);
-    run.wholePartNotes.insert(text);
+    run.part.wholePartNotes.insert(text);
 }
 
 void NoteUnexplained(RunState& run, const Box3& part, std::string_view kind, double diameter,

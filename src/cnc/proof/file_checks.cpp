@@ -53,7 +53,7 @@ class FileCheck {
 
     std::vector<std::string> Faults() {
         if (mOutlines == 0 && !OutlineIsLeftOut()) Fault("the outline is missing");
-        if (!SheetLayerName(mRun, mRun.ExtentZ).empty() && mSheets != 1)
+        if (!SheetLayerName(mRun, mRun.part.ExtentZ).empty() && mSheets != 1)
             Fault(mSheets == 0 ? "the sheet is missing" : "there is more than one sheet");
         return std::move(mFaults);
     }
@@ -72,22 +72,22 @@ class FileCheck {
 
     void LookAtSheet(const Acad3DPolyline& sheet) {
         ++mSheets;
-        if (mLayer != SheetLayerName(mRun, mRun.ExtentZ)) Fault("the sheet is on layer " + mLayer);
+        if (mLayer != SheetLayerName(mRun, mRun.part.ExtentZ)) Fault("the sheet is on layer " + mLayer);
         if (sheet.Color() != SheetColor) Fault("the sheet has another colour than 7");
-        if (!Near(sheet.Thickness(), mRun.ExtentZ)) Fault("the sheet is not as thick as the part");
+        if (!Near(sheet.Thickness(), mRun.part.ExtentZ)) Fault("the sheet is not as thick as the part");
         const std::vector<double> at = sheet.Coordinates();
         const std::array<double, 12> wanted{0,
                                             0,
-                                            -mRun.ExtentZ,
-                                            mRun.ExtentX,
+                                            -mRun.part.ExtentZ,
+                                            mRun.part.ExtentX,
                                             0,
-                                            -mRun.ExtentZ,
-                                            mRun.ExtentX,
-                                            mRun.ExtentY,
-                                            -mRun.ExtentZ,
+                                            -mRun.part.ExtentZ,
+                                            mRun.part.ExtentX,
+                                            mRun.part.ExtentY,
+                                            -mRun.part.ExtentZ,
                                             0,
-                                            mRun.ExtentY,
-                                            -mRun.ExtentZ};
+                                            mRun.part.ExtentY,
+                                            -mRun.part.ExtentZ};
         const bool same = sheet.Closed() && at.size() == wanted.size() &&
                           std::ranges::equal(at, wanted, [this](double a, double b) { return Near(a, b); });
         if (!same) Fault("the sheet does not lie around the part");
@@ -97,7 +97,7 @@ class FileCheck {
 
     // Colours and directions.
 
-    bool GoesThrough(double depth) const { return depth > mRun.ExtentZ - SamePlace * UnitOf(mRun); }
+    bool GoesThrough(double depth) const { return depth > mRun.part.ExtentZ - SamePlace * UnitOf(mRun); }
 
     void LookAtColor(const AcadEntity& entity, const OperationName& name, bool path, double depth) {
         const int color = entity.Color();
@@ -121,7 +121,7 @@ class FileCheck {
         const bool outline = name.kind == OperationKind::Outline || path.Color() == layers::OutlineColor;
         const bool clockwise = outline              ? false
                                : GoesThrough(depth) ? true
-                                                    : FoldLower(mRun.Material.direction) == "c";
+                                                    : FoldLower(mRun.part.Material.direction) == "c";
         if ((SignedArea(SidesOf(path)) < 0) != clockwise)
             Fault(mLayer + " does not run " + (clockwise ? "clockwise" : "counter-clockwise"));
     }
@@ -139,9 +139,9 @@ class FileCheck {
     }
 
     void LookAtTool(const OperationName& name) {
-        const auto& tools = mRun.Material.tools;
+        const auto& tools = mRun.part.Material.tools;
         if (std::ranges::none_of(tools, [&](const MaterialTool& tool) { return Agrees(tool, name); }))
-            Fault(mLayer + " names a tool that the material " + mRun.MaterialKeyText + " has not");
+            Fault(mLayer + " names a tool that the material " + mRun.part.MaterialKeyText + " has not");
         // The others have it in another form, or not at all.
         if (TraitsOf(mRun.target).firstFamily && !name.compensation.empty() &&
             name.compensation != CompensationText(mRun))

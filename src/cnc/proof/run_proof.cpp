@@ -37,7 +37,7 @@ std::string Number(double value) {
 std::string PlanPlace(const Point3& point) { return Number(point.x) + "," + Number(point.y); }
 
 bool OpensUp(const ProofSpot& spot, const RunState& run, double slack) {
-    return spot.box.max.z > run.proof->thickness - slack;
+    return spot.box.max.z > run.part.proof->thickness - slack;
 }
 bool OpensDown(const ProofSpot& spot, double slack) { return spot.box.min.z < slack; }
 
@@ -95,7 +95,7 @@ bool Touches(const Box3& place, const Box3& spot, double slack) {
 
 /// With the second side left out on purpose, what only it or an edge machine could have made is none.
 bool LeftOutOnPurpose(const ProofSpot& spot, const RunState& run) {
-    return run.LeavesSecondSide && spot.difference == Difference::Standing &&
+    return run.part.LeavesSecondSide && spot.difference == Difference::Standing &&
            !OpensUp(spot, run, 0.02 * UnitOf(run));
 }
 
@@ -104,10 +104,10 @@ bool LeftOutOnPurpose(const ProofSpot& spot, const RunState& run) {
 void Settle(RunState& run, std::vector<ProofSpot>& spots) {
     const double slack = UnitOf(run);
     std::vector<bool> noted(spots.size(), false);
-    std::erase_if(run.unexplained, [&](const std::string& text) {
-        const bool whole = run.wholePartNotes.contains(text);
-        const auto place = run.notePlaces.find(text);
-        if (!whole && place == run.notePlaces.end()) return false;
+    std::erase_if(run.part.unexplained, [&](const std::string& text) {
+        const bool whole = run.part.wholePartNotes.contains(text);
+        const auto place = run.part.notePlaces.find(text);
+        if (!whole && place == run.part.notePlaces.end()) return false;
         bool found = false;
         for (std::size_t i = 0; i < spots.size(); ++i) {
             if (spots[i].difference != Difference::Standing && !whole) continue;
@@ -127,10 +127,10 @@ void Settle(RunState& run, std::vector<ProofSpot>& spots) {
 
 void Tell(RunState& run, const std::vector<std::string>& texts) {
     const std::size_t told = std::min(texts.size(), MostTold);
-    run.differences.insert(run.differences.end(), texts.begin(),
-                           texts.begin() + static_cast<std::ptrdiff_t>(told));
+    run.part.differences.insert(run.part.differences.end(), texts.begin(),
+                                texts.begin() + static_cast<std::ptrdiff_t>(told));
     if (told < texts.size())
-        run.differences.push_back("and " + std::to_string(texts.size() - told) + " places more");
+        run.part.differences.push_back("and " + std::to_string(texts.size() - told) + " places more");
 }
 
 }  // namespace
@@ -142,48 +142,48 @@ double UnitOf(const RunState& run) { return run.Metric() ? 1 : 1 / MillimetresPe
 
 std::vector<std::string> ToolNumbersOf(const RunState& run) {
     std::vector<std::string> tools;
-    for (const MaterialTool& tool : run.Material.tools)
+    for (const MaterialTool& tool : run.part.Material.tools)
         if (!tool.number.empty()) tools.push_back(tool.number);
     return tools;
 }
 
 void HoldPartForProof(RunState& run) {
     if (!run.FirstPass()) return;
-    run.proof = std::make_shared<GatheredProof>();
-    run.LeavesSecondSide = false;
+    run.part.proof = std::make_shared<GatheredProof>();
+    run.part.LeavesSecondSide = false;
     SectionPort* const sections = ThePlatform().sections;
     if (!ProofIsOn() || sections == nullptr) return;
-    run.proof->width = run.ExtentY;
-    run.proof->thickness = run.ExtentZ;
+    run.part.proof->width = run.part.ExtentY;
+    run.part.proof->thickness = run.part.ExtentZ;
     const std::optional<Failure> failure =
-        Attempt([&] { run.proof->part = sections->HoldSolid(LastSolid(*run.part).ObjectID()); });
-    if (failure) run.proof->unproved = failure->detail();
+        Attempt([&] { run.part.proof->part = sections->HoldSolid(LastSolid(*run.part.drawing).ObjectID()); });
+    if (failure) run.part.proof->unproved = failure->detail();
 }
 
 void NoteLeftOutOutline(RunState& run, const AcadLWPolyline& outline) {
-    if (run.proof && run.proof->part) run.proof->leftOutOutlines.push_back(SidesOf(outline));
+    if (run.part.proof && run.part.proof->part) run.part.proof->leftOutOutlines.push_back(SidesOf(outline));
 }
 
 void GatherWrittenSide(RunState& run, AcadDocument& file, bool secondSide) {
-    if (!run.proof) return;
-    run.proof->written = true;
-    if (!run.proof->part) return;
-    GatheredProof& proof = *run.proof;
+    if (!run.part.proof) return;
+    run.part.proof->written = true;
+    if (!run.part.proof->part) return;
+    GatheredProof& proof = *run.part.proof;
     const std::vector<std::string> tools = ToolNumbersOf(run);
     WrittenSide side = ReadWrittenSide(file, {run.target, run.Metric(), secondSide, proof.width,
-                                              proof.thickness, tools, run.Material.tools});
+                                              proof.thickness, tools, run.part.Material.tools});
     std::ranges::move(side.operations, std::back_inserter(proof.operations));
     std::ranges::move(side.faults, std::back_inserter(proof.faults));
 }
 
 void NoteUnproved(RunState& run, const std::string& why) {
-    if (!run.proof) return;
-    run.proof->written = true;
-    run.proof->unproved = why;
+    if (!run.part.proof) return;
+    run.part.proof->written = true;
+    run.part.proof->unproved = why;
 }
 
 void ProveGathered(RunState& run) {
-    const std::shared_ptr<GatheredProof> gathered = run.proof;
+    const std::shared_ptr<GatheredProof> gathered = run.part.proof;
     if (!gathered || !gathered->written) return;
     std::vector<std::string> texts = gathered->faults;
     if (gathered->part && gathered->unproved.empty()) {
@@ -203,7 +203,7 @@ void ProveGathered(RunState& run) {
     if (!gathered->unproved.empty())
         texts.push_back("it could not be compared with its files (" + gathered->unproved + ")");
     Tell(run, texts);
-    run.proof.reset();
+    run.part.proof.reset();
 }
 
 }  // namespace brenvik

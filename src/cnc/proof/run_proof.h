@@ -43,8 +43,8 @@ void NoteLeftOutOutline(RunState& run, const AcadLWPolyline& outline);
 void GatherWrittenSide(RunState& run, AcadDocument& file, bool secondSide);
 /// The part has a file that says nothing, and why.
 void NoteUnproved(RunState& run, const std::string& why);
-/// At the end of a part, however many sides it got. Tells differences in `run.differences`; of what has been
-/// noted as untaken before, it takes back what the files make all the same.
+/// At the end of a part, however many sides it got. Tells differences in `run.part.differences`; of what has
+/// been noted as untaken before, it takes back what the files make all the same.
 void ProveGathered(RunState& run);
 
 }  // namespace brenvik

@@ -38,11 +38,11 @@ double Round(double value) { return RoundHalfEven(value, Decimals); }
 
 /// Finds the material with an empty record: no path is cut with the bits of an earlier part's material.
 bool LoadMaterial(RunState& run) {
-    const std::string name = run.MaterialName.empty() ? "UnknownMaterial" : run.MaterialName;
-    run.MaterialKeyText = MaterialKey(run.PartThickness, name, run.ExportScaleSetting);
+    const std::string name = run.part.MaterialName.empty() ? "UnknownMaterial" : run.part.MaterialName;
+    run.part.MaterialKeyText = MaterialKey(run.part.PartThickness, name, run.part.ExportScaleSetting);
     MaterialRecord found;
     if (!TakeMaterial(run, found)) return false;
-    run.Material = std::move(found);
+    run.part.Material = std::move(found);
     return true;
 }
 
@@ -85,8 +85,8 @@ double RaiseToTop(const Box3& part, Path& path, double z) {
 }
 
 void GiveName(RunState& run, AcadEntity& path, RouteRole role, double depth) {
-    ++run.RouteCount;
-    const std::string layer = RouteLayerName(run, role, run.bits.kind, depth);
+    ++run.part.RouteCount;
+    const std::string layer = RouteLayerName(run, role, run.part.bits.kind, depth);
     EnsureOperationLayer(run, layer);
     path.SetLayer(layer);
     path.Update();
@@ -98,8 +98,8 @@ bool MakesPocketsOfCores() { return SwitchIsOn(setting::ClearCores); }
 /// the part's edges is wider than the side that the bit was chosen by.
 bool LeavesCore(const RunState& run, const Box3& part, const AcadLWPolyline& path) {
     const double width = run.Metric() ? NarrowestCore : NarrowestCore / MillimetresPerInch;
-    return LeavesCore(SidesOf(path), run.bits.ToolDiameter, {part.min.x, part.min.y, part.max.x, part.max.y},
-                      width);
+    return LeavesCore(SidesOf(path), run.part.bits.ToolDiameter,
+                      {part.min.x, part.min.y, part.max.x, part.max.y}, width);
 }
 
 /// False when the part is to be given up.
@@ -132,10 +132,11 @@ void PassOver(Routing& routing, AcadLWPolyline& chain) {
 bool CutThrough(Routing& routing, AcadCircle& circle) {
     RunState& run = routing.run;
     const double diameter = circle.Diameter();
-    if (!ChooseThroughCircleBit(run.bits, run.Material, run.MaterialKeyText, diameter)) return false;
-    run.bits.kind = PathKind::RT;
+    if (!ChooseThroughCircleBit(run.part.bits, run.part.Material, run.part.MaterialKeyText, diameter))
+        return false;
+    run.part.bits.kind = PathKind::RT;
     RaiseToTop(routing.part, circle, circle.Center().z);
-    const double depth = run.PartThickness + run.SpoilAmount;
+    const double depth = run.part.PartThickness + run.SpoilAmount;
     circle.SetThickness(-depth);
     GiveName(run, circle, RouteRole::ThroughCircle, depth);
     return true;
@@ -164,9 +165,9 @@ bool MakeCirclePocket(Routing& routing, AcadCircle& circle) {
 /// False when the part is to be given up.
 bool MakePaths(RunState& run) {
     if (!LoadMaterial(run)) return false;
-    run.RouteDirection = DirectionOfCut(run.Material);
-    Routing routing{run, LastSolid(*run.part).GetBoundingBox()};
-    const GatheredContours contours = GatherContours(*run.part, routing.part);
+    run.part.RouteDirection = DirectionOfCut(run.part.Material);
+    Routing routing{run, LastSolid(*run.part.drawing).GetBoundingBox()};
+    const GatheredContours contours = GatherContours(*run.part.drawing, routing.part);
     if (!contours.followable) {
         KeepForHandWork(run);
         return false;
@@ -174,8 +175,8 @@ bool MakePaths(RunState& run) {
     for (AcadLWPolyline* chain : contours.open) PassOver(routing, *chain);
     for (AcadLWPolyline* path : contours.closed)
         if (!MakeRoute(routing, *path)) return false;
-    AddLayer(*run.part, layers::RouteCirclePV).SetLock(false);
-    for (AcadCircle* circle : AllOn<AcadCircle>(*run.part, layers::RouteCirclePV))
+    AddLayer(*run.part.drawing, layers::RouteCirclePV).SetLock(false);
+    for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::RouteCirclePV))
         if (!MakeCirclePocket(routing, *circle)) return false;
     return true;
 }
@@ -194,28 +195,29 @@ double ShortestSide(const AcadLWPolyline& path) {
 bool CutInside(RunState& run, const Box3& part, AcadLWPolyline& path) {
     const double depth = RaiseToTop(part, path, path.GetBoundingBox().min.z);
     const double shortest = ShortestSide(path);
-    BringToDirection(path, run.RouteDirection);
-    if (!ChooseInsideRouteBit(run.bits, run.Material, run.MaterialKeyText, shortest,
+    BringToDirection(path, run.part.RouteDirection);
+    if (!ChooseInsideRouteBit(run.part.bits, run.part.Material, run.part.MaterialKeyText, shortest,
                               TraitsOf(run.target).choiceDialog))
         return false;
-    RunOffEdges(path, part, OverrunOf(run.bits.ToolDiameter));
-    if (run.bits.kind == PathKind::RT && MakesPocketsOfCores() && LeavesCore(run, part, path))
-        run.bits.kind = PathKind::PKC;
+    RunOffEdges(path, part, OverrunOf(run.part.bits.ToolDiameter));
+    if (run.part.bits.kind == PathKind::RT && MakesPocketsOfCores() && LeavesCore(run, part, path))
+        run.part.bits.kind = PathKind::PKC;
     GiveName(run, path, RouteRole::Inside, depth);
     return true;
 }
 
 bool CutCirclePocket(RunState& run, const Box3& part, AcadCircle& circle) {
-    if (!ChooseCirclePocketBit(run.bits, run.Material, run.MaterialKeyText, circle.Diameter())) return false;
+    if (!ChooseCirclePocketBit(run.part.bits, run.part.Material, run.part.MaterialKeyText, circle.Diameter()))
+        return false;
     GiveName(run, circle, RouteRole::CirclePocket, RaiseToTop(part, circle, circle.Center().z));
     return true;
 }
 
 void RecogniseRoutes(RunState& run) {
-    run.RouteCount = 0;
-    run.bits.RouteSkip = 0;
-    if (run.FirstPass()) run.firstSidePaths.clear();
-    if (!MakePaths(run)) run.RouteSkip = 1;
+    run.part.RouteCount = 0;
+    run.part.bits.RouteSkip = 0;
+    if (run.FirstPass()) run.firstSide.paths.clear();
+    if (!MakePaths(run)) run.part.RouteSkip = 1;
 }
 
 }  // namespace brenvik

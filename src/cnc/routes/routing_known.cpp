@@ -29,11 +29,11 @@ bool SameContour(const CutContour& a, const CutContour& b) {
 
 /// "Part_0_Shelf_7.dxf" becomes "Part_0_Shelf_7_by_hand.dxf": no machine takes it for a finished file.
 std::string HandWorkFile(RunState& run) {
-    const Acad3DSolid& solid = LastSolid(*run.part);
+    const Acad3DSolid& solid = LastSolid(*run.part.drawing);
     const auto read = [&solid](std::string_view key) { return mAutoCAD::PartDataOf(solid, key); };
-    run.texts.PartName = read("PartName");
-    run.texts.PN = read("PN");
-    run.texts.SubAssembly = read("SubAssembly");
+    run.part.texts.PartName = read("PartName");
+    run.part.texts.PN = read("PN");
+    run.part.texts.SubAssembly = read("SubAssembly");
     std::string name = WrittenFileName(run);
     name.insert(name.rfind('.'), "_by_hand");
     return std::string(run.FirstPass() ? OutputFolder : SecondSideFolder) + name;
@@ -48,11 +48,11 @@ CutContour PlaceOf(const RunState& run, const Box3& part, const AcadEntity& cont
 }
 
 void NoteCut(RunState& run, const CutContour& contour) {
-    if (run.FirstPass()) run.firstSidePaths.push_back(contour);
+    if (run.FirstPass()) run.firstSide.paths.push_back(contour);
 }
 
 bool CutOnFirstSide(const RunState& run, const CutContour& contour) {
-    return !run.FirstPass() && std::ranges::any_of(run.firstSidePaths, [&contour](const CutContour& cut) {
+    return !run.FirstPass() && std::ranges::any_of(run.firstSide.paths, [&contour](const CutContour& cut) {
         return SameContour(cut, contour);
     });
 }
@@ -71,7 +71,7 @@ void KeepForHandWork(RunState& run) {
         " This part has a route path that cannot be processed. It is being saved and you will have to "
         "process "
         "it by hand.");
-    AcadDocument& drawing = *run.part;
+    AcadDocument& drawing = *run.part.drawing;
     UnlockAllLayers(drawing);
     const std::string file = HandWorkFile(run);
     for (AcadEntity* entity : All<AcadEntity>(drawing))

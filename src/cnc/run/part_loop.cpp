@@ -27,33 +27,33 @@ namespace {
 enum class PassEnd { NextPart, SecondSide, EndRun };
 
 void ResetForPass(RunState& run) {
-    run.ExportScaleSetting = ToInteger(NumberSetting(setting::ExportScaleSetting));
-    run.RouteSkip = run.DrillSkip = 0;
-    run.bits.RouteSkip = 0;
-    run.bits.SavedToolDiameters = {};
-    run.RouteCount = 0;
-    run.DimL = run.DimW = run.DimT = "0";
-    run.LastAddedLayer.clear();
+    run.part.ExportScaleSetting = ToInteger(NumberSetting(setting::ExportScaleSetting));
+    run.part.RouteSkip = run.part.DrillSkip = 0;
+    run.part.bits.RouteSkip = 0;
+    run.part.bits.SavedToolDiameters = {};
+    run.part.RouteCount = 0;
+    run.part.DimL = run.part.DimW = run.part.DimT = "0";
+    run.part.LastAddedLayer.clear();
     if (!run.FirstPass()) return;
-    run.unexplained.clear();
-    run.notePlaces.clear();
-    run.wholePartNotes.clear();
-    run.differences.clear();
-    run.proof.reset();
-    run.shiftingTexts.clear();
+    run.part.unexplained.clear();
+    run.part.notePlaces.clear();
+    run.part.wholePartNotes.clear();
+    run.part.differences.clear();
+    run.part.proof.reset();
+    run.part.shiftingTexts.clear();
 }
 
 /// Opens the drawing of the pass, scaled and looked at from above.
 void OpenPart(RunState& run, const PartFile& file) {
-    run.part = nullptr;
+    run.part.drawing = nullptr;
     run.app->Documents().Open(run.FirstPass() ? file.FirstSidePath() : file.SecondSidePath());
-    run.part = run.app->ActiveDocument();
-    BringWithinReach(*run.part);
-    AddLayer(*run.part, layers::BrenvikExplode);
-    FreshSet(*run.part, "exploded");
+    run.part.drawing = run.app->ActiveDocument();
+    BringWithinReach(*run.part.drawing);
+    AddLayer(*run.part.drawing, layers::BrenvikExplode);
+    FreshSet(*run.part.drawing, "exploded");
     ResetForPass(run);
-    ScaleForExport(*run.part, run.ExportScaleSetting);
-    TopView(*run.part);
+    ScaleForExport(*run.part.drawing, run.part.ExportScaleSetting);
+    TopView(*run.part.drawing);
     run.app->ZoomExtents();
 }
 
@@ -67,17 +67,17 @@ PassOutcome WorkOnPass(RunState& run, const PassWork& steps) {
 
 bool GoesOnWithSecondSide(RunState& run) {
     if (ToInteger(NumberSetting(setting::DontDoTwoSided)) == 1) {
-        run.LeavesSecondSide = run.NeedSecondSide == 1;
-        run.SecondSidePass = 1;
+        run.part.LeavesSecondSide = run.part.NeedSecondSide == 1;
+        run.part.SecondSidePass = 1;
         return false;
     }
-    if (run.SecondSidePass != 0 || run.NeedSecondSide != 1) return false;
-    run.SecondSidePass = 1;
+    if (run.part.SecondSidePass != 0 || run.part.NeedSecondSide != 1) return false;
+    run.part.SecondSidePass = 1;
     return true;
 }
 
 void ClosePartDrawing(RunState& run) {
-    AcadDocument* drawing = std::exchange(run.part, nullptr);
+    AcadDocument* drawing = std::exchange(run.part.drawing, nullptr);
     if (drawing != nullptr) Skip([&] { drawing->Close(false); });
 }
 
@@ -86,17 +86,17 @@ void CleanUp(RunState& run, const PartFile& file) {
     ClosePartDrawing(run);
     if (Skip([&] { ThePlatform().files->RemoveFile(file.FirstSidePath()); })) {
         RemoveIfThere(file.SecondSidePath());
-        run.NeedSecondSide = 0;
+        run.part.NeedSecondSide = 0;
         // Only a second pass asks for it, and this part won't have one any more.
-        run.ThroughRouteSeen = 0;
+        run.part.ThroughRouteSeen = 0;
     }
     RemoveIfThere(std::string(WorkDrawing2));
     RemoveIfThere(std::string(WorkDrawing));
-    if (run.SecondSidePass != 1) return;
+    if (run.part.SecondSidePass != 1) return;
     RemoveIfThere(std::string(SecondSideWorkDrawing));
     RemoveIfThere(std::string(SecondSideWorkDrawing2));
-    run.SecondSidePass = 0;
-    run.ThroughRouteSeen = 0;
+    run.part.SecondSidePass = 0;
+    run.part.ThroughRouteSeen = 0;
 }
 
 /// What goes wrong with files goes wrong with the next part too. A record that breaks off is the matter of
@@ -148,9 +148,9 @@ PassEnd DoPass(RunState& run, const PassWork& steps, const PartFile& file, RunRe
 /// One line for the part; what both passes met is told once.
 void ReportUnexplained(RunState& run, const PartFile& file, RunReport& report) {
     std::vector<std::string> texts;
-    for (std::string& text : run.unexplained)
+    for (std::string& text : run.part.unexplained)
         if (std::ranges::find(texts, text) == texts.end()) texts.push_back(std::move(text));
-    run.unexplained.clear();
+    run.part.unexplained.clear();
     if (texts.empty()) return;
     report.unexplained.push_back("The part " + file.label +
                                  " has features without an operation: " + Join(texts, "; "));
@@ -158,25 +158,25 @@ void ReportUnexplained(RunState& run, const PartFile& file, RunReport& report) {
 
 /// What comes of the part's files isn't what is drawn.
 void ReportDifferences(RunState& run, const PartFile& file, RunReport& report) {
-    if (run.differences.empty()) return;
+    if (run.part.differences.empty()) return;
     report.unexplained.push_back("The part " + file.label + " does not come out as it is drawn: " +
-                                 Join(std::exchange(run.differences, {}), "; "));
+                                 Join(std::exchange(run.part.differences, {}), "; "));
 }
 
 /// The lists' receivers part the columns at every comma, wherever it comes from.
 void ReportShiftedColumns(RunState& run, const PartFile& file, RunReport& report) {
-    if (run.shiftingTexts.empty()) return;
+    if (run.part.shiftingTexts.empty()) return;
     report.unexplained.push_back("The part " + file.label +
                                  " moves the columns of the work list, by the comma in: " +
-                                 Join(std::exchange(run.shiftingTexts, {}), "; "));
+                                 Join(std::exchange(run.part.shiftingTexts, {}), "; "));
 }
 
 PassEnd WorkOnPart(RunState& run, const PassWork& steps, std::span<const PartFile> parts, RunReport& report) {
-    const PartFile& file = parts[static_cast<std::size_t>(run.partIndex)];
+    const PartFile& file = parts[static_cast<std::size_t>(run.part.index)];
     PassEnd end = PassEnd::SecondSide;
     while (end == PassEnd::SecondSide) {
         detail::TellRunObserver(
-            {run.partIndex + 1, static_cast<int>(parts.size()), !run.FirstPass(), file.label});
+            {run.part.index + 1, static_cast<int>(parts.size()), !run.FirstPass(), file.label});
         end = DoPass(run, steps, file, report);
     }
     if (steps.prove) steps.prove(run);
@@ -196,8 +196,8 @@ void ReportTheRest(const PartFile& file, std::size_t left, std::vector<std::stri
 
 /// The part files of a run that a failure ends.
 void RemoveFilesOfTheRest(RunState& run, std::span<const PartFile> parts) {
-    const auto current = static_cast<std::size_t>(run.partIndex);
-    run.SecondSidePass = 1;
+    const auto current = static_cast<std::size_t>(run.part.index);
+    run.part.SecondSidePass = 1;
     CleanUp(run, parts[current]);
     for (const PartFile& later : parts.subspan(current)) RemovePartFiles(later);
 }
@@ -205,9 +205,9 @@ void RemoveFilesOfTheRest(RunState& run, std::span<const PartFile> parts) {
 }  // namespace
 
 bool WorkOnParts(RunState& run, const PassWork& steps, std::span<const PartFile> parts, RunReport& report) {
-    run.SecondSidePass = 0;
+    run.part.SecondSidePass = 0;
     for (std::size_t part = 0; part < parts.size(); ++part) {
-        run.partIndex = static_cast<int>(part);
+        run.part.index = static_cast<int>(part);
         const std::size_t left = parts.size() - part - 1;
         try {
             if (WorkOnPart(run, steps, parts, report) != PassEnd::EndRun) continue;

@@ -97,11 +97,12 @@ class FolderProof {
     static PassOutcome Hold(RunState& run) {
         ReadPartTexts(run);
         MeasurePart(run);
-        run.MaterialName = FoldUpper(mAutoCAD::PartDataOf(LastSolid(*run.part), "Material"));
-        run.Material = {};
-        run.PartThickness = run.ExtentZ;
-        run.MaterialKeyText = MaterialKey(run.ExtentZ, run.MaterialName, run.ExportScaleSetting);
-        LookupMaterial(run.MaterialKeyText, run.Material);
+        run.part.MaterialName = FoldUpper(mAutoCAD::PartDataOf(LastSolid(*run.part.drawing), "Material"));
+        run.part.Material = {};
+        run.part.PartThickness = run.part.ExtentZ;
+        run.part.MaterialKeyText =
+            MaterialKey(run.part.ExtentZ, run.part.MaterialName, run.part.ExportScaleSetting);
+        LookupMaterial(run.part.MaterialKeyText, run.part.Material);
         HoldPartForProof(run);
         return PassOutcome::GoOn;
     }
@@ -111,7 +112,7 @@ class FolderProof {
         std::vector<std::string> names;
         for (const Target target : {Target::C2C, Target::THERM}) {
             run.target = target;
-            run.SecondSidePass = 0;
+            run.part.SecondSidePass = 0;
             names.push_back(WrittenFileName(run));
         }
         return names;
@@ -132,10 +133,10 @@ class FolderProof {
     }
 
     void LookAt(RunState& run) {
-        const std::shared_ptr<GatheredProof> held = std::exchange(run.proof, nullptr);
+        const std::shared_ptr<GatheredProof> held = std::exchange(run.part.proof, nullptr);
         // A part that could not be laid flat has been told.
         if (!held) return;
-        run.LeavesSecondSide = NumberSetting(setting::DontDoTwoSided) == 1;
+        run.part.LeavesSecondSide = NumberSetting(setting::DontDoTwoSided) == 1;
         const std::vector<std::string> candidates = CandidatesOf(run);
         if (candidates.empty()) {
             mProved.report.passedOver.push_back("The part " + Label(run) + " has no file " +
@@ -147,18 +148,18 @@ class FolderProof {
         std::string best;
         for (const std::string& file : candidates) {
             *held = {std::move(held->part), {}, {}, {}, unproved, held->width, held->thickness, false};
-            run.proof = held;
+            run.part.proof = held;
             mUsed.push_back(file);
             mUsed.push_back("B" + file);
             Compare(run, file);
-            std::vector<std::string> found = std::exchange(run.differences, {});
+            std::vector<std::string> found = std::exchange(run.part.differences, {});
             if (file != candidates.front() && found.size() >= fewest.size()) continue;
             fewest = std::move(found);
             best = file;
         }
         ExpectInLists(run, best);
         if (fewest.empty()) ++mProved.parts;
-        run.differences = std::move(fewest);
+        run.part.differences = std::move(fewest);
     }
 
     bool HasSecondSide(const std::string& file) const {
@@ -185,8 +186,9 @@ class FolderProof {
             Gather(run, first.Document(), false);
             if (other) Gather(run, other->Document(), true);
             // Leads of tongues lie outside the outline, on each side in their own way.
-            if (!SwitchIsOn(setting::ToungeProcessing) && OutlinesDiffer(run.proof->operations, UnitOf(run)))
-                run.proof->faults.push_back("the outlines of the two sides differ");
+            if (!SwitchIsOn(setting::ToungeProcessing) &&
+                OutlinesDiffer(run.part.proof->operations, UnitOf(run)))
+                run.part.proof->faults.push_back("the outlines of the two sides differ");
         });
         if (failure) NoteUnproved(run, failure->detail());
         ProveGathered(run);
@@ -194,7 +196,7 @@ class FolderProof {
 
     static void Gather(RunState& run, AcadDocument& file, bool secondSide) {
         GatherWrittenSide(run, file, secondSide);
-        std::ranges::move(FaultsOfFile(run, file, secondSide), std::back_inserter(run.proof->faults));
+        std::ranges::move(FaultsOfFile(run, file, secondSide), std::back_inserter(run.part.proof->faults));
     }
 
     Target TargetOf(const RunState& run, const OpenFile& first, const std::optional<OpenFile>& second) const {
@@ -208,7 +210,7 @@ class FolderProof {
     }
 
     std::string Label(const RunState& run) const {
-        return mParts[static_cast<std::size_t>(run.partIndex)].label;
+        return mParts[static_cast<std::size_t>(run.part.index)].label;
     }
 
     void TellTheRest(const std::vector<std::string>& there) {

@@ -23,50 +23,52 @@ namespace {
 /// A spoil amount may be negative, and leaves a skin. One that is deeper than the part leaves nothing of the
 /// cut: the tool would run above the board.
 void RequireDepth(const RunState& run) {
-    if (run.PartThickness + run.SpoilAmount > 0) return;
+    if (run.part.PartThickness + run.SpoilAmount > 0) return;
     throw Failure(failure_number::typeMismatch, std::string(ownSource), "Type mismatch",
                   "BiesseWorksSpoil is " + NumberToText(run.SpoilAmount) + ", expected more than " +
-                      NumberToText(-run.PartThickness) + ", the thickness of the part");
+                      NumberToText(-run.part.PartThickness) + ", the thickness of the part");
 }
 
 /// Looks the material up by thickness and name. What an earlier part found stays where this one has none.
 bool FindPartMaterial(RunState& run) {
-    const std::string key = MaterialKey(run.PartThickness, run.MaterialName, run.ExportScaleSetting);
-    run.MaterialKeyText = key;
-    return TakeMaterial(run, run.Material);
+    const std::string key =
+        MaterialKey(run.part.PartThickness, run.part.MaterialName, run.part.ExportScaleSetting);
+    run.part.MaterialKeyText = key;
+    return TakeMaterial(run, run.part.Material);
 }
 
 /// Edge bores, on every pass or on the second one alone. False when they were all that a second pass could
 /// have been made for, and there are none.
 bool BoreOnItsPass(RunState& run) {
     const bool onSecondSide = SwitchIsOn(setting::HorzBoreOn2);
-    if (onSecondSide) run.NeedSecondSide = 1;
-    run.edgeBores = 0;
+    if (onSecondSide) run.part.NeedSecondSide = 1;
+    run.part.edgeBores = 0;
     if (!onSecondSide || !run.FirstPass()) BoreHorizontally(run);
-    if (run.ThroughRouteSeen == 1) return true;
-    return !onSecondSide || run.FirstPass() || run.edgeBores > 0;
+    if (run.part.ThroughRouteSeen == 1) return true;
+    return !onSecondSide || run.FirstPass() || run.part.edgeBores > 0;
 }
 
 }  // namespace
 
 PassOutcome Recognise(RunState& run) {
     RequireDepth(run);
-    AddLayer(*run.part, layers::RoutingLayer1);
-    AddLayer(*run.part, layers::RoutingLayer2);
+    AddLayer(*run.part.drawing, layers::RoutingLayer1);
+    AddLayer(*run.part.drawing, layers::RoutingLayer2);
     // Routes use the edges up.
-    const LevelShapes shapes = LevelShapes::Of(*run.part, LastSolid(*run.part).GetBoundingBox());
+    const LevelShapes shapes =
+        LevelShapes::Of(*run.part.drawing, LastSolid(*run.part.drawing).GetBoundingBox());
     RecogniseRoutes(run);
-    if (run.RouteSkip == 1) return PassOutcome::SkipPart;
+    if (run.part.RouteSkip == 1) return PassOutcome::SkipPart;
 
-    UnlockLayer(*run.part, layers::circleHold);
-    TopView(*run.part);
+    UnlockLayer(*run.part.drawing, layers::circleHold);
+    TopView(*run.part.drawing);
     run.app->ZoomExtents();
     if (!FindPartMaterial(run)) return PassOutcome::SkipPart;
 
-    TopView(*run.part);
+    TopView(*run.part.drawing);
     if (!BoreOnItsPass(run)) return PassOutcome::SkipPart;
     DrillVertically(run, shapes);
-    return run.DrillSkip == 1 ? PassOutcome::SkipPart : PassOutcome::GoOn;
+    return run.part.DrillSkip == 1 ? PassOutcome::SkipPart : PassOutcome::GoOn;
 }
 
 }  // namespace brenvik

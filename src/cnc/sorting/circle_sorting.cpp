@@ -59,7 +59,7 @@ void DropLeftovers(AcadDocument& drawing) {
 /// circle stays where it is: no machine here drills it.
 void TellAxesApart(RunState& run, const Box3& part, std::string_view boreLayer) {
     std::vector<const AcadCircle*> slanted;
-    for (AcadCircle* circle : AllOn<AcadCircle>(*run.part, layers::circleHold)) {
+    for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::circleHold)) {
         const double up = RoundHalfEven(circle->Normal().z, CompareDecimals);
         if (std::abs(up) == 1) {
             circle->SetNormal(Up);
@@ -107,10 +107,10 @@ void DropTwins(AcadDocument& drawing) {
 }
 
 void SplitBySize(RunState& run) {
-    for (AcadCircle* circle : AllOn<AcadCircle>(*run.part, layers::CircleHold2)) {
-        if (RoundHalfEven(circle->Diameter(), CompareDecimals) > run.CircleSize) {
+    for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::CircleHold2)) {
+        if (RoundHalfEven(circle->Diameter(), CompareDecimals) > run.part.CircleSize) {
             circle->SetLayer(layers::RouteCircleHold);
-        } else if (SameLength(circle->Center().z, run.PartThickness)) {
+        } else if (SameLength(circle->Center().z, run.part.PartThickness)) {
             circle->SetLayer(layers::MAXCircleHold);
         } else {
             circle->SetLayer(layers::circleHold);
@@ -122,11 +122,11 @@ void SplitBySize(RunState& run) {
 
 void SortCircles(RunState& run, const Box3& part) {
     const std::string_view boreLayer = TraitsOf(run.target).horizontalWorkLayer;
-    AddSortingLayers(*run.part, boreLayer);
-    DropLeftovers(*run.part);
-    run.CircleSize = NumberSetting(setting::CircleSize);
+    AddSortingLayers(*run.part.drawing, boreLayer);
+    DropLeftovers(*run.part.drawing);
+    run.part.CircleSize = NumberSetting(setting::CircleSize);
     TellAxesApart(run, part, boreLayer);
-    DropTwins(*run.part);
+    DropTwins(*run.part.drawing);
     SplitBySize(run);
 }
 

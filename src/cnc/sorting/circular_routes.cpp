@@ -39,7 +39,7 @@ struct Axis {
 
 class CircularRoutes {
   public:
-    CircularRoutes(RunState& run, const Box3& part) : mRun(run), mDrawing(*run.part), mPart(part) {
+    CircularRoutes(RunState& run, const Box3& part) : mRun(run), mDrawing(*run.part.drawing), mPart(part) {
         Gather();
     }
 

@@ -28,7 +28,7 @@ bool StrictlyInside(double z, const Box3& part) { return Less(part.min.z, z) && 
 }  // namespace
 
 void SortArcsAndLines(RunState& run, const Box3& part) {
-    AcadDocument& drawing = *run.part;
+    AcadDocument& drawing = *run.part.drawing;
     AddLayer(drawing, layers::arcPV, ArcColor);
     for (AcadArc* arc : All<AcadArc>(drawing)) {
         const std::string layer = arc->Layer();

@@ -103,7 +103,7 @@ std::optional<std::vector<AcadLine*>> LinesOnFloor(const BrokenRim& rim,
 }  // namespace
 
 void CompleteHoleFloors(RunState& run, const Box3& part) {
-    AcadDocument& drawing = *run.part;
+    AcadDocument& drawing = *run.part.drawing;
     const std::vector<BrokenRim> broken = FindBrokenRims(drawing, part);
     if (broken.empty()) return;
     std::vector<AcadLine*> lines = AllOn<AcadLine>(drawing, layers::BrenvikExplode);

@@ -37,7 +37,7 @@ void ProjectPart(RunState& run) {
     for (const std::string_view text :
          {"tilemode ", "0 ", "mview ", "fit ", "mspace ", "-view ", "top ", "hi ", "solprof ", "all ", " ",
           " ", " ", " ", "tilemode ", "1 ", "-v ", "t "})
-        run.part->SendCommand(text);
+        run.part.drawing->SendCommand(text);
     run.app->ZoomExtents();
 }
 
@@ -75,8 +75,8 @@ void LowerKeptFace(AcadDocument& drawing) {
 }
 
 void ReadMaterialName(RunState& run) {
-    run.MaterialName = FoldUpper(mAutoCAD::PartDataOf(LastSolid(*run.part), "Material"));
-    if (run.MaterialName.empty()) run.MaterialName = UnknownMaterial;
+    run.part.MaterialName = FoldUpper(mAutoCAD::PartDataOf(LastSolid(*run.part.drawing), "Material"));
+    if (run.part.MaterialName.empty()) run.part.MaterialName = UnknownMaterial;
 }
 
 /// Everything but the solid falls apart to curves: kept faces, the blocks of the projection and what stands
@@ -98,21 +98,21 @@ void BreakDown(AcadDocument& drawing) {
 }
 
 void TakeSizes(RunState& run, const Acad3DSolid& solid, const Box3& box) {
-    run.ExtentX = RoundHalfEven(box.max.x - box.min.x, SizeDecimals);
-    run.ExtentY = RoundHalfEven(box.max.y - box.min.y, SizeDecimals);
-    run.ExtentZ = RoundHalfEven(box.max.z - box.min.z, SizeDecimals);
-    run.PartThickness = run.ExtentZ;
-    run.PartBottomZ = RoundHalfEven(box.min.z, SizeDecimals);
-    run.PartVolume = solid.Volume();
+    run.part.ExtentX = RoundHalfEven(box.max.x - box.min.x, SizeDecimals);
+    run.part.ExtentY = RoundHalfEven(box.max.y - box.min.y, SizeDecimals);
+    run.part.ExtentZ = RoundHalfEven(box.max.z - box.min.z, SizeDecimals);
+    run.part.PartThickness = run.part.ExtentZ;
+    run.part.PartBottomZ = RoundHalfEven(box.min.z, SizeDecimals);
+    run.part.PartVolume = solid.Volume();
 }
 
 }  // namespace
 
 PassOutcome SortEdges(RunState& run) {
-    AcadDocument& drawing = *run.part;
+    AcadDocument& drawing = *run.part.drawing;
     ProjectPart(run);
     LowerKeptFace(drawing);
-    run.QuarterThickness = RoundDecimalValue(LenientNumber(run.DimT), ThicknessStep);
+    run.part.QuarterThickness = RoundDecimalValue(LenientNumber(run.part.DimT), ThicknessStep);
     ReadMaterialName(run);
     AddLayer(drawing, layers::Border);
     BreakDown(drawing);

@@ -65,9 +65,9 @@ std::vector<Oval> OvalsAt(AcadDocument& drawing, double z) {
 /// A slanted wall cuts top and underside in equal ellipses that lie apart; those of an upright wall lie over
 /// each other.
 void NoteThroughHoles(RunState& run, const Box3& part) {
-    const std::vector<Oval> tops = OvalsAt(*run.part, part.max.z);
+    const std::vector<Oval> tops = OvalsAt(*run.part.drawing, part.max.z);
     if (tops.empty()) return;
-    const std::vector<Oval> bottoms = OvalsAt(*run.part, part.min.z);
+    const std::vector<Oval> bottoms = OvalsAt(*run.part.drawing, part.min.z);
     for (const Oval& top : tops) {
         const auto alike = [&](const Oval& bottom) { return Alike(top, bottom); };
         const auto over = [&](const Oval& bottom) { return Alike(top, bottom) && Above(top, bottom); };

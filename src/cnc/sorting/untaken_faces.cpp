@@ -205,7 +205,7 @@ void TellSlope(RunState& run, const AcadRegion& face, const Edges& edges) {
 
 /// Takes a copy of the part apart to its faces.
 void TellSlopes(RunState& run, const Edges& edges) {
-    AcadDocument& drawing = *run.part;
+    AcadDocument& drawing = *run.part.drawing;
     UnlockAllLayers(drawing);
     AddLayer(drawing, layers::regionPV2);
     LastSolid(drawing).Copy()->SetLayer(layers::regionPV2);
@@ -223,7 +223,7 @@ void TellSlopes(RunState& run, const Edges& edges) {
 
 void NoteUntakenFaces(RunState& run) {
     if (!run.FirstPass()) return;
-    const Edges edges = EdgesIn(*run.part);
+    const Edges edges = EdgesIn(*run.part.drawing);
     if (MayHaveSlopes(edges)) TellSlopes(run, edges);
     TellPieces(run, edges);
     TellOthers(run, edges);

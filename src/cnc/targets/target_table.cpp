@@ -43,9 +43,9 @@ struct ToolTexts {
 
 ToolTexts ToolOf(const RunState& run, RouteRole role) {
     if (role != RouteRole::Outline)
-        return {run.bits.ToolNumber, LayerNumberText(run.bits.ToolDiameter, std::nullopt, "p"),
-                run.bits.ToolSpeed, run.bits.ToolFeed};
-    const MaterialTool& first = run.Material.tools.front();
+        return {run.part.bits.ToolNumber, LayerNumberText(run.part.bits.ToolDiameter, std::nullopt, "p"),
+                run.part.bits.ToolSpeed, run.part.bits.ToolFeed};
+    const MaterialTool& first = run.part.Material.tools.front();
     return {first.number, LayerNumberText(first.diameter, std::nullopt, "p"), first.spindleSpeed,
             first.feedSpeed};
 }
@@ -79,7 +79,7 @@ std::string FirstFamilyName(const RunState& run, RouteRole role, PathKind kind, 
     name += "_T" + tool.number + "_D" + tool.diameter + "_S" + tool.speed + "_F" + tool.feed;
     if (run.target == Target::C2C) {
         name += "_R_C" + CompensationText(run);
-        if (!IsOutline(role)) name += "_" + std::to_string(run.RouteCount);
+        if (!IsOutline(role)) name += "_" + std::to_string(run.part.RouteCount);
     } else if (run.target == Target::RCIM) {
         name += "_C" + CompensationText(run);
     }
@@ -88,7 +88,7 @@ std::string FirstFamilyName(const RunState& run, RouteRole role, PathKind kind, 
 
 std::string RouteOfBW(const RunState& run, RouteRole role, double depth) {
     const ToolTexts tool = ToolOf(run, role);
-    const std::string direction = FoldLower(run.Material.direction);
+    const std::string direction = FoldLower(run.part.Material.direction);
     std::string name = "TCHB1W0TCD$" + tool.number + "$S" + tool.speed + "F" + tool.feed;
     if (role == RouteRole::ThroughCircle)
         name += direction == "c" ? "TC2DIR1" : "TC2";
@@ -168,14 +168,14 @@ std::string SheetLayerName(const RunState& run, double thickness) {
 }
 
 std::string CompensationText(const RunState& run) {
-    const std::string direction = FoldLower(run.Material.direction);
+    const std::string direction = FoldLower(run.part.Material.direction);
     if (direction == "cc") return "0";
     if (direction == "c") return "1";
     return {};
 }
 
 std::optional<int> ScaleDigits(const RunState& run, int metric, int imperial) {
-    switch (run.ExportScaleSetting) {
+    switch (run.part.ExportScaleSetting) {
         case 2:
         case 3:
             return metric;

@@ -13,7 +13,7 @@ namespace {
 std::array<std::string, 4> Names(Target target, int scale, const BoreCut& cut) {
     RunState run;
     run.target = target;
-    run.ExportScaleSetting = scale;
+    run.part.ExportScaleSetting = scale;
     std::array<std::string, 4> names;
     for (std::size_t i = 0; i < names.size(); ++i) names[i] = BoreLayerName(run, Sides()[i], cut);
     return names;

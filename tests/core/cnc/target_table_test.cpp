@@ -11,14 +11,14 @@ namespace {
 RunState RunWith(Target target, int scale, double diameter = 6, std::string direction = "cc") {
     RunState run;
     run.target = target;
-    run.ExportScaleSetting = scale;
-    run.RouteCount = 2;
-    run.bits.ToolNumber = "3";
-    run.bits.ToolDiameter = diameter;
-    run.bits.ToolSpeed = "18000";
-    run.bits.ToolFeed = "300";
-    run.Material.direction = std::move(direction);
-    run.Material.tools[0] = {"1", 2 * diameter, "16000", "250"};
+    run.part.ExportScaleSetting = scale;
+    run.part.RouteCount = 2;
+    run.part.bits.ToolNumber = "3";
+    run.part.bits.ToolDiameter = diameter;
+    run.part.bits.ToolSpeed = "18000";
+    run.part.bits.ToolFeed = "300";
+    run.part.Material.direction = std::move(direction);
+    run.part.Material.tools[0] = {"1", 2 * diameter, "16000", "250"};
     return run;
 }
 
@@ -111,7 +111,7 @@ TEST(TargetTableTest, AnUnknownScaleLeavesTheNumberOutWithoutAWord) {
 
 TEST(TargetTableTest, TheWorkedExamplesOfRoutes) {
     RunState run = RunWith(Target::C2C, 1, 0.25);
-    run.RouteCount = 4;
+    run.part.RouteCount = 4;
     EXPECT_EQ(RouteLayerName(run, RouteRole::Inside, PathKind::RT, 0.75),
               "RT_Zp75_T3_Dp25_S18000_F300_R_C0_4");
     EXPECT_EQ(RouteLayerName(RunWith(Target::Enroute, 1, 0.25), RouteRole::Inside, PathKind::RT, 0.75),

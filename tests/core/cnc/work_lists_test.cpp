@@ -20,26 +20,26 @@ class WorkListTest : public ::testing::Test {
     RunState PartOf(Target target) {
         RunState run;
         run.target = target;
-        run.ExportScaleSetting = 1;
-        run.partIndex = 4;
-        run.texts = {"Side", "7", "Base", "lwt", "note", "1", "u1", "u2", "9.5", "a", "b", "c", "d"};
-        run.Quantity = 3;
-        run.DimL = "30.5";
-        run.DimW = "22";
-        run.DimT = ".75";
-        run.ExtentX = 30.5;
-        run.ExtentY = 22;
-        run.ExtentZ = run.PartThickness = 0.75;
-        run.MaterialName = "RED OAK";
-        run.MaterialKeyText = ".75 RED OAK";
-        run.Material.grain = 1;
-        run.writtenFile =
+        run.part.ExportScaleSetting = 1;
+        run.part.index = 4;
+        run.part.texts = {"Side", "7", "Base", "lwt", "note", "1", "u1", "u2", "9.5", "a", "b", "c", "d"};
+        run.part.Quantity = 3;
+        run.part.DimL = "30.5";
+        run.part.DimW = "22";
+        run.part.DimT = ".75";
+        run.part.ExtentX = 30.5;
+        run.part.ExtentY = 22;
+        run.part.ExtentZ = run.part.PartThickness = 0.75;
+        run.part.MaterialName = "RED OAK";
+        run.part.MaterialKeyText = ".75 RED OAK";
+        run.part.Material.grain = 1;
+        run.part.writtenFile =
             std::string(run.FirstPass() ? OutputFolder : SecondSideFolder) + WrittenFileName(run);
         return run;
     }
     static RunState Second(RunState run) {
-        run.SecondSidePass = 1;
-        run.writtenFile = std::string(SecondSideFolder) + WrittenFileName(run);
+        run.part.SecondSidePass = 1;
+        run.part.writtenFile = std::string(SecondSideFolder) + WrittenFileName(run);
         return run;
     }
     /// Of a list when the run has ended.
@@ -76,8 +76,8 @@ TEST_F(WorkListTest, AListHasItsNameWhenTheRunHasEnded) {
 TEST_F(WorkListTest, LinesAreAppended) {
     RunState run = PartOf(Target::C2C);
     AddListLine(run);
-    run.partIndex = 5;
-    run.writtenFile = std::string(OutputFolder) + WrittenFileName(run);
+    run.part.index = 5;
+    run.part.writtenFile = std::string(OutputFolder) + WrittenFileName(run);
     AddListLine(run);
     EXPECT_EQ(Content("WORKLIST.TXT"),
               "c:\\BV-DXF\\Part_4_Side_7.dxf,.75 RED OAK,1,3,Side,Base,7,a,b,c,d\n"
@@ -108,7 +108,7 @@ TEST_F(WorkListTest, BWHasAHeaderOnceAndTabs) {
 
 TEST_F(WorkListTest, BWPartsFromTheBoundOnHaveLowPriority) {
     RunState run = PartOf(Target::BW);
-    run.Material.grain = 0;
+    run.part.Material.grain = 0;
     system.settings.Set("BWPriority", "671");
     AddListLine(run);
     EXPECT_TRUE(Content("WorkList.txt").ends_with("\t3\t50\t180\t0\n"));
@@ -122,7 +122,7 @@ TEST_F(WorkListTest, THERMNamesTheSubAssemblyToo) {
     AddListLine(run);
     EXPECT_EQ(Content("Sheet1.csv"), "3,Part_4_Side_7_Base.dxf,.75 RED OAK,48,96, .75,no\n");
     RunState second = Second(run);
-    second.Material.grain = 0;
+    second.part.Material.grain = 0;
     AddListLine(second);
     EXPECT_EQ(Content("Sheet1.csv", true), "3,BPart_4_Side_7_Base.dxf,.75 RED OAK,48,96, .75,yes\n");
 }
@@ -171,9 +171,9 @@ TEST_F(WorkListTest, QuantitiesAreMultipliedByTheSetting) {
 
 TEST_F(WorkListTest, MetricThicknessesCanBeNamedInInches) {
     RunState run = PartOf(Target::C2C);
-    run.ExportScaleSetting = 2;
-    run.ExtentZ = run.PartThickness = 19.05;
-    run.MaterialKeyText = "19.05 RED OAK";
+    run.part.ExportScaleSetting = 2;
+    run.part.ExtentZ = run.part.PartThickness = 19.05;
+    run.part.MaterialKeyText = "19.05 RED OAK";
     system.settings.Set("ConvertMaterialName", "1");
     AddListLine(run);
     EXPECT_EQ(Content("WORKLIST.TXT"), "c:\\BV-DXF\\Part_4_Side_7.dxf,3/4 RED OAK,1,3,Side,Base,7,a,b,c,d\n");
@@ -190,26 +190,26 @@ TEST_F(WorkListTest, ABCTakesTheNameInInchesToo) {
 
 TEST_F(WorkListTest, CommasInTextsStayAndAreKeptToBeTold) {
     RunState run = PartOf(Target::C2C);
-    run.texts.PartName = run.texts.EB1 = "Side, left";
-    run.texts.PN = "7,8";
-    run.writtenFile = std::string(OutputFolder) + WrittenFileName(run);
+    run.part.texts.PartName = run.part.texts.EB1 = "Side, left";
+    run.part.texts.PN = "7,8";
+    run.part.writtenFile = std::string(OutputFolder) + WrittenFileName(run);
     AddListLine(run);
     EXPECT_EQ(Content("WORKLIST.TXT"),
               "c:\\BV-DXF\\Part_4_Side  left_7 8.dxf,.75 RED OAK,1,3,Side, left,Base,7,8,Side, left,b,c,d\n");
-    EXPECT_EQ(run.shiftingTexts, (std::vector<std::string>{"Side, left", "7,8"}));
+    EXPECT_EQ(run.part.shiftingTexts, (std::vector<std::string>{"Side, left", "7,8"}));
 }
 
 TEST_F(WorkListTest, CommasMoveNothingBetweenTabs) {
     RunState run = PartOf(Target::BW);
-    run.texts.PartName = "Side, left";
+    run.part.texts.PartName = "Side, left";
     AddListLine(run);
-    EXPECT_TRUE(run.shiftingTexts.empty());
+    EXPECT_TRUE(run.part.shiftingTexts.empty());
 }
 
 TEST_F(WorkListTest, WhatAFileNameCannotHoldBecomesALowLine) {
     RunState run = PartOf(Target::C2C);
-    run.texts.PartName = "Side L/R: \"top\"";
-    run.texts.PN = "7*";
+    run.part.texts.PartName = "Side L/R: \"top\"";
+    run.part.texts.PN = "7*";
     EXPECT_EQ(WrittenFileName(run), "Part_4_Side L_R_ _top__7_.dxf");
 }
 

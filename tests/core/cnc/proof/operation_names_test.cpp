@@ -41,19 +41,19 @@ void ForAllDepths(Check&& check) {
             for (const double depth : DepthsOf(scale)) {
                 Case one;
                 one.run.target = target;
-                one.run.ExportScaleSetting = scale;
-                one.run.Material.direction = "cc";
+                one.run.part.ExportScaleSetting = scale;
+                one.run.part.Material.direction = "cc";
                 one.depth = depth;
                 check(one);
             }
 }
 
 void UseToolOf(RunState& run, const std::string& tool, double diameter) {
-    run.bits.ToolNumber = tool;
-    run.bits.ToolDiameter = diameter;
-    run.bits.ToolSpeed = "18000";
-    run.bits.ToolFeed = "300";
-    run.Material.tools[0] = {tool, diameter, "18000", "300"};
+    run.part.bits.ToolNumber = tool;
+    run.part.bits.ToolDiameter = diameter;
+    run.part.bits.ToolSpeed = "18000";
+    run.part.bits.ToolFeed = "300";
+    run.part.Material.tools[0] = {tool, diameter, "18000", "300"};
 }
 
 /// Within half a step of the last digit.
@@ -86,10 +86,10 @@ void ExpectPath(const Case& one, RouteRole role, PathKind kind) {
     EXPECT_EQ(read->depth.has_value(), TellsDepthOfPaths(target)) << name;
     ExpectDepth(*read, one.depth, name);
     if (TellsToolOfPaths(target)) {
-        EXPECT_EQ(read->tool, one.run.bits.ToolNumber) << name;
+        EXPECT_EQ(read->tool, one.run.part.bits.ToolNumber) << name;
     }
     if (read->diameter) {
-        EXPECT_NEAR(*read->diameter, one.run.bits.ToolDiameter, 1e-12) << name;
+        EXPECT_NEAR(*read->diameter, one.run.part.bits.ToolDiameter, 1e-12) << name;
     }
     EXPECT_EQ(read->counter.has_value(), target == Target::C2C && role != RouteRole::Outline) << name;
     if (!read->speed.empty()) {
@@ -109,8 +109,8 @@ TEST(OperationNames, EveryPathReadsBackToItsKindItsDepthAndItsTool) {
             for (const double diameter : Diameters)
                 for (const std::string direction : {"cc", "c"}) {
                     UseToolOf(one.run, tool, diameter);
-                    one.run.Material.direction = direction;
-                    one.run.RouteCount = 17;
+                    one.run.part.Material.direction = direction;
+                    one.run.part.RouteCount = 17;
                     for (const RouteRole role : roles)
                         for (const PathKind kind : {PathKind::RT, PathKind::PKC}) ExpectPath(one, role, kind);
                 }
