@@ -135,6 +135,10 @@ void Play(const RunOptions& options, const JournalStage& stage, std::vector<Jour
     refusals.TellOverlooked(options.journal, teller);
     if (player.LooseEnds() > 0) teller.MarkIncomplete();
     HostDocument& document = PresentDrawing(workplace);
+    if (const std::string typed = workplace.typedCommands.Line().NotEntered(document); !typed.empty())
+        teller.Loss(
+            options.journal + ": \"" + typed +
+            "\" was typed on the host's command line and never entered: expected a blank or \\n behind it");
     if (workplace.typedCommands.Line().Busy(document))
         teller.Loss(options.journal + ": the journal ended while the host's command line asked: " +
                     workplace.typedCommands.Line().Prompt(document));

@@ -106,6 +106,14 @@ TEST_F(HostLine, ACommandLeftWaitingIsTold) {
               "a.journal: the journal ended while the host's command line asked: Select objects:\n");
 }
 
+TEST_F(HostLine, AWordThatNobodyEnteredIsTold) {
+    const Outcome outcome = Play("host \"BVHIDE\"\nsave \"kept.dxf\"\n", {"--quiet"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors,
+              "a.journal: \"BVHIDE\" was typed on the host's command line and never entered: expected a "
+              "blank or \\n behind it\n");
+}
+
 TEST_F(HostLine, IsNotForTypingWhileAFormIsOpen) {
     const Outcome outcome = Play("command Show\nhost \"erase all  \"\n", {"--quiet"});
     EXPECT_EQ(outcome.status, 1);

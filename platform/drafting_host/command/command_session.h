@@ -38,6 +38,7 @@ class CommandSession {
     void Type(std::string_view text);
     std::string Prompt() const;
     bool Busy() const { return !mRunning.empty(); }
+    const std::string& NotEntered() const { return mTyped; }
 
     // For commands: the drawing and its ways of speaking.
 

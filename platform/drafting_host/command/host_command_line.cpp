@@ -42,4 +42,6 @@ std::string HostCommandLine::Prompt(HostDocument& document) { return SessionOf(d
 
 bool HostCommandLine::Busy(HostDocument& document) { return SessionOf(document).Busy(); }
 
+std::string HostCommandLine::NotEntered(HostDocument& document) { return SessionOf(document).NotEntered(); }
+
 }  // namespace brenvik

@@ -40,6 +40,8 @@ class HostCommandLine final : public CommandLinePort {
     std::string Prompt(HostDocument& document);
     /// Whether a command waits for answers.
     bool Busy(HostDocument& document);
+    /// What has been typed and neither a blank nor a return has ended: the line doesn't know of it yet.
+    std::string NotEntered(HostDocument& document);
 
     // For the sessions.
 
