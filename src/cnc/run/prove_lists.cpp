@@ -18,8 +18,8 @@ WorkListProof::WorkListProof(RunForm form, std::string firstFolder, std::string 
 
 void WorkListProof::Expect(const RunState& run, const std::string& file, bool secondSide) {
     RunState pass = run;
-    pass.SecondSidePass = secondSide ? 1 : 0;
-    pass.writtenFile = std::string(secondSide ? SecondSideFolder : OutputFolder) + file;
+    pass.part.SecondSidePass = secondSide ? 1 : 0;
+    pass.part.writtenFile = std::string(secondSide ? SecondSideFolder : OutputFolder) + file;
     mTarget = run.target;
     mExpected.push_back({file, WorkListLine(pass), secondSide});
 }
