@@ -115,6 +115,7 @@ void ExportParts(AcadApplication& app, const std::function<void()>& applyOpenGri
     }
     for (std::size_t index = 0; index < solids.size(); ++index)
         if (!WorkOnPart(app, static_cast<int>(index), solids[index])) return;
+    TheSession().AcadDoc = &drawing;
     ShowMessage(PartExportComplete);
 }
 

@@ -109,6 +109,8 @@ PassOutcome PartExport::Run() {
 
 void PartExport::OpenScaled() {
     drawing = app.Documents().Open(PartExportPath(index));
+    // The active drawing is the session's, whichever it is.
+    TheSession().AcadDoc = drawing;
     AddLayer(*drawing, layers::BrenvikExplode);
     ScaleForExport(*drawing, ToInteger(NumberSetting(setting::ExportScaleSetting)));
 }
@@ -129,6 +131,7 @@ void PartExport::ContinueInWorkDrawing() {
     drawing->Wblock(PartExportWorkDrawing, all);
     std::exchange(drawing, nullptr)->Close(false);
     drawing = app.Documents().Open(PartExportWorkDrawing);
+    TheSession().AcadDoc = drawing;
     // Nothing that is still typed at "all" moves the solid before its points are known in this drawing.
     UnlockAllLayers(*drawing);
     AddLayer(*drawing, LockedLayer);

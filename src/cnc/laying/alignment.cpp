@@ -127,6 +127,7 @@ void MoveToOrigin(RunState& run, const Acad3DSolid& solid) {
     run.part.drawing->Close(false);
     run.part.drawing = nullptr;
     run.part.drawing = run.app->Documents().Open(WorkDrawing2);
+    TheSession().AcadDoc = run.part.drawing;
     SelectAll(*run.part.drawing);
 }
 
@@ -134,6 +135,8 @@ void MoveToOrigin(RunState& run, const Acad3DSolid& solid) {
 
 PassOutcome AlignPart(RunState& run) {
     AcadDocument& drawing = *run.part.drawing;
+    // The active drawing is the session's, whichever it is.
+    TheSession().AcadDoc = &drawing;
     Acad3DSolid& solid = PartOf(drawing);
     ExplodeCopyToFaces(drawing, solid);
     const std::optional<FlatFaces> faces = FindFaces(drawing);

@@ -26,6 +26,7 @@ namespace {
 
 /// The drawing as the run found it, the window, and the standing answers of this run: whatever ended it.
 void LeaveHost(RunState& run, bool windowWasMinimized) {
+    TheSession().AcadDoc = run.sessionDrawing;
     if (windowWasMinimized) Skip([&] { run.app->SetWindowState(WindowStateKind::Maximized); });
     Skip(ForgetStandingAnswer);
 }
