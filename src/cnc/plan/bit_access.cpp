@@ -85,8 +85,12 @@ PlanSide Between(const PlanSide& side, const PlanPoint& from, const PlanPoint& t
 /// A closed line with what is to be reached to its left.
 class Walls {
   public:
-    Walls(std::vector<PlanSide> sides, double diameter, double unit)
-        : mWalls(std::move(sides)), mUnit(unit), mRadius(diameter / 2 - Give * unit) {
+    /// Ends closer than `samePlace` are one.
+    Walls(std::vector<PlanSide> sides, double diameter, double unit, double samePlace)
+        : mWalls(std::move(sides)),
+          mUnit(unit),
+          mRadius(diameter / 2 - Give * unit),
+          mSamePlace(samePlace * unit) {
         std::erase_if(mWalls,
                       [this](const PlanSide& side) { return Length(side.to - side.from) < SameEnd * mUnit; });
     }
@@ -104,7 +108,7 @@ class Walls {
             const bool begins = !run.cutAtFrom && forgivenBehind[Before(run.wall)];
             const bool ends = !run.cutAtTo && forgivenBehind[run.wall];
             if (!begins && !ends)
-                mLeft.push_back(Between(mWalls[run.wall], run.touchFrom, run.touchTo, SamePlace * mUnit));
+                mLeft.push_back(Between(mWalls[run.wall], run.touchFrom, run.touchTo, mSamePlace));
         }
         return std::move(mLeft);
     }
@@ -196,11 +200,11 @@ class Walls {
     bool RoundTheEnd(const Run& run, std::vector<bool>& forgivenBehind) {
         const Run* next = nullptr;
         for (const Run& other : mRuns) {
-            if (!other.free || Length(other.from - run.to) > SamePlace * mUnit) continue;
+            if (!other.free || Length(other.from - run.to) > mSamePlace) continue;
             if (next == nullptr || Length(other.from - run.to) < Length(next->from - run.to)) next = &other;
         }
         if (next == nullptr) return false;
-        if (Length(next->touchFrom - run.touchTo) < SamePlace * mUnit) return true;
+        if (Length(next->touchFrom - run.touchTo) < mSamePlace) return true;
         if (IsSharpCorner(run, *next)) {
             forgivenBehind[run.wall] = true;
             return true;
@@ -229,7 +233,7 @@ class Walls {
     }
 
     std::vector<PlanSide> mWalls;
-    double mUnit, mRadius;
+    double mUnit, mRadius, mSamePlace;
     std::vector<Run> mRuns;
     std::vector<PlanSide> mLeft;
 };
@@ -239,13 +243,17 @@ std::vector<PlanSpot> SpotsOf(const std::vector<PlanSide>& left, double noRest) 
 }
 
 /// Where a bit touches three walls at once, or runs on a hair's breadth from one, arithmetic may lose its
-/// way; with one that is narrower by next to nothing it finds it.
+/// way; with one that is narrower by next to nothing, or with ends that meet less closely, it finds it.
 std::vector<PlanSide> LeftBy(std::span<const PlanSide> line, BitPath path, double diameter, double unit) {
     const std::vector<PlanSide> inside = InsideLeft(line);
     const std::vector<PlanSide> sides = path == BitPath::Around ? Reversed(inside) : inside;
-    for (const double less : {0.0, 0.0007, 0.0019, 0.0031, 0.0053}) {
-        auto left = Walls(sides, diameter - less * unit, unit).Left();
-        if (left) return *std::move(left);
+    // A line that comes back on itself encloses nothing.
+    if (std::abs(SignedArea(sides)) < NoRestAtAll * unit * unit) return {};
+    for (const double samePlace : {SamePlace, 20 * SamePlace, 200 * SamePlace}) {
+        for (const double less : {0.0, 0.0007, 0.0019, 0.0031, 0.0053, 0.011, 0.023}) {
+            auto left = Walls(sides, diameter - less * unit, unit, samePlace).Left();
+            if (left) return *std::move(left);
+        }
     }
     throw Failure(failure_number::invalidCall, "Brenvik", "The way of a bit does not close",
                   "the way of a bit does not close");

@@ -118,6 +118,13 @@ TEST(BitAccess, SharpCornersAreNoRest) {
                  12, true);
 }
 
+TEST(BitAccess, ALineThatComesBackOnItselfEnclosesNothing) {
+    const PlanPoint from{127.5, 234.516671299}, middle{158.5, 264.5}, to{157.893876913, 270.5};
+    const Sides thereAndBack{
+        {from, to, 0.484750112}, {to, middle, -0.050382044}, {middle, from, -0.424012536}};
+    EXPECT_TRUE(NotReached(thereAndBack, BitPath::Within, 6, 1).empty());
+}
+
 TEST(BitAccess, AnAcuteCornerIsARest) {
     ExpectAccess(Around({{0, 0}, {100, 0}, {100, 30}}), 12, false);
     ExpectAccess(Around({{0, 0}, {100, 0}, {0, 100}}), 12, true);
