@@ -7,6 +7,7 @@
 #include "drawing_unit.h"
 #include "file_roots/places.h"
 #include "given_material.h"
+#include "home_files.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -20,10 +21,10 @@ struct ConvertOptions : DrawingOptions {
 /// A conversion makes no home, but a home that has lost its settings no longer says its units.
 void TellLostSettings(const std::filesystem::path& home, Teller& teller) {
     std::error_code unknown;
-    if (!std::filesystem::exists(home / "materials.txt", unknown) ||
-        std::filesystem::exists(home / "settings.txt", unknown))
+    if (!std::filesystem::exists(home / MaterialsFile, unknown) ||
+        std::filesystem::exists(home / SettingsFile, unknown))
         return;
-    teller.Loss(TextFromPath(home / "settings.txt") +
+    teller.Loss(TextFromPath(home / SettingsFile) +
                 ": expected the settings of this home, found none; its drawings were taken for metric ones");
 }
 

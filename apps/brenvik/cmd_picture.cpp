@@ -12,6 +12,7 @@
 #include "drafting_host/document/host_application.h"
 #include "file_roots/places.h"
 #include "run_dialogs.h"
+#include "settings/home_units.h"
 #include "settings/materials.h"
 #include "settings/setting_names.h"
 #include "settings/settings_store.h"
@@ -49,8 +50,7 @@ std::vector<std::string> AllTools(Teller& teller) {
 }
 
 bool IsMetricRun() {
-    const double scale = NumberSetting(setting::ExportScaleSetting);
-    return scale == 2 || scale == 3;
+    return UnitsOfRuns(GetSettingText(setting::ExportScaleSetting)) == MeasureUnits::Metric;
 }
 
 HostDocument& OpenPartFile(HostApplication& host, const std::string& name) {

@@ -3,8 +3,9 @@
 
 #include <string>
 
-#include "base/numbers.h"
 #include "file_roots/whole_file.h"
+#include "home_files.h"
+#include "settings/home_units.h"
 #include "settings/setting_names.h"
 #include "settings/settings_keys.h"
 #include "settings/settings_store.h"
@@ -13,35 +14,27 @@
 namespace brenvik::app {
 namespace {
 
-std::optional<LengthUnit> UnitOfScale(int setting) {
-    switch (setting) {
-        case 1:
-        case 3:
-            return LengthUnit::Inch;
-        case 2:
-        case 4:
-            return LengthUnit::Millimetre;
-        default:
-            return std::nullopt;
-    }
+std::optional<LengthUnit> UnitOfScale(std::string_view exportScale) {
+    const std::optional<MeasureUnits> units = UnitsOfDrawings(exportScale);
+    if (!units) return std::nullopt;
+    return *units == MeasureUnits::Metric ? LengthUnit::Millimetre : LengthUnit::Inch;
 }
 
 }  // namespace
 
 std::optional<LengthUnit> DrawingUnitOfHome() {
-    return UnitOfScale(ToInteger(NumberSetting(setting::ExportScaleSetting)));
+    return UnitOfScale(GetSettingText(setting::ExportScaleSetting));
 }
 
-bool RunsScaleDrawings() { return ToInteger(NumberSetting(setting::ExportScaleSetting)) >= 3; }
+bool RunsScaleDrawings() { return ScalesDrawings(GetSettingText(setting::ExportScaleSetting)); }
 
 std::optional<LengthUnit> DrawingUnitOfHome(const std::filesystem::path& home) {
-    const std::filesystem::path file = home / "settings.txt";
+    const std::filesystem::path file = home / SettingsFile;
     std::error_code unknown;
     if (!std::filesystem::exists(file, unknown)) return LengthUnit::Millimetre;
     TextSettings settings(file, WriteWholeFile);
-    const std::string text =
-        settings.GetSetting(SettingsRoot::LocalMachine, SettingsKeyPath, setting::ExportScaleSetting);
-    return UnitOfScale(ToInteger(LenientNumber(text)));
+    return UnitOfScale(
+        settings.GetSetting(SettingsRoot::LocalMachine, SettingsKeyPath, setting::ExportScaleSetting));
 }
 
 Argument UnitOption::Option() {

@@ -4,6 +4,9 @@
 #include <string>
 #include <string_view>
 
+#include "export/profiles.h"
+#include "grid/help.h"
+#include "home_files.h"
 #include "install_files.h"
 #include "session/ports/database_port.h"
 #include "settings/home_units.h"
@@ -11,8 +14,6 @@
 namespace brenvik::app {
 
 namespace {
-
-const std::string MaterialsFile = "materials.txt";
 
 void WriteIfMissing(FilesPort& files, const std::string& path, const std::string& content) {
     if (!files.FileExists(path)) files.WriteFile(path, content);
@@ -38,6 +39,7 @@ std::string FolderOf(FilesPort& files) {
 
 void InstallHome(FilesPort& files, DatabasePort& database, std::optional<MeasureUnits> units) {
     const std::string folder = FolderOf(files);
+    const auto at = [&folder](std::string_view name) { return folder + std::string(name); };
     const std::string databases = folder + "_db\\";
     if (!files.FolderExists(databases)) files.MakeFolder(databases);
     const auto makeDatabase = [&](std::string_view name) {
@@ -47,18 +49,18 @@ void InstallHome(FilesPort& files, DatabasePort& database, std::optional<Measure
     makeDatabase("bv-back04.mdb");
     // The working one is nobody else's to make while a program works on it.
     if (files.WorkFolder().empty()) makeDatabase("bv04.mdb");
-    if (units) WriteMaterials(files, folder + MaterialsFile, *units);
-    WriteIfMissing(files, folder + "No Adjustments.txt", "");
-    WriteIfMissing(files, folder + "BrenvikProfiles.txt", InitialCsvProfiles());
-    WriteIfMissing(files, folder + "CNCProfile.txt", InitialCncProfiles());
+    if (units) WriteMaterials(files, at(MaterialsFile), *units);
+    WriteIfMissing(files, at(NoAdjustmentsFile), "");
+    WriteIfMissing(files, at(CsvProfileFile), InitialCsvProfiles());
+    WriteIfMissing(files, at(CncProfileFile), InitialCncProfiles());
     // Nobody edits the help, and it has to tell of this program.
-    files.WriteFile(folder + "Brenvik495.chm", HelpText());
+    files.WriteFile(at(HelpFile), HelpText());
     // The settings come last: a folder with settings is a whole installation.
     if (units) CreateInitialSettings(*units, folder);
 }
 
 std::optional<MeasureUnits> UnitsOfMaterials(FilesPort& files) {
-    const std::string path = FolderOf(files) + MaterialsFile;
+    const std::string path = FolderOf(files) + std::string(MaterialsFile);
     if (!files.FileExists(path)) return std::nullopt;
     const std::string library = files.ReadFile(path);
     for (const MeasureUnits units : {MeasureUnits::Metric, MeasureUnits::Imperial})

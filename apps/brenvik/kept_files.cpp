@@ -7,7 +7,10 @@
 
 #include "base/letter_case.h"
 #include "exit_status.h"
+#include "export/profiles.h"
 #include "file_roots/places.h"
+#include "grid/help.h"
+#include "home_files.h"
 
 namespace brenvik::app {
 
@@ -55,13 +58,13 @@ void KeptFiles::KeepFolder(const fs::path& folder, std::string what) {
 }
 
 void KeptFiles::KeepHome(const fs::path& home) {
-    Keep(home / "settings.txt", "the settings of the home");
-    Keep(home / "materials.txt", "the material library of the home");
+    Keep(home / SettingsFile, "the settings of the home");
+    Keep(home / MaterialsFile, "the material library of the home");
     Keep(home / "materials.bak", "the backup of the material library");
-    Keep(home / "BrenvikProfiles.txt", "the profiles for exports of the home");
-    Keep(home / "CNCProfile.txt", "the profiles for CNC runs of the home");
-    Keep(home / "No Adjustments.txt", "the adjustment file of the home", OutputKind::Adjustments);
-    Keep(home / "Brenvik495.chm", "the help of the home");
+    Keep(home / CsvProfileFile, "the profiles for exports of the home");
+    Keep(home / CncProfileFile, "the profiles for CNC runs of the home");
+    Keep(home / NoAdjustmentsFile, "the adjustment file of the home", OutputKind::Adjustments);
+    Keep(home / HelpFile, "the help of the home");
     Keep(home / "CNCExportList.txt", "a list that the grid hands over to CNC runs");
     Keep(home / "CNCExportList2.txt", "a list that the grid hands over to CNC runs");
     KeepFolder(home / "_db", "a file of the part databases of the home");

@@ -6,9 +6,11 @@
 
 #include "base/failure.h"
 #include "exit_status.h"
+#include "export/profiles.h"
 #include "file_roots/claim.h"
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
+#include "home_files.h"
 #include "install_home.h"
 #include "session/library/loading.h"
 #include "session/output_rule.h"
@@ -21,8 +23,6 @@
 namespace brenvik::app {
 
 namespace {
-
-constexpr const char* settingsFileName = "settings.txt";
 
 void Warn(const std::string& remark) { std::cerr << "brenvik: " << remark << '\n'; }
 
@@ -44,8 +44,8 @@ Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, std::op
     : home(HomeOf(homeOption)),
       workFolder(home / "_db", Warn),
       files(home),
-      settings(home / settingsFileName, WriteWholeFile),
-      toldSettings(settings, TextFromPath(home / settingsFileName), ProgramWords(homeOption)),
+      settings(home / SettingsFile, WriteWholeFile),
+      toldSettings(settings, TextFromPath(home / SettingsFile), ProgramWords(homeOption)),
       database([this](std::string_view path) { return files.Resolve(path); }, WriteWholeFile, ClaimDatabase),
       exportDatabases([this](std::string_view path) { return files.Resolve(path); }),
       shell(std::cerr),
@@ -57,7 +57,7 @@ Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, std::op
     files.SetWorkFolder(workFolder);
     kept.KeepHome(home);
     toldSettings.storeFaults = [this] {
-        return SettingsFileFaults(settings.Lines(), TextFromPath(home / settingsFileName));
+        return SettingsFileFaults(settings.Lines(), TextFromPath(home / SettingsFile));
     };
     toldSettings.lineOf = [this](std::string_view path, std::string_view name) {
         return LineOfSetting(settings.Lines(), path, name);
@@ -65,7 +65,7 @@ Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, std::op
     Load(dialogs);
     RequireReadableSettings();
     std::error_code unknown;
-    if (!std::filesystem::exists(home / settingsFileName, unknown)) MakeHome(units);
+    if (!std::filesystem::exists(home / SettingsFile, unknown)) MakeHome(units);
 }
 
 // Of two programs that come to a new home at once, one makes it while the other waits. The settings file is
@@ -77,13 +77,13 @@ void Workplace::MakeHome(std::optional<MeasureUnits> units) {
         if (!homeWasMade) return;
         // An installation writes the settings last, so what lies there was somebody's home.
         std::error_code unknown;
-        const bool settingsWereLost = std::filesystem::exists(home / "materials.txt", unknown) ||
-                                      std::filesystem::exists(home / "BrenvikProfiles.txt", unknown);
+        const bool settingsWereLost = std::filesystem::exists(home / MaterialsFile, unknown) ||
+                                      std::filesystem::exists(home / CsvProfileFile, unknown);
         const std::optional<MeasureUnits> ofLibrary = UnitsOfMaterials(files);
         const MeasureUnits made = units.value_or(ofLibrary.value_or(MeasureUnits::Metric));
         InstallHome(files, database, made);
         if (settingsWereLost && !units)
-            toldSettings.TellDamage(TextFromPath(home / settingsFileName) +
+            toldSettings.TellDamage(TextFromPath(home / SettingsFile) +
                                     ": expected the settings of this home, found none; made anew in " +
                                     std::string(NameOf(made)) + " units" +
                                     (ofLibrary ? ", those of its material library"

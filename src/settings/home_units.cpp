@@ -37,6 +37,13 @@ std::optional<MeasureUnits> UnitsOfRuns(std::string_view exportScale) {
     }
 }
 
+bool ScalesDrawings(std::string_view exportScale) { return ToInteger(LenientNumber(exportScale)) >= 3; }
+
+std::optional<MeasureUnits> UnitsOfDrawings(std::string_view exportScale) {
+    const std::optional<MeasureUnits> runs = UnitsOfRuns(exportScale);
+    return runs && ScalesDrawings(exportScale) ? OtherThan(*runs) : runs;
+}
+
 std::string ExportScaleFault(std::string_view exportScale, std::optional<MeasureUnits> units) {
     const std::optional<MeasureUnits> runs = UnitsOfRuns(exportScale);
     if (!runs || !units || *runs == *units) return {};

@@ -19,6 +19,10 @@ MeasureUnits OtherThan(MeasureUnits units);
 /// What runs work in by a value of `ExportScaleSetting`: 1 and 4 in inches, 2 and 3 in millimetres. Nothing
 /// for any other value.
 std::optional<MeasureUnits> UnitsOfRuns(std::string_view exportScale);
+/// Whether runs bring the drawing to the other units by that value.
+bool ScalesDrawings(std::string_view exportScale);
+/// What the drawings of the shop are in by that value.
+std::optional<MeasureUnits> UnitsOfDrawings(std::string_view exportScale);
 
 /// What was expected in place of a value of `ExportScaleSetting` that lets runs work in other units than the
 /// home's, and why; blank where the two agree, and where one of them says nothing.
