@@ -17,10 +17,9 @@ bool IsThere(const fs::path& place) {
     return fs::exists(fs::symlink_status(place, error));
 }
 
-/// However the end of its path is written.
-fs::path Plain(const fs::path& folder) { return folder.has_filename() ? folder : folder.parent_path(); }
-
 }  // namespace
+
+fs::path PlainFolder(const fs::path& folder) { return folder.has_filename() ? folder : folder.parent_path(); }
 
 fs::path FindEntry(const fs::path& folder, const std::string& name) {
     fs::path exact = folder / PathFromText(name);
@@ -36,7 +35,7 @@ fs::path FindEntry(const fs::path& folder, const std::string& name) {
 }
 
 void FolderNames::Keep(const fs::path& folder) {
-    Names& names = mFolders[Plain(folder)];
+    Names& names = mFolders[PlainFolder(folder)];
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         const std::string name = TextFromPath(entry->path().filename());
@@ -44,12 +43,12 @@ void FolderNames::Keep(const fs::path& folder) {
     }
 }
 
-void FolderNames::Forget(const fs::path& folder) { mFolders.erase(Plain(folder)); }
+void FolderNames::Forget(const fs::path& folder) { mFolders.erase(PlainFolder(folder)); }
 
-bool FolderNames::Keeps(const fs::path& folder) const { return mFolders.contains(Plain(folder)); }
+bool FolderNames::Keeps(const fs::path& folder) const { return mFolders.contains(PlainFolder(folder)); }
 
 fs::path FolderNames::Find(const fs::path& folder, const std::string& name) {
-    const auto kept = mFolders.find(Plain(folder));
+    const auto kept = mFolders.find(PlainFolder(folder));
     if (kept == mFolders.end()) return FindEntry(folder, name);
     std::set<std::string>& known = kept->second[FoldLower(name)];
     // Whoever looks for a name may be about to write it.

@@ -14,6 +14,9 @@ namespace brenvik {
 /// hasn't is taken as it stands.
 std::filesystem::path FindEntry(const std::filesystem::path& folder, const std::string& name);
 
+/// The folder's path without a separator at its end, however it is written.
+std::filesystem::path PlainFolder(const std::filesystem::path& folder);
+
 /// The names of folders that this program has for itself. What it writes there it looks up here first, so
 /// those names are known too; whether one still is there is asked each time.
 class FolderNames {

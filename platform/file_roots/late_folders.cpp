@@ -5,6 +5,7 @@
 #include <map>
 #include <utility>
 
+#include "file_roots/folder_names.h"
 #include "file_roots/whole_file.h"
 
 namespace brenvik {
@@ -38,14 +39,9 @@ void SyncLate(const std::filesystem::path& folder, Late& late) {
     late.synced = Clock::now();
 }
 
-/// A folder's path ends without a separator.
-std::filesystem::path Plain(const std::filesystem::path& folder) {
-    return folder.has_filename() ? folder : folder.parent_path();
-}
-
 }  // namespace
 
-LateFolder::LateFolder(std::filesystem::path folder) : mFolder(Plain(folder)) {
+LateFolder::LateFolder(std::filesystem::path folder) : mFolder(PlainFolder(folder)) {
     ++LateFolders()[mFolder].objects;
 }
 
