@@ -68,7 +68,6 @@ bool LooksDown(const AcadArc& arc) { return RoundHalfEven(arc.Normal().z, AxisDe
 
 void SweepLeftovers(AcadDocument& drawing) {
     UnlockAllLayers(drawing);
-    AddLayer(drawing, layers::SolidHold).SetLock(true);
     for (const std::string_view layer : std::array{layers::RegionCopy, layers::circleHold, layers::circlePV})
         for (AcadCircle* circle : AllOn<AcadCircle>(drawing, layer))
             if (std::abs(RoundHalfEven(circle->Normal().z, AxisDecimals)) == 1) circle->Delete();
@@ -138,7 +137,6 @@ void DrawKeptFace(RunState& run) {
     for (const std::string_view layer : std::array{layers::RegionCopy, layers::Border, layers::arcPV,
                                                    layers::SolidHold, layers::NextBiggestRegion})
         AddLayer(drawing, layer);
-    UnlockAllLayers(drawing);
     if (!flat) return;
     DrawLines(drawing);
     DrawArcs(drawing, arcs);

@@ -260,9 +260,10 @@ void TrueOutline::TakeEdges() {
     AcadDocument& drawing = *mRun.part.drawing;
     AcadEntity* copy = LastSolid(drawing).Copy();
     copy->SetLayer(layers::regionPV2);
-    LockAllLayers(drawing);
-    UnlockLayer(drawing, layers::regionPV2);
-    for (int round = 0; round < 2; ++round) drawing.SendCommand(ExplodeCommand);
+    {
+        const OnlyUnlocked only(drawing, {layers::regionPV2});
+        for (int round = 0; round < 2; ++round) drawing.SendCommand(ExplodeCommand);
+    }
     for (AcadEntity* edge : AllOn<AcadEntity>(drawing, layers::regionPV2)) {
         if (const auto* line = dynamic_cast<const AcadLine*>(edge)) {
             const Point3 from = line->StartPoint();
@@ -275,7 +276,6 @@ void TrueOutline::TakeEdges() {
         }
         edge->Delete();
     }
-    UnlockAllLayers(drawing);
 }
 
 /// Whether a level edge of the part runs within the contour and isn't one of its sides; one that leads across
@@ -377,24 +377,25 @@ void TrueOutline::UniteSections(bool withOpenings) {
 
 void TrueOutline::JoinRegion() {
     AcadDocument& drawing = *mRun.part.drawing;
-    LockAllLayers(drawing);
-    UnlockLayer(drawing, layers::regionPV);
-    drawing.SendCommand("regen ");
-    for (int round = 0; round < 2; ++round) drawing.SendCommand(ExplodeCommand);
+    {
+        const OnlyUnlocked only(drawing, {layers::regionPV});
+        drawing.SendCommand("regen ");
+        for (int round = 0; round < 2; ++round) drawing.SendCommand(ExplodeCommand);
+    }
     for (AcadEntity* entity : AllOn<AcadEntity>(drawing, layers::regionPV))
         if (entity->ObjectName() == "AcDbCircle" || entity->ObjectName() == "AcDbBody") entity->Delete();
     int left = CurvesOn(drawing, layers::regionPV, Many), counted = 0;
     while (left > 0 && counted != CurvesInAll) {
-        LockLayer(drawing, layers::regionPV2);
-        drawing.SendCommand(JoinCommand);
-        UnlockLayer(drawing, layers::regionPV2);
+        {
+            const OnlyUnlocked only(drawing, {layers::regionPV});
+            drawing.SendCommand(JoinCommand);
+        }
         MovePolylines(drawing, layers::regionPV, layers::regionPV2);
         const int before = left;
         left = CurvesOn(drawing, layers::regionPV, Many);
         counted += left;
         if (left == before) break;
     }
-    UnlockAllLayers(drawing);
 }
 
 /// What has an outline but encloses nothing, and edges that no chain took: without them the profile may be
