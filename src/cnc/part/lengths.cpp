@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "base/number_text.h"
 #include "base/numbers.h"
 
 namespace brenvik {
@@ -31,6 +32,16 @@ bool Less(double a, double b) { return a < b && !SameLength(a, b); }
 double WithoutNoise(double value) {
     const double clean = RoundHalfEven(value, CleanDecimals);
     return std::abs(value - clean) < CleanNoise ? clean : value;
+}
+
+std::string RoundedText(double value, int decimals) {
+    const double rounded = RoundHalfEven(value, decimals);
+    return NumberToText(rounded == 0 ? 0 : rounded);
+}
+
+double MillimetreIn(bool metric) {
+    constexpr double millimetresPerInch = 25.4;
+    return metric ? 1 : 1 / millimetresPerInch;
 }
 
 }  // namespace brenvik

@@ -1,6 +1,8 @@
 // How lengths of a part compare, whatever noise the modeller left in them.
 #pragma once
 
+#include <string>
+
 namespace brenvik {
 
 /// The same at 6 decimals. Two values that straddle the edge of a rounding step by no more than the
@@ -11,5 +13,11 @@ bool Less(double a, double b);
 /// A value that is a short decimal but for the modeller's noise becomes that decimal; any other stays as it
 /// stands.
 double WithoutNoise(double value);
+
+/// Rounded half to even, as text; what rounds to nothing is "0", without a sign.
+std::string RoundedText(double value, int decimals);
+
+/// One millimetre in the units of a run, in millimetres or in inches.
+double MillimetreIn(bool metric);
 
 }  // namespace brenvik

@@ -3,8 +3,7 @@
 
 #include <algorithm>
 
-#include "base/number_text.h"
-#include "base/numbers.h"
+#include "cnc/part/lengths.h"
 #include "cnc/part/run_state.h"
 #include "cnc/part/second_side.h"
 
@@ -12,8 +11,7 @@ namespace brenvik {
 
 std::string ReportedLength(double value) {
     constexpr int decimals = 3;
-    const double rounded = RoundHalfEven(value, decimals);
-    return NumberToText(rounded == 0 ? 0 : rounded);
+    return RoundedText(value, decimals);
 }
 
 void NoteOnce(std::vector<std::string>& notes, std::string_view text) {

@@ -6,9 +6,9 @@
 #include <cmath>
 #include <numbers>
 
-#include "base/number_text.h"
-#include "base/numbers.h"
 #include "base/text.h"
+#include "cnc/part/lengths.h"
+#include "cnc/plan/plan_piece.h"
 #include "cnc/plan/plan_sides.h"
 #include "cnc/proof/operation_names.h"
 #include "cnc/proof/target_of_names.h"
@@ -18,7 +18,6 @@ namespace brenvik {
 
 namespace {
 
-constexpr double MillimetresPerInch = 25.4;
 constexpr int WordDecimals = 3;
 /// How much less than the part's thickness still goes right through it, in millimetres.
 constexpr double ThroughSlack = 1e-3;
@@ -28,13 +27,10 @@ double Length(const PlanPoint& from, const PlanPoint& to) { return std::hypot(to
 /// The flat path that the second vertex leads away from.
 std::vector<PlanSide> SidesOfSpacePath(const Acad3DPolyline& path) {
     const std::vector<double> at = path.Coordinates();
-    const std::size_t count = at.size() / 3;
-    std::vector<PlanSide> sides;
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t next = (i + 1) % count;
-        if (next == 0 && !path.Closed()) break;
-        sides.push_back({{at[3 * i], at[3 * i + 1]}, {at[3 * next], at[3 * next + 1]}, 0});
-    }
+    std::vector<PlanPoint> corners;
+    for (std::size_t i = 0; i + 2 < at.size(); i += 3) corners.push_back({at[i], at[i + 1]});
+    std::vector<PlanSide> sides = SidesAround(corners);
+    if (!path.Closed() && !sides.empty()) sides.pop_back();
     return sides;
 }
 
@@ -61,15 +57,10 @@ std::vector<PlanSide> SidesOfAny(const AcadEntity& entity, bool& closed) {
 std::vector<PlanSide> PlanOf(const LevelRound& bore, double depth) {
     const PlanPoint mouth{bore.on.x, bore.on.y}, into{bore.along.x, bore.along.y};
     const PlanPoint across{-into.y * bore.radius, into.x * bore.radius};
-    const std::array<PlanPoint, 4> corners{
-        {{mouth.x - across.x, mouth.y - across.y},
-         {mouth.x + into.x * depth - across.x, mouth.y + into.y * depth - across.y},
-         {mouth.x + into.x * depth + across.x, mouth.y + into.y * depth + across.y},
-         {mouth.x + across.x, mouth.y + across.y}}};
-    std::vector<PlanSide> sides;
-    for (std::size_t i = 0; i < corners.size(); ++i)
-        sides.push_back({corners[i], corners[(i + 1) % corners.size()], 0});
-    return sides;
+    return SidesAround({{mouth.x - across.x, mouth.y - across.y},
+                        {mouth.x + into.x * depth - across.x, mouth.y + into.y * depth - across.y},
+                        {mouth.x + into.x * depth + across.x, mouth.y + into.y * depth + across.y},
+                        {mouth.x + across.x, mouth.y + across.y}});
 }
 
 /// The proof looks at a second side from the first; a picture shows the file as it is. No width is given to
@@ -149,7 +140,7 @@ class PictureReader {
     }
 
     bool GoesThrough(double depth) const {
-        const double slack = mContext.metric ? ThroughSlack : ThroughSlack / MillimetresPerInch;
+        const double slack = ThroughSlack * MillimetreIn(mContext.metric);
         return mPicture.thickness && depth >= *mPicture.thickness - slack;
     }
     static double DepthOf(const WrittenOperation& operation) {
@@ -246,8 +237,7 @@ std::size_t PartPicture::CountOf(PictureKind kind) const {
 }
 
 std::string LengthInWords(double length, bool metric) {
-    const double rounded = RoundHalfEven(length, metric ? WordDecimals : WordDecimals + 1);
-    return NumberToText(rounded == 0 ? 0 : rounded) + (metric ? " mm" : " in");
+    return RoundedText(length, metric ? WordDecimals : WordDecimals + 1) + (metric ? " mm" : " in");
 }
 
 PartPicture ReadPartPicture(AcadDocument& drawing, const PictureContext& context) {

@@ -8,6 +8,7 @@
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/text.h"
+#include "cnc/part/lengths.h"
 
 namespace brenvik {
 
@@ -17,10 +18,7 @@ constexpr int Decimals = 4;
 /// Of the picture, in its own units: the part is drawn as wide as the field or as high as it.
 constexpr double Margin = 24, FieldWidth = 1000, FieldHeight = 620, TitleHeight = 44, LegendLine = 24;
 
-std::string Number(double value) {
-    const double rounded = RoundHalfEven(value, Decimals);
-    return NumberToText(rounded == 0 ? 0 : rounded);
-}
+std::string Number(double value) { return RoundedText(value, Decimals); }
 
 std::string Escaped(std::string_view text) {
     std::string safe = ReplaceAll(text, "&", "&amp;");

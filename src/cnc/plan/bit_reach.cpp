@@ -112,13 +112,10 @@ std::vector<PlanSide> CoreOf(std::span<const PlanSide> line, double reach) {
 }
 
 bool LeavesCore(std::span<const PlanSide> line, double reach, const PlanBox& sheet, double width) {
-    const std::array<PlanPoint, 4> corners{PlanPoint{sheet.minX, sheet.minY},
-                                           {sheet.maxX, sheet.minY},
-                                           {sheet.maxX, sheet.maxY},
-                                           {sheet.minX, sheet.maxY}};
-    std::vector<PlanSide> around;
-    for (std::size_t i = 0; i < corners.size(); ++i)
-        around.push_back({corners[i], corners[(i + 1) % corners.size()]});
+    const std::vector<PlanSide> around = SidesAround({{sheet.minX, sheet.minY},
+                                                      {sheet.maxX, sheet.minY},
+                                                      {sheet.maxX, sheet.maxY},
+                                                      {sheet.minX, sheet.maxY}});
     // Of the sheet all that lies within the line should go.
     std::vector<PlanSide> rest = around;
     rest.insert(rest.end(), line.begin(), line.end());

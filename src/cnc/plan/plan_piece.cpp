@@ -160,6 +160,13 @@ PlanRound RoundOf(const PlanSide& side) {
             4 * std::atan(side.bulge)};
 }
 
+std::vector<PlanSide> SidesAround(const std::vector<PlanPoint>& corners) {
+    std::vector<PlanSide> sides;
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        sides.push_back({corners[i], corners[(i + 1) % corners.size()]});
+    return sides;
+}
+
 double SignedArea(std::span<const PlanSide> sides) {
     double twice = 0;
     for (const PlanSide& side : sides) {

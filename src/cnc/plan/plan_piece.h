@@ -40,6 +40,9 @@ struct PlanRound {
 };
 PlanRound RoundOf(const PlanSide& side);
 
+/// The straight sides of a closed path by its corners.
+std::vector<PlanSide> SidesAround(const std::vector<PlanPoint>& corners);
+
 /// The area that the sides enclose, positive when they run counter-clockwise.
 double SignedArea(std::span<const PlanSide> sides);
 

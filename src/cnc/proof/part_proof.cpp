@@ -11,6 +11,7 @@
 
 #include "cnc/plan/bit_access.h"
 #include "cnc/plan/bit_reach.h"
+#include "cnc/plan/plan_piece.h"
 
 namespace brenvik {
 
@@ -150,13 +151,6 @@ class Prover {
 
     // What the operations do at a height.
 
-    static std::vector<PlanSide> Around(const std::array<PlanPoint, 4>& corners) {
-        std::vector<PlanSide> sides;
-        for (std::size_t i = 0; i < corners.size(); ++i)
-            sides.push_back({corners[i], corners[(i + 1) % corners.size()]});
-        return sides;
-    }
-
     /// What a lying cylinder shows at a height.
     static std::vector<PlanSide> BoreAt(const WrittenOperation& operation, double height) {
         const LevelRound& bore = *operation.bore;
@@ -166,10 +160,10 @@ class Prover {
         const PlanPoint across{-bore.along.y * half, bore.along.x * half};
         const PlanPoint mouth{bore.on.x, bore.on.y};
         const PlanPoint floor{mouth.x + bore.along.x * depth, mouth.y + bore.along.y * depth};
-        return Around({PlanPoint{mouth.x - across.x, mouth.y - across.y},
-                       {floor.x - across.x, floor.y - across.y},
-                       {floor.x + across.x, floor.y + across.y},
-                       {mouth.x + across.x, mouth.y + across.y}});
+        return SidesAround({PlanPoint{mouth.x - across.x, mouth.y - across.y},
+                            {floor.x - across.x, floor.y - across.y},
+                            {floor.x + across.x, floor.y + across.y},
+                            {mouth.x + across.x, mouth.y + across.y}});
     }
 
     static void AddLump(const PlanShape& lump, std::optional<PlanShape>& outline) {
@@ -208,10 +202,10 @@ class Prover {
             shapes, [](const PlanShape& shape) { return shape.role == PlanShape::Role::Stock; });
         if (!hasStock)
             shapes.push_back({PlanShape::Role::Stock,
-                              Around({PlanPoint{mBox.min.x, mBox.min.y},
-                                      {mBox.max.x, mBox.min.y},
-                                      {mBox.max.x, mBox.max.y},
-                                      {mBox.min.x, mBox.max.y}}),
+                              SidesAround({PlanPoint{mBox.min.x, mBox.min.y},
+                                           {mBox.max.x, mBox.min.y},
+                                           {mBox.max.x, mBox.max.y},
+                                           {mBox.min.x, mBox.max.y}}),
                               -1});
         return shapes;
     }

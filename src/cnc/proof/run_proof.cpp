@@ -9,7 +9,9 @@
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "cnc/drawing/drawing_walk.h"
+#include "cnc/part/lengths.h"
 #include "cnc/part/run_state.h"
+#include "cnc/part/told.h"
 #include "cnc/plan/plan_sides.h"
 #include "session/module_state.h"
 #include "session/ports/platform.h"
@@ -20,8 +22,6 @@ namespace brenvik {
 
 namespace {
 
-constexpr double MillimetresPerInch = 25.4;
-constexpr int TellDecimals = 3;
 /// How many differences of one part are told; a part that is wrong all over has hundreds.
 constexpr std::size_t MostTold = 12;
 
@@ -29,12 +29,7 @@ struct ProofModule {
     bool off = false;
 };
 
-std::string Number(double value) {
-    const double rounded = RoundHalfEven(value, TellDecimals);
-    return NumberToText(rounded == 0 ? 0 : rounded);
-}
-
-std::string PlanPlace(const Point3& point) { return Number(point.x) + "," + Number(point.y); }
+std::string PlanPlace(const Point3& point) { return ReportedLength(point.x) + "," + ReportedLength(point.y); }
 
 bool OpensUp(const ProofSpot& spot, const RunState& run, double slack) {
     return spot.box.max.z > run.part.proof->thickness - slack;
@@ -44,14 +39,14 @@ bool OpensDown(const ProofSpot& spot, double slack) { return spot.box.min.z < sl
 std::string Place(const ProofSpot& spot, const RunState& run) {
     const double slack = 0.02 * UnitOf(run);
     const Point3 &low = spot.box.min, &high = spot.box.max;
-    const std::string size = Number(high.x - low.x) + " by " + Number(high.y - low.y);
+    const std::string size = ReportedLength(high.x - low.x) + " by " + ReportedLength(high.y - low.y);
     const std::string span = " from " + PlanPlace(low) + " to " + PlanPlace(high);
-    const std::string depth = Number(high.z - low.z);
+    const std::string depth = ReportedLength(high.z - low.z);
     const bool up = OpensUp(spot, run, slack), down = OpensDown(spot, slack);
     if (up && down) return size + ", right through," + span;
     if (up) return size + ", " + depth + " deep," + span + " on the top face";
     if (down) return size + ", " + depth + " deep," + span + " on the underside";
-    return size + ", " + depth + " high," + span + ", " + Number(low.z) + " above the underside";
+    return size + ", " + depth + " high," + span + ", " + ReportedLength(low.z) + " above the underside";
 }
 
 /// Where pockets are turned into routes on purpose, the setting has no say.
@@ -64,11 +59,11 @@ std::string Width(double width, const RunState& run) {
 
 std::string WhyItStays(const ProofSpot& spot, const std::string& cause, const RunState& run) {
     if (spot.notReached)
-        return ", where " + cause + " is too narrow for its bit of " + Number(spot.bit) +
+        return ", where " + cause + " is too narrow for its bit of " + ReportedLength(spot.bit) +
                (spot.wouldReach > 0 ? " (one of " + Width(spot.wouldReach, run) + " gets in)" : "");
     if (spot.bit > 0)
-        return ", in the middle of " + cause + ", whose bit of " + Number(spot.bit) + " does not reach it" +
-               (MayBecomePockets() ? " (a pocket with the setting ClearCores)" : "");
+        return ", in the middle of " + cause + ", whose bit of " + ReportedLength(spot.bit) +
+               " does not reach it" + (MayBecomePockets() ? " (a pocket with the setting ClearCores)" : "");
     return {};
 }
 
@@ -138,7 +133,7 @@ void Tell(RunState& run, const std::vector<std::string>& texts) {
 void SetProof(bool on) { StateOf<ProofModule>().off = !on; }
 bool ProofIsOn() { return !StateOf<ProofModule>().off; }
 
-double UnitOf(const RunState& run) { return run.Metric() ? 1 : 1 / MillimetresPerInch; }
+double UnitOf(const RunState& run) { return MillimetreIn(run.Metric()); }
 
 std::vector<std::string> ToolNumbersOf(const RunState& run) {
     std::vector<std::string> tools;

@@ -5,9 +5,9 @@
 #include <array>
 #include <cmath>
 
-#include "base/number_text.h"
-#include "base/numbers.h"
 #include "base/text.h"
+#include "cnc/part/lengths.h"
+#include "cnc/part/told.h"
 #include "cnc/plan/plan_sides.h"
 #include "cnc/targets/vertical_drilling_names.h"
 
@@ -15,19 +15,13 @@ namespace brenvik {
 
 namespace {
 
-constexpr double MillimetresPerInch = 25.4;
-constexpr int OutlineColor = 2, TellDecimals = 3;
+constexpr int OutlineColor = 2;
 /// Of a unit normal: below it a path lies level.
 constexpr double SameAxis = 1e-6;
 /// Places in files have six decimals.
 constexpr double PlaceSlack = 1e-4;
 /// Rectangles of bores have corners of four decimals, in any unit.
 constexpr double RectangleRounding = 1e-4;
-
-std::string Number(double value) {
-    const double rounded = RoundHalfEven(value, TellDecimals);
-    return NumberToText(rounded == 0 ? 0 : rounded);
-}
 
 bool IsLevel(const Point3& normal) { return std::hypot(normal.x, normal.y) < SameAxis; }
 
@@ -98,11 +92,11 @@ class SideReader {
         if (!name) return;
         if (name->kind != OperationKind::Sheet) return Fault("a path in space");
         if (name->depth && Apart(*name->depth, sheet.Thickness(), name->rounding))
-            Fault("a sheet " + Number(sheet.Thickness()) + " thick");
+            Fault("a sheet " + ReportedLength(sheet.Thickness()) + " thick");
     }
 
     bool Apart(double a, double b, double rounding) const { return std::abs(a - b) > rounding + Slack(); }
-    double Slack() const { return mContext.metric ? PlaceSlack : PlaceSlack / MillimetresPerInch; }
+    double Slack() const { return PlaceSlack * MillimetreIn(mContext.metric); }
 
     /// The depth by the name or the thickness, whichever carries it; of both the finer one.
     double DepthOf(const OperationName& name, double thickness) {
@@ -114,8 +108,8 @@ class SideReader {
         const bool inNameAlone = name.kind == OperationKind::Hole && !HolesKeepThickness(mContext.target);
         if (thickness == 0 && inNameAlone) return *name.depth;
         if (!Apart(*name.depth, thickness, name.rounding)) return thickness;
-        Fault("a name that tells of a depth of " + Number(*name.depth) + " where the entity is " +
-              Number(thickness) + " deep");
+        Fault("a name that tells of a depth of " + ReportedLength(*name.depth) + " where the entity is " +
+              ReportedLength(thickness) + " deep");
         return *name.depth;
     }
 
@@ -128,17 +122,17 @@ class SideReader {
     void AddUpright(const OperationName& name, OperationKind kind, std::vector<PlanSide> sides, double z,
                     double thickness) {
         if (std::abs(z) > Slack())
-            Fault("a path or hole at height " + Number(z) + " and not on the top face");
+            Fault("a path or hole at height " + ReportedLength(z) + " and not on the top face");
         const double depth = DepthOf(name, thickness);
         if (depth <= 0) return Fault("an operation that cuts nothing");
         if (name.kind != OperationKind::Hole && Trim(name.tool) == "0")
             Fault("a path whose tool is 0, which stands for none,");
         if (name.through && depth < mContext.thickness - Slack())
-            Fault("a name that tells of a hole right through where it is " + Number(depth) + " deep");
+            Fault("a name that tells of a hole right through where it is " + ReportedLength(depth) + " deep");
         if (name.diameter && name.kind == OperationKind::Hole &&
             Apart(*name.diameter, WidthOf(sides), name.rounding))
-            Fault("a name that tells of a diameter of " + Number(*name.diameter) + " where the hole is " +
-                  Number(WidthOf(sides)) + " wide");
+            Fault("a name that tells of a diameter of " + ReportedLength(*name.diameter) +
+                  " where the hole is " + ReportedLength(WidthOf(sides)) + " wide");
         for (PlanSide& side : sides) {
             side.from = OnFirst(side.from);
             side.to = OnFirst(side.to);
@@ -189,11 +183,11 @@ class SideReader {
         if (std::abs(out.z) > SameAxis) return Fault("a bore that isn't level");
         const double depth = -circle.Thickness();
         if (name.diameter && Apart(*name.diameter, circle.Diameter(), name.rounding))
-            Fault("a name that tells of a diameter of " + Number(*name.diameter) + " where the bore is " +
-                  Number(circle.Diameter()) + " wide");
+            Fault("a name that tells of a diameter of " + ReportedLength(*name.diameter) +
+                  " where the bore is " + ReportedLength(circle.Diameter()) + " wide");
         if (name.depth && Apart(*name.depth, depth, name.rounding))
-            Fault("a name that tells of a depth of " + Number(*name.depth) + " where the bore is " +
-                  Number(depth) + " deep");
+            Fault("a name that tells of a depth of " + ReportedLength(*name.depth) + " where the bore is " +
+                  ReportedLength(depth) + " deep");
         AddBore(circle.Center(), {-out.x, -out.y, 0}, circle.Radius(), depth, false);
     }
 
@@ -206,11 +200,11 @@ class SideReader {
         if (depth <= 0) return Fault("a bore that cuts nothing");
         const double top = name.height.value_or(mContext.thickness / 2) - mContext.thickness;
         if (name.diameter && Apart(*name.diameter, width, name.rounding + RectangleRounding))
-            Fault("a name that tells of a diameter of " + Number(*name.diameter) + " where the bore is " +
-                  Number(width) + " wide");
+            Fault("a name that tells of a diameter of " + ReportedLength(*name.diameter) +
+                  " where the bore is " + ReportedLength(width) + " wide");
         if (name.depth && Apart(*name.depth, depth, name.rounding + RectangleRounding))
-            Fault("a name that tells of a depth of " + Number(*name.depth) + " where the bore is " +
-                  Number(depth) + " deep");
+            Fault("a name that tells of a depth of " + ReportedLength(*name.depth) + " where the bore is " +
+                  ReportedLength(depth) + " deep");
         AddBore({(at[0] + at[2]) / 2, (at[1] + at[3]) / 2, top}, {into.x / depth, into.y / depth, 0},
                 width / 2, depth, !name.height);
     }

@@ -13,6 +13,7 @@
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/polyline_shape.h"
 #include "cnc/drawing/work_layers.h"
+#include "cnc/part/lengths.h"
 #include "cnc/part/open_top.h"
 #include "cnc/part/operation_layer.h"
 #include "cnc/part/part_material.h"
@@ -32,7 +33,7 @@ namespace {
 
 constexpr int Decimals = 5;
 /// In millimetres; names and places round away about as much.
-constexpr double NarrowestCore = 0.01, MillimetresPerInch = 25.4;
+constexpr double NarrowestCore = 0.01;
 
 double Round(double value) { return RoundHalfEven(value, Decimals); }
 
@@ -97,7 +98,7 @@ bool MakesPocketsOfCores() { return SwitchIsOn(setting::ClearCores); }
 /// Whether the bit in hand leaves wood standing in the middle of what it runs around. A path that has run off
 /// the part's edges is wider than the side that the bit was chosen by.
 bool LeavesCore(const RunState& run, const Box3& part, const AcadLWPolyline& path) {
-    const double width = run.Metric() ? NarrowestCore : NarrowestCore / MillimetresPerInch;
+    const double width = NarrowestCore * MillimetreIn(run.Metric());
     return LeavesCore(SidesOf(path), run.part.bits.ToolDiameter,
                       {part.min.x, part.min.y, part.max.x, part.max.y}, width);
 }

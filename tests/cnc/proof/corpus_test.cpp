@@ -125,14 +125,13 @@ void MakePanel(MadePart& part, Lot& lot) {
 
 class Corpus : public WholePartTest, public ::testing::WithParamInterface<std::uint32_t> {
   protected:
-    /// What the run tells of one part, but for what a bit leaves in the middle of what it runs around: the
-    /// checker takes each path for cleared.
     /// The checker takes what lies within a path as cleared.
     static bool IsAboutABit(const std::string& text) {
         return text.find("does not reach it") != std::string::npos ||
                text.find("is too narrow for its bit") != std::string::npos;
     }
 
+    /// What the run tells of one part, but for what a bit leaves.
     std::string Told(Acad3DSolid& solid) {
         Choose({&solid});
         dialogs.messages.clear();
