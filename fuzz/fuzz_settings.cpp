@@ -16,7 +16,7 @@ void CheckReading(std::string_view content) {
         const brenvik::SettingsText settings = brenvik::SettingsText::Parse(content, "settings.txt");
         brenvik::fuzz::Require(settings.Content() == content, "what was read is written back as it was");
     } catch (const brenvik::Failure& failure) {
-        brenvik::fuzz::Require(failure.number() == brenvik::invalidFileFormat, "a bad file is told as one");
+        brenvik::fuzz::Require(failure.number() == brenvik::InvalidFileFormat, "a bad file is told as one");
     }
 }
 

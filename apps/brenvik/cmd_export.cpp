@@ -29,7 +29,7 @@ bool ExportGrid(const CsvExportChoices& csv) {
     try {
         return ExportToCsv(csv);
     } catch (const Failure& failure) {
-        if (failure.number() == failure_number::invalidCall)
+        if (failure.number() == failure_number::InvalidCall)
             throw CommandError(ExitStatus::WrongWords, "--" + failure.description());
         const std::string& file = failure.detail().empty() ? csv.adjustments : failure.detail();
         throw CommandError(ExitStatus::Unreadable, file + ": " + failure.description());

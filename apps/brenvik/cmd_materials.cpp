@@ -31,7 +31,7 @@ namespace brenvik::app {
 
 namespace {
 
-constexpr std::array<std::string_view, MaterialFieldCount> captions{
+constexpr std::array<std::string_view, MaterialFieldCount> Captions{
     "Material",  "Grain",       "Direction",  "Tool1", "Tool1 Dia", "Tool1 Speed", "Tool1 Feed", "Tool2",
     "Tool2 Dia", "Tool2 Speed", "Tool2 Feed", "Tool3", "Tool3 Dia", "Tool3 Speed", "Tool3 Feed"};
 
@@ -39,7 +39,7 @@ using Cells = std::array<std::string, MaterialFieldCount>;
 
 void PrintTable(const std::vector<MaterialTexts>& materials) {
     std::vector<Cells> rows(1);
-    std::copy(captions.begin(), captions.end(), rows.front().begin());
+    std::copy(Captions.begin(), Captions.end(), rows.front().begin());
     rows.insert(rows.end(), materials.begin(), materials.end());
     std::array<std::size_t, MaterialFieldCount> widths{};
     for (const Cells& row : rows)

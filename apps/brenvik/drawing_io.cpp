@@ -20,7 +20,7 @@ namespace brenvik::app {
 
 namespace {
 
-constexpr std::array<std::string_view, 5> writableExtensions{".dxf", ".dwg", ".step", ".stp", ".sat"};
+constexpr std::array<std::string_view, 5> WritableExtensions{".dxf", ".dwg", ".step", ".stp", ".sat"};
 
 std::string ExtensionOf(const std::string& name) {
     return FoldLower(TextFromPath(PathFromText(name).extension()));
@@ -166,7 +166,7 @@ void TellNotesSince(std::size_t known, const HostDocument& document, const std::
 }
 
 bool IsWritableFormat(const std::string& name) {
-    return std::ranges::find(writableExtensions, ExtensionOf(name)) != writableExtensions.end();
+    return std::ranges::find(WritableExtensions, ExtensionOf(name)) != WritableExtensions.end();
 }
 
 bool IsDxfName(const std::string& name) {

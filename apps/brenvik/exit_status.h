@@ -17,11 +17,11 @@ enum class ExitStatus {
 class CommandError : public std::runtime_error {
   public:
     CommandError(ExitStatus endStatus, const std::string& message)
-        : std::runtime_error(message), status(endStatus) {}
-    ExitStatus Status() const { return status; }
+        : std::runtime_error(message), mStatus(endStatus) {}
+    ExitStatus Status() const { return mStatus; }
 
   private:
-    ExitStatus status;
+    ExitStatus mStatus;
 };
 
 }  // namespace brenvik::app

@@ -28,18 +28,18 @@ bool HasMaterial(const HostEntity& entity) {
 /// Opens a locked layer for as long as it lives: the lock keeps hands off the geometry, and no run heeds it.
 class LayerOpened {
   public:
-    explicit LayerOpened(HostLayer& entityLayer) : layer(entityLayer), wasLocked(entityLayer.Locked()) {
-        if (wasLocked) layer.SetLock(false);
+    explicit LayerOpened(HostLayer& entityLayer) : mLayer(entityLayer), mWasLocked(entityLayer.Locked()) {
+        if (mWasLocked) mLayer.SetLock(false);
     }
     ~LayerOpened() {
-        if (wasLocked) layer.SetLock(true);
+        if (mWasLocked) mLayer.SetLock(true);
     }
     LayerOpened(const LayerOpened&) = delete;
     LayerOpened& operator=(const LayerOpened&) = delete;
 
   private:
-    HostLayer& layer;
-    bool wasLocked;
+    HostLayer& mLayer;
+    bool mWasLocked;
 };
 
 }  // namespace

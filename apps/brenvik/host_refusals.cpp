@@ -25,25 +25,25 @@ bool IsProvoked(std::string_view line) {
 }  // namespace
 
 HostRefusals::HostRefusals(HostApplication& application, const TypedCommands& typedCommands)
-    : host(application) {
-    host.SetRefusalHandler([this, &typedCommands](std::string_view line) {
+    : mHost(application) {
+    mHost.SetRefusalHandler([this, &typedCommands](std::string_view line) {
         if (typedCommands.AtWork() && IsProvoked(line)) return;
-        refusals.push_back({presentLine ? presentLine() : 0, std::string(line)});
+        mRefusals.push_back({presentLine ? presentLine() : 0, std::string(line)});
     });
 }
 
-HostRefusals::~HostRefusals() { host.SetRefusalHandler({}); }
+HostRefusals::~HostRefusals() { mHost.SetRefusalHandler({}); }
 
 std::optional<std::string> HostRefusals::TakeOldest() {
-    if (refusals.empty()) return std::nullopt;
-    std::string text = std::move(refusals.front().text);
-    refusals.pop_front();
+    if (mRefusals.empty()) return std::nullopt;
+    std::string text = std::move(mRefusals.front().text);
+    mRefusals.pop_front();
     return text;
 }
 
 void HostRefusals::TellOverlooked(const std::string& journal, Teller& teller) {
     std::deque<Refusal> told;
-    for (const Refusal& refusal : std::exchange(refusals, {})) {
+    for (const Refusal& refusal : std::exchange(mRefusals, {})) {
         if (std::ranges::find(told, refusal) != told.end()) continue;
         told.push_back(refusal);
         teller.Loss(journal + ": line " + std::to_string(refusal.line) +

@@ -37,8 +37,8 @@ class HostRefusals {
         bool operator==(const Refusal&) const = default;
     };
 
-    HostApplication& host;
-    std::deque<Refusal> refusals;
+    HostApplication& mHost;
+    std::deque<Refusal> mRefusals;
 };
 
 }  // namespace brenvik::app

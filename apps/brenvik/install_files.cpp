@@ -11,7 +11,7 @@ namespace brenvik::app {
 
 namespace {
 
-constexpr std::string_view lineEnd = "\r\n";
+constexpr std::string_view LineEnd = "\r\n";
 
 struct Bit {
     std::string_view number, diameter, spindleSpeed, feedSpeed;
@@ -27,7 +27,7 @@ struct Board {
 
 // Melamine takes a compression bit at a high feed; solid wood and veneered ply run slower and against the
 // feed ("cc"), thin backs take the small bit first.
-constexpr std::array metricBoards{
+constexpr std::array MetricBoards{
     Board{"18 white melamine",
           false,
           "cc",
@@ -62,7 +62,7 @@ constexpr std::array metricBoards{
           {{{"1", "8", "18000", "9000"}, {"2", "5", "18000", "5000"}, {"3", "3", "20000", "3000"}}}},
 };
 
-constexpr std::array imperialBoards{
+constexpr std::array ImperialBoards{
     Board{".75 white melamine",
           false,
           "cc",
@@ -96,7 +96,7 @@ constexpr std::array imperialBoards{
 void AddLine(std::string& text, std::string_view key, std::string_view value) {
     text += key;
     text += value;
-    text += lineEnd;
+    text += LineEnd;
 }
 
 void AddBoard(std::string& text, const Board& board) {
@@ -124,8 +124,8 @@ void AddProfile(std::string& text, std::string_view name, std::string_view exten
 
 std::string InitialMaterials(MeasureUnits units) {
     const std::span<const Board> boards = units == MeasureUnits::Metric
-                                              ? std::span<const Board>(metricBoards)
-                                              : std::span<const Board>(imperialBoards);
+                                              ? std::span<const Board>(MetricBoards)
+                                              : std::span<const Board>(ImperialBoards);
     std::string text;
     for (const Board& board : boards) AddBoard(text, board);
     return text;

@@ -12,7 +12,7 @@ class JournalPrompts : public PromptPort {
   public:
     /// Both must outlive the prompts.
     JournalPrompts(JournalDialogs& journalDialogs, std::ostream& transcriptStream)
-        : dialogs(journalDialogs), transcript(transcriptStream) {}
+        : mDialogs(journalDialogs), mTranscript(transcriptStream) {}
 
     std::optional<Point3> GetPoint(std::string_view prompt) override;
     std::optional<double> GetReal(std::string_view prompt) override;
@@ -23,8 +23,8 @@ class JournalPrompts : public PromptPort {
     void Prompt(std::string_view text) override;
 
   private:
-    JournalDialogs& dialogs;
-    std::ostream& transcript;
+    JournalDialogs& mDialogs;
+    std::ostream& mTranscript;
 };
 
 }  // namespace brenvik::app

@@ -50,11 +50,11 @@ bool LiesBelow(const fs::path& file, const fs::path& folder) {
 }  // namespace
 
 void KeptFiles::Keep(const fs::path& file, std::string what, std::optional<OutputKind> mayBe) {
-    files.push_back({file, std::move(what), mayBe});
+    mFiles.push_back({file, std::move(what), mayBe});
 }
 
 void KeptFiles::KeepFolder(const fs::path& folder, std::string what) {
-    folders.push_back({folder, std::move(what), {}});
+    mFolders.push_back({folder, std::move(what), {}});
 }
 
 void KeptFiles::KeepHome(const fs::path& home) {
@@ -71,9 +71,9 @@ void KeptFiles::KeepHome(const fs::path& home) {
 }
 
 std::string KeptFiles::At(const fs::path& place, OutputKind kind) const {
-    for (const Kept& kept : files)
+    for (const Kept& kept : mFiles)
         if (kept.mayBe != kind && IsSameFile(place, kept.place)) return kept.what;
-    for (const Kept& kept : folders)
+    for (const Kept& kept : mFolders)
         if (LiesBelow(place, kept.place)) return kept.what;
     return {};
 }

@@ -33,7 +33,7 @@ class KeptFiles {
         std::string what;
         std::optional<OutputKind> mayBe;
     };
-    std::vector<Kept> files, folders;
+    std::vector<Kept> mFiles, mFolders;
 };
 
 }  // namespace brenvik::app

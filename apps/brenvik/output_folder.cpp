@@ -48,7 +48,7 @@ void RequireOwnFolder(const fs::path& folder, const std::string& shown, const fs
         const std::string name = TextFromPath(entry->path().filename());
         std::error_code unknown;
         // What a program that died left behind is nobody's, and stays where it is.
-        if (name.starts_with(workFilePrefix) || !entry->is_regular_file(unknown) || rule.isOwn(name))
+        if (name.starts_with(WorkFilePrefix) || !entry->is_regular_file(unknown) || rule.isOwn(name))
             continue;
         throw CommandError(ExitStatus::WrongWords,
                            head + name + ", " + std::string(rule.foreign) + "; choose another folder");

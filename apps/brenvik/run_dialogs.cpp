@@ -6,12 +6,12 @@
 namespace brenvik::app {
 
 MessageAnswer RunDialogs::Show(const MessageRequest& request) {
-    if (TellsOfTrouble(request)) wentWrong = trouble = true;
+    if (TellsOfTrouble(request)) mWentWrong = mTrouble = true;
     return ConsoleDialogs::Show(request);
 }
 
 MessageAnswer WatchedJournalDialogs::Show(const MessageRequest& request) {
-    if (TellsOfTrouble(request)) trouble = true;
+    if (TellsOfTrouble(request)) mTrouble = true;
     return JournalDialogs::Show(request);
 }
 

@@ -15,12 +15,12 @@ class RunDialogs : public ConsoleDialogs {
 
     MessageAnswer Show(const MessageRequest& request) override;
     /// A box other than those that every run shows, or that only tell of a default that was taken.
-    bool SomethingWentWrong() const { return wentWrong; }
+    bool SomethingWentWrong() const { return mWentWrong; }
     /// The same since the last call.
-    bool TakeTrouble() { return std::exchange(trouble, false); }
+    bool TakeTrouble() { return std::exchange(mTrouble, false); }
 
   private:
-    bool wentWrong = false, trouble = false;
+    bool mWentWrong = false, mTrouble = false;
 };
 
 /// The same for a journal's dialogs, where a step may look at a box: what it has looked at was meant to come.
@@ -30,12 +30,12 @@ class WatchedJournalDialogs : public JournalDialogs {
 
     MessageAnswer Show(const MessageRequest& request) override;
     /// Whether a box has told of trouble since the last call.
-    bool TakeTrouble() { return std::exchange(trouble, false); }
+    bool TakeTrouble() { return std::exchange(mTrouble, false); }
     /// Boxes that tell of trouble and that no step has looked at or answered, oldest first.
     std::vector<MessageRequest> Overlooked();
 
   private:
-    bool trouble = false;
+    bool mTrouble = false;
 };
 
 }  // namespace brenvik::app

@@ -6,7 +6,7 @@
 namespace brenvik::app {
 
 RunTeller::RunTeller(Teller& commandTeller, RunWatch runWatch)
-    : teller(commandTeller), watch(std::move(runWatch)) {
+    : mTeller(commandTeller), mWatch(std::move(runWatch)) {
     ObserveRuns([this](const RunProgress& progress) { TellProgress(progress); });
     ObserveRunEnds([this](const RunReport& report) { TellReport(report); });
 }
@@ -17,35 +17,35 @@ RunTeller::~RunTeller() {
 }
 
 void RunTeller::TellProgress(const RunProgress& progress) {
-    teller.Progress("part " + std::to_string(progress.part) + " of " + std::to_string(progress.parts) + ", " +
-                    progress.name + (progress.secondSide ? ", second side" : ""));
+    mTeller.Progress("part " + std::to_string(progress.part) + " of " + std::to_string(progress.parts) +
+                     ", " + progress.name + (progress.secondSide ? ", second side" : ""));
 }
 
 void RunTeller::Line(const std::string& text, bool lost) {
-    teller.Wipe();
-    if (watch.line) {
-        watch.line(text);
-        if (lost) teller.MarkIncomplete();
+    mTeller.Wipe();
+    if (mWatch.line) {
+        mWatch.line(text);
+        if (lost) mTeller.MarkIncomplete();
     } else if (lost) {
-        teller.Loss(text);
+        mTeller.Loss(text);
     } else {
-        teller.Remark(text);
+        mTeller.Remark(text);
     }
 }
 
 void RunTeller::TellReport(const RunReport& report) {
-    ++runs;
-    const bool trouble = watch.takeTrouble();
+    ++mRuns;
+    const bool trouble = mWatch.takeTrouble();
     // Without a box that could be looked at, the name of a skipped part is all that tells of it.
-    const bool boxTells = trouble && watch.boxesAreLookedAt;
+    const bool boxTells = trouble && mWatch.boxesAreLookedAt;
     for (const std::string& text : report.skipped) Line(text, !boxTells);
     for (const std::string& text : report.passedOver) Line(text, true);
     for (const std::string& text : report.doubtfulMaterials) Line(text, true);
     if (!report.complete && !trouble && report.passedOver.empty())
         Line("the run did not go to its end", true);
-    if (trouble && !watch.boxesAreLookedAt) teller.MarkIncomplete();
-    for (const std::string& text : MaterialAdvice(report.unknownMaterials, watch.programWords))
-        teller.Remark(text);
+    if (trouble && !mWatch.boxesAreLookedAt) mTeller.MarkIncomplete();
+    for (const std::string& text : MaterialAdvice(report.unknownMaterials, mWatch.programWords))
+        mTeller.Remark(text);
 }
 
 }  // namespace brenvik::app

@@ -36,15 +36,15 @@ class RunTeller {
     RunTeller(const RunTeller&) = delete;
     RunTeller& operator=(const RunTeller&) = delete;
 
-    int Runs() const { return runs; }
+    int Runs() const { return mRuns; }
 
   private:
     void TellProgress(const RunProgress& progress);
     void TellReport(const RunReport& report);
     void Line(const std::string& text, bool lost);
 
-    Teller& teller;
-    RunWatch watch;
-    int runs = 0;
+    Teller& mTeller;
+    RunWatch mWatch;
+    int mRuns = 0;
 };
 }  // namespace brenvik::app

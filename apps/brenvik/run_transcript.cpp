@@ -16,38 +16,38 @@ TeeBuffer::int_type TeeBuffer::overflow(int_type character) {
 
 std::streamsize TeeBuffer::xsputn(const char* text, std::streamsize count) {
     // Each takes its text even when the other can't.
-    const std::streamsize toFirst = first.sputn(text, count);
-    const std::streamsize toSecond = second.sputn(text, count);
+    const std::streamsize toFirst = mFirst.sputn(text, count);
+    const std::streamsize toSecond = mSecond.sputn(text, count);
     return toFirst < toSecond ? toFirst : toSecond;
 }
 
 int TeeBuffer::sync() {
-    const int ofFirst = first.pubsync(), ofSecond = second.pubsync();
+    const int ofFirst = mFirst.pubsync(), ofSecond = mSecond.pubsync();
     return ofFirst == 0 && ofSecond == 0 ? 0 : -1;
 }
 
-RunTranscript::RunTranscript(const std::string& fileName, bool quiet) : quietWished(quiet) {
+RunTranscript::RunTranscript(const std::string& fileName, bool quiet) : mQuietWished(quiet) {
     if (fileName.empty()) return;
-    file.open(PathFromText(fileName), std::ios::binary | std::ios::trunc);
-    if (!file) throw CommandError(ExitStatus::Incomplete, fileName + ": the transcript can't be written");
-    tee = std::make_unique<TeeBuffer>(*std::cerr.rdbuf(), *file.rdbuf());
-    both = std::make_unique<std::ostream>(tee.get());
+    mFile.open(PathFromText(fileName), std::ios::binary | std::ios::trunc);
+    if (!mFile) throw CommandError(ExitStatus::Incomplete, fileName + ": the transcript can't be written");
+    mTee = std::make_unique<TeeBuffer>(*std::cerr.rdbuf(), *mFile.rdbuf());
+    mBoth = std::make_unique<std::ostream>(mTee.get());
 }
 
-std::ostream& RunTranscript::Stream() { return both ? *both : std::cerr; }
+std::ostream& RunTranscript::Stream() { return mBoth ? *mBoth : std::cerr; }
 
 void RunTranscript::TellHostLine(std::string_view line, bool typedByUser) {
-    if (both)
-        file << line << '\n';
-    else if (typedByUser && !quietWished)
+    if (mBoth)
+        mFile << line << '\n';
+    else if (typedByUser && !mQuietWished)
         std::cerr << line << '\n';
 }
 
 bool RunTranscript::Written() {
-    if (!both) return true;
-    both->flush();
-    file.flush();
-    return file.good() && both->good();
+    if (!mBoth) return true;
+    mBoth->flush();
+    mFile.flush();
+    return mFile.good() && mBoth->good();
 }
 
 }  // namespace brenvik::app

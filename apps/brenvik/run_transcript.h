@@ -14,7 +14,7 @@ namespace brenvik::app {
 class TeeBuffer : public std::streambuf {
   public:
     TeeBuffer(std::streambuf& firstBuffer, std::streambuf& secondBuffer)
-        : first(firstBuffer), second(secondBuffer) {}
+        : mFirst(firstBuffer), mSecond(secondBuffer) {}
 
   protected:
     int_type overflow(int_type character) override;
@@ -22,7 +22,7 @@ class TeeBuffer : public std::streambuf {
     int sync() override;
 
   private:
-    std::streambuf &first, &second;
+    std::streambuf &mFirst, &mSecond;
 };
 
 class RunTranscript {
@@ -40,10 +40,10 @@ class RunTranscript {
     bool Written();
 
   private:
-    bool quietWished;
-    std::ofstream file;
-    std::unique_ptr<TeeBuffer> tee;
-    std::unique_ptr<std::ostream> both;
+    bool mQuietWished;
+    std::ofstream mFile;
+    std::unique_ptr<TeeBuffer> mTee;
+    std::unique_ptr<std::ostream> mBoth;
 };
 
 }  // namespace brenvik::app

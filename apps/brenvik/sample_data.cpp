@@ -10,7 +10,7 @@ namespace brenvik::app {
 namespace {
 
 // clang-format off
-constexpr std::array rows{
+constexpr std::array Rows{
     SampleData{"B600-01", "Left Side", "Carcass", "White Melamine", "LWT", {"18", "560", "720"}, "", "14.80", {"1mm White", "", "", ""}, "Inside"},
     SampleData{"B600-02", "Right Side", "Carcass", "White Melamine", "LWT", {"18", "560", "720"}, "", "14.80", {"1mm White", "", "", ""}, "Inside"},
     SampleData{"B600-03", "Bottom", "Carcass", "White Melamine", "LWT", {"564", "542", "18"}, "", "11.20", {"1mm White", "", "", ""}, "Top"},
@@ -32,8 +32,8 @@ constexpr std::array rows{
 
 const SampleData& SampleDataOf(std::string_view number) {
     const auto found =
-        std::find_if(rows.begin(), rows.end(), [&](const SampleData& row) { return row.number == number; });
-    Invariant(found != rows.end(), "the sample job's parts stand in its table");
+        std::find_if(Rows.begin(), Rows.end(), [&](const SampleData& row) { return row.number == number; });
+    Invariant(found != Rows.end(), "the sample job's parts stand in its table");
     return *found;
 }
 

@@ -28,7 +28,7 @@ bool IsOurs(std::string_view section) {
 
 class FileCheck {
   public:
-    explicit FileCheck(const std::string& fileName) : file(fileName) {}
+    explicit FileCheck(const std::string& fileName) : mFile(fileName) {}
 
     void LookAt(const SettingsFileLine& line) {
         switch (line.kind) {
@@ -36,7 +36,7 @@ class FileCheck {
                 LookAtHead(line);
                 break;
             case SettingsFileLine::Kind::Value:
-                if (isRead) LookAtValue(line);
+                if (mIsRead) LookAtValue(line);
                 break;
             case SettingsFileLine::Kind::Stray:
                 Tell(line, "expected NAME=VALUE, found " + InQuotes(line.name) + "; it is not read");
@@ -48,20 +48,20 @@ class FileCheck {
 
   private:
     void Tell(const SettingsFileLine& line, const std::string& text) {
-        faults.push_back(file + ":" + std::to_string(line.number) + ": " + text);
+        faults.push_back(mFile + ":" + std::to_string(line.number) + ": " + text);
     }
 
     void LookAtHead(const SettingsFileLine& line) {
-        isRead = false;
+        mIsRead = false;
         if (!IsOurs(line.section)) {
             Tell(line, "expected [" + SectionOf({}) + "], found [" + line.section +
                            "]; the lines below it are not read");
-        } else if (const auto [first, isNew] = heads.try_emplace(line.section, line.number); !isNew) {
+        } else if (const auto [first, isNew] = mHeads.try_emplace(line.section, line.number); !isNew) {
             Tell(line, "the section [" + line.section + "] stands in line " + std::to_string(first->second) +
                            " already; the lines below it here are not read");
         } else {
-            isRead = true;
-            names.clear();
+            mIsRead = true;
+            mNames.clear();
         }
     }
 
@@ -73,18 +73,18 @@ class FileCheck {
         if (!EqualsIgnoreCase(SectionOf(*subkey), line.section))
             return Tell(line, "expected " + line.name + " in the section [" + SectionOf(*subkey) +
                                   "]; it is not read here");
-        const auto [first, isNew] = names.try_emplace(line.name, line);
+        const auto [first, isNew] = mNames.try_emplace(line.name, line);
         if (!isNew)
             Tell(line, line.name + " stands in line " + std::to_string(first->second.number) +
                            " already, and what stands there counts: " + InQuotes(first->second.value) +
                            "; found " + InQuotes(line.value));
     }
 
-    const std::string& file;
-    bool isRead = false;
-    std::map<std::string, std::size_t, LessIgnoreCase> heads;
+    const std::string& mFile;
+    bool mIsRead = false;
+    std::map<std::string, std::size_t, LessIgnoreCase> mHeads;
     /// Of the present section.
-    std::map<std::string, SettingsFileLine, LessIgnoreCase> names;
+    std::map<std::string, SettingsFileLine, LessIgnoreCase> mNames;
 };
 
 }  // namespace

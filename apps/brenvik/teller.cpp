@@ -23,19 +23,19 @@ bool ErrorsGoToATerminal() {
 
 }  // namespace
 
-Teller::Teller(bool quietWished) : quiet(quietWished), terminal(ErrorsGoToATerminal()) {}
+Teller::Teller(bool quietWished) : mQuiet(quietWished), mTerminal(ErrorsGoToATerminal()) {}
 
 Teller::~Teller() { Wipe(); }
 
 void Teller::Progress(const std::string& step) {
-    if (quiet || !terminal) return;
+    if (mQuiet || !mTerminal) return;
     Wipe();
     std::cerr << step << " ..." << std::flush;
-    progressShown = true;
+    mProgressShown = true;
 }
 
 void Teller::Remark(const std::string& text) {
-    if (!quiet) Tell(text);
+    if (!mQuiet) Tell(text);
 }
 
 void Teller::Tell(const std::string& text) {
@@ -45,12 +45,12 @@ void Teller::Tell(const std::string& text) {
 
 void Teller::Loss(const std::string& text) {
     Tell(text);
-    lost = true;
+    mLost = true;
 }
 
 void Teller::Wipe() {
-    if (progressShown) std::cerr << "\r\033[K" << std::flush;
-    progressShown = false;
+    if (mProgressShown) std::cerr << "\r\033[K" << std::flush;
+    mProgressShown = false;
 }
 
 }  // namespace brenvik::app

@@ -24,14 +24,14 @@ class Teller {
     /// Something was skipped or failed: told in any case, and the command ends incomplete.
     void Loss(const std::string& text);
 
-    ExitStatus Status() const { return lost ? ExitStatus::Incomplete : ExitStatus::Done; }
-    void MarkIncomplete() { lost = true; }
+    ExitStatus Status() const { return mLost ? ExitStatus::Incomplete : ExitStatus::Done; }
+    void MarkIncomplete() { mLost = true; }
     /// Takes the progress line off the terminal.
     void Wipe();
 
   private:
-    bool quiet, terminal;
-    bool progressShown = false, lost = false;
+    bool mQuiet, mTerminal;
+    bool mProgressShown = false, mLost = false;
 };
 
 }  // namespace brenvik::app

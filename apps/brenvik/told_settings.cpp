@@ -18,9 +18,9 @@ std::string ValueFaultAt(std::string_view path, std::string_view name, std::stri
 
 ToldSettings::ToldSettings(SettingsPort& settingsStore, std::string shownFile, std::string programWords)
     : tell([](const std::string& text) { std::cerr << "brenvik: " << text << '\n'; }),
-      store(settingsStore),
-      file(std::move(shownFile)),
-      program(std::move(programWords)) {}
+      mStore(settingsStore),
+      mFile(std::move(shownFile)),
+      mProgram(std::move(programWords)) {}
 
 void ToldSettings::Look(std::string_view path, std::string_view name, std::string_view value) {
     if (StartsWithIgnoreCase(path, SettingsKeyPath)) TellStoreFaults();
@@ -29,49 +29,49 @@ void ToldSettings::Look(std::string_view path, std::string_view name, std::strin
         EqualsIgnoreCase(name, setting::ExportScaleSetting))
         expected = ExportScaleFault(
             value, UnitsNamed(GetSetting(SettingsRoot::LocalMachine, path, setting::HomeUnits)));
-    if (expected.empty() || !told.insert(std::string(path) + "\\" + std::string(name)).second) return;
+    if (expected.empty() || !mTold.insert(std::string(path) + "\\" + std::string(name)).second) return;
     const bool missing = value.empty() && !IsStored(path, name);
     const std::size_t line = missing || !lineOf ? 0 : lineOf(path, name);
-    Tell(file + (line == 0 ? "" : ":" + std::to_string(line)) + ": " + std::string(name) +
+    Tell(mFile + (line == 0 ? "" : ":" + std::to_string(line)) + ": " + std::string(name) +
          (missing ? " is missing" : " is \"" + std::string(value) + "\"") + ", expected " + expected +
-         (missing ? "; to set it: " : "; to change it: ") + program + " settings set " + std::string(name) +
+         (missing ? "; to set it: " : "; to change it: ") + mProgram + " settings set " + std::string(name) +
          " VALUE");
 }
 
 bool ToldSettings::IsStored(std::string_view path, std::string_view name) {
-    const auto values = store.EnumerateSettings(SettingsRoot::LocalMachine, path);
+    const auto values = mStore.EnumerateSettings(SettingsRoot::LocalMachine, path);
     return std::ranges::any_of(values,
                                [&](const auto& value) { return EqualsIgnoreCase(value.first, name); });
 }
 
 void ToldSettings::TellStoreFaults() {
-    if (std::exchange(storeLookedAt, true) || !storeFaults) return;
+    if (std::exchange(mStoreLookedAt, true) || !storeFaults) return;
     for (const std::string& fault : storeFaults()) Tell(fault);
 }
 
 void ToldSettings::Tell(const std::string& text) {
-    damageFound = true;
+    mDamageFound = true;
     tell(text);
 }
 
 std::string ToldSettings::GetSetting(SettingsRoot root, std::string_view path, std::string_view name) {
-    std::string value = store.GetSetting(root, path, name);
+    std::string value = mStore.GetSetting(root, path, name);
     Look(path, name, value);
     return value;
 }
 
 void ToldSettings::SaveSetting(SettingsRoot root, std::string_view path, std::string_view name,
                                std::string_view text) {
-    store.SaveSetting(root, path, name, text);
+    mStore.SaveSetting(root, path, name, text);
 }
 
 void ToldSettings::DeleteSetting(SettingsRoot root, std::string_view path, std::string_view name) {
-    store.DeleteSetting(root, path, name);
+    mStore.DeleteSetting(root, path, name);
 }
 
 std::vector<std::pair<std::string, std::string>> ToldSettings::EnumerateSettings(SettingsRoot root,
                                                                                  std::string_view path) {
-    return store.EnumerateSettings(root, path);
+    return mStore.EnumerateSettings(root, path);
 }
 
 }  // namespace brenvik::app

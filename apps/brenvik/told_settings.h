@@ -40,7 +40,7 @@ class ToldSettings : public SettingsPort {
     void TellDamage(const std::string& text) { Tell(text); }
 
     /// Whether a damaged value has been read, or anything told of the store.
-    bool DamageFound() const { return damageFound; }
+    bool DamageFound() const { return mDamageFound; }
     /// The same look at a value that was read another way. A blank one is told as missing where there is
     /// none.
     void Look(std::string_view path, std::string_view name, std::string_view value);
@@ -57,10 +57,10 @@ class ToldSettings : public SettingsPort {
     void TellStoreFaults();
     void Tell(const std::string& text);
 
-    SettingsPort& store;
-    std::string file, program;
-    std::set<std::string, LessIgnoreCase> told;
-    bool damageFound = false, storeLookedAt = false;
+    SettingsPort& mStore;
+    std::string mFile, mProgram;
+    std::set<std::string, LessIgnoreCase> mTold;
+    bool mDamageFound = false, mStoreLookedAt = false;
 };
 
 }  // namespace brenvik::app

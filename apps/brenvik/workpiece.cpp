@@ -10,7 +10,7 @@ namespace brenvik::app {
 
 namespace {
 
-constexpr double allowance = 1;
+constexpr double Allowance = 1;
 
 Acad3DSolid* AddBoxByCorners(AcadBlock& space, const Point3& min, const Point3& max) {
     const Point3 center{(min.x + max.x) / 2, (min.y + max.y) / 2, (min.z + max.z) / 2};
@@ -32,27 +32,27 @@ double& Along(Point3& point, Axis axis) {
 }  // namespace
 
 Workpiece::Workpiece(AcadBlock& modelSpace, const Point3& min, const Point3& max, std::string_view layer)
-    : space(modelSpace), solid(AddBoxByCorners(modelSpace, min, max)) {
-    solid->SetLayer(layer);
+    : mSpace(modelSpace), mSolid(AddBoxByCorners(modelSpace, min, max)) {
+    mSolid->SetLayer(layer);
 }
 
 void Workpiece::Cut(const Point3& min, const Point3& max) {
-    solid->Boolean(BooleanKind::Subtraction, *AddBoxByCorners(space, min, max));
+    mSolid->Boolean(BooleanKind::Subtraction, *AddBoxByCorners(mSpace, min, max));
 }
 
 void Workpiece::Drill(const Point3& mouth, Axis axis, double depth, double diameter) {
-    const double outside = depth > 0 ? -allowance : allowance;
-    const double length = std::abs(depth) + allowance;
+    const double outside = depth > 0 ? -Allowance : Allowance;
+    const double length = std::abs(depth) + Allowance;
     Point3 center = mouth;
     Along(center, axis) += (depth + outside) / 2;
-    Acad3DSolid* bit = space.AddCylinder(center, diameter / 2, length);
+    Acad3DSolid* bit = mSpace.AddCylinder(center, diameter / 2, length);
     if (axis != Axis::Z) {
         // A cylinder is made upright; a quarter turn about the other level axis lays it down.
         Point3 second = center;
         Along(second, axis == Axis::X ? Axis::Y : Axis::X) += 1;
         bit->Rotate3D(center, second, std::numbers::pi / 2);
     }
-    solid->Boolean(BooleanKind::Subtraction, *bit);
+    mSolid->Boolean(BooleanKind::Subtraction, *bit);
 }
 
 void Workpiece::CutRoundedWindow(const Point3& min, const Point3& max, double r) {
@@ -61,24 +61,24 @@ void Workpiece::CutRoundedWindow(const Point3& min, const Point3& max, double r)
     const std::array<double, 16> corners{min.x + r, bottom,  max.x - r, bottom,    max.x,     bottom + r,
                                          max.x,     top - r, max.x - r, top,       min.x + r, top,
                                          min.x,     top - r, min.x,     bottom + r};
-    AcadLWPolyline* outline = space.AddLightWeightPolyline(corners);
+    AcadLWPolyline* outline = mSpace.AddLightWeightPolyline(corners);
     outline->SetClosed(true);
     // A quarter circle has the bulge tan(90 / 4 degrees).
     const double quarter = std::tan(std::numbers::pi / 8);
     for (const int corner : {1, 3, 5, 7}) outline->SetBulge(corner, quarter);
     AcadEntity* curve = outline;
-    const std::vector<AcadRegion*> regions = space.AddRegion(std::span(&curve, 1));
-    Acad3DSolid* tool = space.AddExtrudedSolid(*regions.at(0), max.y - min.y + 2 * allowance, 0);
+    const std::vector<AcadRegion*> regions = mSpace.AddRegion(std::span(&curve, 1));
+    Acad3DSolid* tool = mSpace.AddExtrudedSolid(*regions.at(0), max.y - min.y + 2 * Allowance, 0);
     regions[0]->Delete();
     outline->Delete();
     tool->Rotate3D({0, 0, 0}, {1, 0, 0}, std::numbers::pi / 2);
     // Upright, the extrusion runs towards smaller Y from 0.
-    tool->Move({0, 0, 0}, {0, max.y + allowance, 0});
-    solid->Boolean(BooleanKind::Subtraction, *tool);
+    tool->Move({0, 0, 0}, {0, max.y + Allowance, 0});
+    mSolid->Boolean(BooleanKind::Subtraction, *tool);
 }
 
 void Workpiece::TurnUpright(const Point3& base, double degrees) {
-    solid->Rotate(base, degrees * std::numbers::pi / 180);
+    mSolid->Rotate(base, degrees * std::numbers::pi / 180);
 }
 
 }  // namespace brenvik::app

@@ -28,11 +28,11 @@ class Workpiece {
     /// Turns the board about an upright axis; degrees, counter-clockwise from above.
     void TurnUpright(const Point3& base, double degrees);
 
-    Acad3DSolid& Solid() { return *solid; }
+    Acad3DSolid& Solid() { return *mSolid; }
 
   private:
-    AcadBlock& space;
-    Acad3DSolid* solid;
+    AcadBlock& mSpace;
+    Acad3DSolid* mSolid;
 };
 
 }  // namespace brenvik::app

@@ -73,8 +73,8 @@ Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, std::op
 void Workplace::MakeHome(std::optional<MeasureUnits> units) {
     files.MakeFolder(files.InstallFolder());
     settings.ChangeTogether([&] {
-        homeWasMade = settings.EnumerateSettings(SettingsRoot::LocalMachine, SettingsKeyPath).empty();
-        if (!homeWasMade) return;
+        mHomeWasMade = settings.EnumerateSettings(SettingsRoot::LocalMachine, SettingsKeyPath).empty();
+        if (!mHomeWasMade) return;
         // An installation writes the settings last, so what lies there was somebody's home.
         std::error_code unknown;
         const bool settingsWereLost = std::filesystem::exists(home / MaterialsFile, unknown) ||

@@ -49,7 +49,7 @@ class Workplace {
     HostApplication host;
     TypedCommands typedCommands;
     /// Whether this workplace was the first in its home.
-    bool HomeWasMade() const { return homeWasMade; }
+    bool HomeWasMade() const { return mHomeWasMade; }
 
   private:
     void Load(DialogPort& dialogs);
@@ -57,7 +57,7 @@ class Workplace {
     void MakeHome(std::optional<MeasureUnits> units);
     void WriteDrawing(const std::filesystem::path& file, std::string_view content);
 
-    bool homeWasMade = false;
+    bool mHomeWasMade = false;
 };
 
 /// The home folder that the option names, or the default one; absolute.

@@ -48,7 +48,7 @@ QMessageBox::Icon IconOf(MessageIcon icon) {
     return QMessageBox::NoIcon;
 }
 
-constexpr std::pair<MessageAnswer, QMessageBox::StandardButton> answers[] = {
+constexpr std::pair<MessageAnswer, QMessageBox::StandardButton> Answers[] = {
     {MessageAnswer::Ok, QMessageBox::Ok},
     {MessageAnswer::Cancel, QMessageBox::Cancel},
     {MessageAnswer::Yes, QMessageBox::Yes},
@@ -65,7 +65,7 @@ void PrepareBox(QMessageBox& box, const MessageRequest& request) {
 }
 
 QAbstractButton* ButtonOf(const QMessageBox& box, MessageAnswer answer) {
-    for (const auto& [given, button] : answers)
+    for (const auto& [given, button] : Answers)
         if (given == answer) return box.button(button);
     return nullptr;
 }
@@ -91,7 +91,7 @@ MessageAnswer DesktopDialogs::Show(const MessageRequest& request) {
     QMessageBox box(mDesk.Top());
     PrepareBox(box, request);
     box.exec();
-    for (const auto& [answer, button] : answers)
+    for (const auto& [answer, button] : Answers)
         if (box.standardButton(box.clickedButton()) == button) return answer;
     return request.buttons == MessageButtons::YesNo ? MessageAnswer::No : MessageAnswer::Ok;
 }

@@ -13,18 +13,18 @@ void ConsoleDialogs::ShowModal(Form& form) {
 }
 
 MessageAnswer ConsoleDialogs::Show(const MessageRequest& request) {
-    ++messagesShown;
+    ++mEssagesShown;
     if (beforeTelling) beforeTelling();
     const MessageAnswer answer = OfferedAnswers(request.buttons).front();
-    errors << MessageLine(request);
-    if (IsQuestion(request.buttons)) errors << " -> " << AnswerName(answer) << " (default)";
-    errors << '\n';
+    mErrors << MessageLine(request);
+    if (IsQuestion(request.buttons)) mErrors << " -> " << AnswerName(answer) << " (default)";
+    mErrors << '\n';
     return answer;
 }
 
 std::optional<std::string> ConsoleDialogs::ChooseFile(const FileRequest& request) {
     if (beforeTelling) beforeTelling();
-    errors << "file dialog \"" << request.title << "\": cancelled, there is nobody to choose\n";
+    mErrors << "file dialog \"" << request.title << "\": cancelled, there is nobody to choose\n";
     return std::nullopt;
 }
 

@@ -14,7 +14,7 @@ namespace brenvik {
 class ConsoleDialogs : public DialogPort {
   public:
     /// `errors` must outlive the dialogs.
-    explicit ConsoleDialogs(std::ostream& errorStream) : errors(errorStream) {}
+    explicit ConsoleDialogs(std::ostream& errorStream) : mErrors(errorStream) {}
 
     /// What a command does with a form between its load and its closing; by default nothing.
     std::function<void(Form&)> whileOpen;
@@ -23,7 +23,7 @@ class ConsoleDialogs : public DialogPort {
     std::function<void()> beforeTelling;
 
     /// Message boxes shown so far. A command that expects none tells by it that something went wrong.
-    int MessagesShown() const { return messagesShown; }
+    int MessagesShown() const { return mEssagesShown; }
 
     /// Loads the form if need be, asks it to close, and unloads it if it refuses.
     void ShowModal(Form& form) override;
@@ -32,8 +32,8 @@ class ConsoleDialogs : public DialogPort {
     void DoEvents() override {}
 
   private:
-    std::ostream& errors;
-    int messagesShown = 0;
+    std::ostream& mErrors;
+    int mEssagesShown = 0;
 };
 
 }  // namespace brenvik

@@ -4,11 +4,11 @@
 namespace brenvik {
 
 int ConsoleShell::OpenDocument(std::string_view folder, std::string_view file, int) {
-    errors << "document: " << folder << (folder.empty() || folder.ends_with('\\') ? "" : "\\") << file
-           << '\n';
+    mErrors << "document: " << folder << (folder.empty() || folder.ends_with('\\') ? "" : "\\") << file
+            << '\n';
     return 33;
 }
 
-void ConsoleShell::RunProgram(std::string_view commandLine) { errors << "program: " << commandLine << '\n'; }
+void ConsoleShell::RunProgram(std::string_view commandLine) { mErrors << "program: " << commandLine << '\n'; }
 
 }  // namespace brenvik

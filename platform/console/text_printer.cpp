@@ -68,7 +68,7 @@ std::string RuleOf(const std::vector<TextColumn>& columns, std::string_view betw
 }
 
 /// As printers have it that are out of paper or out of reach.
-Failure PrinterError() { return Failure(482, std::string(ownSource), "Printer error"); }
+Failure PrinterError() { return Failure(482, std::string(OwnSource), "Printer error"); }
 
 }  // namespace
 
@@ -97,13 +97,13 @@ std::string GridAsText(const GridControl& grid, const PrintJob& job) {
 
 void TextPrinter::PrintGrid(const GridControl& grid, const PrintJob& job) {
     const std::string text = GridAsText(grid, job);
-    if (output != nullptr) {
-        *output << text << std::flush;
-        if (!*output) throw PrinterError();
+    if (mOutput != nullptr) {
+        *mOutput << text << std::flush;
+        if (!*mOutput) throw PrinterError();
         return;
     }
     // Beside the file first, so that a full disk doesn't cost the list that was printed before.
-    std::filesystem::path beside = file;
+    std::filesystem::path beside = mFile;
     beside += ".part";
     std::error_code error;
     {
@@ -112,11 +112,11 @@ void TextPrinter::PrintGrid(const GridControl& grid, const PrintJob& job) {
         stream.close();
         if (!stream) error = std::make_error_code(std::errc::io_error);
     }
-    if (!error) std::filesystem::rename(beside, file, error);
+    if (!error) std::filesystem::rename(beside, mFile, error);
     if (!error) return;
     std::error_code ignored;
     std::filesystem::remove(beside, ignored);
-    throw PathAccess(file.string());
+    throw PathAccess(mFile.string());
 }
 
 }  // namespace brenvik

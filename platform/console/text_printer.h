@@ -17,17 +17,17 @@ std::string GridAsText(const GridControl& grid, const PrintJob& job);
 class TextPrinter : public PrintPort {
   public:
     /// Prints to a stream, which must outlive the printer.
-    explicit TextPrinter(std::ostream& outputStream) : output(&outputStream) {}
+    explicit TextPrinter(std::ostream& outputStream) : mOutput(&outputStream) {}
     /// Prints into a file; each job replaces the one before.
-    explicit TextPrinter(std::filesystem::path outputFile) : file(std::move(outputFile)) {}
+    explicit TextPrinter(std::filesystem::path outputFile) : mFile(std::move(outputFile)) {}
 
     /// Fails with 75 when the file can't be written; then the file of an earlier job stands as it was. Fails
     /// with 482 when the stream takes no more.
     void PrintGrid(const GridControl& grid, const PrintJob& job) override;
 
   private:
-    std::ostream* output = nullptr;
-    std::filesystem::path file;
+    std::ostream* mOutput = nullptr;
+    std::filesystem::path mFile;
 };
 
 }  // namespace brenvik

@@ -42,7 +42,7 @@ Claim::Claim(const std::filesystem::path& folder, ByFile) { LockFileIn(folder); 
 
 // The file goes while it is still locked. Who has opened it before that looks again whether it is there.
 void Claim::LockFileIn(const std::filesystem::path& folder) {
-    mMark = folder / (std::string(workFilePrefix) + "claim");
+    mMark = folder / (std::string(WorkFilePrefix) + "claim");
     do {
         if (mHandle >= 0) ::close(static_cast<int>(mHandle));
         mHandle = ::open(mMark.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666);

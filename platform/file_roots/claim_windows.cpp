@@ -8,8 +8,8 @@
 namespace brenvik {
 namespace {
 
-constexpr DWORD farBehindAllContent = 0x7fffffff;
-constexpr DWORD shareWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr DWORD FarBehindAllContent = 0x7fffffff;
+constexpr DWORD ShareWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 HANDLE AsHandle(std::intptr_t value) { return reinterpret_cast<HANDLE>(value); }
 

@@ -27,7 +27,7 @@ void ClearDeadWorkFiles(const fs::path& folder, ClearIfDead clear) {
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         std::error_code ignored;
-        if (TextFromPath(entry->path().filename()).starts_with(workFilePrefix) &&
+        if (TextFromPath(entry->path().filename()).starts_with(WorkFilePrefix) &&
             fs::is_regular_file(entry->symlink_status(ignored)))
             clear(entry->path());
     }

@@ -53,20 +53,20 @@ std::string ReadWhole(const fs::path& file) {
 class ClaimedFolder : public FolderClaim {
   public:
     ClaimedFolder(const fs::path& folder, std::shared_ptr<FolderNames> folderNames)
-        : claim(folder), place(folder), names(std::move(folderNames)) {
+        : claim(folder), mPlace(folder), mNames(std::move(folderNames)) {
         if (claim.Outcome() == Claim::State::Taken) return;
-        names->Keep(place);
-        late.emplace(place);
+        mNames->Keep(mPlace);
+        mLate.emplace(mPlace);
     }
     ~ClaimedFolder() override {
-        if (late) names->Forget(place);
+        if (mLate) mNames->Forget(mPlace);
     }
     const Claim claim;
 
   private:
-    const fs::path place;
-    const std::shared_ptr<FolderNames> names;
-    std::optional<LateFolder> late;
+    const fs::path mPlace;
+    const std::shared_ptr<FolderNames> mNames;
+    std::optional<LateFolder> mLate;
 };
 
 }  // namespace
@@ -209,7 +209,7 @@ std::vector<std::string> FileRoots::ListFiles(std::string_view folder, std::stri
          entry.increment(error)) {
         std::string name = TextFromPath(entry->path().filename());
         std::error_code ignored;
-        if (!name.starts_with(workFilePrefix) && entry->is_regular_file(ignored) &&
+        if (!name.starts_with(WorkFilePrefix) && entry->is_regular_file(ignored) &&
             MatchesFilePattern(name, pattern))
             names.push_back(std::move(name));
     }

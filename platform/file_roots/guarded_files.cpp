@@ -57,16 +57,16 @@ void GuardedFiles::Know(const fs::path& file) {
     std::error_code error;
     const fs::file_status status = fs::status(place, error);
     if (fs::exists(status) && !fs::is_regular_file(status)) return;
-    known.insert_or_assign(place, StampOf(place));
+    mKnown.insert_or_assign(place, StampOf(place));
 }
 
 void GuardedFiles::Write(const fs::path& file, std::string_view content) {
     const fs::path place = PlaceOf(file);
-    const auto expected = known.find(place);
-    if (expected == known.end()) return WriteWholeFile(file, content);
+    const auto expected = mKnown.find(place);
+    if (expected == mKnown.end()) return WriteWholeFile(file, content);
     WhileClaimed(place.parent_path(), [&] {
         if (StampOf(place) != expected->second)
-            throw Failure(failure_number::pathAccess, std::string(ownSource),
+            throw Failure(failure_number::PathAccess, std::string(OwnSource),
                           TextFromPath(file) + " was " + (expected->second ? "changed" : "made") +
                               " by another program since it was read; nothing was written over it");
         WriteWholeFile(file, content);

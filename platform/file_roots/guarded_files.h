@@ -28,7 +28,7 @@ class GuardedFiles {
     /// Nothing for a file that isn't there.
     static std::optional<Stamp> StampOf(const std::filesystem::path& file);
 
-    std::map<std::filesystem::path, std::optional<Stamp>> known;
+    std::map<std::filesystem::path, std::optional<Stamp>> mKnown;
 };
 
 }  // namespace brenvik

@@ -14,7 +14,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 /// What a power cut may take of a job.
-constexpr auto mostDelay = std::chrono::seconds(2);
+constexpr auto MostDelay = std::chrono::seconds(2);
 
 struct Late {
     int objects = 0;
@@ -55,7 +55,7 @@ void BringNameToDisk(const std::filesystem::path& folder) {
     const auto late = LateFolders().find(folder);
     if (late == LateFolders().end()) return Sync(folder);
     late->second.hasNewNames = true;
-    if (Clock::now() - late->second.synced >= mostDelay) SyncLate(folder, late->second);
+    if (Clock::now() - late->second.synced >= MostDelay) SyncLate(folder, late->second);
 }
 
 void BringLateNamesToDisk() {

@@ -51,7 +51,7 @@ SystemPath ParseSystemPath(std::string_view path) {
 
 bool MatchesFilePattern(std::string_view name, std::string_view pattern) {
     if (pattern == "*.*") return true;
-    return MatchesWildcards(name, pattern, fileWildcards);
+    return MatchesWildcards(name, pattern, FileWildcards);
 }
 
 }  // namespace brenvik

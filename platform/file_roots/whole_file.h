@@ -8,7 +8,7 @@ namespace brenvik {
 
 /// How the names of work files begin, which stand beside a target while it is being written. Those that dead
 /// programs left in a folder are cleared when a file is written there the next time.
-inline constexpr std::string_view workFilePrefix = ".brenvik-work-";
+inline constexpr std::string_view WorkFilePrefix = ".brenvik-work-";
 
 /// Puts `content` in the place of a file: written beside it, brought to the disk, moved over it. Until the
 /// last step the old file is whole, whatever happens; a failure leaves no work file. A link is followed

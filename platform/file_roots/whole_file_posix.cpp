@@ -86,7 +86,7 @@ void WriteAll(int descriptor, std::string_view content, const fs::path& shown) {
 fs::path WorkName(const fs::path& folder) {
     static std::atomic<unsigned> counter = 0;
     return folder /
-           (std::string(workFilePrefix) + std::to_string(::getpid()) + "-" + std::to_string(++counter));
+           (std::string(WorkFilePrefix) + std::to_string(::getpid()) + "-" + std::to_string(++counter));
 }
 
 // Locks a new work file as one in use. False when another program has just taken it for a dead one's and

@@ -14,12 +14,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view ownFolderPrefix = "work-";
+constexpr std::string_view OwnFolderPrefix = "work-";
 
 std::string NewName() {
     std::random_device random;
     std::ostringstream name;
-    name << ownFolderPrefix << std::hex << random() << random();
+    name << OwnFolderPrefix << std::hex << random() << random();
     return name.str();
 }
 
@@ -37,7 +37,7 @@ void ClearDeadFolders(const fs::path& shared) {
     std::error_code error;
     for (fs::directory_iterator entry(shared, error), end; !error && entry != end; entry.increment(error)) {
         std::error_code ignored;
-        if (!TextFromPath(entry->path().filename()).starts_with(ownFolderPrefix) ||
+        if (!TextFromPath(entry->path().filename()).starts_with(OwnFolderPrefix) ||
             entry->is_symlink(ignored) || !entry->is_directory(ignored))
             continue;
         auto claim = std::make_unique<Claim>(entry->path());

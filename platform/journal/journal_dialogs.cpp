@@ -20,38 +20,38 @@ std::string OfferedNames(MessageButtons buttons) {
 }  // namespace
 
 std::optional<QueuedAnswer> JournalDialogs::Take(AnswerKind kind) {
-    const auto found = std::find_if(answers.begin(), answers.end(),
+    const auto found = std::find_if(mAnswers.begin(), mAnswers.end(),
                                     [kind](const QueuedAnswer& answer) { return answer.kind == kind; });
-    if (found == answers.end()) return std::nullopt;
+    if (found == mAnswers.end()) return std::nullopt;
     QueuedAnswer answer = std::move(*found);
-    answers.erase(found);
+    mAnswers.erase(found);
     return answer;
 }
 
 std::optional<std::string> JournalDialogs::AnswerPrompt(AnswerKind kind, const std::string& prompt) {
     if (std::optional<QueuedAnswer> answer = Take(kind)) return answer->text;
-    transcript << "prompt \"" << Trim(prompt) << "\": no answer queued, left empty\n";
+    mTranscript << "prompt \"" << Trim(prompt) << "\": no answer queued, left empty\n";
     return std::nullopt;
 }
 
 void JournalDialogs::ShowModal(Form& form) { playForm(form); }
 
 MessageAnswer JournalDialogs::Show(const MessageRequest& request) {
-    messages.push_back({request});
+    mEssages.push_back({request});
     const std::vector<MessageAnswer> offered = OfferedAnswers(request.buttons);
     if (!IsQuestion(request.buttons)) {
-        transcript << MessageLine(request) << '\n';
+        mTranscript << MessageLine(request) << '\n';
         return offered.front();
     }
     const std::optional<QueuedAnswer> queued = Take(AnswerKind::MessageBox);
     if (!queued) {
-        transcript << MessageLine(request) << " -> " << AnswerName(offered.front()) << " (default)\n";
+        mTranscript << MessageLine(request) << " -> " << AnswerName(offered.front()) << " (default)\n";
         return offered.front();
     }
     for (const MessageAnswer answer : offered) {
         if (AnswerName(answer) != *queued->text) continue;
-        messages.back().answered = true;
-        transcript << MessageLine(request) << " -> " << AnswerName(answer) << '\n';
+        mEssages.back().answered = true;
+        mTranscript << MessageLine(request) << " -> " << AnswerName(answer) << '\n';
         return answer;
     }
     throw JournalFailure(queued->line, "answer " + *queued->text,
@@ -60,7 +60,7 @@ MessageAnswer JournalDialogs::Show(const MessageRequest& request) {
 
 std::optional<std::string> JournalDialogs::ChooseFile(const FileRequest& request) {
     if (std::optional<QueuedAnswer> answer = Take(AnswerKind::File)) return answer->text;
-    transcript << "file dialog \"" << request.title << "\": no answer queued, cancelled\n";
+    mTranscript << "file dialog \"" << request.title << "\": no answer queued, cancelled\n";
     return std::nullopt;
 }
 

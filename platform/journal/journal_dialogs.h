@@ -32,22 +32,22 @@ struct ShownMessage : MessageRequest {
 class JournalDialogs : public DialogPort {
   public:
     /// Message boxes and untaken answers are told on the transcript, which must outlive the dialogs.
-    explicit JournalDialogs(std::ostream& transcriptStream) : transcript(transcriptStream) {}
+    explicit JournalDialogs(std::ostream& transcriptStream) : mTranscript(transcriptStream) {}
 
     /// Set by the player: plays the journal's steps on a form until the form is unloaded.
     std::function<void(Form&)> playForm;
 
-    void Queue(QueuedAnswer answer) { answers.push_back(std::move(answer)); }
+    void Queue(QueuedAnswer answer) { mAnswers.push_back(std::move(answer)); }
     /// The oldest answer queued for this kind of question, taken out of the queue.
     std::optional<QueuedAnswer> Take(AnswerKind kind);
     /// Answers that no question has asked for, oldest first.
-    const std::deque<QueuedAnswer>& Untaken() const { return answers; }
+    const std::deque<QueuedAnswer>& Untaken() const { return mAnswers; }
     /// The host's prompts: the next point, number or keyword. Without one the prompt takes its default, as
     /// after an empty answer, and the transcript says so.
     std::optional<std::string> AnswerPrompt(AnswerKind kind, const std::string& prompt);
 
     /// Message boxes that the journal has not looked at yet, oldest first.
-    std::deque<ShownMessage>& Messages() { return messages; }
+    std::deque<ShownMessage>& Messages() { return mEssages; }
 
     void ShowModal(Form& form) override;
     /// Throws JournalFailure when the queued answer is no button of this box.
@@ -56,9 +56,9 @@ class JournalDialogs : public DialogPort {
     void DoEvents() override {}
 
   private:
-    std::ostream& transcript;
-    std::deque<QueuedAnswer> answers;
-    std::deque<ShownMessage> messages;
+    std::ostream& mTranscript;
+    std::deque<QueuedAnswer> mAnswers;
+    std::deque<ShownMessage> mEssages;
 };
 
 }  // namespace brenvik

@@ -16,11 +16,11 @@ class JournalFailure : public std::runtime_error {
                    const std::string& found)
         : std::runtime_error("line " + std::to_string(stepLine) + ": " + step + (step.empty() ? "" : ": ") +
                              "expected " + expected + ", found " + found),
-          line(stepLine) {}
-    std::size_t Line() const { return line; }
+          mLine(stepLine) {}
+    std::size_t Line() const { return mLine; }
 
   private:
-    std::size_t line;
+    std::size_t mLine;
 };
 
 }  // namespace brenvik

@@ -106,7 +106,7 @@ struct FormCheck {
     void (*check)(const JournalStep&, const Form&);
 };
 
-constexpr std::array formChecks{
+constexpr std::array FormChecks{
     FormCheck{StepKind::ExpectText, CheckTextShown},
     FormCheck{StepKind::ExpectChecked, CheckTick<true>},
     FormCheck{StepKind::ExpectUnchecked, CheckTick<false>},
@@ -132,7 +132,7 @@ void PrintGridRows(const GridControl& grid, std::ostream& output) {
 }  // namespace
 
 void CheckForm(const JournalStep& step, const Form& form) {
-    for (const auto& [kind, check] : formChecks)
+    for (const auto& [kind, check] : FormChecks)
         if (kind == step.kind) return check(step, form);
     InvariantBroken("every check of a form stands in the table");
 }

@@ -41,69 +41,70 @@ std::string HexOfByte(char byte) {
 /// Cuts one line into words.
 class WordReader {
   public:
-    WordReader(std::string_view lineText, const Place& linePlace) : text(lineText), place(linePlace) {}
+    WordReader(std::string_view lineText, const Place& linePlace) : mText(lineText), mPlace(linePlace) {}
 
     std::vector<Word> Words() {
         std::vector<Word> words;
         for (SkipGaps(); !AtEnd() && !AtComment(words.empty()); SkipGaps())
-            words.push_back(text[at] == '"' ? Quoted() : Plain());
+            words.push_back(mText[mAt] == '"' ? Quoted() : Plain());
         return words;
     }
-    std::size_t EndColumn() const { return column; }
+    std::size_t EndColumn() const { return mColumn; }
 
   private:
-    bool AtEnd() const { return at >= text.size(); }
+    bool AtEnd() const { return mAt >= mText.size(); }
     bool AtComment(bool atLineHead) const {
-        const bool index = !atLineHead && at + 1 < text.size() && IsDigit(text[at + 1]);
-        return text[at] == '#' && !index;
+        const bool index = !atLineHead && mAt + 1 < mText.size() && IsDigit(mText[mAt + 1]);
+        return mText[mAt] == '#' && !index;
     }
     void SkipGaps() {
-        while (!AtEnd() && IsGap(text[at])) ++at, ++column;
+        while (!AtEnd() && IsGap(mText[mAt])) ++mAt, ++mColumn;
     }
     std::string_view TakeCharacter() {
-        const Utf8Character character = Utf8CharacterAt(text, at);
-        if (!character.valid) place.Fail(column, "UTF-8 text", "the byte " + HexOfByte(text[at]));
-        const std::string_view bytes = text.substr(at, character.length);
-        at += character.length;
-        ++column;
+        const Utf8Character character = Utf8CharacterAt(mText, mAt);
+        if (!character.valid) mPlace.Fail(mColumn, "UTF-8 text", "the byte " + HexOfByte(mText[mAt]));
+        const std::string_view bytes = mText.substr(mAt, character.length);
+        mAt += character.length;
+        ++mColumn;
         return bytes;
     }
     Word Plain() {
-        Word word{{}, column, false};
-        while (!AtEnd() && !IsGap(text[at])) word.text += TakeCharacter();
+        Word word{{}, mColumn, false};
+        while (!AtEnd() && !IsGap(mText[mAt])) word.text += TakeCharacter();
         return word;
     }
     Word Quoted() {
-        Word word{{}, column, true};
-        ++at, ++column;
-        while (!AtEnd() && text[at] != '"') {
-            if (text[at] == '\\')
+        Word word{{}, mColumn, true};
+        ++mAt, ++mColumn;
+        while (!AtEnd() && mText[mAt] != '"') {
+            if (mText[mAt] == '\\')
                 word.text += Escaped();
             else
                 word.text += TakeCharacter();
         }
-        if (AtEnd()) place.Fail(column, "a closing quote", "the end of the line");
-        ++at, ++column;
-        if (!AtEnd() && !IsGap(text[at])) {
-            const std::size_t start = column;
-            place.Fail(start, "a blank behind the closing quote", "\"" + std::string(TakeCharacter()) + "\"");
+        if (AtEnd()) mPlace.Fail(mColumn, "a closing quote", "the end of the line");
+        ++mAt, ++mColumn;
+        if (!AtEnd() && !IsGap(mText[mAt])) {
+            const std::size_t start = mColumn;
+            mPlace.Fail(start, "a blank behind the closing quote",
+                        "\"" + std::string(TakeCharacter()) + "\"");
         }
         return word;
     }
     char Escaped() {
-        const std::size_t start = column;
-        ++at, ++column;
-        if (AtEnd()) place.Fail(start, "\\\", \\\\, \\r or \\n", "the end of the line");
+        const std::size_t start = mColumn;
+        ++mAt, ++mColumn;
+        if (AtEnd()) mPlace.Fail(start, "\\\", \\\\, \\r or \\n", "the end of the line");
         const std::string character(TakeCharacter());
         if (character == "\"" || character == "\\") return character[0];
         if (character == "r") return '\r';
         if (character == "n") return '\n';
-        place.Fail(start, "\\\", \\\\, \\r or \\n", "\\" + character);
+        mPlace.Fail(start, "\\\", \\\\, \\r or \\n", "\\" + character);
     }
 
-    std::string_view text;
-    const Place& place;
-    std::size_t at = 0, column = 1;
+    std::string_view mText;
+    const Place& mPlace;
+    std::size_t mAt = 0, mColumn = 1;
 };
 
 bool IsWholeNumber(std::string_view text) {
@@ -189,8 +190,8 @@ JournalSyntaxError::JournalSyntaxError(const std::string& file, std::size_t erro
                                        const std::string& found)
     : std::runtime_error(file + ":" + std::to_string(errorLine) + ":" + std::to_string(errorColumn) +
                          ": expected " + expected + ", found " + found),
-      line(errorLine),
-      column(errorColumn) {}
+      mLine(errorLine),
+      mColumn(errorColumn) {}
 
 std::vector<JournalStep> ParseJournal(std::string_view text, const std::string& file) {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";

@@ -18,11 +18,11 @@ class JournalSyntaxError : public std::runtime_error {
   public:
     JournalSyntaxError(const std::string& file, std::size_t line, std::size_t column,
                        const std::string& expected, const std::string& found);
-    std::size_t Line() const { return line; }
-    std::size_t Column() const { return column; }
+    std::size_t Line() const { return mLine; }
+    std::size_t Column() const { return mColumn; }
 
   private:
-    std::size_t line, column;
+    std::size_t mLine, mColumn;
 };
 
 /// The steps of a journal's text; `file` is its name for messages. Line ends are LF or CR LF, and a byte

@@ -38,14 +38,14 @@ bool TakesTyping(const Form& form, std::string_view control) {
 
 JournalPlayer::JournalPlayer(std::vector<JournalStep> journalSteps, JournalDialogs& journalDialogs,
                              JournalWorld journalWorld)
-    : steps(std::move(journalSteps)), dialogs(journalDialogs), world(std::move(journalWorld)) {
-    dialogs.playForm = [this](Form& form) { PlayForm(form); };
+    : mSteps(std::move(journalSteps)), mDialogs(journalDialogs), mWorld(std::move(journalWorld)) {
+    mDialogs.playForm = [this](Form& form) { PlayForm(form); };
 }
 
-JournalPlayer::~JournalPlayer() { dialogs.playForm = nullptr; }
+JournalPlayer::~JournalPlayer() { mDialogs.playForm = nullptr; }
 
 void JournalPlayer::Play() {
-    while (next < steps.size()) PlayNext();
+    while (mNext < mSteps.size()) PlayNext();
     TellUntakenAnswers();
 }
 
@@ -55,12 +55,12 @@ void JournalPlayer::PlayForm(Form& form) {
         std::vector<Form*>& forms;
         OpenForm(std::vector<Form*>& list, Form& opened) : forms(list) { forms.push_back(&opened); }
         ~OpenForm() { forms.pop_back(); }
-    } const open(openForms, form);
+    } const open(mOpenForms, form);
 
-    typed.erase(&form);
+    mTyped.erase(&form);
     form.Load();
     while (form.Loaded()) {
-        if (next < steps.size()) {
+        if (mNext < mSteps.size()) {
             PlayNext();
             continue;
         }
@@ -70,7 +70,7 @@ void JournalPlayer::PlayForm(Form& form) {
 }
 
 void JournalPlayer::PlayNext() {
-    const JournalStep& step = steps[next++];
+    const JournalStep& step = mSteps[mNext++];
     try {
         Do(step);
     } catch (const Failure& failure) {
@@ -139,35 +139,35 @@ void JournalPlayer::Do(const JournalStep& step) {
         case StepKind::ExpectFile:
         case StepKind::ExpectNoFile:
         case StepKind::ExpectFileLine:
-            return CheckWorld(step, world);
+            return CheckWorld(step, mWorld);
         case StepKind::PrintControl:
         case StepKind::PrintCell:
         case StepKind::PrintGrid:
-            return PrintFromForm(step, TopForm(step), *world.output);
+            return PrintFromForm(step, TopForm(step), *mWorld.output);
         case StepKind::PrintData:
         case StepKind::PrintSession:
-            return PrintFromWorld(step, world);
+            return PrintFromWorld(step, mWorld);
     }
 }
 
 void JournalPlayer::DoOnHost(const JournalStep& step) {
-    if (!openForms.empty()) FailStep(step, "no open form", "the form " + openForms.back()->Name());
-    AcadDocument& document = *world.host->ActiveDocument();
+    if (!mOpenForms.empty()) FailStep(step, "no open form", "the form " + mOpenForms.back()->Name());
+    AcadDocument& document = *mWorld.host->ActiveDocument();
     if (step.kind == StepKind::SelectAll) {
-        world.select(HandlesOfModelSpace(*world.host));
+        mWorld.select(HandlesOfModelSpace(*mWorld.host));
     } else if (step.kind == StepKind::SelectNone) {
-        world.select({});
+        mWorld.select({});
     } else if (step.kind == StepKind::SelectHandles) {
         for (const std::string& handle : step.arguments)
             if (!document.HandleToObject(handle))
                 FailStep(step, "an entity " + handle, "none in the drawing");
-        world.select(step.arguments);
+        mWorld.select(step.arguments);
     } else if (step.kind == StepKind::HostText) {
         document.SendCommand(step.arguments[0]);
     } else if (step.kind == StepKind::Save) {
-        if (const std::string expected = world.save(step.arguments[0]); !expected.empty())
+        if (const std::string expected = mWorld.save(step.arguments[0]); !expected.empty())
             FailStep(step, expected, Quoted(step.arguments[0]));
-    } else if (!world.callCommand(step.arguments[0])) {
+    } else if (!mWorld.callCommand(step.arguments[0])) {
         FailStep(step, "a command", Quoted(step.arguments[0]));
     }
 }
@@ -176,30 +176,30 @@ void JournalPlayer::DoOnForm(const JournalStep& step) {
     Form& form = TopForm(step);
     if (step.kind == StepKind::Close) TellTypingLost(step, form);
     // A button may unload its form, and another form may get its place.
-    if (step.kind == StepKind::Press && TakesTyping(form, step.arguments[0])) typed.erase(&form);
-    ActOnForm(step, form, world.hands == nullptr ? plainHands : *world.hands);
-    if (step.kind == StepKind::Type || step.kind == StepKind::Cell) typed[&form] = step.line;
+    if (step.kind == StepKind::Press && TakesTyping(form, step.arguments[0])) mTyped.erase(&form);
+    ActOnForm(step, form, mWorld.hands == nullptr ? plainHands : *mWorld.hands);
+    if (step.kind == StepKind::Type || step.kind == StepKind::Cell) mTyped[&form] = step.line;
 }
 
 /// A user at the desk sees what goes with the window; a journal hears of it.
 void JournalPlayer::TellTypingLost(const JournalStep& step, const Form& form) {
-    const auto last = typed.find(&form);
-    if (last == typed.end()) return;
-    *world.transcript << "line " << step.line << ": " << form.Name()
-                      << (IsList(form) ? " closes without an Apply: what was typed into it, last in line "
-                                       : " closes without a button: what was typed into it, last in line ")
-                      << last->second << ", is not kept\n";
-    typed.erase(last);
+    const auto last = mTyped.find(&form);
+    if (last == mTyped.end()) return;
+    *mWorld.transcript << "line " << step.line << ": " << form.Name()
+                       << (IsList(form) ? " closes without an Apply: what was typed into it, last in line "
+                                        : " closes without a button: what was typed into it, last in line ")
+                       << last->second << ", is not kept\n";
+    mTyped.erase(last);
 }
 
 void JournalPlayer::DoQueue(const JournalStep& step, AnswerKind kind) {
     std::optional<std::string> text;
     if (!step.arguments.empty()) text = step.arguments[0];
-    dialogs.Queue({kind, std::move(text), step.line});
+    mDialogs.Queue({kind, std::move(text), step.line});
 }
 
 void JournalPlayer::DoMessageCheck(const JournalStep& step) {
-    auto& messages = dialogs.Messages();
+    auto& messages = mDialogs.Messages();
     if (step.kind == StepKind::ExpectNoMessage) {
         if (!messages.empty()) FailStep(step, "no message", Quoted(messages.front().text));
         return;
@@ -213,35 +213,35 @@ void JournalPlayer::DoMessageCheck(const JournalStep& step) {
 }
 
 void JournalPlayer::DoRefusalCheck(const JournalStep& step) const {
-    const std::optional<std::string> found = world.takeRefusal();
+    const std::optional<std::string> found = mWorld.takeRefusal();
     if (!found) FailStep(step, Quoted(step.arguments[0]), "no refusal");
     if (*found != step.arguments[0]) FailStep(step, Quoted(step.arguments[0]), Quoted(*found));
 }
 
 void JournalPlayer::DoFormCheck(const JournalStep& step) const {
-    const std::string found = openForms.empty() ? "no form" : "the form " + openForms.back()->Name();
+    const std::string found = mOpenForms.empty() ? "no form" : "the form " + mOpenForms.back()->Name();
     if (step.kind == StepKind::ExpectNoForm) {
-        if (!openForms.empty()) FailStep(step, "no form", found);
+        if (!mOpenForms.empty()) FailStep(step, "no form", found);
         return;
     }
-    if (openForms.empty() || !EqualsIgnoreCase(openForms.back()->Name(), step.arguments[0]))
+    if (mOpenForms.empty() || !EqualsIgnoreCase(mOpenForms.back()->Name(), step.arguments[0]))
         FailStep(step, "the form " + step.arguments[0], found);
 }
 
 Form& JournalPlayer::TopForm(const JournalStep& step) const {
-    if (openForms.empty()) FailStep(step, "an open form", "none");
-    return *openForms.back();
+    if (mOpenForms.empty()) FailStep(step, "an open form", "none");
+    return *mOpenForms.back();
 }
 
 void JournalPlayer::TellUntakenAnswers() {
-    for (const QueuedAnswer& answer : dialogs.Untaken())
+    for (const QueuedAnswer& answer : mDialogs.Untaken())
         TellLooseEnd("line " + std::to_string(answer.line) + ": the answer " +
                      Quoted(answer.text.value_or("cancel")) + " was not asked for");
 }
 
 void JournalPlayer::TellLooseEnd(const std::string& text) {
-    ++looseEnds;
-    *world.transcript << text << '\n';
+    ++mLooseEnds;
+    *mWorld.transcript << text << '\n';
 }
 
 }  // namespace brenvik

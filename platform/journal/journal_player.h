@@ -57,12 +57,12 @@ class JournalPlayer {
     void Play();
     /// How many answers nobody has asked for, and forms that the end of the journal had to close: a journal
     /// that did what was meant has none. The transcript tells of each.
-    int LooseEnds() const { return looseEnds; }
+    int LooseEnds() const { return mLooseEnds; }
     /// Loads the form if need be and plays steps on it until it is unloaded. When the journal ends first,
     /// the form is asked to close, unloaded if it refuses, and the transcript says so.
     void PlayForm(Form& form);
     /// The line of the step that is being done; 0 ahead of the first.
-    std::size_t PresentLine() const { return next == 0 ? 0 : steps[next - 1].line; }
+    std::size_t PresentLine() const { return mNext == 0 ? 0 : mSteps[mNext - 1].line; }
 
   private:
     void PlayNext();
@@ -78,14 +78,14 @@ class JournalPlayer {
     void TellUntakenAnswers();
     void TellLooseEnd(const std::string& text);
 
-    std::vector<JournalStep> steps;
-    std::size_t next = 0;
-    int looseEnds = 0;
-    JournalDialogs& dialogs;
-    JournalWorld world;
-    std::vector<Form*> openForms;
+    std::vector<JournalStep> mSteps;
+    std::size_t mNext = 0;
+    int mLooseEnds = 0;
+    JournalDialogs& mDialogs;
+    JournalWorld mWorld;
+    std::vector<Form*> mOpenForms;
     /// The last line that typed something into a form and that nothing has taken yet.
-    std::map<const Form*, std::size_t> typed;
+    std::map<const Form*, std::size_t> mTyped;
 };
 
 }  // namespace brenvik

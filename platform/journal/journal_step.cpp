@@ -8,7 +8,7 @@ namespace brenvik {
 
 namespace {
 
-constexpr std::array stepForms{
+constexpr std::array StepForms{
     StepForm{StepKind::SelectAll, "select all"},
     StepForm{StepKind::SelectNone, "select none"},
     StepForm{StepKind::SelectHandles, "select HANDLE..."},
@@ -64,7 +64,7 @@ constexpr std::array stepForms{
     StepForm{StepKind::PrintControl, "print CONTROL"},
 };
 
-constexpr std::array<std::pair<std::string_view, std::string_view>, 17> argumentMeanings{{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 17> ArgumentMeanings{{
     {"HANDLE", "a handle (hexadecimal)"},
     {"METHOD", "the name of a command"},
     {"TEXT", "a text"},
@@ -86,10 +86,10 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 17> argument
 
 }  // namespace
 
-std::span<const StepForm> StepForms() { return stepForms; }
+std::span<const StepForm> StepForms() { return StepForms; }
 
 std::string_view ArgumentMeaning(std::string_view argument) {
-    for (const auto& [kind, meaning] : argumentMeanings)
+    for (const auto& [kind, meaning] : ArgumentMeanings)
         if (kind == argument) return meaning;
     return argument;
 }

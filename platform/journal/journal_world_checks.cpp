@@ -131,7 +131,7 @@ struct WorldCheck {
     void (*check)(const JournalStep&, const JournalWorld&);
 };
 
-constexpr std::array worldChecks{
+constexpr std::array WorldChecks{
     WorldCheck{StepKind::ExpectSetting, CheckSetting},
     WorldCheck{StepKind::ExpectSession, CheckSession},
     WorldCheck{StepKind::ExpectData, CheckData},
@@ -146,7 +146,7 @@ constexpr std::array worldChecks{
 }  // namespace
 
 void CheckWorld(const JournalStep& step, const JournalWorld& world) {
-    for (const auto& [kind, check] : worldChecks)
+    for (const auto& [kind, check] : WorldChecks)
         if (kind == step.kind) return check(step, world);
     InvariantBroken("every check of the world stands in the table");
 }

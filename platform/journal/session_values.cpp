@@ -37,7 +37,7 @@ std::string ColumnRelationText(const Session& session) {
 using TextMember = std::string Session::*;
 using FlagMember = bool Session::*;
 
-constexpr std::array<std::pair<std::string_view, TextMember>, 13> textMembers{{
+constexpr std::array<std::pair<std::string_view, TextMember>, 13> TextMembers{{
     {"InstallFolder", &Session::InstallFolder},
     {"ApplicationPath", &Session::ApplicationPath},
     {"ApplicationVersion", &Session::ApplicationVersion},
@@ -53,7 +53,7 @@ constexpr std::array<std::pair<std::string_view, TextMember>, 13> textMembers{{
     {"CurrentSQL", &Session::CurrentSQL},
 }};
 
-constexpr std::array<std::pair<std::string_view, FlagMember>, 4> flagMembers{{
+constexpr std::array<std::pair<std::string_view, FlagMember>, 4> FlagMembers{{
     {"ApplyBusy", &Session::ApplyBusy},
     {"SettingsEvent", &Session::SettingsEvent},
     {"MeasureNonSolids", &Session::MeasureNonSolids},
@@ -62,7 +62,7 @@ constexpr std::array<std::pair<std::string_view, FlagMember>, 4> flagMembers{{
 
 using Teller = std::string (*)(const Session&);
 
-constexpr std::array<std::pair<std::string_view, Teller>, 6> tellers{{
+constexpr std::array<std::pair<std::string_view, Teller>, 6> Tellers{{
     {"ExportTarget", [](const Session& session) { return std::to_string(session.ExportTarget); }},
     {"ReaderUseCount", [](const Session& session) { return std::to_string(session.ReaderUseCount); }},
     {"ColumnCaptions", [](const Session& session) { return Join(session.ColumnCaptions, "; "); }},
@@ -75,21 +75,21 @@ constexpr std::array<std::pair<std::string_view, Teller>, 6> tellers{{
 
 std::optional<std::string> SessionValueText(std::string_view name) {
     const Session& session = TheSession();
-    for (const auto& [known, member] : textMembers)
+    for (const auto& [known, member] : TextMembers)
         if (EqualsIgnoreCase(known, name)) return session.*member;
-    for (const auto& [known, member] : flagMembers)
+    for (const auto& [known, member] : FlagMembers)
         if (EqualsIgnoreCase(known, name)) return FromFlag(session.*member);
-    for (const auto& [known, tell] : tellers)
+    for (const auto& [known, tell] : Tellers)
         if (EqualsIgnoreCase(known, name)) return tell(session);
     return std::nullopt;
 }
 
 std::vector<std::string> SessionValueNames() {
     std::vector<std::string> names;
-    names.reserve(textMembers.size() + flagMembers.size() + tellers.size());
-    for (const auto& entry : textMembers) names.emplace_back(entry.first);
-    for (const auto& entry : flagMembers) names.emplace_back(entry.first);
-    for (const auto& entry : tellers) names.emplace_back(entry.first);
+    names.reserve(TextMembers.size() + FlagMembers.size() + Tellers.size());
+    for (const auto& entry : TextMembers) names.emplace_back(entry.first);
+    for (const auto& entry : FlagMembers) names.emplace_back(entry.first);
+    for (const auto& entry : Tellers) names.emplace_back(entry.first);
     return names;
 }
 

@@ -25,7 +25,7 @@ Failure DiagnosticOf(const Handle& handle, std::string_view detail) {
     const std::optional<Diagnostic> diagnostic =
         handle.Get() == nullptr ? std::nullopt : FirstDiagnostic(handle);
     if (!diagnostic)
-        return ExportFailure(failure_number::databaseUnavailable,
+        return ExportFailure(failure_number::DatabaseUnavailable,
                              "The database driver failed and gave no reason", std::string(detail));
     std::string where = diagnostic->state.empty() ? "" : "SQLSTATE " + diagnostic->state;
     if (!detail.empty()) where += (where.empty() ? "" : ": ") + std::string(detail);

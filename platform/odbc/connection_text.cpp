@@ -11,7 +11,7 @@
 namespace brenvik::odbc {
 namespace {
 
-constexpr std::string_view fileAttributeOfTheSystem = "Dbq";
+constexpr std::string_view FileAttributeOfTheSystem = "Dbq";
 
 // One piece of the string: `text` is all of it up to its semicolon, name and value are cut out of it. A piece
 // with no "=" has no name.
@@ -78,7 +78,7 @@ std::string ForDriver(std::string_view connectionString, const DriverEntry& driv
     std::string result;
     for (const Piece& piece : PiecesOf(connectionString)) {
         if (!result.empty()) result += ';';
-        if (!EqualsIgnoreCase(piece.name, fileAttributeOfTheSystem)) {
+        if (!EqualsIgnoreCase(piece.name, FileAttributeOfTheSystem)) {
             result += piece.text;
             continue;
         }

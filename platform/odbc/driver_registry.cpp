@@ -15,8 +15,8 @@ namespace brenvik::odbc {
 namespace {
 
 // Registrations are short; what doesn't fit in here is cut by the manager.
-constexpr std::size_t nameRoom = 512;
-constexpr std::size_t attributesRoom = 8192;
+constexpr std::size_t NameRoom = 512;
+constexpr std::size_t AttributesRoom = 8192;
 
 // The attributes come as "name=value" texts, each with a zero at its end, and an empty one at the end of all.
 Registration ReadAttributes(std::span<const SQLWCHAR> texts) {
@@ -40,16 +40,16 @@ Registration ReadAttributes(std::span<const SQLWCHAR> texts) {
 }  // namespace
 
 Registration RegistrationOf(const Handle& environment, std::string_view driverName) {
-    std::vector<SQLWCHAR> name(nameRoom);
-    std::vector<SQLWCHAR> attributes(attributesRoom);
+    std::vector<SQLWCHAR> name(NameRoom);
+    std::vector<SQLWCHAR> attributes(AttributesRoom);
     for (SQLUSMALLINT direction = SQL_FETCH_FIRST;; direction = SQL_FETCH_NEXT) {
         SQLSMALLINT nameLength = 0;
         SQLSMALLINT attributesLength = 0;
         std::fill(attributes.begin(), attributes.end(), SQLWCHAR{0});
-        const SQLRETURN result = SQLDriversW(environment.Get(), direction, name.data(), nameRoom, &nameLength,
-                                             attributes.data(), attributesRoom, &attributesLength);
+        const SQLRETURN result = SQLDriversW(environment.Get(), direction, name.data(), NameRoom, &nameLength,
+                                             attributes.data(), AttributesRoom, &attributesLength);
         if (!SQL_SUCCEEDED(result)) return {{}, std::string(driverName)};
-        const std::size_t length = std::min<std::size_t>(static_cast<std::size_t>(nameLength), nameRoom - 1);
+        const std::size_t length = std::min<std::size_t>(static_cast<std::size_t>(nameLength), NameRoom - 1);
         if (EqualsIgnoreCase(FromWide({name.data(), length}), driverName)) return ReadAttributes(attributes);
     }
 }

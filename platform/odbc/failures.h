@@ -17,12 +17,12 @@ inline Failure ExportFailure(long number, std::string description, std::string d
 
 /// The number for a diagnostic's SQLSTATE of five characters.
 inline long NumberOfState(std::string_view state) {
-    if (state == "28000") return failure_number::loginRefused;
-    if (state == "42S02") return failure_number::tableMissing;
-    if (state == "22018") return failure_number::wrongType;
-    if (state.starts_with("23")) return failure_number::constraintBroken;
-    if (state.starts_with("42")) return failure_number::statementRefused;
-    return failure_number::databaseUnavailable;
+    if (state == "28000") return failure_number::LoginRefused;
+    if (state == "42S02") return failure_number::TableMissing;
+    if (state == "22018") return failure_number::WrongType;
+    if (state.starts_with("23")) return failure_number::ConstraintBroken;
+    if (state.starts_with("42")) return failure_number::StatementRefused;
+    return failure_number::DatabaseUnavailable;
 }
 
 }  // namespace brenvik::odbc

@@ -17,7 +17,7 @@ struct TypeRow {
 
 // Dates have two numbers: 9 to 11 are those of the second release of ODBC, which drivers of that age still
 // give.
-constexpr std::array<TypeRow, 27> typeRows = {{
+constexpr std::array<TypeRow, 27> TypeRows = {{
     {SQL_CHAR, 129, 129, ValueForm::Text},
     {SQL_VARCHAR, 200, 200, ValueForm::Text},
     {SQL_LONGVARCHAR, 201, 201, ValueForm::Text},
@@ -47,19 +47,19 @@ constexpr std::array<TypeRow, 27> typeRows = {{
     {SQL_UNKNOWN_TYPE, 202, 202, ValueForm::Text},
 }};
 
-constexpr int adoMoney = 6;
+constexpr int AdoMoney = 6;
 
 const TypeRow& RowOf(SQLSMALLINT type) {
-    const auto* found = std::find_if(typeRows.begin(), typeRows.end(),
+    const auto* found = std::find_if(TypeRows.begin(), TypeRows.end(),
                                      [type](const TypeRow& row) { return row.type == type; });
-    return found == typeRows.end() ? typeRows.back() : *found;
+    return found == TypeRows.end() ? TypeRows.back() : *found;
 }
 
 }  // namespace
 
 int AdoTypeNumber(const ColumnType& column) {
     const bool isDecimal = column.type == SQL_DECIMAL || column.type == SQL_NUMERIC;
-    if (isDecimal && column.isMoney) return adoMoney;
+    if (isDecimal && column.isMoney) return AdoMoney;
     const TypeRow& row = RowOf(column.type);
     return column.isUnsigned ? row.unsignedNumber : row.number;
 }

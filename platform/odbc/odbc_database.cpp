@@ -22,8 +22,8 @@ using odbc::OdbcRecordset;
 using odbc::Session;
 
 // The places of the columns in the manager's list of tables, which every driver keeps.
-constexpr int tableNameColumn = 2;
-constexpr int tableTypeColumn = 3;
+constexpr int TableNameColumn = 2;
+constexpr int TableTypeColumn = 3;
 
 std::string RealPlace(const OdbcDatabase::PathResolver& resolve, std::string_view systemPath) {
     if (!resolve) return std::string(systemPath);
@@ -32,7 +32,7 @@ std::string RealPlace(const OdbcDatabase::PathResolver& resolve, std::string_vie
     std::string shown(text.begin(), text.end());
     std::error_code ignored;
     if (!std::filesystem::exists(place, ignored))
-        throw ExportFailure(failure_number::databaseUnavailable,
+        throw ExportFailure(failure_number::DatabaseUnavailable,
                             "The database " + shown + " can't be found: a file was expected");
     return shown;
 }
@@ -53,7 +53,7 @@ class OdbcConnection : public ExportConnection {
     void SetCursorLocation(CursorLocation) override {}
 
     void Open(std::string_view connectionString) override {
-        if (mSession) throw ExportFailure(failure_number::objectOpen, "The connection is open already");
+        if (mSession) throw ExportFailure(failure_number::ObjectOpen, "The connection is open already");
         odbc::Handle environment = odbc::NewEnvironment();
         const odbc::Registration driver =
             odbc::RegistrationOf(environment, odbc::AttributeValue(connectionString, "Driver"));
@@ -79,7 +79,7 @@ class OdbcConnection : public ExportConnection {
         const bool counted = SQL_SUCCEEDED(SQLRowCount(statement->Get(), &rows));
         if (counted && rows == 0 && StartsWithIgnoreCase(sql, "INSERT"))
             throw ExportFailure(
-                failure_number::statementRefused,
+                failure_number::StatementRefused,
                 "The database took no row for a statement of the export, expected one: " + std::string(sql));
     }
 
@@ -92,8 +92,8 @@ class OdbcConnection : public ExportConnection {
         OdbcRecordset tables(Opened().Tables(type));
         std::vector<std::string> names;
         for (; !tables.Eof(); tables.MoveNext()) {
-            const FieldValue name = tables.ValueAt(tableNameColumn);
-            const FieldValue listedType = tables.ValueAt(tableTypeColumn);
+            const FieldValue name = tables.ValueAt(TableNameColumn);
+            const FieldValue listedType = tables.ValueAt(TableTypeColumn);
             const auto* typeText = std::get_if<std::string>(&listedType);
             if (typeText != nullptr && !EqualsIgnoreCase(*typeText, type)) continue;
             if (const auto* text = std::get_if<std::string>(&name)) names.push_back(*text);
@@ -103,7 +103,7 @@ class OdbcConnection : public ExportConnection {
 
   private:
     Session& Opened() {
-        if (!mSession) throw ExportFailure(failure_number::objectClosed, "The connection is closed");
+        if (!mSession) throw ExportFailure(failure_number::ObjectClosed, "The connection is closed");
         return *mSession;
     }
 

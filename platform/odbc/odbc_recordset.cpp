@@ -55,12 +55,12 @@ void OdbcRecordset::Fetch() {
 
 void OdbcRecordset::RequireOpen() const {
     if (mStatement->Get() == nullptr)
-        throw ExportFailure(failure_number::objectClosed, "The connection of the record set is closed");
+        throw ExportFailure(failure_number::ObjectClosed, "The connection of the record set is closed");
 }
 
 const OdbcRecordset::Field& OdbcRecordset::RequireField(int index) const {
     if (index < 0 || index >= FieldCount())
-        throw ExportFailure(failure_number::noSuchField, "There is no field number " + std::to_string(index));
+        throw ExportFailure(failure_number::NoSuchField, "There is no field number " + std::to_string(index));
     return mFields[static_cast<std::size_t>(index)];
 }
 
@@ -70,7 +70,7 @@ bool OdbcRecordset::Eof() const {
 }
 
 void OdbcRecordset::MoveNext() {
-    if (Eof()) throw ExportFailure(failure_number::noCurrentRecord, "There is no record to move on from");
+    if (Eof()) throw ExportFailure(failure_number::NoCurrentRecord, "There is no record to move on from");
     Fetch();
 }
 
@@ -83,14 +83,14 @@ FieldValue OdbcRecordset::Value(std::string_view fieldName) const {
         return EqualsIgnoreCase(field.name, fieldName);
     });
     if (found == mFields.end())
-        throw ExportFailure(failure_number::noSuchField,
+        throw ExportFailure(failure_number::NoSuchField,
                             "There is no field named \"" + std::string(fieldName) + "\"");
     return ValueAt(static_cast<int>(found - mFields.begin()));
 }
 
 FieldValue OdbcRecordset::ValueAt(int index) const {
     RequireField(index);
-    if (Eof()) throw ExportFailure(failure_number::noCurrentRecord, "There is no current record");
+    if (Eof()) throw ExportFailure(failure_number::NoCurrentRecord, "There is no current record");
     const auto place = static_cast<std::size_t>(index);
     while (mRecord.size() <= place) {
         const auto column = static_cast<SQLUSMALLINT>(mRecord.size() + 1);

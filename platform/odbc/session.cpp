@@ -11,8 +11,8 @@ namespace {
 
 // How long a server may take, in seconds: the limits that ADO sets. A driver that can't watch the time says
 // so, and works without.
-constexpr std::uintptr_t loginSeconds = 15;
-constexpr std::uintptr_t statementSeconds = 30;
+constexpr std::uintptr_t LoginSeconds = 15;
+constexpr std::uintptr_t StatementSeconds = 30;
 
 // The manager takes a number in the place of a pointer.
 SQLPOINTER NumberValue(std::uintptr_t number) {
@@ -30,7 +30,7 @@ Handle NewEnvironment() {
 
 Session::Session(Handle environment, std::string_view connectionString, TextCalls calls)
     : mEnvironment(std::move(environment)), mConnection(SQL_HANDLE_DBC, mEnvironment, calls) {
-    SQLSetConnectAttrW(mConnection.Get(), SQL_ATTR_LOGIN_TIMEOUT, NumberValue(loginSeconds), 0);
+    SQLSetConnectAttrW(mConnection.Get(), SQL_ATTR_LOGIN_TIMEOUT, NumberValue(LoginSeconds), 0);
     Connect(mConnection, connectionString);
     mOpen = true;
 }
@@ -55,7 +55,7 @@ std::shared_ptr<Handle> Session::NewStatement() {
     std::erase_if(mStatements, [](const std::weak_ptr<Handle>& held) { return held.expired(); });
     auto statement = std::make_shared<Handle>(SQL_HANDLE_STMT, mConnection);
     mStatements.push_back(statement);
-    SQLSetStmtAttrW(statement->Get(), SQL_ATTR_QUERY_TIMEOUT, NumberValue(statementSeconds), 0);
+    SQLSetStmtAttrW(statement->Get(), SQL_ATTR_QUERY_TIMEOUT, NumberValue(StatementSeconds), 0);
     return statement;
 }
 

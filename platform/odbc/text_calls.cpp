@@ -71,7 +71,7 @@ template <typename Length>
 void RequireLength(std::string_view text, const char* what) {
     const std::size_t length = text.size();
     if (length > static_cast<std::size_t>(std::numeric_limits<Length>::max()))
-        throw ExportFailure(failure_number::databaseUnavailable,
+        throw ExportFailure(failure_number::DatabaseUnavailable,
                             std::string(what) + " has " + std::to_string(length) + " characters; at most " +
                                 std::to_string(std::numeric_limits<Length>::max()) + " were expected");
 }
@@ -132,7 +132,7 @@ void Connect(const Handle& connection, std::string_view connectionString) {
 
 void RunStatement(const Handle& statement, std::string_view sql) {
     if (sql.empty())
-        throw ExportFailure(failure_number::statementRefused,
+        throw ExportFailure(failure_number::StatementRefused,
                             "The statement is empty; a statement of SQL was expected");
     RequireLength<SQLINTEGER>(sql, "The statement");
     TextArgument text(sql);

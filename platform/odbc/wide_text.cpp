@@ -10,7 +10,7 @@ namespace {
 
 static_assert(sizeof(SQLWCHAR) == 2, "the driver manager's wide characters must be UTF-16");
 
-constexpr char32_t replacementCharacter = 0xFFFD;
+constexpr char32_t ReplacementCharacter = 0xFFFD;
 
 bool IsHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
 bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
@@ -43,7 +43,7 @@ std::string FromWide(std::span<const SQLWCHAR> text) {
             ++at;
             AppendUtf8(narrow, 0x10000 + ((unit - 0xD800) << 10) + (char32_t{text[at]} - 0xDC00));
         } else {
-            AppendUtf8(narrow, IsHighSurrogate(unit) || IsLowSurrogate(unit) ? replacementCharacter : unit);
+            AppendUtf8(narrow, IsHighSurrogate(unit) || IsLowSurrogate(unit) ? ReplacementCharacter : unit);
         }
     }
     return narrow;

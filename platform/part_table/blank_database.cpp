@@ -15,7 +15,7 @@ namespace brenvik::part_table {
 namespace {
 
 Failure CannotMake(const std::filesystem::path& file, const std::string& reason) {
-    return DatabaseFailure(failure_number::databaseUnavailable,
+    return DatabaseFailure(failure_number::DatabaseUnavailable,
                            "The part database " + Shown(file) + " can't be made: " + reason);
 }
 

@@ -8,7 +8,7 @@
 namespace brenvik::part_table {
 namespace {
 
-constexpr std::string_view knownProvider = "Microsoft.Jet.OLEDB.4.0";
+constexpr std::string_view KnownProvider = "Microsoft.Jet.OLEDB.4.0";
 
 // The end of the value that begins at `at`: a semicolon outside quotes, or the end of the text.
 std::size_t ValueEnd(std::string_view text, std::size_t at) {
@@ -19,7 +19,7 @@ std::size_t ValueEnd(std::string_view text, std::size_t at) {
             closing = text.find(text[first], closing + 2);
         if (closing == std::string_view::npos)
             throw DatabaseFailure(
-                failure_number::databaseUnavailable,
+                failure_number::DatabaseUnavailable,
                 "The connection string has a quoted value with no end: " + std::string(text));
         at = closing + 1;
     }
@@ -50,7 +50,7 @@ ConnectionString ParseConnectionString(std::string_view text) {
         if (semicolon < equals || equals == std::string_view::npos) {
             const std::size_t end = semicolon == std::string_view::npos ? text.size() : semicolon;
             if (!IsBlank(text.substr(at, end - at)))
-                throw DatabaseFailure(failure_number::databaseUnavailable,
+                throw DatabaseFailure(failure_number::DatabaseUnavailable,
                                       "The connection string has \"" + Trim(text.substr(at, end - at)) +
                                           "\" where an attribute name=value was expected");
             at = end + 1;
@@ -64,12 +64,12 @@ ConnectionString ParseConnectionString(std::string_view text) {
         if (EqualsIgnoreCase(name, "Mode")) result.readOnly = EqualsIgnoreCase(value, "Read");
         at = end + 1;
     }
-    if (!EqualsIgnoreCase(provider, knownProvider))
-        throw DatabaseFailure(failure_number::databaseUnavailable,
+    if (!EqualsIgnoreCase(provider, KnownProvider))
+        throw DatabaseFailure(failure_number::DatabaseUnavailable,
                               "Provider cannot be found: \"" + provider + "\" where " +
-                                  std::string(knownProvider) + " was expected");
+                                  std::string(KnownProvider) + " was expected");
     if (result.dataSource.empty())
-        throw DatabaseFailure(failure_number::databaseUnavailable,
+        throw DatabaseFailure(failure_number::DatabaseUnavailable,
                               "The connection string names no data source");
     return result;
 }

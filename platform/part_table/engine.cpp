@@ -16,7 +16,7 @@ namespace brenvik::part_table {
 namespace {
 
 // How long another program may hold the file before a statement gives up.
-constexpr int busyMilliseconds = 200;
+constexpr int BusyMilliseconds = 200;
 
 // Why the file can't be used, or nothing where the statement is at fault.
 const char* FileTrouble(int primaryCode) {
@@ -125,7 +125,7 @@ void Engine::LetGo() {
 }
 
 void Engine::Configure() {
-    sqlite3_busy_timeout(mHandle.get(), busyMilliseconds);
+    sqlite3_busy_timeout(mHandle.get(), BusyMilliseconds);
     // A text in double quotes that is no column must not pass for a value.
     sqlite3_db_config(mHandle.get(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(mHandle.get(), SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
@@ -155,17 +155,17 @@ void Engine::Fail(int code, std::string_view shown) {
     const int primary = code & 0xff;
     const std::string message = mHandle ? sqlite3_errmsg(mHandle.get()) : sqlite3_errstr(code);
     if (const char* trouble = FileTrouble(primary))
-        throw DatabaseFailure(failure_number::databaseUnavailable,
+        throw DatabaseFailure(failure_number::DatabaseUnavailable,
                               "The part database " + Shown(mFile) + " " + trouble + " (" + message + ")",
                               std::string(shown));
-    throw DatabaseFailure(failure_number::statementRefused, StatementTrouble(code, message),
+    throw DatabaseFailure(failure_number::StatementRefused, StatementTrouble(code, message),
                           std::string(shown));
 }
 
 // The grid's start, or another program, may put another file in the place of the one that is open. Statements
 // on either of them would be about a list that nobody asked for.
 void Engine::RequireSameFile() const {
-    if (mClosed) throw DatabaseFailure(failure_number::objectClosed, "The connection is closed");
+    if (mClosed) throw DatabaseFailure(failure_number::ObjectClosed, "The connection is closed");
     const std::optional<FileIdentity> present = IdentityOf(mFile);
     if (!present) throw Unavailable(mFile, "can't be found");
     if (present != mIdentity) throw Replaced(mFile);
@@ -180,7 +180,7 @@ Engine::Statement Engine::Prepare(const std::string& text, std::string_view show
     if (code != SQLITE_OK) Fail(code, shown);
     const std::string_view rest = tail;
     if (rest.find_first_not_of(" \t\r\n;") != std::string_view::npos)
-        throw DatabaseFailure(failure_number::statementRefused,
+        throw DatabaseFailure(failure_number::StatementRefused,
                               "Characters stand behind the end of the statement: " + Left(rest, 40),
                               std::string(shown));
     return statement;
@@ -197,7 +197,7 @@ void Engine::Run(std::string_view sql) {
     RequireSameFile();
     const Statement statement = Prepare(TranslateStatement(sql, false).text, sql);
     if (sqlite3_bind_parameter_count(statement.get()) > 0)
-        throw DatabaseFailure(failure_number::statementRefused, "The statement has a parameter with no value",
+        throw DatabaseFailure(failure_number::StatementRefused, "The statement has a parameter with no value",
                               std::string(sql));
     while (Step(statement.get(), sql)) {
     }
@@ -208,7 +208,7 @@ ResultTable Engine::Query(std::string_view sql) {
     const StatementText translated = TranslateStatement(sql, true);
     const Statement statement = Prepare(translated.text, sql);
     if (sqlite3_bind_parameter_count(statement.get()) > 0)
-        throw DatabaseFailure(failure_number::statementRefused, "The statement has a parameter with no value",
+        throw DatabaseFailure(failure_number::StatementRefused, "The statement has a parameter with no value",
                               std::string(sql));
     const int columns = sqlite3_column_count(statement.get());
     const int fields = translated.selectsTableRows ? columns - 1 : columns;
@@ -237,7 +237,7 @@ std::optional<FieldValue> Engine::UpdateRow(std::string_view column, const Field
                                             const FieldValue& identity) {
     RequireSameFile();
     const std::string name(column);
-    std::string text = "UPDATE " + std::string(tableName) + " SET [" + name + "] = ?1 WHERE rowid = ?2";
+    std::string text = "UPDATE " + std::string(TableName) + " SET [" + name + "] = ?1 WHERE rowid = ?2";
     if (!identityColumn.empty()) text += " AND [" + std::string(identityColumn) + "] IS ?3";
     text += " RETURNING [" + name + "]";
     sqlite3_stmt* statement = PreparedUpdate(text);
@@ -262,7 +262,7 @@ void Engine::Begin() {
 void Engine::Commit() {
     RequireSameFile();
     if (mTransactionDepth == 0)
-        throw DatabaseFailure(failure_number::noTransaction, "There is no transaction to commit");
+        throw DatabaseFailure(failure_number::NoTransaction, "There is no transaction to commit");
     // A full disk ends a transaction by itself.
     const bool ended = sqlite3_get_autocommit(mHandle.get()) != 0;
     if (ended) {
@@ -274,9 +274,9 @@ void Engine::Commit() {
 }
 
 void Engine::Rollback() {
-    if (mClosed) throw DatabaseFailure(failure_number::objectClosed, "The connection is closed");
+    if (mClosed) throw DatabaseFailure(failure_number::ObjectClosed, "The connection is closed");
     if (mTransactionDepth == 0)
-        throw DatabaseFailure(failure_number::noTransaction, "There is no transaction to roll back");
+        throw DatabaseFailure(failure_number::NoTransaction, "There is no transaction to roll back");
     if (sqlite3_get_autocommit(mHandle.get()) != 0) {
         mTransactionDepth = 0;
         return;

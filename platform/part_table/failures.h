@@ -23,7 +23,7 @@ inline std::string Shown(const std::filesystem::path& file) {
 
 /// A file that can't be used, with the reason: "can't be found".
 inline Failure Unavailable(const std::filesystem::path& file, const std::string& reason) {
-    return DatabaseFailure(failure_number::databaseUnavailable,
+    return DatabaseFailure(failure_number::DatabaseUnavailable,
                            "The part database " + Shown(file) + " " + reason);
 }
 

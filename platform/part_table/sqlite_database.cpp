@@ -20,7 +20,7 @@ using part_table::DatabaseFailure;
 using part_table::Engine;
 using part_table::ResultTable;
 
-constexpr std::string_view identityField = "bv_id";
+constexpr std::string_view IdentityField = "bv_id";
 
 // Keeps the whole result, so that no lock stays on the file while a person looks at the list.
 class TableRecordset : public Recordset {
@@ -40,7 +40,7 @@ class TableRecordset : public Recordset {
 
     void MoveNext() override {
         if (Eof())
-            throw DatabaseFailure(failure_number::noCurrentRecord, "There is no record to move on from");
+            throw DatabaseFailure(failure_number::NoCurrentRecord, "There is no record to move on from");
         ++mCurrent;
     }
 
@@ -64,7 +64,7 @@ class TableRecordset : public Recordset {
     FieldValue Value(int index) const override {
         RequireField(index);
         if (mCurrent >= mResult.recordCount)
-            throw DatabaseFailure(failure_number::noCurrentRecord, "There is no current record");
+            throw DatabaseFailure(failure_number::NoCurrentRecord, "There is no current record");
         return mResult.values[Place(mCurrent, index)];
     }
 
@@ -84,22 +84,22 @@ class TableRecordset : public Recordset {
         RequireRecord(record);
         if (!mResult.recordsAreTableRows)
             throw DatabaseFailure(
-                failure_number::notUpdatable,
+                failure_number::NotUpdatable,
                 "The record set can't be updated: its records are no rows of the part table");
         // Row numbers are used again after the table has been emptied; the identity tells the new row
         // from the old one.
         const auto identity =
             std::find_if(mResult.fieldNames.begin(), mResult.fieldNames.end(),
-                         [](const std::string& name) { return EqualsIgnoreCase(name, identityField); });
+                         [](const std::string& name) { return EqualsIgnoreCase(name, IdentityField); });
         const bool known = identity != mResult.fieldNames.end();
         const int identityIndex = known ? static_cast<int>(identity - mResult.fieldNames.begin()) : 0;
         const FieldValue identityValue = mResult.values[Place(record, identityIndex)];
         std::optional<FieldValue> stored =
             mEngine->UpdateRow(FieldName(index), value, mResult.rowNumbers[static_cast<std::size_t>(record)],
-                               known ? identityField : std::string_view(), identityValue);
+                               known ? IdentityField : std::string_view(), identityValue);
         if (!stored)
             throw DatabaseFailure(
-                failure_number::recordGone,
+                failure_number::RecordGone,
                 "The record can't be found in the part table any more; it was removed since the "
                 "list was read");
         mResult.values[Place(record, index)] = std::move(*stored);
@@ -112,18 +112,18 @@ class TableRecordset : public Recordset {
 
   private:
     void RequireOpen() const {
-        if (!mOpen) throw DatabaseFailure(failure_number::objectClosed, "The record set is closed");
+        if (!mOpen) throw DatabaseFailure(failure_number::ObjectClosed, "The record set is closed");
     }
 
     void RequireField(int index) const {
         if (index < 0 || index >= FieldCount())
-            throw DatabaseFailure(failure_number::noSuchField,
+            throw DatabaseFailure(failure_number::NoSuchField,
                                   "There is no field number " + std::to_string(index));
     }
 
     void RequireRecord(int record) const {
         if (record < 0 || record >= mResult.recordCount)
-            throw DatabaseFailure(failure_number::noCurrentRecord,
+            throw DatabaseFailure(failure_number::NoCurrentRecord,
                                   "There is no record number " + std::to_string(record));
     }
 
@@ -133,7 +133,7 @@ class TableRecordset : public Recordset {
             std::find_if(mResult.fieldNames.begin(), mResult.fieldNames.end(),
                          [&](const std::string& field) { return EqualsIgnoreCase(field, name); });
         if (found == mResult.fieldNames.end())
-            throw DatabaseFailure(failure_number::noSuchField,
+            throw DatabaseFailure(failure_number::NoSuchField,
                                   "There is no field named \"" + std::string(name) + "\"");
         return static_cast<int>(found - mResult.fieldNames.begin());
     }
@@ -161,7 +161,7 @@ class TableConnection : public Connection {
     TableConnection& operator=(const TableConnection&) = delete;
 
     void Open(std::string_view connectionString) override {
-        if (mEngine) throw DatabaseFailure(failure_number::objectOpen, "The connection is open already");
+        if (mEngine) throw DatabaseFailure(failure_number::ObjectOpen, "The connection is open already");
         const part_table::ConnectionString parsed = part_table::ParseConnectionString(connectionString);
         const std::filesystem::path file = mResolve(parsed.dataSource);
         std::shared_ptr<const void> claim = mClaims->Require(file);
@@ -194,7 +194,7 @@ class TableConnection : public Connection {
 
   private:
     Engine& Opened() {
-        if (!mEngine) throw DatabaseFailure(failure_number::objectClosed, "The connection is closed");
+        if (!mEngine) throw DatabaseFailure(failure_number::ObjectClosed, "The connection is closed");
         return *mEngine;
     }
 

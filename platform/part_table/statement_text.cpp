@@ -31,7 +31,7 @@ bool IsWordCharacter(char c) {
 }
 
 Failure Refused(const std::string& description, std::string_view sql) {
-    return DatabaseFailure(failure_number::statementRefused, "Syntax error: " + description,
+    return DatabaseFailure(failure_number::StatementRefused, "Syntax error: " + description,
                            std::string(sql));
 }
 
@@ -159,7 +159,7 @@ std::string_view BareName(const Token& token) {
 
 bool IsTableColumn(const Token& token) {
     return token.kind == TokenKind::Word &&
-           std::any_of(tableColumns.begin(), tableColumns.end(), [&](const TableColumn& column) {
+           std::any_of(TableColumns.begin(), TableColumns.end(), [&](const TableColumn& column) {
                return EqualsIgnoreCase(column.name, BareName(token));
            });
 }
@@ -180,7 +180,7 @@ std::optional<std::size_t> FromOfPlainSelect(const std::vector<Token>& tokens) {
     const std::size_t from = at;
     if (!IsWord(tokens[from], "from")) return std::nullopt;
     const std::size_t table = SkipBlanks(tokens, from + 1);
-    if (table >= tokens.size() || !EqualsIgnoreCase(BareName(tokens[table]), tableName)) return std::nullopt;
+    if (table >= tokens.size() || !EqualsIgnoreCase(BareName(tokens[table]), TableName)) return std::nullopt;
     const std::size_t behind = SkipBlanks(tokens, table + 1);
     if (behind < tokens.size() && !IsWord(tokens[behind], "where") && !IsWord(tokens[behind], "order"))
         return std::nullopt;

@@ -10,7 +10,7 @@ std::string ColumnDefinition(const TableColumn& column) {
         case ColumnKind::Number:
             return name + " REAL";
         case ColumnKind::Text: {
-            const std::string limit = std::to_string(textColumnCharacters);
+            const std::string limit = std::to_string(TextColumnCharacters);
             return name + " TEXT COLLATE NOCASE CONSTRAINT \"The column " + name + " holds " + limit +
                    " characters at most\" CHECK (length(" + name + ") <= " + limit + ")";
         }
@@ -22,12 +22,12 @@ std::string ColumnDefinition(const TableColumn& column) {
 
 std::string CreateTableStatement() {
     std::string columns;
-    for (const TableColumn& column : tableColumns) {
+    for (const TableColumn& column : TableColumns) {
         if (!columns.empty()) columns += ", ";
         columns += ColumnDefinition(column);
     }
     // A strict table refuses a text in a number column, where the engine would otherwise keep it as text.
-    return "CREATE TABLE " + std::string(tableName) + " (" + columns + ") STRICT";
+    return "CREATE TABLE " + std::string(TableName) + " (" + columns + ") STRICT";
 }
 
 }  // namespace brenvik::part_table

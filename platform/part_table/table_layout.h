@@ -7,10 +7,10 @@
 
 namespace brenvik::part_table {
 
-inline constexpr std::string_view tableName = "brenvik_data";
+inline constexpr std::string_view TableName = "brenvik_data";
 
 /// Characters that a text column holds.
-inline constexpr int textColumnCharacters = 255;
+inline constexpr int TextColumnCharacters = 255;
 
 enum class ColumnKind { Text, Number };
 
@@ -19,7 +19,7 @@ struct TableColumn {
     ColumnKind kind;
 };
 
-inline constexpr std::array<TableColumn, 26> tableColumns = {{
+inline constexpr std::array<TableColumn, 26> TableColumns = {{
     {"bv_id", ColumnKind::Text},          {"bv_qty", ColumnKind::Text},
     {"bv_partname", ColumnKind::Text},    {"bv_subassembly", ColumnKind::Text},
     {"bv_material", ColumnKind::Text},    {"bv_length", ColumnKind::Number},

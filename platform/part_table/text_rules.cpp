@@ -54,7 +54,7 @@ void Like(sqlite3_context* context, int, sqlite3_value** arguments) noexcept {
         const std::optional<std::string> pattern = ArgumentText(arguments[0]);
         const std::optional<std::string> text = ArgumentText(arguments[1]);
         if (!pattern || !text) return sqlite3_result_null(context);
-        sqlite3_result_int(context, MatchesWildcards(*text, *pattern, likeWildcards) ? 1 : 0);
+        sqlite3_result_int(context, MatchesWildcards(*text, *pattern, LikeWildcards) ? 1 : 0);
     } catch (const std::exception& error) {
         sqlite3_result_error(context, error.what(), -1);
     }

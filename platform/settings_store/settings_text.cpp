@@ -12,11 +12,11 @@
 namespace brenvik {
 namespace {
 
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view hexDigits = "0123456789abcdef";
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view HexDigits = "0123456789abcdef";
 
 Failure Damaged(const std::string& place, const std::string& expected) {
-    return Failure(invalidFileFormat, std::string(ownSource), place + ": " + expected);
+    return Failure(InvalidFileFormat, std::string(OwnSource), place + ": " + expected);
 }
 
 bool IsControl(char c) {
@@ -25,15 +25,15 @@ bool IsControl(char c) {
 }
 
 std::optional<int> HexDigit(char c) {
-    const std::size_t at = hexDigits.find(FoldLower(std::string_view(&c, 1)));
+    const std::size_t at = HexDigits.find(FoldLower(std::string_view(&c, 1)));
     return at == std::string_view::npos ? std::nullopt : std::optional(static_cast<int>(at));
 }
 
 void AppendByteEscape(std::string& text, char c) {
     const auto byte = static_cast<unsigned char>(c);
     text += "\\x";
-    text += hexDigits[byte >> 4];
-    text += hexDigits[byte & 15];
+    text += HexDigits[byte >> 4];
+    text += HexDigits[byte & 15];
 }
 
 std::string Escaped(std::string_view text, bool isName) {
@@ -171,10 +171,10 @@ SettingsText SettingsText::Parse(std::string_view content, std::string_view file
         std::string_view text = rest.substr(0, lineBreak);
         const std::string_view ending = rest.substr(lineBreak, feed + 1 - lineBreak);
         if (number == 1) settings.mLineBreak = ending;
-        const bool marked = number == 1 && text.starts_with(byteOrderMark);
-        if (marked) text.remove_prefix(byteOrderMark.size());
+        const bool marked = number == 1 && text.starts_with(ByteOrderMark);
+        if (marked) text.remove_prefix(ByteOrderMark.size());
         Line line = ReadLine(text, ending, place(number));
-        if (marked) line.raw = std::string(byteOrderMark) + line.raw;
+        if (marked) line.raw = std::string(ByteOrderMark) + line.raw;
         inSection = inSection || line.kind == LineKind::SectionHead;
         if (line.kind == LineKind::Value && !inSection)
             throw Damaged(place(number),

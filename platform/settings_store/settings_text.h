@@ -24,7 +24,7 @@
 namespace brenvik {
 
 /// The number of the failure for a settings file that can't be read.
-inline constexpr long invalidFileFormat = 321;
+inline constexpr long InvalidFileFormat = 321;
 
 /// A line of a settings file that isn't blank or a remark.
 struct SettingsFileLine {

@@ -11,7 +11,7 @@ std::string Joined(const std::string& description, const std::string& detail) {
 }
 
 Failure Own(long number, const char* description, std::string detail) {
-    return Failure(number, std::string(ownSource), description, std::move(detail));
+    return Failure(number, std::string(OwnSource), description, std::move(detail));
 }
 
 }  // namespace
@@ -24,71 +24,71 @@ Failure::Failure(long number, std::string source, std::string description, std::
       mDetail(std::move(detail)) {}
 
 Failure InvalidCall(std::string detail) {
-    return Own(failure_number::invalidCall, "Invalid procedure call or argument", std::move(detail));
+    return Own(failure_number::InvalidCall, "Invalid procedure call or argument", std::move(detail));
 }
 
-Failure Overflow(std::string detail) { return Own(failure_number::overflow, "Overflow", std::move(detail)); }
+Failure Overflow(std::string detail) { return Own(failure_number::Overflow, "Overflow", std::move(detail)); }
 
 Failure SubscriptOutOfRange(std::string detail) {
-    return Own(failure_number::subscriptOutOfRange, "Subscript out of range", std::move(detail));
+    return Own(failure_number::SubscriptOutOfRange, "Subscript out of range", std::move(detail));
 }
 
 Failure DivisionByZero(std::string detail) {
-    return Own(failure_number::divisionByZero, "Division by zero", std::move(detail));
+    return Own(failure_number::DivisionByZero, "Division by zero", std::move(detail));
 }
 
 Failure TypeMismatch(std::string detail) {
-    return Own(failure_number::typeMismatch, "Type mismatch", std::move(detail));
+    return Own(failure_number::TypeMismatch, "Type mismatch", std::move(detail));
 }
 
 Failure BadFileName(std::string detail) {
-    return Own(failure_number::badFileName, "Bad file name or number", std::move(detail));
+    return Own(failure_number::BadFileName, "Bad file name or number", std::move(detail));
 }
 
 Failure FileNotFound(std::string path) {
-    return Own(failure_number::fileNotFound, "File not found", std::move(path));
+    return Own(failure_number::FileNotFound, "File not found", std::move(path));
 }
 
 Failure FileAlreadyExists(std::string path) {
-    return Own(failure_number::fileAlreadyExists, "File already exists", std::move(path));
+    return Own(failure_number::FileAlreadyExists, "File already exists", std::move(path));
 }
 
-Failure DiskFull(std::string path) { return Own(failure_number::diskFull, "Disk full", std::move(path)); }
+Failure DiskFull(std::string path) { return Own(failure_number::DiskFull, "Disk full", std::move(path)); }
 
 Failure InputPastEnd(std::string path) {
-    return Own(failure_number::inputPastEnd, "Input past end of file", std::move(path));
+    return Own(failure_number::InputPastEnd, "Input past end of file", std::move(path));
 }
 
 Failure PermissionDenied(std::string path) {
-    return Own(failure_number::permissionDenied, "Permission denied", std::move(path));
+    return Own(failure_number::PermissionDenied, "Permission denied", std::move(path));
 }
 
 Failure PathAccess(std::string path) {
-    return Own(failure_number::pathAccess, "Path/File access error", std::move(path));
+    return Own(failure_number::PathAccess, "Path/File access error", std::move(path));
 }
 
 Failure PathNotFound(std::string path) {
-    return Own(failure_number::pathNotFound, "Path not found", std::move(path));
+    return Own(failure_number::PathNotFound, "Path not found", std::move(path));
 }
 
 Failure ObjectNotSet(std::string detail) {
-    return Own(failure_number::objectNotSet, "Object variable not set", std::move(detail));
+    return Own(failure_number::ObjectNotSet, "Object variable not set", std::move(detail));
 }
 
 Failure InvalidNull(std::string detail) {
-    return Own(failure_number::invalidNull, "Invalid use of Null", std::move(detail));
+    return Own(failure_number::InvalidNull, "Invalid use of Null", std::move(detail));
 }
 
 Failure ObjectRequired(std::string detail) {
-    return Own(failure_number::objectRequired, "Object required", std::move(detail));
+    return Own(failure_number::ObjectRequired, "Object required", std::move(detail));
 }
 
 Failure CannotCreateObject(std::string detail) {
-    return Own(failure_number::cannotCreateObject, "Can't create object", std::move(detail));
+    return Own(failure_number::CannotCreateObject, "Can't create object", std::move(detail));
 }
 
 Failure MethodNotAvailable(std::string detail) {
-    return Own(failure_number::methodNotAvailable, "Method not available", std::move(detail));
+    return Own(failure_number::MethodNotAvailable, "Method not available", std::move(detail));
 }
 
 }  // namespace brenvik

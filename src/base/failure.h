@@ -12,24 +12,24 @@ namespace brenvik {
 /// The numbers of the usual failures. Hosts and databases bring numbers of their own, so a
 /// Failure's number is not limited to these.
 namespace failure_number {
-inline constexpr long invalidCall = 5;
-inline constexpr long overflow = 6;
-inline constexpr long subscriptOutOfRange = 9;
-inline constexpr long divisionByZero = 11;
-inline constexpr long typeMismatch = 13;
-inline constexpr long badFileName = 52;
-inline constexpr long fileNotFound = 53;
-inline constexpr long fileAlreadyExists = 58;
-inline constexpr long diskFull = 61;
-inline constexpr long inputPastEnd = 62;
-inline constexpr long permissionDenied = 70;
-inline constexpr long pathAccess = 75;
-inline constexpr long pathNotFound = 76;
-inline constexpr long objectNotSet = 91;
-inline constexpr long invalidNull = 94;
-inline constexpr long objectRequired = 424;
-inline constexpr long cannotCreateObject = 429;
-inline constexpr long methodNotAvailable = 438;
+inline constexpr long InvalidCall = 5;
+inline constexpr long Overflow = 6;
+inline constexpr long SubscriptOutOfRange = 9;
+inline constexpr long DivisionByZero = 11;
+inline constexpr long TypeMismatch = 13;
+inline constexpr long BadFileName = 52;
+inline constexpr long FileNotFound = 53;
+inline constexpr long FileAlreadyExists = 58;
+inline constexpr long DiskFull = 61;
+inline constexpr long InputPastEnd = 62;
+inline constexpr long PermissionDenied = 70;
+inline constexpr long PathAccess = 75;
+inline constexpr long PathNotFound = 76;
+inline constexpr long ObjectNotSet = 91;
+inline constexpr long InvalidNull = 94;
+inline constexpr long ObjectRequired = 424;
+inline constexpr long CannotCreateObject = 429;
+inline constexpr long MethodNotAvailable = 438;
 }  // namespace failure_number
 
 /// A failure of the user's world, thrown by value.
@@ -53,7 +53,7 @@ class Failure : public std::runtime_error {
 };
 
 /// The source of failures that the system raises itself.
-inline constexpr std::string_view ownSource = "Brenvik";
+inline constexpr std::string_view OwnSource = "Brenvik";
 
 // The usual failures, source "Brenvik", each with its fixed description. `detail` names the case.
 // They return the failure, so that the throw stands where the reader looks for it.

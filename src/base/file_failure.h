@@ -9,7 +9,7 @@ namespace brenvik {
 /// A failure of the file system: its path is the detail.
 inline bool IsOfFileSystem(const Failure& failure) {
     const long number = failure.number();
-    return number >= failure_number::badFileName && number <= failure_number::pathNotFound;
+    return number >= failure_number::BadFileName && number <= failure_number::PathNotFound;
 }
 
 }  // namespace brenvik

@@ -19,7 +19,7 @@ struct CaseRun {
     std::int32_t toLower;
 };
 
-constexpr CaseRun caseRuns[] = {
+constexpr CaseRun CaseRuns[] = {
     // Latin-1
     {0x00C0, 0x00D6, 1, 32},
     {0x00D8, 0x00DE, 1, 32},
@@ -96,7 +96,7 @@ struct CaseTables {
 const CaseTables& Tables() {
     static const CaseTables tables = [] {
         CaseTables made;
-        for (const CaseRun& run : caseRuns) {
+        for (const CaseRun& run : CaseRuns) {
             for (char32_t upper = run.first; upper <= run.last; upper += run.step) {
                 const auto lower = static_cast<char32_t>(static_cast<std::int32_t>(upper) + run.toLower);
                 made.toLower.emplace(upper, lower);

@@ -105,7 +105,7 @@ ScannedNumber ScanNumber(std::string_view text) {
 }
 
 // Powers of ten that a double holds exactly.
-constexpr std::array<double, 23> exactPowersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+constexpr std::array<double, 23> ExactPowersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                      1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                                      1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
@@ -174,11 +174,11 @@ double RoundByDigits(double magnitude, int decimals) {
 }
 
 double RoundMagnitude(double magnitude, int decimals) {
-    if (static_cast<std::size_t>(decimals) >= exactPowersOfTen.size()) {
+    if (static_cast<std::size_t>(decimals) >= ExactPowersOfTen.size()) {
         const std::optional<double> even = EvenOfHalf(magnitude, decimals);
         return even ? *even : RoundByDigits(magnitude, decimals);
     }
-    const double power = exactPowersOfTen[static_cast<std::size_t>(decimals)];
+    const double power = ExactPowersOfTen[static_cast<std::size_t>(decimals)];
     const double product = magnitude * power;
     // From 2^53 on neighbouring doubles are further apart than the places asked for.
     if (product >= 0x1p53) return magnitude;

@@ -6,7 +6,7 @@
 namespace brenvik {
 namespace {
 
-constexpr char32_t highestCodePoint = 0x10FFFF;
+constexpr char32_t HighestCodePoint = 0x10FFFF;
 
 bool IsSurrogate(char32_t codePoint) { return codePoint >= 0xD800 && codePoint <= 0xDFFF; }
 
@@ -39,7 +39,7 @@ Utf8Character Utf8CharacterAt(std::string_view text, std::size_t at) {
         if ((next & 0xC0) != 0x80) return damaged;
         codePoint = (codePoint << 6) | (next & 0x3FU);
     }
-    if (codePoint < first.smallest || codePoint > highestCodePoint || IsSurrogate(codePoint)) return damaged;
+    if (codePoint < first.smallest || codePoint > HighestCodePoint || IsSurrogate(codePoint)) return damaged;
     return {codePoint, first.length, true};
 }
 
@@ -52,7 +52,7 @@ std::string OtherEncodingOf(std::string_view content) {
 }
 
 void AppendUtf8(std::string& text, char32_t codePoint) {
-    Invariant(codePoint <= highestCodePoint && !IsSurrogate(codePoint), "a code point can be encoded");
+    Invariant(codePoint <= HighestCodePoint && !IsSurrogate(codePoint), "a code point can be encoded");
     const auto append = [&text](char32_t bits) {
         text += static_cast<char>(static_cast<unsigned char>(bits));
     };

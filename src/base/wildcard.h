@@ -11,8 +11,8 @@ struct Wildcards {
     char anyOne;  ///< exactly one character
 };
 
-inline constexpr Wildcards fileWildcards = {'*', '?'};
-inline constexpr Wildcards likeWildcards = {'%', '_'};
+inline constexpr Wildcards FileWildcards = {'*', '?'};
+inline constexpr Wildcards LikeWildcards = {'%', '_'};
 
 /// Whether the whole text fits the pattern, the case of Latin letters ignored. Takes time in proportion to
 /// the product of the lengths at worst.

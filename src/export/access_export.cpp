@@ -87,7 +87,7 @@ std::string AccessConnectionString(std::string_view path, std::string_view passw
 std::unique_ptr<ExportConnection> NewExportConnection() {
     ExportDatabasePort* databases = ThePlatform().exportDatabases;
     if (databases == nullptr)
-        throw Failure(failure_number::cannotCreateObject, std::string(ownSource),
+        throw Failure(failure_number::CannotCreateObject, std::string(OwnSource),
                       "This build can't reach other databases: it has no ODBC");
     return databases->CreateConnection();
 }

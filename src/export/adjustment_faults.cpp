@@ -54,37 +54,37 @@ class FileLook {
 
     /// The end of a section, at the next one or at the file's end.
     void AtEnd() {
-        if (inSection && isRead && !hasAmount)
-            Tell(headerLine, "the adjustment " + header +
-                                 " has no amount, expected l=, w= or t= with a number; it changes nothing");
+        if (mInSection && mIsRead && !mHasAmount)
+            Tell(mHeaderLine, "the adjustment " + mHeader +
+                                  " has no amount, expected l=, w= or t= with a number; it changes nothing");
     }
 
     std::vector<AdjustmentFault> faults;
 
   private:
     void AtHeader(std::size_t number, const std::string& line) {
-        const bool isRepeated = inSection && EqualsIgnoreCase(line, header);
+        const bool isRepeated = mInSection && EqualsIgnoreCase(line, mHeader);
         if (!isRepeated) {
             AtEnd();
-            hasAmount = false;
+            mHasAmount = false;
         }
-        isRead = !isRepeated;
-        if (!isRead)
-            Tell(number, "the adjustment " + line + " stands in line " + std::to_string(headerLine) +
+        mIsRead = !isRepeated;
+        if (!mIsRead)
+            Tell(number, "the adjustment " + line + " stands in line " + std::to_string(mHeaderLine) +
                              " already; the lines below it here are not read");
         else if (!line.ends_with(']'))
             Tell(number, "expected \"]\" at the end of the name, found " + InQuotes(line));
-        if (isRead) headerLine = number;
-        header = line;
-        inSection = true;
-        keys.clear();
+        if (mIsRead) mHeaderLine = number;
+        mHeader = line;
+        mInSection = true;
+        mKeys.clear();
     }
 
     void AtValue(std::size_t number, const std::string& line) {
-        if (!inSection)
+        if (!mInSection)
             return Tell(number, "expected the name of an adjustment in square brackets ahead of it, found " +
                                     InQuotes(line));
-        if (!isRead) return;
+        if (!mIsRead) return;
         const HeadAndTail halves = SplitAtFirst(line, '=');
         if (!halves.found)
             return Tell(number, "expected KEY=VALUE, found " + InQuotes(line) + "; it is not read");
@@ -92,11 +92,11 @@ class FileLook {
         if (!IsAmount(halves.head) && field.empty())
             return Tell(number, "expected one of " + KnownKeys() + " before the \"=\", found " +
                                     InQuotes(halves.head) + "; parts aren't asked for it");
-        if (const auto [first, isNew] = keys.try_emplace(halves.head, number); !isNew)
+        if (const auto [first, isNew] = mKeys.try_emplace(halves.head, number); !isNew)
             return Tell(number, InQuotes(halves.head) + " stands in line " + std::to_string(first->second) +
                                     " already, found it again with " + InQuotes(halves.tail));
         // One that is none is told by itself.
-        hasAmount = hasAmount || (IsAmount(halves.head) && !halves.tail.empty());
+        mHasAmount = mHasAmount || (IsAmount(halves.head) && !halves.tail.empty());
         const std::string fault =
             IsAmount(halves.head) ? AmountFault(halves.tail) : CriterionFault(field, halves.tail);
         if (!fault.empty()) Tell(number, halves.head + ": " + fault);
@@ -104,11 +104,11 @@ class FileLook {
 
     void Tell(std::size_t number, std::string text) { faults.push_back({number, std::move(text)}); }
 
-    bool inSection = false, isRead = false, hasAmount = false;
-    std::string header;
-    std::size_t headerLine = 0;
+    bool mInSection = false, mIsRead = false, mHasAmount = false;
+    std::string mHeader;
+    std::size_t mHeaderLine = 0;
     /// Of the present section, with their lines.
-    std::map<std::string, std::size_t, LessIgnoreCase> keys;
+    std::map<std::string, std::size_t, LessIgnoreCase> mKeys;
 };
 
 }  // namespace

@@ -119,41 +119,41 @@ AdjustmentRules::AdjustmentRules(std::span<const AdjustmentSection> sections) {
                 rule.criteria.push_back({PlaceOf(field), Comparable(halves.tail)});
         }
         rule.amounts = {Amount(lines, "L"), Amount(lines, "W"), Amount(lines, "T")};
-        rules.push_back(std::move(rule));
+        mRules.push_back(std::move(rule));
     }
 }
 
 std::size_t AdjustmentRules::PlaceOf(const std::string& field) {
     const auto known =
-        std::ranges::find_if(fields, [&](const std::string& each) { return EqualsIgnoreCase(each, field); });
-    const auto place = static_cast<std::size_t>(known - fields.begin());
-    if (known == fields.end()) fields.push_back(field);
+        std::ranges::find_if(mFields, [&](const std::string& each) { return EqualsIgnoreCase(each, field); });
+    const auto place = static_cast<std::size_t>(known - mFields.begin());
+    if (known == mFields.end()) mFields.push_back(field);
     return place;
 }
 
 AdjustmentRules::FieldTexts AdjustmentRules::TextsOf(const Recordset& records) const {
-    FieldTexts texts(fields.size());
+    FieldTexts texts(mFields.size());
     for (int field = 0; field < records.FieldCount(); ++field) {
         const std::string name = records.FieldName(field);
-        for (std::size_t place = 0; place < fields.size(); ++place)
-            if (!texts[place] && EqualsIgnoreCase(fields[place], name))
+        for (std::size_t place = 0; place < mFields.size(); ++place)
+            if (!texts[place] && EqualsIgnoreCase(mFields[place], name))
                 texts[place] = Comparable(ValueText(records.Value(field)));
     }
     return texts;
 }
 
 SizeAdjustment AdjustmentRules::For(const Recordset& records) const {
-    const FieldTexts texts = fields.empty() ? FieldTexts() : TextsOf(records);
-    for (std::size_t place = 0; place < fields.size(); ++place)
+    const FieldTexts texts = mFields.empty() ? FieldTexts() : TextsOf(records);
+    for (std::size_t place = 0; place < mFields.size(); ++place)
         if (!texts[place])
-            NoteExportTrouble("the list has no column " + CaptionForColumn(fields[place]) +
+            NoteExportTrouble("the list has no column " + CaptionForColumn(mFields[place]) +
                               ", so the adjustments apply whatever they ask of it");
     const auto contradicts = [&texts](const Criterion& criterion) {
         const std::optional<std::string>& text = texts[criterion.field];
         return text && *text != criterion.value;
     };
     SizeAdjustment sum;
-    for (const Rule& rule : rules) {
+    for (const Rule& rule : mRules) {
         if (std::ranges::any_of(rule.criteria, contradicts)) continue;
         sum.length += rule.amounts.length;
         sum.width += rule.amounts.width;

@@ -68,8 +68,8 @@ class AdjustmentRules {
     std::size_t PlaceOf(const std::string& field);
     FieldTexts TextsOf(const Recordset& records) const;
 
-    std::vector<std::string> fields;  ///< The fields that criteria name, each once.
-    std::vector<Rule> rules;
+    std::vector<std::string> mFields;  ///< The fields that criteria name, each once.
+    std::vector<Rule> mRules;
 };
 
 // The file, its keys, and where it lies.

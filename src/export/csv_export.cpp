@@ -78,7 +78,7 @@ void RequireListPlace(const std::string& path, const std::string& adjustmentPath
     FilesPort& files = *ThePlatform().files;
     if (files.PlaceOf(path) == files.PlaceOf(adjustmentPath))
         throw Failure(
-            failure_number::pathAccess, std::string(ownSource),
+            failure_number::PathAccess, std::string(OwnSource),
             path +
                 ": expected a file of its own for the output, found the adjustment file; nothing was "
                 "written");

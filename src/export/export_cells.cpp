@@ -70,11 +70,11 @@ std::string ThicknessMaterialText(std::string_view caption, double thickness, st
 }
 
 LineMaker::LineMaker(std::span<const std::string> columnNames, ColumnSource source, bool asFractions)
-    : fractions(asFractions) {
+    : mFractions(asFractions) {
     for (const std::string& name : columnNames) {
-        columns.push_back(ColumnOf(name, source));
-        columns.back().name = name;
-        if (columns.back().kind == Kind::Unknown) unknownNames.push_back(name);
+        mColumns.push_back(ColumnOf(name, source));
+        mColumns.back().name = name;
+        if (mColumns.back().kind == Kind::Unknown) mUnknownNames.push_back(name);
     }
 }
 
@@ -97,7 +97,7 @@ std::string LineMaker::JoinedSizes(std::string_view order, const Recordset& reco
     for (const char letter : order) {
         const double value =
             AdjustedSize(*std::ranges::find(SizeFields, letter, &SizeField::letter), records, adjustment);
-        sizes.push_back(fractions ? ClosestFraction(value, false) : NumberToText(value));
+        sizes.push_back(mFractions ? ClosestFraction(value, false) : NumberToText(value));
     }
     return Join(sizes, " x ");
 }
@@ -113,7 +113,7 @@ std::string LineMaker::Cell(const Column& column, const Recordset& records,
         case Kind::JoinedSizes:
             return JoinedSizes(column.text, records, adjustment);
         case Kind::Size:
-            return SizeText(AdjustedSize(*FindSize(column.field), records, adjustment), fractions);
+            return SizeText(AdjustedSize(*FindSize(column.field), records, adjustment), mFractions);
         case Kind::Value:
             return ValueText(records.Value(column.field));
         case Kind::Unknown:
@@ -124,11 +124,11 @@ std::string LineMaker::Cell(const Column& column, const Recordset& records,
 
 std::string LineMaker::Line(const Recordset& records, const SizeAdjustment& adjustment) const {
     std::vector<std::string> cells;
-    for (const Column& column : columns) {
+    for (const Column& column : mColumns) {
         if (column.kind == Kind::Unknown) continue;
         std::string cell;
         const auto failure = Attempt([&] { cell = Cell(column, records, adjustment); });
-        if (failure && failure->number() == failure_number::overflow)
+        if (failure && failure->number() == failure_number::Overflow)
             NoteExportTrouble("a size of the list can't be written (" + std::string(failure->what()) +
                               "), so its cell is empty");
         cells.push_back(std::move(cell));
@@ -146,12 +146,12 @@ std::vector<LineMaker::LostSize> LineMaker::LostSizes(const Recordset& records,
         const std::string_view column = FindPartColumn(field.field)->caption;
         if (std::ranges::find(lost, column, &LostSize::column) == lost.end()) lost.push_back({column, size});
     };
-    for (const Column& column : columns) {
-        if (column.kind == Kind::Size) look(*FindSize(column.field), fractions);
+    for (const Column& column : mColumns) {
+        if (column.kind == Kind::Size) look(*FindSize(column.field), mFractions);
         if (column.kind == Kind::ThicknessMaterial)
             look(SizeFields[2], column.text == ThicknessMaterialImperial);
         if (column.kind == Kind::JoinedSizes)
-            for (const SizeField& field : SizeFields) look(field, fractions);
+            for (const SizeField& field : SizeFields) look(field, mFractions);
     }
     return lost;
 }
@@ -159,7 +159,7 @@ std::vector<LineMaker::LostSize> LineMaker::LostSizes(const Recordset& records,
 std::vector<LineMaker::ShiftingCell> LineMaker::ShiftingCells(const Recordset& records,
                                                               const SizeAdjustment& adjustment) const {
     std::vector<ShiftingCell> cells;
-    for (const Column& column : columns) {
+    for (const Column& column : mColumns) {
         std::string cell;
         Skip([&] { cell = Cell(column, records, adjustment); });
         if (cell.find_first_of(",\"\r\n") != std::string::npos)

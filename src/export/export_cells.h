@@ -52,7 +52,7 @@ class LineMaker {
     /// Those of this line, each once.
     std::vector<LostSize> LostSizes(const Recordset& records, const SizeAdjustment& adjustment) const;
     /// The names that stand for no column.
-    const std::vector<std::string>& UnknownNames() const { return unknownNames; }
+    const std::vector<std::string>& UnknownNames() const { return mUnknownNames; }
 
   private:
     enum class Kind { Fixed, ThicknessMaterial, JoinedSizes, Size, Value, Unknown };
@@ -67,9 +67,9 @@ class LineMaker {
     std::string JoinedSizes(std::string_view order, const Recordset& records,
                             const SizeAdjustment& adjustment) const;
 
-    std::vector<Column> columns;
-    std::vector<std::string> unknownNames;
-    bool fractions;
+    std::vector<Column> mColumns;
+    std::vector<std::string> mUnknownNames;
+    bool mFractions;
 };
 
 /// Notes a part whose sizes the export loses: a size of nothing is no board, and its cell may be blank.

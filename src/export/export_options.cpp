@@ -22,7 +22,7 @@ namespace brenvik {
 namespace {
 
 [[noreturn]] void Refuse(std::string_view option, const std::string& complaint) {
-    throw Failure(failure_number::invalidCall, std::string(ownSource),
+    throw Failure(failure_number::InvalidCall, std::string(OwnSource),
                   std::string(option) + ": " + complaint);
 }
 

@@ -265,14 +265,14 @@ void frmExport::ModifyAdjustments() {
 }
 
 void frmExport::OnResize() {
-    if (resizing || minimized || height >= FrameHeight) return;
-    resizing = true;
+    if (mResizing || minimized || height >= FrameHeight) return;
+    mResizing = true;
     // The frames need their height; what the screen doesn't have, the form gives up, and moves up before
     // that.
     const double screenHeight = ThePlatform().dialogs->Screen().height;
     height = std::min(FrameHeight, screenHeight);
     top = std::clamp(top, 0.0, screenHeight - height);
-    resizing = false;
+    mResizing = false;
 }
 
 void ShowExportDialog(frmMain& form) {

@@ -34,7 +34,7 @@ class frmExport : public Form {
 
     /// Chooses a profile by name, as a click in `cboProfileName` does. Returns false when it isn't there.
     bool ChooseProfile(std::string_view profileName);
-    std::span<const ExportProfile> Profiles() const { return profiles; }
+    std::span<const ExportProfile> Profiles() const { return mProfiles; }
     /// What an export by the columns on screen has to tell of them, each with its place where it comes from
     /// the file of the chosen profile: faults of the profile, and names that stand for no column.
     void NoteProfileTroubles(std::span<const std::string> unknownNames) const;
@@ -118,8 +118,8 @@ class frmExport : public Form {
     void RemoveMapping();
     void CheckSqlServer();
 
-    std::vector<ExportProfile> profiles;
-    bool resizing = false;
+    std::vector<ExportProfile> mProfiles;
+    bool mResizing = false;
 };
 
 /// The dialog as the grid opens it: modal, and the grid form unloads itself when a CNC target was chosen in

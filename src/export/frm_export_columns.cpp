@@ -25,13 +25,13 @@ bool Holds(const ListControl& list, std::string_view text) {
 }  // namespace
 
 void frmExport::ReadProfiles(std::string_view file) {
-    profiles.clear();
+    mProfiles.clear();
     cboProfileName.Clear();
     Skip([&] {
         const FileLines read = ReadFileLines(ApplicationFolder() + std::string(file));
-        profiles = ParseProfiles(read.lines, read.guessed);
+        mProfiles = ParseProfiles(read.lines, read.guessed);
     });
-    for (const ExportProfile& profile : profiles) cboProfileName.AddItem(profile.name);
+    for (const ExportProfile& profile : mProfiles) cboProfileName.AddItem(profile.name);
 }
 
 void frmExport::LoadProfiles() { ReadProfiles(CsvProfileFile); }
@@ -48,19 +48,19 @@ bool frmExport::ChooseProfile(std::string_view profileName) {
 
 void frmExport::ProfileChosen() {
     lstExportColumns.Clear();
-    const ExportProfile* profile = FindProfile(profiles, cboProfileName.Text());
+    const ExportProfile* profile = FindProfile(mProfiles, cboProfileName.Text());
     if (profile == nullptr) return;
     for (const std::string& column : Split(profile->columns, ',')) lstExportColumns.AddItem(column);
 }
 
 const ExportProfile* frmExport::ShownProfile() const {
-    if (const ExportProfile* chosen = FindProfile(profiles, cboProfileName.Text())) return chosen;
+    if (const ExportProfile* chosen = FindProfile(mProfiles, cboProfileName.Text())) return chosen;
     // A hand-over reads the profiles anew, which forgets the choice but not the columns.
     const auto& names = lstExportColumns.Items();
-    const auto found = std::ranges::find_if(profiles, [&names](const ExportProfile& profile) {
+    const auto found = std::ranges::find_if(mProfiles, [&names](const ExportProfile& profile) {
         return !names.empty() && Split(profile.columns, ',') == names;
     });
-    return found == profiles.end() ? nullptr : &*found;
+    return found == mProfiles.end() ? nullptr : &*found;
 }
 
 void frmExport::NoteProfileTroubles(std::span<const std::string> unknownNames) const {

@@ -9,7 +9,7 @@
 namespace brenvik {
 
 Control::Control(ControlKind controlKind, std::string controlName, std::string initialText)
-    : text(std::move(initialText)), kind(controlKind), name(std::move(controlName)) {}
+    : text(std::move(initialText)), mKind(controlKind), mName(std::move(controlName)) {}
 
 void Control::SetText(std::string_view newText) {
     if (text == newText) return;
@@ -21,42 +21,42 @@ void Control::Press() {
     if (enabled && onClick) onClick();
 }
 
-void Control::KeepDesign() { design = {text, tag, enabled, visible}; }
+void Control::KeepDesign() { mDesign = {text, tag, enabled, visible}; }
 
 void Control::RestoreDesign() {
-    text = design.text;
-    tag = design.tag;
-    enabled = design.enabled;
-    visible = design.visible;
+    text = mDesign.text;
+    tag = mDesign.tag;
+    enabled = mDesign.enabled;
+    visible = mDesign.visible;
 }
 
 CheckControl::CheckControl(ControlKind controlKind, std::string controlName, std::string caption,
                            std::string groupName)
-    : Control(controlKind, std::move(controlName), std::move(caption)), group(std::move(groupName)) {}
+    : Control(controlKind, std::move(controlName), std::move(caption)), mGroup(std::move(groupName)) {}
 
 void CheckControl::SetValue(int newValue) {
     const int normalised = newValue == 0 ? 0 : 1;
-    if (value == normalised) return;
-    value = normalised;
+    if (mValue == normalised) return;
+    mValue = normalised;
     const bool isOption = Kind() == ControlKind::OptionButton;
-    if (isOption && value == 0) return;
+    if (isOption && mValue == 0) return;
     if (isOption && excludeOthers) excludeOthers(*this);
     if (onClick) onClick();
 }
 
 void CheckControl::Press() {
     if (!enabled) return;
-    SetValue(Kind() == ControlKind::OptionButton ? 1 : 1 - value);
+    SetValue(Kind() == ControlKind::OptionButton ? 1 : 1 - mValue);
 }
 
 void CheckControl::KeepDesign() {
     Control::KeepDesign();
-    designValue = value;
+    mDesignValue = mValue;
 }
 
 void CheckControl::RestoreDesign() {
     Control::RestoreDesign();
-    value = designValue;
+    mValue = mDesignValue;
 }
 
 ListViewControl::ListViewControl(std::string controlName, std::vector<std::string> headers)
@@ -74,13 +74,13 @@ TabStripControl::TabStripControl(std::string controlName, std::vector<std::strin
 void TabStripControl::SetSelectedTab(int index) {
     if (index < 0 || index >= static_cast<int>(captions.size()))
         throw Failure(381, Name(), "Invalid property array index", std::to_string(index));
-    selectedTab = index;
+    mSelectedTab = index;
     if (onClick) onClick();
 }
 
 void TabStripControl::RestoreDesign() {
     Control::RestoreDesign();
-    selectedTab = 0;
+    mSelectedTab = 0;
 }
 
 ToolbarControl::ToolbarControl(std::string controlName, std::vector<Key> toolbarKeys)

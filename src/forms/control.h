@@ -39,8 +39,8 @@ class Control {
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
 
-    ControlKind Kind() const { return kind; }
-    const std::string& Name() const { return name; }
+    ControlKind Kind() const { return mKind; }
+    const std::string& Name() const { return mName; }
 
     /// Caption, or the text of a text box or of a combo box's edit field.
     virtual std::string Text() const { return text; }
@@ -70,21 +70,21 @@ class Control {
         std::string text, tag;
         bool enabled = true, visible = true;
     };
-    ControlKind kind;
-    std::string name;
-    Design design;
+    ControlKind mKind;
+    std::string mName;
+    Design mDesign;
 };
 
 /// A tick box or an option button: 0 or 1. Option buttons of one form and one `group` exclude each other.
 class CheckControl : public Control {
   public:
     CheckControl(ControlKind kind, std::string name, std::string caption, std::string group = {});
-    int Value() const { return value; }
+    int Value() const { return mValue; }
     /// A changed value runs `onClick`, but for an option button that goes off. Any value but 0 counts as 1.
     void SetValue(int newValue);
     /// The user's click: a tick box turns over, an option button goes on.
     void Press() override;
-    const std::string& Group() const { return group; }
+    const std::string& Group() const { return mGroup; }
     /// Set by the form for option buttons: switches the others of the group off, without a click.
     std::function<void(CheckControl&)> excludeOthers;
     void KeepDesign() override;
@@ -92,24 +92,24 @@ class CheckControl : public Control {
 
   private:
     friend class Form;
-    int value = 0;
-    int designValue = 0;
-    std::string group;
+    int mValue = 0;
+    int mDesignValue = 0;
+    std::string mGroup;
 };
 
 /// A list box or a combo box. `ListIndex` is -1 when nothing is chosen.
 class ListControl : public Control {
   public:
     ListControl(ControlKind kind, std::string name, bool multiSelect = false);
-    const std::vector<std::string>& Items() const { return items; }
-    int ListCount() const { return static_cast<int>(items.size()); }
+    const std::vector<std::string>& Items() const { return mItems; }
+    int ListCount() const { return static_cast<int>(mItems.size()); }
     void AddItem(std::string_view item);
     /// Later items move up, and so does a selection behind the place; the removed item's selection goes.
     /// Fails outside the list with 381, as the other operations by place do.
     void RemoveItem(int index);
     void SetItem(int index, std::string_view item);
     void Clear();
-    int ListIndex() const { return listIndex; }
+    int ListIndex() const { return mListIndex; }
     /// Chooses an item (-1: none) and runs `onClick`. In a multi-select list this is the item that has the
     /// focus; what is selected stays.
     void SetListIndex(int index);
@@ -117,7 +117,7 @@ class ListControl : public Control {
     bool Selected(int index) const;
     /// A change runs `onClick`. A list that isn't multi-select has one selected item at most.
     void SetSelected(int index, bool on);
-    bool MultiSelect() const { return multiSelect; }
+    bool MultiSelect() const { return mUltiSelect; }
     /// The chosen item of a list box, the edit field of a combo box.
     std::string Text() const override;
     /// A list box chooses the first item of this text, if there is one. A combo box takes any text; where an
@@ -129,10 +129,10 @@ class ListControl : public Control {
   private:
     std::size_t Place(int index) const;
 
-    std::vector<std::string> items, designItems;
-    std::vector<bool> selected;
-    int listIndex = -1, designListIndex = -1;
-    bool multiSelect;
+    std::vector<std::string> mItems, mDesignItems;
+    std::vector<bool> mSelected;
+    int mListIndex = -1, mDesignListIndex = -1;
+    bool mUltiSelect;
 };
 
 /// A list view in report form: rows of a text, sub-items, a key and a tag.
@@ -154,13 +154,13 @@ class TabStripControl : public Control {
   public:
     TabStripControl(std::string name, std::vector<std::string> captions);
     std::vector<std::string> captions;
-    int SelectedTab() const { return selectedTab; }
+    int SelectedTab() const { return mSelectedTab; }
     /// From 0; fails outside with 381. Runs `onClick` each time.
     void SetSelectedTab(int index);
     void RestoreDesign() override;
 
   private:
-    int selectedTab = 0;
+    int mSelectedTab = 0;
 };
 
 /// A toolbar whose buttons are told apart by keys.

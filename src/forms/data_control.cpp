@@ -9,48 +9,48 @@ namespace brenvik {
 
 DataControl::DataControl(std::string controlName, std::function<std::unique_ptr<Connection>()> makeConnection)
     : Control(ControlKind::DataControl, std::move(controlName)),
-      createConnection(std::move(makeConnection)) {}
+      mCreateConnection(std::move(makeConnection)) {}
 
 void DataControl::Refresh() {
     // All of the new is there before any of the old goes, so that a refused statement changes nothing.
-    std::unique_ptr<Connection> newConnection = createConnection();
+    std::unique_ptr<Connection> newConnection = mCreateConnection();
     newConnection->Open(connectionString);
     std::unique_ptr<Recordset> newRecords = newConnection->OpenRecordset(recordSource);
-    records.reset();
-    connection = std::move(newConnection);
-    records = std::move(newRecords);
+    mRecords.reset();
+    mConnection = std::move(newConnection);
+    mRecords = std::move(newRecords);
     if (onRefreshed) onRefreshed();
 }
 
 void DataControl::InOneTransaction(const std::function<void()>& work) {
-    if (connection == nullptr) throw ObjectNotSet(Name());
-    connection->BeginTrans();
+    if (mConnection == nullptr) throw ObjectNotSet(Name());
+    mConnection->BeginTrans();
     try {
         work();
-        connection->CommitTrans();
+        mConnection->CommitTrans();
     } catch (...) {
-        Skip([this] { connection->RollbackTrans(); });
+        Skip([this] { mConnection->RollbackTrans(); });
         throw;
     }
 }
 
 void DataControl::Close() {
-    records.reset();
-    connection.reset();
+    mRecords.reset();
+    mConnection.reset();
     if (onRefreshed) onRefreshed();
 }
 
 void DataControl::KeepDesign() {
     Control::KeepDesign();
-    designConnectionString = connectionString;
-    designRecordSource = recordSource;
+    mDesignConnectionString = connectionString;
+    mDesignRecordSource = recordSource;
 }
 
 void DataControl::RestoreDesign() {
     Control::RestoreDesign();
     Close();
-    connectionString = designConnectionString;
-    recordSource = designRecordSource;
+    connectionString = mDesignConnectionString;
+    recordSource = mDesignRecordSource;
 }
 
 }  // namespace brenvik

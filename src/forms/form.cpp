@@ -13,60 +13,60 @@ namespace {
 /// Puts a flag back when the scope is left, by a failure too.
 class FlagRaised {
   public:
-    explicit FlagRaised(bool& raised) : flag(raised) { flag = true; }
-    ~FlagRaised() { flag = false; }
+    explicit FlagRaised(bool& raised) : mFlag(raised) { mFlag = true; }
+    ~FlagRaised() { mFlag = false; }
     FlagRaised(const FlagRaised&) = delete;
     FlagRaised& operator=(const FlagRaised&) = delete;
 
   private:
-    bool& flag;
+    bool& mFlag;
 };
 
 }  // namespace
 
 Form::Form(std::string name, std::string formCaption)
-    : caption(std::move(formCaption)), formName(std::move(name)) {}
+    : caption(std::move(formCaption)), mFormName(std::move(name)) {}
 
 void Form::BeginAsDesigned() {
-    if (!design) {
-        design = Design{caption, left, top, width, height};
-        for (const auto& control : controls) control->KeepDesign();
+    if (!mDesign) {
+        mDesign = Design{caption, left, top, width, height};
+        for (const auto& control : mControls) control->KeepDesign();
         return;
     }
-    caption = design->caption;
-    left = design->left;
-    top = design->top;
-    width = design->width;
-    height = design->height;
+    caption = mDesign->caption;
+    left = mDesign->left;
+    top = mDesign->top;
+    width = mDesign->width;
+    height = mDesign->height;
     minimized = false;
     mousePointer = MousePointer::Normal;
-    for (const auto& control : controls) control->RestoreDesign();
+    for (const auto& control : mControls) control->RestoreDesign();
 }
 
 void Form::Load() {
-    if (loaded) return;
+    if (mLoaded) return;
     BeginAsDesigned();
-    loaded = true;
+    mLoaded = true;
     try {
         OnLoad();
     } catch (...) {
-        loaded = false;
+        mLoaded = false;
         throw;
     }
 }
 
 bool Form::RequestClose() {
-    if (!loaded) return true;
+    if (!mLoaded) return true;
     if (!OnQueryClose()) return false;
     Unload();
-    return !loaded;
+    return !mLoaded;
 }
 
 void Form::Unload() {
-    if (!loaded || unloading) return;
-    const FlagRaised raised(unloading);
+    if (!mLoaded || mUnloading) return;
+    const FlagRaised raised(mUnloading);
     const auto finish = [this] {
-        loaded = false;
+        mLoaded = false;
         if (onUnloaded) onUnloaded();
     };
     try {
@@ -80,7 +80,7 @@ void Form::Unload() {
 
 Control* Form::Find(std::string_view controlName) const {
     const std::string_view ownName = controlName.substr(0, controlName.find('.'));
-    for (const auto& control : controls)
+    for (const auto& control : mControls)
         if (EqualsIgnoreCase(control->Name(), ownName)) return control.get();
     return nullptr;
 }
@@ -90,19 +90,19 @@ void Form::Adopt(std::unique_ptr<Control> control) {
     if (auto* check = dynamic_cast<CheckControl*>(control.get());
         check && check->Kind() == ControlKind::OptionButton) {
         check->excludeOthers = [this](CheckControl& chosen) {
-            for (const auto& other : controls) {
+            for (const auto& other : mControls) {
                 auto* option = dynamic_cast<CheckControl*>(other.get());
                 if (option && option != &chosen && option->Kind() == ControlKind::OptionButton &&
-                    option->group == chosen.group)
-                    option->value = 0;
+                    option->mGroup == chosen.mGroup)
+                    option->mValue = 0;
             }
         };
     }
-    controls.push_back(std::move(control));
+    mControls.push_back(std::move(control));
 }
 
 void Form::MissingControl(std::string_view controlName) const {
-    InvariantBroken("form " + formName + " has a control " + std::string(controlName) +
+    InvariantBroken("form " + mFormName + " has a control " + std::string(controlName) +
                     " of the kind asked for");
 }
 

@@ -23,7 +23,7 @@ class Form {
     Form(const Form&) = delete;
     Form& operator=(const Form&) = delete;
 
-    const std::string& Name() const { return formName; }
+    const std::string& Name() const { return mFormName; }
 
     std::string caption;
     /// Place and size in twips (1440 to the inch).
@@ -31,7 +31,7 @@ class Form {
     bool minimized = false;
     MousePointer mousePointer = MousePointer::Normal;
 
-    bool Loaded() const { return loaded; }
+    bool Loaded() const { return mLoaded; }
     /// Runs `OnLoad` unless the form is loaded already. From the second time on, the form and its controls
     /// go back to their design first. A failure of `OnLoad` leaves the form unloaded.
     void Load();
@@ -46,7 +46,7 @@ class Form {
     std::function<void()> onUnloaded;
 
     /// All controls in the order in which they were made; the tab order follows it.
-    const std::vector<std::unique_ptr<Control>>& Controls() const { return controls; }
+    const std::vector<std::unique_ptr<Control>>& Controls() const { return mControls; }
     /// The control of this name, compared without regard to case, or nothing. "tbMain.SORT" finds "tbMain".
     Control* Find(std::string_view controlName) const;
     /// The same for controls that must be there: a missing one, or one of another kind, is a defect.
@@ -79,11 +79,11 @@ class Form {
     };
     void BeginAsDesigned();
 
-    std::string formName;
-    std::vector<std::unique_ptr<Control>> controls;
-    std::optional<Design> design;
-    bool loaded = false;
-    bool unloading = false;
+    std::string mFormName;
+    std::vector<std::unique_ptr<Control>> mControls;
+    std::optional<Design> mDesign;
+    bool mLoaded = false;
+    bool mUnloading = false;
 };
 
 template <class T>

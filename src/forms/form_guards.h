@@ -8,28 +8,28 @@ namespace brenvik {
 /// The hourglass on a form for as long as something is under way.
 class HourglassShown {
   public:
-    explicit HourglassShown(Form& busyForm) : form(busyForm), before(form.mousePointer) {
-        form.mousePointer = MousePointer::Hourglass;
+    explicit HourglassShown(Form& busyForm) : mForm(busyForm), mBefore(mForm.mousePointer) {
+        mForm.mousePointer = MousePointer::Hourglass;
     }
-    ~HourglassShown() { form.mousePointer = before; }
+    ~HourglassShown() { mForm.mousePointer = mBefore; }
     HourglassShown(const HourglassShown&) = delete;
     HourglassShown& operator=(const HourglassShown&) = delete;
 
   private:
-    Form& form;
-    MousePointer before;
+    Form& mForm;
+    MousePointer mBefore;
 };
 
 /// Unloads a dialog that is worked by code, also when a failure leaves it.
 class UnloadAtEnd {
   public:
-    explicit UnloadAtEnd(Form& openForm) : form(openForm) {}
-    ~UnloadAtEnd() { form.Unload(); }
+    explicit UnloadAtEnd(Form& openForm) : mForm(openForm) {}
+    ~UnloadAtEnd() { mForm.Unload(); }
     UnloadAtEnd(const UnloadAtEnd&) = delete;
     UnloadAtEnd& operator=(const UnloadAtEnd&) = delete;
 
   private:
-    Form& form;
+    Form& mForm;
 };
 
 }  // namespace brenvik

@@ -15,26 +15,26 @@ namespace brenvik {
 
 GridControl::GridControl(std::string controlName, std::vector<GridColumn> gridColumns)
     : Control(ControlKind::Grid, std::move(controlName)),
-      columns(std::move(gridColumns)),
-      designColumns(columns),
-      fieldIndexes(columns.size(), -1) {}
+      mColumns(std::move(gridColumns)),
+      mDesignColumns(mColumns),
+      mFieldIndexes(mColumns.size(), -1) {}
 
 bool GridControl::Inside(int column, int row) const {
-    return column >= 1 && column <= MaxCols() && row >= 1 && row <= maxRows;
+    return column >= 1 && column <= MaxCols() && row >= 1 && row <= mAxRows;
 }
 
 void GridControl::SetMaxRows(int rows) {
-    maxRows = std::max(rows, 0);
-    edited.erase(edited.upper_bound({maxRows, MaxCols()}), edited.end());
-    activeRow = std::min(activeRow, maxRows);
+    mAxRows = std::max(rows, 0);
+    mEdited.erase(mEdited.upper_bound({mAxRows, MaxCols()}), mEdited.end());
+    mActiveRow = std::min(mActiveRow, mAxRows);
     // Rows that come later begin unlocked, as the column is.
-    for (LockedBlock& block : lockedBlocks) block.lastRow = std::min(block.lastRow, maxRows);
-    std::erase_if(lockedBlocks, [](const LockedBlock& block) { return block.firstRow > block.lastRow; });
+    for (LockedBlock& block : mLockedBlocks) block.lastRow = std::min(block.lastRow, mAxRows);
+    std::erase_if(mLockedBlocks, [](const LockedBlock& block) { return block.firstRow > block.lastRow; });
 }
 
 const GridColumn& GridControl::Column(int column) const {
     if (column < 1 || column > MaxCols()) throw SubscriptOutOfRange("column " + std::to_string(column));
-    return columns[static_cast<std::size_t>(column - 1)];
+    return mColumns[static_cast<std::size_t>(column - 1)];
 }
 
 GridColumn& GridControl::Column(int column) {
@@ -42,16 +42,16 @@ GridColumn& GridControl::Column(int column) {
 }
 
 void GridControl::SetDataSource(DataControl* newSource) {
-    if (source != nullptr) source->onRefreshed = nullptr;
-    source = newSource;
-    if (source != nullptr) source->onRefreshed = [this] { Reload(); };
+    if (mSource != nullptr) mSource->onRefreshed = nullptr;
+    mSource = newSource;
+    if (mSource != nullptr) mSource->onRefreshed = [this] { Reload(); };
     Reload();
 }
 
-int GridControl::FieldIndex(int column) const { return fieldIndexes[static_cast<std::size_t>(column - 1)]; }
+int GridControl::FieldIndex(int column) const { return mFieldIndexes[static_cast<std::size_t>(column - 1)]; }
 
 std::string GridControl::FieldText(int column, int row) const {
-    const Recordset* records = source == nullptr ? nullptr : source->Records();
+    const Recordset* records = mSource == nullptr ? nullptr : mSource->Records();
     const int field = FieldIndex(column);
     if (records == nullptr || field < 0 || row > records->RecordCount()) return {};
     const FieldValue value = records->ValueAt(row - 1, field);
@@ -64,22 +64,22 @@ std::string GridControl::CellText(int column, int row) const {
     if (row == 0) return Column(column).header;
     if (!Inside(column, row))
         throw SubscriptOutOfRange("cell " + std::to_string(column) + ", " + std::to_string(row));
-    const auto cell = edited.find({row, column});
-    return cell == edited.end() ? FieldText(column, row) : cell->second;
+    const auto cell = mEdited.find({row, column});
+    return cell == mEdited.end() ? FieldText(column, row) : cell->second;
 }
 
 void GridControl::SetCellText(int column, int row, std::string_view newText) {
     if (!Inside(column, row))
         throw SubscriptOutOfRange("cell " + std::to_string(column) + ", " + std::to_string(row));
-    edited.insert_or_assign(Cell(row, column), std::string(newText));
+    mEdited.insert_or_assign(Cell(row, column), std::string(newText));
 }
 
-bool GridControl::Changed(int column, int row) const { return edited.contains({row, column}); }
+bool GridControl::Changed(int column, int row) const { return mEdited.contains({row, column}); }
 
-void GridControl::ClearMarks() { edited.clear(); }
+void GridControl::ClearMarks() { mEdited.clear(); }
 
 FieldValue GridControl::ValueToSave(int column, int row, const std::string& cellText) const {
-    const FieldValue present = source->Records()->ValueAt(row - 1, FieldIndex(column));
+    const FieldValue present = mSource->Records()->ValueAt(row - 1, FieldIndex(column));
     if (!Column(column).numeric && std::holds_alternative<std::string>(present)) return cellText;
     if (IsBlank(cellText)) return std::monostate();
     if (!Column(column).numeric && !std::holds_alternative<double>(present)) return cellText;
@@ -120,16 +120,16 @@ void GridControl::SaveRow(Recordset& records, EditedCells::const_iterator first,
 }
 
 void GridControl::SaveTogether(const std::function<void()>& saveRows) {
-    const std::optional<Failure> failure = Attempt([&] { source->InOneTransaction(saveRows); });
+    const std::optional<Failure> failure = Attempt([&] { mSource->InOneTransaction(saveRows); });
     if (!failure) return;
     // All was taken back, but the record set still has what was written to it.
-    Skip([this] { source->Refresh(); });
+    Skip([this] { mSource->Refresh(); });
     throw Failure(*failure);
 }
 
 void GridControl::SaveChanges() {
-    if (edited.empty()) return;
-    Recordset* records = source == nullptr ? nullptr : source->Records();
+    if (mEdited.empty()) return;
+    Recordset* records = mSource == nullptr ? nullptr : mSource->Records();
     if (records == nullptr) throw ObjectNotSet(Name());
     if (!records->Updatable())
         throw Failure(3027, Name(),
@@ -137,41 +137,41 @@ void GridControl::SaveChanges() {
     std::optional<Failure> firstFailure;
     EditedCells refused;
     const auto saveRows = [&] {
-        for (auto first = edited.cbegin(); first != edited.cend();) {
-            const auto last = edited.upper_bound({first->first.first, MaxCols()});
+        for (auto first = mEdited.cbegin(); first != mEdited.cend();) {
+            const auto last = mEdited.upper_bound({first->first.first, MaxCols()});
             const std::optional<Failure> failure = Attempt([&] { SaveRow(*records, first, last); });
             if (failure) refused.insert(first, EditedCells::const_iterator(last));
             if (failure && !firstFailure) firstFailure = failure;
             first = last;
         }
     };
-    const bool oneRow = edited.begin()->first.first == edited.rbegin()->first.first;
+    const bool oneRow = mEdited.begin()->first.first == mEdited.rbegin()->first.first;
     if (oneRow)
         saveRows();
     else
         SaveTogether(saveRows);
-    edited = std::move(refused);
+    mEdited = std::move(refused);
     if (firstFailure) throw Failure(*firstFailure);
 }
 
 void GridControl::Reload() {
-    edited.clear();
-    std::fill(fieldIndexes.begin(), fieldIndexes.end(), -1);
-    const Recordset* records = source == nullptr ? nullptr : source->Records();
+    mEdited.clear();
+    std::fill(mFieldIndexes.begin(), mFieldIndexes.end(), -1);
+    const Recordset* records = mSource == nullptr ? nullptr : mSource->Records();
     if (records == nullptr) return SetMaxRows(0);
     for (int field = 0; field < records->FieldCount(); ++field) {
         const std::string fieldName = records->FieldName(field);
-        for (std::size_t column = 0; column < columns.size(); ++column)
-            if (EqualsIgnoreCase(columns[column].fieldName, fieldName)) fieldIndexes[column] = field;
+        for (std::size_t column = 0; column < mColumns.size(); ++column)
+            if (EqualsIgnoreCase(mColumns[column].fieldName, fieldName)) mFieldIndexes[column] = field;
     }
     SetMaxRows(records->RecordCount());
 }
 
 void GridControl::PutActiveCell(int column, int row) {
-    if (column < 1 || column > MaxCols() || row < 0 || row > maxRows)
+    if (column < 1 || column > MaxCols() || row < 0 || row > mAxRows)
         throw SubscriptOutOfRange("cell " + std::to_string(column) + ", " + std::to_string(row));
-    activeColumn = column;
-    activeRow = row;
+    mActiveColumn = column;
+    mActiveRow = row;
 }
 
 void GridControl::SetActiveCell(int column, int row) {
@@ -182,7 +182,7 @@ void GridControl::SetActiveCell(int column, int row) {
 bool GridControl::UserEdit(int column, int row, std::string_view newText) {
     if (!enabled || !Inside(column, row) || Column(column).hidden || CellLocked(column, row)) return false;
     // Typing where the user stands already is no move.
-    if (column != activeColumn || row != activeRow) SetActiveCell(column, row);
+    if (column != mActiveColumn || row != mActiveRow) SetActiveCell(column, row);
     std::string typed;
     for (std::size_t at = 0; at < newText.size();) {
         const std::string_view character = newText.substr(at, Utf8CharacterAt(newText, at).length);
@@ -196,10 +196,10 @@ bool GridControl::UserEdit(int column, int row, std::string_view newText) {
 }
 
 void GridControl::SaveOrTell() {
-    if (source == nullptr) return;
+    if (mSource == nullptr) return;
     const std::optional<Failure> failure = Attempt([this] { SaveChanges(); });
     if (!failure) return;
-    edited.clear();
+    mEdited.clear();
     if (!onSaveFailed) throw Failure(*failure);
     onSaveFailed(*failure);
 }
@@ -209,7 +209,7 @@ void GridControl::Flush() { SaveChanges(); }
 void GridControl::SetBlockLocked(int column, int firstRow, int lastRow, bool locked) {
     // What earlier blocks of the column have outside the rows stays; inside, the new state rules alone.
     std::vector<LockedBlock> kept;
-    for (const LockedBlock& block : lockedBlocks) {
+    for (const LockedBlock& block : mLockedBlocks) {
         if (block.column != column || block.lastRow < firstRow || block.firstRow > lastRow) {
             kept.push_back(block);
             continue;
@@ -218,28 +218,28 @@ void GridControl::SetBlockLocked(int column, int firstRow, int lastRow, bool loc
         if (block.lastRow > lastRow) kept.push_back({column, lastRow + 1, block.lastRow});
     }
     if (locked && firstRow <= lastRow) kept.push_back({column, firstRow, lastRow});
-    lockedBlocks = std::move(kept);
+    mLockedBlocks = std::move(kept);
 }
 
 bool GridControl::CellLocked(int column, int row) const {
     if (Column(column).locked) return true;
-    return std::any_of(lockedBlocks.begin(), lockedBlocks.end(), [=](const LockedBlock& block) {
+    return std::any_of(mLockedBlocks.begin(), mLockedBlocks.end(), [=](const LockedBlock& block) {
         return block.column == column && row >= block.firstRow && row <= block.lastRow;
     });
 }
 
 void GridControl::KeepDesign() {
     Control::KeepDesign();
-    designColumns = columns;
+    mDesignColumns = mColumns;
 }
 
 void GridControl::RestoreDesign() {
     Control::RestoreDesign();
     SetDataSource(nullptr);
-    columns = designColumns;
-    lockedBlocks.clear();
-    activeColumn = 1;
-    activeRow = 0;
+    mColumns = mDesignColumns;
+    mLockedBlocks.clear();
+    mActiveColumn = 1;
+    mActiveRow = 0;
     reDraw = true;
 }
 

@@ -32,7 +32,7 @@ class DataControl : public Control {
     /// Closes record set and connection.
     void Close();
     /// Nothing before the first refresh.
-    Recordset* Records() const { return records.get(); }
+    Recordset* Records() const { return mRecords.get(); }
     /// Runs after each refresh and after closing; a grid bound to the data control sets it.
     std::function<void()> onRefreshed;
     void KeepDesign() override;
@@ -40,10 +40,10 @@ class DataControl : public Control {
     void RestoreDesign() override;
 
   private:
-    std::function<std::unique_ptr<Connection>()> createConnection;
-    std::unique_ptr<Connection> connection;
-    std::unique_ptr<Recordset> records;
-    std::string designConnectionString, designRecordSource;
+    std::function<std::unique_ptr<Connection>()> mCreateConnection;
+    std::unique_ptr<Connection> mConnection;
+    std::unique_ptr<Recordset> mRecords;
+    std::string mDesignConnectionString, mDesignRecordSource;
 };
 
 struct GridColumn {
@@ -59,8 +59,8 @@ class GridControl : public Control {
   public:
     GridControl(std::string name, std::vector<GridColumn> designColumns);
 
-    int MaxCols() const { return static_cast<int>(columns.size()); }
-    int MaxRows() const { return maxRows; }
+    int MaxCols() const { return static_cast<int>(mColumns.size()); }
+    int MaxRows() const { return mAxRows; }
     /// Rows beyond the record set are blank. Marks and locks of rows that go are lost.
     void SetMaxRows(int rows);
     GridColumn& Column(int column);  ///< From 1; fails outside with 9.
@@ -87,8 +87,8 @@ class GridControl : public Control {
     /// Reads the bound record set anew: as many rows as it has records; marks and unsaved texts are lost.
     void Reload();
 
-    int ActiveColumn() const { return activeColumn; }
-    int ActiveRow() const { return activeRow; }
+    int ActiveColumn() const { return mActiveColumn; }
+    int ActiveRow() const { return mActiveRow; }
     /// The user's move; runs `onCellEntered` when row is above 0. Fails with 9 outside the grid.
     void SetActiveCell(int column, int row);
     /// A move by code, which nobody is told of. Fails in the same way.
@@ -127,16 +127,16 @@ class GridControl : public Control {
     void SaveTogether(const std::function<void()>& saveRows);
     void SaveRow(Recordset& records, EditedCells::const_iterator first, EditedCells::const_iterator last);
 
-    std::vector<GridColumn> columns, designColumns;
-    std::vector<int> fieldIndexes;  ///< For each column its field in the record set, or -1.
-    EditedCells edited;             ///< The marked cells with their unsaved texts.
+    std::vector<GridColumn> mColumns, mDesignColumns;
+    std::vector<int> mFieldIndexes;  ///< For each column its field in the record set, or -1.
+    EditedCells mEdited;             ///< The marked cells with their unsaved texts.
     struct LockedBlock {
         int column, firstRow, lastRow;
     };
-    std::vector<LockedBlock> lockedBlocks;
-    DataControl* source = nullptr;
-    int maxRows = 0;
-    int activeColumn = 1, activeRow = 0;
+    std::vector<LockedBlock> mLockedBlocks;
+    DataControl* mSource = nullptr;
+    int mAxRows = 0;
+    int mActiveColumn = 1, mActiveRow = 0;
 };
 
 }  // namespace brenvik

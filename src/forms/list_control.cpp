@@ -8,7 +8,7 @@
 namespace brenvik {
 
 ListControl::ListControl(ControlKind controlKind, std::string controlName, bool multi)
-    : Control(controlKind, std::move(controlName)), multiSelect(multi) {}
+    : Control(controlKind, std::move(controlName)), mUltiSelect(multi) {}
 
 std::size_t ListControl::Place(int index) const {
     if (index < 0 || index >= ListCount())
@@ -17,78 +17,78 @@ std::size_t ListControl::Place(int index) const {
 }
 
 void ListControl::AddItem(std::string_view item) {
-    items.emplace_back(item);
-    selected.push_back(false);
+    mItems.emplace_back(item);
+    mSelected.push_back(false);
 }
 
 void ListControl::RemoveItem(int index) {
     const auto place = static_cast<std::ptrdiff_t>(Place(index));
-    items.erase(items.begin() + place);
-    selected.erase(selected.begin() + place);
-    if (listIndex == index) {
-        listIndex = -1;
+    mItems.erase(mItems.begin() + place);
+    mSelected.erase(mSelected.begin() + place);
+    if (mListIndex == index) {
+        mListIndex = -1;
         text.clear();
-    } else if (listIndex > index) {
-        --listIndex;
+    } else if (mListIndex > index) {
+        --mListIndex;
     }
 }
 
 void ListControl::SetItem(int index, std::string_view item) {
-    items[Place(index)] = item;
-    if (listIndex == index) text = item;
+    mItems[Place(index)] = item;
+    if (mListIndex == index) text = item;
 }
 
 void ListControl::Clear() {
-    items.clear();
-    selected.clear();
-    listIndex = -1;
+    mItems.clear();
+    mSelected.clear();
+    mListIndex = -1;
     text.clear();
 }
 
 void ListControl::SetListIndex(int index) {
-    text = index == -1 ? std::string() : items[Place(index)];
-    listIndex = index;
+    text = index == -1 ? std::string() : mItems[Place(index)];
+    mListIndex = index;
     if (onClick) onClick();
 }
 
 bool ListControl::Selected(int index) const {
     const std::size_t place = Place(index);
-    return multiSelect ? selected[place] : listIndex == index;
+    return mUltiSelect ? mSelected[place] : mListIndex == index;
 }
 
 void ListControl::SetSelected(int index, bool on) {
     if (Selected(index) == on) return;
-    if (!multiSelect) return SetListIndex(on ? index : -1);
-    selected[Place(index)] = on;
-    listIndex = index;
-    text = items[Place(index)];
+    if (!mUltiSelect) return SetListIndex(on ? index : -1);
+    mSelected[Place(index)] = on;
+    mListIndex = index;
+    text = mItems[Place(index)];
     if (onClick) onClick();
 }
 
 std::string ListControl::Text() const { return text; }
 
 void ListControl::SetText(std::string_view newText) {
-    const auto found = std::find(items.begin(), items.end(), newText);
-    const int index = found == items.end() ? -1 : static_cast<int>(found - items.begin());
+    const auto found = std::find(mItems.begin(), mItems.end(), newText);
+    const int index = found == mItems.end() ? -1 : static_cast<int>(found - mItems.begin());
     if (Kind() == ControlKind::ListBox) {
         if (index >= 0) SetListIndex(index);
         return;
     }
-    listIndex = index;
+    mListIndex = index;
     Control::SetText(newText);
 }
 
 void ListControl::KeepDesign() {
     Control::KeepDesign();
-    designItems = items;
-    designListIndex = listIndex;
+    mDesignItems = mItems;
+    mDesignListIndex = mListIndex;
 }
 
 void ListControl::RestoreDesign() {
     Control::RestoreDesign();
-    items = designItems;
-    selected.assign(items.size(), false);
-    listIndex = designListIndex;
+    mItems = mDesignItems;
+    mSelected.assign(mItems.size(), false);
+    mListIndex = mDesignListIndex;
 }
 
 }  // namespace brenvik

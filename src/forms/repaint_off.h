@@ -9,16 +9,16 @@ namespace brenvik {
 /// Repaint is off while this lives, and what it was before afterwards.
 class RepaintOff {
   public:
-    explicit RepaintOff(GridControl& shownGrid) : grid(shownGrid), before(shownGrid.reDraw) {
-        grid.reDraw = false;
+    explicit RepaintOff(GridControl& shownGrid) : mGrid(shownGrid), mBefore(shownGrid.reDraw) {
+        mGrid.reDraw = false;
     }
-    ~RepaintOff() { grid.reDraw = before; }
+    ~RepaintOff() { mGrid.reDraw = mBefore; }
     RepaintOff(const RepaintOff&) = delete;
     RepaintOff& operator=(const RepaintOff&) = delete;
 
   private:
-    GridControl& grid;
-    bool before;
+    GridControl& mGrid;
+    bool mBefore;
 };
 
 }  // namespace brenvik

@@ -16,23 +16,23 @@ namespace {
 /// Binds the unloaded grid form to the list that it closed on, and lets go of it again.
 class GridOnItsLastList {
   public:
-    explicit GridOnItsLastList(frmMain& gridForm) : form(gridForm) {
-        form.Adodc1.connectionString = mDatabase::ConnectionString();
-        form.Adodc1.recordSource = FullSelect();
-        form.fpSpread1.SetDataSource(&form.Adodc1);
-        form.Adodc1.Refresh();
-        if (const Recordset* records = form.Adodc1.Records())
-            form.fpSpread1.SetMaxRows(records->RecordCount());
+    explicit GridOnItsLastList(frmMain& gridForm) : mForm(gridForm) {
+        mForm.Adodc1.connectionString = mDatabase::ConnectionString();
+        mForm.Adodc1.recordSource = FullSelect();
+        mForm.fpSpread1.SetDataSource(&mForm.Adodc1);
+        mForm.Adodc1.Refresh();
+        if (const Recordset* records = mForm.Adodc1.Records())
+            mForm.fpSpread1.SetMaxRows(records->RecordCount());
     }
     ~GridOnItsLastList() {
-        form.Adodc1.Close();
-        form.fpSpread1.SetDataSource(nullptr);
+        mForm.Adodc1.Close();
+        mForm.fpSpread1.SetDataSource(nullptr);
     }
     GridOnItsLastList(const GridOnItsLastList&) = delete;
     GridOnItsLastList& operator=(const GridOnItsLastList&) = delete;
 
   private:
-    frmMain& form;
+    frmMain& mForm;
 };
 
 }  // namespace

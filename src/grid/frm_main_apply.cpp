@@ -40,7 +40,7 @@ std::vector<WrittenKey> WrittenKeys() {
 /// is not told twice, as when a solid takes none of its values.
 class RowStatements {
   public:
-    RowStatements(FailureTelling failureTelling, int gridRow) : telling(failureTelling), row(gridRow) {}
+    RowStatements(FailureTelling failureTelling, int gridRow) : mTelling(failureTelling), mRow(gridRow) {}
 
     template <typename Statement>
     bool Run(Statement&& statement) {
@@ -48,24 +48,25 @@ class RowStatements {
         if (!failure) return true;
         const std::string text =
             std::to_string(failure->number()) + failure->source() + failure->description();
-        if (text != std::exchange(lastTold, text)) Tell(*failure);
+        if (text != std::exchange(mLastTold, text)) Tell(*failure);
         return false;
     }
 
   private:
     /// The box doesn't say which part it is.
     void Tell(const Failure& failure) {
-        const bool shown = telling == FailureTelling::Shown;
+        const bool shown = mTelling == FailureTelling::Shown;
         if (shown) ShowFailure(failure);
-        NotePartTrouble({Mod4Spread::GetCellText(IdColumn, row), Mod4Spread::GetCellText(PartNameColumn, row),
+        NotePartTrouble({Mod4Spread::GetCellText(IdColumn, mRow),
+                         Mod4Spread::GetCellText(PartNameColumn, mRow),
                          std::string("its row of the list could not be written to the drawing as a whole: ") +
                              failure.what(),
                          shown});
     }
 
-    FailureTelling telling;
-    int row;
-    std::string lastTold;
+    FailureTelling mTelling;
+    int mRow;
+    std::string mLastTold;
 };
 
 AcadObject& SolidOfRow(AcadDocument& document, int row) {

@@ -11,35 +11,35 @@ namespace brenvik {
 /// Toolbar and grid take nothing, and the form refuses to close.
 class GridBusy {
   public:
-    explicit GridBusy(frmMain& busyForm) : form(busyForm) { Set(true); }
+    explicit GridBusy(frmMain& busyForm) : mForm(busyForm) { Set(true); }
     ~GridBusy() { Set(false); }
     GridBusy(const GridBusy&) = delete;
     GridBusy& operator=(const GridBusy&) = delete;
 
   private:
     void Set(bool busy) {
-        form.tbMain.enabled = !busy;
-        form.fpSpread1.enabled = !busy;
+        mForm.tbMain.enabled = !busy;
+        mForm.fpSpread1.enabled = !busy;
         TheSession().ApplyBusy = busy;
     }
-    frmMain& form;
+    frmMain& mForm;
 };
 
 /// Column and row are the active ones again afterwards, as far as the grid still has them.
 class ActiveCellKept {
   public:
     explicit ActiveCellKept(GridControl& keptGrid)
-        : grid(keptGrid), column(grid.ActiveColumn()), row(grid.ActiveRow()) {}
+        : mGrid(keptGrid), mColumn(mGrid.ActiveColumn()), mRow(mGrid.ActiveRow()) {}
     ~ActiveCellKept() {
-        if (column >= 1 && column <= grid.MaxCols())
-            grid.PutActiveCell(column, std::min(row, grid.MaxRows()));
+        if (mColumn >= 1 && mColumn <= mGrid.MaxCols())
+            mGrid.PutActiveCell(mColumn, std::min(mRow, mGrid.MaxRows()));
     }
     ActiveCellKept(const ActiveCellKept&) = delete;
     ActiveCellKept& operator=(const ActiveCellKept&) = delete;
 
   private:
-    GridControl& grid;
-    int column, row;
+    GridControl& mGrid;
+    int mColumn, mRow;
 };
 
 }  // namespace brenvik

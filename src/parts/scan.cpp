@@ -57,7 +57,7 @@ T& Needed(T* object, const char* what) {
 /// by the first of them, and not again for each solid.
 class WorkTable {
   public:
-    explicit WorkTable(FailureTeller failureTeller) : tell(failureTeller) {}
+    explicit WorkTable(FailureTeller failureTeller) : mTell(failureTeller) {}
 
     /// Runs a statement that every row depends on: if it fails, the table can't be used.
     template <typename Statement>
@@ -68,37 +68,37 @@ class WorkTable {
     template <typename Statement>
     std::optional<std::string> Add(Statement&& statement) {
         if (Run([&] { statement(); }, false)) return std::nullopt;
-        return unusable ? std::string() : lastFailure;
+        return mUnusable ? std::string() : mLastFailure;
     }
 
   private:
     bool Run(const std::function<void()>& statement, bool everyRowNeedsIt) {
         const std::optional<Failure> failure = Attempt(statement);
         if (!failure) return true;
-        const bool toldAlready = unusable;
-        unusable = unusable || everyRowNeedsIt || IsOfTheFile(*failure) || RefusesToBeRead();
-        if (!toldAlready) tell(*failure);
-        lastFailure = failure->description();
+        const bool toldAlready = mUnusable;
+        mUnusable = mUnusable || everyRowNeedsIt || IsOfTheFile(*failure) || RefusesToBeRead();
+        if (!toldAlready) mTell(*failure);
+        mLastFailure = failure->description();
         return false;
     }
     static bool IsOfTheFile(const Failure& failure) {
-        return failure.number() == failure_number::databaseUnavailable ||
-               failure.number() == failure_number::objectClosed;
+        return failure.number() == failure_number::DatabaseUnavailable ||
+               failure.number() == failure_number::ObjectClosed;
     }
     /// A table that isn't there, or without its columns, refuses the rows and this alike. It is asked once: a
     /// question for each refused row would take longer than the rows.
     bool RefusesToBeRead() {
-        if (!refusesToBeRead)
-            refusesToBeRead = !Skip([] {
+        if (!mRefusesToBeRead)
+            mRefusesToBeRead = !Skip([] {
                 TheSession().ScanConnection->OpenRecordset(FullSelect() + " where bv_id = ''")->Close();
             });
-        return *refusesToBeRead;
+        return *mRefusesToBeRead;
     }
 
-    FailureTeller tell;
-    std::optional<bool> refusesToBeRead;
-    bool unusable = false;
-    std::string lastFailure;
+    FailureTeller mTell;
+    std::optional<bool> mRefusesToBeRead;
+    bool mUnusable = false;
+    std::string mLastFailure;
 };
 
 /// What one scan carries from entity to entity.

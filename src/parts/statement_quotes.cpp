@@ -12,7 +12,7 @@ namespace brenvik {
 void RefusePairedQuotes(std::string_view statement, std::size_t texts) {
     const auto quotes = static_cast<std::size_t>(std::ranges::count(statement, '\''));
     if (quotes == 2 * texts || quotes % 2 != 0) return;
-    throw Failure(failure_number::statementRefused, std::string(ownSource),
+    throw Failure(failure_number::StatementRefused, std::string(OwnSource),
                   "Syntax error: a single quote stands in a text of the statement", std::string(statement));
 }
 

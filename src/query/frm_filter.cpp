@@ -117,7 +117,7 @@ frmFilter::frmFilter() : Form("frmFilter", "Filter") {
 }
 
 void frmFilter::OnLoad() {
-    statementRefused = false;
+    mStatementRefused = false;
     LoadColumnLists();
     ResetOperators();
 }
@@ -128,12 +128,12 @@ void frmFilter::ResetOperators() {
 }
 
 void frmFilter::LoadColumnLists() {
-    restoring = true;
+    mRestoring = true;
     Skip([this] {
         OfferColumns();
         PutCriteriaBack();
     });
-    restoring = false;
+    mRestoring = false;
 }
 
 void frmFilter::OfferColumns() {
@@ -165,7 +165,7 @@ void frmFilter::ColumnChosen(std::size_t row) {
     const std::string column = cboCol[row]->Text();
     if (column.empty()) return;
     const auto fill = [&] { RetrieveColData(ColumnForCaption(column), row); };
-    if (restoring)
+    if (mRestoring)
         fill();
     else
         ShowAndResume(ShowFailure, fill);
@@ -215,14 +215,14 @@ void frmFilter::Confirm() {
     session.CurrentSQL = FullSelect() + session.WhereClause;
     if (chkSort->Value() == 1 && !session.SortClause.empty())
         session.CurrentSQL += " order by " + session.SortClause;
-    statementRefused =
+    mStatementRefused =
         !ShowAndResume(ShowFailure, RequireWholeClause) || !ShowStatementInGrid(session.CurrentSQL);
     Unload();
     // Sorting by a refused filter would tell the same failure again.
-    if (statementRefused) return PutListStateBack(std::move(before));
+    if (mStatementRefused) return PutListStateBack(std::move(before));
     auto& sort = StateOf<frmNewSort>();
     sort.PressByCode("btnOK");
-    statementRefused = sort.StatementRefused();
+    mStatementRefused = sort.StatementRefused();
 }
 
 void frmFilter::Clear() {

@@ -37,7 +37,7 @@ class frmFilter : public Form {
     void RetrieveColData(std::string_view field, std::size_t row);
 
     /// Whether the engine refused the statement of the last OK, or the one that the sort dialog made of it.
-    bool StatementRefused() const { return statementRefused; }
+    bool StatementRefused() const { return mStatementRefused; }
 
     static constexpr std::size_t RowCount = 4;
     std::array<ListControl*, RowCount> cboCol{}, cboCrit{}, cboCritData{};
@@ -56,8 +56,8 @@ class frmFilter : public Form {
     void Clear();
 
     /// Stored rows are being put back: a failure ends that, without a box.
-    bool restoring = false;
-    bool statementRefused = false;
+    bool mRestoring = false;
+    bool mStatementRefused = false;
 };
 
 }  // namespace brenvik

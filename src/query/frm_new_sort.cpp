@@ -86,7 +86,7 @@ void frmNewSort::AddGroupControls() {
 }
 
 void frmNewSort::OnLoad() {
-    statementRefused = false;
+    mStatementRefused = false;
     if (!TheSession().GroupFields.empty()) check_names(TheSession().GroupFields);
     LoadListBoxes();
     SetSelectedItems();

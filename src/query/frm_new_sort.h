@@ -34,7 +34,7 @@ class frmNewSort : public Form {
     /// Presses a button by code: an unseen dialog is loaded first, with its whole opening.
     void PressByCode(std::string_view button);
     /// Whether the engine refused the statement of the last OK.
-    bool StatementRefused() const { return statementRefused; }
+    bool StatementRefused() const { return mStatementRefused; }
 
     /// Some box is ticked.
     bool Grouped = false;
@@ -73,7 +73,7 @@ class frmNewSort : public Form {
     void Confirm();
     void ShowColumns(std::string_view statement);
 
-    bool statementRefused = false;
+    bool mStatementRefused = false;
 };
 
 }  // namespace brenvik

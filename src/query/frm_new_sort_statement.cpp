@@ -132,13 +132,13 @@ void frmNewSort::Confirm() {
     ListState before = KeepListState();
     PrepSQL();
     const std::string statement = BuildSQL();
-    statementRefused = false;
+    mStatementRefused = false;
     if (!statement.empty()) {
         TheSession().CurrentSQL = statement;
-        statementRefused = !ShowStatementInGrid(statement);
+        mStatementRefused = !ShowStatementInGrid(statement);
     }
     // The rows of a refused statement never came, so all stays as the rows on screen need it.
-    if (statementRefused)
+    if (mStatementRefused)
         PutListStateBack(std::move(before));
     else
         ShowColumns(statement);

@@ -158,7 +158,7 @@ FilterChoice ParseFilter(std::string_view filter) {
 }  // namespace
 
 void RefuseOption(std::string_view option, const std::string& complaint) {
-    throw Failure(failure_number::invalidCall, std::string(ownSource),
+    throw Failure(failure_number::InvalidCall, std::string(OwnSource),
                   std::string(option) + ": " + complaint);
 }
 

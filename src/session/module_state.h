@@ -18,15 +18,15 @@ template <class State>
 class ModuleStateHolder {
   public:
     ModuleStateHolder() {
-        AtUnload([this] { state.reset(); });
+        AtUnload([this] { mState.reset(); });
     }
     State& Get() {
-        if (!state) state.emplace();
-        return *state;
+        if (!mState) mState.emplace();
+        return *mState;
     }
 
   private:
-    std::optional<State> state;
+    std::optional<State> mState;
 };
 
 }  // namespace detail

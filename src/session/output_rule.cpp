@@ -22,7 +22,7 @@ void RequireOutputPlace(std::string_view path, OutputKind kind) {
     const OutputRule& rule = StateOf<RuleOfOutputs>().rule;
     if (!rule) return;
     if (const std::string found = rule(path, kind); !found.empty())
-        throw Failure(failure_number::pathAccess, std::string(ownSource),
+        throw Failure(failure_number::PathAccess, std::string(OwnSource),
                       std::string(path) + ": expected a file of its own for the output, found " + found +
                           "; nothing was written");
 }

@@ -25,7 +25,7 @@ std::string HandOverFolder() {
 FileLines ReadFileLines(std::string_view path) {
     const std::string content = ThePlatform().files->ReadFile(path);
     if (const std::string found = OtherEncodingOf(content); !found.empty())
-        throw Failure(invalidFileFormat, std::string(ownSource),
+        throw Failure(InvalidFileFormat, std::string(OwnSource),
                       "Invalid file format: expected text in UTF-8, found " + found, std::string(path));
     FileLines file{LinesOf(content), {}};
     for (std::size_t at = 0; at < file.lines.size(); ++at) {

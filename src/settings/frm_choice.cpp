@@ -38,54 +38,54 @@ frmChoice::frmChoice(std::string name) : Form(std::move(name), "Router Bit Choic
             auto& option = Add<CheckControl>(ControlKind::OptionButton, "Option" + std::to_string(number + 1),
                                              std::string(optionCaption), "bit");
             option.onClick = [this] { OfferAccepting(); };
-            options[static_cast<std::size_t>(number)] = &option;
+            mOptions[static_cast<std::size_t>(number)] = &option;
             ++number;
         }
     }
-    cmdAccept = &Add<Control>(ControlKind::Button, "cmdAccept", "Accept and use select bit");
-    cmdAccept->onClick = [this] { ShowAndResume(ShowFailure, [this] { Accept(); }); };
+    mCmdAccept = &Add<Control>(ControlKind::Button, "cmdAccept", "Accept and use select bit");
+    mCmdAccept->onClick = [this] { ShowAndResume(ShowFailure, [this] { Accept(); }); };
     Add<Control>(ControlKind::Button, "cmdExit", "Exit and skip this part").onClick = [this] { Exit(); };
 }
 
 void frmChoice::Ask(BitChoice& partChoice, const MaterialRecord& partMaterial) {
-    choice = &partChoice;
-    material = &partMaterial;
+    mChoice = &partChoice;
+    mAterial = &partMaterial;
     ThePlatform().dialogs->ShowModal(*this);
-    choice = nullptr;
-    material = nullptr;
+    mChoice = nullptr;
+    mAterial = nullptr;
 }
 
 int frmChoice::ChosenOption() const {
-    for (std::size_t place = 0; place < options.size(); ++place)
-        if (options[place]->Value() == 1) return static_cast<int>(place) + 1;
+    for (std::size_t place = 0; place < mOptions.size(); ++place)
+        if (mOptions[place]->Value() == 1) return static_cast<int>(place) + 1;
     return 0;
 }
 
 void frmChoice::OnLoad() {
-    for (std::size_t tool = 0; choice != nullptr && tool < MaterialToolCount; ++tool)
+    for (std::size_t tool = 0; mChoice != nullptr && tool < MaterialToolCount; ++tool)
         Get<Control>(BitLabelName(tool))
-            .SetText(NumberToText(choice->SavedToolDiameters[tool]) + " Diameter Tool");
-    for (std::size_t place = 0; material != nullptr && place < options.size(); ++place) {
+            .SetText(NumberToText(mChoice->SavedToolDiameters[tool]) + " Diameter Tool");
+    for (std::size_t place = 0; mAterial != nullptr && place < mOptions.size(); ++place) {
         BitChoice trial;
-        options[place]->enabled = TakeOption(trial, *material, static_cast<int>(place) + 1);
+        mOptions[place]->enabled = TakeOption(trial, *mAterial, static_cast<int>(place) + 1);
     }
     OfferAccepting();
 }
 
 /// With no bit chosen there is nothing to accept: the part would go on with the tool of another path.
-void frmChoice::OfferAccepting() { cmdAccept->enabled = ChosenOption() != 0; }
+void frmChoice::OfferAccepting() { mCmdAccept->enabled = ChosenOption() != 0; }
 
 void frmChoice::Accept() {
     const int option = ChosenOption();
-    if (choice != nullptr && TakeOption(*choice, *material, option)) {
-        choice->RouteSkip = 0;
+    if (mChoice != nullptr && TakeOption(*mChoice, *mAterial, option)) {
+        mChoice->RouteSkip = 0;
         OnAccepted(option);
     }
     Unload();
 }
 
 void frmChoice::Exit() {
-    if (choice != nullptr) choice->RouteSkip = 1;
+    if (mChoice != nullptr) mChoice->RouteSkip = 1;
     Unload();
 }
 

@@ -31,10 +31,10 @@ class frmChoice : public Form {
     void Accept();
     void Exit();
 
-    std::array<CheckControl*, ChoiceOptionCount> options{};
-    Control* cmdAccept = nullptr;
-    BitChoice* choice = nullptr;
-    const MaterialRecord* material = nullptr;
+    std::array<CheckControl*, ChoiceOptionCount> mOptions{};
+    Control* mCmdAccept = nullptr;
+    BitChoice* mChoice = nullptr;
+    const MaterialRecord* mAterial = nullptr;
 };
 
 /// Copies the material's diameters, raises `RouteSkip` and asks. It is 0 afterwards if the user accepted a

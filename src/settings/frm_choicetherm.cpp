@@ -18,10 +18,10 @@ constexpr std::string_view SkipCaption =
 
 frmChoicetherm::frmChoicetherm()
     : frmChoice("frmChoicetherm"),
-      skip(Add<CheckControl>(ControlKind::CheckBox, "skip", std::string(SkipCaption))) {}
+      mSkip(Add<CheckControl>(ControlKind::CheckBox, "skip", std::string(SkipCaption))) {}
 
 void frmChoicetherm::OnAccepted(int option) {
-    if (skip.Value() == 1) KeepStandingAnswer(option);
+    if (mSkip.Value() == 1) KeepStandingAnswer(option);
 }
 
 }  // namespace brenvik

@@ -14,7 +14,7 @@ class frmChoicetherm : public frmChoice {
     void OnAccepted(int option) override;
 
   private:
-    CheckControl& skip;
+    CheckControl& mSkip;
 };
 
 }  // namespace brenvik

@@ -81,7 +81,7 @@ frmMaterials::frmMaterials()
     AddButton(ControlKind::MenuEntry, "mnuCopyRow", "Copy Row", &frmMaterials::CopyRow);
     AddButton(ControlKind::MenuEntry, "mnuPasteRow", "Paste Row", &frmMaterials::PasteRow);
     AddButton(ControlKind::Button, "btnSave", "Save / Close", &frmMaterials::SaveAndClose);
-    btnSave = &Get<Control>("btnSave");
+    mBtnSave = &Get<Control>("btnSave");
 }
 
 void frmMaterials::AddButton(ControlKind kind, const char* name, const char* buttonCaption,
@@ -93,21 +93,21 @@ void frmMaterials::AddButton(ControlKind kind, const char* name, const char* but
 
 void frmMaterials::OnLoad() {
     copiedRow.clear();
-    damages.clear();
-    lineEnd.clear();
+    mDamages.clear();
+    mLineEnd.clear();
     fpMaterials.ClearMarks();
     fpMaterials.SetMaxRows(LeastRows);
     const bool read = ShowAndResume(ShowFailureWithDetail, [this] { LoadMaterials(); });
     // Saving the empty grid over a library that is there, only unreadable, would lose it.
-    btnSave->enabled = read || !ThePlatform().files->FileExists(MaterialsPath());
-    if (lineEnd.empty()) lineEnd = ThePlatform().files->LineEnd();
+    mBtnSave->enabled = read || !ThePlatform().files->FileExists(MaterialsPath());
+    if (mLineEnd.empty()) mLineEnd = ThePlatform().files->LineEnd();
     TellDamages();
 }
 
 void frmMaterials::LoadMaterials() {
     MaterialLibrary library = ReadMaterials();
-    damages = std::move(library.damages);
-    lineEnd = std::move(library.lineEnd);
+    mDamages = std::move(library.damages);
+    mLineEnd = std::move(library.lineEnd);
     fpMaterials.SetMaxRows(std::max(LeastRows, static_cast<int>(library.materials.size()) + SpareRows));
     int row = 1;
     for (const MaterialTexts& texts : library.materials) {
@@ -119,12 +119,12 @@ void frmMaterials::LoadMaterials() {
 }
 
 void frmMaterials::TellDamages() const {
-    if (damages.empty()) return;
+    if (mDamages.empty()) return;
     std::string text = MaterialsPath() + " is damaged:";
-    for (std::size_t at = 0; at < std::min(damages.size(), MostDamagesTold); ++at)
-        text += "\r\nline " + std::to_string(damages[at].line) + ": " + damages[at].text;
-    if (damages.size() > MostDamagesTold)
-        text += "\r\nand " + std::to_string(damages.size() - MostDamagesTold) + " more";
+    for (std::size_t at = 0; at < std::min(mDamages.size(), MostDamagesTold); ++at)
+        text += "\r\nline " + std::to_string(mDamages[at].line) + ": " + mDamages[at].text;
+    if (mDamages.size() > MostDamagesTold)
+        text += "\r\nand " + std::to_string(mDamages.size() - MostDamagesTold) + " more";
     ShowMessage(text + "\r\nPlease check these materials before you save.", {}, MessageIcon::Exclamation);
 }
 
@@ -163,7 +163,7 @@ std::vector<MaterialTexts> frmMaterials::CompleteRows() const {
 }
 
 void frmMaterials::SaveAndClose() {
-    if (!damages.empty()) {
+    if (!mDamages.empty()) {
         const std::string question =
             MaterialsPath() +
             " was damaged when it was opened. Materials that are not filled in completely, and lines that "
@@ -172,7 +172,7 @@ void frmMaterials::SaveAndClose() {
             MessageAnswer::No)
             return;
     }
-    SaveMaterials(CompleteRows(), lineEnd);
+    SaveMaterials(CompleteRows(), mLineEnd);
     Unload();
 }
 

@@ -39,9 +39,9 @@ class frmMaterials : public Form {
     std::vector<MaterialTexts> CompleteRows() const;
     void SaveAndClose();
 
-    Control* btnSave = nullptr;
-    std::vector<MaterialDamage> damages;
-    std::string lineEnd;
+    Control* mBtnSave = nullptr;
+    std::vector<MaterialDamage> mDamages;
+    std::string mLineEnd;
 };
 
 namespace commands {

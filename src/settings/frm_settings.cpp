@@ -40,8 +40,8 @@ frmSettings::frmSettings() : Form("frmSettings", "Brenvik Settings") {
     width = 9600;
     height = 7200;
     Add<Control>(ControlKind::Label, "lblHeading", "Brenvik Settings");
-    TabStrip1 = &Add<TabStripControl>("TabStrip1", std::vector<std::string>{"Measuring", "CNC"});
-    TabStrip1->onClick = [this] { ShowTab(); };
+    mTabStrip1 = &Add<TabStripControl>("TabStrip1", std::vector<std::string>{"Measuring", "CNC"});
+    mTabStrip1->onClick = [this] { ShowTab(); };
     AddMeasuringPage();
     AddCncPage();
     AddButtons();
@@ -62,8 +62,8 @@ void frmSettings::AddCncPage() {
         const std::string name = "Check" + std::to_string(number);
         Add<CheckControl>(ControlKind::CheckBox, name, std::string(EntryOfControl(name).caption));
     }
-    for (std::size_t place = 0; place < scaleOptions.size(); ++place)
-        scaleOptions[place] =
+    for (std::size_t place = 0; place < mScaleOptions.size(); ++place)
+        mScaleOptions[place] =
             &Add<CheckControl>(ControlKind::OptionButton, "Option" + std::to_string(place + 1),
                                std::string(ExportScaleCaptions()[place]), std::string(ScaleName));
     for (int number = 1; number <= 5; ++number) {
@@ -90,8 +90,8 @@ void frmSettings::OnLoad() {
     }
     SetRunEventCaption();
     const double scale = NumberSetting(ScaleName);
-    for (std::size_t place = 0; place < scaleOptions.size(); ++place)
-        if (scale == static_cast<double>(place + 1)) scaleOptions[place]->SetValue(1);
+    for (std::size_t place = 0; place < mScaleOptions.size(); ++place)
+        if (scale == static_cast<double>(place + 1)) mScaleOptions[place]->SetValue(1);
 }
 
 void frmSettings::SetRunEventCaption() {
@@ -100,8 +100,8 @@ void frmSettings::SetRunEventCaption() {
 }
 
 void frmSettings::ShowTab() {
-    Get<Control>("fraMeasuring").visible = TabStrip1->SelectedTab() == 0;
-    Get<Control>("FraCNC").visible = TabStrip1->SelectedTab() == 1;
+    Get<Control>("fraMeasuring").visible = mTabStrip1->SelectedTab() == 0;
+    Get<Control>("FraCNC").visible = mTabStrip1->SelectedTab() == 1;
 }
 
 void frmSettings::Apply() {
@@ -113,8 +113,8 @@ void frmSettings::Apply() {
         if (entry.kind == SettingKind::Number)
             SaveSettingText(SettingName(entry.name), Get<Control>(entry.control).Text());
     }
-    for (std::size_t place = 0; place < scaleOptions.size(); ++place)
-        if (scaleOptions[place]->Value() == 1) SaveSettingText(ScaleName, std::to_string(place + 1));
+    for (std::size_t place = 0; place < mScaleOptions.size(); ++place)
+        if (mScaleOptions[place]->Value() == 1) SaveSettingText(ScaleName, std::to_string(place + 1));
     Unload();
 }
 

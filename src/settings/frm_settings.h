@@ -24,8 +24,8 @@ class frmSettings : public Form {
     void ShowTab();
     void Apply();
 
-    TabStripControl* TabStrip1 = nullptr;
-    std::array<CheckControl*, 4> scaleOptions{};
+    TabStripControl* mTabStrip1 = nullptr;
+    std::array<CheckControl*, 4> mScaleOptions{};
 };
 
 }  // namespace brenvik

@@ -113,7 +113,7 @@ std::string ReadPlainText(const std::string& path) {
     std::string content = ThePlatform().files->ReadFile(path);
     if (const std::string found = OtherEncodingOf(content);
         !found.empty() || content.find('\0') != std::string::npos)
-        throw Failure(invalidFileFormat, std::string(ownSource), "Invalid file format",
+        throw Failure(InvalidFileFormat, std::string(OwnSource), "Invalid file format",
                       path + ": expected plain text in UTF-8 or the Western code page" +
                           (found.empty() ? "" : ", found " + found));
     return WesternAsUtf8(content);

@@ -29,8 +29,8 @@ void EmptyPartExportFolder(std::string_view pattern) {
 }
 
 bool IsFileOfAnExport(const std::string& name) {
-    return MatchesWildcards(name, "Part*.dwg", fileWildcards) ||
-           MatchesWildcards(name, "wblock.dwg", fileWildcards);
+    return MatchesWildcards(name, "Part*.dwg", FileWildcards) ||
+           MatchesWildcards(name, "wblock.dwg", FileWildcards);
 }
 
 std::string PartExportPath(int index) {

@@ -83,99 +83,99 @@ std::string TextOfPart(AcadDocument& drawing, std::string_view key) {
 
 PassOutcome PartExport::Run() {
     OpenScaled();
-    ExplodeCopyToFaces(*drawing, LastSolid(*drawing));
-    const std::optional<FlatFaces> faces = FindLargestFace(*drawing);
+    ExplodeCopyToFaces(*mDrawing, LastSolid(*mDrawing));
+    const std::optional<FlatFaces> faces = FindLargestFace(*mDrawing);
     if (!faces) {
         ShowMessage(NoFlatSide);
         return FinishWithoutFlatSide();
     }
-    const auto edges = FindEdges(*drawing, *faces);
+    const auto edges = FindEdges(*mDrawing, *faces);
     if (const auto* missing = std::get_if<MissingEdge>(&edges)) {
         const bool noLine = *missing == MissingEdge::Line;
         ShowMessage(noLine ? NoLine : NoConnectedLine);
         return noLine ? PassOutcome::SkipPart : PassOutcome::EndRun;
     }
-    EraseCopy(*drawing);
-    LayUserSystem(*drawing);
-    const SquaringPoints points = InUserSystem(*drawing, std::get<SquaringPoints>(edges));
+    EraseCopy(*mDrawing);
+    LayUserSystem(*mDrawing);
+    const SquaringPoints points = InUserSystem(*mDrawing, std::get<SquaringPoints>(edges));
     ContinueInWorkDrawing();
-    SquareToAxes(*drawing, points, SideOfY);
+    SquareToAxes(*mDrawing, points, SideOfY);
     if (!TurnAndMove()) return PassOutcome::SkipPart;
     PutOnMaterialLayer();
-    TopView(*drawing);
+    TopView(*mDrawing);
     SaveAndClose();
     return PassOutcome::GoOn;
 }
 
 void PartExport::OpenScaled() {
-    drawing = app.Documents().Open(PartExportPath(index));
+    mDrawing = mApp.Documents().Open(PartExportPath(mIndex));
     // The active drawing is the session's, whichever it is.
-    TheSession().AcadDoc = drawing;
-    AddLayer(*drawing, layers::BrenvikExplode);
-    ScaleForExport(*drawing, ToInteger(NumberSetting(setting::ExportScaleSetting)));
+    TheSession().AcadDoc = mDrawing;
+    AddLayer(*mDrawing, layers::BrenvikExplode);
+    ScaleForExport(*mDrawing, ToInteger(NumberSetting(setting::ExportScaleSetting)));
 }
 
 PassOutcome PartExport::FinishWithoutFlatSide() {
-    EraseCopy(*drawing);
+    EraseCopy(*mDrawing);
     if (!TurnAndMove()) return PassOutcome::SkipPart;
-    TopView(*drawing);
-    Send(*drawing, std::to_array<std::string_view>({"z ", "e "}));
+    TopView(*mDrawing);
+    Send(*mDrawing, std::to_array<std::string_view>({"z ", "e "}));
     PutOnMaterialLayer();
     SaveAndClose();
     return PassOutcome::GoOn;
 }
 
 void PartExport::ContinueInWorkDrawing() {
-    AcadSelectionSet& all = FreshSet(*drawing, "exploded");
+    AcadSelectionSet& all = FreshSet(*mDrawing, "exploded");
     all.Select(SelectMode::All);
-    drawing->Wblock(PartExportWorkDrawing, all);
-    std::exchange(drawing, nullptr)->Close(false);
-    drawing = app.Documents().Open(PartExportWorkDrawing);
-    TheSession().AcadDoc = drawing;
+    mDrawing->Wblock(PartExportWorkDrawing, all);
+    std::exchange(mDrawing, nullptr)->Close(false);
+    mDrawing = mApp.Documents().Open(PartExportWorkDrawing);
+    TheSession().AcadDoc = mDrawing;
     // Nothing that is still typed at "all" moves the solid before its points are known in this drawing.
-    UnlockAllLayers(*drawing);
-    AddLayer(*drawing, LockedLayer);
-    LastSolid(*drawing).SetLayer(LockedLayer);
-    LockLayer(*drawing, LockedLayer);
-    if (drawing->ModelSpace().Count() > 1) {
-        drawing->SendCommand("Explode all  ");
-        EraseAll(*drawing);
+    UnlockAllLayers(*mDrawing);
+    AddLayer(*mDrawing, LockedLayer);
+    LastSolid(*mDrawing).SetLayer(LockedLayer);
+    LockLayer(*mDrawing, LockedLayer);
+    if (mDrawing->ModelSpace().Count() > 1) {
+        mDrawing->SendCommand("Explode all  ");
+        EraseAll(*mDrawing);
     }
-    UnlockLayer(*drawing, LockedLayer);
+    UnlockLayer(*mDrawing, LockedLayer);
 }
 
 bool PartExport::TurnAndMove() {
-    Acad3DSolid& solid = LastSolid(*drawing);
+    Acad3DSolid& solid = LastSolid(*mDrawing);
     const std::optional<std::string> letters = UsableLettersOf(solid);
     if (!letters) return false;
-    DimT = TurnByLetters(*drawing, solid, *letters).thickness;
+    mDimT = TurnByLetters(*mDrawing, solid, *letters).thickness;
     // Many receivers read world coordinates and know no user system: both have the corner for their origin.
     solid.Move(solid.GetBoundingBox().min, {});
-    MoveOriginToCorner(*drawing, solid);
+    MoveOriginToCorner(*mDrawing, solid);
     return true;
 }
 
 void PartExport::PutOnMaterialLayer() {
-    const std::string name = MaterialLayerName(LenientNumber(DimT), TextOfPart(*drawing, "Material"));
-    AddLayer(*drawing, name, MaterialColor);
-    for (Acad3DSolid* solid : All<Acad3DSolid>(*drawing)) {
+    const std::string name = MaterialLayerName(LenientNumber(mDimT), TextOfPart(*mDrawing, "Material"));
+    AddLayer(*mDrawing, name, MaterialColor);
+    for (Acad3DSolid* solid : All<Acad3DSolid>(*mDrawing)) {
         solid->SetLayer(name);
         solid->Update();
     }
 }
 
 void PartExport::SaveAndClose() {
-    drawing->PurgeAll();
+    mDrawing->PurgeAll();
     const std::string path =
-        FinishedPartPath(index, TextOfPart(*drawing, "PartName"), TextOfPart(*drawing, "PN"));
-    drawing->SaveAs(path, SaveAsKind::Native);
-    written = path.substr(PartExportFolder.size());
-    std::exchange(drawing, nullptr)->Close(false);
+        FinishedPartPath(mIndex, TextOfPart(*mDrawing, "PartName"), TextOfPart(*mDrawing, "PN"));
+    mDrawing->SaveAs(path, SaveAsKind::Native);
+    mWritten = path.substr(PartExportFolder.size());
+    std::exchange(mDrawing, nullptr)->Close(false);
 }
 
 void PartExport::CleanUp() {
-    if (drawing != nullptr) Skip([this] { std::exchange(drawing, nullptr)->Close(false); });
-    RemoveExportFile(PartExportPath(index));
+    if (mDrawing != nullptr) Skip([this] { std::exchange(mDrawing, nullptr)->Close(false); });
+    RemoveExportFile(PartExportPath(mIndex));
     RemoveExportFile(PartExportWorkDrawing);
 }
 

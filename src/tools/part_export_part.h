@@ -13,7 +13,7 @@ class AcadDocument;
 
 class PartExport {
   public:
-    PartExport(AcadApplication& application, int partIndex) : app(application), index(partIndex) {}
+    PartExport(AcadApplication& application, int partIndex) : mApp(application), mIndex(partIndex) {}
 
     /// Works on "Part<n>.dwg", which has to be there. Says whether the command goes on; then the part may
     /// have been skipped, which has been told. Fails as the host does.
@@ -21,7 +21,7 @@ class PartExport {
     /// Closes the part's drawing, if it is open still, and deletes the drawings that it needed on its way.
     void CleanUp();
     /// The name of the finished drawing; blank when there is none.
-    const std::string& Written() const { return written; }
+    const std::string& Written() const { return mWritten; }
 
   private:
     void OpenScaled();
@@ -33,10 +33,10 @@ class PartExport {
     void PutOnMaterialLayer();
     void SaveAndClose();
 
-    AcadApplication& app;
-    const int index;
-    AcadDocument* drawing = nullptr;
-    std::string DimT = "0", written;
+    AcadApplication& mApp;
+    const int mIndex;
+    AcadDocument* mDrawing = nullptr;
+    std::string mDimT = "0", mWritten;
 };
 
 }  // namespace brenvik

@@ -18,7 +18,7 @@ namespace {
 bool GroupExists(AcadDocument& drawing, std::string_view name) {
     AcadGroups& groups = drawing.Groups();
     for (int i = 0; i < groups.Count(); ++i)
-        if (MatchesWildcards(groups.Item(i)->Name(), name, fileWildcards)) return true;
+        if (MatchesWildcards(groups.Item(i)->Name(), name, FileWildcards)) return true;
     return false;
 }
 

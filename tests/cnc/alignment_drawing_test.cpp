@@ -179,8 +179,8 @@ TEST_F(WrittenDrawing, HoldsCirclesOnTheirLayerAndTheLargestFaceLocked) {
     ASSERT_EQ(Align(board.Solid()), PassOutcome::GoOn);
     const std::vector<AcadCircle*> circles = All<AcadCircle>(*run.part.drawing);
     EXPECT_GE(circles.size(), 3U);
-    for (const AcadCircle* circle : circles) EXPECT_EQ(circle->Layer(), layers::circleHold);
-    EXPECT_EQ(run.part.drawing->Layers().Item(layers::circleHold)->Color(), 5);
+    for (const AcadCircle* circle : circles) EXPECT_EQ(circle->Layer(), layers::CircleHold);
+    EXPECT_EQ(run.part.drawing->Layers().Item(layers::CircleHold)->Color(), 5);
     EXPECT_EQ(run.part.drawing->Layers().Item(layers::RegionCopy)->Color(), 1);
     EXPECT_TRUE(run.part.drawing->Layers().Item(layers::RegionCopy)->Lock());
     EXPECT_EQ(AllOn<AcadRegion>(*run.part.drawing, layers::NextBiggestRegion).size(), 1U);

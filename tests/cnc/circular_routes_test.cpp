@@ -47,7 +47,7 @@ TEST_F(RoundBoreTest, AnythingAtLeastAsWideAsTheLimitButNotWiderIsAHole) {
     SortBore(run, {35, 35});
     EXPECT_TRUE(Through().empty());
     EXPECT_EQ(On(layers::MAXCircleHold), (std::vector<RimOf>{RimOf{35, 20}}));
-    EXPECT_EQ(On(layers::circleHold), (std::vector<RimOf>{RimOf{35, 0}}));
+    EXPECT_EQ(On(layers::CircleHold), (std::vector<RimOf>{RimOf{35, 0}}));
     SortBore(run, {35.001, 35.001});
     EXPECT_EQ(Through(), (std::vector<RimOf>{RimOf{35.001, 0}}));
 }

@@ -11,7 +11,7 @@ class Recognising : public CncTest {
   protected:
     Recognising() {
         for (const std::string_view layer :
-             {layers::MAXCircleHold, layers::circleHold, layers::HorzcircleHold, layers::MyHorzcircleHold})
+             {layers::MAXCircleHold, layers::CircleHold, layers::HorzcircleHold, layers::MyHorzcircleHold})
             AddLayer(document, layer);
         DrawKeptEdges(600, 400);
     }
@@ -34,7 +34,7 @@ class Recognising : public CncTest {
     void ThroughHole() {
         wood.Drill({300, 50, 19}, app::Axis::Z, -19, 8);
         Circle(layers::MAXCircleHold, {300, 50, 19}, {0, 0, 1});
-        Circle(layers::circleHold, {300, 50, 0}, {0, 0, 1});
+        Circle(layers::CircleHold, {300, 50, 0}, {0, 0, 1});
     }
 
     app::Workpiece wood = Board(600, 400, 19);
@@ -108,7 +108,7 @@ TEST_F(Recognising, ASecondPassWithBoresGoesOnForEveryTarget) {
 
 TEST_F(Recognising, AHoleThatCannotBeDrilledSkipsThePart) {
     Circle(layers::MAXCircleHold, {300, 50, 25}, {0, 0, 1});
-    Circle(layers::circleHold, {300, 50, 20}, {0, 0, 1});
+    Circle(layers::CircleHold, {300, 50, 20}, {0, 0, 1});
     RunState run = Start();
     EXPECT_EQ(Recognise(run), PassOutcome::SkipPart);
     EXPECT_EQ(Messages(), std::vector<std::string>{"error"});

@@ -57,7 +57,7 @@ class RoundBoreTest : public CncTest {
         return board.Solid();
     }
 
-    AcadCircle& Circle(const Point3& center, double diameter, std::string_view layer = layers::circleHold,
+    AcadCircle& Circle(const Point3& center, double diameter, std::string_view layer = layers::CircleHold,
                        const Point3& normal = {0, 0, 1}) {
         AddLayer(document, layer);
         AcadCircle& circle = *document.ModelSpace().AddCircle(center, diameter / 2);

@@ -52,7 +52,7 @@ class RoutingPaths : public OutlineTest {
         run.part.PartVolume = solid.Volume();
         run.part.MaterialName = "OAK";
         for (const std::string_view layer :
-             {layers::circleHold, layers::RoutingLayer1, layers::RoutingLayer2, layers::RouteCirclePV})
+             {layers::CircleHold, layers::RoutingLayer1, layers::RoutingLayer2, layers::RouteCirclePV})
             AddLayer(document, layer);
         return run;
     }

@@ -64,7 +64,7 @@ TEST_F(SectionsTest, EachWayOfLookingSetsTargetCameraAndFrontPlane) {
         const ViewportData& view = Viewports().at(1)->Values();
         ExpectPoint(view.viewTarget, look.target);
         ExpectPoint(view.viewDirection, look.direction);
-        EXPECT_NE(view.statusFlags & view_status::frontClipping, 0);
+        EXPECT_NE(view.statusFlags & view_status::FrontClipping, 0);
         EXPECT_EQ(view.frontClip, 0);
     }
     EXPECT_EQ(prompts.asked[0], "Please specify Vertical or Plan section (a space terminates input): ");
@@ -156,9 +156,9 @@ TEST_F(SectionsTest, AViewIsMadeBetweenTwoCornersWithoutClippingAndWithHiddenLin
     ExpectPoint(view.center, {280, 25, 0});
     EXPECT_EQ(view.width, 40);
     EXPECT_EQ(view.height, 30);
-    EXPECT_EQ(view.statusFlags & view_status::frontClipping, 0);
+    EXPECT_EQ(view.statusFlags & view_status::FrontClipping, 0);
     for (const HostViewport* viewport : Viewports())
-        EXPECT_NE(viewport->Values().statusFlags & view_status::hidePlot, 0);
+        EXPECT_NE(viewport->Values().statusFlags & view_status::HidePlot, 0);
     EXPECT_EQ(prompts.asked, (std::vector<std::string>{"Enter first point of viewport: ",
                                                        "Enter second point of viewport: "}));
 }
@@ -179,7 +179,7 @@ TEST_F(SectionsTest, TheStatesOfASectionLastThroughSavingAndOpening) {
     ExpectPoint(viewports[1]->Values().viewDirection, {0.125, 0, 0});
     EXPECT_EQ(viewports[0]->Values().frozenLayers.size(), 1U);
     EXPECT_TRUE(viewports[1]->Values().frozenLayers.empty());
-    EXPECT_NE(viewports[1]->Values().statusFlags & view_status::frontClipping, 0);
+    EXPECT_NE(viewports[1]->Values().statusFlags & view_status::FrontClipping, 0);
 }
 
 }  // namespace

@@ -18,12 +18,12 @@ TEST_F(SortingTest, ARimInTheTopIsPartedFromTheOtherLevels) {
     Circle({90, 50, 0}, 8);
     Sort(run);
     EXPECT_EQ(On(layers::MAXCircleHold), (std::vector<RimOf>{RimOf{8, 20}}));
-    EXPECT_EQ(On(layers::circleHold), (std::vector<RimOf>{RimOf{8, 5}, RimOf{8, 0}}));
+    EXPECT_EQ(On(layers::CircleHold), (std::vector<RimOf>{RimOf{8, 5}, RimOf{8, 0}}));
 }
 
 TEST_F(SortingTest, UprightCirclesAllLookUp) {
     RunState run = RunOn(document);
-    Circle({50, 50, 20}, 8, layers::circleHold, {0, 0, -1});
+    Circle({50, 50, 20}, 8, layers::CircleHold, {0, 0, -1});
     Sort(run);
     EXPECT_EQ(AllOn<AcadCircle>(document, layers::MAXCircleHold).at(0)->Normal(), (Point3{0, 0, 1}));
 }
@@ -32,7 +32,7 @@ TEST_F(SortingTest, EdgeBoresGoToTheLayerOfTheTargetsGroup) {
     for (const auto& [target, layer] :
          {std::pair{Target::C2C, layers::HorzcircleHold}, {Target::BW, layers::MyHorzcircleHold}}) {
         RunState run = RunOn(document, target);
-        AcadCircle& bore = Circle({0, 50, 10}, 8, layers::circleHold, {-1, 0, 0});
+        AcadCircle& bore = Circle({0, 50, 10}, 8, layers::CircleHold, {-1, 0, 0});
         Sort(run);
         EXPECT_EQ(bore.Layer(), layer);
         bore.Delete();
@@ -42,10 +42,10 @@ TEST_F(SortingTest, EdgeBoresGoToTheLayerOfTheTargetsGroup) {
 TEST_F(SortingTest, OfTwinsOneStays) {
     RunState run = RunOn(document);
     Circle({50, 50, 5}, 8);
-    Circle({50.00009, 50, 5}, 8.00005, layers::circleHold, {0, 0, -1});
+    Circle({50.00009, 50, 5}, 8.00005, layers::CircleHold, {0, 0, -1});
     Circle({50, 50, 5}, 8);
     Sort(run);
-    EXPECT_EQ(On(layers::circleHold), (std::vector<RimOf>{RimOf{8, 5}}));
+    EXPECT_EQ(On(layers::CircleHold), (std::vector<RimOf>{RimOf{8, 5}}));
 }
 
 TEST_F(SortingTest, NeighboursThatDifferByMoreThanTheToleranceAreNoTwins) {
@@ -55,7 +55,7 @@ TEST_F(SortingTest, NeighboursThatDifferByMoreThanTheToleranceAreNoTwins) {
     Circle({50, 50, 5.0002}, 8);
     Circle({50, 50, 5}, 8.0002);
     Sort(run);
-    EXPECT_EQ(On(layers::circleHold).size(), 4U);
+    EXPECT_EQ(On(layers::CircleHold).size(), 4U);
 }
 
 TEST_F(SortingTest, OfACrowdOfTwinsTheLastInTheDrawingStays) {
@@ -63,8 +63,8 @@ TEST_F(SortingTest, OfACrowdOfTwinsTheLastInTheDrawingStays) {
     std::string last;
     for (int copy = 0; copy < 5; ++copy) last = Circle({50, 50, 5}, 8).Handle();
     Sort(run);
-    ASSERT_EQ(CountOn(layers::circleHold), 1U);
-    EXPECT_EQ(AllOn<AcadCircle>(document, layers::circleHold).at(0)->Handle(), last);
+    ASSERT_EQ(CountOn(layers::CircleHold), 1U);
+    EXPECT_EQ(AllOn<AcadCircle>(document, layers::CircleHold).at(0)->Handle(), last);
 }
 
 TEST_F(SortingTest, SpecksAndProjectedCirclesGo) {
@@ -84,11 +84,11 @@ TEST_F(SortingTest, SpecksAndProjectedCirclesGo) {
 TEST_F(SortingTest, ASlantedHoleStaysAndIsToldOnce) {
     RunState run = RunOn(document);
     const Point3 slant{0.6, 0, 0.8};
-    AcadCircle& rim = Circle({50, 50, 16}, 8, layers::circleHold, slant);
-    Circle({50, 50, 16}, 8, layers::circleHold, {-0.6, 0, -0.8});
-    Circle({44, 50, 8}, 8, layers::circleHold, slant);
+    AcadCircle& rim = Circle({50, 50, 16}, 8, layers::CircleHold, slant);
+    Circle({50, 50, 16}, 8, layers::CircleHold, {-0.6, 0, -0.8});
+    Circle({44, 50, 8}, 8, layers::CircleHold, slant);
     Sort(run);
-    EXPECT_EQ(rim.Layer(), layers::circleHold);
+    EXPECT_EQ(rim.Layer(), layers::CircleHold);
     EXPECT_EQ(run.part.unexplained, std::vector<std::string>{"slanted hole of 8 at 50,50,16: no operation"});
 }
 
@@ -114,7 +114,7 @@ TEST_F(SortingTest, ArcsInsideThePartMayBeRoutesAndTheOthersOutline) {
     const AcadArc &projected = arcAt(0, "PV-1F"), &inside = arcAt(10, "PV-1F"),
                   &kept = arcAt(0, layers::RegionCopy), &edge = arcAt(20, layers::BrenvikExplode);
     SortArcsAndLines(run, LastSolid(document).GetBoundingBox());
-    EXPECT_EQ(projected.Layer(), layers::arcPV);
+    EXPECT_EQ(projected.Layer(), layers::ArcPV);
     EXPECT_EQ(inside.Layer(), layers::BrenvikExplode);
     EXPECT_EQ(kept.Layer(), layers::RegionCopy);
     EXPECT_EQ(edge.Layer(), layers::BrenvikExplode);

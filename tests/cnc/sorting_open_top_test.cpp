@@ -35,7 +35,7 @@ TEST_F(OpenTopTest, AContourWiderThanTheOpeningIsCovered) {
 
 TEST_F(OpenTopTest, AContourThatLooksDownIsCutFromAboveAllTheSame) {
     RunState run = RunFor({0, 60});
-    EXPECT_EQ(OpenToTop(run, Circle({100, 100, 10}, 60, layers::circleHold, {0, 0, -1}), 6), OpenTop::Open);
+    EXPECT_EQ(OpenToTop(run, Circle({100, 100, 10}, 60, layers::CircleHold, {0, 0, -1}), 6), OpenTop::Open);
 }
 
 TEST_F(OpenTopTest, AVolumeBelowThePartsIsAGrowth) {
@@ -48,15 +48,15 @@ TEST_F(OpenTopTest, TheDrawingAndItsLocksAreAsTheyWere) {
     RunState run = RunFor({60, 0});
     AcadCircle& circle = Circle({100, 100, 10}, 60);
     LockLayer(document, "Parts");
-    LockLayer(document, layers::circleHold);
+    LockLayer(document, layers::CircleHold);
     const std::size_t before = All<AcadEntity>(document).size();
     const double volume = LastSolid(document).Volume();
     OpenToTop(run, circle, 6);
     EXPECT_EQ(All<AcadEntity>(document).size(), before);
     EXPECT_EQ(LastSolid(document).Volume(), volume);
     EXPECT_TRUE(document.Layers().Item("Parts")->Lock());
-    EXPECT_TRUE(document.Layers().Item(layers::circleHold)->Lock());
-    EXPECT_EQ(circle.Layer(), layers::circleHold);
+    EXPECT_TRUE(document.Layers().Item(layers::CircleHold)->Lock());
+    EXPECT_EQ(circle.Layer(), layers::CircleHold);
 }
 
 TEST_F(OpenTopTest, AnOpenCurveIsAFailureAndLeavesNothingBehind) {

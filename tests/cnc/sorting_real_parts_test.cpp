@@ -75,11 +75,11 @@ TEST_F(RealPartTest, HolesAndBoresAreSortedAtAnyAngle) {
         board.Drill({0, 200, 9}, app::Axis::X, 30, 8);       // in an edge
         ASSERT_EQ(SortPart(board.Solid(), pose), PassOutcome::GoOn);
         EXPECT_EQ(Count(layers::MAXCircleHold), 2U);
-        ExpectRim(layers::circleHold, 8, 8);
-        ExpectRim(layers::circleHold, 8, 0);
-        ExpectRim(layers::circleHold, 5, 6);
-        ExpectRim(layers::circleHold, 5, 0);
-        EXPECT_EQ(Count(layers::circleHold), 4U);
+        ExpectRim(layers::CircleHold, 8, 8);
+        ExpectRim(layers::CircleHold, 8, 0);
+        ExpectRim(layers::CircleHold, 5, 6);
+        ExpectRim(layers::CircleHold, 5, 0);
+        EXPECT_EQ(Count(layers::CircleHold), 4U);
         ExpectRim(layers::ThroughRouteCirclePV, 60, 0);
         EXPECT_EQ(Count(layers::ThroughRouteCirclePV), 1U);
         ExpectRim(layers::RouteCirclePV, 50, 10);

@@ -15,7 +15,7 @@ class VerticalDrilling : public CncTest {
   protected:
     VerticalDrilling() {
         Set("DrillSpoilAmount", "0.5");
-        for (const std::string_view layer : {layers::MAXCircleHold, layers::circleHold})
+        for (const std::string_view layer : {layers::MAXCircleHold, layers::CircleHold})
             AddLayer(document, layer);
     }
     /// A board of 600 by 400 by 19 with holes drilled and recesses cut by the test.
@@ -32,7 +32,7 @@ class VerticalDrilling : public CncTest {
         return Circle(layers::MAXCircleHold, x, y, Thick, diameter);
     }
     AcadCircle& Level(double x, double y, double z, double diameter) {
-        return Circle(layers::circleHold, x, y, z, diameter);
+        return Circle(layers::CircleHold, x, y, z, diameter);
     }
     RunState Start(Target target = Target::C2C) {
         RunState run = RunOn(document, target);
@@ -161,7 +161,7 @@ TEST_F(VerticalDrilling, OfTwoFloorsAtOneHeightTheLaterIsTakenWithoutAFlag) {
         return dynamic_cast<AcadEntity*>(document.HandleToObject(handle))->Layer();
     };
     EXPECT_EQ(layerOf(second), "VD_Z14_T_D8");
-    EXPECT_EQ(layerOf(first), layers::circleHold);
+    EXPECT_EQ(layerOf(first), layers::CircleHold);
     EXPECT_TRUE(run.part.unexplained.empty());
 }
 

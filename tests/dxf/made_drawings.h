@@ -20,9 +20,9 @@ inline EntityData Entity(EntityGeometry geometry, HandleValue handle = 0, std::s
 inline DrawingData EmptyDrawing() {
     DrawingData data;
     data.blocks.resize(2);
-    data.blocks[0].name = modelSpaceName;
+    data.blocks[0].name = ModelSpaceName;
     data.blocks[0].layoutName = "Model";
-    data.blocks[1].name = paperSpaceName;
+    data.blocks[1].name = PaperSpaceName;
     data.blocks[1].layoutName = "Layout1";
     return data;
 }

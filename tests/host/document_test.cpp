@@ -29,10 +29,10 @@ TEST_F(Document, TheListAndTheActiveOne) {
 TEST_F(Document, AClosedDrawingAnswersWithAFailure) {
     AcadDocument& old = document;
     old.Close(false);
-    EXPECT_EQ(FailureOf([&] { old.ModelSpace(); }).number(), host_failure::wasErased);
-    EXPECT_EQ(FailureOf([&] { old.Close(false); }).number(), host_failure::wasErased);
-    EXPECT_EQ(FailureOf([&] { old.HandleToObject("1"); }).number(), host_failure::wasErased);
-    EXPECT_EQ(FailureOf([&] { old.SelectionSets(); }).number(), host_failure::wasErased);
+    EXPECT_EQ(FailureOf([&] { old.ModelSpace(); }).number(), host_failure_number::WasErased);
+    EXPECT_EQ(FailureOf([&] { old.Close(false); }).number(), host_failure_number::WasErased);
+    EXPECT_EQ(FailureOf([&] { old.HandleToObject("1"); }).number(), host_failure_number::WasErased);
+    EXPECT_EQ(FailureOf([&] { old.SelectionSets(); }).number(), host_failure_number::WasErased);
 }
 
 TEST_F(Document, WindowStateAndZoomAreKept) {
@@ -97,10 +97,11 @@ TEST_F(Document, CoordinatesTranslateBothWays) {
 
 TEST_F(Document, PromptsWithoutAnybodyToAnswerAreCancelled) {
     AcadUtility& utility = document.Utility();
-    EXPECT_EQ(FailureOf([&] { utility.GetPoint("Pick a from point: "); }).number(), host_failure::cancelled);
-    EXPECT_EQ(FailureOf([&] { utility.GetReal("Height: "); }).number(), host_failure::cancelled);
-    EXPECT_EQ(FailureOf([&] { utility.GetString(true, "Name: "); }).number(), host_failure::cancelled);
-    EXPECT_EQ(FailureOf([&] { utility.GetKeyword("Yes/No: "); }).number(), host_failure::cancelled);
+    EXPECT_EQ(FailureOf([&] { utility.GetPoint("Pick a from point: "); }).number(),
+              host_failure_number::Cancelled);
+    EXPECT_EQ(FailureOf([&] { utility.GetReal("Height: "); }).number(), host_failure_number::Cancelled);
+    EXPECT_EQ(FailureOf([&] { utility.GetString(true, "Name: "); }).number(), host_failure_number::Cancelled);
+    EXPECT_EQ(FailureOf([&] { utility.GetKeyword("Yes/No: "); }).number(), host_failure_number::Cancelled);
     EXPECT_NO_THROW(utility.Prompt("Done."));
 }
 

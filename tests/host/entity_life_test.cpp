@@ -54,7 +54,7 @@ TEST_F(EntityLife, AnErasedEntityAnswersEveryUseWithAFailure) {
         [&] { circle->Radius(); },
         [&] { circle->Center(); },
     };
-    for (const auto& use : uses) EXPECT_EQ(FailureOf(use).number(), host_failure::wasErased);
+    for (const auto& use : uses) EXPECT_EQ(FailureOf(use).number(), host_failure_number::WasErased);
 }
 
 TEST_F(EntityLife, ErasedEntitiesLeaveTheWalkAndTheCount) {
@@ -65,8 +65,8 @@ TEST_F(EntityLife, ErasedEntitiesLeaveTheWalkAndTheCount) {
     EXPECT_EQ(Model().Count(), 2);
     EXPECT_EQ(NamesIn(Model()), (std::vector<std::string>{"AcDbCircle", "AcDbArc"}));
     EXPECT_EQ(Model().Item(1), static_cast<AcadEntity*>(third));
-    EXPECT_EQ(FailureOf([&] { Model().Item(2); }).number(), host_failure::keyNotFound);
-    EXPECT_EQ(FailureOf([&] { Model().Item(-1); }).number(), host_failure::keyNotFound);
+    EXPECT_EQ(FailureOf([&] { Model().Item(2); }).number(), host_failure_number::KeyNotFound);
+    EXPECT_EQ(FailureOf([&] { Model().Item(-1); }).number(), host_failure_number::KeyNotFound);
 }
 
 TEST_F(EntityLife, AWalkSeesWhatStoodThereAtItsStart) {
@@ -104,7 +104,8 @@ TEST_F(EntityLife, ALockedLayerRefusesEveryChangeAndAllowsReading) {
         [&] { solid->Delete(); },
         [&] { SetText(*solid, "PARTNAME", "Side"); },
     };
-    for (const auto& change : changes) EXPECT_EQ(FailureOf(change).number(), host_failure::onLockedLayer);
+    for (const auto& change : changes)
+        EXPECT_EQ(FailureOf(change).number(), host_failure_number::OnLockedLayer);
     EXPECT_EQ(solid->Layer(), "Parts");
     EXPECT_TRUE(solid->Visible());
     EXPECT_EQ(TextOf(*solid, "PARTNAME"), "Door");
@@ -150,11 +151,11 @@ TEST_F(EntityLife, LookIsChecked) {
     AcadLine* line = Model().AddLine({0, 0, 0}, {1, 0, 0});
     EXPECT_EQ(line->Color(), 256);
     EXPECT_EQ(line->Linetype(), "ByLayer");
-    EXPECT_EQ(FailureOf([&] { line->SetColor(257); }).number(), host_failure::invalidArgument);
-    EXPECT_EQ(FailureOf([&] { line->SetColor(-1); }).number(), host_failure::invalidArgument);
-    EXPECT_EQ(FailureOf([&] { line->SetLinetype("Dotted"); }).number(), host_failure::keyNotFound);
-    EXPECT_EQ(FailureOf([&] { line->SetLinetypeScale(0); }).number(), host_failure::invalidArgument);
-    EXPECT_EQ(FailureOf([&] { line->SetLayer("Nowhere"); }).number(), host_failure::keyNotFound);
+    EXPECT_EQ(FailureOf([&] { line->SetColor(257); }).number(), host_failure_number::InvalidArgument);
+    EXPECT_EQ(FailureOf([&] { line->SetColor(-1); }).number(), host_failure_number::InvalidArgument);
+    EXPECT_EQ(FailureOf([&] { line->SetLinetype("Dotted"); }).number(), host_failure_number::KeyNotFound);
+    EXPECT_EQ(FailureOf([&] { line->SetLinetypeScale(0); }).number(), host_failure_number::InvalidArgument);
+    EXPECT_EQ(FailureOf([&] { line->SetLayer("Nowhere"); }).number(), host_failure_number::KeyNotFound);
     line->SetColor(0);
     EXPECT_EQ(line->Color(), 0);
 }
@@ -166,18 +167,24 @@ TEST_F(EntityLife, NewEntitiesStandOnTheCurrentLayer) {
 
 TEST_F(EntityLife, BadNumbersAreRefused) {
     const double none = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_EQ(FailureOf([&] { Model().AddLine({none, 0, 0}, {}); }).number(), host_failure::invalidArgument);
-    EXPECT_EQ(FailureOf([&] { Model().AddCircle({}, 0); }).number(), host_failure::invalidArgument);
-    EXPECT_EQ(FailureOf([&] { Model().AddCircle({}, -1); }).number(), host_failure::invalidArgument);
-    EXPECT_EQ(FailureOf([&] { Model().AddBox({}, 1, 0, 1); }).number(), host_failure::invalidArgument);
+    EXPECT_EQ(FailureOf([&] {
+                  Model().AddLine({none, 0, 0}, {});
+              }).number(),
+              host_failure_number::InvalidArgument);
+    EXPECT_EQ(FailureOf([&] { Model().AddCircle({}, 0); }).number(), host_failure_number::InvalidArgument);
+    EXPECT_EQ(FailureOf([&] { Model().AddCircle({}, -1); }).number(), host_failure_number::InvalidArgument);
+    EXPECT_EQ(FailureOf([&] { Model().AddBox({}, 1, 0, 1); }).number(), host_failure_number::InvalidArgument);
     AcadLine* line = Model().AddLine({0, 0, 0}, {1, 0, 0});
-    EXPECT_EQ(FailureOf([&] { line->ScaleEntity({}, 0); }).number(), host_failure::invalidArgument);
-    EXPECT_EQ(FailureOf([&] { line->ScaleEntity({}, -1); }).number(), host_failure::invalidArgument);
-    EXPECT_EQ(FailureOf([&] { line->Move({}, {none, 0, 0}); }).number(), host_failure::invalidArgument);
+    EXPECT_EQ(FailureOf([&] { line->ScaleEntity({}, 0); }).number(), host_failure_number::InvalidArgument);
+    EXPECT_EQ(FailureOf([&] { line->ScaleEntity({}, -1); }).number(), host_failure_number::InvalidArgument);
+    EXPECT_EQ(FailureOf([&] {
+                  line->Move({}, {none, 0, 0});
+              }).number(),
+              host_failure_number::InvalidArgument);
     EXPECT_EQ(FailureOf([&] {
                   line->Rotate3D({1, 1, 1}, {1, 1, 1}, 1);
               }).number(),
-              host_failure::invalidArgument);
+              host_failure_number::InvalidArgument);
     ExpectExact(line->EndPoint(), {1, 0, 0});
 }
 

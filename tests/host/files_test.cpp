@@ -224,7 +224,7 @@ TEST_F(Files, TheSourceOfAnImportIsNeverOverwritten) {
     const std::string source = Bytes("board.step");
     HostDocument& read = application.OpenDrawing(Path("board.step"));
     SetText(*read.ModelSpace().Item(0), "ORIE", "WLT");
-    EXPECT_EQ(FailureOf([&] { read.Save(); }).number(), host_failure::notPossible);
+    EXPECT_EQ(FailureOf([&] { read.Save(); }).number(), host_failure_number::NotPossible);
     EXPECT_EQ(Bytes("board.step"), source);
     read.SaveAs(Text("board"), SaveAsKind::Native);
     EXPECT_NO_THROW(read.Save());

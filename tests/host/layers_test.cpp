@@ -21,9 +21,9 @@ TEST_F(Layers, NamesCompareWithoutCaseAndStayAsFirstWritten) {
 }
 
 TEST_F(Layers, ItemFailsForUnknownNamesAndPositions) {
-    EXPECT_EQ(FailureOf([&] { document.Layers().Item("Doors"); }).number(), host_failure::keyNotFound);
-    EXPECT_EQ(FailureOf([&] { document.Layers().Item(1); }).number(), host_failure::keyNotFound);
-    EXPECT_EQ(FailureOf([&] { document.Layers().Item(-1); }).number(), host_failure::keyNotFound);
+    EXPECT_EQ(FailureOf([&] { document.Layers().Item("Doors"); }).number(), host_failure_number::KeyNotFound);
+    EXPECT_EQ(FailureOf([&] { document.Layers().Item(1); }).number(), host_failure_number::KeyNotFound);
+    EXPECT_EQ(FailureOf([&] { document.Layers().Item(-1); }).number(), host_failure_number::KeyNotFound);
 }
 
 TEST_F(Layers, RefusedNames) {
@@ -81,7 +81,7 @@ TEST_F(Layers, PurgeTakesWhatNothingStandsOn) {
     document.PurgeAll();
     EXPECT_EQ(document.Layers().Count(), 3);
     EXPECT_THROW(document.Layers().Item("Empty"), Failure);
-    EXPECT_EQ(FailureOf([&] { gone->Name(); }).number(), host_failure::wasErased);
+    EXPECT_EQ(FailureOf([&] { gone->Name(); }).number(), host_failure_number::WasErased);
 }
 
 TEST_F(Layers, EntitiesOfALayerShareOneObject) {

@@ -19,9 +19,10 @@ class Selection : public HostTest {
 };
 
 TEST_F(Selection, ItemFailsForUnknownAndAddForKnownNames) {
-    EXPECT_EQ(FailureOf([&] { document.SelectionSets().Item("prev"); }).number(), host_failure::keyNotFound);
+    EXPECT_EQ(FailureOf([&] { document.SelectionSets().Item("prev"); }).number(),
+              host_failure_number::KeyNotFound);
     Set("prev");
-    EXPECT_EQ(FailureOf([&] { Set("PREV"); }).number(), host_failure::duplicateKey);
+    EXPECT_EQ(FailureOf([&] { Set("PREV"); }).number(), host_failure_number::DuplicateKey);
     EXPECT_EQ(document.SelectionSets().Item("Prev")->Name(), "prev");
     EXPECT_THROW(Set(" "), Failure);
 }
@@ -31,7 +32,7 @@ TEST_F(Selection, ASetLeftBehindCanBeDeletedAndAddedAnew) {
     old.Select(SelectMode::All);
     document.SelectionSets().Item("prev")->Delete();
     EXPECT_EQ(document.SelectionSets().Count(), 0);
-    EXPECT_EQ(FailureOf([&] { old.Count(); }).number(), host_failure::wasErased);
+    EXPECT_EQ(FailureOf([&] { old.Count(); }).number(), host_failure_number::WasErased);
     EXPECT_EQ(Set().Count(), 0);
     EXPECT_EQ(Model().Count(), 3);
 }
@@ -147,7 +148,7 @@ TEST_F(Selection, PointAndPolygonTakeWhatIsShownThere) {
 }
 
 TEST_F(Selection, OnScreenWithoutAnybodyToPointIsCancelled) {
-    EXPECT_EQ(FailureOf([&] { Set().SelectOnScreen(); }).number(), host_failure::cancelled);
+    EXPECT_EQ(FailureOf([&] { Set().SelectOnScreen(); }).number(), host_failure_number::Cancelled);
 }
 
 TEST_F(Selection, GroupsKeepOrderAndGiveTheExistingOneBack) {

@@ -126,7 +126,7 @@ TEST_F(Solids, UnionAndIntersection) {
 TEST_F(Solids, NothingLeftErasesTheSolid) {
     Acad3DSolid* one = Model().AddBox({0, 0, 0}, 2, 2, 2);
     one->Boolean(BooleanKind::Subtraction, *Model().AddBox({0, 0, 0}, 4, 4, 4));
-    EXPECT_EQ(FailureOf([&] { one->Volume(); }).number(), host_failure::wasErased);
+    EXPECT_EQ(FailureOf([&] { one->Volume(); }).number(), host_failure_number::WasErased);
     EXPECT_EQ(Model().Count(), 0);
 }
 

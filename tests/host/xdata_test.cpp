@@ -68,7 +68,7 @@ TEST_F(XData, ATextOf255CharactersFitsAndOneOf256FailsAndChangesNothing) {
     SetText(*line, "NOTES", std::string(255, 'x'));
     EXPECT_EQ(TextOf(*line, "NOTES").size(), 255U);
     EXPECT_EQ(FailureOf([&] { SetText(*line, "NOTES", std::string(256, 'y')); }).number(),
-              host_failure::invalidArgument);
+              host_failure_number::InvalidArgument);
     EXPECT_EQ(TextOf(*line, "NOTES"), std::string(255, 'x'));
     EXPECT_THROW(Set({1001, 1000, 1000}, {std::string("NEW"), std::string("a"), std::string(256, 'y')}),
                  Failure);
@@ -78,7 +78,7 @@ TEST_F(XData, ATextOf255CharactersFitsAndOneOf256FailsAndChangesNothing) {
 TEST_F(XData, TheTotalOfOneObjectIsLimited) {
     for (int i = 0; i < 61; ++i) SetText(*line, "K" + std::to_string(i), std::string(255, 'x'));
     EXPECT_EQ(FailureOf([&] { SetText(*line, "LAST", std::string(255, 'x')); }).number(),
-              host_failure::invalidArgument);
+              host_failure_number::InvalidArgument);
     EXPECT_TRUE(ValuesOf("LAST").empty());
     SetText(*line, "K0", "short");
     SetText(*line, "LAST", std::string(200, 'x'));

@@ -147,7 +147,7 @@ TEST_F(ViewsOfTheSheet, ALockedViewIsNeitherTurnedNorCut) {
     EXPECT_TRUE(Told("view-locked"));
     ExpectExact(viewport.Values().viewDirection, {0, 0, 1});
     Type("dview  cl f 3  ");
-    EXPECT_EQ(viewport.Values().statusFlags & view_status::frontClipping, 0);
+    EXPECT_EQ(viewport.Values().statusFlags & view_status::FrontClipping, 0);
     Type("\x1bmview lock off all  -view right ");
     ExpectExact(viewport.Values().viewDirection, {1, 0, 0});
 }

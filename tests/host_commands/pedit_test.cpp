@@ -179,8 +179,8 @@ TEST_F(Joining, TwinArcsAreAbsorbedButNotTheOtherHalfOfARing) {
 
 TEST_F(Joining, EndsWithinTheFuzzMeetAndOthersDoNot) {
     Line({0, 0, 0}, {10, 0, 0});
-    Line({10 + joinFuzz / 2, 0, 0}, {10, 10, 0});
-    Line({10, 10 + 3 * joinFuzz, 0}, {0, 10, 0});
+    Line({10 + JoinFuzz / 2, 0, 0}, {10, 10, 0});
+    Line({10, 10 + 3 * JoinFuzz, 0}, {0, 10, 0});
     Type(join);
     ASSERT_EQ(Entities().size(), 2u);
     EXPECT_EQ(Polyline(1).Coordinates(), (std::vector<double>{0, 0, 10, 0, 10, 10}));

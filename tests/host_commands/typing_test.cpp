@@ -146,7 +146,7 @@ TEST_F(Typing, ClosingADocumentDropsItsOpenCommand) {
 
 TEST_F(Typing, AHostWithoutACommandLineSaysSo) {
     application.SetCommandLine(nullptr);
-    EXPECT_EQ(FailureOf([&] { Type("box "); }).number(), host_failure::notPossible);
+    EXPECT_EQ(FailureOf([&] { Type("box "); }).number(), host_failure_number::NotPossible);
 }
 
 TEST_F(Typing, ProductCommandsRunWhenTyped) {

@@ -141,10 +141,10 @@ TEST_F(Viewports, HideplotIsSetForTheChosen) {
     for (const char* text : {"mview ", "hideplot ", "on ", "all ", " "}) Type(text);
     ExpectIdle();
     for (const HostViewport* viewport : All())
-        EXPECT_NE(viewport->Values().statusFlags & view_status::hidePlot, 0);
+        EXPECT_NE(viewport->Values().statusFlags & view_status::HidePlot, 0);
     EXPECT_TRUE(document.MSpace());
     Type("mview h off l  ");
-    EXPECT_EQ(All().at(1)->Values().statusFlags & view_status::hidePlot, 0);
+    EXPECT_EQ(All().at(1)->Values().statusFlags & view_status::HidePlot, 0);
 }
 
 TEST_F(Viewports, EscapeInMviewGoesBackIntoTheViewport) {
@@ -168,22 +168,22 @@ TEST_F(SectionViews, DviewLooksFromPointToPointAndCutsInFront) {
     ExpectExact(view.viewTarget, {5.125, 2, 3});
     ExpectExact(view.viewDirection, {0.125, 0, 0});
     EXPECT_EQ(view.frontClip, 0);
-    EXPECT_EQ(view.statusFlags & (view_status::frontClipping | view_status::frontClipAwayFromEye),
-              view_status::frontClipping | view_status::frontClipAwayFromEye);
+    EXPECT_EQ(view.statusFlags & (view_status::FrontClipping | view_status::FrontClipAwayFromEye),
+              view_status::FrontClipping | view_status::FrontClipAwayFromEye);
     Type("dview\r\rcl\roff\r\r");
     ExpectIdle();
-    EXPECT_EQ(viewport.Values().statusFlags & view_status::frontClipping, 0);
+    EXPECT_EQ(viewport.Values().statusFlags & view_status::FrontClipping, 0);
 }
 
 TEST_F(SectionViews, DviewCutsBehindAndTakesBack) {
     HostViewport& viewport = Entered();
     Type("dview  cl b -2.5  ");
     EXPECT_EQ(viewport.Values().backClip, -2.5);
-    EXPECT_NE(viewport.Values().statusFlags & view_status::backClipping, 0);
+    EXPECT_NE(viewport.Values().statusFlags & view_status::BackClipping, 0);
     Type("dview  cl f  tw 90 u  ");
     ExpectIdle();
     EXPECT_EQ(viewport.Values().twist, 0);
-    EXPECT_EQ(viewport.Values().statusFlags & view_status::frontClipping, 0);
+    EXPECT_EQ(viewport.Values().statusFlags & view_status::FrontClipping, 0);
     Type("pspace dview ");
     EXPECT_TRUE(Told("DVIEW works in model space and its viewports, not on the sheet."));
     ExpectIdle();

@@ -109,7 +109,7 @@ TEST_F(PrintedGrid, FailsForAFileThatCannotBeWritten) {
         printer.PrintGrid(grid, job);
         FAIL() << "there is no such folder";
     } catch (const Failure& failure) {
-        EXPECT_EQ(failure.number(), failure_number::pathAccess);
+        EXPECT_EQ(failure.number(), failure_number::PathAccess);
         EXPECT_NE(failure.detail().find("no such folder"), std::string::npos);
     }
 }

@@ -46,7 +46,7 @@ class ConnectionStringRefusal : public testing::TestWithParam<BadString> {};
 
 TEST_P(ConnectionStringRefusal, TellsWhatWasExpected) {
     const Failure failure = FailureOf([] { ParseConnectionString(GetParam().text); });
-    EXPECT_EQ(failure.number(), failure_number::databaseUnavailable);
+    EXPECT_EQ(failure.number(), failure_number::DatabaseUnavailable);
     EXPECT_EQ(failure.description(), GetParam().description);
 }
 
@@ -84,17 +84,17 @@ TEST_F(PartTable, ConnectionKnowsItsState) {
     other->Open(ConnectionText("c:\\bv04.mdb"));
     EXPECT_EQ(other->State(), ConnectionState::Open);
     EXPECT_EQ(FailureOf([&] { other->Open(ConnectionText("c:\\bv04.mdb")); }).number(),
-              failure_number::objectOpen);
+              failure_number::ObjectOpen);
     other->Close();
     EXPECT_EQ(other->State(), ConnectionState::Closed);
-    EXPECT_EQ(FailureOf([&] { other->Execute("select 1=1"); }).number(), failure_number::objectClosed);
-    EXPECT_EQ(FailureOf([&] { other->Close(); }).number(), failure_number::objectClosed);
-    EXPECT_EQ(FailureOf([&] { other->BeginTrans(); }).number(), failure_number::objectClosed);
+    EXPECT_EQ(FailureOf([&] { other->Execute("select 1=1"); }).number(), failure_number::ObjectClosed);
+    EXPECT_EQ(FailureOf([&] { other->Close(); }).number(), failure_number::ObjectClosed);
+    EXPECT_EQ(FailureOf([&] { other->BeginTrans(); }).number(), failure_number::ObjectClosed);
 }
 
 TEST_F(PartTable, MissingFileFailsAndIsNotMade) {
     const Failure failure = FailureOf([&] { Opened("c:\\nothing.mdb"); });
-    EXPECT_EQ(failure.number(), failure_number::databaseUnavailable);
+    EXPECT_EQ(failure.number(), failure_number::DatabaseUnavailable);
     EXPECT_EQ(failure.description(),
               "The part database " + (folder.Path() / "nothing.mdb").string() + " can't be found");
     EXPECT_FALSE(std::filesystem::exists(folder.Path() / "nothing.mdb"));
@@ -112,7 +112,7 @@ TEST_F(PartTable, FileOfAnotherKindFailsAndStaysAsItIs) {
     std::ofstream(other, std::ios::binary) << content << content << content << content << content;
     const auto size = std::filesystem::file_size(other);
     const Failure failure = FailureOf([&] { Opened("c:\\other.mdb"); });
-    EXPECT_EQ(failure.number(), failure_number::databaseUnavailable);
+    EXPECT_EQ(failure.number(), failure_number::DatabaseUnavailable);
     EXPECT_EQ(failure.description(), "The part database " + other.string() +
                                          " is no part database: a database file was expected (file is not a "
                                          "database)");
@@ -123,7 +123,7 @@ TEST_F(PartTable, CutOffFileFails) {
     connection->Close();
     std::filesystem::resize_file(File(), 1000);
     EXPECT_EQ(FailureOf([&] { Opened()->OpenRecordset("select * from brenvik_data"); }).number(),
-              failure_number::databaseUnavailable);
+              failure_number::DatabaseUnavailable);
 }
 
 TEST_F(PartTable, BlankDatabaseReplacesTheFile) {
@@ -138,14 +138,14 @@ TEST_F(PartTable, BlankDatabaseReplacesTheFile) {
 
 TEST_F(PartTable, BlankDatabaseNeedsItsFolder) {
     const Failure failure = FailureOf([&] { database.CreateBlankPartDatabase("c:\\none/x.mdb"); });
-    EXPECT_EQ(failure.number(), failure_number::databaseUnavailable);
+    EXPECT_EQ(failure.number(), failure_number::DatabaseUnavailable);
     EXPECT_NE(failure.description().find("can't be found"), std::string::npos);
 }
 
 TEST_F(PartTable, BlankDatabaseOverAFolderFailsAndLeavesNothing) {
     std::filesystem::create_directories(folder.Path() / "x.mdb" / "inside");
     EXPECT_EQ(FailureOf([&] { database.CreateBlankPartDatabase("c:\\x.mdb"); }).number(),
-              failure_number::databaseUnavailable);
+              failure_number::DatabaseUnavailable);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 2)
         << "a work file is left";
 }
@@ -153,7 +153,7 @@ TEST_F(PartTable, BlankDatabaseOverAFolderFailsAndLeavesNothing) {
 TEST_F(PartTable, RemovedFileFailsTheNextStatement) {
     std::filesystem::remove(File());
     const Failure failure = FailureOf([&] { connection->Execute("delete from brenvik_data"); });
-    EXPECT_EQ(failure.number(), failure_number::databaseUnavailable);
+    EXPECT_EQ(failure.number(), failure_number::DatabaseUnavailable);
     EXPECT_EQ(failure.description(), "The part database " + File().string() + " can't be found");
     EXPECT_FALSE(std::filesystem::exists(File()));
 }
@@ -168,7 +168,7 @@ TEST_F(PartTable, AFileThatReplacesTheOpenOneFailsEveryStatement) {
               replaced);
     EXPECT_EQ(FailureOf([&] { connection->Execute("delete from brenvik_data"); }).description(), replaced);
     EXPECT_EQ(FailureOf([&] { connection->BeginTrans(); }).description(), replaced);
-    EXPECT_EQ(FailureOf([&] { records->Update(0, 2, "Top"); }).number(), failure_number::databaseUnavailable);
+    EXPECT_EQ(FailureOf([&] { records->Update(0, 2, "Top"); }).number(), failure_number::DatabaseUnavailable);
     connection.reset();
     connection = Opened();
     EXPECT_EQ(Column("select bv_id from brenvik_data"), "") << "a new connection has the new file";
@@ -192,7 +192,7 @@ TEST_F(PartTable, AFileThatComesBackAsAnotherOneFailsToo) {
               "The part database " + File().string() + " can't be found");
     std::filesystem::copy_file(aside, File());
     EXPECT_EQ(FailureOf([&] { connection->Execute("delete from brenvik_data"); }).number(),
-              failure_number::databaseUnavailable);
+              failure_number::DatabaseUnavailable);
     std::filesystem::rename(aside, File());
     connection->Execute("delete from brenvik_data");
 }
@@ -205,13 +205,13 @@ TEST_F(PartTable, AFileInUseByAnotherProgramIsRefusedForGood) {
         return made;
     };
     const Failure failure = FailureOf([&] { open(*other); });
-    EXPECT_EQ(failure.number(), failure_number::databaseUnavailable);
+    EXPECT_EQ(failure.number(), failure_number::DatabaseUnavailable);
     EXPECT_NE(failure.description().find(File().string() + " is in use by another program"),
               std::string::npos)
         << failure.description();
     connection.reset();
     database = Database();
-    EXPECT_EQ(FailureOf([&] { open(*other); }).number(), failure_number::databaseUnavailable)
+    EXPECT_EQ(FailureOf([&] { open(*other); }).number(), failure_number::DatabaseUnavailable)
         << "what stands there now is the list of the other one";
     other = std::make_unique<SqliteDatabase>(Database());
     const std::unique_ptr<Connection> first = open(*other), second = open(*other);
@@ -231,7 +231,7 @@ TEST_F(PartTable, FileLockedByAnotherProgramFails) {
     other->BeginTrans();
     other->Execute("insert into brenvik_data (bv_id) values ('1')");
     const Failure failure = FailureOf([&] { connection->Execute("delete from brenvik_data"); });
-    EXPECT_EQ(failure.number(), failure_number::databaseUnavailable);
+    EXPECT_EQ(failure.number(), failure_number::DatabaseUnavailable);
     EXPECT_EQ(failure.description(),
               "The part database " + File().string() + " is locked by another program (database is locked)");
     other->RollbackTrans();
@@ -259,7 +259,7 @@ TEST_F(PartTable, ConnectionForReadingRefusesToWrite) {
     reader->Open("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=c:\\bv04.mdb;Mode=Read");
     EXPECT_EQ(reader->OpenRecordset("select * from brenvik_data")->RecordCount(), 0);
     const Failure failure = FailureOf([&] { reader->Execute("delete from brenvik_data"); });
-    EXPECT_EQ(failure.number(), failure_number::databaseUnavailable);
+    EXPECT_EQ(failure.number(), failure_number::DatabaseUnavailable);
     EXPECT_EQ(failure.description(), "The part database " + File().string() +
                                          " can only be read (attempt to write a readonly database)");
 }
@@ -300,14 +300,14 @@ TEST_F(PartTable, TransactionsNest) {
 }
 
 TEST_F(PartTable, CommitAndRollbackNeedATransaction) {
-    EXPECT_EQ(FailureOf([&] { connection->CommitTrans(); }).number(), failure_number::noTransaction);
-    EXPECT_EQ(FailureOf([&] { connection->RollbackTrans(); }).number(), failure_number::noTransaction);
+    EXPECT_EQ(FailureOf([&] { connection->CommitTrans(); }).number(), failure_number::NoTransaction);
+    EXPECT_EQ(FailureOf([&] { connection->RollbackTrans(); }).number(), failure_number::NoTransaction);
 }
 
 TEST_F(PartTable, FailedRowLeavesTheTransactionToTheOthers) {
     connection->BeginTrans();
     Insert("1", "a", "", "1");
-    EXPECT_EQ(FailureOf([&] { Insert("2", "O'Brien", "", "1"); }).number(), failure_number::statementRefused);
+    EXPECT_EQ(FailureOf([&] { Insert("2", "O'Brien", "", "1"); }).number(), failure_number::StatementRefused);
     Insert("3", "c", "", "1");
     connection->CommitTrans();
     EXPECT_EQ(Column("select bv_id from brenvik_data"), "1|3");

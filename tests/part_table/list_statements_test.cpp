@@ -56,7 +56,7 @@ TEST_F(ListStatements, AGroupOfAllBoxesRuns) {
 }
 
 TEST_F(ListStatements, AQuoteInTheValueIsRefusedAndKeepsTheRows) {
-    EXPECT_EQ(FailureOf([] { Apply("", "", "Material = O'ak"); }).number(), failure_number::invalidCall);
+    EXPECT_EQ(FailureOf([] { Apply("", "", "Material = O'ak"); }).number(), failure_number::InvalidCall);
     EXPECT_EQ(boxes.texts,
               std::vector<std::string>{"-2147217900\r\nBrenvik part table\r\nnear \"ak\": syntax error"});
     EXPECT_EQ(Shown("bv_ID"), "1|2|3|4|5|6");

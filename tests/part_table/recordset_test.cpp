@@ -43,27 +43,27 @@ TEST_F(PartRecords, EmptyResultIsAtItsEnd) {
     EXPECT_EQ(records->RecordCount(), 0);
     EXPECT_EQ(records->FieldCount(), 26);
     EXPECT_TRUE(records->Updatable());
-    EXPECT_EQ(FailureOf([&] { records->Value(0); }).number(), failure_number::noCurrentRecord);
-    EXPECT_EQ(FailureOf([&] { records->MoveNext(); }).number(), failure_number::noCurrentRecord);
+    EXPECT_EQ(FailureOf([&] { records->Value(0); }).number(), failure_number::NoCurrentRecord);
+    EXPECT_EQ(FailureOf([&] { records->MoveNext(); }).number(), failure_number::NoCurrentRecord);
 }
 
 TEST_F(PartRecords, PlacesThatAreNoneFail) {
     const std::unique_ptr<Recordset> records = connection->OpenRecordset("select bv_id from brenvik_data");
     EXPECT_EQ(FailureOf([&] { records->Value("bv_qty"); }).description(),
               "There is no field named \"bv_qty\"");
-    EXPECT_EQ(FailureOf([&] { records->Value(1); }).number(), failure_number::noSuchField);
-    EXPECT_EQ(FailureOf([&] { records->Value(-1); }).number(), failure_number::noSuchField);
-    EXPECT_EQ(FailureOf([&] { records->FieldName(1); }).number(), failure_number::noSuchField);
-    EXPECT_EQ(FailureOf([&] { records->ValueAt(3, 0); }).number(), failure_number::noCurrentRecord);
-    EXPECT_EQ(FailureOf([&] { records->ValueAt(-1, 0); }).number(), failure_number::noCurrentRecord);
+    EXPECT_EQ(FailureOf([&] { records->Value(1); }).number(), failure_number::NoSuchField);
+    EXPECT_EQ(FailureOf([&] { records->Value(-1); }).number(), failure_number::NoSuchField);
+    EXPECT_EQ(FailureOf([&] { records->FieldName(1); }).number(), failure_number::NoSuchField);
+    EXPECT_EQ(FailureOf([&] { records->ValueAt(3, 0); }).number(), failure_number::NoCurrentRecord);
+    EXPECT_EQ(FailureOf([&] { records->ValueAt(-1, 0); }).number(), failure_number::NoCurrentRecord);
 }
 
 TEST_F(PartRecords, AreUnknownOnceClosed) {
     const std::unique_ptr<Recordset> records = connection->OpenRecordset("select bv_id from brenvik_data");
     records->Close();
-    EXPECT_EQ(FailureOf([&] { records->Eof(); }).number(), failure_number::objectClosed);
-    EXPECT_EQ(FailureOf([&] { records->Value("bv_id"); }).number(), failure_number::objectClosed);
-    EXPECT_EQ(FailureOf([&] { records->RecordCount(); }).number(), failure_number::objectClosed);
+    EXPECT_EQ(FailureOf([&] { records->Eof(); }).number(), failure_number::ObjectClosed);
+    EXPECT_EQ(FailureOf([&] { records->Value("bv_id"); }).number(), failure_number::ObjectClosed);
+    EXPECT_EQ(FailureOf([&] { records->RecordCount(); }).number(), failure_number::ObjectClosed);
 }
 
 TEST_F(PartRecords, UpdateReachesTheRowUnderAnySort) {
@@ -85,7 +85,7 @@ TEST_F(PartRecords, UpdateKeepsTheKindOfTheColumn) {
     EXPECT_TRUE(std::holds_alternative<std::string>(records->ValueAt(0, 0)));
     EXPECT_EQ(records->ValueAt(0, 1), FieldValue(7.25));
     const Failure failure = FailureOf([&] { records->Update(0, 1, FieldValue("")); });
-    EXPECT_EQ(failure.number(), failure_number::statementRefused);
+    EXPECT_EQ(failure.number(), failure_number::StatementRefused);
     EXPECT_EQ(records->ValueAt(0, 1), FieldValue(7.25)) << "a refused value must not show";
 }
 
@@ -93,7 +93,7 @@ TEST_F(PartRecords, ARefusedUpdateIsInNobodysWay) {
     const std::unique_ptr<Recordset> records =
         connection->OpenRecordset("select bv_partname, bv_id from brenvik_data");
     EXPECT_EQ(FailureOf([&] { records->Update(0, 0, FieldValue(std::string(256, 'x'))); }).number(),
-              failure_number::statementRefused);
+              failure_number::StatementRefused);
     records->Update(1, 0, FieldValue("Lid"));
     records->Update(0, 0, FieldValue(std::monostate{}));
     EXPECT_EQ(Column("select bv_partname from brenvik_data"), "null|Lid|Back");
@@ -106,13 +106,13 @@ TEST_F(PartRecords, UpdatesNeverReachAFileThatReplacedTheirOwn) {
     records->Update(0, 2, FieldValue("first"));
     database.CreateBlankPartDatabase("c:\\bv04.mdb");
     EXPECT_EQ(FailureOf([&] { records->Update(0, 2, FieldValue("second")); }).number(),
-              failure_number::databaseUnavailable);
+              failure_number::DatabaseUnavailable);
     database = Database();
     std::unique_ptr<Connection> fresh = Opened();
     connection.swap(fresh);
     Insert("1A", "Door", "Oak", "1");
     EXPECT_EQ(FailureOf([&] { records->Update(0, 2, FieldValue("third")); }).number(),
-              failure_number::databaseUnavailable);
+              failure_number::DatabaseUnavailable);
     EXPECT_EQ(Column("select bv_partname from brenvik_data"), "Door");
 }
 
@@ -122,7 +122,7 @@ TEST_F(PartRecords, UpdatesMeetATableThatWasMadeAnewWithOtherColumns) {
     connection->Execute("drop table brenvik_data");
     connection->Execute("create table brenvik_data (bv_id text)");
     EXPECT_EQ(FailureOf([&] { records->Update(0, 2, FieldValue("second")); }).number(),
-              failure_number::statementRefused);
+              failure_number::StatementRefused);
 }
 
 TEST_F(PartRecords, UpdateToNull) {
@@ -144,14 +144,14 @@ TEST_F(PartRecords, GroupedRecordsCannotBeUpdated) {
         "Select count(bv_partname) as bv_qty, bv_material from brenvik_data Group by bv_material");
     EXPECT_FALSE(records->Updatable());
     EXPECT_EQ(FailureOf([&] { records->Update(0, 1, FieldValue("x")); }).number(),
-              failure_number::notUpdatable);
+              failure_number::NotUpdatable);
 }
 
 TEST_F(PartRecords, UpdateOfARowThatIsGoneFails) {
     const std::unique_ptr<Recordset> records = connection->OpenRecordset("select * from brenvik_data");
     connection->Execute("delete from brenvik_data where bv_id = '2B'");
     EXPECT_EQ(FailureOf([&] { records->Update(1, 2, FieldValue("x")); }).number(),
-              failure_number::recordGone);
+              failure_number::RecordGone);
 }
 
 TEST_F(PartRecords, UpdateNeverMeetsARowThatTookThePlaceOfTheOldOne) {
@@ -159,7 +159,7 @@ TEST_F(PartRecords, UpdateNeverMeetsARowThatTookThePlaceOfTheOldOne) {
     connection->Execute("delete from brenvik_data");
     Insert("9F", "Door", "Oak", "1");
     EXPECT_EQ(FailureOf([&] { records->Update(0, 2, FieldValue("x")); }).number(),
-              failure_number::recordGone);
+              failure_number::RecordGone);
     EXPECT_EQ(Column("select bv_partname from brenvik_data"), "Door");
 }
 
@@ -168,7 +168,7 @@ TEST_F(PartRecords, OutliveTheirConnectionForReadingOnly) {
     connection->Close();
     EXPECT_EQ(records->Value("bv_id"), FieldValue("1A"));
     EXPECT_EQ(FailureOf([&] { records->Update(0, 2, FieldValue("x")); }).number(),
-              failure_number::objectClosed);
+              failure_number::ObjectClosed);
 }
 
 TEST_F(PartRecords, LeaveNoLockOnTheFile) {

@@ -60,7 +60,7 @@ class StatementRefusal : public testing::TestWithParam<Refusal> {};
 
 TEST_P(StatementRefusal, TellsWhatWasWrong) {
     const Failure failure = FailureOf([] { TranslateStatement(GetParam().given, true); });
-    EXPECT_EQ(failure.number(), failure_number::statementRefused);
+    EXPECT_EQ(failure.number(), failure_number::StatementRefused);
     EXPECT_EQ(failure.source(), "Brenvik part table");
     EXPECT_EQ(failure.description(), GetParam().reason);
     EXPECT_EQ(failure.detail(), GetParam().given);

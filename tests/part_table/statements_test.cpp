@@ -36,7 +36,7 @@ TEST_F(PartTable, HasTheColumnsInOrder) {
     ASSERT_EQ(all->FieldCount(), 26);
     ASSERT_EQ(named->FieldCount(), 26);
     for (int i = 0; i < 26; ++i) {
-        EXPECT_EQ(all->FieldName(i), part_table::tableColumns[static_cast<std::size_t>(i)].name);
+        EXPECT_EQ(all->FieldName(i), part_table::TableColumns[static_cast<std::size_t>(i)].name);
         EXPECT_EQ(all->FieldName(i), named->FieldName(i));
     }
 }
@@ -57,7 +57,7 @@ TEST_F(PartTable, TakesAScannedPartAndGivesItBack) {
 
 TEST_F(PartTable, QuoteInAValueFailsTheStatementWithTheReason) {
     const Failure failure = FailureOf([&] { connection->Execute(ScanInsert("1", "O'Brien")); });
-    EXPECT_EQ(failure.number(), failure_number::statementRefused);
+    EXPECT_EQ(failure.number(), failure_number::StatementRefused);
     EXPECT_EQ(failure.source(), "Brenvik part table");
     EXPECT_EQ(failure.description(), "near \"Brien\": syntax error");
     EXPECT_EQ(failure.detail(), ScanInsert("1", "O'Brien"));
@@ -75,7 +75,7 @@ TEST_F(PartTable, TextWithNoEndFails) {
 TEST_F(PartTable, OneStatementAtATime) {
     const Failure failure =
         FailureOf([&] { connection->Execute("delete from brenvik_data; drop table brenvik_data"); });
-    EXPECT_EQ(failure.number(), failure_number::statementRefused);
+    EXPECT_EQ(failure.number(), failure_number::StatementRefused);
     EXPECT_EQ(failure.description(),
               "Characters stand behind the end of the statement:  drop table brenvik_data");
     connection->Execute("select 1=1;  ");
@@ -104,13 +104,13 @@ TEST_F(PartTable, TextTakesUpTo255Characters) {
     Insert("1", longest, "", "1");
     EXPECT_EQ(Column("select bv_partname from brenvik_data"), longest);
     const Failure failure = FailureOf([&] { Insert("2", longest + "x", "", "1"); });
-    EXPECT_EQ(failure.number(), failure_number::statementRefused);
+    EXPECT_EQ(failure.number(), failure_number::StatementRefused);
     EXPECT_EQ(failure.description(), "The column bv_partname holds 255 characters at most");
 }
 
 TEST_F(PartTable, NumberColumnsTakeNumbersOnly) {
     const Failure failure = FailureOf([&] { Insert("1", "a", "", "'wide'"); });
-    EXPECT_EQ(failure.number(), failure_number::statementRefused);
+    EXPECT_EQ(failure.number(), failure_number::StatementRefused);
     EXPECT_EQ(failure.description(), "cannot store TEXT value in REAL column brenvik_data.bv_length");
     Insert("2", "a", "", "'12.5'");
     EXPECT_EQ(connection->OpenRecordset("select bv_length from brenvik_data")->Value(0), FieldValue(12.5));

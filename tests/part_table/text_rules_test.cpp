@@ -23,7 +23,7 @@ struct LikeCase {
 class LikePattern : public testing::TestWithParam<LikeCase> {};
 
 TEST_P(LikePattern, KnowsPercentAndUnderscore) {
-    EXPECT_EQ(MatchesWildcards(GetParam().text, GetParam().pattern, likeWildcards), GetParam().fits)
+    EXPECT_EQ(MatchesWildcards(GetParam().text, GetParam().pattern, LikeWildcards), GetParam().fits)
         << GetParam().text << " like " << GetParam().pattern;
 }
 
@@ -44,8 +44,8 @@ TEST(LikePatternTime, GrowsWithTheProductOfTheLengthsAtWorst) {
     const std::string text(2000, 'a');
     std::string pattern;
     for (int i = 0; i < 500; ++i) pattern += "%a";
-    EXPECT_FALSE(MatchesWildcards(text, pattern + "b", likeWildcards));
-    EXPECT_TRUE(MatchesWildcards(text, pattern, likeWildcards));
+    EXPECT_FALSE(MatchesWildcards(text, pattern + "b", LikeWildcards));
+    EXPECT_TRUE(MatchesWildcards(text, pattern, LikeWildcards));
 }
 
 struct Order {

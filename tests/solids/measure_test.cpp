@@ -138,7 +138,7 @@ class MeasuredParts : public ::testing::TestWithParam<PartCase> {};
 
 TEST_P(MeasuredParts, SquarePartGivesExtentsAlongTheAxes) {
     const Extents extents = MeasureShape(GetParam().shape);
-    EXPECT_EQ(extents.status, measure_status::square);
+    EXPECT_EQ(extents.status, measure_status::Square);
     ExpectSizes(AsArray(extents), GetParam().square, 1e-10);
 }
 
@@ -146,11 +146,11 @@ TEST_P(MeasuredParts, QuarterTurnsExchangeTheExtentsExactly) {
     const auto [x, y, z] = AsArray(MeasureShape(GetParam().shape));
     const gp_Ax1 upright(gp_Pnt(10, 20, 30), gp::DZ());
     const Extents about = MeasureShape(Rotated(GetParam().shape, upright, std::numbers::pi / 2));
-    EXPECT_EQ(about.status, measure_status::square);
+    EXPECT_EQ(about.status, measure_status::Square);
     ExpectSizes(AsArray(about), {y, x, z}, 1e-10);
     const Extents tilted =
         MeasureShape(Rotated(GetParam().shape, gp_Ax1(gp_Pnt(), gp::DX()), std::numbers::pi / 2));
-    EXPECT_EQ(tilted.status, measure_status::square);
+    EXPECT_EQ(tilted.status, measure_status::Square);
     ExpectSizes(AsArray(tilted), {x, z, y}, 1e-10);
 }
 
@@ -188,7 +188,7 @@ TEST(Measure, TypedInNumbersComeBackToTheLastBit) {
 TEST(Measure, BoardTurnedInPlanGivesLengthWidthThickness) {
     const TopoDS_Shape board = Rotated(Board(600, 400, 18), gp_Ax1(gp_Pnt(), gp::DZ()), 0.5);
     const Extents extents = MeasureShape(board);
-    EXPECT_EQ(extents.status, measure_status::ownFrame);
+    EXPECT_EQ(extents.status, measure_status::OwnFrame);
     EXPECT_NEAR(extents.d1, 600, 1e-10);
     EXPECT_NEAR(extents.d2, 400, 1e-10);
     EXPECT_NEAR(extents.d3, 18, 1e-10);
@@ -198,7 +198,7 @@ TEST(Measure, MitredRailOnTheDiagonalIsNotSquare) {
     // Its mitres lie along X and Y, yet the board does not.
     const TopoDS_Shape rail = Prism({{0, 0}, {600, 0}, {540, 60}, {60, 60}}, 20);
     const Extents extents = MeasureShape(Rotated(rail, gp_Ax1(gp_Pnt(), gp::DZ()), std::numbers::pi / 4));
-    EXPECT_EQ(extents.status, measure_status::ownFrame);
+    EXPECT_EQ(extents.status, measure_status::OwnFrame);
     EXPECT_NEAR(extents.d1, 600, 1e-9);
     EXPECT_NEAR(extents.d2, 60, 1e-9);
 }
@@ -206,19 +206,19 @@ TEST(Measure, MitredRailOnTheDiagonalIsNotSquare) {
 TEST(Measure, GussetWithClippedCornersIsSquare) {
     const TopoDS_Shape gusset = Prism({{20, 0}, {400, 0}, {400, 20}, {20, 300}, {0, 300}, {0, 20}}, 18);
     const Extents extents = MeasureShape(gusset);
-    EXPECT_EQ(extents.status, measure_status::square);
+    EXPECT_EQ(extents.status, measure_status::Square);
     ExpectSizes(AsArray(extents), {400, 300, 18}, 1e-10);
 }
 
 TEST(Measure, TriangularGlueBlockOnTheAxesIsSquare) {
     const Extents extents = MeasureShape(Prism({{0, 0}, {50, 0}, {0, 50}}, 600));
-    EXPECT_EQ(extents.status, measure_status::square);
+    EXPECT_EQ(extents.status, measure_status::Square);
     ExpectSizes(AsArray(extents), {50, 50, 600}, 1e-10);
 }
 
 TEST(Measure, UprightLegTaperedOnFourSidesIsSquare) {
     const Extents extents = MeasureShape(TaperedLeg());
-    EXPECT_EQ(extents.status, measure_status::square);
+    EXPECT_EQ(extents.status, measure_status::Square);
     ExpectSizes(AsArray(extents), {60, 60, 700}, 1e-10);
 }
 
@@ -267,12 +267,12 @@ TEST(Measure, OutcomeDoesNotDependOnThePlace) {
 }
 
 TEST(Measure, NothingToMeasureGivesStatusZero) {
-    EXPECT_EQ(MeasureShape(TopoDS_Shape()).status, measure_status::nothing);
+    EXPECT_EQ(MeasureShape(TopoDS_Shape()).status, measure_status::Nothing);
     TopoDS_Compound empty;
     BRep_Builder().MakeCompound(empty);
-    EXPECT_EQ(MeasureShape(empty).status, measure_status::nothing);
+    EXPECT_EQ(MeasureShape(empty).status, measure_status::Nothing);
     EXPECT_EQ(MeasureShape(BRepBuilderAPI_MakeEdge(gp_Pnt(0, 0, 0), gp_Pnt(1, 0, 0)).Shape()).status,
-              measure_status::nothing);
+              measure_status::Nothing);
 }
 
 TEST(Measure, CoordinatesThatAreNoNumbersGiveANegativeStatus) {

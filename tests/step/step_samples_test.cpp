@@ -145,7 +145,7 @@ TEST(StepSampleNames, BookcaseGivesItsBoards) {
         names.push_back(part.name);
         EXPECT_EQ(part.assembly, "Bookcase_001");
         const solids::Extents extents = solids::MeasureShape(part.shape);
-        EXPECT_EQ(extents.status, solids::measure_status::square);
+        EXPECT_EQ(extents.status, solids::measure_status::Square);
         for (const double side : {extents.d1, extents.d2, extents.d3}) {
             EXPECT_NEAR(side, std::round(side), 1e-11) << part.name;
         }

@@ -68,10 +68,10 @@ TEST_F(Claims, AWorkFolderThatIsRemovedAndMadeAgainIsNobodysUnderTheSameName) {
     WorkFolder first(shared);
     EXPECT_EQ(first.Own(), std::nullopt);
     fs::remove_all(shared);
-    EXPECT_EQ(FailureOf([&] { first.Own(); }).number(), failure_number::pathNotFound);
+    EXPECT_EQ(FailureOf([&] { first.Own(); }).number(), failure_number::PathNotFound);
     WorkFolder second(shared);
     EXPECT_EQ(second.Own(), std::nullopt);
-    EXPECT_EQ(FailureOf([&] { first.Own(); }).number(), failure_number::pathNotFound)
+    EXPECT_EQ(FailureOf([&] { first.Own(); }).number(), failure_number::PathNotFound)
         << "it is the second one's now";
 }
 
@@ -169,7 +169,7 @@ TEST_F(Claims, AMoveReplacesTheFileThatHasTheNameAndTellsOneThatIsMissing) {
     EXPECT_EQ(files.ReadFile("c:\\BV-DXF\\LIST.TXT"), "new");
     EXPECT_EQ(files.ListFiles("c:\\BV-DXF", "*"), std::vector<std::string>{"LIST.TXT"});
     EXPECT_EQ(FailureOf([&] { files.MoveFileOver("c:\\BV-DXF\\none", "c:\\BV-DXF\\x"); }).number(),
-              failure_number::fileNotFound);
+              failure_number::FileNotFound);
 }
 
 }  // namespace

@@ -75,7 +75,7 @@ TEST_F(SystemFiles, MappedFolderTakesAllThatLiesInIt) {
 TEST_F(SystemFiles, BlankPathsNameNothing) {
     EXPECT_FALSE(files.FileExists(""));
     EXPECT_FALSE(files.FolderExists(""));
-    EXPECT_EQ(FailureOf([&] { files.ReadFile(""); }).number(), failure_number::badFileName);
+    EXPECT_EQ(FailureOf([&] { files.ReadFile(""); }).number(), failure_number::BadFileName);
 }
 
 TEST_F(SystemFiles, WrittenFileReadsBackAsItIs) {
@@ -98,22 +98,22 @@ TEST_F(SystemFiles, RootOfADriveIsThereForWhateverIsWrittenToIt) {
 
 TEST_F(SystemFiles, FolderOfADriveIsNotMadeByWriting) {
     EXPECT_EQ(FailureOf([&] { files.WriteFile("c:\\gone\\list.csv", "x"); }).number(),
-              failure_number::pathNotFound);
+              failure_number::PathNotFound);
     EXPECT_FALSE(fs::exists(home / "drive_c/gone"));
 }
 
 TEST_F(SystemFiles, ReadingMakesNoDrive) {
     EXPECT_FALSE(files.FileExists("c:\\list.csv"));
-    EXPECT_EQ(FailureOf([&] { files.ReadFile("c:\\list.csv"); }).number(), failure_number::pathNotFound);
+    EXPECT_EQ(FailureOf([&] { files.ReadFile("c:\\list.csv"); }).number(), failure_number::PathNotFound);
     EXPECT_EQ(FailureOf([&] { files.CopyFileOver("c:\\a", "d:\\b"); }).number(),
-              failure_number::pathNotFound);
+              failure_number::PathNotFound);
     EXPECT_FALSE(fs::exists(home));
 }
 
 TEST_F(SystemFiles, DriveThatCantBeMadeIsTold) {
     Put(home / "drive_c", "a file where the drive should be");
     const Failure failure = FailureOf([&] { files.WriteFile("c:\\list.csv", "x"); });
-    EXPECT_EQ(failure.number(), failure_number::pathNotFound);
+    EXPECT_EQ(failure.number(), failure_number::PathNotFound);
     EXPECT_EQ(failure.detail(), (home / "drive_c").string());
 }
 
@@ -130,8 +130,8 @@ TEST_F(SystemFiles, FoldersAreMadeWithThoseAboveThem) {
     files.MakeFolder("c:\\A\\B");
     EXPECT_TRUE(fs::is_directory(home / "drive_c/a/b/c"));
     files.WriteFile("c:\\a\\file", "x");
-    EXPECT_EQ(FailureOf([&] { files.MakeFolder("c:\\a\\FILE"); }).number(), failure_number::pathAccess);
-    EXPECT_EQ(FailureOf([&] { files.MakeFolder("c:\\a\\file\\x"); }).number(), failure_number::pathNotFound);
+    EXPECT_EQ(FailureOf([&] { files.MakeFolder("c:\\a\\FILE"); }).number(), failure_number::PathAccess);
+    EXPECT_EQ(FailureOf([&] { files.MakeFolder("c:\\a\\file\\x"); }).number(), failure_number::PathNotFound);
 }
 
 TEST_F(SystemFiles, CopyReplacesAnExistingFile) {
@@ -161,35 +161,35 @@ TEST_F(SystemFiles, RemovedFileIsGone) {
 
 TEST_F(SystemFiles, MissingFilesAndFoldersAreToldApart) {
     Put(home / "drive_c/there/x", "");
-    EXPECT_EQ(FailureOf([&] { files.ReadFile("c:\\there\\y"); }).number(), failure_number::fileNotFound);
-    EXPECT_EQ(FailureOf([&] { files.ReadFile("c:\\gone\\y"); }).number(), failure_number::pathNotFound);
-    EXPECT_EQ(FailureOf([&] { files.ReadFile("c:\\there\\x\\y"); }).number(), failure_number::pathNotFound);
-    EXPECT_EQ(FailureOf([&] { files.RemoveFile("c:\\there\\y"); }).number(), failure_number::fileNotFound);
-    EXPECT_EQ(FailureOf([&] { files.RemoveFile("c:\\gone\\y"); }).number(), failure_number::pathNotFound);
+    EXPECT_EQ(FailureOf([&] { files.ReadFile("c:\\there\\y"); }).number(), failure_number::FileNotFound);
+    EXPECT_EQ(FailureOf([&] { files.ReadFile("c:\\gone\\y"); }).number(), failure_number::PathNotFound);
+    EXPECT_EQ(FailureOf([&] { files.ReadFile("c:\\there\\x\\y"); }).number(), failure_number::PathNotFound);
+    EXPECT_EQ(FailureOf([&] { files.RemoveFile("c:\\there\\y"); }).number(), failure_number::FileNotFound);
+    EXPECT_EQ(FailureOf([&] { files.RemoveFile("c:\\gone\\y"); }).number(), failure_number::PathNotFound);
     EXPECT_EQ(FailureOf([&] { files.CopyFileOver("c:\\there\\y", "c:\\z"); }).number(),
-              failure_number::fileNotFound);
-    EXPECT_EQ(FailureOf([&] { files.WriteFile("c:\\gone\\y", "x"); }).number(), failure_number::pathNotFound);
+              failure_number::FileNotFound);
+    EXPECT_EQ(FailureOf([&] { files.WriteFile("c:\\gone\\y", "x"); }).number(), failure_number::PathNotFound);
     const Failure failure = FailureOf([&] { files.ReadFile("c:\\there\\y"); });
     EXPECT_EQ(failure.detail(), (home / "drive_c/there/y").string());
 }
 
 TEST_F(SystemFiles, FoldersAreNoFiles) {
     fs::create_directories(home / "drive_c/folder");
-    EXPECT_EQ(FailureOf([&] { files.ReadFile("c:\\folder"); }).number(), failure_number::pathAccess);
-    EXPECT_EQ(FailureOf([&] { files.WriteFile("c:\\folder", "x"); }).number(), failure_number::pathAccess);
-    EXPECT_EQ(FailureOf([&] { files.RemoveFile("c:\\folder"); }).number(), failure_number::fileNotFound);
+    EXPECT_EQ(FailureOf([&] { files.ReadFile("c:\\folder"); }).number(), failure_number::PathAccess);
+    EXPECT_EQ(FailureOf([&] { files.WriteFile("c:\\folder", "x"); }).number(), failure_number::PathAccess);
+    EXPECT_EQ(FailureOf([&] { files.RemoveFile("c:\\folder"); }).number(), failure_number::FileNotFound);
 }
 
 TEST_F(SystemFiles, NameThatIsTooLongIsABadName) {
     fs::create_directories(home / "drive_c");
     const std::string name = "c:\\" + std::string(300, 'x');
-    EXPECT_EQ(FailureOf([&] { files.WriteFile(name, "x"); }).number(), failure_number::badFileName);
+    EXPECT_EQ(FailureOf([&] { files.WriteFile(name, "x"); }).number(), failure_number::BadFileName);
     EXPECT_FALSE(files.FileExists(name));
     EXPECT_TRUE(files.ListFiles("c:\\", "*").empty());
 }
 
 TEST_F(SystemFiles, DeviceIsNoFileToRead) {
-    EXPECT_EQ(FailureOf([&] { files.ReadFile("/dev/zero"); }).number(), failure_number::pathAccess);
+    EXPECT_EQ(FailureOf([&] { files.ReadFile("/dev/zero"); }).number(), failure_number::PathAccess);
 }
 
 TEST_F(SystemFiles, ACurrentFolderThatIsGoneIsToldWhereItCounts) {
@@ -199,10 +199,10 @@ TEST_F(SystemFiles, ACurrentFolderThatIsGoneIsToldWhereItCounts) {
     fs::current_path(gone);
     fs::remove(gone);
     const auto number = [](const auto& work) { return FailureOf(work).number(); };
-    EXPECT_EQ(number([&] { files.ReadFile("notes.txt"); }), failure_number::pathNotFound);
-    EXPECT_EQ(number([&] { files.MapFolder("c:\\BV-DXF\\", "out"); }), failure_number::pathNotFound);
-    EXPECT_EQ(number([&] { FileRoots relative("home"); }), failure_number::pathNotFound);
-    EXPECT_EQ(number([&] { DefaultHome([](const char*) { return "home"; }); }), failure_number::pathNotFound);
+    EXPECT_EQ(number([&] { files.ReadFile("notes.txt"); }), failure_number::PathNotFound);
+    EXPECT_EQ(number([&] { files.MapFolder("c:\\BV-DXF\\", "out"); }), failure_number::PathNotFound);
+    EXPECT_EQ(number([&] { FileRoots relative("home"); }), failure_number::PathNotFound);
+    EXPECT_EQ(number([&] { DefaultHome([](const char*) { return "home"; }); }), failure_number::PathNotFound);
     files.WriteFile("c:\\notes.txt", "whole paths need none");
     EXPECT_EQ(files.ReadFile("c:\\notes.txt"), "whole paths need none");
     fs::current_path(before);
@@ -216,7 +216,7 @@ TEST(HomeFolder, IsTakenFromTheFirstVariableThatNamesOne) {
             return found == variables.end() ? nullptr : found->second.c_str();
         });
     };
-    EXPECT_EQ(FailureOf([&] { home(); }).number(), failure_number::pathNotFound);
+    EXPECT_EQ(FailureOf([&] { home(); }).number(), failure_number::PathNotFound);
     variables["HOME"] = "/home/u";
     EXPECT_EQ(home(), "/home/u/.local/share/brenvik");
     variables["XDG_DATA_HOME"] = "relative";

@@ -108,8 +108,8 @@ TEST(SettingsContent, OnlyValuesDirectlyUnderThePathAreListed) {
 
 TEST(SettingsContent, PathsOfSeveralLinesAreRefused) {
     SettingsText settings;
-    EXPECT_EQ(FailureOf([&] { settings.Set("a\nb", "A", "1"); }).number(), failure_number::invalidCall);
-    EXPECT_EQ(FailureOf([&] { settings.Set("a\xFF", "A", "1"); }).number(), failure_number::invalidCall);
+    EXPECT_EQ(FailureOf([&] { settings.Set("a\nb", "A", "1"); }).number(), failure_number::InvalidCall);
+    EXPECT_EQ(FailureOf([&] { settings.Set("a\xFF", "A", "1"); }).number(), failure_number::InvalidCall);
     EXPECT_EQ(settings.Content(), "");
 }
 
@@ -126,7 +126,7 @@ class SettingsDamage : public testing::TestWithParam<DamagedFile> {};
 
 TEST_P(SettingsDamage, IsToldWithFileLineAndWhatWasExpected) {
     const Failure failure = FailureOf([] { Parsed(GetParam().content); });
-    EXPECT_EQ(failure.number(), invalidFileFormat);
+    EXPECT_EQ(failure.number(), InvalidFileFormat);
     EXPECT_EQ(failure.description(), std::string("settings.txt, line ") + GetParam().description);
 }
 

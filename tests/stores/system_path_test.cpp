@@ -44,10 +44,10 @@ INSTANTIATE_TEST_SUITE_P(Table, SystemPathText,
                                          PathCase{" a ", 0, false, " a "}));
 
 TEST(SystemPathRefusal, BlankPathsAndZeroCharactersAreBadNames) {
-    EXPECT_EQ(FailureOf([] { ParseSystemPath(""); }).number(), failure_number::badFileName);
-    EXPECT_EQ(FailureOf([] { ParseSystemPath("  "); }).number(), failure_number::badFileName);
+    EXPECT_EQ(FailureOf([] { ParseSystemPath(""); }).number(), failure_number::BadFileName);
+    EXPECT_EQ(FailureOf([] { ParseSystemPath("  "); }).number(), failure_number::BadFileName);
     EXPECT_EQ(FailureOf([] { ParseSystemPath(std::string_view("a\0b", 3)); }).number(),
-              failure_number::badFileName);
+              failure_number::BadFileName);
 }
 
 struct PatternCase {

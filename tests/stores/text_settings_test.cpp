@@ -162,9 +162,9 @@ TEST_F(SettingsFile, DamagedFileFailsEveryCallAndStaysAsItIs) {
 TEST_F(SettingsFile, FolderInPlaceOfTheFileFails) {
     std::filesystem::create_directory(File());
     EXPECT_EQ(FailureOf([&] { settings.GetSetting(machine, key, "A"); }).number(),
-              failure_number::pathAccess);
+              failure_number::PathAccess);
     EXPECT_EQ(FailureOf([&] { settings.SaveSetting(machine, key, "A", "1"); }).number(),
-              failure_number::pathAccess);
+              failure_number::PathAccess);
 }
 
 TEST_F(SettingsFile, FailedSaveLeavesTheOldValue) {
@@ -172,7 +172,7 @@ TEST_F(SettingsFile, FailedSaveLeavesTheOldValue) {
     TextSettings full(
         File(), [](const std::filesystem::path& file, std::string_view) { throw DiskFull(file.string()); });
     EXPECT_EQ(FailureOf([&] { full.SaveSetting(machine, key, "A", "2"); }).number(),
-              failure_number::diskFull);
+              failure_number::DiskFull);
     EXPECT_EQ(full.GetSetting(machine, key, "A"), "1");
     EXPECT_EQ(settings.GetSetting(machine, key, "A"), "1");
 }
@@ -181,7 +181,7 @@ TEST_F(SettingsFile, MissingFolderFailsTheSave) {
     TextSettings lost(folder.Path() / "none" / "settings.txt", WriteWholeFile);
     EXPECT_EQ(lost.GetSetting(machine, key, "A"), "");
     EXPECT_EQ(FailureOf([&] { lost.SaveSetting(machine, key, "A", "1"); }).number(),
-              failure_number::pathNotFound);
+              failure_number::PathNotFound);
 }
 
 }  // namespace

@@ -103,7 +103,7 @@ TEST_F(WholeFile, FollowsALinkAndLeavesItOne) {
 
 TEST_F(WholeFile, FullDiskIsTold) {
     const Failure failure = FailureOf([] { WriteWholeFile("/dev/full", "new"); });
-    EXPECT_EQ(failure.number(), failure_number::diskFull);
+    EXPECT_EQ(failure.number(), failure_number::DiskFull);
     EXPECT_EQ(failure.detail(), "/dev/full");
 }
 
@@ -116,7 +116,7 @@ TEST_F(WholeFile, FullDiskLeavesTheOldFileAndNoWorkFile) {
     const Failure failure = FailureOf([&] { WriteWholeFile(File(), std::string(10000, 'x')); });
     setrlimit(RLIMIT_FSIZE, &old);
     std::signal(SIGXFSZ, handler);
-    EXPECT_EQ(failure.number(), failure_number::diskFull);
+    EXPECT_EQ(failure.number(), failure_number::DiskFull);
     EXPECT_EQ(Content(), "old");
     EXPECT_EQ(Entries(), 1);
 }
@@ -124,7 +124,7 @@ TEST_F(WholeFile, FullDiskLeavesTheOldFileAndNoWorkFile) {
 TEST_F(WholeFile, ProtectedFileIsNotReplaced) {
     ASSERT_EQ(chmod(File().c_str(), 0444), 0);
     if (access(File().c_str(), W_OK) == 0) GTEST_SKIP() << "the administrator may write protected files";
-    EXPECT_EQ(FailureOf([&] { WriteWholeFile(File(), "new"); }).number(), failure_number::permissionDenied);
+    EXPECT_EQ(FailureOf([&] { WriteWholeFile(File(), "new"); }).number(), failure_number::PermissionDenied);
     EXPECT_EQ(Content(), "old");
 }
 
@@ -135,8 +135,8 @@ TEST_F(WholeFile, FolderThatRefusesNewFilesIsToldAndLeftAlone) {
 
 TEST_F(WholeFile, MissingFolderIsTold) {
     EXPECT_EQ(FailureOf([&] { WriteWholeFile(folder.Path() / "none/x", "new"); }).number(),
-              failure_number::pathNotFound);
-    EXPECT_EQ(FailureOf([&] { WriteWholeFile(File() / "x", "new"); }).number(), failure_number::pathNotFound);
+              failure_number::PathNotFound);
+    EXPECT_EQ(FailureOf([&] { WriteWholeFile(File() / "x", "new"); }).number(), failure_number::PathNotFound);
 }
 
 TEST_F(WholeFile, ProgramThatDiesWhileWritingLeavesTheOldFile) {
@@ -167,7 +167,7 @@ TEST_F(WholeFile, WorkFilesOfADeadProgramWithOurNumberAreInNobodysWay) {
     WriteWholeFile(File(), "old");
     constexpr int left = 1000;
     for (int counter = 1; counter <= left; ++counter)
-        std::ofstream(folder.Path() / (std::string(workFilePrefix) + std::to_string(getpid()) + "-" +
+        std::ofstream(folder.Path() / (std::string(WorkFilePrefix) + std::to_string(getpid()) + "-" +
                                        std::to_string(counter)))
             << "half";
     WriteWholeFile(File(), "new");

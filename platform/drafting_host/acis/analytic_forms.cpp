@@ -24,8 +24,8 @@ namespace brenvik::acis {
 namespace {
 
 // Angles and lengths within which a curve lies to an axis as the analytic kind wants it.
-constexpr double parallel = 1e-12;
-constexpr double onAxis = 1e-9;
+constexpr double Parallel = 1e-12;
+constexpr double OnAxis = 1e-9;
 
 Handle(Geom_Curve) Untrimmed(Handle(Geom_Curve) curve) {
     while (!curve.IsNull()) {
@@ -68,16 +68,16 @@ std::optional<SurfaceRecord> Extruded(const Geom_SurfaceOfLinearExtrusion& surfa
     const gp_Dir direction = surface.Direction();
     if (const auto line = Handle(Geom_Line)::DownCast(basis); !line.IsNull()) {
         const gp_Dir along = line->Lin().Direction();
-        if (along.IsParallel(direction, parallel)) return std::nullopt;
+        if (along.IsParallel(direction, Parallel)) return std::nullopt;
         return PlaneOf(line->Lin().Location(), along.Crossed(direction), along);
     }
     if (const auto circle = Handle(Geom_Circle)::DownCast(basis); !circle.IsNull()) {
-        if (!circle->Axis().Direction().IsParallel(direction, parallel)) return std::nullopt;
+        if (!circle->Axis().Direction().IsParallel(direction, Parallel)) return std::nullopt;
         return RoundOf(circle->Location(), circle->Axis().Direction(), circle->XAxis().Direction(),
                        circle->Radius(), 1, 0);
     }
     if (const auto ellipse = Handle(Geom_Ellipse)::DownCast(basis); !ellipse.IsNull()) {
-        if (!ellipse->Axis().Direction().IsParallel(direction, parallel)) return std::nullopt;
+        if (!ellipse->Axis().Direction().IsParallel(direction, Parallel)) return std::nullopt;
         return RoundOf(ellipse->Location(), ellipse->Axis().Direction(), ellipse->XAxis().Direction(),
                        ellipse->MajorRadius(), ellipse->MinorRadius() / ellipse->MajorRadius(), 0);
     }
@@ -86,19 +86,19 @@ std::optional<SurfaceRecord> Extruded(const Geom_SurfaceOfLinearExtrusion& surfa
 
 std::optional<SurfaceRecord> RevolvedLine(const gp_Lin& line, const gp_Lin& axis) {
     const gp_Dir along = axis.Direction();
-    if (line.Direction().IsParallel(along, parallel)) {
+    if (line.Direction().IsParallel(along, Parallel)) {
         const double radius = axis.Distance(line.Location());
-        if (radius < onAxis) return std::nullopt;
+        if (radius < OnAxis) return std::nullopt;
         const gp_Vec reach(axis.Location(), line.Location());
         const gp_Vec across = reach - gp_Vec(along) * reach.Dot(gp_Vec(along));
         return RoundOf(axis.Location(), along, gp_Dir(across), radius, 1, 0);
     }
     const gp_Vec reach(axis.Location(), line.Location());
-    if (line.Direction().IsNormal(along, parallel)) {
+    if (line.Direction().IsNormal(along, Parallel)) {
         const gp_Pnt origin = axis.Location().Translated(gp_Vec(along) * reach.Dot(gp_Vec(along)));
         return PlaneOf(origin, along, line.Direction());
     }
-    if (line.Distance(axis) > onAxis) return std::nullopt;
+    if (line.Distance(axis) > OnAxis) return std::nullopt;
     // From the apex, where the line meets the axis, the cone grows both ways; the half with the line's
     // own starting point is meant.
     const double radius = axis.Distance(line.Location());
@@ -112,11 +112,11 @@ std::optional<SurfaceRecord> RevolvedLine(const gp_Lin& line, const gp_Lin& axis
 std::optional<SurfaceRecord> RevolvedCircle(const gp_Circ& circle, const gp_Lin& axis) {
     const gp_Dir along = axis.Direction();
     const gp_Vec reach(axis.Location(), circle.Location());
-    if (!circle.Axis().Direction().IsNormal(along, parallel)) return std::nullopt;
-    if (std::abs(reach.Dot(gp_Vec(circle.Axis().Direction()))) > onAxis) return std::nullopt;
+    if (!circle.Axis().Direction().IsNormal(along, Parallel)) return std::nullopt;
+    if (std::abs(reach.Dot(gp_Vec(circle.Axis().Direction()))) > OnAxis) return std::nullopt;
     const gp_Vec across = reach - gp_Vec(along) * reach.Dot(gp_Vec(along));
     const gp_Pnt centre = axis.Location().Translated(gp_Vec(along) * reach.Dot(gp_Vec(along)));
-    if (across.Magnitude() < onAxis) {
+    if (across.Magnitude() < OnAxis) {
         const gp_Dir equator = circle.Axis().Direction();
         return SphereRecord{circle.Location().XYZ(), equator.XYZ(), along.XYZ(), circle.Radius()};
     }

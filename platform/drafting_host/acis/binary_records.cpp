@@ -37,27 +37,27 @@ enum class Tag : unsigned char {
     Long = 0x17,
 };
 
-constexpr std::string_view magic15[] = {"ACIS BinaryFile", "ASM BinaryFile4", "ASM BinaryFile8"};
-constexpr std::string_view wideMagic = magic15[2];
-constexpr std::size_t magicLength = 15;
+constexpr std::string_view Magic15[] = {"ACIS BinaryFile", "ASM BinaryFile4", "ASM BinaryFile8"};
+constexpr std::string_view WideMagic = Magic15[2];
+constexpr std::size_t MagicLength = 15;
 
 class BinarySplitter {
   public:
-    explicit BinarySplitter(std::string_view source) : data(source) {}
+    explicit BinarySplitter(std::string_view source) : mData(source) {}
 
     RecordText Run() {
-        if (!ReadHead()) return std::move(result);
-        result.readable = true;
+        if (!ReadHead()) return std::move(mResult);
+        mResult.readable = true;
         ReadRecords();
-        return std::move(result);
+        return std::move(mResult);
     }
 
   private:
     bool Tell(std::string what, long record = -1) {
-        result.problems.push_back({0, record, std::move(what)});
+        mResult.problems.push_back({0, record, std::move(what)});
         return false;
     }
-    std::string Place() const { return "byte " + std::to_string(at); }
+    std::string Place() const { return "byte " + std::to_string(mAt); }
 
     bool ReadHead();
     bool ReadHeadTokens();
@@ -74,15 +74,15 @@ class BinarySplitter {
 
     template <typename Number>
     std::optional<Number> Take() {
-        if (data.size() - at < sizeof(Number)) return std::nullopt;
+        if (mData.size() - mAt < sizeof(Number)) return std::nullopt;
         static_assert(std::endian::native == std::endian::little);
         Number number;
-        std::memcpy(&number, data.data() + at, sizeof number);
-        at += sizeof number;
+        std::memcpy(&number, mData.data() + mAt, sizeof number);
+        mAt += sizeof number;
         return number;
     }
     std::optional<std::int64_t> TakeInteger() {
-        if (isWide) return Take<std::int64_t>();
+        if (mIsWide) return Take<std::int64_t>();
         const auto number = Take<std::int32_t>();
         return number ? std::optional<std::int64_t>(*number) : std::nullopt;
     }
@@ -93,35 +93,35 @@ class BinarySplitter {
         Field field;
         field.kind = kind;
         field.number = number;
-        fields.push_back(field);
+        mFields.push_back(field);
         return true;
     }
     void AddWord(std::string_view word) {
         Field field;
         field.text = word;
-        fields.push_back(field);
+        mFields.push_back(field);
     }
 
-    std::string_view data;
-    std::size_t at = 0;
-    bool isWide = false;
-    std::vector<Field> fields;  // of the record being read
-    std::unordered_map<std::string, std::string_view> names;
-    RecordText result;
+    std::string_view mData;
+    std::size_t mAt = 0;
+    bool mIsWide = false;
+    std::vector<Field> mFields;  // of the record being read
+    std::unordered_map<std::string, std::string_view> mNames;
+    RecordText mResult;
 };
 
 bool BinarySplitter::ReadHead() {
-    isWide = data.starts_with(wideMagic);
-    at = magicLength;
+    mIsWide = mData.starts_with(WideMagic);
+    mAt = MagicLength;
     const auto version = TakeInteger(), records = TakeInteger(), bodies = TakeInteger(),
                flags = TakeInteger();
     if (!flags) return Tell("the data break off in their head, at " + Place());
-    if (*version <= 0 || *version > highestVersion)
+    if (*version <= 0 || *version > HighestVersion)
         return Tell("expected the version of ACIS data at byte 15, found " + std::to_string(*version));
-    result.header.version = static_cast<int>(*version);
-    result.header.declaredRecords = std::max<long>(0, *records);
-    result.header.declaredBodies = std::max<long>(0, *bodies);
-    if (const std::string refusal = VersionRefusal(result.header.version); !refusal.empty())
+    mResult.header.version = static_cast<int>(*version);
+    mResult.header.declaredRecords = std::max<long>(0, *records);
+    mResult.header.declaredBodies = std::max<long>(0, *bodies);
+    if (const std::string refusal = VersionRefusal(mResult.header.version); !refusal.empty())
         return Tell(refusal);
     if (!ReadHeadTokens()) {
         return Tell(
@@ -133,20 +133,21 @@ bool BinarySplitter::ReadHead() {
 
 bool BinarySplitter::ReadHeadTokens() {
     Record head;
-    for (std::string* target : {&result.header.product, &result.header.modeller, &result.header.date}) {
-        if (!TakeToken(head) || fields.size() != 1 || fields.front().kind != Field::Kind::Text) return false;
-        *target = std::string(fields.front().text);
-        fields.clear();
+    for (std::string* target : {&mResult.header.product, &mResult.header.modeller, &mResult.header.date}) {
+        if (!TakeToken(head) || mFields.size() != 1 || mFields.front().kind != Field::Kind::Text)
+            return false;
+        *target = std::string(mFields.front().text);
+        mFields.clear();
     }
     for (int i = 0; i < 3; ++i) {
         if (!TakeToken(head)) return false;
     }
-    for (const Field& field : fields) {
+    for (const Field& field : mFields) {
         if (field.kind != Field::Kind::Number) return false;
     }
-    if (fields.size() != 3) return false;
-    result.header.millimetresPerUnit = fields.front().number;
-    fields.clear();
+    if (mFields.size() != 3) return false;
+    mResult.header.millimetresPerUnit = mFields.front().number;
+    mFields.clear();
     return true;
 }
 
@@ -165,9 +166,9 @@ std::optional<std::string_view> BinarySplitter::TakeCounted(std::size_t countByt
         if (!length) return std::nullopt;
         count = *length;
     }
-    if (data.size() - at < count) return std::nullopt;
-    const std::string_view text = data.substr(at, count);
-    at += count;
+    if (mData.size() - mAt < count) return std::nullopt;
+    const std::string_view text = mData.substr(mAt, count);
+    mAt += count;
     return text;
 }
 
@@ -177,7 +178,7 @@ bool BinarySplitter::TakeText(std::size_t countBytes, Field::Kind kind) {
     Field field;
     field.kind = kind;
     field.text = *text;
-    fields.push_back(field);
+    mFields.push_back(field);
     return true;
 }
 
@@ -191,7 +192,7 @@ bool BinarySplitter::TakeNumbers(std::size_t count) {
 
 // Some programs put the fields of a transform as they stand in ACIS text, in one string.
 void BinarySplitter::SplitText(std::string_view text) {
-    for (Field& field : TextFields(text)) fields.push_back(field);
+    for (Field& field : TextFields(text)) mFields.push_back(field);
 }
 
 // One token other than the end of the record.
@@ -234,8 +235,8 @@ bool BinarySplitter::TakeToken(Record& record) {
         case Tag::LongText:
             if (!TakeText(4, Field::Kind::Text)) return false;
             if (record.name == "transform") {
-                const std::string_view text = fields.back().text;
-                fields.pop_back();
+                const std::string_view text = mFields.back().text;
+                mFields.pop_back();
                 SplitText(text);
             }
             return true;
@@ -252,7 +253,7 @@ bool BinarySplitter::TakeToken(Record& record) {
             Field field;
             field.kind = Field::Kind::Pointer;
             field.index = static_cast<long>(*index);
-            fields.push_back(field);
+            mFields.push_back(field);
             return true;
         }
         case Tag::Name:
@@ -272,8 +273,8 @@ bool BinarySplitter::TakeToken(Record& record) {
 
 // Kinds of records are few, so that each name is kept once.
 std::string_view BinarySplitter::Joined(const std::string& name) {
-    const auto [entry, fresh] = names.try_emplace(name);
-    if (fresh) entry->second = result.names.emplace_back(name);
+    const auto [entry, fresh] = mNames.try_emplace(name);
+    if (fresh) entry->second = mResult.names.emplace_back(name);
     return entry->second;
 }
 
@@ -298,34 +299,34 @@ bool BinarySplitter::ReadName(Record& record) {
 }
 
 bool BinarySplitter::BreaksOff(const Record& record) {
-    const std::string index = std::to_string(result.records.size());
+    const std::string index = std::to_string(mResult.records.size());
     std::string name;
     for (const char c : record.name.substr(0, 40)) name += c >= ' ' && c <= '~' ? c : '?';
     return Tell("the data are damaged or break off within record " + index +
                     (name.empty() ? std::string() : " (" + name + ")") + ", before " + Place() +
                     "; expected the end mark of the record",
-                static_cast<long>(result.records.size()));
+                static_cast<long>(mResult.records.size()));
 }
 
 bool BinarySplitter::ReadRecord() {
     Record record;
-    fields.clear();
+    mFields.clear();
     if (!ReadName(record)) return BreaksOff(record);
-    while (at < data.size() && static_cast<Tag>(data[at]) != Tag::RecordEnd) {
+    while (mAt < mData.size() && static_cast<Tag>(mData[mAt]) != Tag::RecordEnd) {
         if (!TakeToken(record)) return BreaksOff(record);
     }
-    if (at >= data.size()) return BreaksOff(record);
-    ++at;
+    if (mAt >= mData.size()) return BreaksOff(record);
+    ++mAt;
     // Exactly as many as there are: most records are short.
-    record.fields.assign(fields.begin(), fields.end());
-    result.records.push_back(std::move(record));
+    record.fields.assign(mFields.begin(), mFields.end());
+    mResult.records.push_back(std::move(record));
     return true;
 }
 
 /// The pieces End of ACIS data, or the words as they stand in text.
 bool BinarySplitter::EndMarkFollows() const {
     using namespace std::string_view_literals;
-    const std::string_view rest = data.substr(at);
+    const std::string_view rest = mData.substr(mAt);
     for (const std::string_view mark : {"\x0E\x03"
                                         "End\x0E\x02of"sv,
                                         "\x0E\x05"
@@ -342,12 +343,12 @@ bool BinarySplitter::EndMarkFollows() const {
 }
 
 void BinarySplitter::ReadRecords() {
-    while (at < data.size()) {
+    while (mAt < mData.size()) {
         if (EndMarkFollows()) return;
         if (!ReadRecord()) return;
     }
-    const auto found = static_cast<long>(result.records.size());
-    const long declared = result.header.declaredRecords;
+    const auto found = static_cast<long>(mResult.records.size());
+    const long declared = mResult.header.declaredRecords;
     if (found < declared || declared == 0) {
         Tell("the data break off after " + std::to_string(found) + " records; expected " +
                  (declared > 0 ? std::to_string(declared) + " records"
@@ -359,7 +360,7 @@ void BinarySplitter::ReadRecords() {
 }  // namespace
 
 bool IsBinary(std::string_view data) {
-    for (const std::string_view magic : magic15) {
+    for (const std::string_view magic : Magic15) {
         if (data.starts_with(magic)) return true;
     }
     return false;

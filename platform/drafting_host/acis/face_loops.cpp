@@ -38,39 +38,39 @@ std::vector<TopoDS_Edge> Walk(const TopoDS_Wire& wire, const TopoDS_Face& face) 
 class Taker {
   public:
     Taker(const TopoDS_Face& f, std::string n)
-        : name(std::move(n)),
-          face(TopoDS::Face(f.Oriented(TopAbs_FORWARD))),
-          reversed(f.Orientation() == TopAbs_REVERSED) {}
+        : mName(std::move(n)),
+          mFace(TopoDS::Face(f.Oriented(TopAbs_FORWARD))),
+          mReversed(f.Orientation() == TopAbs_REVERSED) {}
 
     FaceLoops Run() {
-        for (TopoDS_Iterator part(face); part.More(); part.Next()) {
+        for (TopoDS_Iterator part(mFace); part.More(); part.Next()) {
             if (part.Value().ShapeType() == TopAbs_WIRE) Take(TopoDS::Wire(part.Value()));
         }
         KeepLonePoints();
-        return std::move(result);
+        return std::move(mResult);
     }
 
   private:
     void Take(const TopoDS_Wire& wire) {
         std::vector<TopoDS_Edge> edges;
-        const std::vector<TopoDS_Edge> walk = Walk(wire, face);
+        const std::vector<TopoDS_Edge> walk = Walk(wire, mFace);
         // A cut along a seam leaves edges that know both sides of it but bound the face on one only.
         const auto isSeam = [&](const TopoDS_Edge& edge) {
-            return BRep_Tool::IsClosed(edge, face) &&
+            return BRep_Tool::IsClosed(edge, mFace) &&
                    std::count_if(walk.begin(), walk.end(),
                                  [&](const TopoDS_Edge& e) { return e.IsSame(edge); }) == 2;
         };
         for (const TopoDS_Edge& edge : walk) {
             if (BRep_Tool::Degenerated(edge)) {
-                spreadPoints.push_back(TopExp::FirstVertex(edge));
+                mSpreadPoints.push_back(TopExp::FirstVertex(edge));
             } else if (!isSeam(edge)) {
-                edges.push_back(reversed ? TopoDS::Edge(edge.Reversed()) : edge);
+                edges.push_back(mReversed ? TopoDS::Edge(edge.Reversed()) : edge);
             }
         }
-        if (reversed) std::reverse(edges.begin(), edges.end());
+        if (mReversed) std::reverse(edges.begin(), edges.end());
         std::vector<bool> used(edges.size(), false);
         for (std::size_t first = 0; first < edges.size(); ++first) {
-            if (!used[first]) result.loops.push_back(Follow(edges, used, first));
+            if (!used[first]) mResult.loops.push_back(Follow(edges, used, first));
         }
     }
 
@@ -84,34 +84,34 @@ class Taker {
             used[at] = true;
             loop.push_back(edges[at]);
             const TopoDS_Vertex end = TopExp::LastVertex(edges[at], true);
-            if (end.IsNull() || start.IsNull()) throw WriteFailure(name + " has an edge without vertices");
+            if (end.IsNull() || start.IsNull()) throw WriteFailure(mName + " has an edge without vertices");
             if (end.IsSame(start)) return loop;
             std::size_t step = 1;
             for (; step < edges.size(); ++step) {
                 const std::size_t next = (at + step) % edges.size();
                 if (!used[next] && TopExp::FirstVertex(edges[next], true).IsSame(end)) break;
             }
-            if (step >= edges.size()) throw WriteFailure(name + " has a boundary that is not closed");
+            if (step >= edges.size()) throw WriteFailure(mName + " has a boundary that is not closed");
             at = (at + step) % edges.size();
         }
     }
 
     void KeepLonePoints() {
-        for (const TopoDS_Vertex& point : spreadPoints) {
+        for (const TopoDS_Vertex& point : mSpreadPoints) {
             bool passed = false;
-            for (const auto& loop : result.loops) {
+            for (const auto& loop : mResult.loops) {
                 for (const TopoDS_Edge& edge : loop)
                     passed = passed || TopExp::FirstVertex(edge, true).IsSame(point);
             }
-            if (!passed) result.spreadPoints.push_back(point);
+            if (!passed) mResult.spreadPoints.push_back(point);
         }
     }
 
-    std::string name;
-    TopoDS_Face face;
-    bool reversed;
-    std::vector<TopoDS_Vertex> spreadPoints;
-    FaceLoops result;
+    std::string mName;
+    TopoDS_Face mFace;
+    bool mReversed;
+    std::vector<TopoDS_Vertex> mSpreadPoints;
+    FaceLoops mResult;
 };
 
 }  // namespace

@@ -23,9 +23,9 @@
 namespace brenvik::acis {
 namespace {
 
-constexpr double fullTurn = 2 * std::numbers::pi;
+constexpr double FullTurn = 2 * std::numbers::pi;
 // Share of a turn by which rounding may carry an opening over the end of the outer loop.
-constexpr double parameterSlack = 1e-9;
+constexpr double ParameterSlack = 1e-9;
 
 double Along(const gp_Pnt2d& p, bool alongU) { return alongU ? p.X() : p.Y(); }
 
@@ -33,7 +33,7 @@ gp_Vec2d AlongBy(double length, bool alongU) { return alongU ? gp_Vec2d(length, 
 
 // Walks a wound or closed loop from the given piece on; what is carried over the end moves by whole turns.
 void StartAt(LoopChart& loop, std::size_t piece) {
-    const gp_Vec2d turn(fullTurn * loop.windU, fullTurn * loop.windV);
+    const gp_Vec2d turn(FullTurn * loop.windU, FullTurn * loop.windV);
     for (std::size_t i = 0; i < piece; ++i) loop.pieces[i].Move(turn);
     std::rotate(loop.pieces.begin(), loop.pieces.begin() + static_cast<long>(piece), loop.pieces.end());
 }
@@ -58,30 +58,30 @@ bool Encloses(const LoopChart& outer, const gp_Pnt2d& point) {
 
 class FaceMaker {
   public:
-    FaceMaker(const FacePlan& p, Nodes& n) : plan(p), nodes(n), surface(p.frame.Build()) {}
+    FaceMaker(const FacePlan& p, Nodes& n) : mPlan(p), mNodes(n), mSurface(p.frame.Build()) {}
 
     MadeFaces Run() {
-        std::optional<FaceChart> laid = ChartFace(plan, nodes);
-        if (!laid) throw BadRecord(plan.record, "the loops of a face enclose nothing");
-        chart = std::move(*laid);
-        const double flux = Flux(plan, &chart, nodes, nodes.vertices.front().place.XYZ());
-        if (plan.frame.kind == SurfaceFrame::Kind::Plane) return {FlatFaces(), flux};
-        builder.MakeFace(face, surface, coincidence);
-        if (chart.pair) {
+        std::optional<FaceChart> laid = ChartFace(mPlan, mNodes);
+        if (!laid) throw BadRecord(mPlan.record, "the loops of a face enclose nothing");
+        mChart = std::move(*laid);
+        const double flux = Flux(mPlan, &mChart, mNodes, mNodes.vertices.front().place.XYZ());
+        if (mPlan.frame.kind == SurfaceFrame::Kind::Plane) return {FlatFaces(), flux};
+        mBuilder.MakeFace(mFace, mSurface, Coincidence);
+        if (mChart.pair) {
             AddSeamedWire();
         } else {
             AddPlainWires();
         }
         AssignCurves();
-        return {{Sided(face)}, flux};
+        return {{Sided(mFace)}, flux};
     }
 
   private:
     TopoDS_Face Sided(const TopoDS_Face& made) const {
-        return TopoDS::Face(made.Oriented(plan.naturalSide ? TopAbs_FORWARD : TopAbs_REVERSED));
+        return TopoDS::Face(made.Oriented(mPlan.naturalSide ? TopAbs_FORWARD : TopAbs_REVERSED));
     }
 
-    EdgeNode& Edge(const ChartPiece& piece) { return nodes.edges[static_cast<std::size_t>(piece.edge)]; }
+    EdgeNode& Edge(const ChartPiece& piece) { return mNodes.edges[static_cast<std::size_t>(piece.edge)]; }
 
     std::vector<TopoDS_Face> FlatFaces();
     TopoDS_Wire FlatWire(const LoopChart& loop);
@@ -104,28 +104,28 @@ class FaceMaker {
         Handle(Geom2d_Curve) forward, reversed;
     };
 
-    const FacePlan& plan;
-    Nodes& nodes;
-    Handle(Geom_Surface) surface;
-    FaceChart chart;
-    TopoDS_Face face;
-    BRep_Builder builder;
-    std::map<int, Uses> uses;
+    const FacePlan& mPlan;
+    Nodes& mNodes;
+    Handle(Geom_Surface) mSurface;
+    FaceChart mChart;
+    TopoDS_Face mFace;
+    BRep_Builder mBuilder;
+    std::map<int, Uses> mUses;
 };
 
 TopoDS_Wire FaceMaker::FlatWire(const LoopChart& loop) {
     TopoDS_Wire wire;
-    builder.MakeWire(wire);
+    mBuilder.MakeWire(wire);
     for (const ChartPiece& piece : loop.pieces) {
         EdgeNode& edge = Edge(piece);
-        builder.Add(wire, edge.shape.Oriented(piece.forward ? TopAbs_FORWARD : TopAbs_REVERSED));
+        mBuilder.Add(wire, edge.shape.Oriented(piece.forward ? TopAbs_FORWARD : TopAbs_REVERSED));
         for (const gp_Pnt2d& sample : piece.samples) {
             const double position = edge.first + (edge.last - edge.first) *
                                                      static_cast<double>(&sample - piece.samples.data()) /
                                                      static_cast<double>(piece.samples.size() - 1);
             const gp_Pnt onCurve =
                 edge.curve->Value(piece.forward ? position : edge.first + edge.last - position);
-            edge.tolerance = std::max(edge.tolerance, 1.1 * onCurve.Distance(plan.frame.Value(sample)));
+            edge.tolerance = std::max(edge.tolerance, 1.1 * onCurve.Distance(mPlan.frame.Value(sample)));
         }
     }
     wire.Closed(true);
@@ -136,24 +136,24 @@ TopoDS_Wire FaceMaker::FlatWire(const LoopChart& loop) {
 // outer loops; each then becomes a face of its own with the openings it encloses.
 std::vector<TopoDS_Face> FaceMaker::FlatFaces() {
     std::vector<std::size_t> outers;
-    for (std::size_t i = 0; i < chart.loops.size(); ++i) {
-        if (PolygonArea(chart.loops[i]) > 0) outers.push_back(i);
+    for (std::size_t i = 0; i < mChart.loops.size(); ++i) {
+        if (PolygonArea(mChart.loops[i]) > 0) outers.push_back(i);
     }
     std::sort(outers.begin(), outers.end(), [&](std::size_t a, std::size_t b) {
-        return PolygonArea(chart.loops[a]) < PolygonArea(chart.loops[b]);
+        return PolygonArea(mChart.loops[a]) < PolygonArea(mChart.loops[b]);
     });
-    if (outers.empty()) throw BadRecord(plan.record, "a flat face without an outer loop");
+    if (outers.empty()) throw BadRecord(mPlan.record, "a flat face without an outer loop");
     std::vector<TopoDS_Face> faces(outers.size());
     for (std::size_t i = 0; i < outers.size(); ++i) {
-        builder.MakeFace(faces[i], surface, coincidence);
-        builder.Add(faces[i], FlatWire(chart.loops[outers[i]]));
+        mBuilder.MakeFace(faces[i], mSurface, Coincidence);
+        mBuilder.Add(faces[i], FlatWire(mChart.loops[outers[i]]));
     }
-    for (const LoopChart& loop : chart.loops) {
+    for (const LoopChart& loop : mChart.loops) {
         if (PolygonArea(loop) > 0) continue;
         std::size_t home = 0;
-        while (home + 1 < outers.size() && !Encloses(chart.loops[outers[home]], loop.pieces.front().Start()))
+        while (home + 1 < outers.size() && !Encloses(mChart.loops[outers[home]], loop.pieces.front().Start()))
             ++home;
-        builder.Add(faces[home], FlatWire(loop));
+        mBuilder.Add(faces[home], FlatWire(loop));
     }
     for (TopoDS_Face& made : faces) made = Sided(made);
     return faces;
@@ -170,32 +170,32 @@ void FaceMaker::PlaceInside(LoopChart& loop, double lowU, double lowV) const {
         }
     }
     gp_Vec2d move(0, 0);
-    if (plan.frame.UPeriodic()) move.SetX(fullTurn * std::ceil((lowU - u) / fullTurn - parameterSlack));
-    if (plan.frame.VPeriodic()) move.SetY(fullTurn * std::ceil((lowV - v) / fullTurn - parameterSlack));
+    if (mPlan.frame.UPeriodic()) move.SetX(FullTurn * std::ceil((lowU - u) / FullTurn - ParameterSlack));
+    if (mPlan.frame.VPeriodic()) move.SetY(FullTurn * std::ceil((lowV - v) / FullTurn - ParameterSlack));
     loop.Move(move);
 }
 
 void FaceMaker::AddPlainWires() {
-    std::stable_sort(chart.loops.begin(), chart.loops.end(),
+    std::stable_sort(mChart.loops.begin(), mChart.loops.end(),
                      [](const LoopChart& a, const LoopChart& b) { return PolygonArea(a) > PolygonArea(b); });
     double lowU = std::numeric_limits<double>::max();
     double lowV = lowU;
-    for (const ChartPiece& piece : chart.loops.front().pieces) {
+    for (const ChartPiece& piece : mChart.loops.front().pieces) {
         for (const gp_Pnt2d& sample : piece.samples) {
             lowU = std::min(lowU, sample.X());
             lowV = std::min(lowV, sample.Y());
         }
     }
-    for (std::size_t i = 0; i < chart.loops.size(); ++i) {
-        if (i > 0 && PolygonArea(chart.loops[i]) > 0) {
-            throw BadRecord(plan.record, "a round face of several separate areas is not read");
+    for (std::size_t i = 0; i < mChart.loops.size(); ++i) {
+        if (i > 0 && PolygonArea(mChart.loops[i]) > 0) {
+            throw BadRecord(mPlan.record, "a round face of several separate areas is not read");
         }
-        if (i > 0) PlaceInside(chart.loops[i], lowU, lowV);
+        if (i > 0) PlaceInside(mChart.loops[i], lowU, lowV);
         TopoDS_Wire wire;
-        builder.MakeWire(wire);
-        AddLoop(wire, chart.loops[i]);
+        mBuilder.MakeWire(wire);
+        AddLoop(wire, mChart.loops[i]);
         wire.Closed(true);
-        builder.Add(face, wire);
+        mBuilder.Add(mFace, wire);
     }
 }
 
@@ -204,75 +204,76 @@ std::size_t FaceMaker::PieceAt(const LoopChart& loop, int vertex, double along) 
     double nearest = std::numeric_limits<double>::max();
     for (std::size_t i = 0; i < loop.pieces.size(); ++i) {
         if (loop.pieces[i].startVertex != vertex) continue;
-        const double off = Along(loop.pieces[i].Start(), plan.seam->alongU) - along;
-        const double distance = std::abs(off - fullTurn * std::round(off / fullTurn));
+        const double off = Along(loop.pieces[i].Start(), mPlan.seam->alongU) - along;
+        const double distance = std::abs(off - FullTurn * std::round(off / FullTurn));
         if (distance < nearest) {
             nearest = distance;
             best = i;
         }
     }
-    if (best == loop.pieces.size()) throw BadRecord(plan.record, "the seam of a round face lost its end");
+    if (best == loop.pieces.size()) throw BadRecord(mPlan.record, "the seam of a round face lost its end");
     return best;
 }
 
 void FaceMaker::AddSeamedWire() {
-    const bool alongU = chart.pair->alongU;
-    LoopChart* low = chart.pair->low < 0 ? nullptr : &chart.loops[static_cast<std::size_t>(chart.pair->low)];
+    const bool alongU = mChart.pair->alongU;
+    LoopChart* low =
+        mChart.pair->low < 0 ? nullptr : &mChart.loops[static_cast<std::size_t>(mChart.pair->low)];
     LoopChart* high =
-        chart.pair->high < 0 ? nullptr : &chart.loops[static_cast<std::size_t>(chart.pair->high)];
+        mChart.pair->high < 0 ? nullptr : &mChart.loops[static_cast<std::size_t>(mChart.pair->high)];
     // The surface was turned to the seam, so along u it lies at 0; along v it stays where the vertex is.
     double along = 0;
-    if (!alongU || plan.frame.kind == SurfaceFrame::Kind::EllipticCylinder) {
+    if (!alongU || mPlan.frame.kind == SurfaceFrame::Kind::EllipticCylinder) {
         const gp_Pnt2d at =
-            plan.frame.Parameters(nodes.vertices[static_cast<std::size_t>(plan.seam->lowVertex)].place);
+            mPlan.frame.Parameters(mNodes.vertices[static_cast<std::size_t>(mPlan.seam->lowVertex)].place);
         along = Along(at, alongU);
     }
     // The lower loop of u winds up and the upper one down; with v it is the other way round. What winds
     // up starts at the seam, what winds down a turn later.
     for (LoopChart* loop : {low, high}) {
         if (loop == nullptr) continue;
-        StartAt(*loop, PieceAt(*loop, loop == low ? plan.seam->lowVertex : plan.seam->highVertex, along));
+        StartAt(*loop, PieceAt(*loop, loop == low ? mPlan.seam->lowVertex : mPlan.seam->highVertex, along));
         const bool up = (loop == low) == alongU;
-        const double target = up ? along : along + fullTurn;
+        const double target = up ? along : along + FullTurn;
         const double start = Along(loop->pieces.front().Start(), alongU);
-        loop->Move(AlongBy(fullTurn * std::round((target - start) / fullTurn), alongU));
+        loop->Move(AlongBy(FullTurn * std::round((target - start) / FullTurn), alongU));
     }
     TopoDS_Wire wire;
-    builder.MakeWire(wire);
+    mBuilder.MakeWire(wire);
     AddSeam(wire, low, high);
     wire.Closed(true);
-    builder.Add(face, wire);
-    for (LoopChart& loop : chart.loops) {
+    mBuilder.Add(mFace, wire);
+    for (LoopChart& loop : mChart.loops) {
         if (&loop == low || &loop == high) continue;
         PlaceInside(loop, alongU ? along : -std::numbers::pi, alongU ? 0 : along);
         TopoDS_Wire opening;
-        builder.MakeWire(opening);
+        mBuilder.MakeWire(opening);
         AddLoop(opening, loop);
         opening.Closed(true);
-        builder.Add(face, opening);
+        mBuilder.Add(mFace, opening);
     }
 }
 
 TopoDS_Vertex FaceMaker::SpreadVertex(double v) {
     TopoDS_Vertex vertex;
-    builder.MakeVertex(vertex, plan.frame.Value({0, v}), coincidence);
+    mBuilder.MakeVertex(vertex, mPlan.frame.Value({0, v}), Coincidence);
     return vertex;
 }
 
 void FaceMaker::AddSeam(TopoDS_Wire& wire, LoopChart* low, LoopChart* high) {
-    const bool alongU = chart.pair->alongU;
-    const auto vertexOf = [&](int index) { return nodes.vertices[static_cast<std::size_t>(index)].shape; };
+    const bool alongU = mChart.pair->alongU;
+    const auto vertexOf = [&](int index) { return mNodes.vertices[static_cast<std::size_t>(index)].shape; };
     const auto across = [&](const LoopChart& loop) {
         const gp_Pnt2d& p = loop.pieces.front().Start();
         return alongU ? p.Y() : p.X();
     };
-    const double from = low != nullptr ? across(*low) : *plan.frame.LowSingularity();
-    const double to = high != nullptr ? across(*high) : *plan.frame.HighSingularity();
-    const TopoDS_Vertex lowVertex = low != nullptr ? vertexOf(plan.seam->lowVertex) : SpreadVertex(from);
-    const TopoDS_Vertex highVertex = high != nullptr ? vertexOf(plan.seam->highVertex) : SpreadVertex(to);
+    const double from = low != nullptr ? across(*low) : *mPlan.frame.LowSingularity();
+    const double to = high != nullptr ? across(*high) : *mPlan.frame.HighSingularity();
+    const TopoDS_Vertex lowVertex = low != nullptr ? vertexOf(mPlan.seam->lowVertex) : SpreadVertex(from);
+    const TopoDS_Vertex highVertex = high != nullptr ? vertexOf(mPlan.seam->highVertex) : SpreadVertex(to);
     double along = 0;
-    if (low != nullptr) along = Along(low->pieces.front().Start(), alongU) - (alongU ? 0 : fullTurn);
-    if (low == nullptr && high != nullptr) along = Along(high->pieces.front().Start(), alongU) - fullTurn;
+    if (low != nullptr) along = Along(low->pieces.front().Start(), alongU) - (alongU ? 0 : FullTurn);
+    if (low == nullptr && high != nullptr) along = Along(high->pieces.front().Start(), alongU) - FullTurn;
     if (std::abs(along) < 1e-12) along = 0;
     const TopoDS_Edge seam = SeamEdge(along, from, to, lowVertex, highVertex);
     // The walk has the face on its left: with u the seam goes up a turn later and comes back at the
@@ -281,25 +282,25 @@ void FaceMaker::AddSeam(TopoDS_Wire& wire, LoopChart* low, LoopChart* high) {
         if (low != nullptr)
             AddLoop(wire, *low);
         else
-            AddSpreadPoint(wire, {along, from}, {along + fullTurn, from}, lowVertex);
-        builder.Add(wire, seam);
+            AddSpreadPoint(wire, {along, from}, {along + FullTurn, from}, lowVertex);
+        mBuilder.Add(wire, seam);
         if (high != nullptr)
             AddLoop(wire, *high);
         else
-            AddSpreadPoint(wire, {along + fullTurn, to}, {along, to}, highVertex);
-        builder.Add(wire, seam.Reversed());
+            AddSpreadPoint(wire, {along + FullTurn, to}, {along, to}, highVertex);
+        mBuilder.Add(wire, seam.Reversed());
     } else {
         AddLoop(wire, *high);
-        builder.Add(wire, seam.Reversed());
+        mBuilder.Add(wire, seam.Reversed());
         AddLoop(wire, *low);
-        builder.Add(wire, seam);
+        mBuilder.Add(wire, seam);
     }
 }
 
 TopoDS_Edge FaceMaker::SeamEdge(double along, double from, double to, const TopoDS_Vertex& low,
                                 const TopoDS_Vertex& high) {
-    const bool alongU = chart.pair->alongU;
-    Handle(Geom_Curve) curve = alongU ? surface->UIso(along) : surface->VIso(along);
+    const bool alongU = mChart.pair->alongU;
+    Handle(Geom_Curve) curve = alongU ? mSurface->UIso(along) : mSurface->VIso(along);
     if (const auto trimmed = Handle(Geom_TrimmedCurve)::DownCast(curve); !trimmed.IsNull())
         curve = trimmed->BasisCurve();
     const auto line = [&](double at) -> Handle(Geom2d_Curve) {
@@ -307,23 +308,23 @@ TopoDS_Edge FaceMaker::SeamEdge(double along, double from, double to, const Topo
                       : new Geom2d_Line(gp_Pnt2d(0, at), gp_Dir2d(1, 0));
     };
     TopoDS_Edge edge;
-    builder.MakeEdge(edge, curve, coincidence);
-    builder.Add(edge, low.Oriented(TopAbs_FORWARD));
-    builder.Add(edge, high.Oriented(TopAbs_REVERSED));
-    builder.Range(edge, from, to);
+    mBuilder.MakeEdge(edge, curve, Coincidence);
+    mBuilder.Add(edge, low.Oriented(TopAbs_FORWARD));
+    mBuilder.Add(edge, high.Oriented(TopAbs_REVERSED));
+    mBuilder.Range(edge, from, to);
     if (alongU) {
-        builder.UpdateEdge(edge, line(along + fullTurn), line(along), face, coincidence);
+        mBuilder.UpdateEdge(edge, line(along + FullTurn), line(along), mFace, Coincidence);
     } else {
-        builder.UpdateEdge(edge, line(along), line(along + fullTurn), face, coincidence);
+        mBuilder.UpdateEdge(edge, line(along), line(along + FullTurn), mFace, Coincidence);
     }
-    builder.Continuity(edge, face, face, GeomAbs_CN);
+    mBuilder.Continuity(edge, mFace, mFace, GeomAbs_CN);
     double widest = 0;
     for (const auto& [vertex, parameter] : {std::pair{low, from}, std::pair{high, to}}) {
         widest = std::max(widest, curve->Value(parameter).Distance(BRep_Tool::Pnt(vertex)));
     }
-    if (widest > coincidence) {
-        builder.UpdateVertex(low, 1.1 * widest);
-        builder.UpdateVertex(high, 1.1 * widest);
+    if (widest > Coincidence) {
+        mBuilder.UpdateVertex(low, 1.1 * widest);
+        mBuilder.UpdateVertex(high, 1.1 * widest);
     }
     return edge;
 }
@@ -336,28 +337,28 @@ void FaceMaker::AddSpreadPoint(TopoDS_Wire& wire, const gp_Pnt2d& from, const gp
     const double end = Along(to, alongU);
     const bool rising = end > begin;
     TopoDS_Edge edge;
-    builder.MakeEdge(edge);
+    mBuilder.MakeEdge(edge);
     const Handle(Geom2d_Line) line = alongU ? new Geom2d_Line(gp_Pnt2d(0, from.Y()), gp_Dir2d(1, 0))
                                             : new Geom2d_Line(gp_Pnt2d(from.X(), 0), gp_Dir2d(0, 1));
-    builder.UpdateEdge(edge, line, face, coincidence);
-    builder.Add(edge, vertex.Oriented(TopAbs_FORWARD));
-    builder.Add(edge, vertex.Oriented(TopAbs_REVERSED));
-    builder.Range(edge, face, std::min(begin, end), std::max(begin, end));
-    builder.Degenerated(edge, true);
-    builder.Add(wire, edge.Oriented(rising ? TopAbs_FORWARD : TopAbs_REVERSED));
+    mBuilder.UpdateEdge(edge, line, mFace, Coincidence);
+    mBuilder.Add(edge, vertex.Oriented(TopAbs_FORWARD));
+    mBuilder.Add(edge, vertex.Oriented(TopAbs_REVERSED));
+    mBuilder.Range(edge, mFace, std::min(begin, end), std::max(begin, end));
+    mBuilder.Degenerated(edge, true);
+    mBuilder.Add(wire, edge.Oriented(rising ? TopAbs_FORWARD : TopAbs_REVERSED));
 }
 
 void FaceMaker::AddPiece(TopoDS_Wire& wire, const ChartPiece& piece) {
-    const TopoDS_Vertex vertex = nodes.vertices[static_cast<std::size_t>(piece.startVertex)].shape;
+    const TopoDS_Vertex vertex = mNodes.vertices[static_cast<std::size_t>(piece.startVertex)].shape;
     if (piece.edge < 0) {
         AddSpreadPoint(wire, piece.Start(), piece.End(), vertex);
         return;
     }
-    builder.Add(wire, Edge(piece).shape.Oriented(piece.forward ? TopAbs_FORWARD : TopAbs_REVERSED));
+    mBuilder.Add(wire, Edge(piece).shape.Oriented(piece.forward ? TopAbs_FORWARD : TopAbs_REVERSED));
     Handle(Geom2d_Curve) curve = piece.curve;
     if (piece.shift.Magnitude() > 0) curve = Handle(Geom2d_Curve)::DownCast(curve->Translated(piece.shift));
-    Handle(Geom2d_Curve)& slot = piece.forward ? uses[piece.edge].forward : uses[piece.edge].reversed;
-    if (!slot.IsNull()) throw BadRecord(plan.record, "an edge is used twice in the same sense by one face");
+    Handle(Geom2d_Curve)& slot = piece.forward ? mUses[piece.edge].forward : mUses[piece.edge].reversed;
+    if (!slot.IsNull()) throw BadRecord(mPlan.record, "an edge is used twice in the same sense by one face");
     slot = curve;
 }
 
@@ -371,29 +372,29 @@ void FaceMaker::Widen(EdgeNode& edge, const Handle(Geom2d_Curve) & curve) {
     const int places = edge.curve->IsKind(STANDARD_TYPE(Geom_BSplineCurve)) ? 132 : 6;
     for (int i = 0; i <= places; ++i) {
         const double t = edge.first + (edge.last - edge.first) * i / places;
-        const double misfit = plan.frame.Value(curve->Value(t)).Distance(edge.curve->Value(t));
+        const double misfit = mPlan.frame.Value(curve->Value(t)).Distance(edge.curve->Value(t));
         edge.tolerance = std::max(edge.tolerance, 1.1 * misfit);
     }
 }
 
 void FaceMaker::AssignCurves() {
-    for (auto& [index, use] : uses) {
-        EdgeNode& edge = nodes.edges[static_cast<std::size_t>(index)];
+    for (auto& [index, use] : mUses) {
+        EdgeNode& edge = mNodes.edges[static_cast<std::size_t>(index)];
         for (const auto& curve : {use.forward, use.reversed}) {
             if (!curve.IsNull()) Widen(edge, curve);
         }
         if (!use.forward.IsNull() && !use.reversed.IsNull()) {
-            builder.UpdateEdge(edge.shape, use.forward, use.reversed, face, edge.tolerance);
-            builder.Continuity(edge.shape, face, face, GeomAbs_CN);
+            mBuilder.UpdateEdge(edge.shape, use.forward, use.reversed, mFace, edge.tolerance);
+            mBuilder.Continuity(edge.shape, mFace, mFace, GeomAbs_CN);
         } else {
-            builder.UpdateEdge(edge.shape, use.forward.IsNull() ? use.reversed : use.forward, face,
-                               edge.tolerance);
+            mBuilder.UpdateEdge(edge.shape, use.forward.IsNull() ? use.reversed : use.forward, mFace,
+                                edge.tolerance);
         }
     }
 }
 
 MadeFaces WholeSurface(const FacePlan& plan, const Nodes& nodes) {
-    BRepBuilderAPI_MakeFace maker(plan.frame.Build(), coincidence);
+    BRepBuilderAPI_MakeFace maker(plan.frame.Build(), Coincidence);
     if (!maker.IsDone()) throw BadRecord(plan.record, "a face without loops cannot be built");
     const TopoDS_Shape sided = maker.Face().Oriented(plan.naturalSide ? TopAbs_FORWARD : TopAbs_REVERSED);
     return {{TopoDS::Face(sided)}, Flux(plan, nullptr, nodes, plan.frame.axes.Location().XYZ())};

@@ -15,7 +15,7 @@ void PlanSeam(FacePlan& face, std::vector<FacePlan>& faces, Nodes& nodes);
 
 namespace {
 
-constexpr double fullTurn = 2 * std::numbers::pi;
+constexpr double FullTurn = 2 * std::numbers::pi;
 
 bool DecidedBySigns(const SurfaceFrame& frame) {
     return frame.kind == SurfaceFrame::Kind::Sphere || frame.kind == SurfaceFrame::Kind::Torus;
@@ -42,7 +42,7 @@ void BringTogether(const SurfaceFrame& frame, std::vector<LoopChart>& loops, con
     const gp_Pnt2d& low = loops[static_cast<std::size_t>(pair.low)].pieces.front().Start();
     const gp_Pnt2d& high = loops[static_cast<std::size_t>(pair.high)].pieces.front().Start();
     const double gap = pair.alongU ? high.Y() - low.Y() : high.X() - low.X();
-    const double move = -fullTurn * std::floor((gap - 1e-9) / fullTurn);
+    const double move = -FullTurn * std::floor((gap - 1e-9) / FullTurn);
     loops[static_cast<std::size_t>(pair.high)].Move(pair.alongU ? gp_Vec2d(0, move) : gp_Vec2d(move, 0));
 }
 
@@ -107,7 +107,7 @@ std::vector<gp_Dir> SphereAxes(const FacePlan& face, const Nodes& nodes) {
             if (!known) axes.push_back(axis);
         }
     }
-    if (middle.Modulus() > coincidence) {
+    if (middle.Modulus() > Coincidence) {
         const gp_Ax2 across{gp_Pnt(), gp_Dir(middle)};
         axes.push_back(across.XDirection());
         axes.push_back(across.YDirection());

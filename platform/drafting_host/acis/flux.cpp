@@ -13,7 +13,7 @@
 namespace brenvik::acis {
 namespace {
 
-constexpr double fullTurn = 2 * std::numbers::pi;
+constexpr double FullTurn = 2 * std::numbers::pi;
 
 // Half the integral of position times step along an edge, seen from the origin.
 gp_XYZ SweptArea(const EdgeNode& edge, const Nodes& nodes, const gp_XYZ& origin) {
@@ -72,9 +72,9 @@ gp_XYZ Centre(const SurfaceFrame& frame) {
 }
 
 double WholeFlux(const SurfaceFrame& frame) {
-    if (frame.kind == SurfaceFrame::Kind::Sphere) return 2 * fullTurn * std::pow(frame.radius, 3);
+    if (frame.kind == SurfaceFrame::Kind::Sphere) return 2 * FullTurn * std::pow(frame.radius, 3);
     const double turn = std::numbers::pi;
-    return fullTurn * (Primitive(frame, turn) - Primitive(frame, -turn));
+    return FullTurn * (Primitive(frame, turn) - Primitive(frame, -turn));
 }
 
 // Minus the integral of the primitive along u: the face lies to the left of the walk.
@@ -92,8 +92,8 @@ double AlongLoops(const SurfaceFrame& frame, const FaceChart& chart) {
     }
     if (!chart.pair || !chart.pair->alongU) return sum;
     // Spread points close the band where a loop is missing.
-    if (chart.pair->low < 0) sum -= fullTurn * Primitive(frame, frame.LowSingularity().value_or(0));
-    if (chart.pair->high < 0) sum += fullTurn * Primitive(frame, frame.HighSingularity().value_or(0));
+    if (chart.pair->low < 0) sum -= FullTurn * Primitive(frame, frame.LowSingularity().value_or(0));
+    if (chart.pair->high < 0) sum += FullTurn * Primitive(frame, frame.HighSingularity().value_or(0));
     return sum;
 }
 
@@ -101,7 +101,7 @@ double AlongLoops(const SurfaceFrame& frame, const FaceChart& chart) {
 double AcrossTube(const SurfaceFrame& frame, const FaceChart& chart) {
     const double low = chart.loops[static_cast<std::size_t>(chart.pair->low)].pieces.front().Start().X();
     const double high = chart.loops[static_cast<std::size_t>(chart.pair->high)].pieces.front().Start().X();
-    return (Primitive(frame, fullTurn) - Primitive(frame, 0)) * (high - low);
+    return (Primitive(frame, FullTurn) - Primitive(frame, 0)) * (high - low);
 }
 
 }  // namespace

@@ -14,13 +14,13 @@
 namespace brenvik::acis {
 namespace {
 
-constexpr int sampleSteps = 48;
-constexpr double rounding = 1e-9;
+constexpr int SampleSteps = 48;
+constexpr double Rounding = 1e-9;
 
 class FreeCharter {
   public:
-    FreeCharter(const Handle(Geom_Surface) & s, const Nodes& n) : surface(s), nodes(n) {
-        surface->Bounds(u1, u2, v1, v2);
+    FreeCharter(const Handle(Geom_Surface) & s, const Nodes& n) : mSurface(s), mNodes(n) {
+        mSurface->Bounds(mU1, mU2, mV1, mV2);
     }
 
     LoopChart Run(const LoopUse& loop) {
@@ -35,15 +35,16 @@ class FreeCharter {
     // surface's parameters.
     double Misfit(const Handle(Geom2d_Curve) & curve, const EdgeNode& edge) const {
         constexpr int places = 8;
-        const double slackU = 1e-6 * (u2 - u1);
-        const double slackV = 1e-6 * (v2 - v1);
+        const double slackU = 1e-6 * (mU2 - mU1);
+        const double slackV = 1e-6 * (mV2 - mV1);
         double widest = 0;
         for (int i = 0; i <= places; ++i) {
             const double t = edge.first + (edge.last - edge.first) * i / places;
             const gp_Pnt2d uv = curve->Value(t);
-            if (uv.X() < u1 - slackU || uv.X() > u2 + slackU || uv.Y() < v1 - slackV || uv.Y() > v2 + slackV)
-                return 2 * healedFit;
-            widest = std::max(widest, surface->Value(uv.X(), uv.Y()).Distance(edge.curve->Value(t)));
+            if (uv.X() < mU1 - slackU || uv.X() > mU2 + slackU || uv.Y() < mV1 - slackV ||
+                uv.Y() > mV2 + slackV)
+                return 2 * HealedFit;
+            widest = std::max(widest, mSurface->Value(uv.X(), uv.Y()).Distance(edge.curve->Value(t)));
         }
         return widest;
     }
@@ -54,14 +55,14 @@ class FreeCharter {
         const auto given = Handle(Geom2d_BSplineCurve)::DownCast(use.given);
         if (given.IsNull()) return {};
         Handle(Geom2d_Curve) best;
-        double nearest = 1.0001 * healedFit;
+        double nearest = 1.0001 * HealedFit;
         for (const bool against : {!use.forward, use.forward}) {
             const Handle(Geom2d_BSplineCurve) curve = Handle(Geom2d_BSplineCurve)::DownCast(given->Copy());
             if (against) curve->Reverse();
             const double first = against ? -given->LastParameter() : given->FirstParameter();
             const double last = against ? -given->FirstParameter() : given->LastParameter();
             for (const auto& [from, to] : {std::pair{edge.first, edge.last}, std::pair{first, last}}) {
-                if (from > edge.first + rounding || to < edge.last - rounding) continue;
+                if (from > edge.first + Rounding || to < edge.last - Rounding) continue;
                 TColStd_Array1OfReal knots(1, curve->NbKnots());
                 curve->Knots(knots);
                 BSplCLib::Reparametrize(from, to, knots);
@@ -71,7 +72,7 @@ class FreeCharter {
                     nearest = misfit;
                     best = fitting;
                 }
-                if (nearest <= looseFit) return best;
+                if (nearest <= LooseFit) return best;
             }
         }
         return best;
@@ -79,26 +80,26 @@ class FreeCharter {
 
     Handle(Geom2d_Curve) Projected(const EdgeNode& edge) const {
         ShapeConstruct_ProjectCurveOnSurface projection;
-        projection.Init(surface, coincidence);
+        projection.Init(mSurface, Coincidence);
         Handle(Geom_Curve) inSpace = edge.curve;
         Handle(Geom2d_Curve) curve;
         projection.Perform(inSpace, edge.first, edge.last, curve);
-        if (curve.IsNull() || Misfit(curve, edge) > healedFit)
+        if (curve.IsNull() || Misfit(curve, edge) > HealedFit)
             throw BadRecord(edge.record, "an edge does not lie on its face's surface");
         return curve;
     }
 
     ChartPiece Piece(const CoedgeUse& use) const {
-        const EdgeNode& edge = nodes.edges[static_cast<std::size_t>(use.edge)];
+        const EdgeNode& edge = mNodes.edges[static_cast<std::size_t>(use.edge)];
         ChartPiece piece;
         piece.edge = use.edge;
         piece.forward = use.forward;
         piece.startVertex = use.forward ? edge.start : edge.end;
         piece.curve = Given(use, edge);
         if (piece.curve.IsNull()) piece.curve = Projected(edge);
-        for (int i = 0; i <= sampleSteps; ++i) {
+        for (int i = 0; i <= SampleSteps; ++i) {
             piece.samples.push_back(
-                piece.curve->Value(edge.first + (edge.last - edge.first) * i / sampleSteps));
+                piece.curve->Value(edge.first + (edge.last - edge.first) * i / SampleSteps));
         }
         if (!use.forward) std::reverse(piece.samples.begin(), piece.samples.end());
         return piece;
@@ -116,18 +117,18 @@ class FreeCharter {
         const double du = std::abs(to.X() - from.X());
         const double dv = std::abs(to.Y() - from.Y());
         constexpr double noise = 1e-4;
-        if (du <= noise * (u2 - u1) && dv <= noise * (v2 - v1)) return;
+        if (du <= noise * (mU2 - mU1) && dv <= noise * (mV2 - mV1)) return;
         const gp_Pnt2d middle((from.X() + to.X()) / 2, (from.Y() + to.Y()) / 2);
-        const gp_Pnt there = surface->Value(from.X(), from.Y());
-        const double gap = std::max(surface->Value(middle.X(), middle.Y()).Distance(there),
-                                    surface->Value(to.X(), to.Y()).Distance(there));
+        const gp_Pnt there = mSurface->Value(from.X(), from.Y());
+        const double gap = std::max(mSurface->Value(middle.X(), middle.Y()).Distance(there),
+                                    mSurface->Value(to.X(), to.Y()).Distance(there));
         // Loose edges meet beside each other; a whole side that is one point is farther along.
         constexpr double beside = 0.02;
-        const bool near = du <= beside * (u2 - u1) && dv <= beside * (v2 - v1);
-        if (near && gap > rounding && gap <= 2 * healedFit) return;
-        const bool alongSide = std::min(du / (u2 - u1), dv / (v2 - v1)) <= noise;
-        if (!alongSide || gap > looseFit) {
-            throw BadRecord(nodes.edges[static_cast<std::size_t>(next.edge)].record,
+        const bool near = du <= beside * (mU2 - mU1) && dv <= beside * (mV2 - mV1);
+        if (near && gap > Rounding && gap <= 2 * HealedFit) return;
+        const bool alongSide = std::min(du / (mU2 - mU1), dv / (mV2 - mV1)) <= noise;
+        if (!alongSide || gap > LooseFit) {
+            throw BadRecord(mNodes.edges[static_cast<std::size_t>(next.edge)].record,
                             "a loop on a free surface is torn where two edges should meet");
         }
         ChartPiece spread;
@@ -136,9 +137,9 @@ class FreeCharter {
         chart.pieces.push_back(std::move(spread));
     }
 
-    const Handle(Geom_Surface) & surface;
-    const Nodes& nodes;
-    double u1 = 0, u2 = 0, v1 = 0, v2 = 0;
+    const Handle(Geom_Surface) & mSurface;
+    const Nodes& mNodes;
+    double mU1 = 0, mU2 = 0, mV1 = 0, mV2 = 0;
 };
 
 }  // namespace

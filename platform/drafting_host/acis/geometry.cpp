@@ -24,23 +24,23 @@
 namespace brenvik::acis {
 namespace {
 
-constexpr double fullTurn = 2 * std::numbers::pi;
+constexpr double FullTurn = 2 * std::numbers::pi;
 // A quarter turn leaves 6e-17 where 0 was meant, two of them 2e-16; over the ten metres of the
 // longest board what is dropped here is far below anything that is measured.
-constexpr double directionNoise = 1e-15;
-constexpr double orthogonality = 1e-6;
+constexpr double DirectionNoise = 1e-15;
+constexpr double Orthogonality = 1e-6;
 // Sines below this are cylinders: over a metre the radius changes by less than what is measured.
-constexpr double cylinderSine = 1e-10;
-constexpr double sameRatio = 1e-9;
+constexpr double CylinderSine = 1e-10;
+constexpr double SameRatio = 1e-9;
 
 double CleanComponent(double value) {
-    if (std::abs(value) < directionNoise) return 0;
-    if (std::abs(std::abs(value) - 1) < directionNoise) return value > 0 ? 1 : -1;
+    if (std::abs(value) < DirectionNoise) return 0;
+    if (std::abs(std::abs(value) - 1) < DirectionNoise) return value > 0 ? 1 : -1;
     return value;
 }
 
 void RequireRadius(double radius, long record, const char* what) {
-    if (!(radius > coincidence)) {
+    if (!(radius > Coincidence)) {
         throw BadRecord(record, std::string(what) + " of " + std::to_string(radius) +
                                     " is too small; expected more than 1e-7");
     }
@@ -51,7 +51,7 @@ SurfaceFrame Frame(const PlaneRecord& plane, const Placement& place, long record
     const gp_Dir normal = CleanDirection(place.Vector(plane.normal), record, "normal");
     gp_Ax3 axes(place.Point(plane.origin), normal);
     const gp_XYZ along = place.Vector(plane.uDirection);
-    if (along.Crossed(normal.XYZ()).Modulus() > orthogonality * (1 + along.Modulus())) {
+    if (along.Crossed(normal.XYZ()).Modulus() > Orthogonality * (1 + along.Modulus())) {
         axes = gp_Ax3(axes.Location(), normal, CleanDirection(along, record, "direction"));
     }
     frame.axes = axes;
@@ -71,9 +71,9 @@ SurfaceFrame Frame(const ConeRecord& cone, const Placement& place, long record, 
     }
     frame.insideOut = cone.cosine < 0;
     const gp_Dir across = CleanDirection(major, record, "major axis");
-    if (std::abs(cone.sine) < cylinderSine) {
+    if (std::abs(cone.sine) < CylinderSine) {
         frame.kind = SurfaceFrame::Kind::Cylinder;
-        if (std::abs(cone.ratio - 1) > sameRatio) {
+        if (std::abs(cone.ratio - 1) > SameRatio) {
             frame.kind = SurfaceFrame::Kind::EllipticCylinder;
             frame.minorRadius = frame.radius * cone.ratio;
         }
@@ -84,10 +84,10 @@ SurfaceFrame Frame(const ConeRecord& cone, const Placement& place, long record, 
         }
         return frame;
     }
-    if (std::abs(cone.ratio - 1) > sameRatio) {
+    if (std::abs(cone.ratio - 1) > SameRatio) {
         throw BadRecord(record, "an elliptic cone is not read; expected a ratio of 1 or a cylinder");
     }
-    if (std::abs(cone.cosine) < cylinderSine)
+    if (std::abs(cone.cosine) < CylinderSine)
         throw BadRecord(record, "cone-surface: a flat cone is not read");
     frame.kind = SurfaceFrame::Kind::Cone;
     frame.semiAngle = std::atan2(std::abs(cone.sine), std::abs(cone.cosine));
@@ -105,7 +105,7 @@ SurfaceFrame Frame(const SphereRecord& sphere, const Placement& place, long reco
     frame.insideOut = sphere.radius < 0;
     const gp_Dir pole = CleanDirection(place.Vector(sphere.pole), record, "pole");
     const gp_Dir equator = CleanDirection(place.Vector(sphere.equator), record, "direction");
-    if (pole.IsParallel(equator, orthogonality))
+    if (pole.IsParallel(equator, Orthogonality))
         throw BadRecord(record, "sphere-surface: pole and direction are one");
     frame.axes = gp_Ax3(place.Point(sphere.centre), pole, equator);
     return frame;
@@ -117,14 +117,14 @@ SurfaceFrame Frame(const TorusRecord& torus, const Placement& place, long record
     frame.radius = place.Length(torus.major);
     frame.minorRadius = place.Length(std::abs(torus.minor));
     RequireRadius(frame.minorRadius, record, "a minor radius");
-    if (frame.radius - frame.minorRadius < coincidence) {
+    if (frame.radius - frame.minorRadius < Coincidence) {
         throw BadRecord(record,
                         "a torus that crosses itself is not read; expected a major radius above the minor");
     }
     frame.insideOut = torus.minor < 0;
     const gp_Dir axis = CleanDirection(place.Vector(torus.axis), record, "axis");
     const gp_Dir along = CleanDirection(place.Vector(torus.uDirection), record, "direction");
-    if (axis.IsParallel(along, orthogonality))
+    if (axis.IsParallel(along, Orthogonality))
         throw BadRecord(record, "torus-surface: axis and direction are one");
     frame.axes = gp_Ax3(place.Point(torus.centre), axis, along);
     return frame;
@@ -143,7 +143,7 @@ gp_Pnt2d EllipticParameters(const SurfaceFrame& frame, const gp_Pnt& point) {
     const gp_Vec d(frame.axes.Location(), point);
     double u = std::atan2(d.Dot(frame.axes.YDirection()) / frame.minorRadius,
                           d.Dot(frame.axes.XDirection()) / frame.radius);
-    if (u < 0) u += fullTurn;
+    if (u < 0) u += FullTurn;
     return {u, d.Dot(frame.axes.Direction())};
 }
 
@@ -151,11 +151,11 @@ EdgeCurve LineThrough(const gp_Pnt& start, const gp_Pnt& end, const LineRecord& 
                       const Placement& place, long record) {
     const gp_XYZ between = end.XYZ() - start.XYZ();
     const double length = between.Modulus();
-    if (length < coincidence) throw BadRecord(record, "a straight edge without length");
+    if (length < Coincidence) throw BadRecord(record, "a straight edge without length");
     gp_Dir direction = CleanDirection(place.Vector(line.direction), record, "direction");
     if (reversed) direction.Reverse();
     const gp_Lin carrier(place.Point(line.root), direction);
-    if (carrier.Distance(start) > healedFit || carrier.Distance(end) > healedFit) {
+    if (carrier.Distance(start) > HealedFit || carrier.Distance(end) > HealedFit) {
         throw BadRecord(record, "the vertices of a straight edge do not lie on its curve");
     }
     EdgeCurve edge;
@@ -176,12 +176,12 @@ EdgeCurve ArcThrough(const gp_Pnt& start, const gp_Pnt& end, bool closed, const 
     if (!(ellipse.ratio > 1e-6 && ellipse.ratio < 1e6))
         throw BadRecord(record, "ellipse-curve: the ratio is out of range");
     const gp_Dir across = CleanDirection(major, record, "major axis");
-    if (axis.IsParallel(across, orthogonality))
+    if (axis.IsParallel(across, Orthogonality))
         throw BadRecord(record, "ellipse-curve: normal and major axis are one");
     gp_Ax2 axes(place.Point(ellipse.centre), axis, across);
 
     EdgeCurve edge;
-    if (std::abs(ellipse.ratio - 1) <= sameRatio) {
+    if (std::abs(ellipse.ratio - 1) <= SameRatio) {
         const gp_Circ circle(axes, radius);
         edge.curve = new Geom_Circle(circle);
         edge.first = ElCLib::Parameter(circle, start);
@@ -195,43 +195,44 @@ EdgeCurve ArcThrough(const gp_Pnt& start, const gp_Pnt& end, bool closed, const 
         edge.last = ElCLib::Parameter(carrier, end);
     }
     if (closed) {
-        edge.last = edge.first + fullTurn;
+        edge.last = edge.first + FullTurn;
     } else if (edge.last - edge.first < 1e-9) {
-        edge.last += fullTurn;
+        edge.last += FullTurn;
     }
     edge.misfit =
         std::max(edge.curve->Value(edge.first).Distance(start), edge.curve->Value(edge.last).Distance(end));
-    if (edge.misfit > healedFit)
+    if (edge.misfit > HealedFit)
         throw BadRecord(record, "the vertices of a round edge do not lie on its curve");
     return edge;
 }
 
 }  // namespace
 
-Placement::Placement(const TransformRecord& transform, long record) : map(transform), scale(transform.scale) {
-    for (gp_XYZ& row : map.rows)
+Placement::Placement(const TransformRecord& transform, long record)
+    : mAp(transform), mScale(transform.scale) {
+    for (gp_XYZ& row : mAp.rows)
         row = gp_XYZ(CleanComponent(row.X()), CleanComponent(row.Y()), CleanComponent(row.Z()));
     for (std::size_t i = 0; i < 3; ++i) {
-        const double length = map.rows[i].Modulus();
-        const double slant = std::abs(map.rows[i].Dot(map.rows[(i + 1) % 3]));
-        if (std::abs(length - 1) > orthogonality || slant > orthogonality) {
+        const double length = mAp.rows[i].Modulus();
+        const double slant = std::abs(mAp.rows[i].Dot(mAp.rows[(i + 1) % 3]));
+        if (std::abs(length - 1) > Orthogonality || slant > Orthogonality) {
             throw BadRecord(record,
                             "a sheared or unevenly scaled transform is not read; expected a rotation");
         }
     }
-    if (scale < 0) {
-        scale = -scale;
-        for (gp_XYZ& row : map.rows) row.Reverse();
+    if (mScale < 0) {
+        mScale = -mScale;
+        for (gp_XYZ& row : mAp.rows) row.Reverse();
     }
-    if (!(scale > 1e-6 && scale < 1e6)) throw BadRecord(record, "transform: the scale is out of range");
-    mirrors = map.rows[0].Crossed(map.rows[1]).Dot(map.rows[2]) < 0;
+    if (!(mScale > 1e-6 && mScale < 1e6)) throw BadRecord(record, "transform: the scale is out of range");
+    mIrrors = mAp.rows[0].Crossed(mAp.rows[1]).Dot(mAp.rows[2]) < 0;
 }
 
 gp_XYZ Placement::Vector(const gp_XYZ& vector) const {
-    return (map.rows[0] * vector.X() + map.rows[1] * vector.Y() + map.rows[2] * vector.Z()) * scale;
+    return (mAp.rows[0] * vector.X() + mAp.rows[1] * vector.Y() + mAp.rows[2] * vector.Z()) * mScale;
 }
 
-gp_Pnt Placement::Point(const gp_XYZ& point) const { return Vector(point) + map.translation; }
+gp_Pnt Placement::Point(const gp_XYZ& point) const { return Vector(point) + mAp.translation; }
 
 gp_Dir CleanDirection(const gp_XYZ& vector, long record, std::string_view what) {
     const double length = vector.Modulus();
@@ -283,7 +284,7 @@ gp_Pnt2d SurfaceFrame::Parameters(const gp_Pnt& point) const {
             ElSLib::TorusParameters(axes, radius, minorRadius, point, u, v);
             break;
         case Kind::Free:
-            return ShapeAnalysis_Surface(free).ValueOfUV(point, coincidence);
+            return ShapeAnalysis_Surface(free).ValueOfUV(point, Coincidence);
     }
     return {u, v};
 }

@@ -16,13 +16,13 @@
 namespace brenvik::acis {
 
 /// Lengths below this are taken for nothing; two points closer than this are one.
-constexpr double coincidence = 1e-7;
+constexpr double Coincidence = 1e-7;
 /// What a real file may leave between a curve and the surface it should lie on. Kernels keep 1e-6;
 /// files that went through several programs are worse. What is found becomes the edge's tolerance.
-constexpr double looseFit = 1e-4;
+constexpr double LooseFit = 1e-4;
 /// What is healed and told: a hundredth of a millimetre is below what a saw cuts and what a drawing shows,
 /// and modellers that stretch their tolerances leave as much. Wider gaps are no edges of one body.
-constexpr double healedFit = 1e-2;
+constexpr double HealedFit = 1e-2;
 
 /// A body's place, applied to numbers before anything is built so that plain moves stay exact.
 class Placement {
@@ -34,13 +34,13 @@ class Placement {
     gp_Pnt Point(const gp_XYZ& point) const;
     /// Turned and scaled, not moved.
     gp_XYZ Vector(const gp_XYZ& vector) const;
-    double Length(double length) const { return length * scale; }
-    bool Mirrors() const { return mirrors; }
+    double Length(double length) const { return length * mScale; }
+    bool Mirrors() const { return mIrrors; }
 
   private:
-    TransformRecord map;
-    double scale = 1;
-    bool mirrors = false;
+    TransformRecord mAp;
+    double mScale = 1;
+    bool mIrrors = false;
 };
 
 /// A direction from a vector; components that are rounding noise become nothing, so that what is

@@ -21,19 +21,19 @@
 namespace brenvik::acis {
 namespace {
 
-constexpr double fullTurn = 2 * std::numbers::pi;
+constexpr double FullTurn = 2 * std::numbers::pi;
 // Between neighbouring samples a curve that keeps clear of the poles turns far less than this.
-constexpr double longestStep = 2.0;
+constexpr double LongestStep = 2.0;
 // A slanted cut all round a bore is met to 1e-12 of the radius.
-constexpr int interpolationPoints = 65;
+constexpr int InterpolationPoints = 65;
 // Pieces of a free curve meet with less smoothness, which takes closer points.
-constexpr int pointsPerPiece = 12;
-constexpr int mostInterpolationPoints = 1025;
-constexpr int splineDegree = 7;
-constexpr double slopeNoise = 1e-6;
+constexpr int PointsPerPiece = 12;
+constexpr int MostInterpolationPoints = 1025;
+constexpr int SplineDegree = 7;
+constexpr double SlopeNoise = 1e-6;
 
 double Nearest(double value, double reference) {
-    return value - fullTurn * std::round((value - reference) / fullTurn);
+    return value - FullTurn * std::round((value - reference) / FullTurn);
 }
 
 gp_Pnt2d NearestTurn(const SurfaceFrame& frame, gp_Pnt2d uv, const gp_Pnt2d& reference) {
@@ -45,7 +45,7 @@ gp_Pnt2d NearestTurn(const SurfaceFrame& frame, gp_Pnt2d uv, const gp_Pnt2d& ref
 gp_Pnt2d OnSurface(const SurfaceFrame& frame, const EdgeNode& edge, double t) {
     const gp_Pnt point = edge.curve->Value(t);
     const gp_Pnt2d uv = frame.Parameters(point);
-    if (frame.Value(uv).Distance(point) > healedFit)
+    if (frame.Value(uv).Distance(point) > HealedFit)
         throw BadRecord(edge.record, "an edge does not lie on its face's surface");
     return uv;
 }
@@ -53,7 +53,7 @@ gp_Pnt2d OnSurface(const SurfaceFrame& frame, const EdgeNode& edge, double t) {
 // 0, 1 or -1 where a slope is one of these but for noise, else nothing.
 std::optional<double> UnitSlope(double slope) {
     const double nearest = std::round(slope);
-    if (std::abs(nearest) > 1 || std::abs(slope - nearest) > slopeNoise) return std::nullopt;
+    if (std::abs(nearest) > 1 || std::abs(slope - nearest) > SlopeNoise) return std::nullopt;
     return nearest;
 }
 
@@ -76,8 +76,8 @@ Handle(Geom2d_Curve) StraightInParameters(const SurfaceFrame& frame, const EdgeN
     for (std::size_t i = 0; i < places.size(); ++i) {
         const double du = uv[i].X() - (middle.X() + *uSlope * (t[i] - t[2]));
         const double dv = uv[i].Y() - (middle.Y() + *vSlope * (t[i] - t[2]));
-        if (std::hypot(du * frame.UMetric(), dv * frame.VMetric()) > 10 * looseFit) return {};
-        if (std::abs(du) > slopeNoise || std::abs(dv) > std::max(slopeNoise, slopeNoise * std::abs(span)))
+        if (std::hypot(du * frame.UMetric(), dv * frame.VMetric()) > 10 * LooseFit) return {};
+        if (std::abs(du) > SlopeNoise || std::abs(dv) > std::max(SlopeNoise, SlopeNoise * std::abs(span)))
             return {};
     }
     const gp_Dir2d direction(*uSlope, *vSlope);
@@ -90,33 +90,33 @@ Handle(Geom2d_Curve) StraightInParameters(const SurfaceFrame& frame, const EdgeN
 Handle(Geom2d_Curve)
     SplineThrough(TColgp_Array1OfPnt2d& points, const TColStd_Array1OfReal& parameters, long record) {
     const int count = points.Length();
-    const int inner = count - splineDegree - 1;
+    const int inner = count - SplineDegree - 1;
     TColStd_Array1OfReal knots(1, inner + 2);
     TColStd_Array1OfInteger multiplicities(1, inner + 2);
     multiplicities.Init(1);
-    multiplicities(1) = multiplicities(inner + 2) = splineDegree + 1;
+    multiplicities(1) = multiplicities(inner + 2) = SplineDegree + 1;
     knots(1) = parameters(1);
     knots(inner + 2) = parameters(count);
     for (int k = 1; k <= inner; ++k) {
         double sum = 0;
-        for (int i = 1; i <= splineDegree; ++i) sum += parameters(k + i);
-        knots(k + 1) = sum / splineDegree;
+        for (int i = 1; i <= SplineDegree; ++i) sum += parameters(k + i);
+        knots(k + 1) = sum / SplineDegree;
     }
-    TColStd_Array1OfReal flatKnots(1, count + splineDegree + 1);
-    BSplCLib::KnotSequence(knots, multiplicities, splineDegree, Standard_False, flatKnots);
+    TColStd_Array1OfReal flatKnots(1, count + SplineDegree + 1);
+    BSplCLib::KnotSequence(knots, multiplicities, SplineDegree, Standard_False, flatKnots);
     TColStd_Array1OfInteger contacts(1, count);
     contacts.Init(0);
     int singular = 0;
-    BSplCLib::Interpolate(splineDegree, flatKnots, parameters, contacts, points, singular);
+    BSplCLib::Interpolate(SplineDegree, flatKnots, parameters, contacts, points, singular);
     if (singular != 0) throw BadRecord(record, "an edge cannot be laid out on its face's surface");
-    return new Geom2d_BSplineCurve(points, knots, multiplicities, splineDegree);
+    return new Geom2d_BSplineCurve(points, knots, multiplicities, SplineDegree);
 }
 
 int PointCount(const EdgeNode& edge) {
     const auto spline = Handle(Geom_BSplineCurve)::DownCast(edge.curve);
-    if (spline.IsNull()) return interpolationPoints;
-    return std::clamp(pointsPerPiece * (spline->NbKnots() - 1) + 1, interpolationPoints,
-                      mostInterpolationPoints);
+    if (spline.IsNull()) return InterpolationPoints;
+    return std::clamp(PointsPerPiece * (spline->NbKnots() - 1) + 1, InterpolationPoints,
+                      MostInterpolationPoints);
 }
 
 Handle(Geom2d_Curve) Interpolated(const SurfaceFrame& frame, const EdgeNode& edge) {
@@ -129,7 +129,7 @@ Handle(Geom2d_Curve) Interpolated(const SurfaceFrame& frame, const EdgeNode& edg
         if (i > 1) {
             const gp_Pnt2d& previous = points.Value(i - 1);
             uv = NearestTurn(frame, uv, previous);
-            if (frame.UPeriodic() && std::abs(uv.X() - previous.X()) > longestStep) {
+            if (frame.UPeriodic() && std::abs(uv.X() - previous.X()) > LongestStep) {
                 throw BadRecord(edge.record, "an edge runs through the pole of its face's surface");
             }
         }
@@ -164,26 +164,26 @@ ChartPiece PlanePiece(const SurfaceFrame& frame, const EdgeNode& edge, const Coe
 class Charter {
   public:
     Charter(const SurfaceFrame& f, const Nodes& n, bool straight)
-        : frame(f), nodes(n), straightOnly(straight) {}
+        : mFrame(f), mNodes(n), mStraightOnly(straight) {}
 
     LoopChart Run(const LoopUse& loop) {
         for (const CoedgeUse& use : loop) Append(Piece(use));
         Close();
-        return std::move(chart);
+        return std::move(mChart);
     }
 
   private:
     ChartPiece Piece(const CoedgeUse& use) const {
-        const EdgeNode& edge = nodes.edges[static_cast<std::size_t>(use.edge)];
+        const EdgeNode& edge = mNodes.edges[static_cast<std::size_t>(use.edge)];
         ChartPiece piece;
-        if (frame.kind == SurfaceFrame::Kind::Plane) {
-            piece = PlanePiece(frame, edge, use);
+        if (mFrame.kind == SurfaceFrame::Kind::Plane) {
+            piece = PlanePiece(mFrame, edge, use);
         } else {
-            piece.curve = StraightInParameters(frame, edge);
+            piece.curve = StraightInParameters(mFrame, edge);
             if (piece.curve.IsNull()) {
-                if (straightOnly)
+                if (mStraightOnly)
                     throw BadRecord(edge.record, "an edge is not straight on its face's surface");
-                piece.curve = Interpolated(frame, edge);
+                piece.curve = Interpolated(mFrame, edge);
             }
             piece.samples = Sample(piece.curve, edge, use.forward);
         }
@@ -195,9 +195,9 @@ class Charter {
 
     // -1 at the lower end of v, 1 at the upper, 0 away from both.
     int SingularEnd(const gp_Pnt2d& uv) const {
-        const double near = 1e-6 / frame.VMetric();
-        if (const auto low = frame.LowSingularity(); low && std::abs(uv.Y() - *low) < near) return -1;
-        if (const auto high = frame.HighSingularity(); high && std::abs(uv.Y() - *high) < near) return 1;
+        const double near = 1e-6 / mFrame.VMetric();
+        if (const auto low = mFrame.LowSingularity(); low && std::abs(uv.Y() - *low) < near) return -1;
+        if (const auto high = mFrame.HighSingularity(); high && std::abs(uv.Y() - *high) < near) return 1;
         return 0;
     }
 
@@ -207,57 +207,59 @@ class Charter {
     gp_Vec2d Bridge(const gp_Pnt2d& from, const gp_Pnt2d& to, int vertex) {
         const int side = SingularEnd(from);
         if (side == 0 || SingularEnd(to) != side) return {0, 0};
-        double turn = std::fmod(to.X() - from.X(), fullTurn);
-        if (side < 0 && turn < 1e-9) turn += fullTurn;
-        if (side > 0 && turn > -1e-9) turn -= fullTurn;
+        double turn = std::fmod(to.X() - from.X(), FullTurn);
+        if (side < 0 && turn < 1e-9) turn += FullTurn;
+        if (side > 0 && turn > -1e-9) turn -= FullTurn;
         ChartPiece spread;
         spread.startVertex = vertex;
-        const double v = side < 0 ? *frame.LowSingularity() : *frame.HighSingularity();
+        const double v = side < 0 ? *mFrame.LowSingularity() : *mFrame.HighSingularity();
         spread.samples = {gp_Pnt2d(from.X(), v), gp_Pnt2d(from.X() + turn, v)};
-        chart.pieces.push_back(std::move(spread));
+        mChart.pieces.push_back(std::move(spread));
         return {turn, 0};
     }
 
     void CheckGap(const gp_Pnt2d& from, const gp_Pnt2d& to, long record) const {
-        constexpr double widest = 2 * healedFit;  // of two edges
-        if (std::abs(from.Y() - to.Y()) * frame.VMetric() > widest ||
-            (SingularEnd(from) == 0 && std::abs(from.X() - to.X()) * frame.UMetric() > widest)) {
+        constexpr double widest = 2 * HealedFit;  // of two edges
+        if (std::abs(from.Y() - to.Y()) * mFrame.VMetric() > widest ||
+            (SingularEnd(from) == 0 && std::abs(from.X() - to.X()) * mFrame.UMetric() > widest)) {
             throw BadRecord(record, "a loop is torn where two edges should meet");
         }
     }
 
     void Append(ChartPiece piece) {
-        if (!chart.pieces.empty()) {
-            const gp_Pnt2d from = chart.pieces.back().End();
+        if (!mChart.pieces.empty()) {
+            const gp_Pnt2d from = mChart.pieces.back().End();
             const gp_Vec2d bridge = Bridge(from, piece.Start(), piece.startVertex);
             const gp_Pnt2d target(from.X() + bridge.X(), from.Y());
-            const gp_Pnt2d nearest = NearestTurn(frame, piece.Start(), target);
+            const gp_Pnt2d nearest = NearestTurn(mFrame, piece.Start(), target);
             piece.Move(gp_Vec2d(piece.Start(), nearest));
             CheckGap(target, piece.Start(), RecordOf(piece));
         }
-        chart.pieces.push_back(std::move(piece));
+        mChart.pieces.push_back(std::move(piece));
     }
 
     void Close() {
-        if (chart.pieces.empty()) return;
-        const gp_Pnt2d begin = chart.pieces.front().Start();
-        const gp_Pnt2d from = chart.pieces.back().End();
-        const int vertex = chart.pieces.front().startVertex;
+        if (mChart.pieces.empty()) return;
+        const gp_Pnt2d begin = mChart.pieces.front().Start();
+        const gp_Pnt2d from = mChart.pieces.back().End();
+        const int vertex = mChart.pieces.front().startVertex;
         const gp_Vec2d bridge = Bridge(from, begin, vertex);
         const gp_Pnt2d end(from.X() + bridge.X(), from.Y());
-        CheckGap(NearestTurn(frame, end, begin), begin, RecordOf(chart.pieces.front()));
-        if (frame.UPeriodic()) chart.windU = static_cast<int>(std::lround((end.X() - begin.X()) / fullTurn));
-        if (frame.VPeriodic()) chart.windV = static_cast<int>(std::lround((end.Y() - begin.Y()) / fullTurn));
+        CheckGap(NearestTurn(mFrame, end, begin), begin, RecordOf(mChart.pieces.front()));
+        if (mFrame.UPeriodic())
+            mChart.windU = static_cast<int>(std::lround((end.X() - begin.X()) / FullTurn));
+        if (mFrame.VPeriodic())
+            mChart.windV = static_cast<int>(std::lround((end.Y() - begin.Y()) / FullTurn));
     }
 
     long RecordOf(const ChartPiece& piece) const {
-        return piece.edge < 0 ? -1 : nodes.edges[static_cast<std::size_t>(piece.edge)].record;
+        return piece.edge < 0 ? -1 : mNodes.edges[static_cast<std::size_t>(piece.edge)].record;
     }
 
-    const SurfaceFrame& frame;
-    const Nodes& nodes;
-    bool straightOnly;
-    LoopChart chart;
+    const SurfaceFrame& mFrame;
+    const Nodes& mNodes;
+    bool mStraightOnly;
+    LoopChart mChart;
 };
 
 }  // namespace

@@ -16,7 +16,7 @@ namespace brenvik::acis {
 /// A vertex of the body under construction.
 struct VertexNode {
     gp_Pnt place;
-    double tolerance = coincidence;
+    double tolerance = Coincidence;
     int edgeCount = 0;     ///< Edges that end here, a closed edge counted once.
     bool settled = false;  ///< A seam ends here, so it has to stay where it is.
     TopoDS_Vertex shape;
@@ -27,7 +27,7 @@ struct EdgeNode {
     Handle(Geom_Curve) curve;
     double first = 0, last = 0;
     int start = -1, end = -1;
-    double tolerance = coincidence;
+    double tolerance = Coincidence;
     long record = -1;
     TopoDS_Edge shape;
 };

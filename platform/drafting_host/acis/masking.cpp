@@ -5,17 +5,17 @@
 namespace brenvik::acis {
 namespace {
 
-constexpr char firstMasked = '!';
-constexpr char lastMasked = '~';
+constexpr char FirstMasked = '!';
+constexpr char LastMasked = '~';
 // First and last printable character change places; blanks and everything outside stay.
-constexpr int mirrorSum = firstMasked + lastMasked;
+constexpr int MirrorSum = FirstMasked + LastMasked;
 
 }  // namespace
 
 std::string DecodeLine(std::string_view masked) {
     std::string plain(masked);
     for (char& c : plain) {
-        if (c >= firstMasked && c <= lastMasked) c = static_cast<char>(mirrorSum - c);
+        if (c >= FirstMasked && c <= LastMasked) c = static_cast<char>(MirrorSum - c);
     }
     return plain;
 }

@@ -25,9 +25,9 @@
 namespace brenvik::acis {
 namespace {
 
-constexpr double fit = 1e-6;
-constexpr double turned = 1e-9;  // radians
-constexpr double shortest = 1e-4;
+constexpr double Fit = 1e-6;
+constexpr double Turned = 1e-9;  // radians
+constexpr double Shortest = 1e-4;
 
 /// A surface of revolution as the distance of a point from it, and its axis.
 class RoundFit {
@@ -41,7 +41,7 @@ class RoundFit {
         const gp_Vec reach(mAxis.Location(), point);
         const double height = reach.Dot(mAxis.Direction());
         const double radius = (reach.XYZ() - mAxis.Direction().XYZ() * height).Modulus();
-        return std::abs(radius - std::abs(mRadius + mSlope * height)) < fit;
+        return std::abs(radius - std::abs(mRadius + mSlope * height)) < Fit;
     }
     bool Holds(const Geom_Line& line, const gp_Pnt& start, const gp_Pnt& end) const {
         if (!Holds(start) || !Holds(end)) return false;
@@ -54,7 +54,7 @@ class RoundFit {
     }
 
   private:
-    bool Parallel(const gp_Dir& direction) const { return mAxis.Direction().IsParallel(direction, turned); }
+    bool Parallel(const gp_Dir& direction) const { return mAxis.Direction().IsParallel(direction, Turned); }
 
     gp_Ax1 mAxis;
     double mRadius, mSlope;
@@ -66,8 +66,8 @@ struct PlainEdge {
 };
 
 bool EndsFit(const PlainEdge& edge, double first, double last) {
-    return edge.curve->Value(first).Distance(edge.start) < fit &&
-           edge.curve->Value(last).Distance(edge.end) < fit;
+    return edge.curve->Value(first).Distance(edge.start) < Fit &&
+           edge.curve->Value(last).Distance(edge.end) < Fit;
 }
 
 // False for edges that are neither lines nor arcs or whose vertices lie beside them.
@@ -82,19 +82,19 @@ bool TakeEdge(const TopoDS_Edge& edge, PlainEdge& taken) {
     taken.start = BRep_Tool::Pnt(start);
     taken.end = BRep_Tool::Pnt(end);
     if (!EndsFit(taken, first, last)) return false;
-    if (taken.curve->IsKind(STANDARD_TYPE(Geom_Line))) return last - first > shortest;
+    if (taken.curve->IsKind(STANDARD_TYPE(Geom_Line))) return last - first > Shortest;
     const auto circle = Handle(Geom_Circle)::DownCast(taken.curve);
-    if (!circle.IsNull()) return circle->Radius() * (last - first) > shortest;
+    if (!circle.IsNull()) return circle->Radius() * (last - first) > Shortest;
     const auto ellipse = Handle(Geom_Ellipse)::DownCast(taken.curve);
-    return !ellipse.IsNull() && ellipse->MinorRadius() * (last - first) > shortest;
+    return !ellipse.IsNull() && ellipse->MinorRadius() * (last - first) > Shortest;
 }
 
 bool OnPlane(const gp_Pln& plane, const PlainEdge& edge) {
-    if (plane.Distance(edge.start) > fit || plane.Distance(edge.end) > fit) return false;
+    if (plane.Distance(edge.start) > Fit || plane.Distance(edge.end) > Fit) return false;
     if (edge.curve->IsKind(STANDARD_TYPE(Geom_Line))) return true;
     const auto conic = Handle(Geom_Conic)::DownCast(edge.curve);
-    return !conic.IsNull() && conic->Axis().Direction().IsParallel(plane.Axis().Direction(), turned) &&
-           plane.Distance(conic->Location()) < fit;
+    return !conic.IsNull() && conic->Axis().Direction().IsParallel(plane.Axis().Direction(), Turned) &&
+           plane.Distance(conic->Location()) < Fit;
 }
 
 bool OnRound(const RoundFit& round, const PlainEdge& edge) {
@@ -124,7 +124,7 @@ bool HasWidth(const TopoDS_Face& face, const gp_Pln& plane) {
             previous = next;
         }
     }
-    return area.Modulus() > shortest * length;
+    return area.Modulus() > Shortest * length;
 }
 
 bool FaceFits(const TopoDS_Face& face) {

@@ -29,11 +29,11 @@ namespace {
 
 // What goes wrong in reading is a whole face or its complement, so faces are compared roughly: by chords of
 // their boundaries, and where those disagree by the modeller's integration, which over splines is no finer.
-constexpr double areaShare = 0.01;
-constexpr double volumeShare = 1e-3;
-constexpr int chords = 16;
+constexpr double AreaShare = 0.01;
+constexpr double VolumeShare = 1e-3;
+constexpr int Chords = 16;
 // Edges that the writer fits anew are held to this.
-constexpr double fitted = 1e-6;
+constexpr double Fitted = 1e-6;
 
 /// A face by its boundary.
 struct Gauge {
@@ -74,7 +74,7 @@ gp_XYZ TakeEdge(const TopoDS_Face& face, const TopoDS_Edge& edge, Gauge& gauge) 
     const Handle(Geom_Curve) curve = BRep_Tool::Curve(edge, first, last);
     if (curve.IsNull()) return swing;
     gauge.tolerance = std::max(gauge.tolerance, BRep_Tool::Tolerance(edge));
-    const int steps = curve->IsKind(STANDARD_TYPE(Geom_Line)) ? 1 : chords;
+    const int steps = curve->IsKind(STANDARD_TYPE(Geom_Line)) ? 1 : Chords;
     const gp_Pnt begin = curve->Value(first);
     gp_Pnt previous = begin;
     for (int i = 1; i <= steps; ++i) {
@@ -97,7 +97,7 @@ double ParameterShare(const TopoDS_Face& face, const TopoDS_Edge& edge, Gauge::K
     const Handle(Geom2d_Curve) curve = BRep_Tool::CurveOnSurface(edge, face, first, last);
     if (curve.IsNull()) return 0;
     const auto height = [&](double v) { return kind == Gauge::Kind::Ball ? std::sin(v) : v; };
-    const int steps = curve->IsKind(STANDARD_TYPE(Geom2d_Line)) && kind != Gauge::Kind::Ball ? 1 : chords;
+    const int steps = curve->IsKind(STANDARD_TYPE(Geom2d_Line)) && kind != Gauge::Kind::Ball ? 1 : Chords;
     double sum = 0;
     gp_Pnt2d previous = curve->Value(first);
     for (int i = 1; i <= steps; ++i) {
@@ -142,7 +142,7 @@ bool SameFace(const TopoDS_Face& before, const Gauge& was, const TopoDS_Face& af
     if (was.kind == is.kind && std::abs(was.area - is.area) <= 1e-3 * was.area) return true;
     const double area = IntegratedArea(before);
     const double gap = std::max(was.tolerance, is.tolerance);
-    return std::abs(IntegratedArea(after) - area) <= areaShare * area + 4 * gap * was.perimeter;
+    return std::abs(IntegratedArea(after) - area) <= AreaShare * area + 4 * gap * was.perimeter;
 }
 
 // `integrated`: the volume too, where the body was written with other surfaces than its own.
@@ -174,7 +174,7 @@ std::optional<std::string> Difference(const TopoDS_Shape& before, const TopoDS_S
     if (all.low.X() <= all.high.X() && moved > 1e-5 + 2 * gap) return std::string("the corners moved");
     if (!integrated || solids == 0) return std::nullopt;
     const double volume = IntegratedVolume(before);
-    if (std::abs(IntegratedVolume(after) - volume) > volumeShare * std::abs(volume))
+    if (std::abs(IntegratedVolume(after) - volume) > VolumeShare * std::abs(volume))
         return std::string("the volume changed");
     return std::nullopt;
 }
@@ -191,7 +191,7 @@ std::string Joined(const std::vector<std::string>& lines) {
 // Curves on the faces that keep step with the curves in space, and tolerances that own up to what is left.
 TopoDS_Shape Refitted(const TopoDS_Shape& shape) {
     const TopoDS_Shape copy = BRepBuilderAPI_Copy(shape).Shape();
-    BRepLib::SameParameter(copy, fitted, true);
+    BRepLib::SameParameter(copy, Fitted, true);
     return copy;
 }
 

@@ -7,10 +7,10 @@
 namespace brenvik::acis {
 namespace {
 
-constexpr int firstWithHistory = 700;
-constexpr int firstWithWires = 107;
+constexpr int FirstWithHistory = 700;
+constexpr int FirstWithWires = 107;
 // Farther out than any drawing reaches; beyond it neither coordinates nor tolerances mean anything.
-constexpr double longestLength = 1e9;
+constexpr double LongestLength = 1e9;
 
 std::string Quoted(std::string_view text) {
     std::string shown;
@@ -35,14 +35,14 @@ std::size_t FirstFlag(const std::vector<Field>& fields) {
 
 }  // namespace
 
-Model::Model(const RecordText& source) : text(source) {
-    for (std::size_t i = 0; i < text.records.size(); ++i) {
-        const Record& record = text.records[i];
+Model::Model(const RecordText& source) : mText(source) {
+    for (std::size_t i = 0; i < mText.records.size(); ++i) {
+        const Record& record = mText.records[i];
         // Names in attributes may hold braces of their own.
         if (record.name.ends_with("attrib")) continue;
         for (std::size_t at = 0; at + 1 < record.fields.size(); ++at) {
             if (record.fields[at].text == "{" && record.fields[at + 1].text != "ref")
-                subtypes.push_back({static_cast<long>(i), at + 1});
+                mSubtypes.push_back({static_cast<long>(i), at + 1});
         }
     }
 }
@@ -55,7 +55,7 @@ FieldCursor Model::OpenAny(long index, std::string_view kind) const {
     }
     FieldCursor fields(At(index), index);
     fields.Pointer("attribute");
-    if (text.header.version >= firstWithHistory) {
+    if (mText.header.version >= FirstWithHistory) {
         fields.SkipNumbers();
         fields.Pointer("history");
     }
@@ -72,7 +72,7 @@ FieldCursor Model::Open(long index, std::string_view kind) const {
 
 double Model::Length(FieldCursor& fields, long index, std::string_view what) const {
     const double value = fields.Number(what);
-    if (std::abs(value) > longestLength) {
+    if (std::abs(value) > LongestLength) {
         throw BadRecord(index, std::string(At(index).name) + ": " + std::string(what) + " is out of range");
     }
     return value;
@@ -111,7 +111,7 @@ ShellRecord Model::Shell(long index) const {
     shell.face = fields.Pointer("face");
     // Before version 107 the pointer to the lump follows, the last of the record.
     const long wire = fields.Pointer("wire");
-    if (!fields.AtEnd() || text.header.version >= firstWithWires) shell.wire = wire;
+    if (!fields.AtEnd() || mText.header.version >= FirstWithWires) shell.wire = wire;
     return shell;
 }
 
@@ -189,7 +189,7 @@ TransformRecord Model::Transform(long index) const {
     if (words < numberCount) throw BadRecord(index, "transform: expected thirteen numbers before its flags");
     for (std::size_t i = 0; i < numberCount; ++i) {
         const Field& field = fields[words - numberCount + i];
-        if (field.kind != Field::Kind::Number || std::abs(field.number) > longestLength) {
+        if (field.kind != Field::Kind::Number || std::abs(field.number) > LongestLength) {
             throw BadRecord(index, "transform: expected a number, found " + Quoted(field.text));
         }
         numbers[i] = field.number;
@@ -280,10 +280,10 @@ Model::Subtype Model::Braces(FieldCursor& fields, long index) const {
     const Subtype here{index, fields.Position()};
     if (fields.Word("subtype") != "ref") return here;
     const double number = fields.Number("number of the subtype");
-    if (!(number >= 0 && number < static_cast<double>(subtypes.size())) || number != std::floor(number)) {
+    if (!(number >= 0 && number < static_cast<double>(mSubtypes.size())) || number != std::floor(number)) {
         throw BadRecord(index, "a reference to braces that the text does not have");
     }
-    return subtypes[static_cast<std::size_t>(number)];
+    return mSubtypes[static_cast<std::size_t>(number)];
 }
 
 FieldCursor Model::Within(const Subtype& subtype) const {

@@ -14,31 +14,31 @@
 
 namespace brenvik::acis {
 
-constexpr long nowhere = -1;
+constexpr long Nowhere = -1;
 
 struct BodyRecord {
-    long lump = nowhere, wire = nowhere, transform = nowhere;
+    long lump = Nowhere, wire = Nowhere, transform = Nowhere;
 };
 struct LumpRecord {
-    long next = nowhere, shell = nowhere;
+    long next = Nowhere, shell = Nowhere;
 };
 struct ShellRecord {
-    long next = nowhere, subshell = nowhere, face = nowhere, wire = nowhere;
+    long next = Nowhere, subshell = Nowhere, face = Nowhere, wire = Nowhere;
 };
 struct FaceRecord {
-    long next = nowhere, loop = nowhere, shell = nowhere, surface = nowhere;
+    long next = Nowhere, loop = Nowhere, shell = Nowhere, surface = Nowhere;
     bool reversed = false;     ///< The face's outside is the surface's inside.
     bool doubleSided = false;  ///< A sheet rather than the skin of a solid.
 };
 struct LoopRecord {
-    long next = nowhere, coedge = nowhere;
+    long next = Nowhere, coedge = Nowhere;
 };
 struct CoedgeRecord {
-    long next = nowhere, edge = nowhere, pcurve = nowhere;
+    long next = Nowhere, edge = Nowhere, pcurve = Nowhere;
     bool reversed = false;
 };
 struct EdgeRecord {
-    long start = nowhere, end = nowhere, curve = nowhere;
+    long start = Nowhere, end = Nowhere, curve = Nowhere;
     bool reversed = false;  ///< Runs against its curve.
 };
 /// Places a body: a point p goes to scale * (p * rotation) + translation, p a row.
@@ -82,8 +82,8 @@ class Model {
   public:
     explicit Model(const RecordText& source);
 
-    std::size_t Count() const { return text.records.size(); }
-    const Record& At(long index) const { return text.records[static_cast<std::size_t>(index)]; }
+    std::size_t Count() const { return mText.records.size(); }
+    const Record& At(long index) const { return mText.records[static_cast<std::size_t>(index)]; }
 
     BodyRecord Body(long index) const;
     LumpRecord Lump(long index) const;
@@ -103,7 +103,7 @@ class Model {
   private:
     /// Where the words within a pair of braces begin.
     struct Subtype {
-        long record = nowhere;
+        long record = Nowhere;
         std::size_t place = 0;
     };
 
@@ -117,8 +117,8 @@ class Model {
     SplineSurfaceRecord FreeSurface(FieldCursor& fields, long index) const;
     Subtype Braces(FieldCursor& fields, long index) const;
     FieldCursor Within(const Subtype& subtype) const;
-    const RecordText& text;
-    std::vector<Subtype> subtypes;  // in the order of their opening braces, which is how they are numbered
+    const RecordText& mText;
+    std::vector<Subtype> mSubtypes;  // in the order of their opening braces, which is how they are numbered
 };
 
 }  // namespace brenvik::acis

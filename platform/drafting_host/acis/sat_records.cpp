@@ -10,14 +10,14 @@ namespace brenvik::acis {
 namespace {
 
 // The versions of the drawings of release 13 and after. Those before 200 have a head of one line.
-constexpr int firstReadVersion = 105;
+constexpr int FirstReadVersion = 105;
 // Counted strings carry a mark from here on, and so can be told from numbers.
-constexpr int firstMarkedStrings = 700;
+constexpr int FirstMarkedStrings = 700;
 // The last version of the independent line of the kernel that keeps the layouts known here, and the
 // range of the line that drafting programs went over to.
-constexpr int lastPlainVersion = 3500;
-constexpr int firstBranchVersion = 20800;
-constexpr int lastBranchVersion = 22399;
+constexpr int LastPlainVersion = 3500;
+constexpr int FirstBranchVersion = 20800;
+constexpr int LastBranchVersion = 22399;
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v'; }
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -80,26 +80,26 @@ std::string Shown(const Field& field) {
 
 class Splitter {
   public:
-    explicit Splitter(std::string_view source) : text(source) {}
+    explicit Splitter(std::string_view source) : mText(source) {}
 
     RecordText Run() {
-        if (!ReadHead()) return std::move(result);
-        result.readable = true;
+        if (!ReadHead()) return std::move(mResult);
+        mResult.readable = true;
         ReadRecords();
         CheckCompleteness();
-        return std::move(result);
+        return std::move(mResult);
     }
 
   private:
     void Tell(std::size_t line, long record, std::string what) {
-        result.problems.push_back({line, record, std::move(what)});
+        mResult.problems.push_back({line, record, std::move(what)});
     }
 
     std::string_view TakeLine() {
-        const std::size_t end = std::min(text.find('\n', at), text.size());
-        std::string_view line = text.substr(at, end - at);
-        at = std::min(end + 1, text.size());
-        ++lineNumber;
+        const std::size_t end = std::min(mText.find('\n', mAt), mText.size());
+        std::string_view line = mText.substr(mAt, end - mAt);
+        mAt = std::min(end + 1, mText.size());
+        ++mLineNumber;
         if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
         return line;
     }
@@ -118,45 +118,45 @@ class Splitter {
     void CheckTail();
     void CheckCompleteness();
 
-    std::string_view text;
-    std::size_t at = 0;
-    std::size_t lineNumber = 0;  // lines begun so far
-    bool endMarkSeen = false;
-    bool brokenOff = false;
-    RecordText result;
+    std::string_view mText;
+    std::size_t mAt = 0;
+    std::size_t mLineNumber = 0;  // lines begun so far
+    bool mEndMarkSeen = false;
+    bool mBrokenOff = false;
+    RecordText mResult;
 };
 
 bool Splitter::ReadHead() {
     if (!ReadVersionLine()) return false;
     // Records begin with a name or with their number, -0; a head goes on with counts.
-    const std::size_t next = text.find_first_not_of(" \t\r\n", at);
-    if (next != std::string_view::npos && (IsLetter(text[next]) || text[next] == '-')) return true;
-    if (at >= text.size()) {
-        Tell(lineNumber + 1, -1,
+    const std::size_t next = mText.find_first_not_of(" \t\r\n", mAt);
+    if (next != std::string_view::npos && (IsLetter(mText[next]) || mText[next] == '-')) return true;
+    if (mAt >= mText.size()) {
+        Tell(mLineNumber + 1, -1,
              "the text breaks off after its first line; expected product and scale lines");
         return false;
     }
     ReadProductLine(TakeLine());
-    if (at >= text.size()) {
-        Tell(lineNumber + 1, -1, "the text breaks off in its head; expected the scale line");
+    if (mAt >= mText.size()) {
+        Tell(mLineNumber + 1, -1, "the text breaks off in its head; expected the scale line");
         return false;
     }
     ReadScaleLine(TakeLine());
     // Some late writers add a line of their own, which may begin with a lone T; records begin with a name.
-    while (at < text.size()) {
-        const std::size_t first = text.find_first_not_of(" \t\r", at);
+    while (mAt < mText.size()) {
+        const std::size_t first = mText.find_first_not_of(" \t\r", mAt);
         if (first == std::string_view::npos) break;
-        const bool lone = first + 1 < text.size() && IsBlank(text[first + 1]);
-        if ((IsLetter(text[first]) && !lone) || text[first] == '-') break;
+        const bool lone = first + 1 < mText.size() && IsBlank(mText[first + 1]);
+        if ((IsLetter(mText[first]) && !lone) || mText[first] == '-') break;
         TakeLine();
     }
     return true;
 }
 
 bool Splitter::ReadVersionLine() {
-    while (at < text.size() && IsBlank(text[at])) {
-        if (text[at] == '\n') ++lineNumber;
-        ++at;
+    while (mAt < mText.size() && IsBlank(mText[mAt])) {
+        if (mText[mAt] == '\n') ++mLineNumber;
+        ++mAt;
     }
     const std::string_view line = TakeLine();
     std::size_t place = 0;
@@ -170,27 +170,27 @@ bool Splitter::ReadVersionLine() {
         numbers.push_back(value);
         place = end;
     }
-    if (numbers.size() < 2 || numbers[0] <= 0 || numbers[0] > highestVersion) {
-        Tell(lineNumber, -1,
+    if (numbers.size() < 2 || numbers[0] <= 0 || numbers[0] > HighestVersion) {
+        Tell(mLineNumber, -1,
              "expected the head of an ACIS text (version, records, bodies, flags), found '" +
                  Shortened(line) + "'");
         return false;
     }
-    result.header.version = static_cast<int>(numbers[0]);
-    result.header.declaredRecords = std::max(0L, numbers[1]);
-    result.header.declaredBodies = numbers.size() > 2 ? std::max(0L, numbers[2]) : 0;
+    mResult.header.version = static_cast<int>(numbers[0]);
+    mResult.header.declaredRecords = std::max(0L, numbers[1]);
+    mResult.header.declaredBodies = numbers.size() > 2 ? std::max(0L, numbers[2]) : 0;
     return AcceptVersion();
 }
 
 bool Splitter::AcceptVersion() {
-    const std::string refusal = VersionRefusal(result.header.version);
+    const std::string refusal = VersionRefusal(mResult.header.version);
     if (refusal.empty()) return true;
-    Tell(lineNumber, -1, refusal);
+    Tell(mLineNumber, -1, refusal);
     return false;
 }
 
 void Splitter::ReadProductLine(std::string_view line) {
-    std::string* const targets[] = {&result.header.product, &result.header.modeller, &result.header.date};
+    std::string* const targets[] = {&mResult.header.product, &mResult.header.modeller, &mResult.header.date};
     std::size_t place = 0;
     for (std::string* target : targets) {
         while (place < line.size() && IsBlank(line[place])) ++place;
@@ -212,62 +212,63 @@ void Splitter::ReadScaleLine(std::string_view line) {
     if (first == std::string_view::npos) return;
     const std::size_t end = std::min(line.find_first_of(" \t", first), line.size());
     double value = 0;
-    if (ParseNumber(line.substr(first, end - first), value)) result.header.millimetresPerUnit = value;
+    if (ParseNumber(line.substr(first, end - first), value)) mResult.header.millimetresPerUnit = value;
 }
 
 bool Splitter::SkipBlanks() {
-    while (at < text.size() && IsBlank(text[at])) {
-        if (text[at] == '\n') ++lineNumber;
-        ++at;
+    while (mAt < mText.size() && IsBlank(mText[mAt])) {
+        if (mText[mAt] == '\n') ++mLineNumber;
+        ++mAt;
     }
-    return at < text.size();
+    return mAt < mText.size();
 }
 
 std::string_view Splitter::TakeToken() {
-    const std::size_t begin = at;
-    while (at < text.size() && !IsBlank(text[at])) ++at;
-    return text.substr(begin, at - begin);
+    const std::size_t begin = mAt;
+    while (mAt < mText.size() && !IsBlank(mText[mAt])) ++mAt;
+    return mText.substr(begin, mAt - begin);
 }
 
 // A counted string that has to be taken whole, since it may hold blanks and record marks. A count
 // that reaches over the end of the text is taken for a word of its own.
 bool Splitter::TakeCounted(std::string_view token, Field& field) {
-    if (result.header.version < firstMarkedStrings || token.size() < 2 || token[0] != '@') return false;
+    if (mResult.header.version < FirstMarkedStrings || token.size() < 2 || token[0] != '@') return false;
     long length = 0;
     if (!ParseInteger(token.substr(1), length) || length < 0) return false;
-    const std::size_t begin = at + 1;
-    if (begin > text.size() || static_cast<std::size_t>(length) > text.size() - begin) return false;
+    const std::size_t begin = mAt + 1;
+    if (begin > mText.size() || static_cast<std::size_t>(length) > mText.size() - begin) return false;
     field.kind = Field::Kind::Text;
-    field.text = text.substr(begin, static_cast<std::size_t>(length));
-    lineNumber += static_cast<std::size_t>(
-        std::count(text.begin() + static_cast<long>(at),
-                   text.begin() + static_cast<long>(begin + field.text.size()), '\n'));
-    at = begin + field.text.size();
+    field.text = mText.substr(begin, static_cast<std::size_t>(length));
+    mLineNumber += static_cast<std::size_t>(
+        std::count(mText.begin() + static_cast<long>(mAt),
+                   mText.begin() + static_cast<long>(begin + field.text.size()), '\n'));
+    mAt = begin + field.text.size();
     return true;
 }
 
 // Called behind a lone record mark. Before strings carried a mark they could hide one; what really
 // ends a record stands at the end of a line or before the name and attribute of the next.
 bool Splitter::EndsRecord() const {
-    if (result.header.version >= firstMarkedStrings) return true;
-    std::size_t place = at;
-    while (place < text.size() && (text[place] == ' ' || text[place] == '\t' || text[place] == '\r')) ++place;
-    if (place >= text.size() || text[place] == '\n') return true;
-    if (!IsLetter(text[place])) return false;
-    while (place < text.size() && !IsBlank(text[place])) ++place;
-    while (place < text.size() && text[place] == ' ') ++place;
-    return place < text.size() && text[place] == '$';
+    if (mResult.header.version >= FirstMarkedStrings) return true;
+    std::size_t place = mAt;
+    while (place < mText.size() && (mText[place] == ' ' || mText[place] == '\t' || mText[place] == '\r'))
+        ++place;
+    if (place >= mText.size() || mText[place] == '\n') return true;
+    if (!IsLetter(mText[place])) return false;
+    while (place < mText.size() && !IsBlank(mText[place])) ++place;
+    while (place < mText.size() && mText[place] == ' ') ++place;
+    return place < mText.size() && mText[place] == '$';
 }
 
 bool Splitter::ReadRecord() {
     Record record;
-    record.line = lineNumber;
+    record.line = mLineNumber;
     std::string_view token = TakeToken();
     long ownIndex = 0;
     if (ParseInteger(token, ownIndex)) {
         // Some writers number their records: -0, -1, -2 ...
-        if (-ownIndex != static_cast<long>(result.records.size())) {
-            Tell(lineNumber, static_cast<long>(result.records.size()),
+        if (-ownIndex != static_cast<long>(mResult.records.size())) {
+            Tell(mLineNumber, static_cast<long>(mResult.records.size()),
                  "record numbered " + Shortened(token) + " stands out of order");
             return false;
         }
@@ -277,9 +278,9 @@ bool Splitter::ReadRecord() {
     record.name = token;
     for (;;) {
         if (!SkipBlanks()) {
-            brokenOff = true;
-            Tell(lineNumber, static_cast<long>(result.records.size()),
-                 "the text breaks off within record " + std::to_string(result.records.size()) + " (" +
+            mBrokenOff = true;
+            Tell(mLineNumber, static_cast<long>(mResult.records.size()),
+                 "the text breaks off within record " + std::to_string(mResult.records.size()) + " (" +
                      Shortened(record.name) + "); expected its end mark '#'");
             return false;
         }
@@ -287,27 +288,27 @@ bool Splitter::ReadRecord() {
         field.text = TakeToken();
         if (field.text.front() == '#') {
             // The next record may follow the end mark without a blank.
-            const std::size_t behind = at;
-            at -= field.text.size() - 1;
+            const std::size_t behind = mAt;
+            mAt -= field.text.size() - 1;
             if (EndsRecord()) break;
-            at = behind;
+            mAt = behind;
         }
         field = FieldOf(field.text);
         if (field.kind == Field::Kind::Word) TakeCounted(std::string_view(field.text), field);
         record.fields.push_back(field);
     }
-    result.records.push_back(std::move(record));
+    mResult.records.push_back(std::move(record));
     return true;
 }
 
 void Splitter::ReadRecords() {
-    ++lineNumber;  // from here on the number of the line that is being read
+    ++mLineNumber;  // from here on the number of the line that is being read
     while (SkipBlanks()) {
         for (const std::string_view mark :
              {"End-of-ACIS-data", "End-of-ASM-data", "Begin-of-ACIS-History", "Begin-of-ASM-History"}) {
-            if (text.substr(at, mark.size()) != mark) continue;
-            endMarkSeen = true;
-            at += mark.size();
+            if (mText.substr(mAt, mark.size()) != mark) continue;
+            mEndMarkSeen = true;
+            mAt += mark.size();
             if (mark.starts_with("End")) CheckTail();
             return;
         }
@@ -318,23 +319,23 @@ void Splitter::ReadRecords() {
 /// Blanks and the control Z of old systems may follow the end mark.
 void Splitter::CheckTail() {
     const auto isBlank = [](char c) { return static_cast<unsigned char>(c) <= ' '; };
-    const std::string_view tail = text.substr(at);
+    const std::string_view tail = mText.substr(mAt);
     const auto found = std::ranges::find_if_not(tail, isBlank);
     if (found == tail.end()) return;
     const auto breaks = std::count(tail.begin(), found, '\n');
-    Tell(lineNumber + static_cast<std::size_t>(breaks), -1, "what stands behind the end mark is left out");
+    Tell(mLineNumber + static_cast<std::size_t>(breaks), -1, "what stands behind the end mark is left out");
 }
 
 void Splitter::CheckCompleteness() {
-    if (brokenOff) return;
-    const long found = static_cast<long>(result.records.size());
-    const long declared = result.header.declaredRecords;
+    if (mBrokenOff) return;
+    const long found = static_cast<long>(mResult.records.size());
+    const long declared = mResult.header.declaredRecords;
     if (declared > 0 && found < declared) {
-        Tell(lineNumber, found,
+        Tell(mLineNumber, found,
              "the text breaks off: expected " + std::to_string(declared) + " records, found " +
                  std::to_string(found));
-    } else if (declared == 0 && !endMarkSeen) {
-        Tell(lineNumber, found,
+    } else if (declared == 0 && !mEndMarkSeen) {
+        Tell(mLineNumber, found,
              "the text breaks off after " + std::to_string(found) +
                  " records; expected a record or the end mark");
     }
@@ -360,70 +361,76 @@ std::vector<Field> TextFields(std::string_view text) {
 }
 
 std::string VersionRefusal(int version) {
-    if ((version >= firstReadVersion && version <= lastPlainVersion) ||
-        (version >= firstBranchVersion && version <= lastBranchVersion)) {
+    if ((version >= FirstReadVersion && version <= LastPlainVersion) ||
+        (version >= FirstBranchVersion && version <= LastBranchVersion)) {
         return {};
     }
     return "ACIS data of version " + std::to_string(version) + " are not read; expected version " +
-           std::to_string(firstReadVersion) + " to " + std::to_string(lastPlainVersion) + " or " +
-           std::to_string(firstBranchVersion) + " to " + std::to_string(lastBranchVersion) +
+           std::to_string(FirstReadVersion) + " to " + std::to_string(LastPlainVersion) + " or " +
+           std::to_string(FirstBranchVersion) + " to " + std::to_string(LastBranchVersion) +
            "; save the drawing as DXF of release 2010, or the solids as STEP";
 }
 
 const Field& FieldCursor::Next(std::string_view what, Field::Kind kind) {
-    if (position < record.fields.size() && record.fields[position].kind == kind)
-        return record.fields[position++];
+    if (mPosition < mRecord.fields.size() && mRecord.fields[mPosition].kind == kind)
+        return mRecord.fields[mPosition++];
     static constexpr const char* kindNames[] = {"a pointer", "a number", "a word", "a string", "a choice"};
     const std::string found =
-        position < record.fields.size() ? Shown(record.fields[position]) : "the end of the record";
-    throw BadRecord(recordIndex, Shortened(record.name) + ": expected " + kindNames[static_cast<int>(kind)] +
-                                     " (" + std::string(what) + "), found " + found);
+        mPosition < mRecord.fields.size() ? Shown(mRecord.fields[mPosition]) : "the end of the record";
+    throw BadRecord(mRecordIndex, Shortened(mRecord.name) + ": expected " +
+                                      kindNames[static_cast<int>(kind)] + " (" + std::string(what) +
+                                      "), found " + found);
 }
 
 long FieldCursor::Pointer(std::string_view what) { return Next(what, Field::Kind::Pointer).index; }
 double FieldCursor::Number(std::string_view what) { return Next(what, Field::Kind::Number).number; }
 std::string_view FieldCursor::Word(std::string_view what) {
     // Binary data of some programs have strings for words.
-    if (!AtEnd() && record.fields[position].kind == Field::Kind::Text) return record.fields[position++].text;
+    if (!AtEnd() && mRecord.fields[mPosition].kind == Field::Kind::Text)
+        return mRecord.fields[mPosition++].text;
     return Next(what, Field::Kind::Word).text;
 }
 
 bool FieldCursor::Choice(std::string_view what, std::string_view no, std::string_view yes) {
     // Writers of early versions put the bare number of the choice, and binary data have nothing else.
     if ((AtNumber() || AtChoice()) &&
-        (record.fields[position].number == 0 || record.fields[position].number == 1)) {
-        return record.fields[position++].number == 1;
+        (mRecord.fields[mPosition].number == 0 || mRecord.fields[mPosition].number == 1)) {
+        return mRecord.fields[mPosition++].number == 1;
     }
     const std::string_view word = Word(what);
     if (word == no) return false;
     if (word == yes) return true;
-    throw BadRecord(recordIndex, std::string(record.name) + ": expected " + std::string(no) + " or " +
-                                     std::string(yes) + " (" + std::string(what) + "), found '" +
-                                     Shortened(word) + "'");
+    throw BadRecord(mRecordIndex, std::string(mRecord.name) + ": expected " + std::string(no) + " or " +
+                                      std::string(yes) + " (" + std::string(what) + "), found '" +
+                                      Shortened(word) + "'");
 }
 
 void FieldCursor::SkipNumbers() {
-    while (AtNumber() || AtChoice()) ++position;
+    while (AtNumber() || AtChoice()) ++mPosition;
 }
 
 void FieldCursor::SkipWordOrNumber(std::string_view what) {
     if (AtNumber() || AtChoice()) {
-        ++position;
+        ++mPosition;
     } else {
         Word(what);
     }
 }
 
 bool FieldCursor::TakeBound() {
-    if (AtChoice()) return record.fields[position++].number == 1;
+    if (AtChoice()) return mRecord.fields[mPosition++].number == 1;
     return AtWord() && Word("parameter bound") == "F";
 }
 
-bool FieldCursor::AtNumber() const { return !AtEnd() && record.fields[position].kind == Field::Kind::Number; }
-bool FieldCursor::AtPointer() const {
-    return !AtEnd() && record.fields[position].kind == Field::Kind::Pointer;
+bool FieldCursor::AtNumber() const {
+    return !AtEnd() && mRecord.fields[mPosition].kind == Field::Kind::Number;
 }
-bool FieldCursor::AtChoice() const { return !AtEnd() && record.fields[position].kind == Field::Kind::Choice; }
-bool FieldCursor::AtWord() const { return !AtEnd() && record.fields[position].kind == Field::Kind::Word; }
+bool FieldCursor::AtPointer() const {
+    return !AtEnd() && mRecord.fields[mPosition].kind == Field::Kind::Pointer;
+}
+bool FieldCursor::AtChoice() const {
+    return !AtEnd() && mRecord.fields[mPosition].kind == Field::Kind::Choice;
+}
+bool FieldCursor::AtWord() const { return !AtEnd() && mRecord.fields[mPosition].kind == Field::Kind::Word; }
 
 }  // namespace brenvik::acis

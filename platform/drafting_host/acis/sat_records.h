@@ -50,7 +50,7 @@ RecordText SplitRecords(std::string_view text);
 std::vector<Field> TextFields(std::string_view text);
 
 /// No version of ACIS data is higher.
-constexpr int highestVersion = 1000000;
+constexpr int HighestVersion = 1000000;
 /// Why data of a version are not read, with the way out; empty for a version that is.
 std::string VersionRefusal(int version);
 
@@ -65,7 +65,7 @@ class BadRecord : public std::runtime_error {
 /// of another kind, naming the field and what was found.
 class FieldCursor {
   public:
-    FieldCursor(const Record& source, long index) : record(source), recordIndex(index) {}
+    FieldCursor(const Record& source, long index) : mRecord(source), mRecordIndex(index) {}
 
     long Pointer(std::string_view what);
     double Number(std::string_view what);
@@ -83,18 +83,18 @@ class FieldCursor {
     bool AtChoice() const;
     /// Steps over a word, or the number or choice that stands for it.
     void SkipWordOrNumber(std::string_view what);
-    bool AtEnd() const { return position >= record.fields.size(); }
+    bool AtEnd() const { return mPosition >= mRecord.fields.size(); }
     /// Fields not yet taken.
-    std::size_t Left() const { return record.fields.size() - position; }
-    std::size_t Position() const { return position; }
+    std::size_t Left() const { return mRecord.fields.size() - mPosition; }
+    std::size_t Position() const { return mPosition; }
     /// Goes to a field of the record by its place.
-    void Seek(std::size_t place) { position = std::min(place, record.fields.size()); }
+    void Seek(std::size_t place) { mPosition = std::min(place, mRecord.fields.size()); }
 
   private:
     const Field& Next(std::string_view what, Field::Kind kind);
-    const Record& record;
-    long recordIndex;
-    std::size_t position = 0;
+    const Record& mRecord;
+    long mRecordIndex;
+    std::size_t mPosition = 0;
 };
 
 }  // namespace brenvik::acis

@@ -13,26 +13,26 @@
 namespace brenvik::acis {
 namespace {
 
-constexpr double fullTurn = 2 * std::numbers::pi;
-constexpr double parameterNoise = 1e-7;
-constexpr int mostTries = 5000;  // of places for one seam; a damaged text may offer millions
-constexpr int triedPlaces = 61;  // a prime, so that regular patterns of openings are not all hit
+constexpr double FullTurn = 2 * std::numbers::pi;
+constexpr double ParameterNoise = 1e-7;
+constexpr int MostTries = 5000;  // of places for one seam; a damaged text may offer millions
+constexpr int TriedPlaces = 61;  // a prime, so that regular patterns of openings are not all hit
 
 double Along(const gp_Pnt2d& p, bool alongU) { return alongU ? p.X() : p.Y(); }
 double Across(const gp_Pnt2d& p, bool alongU) { return alongU ? p.Y() : p.X(); }
 
-double Wrapped(double difference) { return difference - fullTurn * std::round(difference / fullTurn); }
+double Wrapped(double difference) { return difference - FullTurn * std::round(difference / FullTurn); }
 
 class SeamPlanner {
   public:
     SeamPlanner(FacePlan& f, std::vector<FacePlan>& all, Nodes& n, FaceChart c)
-        : face(f), faces(all), nodes(n), chart(std::move(c)), pair(*chart.pair) {}
+        : mFace(f), mFaces(all), mNodes(n), mChart(std::move(c)), mPair(*mChart.pair) {}
 
     void Run() {
         if (!(Matched() || Moved() || MovedBoth() || Divided())) {
-            throw BadRecord(face.record, "no place for a seam was found on a round face");
+            throw BadRecord(mFace.record, "no place for a seam was found on a round face");
         }
-        face.seam = seam;
+        mFace.seam = mSeam;
         TurnToSeam();
     }
 
@@ -43,14 +43,14 @@ class SeamPlanner {
     };
 
     const LoopChart* Loop(int index) const {
-        return index < 0 ? nullptr : &chart.loops[static_cast<std::size_t>(index)];
+        return index < 0 ? nullptr : &mChart.loops[static_cast<std::size_t>(index)];
     }
 
     std::vector<End> Vertices(int loop) const {
         std::vector<End> ends;
         if (const LoopChart* laid = Loop(loop)) {
             for (const ChartPiece& piece : laid->pieces) {
-                ends.push_back({Along(piece.Start(), pair.alongU), Across(piece.Start(), pair.alongU),
+                ends.push_back({Along(piece.Start(), mPair.alongU), Across(piece.Start(), mPair.alongU),
                                 piece.startVertex});
             }
         }
@@ -58,17 +58,17 @@ class SeamPlanner {
     }
 
     double SingularAcross(bool low) const {
-        return low ? face.frame.LowSingularity().value_or(0) : face.frame.HighSingularity().value_or(0);
+        return low ? mFace.frame.LowSingularity().value_or(0) : mFace.frame.HighSingularity().value_or(0);
     }
 
-    double Metric() const { return pair.alongU ? face.frame.UMetric() : face.frame.VMetric(); }
+    double Metric() const { return mPair.alongU ? mFace.frame.UMetric() : mFace.frame.VMetric(); }
 
     bool Movable(int loop) const {
         const LoopChart* laid = Loop(loop);
         if (laid == nullptr || laid->pieces.size() != 1) return false;
         const ChartPiece& piece = laid->pieces.front();
-        const EdgeNode& edge = nodes.edges[static_cast<std::size_t>(piece.edge)];
-        const VertexNode& vertex = nodes.vertices[static_cast<std::size_t>(edge.start)];
+        const EdgeNode& edge = mNodes.edges[static_cast<std::size_t>(piece.edge)];
+        const VertexNode& vertex = mNodes.vertices[static_cast<std::size_t>(edge.start)];
         // Free curves begin where they begin.
         if (!edge.curve->IsPeriodic()) return false;
         return edge.start == edge.end && vertex.edgeCount == 1 && !vertex.settled;
@@ -85,27 +85,27 @@ class SeamPlanner {
     void Settle(double along, int lowVertex, int highVertex);
     void TurnToSeam();
 
-    FacePlan& face;
-    std::vector<FacePlan>& faces;
-    Nodes& nodes;
-    FaceChart chart;
-    WoundPair pair;
-    Seam seam;
-    double seamAlong = 0;
-    int tries = 0;
+    FacePlan& mFace;
+    std::vector<FacePlan>& mFaces;
+    Nodes& mNodes;
+    FaceChart mChart;
+    WoundPair mPair;
+    Seam mSeam;
+    double mSeamAlong = 0;
+    int mTries = 0;
 };
 
 bool SeamPlanner::BlockedBy(const gp_Pnt2d& a, const gp_Pnt2d& b, double along, double low,
                             double high) const {
-    const double from = std::min(Along(a, pair.alongU), Along(b, pair.alongU)) - parameterNoise;
-    const double to = std::max(Along(a, pair.alongU), Along(b, pair.alongU)) + parameterNoise;
-    const double place = along + fullTurn * std::ceil((from - along) / fullTurn);
+    const double from = std::min(Along(a, mPair.alongU), Along(b, mPair.alongU)) - ParameterNoise;
+    const double to = std::max(Along(a, mPair.alongU), Along(b, mPair.alongU)) + ParameterNoise;
+    const double place = along + FullTurn * std::ceil((from - along) / FullTurn);
     if (place > to) return false;
-    double first = Across(a, pair.alongU);
-    double second = Across(b, pair.alongU);
-    const double width = Along(b, pair.alongU) - Along(a, pair.alongU);
-    if (std::abs(width) > 4 * parameterNoise) {
-        const double share = std::clamp((place - Along(a, pair.alongU)) / width, 0.0, 1.0);
+    double first = Across(a, mPair.alongU);
+    double second = Across(b, mPair.alongU);
+    const double width = Along(b, mPair.alongU) - Along(a, mPair.alongU);
+    if (std::abs(width) > 4 * ParameterNoise) {
+        const double share = std::clamp((place - Along(a, mPair.alongU)) / width, 0.0, 1.0);
         first = second = first + share * (second - first);
     }
     const double edge = 1e-6 * std::max(1.0, std::abs(high - low));
@@ -114,8 +114,8 @@ bool SeamPlanner::BlockedBy(const gp_Pnt2d& a, const gp_Pnt2d& b, double along, 
 
 // True where nothing lies on the way between the two ends.
 bool SeamPlanner::Clear(double along, double low, double high) {
-    if (high <= low || ++tries > mostTries) return false;
-    for (const LoopChart& loop : chart.loops) {
+    if (high <= low || ++mTries > MostTries) return false;
+    for (const LoopChart& loop : mChart.loops) {
         for (const ChartPiece& piece : loop.pieces) {
             for (std::size_t i = 1; i < piece.samples.size(); ++i) {
                 if (BlockedBy(piece.samples[i - 1], piece.samples[i], along, low, high)) return false;
@@ -126,21 +126,21 @@ bool SeamPlanner::Clear(double along, double low, double high) {
 }
 
 void SeamPlanner::Settle(double along, int lowVertex, int highVertex) {
-    seam = {pair.alongU, lowVertex, highVertex};
-    seamAlong = along;
+    mSeam = {mPair.alongU, lowVertex, highVertex};
+    mSeamAlong = along;
     for (const int vertex : {lowVertex, highVertex}) {
-        if (vertex >= 0) nodes.vertices[static_cast<std::size_t>(vertex)].settled = true;
+        if (vertex >= 0) mNodes.vertices[static_cast<std::size_t>(vertex)].settled = true;
     }
 }
 
 // Vertices of both loops that already stand opposite each other, or a vertex opposite a spread point.
 bool SeamPlanner::Matched() {
-    std::vector<End> lows = Vertices(pair.low);
-    std::vector<End> highs = Vertices(pair.high);
-    if (pair.low < 0) {
+    std::vector<End> lows = Vertices(mPair.low);
+    std::vector<End> highs = Vertices(mPair.high);
+    if (mPair.low < 0) {
         for (const End& high : highs) lows.push_back({high.along, SingularAcross(true), -1});
     }
-    if (pair.high < 0) {
+    if (mPair.high < 0) {
         for (const End& low : lows) highs.push_back({low.along, SingularAcross(false), -1});
     }
     std::sort(highs.begin(), highs.end(),
@@ -154,9 +154,9 @@ bool SeamPlanner::Matched() {
             return true;
         }
     }
-    if (pair.low >= 0 || pair.high >= 0) return false;
-    for (int i = 0; i < triedPlaces; ++i) {
-        const double along = fullTurn * i / triedPlaces;
+    if (mPair.low >= 0 || mPair.high >= 0) return false;
+    for (int i = 0; i < TriedPlaces; ++i) {
+        const double along = FullTurn * i / TriedPlaces;
         if (!Clear(along, SingularAcross(true), SingularAcross(false))) continue;
         Settle(along, -1, -1);
         return true;
@@ -165,20 +165,20 @@ bool SeamPlanner::Matched() {
 }
 
 void SeamPlanner::MoveVertex(int loop, const Passing& passing) {
-    EdgeNode& edge = nodes.edges[static_cast<std::size_t>(Loop(loop)->pieces.front().edge)];
+    EdgeNode& edge = mNodes.edges[static_cast<std::size_t>(Loop(loop)->pieces.front().edge)];
     edge.first = passing.parameter;
-    edge.last = passing.parameter + fullTurn;
-    nodes.vertices[static_cast<std::size_t>(edge.start)].place = edge.curve->Value(edge.first);
+    edge.last = passing.parameter + FullTurn;
+    mNodes.vertices[static_cast<std::size_t>(edge.start)].place = edge.curve->Value(edge.first);
 }
 
 // The vertex of one loop goes to where the other's stands.
 bool SeamPlanner::Moved() {
     for (const bool moveHigh : {true, false}) {
-        const int moving = moveHigh ? pair.high : pair.low;
-        const int standing = moveHigh ? pair.low : pair.high;
+        const int moving = moveHigh ? mPair.high : mPair.low;
+        const int standing = moveHigh ? mPair.low : mPair.high;
         if (!Movable(moving) || standing < 0) continue;
         for (const End& end : Vertices(standing)) {
-            const auto passing = FindPassing(*Loop(moving), nodes, pair.alongU, end.along);
+            const auto passing = FindPassing(*Loop(moving), mNodes, mPair.alongU, end.along);
             if (!passing) continue;
             const double low = moveHigh ? end.across : passing->across;
             const double high = moveHigh ? passing->across : end.across;
@@ -194,25 +194,25 @@ bool SeamPlanner::Moved() {
 
 // Neither vertex stands well, but both may go anywhere.
 bool SeamPlanner::MovedBoth() {
-    if ((pair.low >= 0 && !Movable(pair.low)) || (pair.high >= 0 && !Movable(pair.high))) return false;
-    for (int i = 0; i < triedPlaces; ++i) {
-        const double along = fullTurn * i / triedPlaces;
+    if ((mPair.low >= 0 && !Movable(mPair.low)) || (mPair.high >= 0 && !Movable(mPair.high))) return false;
+    for (int i = 0; i < TriedPlaces; ++i) {
+        const double along = FullTurn * i / TriedPlaces;
         std::array<std::optional<Passing>, 2> passings;
         std::array<double, 2> across{SingularAcross(true), SingularAcross(false)};
         std::array<int, 2> vertices{-1, -1};
         bool reached = true;
         for (std::size_t side = 0; side < 2; ++side) {
-            const int loop = side == 0 ? pair.low : pair.high;
+            const int loop = side == 0 ? mPair.low : mPair.high;
             if (loop < 0) continue;
-            passings[side] = FindPassing(*Loop(loop), nodes, pair.alongU, along);
+            passings[side] = FindPassing(*Loop(loop), mNodes, mPair.alongU, along);
             reached = reached && passings[side].has_value();
             if (!passings[side]) continue;
             across[side] = passings[side]->across;
             vertices[side] = Loop(loop)->pieces.front().startVertex;
         }
         if (!reached || !Clear(along, across[0], across[1])) continue;
-        if (passings[0]) MoveVertex(pair.low, *passings[0]);
-        if (passings[1]) MoveVertex(pair.high, *passings[1]);
+        if (passings[0]) MoveVertex(mPair.low, *passings[0]);
+        if (passings[1]) MoveVertex(mPair.high, *passings[1]);
         Settle(along, vertices[0], vertices[1]);
         return true;
     }
@@ -222,19 +222,19 @@ bool SeamPlanner::MovedBoth() {
 // A new vertex on an edge, in every loop that uses it.
 int SeamPlanner::Divide(int loop, const Passing& passing) {
     const int divided = Loop(loop)->pieces[passing.piece].edge;
-    const int added = static_cast<int>(nodes.edges.size());
-    const int vertex = static_cast<int>(nodes.vertices.size());
-    EdgeNode& edge = nodes.edges[static_cast<std::size_t>(divided)];
+    const int added = static_cast<int>(mNodes.edges.size());
+    const int vertex = static_cast<int>(mNodes.vertices.size());
+    EdgeNode& edge = mNodes.edges[static_cast<std::size_t>(divided)];
     VertexNode node;
     node.place = edge.curve->Value(passing.parameter);
     node.edgeCount = 2;
-    nodes.vertices.push_back(node);
+    mNodes.vertices.push_back(node);
     EdgeNode rest = edge;
     rest.first = edge.last = passing.parameter;
     rest.start = edge.end = vertex;
-    if (edge.start == rest.end) ++nodes.vertices[static_cast<std::size_t>(rest.end)].edgeCount;
-    nodes.edges.push_back(rest);
-    for (FacePlan& other : faces) {
+    if (edge.start == rest.end) ++mNodes.vertices[static_cast<std::size_t>(rest.end)].edgeCount;
+    mNodes.edges.push_back(rest);
+    for (FacePlan& other : mFaces) {
         for (LoopUse& use : other.loops) {
             for (std::size_t i = 0; i < use.size(); ++i) {
                 if (use[i].edge != divided) continue;
@@ -250,16 +250,16 @@ int SeamPlanner::Divide(int loop, const Passing& passing) {
 
 bool SeamPlanner::Divided() {
     for (const bool divideHigh : {true, false}) {
-        const int divided = divideHigh ? pair.high : pair.low;
-        const int standing = divideHigh ? pair.low : pair.high;
+        const int divided = divideHigh ? mPair.high : mPair.low;
+        const int standing = divideHigh ? mPair.low : mPair.high;
         if (divided < 0) continue;
         std::vector<End> ends = Vertices(standing);
         if (standing < 0) {
-            for (int i = 0; i < triedPlaces; ++i)
-                ends.push_back({fullTurn * i / triedPlaces, SingularAcross(divideHigh), -1});
+            for (int i = 0; i < TriedPlaces; ++i)
+                ends.push_back({FullTurn * i / TriedPlaces, SingularAcross(divideHigh), -1});
         }
         for (const End& end : ends) {
-            const auto passing = FindPassing(*Loop(divided), nodes, pair.alongU, end.along);
+            const auto passing = FindPassing(*Loop(divided), mNodes, mPair.alongU, end.along);
             if (!passing || Loop(divided)->pieces[passing->piece].edge < 0) continue;
             const double low = divideHigh ? end.across : passing->across;
             const double high = divideHigh ? passing->across : end.across;
@@ -275,18 +275,18 @@ bool SeamPlanner::Divided() {
 // The modeller's own primitives begin their parameters at the seam; so do we where the surface can be
 // turned about its axis.
 void SeamPlanner::TurnToSeam() {
-    if (!seam.alongU || face.frame.kind == SurfaceFrame::Kind::EllipticCylinder) return;
-    gp_Ax3& axes = face.frame.axes;
-    const int vertex = seam.lowVertex >= 0 ? seam.lowVertex : seam.highVertex;
+    if (!mSeam.alongU || mFace.frame.kind == SurfaceFrame::Kind::EllipticCylinder) return;
+    gp_Ax3& axes = mFace.frame.axes;
+    const int vertex = mSeam.lowVertex >= 0 ? mSeam.lowVertex : mSeam.highVertex;
     gp_XYZ out =
-        axes.XDirection().XYZ() * std::cos(seamAlong) + axes.YDirection().XYZ() * std::sin(seamAlong);
+        axes.XDirection().XYZ() * std::cos(mSeamAlong) + axes.YDirection().XYZ() * std::sin(mSeamAlong);
     if (vertex >= 0) {
         const gp_XYZ reach =
-            nodes.vertices[static_cast<std::size_t>(vertex)].place.XYZ() - axes.Location().XYZ();
+            mNodes.vertices[static_cast<std::size_t>(vertex)].place.XYZ() - axes.Location().XYZ();
         const gp_XYZ level = reach - axes.Direction().XYZ() * reach.Dot(axes.Direction().XYZ());
-        if (level.Modulus() > 1e-3 * face.frame.radius) out = level;
+        if (level.Modulus() > 1e-3 * mFace.frame.radius) out = level;
     }
-    axes = gp_Ax3(axes.Location(), axes.Direction(), CleanDirection(out, face.record, "seam"));
+    axes = gp_Ax3(axes.Location(), axes.Direction(), CleanDirection(out, mFace.record, "seam"));
 }
 
 }  // namespace
@@ -297,7 +297,7 @@ std::optional<Passing> FindPassing(const LoopChart& chart, const Nodes& nodes, b
         for (std::size_t i = 1; i < piece.samples.size(); ++i) {
             const double from = Along(piece.samples[i - 1], alongU);
             const double to = Along(piece.samples[i], alongU);
-            const double place = value + fullTurn * std::ceil((std::min(from, to) - value) / fullTurn);
+            const double place = value + FullTurn * std::ceil((std::min(from, to) - value) / FullTurn);
             if (place > std::max(from, to) || std::abs(to - from) < 1e-12 || piece.edge < 0) continue;
             const EdgeNode& edge = nodes.edges[static_cast<std::size_t>(piece.edge)];
             const double step = (edge.last - edge.first) / static_cast<double>(piece.samples.size() - 1);

@@ -37,14 +37,14 @@ using LumpWork = std::vector<ShellWork>;
 
 class BodyBuilder {
   public:
-    BodyBuilder(const Model& m, long body, std::size_t& left) : model(m), bodyRecord(body), budget(left) {}
+    BodyBuilder(const Model& m, long body, std::size_t& left) : mOdel(m), mBodyRecord(body), mBudget(left) {}
 
     BuiltBody Run() {
         Collect();
-        PlanFaces(plans, nodes);
-        MakeEdges(nodes);
-        for (const FacePlan& plan : plans) faces.push_back(MakeFaces(plan, nodes));
-        SettleTolerances(nodes);
+        PlanFaces(mPlans, mNodes);
+        MakeEdges(mNodes);
+        for (const FacePlan& plan : mPlans) mFaces.push_back(MakeFaces(plan, mNodes));
+        SettleTolerances(mNodes);
         return Assemble();
     }
 
@@ -71,39 +71,39 @@ class BodyBuilder {
 
     /// Steps through a chain of records, refusing one that is met twice.
     void Visit(long index) {
-        if (!visited.insert(index).second) throw BadRecord(index, "the record is reached twice");
-        if (budget == 0) throw BadRecord(index, "too many bodies lead through the same records");
-        --budget;
+        if (!mVisited.insert(index).second) throw BadRecord(index, "the record is reached twice");
+        if (mBudget == 0) throw BadRecord(index, "too many bodies lead through the same records");
+        --mBudget;
     }
 
-    const Model& model;
-    long bodyRecord;
-    std::size_t& budget;
-    Placement placement;
-    std::unordered_set<long> visited;
-    std::unordered_map<long, int> vertexNodes, edgeNodes;
-    Nodes nodes;
-    std::vector<FacePlan> plans;
-    std::vector<MadeFaces> faces;
-    std::vector<LumpWork> lumps;
-    std::vector<Problem> remarks;
+    const Model& mOdel;
+    long mBodyRecord;
+    std::size_t& mBudget;
+    Placement mPlacement;
+    std::unordered_set<long> mVisited;
+    std::unordered_map<long, int> mVertexNodes, mEdgeNodes;
+    Nodes mNodes;
+    std::vector<FacePlan> mPlans;
+    std::vector<MadeFaces> mFaces;
+    std::vector<LumpWork> mLumps;
+    std::vector<Problem> mRemarks;
 };
 
 void BodyBuilder::Collect() {
-    const BodyRecord body = model.Body(bodyRecord);
-    if (body.transform >= 0) placement = Placement(model.Transform(body.transform), body.transform);
+    const BodyRecord body = mOdel.Body(mBodyRecord);
+    if (body.transform >= 0) mPlacement = Placement(mOdel.Transform(body.transform), body.transform);
     if (body.lump < 0) {
-        throw BadRecord(bodyRecord,
+        throw BadRecord(mBodyRecord,
                         body.wire >= 0 ? "a body of wires is not read; expected lumps" : "the body is empty");
     }
     if (body.wire >= 0) {
-        remarks.push_back(
-            {model.At(bodyRecord).line, bodyRecord, "wires beside the lumps of a body are left out"});
+        mRemarks.push_back(
+            {mOdel.At(mBodyRecord).line, mBodyRecord, "wires beside the lumps of a body are left out"});
     }
     for (long lump = body.lump; lump >= 0;) {
         Visit(lump);
-        const LumpRecord record = model.Lump(lump);
-        lumps.push_back(CollectLump(record));
+        const LumpRecord record = mOdel.Lump(lump);
+        mLumps.push_back(CollectLump(record));
         lump = record.next;
     }
 }
@@ -113,33 +113,33 @@ LumpWork BodyBuilder::CollectLump(const LumpRecord& lump) {
     for (long shell = lump.shell; shell >= 0;) {
         Visit(shell);
         work.push_back(CollectShell(shell));
-        shell = model.Shell(shell).next;
+        shell = mOdel.Shell(shell).next;
     }
-    if (work.empty()) throw BadRecord(bodyRecord, "a lump without a shell");
+    if (work.empty()) throw BadRecord(mBodyRecord, "a lump without a shell");
     return work;
 }
 
 ShellWork BodyBuilder::CollectShell(long index) {
-    const ShellRecord record = model.Shell(index);
+    const ShellRecord record = mOdel.Shell(index);
     if (record.wire >= 0) throw BadRecord(index, "a shell with wires is not read; expected faces alone");
     ShellWork shell;
     shell.record = index;
     for (long face = record.face; face >= 0;) {
         CollectFace(shell, face);
-        face = model.Face(face).next;
+        face = mOdel.Face(face).next;
     }
     if (record.subshell >= 0) {
         // Faces of subshells name their shell all the same.
-        for (long other = 0; other < static_cast<long>(model.Count()); ++other) {
-            if (model.At(other).name != "face" || visited.count(other) != 0) continue;
-            if (model.Face(other).shell == index) CollectFace(shell, other);
+        for (long other = 0; other < static_cast<long>(mOdel.Count()); ++other) {
+            if (mOdel.At(other).name != "face" || mVisited.count(other) != 0) continue;
+            if (mOdel.Face(other).shell == index) CollectFace(shell, other);
         }
     }
     if (shell.faces.empty()) throw BadRecord(index, "a shell without a face");
-    shell.sheet = plans[shell.faces.front()].doubleSided;
+    shell.sheet = mPlans[shell.faces.front()].doubleSided;
     for (const std::size_t face : shell.faces) {
-        if (plans[face].doubleSided != shell.sheet) {
-            throw BadRecord(plans[face].record, "single and double sided faces in one shell are not read");
+        if (mPlans[face].doubleSided != shell.sheet) {
+            throw BadRecord(mPlans[face].record, "single and double sided faces in one shell are not read");
         }
     }
     return shell;
@@ -147,7 +147,7 @@ ShellWork BodyBuilder::CollectShell(long index) {
 
 void BodyBuilder::CollectFace(ShellWork& shell, long index) {
     Visit(index);
-    const FaceRecord record = model.Face(index);
+    const FaceRecord record = mOdel.Face(index);
     FacePlan plan;
     plan.record = index;
     plan.doubleSided = record.doubleSided;
@@ -158,20 +158,20 @@ void BodyBuilder::CollectFace(ShellWork& shell, long index) {
         plan.frame.kind == SurfaceFrame::Kind::Sphere || plan.frame.kind == SurfaceFrame::Kind::Torus;
     if (plan.loops.empty() && !whole)
         throw BadRecord(index, "a face without loops; expected a sphere or a torus");
-    shell.faces.push_back(plans.size());
-    plans.push_back(std::move(plan));
+    shell.faces.push_back(mPlans.size());
+    mPlans.push_back(std::move(plan));
 }
 
 std::vector<LoopUse> BodyBuilder::CollectLoops(const FaceRecord& face) {
     std::vector<LoopUse> loops;
     for (long loop = face.loop; loop >= 0;) {
         Visit(loop);
-        const LoopRecord record = model.Loop(loop);
+        const LoopRecord record = mOdel.Loop(loop);
         LoopUse use = CollectLoop(record.coedge);
         // A loop of nothing but an apex leaves none: the spread point is found on the surface.
         if (!use.empty()) {
             CheckChain(use, loop);
-            if (placement.Mirrors()) {
+            if (mPlacement.Mirrors()) {
                 std::reverse(use.begin(), use.end());
                 for (CoedgeUse& coedge : use) coedge.forward = !coedge.forward;
             }
@@ -186,7 +186,7 @@ LoopUse BodyBuilder::CollectLoop(long first) {
     LoopUse loop;
     for (long coedge = first;;) {
         Visit(coedge);
-        const CoedgeRecord record = model.Coedge(coedge);
+        const CoedgeRecord record = mOdel.Coedge(coedge);
         const CoedgeUse use = Use(record);
         if (use.edge >= 0) loop.push_back(use);
         coedge = record.next;
@@ -196,7 +196,7 @@ LoopUse BodyBuilder::CollectLoop(long first) {
 }
 
 CoedgeUse BodyBuilder::Use(const CoedgeRecord& coedge) {
-    const EdgeRecord edge = model.Edge(coedge.edge);
+    const EdgeRecord edge = mOdel.Edge(coedge.edge);
     // An apex stands as an edge that has a vertex but no curve.
     if (edge.curve < 0) return {};
     return {EdgeNodeOf(coedge.edge, edge), !coedge.reversed, Given(coedge)};
@@ -206,7 +206,7 @@ CoedgeUse BodyBuilder::Use(const CoedgeRecord& coedge) {
 Handle(Geom2d_Curve) BodyBuilder::Given(const CoedgeRecord& coedge) const {
     if (coedge.pcurve < 0) return {};
     try {
-        const auto pcurve = model.Pcurve(coedge.pcurve);
+        const auto pcurve = mOdel.Pcurve(coedge.pcurve);
         if (pcurve) return MakePlaneSpline(*pcurve);
     } catch (const BadRecord&) {
     } catch (const Standard_Failure&) {
@@ -215,42 +215,42 @@ Handle(Geom2d_Curve) BodyBuilder::Given(const CoedgeRecord& coedge) const {
 }
 
 int BodyBuilder::VertexNodeOf(long record) {
-    const auto [place, fresh] = vertexNodes.try_emplace(record, static_cast<int>(nodes.vertices.size()));
+    const auto [place, fresh] = mVertexNodes.try_emplace(record, static_cast<int>(mNodes.vertices.size()));
     if (fresh) {
         VertexNode node;
-        node.place = placement.Point(model.VertexPoint(record));
-        nodes.vertices.push_back(node);
+        node.place = mPlacement.Point(mOdel.VertexPoint(record));
+        mNodes.vertices.push_back(node);
     }
     return place->second;
 }
 
 int BodyBuilder::EdgeNodeOf(long record, const EdgeRecord& edge) {
-    if (const auto known = edgeNodes.find(record); known != edgeNodes.end()) return known->second;
+    if (const auto known = mEdgeNodes.find(record); known != mEdgeNodes.end()) return known->second;
     EdgeNode node;
     node.record = record;
     node.start = VertexNodeOf(edge.start);
     node.end = VertexNodeOf(edge.end);
-    VertexNode& start = nodes.vertices[static_cast<std::size_t>(node.start)];
-    VertexNode& end = nodes.vertices[static_cast<std::size_t>(node.end)];
-    const EdgeCurve curve = MakeEdgeCurve(model.Curve(edge.curve), edge.reversed, start.place, end.place,
-                                          node.start == node.end, placement, record);
+    VertexNode& start = mNodes.vertices[static_cast<std::size_t>(node.start)];
+    VertexNode& end = mNodes.vertices[static_cast<std::size_t>(node.end)];
+    const EdgeCurve curve = MakeEdgeCurve(mOdel.Curve(edge.curve), edge.reversed, start.place, end.place,
+                                          node.start == node.end, mPlacement, record);
     node.curve = curve.curve;
     node.first = curve.first;
     node.last = curve.last;
     node.tolerance = std::max(node.tolerance, 1.1 * curve.misfit);
     ++start.edgeCount;
     if (node.start != node.end) ++end.edgeCount;
-    const int index = static_cast<int>(nodes.edges.size());
-    nodes.edges.push_back(node);
-    edgeNodes.emplace(record, index);
+    const int index = static_cast<int>(mNodes.edges.size());
+    mNodes.edges.push_back(node);
+    mEdgeNodes.emplace(record, index);
     return index;
 }
 
 void BodyBuilder::CheckChain(const LoopUse& loop, long record) const {
     for (std::size_t i = 0; i < loop.size(); ++i) {
-        const EdgeNode& edge = nodes.edges[static_cast<std::size_t>(loop[i].edge)];
+        const EdgeNode& edge = mNodes.edges[static_cast<std::size_t>(loop[i].edge)];
         const CoedgeUse& nextUse = loop[(i + 1) % loop.size()];
-        const EdgeNode& next = nodes.edges[static_cast<std::size_t>(nextUse.edge)];
+        const EdgeNode& next = mNodes.edges[static_cast<std::size_t>(nextUse.edge)];
         if ((loop[i].forward ? edge.end : edge.start) != (nextUse.forward ? next.start : next.end)) {
             throw BadRecord(record, "a loop whose edges do not meet in their vertices");
         }
@@ -261,7 +261,7 @@ double BodyBuilder::Misfit(const SurfaceFrame& frame, const std::vector<LoopUse>
     double widest = 0;
     for (const LoopUse& loop : loops) {
         for (const CoedgeUse& use : loop) {
-            const EdgeNode& edge = nodes.edges[static_cast<std::size_t>(use.edge)];
+            const EdgeNode& edge = mNodes.edges[static_cast<std::size_t>(use.edge)];
             for (const double share : {0.0, 0.5}) {
                 const gp_Pnt point = edge.curve->Value(edge.first + share * (edge.last - edge.first));
                 widest = std::max(widest, frame.Value(frame.Parameters(point)).Distance(point));
@@ -272,11 +272,11 @@ double BodyBuilder::Misfit(const SurfaceFrame& frame, const std::vector<LoopUse>
 }
 
 SurfaceFrame BodyBuilder::FittingFrame(long record, const std::vector<LoopUse>& loops) const {
-    const SurfaceRecord surface = model.Surface(record);
-    SurfaceFrame frame = MakeFrame(surface, placement, record);
+    const SurfaceRecord surface = mOdel.Surface(record);
+    SurfaceFrame frame = MakeFrame(surface, mPlacement, record);
     if (frame.kind != SurfaceFrame::Kind::Cone) return frame;
-    if (const double misfit = Misfit(frame, loops); misfit > looseFit) {
-        const SurfaceFrame other = MakeFrame(surface, placement, record, true);
+    if (const double misfit = Misfit(frame, loops); misfit > LooseFit) {
+        const SurfaceFrame other = MakeFrame(surface, mPlacement, record, true);
         if (Misfit(other, loops) < misfit) return other;
     }
     return frame;
@@ -286,7 +286,7 @@ bool BodyBuilder::IsClosed(const ShellWork& shell) const {
     std::map<int, int> balance;
     std::map<int, int> count;
     for (const std::size_t face : shell.faces) {
-        const FacePlan& plan = plans[face];
+        const FacePlan& plan = mPlans[face];
         for (const LoopUse& loop : plan.loops) {
             for (const CoedgeUse& use : loop) {
                 balance[use.edge] += use.forward == plan.naturalSide ? 1 : -1;
@@ -311,10 +311,10 @@ void BodyBuilder::MakeShell(ShellWork& shell) {
     double terms = 0;
     bool free = false;
     for (const std::size_t index : shell.faces) {
-        for (const TopoDS_Face& face : faces[index].faces) builder.Add(shell.shape, face);
-        free = free || plans[index].frame.kind == SurfaceFrame::Kind::Free;
-        flux += faces[index].flux;
-        terms += std::abs(faces[index].flux);
+        for (const TopoDS_Face& face : mFaces[index].faces) builder.Add(shell.shape, face);
+        free = free || mPlans[index].frame.kind == SurfaceFrame::Kind::Free;
+        flux += mFaces[index].flux;
+        terms += std::abs(mFaces[index].flux);
     }
     // A thin skin far around the origin drowns in rounding; then the modeller has to integrate, as over free
     // surfaces.
@@ -357,12 +357,12 @@ TopoDS_Shape BodyBuilder::MakeLump(LumpWork& lump) {
             continue;
         }
         if (!shell.sheet) {
-            const Record& record = model.At(shell.record);
-            remarks.push_back(
+            const Record& record = mOdel.At(shell.record);
+            mRemarks.push_back(
                 {record.line, shell.record, "a shell that is not closed; taken as loose faces"});
         }
         for (const std::size_t index : shell.faces) {
-            for (const TopoDS_Face& face : faces[index].faces) {
+            for (const TopoDS_Face& face : mFaces[index].faces) {
                 builder.Add(loose, face);
                 last = face;
                 ++looseFaces;
@@ -370,7 +370,7 @@ TopoDS_Shape BodyBuilder::MakeLump(LumpWork& lump) {
         }
     }
     if (!closed.empty() && looseFaces > 0)
-        throw BadRecord(bodyRecord, "a lump of solids and sheets together is not read");
+        throw BadRecord(mBodyRecord, "a lump of solids and sheets together is not read");
     if (!closed.empty()) return MakeSolid(std::move(closed));
     return looseFaces == 1 ? last : TopoDS_Shape(loose);
 }
@@ -379,24 +379,24 @@ TopoDS_Shape BodyBuilder::MakeLump(LumpWork& lump) {
 void BodyBuilder::TellHealing() {
     std::size_t loose = 0;
     double widest = 0;
-    for (const EdgeNode& edge : nodes.edges) {
-        if (edge.tolerance <= 1.1 * looseFit) continue;
+    for (const EdgeNode& edge : mNodes.edges) {
+        if (edge.tolerance <= 1.1 * LooseFit) continue;
         ++loose;
         widest = std::max(widest, edge.tolerance / 1.1);
     }
     if (loose == 0) return;
     char gap[32];
     *std::to_chars(gap, gap + sizeof gap - 1, widest, std::chars_format::general, 2).ptr = '\0';
-    remarks.push_back({model.At(bodyRecord).line, bodyRecord,
-                       std::to_string(loose) + (loose == 1 ? " edge lies" : " edges lie") + " up to " + gap +
-                           " beside their faces or corners; healed",
-                       false});
+    mRemarks.push_back({mOdel.At(mBodyRecord).line, mBodyRecord,
+                        std::to_string(loose) + (loose == 1 ? " edge lies" : " edges lie") + " up to " + gap +
+                            " beside their faces or corners; healed",
+                        false});
 }
 
 BuiltBody BodyBuilder::Assemble() {
     TellHealing();
     std::vector<TopoDS_Shape> parts;
-    for (LumpWork& lump : lumps) {
+    for (LumpWork& lump : mLumps) {
         const TopoDS_Shape shape = MakeLump(lump);
         if (shape.ShapeType() != TopAbs_COMPOUND) {
             parts.push_back(shape);
@@ -404,12 +404,12 @@ BuiltBody BodyBuilder::Assemble() {
         }
         for (TopoDS_Iterator face(shape); face.More(); face.Next()) parts.push_back(face.Value());
     }
-    if (parts.size() == 1) return {parts.front(), std::move(remarks)};
+    if (parts.size() == 1) return {parts.front(), std::move(mRemarks)};
     BRep_Builder builder;
     TopoDS_Compound compound;
     builder.MakeCompound(compound);
     for (const TopoDS_Shape& part : parts) builder.Add(compound, part);
-    return {compound, std::move(remarks)};
+    return {compound, std::move(mRemarks)};
 }
 
 }  // namespace

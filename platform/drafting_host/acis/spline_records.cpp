@@ -12,10 +12,10 @@ namespace brenvik::acis {
 namespace {
 
 // The modeller's own limit.
-constexpr int highestDegree = 25;
-constexpr double longestLength = 1e9;
+constexpr int HighestDegree = 25;
+constexpr double LongestLength = 1e9;
 // Lines in a drawing are cut at 255 characters; this many knots always fit.
-constexpr std::size_t pairsInLine = 5;
+constexpr std::size_t PairsInLine = 5;
 
 int Integer(FieldCursor& fields, long record, std::string_view what, int least, int most) {
     const double value = fields.Number(what);
@@ -42,7 +42,7 @@ int KnotCount(FieldCursor& fields, long record) {
 void ReadKnots(FieldCursor& fields, long record, int count, SplineKnots& knots) {
     for (int i = 0; i < count; ++i) {
         const double value = fields.Number("knot");
-        if (std::abs(value) > longestLength || (i > 0 && !(value > knots.values.back()))) {
+        if (std::abs(value) > LongestLength || (i > 0 && !(value > knots.values.back()))) {
             throw BadRecord(record, "a spline whose knots do not rise");
         }
         knots.values.push_back(value);
@@ -59,13 +59,13 @@ void RequirePoles(const FieldCursor& fields, long record, std::size_t count, std
 
 double Coordinate(FieldCursor& fields, long record) {
     const double value = fields.Number("pole");
-    if (std::abs(value) > longestLength) throw BadRecord(record, "a spline: a pole is out of range");
+    if (std::abs(value) > LongestLength) throw BadRecord(record, "a spline: a pole is out of range");
     return value;
 }
 
 double Weight(FieldCursor& fields, long record) {
     const double weight = fields.Number("weight");
-    if (!(weight > 1e-9 && weight < longestLength))
+    if (!(weight > 1e-9 && weight < LongestLength))
         throw BadRecord(record, "a spline: a weight is out of range");
     return weight;
 }
@@ -86,7 +86,7 @@ void ReadPoles(FieldCursor& fields, long record, std::size_t count, bool rationa
 std::string KnotText(const SplineKnots& knots) {
     std::string text;
     for (std::size_t i = 0; i < knots.values.size(); ++i) {
-        if (i > 0) text += i % pairsInLine == 0 ? '\n' : ' ';
+        if (i > 0) text += i % PairsInLine == 0 ? '\n' : ' ';
         text += NumberText(knots.values[i]) + ' ' + std::to_string(knots.repetitions[i]);
     }
     return text + '\n';
@@ -115,7 +115,7 @@ std::size_t SplineKnots::PoleCount() const {
 SplineCurveRecord ReadSplineCurve(FieldCursor& fields, long record) {
     SplineCurveRecord curve;
     const bool rational = Rational(fields, record);
-    curve.knots.degree = Integer(fields, record, "degree", 1, highestDegree);
+    curve.knots.degree = Integer(fields, record, "degree", 1, HighestDegree);
     fields.SkipWordOrNumber("closure");
     ReadKnots(fields, record, KnotCount(fields, record), curve.knots);
     ReadPoles(fields, record, curve.knots.PoleCount(), rational, curve.poles, curve.weights);
@@ -125,7 +125,7 @@ SplineCurveRecord ReadSplineCurve(FieldCursor& fields, long record) {
 PlaneSplineRecord ReadPlaneSpline(FieldCursor& fields, long record) {
     PlaneSplineRecord curve;
     const bool rational = Rational(fields, record);
-    curve.knots.degree = Integer(fields, record, "degree", 1, highestDegree);
+    curve.knots.degree = Integer(fields, record, "degree", 1, HighestDegree);
     fields.SkipWordOrNumber("closure");
     ReadKnots(fields, record, KnotCount(fields, record), curve.knots);
     const std::size_t count = curve.knots.PoleCount();
@@ -142,8 +142,8 @@ PlaneSplineRecord ReadPlaneSpline(FieldCursor& fields, long record) {
 SplineSurfaceRecord ReadSplineSurface(FieldCursor& fields, long record) {
     SplineSurfaceRecord surface;
     const bool rational = Rational(fields, record);
-    surface.u.degree = Integer(fields, record, "degree", 1, highestDegree);
-    surface.v.degree = Integer(fields, record, "degree", 1, highestDegree);
+    surface.u.degree = Integer(fields, record, "degree", 1, HighestDegree);
+    surface.v.degree = Integer(fields, record, "degree", 1, HighestDegree);
     if (rational) fields.SkipWordOrNumber("rational in");
     // How u and v end and where they shrink to a point: said again by the poles themselves.
     for (const std::string_view what : {"closure", "closure", "singularity", "singularity"})

@@ -25,9 +25,9 @@
 namespace brenvik::acis {
 namespace {
 
-constexpr double surfaceFit = 1e-8;
-constexpr int approximationDegree = 14;
-constexpr int approximationPieces = 200;
+constexpr double SurfaceFit = 1e-8;
+constexpr int ApproximationDegree = 14;
+constexpr int ApproximationPieces = 200;
 
 struct ModellerKnots {
     explicit ModellerKnots(const SplineKnots& knots)
@@ -84,7 +84,7 @@ Handle(Geom_BSplineCurve) BegunAt(const Handle(Geom_BSplineCurve) & curve, doubl
         return curve;
     GeomConvert_CompCurveToBSplineCurve joined(
         new Geom_TrimmedCurve(curve, parameter, curve->LastParameter()));
-    if (!joined.Add(new Geom_TrimmedCurve(curve, curve->FirstParameter(), parameter), looseFit, true)) {
+    if (!joined.Add(new Geom_TrimmedCurve(curve, curve->FirstParameter(), parameter), LooseFit, true)) {
         throw BadRecord(record, "a closed spline cannot be begun at the vertex of its edge");
     }
     return joined.BSplineCurve();
@@ -139,7 +139,7 @@ Handle(Geom_BSplineSurface)
             new Geom_RectangularTrimmedSurface(surface, u1, u2, v1, v2));
     }
     const Handle(Geom_BSplineSurface) met = ShapeConstruct::ConvertSurfaceToBSpline(
-        surface, u1, u2, v1, v2, surfaceFit, GeomAbs_C2, approximationPieces, approximationDegree);
+        surface, u1, u2, v1, v2, SurfaceFit, GeomAbs_C2, ApproximationPieces, ApproximationDegree);
     if (met.IsNull() || !(met->IsUPeriodic() || met->IsVPeriodic())) return met;
     return Unrolled(met, u1, u2, v1, v2);
 }
@@ -200,9 +200,9 @@ EdgeCurve SplineEdge(const SplineCurveRecord& spline, bool reversed, const gp_Pn
     edge.first = curve->FirstParameter();
     edge.last = curve->LastParameter();
     const bool whole =
-        curve->StartPoint().Distance(start) <= looseFit && curve->EndPoint().Distance(end) <= looseFit;
+        curve->StartPoint().Distance(start) <= LooseFit && curve->EndPoint().Distance(end) <= LooseFit;
     if (!whole) {
-        const bool ring = curve->StartPoint().Distance(curve->EndPoint()) <= looseFit;
+        const bool ring = curve->StartPoint().Distance(curve->EndPoint()) <= LooseFit;
         edge.first = Nearest(curve, start);
         edge.last = Nearest(curve, end);
         if (ring && (closed || edge.last <= edge.first)) {
@@ -211,7 +211,7 @@ EdgeCurve SplineEdge(const SplineCurveRecord& spline, bool reversed, const gp_Pn
             edge.last = closed ? curve->LastParameter() : Nearest(curve, end);
         }
         const double ends = std::max(curve->StartPoint().Distance(start), curve->EndPoint().Distance(end));
-        if (!(edge.last > edge.first) && ends <= healedFit) {
+        if (!(edge.last > edge.first) && ends <= HealedFit) {
             edge.first = curve->FirstParameter();
             edge.last = curve->LastParameter();
         }
@@ -220,7 +220,7 @@ EdgeCurve SplineEdge(const SplineCurveRecord& spline, bool reversed, const gp_Pn
     }
     edge.curve = curve;
     edge.misfit = std::max(curve->Value(edge.first).Distance(start), curve->Value(edge.last).Distance(end));
-    if (edge.misfit > healedFit)
+    if (edge.misfit > HealedFit)
         throw BadRecord(record, "the vertices of a free edge do not lie on its curve");
     return edge;
 }

@@ -159,9 +159,9 @@ class Writer {
         for (std::size_t i = 0; i < bodies.size(); ++i) WriteBody(bodies[i], indices[i]);
         NumberSubtypes();
         std::vector<std::string> lines{
-            "400 " + std::to_string(records.size()) + " " + std::to_string(bodies.size()) + " 0",
+            "400 " + std::to_string(mRecords.size()) + " " + std::to_string(bodies.size()) + " 0",
             "7 Brenvik 9 ACIS 4.00 0 ", "1 9.9999999999999995e-007 1e-010"};
-        for (const std::string& record : records) {
+        for (const std::string& record : mRecords) {
             std::size_t at = 0;
             for (std::size_t end = 0; (end = record.find('\n', at)) != std::string::npos; at = end + 1)
                 lines.push_back(record.substr(at, end - at));
@@ -175,17 +175,17 @@ class Writer {
     struct CoedgeWork {
         long index, next, previous, loop, edge;
         bool reversed;
-        long pcurve = nowhere;
+        long pcurve = Nowhere;
     };
     struct EdgeWork {
-        long index = nowhere;
+        long index = Nowhere;
         std::vector<std::size_t> uses;  // coedges, in the order written
     };
 
     static std::size_t Place(long index) { return static_cast<std::size_t>(index); }
     long Reserve() {
-        records.emplace_back();
-        return static_cast<long>(records.size()) - 1;
+        mRecords.emplace_back();
+        return static_cast<long>(mRecords.size()) - 1;
     }
     std::vector<long> Reserve(std::size_t count) {
         std::vector<long> indices(count);
@@ -205,24 +205,24 @@ class Writer {
     EdgeWork& EdgeOf(const TopoDS_Edge& edge, long coedge);
     long VertexOf(const TopoDS_Vertex& vertex, long edge);
     void FinishCoedges();
-    std::string FaceName() const { return "face " + std::to_string(facesWritten); }
+    std::string FaceName() const { return "face " + std::to_string(mFacesWritten); }
 
-    std::vector<std::string> records;
-    std::vector<CoedgeWork> coedges;
-    ShapeMap<EdgeWork> edges;
-    ShapeMap<long> vertices;
-    int facesWritten = 0;
+    std::vector<std::string> mRecords;
+    std::vector<CoedgeWork> mCoedges;
+    ShapeMap<EdgeWork> mEdges;
+    ShapeMap<long> mVertices;
+    int mFacesWritten = 0;
     // Records with braces in the order of the text; those of curves on a surface name the surface's record.
-    std::map<long, std::optional<long>> subtypes;
+    std::map<long, std::optional<long>> mSubtypes;
 };
 
 void Writer::WriteBody(const std::vector<LumpPart>& lumps, long body) {
     const std::vector<long> indices = Reserve(lumps.size());
-    records[Place(body)] = "body $-1 " + Reference(indices.front()) + " $-1 $-1 #";
+    mRecords[Place(body)] = "body $-1 " + Reference(indices.front()) + " $-1 $-1 #";
     for (std::size_t i = 0; i < lumps.size(); ++i) {
         const long shell = WriteShells(lumps[i], indices[i]);
-        const long next = i + 1 < lumps.size() ? indices[i + 1] : nowhere;
-        records[Place(indices[i])] =
+        const long next = i + 1 < lumps.size() ? indices[i + 1] : Nowhere;
+        mRecords[Place(indices[i])] =
             "lump $-1 " + Reference(next) + " " + Reference(shell) + " " + Reference(body) + " #";
         // Lumps have nothing in common, even where the solids touch.
         FinishCoedges();
@@ -234,11 +234,11 @@ long Writer::WriteShells(const LumpPart& lump, long lumpIndex) {
     for (std::size_t s = 0; s < lump.size(); ++s) {
         const ShellPart& shell = lump[s];
         const std::vector<long> faces = Reserve(shell.faces.size());
-        const long next = s + 1 < lump.size() ? shells[s + 1] : nowhere;
-        records[Place(shells[s])] = "shell $-1 " + Reference(next) + " $-1 " + Reference(faces.front()) +
-                                    " $-1 " + Reference(lumpIndex) + " #";
+        const long next = s + 1 < lump.size() ? shells[s + 1] : Nowhere;
+        mRecords[Place(shells[s])] = "shell $-1 " + Reference(next) + " $-1 " + Reference(faces.front()) +
+                                     " $-1 " + Reference(lumpIndex) + " #";
         for (std::size_t f = 0; f < faces.size(); ++f) {
-            const long following = f + 1 < faces.size() ? faces[f + 1] : nowhere;
+            const long following = f + 1 < faces.size() ? faces[f + 1] : Nowhere;
             WriteFace(shell.faces[f], shell.sheet, faces[f], following, shells[s]);
         }
     }
@@ -261,7 +261,7 @@ std::pair<gp_XYZ, gp_XYZ> PointAndNormal(const TopoDS_Face& face, const Handle(G
 }
 
 void Writer::WriteFace(const TopoDS_Face& face, bool sheet, long index, long next, long shell) {
-    ++facesWritten;
+    ++mFacesWritten;
     const Handle(Geom_Surface) surface = BRep_Tool::Surface(face);
     auto record = AnalyticSurface(surface);
     if (!record) {
@@ -277,13 +277,13 @@ void Writer::WriteFace(const TopoDS_Face& face, bool sheet, long index, long nex
     if (!std::holds_alternative<ConeRecord>(*record)) boundary.spreadPoints.clear();
     const std::vector<long> loops = Reserve(boundary.loops.size() + boundary.spreadPoints.size());
     const long surfaceIndex = Reserve();
-    records[Place(surfaceIndex)] = SurfaceText(*record);
+    mRecords[Place(surfaceIndex)] = SurfaceText(*record);
     WriteFaceRecord(index,
-                    Reference(next) + " " + Reference(loops.empty() ? nowhere : loops.front()) + " " +
+                    Reference(next) + " " + Reference(loops.empty() ? Nowhere : loops.front()) + " " +
                         Reference(shell) + " $-1 " + Reference(surfaceIndex),
                     looksInside, sheet);
     for (std::size_t i = 0; i < loops.size(); ++i) {
-        const long following = i + 1 < loops.size() ? loops[i + 1] : nowhere;
+        const long following = i + 1 < loops.size() ? loops[i + 1] : Nowhere;
         if (i < boundary.loops.size()) {
             WriteLoop(boundary.loops[i], index, loops[i], following);
         } else {
@@ -293,8 +293,8 @@ void Writer::WriteFace(const TopoDS_Face& face, bool sheet, long index, long nex
 }
 
 void Writer::WriteFaceRecord(long index, const std::string& links, bool looksInside, bool sheet) {
-    records[Place(index)] = "face $-1 " + links + (looksInside ? " reversed" : " forward") +
-                            (sheet ? " double out #" : " single #");
+    mRecords[Place(index)] = "face $-1 " + links + (looksInside ? " reversed" : " forward") +
+                             (sheet ? " double out #" : " single #");
 }
 
 // A face on a spline: each coedge brings its curve in the parameters, without which a reader would have to
@@ -315,8 +315,8 @@ void Writer::WriteFreeFace(const TopoDS_Face& face, bool sheet, long index, long
     if (boundary.empty()) throw WriteFailure(FaceName() + " on a spline has no boundary");
     const std::vector<long> loops = Reserve(boundary.size());
     const long surfaceIndex = Reserve();
-    records[Place(surfaceIndex)] = SplineSurfaceText(*record);
-    subtypes[surfaceIndex];
+    mRecords[Place(surfaceIndex)] = SplineSurfaceText(*record);
+    mSubtypes[surfaceIndex];
     WriteFaceRecord(index,
                     Reference(next) + " " + Reference(loops.front()) + " " + Reference(shell) + " $-1 " +
                         Reference(surfaceIndex),
@@ -324,10 +324,10 @@ void Writer::WriteFreeFace(const TopoDS_Face& face, bool sheet, long index, long
     for (std::size_t i = 0; i < loops.size(); ++i) {
         std::vector<TopoDS_Edge> loop;
         for (const FreeUse& use : boundary[i]) loop.push_back(use.edge);
-        WriteLoop(loop, index, loops[i], i + 1 < loops.size() ? loops[i + 1] : nowhere);
-        const std::size_t first = coedges.size() - loop.size();
+        WriteLoop(loop, index, loops[i], i + 1 < loops.size() ? loops[i + 1] : Nowhere);
+        const std::size_t first = mCoedges.size() - loop.size();
         for (std::size_t k = 0; k < loop.size(); ++k)
-            coedges[first + k].pcurve = WritePcurve(face, boundary[i][k], surfaceIndex);
+            mCoedges[first + k].pcurve = WritePcurve(face, boundary[i][k], surfaceIndex);
     }
 }
 
@@ -336,22 +336,23 @@ long Writer::WritePcurve(const TopoDS_Face& face, const FreeUse& use, long surfa
     double last = 0;
     const TopoDS_Face forward = TopoDS::Face(face.Oriented(TopAbs_FORWARD));
     const Handle(Geom2d_Curve) curve = BRep_Tool::CurveOnSurface(use.inFace, forward, first, last);
-    if (curve.IsNull()) return nowhere;
+    if (curve.IsNull()) return Nowhere;
     const auto record = SplineOf(curve, first, last, use.edge.Orientation() == TopAbs_REVERSED);
-    if (!record) return nowhere;
+    if (!record) return Nowhere;
     const long index = Reserve();
-    records[Place(index)] = PcurveText(*record, BRep_Tool::Tolerance(use.edge));
-    subtypes[index] = surface;
+    mRecords[Place(index)] = PcurveText(*record, BRep_Tool::Tolerance(use.edge));
+    mSubtypes[index] = surface;
     return index;
 }
 
 // Every pair of braces counts, in the order of the text, but for those that only refer to others.
 void Writer::NumberSubtypes() {
     std::map<long, long> numbers;
-    for (const auto& [record, surface] : subtypes) numbers.emplace(record, static_cast<long>(numbers.size()));
-    for (const auto& [record, surface] : subtypes) {
+    for (const auto& [record, surface] : mSubtypes)
+        numbers.emplace(record, static_cast<long>(numbers.size()));
+    for (const auto& [record, surface] : mSubtypes) {
         if (!surface) continue;
-        std::string& text = records[Place(record)];
+        std::string& text = mRecords[Place(record)];
         const std::string unknown = "{ ref ? }";
         text.replace(text.find(unknown), unknown.size(),
                      "{ ref " + std::to_string(numbers.at(*surface)) + " }");
@@ -360,14 +361,14 @@ void Writer::NumberSubtypes() {
 
 long Writer::WriteLoop(const std::vector<TopoDS_Edge>& loop, long face, long index, long next) {
     const std::vector<long> indices = Reserve(loop.size());
-    records[Place(index)] =
+    mRecords[Place(index)] =
         "loop $-1 " + Reference(next) + " " + Reference(indices.front()) + " " + Reference(face) + " #";
     for (std::size_t i = 0; i < loop.size(); ++i) {
         EdgeWork& edge = EdgeOf(loop[i], indices[i]);
-        edge.uses.push_back(coedges.size());
-        coedges.push_back({indices[i], indices[(i + 1) % loop.size()],
-                           indices[(i + loop.size() - 1) % loop.size()], index, edge.index,
-                           loop[i].Orientation() == TopAbs_REVERSED});
+        edge.uses.push_back(mCoedges.size());
+        mCoedges.push_back({indices[i], indices[(i + 1) % loop.size()],
+                            indices[(i + loop.size() - 1) % loop.size()], index, edge.index,
+                            loop[i].Orientation() == TopAbs_REVERSED});
     }
     return index;
 }
@@ -377,17 +378,17 @@ void Writer::WriteApexLoop(const TopoDS_Vertex& apex, long face, long index, lon
     const long coedge = Reserve();
     const long edge = Reserve();
     const long vertex = VertexOf(apex, edge);
-    records[Place(index)] =
+    mRecords[Place(index)] =
         "loop $-1 " + Reference(next) + " " + Reference(coedge) + " " + Reference(face) + " #";
-    records[Place(coedge)] = "coedge $-1 " + Reference(coedge) + " " + Reference(coedge) + " $-1 " +
-                             Reference(edge) + " forward " + Reference(index) + " $-1 #";
-    records[Place(edge)] = "edge $-1 " + Reference(vertex) + " " + Reference(vertex) + " " +
-                           Reference(coedge) + " $-1 forward #";
+    mRecords[Place(coedge)] = "coedge $-1 " + Reference(coedge) + " " + Reference(coedge) + " $-1 " +
+                              Reference(edge) + " forward " + Reference(index) + " $-1 #";
+    mRecords[Place(edge)] = "edge $-1 " + Reference(vertex) + " " + Reference(vertex) + " " +
+                            Reference(coedge) + " $-1 forward #";
 }
 
 Writer::EdgeWork& Writer::EdgeOf(const TopoDS_Edge& edge, long coedge) {
-    EdgeWork& work = edges[edge];
-    if (work.index != nowhere) return work;
+    EdgeWork& work = mEdges[edge];
+    if (work.index != Nowhere) return work;
     double first = 0;
     double last = 0;
     const Handle(Geom_Curve) curve = BRep_Tool::Curve(edge, first, last);
@@ -403,45 +404,45 @@ Writer::EdgeWork& Writer::EdgeOf(const TopoDS_Edge& edge, long coedge) {
     const long start = VertexOf(TopExp::FirstVertex(forward), work.index);
     const long end = VertexOf(TopExp::LastVertex(forward), work.index);
     const long curveIndex = Reserve();
-    records[Place(curveIndex)] = CurveText(*record);
-    if (std::holds_alternative<SplineCurveRecord>(*record)) subtypes[curveIndex];
-    records[Place(work.index)] = "edge $-1 " + Reference(start) + " " + Reference(end) + " " +
-                                 Reference(coedge) + " " + Reference(curveIndex) + " forward #";
+    mRecords[Place(curveIndex)] = CurveText(*record);
+    if (std::holds_alternative<SplineCurveRecord>(*record)) mSubtypes[curveIndex];
+    mRecords[Place(work.index)] = "edge $-1 " + Reference(start) + " " + Reference(end) + " " +
+                                  Reference(coedge) + " " + Reference(curveIndex) + " forward #";
     return work;
 }
 
 long Writer::VertexOf(const TopoDS_Vertex& vertex, long edge) {
     if (vertex.IsNull()) throw WriteFailure(FaceName() + " has an edge without vertices");
-    const auto [place, fresh] = vertices.try_emplace(vertex, nowhere);
+    const auto [place, fresh] = mVertices.try_emplace(vertex, Nowhere);
     if (fresh) {
         place->second = Reserve();
         const long point = Reserve();
-        records[Place(place->second)] = "vertex $-1 " + Reference(edge) + " " + Reference(point) + " #";
-        records[Place(point)] = "point $-1 " + Vector(BRep_Tool::Pnt(vertex).XYZ()) + " #";
+        mRecords[Place(place->second)] = "vertex $-1 " + Reference(edge) + " " + Reference(point) + " #";
+        mRecords[Place(point)] = "point $-1 " + Vector(BRep_Tool::Pnt(vertex).XYZ()) + " #";
     }
     return place->second;
 }
 
 // Partners are known only now: the coedges of an edge point to each other in a ring.
 void Writer::FinishCoedges() {
-    std::vector<long> partner(coedges.size(), nowhere);
-    for (const auto& [shape, edge] : edges) {
+    std::vector<long> partner(mCoedges.size(), Nowhere);
+    for (const auto& [shape, edge] : mEdges) {
         if (edge.uses.size() < 2) continue;
         for (std::size_t i = 0; i < edge.uses.size(); ++i) {
-            partner[edge.uses[i]] = coedges[edge.uses[(i + 1) % edge.uses.size()]].index;
+            partner[edge.uses[i]] = mCoedges[edge.uses[(i + 1) % edge.uses.size()]].index;
         }
     }
-    for (std::size_t i = 0; i < coedges.size(); ++i) {
-        const CoedgeWork& coedge = coedges[i];
-        records[Place(coedge.index)] = "coedge $-1 " + Reference(coedge.next) + " " +
-                                       Reference(coedge.previous) + " " + Reference(partner[i]) + " " +
-                                       Reference(coedge.edge) +
-                                       (coedge.reversed ? " reversed " : " forward ") +
-                                       Reference(coedge.loop) + " " + Reference(coedge.pcurve) + " #";
+    for (std::size_t i = 0; i < mCoedges.size(); ++i) {
+        const CoedgeWork& coedge = mCoedges[i];
+        mRecords[Place(coedge.index)] = "coedge $-1 " + Reference(coedge.next) + " " +
+                                        Reference(coedge.previous) + " " + Reference(partner[i]) + " " +
+                                        Reference(coedge.edge) +
+                                        (coedge.reversed ? " reversed " : " forward ") +
+                                        Reference(coedge.loop) + " " + Reference(coedge.pcurve) + " #";
     }
-    coedges.clear();
-    edges.clear();
-    vertices.clear();
+    mCoedges.clear();
+    mEdges.clear();
+    mVertices.clear();
 }
 
 }  // namespace

@@ -95,13 +95,13 @@ std::optional<double> ParseLength(std::string_view text) {
         text.remove_prefix(1);
     }
     const auto length = UnsignedLength(text);
-    if (!length || !(std::abs(*length) <= greatestCoordinate)) return std::nullopt;
+    if (!length || !(std::abs(*length) <= GreatestCoordinate)) return std::nullopt;
     return (negative ? -*length : *length) + 0.0;
 }
 
 std::optional<double> ParseAngle(std::string_view text) {
     const auto degrees = Decimal(text);
-    if (!degrees || !(std::abs(*degrees) <= greatestCoordinate)) return std::nullopt;
+    if (!degrees || !(std::abs(*degrees) <= GreatestCoordinate)) return std::nullopt;
     // Whole turns drop out first, so that 3690 degrees turn as exactly as 90 do.
     return std::fmod(*degrees, 360.0) * (std::numbers::pi / 180) + 0.0;
 }

@@ -10,7 +10,7 @@
 namespace brenvik {
 
 /// Coordinates and sizes beyond it can't be computed with to the fineness that drawings need.
-inline constexpr double greatestCoordinate = 1e10;
+inline constexpr double GreatestCoordinate = 1e10;
 
 /// A length as shops write it: a decimal ("12.5", "-3e2"), a fraction ("3/4", "1-1/2"), inches (`3/4"`),
 /// feet and inches (`2'`, `2'-6`, `2'6-1/2"`). Nothing when it is none, or beyond greatestCoordinate.

@@ -20,7 +20,7 @@ using namespace vectors;
 
 namespace {
 
-constexpr char escape = '\x1b';
+constexpr char Escape = '\x1b';
 
 /// The bare name: "_" and "." ask for the host's own, untranslated command, which is the only one here.
 std::string_view BareName(std::string_view typed) {
@@ -71,7 +71,7 @@ void CommandSession::TypeCharacter(char c) {
     const bool pairOfReturn = c == '\n' && mAfterReturn;
     mAfterReturn = c == '\r';
     if (pairOfReturn) return;
-    if (c == escape) {
+    if (c == Escape) {
         Cancel();
     } else if (c == '\r' || c == '\n' || (c == ' ' && !BlankBelongs())) {
         EndAnswer();
@@ -246,7 +246,7 @@ std::optional<Point3> CommandSession::PointFrom(std::string_view answer) const {
         point = typed->world ? value : toWorld.Point(value);
     }
     const bool within =
-        std::max({std::abs(point.x), std::abs(point.y), std::abs(point.z)}) <= greatestCoordinate;
+        std::max({std::abs(point.x), std::abs(point.y), std::abs(point.z)}) <= GreatestCoordinate;
     return within ? std::optional(point) : std::nullopt;
 }
 

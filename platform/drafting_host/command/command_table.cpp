@@ -15,7 +15,7 @@ namespace run = host_commands;
 
 // Commands that open a dialog in a host with windows ("layer", "view") are here what their plain forms
 // with the dash are: there is no dialog to open.
-constexpr auto commands = std::to_array<HostCommand>({
+constexpr auto Commands = std::to_array<HostCommand>({
     {"BOX", "", &run::Box},
     {"CYLINDER", "", &run::Cylinder},
     {"WEDGE", "WE", &run::Wedge},
@@ -58,7 +58,7 @@ constexpr auto commands = std::to_array<HostCommand>({
 }  // namespace
 
 const HostCommand* FindBuiltInCommand(std::string_view name) {
-    for (const HostCommand& command : commands) {
+    for (const HostCommand& command : Commands) {
         if (EqualsIgnoreCase(command.name, name)) return &command;
         for (const std::string& alias : Split(command.aliases, ' ')) {
             if (EqualsIgnoreCase(alias, name)) return &command;

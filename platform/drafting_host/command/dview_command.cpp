@@ -22,7 +22,7 @@ Asking<void> AskPoints(CommandSession& session) {
         "Specify camera point <" + PointText(session.UcsToWorld().Inverse().Point(eye)) + ">:", {},
         IfEmpty::Allowed);
     const Point3 direction = camera.Or(eye) - view.viewTarget;
-    if (Length(direction) < pointTolerance) {
+    if (Length(direction) < PointTolerance) {
         session.Refuse("Camera and target can't be one point.");
         co_return;
     }
@@ -39,15 +39,15 @@ Asking<void> AskFrontClip(CommandSession& session) {
     const Answered<double> distance = co_await session.AskNumber(
         "Specify distance from target or [set to Eye(camera)/ON/OFF] <" + LengthText(eye) + ">:",
         "Eye ON OFF", IfEmpty::Allowed);
-    view.statusFlags |= view_status::frontClipping;
+    view.statusFlags |= view_status::FrontClipping;
     if (distance.Is("OFF")) {
-        view.statusFlags &= ~(view_status::frontClipping | view_status::frontClipAwayFromEye);
+        view.statusFlags &= ~(view_status::FrontClipping | view_status::FrontClipAwayFromEye);
     } else if (distance.value) {
         view.frontClip = *distance.value;
-        view.statusFlags |= view_status::frontClipAwayFromEye;
+        view.statusFlags |= view_status::FrontClipAwayFromEye;
     } else if (!distance.Is("ON")) {
         view.frontClip = eye;
-        view.statusFlags &= ~view_status::frontClipAwayFromEye;
+        view.statusFlags &= ~view_status::FrontClipAwayFromEye;
     }
     session.ChangeView(view);
 }
@@ -58,8 +58,8 @@ Asking<void> AskBackClip(CommandSession& session) {
         "Specify distance from target or [ON/OFF] <" + LengthText(view.backClip) + ">:", "ON OFF",
         IfEmpty::Allowed);
     view.backClip = distance.Or(view.backClip);
-    view.statusFlags |= view_status::backClipping;
-    if (distance.Is("OFF")) view.statusFlags &= ~view_status::backClipping;
+    view.statusFlags |= view_status::BackClipping;
+    if (distance.Is("OFF")) view.statusFlags &= ~view_status::BackClipping;
     session.ChangeView(view);
 }
 
@@ -73,7 +73,7 @@ Asking<void> AskClip(CommandSession& session) {
     } else {
         ViewportData view = session.CurrentView();
         view.statusFlags &=
-            ~(view_status::frontClipping | view_status::backClipping | view_status::frontClipAwayFromEye);
+            ~(view_status::FrontClipping | view_status::BackClipping | view_status::FrontClipAwayFromEye);
         session.ChangeView(view);
     }
 }

@@ -33,7 +33,7 @@ namespace {
 
 using solids::BooleanKind;
 
-constexpr double angularTolerance = 1e-9;
+constexpr double AngularTolerance = 1e-9;
 
 bool IsFlat(const TopoDS_Face& face) {
     return BRepAdaptor_Surface(face, Standard_False).GetType() == GeomAbs_Plane;
@@ -45,13 +45,13 @@ gp_Pln PlaneOf(const TopoDS_Face& face) { return BRepAdaptor_Surface(face, Stand
 bool RunsAlong(const TopoDS_Face& face, const gp_Dir& direction) {
     const BRepAdaptor_Surface surface(face, Standard_False);
     if (surface.GetType() == GeomAbs_Plane) {
-        return surface.Plane().Axis().Direction().IsNormal(direction, angularTolerance);
+        return surface.Plane().Axis().Direction().IsNormal(direction, AngularTolerance);
     }
     if (surface.GetType() == GeomAbs_Cylinder) {
-        return surface.Cylinder().Axis().Direction().IsParallel(direction, angularTolerance);
+        return surface.Cylinder().Axis().Direction().IsParallel(direction, AngularTolerance);
     }
     if (surface.GetType() == GeomAbs_SurfaceOfExtrusion) {
-        return surface.Direction().IsParallel(direction, angularTolerance);
+        return surface.Direction().IsParallel(direction, AngularTolerance);
     }
     return false;
 }
@@ -135,7 +135,7 @@ FlatPlace PlaceOf(const TopoDS_Face& face) {
 TopoDS_Face FoundAgain(const TopoDS_Shape& solid, const FlatPlace& place) {
     for (TopExp_Explorer each(solid, TopAbs_FACE); each.More(); each.Next()) {
         const TopoDS_Face face = TopoDS::Face(each.Current());
-        if (!IsFlat(face) || !solids::NormalOf(face).IsEqual(place.normal, angularTolerance)) continue;
+        if (!IsFlat(face) || !solids::NormalOf(face).IsEqual(place.normal, AngularTolerance)) continue;
         if (PlaneOf(face).Distance(place.point) > 1e-7) continue;
         const TopAbs_State state = BRepClass_FaceClassifier(face, place.point, 1e-7).State();
         if (state == TopAbs_IN || state == TopAbs_ON) return face;
@@ -152,7 +152,7 @@ TopoDS_Shape WithHeights(const TopoDS_Shape& solid, std::span<const TopoDS_Face>
     TopoDS_Shape result = solid;
     for (const FlatPlace& place : places) {
         const double height = heightOf(place);
-        if (std::abs(height) <= vectors::pointTolerance) continue;
+        if (std::abs(height) <= vectors::PointTolerance) continue;
         const TopoDS_Face face = FoundAgain(result, place);
         if (always || NeighboursStandSquare(result, face)) {
             result = WithSlab(result, face, height);

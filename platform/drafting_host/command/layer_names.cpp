@@ -14,7 +14,7 @@ std::vector<HostLayer*> LayersNamed(const CommandSession& session, const std::st
     const std::vector<std::string> patterns = Split(list, ',');
     for (HostLayer* layer : session.Document().LayerTable().All()) {
         const auto fits = [&](const std::string& pattern) {
-            return MatchesWildcards(layer->Values().name, pattern, fileWildcards);
+            return MatchesWildcards(layer->Values().name, pattern, FileWildcards);
         };
         if (std::ranges::any_of(patterns, fits)) result.push_back(layer);
     }

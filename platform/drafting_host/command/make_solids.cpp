@@ -33,7 +33,7 @@ gp_Pnt Pnt(const Point3& p) { return {p.x, p.y, p.z}; }
 
 void RequireThick(const Corners& corners) {
     const Point3 size = corners.to - corners.from;
-    if (std::min({std::abs(size.x), std::abs(size.y), std::abs(size.z)}) > pointTolerance) return;
+    if (std::min({std::abs(size.x), std::abs(size.y), std::abs(size.z)}) > PointTolerance) return;
     throw host_failure::InvalidArgument("a solid needs a length, a width and a height other than 0");
 }
 
@@ -116,7 +116,7 @@ Asking<Corners> AskCorners(CommandSession& session, std::string what) {
     const Point3 other = InUcs(session, *second.value);
     // A second corner at another level has told the height already.
     const double rise = other.z - start.z;
-    if (std::abs(rise) > pointTolerance) {
+    if (std::abs(rise) > PointTolerance) {
         if (centered) co_return Raised(start, other, 2 * std::abs(rise), true);
         co_return Corners{start, other};
     }
@@ -127,7 +127,7 @@ Asking<Corners> AskCorners(CommandSession& session, std::string what) {
 TopoDS_Shape CylinderShape(const Point3& base, const Point3& top, double radius) {
     const Point3 axis = top - base;
     const double height = Length(axis);
-    if (!(radius > pointTolerance) || !(height > pointTolerance)) {
+    if (!(radius > PointTolerance) || !(height > PointTolerance)) {
         throw host_failure::InvalidArgument("a cylinder needs a radius above 0 and a height other than 0");
     }
     return solids::Guarded("making a cylinder", [&]() -> TopoDS_Shape {

@@ -158,7 +158,7 @@ Asking<void> EditOne(CommandSession& session, HostEntity* picked) {
         if (option.Is("Join")) {
             const Entities chosen = co_await session.AskSelection(SelectFor::Changing);
             subject->RequireChangeable();
-            subject = &Join(session, *subject, chosen, joinFuzz);
+            subject = &Join(session, *subject, chosen, JoinFuzz);
         } else {
             subject->SetClosed(option.Is("Close"));
         }
@@ -193,7 +193,7 @@ Asking<void> EditMany(CommandSession& session) {
             const Answered<double> typed =
                 co_await session.AskDistance("Enter fuzz distance <0>:", {}, IfEmpty::Allowed);
             if (typed.Or(0) < 0) throw host_failure::InvalidArgument("a fuzz distance can't be below 0");
-            JoinAll(session, chosen, std::max(joinFuzz, typed.Or(0)));
+            JoinAll(session, chosen, std::max(JoinFuzz, typed.Or(0)));
             continue;
         }
         for (HostEntity* entity : chosen) PolylineOf(entity)->SetClosed(option.Is("Close"));

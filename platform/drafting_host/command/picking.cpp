@@ -25,7 +25,7 @@ using namespace vectors;
 namespace {
 
 /// Of a point that lies on an object: nearer to the eye than any line of sight could find.
-constexpr double touching = std::numeric_limits<double>::infinity();
+constexpr double Touching = std::numeric_limits<double>::infinity();
 
 struct FlatBox {
     double left = 0, bottom = 0, right = 0, top = 0;
@@ -75,7 +75,7 @@ std::optional<TopoDS_Shape> ShapeOf(const HostEntity& entity) {
 /// A point within a solid doesn't touch it: its faces are what a pick can see.
 bool Touches(const TopoDS_Shape& shape, const TopoDS_Shape& other) {
     const BRepExtrema_DistShapeShape distance(shape, other);
-    return distance.IsDone() && distance.Value() <= pointTolerance && !distance.InnerSolution();
+    return distance.IsDone() && distance.Value() <= PointTolerance && !distance.InnerSolution();
 }
 
 TopoDS_Shape VertexAt(const Point3& point) { return BRepBuilderAPI_MakeVertex(Pnt(point)).Vertex(); }
@@ -92,7 +92,7 @@ struct Hit {
 
 std::optional<Hit> NearestHit(const TopoDS_Shape& shape, const gp_Lin& sight) {
     IntCurvesFace_ShapeIntersector meeting;
-    meeting.Load(shape, pointTolerance);
+    meeting.Load(shape, PointTolerance);
     meeting.Perform(sight, -RealLast(), RealLast());
     std::optional<Hit> nearest;
     for (int i = 1; meeting.IsDone() && i <= meeting.NbPnt(); ++i) {
@@ -108,7 +108,7 @@ std::optional<double> DepthOf(const HostEntity& entity, const Point3& point, con
     // What has no curves to meet (texts, block references) is taken by its box.
     if (!shape) return 0;
     return solids::Guarded("picking", [&]() -> std::optional<double> {
-        if (Touches(VertexAt(point), *shape)) return touching;
+        if (Touches(VertexAt(point), *shape)) return Touching;
         const gp_Lin sight = LineOfSight(point, towardsEye);
         if (TopExp_Explorer(*shape, TopAbs_FACE).More()) {
             const std::optional<Hit> hit = NearestHit(*shape, sight);
@@ -129,8 +129,8 @@ HostEntity* EntityAt(const CommandSession& session, const Point3& point) {
     double bestDepth = 0;
     for (HostEntity* entity : session.Document().CurrentSpace().Entities()) {
         const std::optional<FlatBox> box = Pickable(*entity) ? Shown(*entity, view) : std::nullopt;
-        if (!box || seen.x < box->left - pointTolerance || seen.x > box->right + pointTolerance ||
-            seen.y < box->bottom - pointTolerance || seen.y > box->top + pointTolerance) {
+        if (!box || seen.x < box->left - PointTolerance || seen.x > box->right + PointTolerance ||
+            seen.y < box->bottom - PointTolerance || seen.y > box->top + PointTolerance) {
             continue;
         }
         const std::optional<double> depth = DepthOf(*entity, point, view.z);

@@ -29,7 +29,7 @@ Point3 NormalOfUcsPlane(const CommandSession& session, std::string_view plane) {
 Asking<WorldPlane> AskNormalPlane(CommandSession& session) {
     const Answered<Point3> point = co_await session.AskPoint("Point on the plane:");
     const Answered<Point3> above = co_await session.AskPoint("Point on the plane's Z axis (normal):");
-    if (Distance(*point.value, *above.value) <= pointTolerance) {
+    if (Distance(*point.value, *above.value) <= PointTolerance) {
         throw host_failure::InvalidArgument("the two points of the normal are one");
     }
     co_return WorldPlane{*point.value, Unit(*above.value - *point.value)};
@@ -76,7 +76,7 @@ Asking<WorldAxis> AskAxis(CommandSession& session) {
     }
     if (!first.value) first = co_await session.AskPoint("First point on the axis:");
     const Answered<Point3> second = co_await session.AskPoint("Second point on the axis:");
-    if (Distance(*first.value, *second.value) <= pointTolerance) {
+    if (Distance(*first.value, *second.value) <= PointTolerance) {
         throw host_failure::InvalidArgument("the two points of the axis are one");
     }
     co_return WorldAxis{*first.value, *second.value};

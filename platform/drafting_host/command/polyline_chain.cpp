@@ -17,7 +17,7 @@ namespace {
 struct ChainPlane {
     Axes axes;
     double height = 0;
-    double fuzz = joinFuzz;
+    double fuzz = JoinFuzz;
 
     ChainPlane(const Point3& normal, const Point3& place, double fineness)
         : axes(ObjectAxes(normal)), height(FromWorld(axes, place).z), fuzz(fineness) {}

@@ -10,7 +10,7 @@
 namespace brenvik {
 
 /// How far ends may lie apart and still meet, drawing units: five decimals, as fine as places are compared.
-inline constexpr double joinFuzz = 1e-5;
+inline constexpr double JoinFuzz = 1e-5;
 
 /// A line or arc as a polyline of its own, or nothing for other kinds. Its plane is the level one where it
 /// lies level, otherwise that of its normal.
@@ -32,6 +32,6 @@ struct JoinedChain {
 /// one of its normal or that of a neighbour, the first of these in which it has a neighbour. The chain is
 /// closed where its ends meet. What ends at the same places along the same curve as a part is its twin.
 /// Other kinds of objects are passed over. Linear in the number of objects.
-JoinedChain JoinChain(std::span<const HostGeometry> objects, std::size_t first, double fuzz = joinFuzz);
+JoinedChain JoinChain(std::span<const HostGeometry> objects, std::size_t first, double fuzz = JoinFuzz);
 
 }  // namespace brenvik

@@ -90,7 +90,7 @@ std::vector<Point3> NormalsOfStraight(const Link& link) {
     const Point3 along = Unit(link.To() - link.From());
     const double rise = std::abs(link.To().z - link.From().z);
     std::vector<Point3> normals;
-    if (rise <= pointTolerance) normals.push_back({0, 0, 1});
+    if (rise <= PointTolerance) normals.push_back({0, 0, 1});
     if (std::abs(Dot(Unit(link.ownNormal), along)) < 1e-6) {
         normals.push_back(LevelIfFlat(Unit(link.ownNormal)));
     }

@@ -60,7 +60,7 @@ std::optional<double> DistanceQuestion::Parse(const std::string& answer) {
     const std::optional<Point3> point = mBase ? Session().PointFrom(answer) : std::nullopt;
     if (!point) return std::nullopt;
     const double distance = Distance(*mBase, *point);
-    return distance <= greatestCoordinate ? std::optional(distance) : std::nullopt;
+    return distance <= GreatestCoordinate ? std::optional(distance) : std::nullopt;
 }
 
 std::string DistanceQuestion::Wanted() const { return "a distance or a point"; }

@@ -20,7 +20,7 @@ using namespace vectors;
 
 namespace {
 
-constexpr std::string_view words = "ALL Previous Last Window Crossing BOX Group Remove Add Undo";
+constexpr std::string_view Words = "ALL Previous Last Window Crossing BOX Group Remove Add Undo";
 
 /// The handle in (handent "2A"), the form in which scripts name an object; quotes may be missing.
 std::optional<HandleValue> HandleFromCall(const std::string& answer) {
@@ -64,7 +64,7 @@ bool SelectionQuestion::Take(const std::string& answer) {
         }
         return false;
     }
-    if (const std::string word = MatchKeyword(words, answer); !word.empty()) {
+    if (const std::string word = MatchKeyword(Words, answer); !word.empty()) {
         TakeWord(word);
     } else if (const std::optional<Point3> point = Session().PointFrom(answer)) {
         Session().SetLastPoint(*point);

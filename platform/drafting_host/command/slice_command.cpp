@@ -32,7 +32,7 @@ TopoDS_Shape BlockAbove(const TopoDS_Shape& solid, const WorldPlane& plane) {
     const gp_Ax3 frame(gp_Pnt(plane.point.x, plane.point.y, plane.point.z),
                        gp_Dir(axes.z.x, axes.z.y, axes.z.z), gp_Dir(axes.x.x, axes.x.y, axes.x.z));
     const solids::Box box = solids::ExactBoxIn(solid, frame);
-    if (box.max.Z() <= pointTolerance) return {};
+    if (box.max.Z() <= PointTolerance) return {};
     // Well clear of the solid all around, so that no face of the block but its base touches it.
     const double margin = 1 + std::max({box.SizeX(), box.SizeY(), box.SizeZ()});
     ShapeData block{AcisData::Kind::Solid, solids::Guarded("slice", [&]() -> TopoDS_Shape {
@@ -90,7 +90,7 @@ Asking<Keep> AskSide(CommandSession& session, WorldPlane plane) {
             co_await session.AskPoint("Point on the side to keep or [keep Both sides]:", "Both");
         if (side.Is("Both")) co_return Keep::Both;
         const double height = Dot(*side.value - plane.point, plane.normal);
-        if (std::abs(height) > pointTolerance) co_return height > 0 ? Keep::Above : Keep::Below;
+        if (std::abs(height) > PointTolerance) co_return height > 0 ? Keep::Above : Keep::Below;
         session.Refuse("The point lies on the plane: a point on one side of it is expected.");
     }
 }

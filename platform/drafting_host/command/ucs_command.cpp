@@ -52,7 +52,7 @@ Asking<void> AskTurn(CommandSession& session, std::string axis) {
     const Point3 direction = session.UcsToWorld().Direction(axis == "X"   ? Point3{1, 0, 0}
                                                             : axis == "Y" ? Point3{0, 1, 0}
                                                                           : Point3{0, 0, 1});
-    const Similarity turn = Similarity::Turn({}, direction, angle.Or(quarterTurn));
+    const Similarity turn = Similarity::Turn({}, direction, angle.Or(QuarterTurn));
     frame.xAxis = turn.Direction(frame.xAxis);
     frame.yAxis = turn.Direction(frame.yAxis);
     session.ChangeUcs(frame);
@@ -63,7 +63,7 @@ Asking<void> AskZAxis(CommandSession& session) {
     UcsFrame frame = session.CurrentUcs();
     frame.origin = origin.Or(frame.origin);
     const Answered<Point3> above = co_await session.AskPoint("Point on the positive Z axis:");
-    if (Distance(*above.value, frame.origin) <= pointTolerance) {
+    if (Distance(*above.value, frame.origin) <= PointTolerance) {
         throw host_failure::InvalidArgument("the two points of the axis are one");
     }
     const Axes axes = ObjectAxes(*above.value - frame.origin);

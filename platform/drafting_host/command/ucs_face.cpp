@@ -37,7 +37,7 @@ UcsFrame FrameOn(const TopoDS_Face& face, const Point3& picked) {
     std::optional<LineData> nearest;
     for (const HostGeometry& curve : BoundaryCurves(face)) {
         const auto* line = std::get_if<LineData>(&curve);
-        if (line == nullptr || Distance(line->start, line->end) <= pointTolerance) continue;
+        if (line == nullptr || Distance(line->start, line->end) <= PointTolerance) continue;
         if (!nearest || DistanceFrom(picked, *line) < DistanceFrom(picked, *nearest)) nearest = *line;
     }
     if (!nearest) {

@@ -21,9 +21,9 @@ namespace {
 using Kind = HostVariable::Kind;
 using Place = HostVariable::Place;
 
-constexpr double most16 = 32767;
+constexpr double Most16 = 32767;
 
-constexpr auto variables = std::to_array<HostVariable>({
+constexpr auto Variables = std::to_array<HostVariable>({
     {"ANGBASE", Kind::Real, Place::Drawing, "0"},
     {"ANGDIR", Kind::Whole, Place::Drawing, "0", 0, 1},
     {"APERTURE", Kind::Whole, Place::Profile, "10", 1, 50},
@@ -39,7 +39,7 @@ constexpr auto variables = std::to_array<HostVariable>({
     {"CLAYER", Kind::Text, Place::Layer, "0"},
     {"CMDDIA", Kind::Whole, Place::Profile, "1", 0, 1},
     {"CMDECHO", Kind::Whole, Place::Profile, "1", 0, 1},
-    {"CVPORT", Kind::Whole, Place::Viewport, "2", 1, most16},
+    {"CVPORT", Kind::Whole, Place::Viewport, "2", 1, Most16},
     {"DELOBJ", Kind::Whole, Place::Profile, "1", 0, 2},
     {"DISPSILH", Kind::Whole, Place::Drawing, "0", 0, 1},
     {"DWGNAME", Kind::Text, Place::Fixed, ""},
@@ -60,13 +60,13 @@ constexpr auto variables = std::to_array<HostVariable>({
     {"LWDISPLAY", Kind::Whole, Place::Drawing, "0", 0, 1},
     {"MIRRTEXT", Kind::Whole, Place::Drawing, "1", 0, 1},
     {"ORTHOMODE", Kind::Whole, Place::Drawing, "0", 0, 1},
-    {"OSMODE", Kind::Whole, Place::Profile, "0", 0, most16},
+    {"OSMODE", Kind::Whole, Place::Profile, "0", 0, Most16},
     {"OSNAPCOORD", Kind::Whole, Place::Profile, "2", 0, 2},
     {"PDMODE", Kind::Whole, Place::Drawing, "0", 0, 100},
     {"PDSIZE", Kind::Real, Place::Drawing, "0"},
     {"PICKADD", Kind::Whole, Place::Profile, "1", 0, 1},
     {"PICKAUTO", Kind::Whole, Place::Profile, "1", 0, 1},
-    {"PICKBOX", Kind::Whole, Place::Profile, "3", 0, most16},
+    {"PICKBOX", Kind::Whole, Place::Profile, "3", 0, Most16},
     {"PICKFIRST", Kind::Whole, Place::Profile, "1", 0, 1},
     {"PICKSTYLE", Kind::Whole, Place::Profile, "1", 0, 3},
     {"PLINEGEN", Kind::Whole, Place::Drawing, "0", 0, 1},
@@ -78,21 +78,21 @@ constexpr auto variables = std::to_array<HostVariable>({
     {"REGENMODE", Kind::Whole, Place::Drawing, "1", 0, 1},
     {"SNAPMODE", Kind::Whole, Place::Profile, "0", 0, 1},
     {"SNAPUNIT", Kind::Real, Place::Profile, "0.5", 1e-9, 1e9},
-    {"SPLINESEGS", Kind::Whole, Place::Drawing, "8", -most16, most16},
+    {"SPLINESEGS", Kind::Whole, Place::Drawing, "8", -Most16, Most16},
     {"SPLINETYPE", Kind::Whole, Place::Drawing, "6", 5, 6},
-    {"SURFTAB1", Kind::Whole, Place::Drawing, "6", 2, most16},
-    {"SURFTAB2", Kind::Whole, Place::Drawing, "6", 2, most16},
+    {"SURFTAB1", Kind::Whole, Place::Drawing, "6", 2, Most16},
+    {"SURFTAB2", Kind::Whole, Place::Drawing, "6", 2, Most16},
     {"TEXTSIZE", Kind::Real, Place::Drawing, "0.2", 1e-9, 1e9},
     {"THICKNESS", Kind::Real, Place::Drawing, "0"},
     {"TILEMODE", Kind::Whole, Place::Space, "1", 0, 1},
     {"UCSFOLLOW", Kind::Whole, Place::Profile, "0", 0, 1},
     {"UCSICON", Kind::Whole, Place::Profile, "3", 0, 3},
     {"UCSORTHO", Kind::Whole, Place::Profile, "1", 0, 1},
-    {"USERI1", Kind::Whole, Place::Drawing, "0", -most16, most16},
-    {"USERI2", Kind::Whole, Place::Drawing, "0", -most16, most16},
-    {"USERI3", Kind::Whole, Place::Drawing, "0", -most16, most16},
-    {"USERI4", Kind::Whole, Place::Drawing, "0", -most16, most16},
-    {"USERI5", Kind::Whole, Place::Drawing, "0", -most16, most16},
+    {"USERI1", Kind::Whole, Place::Drawing, "0", -Most16, Most16},
+    {"USERI2", Kind::Whole, Place::Drawing, "0", -Most16, Most16},
+    {"USERI3", Kind::Whole, Place::Drawing, "0", -Most16, Most16},
+    {"USERI4", Kind::Whole, Place::Drawing, "0", -Most16, Most16},
+    {"USERI5", Kind::Whole, Place::Drawing, "0", -Most16, Most16},
     {"USERR1", Kind::Real, Place::Drawing, "0"},
     {"USERR2", Kind::Real, Place::Drawing, "0"},
     {"USERR3", Kind::Real, Place::Drawing, "0"},
@@ -173,18 +173,18 @@ std::optional<std::string> ValueToKeep(const HostVariable& variable, const std::
     return std::nullopt;
 }
 
-constexpr int sheetNumber = 1, modelNumber = 2;
+constexpr int SheetNumber = 1, ModelNumber = 2;
 
 int ViewportNumber(const HostDocument& document) {
-    if (document.ActiveSpace() == ActiveSpaceKind::ModelSpace) return modelNumber;
+    if (document.ActiveSpace() == ActiveSpaceKind::ModelSpace) return ModelNumber;
     const HostViewport* viewport = document.CurrentViewport();
-    return viewport == nullptr ? sheetNumber : viewport->Values().id;
+    return viewport == nullptr ? SheetNumber : viewport->Values().id;
 }
 
 std::string EnterViewport(HostDocument& document, int number) {
     if (number == ViewportNumber(document)) return {};
     if (document.ActiveSpace() == ActiveSpaceKind::ModelSpace) return "model space has one viewport, 2";
-    if (number == sheetNumber) {
+    if (number == SheetNumber) {
         document.SetMSpace(false);
         return {};
     }
@@ -206,10 +206,10 @@ std::string MakeLayerCurrent(HostDocument& document, const std::string& name) {
 
 }  // namespace
 
-std::span<const HostVariable> HostVariables() { return variables; }
+std::span<const HostVariable> HostVariables() { return Variables; }
 
 const HostVariable* FindHostVariable(std::string_view name) {
-    for (const HostVariable& variable : variables) {
+    for (const HostVariable& variable : Variables) {
         if (EqualsIgnoreCase(variable.name, name)) return &variable;
     }
     return nullptr;

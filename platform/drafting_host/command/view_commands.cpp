@@ -25,7 +25,7 @@ struct NamedView {
     bool square;  ///< Looks along an axis, so that a user system belongs to it.
 };
 
-constexpr auto views = std::to_array<NamedView>({
+constexpr auto Views = std::to_array<NamedView>({
     {"Top", {0, 0, 1}, {0, 1, 0}, true},
     {"Bottom", {0, 0, -1}, {0, 1, 0}, true},
     {"Front", {0, -1, 0}, {0, 0, 1}, true},
@@ -39,7 +39,7 @@ constexpr auto views = std::to_array<NamedView>({
 });
 
 void TakeView(CommandSession& session, std::string_view name) {
-    for (const NamedView& view : views) {
+    for (const NamedView& view : Views) {
         if (view.name != name) continue;
         const Point3 z = Unit(view.towardsEye);
         const Point3 x = Unit(Cross(view.up, z));

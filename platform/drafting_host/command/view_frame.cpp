@@ -67,7 +67,7 @@ void FreezeIn(HostViewport& viewport, HostLayer& layer, bool freeze) {
 }
 
 bool ViewLocked(const HostViewport& viewport) {
-    return (viewport.Values().statusFlags & view_status::locked) != 0;
+    return (viewport.Values().statusFlags & view_status::Locked) != 0;
 }
 
 std::vector<HostViewport*> ViewportsOf(HostDocument& document) {

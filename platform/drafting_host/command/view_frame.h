@@ -23,12 +23,12 @@ bool ViewLocked(const HostViewport& viewport);
 
 /// Bits of a viewport's status (group 90).
 namespace view_status {
-inline constexpr int frontClipping = 0x2;
-inline constexpr int backClipping = 0x4;
-inline constexpr int frontClipAwayFromEye = 0x10;
-inline constexpr int hidePlot = 0x800;
-inline constexpr int locked = 0x4000;
-inline constexpr int off = 0x20000;
+inline constexpr int FrontClipping = 0x2;
+inline constexpr int BackClipping = 0x4;
+inline constexpr int FrontClipAwayFromEye = 0x10;
+inline constexpr int HidePlot = 0x800;
+inline constexpr int Locked = 0x4000;
+inline constexpr int Off = 0x20000;
 }  // namespace view_status
 
 }  // namespace brenvik

@@ -14,7 +14,7 @@ using namespace vectors;
 namespace {
 
 /// The sheet of a drawing that was never set up for a printer, as its file tells it.
-constexpr double sheetWidth = 420, sheetHeight = 297;
+constexpr double SheetWidth = 420, SheetHeight = 297;
 
 bool InPaperSpace(const CommandSession& session, std::string_view command) {
     if (session.Document().ActiveSpace() == ActiveSpaceKind::PaperSpace) return true;
@@ -25,7 +25,7 @@ bool InPaperSpace(const CommandSession& session, std::string_view command) {
 void AddViewport(CommandSession& session, const Point3& corner, const Point3& opposite) {
     HostDocument& document = session.Document();
     const double width = std::abs(opposite.x - corner.x), height = std::abs(opposite.y - corner.y);
-    if (width < pointTolerance || height < pointTolerance) {
+    if (width < PointTolerance || height < PointTolerance) {
         session.Refuse("A viewport needs a width and a height.");
         return;
     }
@@ -53,7 +53,7 @@ void ShowViewports(const std::vector<HostEntity*>& chosen, bool on) {
         auto* viewport = dynamic_cast<HostViewport*>(entity);
         if (viewport != nullptr && !viewport->IsSheet()) viewport->Display(on);
     }
-    SwitchViewports(chosen, view_status::off, !on);
+    SwitchViewports(chosen, view_status::Off, !on);
 }
 
 }  // namespace
@@ -68,7 +68,7 @@ Asking<void> Mview(CommandSession& session) {
         const Answered<Point3> opposite = co_await session.AskPoint("Specify opposite corner:");
         AddViewport(session, *corner.value, *opposite.value);
     } else if (corner.Empty() || corner.Is("Fit")) {
-        AddViewport(session, {0, 0, 0}, {sheetWidth, sheetHeight, 0});
+        AddViewport(session, {0, 0, 0}, {SheetWidth, SheetHeight, 0});
     } else if (corner.Is("ON") || corner.Is("OFF")) {
         const bool on = corner.Is("ON");
         ShowViewports(co_await session.AskSelection(SelectFor::Changing), on);
@@ -78,7 +78,7 @@ Asking<void> Mview(CommandSession& session) {
             hide ? "Hidden line removal for plotting [ON/OFF]:" : "Viewport view locking [ON/OFF]:",
             "ON OFF");
         const std::vector<HostEntity*> chosen = co_await session.AskSelection(SelectFor::Changing);
-        SwitchViewports(chosen, hide ? view_status::hidePlot : view_status::locked, on.Is("ON"));
+        SwitchViewports(chosen, hide ? view_status::HidePlot : view_status::Locked, on.Is("ON"));
     }
 }
 

@@ -11,9 +11,9 @@ using namespace vectors;
 
 namespace {
 
-constexpr long mostEntitiesShown = 1000000;
+constexpr long MostEntitiesShown = 1000000;
 /// A file may ask for any number of columns and rows.
-constexpr int mostPlaces = 100000;
+constexpr int MostPlaces = 100000;
 
 HostBlock& BlockOf(const HostDocument& document, const InsertData& reference) {
     HostBlock* block = document.FindBlock(reference.block);
@@ -23,11 +23,11 @@ HostBlock& BlockOf(const HostDocument& document, const InsertData& reference) {
 
 /// Programs write scales in as few as ten digits. A part of ten metres is out by a hundred-thousandth of a
 /// millimetre at most.
-constexpr double sameScale = 1e-9;
+constexpr double SameScale = 1e-9;
 
 bool EvenScale(const InsertData& reference) {
     const double x = std::abs(reference.scale.x);
-    const auto same = [&](double other) { return std::abs(std::abs(other) - x) <= sameScale * x; };
+    const auto same = [&](double other) { return std::abs(std::abs(other) - x) <= SameScale * x; };
     return x > 0 && same(reference.scale.y) && same(reference.scale.z);
 }
 
@@ -127,7 +127,7 @@ HostGeometry Stretch(const HostGeometry& geometry, const Placement& placement) {
 
 void AddBox(const HostDocument& document, const InsertData& reference, int depth, long& left,
             BoxBuilder& box) {
-    if (depth > deepestNesting || document.FindBlock(reference.block) == nullptr) return;
+    if (depth > DeepestNesting || document.FindBlock(reference.block) == nullptr) return;
     for (PlacedEntity& placed : PlacedContent(document, reference)) {
         if (--left < 0) throw host_failure::NotPossible("block \"" + reference.block + "\" holds too much");
         if (const auto* inner = std::get_if<InsertData>(&placed.geometry)) {
@@ -153,7 +153,7 @@ std::vector<PlacedEntity> PlacedContent(const HostDocument& document, const Inse
 std::vector<PlacedEntity> PlacedContent(const HostBlock& block, const InsertData& reference,
                                         const std::function<bool(const HostGeometry&)>& wanted) {
     const int columns = std::max(1, reference.columns), rows = std::max(1, reference.rows);
-    if (static_cast<long long>(columns) * rows > mostPlaces) {
+    if (static_cast<long long>(columns) * rows > MostPlaces) {
         throw host_failure::NotPossible("a block reference with more than 100000 places");
     }
     const bool even = EvenScale(reference);
@@ -179,7 +179,7 @@ std::vector<PlacedEntity> PlacedContent(const HostBlock& block, const InsertData
 
 std::optional<Box3> BoxOfReference(const HostDocument& document, const InsertData& reference) {
     BoxBuilder box;
-    long left = mostEntitiesShown;
+    long left = MostEntitiesShown;
     AddBox(document, reference, 0, left, box);
     return box.Empty() ? std::nullopt : std::optional(box.Box());
 }

@@ -15,7 +15,7 @@ class HostEntity;
 
 /// Blocks can hold references to blocks; a file's tables could even hold a circle of them, or a tower in
 /// which each doubles the one below.
-constexpr int deepestNesting = 32;
+constexpr int DeepestNesting = 32;
 
 /// One entity of a block as a reference shows it.
 struct PlacedEntity {

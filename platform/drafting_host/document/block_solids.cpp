@@ -22,18 +22,18 @@ namespace brenvik {
 namespace {
 
 /// More than any job has; a file of a few lines can show millions.
-constexpr std::int64_t mostSolids = 10000;
+constexpr std::int64_t MostSolids = 10000;
 
 bool IsSolid(const HostGeometry& geometry) {
     const auto* shape = std::get_if<ShapeData>(&geometry);
     return shape != nullptr && shape->kind == AcisData::Kind::Solid;
 }
 
-constexpr std::int64_t mostCounted = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t MostCounted = std::numeric_limits<std::int64_t>::max();
 
-std::int64_t Sum(std::int64_t a, std::int64_t b) { return a > mostCounted - b ? mostCounted : a + b; }
+std::int64_t Sum(std::int64_t a, std::int64_t b) { return a > MostCounted - b ? MostCounted : a + b; }
 std::int64_t Product(std::int64_t a, std::int64_t b) {
-    return b > 0 && a > mostCounted / b ? mostCounted : a * b;
+    return b > 0 && a > MostCounted / b ? MostCounted : a * b;
 }
 
 std::int64_t PlacesOf(const InsertData& reference) {
@@ -178,11 +178,11 @@ void TakeOut(HostDocument& document, const InsertData& reference, Counter& count
              ReferenceSolids& told) {
     if (told.count > room) {
         told.reason =
-            "expected no more than " + std::to_string(mostSolids) + " in all references of a drawing";
+            "expected no more than " + std::to_string(MostSolids) + " in all references of a drawing";
         return;
     }
-    if (counter.LevelsIn(reference) > deepestNesting) {
-        told.reason = "expected blocks that are nested no deeper than " + std::to_string(deepestNesting);
+    if (counter.LevelsIn(reference) > DeepestNesting) {
+        told.reason = "expected blocks that are nested no deeper than " + std::to_string(DeepestNesting);
         return;
     }
     std::vector<ShownSolid> solids;
@@ -260,7 +260,7 @@ std::vector<ReferenceSolids> CountBlockSolids(const HostDocument& document) {
 std::vector<ReferenceSolids> TakeOutBlockSolids(HostDocument& document) {
     Counter counter(document);
     std::vector<ReferenceSolids> references = Count(document, counter);
-    std::int64_t room = mostSolids;
+    std::int64_t room = MostSolids;
     for (ReferenceSolids& told : references) {
         const HostGeometry geometry = told.reference->Geometry();
         TakeOut(document, std::get<InsertData>(geometry), counter, room, told);

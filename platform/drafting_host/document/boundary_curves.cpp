@@ -25,7 +25,7 @@ using namespace vectors;
 namespace {
 
 // How far centres, radii and ends of one circle's pieces may lie apart, drawing units.
-constexpr double sameRound = 1e-6;
+constexpr double SameRound = 1e-6;
 
 Point3 ToPoint(const gp_Dir& d) { return {d.X() + 0.0, d.Y() + 0.0, d.Z() + 0.0}; }
 
@@ -56,15 +56,15 @@ std::vector<TopoDS_Wire> WiresOf(const TopoDS_Face& face) {
 
 bool MeetAt(const ArcData& arc, double one, double other) {
     const double apart = NormalAngle(one - other);
-    return std::min(apart, fullTurn - apart) * arc.radius < sameRound;
+    return std::min(apart, FullTurn - apart) * arc.radius < SameRound;
 }
 
 /// One piece of the two where they lie on one circle and one goes on where the other ends.
 std::optional<HostGeometry> InOnePiece(const HostGeometry& one, const HostGeometry& other) {
     const auto* a = std::get_if<ArcData>(&one);
     const auto* b = std::get_if<ArcData>(&other);
-    if (a == nullptr || b == nullptr || Distance(a->center, b->center) > sameRound ||
-        std::abs(a->radius - b->radius) > sameRound || Dot(a->normal, b->normal) < 1 - 1e-9) {
+    if (a == nullptr || b == nullptr || Distance(a->center, b->center) > SameRound ||
+        std::abs(a->radius - b->radius) > SameRound || Dot(a->normal, b->normal) < 1 - 1e-9) {
         return std::nullopt;
     }
     const bool after = MeetAt(*a, a->endAngle, b->startAngle),

@@ -102,7 +102,7 @@ HostGeometry LineOf(const BRepAdaptor_Curve& curve, const Ends& ends, const Topo
     return line;
 }
 
-bool FullRound(const Ends& ends) { return std::abs(ends.last - ends.first) >= fullTurn - 1e-9; }
+bool FullRound(const Ends& ends) { return std::abs(ends.last - ends.first) >= FullTurn - 1e-9; }
 
 HostGeometry RoundOf(const gp_Circ& circle, const Ends& ends, const Point3& normal) {
     const Point3 axis = Squared(ToPoint(circle.Axis().Direction()));
@@ -174,7 +174,7 @@ std::optional<TopoDS_Edge> EdgeOf(const LineData& data) {
 std::optional<TopoDS_Edge> EdgeOf(const ArcData& data) {
     if (!(data.radius > 0)) return std::nullopt;
     double span = NormalAngle(data.endAngle - data.startAngle);
-    if (span == 0) span = fullTurn;
+    if (span == 0) span = FullTurn;
     return Built([&] {
         return BRepBuilderAPI_MakeEdge(CircleOf(data.center, data.radius, data.normal), data.startAngle,
                                        data.startAngle + span);
@@ -192,7 +192,7 @@ std::optional<TopoDS_Edge> EdgeOf(const EllipseData& data) {
     return Built([&] {
         const gp_Elips ellipse(gp_Ax2(Pnt(data.center), Dir(data.normal), Dir(data.majorAxis)), major,
                                major * data.ratio);
-        if (std::abs(data.endParameter - data.startParameter) >= fullTurn - 1e-12) {
+        if (std::abs(data.endParameter - data.startParameter) >= FullTurn - 1e-12) {
             return BRepBuilderAPI_MakeEdge(ellipse);
         }
         const double span = NormalAngle(data.endParameter - data.startParameter);

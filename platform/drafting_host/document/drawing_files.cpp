@@ -20,7 +20,7 @@
 namespace brenvik {
 namespace {
 
-constexpr std::string_view expectedContent = "a DXF drawing, a STEP file or ACIS data";
+constexpr std::string_view ExpectedContent = "a DXF drawing, a STEP file or ACIS data";
 
 std::string_view WithoutBlanks(std::string_view text) {
     if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
@@ -135,7 +135,7 @@ void ReadDrawingInUnit(HostDocument& document, const std::filesystem::path& path
                        const UnitChoice& choice) {
     const std::string content = ReadWholeFile(path);
     const auto refuse = [&](std::string_view found) {
-        throw host_failure::InvalidFile(path.string(), 1, expectedContent, found);
+        throw host_failure::InvalidFile(path.string(), 1, ExpectedContent, found);
     };
     switch (KindOfContent(content)) {
         case DrawingKind::DxfText:

@@ -22,7 +22,7 @@ struct NamedUnit {
 };
 
 /// The units of $INSUNITS by their numbers; 0 is none. A surveyor's foot is 1200/3937 of a metre.
-constexpr std::array<NamedUnit, 25> insertUnitTable = {{{0, "no unit"},
+constexpr std::array<NamedUnit, 25> InsertUnitTable = {{{0, "no unit"},
                                                         {25.4, "inches"},
                                                         {304.8, "feet"},
                                                         {1609344, "miles"},
@@ -49,7 +49,7 @@ constexpr std::array<NamedUnit, 25> insertUnitTable = {{{0, "no unit"},
                                                         {6336e6 / 3937, "US survey miles"}}};
 
 /// Nothing that is built reaches a million kilometres.
-constexpr double longestUnit = 1e12;
+constexpr double LongestUnit = 1e12;
 
 /// A surveyor's inch differs from the other by two millionths.
 bool AreSame(double one, double other) { return std::abs(one / other - 1) < 1e-6; }
@@ -58,9 +58,9 @@ bool AreAlike(double one, double other) { return std::abs(one / other - 1) < 1e-
 
 const NamedUnit* UnitOfSize(double millimetres, bool (*isIt)(double, double)) {
     const auto found =
-        std::ranges::find_if(insertUnitTable.begin() + 1, insertUnitTable.end(),
+        std::ranges::find_if(InsertUnitTable.begin() + 1, InsertUnitTable.end(),
                              [&](const NamedUnit& unit) { return isIt(millimetres, unit.millimetres); });
-    return found == insertUnitTable.end() ? nullptr : &*found;
+    return found == InsertUnitTable.end() ? nullptr : &*found;
 }
 
 std::string NameOf(double millimetres) {
@@ -70,10 +70,10 @@ std::string NameOf(double millimetres) {
 
 /// What a drawing's number stands for, in words.
 std::string ShownUnit(int insertUnits) {
-    const bool isKnown = insertUnits > 0 && static_cast<std::size_t>(insertUnits) < insertUnitTable.size();
+    const bool isKnown = insertUnits > 0 && static_cast<std::size_t>(insertUnits) < InsertUnitTable.size();
     const std::string number = "$INSUNITS " + std::to_string(insertUnits);
     if (!isKnown) return number + ": a unit that is unknown (0 to 24 are known)";
-    return number + ": " + std::string(insertUnitTable[static_cast<std::size_t>(insertUnits)].name) +
+    return number + ": " + std::string(InsertUnitTable[static_cast<std::size_t>(insertUnits)].name) +
            ", in which no part is drawn";
 }
 
@@ -82,10 +82,10 @@ std::string ShownUnit(int insertUnits) {
 int InsertUnitsOf(LengthUnit unit) { return unit == LengthUnit::Inch ? 1 : 4; }
 
 std::optional<double> MillimetresOfInsertUnits(int insertUnits) {
-    if (insertUnits < 1 || static_cast<std::size_t>(insertUnits) >= insertUnitTable.size())
+    if (insertUnits < 1 || static_cast<std::size_t>(insertUnits) >= InsertUnitTable.size())
         return std::nullopt;
-    const double size = insertUnitTable[static_cast<std::size_t>(insertUnits)].millimetres;
-    return size < longestUnit ? std::optional(size) : std::nullopt;
+    const double size = InsertUnitTable[static_cast<std::size_t>(insertUnits)].millimetres;
+    return size < LongestUnit ? std::optional(size) : std::nullopt;
 }
 
 std::optional<LengthUnit> UnitOfInsertUnits(int insertUnits) {

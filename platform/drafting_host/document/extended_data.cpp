@@ -17,8 +17,8 @@
 namespace brenvik {
 namespace {
 
-constexpr std::int16_t applicationCode = 1001;
-constexpr std::size_t byteChunkLimit = 127;
+constexpr std::int16_t ApplicationCode = 1001;
+constexpr std::size_t ByteChunkLimit = 127;
 
 Failure BadItem(std::size_t index, const std::string& expected) {
     return host_failure::InvalidArgument("extended data, item " + std::to_string(index) + ": " + expected);
@@ -71,7 +71,7 @@ XDataValue CheckedItem(std::size_t index, std::int16_t code, const XDataValue& v
             return TextItem(index, code, value);
         case 1004: {
             const auto* bytes = std::get_if<std::vector<std::uint8_t>>(&value);
-            if (bytes == nullptr || bytes->size() > byteChunkLimit) {
+            if (bytes == nullptr || bytes->size() > ByteChunkLimit) {
                 throw BadItem(index, "at most 127 bytes are expected");
             }
             return *bytes;
@@ -148,12 +148,12 @@ std::vector<XDataOfApp> ParseXData(std::span<const std::int16_t> types, std::spa
     if (types.size() != values.size()) {
         throw host_failure::InvalidArgument("extended data needs as many values as codes");
     }
-    if (types.empty() || types.front() != applicationCode) {
+    if (types.empty() || types.front() != ApplicationCode) {
         throw host_failure::InvalidArgument("extended data has to begin with an application entry (1001)");
     }
     std::vector<XDataOfApp> result;
     for (std::size_t i = 0; i < types.size(); ++i) {
-        if (types[i] != applicationCode) {
+        if (types[i] != ApplicationCode) {
             result.back().items.push_back({types[i], CheckedItem(i, types[i], values[i])});
             continue;
         }
@@ -166,7 +166,7 @@ std::vector<XDataOfApp> ParseXData(std::span<const std::int16_t> types, std::spa
 }
 
 void MergeXData(std::vector<XDataOfApp>& data, const std::vector<XDataOfApp>& changes) {
-    if (MergedSize(data, changes) > xdataTotalLimit) {
+    if (MergedSize(data, changes) > XdataTotalLimit) {
         throw host_failure::InvalidArgument("extended data of one object may take 16 kB at most");
     }
     for (const XDataOfApp& change : changes) {
@@ -187,7 +187,7 @@ void ListXData(const std::vector<XDataOfApp>& data, std::string_view app, std::v
     values.clear();
     for (const XDataOfApp& one : data) {
         if (!app.empty() && !EqualsIgnoreCase(one.app, app)) continue;
-        types.push_back(applicationCode);
+        types.push_back(ApplicationCode);
         values.emplace_back(one.app);
         for (const XDataItem& item : one.items) {
             types.push_back(item.code);

@@ -14,7 +14,7 @@
 namespace brenvik {
 
 /// The most that all the extended data of one object may take, in bytes as a drawing file counts them.
-inline constexpr std::size_t xdataTotalLimit = 16383;
+inline constexpr std::size_t XdataTotalLimit = 16383;
 
 /// The data as an object is given them: codes and values of one or several applications, each led by its
 /// application entry (1001). Values are put into the type that their code wants.

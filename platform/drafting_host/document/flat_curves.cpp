@@ -13,9 +13,9 @@ using namespace vectors;
 namespace {
 
 /// Shorter images are those of lines along the line of sight, which turning a part has left a trace askew.
-constexpr double shortest = 1e-9;
+constexpr double Shortest = 1e-9;
 /// Sine of the angle below which two directions are one.
-constexpr double sameDirection = 1e-9;
+constexpr double SameDirection = 1e-9;
 
 Point3 FlatVector(const Point3& vector, const SightPlane& plane) {
     return Flattened(vector, {{}, plane.towardsEye});
@@ -23,16 +23,16 @@ Point3 FlatVector(const Point3& vector, const SightPlane& plane) {
 
 std::optional<HostGeometry> FlatLine(const Point3& start, const Point3& end, const SightPlane& plane) {
     const LineData line{Flattened(start, plane), Flattened(end, plane), 0, plane.towardsEye};
-    if (Distance(line.start, line.end) < shortest) return std::nullopt;
+    if (Distance(line.start, line.end) < Shortest) return std::nullopt;
     return line;
 }
 
 /// A round curve by its centre and two conjugate radii: center + u cos t + v sin t.
 struct Round {
     Point3 center, u, v;
-    double start = 0, end = fullTurn;
+    double start = 0, end = FullTurn;
 
-    bool Whole() const { return end - start >= fullTurn - 1e-12; }
+    bool Whole() const { return end - start >= FullTurn - 1e-12; }
     Point3 At(double t) const {
         const auto [sine, cosine] = OfAngle(t);
         return center + u * cosine + v * sine;
@@ -45,7 +45,7 @@ std::optional<HostGeometry> FromEdge(const Round& round, const SightPlane& plane
     const double peak = std::atan2(Dot(round.v, along), Dot(round.u, along));
     std::vector<Point3> ends;
     if (!round.Whole()) ends = {round.At(round.start), round.At(round.end)};
-    for (const double t : {peak, peak + fullTurn / 2}) {
+    for (const double t : {peak, peak + FullTurn / 2}) {
         if (round.Whole() || InSpan(t, round.start, round.end)) ends.push_back(round.At(t));
     }
     const auto nearer = [&](const Point3& a, const Point3& b) { return Dot(a, along) < Dot(b, along); };
@@ -77,13 +77,13 @@ std::optional<HostGeometry> FlatRound(Round round, const SightPlane& plane) {
     round.u = FlatVector(round.u, plane);
     round.v = FlatVector(round.v, plane);
     const double longer = std::max(Length(round.u), Length(round.v));
-    if (longer < shortest) return std::nullopt;
-    const bool fromEdge = Length(Cross(round.u, round.v)) < sameDirection * longer * longer;
+    if (longer < Shortest) return std::nullopt;
+    const bool fromEdge = Length(Cross(round.u, round.v)) < SameDirection * longer * longer;
     return fromEdge ? FromEdge(round, plane) : Oval(round, plane);
 }
 
 bool SquareTo(const Point3& normal, const SightPlane& plane) {
-    return Length(Cross(Unit(normal), plane.towardsEye)) < sameDirection;
+    return Length(Cross(Unit(normal), plane.towardsEye)) < SameDirection;
 }
 
 std::optional<HostGeometry> FlatArc(const ArcData& arc, const SightPlane& plane) {
@@ -94,14 +94,14 @@ std::optional<HostGeometry> FlatArc(const ArcData& arc, const SightPlane& plane)
         flat.normal = plane.towardsEye;
         if (Dot(arc.normal, plane.towardsEye) < 0) {
             // Seen from behind, the plane's X axis points the other way and the arc runs backwards.
-            flat.startAngle = NormalAngle(fullTurn / 2 - arc.endAngle);
-            flat.endAngle = NormalAngle(fullTurn / 2 - arc.startAngle);
+            flat.startAngle = NormalAngle(FullTurn / 2 - arc.endAngle);
+            flat.endAngle = NormalAngle(FullTurn / 2 - arc.startAngle);
         }
         return flat;
     }
     const Axes axes = ObjectAxes(arc.normal);
     double span = NormalAngle(arc.endAngle - arc.startAngle);
-    if (span == 0) span = fullTurn;
+    if (span == 0) span = FullTurn;
     return FlatRound(
         {arc.center, axes.x * arc.radius, axes.y * arc.radius, arc.startAngle, arc.startAngle + span}, plane);
 }
@@ -117,10 +117,10 @@ std::optional<HostGeometry> FlatEllipse(const EllipseData& ellipse, const SightP
     Round round{ellipse.center, ellipse.majorAxis,
                 Cross(Unit(ellipse.normal), ellipse.majorAxis) * ellipse.ratio};
     double span = ellipse.endParameter - ellipse.startParameter;
-    if (std::abs(span) < fullTurn - 1e-12) {
+    if (std::abs(span) < FullTurn - 1e-12) {
         span = NormalAngle(span);
         round.start = ellipse.startParameter;
-        round.end = ellipse.startParameter + (span == 0 ? fullTurn : span);
+        round.end = ellipse.startParameter + (span == 0 ? FullTurn : span);
     }
     return FlatRound(round, plane);
 }
@@ -132,11 +132,11 @@ std::optional<HostGeometry> FlatSpline(SplineData spline, const SightPlane& plan
     if (spline.controlPoints.empty()) return std::nullopt;
     const Point3 &first = spline.controlPoints.front(), &last = spline.controlPoints.back();
     const bool onePoint = std::ranges::all_of(
-        spline.controlPoints, [&](const Point3& point) { return Distance(point, first) < shortest; });
+        spline.controlPoints, [&](const Point3& point) { return Distance(point, first) < Shortest; });
     if (onePoint) return std::nullopt;
     const bool straight = std::ranges::all_of(spline.controlPoints, [&](const Point3& point) {
         const Point3 way = last - first;
-        return Length(Cross(way, point - first)) <= sameDirection * Dot(way, way) &&
+        return Length(Cross(way, point - first)) <= SameDirection * Dot(way, way) &&
                Dot(point - first, way) >= 0 && Dot(point - last, way) <= 0;
     });
     if (straight) return FlatLine(first, last, plane);

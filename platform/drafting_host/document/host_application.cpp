@@ -11,7 +11,7 @@ namespace brenvik {
 namespace {
 
 /// Closed documents are kept this far back, for callers that still hold a pointer to one.
-constexpr std::size_t closedKept = 16;
+constexpr std::size_t ClosedKept = 16;
 
 class HostMeasurer final : public SolidMeasurer, public ShapeMarker {
   public:
@@ -19,7 +19,7 @@ class HostMeasurer final : public SolidMeasurer, public ShapeMarker {
 
     void MeasureSolid(std::int32_t objectId, double& d1, double& d2, double& d3, int& status) override {
         d1 = d2 = d3 = 0;
-        status = solids::measure_status::nothing;
+        status = solids::measure_status::Nothing;
         const auto* solid = dynamic_cast<const HostSolid*>(mApplication.FindByObjectId(objectId));
         if (solid == nullptr) return;
         const solids::Extents& extents = solid->Measures();
@@ -119,7 +119,7 @@ void HostApplication::CloseDocument(HostDocument& document) {
     std::erase(mActivation, &document);
     mClosed.push_back(std::move(*found));
     mDocuments.erase(found);
-    if (mClosed.size() > closedKept) mClosed.erase(mClosed.begin());
+    if (mClosed.size() > ClosedKept) mClosed.erase(mClosed.begin());
 }
 
 std::filesystem::path HostApplication::Resolve(std::string_view fileName) const {

@@ -16,7 +16,7 @@ using namespace vectors;
 namespace {
 
 /// Below it lie the handles of a new file's own tables.
-constexpr HandleValue firstHandle = 0x100;
+constexpr HandleValue FirstHandle = 0x100;
 
 std::string NameWithoutFolder(const std::string& fullName) {
     const std::size_t slash = fullName.find_last_of("/\\");
@@ -50,7 +50,7 @@ AcadBlock* HostBlocks::Item(std::string_view name) {
 HostDocument::HostDocument(HostApplication& application)
     : mApplication(application),
       mStore(std::make_unique<EntityStore>()),
-      mNextHandle(firstHandle),
+      mNextHandle(FirstHandle),
       mLayers(*this),
       mGroups(*this),
       mSets(*this),

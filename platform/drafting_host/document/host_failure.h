@@ -7,17 +7,22 @@
 
 #include "base/failure.h"
 
-namespace brenvik::host_failure {
+/// The numbers that the host's refusals bear.
+namespace brenvik::host_failure_number {
 
-inline constexpr long keyNotFound = -2145386476;
-inline constexpr long duplicateKey = -2145386475;
-inline constexpr long wasErased = -2145386420;
-inline constexpr long onLockedLayer = -2145386239;
-inline constexpr long cancelled = -2147352567;
-inline constexpr long invalidArgument = -2147024809;
-inline constexpr long notPossible = -2145386445;
+inline constexpr long KeyNotFound = -2145386476;
+inline constexpr long DuplicateKey = -2145386475;
+inline constexpr long WasErased = -2145386420;
+inline constexpr long OnLockedLayer = -2145386239;
+inline constexpr long Cancelled = -2147352567;
+inline constexpr long InvalidArgument = -2147024809;
+inline constexpr long NotPossible = -2145386445;
 /// The number of every reader of files here.
-inline constexpr long invalidFileFormat = 321;
+inline constexpr long InvalidFileFormat = 321;
+
+}  // namespace brenvik::host_failure_number
+
+namespace brenvik::host_failure {
 
 /// A name, position or handle that the drawing doesn't hold.
 Failure KeyNotFound(std::string detail);

@@ -143,11 +143,11 @@ void RequireTableName(std::string_view name, std::string_view what) {
     if (CharacterCount(name) > longest)
         throw host_failure::InvalidArgument(told + " has more than 255 characters");
     const auto bad = std::find_if(name.begin(), name.end(), [&](char c) {
-        return forbiddenInNames.find(c) != std::string_view::npos || static_cast<unsigned char>(c) < 0x20;
+        return ForbiddenInNames.find(c) != std::string_view::npos || static_cast<unsigned char>(c) < 0x20;
     });
     if (bad != name.end()) {
         throw host_failure::InvalidArgument(told + " holds a character that names don't take (" +
-                                            std::string(forbiddenInNames) + ")");
+                                            std::string(ForbiddenInNames) + ")");
     }
 }
 

@@ -217,7 +217,7 @@ void HostRegion::Boolean(BooleanKind kind, AcadRegion& other) {
     RequirePair(*this, tool);
     const Point3 mine = Normal(), theirs = tool.Normal();
     const double apart = Dot(PlaceIn(tool.Shape()) - PlaceIn(Shape()), mine);
-    if (vectors::Length(Cross(mine, theirs)) > 1e-6 || std::abs(apart) > pointTolerance) {
+    if (vectors::Length(Cross(mine, theirs)) > 1e-6 || std::abs(apart) > PointTolerance) {
         throw host_failure::NotPossible("the two regions don't lie in one plane");
     }
     TakeResult(*this, tool, solids::Boolean(Shape(), tool.Shape(), KindOf(kind)));

@@ -41,7 +41,7 @@ std::string LayerName(std::string_view name) {
     constexpr std::size_t longest = 255;
     std::string result = Trim(Left(name, longest));
     for (char& c : result) {
-        if (forbiddenInNames.find(c) != std::string_view::npos || static_cast<unsigned char>(c) < 0x20)
+        if (ForbiddenInNames.find(c) != std::string_view::npos || static_cast<unsigned char>(c) < 0x20)
             c = '_';
     }
     return result.empty() ? "0" : result;

@@ -39,16 +39,16 @@ bool OnCurve(const Curve& curve, const Point3& p) {
     if (const auto* line = std::get_if<LineData>(&curve.piece)) {
         const Point3 along = Unit(line->end - line->start);
         const double at = Dot(p - line->start, along);
-        if (Length(p - line->start - along * at) > pointTolerance) return false;
+        if (Length(p - line->start - along * at) > PointTolerance) return false;
         return curve.endless ||
-               (at >= -pointTolerance && at <= Distance(line->start, line->end) + pointTolerance);
+               (at >= -PointTolerance && at <= Distance(line->start, line->end) + PointTolerance);
     }
     const auto& arc = std::get<ArcData>(curve.piece);
     const Axes axes = ObjectAxes(arc.normal);
     const Point3 local = FromWorld(axes, p - arc.center);
-    if (std::abs(local.z) > pointTolerance) return false;
-    if (std::abs(std::hypot(local.x, local.y) - arc.radius) > pointTolerance) return false;
-    const double slack = pointTolerance / std::max(arc.radius, pointTolerance);
+    if (std::abs(local.z) > PointTolerance) return false;
+    if (std::abs(std::hypot(local.x, local.y) - arc.radius) > PointTolerance) return false;
+    const double slack = PointTolerance / std::max(arc.radius, PointTolerance);
     return curve.endless || InSpan(std::atan2(local.y, local.x), arc.startAngle, arc.endAngle, slack);
 }
 
@@ -57,13 +57,13 @@ std::vector<Point3> LineMeetsCircle(const Point3& origin, const Point3& along, c
     const Point3 normal = Unit(arc.normal);
     const double slope = Dot(along, normal), height = Dot(origin - arc.center, normal);
     if (std::abs(slope) > 1e-12) return {origin - along * (height / slope)};
-    if (std::abs(height) > pointTolerance) return {};
+    if (std::abs(height) > PointTolerance) return {};
     const Point3 middle = origin + along * Dot(arc.center - origin, along);
     const double off = Distance(middle, arc.center);
     const double square = arc.radius * arc.radius - off * off;
     // A line that touches within the tolerance of points has one point, not two close ones.
-    if (off > arc.radius - pointTolerance * pointTolerance / 2) {
-        return off <= arc.radius + pointTolerance ? std::vector{middle} : std::vector<Point3>{};
+    if (off > arc.radius - PointTolerance * PointTolerance / 2) {
+        return off <= arc.radius + PointTolerance ? std::vector{middle} : std::vector<Point3>{};
     }
     const double half = std::sqrt(square);
     return {middle - along * half, middle + along * half};
@@ -74,7 +74,7 @@ std::vector<Point3> Meet(const LineData& a, const LineData& b) {
     const double square = Dot(n, n);
     if (square < 1e-20) return {};
     const Point3 between = b.start - a.start;
-    if (std::abs(Dot(between, n)) / std::sqrt(square) > pointTolerance) return {};
+    if (std::abs(Dot(between, n)) / std::sqrt(square) > PointTolerance) return {};
     return {a.start + u * (Dot(Cross(between, v), n) / square)};
 }
 
@@ -93,9 +93,9 @@ std::vector<Point3> Meet(const ArcData& a, const ArcData& b) {
         const Point3 origin = a.center + up * (Dot(between, m) / Dot(up, m));
         return LineMeetsCircle(origin, along, a);
     }
-    if (std::abs(Dot(between, n)) > pointTolerance) return {};
+    if (std::abs(Dot(between, n)) > PointTolerance) return {};
     const double distance = Length(between);
-    if (distance < pointTolerance) return {};
+    if (distance < PointTolerance) return {};
     const double along = (distance * distance + a.radius * a.radius - b.radius * b.radius) / (2 * distance);
     const Point3 direction = Unit(between);
     return LineMeetsCircle(a.center + direction * along, Cross(n, direction), a);
@@ -139,7 +139,7 @@ std::vector<Point3> Intersections(const HostEntity& one, const HostEntity& other
                   [&](const Point3& p, const Point3& q) { return PlaceAlong(a, p) < PlaceAlong(a, q); });
         for (const Point3& p : onThis) {
             const bool known = std::any_of(result.begin(), result.end(),
-                                           [&](const Point3& q) { return Distance(p, q) <= pointTolerance; });
+                                           [&](const Point3& q) { return Distance(p, q) <= PointTolerance; });
             if (!known) result.push_back(p);
         }
     }

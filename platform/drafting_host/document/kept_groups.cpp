@@ -14,7 +14,7 @@
 namespace brenvik {
 namespace {
 
-constexpr std::string_view historyClass = "AcDb3dSolid";
+constexpr std::string_view HistoryClass = "AcDb3dSolid";
 
 std::string Without(const std::string& groups, const std::function<bool(int)>& isUnwanted) {
     std::string result;
@@ -42,7 +42,7 @@ std::string WithoutLists(const std::string& groups) {
 }
 
 std::string WithoutHistory(const std::string& further) {
-    if (further.find(historyClass) == std::string::npos) return further;
+    if (further.find(HistoryClass) == std::string::npos) return further;
     std::string result;
     GroupWalk walk(further);
     while (walk.Next()) {

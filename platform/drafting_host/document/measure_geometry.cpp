@@ -14,7 +14,7 @@ using namespace vectors;
 namespace {
 
 /// A letter of a drafting font is about this much of its height wide.
-constexpr double letterWidth = 0.6;
+constexpr double LetterWidth = 0.6;
 
 Box3 ShapeBox(const TopoDS_Shape& shape) {
     const solids::Box box = solids::ExactBox(shape);
@@ -160,7 +160,7 @@ std::optional<Box3> BoxOf(const PointData& data) {
 
 std::optional<Box3> BoxOf(const TextData& data) {
     const Axes axes = ObjectAxes(data.normal);
-    const double width = Letters(data.text) * data.height * letterWidth * data.widthFactor;
+    const double width = Letters(data.text) * data.height * LetterWidth * data.widthFactor;
     return TextBox(axes, ToWorld(axes, data.insertion), data.rotation, width, data.height);
 }
 
@@ -168,7 +168,7 @@ std::optional<Box3> BoxOf(const MTextData& data) {
     const Axes axes = ObjectAxes(data.normal);
     double rotation = data.rotation;
     if (data.direction) rotation = std::atan2(Dot(axes.y, *data.direction), Dot(axes.x, *data.direction));
-    const double letters = Letters(data.text) * data.height * letterWidth;
+    const double letters = Letters(data.text) * data.height * LetterWidth;
     const double width = data.width > 0 ? std::min(data.width, letters) : letters;
     return TextBox(axes, data.insertion, rotation, width, -data.height);
 }

@@ -17,7 +17,7 @@ using namespace vectors;
 
 namespace {
 
-constexpr double sameDirection = 1e-9;
+constexpr double SameDirection = 1e-9;
 
 Point3 ToPoint(const gp_XYZ& p) { return {p.X(), p.Y(), p.Z()}; }
 
@@ -33,7 +33,7 @@ struct Stretch {
     /// The ends are edges of the face, which are drawn as such.
     static bool Within(double from, double length) {
         constexpr double rim = 1e-9;
-        return length >= fullTurn - rim || (from > rim && from < length - rim);
+        return length >= FullTurn - rim || (from > rim && from < length - rim);
     }
 };
 
@@ -53,7 +53,7 @@ void AddRulings(std::vector<HostGeometry>& found, const BRepAdaptor_Surface& sur
     const double b = Dot(ToPoint(position.YDirection().XYZ()), eye);
     const double c = Dot(ToPoint(position.Direction().XYZ()), eye) * tilt;
     const double reach = std::hypot(a, b);
-    if (reach < sameDirection || std::abs(c) >= reach) return;
+    if (reach < SameDirection || std::abs(c) >= reach) return;
     const Stretch stretch(face);
     const double middle = std::atan2(b, a), aside = std::acos(c / reach);
     AddRuling(found, surface, stretch, middle + aside);
@@ -63,7 +63,7 @@ void AddRulings(std::vector<HostGeometry>& found, const BRepAdaptor_Surface& sur
 /// An arc about the axis of a surface, over the stretch that the face spans.
 HostGeometry About(const gp_Ax3& position, const Point3& center, double radius, const Stretch& stretch) {
     const Point3 axis = Unit(ToPoint(position.Direction().XYZ()));
-    if (stretch.u1 - stretch.u0 >= fullTurn - 1e-9) return CircleData{center, radius, 0, axis};
+    if (stretch.u1 - stretch.u0 >= FullTurn - 1e-9) return CircleData{center, radius, 0, axis};
     const Axes axes = ObjectAxes(axis);
     const Point3 x = ToPoint(position.XDirection().XYZ());
     const double turn = std::atan2(Dot(axes.y, x) + 0.0, Dot(axes.x, x) + 0.0);
@@ -79,23 +79,23 @@ void AddOfSphere(std::vector<HostGeometry>& found, const gp_Sphere& sphere, cons
     const Point3 axis = ToPoint(sphere.Position().Direction().XYZ());
     const Point3 center = ToPoint(sphere.Location().XYZ());
     const bool whole =
-        stretch.u1 - stretch.u0 >= fullTurn - 1e-9 && stretch.v1 - stretch.v0 >= fullTurn / 2 - 1e-9;
+        stretch.u1 - stretch.u0 >= FullTurn - 1e-9 && stretch.v1 - stretch.v0 >= FullTurn / 2 - 1e-9;
     if (whole) {
         found.push_back(CircleData{center, sphere.Radius(), 0, eye});
-    } else if (Length(Cross(axis, eye)) < sameDirection && stretch.v0 < -1e-9 && stretch.v1 > 1e-9) {
+    } else if (Length(Cross(axis, eye)) < SameDirection && stretch.v0 < -1e-9 && stretch.v1 > 1e-9) {
         found.push_back(About(sphere.Position(), center, sphere.Radius(), stretch));
     }
 }
 
 void AddOfTorus(std::vector<HostGeometry>& found, const gp_Torus& torus, const TopoDS_Face& face,
                 const Point3& eye) {
-    if (Length(Cross(ToPoint(torus.Position().Direction().XYZ()), eye)) >= sameDirection) return;
+    if (Length(Cross(ToPoint(torus.Position().Direction().XYZ()), eye)) >= SameDirection) return;
     const Stretch stretch(face);
     const Point3 center = ToPoint(torus.Location().XYZ());
     if (stretch.HoldsV(0))
         found.push_back(About(torus.Position(), center, torus.MajorRadius() + torus.MinorRadius(), stretch));
     const double inner = torus.MajorRadius() - torus.MinorRadius();
-    if (stretch.HoldsV(fullTurn / 2) && inner > sameDirection)
+    if (stretch.HoldsV(FullTurn / 2) && inner > SameDirection)
         found.push_back(About(torus.Position(), center, inner, stretch));
 }
 

@@ -30,14 +30,14 @@ using namespace vectors;
 namespace {
 
 /// Sine of the angle up to which two faces run smoothly into each other.
-constexpr double smooth = 1e-5;
+constexpr double Smooth = 1e-5;
 /// Sine of the angle up to which a face stands along the line of sight.
-constexpr double upright = 1e-7;
+constexpr double Upright = 1e-7;
 
 Point3 ToPoint(const gp_XYZ& p) { return {p.X(), p.Y(), p.Z()}; }
 
 /// Where an edge is looked at: neither its middle nor another place that drawings like to have something at.
-constexpr double lookedAt = 0.4637;
+constexpr double LookedAt = 0.4637;
 
 struct EdgePoint {
     double parameter = 0;
@@ -48,7 +48,7 @@ EdgePoint PointOn(const TopoDS_Edge& edge) {
     const BRepAdaptor_Curve curve(edge);
     EdgePoint result;
     const double first = curve.FirstParameter();
-    result.parameter = first + (curve.LastParameter() - first) * lookedAt;
+    result.parameter = first + (curve.LastParameter() - first) * LookedAt;
     gp_Pnt point;
     gp_Vec along;
     curve.D1(result.parameter, point, along);
@@ -156,8 +156,8 @@ CurveKey KeyOf(const HostGeometry& curve) {
 /// Arcs that together make a full round: a hole whose wall the maker of the part has cut into pieces.
 void JoinRounds(std::vector<HostGeometry>& curves) {
     const auto sameRound = [](const ArcData& a, const ArcData& b) {
-        return Distance(a.center, b.center) < pointTolerance &&
-               std::abs(a.radius - b.radius) < pointTolerance && Length(Cross(a.normal, b.normal)) < smooth;
+        return Distance(a.center, b.center) < PointTolerance &&
+               std::abs(a.radius - b.radius) < PointTolerance && Length(Cross(a.normal, b.normal)) < Smooth;
     };
     const auto span = [](const ArcData& arc) { return NormalAngle(arc.endAngle - arc.startAngle); };
     std::vector<bool> gone(curves.size(), false);
@@ -166,21 +166,21 @@ void JoinRounds(std::vector<HostGeometry>& curves) {
         if (first == nullptr || gone[i]) continue;
         std::vector<std::size_t> pieces{i};
         double sweep = span(*first), end = first->endAngle;
-        for (bool found = true; found && sweep < fullTurn - 1e-9;) {
+        for (bool found = true; found && sweep < FullTurn - 1e-9;) {
             found = false;
             for (std::size_t k = i + 1; k < curves.size() && !found; ++k) {
                 const auto* next = std::get_if<ArcData>(&curves[k]);
                 if (next == nullptr || gone[k] || !sameRound(*first, *next)) continue;
                 const double gap = NormalAngle(next->startAngle - end);
-                if (std::min(gap, fullTurn - gap) * first->radius > pointTolerance) continue;
-                found = sweep + span(*next) <= fullTurn + 1e-9;
+                if (std::min(gap, FullTurn - gap) * first->radius > PointTolerance) continue;
+                found = sweep + span(*next) <= FullTurn + 1e-9;
                 if (!found) continue;
                 sweep += span(*next);
                 end = next->endAngle;
                 pieces.push_back(k);
             }
         }
-        if (pieces.size() < 2 || sweep < fullTurn - 1e-6) continue;
+        if (pieces.size() < 2 || sweep < FullTurn - 1e-6) continue;
         for (const std::size_t piece : pieces) gone[piece] = true;
         gone[i] = false;
         curves[i] = CircleData{first->center, first->radius, 0, first->normal};
@@ -246,8 +246,8 @@ class Profile {
         if (!mOptions.withoutTangent) return true;
         bool firstFlat = false, lastFlat = false;
         const Point3 one = NormalAt(first, edge, at, firstFlat), other = NormalAt(last, edge, at, lastFlat);
-        if (one == Point3{} || other == Point3{} || Length(Cross(one, other)) > smooth) return true;
-        return !(firstFlat && lastFlat) && std::abs(Dot(one, mPlane.towardsEye)) < upright;
+        if (one == Point3{} || other == Point3{} || Length(Cross(one, other)) > Smooth) return true;
+        return !(firstFlat && lastFlat) && std::abs(Dot(one, mPlane.towardsEye)) < Upright;
     }
 
     void AddOutline(const HostGeometry& outline) {
@@ -255,7 +255,7 @@ class Profile {
         if (!image) return;
         Point3 point, along;
         if (const auto* line = std::get_if<LineData>(&outline)) {
-            point = line->start + (line->end - line->start) * lookedAt;
+            point = line->start + (line->end - line->start) * LookedAt;
             along = Unit(line->end - line->start);
         } else {
             const auto* circle = std::get_if<CircleData>(&outline);
@@ -264,8 +264,8 @@ class Profile {
                 arc != nullptr ? *arc : ArcData{circle->center, circle->radius, 0, 0, 0, circle->normal};
             const Axes axes = ObjectAxes(round.normal);
             double span = NormalAngle(round.endAngle - round.startAngle);
-            if (span == 0) span = fullTurn;
-            const double angle = round.startAngle + span * lookedAt;
+            if (span == 0) span = FullTurn;
+            const double angle = round.startAngle + span * LookedAt;
             point = OnCircle(round.center, round.radius, axes, angle);
             along = Unit(Cross(axes.z, point - round.center));
         }

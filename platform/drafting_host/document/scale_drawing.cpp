@@ -29,18 +29,18 @@ namespace {
 
 using Codes = std::span<const int>;
 
-constexpr std::array<int, 18> viewportLengths = {12, 22, 13, 23, 14, 24,  15,  25,  17,
+constexpr std::array<int, 18> ViewportLengths = {12, 22, 13, 23, 14, 24,  15,  25,  17,
                                                  27, 37, 40, 43, 44, 110, 120, 130, 146};
-constexpr std::array<int, 14> viewLengths = {10, 20, 12, 22, 32, 40, 41, 43, 44, 110, 120, 130, 146, 147};
+constexpr std::array<int, 14> ViewLengths = {10, 20, 12, 22, 32, 40, 41, 43, 44, 110, 120, 130, 146, 147};
 /// Of a dimension style; the scale and the factors among its values stay.
-constexpr std::array<int, 13> dimensionSizes = {41, 42, 43, 44, 45, 46, 47, 48, 49, 140, 141, 142, 147};
-constexpr std::array<int, 2> textHeights = {40, 42};
-constexpr std::array<int, 17> layoutLengths = {10, 20, 11, 21, 12, 22, 32, 13, 23,
+constexpr std::array<int, 13> DimensionSizes = {41, 42, 43, 44, 45, 46, 47, 48, 49, 140, 141, 142, 147};
+constexpr std::array<int, 2> TextHeights = {40, 42};
+constexpr std::array<int, 17> LayoutLengths = {10, 20, 11, 21, 12, 22, 32, 13, 23,
                                                33, 14, 24, 34, 15, 25, 35, 146};
-constexpr std::array<int, 4> ucsLengths = {13, 23, 33, 146};
+constexpr std::array<int, 4> UcsLengths = {13, 23, 33, 146};
 /// Of what a viewport on a sheet has besides its values: snap, grid, the coordinate system in it.
-constexpr std::array<int, 10> sheetViewLengths = {13, 23, 14, 24, 15, 25, 110, 120, 130, 146};
-constexpr std::array<int, 3> viewDirection = {16, 26, 36};
+constexpr std::array<int, 10> SheetViewLengths = {13, 23, 14, 24, 15, 25, 110, 120, 130, 146};
+constexpr std::array<int, 3> ViewDirection = {16, 26, 36};
 
 bool Holds(Codes codes, int code) { return std::ranges::find(codes, code) != codes.end(); }
 
@@ -85,7 +85,7 @@ bool HasBit(std::string_view groups, int code, int bit) {
 // --- Variables ---
 
 /// Variables of a drawing that are lengths of the model.
-constexpr auto lengthVariables = std::to_array<std::string_view>(
+constexpr auto LengthVariables = std::to_array<std::string_view>(
     {"$INSBASE",      "$EXTMIN",      "$EXTMAX",     "$LIMMIN",       "$LIMMAX",
      "$LTSCALE",      "$TEXTSIZE",    "$TRACEWID",   "$SKETCHINC",    "$FILLETRAD",
      "$ELEVATION",    "$THICKNESS",   "$CHAMFERA",   "$CHAMFERB",     "$CHAMFERC",
@@ -93,7 +93,7 @@ constexpr auto lengthVariables = std::to_array<std::string_view>(
      "$UCSORGRIGHT",  "$UCSORGFRONT", "$UCSORGBACK", "$PDSIZE",       "$VIEWCTR",
      "$VIEWSIZE",     "$SNAPBASE",    "$SNAPUNIT",   "$GRIDUNIT",     "$AXISUNIT",
      "$CAMERAHEIGHT", "$STEPSIZE",    "$PSOLWIDTH",  "$PSOLHEIGHT",   "$SHADOWPLANELOCATION"});
-constexpr auto dimensionVariables = std::to_array<std::string_view>(
+constexpr auto DimensionVariables = std::to_array<std::string_view>(
     {"$DIMASZ", "$DIMEXO", "$DIMDLI", "$DIMEXE", "$DIMRND", "$DIMDLE", "$DIMTP", "$DIMTM", "$DIMFXL",
      "$DIMTXT", "$DIMCEN", "$DIMTSZ", "$DIMGAP"});
 
@@ -111,8 +111,8 @@ void ScaleKeptVariables(KeptFile& file, double factor) {
     // Sizes of a scale of 0 are those on the sheet.
     const bool sizesAreOfSheets = scale != file.header.end() && ValueOf(scale->second, 40, 1) == 0;
     for (auto& [name, groups] : file.header) {
-        const bool isDimension = !sizesAreOfSheets && IsOne(dimensionVariables, name);
-        if (!isDimension && !IsOne(lengthVariables, name)) continue;
+        const bool isDimension = !sizesAreOfSheets && IsOne(DimensionVariables, name);
+        if (!isDimension && !IsOne(LengthVariables, name)) continue;
         std::string changed;
         GroupWalk walk(groups);
         while (walk.Next()) {
@@ -128,7 +128,7 @@ void ScaleKeptVariables(KeptFile& file, double factor) {
 
 void ScaleVariables(DrawingData& tables, double factor) {
     for (auto& [name, values] : tables.headerVariables) {
-        if (!IsOne(lengthVariables, name)) continue;
+        if (!IsOne(LengthVariables, name)) continue;
         for (auto& [code, text] : values)
             if (!IsShare(name, text)) text = ScaledText(text, factor);
     }
@@ -162,12 +162,12 @@ void ScaleEntry(std::string_view table, KeptRecord& entry, double factor) {
     std::string& groups = entry.groups;
     if (table == "VPORT") {
         // The distance of the eye counts in a perspective view only.
-        if (HasBit(groups, 71, perspective)) groups = WithScaled(groups, viewDirection, factor);
-        groups = WithScaled(groups, viewportLengths, factor);
+        if (HasBit(groups, 71, perspective)) groups = WithScaled(groups, ViewDirection, factor);
+        groups = WithScaled(groups, ViewportLengths, factor);
     } else if (table == "VIEW" && !HasBit(groups, 70, onSheet)) {
-        groups = WithScaled(groups, viewLengths, factor);
+        groups = WithScaled(groups, ViewLengths, factor);
     } else if (table == "DIMSTYLE" && ValueOf(groups, 40, 1) != 0) {
-        groups = WithDefaultSizes(WithScaled(groups, dimensionSizes, factor), factor);
+        groups = WithDefaultSizes(WithScaled(groups, DimensionSizes, factor), factor);
     }
 }
 
@@ -181,7 +181,7 @@ void ScaleLayout(KeptRecord& object, double factor) {
         if (isInside && walk.Code() == 1) layout = Trim(walk.Value());
     }
     if (!EqualsIgnoreCase(layout, "Model")) return;
-    object.groups = WithScaled(object.groups, layoutLengths, factor, "AcDbLayout");
+    object.groups = WithScaled(object.groups, LayoutLengths, factor, "AcDbLayout");
 }
 
 void ScaleFile(DrawingData& tables, double factor) {
@@ -200,7 +200,7 @@ void ScaleStyles(DrawingData& tables, double factor) {
         style.height *= factor;
         if (!style.kept) continue;
         KeptRecord record = *style.kept;
-        record.groups = WithScaled(record.groups, textHeights, factor);
+        record.groups = WithScaled(record.groups, TextHeights, factor);
         style.kept = {std::make_shared<const KeptRecord>(std::move(record))};
     }
 }
@@ -214,7 +214,7 @@ Kept<KeptGroups> WithScaledOwn(const Kept<KeptGroups>& kept, Codes codes, double
 
 void ScaleUcs(UcsData& ucs, double factor) {
     ucs.origin = ucs.origin * factor;
-    ucs.kept = WithScaledOwn(ucs.kept, ucsLengths, factor);
+    ucs.kept = WithScaledOwn(ucs.kept, UcsLengths, factor);
 }
 
 // --- Entities ---
@@ -228,7 +228,7 @@ void ScaleView(HostViewport& viewport, double factor) {
     values.frontClip *= factor;
     values.backClip *= factor;
     viewport.SetValues(std::move(values));
-    viewport.SetKeptGroups(WithScaledOwn(viewport.KeptGroupsOfFile(), sheetViewLengths, factor));
+    viewport.SetKeptGroups(WithScaledOwn(viewport.KeptGroupsOfFile(), SheetViewLengths, factor));
 }
 
 /// Locks are for people at the drawing, not for its unit.

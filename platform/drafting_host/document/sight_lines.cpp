@@ -23,13 +23,13 @@ using namespace vectors;
 namespace {
 
 /// How far beside an edge the line of sight passes, drawing units: less than the smallest hole that counts.
-constexpr double beside = 1e-5;
+constexpr double Beside = 1e-5;
 /// What stands less than this above an edge is the face that the edge bounds.
-constexpr double clearance = 1e-4;
+constexpr double Clearance = 1e-4;
 /// Sine of the slope below which a face counts as standing along the line of sight.
-constexpr double upright = 1e-9;
+constexpr double Upright = 1e-9;
 /// Beyond every drawing.
-constexpr double farAway = 1e10;
+constexpr double FarAway = 1e10;
 
 Point3 ToPoint(const gp_XYZ& p) { return {p.X(), p.Y(), p.Z()}; }
 gp_Pnt Pnt(const Point3& p) { return {p.x, p.y, p.z}; }
@@ -48,8 +48,8 @@ SightLines::Flat SightLines::OnView(const Point3& point) const {
 void SightLines::AddArc(Cover& cover, const Flat& center, double radius, double start, double end) const {
     // Cut where the arc turns from rising to falling, so that each piece has one point at each height.
     std::vector<double> cuts{start};
-    const double first = std::ceil((start - quarterTurn) / (2 * quarterTurn));
-    for (double turn = quarterTurn + first * 2 * quarterTurn; turn < end; turn += 2 * quarterTurn) {
+    const double first = std::ceil((start - QuarterTurn) / (2 * QuarterTurn));
+    for (double turn = QuarterTurn + first * 2 * QuarterTurn; turn < end; turn += 2 * QuarterTurn) {
         if (turn > start) cuts.push_back(turn);
     }
     cuts.push_back(end);
@@ -85,13 +85,13 @@ void SightLines::AddOutline(Cover& cover, const TopoDS_Face& face) const {
         if (curve.GetType() == GeomAbs_Circle) {
             const gp_Circ circle = curve.Circle();
             const Point3 axis = ToPoint(circle.Axis().Direction().XYZ());
-            if (Length(Cross(axis, mFrame.z)) < upright) {
+            if (Length(Cross(axis, mFrame.z)) < Upright) {
                 const Point3 middle = ToPoint(circle.Location().XYZ());
                 const double r = circle.Radius();
                 see(middle + mFrame.x * r + mFrame.y * r);
                 const Flat corner = see(middle - mFrame.x * r - mFrame.y * r);
                 const Flat center{corner.x + r, corner.y + r};
-                if (last - first >= fullTurn - 1e-9) {
+                if (last - first >= FullTurn - 1e-9) {
                     cover.discs.push_back({center, r});
                     continue;
                 }
@@ -121,7 +121,7 @@ std::optional<SightLines::Cover> SightLines::CoverOf(const TopoDS_Face& face, bo
         case GeomAbs_Plane: {
             const Point3 normal = ToPoint(solids::NormalOf(face).XYZ());
             const double rise = Dot(normal, mFrame.z);
-            if (rise < upright) return std::nullopt;
+            if (rise < Upright) return std::nullopt;
             const Point3 on = ToPoint(surface.Plane().Location().XYZ());
             cover.base = Dot(normal, on) / rise;
             cover.slope = {-Dot(normal, mFrame.x) / rise, -Dot(normal, mFrame.y) / rise};
@@ -130,13 +130,13 @@ std::optional<SightLines::Cover> SightLines::CoverOf(const TopoDS_Face& face, bo
         }
         case GeomAbs_Cylinder: {
             const Point3 axis = ToPoint(surface.Cylinder().Axis().Direction().XYZ());
-            bulges = Length(Cross(axis, mFrame.z)) >= upright;
+            bulges = Length(Cross(axis, mFrame.z)) >= Upright;
             return std::nullopt;
         }
         case GeomAbs_Cone: {
             const gp_Cone cone = surface.Cone();
             const Point3 axis = ToPoint(cone.Axis().Direction().XYZ());
-            bulges = Length(Cross(axis, mFrame.z)) >= upright;
+            bulges = Length(Cross(axis, mFrame.z)) >= Upright;
             if (bulges) return std::nullopt;
             const double slant = std::tan(cone.SemiAngle()) * (Dot(axis, mFrame.z) < 0 ? -1 : 1);
             const Point3 apex = ToPoint(cone.Apex().XYZ());
@@ -217,15 +217,15 @@ double SightLines::HeightOf(const Cover& cover, const Flat& p) {
 bool SightLines::Covered(const Point3& point, double height) const {
     const Flat p = OnView(point);
     for (const Cover& cover : mCovers) {
-        if (cover.top <= height + clearance || !Inside(cover, p)) continue;
-        if (HeightOf(cover, p) > height + clearance) return true;
+        if (cover.top <= height + Clearance || !Inside(cover, p)) continue;
+        if (HeightOf(cover, p) > height + Clearance) return true;
     }
     for (const Bulge& bulge : mBulges) {
-        if (bulge.top <= height + clearance) continue;
+        if (bulge.top <= height + Clearance) continue;
         if (p.x < bulge.x.low || p.x > bulge.x.high || p.y < bulge.y.low || p.y > bulge.y.high) continue;
         if (!bulge.hits) bulge.hits = std::make_unique<IntCurvesFace_Intersector>(bulge.face, 1e-7);
         const gp_Lin sight(Pnt(point), gp_Dir(mFrame.z.x, mFrame.z.y, mFrame.z.z));
-        bulge.hits->Perform(sight, clearance, farAway);
+        bulge.hits->Perform(sight, Clearance, FarAway);
         if (bulge.hits->IsDone() && bulge.hits->NbPnt() > 0) return true;
     }
     return false;
@@ -233,7 +233,7 @@ bool SightLines::Covered(const Point3& point, double height) const {
 
 bool SightLines::Sees(const Point3& point, const Point3& along) const {
     const double height = Dot(point, mFrame.z);
-    const Point3 aside = Unit(Cross(mFrame.z, along)) * beside;
+    const Point3 aside = Unit(Cross(mFrame.z, along)) * Beside;
     return !Covered(point + aside, height) || !Covered(point - aside, height);
 }
 

@@ -22,12 +22,12 @@ std::string ReasonOf(const char* told) {
 }
 
 const step::StepExchange& Open() {
-    const std::string place = std::string(ProgramFolder) + step::exchangeLibrary;
+    const std::string place = std::string(ProgramFolder) + step::ExchangeLibrary;
     void* const library = dlopen(place.c_str(), RTLD_NOW | RTLD_LOCAL);
-    void* const entry = library != nullptr ? dlsym(library, step::exchangeEntry) : nullptr;
+    void* const entry = library != nullptr ? dlsym(library, step::ExchangeEntryName) : nullptr;
     if (entry == nullptr)
         throw host_failure::NotPossible(std::string("STEP files can't be read or written: the library ") +
-                                        step::exchangeLibrary + " was expected beside the program (" +
+                                        step::ExchangeLibrary + " was expected beside the program (" +
                                         ReasonOf(dlerror()) + ")");
     return *reinterpret_cast<step::ExchangeEntry>(entry)();
 }

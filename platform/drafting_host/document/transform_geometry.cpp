@@ -67,7 +67,7 @@ void Transform(EllipseData& data, const Similarity& move) {
     data.majorAxis = move.Vector(data.majorAxis);
     data.normal = move.Direction(data.normal);
     if (!move.Mirrors()) return;
-    const bool full = std::abs(data.endParameter - data.startParameter) >= fullTurn - 1e-12;
+    const bool full = std::abs(data.endParameter - data.startParameter) >= FullTurn - 1e-12;
     if (full) return;
     const double start = data.startParameter;
     data.startParameter = NormalAngle(-data.endParameter);

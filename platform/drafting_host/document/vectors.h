@@ -12,10 +12,10 @@
 
 namespace brenvik::vectors {
 
-inline constexpr double quarterTurn = std::numbers::pi / 2;
-inline constexpr double fullTurn = 2 * std::numbers::pi;
+inline constexpr double QuarterTurn = std::numbers::pi / 2;
+inline constexpr double FullTurn = 2 * std::numbers::pi;
 /// Points nearer than this are one point, as the system's own geometry takes them.
-inline constexpr double pointTolerance = 1e-6;
+inline constexpr double PointTolerance = 1e-6;
 
 inline Point3 operator+(const Point3& a, const Point3& b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
 inline Point3 operator-(const Point3& a, const Point3& b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
@@ -44,8 +44,8 @@ struct SineCosine {
 
 /// Sine and cosine with the exact 0 and 1 at quarter turns.
 inline SineCosine OfAngle(double angle) {
-    const double turns = std::round(angle / quarterTurn);
-    if (std::abs(angle - turns * quarterTurn) > 1e-12) return {std::sin(angle), std::cos(angle)};
+    const double turns = std::round(angle / QuarterTurn);
+    if (std::abs(angle - turns * QuarterTurn) > 1e-12) return {std::sin(angle), std::cos(angle)};
     const double rest = turns - 4 * std::floor(turns / 4);
     if (rest == 0) return {0, 1};
     if (rest == 1) return {1, 0};
@@ -56,16 +56,16 @@ inline SineCosine OfAngle(double angle) {
 /// The angle in [0, a full turn).
 inline double NormalAngle(double angle) {
     double rest = angle;
-    if (rest < 0 || rest >= fullTurn) rest -= fullTurn * std::floor(rest / fullTurn);
-    return rest >= fullTurn || rest < 0 ? 0 : rest + 0.0;
+    if (rest < 0 || rest >= FullTurn) rest -= FullTurn * std::floor(rest / FullTurn);
+    return rest >= FullTurn || rest < 0 ? 0 : rest + 0.0;
 }
 
 /// Whether `angle` lies in the counter-clockwise span from `start` to `end`; equal ends are a full turn.
 inline bool InSpan(double angle, double start, double end, double tolerance = 0) {
     double span = NormalAngle(end - start);
-    if (span == 0) span = fullTurn;
+    if (span == 0) span = FullTurn;
     const double along = NormalAngle(angle - start);
-    return along <= span + tolerance || along >= fullTurn - tolerance;
+    return along <= span + tolerance || along >= FullTurn - tolerance;
 }
 
 /// A right-handed frame of unit axes.

@@ -9,7 +9,7 @@ namespace {
 
 /// A run writes every part twice before it opens the first one. A kept part shares its shapes with the
 /// drawing it came from, so many cost little; a limit there has to be all the same.
-constexpr std::size_t mostKept = 4096;
+constexpr std::size_t MostKept = 4096;
 
 }  // namespace
 
@@ -28,7 +28,7 @@ void WrittenDrawings::Keep(const std::filesystem::path& file,
     const std::optional<Stamp> stamp = StampOf(file);
     if (!stamp) return;
     if (mKept.insert_or_assign(file, Kept{*stamp, std::move(drawing)}).second) mOrder.push_back(file);
-    if (mOrder.size() <= mostKept) return;
+    if (mOrder.size() <= MostKept) return;
     mKept.erase(mOrder.front());
     mOrder.pop_front();
 }

@@ -9,7 +9,7 @@
 namespace brenvik::dwg {
 namespace {
 
-constexpr std::size_t markLength = 15, headLength = 31;
+constexpr std::size_t MarkLength = 15, HeadLength = 31;
 
 /// Bytes behind a tag of fixed length; -1 for a length of its own, -2 for a tag that nobody knows.
 int FixedLength(unsigned tag) {
@@ -58,7 +58,7 @@ std::size_t LengthOfText(std::string_view data, std::size_t at, unsigned tag, st
 }
 
 /// The words of the end mark, which come as pieces of one name.
-constexpr auto endWords = std::to_array<std::string_view>({"End", "of", "", "data"});
+constexpr auto EndWords = std::to_array<std::string_view>({"End", "of", "", "data"});
 
 }  // namespace
 
@@ -67,7 +67,7 @@ bool IsBinaryAcis(std::string_view data) {
 }
 
 std::optional<std::size_t> BinaryAcisLength(std::string_view data) {
-    std::size_t at = headLength, matched = 0;
+    std::size_t at = HeadLength, matched = 0;
     while (at < data.size()) {
         const auto tag = static_cast<unsigned char>(data[at++]);
         const int fixed = FixedLength(tag);
@@ -80,9 +80,9 @@ std::optional<std::size_t> BinaryAcisLength(std::string_view data) {
         at += prefix + length;
         const bool isName = tag == 0x0D || tag == 0x0E;
         const bool fits =
-            isName && (matched == 2 ? word == "ACIS" || word == "ASM" : word == endWords[matched]);
-        matched = fits ? matched + 1 : isName && word == endWords[0] ? 1 : 0;
-        if (matched == endWords.size()) return at;
+            isName && (matched == 2 ? word == "ACIS" || word == "ASM" : word == EndWords[matched]);
+        matched = fits ? matched + 1 : isName && word == EndWords[0] ? 1 : 0;
+        if (matched == EndWords.size()) return at;
     }
     return std::nullopt;
 }

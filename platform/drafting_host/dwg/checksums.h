@@ -7,7 +7,7 @@
 namespace brenvik::dwg {
 
 /// The seed of objects, of the object map's pieces, and of the framed sections.
-inline constexpr std::uint16_t objectSeed = 0xC0C1;
+inline constexpr std::uint16_t ObjectSeed = 0xC0C1;
 
 /// 16 bits, reflected, polynomial A001 (hexadecimal).
 std::uint16_t Crc16(std::string_view bytes, std::uint16_t seed);

@@ -12,12 +12,12 @@ namespace brenvik::dwg {
 namespace {
 
 /// In the order of Release.
-constexpr auto releaseMarks = std::to_array<std::string_view>(
+constexpr auto ReleaseMarks = std::to_array<std::string_view>(
     {"AC1012", "AC1014", "AC1015", "AC1018", "AC1021", "AC1024", "AC1027", "AC1032"});
 
-constexpr std::size_t markLength = 6, maintenanceAt = 0x0B, codePageAt = 0x13, headLength = 0x80;
+constexpr std::size_t MarkLength = 6, MaintenanceAt = 0x0B, CodePageAt = 0x13, HeadLength = 0x80;
 
-constexpr auto sectionNames = std::to_array<std::pair<std::string_view, std::string Sections::*>>({
+constexpr auto SectionNames = std::to_array<std::pair<std::string_view, std::string Sections::*>>({
     {"AcDb:Header", &Sections::header},
     {"AcDb:Classes", &Sections::classes},
     {"AcDb:Handles", &Sections::objectMap},
@@ -27,7 +27,7 @@ constexpr auto sectionNames = std::to_array<std::pair<std::string_view, std::str
 });
 
 std::string Sections::*MemberOf(std::string_view name) {
-    for (const auto& [known, member] : sectionNames)
+    for (const auto& [known, member] : SectionNames)
         if (known == name) return member;
     return nullptr;
 }
@@ -53,9 +53,9 @@ void Note(Sections& sections, std::string text, bool dataLost) {
 }
 
 Release ReleaseOf(std::string_view content, std::string_view fileName) {
-    const std::string_view mark = content.substr(0, markLength);
-    const auto found = std::ranges::find(releaseMarks, mark);
-    if (found != releaseMarks.end()) return static_cast<Release>(found - releaseMarks.begin());
+    const std::string_view mark = content.substr(0, MarkLength);
+    const auto found = std::ranges::find(ReleaseMarks, mark);
+    if (found != ReleaseMarks.end()) return static_cast<Release>(found - ReleaseMarks.begin());
     Refuse(fileName, 0,
            "a binary drawing (DWG) of release 13 to 2018; an older one can be saved as DXF, or as DWG of "
            "release "
@@ -99,7 +99,7 @@ void TakeSection(Sections& sections, const PagedSection& section, std::size_t fi
     if (!IsUsed(section.name)) return;
     const std::string name(section.name);
     if (section.isEncrypted)
-        throw BrokenFile{headLength, "a drawing without a password; save it without one"};
+        throw BrokenFile{HeadLength, "a drawing without a password; save it without one"};
     if (section.size > left) {
         Note(sections, "section " + name + " is left out: its size of " + std::to_string(section.size) +
                            " bytes can't be true for a file of " + std::to_string(fileSize));
@@ -121,10 +121,10 @@ void TakeSection(Sections& sections, const PagedSection& section, std::size_t fi
 Sections Unpack(std::string_view content, std::string_view fileName) {
     Sections sections;
     sections.release = ReleaseOf(content, fileName);
-    if (content.size() < headLength)
+    if (content.size() < HeadLength)
         Refuse(fileName, content.size(), "the head of a binary drawing", "the end of the file");
-    sections.maintenance = static_cast<unsigned char>(content[maintenanceAt]);
-    sections.codePage = ShortAt(content, codePageAt);
+    sections.maintenance = static_cast<unsigned char>(content[MaintenanceAt]);
+    sections.codePage = ShortAt(content, CodePageAt);
     try {
         if (sections.release <= Release::R2000) {
             UnpackFlat(content, sections);
@@ -138,7 +138,7 @@ Sections Unpack(std::string_view content, std::string_view fileName) {
                broken.place >= content.size() ? "the end of the file" : "damaged data");
     }
     if (sections.objectMap.empty() || sections.objects.empty())
-        Refuse(fileName, headLength, "the drawing's objects and their map", "neither or one of them");
+        Refuse(fileName, HeadLength, "the drawing's objects and their map", "neither or one of them");
     return sections;
 }
 

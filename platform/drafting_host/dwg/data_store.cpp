@@ -7,9 +7,9 @@
 namespace brenvik::dwg {
 namespace {
 
-constexpr std::uint32_t storeMark = 0x6472616A, blobMark = 0xBB106BB1;
-constexpr std::uint16_t segmentMark = 0xD5AC;
-constexpr std::size_t segmentHead = 48, alignUnit = 16;
+constexpr std::uint32_t StoreMark = 0x6472616A, BlobMark = 0xBB106BB1;
+constexpr std::uint16_t SegmentMark = 0xD5AC;
+constexpr std::size_t SegmentHead = 48, AlignUnit = 16;
 
 class DataStore {
   public:
@@ -17,7 +17,7 @@ class DataStore {
 
     std::unordered_map<HandleValue, std::string> Run() {
         try {
-            if (LongAt(mBytes, 0) != storeMark) throw BrokenFile{0, "the mark of the store"};
+            if (LongAt(mBytes, 0) != StoreMark) throw BrokenFile{0, "the mark of the store"};
             ReadSegments(LongAt(mBytes, 24), LongAt(mBytes, 32));
             ReadRecords(LongAt(mBytes, 40));
         } catch (const BrokenFile& broken) {
@@ -37,13 +37,13 @@ class DataStore {
         if (index >= mSegments.size() || mSegments[index] == 0)
             throw BrokenFile{0, "segment " + std::to_string(index)};
         const std::size_t at = mSegments[index];
-        if (ShortAt(mBytes, at) != segmentMark) throw BrokenFile{at, "the mark of a segment"};
+        if (ShortAt(mBytes, at) != SegmentMark) throw BrokenFile{at, "the mark of a segment"};
         return at;
     }
 
     void ReadSegments(std::size_t indexAt, std::size_t count) {
         constexpr std::size_t row = 12;
-        const std::size_t first = indexAt + segmentHead;
+        const std::size_t first = indexAt + SegmentHead;
         if (first > mBytes.size() || count > (mBytes.size() - first) / row)
             throw BrokenFile{indexAt, "an index of segments that fits the store"};
         for (std::size_t i = 0; i < count; ++i) {
@@ -57,7 +57,7 @@ class DataStore {
 
     void ReadRecords(std::size_t indexSegment) {
         constexpr std::size_t row = 12, head = 8;
-        const std::size_t first = Segment(indexSegment) + segmentHead;
+        const std::size_t first = Segment(indexSegment) + SegmentHead;
         const std::size_t count = LongAt(mBytes, first);
         if (count > (mBytes.size() - first) / row)
             throw BrokenFile{first, "an index of records that fits the store"};
@@ -73,12 +73,12 @@ class DataStore {
     }
 
     void TakeRecord(std::size_t segment, std::size_t offset) {
-        const std::size_t record = segment + segmentHead + offset;
+        const std::size_t record = segment + SegmentHead + offset;
         const HandleValue handle = LongLongAt(mBytes, record + 8);
         const std::size_t alignment = LongAt(mBytes, segment + 36);
-        const std::size_t at = segment + alignment * alignUnit + LongAt(mBytes, record + 16);
+        const std::size_t at = segment + alignment * AlignUnit + LongAt(mBytes, record + 16);
         const std::uint32_t length = LongAt(mBytes, at);
-        std::string bytes = length == blobMark ? Blob(at + 4) : std::string(PartAt(mBytes, at + 4, length));
+        std::string bytes = length == BlobMark ? Blob(at + 4) : std::string(PartAt(mBytes, at + 4, length));
         if (IsBinaryAcis(bytes)) mBodies.emplace(handle, std::move(bytes));
     }
 
@@ -91,7 +91,7 @@ class DataStore {
             throw BrokenFile{at, "a body that fits the store"};
         std::string bytes;
         for (std::size_t page = 0; page < pages; ++page) {
-            const std::size_t from = Segment(LongAt(mBytes, at + head + page * row)) + segmentHead;
+            const std::size_t from = Segment(LongAt(mBytes, at + head + page * row)) + SegmentHead;
             bytes += PartAt(mBytes, from + pageHead, LongLongAt(mBytes, from + 24));
             if (bytes.size() > total) throw BrokenFile{from, "a body of " + std::to_string(total) + " bytes"};
         }

@@ -113,11 +113,11 @@ struct Piece {
 };
 using Pieces = std::initializer_list<Piece>;
 
-constexpr std::size_t groupSize = 32;
+constexpr std::size_t GroupSize = 32;
 
 /// In the order in which they are put out, for groups of 1 to 32 bytes.
-const std::array<Pieces, groupSize + 1>& PiecesBySize() {
-    static const std::array<Pieces, groupSize + 1> pieces = {
+const std::array<Pieces, GroupSize + 1>& PiecesBySize() {
+    static const std::array<Pieces, GroupSize + 1> pieces = {
         Pieces{},
         Pieces{{1, 0}},
         Pieces{{1, 1}, {1, 0}},
@@ -191,7 +191,7 @@ class Pages2007 {
 
     void WriteLiterals(std::size_t count) {
         while (count > 0) {
-            const std::size_t inGroup = std::min(count, groupSize);
+            const std::size_t inGroup = std::min(count, GroupSize);
             const std::string_view group = mData.Take(inGroup);
             for (const Piece piece : PiecesBySize()[inGroup])
                 mData.Write(group.substr(piece.offset, piece.length));

@@ -37,8 +37,8 @@ class DwgWalk {
         if (!mTexts.IsKnown())
             mReading.Note(0, "code page " + std::to_string(mSections.codePage) +
                                  " is unknown: its texts are taken as ANSI_1252");
-        BlockPlace(mReading, std::string(modelSpaceName));
-        BlockPlace(mReading, std::string(paperSpaceName));
+        BlockPlace(mReading, std::string(ModelSpaceName));
+        BlockPlace(mReading, std::string(PaperSpaceName));
     }
 
     DrawingData Run() {
@@ -198,8 +198,8 @@ class DwgWalk {
             const auto full = mNames.blockNames.find(block.record);
             if (full != mNames.blockNames.end() && !full->second.empty()) block.name = full->second;
             block.name = CanonicalBlockName(block.name);
-            if (block.record == mHeader.modelSpace) block.name = modelSpaceName;
-            if (block.record == mHeader.paperSpace) block.name = paperSpaceName;
+            if (block.record == mHeader.modelSpace) block.name = ModelSpaceName;
+            if (block.record == mHeader.paperSpace) block.name = PaperSpaceName;
             mNames.blockNames[block.record] = block.name;
         }
     }
@@ -257,7 +257,7 @@ class DwgWalk {
 
     /// Where a chain has broken, the entities that say themselves that they stand in model space.
     void TakeRestOfModelSpace() {
-        const std::size_t place = BlockPlace(mReading, std::string(modelSpaceName));
+        const std::size_t place = BlockPlace(mReading, std::string(ModelSpaceName));
         int viewport = 0;
         for (const ObjectMap::Entry& entry : mMap.Entries()) {
             if (mSeen.contains(entry.handle) || mDamaged.contains(entry.handle)) continue;

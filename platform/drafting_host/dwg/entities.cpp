@@ -231,7 +231,7 @@ InsertData ReadInsert(Object& object, bool isMany, const Surroundings& surroundi
     return insert;
 }
 
-constexpr auto shapeKinds = std::to_array<std::string_view>(
+constexpr auto ShapeKinds = std::to_array<std::string_view>(
     {"LINE",          "ARC",     "CIRCLE",     "ELLIPSE",     "POINT",       "SOLID",
      "TRACE",         "3DFACE",  "LWPOLYLINE", "INSERT",      "MINSERT",     "SPLINE",
      "TEXT",          "MTEXT",   "VIEWPORT",   "POLYLINE_2D", "POLYLINE_3D", "POLYLINE_PFACE",
@@ -246,7 +246,7 @@ std::string NameOr(const std::unordered_map<HandleValue, std::string>& names, Ha
 }
 
 bool IsShapeKind(std::string_view kind) {
-    return std::find(shapeKinds.begin(), shapeKinds.end(), kind) != shapeKinds.end();
+    return std::find(ShapeKinds.begin(), ShapeKinds.end(), kind) != ShapeKinds.end();
 }
 
 EntityGeometry ReadShape(Object& object, const Common& common, std::string_view kind,

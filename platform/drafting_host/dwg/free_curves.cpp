@@ -9,7 +9,7 @@ namespace {
 bool IsShort(const Object& object) { return object.streams.IsAtLeast(Release::R2000); }
 
 // Flags of a polyline as DXF has them (group 70).
-constexpr int flag3d = 8, flagMesh = 16, flagPolyface = 64;
+constexpr int Flag3d = 8, FlagMesh = 16, FlagPolyface = 64;
 
 /// The vertices' handles, in the form of the release: a list, or the ends of a chain.
 std::vector<Object> PartsOf(Object& object, std::int32_t count, const Surroundings& surroundings,
@@ -67,13 +67,13 @@ EntityGeometry ReadPolyline(Object& object, std::string_view kind, const Surroun
         line.normal = data.Extrusion(IsShort(object));
     } else if (kind == "POLYLINE_3D") {
         line.surfaceType = data.Byte();
-        line.flags = flag3d | (data.Byte() & 1);
+        line.flags = Flag3d | (data.Byte() & 1);
     } else if (kind == "POLYLINE_PFACE") {
-        line.flags = flagPolyface;
+        line.flags = FlagPolyface;
         line.mCount = data.BitShort();
         line.nCount = data.BitShort();
     } else {
-        line.flags = flagMesh | data.BitShort();
+        line.flags = FlagMesh | data.BitShort();
         line.surfaceType = data.BitShort();
         line.mCount = data.BitShort();
         line.nCount = data.BitShort();

@@ -26,7 +26,7 @@ using enum Kind;
 using enum Release;
 
 // clang-format off
-constexpr auto rows = std::to_array<Row>({
+constexpr auto Rows = std::to_array<Row>({
     {BLL, "-", R2013},
     {BD, "*4"}, {Text, "*4"}, {BL, "*2"}, {BS, "-", R13, R14}, {Handle, "-", R13, R2000},
     {B, "DIMASO DIMSHO"}, {B, "-", R13, R14}, {B, "PLINEGEN ORTHOMODE REGENMODE FILLMODE QTEXTMODE PSLTSCALE LIMCHECK"},
@@ -67,7 +67,7 @@ constexpr auto rows = std::to_array<Row>({
     {Handle, "-", R2007}, {Handle, "-", R2013},
     {BL, "-", R2000}, {BS, "INSUNITS CEPSNTYPE", R2000},
 });
-constexpr auto rowsBehindPlotStyle = std::to_array<Row>({
+constexpr auto RowsBehindPlotStyle = std::to_array<Row>({
     {Text, "FINGERPRINTGUID VERSIONGUID", R2000},
     {RC, "*6", R2004}, {BS, "*2", R2004}, {RC, "*2", R2004}, {Text, "-", R2004},
     {Handle, "PAPER MODEL"},
@@ -75,16 +75,16 @@ constexpr auto rowsBehindPlotStyle = std::to_array<Row>({
 // clang-format on
 
 /// A linetype style of its own has a handle more behind CEPSNTYPE.
-constexpr int namedPlotStyle = 3;
+constexpr int NamedPlotStyle = 3;
 
 class HeaderReader {
   public:
     HeaderReader(Streams& streams, DrawingData& data) : mStreams(streams), mDrawing(data) {}
 
     void Run() {
-        Walk(rows);
-        if (mWhole["CEPSNTYPE"] == namedPlotStyle) NextHandle();
-        Walk(rowsBehindPlotStyle);
+        Walk(Rows);
+        if (mWhole["CEPSNTYPE"] == NamedPlotStyle) NextHandle();
+        Walk(RowsBehindPlotStyle);
     }
     /// Whatever stopped the walk, what was read is there.
     Header Result() {
@@ -226,7 +226,7 @@ Header ReadHeader(Sections& sections, const Texts& texts, DrawingData& data) {
     data.measurement = MeasurementOf(sections);
     Header header;
     try {
-        const Frame frame = FrameOf(sections.header, headerMark, sections.release, sections.maintenance);
+        const Frame frame = FrameOf(sections.header, HeaderMark, sections.release, sections.maintenance);
         if (frame.sumIsWrong) Note(sections, "the checksum of the drawing's variables is wrong");
         Streams streams = StreamsOfFrame(frame, sections.release, texts);
         HeaderReader reader(streams, data);

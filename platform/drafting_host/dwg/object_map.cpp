@@ -16,7 +16,7 @@ unsigned HighFirst(BitReader& reader) {
 }
 
 /// Fixed numbers; everything else is a class.
-constexpr auto fixedKinds = std::to_array<std::pair<unsigned, std::string_view>>({
+constexpr auto FixedKinds = std::to_array<std::pair<unsigned, std::string_view>>({
     {1, "TEXT"},
     {2, "ATTRIB"},
     {3, "ATTDEF"},
@@ -96,7 +96,7 @@ constexpr auto fixedKinds = std::to_array<std::pair<unsigned, std::string_view>>
     {498, "ACAD_PROXY_ENTITY"},
     {499, "ACAD_PROXY_OBJECT"},
 });
-constexpr unsigned firstClass = 500;
+constexpr unsigned FirstClass = 500;
 
 }  // namespace
 
@@ -110,7 +110,7 @@ ObjectMap::ObjectMap(Sections& sections) {
             if (size <= sizeBytes) break;
             TakePiece(reader, (begin + size) * 8, sections.objects.size());
             const unsigned sum = HighFirst(reader);
-            if (Crc16(std::string_view(sections.objectMap).substr(begin, size), objectSeed) != sum)
+            if (Crc16(std::string_view(sections.objectMap).substr(begin, size), ObjectSeed) != sum)
                 Note(sections, "the checksum of a piece of the object map is wrong");
         }
     } catch (const Damage& damage) {
@@ -151,7 +151,7 @@ const ObjectMap::Entry* ObjectMap::Find(HandleValue handle) const {
 Kinds::Kinds(Sections& sections, const Texts& texts) {
     if (sections.classes.empty()) return;
     try {
-        const Frame frame = FrameOf(sections.classes, classesMark, sections.release, sections.maintenance);
+        const Frame frame = FrameOf(sections.classes, ClassesMark, sections.release, sections.maintenance);
         if (frame.sumIsWrong) Note(sections, "the checksum of the section of classes is wrong", false);
         Streams streams = StreamsOfFrame(frame, sections.release, texts);
         ReadClasses(streams);
@@ -170,7 +170,7 @@ void Kinds::ReadClasses(Streams& streams) {
         data.BitLong();
         data.Bit();
     }
-    unsigned last = firstClass - 1;
+    unsigned last = FirstClass - 1;
     while (data.Left() >= 8) {
         const auto number = static_cast<unsigned>(data.BitShort());
         // Some writers pad the section; numbers that don't rise are none.
@@ -188,11 +188,11 @@ void Kinds::ReadClasses(Streams& streams) {
 }
 
 std::string_view Kinds::NameOf(unsigned type) const {
-    if (type >= firstClass) {
+    if (type >= FirstClass) {
         const auto found = mClasses.find(type);
         return found == mClasses.end() ? std::string_view() : std::string_view(found->second);
     }
-    for (const auto& [number, name] : fixedKinds)
+    for (const auto& [number, name] : FixedKinds)
         if (number == type) return name;
     return {};
 }

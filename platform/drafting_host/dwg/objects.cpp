@@ -9,9 +9,9 @@
 namespace brenvik::dwg {
 namespace {
 
-constexpr auto lineweights = std::to_array<int>(
+constexpr auto Lineweights = std::to_array<int>(
     {0, 5, 9, 13, 15, 18, 20, 25, 30, 35, 40, 50, 53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211});
-constexpr unsigned lineweightByLayer = 29, lineweightByBlock = 30;
+constexpr unsigned LineweightByLayer = 29, LineweightByBlock = 30;
 
 /// A reference is stored with its highest byte first.
 HandleValue StoredHandle(BitReader& reader) {
@@ -90,7 +90,7 @@ std::vector<RawXData> ReadXData(BitReader& reader, HandleValue own, const Texts&
 }
 
 /// Colours of entities, with the flags that tell what follows.
-constexpr std::uint32_t threeBytes = 0xFFFFFF;
+constexpr std::uint32_t ThreeBytes = 0xFFFFFF;
 
 struct EntityColor {
     int index = 256;
@@ -104,7 +104,7 @@ EntityColor ReadEntityColor(BitReader& data, Release release) {
     if (release < Release::R2004) return {value, false};
     EntityColor color{static_cast<int>(value & indexMask), (value & isInBook) != 0};
     if ((value & hasTrueColor) != 0 && !color.isInBook)
-        color.trueColor = static_cast<std::uint32_t>(data.BitLong()) & threeBytes;
+        color.trueColor = static_cast<std::uint32_t>(data.BitLong()) & ThreeBytes;
     if ((value & hasTransparency) != 0) color.transparency = static_cast<std::uint32_t>(data.BitLong());
     return color;
 }
@@ -112,9 +112,9 @@ EntityColor ReadEntityColor(BitReader& data, Release release) {
 }  // namespace
 
 int LineweightOf(unsigned number) {
-    if (number < lineweights.size()) return lineweights[number];
-    if (number == lineweightByLayer) return -1;
-    return number == lineweightByBlock ? -2 : -3;
+    if (number < Lineweights.size()) return Lineweights[number];
+    if (number == LineweightByLayer) return -1;
+    return number == LineweightByBlock ? -2 : -3;
 }
 
 Object OpenObject(const Sections& sections, const Texts& texts, const ObjectMap::Entry& entry) {
@@ -164,7 +164,7 @@ bool SumIsWrong(const Object& object) {
     const std::size_t behind = object.end / 8;
     if (object.bytes.size() < behind + 2) return false;
     const std::uint16_t stored = BitReader(object.bytes, object.end, object.end + 16).Short();
-    return stored != Crc16(object.bytes.substr(object.place, behind - object.place), objectSeed);
+    return stored != Crc16(object.bytes.substr(object.place, behind - object.place), ObjectSeed);
 }
 
 namespace {
@@ -217,7 +217,7 @@ void ReadCommonHandles(Object& object, const Follows& follows, Common& common) {
     for (unsigned i = 0; i < follows.others; ++i) streams.Handle();
 }
 
-constexpr unsigned byHandle = 3;
+constexpr unsigned ByHandle = 3;
 
 }  // namespace
 
@@ -248,10 +248,10 @@ Common ReadCommon(Object& object) {
         follows.linetype = common.linetypeBy == LinetypeBy::Handle;
     }
     if (streams.IsAtLeast(Release::R2007)) {
-        if (data.Bits(2) == byHandle) ++follows.others;
+        if (data.Bits(2) == ByHandle) ++follows.others;
         data.Byte();
     }
-    if (streams.IsAtLeast(Release::R2000) && data.Bits(2) == byHandle) ++follows.others;
+    if (streams.IsAtLeast(Release::R2000) && data.Bits(2) == ByHandle) ++follows.others;
     if (streams.IsAtLeast(Release::R2010))
         for (int style = 0; style < 3; ++style) follows.others += data.Bit() ? 1U : 0U;
     common.invisible = (data.BitShort() & 1) != 0;
@@ -283,7 +283,7 @@ RecordColor ReadRecordColor(Streams& streams) {
     constexpr std::uint32_t byIndex = 0xC3, byColor = 0xC2;
     RecordColor result;
     if (color >> 24U == byIndex) result.index = static_cast<int>(color & 0xFFU);
-    if (color >> 24U == byColor) result.trueColor = color & threeBytes;
+    if (color >> 24U == byColor) result.trueColor = color & ThreeBytes;
     return result;
 }
 

@@ -13,11 +13,11 @@
 namespace brenvik::dwg {
 namespace {
 
-constexpr std::size_t headAt = 0x80, headSize = 0x6C, firstPageAt = 0x100, dataHeadSize = 32,
-                      systemHeadSize = 20;
-constexpr std::size_t mapAddressAt = 0x54, sectionPageAt = 0x5C, headSumAt = 0x68;
-constexpr std::uint32_t pageMapMark = 0x41630E3B, sectionMapMark = 0x4163003B, dataMark = 0x4163043B;
-constexpr std::size_t nameSize = 64;
+constexpr std::size_t HeadAt = 0x80, HeadSize = 0x6C, FirstPageAt = 0x100, DataHeadSize = 32,
+                      SystemHeadSize = 20;
+constexpr std::size_t MapAddressAt = 0x54, SectionPageAt = 0x5C, HeadSumAt = 0x68;
+constexpr std::uint32_t PageMapMark = 0x41630E3B, SectionMapMark = 0x4163003B, DataMark = 0x4163043B;
+constexpr std::size_t NameSize = 64;
 
 struct Place {
     std::uint64_t address = 0;
@@ -59,24 +59,24 @@ class PagedFile {
         : mContent(content), mSections(sections), mLeft(MostUnpacked(content.size())) {}
 
     void Run() {
-        const std::string head = Unveiled(PartAt(mContent, headAt, headSize));
+        const std::string head = Unveiled(PartAt(mContent, HeadAt, HeadSize));
         constexpr std::string_view mark = "AcFssFcAJMB";
-        if (!head.starts_with(mark)) throw BrokenFile{headAt, "the head of a paged drawing"};
-        if (Crc32(WithZeros(head, headSumAt, 4)) != LongAt(head, headSumAt))
+        if (!head.starts_with(mark)) throw BrokenFile{HeadAt, "the head of a paged drawing"};
+        if (Crc32(WithZeros(head, HeadSumAt, 4)) != LongAt(head, HeadSumAt))
             Note(mSections, "the checksum of the file's head is wrong", false);
-        TakePageMap(LongLongAt(head, mapAddressAt) + firstPageAt);
-        const auto sectionMap = mPages.find(LongAt(head, sectionPageAt));
-        if (sectionMap == mPages.end()) throw BrokenFile{headAt, "the page of the map of sections"};
+        TakePageMap(LongLongAt(head, MapAddressAt) + FirstPageAt);
+        const auto sectionMap = mPages.find(LongAt(head, SectionPageAt));
+        if (sectionMap == mPages.end()) throw BrokenFile{HeadAt, "the page of the map of sections"};
         for (const SectionEntry& section : SectionsOf(sectionMap->second.address)) TakeSection(section);
     }
 
   private:
     std::string SystemPage(std::uint64_t at, std::uint32_t mark) {
-        const std::string_view head = PartAt(mContent, at, systemHeadSize);
+        const std::string_view head = PartAt(mContent, at, SystemHeadSize);
         const auto place = static_cast<std::size_t>(at);
         if (LongAt(head, 0) != mark) throw BrokenFile{place, "a map of pages or sections"};
         const std::uint32_t size = LongAt(head, 4);
-        const std::string_view packed = PartAt(mContent, at + systemHeadSize, LongAt(head, 8));
+        const std::string_view packed = PartAt(mContent, at + SystemHeadSize, LongAt(head, 8));
         const std::uint32_t sum = PageSum(PageSum(0, WithZeros(head, 16, 4)), packed);
         if (sum != LongAt(head, 16))
             Note(mSections, "byte " + std::to_string(at) + ": the checksum of a map is wrong", false);
@@ -87,8 +87,8 @@ class PagedFile {
     }
 
     void TakePageMap(std::uint64_t at) {
-        const std::string map = SystemPage(at, pageMapMark);
-        std::uint64_t address = firstPageAt;
+        const std::string map = SystemPage(at, PageMapMark);
+        std::uint64_t address = FirstPageAt;
         for (std::size_t entry = 0; entry + 8 <= map.size(); entry += 8) {
             const auto number = static_cast<std::int32_t>(LongAt(map, entry));
             const std::uint32_t size = LongAt(map, entry + 4);
@@ -100,8 +100,8 @@ class PagedFile {
     }
 
     std::vector<SectionEntry> SectionsOf(std::uint64_t at) {
-        const std::string map = SystemPage(at, sectionMapMark);
-        constexpr std::size_t headOfMap = 20, fixedPart = 32 + nameSize, pageRow = 16;
+        const std::string map = SystemPage(at, SectionMapMark);
+        constexpr std::size_t headOfMap = 20, fixedPart = 32 + NameSize, pageRow = 16;
         std::vector<SectionEntry> sections;
         std::size_t place = headOfMap;
         for (std::uint32_t left = LongAt(map, 0); left > 0 && place + fixedPart <= map.size(); --left) {
@@ -111,7 +111,7 @@ class PagedFile {
             section.mostOfPage = LongAt(map, place + 12);
             section.compressed = LongAt(map, place + 20);
             section.encrypted = LongAt(map, place + 28);
-            const std::string_view name = PartAt(map, place + 32, nameSize);
+            const std::string_view name = PartAt(map, place + 32, NameSize);
             section.name = name.substr(0, name.find('\0'));
             place += fixedPart;
             if (pages > (map.size() - place) / pageRow)
@@ -132,12 +132,12 @@ class PagedFile {
 
     void TakePage(const SectionEntry& section, const PageOfSection& page, std::string& bytes) {
         const auto found = mPages.find(page.number);
-        if (found == mPages.end()) throw BrokenFile{headAt, "page " + std::to_string(page.number)};
+        if (found == mPages.end()) throw BrokenFile{HeadAt, "page " + std::to_string(page.number)};
         const std::uint64_t at = found->second.address;
         const auto place = static_cast<std::size_t>(at);
         const std::string head = UnveiledHead(at);
-        if (LongAt(head, 0) != dataMark) throw BrokenFile{place, "the head of a page"};
-        const std::string_view stored = PartAt(mContent, at + dataHeadSize, LongAt(head, 8));
+        if (LongAt(head, 0) != DataMark) throw BrokenFile{place, "the head of a page"};
+        const std::string_view stored = PartAt(mContent, at + DataHeadSize, LongAt(head, 8));
         const std::uint32_t dataSum = LongAt(head, 28);
         if (PageSum(0, stored) != dataSum || PageSum(dataSum, WithZeros(head, 24, 4)) != LongAt(head, 24))
             Note(mSections, "byte " + std::to_string(at) + ": the checksum of a page of section " +
@@ -158,7 +158,7 @@ class PagedFile {
 
     /// The head of a data page is veiled by its own place in the file.
     std::string UnveiledHead(std::uint64_t at) const {
-        std::string head(PartAt(mContent, at, dataHeadSize));
+        std::string head(PartAt(mContent, at, DataHeadSize));
         const std::uint32_t mask = 0x4164536BU ^ static_cast<std::uint32_t>(at);
         for (std::size_t i = 0; i < head.size(); ++i)
             head[i] =

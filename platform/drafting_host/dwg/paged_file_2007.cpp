@@ -14,8 +14,8 @@
 namespace brenvik::dwg {
 namespace {
 
-constexpr std::size_t headAt = 0x80, pagesAt = 0x480, headBlocks = 3, blockSize = 255;
-constexpr std::size_t systemData = 239, pageData = 251, headSize = 0x110;
+constexpr std::size_t HeadAt = 0x80, PagesAt = 0x480, HeadBlocks = 3, BlockSize = 255;
+constexpr std::size_t SystemData = 239, PageData = 251, HeadSize = 0x110;
 
 /// The numbers of the head that are used, by their places in it.
 enum HeadNumber : std::size_t {
@@ -66,14 +66,14 @@ class PagedFile2007 {
 
     void ReadHead() {
         const std::string data =
-            WithoutParity(PartAt(mContent, headAt, headBlocks * blockSize), headBlocks, systemData);
+            WithoutParity(PartAt(mContent, HeadAt, HeadBlocks * BlockSize), HeadBlocks, SystemData);
         constexpr std::size_t lengthAt = 24, packedAt = 32;
         const auto length = static_cast<std::int32_t>(LongAt(data, lengthAt));
         const auto count = static_cast<std::uint64_t>(std::llabs(length));
         const std::string_view packed = PartAt(data, packedAt, count);
-        auto head = length < 0 ? std::string(packed) : Unpack2007(packed, headSize);
-        if (!head || head->size() < headSize)
-            throw BrokenFile{headAt, "the head of a drawing of release 2007"};
+        auto head = length < 0 ? std::string(packed) : Unpack2007(packed, HeadSize);
+        if (!head || head->size() < HeadSize)
+            throw BrokenFile{HeadAt, "the head of a drawing of release 2007"};
         mHead = std::move(*head);
     }
 
@@ -81,14 +81,14 @@ class PagedFile2007 {
                            std::uint64_t repeats) {
         const std::uint64_t most = mContent.size();
         if (packedSize > most || repeats > most || size > mLeft || repeats == 0)
-            throw BrokenFile{headAt, "a map that fits the file"};
-        const std::uint64_t blocks = (AlignedToEight(packedSize) * repeats + systemData - 1) / systemData;
-        if (blocks > most / blockSize || offset > most) throw BrokenFile{headAt, "a map within the file"};
+            throw BrokenFile{HeadAt, "a map that fits the file"};
+        const std::uint64_t blocks = (AlignedToEight(packedSize) * repeats + SystemData - 1) / SystemData;
+        if (blocks > most / BlockSize || offset > most) throw BrokenFile{HeadAt, "a map within the file"};
         const std::string data =
-            WithoutParity(PartAt(mContent, pagesAt + offset, blocks * blockSize), blocks, systemData);
+            WithoutParity(PartAt(mContent, PagesAt + offset, blocks * BlockSize), blocks, SystemData);
         auto clear = Unpack2007(PartAt(data, 0, packedSize), static_cast<std::size_t>(size));
         if (!clear)
-            throw BrokenFile{static_cast<std::size_t>(pagesAt + offset), "a map that can be unpacked"};
+            throw BrokenFile{static_cast<std::size_t>(PagesAt + offset), "a map that can be unpacked"};
         return std::move(*clear);
     }
 
@@ -105,7 +105,7 @@ class PagedFile2007 {
 
     std::uint64_t OffsetOf(std::uint64_t page) const {
         const auto found = mOffsets.find(page);
-        if (found == mOffsets.end()) throw BrokenFile{headAt, "page " + std::to_string(page)};
+        if (found == mOffsets.end()) throw BrokenFile{HeadAt, "page " + std::to_string(page)};
         return found->second;
     }
 
@@ -125,7 +125,7 @@ class PagedFile2007 {
             const std::string_view name = PartAt(map, at, nameLength);
             for (std::size_t i = 0; i + 1 < name.size() && name[i] != '\0'; i += 2) section.name += name[i];
             at += name.size();
-            if (pages > (map.size() - at) / pageRow) throw BrokenFile{headAt, "pages of a section"};
+            if (pages > (map.size() - at) / pageRow) throw BrokenFile{HeadAt, "pages of a section"};
             for (std::uint64_t page = 0; page < pages; ++page, at += pageRow)
                 section.pages.push_back({LongLongAt(map, at), LongLongAt(map, at + 16),
                                          LongLongAt(map, at + 24), LongLongAt(map, at + 32)});
@@ -142,7 +142,7 @@ class PagedFile2007 {
     }
 
     void TakePage(const SectionEntry& section, const PageEntry& page, std::string& bytes) {
-        const std::uint64_t at = pagesAt + OffsetOf(page.id);
+        const std::uint64_t at = PagesAt + OffsetOf(page.id);
         const auto place = static_cast<std::size_t>(at);
         if (page.offset > bytes.size() || page.size > bytes.size() - page.offset ||
             page.packed > mContent.size())
@@ -150,8 +150,8 @@ class PagedFile2007 {
         constexpr std::uint64_t withParity = 4;
         std::string data;
         if (section.encoding == withParity) {
-            const std::uint64_t blocks = (AlignedToEight(page.packed) + pageData - 1) / pageData;
-            data = WithoutParity(PartAt(mContent, at, blocks * blockSize), blocks, pageData);
+            const std::uint64_t blocks = (AlignedToEight(page.packed) + PageData - 1) / PageData;
+            data = WithoutParity(PartAt(mContent, at, blocks * BlockSize), blocks, PageData);
         } else {
             data = PartAt(mContent, at, page.packed);
         }

@@ -12,7 +12,7 @@ namespace brenvik::dwg {
 namespace {
 
 /// The Windows pages by the file's numbers.
-constexpr auto pages = std::to_array<std::pair<unsigned, int>>({{1, 1252},
+constexpr auto Pages = std::to_array<std::pair<unsigned, int>>({{1, 1252},
                                                                 {22, 932},
                                                                 {24, 950},
                                                                 {25, 949},
@@ -31,12 +31,12 @@ constexpr auto pages = std::to_array<std::pair<unsigned, int>>({{1, 1252},
                                                                 {40, 949},
                                                                 {41, 950},
                                                                 {44, 1258}});
-constexpr int usualPage = 1252;
+constexpr int UsualPage = 1252;
 
 int PageOf(unsigned codePage) {
     const auto found =
-        std::find_if(pages.begin(), pages.end(), [&](const auto& page) { return page.first == codePage; });
-    return found == pages.end() ? 0 : found->second;
+        std::find_if(Pages.begin(), Pages.end(), [&](const auto& page) { return page.first == codePage; });
+    return found == Pages.end() ? 0 : found->second;
 }
 
 /// A caret stands for itself here; texts of DXF begin control characters with it.
@@ -70,7 +70,7 @@ Texts::Texts(Release release, unsigned codePage) : mIsUnicode(release >= Release
     const int page = PageOf(codePage);
     mIsKnown = mIsUnicode || page != 0;
     mDecoder = TextDecoder(mIsUnicode ? TextDecoder::Bytes::Utf8 : TextDecoder::Bytes::Page,
-                           page == 0 ? usualPage : page);
+                           page == 0 ? UsualPage : page);
 }
 
 std::string Texts::FromPage(std::string_view bytes) const {
@@ -147,7 +147,7 @@ Frame FrameOf(std::string_view section, std::string_view beginMark, Release rele
     reader.Skip(size * 8);
     const std::uint16_t sum = reader.Short();
     return {section.substr(from, size),
-            Crc16(section.substr(sumFrom, from + size - sumFrom), objectSeed) != sum};
+            Crc16(section.substr(sumFrom, from + size - sumFrom), ObjectSeed) != sum};
 }
 
 Streams StreamsOfFrame(const Frame& frame, Release release, const Texts& texts) {

@@ -56,9 +56,9 @@ struct Frame {
 };
 Frame FrameOf(std::string_view section, std::string_view beginMark, Release release, unsigned maintenance);
 
-inline constexpr std::string_view headerMark =
+inline constexpr std::string_view HeaderMark =
     "\xCF\x7B\x1F\x23\xFD\xDE\x38\xA9\x5F\x7C\x68\xB8\x4E\x6D\x33\x5F";
-inline constexpr std::string_view classesMark =
+inline constexpr std::string_view ClassesMark =
     "\x8D\xA1\xC4\xB8\xC4\xA9\xF8\xC5\xC0\xDC\xF4\x5F\xE7\xCF\xB6\x8A";
 
 /// The streams of a framed section: from release 2007 on it begins with the number of bits to its handles.

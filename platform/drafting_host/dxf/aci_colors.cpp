@@ -8,7 +8,7 @@
 namespace brenvik {
 namespace {
 
-constexpr std::array<ScreenColor, 10> basic{{{0, 0, 0},
+constexpr std::array<ScreenColor, 10> Basic{{{0, 0, 0},
                                              {255, 0, 0},
                                              {255, 255, 0},
                                              {0, 255, 0},
@@ -18,14 +18,14 @@ constexpr std::array<ScreenColor, 10> basic{{{0, 0, 0},
                                              {255, 255, 255},
                                              {128, 128, 128},
                                              {192, 192, 192}}};
-constexpr std::array<std::uint8_t, 6> greys{51, 80, 105, 130, 190, 255};
+constexpr std::array<std::uint8_t, 6> Greys{51, 80, 105, 130, 190, 255};
 /// Brightness of the five shade pairs of a hue.
-constexpr std::array<double, 5> values{255, 165, 127, 76, 38};
+constexpr std::array<double, 5> Values{255, 165, 127, 76, 38};
 
 /// Hues run in steps of 15 degrees from red over yellow; odd shades are half as strong.
 ScreenColor Shade(int index) {
     const double hue = (index / 10 - 1) * 15.0 / 60.0;
-    const double value = values[static_cast<std::size_t>(index % 10 / 2)];
+    const double value = Values[static_cast<std::size_t>(index % 10 / 2)];
     const double least = index % 2 == 0 ? 0 : value / 2;
     const auto channel = [&](double shift) {
         const double place = std::fmod(hue + shift, 6.0);
@@ -38,11 +38,11 @@ ScreenColor Shade(int index) {
 }  // namespace
 
 ScreenColor ColorOfIndex(int index) {
-    if (index < 10) return basic[static_cast<std::size_t>(std::max(index, 0))];
+    if (index < 10) return Basic[static_cast<std::size_t>(std::max(index, 0))];
     if (index < 250) return Shade(index);
-    return {greys[static_cast<std::size_t>(std::min(index, 255) - 250)],
-            greys[static_cast<std::size_t>(std::min(index, 255) - 250)],
-            greys[static_cast<std::size_t>(std::min(index, 255) - 250)]};
+    return {Greys[static_cast<std::size_t>(std::min(index, 255) - 250)],
+            Greys[static_cast<std::size_t>(std::min(index, 255) - 250)],
+            Greys[static_cast<std::size_t>(std::min(index, 255) - 250)]};
 }
 
 int NearestColorIndex(const ScreenColor& color) {

@@ -8,7 +8,7 @@
 namespace brenvik {
 namespace {
 
-constexpr std::size_t longestValue = 255;
+constexpr std::size_t LongestValue = 255;
 
 // The version number comes first, and masked digits are letters.
 bool IsInClear(std::string_view firstLine) {
@@ -33,7 +33,7 @@ std::vector<std::string> AcisGroupsOf(std::string_view line) {
     std::vector<std::string> values;
     std::size_t at = 0;
     do {
-        std::size_t length = std::min(longestValue, masked.size() - at);
+        std::size_t length = std::min(LongestValue, masked.size() - at);
         // A "^" stays with its blank, for readers that unescape before they join.
         if (at + length < masked.size() && masked[at + length - 1] == '^') --length;
         values.push_back(masked.substr(at, length));

@@ -6,7 +6,7 @@
 namespace brenvik {
 namespace {
 
-constexpr auto annotationKinds = std::to_array<std::string_view>(
+constexpr auto AnnotationKinds = std::to_array<std::string_view>(
     {"ACAD_TABLE",  "ARC_DIMENSION", "ATTDEF",      "ATTRIB",    "DGNUNDERLAY",
      "DIMENSION",   "DWFUNDERLAY",   "HATCH",       "IMAGE",     "LARGE_RADIAL_DIMENSION",
      "LEADER",      "LIGHT",         "MULTILEADER", "OLE2FRAME", "OLEFRAME",
@@ -16,7 +16,7 @@ constexpr auto annotationKinds = std::to_array<std::string_view>(
 }  // namespace
 
 bool IsAnnotationKind(std::string_view kind) {
-    return std::find(annotationKinds.begin(), annotationKinds.end(), kind) != annotationKinds.end();
+    return std::find(AnnotationKinds.begin(), AnnotationKinds.end(), kind) != AnnotationKinds.end();
 }
 
 }  // namespace brenvik

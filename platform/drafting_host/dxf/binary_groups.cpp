@@ -15,9 +15,9 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::string_view begin = "AutoCAD Binary DXF"sv;
-constexpr std::string_view sentinel = "AutoCAD Binary DXF\r\n\x1A\0"sv;
-static_assert(sentinel.size() == 22);
+constexpr std::string_view Begin = "AutoCAD Binary DXF"sv;
+constexpr std::string_view Sentinel = "AutoCAD Binary DXF\r\n\x1A\0"sv;
+static_assert(Sentinel.size() == 22);
 
 enum class ValueKind { Text, Real, Int16, Int32, Int64, Flag, Chunk, None };
 
@@ -27,7 +27,7 @@ struct KindOfCodes {
 };
 
 // In the order of the codes. What stands between the ranges is used by no release.
-constexpr KindOfCodes kinds[] = {
+constexpr KindOfCodes Kinds[] = {
     {0, 9, ValueKind::Text},        {10, 59, ValueKind::Real},      {60, 79, ValueKind::Int16},
     {90, 99, ValueKind::Int32},     {100, 105, ValueKind::Text},    {110, 149, ValueKind::Real},
     {160, 169, ValueKind::Int64},   {170, 179, ValueKind::Int16},   {210, 239, ValueKind::Real},
@@ -41,9 +41,9 @@ constexpr KindOfCodes kinds[] = {
 };
 
 ValueKind KindOf(int code) {
-    const auto range = std::lower_bound(std::begin(kinds), std::end(kinds), code,
+    const auto range = std::lower_bound(std::begin(Kinds), std::end(Kinds), code,
                                         [](const KindOfCodes& r, int wanted) { return r.last < wanted; });
-    return range == std::end(kinds) || code < range->first ? ValueKind::None : range->kind;
+    return range == std::end(Kinds) || code < range->first ? ValueKind::None : range->kind;
 }
 
 // Files are little-endian on every machine.
@@ -57,7 +57,7 @@ Number NumberAt(const char* bytes) {
 
 }  // namespace
 
-bool IsBinaryDxf(std::string_view content) { return content.starts_with(begin); }
+bool IsBinaryDxf(std::string_view content) { return content.starts_with(Begin); }
 
 std::string_view BinaryGroups::TextStore::Keep(std::string_view text) {
     constexpr std::size_t pieceSize = 1U << 16U;
@@ -73,9 +73,9 @@ std::string_view BinaryGroups::TextStore::Keep(std::string_view text) {
 }
 
 BinaryGroups::BinaryGroups(std::string_view content, std::string_view fileName)
-    : mContent(content), mFileName(fileName), mAt(sentinel.size()) {
-    if (!content.starts_with(sentinel)) {
-        throw InvalidDxf(fileName, begin.size(), "the end of a binary DXF drawing's mark (0D 0A 1A 00)",
+    : mContent(content), mFileName(fileName), mAt(Sentinel.size()) {
+    if (!content.starts_with(Sentinel)) {
+        throw InvalidDxf(fileName, Begin.size(), "the end of a binary DXF drawing's mark (0D 0A 1A 00)",
                          "other bytes: the file was changed on its way, as by a transfer as text",
                          PlaceUnit::Byte);
     }

@@ -6,7 +6,7 @@
 
 namespace brenvik {
 
-inline constexpr char32_t replacementCharacter = 0xFFFD;
+inline constexpr char32_t ReplacementCharacter = 0xFFFD;
 
 /// Whether the page is 874 or one of 1250 to 1258.
 bool IsSingleBytePage(int page);

@@ -167,7 +167,7 @@ class Handles {
         }
         std::erase_if(mData.fileHandles, [](const auto& entry) { return entry.second == 0; });
         ForEachPart(mData, [this](const KeptRecord& part) { mHighest = std::max(mHighest, part.handle); });
-        if (mData.handleSeed <= mHighest || mData.handleSeed > highestHandle) mData.handleSeed = mHighest + 1;
+        if (mData.handleSeed <= mHighest || mData.handleSeed > HighestHandle) mData.handleSeed = mHighest + 1;
         ForEachHandle([this](HandleValue& handle) {
             if (handle == 0) handle = mData.handleSeed++;
         });

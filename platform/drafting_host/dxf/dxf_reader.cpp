@@ -60,8 +60,8 @@ class Walk {
         mReading.hasByteOrderMark = mGroups.HasByteOrderMark();
         if (mReading.hasByteOrderMark) mReading.decoder = TextDecoder(TextDecoder::Bytes::Utf8, 1252);
         mReading.data.version = "AC1009";  // what a file without a version is
-        BlockPlace(mReading, std::string(modelSpaceName));
-        BlockPlace(mReading, std::string(paperSpaceName));
+        BlockPlace(mReading, std::string(ModelSpaceName));
+        BlockPlace(mReading, std::string(PaperSpaceName));
     }
 
     DrawingData Run() {
@@ -192,7 +192,7 @@ class Walk {
         mBlockRefused = true;
         const Group* const nameGroup = FindGroup(record.groups, 2);
         const std::string name = nameGroup == nullptr ? "" : CanonicalBlockName(mReading.Text(*nameGroup));
-        const bool isSpace = name == modelSpaceName || name == paperSpaceName;
+        const bool isSpace = name == ModelSpaceName || name == PaperSpaceName;
         if (name.empty() || (!isSpace && mReading.blockPlaces.contains(name))) {
             mReading.Note(record.line,
                           "BLOCK " + ShownName(name) + " left out: a name of its own was expected");

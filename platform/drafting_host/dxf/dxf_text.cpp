@@ -13,14 +13,14 @@
 namespace brenvik {
 namespace {
 
-constexpr std::size_t escapeLength = 7;    // "\U+XXXX"
-constexpr char32_t firstPrintable = 0xA0;  // beyond ASCII and the control characters above it
+constexpr std::size_t EscapeLength = 7;    // "\U+XXXX"
+constexpr char32_t FirstPrintable = 0xA0;  // beyond ASCII and the control characters above it
 
 bool IsHighSurrogate(unsigned unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 bool IsLowSurrogate(unsigned unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
 std::optional<unsigned> EscapedUnit(std::string_view text, std::size_t at) {
-    if (text.size() - at < escapeLength || text[at] != '\\') return std::nullopt;
+    if (text.size() - at < EscapeLength || text[at] != '\\') return std::nullopt;
     if ((text[at + 1] != 'U' && text[at + 1] != 'u') || text[at + 2] != '+') return std::nullopt;
     unsigned unit = 0;
     const char* const first = text.data() + at + 3;
@@ -38,10 +38,10 @@ struct EscapedCharacter {
 std::optional<EscapedCharacter> EscapedCharacterAt(std::string_view text, std::size_t at) {
     const auto unit = EscapedUnit(text, at);
     if (!unit || IsLowSurrogate(*unit)) return std::nullopt;
-    if (!IsHighSurrogate(*unit)) return EscapedCharacter{*unit, escapeLength};
-    const auto low = at + escapeLength < text.size() ? EscapedUnit(text, at + escapeLength) : std::nullopt;
+    if (!IsHighSurrogate(*unit)) return EscapedCharacter{*unit, EscapeLength};
+    const auto low = at + EscapeLength < text.size() ? EscapedUnit(text, at + EscapeLength) : std::nullopt;
     if (!low || !IsLowSurrogate(*low)) return std::nullopt;
-    return EscapedCharacter{0x10000 + ((*unit - 0xD800) << 10) + (*low - 0xDC00), 2 * escapeLength};
+    return EscapedCharacter{0x10000 + ((*unit - 0xD800) << 10) + (*low - 0xDC00), 2 * EscapeLength};
 }
 
 bool NeedsDecoding(std::string_view text) {
@@ -73,21 +73,21 @@ void AppendEscaped(std::string& text, char32_t codePoint) {
 
 /// The control characters that texts of drawings have, and the caret itself, by what stands behind the caret.
 /// Careless programs don't escape it: any other letter behind it leaves it a caret.
-constexpr std::string_view caretLetters = "IJM ";
-constexpr std::string_view caretCharacters = "\t\n\r^";
+constexpr std::string_view CaretLetters = "IJM ";
+constexpr std::string_view CaretCharacters = "\t\n\r^";
 
 /// What "^" and the letter behind it stand for; nothing where they stand for themselves.
 std::optional<char> CaretCharacterAt(std::string_view text, std::size_t at) {
     if (text[at] != '^' || at + 1 >= text.size()) return std::nullopt;
-    const std::size_t which = caretLetters.find(text[at + 1]);
-    return which == std::string_view::npos ? std::nullopt : std::optional(caretCharacters[which]);
+    const std::size_t which = CaretLetters.find(text[at + 1]);
+    return which == std::string_view::npos ? std::nullopt : std::optional(CaretCharacters[which]);
 }
 
 /// The length of a character that texts keep as an escape: half a surrogate pair, a character of a page of
 /// two bytes ("\M+nXXXX"). 0 where there is none.
 std::size_t KeptEscapeLength(std::string_view text, std::size_t at) {
     constexpr std::size_t pageEscapeLength = 8;
-    if (EscapedUnit(text, at)) return escapeLength;
+    if (EscapedUnit(text, at)) return EscapeLength;
     const bool ofPage = text.size() - at >= pageEscapeLength && text[at] == '\\' &&
                         (text[at + 1] == 'M' || text[at + 1] == 'm') && text[at + 2] == '+';
     return ofPage ? pageEscapeLength : 0;
@@ -180,17 +180,17 @@ std::string EncodeText(std::string_view text, bool isUnicode) {
             result += text[at++];
             continue;
         }
-        if (const std::size_t which = caretCharacters.find(text[at]); which != std::string_view::npos) {
+        if (const std::size_t which = CaretCharacters.find(text[at]); which != std::string_view::npos) {
             result += '^';
-            result += caretLetters[which];
+            result += CaretLetters[which];
             ++at;
             continue;
         }
         const Utf8Character character = Utf8CharacterAt(text, at);
-        if (isUnicode && character.valid && character.codePoint >= firstPrintable) {
+        if (isUnicode && character.valid && character.codePoint >= FirstPrintable) {
             result += text.substr(at, character.length);
         } else {
-            AppendEscaped(result, character.valid ? character.codePoint : replacementCharacter);
+            AppendEscaped(result, character.valid ? character.codePoint : ReplacementCharacter);
         }
         at += character.length;
     }
@@ -201,9 +201,9 @@ std::string EscapeControls(std::string_view text) {
     std::string result;
     result.reserve(text.size() + 8);
     for (const char c : text) {
-        const std::size_t which = caretCharacters.find(c);
+        const std::size_t which = CaretCharacters.find(c);
         result += which == std::string_view::npos ? c : '^';
-        if (which != std::string_view::npos) result += caretLetters[which];
+        if (which != std::string_view::npos) result += CaretLetters[which];
     }
     return result;
 }

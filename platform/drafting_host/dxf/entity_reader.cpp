@@ -11,7 +11,7 @@
 namespace brenvik {
 namespace {
 
-constexpr int byLayer = 256;
+constexpr int ByLayer = 256;
 
 void TakeCommon(Reading& reading, EntityData& entity, const Group& group) {
     switch (group.code) {
@@ -32,7 +32,7 @@ void TakeCommon(Reading& reading, EntityData& entity, const Group& group) {
             break;
         case 62: {
             const int color = IntegerOf(group);
-            entity.color = color >= 0 && color <= byLayer ? color : byLayer;
+            entity.color = color >= 0 && color <= ByLayer ? color : ByLayer;
             break;
         }
         case 370:
@@ -103,12 +103,12 @@ std::size_t EntityReader::SpaceOf(Groups groups) {
     if (const Group* const owner = FindGroup(groups, 330)) {
         const auto block = mReading.blockOfRecord.find(HandleOf(*owner));
         if (block != mReading.blockOfRecord.end() &&
-            (block->second == modelSpaceName || StartsWithIgnoreCase(block->second, paperSpaceName)))
+            (block->second == ModelSpaceName || StartsWithIgnoreCase(block->second, PaperSpaceName)))
             return BlockPlace(mReading, block->second);
     }
     const Group* const flag = FindGroup(groups, 67);
     const bool isPaper = flag != nullptr && IntegerOf(*flag) == 1;
-    return BlockPlace(mReading, std::string(isPaper ? paperSpaceName : modelSpaceName));
+    return BlockPlace(mReading, std::string(isPaper ? PaperSpaceName : ModelSpaceName));
 }
 
 void EntityReader::NoteDamagedHandle(Groups groups, HandleValue read, std::size_t line) {

@@ -13,8 +13,8 @@
 namespace brenvik {
 namespace {
 
-constexpr LongReal radiansPerDegree = std::numbers::pi_v<LongReal> / 180;
-constexpr std::size_t digitsOfDouble = 17;
+constexpr LongReal RadiansPerDegree = std::numbers::pi_v<LongReal> / 180;
+constexpr std::size_t DigitsOfDouble = 17;
 
 std::string_view Stripped(std::string_view text) {
     const std::size_t first = text.find_first_not_of(" \t");
@@ -40,12 +40,12 @@ std::optional<Real> Parse(std::string_view text) {
 }
 
 bool HasMoreDigitsThanDouble(std::string_view text) {
-    if (text.size() <= digitsOfDouble) return false;
+    if (text.size() <= DigitsOfDouble) return false;
     const std::string_view mantissa = text.substr(0, text.find_first_of("eE"));
     const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
     const auto first =
         std::find_if(mantissa.begin(), mantissa.end(), [](char c) { return c >= '1' && c <= '9'; });
-    return std::count_if(first, mantissa.end(), isDigit) > static_cast<std::ptrdiff_t>(digitsOfDouble);
+    return std::count_if(first, mantissa.end(), isDigit) > static_cast<std::ptrdiff_t>(DigitsOfDouble);
 }
 
 // General form with a number of significant digits, so that 90 degrees stay "90.0".
@@ -66,7 +66,7 @@ std::string LongText(LongReal value) {
     if (HasMoreDigitsThanDouble(text)) return text;
     std::size_t end = std::min(text.find('e'), text.size());
     if (text.find('.') == std::string::npos) text.insert(end++, 1, '.');
-    text.insert(end, digitsOfDouble, '0');
+    text.insert(end, DigitsOfDouble, '0');
     return text;
 }
 
@@ -133,10 +133,10 @@ std::optional<LongReal> ParseLongReal(std::string_view text) {
 
 std::string RealText(double value) { return ShortestRoundTrip(value, true); }
 
-double RadiansOfDegrees(LongReal degrees) { return static_cast<double>(degrees * radiansPerDegree); }
+double RadiansOfDegrees(LongReal degrees) { return static_cast<double>(degrees * RadiansPerDegree); }
 
 std::string DegreesText(double radians) {
-    const LongReal degrees = radians / radiansPerDegree;
+    const LongReal degrees = radians / RadiansPerDegree;
     const auto isRight = [radians](const std::string& text) {
         const auto read = ParseLongReal(text);
         return read && RadiansOfDegrees(*read) == radians;

@@ -9,13 +9,13 @@
 namespace brenvik {
 namespace {
 
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view blanks = " \t";
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view Blanks = " \t";
 
 std::string_view WithoutBlanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(blanks);
+    const std::size_t first = text.find_first_not_of(Blanks);
     if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    return text.substr(first, text.find_last_not_of(Blanks) - first + 1);
 }
 
 bool ParseCode(std::string_view text, int& code) {
@@ -41,7 +41,7 @@ std::string PlaceText(std::size_t place, PlaceUnit unit) {
 Failure InvalidDxf(std::string_view fileName, std::size_t place, std::string_view expected,
                    std::string_view found, PlaceUnit unit) {
     constexpr long invalidFileFormat = 321;
-    return Failure(invalidFileFormat, std::string(ownSource), "Invalid file format",
+    return Failure(invalidFileFormat, std::string(OwnSource), "Invalid file format",
                    std::string(fileName) + ", " + PlaceText(place, unit) + ": expected " +
                        std::string(expected) + ", found " + std::string(found));
 }
@@ -52,8 +52,8 @@ GroupReader::GroupReader(std::string_view content, std::string_view fileName)
         mBinary = std::make_unique<BinaryGroups>(content, fileName);
         return;
     }
-    if (mContent.starts_with(byteOrderMark)) {
-        mContent.remove_prefix(byteOrderMark.size());
+    if (mContent.starts_with(ByteOrderMark)) {
+        mContent.remove_prefix(ByteOrderMark.size());
         mHasMark = true;
     }
     mNextFeed = std::min(mContent.find('\n'), mContent.size());

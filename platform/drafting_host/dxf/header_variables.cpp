@@ -6,71 +6,71 @@
 namespace brenvik {
 namespace {
 
-constexpr auto point = VariableKind::Point;
-constexpr auto flat = VariableKind::FlatPoint;
-constexpr auto value = VariableKind::Value;
+constexpr auto Point = VariableKind::Point;
+constexpr auto Flat = VariableKind::FlatPoint;
+constexpr auto Value = VariableKind::Value;
 
-constexpr auto variables = std::to_array<HeaderVariable>({
-    {"$INSBASE", point, 10},       {"$LIMMIN", flat, 10},
-    {"$LIMMAX", flat, 10},         {"$ORTHOMODE", value, 70},
-    {"$REGENMODE", value, 70},     {"$FILLMODE", value, 70},
-    {"$QTEXTMODE", value, 70},     {"$MIRRTEXT", value, 70},
-    {"$LTSCALE", value, 40},       {"$ATTMODE", value, 70},
-    {"$TEXTSIZE", value, 40},      {"$TRACEWID", value, 40},
-    {"$CECOLOR", value, 62},       {"$CELTSCALE", value, 40},
-    {"$DISPSILH", value, 70},      {"$LUNITS", value, 70},
-    {"$LUPREC", value, 70},        {"$SKETCHINC", value, 40},
-    {"$FILLETRAD", value, 40},     {"$AUNITS", value, 70},
-    {"$AUPREC", value, 70},        {"$MENU", value, 1},
-    {"$ELEVATION", value, 40},     {"$PELEVATION", value, 40},
-    {"$THICKNESS", value, 40},     {"$LIMCHECK", value, 70},
-    {"$CHAMFERA", value, 40},      {"$CHAMFERB", value, 40},
-    {"$CHAMFERC", value, 40},      {"$CHAMFERD", value, 40},
-    {"$SKPOLY", value, 70},        {"$TDCREATE", value, 40},
-    {"$TDUCREATE", value, 40},     {"$TDUPDATE", value, 40},
-    {"$TDUUPDATE", value, 40},     {"$TDINDWG", value, 40},
-    {"$TDUSRTIMER", value, 40},    {"$USRTIMER", value, 70},
-    {"$ANGBASE", value, 50},       {"$ANGDIR", value, 70},
-    {"$PDMODE", value, 70},        {"$PDSIZE", value, 40},
-    {"$PLINEWID", value, 40},      {"$SPLFRAME", value, 70},
-    {"$SPLINETYPE", value, 70},    {"$SPLINESEGS", value, 70},
-    {"$SURFTAB1", value, 70},      {"$SURFTAB2", value, 70},
-    {"$SURFTYPE", value, 70},      {"$SURFU", value, 70},
-    {"$SURFV", value, 70},         {"$UCSORGTOP", point, 10},
-    {"$UCSORGBOTTOM", point, 10},  {"$UCSORGLEFT", point, 10},
-    {"$UCSORGRIGHT", point, 10},   {"$UCSORGFRONT", point, 10},
-    {"$UCSORGBACK", point, 10},    {"$PUCSORG", point, 10},
-    {"$PUCSXDIR", point, 10},      {"$PUCSYDIR", point, 10},
-    {"$PUCSORGTOP", point, 10},    {"$PUCSORGBOTTOM", point, 10},
-    {"$PUCSORGLEFT", point, 10},   {"$PUCSORGRIGHT", point, 10},
-    {"$PUCSORGFRONT", point, 10},  {"$PUCSORGBACK", point, 10},
-    {"$USERI1", value, 70},        {"$USERI2", value, 70},
-    {"$USERI3", value, 70},        {"$USERI4", value, 70},
-    {"$USERI5", value, 70},        {"$USERR1", value, 40},
-    {"$USERR2", value, 40},        {"$USERR3", value, 40},
-    {"$USERR4", value, 40},        {"$USERR5", value, 40},
-    {"$WORLDVIEW", value, 70},     {"$SHADEDGE", value, 70},
-    {"$SHADEDIF", value, 70},      {"$TILEMODE", value, 70},
-    {"$MAXACTVP", value, 70},      {"$PINSBASE", point, 10},
-    {"$PLIMCHECK", value, 70},     {"$PLIMMIN", flat, 10},
-    {"$PLIMMAX", flat, 10},        {"$UNITMODE", value, 70},
-    {"$VISRETAIN", value, 70},     {"$PLINEGEN", value, 70},
-    {"$PSLTSCALE", value, 70},     {"$TREEDEPTH", value, 70},
-    {"$CMLJUST", value, 70},       {"$CMLSCALE", value, 40},
-    {"$PROXYGRAPHICS", value, 70}, {"$CELWEIGHT", value, 370},
-    {"$ENDCAPS", value, 280},      {"$JOINSTYLE", value, 280},
-    {"$LWDISPLAY", value, 290},    {"$HYPERLINKBASE", value, 1},
-    {"$XEDIT", value, 290},        {"$FINGERPRINTGUID", value, 2},
-    {"$VERSIONGUID", value, 2},    {"$PSVPSCALE", value, 40},
-    {"$OLESTARTUP", value, 290},
+constexpr auto Variables = std::to_array<HeaderVariable>({
+    {"$INSBASE", Point, 10},       {"$LIMMIN", Flat, 10},
+    {"$LIMMAX", Flat, 10},         {"$ORTHOMODE", Value, 70},
+    {"$REGENMODE", Value, 70},     {"$FILLMODE", Value, 70},
+    {"$QTEXTMODE", Value, 70},     {"$MIRRTEXT", Value, 70},
+    {"$LTSCALE", Value, 40},       {"$ATTMODE", Value, 70},
+    {"$TEXTSIZE", Value, 40},      {"$TRACEWID", Value, 40},
+    {"$CECOLOR", Value, 62},       {"$CELTSCALE", Value, 40},
+    {"$DISPSILH", Value, 70},      {"$LUNITS", Value, 70},
+    {"$LUPREC", Value, 70},        {"$SKETCHINC", Value, 40},
+    {"$FILLETRAD", Value, 40},     {"$AUNITS", Value, 70},
+    {"$AUPREC", Value, 70},        {"$MENU", Value, 1},
+    {"$ELEVATION", Value, 40},     {"$PELEVATION", Value, 40},
+    {"$THICKNESS", Value, 40},     {"$LIMCHECK", Value, 70},
+    {"$CHAMFERA", Value, 40},      {"$CHAMFERB", Value, 40},
+    {"$CHAMFERC", Value, 40},      {"$CHAMFERD", Value, 40},
+    {"$SKPOLY", Value, 70},        {"$TDCREATE", Value, 40},
+    {"$TDUCREATE", Value, 40},     {"$TDUPDATE", Value, 40},
+    {"$TDUUPDATE", Value, 40},     {"$TDINDWG", Value, 40},
+    {"$TDUSRTIMER", Value, 40},    {"$USRTIMER", Value, 70},
+    {"$ANGBASE", Value, 50},       {"$ANGDIR", Value, 70},
+    {"$PDMODE", Value, 70},        {"$PDSIZE", Value, 40},
+    {"$PLINEWID", Value, 40},      {"$SPLFRAME", Value, 70},
+    {"$SPLINETYPE", Value, 70},    {"$SPLINESEGS", Value, 70},
+    {"$SURFTAB1", Value, 70},      {"$SURFTAB2", Value, 70},
+    {"$SURFTYPE", Value, 70},      {"$SURFU", Value, 70},
+    {"$SURFV", Value, 70},         {"$UCSORGTOP", Point, 10},
+    {"$UCSORGBOTTOM", Point, 10},  {"$UCSORGLEFT", Point, 10},
+    {"$UCSORGRIGHT", Point, 10},   {"$UCSORGFRONT", Point, 10},
+    {"$UCSORGBACK", Point, 10},    {"$PUCSORG", Point, 10},
+    {"$PUCSXDIR", Point, 10},      {"$PUCSYDIR", Point, 10},
+    {"$PUCSORGTOP", Point, 10},    {"$PUCSORGBOTTOM", Point, 10},
+    {"$PUCSORGLEFT", Point, 10},   {"$PUCSORGRIGHT", Point, 10},
+    {"$PUCSORGFRONT", Point, 10},  {"$PUCSORGBACK", Point, 10},
+    {"$USERI1", Value, 70},        {"$USERI2", Value, 70},
+    {"$USERI3", Value, 70},        {"$USERI4", Value, 70},
+    {"$USERI5", Value, 70},        {"$USERR1", Value, 40},
+    {"$USERR2", Value, 40},        {"$USERR3", Value, 40},
+    {"$USERR4", Value, 40},        {"$USERR5", Value, 40},
+    {"$WORLDVIEW", Value, 70},     {"$SHADEDGE", Value, 70},
+    {"$SHADEDIF", Value, 70},      {"$TILEMODE", Value, 70},
+    {"$MAXACTVP", Value, 70},      {"$PINSBASE", Point, 10},
+    {"$PLIMCHECK", Value, 70},     {"$PLIMMIN", Flat, 10},
+    {"$PLIMMAX", Flat, 10},        {"$UNITMODE", Value, 70},
+    {"$VISRETAIN", Value, 70},     {"$PLINEGEN", Value, 70},
+    {"$PSLTSCALE", Value, 70},     {"$TREEDEPTH", Value, 70},
+    {"$CMLJUST", Value, 70},       {"$CMLSCALE", Value, 40},
+    {"$PROXYGRAPHICS", Value, 70}, {"$CELWEIGHT", Value, 370},
+    {"$ENDCAPS", Value, 280},      {"$JOINSTYLE", Value, 280},
+    {"$LWDISPLAY", Value, 290},    {"$HYPERLINKBASE", Value, 1},
+    {"$XEDIT", Value, 290},        {"$FINGERPRINTGUID", Value, 2},
+    {"$VERSIONGUID", Value, 2},    {"$PSVPSCALE", Value, 40},
+    {"$OLESTARTUP", Value, 290},
 });
 
 }  // namespace
 
-std::span<const HeaderVariable> DxfHeaderVariables() { return variables; }
+std::span<const HeaderVariable> DxfHeaderVariables() { return Variables; }
 
 const HeaderVariable* FindHeaderVariable(std::string_view name) {
-    for (const HeaderVariable& variable : variables) {
+    for (const HeaderVariable& variable : Variables) {
         if (variable.name == name) return &variable;
     }
     return nullptr;

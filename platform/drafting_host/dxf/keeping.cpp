@@ -19,7 +19,7 @@ struct Understood {
     std::array<int, 18> values, points;
 };
 
-constexpr auto kinds = std::to_array<Understood>({
+constexpr auto Kinds = std::to_array<Understood>({
     {"LINE", {39}, {10, 11, 210}},
     {"3DSOLID", {1, 3, 70, 290, 2}, {}},
     {"LWPOLYLINE", {90, 70, 43, 38, 39, 40, 41, 42}, {10, 210}},
@@ -45,7 +45,7 @@ constexpr auto kinds = std::to_array<Understood>({
     {"BLOCK_RECORD", {2, 340}, {}},
 });
 
-constexpr auto classes = std::to_array<std::string_view>({"AcDbLine",
+constexpr auto Classes = std::to_array<std::string_view>({"AcDbLine",
                                                           "AcDbModelerGeometry",
                                                           "AcDbPolyline",
                                                           "AcDbCircle",
@@ -75,8 +75,8 @@ constexpr auto classes = std::to_array<std::string_view>({"AcDbLine",
                                                           "AcDbBlockTableRecord"});
 
 const Understood* FindKind(std::string_view kind) {
-    const auto found = std::ranges::find(kinds, kind, &Understood::kind);
-    return found == kinds.end() ? nullptr : &*found;
+    const auto found = std::ranges::find(Kinds, kind, &Understood::kind);
+    return found == Kinds.end() ? nullptr : &*found;
 }
 
 bool Holds(const std::array<int, 18>& codes, int code) {
@@ -161,7 +161,7 @@ class Sieve {
         const std::string_view name = WithoutBlanks(group.value);
         if (name == "AcDbEntity" || name == "AcDbSymbolTableRecord") {
             mPart = Part::Common;
-        } else if (std::ranges::find(classes, name) != classes.end()) {
+        } else if (std::ranges::find(Classes, name) != Classes.end()) {
             mPart = Part::Own;
         } else {
             mPart = Part::Further;

@@ -11,10 +11,10 @@
 namespace brenvik {
 namespace {
 
-constexpr int release13 = 1012, release2000 = 1015, release2004 = 1018, release2010 = 1024;
+constexpr int Release13 = 1012, Release2000 = 1015, Release2004 = 1018, Release2010 = 1024;
 
 /// Bodies that stand in the file's binary section from release 2013 on.
-constexpr auto bodyKinds = std::to_array<std::string_view>(
+constexpr auto BodyKinds = std::to_array<std::string_view>(
     {"3DSOLID", "REGION", "BODY", "SURFACE", "EXTRUDEDSURFACE", "LOFTEDSURFACE", "REVOLVEDSURFACE",
      "SWEPTSURFACE", "PLANESURFACE", "NURBSURFACE"});
 
@@ -108,20 +108,20 @@ std::string WithoutEmbedded(const std::string& groups, std::size_t& count) {
 
 void WritePlan::ChooseRelease() {
     // True colours of drawings that were no DXF; one that was read keeps its release.
-    const bool isOfFile = mData.file && mData.file->release >= release13;
-    if (!isOfFile && HasTrueColors(mData)) mRelease = release2004;
+    const bool isOfFile = mData.file && mData.file->release >= Release13;
+    if (!isOfFile && HasTrueColors(mData)) mRelease = Release2004;
     if (!mData.file) return;
     const int read = mData.file->release;
-    if (read < release13) return;
+    if (read < Release13) return;
     mFile = mData.file.value.get();
-    mRelease = std::max(read, release2000);
+    mRelease = std::max(read, Release2000);
     // Bodies are written as text, which later releases don't take.
-    if (mRelease > release2010 && HasBodies(mData)) mRelease = release2010;
+    if (mRelease > Release2010 && HasBodies(mData)) mRelease = Release2010;
 }
 
 bool WritePlan::IsUnkept(const KeptRecord& entity) const {
-    return mRelease <= release2010 && IsLowered() &&
-           std::ranges::find(bodyKinds, entity.name) != bodyKinds.end();
+    return mRelease <= Release2010 && IsLowered() &&
+           std::ranges::find(BodyKinds, entity.name) != BodyKinds.end();
 }
 
 void WritePlan::PlanKept(BlockPlan& plan) {

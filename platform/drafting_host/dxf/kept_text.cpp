@@ -9,7 +9,7 @@
 namespace brenvik {
 namespace {
 
-constexpr std::string_view lineEnd = "\r\n";
+constexpr std::string_view LineEnd = "\r\n";
 
 std::string_view WithoutBlanks(std::string_view text) {
     const std::size_t first = text.find_first_not_of(' ');
@@ -171,9 +171,9 @@ void AppendGroup(std::string& text, int code, std::string_view value) {
     const auto count = static_cast<std::size_t>(written.ptr - digits.data());
     if (count < 3) text.append(3 - count, ' ');
     text.append(digits.data(), count);
-    text += lineEnd;
+    text += LineEnd;
     text += value;
-    text += lineEnd;
+    text += LineEnd;
 }
 
 bool GroupWalk::Next() {

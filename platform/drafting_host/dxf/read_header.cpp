@@ -11,9 +11,9 @@
 namespace brenvik {
 namespace {
 
-constexpr int oldestUnicode = 1021;
-constexpr int oldestBinaryBodies = 1027;
-constexpr int defaultPage = 1252;
+constexpr int OldestUnicode = 1021;
+constexpr int OldestBinaryBodies = 1027;
+constexpr int DefaultPage = 1252;
 
 int VersionNumber(std::string_view version) {
     int number = 0;
@@ -59,8 +59,8 @@ void TakeVersion(Reading& reading, Groups groups) {
     const Group* const group = FindGroup(groups, 1);
     if (group == nullptr) return;
     reading.data.version = Trim(group->value);
-    reading.isUnicode = VersionNumber(reading.data.version) >= oldestUnicode;
-    reading.isBinaryBodies = VersionNumber(reading.data.version) >= oldestBinaryBodies;
+    reading.isUnicode = VersionNumber(reading.data.version) >= OldestUnicode;
+    reading.isBinaryBodies = VersionNumber(reading.data.version) >= OldestBinaryBodies;
     reading.file.release = VersionNumber(reading.data.version);
 }
 
@@ -70,7 +70,7 @@ void SetCodePage(Reading& reading, std::string_view name, std::size_t line) {
     if (IsSingleBytePage(page)) {
         reading.decoder = TextDecoder(isUtf8 ? TextDecoder::Bytes::Utf8 : TextDecoder::Bytes::Page, page);
     } else if (isUtf8) {
-        reading.decoder = TextDecoder(TextDecoder::Bytes::Utf8, defaultPage);
+        reading.decoder = TextDecoder(TextDecoder::Bytes::Utf8, DefaultPage);
     } else if (MultiByteEscapeDigit(page)) {
         reading.decoder = TextDecoder(TextDecoder::Bytes::Page, page);
         reading.Note(line, "code page " + ShownName(name) + ": its characters are kept as \\M+nXXXX", false);
@@ -140,7 +140,7 @@ void ReadHeader(Reading& reading, Groups groups) {
         reading.data.codePage = Trim(page->value);
         SetCodePage(reading, reading.data.codePage, page->line);
     } else if (reading.isUnicode) {
-        reading.decoder = TextDecoder(TextDecoder::Bytes::Utf8, defaultPage);
+        reading.decoder = TextDecoder(TextDecoder::Bytes::Utf8, DefaultPage);
     }
     ForEachVariable(reading, groups, [&](std::string_view name, Groups values) {
         // A damaged one is refused here.

@@ -8,8 +8,8 @@
 namespace brenvik {
 namespace {
 
-constexpr int flagFrozen = 1, flagLocked = 4;
-constexpr int lastColor = 255, defaultLayerColor = 7;
+constexpr int FlagFrozen = 1, FlagLocked = 4;
+constexpr int LastColor = 255, DefaultLayerColor = 7;
 
 // The entry of a name, made once; a second entry of the same name is told and passed over.
 template <typename Entry>
@@ -33,16 +33,16 @@ void TakeLayerGroup(Reading& reading, LayerData& layer, const Group& group) {
             layer.linetype = reading.Text(group);
             break;
         case 62: {
-            const int color = std::clamp(IntegerOf(group), -lastColor - 1, lastColor + 1);
+            const int color = std::clamp(IntegerOf(group), -LastColor - 1, LastColor + 1);
             layer.on = color >= 0;
             const int index = std::abs(color);
-            layer.color = index >= 1 && index <= lastColor ? index : defaultLayerColor;
+            layer.color = index >= 1 && index <= LastColor ? index : DefaultLayerColor;
             break;
         }
         case 70: {
             const int flags = IntegerOf(group);
-            layer.frozen = (flags & flagFrozen) != 0;
-            layer.locked = (flags & flagLocked) != 0;
+            layer.frozen = (flags & FlagFrozen) != 0;
+            layer.locked = (flags & FlagLocked) != 0;
             break;
         }
         case 290:
@@ -259,10 +259,10 @@ void ReadEntry(Reading& reading, const Record& record) {
 }  // namespace
 
 std::string CanonicalBlockName(std::string name) {
-    if (EqualsIgnoreCase(name, modelSpaceName) || EqualsIgnoreCase(name, "$MODEL_SPACE"))
-        return std::string(modelSpaceName);
-    if (EqualsIgnoreCase(name, paperSpaceName) || EqualsIgnoreCase(name, "$PAPER_SPACE"))
-        return std::string(paperSpaceName);
+    if (EqualsIgnoreCase(name, ModelSpaceName) || EqualsIgnoreCase(name, "$MODEL_SPACE"))
+        return std::string(ModelSpaceName);
+    if (EqualsIgnoreCase(name, PaperSpaceName) || EqualsIgnoreCase(name, "$PAPER_SPACE"))
+        return std::string(PaperSpaceName);
     return name;
 }
 

@@ -9,7 +9,7 @@
 namespace brenvik {
 namespace {
 
-constexpr int codeApplication = 1001, codeBracket = 1002, codeBytes = 1004, codeShort = 1070, codeLong = 1071;
+constexpr int CodeApplication = 1001, CodeBracket = 1002, CodeBytes = 1004, CodeShort = 1070, CodeLong = 1071;
 
 bool IsText(int code) { return code == 1000 || code == 1003 || code == 1005; }
 bool IsPointStart(int code) { return code >= 1010 && code <= 1013; }
@@ -68,7 +68,7 @@ struct Brackets {
 };
 
 bool IsTextOrNumber(const XDataItem& item) {
-    return item.code != codeBracket && !std::holds_alternative<Point3>(item.value) &&
+    return item.code != CodeBracket && !std::holds_alternative<Point3>(item.value) &&
            !std::holds_alternative<std::vector<std::uint8_t>>(item.value);
 }
 
@@ -103,7 +103,7 @@ class XDataReader {
 
   private:
     void TakeGroup(const Group& group) {
-        if (group.code == codeApplication) {
+        if (group.code == CodeApplication) {
             EndApp(group.line);
             mApp = &AppOf(mApps, TextOf(group));
             mAppLine = group.line;
@@ -122,16 +122,16 @@ class XDataReader {
 
     XDataValue ValueOf(const Group& group) {
         if (IsText(group.code)) return TextOf(group);
-        if (group.code == codeBracket) {
+        if (group.code == CodeBracket) {
             std::string bracket = Trim(group.value);
             if (mBrackets.Take(bracket)) return bracket;
             throw EntityRefused{group.line, "a bracket \"{\" or its \"}\" was expected"};
         }
-        if (group.code == codeBytes) return BytesOf(group);
+        if (group.code == CodeBytes) return BytesOf(group);
         if (IsPointStart(group.code)) return PointOf(mGroups, mAt);
         if (IsReal(group.code)) return RealOf(group);
-        if (group.code == codeShort) return ShortOf(group);
-        if (group.code == codeLong) return static_cast<std::int32_t>(IntegerOf(group));
+        if (group.code == CodeShort) return ShortOf(group);
+        if (group.code == CodeLong) return static_cast<std::int32_t>(IntegerOf(group));
         throw EntityRefused{group.line, "group " + std::to_string(group.code) +
                                             " stands where a code of extended data was expected"};
     }
@@ -152,13 +152,13 @@ class XDataReader {
     void EndApp(std::size_t line) {
         if (mApp == nullptr) return;
         if (mBrackets.depth > 0) Note(line, OfApp() + "a missing \"}\" was put in", false);
-        for (; mBrackets.depth > 0; --mBrackets.depth) mApp->items.push_back({codeBracket, std::string("}")});
+        for (; mBrackets.depth > 0; --mBrackets.depth) mApp->items.push_back({CodeBracket, std::string("}")});
         if (!IsPartData(mApp->app)) return;
         const XDataItem* const first = mApp->items.empty() ? nullptr : &mApp->items.front();
         if (first != nullptr && IsTextOrNumber(*first)) return NoteFurtherItems(*first);
         Note(mAppLine, OfApp() + "a text was expected behind it, found " +
                            (first == nullptr             ? "nothing"
-                            : first->code == codeBracket ? "a bracket"
+                            : first->code == CodeBracket ? "a bracket"
                                                          : "a point or bytes"));
     }
 

@@ -36,7 +36,7 @@ std::string LayerNameOf(Reading& reading, const Group& group) {
     }
     if (reading.changedLayerNames.insert(name).second)
         reading.Note(group.line, "layer " + ShownName(name) + " is called " + ShownName(allowed) +
-                                     ": a name without any of " + std::string(forbiddenInNames) +
+                                     ": a name without any of " + std::string(ForbiddenInNames) +
                                      " was expected");
     return allowed;
 }
@@ -78,7 +78,7 @@ HandleValue HandleOf(const Group& group) {
     const auto read = std::from_chars(text.data() + first, text.data() + text.size(), handle, 16);
     const bool whole = text.find_first_not_of(" \t", static_cast<std::size_t>(read.ptr - text.data())) ==
                        std::string_view::npos;
-    return read.ec == std::errc{} && whole && handle <= highestHandle ? handle : 0;
+    return read.ec == std::errc{} && whole && handle <= HighestHandle ? handle : 0;
 }
 
 double AngleOf(const Group& group) { return RadiansOfDegrees(LongRealOf(group)); }

@@ -31,7 +31,7 @@ struct EntityRefused {
 };
 
 /// Release 13, the first whose records say what they are.
-inline constexpr int oldestKept = 1012;
+inline constexpr int OldestKept = 1012;
 
 /// The drawing in the making.
 struct Reading {
@@ -54,7 +54,7 @@ struct Reading {
     KeptFile file;
     std::map<std::string, KeptBlock, LessIgnoreCase> keptBlocks;
     std::map<std::string, std::size_t> unkept;
-    bool KeepsRecords() const { return file.release >= oldestKept; }
+    bool KeepsRecords() const { return file.release >= OldestKept; }
 
     /// Records of bodies whose data are still to come, by handle.
     std::map<HandleValue, KeptRecord> bodyRecords;

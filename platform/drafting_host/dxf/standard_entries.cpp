@@ -21,14 +21,14 @@ Entry* AddMissing(std::vector<Entry>& entries, std::string_view name) {
 }  // namespace
 
 bool IsSpace(std::string_view blockName) {
-    return EqualsIgnoreCase(blockName, modelSpaceName) || StartsWithIgnoreCase(blockName, paperSpaceName);
+    return EqualsIgnoreCase(blockName, ModelSpaceName) || StartsWithIgnoreCase(blockName, PaperSpaceName);
 }
 
 bool IsAllowedLayerName(std::string_view name) {
     constexpr std::size_t longestName = 255;
     if (name.empty() || TextUnits(name) > longestName) return false;
     return std::none_of(name.begin(), name.end(), [](char c) {
-        return static_cast<unsigned char>(c) < ' ' || forbiddenInNames.find(c) != std::string_view::npos;
+        return static_cast<unsigned char>(c) < ' ' || ForbiddenInNames.find(c) != std::string_view::npos;
     });
 }
 

@@ -11,17 +11,17 @@
 
 namespace brenvik {
 
-inline constexpr std::string_view modelSpaceName = "*Model_Space";
-inline constexpr std::string_view paperSpaceName = "*Paper_Space";
+inline constexpr std::string_view ModelSpaceName = "*Model_Space";
+inline constexpr std::string_view PaperSpaceName = "*Paper_Space";
 
 /// Handles above this are damage: nothing would be left above them.
-inline constexpr HandleValue highestHandle = 0x7FFF'FFFF'FFFF'FFFF;
+inline constexpr HandleValue HighestHandle = 0x7FFF'FFFF'FFFF'FFFF;
 
 /// Whether the block is model space, paper space or a further layout's space.
 bool IsSpace(std::string_view blockName);
 
 /// The characters that release 2000 refuses in names.
-inline constexpr std::string_view forbiddenInNames = "<>/\\\":;?*=|`";
+inline constexpr std::string_view ForbiddenInNames = "<>/\\\":;?*=|`";
 /// Whether a layer may have the name: 1 to 255 characters, none of them forbidden or a control character.
 bool IsAllowedLayerName(std::string_view name);
 

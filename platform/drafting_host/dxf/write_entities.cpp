@@ -41,27 +41,27 @@ void WriteOwnAndFurther(GroupWriter& out, const WritePlan& plan, std::string_vie
     WriteKept(out, plan, name, entity.kept->further);
 }
 
-constexpr int flag3d = 8, flagMesh = 16, flagPolyface = 64, flagFaceVertex = 128;
+constexpr int Flag3d = 8, FlagMesh = 16, FlagPolyface = 64, FlagFaceVertex = 128;
 
 std::string_view PolylineClass(int flags) {
-    if ((flags & flagPolyface) != 0) return "AcDbPolyFaceMesh";
-    if ((flags & flagMesh) != 0) return "AcDbPolygonMesh";
-    return (flags & flag3d) != 0 ? "AcDb3dPolyline" : "AcDb2dPolyline";
+    if ((flags & FlagPolyface) != 0) return "AcDbPolyFaceMesh";
+    if ((flags & FlagMesh) != 0) return "AcDbPolygonMesh";
+    return (flags & Flag3d) != 0 ? "AcDb3dPolyline" : "AcDb2dPolyline";
 }
 
 void WriteVertexClasses(GroupWriter& out, int polylineFlags, int vertexFlags) {
-    if ((polylineFlags & flagPolyface) != 0 && (vertexFlags & flagFaceVertex) != 0 &&
-        (vertexFlags & flagPolyface) == 0) {
+    if ((polylineFlags & FlagPolyface) != 0 && (vertexFlags & FlagFaceVertex) != 0 &&
+        (vertexFlags & FlagPolyface) == 0) {
         out.Word(100, "AcDbFaceRecord");
         return;
     }
     out.Word(100, "AcDbVertex");
-    if ((polylineFlags & flagPolyface) != 0) {
+    if ((polylineFlags & FlagPolyface) != 0) {
         out.Word(100, "AcDbPolyFaceMeshVertex");
-    } else if ((polylineFlags & flagMesh) != 0) {
+    } else if ((polylineFlags & FlagMesh) != 0) {
         out.Word(100, "AcDbPolygonMeshVertex");
     } else {
-        out.Word(100, (polylineFlags & flag3d) != 0 ? "AcDb3dPolylineVertex" : "AcDb2dVertex");
+        out.Word(100, (polylineFlags & Flag3d) != 0 ? "AcDb3dPolylineVertex" : "AcDb2dVertex");
     }
 }
 

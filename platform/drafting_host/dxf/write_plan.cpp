@@ -52,8 +52,8 @@ WritePlan::WritePlan(const DrawingData& data, std::vector<std::string>& unkept)
     mTables.applications = data.applications;
     mTables.groups = data.groups;
     mTables.headerVariables = data.headerVariables;
-    mEmptyModel.name = modelSpaceName;
-    mEmptyPaper.name = paperSpaceName;
+    mEmptyModel.name = ModelSpaceName;
+    mEmptyPaper.name = PaperSpaceName;
     AddStandardEntries(mTables);
     FindFirstFree();
     PlanBlocks();
@@ -66,15 +66,15 @@ WritePlan::WritePlan(const DrawingData& data, std::vector<std::string>& unkept)
 void WritePlan::FindFirstFree() {
     HandleValue highest = 0;
     ForEachGivenHandle(mData, [&](HandleValue handle) {
-        if (handle <= highestHandle) highest = std::max(highest, handle);
+        if (handle <= HighestHandle) highest = std::max(highest, handle);
     });
     if (mData.file && !mData.file->handles.empty()) highest = std::max(highest, mData.file->handles.back());
     mNext = highest + 1;
-    if (mData.handleSeed <= highestHandle) mNext = std::max(mNext, mData.handleSeed);
+    if (mData.handleSeed <= HighestHandle) mNext = std::max(mNext, mData.handleSeed);
 }
 
 HandleValue WritePlan::Claim(HandleValue given) {
-    if (given != 0 && given <= highestHandle && mUsed.insert(given).second) return given;
+    if (given != 0 && given <= HighestHandle && mUsed.insert(given).second) return given;
     return mNext++;
 }
 
@@ -86,8 +86,8 @@ void WritePlan::PlanBlocks() {
         }
         return nullptr;
     };
-    const BlockData* const model = find(modelSpaceName);
-    const BlockData* const paper = find(paperSpaceName);
+    const BlockData* const model = find(ModelSpaceName);
+    const BlockData* const paper = find(PaperSpaceName);
     mBlocks.push_back({model == nullptr ? &mEmptyModel : model, 0, {}, true, {}});
     mBlocks.push_back({paper == nullptr ? &mEmptyPaper : paper, 0, {}, true, {}});
     for (const BlockData& block : mData.blocks) {
@@ -155,7 +155,7 @@ void WritePlan::PlanTables() {
         if (!IsAllowedLayerName(layer.name))
             throw InvalidCall("layer name \"" + layer.name +
                               "\": expected 1 to 255 characters without any of " +
-                              std::string(forbiddenInNames));
+                              std::string(ForbiddenInNames));
         layer.handle = Claim(layer.handle);
     }
     for (LinetypeData& linetype : mTables.linetypes) linetype.handle = Claim(linetype.handle);

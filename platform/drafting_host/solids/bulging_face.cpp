@@ -21,7 +21,7 @@ namespace {
 
 // Below this a direction counts as lying along an axis, where a whole circle is farthest at once and
 // its ends on the boundary decide.
-constexpr double alongAxis = 1e-12;
+constexpr double AlongAxis = 1e-12;
 
 template <class Spline>
 bool Ruled(const Spline& spline) {
@@ -104,7 +104,7 @@ double BulgingFace::TorusPeak(const gp_XYZ& direction, const gp_XYZ& origin, dou
     const double spread = std::abs(slant) < 0.5 ? std::sqrt((1 - slant) * (1 + slant)) : outward.Modulus();
     // Along the axis the top is a whole circle. A boundary that cuts it lies as high, and a face
     // without such a boundary has its seam there.
-    outward = spread < alongAxis ? torus.XAxis().Direction().XYZ() : outward / spread;
+    outward = spread < AlongAxis ? torus.XAxis().Direction().XYZ() : outward / spread;
     const double peak =
         (torus.Location().XYZ() - origin).Dot(direction) + torus.MajorRadius() * spread + torus.MinorRadius();
     if (!(peak > best)) return best;
@@ -142,7 +142,7 @@ double BulgingFace::TurnedPeak(const gp_XYZ& direction, const gp_XYZ& origin, do
     const gp_XYZ axis = turning.Direction().XYZ();
     const gp_XYZ aside = direction - axis * axis.Dot(direction);
     // Along the axis the profile's own farthest point decides; every turned copy of it reaches as far.
-    if (aside.Modulus() < alongAxis) return ProfilePeak(mUMin, direction, origin, best);
+    if (aside.Modulus() < AlongAxis) return ProfilePeak(mUMin, direction, origin, best);
     const gp_XYZ start = mSurface->Value(mUMin, (mVMin + mVMax) / 2).XYZ() - turning.Location().XYZ();
     const gp_XYZ radial = start - axis * start.Dot(axis);
     if (radial.Modulus() < Precision::Confusion()) return best;

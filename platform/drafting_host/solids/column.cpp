@@ -23,8 +23,8 @@ namespace brenvik::solids {
 namespace {
 
 // As thick as the film that touching bodies may have in common.
-constexpr double film = 1e-7;
-constexpr double parallel = 1e-9;
+constexpr double Film = 1e-7;
+constexpr double Parallel = 1e-9;
 
 struct PlanBox {
     PlanPoint low{1e100, 1e100}, high{-1e100, -1e100};
@@ -34,8 +34,8 @@ struct PlanBox {
         high = {std::max(high.x, curve.high.x), std::max(high.y, curve.high.y)};
     }
     bool Meets(const PlanPoint& otherLow, const PlanPoint& otherHigh) const {
-        return otherLow.x < high.x - film && otherHigh.x > low.x + film && otherLow.y < high.y - film &&
-               otherHigh.y > low.y + film;
+        return otherLow.x < high.x - Film && otherHigh.x > low.x + Film && otherLow.y < high.y - Film &&
+               otherHigh.y > low.y + Film;
     }
 };
 
@@ -45,7 +45,7 @@ Lie LieOf(const BRepAdaptor_Surface& surface) {
     if (surface.GetType() == GeomAbs_Plane) {
         const double up = std::abs(surface.Plane().Axis().Direction().Z());
         if (up > 1 - 1e-14) return Lie::Level;
-        return up < parallel ? Lie::Upright : Lie::Other;
+        return up < Parallel ? Lie::Upright : Lie::Other;
     }
     if (surface.GetType() == GeomAbs_Cylinder &&
         std::abs(surface.Cylinder().Axis().Direction().Z()) > 1 - 1e-14)
@@ -80,9 +80,9 @@ class Column {
         if (BRep_Tool::Degenerated(edge)) return true;
         const std::optional<PlanCurve> curve = SeenFromAbove(edge);
         if (!curve) return FreeOfBox(edge);
-        if (Far(curve->lowZ, curve->highZ) <= mBase + film) return true;
+        if (Far(curve->lowZ, curve->highZ) <= mBase + Film) return true;
         if (!mBox.Meets(curve->low, curve->high)) return true;
-        return !Enters(*curve, mRing, film);
+        return !Enters(*curve, mRing, Film);
     }
 
     bool FreeOfBox(const TopoDS_Shape& shape) const {
@@ -91,13 +91,13 @@ class Column {
         if (box.IsVoid()) return true;
         double lowX = 0, lowY = 0, lowZ = 0, highX = 0, highY = 0, highZ = 0;
         box.Get(lowX, lowY, lowZ, highX, highY, highZ);
-        return Far(lowZ, highZ) <= mBase + film || !mBox.Meets({lowX, lowY}, {highX, highY});
+        return Far(lowZ, highZ) <= mBase + Film || !mBox.Meets({lowX, lowY}, {highX, highY});
     }
 
     /// The height of a level face that lies over `probe`, if it does; false where that can't be told.
     bool TakeLevel(const TopoDS_Face& face, double z, const PlanPoint& probe) {
         const double height = mUp ? z : -z;
-        if (height <= mBase + film) return true;
+        if (height <= mBase + Film) return true;
         const std::optional<std::vector<PlanCurve>> ring = BoundaryOf(face);
         if (!ring) return FreeOfBox(face);
         const std::optional<bool> over = Inside(*ring, probe);

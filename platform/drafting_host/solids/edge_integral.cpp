@@ -14,7 +14,7 @@ namespace brenvik::solids {
 namespace {
 
 /// Abscissas and weights of the 10-point rule on (-1, 1); the other half lies mirrored.
-constexpr std::array<std::pair<double, double>, 5> gaussPoints{{{0.1488743389816312, 0.2955242247147529},
+constexpr std::array<std::pair<double, double>, 5> GaussPoints{{{0.1488743389816312, 0.2955242247147529},
                                                                 {0.4333953941292472, 0.2692667193099963},
                                                                 {0.6794095682990244, 0.2190863625159820},
                                                                 {0.8650633666889845, 0.1494513491505806},
@@ -32,7 +32,7 @@ Value Integrate(const BRepAdaptor_Curve& curve, Value sum, const Integrand& inte
         const double width = (knots(span + 1) - knots(span)) / pieces;
         for (int piece = 0; piece < pieces; ++piece) {
             const double middle = knots(span) + (piece + 0.5) * width;
-            for (const auto& [abscissa, weight] : gaussPoints) {
+            for (const auto& [abscissa, weight] : GaussPoints) {
                 for (const double side : {-1.0, 1.0}) {
                     gp_Pnt point;
                     gp_Vec tangent;

@@ -23,9 +23,9 @@ namespace brenvik::solids {
 namespace {
 
 // The sine of an angle that still counts as none: what turning a part there and back leaves.
-constexpr double noAngle = 2e-9;
+constexpr double NoAngle = 2e-9;
 // How far a spline may stray from a plane or line and still be one, drawing units.
-constexpr double noBulge = 1e-7;
+constexpr double NoBulge = 1e-7;
 
 std::optional<gp_Pln> PlaneOf(const TopoDS_Face& face) {
     const BRepAdaptor_Surface surface(face, Standard_False);
@@ -35,7 +35,7 @@ std::optional<gp_Pln> PlaneOf(const TopoDS_Face& face) {
         case GeomAbs_BezierSurface:
         case GeomAbs_BSplineSurface:
         case GeomAbs_SurfaceOfExtrusion: {
-            const GeomLib_IsPlanarSurface flat(BRep_Tool::Surface(face), noBulge);
+            const GeomLib_IsPlanarSurface flat(BRep_Tool::Surface(face), NoBulge);
             if (flat.IsPlanar()) return flat.Plan();
             return std::nullopt;
         }
@@ -54,7 +54,7 @@ std::optional<gp_Pln> PlaneOf(const TopoDS_Face& face) {
 template <class Spline>
 bool PolesOnLine(const Spline& spline, const gp_XYZ& start, const gp_XYZ& direction) {
     for (int pole = 1; pole <= spline->NbPoles(); ++pole) {
-        if ((spline->Pole(pole).XYZ() - start).Crossed(direction).Modulus() > noBulge) return false;
+        if ((spline->Pole(pole).XYZ() - start).Crossed(direction).Modulus() > NoBulge) return false;
     }
     return true;
 }
@@ -66,7 +66,7 @@ std::optional<StraightRun> RunOf(const TopoDS_Edge& edge) {
     const gp_XYZ start = curve.Value(curve.FirstParameter()).XYZ();
     const gp_XYZ chord = curve.Value(curve.LastParameter()).XYZ() - start;
     const double length = chord.Modulus();
-    if (!(length > noBulge)) return std::nullopt;
+    if (!(length > NoBulge)) return std::nullopt;
     if (curve.GetType() == GeomAbs_Line) {
         return StraightRun{curve.Line().Direction().XYZ(), start, length};
     }
@@ -109,7 +109,7 @@ TopoDS_Shape OuterLoop(const FlatFace& face) {
 
 }  // namespace
 
-bool Parallel(const gp_XYZ& one, const gp_XYZ& other) { return one.Crossed(other).Modulus() < noAngle; }
+bool Parallel(const gp_XYZ& one, const gp_XYZ& other) { return one.Crossed(other).Modulus() < NoAngle; }
 
 std::vector<FlatFace> FlatFaces(const TopoDS_Shape& shape) {
     std::vector<FlatFace> found;
@@ -133,7 +133,7 @@ std::vector<StraightRun> OuterRuns(const FlatFace& face) {
         const auto same = std::ranges::find_if(runs, [&](const StraightRun& other) {
             const gp_XYZ apart = run->point - other.point;
             return Parallel(run->direction, other.direction) &&
-                   apart.Crossed(other.direction).Modulus() < noBulge + noAngle * apart.Modulus();
+                   apart.Crossed(other.direction).Modulus() < NoBulge + NoAngle * apart.Modulus();
         });
         if (same == runs.end()) {
             runs.push_back(*run);

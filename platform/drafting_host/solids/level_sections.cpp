@@ -25,20 +25,20 @@
 namespace brenvik::solids {
 namespace {
 
-constexpr double fullTurn = 2 * std::numbers::pi;
+constexpr double FullTurn = 2 * std::numbers::pi;
 /// Of a component of a unit vector: below it a face counts as level or upright. Parts that other programs
 /// have turned are off by far less, and along a board it comes to microns.
-constexpr double square = 1e-6;
+constexpr double Square = 1e-6;
 /// Two levels closer than this are one.
-constexpr double sameLevel = 1e-7;
+constexpr double SameLevel = 1e-7;
 /// How far the chords of free curves may stray from them.
-constexpr double chordStray = 1e-3;
+constexpr double ChordStray = 1e-3;
 /// Into how many pieces a free edge is looked at for the places where it crosses a height.
-constexpr int freePieces = 48;
+constexpr int FreePieces = 48;
 
 double Turn(double angle) {
-    const double rest = std::fmod(angle, fullTurn);
-    return rest < 0 ? rest + fullTurn : rest;
+    const double rest = std::fmod(angle, FullTurn);
+    return rest < 0 ? rest + FullTurn : rest;
 }
 
 /// An edge of a wall.
@@ -92,7 +92,7 @@ bool Rises(const WallEdge& edge, double parameter) {
 
 void AddRound(const WallEdge& edge, const Swing& swing, double height, std::vector<Crossing>& found) {
     const double share = (height - swing.middle) / swing.swing;
-    if (swing.swing < sameLevel || std::abs(share) >= 1) return;
+    if (swing.swing < SameLevel || std::abs(share) >= 1) return;
     for (const double angle : {swing.peak + std::acos(share), swing.peak - std::acos(share)})
         if (const auto parameter = WithinEdge(edge, angle))
             found.push_back({edge.At(*parameter), Rises(edge, *parameter)});
@@ -107,8 +107,8 @@ void AddStraight(const WallEdge& edge, double height, std::vector<Crossing>& fou
 }
 
 void AddFree(const WallEdge& edge, double height, std::vector<Crossing>& found) {
-    const double step = (edge.last - edge.first) / freePieces;
-    for (int piece = 0; piece < freePieces; ++piece) {
+    const double step = (edge.last - edge.first) / FreePieces;
+    for (int piece = 0; piece < FreePieces; ++piece) {
         double low = edge.first + piece * step, high = low + step;
         const bool below = edge.At(low).Z() < height;
         if (below == (edge.At(high).Z() < height)) continue;
@@ -217,7 +217,7 @@ struct LevelSections::Wall {
         const double radius = RadiusAt(height);
         const gp_Pnt center = axes.Location();
         const std::vector<Crossing> points = CrossingsOf(edges, height);
-        if (points.empty()) return AddArc(center, radius, 0, fullTurn, sides);
+        if (points.empty()) return AddArc(center, radius, 0, FullTurn, sides);
         struct End {
             double angle;
             bool begins;
@@ -233,7 +233,7 @@ struct LevelSections::Wall {
             if (from.begins == to.begins) Refuse(height, "round");
             if (!from.begins) continue;
             const double sweep =
-                i + 1 < ends.size() ? to.angle - from.angle : to.angle + fullTurn - from.angle;
+                i + 1 < ends.size() ? to.angle - from.angle : to.angle + FullTurn - from.angle;
             AddArc(center, radius, from.angle, sweep, sides);
         }
     }
@@ -255,7 +255,7 @@ struct LevelSections::Wall {
         if (!cut.IsDone()) Refuse(height, "free");
         for (TopExp_Explorer each(cut.Shape(), TopAbs_EDGE); each.More(); each.Next()) {
             const BRepAdaptor_Curve curve(TopoDS::Edge(each.Current()));
-            const GCPnts_QuasiUniformDeflection chords(curve, chordStray);
+            const GCPnts_QuasiUniformDeflection chords(curve, ChordStray);
             if (!chords.IsDone()) Refuse(height, "free");
             for (int i = 1; i < chords.NbPoints(); ++i)
                 sides.push_back({InPlan(chords.Value(i)), InPlan(chords.Value(i + 1))});
@@ -276,7 +276,7 @@ LevelSections::LevelSections(const TopoDS_Shape& shape) : mBox(ExactBox(shape)) 
 
 void LevelSections::SortLevels() {
     std::ranges::sort(mLevels);
-    const auto same = [](double a, double b) { return b - a < sameLevel; };
+    const auto same = [](double a, double b) { return b - a < SameLevel; };
     mLevels.erase(std::unique(mLevels.begin(), mLevels.end(), same), mLevels.end());
 }
 
@@ -302,11 +302,11 @@ void GatherEdges(const TopoDS_Face& face, std::vector<WallEdge>& edges, std::vec
         level(wall.At(wall.last).Z());
         if (const std::optional<Swing> swing = SwingOf(*wall.curve)) {
             for (const double peak : {swing->peak, swing->peak + std::numbers::pi})
-                if (swing->swing > sameLevel && WithinEdge(wall, peak))
+                if (swing->swing > SameLevel && WithinEdge(wall, peak))
                     level(wall.At(*WithinEdge(wall, peak)).Z());
         } else if (wall.curve->GetType() != GeomAbs_Line) {
-            for (int piece = 1; piece < freePieces; ++piece) {
-                const double height = wall.At(wall.first + piece * (wall.last - wall.first) / freePieces).Z();
+            for (int piece = 1; piece < FreePieces; ++piece) {
+                const double height = wall.At(wall.first + piece * (wall.last - wall.first) / FreePieces).Z();
                 reach.low = std::min(reach.low, height);
                 reach.high = std::max(reach.high, height);
             }
@@ -320,8 +320,8 @@ void GatherEdges(const TopoDS_Face& face, std::vector<WallEdge>& edges, std::vec
     }
 }
 
-bool IsUpright(const gp_Dir& direction) { return std::hypot(direction.X(), direction.Y()) < square; }
-bool IsLevel(const gp_Dir& direction) { return std::abs(direction.Z()) < square; }
+bool IsUpright(const gp_Dir& direction) { return std::hypot(direction.X(), direction.Y()) < Square; }
+bool IsLevel(const gp_Dir& direction) { return std::abs(direction.Z()) < Square; }
 
 }  // namespace
 
@@ -381,7 +381,7 @@ void LevelSections::AddFace(const TopoDS_Face& face) {
         wall->reach = {box.CornerMin().Z(), box.CornerMax().Z()};
         mLevels.insert(mLevels.end(), {wall->reach.low, wall->reach.high});
     }
-    if (wall->reach.high - wall->reach.low < sameLevel) return;
+    if (wall->reach.high - wall->reach.low < SameLevel) return;
     if (sloped) mSlopes.push_back(wall->reach);
     mWalls.push_back(std::move(wall));
 }

@@ -12,7 +12,7 @@
 namespace brenvik::solids {
 namespace {
 
-const std::array<gp_XYZ, 3> world{gp_XYZ(1, 0, 0), gp_XYZ(0, 1, 0), gp_XYZ(0, 0, 1)};
+const std::array<gp_XYZ, 3> World{gp_XYZ(1, 0, 0), gp_XYZ(0, 1, 0), gp_XYZ(0, 0, 1)};
 
 double AreaAlong(const std::vector<FlatFace>& flats, const std::array<gp_XYZ, 3>& axes) {
     double area = 0;
@@ -29,7 +29,7 @@ double AreaAlong(const std::vector<FlatFace>& flats, const std::array<gp_XYZ, 3>
 bool ShowsAllAxes(const std::vector<FlatFace>& flats, const TopoDS_Shape& shape) {
     std::vector<gp_XYZ> directions = StraightDirections(shape);
     for (const FlatFace& flat : flats) directions.push_back(flat.normal);
-    return std::ranges::all_of(world, [&](const gp_XYZ& axis) {
+    return std::ranges::all_of(World, [&](const gp_XYZ& axis) {
         return std::ranges::any_of(directions, [&](const gp_XYZ& way) { return Parallel(axis, way); });
     });
 }
@@ -41,10 +41,10 @@ bool RoundAboutWorldAxis(const MeasuredFrame& square, const std::vector<FlatFace
     constexpr double equal = 1e-6;
     std::vector<gp_XYZ> directions = TurningAxes(shape);
     for (const FlatFace& flat : flats) directions.push_back(flat.normal);
-    for (std::size_t i = 0; i < world.size(); ++i) {
+    for (std::size_t i = 0; i < World.size(); ++i) {
         const double width = square.sizes[(i + 1) % 3], depth = square.sizes[(i + 2) % 3];
         if (std::abs(width - depth) > equal * width) continue;
-        if (std::ranges::any_of(directions, [&](const gp_XYZ& way) { return Parallel(world[i], way); }))
+        if (std::ranges::any_of(directions, [&](const gp_XYZ& way) { return Parallel(World[i], way); }))
             return true;
     }
     return false;
@@ -56,7 +56,7 @@ bool DrawnSquare(const Support& support, const std::vector<FlatFace>& flats, con
     constexpr double tie = 1e-9;
     const MeasuredFrame square = WorldFrame(support);
     const bool allAxes = ShowsAllAxes(flats, shape);
-    if (allAxes && AreaAlong(flats, world) > AreaAlong(flats, own.axes) * (1 + tie)) return true;
+    if (allAxes && AreaAlong(flats, World) > AreaAlong(flats, own.axes) * (1 + tie)) return true;
     if (!allAxes && !RoundAboutWorldAxis(square, flats, shape)) return false;
     return square.BoxVolume() <= own.BoxVolume() * (1 + tie);
 }
@@ -64,7 +64,7 @@ bool DrawnSquare(const Support& support, const std::vector<FlatFace>& flats, con
 Extents Result(const MeasuredFrame& frame, int status) {
     const auto& [d1, d2, d3] = frame.sizes;
     if (!std::isfinite(d1) || !std::isfinite(d2) || !std::isfinite(d3)) {
-        return {0, 0, 0, measure_status::notFinite};
+        return {0, 0, 0, measure_status::NotFinite};
     }
     return {d1, d2, d3, status};
 }
@@ -73,16 +73,16 @@ Extents Measure(const TopoDS_Shape& shape) {
     if (shape.IsNull() || !TopExp_Explorer(shape, TopAbs_FACE).More()) return {};
     const Support support(shape);
     const MeasuredFrame square = WorldFrame(support);
-    if (Result(square, measure_status::square).status <= 0) return Result(square, measure_status::square);
+    if (Result(square, measure_status::Square).status <= 0) return Result(square, measure_status::Square);
     const std::vector<FlatFace> flats = FlatFaces(shape);
     if (flats.empty()) {
         const MeasuredFrame own = RoundFrame(support, shape);
-        return own.AlongWorld() ? Result(square, measure_status::square)
-                                : Result(own, measure_status::smallestBox);
+        return own.AlongWorld() ? Result(square, measure_status::Square)
+                                : Result(own, measure_status::SmallestBox);
     }
     const MeasuredFrame own = FlatFrame(support, flats);
-    return DrawnSquare(support, flats, shape, own) ? Result(square, measure_status::square)
-                                                   : Result(own, measure_status::ownFrame);
+    return DrawnSquare(support, flats, shape, own) ? Result(square, measure_status::Square)
+                                                   : Result(own, measure_status::OwnFrame);
 }
 
 }  // namespace
@@ -91,9 +91,9 @@ Extents MeasureShape(const TopoDS_Shape& shape) {
     try {
         return Measure(shape);
     } catch (const Standard_Failure&) {
-        return {0, 0, 0, measure_status::notFinite};
+        return {0, 0, 0, measure_status::NotFinite};
     } catch (const Failure&) {
-        return {0, 0, 0, measure_status::notFinite};
+        return {0, 0, 0, measure_status::NotFinite};
     }
 }
 

@@ -7,11 +7,11 @@ namespace brenvik::solids {
 
 /// How a part was measured, or why it couldn't be. Values above 0 are good.
 namespace measure_status {
-inline constexpr int notFinite = -1;   ///< coordinates that are no numbers or beyond all bounds
-inline constexpr int nothing = 0;      ///< no shape, or no face in it
-inline constexpr int square = 1;       ///< along the world's X, Y and Z
-inline constexpr int ownFrame = 2;     ///< along the largest flat face and its longest straight edge
-inline constexpr int smallestBox = 3;  ///< no flat face: the smallest box at any angle
+inline constexpr int NotFinite = -1;   ///< coordinates that are no numbers or beyond all bounds
+inline constexpr int Nothing = 0;      ///< no shape, or no face in it
+inline constexpr int Square = 1;       ///< along the world's X, Y and Z
+inline constexpr int OwnFrame = 2;     ///< along the largest flat face and its longest straight edge
+inline constexpr int SmallestBox = 3;  ///< no flat face: the smallest box at any angle
 }  // namespace measure_status
 
 /// Three extents in drawing units and the status of measuring (measure_status). With a status of 0 or
@@ -20,7 +20,7 @@ struct Extents {
     double d1 = 0;
     double d2 = 0;
     double d3 = 0;
-    int status = measure_status::nothing;
+    int status = measure_status::Nothing;
 };
 
 /// Measures a part. The outcome never depends on where the part lies.

@@ -20,17 +20,17 @@ namespace brenvik::solids {
 namespace {
 
 // What still counts as the same place (drawing units) and direction (radians).
-constexpr double samePlace = 1e-7;
-constexpr double sameAngle = 1e-9;
+constexpr double SamePlace = 1e-7;
+constexpr double SameAngle = 1e-9;
 
 bool SameCylinder(const gp_Cylinder& one, const gp_Cylinder& other) {
-    return std::abs(one.Radius() - other.Radius()) < samePlace &&
-           one.Axis().IsCoaxial(other.Axis(), sameAngle, samePlace);
+    return std::abs(one.Radius() - other.Radius()) < SamePlace &&
+           one.Axis().IsCoaxial(other.Axis(), SameAngle, SamePlace);
 }
 
 /// Whether the angles on two cylinders are counted from different directions.
 bool AreTurned(const gp_Cylinder& one, const gp_Cylinder& other) {
-    return one.XAxis().Direction().Angle(other.XAxis().Direction()) > sameAngle;
+    return one.XAxis().Direction().Angle(other.XAxis().Direction()) > SameAngle;
 }
 
 /// Of neighbours: planes that share a border are the same as soon as they are parallel.
@@ -39,7 +39,7 @@ bool SameSurface(const TopoDS_Face& one, const TopoDS_Face& other) {
     const BRepAdaptor_Surface second(other, Standard_False);
     if (first.GetType() != second.GetType()) return false;
     if (first.GetType() == GeomAbs_Plane) {
-        return first.Plane().Axis().IsParallel(second.Plane().Axis(), sameAngle);
+        return first.Plane().Axis().IsParallel(second.Plane().Axis(), SameAngle);
     }
     if (first.GetType() == GeomAbs_Cylinder) {
         return SameCylinder(first.Cylinder(), second.Cylinder()) &&
@@ -54,12 +54,12 @@ bool SameCurve(const TopoDS_Edge& one, const TopoDS_Edge& other) {
     const BRepAdaptor_Curve second(other);
     if (first.GetType() != second.GetType()) return false;
     if (first.GetType() == GeomAbs_Line) {
-        return first.Line().Position().IsParallel(second.Line().Position(), sameAngle);
+        return first.Line().Position().IsParallel(second.Line().Position(), SameAngle);
     }
     if (first.GetType() == GeomAbs_Circle) {
-        return first.Circle().Location().IsEqual(second.Circle().Location(), samePlace) &&
-               std::abs(first.Circle().Radius() - second.Circle().Radius()) < samePlace &&
-               first.Circle().Axis().IsParallel(second.Circle().Axis(), sameAngle);
+        return first.Circle().Location().IsEqual(second.Circle().Location(), SamePlace) &&
+               std::abs(first.Circle().Radius() - second.Circle().Radius()) < SamePlace &&
+               first.Circle().Axis().IsParallel(second.Circle().Axis(), SameAngle);
     }
     return false;
 }
@@ -100,7 +100,7 @@ TopoDS_Shape BordersMerged(const TopoDS_Shape& shape) {
     if (!HasNeedlessBorders(shape)) return shape;
     ShapeUpgrade_UnifySameDomain unify(shape, Standard_True, Standard_True, Standard_False);
     // Without it a part that lies at an odd angle keeps borders that a square one loses.
-    unify.SetAngularTolerance(sameAngle);
+    unify.SetAngularTolerance(SameAngle);
     TopTools_IndexedDataMapOfShapeListOfShape facesOfEdge;
     TopExp::MapShapesAndUniqueAncestors(shape, TopAbs_EDGE, TopAbs_FACE, facesOfEdge);
     for (int index = 1; index <= facesOfEdge.Extent(); ++index) {

@@ -30,7 +30,7 @@ namespace {
 
 // Thickness of the film that touching faces may have in common, drawing units: the modeller's own
 // tolerance for points that are the same.
-constexpr double film = 1e-7;
+constexpr double Film = 1e-7;
 
 /// The kind of pieces an operand consists of: solids, or faces of regions.
 TopAbs_ShapeEnum PieceKind(const TopoDS_Shape& shape) {
@@ -97,7 +97,7 @@ bool RegionsInOnePlane(const TopoDS_Shape& shape, const TopoDS_Shape& tool) {
     return plane && std::ranges::all_of(others, [&](const TopoDS_Shape& other) {
                const std::optional<gp_Pln> next = PlaneAt(other);
                return next && plane->Axis().IsParallel(next->Axis(), 1e-9) &&
-                      plane->Distance(next->Location()) < film;
+                      plane->Distance(next->Location()) < Film;
            });
 }
 
@@ -113,7 +113,7 @@ TopoDS_Shape FacingAs(const TopoDS_Shape& shape, const TopoDS_Shape& tool) {
 
 /// Regions have no thickness, so their boxes are compared with the edge that a film leaves added.
 bool BoxesMeet(const TopoDS_Shape& shape, const TopoDS_Shape& tool, TopAbs_ShapeEnum kind) {
-    return Overlap(ExactBox(shape), ExactBox(tool), kind == TopAbs_SOLID ? film : -film);
+    return Overlap(ExactBox(shape), ExactBox(tool), kind == TopAbs_SOLID ? Film : -Film);
 }
 
 TopoDS_Shape WithoutMeeting(const TopoDS_Shape& shape, const TopoDS_Shape& tool, TopAbs_ShapeEnum kind,
@@ -148,7 +148,7 @@ TopoDS_Shape Operate(const TopoDS_Shape& shape, const TopoDS_Shape& tool, TopAbs
     BRepAlgoAPI_Common common(shape, tool, crossings);
     const TopoDS_Shape shared = Checked(common, "intersection");
     const double filmContent =
-        kind == TopAbs_SOLID ? film * std::min(Area(shape), Area(tool)) : film * std::sqrt(Area(tool));
+        kind == TopAbs_SOLID ? Film * std::min(Area(shape), Area(tool)) : Film * std::sqrt(Area(tool));
     if (Content(shared, kind) <= filmContent) return WithoutMeeting(shape, tool, kind, operation);
     if (operation == BooleanKind::Intersect) return Merged(shared, kind);
     BRepAlgoAPI_Cut cut(shape, tool, crossings);

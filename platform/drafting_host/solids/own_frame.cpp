@@ -21,15 +21,15 @@ namespace brenvik::solids {
 namespace {
 
 // Areas, lengths and boxes that differ by less are equal: turning a part changes them by rounding only.
-constexpr double tie = 1e-9;
+constexpr double Tie = 1e-9;
 // A box found by search is known less sharply than one by formula.
-constexpr double searchTie = 1e-7;
+constexpr double SearchTie = 1e-7;
 
-const std::array<gp_XYZ, 3> world{gp_XYZ(1, 0, 0), gp_XYZ(0, 1, 0), gp_XYZ(0, 0, 1)};
+const std::array<gp_XYZ, 3> World{gp_XYZ(1, 0, 0), gp_XYZ(0, 1, 0), gp_XYZ(0, 0, 1)};
 
 /// The world axis that `direction` lies along, exactly, or `direction` itself.
 gp_XYZ Snapped(const gp_XYZ& direction) {
-    for (const gp_XYZ& axis : world) {
+    for (const gp_XYZ& axis : World) {
         if (Parallel(direction, axis)) return direction.Dot(axis) < 0 ? axis.Reversed() : axis;
     }
     return direction;
@@ -52,9 +52,9 @@ bool Better(const MeasuredFrame& one, const MeasuredFrame& other, double margin)
 
 /// Any direction in the plane of `normal`, along a world axis where that is possible.
 gp_XYZ SomeDirectionIn(const gp_XYZ& normal) {
-    gp_XYZ best = world[0];
-    for (const gp_XYZ& axis : world) {
-        if (std::abs(axis.Dot(normal)) < std::abs(best.Dot(normal)) - tie) best = axis;
+    gp_XYZ best = World[0];
+    for (const gp_XYZ& axis : World) {
+        if (std::abs(axis.Dot(normal)) < std::abs(best.Dot(normal)) - Tie) best = axis;
     }
     return (best - normal * best.Dot(normal)).Normalized();
 }
@@ -85,7 +85,7 @@ MeasuredFrame SmallestAbout(const Support& support, const std::array<gp_XYZ, 3>&
         const double after = areas[static_cast<std::size_t>((index + 1) % steps)];
         if (here < before || here < after) continue;
         // A round part is the same all around; rounding must not start a search at every step.
-        if (here - std::min(before, after) < -tie * here) continue;
+        if (here - std::min(before, after) < -Tie * here) continue;
         const PeakPoint peak = GoldenPeak(fitness, (index - 1) * step, (index + 1) * step);
         if (peak.value > best.value) best = peak;
     }
@@ -131,10 +131,10 @@ std::optional<gp_XYZ> TurningAxis(const TopoDS_Shape& shape) {
         if (!own) continue;
         const double area = Area(face);
         // Among equal faces one along the world decides.
-        const bool larger = area > most * (1 + tie);
+        const bool larger = area > most * (1 + Tie);
         const bool equalButSquare =
-            area > most * (1 - tie) &&
-            std::ranges::any_of(world, [&](const gp_XYZ& w) { return Parallel(w, *own); });
+            area > most * (1 - Tie) &&
+            std::ranges::any_of(World, [&](const gp_XYZ& w) { return Parallel(w, *own); });
         if (larger || equalButSquare) {
             most = std::max(most, area);
             axis = own;
@@ -160,7 +160,7 @@ MeasuredFrame Shrunk(const Support& support, std::array<gp_XYZ, 3> axes) {
         const double before = best.BoxVolume();
         for (int turn = 0; turn < 3; ++turn) {
             const std::array<gp_XYZ, 3> about{best.axes[1], best.axes[2], best.axes[0]};
-            const MeasuredFrame turned = SmallestAbout(support, about, searchTie);
+            const MeasuredFrame turned = SmallestAbout(support, about, SearchTie);
             best = turned.BoxVolume() < best.BoxVolume() ? turned : MeasureAlong(support, about);
         }
         if (best.BoxVolume() > before * (1 - 1e-12)) break;
@@ -172,7 +172,7 @@ MeasuredFrame Shrunk(const Support& support, std::array<gp_XYZ, 3> axes) {
 
 bool MeasuredFrame::AlongWorld() const {
     return std::ranges::all_of(axes, [](const gp_XYZ& axis) {
-        return std::ranges::any_of(world, [&](const gp_XYZ& w) { return Parallel(axis, w); });
+        return std::ranges::any_of(World, [&](const gp_XYZ& w) { return Parallel(axis, w); });
     });
 }
 
@@ -182,7 +182,7 @@ MeasuredFrame MeasureAlong(const Support& support, const std::array<gp_XYZ, 3>& 
         {support.Along(axes[0]).Length(), support.Along(axes[1]).Length(), support.Along(axes[2]).Length()}};
 }
 
-MeasuredFrame WorldFrame(const Support& support) { return MeasureAlong(support, world); }
+MeasuredFrame WorldFrame(const Support& support) { return MeasureAlong(support, World); }
 
 MeasuredFrame FlatFrame(const Support& support, const std::vector<FlatFace>& flats) {
     double largest = 0;
@@ -195,19 +195,19 @@ MeasuredFrame FlatFrame(const Support& support, const std::vector<FlatFace>& fla
         });
         if (known) return;
         tried.push_back(axes);
-        TakeBetter(best, MeasureAlong(support, axes), tie);
+        TakeBetter(best, MeasureAlong(support, axes), Tie);
     };
     for (const FlatFace& flat : flats) {
-        if (flat.area < largest * (1 - tie)) continue;
+        if (flat.area < largest * (1 - Tie)) continue;
         const std::vector<StraightRun> runs = OuterRuns(flat);
         double longest = 0;
         for (const StraightRun& run : runs) longest = std::max(longest, run.length);
         for (const StraightRun& run : runs) {
-            if (run.length >= longest * (1 - tie)) consider(FrameOf(flat.normal, run.direction));
+            if (run.length >= longest * (1 - Tie)) consider(FrameOf(flat.normal, run.direction));
         }
         if (runs.empty()) {
             const auto axes = FrameOf(flat.normal, SomeDirectionIn(flat.normal));
-            TakeBetter(best, SmallestAbout(support, axes, tie), tie);
+            TakeBetter(best, SmallestAbout(support, axes, Tie), Tie);
         }
     }
     return *best;
@@ -224,14 +224,14 @@ std::vector<gp_XYZ> TurningAxes(const TopoDS_Shape& shape) {
 MeasuredFrame RoundFrame(const Support& support, const TopoDS_Shape& shape) {
     const MeasuredFrame square = WorldFrame(support);
     if (const auto axis = TurningAxis(shape)) {
-        const MeasuredFrame about = SmallestAbout(support, FrameOf(*axis, SomeDirectionIn(*axis)), tie);
+        const MeasuredFrame about = SmallestAbout(support, FrameOf(*axis, SomeDirectionIn(*axis)), Tie);
         // The largest turned face may be a slanted bore in a ball or a free form, whose box is larger.
-        if (about.BoxVolume() <= square.BoxVolume() * (1 + tie)) return about;
+        if (about.BoxVolume() <= square.BoxVolume() * (1 + Tie)) return about;
         const MeasuredFrame smallest = Shrunk(support, about.axes);
-        return smallest.BoxVolume() < square.BoxVolume() * (1 - searchTie) ? smallest : square;
+        return smallest.BoxVolume() < square.BoxVolume() * (1 - SearchTie) ? smallest : square;
     }
     const MeasuredFrame own = Shrunk(support, PrincipalAxes(shape));
-    return square.BoxVolume() <= own.BoxVolume() * (1 + searchTie) ? square : own;
+    return square.BoxVolume() <= own.BoxVolume() * (1 + SearchTie) ? square : own;
 }
 
 }  // namespace brenvik::solids

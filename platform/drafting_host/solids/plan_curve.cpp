@@ -15,22 +15,22 @@
 namespace brenvik::solids {
 namespace {
 
-constexpr double fullTurn = 2 * std::numbers::pi;
-constexpr double level = 1e-9;
+constexpr double FullTurn = 2 * std::numbers::pi;
+constexpr double Level = 1e-9;
 
 PlanPoint Plan(const gp_Pnt& point) { return {point.X(), point.Y()}; }
 double Distance(const PlanPoint& a, const PlanPoint& b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
 double Turn(double angle) {
-    const double rest = std::fmod(angle, fullTurn);
-    return rest < 0 ? rest + fullTurn : rest;
+    const double rest = std::fmod(angle, FullTurn);
+    return rest < 0 ? rest + FullTurn : rest;
 }
 
 /// How far along the arc a direction from its centre lies, 0 to 1; outside beyond.
 double ShareOf(const PlanCurve& arc, const PlanPoint& point) {
     const double angle = Turn(std::atan2(point.y - arc.center.y, point.x - arc.center.x) - arc.from);
     // Just before the beginning is the beginning, and not the far end of a turn.
-    return (angle > fullTurn - 1e-12 ? angle - fullTurn : angle) / arc.sweep;
+    return (angle > FullTurn - 1e-12 ? angle - FullTurn : angle) / arc.sweep;
 }
 
 double ShareOnLine(const PlanCurve& line, const PlanPoint& point) {
@@ -64,7 +64,7 @@ void SetBox(PlanCurve& curve) {
 void Meetings(const PlanCurve& a, const PlanCurve& b, std::vector<PlanPoint>& found) {
     if (a.round && b.round) {
         const double apart = Distance(a.center, b.center);
-        if (apart < level) return;
+        if (apart < Level) return;
         const double along = (apart * apart + a.radius * a.radius - b.radius * b.radius) / (2 * apart);
         const double across = std::sqrt(std::max(0.0, a.radius * a.radius - along * along));
         const double ux = (b.center.x - a.center.x) / apart, uy = (b.center.y - a.center.y) / apart;
@@ -75,7 +75,7 @@ void Meetings(const PlanCurve& a, const PlanCurve& b, std::vector<PlanPoint>& fo
     if (a.round != b.round) {
         const PlanCurve &line = a.round ? b : a, &arc = a.round ? a : b;
         const double length = Distance(line.start, line.end);
-        if (length < level) return;
+        if (length < Level) return;
         const double ux = (line.end.x - line.start.x) / length, uy = (line.end.y - line.start.y) / length;
         const double foot = (arc.center.x - line.start.x) * ux + (arc.center.y - line.start.y) * uy;
         const PlanPoint near{line.start.x + ux * foot, line.start.y + uy * foot};
@@ -129,7 +129,7 @@ PlanPoint PlanCurve::At(double share) const {
     return {center.x + radius * std::cos(angle), center.y + radius * std::sin(angle)};
 }
 
-bool PlanCurve::Upright() const { return !round && Distance(start, end) < level; }
+bool PlanCurve::Upright() const { return !round && Distance(start, end) < Level; }
 
 std::optional<PlanCurve> SeenFromAbove(const TopoDS_Edge& edge) {
     const BRepAdaptor_Curve adaptor(edge);

@@ -29,9 +29,9 @@ namespace brenvik::solids {
 namespace {
 
 // How far ends of neighbouring curves may lie apart, drawing units: the host's default fuzz for joining.
-constexpr double joinGap = 1e-6;
+constexpr double JoinGap = 1e-6;
 // Closer than this a plane touches.
-constexpr double touch = 1e-7;
+constexpr double Touch = 1e-7;
 
 TopoDS_Face FaceOfLoop(const TopoDS_Wire& loop, const std::optional<gp_Dir>& normal) {
     if (!BRep_Tool::IsClosed(loop)) throw InvalidCall("region: the curves do not close");
@@ -79,15 +79,15 @@ bool IsSquareTo(const RoundHole& hole, const gp_Ax3& plane) {
 bool CanWait(const RoundHole& hole, const gp_Ax3& plane) {
     if (IsSquareTo(hole, plane)) return true;
     const Span span = SpanOf(hole, plane);
-    return span.low - hole.radius > touch || span.high + hole.radius < -touch;
+    return span.low - hole.radius > Touch || span.high + hole.radius < -Touch;
 }
 
 /// A floor in the plane belongs to the section, a mouth doesn't.
 bool Opens(const RoundHole& hole, const gp_Ax3& plane) {
     if (!IsSquareTo(hole, plane)) return false;
     const Span span = SpanOf(hole, plane);
-    return (span.openLow ? span.low <= touch : span.low < -touch) &&
-           (span.openHigh ? span.high >= -touch : span.high > touch);
+    return (span.openLow ? span.low <= Touch : span.low < -Touch) &&
+           (span.openHigh ? span.high >= -Touch : span.high > Touch);
 }
 
 /// The faces of a section, all looking one way. Where the plane lies in a face of the solid the modeller
@@ -129,7 +129,7 @@ std::vector<TopoDS_Face> RegionsFromCurves(std::span<const TopoDS_Edge> edges,
         Handle(TopTools_HSequenceOfShape) open = new TopTools_HSequenceOfShape;
         for (const TopoDS_Edge& edge : edges) open->Append(Placed(edge));
         Handle(TopTools_HSequenceOfShape) loops = new TopTools_HSequenceOfShape;
-        ShapeAnalysis_FreeBounds::ConnectEdgesToWires(open, joinGap, Standard_False, loops);
+        ShapeAnalysis_FreeBounds::ConnectEdgesToWires(open, JoinGap, Standard_False, loops);
         std::vector<TopoDS_Face> regions;
         for (int index = 1; index <= loops->Length(); ++index) {
             regions.push_back(FaceOfLoop(TopoDS::Wire(loops->Value(index)), normal));
@@ -150,7 +150,7 @@ std::vector<TopoDS_Face> SectionByPlane(const TopoDS_Shape& shape, const gp_Pnt&
         gp_Ax3 frame(p1, gp_Dir(across), gp_Dir(along));
         const Box box = ExactBoxIn(shape, frame);
         std::vector<TopoDS_Face> faces;
-        if (box.min.Z() > touch || box.max.Z() < -touch) return faces;
+        if (box.min.Z() > Touch || box.max.Z() < -Touch) return faces;
         // The plane's origin goes beside the solid: where the three points lie far away, rounding would make
         // a step of the least tilt between this section and another.
         frame.Translate(gp_Vec(frame.XDirection()) * ((box.min.X() + box.max.X()) / 2) +

@@ -28,7 +28,7 @@
 namespace brenvik::solids {
 namespace {
 
-constexpr double film = 1e-7;
+constexpr double Film = 1e-7;
 
 using FacesOfEdges = TopTools_IndexedDataMapOfShapeListOfShape;
 
@@ -155,7 +155,7 @@ PluggedSolid PlugRoundHoles(const TopoDS_Shape& solid, const std::function<bool(
         const auto& [from, to] = *ends;
         const RoundHole hole{from.circle.Location(), to.circle.Location(), from.circle.Radius(), from.open,
                              to.open};
-        if (hole.from.Distance(hole.to) < film || !wanted(hole)) continue;
+        if (hole.from.Distance(hole.to) < Film || !wanted(hole)) continue;
         plugged.holes.push_back(hole);
         droppedFaces.Add(wall);
         for (const End* end : {&from, &to}) {
@@ -177,7 +177,7 @@ TopoDS_Shape WithOpenings(const TopoDS_Shape& faces, std::span<const RoundOpenin
         std::size_t piece = 0;
         if (pieces.size() > 1)
             while (piece < pieces.size() &&
-                   BRepClass_FaceClassifier(pieces[piece], opening.center, film).State() != TopAbs_IN)
+                   BRepClass_FaceClassifier(pieces[piece], opening.center, Film).State() != TopAbs_IN)
                 ++piece;
         if (piece >= pieces.size()) throw InvalidCall("region: an opening lies outside of it");
         within[piece].push_back(&opening);

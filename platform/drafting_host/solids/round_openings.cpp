@@ -20,7 +20,7 @@
 namespace brenvik::solids {
 namespace {
 
-constexpr double film = 1e-7;
+constexpr double Film = 1e-7;
 
 /// A boundary of one whole turn, with the shape of its wire.
 struct Turn {
@@ -72,17 +72,17 @@ bool IsEmpty(const Plan& region, const Turn& turn) {
     const PlanCurve& disc = all[turn.place];
     const double nearest = std::min(DistanceTo(all.first(turn.place), disc.center),
                                     DistanceTo(all.subspan(turn.place + 1), disc.center));
-    return nearest > disc.radius + film;
+    return nearest > disc.radius + Film;
 }
 
 bool SameTurn(const PlanCurve& one, const PlanCurve& other) {
-    return std::hypot(one.center.x - other.center.x, one.center.y - other.center.y) < film &&
-           std::abs(one.radius - other.radius) < film;
+    return std::hypot(one.center.x - other.center.x, one.center.y - other.center.y) < Film &&
+           std::abs(one.radius - other.radius) < Film;
 }
 
 /// Whether the other region covers the disc; nothing where its boundary runs through it.
 std::optional<bool> Covers(const Plan& region, const PlanCurve& disc) {
-    if (DistanceTo(region.boundary, disc.center) <= disc.radius + film) return std::nullopt;
+    if (DistanceTo(region.boundary, disc.center) <= disc.radius + Film) return std::nullopt;
     // The centres of a row of holes lie at one height, and their rims begin there.
     for (const double off : {0.4871, -0.3137, 0.6719})
         if (const std::optional<bool> inside =

@@ -18,7 +18,7 @@
 namespace brenvik::solids {
 namespace {
 
-constexpr std::size_t fieldCount = 4;
+constexpr std::size_t FieldCount = 4;
 enum Field : std::size_t { volume, planes, rounds, others };
 
 /// One field, in units of the solid's size: `mass`, `arrow` the first moment, `tensor` the second.
@@ -68,8 +68,8 @@ void Add(Moments& moments, const GProp_GProps& properties, const gp_XYZ& centre,
                       Square(place) * (mass / unit);
 }
 
-std::array<Moments, fieldCount> MomentsOf(const TopoDS_Shape& solid, double& size) {
-    std::array<Moments, fieldCount> fields;
+std::array<Moments, FieldCount> MomentsOf(const TopoDS_Shape& solid, double& size) {
+    std::array<Moments, FieldCount> fields;
     GProp_GProps whole;
     BRepGProp::VolumeProperties(solid, whole);
     size = std::cbrt(std::abs(whole.Mass()));
@@ -119,20 +119,20 @@ double LengthOf(const Moments& field) {
     return field.arrow.Modulus() + pretended * std::sqrt(field.mass * std::abs(Trace(field.tensor)));
 }
 
-void PutMirrorMarks(const std::array<Moments, fieldCount>& fields, Marks& marks) {
-    for (std::size_t i = 1; i < fieldCount; ++i) {
+void PutMirrorMarks(const std::array<Moments, FieldCount>& fields, Marks& marks) {
+    for (std::size_t i = 1; i < FieldCount; ++i) {
         const gp_XYZ& arrow = fields[i].arrow;
         const double length = LengthOf(fields[i]);
-        for (std::size_t a = 0; a < fieldCount; ++a) {
+        for (std::size_t a = 0; a < FieldCount; ++a) {
             const gp_XYZ first = arrow.Multiplied(fields[a].tensor);
             const double size = Size(fields[a].tensor);
-            for (std::size_t b = a + 1; b < fieldCount; ++b) {
+            for (std::size_t b = a + 1; b < FieldCount; ++b) {
                 const double both = size * Size(fields[b].tensor);
                 marks.PutProduct(arrow.Dot(first.Crossed(arrow.Multiplied(fields[b].tensor))),
                                  length * length * length * both);
                 marks.PutProduct(arrow.Dot(Twist(fields[a].tensor, fields[b].tensor)), length * both);
             }
-            for (std::size_t j = i + 1; j < fieldCount; ++j)
+            for (std::size_t j = i + 1; j < FieldCount; ++j)
                 marks.PutProduct(fields[j].arrow.Dot(arrow.Crossed(first)),
                                  length * length * LengthOf(fields[j]) * size);
         }
@@ -144,12 +144,12 @@ void PutMirrorMarks(const std::array<Moments, fieldCount>& fields, Marks& marks)
 ShapeMarks MarksOf(const TopoDS_Shape& solid) {
     return Guarded("marks of a solid", [&] {
         double size = 0;
-        const std::array<Moments, fieldCount> fields = MomentsOf(solid, size);
+        const std::array<Moments, FieldCount> fields = MomentsOf(solid, size);
         Marks marks;
         marks.result.marks.push_back({size, 1e-7 * size});
-        for (std::size_t i = 0; i < fieldCount; ++i) {
+        for (std::size_t i = 0; i < FieldCount; ++i) {
             marks.Put(fields[i].mass);
-            for (std::size_t j = i; j < fieldCount; ++j) {
+            for (std::size_t j = i; j < FieldCount; ++j) {
                 marks.Put(fields[i].arrow.Dot(fields[j].arrow));
                 marks.Put(Trace(fields[i].tensor.Multiplied(fields[j].tensor)));
             }

@@ -21,14 +21,14 @@
 namespace brenvik::solids {
 namespace {
 
-constexpr double fullTurn = 2 * std::numbers::pi;
+constexpr double FullTurn = 2 * std::numbers::pi;
 // An arc that ends this close to its peak (radians) is taken to hold it: the end lies lower by less
 // than a double of the radius can show, and the peak's formula gives the clean number.
-constexpr double angleSlack = 1e-9;
+constexpr double AngleSlack = 1e-9;
 
 bool ArcHolds(double angle, double first, double last) {
-    const double turned = angle + std::ceil((first - angleSlack - angle) / fullTurn) * fullTurn;
-    return turned <= last + angleSlack;
+    const double turned = angle + std::ceil((first - AngleSlack - angle) / FullTurn) * FullTurn;
+    return turned <= last + AngleSlack;
 }
 
 std::vector<gp_XYZ> ControlPoints(const BRepAdaptor_Curve& curve) {

@@ -38,13 +38,13 @@ namespace {
 /// Millimetres. What may lie between pieces that should meet: kernels keep 1e-6, files that went through
 /// several programs are worse, and a file may name more for itself, up to what a saw can't tell. Splines get
 /// that much in any case, since each program meets curves and free surfaces as closely as it likes.
-constexpr double looseFit = 1e-4, loosestFit = 1e-2;
+constexpr double LooseFit = 1e-4, LoosestFit = 1e-2;
 /// File units; beyond it no coordinate means anything.
-constexpr double longestLength = 1e9;
+constexpr double LongestLength = 1e9;
 
 /// The unit of a representation and how exactly its pieces meet.
 struct Measures {
-    double fit = looseFit, freeFit = loosestFit;  ///< File units.
+    double fit = LooseFit, freeFit = LoosestFit;  ///< File units.
     double angleFactor = 1;
     std::optional<std::string> fault;
 };
@@ -308,13 +308,13 @@ Measures MeasuresOf(const Handle(StepRepr_RepresentationContext) & context) {
         measures.fault = "its unit of length is none";
         return measures;
     }
-    double fit = looseFit;
+    double fit = LooseFit;
     if (!uncertainty.IsNull()) {
         factors.ComputeTolerance(uncertainty);
-        if (factors.HasUncertainty()) fit = std::clamp(factors.Uncertainty() * unit, looseFit, loosestFit);
+        if (factors.HasUncertainty()) fit = std::clamp(factors.Uncertainty() * unit, LooseFit, LoosestFit);
     }
     measures.fit = fit / unit;
-    measures.freeFit = loosestFit / unit;
+    measures.freeFit = LoosestFit / unit;
     return measures;
 }
 
@@ -336,7 +336,7 @@ std::optional<ModelFault> FarPoint(const Handle(StepData_StepModel) & model) {
             Handle(StepGeom_CartesianPoint)::DownCast(model->Value(index));
         if (point.IsNull()) continue;
         for (int i = 1; i <= point->NbCoordinates(); ++i) {
-            if (!(std::abs(point->CoordinatesValue(i)) <= longestLength))
+            if (!(std::abs(point->CoordinatesValue(i)) <= LongestLength))
                 return ModelFault{model->IdentLabel(point),
                                   "a coordinate farther out than any drawing reaches"};
         }

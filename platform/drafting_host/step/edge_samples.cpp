@@ -20,7 +20,7 @@
 namespace brenvik::step {
 namespace {
 
-constexpr double projection = 1e-9;
+constexpr double Projection = 1e-9;
 
 std::optional<gp_Pnt> PlaceOf(const Handle(StepShape_Vertex) & vertex) {
     const Handle(StepShape_VertexPoint) known = Handle(StepShape_VertexPoint)::DownCast(vertex);
@@ -108,8 +108,8 @@ std::optional<EdgeSamples> SampleEdge(const Handle(StepShape_EdgeCurve) & edge) 
     const ShapeAnalysis_Curve search;
     gp_Pnt onCurve;
     double first = 0, last = 0;
-    const double atStart = search.Project(curve, *start, projection, onCurve, first);
-    const double atEnd = search.Project(curve, *end, projection, onCurve, last);
+    const double atStart = search.Project(curve, *start, Projection, onCurve, first);
+    const double atEnd = search.Project(curve, *end, Projection, onCurve, last);
     // Written so that what is no number counts as far away.
     samples.endMisfit = atStart >= atEnd ? atStart : atEnd;
     std::tie(first, last) = RangeOf(*curve, first, last, edge->EdgeStart() == edge->EdgeEnd(),
@@ -131,7 +131,7 @@ FaceSurface::FaceSurface(const Handle(StepShape_FaceSurface) & face)
 double FaceSurface::Distance(const gp_Pnt& point) {
     if (mSearch.IsNull()) return FromElementary(GeomAdaptor_Surface(mSurface), point);
     // The points of one edge after another lie near each other.
-    mLast = mLast ? mSearch->NextValueOfUV(*mLast, point, projection) : mSearch->ValueOfUV(point, projection);
+    mLast = mLast ? mSearch->NextValueOfUV(*mLast, point, Projection) : mSearch->ValueOfUV(point, Projection);
     return mSearch->Value(*mLast).Distance(point);
 }
 

@@ -9,13 +9,13 @@ namespace {
 
 using Words = std::span<const std::string_view>;
 
-constexpr std::array<std::string_view, 9> bodies = {
+constexpr std::array<std::string_view, 9> Bodies = {
     "MANIFOLD_SOLID_BREP", "BREP_WITH_VOIDS",           "FACETED_BREP",
     "SOLID_MODEL",         "SHELL_BASED_SURFACE_MODEL", "GEOMETRIC_CURVE_SET",
     "GEOMETRIC_SET",       "FACE_BASED_SURFACE_MODEL",  "EDGE_BASED_WIREFRAME_MODEL"};
 
 /// Beginnings of kinds that say how products hang together, and what their lengths are measured in.
-constexpr std::array<std::string_view, 14> structure = {"PRODUCT_DEFINITION",
+constexpr std::array<std::string_view, 14> Structure = {"PRODUCT_DEFINITION",
                                                         "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
                                                         "ASSEMBLY_COMPONENT_USAGE",
                                                         "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION",
@@ -31,12 +31,12 @@ constexpr std::array<std::string_view, 14> structure = {"PRODUCT_DEFINITION",
                                                         "PROPERTY_DEFINITION_REPRESENTATION"};
 
 /// Words of kinds that only say how something looks.
-constexpr std::array<std::string_view, 13> looks = {
+constexpr std::array<std::string_view, 13> Looks = {
     "STYLE",  "COLOUR",    "FONT",         "LAYER",   "INVISIBILITY", "DRAUGHTING", "RENDERING",
     "CAMERA", "FILL_AREA", "TEXT_LITERAL", "CALLOUT", "SYMBOL",       "LEADER"};
 
 /// Words of kinds that shapes don't hang on.
-constexpr std::array<std::string_view, 32> papers = {
+constexpr std::array<std::string_view, 32> Papers = {
     "PERSON",    "ORGANIZATION", "APPROVAL",  "DATE",           "TIME",        "ASSIGNMENT",
     "SECURITY",  "DOCUMENT",     "CONTRACT",  "CERTIFICATION",  "ROLE",        "DESCRIPTIVE",
     "PROPERTY",  "MATERIAL",     "GENERAL_",  "CATEGORY",       "EFFECTIVITY", "MEASURE_REPRESENTATION_ITEM",
@@ -55,16 +55,16 @@ bool BeginsWithOne(std::string_view kind, Words words) {
 bool IsOne(std::string_view kind, Words words) { return std::ranges::find(words, kind) != words.end(); }
 
 Role RoleOf(std::string_view kind) {
-    if (IsOne(kind, bodies)) return Role::Body;
+    if (IsOne(kind, Bodies)) return Role::Body;
     if (kind == "DIMENSIONAL_EXPONENTS" || kind == "LENGTH_MEASURE_WITH_UNIT") return Role::Structure;
-    if (kind == "PRODUCT" || BeginsWithOne(kind, structure)) {
+    if (kind == "PRODUCT" || BeginsWithOne(kind, Structure)) {
         // Contexts and sources of products are asked for by the format, and nothing hangs on them.
         const bool paper = kind.starts_with("PRODUCT_DEFINITION_CONTEXT") ||
                            kind.starts_with("PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS_");
         return paper || kind == "PROPERTY_DEFINITION_REPRESENTATION" ? Role::Paperwork : Role::Structure;
     }
-    if (HoldsOne(kind, looks)) return Role::Look;
-    if (HoldsOne(kind, papers) || kind.ends_with("_CONTEXT") || kind == "PRODUCT_CONCEPT")
+    if (HoldsOne(kind, Looks)) return Role::Look;
+    if (HoldsOne(kind, Papers) || kind.ends_with("_CONTEXT") || kind == "PRODUCT_CONCEPT")
         return Role::Paperwork;
     if (kind == "REPRESENTATION" || kind.ends_with("_REPRESENTATION"))
         return kind == "DEFINITIONAL_REPRESENTATION" ? Role::Geometry : Role::Items;

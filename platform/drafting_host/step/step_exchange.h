@@ -20,8 +20,8 @@ struct StepExchange {
 };
 
 /// The library's file, which lies beside the program, and the function in it that hands the exchange over.
-inline constexpr const char* exchangeLibrary = "brenvik_step.so";
-inline constexpr const char* exchangeEntry = "brenvik_step_exchange";
+inline constexpr const char* ExchangeLibrary = "brenvik_step.so";
+inline constexpr const char* ExchangeEntryName = "brenvik_step_exchange";
 using ExchangeEntry = const StepExchange* (*)();
 
 }  // namespace brenvik::step

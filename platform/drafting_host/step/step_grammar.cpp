@@ -10,7 +10,7 @@ namespace {
 
 enum : std::uint8_t { blank = 1, digit = 2, letter = 4 };
 
-constexpr std::array<std::uint8_t, 256> kinds = [] {
+constexpr std::array<std::uint8_t, 256> Kinds = [] {
     std::array<std::uint8_t, 256> table{};
     for (std::size_t c = 0; c <= ' '; ++c) table[c] = blank;
     for (std::size_t c = '0'; c <= '9'; ++c) table[c] = digit | letter;
@@ -19,7 +19,7 @@ constexpr std::array<std::uint8_t, 256> kinds = [] {
     return table;
 }();
 
-bool Is(char c, std::uint8_t kind) { return (kinds[static_cast<unsigned char>(c)] & kind) != 0; }
+bool Is(char c, std::uint8_t kind) { return (Kinds[static_cast<unsigned char>(c)] & kind) != 0; }
 
 enum class Token { Reference, Keyword, Value, Open, Close, Comma, Equals, End, Bad };
 

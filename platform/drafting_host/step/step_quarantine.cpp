@@ -66,7 +66,7 @@ void AddReferenceFaults(const Statements& statements, const Statement& statement
     for (const Reference& reference : statements.ReferencesOf(statement)) {
         if (reference.number == 0)
             faults.push_back(
-                {&statement, reference.place, "statement numbers up to " + std::to_string(highestStatement)});
+                {&statement, reference.place, "statement numbers up to " + std::to_string(HighestStatement)});
         else if (statements.Find(reference.number) == nullptr)
             faults.push_back({&statement, reference.place,
                               "a statement #" + std::to_string(reference.number) + ", the file has none"});
@@ -74,7 +74,7 @@ void AddReferenceFaults(const Statements& statements, const Statement& statement
 }
 
 /// The prefixes of units of length by the standard (ISO 10303-41), each between points; "$" is none.
-constexpr auto lengthPrefixes = std::to_array<std::string_view>(
+constexpr auto LengthPrefixes = std::to_array<std::string_view>(
     {"$", ".EXA.", ".PETA.", ".TERA.", ".GIGA.", ".MEGA.", ".KILO.", ".HECTO.", ".DECA.", ".DECI.", ".CENTI.",
      ".MILLI.", ".MICRO.", ".NANO.", ".PICO.", ".FEMTO.", ".ATTO."});
 
@@ -94,7 +94,7 @@ std::optional<std::size_t> UnknownLengthUnit(const Statements& statements, const
     const std::size_t comma = values.find(',');
     const bool known =
         comma != std::string::npos && Trim(values.substr(comma + 1)) == ".METRE." &&
-        std::ranges::find(lengthPrefixes, Trim(values.substr(0, comma))) != lengthPrefixes.end();
+        std::ranges::find(LengthPrefixes, Trim(values.substr(0, comma))) != LengthPrefixes.end();
     return known ? std::nullopt : std::optional(statement.place + at);
 }
 
@@ -108,7 +108,7 @@ void AddFaults(const Statements& statements, const Statement& statement,
     }
     if (statement.number == 0)
         faults.push_back(
-            {&statement, statement.place, "statement numbers up to " + std::to_string(highestStatement)});
+            {&statement, statement.place, "statement numbers up to " + std::to_string(HighestStatement)});
     AddReferenceFaults(statements, statement, faults);
     if (const auto place = UnknownLengthUnit(statements, statement))
         faults.push_back({&statement, *place,

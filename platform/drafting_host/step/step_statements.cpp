@@ -11,8 +11,8 @@
 namespace brenvik::step {
 namespace {
 
-constexpr std::string_view ending = "END-ISO-10303-21";
-constexpr std::size_t nowhere = std::string_view::npos;
+constexpr std::string_view Ending = "END-ISO-10303-21";
+constexpr std::size_t Nowhere = std::string_view::npos;
 
 bool IsBlank(char c) { return static_cast<unsigned char>(c) <= ' '; }
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -21,14 +21,14 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 int NumberAt(std::string_view content, std::size_t place) {
     long number = 0;
     const auto read = std::from_chars(content.data() + place + 1, content.data() + content.size(), number);
-    return read.ec == std::errc{} && number > 0 && number <= highestStatement ? static_cast<int>(number) : 0;
+    return read.ec == std::errc{} && number > 0 && number <= HighestStatement ? static_cast<int>(number) : 0;
 }
 
 /// Behind a text in quotes or a comment that starts at `place`; nowhere when it doesn't end.
 std::size_t BehindQuoted(std::string_view content, std::size_t place) {
     const bool text = content[place] == '\'';
     const std::size_t close = text ? content.find('\'', place + 1) : content.find("*/", place + 2);
-    return close == nowhere ? close : close + (text ? 1 : 2);
+    return close == Nowhere ? close : close + (text ? 1 : 2);
 }
 
 bool OpensQuoted(std::string_view content, std::size_t place) {
@@ -72,7 +72,7 @@ void Statements::Walk() {
                 inData = true;
             else if (text.starts_with("ENDSEC"))
                 inData = false;
-            else if (text.starts_with(ending))
+            else if (text.starts_with(Ending))
                 mEnd = place;
             else if (inData && text != ";" && !mBrokenData)
                 mBrokenData = start;
@@ -84,11 +84,11 @@ void Statements::Walk() {
 std::size_t Statements::TakeFrame(std::size_t start) {
     long depth = 0;
     // The end mark may lack its semicolon at the end of a file.
-    const bool end = mContent.substr(start).starts_with(ending);
+    const bool end = mContent.substr(start).starts_with(Ending);
     for (std::size_t place = start; place < mContent.size();) {
         if (OpensQuoted(mContent, place)) {
             place = BehindQuoted(mContent, place);
-            if (place == nowhere) break;
+            if (place == Nowhere) break;
             continue;
         }
         const char c = mContent[place++];
@@ -123,15 +123,15 @@ std::size_t Statements::TakeStatement(std::size_t place) {
 /// without it. A quote that doesn't end swallows the next statements; each begins a line of its own.
 std::size_t Statements::BehindBroken(std::size_t start, std::size_t from) const {
     const std::string_view span = mContent.substr(0, from);
-    for (std::size_t at = span.find("\n#", start); at != nowhere; at = span.find("\n#", at + 1)) {
+    for (std::size_t at = span.find("\n#", start); at != Nowhere; at = span.find("\n#", at + 1)) {
         if (BeginsStatement(mContent, at + 1)) return at + 1;
     }
     for (std::size_t place = from; place < mContent.size();) {
         if (mContent[place] == ';') return place + 1;
         if (BeginsStatement(mContent, place)) return place;
-        const std::size_t behind = OpensQuoted(mContent, place) ? BehindQuoted(mContent, place) : nowhere;
+        const std::size_t behind = OpensQuoted(mContent, place) ? BehindQuoted(mContent, place) : Nowhere;
         const bool onOneLine =
-            behind != nowhere && mContent.substr(place, behind - place).find('\n') == nowhere;
+            behind != Nowhere && mContent.substr(place, behind - place).find('\n') == Nowhere;
         place = onOneLine ? behind : place + 1;
     }
     return mContent.size();
@@ -189,9 +189,9 @@ std::vector<std::string_view> Statements::KindsOf(const Statement& statement) co
 
 std::size_t Statements::LineAt(std::size_t place) const {
     if (mBreaks.empty()) {
-        for (std::size_t at = mContent.find('\n'); at != nowhere; at = mContent.find('\n', at + 1))
+        for (std::size_t at = mContent.find('\n'); at != Nowhere; at = mContent.find('\n', at + 1))
             mBreaks.push_back(at);
-        mBreaks.push_back(nowhere);
+        mBreaks.push_back(Nowhere);
     }
     return 1 + static_cast<std::size_t>(std::ranges::lower_bound(mBreaks, place) - mBreaks.begin());
 }
@@ -206,8 +206,8 @@ std::optional<Tail> TailOf(const Statements& statements) {
     std::size_t place = statements.End().value_or(content.size());
     while (place < content.size() && IsBlank(content[place])) ++place;
     if (place == content.size()) return std::nullopt;
-    Tail tail{place, content.find("ISO-10303-21;", place) != nowhere};
-    for (std::size_t at = content.find('#', place); at != nowhere && !tail.holdsRecords;
+    Tail tail{place, content.find("ISO-10303-21;", place) != Nowhere};
+    for (std::size_t at = content.find('#', place); at != Nowhere && !tail.holdsRecords;
          at = content.find('#', at + 1))
         tail.holdsRecords = BeginsStatement(content, at);
     return tail;

@@ -15,7 +15,7 @@
 namespace brenvik::step {
 
 /// The modeller keeps the numbers of statements in 32 bits, and falls over higher ones.
-inline constexpr long highestStatement = 2147483647;
+inline constexpr long HighestStatement = 2147483647;
 
 /// "#1=KIND(...);" in the data of a file.
 struct Statement {

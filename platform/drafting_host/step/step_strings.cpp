@@ -14,10 +14,10 @@
 namespace brenvik::step {
 namespace {
 
-constexpr std::string_view wordPrefix = "BrenvikText";
-constexpr std::string_view systemPrefix = "Brenvik ";
-constexpr char32_t replacementCharacter = 0xFFFD;
-constexpr std::string_view replacement = "\xEF\xBF\xBD";
+constexpr std::string_view WordPrefix = "BrenvikText";
+constexpr std::string_view SystemPrefix = "Brenvik ";
+constexpr char32_t ReplacementCharacter = 0xFFFD;
+constexpr std::string_view Replacement = "\xEF\xBF\xBD";
 
 bool IsPrintable(char c) { return c >= ' ' && c <= '~'; }
 bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
@@ -111,7 +111,7 @@ class Decoder {
 
     bool Put(char32_t character) {
         const bool sound = character <= 0x10FFFF && (character < 0xD800 || character > 0xDFFF);
-        AppendUtf8(mResult, sound ? character : replacementCharacter);
+        AppendUtf8(mResult, sound ? character : ReplacementCharacter);
         return true;
     }
 
@@ -212,7 +212,7 @@ std::string WithTexts(std::string_view content, Exchange exchange) {
 /// blanks.
 bool IsPlain(std::string_view text) {
     if (text.empty()) return true;
-    if (text.front() == ' ' || text.back() == ' ' || text.starts_with(wordPrefix)) return false;
+    if (text.front() == ' ' || text.back() == ' ' || text.starts_with(WordPrefix)) return false;
     return std::ranges::all_of(text, [](char c) { return IsPrintable(c) && c != '\'' && c != '\\'; });
 }
 
@@ -236,7 +236,7 @@ std::string EncodedText(std::string_view text) {
             continue;
         }
         const Utf8Character character = Utf8CharacterAt(text, at);
-        AppendUnits(result, character.valid ? character.codePoint : replacementCharacter);
+        AppendUnits(result, character.valid ? character.codePoint : ReplacementCharacter);
         at += character.length;
     }
     if (escaped) result += "\\X0\\";
@@ -254,13 +254,13 @@ bool HasBrokenEscape(std::string_view written) {
     return decoder.IsBroken();
 }
 
-std::string OriginatingSystem() { return std::string(systemPrefix) + BRENVIK_VERSION; }
+std::string OriginatingSystem() { return std::string(SystemPrefix) + BRENVIK_VERSION; }
 
 bool IsWrittenHere(std::string_view content) {
     bool found = false;
     WithTexts(content.substr(0, content.find("ENDSEC")), [&](std::string_view text) {
-        found = found || (text.starts_with(systemPrefix) && text.size() > systemPrefix.size() &&
-                          text[systemPrefix.size()] >= '0' && text[systemPrefix.size()] <= '9');
+        found = found || (text.starts_with(SystemPrefix) && text.size() > SystemPrefix.size() &&
+                          text[SystemPrefix.size()] >= '0' && text[SystemPrefix.size()] <= '9');
         return std::string();
     });
     return found;
@@ -269,7 +269,7 @@ bool IsWrittenHere(std::string_view content) {
 std::string StandIns::WordFor(std::string_view text) {
     const auto known = mWordOf.find(text);
     if (known != mWordOf.end()) return known->second;
-    std::string word = std::string(wordPrefix) + std::to_string(mWordOf.size() + 1);
+    std::string word = std::string(WordPrefix) + std::to_string(mWordOf.size() + 1);
     mTextOf.emplace(word, text);
     return mWordOf.emplace(text, std::move(word)).first->second;
 }
@@ -284,8 +284,8 @@ std::string StandIns::PutInto(std::string_view content, CodePage codePage) {
     return WithTexts(content, [&](std::string_view written) -> std::string {
         if (IsPlain(written)) return std::string(written);
         const std::string text = DecodedText(written, codePage);
-        if (text.find(replacement) != std::string::npos &&
-            written.find(replacement) == std::string_view::npos)
+        if (text.find(Replacement) != std::string::npos &&
+            written.find(Replacement) == std::string_view::npos)
             mMended.push_back(text);
         if (HasBrokenEscape(written) && std::ranges::find(mBroken, written) == mBroken.end())
             mBroken.emplace_back(written);

@@ -17,7 +17,7 @@
 namespace brenvik::step {
 namespace {
 
-constexpr std::string_view opening = "ISO-10303-21";
+constexpr std::string_view Opening = "ISO-10303-21";
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 bool IsHigh(char c) { return static_cast<unsigned char>(c) >= 0x80; }
@@ -66,7 +66,7 @@ Failure FormatFailure(const std::filesystem::path& path, std::size_t line, std::
     if (line > 0) detail += ", line " + std::to_string(line);
     detail += ": expected ";
     detail += expected;
-    return {321, std::string(ownSource), "Invalid file format", detail};
+    return {321, std::string(OwnSource), "Invalid file format", detail};
 }
 
 std::string ContentOf(const std::filesystem::path& path) {
@@ -95,7 +95,7 @@ void RequireStep(const std::filesystem::path& path, std::string_view content) {
         start.remove_prefix(end == std::string_view::npos ? start.size() : end + 2);
         while (!start.empty() && IsBlank(start.front())) start.remove_prefix(1);
     }
-    if (!start.starts_with(opening)) throw FormatFailure(path, 1, "a STEP file (\"ISO-10303-21;\")");
+    if (!start.starts_with(Opening)) throw FormatFailure(path, 1, "a STEP file (\"ISO-10303-21;\")");
 }
 
 CodePage CodePageOf(std::string_view content) {

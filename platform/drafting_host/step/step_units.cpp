@@ -20,8 +20,8 @@
 namespace brenvik::step {
 namespace {
 
-constexpr std::string_view conversionMark = "CONVERSION_BASED_UNIT";
-constexpr std::string_view measureMark = "LENGTH_MEASURE(";
+constexpr std::string_view ConversionMark = "CONVERSION_BASED_UNIT";
+constexpr std::string_view MeasureMark = "LENGTH_MEASURE(";
 
 std::string_view TextOf(const Statements& statements, const Statement& statement) {
     return statements.Content().substr(statement.place, statement.end - statement.place);
@@ -71,7 +71,7 @@ struct UnitOfLength {
 const Statement* MeasureOf(const Statements& statements, const Statement& unit) {
     for (const Reference& reference : statements.ReferencesOf(unit)) {
         const Statement* const one = statements.Find(reference.number);
-        if (one != nullptr && Holds(TextOf(statements, *one), measureMark)) return one;
+        if (one != nullptr && Holds(TextOf(statements, *one), MeasureMark)) return one;
     }
     return nullptr;
 }
@@ -80,7 +80,7 @@ std::optional<UnitOfLength> Resolve(const Statements& statements, const Statemen
     constexpr int deepest = 8;
     const std::string_view text = TextOf(statements, unit);
     if (!Holds(text, "LENGTH_UNIT") || depth > deepest) return std::nullopt;
-    if (!Holds(text, conversionMark)) {
+    if (!Holds(text, ConversionMark)) {
         const auto size = SizeOfMetres(text);
         if (!size) return std::nullopt;
         return UnitOfLength{*size, nullptr, &unit, *size, 0};
@@ -88,7 +88,7 @@ std::optional<UnitOfLength> Resolve(const Statements& statements, const Statemen
     const Statement* const measure = MeasureOf(statements, unit);
     if (measure == nullptr || statements.ReferencesOf(*measure).empty()) return std::nullopt;
     const std::string_view value = TextOf(statements, *measure);
-    const double factor = LenientNumber(Trim(value.substr(value.find(measureMark) + measureMark.size())));
+    const double factor = LenientNumber(Trim(value.substr(value.find(MeasureMark) + MeasureMark.size())));
     const Statement* const base = statements.Find(statements.ReferencesOf(*measure).back().number);
     if (base == nullptr || !(factor > 0)) return std::nullopt;
     auto resolved = Resolve(statements, *base, depth + 1);
@@ -102,7 +102,7 @@ std::optional<UnitOfLength> Resolve(const Statements& statements, const Statemen
 template <typename Visit>
 void ForEachNestedUnit(const Statements& statements, Visit visit) {
     for (const Statement& statement : statements.All()) {
-        if (!statement.kind.empty() || !Holds(TextOf(statements, statement), conversionMark)) continue;
+        if (!statement.kind.empty() || !Holds(TextOf(statements, statement), ConversionMark)) continue;
         const auto unit = Resolve(statements, statement);
         if (unit && unit->conversions > 1) visit(*unit);
     }
@@ -128,7 +128,7 @@ std::string Shown(double millimetres) { return NumberToText(millimetres) + " mm"
 
 void NoteName(const Statements& statements, const Statement& statement, double size, CodePage codePage,
               StepDocument& document) {
-    if (!Holds(TextOf(statements, statement), conversionMark)) return;
+    if (!Holds(TextOf(statements, statement), ConversionMark)) return;
     const std::string name = FirstTextOf(statements, statement, codePage);
     const auto named = SizeOfName(name);
     if (!named || AreAlike(*named, size)) return;
@@ -154,7 +154,7 @@ std::string WithDirectUnits(std::string content) {
     std::vector<Edit> edits;
     const Statements statements(content);
     ForEachNestedUnit(statements, [&](const UnitOfLength& unit) {
-        const std::size_t place = content.find(measureMark, unit.measure->place) + measureMark.size();
+        const std::size_t place = content.find(MeasureMark, unit.measure->place) + MeasureMark.size();
         const Reference base = statements.ReferencesOf(*unit.measure).back();
         edits.push_back({place, content.find(')', place) - place,
                          ShortestRoundTrip(unit.millimetres / unit.metresSize, true)});

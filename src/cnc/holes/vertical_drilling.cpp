@@ -86,7 +86,7 @@ class Drilling {
         for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::MAXCircleHold))
             mTop.push_back({{circle->Center(), circle->Diameter()}, circle});
         // A slanted circle is no candidate; the sorting has told of it.
-        for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::circleHold))
+        for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::CircleHold))
             if (Upright(*circle)) mRims.push_back({{circle->Center(), circle->Diameter()}, circle});
     }
 
@@ -306,7 +306,7 @@ void DrillAt(RunState& run, AcadCircle& floor, bool fromTopFace) {
 }
 
 void DrillVertically(RunState& run, const LevelShapes& shapes) {
-    for (const std::string_view name : {layers::MAXCircleHold, layers::circleHold})
+    for (const std::string_view name : {layers::MAXCircleHold, layers::CircleHold})
         Skip([&] { UnlockLayer(*run.part.drawing, name); });
     Drilling drilling(run, shapes);
     if (!drilling.FromTopFace() || !drilling.FromRecesses()) return;

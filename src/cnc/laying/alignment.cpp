@@ -115,8 +115,8 @@ void TurnToSecondSide(AcadDocument& drawing) {
 }
 
 void HoldCircles(AcadDocument& drawing) {
-    AddLayer(drawing, layers::circleHold, CircleHoldColor);
-    for (AcadCircle* circle : All<AcadCircle>(drawing)) circle->SetLayer(layers::circleHold);
+    AddLayer(drawing, layers::CircleHold, CircleHoldColor);
+    for (AcadCircle* circle : All<AcadCircle>(drawing)) circle->SetLayer(layers::CircleHold);
 }
 
 /// Moves the part's corner to the origin, by way of a drawing that is written from there. The new drawing

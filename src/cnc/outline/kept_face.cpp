@@ -68,7 +68,7 @@ bool LooksDown(const AcadArc& arc) { return RoundHalfEven(arc.Normal().z, AxisDe
 
 void SweepLeftovers(AcadDocument& drawing) {
     UnlockAllLayers(drawing);
-    for (const std::string_view layer : std::array{layers::RegionCopy, layers::circleHold, layers::circlePV})
+    for (const std::string_view layer : std::array{layers::RegionCopy, layers::CircleHold, layers::CirclePv})
         for (AcadCircle* circle : AllOn<AcadCircle>(drawing, layer))
             if (std::abs(RoundHalfEven(circle->Normal().z, AxisDecimals)) == 1) circle->Delete();
     for (AcadArc* arc : All<AcadArc>(drawing))
@@ -102,7 +102,7 @@ void DrawArcs(AcadDocument& drawing, const std::vector<PlanArc>& wanted) {
         PlanArc seen;
     };
     std::vector<Projected> projected;
-    for (AcadArc* arc : AllOn<AcadArc>(drawing, layers::arcPV))
+    for (AcadArc* arc : AllOn<AcadArc>(drawing, layers::ArcPv))
         if (const std::optional<PlanArc> seen = SeenFromAbove(*arc)) projected.push_back({arc, *seen});
     for (const PlanArc& arc : wanted) {
         const auto twin = std::find_if(projected.begin(), projected.end(), [&arc](const Projected& other) {
@@ -134,7 +134,7 @@ void DrawKeptFace(RunState& run) {
     const std::vector<PlanArc> arcs = ArcsOfKeptFace(drawing);
     const bool flat = LiesFlat(drawing);
     SweepLeftovers(drawing);
-    for (const std::string_view layer : std::array{layers::RegionCopy, layers::Border, layers::arcPV,
+    for (const std::string_view layer : std::array{layers::RegionCopy, layers::Border, layers::ArcPv,
                                                    layers::SolidHold, layers::NextBiggestRegion})
         AddLayer(drawing, layer);
     if (!flat) return;

@@ -119,8 +119,8 @@ void TrueOutline::Begin(AcadLWPolyline* keptFace) {
         NameLayer(RouteRole::Outline);
     else
         EnsureOperationLayer(mRun, mRun.part.OutlineLayer);
-    AddLayer(drawing, layers::regionPV);
-    AddLayer(drawing, layers::regionPV2);
+    AddLayer(drawing, layers::RegionPv);
+    AddLayer(drawing, layers::RegionPV2);
     mProfile = keptFace;
     if (keptFace == nullptr) return;
     keptFace->SetLayer(layers::Border2);
@@ -139,7 +139,7 @@ bool TrueOutline::FillsTheBox() const {
 }
 
 void TrueOutline::Unite(AcadRegion* section) {
-    section->SetLayer(layers::regionPV);
+    section->SetLayer(layers::RegionPv);
     if (mRegion == nullptr)
         mRegion = section;
     else
@@ -259,12 +259,12 @@ void TrueOutline::TakeEdges() {
     if (!mEdges.empty()) return;
     AcadDocument& drawing = *mRun.part.drawing;
     AcadEntity* copy = LastSolid(drawing).Copy();
-    copy->SetLayer(layers::regionPV2);
+    copy->SetLayer(layers::RegionPV2);
     {
-        const OnlyUnlocked only(drawing, {layers::regionPV2});
+        const OnlyUnlocked only(drawing, {layers::RegionPV2});
         for (int round = 0; round < 2; ++round) drawing.SendCommand(ExplodeCommand);
     }
-    for (AcadEntity* edge : AllOn<AcadEntity>(drawing, layers::regionPV2)) {
+    for (AcadEntity* edge : AllOn<AcadEntity>(drawing, layers::RegionPV2)) {
         if (const auto* line = dynamic_cast<const AcadLine*>(edge)) {
             const Point3 from = line->StartPoint();
             mEdges.push_back({from, line->EndPoint(), from.z, false});
@@ -378,21 +378,21 @@ void TrueOutline::UniteSections(bool withOpenings) {
 void TrueOutline::JoinRegion() {
     AcadDocument& drawing = *mRun.part.drawing;
     {
-        const OnlyUnlocked only(drawing, {layers::regionPV});
+        const OnlyUnlocked only(drawing, {layers::RegionPv});
         drawing.SendCommand("regen ");
         for (int round = 0; round < 2; ++round) drawing.SendCommand(ExplodeCommand);
     }
-    for (AcadEntity* entity : AllOn<AcadEntity>(drawing, layers::regionPV))
+    for (AcadEntity* entity : AllOn<AcadEntity>(drawing, layers::RegionPv))
         if (entity->ObjectName() == "AcDbCircle" || entity->ObjectName() == "AcDbBody") entity->Delete();
-    int left = CurvesOn(drawing, layers::regionPV, Many), counted = 0;
+    int left = CurvesOn(drawing, layers::RegionPv, Many), counted = 0;
     while (left > 0 && counted != CurvesInAll) {
         {
-            const OnlyUnlocked only(drawing, {layers::regionPV});
+            const OnlyUnlocked only(drawing, {layers::RegionPv});
             drawing.SendCommand(JoinCommand);
         }
-        MovePolylines(drawing, layers::regionPV, layers::regionPV2);
+        MovePolylines(drawing, layers::RegionPv, layers::RegionPV2);
         const int before = left;
-        left = CurvesOn(drawing, layers::regionPV, Many);
+        left = CurvesOn(drawing, layers::RegionPv, Many);
         counted += left;
         if (left == before) break;
     }
@@ -402,8 +402,8 @@ void TrueOutline::JoinRegion() {
 /// narrower than the part.
 bool TrueOutline::IsLeftOpen() const {
     AcadDocument& drawing = *mRun.part.drawing;
-    return CurvesOn(drawing, layers::regionPV, 1) > 0 ||
-           std::ranges::any_of(AllOn<AcadLWPolyline>(drawing, layers::regionPV2),
+    return CurvesOn(drawing, layers::RegionPv, 1) > 0 ||
+           std::ranges::any_of(AllOn<AcadLWPolyline>(drawing, layers::RegionPV2),
                                [](const AcadLWPolyline* chain) { return !chain->Closed(); });
 }
 
@@ -429,7 +429,7 @@ PassOutcome TrueOutline::TakeContours(bool withOpenings) {
     const bool leftOpen = IsLeftOpen();
     std::vector<AcadLWPolyline*> contours;
     AcadLWPolyline* widest = nullptr;
-    for (AcadLWPolyline* contour : AllOn<AcadLWPolyline>(drawing, layers::regionPV2)) {
+    for (AcadLWPolyline* contour : AllOn<AcadLWPolyline>(drawing, layers::RegionPV2)) {
         if (!IsContour(*contour)) continue;
         contours.push_back(contour);
         if (widest == nullptr || contour->Area() > widest->Area()) widest = contour;
@@ -454,7 +454,7 @@ PassOutcome TrueOutline::TakeContours(bool withOpenings) {
         if (outline || IsFollowed(drawing, *contour)) continue;
         if (CutOut(mRun, *contour) == PassOutcome::SkipPart) return PassOutcome::SkipPart;
     }
-    for (const std::string_view layer : std::array{layers::regionPV, layers::regionPV2})
+    for (const std::string_view layer : std::array{layers::RegionPv, layers::RegionPV2})
         for (AcadEntity* entity : AllOn<AcadEntity>(drawing, layer)) entity->Delete();
     return PassOutcome::GoOn;
 }

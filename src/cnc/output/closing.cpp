@@ -29,10 +29,10 @@ constexpr int SizeDigits = 6;
 /// Layers whose entities have done their work; the names compare letter by letter. "circleHold2" has a small
 /// c on purpose: what was left on `CircleHold2` stays.
 constexpr auto UsedUp = std::to_array<std::string_view>(
-    {layers::Region, layers::BrenvikExplode, layers::regioncopycopy, layers::arcPV, layers::RegionCopy,
-     layers::circleHold, layers::RoutingLayer1, layers::RoutingLayer2, layers::Border, layers::Border2,
+    {layers::Region, layers::BrenvikExplode, layers::Regioncopycopy, layers::ArcPv, layers::RegionCopy,
+     layers::CircleHold, layers::RoutingLayer1, layers::RoutingLayer2, layers::Border, layers::Border2,
      layers::RouteCircleHold, "circleHold2", layers::MAXCircleHold, layers::NextBiggestRegion,
-     layers::HorzcircleHold, layers::MyHorzcircleHold, layers::regionPV, layers::regionPV2});
+     layers::HorzcircleHold, layers::MyHorzcircleHold, layers::RegionPv, layers::RegionPV2});
 
 template <class Wanted>
 void DeleteWhere(AcadDocument& drawing, Wanted&& wanted) {

@@ -74,7 +74,7 @@ bool IsFileOfARun(const std::string& name) {
          "WORKLIST.TXT", "CNCList.txt", "CNCList.csv", "Sheet1.csv", "WORKLIST.TXT.unfinished",
          "CNCList.txt.unfinished", "CNCList.csv.unfinished", "Sheet1.csv.unfinished"});
     return std::ranges::any_of(
-        patterns, [&](std::string_view pattern) { return MatchesWildcards(name, pattern, fileWildcards); });
+        patterns, [&](std::string_view pattern) { return MatchesWildcards(name, pattern, FileWildcards); });
 }
 
 void NoteForeignFiles(std::string_view folder, bool (*isOwn)(const std::string& name)) {

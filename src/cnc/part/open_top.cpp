@@ -89,12 +89,12 @@ double VolumeAfterCut(AcadDocument& drawing, Acad3DSolid& part, AcadRegion& regi
 double VolumeLeft(RunState& run, AcadEntity& closedCurve, double upward) {
     AcadDocument& drawing = *run.part.drawing;
     Acad3DSolid& part = LastSolid(drawing);
-    AddLayer(drawing, layers::circleHold);
-    const Unlocked zero(drawing, layers::Zero), hold(drawing, layers::circleHold),
+    AddLayer(drawing, layers::CircleHold);
+    const Unlocked zero(drawing, layers::Zero), hold(drawing, layers::CircleHold),
         ofPart(drawing, part.Layer()), ofCurve(drawing, closedCurve.Layer());
     TrialObjects objects;
     AcadEntity& copy = objects.Keep(closedCurve.Copy());
-    copy.SetLayer(layers::circleHold);
+    copy.SetLayer(layers::CircleHold);
     copy.SetColor(TrialColor);
     return VolumeAfterCut(drawing, part, RegionOf(drawing, copy, objects), upward, objects);
 }

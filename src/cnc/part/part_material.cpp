@@ -18,7 +18,7 @@ namespace {
 void RefuseUnusable(std::string_view key) {
     for (const MaterialFault& fault : FaultsOfMaterial(key)) {
         if (fault.unusable)
-            throw Failure(failure_number::typeMismatch, std::string(ownSource), "Type mismatch",
+            throw Failure(failure_number::TypeMismatch, std::string(OwnSource), "Type mismatch",
                           MaterialFaultText(fault));
         NoteOnce(detail::ReportOfRun().doubtfulMaterials, MaterialFaultText(fault));
     }

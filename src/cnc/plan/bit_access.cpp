@@ -255,7 +255,7 @@ std::vector<PlanSide> LeftBy(std::span<const PlanSide> line, BitPath path, doubl
             if (left) return *std::move(left);
         }
     }
-    throw Failure(failure_number::invalidCall, "Brenvik", "The way of a bit does not close",
+    throw Failure(failure_number::InvalidCall, "Brenvik", "The way of a bit does not close",
                   "the way of a bit does not close");
 }
 

@@ -103,8 +103,8 @@ void CleanUp(RunState& run, const PartFile& file) {
 /// the one part whose material it is; a library that is no text at all is that of every part.
 bool IsOfFiles(const Failure& failure) {
     const long number = failure.number();
-    if (number == failure_number::inputPastEnd) return false;
-    return number == invalidFileFormat || IsOfFileSystem(failure);
+    if (number == failure_number::InputPastEnd) return false;
+    return number == InvalidFileFormat || IsOfFileSystem(failure);
 }
 
 /// The work on the open drawing. A part that the host or the modeller refuses is skipped and told, so that

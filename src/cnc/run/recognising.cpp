@@ -24,7 +24,7 @@ namespace {
 /// cut: the tool would run above the board.
 void RequireDepth(const RunState& run) {
     if (run.part.PartThickness + run.SpoilAmount > 0) return;
-    throw Failure(failure_number::typeMismatch, std::string(ownSource), "Type mismatch",
+    throw Failure(failure_number::TypeMismatch, std::string(OwnSource), "Type mismatch",
                   "BiesseWorksSpoil is " + NumberToText(run.SpoilAmount) + ", expected more than " +
                       NumberToText(-run.part.PartThickness) + ", the thickness of the part");
 }
@@ -60,7 +60,7 @@ PassOutcome Recognise(RunState& run) {
     RecogniseRoutes(run);
     if (run.part.RouteSkip == 1) return PassOutcome::SkipPart;
 
-    UnlockLayer(*run.part.drawing, layers::circleHold);
+    UnlockLayer(*run.part.drawing, layers::CircleHold);
     TopView(*run.part.drawing);
     run.app->ZoomExtents();
     if (!FindPartMaterial(run)) return PassOutcome::SkipPart;

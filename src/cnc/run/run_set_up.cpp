@@ -102,17 +102,17 @@ void PrepareSession(RunState& run) {
 }
 
 LentQuantities::~LentQuantities() {
-    while (!lent.empty()) GiveBack(*lent.back());
+    while (!mLent.empty()) GiveBack(*mLent.back());
 }
 
 void LentQuantities::Lend(AcadDocument& drawing, AcadEntity& entity, int quantity) {
     Skip([&] { UnlockLayer(drawing, entity.Layer()); });
-    if (std::ranges::find(lent, &entity) == lent.end()) lent.push_back(&entity);
+    if (std::ranges::find(mLent, &entity) == mLent.end()) mLent.push_back(&entity);
     Skip([&] { mAutoCAD::SetPartData(&entity, QuantityKey, std::to_string(quantity)); });
 }
 
 void LentQuantities::GiveBack(AcadEntity& entity) {
-    if (std::erase(lent, &entity) == 0) return;
+    if (std::erase(mLent, &entity) == 0) return;
     Skip([&] { mAutoCAD::SetPartData(&entity, QuantityKey, "1"); });
 }
 

@@ -44,7 +44,7 @@ class LentQuantities {
     void GiveBack(AcadEntity& entity);
 
   private:
-    std::vector<AcadEntity*> lent;
+    std::vector<AcadEntity*> mLent;
 };
 
 /// Fills the set "prev" of the session drawing: form A from the previous selection, form B from the list.

@@ -31,19 +31,19 @@ constexpr Point3 Up{0, 0, 1};
 /// Where a circle may lie and stay. The names compare letter by letter, so that a circle on the layer of
 /// the exploded faces is no candidate: those have been gathered before.
 constexpr auto KeptLayers = std::to_array<std::string_view>(
-    {layers::RegionCopy, layers::circleHold, layers::HorzcircleHold, layers::Zero, layers::RouteCircleHold,
+    {layers::RegionCopy, layers::CircleHold, layers::HorzcircleHold, layers::Zero, layers::RouteCircleHold,
      layers::MAXCircleHold, layers::SolidHold});
 
 void AddSortingLayers(AcadDocument& drawing, std::string_view boreLayer) {
     for (const std::string_view name :
-         {layers::regioncopycopy, layers::SolidHold, layers::linePV, layers::regionPV, layers::regionPV2,
-          layers::circlePV, layers::RouteCirclePV, layers::ThroughRouteCirclePV, layers::CircleHold2,
+         {layers::Regioncopycopy, layers::SolidHold, layers::LinePv, layers::RegionPv, layers::RegionPV2,
+          layers::CirclePv, layers::RouteCirclePV, layers::ThroughRouteCirclePV, layers::CircleHold2,
           layers::RouteCircleHold, layers::MAXCircleHold, layers::Border, layers::Border2,
           layers::RoutingLayer1, layers::RoutingLayer2, layers::ThroughxRoute})
         AddLayer(drawing, name);
     AddLayer(drawing, layers::HorzcircleHold, BoreColor);
     AddLayer(drawing, boreLayer, BoreColor);
-    AddLayer(drawing, layers::arcPV, ArcColor);
+    AddLayer(drawing, layers::ArcPv, ArcColor);
     AddLayer(drawing, layers::DELETE, DeleteColor);
 }
 
@@ -59,7 +59,7 @@ void DropLeftovers(AcadDocument& drawing) {
 /// circle stays where it is: no machine here drills it.
 void TellAxesApart(RunState& run, const Box3& part, std::string_view boreLayer) {
     std::vector<const AcadCircle*> slanted;
-    for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::circleHold)) {
+    for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::CircleHold)) {
         const double up = RoundHalfEven(circle->Normal().z, CompareDecimals);
         if (std::abs(up) == 1) {
             circle->SetNormal(Up);
@@ -113,7 +113,7 @@ void SplitBySize(RunState& run) {
         } else if (SameLength(circle->Center().z, run.part.PartThickness)) {
             circle->SetLayer(layers::MAXCircleHold);
         } else {
-            circle->SetLayer(layers::circleHold);
+            circle->SetLayer(layers::CircleHold);
         }
     }
 }

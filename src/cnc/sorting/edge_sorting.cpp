@@ -20,7 +20,7 @@ constexpr int ArcColor = 2;
 constexpr int NormalDecimals = 5;
 
 constexpr auto OwnRole = std::to_array<std::string_view>(
-    {layers::BrenvikExplode, layers::RegionCopy, layers::circleHold, layers::Region, layers::regioncopycopy,
+    {layers::BrenvikExplode, layers::RegionCopy, layers::CircleHold, layers::Region, layers::Regioncopycopy,
      layers::Zero, layers::SolidHold});
 
 bool StrictlyInside(double z, const Box3& part) { return Less(part.min.z, z) && Less(z, part.max.z); }
@@ -29,11 +29,11 @@ bool StrictlyInside(double z, const Box3& part) { return Less(part.min.z, z) && 
 
 void SortArcsAndLines(RunState& run, const Box3& part) {
     AcadDocument& drawing = *run.part.drawing;
-    AddLayer(drawing, layers::arcPV, ArcColor);
+    AddLayer(drawing, layers::ArcPv, ArcColor);
     for (AcadArc* arc : All<AcadArc>(drawing)) {
         const std::string layer = arc->Layer();
         if (std::find(OwnRole.begin(), OwnRole.end(), layer) != OwnRole.end()) continue;
-        arc->SetLayer(StrictlyInside(arc->StartPoint().z, part) ? layers::BrenvikExplode : layers::arcPV);
+        arc->SetLayer(StrictlyInside(arc->StartPoint().z, part) ? layers::BrenvikExplode : layers::ArcPv);
     }
     for (AcadLine* line : AllOn<AcadLine>(drawing, layers::BrenvikExplode)) {
         const bool level = std::abs(RoundHalfEven(line->Normal().z, NormalDecimals)) == 1;

@@ -115,7 +115,7 @@ void CompleteHoleFloors(RunState& run, const Box3& part) {
             line->Delete();
             std::erase(lines, line);
         }
-        drawing.ModelSpace().AddCircle(rim.center, rim.radius)->SetLayer(layers::circleHold);
+        drawing.ModelSpace().AddCircle(rim.center, rim.radius)->SetLayer(layers::CircleHold);
     }
 }
 

@@ -44,17 +44,17 @@ void ProjectPart(RunState& run) {
 /// The boundary of the kept face, drawn on a layer for the time it takes to measure its height.
 void DrawBoundaryOfKeptFace(AcadDocument& drawing) {
     UnlockAllLayers(drawing);
-    AddLayer(drawing, layers::regioncopycopy);
+    AddLayer(drawing, layers::Regioncopycopy);
     for (AcadRegion* region : AllOn<AcadRegion>(drawing, layers::RegionCopy)) {
         region->Copy();
-        region->SetLayer(layers::regioncopycopy);
+        region->SetLayer(layers::Regioncopycopy);
     }
-    const OnlyUnlocked only(drawing, {layers::regioncopycopy});
+    const OnlyUnlocked only(drawing, {layers::Regioncopycopy});
     drawing.SendCommand(ExplodeAll);
 }
 
 std::optional<double> HeightOfKeptFace(AcadDocument& drawing) {
-    for (const AcadLine* line : AllOn<AcadLine>(drawing, layers::regioncopycopy)) {
+    for (const AcadLine* line : AllOn<AcadLine>(drawing, layers::Regioncopycopy)) {
         const double z = line->EndPoint().z;
         if (RoundHalfEven(z, SizeDecimals) > 0) return z;
     }
@@ -71,7 +71,7 @@ void LowerKeptFace(AcadDocument& drawing) {
              {std::string("m "), std::string("all  "), std::string("0,0,0 "), PointAnswer({0, 0, -*height})})
             drawing.SendCommand(text);
     }
-    for (AcadLine* line : AllOn<AcadLine>(drawing, layers::regioncopycopy)) line->Delete();
+    for (AcadLine* line : AllOn<AcadLine>(drawing, layers::Regioncopycopy)) line->Delete();
 }
 
 void ReadMaterialName(RunState& run) {
@@ -90,11 +90,11 @@ void BreakDown(AcadDocument& drawing) {
     UnlockAllLayers(drawing);
     for (AcadEntity* entity : All<AcadEntity>(drawing))
         if (entity->ObjectName() == "AcDbBody") entity->Delete();
-    AddLayer(drawing, layers::circleHold, HoldColor);
-    LockLayer(drawing, layers::circleHold);
+    AddLayer(drawing, layers::CircleHold, HoldColor);
+    LockLayer(drawing, layers::CircleHold);
     LockLayer(drawing, layers::SolidHold);
     drawing.SendCommand(ExplodeAll);
-    UnlockLayer(drawing, layers::circleHold);
+    UnlockLayer(drawing, layers::CircleHold);
 }
 
 void TakeSizes(RunState& run, const Acad3DSolid& solid, const Box3& box) {

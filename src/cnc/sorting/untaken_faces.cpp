@@ -207,15 +207,15 @@ void TellSlope(RunState& run, const AcadRegion& face, const Edges& edges) {
 void TellSlopes(RunState& run, const Edges& edges) {
     AcadDocument& drawing = *run.part.drawing;
     UnlockAllLayers(drawing);
-    AddLayer(drawing, layers::regionPV2);
-    LastSolid(drawing).Copy()->SetLayer(layers::regionPV2);
+    AddLayer(drawing, layers::RegionPV2);
+    LastSolid(drawing).Copy()->SetLayer(layers::RegionPV2);
     {
-        const OnlyUnlocked only(drawing, {layers::regionPV2});
+        const OnlyUnlocked only(drawing, {layers::RegionPV2});
         drawing.SendCommand("explode\rall\r\r");
     }
-    for (const AcadRegion* face : AllOn<AcadRegion>(drawing, layers::regionPV2))
+    for (const AcadRegion* face : AllOn<AcadRegion>(drawing, layers::RegionPV2))
         Skip([&] { TellSlope(run, *face, edges); });
-    for (AcadEntity* piece : AllOn<AcadEntity>(drawing, layers::regionPV2)) piece->Delete();
+    for (AcadEntity* piece : AllOn<AcadEntity>(drawing, layers::RegionPV2)) piece->Delete();
     LockLayer(drawing, layers::SolidHold);
 }
 

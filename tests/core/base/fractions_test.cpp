@@ -47,7 +47,7 @@ TEST(FractionText, OverflowsBeyondThirtyTwoBits) {
     const double tooMany = 1e-9;
     for (const double value : {3e9, -3e9, tooMany, 1 / 3e8, std::numeric_limits<double>::infinity(),
                                std::numeric_limits<double>::quiet_NaN()})
-        EXPECT_EQ(FailureOf([=] { DecimalToFraction(value, false); }).number(), failure_number::overflow)
+        EXPECT_EQ(FailureOf([=] { DecimalToFraction(value, false); }).number(), failure_number::Overflow)
             << value;
     EXPECT_EQ(DecimalToFraction(2147483647, false), "2147483647");
 }
@@ -80,7 +80,7 @@ TEST(RoundingToAUnit, TakesHalvesAwayFromZero) {
     EXPECT_EQ(RoundDecimalValue(2.99, unit), 3);
     EXPECT_EQ(RoundDecimalValue(-2.99, unit), -3);
     EXPECT_EQ(RoundDecimalValue(7, 2), 8);
-    EXPECT_EQ(FailureOf([] { RoundDecimalValue(1, 0); }).number(), failure_number::divisionByZero);
+    EXPECT_EQ(FailureOf([] { RoundDecimalValue(1, 0); }).number(), failure_number::DivisionByZero);
 }
 
 TEST(RoundingToAUnit, OfWhatRoundsToAWholeNumberShowsNoFraction) {

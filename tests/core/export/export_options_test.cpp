@@ -70,7 +70,7 @@ TEST_F(ExportByOptions, LeavesTheChoicesOfTheDialogAlone) {
 TEST_F(ExportByOptions, NamesTheProfilesWhenItIsGivenAnother) {
     choices.profile = "Cut";
     const Failure failure = FailureOf([this] { ExportToCsv(choices); });
-    EXPECT_EQ(failure.number(), failure_number::invalidCall);
+    EXPECT_EQ(failure.number(), failure_number::InvalidCall);
     EXPECT_EQ(
         failure.description(),
         "profile: there is no profile \"Cut\" in C:\\Brenvik\\BrenvikProfiles.txt; the profiles are Sizes, "
@@ -91,14 +91,14 @@ TEST_F(ExportByOptions, NamesTwentyProfilesAtMost) {
 
 TEST_F(ExportByOptions, RefusesAdjustmentsThatWouldHaveNoEffect) {
     choices.adjustments = "D:\\once.txt";
-    EXPECT_EQ(FailureOf([this] { ExportToCsv(choices); }).number(), failure_number::invalidCall);
+    EXPECT_EQ(FailureOf([this] { ExportToCsv(choices); }).number(), failure_number::InvalidCall);
 }
 
 TEST_F(ExportByOptions, RefusesAdjustmentsThatCantBeRead) {
     choices.profile = "Sizes";
     choices.adjustments = "D:\\gone.txt";
     const Failure failure = FailureOf([this] { ExportToCsv(choices); });
-    EXPECT_EQ(failure.number(), failure_number::fileNotFound);
+    EXPECT_EQ(failure.number(), failure_number::FileNotFound);
     EXPECT_EQ(failure.detail(), "D:\\gone.txt");
     EXPECT_FALSE(files.contents.contains("C:\\out.csv"));
 }

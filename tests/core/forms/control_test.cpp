@@ -145,7 +145,7 @@ TEST(Toolbar, RunsItsHandlerWithTheKeyAsDesigned) {
 
 TEST(Toolbar, FailsForAKeyThatItLacks) {
     ToolbarControl bar("tbMain", {{"SORT", "Sort", false}});
-    EXPECT_EQ(FailureOf([&] { bar.PressKey("HELP"); }).number(), failure_number::invalidCall);
+    EXPECT_EQ(FailureOf([&] { bar.PressKey("HELP"); }).number(), failure_number::InvalidCall);
 }
 
 TEST(Toolbar, DoesNothingWhenDisabled) {

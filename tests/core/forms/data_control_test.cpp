@@ -55,7 +55,7 @@ TEST_F(DataControlTest, ARefusedRefreshChangesNothing) {
 }
 
 TEST_F(DataControlTest, KeepsTheWorkOfATransactionAndTakesBackWhatCannotBeKept) {
-    EXPECT_EQ(FailureOf([&] { data.InOneTransaction([] {}); }).number(), failure_number::objectNotSet);
+    EXPECT_EQ(FailureOf([&] { data.InOneTransaction([] {}); }).number(), failure_number::ObjectNotSet);
     data.Refresh();
     data.InOneTransaction([&] { data.Records()->Update(0, 2, FieldValue("Door")); });
     EXPECT_EQ(database.Text(Path, 0, "bv_partname"), "Door");

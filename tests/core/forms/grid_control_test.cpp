@@ -35,7 +35,7 @@ TEST_F(BoundGrid, FailsOutsideItsCells) {
             grid.CellText(column, row);
             FAIL() << column << ' ' << row;
         } catch (const Failure& failure) {
-            EXPECT_EQ(failure.number(), failure_number::subscriptOutOfRange);
+            EXPECT_EQ(failure.number(), failure_number::SubscriptOutOfRange);
         }
     }
     EXPECT_THROW(grid.SetCellText(1, 0, "x"), Failure);
@@ -121,7 +121,7 @@ TEST_F(BoundGrid, WritesNothingWhenACellHoldsNoNumberWhereOneBelongs) {
         grid.SaveChanges();
         FAIL() << "\"long\" is no length";
     } catch (const Failure& failure) {
-        EXPECT_EQ(failure.number(), failure_number::typeMismatch);
+        EXPECT_EQ(failure.number(), failure_number::TypeMismatch);
     }
     EXPECT_EQ(Name(0), "Side");
     EXPECT_TRUE(grid.Changed(2, 1));
@@ -442,7 +442,7 @@ TEST_F(BoundGrid, MovesToTheHeadersButNeverBesideTheGrid) {
     for (const auto& [column, row] : {std::pair{0, 1}, {6, 1}, {1, -1}, {1, 3}})
         EXPECT_EQ(
             FailureOf([&, at = std::pair(column, row)] { grid.SetActiveCell(at.first, at.second); }).number(),
-            failure_number::subscriptOutOfRange)
+            failure_number::SubscriptOutOfRange)
             << column << ' ' << row;
     EXPECT_EQ(grid.ActiveColumn(), 5);
 }

@@ -126,7 +126,7 @@ TEST_F(GridSaving, AHandlerIsToldOnceAndWithoutOneTheFailureComesOut) {
     EXPECT_FALSE(grid.Changed(3, 2));
     grid.onSaveFailed = nullptr;
     grid.SetCellText(3, 1, "long");
-    EXPECT_EQ(FailureOf([&] { grid.SaveOrTell(); }).number(), failure_number::typeMismatch);
+    EXPECT_EQ(FailureOf([&] { grid.SaveOrTell(); }).number(), failure_number::TypeMismatch);
     EXPECT_FALSE(grid.Changed(3, 1));
 }
 
@@ -134,13 +134,13 @@ TEST_F(GridSaving, WithoutATableIsAFailureThatNamesTheGrid) {
     grid.SetMaxRows(1);
     grid.SetCellText(2, 1, "Door");
     const Failure failure = FailureOf([&] { grid.SaveChanges(); });
-    EXPECT_EQ(failure.number(), failure_number::objectNotSet);
+    EXPECT_EQ(failure.number(), failure_number::ObjectNotSet);
     EXPECT_EQ(failure.detail(), "fpSpread1");
     // Bound, but closed: the same.
     grid.SetDataSource(&data);
     grid.SetMaxRows(1);
     grid.SetCellText(2, 1, "Door");
-    EXPECT_EQ(FailureOf([&] { grid.SaveChanges(); }).number(), failure_number::objectNotSet);
+    EXPECT_EQ(FailureOf([&] { grid.SaveChanges(); }).number(), failure_number::ObjectNotSet);
 }
 
 }  // namespace

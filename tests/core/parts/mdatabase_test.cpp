@@ -94,7 +94,7 @@ TEST_F(WorkingDatabase, RefreshFailsWithoutABlankCopy) {
         mDatabase::RefreshWorkingDatabase();
         FAIL() << "there is nothing to copy";
     } catch (const Failure& failure) {
-        EXPECT_EQ(failure.number(), failure_number::fileNotFound);
+        EXPECT_EQ(failure.number(), failure_number::FileNotFound);
     }
 }
 

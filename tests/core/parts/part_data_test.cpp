@@ -43,7 +43,7 @@ TEST_F(PartData, WithAnApplicationEntryAloneFails) {
         mAutoCAD::GetPartData("2F", "MATERIAL");
         FAIL() << "there is no item at index 1";
     } catch (const Failure& failure) {
-        EXPECT_EQ(failure.number(), failure_number::subscriptOutOfRange);
+        EXPECT_EQ(failure.number(), failure_number::SubscriptOutOfRange);
     }
 }
 

@@ -151,7 +151,7 @@ TEST_F(Scan, StopsBeforeAllElseWhenASwitchHoldsNoNumber) {
                 GridFormInstance().ScanSelection();
                 FAIL() << name << " holds \"" << text << "\"";
             } catch (const Failure& failure) {
-                EXPECT_EQ(failure.number(), failure_number::typeMismatch);
+                EXPECT_EQ(failure.number(), failure_number::TypeMismatch);
                 EXPECT_NE(failure.detail().find(name), std::string::npos);
             }
             system.settings.Set(name, "0");

@@ -115,7 +115,7 @@ TEST(ListOptionTexts, ErrorsSayWhatIsKnown) {
     };
     for (const ErrorCase& each : cases) {
         const Failure failure = FailureOf([&] { ParseListChoices(each.sort, each.group, each.filter); });
-        EXPECT_EQ(failure.number(), failure_number::invalidCall);
+        EXPECT_EQ(failure.number(), failure_number::InvalidCall);
         EXPECT_EQ(failure.description(), each.description);
     }
 }

@@ -57,7 +57,7 @@ TEST_F(SettingsDialog, StaysClosedWhenASwitchHoldsNoNumber) {
             form.Load();
             FAIL() << text;
         } catch (const Failure& failure) {
-            EXPECT_EQ(failure.number(), failure_number::typeMismatch);
+            EXPECT_EQ(failure.number(), failure_number::TypeMismatch);
         }
         EXPECT_FALSE(form.Loaded());
     }

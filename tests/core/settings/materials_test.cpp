@@ -106,14 +106,14 @@ TEST_F(Materials, GrainBeyondAnIntegerNamesTheMaterial) {
     UseLibrary(Replaced(OakPly, "grain=1", "grain=99999999999"));
     const MaterialRecord before = record;
     const Failure failure = FailureOf([&] { LookupMaterial("19.05 red oak ply", record); });
-    EXPECT_EQ(failure.number(), failure_number::overflow);
+    EXPECT_EQ(failure.number(), failure_number::Overflow);
     EXPECT_EQ(failure.detail(), "the grain flag of the material \"19.05 Red Oak Ply\" is 99999999999");
     EXPECT_EQ(record, before);
 }
 
 TEST_F(Materials, AMissingFileIsAFailureOfTheOpen) {
     const Failure failure = FailureOf([&] { LookupMaterial("18 mdf", record); });
-    EXPECT_EQ(failure.number(), failure_number::fileNotFound);
+    EXPECT_EQ(failure.number(), failure_number::FileNotFound);
     EXPECT_EQ(failure.detail(), "C:\\Brenvik\\materials.txt");
 }
 
@@ -167,7 +167,7 @@ TEST_F(Materials, AShortRecordIsNeverFilledFromTheNextOne) {
         UseLibrary(Material("18 mdf") + content);
         const MaterialRecord before = record;
         const Failure failure = FailureOf([&] { LookupMaterial("19.05 red oak ply", record); });
-        EXPECT_EQ(failure.number(), failure_number::inputPastEnd);
+        EXPECT_EQ(failure.number(), failure_number::InputPastEnd);
         EXPECT_EQ(
             failure.detail(),
             "C:\\Brenvik\\materials.txt:16: the material \"19.05 Red Oak Ply\" has 11 lines, expected 15");
@@ -271,7 +271,7 @@ TEST_F(Materials, AnyCutOfTheFileIsReadWithoutHarm) {
         try {
             LookupMaterial("19.05 red oak ply", record);
         } catch (const Failure& failure) {
-            EXPECT_EQ(failure.number(), failure_number::inputPastEnd) << length;
+            EXPECT_EQ(failure.number(), failure_number::InputPastEnd) << length;
         }
     }
 }

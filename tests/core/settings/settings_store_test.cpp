@@ -57,14 +57,14 @@ TEST_F(Settings, StrictNumberFailsForBlankAndText) {
     for (const char* text : {"", " ", "off", "1 x"}) {
         system.settings.Set("NoMeasure", text);
         EXPECT_EQ(FailureOf([] { StrictNumberSetting(setting::NoMeasure); }).number(),
-                  failure_number::typeMismatch)
+                  failure_number::TypeMismatch)
             << text;
         EXPECT_EQ(FailureOf([] { StrictIntegerSetting(setting::NoMeasure); }).number(),
-                  failure_number::typeMismatch)
+                  failure_number::TypeMismatch)
             << text;
     }
     system.settings.Set("NoMeasure", "3000000000");
-    EXPECT_EQ(FailureOf([] { StrictIntegerSetting(setting::NoMeasure); }).number(), failure_number::overflow);
+    EXPECT_EQ(FailureOf([] { StrictIntegerSetting(setting::NoMeasure); }).number(), failure_number::Overflow);
 }
 
 TEST_F(Settings, TableNamesEveryValueOnce) {
