@@ -8,7 +8,7 @@ namespace brenvik {
 
 namespace {
 
-constexpr std::array StepForms{
+constexpr std::array AllStepForms{
     StepForm{StepKind::SelectAll, "select all"},
     StepForm{StepKind::SelectNone, "select none"},
     StepForm{StepKind::SelectHandles, "select HANDLE..."},
@@ -86,7 +86,7 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 17> Argument
 
 }  // namespace
 
-std::span<const StepForm> StepForms() { return StepForms; }
+std::span<const StepForm> StepForms() { return AllStepForms; }
 
 std::string_view ArgumentMeaning(std::string_view argument) {
     for (const auto& [kind, meaning] : ArgumentMeanings)
