@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -22,7 +23,15 @@ std::vector<MaterialFault> FaultsOfRecord(std::span<const std::string> lines, co
 /// of its layers that is a fault: there is no decimal point in these.
 std::vector<MaterialFault> PointsInSpeeds(const MaterialTexts& texts, std::size_t head);
 
-/// The same of the material that FindMaterial gives for this key. Fails as reading does.
-std::vector<MaterialFault> PointsInSpeedsOf(std::string_view key);
+/// A material and what is wrong with it, of one reading of the library.
+struct CheckedMaterial {
+    MaterialTexts texts;
+    std::size_t head = 0;  ///< The line of its key, from 1.
+    std::vector<MaterialFault> faults;
+};
+
+/// The material that FindMaterial gives for this key, with the faults that FaultsOfMaterial gives. Fails as
+/// FindMaterial does.
+std::optional<CheckedMaterial> FindCheckedMaterial(std::string_view key);
 
 }  // namespace brenvik

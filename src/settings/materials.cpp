@@ -221,30 +221,26 @@ std::string MaterialKey(double thickness, std::string_view materialName, double 
     return NumberToTextNoZero(thickness, metric ? 2 : 5) + " " + FoldUpper(materialName);
 }
 
-std::optional<MaterialTexts> FindMaterial(std::string_view key) {
+std::optional<CheckedMaterial> FindCheckedMaterial(std::string_view key) {
     const std::vector<std::string> lines = LinesOf(ReadPlainText(MaterialsPath()));
     const std::vector<std::size_t> heads = HeadsOf(lines, key);
     if (heads.empty()) return std::nullopt;
-    return TextsAt(lines, heads.back(), MaterialFieldCount);
+    const std::size_t head = heads.back();
+    const MaterialTexts texts = TextsAt(lines, head, MaterialFieldCount);
+    CheckedMaterial found{
+        texts, head + 1, FaultsOfRecord(std::span(lines).subspan(head, MaterialFieldCount), texts, head + 1)};
+    if (heads.size() > 1) found.faults.push_back(StandsAgain(texts[Name], heads.front() + 1, head + 1));
+    return found;
+}
+
+std::optional<MaterialTexts> FindMaterial(std::string_view key) {
+    const std::optional<CheckedMaterial> found = FindCheckedMaterial(key);
+    return found ? std::optional(found->texts) : std::nullopt;
 }
 
 std::vector<MaterialFault> FaultsOfMaterial(std::string_view key) {
-    const std::vector<std::string> lines = LinesOf(ReadPlainText(MaterialsPath()));
-    const std::vector<std::size_t> heads = HeadsOf(lines, key);
-    if (heads.empty()) return {};
-    const std::size_t head = heads.back();
-    const MaterialTexts texts = TextsAt(lines, head, MaterialFieldCount);
-    std::vector<MaterialFault> faults =
-        FaultsOfRecord(std::span(lines).subspan(head, MaterialFieldCount), texts, head + 1);
-    if (heads.size() > 1) faults.push_back(StandsAgain(texts[Name], heads.front() + 1, head + 1));
-    return faults;
-}
-
-std::vector<MaterialFault> PointsInSpeedsOf(std::string_view key) {
-    const std::vector<std::string> lines = LinesOf(ReadPlainText(MaterialsPath()));
-    const std::vector<std::size_t> heads = HeadsOf(lines, key);
-    if (heads.empty()) return {};
-    return PointsInSpeeds(TextsAt(lines, heads.back(), MaterialFieldCount), heads.back() + 1);
+    const std::optional<CheckedMaterial> found = FindCheckedMaterial(key);
+    return found ? found->faults : std::vector<MaterialFault>{};
 }
 
 std::string MaterialFaultText(const MaterialFault& fault) {

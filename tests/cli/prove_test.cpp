@@ -49,6 +49,19 @@ TEST_F(Prove, FilesOfEveryTargetMakeTheirParts) {
     }
 }
 
+TEST_F(Prove, PartsWithoutAMaterialAreProvedByTheOneThatTheRunTakesForThem) {
+    ASSERT_EQ(Run({"materials", "add", "18 UnknownMaterial", "--like", "18 white melamine"}).status, 0);
+    WriteBoardsTo(folder / "job.dxf", {{"Side", "Shelf"}, "", true});
+    for (const char* target : {"C2C", "WOP4", "BW"}) {
+        const Outcome cut = Run({"cnc", "job.dxf", "--target", target, "--out", "cut", "--quiet"});
+        ASSERT_EQ(cut.status, 0) << cut.errors;
+        const Outcome outcome = ProveJob();
+        EXPECT_EQ(outcome.errors, "") << target;
+        EXPECT_EQ(outcome.output, bothRight) << target;
+        EXPECT_EQ(outcome.status, 0) << target;
+    }
+}
+
 TEST_F(Prove, NothingIsWritten) {
     MakeFiles();
     const std::string drawing = Read("job.dxf"), file = Read("cut/Part_0_Side_7.dxf");

@@ -117,17 +117,6 @@ TEST_F(OutlineTest, TheArcsOfASteppedCornerLeadNoChainAstray) {
     EXPECT_TRUE(run.part.unexplained.empty());
 }
 
-TEST_F(OutlineTest, AMaterialThatIsMissingIsToldAndThePartSkipped) {
-    RunState run = Sorted(Body(Rectangle(0, 0, 600, 400), 0, 17));
-    // The record is still that of an earlier part.
-    LookupMaterial("18 OAK", run.part.Material);
-    ASSERT_TRUE(run.part.Material.Found());
-    EXPECT_EQ(MakeOutline(run), PassOutcome::SkipPart);
-    EXPECT_EQ(Messages(), std::vector<std::string>{"You do not have the material 17 OAK in the material "
-                                                   "database, so this part export will be skipped."});
-    EXPECT_FALSE(run.part.Material.Found());
-}
-
 TEST_F(OutlineTest, LeftoverCirclesOfTheWorkLayersGoAndNamedOnesStay) {
     RunState run = Sorted(Body(Rectangle(0, 0, 600, 400), 0, 18));
     const auto circleOn = [&](std::string_view layer, const Point3& normal) {

@@ -66,8 +66,10 @@ TEST_F(Recognising, AnUnknownMaterialSkipsThePartWithItsMessage) {
 TEST_F(Recognising, NoPartIsCutWithTheBitsOfAnEarlierPartsMaterial) {
     RunState run = Start();
     ASSERT_EQ(Recognise(run), PassOutcome::GoOn);
+    ASSERT_TRUE(run.part.Material.Found());
     run.part.MaterialName = "ELM";
     EXPECT_EQ(Recognise(run), PassOutcome::SkipPart);
+    EXPECT_FALSE(run.part.Material.Found());
 }
 
 TEST_F(Recognising, BoresThatAreForcedToTheSecondSideWaitForIt) {

@@ -1,5 +1,6 @@
 // Contours that stop inside a part become named paths; what can't be one is told or left to the other side.
 #include "cnc/outline_fixture.h"
+#include "cnc/part/part_material.h"
 #include "cnc/routes/routing.h"
 #include "settings/frm_choice.h"
 
@@ -54,6 +55,7 @@ class RoutingPaths : public OutlineTest {
         for (const std::string_view layer :
              {layers::CircleHold, layers::RoutingLayer1, layers::RoutingLayer2, layers::RouteCirclePV})
             AddLayer(document, layer);
+        EXPECT_TRUE(TakeMaterial(run));
         return run;
     }
     Acad3DSolid& Part() { return Body(Rectangle(0, 0, 600, 400), 0, 18); }
@@ -291,19 +293,6 @@ TEST_F(RoutingPaths, ABoreThatMeetsABlindHoleNeedsNoHandWork) {
     EXPECT_EQ(run.part.RouteSkip, 0);
     EXPECT_EQ(run.part.NeedSecondSide, 0);
     EXPECT_TRUE(Messages().empty());
-}
-
-TEST_F(RoutingPaths, AnUnknownMaterialGivesThePartUp) {
-    Acad3DSolid& part = Part();
-    RunState run = State(part);
-    LookupMaterial("18 OAK", run.part.Material);
-    run.part.MaterialName = "";
-    RecogniseRoutes(run);
-    EXPECT_EQ(run.part.RouteSkip, 1);
-    ASSERT_EQ(Messages().size(), 1U);
-    EXPECT_EQ(Messages()[0],
-              "You do not have the material 18 UNKNOWNMATERIAL in the material database, so this part export "
-              "will be skipped.");
 }
 
 TEST_F(RoutingPaths, WithoutAFittingBitTheUserChooses) {

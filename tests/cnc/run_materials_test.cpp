@@ -1,4 +1,6 @@
 // Runs on material libraries as shops have them: edited by hand, cut off, in the code page of an old system.
+#include <map>
+
 #include "cnc/cnc_fixture.h"
 #include "session/library/cnc_commands.h"
 
@@ -100,6 +102,26 @@ TEST_F(RunMaterials, AreFoundInUtf8AndInTheOldCodePage) {
         EXPECT_EQ(Written().size(), 2U) << name;
     }
     EXPECT_NE(files.ReadFile("c:\\BV-DXF\\WORKLIST.TXT").find(",18 EICHE GEDÄMPFT,0,1,"), std::string::npos);
+}
+
+/// The home's files, with a count of how often each is read.
+class CountedReads : public FileRoots {
+  public:
+    using FileRoots::FileRoots;
+    std::string ReadFile(std::string_view path) override {
+        ++reads[std::string(path)];
+        return FileRoots::ReadFile(path);
+    }
+    std::map<std::string, int> reads;
+};
+
+TEST_F(RunMaterials, AreReadOnceForEachPass) {
+    CountedReads counted(home.Path());
+    ThePlatform().files = &counted;
+    RunBoards();
+    ThePlatform().files = &files;
+    EXPECT_EQ(Written().size(), 2U);
+    EXPECT_EQ(counted.reads[MaterialsPath()], 2);
 }
 
 TEST_F(RunMaterials, ThatAreMissingEndTheRunOnce) {

@@ -16,10 +16,8 @@
 #include "cnc/outline/pockets.h"
 #include "cnc/outline/through_circles.h"
 #include "cnc/outline/true_outline.h"
-#include "cnc/part/part_material.h"
 #include "cnc/part/told.h"
 #include "cnc/targets/target_table.h"
-#include "settings/materials.h"
 
 namespace brenvik {
 
@@ -28,14 +26,6 @@ namespace {
 /// Each chain costs two, so the budget joins a face of a hundred chains.
 constexpr int JoinBudget = 200;
 constexpr double NoArea = 1e-9;
-
-/// Until here `run.part.Material` may be the previous part's; from here the part needs its own.
-bool LoadMaterialAnew(RunState& run) {
-    MaterialRecord own;
-    const bool found = TakeMaterial(run, own);
-    run.part.Material = own;
-    return found;
-}
 
 /// Puts the polyline that the join has made on `RoutingLayer2`, or deletes it where it isn't closed. False
 /// where there is none.
@@ -110,7 +100,6 @@ bool IsContour(const AcadLWPolyline& polyline) { return polyline.Closed() && pol
 PassOutcome MakeOutline(RunState& run) {
     AcadDocument& drawing = *run.part.drawing;
     DrawKeptFace(run);
-    if (!LoadMaterialAnew(run)) return PassOutcome::SkipPart;
     JoinBorder(run);
 
     AddLayer(drawing, layers::Border2);

@@ -1,11 +1,14 @@
 // The look-up, the box, and the notes: many parts of a job are of one board.
 #include "cnc/part/part_material.h"
 
+#include <optional>
 #include <string>
 
 #include "base/failure.h"
+#include "base/letter_case.h"
 #include "cnc/part/run_report.h"
 #include "cnc/part/told.h"
+#include "parts/mautocad.h"
 #include "session/message.h"
 #include "settings/material_faults.h"
 #include "settings/materials.h"
@@ -14,9 +17,12 @@ namespace brenvik {
 
 namespace {
 
+/// Of the material of parts that name none.
+constexpr std::string_view NameOfNone = "UnknownMaterial";
+
 /// A bit of 12,7 would be cut as one of 12, and a word as none.
-void RefuseUnusable(std::string_view key) {
-    for (const MaterialFault& fault : FaultsOfMaterial(key)) {
+void RefuseUnusable(const CheckedMaterial& material) {
+    for (const MaterialFault& fault : material.faults) {
         if (fault.unusable)
             throw Failure(failure_number::TypeMismatch, std::string(OwnSource), "Type mismatch",
                           MaterialFaultText(fault));
@@ -46,15 +52,28 @@ bool HasSpeedsInNames(Target target) {
 
 }  // namespace
 
-bool TakeMaterial(const RunState& run, MaterialRecord& record) {
-    LookupMaterial(run.part.MaterialKeyText, record);
-    if (!record.Found()) {
+std::string MaterialNameOf(const Acad3DSolid& solid) {
+    const std::string name = FoldUpper(mAutoCAD::PartDataOf(solid, "Material"));
+    return name.empty() ? std::string(NameOfNone) : name;
+}
+
+std::string MaterialKeyOf(const PartState& part) {
+    return MaterialKey(part.PartThickness, part.MaterialName, part.ExportScaleSetting);
+}
+
+bool TakeMaterial(RunState& run) {
+    PartState& part = run.part;
+    part.MaterialKeyText = MaterialKeyOf(part);
+    part.Material = {};
+    const std::optional<CheckedMaterial> found = FindCheckedMaterial(part.MaterialKeyText);
+    if (found) part.Material = MaterialFromTexts(found->texts);
+    if (!part.Material.Found()) {
         TellUnknownMaterial(run);
         return false;
     }
-    RefuseUnusable(run.part.MaterialKeyText);
+    RefuseUnusable(*found);
     if (HasSpeedsInNames(run.target))
-        for (const MaterialFault& fault : PointsInSpeedsOf(run.part.MaterialKeyText))
+        for (const MaterialFault& fault : PointsInSpeeds(found->texts, found->head))
             NoteOnce(detail::ReportOfRun().doubtfulMaterials, MaterialFaultText(fault));
     return true;
 }

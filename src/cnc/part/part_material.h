@@ -1,18 +1,28 @@
-// The material of the part that a run works on: looked up, told where the library hasn't it, and refused
-// where its record can't be what was meant.
+// The material of the part that a run works on: its name and key, looked up, reported where the library lacks
+// it, and refused where its record can't be what was meant.
 #pragma once
+
+#include <string>
 
 #include "cnc/part/run_state.h"
 
 namespace brenvik {
 
-/// Fills `record` with the material of the run's `MaterialKeyText`; what it held stays where the library has
-/// none. False when the record has no first tool then, which has been told. Fails with 13 for a record with a
-/// value that nobody can cut by, naming the file, the line, the value and what was expected. What of it is
-/// doubtful is noted for the run's report.
-bool TakeMaterial(const RunState& run, MaterialRecord& record);
+/// The name that the part's data give its material, in upper case. A part without one is of a material that a
+/// shop may have in its library under a name of its own.
+std::string MaterialNameOf(const Acad3DSolid& solid);
 
-/// Tells that the library hasn't the part's material, and notes the key for the run's report.
+/// The key of the part's material, by the thickness and the name that the run has taken of it.
+std::string MaterialKeyOf(const PartState& part);
+
+/// Reads the part's material into `run.part.Material`, and its key into `MaterialKeyText`. Returns false,
+/// after a message, if the library has none with a first tool: the record is blank then, so that no part is
+/// cut with the bits of another one's material. Fails with 13 for a record with a value that nobody can cut
+/// by, naming the file, the line, the value and what was expected. What of it is doubtful is noted for the
+/// run's report.
+bool TakeMaterial(RunState& run);
+
+/// Reports that the library lacks the part's material, and notes the key for the run's report.
 void TellUnknownMaterial(const RunState& run);
 
 }  // namespace brenvik

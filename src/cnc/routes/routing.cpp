@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "base/letter_case.h"
@@ -16,7 +15,6 @@
 #include "cnc/part/lengths.h"
 #include "cnc/part/open_top.h"
 #include "cnc/part/operation_layer.h"
-#include "cnc/part/part_material.h"
 #include "cnc/part/run_state.h"
 #include "cnc/part/second_side.h"
 #include "cnc/plan/bit_reach.h"
@@ -36,16 +34,6 @@ constexpr int Decimals = 5;
 constexpr double NarrowestCore = 0.01;
 
 double Round(double value) { return RoundHalfEven(value, Decimals); }
-
-/// Finds the material with an empty record: no path is cut with the bits of an earlier part's material.
-bool LoadMaterial(RunState& run) {
-    const std::string name = run.part.MaterialName.empty() ? "UnknownMaterial" : run.part.MaterialName;
-    run.part.MaterialKeyText = MaterialKey(run.part.PartThickness, name, run.part.ExportScaleSetting);
-    MaterialRecord found;
-    if (!TakeMaterial(run, found)) return false;
-    run.part.Material = std::move(found);
-    return true;
-}
 
 /// What the paths of one pass have in common.
 struct Routing {
@@ -165,7 +153,6 @@ bool MakeCirclePocket(Routing& routing, AcadCircle& circle) {
 
 /// False when the part is to be given up.
 bool MakePaths(RunState& run) {
-    if (!LoadMaterial(run)) return false;
     run.part.RouteDirection = DirectionOfCut(run.part.Material);
     Routing routing{run, LastSolid(*run.part.drawing).GetBoundingBox()};
     const GatheredContours contours = GatherContours(*run.part.drawing, routing.part);

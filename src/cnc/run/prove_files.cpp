@@ -14,6 +14,7 @@
 #include "cnc/output/closing.h"
 #include "cnc/output/work_lists.h"
 #include "cnc/part/part_file_name.h"
+#include "cnc/part/part_material.h"
 #include "cnc/proof/file_checks.h"
 #include "cnc/proof/run_proof.h"
 #include "cnc/proof/target_of_names.h"
@@ -21,7 +22,6 @@
 #include "cnc/run/part_loop.h"
 #include "cnc/run/prove_lists.h"
 #include "cnc/run/run_set_up.h"
-#include "parts/mautocad.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
 #include "settings/materials.h"
@@ -97,11 +97,10 @@ class FolderProof {
     static PassOutcome Hold(RunState& run) {
         ReadPartTexts(run);
         MeasurePart(run);
-        run.part.MaterialName = FoldUpper(mAutoCAD::PartDataOf(LastSolid(*run.part.drawing), "Material"));
+        run.part.MaterialName = MaterialNameOf(LastSolid(*run.part.drawing));
         run.part.Material = {};
         run.part.PartThickness = run.part.ExtentZ;
-        run.part.MaterialKeyText =
-            MaterialKey(run.part.ExtentZ, run.part.MaterialName, run.part.ExportScaleSetting);
+        run.part.MaterialKeyText = MaterialKeyOf(run.part);
         LookupMaterial(run.part.MaterialKeyText, run.part.Material);
         HoldPartForProof(run);
         return PassOutcome::GoOn;

@@ -13,7 +13,6 @@
 #include "cnc/holes/vertical_drilling.h"
 #include "cnc/part/part_material.h"
 #include "cnc/routes/routing.h"
-#include "settings/materials.h"
 #include "settings/settings_store.h"
 
 namespace brenvik {
@@ -27,14 +26,6 @@ void RequireDepth(const RunState& run) {
     throw Failure(failure_number::TypeMismatch, std::string(OwnSource), "Type mismatch",
                   "BiesseWorksSpoil is " + NumberToText(run.SpoilAmount) + ", expected more than " +
                       NumberToText(-run.part.PartThickness) + ", the thickness of the part");
-}
-
-/// Looks the material up by thickness and name. What an earlier part found stays where this one has none.
-bool FindPartMaterial(RunState& run) {
-    const std::string key =
-        MaterialKey(run.part.PartThickness, run.part.MaterialName, run.part.ExportScaleSetting);
-    run.part.MaterialKeyText = key;
-    return TakeMaterial(run, run.part.Material);
 }
 
 /// Edge bores, on every pass or on the second one alone. False when they were all that a second pass could
@@ -52,6 +43,7 @@ bool BoreOnItsPass(RunState& run) {
 
 PassOutcome Recognise(RunState& run) {
     RequireDepth(run);
+    if (!TakeMaterial(run)) return PassOutcome::SkipPart;
     AddLayer(*run.part.drawing, layers::RoutingLayer1);
     AddLayer(*run.part.drawing, layers::RoutingLayer2);
     // Routes use the edges up.
@@ -63,8 +55,6 @@ PassOutcome Recognise(RunState& run) {
     UnlockLayer(*run.part.drawing, layers::CircleHold);
     TopView(*run.part.drawing);
     run.app->ZoomExtents();
-    if (!FindPartMaterial(run)) return PassOutcome::SkipPart;
-
     TopView(*run.part.drawing);
     if (!BoreOnItsPass(run)) return PassOutcome::SkipPart;
     DrillVertically(run, shapes);

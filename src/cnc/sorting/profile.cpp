@@ -8,16 +8,15 @@
 #include <vector>
 
 #include "base/fractions.h"
-#include "base/letter_case.h"
 #include "base/numbers.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/work_layers.h"
+#include "cnc/part/part_material.h"
 #include "cnc/sorting/circle_sorting.h"
 #include "cnc/sorting/circular_routes.h"
 #include "cnc/sorting/edge_sorting.h"
 #include "cnc/sorting/hole_floors.h"
 #include "cnc/sorting/untaken_faces.h"
-#include "parts/mautocad.h"
 
 namespace brenvik {
 
@@ -28,7 +27,6 @@ constexpr int SizeDecimals = 6;
 constexpr int HoldColor = 5;
 // A thirty-second of a unit: the steps that stock thicknesses are rounded to.
 constexpr double ThicknessStep = 0.03125;
-constexpr std::string_view UnknownMaterial = "UnknownMaterial";
 
 /// Draws the profile of the solid from above on layers of its own. It takes a viewport of the sheet, and the
 /// four blanks end the selection and take three defaults: hidden lines on a layer of their own, all in one
@@ -74,11 +72,6 @@ void LowerKeptFace(AcadDocument& drawing) {
     for (AcadLine* line : AllOn<AcadLine>(drawing, layers::Regioncopycopy)) line->Delete();
 }
 
-void ReadMaterialName(RunState& run) {
-    run.part.MaterialName = FoldUpper(mAutoCAD::PartDataOf(LastSolid(*run.part.drawing), "Material"));
-    if (run.part.MaterialName.empty()) run.part.MaterialName = UnknownMaterial;
-}
-
 /// Everything but the solid falls apart to curves: kept faces, the blocks of the projection and what stands
 /// in them. Circles are kept out of the last round: they are gathered already.
 void BreakDown(AcadDocument& drawing) {
@@ -113,7 +106,7 @@ PassOutcome SortEdges(RunState& run) {
     ProjectPart(run);
     LowerKeptFace(drawing);
     run.part.QuarterThickness = RoundDecimalValue(LenientNumber(run.part.DimT), ThicknessStep);
-    ReadMaterialName(run);
+    run.part.MaterialName = MaterialNameOf(LastSolid(drawing));
     AddLayer(drawing, layers::Border);
     BreakDown(drawing);
 
