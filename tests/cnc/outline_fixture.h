@@ -81,7 +81,7 @@ class OutlineTest : public CncTest {
         run.part.MaterialKeyText = MaterialKey(run.part.PartThickness, "OAK", run.part.ExportScaleSetting);
         LookupMaterial(run.part.MaterialKeyText, run.part.Material);
         for (const std::string_view layer :
-             {layers::RegionCopy, layers::CircleHold, layers::ArcPV, layers::SolidHold, layers::Border,
+             {layers::RegionCopy, layers::CircleHold, layers::ArcPv, layers::SolidHold, layers::Border,
               layers::RoutingLayer1, layers::RoutingLayer2, layers::ThroughRouteCirclePV})
             AddLayer(document, layer);
         DrawKeptFaceOf(solid);
@@ -105,7 +105,7 @@ class OutlineTest : public CncTest {
         AcadArc* arc =
             Model().AddArc({center.x, center.y, 0}, radius, std::atan2(from.y - center.y, from.x - center.x),
                            std::atan2(to.y - center.y, to.x - center.x));
-        arc->SetLayer(layers::ArcPV);
+        arc->SetLayer(layers::ArcPv);
     }
     /// The arcs of a shape as the projection shows them.
     void Project(const std::vector<Corner>& shape) {

@@ -74,7 +74,7 @@ TEST_F(OutlineTest, RoundedCornersStayTrueArcs) {
 
 TEST_F(OutlineTest, ArcsThatTheProjectionLacksAreDrawnFromTheFace) {
     RunState run = Sorted(Body(RoundedRectangle(0, 0, 600, 400, 40), 0, 18));
-    for (AcadArc* arc : AllOn<AcadArc>(document, layers::ArcPV)) arc->Delete();
+    for (AcadArc* arc : AllOn<AcadArc>(document, layers::ArcPv)) arc->Delete();
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(BulgesOf(Profile()), 4U);
     EXPECT_EQ(Profile().points.size(), 8U);

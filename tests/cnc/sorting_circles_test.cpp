@@ -114,7 +114,7 @@ TEST_F(SortingTest, ArcsInsideThePartMayBeRoutesAndTheOthersOutline) {
     const AcadArc &projected = arcAt(0, "PV-1F"), &inside = arcAt(10, "PV-1F"),
                   &kept = arcAt(0, layers::RegionCopy), &edge = arcAt(20, layers::BrenvikExplode);
     SortArcsAndLines(run, LastSolid(document).GetBoundingBox());
-    EXPECT_EQ(projected.Layer(), layers::ArcPV);
+    EXPECT_EQ(projected.Layer(), layers::ArcPv);
     EXPECT_EQ(inside.Layer(), layers::BrenvikExplode);
     EXPECT_EQ(kept.Layer(), layers::RegionCopy);
     EXPECT_EQ(edge.Layer(), layers::BrenvikExplode);
