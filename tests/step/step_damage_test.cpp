@@ -185,6 +185,84 @@ TEST_F(StepDamage, ASurfaceModelIsToldWithWhatItHolds) {
         "0: part \"Shelf\" without a solid (a surface model, 1 open shell of 5 faces) is passed over\n");
 }
 
+TEST_F(StepDamage, ASolidThatIsntGivenByItsFacesIsLeftOutAndTold) {
+    const std::string plane =
+        "#900005=AXIS2_PLACEMENT_3D('',#900006,$,$);\n#900006=CARTESIAN_POINT('',(0.,0.,0.));\n"
+        "#900007=PLANE('',#900005);\n#900008=DIRECTION('',(0.,0.,1.));\n#900009=AXIS1_PLACEMENT('',#900006,$)"
+        ";\n"
+        "#900010=BLOCK('',#900005,10.,10.,10.);\n#900011=SPHERE('',5.,#900006);\n";
+    for (const auto& [kind, statements] : std::vector<std::pair<std::string, std::string>>{
+             {"EXTRUDED_AREA_SOLID",
+              "EXTRUDED_AREA_SOLID('',#900002,#900008,5.);\n"
+              "#900002=CURVE_BOUNDED_SURFACE('',#900007,(),.T.)"},
+             {"REVOLVED_AREA_SOLID",
+              "REVOLVED_AREA_SOLID('',#900002,#900009,1.);\n"
+              "#900002=CURVE_BOUNDED_SURFACE('',#900007,(),.T.)"},
+             {"CSG_SOLID", "CSG_SOLID('',#900002);\n#900002=BOOLEAN_RESULT('',.UNION.,#900010,#900011)"},
+             {"BOOLEAN_RESULT", "BOOLEAN_RESULT('',.UNION.,#900010,#900011)"},
+             {"HALF_SPACE_SOLID", "HALF_SPACE_SOLID('',#900007,.T.)"},
+             {"BLOCK", "BLOCK('',#900005,10.,10.,10.)"}}) {
+        const std::string content = WithData(Replaced(Good(), "ADVANCED_BREP_SHAPE_REPRESENTATION('',(",
+                                                      "ADVANCED_BREP_SHAPE_REPRESENTATION('',(#900001,"),
+                                             plane + "#900001=" + statements + ";\n");
+        const StepDocument document = Read(content);
+        EXPECT_EQ(document.solids.size(), 1U) << kind;
+        const std::string notes = NotesOf(document);
+        ExpectMentions(notes, LineAt(content, content.find("#900001=")) + ": ");
+        ExpectMentions(notes, "expected a solid given by its faces (MANIFOLD_SOLID_BREP), found " + kind);
+        EXPECT_EQ(notes.find("nothing lost"), std::string::npos) << notes;
+    }
+}
+
+TEST_F(StepDamage, AnEmptyListOfAShapeTakesItsPartAndNoOther) {
+    const std::string good = Two();
+    for (const std::string kind : {"EDGE_LOOP('',(", "DIRECTION('',(", "CLOSED_SHELL('',("}) {
+        std::string content = good;
+        // Of the second part: the last loop and shell, and a direction behind the first one's shell.
+        const std::size_t from = content.find("CLOSED_SHELL('',(", content.find("CLOSED_SHELL('',(") + 1);
+        const std::size_t place = content.find(kind, from);
+        ASSERT_NE(place, std::string::npos) << kind;
+        const std::size_t list = place + kind.size();
+        content.erase(list, content.find(')', list) - list);
+        const StepDocument document = Read(content);
+        ASSERT_EQ(document.solids.size(), 1U) << kind;
+        ExpectMentions(NotesOf(document), LineAt(content, place) + ": part ");
+        ExpectMentions(NotesOf(document),
+                       "expected an entry in each list of " + kind.substr(0, kind.find('(')));
+    }
+}
+
+TEST_F(StepDamage, WhatTheModellerWouldFallOverBesideTheShapesRefusesNothing) {
+    const std::string good = Good();
+    for (const std::string paper :
+         {"INVISIBILITY(())", "CC_DESIGN_APPROVAL(#1,())", "DERIVED_UNIT(())", "REP_ITEM_GROUP('',$,$)",
+          "EXTERNALLY_DEFINED_GENERAL_PROPERTY('',$,$,$,$)", "COMMON_DATUM('',$,$,$,$,$,$,$,$)",
+          "DATUM_REFERENCE_COMPARTMENT($,$,$,$,$,('a'))", "GENERAL_DATUM_REFERENCE($,$,$,$,$,((#1)))",
+          "PRESENTATION_STYLE_BY_CONTEXT(('a'),$)", "FEA_MODEL($,$,$,$,(1.),$,$)",
+          "RIGID_LINK_REPRESENTATION('',(),#1,#1)", "CAMERA_MODEL_D3_MULTI_CLIPPING_UNION('',())"}) {
+        const StepDocument document = Read(WithData(good, "#900001=" + paper + ";\n"));
+        EXPECT_EQ(document.solids.size(), 1U) << paper;
+        for (const StepNote& note : document.notes) EXPECT_FALSE(note.lost) << paper << note.text;
+    }
+}
+
+TEST_F(StepDamage, AColourThatDoesntExistIsTheOnlyThingLost) {
+    const std::string good = Two();
+    const std::size_t place = good.find("COLOUR_RGB(");
+    ASSERT_NE(place, std::string::npos);
+    for (const std::string colour :
+         {"COLOUR_RGB('',-1.,0.,0.)", "COLOUR_RGB('',0.,2.,0.)", "COLOUR_RGB('',0.,0.)",
+          "COLOUR_RGB('',0.,'x',0.)", "DRAUGHTING_PRE_DEFINED_COLOUR('mauve')"}) {
+        std::string content = good;
+        content.replace(place, content.find(';', place) - place, colour);
+        const StepDocument document = Read(content);
+        ASSERT_EQ(document.solids.size(), 2U) << colour;
+        EXPECT_NE(document.solids[0].color.has_value(), document.solids[1].color.has_value()) << colour;
+        const std::string notes = NotesOf(document);
+        ExpectMentions(notes, LineAt(content, place) + ", nothing lost: 1 faulty style(s) or layer(s)");
+    }
+}
+
 TEST_F(StepDamage, WhatStandsBehindTheEndIsTold) {
     const std::string good = Good();
     EXPECT_EQ(NotesOf(Read(good + " \r\n\n")), "");

@@ -1,5 +1,6 @@
 // The text of STEP files: statements, numbers, code pages.
 #include "drafting_host/step/step_text.h"
+#include "drafting_host/step/text_faults.h"
 
 #include <gtest/gtest.h>
 

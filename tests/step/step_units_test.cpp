@@ -46,7 +46,39 @@ TEST_F(StepUnits, AConversionThatLeadsBackToItselfIsNoUnit) {
     PutWith("( CONVERSION_BASED_UNIT('FOOT',#900001) LENGTH_UNIT() NAMED_UNIT(#900099) )",
             "#900001=LENGTH_MEASURE_WITH_UNIT(LENGTH_MEASURE(12.),#900002);\n" +
                 Conversion(900002, "INCH", "2.54", "900002") + metre);
-    ExpectMentions(NotesOf(ReadStep(mPath)) + FailureText(), "unit");
+    ExpectMentions(FailureText(), "expected a unit of length that is a number above 0 of another one");
+}
+
+TEST_F(StepUnits, AFactorThatIsNoNumberOfMillimetresIsRefusedWithItsLine) {
+    for (const std::string factor : {"1.E309", "1.E+9999", "0.", "-25.4", "1.E30", "1.E-30"}) {
+        PutWith("( CONVERSION_BASED_UNIT('CUBIT',#900001) LENGTH_UNIT() NAMED_UNIT(#900099) )",
+                "#900001=LENGTH_MEASURE_WITH_UNIT(LENGTH_MEASURE(" + factor + "),#900098);\n" + metre);
+        const std::string content = Content(), text = FailureText();
+        ExpectMentions(text, "line " + LineAt(content, content.find("CONVERSION_BASED_UNIT")));
+        ExpectMentions(text, "expected a unit of length");
+    }
+}
+
+TEST_F(StepUnits, APrefixInWhichNobodyDrawsIsRefusedWithItsLine) {
+    for (const std::string prefix : {"EXA", "GIGA", "MEGA", "ATTO"}) {
+        PutWith("( LENGTH_UNIT() NAMED_UNIT(*) SI_UNIT(." + prefix + ".,.METRE.) )", "");
+        const std::string content = Content(), text = FailureText();
+        ExpectMentions(text, "line " + LineAt(content, content.find("SI_UNIT(." + prefix)));
+        ExpectMentions(text, "expected a unit of length from 1E-09 mm to 10000000 mm, found one of ");
+    }
+}
+
+TEST_F(StepUnits, ALengthThatIsMeasuredByAnAngleIsRefusedWithItsLine) {
+    for (const std::string measure : {"LENGTH_MEASURE_WITH_UNIT(LENGTH_MEASURE(25.4)",
+                                      "PLANE_ANGLE_MEASURE_WITH_UNIT(PLANE_ANGLE_MEASURE(25.4)"}) {
+        PutWith("( CONVERSION_BASED_UNIT('INCH',#900001) LENGTH_UNIT() NAMED_UNIT(#900099) )",
+                "#900001=" + measure +
+                    ",#900097);\n#900097=( NAMED_UNIT(*) PLANE_ANGLE_UNIT() SI_UNIT($,.RADIAN.) );\n" +
+                    metre);
+        const std::string content = Content(), text = FailureText();
+        ExpectMentions(text, "line " + LineAt(content, content.find("CONVERSION_BASED_UNIT")));
+        ExpectMentions(text, "expected a unit of length that is a number above 0 of another one");
+    }
 }
 
 TEST_F(StepUnits, ANameThatContradictsItsFactorIsToldWithItsLine) {

@@ -9,10 +9,25 @@ namespace {
 
 using Words = std::span<const std::string_view>;
 
-constexpr std::array<std::string_view, 9> Bodies = {
-    "MANIFOLD_SOLID_BREP", "BREP_WITH_VOIDS",           "FACETED_BREP",
-    "SOLID_MODEL",         "SHELL_BASED_SURFACE_MODEL", "GEOMETRIC_CURVE_SET",
-    "GEOMETRIC_SET",       "FACE_BASED_SURFACE_MODEL",  "EDGE_BASED_WIREFRAME_MODEL"};
+constexpr std::array<std::string_view, 19> Bodies = {"MANIFOLD_SOLID_BREP",
+                                                     "BREP_WITH_VOIDS",
+                                                     "FACETED_BREP",
+                                                     "SOLID_MODEL",
+                                                     "SHELL_BASED_SURFACE_MODEL",
+                                                     "GEOMETRIC_CURVE_SET",
+                                                     "GEOMETRIC_SET",
+                                                     "FACE_BASED_SURFACE_MODEL",
+                                                     "EDGE_BASED_WIREFRAME_MODEL",
+                                                     "CSG_SOLID",
+                                                     "EXTRUDED_AREA_SOLID",
+                                                     "REVOLVED_AREA_SOLID",
+                                                     "SURFACE_CURVE_SWEPT_AREA_SOLID",
+                                                     "EXTRUDED_FACE_SOLID",
+                                                     "REVOLVED_FACE_SOLID",
+                                                     "SURFACE_CURVE_SWEPT_FACE_SOLID",
+                                                     "SWEPT_AREA_SOLID",
+                                                     "SWEPT_DISK_SOLID",
+                                                     "SOLID_REPLICA"};
 
 /// Beginnings of kinds that say how products hang together, and what their lengths are measured in.
 constexpr std::array<std::string_view, 14> Structure = {"PRODUCT_DEFINITION",
@@ -36,13 +51,20 @@ constexpr std::array<std::string_view, 13> Looks = {
     "CAMERA", "FILL_AREA", "TEXT_LITERAL", "CALLOUT", "SYMBOL",       "LEADER"};
 
 /// Words of kinds that shapes don't hang on.
-constexpr std::array<std::string_view, 32> Papers = {
-    "PERSON",    "ORGANIZATION", "APPROVAL",  "DATE",           "TIME",        "ASSIGNMENT",
-    "SECURITY",  "DOCUMENT",     "CONTRACT",  "CERTIFICATION",  "ROLE",        "DESCRIPTIVE",
-    "PROPERTY",  "MATERIAL",     "GENERAL_",  "CATEGORY",       "EFFECTIVITY", "MEASURE_REPRESENTATION_ITEM",
-    "PROTOCOL",  "CHANGE",       "ACTION",    "IDENTIFICATION", "EXTERNAL",    "APPLIED_",
-    "TOLERANCE", "DATUM",        "DIMENSION", "ANNOTATION",     "ADDRESS",     "CLASSIFICATION",
-    "VALUE_",    "CALENDAR"};
+constexpr std::array<std::string_view, 39> Papers = {
+    "PERSON",         "ORGANIZATION", "APPROVAL",
+    "DATE",           "TIME",         "ASSIGNMENT",
+    "SECURITY",       "DOCUMENT",     "CONTRACT",
+    "CERTIFICATION",  "ROLE",         "DESCRIPTIVE",
+    "PROPERTY",       "MATERIAL",     "GENERAL_",
+    "CATEGORY",       "EFFECTIVITY",  "MEASURE_REPRESENTATION_ITEM",
+    "PROTOCOL",       "CHANGE",       "ACTION",
+    "IDENTIFICATION", "EXTERNAL",     "APPLIED_",
+    "TOLERANCE",      "DATUM",        "DIMENSION",
+    "ANNOTATION",     "ADDRESS",      "CLASSIFICATION",
+    "VALUE_",         "CALENDAR",     "FEA_",
+    "KINEMATIC",      "MECHANISM",    "_LINK_",
+    "ELEMENT_",       "DERIVED_UNIT", "REP_ITEM_GROUP"};
 
 bool HoldsOne(std::string_view kind, Words words) {
     return std::ranges::any_of(words, [&](std::string_view word) { return kind.find(word) != kind.npos; });

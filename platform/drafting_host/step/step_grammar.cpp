@@ -141,19 +141,23 @@ class Tokens {
 };
 
 /// The values between the brackets that have just been opened, to their closing.
-bool TakeValues(Tokens& tokens, std::vector<std::size_t>& references) {
+bool TakeValues(Tokens& tokens, StatementWalk& walk) {
     long depth = 1;
+    bool inList = false;  // The bracket that was opened last is that of a list.
     for (bool first = true;;) {
         Token token = tokens.Next();
-        if (token == Token::Keyword && (token = tokens.Next()) != Token::Open) return false;
+        const bool hasKeyword = token == Token::Keyword;
+        if (hasKeyword && (token = tokens.Next()) != Token::Open) return false;
         if (token == Token::Open) {
             ++depth;
             first = true;
+            inList = !hasKeyword;
             continue;
         }
         const bool value = token == Token::Value || token == Token::Reference;
-        if (token == Token::Reference) references.push_back(tokens.Start());
+        if (token == Token::Reference) walk.references.push_back(tokens.Start());
         if (!value && !(first && token == Token::Close)) return false;
+        if (!value && inList && walk.emptyList == 0) walk.emptyList = tokens.Start();
         // Behind a value, and behind each bracket that closes, stands a comma or the next closing one.
         if (!value) --depth;
         first = false;
@@ -168,12 +172,11 @@ bool TakeStatement(Tokens& tokens, StatementWalk& walk) {
     Token token = tokens.Next();
     if (token == Token::Keyword) {
         walk.kind = tokens.Last();
-        return tokens.Next() == Token::Open && TakeValues(tokens, walk.references) &&
-               tokens.Next() == Token::End;
+        return tokens.Next() == Token::Open && TakeValues(tokens, walk) && tokens.Next() == Token::End;
     }
     if (token != Token::Open) return false;
     while ((token = tokens.Next()) == Token::Keyword) {
-        if (tokens.Next() != Token::Open || !TakeValues(tokens, walk.references)) return false;
+        if (tokens.Next() != Token::Open || !TakeValues(tokens, walk)) return false;
     }
     return token == Token::Close && tokens.Next() == Token::End;
 }
@@ -184,6 +187,7 @@ void WalkStatement(std::string_view content, std::size_t place, StatementWalk& w
     Tokens tokens(content, place);
     walk.kind = {};
     walk.references.clear();
+    walk.emptyList = 0;
     walk.wellFormed = TakeStatement(tokens, walk);
     walk.end = walk.wellFormed ? tokens.Place() : tokens.Start();
 }

@@ -14,6 +14,7 @@ struct StatementWalk {
     std::size_t end = 0;                  ///< Behind the ";", or where the form breaks.
     std::string_view kind;                ///< Blank for a statement of several kinds.
     std::vector<std::size_t> references;  ///< Places of the "#" of what it refers to.
+    std::size_t emptyList = 0;            ///< The end of the first list without an entry; 0 for none.
 };
 
 /// Walks over the statement at `place`, whose "#" stands there. `walk` is overwritten; its memory is kept.

@@ -13,6 +13,7 @@
 #include "drafting_host/step/step_externals.h"
 #include "drafting_host/step/step_text.h"
 #include "drafting_host/step/step_units.h"
+#include "drafting_host/step/text_faults.h"
 
 namespace brenvik::step {
 namespace {

@@ -3,8 +3,6 @@
 #include "drafting_host/step/step_quarantine.h"
 
 #include <algorithm>
-#include <array>
-#include <optional>
 
 #include "base/text.h"
 
@@ -51,74 +49,6 @@ void CopyWithout(std::string_view content, const Statement& statement,
     }
 }
 
-StatementFault OrientedEdgeFault(const Statements& statements, const Statement& edge) {
-    for (const Reference& reference : statements.ReferencesOf(edge)) {
-        const Statement* element = statements.Find(reference.number);
-        if (element != nullptr && element->kind == "ORIENTED_EDGE")
-            return {&edge, edge.place, "an oriented edge that holds an edge"};
-    }
-    return {};
-}
-
-/// One for each reference that leads nowhere: a list may lose them one by one.
-void AddReferenceFaults(const Statements& statements, const Statement& statement,
-                        std::vector<StatementFault>& faults) {
-    for (const Reference& reference : statements.ReferencesOf(statement)) {
-        if (reference.number == 0)
-            faults.push_back(
-                {&statement, reference.place, "statement numbers up to " + std::to_string(HighestStatement)});
-        else if (statements.Find(reference.number) == nullptr)
-            faults.push_back({&statement, reference.place,
-                              "a statement #" + std::to_string(reference.number) + ", the file has none"});
-    }
-}
-
-/// The prefixes of units of length by the standard (ISO 10303-41), each between points; "$" is none.
-constexpr auto LengthPrefixes = std::to_array<std::string_view>(
-    {"$", ".EXA.", ".PETA.", ".TERA.", ".GIGA.", ".MEGA.", ".KILO.", ".HECTO.", ".DECA.", ".DECI.", ".CENTI.",
-     ".MILLI.", ".MICRO.", ".NANO.", ".PICO.", ".FEMTO.", ".ATTO."});
-
-/// Where a unit of length has a prefix or a name that the standard doesn't know. The modeller takes such a
-/// one for metres, which makes millimetres a thousand times too large.
-std::optional<std::size_t> UnknownLengthUnit(const Statements& statements, const Statement& statement) {
-    if (!statement.kind.empty()) return std::nullopt;
-    const std::string_view text =
-        statements.Content().substr(statement.place, statement.end - statement.place);
-    constexpr std::string_view unit = "SI_UNIT";
-    const std::size_t at = text.find(unit);
-    if (at == std::string_view::npos || text.find("LENGTH_UNIT") == std::string_view::npos)
-        return std::nullopt;
-    const std::size_t open = text.find('(', at), close = text.find(')', at);
-    if (open == std::string_view::npos || close < open) return std::nullopt;
-    const std::string values(text.substr(open + 1, close - open - 1));
-    const std::size_t comma = values.find(',');
-    const bool known =
-        comma != std::string::npos && Trim(values.substr(comma + 1)) == ".METRE." &&
-        std::ranges::find(LengthPrefixes, Trim(values.substr(0, comma))) != LengthPrefixes.end();
-    return known ? std::nullopt : std::optional(statement.place + at);
-}
-
-void AddFaults(const Statements& statements, const Statement& statement,
-               std::vector<StatementFault>& faults) {
-    if (!statement.wellFormed) {
-        faults.push_back({&statement, statement.place,
-                          "well-formed STEP statements (#n = TYPE(...);), found \"" +
-                              LineForMessage(statements.Content(), statement.place) + "\""});
-        return;
-    }
-    if (statement.number == 0)
-        faults.push_back(
-            {&statement, statement.place, "statement numbers up to " + std::to_string(HighestStatement)});
-    AddReferenceFaults(statements, statement, faults);
-    if (const auto place = UnknownLengthUnit(statements, statement))
-        faults.push_back({&statement, *place,
-                          "a unit of length such as SI_UNIT(.MILLI.,.METRE.), found \"" +
-                              LineForMessage(statements.Content(), *place) + "\""});
-    if (statement.kind != "ORIENTED_EDGE") return;
-    StatementFault nested = OrientedEdgeFault(statements, statement);
-    if (nested.statement != nullptr) faults.push_back(std::move(nested));
-}
-
 }  // namespace
 
 std::string LineForMessage(std::string_view content, std::size_t place) {
@@ -133,12 +63,6 @@ std::string LineForMessage(std::string_view content, std::size_t place) {
 Role RoleIn(const Statements& statements, const Statement& statement) {
     const std::vector<std::string_view> kinds = statements.KindsOf(statement);
     return RoleOf(kinds);
-}
-
-std::vector<StatementFault> TextFaults(const Statements& statements) {
-    std::vector<StatementFault> faults;
-    for (const Statement& statement : statements.All()) AddFaults(statements, statement, faults);
-    return faults;
 }
 
 void Quarantine::FindReferrers() {
@@ -210,6 +134,7 @@ Quarantine::Effect Quarantine::EffectOf(const Statement& removed, const Statemen
 }
 
 void Quarantine::Keep(const StatementFault& fault, Role role, bool told) {
+    if (!fault.isTold) return;
     if (role == Role::Look)
         mLooks.push_back(fault);
     else if (role == Role::Paperwork)

@@ -17,6 +17,7 @@ struct StatementFault {
     const Statement* statement = nullptr;
     std::size_t place = 0;
     std::string expected;  ///< For a message: "a statement #5, the file has none".
+    bool isTold = true;    ///< False for what nobody misses.
 };
 
 /// A body that had to be left out, and the fault that it fell over.
@@ -72,10 +73,6 @@ class Quarantine {
     std::vector<LostBody> mBodies;
     std::vector<StatementFault> mLooseGeometry, mLooks, mPapers, mFalseItems;
 };
-
-/// The faults that a file's text shows: statements of no form, references to nothing, numbers beyond the
-/// highest, and oriented edges made of oriented edges, which the modeller follows without end.
-std::vector<StatementFault> TextFaults(const Statements& statements);
 
 /// What stands in the line of a place, cut to a length that a message takes.
 std::string LineForMessage(std::string_view content, std::size_t place);

@@ -114,6 +114,7 @@ std::size_t Statements::TakeStatement(std::size_t place) {
     statement.end = walk.wellFormed ? walk.end : BehindBroken(place, std::max(walk.end, place + 1));
     statement.firstReference = mReferences.size();
     statement.references = walk.references.size();
+    statement.emptyList = walk.emptyList;
     for (const std::size_t at : walk.references) mReferences.push_back({NumberAt(mContent, at), at});
     mStatements.push_back(statement);
     return statement.end;

@@ -25,6 +25,7 @@ struct Statement {
     std::string_view kind;  ///< Blank for a statement of several kinds.
     bool wellFormed = true;
     std::size_t firstReference = 0, references = 0;  ///< Among those of the file.
+    std::size_t emptyList = 0;  ///< Place in the first list without an entry; 0 for none.
 };
 
 /// A "#" within a statement.

@@ -31,29 +31,32 @@ bool Holds(std::string_view text, std::string_view mark) { return text.find(mark
 
 /// What 'METRE' with this prefix measures in millimetres; nothing for another unit or an unknown prefix.
 std::optional<double> SizeOfMetres(std::string_view text) {
-    constexpr auto prefixes = std::to_array<std::pair<std::string_view, double>>({{"EXA", 1e18},
-                                                                                  {"PETA", 1e15},
-                                                                                  {"TERA", 1e12},
-                                                                                  {"GIGA", 1e9},
-                                                                                  {"MEGA", 1e6},
-                                                                                  {"KILO", 1e3},
-                                                                                  {"HECTO", 1e2},
-                                                                                  {"DECA", 10},
-                                                                                  {"DECI", 0.1},
-                                                                                  {"CENTI", 0.01},
-                                                                                  {"MILLI", 1e-3},
-                                                                                  {"MICRO", 1e-6},
-                                                                                  {"NANO", 1e-9},
-                                                                                  {"PICO", 1e-12},
-                                                                                  {"FEMTO", 1e-15},
-                                                                                  {"ATTO", 1e-18}});
+    constexpr auto prefixes = std::to_array<std::pair<std::string_view, double>>({{"$", 1},
+                                                                                  {".EXA.", 1e18},
+                                                                                  {".PETA.", 1e15},
+                                                                                  {".TERA.", 1e12},
+                                                                                  {".GIGA.", 1e9},
+                                                                                  {".MEGA.", 1e6},
+                                                                                  {".KILO.", 1e3},
+                                                                                  {".HECTO.", 1e2},
+                                                                                  {".DECA.", 10},
+                                                                                  {".DECI.", 0.1},
+                                                                                  {".CENTI.", 0.01},
+                                                                                  {".MILLI.", 1e-3},
+                                                                                  {".MICRO.", 1e-6},
+                                                                                  {".NANO.", 1e-9},
+                                                                                  {".PICO.", 1e-12},
+                                                                                  {".FEMTO.", 1e-15},
+                                                                                  {".ATTO.", 1e-18}});
     constexpr double millimetres = 1000;
     const std::size_t mark = text.find("SI_UNIT");
-    if (mark == text.npos || !Holds(text.substr(mark), ".METRE.")) return std::nullopt;
-    const std::string_view values = text.substr(mark, text.find(".METRE.", mark) - mark);
-    const std::size_t point = values.find('.');
-    if (point == values.npos) return millimetres;
-    const std::string_view prefix = values.substr(point + 1, values.find('.', point + 1) - point - 1);
+    if (mark == text.npos) return std::nullopt;
+    const std::size_t open = text.find('(', mark), close = text.find(')', mark);
+    if (open == text.npos || close == text.npos || close < open) return std::nullopt;
+    const std::string_view values = text.substr(open + 1, close - open - 1);
+    const std::size_t comma = values.find(',');
+    if (comma == values.npos || Trim(values.substr(comma + 1)) != ".METRE.") return std::nullopt;
+    const std::string prefix = Trim(values.substr(0, comma));
     const auto* const found =
         std::ranges::find(prefixes, prefix, &std::pair<std::string_view, double>::first);
     return found == prefixes.end() ? std::nullopt : std::optional(found->second * millimetres);
@@ -90,7 +93,7 @@ std::optional<UnitOfLength> Resolve(const Statements& statements, const Statemen
     const std::string_view value = TextOf(statements, *measure);
     const double factor = LenientNumber(Trim(value.substr(value.find(MeasureMark) + MeasureMark.size())));
     const Statement* const base = statements.Find(statements.ReferencesOf(*measure).back().number);
-    if (base == nullptr || !(factor > 0)) return std::nullopt;
+    if (base == nullptr || !(factor > 0) || !std::isfinite(factor)) return std::nullopt;
     auto resolved = Resolve(statements, *base, depth + 1);
     if (!resolved) return std::nullopt;
     resolved->millimetres *= factor;
@@ -138,7 +141,43 @@ void NoteName(const Statements& statements, const Statement& statement, double s
                               statements.LineAt(statement.place)});
 }
 
+/// Millimetres. Parts are drawn in nothing smaller than a picometre and nothing larger than a few miles, and
+/// a factor beyond that overflows where the modeller works with it.
+constexpr double SmallestUnit = 1e-9, LargestUnit = 1e7;
+
+/// Whether a unit is measured by another length, as far as its statements tell.
+bool IsMeasuredByLength(const Statements& statements, const Statement& unit) {
+    for (const Reference& reference : statements.ReferencesOf(unit)) {
+        const Statement* const measure = statements.Find(reference.number);
+        if (measure == nullptr || !Holds(TextOf(statements, *measure), "MEASURE_WITH_UNIT")) continue;
+        const auto bases = statements.ReferencesOf(*measure);
+        const Statement* const base = bases.empty() ? nullptr : statements.Find(bases.back().number);
+        return base != nullptr && Holds(TextOf(statements, *base), "LENGTH_UNIT");
+    }
+    return true;
+}
+
 }  // namespace
+
+std::optional<UnitFault> FaultOfUnit(const Statements& statements, const Statement& statement) {
+    const std::string_view text = TextOf(statements, statement);
+    if (!statement.kind.empty() || !Holds(text, "LENGTH_UNIT")) return std::nullopt;
+    const bool isConversion = Holds(text, ConversionMark);
+    const std::size_t mark = text.find(isConversion ? ConversionMark : "SI_UNIT");
+    if (mark == text.npos) return std::nullopt;
+    const std::size_t place = statement.place + mark;
+    const std::string found = ", found \"" + LineForMessage(statements.Content(), place) + "\"";
+    const auto unit = Resolve(statements, statement);
+    if (unit) {
+        if (unit->millimetres >= SmallestUnit && unit->millimetres <= LargestUnit) return std::nullopt;
+        return UnitFault{place, "a unit of length from " + Shown(SmallestUnit) + " to " + Shown(LargestUnit) +
+                                    ", found one of " + Shown(unit->millimetres)};
+    }
+    if (!isConversion) return UnitFault{place, "a unit of length such as SI_UNIT(.MILLI.,.METRE.)" + found};
+    if (MeasureOf(statements, statement) == nullptr && IsMeasuredByLength(statements, statement))
+        return std::nullopt;
+    return UnitFault{place, "a unit of length that is a number above 0 of another one" + found};
+}
 
 bool HasNestedUnits(const Statements& statements) {
     bool found = false;

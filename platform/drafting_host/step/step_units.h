@@ -2,6 +2,7 @@
 // that names another unit, which may be a conversion itself (a foot of 12 inches of 25.4 millimetres).
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "drafting_host/step/step_document.h"
@@ -15,6 +16,17 @@ bool HasNestedUnits(const Statements& statements);
 
 /// The text of a file with each such unit defined by metres directly. Numbers of statements stay.
 std::string WithDirectUnits(std::string content);
+
+/// Where a unit of length can't be taken, and what was expected there.
+struct UnitFault {
+    std::size_t place = 0;
+    std::string expected;
+};
+
+/// What is wrong with a statement that is a unit of length: a prefix or name that the format doesn't have, of
+/// which the modeller makes metres, a factor that is none, another quantity that it is measured by, or a size
+/// in which no part is drawn. Nothing for a sound unit and for any other statement.
+std::optional<UnitFault> FaultOfUnit(const Statements& statements, const Statement& statement);
 
 /// Tells what contradicts itself in the units of length of the file's contexts: two of different sizes in one
 /// context, of which the last counts, and a unit whose name says another size than its factor, which counts.

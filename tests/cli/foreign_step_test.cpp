@@ -1,0 +1,72 @@
+// STEP files of other programs that hold more, or other things, than parts: nothing ends the process, and
+// what a list leaves out is told.
+#include <string>
+
+#include "boards.h"
+#include "program.h"
+
+namespace brenvik::cli_test {
+namespace {
+
+class ForeignStep : public ProgramTest {
+  protected:
+    ForeignStep() {
+        WriteBoardsTo(folder / "job.dxf", {{"Side"}, "White Melamine", false});
+        Run({"convert", "job.dxf", "good.step"});
+        mGood = Read("good.step");
+    }
+
+    /// The board's file with these statements, and with the first of them among the items of its shape.
+    void WriteWithItem(const std::string& name, const std::string& statements) const {
+        std::string text = mGood;
+        const std::string items = "ADVANCED_BREP_SHAPE_REPRESENTATION('',(";
+        text.insert(text.find(items) + items.size(), statements.substr(0, statements.find('=')) + ",");
+        text.insert(text.rfind("ENDSEC;"), statements);
+        Write(name, text);
+    }
+
+    std::string mGood;
+};
+
+TEST_F(ForeignStep, ASweptSolidBesideAPartIsToldWithItsLine) {
+    WriteWithItem("a.step",
+                  "#900001=EXTRUDED_AREA_SOLID('',#900002,#900003,5.);\n"
+                  "#900002=CURVE_BOUNDED_SURFACE('',#900004,(),.T.);\n#900003=DIRECTION('',(0.,0.,1.));\n"
+                  "#900004=PLANE('',#900005);\n#900005=AXIS2_PLACEMENT_3D('',#900006,$,$);\n"
+                  "#900006=CARTESIAN_POINT('',(0.,0.,0.));\n");
+    const Outcome outcome = Run({"list", "a.step"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.output.find("Side"), std::string::npos) << outcome.output;
+    EXPECT_NE(outcome.errors.find("is left out: expected a solid given by its faces (MANIFOLD_SOLID_BREP), "
+                                  "found EXTRUDED_AREA_SOLID"),
+              std::string::npos)
+        << outcome.errors;
+}
+
+TEST_F(ForeignStep, AnInfiniteUnitOfLengthIsRefusedWithItsLine) {
+    std::string text = mGood;
+    const std::string metric = "( LENGTH_UNIT() NAMED_UNIT(*) SI_UNIT(.MILLI.,.METRE.) )";
+    const std::string endless = "( CONVERSION_BASED_UNIT('INCH',#900001) LENGTH_UNIT() NAMED_UNIT(*) )";
+    for (std::size_t at = text.find(metric); at != std::string::npos; at = text.find(metric, at + 1))
+        text.replace(at, metric.size(), endless);
+    text.insert(text.rfind("ENDSEC;"),
+                "#900001=LENGTH_MEASURE_WITH_UNIT(LENGTH_MEASURE(1.E309),#900002);\n"
+                "#900002=( LENGTH_UNIT() NAMED_UNIT(*) SI_UNIT($,.METRE.) );\n");
+    Write("a.step", text);
+    const Outcome outcome = Run({"list", "a.step"});
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_NE(outcome.errors.find("expected a unit of length"), std::string::npos) << outcome.errors;
+}
+
+TEST_F(ForeignStep, AColourThatDoesntExistLeavesThePart) {
+    std::string text = mGood;
+    text.insert(text.rfind("ENDSEC;"), "#900001=COLOUR_RGB('',-1.,0.,0.);\n");
+    Write("a.step", text);
+    const Outcome outcome = Run({"list", "a.step"});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("1 faulty style(s) or layer(s) passed over"), std::string::npos)
+        << outcome.errors;
+}
+
+}  // namespace
+}  // namespace brenvik::cli_test
