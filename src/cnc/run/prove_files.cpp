@@ -70,7 +70,7 @@ class FolderProof {
     }
 
     ProvedFiles Prove() {
-        const PassWork steps{{AlignPart, [this](RunState& run) { return Hold(run); }},
+        const PassWork steps{{AlignPart, Hold},
                              [](RunState&) {},
                              [](RunState&) {},
                              {},
