@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "base/failure.h"
+#include "base/file_failure.h"
 #include "check.h"
 #include "settings_store/settings_text.h"
 
@@ -16,7 +16,8 @@ void CheckReading(std::string_view content) {
         const brenvik::SettingsText settings = brenvik::SettingsText::Parse(content, "settings.txt");
         brenvik::fuzz::Require(settings.Content() == content, "what was read is written back as it was");
     } catch (const brenvik::Failure& failure) {
-        brenvik::fuzz::Require(failure.number() == brenvik::InvalidFileFormat, "a bad file is told as one");
+        brenvik::fuzz::Require(failure.number() == brenvik::failure_number::InvalidFileFormat,
+                               "a bad file is told as one");
     }
 }
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "base/failure.h"
+#include "base/file_failure.h"
 #include "base/letter_case.h"
 #include "base/text.h"
 #include "base/utf8.h"
@@ -16,7 +16,7 @@ constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view HexDigits = "0123456789abcdef";
 
 Failure Damaged(const std::string& place, const std::string& expected) {
-    return Failure(InvalidFileFormat, std::string(OwnSource), place + ": " + expected);
+    return Failure(failure_number::InvalidFileFormat, std::string(OwnSource), place + ": " + expected);
 }
 
 bool IsControl(char c) {

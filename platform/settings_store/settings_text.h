@@ -23,9 +23,6 @@
 
 namespace brenvik {
 
-/// The number of the failure for a settings file that can't be read.
-inline constexpr long InvalidFileFormat = 321;
-
 /// A line of a settings file that isn't blank or a remark.
 struct SettingsFileLine {
     enum class Kind { SectionHead, Value, Stray };

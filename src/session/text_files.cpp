@@ -1,7 +1,7 @@
 // Text files by way of the files port.
 #include "session/text_files.h"
 
-#include "base/failure.h"
+#include "base/file_failure.h"
 #include "base/quoted.h"
 #include "base/text_lines.h"
 #include "base/utf8.h"
@@ -25,7 +25,7 @@ std::string HandOverFolder() {
 FileLines ReadFileLines(std::string_view path) {
     const std::string content = ThePlatform().files->ReadFile(path);
     if (const std::string found = OtherEncodingOf(content); !found.empty())
-        throw Failure(InvalidFileFormat, std::string(OwnSource),
+        throw Failure(failure_number::InvalidFileFormat, std::string(OwnSource),
                       "Invalid file format: expected text in UTF-8, found " + found, std::string(path));
     FileLines file{LinesOf(content), {}};
     for (std::size_t at = 0; at < file.lines.size(); ++at) {

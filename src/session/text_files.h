@@ -7,9 +7,6 @@
 
 namespace brenvik {
 
-/// The number of the failure of a file that isn't text of the expected form.
-inline constexpr long InvalidFileFormat = 321;
-
 /// The folder of the installed system with a backslash at its end: where the delivered files lie.
 std::string ApplicationFolder();
 

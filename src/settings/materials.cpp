@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/failure.h"
+#include "base/file_failure.h"
 #include "base/fractions.h"
 #include "base/letter_case.h"
 #include "base/number_text.h"
@@ -113,9 +114,8 @@ std::string ReadPlainText(const std::string& path) {
     std::string content = ThePlatform().files->ReadFile(path);
     if (const std::string found = OtherEncodingOf(content);
         !found.empty() || content.find('\0') != std::string::npos)
-        throw Failure(InvalidFileFormat, std::string(OwnSource), "Invalid file format",
-                      path + ": expected plain text in UTF-8 or the Western code page" +
-                          (found.empty() ? "" : ", found " + found));
+        throw InvalidFileFormat(path + ": expected plain text in UTF-8 or the Western code page" +
+                                (found.empty() ? "" : ", found " + found));
     return WesternAsUtf8(content);
 }
 

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/file_failure.h"
 #include "support/failure_of.h"
 
 namespace brenvik {
@@ -126,7 +127,7 @@ class SettingsDamage : public testing::TestWithParam<DamagedFile> {};
 
 TEST_P(SettingsDamage, IsToldWithFileLineAndWhatWasExpected) {
     const Failure failure = FailureOf([] { Parsed(GetParam().content); });
-    EXPECT_EQ(failure.number(), InvalidFileFormat);
+    EXPECT_EQ(failure.number(), failure_number::InvalidFileFormat);
     EXPECT_EQ(failure.description(), std::string("settings.txt, line ") + GetParam().description);
 }
 

@@ -38,8 +38,7 @@ Failure InvalidFile(std::string_view file, std::size_t line, std::string_view ex
     std::string detail(file);
     if (line > 0) detail += ", line " + std::to_string(line);
     detail += ": expected " + std::string(expected) + ", found " + std::string(found);
-    return Failure(host_failure_number::InvalidFileFormat, std::string(OwnSource), "Invalid file format",
-                   std::move(detail));
+    return InvalidFileFormat(std::move(detail));
 }
 
 }  // namespace brenvik::host_failure

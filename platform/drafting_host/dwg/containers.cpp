@@ -5,7 +5,7 @@
 #include <array>
 #include <utility>
 
-#include "base/failure.h"
+#include "base/file_failure.h"
 #include "base/quoted.h"
 
 namespace brenvik::dwg {
@@ -34,10 +34,8 @@ std::string Sections::*MemberOf(std::string_view name) {
 
 [[noreturn]] void Refuse(std::string_view fileName, std::size_t place, const std::string& expected,
                          const std::string& found) {
-    constexpr long invalidFileFormat = 321;
-    throw Failure(invalidFileFormat, "Brenvik", "Invalid file format",
-                  std::string(fileName) + ", byte " + std::to_string(place) + ": expected " + expected +
-                      ", found " + found);
+    throw InvalidFileFormat(std::string(fileName) + ", byte " + std::to_string(place) + ": expected " +
+                            expected + ", found " + found);
 }
 
 std::string Shown(std::string_view text) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "base/file_failure.h"
 #include "drafting_host/dxf/binary_groups.h"
 
 namespace brenvik {
@@ -40,10 +41,8 @@ std::string PlaceText(std::size_t place, PlaceUnit unit) {
 
 Failure InvalidDxf(std::string_view fileName, std::size_t place, std::string_view expected,
                    std::string_view found, PlaceUnit unit) {
-    constexpr long invalidFileFormat = 321;
-    return Failure(invalidFileFormat, std::string(OwnSource), "Invalid file format",
-                   std::string(fileName) + ", " + PlaceText(place, unit) + ": expected " +
-                       std::string(expected) + ", found " + std::string(found));
+    return InvalidFileFormat(std::string(fileName) + ", " + PlaceText(place, unit) + ": expected " +
+                             std::string(expected) + ", found " + std::string(found));
 }
 
 GroupReader::GroupReader(std::string_view content, std::string_view fileName)

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/file_failure.h"
 #include "base/noise.h"
 #include "base/numbers.h"
 #include "base/text.h"
@@ -66,7 +67,7 @@ Failure FormatFailure(const std::filesystem::path& path, std::size_t line, std::
     if (line > 0) detail += ", line " + std::to_string(line);
     detail += ": expected ";
     detail += expected;
-    return {321, std::string(OwnSource), "Invalid file format", detail};
+    return InvalidFileFormat(std::move(detail));
 }
 
 std::string ContentOf(const std::filesystem::path& path) {
