@@ -16,6 +16,7 @@
 #include "base/text.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/work_layers.h"
+#include "cnc/part/part_drawing.h"
 #include "cnc/part/run_state.h"
 #include "core/fakes/fake_platform.h"
 #include "drafting_host/command/host_command_line.h"
@@ -188,7 +189,7 @@ class CncTest : public ::testing::Test {
         run.target = target;
         run.app = &host;
         run.sessionDrawing = &part;
-        run.part.drawing = &part;
+        TakePartDrawing(run, part);
         run.part.ExportScaleSetting = StrictIntegerSetting(setting::ExportScaleSetting);
         run.SpoilAmount = NumberSetting(setting::BiesseWorksSpoil);
         return run;

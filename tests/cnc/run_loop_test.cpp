@@ -56,6 +56,22 @@ TEST_F(RunLoop, BeginsEachPassClean) {
     EXPECT_EQ(passes, 4);
 }
 
+TEST_F(RunLoop, TheSessionIsAtThePartsDrawingDuringAPassAndAtTheRunsBetween) {
+    Boards({"Side", "Shelf"});
+    int between = 0;
+    ObserveRuns([&](const RunProgress&) {
+        ++between;
+        EXPECT_EQ(TheSession().AcadDoc, &document);
+    });
+    firstStep = [](RunState& run) {
+        EXPECT_EQ(TheSession().AcadDoc, run.part.drawing);
+        run.part.NeedSecondSide = 1;
+        return PassOutcome::GoOn;
+    };
+    RunA();
+    EXPECT_EQ(between, 4);
+}
+
 TEST_F(RunLoop, ScalesByTheSettingAboutTheOrigin) {
     struct Case {
         const char* setting;

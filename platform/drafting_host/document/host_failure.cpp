@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include "base/file_failure.h"
+
 namespace brenvik::host_failure {
 namespace {
 

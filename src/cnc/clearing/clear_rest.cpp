@@ -22,7 +22,6 @@
 #include "cnc/proof/run_proof.h"
 #include "cnc/proof/written_side.h"
 #include "cnc/routes/routing.h"
-#include "session/module_state.h"
 #include "session/ports/platform.h"
 #include "session/session.h"
 #include "settings/settings_store.h"
@@ -32,11 +31,6 @@ namespace brenvik {
 namespace {
 
 constexpr int PlainColor = 6, SizeDecimals = 6, DiameterDecimals = 5;
-
-/// What the first pass of the part takes away, as its side has it.
-struct ClearingModule {
-    std::vector<Removal> firstSide;
-};
 
 /// From the first side's frame to the second's, or back.
 void TurnOver(const RunState& run, Removal& removal) {
@@ -83,7 +77,7 @@ Removals RemovalsOf(const RunState& run) {
         removals.paths.push_back(path);
     }
     if (run.FirstPass()) return removals;
-    for (Removal first : StateOf<ClearingModule>().firstSide) {
+    for (Removal first : run.firstSide.removals) {
         TurnOver(run, first);
         first.mayGo = false;
         removals.all.push_back(std::move(first));
@@ -220,7 +214,7 @@ std::size_t PlaceCuts(RunState& run, const std::vector<RestCut>& cuts, const Rem
 void SettleSecondSide(RunState& run, const Rest& rest, std::size_t placed) {
     if (rest.fromBelow) return NeedOtherSide(run);
     if (placed == 0 || SwitchIsOn(setting::HorzBoreOn2)) return;
-    run.part.NeedSecondSide = run.part.ThroughRouteSeen = 0;
+    CancelOtherSide(run);
 }
 
 }  // namespace
@@ -237,7 +231,7 @@ PassOutcome ClearRest(RunState& run) {
         const std::size_t placed = PlaceCuts(run, rest.cuts, removals);
         if (run.FirstPass()) SettleSecondSide(run, rest, placed);
     });
-    if (run.FirstPass()) StateOf<ClearingModule>().firstSide = RemovalsOf(run).all;
+    if (run.FirstPass()) run.firstSide.removals = RemovalsOf(run).all;
     return PassOutcome::GoOn;
 }
 

@@ -7,16 +7,9 @@
 #include <vector>
 
 #include "cnc/clearing/plan_region.h"
+#include "cnc/plan/removal.h"
 
 namespace brenvik {
-
-/// What an operation takes away: the prism over its sides between two heights.
-struct Removal {
-    std::vector<PlanSide> sides;
-    double low = 0, high = 0;
-    /// A path of this side that stops inside, which may be taken back for a better one.
-    bool mayGo = false;
-};
 
 /// One path that is missing, from the top face down to a floor.
 struct RestCut {

@@ -2,7 +2,6 @@
 #include "cnc/drawing/prepare_drawing.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 
 #include "base/letter_case.h"
@@ -19,34 +18,11 @@ namespace {
 
 /// In any case, as the host compares names.
 bool IsWorkLayer(std::string_view name) {
-    using namespace layers;
-    constexpr auto all = std::to_array<std::string_view>({BrenvikExplode,
-                                                          Region,
-                                                          NextBiggestRegion,
-                                                          RegionCopy,
-                                                          Regioncopycopy,
-                                                          CircleHold,
-                                                          SolidHold,
-                                                          LinePv,
-                                                          RegionPv,
-                                                          RegionPV2,
-                                                          CirclePv,
-                                                          RouteCirclePV,
-                                                          ThroughRouteCirclePV,
-                                                          CircleHold2,
-                                                          RouteCircleHold,
-                                                          MAXCircleHold,
-                                                          HorzcircleHold,
-                                                          MyHorzcircleHold,
-                                                          ArcPv,
-                                                          Border,
-                                                          Border2,
-                                                          RoutingLayer1,
-                                                          RoutingLayer2,
-                                                          ThroughxRoute,
-                                                          DELETE});
-    return std::ranges::any_of(all, [name](std::string_view own) { return EqualsIgnoreCase(name, own); }) ||
-           StartsWithIgnoreCase(name, "PV-") || StartsWithIgnoreCase(name, "PH-");
+    return std::ranges::any_of(layers::All,
+                               [name](std::string_view own) { return EqualsIgnoreCase(name, own); }) ||
+           std::ranges::any_of(layers::ProjectionPrefixes, [name](std::string_view prefix) {
+               return StartsWithIgnoreCase(name, prefix);
+           });
 }
 
 }  // namespace

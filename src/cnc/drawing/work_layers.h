@@ -1,6 +1,7 @@
 // The work layers that a part goes over on its way from a solid to operations, each named by its role.
 #pragma once
 
+#include <array>
 #include <string_view>
 
 namespace brenvik::layers {
@@ -12,6 +13,7 @@ inline constexpr std::string_view RegionCopy = "RegionCopy";
 inline constexpr std::string_view Regioncopycopy = "regioncopycopy";
 inline constexpr std::string_view CircleHold = "circleHold";
 inline constexpr std::string_view SolidHold = "SolidHold";
+/// Nothing is put on this one and on `circlePV`: they are made, and swept, with the others.
 inline constexpr std::string_view LinePv = "linePV";
 inline constexpr std::string_view RegionPv = "regionPV";
 inline constexpr std::string_view RegionPV2 = "regionPV2";
@@ -30,11 +32,43 @@ inline constexpr std::string_view RoutingLayer1 = "RoutingLayer1";
 inline constexpr std::string_view RoutingLayer2 = "RoutingLayer2";
 inline constexpr std::string_view ThroughxRoute = "ThroughxRoute";
 inline constexpr std::string_view DELETE = "DELETE";
+/// The layer of every drawing, where trial objects are made.
 inline constexpr std::string_view Zero = "0";
 
-/// Whether the host's projection has made the layer: visible or hidden lines of a viewport.
+/// All of them but `Zero`.
+inline constexpr auto All = std::to_array<std::string_view>({BrenvikExplode,
+                                                             Region,
+                                                             NextBiggestRegion,
+                                                             RegionCopy,
+                                                             Regioncopycopy,
+                                                             CircleHold,
+                                                             SolidHold,
+                                                             LinePv,
+                                                             RegionPv,
+                                                             RegionPV2,
+                                                             CirclePv,
+                                                             RouteCirclePV,
+                                                             ThroughRouteCirclePV,
+                                                             CircleHold2,
+                                                             RouteCircleHold,
+                                                             MAXCircleHold,
+                                                             HorzcircleHold,
+                                                             MyHorzcircleHold,
+                                                             ArcPv,
+                                                             Border,
+                                                             Border2,
+                                                             RoutingLayer1,
+                                                             RoutingLayer2,
+                                                             ThroughxRoute,
+                                                             DELETE});
+
+/// What the names of the layers begin with that the host's projection makes: visible and hidden lines of a
+/// viewport.
+inline constexpr auto ProjectionPrefixes = std::to_array<std::string_view>({"PV-", "PH-"});
+
+/// Whether the host's projection has made the layer.
 inline bool OnProjection(std::string_view layer) {
-    return layer.starts_with("PV-") || layer.starts_with("PH-");
+    return layer.starts_with(ProjectionPrefixes[0]) || layer.starts_with(ProjectionPrefixes[1]);
 }
 
 /// Of the outside profile, by which later steps tell it from the paths inside the part.

@@ -14,9 +14,10 @@
 #include "cnc/laying/alignment_faces.h"
 #include "cnc/laying/alignment_top.h"
 #include "cnc/laying/orientation.h"
+#include "cnc/part/part_drawing.h"
+#include "cnc/part/second_side.h"
 #include "parts/mautocad.h"
 #include "session/message.h"
-#include "session/session.h"
 #include "settings/settings_store.h"
 
 namespace brenvik {
@@ -126,8 +127,7 @@ void MoveToOrigin(RunState& run, const Acad3DSolid& solid) {
     run.part.drawing->Wblock(WorkDrawing2, SelectAll(*run.part.drawing));
     run.part.drawing->Close(false);
     run.part.drawing = nullptr;
-    run.part.drawing = run.app->Documents().Open(WorkDrawing2);
-    TheSession().AcadDoc = run.part.drawing;
+    TakePartDrawing(run, *run.app->Documents().Open(WorkDrawing2));
     SelectAll(*run.part.drawing);
 }
 
@@ -135,8 +135,6 @@ void MoveToOrigin(RunState& run, const Acad3DSolid& solid) {
 
 PassOutcome AlignPart(RunState& run) {
     AcadDocument& drawing = *run.part.drawing;
-    // The active drawing is the session's, whichever it is.
-    TheSession().AcadDoc = &drawing;
     Acad3DSolid& solid = PartOf(drawing);
     ExplodeCopyToFaces(drawing, solid);
     const std::optional<FlatFaces> faces = FindFaces(drawing);
@@ -153,7 +151,7 @@ PassOutcome AlignPart(RunState& run) {
     if (!TakeSizes(run, solid)) return PassOutcome::SkipPart;
     BringTopUp(drawing, solid, faces->LargestRegion.area);
     if (WorkedFromThirdFace(solid)) TurnOver(drawing);
-    if (run.part.NeedSecondSide == 1) TurnToSecondSide(drawing);
+    if (NeedsOtherSide(run)) TurnToSecondSide(drawing);
     LockLayer(drawing, layers::RegionCopy);
     HoldCircles(drawing);
     MoveToOrigin(run, solid);

@@ -9,6 +9,7 @@
 #include "base/skip.h"
 #include "base/text.h"
 #include "base/wildcard.h"
+#include "cnc/output/work_lists.h"
 #include "parts/part_trouble.h"
 #include "session/message.h"
 #include "session/ports/host_interface.h"
@@ -70,11 +71,11 @@ std::optional<OutputClaims> ClaimOutputToEmpty(std::span<const std::string_view>
 
 bool IsFileOfARun(const std::string& name) {
     constexpr auto patterns = std::to_array<std::string_view>(
-        {"Part_*.dxf", "BPart_*.dxf", "Part_*.dwg", "BPart_*.dwg", "wblock.dwg", "wblock2.dwg",
-         "WORKLIST.TXT", "CNCList.txt", "CNCList.csv", "Sheet1.csv", "WORKLIST.TXT.unfinished",
-         "CNCList.txt.unfinished", "CNCList.csv.unfinished", "Sheet1.csv.unfinished"});
-    return std::ranges::any_of(
-        patterns, [&](std::string_view pattern) { return MatchesWildcards(name, pattern, FileWildcards); });
+        {"Part_*.dxf", "BPart_*.dxf", "Part_*.dwg", "BPart_*.dwg", "wblock.dwg", "wblock2.dwg"});
+    const auto matches = [&](std::string_view pattern) {
+        return MatchesWildcards(name, pattern, FileWildcards);
+    };
+    return std::ranges::any_of(patterns, matches) || IsWorkList(name);
 }
 
 void NoteForeignFiles(std::string_view folder, bool (*isOwn)(const std::string& name)) {

@@ -237,6 +237,15 @@ std::string HeaderOfBW(std::string_view lineEnd) {
 
 std::string_view WorkListName(Target target) { return ListFilesOf(target).written; }
 
+bool IsWorkList(std::string_view fileName) {
+    return std::ranges::any_of(AllTargets, [fileName](Target target) {
+        return std::ranges::any_of(ListFilesOf(target).cleared, [fileName](std::string_view list) {
+            return EqualsIgnoreCase(fileName, list) ||
+                   EqualsIgnoreCase(fileName, std::string(list) + std::string(UnfinishedListEnding));
+        });
+    });
+}
+
 std::string WorkListLine(const RunState& run) { return LineOf(FieldsOf(run), run.target); }
 
 std::size_t WorkListHeaderLines(Target target) {

@@ -15,6 +15,8 @@ struct RunState;
 inline constexpr std::string_view UnfinishedListEnding = ".unfinished";
 /// The list that a target writes, in the folder of each side.
 std::string_view WorkListName(Target target);
+/// Whether a file has the name, in any case, of a list that some target writes or clears, finished or not.
+bool IsWorkList(std::string_view fileName);
 /// The part's line for this pass, of `run.part.writtenFile`.
 std::string WorkListLine(const RunState& run);
 /// How many lines stand ahead of the first part's.

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "cnc/part/target.h"
+#include "cnc/plan/removal.h"
 #include "session/ports/host_interface.h"
 #include "settings/bit_choice.h"
 #include "settings/materials.h"
@@ -92,6 +93,7 @@ struct FirstSide {
     std::vector<DrilledHole> holes;
     std::vector<DrilledHole> told;  ///< Holes and pins that it has told of.
     std::vector<CutContour> paths;
+    std::vector<Removal> removals;  ///< Of its operations, as its side has them.
 };
 
 /// One run: what holds for all of its parts, the part it is at, and what that one's first side has.

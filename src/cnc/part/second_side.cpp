@@ -1,4 +1,4 @@
-// The one place that requests a second side, and the way back to the first.
+// The flags of the second side, and the way back to the first.
 #include "cnc/part/second_side.h"
 
 #include "cnc/part/run_state.h"
@@ -9,6 +9,12 @@ void NeedOtherSide(RunState& run) {
     run.part.NeedSecondSide = 1;
     if (run.FirstPass()) run.part.ThroughRouteSeen = 1;
 }
+
+void NeedOtherSideForBores(RunState& run) { run.part.NeedSecondSide = 1; }
+
+void CancelOtherSide(RunState& run) { run.part.NeedSecondSide = run.part.ThroughRouteSeen = 0; }
+
+bool NeedsOtherSide(const RunState& run) { return run.part.NeedSecondSide == 1; }
 
 Point3 OnFirstSide(const RunState& run, const Box3& part, const Point3& place) {
     if (run.FirstPass()) return place;

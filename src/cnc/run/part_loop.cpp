@@ -12,12 +12,13 @@
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/prepare_drawing.h"
 #include "cnc/drawing/work_layers.h"
+#include "cnc/part/part_drawing.h"
 #include "cnc/part/run_report.h"
+#include "cnc/part/second_side.h"
 #include "cnc/run/run_set_up.h"
 #include "session/message.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
-#include "session/text_files.h"
 #include "settings/settings_store.h"
 
 namespace brenvik {
@@ -47,7 +48,7 @@ void ResetForPass(RunState& run) {
 void OpenPart(RunState& run, const PartFile& file) {
     run.part.drawing = nullptr;
     run.app->Documents().Open(run.FirstPass() ? file.FirstSidePath() : file.SecondSidePath());
-    run.part.drawing = run.app->ActiveDocument();
+    TakePartDrawing(run, *run.app->ActiveDocument());
     BringWithinReach(*run.part.drawing);
     AddLayer(*run.part.drawing, layers::BrenvikExplode);
     FreshSet(*run.part.drawing, "exploded");
@@ -65,34 +66,27 @@ PassOutcome WorkOnPass(RunState& run, const PassWork& steps) {
     return PassOutcome::GoOn;
 }
 
-bool GoesOnWithSecondSide(RunState& run) {
-    if (ToInteger(NumberSetting(setting::DontDoTwoSided)) == 1) {
-        run.part.LeavesSecondSide = run.part.NeedSecondSide == 1;
-        run.part.SecondSidePass = 1;
-        return false;
-    }
-    if (run.part.SecondSidePass != 0 || run.part.NeedSecondSide != 1) return false;
+bool WithoutSecondSides() { return ToInteger(NumberSetting(setting::DontDoTwoSided)) == 1; }
+
+/// The part begins again from its second-side file.
+void BeginSecondSide(RunState& run) {
     run.part.SecondSidePass = 1;
-    return true;
+    ClosePartDrawing(run);
+    RemoveIfThere(std::string(WorkDrawing));
+    RemoveIfThere(std::string(WorkDrawing2));
 }
 
-void ClosePartDrawing(RunState& run) {
-    AcadDocument* drawing = std::exchange(run.part.drawing, nullptr);
-    if (drawing != nullptr) Skip([&] { drawing->Close(false); });
-}
-
-/// The end of every part, skipped or not: no drawing of it outlasts it.
-void CleanUp(RunState& run, const PartFile& file) {
+/// The end of every part, skipped or not: no drawing of it outlasts it. `bothSides`: nothing is left to do
+/// for its second side.
+void CleanUp(RunState& run, const PartFile& file, bool bothSides) {
     ClosePartDrawing(run);
     if (Skip([&] { ThePlatform().files->RemoveFile(file.FirstSidePath()); })) {
         RemoveIfThere(file.SecondSidePath());
-        run.part.NeedSecondSide = 0;
-        // Only a second pass asks for it, and this part won't have one any more.
-        run.part.ThroughRouteSeen = 0;
+        CancelOtherSide(run);
     }
     RemoveIfThere(std::string(WorkDrawing2));
     RemoveIfThere(std::string(WorkDrawing));
-    if (run.part.SecondSidePass != 1) return;
+    if (!bothSides) return;
     RemoveIfThere(std::string(SecondSideWorkDrawing));
     RemoveIfThere(std::string(SecondSideWorkDrawing2));
     run.part.SecondSidePass = 0;
@@ -104,7 +98,7 @@ void CleanUp(RunState& run, const PartFile& file) {
 bool IsOfFiles(const Failure& failure) {
     const long number = failure.number();
     if (number == failure_number::InputPastEnd) return false;
-    return number == InvalidFileFormat || IsOfFileSystem(failure);
+    return number == failure_number::InvalidFileFormat || IsOfFileSystem(failure);
 }
 
 /// The work on the open drawing. A part that the host or the modeller refuses is skipped and told, so that
@@ -135,13 +129,17 @@ PassEnd DoPass(RunState& run, const PassWork& steps, const PartFile& file, RunRe
     OpenPart(run, file);
     const PassOutcome came = WorkOrSkip(run, steps, file, report);
     if (came == PassOutcome::EndRun) return PassEnd::EndRun;
-    if (came == PassOutcome::GoOn && GoesOnWithSecondSide(run)) {
-        ClosePartDrawing(run);
-        RemoveIfThere(std::string(WorkDrawing));
-        RemoveIfThere(std::string(WorkDrawing2));
-        return PassEnd::SecondSide;
+    bool bothSides = !run.FirstPass();
+    if (came == PassOutcome::GoOn) {
+        if (WithoutSecondSides()) {
+            run.part.LeavesSecondSide = NeedsOtherSide(run);
+            bothSides = true;
+        } else if (run.FirstPass() && NeedsOtherSide(run)) {
+            BeginSecondSide(run);
+            return PassEnd::SecondSide;
+        }
     }
-    CleanUp(run, file);
+    CleanUp(run, file, bothSides);
     return PassEnd::NextPart;
 }
 
@@ -197,8 +195,7 @@ void ReportTheRest(const PartFile& file, std::size_t left, std::vector<std::stri
 /// The part files of a run that a failure ends.
 void RemoveFilesOfTheRest(RunState& run, std::span<const PartFile> parts) {
     const auto current = static_cast<std::size_t>(run.part.index);
-    run.part.SecondSidePass = 1;
-    CleanUp(run, parts[current]);
+    CleanUp(run, parts[current], true);
     for (const PartFile& later : parts.subspan(current)) RemovePartFiles(later);
 }
 

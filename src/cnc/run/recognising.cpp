@@ -12,6 +12,7 @@
 #include "cnc/holes/level_shapes.h"
 #include "cnc/holes/vertical_drilling.h"
 #include "cnc/part/part_material.h"
+#include "cnc/part/second_side.h"
 #include "cnc/routes/routing.h"
 #include "settings/settings_store.h"
 
@@ -32,7 +33,7 @@ void RequireDepth(const RunState& run) {
 /// have been made for, and there are none.
 bool BoreOnItsPass(RunState& run) {
     const bool onSecondSide = SwitchIsOn(setting::HorzBoreOn2);
-    if (onSecondSide) run.part.NeedSecondSide = 1;
+    if (onSecondSide) NeedOtherSideForBores(run);
     run.part.edgeBores = 0;
     if (!onSecondSide || !run.FirstPass()) BoreHorizontally(run);
     if (run.part.ThroughRouteSeen == 1) return true;

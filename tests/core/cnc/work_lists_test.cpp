@@ -1,6 +1,7 @@
 // The lists of the CAM packages, byte for byte.
 #include <gtest/gtest.h>
 
+#include "base/letter_case.h"
 #include "cnc/output/work_lists.h"
 #include "cnc/part/part_file_name.h"
 #include "cnc/part/run_state.h"
@@ -61,6 +62,16 @@ TEST_F(WorkListTest, SevenTargetsShareOneForm) {
         EXPECT_EQ(Content("WORKLIST.TXT"),
                   "c:\\BV-DXF\\Part_4_Side_7.dxf,.75 RED OAK,1,3,Side,Base,7,a,b,c,d\n");
     }
+}
+
+TEST_F(WorkListTest, EveryTargetsListIsKnownByItsNameFinishedOrNot) {
+    for (const Target target : AllTargets) {
+        const std::string list(WorkListName(target));
+        for (const std::string& name : {list, list + ".unfinished", FoldUpper(list)})
+            EXPECT_TRUE(IsWorkList(name)) << name;
+        EXPECT_FALSE(IsWorkList(list + ".bak"));
+    }
+    EXPECT_FALSE(IsWorkList("Part_0_Side_7.dxf"));
 }
 
 TEST_F(WorkListTest, AListHasItsNameWhenTheRunHasEnded) {
