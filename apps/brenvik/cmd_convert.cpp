@@ -33,6 +33,7 @@ ExitStatus Convert(const std::string& home, ConvertOptions options) {
     options.onlySaves = IsDxfName(options.save);
     KeptFiles kept;
     kept.KeepHome(HomeOf(home));
+    KeepDrawing(kept, options);
     kept.RequireFree(PathFromText(options.save), OutputKind::Drawing, options.save);
     Teller teller(options.quiet);
     GuardedFiles files;

@@ -3,6 +3,7 @@
 #include <array>
 #include <functional>
 #include <iostream>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <span>
@@ -19,7 +20,7 @@
 #include "console/console_dialogs.h"
 #include "file_roots/places.h"
 #include "session/call.h"
-#include "settings/home_units.h"
+#include "settings/library_check.h"
 #include "settings/material_keys.h"
 #include "settings/materials.h"
 #include "settings/settings_store.h"
@@ -84,7 +85,10 @@ ExitStatus ListMaterials(const std::string& home) {
         const MaterialLibrary library = ReadMaterials();
         PrintTable(library.materials);
         const bool whole = TellFaults(workplace, library.damages);
-        const bool right = TellFaults(workplace, library.faults);
+        std::vector<MaterialFault> faults = library.faults;
+        std::ranges::copy(FaultsOfLibrary(), std::back_inserter(faults));
+        std::ranges::stable_sort(faults, {}, &MaterialFault::line);
+        const bool right = TellFaults(workplace, faults);
         return whole && right && !workplace.toldSettings.DamageFound() ? ExitStatus::Done
                                                                        : ExitStatus::Incomplete;
     });
@@ -112,7 +116,15 @@ ExitStatus FindOne(const std::string& home, const std::string& key) {
                                                            (near.empty() ? "" : "; the nearest are " + near));
         }
         std::cout << MaterialsText(std::span(&*found, 1), "\n");
-        return TellFaults(workplace, FaultsOfMaterial(key)) ? ExitStatus::Done : ExitStatus::Incomplete;
+        std::vector<MaterialFault> faults = GuessedLinesOf(key);
+        std::ranges::copy(FaultsOfMaterial(key), std::back_inserter(faults));
+        if (const std::string asked = KeyOfRunsFor(key); !asked.empty()) {
+            std::cerr << "brenvik: no part finds " << ShellWord(key) << ": runs of this home ask for "
+                      << ShellWord(asked) << '\n';
+            TellFaults(workplace, faults);
+            return ExitStatus::Incomplete;
+        }
+        return TellFaults(workplace, faults) ? ExitStatus::Done : ExitStatus::Incomplete;
     });
 }
 
@@ -124,23 +136,12 @@ bool AreOfOneUnit(std::string_view key, std::string_view other) {
     return a <= b * mostTimes && b <= a * mostTimes;
 }
 
-/// Runs in millimetres write thicknesses with two decimals: the key that they would ask for in place of a
-/// finer one, or blank.
-std::string MetricKeyOf(const std::string& key) {
-    constexpr int metricDecimals = 2;
-    if (UnitsOfHome() != MeasureUnits::Metric) return {};
-    const HeadAndTail parts = SplitAtFirst(key, ' ');
-    const double thickness = LenientNumber(parts.head), rounded = RoundHalfEven(thickness, metricDecimals);
-    return thickness == rounded ? std::string()
-                                : NumberToTextNoZero(rounded, metricDecimals) + " " + parts.tail;
-}
-
 /// Fails for words that can't make a record.
 void RequireAddable(const MaterialLibrary& library, const std::string& file, const std::string& key,
                     const std::string& like) {
     if (const std::string expected = MaterialKeyFault(key); !expected.empty())
         throw CommandError(ExitStatus::WrongWords, "KEY: expected " + expected + "; found \"" + key + "\"");
-    if (const std::string expected = MetricKeyOf(key); !expected.empty())
+    if (const std::string expected = KeyOfRunsFor(key); !expected.empty())
         throw CommandError(ExitStatus::WrongWords, "KEY: expected the thickness as runs write it: \"" +
                                                        expected + "\"; found \"" + key + "\"");
     if (const MaterialTexts* present = FindMaterialIn(library, key))

@@ -23,6 +23,7 @@
 #include "run_transcript.h"
 #include "session/message_text.h"
 #include "shell_word.h"
+#include "unsaved_changes.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -113,7 +114,8 @@ JournalWorld WorldOf(Workplace& workplace, std::ostream& transcript) {
 
 /// Plays the journal on the open drawing. Throws CommandError where a step fails.
 void Play(const RunOptions& options, const JournalStage& stage, std::vector<JournalStep> steps,
-          Workplace& workplace, JournalDialogs& dialogs, RunTranscript& transcript, Teller& teller) {
+          Workplace& workplace, JournalDialogs& dialogs, RunTranscript& transcript, Teller& teller,
+          UnsavedChanges& unsaved) {
     workplace.host.SetTranscript(
         [&](std::string_view line) { transcript.TellHostLine(line, !workplace.typedCommands.AtWork()); });
     HostRefusals refusals(workplace.host, workplace.typedCommands);
@@ -122,7 +124,9 @@ void Play(const RunOptions& options, const JournalStage& stage, std::vector<Jour
     if (stage.callCommand) world.callCommand = stage.callCommand;
     world.takeRefusal = [&refusals] { return refusals.TakeOldest(); };
     world.save = [&](const std::string& name) {
-        return SaveByEnding(name, options, workplace, transcript.Stream(), teller);
+        std::string expected = SaveByEnding(name, options, workplace, transcript.Stream(), teller);
+        if (expected.empty()) unsaved.NoteSaved();
+        return expected;
     };
     JournalPlayer player(std::move(steps), dialogs, std::move(world));
     refusals.presentLine = [&player] { return player.PresentLine(); };
@@ -161,6 +165,20 @@ void TellOverlooked(const std::string& journal, WatchedJournalDialogs& dialogs, 
                 " of something skipped or failed; the first: " + MessageLine(boxes.front()));
 }
 
+/// What a journal saves of the drawing, and what a run that it starts does.
+void WatchSavings(Workplace& workplace, const HostDocument& document, UnsavedChanges& unsaved) {
+    workplace.drawingWritten = [&](const std::filesystem::path& file) {
+        if (!document.Closed() && file == workplace.host.Resolve(document.FullName())) unsaved.NoteSaved();
+    };
+}
+
+/// To leave a drawing as it was is a choice and no failure, but it may not be meant.
+void TellUnsaved(const RunOptions& options, const UnsavedChanges& unsaved, RunTranscript& transcript) {
+    if (!options.drawing.save.empty() || !unsaved.Any()) return;
+    transcript.Stream() << options.drawing.drawing << " was changed and not saved: expected a step save in "
+                        << options.journal << ", or --save\n";
+}
+
 void KeepInputs(KeptFiles& kept, const RunOptions& options) {
     KeepDrawing(kept, options.drawing);
     kept.Keep(PathFromText(options.journal), "the journal that is played");
@@ -193,9 +211,12 @@ ExitStatus RunJournal(const std::string& home, const RunOptions& options, const 
     GiveMaterial(document, options.drawing.material, teller);
     teller.Wipe();
     if (stage.opened) stage.opened(workplace);
+    UnsavedChanges unsaved(document);
+    WatchSavings(workplace, document, unsaved);
     const std::size_t notes = document.Notes().size();
     const RunTeller runs(teller, WatchOf(home, dialogs, transcript));
-    Play(options, stage, std::move(steps), workplace, dialogs, transcript, teller);
+    Play(options, stage, std::move(steps), workplace, dialogs, transcript, teller, unsaved);
+    TellUnsaved(options, unsaved, transcript);
     if (stage.closed) stage.closed();
     TellOverlooked(options.journal, dialogs, teller);
     TellNotesSince(notes, document, options.drawing.drawing, teller);

@@ -22,6 +22,7 @@ ExitStatus Sample(const std::string& home, const DrawingOptions& options) {
     HostApplication host(WriteWholeFile);
     teller.Progress("drawing the cabinet");
     HostDocument& document = host.NewDocument();
+    document.SignSavings();
     DrawSampleJob(document);
     teller.Progress("saving " + options.save);
     // A STEP sample is what another system would send, without part data: nothing of anybody's is lost with

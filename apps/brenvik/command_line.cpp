@@ -128,11 +128,12 @@ int RunCommandLine(int argc, char** argv) {
     for (const Command& command :
          {InitCommand(), ListCommand(), ExportCommand(), CncCommand(), ProveCommand(), RunCommand(),
           ConvertCommand(), SampleCommand(), SettingsCommand(), MaterialsCommand(), PartsCommand(),
-          PictureCommand(), DesktopCommand()})
+          PictureCommand(), DesktopCommand(), HelpCommand()})
         AddCommand(line.parser, command, line);
     line.parser.footer(
         ListOfMethods() +
-        "\nExit status: 0 done; 1 done, but something was skipped or failed (each told on standard error);\n"
+        "\nExit status: 0 done, with what had to be assumed reported on standard error; 1 done, but something was\n"
+        "skipped or failed (each reported there);\n"
         "2 the words of the command are wrong; 3 an input can't be read.");
     try {
         line.parser.parse(argc, argv);

@@ -41,6 +41,7 @@ Command MaterialsCommand();
 Command PartsCommand();
 Command ProveCommand();
 Command PictureCommand();
+Command HelpCommand();
 Command DesktopCommand();
 
 /// Parses the words, runs the command and tells its errors on standard error. Returns the exit status.

@@ -151,6 +151,7 @@ HostDocument& OpenInput(HostApplication& host, GuardedFiles& files, const UnitCh
         HostDocument& document = host.NewDocument();
         ReadDrawingInUnit(document, path, {.letters = options.letters}, units);
         document.SetFile(path.string());
+        document.SignSavings();
         TellNotes(options.drawing, document.Notes(), teller, options.onlySaves);
         return document;
     } catch (const Failure& failure) {

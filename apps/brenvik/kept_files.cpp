@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/letter_case.h"
+#include "drafting_host/document/drawing_origin.h"
 #include "exit_status.h"
 #include "export/profiles.h"
 #include "file_roots/places.h"
@@ -71,12 +72,26 @@ void KeptFiles::KeepHome(const fs::path& home) {
 }
 
 std::string KeptFiles::At(const fs::path& place, OutputKind kind) const {
-    for (const Kept& kept : mFiles)
-        if (kept.mayBe != kind && IsSameFile(place, kept.place)) return kept.what;
+    bool mayBeReplaced = false;
+    for (const Kept& kept : mFiles) {
+        if (!IsSameFile(place, kept.place)) continue;
+        if (kept.mayBe != kind) return kept.what;
+        mayBeReplaced = true;
+    }
     for (const Kept& kept : mFolders)
         if (LiesBelow(place, kept.place)) return kept.what;
-    return {};
+    return mayBeReplaced ? std::string() : StrangerAt(place, kind);
 }
+
+// A drawing of somebody else holds more than is known of it, and none was read here.
+std::string KeptFiles::StrangerAt(const fs::path& place, OutputKind kind) const {
+    const bool isDrawing = kind == OutputKind::Drawing;
+    if (isDrawing && mWritten.contains(RealPlace(place))) return {};
+    const std::string found = isDrawing ? ForeignFileAt(place) : DrawingAt(place);
+    return found.empty() ? found : found + ", which is not written over: give another name";
+}
+
+void KeptFiles::NoteWritten(const fs::path& drawing) { mWritten.insert(RealPlace(drawing)); }
 
 void KeptFiles::RequireFree(const fs::path& place, OutputKind kind, const std::string& shown) const {
     if (const std::string found = At(place, kind); !found.empty())

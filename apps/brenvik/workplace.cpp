@@ -95,8 +95,11 @@ Workplace::~Workplace() { UnloadSystem(); }
 
 // A drawing is typed at the host, saved by a journal or named by an option; here they all come along.
 void Workplace::WriteDrawing(const std::filesystem::path& file, std::string_view content) {
-    RequireOutputPlace(TextFromPath(file), OutputKind::Drawing);
+    // What was looked at when the call began is watched by its content.
+    if (!drawingFiles.Knows(file)) RequireOutputPlace(TextFromPath(file), OutputKind::Drawing);
     drawingFiles.Write(file, content);
+    kept.NoteWritten(file);
+    if (drawingWritten) drawingWritten(file);
 }
 
 void Workplace::Load(DialogPort& dialogs) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -46,6 +47,8 @@ class Workplace {
     KeptFiles kept;
     /// What drawings are saved through.
     GuardedFiles drawingFiles;
+    /// Told of each drawing that was saved, by its place.
+    std::function<void(const std::filesystem::path&)> drawingWritten;
     HostApplication host;
     TypedCommands typedCommands;
     /// Whether this workplace was the first in its home.

@@ -60,6 +60,8 @@ void GuardedFiles::Know(const fs::path& file) {
     mKnown.insert_or_assign(place, StampOf(place));
 }
 
+bool GuardedFiles::Knows(const fs::path& file) const { return mKnown.contains(PlaceOf(file)); }
+
 void GuardedFiles::Write(const fs::path& file, std::string_view content) {
     const fs::path place = PlaceOf(file);
     const auto expected = mKnown.find(place);

@@ -15,6 +15,8 @@ class GuardedFiles {
     /// known as missing. What is no plain file, such as a device, is not looked after.
     void Know(const std::filesystem::path& file);
 
+    bool Knows(const std::filesystem::path& file) const;
+
     /// Writes a file whole or not at all. Throws Failure for one that is known and has been changed by
     /// another program since. Of two programs that write into one folder at once, one waits for the other.
     void Write(const std::filesystem::path& file, std::string_view content);

@@ -1,11 +1,13 @@
 // Connections to Access files, statements for their tables, and the run.
 #include "export/access_export.h"
 
+#include <cmath>
 #include <map>
 #include <optional>
 
 #include "base/letter_case.h"
 #include "base/noise.h"
+#include "base/number_text.h"
 #include "base/skip.h"
 #include "base/text.h"
 #include "export/export_cells.h"
@@ -63,6 +65,27 @@ std::vector<AccessMapping> MappingsOf(const ListViewControl& view) {
         mappings.push_back({row.text, SplitAtFirst(row.tag, ',').head,
                             row.subItems.empty() ? std::string() : row.subItems.front()});
     return mappings;
+}
+
+/// How many rows a table has; nothing where the database doesn't say.
+std::optional<double> RowsOf(ExportConnection& connection, const std::string& table) {
+    std::optional<double> rows;
+    Skip([&] {
+        const auto counted = connection.OpenRecordset("SELECT COUNT(*) FROM " + table);
+        rows = ValueNumber(counted->Value(counted->FieldName(0)));
+    });
+    return rows;
+}
+
+/// A table may put a row in the place of another one, as by a rule for equal keys, and say that all is well.
+void NoteReplacedRows(const std::string& table, std::optional<double> before, std::optional<double> after,
+                      int taken) {
+    if (!before || !after || *after >= *before + taken) return;
+    const double more = *after - *before;
+    NoteExportTrouble(
+        "the table " + table + " took " + std::to_string(taken) + " rows and has " +
+        NumberToText(std::abs(more)) + (more < 0 ? " fewer" : " more") +
+        " than before; expected as many more: rows have taken the place of others, or are gone");
 }
 
 /// What to say where two columns go into one field: a database keeps one of the values, and says nothing.
@@ -159,6 +182,8 @@ void RunAccessExport(frmExport& form) {
         const bool fractions = form.chkReduce.Value() == 1;
         const LineMaker cells = CellsOf(mappings, fractions);
         std::unique_ptr<Recordset> records;
+        const std::optional<double> rowsBefore = RowsOf(*connection, table);
+        int taken = 0;
         Skip([&] { mDatabase::OpenRecordset(TheSession().CurrentSQL, records); });
         Skip([&] {
             for (; records != nullptr && !records->Eof(); records->MoveNext()) {
@@ -167,10 +192,12 @@ void RunAccessExport(frmExport& form) {
                     NoteLostSizes(*records, cells, adjustment);
                     NoteOddQuantity(*records);
                     connection->Execute(InsertStatement(table, mappings, *records, adjustment, fractions));
+                    ++taken;
                 });
             }
         });
         Skip([&] { mDatabase::CloseRecordset(records); });
+        NoteReplacedRows(table, rowsBefore, RowsOf(*connection, table), taken);
     }
     ShowMessage("Export Complete!!!", "Done.", MessageIcon::Exclamation);
     form.exportEnded = true;

@@ -50,7 +50,7 @@ void GridControl::SetDataSource(DataControl* newSource) {
 
 int GridControl::FieldIndex(int column) const { return mFieldIndexes[static_cast<std::size_t>(column - 1)]; }
 
-std::string GridControl::FieldText(int column, int row) const {
+std::string GridControl::SavedText(int column, int row) const {
     const Recordset* records = mSource == nullptr ? nullptr : mSource->Records();
     const int field = FieldIndex(column);
     if (records == nullptr || field < 0 || row > records->RecordCount()) return {};
@@ -65,7 +65,7 @@ std::string GridControl::CellText(int column, int row) const {
     if (!Inside(column, row))
         throw SubscriptOutOfRange("cell " + std::to_string(column) + ", " + std::to_string(row));
     const auto cell = mEdited.find({row, column});
-    return cell == mEdited.end() ? FieldText(column, row) : cell->second;
+    return cell == mEdited.end() ? SavedText(column, row) : cell->second;
 }
 
 void GridControl::SetCellText(int column, int row, std::string_view newText) {
@@ -189,6 +189,9 @@ bool GridControl::UserEdit(int column, int row, std::string_view newText) {
         if (!onKey || onKey(column, row, character)) typed += character;
         at += character.size();
     }
+    if (typed != newText && onKeysRefused) onKeysRefused(column, row, newText, typed);
+    // A key that doesn't pass doesn't open the cell either, so nothing takes the place of what stands there.
+    if (typed.empty() && !newText.empty()) return true;
     SetCellText(column, row, typed);
     if (onEditEnded) onEditEnded(column, row);
     SaveOrTell();

@@ -73,6 +73,8 @@ class GridControl : public Control {
     std::string CellText(int column, int row) const;
     /// Writes a cell by code and marks it as changed. Fails with 9 outside the rows and columns.
     void SetCellText(int column, int row, std::string_view newText);
+    /// Text of a cell as the bound table has it, whatever was written over it since; blank outside of it.
+    std::string SavedText(int column, int row) const;
     bool Changed(int column, int row) const;
     void ClearMarks();
     /// Writes all marked cells to the bound table and clears their marks. A row is written whole or not at
@@ -100,12 +102,15 @@ class GridControl : public Control {
     std::function<void(int column, int row)> onEditEnded;
     /// Returns whether a typed character may enter the cell.
     std::function<bool(int column, int row, std::string_view character)> onKey;
+    /// Of the keys of an edit only `passed` went through `onKey`.
+    std::function<void(int column, int row, std::string_view typed, std::string_view passed)> onKeysRefused;
     /// A user's edit could not be saved to the table; the cell shows the table's value again. Without a
     /// handler the failure reaches whoever made the edit.
     std::function<void(const Failure&)> onSaveFailed;
 
     /// The user's edit of one cell: moves there if need be, types key by key through `onKey`, ends the edit,
-    /// and saves what is still marked then to the bound table. A hidden or locked cell, a cell outside the
+    /// and saves what is still marked then to the bound table. Keys of which none passes leave the cell as it
+    /// is. A hidden or locked cell, a cell outside the
     /// grid, or a disabled grid, takes nothing and returns false.
     bool UserEdit(int column, int row, std::string_view newText);
     /// Gives up a cell that is being edited, so that its value reaches the table.
@@ -120,7 +125,6 @@ class GridControl : public Control {
     /// A cell as row and column, so that walking goes row by row.
     using Cell = std::pair<int, int>;
     int FieldIndex(int column) const;
-    std::string FieldText(int column, int row) const;
     FieldValue ValueToSave(int column, int row, const std::string& cellText) const;
     bool Inside(int column, int row) const;
     using EditedCells = std::map<Cell, std::string>;

@@ -11,6 +11,7 @@
 #include "grid/grid_columns.h"
 #include "grid/grid_query.h"
 #include "grid/grid_settings.h"
+#include "grid/typed_values.h"
 #include "parts/mautocad.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
@@ -123,6 +124,10 @@ void frmMain::ConnectGrid() {
     fpSpread1.onCellEntered = [this](int column, int row) { CurrentCellMoved(column, row); };
     fpSpread1.onEditEnded = [this](int column, int row) {
         if (column == OrieColumn) OrieEdited(row);
+        NoteTypedSize(column, row);
+    };
+    fpSpread1.onKeysRefused = [](int, int row, std::string_view typed, std::string_view passed) {
+        NoteKeysNotTaken(row, typed, passed);
     };
     fpSpread1.onKey = [this](int column, int, std::string_view key) {
         return Loading || column != OrieColumn || checkEntry(key, "LWT");
@@ -173,6 +178,7 @@ void frmMain::LoadInOrder() {
     SetColumnHeaders();
     LoadGridSettings();
     PlaceForm();
+    ForgetTypedSizes();
     ScanSelection();
     TheSession().CaptionList = Split(GridCaptionList, ',');
     ColHeadRelationShip();

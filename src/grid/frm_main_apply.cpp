@@ -12,6 +12,7 @@
 #include "grid/grid_states.h"
 #include "grid/grouping_interlock.h"
 #include "grid/mod4spread.h"
+#include "grid/typed_values.h"
 #include "parts/mautocad.h"
 #include "parts/part_table.h"
 #include "parts/part_trouble.h"
@@ -104,6 +105,7 @@ void frmMain::WriteRows(QuantityKey quantity, FailureTelling telling) {
                     mAutoCAD::SetPartData(solid, written.key, value);
             });
         }
+        NoteAppliedValues(row);
     }
 }
 

@@ -12,6 +12,7 @@
 #include "grid/frm_main.h"
 #include "grid/grid_columns.h"
 #include "grid/mod4spread.h"
+#include "grid/typed_values.h"
 #include "parts/orie_update.h"
 #include "session/message.h"
 
@@ -70,8 +71,13 @@ void frmMain::SetSizesFromLetters(int row) {
 
 void frmMain::OrieEdited(int row) {
     if (Loading) return;
-    const bool valid = mAutoCAD::AreValidLetters(Mod4Spread::GetCellText(OrieColumn, row));
-    if (!valid) ShowMessage(LettersRefused);
+    const std::string letters = Mod4Spread::GetCellText(OrieColumn, row);
+    const bool valid = mAutoCAD::AreValidLetters(letters);
+    if (!valid) {
+        ShowMessage(LettersRefused);
+        NoteRefusedLetters(row, letters, fpSpread1.SavedText(OrieColumn, row));
+    }
+    ForgetTypedSizes(row);
     const RepaintOff repaintOff(fpSpread1);
     if (valid) {
         SetSizesFromLetters(row);

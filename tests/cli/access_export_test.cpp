@@ -114,6 +114,23 @@ TEST_F(AccessExport, ARowThatTheDatabaseDropsIsTold) {
         << outcome.errors;
 }
 
+TEST_F(AccessExport, RowsThatTakeThePlaceOfOthersAreReported) {
+    Sql("drop table Parts; create table Parts(bv_id, bv_qty, "
+        "bv_partname, bv_subassembly, bv_material unique on conflict replace, bv_length, bv_width, "
+        "bv_thickness, bv_lwt, bv_x, bv_y, bv_z, bv_notes, bv_userdata1, bv_userdata2, bv_pn, bv_price, "
+        "bv_eb1, bv_eb2, bv_eb3, bv_eb4, bv_face, bv_layer, bv_oldValue1, bv_oldValue2, bv_oldValue3);"
+        "insert into Parts(bv_material) values('Cherry');");
+    const Outcome outcome = PlayedJournal::Play(
+        "select 100 120 156\ncommand Show\n  press tbMain.EXPORT\n" + std::string(ChooseTable) +
+        Map("Part Name", "bv_partname") + Map("Material", "bv_material") + "    press cmdGo\n  close\n");
+    EXPECT_EQ(outcome.status, 1) << outcome.errors;
+    EXPECT_NE(
+        outcome.errors.find("the table Parts took 3 rows and has 1 more than before; expected as many more"),
+        std::string::npos)
+        << outcome.errors;
+    EXPECT_EQ(Sql("select count(*) from Parts;"), "2\n");
+}
+
 /// A block of the page for users that begins like this, without its fences.
 std::string BlockOfThePage(std::string_view beginning) {
     const std::string page = ReadFile(std::filesystem::path(BRENVIK_SOURCE_DIR) / "docs/export-databases.md");

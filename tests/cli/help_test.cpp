@@ -65,6 +65,19 @@ TEST_F(Help, EveryCommandHasItsOwn) {
     }
 }
 
+TEST_F(Help, PrintsTheControlsOfAllFormsAsThePageHasThem) {
+    const Outcome outcome = Run({"help", "controls"});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    for (const char* row : {"\n## frmMain\n", "\n| `tbMain.SORT` | toolbar key | Sort |\n",
+                            "\n| `Check1(3)` | tick box |", "\n## frmChoicetherm\n",
+                            "\n| `mnuApplyDrawing` | menu entry | Apply to Drawing |\n"})
+        EXPECT_NE(outcome.output.find(row), std::string::npos) << row << outcome.output;
+    EXPECT_EQ(outcome.output, ReadFile(std::filesystem::path(BRENVIK_SOURCE_DIR) / "docs/controls.md"))
+        << "docs/controls.md is to be written anew by: brenvik help controls > docs/controls.md";
+    EXPECT_FALSE(Exists("home"));
+    EXPECT_EQ(Run({"help"}).status, 2);
+}
+
 TEST_F(Help, TellsTheVersion) {
     const Outcome outcome = Run({"--version"});
     EXPECT_EQ(outcome.status, 0);

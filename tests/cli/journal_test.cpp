@@ -24,6 +24,8 @@ const std::map<std::string, std::string> ToldByIntent{
     {"a_cnc_run_from_the_grid", "of these the solids of \"Drawer Side\" (166) differ from it"},
     {"cells_that_cannot_be_kept", "its quantity is \"zwei\", expected a whole number"},
     {"export_the_list", "expected the name of a column, found \"(Blank)\""},
+    // A note gets a quote that the next list can't take.
+    {"letters_become_sizes", "a single quote stands in its Notes \"O'Brien's shelf, Türseite\""},
     {"letters_follow_the_solids", "its letters LWT are dropped, since its extents were "},
 };
 
@@ -66,11 +68,90 @@ TEST_F(Journal, WhatAClosedFormTakesWithItIsRemarkedOn) {
     EXPECT_EQ(
         lost.errors,
         "line 4: frmMain closes without an Apply: what was typed into it, last in line 3, is not kept\n");
-    EXPECT_EQ(Play(list + "press tbMain.APPLY_DRAWING\nclose\n").errors, "");
+    EXPECT_EQ(Play(list + "press tbMain.APPLY_DRAWING\nclose\nsave out.dxf\n").errors, "");
     EXPECT_EQ(
         Play("command ShowSettings\ntype Text1 \"20\"\nclose\n").errors,
         "line 3: frmSettings closes without a button: what was typed into it, last in line 2, is not kept\n");
     EXPECT_EQ(Play("command ShowSettings\ntype Text1 \"20\"\npress cmdApply\n").errors, "");
+}
+
+TEST_F(Journal, AChangedDrawingThatIsNotSavedIsRemarkedOn) {
+    const std::string told = ShippedSample().string() +
+                             " was changed and not saved: expected a step save in a.journal, or --save\n";
+    const std::string applied =
+        "select 100\ncommand Show\ncell fpSpread1 1 \"Notes\" \"x\"\npress tbMain.APPLY_CLOSE\n";
+    for (const std::string& journal :
+         {applied, std::string("host \"erase (handent \\\"100\\\")  \"\n"), "save out.dxf\n" + applied}) {
+        const Outcome outcome = Play(journal);
+        EXPECT_EQ(outcome.status, 0) << outcome.errors;
+        EXPECT_NE(outcome.errors.find(told), std::string::npos) << journal << outcome.errors;
+    }
+    for (const std::string& kept : {applied + "save out.dxf\n", applied + "save out2.dxf\nsave out3.dxf\n",
+                                    std::string("select all\ncommand Show\nclose\n")})
+        EXPECT_EQ(Play(kept).errors.find("was changed and not saved"), std::string::npos) << kept;
+    EXPECT_EQ(Play(applied, {"--save", "saved.dxf"}).errors.find("not saved"), std::string::npos);
+}
+
+TEST_F(Journal, WhatIsTypedAndCannotStandIsReportedWithPartAndColumn) {
+    const std::string list = "select 100\ncommand Show\n", apply = "press tbMain.APPLY_CLOSE\nsave out.dxf\n";
+    for (const char* quantity : {"two", "0", "1.5", "9999999"}) {
+        const Outcome outcome = Play(list + "cell fpSpread1 1 Qty \"" + quantity + "\"\n" + apply);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_NE(
+            outcome.errors.find("the part \"Left Side\" (100): its quantity is \"" + std::string(quantity) +
+                                "\", expected a whole number from 1 to 1000000\n"),
+            std::string::npos)
+            << outcome.errors;
+    }
+    const Outcome quote = Play(list + "cell fpSpread1 1 Notes \"O'Brien\"\n" + apply);
+    EXPECT_EQ(quote.status, 1);
+    EXPECT_NE(
+        quote.errors.find("the part \"Left Side\" (100): a single quote stands in its Notes \"O'Brien\", "
+                          "which the next list can't take"),
+        std::string::npos)
+        << quote.errors;
+    const Outcome size = Play(list + "cell fpSpread1 1 Length \"0700.50\"\n" + apply);
+    EXPECT_EQ(size.status, 1);
+    EXPECT_NE(
+        size.errors.find("(100): its Length 700.5, typed into the list, was not written to the drawing"),
+        std::string::npos)
+        << size.errors;
+    // The letters have made it anew, and the same number is none of anybody's.
+    for (const std::string good : {"cell fpSpread1 1 Length \"700\"\ncell fpSpread1 1 ORIE \"LWT\"\n",
+                                   "cell fpSpread1 1 Length \"720.0\"\n", "cell fpSpread1 1 Qty \"12\"\n",
+                                   "cell fpSpread1 1 Qty \"\"\n"})
+        EXPECT_EQ(Play(list + good + apply).status, 0) << good;
+}
+
+TEST_F(Journal, LettersThatCannotBeAreReportedAndWipeNothingThatTheRulesDoNot) {
+    const std::string list = "select 100\ncommand Show\n";
+    const Outcome none = Play(list +
+                              "cell fpSpread1 1 ORIE \"XYZ\"\nexpect cell fpSpread1 1 ORIE \"LWT\"\n"
+                              "expect cell fpSpread1 1 Length \"720\"\npress tbMain.APPLY_CLOSE\n"
+                              "expect data 100 ORIE \"LWT\"\n");
+    EXPECT_EQ(none.status, 1);
+    EXPECT_NE(
+        none.errors.find("the part \"Left Side\" (100): \"XYZ\" was typed into its ORIE, which takes none of "
+                         "it and stays \"LWT\"; expected L, W and T in some order\n"),
+        std::string::npos)
+        << none.errors;
+    // A letter twice empties the cell, as the grid always did.
+    for (const char* letters : {"LLW", "LW"}) {
+        const Outcome refused = Play(list + "cell fpSpread1 1 ORIE \"" + letters +
+                                     "\"\nexpect cell fpSpread1 1 ORIE \"\"\nclose\n");
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_NE(refused.errors.find(
+                      "the part \"Left Side\" (100): the letters \"" + std::string(letters) +
+                      "\", typed into its ORIE, were refused, and its letters \"LWT\" are out of the "
+                      "list with them; expected L, W and T in some order\n"),
+                  std::string::npos)
+            << refused.errors;
+    }
+    const Outcome part = Play(list + "cell fpSpread1 1 ORIE \"w-l t\"\nclose\n");
+    EXPECT_EQ(part.status, 0) << part.errors;
+    EXPECT_NE(part.errors.find("\"w-l t\" was typed into its ORIE, which takes \"wlt\" of it"),
+              std::string::npos)
+        << part.errors;
 }
 
 TEST_F(Journal, AnUnknownCommandFails) {

@@ -51,6 +51,100 @@ TEST_F(MaterialsCommand, AnUnknownKeyAndOneWithoutAFirstToolAreTold) {
     }
 }
 
+/// What `materials list` says of a library of this one record, ahead of which the file's name stands.
+class RecordsThatNoPartFinds : public MaterialsCommand {
+  protected:
+    std::string Told(const std::string& library, int status = 1) const {
+        Write("home/materials.txt", library);
+        const Outcome outcome = Run({"materials", "list"});
+        EXPECT_EQ(outcome.status, status) << outcome.errors;
+        return outcome.errors;
+    }
+    static std::string With(const std::string& key, std::string library = Mdf) {
+        return library.replace(library.find("18 Mdf"), 6, key);
+    }
+};
+
+TEST_F(RecordsThatNoPartFinds, AreReportedByTheirThicknessInAMetricHome) {
+    Run({"init"});
+    const std::string place = "brenvik: " + Path("home/materials.txt") + ":1: the material ";
+    EXPECT_EQ(
+        Told(With("18.001 oak")),
+        place + "\"18.001 oak\": expected the thickness as runs write it: \"18 oak\"; no part finds it\n");
+    EXPECT_EQ(
+        Told(With("20.123 oak")),
+        place + "\"20.123 oak\": expected the thickness as runs write it: \"20.12 oak\"; no part finds it\n");
+    for (const char* key : {"18.01 oak", "0.5 oak", ".5 oak"}) EXPECT_EQ(Told(With(key), 0), "") << key;
+    Write("home/materials.txt", With("20.123 oak"));
+    const Outcome found = Run({"materials", "find", "20.123 oak"});
+    EXPECT_EQ(found.status, 1);
+    EXPECT_EQ(found.errors,
+              "brenvik: no part finds \"20.123 oak\": runs of this home ask for \"20.12 oak\"\n");
+}
+
+TEST_F(RecordsThatNoPartFinds, AreRightInInchesWithFiveDecimals) {
+    Run({"init", "--units", "imperial"});
+    EXPECT_NE(Told(With(".703125 oak")).find("the thickness as runs write it: \".70312 oak\""),
+              std::string::npos);
+    EXPECT_EQ(Told(With(".73438 oak"), 0), "");
+}
+
+TEST_F(RecordsThatNoPartFinds, AreReportedByTheirMissingFirstTool) {
+    Run({"init"});
+    std::string library = Mdf;
+    library.replace(library.find("tool1=1"), 7, "tool1=");
+    EXPECT_EQ(Told(library),
+              "brenvik: " + Path("home/materials.txt") +
+                  ":4: tool1 of the material \"18 Mdf\" is blank, expected the number of a tool: "
+                  "without one the material counts as missing\n");
+}
+
+TEST_F(RecordsThatNoPartFinds, AreMissingAltogether) {
+    Run({"init"});
+    for (const char* empty : {"", "\r\n"})
+        EXPECT_EQ(Told(empty),
+                  "brenvik: " + Path("home/materials.txt") +
+                      ":1: expected materials, of fifteen lines each, found none: every part of a run "
+                      "is skipped\n");
+}
+
+TEST_F(MaterialsCommand, LinesThatAreNoUtf8AreReportedAndReadAsWestern) {
+    Run({"init"});
+    std::string library = Mdf + Mdf;
+    library.replace(library.find("18 Mdf"), 6,
+                    "16 B\xFC"
+                    "che");
+    Write("home/materials.txt", library);
+    const std::string told =
+        ":1: expected text in UTF-8; it was taken for the Western Windows code page, as "
+        "\"material=16 Büche\"; save the file as UTF-8\n";
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"materials", "list"}, {"materials", "find", "16 büche"}}) {
+        const Outcome outcome = Run(words);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_NE(outcome.errors.find(told), std::string::npos) << outcome.errors;
+        EXPECT_NE(outcome.output.find("16 Büche"), std::string::npos);
+    }
+    EXPECT_EQ(Run({"materials", "find", "18 mdf"}).status, 0);
+    EXPECT_EQ(Run({"materials", "add", "15 Büche", "--like", "16 büche"}).status, 0);
+}
+
+TEST_F(MaterialsCommand, ARunReportsTheLinesOfItsBoardsThatAreNoUtf8) {
+    Run({"init"});
+    WriteSample("job.step");
+    std::string library = Mdf;
+    library.replace(library.find("18 Mdf"), 6,
+                    "18 B\xFC"
+                    "che");
+    Write("home/materials.txt", library);
+    const Outcome outcome =
+        Run({"cnc", "job.step", "--target", "C2C", "--out", "out", "--material", "Büche", "--select", "100"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.errors.find("materials.txt:1: expected text in UTF-8; it was taken for the Western"),
+              std::string::npos)
+        << outcome.errors;
+}
+
 TEST_F(MaterialsCommand, AMissingLibraryCantBeRead) {
     Run({"init"});
     std::filesystem::remove(Path("home/materials.txt"));

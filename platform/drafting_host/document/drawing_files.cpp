@@ -86,7 +86,7 @@ std::vector<std::string> SaveDxf(const HostDocument& document, const std::filesy
     std::vector<std::string> problems;
     DrawingData data = document.ToData(problems);
     if (data.insertUnits == 0 && unit) data.insertUnits = InsertUnitsOf(*unit);
-    document.Host().WriteFile(path, WriteDxf(data, problems));
+    document.Host().WriteFile(path, document.Signed(WriteDxf(data, problems)));
     return problems;
 }
 

@@ -118,6 +118,11 @@ class HostDocument final : public AcadDocument {
     void MarkOnlyRead(std::filesystem::path original) { mOnlyRead = std::move(original); }
     /// Fails where `path` is the file of MarkOnlyRead.
     void RequireOtherThanOriginal(const std::filesystem::path& path) const;
+    /// From now on what is saved of the drawing as DXF bears this program's name, by which a later saving
+    /// knows that it may take its place. The drawings that a run writes for machines bear none.
+    void SignSavings() { mSignsSavings = true; }
+    /// The text of a saving, with that name where it is due.
+    std::string Signed(std::string dxf) const;
     bool Closed() const { return mClosed; }
     void RequireOpen() const;
     /// Lets go of everything; the shell stays for pointers that point at it.
@@ -160,6 +165,7 @@ class HostDocument final : public AcadDocument {
     bool mMSpace = false;
     bool mClosed = false;
     bool mImported = false;
+    bool mSignsSavings = false;
     std::filesystem::path mOnlyRead;  ///< Empty for a drawing that can be saved where it lies.
 };
 

@@ -1,5 +1,6 @@
 // Saving by the object model: under the drawing's name, under another, and a part of it.
 #include "base/letter_case.h"
+#include "drafting_host/document/drawing_origin.h"
 #include "drafting_host/document/host_application.h"
 #include "drafting_host/document/host_failure.h"
 #include "drafting_host/dxf/dxf_writer.h"
@@ -63,6 +64,10 @@ void HostDocument::RequireOtherThanOriginal(const std::filesystem::path& path) c
                    : " is the binary drawing itself, which is only read; give another name"));
 }
 
+std::string HostDocument::Signed(std::string dxf) const {
+    return mSignsSavings ? SignedDxf(std::move(dxf)) : std::move(dxf);
+}
+
 void HostDocument::SaveAs(std::string_view fileName, SaveAsKind kind) {
     RequireOpen();
     if (kind != SaveAsKind::Native && kind != SaveAsKind::Dxf2000) {
@@ -73,7 +78,7 @@ void HostDocument::SaveAs(std::string_view fileName, SaveAsKind kind) {
     // Both file types are DXF text here, whatever the name ends in.
     std::vector<std::string> problems;
     const DrawingData data = ToData(problems);
-    mApplication.WriteFile(mApplication.Resolve(name), WriteDxf(data, problems));
+    mApplication.WriteFile(mApplication.Resolve(name), Signed(WriteDxf(data, problems)));
     KeepProblems(*this, name, problems);
     mFullName = name;
     mImported = false;

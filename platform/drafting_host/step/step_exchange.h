@@ -6,17 +6,19 @@
 #include <filesystem>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "drafting_host/solids/length_unit.h"
 #include "drafting_host/step/step_document.h"
 
 namespace brenvik::step {
 
-/// `ReadStep` and `StepText`.
+/// `ReadStep`, `StepText` and `IsWrittenHere`.
 struct StepExchange {
     StepDocument (*read)(const std::filesystem::path& path, LengthUnit unit) = nullptr;
     std::string (*text)(const std::filesystem::path& path, std::span<const StepSolid> parts,
                         LengthUnit unit) = nullptr;
+    bool (*isWrittenHere)(std::string_view content) = nullptr;
 };
 
 /// The library's file, which lies beside the program, and the function in it that hands the exchange over.

@@ -1,9 +1,11 @@
 // The door of the STEP library.
 #include "drafting_host/step/step_exchange.h"
 #include "drafting_host/step/step_reader.h"
+#include "drafting_host/step/step_strings.h"
 #include "drafting_host/step/step_writer.h"
 
 extern "C" const brenvik::step::StepExchange* brenvik_step_exchange() {
-    static const brenvik::step::StepExchange exchange{&brenvik::step::ReadStep, &brenvik::step::StepText};
+    static const brenvik::step::StepExchange exchange{&brenvik::step::ReadStep, &brenvik::step::StepText,
+                                                      &brenvik::step::IsWrittenHere};
     return &exchange;
 }

@@ -10,6 +10,7 @@
 #include "cnc/part/told.h"
 #include "parts/mautocad.h"
 #include "session/message.h"
+#include "settings/library_check.h"
 #include "settings/material_faults.h"
 #include "settings/materials.h"
 
@@ -72,6 +73,8 @@ bool TakeMaterial(RunState& run) {
         return false;
     }
     RefuseUnusable(*found);
+    for (const MaterialFault& fault : GuessedLinesOf(part.MaterialKeyText))
+        NoteOnce(detail::ReportOfRun().doubtfulMaterials, MaterialFaultText(fault));
     if (HasSpeedsInNames(run.target))
         for (const MaterialFault& fault : PointsInSpeeds(found->texts, found->head))
             NoteOnce(detail::ReportOfRun().doubtfulMaterials, MaterialFaultText(fault));

@@ -1,6 +1,7 @@
 // Editing in the grid: the letters and the sizes that they name, the box that follows the current cell, what
 // may be typed, and edits that the table does not take.
 #include "core/grid/grid_fixture.h"
+#include "parts/part_trouble.h"
 #include "grid/grid_columns.h"
 #include "parts/part_table.h"
 
@@ -123,6 +124,26 @@ TEST_F(CellEditing, OtherCellsTakeAnyText) {
     }
     EXPECT_EQ(Sizes(2), "0 0 0");
     EXPECT_TRUE(system.Messages().empty());
+}
+
+TEST_F(CellEditing, KeysOfWhichNonePassesLeaveTheCellAndAreNamedWithThePart) {
+    LoadThree();
+    Grid().UserEdit(OrieColumn, 1, "LWT");
+    TakePartTroubles();
+    EXPECT_TRUE(Grid().UserEdit(OrieColumn, 1, "XYZ"));
+    EXPECT_EQ(Cell(OrieColumn, 1), "LWT");
+    EXPECT_EQ(Sizes(1), "600 400 18");
+    EXPECT_TRUE(system.Messages().empty());
+    const std::vector<PartTrouble> none = TakePartTroubles();
+    ASSERT_EQ(none.size(), 1U);
+    EXPECT_EQ(none[0].handle, "A");
+    EXPECT_FALSE(none[0].isRemark || none[0].toldInABox);
+    // What is left of other keys is an edit like any other.
+    EXPECT_TRUE(Grid().UserEdit(OrieColumn, 1, "w-l t"));
+    EXPECT_EQ(Cell(OrieColumn, 1), "wlt");
+    const std::vector<PartTrouble> some = TakePartTroubles();
+    ASSERT_EQ(some.size(), 1U);
+    EXPECT_TRUE(some[0].isRemark);
 }
 
 TEST_F(CellEditing, ATextTooLongForTheTableIsToldAndTheCellShowsTheTableAgain) {

@@ -1,0 +1,29 @@
+// What an open drawing holds, to be told from what it holds later.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "drafting_host/document/host_geometry.h"
+
+namespace brenvik {
+
+class HostDocument;
+
+/// The entities of the drawing's spaces with geometry, layer, look and extended data. Shapes are shared, not
+/// copied; two states of which one was moved there and back may differ.
+class DrawingState {
+  public:
+    explicit DrawingState(const HostDocument& document);
+    friend bool operator==(const DrawingState& a, const DrawingState& b);
+
+  private:
+    struct Entity {
+        HandleValue handle = 0;
+        std::size_t texts = 0;  ///< Of everything but the geometry.
+        HostGeometry geometry;
+    };
+    std::vector<Entity> mEntities;
+};
+
+}  // namespace brenvik

@@ -1,0 +1,28 @@
+// What a user types into the list and what can't stand: keys that a cell doesn't take, letters that name no
+// sizes, values that go to the drawing though no list or run can use them. The rules of typing and of Apply
+// stay as they are; here each such value is reported with its part.
+#pragma once
+
+#include <string_view>
+
+namespace brenvik {
+
+/// Keys were typed into the letters of a row and `passed` is what the cell took of them. Blank: nothing, so
+/// the cell stays as it was, and that counts as a failed edit.
+void NoteKeysNotTaken(int row, std::string_view typed, std::string_view passed);
+
+/// Letters that name no sizes were refused, which empties the letters and the sizes of the row. `before` are
+/// those that stood there.
+void NoteRefusedLetters(int row, std::string_view typed, std::string_view before);
+
+/// A size of a row was typed over. It goes out with the list, and no Apply writes it to the solid.
+void NoteTypedSize(int column, int row);
+/// The letters have made the sizes of the row anew.
+void ForgetTypedSizes(int row);
+/// The list is a new one.
+void ForgetTypedSizes();
+
+/// Reports what an Apply has written of a row, or couldn't write, that no list or run can use.
+void NoteAppliedValues(int row);
+
+}  // namespace brenvik

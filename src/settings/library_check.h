@@ -1,0 +1,24 @@
+// What is wrong with a material library as a whole, beyond the values of its records: records that no part
+// can find, and lines in another form of text.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "settings/materials.h"
+
+namespace brenvik {
+
+/// Runs in millimetres write thicknesses with two decimals: the key that those of this home would ask for in
+/// place of a finer one. Blank where the key is one that they ask for, and in a home in inches.
+std::string KeyOfRunsFor(std::string_view key);
+
+/// Keys that no run of this home asks for, records without a first tool, lines that are no UTF-8, and a
+/// library without any record, in the order of lines. Fails as reading the file does.
+std::vector<MaterialFault> FaultsOfLibrary();
+
+/// The lines that were no UTF-8 of the record that a part of this key is cut by. Fails as reading does.
+std::vector<MaterialFault> GuessedLinesOf(std::string_view key);
+
+}  // namespace brenvik
