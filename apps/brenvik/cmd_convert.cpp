@@ -8,6 +8,7 @@
 #include "file_roots/places.h"
 #include "given_material.h"
 #include "home_files.h"
+#include "several_drawings.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -16,6 +17,8 @@ namespace {
 
 struct ConvertOptions : DrawingOptions {
     UnitOption unit;
+    std::string to;
+    FurtherWords further;
 };
 
 /// A conversion makes no home, but a home that has lost its settings no longer says its units.
@@ -50,6 +53,26 @@ ExitStatus Convert(const std::string& home, ConvertOptions options) {
     return teller.Status();
 }
 
+ExitStatus ConvertAll(const std::string& home, const ConvertOptions& options) {
+    const SeveralWords words = WordsOf(options.drawing, options.save, options.further);
+    if (words.areSeveral == options.to.empty())
+        throw CommandError(ExitStatus::WrongWords,
+                           words.areSeveral
+                               ? "--to: expected the format for several drawings: dxf, step or sat"
+                               : "--to: expected several drawings with this option; the ending of OUT "
+                                 "says the format of one");
+    if (!words.areSeveral) return Convert(home, options);
+    const std::vector<std::string> outputs = OutputsIn(words.last, words.drawings, "." + options.to);
+    MakeOutputFolder(words.last);
+    const auto work = [&](std::size_t place) {
+        ConvertOptions one = options;
+        one.drawing = words.drawings[place];
+        one.save = outputs[place];
+        return Convert(home, one);
+    };
+    return RunEach(words.drawings, {work, PrintOutput}, options.quiet);
+}
+
 }  // namespace
 
 Command ConvertCommand() {
@@ -57,8 +80,11 @@ Command ConvertCommand() {
     return {"convert",
             "Read a drawing in one format and write it in another, by extension",
             {Argument("IN", &options->drawing, "The drawing to read").Required(), options->OutWord(),
+             options->further.Words(", and behind them, in place of OUT, the folder for the written ones"),
+             Argument("--to", &options->to, "The format that several drawings are written in")
+                 .OneOf({"dxf", "step", "sat"}),
              options->Letters(), options->unit.Option(), options->Material(), options->Quiet()},
-            [options](const std::string& home) { return Convert(home, *options); },
+            [options](const std::string& home) { return ConvertAll(home, *options); },
             {}};
 }
 

@@ -11,6 +11,7 @@
 #include "grid_session.h"
 #include "list_choice_options.h"
 #include "run_dialogs.h"
+#include "several_drawings.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -22,6 +23,7 @@ struct ExportOptions {
     UnitOption unit;
     ListChoiceOptions choices;
     CsvExportChoices csv;
+    FurtherWords further;
 };
 
 /// A refused option is a wrong word; everything else comes from a file that can't be read.
@@ -82,6 +84,21 @@ ExitStatus Export(const std::string& home, const ExportOptions& options) {
     return teller.Status();
 }
 
+ExitStatus ExportAll(const std::string& home, const ExportOptions& options) {
+    const SeveralWords words = WordsOf(options.drawing.drawing, options.csv.path, options.further);
+    if (!words.areSeveral) return Export(home, options);
+    RefuseForSeveral(!options.drawing.handles.empty(), "--select");
+    const std::vector<std::string> outputs = OutputsIn(words.last, words.drawings, ".csv");
+    MakeOutputFolder(words.last);
+    const auto work = [&](std::size_t place) {
+        ExportOptions one = options;
+        one.drawing.drawing = words.drawings[place];
+        one.csv.path = outputs[place];
+        return Export(home, one);
+    };
+    return RunEach(words.drawings, {work, PrintOutput}, options.drawing.quiet);
+}
+
 }  // namespace
 
 Command ExportCommand() {
@@ -92,6 +109,7 @@ Command ExportCommand() {
         {options->drawing.DrawingWord(),
          Argument("OUT", &options->csv.path, "The CSV file to write; one that exists is written over")
              .Required(),
+         options->further.Words(", and behind them, in place of OUT, the folder for their lists"),
          Argument("--profile", &options->csv.profile,
                   "The columns of this profile of BrenvikProfiles.txt in the install folder; the standard "
                   "columns by default")
@@ -103,7 +121,7 @@ Command ExportCommand() {
          options->choices.Sort(), options->choices.Group(), options->choices.Filter(),
          options->drawing.Select(), options->drawing.Letters(), options->unit.Option(),
          options->drawing.Material(), options->drawing.Quiet()},
-        [options](const std::string& home) { return Export(home, *options); },
+        [options](const std::string& home) { return ExportAll(home, *options); },
         {}};
 }
 

@@ -11,6 +11,7 @@
 #include "list_choice_options.h"
 #include "list_output.h"
 #include "parts/grouped_quantities.h"
+#include "several_drawings.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -22,6 +23,8 @@ struct ListOptions {
     UnitOption unit;
     ListChoiceOptions choices;
     std::string format = "table";
+    bool isOneOfSeveral = false;
+    FurtherWords further;
 };
 
 ListFormat FormatOf(std::string_view word) {
@@ -62,7 +65,7 @@ ExitStatus List(const std::string& home, const ListOptions& options) {
     const auto [document, selected] = OpenAndSelect(workplace, options.drawing, options.unit, teller);
     teller.Progress("measuring " + std::to_string(selected) + " parts");
     // With nothing selected the scan leaves the grid as it is, so there is nothing to look at.
-    const Scanned scanned =
+    Scanned scanned =
         selected == 0 ? Scanned{EmptyPartList(choices.group), 0} : Scan(workplace.host, dialogs, choices);
     teller.Wipe();
     if (dialogs.MessagesShown() > 0) teller.MarkIncomplete();
@@ -72,10 +75,34 @@ ExitStatus List(const std::string& home, const ListOptions& options) {
     if (known < selected)
         teller.Loss(std::to_string(selected - known) + " of " + std::to_string(selected) +
                     " parts are missing in the list");
+    if (options.isOneOfSeveral && FormatOf(options.format) == ListFormat::Csv)
+        NameDrawing(scanned.list, options.drawing.drawing);
     WritePartList(scanned.list, FormatOf(options.format), std::cout);
     if (!options.drawing.save.empty())
         SaveOutput(document, options.drawing.save, DrawingUnitOfHome(), teller);
     return teller.Status();
+}
+
+ExitStatus ListAll(const std::string& home, const ListOptions& options) {
+    std::vector<std::string> words = options.further.more;
+    words.insert(words.begin(), options.drawing.drawing);
+    if (!AreSeveral(words)) return List(home, options);
+    RefuseForSeveral(!options.drawing.save.empty(), "--save");
+    RefuseForSeveral(!options.drawing.handles.empty(), "--select");
+    const std::vector<std::string> drawings = DrawingsOf(words);
+    JointLists lists(FormatOf(options.format), std::cout);
+    const auto work = [&](std::size_t place) {
+        ListOptions one = options;
+        one.drawing.drawing = drawings[place];
+        one.isOneOfSeveral = true;
+        return List(home, one);
+    };
+    const ExitStatus worst = RunEach(
+        drawings,
+        {work, [&](std::size_t place, const std::string& output) { lists.Add(drawings[place], output); }},
+        options.drawing.quiet);
+    lists.End();
+    return worst;
 }
 
 }  // namespace
@@ -84,14 +111,14 @@ Command ListCommand() {
     auto options = std::make_shared<ListOptions>();
     return {"list",
             "Print the cut list of a drawing",
-            {options->drawing.DrawingWord(),
+            {options->drawing.DrawingWord(), options->further.Words(""),
              Argument("--format", &options->format, "How to print it: table, csv or json")
                  .OneOf({"table", "csv", "json"})
                  .ShowsDefault(),
              options->choices.Sort(), options->choices.Group(), options->choices.Filter(),
              options->drawing.Select(), options->drawing.Letters(), options->unit.Option(),
              options->drawing.Material(), options->drawing.Save(), options->drawing.Quiet()},
-            [options](const std::string& home) { return List(home, *options); },
+            [options](const std::string& home) { return ListAll(home, *options); },
             {}};
 }
 

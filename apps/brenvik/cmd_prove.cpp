@@ -13,6 +13,7 @@
 #include "grid_session.h"
 #include "run_dialogs.h"
 #include "session/call.h"
+#include "several_drawings.h"
 #include "target_words.h"
 #include "workplace.h"
 
@@ -30,6 +31,7 @@ struct ProveOptions {
     UnitOption unit;
     std::string folder, target;
     bool fromGrid = false;
+    FurtherWords further;
 };
 
 /// A place for work drawings, so that neither the files nor those of another run are in danger.
@@ -94,6 +96,20 @@ ExitStatus Prove(const std::string& home, const ProveOptions& options) {
     return teller.Status();
 }
 
+ExitStatus ProveAll(const std::string& home, const ProveOptions& options) {
+    const SeveralWords words = WordsOf(options.drawing.drawing, options.folder, options.further);
+    if (!words.areSeveral) return Prove(home, options);
+    RefuseForSeveral(!options.drawing.handles.empty(), "--select");
+    const std::vector<std::string> folders = OutputsIn(words.last, words.drawings, "");
+    const auto work = [&](std::size_t place) {
+        ProveOptions one = options;
+        one.drawing.drawing = words.drawings[place];
+        one.folder = folders[place];
+        return Prove(home, one);
+    };
+    return RunEach(words.drawings, {work, PrintOutput}, options.drawing.quiet);
+}
+
 }  // namespace
 
 Command ProveCommand() {
@@ -109,6 +125,9 @@ Command ProveCommand() {
              "run would choose, the cut into the spoil board, the order of operations and their "
              "counters")
              .Required(),
+         options->further.Words(
+             ", and behind them, in place of FOLDER, the folder that holds a folder of files "
+             "for each, named as the drawing"),
          Argument("--target", &options->target,
                   "The CAM package that they are for, where their names don't tell: " + TargetNames())
              .Checked(CheckTarget)
@@ -117,7 +136,7 @@ Command ProveCommand() {
                   "The run took its parts by way of the grid: equal parts share a file"),
          options->drawing.Select(), options->drawing.Letters(), options->unit.Option(),
          options->drawing.Material(), options->drawing.Quiet()},
-        [options](const std::string& home) { return Prove(home, *options); },
+        [options](const std::string& home) { return ProveAll(home, *options); },
         {}};
 }
 

@@ -1,5 +1,4 @@
-// Parsing, and the one place where errors become messages and exit statuses. The parsing library is known
-// here alone.
+// Parsing. The parsing library is known here alone.
 #include "command_line.h"
 
 #include <CLI/CLI.hpp>
@@ -11,8 +10,8 @@
 #include <string_view>
 #include <variant>
 
-#include "base/failure.h"
 #include "base/text.h"
+#include "reported.h"
 #include "session/library/command_table.h"
 
 namespace brenvik::app {
@@ -29,8 +28,11 @@ struct CommandLine {
 CLI::Option& AddTarget(CLI::App& command, const Argument& argument) {
     if (bool* const* flag = std::get_if<bool*>(&argument.target))
         return *command.add_flag(argument.name, **flag, argument.description);
-    if (auto* const* texts = std::get_if<std::vector<std::string>*>(&argument.target))
-        return *command.add_option(argument.name, **texts, argument.description)->delimiter(',');
+    if (auto* const* texts = std::get_if<std::vector<std::string>*>(&argument.target)) {
+        CLI::Option& option = *command.add_option(argument.name, **texts, argument.description);
+        // Words by their places are names of files, which may hold commas.
+        return argument.name.starts_with("--") ? *option.delimiter(',') : option;
+    }
     return *command.add_option(argument.name, *std::get<std::string*>(argument.target), argument.description);
 }
 
@@ -62,16 +64,6 @@ void AddCommand(CLI::App& parent, const Command& command, CommandLine& line) {
     if (command.run) words.callback([&line, run = command.run] { line.chosen = run; });
 }
 
-/// What a full disk or device has not taken is told, and the command isn't done. Nor is it where what it had
-/// to tell was lost: nobody has heard of it.
-ExitStatus WithWrittenOutput(ExitStatus status) {
-    std::cout.flush();
-    if (!std::cout) std::cerr << "brenvik: standard output can't be written\n";
-    std::cerr.flush();
-    if (std::cout && std::cerr) return status;
-    return status == ExitStatus::Done ? ExitStatus::Incomplete : status;
-}
-
 int TellWrongWords(CommandLine& line, const CLI::ParseError& error) {
     std::ostringstream output, errors;
     const int status = line.parser.exit(error, output, errors);
@@ -86,18 +78,6 @@ int TellWrongWords(CommandLine& line, const CLI::ParseError& error) {
     }
     std::cerr << "brenvik: " << error.what() << "\nRun with --help for more information.\n";
     return static_cast<int>(ExitStatus::WrongWords);
-}
-
-ExitStatus RunChosen(const CommandLine& line) {
-    try {
-        return line.chosen(line.home);
-    } catch (const CommandError& error) {
-        std::cerr << "brenvik: " << error.what() << '\n';
-        return error.Status();
-    } catch (const Failure& failure) {
-        std::cerr << "brenvik: " << failure.what() << '\n';
-        return ExitStatus::Incomplete;
-    }
 }
 
 /// The system's own commands, as journals call them and as they are typed at the host, a line each.
@@ -130,17 +110,17 @@ int RunCommandLine(int argc, char** argv) {
           ConvertCommand(), SampleCommand(), SettingsCommand(), MaterialsCommand(), PartsCommand(),
           PictureCommand(), DesktopCommand(), HelpCommand()})
         AddCommand(line.parser, command, line);
-    line.parser.footer(
-        ListOfMethods() +
-        "\nExit status: 0 done, with what had to be assumed reported on standard error; 1 done, but something was\n"
-        "skipped or failed (each reported there);\n"
-        "2 the words of the command are wrong; 3 an input can't be read.");
+    line.parser.footer(ListOfMethods() +
+                       "\nExit status: 0 done, with what had to be assumed reported on standard error; 1 "
+                       "done, but something was\n"
+                       "skipped or failed (each reported there);\n"
+                       "2 the words of the command are wrong; 3 an input can't be read.");
     try {
         line.parser.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return TellWrongWords(line, error);
     }
-    return static_cast<int>(WithWrittenOutput(RunChosen(line)));
+    return static_cast<int>(WithWrittenOutput(Reported([&line] { return line.chosen(line.home); })));
 }
 
 }  // namespace brenvik::app

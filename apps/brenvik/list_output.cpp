@@ -139,6 +139,8 @@ void WriteCsv(const PartList& list, std::ostream& out) {
     }
 }
 
+}  // namespace
+
 std::string JsonText(std::string_view text) {
     constexpr std::string_view digits = "0123456789abcdef";
     std::string quoted = "\"";
@@ -156,6 +158,8 @@ std::string JsonText(std::string_view text) {
     }
     return quoted + "\"";
 }
+
+namespace {
 
 std::string JsonValue(const FieldValue& value) {
     if (const auto* text = std::get_if<std::string>(&value)) return JsonText(*text);
@@ -176,6 +180,32 @@ void WriteJson(const PartList& list, std::ostream& out) {
 }
 
 }  // namespace
+
+void NameDrawing(PartList& list, const std::string& drawing) {
+    list.columns.insert(list.columns.begin(), {"drawing", "Drawing", false});
+    for (auto& row : list.rows) row.insert(row.begin(), FieldValue(drawing));
+}
+
+void JointLists::Add(const std::string& drawing, std::string list) {
+    const bool isFirst = !mHasOne;
+    if (mFormat == ListFormat::Json) {
+        mOut << (isFirst ? "{\n" : ",\n") << JsonText(drawing) << ": "
+             << (list.empty() ? "null" : list.substr(0, list.find_last_not_of('\n') + 1));
+        mHasOne = true;
+        return;
+    }
+    if (list.empty()) return;
+    mHasOne = true;
+    constexpr std::string_view lineEnd = "\r\n";
+    if (mFormat == ListFormat::Csv)
+        mOut << (isFirst ? list : list.substr(list.find(lineEnd) + lineEnd.size()));
+    else
+        mOut << (isFirst ? "" : "\n") << drawing << '\n' << list;
+}
+
+void JointLists::End() {
+    if (mFormat == ListFormat::Json) mOut << "\n}\n";
+}
 
 PartList EmptyPartList(const std::vector<std::string>& groupedBy) {
     PartList list;

@@ -32,6 +32,27 @@ PartList ReadPartList(const Recordset& records);
 /// A table has aligned columns under captions; columns without a value are left out but for the usual
 /// ones, and the raw extents are shown only where a part has no letters yet. CSV follows RFC 4180: all
 /// columns, captions first, CR LF. JSON is an array of objects keyed by column name, numbers as numbers.
+/// A text as JSON has it, with its quotes.
+std::string JsonText(std::string_view text);
+
+/// Puts a column with the drawing's name ahead of the others.
+void NameDrawing(PartList& list, const std::string& drawing);
+
+/// The lists of several drawings as one output: tables below their names, one object of JSON by name, one
+/// table of CSV under one header.
+class JointLists {
+  public:
+    JointLists(ListFormat format, std::ostream& out) : mFormat(format), mOut(out) {}
+    /// Takes a drawing's list as it was written; a blank one is null in JSON, and left out otherwise.
+    void Add(const std::string& drawing, std::string list);
+    void End();
+
+  private:
+    ListFormat mFormat;
+    std::ostream& mOut;
+    bool mHasOne = false;
+};
+
 void WritePartList(const PartList& list, ListFormat format, std::ostream& out);
 
 }  // namespace brenvik::app

@@ -38,8 +38,8 @@ TEST_F(Help, EveryCommandHasItsOwn) {
     const std::pair<const char*, std::vector<const char*>> commands[] = {
         {"init", {"--units"}},
         {"list",
-         {"DRAWING", "--format", "--sort", "--group", "--filter", "--select", "--letters", "--material",
-          "--save", "--quiet"}},
+         {"DRAWING", "MORE", "--format", "--sort", "--group", "--filter", "--select", "--letters",
+          "--material", "--save", "--quiet"}},
         {"export",
          {"DRAWING", "OUT", "--profile", "--fractions", "--adjustments", "--sort", "--group", "--filter",
           "--select", "--letters", "--material", "--quiet"}},
@@ -52,7 +52,7 @@ TEST_F(Help, EveryCommandHasItsOwn) {
         {"run",
          {"DRAWING", "--journal", "--transcript", "--no-proof", "--select", "--letters", "--material",
           "--save", "--quiet"}},
-        {"convert", {"IN", "OUT", "--letters", "--material", "--quiet"}},
+        {"convert", {"IN", "OUT", "MORE", "--to", "--letters", "--material", "--quiet"}},
         {"sample", {"OUT", "--quiet"}},
         {"settings", {"list", "get", "set"}},
         {"materials", {"list", "find", "add"}},
@@ -68,9 +68,9 @@ TEST_F(Help, EveryCommandHasItsOwn) {
 TEST_F(Help, PrintsTheControlsOfAllFormsAsThePageHasThem) {
     const Outcome outcome = Run({"help", "controls"});
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
-    for (const char* row : {"\n## frmMain\n", "\n| `tbMain.SORT` | toolbar key | Sort |\n",
-                            "\n| `Check1(3)` | tick box |", "\n## frmChoicetherm\n",
-                            "\n| `mnuApplyDrawing` | menu entry | Apply to Drawing |\n"})
+    for (const char* row :
+         {"\n## frmMain\n", "\n| `tbMain.SORT` | toolbar key | Sort |\n", "\n| `Check1(3)` | tick box |",
+          "\n## frmChoicetherm\n", "\n| `mnuApplyDrawing` | menu entry | Apply to Drawing |\n"})
         EXPECT_NE(outcome.output.find(row), std::string::npos) << row << outcome.output;
     EXPECT_EQ(outcome.output, ReadFile(std::filesystem::path(BRENVIK_SOURCE_DIR) / "docs/controls.md"))
         << "docs/controls.md is to be written anew by: brenvik help controls > docs/controls.md";
@@ -103,7 +103,7 @@ TEST_F(Help, WrongWordsEndWithStatus2) {
         {{"list", "a.dxf", "--format", "xml"}, "--format: xml not in {table,csv,json}"},
         {{"list", "a.dxf", "--format", "1"}, "--format: 1 not in {table,csv,json}"},
         {{"list", "a.dxf", "--letters", "LLT"}, "expected L, W and T in some order, or none; found LLT"},
-        {{"list", "a.dxf", "b.dxf"}, "b.dxf"},
+        {{"parts", "a.dxf", "b.dxf"}, "b.dxf"},
         {{"export", "a.dxf"}, "OUT is required"},
         {{"cnc", "a.dxf"}, "--target is required"},
         {{"cnc", "a.dxf", "--target", "XYZ"},

@@ -22,6 +22,10 @@ std::vector<std::string> JournalNames() {
 const std::map<std::string, std::string> ToldByIntent{
     // A left and a right side get one name.
     {"a_cnc_run_from_the_grid", "of these the solids of \"Drawer Side\" (166) differ from it"},
+    // A typed size has no place in the drawing.
+    {"apply_and_list_again", "its Length 700, typed into the list, was not written to the drawing"},
+    // The next list leaves the part out.
+    {"a_quote_in_a_name", "a single quote stands in its Part Name \"Jack's side\""},
     {"cells_that_cannot_be_kept", "its quantity is \"zwei\", expected a whole number"},
     {"export_the_list", "expected the name of a column, found \"(Blank)\""},
     // A note gets a quote that the next list can't take.

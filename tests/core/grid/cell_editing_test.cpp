@@ -1,9 +1,9 @@
 // Editing in the grid: the letters and the sizes that they name, the box that follows the current cell, what
 // may be typed, and edits that the table does not take.
 #include "core/grid/grid_fixture.h"
-#include "parts/part_trouble.h"
 #include "grid/grid_columns.h"
 #include "parts/part_table.h"
+#include "parts/part_trouble.h"
 
 namespace brenvik {
 namespace {

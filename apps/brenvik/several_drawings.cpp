@@ -1,0 +1,146 @@
+// The words, the names of outputs, and the turn of each drawing.
+#include "several_drawings.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <iostream>
+#include <map>
+#include <string_view>
+#include <system_error>
+
+#include "apart.h"
+#include "base/letter_case.h"
+#include "file_roots/places.h"
+#include "teller.h"
+
+namespace brenvik::app {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr auto DrawingEndings =
+    std::to_array<std::string_view>({".dxf", ".dwg", ".step", ".stp", ".sat", ".sab"});
+
+bool IsFolder(const std::string& word) {
+    std::error_code unknown;
+    return fs::is_directory(PathFromText(word), unknown);
+}
+
+bool HasDrawingsEnding(const fs::path& file) {
+    return std::ranges::find(DrawingEndings, FoldLower(TextFromPath(file.extension()))) !=
+           DrawingEndings.end();
+}
+
+std::vector<std::string> DrawingsIn(const std::string& folder) {
+    std::vector<std::string> drawings;
+    std::error_code error;
+    for (fs::directory_iterator entry(PathFromText(folder), error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::error_code unknown;
+        if (entry->is_regular_file(unknown) && HasDrawingsEnding(entry->path()))
+            drawings.push_back(TextFromPath(entry->path()));
+    }
+    if (error)
+        throw CommandError(ExitStatus::Unreadable, folder + ": the folder can't be read: " + error.message());
+    if (drawings.empty())
+        throw CommandError(
+            ExitStatus::Unreadable,
+            folder +
+                ": expected drawings in the folder, whose names end in .dxf, .dwg, .step, .stp, "
+                ".sat or .sab, found none");
+    std::ranges::sort(drawings, LessIgnoreCase());
+    return drawings;
+}
+
+}  // namespace
+
+Argument FurtherWords::Words(const std::string& last) {
+    return {"MORE", &more,
+            "With several drawings, or folders of drawings, in place of DRAWING: the others" + last +
+                ". Each is worked on by itself, and the exit status is the worst"};
+}
+
+std::vector<std::string> DrawingsOf(const std::vector<std::string>& words) {
+    std::vector<std::string> drawings;
+    for (const std::string& word : words) {
+        if (!IsFolder(word)) {
+            drawings.push_back(word);
+            continue;
+        }
+        for (std::string& drawing : DrawingsIn(word)) drawings.push_back(std::move(drawing));
+    }
+    return drawings;
+}
+
+bool AreSeveral(const std::vector<std::string>& words) {
+    return words.size() > 1 || std::ranges::any_of(words, IsFolder);
+}
+
+SeveralWords WordsOf(const std::string& drawing, const std::string& second, const FurtherWords& further) {
+    std::vector<std::string> words{drawing, second};
+    words.insert(words.end(), further.more.begin(), further.more.end());
+    std::string last = std::move(words.back());
+    words.pop_back();
+    const bool areSeveral = AreSeveral(words);
+    return {areSeveral, areSeveral ? DrawingsOf(words) : words, std::move(last)};
+}
+
+void PrintOutput(std::size_t, const std::string& output) { std::cout << output; }
+
+std::vector<std::string> OutputsIn(const std::string& folder, const std::vector<std::string>& drawings,
+                                   const std::string& ending) {
+    std::vector<std::string> outputs;
+    std::map<std::string, std::string, LessIgnoreCase> drawingOf;
+    for (const std::string& drawing : drawings) {
+        const fs::path name = PathFromText(TextFromPath(PathFromText(drawing).stem()) + ending);
+        outputs.push_back(TextFromPath(PathFromText(folder) / name));
+        const auto [first, isNew] = drawingOf.try_emplace(outputs.back(), drawing);
+        if (!isNew)
+            throw CommandError(ExitStatus::WrongWords, "the output of " + first->second + " and of " +
+                                                           drawing + " would both be " + outputs.back() +
+                                                           ": expected drawings of different names");
+    }
+    return outputs;
+}
+
+void MakeOutputFolder(const std::string& folder) {
+    std::error_code error;
+    const fs::path place = PathFromText(folder);
+    if (fs::is_directory(place, error)) return;
+    if (fs::exists(place, error))
+        throw CommandError(ExitStatus::WrongWords,
+                           folder + ": expected a folder for the outputs of several drawings, found a file");
+    // A list or a drawing was meant, and the words for it belong to one drawing.
+    if (HasDrawingsEnding(place) || EqualsIgnoreCase(TextFromPath(place.extension()), ".csv"))
+        throw CommandError(
+            ExitStatus::WrongWords,
+            folder + ": expected a folder for the outputs of several drawings, found a name of a file");
+    fs::create_directories(place, error);
+    if (error)
+        throw CommandError(ExitStatus::Incomplete, folder + ": the folder can't be made: " + error.message());
+}
+
+void RefuseForSeveral(bool given, const std::string& option) {
+    if (given)
+        throw CommandError(ExitStatus::WrongWords,
+                           option + ": expected one drawing with this option, found several");
+}
+
+ExitStatus RunEach(const std::vector<std::string>& drawings, const WorkOnEach& each, bool quiet) {
+    Teller teller(quiet);
+    ExitStatus worst = ExitStatus::Done;
+    for (std::size_t place = 0; place < drawings.size(); ++place) {
+        teller.Progress("drawing " + std::to_string(place + 1) + " of " + std::to_string(drawings.size()) +
+                        ", " + drawings[place]);
+        const WorkApart turn = RunApart(drawings[place], [&] { return each.work(place); });
+        teller.Wipe();
+        if (!turn.errors.empty()) std::cerr << drawings[place] << ":\n" << turn.errors;
+        each.print(place, turn.output);
+        worst = std::max(worst, turn.status);
+    }
+    return worst;
+}
+
+}  // namespace brenvik::app
