@@ -68,5 +68,38 @@ TEST_F(ForeignStep, AColourThatDoesntExistLeavesThePart) {
         << outcome.errors;
 }
 
+TEST_F(ForeignStep, ASheetBesideAPartMakesTheListIncomplete) {
+    const std::size_t place = mGood.find("ADVANCED_FACE("), start = mGood.rfind('#', place);
+    const std::string face = mGood.substr(start, mGood.find(' ', start) - start);
+    WriteWithItem("a.step", "#900001=SHELL_BASED_SURFACE_MODEL('',(#900002));\n#900002=OPEN_SHELL('',(" +
+                                face + "));\n");
+    const Outcome outcome = Run({"list", "a.step"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(
+        outcome.errors.find("what stands beside the solid of part \"Side\" (a surface model, 1 open shell "
+                            "of 1 face) is passed over"),
+        std::string::npos)
+        << outcome.errors;
+}
+
+TEST_F(ForeignStep, TransparencyAndHiddenPartsGoThroughADrawingAndBack) {
+    std::string text = Read("job.dxf");
+    std::erase(text, '\r');
+    const std::size_t solid = text.find("  0\n3DSOLID\n"), layer = text.find("\n  8\n", solid) + 5;
+    text.insert(text.find('\n', layer) + 1, " 62\n     1\n 60\n     1\n440\n33554534\n");
+    Write("glass.dxf", text);
+    Run({"convert", "glass.dxf", "glass.step"});
+    const std::string step = Read("glass.step");
+    EXPECT_NE(step.find("INVISIBILITY(("), std::string::npos);
+    EXPECT_NE(step.find("SURFACE_STYLE_TRANSPARENT(0.6"), std::string::npos);
+    EXPECT_EQ(Run({"convert", "glass.step", "back.dxf"}).status, 0);
+    std::string back = Read("back.dxf");
+    std::erase(back, '\r');
+    const std::size_t again = back.find("  0\n3DSOLID\n");
+    const std::string record = back.substr(again, back.find("AcDbModelerGeometry", again) - again);
+    EXPECT_NE(record.find("\n440\n33554534\n"), std::string::npos) << record;
+    EXPECT_NE(record.find("\n 60\n1\n"), std::string::npos) << record;
+}
+
 }  // namespace
 }  // namespace brenvik::cli_test

@@ -50,6 +50,25 @@ class StepFiles : public ::testing::Test {
     std::filesystem::path mFolder;
 };
 
+TEST_F(StepFiles, TransparencyAndWhatIsHiddenComeBack) {
+    std::vector<StepSolid> parts{{Board(600, 400, 18), "Glass", "Job", "Doors", Rgb{0, 120, 240, 102}},
+                                 {Board(500, 400, 18), "Hidden", "Job", "Doors", Rgb{200, 0, 0}},
+                                 {Board(300, 200, 12), "Off", "", "Construction", Rgb{0, 0, 255}},
+                                 {Board(100, 20, 10), "Plain", "", "", std::nullopt}};
+    parts[1].visible = false;
+    parts[2].layerVisible = false;
+    const StepDocument document = RoundTrip(parts);
+    ASSERT_EQ(document.solids.size(), parts.size());
+    for (std::size_t index = 0; index < parts.size(); ++index) {
+        const auto back = std::ranges::find(document.solids, parts[index].name, &StepSolid::name);
+        ASSERT_NE(back, document.solids.end()) << parts[index].name;
+        EXPECT_EQ(back->color, parts[index].color) << parts[index].name;
+        EXPECT_EQ(back->visible, parts[index].visible) << parts[index].name;
+        EXPECT_EQ(back->layerVisible, parts[index].layerVisible) << parts[index].name;
+    }
+    EXPECT_TRUE(document.notes.empty());
+}
+
 TEST_F(StepFiles, NamesAssembliesLayersAndColoursComeBack) {
     const std::vector<StepSolid> parts{
         {Board(600, 400, 18), "Türseite links", "Küche Änne", "Eiche hell", Rgb{200, 100, 50}},

@@ -47,21 +47,26 @@ std::string LayerName(std::string_view name) {
     return result.empty() ? "0" : result;
 }
 
-/// The index that is nearest, and the colour itself where that is another one.
+/// The index that is nearest, and the colour itself where that is another one; how much it hides, unless all.
 void TakeColor(const step::Rgb& color, EntityLook& look, HostSolid& solid) {
     const ScreenColor shown{color.red, color.green, color.blue};
     look.color = NearestColorIndex(shown);
     const ScreenColor nearest = ColorOfIndex(look.color);
-    if (nearest.red == shown.red && nearest.green == shown.green && nearest.blue == shown.blue) return;
-    solid.SetKeptGroups(
-        GroupsOfTrueColor(std::uint32_t{color.red} << 16U | std::uint32_t{color.green} << 8U | color.blue));
+    KeptGroups kept;
+    if (nearest.red != shown.red || nearest.green != shown.green || nearest.blue != shown.blue)
+        kept = *GroupsOfTrueColor(std::uint32_t{color.red} << 16U | std::uint32_t{color.green} << 8U |
+                                  color.blue);
+    if (color.opacity < 255) kept.common += GroupOfOpacity(color.opacity);
+    if (!kept.common.empty()) solid.SetKeptGroups({std::make_shared<const KeptGroups>(std::move(kept))});
 }
 
 void AddPart(HostDocument& document, const step::StepSolid& part, const ReadOptions& options) {
     HostSolid& solid = document.Model().AddSolid(part.shape);
     LayerData layer;
     layer.name = LayerName(part.layer);
+    layer.on = part.layerVisible;
     EntityLook look;
+    look.visible = part.visible;
     look.layer = &document.LayerTable().Put(std::move(layer));
     if (part.color) TakeColor(*part.color, look, solid);
     solid.SetLook(std::move(look));
@@ -113,7 +118,7 @@ std::optional<step::Rgb> ColorOf(int index, std::optional<std::uint32_t> trueCol
 }
 
 /// The colour in which a solid shows: its own, or that of its layer. The usual one of layers is none.
-std::optional<step::Rgb> ColorOf(const HostEntity& entity) {
+std::optional<step::Rgb> ShownColor(const HostEntity& entity) {
     constexpr int byLayer = 256, usual = 7;
     const Kept<KeptGroups>& own = entity.KeptGroupsOfFile();
     const auto color = ColorOf(entity.Look().color, own ? TrueColorIn(own->common) : std::nullopt);
@@ -121,6 +126,25 @@ std::optional<step::Rgb> ColorOf(const HostEntity& entity) {
     const LayerData& layer = entity.LayerObject().Values();
     const auto trueColor = layer.kept ? TrueColorIn(layer.kept->own) : std::nullopt;
     return layer.color == usual && !trueColor ? std::nullopt : ColorOf(layer.color, trueColor);
+}
+
+/// How much a solid hides of what stands behind it, by its own word or its layer's.
+std::uint8_t ShownOpacity(const HostEntity& entity) {
+    constexpr std::uint8_t all = 255;
+    const Kept<KeptGroups>& own = entity.KeptGroupsOfFile();
+    if (const auto opacity = own ? OpacityIn(own->common) : std::nullopt) return *opacity;
+    const LayerData& layer = entity.LayerObject().Values();
+    return layer.kept ? OpacityOfLayerIn(layer.kept->further).value_or(all) : all;
+}
+
+/// STEP has the one with the other: what lets something through without a colour is white there, as the usual
+/// colour of layers is.
+std::optional<step::Rgb> ColorOf(const HostEntity& entity) {
+    std::optional<step::Rgb> color = ShownColor(entity);
+    const std::uint8_t opacity = ShownOpacity(entity);
+    if (!color && opacity < 255) color = step::Rgb{255, 255, 255};
+    if (color) color->opacity = opacity;
+    return color;
 }
 
 /// Solids of model space; what a file of solids can't hold is told.
@@ -211,8 +235,11 @@ std::vector<step::StepSolid> StepSolidsOf(const HostDocument& document, std::vec
         part.shape = solid->Shape();
         part.name = PartText(*solid, "PARTNAME");
         part.assembly = PartText(*solid, "SUBASSEMBLY");
-        part.layer = solid->LayerObject().Values().name;
+        const LayerData& layer = solid->LayerObject().Values();
+        part.layer = layer.name;
+        part.layerVisible = layer.on && !layer.frozen;
         part.color = ColorOf(*solid);
+        part.visible = solid->Look().visible;
         parts.push_back(std::move(part));
     }
     return parts;
@@ -225,7 +252,7 @@ std::size_t ColoredByLayer(const HostDocument& document) {
         if (dynamic_cast<const HostSolid*>(entity) == nullptr || entity->Look().color != byLayer) continue;
         const Kept<KeptGroups>& own = entity->KeptGroupsOfFile();
         const bool hasOwn = own && TrueColorIn(own->common);
-        if (!hasOwn && ColorOf(*entity)) ++count;
+        if (!hasOwn && ShownColor(*entity)) ++count;
     }
     return count;
 }

@@ -194,18 +194,64 @@ HandleValue GroupWalk::Handle() const {
     return read.ec == std::errc{} && read.ptr == text.data() + text.size() ? handle : 0;
 }
 
+namespace {
+
+std::optional<std::int64_t> IntegerIn(const GroupWalk& walk) {
+    const std::string_view text = WithoutBlanks(walk.Value());
+    std::int64_t number = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+    return read.ec == std::errc{} ? std::optional(number) : std::nullopt;
+}
+
+/// The highest of four bytes tells that the value is the entity's own; by layer and by block are others.
+constexpr std::int64_t OwnOpacity = 0x02000000;
+
+std::optional<std::uint8_t> OpacityOf(std::int64_t value) {
+    constexpr std::int64_t oneByte = 0xFF;
+    if ((value & ~oneByte) != OwnOpacity) return std::nullopt;
+    return static_cast<std::uint8_t>(value & oneByte);
+}
+
+}  // namespace
+
 std::optional<std::uint32_t> TrueColorIn(std::string_view groups) {
     constexpr int trueColor = 420;
     constexpr std::uint32_t threeBytes = 0xFFFFFF;
     GroupWalk walk(groups);
     while (walk.Next()) {
         if (walk.Code() != trueColor) continue;
-        const std::string_view text = WithoutBlanks(walk.Value());
-        std::int64_t color = 0;
-        const auto read = std::from_chars(text.data(), text.data() + text.size(), color);
-        if (read.ec == std::errc{}) return static_cast<std::uint32_t>(color) & threeBytes;
+        if (const auto color = IntegerIn(walk)) return static_cast<std::uint32_t>(*color) & threeBytes;
     }
     return std::nullopt;
+}
+
+std::optional<std::uint8_t> OpacityIn(std::string_view groups) {
+    constexpr int transparency = 440;
+    GroupWalk walk(groups);
+    while (walk.Next()) {
+        if (walk.Code() != transparency) continue;
+        const auto value = IntegerIn(walk);
+        return value ? OpacityOf(*value) : std::nullopt;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::uint8_t> OpacityOfLayerIn(std::string_view groups) {
+    constexpr int application = 1001, number = 1071;
+    bool isInside = false;
+    GroupWalk walk(groups);
+    while (walk.Next()) {
+        if (walk.Code() == application) isInside = WithoutBlanks(walk.Value()) == "AcCmTransparency";
+        if (!isInside || walk.Code() != number) continue;
+        if (const auto value = IntegerIn(walk)) return OpacityOf(*value);
+    }
+    return std::nullopt;
+}
+
+std::string GroupOfOpacity(std::uint8_t opacity) {
+    std::string group;
+    AppendGroup(group, 440, std::to_string(OwnOpacity | opacity));
+    return group;
 }
 
 Kept<KeptGroups> GroupsOfTrueColor(std::uint32_t color, bool isLayer) {

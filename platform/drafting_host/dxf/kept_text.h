@@ -32,6 +32,13 @@ class GroupWalk {
 
 /// The true colour (group 420, red in the highest byte of three) among groups; nothing where there is none.
 std::optional<std::uint32_t> TrueColorIn(std::string_view groups);
+/// How much an entity hides of what stands behind it (group 440), from 0 to 255 for all; nothing where its
+/// groups leave that to its layer or block.
+std::optional<std::uint8_t> OpacityIn(std::string_view groups);
+/// The same of a layer, which has it as extended data of an application of its own.
+std::optional<std::uint8_t> OpacityOfLayerIn(std::string_view groups);
+/// Group 440 with this opacity.
+std::string GroupOfOpacity(std::uint8_t opacity);
 /// Groups with a true colour, as what an entity (`isLayer`: a layer) has besides its values.
 Kept<KeptGroups> GroupsOfTrueColor(std::uint32_t color, bool isLayer = false);
 

@@ -10,11 +10,12 @@
 
 namespace brenvik::step {
 
-/// A colour as a screen shows it, 0 to 255 each.
+/// A colour as a screen shows it, 0 to 255 each, and how much of what stands behind it it hides: 255 is all.
 struct Rgb {
     std::uint8_t red = 0;
     std::uint8_t green = 0;
     std::uint8_t blue = 0;
+    std::uint8_t opacity = 255;
 
     bool operator==(const Rgb&) const = default;
 };
@@ -27,6 +28,8 @@ struct StepSolid {
     std::string assembly;  ///< name of the assembly that it is placed in; empty outside of all assemblies
     std::string layer;     ///< empty when it stands on none
     std::optional<Rgb> color{};
+    bool layerVisible = true;  ///< Of its layer.
+    bool visible = true;
 };
 
 /// Something that the reader has to tell.

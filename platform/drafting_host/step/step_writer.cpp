@@ -3,7 +3,7 @@
 
 #include <APIHeaderSection_MakeHeader.hxx>
 #include <BRepBuilderAPI_Copy.hxx>
-#include <Quantity_Color.hxx>
+#include <Quantity_ColorRGBA.hxx>
 #include <STEPCAFControl_Writer.hxx>
 #include <STEPControl_Writer.hxx>
 #include <StepData_Protocol.hxx>
@@ -46,12 +46,15 @@ class Assembler {
         const TopoDS_Shape shape = BRepBuilderAPI_Copy(solids::Placed(part.shape)).Shape();
         const TDF_Label product = mShapes->AddShape(shape, Standard_False);
         TDataStd_Name::Set(product, Word(part.name));
-        if (!part.layer.empty()) mLayers->SetLayer(product, Word(part.layer));
-        if (part.color) {
-            const Quantity_Color color(part.color->red / 255.0, part.color->green / 255.0,
-                                       part.color->blue / 255.0, Quantity_TOC_sRGB);
-            mColors->SetColor(product, color, XCAFDoc_ColorSurf);
+        if (!part.layer.empty()) {
+            TDF_Label layer = mLayers->AddLayer(Word(part.layer));
+            mLayers->SetLayer(product, layer);
+            if (!part.layerVisible) mLayers->SetVisibility(layer, Standard_False);
         }
+        if (part.color) SetColor(product, *part.color);
+        // The format hides styles. A part without a colour gets white, in which the usual one of layers
+        // shows.
+        if (!part.visible) mColors->SetVisibility(product, Standard_False);
         if (part.assembly.empty()) return;
         const TDF_Label instance =
             mShapes->AddComponent(AssemblyOf(part.assembly), product, TopLoc_Location());
@@ -62,6 +65,12 @@ class Assembler {
 
   private:
     TCollection_ExtendedString Word(const std::string& text) { return mTexts.WordFor(text).c_str(); }
+
+    void SetColor(const TDF_Label& product, const Rgb& rgb) {
+        const Quantity_Color color(rgb.red / 255.0, rgb.green / 255.0, rgb.blue / 255.0, Quantity_TOC_sRGB);
+        mColors->SetColor(product, Quantity_ColorRGBA(color, static_cast<float>(rgb.opacity) / 255),
+                          XCAFDoc_ColorSurf);
+    }
 
     TDF_Label AssemblyOf(const std::string& name) {
         const auto known = mAssemblies.find(name);

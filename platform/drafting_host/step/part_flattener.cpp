@@ -1,0 +1,166 @@
+// Walks from the roots down; what is nearer to the root stands above what a product says itself.
+#include "drafting_host/step/part_flattener.h"
+
+#include <TDF_LabelSequence.hxx>
+#include <TDataStd_Name.hxx>
+#include <TopExp_Explorer.hxx>
+#include <XCAFDoc_DocumentTool.hxx>
+#include <utility>
+
+#include "base/failure.h"
+#include "drafting_host/solids/transform.h"
+#include "drafting_host/step/shape_contents.h"
+
+namespace brenvik::step {
+namespace {
+
+std::string Trimmed(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(" \t\r\n");
+    if (first == std::string::npos) return {};
+    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
+}
+
+std::string Shown(const std::string& name) { return name.empty() ? "a part" : "part \"" + name + "\""; }
+
+StepSolid PartOf(const TopoDS_Shape& shape, std::string name, std::string assembly, const PartLook& look) {
+    StepSolid part{shape, std::move(name), std::move(assembly), look.layer, look.color};
+    part.layerVisible = look.layerVisible;
+    part.visible = look.visible;
+    return part;
+}
+
+}  // namespace
+
+PartFlattener::PartFlattener(const Handle(TDocStd_Document) & document, const StandIns& texts,
+                             bool toTheLetter, std::map<std::string, std::string> externalFiles,
+                             StepDocument& result)
+    : mShapes(XCAFDoc_DocumentTool::ShapeTool(document->Main())),
+      mLooks(document, texts),
+      mTexts(texts),
+      mToTheLetter(toTheLetter),
+      mExternalFiles(std::move(externalFiles)),
+      mResult(result) {}
+
+void PartFlattener::Met::Take(const std::string& name) {
+    if (count++ == 0) first = name;
+}
+
+void PartFlattener::Run() {
+    TDF_LabelSequence roots;
+    mShapes->GetFreeShapes(roots);
+    for (const TDF_Label& root : roots) Walk(root, {}, 0);
+}
+
+void PartFlattener::NoteWithoutSolid(std::size_t known) {
+    const auto tell = [&](const std::map<std::string, int>& all, bool lost) {
+        for (const auto& [what, times] : all) {
+            mResult.notes.push_back(
+                {(times == 1 ? what : std::to_string(times) + " times " + what) + " is passed over", 0,
+                 lost});
+        }
+    };
+    tell(mWithoutSolid, true);
+    tell(mSheetsBeside, true);
+    tell(mCurvesBeside, false);
+    if (mEmpty > known) {
+        mResult.notes.push_back(
+            {std::to_string(mEmpty - known) + " object(s) without any shape passed over"});
+    }
+}
+
+void PartFlattener::NoteMet(const Met& met, const std::string& what) {
+    if (met.count == 0) return;
+    mResult.notes.push_back({what + ": " + std::to_string(met.count) + " part(s), the first one " +
+                                 (met.first.empty() ? "without a name" : "\"" + met.first + "\""),
+                             0, false});
+}
+
+void PartFlattener::NoteLooks() {
+    NoteMet(mFaceColors, "colours of single faces are passed over, a part has one colour");
+    NoteMet(mFaceLayers, "layers of single faces are passed over, a part stands on one layer");
+    // A file written here has them from a drawing in which they are hidden too.
+    if (!mToTheLetter) NoteMet(mHidden, "hidden in this file and parts all the same");
+}
+
+std::string PartFlattener::NameOf(const TDF_Label& label) const {
+    Handle(TDataStd_Name) name;
+    if (!label.FindAttribute(TDataStd_Name::GetID(), name)) return {};
+    const std::string text = mTexts.TextFor(Utf8(name->Get()));
+    return mToTheLetter ? text : Trimmed(text);
+}
+
+/// A product's name, or its instance's. Where this program named nothing, the modeller makes up the latter.
+std::string PartFlattener::NameOf(const TDF_Label& product, const std::string& instance) const {
+    const std::string name = NameOf(product);
+    return name.empty() && !mToTheLetter ? instance : name;
+}
+
+void PartFlattener::Walk(const TDF_Label& label, Inherited inherited, int depth) {
+    // An assembly that holds itself would never end. Real ones are nested a handful deep.
+    if (depth > 200) throw InvalidCall("STEP: assemblies are nested deeper than 200");
+    inherited.look.TakeMissing(mLooks.Of(label));
+    TDF_Label product = label;
+    if (XCAFDoc_ShapeTool::IsReference(label)) {
+        inherited.instance = NameOf(label);
+        inherited.place = inherited.place * XCAFDoc_ShapeTool::GetLocation(label);
+        XCAFDoc_ShapeTool::GetReferredShape(label, product);
+        inherited.look.TakeMissing(mLooks.Of(product));
+    }
+    if (!XCAFDoc_ShapeTool::IsAssembly(product)) {
+        AddPart(product, inherited);
+        return;
+    }
+    inherited.assembly = NameOf(product, inherited.instance);
+    TDF_LabelSequence components;
+    XCAFDoc_ShapeTool::GetComponents(product, components);
+    for (const TDF_Label& component : components) Walk(component, inherited, depth + 1);
+}
+
+void PartFlattener::AddPart(const TDF_Label& product, const Inherited& inherited) {
+    const TopoDS_Shape shape = XCAFDoc_ShapeTool::GetShape(product);
+    const std::string name = NameOf(product, inherited.instance);
+    if (shape.IsNull() || !TopExp_Explorer(shape, TopAbs_VERTEX).More()) {
+        const auto external = mExternalFiles.find(name);
+        if (external == mExternalFiles.end())
+            ++mEmpty;
+        else
+            mOutside.push_back({inherited, external->second, name});
+        return;
+    }
+    if (!TopExp_Explorer(shape, TopAbs_SOLID).More()) {
+        ++mWithoutSolid[Shown(name) + " without a solid (" + ContentsOf(shape) + ")"];
+        return;
+    }
+    for (TopExp_Explorer solid(shape, TopAbs_SOLID); solid.More(); solid.Next()) {
+        PartLook look = inherited.look;
+        std::string own = name;
+        Refine(product, solid.Current(), look, own);
+        mNamesByShape.emplace(solid.Current().TShape().get(), own);
+        if (mLooks.HasOtherFaceColors(product, solid.Current(), look.color)) mFaceColors.Take(own);
+        if (mLooks.HasOtherFaceLayers(product, solid.Current(), look.layer)) mFaceLayers.Take(own);
+        if (!look.visible || !look.layerVisible) mHidden.Take(own);
+        mResult.solids.push_back(
+            PartOf(solids::Placed(solid.Current().Moved(inherited.place)), own, inherited.assembly, look));
+    }
+    const TopoDS_Shape rest = BesideSolids(shape);
+    if (rest.IsNull()) return;
+    ++(HoldsFaces(rest)
+           ? mSheetsBeside
+           : mCurvesBeside)["what stands beside the solid of " + Shown(name) + " (" + ContentsOf(rest) + ")"];
+}
+
+/// The look that stands on the solid, or on all its faces alike, rather than on the product.
+void PartFlattener::Refine(const TDF_Label& product, const TopoDS_Shape& solid, PartLook& look,
+                           std::string& name) const {
+    TDF_Label own;
+    if (!XCAFDoc_ShapeTool::GetShape(product).IsSame(solid) && mShapes->FindSubShape(product, solid, own)) {
+        if (name.empty() && !mToTheLetter) name = NameOf(own);
+        const PartLook solidLook = mLooks.Of(own);
+        // A colour of the solid itself is nearer to it than what its product hands down.
+        if (solidLook.color) look.color = solidLook.color;
+        look.TakeMissing(solidLook);
+    }
+    look.TakeMissing(mLooks.OfAllFaces(product, solid));
+}
+
+}  // namespace brenvik::step

@@ -1,0 +1,82 @@
+// The assembly document of the modeller, flattened: each solid at its place in the world, with what its
+// products and instances hand down to it.
+#pragma once
+
+#include <TDF_Label.hxx>
+#include <TDocStd_Document.hxx>
+#include <TopLoc_Location.hxx>
+#include <XCAFDoc_ShapeTool.hxx>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "drafting_host/step/part_looks.h"
+#include "drafting_host/step/step_document.h"
+#include "drafting_host/step/step_strings.h"
+
+namespace brenvik::step {
+
+/// What an instance hands down to the parts in it.
+struct Inherited {
+    TopLoc_Location place;
+    std::string assembly;
+    std::string instance;
+    PartLook look;
+};
+
+/// A part whose body lies in another file.
+struct OutsidePart : Inherited {
+    std::string file, name;
+};
+
+class PartFlattener {
+  public:
+    /// `toTheLetter` leaves the blanks at the ends of names. `externalFiles` are those of products.
+    PartFlattener(const Handle(TDocStd_Document) & document, const StandIns& texts, bool toTheLetter,
+                  std::map<std::string, std::string> externalFiles, StepDocument& result);
+
+    void Run();
+
+    /// The names of the parts by the shape that they share with their copies.
+    const std::map<const Standard_Transient*, std::string>& NamesByShape() const { return mNamesByShape; }
+
+    /// Parts that have no shape here since another file holds it.
+    const std::vector<OutsidePart>& Outside() const { return mOutside; }
+
+    /// Tells the products without a solid, and what stands beside the solids of others, with what they hold.
+    /// Of the products that hold nothing, `known` have been told otherwise. Curves and points beside a solid
+    /// are a remark.
+    void NoteWithoutSolid(std::size_t known);
+
+    /// Tells, as remarks, parts whose faces have looks of their own, and those that are hidden in the file.
+    void NoteLooks();
+
+  private:
+    /// How many parts something is the matter with, and the first one's name.
+    struct Met {
+        std::size_t count = 0;
+        std::string first;
+        void Take(const std::string& name);
+    };
+
+    std::string NameOf(const TDF_Label& label) const;
+    std::string NameOf(const TDF_Label& product, const std::string& instance) const;
+    void Walk(const TDF_Label& label, Inherited inherited, int depth);
+    void AddPart(const TDF_Label& product, const Inherited& inherited);
+    void Refine(const TDF_Label& product, const TopoDS_Shape& solid, PartLook& look, std::string& name) const;
+    void NoteMet(const Met& met, const std::string& what);
+
+    Handle(XCAFDoc_ShapeTool) mShapes;
+    PartLooks mLooks;
+    const StandIns& mTexts;
+    bool mToTheLetter;
+    std::map<std::string, std::string> mExternalFiles;  ///< By product.
+    std::vector<OutsidePart> mOutside;
+    StepDocument& mResult;
+    std::map<std::string, int> mWithoutSolid, mSheetsBeside, mCurvesBeside;
+    Met mFaceColors, mFaceLayers, mHidden;
+    std::size_t mEmpty = 0;
+    std::map<const Standard_Transient*, std::string> mNamesByShape;
+};
+
+}  // namespace brenvik::step

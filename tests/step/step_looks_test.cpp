@@ -1,0 +1,121 @@
+// What a STEP file holds beside the solids of its parts, and looks that a part has no place for: each is
+// told.
+#include "step/step_input.h"
+
+namespace brenvik::step {
+namespace {
+
+class StepLooks : public StepInput {
+  protected:
+    /// A board whose file holds these statements too; %S stands for its solid, %F for a face of it, %C for
+    /// the context of its shape. With `item` the statement of that number is among the items of the shape.
+    StepDocument Read(std::string statements, const std::string& item = "") const {
+        std::string content = Good();
+        const std::string solid = NumberBefore(content, content.find("MANIFOLD_SOLID_BREP("));
+        const std::string face = NumberBefore(content, content.find("ADVANCED_FACE("));
+        const std::string shape = "ADVANCED_BREP_SHAPE_REPRESENTATION('',(";
+        const std::size_t items = content.find(shape) + shape.size();
+        const std::size_t close = content.find("),#", items) + 2;
+        const std::string context = content.substr(close, content.find(')', close) - close);
+        if (!item.empty()) content.insert(items, item + ",");
+        for (const auto& [mark, number] : {std::pair{"%S", solid}, {"%F", face}, {"%C", context}})
+            for (std::size_t at = statements.find(mark); at != std::string::npos; at = statements.find(mark))
+                statements.replace(at, 2, number);
+        content.insert(content.rfind("ENDSEC;"), statements);
+        Put(content);
+        return ReadStep(mPath);
+    }
+
+    static std::string NumberBefore(const std::string& content, std::size_t place) {
+        const std::size_t start = content.rfind('#', place);
+        return content.substr(start, content.find(' ', start) - start);
+    }
+
+    /// A style of this colour on an item, in eight statements from `first` on.
+    static std::string Style(int first, const std::string& item, const std::string& color) {
+        const auto number = [&](int offset) { return "#" + std::to_string(first + offset); };
+        return number(0) + "=STYLED_ITEM('',(" + number(1) + ")," + item + ");\n" + number(1) +
+               "=PRESENTATION_STYLE_ASSIGNMENT((" + number(2) + "));\n" + number(2) +
+               "=SURFACE_STYLE_USAGE(.BOTH.," + number(3) + ");\n" + number(3) + "=SURFACE_SIDE_STYLE('',(" +
+               number(4) + "));\n" + number(4) + "=SURFACE_STYLE_FILL_AREA(" + number(5) + ");\n" +
+               number(5) + "=FILL_AREA_STYLE('',(" + number(6) + "));\n" + number(6) +
+               "=FILL_AREA_STYLE_COLOUR(''," + number(7) + ");\n" + number(7) + "=COLOUR_RGB(''," + color +
+               ");\n" + number(8) + "=MECHANICAL_DESIGN_GEOMETRIC_PRESENTATION_REPRESENTATION('',(" +
+               number(0) + "),%C);\n";
+    }
+    static constexpr const char* sheet =
+        "#900001=SHELL_BASED_SURFACE_MODEL('',(#900002));\n#900002=OPEN_SHELL('',(%F));\n";
+    static constexpr const char* curve =
+        "#900001=GEOMETRIC_CURVE_SET('',(#900002));\n#900002=POLYLINE('',(#900003,#900004));\n"
+        "#900003=CARTESIAN_POINT('',(0.,0.,0.));\n#900004=CARTESIAN_POINT('',(9.,0.,0.));\n";
+};
+
+TEST_F(StepLooks, ASheetBesideASolidIsALoss) {
+    EXPECT_EQ(
+        NotesOf(Read(sheet, "#900001")),
+        "0: what stands beside the solid of part \"Board\" (a surface model, 1 open shell of 1 face) is "
+        "passed over\n");
+}
+
+TEST_F(StepLooks, ACurveBesideASolidIsARemark) {
+    EXPECT_EQ(NotesOf(Read(curve, "#900001")),
+              "0, nothing lost: what stands beside the solid of part \"Board\" (1 curve) is passed over\n");
+}
+
+TEST_F(StepLooks, ASheetThatNoPartLeadsToIsToldWithItsLine) {
+    const std::string notes = NotesOf(Read(sheet));
+    const std::string content = Content();
+    EXPECT_EQ(notes, LineAt(content, content.find("#900001=")) +
+                         ": the surface model #900001 is left out: no part leads to it\n");
+}
+
+TEST_F(StepLooks, ColoursOfSingleFacesAreARemark) {
+    const StepDocument document = Read(Style(900001, "%S", "1.,0.,0.") + Style(900011, "%F", "0.,1.,0."));
+    EXPECT_EQ(document.solids.at(0).color, (Rgb{255, 0, 0}));
+    EXPECT_EQ(
+        NotesOf(document),
+        "0, nothing lost: colours of single faces are passed over, a part has one colour: 1 part(s), the "
+        "first one \"Board\"\n");
+}
+
+TEST_F(StepLooks, AColourOfAllFacesIsThePartsOwn) {
+    EXPECT_EQ(NotesOf(Read(Style(900001, "%S", "1.,0.,0."))), "");
+}
+
+TEST_F(StepLooks, TwoStylesOfDifferentColoursOnOneSolidAreARemark) {
+    const StepDocument document = Read(Style(900001, "%S", "1.,0.,0.") + Style(900011, "%S", "0.,0.,1."));
+    EXPECT_TRUE(document.solids.at(0).color);
+    const std::string content = Content();
+    ExpectMentions(NotesOf(document),
+                   LineAt(content, content.find("#900011=STYLED_ITEM")) +
+                       ", nothing lost: 1 item(s) have two styles of different colours, the first one #");
+    EXPECT_EQ(NotesOf(Read(Style(900001, "%S", "1.,0.,0.") + Style(900011, "%S", "1.,0.,0."))), "");
+}
+
+TEST_F(StepLooks, TwoLayersOfOneSolidAreARemark) {
+    const StepDocument document = Read(
+        "#900001=PRESENTATION_LAYER_ASSIGNMENT('A','',(%S));\n"
+        "#900002=PRESENTATION_LAYER_ASSIGNMENT('B','',(%S));\n");
+    EXPECT_EQ(document.solids.at(0).layer, "A");
+    ExpectMentions(NotesOf(document), ", nothing lost: 1 item(s) stand on two layers, the first one #");
+}
+
+TEST_F(StepLooks, AHiddenStyleHidesItsPartAndIsTold) {
+    const StepDocument document =
+        Read(Style(900001, "%S", "1.,0.,0.") + "#900010=INVISIBILITY((#900001));\n");
+    // The writer's own files are known to hold nothing else; only other programs' are told.
+    EXPECT_FALSE(document.solids.at(0).visible);
+    EXPECT_EQ(document.solids.at(0).color, (Rgb{255, 0, 0}));
+}
+
+TEST_F(StepLooks, AHiddenLayerHidesWhatStandsOnIt) {
+    const StepDocument document = Read(
+        "#900001=PRESENTATION_LAYER_ASSIGNMENT('A','',(%S));\n"
+        "#900002=INVISIBILITY((#900001));\n");
+    EXPECT_EQ(document.solids.at(0).layer, "A");
+    EXPECT_FALSE(document.solids.at(0).layerVisible);
+    EXPECT_TRUE(document.solids.at(0).visible);
+}
+
+}  // namespace
+}  // namespace brenvik::step
