@@ -3,6 +3,7 @@
 #include <cmath>
 #include <optional>
 #include <regex>
+#include <sstream>
 
 #include "boards.h"
 #include "program.h"
@@ -96,6 +97,31 @@ TEST_F(Units, ADrawingOfAnotherUnitIsBroughtToTheShops) {
     WriteBoard("mm.dxf", 4);
     ExpectLength("mm.dxf", 600 / 25.4, toInches);
     ExpectLength("inch.dxf", 600, "");
+}
+
+TEST_F(Units, LengthsInExtendedDataFollowTheirDrawing) {
+    MakeHome("metric");
+    WriteBoard("inch.dxf", 1);
+    std::string text = Read("inch.dxf");
+    std::erase(text, '\r');
+    const std::size_t solid = text.find("  0\n3DSOLID\n"), end = text.find("\n  0\n", solid + 5) + 1;
+    text.insert(end,
+                "1001\nPARTNAME2\n1040\n2.0\n1041\n2.0\n1042\n3.0\n1011\n1.0\n1021\n2.0\n1031\n0.0\n"
+                "1013\n0.0\n1023\n0.0\n1033\n1.0\n");
+    Write("inch.dxf", text);
+    EXPECT_EQ(Run({"convert", "inch.dxf", "mm.dxf"}).status, 0);
+    std::string saved = Read("mm.dxf");
+    std::erase(saved, '\r');
+    const std::size_t at = saved.find("PARTNAME2\n", saved.find("3DSOLID"));
+    ASSERT_NE(at, std::string::npos);
+    std::vector<double> values;
+    std::istringstream lines(saved.substr(at, 200));
+    std::string line;
+    for (std::getline(lines, line); std::getline(lines, line) && line != "1033";)
+        if (std::getline(lines, line)) values.push_back(std::stod(line));
+    ASSERT_GE(values.size(), 8U);
+    EXPECT_EQ(std::vector<double>(values.begin(), values.begin() + 6),
+              (std::vector<double>{2, 50.8, 3 * 25.4, 25.4, 50.8, 0}));
 }
 
 TEST_F(Units, SurveyorsUnitsAreTheirOwn) {

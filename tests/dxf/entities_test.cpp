@@ -58,10 +58,11 @@ TEST(DxfEntities, EllipseKeepsItsParameters) {
 }
 
 TEST(DxfEntities, SplineListsAreTakenWhateverTheCountsSay) {
-    const auto spline = One<SplineData>(
+    const DrawingData data = Read(Entities(
         "0 SPLINE|70 8|71 2|72 999999999|73 0|74 0|40 0|40 0|40 0|40 1|40 1|40 1|10 0|20 0|30 0|10 1|20 2|30 "
         "0|10 "
-        "2|20 0|30 0");
+        "2|20 0|30 0"));
+    const auto& spline = std::get<SplineData>(ModelSpace(data).at(0).geometry);
     EXPECT_EQ(spline.degree, 2);
     EXPECT_EQ(spline.flags, 8);
     EXPECT_EQ(spline.knots, (std::vector<double>{0, 0, 0, 1, 1, 1}));
@@ -215,6 +216,50 @@ TEST(DxfEntities, CommonPropertiesAreTaken) {
     EXPECT_FALSE(entity.visible);
     EXPECT_EQ(entity.color, 3);
     EXPECT_EQ(entity.lineweight, 25);
+}
+
+TEST(DxfEntities, ColoursThatDontExistAreThoseOfTheLayerAndToldOnce) {
+    const DrawingData data = Read(
+        Entities("0 POINT|5 2F|62 257|10 0|20 0|0 POINT|5 30|62 -5|10 0|20 0|0 POINT|5 31|62 256|10 0|20 0"));
+    ASSERT_EQ(ModelSpace(data).size(), 3U);
+    for (const EntityData& entity : ModelSpace(data)) EXPECT_EQ(entity.color, 256);
+    EXPECT_EQ(
+        NotesOf(data),
+        "10: 2 entity(s) with a colour that doesn't exist get that of their layer, the first one: POINT "
+        "(handle 2F) holds 257 in group 62 where 0 to 256 was expected\n");
+    EXPECT_FALSE(data.notes.at(0).dataLost);
+}
+
+TEST(DxfEntities, ColoursThatALayerCantHaveAreTold) {
+    for (const std::string color : {"0", "256", "300", "-256"}) {
+        const DrawingData data = Read(
+            test::Section("TABLES", "0 TABLE|2 LAYER|70 1|0 LAYER|2 Doors|70 0|62 " + color + "|0 ENDTAB") +
+            Entities("0 POINT|8 Doors|10 0|20 0"));
+        EXPECT_NE(NotesOf(data).find("layer \"Doors\": group 62 holds " + color +
+                                     " where a colour from 1 to 255 was expected; 7 is taken"),
+                  std::string::npos)
+            << NotesOf(data);
+        EXPECT_FALSE(data.notes.at(0).dataLost);
+    }
+}
+
+TEST(DxfEntities, CountsThatContradictTheirListsAreTold) {
+    const auto notes = [](const std::string& groups) { return NotesOf(Read(Entities(groups))); };
+    EXPECT_EQ(notes("0 LWPOLYLINE|5 2F|90 3|70 0|10 0|20 0|10 5|20 0"),
+              "10: LWPOLYLINE (handle 2F): group 90 states 3 vertices, found 2, which are taken\n");
+    EXPECT_EQ(notes("0 LWPOLYLINE|5 2F|70 0|10 0|20 0|10 5|20 0"), "");
+    const std::string rest = "|40 0|40 0|40 1|40 1|10 0|20 0|30 0|10 1|20 2|30 0";
+    EXPECT_EQ(notes("0 SPLINE|5 2F|70 8|71 1|72 4|73 2|74 0" + rest), "");
+    EXPECT_EQ(notes("0 SPLINE|5 2F|70 8|71 1|72 9|73 -1|74 1" + rest),
+              "14: SPLINE (handle 2F): group 72 states 9 knots, found 4, which are taken\n"
+              "16: SPLINE (handle 2F): group 73 states -1 control points, found 2, which are taken\n"
+              "18: SPLINE (handle 2F): group 74 states 1 fit points, found 0, which are taken\n");
+    const std::string vertices = "|0 VERTEX|10 0|20 0|70 64|0 VERTEX|10 1|20 0|70 64|0 SEQEND";
+    EXPECT_EQ(notes("0 POLYLINE|66 1|70 16|71 1|72 2" + vertices), "");
+    EXPECT_NE(
+        notes("0 POLYLINE|66 1|70 16|71 2|72 2" + vertices)
+            .find("POLYLINE: groups 71 and 72 state a mesh of 2 by 2 vertices, found 2, which are taken"),
+        std::string::npos);
 }
 
 TEST(DxfEntities, NamesThatNoTableHoldsAreAdded) {

@@ -161,4 +161,17 @@ std::vector<XDataOfApp> WithScaledExtents(std::vector<XDataOfApp> data, double f
     return data;
 }
 
+std::vector<XDataOfApp> WithScaledLengths(std::vector<XDataOfApp> data, double factor) {
+    constexpr int place = 1011, displacement = 1012, distance = 1041, scale = 1042;
+    for (XDataOfApp& app : data)
+        for (XDataItem& item : app.items) {
+            auto* const number = std::get_if<double>(&item.value);
+            if (number != nullptr && (item.code == distance || item.code == scale)) *number *= factor;
+            auto* const point = std::get_if<Point3>(&item.value);
+            if (point != nullptr && (item.code == place || item.code == displacement))
+                *point = {point->x * factor, point->y * factor, point->z * factor};
+        }
+    return data;
+}
+
 }  // namespace brenvik

@@ -62,4 +62,8 @@ std::vector<std::string> SaveDrawingInUnit(const HostDocument& document, const s
 /// Part data whose saved extents have grown by a factor, so that the letters still name the sizes.
 std::vector<XDataOfApp> WithScaledExtents(std::vector<XDataOfApp> data, double factor);
 
+/// Extended data with what grows with their entity by the format: places in the world (1011), displacements
+/// (1012), distances (1041) and scale factors (1042). Plain numbers and points, and directions, stay.
+std::vector<XDataOfApp> WithScaledLengths(std::vector<XDataOfApp> data, double factor);
+
 }  // namespace brenvik

@@ -256,6 +256,8 @@ void ScaleEntities(HostDocument& document, double factor) {
     const Similarity scale = Similarity::Scale({}, factor);
     for (HostEntity* entity : document.Model().Entities()) {
         entity->Transform(scale);
+        if (!entity->ExtendedData().empty())
+            entity->SetExtendedData(WithScaledLengths(entity->ExtendedData(), factor));
         if (dynamic_cast<HostSolid*>(entity) != nullptr)
             entity->SetExtendedData(WithScaledExtents(entity->ExtendedData(), factor));
     }

@@ -14,6 +14,7 @@
 #include "drafting_host/dwg/bodies.h"
 #include "drafting_host/dwg/entities.h"
 #include "drafting_host/dwg/names.h"
+#include "drafting_host/dwg/table_data.h"
 #include "drafting_host/dxf/annotation_kinds.h"
 #include "drafting_host/dxf/kept_text.h"
 #include "drafting_host/dxf/reading.h"
@@ -82,7 +83,10 @@ class DwgWalk {
                                          ": its checksum is wrong, it may be damaged");
                 kind = mKinds.NameOf(object.type);
                 if (kind == "ATTRIB") PassOver(kind, object.type);
-                if (!ReadRecord(kind, object)) CountUnread(kind, object);
+                if (!ReadRecord(kind, object))
+                    CountUnread(kind, object);
+                else if (kind != "LAYER" && !object.xdata.empty())
+                    ++mUnreadData[std::string(kind)];
             } catch (const Damage& damage) {
                 TellDamage(kind, entry, damage);
                 mDamaged.insert(entry.handle);
@@ -98,6 +102,7 @@ class DwgWalk {
             LayerData layer = ReadLayer(object, linetype);
             mNames.layers[object.handle] = layer.name;
             mLinetypeOfLayer.emplace_back(data.layers.size(), linetype);
+            if (!object.xdata.empty()) mDataOfLayers.emplace_back(data.layers.size(), object.xdata);
             AddEntry(data.layers, mReading.layerPlaces, std::move(layer));
         } else if (kind == "LTYPE") {
             LinetypeData linetype = ReadLinetype(object);
@@ -165,11 +170,16 @@ class DwgWalk {
         std::map<std::string, std::size_t> counts;
         for (const auto& [handle, kind] : mUnread)
             if (!mSeen.contains(handle)) ++counts[kind];
+        TellCounts("objects of the binary drawing that aren't taken along: ", counts);
+        TellCounts("extended data of the binary drawing's records that aren't taken along: ", mUnreadData);
+    }
+
+    void TellCounts(const std::string& what, const std::map<std::string, std::size_t>& counts) {
         if (counts.empty()) return;
         std::string all;
         for (const auto& [kind, count] : counts)
             all += (all.empty() ? "" : ", ") + std::to_string(count) + " " + kind;
-        mReading.Note(0, "objects of the binary drawing that aren't taken along: " + all, false);
+        mReading.Note(0, what + all, false);
     }
 
     template <typename Entry, typename Places>
@@ -190,6 +200,15 @@ class DwgWalk {
         for (const auto& [place, linetype] : mLinetypeOfLayer)
             if (place < data.layers.size())
                 data.layers[place].linetype = NameOr(mNames.linetypes, linetype, "Continuous");
+        for (const auto& [place, raw] : mDataOfLayers)
+            if (place < data.layers.size()) TakeLayerData(data.layers[place], raw);
+    }
+
+    /// Transparency and description of a layer are extended data.
+    void TakeLayerData(LayerData& layer, const std::vector<RawXData>& raw) {
+        KeptGroups kept = layer.kept ? *layer.kept : KeptGroups();
+        kept.further += GroupsOfXData(XDataOf("layer", layer.handle, raw));
+        layer.kept = {std::make_shared<const KeptGroups>(std::move(kept))};
     }
 
     /// Spaces by the header's handles, or by their names where the header is damaged.
@@ -321,7 +340,7 @@ class DwgWalk {
         if (common.linetypeScale > 0) entity.linetypeScale = common.linetypeScale;
         entity.visible = !common.invisible;
         entity.lineweight = common.lineweight;
-        entity.xdata = XDataOf(object);
+        entity.xdata = XDataOf("entity", object.handle, object.xdata);
         return entity;
     }
 
@@ -347,13 +366,14 @@ class DwgWalk {
         }
     }
 
-    std::vector<XDataOfApp> XDataOf(const Object& object) {
+    std::vector<XDataOfApp> XDataOf(std::string_view what, HandleValue handle,
+                                    const std::vector<RawXData>& data) {
         std::vector<XDataOfApp> all;
-        for (const RawXData& raw : object.xdata) {
+        for (const RawXData& raw : data) {
             const auto name = mNames.applications.find(raw.application);
             if (name == mNames.applications.end() || name->second.empty()) {
                 mReading.Note(
-                    0, "entity " + Shown(object.handle) +
+                    0, std::string(what) + " " + Shown(handle) +
                            ": extended data of an application that the drawing doesn't name are left out");
                 continue;
             }
@@ -362,7 +382,7 @@ class DwgWalk {
             for (XDataItem& item : app.items) {
                 if (item.code != codeLayer) continue;
                 HandleValue layer = 0;
-                if (const auto handle = HandleFromText(std::get<std::string>(item.value))) layer = *handle;
+                if (const auto named = HandleFromText(std::get<std::string>(item.value))) layer = *named;
                 item.value = NameOr(mNames.layers, layer, "0");
             }
             all.push_back(std::move(app));
@@ -442,6 +462,8 @@ class DwgWalk {
     std::unordered_set<HandleValue> mDamaged;  ///< Told already.
     bool mChainIsBroken = false;
     std::vector<std::pair<std::size_t, HandleValue>> mLinetypeOfLayer;
+    std::vector<std::pair<std::size_t, std::vector<RawXData>>> mDataOfLayers;
+    std::map<std::string, std::size_t> mUnreadData;  ///< Records whose extended data nothing keeps, by kind.
     std::set<std::size_t> mTakenBlocks;
     std::set<HandleValue> mSeen;
     std::map<std::string, std::size_t> mPassed;

@@ -7,6 +7,7 @@
 #include "base/handle_text.h"
 #include "base/text.h"
 #include "drafting_host/dxf/annotation_kinds.h"
+#include "drafting_host/dxf/stated_counts.h"
 
 namespace brenvik {
 namespace {
@@ -126,6 +127,20 @@ HandleValue EntityReader::OwnHandle(HandleValue handle, std::size_t line, bool i
     return 0;
 }
 
+void EntityReader::NoteFalseCounts(const Record& record, Groups groups, const EntityGeometry& geometry) {
+    for (const FalseCount& count : FalseCountsOf(groups, geometry))
+        mReading.Note(count.line, ShownEntity(record) + ": " + count.text);
+}
+
+void EntityReader::TakeFalseColor(const Record& record, Groups groups) {
+    const Group* const group = FindGroup(groups, 62);
+    if (group == nullptr) return;
+    const int color = IntegerOf(*group);
+    if ((color >= 0 && color <= ByLayer) || mFalseColors.count++ > 0) return;
+    mFalseColors.firstLine = group->line;
+    mFirstFalseColor = ShownEntity(record) + " holds " + std::to_string(color);
+}
+
 void EntityReader::Refuse(const Record& record, const EntityRefused& refused) {
     mReading.Note(refused.line, ShownEntity(record) + " left out: " + refused.reason);
 }
@@ -137,6 +152,8 @@ void EntityReader::EndOpenPolyline(std::size_t line) {
         if (data.vertices.empty()) {
             mReading.Note(std::min(line, mPolyline->line), "POLYLINE left out: a vertex was expected");
         } else {
+            if (const auto count = FalseCountOfMesh(data, mPolyline->line))
+                mReading.Note(count->line, "POLYLINE: " + count->text);
             if (mPolyline->kept)
                 std::ranges::sort(mPolyline->kept->vertices, {}, &KeptGroups::Vertex::handle);
             mReading.data.blocks[mPolyline->block].entities.push_back(std::move(mPolyline->entity));
@@ -244,6 +261,8 @@ void EntityReader::TakeEntity(Record& record, std::optional<std::size_t> block) 
     try {
         auto geometry = ReadGeometry(mReading, record, groups.own);
         EntityData entity = CommonOf(mReading, groups.own);
+        NoteFalseCounts(record, groups.own, *geometry);
+        TakeFalseColor(record, groups.own);
         const std::size_t place = block ? *block : SpaceOf(groups.own);
         if (Point3* const normal = NormalOf(*geometry); normal != nullptr && IsZero(*normal)) {
             mReading.Note(record.line, "a normal without length (group 210): taken as 0,0,1", false);
@@ -303,6 +322,13 @@ void EntityReader::NotePassedOver() {
                       !IsAnnotationKind(kind), mReading.KeepsRecords());
     }
     mPassed.clear();
+    if (mFalseColors.count == 0) return;
+    mReading.Note(mFalseColors.firstLine,
+                  std::to_string(mFalseColors.count) +
+                      " entity(s) with a colour that doesn't exist get that of their layer, the first one: " +
+                      mFirstFalseColor + " in group 62 where 0 to 256 was expected",
+                  false);
+    mFalseColors = {};
 }
 
 }  // namespace brenvik

@@ -24,7 +24,7 @@ class EntityReader {
     void EndOpenPolyline(std::size_t line);
     /// Leaves out a polyline in which the file broke off; the text names it, or is empty.
     std::string DropOpenPolyline();
-    /// Tells the kinds that were passed over.
+    /// Tells the kinds that were passed over, and the colours that don't exist.
     void NotePassedOver();
 
   private:
@@ -50,6 +50,9 @@ class EntityReader {
     void Refuse(const Record& record, const EntityRefused& refused);
     /// Tells a handle that is no number in hexadecimal digits, or beyond reason.
     void NoteDamagedHandle(Groups groups, HandleValue read, std::size_t line);
+    /// Tells counts that contradict what stands behind them: a vertex may be missing.
+    void NoteFalseCounts(const Record& record, Groups groups, const EntityGeometry& geometry);
+    void TakeFalseColor(const Record& record, Groups groups);
     HandleValue OwnHandle(HandleValue handle, std::size_t line, bool isOfEntity);
     std::size_t SpaceOf(Groups groups);
 
@@ -59,6 +62,8 @@ class EntityReader {
     std::shared_ptr<KeptGroups>
         mInsert;  ///< What the reference before this record keeps, as long as it goes on.
     std::map<std::string, Passed> mPassed;
+    Passed mFalseColors;
+    std::string mFirstFalseColor;
     std::unordered_set<HandleValue> mHandles;
 };
 

@@ -36,7 +36,14 @@ void TakeLayerGroup(Reading& reading, LayerData& layer, const Group& group) {
             const int color = std::clamp(IntegerOf(group), -LastColor - 1, LastColor + 1);
             layer.on = color >= 0;
             const int index = std::abs(color);
-            layer.color = index >= 1 && index <= LastColor ? index : DefaultLayerColor;
+            const bool isColor = index >= 1 && index <= LastColor;
+            layer.color = isColor ? index : DefaultLayerColor;
+            if (!isColor)
+                reading.Note(group.line,
+                             "layer " + ShownName(layer.name) + ": group 62 holds " +
+                                 std::to_string(IntegerOf(group)) +
+                                 " where a colour from 1 to 255 was expected; 7 is taken",
+                             false);
             break;
         }
         case 70: {

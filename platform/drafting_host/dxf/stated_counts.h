@@ -1,0 +1,25 @@
+// Counts that a file states of an entity's lists. The lists themselves are believed; a count that contradicts
+// them says that something may be missing.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "drafting_host/dxf/reading.h"
+
+namespace brenvik {
+
+struct FalseCount {
+    std::size_t line = 0;
+    std::string text;  ///< What is stated, what stands there, and which of them counts.
+};
+
+/// The counts among the groups of a light polyline or a spline that contradict it. One that isn't stated
+/// contradicts nothing.
+std::vector<FalseCount> FalseCountsOf(Groups groups, const EntityGeometry& geometry);
+
+/// The same of the vertices of a polygon mesh, whose numbers are its rows and columns.
+std::optional<FalseCount> FalseCountOfMesh(const PolylineData& polyline, std::size_t line);
+
+}  // namespace brenvik
