@@ -45,11 +45,10 @@ std::vector<std::string> DrawingsIn(const std::string& folder) {
     if (error)
         throw CommandError(ExitStatus::Unreadable, folder + ": the folder can't be read: " + error.message());
     if (drawings.empty())
-        throw CommandError(
-            ExitStatus::Unreadable,
-            folder +
-                ": expected drawings in the folder, whose names end in .dxf, .dwg, .step, .stp, "
-                ".sat or .sab, found none");
+        throw CommandError(ExitStatus::Unreadable,
+                           folder +
+                               ": expected a drawing, found a folder without one: a name that ends in .dxf, "
+                               ".dwg, .step, .stp, .sat or .sab");
     std::ranges::sort(drawings, LessIgnoreCase());
     return drawings;
 }

@@ -18,7 +18,7 @@ class HostLine : public PlayedJournal {
 };
 
 TEST_F(HostLine, IsToldOnStandardError) {
-    const Outcome outcome = Play("host \"erase (handent \\\"152\\\")  \"\nhost \"glue \"\n");
+    const Outcome outcome = Play("host \"erase (handent \\\"152\\\")  \"\nhost \"glue \"\nsave kept.dxf\n");
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.output, "");
     EXPECT_EQ(outcome.errors, std::string(erased) + "Command: glue\nUnknown command \"GLUE\".\n" +
@@ -60,14 +60,15 @@ TEST_F(HostLine, AnObjectNamedOnALockedLayerIsRefused) {
 }
 
 TEST_F(HostLine, IsLeftOutWhenQuiet) {
-    const Outcome outcome = Play("host \"erase (handent \\\"152\\\")  \"\n", {"--quiet"});
+    const Outcome outcome = Play("host \"erase (handent \\\"152\\\")  \"\nsave kept.dxf\n", {"--quiet"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.errors, "");
 }
 
 TEST_F(HostLine, GoesToTheTranscriptWithTheMessageBoxes) {
-    const Outcome outcome = Play("host \"erase (handent \\\"152\\\")  brenvik \"\npress mnuAbout\nclose\n",
-                                 {"--transcript", "told.txt"});
+    const Outcome outcome =
+        Play("host \"erase (handent \\\"152\\\")  brenvik \"\npress mnuAbout\nclose\nsave kept.dxf\n",
+             {"--transcript", "told.txt"});
     EXPECT_EQ(outcome.status, 0);
     const std::string box = "[About Brenvik] Brenvik 4.9 by Orvane, Inc.\\r\\nVersion " BRENVIK_VERSION "\n";
     EXPECT_EQ(outcome.errors, box);
