@@ -1,19 +1,20 @@
 // brenvik picture: draws a part file of a CNC run.
 #include <iostream>
 #include <memory>
-#include <set>
 
 #include "base/failure.h"
 #include "base/letter_case.h"
 #include "base/skip.h"
 #include "cnc/picture/part_picture.h"
 #include "cnc/picture/picture_svg.h"
+#include "cnc/proof/target_of_names.h"
 #include "command_line.h"
+#include "drafting_host/document/drawing_units.h"
 #include "drafting_host/document/host_application.h"
+#include "drafting_host/document/host_document.h"
 #include "file_roots/places.h"
 #include "run_dialogs.h"
 #include "settings/home_units.h"
-#include "settings/materials.h"
 #include "settings/setting_names.h"
 #include "settings/settings_store.h"
 #include "teller.h"
@@ -36,20 +37,16 @@ void RequirePictureName(const std::string& name) {
 
 /// Of every material: the file doesn't say which one the part is of.
 std::vector<std::string> AllTools(Teller& teller) {
-    std::set<std::string> tools;
-    const std::optional<Failure> failure = Attempt([&tools] {
-        for (const MaterialTexts& texts : ReadMaterials().materials) {
-            MaterialRecord material;
-            Skip([&] { material = MaterialFromTexts(texts); });
-            for (const MaterialTool& tool : material.tools)
-                if (!tool.number.empty()) tools.insert(tool.number);
-        }
-    });
+    std::vector<std::string> tools;
+    const std::optional<Failure> failure = Attempt([&tools] { tools = AllToolNumbers(); });
     if (failure) teller.Remark("the tools of the material library are unknown: " + failure->detail());
-    return {tools.begin(), tools.end()};
+    return tools;
 }
 
-bool IsMetricRun() {
+/// By the file, which another home may have made; one that says no unit is in that of this home's runs.
+bool IsMetric(const HostDocument& file) {
+    const std::optional<LengthUnit> unit = UnitOfInsertUnits(file.Tables().insertUnits);
+    if (unit) return *unit == LengthUnit::Millimetre;
     return UnitsOfRuns(GetSettingText(setting::ExportScaleSetting)) == MeasureUnits::Metric;
 }
 
@@ -80,7 +77,8 @@ ExitStatus DrawPicture(const std::string& home, const PictureOptions& options) {
     workplace.kept.RequireFree(PathFromText(options.out), OutputKind::List, options.out);
     HostDocument& document = OpenPartFile(workplace.host, options.file);
     const std::vector<std::string> tools = AllTools(teller);
-    const PartPicture picture = ReadPartPicture(document, {IsMetricRun(), IsSecondSide(options.file), tools});
+    const PartPicture picture =
+        ReadPartPicture(document, {IsMetric(document), IsSecondSide(options.file), tools});
     if (picture.shapes.size() == picture.CountOf(PictureKind::Unread))
         throw CommandError(
             ExitStatus::Unreadable,

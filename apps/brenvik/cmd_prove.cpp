@@ -92,7 +92,12 @@ ExitStatus Prove(const std::string& home, const ProveOptions& options) {
     if (dialogs.SomethingWentWrong() || !proved.report.complete) teller.MarkIncomplete();
     TellPartTroubles(teller);
     std::cout << proved.parts << " of " << opened.selected << " parts come out of " << options.folder
-              << " as they are drawn\n";
+              << " as they are drawn"
+              << (proved.strays == 0 ? ""
+                                     : ", but its lists and files are not as the run has left them: " +
+                                           std::to_string(proved.strays) +
+                                           (proved.strays == 1 ? " difference" : " differences"))
+              << "\n";
     return teller.Status();
 }
 

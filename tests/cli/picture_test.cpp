@@ -2,6 +2,7 @@
 #include <filesystem>
 #include <regex>
 
+#include "base/text.h"
 #include "boards.h"
 #include "program.h"
 
@@ -97,6 +98,30 @@ TEST_F(Picture, AnOperationThatNobodyUnderstandsIsDrawnAndTold) {
         outcome.errors,
         "BPart_odd.dxf: an operation whose name tells nothing on layer VD_Zten_T_8 of the second side\n");
     EXPECT_EQ(ShapesOf(Read("out.svg"), "unread"), 1);
+}
+
+TEST_F(Picture, TheBoardIsAsLargeAsItsSheetHoweverFarPathsRunOff) {
+    WriteBoardsTo(folder / "job.dxf", {{"Side"}, "White Melamine", false});
+    ASSERT_EQ(Run({"cnc", "job.dxf", "--target", "C2C", "--out", "cut", "--quiet"}).status, 0);
+    const std::string file = "cut/Part_0_Side_7.dxf";
+    std::string text = ReplaceAll(Read(file), "\r\n", "\n");
+    // The outline's first corner goes out by 7, as a path's does that runs off the edge.
+    const std::size_t outline = text.find("OT_Z", text.find("\nENTITIES\n"));
+    const std::size_t corner = text.find("\n 10\n0.0\n", outline);
+    ASSERT_NE(corner, std::string::npos);
+    Write(file, text.replace(corner, 9, "\n 10\n-7.0\n"));
+    EXPECT_NE(Draw(file).find("Part_0_Side_7   600 x 400 mm, 18 mm thick</text>"), std::string::npos);
+}
+
+TEST_F(Picture, TheUnitIsThatOfTheFile) {
+    MakeFiles("C2C");
+    const std::string file = "cut/Part_0_Side_7.dxf";
+    std::string text = ReplaceAll(Read(file), "\r\n", "\n");
+    const std::size_t unit = text.find("\n 70\n", text.find("$INSUNITS"));
+    ASSERT_NE(unit, std::string::npos);
+    text.replace(unit + 5, text.find('\n', unit + 5) - unit - 5, "1");
+    Write(file, text);
+    EXPECT_NE(Draw(file).find("600 x 400 in, 18 in thick</text>"), std::string::npos);
 }
 
 TEST_F(Picture, ADrawingThatIsNoPartFileIsRefused) {

@@ -248,8 +248,11 @@ bool IsWorkList(std::string_view fileName) {
 
 std::string WorkListLine(const RunState& run) { return LineOf(FieldsOf(run), run.target); }
 
-std::size_t WorkListHeaderLines(Target target) {
-    return target == Target::BW ? static_cast<std::size_t>(std::ranges::count(HeaderOfBW("\n"), '\n')) : 0;
+std::vector<std::string> WorkListHeader(Target target) {
+    if (target != Target::BW) return {};
+    std::vector<std::string> lines = Split(HeaderOfBW("\n"), '\n');
+    lines.pop_back();
+    return lines;
 }
 
 void AddListLine(RunState& run) {

@@ -1,9 +1,9 @@
 // The work lists that go with the files of a run.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "cnc/part/target.h"
 
@@ -19,8 +19,8 @@ std::string_view WorkListName(Target target);
 bool IsWorkList(std::string_view fileName);
 /// The part's line for this pass, of `run.part.writtenFile`.
 std::string WorkListLine(const RunState& run);
-/// How many lines stand ahead of the first part's.
-std::size_t WorkListHeaderLines(Target target);
+/// The lines that stand ahead of the first part's.
+std::vector<std::string> WorkListHeader(Target target);
 /// Adds the part's line to the target's list for this pass, which is unfinished still.
 void AddListLine(RunState& run);
 /// Gives the lists of a run that has ended their names, in both folders.

@@ -18,6 +18,8 @@ namespace brenvik {
 
 namespace {
 
+/// A round side whose middle strays from its chord by less than this is straight, in any unit.
+constexpr double NoArch = 1e-9;
 constexpr int WordDecimals = 3;
 /// How much less than the part's thickness still goes right through it, in millimetres.
 constexpr double ThroughSlack = 1e-3;
@@ -75,6 +77,30 @@ void TurnBack(WrittenOperation& operation) {
     operation.bore->on.y = -operation.bore->on.y;
     operation.bore->along.y = -operation.bore->along.y;
 }
+
+/// What shapes take up.
+struct Frame {
+    PlanPoint low, high;
+    bool any = false;
+
+    void Take(const PlanPoint& point) {
+        if (!any) low = high = point;
+        any = true;
+        low = {std::min(low.x, point.x), std::min(low.y, point.y)};
+        high = {std::max(high.x, point.x), std::max(high.y, point.y)};
+    }
+    /// A round side reaches beyond its ends where it passes an outermost point of its circle.
+    void Take(const PlanSide& side) {
+        std::vector<PlanPiece> pieces;
+        AddPieces(side, NoArch, pieces);
+        Take(side.from);
+        Take(side.to);
+        for (const PlanPiece& piece : pieces) {
+            Take(PlanPoint{piece.x0, piece.Lowest(piece.x0, piece.x1)});
+            Take(PlanPoint{piece.x1, piece.Highest(piece.x0, piece.x1)});
+        }
+    }
+};
 
 class PictureReader {
   public:
@@ -193,22 +219,25 @@ class PictureReader {
     }
 
     void Measure() {
-        bool first = true;
-        const auto take = [&](double x, double y) {
-            if (first) mPicture.low = mPicture.high = {x, y};
-            first = false;
-            mPicture.low = {std::min(mPicture.low.x, x), std::min(mPicture.low.y, y)};
-            mPicture.high = {std::max(mPicture.high.x, x), std::max(mPicture.high.y, y)};
-        };
+        const Frame all = FrameOf([](const PictureShape&) { return true; });
+        mPicture.low = all.low;
+        mPicture.high = all.high;
+        Frame board = FrameOf([](const PictureShape& shape) { return shape.kind == PictureKind::Sheet; });
+        if (!board.any)
+            board = FrameOf([](const PictureShape& shape) { return shape.kind == PictureKind::Outline; });
+        // Paths run off the board's edges.
+        if (!board.any) board = all;
+        mPicture.length = board.high.x - board.low.x;
+        mPicture.width = board.high.y - board.low.y;
+    }
+
+    template <class Wanted>
+    Frame FrameOf(const Wanted& wanted) const {
+        Frame frame;
         for (const PictureShape& shape : mPicture.shapes)
-            for (const PlanSide& side : shape.sides) {
-                // A round side stays within its chord moved out by its sagitta, all around.
-                const double out = std::abs(side.bulge) * Length(side.from, side.to) / 2;
-                take(std::min(side.from.x, side.to.x) - (side.bulge != 0 ? out : 0),
-                     std::min(side.from.y, side.to.y) - out);
-                take(std::max(side.from.x, side.to.x) + (side.bulge != 0 ? out : 0),
-                     std::max(side.from.y, side.to.y) + out);
-            }
+            if (wanted(shape))
+                for (const PlanSide& side : shape.sides) frame.Take(side);
+        return frame;
     }
 
     const PictureContext& mContext;

@@ -45,6 +45,8 @@ struct PartPicture {
     /// Sorted by kind.
     std::vector<PictureShape> shapes;
     PlanPoint low, high;  ///< Of all shapes.
+    /// How long and wide the board is: its sheet, without one its outline, and without either all shapes.
+    double length = 0, width = 0;
     /// By the part's sheet; nothing in a file without one.
     std::optional<double> thickness;
     /// What in the file is no good operation, in words.

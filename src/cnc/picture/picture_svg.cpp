@@ -14,7 +14,7 @@ namespace brenvik {
 
 namespace {
 
-constexpr int Decimals = 4;
+constexpr int Decimals = 4, MetricDecimals = 2, InchDecimals = 4;
 /// Of the picture, in its own units: the part is drawn as wide as the field or as high as it.
 constexpr double Margin = 24, FieldWidth = 1000, FieldHeight = 620, TitleHeight = 44, LegendLine = 24;
 
@@ -83,9 +83,9 @@ std::string TextAt(double x, double y, std::string_view words, std::string_view 
 }
 
 std::string TitleOf(const PartPicture& picture, std::string_view title) {
-    const double width = picture.high.x - picture.low.x, height = picture.high.y - picture.low.y;
-    std::string words = std::string(title) + "   " + Number(RoundHalfEven(width, 2)) + " x " +
-                        LengthInWords(RoundHalfEven(height, 2), picture.metric);
+    const int decimals = picture.metric ? MetricDecimals : InchDecimals;
+    std::string words = std::string(title) + "   " + Number(RoundHalfEven(picture.length, decimals)) + " x " +
+                        LengthInWords(RoundHalfEven(picture.width, decimals), picture.metric);
     if (picture.thickness) words += ", " + LengthInWords(*picture.thickness, picture.metric) + " thick";
     return words;
 }

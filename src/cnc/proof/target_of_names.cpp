@@ -3,9 +3,12 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 #include <utility>
 
+#include "base/skip.h"
 #include "cnc/proof/operation_names.h"
+#include "settings/materials.h"
 
 namespace brenvik {
 
@@ -26,6 +29,17 @@ Target TargetOfNames(std::span<const std::string> layers, bool metric, std::span
         });
         return std::pair(known, hasList(target));
     });
+}
+
+std::vector<std::string> AllToolNumbers() {
+    std::set<std::string> tools;
+    for (const MaterialTexts& texts : ReadMaterials().materials) {
+        MaterialRecord material;
+        Skip([&] { material = MaterialFromTexts(texts); });
+        for (const MaterialTool& tool : material.tools)
+            if (!tool.number.empty()) tools.insert(tool.number);
+    }
+    return {tools.begin(), tools.end()};
 }
 
 }  // namespace brenvik

@@ -4,6 +4,7 @@
 #include <functional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "cnc/part/target.h"
 
@@ -14,5 +15,8 @@ namespace brenvik {
 Target TargetOfNames(
     std::span<const std::string> layers, bool metric, std::span<const std::string> tools,
     const std::function<bool(Target)>& hasList = [](Target) { return false; });
+
+/// The numbers of all tools of the material library, each once. Throws Failure where that can't be read.
+std::vector<std::string> AllToolNumbers();
 
 }  // namespace brenvik

@@ -18,12 +18,14 @@
 #include "cnc/proof/file_checks.h"
 #include "cnc/proof/run_proof.h"
 #include "cnc/proof/target_of_names.h"
+#include "cnc/proof/written_text.h"
 #include "cnc/run/part_files.h"
 #include "cnc/run/part_loop.h"
 #include "cnc/run/prove_lists.h"
 #include "cnc/run/run_set_up.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
+#include "settings/home_units.h"
 #include "settings/materials.h"
 #include "settings/settings_store.h"
 
@@ -31,7 +33,7 @@ namespace brenvik {
 
 namespace {
 
-constexpr std::string_view FirstSides = "Part_*.dxf", SecondSides = "BPart_*.dxf";
+constexpr std::string_view FirstSides = "Part_*.dxf", SecondSides = "BPart_*.dxf", PartFiles = "*.dxf";
 
 /// "Part_12_Side_7.dxf" in two: up to the number, and what follows from the part's data.
 std::pair<std::string, std::string> NumberAndRest(const std::string& name) {
@@ -67,6 +69,7 @@ class FolderProof {
         FilesPort& port = *ThePlatform().files;
         mFirst = port.ListFiles(mFiles.folder, FirstSides);
         if (port.FolderExists(mSecondFolder)) mSecond = port.ListFiles(mSecondFolder, SecondSides);
+        if (!mFiles.target && !mFirst.empty()) mFiles.target = TargetOfFolder();
     }
 
     ProvedFiles Prove() {
@@ -86,9 +89,11 @@ class FolderProof {
         mParts = parts;
         mProved.report.parts = static_cast<int>(parts.size());
         mProved.report.complete = WorkOnParts(mRun, steps, parts, mProved.report);
-        TellTheRest(mFirst);
-        TellTheRest(mSecond);
+        const std::size_t before = mProved.report.passedOver.size();
+        TellTheRest(mFiles.folder, mUsed);
+        TellTheRest(mSecondFolder, mUsedSecond);
         std::ranges::move(mLists.Differences(), std::back_inserter(mProved.report.passedOver));
+        mProved.strays = mProved.report.passedOver.size() - before;
         return std::move(mProved);
     }
 
@@ -149,7 +154,7 @@ class FolderProof {
             *held = {std::move(held->part), {}, {}, {}, unproved, held->width, held->thickness, false};
             run.part.proof = held;
             mUsed.push_back(file);
-            mUsed.push_back("B" + file);
+            mUsedSecond.push_back("B" + file);
             Compare(run, file);
             std::vector<std::string> found = std::exchange(run.part.differences, {});
             if (file != candidates.front() && found.size() >= fewest.size()) continue;
@@ -181,7 +186,9 @@ class FolderProof {
             const OpenFile first(*mRun.app, mFiles.folder + file);
             std::optional<OpenFile> other;
             if (hasSecond) other.emplace(*mRun.app, mSecondFolder + second);
-            run.target = mFiles.target ? *mFiles.target : TargetOf(run, first, other);
+            run.target = *mFiles.target;
+            NoteCutOff(run, mFiles.folder + file, file);
+            if (other) NoteCutOff(run, mSecondFolder + second, second);
             Gather(run, first.Document(), false);
             if (other) Gather(run, other->Document(), true);
             // Leads of tongues lie outside the outline, on each side in their own way.
@@ -198,13 +205,25 @@ class FolderProof {
         std::ranges::move(FaultsOfFile(run, file, secondSide), std::back_inserter(run.part.proof->faults));
     }
 
-    Target TargetOf(const RunState& run, const OpenFile& first, const std::optional<OpenFile>& second) const {
-        std::vector<std::string> layers;
-        const auto take = [&layers](AcadEntity& entity) { layers.push_back(entity.Layer()); };
-        first.Document().ModelSpace().ForEach(take);
-        if (second) second->Document().ModelSpace().ForEach(take);
-        return TargetOfNames(layers, run.Metric(), ToolNumbersOf(run), [this](Target target) {
-            return ThePlatform().files->FileExists(mFiles.folder + std::string(WorkListName(target)));
+    static void NoteCutOff(RunState& run, const std::string& path, const std::string& file) {
+        if (!EndsAsDxf(ThePlatform().files->ReadFile(path)))
+            run.part.proof->faults.push_back("the file " + file + " is cut off: it doesn't end with EOF");
+    }
+
+    /// All files of a folder are for one CAM package; one of another that has got in among them is told by
+    /// what its names don't say.
+    Target TargetOfFolder() const {
+        FilesPort& port = *ThePlatform().files;
+        std::vector<std::string> layers, tools;
+        const auto take = [&](const std::string& path) {
+            Skip([&] { std::ranges::move(LayersInText(port.ReadFile(path)), std::back_inserter(layers)); });
+        };
+        for (const std::string& file : mFirst) take(mFiles.folder + file);
+        for (const std::string& file : mSecond) take(mSecondFolder + file);
+        Skip([&] { tools = AllToolNumbers(); });
+        const bool metric = UnitsOfRuns(GetSettingText(setting::ExportScaleSetting)) == MeasureUnits::Metric;
+        return TargetOfNames(layers, metric, tools, [&](Target target) {
+            return port.FileExists(mFiles.folder + std::string(WorkListName(target)));
         });
     }
 
@@ -212,10 +231,13 @@ class FolderProof {
         return mParts[static_cast<std::size_t>(run.part.index)].label;
     }
 
-    void TellTheRest(const std::vector<std::string>& there) {
-        for (const std::string& file : there) {
+    /// Whatever a file is called: a machine is given all of a folder.
+    void TellTheRest(const std::string& folder, const std::vector<std::string>& ofParts) {
+        FilesPort& port = *ThePlatform().files;
+        if (!port.FolderExists(folder)) return;
+        for (const std::string& file : port.ListFiles(folder, PartFiles)) {
             const bool used = std::ranges::any_of(
-                mUsed, [&](const std::string& name) { return EqualsIgnoreCase(name, file); });
+                ofParts, [&](const std::string& name) { return EqualsIgnoreCase(name, file); });
             if (!used)
                 mProved.report.passedOver.push_back("The file " + file +
                                                     " is of no part that was looked at.");
@@ -228,7 +250,7 @@ class FolderProof {
     RunState mRun;
     ProvedFiles mProved;
     std::vector<PartFile> mParts;
-    std::vector<std::string> mFirst, mSecond, mUsed, mListed;
+    std::vector<std::string> mFirst, mSecond, mUsed, mUsedSecond, mListed;
 };
 
 }  // namespace

@@ -22,6 +22,8 @@ struct ProvedFiles {
     /// among what was passed over parts that have no file, and files that are no part's.
     RunReport report;
     int parts = 0;  ///< That come out as they are drawn.
+    /// How much of the rest of the folder isn't as a run leaves it: lines of lists, files of no part.
+    std::size_t strays = 0;
 };
 
 /// Holds the files against the solids of the previous selection of the active drawing, in the order in which

@@ -34,12 +34,23 @@ std::vector<std::string> WorkListProof::Differences() const {
 
 std::vector<std::string> WorkListProof::LinesOf(const std::string& path) const {
     std::vector<std::string> lines = Split(ThePlatform().files->ReadFile(path), '\n');
-    const std::size_t header = std::min(WorkListHeaderLines(*mTarget), lines.size());
-    lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(header));
     for (std::string& line : lines)
         if (line.ends_with('\r')) line.pop_back();
-    std::erase(lines, "");
     return lines;
+}
+
+void WorkListProof::CompareHead(const std::string& list, std::vector<std::string>& lines,
+                                std::vector<std::string>& told) const {
+    const std::vector<std::string> head = WorkListHeader(*mTarget);
+    const std::size_t length = std::min(head.size(), lines.size());
+    for (std::size_t i = 0; i < head.size(); ++i) {
+        const std::string found = i < lines.size() ? lines[i] : "";
+        if (found != head[i])
+            told.push_back("The work list " + list + " has \"" + found + "\" in line " +
+                           std::to_string(i + 1) + " of its head, and not \"" + head[i] + "\".");
+    }
+    lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(length));
+    std::erase(lines, "");
 }
 
 void WorkListProof::Compare(bool secondSide, std::vector<std::string>& told) const {
@@ -53,6 +64,7 @@ void WorkListProof::Compare(bool secondSide, std::vector<std::string>& told) con
         return;
     }
     std::vector<std::string> lines = LinesOf(path);
+    CompareHead(list, lines, told);
     for (const Expected& part : mExpected) {
         if (part.secondSide != secondSide) continue;
         auto line = std::ranges::find(lines, part.line);

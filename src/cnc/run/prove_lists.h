@@ -25,6 +25,9 @@ class WorkListProof {
     };
 
     std::vector<std::string> LinesOf(const std::string& path) const;
+    /// Takes the lines of the head off; tells one that another program has changed.
+    void CompareHead(const std::string& list, std::vector<std::string>& lines,
+                     std::vector<std::string>& told) const;
     void Compare(bool secondSide, std::vector<std::string>& told) const;
 
     RunForm mForm;
