@@ -9,6 +9,7 @@
 
 #include "base/numbers.h"
 #include "base/skip.h"
+#include "cnc/clearing/open_mouths.h"
 #include "cnc/clearing/rest_of_air.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/polyline_shape.h"
@@ -19,9 +20,11 @@
 #include "cnc/outline/through_circles.h"
 #include "cnc/part/second_side.h"
 #include "cnc/plan/plan_sides.h"
+#include "cnc/proof/operation_names.h"
 #include "cnc/proof/run_proof.h"
 #include "cnc/proof/written_side.h"
 #include "cnc/routes/routing.h"
+#include "cnc/routes/routing_overrun.h"
 #include "session/ports/platform.h"
 #include "session/session.h"
 #include "settings/settings_store.h"
@@ -47,6 +50,7 @@ void TurnOver(const RunState& run, Removal& removal) {
 struct Removals {
     std::vector<Removal> all;
     std::vector<AcadLWPolyline*> paths;
+    std::vector<WrittenOperation> operations;  ///< Of the paths, as the first side has them.
 };
 
 AcadLWPolyline* PathOf(const std::vector<AcadLWPolyline*>& paths, const WrittenOperation& operation,
@@ -62,19 +66,20 @@ AcadLWPolyline* PathOf(const std::vector<AcadLWPolyline*>& paths, const WrittenO
 
 Removals RemovalsOf(const RunState& run) {
     const std::vector<std::string> tools = ToolNumbersOf(run);
-    const SideContext context{run.target,       run.Metric(),     !run.FirstPass(),
-                              run.part.ExtentY, run.part.ExtentZ, tools};
+    const SideContext context{run.target,       run.Metric(), !run.FirstPass(),       run.part.ExtentY,
+                              run.part.ExtentZ, tools,        run.part.Material.tools};
     const std::vector<AcadLWPolyline*> paths = All<AcadLWPolyline>(*run.part.drawing);
     Removals removals;
     for (WrittenOperation& operation : ReadWrittenSide(*run.part.drawing, context).operations) {
         // What lies above an edge bore is wood, or a bit comes down through it anyway.
         if (operation.kind == OperationKind::Outline || operation.bore) continue;
-        Removal removal{std::move(operation.sides), operation.low, operation.high};
+        Removal removal{operation.sides, operation.low, operation.high};
         if (!run.FirstPass()) TurnOver(run, removal);
         AcadLWPolyline* const path = PathOf(paths, operation, removal);
         removal.mayGo = path != nullptr && removal.low > UnitOf(run) * 0.01;
         removals.all.push_back(std::move(removal));
         removals.paths.push_back(path);
+        removals.operations.push_back(std::move(operation));
     }
     if (run.FirstPass()) return removals;
     for (Removal first : run.firstSide.removals) {
@@ -209,6 +214,46 @@ std::size_t PlaceCuts(RunState& run, const std::vector<RestCut>& cuts, const Rem
     return placed;
 }
 
+/// Where names have neither tool nor diameter, the widest bit of the material.
+double BitOf(const RunState& run, const std::vector<std::string>& tools, const WrittenOperation& operation) {
+    const auto name =
+        ReadOperationName({run.target, run.Metric(), tools, operation.high - operation.low}, operation.layer);
+    const bool said = name && (name->diameter || !name->tool.empty());
+    return said ? operation.bit : WidestBit(run.part.Material);
+}
+
+void Redraw(RunState& run, AcadLWPolyline& path, const PlanLoop& loop) {
+    const double turn = path.Normal().z < 0 ? -1 : 1;
+    std::vector<PathVertex> corners;
+    for (const PlanSide& side : loop) corners.push_back({turn * side.from.x, side.from.y, turn * side.bulge});
+    SetVertices(path, corners);
+    BringToDirection(path, DirectionOfCut(run.part.Material));
+    path.Update();
+}
+
+/// Paths that stop inside run off into what air they open into.
+void OpenMouths(RunState& run, const PartSlabs& slabs) {
+    const Removals removals = RemovalsOf(run);
+    const std::vector<std::string> tools = ToolNumbersOf(run);
+    const Box3 part = LastSolid(*run.part.drawing).GetBoundingBox();
+    for (std::size_t i = 0; i < removals.paths.size(); ++i) {
+        const Removal& removal = removals.all[i];
+        if (!removal.mayGo || removals.paths[i] == nullptr) continue;
+        const PartSlab* const slab = slabs.SlabFrom(removal.low);
+        if (slab == nullptr) continue;
+        const double bit = BitOf(run, tools, removals.operations[i]);
+        const auto path = RunIntoAir({removal.sides,
+                                      slab->shadow,
+                                      {part.min.x, part.min.y, part.max.x, part.max.y},
+                                      bit,
+                                      OverrunOf(bit),
+                                      removals.operations[i].followed,
+                                      UnitOf(run),
+                                      slabs.Same()});
+        if (path) Redraw(run, *removals.paths[i], *path);
+    }
+}
+
 /// The second side is asked for where anything is missing from below. What has been left to it and is made on
 /// the first side now needs none.
 void SettleSecondSide(RunState& run, const Rest& rest, std::size_t placed) {
@@ -225,10 +270,12 @@ PassOutcome ClearRest(RunState& run) {
     Skip([&] {
         const std::unique_ptr<SolidSections> part = port->HoldSolid(LastSolid(*run.part.drawing).ObjectID());
         if (!part) return;
+        const PartSlabs slabs(*part, UnitOf(run));
         const Removals removals = RemovalsOf(run);
         const Rest rest =
-            RestOf({*part, removals.all, UnitOf(run), WidestBit(run.part.Material)}, run.FirstPass());
+            RestOf({*part, slabs, removals.all, UnitOf(run), WidestBit(run.part.Material)}, run.FirstPass());
         const std::size_t placed = PlaceCuts(run, rest.cuts, removals);
+        OpenMouths(run, slabs);
         if (run.FirstPass()) SettleSecondSide(run, rest, placed);
     });
     if (run.FirstPass()) run.firstSide.removals = RemovalsOf(run).all;

@@ -57,6 +57,12 @@ PartSlabs::PartSlabs(const SolidSections& part, double unit, bool fromBelow)
     mStock = WoodOf(std::move(border));
 }
 
+const PartSlab* PartSlabs::SlabFrom(double floor) const {
+    const auto slab = std::ranges::find_if(
+        mSlabs, [&](const PartSlab& each) { return std::abs(each.low - floor) < SameFloor * mUnit; });
+    return slab == mSlabs.end() ? nullptr : &*slab;
+}
+
 std::vector<double> PartSlabs::LevelsOf(const SolidSections& part) const {
     std::vector<double> levels;
     for (const double level : part.Levels())

@@ -10,6 +10,9 @@
 
 namespace brenvik {
 
+/// In millimetres: by how much heights of operations are off, since names have two decimals.
+inline constexpr double SameFloor = 0.011;
+
 /// Wood in the plan.
 struct PlanWood {
     std::vector<PlanSide> sides;
@@ -34,6 +37,8 @@ class PartSlabs {
 
     /// From the side that is looked at last to the first.
     const std::vector<PartSlab>& Slabs() const { return mSlabs; }
+    /// The one whose lower end is a floor at this height, or nothing.
+    const PartSlab* SlabFrom(double floor) const;
     /// What lies within the part's outermost border.
     const PlanWood& Stock() const { return mStock; }
     double Same() const { return mSame; }

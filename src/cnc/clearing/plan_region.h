@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "cnc/plan/plan_piece.h"
+#include "cnc/plan/plan_field.h"
 #include "session/ports/section_port.h"
 
 namespace brenvik {
@@ -19,20 +19,6 @@ using PlanLoop = std::vector<PlanSide>;
 struct PlanArea {
     PlanLoop outer;
     std::vector<PlanLoop> holes;
-};
-
-/// What sides in no order enclose, by even and odd.
-class PlanField {
-  public:
-    explicit PlanField(std::span<const PlanSide> sides);
-    bool Holds(const PlanPoint& point) const;
-
-  private:
-    std::size_t ColumnOf(double x) const;
-
-    std::vector<PlanPiece> mPieces;
-    std::vector<std::vector<std::size_t>> mColumns;
-    double mFrom = 0, mStep = 0;
 };
 
 /// The border of the region that `holds` tells of, as loops. `sides` are all places where the answer may

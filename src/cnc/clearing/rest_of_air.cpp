@@ -10,7 +10,6 @@
 #include <set>
 #include <utility>
 
-#include "cnc/clearing/part_slabs.h"
 #include "cnc/clearing/path_shapes.h"
 #include "cnc/plan/plan_curve_cuts.h"
 #include "cnc/plan/plan_difference.h"
@@ -23,8 +22,6 @@ namespace {
 constexpr double NoRest = 0.05, NoTouch = 0.01;
 /// In square millimetres, and as a share.
 constexpr double NoArea = 0.01, NoAreaShare = 1e-4, NoFloor = 0.2;
-/// By how much heights of operations are off: names have two decimals.
-constexpr double HeightSlack = 0.011;
 constexpr int MostCuts = 200;
 
 PlanLoop CirclePath(const PlanRound& round) {
@@ -63,8 +60,9 @@ struct Task {
 
 class Clearing {
   public:
-    explicit Clearing(const RestOrder& order, bool fromBelow = false)
-        : mOrder(order), mFromBelow(fromBelow), mSlabs(order.part, order.unit, fromBelow) {
+    explicit Clearing(const RestOrder& order) : Clearing(order, order.slabs, false) {}
+    Clearing(const RestOrder& order, const PartSlabs& slabs, bool fromBelow)
+        : mOrder(order), mFromBelow(fromBelow), mSlabs(slabs) {
         for (const Removal& removal : order.removed) Take(removal);
     }
 
@@ -98,7 +96,7 @@ class Clearing {
     // What is left in a slab.
 
     bool Covers(const Removal& removal, const PartSlab& slab) const {
-        const double slack = HeightSlack * mOrder.unit;
+        const double slack = SameFloor * mOrder.unit;
         return removal.low <= slab.low + slack && removal.high >= slab.high - slack;
     }
 
@@ -174,7 +172,7 @@ class Clearing {
 
     /// Whether a path that is there already lies within a new one of its depth.
     bool Replaces(const PlanLoop& path, double floor, const Removal& old) const {
-        if (!old.mayGo || std::abs(old.low - floor) > HeightSlack * mOrder.unit) return false;
+        if (!old.mayGo || std::abs(old.low - floor) > SameFloor * mOrder.unit) return false;
         const std::array shapes{PlanShape{PlanShape::Role::Stock, mSlabs.Stock().sides, -1},
                                 PlanShape{PlanShape::Role::Stock, old.sides, -1}};
         return std::ranges::none_of(
@@ -228,12 +226,6 @@ class Clearing {
                                    [&](const PlanPoint& point) { return mSlabs.Stock().Holds(point); });
     }
 
-    const PartSlab* SlabFrom(double floor) const {
-        for (const PartSlab& slab : mSlabs.Slabs())
-            if (std::abs(slab.low - floor) < HeightSlack * mOrder.unit) return &slab;
-        return nullptr;
-    }
-
     static bool RunsWithin(const PlanRound& round, double reach, const std::vector<PlanSide>& sides) {
         const auto near = [&](const PlanPoint& point) {
             return std::hypot(point.x - round.center.x, point.y - round.center.y) < reach;
@@ -253,7 +245,7 @@ class Clearing {
     /// A hole that something else has bitten is a hole all the same.
     void ReplaceByCircle(std::size_t number) {
         const std::vector<PlanSide> sides = mRemoved[number].sides;
-        const PartSlab* const slab = SlabFrom(mRemoved[number].low);
+        const PartSlab* const slab = mSlabs.SlabFrom(mRemoved[number].low);
         const double least = NoFloor * mOrder.unit * mOrder.unit;
         if (slab == nullptr || std::abs(SignedArea(sides)) < least) return;
         for (const PlanRound& round : RoundWalls({sides, {}})) {
@@ -336,7 +328,7 @@ class Clearing {
 
     const RestOrder mOrder;
     const bool mFromBelow;
-    const PartSlabs mSlabs;
+    const PartSlabs& mSlabs;
     std::vector<Removal> mRemoved;
     std::vector<PlanField> mFields;
     std::vector<RestCut> mCuts;
@@ -351,17 +343,18 @@ Rest RestOf(const RestOrder& order, bool first) {
     std::vector<Removal> made(order.removed.begin(), order.removed.end());
     for (Removal& removal : above.Removed()) made.push_back(std::move(removal));
     for (Removal& removal : made) removal.mayGo = false;
-    Clearing below({order.part, made, order.unit, order.reach}, true);
+    const PartSlabs fromBelowSlabs(order.part, order.unit, true);
+    Clearing below({order.part, order.slabs, made, order.unit, order.reach}, fromBelowSlabs, true);
     below.ClearFloors();
     const bool fromBelow = !below.Cuts().empty();
     for (Removal& removal : below.Removed()) made.push_back(std::move(removal));
-    Clearing through({order.part, made, order.unit, order.reach});
+    Clearing through({order.part, order.slabs, made, order.unit, order.reach});
     through.ClearThrough();
     if (through.Cuts().empty()) return {above.Cuts(), fromBelow};
     // With these the floors may have less to clear.
     std::vector<Removal> begun(order.removed.begin(), order.removed.end());
     for (Removal& removal : through.Removed()) begun.push_back(std::move(removal));
-    Clearing rest({order.part, begun, order.unit, order.reach});
+    Clearing rest({order.part, order.slabs, begun, order.unit, order.reach});
     rest.ClearFloors();
     std::vector<RestCut> cuts = through.Cuts();
     cuts.insert(cuts.end(), rest.Cuts().begin(), rest.Cuts().end());

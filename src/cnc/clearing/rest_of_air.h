@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "cnc/clearing/plan_region.h"
+#include "cnc/clearing/part_slabs.h"
 #include "cnc/plan/removal.h"
 
 namespace brenvik {
@@ -26,6 +26,7 @@ struct RestCut {
 
 struct RestOrder {
     const SolidSections& part;  ///< As this side has it: the top face up.
+    const PartSlabs& slabs;     ///< The same, looked at from above.
     std::span<const Removal> removed;
     double unit = 1;   ///< One millimetre.
     double reach = 0;  ///< How far paths that share a ring have to overlap: the widest bit's diameter.

@@ -22,6 +22,8 @@ namespace {
 constexpr double Give = 0.001, SameEnd = 1e-7, SamePlace = 1e-5, TooClose = 1e-5;
 /// In millimetres: a rest as narrow as this is none. Finer where a bit is looked for that leaves nothing.
 constexpr double NoRest = 0.05, NoRestAtAll = 2e-4;
+/// In millimetres: how far behind a wall it is asked for wood.
+constexpr double BehindWall = 0.03;
 /// Radians of a turn below which a corner is none, and below which sides run on into each other.
 constexpr double NoCorner = 1e-3, NoTurn = 1e-9;
 constexpr int Bisections = 14;
@@ -95,10 +97,9 @@ class Walls {
                       [this](const PlanSide& side) { return Length(side.to - side.from) < SameEnd * mUnit; });
     }
 
-    /// The border of what a bit doesn't get to, in no order, with that to its left.
     /// Nothing where the way of the bit does not close.
-    std::optional<std::vector<PlanSide>> Left() {
-        if (mRadius <= 0 || StandsOut()) return std::vector<PlanSide>();
+    std::optional<BitRest> Left() {
+        if (mRadius <= 0 || StandsOut()) return BitRest();
         FindRuns();
         std::vector<bool> forgivenBehind(mWalls.size(), false);
         for (const Run& run : mRuns)
@@ -108,9 +109,9 @@ class Walls {
             const bool begins = !run.cutAtFrom && forgivenBehind[Before(run.wall)];
             const bool ends = !run.cutAtTo && forgivenBehind[run.wall];
             if (!begins && !ends)
-                mLeft.push_back(Between(mWalls[run.wall], run.touchFrom, run.touchTo, mSamePlace));
+                mRest.border.push_back(Between(mWalls[run.wall], run.touchFrom, run.touchTo, mSamePlace));
         }
-        return std::move(mLeft);
+        return std::move(mRest);
     }
 
   private:
@@ -205,12 +206,16 @@ class Walls {
         }
         if (next == nullptr) return false;
         if (Length(next->touchFrom - run.touchTo) < mSamePlace) return true;
+        const double turn = TurnTo(run.touchTo - run.to, next->touchFrom - run.to);
+        const PlanSide round{next->touchFrom, run.touchTo, -std::tan(turn / 4)};
         if (IsSharpCorner(run, *next)) {
             forgivenBehind[run.wall] = true;
+            const PlanSide &before = mWalls[run.wall], &behind = mWalls[next->wall];
+            mRest.corners.push_back({Between(before, run.touchTo, before.to, mSamePlace),
+                                     Between(behind, behind.from, next->touchFrom, mSamePlace), round});
             return true;
         }
-        const double turn = TurnTo(run.touchTo - run.to, next->touchFrom - run.to);
-        mLeft.push_back({next->touchFrom, run.touchTo, -std::tan(turn / 4)});
+        mRest.border.push_back(round);
         return true;
     }
 
@@ -235,7 +240,7 @@ class Walls {
     std::vector<PlanSide> mWalls;
     double mUnit, mRadius, mSamePlace;
     std::vector<Run> mRuns;
-    std::vector<PlanSide> mLeft;
+    BitRest mRest;
 };
 
 std::vector<PlanSpot> SpotsOf(const std::vector<PlanSide>& left, double noRest) {
@@ -244,7 +249,7 @@ std::vector<PlanSpot> SpotsOf(const std::vector<PlanSide>& left, double noRest) 
 
 /// Where a bit touches three walls at once, or runs on a hair's breadth from one, arithmetic may lose its
 /// way; with one that is narrower by next to nothing, or with ends that meet less closely, it finds it.
-std::vector<PlanSide> LeftBy(std::span<const PlanSide> line, BitPath path, double diameter, double unit) {
+BitRest LeftBy(std::span<const PlanSide> line, BitPath path, double diameter, double unit) {
     const std::vector<PlanSide> inside = InsideLeft(line);
     const std::vector<PlanSide> sides = path == BitPath::Around ? Reversed(inside) : inside;
     // A line that comes back on itself encloses nothing.
@@ -261,17 +266,44 @@ std::vector<PlanSide> LeftBy(std::span<const PlanSide> line, BitPath path, doubl
 
 }  // namespace
 
+BitRest RestOfBit(std::span<const PlanSide> line, BitPath path, double diameter, double unit) {
+    BitRest rest = LeftBy(line, path, diameter, unit);
+    if (!rest.border.empty() && SpotsOf(rest.border, NoRest * unit).empty()) rest.border.clear();
+    return rest;
+}
+
 std::vector<PlanSide> NotReached(std::span<const PlanSide> line, BitPath path, double diameter, double unit) {
-    std::vector<PlanSide> left = LeftBy(line, path, diameter, unit);
-    if (!left.empty() && SpotsOf(left, NoRest * unit).empty()) return {};
-    return left;
+    return RestOfBit(line, path, diameter, unit).border;
+}
+
+std::vector<PlanPoint> BehindWalls(const RoundedCorner& corner, double unit) {
+    std::vector<PlanPoint> points;
+    for (const PlanSide& wall : {corner.before, corner.behind}) {
+        const PlanPoint chord = wall.to - wall.from;
+        if (Length(chord) == 0) continue;
+        for (const double share : {0.04, 0.3, 0.5, 0.7, 0.96}) {
+            const PlanPoint along = AtShare(wall, share + 0.01) - AtShare(wall, share - 0.01);
+            points.push_back(AtShare(wall, share) +
+                             PlanPoint{along.y, -along.x} * (BehindWall * unit / Length(along)));
+        }
+    }
+    return points;
+}
+
+bool IsCornerOf(const RoundedCorner& corner, const std::function<bool(const PlanPoint&)>& isWood,
+                double unit) {
+    return std::ranges::all_of(BehindWalls(corner, unit), isWood);
+}
+
+std::vector<PlanSide> BorderOf(const RoundedCorner& corner) {
+    return {corner.before, corner.behind, corner.round};
 }
 
 double WidestForPlace(std::span<const PlanSide> line, BitPath path, const PlanBox& place, double diameter,
                       double unit) {
     if (line.size() > MostSides) return 0;
     const auto leaves = [&](double bit) {
-        const std::vector<PlanSide> left = LeftBy(line, path, bit, unit);
+        const std::vector<PlanSide> left = LeftBy(line, path, bit, unit).border;
         if (left.empty()) return false;
         return std::ranges::any_of(SpotsOf(left, NoRestAtAll * unit), [&](const PlanSpot& rest) {
             return rest.box.minX < place.maxX && rest.box.maxX > place.minX && rest.box.minY < place.maxY &&
@@ -279,6 +311,7 @@ double WidestForPlace(std::span<const PlanSide> line, BitPath path, const PlanBo
         });
     };
     double fits = diameter * NarrowestShare, leavesSome = diameter;
+    if (!leaves(diameter)) return diameter;
     if (leaves(fits)) return 0;
     for (int step = 0; step < Bisections; ++step) {
         const double middle = (fits + leavesSome) / 2;

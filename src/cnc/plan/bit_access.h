@@ -2,6 +2,7 @@
 // noses that are narrower than the bit, and in roundings that are tighter.
 #pragma once
 
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -17,14 +18,38 @@ enum class BitPath {
 /// In radians: what is left in a corner that is sharper counts.
 inline constexpr double SharpestCorner = 0.785;
 
-/// The border of what a bit doesn't get to, in no order, with that to its left; nothing where no such place
-/// is wider than a twentieth of a millimetre. A sharp corner that draws in counts as reached although every
-/// bit leaves it round, as long as it isn't sharper than `SharpestCorner` and the bit comes up to both of its
-/// walls. `unit` is a millimetre. Throws Failure where the bit's way doesn't close.
+/// A sharp corner that draws in: every bit leaves it round. The two walls up to where the bit leaves the one
+/// and comes to the other, with what stays to their left.
+struct RoundedCorner {
+    PlanSide before, behind;  ///< They meet in the corner.
+    PlanSide round;           ///< From the end of `behind` back to the begin of `before`.
+};
+
+/// What a bit doesn't get to.
+struct BitRest {
+    /// Its border, in no order, with that to its left; nothing where no such place is wider than a twentieth
+    /// of a millimetre.
+    std::vector<PlanSide> border;
+    /// The corners that aren't sharper than `SharpestCorner` and whose two walls the bit comes up to. They
+    /// don't lie within `border`.
+    std::vector<RoundedCorner> corners;
+};
+
+/// `unit` is a millimetre. Throws Failure where the bit's way doesn't close.
+BitRest RestOfBit(std::span<const PlanSide> line, BitPath path, double diameter, double unit);
+
+/// The same without the rounds in corners.
 std::vector<PlanSide> NotReached(std::span<const PlanSide> line, BitPath path, double diameter, double unit);
 
-/// The diameter of the widest bit that leaves nothing in a place where one of `diameter` does; 0 where every
-/// bit leaves something, and for lines of very many sides.
+/// Whether a part has the corner: whether its wood, as `isWood` tells it, stands behind both walls.
+bool IsCornerOf(const RoundedCorner& corner, const std::function<bool(const PlanPoint&)>& isWood,
+                double unit);
+std::vector<PlanPoint> BehindWalls(const RoundedCorner& corner, double unit);
+std::vector<PlanSide> BorderOf(const RoundedCorner& corner);
+
+/// The diameter of the widest bit that leaves nothing in a place where one of `diameter` does, but for rounds
+/// in corners; 0 where every bit leaves something, and for lines of very many sides. `diameter` itself where
+/// that one leaves nothing else.
 double WidestForPlace(std::span<const PlanSide> line, BitPath path, const PlanBox& place, double diameter,
                       double unit);
 

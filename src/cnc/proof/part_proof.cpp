@@ -11,6 +11,7 @@
 
 #include "cnc/plan/bit_access.h"
 #include "cnc/plan/bit_reach.h"
+#include "cnc/plan/plan_field.h"
 #include "cnc/plan/plan_piece.h"
 
 namespace brenvik {
@@ -30,6 +31,19 @@ constexpr double SamePlace = 0.02;
 struct Slab {
     double low = 0, high = 0;
     double Middle() const { return (low + high) / 2; }
+};
+
+/// A slab with the part's section in it.
+struct PartSection {
+    Slab slab;
+    std::vector<PlanSide> sides;
+    PlanField field;
+};
+
+/// What a bit leaves round in a corner of its path, and at which heights the part has no such corner.
+struct ShownCorner {
+    std::vector<PlanSide> border;
+    HeightSpan heights;
 };
 
 /// A spot of one slab, before those above each other are put together.
@@ -59,20 +73,28 @@ class Prover {
           mBox(part.Box()),
           mOperations(operations.begin(), operations.end()),
           mStock(stock),
-          mUnit(unit) {
+          mUnit(unit),
+          mCorners(operations.size()),
+          mShown(operations.size()) {
         for (WrittenOperation& operation : mOperations) {
             if (operation.heightUnknown) FindHeight(operation);
             mShapes.push_back(ShapeOf(operation, static_cast<int>(mShapes.size())));
+        }
+        for (const Slab& slab : Slabs()) {
+            std::vector<PlanSide> sides = mPart.At(slab.Middle());
+            PlanField field(sides);
+            mSections.push_back({slab, std::move(sides), std::move(field)});
         }
     }
 
     PartProof Prove() {
         TellTwins();
         TellIdle();
-        for (const Slab& slab : Slabs()) {
-            const std::vector<PlanShape> shapes = ShapesAt(slab.Middle());
-            for (PlanSpot& spot : CompareInPlan(mPart.At(slab.Middle()), shapes, NoLongWidth * mUnit))
-                mSpots.push_back({std::move(spot), slab});
+        for (std::size_t i = 0; i < mOperations.size(); ++i) ShowCorners(i);
+        for (const PartSection& section : mSections) {
+            const std::vector<PlanShape> shapes = ShapesAt(section.slab.Middle());
+            for (PlanSpot& spot : CompareInPlan(section.sides, shapes, NoLongWidth * mUnit))
+                mSpots.push_back({std::move(spot), section.slab});
         }
         Join();
         return std::move(mProof);
@@ -85,13 +107,60 @@ class Prover {
         return operation.kind == OperationKind::Outline ? BitPath::Around : BitPath::Within;
     }
 
-    PlanShape ShapeOf(const WrittenOperation& operation, int number) const {
+    PlanShape ShapeOf(const WrittenOperation& operation, int number) {
         PlanShape shape{
             PathOf(operation) == BitPath::Around ? PlanShape::Role::Stock : PlanShape::Role::Removal,
             operation.sides, number};
         if (operation.bit <= 0) return shape;
         if (operation.followed) shape.core = CoreOf(operation.sides, operation.bit);
-        shape.notReached = NotReached(operation.sides, PathOf(operation), operation.bit, mUnit);
+        BitRest rest = RestOfBit(operation.sides, PathOf(operation), operation.bit, mUnit);
+        shape.notReached = std::move(rest.border);
+        mCorners[static_cast<std::size_t>(number)] = std::move(rest.corners);
+        return shape;
+    }
+
+    // Rounds in corners. Where the part has the corner every bit leaves one, and at such a height and all
+    // that the bit reaches through it the round is none of ours.
+
+    /// Paths run off the board's edges so far that their corners leave nothing on it.
+    bool ReachesBoard(const RoundedCorner& corner) const {
+        const double slack = NoWidth * mUnit;
+        const auto within = [&](const PlanPoint& at) {
+            return at.x > mBox.min.x + slack && at.x < mBox.max.x - slack && at.y > mBox.min.y + slack &&
+                   at.y < mBox.max.y - slack;
+        };
+        return within(corner.before.from) || within(corner.before.to) || within(corner.behind.to);
+    }
+
+    void ShowCorners(std::size_t number) {
+        const WrittenOperation& operation = mOperations[number];
+        for (const RoundedCorner& corner : mCorners[number]) {
+            if (!ReachesBoard(corner)) continue;
+            const std::vector<PlanPoint> behind = BehindWalls(corner, mUnit);
+            std::vector<bool> wood(behind.size(), false);
+            std::optional<HeightSpan> heights;
+            // From the side that the bit comes from.
+            for (std::size_t i = 0; i < mSections.size(); ++i) {
+                const PartSection& section = mSections[operation.secondSide ? i : mSections.size() - 1 - i];
+                const double at = section.slab.Middle();
+                if (at <= operation.low || at >= operation.high) continue;
+                for (std::size_t point = 0; point < behind.size(); ++point)
+                    if (!wood[point]) wood[point] = section.field.Holds(behind[point]);
+                if (std::ranges::all_of(wood, [](bool is) { return is; })) break;
+                if (!heights) heights = HeightSpan{section.slab.low, section.slab.high};
+                heights->low = std::min(heights->low, section.slab.low);
+                heights->high = std::max(heights->high, section.slab.high);
+            }
+            if (heights) mShown[number].push_back({BorderOf(corner), *heights});
+        }
+    }
+
+    /// The shape of an operation at a height, with the rounds that it leaves there.
+    PlanShape ShapeAt(std::size_t number, double height) const {
+        PlanShape shape = mShapes[number];
+        for (const ShownCorner& corner : mShown[number])
+            if (corner.heights.low < height && height < corner.heights.high)
+                shape.notReached.insert(shape.notReached.end(), corner.border.begin(), corner.border.end());
         return shape;
     }
 
@@ -189,10 +258,10 @@ class Prover {
             const WrittenOperation& operation = mOperations[i];
             if (height <= operation.low || height >= operation.high) continue;
             if (operation.kind == OperationKind::Outline) {
-                AddLump(mShapes[i], outlines[operation.secondSide ? 1 : 0]);
+                AddLump(ShapeAt(i, height), outlines[operation.secondSide ? 1 : 0]);
                 continue;
             }
-            shapes.push_back(mShapes[i]);
+            shapes.push_back(ShapeAt(i, height));
             if (operation.bore) shapes.back().sides = BoreAt(operation, height);
         }
         for (std::optional<PlanShape>& around : outlines)
@@ -243,12 +312,13 @@ class Prover {
         const Box3& box = spot.box;
         spot.wouldReach = WidestForPlace(operation.sides, PathOf(operation),
                                          {box.min.x, box.min.y, box.max.x, box.max.y}, operation.bit, mUnit);
+        spot.inCorner = spot.wouldReach >= operation.bit;
     }
 
     void Grow(std::optional<ProofSpot>& whole, const SlabSpot& spot) const {
         const PlanBox& plan = spot.plan.box;
         const Box3 box{{plan.minX, plan.minY, spot.slab.low}, {plan.maxX, plan.maxY, spot.slab.high}};
-        if (!whole) whole = ProofSpot{spot.plan.difference, box, 0, 0, {}, false, 0, -1, false, 0};
+        if (!whole) whole = ProofSpot{spot.plan.difference, box, 0, 0, {}, false, 0, -1, false, 0, false};
         if (whole->layer.empty() && spot.plan.operation >= 0) {
             const WrittenOperation& cause = mOperations[static_cast<std::size_t>(spot.plan.operation)];
             whole->layer = cause.layer;
@@ -352,6 +422,10 @@ class Prover {
     const double mUnit;
     /// Of each operation; of a bore at no height yet.
     std::vector<PlanShape> mShapes;
+    /// Of each operation, the rounds in its corners, and those that aren't the part's.
+    std::vector<std::vector<RoundedCorner>> mCorners;
+    std::vector<std::vector<ShownCorner>> mShown;
+    std::vector<PartSection> mSections;
     std::vector<SlabSpot> mSpots;
     std::vector<std::size_t> mOver;
     PartProof mProof;

@@ -23,6 +23,8 @@ struct ProofSpot {
     /// That bit doesn't get in, and the widest that does; 0 where none does.
     bool notReached = false;
     double wouldReach = 0;
+    /// It is the round that a bit leaves in a corner of its path, where the part has no corner.
+    bool inCorner = false;
 };
 
 struct PartProof {

@@ -8,6 +8,7 @@
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/skip.h"
+#include "base/text.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/part/lengths.h"
 #include "cnc/part/run_state.h"
@@ -24,6 +25,8 @@ namespace {
 
 /// How many differences of one part are told; a part that is wrong all over has hundreds.
 constexpr std::size_t MostTold = 12;
+/// In millimetres: by how much a bit may be wider than a neck and get in, since widths are found by halving.
+constexpr double FitSlack = 0.01;
 
 struct ProofModule {
     bool off = false;
@@ -57,10 +60,25 @@ std::string Width(double width, const RunState& run) {
     return NumberToText(RoundHalfEven(width, run.Metric() ? 2 : 3));
 }
 
+/// Which bit gets in: of the part's material, or if none of those does, any.
+std::string BitThatGetsIn(double widest, const RunState& run) {
+    if (widest <= 0) return {};
+    double best = 0;
+    for (const MaterialTool& tool : run.part.Material.tools) {
+        const bool there = !tool.number.empty() && Trim(tool.number) != "0";
+        if (there && tool.diameter <= widest + FitSlack * UnitOf(run)) best = std::max(best, tool.diameter);
+    }
+    if (best > 0) return " (the material's bit of " + ReportedLength(best) + " gets in)";
+    return " (one of " + Width(widest, run) + " would get in, and the material has none so narrow)";
+}
+
 std::string WhyItStays(const ProofSpot& spot, const std::string& cause, const RunState& run) {
+    if (spot.inCorner)
+        return ", where the bit of " + ReportedLength(spot.bit) + " leaves a corner of " + cause +
+               " round that is none of the part";
     if (spot.notReached)
         return ", where " + cause + " is too narrow for its bit of " + ReportedLength(spot.bit) +
-               (spot.wouldReach > 0 ? " (one of " + Width(spot.wouldReach, run) + " gets in)" : "");
+               BitThatGetsIn(spot.wouldReach, run);
     if (spot.bit > 0)
         return ", in the middle of " + cause + ", whose bit of " + ReportedLength(spot.bit) +
                " does not reach it" + (MayBecomePockets() ? " (a pocket with the setting ClearCores)" : "");

@@ -103,11 +103,17 @@ class CircularRoutes {
             bottom.held = false;
             return true;
         }
+        axis.sorted = true;
+        if (plan.impossible && IsOpen(*bottom.circle)) {
+            // A bore right through, whose other rim another feature has bitten.
+            MakeThrough(bottom, PlainColor);
+            return true;
+        }
         if (plan.impossible) {
+            Note(bottom);
             ShowMessage(BadRoute);
             return false;
         }
-        axis.sorted = true;
         CarryOut(plan, bottom);
         return true;
     }

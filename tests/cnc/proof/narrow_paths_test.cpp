@@ -48,7 +48,7 @@ TEST_F(NarrowPaths, ThePocketsNeckIsToldWithPlaceWidthAndBit) {
     const std::string told = Told(part);
     EXPECT_TRUE(Has(told, "wood stays that the part has not, ")) << told;
     EXPECT_TRUE(Has(told, " by 8, 8 deep, from ")) << told;
-    EXPECT_TRUE(Has(told, "is too narrow for its bit of 12 (one of 8 gets in)")) << told;
+    EXPECT_TRUE(Has(told, "is too narrow for its bit of 12 (the material's bit of 6 gets in)")) << told;
     EXPECT_TRUE(Has(told, " on the top face, where PKC_Z8_T1_D12_")) << told;
 }
 
@@ -71,7 +71,9 @@ TEST_F(NarrowPaths, AnArmOfACutOutIsTold) {
     narrow.Window(keyhole);
     const std::string told = Told(narrow);
     EXPECT_TRUE(Has(told, "right through, from ")) << told;
-    EXPECT_TRUE(Has(told, "is too narrow for its bit of 3 (one of 2 gets in)")) << told;
+    EXPECT_TRUE(Has(told, "is too narrow for its bit of 3 (one of 2 would get in, and the material has none"))
+        << told;
+    EXPECT_TRUE(Has(told, " so narrow)")) << told;
 }
 
 TEST_F(NarrowPaths, ASlotBetweenTwoRoundFieldsIsTold) {
@@ -107,7 +109,8 @@ TEST_F(NarrowPaths, ARoundingTighterThanABitThatWasChosenByHandIsTold) {
     MadePart part = Board();
     part.Pocket(Rounded(100, 100, 300, 250, 4), 10);
     const std::string told = Told(part);
-    EXPECT_TRUE(Has(told, "is too narrow for its bit of 12 (one of 8 gets in)")) << told;
+    EXPECT_TRUE(Has(told, "is too narrow for its bit of 12 (one of 8 would get in, and the")) << told;
+    EXPECT_TRUE(Has(told, " material has none so narrow)")) << told;
 }
 
 TEST_F(NarrowPaths, AnInnerRoundingOfTheOutlineIsTold) {
@@ -115,7 +118,7 @@ TEST_F(NarrowPaths, AnInnerRoundingOfTheOutlineIsTold) {
     const double quarter = -std::tan(std::numbers::pi / 8);
     part.Upright({{0, 0}, {400, 0}, {400, 100}, {103, 100, quarter}, {100, 103}, {100, 300}, {0, 300}}, 18);
     const std::string told = Told(part);
-    EXPECT_TRUE(Has(told, "is too narrow for its bit of 12 (one of 6 gets in)")) << told;
+    EXPECT_TRUE(Has(told, "is too narrow for its bit of 12 (the material's bit of 6 gets in)")) << told;
     part.Solid().Delete();
     MadePart wide = Made();
     wide.Upright({{0, 0}, {400, 0}, {400, 100}, {106, 100, quarter}, {100, 106}, {100, 300}, {0, 300}}, 18);

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <numbers>
+
 namespace brenvik {
 namespace {
 
@@ -78,6 +80,40 @@ TEST(PartProof, ARouteLeavesWhatItsBitDoesNotReach) {
     EXPECT_EQ(proof.spots[0].layer, "RT");
     EXPECT_EQ(proof.spots[0].bit, 12);
     EXPECT_NEAR(proof.spots[0].volume, 76 * 36 * 6, 1e-6);
+}
+
+WrittenOperation Pocket(std::vector<PlanSide> sides, double bit) {
+    WrittenOperation pocket = Path("PKC", std::move(sides), 12);
+    pocket.bit = bit;
+    return pocket;
+}
+
+TEST(PartProof, ARoundInACornerOfThePartIsNone) {
+    const std::vector<PlanSide> recess = Rectangle(100, 100, 200, 160);
+    const std::vector<WrittenOperation> operations{Outline(), Pocket(recess, 12)};
+    EXPECT_TRUE(ProvePart(Board(recess, 12), operations, {}, 1).spots.empty());
+}
+
+TEST(PartProof, ARoundInACornerOfThePathAloneIsTold) {
+    // The recess is open at the board's front edge, where the path ends too early.
+    const std::vector<PlanSide> recess = Rectangle(100, 0, 200, 60);
+    const std::vector<WrittenOperation> operations{Outline(), Pocket(recess, 12)};
+    const PartProof proof = ProvePart(Board(recess, 12), operations, {}, 1);
+    ASSERT_EQ(proof.spots.size(), 2U);
+    for (const ProofSpot& spot : proof.spots) {
+        EXPECT_TRUE(spot.inCorner);
+        EXPECT_EQ(spot.layer, "PKC");
+        EXPECT_NEAR(spot.volume, 36 * (1 - std::numbers::pi / 4) * 6, 0.02);
+    }
+    const std::vector<WrittenOperation> runOff{Outline(), Pocket(Rectangle(100, -6.9, 200, 60), 12)};
+    EXPECT_TRUE(ProvePart(Board(recess, 12), runOff, {}, 1).spots.empty());
+}
+
+TEST(PartProof, ARoundThatAnotherPathClearsIsNone) {
+    const std::vector<PlanSide> recess = Rectangle(100, 0, 200, 60);
+    const std::vector<WrittenOperation> operations{Outline(), Pocket(recess, 12),
+                                                   Pocket(Rectangle(100, -10, 200, 20), 12)};
+    EXPECT_TRUE(ProvePart(Board(recess, 12), operations, {}, 1).spots.empty());
 }
 
 }  // namespace
