@@ -24,7 +24,6 @@
 #include "cnc/proof/run_proof.h"
 #include "cnc/proof/written_side.h"
 #include "cnc/routes/routing.h"
-#include "cnc/routes/routing_overrun.h"
 #include "session/ports/platform.h"
 #include "session/session.h"
 #include "settings/settings_store.h"
@@ -242,11 +241,12 @@ void OpenMouths(RunState& run, const PartSlabs& slabs) {
         const PartSlab* const slab = slabs.SlabFrom(removal.low);
         if (slab == nullptr) continue;
         const double bit = BitOf(run, tools, removals.operations[i]);
+        const double overrun = (bit + WidestBit(run.part.Material)) / 2;
         const auto path = RunIntoAir({removal.sides,
                                       slab->shadow,
                                       {part.min.x, part.min.y, part.max.x, part.max.y},
                                       bit,
-                                      OverrunOf(bit),
+                                      overrun,
                                       removals.operations[i].followed,
                                       UnitOf(run),
                                       slabs.Same()});

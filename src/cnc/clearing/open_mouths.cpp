@@ -101,15 +101,13 @@ class Mouths {
     }
 
     std::vector<Reach> Reaches() const {
-        const double off = mOrder.overrun, whole = mOrder.bit;
+        const double off = mOrder.overrun;
         // Where the air has bitten the path it is enough to go straight on.
         std::vector<Reach> reaches{{0, 0, false}, {off, 0, false}};
         // Where the whole mouth is moved, a line that is followed may miss the middle.
         if (mKeepsMiddle) reaches.push_back({off, 0, true});
-        for (const double far : {off, whole}) {
-            reaches.push_back({far, far, false});
-            if (mKeepsMiddle) reaches.push_back({far, far, true});
-        }
+        reaches.push_back({off, off, false});
+        if (mKeepsMiddle) reaches.push_back({off, off, true});
         return reaches;
     }
 

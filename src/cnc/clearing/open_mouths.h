@@ -16,7 +16,9 @@ struct MouthOrder {
     const PlanWood& wood;  ///< All wood of the part at the path's floor and above it.
     PlanBox board;         ///< Around the part: what stays outside of it doesn't count.
     double bit = 0;
-    double overrun = 0;  ///< How far a path runs off an edge.
+    /// How far the path runs off: so far that the rounds at its new end don't meet those of the cut that has
+    /// made the air, which has a bit of its own.
+    double overrun = 0;
     /// The bit goes along the line and clears no more than its width.
     bool followed = false;
     double unit = 1;  ///< One millimetre.
