@@ -5,6 +5,7 @@
 #include <array>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "base/letter_case.h"
@@ -99,7 +100,9 @@ bool IsColour(std::string_view text) {
     for (int part = 0; part < 3; ++part) {
         const std::size_t end = values.find_first_of(",)");
         if (end == values.npos) return false;
-        const std::string share = Trim(values.substr(0, end));
+        // A statement may go on in the next line at any place between its values.
+        std::string share(values.substr(0, end));
+        std::erase_if(share, [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; });
         const double value = LenientNumber(share);
         if (NumberLength(share) != share.size() || !(value >= 0 && value <= most)) return false;
         values.remove_prefix(end + 1);
