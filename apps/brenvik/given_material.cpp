@@ -20,7 +20,7 @@ bool HasMaterial(const HostEntity& entity) {
     std::vector<XDataValue> values;
     entity.GetXData(MaterialKeyName, types, values);
     if (values.size() < 2) return false;
-    // What is no text is somebody's all the same.
+    // A value that isn't text counts as a material, too.
     const auto* text = std::get_if<std::string>(&values[1]);
     return text == nullptr || !IsBlank(*text);
 }

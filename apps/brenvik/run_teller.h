@@ -17,8 +17,8 @@ struct RunWatch {
     std::string programWords = {};
     /// Whether a box has told of trouble since the last call.
     std::function<bool()> takeTrouble = {};
-    /// What a box has told of can be meant, where somebody looks at the boxes: then a part that is only named
-    /// doesn't make the command incomplete.
+    /// The journal checks boxes itself, so a part skipped by a box it expected doesn't make the command
+    /// incomplete.
     bool boxesAreLookedAt = false;
     /// Where the lines go, standard error being part of it; without one they go through the teller.
     std::function<void(const std::string&)> line = {};

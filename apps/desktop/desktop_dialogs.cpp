@@ -54,6 +54,17 @@ constexpr std::pair<MessageAnswer, QMessageBox::StandardButton> Answers[] = {
     {MessageAnswer::Yes, QMessageBox::Yes},
     {MessageAnswer::No, QMessageBox::No}};
 
+/// "Text (*.txt)|*.txt|All|*.*" as the toolkit has it.
+QStringList FileFilters(const std::string& filter) {
+    QStringList filters;
+    const std::vector<std::string> pieces = Split(filter, '|');
+    for (std::size_t at = 0; at + 1 < pieces.size(); at += 2) {
+        const std::string name = Trim(pieces[at].substr(0, pieces[at].find('(')));
+        filters << ToQt(name + " (" + ReplaceAll(pieces[at + 1], ";", " ") + ")");
+    }
+    return filters;
+}
+
 }  // namespace
 
 void PrepareBox(QMessageBox& box, const MessageRequest& request) {
@@ -94,16 +105,6 @@ MessageAnswer DesktopDialogs::Show(const MessageRequest& request) {
     for (const auto& [answer, button] : Answers)
         if (box.standardButton(box.clickedButton()) == button) return answer;
     return request.buttons == MessageButtons::YesNo ? MessageAnswer::No : MessageAnswer::Ok;
-}
-
-QStringList FileFilters(const std::string& filter) {
-    QStringList filters;
-    const std::vector<std::string> pieces = Split(filter, '|');
-    for (std::size_t at = 0; at + 1 < pieces.size(); at += 2) {
-        const std::string name = Trim(pieces[at].substr(0, pieces[at].find('(')));
-        filters << ToQt(name + " (" + ReplaceAll(pieces[at + 1], ";", " ") + ")");
-    }
-    return filters;
 }
 
 std::optional<std::string> DesktopDialogs::ChooseFile(const FileRequest& request) {

@@ -28,7 +28,4 @@ void PrepareBox(QMessageBox& box, const MessageRequest& request);
 /// The button that gives this answer.
 QAbstractButton* ButtonOf(const QMessageBox& box, MessageAnswer answer);
 
-/// "Text (*.txt)|*.txt|All|*.*" as the toolkit has it.
-QStringList FileFilters(const std::string& filter);
-
 }  // namespace brenvik::desktop

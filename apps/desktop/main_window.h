@@ -38,7 +38,6 @@ class MainWindow : public QMainWindow {
     /// A line of the command history.
     void Tell(const std::string& line);
     void ShowSelection();
-    bool HasView() const { return mView != nullptr; }
 
   protected:
     void closeEvent(QCloseEvent* event) override;

@@ -17,10 +17,9 @@ bool IsThere(const fs::path& place) {
     return fs::exists(fs::symlink_status(place, error));
 }
 
-}  // namespace
-
-fs::path PlainFolder(const fs::path& folder) { return folder.has_filename() ? folder : folder.parent_path(); }
-
+/// The entry of a folder that has this name in some case. An exact one wins; of several others the first in
+/// byte order, so that the answer does not depend on the order of the directory. A name that the folder
+/// hasn't is taken as it stands.
 fs::path FindEntry(const fs::path& folder, const std::string& name) {
     fs::path exact = folder / PathFromText(name);
     if (IsThere(exact)) return exact;
@@ -33,6 +32,10 @@ fs::path FindEntry(const fs::path& folder, const std::string& name) {
     }
     return best ? folder / PathFromText(*best) : exact;
 }
+
+}  // namespace
+
+fs::path PlainFolder(const fs::path& folder) { return folder.has_filename() ? folder : folder.parent_path(); }
 
 void FolderNames::Keep(const fs::path& folder) {
     Names& names = mFolders[PlainFolder(folder)];

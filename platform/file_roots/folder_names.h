@@ -9,11 +9,6 @@
 
 namespace brenvik {
 
-/// The entry of a folder that has this name in some case. An exact one wins; of several others the first in
-/// byte order, so that the answer does not depend on the order of the directory. A name that the folder
-/// hasn't is taken as it stands.
-std::filesystem::path FindEntry(const std::filesystem::path& folder, const std::string& name);
-
 /// The folder's path without a separator at its end, however it is written.
 std::filesystem::path PlainFolder(const std::filesystem::path& folder);
 

@@ -95,7 +95,7 @@ std::optional<HostGeometry> ToHost(EntityGeometry& geometry, HandleValue handle,
         geometry);
 }
 
-/// The other way; nothing, and a problem told, for a shape that ACIS text can't hold.
+/// Writes the shape as ACIS text. Returns nothing and adds a problem if ACIS text can't hold it.
 std::optional<EntityGeometry> ToPlain(HostGeometry& geometry, const std::string& what,
                                       std::vector<std::string>& problems) {
     return std::visit(

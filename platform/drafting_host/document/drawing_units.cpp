@@ -77,16 +77,18 @@ std::string ShownUnit(int insertUnits) {
            ", in which no part is drawn";
 }
 
-}  // namespace
-
-int InsertUnitsOf(LengthUnit unit) { return unit == LengthUnit::Inch ? 1 : 4; }
-
+/// What a unit of $INSUNITS measures; nothing for none (0), for numbers beyond 24 or below 0, and for units
+/// in which no part is drawn (gigametres to parsecs).
 std::optional<double> MillimetresOfInsertUnits(int insertUnits) {
     if (insertUnits < 1 || static_cast<std::size_t>(insertUnits) >= InsertUnitTable.size())
         return std::nullopt;
     const double size = InsertUnitTable[static_cast<std::size_t>(insertUnits)].millimetres;
     return size < LongestUnit ? std::optional(size) : std::nullopt;
 }
+
+}  // namespace
+
+int InsertUnitsOf(LengthUnit unit) { return unit == LengthUnit::Inch ? 1 : 4; }
 
 std::optional<LengthUnit> UnitOfInsertUnits(int insertUnits) {
     for (const LengthUnit unit : {LengthUnit::Millimetre, LengthUnit::Inch})

@@ -19,9 +19,6 @@ struct ReadOptions;
 
 /// The unit's number in a DXF's $INSUNITS.
 int InsertUnitsOf(LengthUnit unit);
-/// What a unit of $INSUNITS measures; nothing for none (0), for numbers beyond 24 or below 0, and for units
-/// in which no part is drawn (gigametres to parsecs).
-std::optional<double> MillimetresOfInsertUnits(int insertUnits);
 /// The unit of a drawing by its $INSUNITS: inches or millimetres, nothing for any other.
 std::optional<LengthUnit> UnitOfInsertUnits(int insertUnits);
 

@@ -44,12 +44,11 @@ std::string Shown(std::string_view text) {
     return InQuotes(shown);
 }
 
-}  // namespace
+/// Whether a section of this name is used at all.
+bool IsUsed(std::string_view name) { return MemberOf(name) != nullptr; }
 
-void Note(Sections& sections, std::string text, bool dataLost) {
-    sections.notes.push_back({0, std::move(text), dataLost});
-}
-
+/// The release by the first six bytes. Throws Failure 321 for one that can't be read, naming it and the way
+/// out.
 Release ReleaseOf(std::string_view content, std::string_view fileName) {
     const std::string_view mark = content.substr(0, MarkLength);
     const auto found = std::ranges::find(ReleaseMarks, mark);
@@ -59,6 +58,12 @@ Release ReleaseOf(std::string_view content, std::string_view fileName) {
            "release "
            "14 or later",
            Shown(mark));
+}
+
+}  // namespace
+
+void Note(Sections& sections, std::string text, bool dataLost) {
+    sections.notes.push_back({0, std::move(text), dataLost});
 }
 
 std::size_t MostUnpacked(std::size_t fileSize) { return fileSize * 12; }
@@ -85,8 +90,6 @@ std::uint64_t LongLongAt(std::string_view bytes, std::size_t at) {
     PartAt(bytes, at, 8);
     return LongAt(bytes, at) | (static_cast<std::uint64_t>(LongAt(bytes, at + 4)) << 32U);
 }
-
-bool IsUsed(std::string_view name) { return MemberOf(name) != nullptr; }
 
 void Keep(Sections& sections, std::string_view name, std::string bytes) {
     if (std::string Sections::*const member = MemberOf(name)) sections.*member = std::move(bytes);

@@ -25,10 +25,6 @@ struct Sections {
     std::vector<ReadNote> notes;
 };
 
-/// The release by the first six bytes. Throws Failure 321 for one that can't be read, naming it and the way
-/// out.
-Release ReleaseOf(std::string_view content, std::string_view fileName);
-
 /// Unpacks the sections. A page that can't be unpacked is zeros and told, a wrong checksum is told. Throws
 /// Failure 321 when the file's own tables can't be read, or for a drawing behind a password. What is unpacked
 /// comes to at most 12 times the file's size.
@@ -58,8 +54,6 @@ std::string_view PartAt(std::string_view bytes, std::uint64_t at, std::uint64_t 
 
 /// Puts a section where its name says; the others are of no use here.
 void Keep(Sections& sections, std::string_view name, std::string bytes);
-/// Whether a section of this name is used at all.
-bool IsUsed(std::string_view name);
 
 /// Puts a section together out of its pages; one that can't be unpacked stays zeros and is told. `left` is
 /// what may still be unpacked of the file. Throws BrokenFile for a section behind a password.

@@ -25,7 +25,7 @@ std::string ReadName(Object& object) {
     return name;
 }
 
-/// What a layer has besides its values; nothing where that is nothing.
+/// A layer's further properties; empty if it has none.
 Kept<KeptGroups> GroupsOfLayer(std::optional<std::uint32_t> trueColor, bool isFrozenInNewViews) {
     constexpr int frozenInNewViews = 2;
     if (!trueColor && !isFrozenInNewViews) return {};

@@ -74,8 +74,8 @@ bool MustStay(const TopTools_ListOfShape& faces) {
            AreTurned(first.Cylinder(), second.Cylinder());
 }
 
-}  // namespace
-
+/// True when two neighbouring faces lie on one plane or cylinder, or two edges of one line or circle meet
+/// in a vertex that nothing else ends at. Cheap against merging itself.
 bool HasNeedlessBorders(const TopoDS_Shape& shape) {
     TopTools_IndexedDataMapOfShapeListOfShape facesOfEdge;
     TopExp::MapShapesAndUniqueAncestors(shape, TopAbs_EDGE, TopAbs_FACE, facesOfEdge);
@@ -95,6 +95,8 @@ bool HasNeedlessBorders(const TopoDS_Shape& shape) {
     }
     return false;
 }
+
+}  // namespace
 
 TopoDS_Shape BordersMerged(const TopoDS_Shape& shape) {
     if (!HasNeedlessBorders(shape)) return shape;

@@ -27,11 +27,15 @@ struct PlanArea {
 std::vector<PlanLoop> BorderOf(std::span<const PlanSide> sides,
                                const std::function<bool(const PlanPoint&)>& holds, double same);
 
+/// Loops as areas: each counter-clockwise one with the clockwise ones that are holes in it.
 std::vector<PlanArea> AreasOf(std::vector<PlanLoop> loops);
 
+/// All sides of the loops, one after another.
 std::vector<PlanSide> SidesOf(std::span<const PlanLoop> loops);
+/// The sides of the outer loop and of the holes.
 std::vector<PlanSide> SidesOf(const PlanArea& area);
 
+/// The point halfway along a side, which on a round one lies on its arc.
 PlanPoint MiddleOf(const PlanSide& side);
 
 }  // namespace brenvik

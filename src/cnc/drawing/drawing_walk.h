@@ -18,8 +18,8 @@ void LockAllLayers(AcadDocument& drawing);
 void UnlockAllLayers(AcadDocument& drawing);
 /// Fails for a layer that the drawing doesn't hold.
 void LockLayer(AcadDocument& drawing, std::string_view name);
-void UnlockLayer(AcadDocument& drawing, std::string_view name);
-bool LayerExists(AcadDocument& drawing, std::string_view name);
+void UnlockLayer(AcadDocument& drawing, std::string_view name);  ///< Fails likewise.
+bool LayerExists(AcadDocument& drawing, std::string_view name);  ///< Whether the drawing holds it.
 
 /// While it lives, only the layers named can be worked on: commands that take everything pass the others
 /// over. Afterwards every layer is unlocked, so that no step works by what another one has left locked.

@@ -1,4 +1,4 @@
-// The host's join command as the outline uses it.
+// The host's join command, and what it works on: loose curves before, contours after.
 #pragma once
 
 #include <string_view>

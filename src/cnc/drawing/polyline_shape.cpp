@@ -1,6 +1,7 @@
 // Area, direction and footprint of polylines from their vertices and bulges.
 #include "cnc/drawing/polyline_shape.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 
@@ -111,6 +112,11 @@ std::vector<double> SideLengths(const AcadLWPolyline& polyline) {
 
 bool Footprint::Encloses(const Footprint& inner) const {
     return minX < inner.minX && minY < inner.minY && maxX > inner.maxX && maxY > inner.maxY;
+}
+
+double ShortestSide(const AcadLWPolyline& polyline, int decimals) {
+    const std::vector<double> sides = SideLengths(polyline);
+    return sides.empty() ? 0 : RoundHalfEven(std::ranges::min(sides), decimals);
 }
 
 Footprint FootprintOf(const AcadEntity& entity) {

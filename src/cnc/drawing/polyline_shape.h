@@ -17,8 +17,9 @@ struct PathVertex {
     double x = 0, y = 0;
     double bulge = 0;  ///< Of the side that begins here.
 };
+/// Its corners in order, each with the bulge of the side behind it; the first isn't repeated at the end.
 std::vector<PathVertex> VerticesOf(const AcadLWPolyline& polyline);
-/// There may be more or fewer of them than before.
+/// Gives the polyline these corners; there may be more or fewer of them than before.
 void SetVertices(AcadLWPolyline& polyline, std::span<const PathVertex> vertices);
 
 /// "Clockwise" or "CounterClockwise" in the polyline's own plane, by the sign of its area, arcs included.
@@ -37,6 +38,9 @@ bool Encloses(std::span<const PathVertex> path, double x, double y);
 /// chord.
 std::vector<double> SideLengths(const AcadLWPolyline& polyline);
 
+/// The shortest of these, rounded; 0 for a polyline without vertices.
+double ShortestSide(const AcadLWPolyline& polyline, int decimals);
+
 /// The bounding box in plan, each value rounded to 6 decimals.
 struct Footprint {
     double minX = 0, minY = 0, maxX = 0, maxY = 0;
@@ -45,6 +49,7 @@ struct Footprint {
     bool Encloses(const Footprint& inner) const;
     friend bool operator==(const Footprint&, const Footprint&) = default;
 };
+/// The footprint of an entity of any kind, by its bounding box.
 Footprint FootprintOf(const AcadEntity& entity);
 
 }  // namespace brenvik

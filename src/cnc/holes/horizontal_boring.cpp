@@ -20,7 +20,7 @@
 #include "cnc/part/operation_layer.h"
 #include "cnc/part/run_state.h"
 #include "cnc/part/told.h"
-#include "cnc/targets/horizontal_boring_names.h"
+#include "cnc/targets/bore_rules.h"
 #include "cnc/targets/target_table.h"
 
 namespace brenvik {

@@ -22,7 +22,7 @@
 #include "cnc/part/open_top.h"
 #include "cnc/part/operation_layer.h"
 #include "cnc/part/run_state.h"
-#include "cnc/targets/vertical_drilling_names.h"
+#include "cnc/targets/hole_rules.h"
 #include "session/message.h"
 #include "settings/settings_store.h"
 

@@ -90,7 +90,7 @@ std::string_view SideOfY(RunForm form) {
 
 /// False for letters that name no part's sizes, which has been told then. Such a part would lie as nobody has
 /// said, and its depths would be those of another thickness.
-bool TakeSizes(RunState& run, const Acad3DSolid& solid) {
+bool TurnToLetters(RunState& run, const Acad3DSolid& solid) {
     const std::optional<std::string> letters = UsableLettersOf(solid);
     if (!letters) return false;
     const mAutoCAD::LabelledSizes sizes = TurnByLetters(*run.part.drawing, solid, *letters);
@@ -148,7 +148,7 @@ PassOutcome AlignPart(RunState& run) {
     ExplodeRest(drawing);
     SquareToAxes(drawing, std::get<SquaringPoints>(edges), SideOfY(run.form));
 
-    if (!TakeSizes(run, solid)) return PassOutcome::SkipPart;
+    if (!TurnToLetters(run, solid)) return PassOutcome::SkipPart;
     BringTopUp(drawing, solid, faces->LargestRegion.area);
     if (WorkedFromThirdFace(solid)) TurnOver(drawing);
     if (NeedsOtherSide(run)) TurnToSecondSide(drawing);

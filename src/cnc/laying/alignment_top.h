@@ -10,6 +10,7 @@ namespace brenvik {
 struct LevelCounts {
     int TopEdges = 0, TopCircles = 0, BottomEdges = 0, BottomCircles = 0;
 };
+/// Counts the lines and circles at the highest and at the lowest Z of any line in the drawing.
 LevelCounts CountOnLevels(AcadDocument& drawing);
 
 /// Whether the lower side of the part is narrower along Y than the upper one, by the lines that run along X.

@@ -20,6 +20,8 @@ constexpr int ExtentDecimals = 5;
 constexpr int DecimalsBeforeNoise = 3;
 constexpr std::string_view UsualLetters = "LWT";
 
+enum class TurnAxis { X, Y, Z };
+
 std::string_view NameOf(TurnAxis axis) {
     switch (axis) {
         case TurnAxis::X:
@@ -30,6 +32,23 @@ std::string_view NameOf(TurnAxis axis) {
             return "z ";
     }
     return {};
+}
+
+std::string LettersOf(const AcadEntity& solid) {
+    std::string letters = FoldUpper(mAutoCAD::PartDataOf(solid, "ORIE"));
+    if (!IsBlank(letters)) return letters;
+    ShowMessage("ORIE data not detected on this part, so it is being set to LWT");
+    return std::string(UsualLetters);
+}
+
+/// Turns all about an axis through the origin of the drawing.
+void TurnAll(AcadDocument& drawing, TurnAxis axis, int degrees) {
+    drawing.SendCommand("rotate3d ");
+    drawing.SendCommand("all ");
+    drawing.SendCommand(" ");
+    drawing.SendCommand(NameOf(axis));
+    drawing.SendCommand("0,0,0 ");
+    drawing.SendCommand(std::to_string(degrees) + " ");
 }
 
 }  // namespace
@@ -52,13 +71,6 @@ mAutoCAD::LabelledSizes SizesByLetters(std::string_view letters, const PartExten
     return mAutoCAD::MapLetters(letters, sorted);
 }
 
-std::string LettersOf(const AcadEntity& solid) {
-    std::string letters = FoldUpper(mAutoCAD::PartDataOf(solid, "ORIE"));
-    if (!IsBlank(letters)) return letters;
-    ShowMessage("ORIE data not detected on this part, so it is being set to LWT");
-    return std::string(UsualLetters);
-}
-
 std::optional<std::string> UsableLettersOf(const AcadEntity& solid) {
     std::string letters = LettersOf(solid);
     const std::optional<std::string> fault = LettersFault(letters);
@@ -68,15 +80,6 @@ std::optional<std::string> UsableLettersOf(const AcadEntity& solid) {
     ShowMessage("The part" + (name.empty() ? std::string() : " \"" + name + "\"") + " is skipped: " + *fault +
                 ".");
     return std::nullopt;
-}
-
-void TurnAll(AcadDocument& drawing, TurnAxis axis, int degrees) {
-    drawing.SendCommand("rotate3d ");
-    drawing.SendCommand("all ");
-    drawing.SendCommand(" ");
-    drawing.SendCommand(NameOf(axis));
-    drawing.SendCommand("0,0,0 ");
-    drawing.SendCommand(std::to_string(degrees) + " ");
 }
 
 void TurnOver(AcadDocument& drawing) { TurnAll(drawing, TurnAxis::X, 180); }

@@ -20,21 +20,17 @@ double Settled(double value, int decimals);
 struct PartExtents {
     double x = 0, y = 0, z = 0;
 };
+/// The sides of this box.
 PartExtents ExtentsOf(const Box3& box);
 
 /// The sizes that the letters name, as text: the first letter's is the largest, the second's the middle one,
 /// the last's the smallest. "0" where a letter is none of L, W and T.
 mAutoCAD::LabelledSizes SizesByLetters(std::string_view letters, const PartExtents& extents);
 
-/// The part's letters in upper case. One without gets "LWT", and the user is told.
-std::string LettersOf(const AcadEntity& solid);
-/// The same; nothing for letters that don't name each size once, and the user has been told that the part is
-/// skipped.
+/// The part's letters in upper case. A part without any gets "LWT", and the user is told. Nothing for letters
+/// that don't name each size once, after a message that the part is skipped.
 std::optional<std::string> UsableLettersOf(const AcadEntity& solid);
 
-enum class TurnAxis { X, Y, Z };
-/// Turns all about an axis through the origin of the drawing.
-void TurnAll(AcadDocument& drawing, TurnAxis axis, int degrees);
 /// The other side up: half a turn about X.
 void TurnOver(AcadDocument& drawing);
 

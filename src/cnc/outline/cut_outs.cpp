@@ -30,24 +30,13 @@ std::optional<OpenTop> TriedFromAbove(RunState& run, AcadLWPolyline& contour) {
     return found;
 }
 
-double ShortestSide(const AcadLWPolyline& contour) {
-    double shortest = 0;
-    bool first = true;
-    for (const double side : SideLengths(contour)) {
-        const double length = RoundHalfEven(side, Decimals);
-        if (first || length < shortest) shortest = length;
-        first = false;
-    }
-    return shortest;
-}
-
 void LeaveForOtherSide(RunState& run, AcadLWPolyline& contour) {
     contour.Delete();
     NeedOtherSide(run);
 }
 
 /// Puts the contour on its layer with the tool that is selected now.
-void Name(RunState& run, AcadLWPolyline& contour) {
+void NameCutOut(RunState& run, AcadLWPolyline& contour) {
     ++run.part.RouteCount;
     const std::string layer = RouteLayerName(run, RouteRole::Through, PathKind::RT, ThroughDepth(run));
     EnsureOperationLayer(run, layer);
@@ -105,11 +94,11 @@ PassOutcome CutOut(RunState& run, AcadLWPolyline& contour) {
     }
     contour.SetElevation(TopPlane(run));
     run.part.RouteDirection = DirectionOf(contour);
-    const double shortest = ShortestSide(contour);
+    const double shortest = ShortestSide(contour, Decimals);
     if (!ChooseThroughContourBit(run.part.bits, run.part.Material, run.part.MaterialKeyText, shortest))
         return PassOutcome::SkipPart;
     TellKeptBit(run, contour, shortest);
-    Name(run, contour);
+    NameCutOut(run, contour);
     return PassOutcome::GoOn;
 }
 

@@ -2,11 +2,9 @@
 // outline and the others cut-outs; then the through circles, and what the pockets make of it all.
 #include "cnc/outline/outline.h"
 
-#include <span>
 #include <string>
 #include <vector>
 
-#include "base/numbers.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/joining.h"
 #include "cnc/drawing/polyline_shape.h"
@@ -25,7 +23,6 @@ namespace {
 
 /// Each chain costs two, so the budget joins a face of a hundred chains.
 constexpr int JoinBudget = 200;
-constexpr double NoArea = 1e-9;
 
 /// Puts the polyline that the join has made on `RoutingLayer2`, or deletes it where it isn't closed. False
 /// where there is none.
@@ -83,19 +80,6 @@ AcadLWPolyline* SortContours(AcadDocument& drawing) {
 }
 
 }  // namespace
-
-int CurvesOn(AcadDocument& drawing, std::string_view layer, int most) {
-    int count = 0;
-    for (const AcadEntity* entity : AllOn<AcadEntity>(drawing, layer)) {
-        if (count == most) break;
-        if (dynamic_cast<const AcadLine*>(entity) != nullptr ||
-            dynamic_cast<const AcadArc*>(entity) != nullptr)
-            ++count;
-    }
-    return count;
-}
-
-bool IsContour(const AcadLWPolyline& polyline) { return polyline.Closed() && polyline.Area() > NoArea; }
 
 PassOutcome MakeOutline(RunState& run) {
     AcadDocument& drawing = *run.part.drawing;

@@ -28,14 +28,13 @@ namespace brenvik {
 
 namespace {
 
-constexpr int ProfileColor = 2;
 constexpr int HeightDecimals = 6, FootprintDecimals = 4;
 constexpr double MetricStep = 1, ImperialStep = 0.0625;
 /// The first section lies just above the lowest face.
 constexpr double Above = 0.01;
 /// Half the width of the plane's triangle: no part reaches so far.
 constexpr double Far = 100000;
-/// The join is over when the curves that it has left, added up round by round, come to this.
+/// Joining stops when the running total of curves left equals this number exactly (`!=` on purpose).
 constexpr int CurvesInAll = 50;
 /// How far the frame around the outline stands clear of the part.
 constexpr double Clear = 1;
@@ -47,7 +46,7 @@ constexpr int Many = 1'000'000;
 constexpr double SameArea = 1e-6;
 /// Beyond this the box alone tells that a part reaches further.
 constexpr double SameReach = 1e-3;
-/// By as much as this no tip is too slight to show in a cut.
+/// A tip that reaches out further than this always shows in a trial cut.
 constexpr double SureReach = 0.05;
 /// Of heights at which the part is sliced, and at which its section changes.
 constexpr double SameLevel = 1e-6;
@@ -100,7 +99,7 @@ std::vector<AcadLWPolyline*> LumpsAmong(const std::vector<AcadLWPolyline*>& cont
 }  // namespace
 
 void TrueOutline::NameProfile(AcadLWPolyline& profile) const {
-    profile.SetColor(ProfileColor);
+    profile.SetColor(layers::OutlineColor);
     profile.SetThickness(-ThroughDepth(mRun));
     profile.SetElevation(TopPlane(mRun));
     profile.SetLayer(mRun.part.OutlineLayer);
@@ -422,8 +421,7 @@ bool TrueOutline::HoldsThePart() const {
 }
 
 /// Sections that nearly touch leave loose lines inside the profile. They don't matter if no openings are
-/// wanted
-/// (`withOpenings`), or if the profile encloses the part.
+/// wanted (`withOpenings`), or if the profile encloses the part.
 PassOutcome TrueOutline::TakeContours(bool withOpenings) {
     AcadDocument& drawing = *mRun.part.drawing;
     const bool leftOpen = IsLeftOpen();

@@ -14,6 +14,7 @@
 #include "cnc/drawing/work_layers.h"
 #include "cnc/outline/tongues.h"
 #include "cnc/part/operation_layer.h"
+#include "cnc/part/part_measures.h"
 #include "cnc/proof/run_proof.h"
 #include "cnc/targets/target_table.h"
 #include "parts/mautocad.h"
@@ -24,7 +25,6 @@ namespace brenvik {
 namespace {
 
 constexpr int SheetColor = 7;
-constexpr int SizeDigits = 6;
 
 /// Layers whose entities have done their work; the names compare letter by letter. "circleHold2" has a small
 /// c on purpose: what was left on `CircleHold2` stays.
@@ -44,6 +44,7 @@ bool IsUsedUp(const std::string& layer) {
     return std::find(UsedUp.begin(), UsedUp.end(), layer) != UsedUp.end();
 }
 
+/// The blank that the part is cut from, as a plane outline with the thickness of the part.
 void DrawSheet(RunState& run) {
     const std::string layer = SheetLayerName(run, run.part.ExtentZ);
     if (layer.empty()) return;
@@ -126,15 +127,6 @@ void ReadPartTexts(RunState& run) {
     run.part.Quantity = IsBlank(quantity) ? 1 : ToInteger(LenientNumber(quantity));
 }
 
-/// The blank that the part is cut from, as a plane outline with the thickness of the part.
-void MeasurePart(RunState& run) {
-    const Box3 box = LastSolid(*run.part.drawing).GetBoundingBox();
-    run.part.LowestCorner = box.min;
-    run.part.ExtentX = RoundHalfEven(box.max.x - box.min.x, SizeDigits);
-    run.part.ExtentY = RoundHalfEven(box.max.y - box.min.y, SizeDigits);
-    run.part.ExtentZ = RoundHalfEven(box.max.z - box.min.z, SizeDigits);
-}
-
 PassOutcome ClosePart(RunState& run) {
     AcadDocument& drawing = *run.part.drawing;
     UnlockAllLayers(drawing);
@@ -156,7 +148,7 @@ PassOutcome ClosePart(RunState& run) {
             layer == layers::DELETE || layer == layers::BrenvikExplode)
             line->Delete();
 
-    MeasurePart(run);
+    MeasurePart(run, LastSolid(drawing).GetBoundingBox());
     DrawSheet(run);
     if (SwitchIsOn(setting::ToungeProcessing)) ProcessTongues(run);
     if (!run.FirstPass()) DropFirstSidePaths(run);

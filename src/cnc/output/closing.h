@@ -7,8 +7,6 @@ namespace brenvik {
 
 /// The part data that file names and lists need.
 void ReadPartTexts(RunState& run);
-/// Where the part lies and its size, rounded.
-void MeasurePart(RunState& run);
 
 /// Part data, the sheet, tongues, and the sweep: what is left are the operations, the top face on Z 0.
 PassOutcome ClosePart(RunState& run);

@@ -22,7 +22,7 @@ void NoteUnexplained(RunState& run, std::string_view text);
 /// The same with its place in the frame of the first side.
 void NoteUnexplained(RunState& run, const std::string& text, const Box3& place);
 
-/// The same of what concerns the part as a whole and needs none of it where the part comes out all the same.
+/// Adds a note about the whole part. The proof withdraws it if the part comes out right.
 void NoteWholePart(RunState& run, const std::string& text);
 
 /// Adds a hole or pin that no operation was made for. `kind` is the operator's word for it. One that was

@@ -3,6 +3,7 @@
 #include "cnc/picture/part_picture.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 

@@ -2,7 +2,6 @@
 // to know nothing of layers and targets.
 #pragma once
 
-#include <array>
 #include <optional>
 #include <span>
 #include <string>
@@ -17,10 +16,6 @@ namespace brenvik {
 
 /// In the order in which they are drawn, the later ones over the earlier.
 enum class PictureKind { Sheet, Outline, CutOut, Pocket, Route, ThroughHole, Hole, Bore, Unread };
-
-inline constexpr std::array PictureKinds{PictureKind::Sheet,  PictureKind::Outline, PictureKind::CutOut,
-                                         PictureKind::Pocket, PictureKind::Route,   PictureKind::ThroughHole,
-                                         PictureKind::Hole,   PictureKind::Bore,    PictureKind::Unread};
 
 /// How a kind is drawn: a name for programs, one for people, a colour for its lines and one for what lies
 /// within them ("none" for nothing), as #rrggbb.

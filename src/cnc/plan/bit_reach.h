@@ -13,8 +13,8 @@ namespace brenvik {
 PlanSide MovedLeft(const PlanSide& side, double reach);
 
 /// A closed line moved to its left, side by side: arcs around the corners that stand out on that hand, and by
-/// way of the corner itself where it draws in. What it runs around the way that the line does, once more than
-/// the other way, is the region moved in or out.
+/// way of the corner itself where it draws in. A place is inside the result if the line winds around it once
+/// more in its own sense than against it.
 std::vector<PlanSide> MovedLeft(std::span<const PlanSide> line, double reach);
 
 /// The same line, with its inside to the left.

@@ -153,12 +153,6 @@ PlanSide Stretch(const PlanSide& side, double from, double to) {
     return part;
 }
 
-std::vector<PlanPoint> MeetingsOf(const PlanSide& a, const PlanSide& b, double same) {
-    std::vector<PlanPoint> points;
-    Meetings(CurveOf(a), CurveOf(b), same, points);
-    return points;
-}
-
 std::vector<NumberedStretch> NumberedStretches(std::span<const PlanSide> sides, double same) {
     std::vector<Curve> curves;
     for (std::size_t i = 0; i < sides.size(); ++i) {

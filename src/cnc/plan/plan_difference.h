@@ -39,8 +39,8 @@ struct PlanSpot {
     PlanBox box;
     double area = 0;
     double width = 0;  ///< Of its widest place; up to twice that where walls run together.
-    /// What has taken it, or leaves it in its middle; none for the stock's own border and for what nothing
-    /// goes around.
+    /// Index of the operation that removed it or left it standing; -1 at the edge of the stock, or where no
+    /// operation runs.
     int operation = -1;
     bool notReached = false;       ///< The bit of that operation doesn't get in.
     std::vector<PlanBox> stripes;  ///< What it consists of, each as a box.

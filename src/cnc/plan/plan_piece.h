@@ -38,6 +38,7 @@ struct PlanRound {
     double radius = 0;
     double sweep = 0;  ///< Of the side; positive for counter-clockwise.
 };
+/// The circle of a side, which has to be round.
 PlanRound RoundOf(const PlanSide& side);
 
 /// The straight sides of a closed path by its corners.

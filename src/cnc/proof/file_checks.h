@@ -9,9 +9,8 @@ namespace brenvik {
 class AcadDocument;
 struct RunState;
 
-/// What in the file of a side isn't as a run with these settings and this material library writes it, in
-/// words. The run knows the part as it lies, its material and the target. What is told by comparing what the
-/// operations cut, such as depths, isn't looked at here.
+/// Lists what a run with these settings and materials would have written differently in a side's file. The
+/// run knows the part as it lies, its material and the target. Depths are left to the proof.
 std::vector<std::string> FaultsOfFile(const RunState& run, AcadDocument& file, bool secondSide);
 
 }  // namespace brenvik

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "cnc/part/target.h"
-#include "cnc/targets/horizontal_boring_names.h"
+#include "cnc/targets/bore_rules.h"
 
 namespace brenvik {
 

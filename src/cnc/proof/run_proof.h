@@ -27,7 +27,6 @@ struct GatheredProof {
 /// Whether runs prove their parts; they do unless somebody has switched it off. Unloading the library
 /// switches it on again.
 void SetProof(bool on);
-bool ProofIsOn();
 
 /// The numbers of the bits of the part's material, by which names are read.
 std::vector<std::string> ToolNumbersOf(const RunState& run);
@@ -35,16 +34,16 @@ std::vector<std::string> ToolNumbersOf(const RunState& run);
 /// One millimetre in units of the run.
 double UnitOf(const RunState& run);
 
-/// Before the first side's solid goes.
+/// Holds the solid for the comparison; to be called before the first side's solid is deleted.
 void HoldPartForProof(RunState& run);
-/// An outline that a setting keeps out of the file.
+/// Records an outline that a setting keeps out of the file.
 void NoteLeftOutOutline(RunState& run, const AcadLWPolyline& outline);
-/// What stands in the file of a side.
+/// Reads the operations of a side's file.
 void GatherWrittenSide(RunState& run, AcadDocument& file, bool secondSide);
-/// The part has a file that says nothing, and why.
+/// Records that the part's file can't be compared, and why.
 void NoteUnproved(RunState& run, const std::string& why);
-/// At the end of a part, however many sides it got. Tells differences in `run.part.differences`; of what has
-/// been noted as untaken before, it takes back what the files make all the same.
+/// Compares the part with its files, at its end, however many sides it got. Adds differences to
+/// `run.part.differences`, and removes notes of features that the files do make.
 void ProveGathered(RunState& run);
 
 }  // namespace brenvik

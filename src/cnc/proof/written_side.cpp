@@ -6,16 +6,16 @@
 #include <cmath>
 
 #include "base/text.h"
+#include "cnc/drawing/work_layers.h"
 #include "cnc/part/lengths.h"
 #include "cnc/part/told.h"
 #include "cnc/plan/plan_sides.h"
-#include "cnc/targets/vertical_drilling_names.h"
+#include "cnc/targets/hole_rules.h"
 
 namespace brenvik {
 
 namespace {
 
-constexpr int OutlineColor = 2;
 /// Of a unit normal: below it a path lies level.
 constexpr double SameAxis = 1e-6;
 /// Places in files have six decimals.
@@ -71,14 +71,14 @@ class SideReader {
         const std::optional<OperationName> name = NameOf(std::abs(polyline.Thickness()));
         if (!name) return;
         if (!IsLevel(polyline.Normal()))
-            return Fault(name->kind == OperationKind::Outline || polyline.Color() == OutlineColor
+            return Fault(name->kind == OperationKind::Outline || polyline.Color() == layers::OutlineColor
                              ? "an outline that isn't level"
                              : "a path that isn't level");
         if (!polyline.Closed()) return Fault("an open path");
         if (name->kind == OperationKind::Bore) return TakeRectangle(polyline, *name);
         if (name->kind == OperationKind::Sheet) return Fault("a path");
         const double up = polyline.Normal().z;
-        AddUpright(*name, Kind(*name, polyline.Color() == OutlineColor), SidesOf(polyline),
+        AddUpright(*name, Kind(*name, polyline.Color() == layers::OutlineColor), SidesOf(polyline),
                    polyline.Elevation() * up, -polyline.Thickness() * up);
     }
 

@@ -2,7 +2,6 @@
 // material above them, given a depth, a direction and a bit, run off the part's edges, and named.
 #include "cnc/routes/routing.h"
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -175,10 +174,7 @@ std::string_view DirectionOfCut(const MaterialRecord& material) {
     return FoldLower(material.direction) == "c" ? Clockwise : CounterClockwise;
 }
 
-double ShortestSide(const AcadLWPolyline& path) {
-    const std::vector<double> sides = SideLengths(path);
-    return sides.empty() ? 0 : Round(std::ranges::min(sides));
-}
+double ShortestSide(const AcadLWPolyline& path) { return ShortestSide(path, Decimals); }
 
 bool CutInside(RunState& run, const Box3& part, AcadLWPolyline& path) {
     const double depth = RaiseToTop(part, path, path.GetBoundingBox().min.z);

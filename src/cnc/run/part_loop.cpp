@@ -93,8 +93,8 @@ void CleanUp(RunState& run, const PartFile& file, bool bothSides) {
     run.part.ThroughRouteSeen = 0;
 }
 
-/// What goes wrong with files goes wrong with the next part too. A record that breaks off is the matter of
-/// the one part whose material it is; a library that is no text at all is that of every part.
+/// File failures would hit the next part too, so they end the run. A truncated record concerns only parts of
+/// that material; a library that isn't text concerns every part.
 bool IsOfFiles(const Failure& failure) {
     const long number = failure.number();
     if (number == failure_number::InputPastEnd) return false;

@@ -15,6 +15,7 @@
 #include "cnc/output/work_lists.h"
 #include "cnc/part/part_file_name.h"
 #include "cnc/part/part_material.h"
+#include "cnc/part/part_measures.h"
 #include "cnc/proof/file_checks.h"
 #include "cnc/proof/run_proof.h"
 #include "cnc/proof/target_of_names.h"
@@ -101,7 +102,7 @@ class FolderProof {
     /// The solid as the run has held it when it closed the part.
     static PassOutcome Hold(RunState& run) {
         ReadPartTexts(run);
-        MeasurePart(run);
+        MeasurePart(run, LastSolid(*run.part.drawing).GetBoundingBox());
         run.part.MaterialName = MaterialNameOf(LastSolid(*run.part.drawing));
         run.part.Material = {};
         run.part.PartThickness = run.part.ExtentZ;

@@ -135,7 +135,7 @@ class CircularRoutes {
         if (plan.otherSide) NeedOtherSide(mRun);
     }
 
-    /// A slot that no round has filled yet is empty, and one of an earlier round names a circle that is gone.
+    /// Unfilled slots are null; slots from earlier rounds may point to deleted circles.
     static void Drop(RouteRim* rim) {
         if (rim == nullptr) return;
         Skip([rim] { rim->circle->Delete(); });

@@ -12,6 +12,7 @@
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/work_layers.h"
 #include "cnc/part/part_material.h"
+#include "cnc/part/part_measures.h"
 #include "cnc/sorting/circle_sorting.h"
 #include "cnc/sorting/circular_routes.h"
 #include "cnc/sorting/edge_sorting.h"
@@ -90,10 +91,8 @@ void BreakDown(AcadDocument& drawing) {
     UnlockLayer(drawing, layers::CircleHold);
 }
 
-void TakeSizes(RunState& run, const Acad3DSolid& solid, const Box3& box) {
-    run.part.ExtentX = RoundHalfEven(box.max.x - box.min.x, SizeDecimals);
-    run.part.ExtentY = RoundHalfEven(box.max.y - box.min.y, SizeDecimals);
-    run.part.ExtentZ = RoundHalfEven(box.max.z - box.min.z, SizeDecimals);
+void TakeMeasures(RunState& run, const Acad3DSolid& solid, const Box3& box) {
+    MeasurePart(run, box);
     run.part.PartThickness = run.part.ExtentZ;
     run.part.PartBottomZ = RoundHalfEven(box.min.z, SizeDecimals);
     run.part.PartVolume = solid.Volume();
@@ -112,7 +111,7 @@ PassOutcome SortEdges(RunState& run) {
 
     const Acad3DSolid& solid = LastSolid(drawing);
     const Box3 part = solid.GetBoundingBox();
-    TakeSizes(run, solid, part);
+    TakeMeasures(run, solid, part);
     NoteUntakenFaces(run);
     CompleteHoleFloors(run, part);
     SortCircles(run, part);

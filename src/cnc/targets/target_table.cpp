@@ -107,9 +107,22 @@ std::string RouteOfTHERM(const RunState& run, RouteRole role, PathKind kind, dou
     return (pocket ? "pocket " : "dado ") + ToolOf(run, role).diameter + " " + depthText;
 }
 
-}  // namespace
+/// The scale digits of layer names: the first for a run in millimetres, the second for one in
+/// inches; nothing for a scale setting outside 1 to 4, and the name stays without its number.
+std::optional<int> ScaleDigits(const RunState& run, int metric, int imperial) {
+    switch (run.part.ExportScaleSetting) {
+        case 2:
+        case 3:
+            return metric;
+        case 1:
+        case 4:
+            return imperial;
+        default:
+            return std::nullopt;
+    }
+}
 
-std::span<const TargetTraits> TargetTable() { return Traits; }
+}  // namespace
 
 const TargetTraits& TraitsOf(Target target) {
     for (const TargetTraits& traits : Traits)
@@ -172,19 +185,6 @@ std::string CompensationText(const RunState& run) {
     if (direction == "cc") return "0";
     if (direction == "c") return "1";
     return {};
-}
-
-std::optional<int> ScaleDigits(const RunState& run, int metric, int imperial) {
-    switch (run.part.ExportScaleSetting) {
-        case 2:
-        case 3:
-            return metric;
-        case 1:
-        case 4:
-            return imperial;
-        default:
-            return std::nullopt;
-    }
 }
 
 std::string ScaledNumberText(const RunState& run, double value, int metric, int imperial,

@@ -24,7 +24,7 @@ struct TargetTraits {
     ChoiceDialog choiceDialog;
 };
 
-std::span<const TargetTraits> TargetTable();
+/// The row of a target.
 const TargetTraits& TraitsOf(Target target);
 
 /// What a path is on the part.
@@ -46,10 +46,6 @@ std::string SheetLayerName(const RunState& run, double thickness);
 
 /// The cutter compensation of layer names, from the material's direction: "0" for "cc", "1" for "c".
 std::string CompensationText(const RunState& run);
-
-/// The scale digits of layer names: the first for a run in millimetres, the second for one in
-/// inches; nothing for a scale setting outside 1 to 4, and the name stays without its number.
-std::optional<int> ScaleDigits(const RunState& run, int metric, int imperial);
 
 /// The number with as many decimals as the scale asks for; blank for an unknown scale.
 std::string ScaledNumberText(const RunState& run, double value, int metric, int imperial,

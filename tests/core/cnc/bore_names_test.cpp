@@ -5,7 +5,7 @@
 #include <string>
 
 #include "cnc/part/run_state.h"
-#include "cnc/targets/horizontal_boring_names.h"
+#include "cnc/targets/bore_rules.h"
 
 namespace brenvik {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "cnc/part/run_state.h"
-#include "cnc/targets/vertical_drilling_names.h"
+#include "cnc/targets/hole_rules.h"
 
 namespace brenvik {
 namespace {

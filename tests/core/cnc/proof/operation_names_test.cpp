@@ -7,8 +7,8 @@
 
 #include "base/numbers.h"
 #include "cnc/part/run_state.h"
+#include "cnc/targets/hole_rules.h"
 #include "cnc/targets/target_table.h"
-#include "cnc/targets/vertical_drilling_names.h"
 
 namespace brenvik {
 namespace {

@@ -1,5 +1,5 @@
 // The table of what the targets call a vertical hole, and the few forms that the names have.
-#include "cnc/targets/vertical_drilling_names.h"
+#include "cnc/targets/hole_rules.h"
 
 #include <array>
 

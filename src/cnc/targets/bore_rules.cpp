@@ -1,5 +1,5 @@
 // The table of what the targets call a bore in each of the four edges.
-#include "cnc/targets/horizontal_boring_names.h"
+#include "cnc/targets/bore_rules.h"
 
 #include <array>
 

@@ -1,5 +1,5 @@
 // Reading whole files with the standard library alone.
-#include "drafting_host/document/whole_file.h"
+#include "drafting_host/document/read_file.h"
 
 #include <fstream>
 #include <system_error>
