@@ -109,7 +109,7 @@ ExitStatus SetOne(const std::string& home, const std::string& name, const std::s
             << "HomeUnits converts nothing: CircleSize, BiesseWorksSpoil, DrillSpoilAmount, BWPriority and "
                "the material library have to be in these units, and ExportScaleSetting "
             << (UnitsNamed(value) == MeasureUnits::Metric ? "2 or 3\n" : "1 or 4\n");
-    // A home that has lost its settings is told.
+    // A home that has lost its settings is reported.
     return workplace.HomeWasMade() && workplace.toldSettings.DamageFound() ? ExitStatus::Incomplete
                                                                            : ExitStatus::Done;
 }

@@ -16,7 +16,7 @@
 namespace brenvik::app {
 
 void TellDamagedSettings(Workplace& workplace, Teller& teller) {
-    // What has been read up to here has been told already.
+    // Everything read so far has been reported already.
     if (workplace.toldSettings.DamageFound()) teller.MarkIncomplete();
     workplace.toldSettings.tell = [&teller](const std::string& text) { teller.Loss(text); };
 }

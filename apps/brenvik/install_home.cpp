@@ -53,7 +53,7 @@ void InstallHome(FilesPort& files, DatabasePort& database, std::optional<Measure
     WriteIfMissing(files, at(NoAdjustmentsFile), "");
     WriteIfMissing(files, at(CsvProfileFile), InitialCsvProfiles());
     WriteIfMissing(files, at(CncProfileFile), InitialCncProfiles());
-    // Nobody edits the help, and it has to tell of this program.
+    // Nobody edits the help, and it has to describe this program.
     files.WriteFile(at(HelpFile), HelpText());
     // The settings come last: a folder with settings is a whole installation.
     if (units) CreateInitialSettings(*units, folder);

@@ -14,7 +14,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// What stands where a folder can't be made; blank for a folder, and for nothing at all.
+/// What is in the way of a folder that can't be made; blank if that is a folder itself, or if the place is
+/// free.
 std::string WhatIsNoFolder(const fs::path& folder, const std::string& shown) {
     std::error_code error;
     if (fs::is_symlink(folder, error) && !fs::exists(folder, error))

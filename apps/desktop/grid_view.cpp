@@ -144,7 +144,7 @@ class GridView : public QTableView {
 
     void GoTo(int column, int row) {
         const QModelIndex cell = mModel.index(row - 1, column - 1);
-        // A click on the cell where the user stands already is told all the same.
+        // A click on the current cell is passed on as well.
         if (cell == currentIndex()) return Enter(cell);
         setCurrentIndex(cell);
     }

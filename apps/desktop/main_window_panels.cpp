@@ -197,7 +197,7 @@ void MainWindow::TakeTreeSelection() {
     std::vector<std::string> handles;
     for (const QTreeWidgetItem* item : mTree->selectedItems()) {
         if (item->parent() != nullptr) handles.push_back(FromQt(item->data(0, HandleRole).toString()));
-        // A heading stands for all below it.
+        // A heading includes everything below it.
         for (int child = 0; child < item->childCount(); ++child)
             handles.push_back(FromQt(item->child(child)->data(0, HandleRole).toString()));
     }

@@ -1,4 +1,4 @@
-// The table of session values and how each is told as a text.
+// The table of session values, and each as text.
 #include "journal/session_values.h"
 
 #include <array>

@@ -45,7 +45,7 @@ class TextArgument {
     std::vector<SQLCHAR> mNarrow;
 };
 
-// The text before the zero that ends it, whatever length a driver says that it has.
+// The text up to its terminating zero, whatever length the driver reports.
 template <typename Unit>
 std::string UpToZero(std::span<const Unit> text) {
     const auto end = std::find(text.begin(), text.end(), Unit{0});

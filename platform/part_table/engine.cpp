@@ -18,7 +18,7 @@ namespace {
 // How long another program may hold the file before a statement gives up.
 constexpr int BusyMilliseconds = 200;
 
-// Why the file can't be used, or nothing where the statement is at fault.
+// Why the file can't be used; null if the statement is at fault.
 const char* FileTrouble(int primaryCode) {
     switch (primaryCode) {
         case SQLITE_BUSY:
@@ -137,7 +137,7 @@ void Engine::Configure() {
     RunOwn("PRAGMA journal_mode = MEMORY");
     RunOwn("PRAGMA cache_spill = OFF");
     RunOwn("PRAGMA temp_store = MEMORY");
-    // The first look at the content tells whether it is a database at all.
+    // Only reading the content shows whether it is a database at all.
     RunOwn("SELECT count(*) FROM sqlite_master");
     // It may have been replaced between the look at its name and the opening.
     int moved = 0;

@@ -1,4 +1,4 @@
-// The test of the group fields, and the box that tells of it.
+// The test of the group fields, and the box that reports it.
 #include "grid/grouping_interlock.h"
 
 #include "base/text.h"

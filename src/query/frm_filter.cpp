@@ -218,7 +218,7 @@ void frmFilter::Confirm() {
     mStatementRefused =
         !ShowAndResume(ShowFailure, RequireWholeClause) || !ShowStatementInGrid(session.CurrentSQL);
     Unload();
-    // Sorting by a refused filter would tell the same failure again.
+    // Sorting by a refused filter would report the same failure again.
     if (mStatementRefused) return PutListStateBack(std::move(before));
     auto& sort = StateOf<frmNewSort>();
     sort.PressByCode("btnOK");

@@ -16,7 +16,7 @@ namespace brenvik {
 
 namespace {
 
-/// What an operator may be made of, so that an unknown one is told as such.
+/// What an operator may be made of, so that an unknown one is reported as such.
 constexpr std::string_view OperatorSigns = "=<>!*~";
 constexpr std::string_view LikeWord = " like";
 constexpr std::string_view KnownOperators = "the operators are =, >, <, <> and like";

@@ -31,7 +31,8 @@ double Along(const gp_Pnt2d& p, bool alongU) { return alongU ? p.X() : p.Y(); }
 
 gp_Vec2d AlongBy(double length, bool alongU) { return alongU ? gp_Vec2d(length, 0) : gp_Vec2d(0, length); }
 
-// Walks a wound or closed loop from the given piece on; what is carried over the end moves by whole turns.
+// Lets a wound or closed loop begin at the given piece; the pieces ahead of it follow at the end, moved by
+// the turns that the loop winds.
 void StartAt(LoopChart& loop, std::size_t piece) {
     const gp_Vec2d turn(FullTurn * loop.windU, FullTurn * loop.windV);
     for (std::size_t i = 0; i < piece; ++i) loop.pieces[i].Move(turn);

@@ -110,7 +110,7 @@ class FreeCharter {
         chart.pieces.push_back(std::move(piece));
     }
 
-    // Nothing where the walk goes on, a spread point where all of a side of the surface is one point.
+    // Adds nothing if the pieces meet; a spread point if a whole side of the surface is one point.
     void Bridge(LoopChart& chart, const ChartPiece& next) const {
         const gp_Pnt2d from = chart.pieces.back().End();
         const gp_Pnt2d to = next.Start();

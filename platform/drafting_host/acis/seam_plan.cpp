@@ -192,7 +192,7 @@ bool SeamPlanner::Moved() {
     return false;
 }
 
-// Neither vertex stands well, but both may go anywhere.
+// Neither vertex is well placed, but both may be moved anywhere.
 bool SeamPlanner::MovedBoth() {
     if ((mPair.low >= 0 && !Movable(mPair.low)) || (mPair.high >= 0 && !Movable(mPair.high))) return false;
     for (int i = 0; i < TriedPlaces; ++i) {

@@ -36,7 +36,7 @@ CommandSession::CommandSession(HostCommandLine& line, HostDocument& document)
     : mLine(line), mDocument(document) {}
 
 CommandSession::~CommandSession() {
-    // The one that was opened last goes first.
+    // The one that was opened last is closed first.
     while (!mRunning.empty()) mRunning.pop_back();
 }
 

@@ -15,7 +15,8 @@ namespace {
 
 using Layers = std::vector<HostLayer*>;
 
-/// A change of one layer. What the drawing refuses is told, and the other layers go on.
+/// A change of one layer. A refusal by the drawing is reported, and the other layers are changed all the
+/// same.
 using Change = std::function<void(HostLayer&)>;
 
 void ChangeAll(const CommandSession& session, const Layers& layers, const Change& change) {

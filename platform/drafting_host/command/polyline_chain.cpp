@@ -141,7 +141,7 @@ class Chain {
         }
     }
 
-    /// Goes on from one end of the chain; false where nothing goes on.
+    /// Extends the chain at one end; false if no curve begins there.
     bool Extend(std::vector<Step>& steps, bool atBegin) {
         const std::size_t node = atBegin ? Begin() : End();
         std::optional<std::size_t> next;

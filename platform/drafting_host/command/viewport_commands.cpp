@@ -13,7 +13,7 @@ using namespace vectors;
 
 namespace {
 
-/// The sheet of a drawing that was never set up for a printer, as its file tells it.
+/// The sheet of a drawing that was never set up for a printer, by its file.
 constexpr double SheetWidth = 420, SheetHeight = 297;
 
 bool InPaperSpace(const CommandSession& session, std::string_view command) {

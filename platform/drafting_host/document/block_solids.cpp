@@ -219,7 +219,7 @@ class SolidsOnly {
     bool AreAll(const std::string& name) {
         const auto known = mKnown.find(name);
         if (known != mKnown.end()) return known->second;
-        // A block that is met within itself adds nothing there.
+        // A block inserted into itself adds no solids there.
         mKnown.emplace(name, true);
         const HostBlock* block = mDocument.FindBlock(name);
         bool areAll = block != nullptr && !(block->Record().kept && !block->Record().kept->entities.empty());

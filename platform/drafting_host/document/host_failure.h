@@ -17,8 +17,6 @@ inline constexpr long OnLockedLayer = -2145386239;
 inline constexpr long Cancelled = -2147352567;
 inline constexpr long InvalidArgument = -2147024809;
 inline constexpr long NotPossible = -2145386445;
-/// The number of every reader of files here.
-inline constexpr long InvalidFileFormat = 321;
 
 }  // namespace brenvik::host_failure_number
 

@@ -72,7 +72,8 @@ void RequirePair(const HostEntity& one, const HostEntity& other) {
     }
 }
 
-/// The outcome of a boolean: nothing left erases the object, an untouched shape keeps all it knows.
+/// The outcome of a boolean: an object with nothing left is erased; one whose shape is untouched keeps its
+/// records.
 void TakeResult(HostShapeEntity& entity, HostShapeEntity& used, TopoDS_Shape result) {
     used.EraseAnyway();
     if (result.IsNull()) {

@@ -77,7 +77,7 @@ class Pages2004 {
     }
 
   private:
-    /// A length that goes on as long as bytes are 0.
+    /// A length that continues for as long as the bytes are 0.
     std::size_t Run0() {
         std::size_t length = 0;
         unsigned byte = mData.Next();

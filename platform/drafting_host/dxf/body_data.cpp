@@ -63,7 +63,7 @@ void BodyData::Take(const Record& record) {
         body.damage = LengthDamage(FindGroup(record.groups, codeLength), body.bytes.size());
     body.section = mReading.file.sections.size() - 1;
     body.record = mReading.file.sections.back().records.size();
-    // The first of two stands, as everywhere.
+    // The first of two counts, as everywhere.
     mBodies.emplace(handle, std::move(body));
 }
 

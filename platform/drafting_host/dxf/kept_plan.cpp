@@ -47,7 +47,7 @@ class Owners {
         for (const KeptRecord& object : file.objects) mObjects.emplace(object.handle, &object);
         for (const HandleValue handle : file.handles) mRead.insert(handle);
         for (const KeptRecord& object : file.objects) Settle(object);
-        // What ties a dimension to its objects says nothing without them.
+        // The link from a dimension to its objects is meaningless without them.
         for (const KeptRecord& object : file.objects) {
             if (object.name != "DIMASSOC") continue;
             bool isTorn = false;

@@ -26,7 +26,7 @@ bool TakePlanePoint(const Group& group, int index, PlanePoint& point) {
 
 bool IsZero(const Point3& point) { return point.x == 0 && point.y == 0 && point.z == 0; }
 
-/// A vector as short as this has no direction that its numbers could tell.
+/// A vector shorter than this has no reliable direction.
 bool HasDirection(const Point3& vector) { return std::hypot(vector.x, vector.y, vector.z) > 1e-100; }
 
 void RequirePositive(double value, std::string_view what, std::size_t line) {

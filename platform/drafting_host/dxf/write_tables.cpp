@@ -91,7 +91,7 @@ std::span<const KeptRecord> EntriesOf(const WritePlan& plan, std::string_view ta
     return kept == nullptr ? std::span<const KeptRecord>() : kept->entries;
 }
 
-/// What stands in a table and in no value of the drawing.
+/// The parts of a table that the drawing has no value for.
 void WriteUnread(GroupWriter& out, WritePlan& plan, const std::string& table) {
     for (const KeptRecord& entry : EntriesOf(plan, table)) WriteWhole(out, plan, table, entry, entry.handle);
 }

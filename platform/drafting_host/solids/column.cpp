@@ -53,7 +53,7 @@ Lie LieOf(const BRepAdaptor_Surface& surface) {
     return Lie::Other;
 }
 
-/// The curves of a face's boundary; nothing where one is neither straight nor round.
+/// The curves of a face's boundary; empty if one of them is neither straight nor round.
 std::optional<std::vector<PlanCurve>> BoundaryOf(const TopoDS_Face& face) {
     std::vector<PlanCurve> ring;
     for (TopExp_Explorer edges(face, TopAbs_EDGE); edges.More(); edges.Next()) {

@@ -16,7 +16,7 @@ bool SameAxis(const HoleCircle& a, const HoleCircle& b) {
     return SameLength(a.center.x, b.center.x) && SameLength(a.center.y, b.center.y);
 }
 
-/// The highest stands for its axis, and of several at its height the widest.
+/// The highest represents its axis; of several at one height, the widest.
 bool TellsLess(const HoleCircle& a, const HoleCircle& b) {
     if (!SameLength(a.center.z, b.center.z)) return a.center.z < b.center.z;
     return a.diameter < b.diameter;

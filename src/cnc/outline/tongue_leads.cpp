@@ -135,7 +135,7 @@ bool IsBody(const Candidate& candidate, const std::vector<Candidate>& all) {
     });
 }
 
-/// The loop at a corner where the path comes in `arriving` and goes on `leaving`.
+/// The loop at a corner that the path enters in the direction `arriving` and leaves in `leaving`.
 std::array<PathVertex, 3> Loop(const PathVertex& corner, const Direction& arriving, const Direction& leaving,
                                double lead) {
     const double ax = lead * arriving.x, ay = lead * arriving.y;

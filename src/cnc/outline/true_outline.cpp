@@ -50,7 +50,7 @@ constexpr double SameReach = 1e-3;
 constexpr double SureReach = 0.05;
 /// Of heights at which the part is sliced, and at which its section changes.
 constexpr double SameLevel = 1e-6;
-/// Of the width that the question about bits tells.
+/// Of the width that the question about bits names.
 constexpr int WidthDecimals = 2;
 
 /// Moves polylines from one layer to another.
@@ -198,7 +198,7 @@ const SolidSections* TrueOutline::Sections() {
     return mSections.get();
 }
 
-/// Whether the part's box alone tells that it stands outside of the profile.
+/// Whether the part's box alone shows that the part reaches beyond the profile.
 bool TrueOutline::BoxReachesBeyond() const {
     if (mProfile == nullptr) return false;
     const Box3 part = LastSolid(*mRun.part.drawing).GetBoundingBox(), path = mProfile->GetBoundingBox();
@@ -244,7 +244,7 @@ bool TrueOutline::BoxSidesAreWhole() const {
                                 [&](const Edge& edge) { return endsThere(edge.from) || endsThere(edge.to); });
 }
 
-/// Whether the sections at those heights hold everything that stands between them.
+/// Whether the sections at those heights cover all sections between them.
 bool TrueOutline::LevelsTellAll(const std::vector<double>& heights) {
     if (Sections() == nullptr || !IsWidestAtLevels(*Sections())) return false;
     return std::ranges::all_of(Sections()->Levels(), [&](double level) {

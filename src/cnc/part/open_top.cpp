@@ -85,7 +85,7 @@ double VolumeAfterCut(AcadDocument& drawing, Acad3DSolid& part, AcadRegion& regi
     return volume;
 }
 
-/// What is left of the part by a trial cut from the curve on.
+/// The volume of the part that a trial cut from the curve on leaves.
 double VolumeLeft(RunState& run, AcadEntity& closedCurve, double upward) {
     AcadDocument& drawing = *run.part.drawing;
     Acad3DSolid& part = LastSolid(drawing);

@@ -40,7 +40,7 @@ struct Routing {
     Box3 part;
 };
 
-/// Whether a contour is cut on this pass. One that isn't has been told of, where nothing else will cut it.
+/// Whether a contour is cut on this pass. One that neither side will cut has been reported then.
 enum class Side { This, Other, Unknown };
 
 Side SideOf(Routing& routing, AcadEntity& contour, const CutContour& place, std::string_view kind) {

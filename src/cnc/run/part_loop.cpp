@@ -101,8 +101,8 @@ bool IsOfFiles(const Failure& failure) {
     return number == failure_number::InvalidFileFormat || IsOfFileSystem(failure);
 }
 
-/// The work on the open drawing. A part that the host or the modeller refuses is skipped and told, so that
-/// the other parts of a job come out; a folder that can't be written ends the run.
+/// The work on the open drawing. A part that the host or the modeller refuses is skipped and reported, so
+/// that the other parts of a job come out; a folder that can't be written ends the run.
 PassOutcome WorkOrSkip(RunState& run, const PassWork& steps, const PartFile& file, RunReport& report) {
     PassOutcome came = PassOutcome::SkipPart;
     const std::optional<Failure> failure = Attempt([&] { came = WorkOnPass(run, steps); });
@@ -184,7 +184,7 @@ PassEnd WorkOnPart(RunState& run, const PassWork& steps, std::span<const PartFil
     return end;
 }
 
-/// What is left to do when a part ends the run.
+/// Reports the part that ended the run, and how many were left.
 void ReportTheRest(const PartFile& file, std::size_t left, std::vector<std::string>& lines) {
     std::string line = "The run ended at the part " + file.label;
     if (left == 1) line += "; 1 more part has not been worked on";

@@ -188,7 +188,7 @@ bool MayHaveSlopes(const Edges& edges) {
            std::ranges::any_of(edges.bores, leans);
 }
 
-/// A slanted hole is told as a hole, and its floor is a part of it.
+/// A slanted hole is reported as a hole, and its floor is a part of it.
 bool IsFloorOf(const Axis& bore, const AcadRegion& face, const Point3& middle) {
     return bore.Parallel(face.Normal()) && NearlyEqual(bore.on, middle) &&
            NearlyEqual(face.Area(), std::numbers::pi * bore.radius * bore.radius);

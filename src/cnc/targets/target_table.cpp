@@ -50,7 +50,7 @@ ToolTexts ToolOf(const RunState& run, RouteRole role) {
             first.feedSpeed};
 }
 
-/// What stands first in the names of the first family.
+/// The first letters of names of the first family.
 std::string_view KindOf(RouteRole role, PathKind kind) {
     switch (role) {
         case RouteRole::Inside:

@@ -1,4 +1,4 @@
-// The boundary of the library: every call comes in here, and no failure goes out.
+// The boundary of the library: every call enters here, and no failure leaves.
 #include "session/library/brenvik_class.h"
 
 #include "base/skip.h"
