@@ -31,14 +31,19 @@ class Prove : public ProgramTest {
     void ExpectTold(const Outcome& outcome, const std::string& text, const std::string& output) const {
         EXPECT_EQ(outcome.status, 1);
         EXPECT_NE(outcome.errors.find(text), std::string::npos) << outcome.errors;
-        EXPECT_EQ(outcome.output, output);
+        // A text without its line's end is how the line begins.
+        const bool whole = output.ends_with('\n');
+        EXPECT_EQ(whole ? outcome.output : outcome.output.substr(0, output.size()), output);
     }
 };
 
 const std::string bothRight = "2 of 2 parts come out of cut as they are drawn\n";
 const std::string onlyStray =
     "2 of 2 parts come out of cut as they are drawn, but its lists and files are not as the run has left "
-    "them: 1 difference\n";
+    "them: ";
+const std::string oneRightAndStrays =
+    "1 of 2 parts come out of cut as they are drawn, but its lists and files are not as the run has left "
+    "them: ";
 const std::string oneRight = "1 of 2 parts come out of cut as they are drawn\n";
 
 TEST_F(Prove, FilesOfEveryTargetMakeTheirParts) {
@@ -80,7 +85,7 @@ TEST_F(Prove, AVanishedFileIsTold) {
     MakeFiles();
     std::filesystem::remove(folder / "cut/Part_1_Shelf_7.dxf");
     const Outcome outcome = ProveJob();
-    ExpectTold(outcome, "has no file Part_1_Shelf_7.dxf in the folder", oneRight);
+    ExpectTold(outcome, "has no file Part_1_Shelf_7.dxf in the folder", oneRightAndStrays);
     EXPECT_NE(outcome.errors.find("The file BPart_1_Shelf_7.dxf is of no part that was looked at"),
               std::string::npos)
         << outcome.errors;
@@ -89,7 +94,7 @@ TEST_F(Prove, AVanishedFileIsTold) {
 TEST_F(Prove, AVanishedSecondSideIsTold) {
     MakeFiles();
     std::filesystem::remove(folder / "cut/2-sided/BPart_0_Side_7.dxf");
-    ExpectTold(ProveJob(), "wood stays that the part has not", oneRight);
+    ExpectTold(ProveJob(), "wood stays that the part has not", oneRightAndStrays);
 }
 
 TEST_F(Prove, AnEditedFileIsTold) {
@@ -154,7 +159,8 @@ TEST_F(Prove, AFileForAnotherPackageIsTold) {
         MakeFiles(targets[i]);
         const std::string file = first();
         for (std::size_t other = 0; other < targets.size(); ++other) {
-            if (other == i) continue;
+            // Two packages may have the same words for all that is on a part.
+            if (files[other] == files[i]) continue;
             Write(file, files[other]);
             EXPECT_EQ(ProveJob().status, 1) << targets[other] << " among files of " << targets[i];
         }
