@@ -13,7 +13,7 @@ void ConsoleDialogs::ShowModal(Form& form) {
 }
 
 MessageAnswer ConsoleDialogs::Show(const MessageRequest& request) {
-    ++mEssagesShown;
+    ++mMessagesShown;
     if (beforeTelling) beforeTelling();
     const MessageAnswer answer = OfferedAnswers(request.buttons).front();
     mErrors << MessageLine(request);

@@ -23,7 +23,7 @@ class ConsoleDialogs : public DialogPort {
     std::function<void()> beforeTelling;
 
     /// Message boxes shown so far. A command that expects none tells by it that something went wrong.
-    int MessagesShown() const { return mEssagesShown; }
+    int MessagesShown() const { return mMessagesShown; }
 
     /// Loads the form if need be, asks it to close, and unloads it if it refuses.
     void ShowModal(Form& form) override;
@@ -33,7 +33,7 @@ class ConsoleDialogs : public DialogPort {
 
   private:
     std::ostream& mErrors;
-    int mEssagesShown = 0;
+    int mMessagesShown = 0;
 };
 
 }  // namespace brenvik

@@ -37,7 +37,7 @@ std::optional<std::string> JournalDialogs::AnswerPrompt(AnswerKind kind, const s
 void JournalDialogs::ShowModal(Form& form) { playForm(form); }
 
 MessageAnswer JournalDialogs::Show(const MessageRequest& request) {
-    mEssages.push_back({request});
+    mMessages.push_back({request});
     const std::vector<MessageAnswer> offered = OfferedAnswers(request.buttons);
     if (!IsQuestion(request.buttons)) {
         mTranscript << MessageLine(request) << '\n';
@@ -50,7 +50,7 @@ MessageAnswer JournalDialogs::Show(const MessageRequest& request) {
     }
     for (const MessageAnswer answer : offered) {
         if (AnswerName(answer) != *queued->text) continue;
-        mEssages.back().answered = true;
+        mMessages.back().answered = true;
         mTranscript << MessageLine(request) << " -> " << AnswerName(answer) << '\n';
         return answer;
     }

@@ -47,7 +47,7 @@ class JournalDialogs : public DialogPort {
     std::optional<std::string> AnswerPrompt(AnswerKind kind, const std::string& prompt);
 
     /// Message boxes that the journal has not looked at yet, oldest first.
-    std::deque<ShownMessage>& Messages() { return mEssages; }
+    std::deque<ShownMessage>& Messages() { return mMessages; }
 
     void ShowModal(Form& form) override;
     /// Throws JournalFailure when the queued answer is no button of this box.
@@ -58,7 +58,7 @@ class JournalDialogs : public DialogPort {
   private:
     std::ostream& mTranscript;
     std::deque<QueuedAnswer> mAnswers;
-    std::deque<ShownMessage> mEssages;
+    std::deque<ShownMessage> mMessages;
 };
 
 }  // namespace brenvik

@@ -117,7 +117,7 @@ class ListControl : public Control {
     bool Selected(int index) const;
     /// A change runs `onClick`. A list that isn't multi-select has one selected item at most.
     void SetSelected(int index, bool on);
-    bool MultiSelect() const { return mUltiSelect; }
+    bool MultiSelect() const { return mMultiSelect; }
     /// The chosen item of a list box, the edit field of a combo box.
     std::string Text() const override;
     /// A list box chooses the first item of this text, if there is one. A combo box takes any text; where an
@@ -132,7 +132,7 @@ class ListControl : public Control {
     std::vector<std::string> mItems, mDesignItems;
     std::vector<bool> mSelected;
     int mListIndex = -1, mDesignListIndex = -1;
-    bool mUltiSelect;
+    bool mMultiSelect;
 };
 
 /// A list view in report form: rows of a text, sub-items, a key and a tag.

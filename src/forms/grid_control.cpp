@@ -20,15 +20,15 @@ GridControl::GridControl(std::string controlName, std::vector<GridColumn> gridCo
       mFieldIndexes(mColumns.size(), -1) {}
 
 bool GridControl::Inside(int column, int row) const {
-    return column >= 1 && column <= MaxCols() && row >= 1 && row <= mAxRows;
+    return column >= 1 && column <= MaxCols() && row >= 1 && row <= mMaxRows;
 }
 
 void GridControl::SetMaxRows(int rows) {
-    mAxRows = std::max(rows, 0);
-    mEdited.erase(mEdited.upper_bound({mAxRows, MaxCols()}), mEdited.end());
-    mActiveRow = std::min(mActiveRow, mAxRows);
+    mMaxRows = std::max(rows, 0);
+    mEdited.erase(mEdited.upper_bound({mMaxRows, MaxCols()}), mEdited.end());
+    mActiveRow = std::min(mActiveRow, mMaxRows);
     // Rows that come later begin unlocked, as the column is.
-    for (LockedBlock& block : mLockedBlocks) block.lastRow = std::min(block.lastRow, mAxRows);
+    for (LockedBlock& block : mLockedBlocks) block.lastRow = std::min(block.lastRow, mMaxRows);
     std::erase_if(mLockedBlocks, [](const LockedBlock& block) { return block.firstRow > block.lastRow; });
 }
 
@@ -168,7 +168,7 @@ void GridControl::Reload() {
 }
 
 void GridControl::PutActiveCell(int column, int row) {
-    if (column < 1 || column > MaxCols() || row < 0 || row > mAxRows)
+    if (column < 1 || column > MaxCols() || row < 0 || row > mMaxRows)
         throw SubscriptOutOfRange("cell " + std::to_string(column) + ", " + std::to_string(row));
     mActiveColumn = column;
     mActiveRow = row;

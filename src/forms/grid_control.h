@@ -60,7 +60,7 @@ class GridControl : public Control {
     GridControl(std::string name, std::vector<GridColumn> designColumns);
 
     int MaxCols() const { return static_cast<int>(mColumns.size()); }
-    int MaxRows() const { return mAxRows; }
+    int MaxRows() const { return mMaxRows; }
     /// Rows beyond the record set are blank. Marks and locks of rows that go are lost.
     void SetMaxRows(int rows);
     GridColumn& Column(int column);  ///< From 1; fails outside with 9.
@@ -139,7 +139,7 @@ class GridControl : public Control {
     };
     std::vector<LockedBlock> mLockedBlocks;
     DataControl* mSource = nullptr;
-    int mAxRows = 0;
+    int mMaxRows = 0;
     int mActiveColumn = 1, mActiveRow = 0;
 };
 

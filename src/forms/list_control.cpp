@@ -8,7 +8,7 @@
 namespace brenvik {
 
 ListControl::ListControl(ControlKind controlKind, std::string controlName, bool multi)
-    : Control(controlKind, std::move(controlName)), mUltiSelect(multi) {}
+    : Control(controlKind, std::move(controlName)), mMultiSelect(multi) {}
 
 std::size_t ListControl::Place(int index) const {
     if (index < 0 || index >= ListCount())
@@ -53,12 +53,12 @@ void ListControl::SetListIndex(int index) {
 
 bool ListControl::Selected(int index) const {
     const std::size_t place = Place(index);
-    return mUltiSelect ? mSelected[place] : mListIndex == index;
+    return mMultiSelect ? mSelected[place] : mListIndex == index;
 }
 
 void ListControl::SetSelected(int index, bool on) {
     if (Selected(index) == on) return;
-    if (!mUltiSelect) return SetListIndex(on ? index : -1);
+    if (!mMultiSelect) return SetListIndex(on ? index : -1);
     mSelected[Place(index)] = on;
     mListIndex = index;
     text = mItems[Place(index)];

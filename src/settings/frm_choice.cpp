@@ -49,10 +49,10 @@ frmChoice::frmChoice(std::string name) : Form(std::move(name), "Router Bit Choic
 
 void frmChoice::Ask(BitChoice& partChoice, const MaterialRecord& partMaterial) {
     mChoice = &partChoice;
-    mAterial = &partMaterial;
+    mMaterial = &partMaterial;
     ThePlatform().dialogs->ShowModal(*this);
     mChoice = nullptr;
-    mAterial = nullptr;
+    mMaterial = nullptr;
 }
 
 int frmChoice::ChosenOption() const {
@@ -65,9 +65,9 @@ void frmChoice::OnLoad() {
     for (std::size_t tool = 0; mChoice != nullptr && tool < MaterialToolCount; ++tool)
         Get<Control>(BitLabelName(tool))
             .SetText(NumberToText(mChoice->SavedToolDiameters[tool]) + " Diameter Tool");
-    for (std::size_t place = 0; mAterial != nullptr && place < mOptions.size(); ++place) {
+    for (std::size_t place = 0; mMaterial != nullptr && place < mOptions.size(); ++place) {
         BitChoice trial;
-        mOptions[place]->enabled = TakeOption(trial, *mAterial, static_cast<int>(place) + 1);
+        mOptions[place]->enabled = TakeOption(trial, *mMaterial, static_cast<int>(place) + 1);
     }
     OfferAccepting();
 }
@@ -77,7 +77,7 @@ void frmChoice::OfferAccepting() { mCmdAccept->enabled = ChosenOption() != 0; }
 
 void frmChoice::Accept() {
     const int option = ChosenOption();
-    if (mChoice != nullptr && TakeOption(*mChoice, *mAterial, option)) {
+    if (mChoice != nullptr && TakeOption(*mChoice, *mMaterial, option)) {
         mChoice->RouteSkip = 0;
         OnAccepted(option);
     }

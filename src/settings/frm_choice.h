@@ -34,7 +34,7 @@ class frmChoice : public Form {
     std::array<CheckControl*, ChoiceOptionCount> mOptions{};
     Control* mCmdAccept = nullptr;
     BitChoice* mChoice = nullptr;
-    const MaterialRecord* mAterial = nullptr;
+    const MaterialRecord* mMaterial = nullptr;
 };
 
 /// Copies the material's diameters, raises `RouteSkip` and asks. It is 0 afterwards if the user accepted a

@@ -209,12 +209,12 @@ EdgeCurve ArcThrough(const gp_Pnt& start, const gp_Pnt& end, bool closed, const 
 }  // namespace
 
 Placement::Placement(const TransformRecord& transform, long record)
-    : mAp(transform), mScale(transform.scale) {
-    for (gp_XYZ& row : mAp.rows)
+    : mMap(transform), mScale(transform.scale) {
+    for (gp_XYZ& row : mMap.rows)
         row = gp_XYZ(CleanComponent(row.X()), CleanComponent(row.Y()), CleanComponent(row.Z()));
     for (std::size_t i = 0; i < 3; ++i) {
-        const double length = mAp.rows[i].Modulus();
-        const double slant = std::abs(mAp.rows[i].Dot(mAp.rows[(i + 1) % 3]));
+        const double length = mMap.rows[i].Modulus();
+        const double slant = std::abs(mMap.rows[i].Dot(mMap.rows[(i + 1) % 3]));
         if (std::abs(length - 1) > Orthogonality || slant > Orthogonality) {
             throw BadRecord(record,
                             "a sheared or unevenly scaled transform is not read; expected a rotation");
@@ -222,17 +222,17 @@ Placement::Placement(const TransformRecord& transform, long record)
     }
     if (mScale < 0) {
         mScale = -mScale;
-        for (gp_XYZ& row : mAp.rows) row.Reverse();
+        for (gp_XYZ& row : mMap.rows) row.Reverse();
     }
     if (!(mScale > 1e-6 && mScale < 1e6)) throw BadRecord(record, "transform: the scale is out of range");
-    mIrrors = mAp.rows[0].Crossed(mAp.rows[1]).Dot(mAp.rows[2]) < 0;
+    mMirrors = mMap.rows[0].Crossed(mMap.rows[1]).Dot(mMap.rows[2]) < 0;
 }
 
 gp_XYZ Placement::Vector(const gp_XYZ& vector) const {
-    return (mAp.rows[0] * vector.X() + mAp.rows[1] * vector.Y() + mAp.rows[2] * vector.Z()) * mScale;
+    return (mMap.rows[0] * vector.X() + mMap.rows[1] * vector.Y() + mMap.rows[2] * vector.Z()) * mScale;
 }
 
-gp_Pnt Placement::Point(const gp_XYZ& point) const { return Vector(point) + mAp.translation; }
+gp_Pnt Placement::Point(const gp_XYZ& point) const { return Vector(point) + mMap.translation; }
 
 gp_Dir CleanDirection(const gp_XYZ& vector, long record, std::string_view what) {
     const double length = vector.Modulus();

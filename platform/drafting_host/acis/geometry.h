@@ -35,12 +35,12 @@ class Placement {
     /// Turned and scaled, not moved.
     gp_XYZ Vector(const gp_XYZ& vector) const;
     double Length(double length) const { return length * mScale; }
-    bool Mirrors() const { return mIrrors; }
+    bool Mirrors() const { return mMirrors; }
 
   private:
-    TransformRecord mAp;
+    TransformRecord mMap;
     double mScale = 1;
-    bool mIrrors = false;
+    bool mMirrors = false;
 };
 
 /// A direction from a vector; components that are rounding noise become nothing, so that what is

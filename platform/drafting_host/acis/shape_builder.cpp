@@ -37,7 +37,7 @@ using LumpWork = std::vector<ShellWork>;
 
 class BodyBuilder {
   public:
-    BodyBuilder(const Model& m, long body, std::size_t& left) : mOdel(m), mBodyRecord(body), mBudget(left) {}
+    BodyBuilder(const Model& m, long body, std::size_t& left) : mModel(m), mBodyRecord(body), mBudget(left) {}
 
     BuiltBody Run() {
         Collect();
@@ -76,7 +76,7 @@ class BodyBuilder {
         --mBudget;
     }
 
-    const Model& mOdel;
+    const Model& mModel;
     long mBodyRecord;
     std::size_t& mBudget;
     Placement mPlacement;
@@ -90,19 +90,19 @@ class BodyBuilder {
 };
 
 void BodyBuilder::Collect() {
-    const BodyRecord body = mOdel.Body(mBodyRecord);
-    if (body.transform >= 0) mPlacement = Placement(mOdel.Transform(body.transform), body.transform);
+    const BodyRecord body = mModel.Body(mBodyRecord);
+    if (body.transform >= 0) mPlacement = Placement(mModel.Transform(body.transform), body.transform);
     if (body.lump < 0) {
         throw BadRecord(mBodyRecord,
                         body.wire >= 0 ? "a body of wires is not read; expected lumps" : "the body is empty");
     }
     if (body.wire >= 0) {
         mRemarks.push_back(
-            {mOdel.At(mBodyRecord).line, mBodyRecord, "wires beside the lumps of a body are left out"});
+            {mModel.At(mBodyRecord).line, mBodyRecord, "wires beside the lumps of a body are left out"});
     }
     for (long lump = body.lump; lump >= 0;) {
         Visit(lump);
-        const LumpRecord record = mOdel.Lump(lump);
+        const LumpRecord record = mModel.Lump(lump);
         mLumps.push_back(CollectLump(record));
         lump = record.next;
     }
@@ -113,26 +113,26 @@ LumpWork BodyBuilder::CollectLump(const LumpRecord& lump) {
     for (long shell = lump.shell; shell >= 0;) {
         Visit(shell);
         work.push_back(CollectShell(shell));
-        shell = mOdel.Shell(shell).next;
+        shell = mModel.Shell(shell).next;
     }
     if (work.empty()) throw BadRecord(mBodyRecord, "a lump without a shell");
     return work;
 }
 
 ShellWork BodyBuilder::CollectShell(long index) {
-    const ShellRecord record = mOdel.Shell(index);
+    const ShellRecord record = mModel.Shell(index);
     if (record.wire >= 0) throw BadRecord(index, "a shell with wires is not read; expected faces alone");
     ShellWork shell;
     shell.record = index;
     for (long face = record.face; face >= 0;) {
         CollectFace(shell, face);
-        face = mOdel.Face(face).next;
+        face = mModel.Face(face).next;
     }
     if (record.subshell >= 0) {
         // Faces of subshells name their shell all the same.
-        for (long other = 0; other < static_cast<long>(mOdel.Count()); ++other) {
-            if (mOdel.At(other).name != "face" || mVisited.count(other) != 0) continue;
-            if (mOdel.Face(other).shell == index) CollectFace(shell, other);
+        for (long other = 0; other < static_cast<long>(mModel.Count()); ++other) {
+            if (mModel.At(other).name != "face" || mVisited.count(other) != 0) continue;
+            if (mModel.Face(other).shell == index) CollectFace(shell, other);
         }
     }
     if (shell.faces.empty()) throw BadRecord(index, "a shell without a face");
@@ -147,7 +147,7 @@ ShellWork BodyBuilder::CollectShell(long index) {
 
 void BodyBuilder::CollectFace(ShellWork& shell, long index) {
     Visit(index);
-    const FaceRecord record = mOdel.Face(index);
+    const FaceRecord record = mModel.Face(index);
     FacePlan plan;
     plan.record = index;
     plan.doubleSided = record.doubleSided;
@@ -166,7 +166,7 @@ std::vector<LoopUse> BodyBuilder::CollectLoops(const FaceRecord& face) {
     std::vector<LoopUse> loops;
     for (long loop = face.loop; loop >= 0;) {
         Visit(loop);
-        const LoopRecord record = mOdel.Loop(loop);
+        const LoopRecord record = mModel.Loop(loop);
         LoopUse use = CollectLoop(record.coedge);
         // A loop of nothing but an apex leaves none: the spread point is found on the surface.
         if (!use.empty()) {
@@ -186,7 +186,7 @@ LoopUse BodyBuilder::CollectLoop(long first) {
     LoopUse loop;
     for (long coedge = first;;) {
         Visit(coedge);
-        const CoedgeRecord record = mOdel.Coedge(coedge);
+        const CoedgeRecord record = mModel.Coedge(coedge);
         const CoedgeUse use = Use(record);
         if (use.edge >= 0) loop.push_back(use);
         coedge = record.next;
@@ -196,7 +196,7 @@ LoopUse BodyBuilder::CollectLoop(long first) {
 }
 
 CoedgeUse BodyBuilder::Use(const CoedgeRecord& coedge) {
-    const EdgeRecord edge = mOdel.Edge(coedge.edge);
+    const EdgeRecord edge = mModel.Edge(coedge.edge);
     // An apex stands as an edge that has a vertex but no curve.
     if (edge.curve < 0) return {};
     return {EdgeNodeOf(coedge.edge, edge), !coedge.reversed, Given(coedge)};
@@ -206,7 +206,7 @@ CoedgeUse BodyBuilder::Use(const CoedgeRecord& coedge) {
 Handle(Geom2d_Curve) BodyBuilder::Given(const CoedgeRecord& coedge) const {
     if (coedge.pcurve < 0) return {};
     try {
-        const auto pcurve = mOdel.Pcurve(coedge.pcurve);
+        const auto pcurve = mModel.Pcurve(coedge.pcurve);
         if (pcurve) return MakePlaneSpline(*pcurve);
     } catch (const BadRecord&) {
     } catch (const Standard_Failure&) {
@@ -218,7 +218,7 @@ int BodyBuilder::VertexNodeOf(long record) {
     const auto [place, fresh] = mVertexNodes.try_emplace(record, static_cast<int>(mNodes.vertices.size()));
     if (fresh) {
         VertexNode node;
-        node.place = mPlacement.Point(mOdel.VertexPoint(record));
+        node.place = mPlacement.Point(mModel.VertexPoint(record));
         mNodes.vertices.push_back(node);
     }
     return place->second;
@@ -232,7 +232,7 @@ int BodyBuilder::EdgeNodeOf(long record, const EdgeRecord& edge) {
     node.end = VertexNodeOf(edge.end);
     VertexNode& start = mNodes.vertices[static_cast<std::size_t>(node.start)];
     VertexNode& end = mNodes.vertices[static_cast<std::size_t>(node.end)];
-    const EdgeCurve curve = MakeEdgeCurve(mOdel.Curve(edge.curve), edge.reversed, start.place, end.place,
+    const EdgeCurve curve = MakeEdgeCurve(mModel.Curve(edge.curve), edge.reversed, start.place, end.place,
                                           node.start == node.end, mPlacement, record);
     node.curve = curve.curve;
     node.first = curve.first;
@@ -272,7 +272,7 @@ double BodyBuilder::Misfit(const SurfaceFrame& frame, const std::vector<LoopUse>
 }
 
 SurfaceFrame BodyBuilder::FittingFrame(long record, const std::vector<LoopUse>& loops) const {
-    const SurfaceRecord surface = mOdel.Surface(record);
+    const SurfaceRecord surface = mModel.Surface(record);
     SurfaceFrame frame = MakeFrame(surface, mPlacement, record);
     if (frame.kind != SurfaceFrame::Kind::Cone) return frame;
     if (const double misfit = Misfit(frame, loops); misfit > LooseFit) {
@@ -357,7 +357,7 @@ TopoDS_Shape BodyBuilder::MakeLump(LumpWork& lump) {
             continue;
         }
         if (!shell.sheet) {
-            const Record& record = mOdel.At(shell.record);
+            const Record& record = mModel.At(shell.record);
             mRemarks.push_back(
                 {record.line, shell.record, "a shell that is not closed; taken as loose faces"});
         }
@@ -387,7 +387,7 @@ void BodyBuilder::TellHealing() {
     if (loose == 0) return;
     char gap[32];
     *std::to_chars(gap, gap + sizeof gap - 1, widest, std::chars_format::general, 2).ptr = '\0';
-    mRemarks.push_back({mOdel.At(mBodyRecord).line, mBodyRecord,
+    mRemarks.push_back({mModel.At(mBodyRecord).line, mBodyRecord,
                         std::to_string(loose) + (loose == 1 ? " edge lies" : " edges lie") + " up to " + gap +
                             " beside their faces or corners; healed",
                         false});
