@@ -9,6 +9,7 @@ test_packages=(git libgtest-dev libbenchmark-dev python3-ezdxf g++-mingw-w64-x86
   libsqliteodbc sqlite3)
 desktop_packages=(qt6-base-dev libqt6opengl6-dev libocct-visualization-dev libgl1-mesa-dri)
 desktop_test_packages=(xvfb)
+package_packages=(dpkg-dev file)
 long_test_packages=(clang clang-tidy libclang-rt-14-dev)
 fresh_root_packages=(git mmdebstrap util-linux)
 

@@ -18,10 +18,10 @@ ExitStatus StartDesktop(const std::string& home, const DesktopOptions& options) 
     if (!options.journal.empty()) words.insert(words.end(), {"--journal", options.journal});
     if (!options.drawing.empty()) words.push_back(options.drawing);
     BecomeDesktop(words);
-    throw CommandError(
-        ExitStatus::Incomplete,
-        "the desktop program is not built in here; scripts/desktop installs what it needs (Qt 6), "
-        "builds it and starts it");
+    throw CommandError(ExitStatus::Incomplete,
+                       "the desktop program is not here; the package brenvik-desktop holds it, and in a "
+                       "checkout scripts/desktop "
+                       "installs what it needs (Qt 6), builds it and starts it");
 }
 
 }  // namespace

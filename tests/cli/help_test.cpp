@@ -162,8 +162,8 @@ TEST_F(Help, WithoutTheDesktopProgramTheCommandSaysHowToGetIt) {
     EXPECT_EQ(WEXITSTATUS(ended), 1);
     EXPECT_EQ(
         Read("told"),
-        "brenvik: the desktop program is not built in here; scripts/desktop installs what it needs (Qt 6), "
-        "builds it and starts it\n");
+        "brenvik: the desktop program is not here; the package brenvik-desktop holds it, and in a checkout "
+        "scripts/desktop installs what it needs (Qt 6), builds it and starts it\n");
 }
 
 TEST_F(Help, TheHomeMayStandBehindTheCommand) {
