@@ -38,9 +38,12 @@ std::vector<std::string> DrawingsIn(const std::string& folder) {
     std::error_code error;
     for (fs::directory_iterator entry(PathFromText(folder), error), end; !error && entry != end;
          entry.increment(error)) {
+        // What has a drawing's name and is none (a link to a server that is away, a folder) is reported when
+        // it is opened. A pipe would be waited for without end.
         std::error_code unknown;
-        if (entry->is_regular_file(unknown) && HasDrawingsEnding(entry->path()))
-            drawings.push_back(TextFromPath(entry->path()));
+        const bool canOpen =
+            entry->is_regular_file(unknown) || entry->is_directory(unknown) || !entry->exists(unknown);
+        if (canOpen && HasDrawingsEnding(entry->path())) drawings.push_back(TextFromPath(entry->path()));
     }
     if (error)
         throw CommandError(ExitStatus::Unreadable, folder + ": the folder can't be read: " + error.message());

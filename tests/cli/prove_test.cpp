@@ -217,6 +217,26 @@ TEST_F(Prove, AMissingOutlineOfARectangularPartIsTold) {
                "0 of 1 parts come out of cut as they are drawn\n");
 }
 
+TEST_F(Prove, AnOutlineThatDoesNotCutThePartFreeIsTold) {
+    // In the one the depth stands in the layer's name besides, in the other in the thickness alone.
+    for (const std::string target : {"C2C", "RCIM"}) {
+        WriteBoardsTo(folder / "job.dxf", {{"Side"}, "White Melamine", false});
+        ASSERT_EQ(Run({"cnc", "job.dxf", "--target", target, "--out", "cut", "--quiet"}).status, 0);
+        const std::string file = "cut/Part_0_Side_7.dxf", text = WithoutReturns(Read(file));
+        const std::string shallow =
+            ReplaceAll(ReplaceAll(text, "\n-18.3\n", "\n-9.0\n"), "OT_Z18p3", "OT_Z9");
+        ASSERT_NE(shallow, text) << target;
+        Write(file, shallow);
+        ExpectTold(ProveJob(),
+                   "the outline is 9 deep, and the part 18 thick, so that it does not cut the part free",
+                   "0 of 1 parts come out of cut as they are drawn\n");
+        // How far it goes into the spoil board is the shop's choice.
+        Write(file, ReplaceAll(ReplaceAll(text, "\n-18.3\n", "\n-18.1\n"), "OT_Z18p3", "OT_Z18p1"));
+        EXPECT_EQ(ProveJob().status, 0) << target;
+        std::filesystem::remove_all(folder / "cut");
+    }
+}
+
 TEST_F(Prove, AnOperationWithoutThicknessIsTold) {
     MakeFiles();
     const std::string file = "cut/2-sided/BPart_0_Side_7.dxf";

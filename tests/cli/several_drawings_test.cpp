@@ -59,6 +59,17 @@ TEST_F(SeveralDrawings, ADamagedOneCostsOnlyItself) {
         << json.output.substr(0, 60);
 }
 
+TEST_F(SeveralDrawings, AFoldersDrawingsThatCannotBeOpenedAreReported) {
+    std::filesystem::create_symlink("on/a/server/that/is/away.dxf", folder / "jobs/dead.dxf");
+    std::filesystem::create_directory(folder / "jobs/folder.step");
+    const Outcome outcome = Run({"list", "jobs", "--quiet"});
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_NE(outcome.errors.find("jobs/dead.dxf: expected a drawing, found no file"), std::string::npos)
+        << outcome.errors;
+    EXPECT_NE(outcome.errors.find("jobs/folder.step: expected a drawing, found a folder"), std::string::npos)
+        << outcome.errors;
+}
+
 TEST_F(SeveralDrawings, AreExportedIntoAFileEach) {
     ASSERT_EQ(Run({"export", "tall.dxf", "one.csv"}).status, 0);
     WriteDamaged("jobs/cut.dxf");

@@ -252,7 +252,8 @@ TEST_F(StepDamage, AColourThatDoesntExistIsTheOnlyThingLost) {
     ASSERT_NE(place, std::string::npos);
     for (const std::string colour :
          {"COLOUR_RGB('',-1.,0.,0.)", "COLOUR_RGB('',0.,2.,0.)", "COLOUR_RGB('',0.,0.)",
-          "COLOUR_RGB('',0.,'x',0.)", "DRAUGHTING_PRE_DEFINED_COLOUR('mauve')"}) {
+          "COLOUR_RGB('',0.,'x',0.)", "DRAUGHTING_PRE_DEFINED_COLOUR('mauve')",
+          "DRAUGHTING_PRE_DEFINED_COLOUR('GREEN')"}) {
         std::string content = good;
         content.replace(place, content.find(';', place) - place, colour);
         const StepDocument document = Read(content);
@@ -261,6 +262,25 @@ TEST_F(StepDamage, AColourThatDoesntExistIsTheOnlyThingLost) {
         const std::string notes = NotesOf(document);
         ExpectMentions(notes, LineAt(content, place) + ", nothing lost: 1 faulty style(s) or layer(s)");
     }
+}
+
+TEST_F(StepDamage, AShapeThatIsSetIntoAnotherByAScaleIsLostAndTold) {
+    const std::string good = Good();
+    const std::size_t items = good.find("ADVANCED_BREP_SHAPE_REPRESENTATION('',(") + 39;
+    ASSERT_GT(items, 39U);
+    const std::string origin = good.substr(items, good.find_first_of(",)", items) - items);
+    for (const std::string scale : {"2.", "0.", "-1."}) {
+        for (const std::string& statement :
+             {"CARTESIAN_TRANSFORMATION_OPERATOR_3D('','','',$,$," + origin + "," + scale + ",$)",
+              "(CARTESIAN_TRANSFORMATION_OPERATOR($,$," + origin + "," + scale +
+                  ")CARTESIAN_TRANSFORMATION_OPERATOR_3D($)GEOMETRIC_REPRESENTATION_ITEM()" +
+                  "REPRESENTATION_ITEM(''))"}) {
+            const StepDocument document = Read(WithData(good, "#900001=" + statement + ";\n"));
+            ExpectMentions(NotesOf(document), "found the scale " + scale);
+        }
+    }
+    const std::string plain = "CARTESIAN_TRANSFORMATION_OPERATOR_3D('','','',$,$," + origin + ",1.,$)";
+    EXPECT_EQ(NotesOf(Read(WithData(good, "#900001=" + plain + ";\n"))).find("scale"), std::string::npos);
 }
 
 TEST_F(StepDamage, WhatStandsBehindTheEndIsTold) {

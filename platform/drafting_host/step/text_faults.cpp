@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <optional>
 #include <span>
 #include <string>
@@ -115,7 +116,8 @@ bool IsNamedColour(std::string_view text) {
         {"red", "green", "blue", "yellow", "magenta", "cyan", "black", "white"});
     const std::size_t open = text.find('\''), close = text.rfind('\'');
     if (open == close) return false;
-    return IsOne(FoldLower(Trim(text.substr(open + 1, close - open - 1))), names);
+    // The modeller compares letter by letter, and makes yellow of what it doesn't know.
+    return IsOne(text.substr(open + 1, close - open - 1), names);
 }
 
 void AddFalseColour(const Statements& statements, const Statement& statement,
@@ -176,6 +178,32 @@ void AddUnreadKind(const Statement& statement, const Statements& statements,
         faults.push_back({&statement, statement.place, "a style made of other statements"});
 }
 
+/// Where a shape is set into another one the modeller takes place and turn, and leaves the scale out: the
+/// last value of the operator's own, ahead of the third axis in the short form.
+std::string_view ScaleOf(const Statement& statement, std::string_view text) {
+    constexpr std::string_view plain = "CARTESIAN_TRANSFORMATION_OPERATOR_3D",
+                               part = "CARTESIAN_TRANSFORMATION_OPERATOR(";
+    std::size_t end = text.npos;
+    if (statement.kind == plain) {
+        end = text.rfind(',');
+    } else if (statement.kind.empty() && text.find(part) != text.npos) {
+        end = text.find(')', text.find(part));
+    }
+    if (end == text.npos || end == 0) return {};
+    const std::size_t comma = text.rfind(',', end - 1);
+    return comma == text.npos ? std::string_view() : Trim(text.substr(comma + 1, end - comma - 1));
+}
+
+void AddScaledPlace(const Statements& statements, const Statement& statement,
+                    std::vector<StatementFault>& faults) {
+    constexpr double noScale = 1e-9;
+    const std::string_view scale = ScaleOf(statement, TextOf(statements, statement));
+    if (scale.empty() || scale == "$" || std::abs(LenientNumber(scale) - 1) < noScale) return;
+    faults.push_back({&statement, statement.place,
+                      "a place without a scale, since sizes are taken as they stand, found the scale " +
+                          std::string(scale)});
+}
+
 void AddFaults(const Statements& statements, const Statement& statement,
                std::vector<StatementFault>& faults) {
     if (!statement.wellFormed) {
@@ -192,6 +220,7 @@ void AddFaults(const Statements& statements, const Statement& statement,
     AddUnreadKind(statement, statements, faults);
     AddFalseColour(statements, statement, faults);
     AddSolidsWithoutFaces(statements, statement, faults);
+    AddScaledPlace(statements, statement, faults);
     if (const auto fault = FaultOfUnit(statements, statement))
         faults.push_back({&statement, fault->place, fault->expected});
     if (statement.kind != "ORIENTED_EDGE") return;

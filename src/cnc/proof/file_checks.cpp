@@ -11,6 +11,7 @@
 #include "base/text.h"
 #include "cnc/drawing/work_layers.h"
 #include "cnc/part/run_state.h"
+#include "cnc/part/told.h"
 #include "cnc/plan/plan_piece.h"
 #include "cnc/plan/plan_sides.h"
 #include "cnc/proof/operation_names.h"
@@ -44,6 +45,7 @@ class FileCheck {
         const auto name = ReadOperationName({mRun.target, mRun.Metric(), mTools, depth}, mLayer);
         if (!name) return;
         LookAtColor(entity, *name, path != nullptr, depth);
+        if (IsOutline(*name, entity.Color())) LookAtOutline(depth);
         if (name->kind == OperationKind::Hole || name->kind == OperationKind::Bore ||
             name->kind == OperationKind::Sheet)
             return;
@@ -101,8 +103,7 @@ class FileCheck {
 
     void LookAtColor(const AcadEntity& entity, const OperationName& name, bool path, double depth) {
         const int color = entity.Color();
-        const bool outline = name.kind == OperationKind::Outline ||
-                             (name.kind == OperationKind::Path && color == layers::OutlineColor);
+        const bool outline = IsOutline(name, color);
         int wanted = color;
         if (outline)
             wanted = layers::OutlineColor;
@@ -112,9 +113,23 @@ class FileCheck {
             wanted = path ? RectangleColor : BoreColor;
         else if (path && GoesThrough(depth))
             wanted = CutOutColor;
-        if (outline) ++mOutlines;
         if (color != wanted)
             Fault(mLayer + " has the colour " + std::to_string(color) + " and not " + std::to_string(wanted));
+    }
+
+    static bool IsOutline(const OperationName& name, int color) {
+        return name.kind == OperationKind::Outline ||
+               (name.kind == OperationKind::Path && color == layers::OutlineColor);
+    }
+
+    /// An outline cuts the part free. How far it goes into the spoil board is the shop's choice of the day;
+    /// one that stops above the board is a choice too, and a setting.
+    void LookAtOutline(double depth) {
+        ++mOutlines;
+        const double least = mRun.part.ExtentZ + std::min(mRun.SpoilAmount, 0.0);
+        if (depth < least - SamePlace * UnitOf(mRun))
+            Fault("the outline is " + ReportedLength(depth) + " deep, and the part " +
+                  ReportedLength(mRun.part.ExtentZ) + " thick, so that it does not cut the part free,");
     }
 
     void LookAtDirection(const AcadLWPolyline& path, const OperationName& name, double depth) {

@@ -112,10 +112,22 @@ bool LeftOutOnPurpose(const ProofSpot& spot, const RunState& run) {
            !OpensUp(spot, run, 0.02 * UnitOf(run));
 }
 
+/// A place longer than the round of a bit is more than a corner, whatever corner lies in it: its reason is
+/// another, and a note may know it.
+void DropCornersOfLargerPlaces(std::vector<ProofSpot>& spots) {
+    for (ProofSpot& spot : spots) {
+        const double longest = std::max(spot.box.max.x - spot.box.min.x, spot.box.max.y - spot.box.min.y);
+        if (!spot.inCorner || longest <= spot.bit) continue;
+        spot.inCorner = spot.notReached = false;
+        spot.bit = 0;
+    }
+}
+
 /// A feature is told once: by the note of whoever has passed it over, which says more, or else by the proof.
 /// A note of what is made all the same is taken back.
 void Settle(RunState& run, std::vector<ProofSpot>& spots) {
     const double slack = UnitOf(run);
+    DropCornersOfLargerPlaces(spots);
     std::vector<bool> noted(spots.size(), false);
     std::erase_if(run.part.unexplained, [&](const std::string& text) {
         const bool whole = run.part.wholePartNotes.contains(text);
