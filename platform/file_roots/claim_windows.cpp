@@ -21,12 +21,12 @@ Claim::Claim(const std::filesystem::path& place) {
         LockFileIn(place);
         return;
     }
-    const HANDLE opened = CreateFileW(place.c_str(), GENERIC_READ, shareWithAll, nullptr, OPEN_EXISTING,
+    const HANDLE opened = CreateFileW(place.c_str(), GENERIC_READ, ShareWithAll, nullptr, OPEN_EXISTING,
                                       FILE_ATTRIBUTE_NORMAL, nullptr);
     mHandle = reinterpret_cast<std::intptr_t>(opened);
     if (opened == INVALID_HANDLE_VALUE) return;
     OVERLAPPED range{};
-    range.OffsetHigh = farBehindAllContent;
+    range.OffsetHigh = FarBehindAllContent;
     if (LockFileEx(opened, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &range))
         mState = State::Held;
     else if (GetLastError() == ERROR_LOCK_VIOLATION)
@@ -36,7 +36,7 @@ Claim::Claim(const std::filesystem::path& place) {
 Claim::Claim(const std::filesystem::path& folder, ByFile) { LockFileIn(folder); }
 
 void Claim::LockFileIn(const std::filesystem::path& folder) {
-    mMark = folder / (std::string(workFilePrefix) + "claim");
+    mMark = folder / (std::string(WorkFilePrefix) + "claim");
     const HANDLE opened = CreateFileW(mMark.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
                                       FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
     mHandle = reinterpret_cast<std::intptr_t>(opened);

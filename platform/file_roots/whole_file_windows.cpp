@@ -93,7 +93,7 @@ bool IsAlive(DWORD program) {
 void ClearIfProgramEnded(const fs::path& workFile) {
     const std::string name = TextFromPath(workFile.filename());
     DWORD program = 0;
-    const char* number = name.data() + workFilePrefix.size();
+    const char* number = name.data() + WorkFilePrefix.size();
     const bool numbered = std::from_chars(number, name.data() + name.size(), program).ec == std::errc();
     if (numbered && !IsAlive(program)) DeleteFileW(workFile.c_str());
 }
@@ -107,7 +107,7 @@ void Replace(const fs::path& file, std::string_view content, Reach reach) {
     static std::atomic<unsigned> counter = 0;
     // Numbers of programs come again, and one that died half way has left its file: the time tells them
     // apart.
-    const std::string name = std::string(workFilePrefix) + std::to_string(GetCurrentProcessId()) + "-" +
+    const std::string name = std::string(WorkFilePrefix) + std::to_string(GetCurrentProcessId()) + "-" +
                              std::to_string(GetTickCount64()) + "-" + std::to_string(++counter);
     const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
     ClearDeadWorkFiles(folder, ClearIfProgramEnded);
