@@ -13,6 +13,7 @@
 #include "cnc/plan/bit_access.h"
 #include "cnc/plan/bit_reach.h"
 #include "cnc/plan/plan_curve_cuts.h"
+#include "cnc/plan/plan_vectors.h"
 
 namespace brenvik {
 
@@ -30,11 +31,6 @@ constexpr double SameCorner = 5;
 constexpr double NoCorner = 1e-3;
 /// Of the bit's diameter: how far from the ends of a mouth a followed line runs off at least.
 constexpr double EarShare = 1.2;
-
-PlanPoint operator+(const PlanPoint& a, const PlanPoint& b) { return {a.x + b.x, a.y + b.y}; }
-PlanPoint operator-(const PlanPoint& a, const PlanPoint& b) { return {a.x - b.x, a.y - b.y}; }
-PlanPoint operator*(const PlanPoint& a, double by) { return {a.x * by, a.y * by}; }
-double Length(const PlanPoint& a) { return std::hypot(a.x, a.y); }
 
 /// How a mouth is prolonged: so deep, so much wider on either hand, and at its ends alone or all along.
 struct Reach {
@@ -89,7 +85,7 @@ class Mouths {
             const PlanSide &before = mPath[i], &behind = mPath[(i + 1) % mPath.size()];
             const PlanPoint in = AtShare(before, 1) - AtShare(before, 0.999),
                             out = AtShare(behind, 0.001) - AtShare(behind, 0);
-            const double turn = (in.x * out.y - in.y * out.x) / (Length(in) * Length(out));
+            const double turn = Cross(in, out) / (Length(in) * Length(out));
             if (turn > -NoCorner) continue;
             const auto ends = [&](const PlanSide& mouth) {
                 return Length(mouth.from - before.to) < SameCorner * mOrder.same ||

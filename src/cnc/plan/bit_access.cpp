@@ -12,6 +12,7 @@
 #include "cnc/plan/bit_reach.h"
 #include "cnc/plan/plan_curve_cuts.h"
 #include "cnc/plan/plan_piece.h"
+#include "cnc/plan/plan_vectors.h"
 
 namespace brenvik {
 
@@ -31,13 +32,6 @@ constexpr int Bisections = 14;
 constexpr std::size_t MostSides = 100;
 /// Of the diameter: narrower bits aren't looked for.
 constexpr double NarrowestShare = 0.02;
-
-PlanPoint operator+(const PlanPoint& a, const PlanPoint& b) { return {a.x + b.x, a.y + b.y}; }
-PlanPoint operator-(const PlanPoint& a, const PlanPoint& b) { return {a.x - b.x, a.y - b.y}; }
-PlanPoint operator*(const PlanPoint& a, double by) { return {a.x * by, a.y * by}; }
-double Dot(const PlanPoint& a, const PlanPoint& b) { return a.x * b.x + a.y * b.y; }
-double Cross(const PlanPoint& a, const PlanPoint& b) { return a.x * b.y - a.y * b.x; }
-double Length(const PlanPoint& a) { return std::hypot(a.x, a.y); }
 
 bool IsRound(const PlanSide& side) { return std::abs(side.bulge) * Length(side.to - side.from) > 1e-9; }
 

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "cnc/plan/plan_piece.h"
+#include "cnc/plan/plan_vectors.h"
 
 namespace brenvik {
 
@@ -15,12 +16,6 @@ namespace {
 /// Sine of the turn below which two sides run on into each other.
 constexpr double NoTurn = 1e-9;
 
-PlanPoint operator+(const PlanPoint& a, const PlanPoint& b) { return {a.x + b.x, a.y + b.y}; }
-PlanPoint operator-(const PlanPoint& a, const PlanPoint& b) { return {a.x - b.x, a.y - b.y}; }
-PlanPoint operator*(const PlanPoint& a, double by) { return {a.x * by, a.y * by}; }
-double Cross(const PlanPoint& a, const PlanPoint& b) { return a.x * b.y - a.y * b.x; }
-double Dot(const PlanPoint& a, const PlanPoint& b) { return a.x * b.x + a.y * b.y; }
-double Length(const PlanPoint& a) { return std::hypot(a.x, a.y); }
 PlanPoint Left(const PlanPoint& a) { return {-a.y, a.x}; }
 
 PlanPoint Turned(const PlanPoint& a, double angle) {
