@@ -21,6 +21,7 @@
 #include "file_roots/places.h"
 #include "session/call.h"
 #include "settings/library_check.h"
+#include "settings/material_faults.h"
 #include "settings/material_keys.h"
 #include "settings/materials.h"
 #include "settings/settings_store.h"
@@ -107,17 +108,17 @@ ExitStatus FindOne(const std::string& home, const std::string& key) {
     Workplace workplace(home, dialogs);
     TakeInstallFolder();
     return Reading(workplace, [&] {
-        const std::optional<MaterialTexts> found = FindMaterial(key);
+        const std::optional<CheckedMaterial> found = FindCheckedMaterial(key);
         // A material without a first tool is none for a run either.
-        if (!found || !MaterialFromTexts(*found).Found()) {
+        if (!found || !MaterialFromTexts(found->texts).Found()) {
             const std::string near = NearKeys(ReadMaterials(), key);
             throw CommandError(ExitStatus::Incomplete, "you do not have the material " + key +
                                                            " in the material database" +
                                                            (near.empty() ? "" : "; the nearest are " + near));
         }
-        std::cout << MaterialsText(std::span(&*found, 1), "\n");
-        std::vector<MaterialFault> faults = GuessedLinesOf(key);
-        std::ranges::copy(FaultsOfMaterial(key), std::back_inserter(faults));
+        std::cout << MaterialsText(std::span(&found->texts, 1), "\n");
+        std::vector<MaterialFault> faults = found->guessed;
+        std::ranges::copy(found->faults, std::back_inserter(faults));
         if (const std::string asked = KeyOfRunsFor(key); !asked.empty()) {
             std::cerr << "brenvik: no part finds " << ShellWord(key) << ": runs of this home ask for "
                       << ShellWord(asked) << '\n';
@@ -174,8 +175,9 @@ ExitStatus AddOne(const std::string& home, const std::string& key, const std::st
     Reading(workplace, [&] {
         RequireAddable(ReadMaterials(), LibraryFile(workplace), key, like);
         // Fails, with its line, for a record that breaks off.
-        added = *FindMaterial(like);
-        for (const MaterialFault& fault : FaultsOfMaterial(like))
+        const CheckedMaterial found = *FindCheckedMaterial(like);
+        added = found.texts;
+        for (const MaterialFault& fault : found.faults)
             throw CommandError(ExitStatus::Unreadable,
                                LibraryFile(workplace) + ":" + std::to_string(fault.line) + ": " + fault.text);
         return ExitStatus::Done;

@@ -27,6 +27,10 @@ FileLines ReadFileLines(std::string_view path) {
     if (const std::string found = OtherEncodingOf(content); !found.empty())
         throw Failure(failure_number::InvalidFileFormat, std::string(OwnSource),
                       "Invalid file format: expected text in UTF-8, found " + found, std::string(path));
+    return LinesInUtf8(content);
+}
+
+FileLines LinesInUtf8(std::string_view content) {
     FileLines file{LinesOf(content), {}};
     for (std::size_t at = 0; at < file.lines.size(); ++at) {
         if (IsUtf8(file.lines[at])) continue;

@@ -21,6 +21,8 @@ struct FileLines {
     /// guess, and whoever reads by them has to say so.
     std::vector<std::size_t> guessed;
 };
+/// The lines of a content that has been read.
+FileLines LinesInUtf8(std::string_view content);
 /// Reads them by way of the files port; fails as ReadLines does.
 FileLines ReadFileLines(std::string_view path);
 

@@ -10,6 +10,7 @@
 #include "base/text.h"
 #include "session/text_files.h"
 #include "settings/home_units.h"
+#include "settings/material_faults.h"
 #include "settings/material_keys.h"
 
 namespace brenvik {
@@ -29,14 +30,6 @@ std::vector<std::size_t> HeadsOf(const std::vector<std::string>& lines) {
     for (std::size_t at = 0; at < lines.size(); ++at)
         if (StartsWithIgnoreCase(lines[at], MaterialFileKeys().front())) heads.push_back(at);
     return heads;
-}
-
-std::vector<MaterialFault> GuessedFrom(const FileLines& file, std::size_t head, std::size_t end) {
-    std::vector<MaterialFault> faults;
-    for (const std::size_t line : file.guessed)
-        if (line > head && line <= end)
-            faults.push_back({line, GuessedLineFault(file.lines[line - 1]), false});
-    return faults;
 }
 
 void AddFaultsOfRecord(const std::vector<std::string>& lines, std::size_t head, std::size_t end,
@@ -73,22 +66,12 @@ std::vector<MaterialFault> FaultsOfLibrary() {
     if (heads.empty())
         return {{1, "expected materials, of fifteen lines each, found none: every part of a run is skipped",
                  false}};
-    std::vector<MaterialFault> faults = GuessedFrom(file, 0, file.lines.size());
+    std::vector<MaterialFault> faults = GuessedLines(file, 0, file.lines.size());
     heads.push_back(file.lines.size());
     for (std::size_t at = 0; at + 1 < heads.size(); ++at)
         AddFaultsOfRecord(file.lines, heads[at], std::min(heads[at + 1], heads[at] + MaterialFieldCount),
                           faults);
     std::ranges::stable_sort(faults, {}, &MaterialFault::line);
-    return faults;
-}
-
-std::vector<MaterialFault> GuessedLinesOf(std::string_view key) {
-    const FileLines file = ReadFileLines(MaterialsPath());
-    std::vector<MaterialFault> faults;
-    // Of several records with the key the last one counts.
-    for (const std::size_t head : HeadsOf(file.lines))
-        if (SameMaterialKey(ValueOf(file.lines[head], 0), key))
-            faults = GuessedFrom(file, head, head + MaterialFieldCount);
     return faults;
 }
 

@@ -18,7 +18,4 @@ std::string KeyOfRunsFor(std::string_view key);
 /// library without any record, in the order of lines. Fails as reading the file does.
 std::vector<MaterialFault> FaultsOfLibrary();
 
-/// The lines that were no UTF-8 of the record that a part of this key is cut by. Fails as reading does.
-std::vector<MaterialFault> GuessedLinesOf(std::string_view key);
-
 }  // namespace brenvik

@@ -176,4 +176,12 @@ std::vector<MaterialFault> FaultsOfRecord(std::span<const std::string> lines, co
     return faults;
 }
 
+std::vector<MaterialFault> GuessedLines(const FileLines& file, std::size_t before, std::size_t last) {
+    std::vector<MaterialFault> faults;
+    for (const std::size_t line : file.guessed)
+        if (line > before && line <= last)
+            faults.push_back({line, GuessedLineFault(file.lines[line - 1]), false});
+    return faults;
+}
+
 }  // namespace brenvik

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "session/text_files.h"
 #include "settings/materials.h"
 
 namespace brenvik {
@@ -23,11 +24,15 @@ std::vector<MaterialFault> FaultsOfRecord(std::span<const std::string> lines, co
 /// of its layers that is a fault: there is no decimal point in these.
 std::vector<MaterialFault> PointsInSpeeds(const MaterialTexts& texts, std::size_t head);
 
+/// The lines behind the first `before` of a library and up to the line `last` that were no UTF-8.
+std::vector<MaterialFault> GuessedLines(const FileLines& file, std::size_t before, std::size_t last);
+
 /// A material and what is wrong with it, of one reading of the library.
 struct CheckedMaterial {
     MaterialTexts texts;
     std::size_t head = 0;  ///< The line of its key, from 1.
     std::vector<MaterialFault> faults;
+    std::vector<MaterialFault> guessed;  ///< Its lines that were no UTF-8.
 };
 
 /// The material that FindMaterial gives for this key, with the faults that FaultsOfMaterial gives. Fails as

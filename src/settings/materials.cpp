@@ -110,14 +110,17 @@ MaterialFault StandsAgain(std::string_view name, std::size_t first, std::size_t 
             false};
 }
 
-std::string ReadPlainText(const std::string& path) {
+/// As it stands; fails for what is no text in either of the two code pages.
+std::string PlainContentOf(const std::string& path) {
     std::string content = ThePlatform().files->ReadFile(path);
     if (const std::string found = OtherEncodingOf(content);
         !found.empty() || content.find('\0') != std::string::npos)
         throw InvalidFileFormat(path + ": expected plain text in UTF-8 or the Western code page" +
                                 (found.empty() ? "" : ", found " + found));
-    return WesternAsUtf8(content);
+    return content;
 }
+
+std::string ReadPlainText(const std::string& path) { return WesternAsUtf8(PlainContentOf(path)); }
 
 /// Where the records of this key begin, each of them whole.
 std::vector<std::size_t> HeadsOf(std::span<const std::string> lines, std::string_view key) {
@@ -222,13 +225,15 @@ std::string MaterialKey(double thickness, std::string_view materialName, double 
 }
 
 std::optional<CheckedMaterial> FindCheckedMaterial(std::string_view key) {
-    const std::vector<std::string> lines = LinesOf(ReadPlainText(MaterialsPath()));
+    const FileLines file = LinesInUtf8(PlainContentOf(MaterialsPath()));
+    const std::vector<std::string>& lines = file.lines;
     const std::vector<std::size_t> heads = HeadsOf(lines, key);
     if (heads.empty()) return std::nullopt;
     const std::size_t head = heads.back();
     const MaterialTexts texts = TextsAt(lines, head, MaterialFieldCount);
-    CheckedMaterial found{
-        texts, head + 1, FaultsOfRecord(std::span(lines).subspan(head, MaterialFieldCount), texts, head + 1)};
+    CheckedMaterial found{texts, head + 1,
+                          FaultsOfRecord(std::span(lines).subspan(head, MaterialFieldCount), texts, head + 1),
+                          GuessedLines(file, head, head + MaterialFieldCount)};
     if (heads.size() > 1) found.faults.push_back(StandsAgain(texts[Name], heads.front() + 1, head + 1));
     return found;
 }

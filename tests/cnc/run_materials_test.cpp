@@ -115,14 +115,13 @@ class CountedReads : public FileRoots {
     std::map<std::string, int> reads;
 };
 
-/// Once for the record, and once for the code page in which its lines stand.
-TEST_F(RunMaterials, AreReadTwiceForEachPass) {
+TEST_F(RunMaterials, AreReadOnceForEachPass) {
     CountedReads counted(home.Path());
     ThePlatform().files = &counted;
     RunBoards();
     ThePlatform().files = &files;
     EXPECT_EQ(Written().size(), 2U);
-    EXPECT_EQ(counted.reads[MaterialsPath()], 4);
+    EXPECT_EQ(counted.reads[MaterialsPath()], 2);
 }
 
 TEST_F(RunMaterials, ThatAreMissingEndTheRunOnce) {

@@ -10,7 +10,6 @@
 #include "cnc/part/told.h"
 #include "parts/mautocad.h"
 #include "session/message.h"
-#include "settings/library_check.h"
 #include "settings/material_faults.h"
 #include "settings/materials.h"
 
@@ -73,7 +72,7 @@ bool TakeMaterial(RunState& run) {
         return false;
     }
     RefuseUnusable(*found);
-    for (const MaterialFault& fault : GuessedLinesOf(part.MaterialKeyText))
+    for (const MaterialFault& fault : found->guessed)
         NoteOnce(detail::ReportOfRun().doubtfulMaterials, MaterialFaultText(fault));
     if (HasSpeedsInNames(run.target))
         for (const MaterialFault& fault : PointsInSpeeds(found->texts, found->head))
