@@ -51,13 +51,6 @@ class DwgTwins : public testing::TestWithParam<const char*> {
     DrawingData mDwg, mDxf;
 };
 
-/// A spline through points alone: its text has the control points that the writing program reckoned from
-/// them.
-bool IsFitOnly(const EntityData& entity) {
-    const auto* const spline = std::get_if<SplineData>(&entity.geometry);
-    return spline != nullptr && spline->controlPoints.empty();
-}
-
 TEST_P(DwgTwins, EntitiesAreEqualToABillionth) {
     const auto own = EntitiesOf(mDwg);
     std::size_t compared = 0, anonymous = 0;
@@ -69,7 +62,6 @@ TEST_P(DwgTwins, EntitiesAreEqualToABillionth) {
             if (found == own.end() && block.name.starts_with("*U")) continue;
             ASSERT_NE(found, own.end()) << HandleToText(entity.handle) << " of " << block.name;
             const EntityData& read = *found->second;
-            if (IsFitOnly(read)) continue;
             EXPECT_EQ(test::DifferenceOf(read.geometry, entity.geometry), "") << HandleToText(entity.handle);
             EXPECT_EQ(read.layer, entity.layer) << HandleToText(entity.handle);
             EXPECT_EQ(read.linetype, entity.linetype) << HandleToText(entity.handle);
@@ -80,7 +72,7 @@ TEST_P(DwgTwins, EntitiesAreEqualToABillionth) {
             ++compared;
         }
     }
-    EXPECT_GE(compared + anonymous + 1, EntitiesOf(mDxf).size()) << "all but one spline";
+    EXPECT_GE(compared + anonymous, EntitiesOf(mDxf).size());
 }
 
 /// The groups of one code.
@@ -205,9 +197,11 @@ TEST_P(DwgTwins, VariablesAreEqual) {
 
 TEST_P(DwgTwins, NothingIsToldAsDamaged) {
     for (const ReadNote& note : mDwg.notes)
-        EXPECT_TRUE(note.text.find("passed over: drawings don't hold this kind") != std::string::npos ||
-                    note.text.starts_with("objects of the binary drawing that aren't taken along: ") ||
-                    note.text.starts_with("extended data of the binary drawing's records that aren't taken"))
+        EXPECT_TRUE(
+            note.text.find("passed over: drawings don't hold this kind") != std::string::npos ||
+            note.text.starts_with("objects of the binary drawing that aren't taken along: ") ||
+            note.text.starts_with("extended data of the binary drawing's records that aren't taken") ||
+            note.text.ends_with("in columns: drawings hold such a text in one"))
             << note.text;
 }
 

@@ -13,9 +13,10 @@
 #include "base/letter_case.h"
 #include "drafting_host/dwg/bodies.h"
 #include "drafting_host/dwg/entities.h"
+#include "drafting_host/dwg/kept_tables.h"
+#include "drafting_host/dwg/losses.h"
 #include "drafting_host/dwg/names.h"
 #include "drafting_host/dwg/table_data.h"
-#include "drafting_host/dxf/annotation_kinds.h"
 #include "drafting_host/dxf/kept_text.h"
 #include "drafting_host/dxf/reading.h"
 
@@ -26,6 +27,12 @@ using namespace dwg;
 
 bool IsZero(const Point3& point) { return point.x == 0 && point.y == 0 && point.z == 0; }
 
+/// The release as DXF counts it.
+int ReleaseNumber(Release release) {
+    constexpr std::array numbers{1012, 1014, 1015, 1018, 1021, 1024, 1027, 1032};
+    return numbers[static_cast<std::size_t>(release)];
+}
+
 class DwgWalk {
   public:
     DwgWalk(std::string_view content, std::string_view fileName)
@@ -35,6 +42,8 @@ class DwgWalk {
           mKinds(mSections, mTexts) {
         mReading.fileName = fileName;
         mReading.data.version = content.substr(0, 6);
+        // It is saved in its own release, as a drawing from DXF is.
+        mReading.file.release = ReleaseNumber(mSections.release);
         if (!mTexts.IsKnown())
             mReading.Note(0, "code page " + std::to_string(mSections.codePage) +
                                  " is unknown: its texts are taken as ANSI_1252");
@@ -48,11 +57,12 @@ class DwgWalk {
         ReadRecords();
         TakeHeader();
         NameBlocks();
+        mTables.HandOver(mReading, mNamed);
+        KeepVariables(mReading, mHeader, mNames, mSections.maintenance);
         for (const Block& block : mNames.blocks) TakeBlock(block);
         if (mChainIsBroken) TakeRestOfModelSpace();
         TakeGroups();
-        TellPassedOver();
-        TellUnread();
+        mLosses.Tell(mReading, mSeen);
         for (ReadNote& note : mSections.notes) mReading.data.notes.push_back(std::move(note));
         CompleteDrawing(mReading);
         return std::move(mReading.data);
@@ -82,11 +92,11 @@ class DwgWalk {
                                          std::to_string(entry.place) +
                                          ": its checksum is wrong, it may be damaged");
                 kind = mKinds.NameOf(object.type);
-                if (kind == "ATTRIB") PassOver(kind, object.type);
+                if (kind == "ATTRIB") mLosses.PassOver(kind, object.type);
                 if (!ReadRecord(kind, object))
                     CountUnread(kind, object);
-                else if (kind != "LAYER" && !object.xdata.empty())
-                    ++mUnreadData[std::string(kind)];
+                else if (!object.xdata.empty() && !KeepsData(kind))
+                    mLosses.LeaveData(kind);
             } catch (const Damage& damage) {
                 TellDamage(kind, entry, damage);
                 mDamaged.insert(entry.handle);
@@ -101,19 +111,19 @@ class DwgWalk {
             HandleValue linetype = 0;
             LayerData layer = ReadLayer(object, linetype);
             mNames.layers[object.handle] = layer.name;
-            mLinetypeOfLayer.emplace_back(data.layers.size(), linetype);
-            if (!object.xdata.empty()) mDataOfLayers.emplace_back(data.layers.size(), object.xdata);
-            AddEntry(data.layers, mReading.layerPlaces, std::move(layer));
+            if (!AddEntry(data.layers, mReading.layerPlaces, std::move(layer))) return true;
+            mLinetypeOfLayer.emplace_back(data.layers.size() - 1, linetype);
+            if (!object.xdata.empty()) mDataOfLayers.emplace_back(data.layers.size() - 1, object.xdata);
         } else if (kind == "LTYPE") {
-            LinetypeData linetype = ReadLinetype(object);
+            std::string groups;
+            LinetypeData linetype = ReadLinetype(object, groups);
             mNames.linetypes[object.handle] = linetype.name;
-            AddEntry(data.linetypes, mReading.linetypePlaces, std::move(linetype));
+            if (AddEntry(data.linetypes, mReading.linetypePlaces, std::move(linetype)) && !groups.empty())
+                mTables.AddLinetype(data.linetypes.size() - 1, std::move(groups), object.xdata);
         } else if (kind == "STYLE") {
-            bool isShapeFile = false;
-            TextStyleData style = ReadStyle(object, isShapeFile);
-            mNames.styles[object.handle] = style.name;
-            if (!isShapeFile && !style.name.empty())
-                AddEntry(data.styles, mReading.stylePlaces, std::move(style));
+            ReadStyleRecord(object);
+        } else if (kind == "VPORT" || kind == "VIEW") {
+            return ReadView(kind, object);
         } else if (kind == "APPID") {
             std::string name = ReadApplication(object);
             mNames.applications[object.handle] = name;
@@ -130,9 +140,10 @@ class DwgWalk {
             HandleValue record = 0;
             std::string name = ReadBlockName(object, record);
             mNames.blockNames[record] = std::move(name);
+            if (!object.xdata.empty()) mNames.blockData[record] = object.xdata;
         } else if (kind == "DICTIONARY" || kind == "ACDBDICTIONARYWDFLT") {
             mNames.dictionaries[object.handle] = ReadDictionary(object);
-            mUnread.emplace_back(object.handle, kind);
+            mLosses.Leave(object.handle, std::string(kind));
         } else if (kind == "GROUP") {
             mNames.groups.push_back(ReadGroup(object));
         } else if (kind == "LAYOUT") {
@@ -143,6 +154,38 @@ class DwgWalk {
         return true;
     }
 
+    void ReadStyleRecord(Object& object) {
+        constexpr int flagShapes = 1;
+        std::string groups;
+        TextStyleData style = ReadStyle(object, groups);
+        mNames.styles[object.handle] = style.name;
+        if ((style.flags & flagShapes) != 0 || style.name.empty()) {
+            mTables.AddEntry("STYLE", object.handle, std::move(groups), object.xdata);
+        } else if (AddEntry(mReading.data.styles, mReading.stylePlaces, std::move(style))) {
+            mTables.AddStyle(mReading.data.styles.size() - 1, std::move(groups), object.xdata);
+        }
+    }
+
+    /// A view that can't be read is counted as any other object: no part hangs on it.
+    bool ReadView(std::string_view kind, Object& object) {
+        try {
+            std::string name;
+            std::string groups = kind == "VIEW" ? ReadNamedView(object) : ReadScreenView(object, name);
+            mTables.AddEntry(kind == "VIEW" ? "VIEW" : "VPORT", object.handle, std::move(groups),
+                             object.xdata);
+            if (EqualsIgnoreCase(name, "*Active")) mReading.data.fileHandles.emplace("VPORT", object.handle);
+            return true;
+        } catch (const Damage&) {
+            return false;
+        }
+    }
+
+    static bool KeepsData(std::string_view kind) {
+        constexpr auto kinds = std::to_array<std::string_view>(
+            {"LAYER", "LTYPE", "STYLE", "VPORT", "VIEW", "BLOCK_RECORD", "BLOCK", "LAYOUT"});
+        return std::ranges::find(kinds, kind) != kinds.end();
+    }
+
     /// Objects that a drawing doesn't hold, but for those that every file has and a written one gets anew.
     void CountUnread(std::string_view kind, Object& object) {
         constexpr auto usual = std::to_array<std::string_view>(
@@ -150,46 +193,30 @@ class DwgWalk {
              "FACE_PFACE", "ATTRIB", "ACDBPLACEHOLDER", "DICTIONARYVAR", "VX_TABLE_RECORD"});
         if (IsShapeKind(kind) || kind.ends_with("_CONTROL") || std::ranges::find(usual, kind) != usual.end())
             return;
-        const bool isEntry = kind == "DIMSTYLE" || kind == "VPORT" || kind == "MLINESTYLE";
+        const bool isEntry = kind == "DIMSTYLE" || kind == "MLINESTYLE";
         if (isEntry && IsUsualEntry(object)) return;
-        mUnread.emplace_back(object.handle,
-                             kind.empty() ? "of type " + std::to_string(object.type) : std::string(kind));
+        mLosses.Leave(object.handle, KindOrType(kind, object.type));
     }
 
     static bool IsUsualEntry(Object& object) {
         try {
             ReadOwner(object);
             const std::string name = object.streams.Text();
-            return EqualsIgnoreCase(name, "Standard") || EqualsIgnoreCase(name, "*Active");
+            return EqualsIgnoreCase(name, "Standard");
         } catch (const Damage&) {
             return false;
         }
     }
 
-    void TellUnread() {
-        std::map<std::string, std::size_t> counts;
-        for (const auto& [handle, kind] : mUnread)
-            if (!mSeen.contains(handle)) ++counts[kind];
-        TellCounts("objects of the binary drawing that aren't taken along: ", counts);
-        TellCounts("extended data of the binary drawing's records that aren't taken along: ", mUnreadData);
-    }
-
-    void TellCounts(const std::string& what, const std::map<std::string, std::size_t>& counts) {
-        if (counts.empty()) return;
-        std::string all;
-        for (const auto& [kind, count] : counts)
-            all += (all.empty() ? "" : ", ") + std::to_string(count) + " " + kind;
-        mReading.Note(0, what + all, false);
-    }
-
     template <typename Entry, typename Places>
-    void AddEntry(std::vector<Entry>& entries, Places& places, Entry entry) {
+    bool AddEntry(std::vector<Entry>& entries, Places& places, Entry entry) {
         if (entry.name.empty() || !places.emplace(entry.name, entries.size()).second) {
             mReading.Note(0, "table entry " + ShownName(entry.name) + " " + Shown(entry.handle) +
                                  " passed over: expected a name of its own");
-            return;
+            return false;
         }
         entries.push_back(std::move(entry));
+        return true;
     }
 
     void TakeHeader() {
@@ -198,10 +225,8 @@ class DwgWalk {
         data.currentLayer = NameOr(mNames.layers, mHeader.currentLayer, "0");
         data.ucs.name = NameOr(mNames.ucs, mHeader.ucsName, "");
         for (const auto& [place, linetype] : mLinetypeOfLayer)
-            if (place < data.layers.size())
-                data.layers[place].linetype = NameOr(mNames.linetypes, linetype, "Continuous");
-        for (const auto& [place, raw] : mDataOfLayers)
-            if (place < data.layers.size()) TakeLayerData(data.layers[place], raw);
+            data.layers[place].linetype = NameOr(mNames.linetypes, linetype, "Continuous");
+        for (const auto& [place, raw] : mDataOfLayers) TakeLayerData(data.layers[place], raw);
     }
 
     /// Transparency and description of a layer are extended data.
@@ -236,8 +261,11 @@ class DwgWalk {
         data.base = block.base;
         data.flags = block.isAnonymous ? 1 : 0;
         mReading.recordOfBlock.emplace(block.name, block.record);
+        const auto own = mNames.blockData.find(block.record);
+        KeepBlock(mReading, block, "0", own == mNames.blockData.end() ? std::vector<RawXData>() : own->second,
+                  mNamed);
         if (const auto layout = mNames.layouts.find(block.layout); layout != mNames.layouts.end())
-            mReading.layoutOfBlock.emplace(block.name, layout->second.name);
+            KeepLayout(mReading, layout->second, block, mNamed);
         if (block.isExternal)
             mReading.Note(0, "block " + ShownName(block.name) +
                                  " stands for another drawing, which isn't read: its parts are missing");
@@ -306,10 +334,12 @@ class DwgWalk {
             Object object = Open(*entry);
             kind = mKinds.NameOf(object.type);
             if (!mSeen.insert(handle).second) throw Damage{entry->place * 8, "it stands in a second block"};
-            if (!IsShapeKind(kind)) return PassOver(kind, object.type);
+            if (!IsShapeKind(kind)) return mLosses.PassOver(kind, object.type);
             const Common common = ReadCommon(object);
             EntityData entity = EntityOf(object, common);
-            entity.geometry = ReadShape(object, common, kind, mSurroundings);
+            Further further;
+            entity.geometry = ReadShape(object, common, kind, mSurroundings, further);
+            KeepFurther(entity, common, further);
             Finish(entity, viewport);
             mReading.data.blocks[place].entities.push_back(std::move(entity));
         } catch (const Damage& damage) {
@@ -323,7 +353,6 @@ class DwgWalk {
         entity.layer = NameOr(mNames.layers, common.layer, "0");
         constexpr int byLayer = 256;
         entity.color = common.color >= 0 && common.color <= byLayer ? common.color : byLayer;
-        entity.kept = LookOf(common);
         switch (common.linetypeBy) {
             case LinetypeBy::Layer:
                 break;
@@ -344,25 +373,32 @@ class DwgWalk {
         return entity;
     }
 
-    /// What shows of an entity besides its values.
-    Kept<KeptGroups> LookOf(const Common& common) const {
+    /// What shows of an entity besides its values, and what its kind has besides its shape.
+    void KeepFurther(EntityData& entity, const Common& common, const Further& further) {
         KeptGroups look;
-        if (const auto color = TrueColorOf(common)) look.common = GroupsOfTrueColor(*color)->common;
+        const RecordColor color = TrueColorOf(common);
+        if (color.trueColor) look.common = GroupsOfTrueColor(*color.trueColor)->common;
+        if (!color.name.empty())
+            look.common +=
+                GroupText().Text(430, color.book.empty() ? color.name : color.book + "$" + color.name).Take();
         if (common.transparency) AppendGroup(look.common, 440, std::to_string(*common.transparency));
-        if (look.common.empty()) return {};
-        return {std::make_shared<const KeptGroups>(std::move(look))};
+        look.own = further.groups;
+        mLosses.Take(further);
+        if (!look.common.empty() || !look.own.empty())
+            entity.kept = {std::make_shared<const KeptGroups>(std::move(look))};
     }
 
     /// Colours of a book stand in objects of their own.
-    std::optional<std::uint32_t> TrueColorOf(const Common& common) const {
+    RecordColor TrueColorOf(const Common& common) const {
+        const RecordColor own{7, common.trueColor};
         const ObjectMap::Entry* const book = common.bookColor == 0 ? nullptr : mMap.Find(common.bookColor);
-        if (book == nullptr) return common.trueColor;
+        if (book == nullptr) return own;
         try {
             Object object = Open(*book);
             ReadOwner(object);
-            return ReadRecordColor(object.streams).trueColor;
+            return ReadRecordColor(object.streams);
         } catch (const Damage&) {
-            return common.trueColor;
+            return own;
         }
     }
 
@@ -415,21 +451,6 @@ class DwgWalk {
         return parts;
     }
 
-    void PassOver(std::string_view kind, unsigned type) {
-        ++mPassed[kind.empty() ? "of type " + std::to_string(type) : std::string(kind)];
-    }
-
-    void TellPassedOver() {
-        mReading.file.unkeptReason = "of a binary drawing (DWG) only what a drawing holds is taken";
-        for (const auto& [kind, count] : mPassed) {
-            mReading.unkept[kind] += count;
-            mReading.Note(0,
-                          std::to_string(count) + " of kind " + ShownName(kind) +
-                              " passed over: drawings don't hold this kind",
-                          !IsAnnotationKind(kind));
-        }
-    }
-
     // --- Groups ---
 
     void TakeGroups() {
@@ -463,11 +484,14 @@ class DwgWalk {
     bool mChainIsBroken = false;
     std::vector<std::pair<std::size_t, HandleValue>> mLinetypeOfLayer;
     std::vector<std::pair<std::size_t, std::vector<RawXData>>> mDataOfLayers;
-    std::map<std::string, std::size_t> mUnreadData;  ///< Records whose extended data nothing keeps, by kind.
     std::set<std::size_t> mTakenBlocks;
     std::set<HandleValue> mSeen;
-    std::map<std::string, std::size_t> mPassed;
-    std::vector<std::pair<HandleValue, std::string>> mUnread;  ///< Objects and kinds that nothing reads.
+    Losses mLosses;
+    KeptTables mTables;
+    const NamedXData mNamed = [this](std::string_view what, HandleValue handle,
+                                     const std::vector<RawXData>& data) {
+        return XDataOf(what, handle, data);
+    };
     Surroundings mSurroundings{
         mNames, mBodies, [this](const std::vector<HandleValue>& listed, HandleValue first, HandleValue last) {
             return Parts(listed, first, last);

@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 
+#include "drafting_host/dwg/table_data.h"
 #include "drafting_host/dxf/exact_numbers.h"
 
 namespace brenvik::dwg {
@@ -76,13 +77,13 @@ EllipseData ReadEllipse(Object& object) {
     return ellipse;
 }
 
-PointData ReadPoint(Object& object) {
+PointData ReadPoint(Object& object, Further& further) {
     BitReader& data = object.streams.data;
     PointData point;
     point.position = data.BitPoint();
     point.thickness = data.Thickness(IsShort(object));
     point.normal = data.Extrusion(IsShort(object));
-    data.BitReal();  // the turn of its mark
+    if (const double turn = data.BitReal(); turn != 0) further.groups = GroupText().Degrees(50, turn).Take();
     return point;
 }
 
@@ -250,7 +251,7 @@ bool IsShapeKind(std::string_view kind) {
 }
 
 EntityGeometry ReadShape(Object& object, const Common& common, std::string_view kind,
-                         const Surroundings& surroundings) {
+                         const Surroundings& surroundings, Further& further) {
     if (kind == "LINE") return ReadLine(object);
     if (kind == "CIRCLE") return ReadRound<CircleData>(object);
     if (kind == "ARC") return ReadArc(object);
@@ -260,14 +261,14 @@ EntityGeometry ReadShape(Object& object, const Common& common, std::string_view 
     if (kind == "INSERT") return ReadInsert(object, false, surroundings);
     if (kind == "MINSERT") return ReadInsert(object, true, surroundings);
     if (kind == "ELLIPSE") return ReadEllipse(object);
-    if (kind == "SPLINE") return ReadSpline(object);
-    if (kind == "POINT") return ReadPoint(object);
+    if (kind == "SPLINE") return ReadSpline(object, further);
+    if (kind == "POINT") return ReadPoint(object, further);
     if (kind == "TEXT") return ReadText(object, surroundings);
-    if (kind == "MTEXT") return ReadMText(object, surroundings);
+    if (kind == "MTEXT") return ReadMText(object, surroundings, further);
     if (kind == "SOLID") return ReadFlatQuad(object, QuadData::Kind::Solid);
     if (kind == "TRACE") return ReadFlatQuad(object, QuadData::Kind::Trace);
     if (kind == "3DFACE") return ReadFace(object);
-    if (kind == "VIEWPORT") return ReadViewport(object);
+    if (kind == "VIEWPORT") return ReadViewport(object, further);
     return ReadPolyline(object, kind, surroundings);
 }
 

@@ -24,19 +24,27 @@ struct Surroundings {
         parts;
 };
 
+/// What an entity has besides its shape.
+struct Further {
+    std::string groups;  ///< As group text of a DXF file.
+    /// A spline through points: what of its curve the file doesn't settle. Blank where it does.
+    std::string unsettled;
+    bool losesColumns = false;  ///< A text in columns, which a drawing has in one.
+};
+
 /// Whether ReadShape takes the kind.
 bool IsShapeKind(std::string_view kind);
 
 /// The shape of an entity that stands behind its common part. Throws Damage.
 EntityGeometry ReadShape(Object& object, const Common& common, std::string_view kind,
-                         const Surroundings& surroundings);
+                         const Surroundings& surroundings, Further& further);
 
 // By kinds of shapes.
 EntityGeometry ReadPolyline(Object& object, std::string_view kind, const Surroundings& surroundings);
-EntityGeometry ReadSpline(Object& object);
+EntityGeometry ReadSpline(Object& object, Further& further);
 EntityGeometry ReadText(Object& object, const Surroundings& surroundings);
-EntityGeometry ReadMText(Object& object, const Surroundings& surroundings);
-EntityGeometry ReadViewport(Object& object);
+EntityGeometry ReadMText(Object& object, const Surroundings& surroundings, Further& further);
+EntityGeometry ReadViewport(Object& object, Further& further);
 EntityGeometry ReadAcis(Object& object, const Common& common, std::string_view kind,
                         const Surroundings& surroundings);
 

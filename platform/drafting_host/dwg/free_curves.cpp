@@ -2,6 +2,8 @@
 #include <array>
 
 #include "drafting_host/dwg/entities.h"
+#include "drafting_host/dwg/fitted_spline.h"
+#include "drafting_host/dwg/table_data.h"
 
 namespace brenvik::dwg {
 namespace {
@@ -89,48 +91,81 @@ EntityGeometry ReadPolyline(Object& object, std::string_view kind, const Surroun
     return line;
 }
 
-EntityGeometry ReadSpline(Object& object) {
-    constexpr int fitScenario = 2, controlScenario = 1, ownKnots = 15, highestDegree = 25;
+namespace {
+
+/// How a spline stands in the file: by its control points, or by the points through which it runs.
+struct SplineForm {
+    bool isFit = false;
+    FitEnds ends;
+    std::int32_t knots = 0, controls = 0, fits = 0;
+    bool isWeighted = false;
+};
+
+SplineForm ReadSplineForm(Object& object, SplineData& spline, Further& further) {
+    constexpr int fitScenario = 2, highestDegree = 25;
+    constexpr unsigned byFitPoints = 1, closedFit = 4;
     constexpr int flagClosed = 1, flagPeriodic = 2, flagRational = 4;
     BitReader& data = object.streams.data;
-    SplineData spline;
-    int scenario = data.BitLong();
+    SplineForm form;
+    form.isFit = data.BitLong() == fitScenario;
     if (object.streams.IsAtLeast(Release::R2013)) {
         // The scenario is stale here; the flags tell.
-        const std::int32_t flags = data.BitLong();
-        const std::int32_t knotKind = data.BitLong();
-        scenario = (flags & 1) != 0 && knotKind != ownKnots ? fitScenario : controlScenario;
+        const auto flags = static_cast<unsigned>(data.BitLong());
+        form.ends.kind = static_cast<KnotKind>(data.BitLong());
+        form.isFit = (flags & byFitPoints) != 0 && form.ends.kind != KnotKind::Own;
+        form.ends.isClosed = (flags & closedFit) != 0;
     }
     spline.degree = data.BitLong();
     if (spline.degree < 1 || spline.degree > highestDegree) data.Fail("a degree from 1 to 25 was expected");
-    std::int32_t knots = 0, controls = 0, fits = 0;
-    bool isWeighted = false;
-    if (scenario == fitScenario) {
+    if (form.isFit) {
         data.BitReal();
-        data.BitPoint();
-        data.BitPoint();
-        fits = data.BitLong();
-    } else {
-        if (data.Bit()) spline.flags |= flagRational;
-        if (data.Bit()) spline.flags |= flagClosed;
-        if (data.Bit()) spline.flags |= flagPeriodic;
-        data.BitReal();
-        data.BitReal();
-        knots = data.BitLong();
-        controls = data.BitLong();
-        isWeighted = data.Bit();
+        form.ends.start = data.BitPoint();
+        form.ends.end = data.BitPoint();
+        form.fits = data.BitLong();
+        return form;
     }
-    const std::size_t knotCount = data.Count(knots, 2), controlCount = data.Count(controls, 6),
-                      fitCount = data.Count(fits, 6);
+    if (data.Bit()) spline.flags |= flagRational;
+    if (data.Bit()) spline.flags |= flagClosed;
+    if (data.Bit()) spline.flags |= flagPeriodic;
+    const double knotTolerance = data.BitReal(), controlTolerance = data.BitReal();
+    further.groups = GroupText().Real(42, knotTolerance).Real(43, controlTolerance).Take();
+    form.knots = data.BitLong();
+    form.controls = data.BitLong();
+    form.isWeighted = data.Bit();
+    return form;
+}
+
+/// What a spline through points leaves open. The form that was seen beside its text has the slopes at its
+/// ends and knots at even steps.
+std::string UnsettledOf(const SplineForm& form, const SplineData& spline) {
+    const auto isZero = [](const Point3& point) { return point.x == 0 && point.y == 0 && point.z == 0; };
+    if (spline.controlPoints.empty()) return "it stays as points alone";
+    if (isZero(form.ends.start) || isZero(form.ends.end)) return "its ends are taken without curvature";
+    return form.ends.kind == KnotKind::Uniform ? "" : "its knots are taken by the distances of the points";
+}
+
+}  // namespace
+
+EntityGeometry ReadSpline(Object& object, Further& further) {
+    BitReader& data = object.streams.data;
+    SplineData spline;
+    const SplineForm form = ReadSplineForm(object, spline, further);
+    const std::size_t knotCount = data.Count(form.knots, 2), controlCount = data.Count(form.controls, 6),
+                      fitCount = data.Count(form.fits, 6);
     for (std::size_t i = 0; i < knotCount; ++i) spline.knots.push_back(data.BitReal());
     for (std::size_t i = 0; i < controlCount; ++i) {
         spline.controlPoints.push_back(data.BitPoint());
-        if (isWeighted) spline.weights.push_back(data.BitReal());
+        if (form.isWeighted) spline.weights.push_back(data.BitReal());
     }
     for (std::size_t i = 0; i < fitCount; ++i) spline.fitPoints.push_back(data.BitPoint());
     if (controlCount == 0 && fitCount < 2) data.Fail("control or fit points were expected");
     if (controlCount > 0 && knotCount != controlCount + static_cast<std::size_t>(spline.degree) + 1)
         data.Fail("as many knots as control points and the degree ask for were expected");
+    if (form.isFit) {
+        FitThroughPoints(spline, form.ends);
+        further.unsettled = UnsettledOf(form, spline);
+    }
+    MarkFlatness(spline);
     return spline;
 }
 

@@ -8,13 +8,15 @@
 #include <vector>
 
 #include "base/text.h"
+#include "drafting_host/dwg/objects.h"
+#include "drafting_host/dwg/table_data.h"
 #include "drafting_host/dxf/exact_numbers.h"
 #include "drafting_host/dxf/header_variables.h"
 
 namespace brenvik::dwg {
 namespace {
 
-enum class Kind { B, BS, BL, BLL, BD, Point, Flat, Text, Color, Handle, Seed, RC };
+enum class Kind { B, BS, BL, BLL, BD, Point, Flat, Text, Color, Handle, Seed, RC, Date };
 
 struct Row {
     Kind kind;
@@ -40,39 +42,97 @@ constexpr auto Rows = std::to_array<Row>({
     {BD, "LTSCALE TEXTSIZE TRACEWID SKETCHINC FILLETRAD THICKNESS ANGBASE PDSIZE PLINEWID USERR1 USERR2 USERR3 USERR4 "
          "USERR5 CHAMFERA CHAMFERB CHAMFERC CHAMFERD FACETRES CMLSCALE CELTSCALE"},
     {Text, "MENU"},
-    {BL, "*4"}, {BL, "*3", R2004}, {BL, "*4"}, {Color, "CECOLOR"}, {Seed, "HANDSEED"},
+    {Date, "TDUCREATE TDUUPDATE"}, {BL, "*3", R2004}, {Date, "TDINDWG TDUSRTIMER"}, {Color, "CECOLOR"}, {Seed, "HANDSEED"},
     {Handle, "CLAYER TEXTSTYLE CELTYPE"}, {Handle, "-", R2007}, {Handle, "*2"}, {BD, "PSVPSCALE", R2000},
 
     {Point, "PINSBASE PEXTMIN PEXTMAX"}, {Flat, "PLIMMIN PLIMMAX"}, {BD, "PELEVATION"},
-    {Point, "PUCSORG PUCSXDIR PUCSYDIR"}, {Handle, "-"}, {Handle, "-", R2000}, {BS, "-", R2000}, {Handle, "-", R2000},
+    {Point, "PUCSORG PUCSXDIR PUCSYDIR"}, {Handle, "PUCSNAME"}, {Handle, "PUCSORTHOREF", R2000},
+    {BS, "PUCSORTHOVIEW", R2000}, {Handle, "PUCSBASE", R2000},
     {Point, "PUCSORGTOP PUCSORGBOTTOM PUCSORGLEFT PUCSORGRIGHT PUCSORGFRONT PUCSORGBACK", R2000},
     {Point, "INSBASE EXTMIN EXTMAX"}, {Flat, "LIMMIN LIMMAX"}, {BD, "ELEVATION"},
-    {Point, "UCSORG UCSXDIR UCSYDIR"}, {Handle, "UCSNAME"}, {Handle, "-", R2000}, {BS, "-", R2000},
-    {Handle, "-", R2000},
+    {Point, "UCSORG UCSXDIR UCSYDIR"}, {Handle, "UCSNAME"}, {Handle, "UCSORTHOREF", R2000},
+    {BS, "UCSORTHOVIEW", R2000}, {Handle, "UCSBASE", R2000},
     {Point, "UCSORGTOP UCSORGBOTTOM UCSORGLEFT UCSORGRIGHT UCSORGFRONT UCSORGBACK", R2000},
 
-    {Text, "*2", R2000},
-    {B, "*11", R13, R14}, {RC, "*2", R13, R14}, {B, "*2", R13, R14}, {RC, "*3", R13, R14}, {B, "-", R13, R14},
-    {RC, "*4", R13, R14}, {BS, "*6", R13, R14}, {Handle, "-", R13, R14},
-    {BD, "*9"}, {BD, "*2", R2007}, {BS, "-", R2007}, {Color, "-", R2007}, {B, "*6", R2000}, {BS, "*3", R2000},
-    {BS, "-", R2007}, {BD, "*8"}, {Text, "*5", R13, R14}, {BD, "-", R2000}, {B, "-", R2000}, {BS, "-", R2000},
-    {B, "*4", R2000}, {Color, "*3"},
-    {BS, "*11", R2000}, {B, "*2", R2000}, {BS, "*4", R2000}, {B, "-", R2000}, {BS, "-", R2000}, {B, "-", R2007},
-    {B, "-", R2010}, {BD, "-", R2010}, {Text, "-", R2010}, {BD, "-", R2010}, {Text, "-", R2010},
-    {Handle, "*5", R2000}, {Handle, "*3", R2007}, {BS, "*2", R2000},
+    {Text, "DIMPOST DIMAPOST", R2000},
+    {B, "DIMTOL DIMLIM DIMTIH DIMTOH DIMSE1 DIMSE2 DIMALT DIMTOFL DIMSAH DIMTIX DIMSOXD", R13, R14},
+    {RC, "DIMALTD DIMZIN", R13, R14}, {B, "DIMSD1 DIMSD2", R13, R14}, {RC, "DIMTOLJ DIMJUST DIMFIT", R13, R14},
+    {B, "DIMUPT", R13, R14}, {RC, "DIMTZIN DIMALTZ DIMALTTZ DIMTAD", R13, R14},
+    {BS, "DIMUNIT DIMAUNIT DIMDEC DIMTDEC DIMALTU DIMALTTD", R13, R14}, {Handle, "DIMTXSTY", R13, R14},
+    {BD, "DIMSCALE DIMASZ DIMEXO DIMDLI DIMEXE DIMRND DIMDLE DIMTP DIMTM"}, {BD, "DIMFXL DIMJOGANG", R2007},
+    {BS, "DIMTFILL", R2007}, {Color, "DIMTFILLCLR", R2007},
+    {B, "DIMTOL DIMLIM DIMTIH DIMTOH DIMSE1 DIMSE2", R2000}, {BS, "DIMTAD DIMZIN DIMAZIN", R2000},
+    {BS, "DIMARCSYM", R2007}, {BD, "DIMTXT DIMCEN DIMTSZ DIMALTF DIMLFAC DIMTVP DIMTFAC DIMGAP"},
+    {Text, "DIMPOST DIMAPOST DIMBLK DIMBLK1 DIMBLK2", R13, R14}, {BD, "DIMALTRND", R2000}, {B, "DIMALT", R2000},
+    {BS, "DIMALTD", R2000}, {B, "DIMTOFL DIMSAH DIMTIX DIMSOXD", R2000}, {Color, "DIMCLRD DIMCLRE DIMCLRT"},
+    {BS, "DIMADEC DIMDEC DIMTDEC DIMALTU DIMALTTD DIMAUNIT DIMFRAC DIMLUNIT DIMDSEP DIMTMOVE DIMJUST", R2000},
+    {B, "DIMSD1 DIMSD2", R2000}, {BS, "DIMTOLJ DIMTZIN DIMALTZ DIMALTTZ", R2000}, {B, "DIMUPT", R2000},
+    {BS, "DIMATFIT", R2000}, {B, "DIMFXLON", R2007},
+    {B, "DIMTXTDIRECTION", R2010}, {BD, "-", R2010}, {Text, "-", R2010}, {BD, "-", R2010}, {Text, "-", R2010},
+    {Handle, "DIMTXSTY DIMLDRBLK DIMBLK DIMBLK1 DIMBLK2", R2000}, {Handle, "DIMLTYPE DIMLTEX1 DIMLTEX2", R2007},
+    {BS, "DIMLWD DIMLWE", R2000},
 
     {Handle, "*9"}, {Handle, "-", R13, R2000},
     {Handle, "GROUPS - -"},
-    {BS, "*2", R2000}, {Text, "HYPERLINKBASE -", R2000}, {Handle, "*3", R2000}, {Handle, "*2", R2004},
+    {BS, "*2", R2000}, {Text, "HYPERLINKBASE STYLESHEET", R2000}, {Handle, "*3", R2000}, {Handle, "*2", R2004},
     {Handle, "-", R2007}, {Handle, "-", R2013},
-    {BL, "-", R2000}, {BS, "INSUNITS CEPSNTYPE", R2000},
+    {BL, "FLAGS", R2000}, {BS, "INSUNITS CEPSNTYPE", R2000},
 });
 constexpr auto RowsBehindPlotStyle = std::to_array<Row>({
     {Text, "FINGERPRINTGUID VERSIONGUID", R2000},
-    {RC, "*6", R2004}, {BS, "*2", R2004}, {RC, "*2", R2004}, {Text, "-", R2004},
+    {RC, "SORTENTS INDEXCTL HIDETEXT XCLIPFRAME DIMASSOC HALOGAP", R2004}, {BS, "OBSCOLOR INTERSECTIONCOLOR", R2004},
+    {RC, "OBSLTYPE INTERSECTIONDISPLAY", R2004}, {Text, "PROJECTNAME", R2004},
     {Handle, "PAPER MODEL"},
 });
+/// What was added since, which no drawing depends on.
+constexpr auto LateRows = std::to_array<Row>({
+    {Handle, "*3"}, {B, "CAMERADISPLAY"}, {BL, "*2"}, {BD, "- STEPSPERSEC STEPSIZE 3DDWFPREC LENSLENGTH CAMERAHEIGHT"},
+    {RC, "SOLIDHIST SHOWHIST"}, {BD, "PSOLWIDTH PSOLHEIGHT LOFTANG1 LOFTANG2 LOFTMAG1 LOFTMAG2"}, {BS, "LOFTPARAM"},
+    {RC, "LOFTNORMALS"}, {BD, "LATITUDE LONGITUDE NORTHDIRECTION"}, {BL, "TIMEZONE"},
+    {RC, "LIGHTGLYPHDISPLAY TILEMODELIGHTSYNCH DWFFRAME DGNFRAME"}, {B, "REALWORLDSCALE"}, {Color, "INTERFERECOLOR"},
+    {Handle, "*3"}, {RC, "CSHADOW"}, {BD, "SHADOWPLANELOCATION"},
+});
 // clang-format on
+
+/// Variables that a drawing keeps as text alone, by the codes of their values.
+struct TextVariable {
+    int code;
+    std::string_view names;
+};
+constexpr auto TextVariables = std::to_array<TextVariable>({
+    {10, "EXTMIN EXTMAX PEXTMIN PEXTMAX"},
+    {1, "DIMPOST DIMAPOST STYLESHEET PROJECTNAME"},
+    {40,
+     "DIMSCALE DIMASZ DIMEXO DIMDLI DIMEXE DIMRND DIMDLE DIMTP DIMTM DIMFXL DIMJOGANG DIMTXT DIMCEN DIMTSZ "
+     "DIMALTF DIMLFAC DIMTVP DIMTFAC DIMGAP DIMALTRND STEPSPERSEC STEPSIZE 3DDWFPREC LENSLENGTH CAMERAHEIGHT "
+     "PSOLWIDTH PSOLHEIGHT LOFTANG1 LOFTANG2 LOFTMAG1 LOFTMAG2 LATITUDE LONGITUDE NORTHDIRECTION "
+     "SHADOWPLANELOCATION"},
+    {62, "INTERFERECOLOR"},
+    {70,
+     "DIMASO DIMSHO DIMTOL DIMLIM DIMTIH DIMTOH DIMSE1 DIMSE2 DIMALT DIMTOFL DIMSAH DIMTIX DIMSOXD DIMALTD "
+     "DIMZIN DIMSD1 DIMSD2 DIMTOLJ DIMJUST DIMFIT DIMUPT DIMTZIN DIMALTZ DIMALTTZ DIMTAD DIMUNIT DIMAUNIT "
+     "DIMDEC DIMTDEC DIMALTU DIMALTTD DIMTFILL DIMTFILLCLR DIMAZIN DIMARCSYM DIMCLRD DIMCLRE DIMCLRT DIMADEC "
+     "DIMFRAC DIMLUNIT DIMDSEP DIMTMOVE DIMATFIT DIMFXLON DIMTXTDIRECTION DIMLWD DIMLWE UCSORTHOVIEW "
+     "PUCSORTHOVIEW OBSCOLOR INTERSECTIONCOLOR LOFTPARAM TIMEZONE"},
+    {280,
+     "SORTENTS INDEXCTL HIDETEXT DIMASSOC HALOGAP OBSLTYPE INTERSECTIONDISPLAY SOLIDHIST SHOWHIST "
+     "LOFTNORMALS LIGHTGLYPHDISPLAY TILEMODELIGHTSYNCH DWFFRAME DGNFRAME CSHADOW"},
+    {290, "EXTNAMES PSTYLEMODE CAMERADISPLAY REALWORLDSCALE"},
+    {380, "CEPSNTYPE"},
+});
+
+/// Variables that name an entry of a table.
+struct NamingVariable {
+    int code;
+    Header::Table table;
+    std::string_view names;
+};
+constexpr auto NamingVariables = std::to_array<NamingVariable>({
+    {7, Header::Table::Styles, "TEXTSTYLE DIMTXSTY"},
+    {6, Header::Table::Linetypes, "CELTYPE DIMLTYPE DIMLTEX1 DIMLTEX2"},
+    {1, Header::Table::Blocks, "DIMLDRBLK DIMBLK DIMBLK1 DIMBLK2"},
+    {2, Header::Table::Ucs, "UCSBASE UCSORTHOREF PUCSNAME PUCSBASE PUCSORTHOREF"},
+});
 
 /// A linetype style of its own has a handle more behind CEPSNTYPE.
 constexpr int NamedPlotStyle = 3;
@@ -85,12 +145,37 @@ class HeaderReader {
         Walk(Rows);
         if (mWhole["CEPSNTYPE"] == NamedPlotStyle) NextHandle();
         Walk(RowsBehindPlotStyle);
+        if (mStreams.IsAtLeast(Release::R2007)) WalkLateRows();
     }
     /// Whatever stopped the walk, what was read is there.
     Header Result() {
         TakeOver();
-        return {mHandles["HANDSEED"], mHandles["CLAYER"], mHandles["UCSNAME"],
-                mHandles["GROUPS"],   mHandles["MODEL"],  mHandles["PAPER"]};
+        Header header{mHandles["HANDSEED"], mHandles["CLAYER"], mHandles["UCSNAME"],
+                      mHandles["GROUPS"],   mHandles["MODEL"],  mHandles["PAPER"]};
+        for (const TextVariable& row : TextVariables) {
+            for (const std::string& name : Split(row.names, ' ')) {
+                GroupText groups;
+                for (const auto& [code, value] : ValuesOf(name, row.code)) groups.Text(code, value);
+                if (std::string text = groups.Take(); !text.empty())
+                    header.variables.emplace_back("$" + name, std::move(text));
+            }
+        }
+        if (const auto frame = mWhole.find("XCLIPFRAME"); frame != mWhole.end()) {
+            // A frame that shows and isn't plotted came with release 2010.
+            GroupText groups;
+            if (mStreams.IsAtLeast(Release::R2010))
+                groups.Whole(280, frame->second);
+            else
+                groups.Whole(290, frame->second == 1 ? 1 : 0);
+            header.variables.emplace_back("$XCLIPFRAME", groups.Take());
+        }
+        for (const NamingVariable& row : NamingVariables) {
+            for (const std::string& name : Split(row.names, ' ')) {
+                if (const auto handle = mHandles.find(name); handle != mHandles.end())
+                    header.references.push_back({"$" + name, row.code, row.table, handle->second});
+            }
+        }
+        return header;
     }
 
   private:
@@ -104,6 +189,20 @@ class HeaderReader {
                 continue;
             }
             for (const std::string& name : Split(row.names, ' ')) Take(row.kind, name);
+        }
+    }
+
+    /// Other writers end before them.
+    void WalkLateRows() {
+        try {
+            Walk(LateRows);
+        } catch (const Damage&) {
+            for (const Row& row : LateRows) {
+                for (const std::string& name : Split(row.names, ' ')) {
+                    mWhole.erase(name);
+                    mReals.erase(name);
+                }
+            }
         }
     }
 
@@ -147,7 +246,14 @@ class HeaderReader {
                 mTexts[name] = mStreams.Text();
                 return;
             case Color:
-                return TakeColor();
+                mWhole[name] = IndexOf(ReadRecordColor(mStreams));
+                return;
+            case Date: {
+                constexpr double millisecondsOfDay = 86400000;
+                const double days = data.BitLong();
+                mReals[name] = {days + data.BitLong() / millisecondsOfDay};
+                return;
+            }
             case Kind::Handle:
                 mHandles[name] = NextHandle();
                 return;
@@ -155,16 +261,6 @@ class HeaderReader {
                 mHandles[name] = data.Handle().From(0);
                 return;
         }
-    }
-
-    void TakeColor() {
-        BitReader& data = mStreams.data;
-        data.BitShort();
-        if (!mStreams.IsAtLeast(Release::R2004)) return;
-        data.BitLong();
-        const unsigned flags = data.Byte();
-        if ((flags & 1U) != 0) mStreams.Text();
-        if ((flags & 2U) != 0) mStreams.Text();
     }
 
     void TakeOver() {
@@ -177,26 +273,44 @@ class HeaderReader {
         mDrawing.ucs.origin = point("UCSORG", {});
         mDrawing.ucs.xAxis = point("UCSXDIR", {1, 0, 0});
         mDrawing.ucs.yAxis = point("UCSYDIR", {0, 1, 0});
-        for (const HeaderVariable& variable : DxfHeaderVariables()) TakeOver(variable);
+        TakeFlags();
+        for (const HeaderVariable& variable : DxfHeaderVariables()) {
+            auto values = ValuesOf(std::string(variable.name.substr(1)), variable.code);
+            if (!values.empty()) mDrawing.headerVariables[std::string(variable.name)] = std::move(values);
+        }
     }
 
-    /// The kept variables in the form in which DXF has them.
-    void TakeOver(const HeaderVariable& variable) {
-        const std::string name(variable.name.substr(1));
+    /// Several variables in one number.
+    void TakeFlags() {
+        const auto found = mWhole.find("FLAGS");
+        if (found == mWhole.end()) return;
+        const auto flags = static_cast<unsigned>(found->second);
+        mWhole["CELWEIGHT"] = LineweightOf(flags & 0x1FU);
+        mWhole["ENDCAPS"] = static_cast<int>((flags >> 5U) & 3U);
+        mWhole["JOINSTYLE"] = static_cast<int>((flags >> 7U) & 3U);
+        mWhole["LWDISPLAY"] = (flags & 0x200U) == 0 ? 1 : 0;
+        mWhole["XEDIT"] = (flags & 0x400U) == 0 ? 1 : 0;
+        mWhole["EXTNAMES"] = (flags & 0x800U) != 0 ? 1 : 0;
+        mWhole["PSTYLEMODE"] = (flags & 0x2000U) != 0 ? 1 : 0;
+        mWhole["OLESTARTUP"] = (flags & 0x4000U) != 0 ? 1 : 0;
+    }
+
+    /// A variable's values in the form in which DXF has them; none where the file lacks it.
+    std::vector<std::pair<int, std::string>> ValuesOf(const std::string& name, int code) const {
         std::vector<std::pair<int, std::string>> values;
         if (const auto whole = mWhole.find(name); whole != mWhole.end()) {
-            values.emplace_back(variable.code, std::to_string(whole->second));
+            values.emplace_back(code, std::to_string(whole->second));
         } else if (const auto reals = mReals.find(name); reals != mReals.end()) {
             constexpr int angleCode = 50;
             for (std::size_t i = 0; i < reals->second.size(); ++i) {
                 const double value = reals->second[i];
-                values.emplace_back(variable.code + 10 * static_cast<int>(i),
-                                    variable.code == angleCode ? DegreesText(value) : RealText(value));
+                values.emplace_back(code + 10 * static_cast<int>(i),
+                                    code == angleCode ? DegreesText(value) : RealText(value));
             }
         } else if (const auto text = mTexts.find(name); text != mTexts.end()) {
-            values.emplace_back(variable.code, text->second);
+            values.emplace_back(code, text->second);
         }
-        if (!values.empty()) mDrawing.headerVariables[std::string(variable.name)] = std::move(values);
+        return values;
     }
 
     Streams& mStreams;

@@ -1,6 +1,10 @@
 // The variables of a drawing, of which the file holds a long row without names.
 #pragma once
 
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "drafting_host/dwg/containers.h"
 #include "drafting_host/dwg/streams.h"
 
@@ -10,6 +14,18 @@ namespace brenvik::dwg {
 struct Header {
     HandleValue handleSeed = 0, currentLayer = 0, ucsName = 0, groupDictionary = 0;
     HandleValue modelSpace = 0, paperSpace = 0;
+
+    /// Variables that a drawing has no member for, by name with their groups.
+    std::vector<std::pair<std::string, std::string>> variables{};
+    /// Those that name an entry of a table.
+    enum class Table { Styles, Linetypes, Blocks, Ucs };
+    struct Reference {
+        std::string name;
+        int code = 0;
+        Table table = Table::Styles;
+        HandleValue handle = 0;
+    };
+    std::vector<Reference> references{};
 };
 
 /// Reads the section and the template's measurement into `data`. A damaged section is told; what was read

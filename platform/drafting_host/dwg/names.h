@@ -21,6 +21,10 @@ struct Block {
     HandleValue first = 0, last = 0;    ///< Up to release 2000.
     std::vector<HandleValue> entities;  ///< From release 2004 on.
     HandleValue layout = 0;
+    std::string groups;  ///< Of its record: unit and how it is scaled, from release 2007 on; its picture.
+    std::string description, drawing;  ///< What it shows; the file of another drawing for which it stands.
+    bool isOverlay = false;
+    std::vector<RawXData> xdata;
 };
 
 struct Dictionary {
@@ -29,7 +33,9 @@ struct Dictionary {
 
 struct Layout {
     std::string name;
-    HandleValue block = 0;
+    HandleValue block = 0, handle = 0, dictionary = 0;
+    std::string groups;  ///< Blank where a part of it can't be read.
+    std::vector<RawXData> xdata;
 };
 
 /// The drawing's own files of records: read in one walk over the map before any entity.
@@ -37,6 +43,7 @@ struct Names {
     std::unordered_map<HandleValue, std::string> layers, linetypes, styles, applications, ucs;
     std::vector<Block> blocks;  ///< In the order of the map.
     std::unordered_map<HandleValue, std::string> blockNames;
+    std::unordered_map<HandleValue, std::vector<RawXData>> blockData;  ///< Extended data of BLOCK entities.
     std::unordered_map<HandleValue, Dictionary> dictionaries;
     std::unordered_map<HandleValue, Layout> layouts;
     std::vector<GroupData> groups;
@@ -44,8 +51,12 @@ struct Names {
 
 // The records, each behind OpenObject. They throw Damage.
 LayerData ReadLayer(Object& object, HandleValue& linetype);
-LinetypeData ReadLinetype(Object& object);
-TextStyleData ReadStyle(Object& object, bool& isShapeFile);
+/// Those with the record as a DXF file has it, in `groups`: blank for a line type of dashes alone.
+LinetypeData ReadLinetype(Object& object, std::string& groups);
+TextStyleData ReadStyle(Object& object, std::string& groups);
+/// A view of the screen (VPORT) or one with a name (VIEW), as a DXF file has it.
+std::string ReadScreenView(Object& object, std::string& name);
+std::string ReadNamedView(Object& object);
 UcsData ReadUcs(Object& object);
 std::string ReadApplication(Object& object);
 Block ReadBlockRecord(Object& object);
@@ -54,5 +65,8 @@ std::string ReadBlockName(Object& object, HandleValue& record);
 Dictionary ReadDictionary(Object& object);
 GroupData ReadGroup(Object& object);
 Layout ReadLayout(Object& object);
+
+/// What every table record begins with: its name, and where it came from.
+std::string ReadRecordName(Object& object);
 
 }  // namespace brenvik::dwg

@@ -5,6 +5,7 @@
 
 #include "base/handle_text.h"
 #include "drafting_host/dwg/checksums.h"
+#include "drafting_host/dxf/aci_colors.h"
 
 namespace brenvik::dwg {
 namespace {
@@ -275,16 +276,29 @@ HandleValue ReadOwner(Object& object) {
 RecordColor ReadRecordColor(Streams& streams) {
     BitReader& data = streams.data;
     const int index = data.BitShort();
-    if (!streams.IsAtLeast(Release::R2004)) return {index, std::nullopt};
+    RecordColor result;
+    result.index = index;
+    if (!streams.IsAtLeast(Release::R2004)) return result;
     const std::uint32_t color = static_cast<std::uint32_t>(data.BitLong());
     const unsigned flags = data.Byte();
-    if ((flags & 1U) != 0) streams.Text();
-    if ((flags & 2U) != 0) streams.Text();
-    constexpr std::uint32_t byIndex = 0xC3, byColor = 0xC2;
-    RecordColor result;
-    if (color >> 24U == byIndex) result.index = static_cast<int>(color & 0xFFU);
-    if (color >> 24U == byColor) result.trueColor = color & ThreeBytes;
+    if ((flags & 1U) != 0) result.name = streams.Text();
+    if ((flags & 2U) != 0) result.book = streams.Text();
+    constexpr std::uint32_t byLayer = 0xC0, byBlock = 0xC1, byColor = 0xC2, byIndex = 0xC3;
+    constexpr int usual = 7, layer = 256;
+    const std::uint32_t kind = color >> 24U;
+    result.index = kind == byIndex   ? static_cast<int>(color & 0x1FFU)
+                   : kind == byLayer ? layer
+                   : kind == byBlock ? 0
+                                     : usual;
+    if (kind == byColor) result.trueColor = color & ThreeBytes;
     return result;
+}
+
+int IndexOf(const RecordColor& color) {
+    if (!color.trueColor) return color.index;
+    return NearestColorIndex({static_cast<std::uint8_t>(*color.trueColor >> 16U),
+                              static_cast<std::uint8_t>(*color.trueColor >> 8U),
+                              static_cast<std::uint8_t>(*color.trueColor)});
 }
 
 }  // namespace brenvik::dwg

@@ -60,12 +60,15 @@ Common ReadCommon(Object& object);
 /// The same for an object that is no entity; gives its owner.
 HandleValue ReadOwner(Object& object);
 
-/// A colour of a table's record: its number, 7 for a true colour without one.
+/// A colour of a table's record: its number, 7 for a true colour; 0 by block, 256 by layer.
 struct RecordColor {
     int index = 7;
-    std::optional<std::uint32_t> trueColor;
+    std::optional<std::uint32_t> trueColor{};
+    std::string name{}, book{};  ///< Of a colour book.
 };
 RecordColor ReadRecordColor(Streams& streams);
+/// Its number; of a true colour, which has none in the file, the nearest.
+int IndexOf(const RecordColor& color);
 
 /// Hundredths of a millimetre by the file's number of a lineweight; -1 by layer, -2 by block, -3 the default.
 int LineweightOf(unsigned number);

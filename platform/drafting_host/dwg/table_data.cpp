@@ -3,12 +3,29 @@
 
 #include <array>
 
+#include "base/handle_text.h"
 #include "base/number_text.h"
 #include "drafting_host/dxf/dxf_text.h"
+#include "drafting_host/dxf/exact_numbers.h"
 #include "drafting_host/dxf/kept_text.h"
 
 namespace brenvik::dwg {
 namespace {
+
+/// Bytes in lines of hexadecimal digits.
+void AppendBytes(std::string& groups, int code, std::string_view bytes) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    constexpr std::size_t longestChunk = 127;
+    for (std::size_t at = 0; at < bytes.size(); at += longestChunk) {
+        std::string chunk;
+        for (const char c : bytes.substr(at, longestChunk)) {
+            const auto byte = static_cast<unsigned char>(c);
+            chunk += digits[byte >> 4U];
+            chunk += digits[byte & 15U];
+        }
+        AppendGroup(groups, code, chunk);
+    }
+}
 
 class ItemWriter {
   public:
@@ -24,16 +41,7 @@ class ItemWriter {
             AppendGroup(mGroups, mCode + 10 * static_cast<int>(axis), ShortestRoundTrip(values[axis], true));
     }
     void operator()(const std::vector<std::uint8_t>& bytes) const {
-        constexpr std::string_view digits = "0123456789ABCDEF";
-        constexpr std::size_t longestChunk = 127;
-        for (std::size_t at = 0; at < bytes.size(); at += longestChunk) {
-            std::string chunk;
-            for (std::size_t i = at; i < std::min(at + longestChunk, bytes.size()); ++i) {
-                chunk += digits[bytes[i] >> 4U];
-                chunk += digits[bytes[i] & 15U];
-            }
-            AppendGroup(mGroups, mCode, chunk);
-        }
+        AppendBytes(mGroups, mCode, std::string(bytes.begin(), bytes.end()));
     }
 
   private:
@@ -50,6 +58,69 @@ std::string GroupsOfXData(std::span<const XDataOfApp> data) {
         for (const XDataItem& item : app.items) std::visit(ItemWriter(groups, item.code), item.value);
     }
     return groups;
+}
+
+GroupText& GroupText::Whole(int code, long value) {
+    AppendGroup(mText, code, std::to_string(value));
+    return *this;
+}
+
+GroupText& GroupText::Real(int code, double value) {
+    AppendGroup(mText, code, RealText(value));
+    return *this;
+}
+
+GroupText& GroupText::Degrees(int code, double radians) {
+    AppendGroup(mText, code, DegreesText(radians));
+    return *this;
+}
+
+GroupText& GroupText::Text(int code, std::string_view text) {
+    AppendGroup(mText, code, EncodeText(text));
+    return *this;
+}
+
+GroupText& GroupText::Handle(int code, HandleValue handle) {
+    AppendGroup(mText, code, HandleToText(handle));
+    return *this;
+}
+
+GroupText& GroupText::Flat(int code, const Point3& point) {
+    return Real(code, point.x).Real(code + 10, point.y);
+}
+
+GroupText& GroupText::Point(int code, const Point3& point) {
+    return Flat(code, point).Real(code + 20, point.z);
+}
+
+GroupText& GroupText::Color(int code, int trueCode, const RecordColor& color) {
+    Whole(code, IndexOf(color));
+    if (color.trueColor) Whole(trueCode, static_cast<long>(*color.trueColor));
+    return *this;
+}
+
+GroupText& GroupText::Bytes(int code, std::string_view bytes) {
+    AppendBytes(mText, code, bytes);
+    return *this;
+}
+
+GroupText& GroupText::Raw(std::string_view groups) {
+    mText += groups;
+    return *this;
+}
+
+void ReadViewLight(Streams& streams, GroupText& groups) {
+    BitReader& data = streams.data;
+    groups.Whole(292, data.Bit() ? 1 : 0).Whole(282, data.Byte());
+    groups.Real(141, data.BitReal()).Real(142, data.BitReal());
+    groups.Color(63, 421, ReadRecordColor(streams));
+}
+
+GroupText RecordHead(HandleValue handle, std::string_view className, std::string_view name) {
+    GroupText text;
+    text.Handle(5, handle).Handle(330, 0);
+    text.Text(100, "AcDbSymbolTableRecord").Text(100, className).Text(2, name);
+    return text;
 }
 
 }  // namespace brenvik::dwg

@@ -2,6 +2,7 @@
 #include <optional>
 
 #include "drafting_host/dwg/entities.h"
+#include "drafting_host/dwg/table_data.h"
 
 namespace brenvik::dwg {
 namespace {
@@ -66,15 +67,49 @@ EntityGeometry ReadText(Object& object, const Surroundings& surroundings) {
     return text;
 }
 
-EntityGeometry ReadMText(Object& object, const Surroundings& surroundings) {
+namespace {
+
+/// The ground behind a text, and its frame. From release 2004 on.
+void ReadGround(Streams& streams, GroupText& groups) {
+    constexpr std::int32_t filled = 1, framed = 16;
+    BitReader& data = streams.data;
+    const std::int32_t ground = data.BitLong();
+    if (ground == 0) return;
+    groups.Whole(90, ground);
+    const bool hasValues =
+        (ground & filled) != 0 || (streams.IsAtLeast(Release::R2018) && (ground & framed) != 0);
+    if (!hasValues) return;
+    const double scale = data.BitReal();
+    groups.Color(63, 421, ReadRecordColor(streams));
+    groups.Real(45, scale).Whole(441, data.BitLong());
+}
+
+/// Behind the values of a text of release 2018 stands, unless it is of one scale, what its columns are.
+bool HasColumns(Streams& streams) {
+    if (!streams.IsAtLeast(Release::R2018)) return false;
+    BitReader& data = streams.data;
+    if (!data.Bit()) return false;
+    data.BitShort();
+    data.Bit();
+    data.BitLong();
+    data.BitPoint();
+    data.BitPoint();
+    for (int i = 0; i < 4; ++i) data.BitReal();
+    return data.BitShort() != 0;
+}
+
+}  // namespace
+
+EntityGeometry ReadMText(Object& object, const Surroundings& surroundings, Further& further) {
     Streams& streams = object.streams;
     BitReader& data = streams.data;
+    GroupText groups;
     MTextData text;
     text.insertion = data.BitPoint();
     text.normal = data.BitPoint();
     text.direction = data.BitPoint();
     text.width = data.BitReal();
-    if (streams.IsAtLeast(Release::R2007)) data.BitReal();
+    if (streams.IsAtLeast(Release::R2007)) groups.Real(46, data.BitReal());
     text.height = data.BitReal();
     text.attachment = data.BitShort();
     text.flow = data.BitShort();
@@ -82,12 +117,37 @@ EntityGeometry ReadMText(Object& object, const Surroundings& surroundings) {
     data.BitReal();
     text.text = streams.Text();
     text.style = NameOr(surroundings.names.styles, streams.Handle(), "Standard");
+    if (streams.IsAtLeast(Release::R2000)) {
+        groups.Whole(73, data.BitShort());
+        groups.Real(44, data.BitReal());
+        data.Bit();
+    }
+    if (streams.IsAtLeast(Release::R2004)) ReadGround(streams, groups);
+    further.losesColumns = HasColumns(streams);
+    further.groups = groups.Take();
     return text;
 }
 
-EntityGeometry ReadViewport(Object& object) {
+namespace {
+
+/// What a viewport has behind its frozen layers.
+void ReadViewSettings(Streams& streams, GroupText& groups) {
+    BitReader& data = streams.data;
+    groups.Text(1, streams.Text()).Whole(281, data.Byte());
+    const bool iconAtOrigin = data.Bit(), ownSystem = data.Bit();
+    groups.Whole(71, ownSystem ? 1 : 0).Whole(74, iconAtOrigin ? 1 : 0);
+    for (const int code : {110, 111, 112}) groups.Point(code, data.BitPoint());
+    const double elevation = data.BitReal();
+    groups.Whole(79, data.BitShort()).Real(146, elevation);
+    if (streams.IsAtLeast(Release::R2004)) groups.Whole(170, data.BitShort());
+}
+
+}  // namespace
+
+EntityGeometry ReadViewport(Object& object, Further& further) {
     Streams& streams = object.streams;
     BitReader& data = streams.data;
+    GroupText groups;
     ViewportData view;
     view.center = data.BitPoint();
     view.width = data.BitReal();
@@ -100,15 +160,18 @@ EntityGeometry ReadViewport(Object& object) {
     view.lensLength = data.BitReal();
     view.frontClip = data.BitReal();
     view.backClip = data.BitReal();
-    data.BitReal();
+    const double snapAngle = data.BitReal();
     const Point3 center = data.FlatPoint();
     view.viewCenter = {center.x, center.y};
-    for (int i = 0; i < 3; ++i) data.FlatPoint();
-    data.BitShort();
-    if (streams.IsAtLeast(Release::R2007)) data.BitShort();
+    for (const int code : {13, 14, 15}) groups.Flat(code, data.FlatPoint());  // snap base, snap and grid
+    groups.Degrees(50, snapAngle).Whole(72, data.BitShort());
+    if (streams.IsAtLeast(Release::R2007)) groups.Whole(61, data.BitShort());
     const std::size_t frozen = streams.handles.Count(data.BitLong(), 8);
     view.statusFlags = data.BitLong();
+    ReadViewSettings(streams, groups);
+    if (streams.IsAtLeast(Release::R2007)) ReadViewLight(streams, groups);
     for (std::size_t i = 0; i < frozen; ++i) view.frozenLayers.push_back(streams.Handle());
+    further.groups = groups.Take();
     return view;
 }
 

@@ -157,8 +157,9 @@ void WritePlan::FindGone() {
         const std::string_view key = what;
         const std::size_t blank = key.find(' ');
         const bool isOfBlock = key.starts_with("BLOCK ") || key.starts_with("ENDBLK ");
-        if (key.starts_with("TABLE ") || (isOfBlock && FindBlock(key.substr(blank + 1)) != nullptr))
-            alive.insert(handle);
+        // The named dictionaries are in each file, kept or made anew under the same handle.
+        const bool isInEach = key.starts_with("TABLE ") || key.starts_with("DICTIONARY");
+        if (isInEach || (isOfBlock && FindBlock(key.substr(blank + 1)) != nullptr)) alive.insert(handle);
     }
     const Owners owners(*mFile, std::move(alive));
     for (const HandleValue handle : mFile->handles) {

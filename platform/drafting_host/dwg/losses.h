@@ -1,0 +1,43 @@
+// What of a binary drawing isn't taken along, counted while it is read and told at its end.
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "drafting_host/dwg/entities.h"
+#include "drafting_host/dxf/reading.h"
+
+namespace brenvik::dwg {
+
+/// A kind, or the number of one without a name.
+std::string KindOrType(std::string_view kind, unsigned type);
+
+class Losses {
+  public:
+    /// An entity of a kind that drawings don't hold.
+    void PassOver(std::string_view kind, unsigned type);
+    /// An object that is no entity.
+    void Leave(HandleValue handle, std::string kind) { mLeft.emplace_back(handle, std::move(kind)); }
+    /// Extended data of a record that nothing keeps.
+    void LeaveData(std::string_view kind) { ++mData[std::string(kind)]; }
+    /// What an entity that was taken loses.
+    void Take(const Further& further);
+
+    /// `taken` are the handles of entities.
+    void Tell(Reading& reading, const std::set<HandleValue>& taken) const;
+
+  private:
+    void TellPassedOver(Reading& reading) const;
+    void TellSplines(Reading& reading) const;
+
+    std::map<std::string, std::size_t> mPassed, mData;
+    std::map<std::string, std::size_t> mSplines;  ///< By what their file leaves open.
+    std::size_t mTextsInColumns = 0;
+    std::vector<std::pair<HandleValue, std::string>> mLeft;
+};
+
+}  // namespace brenvik::dwg
