@@ -47,6 +47,22 @@ TEST_F(ProgramWithoutStep, ReadsOtherDrawings) {
     EXPECT_EQ(Read("told"), "");
 }
 
+TEST_F(ProgramWithoutStep, TellsThatTheLibraryBesideItIsOfAnotherBuild) {
+    std::string library = ReadFile(BRENVIK_BINARY_DIR "/bin/brenvik_step.so");
+    const std::size_t at = library.find("step build ");
+    ASSERT_NE(at, std::string::npos);
+    library[at + 11] = 'x';
+    Write("alone/brenvik_step.so", library);
+    const std::string message =
+        "STEP files can't be read or written: the library brenvik_step.so beside the program is of another "
+        "build (expected step build ";
+    EXPECT_EQ(RunAlone("list job.step"), 3);
+    EXPECT_NE(Read("told").find(message), std::string::npos) << Read("told");
+    EXPECT_EQ(RunAlone("convert job.dxf new.step"), 1);
+    EXPECT_NE(Read("told").find(message), std::string::npos) << Read("told");
+    EXPECT_FALSE(Exists("new.step"));
+}
+
 TEST_F(ProgramWithoutStep, ReadsStepAgainWithTheLibraryBesideIt) {
     fs::copy_file(BRENVIK_BINARY_DIR "/bin/brenvik_step.so", folder / "alone/brenvik_step.so");
     EXPECT_EQ(RunAlone("list job.step"), 0);

@@ -5,7 +5,7 @@
 
 namespace brenvik {
 
-/// Throws Failure where the library doesn't lie beside the program, or can't be opened.
+/// Throws Failure where the library doesn't lie beside the program, can't be opened, or is of another build.
 const step::StepExchange& OpenedStepExchange();
 
 }  // namespace brenvik

@@ -3,6 +3,9 @@
 #include "drafting_host/step/step_reader.h"
 #include "drafting_host/step/step_strings.h"
 #include "drafting_host/step/step_writer.h"
+#include "step_build.h"
+
+extern "C" const char* brenvik_step_build() { return brenvik::step::StepBuild; }
 
 extern "C" const brenvik::step::StepExchange* brenvik_step_exchange() {
     static const brenvik::step::StepExchange exchange{&brenvik::step::ReadStep, &brenvik::step::StepText,
