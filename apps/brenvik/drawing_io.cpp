@@ -113,16 +113,17 @@ void TellReferences(const std::vector<ReferenceSolids>& references, const Drawin
 
 /// A drawing of the host's own kind keeps the letters that it has.
 void TellUnusedLetters(const DrawingOptions& options, const std::filesystem::path& path, Teller& teller) {
-    // That none are given is what such a drawing does anyway.
-    if (!options.lettersGiven || options.letters.empty()) return;
+    if (!options.lettersGiven) return;
     std::string head(4096, '\0');
     std::ifstream file(path, std::ios::binary);
     file.read(head.data(), static_cast<std::streamsize>(head.size()));
     head.resize(static_cast<std::size_t>(file.gcount()));
-    if (KindOfContent(head) == DrawingKind::DxfText)
+    const DrawingKind kind = KindOfContent(head);
+    const bool isDxf = kind == DrawingKind::DxfText || kind == DrawingKind::DxfBinary;
+    if (isDxf || kind == DrawingKind::DwgBinary)
         teller.Loss(options.drawing +
-                    ": --letters was passed over: it is for STEP and SAT files, and this is "
-                    "a DXF drawing, whose parts keep the letters that they have");
+                    ": --letters was passed over: it is for STEP and SAT files, and this is a " +
+                    (isDxf ? "DXF" : "DWG") + " drawing, whose parts keep the letters that they have");
 }
 
 void TellSheets(const HostDocument& document, const DrawingOptions& options, Teller& teller) {

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <iostream>
 #include <map>
+#include <set>
 #include <string_view>
 #include <system_error>
 
@@ -33,6 +34,27 @@ bool HasDrawingsEnding(const fs::path& file) {
            DrawingEndings.end();
 }
 
+/// The drawings in the folders below one, as far as they can be looked into.
+std::size_t CountDrawingsBelow(const std::string& folder) {
+    std::size_t count = 0;
+    std::error_code error;
+    fs::recursive_directory_iterator entry(PathFromText(folder),
+                                           fs::directory_options::skip_permission_denied, error);
+    for (const fs::recursive_directory_iterator end; !error && entry != end; entry.increment(error)) {
+        std::error_code unknown;
+        if (entry.depth() > 0 && entry->is_regular_file(unknown) && HasDrawingsEnding(entry->path())) ++count;
+    }
+    return count;
+}
+
+/// What somebody who names a folder has to know: only the drawings that lie in it itself are taken.
+std::string DrawingsLeftBelow(const std::string& folder) {
+    const std::size_t count = CountDrawingsBelow(folder);
+    if (count == 0) return {};
+    return std::to_string(count) + (count == 1 ? " drawing" : " drawings") + " in the folders below it " +
+           (count == 1 ? "is" : "are") + " left out; name these folders too";
+}
+
 std::vector<std::string> DrawingsIn(const std::string& folder) {
     std::vector<std::string> drawings;
     std::error_code error;
@@ -47,11 +69,14 @@ std::vector<std::string> DrawingsIn(const std::string& folder) {
     }
     if (error)
         throw CommandError(ExitStatus::Unreadable, folder + ": the folder can't be read: " + error.message());
+    const std::string below = DrawingsLeftBelow(folder);
     if (drawings.empty())
         throw CommandError(ExitStatus::Unreadable,
                            folder +
                                ": expected a drawing, found a folder without one: a name that ends in .dxf, "
-                               ".dwg, .step, .stp, .sat or .sab");
+                               ".dwg, .step, .stp, .sat or .sab" +
+                               (below.empty() ? "" : "; " + below));
+    if (!below.empty()) std::cerr << folder << ": " << below << '\n';
     std::ranges::sort(drawings, LessIgnoreCase());
     return drawings;
 }
@@ -66,12 +91,17 @@ Argument FurtherWords::Words(const std::string& last) {
 
 std::vector<std::string> DrawingsOf(const std::vector<std::string>& words) {
     std::vector<std::string> drawings;
+    std::set<fs::path> known;
+    const auto add = [&](const std::string& drawing) {
+        std::error_code unknown;
+        const fs::path path = PathFromText(drawing), place = fs::weakly_canonical(path, unknown);
+        if (known.insert(unknown ? path : place).second) drawings.push_back(drawing);
+    };
     for (const std::string& word : words) {
-        if (!IsFolder(word)) {
-            drawings.push_back(word);
-            continue;
-        }
-        for (std::string& drawing : DrawingsIn(word)) drawings.push_back(std::move(drawing));
+        if (IsFolder(word))
+            std::ranges::for_each(DrawingsIn(word), add);
+        else
+            add(word);
     }
     return drawings;
 }

@@ -18,7 +18,9 @@ struct FurtherWords {
 };
 
 /// The drawings that the words name: a folder stands for the drawings in it, known by their endings, in the
-/// order of their names. Throws CommandError with Unreadable for a folder without any.
+/// order of their names. One that is named twice is one drawing. Drawings in folders below a folder are left
+/// out, which is told on standard error with their count. Throws CommandError with Unreadable for a folder
+/// without any.
 std::vector<std::string> DrawingsOf(const std::vector<std::string>& words);
 
 /// Whether the words ask for more than one drawing: several of them, or a folder.

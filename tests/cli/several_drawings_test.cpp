@@ -59,6 +59,27 @@ TEST_F(SeveralDrawings, ADamagedOneCostsOnlyItself) {
         << json.output.substr(0, 60);
 }
 
+TEST_F(SeveralDrawings, OfWhichOneIsNamedTwiceAreOneEach) {
+    const std::string once = Run({"list", "jobs", "--quiet"}).output;
+    EXPECT_EQ(Run({"list", "jobs", "jobs/../jobs/wall.dxf", "--quiet"}).output, once);
+    EXPECT_EQ(Run({"export", "jobs", "jobs/wall.dxf", "lists", "--quiet"}).status, 0);
+}
+
+TEST_F(SeveralDrawings, InFoldersBelowAFolderAreToldToBeLeftOut) {
+    const std::string once = Run({"list", "jobs", "--quiet"}).output;
+    std::filesystem::create_directories(folder / "jobs/old/older");
+    for (const char* drawing : {"jobs/old/a.dxf", "jobs/old/older/b.STEP"}) WriteDamaged(drawing);
+    const Outcome outcome = Run({"list", "jobs", "--quiet"});
+    EXPECT_EQ(outcome.output, once);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors,
+              "jobs: 2 drawings in the folders below it are left out; name these folders too\n");
+    std::filesystem::create_directories(folder / "empty/old");
+    WriteDamaged("empty/old/a.dxf");
+    EXPECT_NE(Run({"list", "empty"}).errors.find("; 1 drawing in the folders below it is left out"),
+              std::string::npos);
+}
+
 TEST_F(SeveralDrawings, AFoldersDrawingsThatCannotBeOpenedAreReported) {
     std::filesystem::create_symlink("on/a/server/that/is/away.dxf", folder / "jobs/dead.dxf");
     std::filesystem::create_directory(folder / "jobs/folder.step");

@@ -303,7 +303,8 @@ TEST_F(ToldParts, DamagedSavedExtentsAreToldByEveryCommandThatUsesThem) {
 
 TEST_F(ToldParts, LettersForADrawingThatKeepsItsOwnAreTold) {
     Write("job.dxf", Sample());
-    ExpectTold(Run({"list", "job.dxf", "--letters", "WLT"}), "job.dxf: --letters was passed over");
+    for (const char* letters : {"WLT", "none"})
+        ExpectTold(Run({"list", "job.dxf", "--letters", letters}), "job.dxf: --letters was passed over");
     ASSERT_EQ(Run({"sample", "job.step"}).status, 0);
     EXPECT_EQ(Run({"list", "job.step", "--letters", "WLT"}).status, 0);
 }
