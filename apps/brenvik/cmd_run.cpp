@@ -22,6 +22,7 @@
 #include "run_teller.h"
 #include "run_transcript.h"
 #include "session/message_text.h"
+#include "settings/frm_materials.h"
 #include "shell_word.h"
 #include "unsaved_changes.h"
 #include "workplace.h"
@@ -225,6 +226,10 @@ ExitStatus RunJournal(const std::string& home, const RunOptions& options, const 
     for (const std::string& line : troubles.lines) transcript.Stream() << line << '\n';
     if (!troubles.allToldInBoxes) teller.MarkIncomplete();
     for (const std::string& line : TakeDroppedPartLines().lines) transcript.Stream() << line << '\n';
+    for (const LibraryNote& note : TakeLibraryNotes()) {
+        transcript.Stream() << note.text << '\n';
+        if (note.isLoss) teller.MarkIncomplete();
+    }
     // No box could be looked at, and the list went out as it is.
     TellExportTroubles(teller,
                        [&transcript](const std::string& text) { transcript.Stream() << text << '\n'; });

@@ -34,6 +34,13 @@ bool TakesTyping(const Form& form, std::string_view control) {
     return StartsWithIgnoreCase(control, "tbMain.APPLY") || StartsWithIgnoreCase(control, "mnuApply");
 }
 
+/// Whether a press fills cells of the list, which an Apply has to take like typed ones.
+bool FillsTheList(const Form& form, std::string_view control) {
+    if (!IsList(form)) return false;
+    return EqualsIgnoreCase(control, "btnAutoPN") || EqualsIgnoreCase(control, "tbMain.QCOPY") ||
+           EqualsIgnoreCase(control, "mnuQcopy");
+}
+
 }  // namespace
 
 JournalPlayer::JournalPlayer(std::vector<JournalStep> journalSteps, JournalDialogs& journalDialogs,
@@ -177,8 +184,9 @@ void JournalPlayer::DoOnForm(const JournalStep& step) {
     if (step.kind == StepKind::Close) TellTypingLost(step, form);
     // A button may unload its form, and another form may get its place.
     if (step.kind == StepKind::Press && TakesTyping(form, step.arguments[0])) mTyped.erase(&form);
+    const bool fills = step.kind == StepKind::Press && FillsTheList(form, step.arguments[0]);
     ActOnForm(step, form, mWorld.hands == nullptr ? plainHands : *mWorld.hands);
-    if (step.kind == StepKind::Type || step.kind == StepKind::Cell) mTyped[&form] = step.line;
+    if (step.kind == StepKind::Type || step.kind == StepKind::Cell || fills) mTyped[&form] = step.line;
 }
 
 /// A user at the desk sees what goes with the window; a journal hears of it.

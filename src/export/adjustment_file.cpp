@@ -5,6 +5,7 @@
 #include "base/letter_case.h"
 #include "base/skip.h"
 #include "base/text.h"
+#include "base/text_lines.h"
 #include "export/adjustment_faults.h"
 #include "export/adjustments.h"
 #include "export/export_troubles.h"
@@ -12,7 +13,6 @@
 #include "session/module_state.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
-#include "session/text_files.h"
 #include "settings/settings_keys.h"
 #include "settings/settings_store.h"
 
@@ -48,6 +48,16 @@ bool HasContent(std::span<const std::string> lines) {
         lines, [](const std::string& line) { return !IsBlank(line) && !line.starts_with('#'); });
 }
 
+/// The case of a key says nothing.
+bool IsSameLine(std::string_view written, std::string_view line) {
+    if (written == line) return true;
+    const HeadAndTail a = SplitAtFirst(written, '='), b = SplitAtFirst(line, '=');
+    return !written.starts_with('[') && a.found && b.found && EqualsIgnoreCase(a.head, b.head) &&
+           a.tail == b.tail;
+}
+
+bool IsBlankKey(std::string_view written) { return !written.starts_with('[') && written.ends_with('='); }
+
 }  // namespace
 
 std::span<const std::string_view> AdjustmentKeys() { return Keys; }
@@ -73,6 +83,26 @@ std::vector<AdjustmentRow> ParseAdjustments(std::span<const std::string> lines) 
     return rows;
 }
 
+std::vector<std::size_t> LinesNotKept(std::span<const std::string> lines,
+                                      std::span<const AdjustmentRow> rows) {
+    std::vector<std::string> written;
+    for (const AdjustmentRow& row : rows)
+        for (std::string& line : LinesOf(AdjustmentText(row, "\n"))) written.push_back(std::move(line));
+    std::vector<std::size_t> lost;
+    std::size_t present = 0;
+    for (std::size_t at = 0; at < lines.size(); ++at) {
+        if (IsBlank(lines[at])) continue;
+        std::size_t next = present;
+        while (next < written.size() && !IsSameLine(written[next], lines[at]) && IsBlankKey(written[next]))
+            ++next;
+        if (next < written.size() && IsSameLine(written[next], lines[at]))
+            present = next + 1;
+        else
+            lost.push_back(at + 1);
+    }
+    return lost;
+}
+
 std::string AdjustmentText(const AdjustmentRow& row, std::string_view lineEnd) {
     std::string text = "[" + row.front() + "]";
     text += lineEnd;
@@ -88,6 +118,12 @@ std::string AdjustmentText(const AdjustmentRow& row, std::string_view lineEnd) {
 AdjustmentsLent::AdjustmentsLent(std::string_view path) { StateOf<LentPath>().path = path; }
 
 AdjustmentsLent::~AdjustmentsLent() { StateOf<LentPath>().path.clear(); }
+
+void NoteGuessedLines(std::string_view path, const FileLines& file) {
+    for (const std::size_t number : file.guessed)
+        if (const std::string& line = file.lines[number - 1]; !line.starts_with('#'))
+            NoteExportTrouble(path, number, GuessedLineFault(line));
+}
 
 std::string ResolveAdjustmentPath() {
     if (const std::string& lent = StateOf<LentPath>().path; !lent.empty()) return lent;
@@ -122,9 +158,7 @@ AdjustmentSource ReadExportAdjustments(std::string_view path) {
         NoteExportTrouble("the BrenvikAdjustments file " + std::string(path) + " can't be read (" +
                           failure->description() + "), so no sizes are adjusted");
     const std::vector<std::string>& lines = file.lines;
-    for (const std::size_t number : file.guessed)
-        if (const std::string& line = lines[number - 1]; !line.starts_with('#'))
-            NoteExportTrouble(path, number, GuessedLineFault(line));
+    NoteGuessedLines(path, file);
     if (!HasSection(lines)) {
         if (HasContent(lines))
             ShowMessage("The BrenvikAdjustments file " + std::string(path) +

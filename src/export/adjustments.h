@@ -12,6 +12,7 @@
 
 #include "base/letter_case.h"
 #include "session/ports/database_port.h"
+#include "session/text_files.h"
 #include "settings/setting_names.h"
 
 namespace brenvik {
@@ -84,6 +85,11 @@ inline constexpr std::size_t AdjustmentColumnCount = 23;
 /// The editor's reader: a name, then the keys in their order; what doesn't fit the state is passed over, and
 /// so are lines beginning with "#". The values of a row that the file ends in are blank.
 std::vector<AdjustmentRow> ParseAdjustments(std::span<const std::string> lines);
+/// The lines, from 1, that a file written from these rows would not have: keys that stand in another order or
+/// that nobody knows, lines between the adjustments, remarks. Blank lines are none, nor are blank keys that
+/// it would have in addition.
+std::vector<std::size_t> LinesNotKept(std::span<const std::string> lines,
+                                      std::span<const AdjustmentRow> rows);
 /// The 23 lines of a row.
 std::string AdjustmentText(const AdjustmentRow& row, std::string_view lineEnd);
 
@@ -102,6 +108,9 @@ class AdjustmentsLent {
     AdjustmentsLent(const AdjustmentsLent&) = delete;
     AdjustmentsLent& operator=(const AdjustmentsLent&) = delete;
 };
+
+/// Notes the lines of a file that were no UTF-8 as trouble of the export; remarks may be what they like.
+void NoteGuessedLines(std::string_view path, const FileLines& file);
 
 /// The path that is lent, of the settings, or of the delivered "No Adjustments.txt"; blank where that isn't
 /// there.

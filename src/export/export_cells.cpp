@@ -140,9 +140,10 @@ std::vector<LineMaker::LostSize> LineMaker::LostSizes(const Recordset& records,
                                                       const SizeAdjustment& adjustment) const {
     std::vector<LostSize> lost;
     const auto look = [&](const SizeField& field, bool asFraction) {
-        double size = 0;
-        if (!Skip([&] { size = AdjustedSize(field, records, adjustment); })) return;
-        if (size > 0 && (!asFraction || ClosestThirtySecond(size) != 0)) return;
+        std::optional<double> size;
+        const auto failure = Attempt([&] { size = AdjustedSize(field, records, adjustment); });
+        if (failure && failure->number() != failure_number::InvalidNull) return;
+        if (size && *size > 0 && (!asFraction || ClosestThirtySecond(*size) != 0)) return;
         const std::string_view column = FindPartColumn(field.field)->caption;
         if (std::ranges::find(lost, column, &LostSize::column) == lost.end()) lost.push_back({column, size});
     };
@@ -174,9 +175,12 @@ void NoteLostSizes(const Recordset& records, const LineMaker& maker, const SizeA
     std::vector<std::string> shown;
     constexpr int shownDecimals = 5;
     for (const auto& [column, size] : lost)
-        shown.push_back(std::string(column) + " " + NumberToText(RoundHalfEven(size, shownDecimals)));
-    const bool areZero = std::ranges::all_of(lost, [](const auto& each) { return each.size == 0; });
-    const bool areNone = std::ranges::all_of(lost, [](const auto& each) { return each.size <= 0; });
+        shown.push_back(std::string(column) + " " +
+                        (size ? NumberToText(RoundHalfEven(*size, shownDecimals)) : "(blank)"));
+    const bool areZero =
+        std::ranges::all_of(lost, [](const auto& each) { return each.size.value_or(0) == 0; });
+    const bool areNone =
+        std::ranges::all_of(lost, [](const auto& each) { return each.size.value_or(0) <= 0; });
     const bool lacksLetters = areZero && IsBlank(TextIfThere(records, "bv_lwt"));
     const std::string expected = lacksLetters ? "letters (ORIE) that name its sizes"
                                  : areNone    ? "a size above 0"

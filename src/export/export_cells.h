@@ -44,10 +44,11 @@ class LineMaker {
         std::string column, text;
     };
     std::vector<ShiftingCell> ShiftingCells(const Recordset& records, const SizeAdjustment& adjustment) const;
-    /// A size that is 0 or less, or whose fraction is 0, which has a blank cell.
+    /// A size that is 0 or less, or whose fraction is 0, which has a blank cell; or nothing, where somebody
+    /// has cleared it.
     struct LostSize {
         std::string_view column;
-        double size = 0;
+        std::optional<double> size;
     };
     /// Those of this line, each once.
     std::vector<LostSize> LostSizes(const Recordset& records, const SizeAdjustment& adjustment) const;

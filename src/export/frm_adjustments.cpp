@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <utility>
 
+#include "base/quoted.h"
 #include "base/skip.h"
 #include "export/adjustments.h"
 #include "export/export_dialogs.h"
@@ -15,7 +17,6 @@
 #include "session/ports/dialog_port.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
-#include "session/text_files.h"
 #include "settings/settings_keys.h"
 #include "settings/settings_store.h"
 
@@ -88,13 +89,20 @@ void frmAdjustments::Populate() {
     Skip([&] { KeepAdjustmentPath(path); });
 }
 
+void frmAdjustments::ReadLoaded(const std::string& path) {
+    LoadedFile loaded{path, ReadFileLines(path), {}, {}};
+    NoteGuessedLines(path, loaded.file);
+    mLoaded = std::move(loaded);
+}
+
 void frmAdjustments::LoadAdjustments() {
     fpAdjustments.ClearMarks();
     fpAdjustments.SetMaxRows(LeastRows);
+    mLoaded.reset();
     if (GetSubkeyText(CsvSaveSubkey, AdjustmentPathSetting).empty()) return;
     const std::string path = ResolveAdjustmentPath();
-    std::vector<AdjustmentRow> rows;
-    ShowAndResume(ShowFailureWithDetail, [&] { rows = ParseAdjustments(ReadLines(path)); });
+    if (!ShowAndResume(ShowFailureWithDetail, [&] { ReadLoaded(path); })) return;
+    const std::vector<AdjustmentRow> rows = ParseAdjustments(mLoaded->file.lines);
     const int rowCount = static_cast<int>(rows.size());
     fpAdjustments.SetMaxRows(std::max(LeastRows, rowCount + SpareRows));
     for (int row = 1; row <= rowCount; ++row) {
@@ -103,6 +111,21 @@ void frmAdjustments::LoadAdjustments() {
             if (!values[place].empty())
                 fpAdjustments.SetCellText(static_cast<int>(place) + 1, row, values[place]);
     }
+    mLoaded->notKept = LinesNotKept(mLoaded->file.lines, rows);
+    mLoaded->shownText = FileText();
+    TellLinesNotShown();
+}
+
+// A remark means nothing to an export, so nothing is missing on the screen without it.
+void frmAdjustments::TellLinesNotShown() const {
+    const std::vector<std::string>& lines = mLoaded->file.lines;
+    const auto first = std::ranges::find_if(
+        mLoaded->notKept, [&](std::size_t number) { return !lines[number - 1].starts_with('#'); });
+    if (first == mLoaded->notKept.end()) return;
+    ShowMessage(mLoaded->path + ":" + std::to_string(*first) + ": " + InQuotes(lines[*first - 1]) +
+                " can't be shown as it stands. Exports find the keys of an adjustment in any order; this "
+                "editor needs all 22 of them in the order of its columns. The adjustments that you see here "
+                "are not those of the file.");
 }
 
 void frmAdjustments::Browse() {
@@ -131,19 +154,44 @@ void frmAdjustments::SaveAs() {
     if (path) WriteTo(*path);
 }
 
+bool frmAdjustments::KeepsLines(const std::string& path) const {
+    if (!mLoaded || mLoaded->notKept.empty()) return false;
+    const std::size_t first = mLoaded->notKept.front();
+    const std::string others = mLoaded->notKept.size() == 1
+                                   ? std::string()
+                                   : " and " + std::to_string(mLoaded->notKept.size() - 1) + " more";
+    const MessageAnswer answer = ThePlatform().dialogs->Show(
+        {mLoaded->path + ":" + std::to_string(first) + ": " + InQuotes(mLoaded->file.lines[first - 1]) +
+             others + " would be lost: this editor writes what its grid shows, and nothing else. Leave " +
+             path + " as it is?",
+         "Save Adjustments", MessageIcon::Question, MessageButtons::YesNo});
+    if (answer != MessageAnswer::Yes) return false;
+    NoteExportTrouble("the BrenvikAdjustments file " + path +
+                      " was not written: " + std::to_string(mLoaded->notKept.size()) + " of the lines of " +
+                      mLoaded->path + " would be lost, the first in line " + std::to_string(first));
+    return true;
+}
+
 // The dialog keeps its failures to itself; whoever has called the system hears of a file that isn't there.
-void frmAdjustments::WriteTo(const std::string& path) const {
+bool frmAdjustments::WriteTo(const std::string& path) {
+    const std::string text = FileText();
+    // Nobody has typed anything: the file stays as its writer has laid it out.
+    const bool isUnchanged = mLoaded && mLoaded->path == path && mLoaded->shownText == text;
+    if (isUnchanged && ThePlatform().files->FileExists(path)) return true;
+    if (KeepsLines(path)) return false;
     const std::optional<Failure> failure = Attempt([&] {
         RequireOutputPlace(path, OutputKind::Adjustments);
-        ThePlatform().files->WriteFile(path, FileText());
+        ThePlatform().files->WriteFile(path, text);
+        if (mLoaded && mLoaded->path == path) mLoaded = LoadedFile{path, {}, {}, text};
     });
     if (failure)
         NoteExportTrouble("the BrenvikAdjustments file " + path +
                           " was not written: " + failure->description());
+    return true;
 }
 
 void frmAdjustments::SaveAndClose() {
-    WriteTo(EditAdjPath);
+    if (!WriteTo(EditAdjPath)) return;
     ShowAndResume(ShowFailure, [&] { SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting, EditAdjPath); });
     Unload();
 }

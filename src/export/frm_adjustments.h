@@ -1,10 +1,14 @@
 // The editor of size adjustments: a grid with a row for each adjustment, and the file that it stands in.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "forms/form.h"
 #include "forms/grid_control.h"
+#include "session/text_files.h"
 
 namespace brenvik {
 
@@ -18,7 +22,7 @@ class frmAdjustments : public Form {
     /// message where there is none.
     void Populate();
     /// Fills the grid from the file of the settings. A file that can't be read leaves the grid empty and is
-    /// told in a message box with its path.
+    /// told in a message box with its path. So are lines that count for exports and can't be shown here.
     void LoadAdjustments();
 
     GridControl& fpAdjustments;
@@ -34,8 +38,23 @@ class frmAdjustments : public Form {
     void Browse();
     void SaveAs();
     void SaveAndClose();
-    void WriteTo(const std::string& path) const;
+    /// The grid goes to its file only if that loses nothing, or if the user says so. Returns whether the file
+    /// is as it was wanted, or as near as the disk lets it come.
+    bool WriteTo(const std::string& path);
+    /// Asks whether a file is kept that has lines which the grid doesn't show.
+    bool KeepsLines(const std::string& path) const;
+    void ReadLoaded(const std::string& path);
+    void TellLinesNotShown() const;
     std::string FileText() const;
+
+    /// The file that the grid was filled from, as it was read, and the grid as a file then.
+    struct LoadedFile {
+        std::string path;
+        FileLines file;
+        std::vector<std::size_t> notKept;
+        std::string shownText;
+    };
+    std::optional<LoadedFile> mLoaded;
 };
 
 /// The editor as a modal dialog.

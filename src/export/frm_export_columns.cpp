@@ -69,6 +69,11 @@ void frmExport::NoteProfileTroubles(std::span<const std::string> unknownNames) c
     const ExportProfile* profile = ShownProfile();
     if (profile != nullptr)
         for (const ProfileFault& fault : profile->faults) NoteExportTrouble(file, fault.line, fault.text);
+    const bool isTold = profile != nullptr && !profile->faults.empty();
+    if (lstExportColumns.ListCount() == 0 && !isTold)
+        NoteExportTrouble(
+            "the export has no columns: expected a profile, or columns chosen in the dialog; its lines are "
+            "blank");
     for (const std::string& name : unknownNames) {
         const std::string text = "expected the name of a column, found \"" + name +
                                  "\"; it has no cell, and the cells behind it stand further to the left";

@@ -6,6 +6,7 @@
 #include "grid/grid_states.h"
 #include "grid/grouping_interlock.h"
 #include "grid/mod4spread.h"
+#include "grid/typed_values.h"
 
 namespace brenvik {
 
@@ -23,6 +24,7 @@ void frmMain::AutoPN() {
         fpSpread1.SetCellText(column, row, std::to_string(++counter));
     fpSpread1.SaveOrTell();
     fpSpread1.ClearMarks();
+    NoteEditedRows();
 }
 
 }  // namespace brenvik

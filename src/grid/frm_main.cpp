@@ -123,6 +123,7 @@ void frmMain::ConnectGrid() {
     };
     fpSpread1.onCellEntered = [this](int column, int row) { CurrentCellMoved(column, row); };
     fpSpread1.onEditEnded = [this](int column, int row) {
+        if (fpSpread1.CellText(column, row) != fpSpread1.SavedText(column, row)) NoteEditedRow(row);
         if (column == OrieColumn) OrieEdited(row);
         NoteTypedSize(column, row);
     };
@@ -179,6 +180,7 @@ void frmMain::LoadInOrder() {
     LoadGridSettings();
     PlaceForm();
     ForgetTypedSizes();
+    NoteRowsLeftBehind();
     ScanSelection();
     TheSession().CaptionList = Split(GridCaptionList, ',');
     ColHeadRelationShip();
@@ -190,6 +192,7 @@ void frmMain::ScanSelection() { mAutoCAD::ScanSelection({*this, Adodc1, fpSpread
 bool frmMain::OnQueryClose() { return !TheSession().ApplyBusy; }
 
 void frmMain::OnUnload() {
+    NoteRowsLeftBehind();
     SaveGridSettings();
     // The list ends with the form; a later refresh replaces the file that the data control stands on.
     Adodc1.Close();

@@ -87,7 +87,7 @@ void HighlightModelSpace(AcadDocument& document) {
 
 void frmMain::WriteRows(QuantityKey quantity, FailureTelling telling) {
     const GridBusy busy(*this);
-    if (fpSpread1.MaxRows() == 0) return;
+    if (fpSpread1.MaxRows() == 0) return NoteAppliedRows();
     AcadDocument* document = TheSession().AcadDoc;
     if (document == nullptr) throw ObjectNotSet("document");
     const std::vector<WrittenKey> keys = WrittenKeys();
@@ -107,6 +107,7 @@ void frmMain::WriteRows(QuantityKey quantity, FailureTelling telling) {
         }
         NoteAppliedValues(row);
     }
+    NoteAppliedRows();
 }
 
 void frmMain::Apply() {

@@ -20,6 +20,7 @@
 #include "grid/grid_states.h"
 #include "grid/grouping_interlock.h"
 #include "grid/mod4spread.h"
+#include "grid/typed_values.h"
 #include "parts/mdatabase.h"
 #include "parts/orie_update.h"
 #include "parts/part_table.h"
@@ -95,6 +96,7 @@ void frmMain::QCopy() {
     const RepaintOff repaintOff(fpSpread1);
     const ActiveCellKept activeCellKept(fpSpread1);
     const bool lettersCopied = Get<CheckControl>("chkLWT").Value() == 1;
+    NoteEditedRows();
     const std::optional<Failure> failure = Attempt([this] { CopyInTable(*this, fpSpread1.ActiveRow()); });
     if (failure) {
         // Columns before the refused one have been copied, and the grid shows what the table holds.

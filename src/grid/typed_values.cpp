@@ -10,6 +10,7 @@
 
 #include "base/numbers.h"
 #include "base/quoted.h"
+#include "base/text.h"
 #include "grid/frm_main.h"
 #include "grid/grid_columns.h"
 #include "grid/mod4spread.h"
@@ -27,6 +28,15 @@ struct TypedSizes {
     std::map<std::pair<std::string, int>, std::string> texts;
 };
 
+/// Rows with edits that no Apply has written, by the part's handle.
+struct EditedRows {
+    struct Row {
+        std::string name;
+        bool leftBehind = false;  ///< An Apply came while a filter hid the row.
+    };
+    std::map<std::string, Row> rows;
+};
+
 constexpr int SizeColumns[] = {LengthColumn, WidthColumn, ThicknessColumn};
 
 std::string HandleOf(int row) { return Mod4Spread::GetCellText(IdColumn, row); }
@@ -35,7 +45,9 @@ PartTrouble TroubleOf(int row, std::string text) {
     return {HandleOf(row), Mod4Spread::GetCellText(PartNameColumn, row), std::move(text)};
 }
 
-bool AreOneNumber(const std::string& a, const std::string& b) {
+/// A size that was cleared is a blank one.
+bool AreOneSize(const std::string& a, const std::string& b) {
+    if (IsBlank(a) || IsBlank(b)) return IsBlank(a) && IsBlank(b);
     return IsNumeric(a) && IsNumeric(b) && StrictNumber(a) == StrictNumber(b);
 }
 
@@ -45,11 +57,13 @@ void NoteSizesOfTheListAlone(int row) {
     for (const int column : SizeColumns) {
         const auto typed = texts.find({handle, column});
         const std::string shown = Mod4Spread::GetCellText(column, row);
-        if (typed == texts.end() || !AreOneNumber(typed->second, shown)) continue;
-        NotePartTrouble(
-            TroubleOf(row, "its " + Mod4Spread::GetCellText(column, 0) + " " + shown +
-                               ", typed into the list, was not written to the drawing: sizes come "
-                               "from the solid, and the next list has its own again"));
+        if (typed == texts.end() || !AreOneSize(typed->second, shown)) continue;
+        const std::string size = "its " + Mod4Spread::GetCellText(column, 0);
+        NotePartTrouble(TroubleOf(
+            row,
+            (IsBlank(shown) ? size + " was cleared in the list and not in the drawing"
+                            : size + " " + shown + ", typed into the list, was not written to the drawing") +
+                ": sizes come from the solid, and the next list has its own again"));
     }
 }
 
@@ -92,7 +106,7 @@ void NoteRefusedLetters(int row, std::string_view typed, std::string_view before
 void NoteTypedSize(int column, int row) {
     if (std::ranges::find(SizeColumns, column) == std::end(SizeColumns)) return;
     const std::string typed = Mod4Spread::GetCellText(column, row);
-    if (AreOneNumber(typed, GridFormInstance().fpSpread1.SavedText(column, row))) return;
+    if (AreOneSize(typed, GridFormInstance().fpSpread1.SavedText(column, row))) return;
     StateOf<TypedSizes>().texts.insert_or_assign({HandleOf(row), column}, typed);
 }
 
@@ -101,6 +115,30 @@ void ForgetTypedSizes(int row) {
 }
 
 void ForgetTypedSizes() { StateOf<TypedSizes>().texts.clear(); }
+
+void NoteEditedRow(int row) {
+    StateOf<EditedRows>().rows.insert_or_assign(
+        HandleOf(row), EditedRows::Row{Mod4Spread::GetCellText(PartNameColumn, row), false});
+}
+
+void NoteEditedRows() {
+    for (int row = 1; row <= GridFormInstance().fpSpread1.MaxRows(); ++row) NoteEditedRow(row);
+}
+
+void NoteAppliedRows() {
+    auto& rows = StateOf<EditedRows>().rows;
+    for (int row = 1; row <= GridFormInstance().fpSpread1.MaxRows(); ++row) rows.erase(HandleOf(row));
+    for (auto& [handle, row] : rows) row.leftBehind = true;
+}
+
+void NoteRowsLeftBehind() {
+    for (const auto& [handle, row] : std::exchange(StateOf<EditedRows>().rows, {}))
+        if (row.leftBehind)
+            NotePartTrouble(
+                {handle, row.name,
+                 "what was typed into its row was not written to the drawing: the filter had left "
+                 "the row out when the list was applied"});
+}
 
 void NoteAppliedValues(int row) {
     if (const std::optional<std::string> fault =

@@ -22,6 +22,14 @@ void ForgetTypedSizes(int row);
 /// The list is a new one.
 void ForgetTypedSizes();
 
+/// Something of a row was typed over or made anew: in one row, or in all that the list shows.
+void NoteEditedRow(int row);
+void NoteEditedRows();
+/// An Apply has written the rows that the list shows; of the edited ones the others have stayed behind.
+void NoteAppliedRows();
+/// The list goes: reports the rows that stayed behind at the last Apply, since nobody sees that they did.
+void NoteRowsLeftBehind();
+
 /// Reports what an Apply has written of a row, or couldn't write, that no list or run can use.
 void NoteAppliedValues(int row);
 

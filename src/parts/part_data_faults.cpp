@@ -11,13 +11,13 @@
 
 namespace brenvik {
 
-namespace {}  // namespace
-
 std::optional<std::string> QuantityFault(std::string_view quantity) {
     if (quantity.empty()) return std::nullopt;
     // Work lists multiply quantities in 32 bits.
     constexpr double most = 1e6;
-    if (IsNumeric(quantity)) {
+    // "1e3" is a number, and more often a slip; lists of others take the text as it stands.
+    const bool isPlain = quantity.find_first_of("eEdD") == std::string_view::npos;
+    if (isPlain && IsNumeric(quantity)) {
         const double value = StrictNumber(quantity);
         if (value >= 1 && value <= most && value == std::floor(value)) return std::nullopt;
     }

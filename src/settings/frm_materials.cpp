@@ -3,10 +3,13 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
+#include "base/quoted.h"
 #include "base/skip.h"
 #include "base/text.h"
 #include "base/text_lines.h"
+#include "base/western_text.h"
 #include "session/message.h"
 #include "session/module_state.h"
 #include "session/ports/dialog_port.h"
@@ -67,6 +70,18 @@ std::vector<GridColumn> Columns() {
     return columns;
 }
 
+struct LibraryNotes {
+    std::vector<LibraryNote> notes;
+};
+
+/// The captions of the fields that aren't filled in.
+std::vector<std::string> BlankFieldsOf(const MaterialTexts& texts) {
+    std::vector<std::string> captions;
+    for (std::size_t field = 0; field < texts.size(); ++field)
+        if (IsBlank(texts[field])) captions.emplace_back(Headers[field].caption);
+    return captions;
+}
+
 }  // namespace
 
 frmMaterials::frmMaterials()
@@ -94,6 +109,7 @@ void frmMaterials::AddButton(ControlKind kind, const char* name, const char* but
 void frmMaterials::OnLoad() {
     copiedRow.clear();
     mDamages.clear();
+    mOpened.clear();
     mLineEnd.clear();
     fpMaterials.ClearMarks();
     fpMaterials.SetMaxRows(LeastRows);
@@ -106,6 +122,7 @@ void frmMaterials::OnLoad() {
 
 void frmMaterials::LoadMaterials() {
     MaterialLibrary library = ReadMaterials();
+    mOpened = library.materials;
     mDamages = std::move(library.damages);
     mLineEnd = std::move(library.lineEnd);
     fpMaterials.SetMaxRows(std::max(LeastRows, static_cast<int>(library.materials.size()) + SpareRows));
@@ -150,16 +167,34 @@ void frmMaterials::PasteRow() {
     }
 }
 
+MaterialTexts frmMaterials::TextsOfRow(int row) const {
+    MaterialTexts texts;
+    for (std::size_t field = 0; field < texts.size(); ++field)
+        texts[field] = fpMaterials.CellText(static_cast<int>(field) + 1, row);
+    return texts;
+}
+
 std::vector<MaterialTexts> frmMaterials::CompleteRows() const {
     std::vector<MaterialTexts> rows;
-    for (int row = 1; row <= fpMaterials.MaxRows(); ++row) {
-        MaterialTexts texts;
-        for (std::size_t field = 0; field < texts.size(); ++field)
-            texts[field] = fpMaterials.CellText(static_cast<int>(field) + 1, row);
-        if (std::ranges::none_of(texts, [](const std::string& text) { return IsBlank(text); }))
+    for (int row = 1; row <= fpMaterials.MaxRows(); ++row)
+        if (MaterialTexts texts = TextsOfRow(row); BlankFieldsOf(texts).empty())
             rows.push_back(std::move(texts));
-    }
     return rows;
+}
+
+void frmMaterials::NoteRowsLeftOut() const {
+    for (int row = 1; row <= fpMaterials.MaxRows(); ++row) {
+        const MaterialTexts texts = TextsOfRow(row);
+        const std::vector<std::string> blank = BlankFieldsOf(texts);
+        if (blank.empty() || blank.size() == MaterialFieldCount) continue;
+        const bool wasTouched = std::ranges::find(mOpened, texts) == mOpened.end();
+        StateOf<LibraryNotes>().notes.push_back(
+            {"the material " + InQuotes(texts.front()) + " in row " + std::to_string(row) +
+                 " of the editor was not saved: all settings of a material have to be filled in, found " +
+                 Join(blank, ", ") + " blank; what " + MaterialsPath() +
+                 " had before stands in materials.bak",
+             !wasTouched});
+    }
 }
 
 void frmMaterials::SaveAndClose() {
@@ -172,9 +207,27 @@ void frmMaterials::SaveAndClose() {
             MessageAnswer::No)
             return;
     }
-    SaveMaterials(CompleteRows(), mLineEnd);
+    NoteRowsLeftOut();
+    SaveRows(CompleteRows());
     Unload();
 }
+
+void frmMaterials::SaveRows(const std::vector<MaterialTexts>& rows) const {
+    FilesPort& files = *ThePlatform().files;
+    const bool isThere = files.FileExists(MaterialsPath());
+    const bool isUtf8 = !isThere || IsUtf8(files.ReadFile(MaterialsPath()));
+    // Blank lines and the case of keys are the writer's own as long as nothing is typed.
+    if (isThere && isUtf8 && mDamages.empty() && rows == mOpened) return KeepMaterials();
+    SaveMaterials(rows, mLineEnd);
+    if (!isUtf8)
+        StateOf<LibraryNotes>().notes.push_back({MaterialsPath() +
+                                                     " was no UTF-8, was taken for the Western Windows code "
+                                                     "page, and is UTF-8 now; what it had before "
+                                                     "stands in materials.bak",
+                                                 false});
+}
+
+std::vector<LibraryNote> TakeLibraryNotes() { return std::exchange(StateOf<LibraryNotes>().notes, {}); }
 
 void commands::BVMaterial(AcadApplication&) { ThePlatform().dialogs->ShowModal(StateOf<frmMaterials>()); }
 

@@ -37,12 +37,27 @@ class frmMaterials : public Form {
     void LoadMaterials();
     void TellDamages() const;
     std::vector<MaterialTexts> CompleteRows() const;
+    MaterialTexts TextsOfRow(int row) const;
+    void NoteRowsLeftOut() const;
+    void SaveRows(const std::vector<MaterialTexts>& rows) const;
     void SaveAndClose();
 
     Control* mBtnSave = nullptr;
+    std::vector<MaterialTexts> mOpened;
     std::vector<MaterialDamage> mDamages;
     std::string mLineEnd;
 };
+
+/// A material that a saving has left out of the library, since it isn't filled in. The editor's label says
+/// that it does so, and no box tells of which.
+struct LibraryNote {
+    std::string text;
+    /// Nobody has touched it since the library was opened.
+    bool isLoss = false;
+};
+
+/// Those since the last call.
+std::vector<LibraryNote> TakeLibraryNotes();
 
 namespace commands {
 

@@ -211,12 +211,12 @@ std::string MaterialsText(std::span<const MaterialTexts> materials, std::string_
     return text;
 }
 
+void KeepMaterials() { ThePlatform().files->CopyFileOver(MaterialsPath(), MaterialsBackupPath()); }
+
 void SaveMaterials(std::span<const MaterialTexts> materials, std::string_view lineEnd) {
-    FilesPort& files = *ThePlatform().files;
-    const std::string path = MaterialsPath();
     // A shop that begins without a library has nothing to keep.
-    if (files.FileExists(path)) files.CopyFileOver(path, MaterialsBackupPath());
-    files.WriteFile(path, MaterialsText(materials, lineEnd));
+    if (ThePlatform().files->FileExists(MaterialsPath())) KeepMaterials();
+    ThePlatform().files->WriteFile(MaterialsPath(), MaterialsText(materials, lineEnd));
 }
 
 std::string MaterialKey(double thickness, std::string_view materialName, double exportScaleSetting) {

@@ -88,6 +88,9 @@ MaterialLibrary ReadMaterials();
 /// The file's text.
 std::string MaterialsText(std::span<const MaterialTexts> materials, std::string_view lineEnd);
 
+/// Keeps the present file as `materials.bak`.
+void KeepMaterials();
+
 /// Keeps the present file as `materials.bak`, then writes the new one. Fails with the present file untouched.
 void SaveMaterials(std::span<const MaterialTexts> materials, std::string_view lineEnd);
 

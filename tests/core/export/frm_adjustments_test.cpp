@@ -5,6 +5,7 @@
 
 #include "core/export/export_fixture.h"
 #include "export/adjustments.h"
+#include "export/export_troubles.h"
 #include "session/library/brenvik_class.h"
 #include "session/library/command_table.h"
 
@@ -99,7 +100,7 @@ TEST_F(AdjustmentsEditor, TakesRubbishForNoAdjustments) {
                     16));
     OpenEditor();
     EXPECT_EQ(Grid().CellText(1, 2), "");
-    EXPECT_TRUE(dialogs.messages.empty());
+    EXPECT_EQ(dialogs.messages.size(), 1U);
 }
 
 TEST_F(AdjustmentsEditor, WritesItsRowsAndPassesOverBlankOnes) {
@@ -206,6 +207,85 @@ TEST_F(AdjustmentsEditor, OpensWhereTheSettingsCantBeWritten) {
     ASSERT_EQ(dialogs.messages.size(), 1U);
     EXPECT_TRUE(dialogs.messages[0].text.starts_with("70\r\n"));
     EXPECT_FALSE(Editor().Loaded());
+}
+
+TEST_F(AdjustmentsEditor, LeavesAFileThatNobodyHasChangedAsItsWriterHasLaidItOut) {
+    const std::string content = "# since May\r\n[Doors]\r\n\r\nMaterial=Oak\r\nl=1.5";
+    UseAdjustments(content);
+    OpenEditor();
+    PressIn("btnSave");
+    EXPECT_EQ(files.contents["C:\\adj.txt"], content);
+    EXPECT_FALSE(Editor().Loaded());
+}
+
+TEST_F(AdjustmentsEditor, SaysThatItCantShowKeysInAnotherOrder) {
+    UseAdjustments("# since May\n[Doors]\nMaterial=Oak\nl=1.5\n");
+    OpenEditor();
+    ASSERT_EQ(dialogs.messages.size(), 1U);
+    EXPECT_TRUE(
+        dialogs.messages[0].text.starts_with("C:\\adj.txt:3: \"Material=Oak\" can't be shown as it stands."))
+        << dialogs.messages[0].text;
+}
+
+TEST_F(AdjustmentsEditor, KeepsAFileWithLinesThatItCantShow) {
+    const std::string content = "[Doors]\nMaterial=Oak\nl=1.5\n";
+    UseAdjustments(content);
+    OpenEditor();
+    Grid().UserEdit(1, 2, "Backs");
+    dialogs.answers = {MessageAnswer::Yes};
+    PressIn("btnSave");
+    ExpectMessage(
+        "C:\\adj.txt:2: \"Material=Oak\" and 1 more would be lost: this editor writes what its grid "
+        "shows, and nothing else. Leave C:\\adj.txt as it is?",
+        "Save Adjustments", MessageIcon::Question);
+    EXPECT_EQ(files.contents["C:\\adj.txt"], content);
+    EXPECT_TRUE(Editor().Loaded()) << "what has been typed is still there";
+    const Texts told = TakeExportTroubles();
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_EQ(
+        told[0],
+        "the BrenvikAdjustments file C:\\adj.txt was not written: 2 of the lines of C:\\adj.txt would be "
+        "lost, the first in line 2");
+    dialogs.answers = {MessageAnswer::No};
+    PressIn("btnSave");
+    EXPECT_TRUE(files.contents["C:\\adj.txt"].starts_with("[Doors]\nQty=\n"));
+    EXPECT_FALSE(Editor().Loaded());
+}
+
+TEST_F(AdjustmentsEditor, JoinsNoTwoAdjustmentsInTheFile) {
+    std::string content = Section("Doors", "0.25") + Section("Backs", "-1");
+    content.erase(content.find("Price=\n"), 7);
+    UseAdjustments(content);
+    OpenEditor();
+    Grid().UserEdit(21, 1, "2");
+    dialogs.answers = {MessageAnswer::Yes};
+    PressIn("btnSave");
+    EXPECT_EQ(files.contents["C:\\adj.txt"], content);
+}
+
+TEST_F(AdjustmentsEditor, AsksForRemarksAndHeadersThatItWritesInAnotherWay) {
+    const std::string whole = Section("Doors", "0.25");
+    for (const std::string& content : {"# since May\n" + whole, whole + "l=5\n", "l=5\n" + whole,
+                                       "[Doors\n" + whole.substr(8), "[Doors] \n" + whole.substr(8)}) {
+        UseAdjustments(content);
+        OpenEditor();
+        Grid().UserEdit(23, 1, "2");
+        dialogs.answers = {MessageAnswer::Yes};
+        PressIn("btnSave");
+        EXPECT_EQ(files.contents["C:\\adj.txt"], content);
+        EXPECT_TRUE(dialogs.answers.empty()) << content;
+        Editor().Unload();
+    }
+}
+
+TEST_F(AdjustmentsEditor, AsksForNothingWhereOnlyBlanksAreLeftOutOrAdded) {
+    std::string content = "\n" + Section("Doors", "0.25") + "\n[Backs]\nQTY=\nmaterial=";
+    UseAdjustments(content);
+    OpenEditor();
+    EXPECT_TRUE(dialogs.messages.empty());
+    Grid().UserEdit(23, 1, "2");
+    PressIn("btnSave");
+    EXPECT_TRUE(files.contents["C:\\adj.txt"].starts_with(Section("Doors", "2") + "[Backs]\nQty=\n"));
 }
 
 TEST_F(AdjustmentsEditor, IsOpenedByItsCommand) {

@@ -74,6 +74,21 @@ TEST_F(MaterialEditor, APartlyFilledRowIsLostAndTheOldTextStays) {
         }
 }
 
+TEST_F(MaterialEditor, NamesTheRowsThatItLeavesOut) {
+    UseLibrary(Material("6 hdf") + Replaced(Material("18 mdf"), "tool2ss=17000", "tool2ss="));
+    Open();
+    Grid().UserEdit(1, 5, "8 hdf");
+    Press("btnSave");
+    EXPECT_EQ(Library(), Material("6 hdf"));
+    const std::vector<LibraryNote> notes = TakeLibraryNotes();
+    ASSERT_EQ(notes.size(), 2U);
+    EXPECT_TRUE(notes[0].isLoss) << "nobody has touched it";
+    EXPECT_TRUE(notes[0].text.starts_with("the material \"18 mdf\" in row 2 of the editor was not saved: "));
+    EXPECT_FALSE(notes[1].isLoss);
+    EXPECT_NE(notes[1].text.find("found Grain, Direction, Tool1, "), std::string::npos) << notes[1].text;
+    EXPECT_TRUE(TakeLibraryNotes().empty());
+}
+
 TEST_F(MaterialEditor, WritesChangedAndNewRows) {
     UseLibrary(Material("6 hdf"));
     Open();
