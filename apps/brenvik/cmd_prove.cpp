@@ -105,7 +105,7 @@ ExitStatus ProveAll(const std::string& home, const ProveOptions& options) {
     const SeveralWords words = WordsOf(options.drawing.drawing, options.folder, options.further);
     if (!words.areSeveral) return Prove(home, options);
     RefuseForSeveral(!options.drawing.handles.empty(), "--select");
-    const std::vector<std::string> folders = OutputsIn(words.last, words.drawings, "");
+    const std::vector<std::string> folders = OutputsIn(words.last, words.drawings, "", "folder of files");
     const auto work = [&](std::size_t place) {
         ProveOptions one = options;
         one.drawing.drawing = words.drawings[place];

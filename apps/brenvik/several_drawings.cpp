@@ -122,7 +122,7 @@ SeveralWords WordsOf(const std::string& drawing, const std::string& second, cons
 void PrintOutput(std::size_t, const std::string& output) { std::cout << output; }
 
 std::vector<std::string> OutputsIn(const std::string& folder, const std::vector<std::string>& drawings,
-                                   const std::string& ending) {
+                                   const std::string& ending, const std::string& what) {
     std::vector<std::string> outputs;
     std::map<std::string, std::string, LessIgnoreCase> drawingOf;
     for (const std::string& drawing : drawings) {
@@ -130,7 +130,7 @@ std::vector<std::string> OutputsIn(const std::string& folder, const std::vector<
         outputs.push_back(TextFromPath(PathFromText(folder) / name));
         const auto [first, isNew] = drawingOf.try_emplace(outputs.back(), drawing);
         if (!isNew)
-            throw CommandError(ExitStatus::WrongWords, "the output of " + first->second + " and of " +
+            throw CommandError(ExitStatus::WrongWords, "the " + what + " of " + first->second + " and of " +
                                                            drawing + " would both be " + outputs.back() +
                                                            ": expected drawings of different names");
     }

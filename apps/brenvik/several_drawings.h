@@ -37,9 +37,10 @@ struct SeveralWords {
 SeveralWords WordsOf(const std::string& drawing, const std::string& second, const FurtherWords& further);
 
 /// Where the output of each drawing goes: its name in the folder, with this ending. Throws CommandError with
-/// WrongWords where two of them would be one file, the first of a pair named with the second.
+/// WrongWords where two of them would be one file, the first of a pair named with the second. `what` they are
+/// to the command.
 std::vector<std::string> OutputsIn(const std::string& folder, const std::vector<std::string>& drawings,
-                                   const std::string& ending);
+                                   const std::string& ending, const std::string& what = "output");
 
 /// Makes the folder for outputs. Throws CommandError with WrongWords where something else stands there.
 void MakeOutputFolder(const std::string& folder);

@@ -16,7 +16,7 @@ std::optional<std::string> QuantityFault(std::string_view quantity) {
     // Work lists multiply quantities in 32 bits.
     constexpr double most = 1e6;
     // "1e3" is a number, and more often a slip; lists of others take the text as it stands.
-    const bool isPlain = quantity.find_first_of("eEdD") == std::string_view::npos;
+    const bool isPlain = quantity.find_first_not_of("0123456789. ") == std::string_view::npos;
     if (isPlain && IsNumeric(quantity)) {
         const double value = StrictNumber(quantity);
         if (value >= 1 && value <= most && value == std::floor(value)) return std::nullopt;

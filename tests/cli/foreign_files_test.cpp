@@ -14,6 +14,10 @@ std::string OfAnotherProgram(std::string content) {
     return content;
 }
 
+std::string ReplaceFirst(std::string content, const std::string& what, const std::string& by) {
+    return content.replace(content.find(what), what.size(), by);
+}
+
 class ForeignFiles : public PlayedJournal {
   protected:
     ForeignFiles() {
@@ -24,6 +28,7 @@ class ForeignFiles : public PlayedJournal {
         Write("foreign.step", OfAnotherProgram(Read("own.step")));
         Write("foreign.sat", OfAnotherProgram(Read("own.sat")));
         Write("foreign.dxf", OfAnotherProgram(Read("own.dxf")));
+        Write("forked.dxf", ReplaceFirst(Read("own.dxf"), "Saved by Brenvik\r", "Saved by Brenvikx\r"));
         Write("foreign.dwg", "AC1018" + std::string(200, '\0'));
         Write("notes.dxf", "a list of somebody's\n");
     }
@@ -34,6 +39,7 @@ class ForeignFiles : public PlayedJournal {
         {"foreign.step", "a STEP file that this program did not save"},
         {"foreign.sat", "a file of ACIS data that this program did not save"},
         {"foreign.dxf", "a DXF drawing that this program did not save"},
+        {"forked.dxf", "a DXF drawing that this program did not save"},
         {"foreign.dwg", "a binary drawing (DWG) that this program did not save"},
         {"notes.dxf", "a file that is no drawing of this program"},
     };

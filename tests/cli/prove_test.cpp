@@ -292,6 +292,47 @@ TEST_F(Prove, TheWorkListIsLookedAt) {
     ExpectTold(ProveJob(), "The work list WORKLIST.TXT is missing", onlyStray);
 }
 
+TEST_F(Prove, ABlankLineInAWorkListIsTold) {
+    MakeFiles();
+    const std::string list = Read("cut/WORKLIST.TXT");
+    Write("cut/WORKLIST.TXT", "\r\n" + list);
+    ExpectTold(ProveJob(), "The work list WORKLIST.TXT has a blank line.", onlyStray);
+}
+
+/// The first such group behind a mark, with another value.
+std::string WithGroup(std::string text, const std::string& mark, const std::string& group,
+                      const std::string& value) {
+    const std::size_t from = text.find(mark, text.find("\nENTITIES\n"));
+    const std::size_t at = text.find("\n" + group + "\n", from) + group.size() + 2;
+    return text.replace(at, text.find('\n', at) - at, value);
+}
+
+TEST_F(Prove, AFileThatContradictsItselfIsTold) {
+    MakeFiles("WOP4");
+    EXPECT_EQ(ProveJob().status, 0);
+    std::string file = "cut/Part_0_Side_7.dxf", text = WithoutReturns(Read(file));
+    const auto expect = [&](const std::string& edited, const std::string& told) {
+        ASSERT_TRUE(edited != text) << told;
+        Write(file, edited);
+        ExpectTold(ProveJob(), told, oneRight);
+    };
+    expect(WithGroup(text, "LWPOLYLINE", " 90", "3"), "says that it has 3 vertices (group 90), and has 4");
+    expect(WithGroup(text, "LWPOLYLINE", " 20", "7.0x"), "which is no number");
+    expect(WithGroup(text, "VERTEX", "  8", "S_1"), "belongs to a line on layer S_18");
+    expect(ReplaceAll(text, "\n$INSUNITS\n 70\n0\n", "\n$INSUNITS\n 70\n1\n"), "$INSUNITS is 1");
+    expect(WithGroup(text, "LWPOLYLINE", "  8", "fk6t1n"), "the layer fk6t1n is not in the table of layers");
+    std::string frozen = text;
+    const std::size_t record = frozen.find("\n  2\nFK");
+    expect(frozen.replace(frozen.find("\n 70\n0\n", record), 8, "\n 70\n1\n"), " is frozen");
+    Write(file, text);
+    file = "cut/2-sided/BPart_0_Side_7.dxf";
+    text = WithoutReturns(Read(file));
+    expect(WithGroup(text, "CIRCLE", " 40", "3.0\n 40\n9.0"), "has the group 40 twice");
+    expect(WithGroup(text, "CIRCLE", " 30", "0.0\n 60\n1"), "is hidden");
+    expect(ReplaceAll(text, "\n  0\nCIRCLE\n", "\n  0\nWIPEOUT\n"),
+           "entities of the file BPart_0_Side_7.dxf");
+}
+
 TEST_F(Prove, AFolderThatIsNotThereIsUnreadable) {
     WriteBoardsTo(folder / "job.dxf", {{"Side"}, "White Melamine", false});
     const Outcome outcome = ProveJob();

@@ -131,6 +131,11 @@ TEST_F(SeveralDrawings, WhoseOutputsWouldBeOneFileAreRefused) {
               std::string::npos)
         << outcome.errors;
     EXPECT_FALSE(Exists("lists"));
+    const Outcome proved = Run({"prove", "jobs", "more", "lists"});
+    EXPECT_EQ(proved.status, 2);
+    EXPECT_NE(proved.errors.find("the folder of files of jobs/wall.dxf and of more/WALL.dxf would both be "),
+              std::string::npos)
+        << proved.errors;
 }
 
 TEST_F(SeveralDrawings, TakeNoOptionThatMeansOneDrawing) {

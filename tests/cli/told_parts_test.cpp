@@ -104,7 +104,7 @@ TEST_F(ToldParts, LettersThatAreDroppedAreTold) {
 }
 
 TEST_F(ToldParts, QuantitiesThatCountNothingAreTold) {
-    for (const std::string quantity : {"abc", "0", "-3", "2.5", " ", "1e9"}) {
+    for (const std::string quantity : {"abc", "0", "-3", "2.5", " ", "1e9", "1e3", "&HA", "1d1"}) {
         const std::string told =
             "its quantity is \"" + quantity + "\", expected a whole number from 1 to 1000000";
         ExpectTold(List(WithText("QUANTITY", quantity)), "the part \"Left Side\" (100): " + told);

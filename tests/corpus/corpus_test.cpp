@@ -35,7 +35,7 @@ struct CorpusLot {
 constexpr std::array Lots{CorpusLot{"OneKind", Contacts::OneKind, true, 98},
                           CorpusLot{"Apart", Contacts::Apart, true, 95},
                           CorpusLot{"Touching", Contacts::Touching, true, 94},
-                          CorpusLot{"Overlapping", Contacts::Overlapping, true, 78},
+                          CorpusLot{"Overlapping", Contacts::Overlapping, true, 88},
                           // Routes leave what their bit doesn't reach.
                           CorpusLot{"Cores", Contacts::OneKind, false}};
 
@@ -49,6 +49,13 @@ struct Share {
 
 class Corpus : public CncTest, public ::testing::WithParamInterface<CorpusLot> {
   protected:
+    /// Asked about a path with a side shorter than every bit, as one between two features that nearly meet,
+    /// the operator clears it with the narrowest bit; what that one leaves is judged like all else.
+    static void TakeNarrowestBit(Form& form) {
+        form.Get<CheckControl>("Option6").SetValue(1);
+        form.Get<Control>("cmdAccept").onClick();
+    }
+
     /// Turned about any way, some square to the world.
     static void LayByLot(Acad3DSolid& solid, Lot& lot) {
         const auto angle = [&lot] { return lot.OneIn(2) ? lot.Below(4) * 90.0 : lot.Between(-180, 180); };
@@ -89,6 +96,7 @@ class Corpus : public CncTest, public ::testing::WithParamInterface<CorpusLot> {
         LayByLot(solid, lot);
         Choose({&solid});
         dialogs.messages.clear();
+        dialogs.onModal = TakeNarrowestBit;
         RunOnSelection(host, Target::C2C, GridBeforeRuns());
         const std::string told = Told();
         const auto first = FileOf(OutputFolder, "Part_0_*.dxf"),
@@ -104,7 +112,7 @@ class Corpus : public CncTest, public ::testing::WithParamInterface<CorpusLot> {
         share.cutInto += findings.gone.empty() ? 0 : 1;
         if ((std::getenv("BRENVIK_CORPUS_TELL") != nullptr && !told.empty()) || !findings.gone.empty())
             std::cout << number << " " << drawn.panel.Text() << "\n  told: " << told
-                      << "\n  found: " << findings.Text() << "\n";
+                      << "\n  boxes: " << Join(Messages(), " | ") << "\n  found: " << findings.Text() << "\n";
         solid.Delete();
     }
 };

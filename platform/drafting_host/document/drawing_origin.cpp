@@ -46,7 +46,9 @@ bool IsSigned(std::string_view head) {
     if (!head.starts_with(comment)) return false;
     head.remove_prefix(comment.size());
     head.remove_prefix(std::min(head.find_first_not_of("\r\n"), head.size()));
-    return head.starts_with(Signature);
+    if (!head.starts_with(Signature)) return false;
+    head.remove_prefix(Signature.size());
+    return head.empty() || head.front() == '\r' || head.front() == '\n';
 }
 
 bool IsOwn(DrawingKind kind, const std::string& head) {

@@ -214,11 +214,16 @@ std::size_t PlaceCuts(RunState& run, const std::vector<RestCut>& cuts, const Rem
 }
 
 /// Where names have neither tool nor diameter, the widest bit of the material.
-double BitOf(const RunState& run, const std::vector<std::string>& tools, const WrittenOperation& operation) {
-    const auto name =
-        ReadOperationName({run.target, run.Metric(), tools, operation.high - operation.low}, operation.layer);
+double BitOf(const RunState& run, const std::optional<OperationName>& name,
+             const WrittenOperation& operation) {
     const bool said = name && (name->diameter || !name->tool.empty());
     return said ? operation.bit : WidestBit(run.part.Material);
+}
+
+const MaterialTool* ToolOf(const RunState& run, const OperationName& name, double bit) {
+    for (const MaterialTool& tool : run.part.Material.tools)
+        if ((name.tool.empty() || tool.number == name.tool) && NearlyEqual(tool.diameter, bit)) return &tool;
+    return nullptr;
 }
 
 void Redraw(RunState& run, AcadLWPolyline& path, const PlanLoop& loop) {
@@ -240,17 +245,24 @@ void OpenMouths(RunState& run, const PartSlabs& slabs) {
         if (!removal.mayGo || removals.paths[i] == nullptr) continue;
         const PartSlab* const slab = slabs.SlabFrom(removal.low);
         if (slab == nullptr) continue;
-        const double bit = BitOf(run, tools, removals.operations[i]);
+        const WrittenOperation& operation = removals.operations[i];
+        const std::optional<OperationName> name = ReadOperationName(
+            {run.target, run.Metric(), tools, operation.high - operation.low}, operation.layer);
+        const double bit = BitOf(run, name, operation);
         const double overrun = (bit + WidestBit(run.part.Material)) / 2;
         const auto path = RunIntoAir({removal.sides,
                                       slab->shadow,
                                       {part.min.x, part.min.y, part.max.x, part.max.y},
                                       bit,
                                       overrun,
-                                      removals.operations[i].followed,
+                                      operation.followed,
                                       UnitOf(run),
                                       slabs.Same()});
-        if (path) Redraw(run, *removals.paths[i], *path);
+        if (!path) continue;
+        Redraw(run, *removals.paths[i], *path);
+        const MaterialTool* const tool = operation.followed && name ? ToolOf(run, *name, bit) : nullptr;
+        if (tool != nullptr)
+            ClearGrownCore(run, part, *removals.paths[i], {*tool, name->counter.value_or(1)});
     }
 }
 

@@ -10,6 +10,7 @@
 #include "cnc/part/lengths.h"
 #include "cnc/part/told.h"
 #include "cnc/plan/plan_sides.h"
+#include "cnc/targets/bore_rules.h"
 #include "cnc/targets/hole_rules.h"
 
 namespace brenvik {
@@ -164,15 +165,24 @@ class SideReader {
                           circle.front().to.y - circle.front().from.y);
     }
 
+    static bool LeadsFrom(Side side, const Point3& into) {
+        const SideTraits& edge = Sides()[static_cast<std::size_t>(side)];
+        const double along = edge.axis == Axis::X ? into.x : into.y;
+        return std::abs(along - (edge.atMax ? -1 : 1)) < SameAxis;
+    }
+
     /// `mouth` and `into` as the file has them.
-    void AddBore(const Point3& mouth, const Point3& into, double radius, double depth, bool heightUnknown) {
+    void AddBore(const OperationName& name, const Point3& mouth, const Point3& into, double radius,
+                 double depth, bool fromAbove) {
+        if (name.side && !LeadsFrom(*name.side, into)) Fault("a bore that leads in from another edge");
         if (depth <= 0 || radius <= 0) return Fault("a bore that cuts nothing");
         const double turn = mContext.secondSide ? -1 : 1;
         const PlanPoint plan = OnFirst({mouth.x, mouth.y});
         WrittenOperation bore{OperationKind::Bore, mLayer, mContext.secondSide, {}, 0, 0, 0};
         bore.bore = LevelRound{{plan.x, plan.y, HeightOnFirst(mouth.z)}, {into.x, turn * into.y, 0}, radius};
         bore.boreDepth = depth;
-        bore.heightUnknown = heightUnknown;
+        // A rectangle has no height, and not every name has one.
+        bore.heightUnknown = fromAbove && !name.height;
         bore.low = bore.bore->on.z - radius;
         bore.high = bore.bore->on.z + radius;
         mSide.operations.push_back(std::move(bore));
@@ -188,13 +198,28 @@ class SideReader {
         if (name.depth && Apart(*name.depth, depth, name.rounding))
             Fault("a name that tells of a depth of " + ReportedLength(*name.depth) + " where the bore is " +
                   ReportedLength(depth) + " deep");
-        AddBore(circle.Center(), {-out.x, -out.y, 0}, circle.Radius(), depth, false);
+        AddBore(name, circle.Center(), {-out.x, -out.y, 0}, circle.Radius(), depth, false);
+    }
+
+    /// Four corners of which the last closes what the others span, all straight, on the part's underside as
+    /// it is drawn.
+    bool IsRectangle(const AcadLWPolyline& polyline, const std::vector<double>& at) const {
+        const double slack = 3 * RectangleRounding + PlaceSlack;
+        const auto straight = [&polyline](int side) { return polyline.GetBulge(side) == 0; };
+        if (at.size() != 8 || !(straight(0) && straight(1) && straight(2) && straight(3))) return false;
+        const Point3 mouth{at[2] - at[0], at[3] - at[1], 0}, into{at[4] - at[2], at[5] - at[3], 0};
+        const double lean = std::abs(mouth.x * into.x + mouth.y * into.y);
+        return std::abs(at[6] - at[0] - into.x) < slack && std::abs(at[7] - at[1] - into.y) < slack &&
+               lean < slack * (std::hypot(mouth.x, mouth.y) + std::hypot(into.x, into.y));
     }
 
     /// The first side of the rectangle lies on the part's edge, the second leads into the part.
     void TakeRectangle(const AcadLWPolyline& polyline, const OperationName& name) {
         const std::vector<double> at = polyline.Coordinates();
-        if (at.size() != 8) return Fault("a bore that is no rectangle");
+        if (!IsRectangle(polyline, at)) return Fault("a bore that is no rectangle");
+        if (polyline.Thickness() != 0 || polyline.Normal().z < 0 ||
+            std::abs(polyline.Elevation() + mContext.thickness) > Slack())
+            Fault("a bore that doesn't lie on the underside without a thickness");
         const Point3 into{at[4] - at[2], at[5] - at[3], 0};
         const double depth = std::hypot(into.x, into.y), width = std::hypot(at[2] - at[0], at[3] - at[1]);
         if (depth <= 0) return Fault("a bore that cuts nothing");
@@ -205,8 +230,8 @@ class SideReader {
         if (name.depth && Apart(*name.depth, depth, name.rounding + RectangleRounding))
             Fault("a name that tells of a depth of " + ReportedLength(*name.depth) + " where the bore is " +
                   ReportedLength(depth) + " deep");
-        AddBore({(at[0] + at[2]) / 2, (at[1] + at[3]) / 2, top}, {into.x / depth, into.y / depth, 0},
-                width / 2, depth, !name.height);
+        AddBore(name, {(at[0] + at[2]) / 2, (at[1] + at[3]) / 2, top}, {into.x / depth, into.y / depth, 0},
+                width / 2, depth, true);
     }
 
     const SideContext& mContext;

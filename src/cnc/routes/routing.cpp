@@ -3,6 +3,7 @@
 #include "cnc/routes/routing.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/letter_case.h"
@@ -188,6 +189,20 @@ bool CutInside(RunState& run, const Box3& part, AcadLWPolyline& path) {
         run.part.bits.kind = PathKind::PKC;
     GiveName(run, path, RouteRole::Inside, depth);
     return true;
+}
+
+void ClearGrownCore(RunState& run, const Box3& part, AcadLWPolyline& path, const GrownRoute& route) {
+    if (!MakesPocketsOfCores()) return;
+    // Paths that follow may have the bit in hand by default.
+    const BitChoice inHand = run.part.bits;
+    UseTool(run.part.bits, route.tool);
+    if (LeavesCore(run, part, path)) {
+        run.part.bits.kind = PathKind::PKC;
+        const auto count = std::exchange(run.part.RouteCount, route.counter - 1);
+        GiveName(run, path, RouteRole::Inside, -path.Thickness());
+        run.part.RouteCount = count;
+    }
+    run.part.bits = inHand;
 }
 
 bool CutCirclePocket(RunState& run, const Box3& part, AcadCircle& circle) {

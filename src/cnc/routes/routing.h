@@ -8,6 +8,7 @@
 namespace brenvik {
 
 struct MaterialRecord;
+struct MaterialTool;
 struct RunState;
 
 /// Closed shapes that stop inside the part become routes and pockets. Sets `RouteSkip` on a failure.
@@ -23,7 +24,17 @@ double ShortestSide(const AcadLWPolyline& path);
 /// the bit that its shortest side allows, run off the part's edges, and named. `part` is the box of the
 /// solid. False when no bit was chosen, which gives the part up.
 bool CutInside(RunState& run, const Box3& part, AcadLWPolyline& path);
-/// The same for a circle, as a circular pocket.
+
+/// A route that is named already: its bit and its number on the part.
+struct GrownRoute {
+    const MaterialTool& tool;
+    int counter = 1;
+};
+/// Renames a route whose path has been made wider since, where wood would now stay in its middle: it becomes
+/// a pocket with the same bit, as `CutInside` would have made it. With the setting `ClearCores` alone.
+void ClearGrownCore(RunState& run, const Box3& part, AcadLWPolyline& path, const GrownRoute& route);
+
+/// `CutInside` for a circle, as a circular pocket.
 bool CutCirclePocket(RunState& run, const Box3& part, AcadCircle& circle);
 
 }  // namespace brenvik

@@ -19,6 +19,7 @@
 #include "cnc/proof/file_checks.h"
 #include "cnc/proof/run_proof.h"
 #include "cnc/proof/target_of_names.h"
+#include "cnc/proof/text_form.h"
 #include "cnc/proof/written_text.h"
 #include "cnc/run/part_files.h"
 #include "cnc/run/part_loop.h"
@@ -188,10 +189,8 @@ class FolderProof {
             std::optional<OpenFile> other;
             if (hasSecond) other.emplace(*mRun.app, mSecondFolder + second);
             run.target = *mFiles.target;
-            NoteCutOff(run, mFiles.folder + file, file);
-            if (other) NoteCutOff(run, mSecondFolder + second, second);
-            Gather(run, first.Document(), false);
-            if (other) Gather(run, other->Document(), true);
+            Gather(run, first.Document(), {mFiles.folder, file, false});
+            if (other) Gather(run, other->Document(), {mSecondFolder, second, true});
             // Leads of tongues lie outside the outline, on each side in their own way.
             if (!SwitchIsOn(setting::ToungeProcessing) &&
                 OutlinesDiffer(run.part.proof->operations, UnitOf(run)))
@@ -201,14 +200,35 @@ class FolderProof {
         ProveGathered(run);
     }
 
-    static void Gather(RunState& run, AcadDocument& file, bool secondSide) {
-        GatherWrittenSide(run, file, secondSide);
-        std::ranges::move(FaultsOfFile(run, file, secondSide), std::back_inserter(run.part.proof->faults));
+    /// A file of one side.
+    struct SideFile {
+        const std::string& folder;
+        const std::string& name;
+        bool secondSide;
+    };
+
+    static void Gather(RunState& run, AcadDocument& document, const SideFile& file) {
+        LookAtText(run, document, file);
+        GatherWrittenSide(run, document, file.secondSide);
+        std::ranges::move(FaultsOfFile(run, document, file.secondSide),
+                          std::back_inserter(run.part.proof->faults));
     }
 
-    static void NoteCutOff(RunState& run, const std::string& path, const std::string& file) {
-        if (!EndsAsDxf(ThePlatform().files->ReadFile(path)))
-            run.part.proof->faults.push_back("the file " + file + " is cut off: it doesn't end with EOF");
+    /// A receiver may read another thing in a text that isn't in good form than is read here.
+    static void LookAtText(RunState& run, AcadDocument& document, const SideFile& file) {
+        std::vector<std::string>& faults = run.part.proof->faults;
+        const std::string text = ThePlatform().files->ReadFile(file.folder + file.name);
+        if (!EndsAsDxf(text)) {
+            faults.push_back("the file " + file.name + " is cut off: it doesn't end with EOF");
+            return;
+        }
+        const TextForm form = FormOfText(text, run.Metric());
+        for (const std::string& fault : form.faults) faults.push_back("the file " + file.name + ", " + fault);
+        std::size_t read = 0;
+        document.ModelSpace().ForEach([&read](AcadEntity&) { ++read; });
+        if (form.faults.empty() && read != form.entities)
+            faults.push_back("of the " + std::to_string(form.entities) + " entities of the file " +
+                             file.name + " " + std::to_string(read) + " can be read");
     }
 
     /// All files of a folder are for one CAM package; one of another that has got in among them is told by

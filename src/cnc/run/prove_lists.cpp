@@ -36,6 +36,8 @@ std::vector<std::string> WorkListProof::LinesOf(const std::string& path) const {
     std::vector<std::string> lines = Split(ThePlatform().files->ReadFile(path), '\n');
     for (std::string& line : lines)
         if (line.ends_with('\r')) line.pop_back();
+    // Behind the last line's end.
+    if (!lines.empty() && lines.back().empty()) lines.pop_back();
     return lines;
 }
 
@@ -50,7 +52,7 @@ void WorkListProof::CompareHead(const std::string& list, std::vector<std::string
                            std::to_string(i + 1) + " of its head, and not \"" + head[i] + "\".");
     }
     lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(length));
-    std::erase(lines, "");
+    if (std::erase(lines, "") > 0) told.push_back("The work list " + list + " has a blank line.");
 }
 
 void WorkListProof::Compare(bool secondSide, std::vector<std::string>& told) const {

@@ -1,0 +1,379 @@
+// Sections, the layers' records and the entities, group by group.
+#include "cnc/proof/text_form.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <initializer_list>
+#include <map>
+#include <optional>
+#include <set>
+#include <span>
+
+#include "base/text.h"
+#include "cnc/proof/written_text.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr std::string_view Version = "AC1015", ModelLayout = "Model";
+constexpr std::array<std::string_view, 6> SectionNames{"HEADER", "CLASSES",  "TABLES",
+                                                       "BLOCKS", "ENTITIES", "OBJECTS"};
+/// Of $INSUNITS.
+constexpr int NoUnit = 0, Inches = 1, Millimetres = 4;
+/// Flags of layers and polylines.
+constexpr int Frozen = 1, Closed = 1, InSpace = 8, LinetypeRunsOn = 128, VertexInSpace = 32;
+/// From here on groups belong to other programs.
+constexpr int ExtendedData = 1000, LastGroup = 1071;
+
+namespace group {
+constexpr int Type = 0, Name = 2, Layer = 8, X = 10, Y = 20, Z = 30, Elevation = 38, Thickness = 39,
+              Radius = 40, StartWidth = 40, EndWidth = 41, Bulge = 42, Width = 43, Hidden = 60, Color = 62,
+              HasVertices = 66, InPaper = 67, Flags = 70, Count = 90, VertexNumber = 91, NormalX = 210,
+              NormalY = 220, NormalZ = 230, Layout = 410;
+}
+
+/// What says nothing of shape: handles, owners, classes, reactors, line styles, weights and plot styles.
+constexpr std::array Harmless{5, 6, 48, 100, 102, 330, 360, 370, 390};
+/// Groups that every entity may have, each once.
+constexpr std::array OfEntities{group::Layer, group::Color, group::Hidden, group::InPaper, group::Layout};
+
+/// What an entity of a type may say once, and what it must.
+struct TypeRules {
+    std::string_view type;
+    std::span<const int> once, required;
+};
+constexpr std::array PathOnce{group::Elevation, group::Thickness, group::Width,   group::Flags,
+                              group::Count,     group::NormalX,   group::NormalY, group::NormalZ};
+constexpr std::array PathNeeds{group::Layer, group::Count, group::Flags, group::X, group::Y};
+constexpr std::array CircleOnce{group::X,         group::Y,       group::Z,       group::Radius,
+                                group::Thickness, group::NormalX, group::NormalY, group::NormalZ};
+constexpr std::array CircleNeeds{group::Layer, group::X, group::Y, group::Z, group::Radius};
+constexpr std::array SheetOnce{group::HasVertices, group::X,         group::Y,
+                               group::Z,           group::Thickness, group::Flags,
+                               group::NormalX,     group::NormalY,   group::NormalZ};
+constexpr std::array SheetNeeds{group::Layer, group::HasVertices, group::Flags};
+constexpr std::array VertexOnce{group::X, group::Y, group::Z, group::Flags};
+constexpr std::array VertexNeeds{group::Layer, group::X, group::Y, group::Z, group::Flags};
+constexpr std::array<int, 0> Nothing{};
+constexpr std::array EndNeeds{group::Layer};
+constexpr std::array AllRules{
+    TypeRules{"LWPOLYLINE", PathOnce, PathNeeds}, TypeRules{"CIRCLE", CircleOnce, CircleNeeds},
+    TypeRules{"POLYLINE", SheetOnce, SheetNeeds}, TypeRules{"VERTEX", VertexOnce, VertexNeeds},
+    TypeRules{"SEQEND", Nothing, EndNeeds}};
+
+/// What a vertex of a path says, in this order: its place first.
+constexpr std::array OfVertices{group::X,        group::Y,     group::StartWidth,
+                                group::EndWidth, group::Bulge, group::VertexNumber};
+
+bool Holds(std::span<const int> codes, int code) { return std::ranges::find(codes, code) != codes.end(); }
+
+bool IsReal(int code) { return (code >= 10 && code < 60) || (code >= 210 && code < 240); }
+bool IsWhole(int code) { return (code >= 60 && code < 100); }
+
+template <class Number>
+std::optional<Number> Read(std::string_view text) {
+    if (text.starts_with('+')) text.remove_prefix(1);
+    Number number{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return number;
+}
+
+struct Group {
+    int code = 0;
+    std::string_view value;
+    std::size_t line = 0;
+    /// Without the blanks that numbers may stand among.
+    std::string_view Number() const { return TrimmedView(value); }
+};
+
+/// An entity or a record of a table: its type and what follows up to the next.
+struct Record {
+    std::string_view type;
+    std::size_t line = 0;
+    std::span<const Group> groups;
+
+    const Group* Find(int code) const {
+        const auto found = std::ranges::find(groups, code, &Group::code);
+        return found == groups.end() ? nullptr : &*found;
+    }
+    std::ptrdiff_t CountOf(int code) const { return std::ranges::count(groups, code, &Group::code); }
+    std::string LayerName() const {
+        const Group* const layer = Find(group::Layer);
+        return layer == nullptr ? std::string() : std::string(layer->value);
+    }
+    std::optional<int> Whole(int code) const {
+        const Group* const found = Find(code);
+        return found == nullptr ? std::nullopt : Read<int>(found->Number());
+    }
+};
+
+class FormCheck {
+  public:
+    FormCheck(std::string_view content, bool metric) : mMetric(metric) { ReadGroups(content); }
+
+    TextForm Check() {
+        if (mForm.faults.empty()) LookAtSections();
+        return std::move(mForm);
+    }
+
+  private:
+    void Fault(std::size_t line, const std::string& what) {
+        mForm.faults.push_back("line " + std::to_string(line) + ": " + what);
+    }
+    static std::string OnLayer(const Record& record) {
+        return "the " + std::string(record.type) + " on layer " + record.LayerName();
+    }
+
+    // Lines, sections and records.
+
+    void ReadGroups(std::string_view content) {
+        TextGroups groups(content);
+        while (const std::optional<TextGroup> next = groups.Next()) {
+            const std::optional<int> code = Read<int>(TrimmedView(next->code));
+            if (!code)
+                return Fault(next->line,
+                             "expected the number of a group, found \"" + std::string(next->code) + "\"");
+            constexpr int comment = 999;
+            if (*code == comment) continue;
+            mGroups.push_back({*code, next->value, next->line});
+            if (*code == group::Type && next->value == "EOF") return;
+        }
+    }
+
+    void LookAtSections() {
+        std::map<std::string_view, int> met;
+        std::span<const Group> rest(mGroups);
+        while (!rest.empty()) {
+            if (rest.front().code == group::Type && rest.front().value == "EOF") break;
+            const bool begins = rest.size() > 1 && rest[0].code == group::Type &&
+                                rest[0].value == "SECTION" && rest[1].code == group::Name;
+            if (!begins) return Fault(rest.front().line, "something that is in no section");
+            const auto end = std::ranges::find_if(rest.subspan(2), [](const Group& each) {
+                return each.code == group::Type &&
+                       (each.value == "ENDSEC" || each.value == "SECTION" || each.value == "EOF");
+            });
+            const std::size_t length = static_cast<std::size_t>(end - rest.begin());
+            if (length == rest.size() || end->value != "ENDSEC")
+                return Fault(rest.front().line, "the section " + std::string(rest[1].value) + " has no end");
+            ++met[rest[1].value];
+            LookAtSection(rest[1].value, rest.subspan(2, length - 2));
+            rest = rest.subspan(length + 1);
+        }
+        for (const std::string_view name : SectionNames)
+            if (met[name] != 1)
+                mForm.faults.push_back("the section " + std::string(name) +
+                                       (met[name] == 0 ? " is missing" : " stands more than once"));
+    }
+
+    void LookAtSection(std::string_view name, std::span<const Group> groups) {
+        if (name == "HEADER") LookAtHeader(groups);
+        if (name == "TABLES") {
+            ExpectPairs(groups, "TABLE", "ENDTAB");
+            ReadLayers(RecordsOf(groups));
+        }
+        if (name == "BLOCKS") ExpectPairs(groups, "BLOCK", "ENDBLK");
+        if (name == "ENTITIES") LookAtEntities(RecordsOf(groups));
+    }
+
+    void ExpectPairs(std::span<const Group> groups, std::string_view begin, std::string_view end) {
+        const auto countOf = [groups](std::string_view type) {
+            return std::ranges::count_if(
+                groups, [type](const Group& each) { return each.code == group::Type && each.value == type; });
+        };
+        if (countOf(begin) != countOf(end))
+            mForm.faults.push_back("it has not as many " + std::string(end) + " as " + std::string(begin));
+    }
+
+    static std::vector<Record> RecordsOf(std::span<const Group> groups) {
+        std::vector<Record> records;
+        for (std::size_t i = 0; i < groups.size(); ++i) {
+            if (groups[i].code == group::Type)
+                records.push_back({groups[i].value, groups[i].line, groups.subspan(i + 1, 0)});
+            else if (!records.empty())
+                records.back().groups = {records.back().groups.data(), records.back().groups.size() + 1};
+        }
+        return records;
+    }
+
+    // The head, and the layers.
+
+    void LookAtHeader(std::span<const Group> groups) {
+        constexpr int variable = 9;
+        std::map<std::string_view, int> met;
+        for (std::size_t i = 0; i + 1 < groups.size(); ++i) {
+            if (groups[i].code != variable) continue;
+            const Group& value = groups[i + 1];
+            if (++met[groups[i].value] > 1)
+                Fault(groups[i].line, std::string(groups[i].value) + " stands more than once");
+            if (groups[i].value == "$ACADVER" && value.value != Version)
+                Fault(value.line, "the file is of the version " + std::string(value.value) +
+                                      ", and the run's files are of " + std::string(Version));
+            if (groups[i].value == "$INSUNITS") LookAtUnit(value);
+        }
+        if (!met.contains("$ACADVER")) mForm.faults.emplace_back("the head names no version");
+    }
+
+    void LookAtUnit(const Group& value) {
+        const std::optional<int> unit = Read<int>(value.Number());
+        if (unit == NoUnit || unit == (mMetric ? Millimetres : Inches)) return;
+        Fault(value.line, "$INSUNITS is " + std::string(value.Number()) + ", and the run's lengths are in " +
+                              (mMetric ? "millimetres (4)" : "inches (1)"));
+    }
+
+    void ReadLayers(const std::vector<Record>& records) {
+        for (const Record& record : records) {
+            if (record.type != "LAYER") continue;
+            const Group* const name = record.Find(group::Name);
+            if (name == nullptr) {
+                Fault(record.line, "a layer without a name");
+                continue;
+            }
+            if (!mLayers.emplace(name->value, record).second)
+                Fault(record.line, "the layer " + std::string(name->value) + " stands twice in the table");
+        }
+    }
+
+    /// Receivers pass over what can't be seen.
+    void LookAtLayer(const Record& entity) {
+        const std::string name = entity.LayerName();
+        if (!mLooked.insert(name).second) return;
+        const auto layer = mLayers.find(name);
+        if (layer == mLayers.end())
+            return Fault(entity.line, "the layer " + name + " is not in the table of layers");
+        const Record& record = layer->second;
+        const std::optional<int> flags = record.Whole(group::Flags), color = record.Whole(group::Color);
+        if (!flags || (*flags & Frozen) != 0) Fault(record.line, "the layer " + name + " is frozen");
+        if (!color || *color < 0) Fault(record.line, "the layer " + name + " is turned off");
+    }
+
+    // Entities.
+
+    void LookAtEntities(const std::vector<Record>& records) {
+        const Record* polyline = nullptr;
+        for (const Record& record : records) {
+            const bool ofPolyline = record.type == "VERTEX" || record.type == "SEQEND";
+            if (ofPolyline != (polyline != nullptr))
+                Fault(record.line, ofPolyline ? std::string(record.type) + " without a POLYLINE"
+                                              : "a POLYLINE that SEQEND doesn't close");
+            if (!ofPolyline) ++mForm.entities;
+            const auto rules = std::ranges::find(AllRules, record.type, &TypeRules::type);
+            // What else the drawing has is told by what is read of it.
+            if (rules != AllRules.end()) LookAtEntity(record, *rules, polyline);
+            if (record.type == "POLYLINE")
+                polyline = &record;
+            else if (record.type != "VERTEX")
+                polyline = nullptr;
+        }
+        if (polyline != nullptr) Fault(polyline->line, "a POLYLINE that SEQEND doesn't close");
+    }
+
+    void LookAtEntity(const Record& record, const TypeRules& rules, const Record* polyline) {
+        for (const Group& each : record.groups) LookAtGroup(record, rules, each);
+        for (const int code : rules.required)
+            if (record.Find(code) == nullptr) Miss(record, code);
+        const std::ptrdiff_t normals =
+            record.CountOf(group::NormalX) + record.CountOf(group::NormalY) + record.CountOf(group::NormalZ);
+        if (normals != 0 && normals != 3) Fault(record.line, OnLayer(record) + " has half a direction");
+        Expect(record, group::Hidden, {0}, "is hidden");
+        Expect(record, group::InPaper, {0}, "lies in paper space");
+        if (record.type == "LWPOLYLINE") LookAtPath(record);
+        if (record.type == "POLYLINE") {
+            Expect(record, group::Flags, {Closed | InSpace, Closed | InSpace | LinetypeRunsOn},
+                   "is no closed line in space");
+            Expect(record, group::HasVertices, {1}, "has no vertices behind it");
+        }
+        if (record.type == "VERTEX") Expect(record, group::Flags, {VertexInSpace}, "is no vertex in space");
+        if (polyline == nullptr)
+            LookAtLayer(record);
+        else if (record.LayerName() != polyline->LayerName())
+            Fault(record.line, OnLayer(record) + " belongs to a line on layer " + polyline->LayerName());
+    }
+
+    void Miss(const Record& record, int code) {
+        Fault(record.line, OnLayer(record) + " has no group " + std::to_string(code));
+    }
+
+    void LookAtGroup(const Record& record, const TypeRules& rules, const Group& each) {
+        if ((each.code >= ExtendedData && each.code <= LastGroup) || Holds(Harmless, each.code)) return;
+        const bool ofVertex = record.type == "LWPOLYLINE" && Holds(OfVertices, each.code);
+        const bool known = ofVertex || Holds(OfEntities, each.code) || Holds(rules.once, each.code);
+        if (!known)
+            return Fault(each.line, OnLayer(record) + " has a group " + std::to_string(each.code) +
+                                        ", which says nothing there");
+        if (!ofVertex && &each != record.Find(each.code))
+            return Fault(each.line,
+                         OnLayer(record) + " has the group " + std::to_string(each.code) + " twice");
+        const bool isNumber = IsReal(each.code)    ? Read<double>(each.Number()).has_value()
+                              : IsWhole(each.code) ? Read<int>(each.Number()).has_value()
+                                                   : true;
+        if (!isNumber)
+            Fault(each.line, OnLayer(record) + " has \"" + std::string(each.value) + "\" in its group " +
+                                 std::to_string(each.code) + ", which is no number");
+        const bool stays = record.type == "POLYLINE" &&
+                           (each.code == group::X || each.code == group::Y || each.code == group::Z);
+        if ((stays || IsWidth(record, each.code)) && Read<double>(each.Number()) != 0.0)
+            Fault(each.line, OnLayer(record) + " has " + std::string(each.Number()) + " in its group " +
+                                 std::to_string(each.code) + ", which has to be 0");
+        if (each.code == group::Layout && each.value != ModelLayout)
+            Fault(each.line, OnLayer(record) + " lies in another layout");
+    }
+
+    /// A path with a width of its own is another shape to some.
+    static bool IsWidth(const Record& record, int code) {
+        return record.type == "LWPOLYLINE" &&
+               (code == group::Width || code == group::StartWidth || code == group::EndWidth);
+    }
+
+    void Expect(const Record& record, int code, std::initializer_list<int> wanted,
+                const std::string& otherwise) {
+        const std::optional<int> found = record.Whole(code);
+        if (found && std::ranges::find(wanted, *found) == wanted.end())
+            Fault(record.Find(code)->line, OnLayer(record) + " " + otherwise);
+    }
+
+    /// A closed path: as many vertices as it says, each with its place first and the rest once.
+    void LookAtPath(const Record& record) {
+        const std::optional<int> flags = record.Whole(group::Flags);
+        if (flags && (*flags & ~(Closed | LinetypeRunsOn)) != 0)
+            Fault(record.Find(group::Flags)->line, OnLayer(record) + " has flags that no path has");
+        const std::ptrdiff_t vertices = record.CountOf(group::X);
+        const std::optional<int> count = record.Whole(group::Count);
+        if (count && *count != vertices)
+            Fault(record.Find(group::Count)->line,
+                  OnLayer(record) + " says that it has " + std::to_string(*count) +
+                      " vertices (group 90), and has " + std::to_string(vertices));
+        std::vector<int> met;
+        for (const Group& each : record.groups) {
+            if (!Holds(OfVertices, each.code)) continue;
+            const bool isNext = each.code == group::X;
+            const bool isWhole = Holds(met, group::X) && Holds(met, group::Y);
+            const bool fits = isNext                  ? met.empty() || isWhole
+                              : each.code == group::Y ? met == std::vector<int>{group::X}
+                                                      : isWhole && !Holds(met, each.code);
+            if (!fits)
+                return Fault(each.line, OnLayer(record) + " has a group " + std::to_string(each.code) +
+                                            " where none belongs: a vertex is 10, 20 and what follows of it");
+            if (isNext) met.clear();
+            met.push_back(each.code);
+        }
+        if (!met.empty() && !Holds(met, group::Y)) Miss(record, group::Y);
+    }
+
+    bool mMetric;
+    std::vector<Group> mGroups;
+    std::map<std::string_view, Record> mLayers;
+    std::set<std::string> mLooked;
+    TextForm mForm;
+};
+
+}  // namespace
+
+TextForm FormOfText(std::string_view content, bool metric) {
+    if (HoldsBinaryGroups(content)) return {{"it is a binary drawing, and the run's files are text"}, 0};
+    return FormCheck(content, metric).Check();
+}
+
+}  // namespace brenvik

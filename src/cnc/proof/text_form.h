@@ -1,0 +1,24 @@
+// Whether a part file's text says each thing once and in the form that every receiver reads alike. A reader
+// of drawings makes the best of doubled, contradicting and unknown groups, and each makes something else of
+// them.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace brenvik {
+
+struct TextForm {
+    /// In words, each with its line, counted from 1.
+    std::vector<std::string> faults;
+    /// How many entities a reader of drawings has to find in it; vertices are no entities of their own.
+    std::size_t entities = 0;
+};
+
+/// Of a DXF file in text as a run writes it; a binary one is a fault. `metric`: the unit that the run's
+/// lengths are in, which the head of the file must not contradict.
+TextForm FormOfText(std::string_view content, bool metric);
+
+}  // namespace brenvik
