@@ -7,18 +7,21 @@ namespace {
 
 class StepLooks : public StepInput {
   protected:
-    /// A board whose file holds these statements too; %S stands for its solid, %F for a face of it, %C for
-    /// the context of its shape. With `item` the statement of that number is among the items of the shape.
+    /// A board whose file holds these statements too; %S stands for its solid, %F for a face of it, %H for
+    /// its shell, %C for the context of its shape. With `item` the statement of that number is among the
+    /// items of the shape.
     StepDocument Read(std::string statements, const std::string& item = "") const {
         std::string content = Good();
         const std::string solid = NumberBefore(content, content.find("MANIFOLD_SOLID_BREP("));
         const std::string face = NumberBefore(content, content.find("ADVANCED_FACE("));
+        const std::string shell = NumberBefore(content, content.find("CLOSED_SHELL("));
         const std::string shape = "ADVANCED_BREP_SHAPE_REPRESENTATION('',(";
         const std::size_t items = content.find(shape) + shape.size();
         const std::size_t close = content.find("),#", items) + 2;
         const std::string context = content.substr(close, content.find(')', close) - close);
-        if (!item.empty()) content.insert(items, item + ",");
-        for (const auto& [mark, number] : {std::pair{"%S", solid}, {"%F", face}, {"%C", context}})
+        if (!item.empty()) content.insert(items, (item == "%S" ? solid : item) + ",");
+        for (const auto& [mark, number] :
+             {std::pair{"%S", solid}, {"%F", face}, {"%C", context}, {"%H", shell}})
             for (std::size_t at = statements.find(mark); at != std::string::npos; at = statements.find(mark))
                 statements.replace(at, 2, number);
         content.insert(content.rfind("ENDSEC;"), statements);
@@ -115,6 +118,54 @@ TEST_F(StepLooks, AHiddenLayerHidesWhatStandsOnIt) {
     EXPECT_EQ(document.solids.at(0).layer, "A");
     EXPECT_FALSE(document.solids.at(0).layerVisible);
     EXPECT_TRUE(document.solids.at(0).visible);
+}
+
+TEST_F(StepLooks, ALayerOfAStyleOrAShellIsThePartsOwn) {
+    const std::string style = Style(900001, "%S", "1.,0.,0.");
+    for (const std::string item : {"%S", "%H", "#900001"}) {
+        const StepDocument document =
+            Read(style + "#900020=PRESENTATION_LAYER_ASSIGNMENT('Oak','',(" + item + "));\n");
+        ASSERT_EQ(document.solids.size(), 1U);
+        EXPECT_EQ(document.solids[0].layer, "Oak") << item;
+        EXPECT_EQ(NotesOf(document), "") << item;
+    }
+}
+
+TEST_F(StepLooks, AStyleOfTheShellIsThePartsOwn) {
+    const StepDocument document = Read(Style(900001, "%H", "1.,0.,0."));
+    ASSERT_EQ(document.solids.size(), 1U);
+    EXPECT_EQ(document.solids[0].color, (Rgb{255, 0, 0}));
+}
+
+TEST_F(StepLooks, AHiddenListOfStylesHidesItsParts) {
+    const StepDocument document =
+        Read(Style(900001, "%S", "1.,0.,0.") + "#900020=INVISIBILITY((#900009));\n");
+    ASSERT_EQ(document.solids.size(), 1U);
+    EXPECT_FALSE(document.solids[0].visible);
+}
+
+TEST_F(StepLooks, ASolidThatStandsTwiceIsTold) {
+    EXPECT_NE(NotesOf(Read("", "%S")).find("stands twice in the shape #"), std::string::npos);
+    const StepDocument document = Read("#900001=MANIFOLD_SOLID_BREP('',%H);\n", "#900001");
+    EXPECT_EQ(document.solids.size(), 2U);
+    EXPECT_NE(NotesOf(document).find(" have one shell in the shape #"), std::string::npos)
+        << NotesOf(document);
+}
+
+TEST_F(StepLooks, ABodyOfTrianglesBesideASolidIsALoss) {
+    const std::string mesh =
+        "#900001=TESSELLATED_SOLID('t',(#900002),$);\n#900002=TRIANGULATED_FACE('',#900003,3,((0.,0.,1.)),$,("
+        "),"
+        "((1,2,3)));\n#900003=COORDINATES_LIST('',3,((0.,0.,0.),(1.,0.,0.),(0.,1.,0.)));\n";
+    const std::string notes = NotesOf(Read(mesh, "#900001"));
+    EXPECT_NE(notes.find(": 1 body(s) made of triangles passed over"), std::string::npos) << notes;
+    EXPECT_EQ(notes.find("nothing lost"), std::string::npos) << notes;
+}
+
+TEST_F(StepLooks, CurvesThatNoPartLeadsToAreARemark) {
+    const std::string notes = NotesOf(Read(curve));
+    EXPECT_NE(notes.find(", nothing lost: the set of curves #900001 is left out"), std::string::npos)
+        << notes;
 }
 
 }  // namespace

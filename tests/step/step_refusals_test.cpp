@@ -218,5 +218,32 @@ TEST_F(StepInput, AssemblyThatHoldsItselfIsTold) {
     ExpectMentions(FailureText(), "refers to itself");
 }
 
+TEST_F(StepInput, AnAssemblyUsageWithoutAPlaceIsTold) {
+    WriteNested(mPath, "");
+    std::string content = Content();
+    const std::size_t usage = content.find("NEXT_ASSEMBLY_USAGE_OCCURRENCE(", content.find("'Left'") - 60);
+    const std::string second = "#900001 = " + content.substr(usage, content.find(';', usage) - usage) + ";\n";
+    content.insert(content.rfind("ENDSEC;"), second);
+    Put(content);
+    const StepDocument document = ReadStep(mPath);
+    EXPECT_EQ(document.solids.size(), 4U);
+    EXPECT_EQ(NotesOf(document),
+              LineAt(content, content.find("#900001")) +
+                  ": one more part \"Side\" is left out: its assembly usage #900001 has no "
+                  "place\n");
+}
+
+TEST_F(StepInput, AVoidThatIsItsOwnShellIsTold) {
+    std::string content = Good();
+    const std::size_t solid = content.find("MANIFOLD_SOLID_BREP('");
+    const std::size_t close = content.find(')', solid);
+    const std::string shell = content.substr(content.rfind('#', close), close - content.rfind('#', close));
+    content.insert(close, ",(#900001)");
+    content.replace(solid, 19, "BREP_WITH_VOIDS");
+    content.insert(content.rfind("ENDSEC;"), "#900001 = ORIENTED_CLOSED_SHELL('',*," + shell + ",.F.);\n");
+    Put(content);
+    ExpectMentions(NotesOf(ReadStep(mPath)), "its void is its own shell");
+}
+
 }  // namespace
 }  // namespace brenvik::step

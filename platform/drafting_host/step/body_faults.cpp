@@ -2,6 +2,8 @@
 // units of the file.
 #include "drafting_host/step/body_faults.h"
 
+#include <Bnd_Box.hxx>
+#include <Geom_Plane.hxx>
 #include <STEPConstruct_UnitContext.hxx>
 #include <Standard_Failure.hxx>
 #include <StepBasic_ConversionBasedUnit.hxx>
@@ -30,7 +32,9 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "drafting_host/step/ball_faces.h"
 #include "drafting_host/step/edge_samples.h"
+#include "drafting_host/step/face_winding.h"
 
 namespace brenvik::step {
 namespace {
@@ -45,21 +49,30 @@ constexpr double LongestLength = 1e9;
 /// The unit of a representation and how exactly its pieces meet.
 struct Measures {
     double fit = LooseFit, freeFit = LoosestFit;  ///< File units.
-    double angleFactor = 1;
+    double angleFactor = 1, millimetres = 1;
     std::optional<std::string> fault;
 };
 
-/// An edge as a face uses it.
-struct EdgeUse {
-    const EdgeSamples* samples = nullptr;
-    const void* edge = nullptr;  ///< What its two faces share: the statement, or the pair of points.
-    bool forward = true;
-
+/// An edge as a face uses it; `edge` is what its two faces share: the statement, or the pair of points.
+struct EdgeUse : FaceEdge {
     const gp_Pnt& From() const { return forward ? samples->start : samples->end; }
     const gp_Pnt& To() const { return forward ? samples->end : samples->start; }
     /// An edge is known again by its middle where a file writes it twice.
     const gp_Pnt& Middle() const { return samples->middle; }
+    bool IsRing() const { return From().Distance(To()) <= From().Distance(Middle()) / 2; }
+    /// The point at a share of the way, as the face walks it.
+    gp_Pnt At(double share) const {
+        const double along = forward ? share : 1 - share;
+        return samples->curve->Value(samples->first + (samples->last - samples->first) * along);
+    }
 };
+
+/// Whether two rings at one place run against each other, as their ends can't tell.
+bool AgainstEachOther(const EdgeUse& one, const EdgeUse& other) {
+    if (one.samples->curve.IsNull() || other.samples->curve.IsNull()) return true;
+    const gp_Pnt early = one.At(0.25);
+    return early.Distance(other.At(0.75)) <= early.Distance(other.At(0.25));
+}
 
 bool Near(const gp_Pnt& a, const gp_Pnt& b, double fit) { return a.Distance(b) <= fit; }
 
@@ -72,11 +85,19 @@ class SolidCheck {
         if (auto fault = ShellFault(solid->Outer())) return fault;
         const Handle(StepShape_BrepWithVoids) hollow = Handle(StepShape_BrepWithVoids)::DownCast(solid);
         if (hollow.IsNull()) return std::nullopt;
+        const Bnd_Box outer = ShellBox();
         for (int i = 1; i <= hollow->NbVoids(); ++i) {
-            if (auto fault = ShellFault(hollow->VoidsValue(i)->ClosedShellElement())) return fault;
+            const Handle(StepShape_ClosedShell) shell = hollow->VoidsValue(i)->ClosedShellElement();
+            if (shell == solid->Outer()) return Fault(solid, "its void is its own shell");
+            if (auto fault = ShellFault(shell)) return fault;
+            if (mAllKnown && !Holds(outer, ShellBox()))
+                return Fault(shell, "its void " + Number(shell) + " reaches out of it");
         }
         return std::nullopt;
     }
+
+    /// Of all faces on balls, square file units; 0 where one isn't known.
+    double BallArea() const { return mBallsKnown ? mBalls : 0; }
 
   private:
     std::string Number(const Handle(Standard_Transient) & entity) const {
@@ -95,10 +116,14 @@ class SolidCheck {
     std::optional<ModelFault> PlaneFault(const Handle(StepShape_Face) & face,
                                          const std::vector<EdgeUse>& uses) const;
     std::optional<ModelFault> SurfaceFault(const Handle(StepShape_FaceSurface) & face,
-                                           const std::vector<EdgeUse>& uses) const;
+                                           const std::vector<EdgeUse>& uses,
+                                           const std::vector<std::vector<FaceEdge>>& loops, bool sameSense);
     const EdgeSamples* Samples(const Handle(StepShape_EdgeCurve) & edge);
     EdgeUse Between(const Handle(StepGeom_CartesianPoint) & from, const Handle(StepGeom_CartesianPoint) & to);
     bool Closed() const;
+    Bnd_Box ShellBox() const;
+    /// A shell whose faces bulge beyond their edges holds more than its edges show: it isn't asked.
+    bool Holds(const Bnd_Box& outer, const Bnd_Box& inner) const;
 
     const Handle(StepData_StepModel) & mModel;
     double mFit, mFreeFit;
@@ -106,6 +131,9 @@ class SolidCheck {
     /// The straight edges of loops of points.
     std::map<std::pair<const Standard_Transient*, const Standard_Transient*>, EdgeSamples> mPointEdges;
     std::vector<EdgeUse> mShellUses;
+    double mBalls = 0;
+    bool mBallsKnown = true;
+    bool mHasRoundFaces = false;
     bool mAllKnown = true;  ///< False where the shell holds what isn't followed here.
 };
 
@@ -129,12 +157,13 @@ std::optional<ModelFault> SolidCheck::LoopFault(const Handle(StepShape_EdgeLoop)
         }
         if (!(samples->endMisfit <= (samples->free ? mFreeFit : mFit)))
             return Fault(edge, "a vertex of the edge " + Number(edge) + " does not lie on its curve");
-        chain.push_back({samples, edge.get(), oriented->Orientation() != Standard_False});
+        chain.push_back({{samples, edge.get(), oriented->Orientation() != Standard_False}});
     }
     for (std::size_t i = 0; i < chain.size(); ++i) {
         if (!Near(chain[i].To(), chain[(i + 1) % chain.size()].From(), mFit))
             return Fault(loop, "the edges of the loop " + Number(loop) + " do not meet");
     }
+    if (turned) std::ranges::reverse(chain);
     for (EdgeUse& use : chain) {
         if (turned) use.forward = !use.forward;
         uses.push_back(use);
@@ -157,7 +186,7 @@ EdgeUse SolidCheck::Between(const Handle(StepGeom_CartesianPoint) & from,
         place->second.end = PlaceOf(end);
         place->second.middle = gp_Pnt((place->second.start.XYZ() + place->second.end.XYZ()) / 2);
     }
-    return {&place->second, &place->second, forward};
+    return {{&place->second, &place->second, forward}};
 }
 
 std::optional<ModelFault> SolidCheck::PointsFault(const Handle(StepShape_PolyLoop) & loop, bool turned,
@@ -196,9 +225,12 @@ std::optional<ModelFault> SolidCheck::PlaneFault(const Handle(StepShape_Face) & 
 }
 
 std::optional<ModelFault> SolidCheck::SurfaceFault(const Handle(StepShape_FaceSurface) & face,
-                                                   const std::vector<EdgeUse>& uses) const {
+                                                   const std::vector<EdgeUse>& uses,
+                                                   const std::vector<std::vector<FaceEdge>>& loops,
+                                                   bool sameSense) {
     FaceSurface surface(face);
     if (!surface.Known()) return std::nullopt;
+    mHasRoundFaces = mHasRoundFaces || !surface.Surface()->IsKind(STANDARD_TYPE(Geom_Plane));
     for (const EdgeUse& use : uses) {
         const double fit = surface.Free() || use.samples->free ? mFreeFit : mFit;
         // Looking for a point on a free surface costs more than everything else here.
@@ -209,6 +241,14 @@ std::optional<ModelFault> SolidCheck::SurfaceFault(const Handle(StepShape_FaceSu
         for (std::size_t i = 0; fits && i < inner.size(); i += step) fits = surface.Distance(inner[i]) <= fit;
         if (!fits) return Fault(face, "an edge of the face " + Number(face) + " does not lie on its surface");
     }
+    mBallsKnown = mBallsKnown && mAllKnown;
+    if (!mAllKnown) return std::nullopt;
+    if (const auto winding = WindingFault(surface, loops, sameSense))
+        return Fault(face, "the face " + Number(face) + " " + *winding);
+    const auto ball = TakeBallFace(surface, loops, sameSense);
+    if (ball && ball->bulges)
+        return Fault(face, "the face " + Number(face) + " is a hollow of more than half a ball");
+    if (ball) mBalls += ball->area;
     return std::nullopt;
 }
 
@@ -220,6 +260,7 @@ std::optional<ModelFault> SolidCheck::FaceFault(const Handle(StepShape_Face) & f
         return FaceFault(oriented->FaceElement(), turned != (oriented->Orientation() == Standard_False));
     }
     std::vector<EdgeUse> uses;
+    std::vector<std::vector<FaceEdge>> loops;
     bool ofPoints = false;
     for (int i = 1; i <= face->NbBounds(); ++i) {
         const Handle(StepShape_FaceBound) bound = face->BoundsValue(i);
@@ -227,7 +268,9 @@ std::optional<ModelFault> SolidCheck::FaceFault(const Handle(StepShape_Face) & f
         const Handle(StepShape_Loop) loop = bound->Bound();
         std::optional<ModelFault> fault;
         if (const auto edges = Handle(StepShape_EdgeLoop)::DownCast(loop); !edges.IsNull()) {
+            const std::size_t before = uses.size();
             fault = LoopFault(edges, turnedBound, uses);
+            loops.emplace_back(uses.begin() + static_cast<std::ptrdiff_t>(before), uses.end());
         } else if (const auto points = Handle(StepShape_PolyLoop)::DownCast(loop); !points.IsNull()) {
             ofPoints = true;
             fault = PointsFault(points, turnedBound, uses);
@@ -240,7 +283,10 @@ std::optional<ModelFault> SolidCheck::FaceFault(const Handle(StepShape_Face) & f
     }
     mShellUses.insert(mShellUses.end(), uses.begin(), uses.end());
     const Handle(StepShape_FaceSurface) surface = Handle(StepShape_FaceSurface)::DownCast(face);
-    if (!surface.IsNull()) return SurfaceFault(surface, uses);
+    if (!surface.IsNull()) {
+        const bool sameSense = (surface->SameSense() != Standard_False) != turned;
+        return SurfaceFault(surface, uses, loops, sameSense);
+    }
     return ofPoints ? PlaneFault(face, uses) : std::nullopt;
 }
 
@@ -261,12 +307,30 @@ bool SolidCheck::Closed() const {
             if (open[j].Middle().X() - open[i].Middle().X() > same) break;
             const bool twin = !paired[j] && Near(open[i].Middle(), open[j].Middle(), same) &&
                               Near(open[i].From(), open[j].To(), same) &&
-                              Near(open[i].To(), open[j].From(), same);
+                              Near(open[i].To(), open[j].From(), same) &&
+                              (!open[i].IsRing() || AgainstEachOther(open[i], open[j]));
             if (twin) paired[i] = paired[j] = true;
         }
         if (!paired[i]) return false;
     }
     return true;
+}
+
+/// Of the edges alone.
+Bnd_Box SolidCheck::ShellBox() const {
+    Bnd_Box box;
+    for (const EdgeUse& use : mShellUses) {
+        for (const gp_Pnt& point : use.samples->Walk()) box.Add(point);
+        box.Add(use.From());
+    }
+    return box;
+}
+
+bool SolidCheck::Holds(const Bnd_Box& outer, const Bnd_Box& inner) const {
+    if (mHasRoundFaces || outer.IsVoid() || inner.IsVoid()) return true;
+    const gp_XYZ low = inner.CornerMin().XYZ() - outer.CornerMin().XYZ();
+    const gp_XYZ high = outer.CornerMax().XYZ() - inner.CornerMax().XYZ();
+    return std::min({low.X(), low.Y(), low.Z(), high.X(), high.Y(), high.Z()}) >= -mFit;
 }
 
 std::optional<ModelFault> SolidCheck::ShellFault(const Handle(StepShape_ConnectedFaceSet) & shell) {
@@ -313,19 +377,26 @@ Measures MeasuresOf(const Handle(StepRepr_RepresentationContext) & context) {
         factors.ComputeTolerance(uncertainty);
         if (factors.HasUncertainty()) fit = std::clamp(factors.Uncertainty() * unit, LooseFit, LoosestFit);
     }
+    measures.millimetres = unit;
     measures.fit = fit / unit;
     measures.freeFit = LoosestFit / unit;
     return measures;
 }
 
-std::optional<ModelFault> FaultOf(const Handle(StepData_StepModel) & model,
-                                  const Handle(StepShape_ManifoldSolidBrep) & solid,
-                                  const Measures& measures) {
+void Check(const Handle(StepData_StepModel) & model, const Handle(StepShape_ManifoldSolidBrep) & solid,
+           const Measures& measures, BodyChecks& checks) {
+    SolidCheck check(model, measures);
+    std::optional<ModelFault> fault;
     try {
-        return SolidCheck(model, measures).Run(solid);
+        fault = check.Run(solid);
     } catch (const Standard_Failure&) {
-        return ModelFault{model->IdentLabel(solid), "numbers that make no shape"};
+        fault = ModelFault{model->IdentLabel(solid), "numbers that make no shape"};
     }
+    const double balls = check.BallArea() * measures.millimetres * measures.millimetres;
+    if (fault)
+        checks.faults.push_back(BodyFault{Handle(Standard_Transient)(solid), *std::move(fault)});
+    else if (balls > 0)
+        checks.balls.push_back({Handle(Standard_Transient)(solid), balls});
 }
 
 }  // namespace
@@ -344,8 +415,8 @@ std::optional<ModelFault> FarPoint(const Handle(StepData_StepModel) & model) {
     return std::nullopt;
 }
 
-std::vector<BodyFault> BodyFaults(const Handle(StepData_StepModel) & model) {
-    std::vector<BodyFault> faults;
+BodyChecks CheckBodies(const Handle(StepData_StepModel) & model) {
+    BodyChecks checks;
     std::unordered_set<const Standard_Transient*> seen;
     for (int index = 1; index <= model->NbEntities(); ++index) {
         const Handle(StepRepr_Representation) representation =
@@ -361,15 +432,16 @@ std::vector<BodyFault> BodyFaults(const Handle(StepData_StepModel) & model) {
                 StepData_GlobalFactors::Intance().InitializeFactors(1, measures->angleFactor, 1);
             }
             if (measures->fault) {
-                faults.push_back(BodyFault{Handle(Standard_Transient)(solid),
-                                           ModelFault{model->IdentLabel(representation), *measures->fault}});
-            } else if (auto fault = FaultOf(model, solid, *measures)) {
-                faults.push_back(BodyFault{Handle(Standard_Transient)(solid), *std::move(fault)});
+                checks.faults.push_back(
+                    BodyFault{Handle(Standard_Transient)(solid),
+                              ModelFault{model->IdentLabel(representation), *measures->fault}});
+            } else {
+                Check(model, solid, *measures, checks);
             }
         }
     }
     StepData_GlobalFactors::Intance().InitializeFactors(1, 1, 1);
-    return faults;
+    return checks;
 }
 
 std::vector<double> MillimetresPerUnit(const Handle(StepData_StepModel) & model) {

@@ -43,19 +43,27 @@ std::pair<double, double> RangeOf(const Geom_Curve& curve, double start, double 
     return {start, end};
 }
 
-/// A pole of a spline moves the curve in a few spans only, so each has to be looked at.
-std::vector<double> SpanMiddles(const Handle(Geom_Curve) & curve, double first, double last) {
-    constexpr int mostSpans = 200;
-    std::vector<double> middles;
-    const Handle(Geom_BSplineCurve) spline = Handle(Geom_BSplineCurve)::DownCast(curve);
-    if (spline.IsNull()) return middles;
+/// Where an edge is looked at besides its middle. A pole of a spline moves the curve in a few spans only, and
+/// an arc in a plane that tilts or bends another way can still cross a surface half way.
+std::vector<double> InnerPlaces(const Handle(Geom_Curve) & curve, double first, double last) {
+    constexpr int mostSpans = 200, fewSpans = 8, parts = 8;
+    std::vector<double> places;
+    const auto spread = [&](double from, double to) {
+        for (int i = 1; i < parts; ++i)
+            if (2 * i != parts) places.push_back(from + (to - from) * i / parts);
+    };
+    const auto spline = Handle(Geom_BSplineCurve)::DownCast(curve);
+    if (spline.IsNull() && !curve->IsKind(STANDARD_TYPE(Geom_Line))) spread(first, last);
+    if (spline.IsNull()) return places;
     const auto [low, high] = std::minmax(first, last);
     const int step = 1 + spline->NbKnots() / mostSpans;
     for (int knot = spline->FirstUKnotIndex(); knot < spline->LastUKnotIndex(); knot += step) {
         const double from = std::max(low, spline->Knot(knot)), to = std::min(high, spline->Knot(knot + 1));
-        if (to > from) middles.push_back((from + to) / 2);
+        if (to <= from) continue;
+        places.push_back((from + to) / 2);
+        if (spline->NbKnots() <= fewSpans) spread(from, to);
     }
-    return middles;
+    return places;
 }
 
 double FromElementary(const GeomAdaptor_Surface& surface, const gp_Pnt& point) {
@@ -114,11 +122,27 @@ std::optional<EdgeSamples> SampleEdge(const Handle(StepShape_EdgeCurve) & edge) 
     samples.endMisfit = atStart >= atEnd ? atStart : atEnd;
     std::tie(first, last) = RangeOf(*curve, first, last, edge->EdgeStart() == edge->EdgeEnd(),
                                     edge->SameSense() != Standard_False);
+    samples.curve = curve;
+    std::tie(samples.first, samples.last) =
+        edge->SameSense() != Standard_False ? std::pair(first, last) : std::pair(last, first);
     samples.middle = curve->Value((first + last) / 2);
     samples.free = !curve->IsKind(STANDARD_TYPE(Geom_Line)) && !curve->IsKind(STANDARD_TYPE(Geom_Conic));
     samples.inner.push_back(samples.middle);
-    for (const double place : SpanMiddles(curve, first, last)) samples.inner.push_back(curve->Value(place));
+    for (const double place : InnerPlaces(curve, first, last)) samples.inner.push_back(curve->Value(place));
     return samples;
+}
+
+std::vector<gp_Pnt> EdgeSamples::Walk() const {
+    std::vector<gp_Pnt> points;
+    if (curve.IsNull()) return points;
+    constexpr int onConic = 16, onFree = 48, inSpan = 6;
+    const auto spline = Handle(Geom_BSplineCurve)::DownCast(curve);
+    const int steps = !spline.IsNull()                          ? std::max(onFree, inSpan * spline->NbKnots())
+                      : free                                    ? onFree
+                      : curve->IsKind(STANDARD_TYPE(Geom_Line)) ? 2
+                                                                : onConic;
+    for (int i = 0; i <= steps; ++i) points.push_back(curve->Value(first + (last - first) * i / steps));
+    return points;
 }
 
 FaceSurface::FaceSurface(const Handle(StepShape_FaceSurface) & face)

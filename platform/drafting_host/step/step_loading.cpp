@@ -8,6 +8,7 @@
 #include <string_view>
 #include <unordered_set>
 
+#include "drafting_host/step/look_targets.h"
 #include "drafting_host/step/model_faults.h"
 #include "drafting_host/step/modeller_session.h"
 #include "drafting_host/step/step_externals.h"
@@ -76,13 +77,14 @@ void Loading::Run() {
     for (int time = 1; Read(), !Sound(); ++time) {
         if (time == mostTimes) throw FormatFailure(mPath, 0, "well-formed STEP statements");
     }
-    mBodyFaults = BodyFaults(mModel);
+    mChecks = CheckBodies(mModel);
 }
 
 void Loading::RefuseEmpty(const std::vector<StepNote>& notes) const {
     if (!mQuarantine.LostBodies().empty()) Refuse(mPath, mStatements, mQuarantine.LostBodies().front().fault);
     if (!mQuarantine.LostGeometry().empty()) Refuse(mPath, mStatements, mQuarantine.LostGeometry().front());
-    if (!mBodyFaults.empty()) Refuse(mPath, mStatements, FaultOf(mStatements, mBodyFaults.front().fault));
+    if (!mChecks.faults.empty())
+        Refuse(mPath, mStatements, FaultOf(mStatements, mChecks.faults.front().fault));
     const auto told = std::ranges::find_if(notes, &StepNote::lost);
     throw NoSolid(mPath, told == notes.end() ? "the file holds none" : told->text);
 }
@@ -105,6 +107,7 @@ void Loading::Read() {
     std::string content = mQuarantine.Empty() ? mTexts->PutInto(whole, mCodePage)
                                               : mTexts->PutInto(mQuarantine.Content(), mCodePage);
     if (HasNestedUnits(mStatements)) content = WithDirectUnits(std::move(content));
+    if (HasIndirectLooks(mStatements)) content = WithDirectLooks(std::move(content));
     std::istringstream plain(std::move(content));
     const IFSelect_ReturnStatus status = mReader->ChangeReader().ReadStream(mPath.string().c_str(), plain);
     mModel = Handle(StepData_StepModel)::DownCast(mReader->Reader().WS()->Model());

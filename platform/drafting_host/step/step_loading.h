@@ -33,7 +33,7 @@ class Loading {
     const Quarantine& Taken() const { return mQuarantine; }
     const StandIns& Texts() const { return *mTexts; }
     CodePage Page() const { return mCodePage; }
-    const std::vector<BodyFault>& Contradictions() const { return mBodyFaults; }
+    const BodyChecks& Checks() const { return mChecks; }
 
     /// The failure of a file without a solid: the first fault where there was one, or the first loss of
     /// `notes`.
@@ -54,7 +54,7 @@ class Loading {
     std::optional<STEPCAFControl_Reader> mReader;
     std::optional<StandIns> mTexts;
     Handle(StepData_StepModel) mModel;
-    std::vector<BodyFault> mBodyFaults;
+    BodyChecks mChecks;
 };
 
 }  // namespace brenvik::step

@@ -130,6 +130,17 @@ void NoteFaults(const std::vector<StatementFault>& faults, const std::string& wh
                               statements.LineAt(faults.front().place), lost});
 }
 
+/// Whether the item that a shape loses is a body that the modeller doesn't know.
+bool IsMesh(const Statements& statements, const StatementFault& fault) {
+    if (fault.statement == nullptr) return false;
+    for (const Reference& reference : statements.ReferencesOf(*fault.statement)) {
+        if (reference.place != fault.place) continue;
+        const Statement* item = statements.Find(reference.number);
+        return item != nullptr && item->kind.find("TESSELLATED") != std::string_view::npos;
+    }
+    return false;
+}
+
 }  // namespace
 
 void NoteQuarantine(const Quarantine& quarantine, const Statements& statements, CodePage codePage,
@@ -137,7 +148,11 @@ void NoteQuarantine(const Quarantine& quarantine, const Statements& statements, 
     if (quarantine.Empty()) return;
     NoteBodies(quarantine, statements, codePage, document);
     NoteFaults(quarantine.LostGeometry(), "faulty statement(s) of shapes", true, statements, document);
-    NoteFaults(quarantine.FalseItems(), "false item(s) of shapes", false, statements, document);
+    std::vector<StatementFault> meshes, others;
+    for (const StatementFault& fault : quarantine.FalseItems())
+        (IsMesh(statements, fault) ? meshes : others).push_back(fault);
+    NoteFaults(meshes, "body(s) made of triangles", true, statements, document);
+    NoteFaults(others, "false item(s) of shapes", false, statements, document);
     NoteFaults(quarantine.LostLooks(), "faulty style(s) or layer(s)", false, statements, document);
     NoteFaults(quarantine.LostPapers(), "faulty statement(s) of persons, dates and the like", false,
                statements, document);
@@ -214,6 +229,40 @@ void NoteContradictingUsages(const Statements& statements, StepDocument& documen
                                       " has as the assembly: parts and places may be wrong",
                                   statements.LineAt(usage->place)});
     }
+}
+
+void NoteUnplacedUsages(const Statements& statements, CodePage codePage, StepDocument& document) {
+    std::unordered_set<int> definitions;  // of the shapes that are placed
+    std::unordered_set<int> placed;
+    for (const Statement& statement : statements.All()) {
+        const auto references = statements.ReferencesOf(statement);
+        if (statement.kind == "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION" && references.size() > 1)
+            definitions.insert(references[1].number);
+    }
+    for (const int number : definitions) {
+        const Statement* shape = statements.Find(number);
+        if (shape == nullptr) continue;
+        for (const Reference& usage : statements.ReferencesOf(*shape)) placed.insert(usage.number);
+    }
+    std::set<std::pair<int, int>> pairs;
+    const auto forUsages = [&](auto take) {
+        for (const Statement& usage : statements.All()) {
+            const auto ends = statements.ReferencesOf(usage);
+            if (usage.kind == "NEXT_ASSEMBLY_USAGE_OCCURRENCE" && ends.size() > 1)
+                take(usage, std::pair(ends[0].number, ends[1].number));
+        }
+    };
+    forUsages([&](const Statement& usage, const std::pair<int, int>& ends) {
+        if (placed.contains(usage.number)) pairs.insert(ends);
+    });
+    forUsages([&](const Statement& usage, const std::pair<int, int>& ends) {
+        if (placed.contains(usage.number) || !pairs.contains(ends)) return;
+        const std::string name = ProductName(statements, ends.second, codePage);
+        document.notes.push_back({"one more part" + (name.empty() ? "" : " \"" + name + "\"") +
+                                      " is left out: its assembly usage #" + std::to_string(usage.number) +
+                                      " has no place",
+                                  statements.LineAt(usage.place)});
+    });
 }
 
 }  // namespace brenvik::step

@@ -32,4 +32,8 @@ void NoteBrokenEscapes(const StandIns& texts, const Statements& statements, Step
 /// Tells assembly usages whose parent and component the shapes' relationship has the other way round.
 void NoteContradictingUsages(const Statements& statements, StepDocument& document);
 
+/// Tells assembly usages without a place beside others of the same two products that have one: the modeller
+/// makes no part of them.
+void NoteUnplacedUsages(const Statements& statements, CodePage codePage, StepDocument& document);
+
 }  // namespace brenvik::step

@@ -7,6 +7,7 @@
 #include <STEPControl_Reader.hxx>
 #include <StepData_StepModel.hxx>
 #include <StepShape_FaceBasedSurfaceModel.hxx>
+#include <StepShape_GeometricSet.hxx>
 #include <StepShape_ManifoldSolidBrep.hxx>
 #include <StepShape_ShellBasedSurfaceModel.hxx>
 #include <TDocStd_Document.hxx>
@@ -16,11 +17,14 @@
 #include <XSControl_TransferReader.hxx>
 #include <XSControl_WorkSession.hxx>
 #include <algorithm>
+#include <cmath>
 #include <map>
 
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/transform.h"
+#include "drafting_host/step/ball_faces.h"
 #include "drafting_host/step/body_faults.h"
+#include "drafting_host/step/double_bodies.h"
 #include "drafting_host/step/double_looks.h"
 #include "drafting_host/step/modeller_session.h"
 #include "drafting_host/step/part_flattener.h"
@@ -79,14 +83,29 @@ std::optional<std::string> PartMadeOf(STEPCAFControl_Reader& reader,
 }
 
 /// Tells the solids that contradict themselves: they are read, but nobody should trust their sizes.
-void NoteBodyFaults(STEPCAFControl_Reader& reader, const std::vector<BodyFault>& faults,
-                    const NamesByShape& names, const Statements& text, StepDocument& document) {
-    for (const BodyFault& fault : faults) {
-        const std::string name = PartMadeOf(reader, fault.solid, names).value_or("");
+void NoteBodyFaults(STEPCAFControl_Reader& reader, const BodyChecks& checks, LengthUnit unit,
+                    const Handle(StepData_StepModel) & model, const NamesByShape& names,
+                    const Statements& text, StepDocument& document) {
+    const auto note = [&](const Handle(Standard_Transient) & solid, const std::string& reason, int number) {
+        const std::string name = PartMadeOf(reader, solid, names).value_or("");
         const std::string part = name.empty() ? "a part" : "part \"" + name + "\"";
         document.notes.push_back(
-            {part + ": " + fault.fault.reason + "; its sizes and operations may be wrong",
-             text.LineOf(fault.fault.number)});
+            {part + ": " + reason + "; its sizes and operations may be wrong", text.LineOf(number)});
+    };
+    for (const BodyFault& fault : checks.faults) note(fault.solid, fault.fault.reason, fault.fault.number);
+    const Handle(Transfer_TransientProcess) process =
+        reader.Reader().WS()->TransferReader()->TransientProcess();
+    for (const BallSizes& balls : checks.balls) {
+        const TopoDS_Shape shape = TransferBRep::ShapeResult(process, balls.solid);
+        if (shape.IsNull()) continue;
+        const BallsMade made = BallsIn(shape);
+        const double millimetre = 1 / MillimetresIn(unit);
+        const double stated = balls.area * millimetre * millimetre;
+        constexpr double rough = 0.04;  // of an area that is known to about a percent
+        constexpr double widest = 0.1;  // millimetres, ten times what pieces of a sound file may gape
+        if (std::abs(made.area - stated) <= rough * stated && made.gap <= widest * millimetre) continue;
+        note(balls.solid, "its faces on balls came out of another size or place than their edges have",
+             model->IdentLabel(balls.solid));
     }
 }
 
@@ -101,18 +120,25 @@ bool IsSheet(const Handle(Standard_Transient) & entity) {
            entity->IsKind(STANDARD_TYPE(StepShape_FaceBasedSurfaceModel));
 }
 
-/// Tells the solids and sheets that the file holds and no part of its structure leads to.
+bool IsCurveSet(const Handle(Standard_Transient) & entity) {
+    return entity->IsKind(STANDARD_TYPE(StepShape_GeometricSet));
+}
+
+/// Tells the solids and sheets that the file holds and no part of its structure leads to; sets of curves,
+/// which are no parts, as a remark.
 void NoteUnlisted(STEPCAFControl_Reader& reader, const Handle(StepData_StepModel) & model,
                   const NamesByShape& names, const Statements& text, StepDocument& document) {
     for (int index = 1; index <= model->NbEntities(); ++index) {
         const Handle(Standard_Transient) entity = model->Value(index);
-        const bool isSheet = IsSheet(entity);
-        if (!isSheet && !entity->IsKind(STANDARD_TYPE(StepShape_ManifoldSolidBrep))) continue;
-        if (isSheet ? WasRead(reader, entity) : PartMadeOf(reader, entity, names).has_value()) continue;
+        const bool isSheet = IsSheet(entity), isCurve = IsCurveSet(entity);
+        if (!isSheet && !isCurve && !entity->IsKind(STANDARD_TYPE(StepShape_ManifoldSolidBrep))) continue;
+        if (isSheet || isCurve ? WasRead(reader, entity) : PartMadeOf(reader, entity, names).has_value())
+            continue;
         const int number = model->IdentLabel(entity);
-        document.notes.push_back({(isSheet ? "the surface model #" : "the solid #") + std::to_string(number) +
-                                      " is left out: no part leads to it",
-                                  text.LineOf(number)});
+        const char* const kind = isSheet ? "surface model" : isCurve ? "set of curves" : "solid";
+        document.notes.push_back(
+            {std::string("the ") + kind + " #" + std::to_string(number) + " is left out: no part leads to it",
+             text.LineOf(number), !isCurve});
     }
 }
 
@@ -204,9 +230,12 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
     if (document.solids.empty() && parts.Outside().empty()) file.RefuseEmpty(document.notes);
     NoteQuarantine(file.Taken(), file.Text(), file.Page(), document);
     NoteDoubleLooks(file.Text(), file.Taken(), file.Page(), document);
-    NoteBodyFaults(file.Reader(), file.Contradictions(), parts.NamesByShape(), file.Text(), document);
+    NoteBodyFaults(file.Reader(), file.Checks(), unit, file.Model(), parts.NamesByShape(), file.Text(),
+                   document);
     NoteUnlisted(file.Reader(), file.Model(), parts.NamesByShape(), file.Text(), document);
     NoteContradictingUsages(file.Text(), document);
+    NoteUnplacedUsages(file.Text(), file.Page(), document);
+    NoteDoubleBodies(file.Text(), document);
     // The modeller counts a product whose shape lies elsewhere as failed.
     if (parts.Outside().empty()) NoteFailedEntities(file.Reader().Reader(), document);
     NoteTail(file.Text(), document);

@@ -1,0 +1,34 @@
+// Faces on balls. An edge can lie on a ball either way about and its face on either side of its edges, so
+// nothing but the size of the face tells what is meant, and the modeller doesn't always take that one.
+#pragma once
+
+#include <TopoDS_Shape.hxx>
+#include <optional>
+#include <vector>
+
+#include "drafting_host/step/edge_samples.h"
+#include "drafting_host/step/face_winding.h"
+
+namespace brenvik::step {
+
+/// A face on a ball by the word of its edges.
+struct BallFace {
+    double area = 0;  ///< Square file units, to about a percent.
+    /// A hollow of more than half the ball that edges with corners bound: no tool makes it, an arc that takes
+    /// the long way does.
+    bool bulges = false;
+};
+
+/// Nothing for a face on another surface, or with edges that aren't known. `loops` and `sameSense` as for
+/// WindingFault.
+std::optional<BallFace> TakeBallFace(const FaceSurface& surface,
+                                     const std::vector<std::vector<FaceEdge>>& loops, bool sameSense);
+
+/// What became of the faces on balls in the modeller.
+struct BallsMade {
+    double area = 0;  ///< Square units of the shape.
+    double gap = 0;   ///< The widest between an edge and its trace on the ball.
+};
+BallsMade BallsIn(const TopoDS_Shape& shape);
+
+}  // namespace brenvik::step
