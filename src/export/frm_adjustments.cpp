@@ -53,6 +53,11 @@ std::vector<GridColumn> Columns() {
     return columns;
 }
 
+bool AnswersYes(const std::string& question) {
+    return ThePlatform().dialogs->Show({question, "Save Adjustments", MessageIcon::Question,
+                                        MessageButtons::YesNo}) == MessageAnswer::Yes;
+}
+
 }  // namespace
 
 frmAdjustments::frmAdjustments()
@@ -90,7 +95,7 @@ void frmAdjustments::Populate() {
 }
 
 void frmAdjustments::ReadLoaded(const std::string& path) {
-    LoadedFile loaded{path, ReadFileLines(path), {}, {}};
+    LoadedFile loaded{path, ThePlatform().files->ReadFile(path), ReadFileLines(path), {}, {}};
     NoteGuessedLines(path, loaded.file);
     mLoaded = std::move(loaded);
 }
@@ -154,18 +159,30 @@ void frmAdjustments::SaveAs() {
     if (path) WriteTo(*path);
 }
 
+bool frmAdjustments::KeepsChanges(const std::string& path) const {
+    FilesPort& files = *ThePlatform().files;
+    if (!mLoaded || mLoaded->path != path || !files.FileExists(path)) return false;
+    if (files.ReadFile(path) == mLoaded->content) return false;
+    if (!AnswersYes(path +
+                    " has been changed elsewhere since it was opened here, and what was changed would be "
+                    "lost. Leave it as it is?"))
+        return false;
+    NoteExportTrouble("the BrenvikAdjustments file " + path +
+                      " was not written: it has been changed elsewhere since it was opened; open it anew");
+    return true;
+}
+
 bool frmAdjustments::KeepsLines(const std::string& path) const {
     if (!mLoaded || mLoaded->notKept.empty()) return false;
     const std::size_t first = mLoaded->notKept.front();
     const std::string others = mLoaded->notKept.size() == 1
                                    ? std::string()
                                    : " and " + std::to_string(mLoaded->notKept.size() - 1) + " more";
-    const MessageAnswer answer = ThePlatform().dialogs->Show(
-        {mLoaded->path + ":" + std::to_string(first) + ": " + InQuotes(mLoaded->file.lines[first - 1]) +
-             others + " would be lost: this editor writes what its grid shows, and nothing else. Leave " +
-             path + " as it is?",
-         "Save Adjustments", MessageIcon::Question, MessageButtons::YesNo});
-    if (answer != MessageAnswer::Yes) return false;
+    if (!AnswersYes(mLoaded->path + ":" + std::to_string(first) + ": " +
+                    InQuotes(mLoaded->file.lines[first - 1]) + others +
+                    " would be lost: this editor writes what its grid shows, and nothing else. Leave " +
+                    path + " as it is?"))
+        return false;
     NoteExportTrouble("the BrenvikAdjustments file " + path +
                       " was not written: " + std::to_string(mLoaded->notKept.size()) + " of the lines of " +
                       mLoaded->path + " would be lost, the first in line " + std::to_string(first));
@@ -178,11 +195,11 @@ bool frmAdjustments::WriteTo(const std::string& path) {
     // Nobody has typed anything: the file stays as its writer has laid it out.
     const bool isUnchanged = mLoaded && mLoaded->path == path && mLoaded->shownText == text;
     if (isUnchanged && ThePlatform().files->FileExists(path)) return true;
-    if (KeepsLines(path)) return false;
+    if (KeepsChanges(path) || KeepsLines(path)) return false;
     const std::optional<Failure> failure = Attempt([&] {
         RequireOutputPlace(path, OutputKind::Adjustments);
         ThePlatform().files->WriteFile(path, text);
-        if (mLoaded && mLoaded->path == path) mLoaded = LoadedFile{path, {}, {}, text};
+        if (mLoaded && mLoaded->path == path) mLoaded = LoadedFile{path, text, {}, {}, text};
     });
     if (failure)
         NoteExportTrouble("the BrenvikAdjustments file " + path +

@@ -41,15 +41,17 @@ class frmAdjustments : public Form {
     /// The grid goes to its file only if that loses nothing, or if the user says so. Returns whether the file
     /// is as it was wanted, or as near as the disk lets it come.
     bool WriteTo(const std::string& path);
-    /// Asks whether a file is kept that has lines which the grid doesn't show.
+    /// Asks whether a file is kept that has lines which the grid doesn't show, or that somebody else has
+    /// changed since the grid was filled from it.
     bool KeepsLines(const std::string& path) const;
+    bool KeepsChanges(const std::string& path) const;
     void ReadLoaded(const std::string& path);
     void TellLinesNotShown() const;
     std::string FileText() const;
 
     /// The file that the grid was filled from, as it was read, and the grid as a file then.
     struct LoadedFile {
-        std::string path;
+        std::string path, content;
         FileLines file;
         std::vector<std::size_t> notKept;
         std::string shownText;

@@ -110,6 +110,7 @@ void frmMaterials::OnLoad() {
     copiedRow.clear();
     mDamages.clear();
     mOpened.clear();
+    mContent.reset();
     mLineEnd.clear();
     fpMaterials.ClearMarks();
     fpMaterials.SetMaxRows(LeastRows);
@@ -122,6 +123,7 @@ void frmMaterials::OnLoad() {
 
 void frmMaterials::LoadMaterials() {
     MaterialLibrary library = ReadMaterials();
+    mContent = ThePlatform().files->ReadFile(MaterialsPath());
     mOpened = library.materials;
     mDamages = std::move(library.damages);
     mLineEnd = std::move(library.lineEnd);
@@ -207,24 +209,41 @@ void frmMaterials::SaveAndClose() {
             MessageAnswer::No)
             return;
     }
+    const std::vector<MaterialTexts> rows = CompleteRows();
+    const bool isOthers = mContent && !IsUtf8(*mContent);
+    // Blank lines and the case of keys are the writer's own as long as nothing is typed.
+    const bool isUnchanged = mContent && !isOthers && mDamages.empty() && rows == mOpened;
+    if (!isUnchanged && KeepsChanges()) return;
     NoteRowsLeftOut();
-    SaveRows(CompleteRows());
+    if (isUnchanged && ThePlatform().files->FileExists(MaterialsPath()))
+        KeepMaterials();
+    else
+        SaveMaterials(rows, mLineEnd);
+    if (isOthers)
+        StateOf<LibraryNotes>().notes.push_back(
+            {MaterialsPath() +
+                 " was no UTF-8, was taken for the Western Windows code page, and is UTF-8 now; what "
+                 "it had before stands in materials.bak",
+             false});
     Unload();
 }
 
-void frmMaterials::SaveRows(const std::vector<MaterialTexts>& rows) const {
+bool frmMaterials::KeepsChanges() const {
     FilesPort& files = *ThePlatform().files;
-    const bool isThere = files.FileExists(MaterialsPath());
-    const bool isUtf8 = !isThere || IsUtf8(files.ReadFile(MaterialsPath()));
-    // Blank lines and the case of keys are the writer's own as long as nothing is typed.
-    if (isThere && isUtf8 && mDamages.empty() && rows == mOpened) return KeepMaterials();
-    SaveMaterials(rows, mLineEnd);
-    if (!isUtf8)
-        StateOf<LibraryNotes>().notes.push_back({MaterialsPath() +
-                                                     " was no UTF-8, was taken for the Western Windows code "
-                                                     "page, and is UTF-8 now; what it had before "
-                                                     "stands in materials.bak",
-                                                 false});
+    std::optional<std::string> present;
+    if (files.FileExists(MaterialsPath())) present = files.ReadFile(MaterialsPath());
+    if (present == mContent || !present) return false;
+    const std::string question =
+        MaterialsPath() +
+        " has been changed elsewhere since it was opened here, and what was changed would "
+        "be lost. Leave it as it is?";
+    if (ThePlatform().dialogs->Show({question, "", MessageIcon::Question, MessageButtons::YesNo}) !=
+        MessageAnswer::Yes)
+        return false;
+    StateOf<LibraryNotes>().notes.push_back(
+        {MaterialsPath() + " was not saved: it has been changed elsewhere since it was opened; open it anew",
+         true});
+    return true;
 }
 
 std::vector<LibraryNote> TakeLibraryNotes() { return std::exchange(StateOf<LibraryNotes>().notes, {}); }

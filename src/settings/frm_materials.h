@@ -2,6 +2,7 @@
 // order of the file.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -39,11 +40,14 @@ class frmMaterials : public Form {
     std::vector<MaterialTexts> CompleteRows() const;
     MaterialTexts TextsOfRow(int row) const;
     void NoteRowsLeftOut() const;
-    void SaveRows(const std::vector<MaterialTexts>& rows) const;
+    /// Asks whether a library is kept that somebody else has changed since it was opened.
+    bool KeepsChanges() const;
     void SaveAndClose();
 
     Control* mBtnSave = nullptr;
     std::vector<MaterialTexts> mOpened;
+    /// The library's text as it was opened; nothing where there was none.
+    std::optional<std::string> mContent;
     std::vector<MaterialDamage> mDamages;
     std::string mLineEnd;
 };

@@ -288,6 +288,25 @@ TEST_F(AdjustmentsEditor, AsksForNothingWhereOnlyBlanksAreLeftOutOrAdded) {
     EXPECT_TRUE(files.contents["C:\\adj.txt"].starts_with(Section("Doors", "2") + "[Backs]\nQty=\n"));
 }
 
+TEST_F(AdjustmentsEditor, KeepsWhatSomebodyElseHasChangedMeanwhile) {
+    UseAdjustments(Section("Doors", "0.25"));
+    OpenEditor();
+    const std::string others = Section("Doors", "0.25") + Section("Backs", "-1");
+    files.contents["C:\\adj.txt"] = others;
+    Grid().UserEdit(23, 1, "2");
+    dialogs.answers = {MessageAnswer::Yes};
+    PressIn("btnSave");
+    EXPECT_EQ(files.contents["C:\\adj.txt"], others);
+    EXPECT_TRUE(Editor().Loaded());
+    EXPECT_EQ(
+        TakeExportTroubles(),
+        Texts{"the BrenvikAdjustments file C:\\adj.txt was not written: it has been changed elsewhere since "
+              "it was opened; open it anew"});
+    dialogs.answers = {MessageAnswer::No};
+    PressIn("btnSave");
+    EXPECT_EQ(files.contents["C:\\adj.txt"], Section("Doors", "2"));
+}
+
 TEST_F(AdjustmentsEditor, IsOpenedByItsCommand) {
     fakes::FakeApplication app;
     cBrenvik().BVAdjustments(app);

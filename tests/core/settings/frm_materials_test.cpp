@@ -89,6 +89,26 @@ TEST_F(MaterialEditor, NamesTheRowsThatItLeavesOut) {
     EXPECT_TRUE(TakeLibraryNotes().empty());
 }
 
+TEST_F(MaterialEditor, KeepsALibraryThatSomebodyElseHasChangedMeanwhile) {
+    UseLibrary(Material("6 hdf"));
+    Open();
+    Grid().UserEdit(1, 1, "8 hdf");
+    const std::string others = Material("6 hdf") + Material("18 oak");
+    UseLibrary(others);
+    system.dialogs.answers = {MessageAnswer::Yes};
+    Press("btnSave");
+    EXPECT_EQ(Library(), others);
+    EXPECT_TRUE(Editor().Loaded());
+    const std::vector<LibraryNote> notes = TakeLibraryNotes();
+    ASSERT_EQ(notes.size(), 1U);
+    EXPECT_TRUE(notes[0].isLoss);
+    EXPECT_NE(notes[0].text.find("was not saved: it has been changed elsewhere"), std::string::npos);
+    system.dialogs.answers = {MessageAnswer::No};
+    Press("btnSave");
+    EXPECT_EQ(Library(), Material("8 hdf"));
+    EXPECT_EQ(Backup(), others);
+}
+
 TEST_F(MaterialEditor, WritesChangedAndNewRows) {
     UseLibrary(Material("6 hdf"));
     Open();
