@@ -62,7 +62,9 @@ class WordReader {
     }
     std::string_view TakeCharacter() {
         const Utf8Character character = Utf8CharacterAt(mText, mAt);
-        if (!character.valid) mPlace.Fail(mColumn, "UTF-8 text", "the byte " + HexOfByte(mText[mAt]));
+        // A message with the character of no code in it would end there.
+        if (!character.valid || mText[mAt] == '\0')
+            mPlace.Fail(mColumn, "UTF-8 text", "the byte " + HexOfByte(mText[mAt]));
         const std::string_view bytes = mText.substr(mAt, character.length);
         mAt += character.length;
         ++mColumn;

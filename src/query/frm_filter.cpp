@@ -10,6 +10,7 @@
 #include "base/letter_case.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
+#include "base/quoted.h"
 #include "base/skip.h"
 #include "base/text.h"
 #include "grid/column_relation.h"
@@ -18,6 +19,7 @@
 #include "grid/mod4spread.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
+#include "parts/part_trouble.h"
 #include "parts/statement_quotes.h"
 #include "query/frm_new_sort.h"
 #include "session/message.h"
@@ -62,6 +64,21 @@ void RequireWholeClause() {
     if (session.WhereClause.empty()) return;
     const std::string field = ColumnForCaption(session.FilterCriteria.back().column);
     RefusePairedQuotes(session.WhereClause, ValueDelimiter(field).size());
+}
+
+std::string ShownCriterion(const FilterCriterion& row) {
+    return InQuotes(row.column + " " + std::string(OperatorWord(row.criterion)) + " " + row.value);
+}
+
+/// The dialog shows these rows again as if they counted.
+void NoteRowsWithoutEffect() {
+    const std::vector<FilterCriterion>& criteria = TheSession().FilterCriteria;
+    for (std::size_t row = 0; row + 1 < criteria.size(); ++row)
+        NotePartTrouble({"", "",
+                         "the filter " + ShownCriterion(criteria[row]) +
+                             " had no effect: only the last row of the dialog counts, " +
+                             ShownCriterion(criteria.back()),
+                         false, true});
 }
 
 }  // namespace
@@ -211,6 +228,7 @@ void frmFilter::Confirm() {
     session.WhereClause.clear();
     for (std::size_t row = 0; row < RowCount; ++row)
         if (!TakeRow(row)) return;
+    NoteRowsWithoutEffect();
     session.WhereClause = BuildWhereClause();
     session.CurrentSQL = FullSelect() + session.WhereClause;
     if (chkSort->Value() == 1 && !session.SortClause.empty())

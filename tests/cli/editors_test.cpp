@@ -129,6 +129,21 @@ TEST_F(Editors, TellOfEditsInRowsThatAFilterHidesFromAnApply) {
     EXPECT_EQ(unchanged.status, 0) << unchanged.errors;
 }
 
+TEST_F(Editors, TellOfRowsOfTheFilterThatHaveNoEffect) {
+    const auto row = [](const std::string& place, const std::string& column, const std::string& value) {
+        return "pick cboCol" + place + " \"" + column + "\"\npick cboCrit" + place +
+               " \"= Equal\"\ntype cboCritData" + place + " \"" + value + "\"\n";
+    };
+    const std::string open = "select all\ncommand Show\npress tbMain.FILTER\n", end = "press btnOK\nclose\n";
+    const Outcome two = Play(open + row("(0)", "Material", "Cherry") + row("(1)", "Length", "720") + end);
+    EXPECT_EQ(two.status, 0) << two.errors;
+    ExpectTold(
+        two,
+        "the filter \"Material = Cherry\" had no effect: only the last row of the dialog counts, \"Length = "
+        "720\"\n");
+    EXPECT_EQ(Play(open + row("(1)", "Length", "720") + end).errors, "");
+}
+
 TEST_F(Editors, TellOfNumbersThatNoApplyHasTaken) {
     const Outcome outcome = Play("select 100 120\ncommand Show\npress btnAutoPN\nclose\n");
     ExpectTold(

@@ -160,6 +160,7 @@ TEST(JournalParser, TellsPlaceExpectedAndFound) {
         {"press \"\"", "a.journal:1:7: expected the name of a control, found \"\""},
     };
     for (const ErrorCase& c : cases) EXPECT_EQ(ErrorOf(c.text), c.message) << c.text;
+    EXPECT_EQ(ErrorOf(std::string("type t a\0", 9)), "a.journal:1:9: expected UTF-8 text, found the byte 00");
 }
 
 TEST(JournalParser, AnyBytesGiveStepsOrAnErrorWithItsPlace) {
