@@ -184,18 +184,15 @@ void RunAccessExport(frmExport& form) {
         std::unique_ptr<Recordset> records;
         const std::optional<double> rowsBefore = RowsOf(*connection, table);
         int taken = 0;
-        Skip([&] { mDatabase::OpenRecordset(TheSession().CurrentSQL, records); });
-        Skip([&] {
-            for (; records != nullptr && !records->Eof(); records->MoveNext()) {
-                ShowAndResume(ShowDescription, [&] {
-                    const SizeAdjustment adjustment = adjustments.rules.For(*records);
-                    NoteLostSizes(*records, cells, adjustment);
-                    NoteOddQuantity(*records);
-                    connection->Execute(InsertStatement(table, mappings, *records, adjustment, fractions));
-                    ++taken;
-                });
-            }
-        });
+        ResumeNoted(ListNotRead, [&] { mDatabase::OpenRecordset(TheSession().CurrentSQL, records); });
+        const auto insert = [&] {
+            const SizeAdjustment adjustment = adjustments.rules.For(*records);
+            NoteLostSizes(*records, cells, adjustment);
+            NoteOddQuantity(*records);
+            connection->Execute(InsertStatement(table, mappings, *records, adjustment, fractions));
+            ++taken;
+        };
+        if (records != nullptr) ForEachRow(*records, [&] { ShowAndResume(ShowDescription, insert); });
         Skip([&] { mDatabase::CloseRecordset(records); });
         NoteReplacedRows(table, rowsBefore, RowsOf(*connection, table), taken);
     }

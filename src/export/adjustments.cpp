@@ -2,6 +2,7 @@
 #include "export/adjustments.h"
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 
 #include "base/number_text.h"
@@ -51,17 +52,27 @@ double Amount(std::span<const std::string> section, std::string_view key) {
 /// No board is longer or thinner than this, in millimetres or in inches.
 constexpr double NoBoard = 100000, NoVeneer = 0.01;
 
-/// Amounts for another drawing, or in other units, are seen by what they leave of a part.
-void NoteOddSize(const Recordset& records, std::string_view field, double amount) {
+std::string SizeOfPart(const Recordset& records, std::string_view field) {
+    return "the part " + TextIfThere(records, "bv_id") + " \"" + TextIfThere(records, "bv_partname") +
+           "\": its " + CaptionForColumn(field);
+}
+
+/// Amounts for another drawing, or in other units, are seen by what they leave of a part. A sum that is no
+/// number any more is left out.
+void LookAtSum(const Recordset& records, std::string_view field, double& amount) {
     if (amount == 0) return;
     double size = 0;
-    if (!Skip([&] { size = ValueNumber(records.Value(field)); })) return;
+    const bool hasSize = Skip([&] { size = ValueNumber(records.Value(field)); });
     const double sum = size + amount;
-    if (sum >= NoVeneer && sum < NoBoard) return;
-    NoteExportTrouble("the part " + TextIfThere(records, "bv_id") + " \"" +
-                      TextIfThere(records, "bv_partname") + "\": its " + CaptionForColumn(field) + " " +
-                      NumberToText(size) + " with the adjustment " + NumberToText(amount) + " is " +
-                      NumberToText(sum) + ", expected the size of a board");
+    if (!std::isfinite(sum)) {
+        NoteExportTrouble(SizeOfPart(records, field) +
+                          " stays as it is: its adjustments add up to no number");
+        amount = 0;
+    } else if (hasSize && (sum < NoVeneer || sum >= NoBoard)) {
+        NoteExportTrouble(SizeOfPart(records, field) + " " + NumberToText(size) + " with the adjustment " +
+                          NumberToText(amount) + " is " + NumberToText(sum) +
+                          ", expected the size of a board");
+    }
 }
 
 std::string Comparable(std::string_view text) { return FoldLower(Trim(text)); }
@@ -159,9 +170,9 @@ SizeAdjustment AdjustmentRules::For(const Recordset& records) const {
         sum.width += rule.amounts.width;
         sum.thickness += rule.amounts.thickness;
     }
-    NoteOddSize(records, "bv_length", sum.length);
-    NoteOddSize(records, "bv_width", sum.width);
-    NoteOddSize(records, "bv_thickness", sum.thickness);
+    LookAtSum(records, "bv_length", sum.length);
+    LookAtSum(records, "bv_width", sum.width);
+    LookAtSum(records, "bv_thickness", sum.thickness);
     return sum;
 }
 

@@ -11,6 +11,7 @@
 #include "export/adjustments.h"
 #include "export/cnc_group_check.h"
 #include "export/export_cells.h"
+#include "export/export_troubles.h"
 #include "export/frm_export.h"
 #include "forms/form_guards.h"
 #include "parts/cnc_list.h"
@@ -68,12 +69,9 @@ std::optional<ListPlan> PlanOf(const frmExport& form, std::string_view adjustmen
 std::vector<std::string> LinesOfAllParts(const ListPlan& plan) {
     std::vector<std::string> lines;
     std::unique_ptr<Recordset> records;
-    Skip([&] { mDatabase::OpenRecordset(FullSelect(), records); });
+    ResumeNoted(ListNotRead, [&] { mDatabase::OpenRecordset(FullSelect(), records); });
     if (records == nullptr) return lines;
-    Skip([&] {
-        for (; !records->Eof(); records->MoveNext())
-            lines.push_back(plan.maker.Line(*records, plan.rules.For(*records)));
-    });
+    ForEachRow(*records, [&] { lines.push_back(plan.maker.Line(*records, plan.rules.For(*records))); });
     Skip([&] { mDatabase::CloseRecordset(records); });
     return lines;
 }

@@ -6,6 +6,7 @@
 
 #include "base/skip.h"
 #include "base/text.h"
+#include "export/export_troubles.h"
 #include "export/frm_export.h"
 #include "export/record_values.h"
 #include "forms/form_guards.h"
@@ -64,7 +65,7 @@ std::string FileText(const ListPlan& plan) {
     std::string text = plan.header;
     text += lineEnd;
     std::unique_ptr<Recordset> records;
-    Skip([&] { mDatabase::OpenRecordset(ExportStatement(), records); });
+    ResumeNoted(ListNotRead, [&] { mDatabase::OpenRecordset(ExportStatement(), records); });
     if (records == nullptr) return text;
     NoteGroupedQuantities();
     text += LinesOfRecords(*records, plan.maker, plan.rules, lineEnd);
@@ -123,15 +124,13 @@ std::string ExportStatement() {
 std::string LinesOfRecords(Recordset& records, const LineMaker& maker, const AdjustmentRules& rules,
                            std::string_view lineEnd) {
     std::string lines;
-    Skip([&] {
-        for (; !records.Eof(); records.MoveNext()) {
-            const SizeAdjustment adjustment = rules.For(records);
-            lines += maker.Line(records, adjustment);
-            NoteShiftingCells(records, maker, adjustment);
-            NoteLostSizes(records, maker, adjustment);
-            NoteOddQuantity(records);
-            lines += lineEnd;
-        }
+    ForEachRow(records, [&] {
+        const SizeAdjustment adjustment = rules.For(records);
+        lines += maker.Line(records, adjustment);
+        lines += lineEnd;
+        NoteShiftingCells(records, maker, adjustment);
+        NoteLostSizes(records, maker, adjustment);
+        NoteOddQuantity(records);
     });
     return lines;
 }

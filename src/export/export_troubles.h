@@ -2,9 +2,14 @@
 // Somebody who looks at the list alone would not see it.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
+
+#include "base/skip.h"
+#include "export/record_values.h"
 
 namespace brenvik {
 
@@ -12,6 +17,30 @@ namespace brenvik {
 void NoteExportTrouble(std::string text);
 /// A line of a file that people edit by hand, as "path:line: text".
 void NoteExportTrouble(std::string_view path, std::size_t line, std::string_view text);
+
+/// Runs one statement of an export; a failure ends it alone, and is kept as a line that begins with `what`.
+template <typename Statement>
+void ResumeNoted(std::string_view what, Statement&& statement) {
+    ShowAndResume(
+        [&](const Failure& failure) { NoteExportTrouble(std::string(what) + ": " + failure.description()); },
+        std::forward<Statement>(statement));
+}
+
+/// What an export says that could not read the list.
+inline constexpr std::string_view ListNotRead = "the export has none of the list's rows";
+
+/// Does `act` at each row. A row that fails ends the walk, and the rows that are missing are told by the
+/// first of them.
+template <typename Act>
+void ForEachRow(Recordset& records, Act&& act) {
+    const std::optional<Failure> failure = Attempt([&] {
+        for (; !records.Eof(); records.MoveNext()) act();
+    });
+    if (failure)
+        NoteExportTrouble("the export ends ahead of the part " + TextIfThere(records, "bv_id") + " \"" +
+                          TextIfThere(records, "bv_partname") +
+                          "\" and has none of the rows from it on: " + failure->description());
+}
 
 /// The lines since the last call, in their order.
 std::vector<std::string> TakeExportTroubles();

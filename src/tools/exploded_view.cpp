@@ -2,6 +2,7 @@
 #include "base/skip.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "session/session.h"
+#include "tools/change_or_tell.h"
 #include "tools/drawing_tools.h"
 
 namespace brenvik::commands {
@@ -33,7 +34,7 @@ void BVExplode(AcadApplication&) {
     for (int i = 0; i < selected.Count(); ++i) {
         AcadEntity& entity = *selected.Item(i);
         if (entity.ObjectName() == "AcDb3dSolid" || entity.ObjectName() == "AcDbBlockReference")
-            Skip([&] { Spread(entity, factor); });
+            ChangeOrTell(entity, [factor](AcadEntity& each) { Spread(each, factor); });
     }
 }
 

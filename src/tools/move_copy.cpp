@@ -5,6 +5,7 @@
 #include "base/skip.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "session/session.h"
+#include "tools/change_or_tell.h"
 #include "tools/drawing_tools.h"
 
 namespace brenvik::commands {
@@ -34,7 +35,7 @@ std::optional<Shift> AskShift(AcadUtility& utility) {
     return Shift{Flattened(utility, shift.from), Flattened(utility, shift.to)};
 }
 
-/// `act` is done to each selected entity; one that the host refuses is passed over.
+/// `act` is done to each selected entity; one that the host refuses stays as it is, and is told.
 template <class Act>
 void InPlaneOfView(Act&& act) {
     AcadDocument& drawing = *TheSession().AcadDoc;
@@ -43,7 +44,8 @@ void InPlaneOfView(Act&& act) {
     drawing.SendCommand("_ucs ");
     drawing.SendCommand("_v ");
     if (const std::optional<Shift> shift = AskShift(drawing.Utility())) {
-        for (int i = 0; i < selected.Count(); ++i) Skip([&] { act(*selected.Item(i), *shift); });
+        for (int i = 0; i < selected.Count(); ++i)
+            ChangeOrTell(*selected.Item(i), [&](AcadEntity& entity) { act(entity, *shift); });
     }
     drawing.SendCommand("_ucs ");
     drawing.SendCommand("p ");
@@ -62,7 +64,9 @@ void BVMove(AcadApplication&) {
 void BVCopy(AcadApplication&) {
     InPlaneOfView([](AcadEntity& entity, const Shift& shift) {
         // A copy on a locked layer couldn't be moved and would lie within the original, a part too many.
-        if (TheSession().AcadDoc->Layers().Item(entity.Layer())->Lock()) return;
+        const std::string layer = entity.Layer();
+        if (TheSession().AcadDoc->Layers().Item(layer)->Lock())
+            throw PermissionDenied("its layer " + layer + " is locked");
         AcadEntity& copy = *entity.Copy();
         copy.Move(shift.from, shift.to);
         copy.Update();

@@ -5,10 +5,12 @@
 
 #include "base/letter_case.h"
 #include "base/skip.h"
+#include "base/text.h"
 #include "base/wildcard.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "parts/mautocad.h"
 #include "session/session.h"
+#include "tools/change_or_tell.h"
 #include "tools/drawing_tools.h"
 
 namespace brenvik::commands {
@@ -40,10 +42,12 @@ void BVGroup(AcadApplication&) {
     for (const std::string& name : NamesOfFilledGroups(drawing))
         if (GroupExists(drawing, name)) drawing.SendCommand("-group\re\r" + name + "\r");
     for (int i = 0; i < selected.Count(); ++i) {
-        // A name that the host refuses, a blank one for instance, leaves its part without a group.
-        Skip([&] {
-            AcadEntity* entity = selected.Item(i);
-            const std::string name = FoldUpper(mAutoCAD::GetPartData(entity->Handle(), "SubAssembly"));
+        AcadEntity* entity = selected.Item(i);
+        std::string name;
+        Skip([&] { name = FoldUpper(mAutoCAD::GetPartData(entity->Handle(), "SubAssembly")); });
+        // A part without a sub assembly has no group; neither has one whose name the host refuses.
+        if (IsBlank(name)) continue;
+        ChangeOrTell(*entity, [&](AcadEntity&) {
             drawing.Groups().Add(name)->AppendItems(std::span<AcadEntity* const>(&entity, 1));
         });
     }

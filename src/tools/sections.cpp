@@ -14,6 +14,7 @@
 #include "base/text.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "session/session.h"
+#include "tools/change_or_tell.h"
 #include "tools/drawing_tools.h"
 
 namespace brenvik::commands {
@@ -101,9 +102,9 @@ void HoldSolids(AcadSelectionSet& selected, std::string_view layer) {
     for (int i = 0; i < selected.Count(); ++i) {
         AcadEntity& entity = *selected.Item(i);
         if (!EqualsIgnoreCase(entity.ObjectName(), "acdb3dsolid")) continue;
-        Skip([&] {
-            entity.SetLayer(layer);
-            entity.SetColor(byLayer);
+        ChangeOrTell(entity, [layer](AcadEntity& each) {
+            each.SetLayer(layer);
+            each.SetColor(byLayer);
         });
     }
 }

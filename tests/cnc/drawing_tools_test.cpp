@@ -3,6 +3,7 @@
 
 #include "cnc/cnc_fixture.h"
 #include "cnc/scripted_prompts.h"
+#include "parts/part_trouble.h"
 
 namespace brenvik {
 namespace {
@@ -120,7 +121,7 @@ TEST_F(DrawingToolsTest, CopiesCarryAllPartDataAndOriginalsStay) {
     EXPECT_EQ(mAutoCAD::GetPartData(solids[1]->Handle(), "SUBASSEMBLY"), "Wall");
 }
 
-TEST_F(DrawingToolsTest, PartsOnLockedLayersAreNeitherMovedNorCopied) {
+TEST_F(DrawingToolsTest, PartsOnLockedLayersAreNeitherMovedNorCopiedAndTold) {
     AddLayer(document, "Held");
     Acad3DSolid& held = BoxAt({0, 0, 0});
     Acad3DSolid& free = BoxAt({50, 0, 0});
@@ -130,6 +131,11 @@ TEST_F(DrawingToolsTest, PartsOnLockedLayersAreNeitherMovedNorCopied) {
         Choose({&held, &free});
         prompts.points = {{0, 0, 0}, {100, 0, 0}};
         command(host);
+        const std::vector<PartTrouble> troubles = TakePartTroubles();
+        ASSERT_EQ(troubles.size(), 1U);
+        EXPECT_EQ(troubles[0].handle, held.Handle());
+        EXPECT_TRUE(troubles[0].text.starts_with("it is left as it was: ")) << troubles[0].text;
+        EXPECT_FALSE(troubles[0].isRemark);
     }
     const std::vector<Acad3DSolid*> solids = All<Acad3DSolid>(document);
     ASSERT_EQ(solids.size(), 3U);

@@ -9,7 +9,7 @@
 namespace brenvik::dwg {
 namespace {
 
-constexpr std::size_t MarkLength = 15, HeadLength = 31;
+constexpr std::size_t HeadLength = 31;
 
 /// Bytes behind a tag of fixed length; -1 for a length of its own, -2 for a tag that nobody knows.
 int FixedLength(unsigned tag) {

@@ -72,10 +72,14 @@ void TakeListedParts(RunState& run, std::span<const std::string> lines, AcadSele
             continue;
         }
         if (SkippedForItsLetters(*entity, report)) continue;
-        quantities.Lend(*run.sessionDrawing, *entity, part->quantity);
+        if (!quantities.Lend(*run.sessionDrawing, *entity, part->quantity))
+            report.passedOver.push_back(PlaceInList(line) + "the part " + part->handle +
+                                        " does not take the quantity " + std::to_string(part->quantity));
         entities.push_back(entity);
     }
-    Skip([&] { prev.AddItems(entities); });
+    if (!Skip([&] { prev.AddItems(entities); }))
+        report.passedOver.push_back(std::string(CncListFile) +
+                                    ": its parts can't be selected in the drawing");
 }
 
 bool IsDrawing(const std::string& name) {
@@ -105,10 +109,10 @@ LentQuantities::~LentQuantities() {
     while (!mLent.empty()) GiveBack(*mLent.back());
 }
 
-void LentQuantities::Lend(AcadDocument& drawing, AcadEntity& entity, int quantity) {
+bool LentQuantities::Lend(AcadDocument& drawing, AcadEntity& entity, int quantity) {
     Skip([&] { UnlockLayer(drawing, entity.Layer()); });
     if (std::ranges::find(mLent, &entity) == mLent.end()) mLent.push_back(&entity);
-    Skip([&] { mAutoCAD::SetPartData(&entity, QuantityKey, std::to_string(quantity)); });
+    return Skip([&] { mAutoCAD::SetPartData(&entity, QuantityKey, std::to_string(quantity)); });
 }
 
 void LentQuantities::GiveBack(AcadEntity& entity) {

@@ -38,8 +38,9 @@ class LentQuantities {
     LentQuantities(const LentQuantities&) = delete;
     LentQuantities& operator=(const LentQuantities&) = delete;
 
-    /// A layer that is locked is unlocked, as the run does with the layers of its parts anyway.
-    void Lend(AcadDocument& drawing, AcadEntity& entity, int quantity);
+    /// A layer that is locked is unlocked, as the run does with the layers of its parts anyway. False if the
+    /// entity doesn't take the quantity.
+    bool Lend(AcadDocument& drawing, AcadEntity& entity, int quantity);
     /// Gives one its "1" back; does nothing for an entity that has none lent.
     void GiveBack(AcadEntity& entity);
 

@@ -283,6 +283,17 @@ TEST_F(AdjustmentFile, ThatLeavesNoSizeOfABoardIsTroubleOfTheExport) {
         << troubles[0];
 }
 
+TEST_F(AdjustmentFile, ThatAddsUpToNoNumberIsTroubleAndLeavesTheSizeAsItIs) {
+    const AdjustmentRules rules(std::vector<AdjustmentSection>{{"[A]", "l=1e308"}, {"[B]", "l=1e308"}});
+    const ListRecords records({AllFields(), {Board("Door", 600, 400, 18)}});
+    EXPECT_EQ(rules.For(records).length, 0);
+    const Texts troubles = TakeExportTroubles();
+    ASSERT_EQ(troubles.size(), 1U);
+    EXPECT_NE(troubles[0].find("its Length stays as it is: its adjustments add up to no number"),
+              std::string::npos)
+        << troubles[0];
+}
+
 class AdjustmentPath : public ExportTest {};
 
 TEST_F(AdjustmentPath, IsTheOneOfTheSettings) {

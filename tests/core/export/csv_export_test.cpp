@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "core/export/export_fixture.h"
+#include "export/export_troubles.h"
 
 namespace brenvik {
 namespace {
@@ -236,6 +237,30 @@ TEST_F(CsvFile, OfARefusedStatementIsTheHeaderAndSaysDone) {
     database.refused = true;
     EXPECT_EQ(Export(), standardHeader);
     ExpectDone();
+    const Texts troubles = TakeExportTroubles();
+    ASSERT_EQ(troubles.size(), 1U);
+    EXPECT_TRUE(troubles[0].starts_with("the export has none of the list's rows: ")) << troubles[0];
+}
+
+/// A list whose database is gone behind its first row.
+class TornRecords : public ListRecords {
+  public:
+    using ListRecords::ListRecords;
+    void MoveNext() override {
+        ListRecords::MoveNext();
+        throw ObjectNotSet("the connection is gone");
+    }
+};
+
+TEST_F(CsvFile, ThatARowCutsShortIsToldByTheFirstRowThatIsMissing) {
+    TornRecords records({AllFields(), {Board("Side", 600, 400, 18), Board("Door", 600, 400, 18)}});
+    int rows = 0;
+    ForEachRow(records, [&] { ++rows; });
+    EXPECT_EQ(rows, 1);
+    const Texts troubles = TakeExportTroubles();
+    ASSERT_EQ(troubles.size(), 1U);
+    EXPECT_NE(troubles[0].find("\"Door\" and has none of the rows from it on: "), std::string::npos)
+        << troubles[0];
 }
 
 TEST_F(CsvFile, AsksBeforeAnExistingFileIsWrittenOver) {
