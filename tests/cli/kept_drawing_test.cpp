@@ -111,6 +111,33 @@ TEST_F(KeptDrawing, BroughtToAnotherUnitItsViewsStylesAndVariablesGoAlong) {
         EXPECT_NE(file.find(Groups(scaled)), std::string::npos) << scaled;
 }
 
+TEST_F(KeptDrawing, LengthsThatStayInAnotherUnitAreTold) {
+    std::string drawing = Drawing();
+    const auto put = [&](const std::string& before, const std::string& groups) {
+        drawing.insert(drawing.find(Groups(before)), Groups(groups));
+    };
+    put("9 $DIMTXT", "9 $INSUNITS|70 1");
+    put("0 ENDBLK|5 E2",
+        "0 LINE|5 E3|330 E0|100 AcDbEntity|8 0|100 AcDbLine|10 0|20 0|30 0|11 1|21 0|31 0|1001 "
+        "MAKER|1041 3.5|0 MTEXT|5 E4|330 E0|100 AcDbEntity|8 0|100 AcDbMText|10 0|20 0|30 0|40 1|41 "
+        "0|46 2|71 1|72 1|1 in a block|");
+    put("0 INSERT|5 A3",
+        "0 MTEXT|5 A6|330 1F|100 AcDbEntity|8 0|100 AcDbMText|10 0|20 0|30 0|40 1|41 0|46 2|71 "
+        "1|72 1|1 set lines|");
+    put("0 XRECORD|5 D2", "0 XRECORD|5 D4|330 D1|100 AcDbXrecord|280 1|40 12.5|");
+    Write("in.dxf", drawing);
+    const Outcome outcome = Run({"convert", "in.dxf", "out.dxf"});
+    EXPECT_NE(outcome.errors.find(
+                  "lengths that stay as they stood in the file: extended data of 1 entity in blocks, 1 "
+                  "XRECORD"),
+              std::string::npos)
+        << outcome.errors;
+    // The height of a text's lines follows the text; in a block both stay.
+    const std::string file = Read("out.dxf");
+    EXPECT_NE(file.find(Groups("46 50.8")), std::string::npos);
+    EXPECT_NE(file.find(Groups("46 2")), std::string::npos);
+}
+
 TEST_F(KeptDrawing, KindsThatStayInADrawingAreNoLossOfAConversionAndOneOfAList) {
     std::string drawing = Drawing();
     const std::string line = Groups("0 LINE");

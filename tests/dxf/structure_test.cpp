@@ -389,7 +389,7 @@ TEST(DxfXData, PartDataThatBeginWithABracketAreTold) {
 TEST(DxfXData, PartDataThatAreNoTextAreToldWithLineAndEntity) {
     const DrawingData data =
         Read(Entities("0 POINT|5 2F|10 0|20 0|1001 PARTNAME|1010 1|1020 2|1030 3|1001 NOTES"
-                      "|1004 01fF|1001 QUANTITY|1070 2|1001 Other|1010 1|1001 PRICE"));
+                      "|1004 01fF|1001 QUANTITY|1070 2|1001 Other|1010 1|1020 2|1030 3|1001 PRICE"));
     ASSERT_EQ(data.notes.size(), 3U) << NotesOf(data);
     EXPECT_EQ(
         data.notes[0].text,

@@ -11,6 +11,7 @@
 #include "base/numbers.h"
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/document/scale_drawing.h"
+#include "drafting_host/document/unscaled_lengths.h"
 
 namespace brenvik {
 
@@ -144,6 +145,8 @@ void BringToUnit(HostDocument& document, const UnitChoice& choice) {
             tables.notes.push_back(
                 {0,
                  "what goes through as it stood in the file, such as dimensions, keeps its lengths there"});
+        if (const std::string unscaled = UnscaledLengths(document); !unscaled.empty())
+            tables.notes.push_back({0, "lengths that stay as they stood in the file: " + unscaled, false});
     }
     // What the file calls its unit is wrong or gone by now; where it has none it stays without.
     if (step.factor == 1 && step.notes.empty() && !isUnknown) return;

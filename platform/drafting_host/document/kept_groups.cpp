@@ -167,12 +167,14 @@ std::string MovedAttribute(const std::string& groups, const Similarity& move) {
     return values.Changed();
 }
 
-/// The tangents of a spline at its ends, and the fit tolerances, which are lengths.
-std::string MovedTangents(const std::string& own, const Similarity& move) {
+/// The tangents of a spline at its ends, and the height to which the lines of a text were set.
+std::string MovedLengths(const std::string& own, const Similarity& move) {
     Values values(own, false);
     for (const int code : {12, 13}) {
         if (values.Has(code)) values.SetPoint(code, move.Direction(values.PointAt(code)));
     }
+    constexpr int linesHeight = 46;
+    if (values.Of(linesHeight) != 0) values.Set(linesHeight, values.Of(linesHeight) * move.ScaleFactor());
     return values.Changed();
 }
 
@@ -222,7 +224,7 @@ Kept<KeptGroups> AfterReshaping(const Kept<KeptGroups>& kept) {
 Kept<KeptGroups> AfterMove(const Kept<KeptGroups>& kept, const Similarity& move) {
     if (!kept) return kept;
     KeptGroups changed = *AfterReshaping(kept);
-    if (!move.OnlyShifts()) changed.own = MovedTangents(kept->own, move);
+    if (!move.OnlyShifts()) changed.own = MovedLengths(kept->own, move);
     for (KeptRecord& part : changed.parts) {
         if (part.name == "ATTRIB") part.groups = MovedAttribute(part.groups, move);
     }

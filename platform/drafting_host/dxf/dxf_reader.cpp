@@ -80,6 +80,7 @@ class Walk {
         }
         mBodies.Join();
         mEntities.NotePassedOver();
+        mReading.TellDoubts();
         mObjects.Finish();
         CompleteDrawing(mReading);
         return std::move(mReading.data);

@@ -14,6 +14,16 @@ namespace {
 
 constexpr int ByLayer = 256;
 
+void TakeLinetypeScale(Reading& reading, EntityData& entity, const Group& group) {
+    const double scale = RealOf(group);
+    entity.linetypeScale = scale > 0 ? scale : 1;
+    if (!(scale > 0))
+        reading.Doubt("48", group.line,
+                      "group 48 holds " + ShownName(Trim(group.value)) +
+                          " where a scale of line types above 0 was expected; 1 is taken",
+                      false);
+}
+
 void TakeCommon(Reading& reading, EntityData& entity, const Group& group) {
     switch (group.code) {
         case 5:
@@ -26,7 +36,7 @@ void TakeCommon(Reading& reading, EntityData& entity, const Group& group) {
             entity.layer = LayerNameOf(reading, group);
             break;
         case 48:
-            entity.linetypeScale = RealOf(group);
+            TakeLinetypeScale(reading, entity, group);
             break;
         case 60:
             entity.visible = IntegerOf(group) == 0;
@@ -37,7 +47,7 @@ void TakeCommon(Reading& reading, EntityData& entity, const Group& group) {
             break;
         }
         case 370:
-            entity.lineweight = std::clamp(IntegerOf(group), -3, 211);
+            entity.lineweight = IntegerWithin(reading, group, -3, 211, "a line weight", -1);
             break;
         default:
             break;
@@ -48,7 +58,6 @@ EntityData CommonOf(Reading& reading, Groups groups) {
     EntityData entity;
     for (const Group& group : groups) TakeCommon(reading, entity, group);
     if (entity.layer.empty()) entity.layer = "0";
-    if (!(entity.linetypeScale > 0)) entity.linetypeScale = 1;
     return entity;
 }
 
@@ -202,7 +211,8 @@ bool EntityReader::TakePolylinePart(Record& record) {
     }
     if (mPolyline->refused) return true;
     try {
-        PolylineData::Vertex vertex = ReadPolylineVertex(groups.own, record.line);
+        PolylineData::Vertex vertex = ReadPolylineVertex(mReading, groups.own, record.line);
+        TellDoubled(mReading, "VERTEX", groups.own);
         vertex.handle = OwnHandle(vertex.handle, record.line, false);
         if (vertex.handle != 0) keep(vertex.handle);
         std::get<PolylineData>(mPolyline->entity.geometry).vertices.push_back(vertex);

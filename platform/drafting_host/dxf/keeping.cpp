@@ -211,6 +211,11 @@ bool IsUnderstoodKind(std::string_view name) {
     return kind != nullptr && name != "VERTEX" && name != "SEQEND" && kind < FindKind("LAYER");
 }
 
+bool IsValueOfKind(std::string_view kind, int code) {
+    const Understood* const understood = FindKind(kind);
+    return understood != nullptr && (IsCommonValue(code) || HasValue(*understood, code));
+}
+
 std::string TextOfGroups(Groups groups) {
     std::size_t size = 0;
     for (const Group& group : groups) size += group.value.size() + 8;

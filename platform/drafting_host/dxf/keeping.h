@@ -26,6 +26,9 @@ KeptGroups::Vertex LeftoversOfVertex(const Record& record, std::string_view laye
 /// The same of an entry of the tables LAYER, UCS, BLOCK_RECORD, extended data included.
 KeptGroups LeftoversOfEntry(std::string_view table, std::span<const Group> groups);
 
+/// Whether a drawing has a value for a group of an understood kind.
+bool IsValueOfKind(std::string_view kind, int code);
+
 /// Counts the groups of a record that neither a drawing nor the file keeps, as in records of release 12: by
 /// kind and code. References to other records are nobody's loss there.
 void CountLost(std::map<std::string, std::size_t>& lost, const std::string& kind, std::string_view groups);

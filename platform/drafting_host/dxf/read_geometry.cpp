@@ -102,7 +102,17 @@ void TakeListedPoint(const Group& group, int index, std::vector<Point3>& points)
     if (!points.empty()) TakePoint(group, index, points.back());
 }
 
-SplineData ReadSpline(Groups groups, std::size_t line) {
+/// A point of a list without its Y would lie on the axis.
+void RequireEachY(Groups groups, int index, std::size_t points, std::size_t line) {
+    const int code = 20 + index;
+    const auto found = static_cast<std::size_t>(
+        std::ranges::count_if(groups, [code](const Group& group) { return group.code == code; }));
+    if (found < points)
+        throw EntityRefused{line, "group " + std::to_string(code) + " was expected with each of " +
+                                      std::to_string(points) + " points, found " + std::to_string(found)};
+}
+
+SplineData ReadSpline(Reading& reading, Groups groups, std::size_t line) {
     SplineData data;
     for (const Group& group : groups) {
         TakeListedPoint(group, 0, data.controlPoints);
@@ -110,7 +120,7 @@ SplineData ReadSpline(Groups groups, std::size_t line) {
         if (TakeNormal(group, data.normal)) continue;
         if (group.code == 40) data.knots.push_back(RealOf(group));
         if (group.code == 41) data.weights.push_back(RealOf(group));
-        if (group.code == 70) data.flags = IntegerOf(group) & 0x7FFF;
+        if (group.code == 70) data.flags = FlagsOf(reading, group, 0x7FFF);
         if (group.code == 71) data.degree = IntegerOf(group);
     }
     constexpr int highestDegree = 25;
@@ -124,12 +134,14 @@ SplineData ReadSpline(Groups groups, std::size_t line) {
         throw EntityRefused{line, std::to_string(knots) + " knots were expected for " +
                                       std::to_string(controls) + " control points, found " +
                                       std::to_string(data.knots.size())};
+    RequireEachY(groups, 0, controls, line);
+    RequireEachY(groups, 1, data.fitPoints.size(), line);
     if (!data.weights.empty() && data.weights.size() != controls)
         throw EntityRefused{line, "a weight for each control point was expected"};
     return data;
 }
 
-LWPolylineData ReadLWPolyline(Groups groups, std::size_t line) {
+LWPolylineData ReadLWPolyline(Reading& reading, Groups groups, std::size_t line) {
     constexpr int flagClosed = 1, flagLinetype = 128;
     LWPolylineData data;
     for (const Group& group : groups) {
@@ -139,8 +151,9 @@ LWPolylineData ReadLWPolyline(Groups groups, std::size_t line) {
         if (group.code == 39) data.thickness = RealOf(group);
         if (group.code == 43) data.constantWidth = RealOf(group);
         if (group.code == 70) {
-            data.closed = (IntegerOf(group) & flagClosed) != 0;
-            data.flags = IntegerOf(group) & flagLinetype;
+            const int flags = FlagsOf(reading, group, flagClosed | flagLinetype);
+            data.closed = (flags & flagClosed) != 0;
+            data.flags = flags & flagLinetype;
         }
         if (data.vertices.empty()) continue;
         if (group.code == 20) data.vertices.back().y = RealOf(group);
@@ -149,10 +162,12 @@ LWPolylineData ReadLWPolyline(Groups groups, std::size_t line) {
         if (group.code == 42) data.vertices.back().bulge = RealOf(group);
     }
     if (data.vertices.empty()) throw EntityRefused{line, "a vertex (group 10) was expected"};
+    RequireEachY(groups, 0, data.vertices.size(), line);
     return data;
 }
 
-PolylineData ReadPolyline(Groups groups) {
+PolylineData ReadPolyline(Reading& reading, Groups groups) {
+    constexpr int mostVertices = 32767;
     PolylineData data;
     Point3 elevation;
     for (const Group& group : groups) {
@@ -162,22 +177,22 @@ PolylineData ReadPolyline(Groups groups) {
                 data.thickness = RealOf(group);
                 break;
             case 70:
-                data.flags = IntegerOf(group) & 0xFF;
+                data.flags = FlagsOf(reading, group, 0xFF);
                 break;
             case 71:
-                data.mCount = std::clamp(IntegerOf(group), 0, 32767);
+                data.mCount = IntegerWithin(reading, group, 0, mostVertices, "a count", 0);
                 break;
             case 72:
-                data.nCount = std::clamp(IntegerOf(group), 0, 32767);
+                data.nCount = IntegerWithin(reading, group, 0, mostVertices, "a count", 0);
                 break;
             case 73:
-                data.mDensity = std::clamp(IntegerOf(group), 0, 32767);
+                data.mDensity = IntegerWithin(reading, group, 0, mostVertices, "a count", 0);
                 break;
             case 74:
-                data.nDensity = std::clamp(IntegerOf(group), 0, 32767);
+                data.nDensity = IntegerWithin(reading, group, 0, mostVertices, "a count", 0);
                 break;
             case 75:
-                data.surfaceType = std::clamp(IntegerOf(group), 0, 8);
+                data.surfaceType = IntegerWithin(reading, group, 0, 8, "a kind of surface", 0);
                 break;
             default:
                 break;
@@ -187,7 +202,7 @@ PolylineData ReadPolyline(Groups groups) {
     return data;
 }
 
-QuadData ReadQuad(Groups groups, QuadData::Kind kind, std::size_t line) {
+QuadData ReadQuad(Reading& reading, Groups groups, QuadData::Kind kind, std::size_t line) {
     RequireGroups(groups, {10, 20, 11, 21, 12, 22}, line);
     QuadData data;
     data.kind = kind;
@@ -195,7 +210,7 @@ QuadData ReadQuad(Groups groups, QuadData::Kind kind, std::size_t line) {
         for (int i = 0; i < 4; ++i) TakePoint(group, i, data.corners[static_cast<std::size_t>(i)]);
         if (TakeNormal(group, data.normal)) continue;
         if (group.code == 39) data.thickness = RealOf(group);
-        if (group.code == 70 && kind == QuadData::Kind::Face) data.edgeFlags = IntegerOf(group) & 0x0F;
+        if (group.code == 70 && kind == QuadData::Kind::Face) data.edgeFlags = FlagsOf(reading, group, 0x0F);
     }
     // A triangle may leave its fourth corner out.
     if (FindGroup(groups, 13) == nullptr) data.corners[3] = data.corners[2];
@@ -258,7 +273,7 @@ InsertData ReadInsert(Reading& reading, Groups groups, std::size_t line) {
 
 }  // namespace
 
-PolylineData::Vertex ReadPolylineVertex(Groups groups, std::size_t line) {
+PolylineData::Vertex ReadPolylineVertex(Reading& reading, Groups groups, std::size_t line) {
     RequireGroups(groups, {10, 20}, line);
     PolylineData::Vertex vertex;
     for (const Group& group : groups) {
@@ -277,7 +292,7 @@ PolylineData::Vertex ReadPolylineVertex(Groups groups, std::size_t line) {
                 vertex.bulge = RealOf(group);
                 break;
             case 70:
-                vertex.flags = IntegerOf(group) & 0xFF;
+                vertex.flags = FlagsOf(reading, group, 0xFF);
                 break;
             case 71:
             case 72:
@@ -316,21 +331,21 @@ std::optional<EntityGeometry> ReadShape(Reading& reading, const Record& record, 
     const std::string_view name = record.name;
     const std::size_t line = record.line;
     if (name == "LINE") return ReadLine(groups, line);
-    if (name == "LWPOLYLINE") return ReadLWPolyline(groups, line);
+    if (name == "LWPOLYLINE") return ReadLWPolyline(reading, groups, line);
     if (name == "CIRCLE") return ReadRound<CircleData>(groups, line);
     if (name == "ARC") return ReadArc(groups, line);
     if (name == "3DSOLID" || name == "REGION" || name == "BODY") return ReadAcis(reading, record, groups);
     if (name == "INSERT") return ReadInsert(reading, groups, line);
-    if (name == "POLYLINE") return ReadPolyline(groups);
+    if (name == "POLYLINE") return ReadPolyline(reading, groups);
     if (name == "ELLIPSE") return ReadEllipse(groups, line);
-    if (name == "SPLINE") return ReadSpline(groups, line);
+    if (name == "SPLINE") return ReadSpline(reading, groups, line);
     if (name == "POINT") return ReadPoint(groups, line);
     if (name == "TEXT") return ReadText(reading, groups, line);
     if (name == "MTEXT") return ReadMText(reading, groups, line);
-    if (name == "SOLID") return ReadQuad(groups, QuadData::Kind::Solid, line);
-    if (name == "TRACE") return ReadQuad(groups, QuadData::Kind::Trace, line);
-    if (name == "3DFACE") return ReadQuad(groups, QuadData::Kind::Face, line);
-    if (name == "VIEWPORT") return ReadViewport(groups, line);
+    if (name == "SOLID") return ReadQuad(reading, groups, QuadData::Kind::Solid, line);
+    if (name == "TRACE") return ReadQuad(reading, groups, QuadData::Kind::Trace, line);
+    if (name == "3DFACE") return ReadQuad(reading, groups, QuadData::Kind::Face, line);
+    if (name == "VIEWPORT") return ReadViewport(reading, groups, line);
     return std::nullopt;
 }
 
@@ -338,7 +353,10 @@ std::optional<EntityGeometry> ReadShape(Reading& reading, const Record& record, 
 
 std::optional<EntityGeometry> ReadGeometry(Reading& reading, const Record& record, Groups groups) {
     std::optional<EntityGeometry> geometry = ReadShape(reading, record, groups);
-    if (geometry) MendNormal(reading, record, *geometry);
+    if (geometry) {
+        MendNormal(reading, record, *geometry);
+        TellDoubled(reading, record.name, groups);
+    }
     return geometry;
 }
 

@@ -1,7 +1,9 @@
 // The section HEADER: the variables that have a place of their own in a drawing, and the others that
 // release 2000 knows.
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <map>
 
 #include "base/text.h"
 #include "drafting_host/dxf/code_pages.h"
@@ -55,10 +57,27 @@ Point3 PointOf(Groups groups) {
     return point;
 }
 
+/// The releases that there are, by their numbers.
+constexpr auto Releases =
+    std::to_array({1001, 1002, 1003, 1004, 1006, 1009, 1012, 1014, 1015, 1018, 1021, 1024, 1027, 1032});
+
+/// Nobody knows what a release holds that isn't one; it is read, and later saved, as the last one before it.
+void MendRelease(Reading& reading, const Group& group) {
+    const int number = VersionNumber(reading.data.version);
+    if (std::ranges::find(Releases, number) != Releases.end() || number < Releases.front()) return;
+    const int taken = *(std::ranges::upper_bound(Releases, number) - 1);
+    const std::string known = "AC" + std::to_string(taken);
+    reading.Note(group.line, "release " + ShownName(reading.data.version) +
+                                 " is unknown: expected one up to AC" + std::to_string(Releases.back()) +
+                                 "; the drawing is read as " + known);
+    reading.data.version = known;
+}
+
 void TakeVersion(Reading& reading, Groups groups) {
     const Group* const group = FindGroup(groups, 1);
     if (group == nullptr) return;
     reading.data.version = Trim(group->value);
+    MendRelease(reading, *group);
     reading.isUnicode = VersionNumber(reading.data.version) >= OldestUnicode;
     reading.isBinaryBodies = VersionNumber(reading.data.version) >= OldestBinaryBodies;
     reading.file.release = VersionNumber(reading.data.version);
@@ -128,6 +147,26 @@ void ForEachVariable(Reading& reading, Groups groups, Take take) {
     }
 }
 
+/// A variable that stands twice, or has a value twice. The unit of all lengths may hang on it.
+void TellDoubledVariables(Reading& reading, Groups groups) {
+    std::map<std::string, Groups, std::less<>> seen;
+    ForEachVariable(reading, groups, [&](std::string_view name, Groups values) {
+        if (values.empty()) return;
+        const auto shown = [](Groups all) { return ShownName(Trim(all.front().value)); };
+        const auto [first, isNew] = seen.emplace(name, values);
+        if (!isNew && TextOfGroups(first->second) != TextOfGroups(values))
+            reading.Note(values.front().line, "drawing variable " + ShownName(name) + " stands twice, with " +
+                                                  shown(first->second) + " and with " + shown(values) +
+                                                  "; the last one counts");
+        for (std::size_t i = 1; i < values.size(); ++i) {
+            if (values[i].code != values[0].code || values[i].value == values[0].value) continue;
+            reading.Note(values[i].line, "drawing variable " + ShownName(name) + " has two values, " +
+                                             shown(values) + " and " + shown(values.subspan(i)) +
+                                             "; the first one counts");
+        }
+    });
+}
+
 }  // namespace
 
 void ReadHeader(Reading& reading, Groups groups) {
@@ -142,6 +181,7 @@ void ReadHeader(Reading& reading, Groups groups) {
     } else if (reading.isUnicode) {
         reading.decoder = TextDecoder(TextDecoder::Bytes::Utf8, DefaultPage);
     }
+    TellDoubledVariables(reading, groups);
     ForEachVariable(reading, groups, [&](std::string_view name, Groups values) {
         // A damaged one is refused here.
         TakeVariable(reading, name, values);

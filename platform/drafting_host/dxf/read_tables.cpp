@@ -56,7 +56,7 @@ void TakeLayerGroup(Reading& reading, LayerData& layer, const Group& group) {
             layer.plottable = IntegerOf(group) != 0;
             break;
         case 370:
-            layer.lineweight = std::clamp(IntegerOf(group), -3, 211);
+            layer.lineweight = IntegerWithin(reading, group, -3, 211, "a line weight", -3);
             break;
         default:
             break;

@@ -14,7 +14,7 @@ AcisData::Kind KindOf(std::string_view name) {
 
 }  // namespace
 
-TextData ReadText(const Reading& reading, Groups groups, std::size_t line) {
+TextData ReadText(Reading& reading, Groups groups, std::size_t line) {
     RequireGroups(groups, {10, 20, 1}, line);
     TextData data;
     Point3 alignment;
@@ -50,10 +50,10 @@ TextData ReadText(const Reading& reading, Groups groups, std::size_t line) {
                 data.generation = IntegerOf(group) & 0x06;
                 break;
             case 72:
-                data.horizontal = std::clamp(IntegerOf(group), 0, 5);
+                data.horizontal = IntegerWithin(reading, group, 0, 5, "a justification", 0);
                 break;
             case 73:
-                data.vertical = std::clamp(IntegerOf(group), 0, 3);
+                data.vertical = IntegerWithin(reading, group, 0, 3, "a justification", 0);
                 break;
             default:
                 break;
@@ -62,7 +62,7 @@ TextData ReadText(const Reading& reading, Groups groups, std::size_t line) {
     return data;
 }
 
-MTextData ReadMText(const Reading& reading, Groups groups, std::size_t line) {
+MTextData ReadMText(Reading& reading, Groups groups, std::size_t line) {
     RequireGroups(groups, {10, 20}, line);
     MTextData data;
     Point3 direction;
@@ -95,10 +95,10 @@ MTextData ReadMText(const Reading& reading, Groups groups, std::size_t line) {
                 data.rotation = AngleOf(group);
                 break;
             case 71:
-                data.attachment = std::clamp(IntegerOf(group), 1, 9);
+                data.attachment = IntegerWithin(reading, group, 1, 9, "an attachment", 1);
                 break;
             case 72:
-                data.flow = std::clamp(IntegerOf(group), 1, 5);
+                data.flow = IntegerWithin(reading, group, 1, 5, "a direction", 1);
                 break;
             default:
                 break;
@@ -108,7 +108,7 @@ MTextData ReadMText(const Reading& reading, Groups groups, std::size_t line) {
     return data;
 }
 
-ViewportData ReadViewport(Groups groups, std::size_t line) {
+ViewportData ReadViewport(Reading& reading, Groups groups, std::size_t line) {
     RequireGroups(groups, {10, 20, 40, 41}, line);
     ViewportData data;
     for (const Group& group : groups) {
@@ -144,10 +144,10 @@ ViewportData ReadViewport(Groups groups, std::size_t line) {
                 data.twist = AngleOf(group);
                 break;
             case 68:
-                data.status = std::clamp(IntegerOf(group), -1, 32767);
+                data.status = IntegerWithin(reading, group, -1, 32767, "a status", 1);
                 break;
             case 69:
-                data.id = std::clamp(IntegerOf(group), 0, 32767);
+                data.id = IntegerWithin(reading, group, 0, 32767, "a number", 1);
                 break;
             case 90:
                 data.statusFlags = IntegerOf(group);

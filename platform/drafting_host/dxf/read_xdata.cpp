@@ -128,12 +128,33 @@ class XDataReader {
             throw EntityRefused{group.line, "a bracket \"{\" or its \"}\" was expected"};
         }
         if (group.code == CodeBytes) return BytesOf(group);
-        if (IsPointStart(group.code)) return PointOf(mGroups, mAt);
+        if (IsPointStart(group.code)) return WholePointOf(group);
         if (IsReal(group.code)) return RealOf(group);
-        if (group.code == CodeShort) return ShortOf(group);
+        if (group.code == CodeShort) return SignedShortOf(group);
         if (group.code == CodeLong) return static_cast<std::int32_t>(IntegerOf(group));
         throw EntityRefused{group.line, "group " + std::to_string(group.code) +
                                             " stands where a code of extended data was expected"};
+    }
+
+    Point3 WholePointOf(const Group& group) {
+        constexpr std::size_t further = 2;
+        const std::size_t before = mAt;
+        const Point3 point = PointOf(mGroups, mAt);
+        if (mAt - before < further)
+            Note(group.line, OfApp() + "groups " + std::to_string(group.code + 10) + " and " +
+                                 std::to_string(group.code + 20) + " were expected behind group " +
+                                 std::to_string(group.code) + "; 0 is taken for what is missing");
+        return point;
+    }
+
+    /// A number beyond the signed ones is taken as the bits that it has.
+    std::int16_t SignedShortOf(const Group& group) {
+        const std::int16_t value = ShortOf(group);
+        if (value != IntegerOf(group))
+            Note(group.line, OfApp() + "group 1070 holds " + ShownName(Trim(group.value)) +
+                                 " where a number from -32768 to 32767 was expected; " +
+                                 std::to_string(value) + " is taken");
+        return value;
     }
 
     /// What the format doesn't take would stop every saving of the drawing, and tables know no zero

@@ -70,6 +70,45 @@ int IntegerOf(const Group& group) {
     return static_cast<int>(*real);
 }
 
+int IntegerWithin(Reading& reading, const Group& group, int low, int high, std::string_view what, int taken) {
+    const int value = IntegerOf(group);
+    if (value >= low && value <= high) return value;
+    reading.Doubt(std::to_string(group.code) + std::string(what), group.line,
+                  "group " + std::to_string(group.code) + " holds " + std::to_string(value) + " where " +
+                      std::string(what) + " from " + std::to_string(low) + " to " + std::to_string(high) +
+                      " was expected; " + std::to_string(taken) + " is taken",
+                  false);
+    return taken;
+}
+
+int FlagsOf(Reading& reading, const Group& group, int mask) {
+    const int flags = IntegerOf(group);
+    if ((flags & ~mask) != 0)
+        reading.Doubt("flags " + std::to_string(group.code) + std::to_string(mask), group.line,
+                      "group " + std::to_string(group.code) + " holds " + std::to_string(flags) +
+                          " where flags among the bits of " + std::to_string(mask) + " were expected; " +
+                          std::to_string(flags & mask) + " is taken",
+                      false);
+    return flags & mask;
+}
+
+void Reading::Doubt(const std::string& what, std::size_t line, std::string text, bool dataLost) {
+    const auto [doubt, isNew] = doubts.try_emplace(what);
+    if (isNew) doubt->second.note = {line, std::move(text), dataLost};
+    ++doubt->second.count;
+}
+
+void Reading::TellDoubts() {
+    for (auto& [what, doubt] : doubts) {
+        const std::size_t others = doubt.count - 1;
+        if (others > 0)
+            doubt.note.text +=
+                "; so it is with " + std::to_string(others) + (others == 1 ? " other" : " others");
+        Note(doubt.note.line, std::move(doubt.note.text), doubt.note.dataLost);
+    }
+    doubts.clear();
+}
+
 HandleValue HandleOf(const Group& group) {
     const std::string_view text = group.value;
     const std::size_t first = text.find_first_not_of(" \t");

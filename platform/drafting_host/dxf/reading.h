@@ -56,6 +56,12 @@ struct Reading {
     std::map<std::string, std::size_t> unkept;
     bool KeepsRecords() const { return file.release >= OldestKept; }
 
+    struct Doubted {
+        ReadNote note;
+        std::size_t count = 0;
+    };
+    std::map<std::string, Doubted> doubts;
+
     /// Records of bodies whose data are still to come, by handle.
     std::map<HandleValue, KeptRecord> bodyRecords;
 
@@ -67,6 +73,9 @@ struct Reading {
         }
         data.notes.push_back({line, std::move(text), dataLost, isKept});
     }
+    /// Tells the first of many values of a sort that can't be, and at the end how many others there are.
+    void Doubt(const std::string& what, std::size_t line, std::string text, bool dataLost);
+    void TellDoubts();
     std::string Place(std::size_t place) const { return PlaceText(place, unit); }
     std::string Text(const Group& group) const { return decoder.Decode(group.value); }
 };
@@ -80,6 +89,11 @@ double RealOf(const Group& group);
 LongReal LongRealOf(const Group& group);
 int IntegerOf(const Group& group);
 HandleValue HandleOf(const Group& group);
+/// A whole number from `low` to `high`. Of another one `taken` is taken, and that is told as a remark; `what`
+/// says what was expected ("a colour").
+int IntegerWithin(Reading& reading, const Group& group, int low, int high, std::string_view what, int taken);
+/// The flags of a group among those of `mask`; others are told as a remark.
+int FlagsOf(Reading& reading, const Group& group, int mask);
 /// An angle in degrees as radians.
 double AngleOf(const Group& group);
 
@@ -92,6 +106,10 @@ bool TakeNormal(const Group& group, Point3& normal);
 const Group* FindGroup(Groups groups, int code);
 /// Throws EntityRefused unless each of the codes is there.
 void RequireGroups(Groups groups, std::initializer_list<int> codes, std::size_t line);
+
+/// Tells of groups of an entity that stand twice with different values where there can be one. Lists of
+/// vertices and the like are no matter for this.
+void TellDoubled(Reading& reading, std::string_view kind, Groups groups);
 
 /// The groups without application brackets (102 "{..." to 102 "}") and embedded objects (101).
 void DropBrackets(std::vector<Group>& groups);
@@ -111,10 +129,10 @@ std::vector<XDataOfApp> ReadXData(Reading& reading, Groups groups, const std::st
 
 /// The entity's shape; nothing for a kind that the drawing doesn't hold. Throws EntityRefused.
 std::optional<EntityGeometry> ReadGeometry(Reading& reading, const Record& record, Groups groups);
-PolylineData::Vertex ReadPolylineVertex(Groups groups, std::size_t line);
-TextData ReadText(const Reading& reading, Groups groups, std::size_t line);
-MTextData ReadMText(const Reading& reading, Groups groups, std::size_t line);
-ViewportData ReadViewport(Groups groups, std::size_t line);
+PolylineData::Vertex ReadPolylineVertex(Reading& reading, Groups groups, std::size_t line);
+TextData ReadText(Reading& reading, Groups groups, std::size_t line);
+MTextData ReadMText(Reading& reading, Groups groups, std::size_t line);
+ViewportData ReadViewport(Reading& reading, Groups groups, std::size_t line);
 AcisData ReadAcis(Reading& reading, const Record& record, Groups groups);
 
 /// Gives the drawing what every drawing has (layer 0, the spaces, ...), and every object a handle of its
