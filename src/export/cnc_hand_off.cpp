@@ -14,9 +14,11 @@
 #include "export/export_troubles.h"
 #include "export/frm_export.h"
 #include "forms/form_guards.h"
+#include "grid/frm_main.h"
 #include "parts/cnc_list.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
+#include "parts/part_trouble.h"
 #include "query/frm_new_sort.h"
 #include "session/message.h"
 #include "session/module_state.h"
@@ -122,6 +124,20 @@ bool TellPartsWithoutKey(const ListPlan& plan, std::span<const std::string> line
     return ids.size() < lines.size();
 }
 
+/// Whoever has filtered the list may not expect the others to be cut.
+void NoteHiddenRows(std::size_t handedOver) {
+    const auto shown = static_cast<std::size_t>(GridFormInstance().fpSpread1.MaxRows());
+    if (IsBlank(TheSession().WhereClause) || shown >= handedOver) return;
+    const std::size_t hidden = handedOver - shown;
+    NotePartTrouble(
+        {"", "",
+         std::to_string(hidden) +
+             (hidden == 1 ? " part that the filter hides goes" : " parts that the filter hides go") +
+             " to the CNC run too, which takes all parts of the list; to leave them out, select the others "
+             "in the drawing",
+         false, true});
+}
+
 }  // namespace
 
 void HandOffToCnc(frmExport& form, int exportTarget) {
@@ -138,6 +154,7 @@ void HandOffToCnc(frmExport& form, int exportTarget) {
         Skip([&] { ReplaceFile(form.ExportPath, TextOfLines(lines, lineEnd)); });
         if (!WriteRunList(HandOverFolder() + std::string(CncListFile), GroupedCncList(lines, lineEnd)))
             return;
+        NoteHiddenRows(lines.size());
         LookAtCncGroups(CncGroupsOf(lines));
     }
     TheSession().ExportTarget = exportTarget;

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "base/letter_case.h"
+#include "base/quoted.h"
 #include "base/skip.h"
 #include "base/text.h"
 #include "export/adjustments.h"
@@ -13,6 +14,7 @@
 #include "export/csv_export.h"
 #include "export/export_cells.h"
 #include "export/export_dialogs.h"
+#include "export/export_troubles.h"
 #include "export/frm_adjustments.h"
 #include "grid/column_relation.h"
 #include "grid/frm_main.h"
@@ -235,6 +237,9 @@ void frmExport::GoAccess() {
     }
     if (txtNewTable.Text().empty()) return;
     // A table of that name is not made: exports have always gone into tables that somebody designed.
+    NoteExportTrouble("no row was written to " + txtExportAccess.Text() +
+                      ": expected a table that is there, found " + InQuotes("(new)") +
+                      ", and no table is made");
     ShowMessage("Export Complete!!!", "Done.");
     exportEnded = true;
     Unload();

@@ -86,6 +86,18 @@ TEST_F(AccessExport, TwoColumnsIntoOneFieldAreRefusedBeforeAnythingIsWritten) {
     EXPECT_EQ(Sql("select count(*) from Parts;"), "0\n");
 }
 
+TEST_F(AccessExport, ANewTableIsToldToHaveTakenNothing) {
+    const Outcome outcome = Play(
+        "    pick cboExportType \"Export to Access Database\"\n    file \"job.mdb\"\n"
+        "    press cmdBrowseAccess\n    pick cboAccessTable \"(new)\"\n    press cmdGo\n");
+    EXPECT_EQ(outcome.status, 1) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("no row was written to "), std::string::npos) << outcome.errors;
+    EXPECT_NE(
+        outcome.errors.find(": expected a table that is there, found \"(new)\", and no table is made\n"),
+        std::string::npos)
+        << outcome.errors;
+}
+
 TEST_F(AccessExport, TypedSizesAndQuantitiesThatCannotBeAreTold) {
     const Outcome outcome = PlayedJournal::Play(
         "select 100 120 140\ncommand Show\n  cell fpSpread1 1 Width \"-5\"\n  cell fpSpread1 3 Qty \"two\"\n"

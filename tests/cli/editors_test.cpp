@@ -129,6 +129,19 @@ TEST_F(Editors, TellOfEditsInRowsThatAFilterHidesFromAnApply) {
     EXPECT_EQ(unchanged.status, 0) << unchanged.errors;
 }
 
+TEST_F(Editors, TellThatACncRunTakesWhatTheFilterHides) {
+    const std::string toRun = "press tbMain.EXPORT\npick cboExportType \"Export to C2C\"\npress cmdGo\n";
+    const std::string open = "select 100 120\ncommand Show\n";
+    const Outcome filtered = Play(open +
+                                  "press tbMain.FILTER\npick cboCol(0) \"Part Name\"\n"
+                                  "type cboCritData(0) \"Left Side\"\npress btnOK\n" +
+                                  toRun);
+    EXPECT_EQ(filtered.status, 0) << filtered.errors;
+    ExpectTold(filtered,
+               "1 part that the filter hides goes to the CNC run too, which takes all parts of the list");
+    EXPECT_EQ(Play(open + toRun).errors.find("filter"), std::string::npos);
+}
+
 TEST_F(Editors, TellOfRowsOfTheFilterThatHaveNoEffect) {
     const auto row = [](const std::string& place, const std::string& column, const std::string& value) {
         return "pick cboCol" + place + " \"" + column + "\"\npick cboCrit" + place +

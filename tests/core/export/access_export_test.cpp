@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "core/export/export_fixture.h"
+#include "export/export_troubles.h"
 #include "export/frm_login.h"
 
 namespace brenvik {
@@ -302,6 +303,9 @@ TEST_F(AccessTarget, SaysDoneWhenTheListCantBeOpened) {
     Export();
     EXPECT_TRUE(target.executed.empty());
     EXPECT_EQ(Messages(), Texts{"Export Complete!!!"});
+    const Texts troubles = TakeExportTroubles();
+    ASSERT_EQ(troubles.size(), 1U);
+    EXPECT_TRUE(troubles[0].starts_with(ListNotRead)) << troubles[0];
 }
 
 TEST_F(AccessTarget, TakesNothingWhenItCantBeReached) {
