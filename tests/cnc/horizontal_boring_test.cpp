@@ -231,6 +231,28 @@ TEST_F(HorizontalBoring, ABoreWithoutAFloorGoesAsFarAsItsWall) {
     EXPECT_TRUE(run.part.unexplained.empty());
 }
 
+TEST_F(HorizontalBoring, ABoreWhoseMouthARecessHasBittenIsMadeFromTheFace) {
+    // The floor is whole; of the rim on the face the lower half is left.
+    const auto bore = [this](double x) {
+        Circle(Target::C2C, {x, 40, 9}, 8, {0, -1, 0});
+        AcadArc& rim = *document.ModelSpace().AddArc({0, 0, 0}, 4, std::numbers::pi, 2 * std::numbers::pi);
+        rim.Rotate3D({0, 0, 0}, {1, 0, 0}, std::numbers::pi / 2);
+        rim.Move({0, 0, 0}, {x, 0, 9});
+    };
+    bore(100);
+    wood.Drill({100, 0, 9}, app::Axis::Y, 40, 8);
+    // Here wood stands in the way.
+    bore(200);
+    RunState run = Start(Target::C2C);
+    BoreHorizontally(run);
+    const std::vector<Drawn> bores = OnLayers(DrawnIn(document), "HF_T");
+    ASSERT_EQ(bores.size(), 1U);
+    EXPECT_EQ(bores[0].points[0], (Point3{100, 0, 9}));
+    EXPECT_EQ(bores[0].normal, (Point3{0, -1, 0}));
+    EXPECT_EQ(bores[0].thickness, -40);
+    EXPECT_EQ(run.part.unexplained.size(), 1U);
+}
+
 TEST_F(HorizontalBoring, APinThatStandsOutOfAnEdgeIsNotBoredAway) {
     app::Workpiece pin(document.ModelSpace(), {0, 0, 0}, {Long, Wide, Thick}, "Parts");
     Acad3DSolid* post = document.ModelSpace().AddCylinder({Long + 10, 100, 9}, 4, 22);

@@ -1,6 +1,8 @@
 // Corners that meet the edge of a part run off it.
 #include "cnc/routes/routing_overrun.h"
 
+#include <cmath>
+
 #include "cnc/cnc_fixture.h"
 #include "cnc/drawing/polyline_shape.h"
 
@@ -64,9 +66,26 @@ TEST_F(RoutingOverrun, CornersMeetTheEdgeAtFiveDecimals) {
 }
 
 TEST_F(RoutingOverrun, ASlantedDadoIsProlongedInItsOwnLine) {
-    // It climbs one in two; the line of each wall stays.
-    ExpectVertices(RunOff({{0, 100}, {600, 400}, {550, 400}, {0, 125}}),
-                   {{-7, 96.5}, {607.00001, 407.00002}, {564.00006, 407.00003}, {-7.00004, 121.49998}});
+    // It climbs one in two; the line of each wall stays, that to the part's corner too.
+    const auto moved = RunOff({{0, 100}, {600, 400}, {550, 400}, {0, 125}});
+    // The bit of radius 6.125 leaves the sharper corners round by 1.447 and 1.894 radii.
+    const double left = 6.125 * (1 + std::sqrt(0.2)), back = 6.125 * (1 + std::sqrt(0.8));
+    ExpectVertices(moved, {{-left, 100 - left / 2},
+                           {600 + 2 * (back + 0.00001), 400 + back + 0.00001},
+                           {550 + 2 * (back + 0.00002), 400 + back + 0.00002},
+                           {-left - 0.00003, 125 - (left + 0.00003) / 2}});
+}
+
+TEST_F(RoutingOverrun, AnEndGoesAsFarAsItsSharperCornerNeeds) {
+    // The recess cuts off the part's corner; its sides stay parallel to the edges.
+    const auto moved = RunOff({{0, 0}, {120, 0}, {0, 50}});
+    const double front = 6.125 * (1 + 12.0 / 13), left = 6.125 * (1 + 5.0 / 13);
+    ASSERT_EQ(moved.size(), 3U);
+    EXPECT_NEAR(moved[0].x, -left, 1e-4);
+    EXPECT_NEAR(moved[0].y, -front, 1e-4);
+    EXPECT_NEAR(moved[1].y, -front, 1e-4);
+    EXPECT_NEAR(moved[2].x, -left, 1e-4);
+    EXPECT_NEAR(moved[1].x, 120 + front * 12 / 5, 1e-3);
 }
 
 TEST_F(RoutingOverrun, ARoundEndAtTheEdgeKeepsItsArc) {

@@ -103,6 +103,14 @@ class Boring {
         }
     }
 
+    /// A recess may have bitten the mouth of a bore, so that of its rim an arc is left on the face. Where a
+    /// circle further in is whole, and nothing but air lies between, it is bored from the face all the same.
+    void FindBittenBores() {
+        for (const SideTraits& side : Sides())
+            while (const std::optional<std::size_t> floor = DeepestBitten(side))
+                Keep({&side, AddRim(side, *floor), *floor, DepthOf(*floor, side)});
+    }
+
     void PlaceBores() {
         for (const Bore& bore : mBores) {
             if (mTraits.firstFamily)
@@ -248,6 +256,50 @@ class Boring {
                SameLength(arc.Center().z, entry.center.z);
     }
 
+    double DepthOf(std::size_t floor, const SideTraits& side) const {
+        return WithoutNoise(std::abs(Along(mCircles[floor].center, side.axis) - FaceOf(mPart, side)));
+    }
+
+    /// Where the bore of a circle further in comes out of the face.
+    BoreCircle MouthOf(std::size_t floor, const SideTraits& side) const {
+        BoreCircle mouth = mCircles[floor];
+        (side.axis == Axis::X ? mouth.center.x : mouth.center.y) = FaceOf(mPart, side);
+        mouth.normal = Outward(side);
+        return mouth;
+    }
+
+    std::optional<std::size_t> DeepestBitten(const SideTraits& side) {
+        std::optional<std::size_t> deepest;
+        for (std::size_t i = 0; i < mCircles.size(); ++i) {
+            if (mCircles[i].explained || InBore(mCircles[i])) continue;
+            if (deepest && DepthOf(i, side) <= DepthOf(*deepest, side)) continue;
+            if (IsBitten(i, side)) deepest = i;
+        }
+        return deepest;
+    }
+
+    bool IsBitten(std::size_t floor, const SideTraits& side) {
+        if (std::abs(RoundHalfEven(Along(mCircles[floor].normal, side.axis), CompareDecimals)) != 1 ||
+            !Less(0, DepthOf(floor, side)) || !FaceIsAnEdge(side))
+            return false;
+        if (!mWallEnds) mWallEnds = CurvesOfWalls();
+        const BoreCircle mouth = MouthOf(floor, side);
+        const bool hasArc = std::ranges::any_of(*mWallEnds, [&](const WallEnd& end) {
+            return end.arc != nullptr && IsOfBore(*end.arc, side, mouth) &&
+                   SameLength(Along(end.arc->Center(), side.axis), FaceOf(mPart, side));
+        });
+        return hasArc && LiesInAir(side, mouth, DepthOf(floor, side));
+    }
+
+    std::size_t AddRim(const SideTraits& side, std::size_t floor) {
+        BoreCircle rim = MouthOf(floor, side);
+        rim.circle = mRun.part.drawing->ModelSpace().AddCircle(rim.center, rim.diameter / 2);
+        rim.circle->SetNormal(rim.normal);
+        rim.circle->SetLayer(mTraits.horizontalWorkLayer);
+        mCircles.push_back(rim);
+        return mCircles.size() - 1;
+    }
+
     /// An edge of the part has straight lines in its plane; the end of a pin that stands out of an edge has
     /// none, and boring there would take the pin away.
     bool FaceIsAnEdge(const SideTraits& side) {
@@ -366,6 +418,7 @@ void BoreHorizontally(RunState& run) {
     Boring boring(run);
     boring.RepairNormals();
     boring.FindBores();
+    boring.FindBittenBores();
     boring.PlaceBores();
     boring.Finish();
 }

@@ -1,6 +1,7 @@
 // Which corners run off the part, and where they go.
 #include "cnc/routes/routing_overrun.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <vector>
@@ -66,15 +67,30 @@ bool LiesInEdge(const Touching& path, std::size_t side) {
     return ShareSide(path.contacts[side], path.contacts[path.Next(side)]);
 }
 
+/// Whether a wall that meets an edge of this contact is prolonged.
+bool Slides(const PathVertex& from, const PathVertex& wallEnd, const Contact& edge) {
+    const double dx = std::abs(from.x - wallEnd.x), dy = std::abs(from.y - wallEnd.y);
+    return edge.x != 0 ? dy < SteepestSlide * dx : dx < SteepestSlide * dy;
+}
+
 /// Lets a corner that has been moved along one axis follow the line of its wall.
-void SlideAlong(const PathVertex& from, const PathVertex& wallEnd, const Contact& contact,
-                PathVertex& moved) {
+void SlideAlong(const PathVertex& from, const PathVertex& wallEnd, const Contact& edge, PathVertex& moved) {
+    if (!Slides(from, wallEnd, edge)) return;
     const double dx = from.x - wallEnd.x, dy = from.y - wallEnd.y;
-    if (contact.y == 0) {
-        if (std::abs(dy) < SteepestSlide * std::abs(dx)) moved.y += dy / dx * (moved.x - from.x);
-    } else if (contact.x == 0) {
-        if (std::abs(dx) < SteepestSlide * std::abs(dy)) moved.x += dx / dy * (moved.y - from.y);
-    }
+    if (edge.x != 0)
+        moved.y += dy / dx * (moved.x - from.x);
+    else
+        moved.x += dx / dy * (moved.y - from.y);
+}
+
+/// What two corners of one side have in common.
+Contact Shared(const Contact& a, const Contact& b) { return {a.x == b.x ? a.x : 0, a.y == b.y ? a.y : 0}; }
+
+/// The cosine of the angle at a corner.
+double CosineAt(const PathVertex& corner, const PathVertex& one, const PathVertex& other) {
+    const double ax = one.x - corner.x, ay = one.y - corner.y, bx = other.x - corner.x,
+                 by = other.y - corner.y;
+    return (ax * bx + ay * by) / (std::hypot(ax, ay) * std::hypot(bx, by));
 }
 
 /// Moves the corners one after another.
@@ -92,16 +108,23 @@ class Mover {
             mResult.push_back(corner);
             return;
         }
-        PathVertex moved = Outwards(corner, mPath.contacts[i]);
-        if (wallBefore && mPath.corners[previous].bulge != 0) {
+        const bool wallIsRound =
+            (wallBefore && mPath.corners[previous].bulge != 0) || (wallAfter && corner.bulge != 0);
+        // A straight wall from one of the part's own corners leaves the edge that the path ends at.
+        const std::size_t edge = wallBefore ? i : previous;
+        const bool slides = (wallBefore || wallAfter) && !wallIsRound;
+        const Contact contact =
+            slides ? Shared(mPath.contacts[edge], mPath.contacts[mPath.Next(edge)]) : mPath.contacts[i];
+        PathVertex moved = Outwards(i, contact);
+        if (wallBefore && wallIsRound) {
             mResult.push_back({corner.x, corner.y, 0});
             mResult.push_back(moved);
-        } else if (wallAfter && corner.bulge != 0) {
+        } else if (wallAfter && wallIsRound) {
             mResult.push_back({moved.x, moved.y, 0});
             mResult.push_back(corner);
         } else {
-            if (wallBefore) SlideAlong(corner, mPath.corners[previous], mPath.contacts[i], moved);
-            if (wallAfter) SlideAlong(corner, mPath.corners[mPath.Next(i)], mPath.contacts[i], moved);
+            if (slides)
+                SlideAlong(corner, mPath.corners[wallBefore ? previous : mPath.Next(i)], contact, moved);
             mResult.push_back(moved);
         }
     }
@@ -110,13 +133,38 @@ class Mover {
     bool Moved() const { return mMoves > 0; }
 
   private:
-    double NextMove() { return mOverrun + Step * mMoves++; }
+    double Longer(double overrun) { return overrun + Step * mMoves++; }
 
-    PathVertex Outwards(const PathVertex& corner, const Contact& contact) {
-        PathVertex moved = corner;
-        if (contact.x != 0) moved.x += contact.x * NextMove();
-        if (contact.y != 0) moved.y += contact.y * NextMove();
+    PathVertex Outwards(std::size_t i, const Contact& contact) {
+        PathVertex moved = mPath.corners[i];
+        if (contact.x != 0) moved.x += contact.x * Longer(OverrunAt(i, &Contact::x));
+        if (contact.y != 0) moved.y += contact.y * Longer(OverrunAt(i, &Contact::y));
         return moved;
+    }
+
+    /// Both ends of a side in the edge go equally far, so that it stays parallel to the edge.
+    double OverrunAt(std::size_t i, int Contact::*axis) const {
+        double most = mOverrun;
+        for (const std::size_t side : {mPath.Previous(i), i}) {
+            const std::size_t end = mPath.Next(side);
+            if (mPath.corners[side].bulge != 0 || mPath.contacts[side].*axis == 0 ||
+                mPath.contacts[side].*axis != mPath.contacts[end].*axis)
+                continue;
+            const Contact edge = Shared(mPath.contacts[side], mPath.contacts[end]);
+            most = std::max({most, NeedOf(side, mPath.Previous(side), end, edge),
+                             NeedOf(end, mPath.Next(end), side, edge)});
+        }
+        return most;
+    }
+
+    /// So far that the round in a corner sharper than a right angle ends where the board does.
+    double NeedOf(std::size_t corner, std::size_t wallEnd, std::size_t edgeEnd, const Contact& edge) const {
+        const std::size_t wall = wallEnd == mPath.Next(corner) ? corner : wallEnd;
+        if (mPath.corners[wall].bulge != 0 || LiesInEdge(mPath, wall)) return 0;
+        const PathVertex &at = mPath.corners[corner], &to = mPath.corners[wallEnd];
+        if (!Slides(at, to, edge)) return 0;
+        const double cosine = CosineAt(at, to, mPath.corners[edgeEnd]);
+        return cosine <= 0 ? 0 : mOverrun * DiametersPerOverrun / 2 * (1 + cosine);
     }
 
     const Touching& mPath;
