@@ -20,9 +20,9 @@ bool IsLengthOfData(int code) {
     return isPoint || code == 1041 || code == 1042;
 }
 
-/// Objects with lengths among their values.
-constexpr auto ObjectsWithLengths = std::to_array<std::string_view>(
-    {"MLINESTYLE", "MLEADERSTYLE", "TABLESTYLE", "GEODATA", "XRECORD", "SECTION"});
+/// Objects with lengths among their values. Styles of multilines, leaders and tables, which every drawing
+/// has, go with what is drawn in them, which is told by itself.
+constexpr auto ObjectsWithLengths = std::to_array<std::string_view>({"GEODATA", "XRECORD"});
 
 bool IsLengthOfObject(int code) {
     return (code >= 10 && code < 60) || (code >= 110 && code < 150) || IsLengthOfData(code);
