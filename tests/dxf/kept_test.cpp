@@ -138,6 +138,24 @@ TEST(DxfKept, NewHandlesLieBeyondAllThatWereRead) {
     EXPECT_GT(again.handleSeed, again.blocks[0].entities.back().handle);
 }
 
+/// Read and written again and again, the file is the same: nothing is added by each saving.
+void ExpectSteady(const std::string& text) {
+    const std::string once = WriteDxf(Read(text));
+    EXPECT_EQ(WriteDxf(Read(once)), once);
+}
+
+TEST(DxfKept, ADictionaryWhoseBracketWasLeftOpenTakesNewEntriesOnce) {
+    ExpectSteady(Drawing(Line("A1"),
+                         "|3 ACAD_MLINESTYLE|350 D|0 DICTIONARY|5 D|102 {ACAD_REACTORS|330 C|330 C|100 "
+                         "AcDbDictionary|281 1"));
+}
+
+TEST(DxfKept, ADimensionStyleAmongEntitiesKeepsItsHandle) {
+    const std::string text = Drawing(Line("A1") + "|0 DIMSTYLE|105 33|330 1F|100 AcDbEntity|2 Odd");
+    ExpectHolds(WriteDxf(Read(text)), "0 DIMSTYLE|105 33");
+    ExpectSteady(text);
+}
+
 TEST(DxfKept, HandlesOfKeptRecordsThatStandTwiceAreToldAndChanged) {
     const DrawingData data = Read(Drawing(Line("A1") + "|" + Hatch("A1")));
     EXPECT_NE(test::NotesOf(data).find("handle used twice: A1"), std::string::npos);

@@ -99,12 +99,6 @@ bool IsCommonValue(int code) {
     return code == 8 || code == 6 || code == 62 || code == 370 || code == 48 || code == 60 || code == 67;
 }
 
-std::string_view WithoutBlanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string_view::npos ? std::string_view{}
-                                           : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 /// Lets what has a value fall through and gathers the rest.
 class Sieve {
   public:
@@ -183,6 +177,9 @@ class Sieve {
     bool mInBrackets = false, mEmbedded = false, mInColumns = false;
 };
 
+/// The group of a record's own handle; in a dimension style 5 was an arrow's name.
+int HandleCodeOf(std::string_view kind) { return kind == "DIMSTYLE" ? 105 : 5; }
+
 void TakeLeftovers(const Understood& kind, Groups groups, KeptGroups& kept) {
     Sieve sieve(kind, kept);
     const bool isBody = Holds(kind.values, 290) && Holds(kind.values, 3);
@@ -225,10 +222,11 @@ std::string TextOfGroups(Groups groups) {
     return text;
 }
 
-KeptRecord KeptRecordOf(const Record& record, int handleCode) {
+KeptRecord KeptRecordOf(const Record& record) {
     KeptRecord kept;
     kept.name = record.name;
-    if (const Group* const handle = FindGroup(record.groups, handleCode)) kept.handle = HandleOf(*handle);
+    if (const Group* const handle = FindGroup(record.groups, HandleCodeOf(record.name)))
+        kept.handle = HandleOf(*handle);
     kept.owner = OwnerIn(record.groups);
     kept.groups = TextOfGroups(record.groups);
     return kept;
@@ -297,7 +295,7 @@ void CountLost(std::map<std::string, std::size_t>& lost, const std::string& kind
 }
 
 void ChangeOwnHandle(KeptRecord& record, HandleValue handle) {
-    const int code = record.name == "DIMSTYLE" ? 105 : 5;
+    const int code = HandleCodeOf(record.name);
     std::string text;
     bool isChanged = false;
     GroupWalk walk(record.groups);

@@ -15,8 +15,8 @@ bool IsUnderstoodKind(std::string_view name);
 
 /// All groups of a record.
 std::string TextOfGroups(std::span<const Group> groups);
-/// A record as a whole. `handleCode` is the group of its own handle: 105 in a dimension style, else 5.
-KeptRecord KeptRecordOf(const Record& record, int handleCode = 5);
+/// A record as a whole.
+KeptRecord KeptRecordOf(const Record& record);
 
 /// What an understood entity's record holds besides its values; extended data are values. Brackets and
 /// embedded objects have to stand in the record still.

@@ -7,15 +7,15 @@
 #include "base/handle_text.h"
 
 namespace brenvik {
-namespace {
-
-constexpr std::string_view LineEnd = "\r\n";
-
 std::string_view WithoutBlanks(std::string_view text) {
     const std::size_t first = text.find_first_not_of(' ');
     return first == std::string_view::npos ? std::string_view{}
                                            : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
+
+namespace {
+
+constexpr std::string_view LineEnd = "\r\n";
 
 std::string_view TakeLine(std::string_view& rest) {
     const std::size_t end = rest.find('\n');

@@ -42,6 +42,9 @@ std::string GroupOfOpacity(std::uint8_t opacity);
 /// Groups with a true colour, as what an entity (`isLayer`: a layer) has besides its values.
 Kept<KeptGroups> GroupsOfTrueColor(std::uint32_t color, bool isLayer = false);
 
+/// A value as it stands in a file, without the blanks around it.
+std::string_view WithoutBlanks(std::string_view text);
+
 /// Whether the group refers to another record by its handle.
 bool IsReference(int code);
 

@@ -165,8 +165,7 @@ void KeepEntry(Reading& reading, const Record& record) {
         }
         return;
     }
-    TableOf(reading, record.name)
-        .entries.push_back(KeptRecordOf(record, record.name == "DIMSTYLE" ? 105 : 5));
+    TableOf(reading, record.name).entries.push_back(KeptRecordOf(record));
 }
 
 template <typename Entry>

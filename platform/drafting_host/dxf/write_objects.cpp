@@ -226,19 +226,23 @@ class ObjectWriter {
         mOut.Raw(groups);
     }
 
-    /// A dictionary's new entries stand behind the others, and before what another class adds to it.
+    /// A dictionary's new entries stand behind the others, and before what another class adds to it. A
+    /// bracket that was left open would hide them, and each saving would add them again.
     static std::string WithEntries(const std::string& groups, const std::string& added) {
         std::size_t end = 0, at = 0;
-        bool isDictionary = false;
+        bool isDictionary = false, inBrackets = false;
         GroupWalk walk(groups);
         while (walk.Next()) {
             at += walk.Text().size();
             const int code = walk.Code();
             if (code >= 1000 || (code == 100 && isDictionary)) break;
             if (code == 100) isDictionary = true;
+            if (code == 102) inBrackets = WithoutBlanks(walk.Value()).starts_with('{');
             end = at;
         }
-        return groups.substr(0, end) + added + groups.substr(end);
+        std::string closing;
+        if (inBrackets) AppendGroup(closing, 102, "}");
+        return groups.substr(0, end) + closing + added + groups.substr(end);
     }
 
     /// The members that are left, those that go through unread, and new ones at the end.
