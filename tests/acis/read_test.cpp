@@ -23,6 +23,7 @@
 #include <cmath>
 #include <numbers>
 #include <random>
+#include <sstream>
 
 namespace brenvik::acis::testing {
 namespace {
@@ -119,6 +120,38 @@ TEST(ReadText, AppliesScaleOfTheTransformButNotOfTheHead) {
     EXPECT_EQ(Corners(body).front().X(), 7);
     EXPECT_EQ(Corners(body).back().X(), 257);
     EXPECT_EQ(ReadText(text).header.millimetresPerUnit, 25.4);
+}
+
+TEST(ReadText, AHeadWhoseUnitIsNoNumberIsRemembered) {
+    for (const std::string unit : {"nan", "abc"}) {
+        const std::string text = Replaced(Placed(DrilledPanel(),
+                                                 "1 0 0 0 1 0 0 0 1 0 0 0 1 no_rotate "
+                                                 "no_reflect no_shear"),
+                                          "\n1 9.99", "\n" + unit + " 9.99");
+        EXPECT_EQ(ReadText(text).header.unreadableUnit, unit);
+        EXPECT_EQ(ReadText(text).bodies.size(), 1U);
+    }
+}
+
+TEST(ReadText, CountsOfTheHeadThatContradictTheTextAreTold) {
+    std::string text;
+    for (const std::string& line : WriteText(DrilledPanel())) text += line + "\n";
+    EXPECT_TRUE(ReadText(text).problems.empty());
+    std::istringstream head(text);
+    std::string version, records, bodies;
+    head >> version >> records >> bodies;
+    const std::string behind = text.substr(text.find(" " + bodies + " ") + 2 + bodies.size());
+    const auto told = [&](const std::string& counts) {
+        const ReadResult read = ReadText(version + " " + counts + " " + behind);
+        EXPECT_EQ(read.bodies.size(), 1U);
+        EXPECT_EQ(read.problems.size(), 1U) << counts;
+        return read.problems.empty() ? Problem() : read.problems.front();
+    };
+    EXPECT_TRUE(told(records + " 2").lost);
+    EXPECT_EQ(told(records + " 2").text, "the head counts 2 bodies, found 1");
+    EXPECT_FALSE(told(records + " 0").lost);
+    EXPECT_EQ(told(records + " 0").text, "the head counts 0 bodies, found 1: all of them are read");
+    EXPECT_FALSE(told("5 1").lost);
 }
 
 TEST(ReadText, AppliesReflection) {

@@ -95,9 +95,8 @@ TEST(ReadBack, NoMadeBodyIsLostInSilence) {
         }
     }
     EXPECT_GE(tally.bodies, LongSet() ? 280 : 12);
-    // Told, not lost: tori open on all sides, hollowed free forms, rounded edges that end beside their
-    // vertices.
-    EXPECT_LE(tally.told * 12, tally.bodies)
+    // Told, not lost: rounded edges that end beside their vertices, loops torn on loosened free forms.
+    EXPECT_LE(tally.told * (LongSet() ? 50 : 12), tally.bodies)
         << tally.told << " of " << tally.bodies << " could not be written";
 }
 

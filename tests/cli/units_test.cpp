@@ -193,6 +193,20 @@ TEST_F(Units, FilesOfOtherSystemsComeAndGoInTheirUnit) {
     }
 }
 
+TEST_F(Units, AnAcisHeadWhoseUnitIsNoNumberIsTold) {
+    MakeHome("metric");
+    WriteBoard("board.dxf", 0);
+    Run({"convert", "board.dxf", "a.sat"});
+    Write("a.sat", std::regex_replace(Read("a.sat"), std::regex("\n1 "), "\nabc ",
+                                      std::regex_constants::format_first_only));
+    const auto listed = Run({"list", "a.sat"});
+    EXPECT_EQ(listed.status, 1);
+    EXPECT_NE(
+        listed.errors.find("a.sat:3: the head names no unit: expected millimetres per unit, found 'abc'"),
+        std::string::npos)
+        << listed.errors;
+}
+
 TEST_F(Units, WhatIsWrittenNamesItsUnit) {
     MakeHome("imperial");
     WriteBoard("board.dxf", 0);

@@ -3,11 +3,17 @@
 
 #include <gtest/gtest.h>
 #include <BRepAlgoAPI_Common.hxx>
+#include <BRepBuilderAPI_MakeWire.hxx>
+#include <BRepBuilderAPI_NurbsConvert.hxx>
 #include <BRep_Builder.hxx>
+#include <GeomAPI_PointsToBSpline.hxx>
+#include <Geom_BSplineCurve.hxx>
+#include <TColgp_Array1OfPnt.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Compound.hxx>
 
+#include <cmath>
 #include <numbers>
 
 #include "base/failure.h"
@@ -98,6 +104,31 @@ TEST(Mass, OnlySolidsAreSolid) {
     EXPECT_TRUE(IsSolid(both));
     builder.Add(both, TopExp_Explorer(board, TopAbs_FACE).Current());
     EXPECT_FALSE(IsSolid(both));
+}
+
+TEST(Mass, SplinesHaveTheVolumeOfWhatTheyStandFor) {
+    const auto volumeOf = [](const TopoDS_Shape& shape) {
+        return Volume(BRepBuilderAPI_NurbsConvert(shape, true).Shape());
+    };
+    EXPECT_NEAR(volumeOf(BRepPrimAPI_MakeCylinder(20, 100).Shape()), pi * 40000, 0.1);
+    EXPECT_NEAR(volumeOf(BRepPrimAPI_MakeCone(20, 10, 60).Shape()), pi * 14000, 0.1);
+    EXPECT_NEAR(volumeOf(DrilledBoard(600, 400, 18, 3)), (600.0 * 400 - 3 * pi * 6.25) * 18, 0.1);
+}
+
+TEST(Mass, AnExtrudedProfileOfManySpansHasTheVolumeOfItsProfile) {
+    TColgp_Array1OfPnt points(1, 25);
+    for (int i = 1; i <= 25; ++i) points(i) = gp_Pnt(10 * (i - 1), 20 + 5 * std::sin(i), 0);
+    const auto profile = GeomAPI_PointsToBSpline(points, 3, 3).Curve();
+    const gp_Pnt from = points(25), to = points(1);
+    BRepBuilderAPI_MakeWire wire(BRepBuilderAPI_MakeEdge(profile).Edge());
+    wire.Add(BRepBuilderAPI_MakeEdge(from, gp_Pnt(from.X(), 0, 0)).Edge());
+    wire.Add(BRepBuilderAPI_MakeEdge(gp_Pnt(from.X(), 0, 0), gp_Pnt(0, 0, 0)).Edge());
+    wire.Add(BRepBuilderAPI_MakeEdge(gp_Pnt(0, 0, 0), to).Edge());
+    const TopoDS_Face face = BRepBuilderAPI_MakeFace(wire.Wire()).Face();
+    const TopoDS_Shape moulding = BRepPrimAPI_MakePrism(face, gp_Vec(0, 0, 900)).Shape();
+    const double expected = Area(face) * 900;
+    EXPECT_NEAR(Volume(moulding), expected, 1e-7 * expected);
+    EXPECT_NEAR(Volume(BRepBuilderAPI_NurbsConvert(moulding, true).Shape()), expected, 1e-7 * expected);
 }
 
 TEST(Mass, NullShapeHasNoVolumeAndIsNotValid) {

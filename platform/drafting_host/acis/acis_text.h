@@ -32,6 +32,7 @@ struct TextHeader {
     std::string modeller;      ///< Its modelling kernel.
     std::string date;          ///< Often empty.
     double millimetresPerUnit = 0;
+    std::string unreadableUnit;  ///< What stands there instead of a number; empty where one does.
 };
 
 /// The outcome of reading one text.

@@ -20,6 +20,9 @@
 #include <TopoDS_Face.hxx>
 #include <gp_Sphere.hxx>
 
+#include "base/failure.h"
+#include "drafting_host/solids/mass.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -30,7 +33,8 @@ namespace {
 // What goes wrong in reading is a whole face or its complement, so faces are compared roughly: by chords of
 // their boundaries, and where those disagree by the modeller's integration, which over splines is no finer.
 constexpr double AreaShare = 0.01;
-constexpr double VolumeShare = 1e-3;
+// Edges that gape a little change a thin board by that much.
+constexpr double VolumeShare = 2e-3;
 constexpr int Chords = 16;
 // Edges that the writer fits anew are held to this.
 constexpr double Fitted = 1e-6;
@@ -132,12 +136,6 @@ double IntegratedArea(const TopoDS_Face& face) {
     return std::abs(area.Mass());
 }
 
-double IntegratedVolume(const TopoDS_Shape& shape) {
-    GProp_GProps volume;
-    BRepGProp::VolumeProperties(shape, volume);
-    return volume.Mass();
-}
-
 bool SameFace(const TopoDS_Face& before, const Gauge& was, const TopoDS_Face& after, const Gauge& is) {
     if (was.kind == is.kind && std::abs(was.area - is.area) <= 1e-3 * was.area) return true;
     const double area = IntegratedArea(before);
@@ -145,12 +143,10 @@ bool SameFace(const TopoDS_Face& before, const Gauge& was, const TopoDS_Face& af
     return std::abs(IntegratedArea(after) - area) <= AreaShare * area + 4 * gap * was.perimeter;
 }
 
-// `integrated`: the volume too, where the body was written with other surfaces than its own.
-std::optional<std::string> Difference(const TopoDS_Shape& before, const TopoDS_Shape& after,
-                                      bool integrated) {
-    const std::size_t solids = SolidsOf(before);
-    if (SolidsOf(after) != solids)
-        return std::to_string(solids) + " solids became " + std::to_string(SolidsOf(after));
+std::optional<std::string> Difference(const TopoDS_Shape& before, const TopoDS_Shape& after) {
+    const std::size_t count = SolidsOf(before);
+    if (SolidsOf(after) != count)
+        return std::to_string(count) + " solids became " + std::to_string(SolidsOf(after));
     const std::vector<TopoDS_Face> was = FacesOf(before);
     const std::vector<TopoDS_Face> is = FacesOf(after);
     if (was.size() != is.size())
@@ -172,9 +168,9 @@ std::optional<std::string> Difference(const TopoDS_Shape& before, const TopoDS_S
     }
     const double moved = std::max((all.low - allAfter.low).Modulus(), (all.high - allAfter.high).Modulus());
     if (all.low.X() <= all.high.X() && moved > 1e-5 + 2 * gap) return std::string("the corners moved");
-    if (!integrated || solids == 0) return std::nullopt;
-    const double volume = IntegratedVolume(before);
-    if (std::abs(IntegratedVolume(after) - volume) > VolumeShare * std::abs(volume))
+    if (count == 0) return std::nullopt;
+    const double volume = solids::Volume(before);
+    if (std::abs(solids::Volume(after) - volume) > VolumeShare * std::abs(volume))
         return std::string("the volume changed");
     return std::nullopt;
 }
@@ -199,17 +195,18 @@ TopoDS_Shape AsSplines(const TopoDS_Shape& shape) { return BRepBuilderAPI_NurbsC
 
 }  // namespace
 
-std::optional<std::string> ReadBackFault(const TopoDS_Shape& shape, const std::vector<std::string>& lines,
-                                         bool integrated) {
+std::optional<std::string> ReadBackFault(const TopoDS_Shape& shape, const std::vector<std::string>& lines) {
     const ReadResult read = ReadText(Joined(lines));
     for (const Problem& problem : read.problems) {
         if (problem.lost) return problem.text;
     }
     if (read.bodies.size() != 1) return std::string("no body came back");
     try {
-        return Difference(shape, read.bodies.front(), integrated);
+        return Difference(shape, read.bodies.front());
     } catch (const Standard_Failure& failure) {
         return std::string("its faces cannot be measured: ") + failure.DynamicType()->Name();
+    } catch (const Failure& failure) {
+        return std::string("its volume cannot be measured: ") + failure.what();
     }
 }
 
@@ -222,7 +219,7 @@ ProvenBody ProveBody(const TopoDS_Shape& shape) {
             body.shape = way == nullptr ? shape : way(shape);
             body.lines = WriteText(body.shape);
             if (way == nullptr && FitsPlainly(shape)) return body;
-            const auto found = ReadBackFault(shape, body.lines, way != nullptr);
+            const auto found = ReadBackFault(shape, body.lines);
             if (!found) return body;
             if (fault.empty()) fault = "the body would not come back as it is: " + *found;
         } catch (const WriteFailure& failure) {

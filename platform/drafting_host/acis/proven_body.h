@@ -14,9 +14,7 @@ namespace brenvik::acis {
 bool FitsPlainly(const TopoDS_Shape& shape);
 
 /// What is lost or changed when the text of a shape is read again: the solids, the faces, the size of each,
-/// or the corners; when `integrated` the volume too, which follows from the faces where their surfaces are
-/// the shape's own. Empty where nothing is.
-std::optional<std::string> ReadBackFault(const TopoDS_Shape& shape, const std::vector<std::string>& lines,
-                                         bool integrated = true);
+/// the corners, or the volume. Empty where nothing is.
+std::optional<std::string> ReadBackFault(const TopoDS_Shape& shape, const std::vector<std::string>& lines);
 
 }  // namespace brenvik::acis

@@ -4,7 +4,29 @@
 #include "drafting_host/acis/binary_records.h"
 #include "drafting_host/acis/shape_builder.h"
 
+#include <algorithm>
+
 namespace brenvik::acis {
+namespace {
+
+/// The head counts the bodies, and with them the record that heads late texts.
+void CheckBodyCount(const RecordText& split, std::vector<Problem>& problems) {
+    const auto named = [&](std::string_view name) {
+        return std::ranges::count(split.records, name, &Record::name);
+    };
+    const long bodies = named("body"), all = bodies + named("asmheader");
+    const long declared = split.header.declaredBodies;
+    // Some writers leave their header out of the count.
+    if (!split.problems.empty() || declared == all || declared == bodies) return;
+    const std::string found =
+        "the head counts " + std::to_string(declared) + " bodies, found " + std::to_string(bodies);
+    if (declared > all)
+        problems.push_back({1, -1, found});
+    else
+        problems.push_back({1, -1, found + ": all of them are read", false});
+}
+
+}  // namespace
 
 ReadResult ReadText(std::string_view text) {
     RecordText split = IsBinary(text) ? SplitBinaryRecords(text) : SplitRecords(text);
@@ -33,6 +55,7 @@ ReadResult ReadText(std::string_view text) {
     if (split.readable && split.problems.empty() && result.bodies.empty() && result.problems.empty()) {
         result.problems.push_back({0, -1, "the text holds no body record"});
     }
+    if (split.readable) CheckBodyCount(split, result.problems);
     result.problems.insert(result.problems.begin(), split.problems.begin(), split.problems.end());
     return result;
 }

@@ -212,7 +212,11 @@ void Splitter::ReadScaleLine(std::string_view line) {
     if (first == std::string_view::npos) return;
     const std::size_t end = std::min(line.find_first_of(" \t", first), line.size());
     double value = 0;
-    if (ParseNumber(line.substr(first, end - first), value)) mResult.header.millimetresPerUnit = value;
+    const std::string_view unit = line.substr(first, end - first);
+    if (ParseNumber(unit, value))
+        mResult.header.millimetresPerUnit = value;
+    else
+        mResult.header.unreadableUnit = Shortened(unit);
 }
 
 bool Splitter::SkipBlanks() {
@@ -338,6 +342,11 @@ void Splitter::CheckCompleteness() {
         Tell(mLineNumber, found,
              "the text breaks off after " + std::to_string(found) +
                  " records; expected a record or the end mark");
+    } else if (declared > 0 && found > declared) {
+        mResult.problems.push_back({1, -1,
+                                    "the head counts " + std::to_string(declared) + " records, found " +
+                                        std::to_string(found) + ": all of them are read",
+                                    false});
     }
 }
 

@@ -200,6 +200,12 @@ void ImportAcis(HostDocument& document, std::string_view content, const std::fil
     const double own = read.header.millimetresPerUnit;
     const UnitStep step = StepToDrawing(units, own > 0 ? std::optional(AsNamedUnit(own)) : std::nullopt);
     document.Tables().notes = step.notes;
+    if (!read.header.unreadableUnit.empty()) {
+        constexpr std::size_t unitLine = 3;
+        document.Tables().notes.push_back(
+            {unitLine, "the head names no unit: expected millimetres per unit, found '" +
+                           read.header.unreadableUnit + "'; lengths are taken as they are"});
+    }
     if (units.drawing) SetUnit(document, *units.drawing);
     const std::string stem = path.stem().string();
     int number = 0;

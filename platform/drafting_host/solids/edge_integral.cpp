@@ -20,14 +20,15 @@ constexpr std::array<std::pair<double, double>, 5> GaussPoints{{{0.1488743389816
                                                                 {0.8650633666889845, 0.1494513491505806},
                                                                 {0.9739065285171717, 0.0666713443086881}}};
 
-/// Sums `integrand(point, tangent)` over the curve, piece by piece between its knots. Pieces are halved
-/// `refine` times so that conics (up to a full turn) reach the accuracy of doubles.
+/// Sums `integrand(point, tangent)` over the curve, piece by piece between its knots, each of which bends
+/// anew. Pieces are halved `refine` times so that conics (up to a full turn) reach the accuracy of doubles.
 template <class Value, class Integrand>
 Value Integrate(const BRepAdaptor_Curve& curve, Value sum, const Integrand& integrand) {
-    const int spans = std::max(1, curve.NbIntervals(GeomAbs_C2));
+    const int spans = std::max(1, curve.NbIntervals(GeomAbs_CN));
     TColStd_Array1OfReal knots(1, spans + 1);
-    curve.Intervals(knots, GeomAbs_C2);
-    const int pieces = spans == 1 ? 16 : 4;
+    curve.Intervals(knots, GeomAbs_CN);
+    constexpr int fewSpans = 8;
+    const int pieces = spans == 1 ? 16 : spans < fewSpans ? 4 : 1;
     for (int span = 1; span <= spans; ++span) {
         const double width = (knots(span + 1) - knots(span)) / pieces;
         for (int piece = 0; piece < pieces; ++piece) {

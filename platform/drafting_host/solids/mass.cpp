@@ -15,6 +15,7 @@
 #include <cmath>
 
 #include "drafting_host/solids/edge_integral.h"
+#include "drafting_host/solids/free_share.h"
 #include "drafting_host/solids/guard.h"
 
 namespace brenvik::solids {
@@ -64,6 +65,8 @@ double VolumeShare(const TopoDS_Face& face, const gp_XYZ& origin) {
         const gp_XYZ apex = surface.Cone().Apex().XYZ();
         return (apex - origin).Dot(VectorArea(face, origin)) / 3;
     }
+    const bool isRound = surface.GetType() == GeomAbs_Sphere || surface.GetType() == GeomAbs_Torus;
+    if (const auto share = isRound ? std::nullopt : FreeShare(face, origin)) return *share;
     // The modeller's fixed Gauss rule is exact for spheres and tori; its adaptive one gains nothing there
     // and takes ten times as long on free forms.
     BRepGProp_Face integrand(face);
