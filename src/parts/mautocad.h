@@ -49,12 +49,6 @@ int IndexOfSmallest(float a, float b, float c);
 /// The index that is neither of two: 6 less their sum.
 int ThirdIndex(int i, int j);
 
-/// Takes the first of the three extents that equals the value, read as a number, and is not taken yet, in
-/// the count of matching sizes. False when none qualifies.
-bool ConsumeExtent(std::string_view value, double a, double b, double c);
-/// The same walk in the matching of labels; the extent as text, or "0" when none qualifies.
-std::string MatchOldValue(std::string_view text, double a, double b, double c);
-
 }  // namespace mAutoCAD
 
 }  // namespace brenvik

@@ -3,7 +3,6 @@
 #include "base/numbers.h"
 #include "parts/extent_matching.h"
 #include "parts/mautocad.h"
-#include "session/module_state.h"
 
 namespace brenvik::mAutoCAD {
 
@@ -26,13 +25,7 @@ Match TakeEqual(ExtentsTaken& taken, double value, double a, double b, double c)
     return {};
 }
 
-ExtentMatchingState& State() { return StateOf<ExtentMatchingState>(); }
-
 }  // namespace
-
-void ClearExtentsTakenForCount() { State().ExtentTakenForCount = {}; }
-void ClearExtentsTakenForMatch() { State().ExtentTakenForMatch = {}; }
-const ExtentsTaken& ExtentsTakenForMatch() { return State().ExtentTakenForMatch; }
 
 double SmallestOfThree(double a, double b, double c) {
     a = RoundHalfEven(a, 5);
@@ -84,12 +77,12 @@ int IndexOfSmallest(float a, float b, float c) {
 
 int ThirdIndex(int i, int j) { return 6 - (i + j); }
 
-bool ConsumeExtent(std::string_view value, double a, double b, double c) {
-    return TakeEqual(State().ExtentTakenForCount, LenientNumber(value), a, b, c).found;
+bool ConsumeExtent(ExtentsTaken& taken, std::string_view value, double a, double b, double c) {
+    return TakeEqual(taken, LenientNumber(value), a, b, c).found;
 }
 
-std::string MatchOldValue(std::string_view text, double a, double b, double c) {
-    const Match match = TakeEqual(State().ExtentTakenForMatch, LenientNumber(text), a, b, c);
+std::string MatchOldValue(ExtentsTaken& taken, std::string_view text, double a, double b, double c) {
+    const Match match = TakeEqual(taken, LenientNumber(text), a, b, c);
     return match.found ? NumberToText(match.extent) : "0";
 }
 

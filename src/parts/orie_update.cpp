@@ -50,18 +50,19 @@ bool SameSum(double a, double b) {
 }
 
 int CountMatches(const OrieUpdate& update) {
-    ClearExtentsTakenForCount();
+    ExtentsTaken taken;
     const auto& [Small, Mid, Big] = update.extents;
     int MatchCount = 0;
     for (const std::string* old :
          {&update.oldSizes.length, &update.oldSizes.width, &update.oldSizes.thickness})
-        if (ConsumeExtent(*old, Small, Big, Mid)) ++MatchCount;
+        if (ConsumeExtent(taken, *old, Small, Big, Mid)) ++MatchCount;
     return MatchCount;
 }
 
-/// Fills the labels with the extents that they kept, and tells whether it is clear which one changed.
-void MatchLabels(OrieUpdate& update, Relabelling& relabelling) {
-    ClearExtentsTakenForMatch();
+/// Fills the labels with the extents that they kept, and notes whether it is clear which one changed. Returns
+/// the extents that are taken.
+ExtentsTaken MatchLabels(OrieUpdate& update, Relabelling& relabelling) {
+    ExtentsTaken taken;
     const auto& [Small, Mid, Big] = update.extents;
     const auto& old = update.oldSizes;
     update.labels = {LabelRecord{"L", "0", old.length}, LabelRecord{"W", "0", old.width},
@@ -69,23 +70,23 @@ void MatchLabels(OrieUpdate& update, Relabelling& relabelling) {
     int Unmatched = 0;
     for (int label = 1; label <= 3; ++label) {
         LabelRecord& record = update.Label(label);
-        record.NewValue = MatchOldValue(record.OldValue, Small, Big, Mid);
+        record.NewValue = MatchOldValue(taken, record.OldValue, Small, Big, Mid);
         if (LenientNumber(record.NewValue) != 0) continue;
         ++Unmatched;
         relabelling.ChangedLabel = label;
     }
     if (Unmatched > 1) update.Ambiguous = true;
-    if (Unmatched != 1) return;
+    if (Unmatched != 1) return taken;
     // Of two equal old sizes one can't tell which it was that changed.
     for (int label = 1; label <= 3; ++label)
         if (label != relabelling.ChangedLabel &&
             update.Label(label).OldValue == update.Label(relabelling.ChangedLabel).OldValue)
             update.Ambiguous = true;
+    return taken;
 }
 
 /// Gives the extent that is left over to the label that lost its own.
-void PlaceFreeExtent(OrieUpdate& update, Relabelling& relabelling) {
-    const ExtentsTaken& taken = ExtentsTakenForMatch();
+void PlaceFreeExtent(OrieUpdate& update, Relabelling& relabelling, const ExtentsTaken& taken) {
     const double FreeExtent = !taken.Small ? update.extents.Small
                               : !taken.Mid ? update.extents.Mid
                                            : update.extents.Big;
@@ -129,8 +130,8 @@ void Relabel(OrieUpdate& update) {
     Relabelling relabelling;
     relabelling.IsCube = SameSum(3 * Small, Small + Big + Mid);
     relabelling.HasTwoEqual = (Small == Big || Big == Mid || Mid == Small) && !relabelling.IsCube;
-    MatchLabels(update, relabelling);
-    PlaceFreeExtent(update, relabelling);
+    const ExtentsTaken taken = MatchLabels(update, relabelling);
+    PlaceFreeExtent(update, relabelling, taken);
     update.Letters = ChooseLetters(update, relabelling);
 }
 

@@ -62,53 +62,52 @@ TEST(ThirdIndex, IsWhatTheTwoOthersLeave) {
 }
 
 TEST(ConsumeExtent, TakesAnExtentOnce) {
-    ClearExtentsTakenForCount();
-    EXPECT_TRUE(ConsumeExtent("400", 18, 600, 400));
-    EXPECT_FALSE(ConsumeExtent("400", 18, 600, 400));
-    EXPECT_TRUE(ConsumeExtent("18", 18, 600, 400));
-    EXPECT_FALSE(ConsumeExtent("601", 18, 600, 400));
-    EXPECT_TRUE(ConsumeExtent("600", 18, 600, 400));
+    ExtentsTaken taken;
+    EXPECT_TRUE(ConsumeExtent(taken, "400", 18, 600, 400));
+    EXPECT_FALSE(ConsumeExtent(taken, "400", 18, 600, 400));
+    EXPECT_TRUE(ConsumeExtent(taken, "18", 18, 600, 400));
+    EXPECT_FALSE(ConsumeExtent(taken, "601", 18, 600, 400));
+    EXPECT_TRUE(ConsumeExtent(taken, "600", 18, 600, 400));
 }
 
 TEST(ConsumeExtent, GivesEqualExtentsToEqualValuesOneByOne) {
-    ClearExtentsTakenForCount();
-    EXPECT_TRUE(ConsumeExtent("18", 18, 18, 18));
-    EXPECT_TRUE(ConsumeExtent("18", 18, 18, 18));
-    EXPECT_TRUE(ConsumeExtent("18", 18, 18, 18));
-    EXPECT_FALSE(ConsumeExtent("18", 18, 18, 18));
+    ExtentsTaken taken;
+    EXPECT_TRUE(ConsumeExtent(taken, "18", 18, 18, 18));
+    EXPECT_TRUE(ConsumeExtent(taken, "18", 18, 18, 18));
+    EXPECT_TRUE(ConsumeExtent(taken, "18", 18, 18, 18));
+    EXPECT_FALSE(ConsumeExtent(taken, "18", 18, 18, 18));
 }
 
 TEST(ConsumeExtent, ComparesItsTextAsANumber) {
-    ClearExtentsTakenForCount();
-    EXPECT_TRUE(ConsumeExtent("18.0 mm", 18, 600, 400));
-    EXPECT_FALSE(ConsumeExtent("", 18, 600, 400));
+    ExtentsTaken taken;
+    EXPECT_TRUE(ConsumeExtent(taken, "18.0 mm", 18, 600, 400));
+    EXPECT_FALSE(ConsumeExtent(taken, "", 18, 600, 400));
 }
 
 TEST(MatchOldValue, GivesTheMatchedExtentAsText) {
-    ClearExtentsTakenForMatch();
-    EXPECT_EQ(MatchOldValue("600.50", 18, 600.5, 400), "600.5");
-    EXPECT_EQ(MatchOldValue("600.5", 18, 600.5, 400), "0");
-    EXPECT_EQ(MatchOldValue("18", 18, 600.5, 400), "18");
-    EXPECT_TRUE(ExtentsTakenForMatch().Small);
-    EXPECT_TRUE(ExtentsTakenForMatch().Big);
-    EXPECT_FALSE(ExtentsTakenForMatch().Mid);
+    ExtentsTaken taken;
+    EXPECT_EQ(MatchOldValue(taken, "600.50", 18, 600.5, 400), "600.5");
+    EXPECT_EQ(MatchOldValue(taken, "600.5", 18, 600.5, 400), "0");
+    EXPECT_EQ(MatchOldValue(taken, "18", 18, 600.5, 400), "18");
+    EXPECT_TRUE(taken.Small);
+    EXPECT_TRUE(taken.Big);
+    EXPECT_FALSE(taken.Mid);
 }
 
 TEST(MatchOldValue, OfEqualExtentsTakesTheLargestAheadOfTheMiddle) {
-    ClearExtentsTakenForMatch();
-    EXPECT_EQ(MatchOldValue("600", 18, 600, 600), "600");
-    EXPECT_TRUE(ExtentsTakenForMatch().Big);
-    EXPECT_FALSE(ExtentsTakenForMatch().Mid);
-    EXPECT_EQ(MatchOldValue("600", 18, 600, 600), "600");
-    EXPECT_TRUE(ExtentsTakenForMatch().Mid);
-    EXPECT_FALSE(ExtentsTakenForMatch().Small);
+    ExtentsTaken taken;
+    EXPECT_EQ(MatchOldValue(taken, "600", 18, 600, 600), "600");
+    EXPECT_TRUE(taken.Big);
+    EXPECT_FALSE(taken.Mid);
+    EXPECT_EQ(MatchOldValue(taken, "600", 18, 600, 600), "600");
+    EXPECT_TRUE(taken.Mid);
+    EXPECT_FALSE(taken.Small);
 }
 
 TEST(MatchOldValue, WalksApartFromTheCount) {
-    ClearExtentsTakenForCount();
-    ClearExtentsTakenForMatch();
-    EXPECT_TRUE(ConsumeExtent("18", 18, 600, 400));
-    EXPECT_EQ(MatchOldValue("18", 18, 600, 400), "18");
+    ExtentsTaken counted, matched;
+    EXPECT_TRUE(ConsumeExtent(counted, "18", 18, 600, 400));
+    EXPECT_EQ(MatchOldValue(matched, "18", 18, 600, 400), "18");
 }
 
 }  // namespace

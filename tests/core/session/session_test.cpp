@@ -5,7 +5,6 @@
 
 #include "core/fakes/fake_platform.h"
 #include "grid/frm_main.h"
-#include "parts/extent_matching.h"
 #include "parts/mautocad.h"
 #include "parts/part_table.h"
 #include "session/library/loading.h"
@@ -44,12 +43,9 @@ TEST(Session, ResetsTheStateOfEveryModule) {
     };
     auto system = std::make_unique<fakes::LoadedSystem>();
     StateOf<Counter>().value = 7;
-    mAutoCAD::ClearExtentsTakenForMatch();
-    mAutoCAD::MatchOldValue("18", 18, 600, 400);
     EXPECT_EQ(StateOf<Counter>().value, 7);
     system.reset();
     EXPECT_EQ(StateOf<Counter>().value, 0);
-    EXPECT_FALSE(mAutoCAD::ExtentsTakenForMatch().Small);
 }
 
 TEST(Session, ClosesItsConnectionsAtUnload) {
