@@ -19,29 +19,16 @@ namespace {
 
 constexpr std::size_t FirstToolLine = 3;
 
-/// What stands behind the key of a line of a record.
-std::string ValueOf(const std::string& line, std::size_t field) {
-    return line.substr(std::min(MaterialFileKeys()[field].size(), line.size()));
-}
-
-/// The places of the lines that begin a record.
-std::vector<std::size_t> HeadsOf(const std::vector<std::string>& lines) {
-    std::vector<std::size_t> heads;
-    for (std::size_t at = 0; at < lines.size(); ++at)
-        if (StartsWithIgnoreCase(lines[at], MaterialFileKeys().front())) heads.push_back(at);
-    return heads;
-}
-
 void AddFaultsOfRecord(const std::vector<std::string>& lines, std::size_t head, std::size_t end,
                        std::vector<MaterialFault>& faults) {
-    const std::string key = ValueOf(lines[head], 0);
+    const std::string key = MaterialValue(lines[head], 0);
     if (const std::string asked = KeyOfRunsFor(key); !asked.empty())
         faults.push_back({head + 1,
                           "the material " + InQuotes(key) + ": expected the thickness as runs write it: " +
                               InQuotes(asked) + "; no part finds it",
                           false});
     const std::size_t tool = head + FirstToolLine;
-    if (end - head < MaterialFieldCount || !ValueOf(lines[tool], FirstToolLine).empty()) return;
+    if (end - head < MaterialFieldCount || !MaterialValue(lines[tool], FirstToolLine).empty()) return;
     faults.push_back(
         {tool + 1,
          "tool1 of the material " + InQuotes(key) +
@@ -62,7 +49,7 @@ std::string KeyOfRunsFor(std::string_view key) {
 
 std::vector<MaterialFault> FaultsOfLibrary() {
     const FileLines file = ReadFileLines(MaterialsPath());
-    std::vector<std::size_t> heads = HeadsOf(file.lines);
+    std::vector<std::size_t> heads = MaterialHeads(file.lines);
     if (heads.empty())
         return {{1, "expected materials, of fifteen lines each, found none: every part of a run is skipped",
                  false}};

@@ -56,8 +56,6 @@ constexpr std::string_view Head = "material";
 
 bool IsHead(std::string_view line) { return StartsWithIgnoreCase(line, Head); }
 
-std::string ValueOf(std::string_view line, std::size_t field) { return Mid(line, Keys[field].size() + 1); }
-
 /// How many lines the record at a head line has: up to fifteen, ending before the next head.
 std::size_t RecordLength(std::span<const std::string> lines, std::size_t head) {
     std::size_t length = 1;
@@ -68,7 +66,8 @@ std::size_t RecordLength(std::span<const std::string> lines, std::size_t head) {
 
 MaterialTexts TextsAt(std::span<const std::string> lines, std::size_t head, std::size_t length) {
     MaterialTexts texts;
-    for (std::size_t field = 0; field < length; ++field) texts[field] = ValueOf(lines[head + field], field);
+    for (std::size_t field = 0; field < length; ++field)
+        texts[field] = MaterialValue(lines[head + field], field);
     return texts;
 }
 
@@ -86,7 +85,7 @@ std::optional<MaterialDamage> DamageOf(std::span<const std::string> lines, std::
                               "expected " + InQuotes(Keys[field]) + ", found " + InQuotes(line)};
     }
     if (length == MaterialFieldCount) return std::nullopt;
-    return MaterialDamage{head + 1, TooShort(ValueOf(lines[head], Name), length)};
+    return MaterialDamage{head + 1, TooShort(MaterialValue(lines[head], Name), length)};
 }
 
 /// Of a record with all its lines; what one of them lacks has been told as damage.
@@ -123,17 +122,16 @@ std::string PlainContentOf(const std::string& path) {
 std::string ReadPlainText(const std::string& path) { return WesternAsUtf8(PlainContentOf(path)); }
 
 /// Where the records of this key begin, each of them whole.
-std::vector<std::size_t> HeadsOf(std::span<const std::string> lines, std::string_view key) {
+std::vector<std::size_t> WholeRecordsOf(std::span<const std::string> lines, std::string_view key) {
     std::vector<std::size_t> heads;
-    for (std::size_t at = 0; at < lines.size(); ++at) {
-        if (!IsHead(lines[at]) || !SameMaterialKey(ValueOf(lines[at], Name), key)) continue;
+    for (const std::size_t at : MaterialHeads(lines)) {
+        if (!SameMaterialKey(MaterialValue(lines[at], Name), key)) continue;
         const std::size_t length = RecordLength(lines, at);
         // Reading on into the next material would cut with bits of another board.
         if (length < MaterialFieldCount)
             throw InputPastEnd(MaterialsPath() + ":" + std::to_string(at + 1) + ": " +
-                               TooShort(ValueOf(lines[at], Name), length));
+                               TooShort(MaterialValue(lines[at], Name), length));
         heads.push_back(at);
-        at += length - 1;
     }
     return heads;
 }
@@ -141,6 +139,17 @@ std::vector<std::size_t> HeadsOf(std::span<const std::string> lines, std::string
 }  // namespace
 
 std::span<const std::string_view> MaterialFileKeys() { return Keys; }
+
+std::vector<std::size_t> MaterialHeads(std::span<const std::string> lines) {
+    std::vector<std::size_t> heads;
+    for (std::size_t at = 0; at < lines.size(); ++at)
+        if (IsHead(lines[at])) heads.push_back(at);
+    return heads;
+}
+
+std::string MaterialValue(std::string_view line, std::size_t field) {
+    return Mid(line, Keys[field].size() + 1);
+}
 
 MaterialRecord MaterialFromTexts(const MaterialTexts& texts) {
     MaterialRecord record;
@@ -227,7 +236,7 @@ std::string MaterialKey(double thickness, std::string_view materialName, double 
 std::optional<CheckedMaterial> FindCheckedMaterial(std::string_view key) {
     const FileLines file = LinesInUtf8(PlainContentOf(MaterialsPath()));
     const std::vector<std::string>& lines = file.lines;
-    const std::vector<std::size_t> heads = HeadsOf(lines, key);
+    const std::vector<std::size_t> heads = WholeRecordsOf(lines, key);
     if (heads.empty()) return std::nullopt;
     const std::size_t head = heads.back();
     const MaterialTexts texts = TextsAt(lines, head, MaterialFieldCount);
@@ -241,11 +250,6 @@ std::optional<CheckedMaterial> FindCheckedMaterial(std::string_view key) {
 std::optional<MaterialTexts> FindMaterial(std::string_view key) {
     const std::optional<CheckedMaterial> found = FindCheckedMaterial(key);
     return found ? std::optional(found->texts) : std::nullopt;
-}
-
-std::vector<MaterialFault> FaultsOfMaterial(std::string_view key) {
-    const std::optional<CheckedMaterial> found = FindCheckedMaterial(key);
-    return found ? found->faults : std::vector<MaterialFault>{};
 }
 
 std::string MaterialFaultText(const MaterialFault& fault) {

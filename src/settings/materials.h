@@ -94,6 +94,12 @@ void KeepMaterials();
 /// Keeps the present file as `materials.bak`, then writes the new one. Fails with the present file untouched.
 void SaveMaterials(std::span<const MaterialTexts> materials, std::string_view lineEnd);
 
+/// The places of the lines that begin a record: with "material", whatever stands behind it.
+std::vector<std::size_t> MaterialHeads(std::span<const std::string> lines);
+
+/// The value in a line of a record: what stands behind as many characters as the field's key has.
+std::string MaterialValue(std::string_view line, std::size_t field);
+
 // Looking up.
 
 /// The key of a part: its thickness rounded to 2 decimals for an `ExportScaleSetting` of 2 or 3 (a run in
@@ -104,11 +110,6 @@ std::string MaterialKey(double thickness, std::string_view materialName, double 
 /// Nothing where there is none. Fails as reading the file does, and with 62, naming the line, when the record
 /// has fewer than fifteen lines.
 std::optional<MaterialTexts> FindMaterial(std::string_view key);
-
-/// What is wrong with the values that FindMaterial gives for this key, and with the keys in front of them: a
-/// value is read by its position, so one whose key is shorter or longer is cut. Nothing where there is no
-/// such material. Fails as reading does.
-std::vector<MaterialFault> FaultsOfMaterial(std::string_view key);
 
 /// Where a fault stands and what it is, as a message has it.
 std::string MaterialFaultText(const MaterialFault& fault);

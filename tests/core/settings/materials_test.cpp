@@ -1,5 +1,6 @@
 // The material library: reading by position, finding by key, and files that are not what they should be.
 #include "settings/materials.h"
+#include "settings/material_faults.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +8,7 @@
 
 #include "core/fakes/fake_platform.h"
 #include "core/settings/material_fixture.h"
+#include "settings/material_faults.h"
 #include "support/failure_of.h"
 
 namespace brenvik {
@@ -235,25 +237,26 @@ TEST_F(Materials, TellsValuesThatAMaterialCannotHave) {
     };
     for (const ValueCase& c : cases) {
         UseLibrary(Replaced(OakPly, c.good, c.bad));
-        const std::vector<MaterialFault> faults = FaultsOfMaterial("19.05 red oak ply");
+        const std::vector<MaterialFault> faults = FindCheckedMaterial("19.05 red oak ply")->faults;
         ASSERT_EQ(faults.size(), 1U) << c.bad;
         EXPECT_EQ(faults[0].unusable, c.unusable) << c.bad;
         EXPECT_TRUE((std::to_string(faults[0].line) + ": " + faults[0].text).starts_with(c.told)) << c.bad;
     }
     UseLibrary(Replaced(OakPly, "tool1dia=12.7", "tool1dia=abc"));
-    EXPECT_EQ(FaultsOfMaterial("19.05 red oak ply")[0].text, "tool1dia" + name + "\"abc\"" + diameter);
+    EXPECT_EQ(FindCheckedMaterial("19.05 red oak ply")->faults[0].text,
+              "tool1dia" + name + "\"abc\"" + diameter);
     EXPECT_EQ(MaterialFaultText({5, "wrong", true}), "C:\\Brenvik\\materials.txt:5: wrong");
 }
 
 TEST_F(Materials, ExpectsNothingOfAnEmptySlot) {
     UseLibrary(Replaced(Replaced(OakPly, "tool3=3", "tool3=0"), "tool3dia=6.35", "tool3dia="));
-    EXPECT_TRUE(FaultsOfMaterial("19.05 red oak ply").empty());
-    EXPECT_TRUE(FaultsOfMaterial("6 hdf").empty()) << "there is no such material";
+    EXPECT_TRUE(FindCheckedMaterial("19.05 red oak ply")->faults.empty());
+    EXPECT_FALSE(FindCheckedMaterial("6 hdf")) << "there is no such material";
 }
 
 TEST_F(Materials, TellsKeysThatStandTwiceOrThatNoPartCanHave) {
     UseLibrary(OakPly + Replaced(OakPly, "12.7", "8") + Material("3/4 oak"));
-    EXPECT_EQ(FaultsOfMaterial("19.05 red oak ply").at(0).text,
+    EXPECT_EQ(FindCheckedMaterial("19.05 red oak ply")->faults.at(0).text,
               "the material \"19.05 Red Oak Ply\" stands in line 1 already; the last one counts");
     const std::vector<MaterialFault> faults = ReadMaterials().faults;
     ASSERT_EQ(faults.size(), 2U);
