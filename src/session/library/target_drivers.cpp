@@ -10,19 +10,24 @@ namespace brenvik {
 
 namespace {
 
+template <Target target>
+constexpr TargetDriver DriverOf(std::string_view method) {
+    return {static_cast<int>(target), target, method, &commands::CncRunFromGrid<target>};
+}
+
 constexpr auto Drivers = std::to_array<TargetDriver>({
-    {1, "C2C", "BVC2C", &commands::CncRunFromGrid<Target::C2C>},
-    {2, "ATP", "BVATP", &commands::CncRunFromGrid<Target::ATP>},
-    {3, "ROV", "BVRover1", &commands::CncRunFromGrid<Target::ROV>},
-    {4, "CNI", "BVCNI", &commands::CncRunFromGrid<Target::CNI>},
-    {5, "ASP", "BVASP", &commands::CncRunFromGrid<Target::ASP>},
-    {6, "WOP4", "BVWOP4", &commands::CncRunFromGrid<Target::WOP4>},
-    {7, "WOP5", "BVWOP5", &commands::CncRunFromGrid<Target::WOP5>},
-    {8, "THERM", "BVTHERM", &commands::CncRunFromGrid<Target::THERM>},
-    {9, "BW", "BVBW", &commands::CncRunFromGrid<Target::BW>},
-    {10, "Enroute", "BVEnroute", &commands::CncRunFromGrid<Target::Enroute>},
-    {11, "ABC", "BVABC", &commands::CncRunFromGrid<Target::ABC>},
-    {12, "RCIM", "BVRCIM", &commands::CncRunFromGrid<Target::RCIM>},
+    DriverOf<Target::C2C>("BVC2C"),
+    DriverOf<Target::ATP>("BVATP"),
+    DriverOf<Target::ROV>("BVRover1"),
+    DriverOf<Target::CNI>("BVCNI"),
+    DriverOf<Target::ASP>("BVASP"),
+    DriverOf<Target::WOP4>("BVWOP4"),
+    DriverOf<Target::WOP5>("BVWOP5"),
+    DriverOf<Target::THERM>("BVTHERM"),
+    DriverOf<Target::BW>("BVBW"),
+    DriverOf<Target::Enroute>("BVEnroute"),
+    DriverOf<Target::ABC>("BVABC"),
+    DriverOf<Target::RCIM>("BVRCIM"),
 });
 
 }  // namespace

@@ -5,13 +5,15 @@
 #include <span>
 #include <string_view>
 
+#include "cnc/part/target.h"
+
 namespace brenvik {
 
 class AcadApplication;
 
 struct TargetDriver {
-    int exportTarget;
-    std::string_view target;
+    int exportTarget;  ///< What the export dialog leaves in the session.
+    Target target;
     std::string_view method;  ///< The public method that runs the same target on a selection.
     void (*fromGrid)(AcadApplication&);
 };

@@ -10,6 +10,7 @@
 #include "base/letter_case.h"
 #include "base/text.h"
 #include "cnc/run/run_set_up.h"
+#include "cnc/targets/target_table.h"
 #include "core/fakes/fake_platform.h"
 #include "grid/frm_main.h"
 #include "session/library/commands.h"
@@ -150,7 +151,7 @@ TEST_F(ShowRoad, RunsExactlyTheChosenDriver) {
         const auto& [target, method] = targets[static_cast<std::size_t>(number - 1)];
         const TargetDriver& driver = TargetDrivers()[static_cast<std::size_t>(number - 1)];
         EXPECT_EQ(driver.exportTarget, number);
-        EXPECT_EQ(driver.target, target);
+        EXPECT_EQ(TraitsOf(driver.target).name, target);
         EXPECT_EQ(driver.method, method);
         EXPECT_NE(FindCommand(method), nullptr);
         system.dialogs.messages.clear();
