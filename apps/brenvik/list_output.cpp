@@ -139,8 +139,7 @@ void WriteCsv(const PartList& list, std::ostream& out) {
     }
 }
 
-}  // namespace
-
+/// A text as JSON has it, with its quotes.
 std::string JsonText(std::string_view text) {
     constexpr std::string_view digits = "0123456789abcdef";
     std::string quoted = "\"";
@@ -158,8 +157,6 @@ std::string JsonText(std::string_view text) {
     }
     return quoted + "\"";
 }
-
-namespace {
 
 std::string JsonValue(const FieldValue& value) {
     if (const auto* text = std::get_if<std::string>(&value)) return JsonText(*text);

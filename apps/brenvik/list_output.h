@@ -29,12 +29,6 @@ PartList EmptyPartList(const std::vector<std::string>& groupedBy = {});
 /// All records. Columns that the part table has not take their name for caption.
 PartList ReadPartList(const Recordset& records);
 
-/// A table has aligned columns under captions; columns without a value are left out but for the usual
-/// ones, and the raw extents are shown only where a part has no letters yet. CSV follows RFC 4180: all
-/// columns, captions first, CR LF. JSON is an array of objects keyed by column name, numbers as numbers.
-/// A text as JSON has it, with its quotes.
-std::string JsonText(std::string_view text);
-
 /// Puts a column with the drawing's name ahead of the others.
 void NameDrawing(PartList& list, const std::string& drawing);
 
@@ -53,6 +47,9 @@ class JointLists {
     bool mHasOne = false;
 };
 
+/// A table has aligned columns under captions; columns without a value are left out but for the usual
+/// ones, and the raw extents are shown only where a part has no letters yet. CSV follows RFC 4180: all
+/// columns, captions first, CR LF. JSON is an array of objects keyed by column name, numbers as numbers.
 void WritePartList(const PartList& list, ListFormat format, std::ostream& out);
 
 }  // namespace brenvik::app

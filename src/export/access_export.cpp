@@ -100,19 +100,20 @@ std::optional<std::string> TargetOfTwo(std::span<const AccessMapping> mappings) 
     return std::nullopt;
 }
 
-}  // namespace
-
-std::string AccessConnectionString(std::string_view path, std::string_view password) {
-    return "Driver={Microsoft Access Driver (*.mdb)};Dbq=" + std::string(path) +
-           ";Uid=Admin;Pwd=" + std::string(password) + ";";
-}
-
+/// A new connection to a database that isn't ours. Fails with 429 where the platform has none.
 std::unique_ptr<ExportConnection> NewExportConnection() {
     ExportDatabasePort* databases = ThePlatform().exportDatabases;
     if (databases == nullptr)
         throw Failure(failure_number::CannotCreateObject, std::string(OwnSource),
                       "This build can't reach other databases: it has no ODBC");
     return databases->CreateConnection();
+}
+
+}  // namespace
+
+std::string AccessConnectionString(std::string_view path, std::string_view password) {
+    return "Driver={Microsoft Access Driver (*.mdb)};Dbq=" + std::string(path) +
+           ";Uid=Admin;Pwd=" + std::string(password) + ";";
 }
 
 std::unique_ptr<ExportConnection> ConnectToAccess(std::string_view path, DatabaseLogin& login) {

@@ -23,9 +23,6 @@ struct DatabaseLogin {
 /// The connection string of a file. Without a password, the form for unprotected files.
 std::string AccessConnectionString(std::string_view path, std::string_view password);
 
-/// A new connection to a database that isn't ours. Fails with 429 where the platform has none.
-std::unique_ptr<ExportConnection> NewExportConnection();
-
 /// Opens the file. As long as the driver says that the password isn't valid, the user is asked for another,
 /// which is kept in `login`. Null when the file can't be opened or the user gives up, and that is told in a
 /// message box then.

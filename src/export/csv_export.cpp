@@ -37,6 +37,25 @@ void NoteShiftingCells(const Recordset& records, const LineMaker& maker, const S
                              cell.column + ", found \"" + cell.text + "\""});
 }
 
+/// The columns of a list without a profile, parted by commas: all of them, or, while the list is grouped, the
+/// quantity and the columns of the group.
+std::string StandardColumnList() {
+    const std::string& groupFields = TheSession().GroupFields;
+    if (groupFields.empty()) return std::string(AllColumns);
+    std::vector<std::string> captions;
+    for (const std::string& field : Split(groupFields, ','))
+        captions.push_back(CaptionForColumn(Trim(field)));
+    return "QTY," + Join(captions, ",");
+}
+
+/// The header of a profile's columns: their names without vertical bars and blanks around them.
+std::string HeaderOfColumns(const std::vector<std::string>& columnNames) {
+    std::vector<std::string> shown;
+    shown.reserve(columnNames.size());
+    for (const std::string& name : columnNames) shown.push_back(Trim(ReplaceAll(name, "|", "")));
+    return Join(shown, ",");
+}
+
 /// What a run takes from the dialog, and what it makes of it.
 struct ListPlan {
     std::string header;
@@ -44,7 +63,7 @@ struct ListPlan {
     AdjustmentRules rules;
 };
 
-/// Nothing when the adjustments can't be applied, which has been told then.
+/// Empty, after a message, if the adjustments can't be applied.
 std::optional<ListPlan> PlanOf(const frmExport& form, std::string_view adjustmentPath) {
     const bool fractions = form.chkReduce.Value() == 1;
     if (form.chkChooseCSV.Value() != 1) {
@@ -57,6 +76,22 @@ std::optional<ListPlan> PlanOf(const frmExport& form, std::string_view adjustmen
     LineMaker maker(names, ColumnSource::Profile, fractions);
     form.NoteProfileTroubles(maker.UnknownNames());
     return ListPlan{HeaderOfColumns(names), std::move(maker), std::move(adjustments.rules)};
+}
+
+/// A line for each record, every line with its end; cells that move their line's columns are noted. A failure
+/// of the record set ends the lines.
+std::string LinesOfRecords(Recordset& records, const LineMaker& maker, const AdjustmentRules& rules,
+                           std::string_view lineEnd) {
+    std::string lines;
+    ForEachRow(records, [&] {
+        const SizeAdjustment adjustment = rules.For(records);
+        lines += maker.Line(records, adjustment);
+        lines += lineEnd;
+        NoteShiftingCells(records, maker, adjustment);
+        NoteLostSizes(records, maker, adjustment);
+        NoteOddQuantity(records);
+    });
+    return lines;
 }
 
 /// The whole file. A statement that the engine refuses leaves the header alone.
@@ -96,22 +131,6 @@ bool MayWrite(const std::string& path) {
 
 }  // namespace
 
-std::string StandardColumnList() {
-    const std::string& groupFields = TheSession().GroupFields;
-    if (groupFields.empty()) return std::string(AllColumns);
-    std::vector<std::string> captions;
-    for (const std::string& field : Split(groupFields, ','))
-        captions.push_back(CaptionForColumn(Trim(field)));
-    return "QTY," + Join(captions, ",");
-}
-
-std::string HeaderOfColumns(const std::vector<std::string>& columnNames) {
-    std::vector<std::string> shown;
-    shown.reserve(columnNames.size());
-    for (const std::string& name : columnNames) shown.push_back(Trim(ReplaceAll(name, "|", "")));
-    return Join(shown, ",");
-}
-
 std::string ExportStatement() {
     const Session& session = TheSession();
     if (!session.GroupFields.empty()) return session.CurrentSQL;
@@ -119,20 +138,6 @@ std::string ExportStatement() {
     if (!session.WhereClause.empty()) statement += " " + session.WhereClause;
     if (!session.SortClause.empty()) statement += " order by " + session.SortClause;
     return statement;
-}
-
-std::string LinesOfRecords(Recordset& records, const LineMaker& maker, const AdjustmentRules& rules,
-                           std::string_view lineEnd) {
-    std::string lines;
-    ForEachRow(records, [&] {
-        const SizeAdjustment adjustment = rules.For(records);
-        lines += maker.Line(records, adjustment);
-        lines += lineEnd;
-        NoteShiftingCells(records, maker, adjustment);
-        NoteLostSizes(records, maker, adjustment);
-        NoteOddQuantity(records);
-    });
-    return lines;
 }
 
 void RunCsvExport(frmExport& form) {

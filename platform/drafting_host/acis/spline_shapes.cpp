@@ -144,8 +144,6 @@ Handle(Geom_BSplineSurface)
     return Unrolled(met, u1, u2, v1, v2);
 }
 
-}  // namespace
-
 Handle(Geom_BSplineCurve) MakeSpline(const SplineCurveRecord& curve, const Placement& placement) {
     const ModellerKnots knots(curve.knots);
     const int count = static_cast<int>(curve.poles.size());
@@ -158,6 +156,8 @@ Handle(Geom_BSplineCurve) MakeSpline(const SplineCurveRecord& curve, const Place
     for (int i = 1; i <= count; ++i) weights.SetValue(i, curve.weights[static_cast<std::size_t>(i) - 1]);
     return new Geom_BSplineCurve(poles, weights, knots.values, knots.multiplicities, curve.knots.degree);
 }
+
+}  // namespace
 
 Handle(Geom2d_BSplineCurve) MakePlaneSpline(const PlaneSplineRecord& curve) {
     const ModellerKnots knots(curve.knots);

@@ -15,7 +15,6 @@
 namespace brenvik::acis {
 
 /// Placed splines of records. Throw BadRecord, or the modeller's failure for numbers that it refuses.
-Handle(Geom_BSplineCurve) MakeSpline(const SplineCurveRecord& curve, const Placement& placement);
 Handle(Geom_BSplineSurface) MakeSplineSurface(const SplineSurfaceRecord& surface, const Placement& placement);
 Handle(Geom2d_BSplineCurve) MakePlaneSpline(const PlaneSplineRecord& curve);
 

@@ -27,6 +27,13 @@ constexpr double SearchTie = 1e-7;
 
 const std::array<gp_XYZ, 3> World{gp_XYZ(1, 0, 0), gp_XYZ(0, 1, 0), gp_XYZ(0, 0, 1)};
 
+/// Sizes along three directions.
+MeasuredFrame MeasureAlong(const Support& support, const std::array<gp_XYZ, 3>& axes) {
+    return {
+        axes,
+        {support.Along(axes[0]).Length(), support.Along(axes[1]).Length(), support.Along(axes[2]).Length()}};
+}
+
 /// The world axis that `direction` lies along, exactly, or `direction` itself.
 gp_XYZ Snapped(const gp_XYZ& direction) {
     for (const gp_XYZ& axis : World) {
@@ -174,12 +181,6 @@ bool MeasuredFrame::AlongWorld() const {
     return std::ranges::all_of(axes, [](const gp_XYZ& axis) {
         return std::ranges::any_of(World, [&](const gp_XYZ& w) { return Parallel(axis, w); });
     });
-}
-
-MeasuredFrame MeasureAlong(const Support& support, const std::array<gp_XYZ, 3>& axes) {
-    return {
-        axes,
-        {support.Along(axes[0]).Length(), support.Along(axes[1]).Length(), support.Along(axes[2]).Length()}};
 }
 
 MeasuredFrame WorldFrame(const Support& support) { return MeasureAlong(support, World); }

@@ -22,9 +22,6 @@ struct MeasuredFrame {
     bool AlongWorld() const;
 };
 
-/// Sizes along three directions.
-MeasuredFrame MeasureAlong(const Support& support, const std::array<gp_XYZ, 3>& axes);
-
 /// The world's own frame.
 MeasuredFrame WorldFrame(const Support& support);
 
