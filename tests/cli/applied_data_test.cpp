@@ -2,6 +2,7 @@
 #include "checkout_paths.h"
 #include "program.h"
 #include "support/ezdxf_audit.h"
+#include "support/golden.h"
 
 namespace brenvik::cli_test {
 namespace {
@@ -31,8 +32,7 @@ class AppliedData : public ProgramTest {
 
 TEST_F(AppliedData, OfADayAtWorkIsInTheListOfTheSavedDrawing) {
     PlayOnSample("a_day_at_work.journal");
-    EXPECT_EQ(Run({"list", "evening.dxf"}).output,
-              ReadFile(std::filesystem::path(BRENVIK_SOURCE_DIR) / "tests/cli/golden/a-day-at-work.txt"));
+    test::ExpectGolden("cli/golden/a-day-at-work.txt", Run({"list", "evening.dxf"}).output);
 }
 
 TEST_F(AppliedData, SurvivesBeingSavedTwice) {

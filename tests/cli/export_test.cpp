@@ -4,6 +4,7 @@
 #include "checkout_paths.h"
 #include "program.h"
 #include "support/ezdxf_audit.h"
+#include "support/golden.h"
 
 namespace brenvik::cli_test {
 namespace {
@@ -28,8 +29,7 @@ class Export : public ProgramTest {
         EXPECT_EQ(outcome.status, 0);
         EXPECT_EQ(outcome.output, "");
         EXPECT_EQ(WithoutLostSizes(outcome.errors), "[Done.] Export Complete!!\n");
-        EXPECT_EQ(Read("out.csv"),
-                  ReadFile(std::filesystem::path(BRENVIK_SOURCE_DIR) / "tests/cli/golden" / golden));
+        test::ExpectGolden("cli/golden/" + golden, Read("out.csv"));
         // Every line has as many cells as the head, as another reader of such files counts them.
         const test::CommandResult counted = test::RunCommand(
             "/usr/bin/python3 -c 'import csv, sys; print(len({len(r) for r in "

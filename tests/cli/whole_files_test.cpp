@@ -2,12 +2,12 @@
 // a list. What changed on purpose is looked at and then taken over with scripts/accept-files.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
 #include "checkout_paths.h"
 #include "program.h"
+#include "support/golden.h"
 
 namespace brenvik::cli_test {
 namespace {
@@ -18,19 +18,6 @@ class WholeFiles : public ProgramTest, public ::testing::WithParamInterface<cons
   protected:
     fs::path Expected() const { return fs::path(BRENVIK_SOURCE_DIR) / "tests/cli/golden" / GetParam(); }
 };
-
-/// Where two texts part, as a line number and both lines.
-std::string FirstDifference(const std::string& expected, const std::string& written) {
-    const auto [a, b] = std::ranges::mismatch(expected, written);
-    const auto lineAt = [](const std::string& text, std::string::const_iterator place) {
-        const auto from = static_cast<std::size_t>(place - text.begin());
-        const std::size_t before = from == 0 ? std::string::npos : text.rfind('\n', from - 1);
-        const std::size_t begin = before == std::string::npos ? 0 : before + 1;
-        return text.substr(begin, text.find('\n', begin) - begin);
-    };
-    return "line " + std::to_string(std::count(expected.begin(), a, '\n') + 1) + ": expected \"" +
-           lineAt(expected, a) + "\", written \"" + lineAt(written, b) + "\"";
-}
 
 TEST_P(WholeFiles, StandAsTheyWereLookedAt) {
     const Outcome outcome =
@@ -43,10 +30,7 @@ TEST_P(WholeFiles, StandAsTheyWereLookedAt) {
         const std::string name = file.filename().string();
         const fs::path written = folder / "out" / (name.starts_with("BPart") ? "2-sided" : "") / name;
         ASSERT_TRUE(fs::exists(written)) << name;
-        const std::string expected = ReadFile(file), found = ReadFile(written);
-        if (expected != found)
-            ADD_FAILURE() << name << ", " << FirstDifference(expected, found)
-                          << "\nAfter a look at the change: scripts/accept-files";
+        test::ExpectGolden(std::string("cli/golden/") + GetParam() + "/" + name, ReadFile(written));
     }
 }
 

@@ -10,7 +10,6 @@
 #include <set>
 
 #include "base/failure.h"
-#include "checkout_paths.h"
 #include "drafting_host/dxf/dxf_text.h"
 #include "drafting_host/dxf/dxf_writer.h"
 #include "drafting_host/dxf/exact_numbers.h"
@@ -18,6 +17,7 @@
 #include "dxf/dxf_texts.h"
 #include "dxf/made_drawings.h"
 #include "support/ezdxf_audit.h"
+#include "support/golden.h"
 #include "support/sample_files.h"
 
 namespace brenvik {
@@ -55,18 +55,9 @@ DrawingData BoardDrawing() {
 }
 
 TEST(DxfGolden, BoardDrawingIsWrittenWhole) {
-    const std::filesystem::path reference =
-        std::filesystem::path(BRENVIK_SOURCE_DIR) / "tests/dxf/golden/board.dxf";
     const std::string written = WriteDxf(BoardDrawing());
     EXPECT_EQ(written.find("\r\n"), written.find('\n') - 1);
-    const std::string plain = WithPlainLineEnds(written);
-    const bool isSame = plain == WithPlainLineEnds(test::FileBytes(reference));
-    if (!isSame) {
-        // The new text lies beside the tests' other output, for a person to compare and accept.
-        const auto actual = std::filesystem::path(BRENVIK_BINARY_DIR) / "board.actual.dxf";
-        std::ofstream(actual, std::ios::binary) << plain;
-        ADD_FAILURE() << "compare " << reference << " with " << actual;
-    }
+    test::ExpectGolden("dxf/golden/board.dxf", WithPlainLineEnds(written));
 }
 
 SplineData Curve() {
