@@ -67,7 +67,8 @@ class BinarySplitter {
     bool TakeToken(Record& record);
     bool TakeNumbers(std::size_t count);
     bool TakeText(std::size_t countBytes, Field::Kind kind);
-    void SplitText(std::string_view text);
+    bool TakeLongText(const Record& record);
+    bool TakePointer();
     std::string_view Joined(const std::string& name);
     bool EndMarkFollows() const;
     bool BreaksOff(const Record& record);
@@ -95,6 +96,10 @@ class BinarySplitter {
         field.number = number;
         mFields.push_back(field);
         return true;
+    }
+    template <typename Number>
+    bool AddTaken(std::optional<Number> number, Field::Kind kind = Field::Kind::Number) {
+        return number && AddNumber(static_cast<double>(*number), kind);
     }
     void AddWord(std::string_view word) {
         Field field;
@@ -191,8 +196,23 @@ bool BinarySplitter::TakeNumbers(std::size_t count) {
 }
 
 // Some programs put the fields of a transform as they stand in ACIS text, in one string.
-void BinarySplitter::SplitText(std::string_view text) {
+bool BinarySplitter::TakeLongText(const Record& record) {
+    if (!TakeText(4, Field::Kind::Text)) return false;
+    if (record.name != "transform") return true;
+    const std::string_view text = mFields.back().text;
+    mFields.pop_back();
     for (Field& field : TextFields(text)) mFields.push_back(field);
+    return true;
+}
+
+bool BinarySplitter::TakePointer() {
+    const auto index = TakeInteger();
+    if (!index) return false;
+    Field field;
+    field.kind = Field::Kind::Pointer;
+    field.index = static_cast<long>(*index);
+    mFields.push_back(field);
+    return true;
 }
 
 // One token other than the end of the record.
@@ -200,26 +220,16 @@ bool BinarySplitter::TakeToken(Record& record) {
     const auto tag = Take<unsigned char>();
     if (!tag) return false;
     switch (static_cast<Tag>(*tag)) {
-        case Tag::Character: {
-            const auto number = Take<std::int8_t>();
-            return number && AddNumber(*number);
-        }
-        case Tag::Short: {
-            const auto number = Take<std::int16_t>();
-            return number && AddNumber(*number);
-        }
-        case Tag::Integer: {
-            const auto number = TakeInteger();
-            return number && AddNumber(static_cast<double>(*number));
-        }
-        case Tag::Long: {
-            const auto number = Take<std::int64_t>();
-            return number && AddNumber(static_cast<double>(*number));
-        }
-        case Tag::Float: {
-            const auto number = Take<float>();
-            return number && AddNumber(*number);
-        }
+        case Tag::Character:
+            return AddTaken(Take<std::int8_t>());
+        case Tag::Short:
+            return AddTaken(Take<std::int16_t>());
+        case Tag::Integer:
+            return AddTaken(TakeInteger());
+        case Tag::Long:
+            return AddTaken(Take<std::int64_t>());
+        case Tag::Float:
+            return AddTaken(Take<float>());
         case Tag::Double:
             return TakeNumbers(1);
         case Tag::PlanePosition:
@@ -233,29 +243,14 @@ bool BinarySplitter::TakeToken(Record& record) {
             return TakeText(2, Field::Kind::Text);
         case Tag::Text32:
         case Tag::LongText:
-            if (!TakeText(4, Field::Kind::Text)) return false;
-            if (record.name == "transform") {
-                const std::string_view text = mFields.back().text;
-                mFields.pop_back();
-                SplitText(text);
-            }
-            return true;
+            return TakeLongText(record);
         case Tag::True:
         case Tag::False:
             return AddNumber(static_cast<Tag>(*tag) == Tag::True ? 1 : 0, Field::Kind::Choice);
-        case Tag::Choice: {
-            const auto number = TakeInteger();
-            return number && AddNumber(static_cast<double>(*number), Field::Kind::Choice);
-        }
-        case Tag::Pointer: {
-            const auto index = TakeInteger();
-            if (!index) return false;
-            Field field;
-            field.kind = Field::Kind::Pointer;
-            field.index = static_cast<long>(*index);
-            mFields.push_back(field);
-            return true;
-        }
+        case Tag::Choice:
+            return AddTaken(TakeInteger(), Field::Kind::Choice);
+        case Tag::Pointer:
+            return TakePointer();
         case Tag::Name:
         case Tag::NamePiece:
             return TakeText(1, Field::Kind::Word);
