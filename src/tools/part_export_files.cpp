@@ -10,6 +10,7 @@
 #include "base/skip.h"
 #include "base/text.h"
 #include "base/wildcard.h"
+#include "cnc/part/part_material.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
 
@@ -46,7 +47,7 @@ std::string FinishedPartPath(int index, std::string_view PartName, std::string_v
 
 std::string MaterialLayerName(double thickness, std::string_view Material) {
     const std::string size = NumberToTextBlank(ClosestThirtySecond(thickness));
-    const std::string material = IsBlank(Material) ? "UnknownMaterial" : FoldUpper(Material);
+    const std::string material = IsBlank(Material) ? std::string(UnnamedMaterial) : FoldUpper(Material);
     return WithoutCharacters("<>/\\\":;?*|,=`", "Material_" + size + " " + material);
 }
 

@@ -136,12 +136,11 @@ void PartExport::ContinueInWorkDrawing() {
     UnlockAllLayers(*mDrawing);
     AddLayer(*mDrawing, LockedLayer);
     LastSolid(*mDrawing).SetLayer(LockedLayer);
-    LockLayer(*mDrawing, LockedLayer);
+    const Locked solid(*mDrawing, {LockedLayer});
     if (mDrawing->ModelSpace().Count() > 1) {
         mDrawing->SendCommand("Explode all  ");
         EraseAll(*mDrawing);
     }
-    UnlockLayer(*mDrawing, LockedLayer);
 }
 
 bool PartExport::TurnAndMove() {

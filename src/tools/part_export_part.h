@@ -15,8 +15,8 @@ class PartExport {
   public:
     PartExport(AcadApplication& application, int partIndex) : mApp(application), mIndex(partIndex) {}
 
-    /// Works on "Part<n>.dwg", which has to be there. Says whether the command goes on; then the part may
-    /// have been skipped, which has been told. Fails as the host does.
+    /// Works on "Part<n>.dwg", which has to be there. Returns whether the command continues; the part itself
+    /// may have been skipped, after a message. Fails as the host does.
     PassOutcome Run();
     /// Closes the part's drawing, if it is open still, and deletes the drawings that it needed on its way.
     void CleanUp();

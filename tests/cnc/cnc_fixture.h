@@ -17,6 +17,7 @@
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/work_layers.h"
 #include "cnc/part/part_drawing.h"
+#include "cnc/part/run_report.h"
 #include "cnc/part/run_state.h"
 #include "core/fakes/fake_platform.h"
 #include "drafting_host/command/host_command_line.h"
@@ -111,8 +112,12 @@ class CncTest : public ::testing::Test {
         TheSession().AcadDoc = &document;
         TheSession().InstallFolder = files.InstallFolder() + "\\";
         UseMetric();  // The materials lie in the install folder.
+        ObserveRunEnds([this](const RunReport& report) { mLastReport = report; });
     }
     ~CncTest() override { UnloadSystem(); }
+
+    /// As observers of runs get it.
+    const RunReport& LastRunReport() const { return mLastReport; }
 
     /// A shop in millimetres: the materials "OAK" from 3 to 100 thick with bits of 12, 6 and 3.
     void UseMetric() {
@@ -233,6 +238,9 @@ class CncTest : public ::testing::Test {
     HostCommandLine commandLine{host};
     HostDocument& document = host.NewDocument();
     std::vector<std::string> transcript;
+
+  private:
+    RunReport mLastReport;
 };
 
 }  // namespace brenvik

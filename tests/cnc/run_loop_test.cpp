@@ -40,12 +40,9 @@ TEST_F(RunLoop, BeginsEachPassClean) {
         EXPECT_TRUE(LayerExists(*run.part.drawing, "BrenvikExplode"));
         EXPECT_EQ(run.part.drawing->SelectionSets().Item("exploded")->Count(), 0);
         EXPECT_EQ(run.part.drawing->ModelSpace().Count(), 1);
-        EXPECT_EQ(run.part.RouteSkip, 0);
-        EXPECT_EQ(run.part.DrillSkip, 0);
         EXPECT_EQ(run.part.bits.SavedToolDiameters, (std::array<double, 3>{}));
         EXPECT_EQ(run.part.DimL + run.part.DimW + run.part.DimT, "000");
         EXPECT_EQ(run.part.LastAddedLayer, "");
-        run.part.RouteSkip = run.part.DrillSkip = 1;
         run.part.bits.SavedToolDiameters = {1, 2, 3};
         run.part.DimL = "600";
         run.part.LastAddedLayer = "VD_";

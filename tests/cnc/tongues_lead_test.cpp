@@ -38,10 +38,10 @@ void ExpectVertices(const std::vector<PathVertex>& is, const std::vector<PathVer
 TEST(TongueTips, StandOnTheEdgesOfThePartInTheirOrder) {
     const std::vector<TongueTip> tips = TongueTips(Outline(true, true, true, true), Part);
     ASSERT_EQ(tips.size(), 4U);
-    EXPECT_EQ(tips[0].side, EdgeSide::Left);
-    EXPECT_EQ(tips[1].side, EdgeSide::Right);
-    EXPECT_EQ(tips[2].side, EdgeSide::Front);
-    EXPECT_EQ(tips[3].side, EdgeSide::Back);
+    EXPECT_EQ(tips[0].side, PartSide::Left);
+    EXPECT_EQ(tips[1].side, PartSide::Right);
+    EXPECT_EQ(tips[2].side, PartSide::Front);
+    EXPECT_EQ(tips[3].side, PartSide::Back);
     EXPECT_EQ(tips[0].start, (Point3{0, 250, 0}));
     EXPECT_EQ(tips[0].end, (Point3{0, 150, 0}));
     EXPECT_EQ(tips[0].midpoint, (Point3{0, 200, 0}));
@@ -102,8 +102,8 @@ TEST(TongueTips, AreTheTenonsOfARailAndNotItsEdges) {
                                        {560, 80}, {40, 80}, {40, 70},  {0, 70},   {0, 10},   {40, 10}};
     const std::vector<TongueTip> tips = TongueTips(rail, {{0, 0, 0}, {600, 80, 18}});
     ASSERT_EQ(tips.size(), 2U);
-    EXPECT_EQ(tips[0].side, EdgeSide::Left);
-    EXPECT_EQ(tips[1].side, EdgeSide::Right);
+    EXPECT_EQ(tips[0].side, PartSide::Left);
+    EXPECT_EQ(tips[1].side, PartSide::Right);
     EXPECT_EQ(tips[1].length, 60);
 }
 
@@ -203,18 +203,6 @@ TEST_F(Tongues, WithoutAnOutlineNothingIsDone) {
     ProcessTongues(run);
     EXPECT_EQ(VerticesOf(outline).size(), 8U);
     EXPECT_TRUE(Messages().empty());
-}
-
-TEST_F(Tongues, WithoutAMaterialTheOutlineStays) {
-    AcadLWPolyline& outline = Draw("OT_Z18_T1_D12_S18000_F300_R_C0");
-    RunState run = Run();
-    run.part.Material = {};
-    ProcessTongues(run);
-    EXPECT_EQ(VerticesOf(outline).size(), 8U);
-    ASSERT_EQ(Messages().size(), 1U);
-    EXPECT_EQ(Messages()[0],
-              "You do not have the material 18 OAK in the material database, so this part export will be "
-              "skipped.");
 }
 
 }  // namespace

@@ -41,14 +41,14 @@ class VerticalDrilling : public CncTest {
         return run;
     }
     /// With a ledge over the whole part, so that every hole is tried for material above it.
-    void Drill(RunState& run) {
+    PassOutcome Drill(RunState& run) {
         AcadLayer* const active = document.ActiveLayer();
         document.SetActiveLayer(AddLayer(document, layers::BrenvikExplode));
         AcadCircle& ledge = *document.ModelSpace().AddCircle({300, 200, Thick - 0.00005}, 1000);
         const LevelShapes everywhere = LevelShapes::Of(document, wood.Solid().GetBoundingBox());
         ledge.Delete();
         document.SetActiveLayer(*active);
-        DrillVertically(run, everywhere);
+        return DrillVertically(run, everywhere);
     }
     std::vector<Drawn> Circles() {
         std::vector<Drawn> found;
@@ -307,8 +307,7 @@ TEST_F(VerticalDrilling, AFloorThatIsNotBelowTheTopEndsThePart) {
     Circle(layers::MAXCircleHold, 100, 50, 25, 8);
     Level(100, 50, 20, 8);
     RunState run = Start();
-    Drill(run);
-    EXPECT_EQ(run.part.DrillSkip, 1);
+    EXPECT_EQ(Drill(run), PassOutcome::SkipPart);
     EXPECT_EQ(Messages(), std::vector<std::string>{"error"});
 }
 

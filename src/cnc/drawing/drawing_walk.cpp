@@ -2,6 +2,7 @@
 #include "cnc/drawing/drawing_walk.h"
 
 #include <cmath>
+#include <utility>
 
 #include "base/failure.h"
 #include "base/number_text.h"
@@ -46,6 +47,15 @@ OnlyUnlocked::OnlyUnlocked(AcadDocument& drawing, std::initializer_list<std::str
 
 OnlyUnlocked::~OnlyUnlocked() {
     Skip([&] { UnlockAllLayers(mDrawing); });
+}
+
+Locked::Locked(AcadDocument& drawing, std::vector<std::string_view> layers)
+    : mDrawing(drawing), mLayers(std::move(layers)) {
+    for (const std::string_view layer : mLayers) LockLayer(mDrawing, layer);
+}
+
+Locked::~Locked() {
+    for (const std::string_view layer : mLayers) Skip([&] { UnlockLayer(mDrawing, layer); });
 }
 
 AcadLayer& AddLayer(AcadDocument& drawing, std::string_view name, std::optional<int> color) {

@@ -35,6 +35,21 @@ class OnlyUnlocked {
     AcadDocument& mDrawing;
 };
 
+/// The other way round: while it lives, these layers are out of the reach of "all". Afterwards they are
+/// unlocked.
+class Locked {
+  public:
+    /// Fails for a layer that the drawing doesn't hold.
+    Locked(AcadDocument& drawing, std::vector<std::string_view> layers);
+    ~Locked();
+    Locked(const Locked&) = delete;
+    Locked& operator=(const Locked&) = delete;
+
+  private:
+    AcadDocument& mDrawing;
+    std::vector<std::string_view> mLayers;
+};
+
 /// The layer of that name, made if need be.
 AcadLayer& AddLayer(AcadDocument& drawing, std::string_view name, std::optional<int> color = std::nullopt);
 

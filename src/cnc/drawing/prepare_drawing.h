@@ -5,8 +5,8 @@
 
 namespace brenvik {
 
-/// World coordinates, the drawing saved unless the settings turn that off, and the host's variables. A
-/// drawing that can't be saved is told, and the command goes on.
+/// Sets world coordinates, saves the drawing unless the settings turn that off, and sets the host's
+/// variables. If the drawing can't be saved, a message says so and the command continues.
 void PrepareDrawing(AcadDocument& drawing);
 
 /// In a part's own drawing: solids that are hidden, or on a layer that is frozen or off, come within reach of

@@ -1,5 +1,5 @@
-// What became of every circle of a vertical hole: drilled, left to the other side, a pin, or told to the
-// operator. Each place is told once, from whichever side it is seen.
+// The fate of every circle of a vertical hole: drilled, left to the other side, a pin, or reported to the
+// operator, each place once, from whichever side it is seen.
 #pragma once
 
 #include <span>

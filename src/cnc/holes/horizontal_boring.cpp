@@ -18,6 +18,7 @@
 #include "cnc/part/lengths.h"
 #include "cnc/part/open_top.h"
 #include "cnc/part/operation_layer.h"
+#include "cnc/part/part_measures.h"
 #include "cnc/part/run_state.h"
 #include "cnc/part/told.h"
 #include "cnc/targets/bore_rules.h"
@@ -68,8 +69,7 @@ bool SameCircle(const BoreCircle& a, const BoreCircle& b) {
 
 class Boring {
   public:
-    explicit Boring(RunState& run)
-        : mRun(run), mTraits(TraitsOf(run.target)), mPart(LastSolid(*run.part.drawing).GetBoundingBox()) {
+    explicit Boring(RunState& run) : mRun(run), mTraits(TraitsOf(run.target)), mPart(BoxOfPart(run)) {
         for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, mTraits.horizontalWorkLayer)) {
             const Point3 center = circle->Center();
             mCircles.push_back({circle,
@@ -315,7 +315,7 @@ class Boring {
         return *known;
     }
 
-    /// A rim's twin is the same bore: of the two circles the first stays, and one operation comes of both.
+    /// A rim's twin is the same bore: the first of the two circles is kept, for one operation.
     bool IsTwin(std::size_t rim) {
         for (const Bore& made : mBores) {
             if (!SameCircle(mCircles[made.rim], mCircles[rim])) continue;

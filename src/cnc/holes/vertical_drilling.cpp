@@ -1,8 +1,8 @@
 // Vertical holes: each rim is paired with the circle at its floor, and one circle per hole is left on the top
-// plane, on a layer that tells depth and diameter in the language of the target.
+// plane, on a layer that names depth and diameter in the language of the target.
 //
-// Holes that start on the top face come first. What is left then starts in a recess, or belongs to the other
-// side; a trial cut tells which, and whether a pair of circles is a hole at all or the two ends of a pin. The
+// Holes that start on the top face come first. The others start in a recess, or belong to the other side; a
+// trial cut decides which, and whether a pair of circles is a hole at all or the two ends of a pin. The
 // circles of a place are few, so they are gathered once, in drawing order, and the list is kept in step with
 // what is deleted.
 #include "cnc/holes/vertical_drilling.h"
@@ -21,6 +21,7 @@
 #include "cnc/part/lengths.h"
 #include "cnc/part/open_top.h"
 #include "cnc/part/operation_layer.h"
+#include "cnc/part/part_measures.h"
 #include "cnc/part/run_state.h"
 #include "cnc/targets/hole_rules.h"
 #include "session/message.h"
@@ -80,7 +81,7 @@ class Drilling {
     Drilling(RunState& run, const LevelShapes& shapes)
         : mRun(run),
           mShapes(shapes),
-          mPart(LastSolid(*run.part.drawing).GetBoundingBox()),
+          mPart(BoxOfPart(run)),
           mSpoil(StrictNumberSetting(setting::DrillSpoilAmount)),
           mAccount(run, mPart) {
         for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::MAXCircleHold))
@@ -230,8 +231,8 @@ class Drilling {
         return mAccount.DrilledOnFirstSide(entry, floor.center.z);
     }
 
-    /// A bit goes down only where the part has nothing but air between rim and floor, and above the rim.
-    /// A pin that stands in a recess has the circles of a hole.
+    /// Whether there is only air between rim and floor, and above the rim: a pin that stands in a recess has
+    /// the circles of a hole.
     bool IsHole(Rim& entry, Rim& floor) {
         switch (Between(entry, floor)) {
             case Inside::Air:
@@ -275,7 +276,6 @@ class Drilling {
     bool Drill(Rim& entry, Rim& floor, HoleStart start) {
         if (!Less(floor.center.z, mRun.part.PartThickness)) {
             ShowMessage("error");
-            mRun.part.DrillSkip = 1;
             return false;
         }
         const double top = start == HoleStart::TopFace ? entry.center.z : mRun.part.PartThickness;
@@ -299,18 +299,17 @@ class Drilling {
 
 void DrillAt(RunState& run, AcadCircle& floor, bool fromTopFace) {
     const HoleStart start = fromTopFace ? HoleStart::TopFace : HoleStart::Recess;
-    DrillDownTo(
-        run, floor, start,
-        {run.part.PartThickness, floor.Center().z, LastSolid(*run.part.drawing).GetBoundingBox().max.z},
-        StrictNumberSetting(setting::DrillSpoilAmount));
+    DrillDownTo(run, floor, start, {run.part.PartThickness, floor.Center().z, BoxOfPart(run).max.z},
+                StrictNumberSetting(setting::DrillSpoilAmount));
 }
 
-void DrillVertically(RunState& run, const LevelShapes& shapes) {
+PassOutcome DrillVertically(RunState& run, const LevelShapes& shapes) {
     for (const std::string_view name : {layers::MAXCircleHold, layers::CircleHold})
         Skip([&] { UnlockLayer(*run.part.drawing, name); });
     Drilling drilling(run, shapes);
-    if (!drilling.FromTopFace() || !drilling.FromRecesses()) return;
+    if (!drilling.FromTopFace() || !drilling.FromRecesses()) return PassOutcome::SkipPart;
     drilling.TellRest();
+    return PassOutcome::GoOn;
 }
 
 }  // namespace brenvik

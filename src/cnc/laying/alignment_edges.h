@@ -9,8 +9,8 @@
 
 namespace brenvik {
 
-/// Where the host's align command takes the part from: two points that come to lie on X, the first at the
-/// origin, and one that comes to lie on the side of +Y.
+/// The source points for the host's align command: the first is moved to the origin, the second onto X, the
+/// third to the side of +Y.
 struct SquaringPoints {
     Point3 origin, onX, towardsY;
 };

@@ -67,7 +67,6 @@ std::vector<PlanArc> ArcsOfKeptFace(AcadDocument& drawing) {
 bool LooksDown(const AcadArc& arc) { return RoundHalfEven(arc.Normal().z, AxisDecimals) == -1; }
 
 void SweepLeftovers(AcadDocument& drawing) {
-    UnlockAllLayers(drawing);
     for (const std::string_view layer : std::array{layers::RegionCopy, layers::CircleHold, layers::CirclePv})
         for (AcadCircle* circle : AllOn<AcadCircle>(drawing, layer))
             if (std::abs(RoundHalfEven(circle->Normal().z, AxisDecimals)) == 1) circle->Delete();

@@ -56,8 +56,8 @@ void JoinBorder(RunState& run) {
         NoteUnexplained(run, "the part's face has edges that were not joined: no operation");
 }
 
-/// The largest contour is the outline, and stays; the others go to `ThroughxRoute`. Nothing where the face
-/// gave no contour.
+/// Returns the largest contour, the outline, and puts the others on `ThroughxRoute`. Null if the face gave
+/// no contour.
 AcadLWPolyline* SortContours(AcadDocument& drawing) {
     std::vector<AcadLWPolyline*> contours;
     for (AcadLWPolyline* polyline : AllOn<AcadLWPolyline>(drawing, layers::RoutingLayer2)) {
@@ -96,7 +96,6 @@ PassOutcome MakeOutline(RunState& run) {
 
     TrueOutline profile(run);
     profile.Begin(outline);
-    UnlockAllLayers(drawing);
     if (RouteThroughCircles(run) == PassOutcome::SkipPart) return PassOutcome::SkipPart;
     DropPocketsCutThrough(run);
     DropPocketsCutDeeper(run);

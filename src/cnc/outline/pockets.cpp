@@ -20,7 +20,6 @@ namespace brenvik {
 
 namespace {
 
-constexpr std::string_view RoutePrefix = "RT_", ContourPocket = "PKC", CirclePocket = "PKS", Route = "RT";
 constexpr int PlaceDecimals = 6;
 /// Of vertical holes, which are no paths.
 constexpr int DrilledColor = 4;
@@ -55,8 +54,8 @@ struct Contour {
 
 Contour ContourOf(const AcadLWPolyline& polyline) { return {FootprintOf(polyline), VerticesOf(polyline)}; }
 
-/// How paths of one pass are told apart: by their names where the target has a word for pockets, and by their
-/// depths where it has none.
+/// Distinguishes the paths of a pass: by their names if the target has a word for pockets, else by their
+/// depths.
 class PathKinds {
   public:
     explicit PathKinds(const RunState& run)
@@ -130,8 +129,8 @@ bool IsPath(const AcadEntity& entity) {
 }  // namespace
 
 void DropPocketsCutThrough(RunState& run) {
-    DropAlike<AcadCircle>(run, CirclePocket, RoundOf);
-    DropAlike<AcadLWPolyline>(run, ContourPocket, ContourOf);
+    DropAlike<AcadCircle>(run, PathKindText(PathKind::PKS), RoundOf);
+    DropAlike<AcadLWPolyline>(run, PathKindText(PathKind::PKC), ContourOf);
 }
 
 void DropPocketsCutDeeper(RunState& run) {
@@ -147,7 +146,8 @@ void ConvertPockets(RunState& run) {
         if (!IsPath(*entity)) continue;
         if (On(*entity, RoutePrefix) && ThicknessOf(*entity) <= -run.part.PartThickness)
             routes.push_back(FootprintOf(*entity));
-        if (On(*entity, ContourPocket) || On(*entity, CirclePocket)) pockets.push_back(entity);
+        if (On(*entity, PathKindText(PathKind::PKC)) || On(*entity, PathKindText(PathKind::PKS)))
+            pockets.push_back(entity);
     }
     // A converted pocket is a route too, but whatever encloses it encloses the route inside it as well: one
     // walk finds them all.
@@ -155,7 +155,8 @@ void ConvertPockets(RunState& run) {
         const Footprint footprint = FootprintOf(*pocket);
         if (std::ranges::none_of(routes, [&](const Footprint& route) { return footprint.Encloses(route); }))
             continue;
-        const std::string layer = std::string(Route) + pocket->Layer().substr(ContourPocket.size());
+        const std::string layer = std::string(PathKindText(PathKind::RT)) +
+                                  pocket->Layer().substr(PathKindText(PathKind::PKC).size());
         EnsureOperationLayer(run, layer);
         pocket->SetLayer(layer);
     }

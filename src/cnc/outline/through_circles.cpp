@@ -57,7 +57,7 @@ void DropCirclesCutThrough(RunState& run) {
     for (AcadCircle* circle : All<AcadCircle>(*run.part.drawing)) {
         // Most targets have no word for what is cut through; those that have one for pockets leave them out.
         const bool upright = std::abs(RoundHalfEven(circle->Normal().z, AxisDecimals)) == 1;
-        if (!upright || circle->Layer().starts_with("PKS")) continue;
+        if (!upright || circle->Layer().starts_with(PathKindText(PathKind::PKS))) continue;
         const Box3 box = circle->GetBoundingBox();
         // With its share of the spoil board a path is deeper than the part, and cut through all the same.
         if (RoundHalfEven(box.max.z - box.min.z, PlaceDecimals) >= run.part.PartThickness) circle->Delete();

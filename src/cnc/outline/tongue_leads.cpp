@@ -18,7 +18,7 @@ constexpr double DiametersPerLead = 1.25;
 /// The cosine of 60 degrees: what leans over further is a bevel and no tongue.
 constexpr double UprightFlank = 0.5;
 constexpr auto Order =
-    std::to_array<EdgeSide>({EdgeSide::Left, EdgeSide::Right, EdgeSide::Front, EdgeSide::Back});
+    std::to_array<PartSide>({PartSide::Left, PartSide::Right, PartSide::Front, PartSide::Back});
 
 double Round(double value) { return RoundHalfEven(value, Decimals); }
 
@@ -34,32 +34,32 @@ Direction Between(const PathVertex& from, const PathVertex& to) {
 double Dot(const Direction& a, const Direction& b) { return a.x * b.x + a.y * b.y; }
 double Cross(const Direction& a, const Direction& b) { return a.x * b.y - a.y * b.x; }
 
-Direction OutOf(EdgeSide side) {
+Direction OutOf(PartSide side) {
     switch (side) {
-        case EdgeSide::Left:
+        case PartSide::Left:
             return {-1, 0};
-        case EdgeSide::Right:
+        case PartSide::Right:
             return {1, 0};
-        case EdgeSide::Front:
+        case PartSide::Front:
             return {0, -1};
-        case EdgeSide::Back:
+        case PartSide::Back:
             return {0, 1};
     }
     return {};
 }
 
 /// The edge that a straight side lies in. A side in the middle of the part, in no edge, has none.
-std::optional<EdgeSide> EdgeOf(const PathVertex& from, const PathVertex& to, const Box3& part) {
+std::optional<PartSide> EdgeOf(const PathVertex& from, const PathVertex& to, const Box3& part) {
     const double halfLength = (part.min.x + part.max.x) / 2, halfWidth = (part.min.y + part.max.y) / 2;
     if (Round(from.x) == Round(to.x)) {
         const bool left = from.x < halfLength;
         if (Round(from.x) == Round(left ? part.min.x : part.max.x))
-            return left ? EdgeSide::Left : EdgeSide::Right;
+            return left ? PartSide::Left : PartSide::Right;
     }
     if (Round(from.y) == Round(to.y)) {
         const bool front = from.y < halfWidth;
         if (Round(from.y) == Round(front ? part.min.y : part.max.y))
-            return front ? EdgeSide::Front : EdgeSide::Back;
+            return front ? PartSide::Front : PartSide::Back;
     }
     return std::nullopt;
 }
@@ -84,7 +84,7 @@ class Outline {
 
 /// A side is a tip when its flanks come straight out to it and begin at a shoulder, where the outline turns
 /// the other way than at the tip's corners.
-bool IsTip(const Outline& outline, std::size_t side, EdgeSide edge) {
+bool IsTip(const Outline& outline, std::size_t side, PartSide edge) {
     const std::size_t count = outline.Count();
     const std::size_t before = side + count - 1, after = side + 1;
     if (!outline.Straight(before) || !outline.Straight(side) || !outline.Straight(after)) return false;
@@ -108,7 +108,7 @@ struct Candidate {
     }
 };
 
-Candidate CandidateAt(const Outline& outline, std::size_t side, EdgeSide edge) {
+Candidate CandidateAt(const Outline& outline, std::size_t side, PartSide edge) {
     const std::size_t count = outline.Count();
     const PathVertex &from = outline.At(side), &to = outline.At(side + 1);
     const PathVertex &first = outline.At(side + count - 1), &last = outline.At(side + 2);
@@ -154,7 +154,7 @@ std::vector<TongueTip> TongueTips(std::span<const PathVertex> outline, const Box
     if (outline.size() < fewest) return tips;
     const Outline path(outline);
     std::vector<Candidate> candidates;
-    for (const EdgeSide edge : Order)
+    for (const PartSide edge : Order)
         for (std::size_t side = 0; side < path.Count(); ++side)
             if (EdgeOf(path.At(side), path.At(side + 1), part) == edge && IsTip(path, side, edge))
                 candidates.push_back(CandidateAt(path, side, edge));

@@ -7,18 +7,15 @@
 #include <vector>
 
 #include "cnc/drawing/polyline_shape.h"
+#include "cnc/part/part_side.h"
 #include "session/ports/host_interface.h"
 
 namespace brenvik {
 
-/// The edges of a part seen from above: Left and Right are lowest and highest X, Front and Back lowest and
-/// highest Y.
-enum class EdgeSide { Left, Right, Front, Back };
-
 /// The tip of a tongue: a straight side of the outline that lies in an edge of the part's box (5 decimals),
 /// with straight flanks that go in from both its ends to a shoulder.
 struct TongueTip {
-    EdgeSide side = EdgeSide::Left;
+    PartSide side = PartSide::Left;
     std::size_t from = 0, to = 0;  ///< Vertices of the outline, in its order.
     Point3 start, end, midpoint;   ///< In plan.
     double length = 0;

@@ -6,13 +6,13 @@
 
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/outline/tongue_leads.h"
-#include "cnc/part/part_material.h"
+#include "cnc/part/part_measures.h"
+#include "cnc/part/run_state.h"
+#include "cnc/targets/target_table.h"
 
 namespace brenvik {
 
 namespace {
-
-constexpr std::string_view OutlinePrefix = "OT_";
 
 std::vector<AcadLWPolyline*> Outlines(AcadDocument& drawing) {
     std::vector<AcadLWPolyline*> found;
@@ -26,11 +26,7 @@ std::vector<AcadLWPolyline*> Outlines(AcadDocument& drawing) {
 void ProcessTongues(RunState& run) {
     const std::vector<AcadLWPolyline*> outlines = Outlines(*run.part.drawing);
     if (outlines.empty()) return;
-    if (!run.part.Material.Found()) {
-        TellUnknownMaterial(run);
-        return;
-    }
-    const Box3 part = LastSolid(*run.part.drawing).GetBoundingBox();
+    const Box3 part = BoxOfPart(run);
     const double lead = LeadOf(run.part.Material.tools.front().diameter);
     for (AcadLWPolyline* outline : outlines) {
         const std::vector<PathVertex> vertices = VerticesOf(*outline);

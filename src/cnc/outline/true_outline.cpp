@@ -18,7 +18,9 @@
 #include "cnc/outline/narrow_places.h"
 #include "cnc/outline/reach.h"
 #include "cnc/part/operation_layer.h"
+#include "cnc/part/part_measures.h"
 #include "cnc/part/told.h"
+#include "cnc/part/trial_objects.h"
 #include "cnc/plan/plan_sides.h"
 #include "cnc/targets/target_table.h"
 #include "session/session.h"
@@ -130,7 +132,7 @@ void TrueOutline::Begin(AcadLWPolyline* keptFace) {
 
 bool TrueOutline::FillsTheBox() const {
     if (mProfile == nullptr || mProfile->Coordinates().size() != 8) return false;
-    const Box3 part = LastSolid(*mRun.part.drawing).GetBoundingBox(), path = mProfile->GetBoundingBox();
+    const Box3 part = BoxOfPart(mRun), path = mProfile->GetBoundingBox();
     const Point3 low{part.min.x, part.min.y, path.min.z}, high{part.max.x, part.max.y, path.max.z};
     const double area = (part.max.x - part.min.x) * (part.max.y - part.min.y);
     return NearlyEqual(path.min, low) && NearlyEqual(path.max, high) &&
@@ -157,25 +159,23 @@ bool TrueOutline::StandsOutside(AcadRegion& covered) const {
         std::array{left, front, right, front, right, back, left, back});
     rim->SetClosed(true);
     rim->SetElevation(TopPlane(mRun));
-    std::vector<AcadEntity*> trials{rim, &covered};
+    TrialObjects trials;
+    trials.Keep(rim);
+    trials.Keep(&covered);
     // Where the trial fails the sections tell.
     bool outside = true;
     Skip([&] {
-        AcadRegion* frame = drawing.ModelSpace().AddRegion(std::array<AcadEntity*, 1>{rim}).front();
-        trials.push_back(frame);
-        frame->Boolean(BooleanKind::Subtraction, covered);
-        frame->Move({0, 0, 0}, {0, 0, Clear});
+        AcadRegion& frame = RegionOf(drawing, *rim, trials);
+        frame.Boolean(BooleanKind::Subtraction, covered);
+        frame.Move({0, 0, 0}, {0, 0, Clear});
         const double height = mRun.part.PartThickness + 2 * Clear;
-        Acad3DSolid* around =
-            drawing.ModelSpace().AddExtrudedSolid(*frame, frame->Normal().z < 0 ? height : -height, NoTaper);
-        trials.push_back(around);
-        auto* rest = dynamic_cast<Acad3DSolid*>(part.Copy());
-        trials.push_back(rest);
-        rest->Boolean(BooleanKind::Subtraction, *around);
-        outside = RoundHalfEven(rest->Volume(), VolumeDecimals) <
+        Acad3DSolid& around = trials.Keep(
+            drawing.ModelSpace().AddExtrudedSolid(frame, frame.Normal().z < 0 ? height : -height, NoTaper));
+        Acad3DSolid& rest = trials.Keep(dynamic_cast<Acad3DSolid*>(part.Copy()));
+        rest.Boolean(BooleanKind::Subtraction, around);
+        outside = RoundHalfEven(rest.Volume(), VolumeDecimals) <
                   RoundHalfEven(mRun.part.PartVolume, VolumeDecimals);
     });
-    for (AcadEntity* trial : trials) Skip([trial] { trial->Delete(); });
     return outside;
 }
 
@@ -201,7 +201,7 @@ const SolidSections* TrueOutline::Sections() {
 /// Whether the part's box alone shows that the part reaches beyond the profile.
 bool TrueOutline::BoxReachesBeyond() const {
     if (mProfile == nullptr) return false;
-    const Box3 part = LastSolid(*mRun.part.drawing).GetBoundingBox(), path = mProfile->GetBoundingBox();
+    const Box3 part = BoxOfPart(mRun), path = mProfile->GetBoundingBox();
     return part.min.x < path.min.x - SureReach || part.min.y < path.min.y - SureReach ||
            part.max.x > path.max.x + SureReach || part.max.y > path.max.y + SureReach;
 }
@@ -223,7 +223,7 @@ bool TrueOutline::ReachesBeyond() {
 /// Whether the united sections are the rectangle around the part, without openings: no section widens them.
 bool TrueOutline::RegionFillsTheBox() const {
     if (mRegion == nullptr) return false;
-    const Box3 part = LastSolid(*mRun.part.drawing).GetBoundingBox(), region = mRegion->GetBoundingBox();
+    const Box3 part = BoxOfPart(mRun), region = mRegion->GetBoundingBox();
     const double area = (part.max.x - part.min.x) * (part.max.y - part.min.y);
     return NearlyEqual(region.min.x, part.min.x) && NearlyEqual(region.min.y, part.min.y) &&
            NearlyEqual(region.max.x, part.max.x) && NearlyEqual(region.max.y, part.max.y) &&
@@ -234,7 +234,7 @@ bool TrueOutline::RegionFillsTheBox() const {
 /// a section that lies within a region of that rectangle leaves its sides whole, and the order in which they
 /// are walked: a path begins where it would have begun.
 bool TrueOutline::BoxSidesAreWhole() const {
-    const Box3 box = LastSolid(*mRun.part.drawing).GetBoundingBox();
+    const Box3 box = BoxOfPart(mRun);
     const auto endsThere = [&box](const Point3& end) {
         const bool onX = NearlyEqual(end.x, box.min.x) || NearlyEqual(end.x, box.max.x);
         const bool onY = NearlyEqual(end.y, box.min.y) || NearlyEqual(end.y, box.max.y);
@@ -309,7 +309,7 @@ bool TrueOutline::MayBeNarrower(const LeftContour& contour) const {
 /// The heights at which an edge of the part begins, ends or turns: between two of these a part of flat faces
 /// is hardly wider than at both. The lowest face and the top face are among them.
 std::vector<double> TrueOutline::Levels() const {
-    const Box3 box = LastSolid(*mRun.part.drawing).GetBoundingBox();
+    const Box3 box = BoxOfPart(mRun);
     // Told apart by what they round to, and kept as they are: a rounded plane may miss the top face.
     std::map<double, double> levels;
     const auto add = [&](double height) {
@@ -329,7 +329,7 @@ std::vector<double> TrueOutline::Levels() const {
 std::vector<double> TrueOutline::Steps() const {
     std::vector<double> heights;
     const double step = mRun.Metric() ? MetricStep : ImperialStep;
-    const double bottom = LastSolid(*mRun.part.drawing).GetBoundingBox().min.z;
+    const double bottom = BoxOfPart(mRun).min.z;
     const double first = RoundHalfEven(bottom, HeightDecimals) + Above + Above;
     for (double height = first; height <= mRun.part.PartThickness; height += step) heights.push_back(height);
     return heights;
@@ -409,7 +409,7 @@ bool TrueOutline::IsLeftOpen() const {
 /// Whether the part is as wide as the profiles that were made for it.
 bool TrueOutline::HoldsThePart() const {
     if (mProfile == nullptr) return true;
-    const Box3 part = LastSolid(*mRun.part.drawing).GetBoundingBox();
+    const Box3 part = BoxOfPart(mRun);
     Box3 path = mProfile->GetBoundingBox();
     for (const AcadLWPolyline* lump : mLumps) {
         const Box3 box = lump->GetBoundingBox();
@@ -475,7 +475,7 @@ PassOutcome TrueOutline::ChooseTool() {
 
 PassOutcome TrueOutline::Finish(const std::vector<LeftContour>& left) {
     if (!left.empty()) TakeEdges();
-    // Without an outline of the kept face the sections alone tell what is open.
+    // Without an outline of the kept face only the sections show the openings.
     const bool withOpenings =
         mProfile == nullptr ||
         std::ranges::any_of(left, [this](const LeftContour& contour) { return MayBeNarrower(contour); });

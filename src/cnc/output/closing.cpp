@@ -68,7 +68,8 @@ void DropFirstSidePaths(RunState& run) {
             polyline->Layer() == run.part.OutlineLayer && polyline->Color() == layers::OutlineColor;
         const bool through =
             polyline->Color() != layers::OutlineColor && -polyline->Thickness() >= run.part.PartThickness;
-        if (through || (outlineToo && (outline || polyline->Layer().starts_with("OT_")))) polyline->Delete();
+        if (through || (outlineToo && (outline || polyline->Layer().starts_with(OutlinePrefix))))
+            polyline->Delete();
     }
 }
 
@@ -148,7 +149,7 @@ PassOutcome ClosePart(RunState& run) {
             layer == layers::DELETE || layer == layers::BrenvikExplode)
             line->Delete();
 
-    MeasurePart(run, LastSolid(drawing).GetBoundingBox());
+    MeasurePart(run, BoxOfPart(run));
     DrawSheet(run);
     if (SwitchIsOn(setting::ToungeProcessing)) ProcessTongues(run);
     if (!run.FirstPass()) DropFirstSidePaths(run);

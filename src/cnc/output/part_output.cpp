@@ -30,8 +30,8 @@ void MoveOriginToBackLeftCorner(RunState& run) {
     run.part.drawing->SendCommand(PointAnswer(corner));
 }
 
-/// Where the receiver makes its own outside path, the first side goes without one. A cut-out as deep as the
-/// part may lie on the outline's layer, and stays.
+/// Deletes the outside path of a first side whose receiver makes its own. A cut-out as deep as the part may
+/// lie on the outline's layer; it is kept.
 void DropOutsidePath(RunState& run) {
     constexpr int outsideColor = 50;
     for (AcadLWPolyline* polyline : All<AcadLWPolyline>(*run.part.drawing)) {

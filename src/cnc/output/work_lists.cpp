@@ -14,6 +14,7 @@
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "base/text.h"
+#include "cnc/part/lengths.h"
 #include "cnc/part/part_file_name.h"
 #include "cnc/part/run_state.h"
 #include "session/ports/files_port.h"
@@ -75,8 +76,7 @@ std::string TrimmedDimension(const std::string& text) { return Trim(Dimension(te
 /// The key of the part's material, or with `ConvertMaterialName` the name that it has in inches.
 std::string MaterialText(const RunState& run) {
     if (!SwitchIsOn(setting::ConvertMaterialName)) return run.part.MaterialKeyText;
-    constexpr double millimetresInAnInch = 25.4;
-    return MaterialNameForList(run.Metric() ? run.part.ExtentZ : run.part.ExtentZ * millimetresInAnInch,
+    return MaterialNameForList(run.Metric() ? run.part.ExtentZ : run.part.ExtentZ * MillimetresInAnInch,
                                run.part.MaterialName);
 }
 

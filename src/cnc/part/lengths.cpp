@@ -39,9 +39,6 @@ std::string RoundedText(double value, int decimals) {
     return NumberToText(rounded == 0 ? 0 : rounded);
 }
 
-double MillimetreIn(bool metric) {
-    constexpr double millimetresPerInch = 25.4;
-    return metric ? 1 : 1 / millimetresPerInch;
-}
+double MillimetreIn(bool metric) { return metric ? 1 : 1 / MillimetresInAnInch; }
 
 }  // namespace brenvik

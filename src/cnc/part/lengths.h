@@ -17,6 +17,8 @@ double WithoutNoise(double value);
 /// Rounded half to even, as text; what rounds to nothing is "0", without a sign.
 std::string RoundedText(double value, int decimals);
 
+inline constexpr double MillimetresInAnInch = 25.4;
+
 /// One millimetre in the units of a run, in millimetres or in inches.
 double MillimetreIn(bool metric);
 

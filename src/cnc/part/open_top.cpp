@@ -1,17 +1,15 @@
 // The trial cut: everything it makes is a temporary object, and it leaves the drawing as it found it.
 #include "cnc/part/open_top.h"
 
-#include <array>
 #include <cmath>
 #include <numbers>
-#include <optional>
-#include <vector>
 
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/work_layers.h"
 #include "cnc/part/run_state.h"
+#include "cnc/part/trial_objects.h"
 
 namespace brenvik {
 
@@ -39,35 +37,6 @@ class Unlocked {
     AcadLayer* mLayer;
     bool mWasLocked = false;
 };
-
-/// The objects of one trial. Those that a step has used up already are gone, and deleting them again is
-/// passed over.
-class TrialObjects {
-  public:
-    TrialObjects() = default;
-    ~TrialObjects() {
-        for (AcadEntity* object : mObjects) Skip([object] { object->Delete(); });
-    }
-    TrialObjects(const TrialObjects&) = delete;
-    TrialObjects& operator=(const TrialObjects&) = delete;
-
-    template <class Kind>
-    Kind& Keep(Kind* object) {
-        mObjects.push_back(object);
-        return *object;
-    }
-
-  private:
-    std::vector<AcadEntity*> mObjects;
-};
-
-/// Every region that the curve makes; a closed contour that doesn't cross itself makes one.
-AcadRegion& RegionOf(AcadDocument& drawing, AcadEntity& curve, TrialObjects& objects) {
-    const std::array<AcadEntity*, 1> curves{&curve};
-    const std::vector<AcadRegion*> regions = drawing.ModelSpace().AddRegion(curves);
-    for (AcadRegion* region : regions) objects.Keep(region);
-    return *regions.front();
-}
 
 /// The volume that is left of the part when all above the region, or below it, is taken away; 0 where nothing
 /// is left.

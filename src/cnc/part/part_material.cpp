@@ -6,7 +6,6 @@
 
 #include "base/failure.h"
 #include "base/letter_case.h"
-#include "cnc/part/run_report.h"
 #include "cnc/part/told.h"
 #include "parts/mautocad.h"
 #include "session/message.h"
@@ -17,16 +16,13 @@ namespace brenvik {
 
 namespace {
 
-/// Of the material of parts that name none.
-constexpr std::string_view NameOfNone = "UnknownMaterial";
-
 /// A bit of 12,7 would be cut as one of 12, and a word as none.
-void RefuseUnusable(const CheckedMaterial& material) {
+void RefuseUnusable(RunState& run, const CheckedMaterial& material) {
     for (const MaterialFault& fault : material.faults) {
         if (fault.unusable)
             throw Failure(failure_number::TypeMismatch, std::string(OwnSource), "Type mismatch",
                           MaterialFaultText(fault));
-        NoteOnce(detail::ReportOfRun().doubtfulMaterials, MaterialFaultText(fault));
+        NoteOnce(run.report.doubtfulMaterials, MaterialFaultText(fault));
     }
 }
 
@@ -54,7 +50,7 @@ bool HasSpeedsInNames(Target target) {
 
 std::string MaterialNameOf(const Acad3DSolid& solid) {
     const std::string name = FoldUpper(mAutoCAD::PartDataOf(solid, "Material"));
-    return name.empty() ? std::string(NameOfNone) : name;
+    return name.empty() ? std::string(UnnamedMaterial) : name;
 }
 
 std::string MaterialKeyOf(const PartState& part) {
@@ -68,21 +64,17 @@ bool TakeMaterial(RunState& run) {
     const std::optional<CheckedMaterial> found = FindCheckedMaterial(part.MaterialKeyText);
     if (found) part.Material = MaterialFromTexts(found->texts);
     if (!part.Material.Found()) {
-        TellUnknownMaterial(run);
+        ShowMessage(UnknownMaterialText(part.MaterialKeyText));
+        NoteOnce(run.report.unknownMaterials, part.MaterialKeyText);
         return false;
     }
-    RefuseUnusable(*found);
+    RefuseUnusable(run, *found);
     for (const MaterialFault& fault : found->guessed)
-        NoteOnce(detail::ReportOfRun().doubtfulMaterials, MaterialFaultText(fault));
+        NoteOnce(run.report.doubtfulMaterials, MaterialFaultText(fault));
     if (HasSpeedsInNames(run.target))
         for (const MaterialFault& fault : PointsInSpeeds(found->texts, found->head))
-            NoteOnce(detail::ReportOfRun().doubtfulMaterials, MaterialFaultText(fault));
+            NoteOnce(run.report.doubtfulMaterials, MaterialFaultText(fault));
     return true;
-}
-
-void TellUnknownMaterial(const RunState& run) {
-    ShowMessage(UnknownMaterialText(run.part.MaterialKeyText));
-    NoteOnce(detail::ReportOfRun().unknownMaterials, run.part.MaterialKeyText);
 }
 
 }  // namespace brenvik

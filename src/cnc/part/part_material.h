@@ -3,10 +3,14 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "cnc/part/run_state.h"
 
 namespace brenvik {
+
+/// The material of parts that name none.
+inline constexpr std::string_view UnnamedMaterial = "UnknownMaterial";
 
 /// The name that the part's data give its material, in upper case. A part without one is of a material that a
 /// shop may have in its library under a name of its own.
@@ -21,8 +25,5 @@ std::string MaterialKeyOf(const PartState& part);
 /// by, naming the file, the line, the value and what was expected. What of it is doubtful is noted for the
 /// run's report.
 bool TakeMaterial(RunState& run);
-
-/// Reports that the library lacks the part's material, and notes the key for the run's report.
-void TellUnknownMaterial(const RunState& run);
 
 }  // namespace brenvik

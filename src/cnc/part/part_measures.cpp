@@ -2,6 +2,7 @@
 #include "cnc/part/part_measures.h"
 
 #include "base/numbers.h"
+#include "cnc/drawing/drawing_walk.h"
 #include "cnc/part/run_state.h"
 
 namespace brenvik {
@@ -11,6 +12,8 @@ namespace {
 constexpr int SizeDecimals = 6;
 
 }  // namespace
+
+Box3 BoxOfPart(const RunState& run) { return LastSolid(*run.part.drawing).GetBoundingBox(); }
 
 void MeasurePart(RunState& run, const Box3& box) {
     run.part.LowestCorner = box.min;

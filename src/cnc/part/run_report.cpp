@@ -1,4 +1,4 @@
-// The report of the last run, and who listens to a run.
+// Who listens to a run.
 #include "cnc/part/run_report.h"
 
 #include <utility>
@@ -10,7 +10,6 @@ namespace brenvik {
 namespace {
 
 struct RunModule {
-    RunReport report;
     std::function<void(const RunProgress&)> observer;
     std::function<void(const RunReport&)> endObserver;
 };
@@ -18,8 +17,6 @@ struct RunModule {
 }  // namespace
 
 namespace detail {
-
-RunReport& ReportOfRun() { return StateOf<RunModule>().report; }
 
 void TellRunObserver(const RunProgress& progress) {
     if (const auto& observer = StateOf<RunModule>().observer) observer(progress);
@@ -30,8 +27,6 @@ void TellRunEndObserver(const RunReport& report) {
 }
 
 }  // namespace detail
-
-const RunReport& LastRunReport() { return detail::ReportOfRun(); }
 
 void ObserveRuns(std::function<void(const RunProgress&)> observer) {
     StateOf<RunModule>().observer = std::move(observer);

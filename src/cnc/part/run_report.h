@@ -28,9 +28,6 @@ struct RunReport {
     std::vector<std::string> unknownMaterials;
 };
 
-/// Of the last run since the library was loaded.
-const RunReport& LastRunReport();
-
 struct RunProgress {
     int part = 0, parts = 0;  ///< From 1.
     bool secondSide = false;
@@ -45,8 +42,6 @@ void ObserveRunEnds(std::function<void(const RunReport&)> observer);
 
 namespace detail {
 
-/// The report that a run fills.
-RunReport& ReportOfRun();
 void TellRunObserver(const RunProgress& progress);
 void TellRunEndObserver(const RunReport& report);
 

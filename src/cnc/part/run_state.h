@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "cnc/part/run_report.h"
 #include "cnc/part/target.h"
 #include "cnc/plan/removal.h"
 #include "session/ports/host_interface.h"
@@ -53,7 +54,6 @@ struct PartState {
     /// asked.
     int NeedSecondSide = 0, ThroughRouteSeen = 0;
     int ExportScaleSetting = 0;
-    int RouteSkip = 0, DrillSkip = 0;
     double PartThickness = 0, PartBottomZ = 0, PartVolume = 0;
     double CircleSize = 0;
     int RouteCount = 0;
@@ -105,6 +105,7 @@ struct RunState {
     double SpoilAmount = 0;  ///< How far a through route cuts into the spoil board.
     /// BW's list has its header, by pass.
     bool ListHeaderWritten[2] = {false, false};
+    RunReport report;
     PartState part;
     FirstSide firstSide;
 

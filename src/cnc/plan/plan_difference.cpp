@@ -84,8 +84,8 @@ class Place {
         if (stays == mInPart) return std::nullopt;
         return stays ? Difference::Standing : Difference::Gone;
     }
-    /// An operation that takes what lies here; of what stays, one that goes around it or whose bit doesn't
-    /// get there.
+    /// The operation that removes the wood here; where wood is left, one that runs around it or whose bit
+    /// doesn't get there.
     Cause CauseOf(Difference difference) const {
         Cause cause;
         for (std::size_t i = 0; i < mShapes.size() && cause.operation < 0; ++i) {

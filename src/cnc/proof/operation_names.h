@@ -28,7 +28,7 @@ struct OperationName {
     std::optional<double> depth = {};     ///< Of a sheet the thickness.
     std::optional<double> diameter = {};  ///< Of a path's bit; of a hole or a bore itself.
     std::optional<double> height = {};    ///< Of a bore's axis over the underside, as the part lies.
-    std::optional<Side> side = {};        ///< Of a bore.
+    std::optional<PartSide> side = {};    ///< Of a bore.
     bool through = false;                 ///< A hole that the name itself says to go right through.
     std::string tool, speed, feed, compensation;
     std::optional<int> counter = {};

@@ -165,7 +165,7 @@ class SideReader {
                           circle.front().to.y - circle.front().from.y);
     }
 
-    static bool LeadsFrom(Side side, const Point3& into) {
+    static bool LeadsFrom(PartSide side, const Point3& into) {
         const SideTraits& edge = Sides()[static_cast<std::size_t>(side)];
         const double along = edge.axis == Axis::X ? into.x : into.y;
         return std::abs(along - (edge.atMax ? -1 : 1)) < SameAxis;

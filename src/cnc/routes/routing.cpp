@@ -15,6 +15,7 @@
 #include "cnc/part/lengths.h"
 #include "cnc/part/open_top.h"
 #include "cnc/part/operation_layer.h"
+#include "cnc/part/part_measures.h"
 #include "cnc/part/run_state.h"
 #include "cnc/part/second_side.h"
 #include "cnc/plan/bit_reach.h"
@@ -42,18 +43,18 @@ struct Routing {
 };
 
 /// Whether a contour is cut on this pass. One that neither side will cut has been reported then.
-enum class Side { This, Other, Unknown };
+enum class CutFrom { ThisSide, OtherSide, Unknown };
 
-Side SideOf(Routing& routing, AcadEntity& contour, const CutContour& place, std::string_view kind) {
+CutFrom SideOf(Routing& routing, AcadEntity& contour, const CutContour& place, std::string_view kind) {
     RunState& run = routing.run;
-    if (CutOnFirstSide(run, place)) return Side::Other;
+    if (CutOnFirstSide(run, place)) return CutFrom::OtherSide;
     OpenTop top = OpenTop::Open;
-    if (Attempt([&] { top = OpenToTop(run, contour, Decimals); })) return Side::Unknown;
+    if (Attempt([&] { top = OpenToTop(run, contour, Decimals); })) return CutFrom::Unknown;
     switch (top) {
         case OpenTop::Open:
         case OpenTop::Grown:
             NoteCut(run, place);
-            return Side::This;
+            return CutFrom::ThisSide;
         case OpenTop::Covered:
             break;
     }
@@ -61,7 +62,7 @@ Side SideOf(Routing& routing, AcadEntity& contour, const CutContour& place, std:
         NeedOtherSide(run);
     else
         NoteUncut(run, routing.part, kind, place);
-    return Side::Other;
+    return CutFrom::OtherSide;
 }
 
 /// From a height below the top to the top plane; gives the depth, which the thickness says downwards.
@@ -96,12 +97,12 @@ bool MakeRoute(Routing& routing, AcadLWPolyline& path) {
     RunState& run = routing.run;
     const CutContour place = PlaceOf(run, routing.part, path, path.Area());
     switch (SideOf(routing, path, place, "contour")) {
-        case Side::This:
+        case CutFrom::ThisSide:
             break;
-        case Side::Other:
+        case CutFrom::OtherSide:
             path.Delete();
             return true;
-        case Side::Unknown:
+        case CutFrom::Unknown:
             KeepForHandWork(run);
             return false;
     }
@@ -138,12 +139,12 @@ bool MakeCirclePocket(Routing& routing, AcadCircle& circle) {
     constexpr double quarterOfPi = 0.78539816339744831;
     const CutContour place = PlaceOf(run, routing.part, circle, quarterOfPi * diameter * diameter);
     switch (SideOf(routing, circle, place, "circle")) {
-        case Side::This:
+        case CutFrom::ThisSide:
             break;
-        case Side::Other:
+        case CutFrom::OtherSide:
             circle.Delete();
             return true;
-        case Side::Unknown:
+        case CutFrom::Unknown:
             KeepForHandWork(run);
             return false;
     }
@@ -154,7 +155,7 @@ bool MakeCirclePocket(Routing& routing, AcadCircle& circle) {
 /// False when the part is to be given up.
 bool MakePaths(RunState& run) {
     run.part.RouteDirection = DirectionOfCut(run.part.Material);
-    Routing routing{run, LastSolid(*run.part.drawing).GetBoundingBox()};
+    Routing routing{run, BoxOfPart(run)};
     const GatheredContours contours = GatherContours(*run.part.drawing, routing.part);
     if (!contours.followable) {
         KeepForHandWork(run);
@@ -212,11 +213,10 @@ bool CutCirclePocket(RunState& run, const Box3& part, AcadCircle& circle) {
     return true;
 }
 
-void RecogniseRoutes(RunState& run) {
+PassOutcome RecogniseRoutes(RunState& run) {
     run.part.RouteCount = 0;
-    run.part.bits.RouteSkip = 0;
     if (run.FirstPass()) run.firstSide.paths.clear();
-    if (!MakePaths(run)) run.part.RouteSkip = 1;
+    return MakePaths(run) ? PassOutcome::GoOn : PassOutcome::SkipPart;
 }
 
 }  // namespace brenvik

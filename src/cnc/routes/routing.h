@@ -3,16 +3,13 @@
 
 #include <string_view>
 
-#include "session/ports/host_interface.h"
+#include "cnc/part/run_state.h"
 
 namespace brenvik {
 
-struct MaterialRecord;
-struct MaterialTool;
-struct RunState;
-
-/// Closed shapes that stop inside the part become routes and pockets. Sets `RouteSkip` on a failure.
-void RecogniseRoutes(RunState& run);
+/// Closed shapes that stop inside the part become routes and pockets. Skips the part where no bit was
+/// chosen, and where a floor can't be followed.
+PassOutcome RecogniseRoutes(RunState& run);
 
 /// Which way paths inside a part run: "Clockwise" or "CounterClockwise".
 std::string_view DirectionOfCut(const MaterialRecord& material);

@@ -80,8 +80,7 @@ void RemovePartFiles(const PartFile& part) {
     RemoveIfThere(part.SecondSidePath());
 }
 
-std::vector<PartFile> WritePartFiles(RunState& run, AcadSelectionSet& prev, LentQuantities& quantities,
-                                     RunReport& report) {
+std::vector<PartFile> WritePartFiles(RunState& run, AcadSelectionSet& prev, LentQuantities& quantities) {
     AcadDocument& drawing = *run.sessionDrawing;
     AcadSelectionSet& one = FreshSet(drawing, "EXPORTSET");
     FreshSet(drawing, "explode");
@@ -99,8 +98,8 @@ std::vector<PartFile> WritePartFiles(RunState& run, AcadSelectionSet& prev, Lent
         one.AddItems(std::span(&entity, 1));
         const PartFile& part =
             parts.Add({"Part_" + std::to_string(parts.Count()) + ".dwg", LabelOf(*entity)});
-        TellQuantityFault(*entity, part.label, report);
-        TellLettersInUse(*entity, part.label, report);
+        TellQuantityFault(*entity, part.label, run.report);
+        TellLettersInUse(*entity, part.label, run.report);
         drawing.Wblock(part.FirstSidePath(), one);
         drawing.Wblock(part.SecondSidePath(), one);
         quantities.GiveBack(*entity);

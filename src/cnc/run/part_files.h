@@ -24,7 +24,6 @@ void RemovePartFiles(const PartFile& part);
 /// Writes the solids of a set in its order; what is no solid is passed over. Unlocks their layers, and gives
 /// each its lent quantity back. Quantities that are no counts go into the report. Fails as the host does
 /// where a folder can't be written, and leaves no part file then.
-std::vector<PartFile> WritePartFiles(RunState& run, AcadSelectionSet& prev, LentQuantities& quantities,
-                                     RunReport& report);
+std::vector<PartFile> WritePartFiles(RunState& run, AcadSelectionSet& prev, LentQuantities& quantities);
 
 }  // namespace brenvik

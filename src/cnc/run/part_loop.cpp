@@ -29,7 +29,6 @@ enum class PassEnd { NextPart, SecondSide, EndRun };
 
 void ResetForPass(RunState& run) {
     run.part.ExportScaleSetting = ToInteger(NumberSetting(setting::ExportScaleSetting));
-    run.part.RouteSkip = run.part.DrillSkip = 0;
     run.part.bits.RouteSkip = 0;
     run.part.bits.SavedToolDiameters = {};
     run.part.RouteCount = 0;
@@ -103,31 +102,31 @@ bool IsOfFiles(const Failure& failure) {
 
 /// The work on the open drawing. A part that the host or the modeller refuses is skipped and reported, so
 /// that the other parts of a job come out; a folder that can't be written ends the run.
-PassOutcome WorkOrSkip(RunState& run, const PassWork& steps, const PartFile& file, RunReport& report) {
+PassOutcome WorkOrSkip(RunState& run, const PassWork& steps, const PartFile& file) {
     PassOutcome came = PassOutcome::SkipPart;
     const std::optional<Failure> failure = Attempt([&] { came = WorkOnPass(run, steps); });
     if (!failure) {
         // The box that skipped it doesn't say which part it is.
         if (came == PassOutcome::SkipPart && run.FirstPass())
-            report.skipped.push_back("The part " + file.label + " was skipped.");
+            run.report.skipped.push_back("The part " + file.label + " was skipped.");
         return came;
     }
     if (IsOfFiles(*failure)) throw *failure;
     ShowFailureWithDetail(*failure);
-    report.unexplained.push_back("The part " + file.label + " was skipped" +
-                                 (run.FirstPass() ? "" : " on its second side") +
-                                 ": it could not be worked on.");
+    run.report.unexplained.push_back("The part " + file.label + " was skipped" +
+                                     (run.FirstPass() ? "" : " on its second side") +
+                                     ": it could not be worked on.");
     return PassOutcome::SkipPart;
 }
 
-PassEnd DoPass(RunState& run, const PassWork& steps, const PartFile& file, RunReport& report) {
+PassEnd DoPass(RunState& run, const PassWork& steps, const PartFile& file) {
     if (run.FirstPass() && !ThePlatform().files->FileExists(file.FirstSidePath())) {
-        report.passedOver.push_back("The part " + file.label + " was passed over: " + file.FirstSidePath() +
-                                    " has vanished.");
+        run.report.passedOver.push_back("The part " + file.label +
+                                        " was passed over: " + file.FirstSidePath() + " has vanished.");
         return PassEnd::NextPart;
     }
     OpenPart(run, file);
-    const PassOutcome came = WorkOrSkip(run, steps, file, report);
+    const PassOutcome came = WorkOrSkip(run, steps, file);
     if (came == PassOutcome::EndRun) return PassEnd::EndRun;
     bool bothSides = !run.FirstPass();
     if (came == PassOutcome::GoOn) {
@@ -144,43 +143,43 @@ PassEnd DoPass(RunState& run, const PassWork& steps, const PartFile& file, RunRe
 }
 
 /// One line for the part; what both passes met is told once.
-void ReportUnexplained(RunState& run, const PartFile& file, RunReport& report) {
+void ReportUnexplained(RunState& run, const PartFile& file) {
     std::vector<std::string> texts;
     for (std::string& text : run.part.unexplained)
         if (std::ranges::find(texts, text) == texts.end()) texts.push_back(std::move(text));
     run.part.unexplained.clear();
     if (texts.empty()) return;
-    report.unexplained.push_back("The part " + file.label +
-                                 " has features without an operation: " + Join(texts, "; "));
+    run.report.unexplained.push_back("The part " + file.label +
+                                     " has features without an operation: " + Join(texts, "; "));
 }
 
-/// What comes of the part's files isn't what is drawn.
-void ReportDifferences(RunState& run, const PartFile& file, RunReport& report) {
+/// Where the part that the files make differs from the drawn one.
+void ReportDifferences(RunState& run, const PartFile& file) {
     if (run.part.differences.empty()) return;
-    report.unexplained.push_back("The part " + file.label + " does not come out as it is drawn: " +
-                                 Join(std::exchange(run.part.differences, {}), "; "));
+    run.report.unexplained.push_back("The part " + file.label + " does not come out as it is drawn: " +
+                                     Join(std::exchange(run.part.differences, {}), "; "));
 }
 
 /// The lists' receivers part the columns at every comma, wherever it comes from.
-void ReportShiftedColumns(RunState& run, const PartFile& file, RunReport& report) {
+void ReportShiftedColumns(RunState& run, const PartFile& file) {
     if (run.part.shiftingTexts.empty()) return;
-    report.unexplained.push_back("The part " + file.label +
-                                 " moves the columns of the work list, by the comma in: " +
-                                 Join(std::exchange(run.part.shiftingTexts, {}), "; "));
+    run.report.unexplained.push_back("The part " + file.label +
+                                     " moves the columns of the work list, by the comma in: " +
+                                     Join(std::exchange(run.part.shiftingTexts, {}), "; "));
 }
 
-PassEnd WorkOnPart(RunState& run, const PassWork& steps, std::span<const PartFile> parts, RunReport& report) {
+PassEnd WorkOnPart(RunState& run, const PassWork& steps, std::span<const PartFile> parts) {
     const PartFile& file = parts[static_cast<std::size_t>(run.part.index)];
     PassEnd end = PassEnd::SecondSide;
     while (end == PassEnd::SecondSide) {
         detail::TellRunObserver(
             {run.part.index + 1, static_cast<int>(parts.size()), !run.FirstPass(), file.label});
-        end = DoPass(run, steps, file, report);
+        end = DoPass(run, steps, file);
     }
     if (steps.prove) steps.prove(run);
-    ReportUnexplained(run, file, report);
-    ReportDifferences(run, file, report);
-    ReportShiftedColumns(run, file, report);
+    ReportUnexplained(run, file);
+    ReportDifferences(run, file);
+    ReportShiftedColumns(run, file);
     return end;
 }
 
@@ -201,17 +200,17 @@ void RemoveFilesOfTheRest(RunState& run, std::span<const PartFile> parts) {
 
 }  // namespace
 
-bool WorkOnParts(RunState& run, const PassWork& steps, std::span<const PartFile> parts, RunReport& report) {
+bool WorkOnParts(RunState& run, const PassWork& steps, std::span<const PartFile> parts) {
     run.part.SecondSidePass = 0;
     for (std::size_t part = 0; part < parts.size(); ++part) {
         run.part.index = static_cast<int>(part);
         const std::size_t left = parts.size() - part - 1;
         try {
-            if (WorkOnPart(run, steps, parts, report) != PassEnd::EndRun) continue;
-            ReportTheRest(parts[part], left, report.passedOver);
+            if (WorkOnPart(run, steps, parts) != PassEnd::EndRun) continue;
+            ReportTheRest(parts[part], left, run.report.passedOver);
             return false;
         } catch (const Failure&) {
-            ReportTheRest(parts[part], left, report.unexplained);
+            ReportTheRest(parts[part], left, run.report.unexplained);
             RemoveFilesOfTheRest(run, parts);
             throw;
         }

@@ -4,15 +4,14 @@
 
 #include <span>
 
-#include "cnc/part/run_report.h"
 #include "cnc/run/part_files.h"
 #include "cnc/run/run_template.h"
 
 namespace brenvik {
 
 /// Works on the parts in order. Returns false when a part has ended the run: its drawing stays open then, and
-/// its files stay. A part that the host or the modeller refuses is told and skipped; a failure of files goes
-/// out when the part has been cleaned up.
-bool WorkOnParts(RunState& run, const PassWork& steps, std::span<const PartFile> parts, RunReport& report);
+/// its files are kept. A part that the host or the modeller refuses is reported and skipped; a failure of
+/// files is thrown on after the cleaning.
+bool WorkOnParts(RunState& run, const PassWork& steps, std::span<const PartFile> parts);
 
 }  // namespace brenvik

@@ -86,16 +86,17 @@ class FolderProof {
             LentQuantities quantities;
             AcadSelectionSet& prev = FreshSet(*mRun.sessionDrawing, "prev");
             Skip([&] { prev.Select(SelectMode::Previous); });
-            parts = WritePartFiles(mRun, prev, quantities, mProved.report);
+            parts = WritePartFiles(mRun, prev, quantities);
         }
         mParts = parts;
-        mProved.report.parts = static_cast<int>(parts.size());
-        mProved.report.complete = WorkOnParts(mRun, steps, parts, mProved.report);
-        const std::size_t before = mProved.report.passedOver.size();
+        mRun.report.parts = static_cast<int>(parts.size());
+        mRun.report.complete = WorkOnParts(mRun, steps, parts);
+        const std::size_t before = mRun.report.passedOver.size();
         TellTheRest(mFiles.folder, mUsed);
         TellTheRest(mSecondFolder, mUsedSecond);
-        std::ranges::move(mLists.Differences(), std::back_inserter(mProved.report.passedOver));
-        mProved.strays = mProved.report.passedOver.size() - before;
+        std::ranges::move(mLists.Differences(), std::back_inserter(mRun.report.passedOver));
+        mProved.strays = mRun.report.passedOver.size() - before;
+        mProved.report = std::move(mRun.report);
         return std::move(mProved);
     }
 
@@ -145,8 +146,8 @@ class FolderProof {
         run.part.LeavesSecondSide = NumberSetting(setting::DontDoTwoSided) == 1;
         const std::vector<std::string> candidates = CandidatesOf(run);
         if (candidates.empty()) {
-            mProved.report.passedOver.push_back("The part " + Label(run) + " has no file " +
-                                                NamesOf(run).front() + " in the folder.");
+            mRun.report.passedOver.push_back("The part " + Label(run) + " has no file " +
+                                             NamesOf(run).front() + " in the folder.");
             return;
         }
         const std::string unproved = held->unproved;
@@ -260,8 +261,7 @@ class FolderProof {
             const bool used = std::ranges::any_of(
                 ofParts, [&](const std::string& name) { return EqualsIgnoreCase(name, file); });
             if (!used)
-                mProved.report.passedOver.push_back("The file " + file +
-                                                    " is of no part that was looked at.");
+                mRun.report.passedOver.push_back("The file " + file + " is of no part that was looked at.");
         }
     }
 

@@ -12,6 +12,7 @@
 #include "cnc/holes/level_shapes.h"
 #include "cnc/holes/vertical_drilling.h"
 #include "cnc/part/part_material.h"
+#include "cnc/part/part_measures.h"
 #include "cnc/part/second_side.h"
 #include "cnc/routes/routing.h"
 #include "settings/settings_store.h"
@@ -48,18 +49,14 @@ PassOutcome Recognise(RunState& run) {
     AddLayer(*run.part.drawing, layers::RoutingLayer1);
     AddLayer(*run.part.drawing, layers::RoutingLayer2);
     // Routes use the edges up.
-    const LevelShapes shapes =
-        LevelShapes::Of(*run.part.drawing, LastSolid(*run.part.drawing).GetBoundingBox());
-    RecogniseRoutes(run);
-    if (run.part.RouteSkip == 1) return PassOutcome::SkipPart;
+    const LevelShapes shapes = LevelShapes::Of(*run.part.drawing, BoxOfPart(run));
+    if (RecogniseRoutes(run) == PassOutcome::SkipPart) return PassOutcome::SkipPart;
 
-    UnlockLayer(*run.part.drawing, layers::CircleHold);
     TopView(*run.part.drawing);
     run.app->ZoomExtents();
     TopView(*run.part.drawing);
     if (!BoreOnItsPass(run)) return PassOutcome::SkipPart;
-    DrillVertically(run, shapes);
-    return run.part.DrillSkip == 1 ? PassOutcome::SkipPart : PassOutcome::GoOn;
+    return DrillVertically(run, shapes);
 }
 
 }  // namespace brenvik

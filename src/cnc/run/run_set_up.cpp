@@ -55,30 +55,30 @@ std::string PlaceInList(std::size_t line) {
 }
 
 void TakeListedParts(RunState& run, std::span<const std::string> lines, AcadSelectionSet& prev,
-                     LentQuantities& quantities, RunReport& report) {
+                     LentQuantities& quantities) {
     std::vector<AcadEntity*> entities;
     for (std::size_t line = 1; line <= lines.size(); ++line) {
         const std::string& text = lines[line - 1];
         if (IsBlank(text)) continue;
         const std::optional<ListedPart> part = ParseCncListLine(text);
         if (!part) {
-            report.passedOver.push_back(PlaceInList(line) +
-                                        "expected a handle, a comma and a quantity, found \"" + text + "\"");
+            run.report.passedOver.push_back(
+                PlaceInList(line) + "expected a handle, a comma and a quantity, found \"" + text + "\"");
             continue;
         }
         AcadEntity* entity = FindEntity(*run.sessionDrawing, part->handle);
         if (entity == nullptr) {
-            report.passedOver.push_back(PlaceInList(line) + "the drawing has no part " + part->handle);
+            run.report.passedOver.push_back(PlaceInList(line) + "the drawing has no part " + part->handle);
             continue;
         }
-        if (SkippedForItsLetters(*entity, report)) continue;
+        if (SkippedForItsLetters(*entity, run.report)) continue;
         if (!quantities.Lend(*run.sessionDrawing, *entity, part->quantity))
-            report.passedOver.push_back(PlaceInList(line) + "the part " + part->handle +
+            run.report.passedOver.push_back(PlaceInList(line) + "the part " + part->handle +
                                         " does not take the quantity " + std::to_string(part->quantity));
         entities.push_back(entity);
     }
     if (!Skip([&] { prev.AddItems(entities); }))
-        report.passedOver.push_back(std::string(CncListFile) +
+        run.report.passedOver.push_back(std::string(CncListFile) +
                                     ": its parts can't be selected in the drawing");
 }
 
@@ -120,7 +120,7 @@ void LentQuantities::GiveBack(AcadEntity& entity) {
     Skip([&] { mAutoCAD::SetPartData(&entity, QuantityKey, "1"); });
 }
 
-AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities, RunReport& report) {
+AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities) {
     AcadSelectionSet& prev = FreshSet(*run.sessionDrawing, "prev");
     switch (run.form) {
         case RunForm::A:
@@ -134,7 +134,7 @@ AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities, RunReport
         ShowMessage(ListUnreadable);
         return nullptr;
     }
-    TakeListedParts(run, lines, prev, quantities, report);
+    TakeListedParts(run, lines, prev, quantities);
     return &prev;
 }
 

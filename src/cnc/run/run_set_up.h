@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "cnc/part/run_report.h"
 #include "cnc/part/run_state.h"
 #include "session/ports/host_interface.h"
 
@@ -41,7 +40,7 @@ class LentQuantities {
     /// A layer that is locked is unlocked, as the run does with the layers of its parts anyway. False if the
     /// entity doesn't take the quantity.
     bool Lend(AcadDocument& drawing, AcadEntity& entity, int quantity);
-    /// Gives one its "1" back; does nothing for an entity that has none lent.
+    /// Gives one its "1" back, if it has a lent quantity.
     void GiveBack(AcadEntity& entity);
 
   private:
@@ -49,8 +48,9 @@ class LentQuantities {
 };
 
 /// Fills the set "prev" of the session drawing: form A from the previous selection, form B from the list.
-/// Returns nothing when there is no list, which has been told then.
-AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities, RunReport& report);
+/// Lines that name no part of the drawing go into the
+/// report. Returns null, after a message, when there is no list.
+AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities);
 
 /// Deletes all files of both output folders, lists ahead of drawings, so that no list of an earlier run
 /// outlasts its files; what can't be deleted stays.

@@ -43,7 +43,7 @@ void ApplyGridBeforeRun(const RunState& run, const RunHooks& hooks) {
 
 /// Returns whether the run has an end to be told: one without parts, or whose list has not got its name, has
 /// not.
-bool WorkThrough(RunState& run, const PassWork& steps, const RunHooks& hooks, RunReport& report) {
+bool WorkThrough(RunState& run, const PassWork& steps, const RunHooks& hooks) {
     steps.clearWorkLists(run.target);
     ShowMessage(RunWarning);
     ApplyGridBeforeRun(run, hooks);
@@ -51,18 +51,18 @@ bool WorkThrough(RunState& run, const PassWork& steps, const RunHooks& hooks, Ru
     std::vector<PartFile> parts;
     {
         LentQuantities quantities;
-        AcadSelectionSet* prev = TakeParts(run, quantities, report);
+        AcadSelectionSet* prev = TakeParts(run, quantities);
         if (prev == nullptr) return false;
         EmptyOutputFolders();
-        parts = WritePartFiles(run, *prev, quantities, report);
+        parts = WritePartFiles(run, *prev, quantities);
     }
-    report.parts = static_cast<int>(parts.size());
+    run.report.parts = static_cast<int>(parts.size());
     const std::optional<Failure> failure =
-        Attempt([&] { report.complete = WorkOnParts(run, steps, parts, report); });
-    // What was written before a failure stays, and the user has been told what is missing.
+        Attempt([&] { run.report.complete = WorkOnParts(run, steps, parts); });
+    // Files written before a failure are kept; a message has named the parts that are missing.
     const bool listed = ShowAndResume(ShowFailureWithDetail, [&] { steps.finishWorkLists(run.target); });
     if (failure) throw *failure;
-    report.complete = report.complete && listed;
+    run.report.complete = run.report.complete && listed;
     return listed;
 }
 
@@ -71,8 +71,6 @@ bool WorkThrough(RunState& run, const PassWork& steps, const RunHooks& hooks, Ru
 void RunParts(AcadApplication& app, Target target, RunForm form, const PassWork& steps,
               const RunHooks& hooks) {
     Skip([] { ThePlatform().dialogs->DoEvents(); });
-    RunReport& report = detail::ReportOfRun();
-    report = {};
     RunState run;
     run.target = target;
     run.form = form;
@@ -84,12 +82,12 @@ void RunParts(AcadApplication& app, Target target, RunForm form, const PassWork&
     const StandingAnswersOfRun answers;
     const bool windowIsMinimized = SwitchIsOn(setting::MyWindowState);
     bool toldComplete = false;
-    ShowAndResume(ShowFailureWithDetail, [&] { toldComplete = WorkThrough(run, steps, hooks, report); });
+    ShowAndResume(ShowFailureWithDetail, [&] { toldComplete = WorkThrough(run, steps, hooks); });
     Skip([&] { run.sessionDrawing->SendCommand("plinetype\r2\r"); });
-    for (const std::string& text : report.unexplained) ShowMessage(text, "Brenvik");
+    for (const std::string& text : run.report.unexplained) ShowMessage(text, "Brenvik");
     if (toldComplete) ShowMessage(RunComplete);
     LeaveHost(run, windowIsMinimized);
-    detail::TellRunEndObserver(report);
+    detail::TellRunEndObserver(run.report);
 }
 
 }  // namespace brenvik

@@ -5,7 +5,6 @@
 #include <functional>
 #include <vector>
 
-#include "cnc/part/run_report.h"
 #include "cnc/part/run_state.h"
 
 namespace brenvik {

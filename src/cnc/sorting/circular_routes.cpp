@@ -130,7 +130,7 @@ class CircularRoutes {
         if (plan.dropM1) Drop(mLevels.M1);
         if (plan.dropT) Drop(mLevels.T);
         if (plan.dropM2) Drop(mLevels.M2);
-        // A floor with material above stays on hold, where it is told which side it belongs to.
+        // A floor with material above is left on hold, to be assigned to its side there.
         if (plan.pocket && IsOpen(*mLevels.M2->circle)) MakePocket(*mLevels.M2, PocketColor);
         if (plan.otherSide) NeedOtherSide(mRun);
     }

@@ -78,17 +78,16 @@ void LowerKeptFace(AcadDocument& drawing) {
 void BreakDown(AcadDocument& drawing) {
     AddLayer(drawing, layers::SolidHold);
     LastSolid(drawing).SetLayer(layers::SolidHold);
-    LockLayer(drawing, layers::SolidHold);
-    drawing.SendCommand(ExplodeAll);
-    drawing.SendCommand(ExplodeAll);
-    UnlockAllLayers(drawing);
+    {
+        const Locked solid(drawing, {layers::SolidHold});
+        drawing.SendCommand(ExplodeAll);
+        drawing.SendCommand(ExplodeAll);
+    }
     for (AcadEntity* entity : All<AcadEntity>(drawing))
         if (entity->ObjectName() == "AcDbBody") entity->Delete();
     AddLayer(drawing, layers::CircleHold, HoldColor);
-    LockLayer(drawing, layers::CircleHold);
-    LockLayer(drawing, layers::SolidHold);
+    const Locked held(drawing, {layers::CircleHold, layers::SolidHold});
     drawing.SendCommand(ExplodeAll);
-    UnlockLayer(drawing, layers::CircleHold);
 }
 
 void TakeMeasures(RunState& run, const Acad3DSolid& solid, const Box3& box) {

@@ -1,4 +1,4 @@
-// Holes at an angle to the part: nothing makes them, and the operator is told of each.
+// Holes at an angle to the part: no operation makes them, so each is reported to the operator.
 #pragma once
 
 #include <span>

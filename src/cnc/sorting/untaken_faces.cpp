@@ -206,7 +206,6 @@ void TellSlope(RunState& run, const AcadRegion& face, const Edges& edges) {
 /// Takes a copy of the part apart to its faces.
 void TellSlopes(RunState& run, const Edges& edges) {
     AcadDocument& drawing = *run.part.drawing;
-    UnlockAllLayers(drawing);
     AddLayer(drawing, layers::RegionPV2);
     LastSolid(drawing).Copy()->SetLayer(layers::RegionPV2);
     {
@@ -216,7 +215,6 @@ void TellSlopes(RunState& run, const Edges& edges) {
     for (const AcadRegion* face : AllOn<AcadRegion>(drawing, layers::RegionPV2))
         Skip([&] { TellSlope(run, *face, edges); });
     for (AcadEntity* piece : AllOn<AcadEntity>(drawing, layers::RegionPV2)) piece->Delete();
-    LockLayer(drawing, layers::SolidHold);
 }
 
 }  // namespace

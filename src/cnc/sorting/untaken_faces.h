@@ -1,5 +1,5 @@
-// Faces that no recogniser takes: a cutter that goes up and down makes level floors and upright walls, and
-// whatever else a part has is told to the operator.
+// Faces that no recogniser takes: a vertical cutter makes level floors and upright walls, and any other
+// face is reported to the operator.
 #pragma once
 
 #include "session/ports/host_interface.h"
@@ -14,9 +14,8 @@ struct RunState;
 /// a round floor, rounded-over edges), arcs at an angle, and ellipses and splines that aren't level. A curve
 /// in which a bore meets an upright round wall is none of these.
 ///
-/// To be called when the faces have fallen apart to curves and before circles are sorted. The locks of layers
-/// are left as the breaking down leaves them: `SolidHold` alone is locked. The second pass, which sees the
-/// same faces turned over, notes none.
+/// To be called when the faces have fallen apart to curves and before circles are sorted. The second pass, which
+/// sees the same faces turned over, notes none.
 void NoteUntakenFaces(RunState& run);
 
 }  // namespace brenvik

@@ -14,10 +14,10 @@ namespace brenvik {
 namespace {
 
 constexpr auto AllSides = std::to_array<SideTraits>({
-    {Side::Front, Axis::Y, false, "HF_T", "SIDEX"},
-    {Side::Back, Axis::Y, true, "HB_T", "SIDEZ"},
-    {Side::Left, Axis::X, false, "HL_T", "SIDEW"},
-    {Side::Right, Axis::X, true, "HR_T", "SIDEY"},
+    {PartSide::Front, Axis::Y, false, "HF_T", "SIDEX"},
+    {PartSide::Back, Axis::Y, true, "HB_T", "SIDEZ"},
+    {PartSide::Left, Axis::X, false, "HL_T", "SIDEW"},
+    {PartSide::Right, Axis::X, true, "HR_T", "SIDEY"},
 });
 
 using NameForm = std::string (*)(const RunState&, std::string_view head, const BoreCut&);

@@ -5,16 +5,16 @@
 #include <string>
 #include <string_view>
 
+#include "cnc/part/part_side.h"
+
 namespace brenvik {
 
 struct RunState;
 
-enum class Side { Front, Back, Left, Right };
-
 enum class Axis { X, Y };
 
 struct SideTraits {
-    Side side;
+    PartSide side;
     Axis axis;   ///< Along which this side's bores run.
     bool atMax;  ///< The face is at the box's maximum and looks along the axis, else the other way.
     std::string_view layer;      ///< For circles that stay, such as "HF_T".

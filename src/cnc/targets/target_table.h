@@ -37,6 +37,10 @@ enum class RouteRole {
     ChosenOutline,  ///< The outside profile where another tool was chosen for it.
 };
 
+/// How names of the first family (but THERM's) begin: of an outline, and of a route. Those of pockets begin
+/// with their `PathKindText`.
+inline constexpr std::string_view OutlinePrefix = "OT_", RoutePrefix = "RT_";
+
 /// The layer of a path: depth in the units of the run, tool and counter from the run's state (an outline
 /// for which none was chosen takes the material's first tool).
 std::string RouteLayerName(const RunState& run, RouteRole role, PathKind kind, double depth);
