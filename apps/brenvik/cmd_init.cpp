@@ -29,7 +29,7 @@ void RequireSameUnits(const std::string& word, MeasureUnits present, const std::
 /// For a new home; metric where nothing is said.
 MeasureUnits Wanted(const std::string& word) { return UnitsNamed(word).value_or(MeasureUnits::Metric); }
 
-/// The units that the home has, whose settings and materials go together. Nothing when neither tells.
+/// The units of the home, by its settings or its materials, which agree. Empty if neither shows them.
 std::optional<MeasureUnits> UnitsOf(Workplace& workplace, const std::string& word) {
     if (EnumerateSubkey({}).empty()) return Wanted(word);
     if (const std::optional<MeasureUnits> present = UnitsOfHome()) {

@@ -64,7 +64,7 @@ ExitStatus List(const std::string& home, const ListOptions& options) {
     Workplace workplace(home, dialogs);
     const auto [document, selected] = OpenAndSelect(workplace, options.drawing, options.unit, teller);
     teller.Progress("measuring " + std::to_string(selected) + " parts");
-    // With nothing selected the scan leaves the grid as it is, so there is nothing to look at.
+    // Without a selection the scan leaves the grid unchanged, and the list would be empty.
     Scanned scanned =
         selected == 0 ? Scanned{EmptyPartList(choices.group), 0} : Scan(workplace.host, dialogs, choices);
     teller.Wipe();

@@ -60,7 +60,7 @@ std::string LibraryFile(const Workplace& workplace) {
     return TextFromPath(workplace.files.Resolve(MaterialsPath()));
 }
 
-/// Of each line what is wrong with it. True where nothing is.
+/// Prints the faults, a line each. True if there are none.
 template <typename Faults>
 bool TellFaults(const Workplace& workplace, const Faults& faults) {
     for (const auto& fault : faults)
@@ -95,7 +95,7 @@ ExitStatus ListMaterials(const std::string& home) {
     });
 }
 
-/// The near keys of the library as typed words, or nothing where it has none.
+/// The near keys of the library as typed words; blank if there are none.
 std::string NearKeys(const MaterialLibrary& library, const std::string& key) {
     constexpr std::size_t enoughToChooseFrom = 5;
     std::vector<std::string> words = NearMaterials(library, key, enoughToChooseFrom);

@@ -16,10 +16,10 @@
 
 namespace brenvik::app {
 
-/// Opens the drawing that the options name and tells what could not be taken over. Throws CommandError with
-/// Unreadable where there is nothing to be read. `files` get to know the drawing as it is read, and the file
-/// that the options save to.
-/// Lengths are brought to the unit of the shop's drawings, and each change is told.
+/// Opens the drawing that the options name and reports what could not be taken over. Throws CommandError with
+/// Unreadable if the file can't be read. `files` guard the drawing from now on, and the file that the options
+/// save to.
+/// Lengths are brought to the unit of the shop's drawings, and each change is reported.
 HostDocument& OpenInput(HostApplication& host, GuardedFiles& files, const UnitChoice& units,
                         const DrawingOptions& options, Teller& teller);
 

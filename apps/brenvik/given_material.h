@@ -9,7 +9,7 @@
 namespace brenvik::app {
 
 /// Puts the material on each entity of the previous selection that has none, as part data of the open
-/// drawing, and tells how many. A blank one gives nothing. A part that refuses it is told.
+/// drawing, and reports how many. A blank name changes no part; a part that refuses it is reported.
 void GiveMaterial(HostDocument& document, const std::string& material, Teller& teller);
 
 }  // namespace brenvik::app

@@ -73,7 +73,7 @@ DroppedPartLines TakeDroppedPartLines() {
             told.lines.push_back("the part " + part.handle + " \"" + part.name +
                                  "\" is missing in the list: " + part.reason);
     }
-    // What is wrong with the table has been told already, and is the same for each of them.
+    // The table's faults have been reported already, and are the same for each of them.
     if (withTheTable > 0)
         told.lines.push_back(std::to_string(withTheTable) + (withTheTable == 1 ? " part is" : " parts are") +
                              " missing in the list, since the part table can't be used");

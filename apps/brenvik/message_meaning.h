@@ -5,8 +5,8 @@
 
 namespace brenvik::app {
 
-/// Whether a box tells that something was skipped, refused or failed. Every box is taken for one but those
-/// that only announce, or tell of a default that was taken.
+/// Whether a box means that something was skipped, refused or failed. Every box counts as one, except for
+/// announcements and notes of a default.
 bool TellsOfTrouble(const MessageRequest& request);
 
 }  // namespace brenvik::app

@@ -1,4 +1,4 @@
-// What a journal's run tells as it goes: message boxes, answers, and the host's command line.
+// The running transcript of a journal: message boxes, answers, and the host's command line.
 #pragma once
 
 #include <fstream>
@@ -10,7 +10,7 @@
 
 namespace brenvik::app {
 
-/// What is written goes to both.
+/// Copies all output to both streams.
 class TeeBuffer : public std::streambuf {
   public:
     TeeBuffer(std::streambuf& firstBuffer, std::streambuf& secondBuffer)

@@ -19,7 +19,7 @@ class Teller {
     void Progress(const std::string& step);
     /// Something that the user may want to know.
     void Remark(const std::string& text);
-    /// Something that the user has to know, told in any case, though nothing has failed.
+    /// A message that is shown in any case, though it is no failure.
     void Tell(const std::string& text);
     /// Something was skipped or failed: told in any case, and the command ends incomplete.
     void Loss(const std::string& text);

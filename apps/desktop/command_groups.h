@@ -13,7 +13,7 @@ struct GroupedCommand {
     Command command;
     /// Whether it can change the drawing, so that leaving it asks about saving.
     bool changesDrawing = false;
-    /// It works on what is selected; with nothing selected it would do nothing.
+    /// It works on the selected parts, and without a selection has no effect.
     bool wantsParts = false;
     std::string_view key = {};  ///< A shortcut such as "Ctrl+L".
 };

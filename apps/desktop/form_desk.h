@@ -22,8 +22,8 @@ class FormDesk {
     FormDesk(const FormDesk&) = delete;
     FormDesk& operator=(const FormDesk&) = delete;
 
-    /// Does what the user wishes, and shows what has come of it. A Failure is told in a box, unless a journal
-    /// plays: then it waits for RethrowKept.
+    /// Carries out a user's action, then brings the windows up to date. A Failure is shown in a box, unless a
+    /// journal plays: then it waits for RethrowKept.
     void Do(const std::function<void()>& wish);
     /// Brings every open window up to date.
     void ShowModels();

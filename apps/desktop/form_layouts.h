@@ -47,7 +47,7 @@ const std::vector<FormLayout>& FormLayouts();
 
 /// Whether the text of a combo box is free; of the others one item is chosen.
 bool TakesFreeText(std::string_view comboBox);
-/// Whether what is typed stays unseen.
+/// Whether typed characters are masked.
 bool IsSecret(std::string_view textBox);
 
 }  // namespace brenvik::desktop

@@ -181,7 +181,7 @@ bool MainWindow::OpenFile(const std::string& name) {
         QMessageBox::warning(this, tr("Open"), ToQt(failure.what()));
     }
     if (!opened) {
-        // The half-read drawing goes; the one before stays.
+        // Close the half-read drawing and keep the previous one.
         if (Document() != nullptr && Document() != before) mWorkplace.host.CloseDocument(*Document());
         return false;
     }
@@ -305,7 +305,7 @@ void MainWindow::RunCommand(const GroupedCommand& command) {
     });
 }
 
-/// A list of nothing helps nobody: with nothing selected every part is meant.
+/// An empty list helps nobody: without a selection every part is meant.
 void MainWindow::SelectAllWhenNothingIs() {
     if (!SelectedHandles().empty()) return;
     std::vector<std::string> handles;

@@ -9,8 +9,8 @@ namespace brenvik::desktop {
 
 class ControlBinding;
 
-/// Each act goes to the widget of the control, which has to be there, to be seen and to be enabled; otherwise
-/// it fails with 5 and what is wrong with the window.
+/// Acts on the control's widget. Fails with 5, naming the reason, if the window has no such widget, or it is
+/// hidden or disabled.
 class WidgetHands : public JournalHands {
   public:
     explicit WidgetHands(FormDesk& desk) : mDesk(desk) {}

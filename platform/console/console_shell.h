@@ -1,5 +1,5 @@
-// Documents and programs that the system hands to the operating system, told on a stream instead: on a
-// console there is nobody who would look at a window.
+// Documents and programs that the system would open by the operating system: only their names are printed,
+// since a console has no windows.
 #pragma once
 
 #include <ostream>

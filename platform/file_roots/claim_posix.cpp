@@ -40,7 +40,7 @@ Claim::Claim(const std::filesystem::path& place)
 
 Claim::Claim(const std::filesystem::path& folder, ByFile) { LockFileIn(folder); }
 
-// The file goes while it is still locked. Who has opened it before that looks again whether it is there.
+// Removed while still locked. A program that opened it before checks again whether it is there.
 void Claim::LockFileIn(const std::filesystem::path& folder) {
     mMark = folder / (std::string(WorkFilePrefix) + "claim");
     do {

@@ -55,8 +55,8 @@ class JournalPlayer {
     /// Plays all steps. Throws JournalFailure at the first step that can't be done or doesn't hold; a Failure
     /// that a step lets through becomes one.
     void Play();
-    /// How many answers nobody has asked for, and forms that the end of the journal had to close: a journal
-    /// that did what was meant has none. The transcript tells of each.
+    /// The number of answers left over, and of forms that the end of the journal had to close. The transcript
+    /// names each; a journal that ran as meant has none.
     int LooseEnds() const { return mLooseEnds; }
     /// Loads the form if need be and plays steps on it until it is unloaded. When the journal ends first,
     /// the form is asked to close, unloaded if it refuses, and the transcript says so.

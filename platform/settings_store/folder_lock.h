@@ -7,7 +7,7 @@ namespace brenvik {
 
 /// Waits until no other program, and no other store of this one, holds the lock of the folder, and holds it
 /// until it goes out of scope; no file is made. A folder that is missing, and a file system that knows no
-/// locks, have none: then it does nothing.
+/// locks, count as unlocked.
 class FolderLock {
   public:
     explicit FolderLock(const std::filesystem::path& folder);

@@ -36,8 +36,8 @@ class TextSettings : public SettingsPort {
     /// The lines of the file.
     std::vector<SettingsFileLine> Lines();
 
-    /// Writes what `changes` saves and deletes as one change of the file, while other programs wait: they see
-    /// all of it or nothing. A failure of `changes` changes nothing.
+    /// Writes everything that `changes` saves and deletes as one change of the file, which other programs see
+    /// whole or not at all. If `changes` fails, the file keeps its content.
     void ChangeTogether(const std::function<void()>& changes);
 
   private:

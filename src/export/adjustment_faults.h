@@ -1,5 +1,5 @@
-// What is wrong in an adjustment file although exports go on with it: amounts that aren't numbers add
-// nothing, and criteria that nobody knows let every part through.
+// Faults of an adjustment file that don't stop an export: amounts that aren't numbers count as 0, and unknown
+// criteria let every part through.
 #pragma once
 
 #include <cstddef>

@@ -107,7 +107,7 @@ AdjustmentList WalkAdjustments(std::span<const std::string> lines) {
     while (start) {
         walked.insert(*start);
         list.sections.push_back(SectionAt(*start, lines));
-        // A blank first line names nothing: the walk goes on behind it.
+        // A blank first line is no section: look on behind it.
         const std::string& name = lines[*start];
         start = StartBehind(name.empty() ? 0 : places.find(name)->second, name, lines);
         if (start && walked.contains(*start)) {

@@ -64,7 +64,7 @@ class AdjustmentRules {
         std::vector<Criterion> criteria;
         SizeAdjustment amounts;
     };
-    /// What a record has in each of `fields`, in the form of a criterion's value; nothing where it has none.
+    /// A record's value for each of `fields`, in the form of a criterion's; empty for a field without one.
     using FieldTexts = std::vector<std::optional<std::string>>;
     std::size_t PlaceOf(const std::string& field);
     FieldTexts TextsOf(const Recordset& records) const;
@@ -120,7 +120,7 @@ std::string ResolveAdjustmentPath();
 /// ago in another program, and nobody but the user changes it.
 void KeepAdjustmentPath(std::string_view path);
 
-/// The path for an export, kept as above. Nothing, told in a message box, where there is none: the export
+/// The path for an export, kept as above. Empty, after a message box, if there is none: the export
 /// ends then.
 std::optional<std::string> TakeExportAdjustmentPath();
 
@@ -130,9 +130,9 @@ struct AdjustmentSource {
     bool usable = false;
     AdjustmentRules rules;
 };
-/// Reads the file. One without a section applies nothing, which is told in a message box unless it holds
-/// nothing but remarks. One that isn't usable is told in a message box that names the section: the export
-/// ends then.
+/// Reads the file. Without a section it adjusts no size, and a message box says so unless the file holds
+/// only remarks. If the file isn't usable, a message box names the section at fault, and the export
+/// ends.
 AdjustmentSource ReadExportAdjustments(std::string_view path);
 
 }  // namespace brenvik

@@ -47,8 +47,8 @@ struct ListPlan {
     bool groups = true;  ///< False where no column stands behind the quantity.
 };
 
-/// Nothing when the adjustments can't be applied, or a column is none: parts that differ in what it was meant
-/// to be would be cut as one. That has been told then.
+/// Empty, after a message, if the adjustments can't be applied or a column is unknown: parts that differ only
+/// in that column would be cut as one.
 std::optional<ListPlan> PlanOf(const frmExport& form, std::string_view adjustmentPath) {
     const bool fractions = form.chkReduce.Value() == 1;
     if (form.chkChooseCSV.Value() != 1)

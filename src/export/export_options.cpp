@@ -44,7 +44,7 @@ void ChooseProfileOf(frmExport& form, const std::string& wanted) {
     };
     const auto found = std::ranges::find_if(profiles, isWanted);
     const std::string file = ApplicationFolder() + std::string(CsvProfileFile);
-    // The dialog passes over a file that can't be read; who has named a profile of it is told.
+    // The dialog ignores an unreadable file; if a profile of it was named, its failure is shown.
     if (profiles.empty() && ThePlatform().files->FileExists(file)) ReadLines(file);
     if (std::ranges::count_if(profiles, isWanted) > 1)
         Refuse("profile", "several profiles of " + file + " are called \"" + wanted +

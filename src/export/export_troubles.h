@@ -1,5 +1,5 @@
-// What an export has met that no message box tells of: a value that can't be read, a column that is none.
-// Somebody who looks at the list alone would not see it.
+// Troubles of an export that have no message box: unreadable values, unknown columns. The list alone doesn't
+// show them.
 #pragma once
 
 #include <optional>

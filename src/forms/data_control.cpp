@@ -12,7 +12,7 @@ DataControl::DataControl(std::string controlName, std::function<std::unique_ptr<
       mCreateConnection(std::move(makeConnection)) {}
 
 void DataControl::Refresh() {
-    // All of the new is there before any of the old goes, so that a refused statement changes nothing.
+    // Build the new record set completely before releasing the old: a refused statement has no effect.
     std::unique_ptr<Connection> newConnection = mCreateConnection();
     newConnection->Open(connectionString);
     std::unique_ptr<Recordset> newRecords = newConnection->OpenRecordset(recordSource);

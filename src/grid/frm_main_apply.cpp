@@ -37,8 +37,8 @@ std::vector<WrittenKey> WrittenKeys() {
     return keys;
 }
 
-/// Runs the statements of one row. A failure is told, and the next statement runs; the same failure again
-/// is not told twice, as when a solid takes none of its values.
+/// Runs the statements of one row, the next one even after a failure. Each failure is shown once, though a
+/// solid that refuses its values fails for all of them.
 class RowStatements {
   public:
     RowStatements(FailureTelling failureTelling, int gridRow) : mTelling(failureTelling), mRow(gridRow) {}

@@ -7,8 +7,8 @@
 
 namespace brenvik {
 
-/// Keys were typed into the letters of a row and `passed` is what the cell took of them. Blank: nothing, so
-/// the cell stays as it was, and that counts as a failed edit.
+/// Notes keys typed into the letters of a row, of which the cell took `passed`. If that is blank, the cell
+/// kept its text, and the edit counts as failed.
 void NoteKeysNotTaken(int row, std::string_view typed, std::string_view passed);
 
 /// Letters that name no sizes were refused, which empties the letters and the sizes of the row. `before` are

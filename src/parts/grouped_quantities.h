@@ -3,8 +3,8 @@
 
 namespace brenvik {
 
-/// Notes each group of the present list whose rows' quantities come to another number than the group shows.
-/// Does nothing while grouping is off.
+/// Notes each group of the present list whose quantity isn't the sum of its rows' quantities. For a list
+/// that isn't grouped there is none.
 void NoteGroupedQuantities();
 
 }  // namespace brenvik

@@ -70,7 +70,7 @@ std::optional<std::string> FaultOfLettersInUse(const AcadEntity& solid) {
             saved[i] = mAutoCAD::GetPartData(handle, "OLDVALUE" + std::to_string(i + 1));
     });
     if (!read || IsBlank(letters) || LettersFault(letters)) return std::nullopt;
-    // Letters from elsewhere have none, and there is nothing to hold them against.
+    // Letters from another program come without saved sizes, so they can't be checked.
     if (std::ranges::all_of(saved, [](const std::string& value) { return IsBlank(value); }))
         return std::nullopt;
     const std::array<std::string_view, 3> values{saved[0], saved[1], saved[2]};

@@ -9,13 +9,13 @@
 
 namespace brenvik {
 
-/// What is wrong with a quantity, nothing for one that counts parts. An empty one counts as 1.
+/// The fault of a quantity; empty if it is a count of parts. A blank quantity counts as 1.
 std::optional<std::string> QuantityFault(std::string_view quantity);
 
 /// How many parts a quantity stands for: 1 for a blank one, else the number at its head.
 double PartsOf(std::string_view quantity);
 
-/// What is wrong with orientation letters, nothing for blank ones and for those that name each size once.
+/// The fault of orientation letters; empty for blank ones and for those that name each size once.
 std::optional<std::string> LettersFault(std::string_view letters);
 
 /// What is wrong with the extents saved beside letters: each has to be a number above 0.

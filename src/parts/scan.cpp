@@ -158,7 +158,7 @@ bool WereGuessed(const std::string& letters, const PartRow& row) {
            (LettersFault(letters) || SavedExtentsFault(saved));
 }
 
-/// A row of nothing, as where nothing is measured and nothing was saved.
+/// Whether the row has neither measured nor saved sizes.
 bool HasNoExtents(const PartRow& row) {
     return std::ranges::all_of(row.extents.E, [](double extent) { return extent == 0; });
 }

@@ -181,8 +181,8 @@ void frmNewSort::ToggleDirection() {
     const int item = List2.ListIndex();
     if (item < 0) return;
     const std::string text = List2.Text();
-    // Both ways cut as much as the shorter direction takes, so that a blank more stays each time that a
-    // column goes back to ascending. Readers trim.
+    // Both ways cut as many characters as the shorter direction has, so each return to ascending leaves one
+    // more blank. Readers trim.
     const std::string name = DropRight(text, Ascending.size());
     if (text.ends_with(Ascending))
         List2.SetItem(item, name + std::string(Descending));

@@ -120,7 +120,7 @@ std::string CircleTooSmallForPocket(std::string_view key, double diameter) {
            std::string(key) + ", in any of the slots. This part will now be skipped.";
 }
 
-/// Gives the part up. There is nothing more to tell.
+/// Gives the part up; the user has had the message.
 bool GiveUp(BitChoice& choice) {
     choice.RouteSkip = 1;
     return false;

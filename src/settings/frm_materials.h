@@ -29,7 +29,7 @@ class frmMaterials : public Form {
     std::string copiedRow;
 
   protected:
-    /// Reads the library. What can't be read, and what is damaged in it, is told in a message box.
+    /// Reads the library. A message box reports a failure to read it, and damaged records.
     void OnLoad() override;
 
   private:

@@ -43,8 +43,8 @@ class Placement {
     bool mMirrors = false;
 };
 
-/// A direction from a vector; components that are rounding noise become nothing, so that what is
-/// square to the axes is exactly so. Throws BadRecord for a vector without length.
+/// A direction from a vector; components that are rounding noise become 0, so that a direction along an
+/// axis is exactly so. Throws BadRecord for a vector without length.
 gp_Dir CleanDirection(const gp_XYZ& vector, long record, std::string_view what);
 
 /// A surface. Its natural side is that of the modeller: away from the axis or centre, along the Z direction

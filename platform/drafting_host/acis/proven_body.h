@@ -1,5 +1,5 @@
-// Texts that are known to give the body back: what a drawing holds tomorrow is what it held today, or the one
-// who saves is told.
+// Texts that are read back before they count: tomorrow's drawing holds today's body, or saving reports the
+// difference.
 #pragma once
 
 #include "drafting_host/acis/acis_text.h"

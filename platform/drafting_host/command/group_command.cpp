@@ -26,7 +26,7 @@ std::vector<AcadEntity*> AsItems(const std::vector<HostEntity*>& entities) {
     return {entities.begin(), entities.end()};
 }
 
-/// The group of a name that is asked for; nothing, and told, where there is none.
+/// Asks for a name and returns its group; null, after a message, if there is none.
 Asking<HostGroup*> AskGroup(CommandSession& session) {
     GroupNameQuestion question(session, "Group name:", {}, IfEmpty::Allowed);
     const Answered<std::string> name = co_await question;

@@ -17,11 +17,11 @@ namespace brenvik {
 class CommandSession;
 
 /// A blank or a return ends an answer; inside double quotes or brackets a blank belongs to it. An empty
-/// answer takes the default or closes a selection, and at a bare "Command:" does nothing. Escape cancels all
+/// answer takes the default or closes a selection, and at a bare "Command:" is ignored. Escape cancels all
 /// open commands. How the text is spread over calls makes no difference.
 ///
-/// What goes wrong in a command, and words that nobody knows, are told in the application's transcript;
-/// nothing of the user's making is thrown.
+/// Failures of commands, and unknown words, are written to the application's transcript; bad input never
+/// throws.
 class HostCommandLine final : public CommandLinePort {
   public:
     /// Becomes the application's command line, until it goes; the application outlives it.

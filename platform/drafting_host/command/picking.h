@@ -14,9 +14,9 @@ namespace brenvik {
 class CommandSession;
 class HostEntity;
 
-/// The object that a pick at the point takes, or nothing: one that the point lies on, otherwise the one
-/// that the line of sight through the point meets nearest to the eye. Of equal ones the later drawn counts.
-/// What is hidden, or on a layer that is off or frozen, can't be picked.
+/// The object that a pick at the point takes, or null: one that the point lies on, otherwise the nearest to
+/// the eye on the line of sight through the point. Of equal ones the later drawn counts. Hidden objects, and
+/// those on a layer that is off or frozen, can't be picked.
 HostEntity* EntityAt(const CommandSession& session, const Point3& point);
 
 /// The objects whose boxes lie within a window of the view, or with `crossing` reach into it.

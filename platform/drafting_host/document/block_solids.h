@@ -29,8 +29,8 @@ std::vector<ReferenceSolids> CountBlockSolids(const HostDocument& document);
 /// than a job has, or whose blocks are nested deeper than any drawing's.
 std::vector<ReferenceSolids> TakeOutBlockSolids(HostDocument& document);
 
-/// Takes references out of model space that show nothing but solids which were taken out of them, so that a
-/// form without blocks loses nothing with them.
+/// Erases references that showed only the solids that were taken out of them, so that saving in a format
+/// without blocks has no loss to report.
 void EraseEmptied(HostDocument& document, const std::vector<ReferenceSolids>& references);
 
 /// What stands on one sheet.

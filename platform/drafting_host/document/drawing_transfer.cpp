@@ -60,7 +60,7 @@ ShapeData ReadBody(const AcisData& data, HandleValue handle, std::vector<ReadNot
     return result;
 }
 
-/// A solid without a volume is no part: it goes on as the open body that it is, and is told.
+/// A solid without a volume is no part: it is kept as an open body, with a note.
 void TakeForSheet(ShapeData& shape, const AcisData& data, HandleValue handle, std::vector<ReadNote>& notes) {
     if (shape.kind != AcisData::Kind::Solid || TopExp_Explorer(shape.shape, TopAbs_SOLID).More()) return;
     std::size_t faces = 0;
@@ -71,7 +71,7 @@ void TakeForSheet(ShapeData& shape, const AcisData& data, HandleValue handle, st
                                          " that encloses nothing; it is no part, and is kept as a BODY"});
 }
 
-/// The plain data as the document holds them; nothing for a body that can't be built. `shapes` are those of
+/// The plain data as the document holds them; empty for a body that can't be built. `shapes` are those of
 /// bodies without a text, and stay behind what was taken.
 std::optional<HostGeometry> ToHost(EntityGeometry& geometry, HandleValue handle, std::vector<ReadNote>& notes,
                                    std::span<const TopoDS_Shape>& shapes) {

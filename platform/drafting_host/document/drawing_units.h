@@ -39,7 +39,7 @@ struct UnitStep {
     std::vector<ReadNote> notes;  ///< What the user is told; nothing is lost with it.
 };
 
-/// `fileMillimetres` is what a unit of the file measures by its own word, nothing where it has none.
+/// `fileMillimetres` is the length of the unit that the file states, empty if it states none.
 UnitStep StepToDrawing(const UnitChoice& choice, std::optional<double> fileMillimetres);
 
 /// Brings a document that was just read from a DXF to the drawing's unit, and names that unit in it where it

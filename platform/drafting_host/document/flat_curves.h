@@ -16,9 +16,9 @@ struct SightPlane {
 /// The point's image; along a world axis the other two coordinates stay to the last bit.
 Point3 Flattened(const Point3& point, const SightPlane& plane);
 
-/// The image of a line, arc, circle, ellipse or spline as true curve: what is round and square to the line
-/// of sight stays round, what is seen from its edge becomes a line. Normals point to the eye. Nothing for a
-/// line that is seen as a point, and for other kinds.
+/// The image of a line, arc, circle, ellipse or spline as true curve: a round curve square to the line of
+/// sight stays round, a curve seen from its edge becomes a line. Normals point to the eye. Empty for a line
+/// seen as a point, and for other kinds.
 std::optional<HostGeometry> Flattened(const HostGeometry& curve, const SightPlane& plane);
 
 }  // namespace brenvik

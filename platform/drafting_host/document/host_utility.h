@@ -14,7 +14,7 @@ namespace brenvik {
 
 class HostDocument;
 
-/// Who answers the host's prompts: a journal, or a person at the desk. Nothing for an answer cancels
+/// Answers the host's prompts, for a journal or a person at the desk. An empty optional cancels
 /// the prompt. Points are world coordinates.
 class PromptPort {
   public:

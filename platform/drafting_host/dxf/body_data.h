@@ -19,8 +19,8 @@ class BodyData {
     /// Takes a record of the section, which is the next to be kept with the last of the kept sections;
     /// schemas and records without ACIS data are passed over.
     void Take(const Record& record);
-    /// Gives the entities without ACIS data of their own what stands here for them, and forgets the records
-    /// it stood in. Entities that stay without are told and kept as records.
+    /// Gives entities without ACIS data of their own the data that is stored here, and drops those records.
+    /// Entities still without data are noted, and kept as records.
     void Join();
 
   private:

@@ -33,7 +33,7 @@ bool IsValueOfKind(std::string_view kind, int code);
 /// kind and code. References to other records are nobody's loss there.
 void CountLost(std::map<std::string, std::size_t>& lost, const std::string& kind, std::string_view groups);
 
-/// The record's own handle put in place of the one that it has, or in front where it has none.
+/// Replaces the record's own handle; puts one in front of a record without.
 void ChangeOwnHandle(KeptRecord& record, HandleValue handle);
 
 }  // namespace brenvik

@@ -24,8 +24,8 @@ double AreaAlong(const std::vector<FlatFace>& flats, const std::array<gp_XYZ, 3>
     return area;
 }
 
-/// True when flat faces or straight edges lie along each of the three world axes: without that, nothing
-/// tells that the part was drawn square.
+/// True when flat faces or straight edges lie along each of the three world axes: the evidence that the
+/// part was drawn square.
 bool ShowsAllAxes(const std::vector<FlatFace>& flats, const TopoDS_Shape& shape) {
     std::vector<gp_XYZ> directions = StraightDirections(shape);
     for (const FlatFace& flat : flats) directions.push_back(flat.normal);
