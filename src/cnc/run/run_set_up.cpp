@@ -74,12 +74,12 @@ void TakeListedParts(RunState& run, std::span<const std::string> lines, AcadSele
         if (SkippedForItsLetters(*entity, run.report)) continue;
         if (!quantities.Lend(*run.sessionDrawing, *entity, part->quantity))
             run.report.passedOver.push_back(PlaceInList(line) + "the part " + part->handle +
-                                        " does not take the quantity " + std::to_string(part->quantity));
+                                            " does not take the quantity " + std::to_string(part->quantity));
         entities.push_back(entity);
     }
     if (!Skip([&] { prev.AddItems(entities); }))
         run.report.passedOver.push_back(std::string(CncListFile) +
-                                    ": its parts can't be selected in the drawing");
+                                        ": its parts can't be selected in the drawing");
 }
 
 bool IsDrawing(const std::string& name) {

@@ -14,8 +14,8 @@ struct RunState;
 /// a round floor, rounded-over edges), arcs at an angle, and ellipses and splines that aren't level. A curve
 /// in which a bore meets an upright round wall is none of these.
 ///
-/// To be called when the faces have fallen apart to curves and before circles are sorted. The second pass, which
-/// sees the same faces turned over, notes none.
+/// To be called when the faces have fallen apart to curves and before circles are sorted. The second pass,
+/// which sees the same faces turned over, notes none.
 void NoteUntakenFaces(RunState& run);
 
 }  // namespace brenvik
