@@ -56,8 +56,10 @@ bool RunJob(Workshop& workshop, Target target, double& settledMegabytes) {
     ObserveRuns([&settledMegabytes](const RunProgress& progress) {
         if (progress.part == SettledPart) settledMegabytes = MegabytesInUse();
     });
+    RunReport report;
+    ObserveRunEnds([&report](const RunReport& ended) { report = ended; });
     RunOnSelection(workshop.Host(), target, GridBeforeRuns());
-    const RunReport& report = LastRunReport();
+    ObserveRunEnds({});
     return report.complete && report.unexplained.empty() && report.passedOver.empty() &&
            report.skipped.empty();
 }
