@@ -101,7 +101,7 @@ bool Lock(const Descriptor& descriptor) {
 }
 
 // Opens a work file of a name that is free, and locks it. A program that died half way leaves its file, and
-// numbers of programs come again, in a container even at once.
+// process ids are used again, in a container even at once.
 fs::path OpenWorkFile(const fs::path& folder, Descriptor& descriptor) {
     while (true) {
         fs::path name = WorkName(folder);

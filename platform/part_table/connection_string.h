@@ -16,9 +16,9 @@ struct ConnectionString {
 };
 
 /// Reads a connection string. Attribute names compare without regard to case, blanks around names and
-/// values don't count, a value may stand in double or
-/// single quotes (such a quote within it is written twice), unknown attributes are passed over.
-/// Fails when a piece is no attribute, when the provider is another one, or when there is no data source.
+/// values don't count, a value may stand in double or single quotes (such a quote within it is written
+/// twice), unknown attributes are passed over. Fails when a piece is no attribute, when the provider is
+/// another one, or when there is no data source.
 ConnectionString ParseConnectionString(std::string_view text);
 
 }  // namespace brenvik::part_table

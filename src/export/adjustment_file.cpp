@@ -138,8 +138,12 @@ std::string ResolveAdjustmentPath() {
 
 void KeepAdjustmentPath(std::string_view path) {
     const bool isLent = !StateOf<LentPath>().path.empty();
-    if (!isLent && GetSubkeyText(CsvSaveSubkey, AdjustmentPathSetting).empty())
-        SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting, path);
+    if (isLent || !GetSubkeyText(CsvSaveSubkey, AdjustmentPathSetting).empty()) return;
+    // By the place that the home remembers, however often it was copied: see `ResolveAdjustmentPath`.
+    const std::string installedAt = GetSettingText(setting::ApplicationPath);
+    const bool isDelivered = EqualsIgnoreCase(path, ApplicationFolder() + DeliveredFile);
+    SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting,
+                   isDelivered && !installedAt.empty() ? installedAt + DeliveredFile : std::string(path));
 }
 
 std::optional<std::string> TakeExportAdjustmentPath() {

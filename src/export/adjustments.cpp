@@ -60,9 +60,14 @@ std::string SizeOfPart(const Recordset& records, std::string_view field) {
 /// Amounts for another drawing, or in other units, are seen by what they leave of a part. A sum that is no
 /// number any more is left out.
 void LookAtSum(const Recordset& records, std::string_view field, double& amount) {
-    if (amount == 0) return;
     double size = 0;
     const bool hasSize = Skip([&] { size = ValueNumber(records.Value(field)); });
+    if (amount == 0) {
+        if (hasSize && std::isfinite(size) && size >= NoBoard)
+            NoteExportTrouble(SizeOfPart(records, field) + " is " + NumberToText(size) +
+                              ", expected the size of a board");
+        return;
+    }
     const double sum = size + amount;
     if (!std::isfinite(sum)) {
         NoteExportTrouble(SizeOfPart(records, field) +

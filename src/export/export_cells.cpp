@@ -143,9 +143,12 @@ std::vector<LineMaker::LostSize> LineMaker::LostSizes(const Recordset& records,
         std::optional<double> size;
         const auto failure = Attempt([&] { size = AdjustedSize(field, records, adjustment); });
         if (failure && failure->number() != failure_number::InvalidNull) return;
-        if (size && *size > 0 && (!asFraction || ClosestThirtySecond(*size) != 0)) return;
+        const bool isWritten = size && *size > 0 && (!asFraction || ClosestThirtySecond(*size) != 0);
+        const bool isAmountAlone = isWritten && *size == adjustment.*field.amount;
+        if (isWritten && !isAmountAlone) return;
         const std::string_view column = FindPartColumn(field.field)->caption;
-        if (std::ranges::find(lost, column, &LostSize::column) == lost.end()) lost.push_back({column, size});
+        if (std::ranges::find(lost, column, &LostSize::column) == lost.end())
+            lost.push_back({column, size, isAmountAlone});
     };
     for (const Column& column : mColumns) {
         if (column.kind == Kind::Size) look(*FindSize(column.field), mFractions);
@@ -174,13 +177,15 @@ void NoteLostSizes(const Recordset& records, const LineMaker& maker, const SizeA
     if (lost.empty()) return;
     std::vector<std::string> shown;
     constexpr int shownDecimals = 5;
-    for (const auto& [column, size] : lost)
+    for (const auto& [column, size, isAmountAlone] : lost)
         shown.push_back(std::string(column) + " " +
-                        (size ? NumberToText(RoundHalfEven(*size, shownDecimals)) : "(blank)"));
-    const bool areZero =
-        std::ranges::all_of(lost, [](const auto& each) { return each.size.value_or(0) == 0; });
-    const bool areNone =
-        std::ranges::all_of(lost, [](const auto& each) { return each.size.value_or(0) <= 0; });
+                        (size ? NumberToText(RoundHalfEven(*size, shownDecimals)) : "(blank)") +
+                        (isAmountAlone ? " (the adjustments of no size)" : ""));
+    const auto isZero = [](const auto& each) { return each.isAmountAlone || each.size.value_or(0) == 0; };
+    const bool areZero = std::ranges::all_of(lost, isZero);
+    const bool areNone = std::ranges::all_of(
+        lost, [&](const auto& each) { return isZero(each) || each.size.value_or(0) <= 0; });
+    const bool hasFalseSize = std::ranges::any_of(lost, &LineMaker::LostSize::isAmountAlone);
     const bool lacksLetters = areZero && IsBlank(TextIfThere(records, "bv_lwt"));
     const std::string expected = lacksLetters ? "letters (ORIE) that name its sizes"
                                  : areNone    ? "a size above 0"
@@ -191,7 +196,7 @@ void NoteLostSizes(const Recordset& records, const LineMaker& maker, const SizeA
     NotePartTrouble({std::move(handle), std::move(name),
                      std::string(isNamed ? "it has" : "a row of the list has") +
                          " no size in the export: " + Join(shown, ", ") + "; expected " + expected,
-                     false, lacksLetters});
+                     false, lacksLetters && !hasFalseSize});
 }
 
 void NoteOddQuantity(const Recordset& records) {

@@ -44,11 +44,12 @@ class LineMaker {
         std::string column, text;
     };
     std::vector<ShiftingCell> ShiftingCells(const Recordset& records, const SizeAdjustment& adjustment) const;
-    /// A size that is 0 or less, or whose fraction is 0, which has a blank cell; or nothing, where somebody
-    /// has cleared it.
+    /// A size that is 0 or less, or whose fraction is 0, which has a blank cell; null where somebody has
+    /// cleared it. `isAmountAlone`: the list has no size, and what is written are the adjustments of none.
     struct LostSize {
         std::string_view column;
         std::optional<double> size;
+        bool isAmountAlone = false;
     };
     /// Those of this line, each once.
     std::vector<LostSize> LostSizes(const Recordset& records, const SizeAdjustment& adjustment) const;

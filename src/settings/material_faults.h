@@ -15,8 +15,7 @@
 namespace brenvik {
 
 /// The faults of a record in the order of its lines, of which the first has the number `head`; the key of the
-/// material itself isn't looked at. A later slot of the number 0 is
-/// empty, and nothing is expected in it.
+/// material itself isn't looked at. A later slot of the number 0 is empty, and may stay so.
 std::vector<MaterialFault> FaultsOfRecord(std::span<const std::string> lines, const MaterialTexts& texts,
                                           std::size_t head);
 

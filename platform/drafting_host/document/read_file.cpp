@@ -1,6 +1,7 @@
 // Reading whole files with the standard library alone.
 #include "drafting_host/document/read_file.h"
 
+#include <cerrno>
 #include <fstream>
 #include <system_error>
 
@@ -13,7 +14,7 @@ std::string ReadWholeFile(const std::filesystem::path& path) {
     if (!std::filesystem::exists(path, error)) throw FileNotFound(path.string());
     if (!std::filesystem::is_regular_file(path, error)) throw PathAccess(path.string() + ": expected a file");
     std::ifstream file(path, std::ios::binary);
-    if (!file) throw PathAccess(path.string());
+    if (!file) throw PathAccess(path.string() + ": " + std::generic_category().message(errno));
     const auto size = std::filesystem::file_size(path, error);
     std::string content(error ? 0 : size, '\0');
     file.read(content.data(), static_cast<std::streamsize>(content.size()));

@@ -41,8 +41,8 @@ class Assembler {
     void Add(const StepSolid& part) {
         if (!solids::IsSolid(part.shape))
             throw InvalidCall("writing STEP: \"" + part.name + "\" is no solid");
-        // The document takes a shape that it knows for the same product; equal parts keep names of
-        // their own.
+        // The document merges a shape that it knows into one product. A copy keeps equal parts apart, each
+        // with its name.
         const TopoDS_Shape shape = BRepBuilderAPI_Copy(solids::Placed(part.shape)).Shape();
         const TDF_Label product = mShapes->AddShape(shape, Standard_False);
         TDataStd_Name::Set(product, Word(part.name));

@@ -125,7 +125,7 @@ class Boring {
         mRun.part.edgeBores = static_cast<int>(mBores.size());
     }
 
-    /// Tells what is no part of a bore, and clears twins and what rectangles have taken the place of.
+    /// Reports circles that belong to no bore; deletes twins, and circles that rectangles have replaced.
     void Finish() {
         for (const BoreCircle& each : mCircles)
             if (!each.explained && !InBore(each))

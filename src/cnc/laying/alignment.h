@@ -1,4 +1,4 @@
-// Laying a part flat: the second step of a pass.
+// Laying a part flat: the first step of a pass.
 #pragma once
 
 #include "cnc/part/run_state.h"

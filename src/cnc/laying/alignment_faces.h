@@ -22,7 +22,7 @@ struct FlatFaces {
 };
 
 /// Puts a copy of the solid on `BrenvikExplode`, made out of reach of the rest by locks, and explodes it.
-/// All layers but this one and `Region`, which is added, are locked afterwards.
+/// Adds `Region`; every layer is unlocked afterwards.
 void ExplodeCopyToFaces(AcadDocument& drawing, Acad3DSolid& solid);
 
 /// The largest and the smallest flat face, the first of equal ones. `NextRegion` is the first region of all

@@ -27,7 +27,8 @@ struct LeftContour {
     Footprint footprint;
 };
 
-/// The same for every polyline on `ThroughxRoute`, in drawing order. Tells those that were left.
+/// Calls `CutOut` for each polyline on `ThroughxRoute`, in drawing order, and appends to `left` those without
+/// a path.
 PassOutcome CutOutContours(RunState& run, std::vector<LeftContour>& left);
 
 }  // namespace brenvik

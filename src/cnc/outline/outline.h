@@ -6,7 +6,7 @@
 namespace brenvik {
 
 /// The outside profile, the cut-outs, circular through routes, the conversion of pockets, and the outline as
-/// wide as the part is anywhere in its height. Skips a part whose material isn't in the library.
+/// wide as the part is anywhere in its height. Skips a part whose bit nobody chooses.
 PassOutcome MakeOutline(RunState& run);
 
 }  // namespace brenvik

@@ -48,8 +48,8 @@ class LentQuantities {
 };
 
 /// Fills the set "prev" of the session drawing: form A from the previous selection, form B from the list.
-/// Lines that name no part of the drawing go into the
-/// report. Returns null, after a message, when there is no list.
+/// Lines that name no part of the drawing go into the report. Returns null, after a message, if there is no
+/// list.
 AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities);
 
 /// Deletes all files of both output folders, lists ahead of drawings, so that no list of an earlier run

@@ -41,8 +41,7 @@ void ApplyGridBeforeRun(const RunState& run, const RunHooks& hooks) {
         hooks.applyLastList();
 }
 
-/// Returns whether the run has an end to be told: one without parts, or whose list has not got its name, has
-/// not.
+/// Whether to show the closing message: not if there were no parts, or the list kept its unfinished name.
 bool WorkThrough(RunState& run, const PassWork& steps, const RunHooks& hooks) {
     steps.clearWorkLists(run.target);
     ShowMessage(RunWarning);

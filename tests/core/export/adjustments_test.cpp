@@ -307,6 +307,13 @@ TEST_F(AdjustmentPath, FallsBackOnTheDeliveredFile) {
     EXPECT_TRUE(dialogs.messages.empty());
 }
 
+TEST_F(AdjustmentPath, OfTheDeliveredFileIsStoredByThePlaceThatTheHomeRemembers) {
+    settings.Set("ApplicationPath", "C:\\First\\");
+    EXPECT_EQ(TakeExportAdjustmentPath(), "C:\\Brenvik\\No Adjustments.txt");
+    EXPECT_EQ(Setting("CSV_SAVE\\CVS_ADJ_PATH"), "C:\\First\\No Adjustments.txt");
+    EXPECT_EQ(TakeExportAdjustmentPath(), "C:\\Brenvik\\No Adjustments.txt");
+}
+
 TEST_F(AdjustmentPath, ThatIsMissingEndsAnExport) {
     files.contents.clear();
     EXPECT_FALSE(TakeExportAdjustmentPath());

@@ -5,6 +5,7 @@
 
 #include "core/export/export_fixture.h"
 #include "export/export_troubles.h"
+#include "parts/part_trouble.h"
 
 namespace brenvik {
 namespace {
@@ -240,6 +241,29 @@ TEST_F(CsvFile, OfARefusedStatementIsTheHeaderAndSaysDone) {
     const Texts troubles = TakeExportTroubles();
     ASSERT_EQ(troubles.size(), 1U);
     EXPECT_TRUE(troubles[0].starts_with("the export has none of the list's rows: ")) << troubles[0];
+}
+
+TEST_F(CsvFile, TellsPartsWhoseSizesAreTheirAdjustmentsAlone) {
+    UseAdjustments("[A]\nl=1\n");
+    Part shelf = Board("Shelf", 0, 0, 0);
+    shelf["bv_lwt"] = "";
+    database.parts = {shelf};
+    EXPECT_EQ(ExportColumns("Part Name,Length"), "Part Name,Length\nShelf,1\n");
+    const std::vector<PartTrouble> troubles = TakePartTroubles();
+    ASSERT_EQ(troubles.size(), 1U);
+    EXPECT_EQ(troubles[0].text,
+              "it has no size in the export: Length 1 (the adjustments of no size); expected letters (ORIE) "
+              "that name its sizes");
+    EXPECT_FALSE(troubles[0].isRemark);
+}
+
+TEST_F(CsvFile, TellsASizeThatNoBoardHas) {
+    database.parts = {Board("Shelf", 1e308, 400, 18)};
+    ExportColumns("Part Name,Length");
+    const Texts troubles = TakeExportTroubles();
+    ASSERT_EQ(troubles.size(), 1U);
+    EXPECT_NE(troubles[0].find("its Length is 1E+308, expected the size of a board"), std::string::npos)
+        << troubles[0];
 }
 
 /// A list whose database is gone behind its first row.
