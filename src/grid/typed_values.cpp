@@ -117,8 +117,11 @@ void ForgetTypedSizes(int row) {
 void ForgetTypedSizes() { StateOf<TypedSizes>().texts.clear(); }
 
 void NoteEditedRow(int row) {
+    // The rows of a grouped list are of no part, and take no edits.
+    const std::string handle = HandleOf(row);
+    if (IsBlank(handle)) return;
     StateOf<EditedRows>().rows.insert_or_assign(
-        HandleOf(row), EditedRows::Row{Mod4Spread::GetCellText(PartNameColumn, row), false});
+        handle, EditedRows::Row{Mod4Spread::GetCellText(PartNameColumn, row), false});
 }
 
 void NoteEditedRows() {
