@@ -104,9 +104,13 @@ void frmAdjustments::LoadAdjustments() {
     fpAdjustments.ClearMarks();
     fpAdjustments.SetMaxRows(LeastRows);
     mLoaded.reset();
+    mUnreadable.clear();
     if (GetSubkeyText(CsvSaveSubkey, AdjustmentPathSetting).empty()) return;
     const std::string path = ResolveAdjustmentPath();
-    if (!ShowAndResume(ShowFailureWithDetail, [&] { ReadLoaded(path); })) return;
+    if (!ShowAndResume(ShowFailureWithDetail, [&] { ReadLoaded(path); })) {
+        mUnreadable = path;
+        return;
+    }
     const std::vector<AdjustmentRow> rows = ParseAdjustments(mLoaded->file.lines);
     const int rowCount = static_cast<int>(rows.size());
     fpAdjustments.SetMaxRows(std::max(LeastRows, rowCount + SpareRows));
@@ -159,6 +163,15 @@ void frmAdjustments::SaveAs() {
     if (path) WriteTo(*path);
 }
 
+bool frmAdjustments::KeepsUnread(const std::string& path) const {
+    if (path != mUnreadable || !ThePlatform().files->FileExists(path)) return false;
+    if (!AnswersYes(path + " could not be read, and all that it holds would be lost. Leave it as it is?"))
+        return false;
+    NoteExportTrouble("the BrenvikAdjustments file " + path +
+                      " was not written: it could not be read, and what it holds would be lost");
+    return true;
+}
+
 bool frmAdjustments::KeepsChanges(const std::string& path) const {
     FilesPort& files = *ThePlatform().files;
     if (!mLoaded || mLoaded->path != path || !files.FileExists(path)) return false;
@@ -195,7 +208,7 @@ bool frmAdjustments::WriteTo(const std::string& path) {
     // Nobody has typed anything: the file stays as its writer has laid it out.
     const bool isUnchanged = mLoaded && mLoaded->path == path && mLoaded->shownText == text;
     if (isUnchanged && ThePlatform().files->FileExists(path)) return true;
-    if (KeepsChanges(path) || KeepsLines(path)) return false;
+    if (KeepsUnread(path) || KeepsChanges(path) || KeepsLines(path)) return false;
     const std::optional<Failure> failure = Attempt([&] {
         RequireOutputPlace(path, OutputKind::Adjustments);
         ThePlatform().files->WriteFile(path, text);

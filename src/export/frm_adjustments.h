@@ -44,6 +44,7 @@ class frmAdjustments : public Form {
     /// Asks whether a file is kept that has lines which the grid doesn't show, or that somebody else has
     /// changed since the grid was filled from it.
     bool KeepsLines(const std::string& path) const;
+    bool KeepsUnread(const std::string& path) const;
     bool KeepsChanges(const std::string& path) const;
     void ReadLoaded(const std::string& path);
     void TellLinesNotShown() const;
@@ -57,6 +58,8 @@ class frmAdjustments : public Form {
         std::string shownText;
     };
     std::optional<LoadedFile> mLoaded;
+    /// The file that could not be read; blank otherwise.
+    std::string mUnreadable;
 };
 
 /// The editor as a modal dialog.

@@ -35,6 +35,13 @@ TEST(DxfDoubtful, ALineWeightThatIsNoneIsByLayerAndTold) {
     EXPECT_EQ(ToldOf("370 -3"), "");
 }
 
+TEST(DxfDoubtful, TextsThatAreNotUtf8InAReleaseOfUtf8AreTold) {
+    const std::string told =
+        NotesOf(Read(Section("HEADER", "9 $ACADVER|1 AC1021") +
+                     Section("ENTITIES", "0 POINT|8 \xC4\xE2\xE5|10 0|20 0") + Groups("0 EOF")));
+    EXPECT_NE(told.find("expected text in UTF-8"), std::string::npos) << told;
+}
+
 TEST(DxfDoubtful, AScaleOfLineTypesOfZeroOrLessIsTold) {
     EXPECT_NE(ToldOf("48 0").find("group 48 holds \"0\""), std::string::npos);
     EXPECT_NE(ToldOf("48 -2.5").find("group 48 holds \"-2.5\""), std::string::npos);

@@ -333,5 +333,43 @@ TEST_F(StepDamage, AUsageThatContradictsItsShapesIsTold) {
     }
 }
 
+TEST_F(StepDamage, AUsageOfOtherProductsThanItsShapesIsTold) {
+    WriteNested(mPath, "");
+    std::string content = Content();
+    const std::size_t usage = content.find("NEXT_ASSEMBLY_USAGE_OCCURRENCE(");
+    const std::size_t end = content.find(",$)", usage);
+    const std::size_t component = content.rfind('#', end);
+    const std::size_t assembly = content.rfind('#', component - 1);
+    const std::size_t next = content.find("NEXT_ASSEMBLY_USAGE_OCCURRENCE(", end);
+    ASSERT_NE(next, std::string::npos);
+    const std::size_t otherEnd = content.find(",$)", next), other = content.rfind('#', otherEnd);
+    const std::string own = content.substr(component, end - component);
+    const std::string foreign = content.substr(other, otherEnd - other);
+    ASSERT_NE(own, foreign);
+    ASSERT_LT(assembly, component);
+    content.replace(component, end - component, foreign);
+    Put(content);
+    ExpectMentions(NotesOf(ReadStep(mPath)), "is of other products than the shapes' relationship #");
+}
+
+/// The first of the two placements of a part turned and moved away from the origin.
+TEST_F(StepDamage, APartPlacedByTwoPlacementsAwayFromTheOriginIsTold) {
+    WriteNested(mPath, "");
+    std::string content = Content();
+    const std::size_t at = content.find("ITEM_DEFINED_TRANSFORMATION(");
+    const std::size_t first = content.find('#', at), comma = content.find(',', first);
+    content.replace(first, comma - first, "#900001");
+    const std::size_t second = content.find('#', first + 7), close = content.find(')', second);
+    content.replace(second, close - second, "#900005");
+    content.insert(
+        content.find("ENDSEC;", at),
+        "#900001=AXIS2_PLACEMENT_3D('',#900002,#900003,#900004);\n"
+        "#900002=CARTESIAN_POINT('',(8.,0.,0.));\n#900003=DIRECTION('',(0.,0.,1.));\n"
+        "#900004=DIRECTION('',(0.,1.,0.));\n"
+        "#900005=AXIS2_PLACEMENT_3D('',#900006,$,$);\n#900006=CARTESIAN_POINT('',(100.,0.,0.));\n");
+    Put(content);
+    ExpectMentions(NotesOf(ReadStep(mPath)), "places a part by two placements away from the origin");
+}
+
 }  // namespace
 }  // namespace brenvik::step

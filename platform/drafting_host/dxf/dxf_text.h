@@ -24,6 +24,8 @@ class TextDecoder {
     /// The text in UTF-8, always valid. A character of an East Asian page becomes its "\M+nXXXX" escape,
     /// which keeps names apart and is written back as it is.
     std::string Decode(std::string_view text) const;
+    /// Whether the file has to be UTF-8; what isn't is read by the code page.
+    bool ExpectsUtf8() const { return mBytes == Bytes::Utf8; }
 
   private:
     std::size_t DecodePageCharacter(std::string& result, std::string_view text, std::size_t at) const;

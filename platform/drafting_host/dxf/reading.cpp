@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "base/text.h"
+#include "base/western_text.h"
 
 namespace brenvik {
 namespace {
@@ -98,7 +99,17 @@ void Reading::Doubt(const std::string& what, std::size_t line, std::string text,
     ++doubt->second.count;
 }
 
+std::string Reading::Text(const Group& group) const {
+    if (decoder.ExpectsUtf8() && !IsUtf8(group.value) && guessedTexts++ == 0) firstGuessed = group.line;
+    return decoder.Decode(group.value);
+}
+
 void Reading::TellDoubts() {
+    if (guessedTexts > 0)
+        Note(firstGuessed, "expected text in UTF-8, as releases from 2007 on have it; " +
+                               std::to_string(guessedTexts) +
+                               " text(s) are read by the code page, the first one here");
+    guessedTexts = 0;
     for (auto& [what, doubt] : doubts) {
         const std::size_t others = doubt.count - 1;
         if (others > 0)

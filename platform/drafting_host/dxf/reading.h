@@ -77,7 +77,11 @@ struct Reading {
     void Doubt(const std::string& what, std::size_t line, std::string text, bool dataLost);
     void TellDoubts();
     std::string Place(std::size_t place) const { return PlaceText(place, unit); }
-    std::string Text(const Group& group) const { return decoder.Decode(group.value); }
+    /// A text in a file of UTF-8 that isn't UTF-8 is guessed, and told at the end by the first one.
+    std::string Text(const Group& group) const;
+
+    /// Texts that were guessed: how many, and where the first one stands.
+    mutable std::size_t guessedTexts = 0, firstGuessed = 0;
 };
 
 /// A layer's name; one that release 2000 refuses is changed, so that the drawing can be saved, and told.

@@ -47,8 +47,7 @@ Bounds ToBounds(const TColStd_Array1OfReal& knots) { return {knots.begin(), knot
 /// The bounds in order, each span halved until there are enough.
 Bounds Refined(Bounds bounds) {
     std::ranges::sort(bounds);
-    const auto [first, last] = std::ranges::unique(bounds);
-    bounds.erase(first, last);
+    bounds.erase(std::unique(bounds.begin(), bounds.end()), bounds.end());
     while (bounds.size() > 1 && bounds.size() <= FewestSpans) {
         const std::size_t count = bounds.size();
         for (std::size_t i = 1; i < count; ++i) bounds.push_back((bounds[i - 1] + bounds[i]) / 2);

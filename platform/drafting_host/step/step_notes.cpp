@@ -73,6 +73,13 @@ class ProductShapes {
         return products;
     }
 
+    /// Whether a shape of `products` is none of this one's, though one of the two is known.
+    bool HaveAnother(const std::set<int>& products, int product) const {
+        if (products.contains(product)) return false;
+        return !products.empty() ||
+               std::ranges::any_of(mProducts, [&](const auto& entry) { return entry.second == product; });
+    }
+
   private:
     void AddShape(const Statement& statement) {
         const auto references = mStatements.ReferencesOf(statement);
@@ -200,6 +207,21 @@ void NoteBrokenEscapes(const StandIns& texts, const Statements& statements, Step
     }
 }
 
+namespace {
+
+/// The two representations of a relationship. A statement of several types may name the transformation first.
+std::vector<int> RelatedShapes(const Statements& statements, const Statement& relationship) {
+    std::vector<int> shapes;
+    for (const Reference& reference : statements.ReferencesOf(relationship)) {
+        const Statement* const statement = statements.Find(reference.number);
+        if (statement != nullptr && statement->kind != "ITEM_DEFINED_TRANSFORMATION")
+            shapes.push_back(reference.number);
+    }
+    return shapes;
+}
+
+}  // namespace
+
 void NoteContradictingUsages(const Statements& statements, StepDocument& document) {
     const auto placesAComponent = [](const Statement& statement) {
         return statement.kind == "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION";
@@ -215,19 +237,22 @@ void NoteContradictingUsages(const Statements& statements, StepDocument& documen
         if (relationship == nullptr || shape == nullptr) continue;
         const auto used = statements.ReferencesOf(*shape);
         const Statement* usage = used.empty() ? nullptr : statements.Find(used[0].number);
-        const auto related = statements.ReferencesOf(*relationship);
+        const std::vector<int> related = RelatedShapes(statements, *relationship);
         if (usage == nullptr || related.size() < 2 || statements.ReferencesOf(*usage).size() < 2) continue;
         const int assembly = statements.ReferencesOf(*usage)[0].number;
         const int component = statements.ReferencesOf(*usage)[1].number;
+        if (assembly == component) continue;
         // The component's shape stands first in the relationship, the assembly's second.
-        if (assembly == component || !shapes.ProductsOf(related[0].number).contains(assembly) ||
-            !shapes.ProductsOf(related[1].number).contains(component))
-            continue;
-        document.notes.push_back({"the assembly usage #" + std::to_string(usage->number) +
-                                      " has as its component what the shapes' relationship #" +
-                                      std::to_string(relationship->number) +
-                                      " has as the assembly: parts and places may be wrong",
-                                  statements.LineAt(usage->place)});
+        const std::set<int> first = shapes.ProductsOf(related[0]), second = shapes.ProductsOf(related[1]);
+        const bool isReversed = first.contains(assembly) && second.contains(component);
+        const bool isOther = shapes.HaveAnother(first, component) || shapes.HaveAnother(second, assembly);
+        if (!isReversed && !isOther) continue;
+        document.notes.push_back(
+            {"the assembly usage #" + std::to_string(usage->number) +
+                 (isReversed ? " has as its component what" : " is of other products than") +
+                 " the shapes' relationship #" + std::to_string(relationship->number) +
+                 (isReversed ? " has as the assembly" : "") + ": parts, names and places may be wrong",
+             statements.LineAt(usage->place)});
     }
 }
 

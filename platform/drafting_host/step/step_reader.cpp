@@ -28,6 +28,7 @@
 #include "drafting_host/step/double_looks.h"
 #include "drafting_host/step/modeller_session.h"
 #include "drafting_host/step/part_flattener.h"
+#include "drafting_host/step/place_notes.h"
 #include "drafting_host/step/step_externals.h"
 #include "drafting_host/step/step_loading.h"
 #include "drafting_host/step/step_notes.h"
@@ -234,6 +235,7 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
                    document);
     NoteUnlisted(file.Reader(), file.Model(), parts.NamesByShape(), file.Text(), document);
     NoteContradictingUsages(file.Text(), document);
+    NoteDoubtfulPlaces(file.Text(), document);
     NoteUnplacedUsages(file.Text(), file.Page(), document);
     NoteDoubleBodies(file.Text(), document);
     // The modeller counts a product whose shape lies elsewhere as failed.

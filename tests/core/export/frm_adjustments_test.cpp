@@ -252,6 +252,19 @@ TEST_F(AdjustmentsEditor, KeepsAFileWithLinesThatItCantShow) {
     EXPECT_FALSE(Editor().Loaded());
 }
 
+TEST_F(AdjustmentsEditor, KeepsAFileThatItCantRead) {
+    const std::string content("\xFF\xFE[\0A\0]\0", 8);
+    UseAdjustments(content);
+    OpenEditor();
+    dialogs.answers = {MessageAnswer::Yes};
+    PressIn("btnSave");
+    EXPECT_EQ(files.contents["C:\\adj.txt"], content);
+    EXPECT_TRUE(Editor().Loaded());
+    const Texts told = TakeExportTroubles();
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_NE(told[0].find("was not written: it could not be read"), std::string::npos) << told[0];
+}
+
 TEST_F(AdjustmentsEditor, JoinsNoTwoAdjustmentsInTheFile) {
     std::string content = Section("Doors", "0.25") + Section("Backs", "-1");
     content.erase(content.find("Price=\n"), 7);
