@@ -1,9 +1,10 @@
-// When a part gets its other side, and where a place of that side lay on the first one. Every change of the
-// two flags is here:
+// When a part gets its other side, and where a place of that side lay on the first one. The requests and
+// their withdrawal are here; `run/part_loop` resets the flags between passes and parts, and looks at the
+// setting that forbids second sides:
 //
 //   NeedOtherSide          sorting/circular_routes  a circular route that opens below
-//                          routes/routing           an inner contour with wood above it, or that doesn't
-//                          close outline/cut_outs         the same of the kept face's contours
+//                          routes/routing           an inner contour under wood, or one that doesn't close
+//                          outline/cut_outs         the same of the kept face's contours
 //                          holes/hole_account       a hole that opens below
 //                          clearing/clear_rest      air that only a bit from below reaches
 //   NeedOtherSideForBores  run/recognising          edge bores that a setting leaves to the second side
