@@ -53,8 +53,7 @@ double Amount(std::span<const std::string> section, std::string_view key) {
 constexpr double NoBoard = 100000, NoVeneer = 0.01;
 
 std::string SizeOfPart(const Recordset& records, std::string_view field) {
-    return "the part " + TextIfThere(records, "bv_id") + " \"" + TextIfThere(records, "bv_partname") +
-           "\": its " + CaptionForColumn(field);
+    return PartOf(records) + ": its " + CaptionForColumn(field);
 }
 
 /// Amounts for another drawing, or in other units, are seen by what they leave of a part. A sum that is no

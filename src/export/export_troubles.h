@@ -37,9 +37,8 @@ void ForEachRow(Recordset& records, Act&& act) {
         for (; !records.Eof(); records.MoveNext()) act();
     });
     if (failure)
-        NoteExportTrouble("the export ends ahead of the part " + TextIfThere(records, "bv_id") + " \"" +
-                          TextIfThere(records, "bv_partname") +
-                          "\" and has none of the rows from it on: " + failure->description());
+        NoteExportTrouble("the export ends ahead of " + PartOf(records) +
+                          " and has none of the rows from it on: " + failure->description());
 }
 
 /// The lines since the last call, in their order.

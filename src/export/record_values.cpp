@@ -21,6 +21,10 @@ std::string TextIfThere(const Recordset& records, std::string_view field) {
     return text;
 }
 
+std::string PartOf(const Recordset& records) {
+    return "the part " + TextIfThere(records, "bv_id") + " \"" + TextIfThere(records, "bv_partname") + "\"";
+}
+
 double ValueNumber(const FieldValue& value) {
     if (const auto* number = std::get_if<double>(&value)) return *number;
     if (const auto* text = std::get_if<std::string>(&value)) return StrictNumber(*text);

@@ -14,6 +14,9 @@ std::string ValueText(const FieldValue& value);
 /// The value of a field as text; blank for a list without that field, as grouped ones are.
 std::string TextIfThere(const Recordset& records, std::string_view field);
 
+/// How troubles name the part of a record: handle and name.
+std::string PartOf(const Recordset& records);
+
 /// The value as a number. Fails with 94 for null, with 13 for a text that is no number.
 double ValueNumber(const FieldValue& value);
 
