@@ -66,7 +66,8 @@ TEST(DwgBits, HandlesAreAbsoluteOrRelativeToTheirObject) {
 }
 
 TEST(DwgBits, NothingIsReadBehindTheEnd) {
-    BitReader reader(Bits("1010"), 0, 3);
+    const std::string bytes = Bits("1010");
+    BitReader reader(bytes, 0, 3);
     reader.Skip(2);
     EXPECT_TRUE(reader.Bit());
     EXPECT_THROW(reader.Bit(), Damage);
