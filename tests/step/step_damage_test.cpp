@@ -352,24 +352,5 @@ TEST_F(StepDamage, AUsageOfOtherProductsThanItsShapesIsTold) {
     ExpectMentions(NotesOf(ReadStep(mPath)), "is of other products than the shapes' relationship #");
 }
 
-/// The first of the two placements of a part turned and moved away from the origin.
-TEST_F(StepDamage, APartPlacedByTwoPlacementsAwayFromTheOriginIsTold) {
-    WriteNested(mPath, "");
-    std::string content = Content();
-    const std::size_t at = content.find("ITEM_DEFINED_TRANSFORMATION(");
-    const std::size_t first = content.find('#', at), comma = content.find(',', first);
-    content.replace(first, comma - first, "#900001");
-    const std::size_t second = content.find('#', first + 7), close = content.find(')', second);
-    content.replace(second, close - second, "#900005");
-    content.insert(
-        content.find("ENDSEC;", at),
-        "#900001=AXIS2_PLACEMENT_3D('',#900002,#900003,#900004);\n"
-        "#900002=CARTESIAN_POINT('',(8.,0.,0.));\n#900003=DIRECTION('',(0.,0.,1.));\n"
-        "#900004=DIRECTION('',(0.,1.,0.));\n"
-        "#900005=AXIS2_PLACEMENT_3D('',#900006,$,$);\n#900006=CARTESIAN_POINT('',(100.,0.,0.));\n");
-    Put(content);
-    ExpectMentions(NotesOf(ReadStep(mPath)), "places a part by two placements away from the origin");
-}
-
 }  // namespace
 }  // namespace brenvik::step

@@ -1,17 +1,14 @@
 // Goes over the modeller's reports on the statements it has read, and over what it does not check:
-// vertices without a place in space, edges made of themselves, traces on surfaces without a curve, and
-// circles of references.
+// vertices without a place in space, edges made of themselves, traces on surfaces without a curve, pieces of
+// a plane in space, and circles of references.
 #include "drafting_host/step/model_faults.h"
 
 #include <Interface_Check.hxx>
-#include <Interface_EntityIterator.hxx>
 #include <Interface_ReportEntity.hxx>
-#include <StepBasic_ProductDefinition.hxx>
 #include <StepGeom_CartesianPoint.hxx>
 #include <StepGeom_Curve.hxx>
 #include <StepGeom_Pcurve.hxx>
 #include <StepRepr_DefinitionalRepresentation.hxx>
-#include <StepRepr_NextAssemblyUsageOccurrence.hxx>
 #include <StepRepr_RepresentationItem.hxx>
 #include <StepShape_Edge.hxx>
 #include <StepShape_OrientedEdge.hxx>
@@ -21,20 +18,17 @@
 #include <utility>
 #include <vector>
 
+#include "drafting_host/step/reference_circles.h"
+#include "drafting_host/step/space_faults.h"
+
 namespace brenvik::step {
 namespace {
 
-/// True for kinds that the shapes and their assembly can hang on. Annotations and units are read past, as
-/// many programs write them carelessly.
-bool Carries(std::string_view kind) {
-    if (kind.find("Unit") != std::string_view::npos) return false;
-    return kind.starts_with("StepGeom_") || kind.starts_with("StepShape_") || kind.starts_with("StepRepr_") ||
-           kind.starts_with("StepBasic_");
-}
-
 /// Whether the modeller reads on soundly: a missing name is replaced by an empty one, a product without a
-/// context is one all the same, and how a surface is shaded is of no use here.
+/// context is one all the same, and how a surface is shaded is of no use here. A layer without a name it
+/// falls over.
 bool IsHarmless(std::string_view kind, std::string_view reason) {
+    if (kind == "StepVisual_PresentationLayerAssignment") return false;
     if (reason.find("quoted String") != reason.npos || reason.find("frame_of_reference") != reason.npos)
         return true;
     return kind.starts_with("StepVisual_SurfaceStyleRendering") && reason.find("numeration") != reason.npos;
@@ -80,63 +74,6 @@ std::optional<std::string> UncheckedFault(const Handle(Standard_Transient) & ent
     return std::nullopt;
 }
 
-using Targets = std::vector<std::vector<int>>;
-
-/// An entity (number in the model) that leads back to itself; 0 when there is none. Walks without
-/// recursion: chains of references can be as long as the file.
-int OnACircle(const Targets& targets) {
-    enum class Mark : char { New, Open, Done };
-    std::vector<Mark> marks(targets.size(), Mark::New);
-    std::vector<std::pair<int, std::size_t>> path;
-    for (std::size_t start = 1; start < targets.size(); ++start) {
-        if (marks[start] != Mark::New) continue;
-        path.emplace_back(static_cast<int>(start), 0);
-        marks[start] = Mark::Open;
-        while (!path.empty()) {
-            const auto from = static_cast<std::size_t>(path.back().first);
-            if (path.back().second == targets[from].size()) {
-                marks[from] = Mark::Done;
-                path.pop_back();
-                continue;
-            }
-            const int to = targets[from][path.back().second++];
-            Mark& mark = marks[static_cast<std::size_t>(to)];
-            if (mark == Mark::Open) return to;
-            if (mark == Mark::New) {
-                mark = Mark::Open;
-                path.emplace_back(to, 0);
-            }
-        }
-    }
-    return 0;
-}
-
-/// References among entities of geometry and topology, and from each assembly to its components.
-Targets StructureOf(const Handle(StepData_StepModel) & model, const Interface_Graph& references) {
-    Targets targets(static_cast<std::size_t>(model->NbEntities()) + 1);
-    for (int index = 1; index <= model->NbEntities(); ++index) {
-        const Handle(Standard_Transient) entity = model->Value(index);
-        const Handle(StepRepr_NextAssemblyUsageOccurrence) usage =
-            Handle(StepRepr_NextAssemblyUsageOccurrence)::DownCast(entity);
-        if (!usage.IsNull()) {
-            const int assembly = model->Number(usage->RelatingProductDefinition());
-            const int component = model->Number(usage->RelatedProductDefinition());
-            if (assembly > 0 && component > 0) {
-                targets[static_cast<std::size_t>(assembly)].push_back(component);
-            }
-            continue;
-        }
-        const std::string_view kind = entity->DynamicType()->Name();
-        if (!Carries(kind) || kind.starts_with("StepBasic_")) continue;
-        Interface_EntityIterator shared = references.Shareds(entity);
-        for (shared.Start(); shared.More(); shared.Next()) {
-            const int number = references.EntityNumber(shared.Value());
-            if (number > 0) targets[static_cast<std::size_t>(index)].push_back(number);
-        }
-    }
-    return targets;
-}
-
 }  // namespace
 
 std::vector<ModelFault> Faults(const Handle(StepData_StepModel) & model, const Interface_Graph& references) {
@@ -146,14 +83,16 @@ std::vector<ModelFault> Faults(const Handle(StepData_StepModel) & model, const I
     };
     for (int index = 1; index <= model->NbEntities(); ++index) {
         const std::string_view kind = model->Value(index)->DynamicType()->Name();
-        if (!Carries(kind) && !kind.starts_with("StepVisual_")) continue;
+        if (!CarriesShapes(kind) && !kind.starts_with("StepVisual_")) continue;
         if (const auto reported = ReportedFault(model, index))
             add(index, *reported);
         else if (const auto reason = UncheckedFault(model->Value(index)))
             add(index, *reason);
     }
     if (!faults.empty()) return faults;
-    const int circle = OnACircle(StructureOf(model, references));
+    faults = FlatPiecesInSpace(model, references);
+    if (!faults.empty()) return faults;
+    const int circle = OnACircle(model, references);
     if (circle > 0) add(circle, "it refers to itself through others");
     return faults;
 }

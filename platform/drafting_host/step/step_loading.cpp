@@ -11,6 +11,7 @@
 #include "drafting_host/step/look_targets.h"
 #include "drafting_host/step/model_faults.h"
 #include "drafting_host/step/modeller_session.h"
+#include "drafting_host/step/part_places.h"
 #include "drafting_host/step/step_externals.h"
 #include "drafting_host/step/step_text.h"
 #include "drafting_host/step/step_units.h"
@@ -108,6 +109,7 @@ void Loading::Read() {
                                               : mTexts->PutInto(mQuarantine.Content(), mCodePage);
     if (HasNestedUnits(mStatements)) content = WithDirectUnits(std::move(content));
     if (HasIndirectLooks(mStatements)) content = WithDirectLooks(std::move(content));
+    if (HasMisreadPlaces(mStatements)) content = WithPlacesFromTheOrigin(std::move(content));
     std::istringstream plain(std::move(content));
     const IFSelect_ReturnStatus status = mReader->ChangeReader().ReadStream(mPath.string().c_str(), plain);
     mModel = Handle(StepData_StepModel)::DownCast(mReader->Reader().WS()->Model());

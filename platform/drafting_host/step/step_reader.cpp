@@ -28,7 +28,7 @@
 #include "drafting_host/step/double_looks.h"
 #include "drafting_host/step/modeller_session.h"
 #include "drafting_host/step/part_flattener.h"
-#include "drafting_host/step/place_notes.h"
+#include "drafting_host/step/part_places.h"
 #include "drafting_host/step/step_externals.h"
 #include "drafting_host/step/step_loading.h"
 #include "drafting_host/step/step_notes.h"

@@ -11,6 +11,7 @@
 
 #include "base/file_failure.h"
 #include "base/noise.h"
+#include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/text.h"
 #include "base/utf8.h"
@@ -136,6 +137,14 @@ std::string WithoutNoise(std::string_view content) {
         at = end;
     }
     return result;
+}
+
+std::string RealText(double value) {
+    std::string text = ShortestRoundTrip(value);
+    const std::size_t exponent = text.find('e');
+    if (exponent != text.npos) text[exponent] = 'E';
+    if (text.find('.') == text.npos) text.insert(std::min(exponent, text.size()), ".");
+    return text;
 }
 
 }  // namespace brenvik::step

@@ -32,4 +32,7 @@ CodePage CodePageOf(std::string_view content);
 /// The text with the noise among its numbers, and negative zeros, as 0. What stands in quotes stays.
 std::string WithoutNoise(std::string_view content);
 
+/// A number as statements have it, which reads back as the same double: "600.", "1.E-16".
+std::string RealText(double value);
+
 }  // namespace brenvik::step

@@ -157,7 +157,24 @@ bool IsMeasuredByLength(const Statements& statements, const Statement& unit) {
     return true;
 }
 
+/// The sizes in millimetres of the units of length that a context names.
+std::vector<double> SizesIn(const Statements& statements, int context) {
+    std::vector<double> sizes;
+    const Statement* const statement = statements.Find(context);
+    if (statement == nullptr) return sizes;
+    for (const Reference& reference : statements.ReferencesOf(*statement)) {
+        const Statement* const one = statements.Find(reference.number);
+        const auto unit = one == nullptr ? std::nullopt : Resolve(statements, *one);
+        if (unit) sizes.push_back(unit->millimetres);
+    }
+    return sizes;
+}
+
 }  // namespace
+
+bool HaveSameUnit(const Statements& statements, int context, int other) {
+    return SizesIn(statements, context) == SizesIn(statements, other);
+}
 
 std::optional<UnitFault> FaultOfUnit(const Statements& statements, const Statement& statement) {
     const std::string_view text = TextOf(statements, statement);
@@ -195,8 +212,8 @@ std::string WithDirectUnits(std::string content) {
     ForEachNestedUnit(statements, [&](const UnitOfLength& unit) {
         const std::size_t place = content.find(MeasureMark, unit.measure->place) + MeasureMark.size();
         const Reference base = statements.ReferencesOf(*unit.measure).back();
-        edits.push_back({place, content.find(')', place) - place,
-                         ShortestRoundTrip(unit.millimetres / unit.metresSize, true)});
+        edits.push_back(
+            {place, content.find(')', place) - place, RealText(unit.millimetres / unit.metresSize)});
         edits.push_back({base.place + 1,
                          content.find_first_not_of("0123456789", base.place + 1) - base.place - 1,
                          std::to_string(unit.metres->number)});

@@ -17,6 +17,10 @@ bool HasNestedUnits(const Statements& statements);
 /// The text of a file with each such unit defined by metres directly. Numbers of statements stay.
 std::string WithDirectUnits(std::string content);
 
+/// Whether the contexts of two representations (numbers of their statements) measure lengths in the same
+/// unit.
+bool HaveSameUnit(const Statements& statements, int context, int other);
+
 /// Where a unit of length can't be taken, and what was expected there.
 struct UnitFault {
     std::size_t place = 0;
