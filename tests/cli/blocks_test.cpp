@@ -190,6 +190,72 @@ TEST_F(Blocks, AConversionToAFormWithoutBlocksBringsEachAtItsPlace) {
     EXPECT_EQ(Sides(Run({"list", "job.step", "--format", "csv"}).output).size(), 3u);
 }
 
+/// The left side alone, in block "Side" with these groups of its own, and a block "Pair" that shows it;
+/// layers GREEN, OFF and COLD (frozen) besides.
+class BlockLooks : public Blocks {
+  protected:
+    static std::string Layer(const std::string& name, int flags, int color) {
+        return "  0\nLAYER\n  2\n" + name + "\n 70\n" + std::to_string(flags) + "\n 62\n" +
+               std::to_string(color) + "\n  6\nCONTINUOUS\n";
+    }
+    static std::string Insert(const std::string& name, const std::string& look) {
+        return "  0\nINSERT\n" + look + "  2\n" + name + "\n 10\n5.0\n 20\n0.0\n 30\n0.0\n";
+    }
+    /// The words of the STEP file that say how its part looks.
+    std::string ShownAs(const std::string& solid, const std::string& inner, const std::string& reference) {
+        std::string text = Drawing("");
+        const std::string begin = "  0\n3DSOLID\n", onLayer = "  8\nCARCASS\n";
+        const std::size_t first = text.find(begin), entities = text.find("\nENTITIES\n");
+        const std::size_t end = text.find("  0\nENDBLK\n", first);
+        std::string body = text.substr(first, end - first);
+        body.replace(body.find(onLayer), onLayer.size(), solid);
+        const std::size_t last = text.find("  0\nENDSEC", entities);
+        text.replace(entities + 10, last - entities - 10, Insert("Pair2", reference));
+        const std::size_t blocks = text.find("  0\nENDSEC", text.find("\nBLOCKS\n"));
+        text.insert(blocks, Block("Side2", body) + Block("Pair2", Insert("Side2", inner)));
+        text.insert(text.find("  0\nLAYER\n"),
+                    Layer("GREEN", 0, 3) + Layer("OFF", 0, -1) + Layer("COLD", 1, 1));
+        Write("job.dxf", text);
+        Run({"convert", "job.dxf", "job.step"});
+        const std::string step = Read("job.step");
+        EXPECT_NE(step.find("MANIFOLD_SOLID_BREP("), std::string::npos);
+        std::string words;
+        for (const std::string word : {"'red'", "'green'", "'blue'", "'white'", "COLOUR_RGB",
+                                       "SURFACE_STYLE_TRANSPARENT", "INVISIBILITY"})
+            if (step.find(word) != std::string::npos) words += (words.empty() ? "" : " ") + word;
+        return words;
+    }
+};
+
+TEST_F(BlockLooks, WhatIsByBlockIsTheReferencesInStep) {
+    const std::string onZero = "  8\n0\n", byBlock = onZero + " 62\n0\n";
+    EXPECT_EQ(ShownAs(onZero, onZero, onZero), "");
+    EXPECT_EQ(ShownAs(byBlock, onZero + " 62\n1\n", onZero), "'red'");
+    EXPECT_EQ(ShownAs(byBlock, byBlock, onZero + " 62\n5\n"), "'blue'");
+    EXPECT_EQ(ShownAs(byBlock, byBlock, "  8\nGREEN\n"), "'green'");
+    EXPECT_EQ(ShownAs(byBlock, byBlock, onZero), "");
+    EXPECT_EQ(ShownAs(onZero, onZero, "  8\nGREEN\n"), "'green'");
+    EXPECT_EQ(ShownAs(onZero, onZero + " 62\n5\n", "  8\nGREEN\n"), "'green'");
+    EXPECT_EQ(ShownAs(onZero + " 62\n1\n", onZero + " 62\n5\n", "  8\nGREEN\n"), "'red'");
+    EXPECT_EQ(ShownAs(byBlock, onZero + " 62\n1\n420\n660510\n", onZero), "COLOUR_RGB");
+    EXPECT_EQ(ShownAs(byBlock + "440\n16777216\n", onZero + " 62\n1\n440\n33554559\n", onZero),
+              "'red' SURFACE_STYLE_TRANSPARENT");
+    EXPECT_EQ(ShownAs(byBlock, onZero + " 62\n1\n440\n33554559\n", onZero), "'red'");
+}
+
+TEST_F(BlockLooks, WhatAReferenceHidesIsHiddenInStep) {
+    const std::string onZero = "  8\n0\n", red = "  8\nGREEN\n 62\n1\n", hidden = " 60\n1\n";
+    EXPECT_EQ(ShownAs(red, onZero, onZero + hidden), "'red' INVISIBILITY");
+    EXPECT_EQ(ShownAs(red, onZero + hidden, onZero), "'red' INVISIBILITY");
+    EXPECT_EQ(ShownAs(red + hidden, onZero, onZero), "'red' INVISIBILITY");
+    // A frozen layer hides all that a reference shows, one that is off what the reference puts on it.
+    EXPECT_EQ(ShownAs(red, onZero, "  8\nCOLD\n"), "'red' INVISIBILITY");
+    EXPECT_EQ(ShownAs(red, "  8\nCOLD\n", onZero), "'red' INVISIBILITY");
+    EXPECT_EQ(ShownAs(red, onZero, "  8\nOFF\n"), "'red'");
+    EXPECT_EQ(ShownAs(onZero + " 62\n1\n", onZero, "  8\nOFF\n"), "'red' INVISIBILITY");
+    EXPECT_EQ(ShownAs(red, "  8\nOFF\n", onZero), "'red'");
+}
+
 TEST_F(Blocks, TheIdOfTheListSelectsOneOfThem) {
     Write("job.dxf", Drawing(Reference("Pair", "")));
     const std::string list = Run({"list", "job.dxf", "--format", "csv"}).output;

@@ -13,10 +13,10 @@
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "drafting_host/document/block_content.h"
+#include "drafting_host/document/block_looks.h"
 #include "drafting_host/document/drawing_units.h"
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/document/host_failure.h"
-#include "drafting_host/document/kept_groups.h"
 
 namespace brenvik {
 namespace {
@@ -134,6 +134,7 @@ class Counter {
 struct ShownSolid {
     PlacedEntity placed;
     double scale = 1;
+    ReferenceLook look;
 };
 
 /// Whether a reference puts its block where measuring means something. Beyond it the modeller's tolerances
@@ -151,7 +152,7 @@ bool IsWithinReach(const InsertData& reference) {
 
 /// The solids that a reference shows, at their places. Throws Failure as PlacedContent does, and for more
 /// than `most` of them, which a block can show that refers to itself.
-void Collect(const InsertData& reference, Counter& counter, std::int64_t most,
+void Collect(const InsertData& reference, const ReferenceLook& look, Counter& counter, std::int64_t most,
              std::vector<ShownSolid>& solids) {
     if (!IsWithinReach(reference))
         throw host_failure::NotPossible(
@@ -164,12 +165,12 @@ void Collect(const InsertData& reference, Counter& counter, std::int64_t most,
     };
     for (PlacedEntity& placed : PlacedContent(counter.BlockOf(reference), reference, wanted)) {
         if (const auto* inner = std::get_if<InsertData>(&placed.geometry)) {
-            Collect(*inner, counter, most, solids);
+            Collect(*inner, LookHandedOn(*placed.source, &look), counter, most, solids);
             continue;
         }
         if (static_cast<std::int64_t>(solids.size()) == most)
             throw host_failure::NotPossible("the block \"" + reference.block + "\" shows itself");
-        solids.push_back({std::move(placed), std::abs(reference.scale.x)});
+        solids.push_back({std::move(placed), std::abs(reference.scale.x), look});
     }
 }
 
@@ -187,15 +188,14 @@ void TakeOut(HostDocument& document, const InsertData& reference, Counter& count
     }
     std::vector<ShownSolid> solids;
     try {
-        Collect(reference, counter, told.count, solids);
+        Collect(reference, LookHandedOn(*told.reference, nullptr), counter, told.count, solids);
     } catch (const Failure& failure) {
         told.reason = failure.detail().empty() ? failure.description() : failure.detail();
         return;
     }
-    for (auto& [placed, scale] : solids) {
+    for (auto& [placed, scale, look] : solids) {
         HostEntity& made = document.Model().Add(std::move(placed.geometry));
-        made.SetLook(placed.source->Look());
-        made.SetKeptGroups(OfOtherDrawing(placed.source->KeptGroupsOfFile()));
+        SetShownLook(made, *placed.source, look);
         made.SetExtendedData(scale == 1 ? placed.source->ExtendedData()
                                         : WithScaledExtents(placed.source->ExtendedData(), scale));
         told.taken.push_back(&made);

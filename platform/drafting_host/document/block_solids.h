@@ -23,10 +23,10 @@ struct ReferenceSolids {
 /// The references of model space that show solids, in drawing order. Nothing is changed: all are left.
 std::vector<ReferenceSolids> CountBlockSolids(const HostDocument& document);
 
-/// Makes a solid of its own in model space of each, at its place, with the look and the extended data that
-/// it has in its block. The references stay, so what the document holds then is no drawing to be saved. A
-/// reference of uneven scale is left as it is, and so is one with which the drawing would show more solids
-/// than a job has, or whose blocks are nested deeper than any drawing's.
+/// Makes a solid of its own in model space of each, at its place, with the look that the reference shows it
+/// with, and the extended data that it has in its block. The references stay, so what the document holds then
+/// is no drawing to be saved. A reference of uneven scale is left as it is, and so is one with which the
+/// drawing would show more solids than a job has, or whose blocks are nested deeper than any drawing's.
 std::vector<ReferenceSolids> TakeOutBlockSolids(HostDocument& document);
 
 /// Erases references that showed only the solids that were taken out of them, so that saving in a format

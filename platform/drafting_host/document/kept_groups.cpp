@@ -196,6 +196,18 @@ Kept<KeptGroups> WithoutTrueColorOfLayer(const Kept<KeptGroups>& kept) {
     return Shared(std::move(changed));
 }
 
+Kept<KeptGroups> WithColors(const Kept<KeptGroups>& kept, std::optional<std::uint32_t> trueColor,
+                            std::optional<std::uint8_t> opacity) {
+    constexpr int transparency = 440;
+    KeptGroups changed;
+    if (kept) changed = *kept;
+    changed.common =
+        Without(changed.common, [](int code) { return IsTrueColor(code) || code == transparency; });
+    if (trueColor) changed.common += GroupsOfTrueColor(*trueColor)->common;
+    if (opacity) changed.common += GroupOfOpacity(*opacity);
+    return Shared(std::move(changed));
+}
+
 Kept<KeptGroups> OfCopy(const Kept<KeptGroups>& kept) {
     if (!kept) return kept;
     KeptGroups changed = *kept;

@@ -1,6 +1,9 @@
 // What an entity keeps of the file that it was read from, under the changes that a drawing sees.
 #pragma once
 
+#include <cstdint>
+#include <optional>
+
 #include "drafting_host/document/similarity.h"
 #include "drafting_host/dxf/kept_records.h"
 
@@ -11,6 +14,10 @@ Kept<KeptGroups> WithoutTrueColor(const Kept<KeptGroups>& kept);
 
 /// The same of a layer, where it stands among the layer's own groups.
 Kept<KeptGroups> WithoutTrueColorOfLayer(const Kept<KeptGroups>& kept);
+
+/// With this true colour and opacity in place of those that it has; neither where there is none.
+Kept<KeptGroups> WithColors(const Kept<KeptGroups>& kept, std::optional<std::uint32_t> trueColor,
+                            std::optional<std::uint8_t> opacity);
 
 /// What a copy in the same drawing has: all but what belongs to one entity alone (its extension dictionary,
 /// those that react to it, the history of a solid).

@@ -204,7 +204,7 @@ std::optional<std::int64_t> IntegerIn(const GroupWalk& walk) {
 }
 
 /// The highest of four bytes tells that the value is the entity's own; by layer and by block are others.
-constexpr std::int64_t OwnOpacity = 0x02000000;
+constexpr std::int64_t OwnOpacity = 0x02000000, OpacityByBlock = 0x01000000;
 
 std::optional<std::uint8_t> OpacityOf(std::int64_t value) {
     constexpr std::int64_t oneByte = 0xFF;
@@ -225,16 +225,25 @@ std::optional<std::uint32_t> TrueColorIn(std::string_view groups) {
     return std::nullopt;
 }
 
-std::optional<std::uint8_t> OpacityIn(std::string_view groups) {
+namespace {
+
+std::optional<std::int64_t> TransparencyIn(std::string_view groups) {
     constexpr int transparency = 440;
     GroupWalk walk(groups);
     while (walk.Next()) {
-        if (walk.Code() != transparency) continue;
-        const auto value = IntegerIn(walk);
-        return value ? OpacityOf(*value) : std::nullopt;
+        if (walk.Code() == transparency) return IntegerIn(walk);
     }
     return std::nullopt;
 }
+
+}  // namespace
+
+std::optional<std::uint8_t> OpacityIn(std::string_view groups) {
+    const auto value = TransparencyIn(groups);
+    return value ? OpacityOf(*value) : std::nullopt;
+}
+
+bool IsOpacityByBlock(std::string_view groups) { return TransparencyIn(groups) == OpacityByBlock; }
 
 std::optional<std::uint8_t> OpacityOfLayerIn(std::string_view groups) {
     constexpr int application = 1001, number = 1071;

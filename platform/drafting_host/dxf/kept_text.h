@@ -37,6 +37,8 @@ std::optional<std::uint32_t> TrueColorIn(std::string_view groups);
 std::optional<std::uint8_t> OpacityIn(std::string_view groups);
 /// The same of a layer, which has it as extended data of an application of its own.
 std::optional<std::uint8_t> OpacityOfLayerIn(std::string_view groups);
+/// Whether the transparency among an entity's groups is that of the reference to its block.
+bool IsOpacityByBlock(std::string_view groups);
 /// Group 440 with this opacity.
 std::string GroupOfOpacity(std::uint8_t opacity);
 /// Groups with a true colour, as what an entity (`isLayer`: a layer) has besides its values.
