@@ -45,9 +45,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     database.connection->BeginTrans();
     try {
         const auto records = database.connection->OpenRecordset(statement);
-        for (; !records->Eof(); records->MoveNext()) {
+        for (; !records->Eof(); records->MoveNext())
             for (int field = 0; field < records->FieldCount(); ++field) records->Value(field);
-        }
     } catch (const brenvik::Failure& failure) {
         brenvik::fuzz::Require(!failure.description().empty(), "a refusal gives its reason");
     }

@@ -37,11 +37,10 @@ OpenedInput OpenAndSelect(Workplace& workplace, const DrawingOptions& options, c
     TellDamagedSettings(workplace, teller);
     HostDocument& document = OpenInHome(workplace, options, unit, teller);
     StandIns standIns;
-    if (options.save.empty()) {
+    if (options.save.empty())
         standIns = TakeOutBlockSolids(document, options, teller);
-    } else {
+    else
         TellBlockSolids(document, options, teller);
-    }
     const std::size_t selected = SelectForCommand(document, options, standIns);
     GiveMaterial(document, options.material, teller);
     if (selected == 0) teller.Remark(options.drawing + ": the drawing holds no solids");

@@ -24,9 +24,8 @@ class Count {
 
 TypedCommands::TypedCommands(HostApplication& application) : mApplication(application), mLine(application) {
     for (const CommandEntry& entry : CommandTable()) {
-        for (const std::string& name : Split(entry.hostCommands, ',')) {
+        for (const std::string& name : Split(entry.hostCommands, ','))
             mLine.RegisterCommand(name, [this, method = entry.method] { Call(method); });
-        }
     }
     mApplication.SetCommandEndedHandler([this](HostDocument&, std::string_view) {
         const Count running(mRunning);

@@ -53,9 +53,8 @@ bool IsTooLarge(std::string_view digits, std::size_t exponentAt) {
     if (firstNonZero == std::string_view::npos) return false;
     const bool exponentIsNegative = exponentAt + 1 < digits.size() && digits[exponentAt + 1] == '-';
     long long exponent = 0;
-    for (const char c : digits.substr(std::min(exponentAt + 1, digits.size()))) {
+    for (const char c : digits.substr(std::min(exponentAt + 1, digits.size())))
         if (IsDigit(c) && exponent < 1'000'000'000'000) exponent = exponent * 10 + (c - '0');
-    }
     const long long place = static_cast<long long>(pointAt) - static_cast<long long>(firstNonZero);
     return place + (exponentIsNegative ? -exponent : exponent) > 0;
 }
@@ -71,9 +70,8 @@ double ConvertDigits(std::string_view digits, std::size_t exponentAt) {
     }
     double value = 0;
     const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    if (result.ec == std::errc::result_out_of_range) {
+    if (result.ec == std::errc::result_out_of_range)
         return IsTooLarge(digits, exponentAt) ? std::numeric_limits<double>::infinity() : 0.0;
-    }
     return value;
 }
 

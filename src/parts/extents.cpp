@@ -43,15 +43,14 @@ bool ObtainExtents(const AcadEntity& entity, const MeasuringChoice& choice,
                    const std::array<std::string_view, 3>& oldValues, std::unique_ptr<SolidMeasurer>& measurer,
                    MeasuredExtents& extents) {
     // The world box comes first: it wins over measuring being off.
-    if (choice.WCSMeasure) {
+    if (choice.WCSMeasure)
         TakeWorldBox(entity, extents);
-    } else if (choice.NoMeasure != 0) {
+    else if (choice.NoMeasure != 0)
         TakeSavedValues(oldValues, extents);
-    } else if (choice.MeasureNonSolids == 1 && entity.ObjectName() != "AcDb3dSolid") {
+    else if (choice.MeasureNonSolids == 1 && entity.ObjectName() != "AcDb3dSolid")
         TakeWorldBox(entity, extents);
-    } else {
+    else
         return MeasureWithComponent(entity, measurer, extents);
-    }
     return true;
 }
 

@@ -121,9 +121,8 @@ std::vector<gp_Pnt> Corners(const TopoDS_Shape& shape) {
 
 TopoDS_Shape ReadOne(const std::string& text) {
     const ReadResult result = ReadText(text);
-    for (const Problem& problem : result.problems) {
+    for (const Problem& problem : result.problems)
         ADD_FAILURE() << "line " << problem.line << ", record " << problem.record << ": " << problem.text;
-    }
     if (result.bodies.size() != 1) {
         ADD_FAILURE() << "expected one body, found " << result.bodies.size();
         return {};

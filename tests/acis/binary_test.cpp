@@ -157,9 +157,8 @@ TEST(BinaryAcisData, WithAbsurdCountsAreRefusedAtOnce) {
     const std::size_t rational = poles.find("nurbs");
     const std::size_t word = std::min(spline, rational);
     ASSERT_NE(word, std::string::npos);
-    for (std::size_t at = word; at + 5 < poles.size() && at < word + 60; ++at) {
+    for (std::size_t at = word; at + 5 < poles.size() && at < word + 60; ++at)
         if (poles[at] == 0x04) std::memcpy(poles.data() + at + 1, &many, sizeof many);
-    }
     ExpectRefused(poles, "spline");
 }
 

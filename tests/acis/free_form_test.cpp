@@ -104,9 +104,8 @@ TEST_P(FreeForm, IsReadFromALaterVersionToo) {
 }
 
 TEST_P(FreeForm, IsReadByAnIndependentReader) {
-    if (std::system("/usr/bin/python3 -c 'import ezdxf.acis.api' 2>/dev/null") != 0) {
+    if (std::system("/usr/bin/python3 -c 'import ezdxf.acis.api' 2>/dev/null") != 0)
         GTEST_SKIP() << "no independent reader of ACIS text is installed";
-    }
     const TopoDS_Shape shape = GetParam().make();
     const std::string path = ::testing::TempDir() + "brenvik_free_" + GetParam().name + ".sat";
     std::ofstream(path) << Joined(WriteText(shape));
@@ -161,9 +160,8 @@ TEST(FreeFormText, KeepsTheSideOfASheet) {
 // Knots, poles and weights are stated row by row, the curve of each coedge names the surface by number.
 TEST(FreeFormText, StatesASurfaceItsEdgesAndTheirCurvesOnIt) {
     TColgp_Array2OfPnt poles(1, 2, 1, 3);
-    for (int i = 1; i <= 2; ++i) {
+    for (int i = 1; i <= 2; ++i)
         for (int j = 1; j <= 3; ++j) poles(i, j) = gp_Pnt(8 * (i - 1), 4 * (j - 1), j == 2 ? 3 : 0);
-    }
     TColStd_Array1OfReal ends(1, 2);
     ends(1) = 0;
     ends(2) = 1;

@@ -177,9 +177,8 @@ inline TopoDS_Shape ExpectSame(const TopoDS_Shape& shape, double share = 1e-9) {
 
 inline TopoDS_Face Sail(bool turned) {
     TColgp_Array2OfPnt points(1, 4, 1, 4);
-    for (int i = 1; i <= 4; ++i) {
+    for (int i = 1; i <= 4; ++i)
         for (int j = 1; j <= 4; ++j) points(i, j) = gp_Pnt(i, j, (i - 2) * (j - 3) * 0.3);
-    }
     const TopoDS_Face face =
         BRepBuilderAPI_MakeFace(GeomAPI_PointsToBSplineSurface(points).Surface(), 1e-6).Face();
     return turned ? TopoDS::Face(face.Reversed()) : face;

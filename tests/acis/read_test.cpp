@@ -183,9 +183,8 @@ TEST(ReadText, RefusesAShearedTransform) {
 
 TEST(ReadText, RefusesOtherVersionsByTheirNumber) {
     const std::string text = Joined(WriteText(DrilledPanel()));
-    for (const char* version : {"104", "22400", "20799", "9999"}) {
+    for (const char* version : {"104", "22400", "20799", "9999"})
         ExpectRefused(Replaced(text, "400 ", std::string(version) + " "), std::string("version ") + version);
-    }
 }
 
 TEST(ReadText, RefusesFreeRecordsWithoutSplinesByName) {
@@ -212,9 +211,8 @@ TEST(ReadText, TakesRecordsOverManyLinesAndLineEndsOfAnyKind) {
 
 TEST(ReadText, TakesRecordsThatFollowWithoutABlank) {
     std::string text = Joined(WriteText(DrilledPanel()));
-    for (std::size_t at = text.find("#\n"); at != std::string::npos; at = text.find("#\n", at + 1)) {
+    for (std::size_t at = text.find("#\n"); at != std::string::npos; at = text.find("#\n", at + 1))
         if (text.compare(at + 2, 3, "End") != 0) text.erase(at + 1, 1);
-    }
     EXPECT_NEAR(Volume(ReadOne(text)), drilledVolume, 1e-9 * drilledVolume);
 }
 
@@ -324,9 +322,8 @@ TEST(ReadText, TellsABreakWithinARecordWithLineAndRecord) {
 
 TEST(ReadText, SurvivesEveryPrefixOfAText) {
     const std::string text = Joined(WriteText(BRepPrimAPI_MakeCone(10, 0, 30).Shape()));
-    for (std::size_t length = 0; length + 20 < text.size(); ++length) {
+    for (std::size_t length = 0; length + 20 < text.size(); ++length)
         EXPECT_FALSE(ReadText(text.substr(0, length)).problems.empty()) << "after " << length;
-    }
 }
 
 TEST(ReadText, RefusesNumbersThatAreNone) {

@@ -26,9 +26,8 @@ TEST_P(SampleFile, IsReadWithItsVolumes) {
     const auto text = Sample(GetParam().file);
     if (!text) GTEST_SKIP() << "sample file " << GetParam().file << " is absent";
     const ReadResult result = ReadText(*text);
-    for (const Problem& problem : result.problems) {
+    for (const Problem& problem : result.problems)
         ADD_FAILURE() << "line " << problem.line << ", record " << problem.record << ": " << problem.text;
-    }
     ASSERT_EQ(result.bodies.size(), GetParam().volumes.size());
     int faces = 0;
     for (std::size_t i = 0; i < result.bodies.size(); ++i) {

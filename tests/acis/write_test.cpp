@@ -119,9 +119,8 @@ TEST(WriteText, WritesTheRoundFaceOfAnExplodedSolidAsASheet) {
 
 TEST(WriteText, WritesAnApexAsAnEdgeWithoutCurve) {
     int apexes = 0;
-    for (const std::string& line : WriteText(BRepPrimAPI_MakeCone(10, 0, 30).Shape())) {
+    for (const std::string& line : WriteText(BRepPrimAPI_MakeCone(10, 0, 30).Shape()))
         if (line.rfind("edge ", 0) == 0 && line.find(" $-1 forward #") != std::string::npos) ++apexes;
-    }
     EXPECT_EQ(apexes, 1);
 }
 
@@ -157,9 +156,8 @@ TEST(WriteText, KeepsTypedInNumbersToTheLastBit) {
 }
 
 TEST(WriteText, IsReadByAnIndependentReader) {
-    if (std::system("/usr/bin/python3 -c 'import ezdxf.acis.api' 2>/dev/null") != 0) {
+    if (std::system("/usr/bin/python3 -c 'import ezdxf.acis.api' 2>/dev/null") != 0)
         GTEST_SKIP() << "no independent reader of ACIS text is installed";
-    }
     const TopoDS_Shape shapes[] = {
         BRepPrimAPI_MakeBox(10.0, 20.0, 30.0).Shape(), BRepPrimAPI_MakeCylinder(5.0, 20.0).Shape(),
         BRepPrimAPI_MakeCone(10, 0, 30).Shape(), BRepPrimAPI_MakeSphere(5.0).Shape(), Triangle()};

@@ -56,9 +56,8 @@ std::vector<TopoDS_Edge> EdgesOf(const TopoDS_Shape& shape) {
     TopTools_IndexedMapOfShape found;
     TopExp::MapShapes(shape, TopAbs_EDGE, found);
     std::vector<TopoDS_Edge> edges;
-    for (int i = 1; i <= found.Extent(); ++i) {
+    for (int i = 1; i <= found.Extent(); ++i)
         if (!BRep_Tool::Degenerated(TopoDS::Edge(found(i)))) edges.push_back(TopoDS::Edge(found(i)));
-    }
     return edges;
 }
 

@@ -104,9 +104,8 @@ TEST(ReadBack, ATorusThatCrossesItselfIsWrittenAsASpline) {
     const TopoDS_Shape box = BRepPrimAPI_MakeBox(10., 10., 10.).Shape();
     EXPECT_TRUE(FitsPlainly(box));
     const BodyFamily* turnedArc = nullptr;
-    for (const BodyFamily& family : BodyFamilies()) {
+    for (const BodyFamily& family : BodyFamilies())
         if (family.name == std::string("turned arc")) turnedArc = &family;
-    }
     ASSERT_NE(turnedArc, nullptr);
     for (unsigned seed = 0; seed < 3; ++seed) {
         const MadeBody lemon = Make(*turnedArc, seed);

@@ -38,9 +38,8 @@ const std::string allKinds =
 /// The drawing without what hangs on the form of the file.
 DrawingData Comparable(DrawingData data) {
     for (BlockData& block : data.blocks) {
-        for (EntityData& entity : block.entities) {
+        for (EntityData& entity : block.entities)
             if (auto* const body = std::get_if<AcisData>(&entity.geometry)) body->firstLine = 0;
-        }
     }
     for (auto& [name, values] : data.headerVariables) {
         for (auto& [code, text] : values)
@@ -171,15 +170,12 @@ void ExpectClose(const EntityData& binary, const EntityData& text) {
         EXPECT_NEAR(std::get<LineData>(binary.geometry).end.y, line->end.y,
                     1e-12 * (1 + std::abs(line->end.y)));
     }
-    if (const auto* circle = std::get_if<CircleData>(&text.geometry)) {
+    if (const auto* circle = std::get_if<CircleData>(&text.geometry))
         EXPECT_NEAR(std::get<CircleData>(binary.geometry).radius, circle->radius, 1e-12 * circle->radius);
-    }
-    if (const auto* body = std::get_if<AcisData>(&text.geometry)) {
+    if (const auto* body = std::get_if<AcisData>(&text.geometry))
         EXPECT_EQ(std::get<AcisData>(binary.geometry).text, body->text);
-    }
-    if (const auto* words = std::get_if<MTextData>(&text.geometry)) {
+    if (const auto* words = std::get_if<MTextData>(&text.geometry))
         EXPECT_EQ(std::get<MTextData>(binary.geometry).text, words->text);
-    }
 }
 
 TEST(BinaryDxfSample, HasWhatItsAsciiTwinHas) {

@@ -191,9 +191,8 @@ TEST_F(EntityLife, BadNumbersAreRefused) {
 TEST_F(EntityLife, WalkingAndErasingTenThousandIsLinear) {
     for (int i = 0; i < 10000; ++i) Model().AddLine({0, 0, 0}, {1.0 * i, 1, 0});
     int visible = 0;
-    for (int round = 0; round < 100; ++round) {
+    for (int round = 0; round < 100; ++round)
         Model().ForEach([&](AcadEntity& entity) { visible += entity.Visible() ? 1 : 0; });
-    }
     EXPECT_EQ(visible, 1000000);
     Model().ForEach([](AcadEntity& entity) { entity.Delete(); });
     EXPECT_EQ(Model().Count(), 0);

@@ -251,9 +251,8 @@ TEST_F(Files, TheContentDecidesNotTheName) {
     std::filesystem::rename(Path("a.sat"), Path("b.dxf"));
     std::filesystem::rename(Path("a.step"), Path("b.sat"));
     std::filesystem::rename(Path("a.dxf"), Path("b.step"));
-    for (const char* name : {"b.dxf", "b.sat", "b.step"}) {
+    for (const char* name : {"b.dxf", "b.sat", "b.step"})
         EXPECT_EQ(application.OpenDrawing(Path(name)).ModelSpace().Count(), 1) << name;
-    }
 }
 
 TEST_F(Files, WhatIsNoDrawingIsRefusedByName) {

@@ -27,9 +27,8 @@ TEST_F(Layers, ItemFailsForUnknownNamesAndPositions) {
 }
 
 TEST_F(Layers, RefusedNames) {
-    for (const char c : std::string("<>/\\\":;?*=|`")) {
+    for (const char c : std::string("<>/\\\":;?*=|`"))
         EXPECT_THROW(document.Layers().Add(std::string("A") + c), Failure) << c;
-    }
     EXPECT_THROW(document.Layers().Add(""), Failure);
     EXPECT_THROW(document.Layers().Add("  "), Failure);
     EXPECT_THROW(document.Layers().Add("A\nB"), Failure);

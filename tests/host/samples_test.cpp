@@ -101,9 +101,8 @@ TEST_F(Samples, DrawingsKeepWhatTheyHoldAndGetNoLetters) {
     }
     HostDocument& shapes = Open("dxf/ezdxf__acistools_3dsolids.dxf");
     int solids = 0;
-    for (const auto& block : shapes.AllBlocks()) {
+    for (const auto& block : shapes.AllBlocks())
         block->ForEach([&](AcadEntity& entity) { solids += entity.ObjectName() == "AcDb3dSolid" ? 1 : 0; });
-    }
     EXPECT_EQ(solids, 5);
     EXPECT_TRUE(shapes.Notes().empty());
 }

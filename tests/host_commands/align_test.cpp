@@ -86,9 +86,8 @@ TEST_F(Aligning, APartAtAnOddAngleComesBackWithTheSizesItWasDrawnWith) {
     std::vector<Point3> corner;
     const Similarity there = Similarity::Turn({1, 2, 3}, {4, 6, 9}, 37.3 * std::numbers::pi / 180)
                                  .Then(Similarity::Shift({12.34, -56.78, 91.1}));
-    for (const Point3& p : {Point3{0, 0, 0}, Point3{600, 0, 0}, Point3{0, 0, 18}}) {
+    for (const Point3& p : {Point3{0, 0, 0}, Point3{600, 0, 0}, Point3{0, 0, 18}})
         corner.push_back(there.Point(p));
-    }
     Type("align all  " + PointText12(corner[0]) + "0,0,0 " + PointText12(corner[1]) + "1000,0,0 " +
          PointText12(corner[2]) + "0,10000000,0 ");
     ExpectIdle();

@@ -47,9 +47,7 @@ TEST_P(AnySplit, GivesTheSameDrawingAndTranscript) {
     const std::string whole = outcome([] { return std::string::npos; });
     EXPECT_EQ(outcome([] { return 1u; }), whole);
     std::mt19937 random(7);
-    for (int round = 0; round < 5; ++round) {
-        EXPECT_EQ(outcome([&] { return 1 + random() % 9; }), whole);
-    }
+    for (int round = 0; round < 5; ++round) EXPECT_EQ(outcome([&] { return 1 + random() % 9; }), whole);
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -37,9 +37,8 @@ class CommandTest : public ::testing::Test {
     }
 
     bool Told(std::string_view part) const {
-        for (const std::string& line : transcript) {
+        for (const std::string& line : transcript)
             if (line.find(part) != std::string::npos) return true;
-        }
         return false;
     }
 

@@ -26,9 +26,8 @@ class Exploding : public CommandTest {
     template <class Kind>
     std::vector<Kind*> All() {
         std::vector<Kind*> found;
-        for (HostEntity* entity : Entities()) {
+        for (HostEntity* entity : Entities())
             if (auto* one = dynamic_cast<Kind*>(entity)) found.push_back(one);
-        }
         return found;
     }
 
@@ -232,9 +231,7 @@ TEST_F(Exploding, PiecesFollowTheOrderOfTheirSources) {
     BoxAt({5, 0, 0}, {6, 1, 1});
     Type("explode all  ");
     ASSERT_EQ(Entities().size(), 12u);
-    for (std::size_t i = 0; i < 12; ++i) {
-        EXPECT_EQ(Entities()[i]->GetBoundingBox().min.x >= 5, i >= 6);
-    }
+    for (std::size_t i = 0; i < 12; ++i) EXPECT_EQ(Entities()[i]->GetBoundingBox().min.x >= 5, i >= 6);
 }
 
 TEST_F(Exploding, ThePiecesOfATurnedPartKeepItsPlace) {

@@ -43,9 +43,8 @@ TEST_F(Typing, TheSecondOfTwoBlanksClosesASelection) {
 }
 
 TEST_F(Typing, NamesAreCaseBlindAndTakeUnderscoresAndPoints) {
-    for (const char* name : {"BOX", "Box", "_box", "_.box", "._BOX"}) {
+    for (const char* name : {"BOX", "Box", "_box", "_.box", "._BOX"})
         Type(std::string(name) + " 0,0,0 1,1,1 ");
-    }
     EXPECT_EQ(Entities().size(), 5u);
 }
 

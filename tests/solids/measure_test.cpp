@@ -63,9 +63,8 @@ TopoDS_Shape TaperedLeg() {
     BRepOffsetAPI_ThruSections loft(true, true);
     for (const auto& [half, height] : {std::pair(15.0, 0.0), std::pair(30.0, 700.0)}) {
         BRepBuilderAPI_MakePolygon square;
-        for (const auto& [x, y] : {std::pair(-1, -1), std::pair(1, -1), std::pair(1, 1), std::pair(-1, 1)}) {
+        for (const auto& [x, y] : {std::pair(-1, -1), std::pair(1, -1), std::pair(1, 1), std::pair(-1, 1)})
             square.Add(gp_Pnt(x * half, y * half, height));
-        }
         square.Close();
         loft.AddWire(square.Wire());
     }
@@ -82,9 +81,8 @@ TopoDS_Shape Bevelled() {
 TopoDS_Shape RoundedBoard() {
     const TopoDS_Shape board = Board(600, 400, 18);
     BRepFilletAPI_MakeFillet rounding(board);
-    for (TopExp_Explorer edge(board, TopAbs_EDGE); edge.More(); edge.Next()) {
+    for (TopExp_Explorer edge(board, TopAbs_EDGE); edge.More(); edge.Next())
         rounding.Add(3, TopoDS::Edge(edge.Current()));
-    }
     return rounding.Shape();
 }
 

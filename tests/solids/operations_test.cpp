@@ -264,9 +264,8 @@ TEST(Extrude, CircleBecomesACylinder) {
     const TopoDS_Shape rod = ExtrudeRegion(RegionsFromCurves(std::span(&circle, 1), gp::DZ()).at(0), 40);
     EXPECT_NEAR(Volume(rod), pi * 6.25 * 40, 1e-10);
     bool round = false;
-    for (TopExp_Explorer face(rod, TopAbs_FACE); face.More(); face.Next()) {
+    for (TopExp_Explorer face(rod, TopAbs_FACE); face.More(); face.Next())
         round |= BRepAdaptor_Surface(TopoDS::Face(face.Current())).GetType() == GeomAbs_Cylinder;
-    }
     EXPECT_TRUE(round);
     EXPECT_TRUE(Valid(rod));
 }

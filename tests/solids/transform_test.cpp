@@ -77,9 +77,8 @@ TEST(Transform, SharedEdgesAndVerticesStayShared) {
          {Board(600, 400, 18), DrilledBoard(600, 400, 18, 4), BRepPrimAPI_MakeTorus(40, 10).Shape(),
           BRepPrimAPI_MakeSphere(10).Shape(), BRepPrimAPI_MakeCone(30, 0, 70).Shape()}) {
         const TopoDS_Shape moved = Transformed(part.Located(TopLoc_Location(OddPlace())), OddPlace(0.2));
-        for (const TopAbs_ShapeEnum kind : {TopAbs_FACE, TopAbs_EDGE, TopAbs_VERTEX}) {
+        for (const TopAbs_ShapeEnum kind : {TopAbs_FACE, TopAbs_EDGE, TopAbs_VERTEX})
             EXPECT_EQ(Count(moved, kind), Count(part, kind));
-        }
         EXPECT_TRUE(Valid(moved));
         EXPECT_NEAR(Volume(moved) / Volume(part), 1, 1e-12);
     }

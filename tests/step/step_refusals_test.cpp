@@ -196,9 +196,8 @@ TEST_F(StepInput, ATraceOnASurfaceThatHoldsNoCurveIsTold) {
 TEST_F(StepInput, VertexWithoutAPlaceInSpaceIsTold) {
     std::string content = Good();
     const std::string corner = "CARTESIAN_POINT('',(600.,0.,0.))";
-    for (std::size_t place = content.find(corner); place != std::string::npos; place = content.find(corner)) {
+    for (std::size_t place = content.find(corner); place != std::string::npos; place = content.find(corner))
         content.replace(place, corner.size(), "CARTESIAN_POINT('',(600.,0.))");
-    }
     Put(content);
     ExpectMentions(FailureText(), "the vertex is no point in space");
 }

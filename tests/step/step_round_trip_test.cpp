@@ -103,9 +103,8 @@ TEST_F(StepFiles, VolumesAndBoxesComeBackToNineDigits) {
         solids::Mirrored(DrilledBoard(300, 200, 18, 2), gp_Ax2(gp_Pnt(1, 2, 3), gp::DX())),
     };
     std::vector<StepSolid> parts;
-    for (const TopoDS_Shape& shape : shapes) {
+    for (const TopoDS_Shape& shape : shapes)
         parts.push_back({shape, "Part " + std::to_string(parts.size()), "Job", "", std::nullopt});
-    }
     const StepDocument document = RoundTrip(parts);
     ASSERT_EQ(document.solids.size(), parts.size());
     for (std::size_t index = 0; index < parts.size(); ++index) {
@@ -127,9 +126,8 @@ TEST_F(StepFiles, TheSameShapeTwiceStaysTwoParts) {
                    {board, "Right", "B", "", std::nullopt},
                    {board.Located(TopLoc_Location(OddPlace())), "Third", "A", "", std::nullopt}});
     ASSERT_EQ(document.solids.size(), 3U);
-    for (const char* name : {"Left", "Right", "Third"}) {
+    for (const char* name : {"Left", "Right", "Third"})
         EXPECT_EQ(std::ranges::count(document.solids, name, &StepSolid::name), 1) << name;
-    }
 }
 
 TEST_F(StepFiles, PartOfSeveralLumpsGivesOneEntryEachWithItsName) {

@@ -121,9 +121,8 @@ TEST(StepSampleTable, NoSampleIsForgotten) {
     if (!std::filesystem::exists(samples)) GTEST_SKIP() << "sample files are not at hand: " << samples;
     std::set<std::string> known{std::string(sampleWithFalseItems)};
     for (const Sample& sample : sampleTable) known.insert(sample.file);
-    for (const auto& entry : std::filesystem::directory_iterator(samples)) {
+    for (const auto& entry : std::filesystem::directory_iterator(samples))
         EXPECT_TRUE(known.contains(entry.path().filename().string())) << entry.path();
-    }
 }
 
 TEST(StepSampleTable, FalseItemsBesideAShapeLeaveTheSolid) {
@@ -146,9 +145,8 @@ TEST(StepSampleNames, BookcaseGivesItsBoards) {
         EXPECT_EQ(part.assembly, "Bookcase_001");
         const solids::Extents extents = solids::MeasureShape(part.shape);
         EXPECT_EQ(extents.status, solids::measure_status::Square);
-        for (const double side : {extents.d1, extents.d2, extents.d3}) {
+        for (const double side : {extents.d1, extents.d2, extents.d3})
             EXPECT_NEAR(side, std::round(side), 1e-11) << part.name;
-        }
     }
     const std::vector<std::string> wanted{"Side left", "Side right", "Top",     "Bottom",
                                           "Back",      "Shelf 1",    "Shelf 2", "Shelf 3"};

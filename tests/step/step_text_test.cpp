@@ -99,9 +99,8 @@ std::string Sound(const std::string& data) {
     const std::string content = "DATA;" + data + "ENDSEC;END-ISO-10303-21;";
     const Statements text(content);
     Quarantine quarantine(text);
-    for (const StatementFault& fault : TextFaults(text)) {
+    for (const StatementFault& fault : TextFaults(text))
         if (!quarantine.Remove(fault)) return "refused: " + fault.expected;
-    }
     std::string sound = quarantine.Content().substr(5);
     return sound.substr(0, sound.find("ENDSEC;"));
 }

@@ -84,11 +84,10 @@ void PutPlain(Writer& out, const Field& field) {
             out.Pointer(field.index);
             return;
         case Field::Kind::Number:
-            if (field.text.find_first_of(".e") == std::string_view::npos) {
+            if (field.text.find_first_of(".e") == std::string_view::npos)
                 out.Integer(static_cast<long>(field.number));
-            } else {
+            else
                 out.Double(field.number);
-            }
             return;
         case Field::Kind::Choice:
             out.Choice(static_cast<long>(field.number));
@@ -99,15 +98,14 @@ void PutPlain(Writer& out, const Field& field) {
         case Field::Kind::Word:
             break;
     }
-    if (const auto flag = flags.find(field.text); flag != flags.end()) {
+    if (const auto flag = flags.find(field.text); flag != flags.end())
         out.Flag(flag->second);
-    } else if (const auto choice = choices.find(field.text); choice != choices.end()) {
+    else if (const auto choice = choices.find(field.text); choice != choices.end())
         out.Choice(choice->second);
-    } else if (field.text == "{" || field.text == "}") {
+    else if (field.text == "{" || field.text == "}")
         out.Byte(field.text == "{" ? 0x0F : 0x10);
-    } else {
+    else
         out.Counted(0x0D, field.text);
-    }
 }
 
 /// The numbers that a letter of the pattern stands for.
@@ -115,11 +113,10 @@ void PutPattern(Writer& out, std::string_view pattern, const std::vector<Field>&
     for (const char letter : pattern) {
         if (letter == 'P' || letter == 'V') out.Byte(letter == 'P' ? 0x13 : 0x14);
         for (int i = letter == 'd' ? 1 : 3; i > 0; --i, ++at) {
-            if (letter == 'd') {
+            if (letter == 'd')
                 out.Double(fields.at(at).number);
-            } else {
+            else
                 out.Raw(fields.at(at).number);
-            }
         }
     }
 }
@@ -150,11 +147,10 @@ void PutRecord(Writer& out, const Record& record) {
         // Whole numbers that later versions put before the last field.
         if ((record.name == "coedge" || record.name == "vertex") && at + 1 == fields.size()) out.Integer(0);
         const bool isMeasure = record.name == "cone-surface" && fields[at].kind == Field::Kind::Number;
-        if (isMeasure) {
+        if (isMeasure)
             out.Double(fields[at].number);
-        } else {
+        else
             PutPlain(out, fields[at]);
-        }
     }
     out.Byte(0x11);
 }

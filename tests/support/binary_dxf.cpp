@@ -65,21 +65,20 @@ void PutText(std::string& out, std::string_view text) {
 
 void PutValue(std::string& out, int code, const std::string& value) {
     const char* const text = value.c_str();
-    if (IsReal(code)) {
+    if (IsReal(code))
         Put(out, std::strtod(text, nullptr));
-    } else if (IsShort(code)) {
+    else if (IsShort(code))
         Put(out, static_cast<std::int16_t>(std::atoi(text)));
-    } else if (IsLong(code)) {
+    else if (IsLong(code))
         Put(out, static_cast<std::int32_t>(std::atoll(text)));
-    } else if (Within(code, 160, 169)) {
+    else if (Within(code, 160, 169))
         Put(out, static_cast<std::int64_t>(std::atoll(text)));
-    } else if (Within(code, 290, 299)) {
+    else if (Within(code, 290, 299))
         Put(out, static_cast<std::uint8_t>(std::atoi(text)));
-    } else if (IsChunk(code)) {
+    else if (IsChunk(code))
         PutChunk(out, value);
-    } else {
+    else
         PutText(out, value);
-    }
 }
 
 std::string TakeLine(std::string_view& text) {

@@ -129,18 +129,16 @@ std::optional<SurfaceRecord> Revolved(const Geom_SurfaceOfRevolution& surface) {
     const gp_Lin axis(surface.Axis());
     if (const auto line = Handle(Geom_Line)::DownCast(basis); !line.IsNull())
         return RevolvedLine(line->Lin(), axis);
-    if (const auto circle = Handle(Geom_Circle)::DownCast(basis); !circle.IsNull()) {
+    if (const auto circle = Handle(Geom_Circle)::DownCast(basis); !circle.IsNull())
         return RevolvedCircle(circle->Circ(), axis);
-    }
     return std::nullopt;
 }
 
 }  // namespace
 
 std::optional<SurfaceRecord> AnalyticSurface(const Handle(Geom_Surface) & surface) {
-    if (const auto trimmed = Handle(Geom_RectangularTrimmedSurface)::DownCast(surface); !trimmed.IsNull()) {
+    if (const auto trimmed = Handle(Geom_RectangularTrimmedSurface)::DownCast(surface); !trimmed.IsNull())
         return AnalyticSurface(trimmed->BasisSurface());
-    }
     if (const auto plane = Handle(Geom_Plane)::DownCast(surface); !plane.IsNull()) {
         const gp_Ax3& axes = plane->Position();
         return PlaneOf(axes.Location(), axes.Direction(), axes.XDirection());
@@ -149,9 +147,8 @@ std::optional<SurfaceRecord> AnalyticSurface(const Handle(Geom_Surface) & surfac
         const gp_Ax3& axes = cylinder->Position();
         return RoundOf(axes.Location(), axes.Direction(), axes.XDirection(), cylinder->Radius(), 1, 0);
     }
-    if (const auto cone = Handle(Geom_ConicalSurface)::DownCast(surface); !cone.IsNull()) {
+    if (const auto cone = Handle(Geom_ConicalSurface)::DownCast(surface); !cone.IsNull())
         return ConeOf(cone->Position(), cone->RefRadius(), cone->SemiAngle());
-    }
     if (const auto sphere = Handle(Geom_SphericalSurface)::DownCast(surface); !sphere.IsNull()) {
         const gp_Ax3& axes = sphere->Position();
         return SphereRecord{axes.Location().XYZ(), axes.XDirection().XYZ(), axes.Direction().XYZ(),
@@ -172,9 +169,8 @@ std::optional<SurfaceRecord> AnalyticSurface(const Handle(Geom_Surface) & surfac
         !extrusion.IsNull()) {
         return Extruded(*extrusion);
     }
-    if (const auto revolution = Handle(Geom_SurfaceOfRevolution)::DownCast(surface); !revolution.IsNull()) {
+    if (const auto revolution = Handle(Geom_SurfaceOfRevolution)::DownCast(surface); !revolution.IsNull())
         return Revolved(*revolution);
-    }
     return std::nullopt;
 }
 
@@ -202,9 +198,8 @@ void PutOnNappe(ConeRecord& cone, const gp_XYZ& point) {
 
 std::optional<CurveRecord> AnalyticCurve(const Handle(Geom_Curve) & curve) {
     const Handle(Geom_Curve) basis = Untrimmed(curve);
-    if (const auto line = Handle(Geom_Line)::DownCast(basis); !line.IsNull()) {
+    if (const auto line = Handle(Geom_Line)::DownCast(basis); !line.IsNull())
         return LineRecord{line->Lin().Location().XYZ(), line->Lin().Direction().XYZ()};
-    }
     if (const auto circle = Handle(Geom_Circle)::DownCast(basis); !circle.IsNull()) {
         return EllipseRecord{circle->Location().XYZ(), circle->Axis().Direction().XYZ(),
                              circle->XAxis().Direction().XYZ() * circle->Radius(), 1};

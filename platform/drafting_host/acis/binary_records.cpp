@@ -144,12 +144,10 @@ bool BinarySplitter::ReadHeadTokens() {
         *target = std::string(mFields.front().text);
         mFields.clear();
     }
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < 3; ++i)
         if (!TakeToken(head)) return false;
-    }
-    for (const Field& field : mFields) {
+    for (const Field& field : mFields)
         if (field.kind != Field::Kind::Number) return false;
-    }
     if (mFields.size() != 3) return false;
     mResult.header.millimetresPerUnit = mFields.front().number;
     mFields.clear();
@@ -307,9 +305,8 @@ bool BinarySplitter::ReadRecord() {
     Record record;
     mFields.clear();
     if (!ReadName(record)) return BreaksOff(record);
-    while (mAt < mData.size() && static_cast<Tag>(mData[mAt]) != Tag::RecordEnd) {
+    while (mAt < mData.size() && static_cast<Tag>(mData[mAt]) != Tag::RecordEnd)
         if (!TakeToken(record)) return BreaksOff(record);
-    }
     if (mAt >= mData.size()) return BreaksOff(record);
     ++mAt;
     // Exactly as many as there are: most records are short.
@@ -355,9 +352,8 @@ void BinarySplitter::ReadRecords() {
 }  // namespace
 
 bool IsBinary(std::string_view data) {
-    for (const std::string_view magic : Magic15) {
+    for (const std::string_view magic : Magic15)
         if (data.starts_with(magic)) return true;
-    }
     return false;
 }
 

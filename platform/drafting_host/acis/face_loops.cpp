@@ -43,9 +43,8 @@ class Taker {
           mReversed(f.Orientation() == TopAbs_REVERSED) {}
 
     FaceLoops Run() {
-        for (TopoDS_Iterator part(mFace); part.More(); part.Next()) {
+        for (TopoDS_Iterator part(mFace); part.More(); part.Next())
             if (part.Value().ShapeType() == TopAbs_WIRE) Take(TopoDS::Wire(part.Value()));
-        }
         KeepLonePoints();
         return std::move(mResult);
     }
@@ -61,17 +60,15 @@ class Taker {
                                  [&](const TopoDS_Edge& e) { return e.IsSame(edge); }) == 2;
         };
         for (const TopoDS_Edge& edge : walk) {
-            if (BRep_Tool::Degenerated(edge)) {
+            if (BRep_Tool::Degenerated(edge))
                 mSpreadPoints.push_back(TopExp::FirstVertex(edge));
-            } else if (!isSeam(edge)) {
+            else if (!isSeam(edge))
                 edges.push_back(mReversed ? TopoDS::Edge(edge.Reversed()) : edge);
-            }
         }
         if (mReversed) std::reverse(edges.begin(), edges.end());
         std::vector<bool> used(edges.size(), false);
-        for (std::size_t first = 0; first < edges.size(); ++first) {
+        for (std::size_t first = 0; first < edges.size(); ++first)
             if (!used[first]) mResult.loops.push_back(Follow(edges, used, first));
-        }
     }
 
     // From an edge to the next that starts where it ends, the nearest in walking order first, until the

@@ -68,11 +68,10 @@ class FaceMaker {
         const double flux = Flux(mPlan, &mChart, mNodes, mNodes.vertices.front().place.XYZ());
         if (mPlan.frame.kind == SurfaceFrame::Kind::Plane) return {FlatFaces(), flux};
         mBuilder.MakeFace(mFace, mSurface, Coincidence);
-        if (mChart.pair) {
+        if (mChart.pair)
             AddSeamedWire();
-        } else {
+        else
             AddPlainWires();
-        }
         AssignCurves();
         return {{Sided(mFace)}, flux};
     }
@@ -137,9 +136,8 @@ TopoDS_Wire FaceMaker::FlatWire(const LoopChart& loop) {
 // outer loops; each then becomes a face of its own with the openings it encloses.
 std::vector<TopoDS_Face> FaceMaker::FlatFaces() {
     std::vector<std::size_t> outers;
-    for (std::size_t i = 0; i < mChart.loops.size(); ++i) {
+    for (std::size_t i = 0; i < mChart.loops.size(); ++i)
         if (PolygonArea(mChart.loops[i]) > 0) outers.push_back(i);
-    }
     std::sort(outers.begin(), outers.end(), [&](std::size_t a, std::size_t b) {
         return PolygonArea(mChart.loops[a]) < PolygonArea(mChart.loops[b]);
     });
@@ -188,9 +186,8 @@ void FaceMaker::AddPlainWires() {
         }
     }
     for (std::size_t i = 0; i < mChart.loops.size(); ++i) {
-        if (i > 0 && PolygonArea(mChart.loops[i]) > 0) {
+        if (i > 0 && PolygonArea(mChart.loops[i]) > 0)
             throw BadRecord(mPlan.record, "a round face of several separate areas is not read");
-        }
         if (i > 0) PlaceInside(mChart.loops[i], lowU, lowV);
         TopoDS_Wire wire;
         mBuilder.MakeWire(wire);
@@ -313,16 +310,14 @@ TopoDS_Edge FaceMaker::SeamEdge(double along, double from, double to, const Topo
     mBuilder.Add(edge, low.Oriented(TopAbs_FORWARD));
     mBuilder.Add(edge, high.Oriented(TopAbs_REVERSED));
     mBuilder.Range(edge, from, to);
-    if (alongU) {
+    if (alongU)
         mBuilder.UpdateEdge(edge, line(along + FullTurn), line(along), mFace, Coincidence);
-    } else {
+    else
         mBuilder.UpdateEdge(edge, line(along), line(along + FullTurn), mFace, Coincidence);
-    }
     mBuilder.Continuity(edge, mFace, mFace, GeomAbs_CN);
     double widest = 0;
-    for (const auto& [vertex, parameter] : {std::pair{low, from}, std::pair{high, to}}) {
+    for (const auto& [vertex, parameter] : {std::pair{low, from}, std::pair{high, to}})
         widest = std::max(widest, curve->Value(parameter).Distance(BRep_Tool::Pnt(vertex)));
-    }
     if (widest > Coincidence) {
         mBuilder.UpdateVertex(low, 1.1 * widest);
         mBuilder.UpdateVertex(high, 1.1 * widest);
@@ -381,9 +376,8 @@ void FaceMaker::Widen(EdgeNode& edge, const Handle(Geom2d_Curve) & curve) {
 void FaceMaker::AssignCurves() {
     for (auto& [index, use] : mUses) {
         EdgeNode& edge = mNodes.edges[static_cast<std::size_t>(index)];
-        for (const auto& curve : {use.forward, use.reversed}) {
+        for (const auto& curve : {use.forward, use.reversed})
             if (!curve.IsNull()) Widen(edge, curve);
-        }
         if (!use.forward.IsNull() && !use.reversed.IsNull()) {
             mBuilder.UpdateEdge(edge.shape, use.forward, use.reversed, mFace, edge.tolerance);
             mBuilder.Continuity(edge.shape, mFace, mFace, GeomAbs_CN);
@@ -426,9 +420,8 @@ void SettleTolerances(const Nodes& nodes) {
     BRep_Builder builder;
     for (const EdgeNode& edge : nodes.edges) {
         builder.UpdateEdge(edge.shape, edge.tolerance);
-        for (const int end : {edge.start, edge.end}) {
+        for (const int end : {edge.start, edge.end})
             builder.UpdateVertex(nodes.vertices[static_cast<std::size_t>(end)].shape, edge.tolerance);
-        }
     }
 }
 

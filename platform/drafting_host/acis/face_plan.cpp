@@ -30,9 +30,8 @@ double TotalArea(const std::vector<LoopChart>& loops, bool againstU) {
 // The loops that wind by the given sense in u or in v.
 std::vector<int> Winding(const std::vector<LoopChart>& loops, bool alongU, int sense) {
     std::vector<int> found;
-    for (std::size_t i = 0; i < loops.size(); ++i) {
+    for (std::size_t i = 0; i < loops.size(); ++i)
         if ((alongU ? loops[i].windU : loops[i].windV) == sense) found.push_back(static_cast<int>(i));
-    }
     return found;
 }
 
@@ -54,15 +53,13 @@ std::optional<FaceChart> WithPair(const FacePlan& face, FaceChart chart, bool al
     WoundPair pair{alongU, -1, -1};
     if (!up.empty()) (alongU ? pair.low : pair.high) = up.front();
     if (!down.empty()) (alongU ? pair.high : pair.low) = down.front();
-    if (up.size() > 1 || down.size() > 1) {
+    if (up.size() > 1 || down.size() > 1)
         throw BadRecord(face.record, "a round face of several separate areas is not read");
-    }
     if (up.size() == 1 && down.size() == 1) {
         BringTogether(face.frame, chart.loops, pair);
         if (!DecidedBySigns(face.frame) && TotalArea(chart.loops, !alongU) <= 0) return std::nullopt;
-        if (face.frame.kind == SurfaceFrame::Kind::Sphere && TotalArea(chart.loops, false) <= 0) {
+        if (face.frame.kind == SurfaceFrame::Kind::Sphere && TotalArea(chart.loops, false) <= 0)
             throw BadRecord(face.record, "the loops of a spherical face enclose nothing");
-        }
     } else {
         if (!alongU) throw BadRecord(face.record, "a loop around a torus lacks its counterpart");
         const bool closes =
@@ -150,9 +147,8 @@ std::optional<FaceChart> ChartFace(const FacePlan& face, const Nodes& nodes) {
     if (TotalArea(chart.loops, false) > 0) return chart;
     if (!DecidedBySigns(face.frame)) return std::nullopt;
     // All of a sphere but what the loops enclose: both poles lie in the face.
-    if (face.frame.kind == SurfaceFrame::Kind::Torus) {
+    if (face.frame.kind == SurfaceFrame::Kind::Torus)
         throw BadRecord(face.record, "a torus with nothing but openings is not read");
-    }
     chart.pair = WoundPair{};
     return chart;
 }

@@ -51,9 +51,8 @@ SurfaceFrame Frame(const PlaneRecord& plane, const Placement& place, long record
     const gp_Dir normal = CleanDirection(place.Vector(plane.normal), record, "normal");
     gp_Ax3 axes(place.Point(plane.origin), normal);
     const gp_XYZ along = place.Vector(plane.uDirection);
-    if (along.Crossed(normal.XYZ()).Modulus() > Orthogonality * (1 + along.Modulus())) {
+    if (along.Crossed(normal.XYZ()).Modulus() > Orthogonality * (1 + along.Modulus()))
         axes = gp_Ax3(axes.Location(), normal, CleanDirection(along, record, "direction"));
-    }
     frame.axes = axes;
     return frame;
 }
@@ -66,9 +65,8 @@ SurfaceFrame Frame(const ConeRecord& cone, const Placement& place, long record, 
     RequireRadius(frame.radius, record, "a radius");
     if (!(cone.ratio > 1e-6 && cone.ratio < 1e6))
         throw BadRecord(record, "cone-surface: the ratio is out of range");
-    if (std::abs(std::hypot(cone.sine, cone.cosine) - 1) > 1e-6) {
+    if (std::abs(std::hypot(cone.sine, cone.cosine) - 1) > 1e-6)
         throw BadRecord(record, "cone-surface: sine and cosine are not those of one angle");
-    }
     frame.insideOut = cone.cosine < 0;
     const gp_Dir across = CleanDirection(major, record, "major axis");
     if (std::abs(cone.sine) < CylinderSine) {
@@ -84,9 +82,8 @@ SurfaceFrame Frame(const ConeRecord& cone, const Placement& place, long record, 
         }
         return frame;
     }
-    if (std::abs(cone.ratio - 1) > SameRatio) {
+    if (std::abs(cone.ratio - 1) > SameRatio)
         throw BadRecord(record, "an elliptic cone is not read; expected a ratio of 1 or a cylinder");
-    }
     if (std::abs(cone.cosine) < CylinderSine)
         throw BadRecord(record, "cone-surface: a flat cone is not read");
     frame.kind = SurfaceFrame::Kind::Cone;
@@ -155,9 +152,8 @@ EdgeCurve LineThrough(const gp_Pnt& start, const gp_Pnt& end, const LineRecord& 
     gp_Dir direction = CleanDirection(place.Vector(line.direction), record, "direction");
     if (reversed) direction.Reverse();
     const gp_Lin carrier(place.Point(line.root), direction);
-    if (carrier.Distance(start) > HealedFit || carrier.Distance(end) > HealedFit) {
+    if (carrier.Distance(start) > HealedFit || carrier.Distance(end) > HealedFit)
         throw BadRecord(record, "the vertices of a straight edge do not lie on its curve");
-    }
     EdgeCurve edge;
     edge.curve = new Geom_Line(start, CleanDirection(between, record, "direction"));
     edge.last = length;
@@ -194,11 +190,10 @@ EdgeCurve ArcThrough(const gp_Pnt& start, const gp_Pnt& end, bool closed, const 
         edge.first = ElCLib::Parameter(carrier, start);
         edge.last = ElCLib::Parameter(carrier, end);
     }
-    if (closed) {
+    if (closed)
         edge.last = edge.first + FullTurn;
-    } else if (edge.last - edge.first < 1e-9) {
+    else if (edge.last - edge.first < 1e-9)
         edge.last += FullTurn;
-    }
     edge.misfit =
         std::max(edge.curve->Value(edge.first).Distance(start), edge.curve->Value(edge.last).Distance(end));
     if (edge.misfit > HealedFit)
@@ -344,12 +339,10 @@ SurfaceFrame MakeFrame(const SurfaceRecord& surface, const Placement& placement,
 
 EdgeCurve MakeEdgeCurve(const CurveRecord& curve, bool reversed, const gp_Pnt& start, const gp_Pnt& end,
                         bool closed, const Placement& placement, long record) {
-    if (const auto* line = std::get_if<LineRecord>(&curve)) {
+    if (const auto* line = std::get_if<LineRecord>(&curve))
         return LineThrough(start, end, *line, reversed, placement, record);
-    }
-    if (const auto* spline = std::get_if<SplineCurveRecord>(&curve)) {
+    if (const auto* spline = std::get_if<SplineCurveRecord>(&curve))
         return SplineEdge(*spline, reversed, start, end, closed, placement, record);
-    }
     return ArcThrough(start, end, closed, std::get<EllipseRecord>(curve), reversed, placement, record);
 }
 

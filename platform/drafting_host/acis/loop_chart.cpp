@@ -129,9 +129,8 @@ Handle(Geom2d_Curve) Interpolated(const SurfaceFrame& frame, const EdgeNode& edg
         if (i > 1) {
             const gp_Pnt2d& previous = points.Value(i - 1);
             uv = NearestTurn(frame, uv, previous);
-            if (frame.UPeriodic() && std::abs(uv.X() - previous.X()) > LongestStep) {
+            if (frame.UPeriodic() && std::abs(uv.X() - previous.X()) > LongestStep)
                 throw BadRecord(edge.record, "an edge runs through the pole of its face's surface");
-            }
         }
         points.SetValue(i, uv);
         parameters.SetValue(i, t);
@@ -143,9 +142,8 @@ std::vector<gp_Pnt2d> Sample(const Handle(Geom2d_Curve) & curve, const EdgeNode&
     const int steps = curve->IsKind(STANDARD_TYPE(Geom2d_Line)) ? 1 : 48;
     std::vector<gp_Pnt2d> samples;
     samples.reserve(static_cast<std::size_t>(steps) + 1);
-    for (int i = 0; i <= steps; ++i) {
+    for (int i = 0; i <= steps; ++i)
         samples.push_back(curve->Value(edge.first + (edge.last - edge.first) * i / steps));
-    }
     if (!forward) std::reverse(samples.begin(), samples.end());
     return samples;
 }
@@ -154,9 +152,8 @@ ChartPiece PlanePiece(const SurfaceFrame& frame, const EdgeNode& edge, const Coe
     // A plane needs no parameter curves; samples tell the loop's sense and the edge's fit.
     ChartPiece piece;
     const int steps = edge.curve->IsKind(STANDARD_TYPE(Geom_Line)) ? 1 : 24;
-    for (int i = 0; i <= steps; ++i) {
+    for (int i = 0; i <= steps; ++i)
         piece.samples.push_back(OnSurface(frame, edge, edge.first + (edge.last - edge.first) * i / steps));
-    }
     if (!use.forward) std::reverse(piece.samples.begin(), piece.samples.end());
     return piece;
 }

@@ -14,9 +14,8 @@ constexpr int MirrorSum = FirstMasked + LastMasked;
 
 std::string DecodeLine(std::string_view masked) {
     std::string plain(masked);
-    for (char& c : plain) {
+    for (char& c : plain)
         if (c >= FirstMasked && c <= LastMasked) c = static_cast<char>(MirrorSum - c);
-    }
     return plain;
 }
 

@@ -197,9 +197,8 @@ TopoDS_Shape AsSplines(const TopoDS_Shape& shape) { return BRepBuilderAPI_NurbsC
 
 std::optional<std::string> ReadBackFault(const TopoDS_Shape& shape, const std::vector<std::string>& lines) {
     const ReadResult read = ReadText(Joined(lines));
-    for (const Problem& problem : read.problems) {
+    for (const Problem& problem : read.problems)
         if (problem.lost) return problem.text;
-    }
     if (read.bodies.size() != 1) return std::string("no body came back");
     try {
         return Difference(shape, read.bodies.front());

@@ -52,9 +52,8 @@ ReadResult ReadText(std::string_view text) {
                  "body record " + std::to_string(index) + " is left out: " + bad.what()});
         }
     }
-    if (split.readable && split.problems.empty() && result.bodies.empty() && result.problems.empty()) {
+    if (split.readable && split.problems.empty() && result.bodies.empty() && result.problems.empty())
         result.problems.push_back({0, -1, "the text holds no body record"});
-    }
     if (split.readable) CheckBodyCount(split, result.problems);
     result.problems.insert(result.problems.begin(), split.problems.begin(), split.problems.end());
     return result;

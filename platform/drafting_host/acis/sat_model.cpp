@@ -72,9 +72,8 @@ FieldCursor Model::Open(long index, std::string_view kind) const {
 
 double Model::Length(FieldCursor& fields, long index, std::string_view what) const {
     const double value = fields.Number(what);
-    if (std::abs(value) > LongestLength) {
+    if (std::abs(value) > LongestLength)
         throw BadRecord(index, std::string(At(index).name) + ": " + std::string(what) + " is out of range");
-    }
     return value;
 }
 
@@ -125,9 +124,8 @@ FaceRecord Model::Face(long index) const {
     face.surface = fields.Pointer("surface");
     face.reversed = fields.Choice("sense", "forward", "reversed");
     face.doubleSided = fields.Choice("sides", "single", "double");
-    if (face.doubleSided && fields.Choice("containment", "out", "in")) {
+    if (face.doubleSided && fields.Choice("containment", "out", "in"))
         throw BadRecord(index, "a sheet inside a solid (double in) is not read; expected double out");
-    }
     return face;
 }
 
@@ -189,15 +187,13 @@ TransformRecord Model::Transform(long index) const {
     if (words < numberCount) throw BadRecord(index, "transform: expected thirteen numbers before its flags");
     for (std::size_t i = 0; i < numberCount; ++i) {
         const Field& field = fields[words - numberCount + i];
-        if (field.kind != Field::Kind::Number || std::abs(field.number) > LongestLength) {
+        if (field.kind != Field::Kind::Number || std::abs(field.number) > LongestLength)
             throw BadRecord(index, "transform: expected a number, found " + Quoted(field.text));
-        }
         numbers[i] = field.number;
     }
     TransformRecord transform;
-    for (std::size_t row = 0; row < 3; ++row) {
+    for (std::size_t row = 0; row < 3; ++row)
         transform.rows[row] = gp_XYZ(numbers[3 * row], numbers[3 * row + 1], numbers[3 * row + 2]);
-    }
     transform.translation = gp_XYZ(numbers[9], numbers[10], numbers[11]);
     transform.scale = numbers[12];
     return transform;
@@ -280,9 +276,8 @@ Model::Subtype Model::Braces(FieldCursor& fields, long index) const {
     const Subtype here{index, fields.Position()};
     if (fields.Word("subtype") != "ref") return here;
     const double number = fields.Number("number of the subtype");
-    if (!(number >= 0 && number < static_cast<double>(mSubtypes.size())) || number != std::floor(number)) {
+    if (!(number >= 0 && number < static_cast<double>(mSubtypes.size())) || number != std::floor(number))
         throw BadRecord(index, "a reference to braces that the text does not have");
-    }
     return mSubtypes[static_cast<std::size_t>(number)];
 }
 

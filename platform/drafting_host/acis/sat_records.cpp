@@ -61,11 +61,10 @@ std::string NumberShown(double value) {
 Field FieldOf(std::string_view token) {
     Field field;
     field.text = token;
-    if (token.front() == '$' && ParseInteger(token.substr(1), field.index)) {
+    if (token.front() == '$' && ParseInteger(token.substr(1), field.index))
         field.kind = Field::Kind::Pointer;
-    } else if (ParseNumber(token, field.number)) {
+    else if (ParseNumber(token, field.number))
         field.kind = Field::Kind::Number;
-    }
     return field;
 }
 
@@ -419,11 +418,10 @@ void FieldCursor::SkipNumbers() {
 }
 
 void FieldCursor::SkipWordOrNumber(std::string_view what) {
-    if (AtNumber() || AtChoice()) {
+    if (AtNumber() || AtChoice())
         ++mPosition;
-    } else {
+    else
         Word(what);
-    }
 }
 
 bool FieldCursor::TakeBound() {

@@ -29,9 +29,8 @@ class SeamPlanner {
         : mFace(f), mFaces(all), mNodes(n), mChart(std::move(c)), mPair(*mChart.pair) {}
 
     void Run() {
-        if (!(Matched() || Moved() || MovedBoth() || Divided())) {
+        if (!(Matched() || Moved() || MovedBoth() || Divided()))
             throw BadRecord(mFace.record, "no place for a seam was found on a round face");
-        }
         mFace.seam = mSeam;
         TurnToSeam();
     }
@@ -117,9 +116,8 @@ bool SeamPlanner::Clear(double along, double low, double high) {
     if (high <= low || ++mTries > MostTries) return false;
     for (const LoopChart& loop : mChart.loops) {
         for (const ChartPiece& piece : loop.pieces) {
-            for (std::size_t i = 1; i < piece.samples.size(); ++i) {
+            for (std::size_t i = 1; i < piece.samples.size(); ++i)
                 if (BlockedBy(piece.samples[i - 1], piece.samples[i], along, low, high)) return false;
-            }
         }
     }
     return true;
@@ -128,21 +126,18 @@ bool SeamPlanner::Clear(double along, double low, double high) {
 void SeamPlanner::Settle(double along, int lowVertex, int highVertex) {
     mSeam = {mPair.alongU, lowVertex, highVertex};
     mSeamAlong = along;
-    for (const int vertex : {lowVertex, highVertex}) {
+    for (const int vertex : {lowVertex, highVertex})
         if (vertex >= 0) mNodes.vertices[static_cast<std::size_t>(vertex)].settled = true;
-    }
 }
 
 // Vertices of both loops that already stand opposite each other, or a vertex opposite a spread point.
 bool SeamPlanner::Matched() {
     std::vector<End> lows = Vertices(mPair.low);
     std::vector<End> highs = Vertices(mPair.high);
-    if (mPair.low < 0) {
+    if (mPair.low < 0)
         for (const End& high : highs) lows.push_back({high.along, SingularAcross(true), -1});
-    }
-    if (mPair.high < 0) {
+    if (mPair.high < 0)
         for (const End& low : lows) highs.push_back({low.along, SingularAcross(false), -1});
-    }
     std::sort(highs.begin(), highs.end(),
               [](const End& a, const End& b) { return Wrapped(a.along) < Wrapped(b.along); });
     for (const End& low : lows) {

@@ -138,9 +138,8 @@ ShellWork BodyBuilder::CollectShell(long index) {
     if (shell.faces.empty()) throw BadRecord(index, "a shell without a face");
     shell.sheet = mPlans[shell.faces.front()].doubleSided;
     for (const std::size_t face : shell.faces) {
-        if (mPlans[face].doubleSided != shell.sheet) {
+        if (mPlans[face].doubleSided != shell.sheet)
             throw BadRecord(mPlans[face].record, "single and double sided faces in one shell are not read");
-        }
     }
     return shell;
 }
@@ -251,9 +250,8 @@ void BodyBuilder::CheckChain(const LoopUse& loop, long record) const {
         const EdgeNode& edge = mNodes.edges[static_cast<std::size_t>(loop[i].edge)];
         const CoedgeUse& nextUse = loop[(i + 1) % loop.size()];
         const EdgeNode& next = mNodes.edges[static_cast<std::size_t>(nextUse.edge)];
-        if ((loop[i].forward ? edge.end : edge.start) != (nextUse.forward ? next.start : next.end)) {
+        if ((loop[i].forward ? edge.end : edge.start) != (nextUse.forward ? next.start : next.end))
             throw BadRecord(record, "a loop whose edges do not meet in their vertices");
-        }
     }
 }
 
@@ -334,9 +332,8 @@ TopoDS_Shape MakeSolid(std::vector<ShellWork> shells) {
     builder.MakeSolid(solid);
     for (std::size_t i = 0; i < shells.size(); ++i) {
         const ShellWork& shell = shells[i];
-        if (!std::isfinite(shell.volume) || shell.volume == 0) {
+        if (!std::isfinite(shell.volume) || shell.volume == 0)
             throw BadRecord(shell.record, "a shell that encloses nothing");
-        }
         const bool outward = shell.volume > 0;
         builder.Add(solid, outward == (i == 0) ? shell.shape : TopoDS::Shell(shell.shape.Reversed()));
     }

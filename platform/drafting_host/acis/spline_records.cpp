@@ -42,9 +42,8 @@ int KnotCount(FieldCursor& fields, long record) {
 void ReadKnots(FieldCursor& fields, long record, int count, SplineKnots& knots) {
     for (int i = 0; i < count; ++i) {
         const double value = fields.Number("knot");
-        if (std::abs(value) > LongestLength || (i > 0 && !(value > knots.values.back()))) {
+        if (std::abs(value) > LongestLength || (i > 0 && !(value > knots.values.back())))
             throw BadRecord(record, "a spline whose knots do not rise");
-        }
         knots.values.push_back(value);
         knots.repetitions.push_back(Integer(fields, record, "repetitions of a knot", 1, knots.degree));
     }

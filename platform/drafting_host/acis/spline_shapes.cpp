@@ -84,9 +84,8 @@ Handle(Geom_BSplineCurve) BegunAt(const Handle(Geom_BSplineCurve) & curve, doubl
         return curve;
     GeomConvert_CompCurveToBSplineCurve joined(
         new Geom_TrimmedCurve(curve, parameter, curve->LastParameter()));
-    if (!joined.Add(new Geom_TrimmedCurve(curve, curve->FirstParameter(), parameter), LooseFit, true)) {
+    if (!joined.Add(new Geom_TrimmedCurve(curve, curve->FirstParameter(), parameter), LooseFit, true))
         throw BadRecord(record, "a closed spline cannot be begun at the vertex of its edge");
-    }
     return joined.BSplineCurve();
 }
 

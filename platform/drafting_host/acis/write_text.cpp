@@ -61,9 +61,8 @@ std::string SurfaceText(const SurfaceRecord& surface) {
 }
 
 std::string CurveText(const CurveRecord& curve) {
-    if (const auto* line = std::get_if<LineRecord>(&curve)) {
+    if (const auto* line = std::get_if<LineRecord>(&curve))
         return "straight-curve $-1 " + Vector(line->root) + " " + Vector(line->direction) + " I I #";
-    }
     if (const auto* spline = std::get_if<SplineCurveRecord>(&curve)) return SplineCurveText(*spline);
     const auto& ellipse = std::get<EllipseRecord>(curve);
     return "ellipse-curve $-1 " + Vector(ellipse.centre) + " " + Vector(ellipse.normal) + " " +
@@ -284,11 +283,10 @@ void Writer::WriteFace(const TopoDS_Face& face, bool sheet, long index, long nex
                     looksInside, sheet);
     for (std::size_t i = 0; i < loops.size(); ++i) {
         const long following = i + 1 < loops.size() ? loops[i + 1] : Nowhere;
-        if (i < boundary.loops.size()) {
+        if (i < boundary.loops.size())
             WriteLoop(boundary.loops[i], index, loops[i], following);
-        } else {
+        else
             WriteApexLoop(boundary.spreadPoints[i - boundary.loops.size()], index, loops[i], following);
-        }
     }
 }
 
@@ -428,9 +426,8 @@ void Writer::FinishCoedges() {
     std::vector<long> partner(mCoedges.size(), Nowhere);
     for (const auto& [shape, edge] : mEdges) {
         if (edge.uses.size() < 2) continue;
-        for (std::size_t i = 0; i < edge.uses.size(); ++i) {
+        for (std::size_t i = 0; i < edge.uses.size(); ++i)
             partner[edge.uses[i]] = mCoedges[edge.uses[(i + 1) % edge.uses.size()]].index;
-        }
     }
     for (std::size_t i = 0; i < mCoedges.size(); ++i) {
         const CoedgeWork& coedge = mCoedges[i];

@@ -37,9 +37,8 @@ Point3 DirectionOf(const Point3& from, const Point3& to) {
 std::array<Point3, 3> FrameOf(const Point3& first, const Point3& second, const Point3& third) {
     const Point3 x = DirectionOf(first, second);
     const Point3 across = Cross(x, DirectionOf(first, third));
-    if (Length(across) < 1e-9) {
+    if (Length(across) < 1e-9)
         throw host_failure::InvalidArgument("three points to align by lie on one line");
-    }
     const Point3 z = Unit(across);
     return {x, Unit(Cross(z, x)), z};
 }

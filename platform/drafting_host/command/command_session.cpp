@@ -24,9 +24,8 @@ constexpr char Escape = '\x1b';
 
 /// The bare name: "_" and "." ask for the host's own, untranslated command, which is the only one here.
 std::string_view BareName(std::string_view typed) {
-    while (!typed.empty() && (typed.front() == '_' || typed.front() == '.' || typed.front() == '\'')) {
+    while (!typed.empty() && (typed.front() == '_' || typed.front() == '.' || typed.front() == '\''))
         typed.remove_prefix(1);
-    }
     return typed;
 }
 
@@ -56,9 +55,8 @@ std::string CommandSession::Prompt() const {
 }
 
 void CommandSession::Type(std::string_view text) {
-    if (Busy() && mRunning.back()->question == nullptr) {
+    if (Busy() && mRunning.back()->question == nullptr)
         throw host_failure::NotPossible("typing while a command is at work");
-    }
     // The text may be one that a command is about to change, such as a layer's name.
     const std::string kept(text);
     for (const char c : kept) {
@@ -71,13 +69,12 @@ void CommandSession::TypeCharacter(char c) {
     const bool pairOfReturn = c == '\n' && mAfterReturn;
     mAfterReturn = c == '\r';
     if (pairOfReturn) return;
-    if (c == Escape) {
+    if (c == Escape)
         Cancel();
-    } else if (c == '\r' || c == '\n' || (c == ' ' && !BlankBelongs())) {
+    else if (c == '\r' || c == '\n' || (c == ' ' && !BlankBelongs()))
         EndAnswer();
-    } else if (c == ' ' || static_cast<unsigned char>(c) > ' ') {
+    else if (c == ' ' || static_cast<unsigned char>(c) > ' ')
         mTyped += c;
-    }
 }
 
 bool CommandSession::BlankBelongs() const {
@@ -158,15 +155,14 @@ void CommandSession::Answer(const std::string& answer) {
 bool CommandSession::StartTransparent(const std::string& answer) {
     const std::string_view name = BareName(answer);
     const HostCommand* command = FindBuiltInCommand(name);
-    if (command != nullptr && command->transparent) {
+    if (command != nullptr && command->transparent)
         Start(*command);
-    } else if (const HostVariable* variable = FindHostVariable(name)) {
+    else if (const HostVariable* variable = FindHostVariable(name))
         StartVariable(*variable);
-    } else if (command != nullptr) {
+    else if (command != nullptr)
         Refuse(std::string(command->name) + " can't be used within another command.");
-    } else {
+    else
         return false;
-    }
     return true;
 }
 

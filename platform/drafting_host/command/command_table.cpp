@@ -60,9 +60,8 @@ constexpr auto Commands = std::to_array<HostCommand>({
 const HostCommand* FindBuiltInCommand(std::string_view name) {
     for (const HostCommand& command : Commands) {
         if (EqualsIgnoreCase(command.name, name)) return &command;
-        for (const std::string& alias : Split(command.aliases, ' ')) {
+        for (const std::string& alias : Split(command.aliases, ' '))
             if (EqualsIgnoreCase(alias, name)) return &command;
-        }
     }
     return nullptr;
 }

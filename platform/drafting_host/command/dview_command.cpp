@@ -100,15 +100,14 @@ Asking<void> Dview(CommandSession& session) {
         const Answered<std::string> option = co_await session.AskKeyword(
             "Enter option [POints/TWist/CLip/Undo]:", "POints TWist CLip Undo eXit", IfEmpty::Allowed);
         if (option.Empty() || option.Is("eXit")) co_return;
-        if (option.Is("POints")) {
+        if (option.Is("POints"))
             co_await AskPoints(session);
-        } else if (option.Is("CLip")) {
+        else if (option.Is("CLip"))
             co_await AskClip(session);
-        } else if (option.Is("TWist")) {
+        else if (option.Is("TWist"))
             co_await AskTwist(session);
-        } else {
+        else
             session.ChangeView(before);
-        }
     }
 }
 

@@ -9,9 +9,8 @@ Asking<void> Explode(CommandSession& session) {
     const std::vector<HostEntity*> chosen = co_await session.AskSelection(SelectFor::Changing);
     for (const HostEntity* entity : chosen) entity->RequireChangeable();
     std::size_t whole = 0;
-    for (HostEntity* entity : chosen) {
+    for (HostEntity* entity : chosen)
         if (ExplodeEntity(*entity).empty()) ++whole;
-    }
     if (whole > 0) session.Tell(std::to_string(whole) + " could not be exploded.");
 }
 

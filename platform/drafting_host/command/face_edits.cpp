@@ -44,15 +44,12 @@ gp_Pln PlaneOf(const TopoDS_Face& face) { return BRepAdaptor_Surface(face, Stand
 /// Whether a face runs along a direction, so that it goes on unchanged when it is made longer that way.
 bool RunsAlong(const TopoDS_Face& face, const gp_Dir& direction) {
     const BRepAdaptor_Surface surface(face, Standard_False);
-    if (surface.GetType() == GeomAbs_Plane) {
+    if (surface.GetType() == GeomAbs_Plane)
         return surface.Plane().Axis().Direction().IsNormal(direction, AngularTolerance);
-    }
-    if (surface.GetType() == GeomAbs_Cylinder) {
+    if (surface.GetType() == GeomAbs_Cylinder)
         return surface.Cylinder().Axis().Direction().IsParallel(direction, AngularTolerance);
-    }
-    if (surface.GetType() == GeomAbs_SurfaceOfExtrusion) {
+    if (surface.GetType() == GeomAbs_SurfaceOfExtrusion)
         return surface.Direction().IsParallel(direction, AngularTolerance);
-    }
     return false;
 }
 
@@ -61,9 +58,8 @@ bool NeighboursStandSquare(const TopoDS_Shape& solid, const TopoDS_Face& face) {
     TopExp::MapShapesAndAncestors(solid, TopAbs_EDGE, TopAbs_FACE, facesOfEdge);
     const gp_Dir normal = solids::NormalOf(face);
     for (TopExp_Explorer edge(face, TopAbs_EDGE); edge.More(); edge.Next()) {
-        for (const TopoDS_Shape& neighbour : facesOfEdge.FindFromKey(edge.Current())) {
+        for (const TopoDS_Shape& neighbour : facesOfEdge.FindFromKey(edge.Current()))
             if (!neighbour.IsSame(face) && !RunsAlong(TopoDS::Face(neighbour), normal)) return false;
-        }
     }
     return true;
 }
@@ -94,9 +90,8 @@ TopoDS_Shape WithOffset(const TopoDS_Shape& solid, std::span<const TopoDS_Face> 
     offset.MakeOffsetShape();
     if (!offset.IsDone()) throw host_failure::NotPossible("the faces around don't allow it");
     BRepBuilderAPI_MakeSolid maker;
-    for (TopExp_Explorer shell(offset.Shape(), TopAbs_SHELL); shell.More(); shell.Next()) {
+    for (TopExp_Explorer shell(offset.Shape(), TopAbs_SHELL); shell.More(); shell.Next())
         maker.Add(TopoDS::Shell(shell.Current()));
-    }
     if (!maker.IsDone()) throw host_failure::NotPossible("the faces around don't allow it");
     TopoDS_Shape result = solids::Placed(maker.Solid());
     if (solids::Volume(result) < 0) result = result.Reversed();
@@ -120,9 +115,8 @@ gp_Pnt InnerPoint(const TopoDS_Face& face) {
     for (int parts = 3; parts < 200; parts = 2 * parts + 1) {
         for (int i = 1; i < parts; ++i) {
             const gp_Pnt2d at(u0 + (u1 - u0) * i / parts, v0 + (v1 - v0) * (parts - i) / (parts + 1));
-            if (BRepClass_FaceClassifier(face, at, 1e-9).State() == TopAbs_IN) {
+            if (BRepClass_FaceClassifier(face, at, 1e-9).State() == TopAbs_IN)
                 return surface.Value(at.X(), at.Y());
-            }
         }
     }
     throw host_failure::NotPossible("a face is too narrow");
@@ -154,11 +148,10 @@ TopoDS_Shape WithHeights(const TopoDS_Shape& solid, std::span<const TopoDS_Face>
         const double height = heightOf(place);
         if (std::abs(height) <= vectors::PointTolerance) continue;
         const TopoDS_Face face = FoundAgain(result, place);
-        if (always || NeighboursStandSquare(result, face)) {
+        if (always || NeighboursStandSquare(result, face))
             result = WithSlab(result, face, height);
-        } else {
+        else
             result = WithOffset(result, std::span(&face, 1), height);
-        }
     }
     return result;
 }
@@ -170,9 +163,8 @@ TopoDS_Shape WithFeatureMoved(const TopoDS_Shape& solid, std::span<const TopoDS_
     removal.SetShape(solid);
     for (const TopoDS_Face& face : faces) removal.AddFaceToRemove(face);
     removal.Build();
-    if (!removal.IsDone() || removal.HasErrors() || removal.HasWarnings()) {
+    if (!removal.IsDone() || removal.HasErrors() || removal.HasWarnings())
         throw host_failure::NotPossible("the faces make no hole or boss that can be taken off");
-    }
     TopoDS_Shape plain = removal.Shape();
     for (TopExp_Explorer piece(plain, TopAbs_SOLID); piece.More(); piece.Next()) plain = piece.Current();
     RequireSolid(plain);
@@ -180,17 +172,15 @@ TopoDS_Shape WithFeatureMoved(const TopoDS_Shape& solid, std::span<const TopoDS_
     const TopoDS_Shape boss = solids::Boolean(solid, plain, BooleanKind::Subtract);
     TopoDS_Shape result = plain;
     if (!hole.IsNull()) result = solids::Boolean(result, solids::Moved(hole, shift), BooleanKind::Subtract);
-    if (!boss.IsNull() && !result.IsNull()) {
+    if (!boss.IsNull() && !result.IsNull())
         result = solids::Boolean(result, solids::Moved(boss, shift), BooleanKind::Union);
-    }
     RequireSolid(result);
     return result;
 }
 
 bool AllFlat(std::span<const TopoDS_Face> faces) {
-    for (const TopoDS_Face& face : faces) {
+    for (const TopoDS_Face& face : faces)
         if (!IsFlat(face)) return false;
-    }
     return true;
 }
 

@@ -35,9 +35,8 @@ bool FaceQuestion::Take(const std::string& answer) {
             Session().Refuse("A face of the solid is to be picked first.");
             return false;
         }
-        for (TopExp_Explorer each(mChosen.solid->Shape(), TopAbs_FACE); each.More(); each.Next()) {
+        for (TopExp_Explorer each(mChosen.solid->Shape(), TopAbs_FACE); each.More(); each.Next())
             faces.push_back(TopoDS::Face(each.Current()));
-        }
         Put(faces);
     } else if (const std::optional<Point3> point = Session().PointFrom(answer)) {
         Session().SetLastPoint(*point);
@@ -64,11 +63,10 @@ void FaceQuestion::TakeAt(const Point3& point) {
             faces = FacesAt(Session(), solid->Shape(), point);
         }
     }
-    if (faces.empty()) {
+    if (faces.empty())
         Session().Refuse("No face lies there.");
-    } else {
+    else
         Put(faces);
-    }
 }
 
 void FaceQuestion::Put(const std::vector<TopoDS_Face>& faces) {

@@ -66,9 +66,8 @@ Asking<void> AddTo(CommandSession& session) {
 
 void ListGroups(const CommandSession& session) {
     if (session.Document().GroupTable().All().empty()) session.Tell("The drawing has no groups.");
-    for (const HostGroup* group : session.Document().GroupTable().All()) {
+    for (const HostGroup* group : session.Document().GroupTable().All())
         session.Tell("\"" + group->Name() + "\"  " + std::to_string(group->Count()) + " objects");
-    }
 }
 
 }  // namespace

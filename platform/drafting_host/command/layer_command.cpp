@@ -105,11 +105,10 @@ Asking<void> AskSet(CommandSession& session) {
     const Answered<std::string> name = co_await session.AskText(prompt, IfEmpty::Allowed);
     if (name.Empty()) co_return;
     HostLayer* layer = session.Document().LayerTable().Find(*name.value);
-    if (layer == nullptr) {
+    if (layer == nullptr)
         session.Refuse("The drawing has no layer \"" + *name.value + "\".");
-    } else {
+    else
         MakeCurrent(session, *layer);
-    }
 }
 
 Asking<void> AskNewLayers(CommandSession& session) {
@@ -164,21 +163,20 @@ Asking<void> Layer(CommandSession& session) {
             "Option [?/Make/Set/New/ON/OFF/Color/Ltype/Freeze/Thaw/LOck/Unlock]:",
             "? Make Set New ON OFF Color Ltype Freeze Thaw LOck Unlock", IfEmpty::Allowed);
         if (option.Empty()) co_return;
-        if (option.Is("?")) {
+        if (option.Is("?"))
             ListLayers(session);
-        } else if (option.Is("Make")) {
+        else if (option.Is("Make"))
             co_await AskMake(session);
-        } else if (option.Is("Set")) {
+        else if (option.Is("Set"))
             co_await AskSet(session);
-        } else if (option.Is("New")) {
+        else if (option.Is("New"))
             co_await AskNewLayers(session);
-        } else if (option.Is("Color")) {
+        else if (option.Is("Color"))
             co_await AskColor(session);
-        } else if (option.Is("Ltype")) {
+        else if (option.Is("Ltype"))
             co_await AskLinetype(session);
-        } else {
+        else
             co_await AskSwitch(session, option.keyword);
-        }
     }
 }
 

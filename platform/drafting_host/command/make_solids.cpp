@@ -127,9 +127,8 @@ Asking<Corners> AskCorners(CommandSession& session, std::string what) {
 TopoDS_Shape CylinderShape(const Point3& base, const Point3& top, double radius) {
     const Point3 axis = top - base;
     const double height = Length(axis);
-    if (!(radius > PointTolerance) || !(height > PointTolerance)) {
+    if (!(radius > PointTolerance) || !(height > PointTolerance))
         throw host_failure::InvalidArgument("a cylinder needs a radius above 0 and a height other than 0");
-    }
     return solids::Guarded("making a cylinder", [&]() -> TopoDS_Shape {
         const Point3 direction = Unit(axis);
         const Axes axes = ObjectAxes(direction);

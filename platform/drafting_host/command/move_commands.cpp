@@ -111,11 +111,10 @@ Asking<void> Rotate(CommandSession& session) {
     if (angle.Is("Reference")) angle.value = co_await AskReferredAngle(session, *base.value);
     const Point3 axis = session.UcsToWorld().Direction({0, 0, 1});
     const Similarity turn = Similarity::Turn(*base.value, *base.value + axis, *angle.value);
-    if (copying) {
+    if (copying)
         CopyAll(chosen, turn);
-    } else {
+    else
         TransformAll(chosen, turn);
-    }
 }
 
 Asking<void> Scale(CommandSession& session) {

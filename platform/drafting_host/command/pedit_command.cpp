@@ -102,9 +102,8 @@ HostLWPolyline& Reshape(HostLWPolyline& polyline, const LWPolylineData& data) {
         coordinates.push_back(vertex.y);
     }
     polyline.SetCoordinates(coordinates);
-    for (std::size_t i = 0; i < data.vertices.size(); ++i) {
+    for (std::size_t i = 0; i < data.vertices.size(); ++i)
         polyline.SetBulge(static_cast<int>(i), data.vertices[i].bulge);
-    }
     polyline.SetElevation(data.elevation);
     polyline.SetClosed(data.closed);
     return polyline;
@@ -126,15 +125,13 @@ HostLWPolyline& Join(const CommandSession& session, HostLWPolyline& subject, con
         session.Tell("0 segments added to polyline.");
         return subject;
     }
-    for (const std::size_t part : chain.parts) {
+    for (const std::size_t part : chain.parts)
         if (part != 0) entities[part]->EraseAnyway();
-    }
     for (const std::size_t twin : chain.twins) entities[twin]->EraseAnyway();
     HostLWPolyline& result = Reshape(subject, chain.polyline);
     session.Tell(std::to_string(chain.parts.size() - 1) + " segments added to polyline.");
-    for (const Point3& branch : chain.branches) {
+    for (const Point3& branch : chain.branches)
         session.Tell("More than one object goes on from " + PointText(branch) + ": the first was taken.");
-    }
     return result;
 }
 
@@ -204,11 +201,10 @@ Asking<void> EditMany(CommandSession& session) {
 
 Asking<void> Pedit(CommandSession& session) {
     const PickedObject picked = co_await PolylineQuestion(session);
-    if (picked.many) {
+    if (picked.many)
         co_await EditMany(session);
-    } else if (picked.entity != nullptr) {
+    else if (picked.entity != nullptr)
         co_await EditOne(session, picked.entity);
-    }
 }
 
 }  // namespace brenvik::host_commands

@@ -49,9 +49,8 @@ std::optional<FlatBox> Shown(const HostEntity& entity, const Axes& view) {
     }
     BoxBuilder seen;
     for (const double x : {box->min.x, box->max.x}) {
-        for (const double y : {box->min.y, box->max.y}) {
+        for (const double y : {box->min.y, box->max.y})
             for (const double z : {box->min.z, box->max.z}) seen.Add(FromWorld(view, {x, y, z}));
-        }
     }
     return FlatBox{seen.Box().min.x, seen.Box().min.y, seen.Box().max.x, seen.Box().max.y};
 }
@@ -164,13 +163,11 @@ std::vector<TopoDS_Face> FacesAt(const CommandSession& session, const TopoDS_Sha
     return solids::Guarded("picking a face", [&] {
         const TopoDS_Shape vertex = VertexAt(point);
         std::vector<TopoDS_Face> faces;
-        for (TopExp_Explorer each(solid, TopAbs_FACE); each.More(); each.Next()) {
+        for (TopExp_Explorer each(solid, TopAbs_FACE); each.More(); each.Next())
             if (Touches(vertex, each.Current())) faces.push_back(TopoDS::Face(each.Current()));
-        }
         if (!faces.empty()) return faces;
-        if (const auto hit = NearestHit(solid, LineOfSight(point, session.ViewDirection()))) {
+        if (const auto hit = NearestHit(solid, LineOfSight(point, session.ViewDirection())))
             faces.push_back(hit->face);
-        }
         return faces;
     });
 }

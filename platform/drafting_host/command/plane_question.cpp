@@ -14,9 +14,8 @@ namespace {
 WorldPlane PlaneThrough(const Point3& first, const Point3& second, const Point3& third) {
     const Point3 normal = Cross(second - first, third - first);
     const double sides = Length(second - first) * Length(third - first);
-    if (!(Length(normal) > 1e-9 * sides)) {
+    if (!(Length(normal) > 1e-9 * sides))
         throw host_failure::InvalidArgument("the three points lie on one line and make no plane");
-    }
     return {first, Unit(normal)};
 }
 
@@ -29,9 +28,8 @@ Point3 NormalOfUcsPlane(const CommandSession& session, std::string_view plane) {
 Asking<WorldPlane> AskNormalPlane(CommandSession& session) {
     const Answered<Point3> point = co_await session.AskPoint("Point on the plane:");
     const Answered<Point3> above = co_await session.AskPoint("Point on the plane's Z axis (normal):");
-    if (Distance(*point.value, *above.value) <= PointTolerance) {
+    if (Distance(*point.value, *above.value) <= PointTolerance)
         throw host_failure::InvalidArgument("the two points of the normal are one");
-    }
     co_return WorldPlane{*point.value, Unit(*above.value - *point.value)};
 }
 
@@ -76,9 +74,8 @@ Asking<WorldAxis> AskAxis(CommandSession& session) {
     }
     if (!first.value) first = co_await session.AskPoint("First point on the axis:");
     const Answered<Point3> second = co_await session.AskPoint("Second point on the axis:");
-    if (Distance(*first.value, *second.value) <= PointTolerance) {
+    if (Distance(*first.value, *second.value) <= PointTolerance)
         throw host_failure::InvalidArgument("the two points of the axis are one");
-    }
     co_return WorldAxis{*first.value, *second.value};
 }
 

@@ -61,9 +61,8 @@ std::optional<Point3> NormalWithNeighbour(const std::vector<Link>& links, const 
 ChainPlane PlaneOf(const std::vector<Link>& links, const Link& subject, double fuzz) {
     if (subject.normal) return {LevelIfFlat(*subject.normal), subject.From(), fuzz};
     std::vector<Point3> normals = NormalsOfStraight(subject);
-    if (const auto shared = NormalWithNeighbour(links, subject, fuzz)) {
+    if (const auto shared = NormalWithNeighbour(links, subject, fuzz))
         normals.push_back(LevelIfFlat(*shared));
-    }
     for (const Point3& normal : normals) {
         const ChainPlane plane(normal, subject.From(), fuzz);
         if (HasNeighbour(links, subject, plane)) return plane;
@@ -212,9 +211,8 @@ JoinedChain Chain::Result(const LWPolylineData& like) const {
     result.polyline.elevation = mPlane.height;
     result.polyline.normal = mPlane.axes.z;
     result.twins = mTwins;
-    for (const std::size_t node : mBranches) {
+    for (const std::size_t node : mBranches)
         result.branches.push_back(ToWorld(mPlane.axes, mNodes.Place(node)));
-    }
     return result;
 }
 

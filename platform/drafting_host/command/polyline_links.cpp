@@ -91,9 +91,8 @@ std::vector<Point3> NormalsOfStraight(const Link& link) {
     const double rise = std::abs(link.To().z - link.From().z);
     std::vector<Point3> normals;
     if (rise <= PointTolerance) normals.push_back({0, 0, 1});
-    if (std::abs(Dot(Unit(link.ownNormal), along)) < 1e-6) {
+    if (std::abs(Dot(Unit(link.ownNormal), along)) < 1e-6)
         normals.push_back(LevelIfFlat(Unit(link.ownNormal)));
-    }
     normals.push_back(ObjectAxes(along).x);
     return normals;
 }

@@ -18,9 +18,8 @@ HostLayer& ProfileLayer(HostDocument& document, const HostViewport& viewport, co
     if (HostLayer* known = document.LayerTable().Find(name)) return *known;
     auto& layer = dynamic_cast<HostLayer&>(*document.Layers().Add(name));
     if (prefix == "PH-" && document.HasLinetype("HIDDEN")) layer.SetLinetype("HIDDEN");
-    for (HostViewport* other : ViewportsOf(document)) {
+    for (HostViewport* other : ViewportsOf(document))
         if (other != &viewport && !other->LayerObject().Locked()) FreezeIn(*other, layer, true);
-    }
     return layer;
 }
 
@@ -47,9 +46,8 @@ void InsertProfile(HostDocument& document, HostLayer& layer, std::vector<HostGeo
 
 std::vector<TopoDS_Shape> ShapesOf(const std::vector<HostEntity*>& chosen) {
     std::vector<TopoDS_Shape> shapes;
-    for (const HostEntity* entity : chosen) {
+    for (const HostEntity* entity : chosen)
         if (const auto* solid = dynamic_cast<const HostSolid*>(entity)) shapes.push_back(solid->Shape());
-    }
     return shapes;
 }
 

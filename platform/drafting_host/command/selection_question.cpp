@@ -57,11 +57,10 @@ bool SelectionQuestion::Take(const std::string& answer) {
     if (answer.starts_with('(')) {
         const std::optional<HandleValue> handle = HandleFromCall(answer);
         HostEntity* entity = handle ? Session().Document().FindEntity(*handle) : nullptr;
-        if (entity == nullptr) {
+        if (entity == nullptr)
             Session().Refuse("No object has the handle that " + answer + " names.");
-        } else {
+        else
             Put({entity});
-        }
         return false;
     }
     if (const std::string word = MatchKeyword(Words, answer); !word.empty()) {
@@ -160,11 +159,10 @@ void SelectionQuestion::TakeWord(const std::string& word) {
 
 void SelectionQuestion::TakeAt(const Point3& point) {
     HostEntity* entity = EntityAt(Session(), point);
-    if (entity == nullptr) {
+    if (entity == nullptr)
         Session().Refuse("No object lies there.");
-    } else {
+    else
         Put({entity});
-    }
 }
 
 bool SelectionQuestion::TakesPart(const HostEntity& entity) const {
@@ -177,9 +175,8 @@ void SelectionQuestion::Put(std::vector<HostEntity*> found, bool everything) {
         return everything && (!entity->Look().visible || !OnThawedLayer(*entity));
     });
     const std::size_t seen = found.size();
-    if (everything || mPurpose == SelectFor::Changing) {
+    if (everything || mPurpose == SelectFor::Changing)
         std::erase_if(found, [](const HostEntity* entity) { return entity->LayerObject().Locked(); });
-    }
     const std::size_t locked = seen - found.size();
     mBefore.push_back(mChosen);
     if (mRemoving) {

@@ -77,9 +77,8 @@ void Apply(CommandSession& session, HostSolid& solid, const Halves& halves, Keep
 
 std::vector<HostSolid*> SolidsOf(const std::vector<HostEntity*>& chosen) {
     std::vector<HostSolid*> result;
-    for (HostEntity* entity : chosen) {
+    for (HostEntity* entity : chosen)
         if (auto* solid = dynamic_cast<HostSolid*>(entity)) result.push_back(solid);
-    }
     return result;
 }
 
@@ -114,11 +113,10 @@ Asking<void> Slice(CommandSession& session) {
     }
     int missed = 0;
     for (std::size_t i = 0; i < cut.size(); ++i) {
-        if (cut[i].above.IsNull() || cut[i].below.IsNull()) {
+        if (cut[i].above.IsNull() || cut[i].below.IsNull())
             ++missed;
-        } else {
+        else
             Apply(session, *slicing[i], cut[i], keep);
-        }
     }
     if (missed > 0) session.Refuse("The plane misses " + std::to_string(missed) + " of the solids.");
 }

@@ -115,9 +115,8 @@ Asking<void> EditFaces(CommandSession& session, Steps& steps) {
 /// Pieces that don't touch become solids of their own, with copies of the data.
 void Part(CommandSession& session, Steps& steps, HostSolid& solid) {
     std::vector<TopoDS_Shape> pieces;
-    for (TopExp_Explorer each(solid.Shape(), TopAbs_SOLID); each.More(); each.Next()) {
+    for (TopExp_Explorer each(solid.Shape(), TopAbs_SOLID); each.More(); each.Next())
         pieces.push_back(each.Current());
-    }
     if (pieces.size() < 2) {
         session.Refuse("The solid is a single piece.");
         return;
@@ -136,9 +135,8 @@ void Part(CommandSession& session, Steps& steps, HostSolid& solid) {
 
 /// The first solid of a selection, or nothing.
 HostSolid* SolidOf(CommandSession& session, const std::vector<HostEntity*>& chosen) {
-    for (HostEntity* entity : chosen) {
+    for (HostEntity* entity : chosen)
         if (auto* solid = dynamic_cast<HostSolid*>(entity)) return solid;
-    }
     session.Refuse("No solid was selected.");
     return nullptr;
 }

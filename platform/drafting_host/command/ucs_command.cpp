@@ -37,9 +37,8 @@ Asking<void> AskThreePoints(CommandSession& session) {
     const Point3 x = onX.value ? *onX.value - frame.origin : frame.xAxis;
     const Point3 y = onY.value ? *onY.value - frame.origin : frame.yAxis;
     const Point3 z = Cross(x, y);
-    if (!(Length(z) > 1e-9 * Length(x) * Length(y))) {
+    if (!(Length(z) > 1e-9 * Length(x) * Length(y)))
         throw host_failure::InvalidArgument("the three points lie on one line");
-    }
     frame.xAxis = Unit(x);
     frame.yAxis = Unit(Cross(Unit(z), frame.xAxis));
     session.ChangeUcs(frame);
@@ -63,9 +62,8 @@ Asking<void> AskZAxis(CommandSession& session) {
     UcsFrame frame = session.CurrentUcs();
     frame.origin = origin.Or(frame.origin);
     const Answered<Point3> above = co_await session.AskPoint("Point on the positive Z axis:");
-    if (Distance(*above.value, frame.origin) <= PointTolerance) {
+    if (Distance(*above.value, frame.origin) <= PointTolerance)
         throw host_failure::InvalidArgument("the two points of the axis are one");
-    }
     const Axes axes = ObjectAxes(*above.value - frame.origin);
     session.ChangeUcs({frame.origin, axes.x, axes.y});
 }
@@ -98,19 +96,18 @@ Asking<void> AskOrthographic(CommandSession& session) {
     const Answered<std::string> side = co_await session.AskKeyword(
         "Side [Top/Bottom/Front/BAck/Left/Right] <Top>:", "Top Bottom Front BAck Left Right",
         IfEmpty::Allowed);
-    if (side.Is("Bottom")) {
+    if (side.Is("Bottom"))
         session.ChangeUcs({{}, {-1, 0, 0}, {0, 1, 0}});
-    } else if (side.Is("Front")) {
+    else if (side.Is("Front"))
         session.ChangeUcs({{}, {1, 0, 0}, {0, 0, 1}});
-    } else if (side.Is("BAck")) {
+    else if (side.Is("BAck"))
         session.ChangeUcs({{}, {-1, 0, 0}, {0, 0, 1}});
-    } else if (side.Is("Left")) {
+    else if (side.Is("Left"))
         session.ChangeUcs({{}, {0, -1, 0}, {0, 0, 1}});
-    } else if (side.Is("Right")) {
+    else if (side.Is("Right"))
         session.ChangeUcs({{}, {0, 1, 0}, {0, 0, 1}});
-    } else {
+    else
         session.ChangeUcs({});
-    }
 }
 
 std::vector<UcsData>::iterator FindNamed(CommandSession& session, std::string_view name) {
@@ -141,11 +138,10 @@ Asking<void> AskSave(CommandSession& session) {
     saved.origin = frame.origin;
     saved.xAxis = frame.xAxis;
     saved.yAxis = frame.yAxis;
-    if (known != session.Document().NamedUcs().end()) {
+    if (known != session.Document().NamedUcs().end())
         *known = std::move(saved);
-    } else {
+    else
         session.Document().NamedUcs().push_back(std::move(saved));
-    }
 }
 
 /// Restores or deletes a named system.
@@ -157,13 +153,12 @@ Asking<void> AskNamed(CommandSession& session, bool restoring) {
         co_return;
     }
     const auto known = FindNamed(session, *name.value);
-    if (known == session.Document().NamedUcs().end()) {
+    if (known == session.Document().NamedUcs().end())
         session.Refuse("No UCS is named \"" + *name.value + "\".");
-    } else if (restoring) {
+    else if (restoring)
         session.ChangeUcs({known->origin, known->xAxis, known->yAxis});
-    } else {
+    else
         session.Document().NamedUcs().erase(known);
-    }
 }
 
 }  // namespace

@@ -48,9 +48,8 @@ Asking<void> SetVar(CommandSession& session) {
     const Answered<std::string> name = co_await session.AskText("Variable name or [?]:", IfEmpty::Allowed);
     if (name.Empty()) co_return;
     if (*name.value == "?") {
-        for (const HostVariable& each : HostVariables()) {
+        for (const HostVariable& each : HostVariables())
             session.Tell(std::string(each.name) + " = " + VariableText(session, each));
-        }
         co_return;
     }
     const HostVariable* variable = FindHostVariable(*name.value);

@@ -120,9 +120,8 @@ std::string DrawingText(const CommandSession& session, const HostVariable& varia
             return LengthText(LenientNumber(groups.front().second));
         case Kind::Point: {
             std::array<double, 3> values{};
-            for (std::size_t i = 0; i < groups.size() && i < values.size(); ++i) {
+            for (std::size_t i = 0; i < groups.size() && i < values.size(); ++i)
                 values[i] = LenientNumber(groups[i].second);
-            }
             return PointText({values[0], values[1], values[2]});
         }
     }
@@ -209,9 +208,8 @@ std::string MakeLayerCurrent(HostDocument& document, const std::string& name) {
 std::span<const HostVariable> HostVariables() { return Variables; }
 
 const HostVariable* FindHostVariable(std::string_view name) {
-    for (const HostVariable& variable : Variables) {
+    for (const HostVariable& variable : Variables)
         if (EqualsIgnoreCase(variable.name, name)) return &variable;
-    }
     return nullptr;
 }
 

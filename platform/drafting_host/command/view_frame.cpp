@@ -58,11 +58,10 @@ void FreezeIn(HostViewport& viewport, HostLayer& layer, bool freeze) {
     const HandleValue handle = layer.OwnHandle();
     const bool frozen = std::ranges::find(values.frozenLayers, handle) != values.frozenLayers.end();
     if (frozen == freeze) return;
-    if (freeze) {
+    if (freeze)
         values.frozenLayers.push_back(handle);
-    } else {
+    else
         std::erase(values.frozenLayers, handle);
-    }
     viewport.SetValues(std::move(values));
 }
 

@@ -12,9 +12,8 @@ namespace brenvik::host_commands {
 namespace {
 
 void Apply(const std::vector<HostViewport*>& viewports, const std::vector<HostLayer*>& layers, bool freeze) {
-    for (HostViewport* viewport : viewports) {
+    for (HostViewport* viewport : viewports)
         for (HostLayer* layer : layers) FreezeIn(*viewport, *layer, freeze);
-    }
 }
 
 void ListFrozen(const CommandSession& session, const HostViewport& viewport) {

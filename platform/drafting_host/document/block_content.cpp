@@ -98,13 +98,11 @@ EllipseData Stretched(const ArcData& arc, const Placement& placement) {
 }
 
 HostGeometry Stretch(const HostGeometry& geometry, const Placement& placement) {
-    if (const auto* line = std::get_if<LineData>(&geometry)) {
+    if (const auto* line = std::get_if<LineData>(&geometry))
         return LineData{placement.Point(line->start), placement.Point(line->end), 0, {0, 0, 1}};
-    }
     if (const auto* arc = std::get_if<ArcData>(&geometry)) return Stretched(*arc, placement);
-    if (const auto* circle = std::get_if<CircleData>(&geometry)) {
+    if (const auto* circle = std::get_if<CircleData>(&geometry))
         return Stretched({circle->center, circle->radius, 0, 0, 0, circle->normal}, placement);
-    }
     if (const auto* point = std::get_if<PointData>(&geometry)) {
         PointData moved = *point;
         moved.position = placement.Point(point->position);
@@ -136,9 +134,8 @@ void AddBox(const HostDocument& document, const InsertData& reference, int depth
         }
         std::visit(
             [&](const auto& data) {
-                if constexpr (requires { BoxOf(data); }) {
+                if constexpr (requires { BoxOf(data); })
                     if (const std::optional<Box3> one = BoxOf(data)) box.Add(*one);
-                }
             },
             placed.geometry);
     }
@@ -153,9 +150,8 @@ std::vector<PlacedEntity> PlacedContent(const HostDocument& document, const Inse
 std::vector<PlacedEntity> PlacedContent(const HostBlock& block, const InsertData& reference,
                                         const std::function<bool(const HostGeometry&)>& wanted) {
     const int columns = std::max(1, reference.columns), rows = std::max(1, reference.rows);
-    if (static_cast<long long>(columns) * rows > MostPlaces) {
+    if (static_cast<long long>(columns) * rows > MostPlaces)
         throw host_failure::NotPossible("a block reference with more than 100000 places");
-    }
     const bool even = EvenScale(reference);
     std::vector<PlacedEntity> result;
     for (int row = 0; row < rows; ++row) {
@@ -165,11 +161,10 @@ std::vector<PlacedEntity> PlacedContent(const HostBlock& block, const InsertData
             for (const HostEntity* entity : block.Entities()) {
                 HostGeometry geometry = entity->Geometry();
                 if (!wanted(geometry)) continue;
-                if (even) {
+                if (even)
                     Transform(geometry, move);
-                } else {
+                else
                     geometry = Stretch(geometry, placement);
-                }
                 result.push_back({std::move(geometry), entity});
             }
         }

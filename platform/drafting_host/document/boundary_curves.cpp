@@ -31,9 +31,8 @@ Point3 ToPoint(const gp_Dir& d) { return {d.X() + 0.0, d.Y() + 0.0, d.Z() + 0.0}
 
 std::vector<TopoDS_Edge> EdgesInOrder(const TopoDS_Wire& wire, const TopoDS_Face& face) {
     std::vector<TopoDS_Edge> stored;
-    for (TopExp_Explorer each(wire, TopAbs_EDGE); each.More(); each.Next()) {
+    for (TopExp_Explorer each(wire, TopAbs_EDGE); each.More(); each.Next())
         stored.push_back(TopoDS::Edge(each.Current()));
-    }
     if (stored.size() < 2) return stored;
     std::vector<TopoDS_Edge> ordered;
     for (BRepTools_WireExplorer each(wire, face); each.More(); each.Next()) ordered.push_back(each.Current());
@@ -44,9 +43,8 @@ std::vector<TopoDS_Edge> EdgesInOrder(const TopoDS_Wire& wire, const TopoDS_Face
 /// The wires of a face, the outer one first.
 std::vector<TopoDS_Wire> WiresOf(const TopoDS_Face& face) {
     std::vector<TopoDS_Wire> wires;
-    for (TopExp_Explorer each(face, TopAbs_WIRE); each.More(); each.Next()) {
+    for (TopExp_Explorer each(face, TopAbs_WIRE); each.More(); each.Next())
         wires.push_back(TopoDS::Wire(each.Current()));
-    }
     if (wires.size() < 2) return wires;
     const TopoDS_Wire outer = BRepTools::OuterWire(face);
     const auto at = std::ranges::find_if(wires, [&](const TopoDS_Wire& wire) { return wire.IsSame(outer); });
@@ -82,11 +80,10 @@ void JoinNeighbours(std::vector<HostGeometry>& loop) {
     for (HostGeometry& curve : loop) {
         std::optional<HostGeometry> whole;
         if (!joined.empty()) whole = InOnePiece(joined.back(), curve);
-        if (whole) {
+        if (whole)
             joined.back() = std::move(*whole);
-        } else {
+        else
             joined.push_back(std::move(curve));
-        }
     }
     if (joined.size() > 1) {
         if (std::optional<HostGeometry> whole = InOnePiece(joined.front(), joined.back())) {
@@ -123,9 +120,8 @@ Point3 BodyNormal(const TopoDS_Edge& edge) {
 /// The edges that a face has on both its sides: where its surface comes back to itself.
 TopTools_MapOfShape SeamsOf(const TopoDS_Face& face) {
     TopTools_MapOfShape once, twice;
-    for (TopExp_Explorer edges(face, TopAbs_EDGE); edges.More(); edges.Next()) {
+    for (TopExp_Explorer edges(face, TopAbs_EDGE); edges.More(); edges.Next())
         if (!once.Add(edges.Current())) twice.Add(edges.Current());
-    }
     return twice;
 }
 
@@ -139,9 +135,8 @@ std::vector<HostGeometry> BoundaryCurves(const TopoDS_Shape& region) {
             const Point3 normal = Squared(ToPoint(solids::NormalOf(face)));
             for (const TopoDS_Wire& wire : WiresOf(face)) {
                 std::vector<HostGeometry> loop;
-                for (const TopoDS_Edge& edge : EdgesInOrder(wire, face)) {
+                for (const TopoDS_Edge& edge : EdgesInOrder(wire, face))
                     if (auto curve = CurveOf(edge, normal)) loop.push_back(std::move(*curve));
-                }
                 JoinNeighbours(loop);
                 Append(curves, std::move(loop));
             }

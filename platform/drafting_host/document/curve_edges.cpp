@@ -149,9 +149,8 @@ HostGeometry SplineOf(const TopoDS_Edge& edge, const Point3& normal) {
         if (spline->IsRational()) data.weights.push_back(spline->Weight(i));
     }
     if (spline->IsRational()) data.flags |= rational;
-    for (int i = 1; i <= spline->NbKnots(); ++i) {
+    for (int i = 1; i <= spline->NbKnots(); ++i)
         for (int n = 0; n < spline->Multiplicity(i); ++n) data.knots.push_back(spline->Knot(i));
-    }
     return data;
 }
 
@@ -192,9 +191,8 @@ std::optional<TopoDS_Edge> EdgeOf(const EllipseData& data) {
     return Built([&] {
         const gp_Elips ellipse(gp_Ax2(Pnt(data.center), Dir(data.normal), Dir(data.majorAxis)), major,
                                major * data.ratio);
-        if (std::abs(data.endParameter - data.startParameter) >= FullTurn - 1e-12) {
+        if (std::abs(data.endParameter - data.startParameter) >= FullTurn - 1e-12)
             return BRepBuilderAPI_MakeEdge(ellipse);
-        }
         const double span = NormalAngle(data.endParameter - data.startParameter);
         return BRepBuilderAPI_MakeEdge(ellipse, data.startParameter, data.startParameter + span);
     });
@@ -217,9 +215,8 @@ std::vector<TopoDS_Edge> EdgesOf(const HostGeometry& geometry) {
         [&](const auto& data) {
             using Data = std::decay_t<decltype(data)>;
             if constexpr (std::is_same_v<Data, LWPolylineData> || std::is_same_v<Data, PolylineData>) {
-                for (const PolylinePiece& piece : PiecesOf(data)) {
+                for (const PolylinePiece& piece : PiecesOf(data))
                     std::visit([&](const auto& curve) { take(EdgeOf(curve)); }, piece);
-                }
             } else if constexpr (requires { EdgeOf(data); }) {
                 take(EdgeOf(data));
             }

@@ -54,9 +54,8 @@ ShapeData ReadBody(const AcisData& data, HandleValue handle, std::vector<ReadNot
         if (result.shape.IsNull()) text += "; the body is left out";
         notes.push_back({data.firstLine, std::move(text), problem.lost});
     }
-    if (result.shape.IsNull() && read.problems.empty()) {
+    if (result.shape.IsNull() && read.problems.empty())
         notes.push_back({data.firstLine, what + ": its text holds no body; it is left out", true});
-    }
     return result;
 }
 
@@ -199,9 +198,8 @@ class Extract {
         EntityData plain = ToSnapshot(entity, move, mShapes[block]);
         ForgetHandles(plain);
         mLayers.insert(&entity.LayerObject());
-        for (const XDataOfApp& app : plain.xdata) {
+        for (const XDataOfApp& app : plain.xdata)
             if (mApps.insert(app.app).second) mData.applications.push_back(app.app);
-        }
         const auto* reference = std::get_if<InsertData>(&plain.geometry);
         const std::string name = reference == nullptr ? std::string() : reference->block;
         mData.blocks[block].entities.push_back(std::move(plain));
@@ -294,9 +292,8 @@ DrawingData HostDocument::ToData(std::vector<std::string>& problems) const {
     for (const auto& block : mBlocks) {
         data.blocks.push_back(block->Record());
         std::vector<EntityData>& entities = data.blocks.back().entities;
-        for (const HostEntity* entity : block->Entities()) {
+        for (const HostEntity* entity : block->Entities())
             if (auto plain = ToPlain(*entity, problems)) entities.push_back(std::move(*plain));
-        }
     }
     for (const HostGroup* group : mGroups.All()) data.groups.push_back(group->Values());
     return data;

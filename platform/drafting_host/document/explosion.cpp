@@ -55,9 +55,8 @@ std::vector<HostEntity*> OwnPieces(HostEntity& entity) {
     if (const auto* shape = dynamic_cast<HostShapeEntity*>(&entity)) {
         pieces = PiecesOfShape(std::get<ShapeData>(shape->Geometry()));
     } else if (const auto* old = dynamic_cast<HostPolyline*>(&entity)) {
-        for (const PolylinePiece& piece : PiecesOf(old->Values())) {
+        for (const PolylinePiece& piece : PiecesOf(old->Values()))
             pieces.push_back(std::visit([](const auto& curve) { return HostGeometry(curve); }, piece));
-        }
     }
     for (HostGeometry& piece : pieces) {
         made.push_back(&entity.Owner().Add(std::move(piece)));

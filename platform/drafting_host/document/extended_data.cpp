@@ -71,9 +71,8 @@ XDataValue CheckedItem(std::size_t index, std::int16_t code, const XDataValue& v
             return TextItem(index, code, value);
         case 1004: {
             const auto* bytes = std::get_if<std::vector<std::uint8_t>>(&value);
-            if (bytes == nullptr || bytes->size() > ByteChunkLimit) {
+            if (bytes == nullptr || bytes->size() > ByteChunkLimit)
                 throw BadItem(index, "at most 127 bytes are expected");
-            }
             return *bytes;
         }
         case 1010:
@@ -145,12 +144,10 @@ std::size_t MergedSize(const std::vector<XDataOfApp>& data, const std::vector<XD
 }  // namespace
 
 std::vector<XDataOfApp> ParseXData(std::span<const std::int16_t> types, std::span<const XDataValue> values) {
-    if (types.size() != values.size()) {
+    if (types.size() != values.size())
         throw host_failure::InvalidArgument("extended data needs as many values as codes");
-    }
-    if (types.empty() || types.front() != ApplicationCode) {
+    if (types.empty() || types.front() != ApplicationCode)
         throw host_failure::InvalidArgument("extended data has to begin with an application entry (1001)");
-    }
     std::vector<XDataOfApp> result;
     for (std::size_t i = 0; i < types.size(); ++i) {
         if (types[i] != ApplicationCode) {
@@ -166,9 +163,8 @@ std::vector<XDataOfApp> ParseXData(std::span<const std::int16_t> types, std::spa
 }
 
 void MergeXData(std::vector<XDataOfApp>& data, const std::vector<XDataOfApp>& changes) {
-    if (MergedSize(data, changes) > XdataTotalLimit) {
+    if (MergedSize(data, changes) > XdataTotalLimit)
         throw host_failure::InvalidArgument("extended data of one object may take 16 kB at most");
-    }
     for (const XDataOfApp& change : changes) {
         const auto same = std::ranges::find_if(data, IsOfApp(change.app));
         if (same == data.end()) {

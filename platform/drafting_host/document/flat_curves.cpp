@@ -45,9 +45,8 @@ std::optional<HostGeometry> FromEdge(const Round& round, const SightPlane& plane
     const double peak = std::atan2(Dot(round.v, along), Dot(round.u, along));
     std::vector<Point3> ends;
     if (!round.Whole()) ends = {round.At(round.start), round.At(round.end)};
-    for (const double t : {peak, peak + FullTurn / 2}) {
+    for (const double t : {peak, peak + FullTurn / 2})
         if (round.Whole() || InSpan(t, round.start, round.end)) ends.push_back(round.At(t));
-    }
     const auto nearer = [&](const Point3& a, const Point3& b) { return Dot(a, along) < Dot(b, along); };
     const auto [low, high] = std::ranges::minmax_element(ends, nearer);
     return FlatLine(*low, *high, plane);

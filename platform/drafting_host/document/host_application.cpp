@@ -85,11 +85,10 @@ HostDocument& HostApplication::NewDocument() {
 HostDocument& HostApplication::OpenDrawing(const std::filesystem::path& path, const ReadOptions& options) {
     // Read first: a file that can't be read leaves the list of documents as it was.
     auto document = std::make_unique<HostDocument>(*this);
-    if (const auto written = mWritten.Find(path)) {
+    if (const auto written = mWritten.Find(path))
         document->TakeOver(*written);
-    } else {
+    else
         ReadDrawing(*document, path, options);
-    }
     document->SetFile(path.string());
     mDocuments.push_back(std::move(document));
     mActivation.push_back(mDocuments.back().get());
@@ -132,11 +131,10 @@ void HostApplication::WriteFile(const std::filesystem::path& file, std::string_v
 }
 
 void HostApplication::WriteScratch(const std::filesystem::path& file, std::string_view content) const {
-    if (mScratchWriter) {
+    if (mScratchWriter)
         mScratchWriter(file, content);
-    } else {
+    else
         WriteFile(file, content);
-    }
 }
 
 std::int32_t HostApplication::ObjectIdOf(const HostEntity& entity) {

@@ -79,19 +79,17 @@ HostEntity& StoredAny(HostBlock& block, HandleValue handle, HostGeometry geometr
     return std::visit(
         [&](auto& data) -> HostEntity& {
             using Data = std::decay_t<decltype(data)>;
-            if constexpr (std::is_same_v<Data, ShapeData>) {
+            if constexpr (std::is_same_v<Data, ShapeData>)
                 return StoredShape(block, handle, std::move(data));
-            } else {
+            else
                 return Stored<typename KindFor<Data>::type>(block, handle, std::move(data));
-            }
         },
         geometry);
 }
 
 void RequirePositive(double value, const char* what) {
-    if (!(value > 0) || !std::isfinite(value)) {
+    if (!(value > 0) || !std::isfinite(value))
         throw host_failure::InvalidArgument(std::string(what) + " has to be above 0");
-    }
 }
 
 void RequirePoint(const Point3& point) {
@@ -156,9 +154,8 @@ void HostBlock::ForEach(const std::function<void(AcadEntity&)>& visit) {
     mDocument.RequireOpen();
     const std::span<HostEntity* const> entities = Entities();
     const std::vector<HostEntity*> standing(entities.begin(), entities.end());
-    for (HostEntity* entity : standing) {
+    for (HostEntity* entity : standing)
         if (!entity->Erased()) visit(*entity);
-    }
 }
 
 HostEntity& HostBlock::Add(HostGeometry geometry, HandleValue handle) {
@@ -231,9 +228,8 @@ std::vector<AcadRegion*> HostBlock::AddRegion(std::span<AcadEntity* const> curve
         HostEntity& entity = HostEntityOf(curve);
         entity.RequireAlive();
         const std::vector<TopoDS_Edge> own = EdgesOf(entity.Geometry());
-        if (own.empty()) {
+        if (own.empty())
             throw host_failure::NotPossible("no region can be made of " + std::string(entity.ObjectName()));
-        }
         edges.insert(edges.end(), own.begin(), own.end());
     }
     if (edges.empty()) throw host_failure::NotPossible("a region needs curves");
@@ -247,9 +243,8 @@ Acad3DSolid* HostBlock::AddExtrudedSolid(AcadRegion& region, double height, doub
     const auto& source = dynamic_cast<const HostRegion&>(region);
     source.RequireAlive();
     if (taper != 0) throw host_failure::NotPossible("an extrusion with a taper angle other than 0");
-    if (height == 0 || !std::isfinite(height)) {
+    if (height == 0 || !std::isfinite(height))
         throw host_failure::InvalidArgument("the height of an extrusion has to be other than 0");
-    }
     std::vector<TopoDS_Shape> lumps;
     std::vector<TopoDS_Face> bases;
     for (TopExp_Explorer faces(source.Shape(), TopAbs_FACE); faces.More(); faces.Next()) {
@@ -324,9 +319,8 @@ HostBlockReference& HostBlock::InsertBlock(const Point3& point, std::string_view
     const HostBlock* block = mDocument.FindBlock(name);
     if (block == nullptr) throw host_failure::KeyNotFound("block \"" + std::string(name) + "\"");
     std::unordered_set<const HostBlock*> seen;
-    if (block->IsSpace() || LeadsTo(mDocument, *block, *this, seen)) {
+    if (block->IsSpace() || LeadsTo(mDocument, *block, *this, seen))
         throw host_failure::NotPossible("block \"" + std::string(name) + "\" would hold itself");
-    }
     InsertData data;
     data.block = block->Record().name;
     data.insertion = point;

@@ -228,9 +228,8 @@ std::vector<AcadEntity*> HostLWPolyline::Explode() {
 }
 
 std::vector<LWPolylineData::Vertex> VerticesOf(std::span<const double> coordinates) {
-    if (coordinates.size() < 4 || coordinates.size() % 2 != 0) {
+    if (coordinates.size() < 4 || coordinates.size() % 2 != 0)
         throw host_failure::InvalidArgument("a polyline takes X and Y of two vertices or more");
-    }
     std::vector<LWPolylineData::Vertex> vertices;
     for (std::size_t i = 0; i < coordinates.size(); i += 2) {
         RequireFinite(coordinates[i], "a coordinate");

@@ -151,9 +151,8 @@ bool HostDocument::MSpace() const {
 
 void HostDocument::SetMSpace(bool on) {
     RequireOpen();
-    if (mSpace == ActiveSpaceKind::ModelSpace) {
+    if (mSpace == ActiveSpaceKind::ModelSpace)
         throw host_failure::NotPossible("model space is entered from a viewport of paper space");
-    }
     if (on) {
         auto* viewport = dynamic_cast<HostViewport*>(ActivePViewport());
         if (viewport == nullptr) throw host_failure::NotPossible("paper space has no viewport");
@@ -179,9 +178,8 @@ void HostDocument::SetActivePViewport(AcadPViewport& viewport) {
     RequireOpen();
     const std::span<HostEntity* const> sheet = Paper().Entities();
     auto* own = dynamic_cast<HostViewport*>(&viewport);
-    if (own == nullptr || own->IsSheet() || std::find(sheet.begin(), sheet.end(), own) == sheet.end()) {
+    if (own == nullptr || own->IsSheet() || std::find(sheet.begin(), sheet.end(), own) == sheet.end())
         throw host_failure::InvalidArgument("no viewport of this drawing");
-    }
     if (!own->On()) throw host_failure::NotPossible("a viewport that is off can't be made current");
     mViewport = own;
 }
@@ -199,9 +197,8 @@ AcadLayer* HostDocument::ActiveLayer() {
 void HostDocument::SetActiveLayer(AcadLayer& layer) {
     RequireOpen();
     HostLayer* own = mLayers.Find(layer.Name());
-    if (own == nullptr || own != dynamic_cast<HostLayer*>(&layer)) {
+    if (own == nullptr || own != dynamic_cast<HostLayer*>(&layer))
         throw host_failure::InvalidArgument("a layer of another drawing");
-    }
     if (own->Freeze()) throw host_failure::NotPossible("a frozen layer can't be made current");
     mCurrentLayer = own;
 }
@@ -267,17 +264,15 @@ void HostDocument::SetPreviousSelection(std::span<HostEntity* const> entities) {
 }
 
 bool HostDocument::HasLinetype(std::string_view name) const {
-    for (const std::string_view standard : {"ByLayer", "ByBlock", "Continuous"}) {
+    for (const std::string_view standard : {"ByLayer", "ByBlock", "Continuous"})
         if (EqualsIgnoreCase(name, standard)) return true;
-    }
     return std::any_of(mTables.linetypes.begin(), mTables.linetypes.end(),
                        [&](const LinetypeData& one) { return EqualsIgnoreCase(one.name, name); });
 }
 
 std::string HostDocument::RegisterApplication(std::string_view name) {
-    for (const std::string& known : mTables.applications) {
+    for (const std::string& known : mTables.applications)
         if (EqualsIgnoreCase(known, name)) return known;
-    }
     mTables.applications.emplace_back(name);
     return mTables.applications.back();
 }

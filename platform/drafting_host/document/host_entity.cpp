@@ -102,9 +102,8 @@ double HostEntity::LinetypeScale() const {
 
 void HostEntity::SetLinetypeScale(double scale) {
     RequireChangeable();
-    if (!(scale > 0) || !std::isfinite(scale)) {
+    if (!(scale > 0) || !std::isfinite(scale))
         throw host_failure::InvalidArgument("a linetype scale has to be above 0");
-    }
     mLook.linetypeScale = scale;
 }
 

@@ -41,9 +41,8 @@ bool HostLayer::Freeze() const {
 
 void HostLayer::SetFreeze(bool freeze) {
     RequireAlive();
-    if (freeze && &mDocument.CurrentLayer() == this) {
+    if (freeze && &mDocument.CurrentLayer() == this)
         throw host_failure::NotPossible("the current layer can't be frozen");
-    }
     mData.frozen = freeze;
 }
 

@@ -17,9 +17,8 @@ std::vector<HostEntity*> Checked(const HostDocument& document, std::span<AcadEnt
     for (AcadEntity* item : items) {
         HostEntity& entity = HostEntityOf(item);
         entity.RequireAlive();
-        if (&entity.Document() != &document) {
+        if (&entity.Document() != &document)
             throw host_failure::InvalidArgument("an entity of another drawing");
-        }
         result.push_back(&entity);
     }
     return result;
@@ -70,9 +69,8 @@ void HostSelectionSet::Highlight(bool on) {
 void HostSelectionSet::Erase() {
     const std::span<HostEntity* const> members = Members();
     const std::vector<HostEntity*> standing(members.begin(), members.end());
-    for (HostEntity* entity : standing) {
+    for (HostEntity* entity : standing)
         if (!entity->LayerObject().Locked()) entity->Delete();
-    }
 }
 
 void HostSelectionSet::Update() {

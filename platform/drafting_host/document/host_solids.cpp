@@ -43,9 +43,8 @@ solids::BooleanKind KindOf(BooleanKind kind) {
 /// Faces of a region, in order.
 std::vector<TopoDS_Face> FacesOf(const TopoDS_Shape& shape) {
     std::vector<TopoDS_Face> faces;
-    for (TopExp_Explorer each(shape, TopAbs_FACE); each.More(); each.Next()) {
+    for (TopExp_Explorer each(shape, TopAbs_FACE); each.More(); each.Next())
         faces.push_back(TopoDS::Face(each.Current()));
-    }
     return faces;
 }
 
@@ -67,20 +66,18 @@ void RequirePair(const HostEntity& one, const HostEntity& other) {
     one.RequireChangeable();
     other.RequireChangeable();
     if (&one == &other) throw host_failure::InvalidArgument("a boolean needs two different objects");
-    if (&one.Document() != &other.Document()) {
+    if (&one.Document() != &other.Document())
         throw host_failure::InvalidArgument("the two objects of a boolean have to be of one drawing");
-    }
 }
 
 /// The outcome of a boolean: an object with nothing left is erased; one whose shape is untouched keeps its
 /// records.
 void TakeResult(HostShapeEntity& entity, HostShapeEntity& used, TopoDS_Shape result) {
     used.EraseAnyway();
-    if (result.IsNull()) {
+    if (result.IsNull())
         entity.EraseAnyway();
-    } else if (!result.IsEqual(entity.Shape())) {
+    else if (!result.IsEqual(entity.Shape()))
         entity.SetShape(std::move(result));
-    }
 }
 
 }  // namespace
@@ -218,9 +215,8 @@ void HostRegion::Boolean(BooleanKind kind, AcadRegion& other) {
     RequirePair(*this, tool);
     const Point3 mine = Normal(), theirs = tool.Normal();
     const double apart = Dot(PlaceIn(tool.Shape()) - PlaceIn(Shape()), mine);
-    if (vectors::Length(Cross(mine, theirs)) > 1e-6 || std::abs(apart) > PointTolerance) {
+    if (vectors::Length(Cross(mine, theirs)) > 1e-6 || std::abs(apart) > PointTolerance)
         throw host_failure::NotPossible("the two regions don't lie in one plane");
-    }
     TakeResult(*this, tool, solids::Boolean(Shape(), tool.Shape(), KindOf(kind)));
 }
 

@@ -188,9 +188,8 @@ void ImportAcis(HostDocument& document, std::string_view content, const std::fil
                 const ReadOptions& options, const UnitChoice& units) {
     const acis::ReadResult read = acis::ReadText(content);
     if (read.bodies.empty()) {
-        if (read.problems.empty()) {
+        if (read.problems.empty())
             throw host_failure::InvalidFile(path.string(), 0, "ACIS text with a body", "none");
-        }
         const acis::Problem& first = read.problems.front();
         const std::string place = first.record < 0 ? "" : "record " + std::to_string(first.record) + ": ";
         throw host_failure::InvalidFile(path.string(), first.line, "an ACIS body that can be read",

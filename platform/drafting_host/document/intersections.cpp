@@ -24,9 +24,8 @@ std::vector<Curve> CurvesOf(const HostEntity& entity, bool extend) {
     std::vector<Curve> result;
     if (const auto* line = std::get_if<LineData>(&geometry)) result.push_back({*line, extend});
     if (const auto* arc = std::get_if<ArcData>(&geometry)) result.push_back({*arc, extend});
-    if (const auto* circle = std::get_if<CircleData>(&geometry)) {
+    if (const auto* circle = std::get_if<CircleData>(&geometry))
         result.push_back({ArcData{circle->center, circle->radius, 0, 0, 0, circle->normal}, true});
-    }
     const auto take = [&](const std::vector<PolylinePiece>& pieces) {
         for (const PolylinePiece& piece : pieces) result.push_back({piece, false});
     };
@@ -62,9 +61,8 @@ std::vector<Point3> LineMeetsCircle(const Point3& origin, const Point3& along, c
     const double off = Distance(middle, arc.center);
     const double square = arc.radius * arc.radius - off * off;
     // A line that touches within the tolerance of points has one point, not two close ones.
-    if (off > arc.radius - PointTolerance * PointTolerance / 2) {
+    if (off > arc.radius - PointTolerance * PointTolerance / 2)
         return off <= arc.radius + PointTolerance ? std::vector{middle} : std::vector<Point3>{};
-    }
     const double half = std::sqrt(square);
     return {middle - along * half, middle + along * half};
 }
@@ -131,9 +129,8 @@ std::vector<Point3> Intersections(const HostEntity& one, const HostEntity& other
         std::vector<Point3> onThis;
         for (const Curve& b : theirs) {
             const auto meet = [](const auto& x, const auto& y) { return Meet(x, y); };
-            for (const Point3& p : std::visit(meet, a.piece, b.piece)) {
+            for (const Point3& p : std::visit(meet, a.piece, b.piece))
                 if (OnCurve(a, p) && OnCurve(b, p)) onThis.push_back(p);
-            }
         }
         std::sort(onThis.begin(), onThis.end(),
                   [&](const Point3& p, const Point3& q) { return PlaceAlong(a, p) < PlaceAlong(a, q); });

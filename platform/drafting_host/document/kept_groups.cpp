@@ -19,9 +19,8 @@ constexpr std::string_view HistoryClass = "AcDb3dSolid";
 std::string Without(const std::string& groups, const std::function<bool(int)>& isUnwanted) {
     std::string result;
     GroupWalk walk(groups);
-    while (walk.Next()) {
+    while (walk.Next())
         if (!isUnwanted(walk.Code())) result += walk.Text();
-    }
     return result;
 }
 
@@ -46,11 +45,10 @@ std::string WithoutHistory(const std::string& further) {
     std::string result;
     GroupWalk walk(further);
     while (walk.Next()) {
-        if (walk.Code() == 350) {
+        if (walk.Code() == 350)
             AppendGroup(result, 350, "0");
-        } else {
+        else
             result += walk.Text();
-        }
     }
     return result;
 }
@@ -132,9 +130,8 @@ class Values {
     }
     void ForEach(const std::function<void(const GroupWalk&)>& visit) {
         GroupWalk walk(mGroups);
-        while (walk.Next()) {
+        while (walk.Next())
             if (Inside(walk)) visit(walk);
-        }
         mInside = false;
     }
 
@@ -170,9 +167,8 @@ std::string MovedAttribute(const std::string& groups, const Similarity& move) {
 /// The tangents of a spline at its ends, and the height to which the lines of a text were set.
 std::string MovedLengths(const std::string& own, const Similarity& move) {
     Values values(own, false);
-    for (const int code : {12, 13}) {
+    for (const int code : {12, 13})
         if (values.Has(code)) values.SetPoint(code, move.Direction(values.PointAt(code)));
-    }
     constexpr int linesHeight = 46;
     if (values.Of(linesHeight) != 0) values.Set(linesHeight, values.Of(linesHeight) * move.ScaleFactor());
     return values.Changed();
@@ -237,9 +233,8 @@ Kept<KeptGroups> AfterMove(const Kept<KeptGroups>& kept, const Similarity& move)
     if (!kept) return kept;
     KeptGroups changed = *AfterReshaping(kept);
     if (!move.OnlyShifts()) changed.own = MovedLengths(kept->own, move);
-    for (KeptRecord& part : changed.parts) {
+    for (KeptRecord& part : changed.parts)
         if (part.name == "ATTRIB") part.groups = MovedAttribute(part.groups, move);
-    }
     return Shared(std::move(changed));
 }
 

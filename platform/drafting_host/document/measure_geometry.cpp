@@ -79,9 +79,8 @@ std::optional<PolylinePiece> Piece(const Axes& axes, const Point3& from, const P
 
 std::optional<Box3> PiecesBox(const std::vector<PolylinePiece>& pieces) {
     BoxBuilder box;
-    for (const PolylinePiece& piece : pieces) {
+    for (const PolylinePiece& piece : pieces)
         box.Add(*std::visit([](const auto& curve) { return BoxOf(curve); }, piece));
-    }
     return box.Empty() ? std::nullopt : std::optional(box.Box());
 }
 
@@ -213,9 +212,8 @@ std::vector<PolylinePiece> PiecesOf(const PolylineData& data) {
     if (kind == PolylineKind::PolygonMesh || kind == PolylineKind::PolyfaceMesh) return pieces;
     const Axes axes = kind == PolylineKind::Plane ? ObjectAxes(data.normal) : Axes{};
     std::vector<const PolylineData::Vertex*> path;
-    for (const PolylineData::Vertex& vertex : data.vertices) {
+    for (const PolylineData::Vertex& vertex : data.vertices)
         if ((vertex.flags & splineFrame) == 0) path.push_back(&vertex);
-    }
     const bool around = (data.flags & closed) != 0;
     for (std::size_t i = 0; i + (around ? 0 : 1) < path.size(); ++i) {
         Point3 from = path[i]->point, to = path[(i + 1) % path.size()]->point;

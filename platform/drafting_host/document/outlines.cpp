@@ -80,11 +80,10 @@ void AddOfSphere(std::vector<HostGeometry>& found, const gp_Sphere& sphere, cons
     const Point3 center = ToPoint(sphere.Location().XYZ());
     const bool whole =
         stretch.u1 - stretch.u0 >= FullTurn - 1e-9 && stretch.v1 - stretch.v0 >= FullTurn / 2 - 1e-9;
-    if (whole) {
+    if (whole)
         found.push_back(CircleData{center, sphere.Radius(), 0, eye});
-    } else if (Length(Cross(axis, eye)) < SameDirection && stretch.v0 < -1e-9 && stretch.v1 > 1e-9) {
+    else if (Length(Cross(axis, eye)) < SameDirection && stretch.v0 < -1e-9 && stretch.v1 > 1e-9)
         found.push_back(About(sphere.Position(), center, sphere.Radius(), stretch));
-    }
 }
 
 void AddOfTorus(std::vector<HostGeometry>& found, const gp_Torus& torus, const TopoDS_Face& face,

@@ -19,9 +19,8 @@ void HostDocument::PurgeAll() {
     RequireOpen();
     PurgeBlocks();
     const std::vector<HostGroup*> groups = mGroups.All();
-    for (HostGroup* group : groups) {
+    for (HostGroup* group : groups)
         if (group->Count() == 0) group->Delete();
-    }
     PurgeLayers();
     PurgeStyles();
 }
@@ -53,13 +52,11 @@ void HostDocument::PurgeBlocks() {
 
 void HostDocument::PurgeLayers() {
     std::unordered_set<const HostLayer*> used{mCurrentLayer, mLayers.Find("0")};
-    for (const auto& block : mBlocks) {
+    for (const auto& block : mBlocks)
         for (const HostEntity* entity : block->Entities()) used.insert(&entity->LayerObject());
-    }
     const std::vector<HostLayer*> layers = mLayers.All();
-    for (HostLayer* layer : layers) {
+    for (HostLayer* layer : layers)
         if (!used.contains(layer)) mLayers.Purge(*layer);
-    }
 }
 
 void HostDocument::PurgeStyles() {

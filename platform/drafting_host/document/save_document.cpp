@@ -19,9 +19,8 @@ std::string WithExtension(std::string_view fileName, SaveAsKind kind) {
 
 void KeepProblems(HostDocument& document, std::string_view fileName,
                   const std::vector<std::string>& problems) {
-    for (const std::string& problem : problems) {
+    for (const std::string& problem : problems)
         document.Tables().notes.push_back({0, "left out of " + std::string(fileName) + ": " + problem, true});
-    }
 }
 
 }  // namespace
@@ -70,9 +69,8 @@ std::string HostDocument::Signed(std::string dxf) const {
 
 void HostDocument::SaveAs(std::string_view fileName, SaveAsKind kind) {
     RequireOpen();
-    if (kind != SaveAsKind::Native && kind != SaveAsKind::Dxf2000) {
+    if (kind != SaveAsKind::Native && kind != SaveAsKind::Dxf2000)
         throw host_failure::InvalidArgument("a file type of " + std::to_string(static_cast<int>(kind)));
-    }
     const std::string name = WithExtension(fileName, kind);
     RequireOtherThanOriginal(mApplication.Resolve(name));
     // Both file types are DXF text here, whatever the name ends in.
@@ -91,9 +89,8 @@ void HostDocument::Wblock(std::string_view fileName, AcadSelectionSet& set) {
     if (own == nullptr) throw ObjectNotSet("a selection set of the drafting host is expected");
     const std::span<HostEntity* const> members = own->Members();
     if (members.empty()) throw host_failure::NotPossible("the selection set " + set.Name() + " is empty");
-    if (&members.front()->Document() != this) {
+    if (&members.front()->Document() != this)
         throw host_failure::InvalidArgument("a selection set of another drawing");
-    }
     const auto drawing = std::make_shared<const DrawingSnapshot>(Extracted(members, UcsToWorld().Inverse()));
     const std::filesystem::path file = mApplication.Resolve(WithExtension(fileName, SaveAsKind::Native));
     WrittenDrawings& written = mApplication.Written();

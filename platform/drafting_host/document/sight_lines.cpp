@@ -49,9 +49,8 @@ void SightLines::AddArc(Cover& cover, const Flat& center, double radius, double 
     // Cut where the arc turns from rising to falling, so that each piece has one point at each height.
     std::vector<double> cuts{start};
     const double first = std::ceil((start - QuarterTurn) / (2 * QuarterTurn));
-    for (double turn = QuarterTurn + first * 2 * QuarterTurn; turn < end; turn += 2 * QuarterTurn) {
+    for (double turn = QuarterTurn + first * 2 * QuarterTurn; turn < end; turn += 2 * QuarterTurn)
         if (turn > start) cuts.push_back(turn);
-    }
     cuts.push_back(end);
     for (std::size_t i = 0; i + 1 < cuts.size(); ++i) {
         const double from = center.y + radius * OfAngle(cuts[i]).sine;

@@ -48,9 +48,8 @@ Similarity Similarity::Turn(const Point3& axisFrom, const Point3& axisTo, double
     RequireFinite(axisFrom);
     RequireFinite(axisTo);
     if (!std::isfinite(angle)) throw host_failure::InvalidArgument("the angle is no finite number");
-    if (Distance(axisFrom, axisTo) == 0) {
+    if (Distance(axisFrom, axisTo) == 0)
         throw host_failure::InvalidArgument("the two points of the axis coincide");
-    }
     const Point3 n = Unit(axisTo - axisFrom);
     const auto [sine, cosine] = OfAngle(angle);
     const double rest = 1 - cosine;
@@ -66,9 +65,8 @@ Similarity Similarity::Turn(const Point3& axisFrom, const Point3& axisTo, double
 
 Similarity Similarity::Scale(const Point3& base, double factor) {
     RequireFinite(base);
-    if (!(factor > 0) || !std::isfinite(factor)) {
+    if (!(factor > 0) || !std::isfinite(factor))
         throw host_failure::InvalidArgument("a scale factor has to be above 0");
-    }
     Similarity result;
     result.mRows = {Point3{factor, 0, 0}, Point3{0, factor, 0}, Point3{0, 0, factor}};
     result.mScale = factor;
@@ -96,9 +94,8 @@ Similarity Similarity::FromFrame(const Point3& origin, const Point3& xAxis, cons
     RequireFinite(origin);
     const Point3 x = Clean(Unit(xAxis));
     const Point3 z = Clean(Unit(Cross(x, yAxis)));
-    if (!Finite(x) || !Finite(z) || Length(x) == 0 || Length(z) == 0) {
+    if (!Finite(x) || !Finite(z) || Length(x) == 0 || Length(z) == 0)
         throw host_failure::InvalidArgument("the axes of a coordinate system have to stand square");
-    }
     const Point3 y = Clean(Unit(Cross(z, x)));
     Similarity result;
     result.mRows = Transposed({x, y, z});
@@ -123,9 +120,7 @@ Similarity Similarity::FromMatrix(const Matrix4& m) {
         even = std::abs(Dot(result.mRows[i], result.mRows[i]) - scale * scale) <= tolerance &&
                std::abs(Dot(result.mRows[i], result.mRows[(i + 1) % 3])) <= tolerance;
     }
-    if (!even) {
-        throw host_failure::InvalidArgument("the matrix is not a rigid move with an even scale");
-    }
+    if (!even) throw host_failure::InvalidArgument("the matrix is not a rigid move with an even scale");
     for (Point3& row : result.mRows) row = Clean(row * (1 / scale)) * scale;
     result.mScale = scale;
     result.mMirrors = Determinant(result.mRows) < 0;

@@ -144,11 +144,10 @@ void Transform(MTextData& data, const Similarity& move) {
     // A paragraph is always readable, so a mirror moves it and turns its line, and no more.
     const PlaneMove plane(data.normal, move);
     data.insertion = move.Point(data.insertion);
-    if (data.direction) {
+    if (data.direction)
         data.direction = move.Direction(*data.direction);
-    } else {
+    else
         data.rotation = plane.Angle(data.rotation);
-    }
     data.height *= move.ScaleFactor();
     data.width *= move.ScaleFactor();
     data.normal = plane.Normal();

@@ -127,13 +127,12 @@ Sections Unpack(std::string_view content, std::string_view fileName) {
     sections.maintenance = static_cast<unsigned char>(content[MaintenanceAt]);
     sections.codePage = ShortAt(content, CodePageAt);
     try {
-        if (sections.release <= Release::R2000) {
+        if (sections.release <= Release::R2000)
             UnpackFlat(content, sections);
-        } else if (sections.release == Release::R2007) {
+        else if (sections.release == Release::R2007)
             UnpackPaged2007(content, sections);
-        } else {
+        else
             UnpackPaged(content, sections);
-        }
     } catch (const BrokenFile& broken) {
         Refuse(fileName, broken.place, broken.expected,
                broken.place >= content.size() ? "the end of the file" : "damaged data");

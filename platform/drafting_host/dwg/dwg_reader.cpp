@@ -159,11 +159,10 @@ class DwgWalk {
         std::string groups;
         TextStyleData style = ReadStyle(object, groups);
         mNames.styles[object.handle] = style.name;
-        if ((style.flags & flagShapes) != 0 || style.name.empty()) {
+        if ((style.flags & flagShapes) != 0 || style.name.empty())
             mTables.AddEntry("STYLE", object.handle, std::move(groups), object.xdata);
-        } else if (AddEntry(mReading.data.styles, mReading.stylePlaces, std::move(style))) {
+        else if (AddEntry(mReading.data.styles, mReading.stylePlaces, std::move(style)))
             mTables.AddStyle(mReading.data.styles.size() - 1, std::move(groups), object.xdata);
-        }
     }
 
     /// A view that can't be read is counted as any other object: no part hangs on it.
@@ -430,9 +429,8 @@ class DwgWalk {
     void Finish(EntityData& entity, int& viewport) {
         std::visit(
             [&](auto& shape) {
-                if constexpr (requires { shape.normal; }) {
+                if constexpr (requires { shape.normal; })
                     if (IsZero(shape.normal)) shape.normal = {0, 0, 1};
-                }
             },
             entity.geometry);
         if (auto* const view = std::get_if<ViewportData>(&entity.geometry))

@@ -45,11 +45,10 @@ PolylineData::Vertex ReadVertex(Object& object, unsigned type) {
     if (type != flat) return vertex;
     vertex.startWidth = data.BitReal();
     // A negative width stands for both.
-    if (vertex.startWidth < 0) {
+    if (vertex.startWidth < 0)
         vertex.startWidth = vertex.endWidth = -vertex.startWidth;
-    } else {
+    else
         vertex.endWidth = data.BitReal();
-    }
     vertex.bulge = data.BitReal();
     return vertex;
 }

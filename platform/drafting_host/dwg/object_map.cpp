@@ -136,11 +136,10 @@ void ObjectMap::TakePiece(BitReader& reader, std::size_t end, std::size_t object
 
 void ObjectMap::Add(HandleValue handle, std::size_t place) {
     const auto [index, isNew] = mIndices.emplace(handle, mEntries.size());
-    if (isNew) {
+    if (isNew)
         mEntries.push_back({handle, place});
-    } else {
+    else
         mEntries[index->second].place = place;
-    }
 }
 
 const ObjectMap::Entry* ObjectMap::Find(HandleValue handle) const {

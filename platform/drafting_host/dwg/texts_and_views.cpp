@@ -58,11 +58,10 @@ void ReadLongText(Streams& streams, TextData& text) {
 EntityGeometry ReadText(Object& object, const Surroundings& surroundings) {
     Streams& streams = object.streams;
     TextData text;
-    if (streams.IsAtLeast(Release::R2000)) {
+    if (streams.IsAtLeast(Release::R2000))
         ReadShortText(streams, text);
-    } else {
+    else
         ReadLongText(streams, text);
-    }
     text.style = NameOr(surroundings.names.styles, streams.Handle(), "Standard");
     return text;
 }

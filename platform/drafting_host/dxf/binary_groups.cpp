@@ -98,11 +98,10 @@ bool BinaryGroups::TakeNumber(std::string_view& value) {
     if (!TakeRaw(number)) return false;
     char text[32];
     const char* end = nullptr;
-    if constexpr (sizeof number == 1) {
+    if constexpr (sizeof number == 1)
         end = std::to_chars(text, text + sizeof text, static_cast<int>(number)).ptr;
-    } else {
+    else
         end = std::to_chars(text, text + sizeof text, number).ptr;
-    }
     value = mTexts.Keep({text, end});
     return true;
 }

@@ -11,20 +11,17 @@ namespace {
 
 template <typename Visit>
 void ForEachEntity(DrawingData& data, Visit visit) {
-    for (BlockData& block : data.blocks) {
+    for (BlockData& block : data.blocks)
         for (EntityData& entity : block.entities) visit(entity);
-    }
 }
 
 /// The records that have a handle of their own and go through as they are.
 template <typename Visit>
 void ForEachKept(Reading& reading, Visit visit) {
-    for (auto& [name, block] : reading.keptBlocks) {
+    for (auto& [name, block] : reading.keptBlocks)
         for (KeptRecord& record : block.entities) visit(record);
-    }
-    for (KeptTable& table : reading.file.tables) {
+    for (KeptTable& table : reading.file.tables)
         for (KeptRecord& record : table.entries) visit(record);
-    }
     for (KeptRecord& record : reading.file.objects) visit(record);
 }
 
@@ -57,9 +54,8 @@ void JoinNames(DrawingData& data) {
             FillBlank(*style, "Standard");
             *style = styles.Named(*style).name;
         }
-        for (const XDataOfApp& app : entity.xdata) {
+        for (const XDataOfApp& app : entity.xdata)
             if (applications.insert(app.app).second) data.applications.push_back(app.app);
-        }
     });
     for (LayerData& layer : data.layers) {
         FillBlank(layer.linetype, "Continuous");
@@ -162,9 +158,8 @@ class Handles {
         ForEachHandle([this](HandleValue& handle) { Keep(handle); });
         for (const GroupData& group : mData.groups) mGroups.insert(group.handle);
         ForEachKept(mReading, [this](KeptRecord& record) { Keep(record); });
-        for (auto& [what, handle] : mData.fileHandles) {
+        for (auto& [what, handle] : mData.fileHandles)
             if (!mKept.contains(handle)) Keep(handle);
-        }
         std::erase_if(mData.fileHandles, [](const auto& entry) { return entry.second == 0; });
         ForEachPart(mData, [this](const KeptRecord& part) { mHighest = std::max(mHighest, part.handle); });
         if (mData.handleSeed <= mHighest || mData.handleSeed > HighestHandle) mData.handleSeed = mHighest + 1;
@@ -256,9 +251,8 @@ void JoinKept(Reading& reading, std::vector<HandleValue> handles) {
         const auto found = reading.keptBlocks.find(block.name);
         if (found == reading.keptBlocks.end()) continue;
         KeptBlock& kept = found->second;
-        if (!kept.entities.empty()) {
+        if (!kept.entities.empty())
             for (const EntityData& entity : block.entities) kept.order.push_back(entity.handle);
-        }
         block.kept = {std::make_shared<const KeptBlock>(std::move(kept))};
     }
     KeptFile& file = reading.file;

@@ -45,9 +45,8 @@ std::optional<EscapedCharacter> EscapedCharacterAt(std::string_view text, std::s
 }
 
 bool NeedsDecoding(std::string_view text) {
-    for (const char c : text) {
+    for (const char c : text)
         if (c == '\\' || c == '^' || static_cast<unsigned char>(c) >= 0x80) return true;
-    }
     return false;
 }
 
@@ -138,11 +137,10 @@ std::string TextDecoder::Decode(std::string_view text) const {
                 continue;
             }
             const auto escaped = byte == '\\' ? EscapedCharacterAt(text, at) : std::nullopt;
-            if (escaped) {
+            if (escaped)
                 AppendUtf8(result, escaped->codePoint);
-            } else {
+            else
                 result += text[at];
-            }
             at += escaped ? escaped->length : 1;
             continue;
         }
@@ -187,11 +185,10 @@ std::string EncodeText(std::string_view text, bool isUnicode) {
             continue;
         }
         const Utf8Character character = Utf8CharacterAt(text, at);
-        if (isUnicode && character.valid && character.codePoint >= FirstPrintable) {
+        if (isUnicode && character.valid && character.codePoint >= FirstPrintable)
             result += text.substr(at, character.length);
-        } else {
+        else
             AppendEscaped(result, character.valid ? character.codePoint : ReplacementCharacter);
-        }
         at += character.length;
     }
     return result;

@@ -40,9 +40,8 @@ std::string_view CodePageOf(const DrawingData& data) {
 }
 
 std::string_view UcsNameOf(const WritePlan& plan) {
-    for (const UcsData& ucs : plan.Tables().namedUcs) {
+    for (const UcsData& ucs : plan.Tables().namedUcs)
         if (EqualsIgnoreCase(ucs.name, plan.Data().ucs.name)) return plan.Data().ucs.name;
-    }
     return {};
 }
 
@@ -119,12 +118,10 @@ class HeaderWriter {
         : mOut(out), mPlan(plan), mOwn(OwnVariables(plan)) {}
 
     void Write() {
-        if (mPlan.Data().file) {
+        if (mPlan.Data().file)
             for (const auto& [name, groups] : mPlan.Data().file->header) WriteRead(name, groups);
-        }
-        for (const OwnVariable& own : mOwn) {
+        for (const OwnVariable& own : mOwn)
             if (mWritten.insert(std::string(own.name)).second) own.write(mOut);
-        }
         for (const HeaderVariable& variable : DxfHeaderVariables()) WriteValues(std::string(variable.name));
     }
 
@@ -176,9 +173,8 @@ const KeptSection* FindSection(const WritePlan& plan, std::string_view name) {
 /// What class a CLASS record describes: its first text.
 std::string_view ClassOf(const KeptRecord& record) {
     GroupWalk walk(record.groups);
-    while (walk.Next()) {
+    while (walk.Next())
         if (walk.Code() == 1) return walk.Value();
-    }
     return {};
 }
 

@@ -76,11 +76,10 @@ SplitGroups Split(Record& record) {
 Point3* NormalOf(EntityGeometry& geometry) {
     return std::visit(
         [](auto& shape) -> Point3* {
-            if constexpr (requires { shape.normal; }) {
+            if constexpr (requires { shape.normal; })
                 return &shape.normal;
-            } else {
+            else
                 return nullptr;
-            }
         },
         geometry);
 }
@@ -301,11 +300,10 @@ void EntityReader::TakeEntity(Record& record, std::optional<std::size_t> block) 
 bool EntityReader::TakeInsertPart(const Record& record) {
     const bool isAttribute = record.name == "ATTRIB", isEnd = record.name == "SEQEND";
     if (!mAfterInsert || (!isAttribute && !isEnd)) return false;
-    if (mInsert) {
+    if (mInsert)
         mInsert->parts.push_back(KeptRecordOf(record));
-    } else if (isAttribute) {
+    else if (isAttribute)
         ++mReading.unkept["ATTRIB"];
-    }
     if (isEnd) {
         mAfterInsert = false;
         mInsert.reset();

@@ -70,9 +70,8 @@ constexpr auto Variables = std::to_array<HeaderVariable>({
 std::span<const HeaderVariable> DxfHeaderVariables() { return Variables; }
 
 const HeaderVariable* FindHeaderVariable(std::string_view name) {
-    for (const HeaderVariable& variable : Variables) {
+    for (const HeaderVariable& variable : Variables)
         if (variable.name == name) return &variable;
-    }
     return nullptr;
 }
 

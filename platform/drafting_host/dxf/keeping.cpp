@@ -89,9 +89,8 @@ bool Holds(const std::array<int, 18>& codes, int code) {
 
 bool HasValue(const Understood& kind, int code) {
     if (Holds(kind.values, code)) return true;
-    for (const int step : {0, 10, 20}) {
+    for (const int step : {0, 10, 20})
         if (code - step >= 10 && Holds(kind.points, code - step)) return true;
-    }
     return false;
 }
 
@@ -164,11 +163,10 @@ class Sieve {
     }
 
     void TakeOwn(const Group& group) {
-        if (group.code == 91 && mKind.kind == "LWPOLYLINE") {
+        if (group.code == 91 && mKind.kind == "LWPOLYLINE")
             mKept.vertexNumbers.push_back(IntegerOf(group));
-        } else {
+        else
             Keep(mKept.own, group);
-        }
     }
 
     const Understood& mKind;
@@ -258,9 +256,8 @@ KeptGroups::Vertex LeftoversOfVertex(const Record& record, std::string_view laye
             AppendGroup(vertex.common, group.code, group.value);
     }
     vertex.common += kept.common;
-    for (const Group& group : record.groups) {
+    for (const Group& group : record.groups)
         if (group.code >= 1000) AppendGroup(vertex.own, group.code, group.value);
-    }
     return vertex;
 }
 
@@ -275,9 +272,8 @@ KeptGroups LeftoversOfEntry(std::string_view table, Groups groups) {
         const Group* const flags = FindGroup(groups, 70);
         if (flags != nullptr) kept.flags = IntegerOf(*flags) & ~ownFlags;
     }
-    for (const Group& group : groups) {
+    for (const Group& group : groups)
         if (group.code >= 1000) AppendGroup(kept.further, group.code, group.value);
-    }
     return kept;
 }
 

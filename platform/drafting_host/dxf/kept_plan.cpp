@@ -77,11 +77,10 @@ class Owners {
             if (!isAlive) break;
             at = owner->second;
         }
-        if (isAlive) {
+        if (isAlive)
             mAlive.insert(chain.begin(), chain.end());
-        } else {
+        else
             mDead.insert(chain.begin(), chain.end());
-        }
     }
 
     std::unordered_set<HandleValue> mAlive, mDead, mRead;
@@ -136,23 +135,20 @@ void WritePlan::PlanKept(BlockPlan& plan) {
             const auto place = places.find(kept.order[next]);
             if (place != places.end()) position = std::max(position, place->second + 1);
         }
-        if (IsUnkept(record)) {
+        if (IsUnkept(record))
             ++mUnkeptKinds[record.name];
-        } else {
+        else
             plan.kept.emplace_back(position, &record);
-        }
     }
 }
 
 void WritePlan::FindGone() {
     if (mFile == nullptr) return;
     std::unordered_set<HandleValue> alive = mUsed;
-    for (const BlockPlan& plan : mBlocks) {
+    for (const BlockPlan& plan : mBlocks)
         for (const auto& [position, record] : plan.kept) alive.insert(record->handle);
-    }
-    for (const KeptTable& table : mFile->tables) {
+    for (const KeptTable& table : mFile->tables)
         for (const KeptRecord& entry : table.entries) alive.insert(entry.handle);
-    }
     for (const auto& [what, handle] : mData.fileHandles) {
         const std::string_view key = what;
         const std::size_t blank = key.find(' ');
@@ -162,9 +158,8 @@ void WritePlan::FindGone() {
         if (isInEach || (isOfBlock && FindBlock(key.substr(blank + 1)) != nullptr)) alive.insert(handle);
     }
     const Owners owners(*mFile, std::move(alive));
-    for (const HandleValue handle : mFile->handles) {
+    for (const HandleValue handle : mFile->handles)
         if (owners.IsGone(handle)) mGone.insert(handle);
-    }
 }
 
 void WritePlan::TellUnkept() {

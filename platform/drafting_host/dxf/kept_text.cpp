@@ -54,11 +54,10 @@ class Mender {
         if (IsDictionary()) return TakeOfDictionary();
         if (mKind == "SORTENTSTABLE") return TakeOfOrder();
         if (mKind == "HATCH") return TakeOfHatch();
-        if (!IsGone()) {
+        if (!IsGone())
             mResult += mWalk.Text();
-        } else if (mKind != "GROUP") {
+        else if (mKind != "GROUP")
             AppendGroup(mResult, code, "0");
-        }
     }
 
     bool IsDictionary() const { return mKind == "DICTIONARY" || mKind == "ACDBDICTIONARYWDFLT"; }
@@ -128,11 +127,10 @@ class Mender {
     }
 
     void EndSources() {
-        if (mHasLostSource) {
+        if (mHasLostSource)
             AppendGroup(mResult, 97, std::to_string(mSourceCount));
-        } else {
+        else
             mResult += mSourceHead;
-        }
         mResult += mSources;
         mSources.clear();
         mSourceHead.clear();
@@ -141,11 +139,10 @@ class Mender {
     }
 
     void Plain() {
-        if (IsGone()) {
+        if (IsGone())
             AppendGroup(mResult, mWalk.Code(), "0");
-        } else {
+        else
             mResult += mWalk.Text();
-        }
     }
 
     // What was held back has no end of its own.
@@ -230,9 +227,8 @@ namespace {
 std::optional<std::int64_t> TransparencyIn(std::string_view groups) {
     constexpr int transparency = 440;
     GroupWalk walk(groups);
-    while (walk.Next()) {
+    while (walk.Next())
         if (walk.Code() == transparency) return IntegerIn(walk);
-    }
     return std::nullopt;
 }
 
@@ -306,9 +302,8 @@ std::string WithOwner(std::string_view groups, HandleValue owner, HandleValue ow
 
 void ForEachReference(std::string_view groups, const std::function<void(HandleValue)>& visit) {
     GroupWalk walk(groups);
-    while (walk.Next()) {
+    while (walk.Next())
         if (IsReference(walk.Code())) visit(walk.Handle());
-    }
 }
 
 }  // namespace brenvik

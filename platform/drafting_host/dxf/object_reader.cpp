@@ -58,11 +58,10 @@ void ObjectReader::TakeLayout(Groups groups) {
 }
 
 void ObjectReader::Take(Record& record) {
-    if (mReading.KeepsRecords()) {
+    if (mReading.KeepsRecords())
         mReading.file.objects.push_back(KeptRecordOf(record));
-    } else if (record.name != "DICTIONARY" && record.name != "GROUP") {
+    else if (record.name != "DICTIONARY" && record.name != "GROUP")
         ++mReading.unkept[std::string(record.name)];
-    }
     DropBrackets(record.groups);
     try {
         if (record.name == "DICTIONARY" || record.name == "ACDBDICTIONARYWDFLT")
@@ -88,9 +87,8 @@ const ObjectReader::Entries* ObjectReader::RootDictionary(std::string_view name)
 
 void ObjectReader::NameGroups() {
     std::map<HandleValue, std::string> names;
-    if (const Entries* const entries = RootDictionary("ACAD_GROUP")) {
+    if (const Entries* const entries = RootDictionary("ACAD_GROUP"))
         for (const auto& [name, handle] : *entries) names.emplace(handle, name);
-    }
     // A name that stands twice in the dictionary belongs to its first group.
     std::set<std::string, LessIgnoreCase> taken;
     std::erase_if(names, [&taken](const auto& entry) {
@@ -121,9 +119,8 @@ void ObjectReader::KeepHandles() {
          {std::pair{"ACAD_PLOTSTYLENAME", "Normal"}, std::pair{"ACAD_MLINESTYLE", "Standard"}}) {
         const Entries* const entries = RootDictionary(dictionary);
         if (entries == nullptr) continue;
-        for (const auto& [name, handle] : *entries) {
+        for (const auto& [name, handle] : *entries)
             if (EqualsIgnoreCase(name, entry)) handles.emplace(std::string(dictionary) + " " + entry, handle);
-        }
     }
 }
 

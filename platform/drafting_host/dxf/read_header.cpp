@@ -40,11 +40,10 @@ std::optional<std::vector<std::pair<int, std::string>>> ValuesOf(const Reading& 
         const Group* const group = FindGroup(groups, code);
         if (group == nullptr) return std::nullopt;
         if (!IsText(code)) {
-            if (IsWhole(code)) {
+            if (IsWhole(code))
                 IntegerOf(*group);
-            } else {
+            else
                 RealOf(*group);
-            }
         }
         values.emplace_back(code, IsText(code) ? reading.Text(*group) : Trim(reading.Text(*group)));
     }

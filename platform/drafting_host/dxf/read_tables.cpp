@@ -141,9 +141,8 @@ void TakeEntry(Entry* entry, Groups groups, Take take) {
 }
 
 KeptTable& TableOf(Reading& reading, std::string_view name) {
-    for (KeptTable& table : reading.file.tables) {
+    for (KeptTable& table : reading.file.tables)
         if (table.name == name) return table;
-    }
     reading.file.tables.push_back({std::string(name), {}, {}});
     return reading.file.tables.back();
 }

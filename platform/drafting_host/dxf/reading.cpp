@@ -32,9 +32,8 @@ std::string LayerNameOf(Reading& reading, const Group& group) {
     std::string name = reading.Text(group);
     if (name.empty() || IsAllowedLayerName(name)) return name;
     std::string allowed = Left(name, longestName);
-    for (char& c : allowed) {
+    for (char& c : allowed)
         if (!IsAllowedLayerName(std::string_view(&c, 1)) && static_cast<unsigned char>(c) < 0x80) c = '_';
-    }
     if (reading.changedLayerNames.insert(name).second)
         reading.Note(group.line, "layer " + ShownName(name) + " is called " + ShownName(allowed) +
                                      ": a name without any of " + std::string(ForbiddenInNames) +

@@ -56,13 +56,12 @@ void WriteVertexClasses(GroupWriter& out, int polylineFlags, int vertexFlags) {
         return;
     }
     out.Word(100, "AcDbVertex");
-    if ((polylineFlags & FlagPolyface) != 0) {
+    if ((polylineFlags & FlagPolyface) != 0)
         out.Word(100, "AcDbPolyFaceMeshVertex");
-    } else if ((polylineFlags & FlagMesh) != 0) {
+    else if ((polylineFlags & FlagMesh) != 0)
         out.Word(100, "AcDbPolygonMeshVertex");
-    } else {
+    else
         out.Word(100, (polylineFlags & Flag3d) != 0 ? "AcDb3dPolylineVertex" : "AcDb2dVertex");
-    }
 }
 
 void WriteVertex(GroupWriter& out, int polylineFlags, const PolylineData::Vertex& vertex) {
@@ -72,9 +71,8 @@ void WriteVertex(GroupWriter& out, int polylineFlags, const PolylineData::Vertex
     out.RealUnless(41, vertex.endWidth, 0);
     out.RealUnless(42, vertex.bulge, 0);
     if (vertex.flags != 0) out.Whole(70, vertex.flags);
-    for (std::size_t i = 0; i < vertex.faceIndices.size(); ++i) {
+    for (std::size_t i = 0; i < vertex.faceIndices.size(); ++i)
         if (vertex.faceIndices[i] != 0) out.Whole(71 + static_cast<int>(i), vertex.faceIndices[i]);
-    }
 }
 
 void WritePolylineHead(GroupWriter& out, const PolylineData& data) {
@@ -88,9 +86,8 @@ void WritePolylineHead(GroupWriter& out, const PolylineData& data) {
                                                      {73, data.mDensity},
                                                      {74, data.nDensity},
                                                      {75, data.surfaceType}}};
-    for (const auto& [code, value] : counts) {
+    for (const auto& [code, value] : counts)
         if (value != 0) out.Whole(code, value);
-    }
     out.Normal(data.normal);
 }
 
@@ -147,11 +144,10 @@ void WriteParts(GroupWriter& out, const WritePlan& plan, const KeptGroups& kept,
 
 void WriteUnread(GroupWriter& out, const WritePlan& plan, const KeptRecord& record, HandleValue owner) {
     out.Word(0, record.name);
-    if (plan.IsRaised()) {
+    if (plan.IsRaised())
         out.Raw(WithOwner(plan.Fit(record.name, record.groups), owner));
-    } else {
+    else
         WriteKept(out, plan, record.name, record.groups);
-    }
 }
 
 void RequireVertices(std::size_t count, const GroupWriter& out) {

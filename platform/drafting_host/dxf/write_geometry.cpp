@@ -223,9 +223,8 @@ void GeometryWriter::operator()(const ViewportData& data) const {
     mOut.Real(44, data.backClip);
     mOut.Real(45, data.viewHeight);
     mOut.Degrees(51, data.twist);
-    for (const HandleValue layer : data.frozenLayers) {
+    for (const HandleValue layer : data.frozenLayers)
         if (mPlan.IsLayer(layer)) mOut.HandleGroup(331, layer);
-    }
     mOut.Whole(90, data.statusFlags);
     // A viewport that was read has its own settings here, behind its values.
     if (mKept != nullptr && !mKept->own.empty()) return;

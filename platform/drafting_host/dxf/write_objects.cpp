@@ -41,9 +41,8 @@ void WriteGroup(GroupWriter& out, WritePlan& plan, const GroupData& group) {
     out.Text(300, group.description);
     out.Whole(70, group.name.starts_with("*A") ? 1 : 0);  // nameless
     out.Whole(71, group.selectable ? 1 : 0);
-    for (const HandleValue member : group.members) {
+    for (const HandleValue member : group.members)
         if (plan.IsEntity(member)) out.HandleGroup(340, member);
-    }
 }
 
 void WritePlotSettings(GroupWriter& out, bool isModel) {
@@ -141,9 +140,8 @@ class ObjectWriter {
   public:
     ObjectWriter(GroupWriter& out, WritePlan& plan) : mOut(out), mPlan(plan) {
         if (plan.File() == nullptr) return;
-        for (const KeptRecord& object : plan.File()->objects) {
+        for (const KeptRecord& object : plan.File()->objects)
             if (!plan.IsGone(object.handle)) mKept.insert(object.handle);
-        }
         if (plan.IsRaised()) FindOwners();
     }
 
@@ -152,14 +150,12 @@ class ObjectWriter {
         // The root has to stand first.
         if (!Has("DICTIONARY")) WriteRoot(mOut, mPlan);
         if (mPlan.File() != nullptr) {
-            for (const KeptRecord& object : mPlan.File()->objects) {
+            for (const KeptRecord& object : mPlan.File()->objects)
                 if (!mPlan.IsGone(object.handle)) WriteRead(object);
-            }
         }
         WriteDictionaries();
-        for (const GroupData& group : mPlan.Tables().groups) {
+        for (const GroupData& group : mPlan.Tables().groups)
             if (!mKept.contains(group.handle)) WriteGroup(mOut, mPlan, group);
-        }
         int tabOrder = 0;
         for (const WritePlan::BlockPlan& block : mPlan.Blocks()) {
             if (!block.isSpace) continue;
@@ -209,9 +205,8 @@ class ObjectWriter {
         for (const KeptRecord& object : mPlan.File()->objects) {
             if (object.name != "DICTIONARY") continue;
             GroupWalk walk(object.groups);
-            while (walk.Next()) {
+            while (walk.Next())
                 if (walk.Code() == 350 || walk.Code() == 360) mOwners.emplace(walk.Handle(), object.handle);
-            }
         }
     }
 

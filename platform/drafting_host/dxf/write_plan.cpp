@@ -81,18 +81,16 @@ HandleValue WritePlan::Claim(HandleValue given) {
 void WritePlan::PlanBlocks() {
     RequireDifferentNames(mData.blocks, "block");
     const auto find = [this](std::string_view name) -> const BlockData* {
-        for (const BlockData& block : mData.blocks) {
+        for (const BlockData& block : mData.blocks)
             if (EqualsIgnoreCase(block.name, name)) return &block;
-        }
         return nullptr;
     };
     const BlockData* const model = find(ModelSpaceName);
     const BlockData* const paper = find(PaperSpaceName);
     mBlocks.push_back({model == nullptr ? &mEmptyModel : model, 0, {}, true, {}});
     mBlocks.push_back({paper == nullptr ? &mEmptyPaper : paper, 0, {}, true, {}});
-    for (const BlockData& block : mData.blocks) {
+    for (const BlockData& block : mData.blocks)
         if (&block != model && &block != paper) mBlocks.push_back({&block, 0, {}, IsSpace(block.name), {}});
-    }
     for (BlockPlan& plan : mBlocks) PlanEntities(plan);
     int layoutNumber = 0;
     for (BlockPlan& plan : mBlocks) {
@@ -133,9 +131,8 @@ void WritePlan::CollectNames() {
             layers.Named(entity.layer);
             linetypes.Named(entity.linetype);
             if (const std::string* const style = StyleOf(entity.geometry)) styles.Named(*style);
-            for (const XDataOfApp& app : entity.xdata) {
+            for (const XDataOfApp& app : entity.xdata)
                 if (applications.insert(app.app).second) mTables.applications.push_back(app.app);
-            }
             const auto* const insert = std::get_if<InsertData>(&entity.geometry);
             if (insert != nullptr && !blocks.contains(insert->block))
                 throw InvalidCall("block \"" + insert->block + "\" is referred to and not there");
@@ -165,9 +162,8 @@ void WritePlan::PlanTables() {
 }
 
 const WritePlan::BlockPlan* WritePlan::FindBlock(std::string_view name) const {
-    for (const BlockPlan& plan : mBlocks) {
+    for (const BlockPlan& plan : mBlocks)
         if (EqualsIgnoreCase(plan.block->name, name)) return &plan;
-    }
     return nullptr;
 }
 
@@ -180,9 +176,8 @@ HandleValue WritePlan::FileHandle(const std::string& what) {
 }
 
 HandleValue WritePlan::StyleHandle() const {
-    for (const TextStyleData& style : mTables.styles) {
+    for (const TextStyleData& style : mTables.styles)
         if (EqualsIgnoreCase(style.name, "Standard")) return style.handle;
-    }
     return 0;
 }
 

@@ -67,11 +67,10 @@ std::string WithArrowHandles(const WritePlan& plan, const std::string& groups) {
     GroupWalk walk(groups);
     while (walk.Next()) {
         const int code = walk.Code();
-        if (code < firstArrow || code > lastArrow) {
+        if (code < firstArrow || code > lastArrow)
             result += walk.Text();
-        } else if (const WritePlan::BlockPlan* const arrow = plan.FindBlock(walk.Value()); arrow != nullptr) {
+        else if (const WritePlan::BlockPlan* const arrow = plan.FindBlock(walk.Value()); arrow != nullptr)
             AppendGroup(result, firstHandle + code - firstArrow, HandleToText(arrow->record));
-        }
     }
     return result;
 }

@@ -32,9 +32,8 @@ bool Ruled(const Spline& spline) {
 template <class Spline>
 void TakePoles(const Spline& spline, std::vector<gp_XYZ>& hull) {
     for (int row = 1; row <= spline->NbUPoles(); ++row) {
-        for (int column = 1; column <= spline->NbVPoles(); ++column) {
+        for (int column = 1; column <= spline->NbVPoles(); ++column)
             hull.push_back(spline->Pole(row, column).XYZ());
-        }
     }
 }
 
@@ -120,9 +119,8 @@ double BulgingFace::ProfilePeak(double u, const gp_XYZ& direction, const gp_XYZ&
     constexpr int pieces = 64;
     const double width = (mVMax - mVMin) / pieces;
     std::array<double, pieces + 1> heights{};
-    for (int piece = 0; piece <= pieces; ++piece) {
+    for (int piece = 0; piece <= pieces; ++piece)
         heights[static_cast<std::size_t>(piece)] = height(mVMin + width * piece);
-    }
     for (int piece = 0; piece <= pieces; ++piece) {
         const double here = heights[static_cast<std::size_t>(piece)];
         const double before = heights[static_cast<std::size_t>(std::max(piece - 1, 0))];

@@ -16,9 +16,8 @@ Box BoxAlong(const TopoDS_Shape& shape, const gp_XYZ& x, const gp_XYZ& y, const 
         if (support.Empty()) throw InvalidCall("bounding box: the object has no geometry");
         const Reach along[] = {support.Along(x, origin), support.Along(y, origin), support.Along(z, origin)};
         for (const Reach& reach : along) {
-            if (!std::isfinite(reach.low) || !std::isfinite(reach.high)) {
+            if (!std::isfinite(reach.low) || !std::isfinite(reach.high))
                 throw InvalidCall("bounding box: the object is not finite");
-            }
         }
         // Adding zero turns a negative zero, which the reversed search leaves, into a plain one.
         return Box{gp_Pnt(along[0].low + 0.0, along[1].low + 0.0, along[2].low + 0.0),

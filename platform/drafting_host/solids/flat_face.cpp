@@ -53,9 +53,8 @@ std::optional<gp_Pln> PlaneOf(const TopoDS_Face& face) {
 
 template <class Spline>
 bool PolesOnLine(const Spline& spline, const gp_XYZ& start, const gp_XYZ& direction) {
-    for (int pole = 1; pole <= spline->NbPoles(); ++pole) {
+    for (int pole = 1; pole <= spline->NbPoles(); ++pole)
         if ((spline->Pole(pole).XYZ() - start).Crossed(direction).Modulus() > NoBulge) return false;
-    }
     return true;
 }
 
@@ -67,16 +66,12 @@ std::optional<StraightRun> RunOf(const TopoDS_Edge& edge) {
     const gp_XYZ chord = curve.Value(curve.LastParameter()).XYZ() - start;
     const double length = chord.Modulus();
     if (!(length > NoBulge)) return std::nullopt;
-    if (curve.GetType() == GeomAbs_Line) {
-        return StraightRun{curve.Line().Direction().XYZ(), start, length};
-    }
+    if (curve.GetType() == GeomAbs_Line) return StraightRun{curve.Line().Direction().XYZ(), start, length};
     const gp_XYZ direction = chord / length;
-    if (curve.GetType() == GeomAbs_BSplineCurve && PolesOnLine(curve.BSpline(), start, direction)) {
+    if (curve.GetType() == GeomAbs_BSplineCurve && PolesOnLine(curve.BSpline(), start, direction))
         return StraightRun{direction, start, length};
-    }
-    if (curve.GetType() == GeomAbs_BezierCurve && PolesOnLine(curve.Bezier(), start, direction)) {
+    if (curve.GetType() == GeomAbs_BezierCurve && PolesOnLine(curve.Bezier(), start, direction))
         return StraightRun{direction, start, length};
-    }
     return std::nullopt;
 }
 
@@ -135,11 +130,10 @@ std::vector<StraightRun> OuterRuns(const FlatFace& face) {
             return Parallel(run->direction, other.direction) &&
                    apart.Crossed(other.direction).Modulus() < NoBulge + NoAngle * apart.Modulus();
         });
-        if (same == runs.end()) {
+        if (same == runs.end())
             runs.push_back(*run);
-        } else {
+        else
             same->length += run->length;
-        }
     }
     return runs;
 }
@@ -148,9 +142,8 @@ std::vector<gp_XYZ> StraightDirections(const TopoDS_Shape& shape) {
     TopTools_IndexedMapOfShape edges;
     TopExp::MapShapes(shape, TopAbs_EDGE, edges);
     std::vector<gp_XYZ> directions;
-    for (int index = 1; index <= edges.Extent(); ++index) {
+    for (int index = 1; index <= edges.Extent(); ++index)
         if (const auto run = RunOf(TopoDS::Edge(edges(index)))) directions.push_back(run->direction);
-    }
     return directions;
 }
 

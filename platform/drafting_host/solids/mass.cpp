@@ -73,11 +73,10 @@ double VolumeShare(const TopoDS_Face& face, const gp_XYZ& origin) {
     BRepGProp_Domain domain(face);
     BRepGProp_Vinert share;
     share.SetLocation(gp_Pnt(origin));
-    if (BRep_Tool::NaturalRestriction(face)) {
+    if (BRep_Tool::NaturalRestriction(face))
         share.Perform(integrand);
-    } else {
+    else
         share.Perform(integrand, domain);
-    }
     return share.Mass();
 }
 
@@ -114,12 +113,10 @@ double Area(const TopoDS_Face& face) {
     return Guarded("area", [&] {
         const BRepAdaptor_Surface surface(face, Standard_False);
         const gp_XYZ origin = FirstPoint(face);
-        if (surface.GetType() == GeomAbs_Plane) {
+        if (surface.GetType() == GeomAbs_Plane)
             return std::abs(VectorArea(face, origin).Dot(surface.Plane().Axis().Direction().XYZ()));
-        }
-        if (surface.GetType() == GeomAbs_Cylinder) {
+        if (surface.GetType() == GeomAbs_Cylinder)
             return std::abs(SignedCylinderArea(face, surface.Cylinder()));
-        }
         if (surface.GetType() == GeomAbs_Cone) {
             const gp_Cone cone = surface.Cone();
             const double along = VectorArea(face, origin).Dot(cone.Axis().Direction().XYZ());
@@ -134,9 +131,8 @@ double Area(const TopoDS_Face& face) {
 double Area(const TopoDS_Shape& shape) {
     double total = 0;
     if (shape.IsNull()) return total;
-    for (TopExp_Explorer face(shape, TopAbs_FACE); face.More(); face.Next()) {
+    for (TopExp_Explorer face(shape, TopAbs_FACE); face.More(); face.Next())
         total += Area(TopoDS::Face(face.Current()));
-    }
     return total;
 }
 
@@ -144,13 +140,12 @@ gp_Pnt Centroid(const TopoDS_Shape& shape) {
     if (shape.IsNull()) throw InvalidCall("centroid: the object has no geometry");
     return Guarded("centroid", [&] {
         GProp_GProps properties{gp_Pnt(FirstPoint(shape))};
-        if (Has(shape, TopAbs_SOLID)) {
+        if (Has(shape, TopAbs_SOLID))
             BRepGProp::VolumeProperties(shape, properties);
-        } else if (Has(shape, TopAbs_FACE)) {
+        else if (Has(shape, TopAbs_FACE))
             BRepGProp::SurfaceProperties(shape, properties);
-        } else if (Has(shape, TopAbs_EDGE)) {
+        else if (Has(shape, TopAbs_EDGE))
             BRepGProp::LinearProperties(shape, properties);
-        }
         if (properties.Mass() == 0) throw InvalidCall("centroid: the object has no extent");
         return properties.CentreOfMass();
     });

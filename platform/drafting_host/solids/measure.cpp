@@ -17,9 +17,8 @@ const std::array<gp_XYZ, 3> World{gp_XYZ(1, 0, 0), gp_XYZ(0, 1, 0), gp_XYZ(0, 0,
 double AreaAlong(const std::vector<FlatFace>& flats, const std::array<gp_XYZ, 3>& axes) {
     double area = 0;
     for (const FlatFace& flat : flats) {
-        if (std::ranges::any_of(axes, [&](const gp_XYZ& axis) { return Parallel(axis, flat.normal); })) {
+        if (std::ranges::any_of(axes, [&](const gp_XYZ& axis) { return Parallel(axis, flat.normal); }))
             area += flat.area;
-        }
     }
     return area;
 }
@@ -63,9 +62,8 @@ bool DrawnSquare(const Support& support, const std::vector<FlatFace>& flats, con
 
 Extents Result(const MeasuredFrame& frame, int status) {
     const auto& [d1, d2, d3] = frame.sizes;
-    if (!std::isfinite(d1) || !std::isfinite(d2) || !std::isfinite(d3)) {
+    if (!std::isfinite(d1) || !std::isfinite(d2) || !std::isfinite(d3))
         return {0, 0, 0, measure_status::NotFinite};
-    }
     return {d1, d2, d3, status};
 }
 

@@ -38,9 +38,8 @@ bool SameSurface(const TopoDS_Face& one, const TopoDS_Face& other) {
     const BRepAdaptor_Surface first(one, Standard_False);
     const BRepAdaptor_Surface second(other, Standard_False);
     if (first.GetType() != second.GetType()) return false;
-    if (first.GetType() == GeomAbs_Plane) {
+    if (first.GetType() == GeomAbs_Plane)
         return first.Plane().Axis().IsParallel(second.Plane().Axis(), SameAngle);
-    }
     if (first.GetType() == GeomAbs_Cylinder) {
         return SameCylinder(first.Cylinder(), second.Cylinder()) &&
                !AreTurned(first.Cylinder(), second.Cylinder());
@@ -53,9 +52,8 @@ bool SameCurve(const TopoDS_Edge& one, const TopoDS_Edge& other) {
     const BRepAdaptor_Curve first(one);
     const BRepAdaptor_Curve second(other);
     if (first.GetType() != second.GetType()) return false;
-    if (first.GetType() == GeomAbs_Line) {
+    if (first.GetType() == GeomAbs_Line)
         return first.Line().Position().IsParallel(second.Line().Position(), SameAngle);
-    }
     if (first.GetType() == GeomAbs_Circle) {
         return first.Circle().Location().IsEqual(second.Circle().Location(), SamePlace) &&
                std::abs(first.Circle().Radius() - second.Circle().Radius()) < SamePlace &&
@@ -81,17 +79,15 @@ bool HasNeedlessBorders(const TopoDS_Shape& shape) {
     TopExp::MapShapesAndUniqueAncestors(shape, TopAbs_EDGE, TopAbs_FACE, facesOfEdge);
     for (int index = 1; index <= facesOfEdge.Extent(); ++index) {
         const TopTools_ListOfShape& faces = facesOfEdge(index);
-        if (faces.Extent() == 2 && SameSurface(TopoDS::Face(faces.First()), TopoDS::Face(faces.Last()))) {
+        if (faces.Extent() == 2 && SameSurface(TopoDS::Face(faces.First()), TopoDS::Face(faces.Last())))
             return true;
-        }
     }
     TopTools_IndexedDataMapOfShapeListOfShape edgesOfVertex;
     TopExp::MapShapesAndUniqueAncestors(shape, TopAbs_VERTEX, TopAbs_EDGE, edgesOfVertex);
     for (int index = 1; index <= edgesOfVertex.Extent(); ++index) {
         const TopTools_ListOfShape& edges = edgesOfVertex(index);
-        if (edges.Extent() == 2 && SameCurve(TopoDS::Edge(edges.First()), TopoDS::Edge(edges.Last()))) {
+        if (edges.Extent() == 2 && SameCurve(TopoDS::Edge(edges.First()), TopoDS::Edge(edges.Last())))
             return true;
-        }
     }
     return false;
 }
@@ -105,9 +101,8 @@ TopoDS_Shape BordersMerged(const TopoDS_Shape& shape) {
     unify.SetAngularTolerance(SameAngle);
     TopTools_IndexedDataMapOfShapeListOfShape facesOfEdge;
     TopExp::MapShapesAndUniqueAncestors(shape, TopAbs_EDGE, TopAbs_FACE, facesOfEdge);
-    for (int index = 1; index <= facesOfEdge.Extent(); ++index) {
+    for (int index = 1; index <= facesOfEdge.Extent(); ++index)
         if (MustStay(facesOfEdge(index))) unify.KeepShape(facesOfEdge.FindKey(index));
-    }
     // What can't be merged is no less a part.
     try {
         unify.Build();

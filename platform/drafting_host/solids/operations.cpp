@@ -192,12 +192,10 @@ TopoDS_Shape Boolean(const TopoDS_Shape& shape, const TopoDS_Shape& tool, Boolea
     return Guarded("boolean", [&] {
         const TopAbs_ShapeEnum pieces = PieceKind(shape);
         if (PieceKind(tool) != pieces) throw InvalidCall("boolean: a solid and a region don't mix");
-        if (pieces == TopAbs_FACE && !RegionsInOnePlane(shape, tool)) {
+        if (pieces == TopAbs_FACE && !RegionsInOnePlane(shape, tool))
             throw InvalidCall("boolean: the regions lie in different planes");
-        }
-        if (kind != BooleanKind::Union && !BoxesMeet(shape, tool, pieces)) {
+        if (kind != BooleanKind::Union && !BoxesMeet(shape, tool, pieces))
             return WithoutMeeting(shape, tool, pieces, kind);
-        }
         if (pieces == TopAbs_FACE && kind == BooleanKind::Union) return UnitedRegions(shape, tool);
         return Operate(shape, tool, pieces, kind);
     });

@@ -36,9 +36,8 @@ MeasuredFrame MeasureAlong(const Support& support, const std::array<gp_XYZ, 3>& 
 
 /// The world axis that `direction` lies along, exactly, or `direction` itself.
 gp_XYZ Snapped(const gp_XYZ& direction) {
-    for (const gp_XYZ& axis : World) {
+    for (const gp_XYZ& axis : World)
         if (Parallel(direction, axis)) return direction.Dot(axis) < 0 ? axis.Reversed() : axis;
-    }
     return direction;
 }
 
@@ -60,9 +59,8 @@ bool Better(const MeasuredFrame& one, const MeasuredFrame& other, double margin)
 /// Any direction in the plane of `normal`, along a world axis where that is possible.
 gp_XYZ SomeDirectionIn(const gp_XYZ& normal) {
     gp_XYZ best = World[0];
-    for (const gp_XYZ& axis : World) {
+    for (const gp_XYZ& axis : World)
         if (std::abs(axis.Dot(normal)) < std::abs(best.Dot(normal)) - Tie) best = axis;
-    }
     return (best - normal * best.Dot(normal)).Normalized();
 }
 
@@ -203,9 +201,8 @@ MeasuredFrame FlatFrame(const Support& support, const std::vector<FlatFace>& fla
         const std::vector<StraightRun> runs = OuterRuns(flat);
         double longest = 0;
         for (const StraightRun& run : runs) longest = std::max(longest, run.length);
-        for (const StraightRun& run : runs) {
+        for (const StraightRun& run : runs)
             if (run.length >= longest * (1 - Tie)) consider(FrameOf(flat.normal, run.direction));
-        }
         if (runs.empty()) {
             const auto axes = FrameOf(flat.normal, SomeDirectionIn(flat.normal));
             TakeBetter(best, SmallestAbout(support, axes, Tie), Tie);
@@ -216,9 +213,8 @@ MeasuredFrame FlatFrame(const Support& support, const std::vector<FlatFace>& fla
 
 std::vector<gp_XYZ> TurningAxes(const TopoDS_Shape& shape) {
     std::vector<gp_XYZ> axes;
-    for (TopExp_Explorer face(shape, TopAbs_FACE); face.More(); face.Next()) {
+    for (TopExp_Explorer face(shape, TopAbs_FACE); face.More(); face.Next())
         if (const auto axis = AxisOf(TopoDS::Face(face.Current()))) axes.push_back(*axis);
-    }
     return axes;
 }
 

@@ -60,9 +60,8 @@ class Rebuilder {
     /// an edge's parameter curve by its surface.
     Handle(Geom_Surface) SurfaceUnder(const Handle(Geom_Surface) & surface, const TopLoc_Location& location) {
         std::vector<PlacedSurface>& known = mSurfaces[surface.get()];
-        for (const PlacedSurface& placed : known) {
+        for (const PlacedSurface& placed : known)
             if (placed.location.IsEqual(location)) return placed.surface;
-        }
         known.push_back({location, Handle(Geom_Surface)::DownCast(surface->Transformed(Under(location)))});
         return known.back().surface;
     }
@@ -209,9 +208,8 @@ bool HasLocations(const TopoDS_Shape& shape) {
         case TopAbs_SHAPE:
             break;
     }
-    for (TopoDS_Iterator part(shape, Standard_False, Standard_False); part.More(); part.Next()) {
+    for (TopoDS_Iterator part(shape, Standard_False, Standard_False); part.More(); part.Next())
         if (HasLocations(part.Value())) return true;
-    }
     return false;
 }
 

@@ -131,9 +131,8 @@ std::vector<TopoDS_Face> RegionsFromCurves(std::span<const TopoDS_Edge> edges,
         Handle(TopTools_HSequenceOfShape) loops = new TopTools_HSequenceOfShape;
         ShapeAnalysis_FreeBounds::ConnectEdgesToWires(open, JoinGap, Standard_False, loops);
         std::vector<TopoDS_Face> regions;
-        for (int index = 1; index <= loops->Length(); ++index) {
+        for (int index = 1; index <= loops->Length(); ++index)
             regions.push_back(FaceOfLoop(TopoDS::Wire(loops->Value(index)), normal));
-        }
         return regions;
     });
 }
@@ -144,9 +143,8 @@ std::vector<TopoDS_Face> SectionByPlane(const TopoDS_Shape& shape, const gp_Pnt&
     return Guarded("section", [&] {
         const gp_Vec along(p1, p2);
         const gp_Vec across = along.Crossed(gp_Vec(p1, p3));
-        if (!(across.Magnitude() > 1e-12 * along.SquareMagnitude()) || !(along.Magnitude() > 0)) {
+        if (!(across.Magnitude() > 1e-12 * along.SquareMagnitude()) || !(along.Magnitude() > 0))
             throw InvalidCall("section: the three points lie on one line");
-        }
         gp_Ax3 frame(p1, gp_Dir(across), gp_Dir(along));
         const Box box = ExactBoxIn(shape, frame);
         std::vector<TopoDS_Face> faces;

@@ -47,16 +47,14 @@ std::vector<double> SampleParameters(const BRepAdaptor_Curve& curve) {
     curve.Intervals(knots, GeomAbs_C2);
     // A polynomial piece of degree n turns at most n - 1 times along one direction.
     int degree = 12;
-    if (curve.GetType() == GeomAbs_BSplineCurve || curve.GetType() == GeomAbs_BezierCurve) {
+    if (curve.GetType() == GeomAbs_BSplineCurve || curve.GetType() == GeomAbs_BezierCurve)
         degree = std::clamp(curve.Degree(), 1, 12);
-    }
     const int pieces = degree == 1 ? 1 : std::max(2 * degree, spans == 1 ? 24 : 6);
     std::vector<double> parameters;
     parameters.reserve(static_cast<std::size_t>(spans * pieces + 1));
     for (int span = 1; span <= spans; ++span) {
-        for (int piece = 0; piece < pieces; ++piece) {
+        for (int piece = 0; piece < pieces; ++piece)
             parameters.push_back(knots(span) + (knots(span + 1) - knots(span)) * piece / pieces);
-        }
     }
     parameters.push_back(knots(spans + 1));
     return parameters;
@@ -75,9 +73,8 @@ Support::Support(const TopoDS_Shape& shape) {
     mPoints.reserve(static_cast<std::size_t>(vertices.Extent()));
     for (int index = 1; index <= vertices.Extent(); ++index) {
         const gp_XYZ point = BRep_Tool::Pnt(TopoDS::Vertex(vertices(index))).XYZ();
-        for (int axis = 1; axis <= 3; ++axis) {
+        for (int axis = 1; axis <= 3; ++axis)
             if (!(std::abs(point.Coord(axis)) < Precision::Infinite() / 2)) mFinite = false;
-        }
         mPoints.push_back(point);
     }
     TopTools_IndexedMapOfShape edges;

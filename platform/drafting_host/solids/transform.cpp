@@ -64,11 +64,8 @@ TopoDS_Shape Outward(const TopoDS_Shape& shape) {
 gp_Trsf Cleaned(const gp_Trsf& transformation) {
     if (!Rigid(transformation)) return transformation;
     gp_Mat matrix = transformation.VectorialPart();
-    for (int row = 1; row <= 3; ++row) {
-        for (int column = 1; column <= 3; ++column) {
-            matrix(row, column) = CleanEntry(matrix(row, column));
-        }
-    }
+    for (int row = 1; row <= 3; ++row)
+        for (int column = 1; column <= 3; ++column) matrix(row, column) = CleanEntry(matrix(row, column));
     return FromEntries(matrix, transformation.TranslationPart());
 }
 
@@ -82,9 +79,8 @@ gp_Trsf Turn(const gp_Ax1& axis, double angle) {
                         n.Z() * n.X() * rest - n.Y() * sine, n.Z() * n.Y() * rest + n.X() * sine,
                         cosine + n.Z() * n.Z() * rest);
     gp_Mat clean = matrix;
-    for (int row = 1; row <= 3; ++row) {
+    for (int row = 1; row <= 3; ++row)
         for (int column = 1; column <= 3; ++column) clean(row, column) = CleanEntry(matrix(row, column));
-    }
     const gp_XYZ center = axis.Location().XYZ();
     return FromEntries(clean, center - center.Multiplied(clean));
 }
@@ -115,9 +111,8 @@ TopoDS_Shape Rotated(const TopoDS_Shape& shape, const gp_Ax1& axis, double angle
 }
 
 TopoDS_Shape Scaled(const TopoDS_Shape& shape, const gp_Pnt& center, double factor) {
-    if (!(factor > 0) || !std::isfinite(factor)) {
+    if (!(factor > 0) || !std::isfinite(factor))
         throw InvalidCall("scaling an object: the factor must be above 0");
-    }
     gp_Trsf scale;
     scale.SetScale(center, factor);
     return Transformed(shape, scale);

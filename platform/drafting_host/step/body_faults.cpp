@@ -295,9 +295,8 @@ bool SolidCheck::Closed() const {
     std::unordered_map<const void*, int> balance;
     for (const EdgeUse& use : mShellUses) balance[use.edge] += use.forward ? 1 : -1;
     std::vector<EdgeUse> open;
-    for (const EdgeUse& use : mShellUses) {
+    for (const EdgeUse& use : mShellUses)
         if (balance[use.edge] != 0) open.push_back(use);
-    }
     std::sort(open.begin(), open.end(),
               [](const EdgeUse& a, const EdgeUse& b) { return a.Middle().X() < b.Middle().X(); });
     const double same = 10 * mFit;
@@ -336,9 +335,8 @@ bool SolidCheck::Holds(const Bnd_Box& outer, const Bnd_Box& inner) const {
 std::optional<ModelFault> SolidCheck::ShellFault(const Handle(StepShape_ConnectedFaceSet) & shell) {
     mShellUses.clear();
     mAllKnown = true;
-    for (int i = 1; i <= shell->NbCfsFaces(); ++i) {
+    for (int i = 1; i <= shell->NbCfsFaces(); ++i)
         if (auto fault = FaceFault(shell->CfsFacesValue(i), false)) return fault;
-    }
     if (mAllKnown && !Closed()) return Fault(shell, "the shell " + Number(shell) + " is not closed");
     return std::nullopt;
 }

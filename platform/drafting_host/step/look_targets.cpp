@@ -27,12 +27,10 @@ class Redirects {
             const auto references = mStatements.ReferencesOf(statement);
             if (statement.kind == "STYLED_ITEM" && !references.empty())
                 Take(references.back(), ShellSolid(references.back().number), all);
-            if (statement.kind == "PRESENTATION_LAYER_ASSIGNMENT") {
+            if (statement.kind == "PRESENTATION_LAYER_ASSIGNMENT")
                 for (const Reference& item : references) Take(item, LayeredSolid(item.number), all);
-            }
-            if (statement.kind == "INVISIBILITY") {
+            if (statement.kind == "INVISIBILITY")
                 for (const Reference& item : references) Take(item, HiddenStyles(item.number), all);
-            }
         }
         return all;
     }

@@ -64,9 +64,8 @@ std::optional<std::string> UncheckedFault(const Handle(Standard_Transient) & ent
     const Handle(StepShape_OrientedEdge) edge = Handle(StepShape_OrientedEdge)::DownCast(entity);
     if (!edge.IsNull()) {
         const Handle(StepShape_Edge) element = edge->EdgeElement();
-        if (element.IsNull() || element->IsKind(STANDARD_TYPE(StepShape_OrientedEdge))) {
+        if (element.IsNull() || element->IsKind(STANDARD_TYPE(StepShape_OrientedEdge)))
             return "an oriented edge has to hold an edge";
-        }
     }
     const Handle(StepGeom_Pcurve) trace = Handle(StepGeom_Pcurve)::DownCast(entity);
     if (!trace.IsNull() && !HoldsACurve(trace->ReferenceToCurve()))
@@ -99,9 +98,8 @@ std::vector<ModelFault> Faults(const Handle(StepData_StepModel) & model, const I
 
 std::vector<int> ReportedStatements(const Handle(StepData_StepModel) & model) {
     std::vector<int> numbers;
-    for (int index = 1; index <= model->NbEntities(); ++index) {
+    for (int index = 1; index <= model->NbEntities(); ++index)
         if (ReportedFault(model, index)) numbers.push_back(model->IdentLabel(model->Value(index)));
-    }
     return numbers;
 }
 

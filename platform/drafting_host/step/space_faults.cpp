@@ -54,9 +54,8 @@ class Walk {
         : mModel(model), mReferences(references), mSeen(static_cast<std::size_t>(model->NbEntities()) + 1) {}
 
     std::vector<ModelFault> Run() {
-        for (int index = 1; index <= mModel->NbEntities(); ++index) {
+        for (int index = 1; index <= mModel->NbEntities(); ++index)
             if (StandsInSpace(mModel->Value(index))) Push(index);
-        }
         while (!mOpen.empty()) {
             const int index = mOpen.back();
             mOpen.pop_back();

@@ -175,9 +175,8 @@ bool TakeStatement(Tokens& tokens, StatementWalk& walk) {
         return tokens.Next() == Token::Open && TakeValues(tokens, walk) && tokens.Next() == Token::End;
     }
     if (token != Token::Open) return false;
-    while ((token = tokens.Next()) == Token::Keyword) {
+    while ((token = tokens.Next()) == Token::Keyword)
         if (tokens.Next() != Token::Open || !TakeValues(tokens, walk)) return false;
-    }
     return token == Token::Close && tokens.Next() == Token::End;
 }
 

@@ -75,9 +75,8 @@ Loading::Loading(const std::filesystem::path& path)
 void Loading::Run() {
     constexpr int mostTimes = 8;
     PrepareReading();
-    for (int time = 1; Read(), !Sound(); ++time) {
+    for (int time = 1; Read(), !Sound(); ++time)
         if (time == mostTimes) throw FormatFailure(mPath, 0, "well-formed STEP statements");
-    }
     mChecks = CheckBodies(mModel);
 }
 

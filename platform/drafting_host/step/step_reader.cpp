@@ -56,9 +56,8 @@ void NoteFailedEntities(const STEPControl_Reader& reader, StepDocument& document
     if (process.IsNull()) return;
     int failed = 0;
     Interface_CheckIterator checks = process->CheckList(Standard_True);
-    for (checks.Start(); checks.More(); checks.Next()) {
+    for (checks.Start(); checks.More(); checks.Next())
         if (checks.Value()->HasFailed()) ++failed;
-    }
     if (failed > 0)
         document.notes.push_back({std::to_string(failed) + " entity(s) of the file could not be converted"});
 }

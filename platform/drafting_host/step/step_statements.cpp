@@ -124,9 +124,8 @@ std::size_t Statements::TakeStatement(std::size_t place) {
 /// without it. A quote that doesn't end swallows the next statements; each begins a line of its own.
 std::size_t Statements::BehindBroken(std::size_t start, std::size_t from) const {
     const std::string_view span = mContent.substr(0, from);
-    for (std::size_t at = span.find("\n#", start); at != Nowhere; at = span.find("\n#", at + 1)) {
+    for (std::size_t at = span.find("\n#", start); at != Nowhere; at = span.find("\n#", at + 1))
         if (BeginsStatement(mContent, at + 1)) return at + 1;
-    }
     for (std::size_t place = from; place < mContent.size();) {
         if (mContent[place] == ';') return place + 1;
         if (BeginsStatement(mContent, place)) return place;

@@ -184,11 +184,10 @@ std::string_view ScaleOf(const Statement& statement, std::string_view text) {
     constexpr std::string_view plain = "CARTESIAN_TRANSFORMATION_OPERATOR_3D",
                                part = "CARTESIAN_TRANSFORMATION_OPERATOR(";
     std::size_t end = text.npos;
-    if (statement.kind == plain) {
+    if (statement.kind == plain)
         end = text.rfind(',');
-    } else if (statement.kind.empty() && text.find(part) != text.npos) {
+    else if (statement.kind.empty() && text.find(part) != text.npos)
         end = text.find(')', text.find(part));
-    }
     if (end == text.npos || end == 0) return {};
     const std::size_t comma = text.rfind(',', end - 1);
     return comma == text.npos ? std::string_view() : Trim(text.substr(comma + 1, end - comma - 1));

@@ -154,11 +154,10 @@ class Drilling {
         Rim* best = nullptr;
         for (Rim& other : mRims) {
             if (other.gone || !Lower(other, entry) || !SamePlace(other, entry)) continue;
-            if (Wider(other, entry)) {
+            if (Wider(other, entry))
                 GiveAway(other);
-            } else if (SameLength(other.diameter, entry.diameter)) {
+            else if (SameLength(other.diameter, entry.diameter))
                 TakeHigher(best, other);
-            }
         }
         return best;
     }

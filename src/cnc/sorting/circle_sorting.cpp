@@ -108,13 +108,12 @@ void DropTwins(AcadDocument& drawing) {
 
 void SplitBySize(RunState& run) {
     for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::CircleHold2)) {
-        if (RoundHalfEven(circle->Diameter(), CompareDecimals) > run.part.CircleSize) {
+        if (RoundHalfEven(circle->Diameter(), CompareDecimals) > run.part.CircleSize)
             circle->SetLayer(layers::RouteCircleHold);
-        } else if (SameLength(circle->Center().z, run.part.PartThickness)) {
+        else if (SameLength(circle->Center().z, run.part.PartThickness))
             circle->SetLayer(layers::MAXCircleHold);
-        } else {
+        else
             circle->SetLayer(layers::CircleHold);
-        }
     }
 }
 

@@ -167,13 +167,12 @@ class CircularRoutes {
     }
 
     void SettleBetween(RouteRim& rim) {
-        if (IsOpen(*rim.circle)) {
+        if (IsOpen(*rim.circle))
             MakePocket(rim, PlainColor);
-        } else if (OpenToUnderside(mRun, *rim.circle, VolumeDigits) == OpenTop::Open) {
+        else if (OpenToUnderside(mRun, *rim.circle, VolumeDigits) == OpenTop::Open)
             NeedOtherSide(mRun);
-        } else {
+        else
             Note(rim);
-        }
     }
 
     void Note(const RouteRim& rim) {
