@@ -25,7 +25,6 @@
 #include "settings/material_keys.h"
 #include "settings/materials.h"
 #include "settings/settings_store.h"
-#include "settings_store/folder_lock.h"
 #include "shell_word.h"
 #include "workplace.h"
 
@@ -109,6 +108,7 @@ ExitStatus FindOne(const std::string& home, const std::string& key) {
     TakeInstallFolder();
     return Reading(workplace, [&] {
         const std::optional<CheckedMaterial> found = FindCheckedMaterial(key);
+        TellFaults(workplace, GuessedLinesBeside(found));
         // A material without a first tool is none for a run either.
         if (!found || !MaterialFromTexts(found->texts).Found()) {
             const std::string near = NearKeys(ReadMaterials(), key);
@@ -170,8 +170,8 @@ ExitStatus AddOne(const std::string& home, const std::string& key, const std::st
     TakeInstallFolder();
     MaterialTexts added;
     // From reading to writing, or two programs that add would each write the library without the other's
-    // record.
-    const FolderLock lock(workplace.home);
+    // record, and so would one that adds and one that edits.
+    auto turn = workplace.files.AwaitTurn(MaterialsPath());
     Reading(workplace, [&] {
         RequireAddable(ReadMaterials(), LibraryFile(workplace), key, like);
         // Fails, with its line, for a record that breaks off.
@@ -184,6 +184,7 @@ ExitStatus AddOne(const std::string& home, const std::string& key, const std::st
     });
     const std::string copied = std::exchange(added.front(), key);
     AppendMaterial(added);
+    turn.reset();
     std::cout << "added " << key << ", cut as " << copied << '\n';
     // Runs in other units than the library's are told where they begin, and here, where their board is added.
     GetSettingText(setting::ExportScaleSetting);

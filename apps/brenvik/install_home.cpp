@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/skip.h"
 #include "export/profiles.h"
 #include "grid/help.h"
 #include "home_files.h"
@@ -30,6 +31,17 @@ void WriteMaterials(FilesPort& files, const std::string& path, MeasureUnits unit
         WriteIfMissing(files, path, InitialMaterials(units));
 }
 
+/// Nobody edits the help, and it has to describe this program. In a home that can't be written that of the
+/// same program may stand all the same; otherwise the home is what is told of, not its help.
+void WriteHelp(FilesPort& files, const std::string& folder) {
+    const std::string path = folder + std::string(HelpFile), help = HelpText();
+    if (files.FileExists(path) && files.ReadFile(path) == help) return;
+    if (const auto failure = Attempt([&] { files.WriteFile(path, help); }))
+        throw Failure(failure->number(), failure->source(), failure->description(),
+                      files.PlaceOf(folder) + " (its " + std::string(HelpFile) +
+                          " is to be written as the help of this program)");
+}
+
 std::string FolderOf(FilesPort& files) {
     const std::string folder = files.InstallFolder();
     return folder.ends_with('\\') ? folder : folder + '\\';
@@ -49,12 +61,15 @@ void InstallHome(FilesPort& files, DatabasePort& database, std::optional<Measure
     makeDatabase("bv-back04.mdb");
     // The working one is nobody else's to make while a program works on it.
     if (files.WorkFolder().empty()) makeDatabase("bv04.mdb");
-    if (units) WriteMaterials(files, at(MaterialsFile), *units);
-    WriteIfMissing(files, at(NoAdjustmentsFile), "");
-    WriteIfMissing(files, at(CsvProfileFile), InitialCsvProfiles());
-    WriteIfMissing(files, at(CncProfileFile), InitialCncProfiles());
-    // Nobody edits the help, and it has to describe this program.
-    files.WriteFile(at(HelpFile), HelpText());
+    {
+        // Nobody makes one of them between the look and the writing.
+        const auto turn = files.AwaitTurn(at(MaterialsFile));
+        if (units) WriteMaterials(files, at(MaterialsFile), *units);
+        WriteIfMissing(files, at(NoAdjustmentsFile), "");
+        WriteIfMissing(files, at(CsvProfileFile), InitialCsvProfiles());
+        WriteIfMissing(files, at(CncProfileFile), InitialCncProfiles());
+    }
+    WriteHelp(files, folder);
     // The settings come last: a folder with settings is a whole installation.
     if (units) CreateInitialSettings(*units, folder);
 }

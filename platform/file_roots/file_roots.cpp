@@ -13,6 +13,7 @@
 #include "base/letter_case.h"
 #include "file_roots/claim.h"
 #include "file_roots/file_failures.h"
+#include "file_roots/folder_turn.h"
 #include "file_roots/late_folders.h"
 #include "file_roots/places.h"
 #include "file_roots/system_path.h"
@@ -163,6 +164,14 @@ std::unique_ptr<FolderClaim> FileRoots::ClaimFolder(std::string_view path) {
     auto claimed = std::make_unique<ClaimedFolder>(Resolve(path), mNames);
     if (claimed->claim.Outcome() == Claim::State::Taken) return nullptr;
     return claimed;
+}
+
+std::unique_ptr<FolderClaim> FileRoots::AwaitTurn(std::string_view path) {
+    struct Turn : FolderClaim {
+        explicit Turn(const fs::path& folder) : turn(folder) {}
+        FolderTurn turn;
+    };
+    return std::make_unique<Turn>(Resolve(path).parent_path());
 }
 
 void FileRoots::RemoveFile(std::string_view path) {

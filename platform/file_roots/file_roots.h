@@ -47,6 +47,7 @@ class FileRoots : public FilesPort {
     /// when it is moved to its name. All other files are on the disk at once, with their names every few
     /// seconds and at the end of the claim. The folder's names are listed once.
     std::unique_ptr<FolderClaim> ClaimFolder(std::string_view path) override;
+    std::unique_ptr<FolderClaim> AwaitTurn(std::string_view path) override;
     void RemoveFile(std::string_view path) override;
     void CopyFileOver(std::string_view from, std::string_view to) override;
     void MoveFileOver(std::string_view from, std::string_view to) override;

@@ -2,16 +2,14 @@
 // sizes, are told apart all the same.
 #include "file_roots/guarded_files.h"
 
-#include <chrono>
 #include <fstream>
 #include <functional>
 #include <iterator>
 #include <string>
 #include <system_error>
-#include <thread>
 
 #include "base/failure.h"
-#include "file_roots/claim.h"
+#include "file_roots/folder_turn.h"
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
 
@@ -25,19 +23,6 @@ fs::path PlaceOf(const fs::path& file) {
     std::error_code error;
     const fs::path place = fs::weakly_canonical(fs::absolute(file, error), error);
     return error ? file : place;
-}
-
-/// Keeps other programs' savings out of a folder while it works. A saving takes moments; who holds the folder
-/// for longer is no longer waited for, as the comparison of contents still stands.
-template <typename Work>
-void WhileClaimed(const fs::path& folder, Work&& work) {
-    constexpr auto pause = std::chrono::milliseconds(5);
-    constexpr int mostPauses = 4000;
-    for (int pauses = 0;; ++pauses) {
-        const Claim claim = Claim::ByFileIn(folder);
-        if (claim.Outcome() != Claim::State::Taken || pauses == mostPauses) return work();
-        std::this_thread::sleep_for(pause);
-    }
 }
 
 }  // namespace
@@ -66,14 +51,13 @@ void GuardedFiles::Write(const fs::path& file, std::string_view content) {
     const fs::path place = PlaceOf(file);
     const auto expected = mKnown.find(place);
     if (expected == mKnown.end()) return WriteWholeFile(file, content);
-    WhileClaimed(place.parent_path(), [&] {
-        if (StampOf(place) != expected->second)
-            throw Failure(failure_number::PathAccess, std::string(OwnSource),
-                          TextFromPath(file) + " was " + (expected->second ? "changed" : "made") +
-                              " by another program since it was read; nothing was written over it");
-        WriteWholeFile(file, content);
-        expected->second = Stamp{content.size(), std::hash<std::string_view>()(content)};
-    });
+    const FolderTurn turn(place.parent_path());
+    if (StampOf(place) != expected->second)
+        throw Failure(failure_number::PathAccess, std::string(OwnSource),
+                      TextFromPath(file) + " was " + (expected->second ? "changed" : "made") +
+                          " by another program since it was read; nothing was written over it");
+    WriteWholeFile(file, content);
+    expected->second = Stamp{content.size(), std::hash<std::string_view>()(content)};
 }
 
 }  // namespace brenvik

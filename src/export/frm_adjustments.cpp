@@ -17,6 +17,7 @@
 #include "session/ports/dialog_port.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
+#include "session/shared_file.h"
 #include "settings/settings_keys.h"
 #include "settings/settings_store.h"
 
@@ -53,8 +54,10 @@ std::vector<GridColumn> Columns() {
     return columns;
 }
 
+constexpr std::string_view SavingTitle = "Save Adjustments";
+
 bool AnswersYes(const std::string& question) {
-    return ThePlatform().dialogs->Show({question, "Save Adjustments", MessageIcon::Question,
+    return ThePlatform().dialogs->Show({question, std::string(SavingTitle), MessageIcon::Question,
                                         MessageButtons::YesNo}) == MessageAnswer::Yes;
 }
 
@@ -95,7 +98,8 @@ void frmAdjustments::Populate() {
 }
 
 void frmAdjustments::ReadLoaded(const std::string& path) {
-    LoadedFile loaded{path, ThePlatform().files->ReadFile(path), ReadFileLines(path), {}, {}};
+    LoadedFile loaded{path, ThePlatform().files->ReadFile(path), {}, {}, {}};
+    loaded.file = LinesOfFile(loaded.content, path);
     NoteGuessedLines(path, loaded.file);
     mLoaded = std::move(loaded);
 }
@@ -105,8 +109,9 @@ void frmAdjustments::LoadAdjustments() {
     fpAdjustments.SetMaxRows(LeastRows);
     mLoaded.reset();
     mUnreadable.clear();
-    if (GetSubkeyText(CsvSaveSubkey, AdjustmentPathSetting).empty()) return;
+    // Where the settings can't be written, the delivered file is edited without being stored there.
     const std::string path = ResolveAdjustmentPath();
+    if (path.empty()) return;
     if (!ShowAndResume(ShowFailureWithDetail, [&] { ReadLoaded(path); })) {
         mUnreadable = path;
         return;
@@ -172,19 +177,6 @@ bool frmAdjustments::KeepsUnread(const std::string& path) const {
     return true;
 }
 
-bool frmAdjustments::KeepsChanges(const std::string& path) const {
-    FilesPort& files = *ThePlatform().files;
-    if (!mLoaded || mLoaded->path != path || !files.FileExists(path)) return false;
-    if (files.ReadFile(path) == mLoaded->content) return false;
-    if (!AnswersYes(path +
-                    " has been changed elsewhere since it was opened here, and what was changed would be "
-                    "lost. Leave it as it is?"))
-        return false;
-    NoteExportTrouble("the BrenvikAdjustments file " + path +
-                      " was not written: it has been changed elsewhere since it was opened; open it anew");
-    return true;
-}
-
 bool frmAdjustments::KeepsLines(const std::string& path) const {
     if (!mLoaded || mLoaded->notKept.empty()) return false;
     const std::size_t first = mLoaded->notKept.front();
@@ -208,16 +200,34 @@ bool frmAdjustments::WriteTo(const std::string& path) {
     // Nobody has typed anything: the file stays as its writer has laid it out.
     const bool isUnchanged = mLoaded && mLoaded->path == path && mLoaded->shownText == text;
     if (isUnchanged && ThePlatform().files->FileExists(path)) return true;
-    if (KeepsUnread(path) || KeepsChanges(path) || KeepsLines(path)) return false;
+    if (KeepsUnread(path) || KeepsLines(path)) return false;
+    bool isLeft = false;
     const std::optional<Failure> failure = Attempt([&] {
         RequireOutputPlace(path, OutputKind::Adjustments);
-        ThePlatform().files->WriteFile(path, text);
-        if (mLoaded && mLoaded->path == path) mLoaded = LoadedFile{path, text, {}, {}, text};
+        isLeft = !WriteOver(path, text);
     });
-    if (failure)
+    if (isLeft)
+        NoteExportTrouble("the BrenvikAdjustments file " + ChangedElsewhere(path));
+    else if (failure)
         NoteExportTrouble("the BrenvikAdjustments file " + path +
                           " was not written: " + failure->description());
-    return true;
+    else if (mLoaded && mLoaded->path == path)
+        mLoaded = LoadedFile{path, text, {}, {}, text};
+    return !isLeft;
+}
+
+// A file that can't be read can't be compared; the user has given it up, or chosen it to be written over.
+bool frmAdjustments::WriteOver(const std::string& path, const std::string& text) const {
+    const auto write = [&] { ThePlatform().files->WriteFile(path, text); };
+    std::optional<std::string> known;
+    if (mLoaded && mLoaded->path == path)
+        known = mLoaded->content;
+    else if (const bool isShown = path == EditAdjPath && path != mUnreadable;
+             !isShown && Attempt([&] { known = ContentOf(path); })) {
+        write();
+        return true;
+    }
+    return WriteUnlessChanged({path, std::move(known)}, std::string(SavingTitle), write);
 }
 
 void frmAdjustments::SaveAndClose() {

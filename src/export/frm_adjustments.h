@@ -41,11 +41,12 @@ class frmAdjustments : public Form {
     /// The grid goes to its file only if that loses nothing, or if the user says so. Returns whether the file
     /// is as it was wanted, or as near as the disk lets it come.
     bool WriteTo(const std::string& path);
-    /// Asks whether a file is kept that has lines which the grid doesn't show, or that somebody else has
-    /// changed since the grid was filled from it.
+    /// Asks whether a file is kept that has lines which the grid doesn't show, or that could not be read.
     bool KeepsLines(const std::string& path) const;
     bool KeepsUnread(const std::string& path) const;
-    bool KeepsChanges(const std::string& path) const;
+    /// Returns whether the file was written: what somebody else has changed since the grid was filled from it
+    /// may be kept.
+    bool WriteOver(const std::string& path, const std::string& text) const;
     void ReadLoaded(const std::string& path);
     void TellLinesNotShown() const;
     std::string FileText() const;

@@ -23,7 +23,10 @@ std::string HandOverFolder() {
 }
 
 FileLines ReadFileLines(std::string_view path) {
-    const std::string content = ThePlatform().files->ReadFile(path);
+    return LinesOfFile(ThePlatform().files->ReadFile(path), path);
+}
+
+FileLines LinesOfFile(std::string_view content, std::string_view path) {
     if (const std::string found = OtherEncodingOf(content); !found.empty())
         throw Failure(failure_number::InvalidFileFormat, std::string(OwnSource),
                       "Invalid file format: expected text in UTF-8, found " + found, std::string(path));

@@ -23,6 +23,8 @@ struct FileLines {
 };
 /// The lines of a content that has been read.
 FileLines LinesInUtf8(std::string_view content);
+/// The same, and a failure with 321, naming the path, for a content in UTF-16.
+FileLines LinesOfFile(std::string_view content, std::string_view path);
 /// Reads them by way of the files port; fails as ReadLines does.
 FileLines ReadFileLines(std::string_view path);
 

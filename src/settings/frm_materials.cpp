@@ -15,6 +15,7 @@
 #include "session/ports/dialog_port.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
+#include "session/shared_file.h"
 
 namespace brenvik {
 
@@ -122,8 +123,10 @@ void frmMaterials::OnLoad() {
 }
 
 void frmMaterials::LoadMaterials() {
-    MaterialLibrary library = ReadMaterials();
-    mContent = ThePlatform().files->ReadFile(MaterialsPath());
+    // Of one reading: what another program puts there right behind it has not been looked at.
+    std::string content = ReadMaterialsContent();
+    MaterialLibrary library = ParseMaterials(content);
+    mContent = std::move(content);
     mOpened = library.materials;
     mDamages = std::move(library.damages);
     mLineEnd = std::move(library.lineEnd);
@@ -213,12 +216,13 @@ void frmMaterials::SaveAndClose() {
     const bool isOthers = mContent && !IsUtf8(*mContent);
     // Blank lines and the case of keys are the writer's own as long as nothing is typed.
     const bool isUnchanged = mContent && !isOthers && mDamages.empty() && rows == mOpened;
-    if (!isUnchanged && KeepsChanges()) return;
-    NoteRowsLeftOut();
-    if (isUnchanged && ThePlatform().files->FileExists(MaterialsPath()))
+    if (isUnchanged && ThePlatform().files->FileExists(MaterialsPath())) {
         KeepMaterials();
-    else
-        SaveMaterials(rows, mLineEnd);
+    } else if (!WriteUnlessChanged({MaterialsPath(), mContent}, {}, [&] { SaveMaterials(rows, mLineEnd); })) {
+        StateOf<LibraryNotes>().notes.push_back({ChangedElsewhere(MaterialsPath()), true});
+        return;
+    }
+    NoteRowsLeftOut();
     if (isOthers)
         StateOf<LibraryNotes>().notes.push_back(
             {MaterialsPath() +
@@ -226,24 +230,6 @@ void frmMaterials::SaveAndClose() {
                  "it had before stands in materials.bak",
              false});
     Unload();
-}
-
-bool frmMaterials::KeepsChanges() const {
-    FilesPort& files = *ThePlatform().files;
-    std::optional<std::string> present;
-    if (files.FileExists(MaterialsPath())) present = files.ReadFile(MaterialsPath());
-    if (present == mContent || !present) return false;
-    const std::string question =
-        MaterialsPath() +
-        " has been changed elsewhere since it was opened here, and what was changed would "
-        "be lost. Leave it as it is?";
-    if (ThePlatform().dialogs->Show({question, "", MessageIcon::Question, MessageButtons::YesNo}) !=
-        MessageAnswer::Yes)
-        return false;
-    StateOf<LibraryNotes>().notes.push_back(
-        {MaterialsPath() + " was not saved: it has been changed elsewhere since it was opened; open it anew",
-         true});
-    return true;
 }
 
 std::vector<LibraryNote> TakeLibraryNotes() { return std::exchange(StateOf<LibraryNotes>().notes, {}); }

@@ -40,8 +40,6 @@ class frmMaterials : public Form {
     std::vector<MaterialTexts> CompleteRows() const;
     MaterialTexts TextsOfRow(int row) const;
     void NoteRowsLeftOut() const;
-    /// Asks whether a library is kept that somebody else has changed since it was opened.
-    bool KeepsChanges() const;
     void SaveAndClose();
 
     Control* mBtnSave = nullptr;

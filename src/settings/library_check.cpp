@@ -2,6 +2,7 @@
 #include "settings/library_check.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "base/letter_case.h"
 #include "base/number_text.h"
@@ -45,6 +46,16 @@ std::string KeyOfRunsFor(std::string_view key) {
     const double thickness = LenientNumber(parts.head), rounded = RoundHalfEven(thickness, metricDecimals);
     return thickness == rounded ? std::string()
                                 : NumberToTextNoZero(rounded, metricDecimals) + " " + std::string(parts.tail);
+}
+
+std::vector<MaterialFault> GuessedLinesBeside(const std::optional<CheckedMaterial>& found) {
+    const FileLines file = ReadFileLines(MaterialsPath());
+    const std::size_t end = file.lines.size();
+    if (!found) return GuessedLines(file, 0, end);
+    std::vector<MaterialFault> faults = GuessedLines(file, 0, found->head - 1);
+    std::ranges::copy(GuessedLines(file, found->head + MaterialFieldCount - 1, end),
+                      std::back_inserter(faults));
+    return faults;
 }
 
 std::vector<MaterialFault> FaultsOfLibrary() {

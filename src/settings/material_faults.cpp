@@ -22,6 +22,9 @@ enum SlotField : std::size_t { Number, Diameter, SpindleSpeed, FeedSpeed };
 /// No router holds a bit this wide, in millimetres or in inches.
 constexpr double NoBit = 1000;
 
+/// No spindle turns this fast and no machine moves so, in millimetres or inches a minute.
+constexpr double NoSpeed = 1000000;
+
 /// A layer of this name could not be made in any host.
 constexpr std::string_view NotInLayerNames = "<>/\\\":;?*|,=`";
 
@@ -79,8 +82,9 @@ Complaint DiameterComplaint(std::string_view text, bool slotIsNumbered) {
 }
 
 Complaint SpeedComplaint(std::string_view text) {
-    if (IsNumeric(text) && StrictNumber(text) > 0) return None;
-    return {"a number above 0", false};
+    const double speed = IsNumeric(text) ? StrictNumber(text) : 0;
+    if (speed <= 0) return {"a number above 0", false};
+    return speed < NoSpeed ? None : Complaint{"a number above 0 and below 1000000", false};
 }
 
 Complaint SlotComplaint(const MaterialTexts& texts, std::size_t field) {

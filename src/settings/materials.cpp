@@ -109,18 +109,6 @@ MaterialFault StandsAgain(std::string_view name, std::size_t first, std::size_t 
             false};
 }
 
-/// As it stands; fails for what is no text in either of the two code pages.
-std::string PlainContentOf(const std::string& path) {
-    std::string content = ThePlatform().files->ReadFile(path);
-    if (const std::string found = OtherEncodingOf(content);
-        !found.empty() || content.find('\0') != std::string::npos)
-        throw InvalidFileFormat(path + ": expected plain text in UTF-8 or the Western code page" +
-                                (found.empty() ? "" : ", found " + found));
-    return content;
-}
-
-std::string ReadPlainText(const std::string& path) { return WesternAsUtf8(PlainContentOf(path)); }
-
 /// Where the records of this key begin, each of them whole.
 std::vector<std::size_t> WholeRecordsOf(std::span<const std::string> lines, std::string_view key) {
     std::vector<std::size_t> heads;
@@ -207,7 +195,17 @@ MaterialLibrary ParseMaterials(std::string_view content) {
     return library;
 }
 
-MaterialLibrary ReadMaterials() { return ParseMaterials(ReadPlainText(MaterialsPath())); }
+// What is no text in either of the two code pages has no lines.
+std::string ReadMaterialsContent() {
+    std::string content = ThePlatform().files->ReadFile(MaterialsPath());
+    if (const std::string found = OtherEncodingOf(content);
+        !found.empty() || content.find('\0') != std::string::npos)
+        throw InvalidFileFormat(MaterialsPath() + ": expected plain text in UTF-8 or the Western code page" +
+                                (found.empty() ? "" : ", found " + found));
+    return content;
+}
+
+MaterialLibrary ReadMaterials() { return ParseMaterials(ReadMaterialsContent()); }
 
 std::string MaterialsText(std::span<const MaterialTexts> materials, std::string_view lineEnd) {
     std::string text;
@@ -234,7 +232,7 @@ std::string MaterialKey(double thickness, std::string_view materialName, double 
 }
 
 std::optional<CheckedMaterial> FindCheckedMaterial(std::string_view key) {
-    const FileLines file = LinesInUtf8(PlainContentOf(MaterialsPath()));
+    const FileLines file = LinesInUtf8(ReadMaterialsContent());
     const std::vector<std::string>& lines = file.lines;
     const std::vector<std::size_t> heads = WholeRecordsOf(lines, key);
     if (heads.empty()) return std::nullopt;

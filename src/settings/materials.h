@@ -81,8 +81,11 @@ struct MaterialLibrary {
 /// Windows code page.
 MaterialLibrary ParseMaterials(std::string_view content);
 
-/// The same from the file. Fails as reading does, and with 321 (invalid file format) for a file that isn't
-/// plain text.
+/// The library's file as it stands. Fails as reading does, and with 321 (invalid file format) for a file that
+/// isn't plain text.
+std::string ReadMaterialsContent();
+
+/// The materials of the file. Fails as ReadMaterialsContent does.
 MaterialLibrary ReadMaterials();
 
 /// The file's text.

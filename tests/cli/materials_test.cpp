@@ -125,8 +125,27 @@ TEST_F(MaterialsCommand, LinesThatAreNoUtf8AreReportedAndReadAsWestern) {
         EXPECT_NE(outcome.errors.find(told), std::string::npos) << outcome.errors;
         EXPECT_NE(outcome.output.find("16 Büche"), std::string::npos);
     }
-    EXPECT_EQ(Run({"materials", "find", "18 mdf"}).status, 0);
+    const Outcome beside = Run({"materials", "find", "18 mdf"});
+    EXPECT_EQ(beside.status, 0) << "what was found is as it should be";
+    EXPECT_NE(beside.errors.find(told), std::string::npos) << beside.errors;
+    const Outcome none = Run({"materials", "find", "16 oak"});
+    EXPECT_EQ(none.status, 1);
+    EXPECT_NE(none.errors.find(told), std::string::npos) << none.errors;
     EXPECT_EQ(Run({"materials", "add", "15 Büche", "--like", "16 büche"}).status, 0);
+}
+
+TEST_F(MaterialsCommand, SpeedsThatNoMachineHasAreReported) {
+    Run({"init"});
+    for (const auto& [key, speed] :
+         {std::pair{"tool1ss=18000", "tool1ss=1e308"}, {"tool3fs=4000", "tool3fs=1000000"}}) {
+        std::string library = Mdf;
+        library.replace(library.find(key), std::string(key).size(), speed);
+        Write("home/materials.txt", library);
+        const Outcome outcome = Run({"materials", "list"});
+        EXPECT_EQ(outcome.status, 1) << speed;
+        EXPECT_NE(outcome.errors.find("expected a number above 0 and below 1000000"), std::string::npos)
+            << outcome.errors;
+    }
 }
 
 TEST_F(MaterialsCommand, ARunReportsTheLinesOfItsBoardsThatAreNoUtf8) {

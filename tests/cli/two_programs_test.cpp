@@ -6,9 +6,11 @@
 #include <cstdlib>
 #include <future>
 #include <random>
+#include <thread>
 
 #include "boards.h"
 #include "file_roots/claim.h"
+#include "file_roots/folder_turn.h"
 #include "program.h"
 
 namespace brenvik::cli_test {
@@ -274,6 +276,23 @@ TEST_F(TwoPrograms, SecondSidesInTheOutputFolderItselfAreRefusedWithTheReason) {
     EXPECT_EQ(outcome.errors.find("a run is going on"), std::string::npos) << outcome.errors;
     EXPECT_NE(outcome.errors.find(" are one folder, in which the files of both would mix"), std::string::npos)
         << outcome.errors;
+}
+
+TEST_F(TwoPrograms, AMaterialIsAddedToWhatTheOneAheadHasWritten) {
+    auto turn = std::make_unique<const FolderTurn>(folder / "home");
+    auto adding = std::async(std::launch::async, [this] {
+        return RunNamed("add", {"materials", "add", "18 oak", "--like", "18 birch ply"});
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    std::string library = Read("home/materials.txt");
+    EXPECT_EQ(library.find("18 oak"), std::string::npos) << "another program is at work";
+    std::string others = library.substr(0, library.find("material=", 1));
+    others.replace(0, others.find("\r\n"), "material=18 elm");
+    Write("home/materials.txt", library + others);
+    turn.reset();
+    EXPECT_EQ(adding.get().status, 0);
+    for (const char* key : {"18 elm", "18 oak"})
+        EXPECT_NE(Read("home/materials.txt").find(key), std::string::npos) << key;
 }
 
 TEST_F(TwoPrograms, ADrawingIsSavedIntoNoFolderOfAnotherProgramsPartExport) {

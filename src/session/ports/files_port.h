@@ -34,6 +34,12 @@ class FilesPort {
     virtual std::unique_ptr<FolderClaim> ClaimFolder(std::string_view) {
         return std::make_unique<FolderClaim>();
     }
+    /// Waits until no other program writes over files of the folder that this file lies in, and keeps others
+    /// waiting as long as the object lives: from looking at a file that several programs change to writing
+    /// it. Not to be held while a person is asked.
+    virtual std::unique_ptr<FolderClaim> AwaitTurn(std::string_view) {
+        return std::make_unique<FolderClaim>();
+    }
     /// Fails with 53 (file not found), 70 (permission denied) or 76 (path not found).
     virtual void RemoveFile(std::string_view path) = 0;
     /// Copies over an existing file.

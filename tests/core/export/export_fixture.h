@@ -111,14 +111,18 @@ class ExportFiles : public FilesPort {
   public:
     std::map<std::string, std::string, LessIgnoreCase> contents;
     std::optional<Failure> failOnWrite, failOnRead, failOnRemove;
-    /// Looks at the system while a file is written.
-    std::function<void()> onWrite;
+    /// Looks at the system while a file is written; and what another program does ahead of a turn.
+    std::function<void()> onWrite, onTurn;
     Texts removed;
     std::string lineEnd = "\n";
 
     std::string InstallFolder() override { return "C:\\Brenvik"; }
     bool FileExists(std::string_view path) override { return contents.contains(std::string(path)); }
     bool FolderExists(std::string_view) override { return true; }
+    std::unique_ptr<FolderClaim> AwaitTurn(std::string_view path) override {
+        if (onTurn) std::exchange(onTurn, nullptr)();
+        return FilesPort::AwaitTurn(path);
+    }
     void RemoveFile(std::string_view path) override {
         if (failOnRemove) throw *failOnRemove;
         removed.emplace_back(path);

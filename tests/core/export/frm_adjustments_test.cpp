@@ -209,6 +209,14 @@ TEST_F(AdjustmentsEditor, OpensWhereTheSettingsCantBeWritten) {
     EXPECT_FALSE(Editor().Loaded());
 }
 
+TEST_F(AdjustmentsEditor, ShowsTheDeliveredFileWhereTheSettingsCantKeepItsPath) {
+    settings.Set("CSV_SAVE\\CVS_ADJ_PATH", "");
+    settings.readOnly = true;
+    files.contents["C:\\Brenvik\\No Adjustments.txt"] = Section("Doors", "0.25");
+    OpenEditor();
+    EXPECT_EQ(Grid().CellText(1, 1), "Doors");
+}
+
 TEST_F(AdjustmentsEditor, LeavesAFileThatNobodyHasChangedAsItsWriterHasLaidItOut) {
     const std::string content = "# since May\r\n[Doors]\r\n\r\nMaterial=Oak\r\nl=1.5";
     UseAdjustments(content);
@@ -318,6 +326,18 @@ TEST_F(AdjustmentsEditor, KeepsWhatSomebodyElseHasChangedMeanwhile) {
     dialogs.answers = {MessageAnswer::No};
     PressIn("btnSave");
     EXPECT_EQ(files.contents["C:\\adj.txt"], Section("Doors", "2"));
+}
+
+TEST_F(AdjustmentsEditor, AsksForWhatIsChangedUpToTheMomentOfSaving) {
+    UseAdjustments(Section("Doors", "0.25"));
+    OpenEditor();
+    const std::string others = Section("Doors", "0.25") + Section("Backs", "-1");
+    Grid().UserEdit(23, 1, "2");
+    files.onTurn = [&] { files.contents["C:\\adj.txt"] = others; };
+    dialogs.answers = {MessageAnswer::Yes};
+    PressIn("btnSave");
+    EXPECT_EQ(files.contents["C:\\adj.txt"], others);
+    EXPECT_EQ(TakeExportTroubles().size(), 1U);
 }
 
 TEST_F(AdjustmentsEditor, IsOpenedByItsCommand) {

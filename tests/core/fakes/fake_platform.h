@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/failure.h"
@@ -71,6 +72,9 @@ class FakeFiles : public FilesPort {
     std::vector<std::string> acts;
     /// Runs ahead of a removal.
     std::function<void()> onRemove;
+    /// What another program does ahead of a turn; and how many turns are being held.
+    std::function<void()> onTurn;
+    int turns = 0;
     std::optional<Failure> failOnCopy, failOnWrite;
 
     std::string InstallFolder() override { return installFolder; }
@@ -78,6 +82,15 @@ class FakeFiles : public FilesPort {
     std::string PlaceOf(std::string_view path) override { return FoldLower(path); }
     bool FileExists(std::string_view path) override { return contents.contains(std::string(path)); }
     bool FolderExists(std::string_view) override { return true; }
+    std::unique_ptr<FolderClaim> AwaitTurn(std::string_view) override {
+        struct Turn : FolderClaim {
+            explicit Turn(int& held) : turns(held) { ++turns; }
+            ~Turn() override { --turns; }
+            int& turns;
+        };
+        if (onTurn) std::exchange(onTurn, nullptr)();
+        return std::make_unique<Turn>(turns);
+    }
     void RemoveFile(std::string_view path) override {
         acts.push_back("remove " + std::string(path));
         if (onRemove) onRemove();

@@ -102,11 +102,27 @@ TEST_F(MaterialEditor, KeepsALibraryThatSomebodyElseHasChangedMeanwhile) {
     const std::vector<LibraryNote> notes = TakeLibraryNotes();
     ASSERT_EQ(notes.size(), 1U);
     EXPECT_TRUE(notes[0].isLoss);
-    EXPECT_NE(notes[0].text.find("was not saved: it has been changed elsewhere"), std::string::npos);
+    EXPECT_NE(notes[0].text.find("was not written: it has been changed elsewhere"), std::string::npos);
     system.dialogs.answers = {MessageAnswer::No};
     Press("btnSave");
     EXPECT_EQ(Library(), Material("8 hdf"));
     EXPECT_EQ(Backup(), others);
+}
+
+TEST_F(MaterialEditor, AsksForWhatIsChangedUpToTheMomentOfSaving) {
+    UseLibrary(Material("6 hdf"));
+    Open();
+    Grid().UserEdit(1, 1, "8 hdf");
+    const std::string others = Material("6 hdf") + Material("18 oak");
+    int turnsWhileAsking = 0;
+    system.files.onTurn = [&] { UseLibrary(others); };
+    system.dialogs.onMessage = [&] { turnsWhileAsking += system.files.turns; };
+    system.dialogs.answers = {MessageAnswer::Yes};
+    Press("btnSave");
+    EXPECT_EQ(Library(), others);
+    EXPECT_EQ(TakeLibraryNotes().size(), 1U);
+    EXPECT_EQ(turnsWhileAsking, 0) << "other programs don't wait for a person";
+    EXPECT_EQ(system.files.turns, 0);
 }
 
 TEST_F(MaterialEditor, WritesChangedAndNewRows) {
