@@ -74,4 +74,6 @@ std::vector<std::pair<std::string, std::string>> ToldSettings::EnumerateSettings
     return mStore.EnumerateSettings(root, path);
 }
 
+void ToldSettings::ChangeTogether(const std::function<void()>& changes) { mStore.ChangeTogether(changes); }
+
 }  // namespace brenvik::app

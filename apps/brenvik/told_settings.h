@@ -51,6 +51,7 @@ class ToldSettings : public SettingsPort {
     void DeleteSetting(SettingsRoot root, std::string_view path, std::string_view name) override;
     std::vector<std::pair<std::string, std::string>> EnumerateSettings(SettingsRoot root,
                                                                        std::string_view path) override;
+    void ChangeTogether(const std::function<void()>& changes) override;
 
   private:
     bool IsStored(std::string_view path, std::string_view name);

@@ -106,6 +106,7 @@ void TextSettings::DeleteSetting(SettingsRoot root, std::string_view path, std::
 }
 
 void TextSettings::ChangeTogether(const std::function<void()>& changes) {
+    if (mTogether) return changes();
     const FolderLock lock(mFile.parent_path());
     ReadAnew();
     const std::string before = mSettings.Content();

@@ -36,9 +36,7 @@ class TextSettings : public SettingsPort {
     /// The lines of the file.
     std::vector<SettingsFileLine> Lines();
 
-    /// Writes everything that `changes` saves and deletes as one change of the file, which other programs see
-    /// whole or not at all. If `changes` fails, the file keeps its content.
-    void ChangeTogether(const std::function<void()>& changes);
+    void ChangeTogether(const std::function<void()>& changes) override;
 
   private:
     // What tells one state of the file from another without reading it.

@@ -2,6 +2,7 @@
 // brings up, and presses Export.
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -10,6 +11,7 @@
 #include "export/access_export.h"
 #include "export/profiles.h"
 #include "forms/form.h"
+#include "settings/seen_values.h"
 
 namespace brenvik {
 
@@ -111,7 +113,19 @@ class frmExport : public Form {
 
     void RestoreState();
     void RestoreTarget();
-    void SaveState() const;
+    /// Of what another program has changed since the dialog came up, only what was changed here too is
+    /// written over, which is noted as trouble of the export.
+    void SaveState();
+    /// One of the dialog's choices that it keeps: how it stands in the settings, and how it goes there.
+    struct KeptChoice {
+        std::string name;
+        std::function<std::string()> stored;
+        std::function<void()> save;
+        std::string text;
+    };
+    std::vector<KeptChoice> KeptChoices() const;
+    void NoteStored();
+    void NoteShown();
 
     void TableChosen();
     void AddMapping();
@@ -119,6 +133,7 @@ class frmExport : public Form {
     void CheckSqlServer();
 
     std::vector<ExportProfile> mProfiles;
+    SeenValues mSeen;
     bool mResizing = false;
 };
 

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/numbers.h"
+#include "export/export_troubles.h"
 #include "export/frm_export.h"
 #include "settings/settings_keys.h"
 #include "settings/settings_store.h"
@@ -36,10 +37,10 @@ class Numbered {
     std::string mText;
 };
 
-void SaveRows(const ListViewControl& view, const MappingKeys& keys) {
-    SaveSubkeyText(keys.subkey, keys.count, std::to_string(view.rows.size()));
-    for (std::size_t row = 0; row < view.rows.size(); ++row) {
-        const ListViewControl::Row& each = view.rows[row];
+void SaveRows(const std::vector<ListViewControl::Row>& rows, const MappingKeys& keys) {
+    SaveSubkeyText(keys.subkey, keys.count, std::to_string(rows.size()));
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        const ListViewControl::Row& each = rows[row];
         SaveSubkeyText(keys.subkey, Numbered(keys.key, row), each.key);
         SaveSubkeyText(keys.subkey, Numbered(keys.text, row), each.text);
         if (keys.tag.text.empty()) continue;
@@ -49,8 +50,8 @@ void SaveRows(const ListViewControl& view, const MappingKeys& keys) {
     }
 }
 
-void RestoreRows(ListViewControl& view, const MappingKeys& keys) {
-    view.rows.clear();
+std::vector<ListViewControl::Row> StoredRows(const MappingKeys& keys) {
+    std::vector<ListViewControl::Row> rows;
     const double stored = LenientNumber(GetSubkeyText(keys.subkey, keys.count));
     // A row takes two values at least, so a damaged count is told by the number of values that are there.
     const auto most = static_cast<double>(EnumerateSubkey(keys.subkey).size());
@@ -63,8 +64,20 @@ void RestoreRows(ListViewControl& view, const MappingKeys& keys) {
             each.tag = GetSubkeyText(keys.subkey, Numbered(keys.tag, row));
             each.subItems = {GetSubkeyText(keys.subkey, Numbered(keys.target, row))};
         }
-        view.rows.push_back(std::move(each));
+        rows.push_back(std::move(each));
     }
+    return rows;
+}
+
+/// A mapping as one text: its rows mean something together only.
+std::string TextOf(const std::vector<ListViewControl::Row>& rows) {
+    constexpr char separator = '\0';
+    std::string text;
+    for (const ListViewControl::Row& row : rows) {
+        text += row.key + separator + row.text + separator + row.tag + separator;
+        text += (row.subItems.empty() ? std::string() : row.subItems.front()) + separator;
+    }
+    return text;
 }
 
 std::string SwitchText(const CheckControl& box) { return box.Value() == 1 ? "1" : "0"; }
@@ -73,19 +86,56 @@ void RestoreSwitch(CheckControl& box, std::string_view text) { box.SetValue(Swit
 
 }  // namespace
 
-void frmExport::SaveState() const {
-    SaveSettingText(setting::EXPORT_TYPE, std::to_string(cboExportType.ListIndex()));
-    SaveSettingText(setting::SAVE_SWITCH, SwitchText(chkSave));
-    SaveSubkeyText(CsvSaveSubkey, setting::CVS_EXPORT_PATH, txtSaveCSVFile.Text());
-    SaveSubkeyText(CsvSaveSubkey, setting::CVS_MAPPING_SWITCH, SwitchText(chkChooseCSV));
-    SaveSubkeyText(CsvSaveSubkey, setting::CSV_REDUCE, SwitchText(chkReduce));
-    SaveRows(lvCVSMapping, CsvMapping);
-    SaveSubkeyText(AccessSaveSubkey, setting::ACCESS_EXPORT_PATH, txtExportAccess.Text());
-    SaveSubkeyText(AccessSaveSubkey, setting::ACCESS_TABLE_NAME, cboAccessTable.Text());
-    SaveRows(lvAccessMap, AccessMappingKeys);
+std::vector<frmExport::KeptChoice> frmExport::KeptChoices() const {
+    const auto value = [](std::string_view subkey, SettingName name, std::string text) {
+        return KeptChoice{std::string(name.text), [=] { return GetSubkeyText(subkey, name); },
+                          [=] { SaveSubkeyText(subkey, name, text); }, text};
+    };
+    const auto mapping = [](const ListViewControl& view, const MappingKeys& keys) {
+        return KeptChoice{std::string(keys.count.text), [&keys] { return TextOf(StoredRows(keys)); },
+                          [&keys, rows = view.rows] { SaveRows(rows, keys); }, TextOf(view.rows)};
+    };
+    return {value({}, setting::EXPORT_TYPE, std::to_string(cboExportType.ListIndex())),
+            value({}, setting::SAVE_SWITCH, SwitchText(chkSave)),
+            value(CsvSaveSubkey, setting::CVS_EXPORT_PATH, txtSaveCSVFile.Text()),
+            value(CsvSaveSubkey, setting::CVS_MAPPING_SWITCH, SwitchText(chkChooseCSV)),
+            value(CsvSaveSubkey, setting::CSV_REDUCE, SwitchText(chkReduce)),
+            mapping(lvCVSMapping, CsvMapping),
+            value(AccessSaveSubkey, setting::ACCESS_EXPORT_PATH, txtExportAccess.Text()),
+            value(AccessSaveSubkey, setting::ACCESS_TABLE_NAME, cboAccessTable.Text()),
+            mapping(lvAccessMap, AccessMappingKeys)};
+}
+
+void frmExport::SaveState() {
+    std::string replaced;
+    ChangeSettingsTogether([&] {
+        for (const KeptChoice& choice : KeptChoices()) {
+            const ValueChange change = mSeen.ChangeOf(choice.name, choice.stored(), choice.text);
+            if (change == ValueChange::Elsewhere) continue;
+            if (change == ValueChange::Both) replaced += (replaced.empty() ? "" : ", ") + choice.name;
+            choice.save();
+        }
+        NoteStored();
+    });
+    if (!replaced.empty())
+        NoteExportTrouble(
+            "the choices of this export were saved over others that another program has saved "
+            "since the dialog was opened: " +
+            replaced);
+    NoteShown();
+}
+
+void frmExport::NoteStored() {
+    for (const KeptChoice& choice : KeptChoices()) mSeen.NoteStored(choice.name, choice.stored());
+}
+
+void frmExport::NoteShown() {
+    for (const KeptChoice& choice : KeptChoices()) mSeen.NoteShown(choice.name, choice.text);
 }
 
 void frmExport::RestoreState() {
+    // Ahead of what the controls take: what changes in between was not seen.
+    NoteStored();
     const std::string type = GetSettingText(setting::EXPORT_TYPE);
     if (IsNumeric(type)) {
         const double index = RoundHalfEven(StrictNumber(type), 0);
@@ -96,11 +146,12 @@ void frmExport::RestoreState() {
     RestoreSwitch(chkChooseCSV, GetSubkeyText(CsvSaveSubkey, setting::CVS_MAPPING_SWITCH));
     RestoreSwitch(chkReduce, GetSubkeyText(CsvSaveSubkey, setting::CSV_REDUCE));
     txtSaveCSVFile.SetText(GetSubkeyText(CsvSaveSubkey, setting::CVS_EXPORT_PATH));
-    RestoreRows(lvCVSMapping, CsvMapping);
+    lvCVSMapping.rows = StoredRows(CsvMapping);
     txtExportAccess.SetText(GetSubkeyText(AccessSaveSubkey, setting::ACCESS_EXPORT_PATH));
-    RestoreRows(lvAccessMap, AccessMappingKeys);
+    lvAccessMap.rows = StoredRows(AccessMappingKeys);
     if (!txtExportAccess.Text().empty()) populateTableList();
     RestoreTarget();
+    NoteShown();
 }
 
 /// The table of the last time: chosen as by a click where it is offered, else just named.

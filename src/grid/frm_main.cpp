@@ -179,6 +179,7 @@ void frmMain::LoadInOrder() {
     SetColumnHeaders();
     LoadGridSettings();
     PlaceForm();
+    NoteGridSettingsShown();
     ForgetTypedSizes();
     NoteRowsLeftBehind();
     ScanSelection();

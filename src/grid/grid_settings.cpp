@@ -2,6 +2,7 @@
 #include "grid/grid_settings.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
 
 #include "base/number_text.h"
@@ -10,8 +11,10 @@
 #include "grid/frm_main.h"
 #include "parts/mdatabase.h"
 #include "parts/part_table.h"
+#include "session/module_state.h"
 #include "session/session.h"
 #include "settings/grid_layout.h"
+#include "settings/seen_values.h"
 #include "settings/settings_keys.h"
 #include "settings/settings_store.h"
 
@@ -32,9 +35,44 @@ void ForEachWidthColumn(GridControl& grid,
     }
 }
 
+constexpr std::array PlaceNames = {setting::MDBPath, setting::DialogWidth, setting::DialogHeight,
+                                   setting::DialogLeft, setting::DialogTop};
+
+struct GridSetting {
+    std::string name, text;
+};
+
+/// What the form and its columns are now.
+std::vector<GridSetting> PresentSettings() {
+    frmMain& form = GridFormInstance();
+    const std::array<std::string, PlaceNames.size()> texts = {
+        mDatabase::DatabasePathToKeep(), NumberToText(form.width), NumberToText(form.height),
+        NumberToText(form.left), NumberToText(form.top)};
+    std::vector<GridSetting> settings;
+    for (std::size_t at = 0; at < texts.size(); ++at)
+        settings.push_back({std::string(PlaceNames[at].text), texts[at]});
+    ForEachWidthColumn(form.fpSpread1, [&](GridColumn& column, std::string_view key) {
+        settings.push_back({WidthName(key), NumberToText(column.width)});
+    });
+    return settings;
+}
+
+struct SeenGridSettings {
+    SeenValues values;
+};
+
 }  // namespace
 
 void LoadGridSettings() {
+    SeenValues& seen = StateOf<SeenGridSettings>().values;
+    seen.Forget();
+    // Ahead of what the form takes of them: what changes in between was not seen.
+    const auto note = [&seen](std::string_view name) {
+        seen.NoteStored(name, GetSettingText(SettingName(name)));
+    };
+    for (const SettingName name : PlaceNames) note(name);
+    ForEachWidthColumn(GridFormInstance().fpSpread1,
+                       [&](GridColumn&, std::string_view key) { note(WidthName(key)); });
     Session& session = TheSession();
     session.ApplicationPath = GetSettingText(setting::ApplicationPath);
     session.ApplicationVersion = GetSettingText(setting::ApplicationVersion);
@@ -57,6 +95,11 @@ void LoadGridSettings() {
     });
 }
 
+void NoteGridSettingsShown() {
+    for (const GridSetting& each : PresentSettings())
+        StateOf<SeenGridSettings>().values.NoteShown(each.name, each.text);
+}
+
 void SaveGridSettings() {
     Session& session = TheSession();
     frmMain& form = GridFormInstance();
@@ -64,13 +107,13 @@ void SaveGridSettings() {
     session.DialogHeight = NumberToText(form.height);
     session.DialogLeft = NumberToText(form.left);
     session.DialogTop = NumberToText(form.top);
-    SaveSettingText(setting::MDBPath, mDatabase::DatabasePathToKeep());
-    SaveSettingText(setting::DialogWidth, session.DialogWidth);
-    SaveSettingText(setting::DialogHeight, session.DialogHeight);
-    SaveSettingText(setting::DialogLeft, session.DialogLeft);
-    SaveSettingText(setting::DialogTop, session.DialogTop);
-    ForEachWidthColumn(form.fpSpread1, [](GridColumn& column, std::string_view key) {
-        SaveSettingText(SettingName(WidthName(key)), NumberToText(column.width));
+    const SeenValues& seen = StateOf<SeenGridSettings>().values;
+    ChangeSettingsTogether([&] {
+        for (const GridSetting& each : PresentSettings()) {
+            const SettingName name(each.name);
+            if (seen.ChangeOf(each.name, GetSettingText(name), each.text) != ValueChange::Elsewhere)
+                SaveSettingText(name, each.text);
+        }
     });
 }
 

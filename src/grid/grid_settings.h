@@ -7,7 +7,11 @@ namespace brenvik {
 /// Reads the grid form's settings into the session and sets the column widths that are stored as numbers.
 void LoadGridSettings();
 
-/// Writes the path, the form's place and size, and the width of each column that has a width key.
+/// Notes how the form and its columns stand once it has been placed by its settings.
+void NoteGridSettingsShown();
+
+/// Writes the path, the form's place and size, and the width of each column that has a width key. What nobody
+/// has changed here and another program has changed since it was read stays.
 void SaveGridSettings();
 
 }  // namespace brenvik

@@ -6,6 +6,8 @@
 
 #include "base/invariant.h"
 #include "base/numbers.h"
+#include "base/quoted.h"
+#include "session/message.h"
 #include "settings/grid_layout.h"
 #include "settings/settings_keys.h"
 #include "settings/settings_store.h"
@@ -80,6 +82,11 @@ void frmSettings::AddButtons() {
 }
 
 void frmSettings::OnLoad() {
+    mSeen.Forget();
+    // Ahead of the controls: what changes in between was not seen, and is left alone.
+    for (const SettingEntry& entry : SettingTable())
+        if (!entry.control.empty() || entry.name == ScaleName.text)
+            mSeen.NoteStored(entry.name, GetSettingText(SettingName(entry.name)));
     for (const SettingEntry& entry : SettingTable()) {
         if (entry.control.empty()) continue;
         if (entry.kind == SettingKind::Switch)
@@ -92,6 +99,7 @@ void frmSettings::OnLoad() {
     const double scale = NumberSetting(ScaleName);
     for (std::size_t place = 0; place < mScaleOptions.size(); ++place)
         if (scale == static_cast<double>(place + 1)) mScaleOptions[place]->SetValue(1);
+    for (const Choice& choice : Choices()) mSeen.NoteShown(choice.name, choice.text);
 }
 
 void frmSettings::SetRunEventCaption() {
@@ -104,17 +112,42 @@ void frmSettings::ShowTab() {
     Get<Control>("FraCNC").visible = mTabStrip1->SelectedTab() == 1;
 }
 
-void frmSettings::Apply() {
+std::vector<frmSettings::Choice> frmSettings::Choices() const {
+    std::vector<Choice> choices;
     for (const SettingEntry& entry : SettingTable()) {
         if (entry.control.empty()) continue;
         if (entry.kind == SettingKind::Switch)
-            SaveSettingText(SettingName(entry.name),
-                            Get<CheckControl>(entry.control).Value() == 1 ? "1" : "0");
+            choices.push_back(
+                {SettingName(entry.name), Get<CheckControl>(entry.control).Value() == 1 ? "1" : "0"});
         if (entry.kind == SettingKind::Number)
-            SaveSettingText(SettingName(entry.name), Get<Control>(entry.control).Text());
+            choices.push_back({SettingName(entry.name), Get<Control>(entry.control).Text()});
     }
+    std::string scale;
     for (std::size_t place = 0; place < mScaleOptions.size(); ++place)
-        if (mScaleOptions[place]->Value() == 1) SaveSettingText(ScaleName, std::to_string(place + 1));
+        if (mScaleOptions[place]->Value() == 1) scale = std::to_string(place + 1);
+    choices.push_back({ScaleName, scale});
+    return choices;
+}
+
+void frmSettings::Apply() {
+    std::string told;
+    ChangeSettingsTogether([&] {
+        for (const Choice& choice : Choices()) {
+            const std::string stored = GetSettingText(choice.name);
+            const ValueChange change = mSeen.ChangeOf(choice.name, stored, choice.text);
+            if (change == ValueChange::None || change == ValueChange::Elsewhere) continue;
+            if (change == ValueChange::Both)
+                told += "\r\n" + std::string(choice.name.text) + " was " + InQuotes(stored) +
+                        " there, and is " + InQuotes(choice.text) + " now";
+            SaveSettingText(choice.name, choice.text);
+        }
+    });
+    if (!told.empty())
+        ShowMessage(
+            "Settings that you have changed have been changed elsewhere since this dialog was opened. "
+            "Yours were taken:" +
+                told,
+            {}, MessageIcon::Exclamation);
     Unload();
 }
 

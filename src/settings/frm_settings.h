@@ -2,8 +2,12 @@
 #pragma once
 
 #include <array>
+#include <string>
+#include <vector>
 
 #include "forms/form.h"
+#include "settings/seen_values.h"
+#include "settings/setting_names.h"
 
 namespace brenvik {
 
@@ -22,8 +26,18 @@ class frmSettings : public Form {
     void AddButtons();
     void SetRunEventCaption();
     void ShowTab();
+    /// What the controls say: each setting of the dialog with its text, blank for a scale that none is on
+    /// for.
+    struct Choice {
+        SettingName name;
+        std::string text;
+    };
+    std::vector<Choice> Choices() const;
+    /// Writes what was changed here. What another program has changed since the dialog came up stays, and of
+    /// a value that both have changed a message box tells.
     void Apply();
 
+    SeenValues mSeen;
     TabStripControl* mTabStrip1 = nullptr;
     std::array<CheckControl*, 4> mScaleOptions{};
 };

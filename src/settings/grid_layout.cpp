@@ -10,11 +10,13 @@ namespace brenvik {
 std::string WidthName(std::string_view key) { return std::string(key) + std::string(WidthSuffix); }
 
 void ResetGridLayout() {
-    for (const SettingName name :
-         {setting::DialogWidth, setting::DialogHeight, setting::DialogLeft, setting::DialogTop})
-        DeleteSettingText(name);
-    for (const std::string& key : Split(ColumnWidthKeyList, ','))
-        DeleteSettingText(SettingName(WidthName(key)));
+    ChangeSettingsTogether([] {
+        for (const SettingName name :
+             {setting::DialogWidth, setting::DialogHeight, setting::DialogLeft, setting::DialogTop})
+            DeleteSettingText(name);
+        for (const std::string& key : Split(ColumnWidthKeyList, ','))
+            DeleteSettingText(SettingName(WidthName(key)));
+    });
 }
 
 }  // namespace brenvik

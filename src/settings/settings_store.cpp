@@ -60,6 +60,8 @@ std::vector<std::pair<std::string, std::string>> EnumerateSubkey(std::string_vie
     return Store().EnumerateSettings(Root, KeyPath(subkey));
 }
 
+void ChangeSettingsTogether(const std::function<void()>& changes) { Store().ChangeTogether(changes); }
+
 bool SwitchIsOn(SettingName name) { return SwitchIsOne(GetSettingText(name)); }
 
 double NumberSetting(SettingName name) { return LenientNumber(GetSettingText(name)); }
@@ -69,15 +71,17 @@ double StrictNumberSetting(SettingName name) { return ReadStrictly(name, StrictN
 std::int32_t StrictIntegerSetting(SettingName name) { return ReadStrictly(name, StrictInteger); }
 
 void CreateInitialSettings(MeasureUnits units, std::string_view applicationPath, bool replace) {
-    std::set<std::string, LessIgnoreCase> present;
-    for (const std::string_view subkey : {std::string_view(), CsvSaveSubkey, AccessSaveSubkey})
-        for (const auto& [name, text] : EnumerateSubkey(subkey)) present.insert(name);
-    for (const SettingEntry& entry : SettingTable()) {
-        if (!entry.createdAtInstall || (!replace && present.contains(entry.name))) continue;
-        std::string_view initial = units == MeasureUnits::Metric ? entry.metric : entry.imperial;
-        if (entry.name == setting::ApplicationPath) initial = applicationPath;
-        SaveSubkeyText(entry.subkey, SettingName(entry.name), initial);
-    }
+    ChangeSettingsTogether([=] {
+        std::set<std::string, LessIgnoreCase> present;
+        for (const std::string_view subkey : {std::string_view(), CsvSaveSubkey, AccessSaveSubkey})
+            for (const auto& [name, text] : EnumerateSubkey(subkey)) present.insert(name);
+        for (const SettingEntry& entry : SettingTable()) {
+            if (!entry.createdAtInstall || (!replace && present.contains(entry.name))) continue;
+            std::string_view initial = units == MeasureUnits::Metric ? entry.metric : entry.imperial;
+            if (entry.name == setting::ApplicationPath) initial = applicationPath;
+            SaveSubkeyText(entry.subkey, SettingName(entry.name), initial);
+        }
+    });
 }
 
 }  // namespace brenvik

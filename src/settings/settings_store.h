@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -23,6 +24,8 @@ void SaveSubkeyText(std::string_view subkey, SettingName name, std::string_view 
 void DeleteSubkeyText(std::string_view subkey, SettingName name);
 /// Names and values directly under a subkey.
 std::vector<std::pair<std::string, std::string>> EnumerateSubkey(std::string_view subkey);
+/// Saves and deletes as one change of the store, and reads what it changes: see the settings port.
+void ChangeSettingsTogether(const std::function<void()>& changes);
 
 /// Whether a switch is on: exactly 1 counts.
 bool SwitchIsOn(SettingName name);

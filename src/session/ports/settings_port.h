@@ -2,6 +2,7 @@
 // where it lies; key paths, value names and text form are the same everywhere.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -25,6 +26,10 @@ class SettingsPort {
     /// Names and values that lie directly under the path, in the order of their first writing.
     virtual std::vector<std::pair<std::string, std::string>> EnumerateSettings(SettingsRoot root,
                                                                                std::string_view path) = 0;
+    /// Does what `changes` saves and deletes as one change, which other programs see whole or not at all and
+    /// which none of theirs comes between: what `changes` reads is what it changes. If it fails, nothing is
+    /// changed. A store whose platform changes value by value only runs it.
+    virtual void ChangeTogether(const std::function<void()>& changes) { changes(); }
 };
 
 }  // namespace brenvik

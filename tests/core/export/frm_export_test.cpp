@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "core/export/export_fixture.h"
+#include "export/export_troubles.h"
 
 namespace brenvik {
 namespace {
@@ -269,6 +270,32 @@ TEST_F(ExportDialog, KeepsAllItsChoices) {
     EXPECT_EQ(Setting("EXPORT_TYPE"), "1");
     EXPECT_EQ(Setting("CSV_SAVE\\CVS_EXPORT_PATH"), "C:\\out.csv");
     EXPECT_EQ(Setting("ACCESS_SAVE\\ACCESS_TO1"), "N");
+}
+
+TEST_F(ExportDialog, KeepsNoChoiceOverOneThatAnotherProgramHasSaved) {
+    Open();
+    Form().chkSave.SetValue(1);
+    Form().txtSaveCSVFile.SetText("C:\\out.csv");
+    Form().txtExportAccess.SetText("C:\\shop.mdb");
+    Form().lvCVSMapping.rows = {{"Length", "bv_length", "", {}}};
+    for (const auto& [name, text] :
+         std::map<std::string, std::string>{{"CSV_SAVE\\CSV_REDUCE", "1"},
+                                            {"CSV_SAVE\\CVS_EXPORT_PATH", "C:\\other.csv"},
+                                            {"ACCESS_SAVE\\ACCESS_MAP_COUNT", "1"},
+                                            {"ACCESS_SAVE\\ACCESS_KEY0", "bv_qty"},
+                                            {"ACCESS_SAVE\\ACCESS_VALUE0", "Qty"},
+                                            {"ACCESS_SAVE\\ACCESS_TAG0", "bv_qty,3"},
+                                            {"ACCESS_SAVE\\ACCESS_TO0", "Number"}})
+        settings.Set(name, text);
+    Press("cmdGo");
+    EXPECT_EQ(Setting("CSV_SAVE\\CSV_REDUCE"), "1") << "nobody has touched it here";
+    EXPECT_EQ(Setting("ACCESS_SAVE\\ACCESS_MAP_COUNT"), "1");
+    EXPECT_EQ(Setting("ACCESS_SAVE\\ACCESS_EXPORT_PATH"), "C:\\shop.mdb");
+    EXPECT_EQ(Setting("CSV_SAVE\\CVS_COL_COUNT"), "1");
+    EXPECT_EQ(Setting("CSV_SAVE\\CVS_EXPORT_PATH"), "C:\\out.csv");
+    EXPECT_EQ(TakeExportTroubles(),
+              Texts{"the choices of this export were saved over others that another program has saved since "
+                    "the dialog was opened: CVS_EXPORT_PATH"});
 }
 
 TEST_F(ExportDialog, ComesUpWithWhatItKept) {

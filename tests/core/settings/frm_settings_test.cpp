@@ -153,7 +153,7 @@ TEST_F(SettingsDialog, ShowsOneFrameForEachTab) {
     EXPECT_TRUE(Any("FraCNC").visible);
 }
 
-TEST_F(SettingsDialog, ApplyWritesAllValuesAndCloses) {
+TEST_F(SettingsDialog, ApplyWritesWhatWasChangedAndCloses) {
     form.Load();
     Box("chkWCS").Press();
     Box("Check7").Press();
@@ -175,8 +175,50 @@ TEST_F(SettingsDialog, ApplyWritesAllValuesAndCloses) {
     EXPECT_EQ(system.settings.Get("DrillSpoilAmount"), "2.5");
     EXPECT_EQ(system.settings.Get("BWPriority"), "99");
     EXPECT_EQ(NumberSetting(setting::BiesseWorksSpoil), 0);
-    // 16 switches, 5 texts and the scale.
-    EXPECT_EQ(system.settings.writes.size(), 22u);
+    // 2 switches, 5 texts and the scale.
+    EXPECT_EQ(system.settings.writes.size(), 8u);
+    EXPECT_TRUE(system.dialogs.messages.empty());
+}
+
+TEST_F(SettingsDialog, ApplyLeavesWhatNobodyTouchedAsItIsWritten) {
+    for (const auto& [name, text] :
+         {std::pair{"ExportScaleSetting", "02"}, {"WCSMeasure", "01"}, {"NoMeasure", "2"}})
+        system.settings.Set(name, text);
+    form.Load();
+    Any("Text1").SetText("36");
+    Any("cmdApply").Press();
+    EXPECT_EQ(system.settings.writes, std::vector<std::string>{"CircleSize=36"});
+    EXPECT_EQ(system.settings.Get("ExportScaleSetting"), "02");
+}
+
+TEST_F(SettingsDialog, ApplyKeepsWhatAnotherProgramHasSetMeanwhile) {
+    form.Load();
+    Any("Text1").SetText("36");
+    system.settings.Set("BWPriority", "5555");
+    system.settings.Set("ExportScaleSetting", "3");
+    system.settings.Set("DeleteOT", "1");
+    Any("cmdApply").Press();
+    EXPECT_EQ(system.settings.Get("CircleSize"), "36");
+    EXPECT_EQ(system.settings.Get("BWPriority"), "5555");
+    EXPECT_EQ(system.settings.Get("ExportScaleSetting"), "3");
+    EXPECT_EQ(system.settings.Get("DeleteOT"), "1");
+    EXPECT_TRUE(system.dialogs.messages.empty());
+}
+
+TEST_F(SettingsDialog, ApplyTellsOfAValueThatBothHaveChanged) {
+    form.Load();
+    Any("Text1").SetText("36");
+    Any("Text2").SetText("7");
+    system.settings.Set("CircleSize", "40");
+    system.settings.Set("BiesseWorksSpoil", "7");
+    Any("cmdApply").Press();
+    EXPECT_EQ(system.settings.Get("CircleSize"), "36");
+    ASSERT_EQ(system.dialogs.messages.size(), 1u);
+    EXPECT_EQ(
+        system.dialogs.messages[0].text,
+        "Settings that you have changed have been changed elsewhere since this dialog was opened. Yours "
+        "were taken:\r\nCircleSize was \"40\" there, and is \"36\" now");
+    EXPECT_FALSE(form.Loaded());
 }
 
 TEST_F(SettingsDialog, CancelWritesNothing) {

@@ -110,5 +110,27 @@ TEST_F(GridSettings, AreWrittenBack) {
     EXPECT_EQ(system.settings.writes.size(), 5u + 19u);
 }
 
+TEST_F(GridSettings, LeaveWhatAnotherProgramHasSetMeanwhile) {
+    for (const auto& [name, text] : {std::pair{"PARTNAME_WIDTH", "30"},
+                                     {"MATERIAL_WIDTH", "20"},
+                                     {"PN_WIDTH", "10.50"},
+                                     {"DialogWidth", "9000"}})
+        system.settings.Set(name, text);
+    LoadGridSettings();
+    GridFormInstance().width = 9000;
+    NoteGridSettingsShown();
+    Grid().Column(3).width = 33;
+    system.settings.Set("MATERIAL_WIDTH", "25");
+    system.settings.Set("DialogWidth", "9500");
+    system.settings.Set("MDBPath", "D:\\work.mdb");
+    system.settings.DeleteSetting(SettingsRoot::LocalMachine, SettingsKeyPath, "PN_WIDTH");
+    SaveGridSettings();
+    EXPECT_EQ(system.settings.Get("PARTNAME_WIDTH"), "33");
+    EXPECT_EQ(system.settings.Get("MATERIAL_WIDTH"), "25");
+    EXPECT_EQ(system.settings.Get("DialogWidth"), "9500");
+    EXPECT_EQ(system.settings.Get("MDBPath"), "D:\\work.mdb");
+    EXPECT_EQ(system.settings.Get("PN_WIDTH"), "(absent)") << "the layout was reset";
+}
+
 }  // namespace
 }  // namespace brenvik
