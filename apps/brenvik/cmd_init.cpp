@@ -48,7 +48,7 @@ std::optional<MeasureUnits> UnitsOf(Workplace& workplace, const std::string& wor
 
 ExitStatus Init(const std::string& home, const std::string& word) {
     ConsoleDialogs dialogs(std::cerr);
-    Workplace workplace(home, dialogs, UnitsNamed(word));
+    Workplace workplace(home, dialogs, Workplace::Purpose::Installation, UnitsNamed(word));
     // A home with settings keeps them, but files that have gone missing come back, in its units.
     std::optional<MeasureUnits> units = Wanted(word);
     if (!workplace.HomeWasMade()) {

@@ -40,7 +40,8 @@ std::filesystem::path HomeOf(const std::string& homeOption) {
     return AbsolutePath(home).lexically_normal();
 }
 
-Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, std::optional<MeasureUnits> units)
+Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, Purpose purpose,
+                     std::optional<MeasureUnits> units)
     : home(HomeOf(homeOption)),
       workFolder(home / "_db", Warn),
       files(home),
@@ -65,12 +66,12 @@ Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, std::op
     Load(dialogs);
     RequireReadableSettings();
     std::error_code unknown;
-    if (!std::filesystem::exists(home / SettingsFile, unknown)) MakeHome(units);
+    if (!std::filesystem::exists(home / SettingsFile, unknown)) MakeHome(purpose, units);
 }
 
 // Of two programs that come to a new home at once, one makes it while the other waits. The settings file is
 // the last of the home's files, and comes as a whole.
-void Workplace::MakeHome(std::optional<MeasureUnits> units) {
+void Workplace::MakeHome(Purpose purpose, std::optional<MeasureUnits> units) {
     files.MakeFolder(files.InstallFolder());
     settings.ChangeTogether([&] {
         mHomeWasMade = settings.EnumerateSettings(SettingsRoot::LocalMachine, SettingsKeyPath).empty();
@@ -82,6 +83,9 @@ void Workplace::MakeHome(std::optional<MeasureUnits> units) {
         const std::optional<MeasureUnits> ofLibrary = UnitsOfMaterials(files);
         const MeasureUnits made = units.value_or(ofLibrary.value_or(MeasureUnits::Metric));
         InstallHome(files, database, made);
+        // The name may be mistyped, and the units are not everybody's.
+        if (!settingsWereLost && purpose != Purpose::Installation)
+            Warn("made a new home, in " + std::string(NameOf(made)) + " units: " + TextFromPath(home));
         if (settingsWereLost && !units)
             toldSettings.TellDamage(TextFromPath(home / SettingsFile) +
                                     ": expected the settings of this home, found none; made anew in " +

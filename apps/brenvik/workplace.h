@@ -28,7 +28,10 @@ class Workplace {
     /// else in metric ones. Settings that were lost from a home are told, unless `units` says what they were.
     /// Throws CommandError for settings that can't be read, and Failure where the home can't be made.
     /// `dialogs` must outlive the workplace.
-    Workplace(const std::string& homeOption, DialogPort& dialogs, std::optional<MeasureUnits> units = {});
+    /// Standard error is told of a home that was made, once, but for an `Installation`, which was asked to.
+    enum class Purpose { Work, Installation };
+    Workplace(const std::string& homeOption, DialogPort& dialogs, Purpose purpose = Purpose::Work,
+              std::optional<MeasureUnits> units = {});
     ~Workplace();
     Workplace(const Workplace&) = delete;
     Workplace& operator=(const Workplace&) = delete;
@@ -57,7 +60,7 @@ class Workplace {
   private:
     void Load(DialogPort& dialogs);
     void RequireReadableSettings();
-    void MakeHome(std::optional<MeasureUnits> units);
+    void MakeHome(Purpose purpose, std::optional<MeasureUnits> units);
     void WriteDrawing(const std::filesystem::path& file, std::string_view content);
 
     bool mHomeWasMade = false;

@@ -27,6 +27,30 @@ TEST_F(Home, InitMakesWhatAnInstallerWould) {
     EXPECT_EQ(Run({"settings", "get", "ExportScaleSetting"}).output, "2\n");
 }
 
+TEST_F(Home, InitWritesTheHelpOnlyWhereItIsNotThatOfTheProgram) {
+    ASSERT_EQ(Run({"init"}).status, 0);
+    const std::filesystem::path help = Path("home/Brenvik495.chm");
+    const auto written = std::filesystem::last_write_time(help);
+    EXPECT_EQ(Run({"init"}).status, 0);
+    EXPECT_EQ(std::filesystem::last_write_time(help), written);
+    // What stands in its place can't be written over, by whatever user.
+    std::filesystem::remove(help);
+    std::filesystem::create_directory(help);
+    const Outcome outcome = Run({"init"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.errors.find(Path("home") + " (its Brenvik495.chm is to be written"), std::string::npos)
+        << outcome.errors;
+}
+
+TEST_F(Home, OneThatIsMadeOnTheWayIsToldOnce) {
+    const Words get{"--home", Path("mistyped"), "settings", "get", "CircleSize"};
+    const Outcome made = RunBare("", get);
+    EXPECT_EQ(made.status, 0);
+    EXPECT_EQ(made.errors, "brenvik: made a new home, in metric units: " + Path("mistyped") + "\n");
+    EXPECT_EQ(RunBare("", get).errors, "");
+    EXPECT_EQ(RunBare("", {"--home", Path("asked"), "init", "--units", "imperial"}).errors, "");
+}
+
 TEST_F(Home, EveryMaterialHasFifteenLines) {
     Run({"init"});
     const std::string text = Read("home/materials.txt");
