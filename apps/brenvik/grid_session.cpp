@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "export/adjustments.h"
 #include "export/export_troubles.h"
 #include "file_roots/places.h"
 #include "given_material.h"
@@ -123,6 +124,12 @@ void TellExportTroubles(Teller& teller, const std::function<void(const std::stri
         }
         line(text);
         teller.MarkIncomplete();
+    }
+    for (const std::string& text : TakeAdjustedLines()) {
+        if (line)
+            line(text);
+        else
+            teller.Tell(text);
     }
 }
 

@@ -46,7 +46,7 @@ struct DroppedPartLines {
 };
 DroppedPartLines TakeDroppedPartLines();
 /// What exports of lists have met without a message box, each told as a loss through `line`, or through the
-/// teller.
+/// teller; and, which is no loss, that the adjustment file of the settings has changed sizes.
 void TellExportTroubles(Teller& teller, const std::function<void(const std::string&)>& line = {});
 /// A line for what lists and runs have taken from parts though it can't be right, since the last call, and
 /// one for each default that they have taken.

@@ -191,6 +191,7 @@ void RunAccessExport(frmExport& form) {
             NoteLostSizes(*records, cells, adjustment);
             NoteOddQuantity(*records);
             connection->Execute(InsertStatement(table, mappings, *records, adjustment, fractions));
+            NoteAdjusted(adjustment, *adjustmentPath);
             ++taken;
         };
         if (records != nullptr) ForEachRow(*records, [&] { ShowAndResume(ShowDescription, insert); });

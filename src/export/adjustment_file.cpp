@@ -1,6 +1,7 @@
 // The adjustment file as the editor reads and writes it, where it lies, and what an export takes from it.
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "base/letter_case.h"
 #include "base/skip.h"
@@ -36,6 +37,11 @@ const std::string DeliveredFile = "No Adjustments.txt";
 /// The path for one export alone.
 struct LentPath {
     std::string path;
+};
+
+/// How many rows of exports have been changed by which file.
+struct AdjustedRows {
+    std::map<std::string, std::size_t> byPath;
 };
 
 bool HasSection(std::span<const std::string> lines) {
@@ -137,13 +143,17 @@ std::string ResolveAdjustmentPath() {
 }
 
 void KeepAdjustmentPath(std::string_view path) {
+    const auto isStored = [] { return !GetSubkeyText(CsvSaveSubkey, AdjustmentPathSetting).empty(); };
     const bool isLent = !StateOf<LentPath>().path.empty();
-    if (isLent || !GetSubkeyText(CsvSaveSubkey, AdjustmentPathSetting).empty()) return;
+    if (isLent || isStored()) return;
     // By the place that the home remembers, however often it was copied: see `ResolveAdjustmentPath`.
     const std::string installedAt = GetSettingText(setting::ApplicationPath);
     const bool isDelivered = EqualsIgnoreCase(path, ApplicationFolder() + DeliveredFile);
-    SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting,
-                   isDelivered && !installedAt.empty() ? installedAt + DeliveredFile : std::string(path));
+    ChangeSettingsTogether([&] {
+        if (isStored()) return;
+        SaveSubkeyText(CsvSaveSubkey, AdjustmentPathSetting,
+                       isDelivered && !installedAt.empty() ? installedAt + DeliveredFile : std::string(path));
+    });
 }
 
 std::optional<std::string> TakeExportAdjustmentPath() {
@@ -154,6 +164,20 @@ std::optional<std::string> TakeExportAdjustmentPath() {
     }
     Skip([&] { KeepAdjustmentPath(path); });
     return path;
+}
+
+void NoteAdjusted(const SizeAdjustment& adjustment, std::string_view path) {
+    const bool isChanged = adjustment.length != 0 || adjustment.width != 0 || adjustment.thickness != 0;
+    if (isChanged && StateOf<LentPath>().path.empty()) ++StateOf<AdjustedRows>().byPath[std::string(path)];
+}
+
+std::vector<std::string> TakeAdjustedLines() {
+    std::vector<std::string> lines;
+    for (const auto& [path, rows] : std::exchange(StateOf<AdjustedRows>().byPath, {}))
+        lines.push_back(std::to_string(rows) + (rows == 1 ? " row has" : " rows have") +
+                        " sizes that the adjustment file of the settings has changed: " +
+                        ThePlatform().files->PlaceOf(path));
+    return lines;
 }
 
 AdjustmentSource ReadExportAdjustments(std::string_view path) {

@@ -124,6 +124,12 @@ void KeepAdjustmentPath(std::string_view path);
 /// ends then.
 std::optional<std::string> TakeExportAdjustmentPath();
 
+/// Counts a row whose sizes an export has changed by the file of the settings. One that was lent to the
+/// export is no news to whoever named it.
+void NoteAdjusted(const SizeAdjustment& adjustment, std::string_view path);
+/// What exports have changed so since the last call, a line for each file.
+std::vector<std::string> TakeAdjustedLines();
+
 /// What an export applies. What can't be right in the file is noted as trouble of the export. A file that
 /// can't be read has no rules; one whose walk would not end is not usable.
 struct AdjustmentSource {

@@ -1,6 +1,7 @@
 // Solids are compared by their marks: the list's columns know nothing of holes and of left and right.
 #include "export/cnc_group_check.h"
 
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <optional>
@@ -11,6 +12,7 @@
 #include "base/number_text.h"
 #include "base/skip.h"
 #include "base/text.h"
+#include "export/export_troubles.h"
 #include "export/record_values.h"
 #include "parts/mdatabase.h"
 #include "parts/part_data_faults.h"
@@ -35,13 +37,13 @@ using RowsById = std::map<std::string, ListRow>;
 RowsById PartsOfTheList() {
     RowsById parts;
     std::unique_ptr<Recordset> records;
-    Skip([&] { mDatabase::OpenRecordset(FullSelect(), records); });
-    if (records == nullptr) return parts;
-    Skip([&] {
+    ResumeNoted("the quantities of the list were not compared with the parts that this run makes", [&] {
+        mDatabase::OpenRecordset(FullSelect(), records);
         for (; !records->Eof(); records->MoveNext())
             parts[ValueText(records->Value("bv_id"))] = {ValueText(records->Value("bv_partname")),
                                                          PartsOf(ValueText(records->Value("bv_qty")))};
     });
+    if (records == nullptr) return parts;
     Skip([&] { mDatabase::CloseRecordset(records); });
     return parts;
 }
@@ -92,7 +94,11 @@ void LookAtQuantities(const CncGroup& group, const RowsById& parts) {
 void LookAtCncGroups(std::span<const CncGroup> groups) {
     const RowsById parts = PartsOfTheList();
     std::unique_ptr<SolidMeasurer> measurer;
-    Skip([&] { measurer = ThePlatform().measuring->CreateMeasurer(); });
+    const bool areGrouped =
+        std::ranges::any_of(groups, [](const CncGroup& group) { return group.size() > 1; });
+    if (areGrouped)
+        ResumeNoted("the solids of parts that this run makes from one were not compared",
+                    [&] { measurer = ThePlatform().measuring->CreateMeasurer(); });
     auto* marker = dynamic_cast<ShapeMarker*>(measurer.get());
     for (const CncGroup& group : groups) {
         LookAtQuantities(group, parts);

@@ -151,7 +151,9 @@ void HandOffToCnc(frmExport& form, int exportTarget) {
         const std::string_view lineEnd = ThePlatform().files->LineEnd();
         const std::vector<std::string> lines = LinesOfAllParts(*plan);
         if (!TellPartsWithoutKey(*plan, lines)) return;
-        Skip([&] { ReplaceFile(form.ExportPath, TextOfLines(lines, lineEnd)); });
+        // The run doesn't read it, but people do.
+        ResumeNoted("the list of this export was not written to " + form.ExportPath,
+                    [&] { ReplaceFile(form.ExportPath, TextOfLines(lines, lineEnd)); });
         if (!WriteRunList(HandOverFolder() + std::string(CncListFile), GroupedCncList(lines, lineEnd)))
             return;
         NoteHiddenRows(lines.size());

@@ -58,6 +58,7 @@ std::string HeaderOfColumns(const std::vector<std::string>& columnNames) {
 
 /// What a run takes from the dialog, and what it makes of it.
 struct ListPlan {
+    std::string adjustmentPath;
     std::string header;
     LineMaker maker;
     AdjustmentRules rules;
@@ -68,23 +69,25 @@ std::optional<ListPlan> PlanOf(const frmExport& form, std::string_view adjustmen
     const bool fractions = form.chkReduce.Value() == 1;
     if (form.chkChooseCSV.Value() != 1) {
         const std::string columns = StandardColumnList();
-        return ListPlan{columns, LineMaker(Split(columns, ','), ColumnSource::Standard, fractions), {}};
+        return ListPlan{{}, columns, LineMaker(Split(columns, ','), ColumnSource::Standard, fractions), {}};
     }
     AdjustmentSource adjustments = ReadExportAdjustments(adjustmentPath);
     if (!adjustments.usable) return std::nullopt;
     const std::vector<std::string>& names = form.lstExportColumns.Items();
     LineMaker maker(names, ColumnSource::Profile, fractions);
     form.NoteProfileTroubles(maker.UnknownNames());
-    return ListPlan{HeaderOfColumns(names), std::move(maker), std::move(adjustments.rules)};
+    return ListPlan{std::string(adjustmentPath), HeaderOfColumns(names), std::move(maker),
+                    std::move(adjustments.rules)};
 }
 
 /// A line for each record, every line with its end; cells that move their line's columns are noted. A failure
 /// of the record set ends the lines.
-std::string LinesOfRecords(Recordset& records, const LineMaker& maker, const AdjustmentRules& rules,
-                           std::string_view lineEnd) {
+std::string LinesOfRecords(Recordset& records, const ListPlan& plan, std::string_view lineEnd) {
+    const LineMaker& maker = plan.maker;
     std::string lines;
     ForEachRow(records, [&] {
-        const SizeAdjustment adjustment = rules.For(records);
+        const SizeAdjustment adjustment = plan.rules.For(records);
+        NoteAdjusted(adjustment, plan.adjustmentPath);
         lines += maker.Line(records, adjustment);
         lines += lineEnd;
         NoteShiftingCells(records, maker, adjustment);
@@ -103,7 +106,7 @@ std::string FileText(const ListPlan& plan) {
     ResumeNoted(ListNotRead, [&] { mDatabase::OpenRecordset(ExportStatement(), records); });
     if (records == nullptr) return text;
     NoteGroupedQuantities();
-    text += LinesOfRecords(*records, plan.maker, plan.rules, lineEnd);
+    text += LinesOfRecords(*records, plan, lineEnd);
     Skip([&] { mDatabase::CloseRecordset(records); });
     return text;
 }

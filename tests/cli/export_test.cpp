@@ -139,6 +139,20 @@ TEST_F(Export, TellsAnAdjustmentFileWithoutASection) {
     EXPECT_EQ(Read("out.csv"), Read("plain.csv"));
 }
 
+TEST_F(Export, NamesTheAdjustmentFileOfTheSettingsThatChangesSizes) {
+    WriteShopFiles();
+    ASSERT_EQ(Run({"settings", "set", "CVS_ADJ_PATH", Path("adjust.txt")}).status, 0);
+    const std::string told =
+        " rows have sizes that the adjustment file of the settings has changed: " + Path("adjust.txt") + "\n";
+    const Outcome stored = ExportTo("stored.csv", {"--profile", "Saw"});
+    EXPECT_EQ(stored.status, 0);
+    EXPECT_NE(stored.errors.find(told), std::string::npos) << stored.errors;
+    const Outcome named = ExportTo("named.csv", {"--profile", "Saw", "--adjustments", "adjust.txt"});
+    EXPECT_EQ(named.errors.find("adjustment file"), std::string::npos) << named.errors;
+    EXPECT_EQ(Read("stored.csv"), Read("named.csv"));
+    EXPECT_EQ(ExportTo("standard.csv", {}).errors.find("adjustment file"), std::string::npos);
+}
+
 TEST_F(Export, TellsAFileThatCannotBeWritten) {
     const Outcome outcome = ExportTo("none/out.csv", {});
     EXPECT_EQ(outcome.status, 1);

@@ -1,10 +1,12 @@
 // The two lists that a hand-over leaves behind, how equal parts become one line, and what stands in its way.
 #include "export/cnc_hand_off.h"
+#include "export/export_troubles.h"
 
 #include <gtest/gtest.h>
 
 #include "base/text.h"
 #include "core/export/export_fixture.h"
+#include "export/export_troubles.h"
 #include "parts/cnc_list.h"
 
 namespace brenvik {
@@ -237,12 +239,14 @@ TEST_F(CncHandOff, TellsThatTheAdjustmentFileIsMissingAndStays) {
     EXPECT_FALSE(files.contents.contains(secondList));
 }
 
-TEST_F(CncHandOff, SaysNothingOfListsThatCannotBeWritten) {
+TEST_F(CncHandOff, NotesThatTheListOfAllPartsCannotBeWritten) {
     AddPart("1A", "Door");
     Open();
     files.failOnWrite = PermissionDenied(secondList);
     HandOff();
     ExpectHandedOver(1);
+    EXPECT_EQ(TakeExportTroubles(),
+              Texts{"the list of this export was not written to " + firstList + ": Permission denied"});
     EXPECT_FALSE(files.contents.contains(secondList)) << "the run tells that it is missing";
 }
 
