@@ -31,12 +31,10 @@ void WriteMaterials(FilesPort& files, const std::string& path, MeasureUnits unit
         WriteIfMissing(files, path, InitialMaterials(units));
 }
 
-/// Nobody edits the help, and it has to describe this program. In a home that can't be written that of the
-/// same program may stand all the same; otherwise the home is what is told of, not its help.
+/// Nobody edits the help, and it has to describe this program. Where all else is there it is the first file
+/// to be refused, and the home is what can't be written, not its help.
 void WriteHelp(FilesPort& files, const std::string& folder) {
-    const std::string path = folder + std::string(HelpFile), help = HelpText();
-    if (files.FileExists(path) && files.ReadFile(path) == help) return;
-    if (const auto failure = Attempt([&] { files.WriteFile(path, help); }))
+    if (const auto failure = Attempt([&] { files.WriteFile(folder + std::string(HelpFile), HelpText()); }))
         throw Failure(failure->number(), failure->source(), failure->description(),
                       files.PlaceOf(folder) + " (its " + std::string(HelpFile) +
                           " is to be written as the help of this program)");

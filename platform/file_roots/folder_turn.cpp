@@ -10,8 +10,9 @@ FolderTurn::FolderTurn(const std::filesystem::path& folder) {
     constexpr auto pause = std::chrono::milliseconds(5);
     constexpr int mostPauses = 4000;
     for (int pauses = 0;; ++pauses) {
-        mClaim.reset(new Claim(Claim::ByFileIn(folder)));
-        if (mClaim->Outcome() != Claim::State::Taken || pauses == mostPauses) return;
+        mHeld.reset();
+        mHeld = std::make_unique<const Held>(folder);
+        if (mHeld->claim.Outcome() != Claim::State::Taken || pauses == mostPauses) return;
         std::this_thread::sleep_for(pause);
     }
 }

@@ -16,7 +16,11 @@ class FolderTurn {
     explicit FolderTurn(const std::filesystem::path& folder);
 
   private:
-    std::unique_ptr<const Claim> mClaim;
+    struct Held {
+        explicit Held(const std::filesystem::path& folder) : claim(Claim::ByFileIn(folder)) {}
+        const Claim claim;
+    };
+    std::unique_ptr<const Held> mHeld;
 };
 
 }  // namespace brenvik
