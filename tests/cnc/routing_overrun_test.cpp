@@ -76,6 +76,16 @@ TEST_F(RoutingOverrun, ASlantedDadoIsProlongedInItsOwnLine) {
                            {-left - 0.00003, 125 - (left + 0.00003) / 2}});
 }
 
+TEST_F(RoutingOverrun, AWallThatWouldPassTheOtherEndOfAShortMouthGoesStraightOut) {
+    // Prolonged, the wall at four in one would leave at Y 128, beyond the mouth's other end: the path would
+    // cross itself.
+    ExpectVertices(RunOff({{500, 100}, {575, 0.5}, {600, 100}, {600, 109}, {500, 109}}),
+                   {{500, 100}, {575, 0.5}, {600, 100}, {607, 100}, {607.00001, 109}, {500, 109}});
+    // Run the other way round it is the same.
+    ExpectVertices(RunOff({{500, 109}, {600, 109}, {600, 100}, {575, 0.5}, {500, 100}}),
+                   {{500, 109}, {607, 109}, {607.00001, 100}, {600, 100}, {575, 0.5}, {500, 100}});
+}
+
 TEST_F(RoutingOverrun, AnEndGoesAsFarAsItsSharperCornerNeeds) {
     // The recess cuts off the part's corner; its sides stay parallel to the edges.
     const auto moved = RunOff({{0, 0}, {120, 0}, {0, 50}});

@@ -116,15 +116,20 @@ class Mover {
         const Contact contact =
             slides ? Shared(mPath.contacts[edge], mPath.contacts[mPath.Next(edge)]) : mPath.contacts[i];
         PathVertex moved = Outwards(i, contact);
-        if (wallBefore && wallIsRound) {
+        bool straightOut = wallIsRound;
+        if (slides) {
+            PathVertex slid = moved;
+            SlideAlong(corner, mPath.corners[wallBefore ? previous : mPath.Next(i)], contact, slid);
+            straightOut = PassesTheMiddle(edge, i, moved, slid);
+            if (!straightOut) moved = slid;
+        }
+        if (straightOut && wallBefore) {
             mResult.push_back({corner.x, corner.y, 0});
             mResult.push_back(moved);
-        } else if (wallAfter && wallIsRound) {
+        } else if (straightOut && wallAfter) {
             mResult.push_back({moved.x, moved.y, 0});
             mResult.push_back(corner);
         } else {
-            if (slides)
-                SlideAlong(corner, mPath.corners[wallBefore ? previous : mPath.Next(i)], contact, moved);
             mResult.push_back(moved);
         }
     }
@@ -155,6 +160,17 @@ class Mover {
                              NeedOf(end, mPath.Next(end), side, edge)});
         }
         return most;
+    }
+
+    /// Whether a corner that follows its wall goes so far along the edge that it may meet the one at the
+    /// other end of the side there: walls that open outwards would cross.
+    bool PassesTheMiddle(std::size_t edge, std::size_t i, const PathVertex& straight,
+                         const PathVertex& slid) const {
+        const PathVertex &from = mPath.corners[i], &to = mPath.corners[edge == i ? mPath.Next(edge) : edge];
+        const double towards =
+            (slid.x - straight.x) * (to.x - from.x) + (slid.y - straight.y) * (to.y - from.y);
+        const double length = std::hypot(to.x - from.x, to.y - from.y);
+        return towards > length * length / 2;
     }
 
     /// So far that the round in a corner sharper than a right angle ends where the board does.
