@@ -55,6 +55,34 @@ TEST_F(RunSetUp, EmptiesBothFoldersBeforeTheFirstPart) {
     EXPECT_EQ(second, Texts{"BPart_0.dwg"});
 }
 
+/// One file can't be removed, as where another program holds it.
+class HeldFile : public FileRoots {
+  public:
+    using FileRoots::FileRoots;
+    void RemoveFile(std::string_view path) override {
+        if (path.ends_with("Part_7_held.dxf")) throw Failure(70, "test", "Permission denied");
+        FileRoots::RemoveFile(path);
+    }
+};
+
+TEST_F(RunSetUp, ToldIsAFileThatCannotBeRemoved) {
+    HeldFile held(files.InstallFolder());
+    for (const std::string_view folder : {OutputFolder, SecondSideFolder}) held.MakeFolder(folder);
+    for (const char* name : {"Part_6_old.dxf", "Part_7_held.dxf"})
+        held.WriteFile(std::string(OutputFolder) + name, "old");
+    UnloadSystem();
+    Platform platform;
+    platform.dialogs = &dialogs;
+    platform.settings = &settings;
+    platform.database = &database;
+    platform.files = &held;
+    platform.measuring = &host;
+    LoadSystem(platform);
+    EXPECT_EQ(EmptyOutputFolders(), Texts{held.PlaceOf(std::string(OutputFolder) + "Part_7_held.dxf") +
+                                          ": this file of before the run could not be removed."});
+    EXPECT_EQ(held.ListFiles(OutputFolder, "*.*"), Texts{"Part_7_held.dxf"});
+}
+
 TEST_F(RunSetUp, TypesTheHostsVariablesInOrderAndNoUnknownCommand) {
     Boards({"Side"});
     Set("ExportScaleSetting", "3");

@@ -138,12 +138,19 @@ AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities) {
     return &prev;
 }
 
-void EmptyOutputFolders() {
+std::vector<std::string> EmptyOutputFolders() {
+    FilesPort& files = *ThePlatform().files;
     for (const std::string_view folder : {OutputFolder, SecondSideFolder})
         NoteForeignFiles(folder, IsFileOfARun);
     for (const bool drawings : {false, true})
         for (const std::string_view folder : {OutputFolder, SecondSideFolder})
             Skip([&] { RemoveFiles(folder, drawings); });
+    std::vector<std::string> stayed;
+    for (const std::string_view folder : {OutputFolder, SecondSideFolder})
+        for (const std::string& name : files.ListFiles(folder, "*.*"))
+            stayed.push_back(files.PlaceOf(std::string(folder) + name) +
+                             ": this file of before the run could not be removed.");
+    return stayed;
 }
 
 }  // namespace brenvik

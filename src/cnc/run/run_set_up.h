@@ -53,8 +53,9 @@ class LentQuantities {
 AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities);
 
 /// Deletes all files of both output folders, lists ahead of drawings, so that no list of an earlier run
-/// outlasts its files; what can't be deleted stays.
-void EmptyOutputFolders();
+/// outlasts its files. Gives a line for each that can't be deleted: a machine would take it for one of this
+/// run.
+std::vector<std::string> EmptyOutputFolders();
 
 /// Deletes a file that may not be there, or that can't be deleted.
 void RemoveIfThere(const std::string& path);

@@ -1,7 +1,9 @@
 // The order of a run.
 #include "cnc/run/run_template.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -52,7 +54,7 @@ bool WorkThrough(RunState& run, const PassWork& steps, const RunHooks& hooks) {
         LentQuantities quantities;
         AcadSelectionSet* prev = TakeParts(run, quantities);
         if (prev == nullptr) return false;
-        EmptyOutputFolders();
+        std::ranges::move(EmptyOutputFolders(), std::back_inserter(run.report.passedOver));
         parts = WritePartFiles(run, *prev, quantities);
     }
     run.report.parts = static_cast<int>(parts.size());
