@@ -154,21 +154,61 @@ struct Parting {
     PlanLoop over;
 };
 
+/// How far the path over a parting goes beyond it on either hand and into the hole's flanks, as shares of the
+/// reach.
+struct Overlap {
+    double aside = 1, down = 1;
+};
+
+/// The path over the parting. Nothing where it would be a ring of its own.
+std::optional<PlanLoop> OverParting(const PlanArea& area, const WayOut& way, double reach,
+                                    const Overlap& overlap, double same) {
+    const double front = std::max(way.inside, way.from - overlap.down * reach);
+    const double half = Corridor * same / 2 + overlap.aside * reach;
+    const PlanLoop box = Rectangle(way.x - half, front, way.x + half, FrameOf(area.outer).maxY + 1);
+    const PlanPoint middle{way.x, (way.from + way.to) / 2};
+    for (PlanArea& piece : Combined(area, box, true, same)) {
+        if (!PlanField(SidesOf(piece)).Holds(middle)) continue;
+        if (!piece.holes.empty()) return std::nullopt;
+        return std::move(piece.outer);
+    }
+    return std::nullopt;
+}
+
+/// How wide a path is by its shortest side, by which its bit is chosen, beside how wide it is indeed: with 1
+/// and more every bit that is chosen clears it whole.
+double Roominess(const PlanLoop& over, const WayOut& way, double half) {
+    double shortest = std::numeric_limits<double>::max();
+    for (const PlanSide& side : over) shortest = std::min(shortest, Distance(side.from, side.to));
+    return shortest / std::min(2 * half, way.to - way.from);
+}
+
+/// Beside a small hole the box that reaches furthest has short sides, which no bit fits: a narrower one may
+/// stand on the hole alone.
+std::optional<PlanLoop> RoomiestOver(const PlanArea& area, const WayOut& way, double reach, double same) {
+    constexpr double enough = 0.99;
+    constexpr std::array overlaps{Overlap{1, 1}, Overlap{1, 0.5}, Overlap{0.6, 1}, Overlap{0.6, 0.5},
+                                  Overlap{0.6, 0.25}};
+    std::optional<PlanLoop> best;
+    double most = 0;
+    for (const Overlap& overlap : overlaps) {
+        auto over = OverParting(area, way, reach, overlap, same);
+        if (!over) continue;
+        const double room = Roominess(*over, way, overlap.aside * reach);
+        if (best && room <= most) continue;
+        most = room;
+        best = std::move(over);
+        if (most > enough) break;
+    }
+    return best;
+}
+
 std::optional<Parting> PartedAbove(const PlanArea& area, const WayOut& way, double reach, double same) {
     const double half = Corridor * same / 2, beyond = 4 * half;
     const PlanLoop corridor = Rectangle(way.x - half, way.inside, way.x + half, way.to + beyond);
-    Parting parting{Combined(area, corridor, false, same), {}};
-    const double front = std::max(way.inside, way.from - reach);
-    const PlanLoop box =
-        Rectangle(way.x - half - reach, front, way.x + half + reach, FrameOf(area.outer).maxY + 1);
-    const PlanPoint middle{way.x, (way.from + way.to) / 2};
-    for (const PlanArea& piece : Combined(area, box, true, same)) {
-        if (!PlanField(SidesOf(piece)).Holds(middle)) continue;
-        if (!piece.holes.empty()) return std::nullopt;
-        parting.over = piece.outer;
-        return parting;
-    }
-    return std::nullopt;
+    auto over = RoomiestOver(area, way, reach, same);
+    if (!over) return std::nullopt;
+    return Parting{Combined(area, corridor, false, same), *std::move(over)};
 }
 
 std::optional<Parting> PartedFrom(const PlanArea& area, const PlanLoop& hole, double reach, double same) {
