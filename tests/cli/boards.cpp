@@ -34,6 +34,10 @@ void WriteBoardsTo(const std::filesystem::path& file, const Boards& boards) {
         app::Workpiece board(document.ModelSpace(), {place, 0, 0}, {place + boards.length, 400, 18}, "Parts");
         board.Drill({place + 100, 100, 18}, app::Axis::Z, -10, 8);
         if (boards.pocketBelow) board.Cut({place + 200, 100, -1}, {place + 300, 250, 6});
+        if (boards.rabbetAndBore) {
+            board.Cut({place - 1, -1, 12}, {place + boards.length + 1, 15, 19});
+            board.Drill({place, 200, 9}, app::Axis::X, 30, 8);
+        }
         place += boards.length + 400;
         SetData(board.Solid(), {{"PartName", name},
                                 {"PN", "7"},

@@ -13,6 +13,8 @@ struct Boards {
     /// With a pocket from below they have a second side.
     bool pocketBelow = false;
     double length = 600;
+    /// With a rabbet all along the front edge, 15 wide and 6 deep, and a dowel bore in the left end.
+    bool rabbetAndBore = false;
 };
 
 /// Writes a drawing of boards with these names, `length` by 400 by 18, each with a hole, their PN "7".

@@ -237,6 +237,69 @@ TEST_F(Prove, AnOutlineThatDoesNotCutThePartFreeIsTold) {
     }
 }
 
+TEST_F(Prove, ACutThatGoesDeepIntoTheSpoilBoardIsTold) {
+    for (const std::string target : {"C2C", "RCIM"}) {
+        WriteBoardsTo(folder / "job.dxf", {{"Side"}, "White Melamine", false});
+        ASSERT_EQ(Run({"cnc", "job.dxf", "--target", target, "--out", "cut", "--quiet"}).status, 0);
+        const std::string file = "cut/Part_0_Side_7.dxf", text = WithoutReturns(Read(file));
+        const auto cutTo = [&](const std::string& depth, const std::string& named) {
+            Write(file, ReplaceAll(ReplaceAll(text, "\n-18.3\n", "\n-" + depth + "\n"), "OT_Z18p3",
+                                   "OT_Z" + named));
+        };
+        cutTo("1270.0", "1270");
+        ExpectTold(ProveJob(), "goes 1252 into the spoil board, expected 25 at most",
+                   "0 of 1 parts come out of cut as they are drawn\n");
+        cutTo("38.0", "38");
+        EXPECT_EQ(ProveJob().status, 0) << target;
+        // What the shop has set is its own choice.
+        cutTo("58.0", "58");
+        EXPECT_EQ(ProveJob().status, 1) << target;
+        ASSERT_EQ(Run({"settings", "set", "BiesseWorksSpoil", "40"}).status, 0);
+        EXPECT_EQ(ProveJob().status, 0) << target;
+        ASSERT_EQ(Run({"settings", "set", "BiesseWorksSpoil", "0.3"}).status, 0);
+        std::filesystem::remove_all(folder / "cut");
+    }
+}
+
+/// `text` with another length in place of the coordinate `from` of the entities on a layer.
+std::string WithMoved(const std::string& text, const std::string& layer, const std::string& from,
+                      const std::string& to) {
+    const std::size_t first = text.find("\n" + layer, text.find("\nENTITIES\n"));
+    if (first == std::string::npos) return text;
+    const std::size_t end = text.find("\n  0\n", first);
+    return text.substr(0, first) + ReplaceAll(text.substr(first, end - first), "\n" + from, "\n" + to) +
+           text.substr(end);
+}
+
+TEST_F(Prove, APathThatRunsFarOutOfThePartIsTold) {
+    for (const std::string target : {"C2C", "ROV"}) {
+        WriteBoardsTo(folder / "job.dxf", {{"Side"}, "White Melamine", false, 600, true});
+        ASSERT_EQ(Run({"cnc", "job.dxf", "--target", target, "--out", "cut", "--quiet"}).status, 0);
+        EXPECT_EQ(ProveJob().status, 0) << target;
+        const std::string file = "cut/Part_0_Side_7.dxf", text = WithoutReturns(Read(file));
+        const std::string layer = target == "C2C" ? "RT_Z6" : "16\n";
+        Write(file, WithMoved(text, layer, "606.", "1606."));
+        ExpectTold(ProveJob(), " outside the part, expected 25 at most",
+                   "0 of 1 parts come out of cut as they are drawn\n");
+        // A little further than the run has it is fine.
+        Write(file, WithMoved(text, layer, "606.", "612."));
+        EXPECT_EQ(ProveJob().status, 0) << target;
+        std::filesystem::remove_all(folder / "cut");
+    }
+}
+
+TEST_F(Prove, ABoreThatBeginsOffItsEdgeIsToldThoughItEndsWhereItShould) {
+    WriteBoardsTo(folder / "job.dxf", {{"Side"}, "White Melamine", false, 600, true});
+    ASSERT_EQ(Run({"cnc", "job.dxf", "--target", "C2C", "--out", "cut", "--quiet"}).status, 0);
+    const std::string file = "cut/Part_0_Side_7.dxf", text = WithoutReturns(Read(file));
+    // Its mouth lies in the plane of the left end, along the third axis.
+    const std::string deeper = WithMoved(text, "HL_T", "-30.0\n", "-35.0\n");
+    ASSERT_NE(deeper, text);
+    Write(file, WithMoved(deeper, "HL_T", " 30\n0.0\n", " 30\n5.0\n"));
+    ExpectTold(ProveJob(), "HL_T begins 5 away from the edge that it is bored from",
+               "0 of 1 parts come out of cut as they are drawn\n");
+}
+
 TEST_F(Prove, AnOperationWithoutThicknessIsTold) {
     MakeFiles();
     const std::string file = "cut/2-sided/BPart_0_Side_7.dxf";

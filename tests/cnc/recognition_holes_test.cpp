@@ -137,7 +137,7 @@ const std::vector<PartCase> SlantedHoles{
      "no file",
      1300,
      {},
-     "no operation"},
+     "wood stays that the part has not"},
     {"SlantedEdgeBore",
      [](MadePart& part) {
          Panel(part);

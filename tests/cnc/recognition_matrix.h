@@ -7,6 +7,7 @@
 #include <tuple>
 #include <vector>
 
+#include "base/text.h"
 #include "cnc/recognition_fixture.h"
 
 namespace brenvik {
@@ -44,7 +45,7 @@ class RecognitionMatrix : public WholePartTest,
             ExpectQuiet();
             return;
         }
-        ASSERT_EQ(LastRunReport().unexplained.size(), 1U);
+        ASSERT_EQ(LastRunReport().unexplained.size(), 1U) << Join(LastRunReport().unexplained, "\n");
         EXPECT_NE(LastRunReport().unexplained[0].find(each.told), std::string::npos)
             << LastRunReport().unexplained[0];
         EXPECT_EQ(Between(), LastRunReport().unexplained);

@@ -129,7 +129,8 @@ class Boring {
     void Finish() {
         for (const BoreCircle& each : mCircles)
             if (!each.explained && !InBore(each))
-                NoteUnexplained(mRun, mPart, "edge bore", each.diameter, each.center);
+                NoteUnexplained(mRun, mPart, "edge bore", each.diameter, each.center,
+                                AroundAxis(mPart, each.center, each.normal, each.diameter / 2));
         if (mTraits.firstFamily) {
             for (const std::size_t twin : mTwins) mCircles[twin].circle->Delete();
             return;

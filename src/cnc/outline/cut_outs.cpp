@@ -85,7 +85,7 @@ PassOutcome CutOut(RunState& run, AcadLWPolyline& contour) {
     const std::optional<OpenTop> above = TriedFromAbove(run, contour);
     if (!above) {
         contour.Delete();
-        NoteUnexplained(run, "a contour of the part's face makes no body to try the cut with: no operation");
+        NoteUntilProved(run, "a contour of the part's face makes no body to try the cut with: no operation");
         return PassOutcome::GoOn;
     }
     if (*above == OpenTop::Covered) {

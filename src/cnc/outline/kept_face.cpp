@@ -121,7 +121,7 @@ void NoteOtherCurves(RunState& run) {
     for (const AcadEntity* entity : AllOn<AcadEntity>(*run.part.drawing, layers::RegionCopy)) {
         const std::string_view kind = entity->ObjectName();
         if (kind == "AcDbEllipse" || kind == "AcDbSpline")
-            NoteUnexplained(run,
+            NoteUntilProved(run,
                             "the part's face has an edge that is neither straight nor round: no operation");
     }
 }

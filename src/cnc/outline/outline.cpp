@@ -34,7 +34,7 @@ bool TakeChain(RunState& run) {
         return true;
     }
     chains.front()->Delete();
-    NoteUnexplained(run, "the part's face has a chain of edges that doesn't close: no operation");
+    NoteUntilProved(run, "the part's face has a chain of edges that doesn't close: no operation");
     return true;
 }
 
@@ -53,7 +53,7 @@ void JoinBorder(RunState& run) {
         if (!TakeChain(run)) break;
     }
     if (CurvesOn(drawing, layers::Border, 1) > 0)
-        NoteUnexplained(run, "the part's face has edges that were not joined: no operation");
+        NoteUntilProved(run, "the part's face has edges that were not joined: no operation");
 }
 
 /// Returns the largest contour, the outline, and puts the others on `ThroughxRoute`. Null if the face gave

@@ -22,6 +22,10 @@ void NoteUnexplained(RunState& run, std::string_view text);
 /// The same with its place in the frame of the first side.
 void NoteUnexplained(RunState& run, const std::string& text, const Box3& place);
 
+/// Adds a note of something passed over whose place isn't known. The proof, which tells places, takes it
+/// back.
+void NoteUntilProved(RunState& run, const std::string& text);
+
 /// Adds a note about the whole part. The proof withdraws it if the part comes out right.
 void NoteWholePart(RunState& run, const std::string& text);
 
@@ -29,5 +33,10 @@ void NoteWholePart(RunState& run, const std::string& text);
 /// noted before, from either side, isn't noted again.
 void NoteUnexplained(RunState& run, const Box3& part, std::string_view kind, double diameter,
                      const Point3& place);
+/// The same for one that is seen elsewhere than at `place` too: `extent` is its box in the pass's frame.
+void NoteUnexplained(RunState& run, const Box3& part, std::string_view kind, double diameter,
+                     const Point3& place, const Box3& extent);
+/// The box of a bore on an axis all through the part.
+Box3 AroundAxis(const Box3& part, const Point3& on, const Point3& along, double radius);
 
 }  // namespace brenvik

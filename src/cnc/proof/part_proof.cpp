@@ -5,10 +5,14 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <numeric>
 #include <optional>
 #include <utility>
 
+#include "base/failure.h"
+#include "base/skip.h"
+#include "cnc/part/told.h"
 #include "cnc/plan/bit_access.h"
 #include "cnc/plan/bit_reach.h"
 #include "cnc/plan/plan_field.h"
@@ -65,6 +69,23 @@ bool Overlap(const PlanSpot& a, const PlanSpot& b, double slack) {
     });
 }
 
+/// Around all sides, and no closer than a round one reaches.
+PlanBox BoxAround(const std::vector<PlanSide>& sides) {
+    constexpr double far = std::numeric_limits<double>::max();
+    PlanBox box{far, far, -far, -far};
+    for (const PlanSide& side : sides) {
+        const double beyond =
+            std::abs(side.bulge) * std::hypot(side.to.x - side.from.x, side.to.y - side.from.y);
+        for (const PlanPoint& end : {side.from, side.to}) {
+            box.minX = std::min(box.minX, end.x - beyond);
+            box.minY = std::min(box.minY, end.y - beyond);
+            box.maxX = std::max(box.maxX, end.x + beyond);
+            box.maxY = std::max(box.maxY, end.y + beyond);
+        }
+    }
+    return box;
+}
+
 class Prover {
   public:
     Prover(const SolidSections& part, std::span<const WrittenOperation> operations,
@@ -113,10 +134,23 @@ class Prover {
             operation.sides, number};
         if (operation.bit <= 0) return shape;
         if (operation.followed) shape.core = CoreOf(operation.sides, operation.bit);
-        BitRest rest = RestOfBit(operation.sides, PathOf(operation), operation.bit, mUnit);
+        BitRest rest;
+        if (Attempt([&] { rest = RestOfBit(operation.sides, PathOf(operation), operation.bit, mUnit); }))
+            TellUnknownRest(operation);
         shape.notReached = std::move(rest.border);
         mCorners[static_cast<std::size_t>(number)] = std::move(rest.corners);
         return shape;
+    }
+
+    /// What a bit leaves of a path that crosses itself, say, is known to nobody; all else can be compared.
+    void TellUnknownRest(const WrittenOperation& operation) {
+        const PlanBox box = BoxAround(operation.sides);
+        mProof.faults.push_back("what the bit of " + ReportedLength(operation.bit) + " leaves of " +
+                                operation.layer + (operation.secondSide ? " of the second side" : "") + ", " +
+                                ReportedLength(HighOf(operation) - LowOf(operation)) + " deep, from " +
+                                ReportedLength(box.minX) + "," + ReportedLength(box.minY) + " to " +
+                                ReportedLength(box.maxX) + "," + ReportedLength(box.maxY) +
+                                ", could not be compared, since its way does not close");
     }
 
     // Rounds in corners. Where the part has the corner every bit leaves one, and at such a height and all
@@ -310,20 +344,29 @@ class Prover {
     void FindBit(ProofSpot& spot) const {
         const WrittenOperation& operation = mOperations[static_cast<std::size_t>(spot.operation)];
         const Box3& box = spot.box;
-        spot.wouldReach = WidestForPlace(operation.sides, PathOf(operation),
-                                         {box.min.x, box.min.y, box.max.x, box.max.y}, operation.bit, mUnit);
+        // With a bit for which no way is found, none is named.
+        Skip([&] {
+            spot.wouldReach =
+                WidestForPlace(operation.sides, PathOf(operation),
+                               {box.min.x, box.min.y, box.max.x, box.max.y}, operation.bit, mUnit);
+        });
         spot.inCorner = spot.wouldReach >= operation.bit;
     }
 
     void Grow(std::optional<ProofSpot>& whole, const SlabSpot& spot) const {
         const PlanBox& plan = spot.plan.box;
         const Box3 box{{plan.minX, plan.minY, spot.slab.low}, {plan.maxX, plan.maxY, spot.slab.high}};
-        if (!whole) whole = ProofSpot{spot.plan.difference, box, 0, 0, {}, false, 0, -1, false, 0, false};
+        if (!whole) {
+            whole.emplace();
+            whole->difference = spot.plan.difference;
+            whole->box = box;
+        }
         if (whole->layer.empty() && spot.plan.operation >= 0) {
             const WrittenOperation& cause = mOperations[static_cast<std::size_t>(spot.plan.operation)];
             whole->layer = cause.layer;
             whole->secondSide = cause.secondSide;
             whole->bit = cause.bit;
+            whole->hasCore = !mShapes[static_cast<std::size_t>(spot.plan.operation)].core.empty();
             whole->operation = spot.plan.operation;
             whole->notReached = spot.plan.notReached;
         }
@@ -331,6 +374,7 @@ class Prover {
                           std::min(whole->box.min.z, box.min.z)};
         whole->box.max = {std::max(whole->box.max.x, box.max.x), std::max(whole->box.max.y, box.max.y),
                           std::max(whole->box.max.z, box.max.z)};
+        whole->stripes.insert(whole->stripes.end(), spot.plan.stripes.begin(), spot.plan.stripes.end());
         whole->volume += spot.plan.area * (spot.slab.high - spot.slab.low);
         whole->width = std::max(whole->width, spot.plan.width);
     }
@@ -390,20 +434,8 @@ class Prover {
     bool IsOnSheet(const WrittenOperation& operation) const {
         const std::vector<PlanSide> sides =
             operation.bore ? BoreAt(operation, operation.bore->on.z) : operation.sides;
-        PlanBox box{mBox.max.x, mBox.max.y, mBox.min.x, mBox.min.y};
-        for (const PlanSide& side : sides) {
-            // No round side reaches further out than that.
-            const double beyond =
-                std::abs(side.bulge) * std::hypot(side.to.x - side.from.x, side.to.y - side.from.y);
-            for (const PlanPoint& end : {side.from, side.to}) {
-                box.minX = std::min(box.minX, end.x - beyond);
-                box.minY = std::min(box.minY, end.y - beyond);
-                box.maxX = std::max(box.maxX, end.x + beyond);
-                box.maxY = std::max(box.maxY, end.y + beyond);
-            }
-        }
         const double slack = NoDepth * mUnit;
-        return Overlap(box, {mBox.min.x, mBox.min.y, mBox.max.x, mBox.max.y}, slack) &&
+        return Overlap(BoxAround(sides), {mBox.min.x, mBox.min.y, mBox.max.x, mBox.max.y}, slack) &&
                HighOf(operation) - LowOf(operation) > slack;
     }
 

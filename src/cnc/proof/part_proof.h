@@ -15,11 +15,14 @@ struct ProofSpot {
     Difference difference = Difference::Standing;
     Box3 box;
     double volume = 0, width = 0;
+    /// What it consists of as seen from above.
+    std::vector<PlanBox> stripes;
     /// What has taken the wood, or goes around what stays; blank for the outline, and where nothing does.
     std::string layer;
     bool secondSide = false;
-    double bit = 0;      ///< Of that path.
-    int operation = -1;  ///< Its place among the operations.
+    double bit = 0;        ///< Of that path.
+    bool hasCore = false;  ///< That path goes around something that its bit doesn't reach.
+    int operation = -1;    ///< Its place among the operations.
     /// That bit doesn't get in, and the widest that does; 0 where none does.
     bool notReached = false;
     double wouldReach = 0;

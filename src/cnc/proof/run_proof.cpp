@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
+#include <span>
 
 #include "base/failure.h"
 #include "base/number_text.h"
@@ -14,6 +16,7 @@
 #include "cnc/part/run_state.h"
 #include "cnc/part/told.h"
 #include "cnc/plan/plan_sides.h"
+#include "cnc/proof/reach_checks.h"
 #include "session/module_state.h"
 #include "session/ports/platform.h"
 #include "session/session.h"
@@ -106,6 +109,37 @@ bool Touches(const Box3& place, const Box3& spot, double slack) {
            lap(place.min.z, place.max.z, spot.min.z, spot.max.z);
 }
 
+/// Whether boxes hold all of another one together, as seen from above.
+bool Cover(std::span<const Box3> boxes, const PlanBox& whole) {
+    if (whole.maxX <= whole.minX || whole.maxY <= whole.minY) return true;
+    if (boxes.empty()) return false;
+    const Point3 &low = boxes.front().min, &high = boxes.front().max;
+    const std::span<const Box3> others = boxes.subspan(1);
+    const double left = std::clamp(low.x, whole.minX, whole.maxX),
+                 right = std::clamp(high.x, left, whole.maxX),
+                 front = std::clamp(low.y, whole.minY, whole.maxY),
+                 back = std::clamp(high.y, front, whole.maxY);
+    return Cover(others, {whole.minX, whole.minY, left, whole.maxY}) &&
+           Cover(others, {right, whole.minY, whole.maxX, whole.maxY}) &&
+           Cover(others, {left, whole.minY, right, front}) && Cover(others, {left, back, right, whole.maxY});
+}
+
+/// The notes whose places hold all of a spot together, as seen from above: a note knows the place of a
+/// feature, but not always how deep it is. None where they hold less than all of it.
+std::vector<std::string> Explaining(const RunState& run, const ProofSpot& spot, double slack) {
+    std::vector<std::string> notes;
+    std::vector<Box3> places;
+    for (const auto& [text, place] : run.part.notePlaces) {
+        if (!Touches(place, spot.box, slack)) continue;
+        notes.push_back(text);
+        places.push_back(
+            {{place.min.x - slack, place.min.y - slack, 0}, {place.max.x + slack, place.max.y + slack, 0}});
+    }
+    const bool all =
+        std::ranges::all_of(spot.stripes, [&](const PlanBox& stripe) { return Cover(places, stripe); });
+    return all ? notes : std::vector<std::string>();
+}
+
 /// With the second side left out on purpose, what only it or an edge machine could have made is none.
 bool LeftOutOnPurpose(const ProofSpot& spot, const RunState& run) {
     return run.part.LeavesSecondSide && spot.difference == Difference::Standing &&
@@ -113,41 +147,40 @@ bool LeftOutOnPurpose(const ProofSpot& spot, const RunState& run) {
 }
 
 /// A place longer than the round of a bit is more than a corner, whatever corner lies in it: its reason is
-/// another, and a note may know it.
+/// the core that the bit leaves, or another one, and a note may know it.
 void DropCornersOfLargerPlaces(std::vector<ProofSpot>& spots) {
     for (ProofSpot& spot : spots) {
         const double longest = std::max(spot.box.max.x - spot.box.min.x, spot.box.max.y - spot.box.min.y);
         if (!spot.inCorner || longest <= spot.bit) continue;
         spot.inCorner = spot.notReached = false;
-        spot.bit = 0;
+        if (!spot.hasCore) spot.bit = 0;
     }
 }
 
-/// A feature is told once: by the note of whoever has passed it over, which says more, or else by the proof.
-/// A note of what is made all the same is taken back.
+/// What a bit leaves in the middle of its route is no feature without an operation.
+bool MayBeNoted(const ProofSpot& spot) { return spot.difference == Difference::Standing && spot.bit <= 0; }
+
+/// A feature is told once: by the notes of whoever has passed it over, which say more, provided that they
+/// explain the whole of the place, or else by the proof. A note that explains nothing is taken back: its
+/// feature is made all the same, or is a part of what the proof tells.
 void Settle(RunState& run, std::vector<ProofSpot>& spots) {
-    const double slack = UnitOf(run);
     DropCornersOfLargerPlaces(spots);
-    std::vector<bool> noted(spots.size(), false);
-    std::erase_if(run.part.unexplained, [&](const std::string& text) {
-        const bool whole = run.part.wholePartNotes.contains(text);
-        const auto place = run.part.notePlaces.find(text);
-        if (!whole && place == run.part.notePlaces.end()) return false;
-        bool found = false;
-        for (std::size_t i = 0; i < spots.size(); ++i) {
-            if (spots[i].difference != Difference::Standing && !whole) continue;
-            // What a bit leaves in the middle of its route is no feature without an operation.
-            if (spots[i].difference == Difference::Standing && spots[i].bit > 0) continue;
-            if (!whole && !Touches(place->second, spots[i].box, slack)) continue;
-            found = true;
-            noted[i] = noted[i] || !whole;
-        }
-        return !found;
+    std::set<std::string> kept;
+    if (!std::ranges::all_of(spots, [](const ProofSpot& spot) {
+            return spot.difference == Difference::Standing && spot.bit > 0;
+        }))
+        kept = run.part.wholePartNotes;
+    std::erase_if(spots, [&](const ProofSpot& spot) {
+        if (!MayBeNoted(spot)) return false;
+        const std::vector<std::string> notes = Explaining(run, spot, UnitOf(run));
+        kept.insert(notes.begin(), notes.end());
+        return !notes.empty();
     });
-    std::vector<ProofSpot> untold;
-    for (std::size_t i = 0; i < spots.size(); ++i)
-        if (!noted[i] && !LeftOutOnPurpose(spots[i], run)) untold.push_back(std::move(spots[i]));
-    spots = std::move(untold);
+    std::erase_if(spots, [&run](const ProofSpot& spot) { return LeftOutOnPurpose(spot, run); });
+    std::erase_if(run.part.unexplained, [&](const std::string& text) {
+        const bool settled = run.part.wholePartNotes.contains(text) || run.part.notePlaces.contains(text);
+        return settled && !kept.contains(text);
+    });
 }
 
 void Tell(RunState& run, const std::vector<std::string>& texts) {
@@ -216,6 +249,8 @@ void ProveGathered(RunState& run) {
         PartProof proof;
         const std::optional<Failure> failure = Attempt([&] {
             proof = ProvePart(*gathered->part, gathered->operations, gathered->leftOutOutlines, UnitOf(run));
+            std::ranges::move(FaultsOfReach(run, gathered->part->Box(), gathered->operations),
+                              std::back_inserter(proof.faults));
         });
         if (failure) {
             gathered->unproved = failure->detail().empty() ? failure->description() : failure->detail();

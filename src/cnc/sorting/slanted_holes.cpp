@@ -62,6 +62,13 @@ std::vector<Oval> OvalsAt(AcadDocument& drawing, double z) {
     return found;
 }
 
+Box3 Around(const Oval& top, const Oval& bottom) {
+    const double x = std::max(top.sizeX, bottom.sizeX) / 2, y = std::max(top.sizeY, bottom.sizeY) / 2;
+    const Point3 &a = top.center, &b = bottom.center;
+    return {{std::min(a.x, b.x) - x, std::min(a.y, b.y) - y, b.z},
+            {std::max(a.x, b.x) + x, std::max(a.y, b.y) + y, a.z}};
+}
+
 /// A slanted wall cuts top and underside in equal ellipses that lie apart; those of an upright wall lie over
 /// each other.
 void NoteThroughHoles(RunState& run, const Box3& part) {
@@ -69,10 +76,11 @@ void NoteThroughHoles(RunState& run, const Box3& part) {
     if (tops.empty()) return;
     const std::vector<Oval> bottoms = OvalsAt(*run.part.drawing, part.min.z);
     for (const Oval& top : tops) {
-        const auto alike = [&](const Oval& bottom) { return Alike(top, bottom); };
         const auto over = [&](const Oval& bottom) { return Alike(top, bottom) && Above(top, bottom); };
-        if (std::ranges::any_of(bottoms, alike) && std::ranges::none_of(bottoms, over))
-            NoteUnexplained(run, part, Kind, std::min(top.sizeX, top.sizeY), top.center);
+        const auto alike =
+            std::ranges::find_if(bottoms, [&](const Oval& bottom) { return Alike(top, bottom); });
+        if (alike != bottoms.end() && std::ranges::none_of(bottoms, over))
+            NoteUnexplained(run, part, Kind, std::min(top.sizeX, top.sizeY), top.center, Around(top, *alike));
     }
 }
 
@@ -84,7 +92,8 @@ void NoteSlantedHoles(RunState& run, const Box3& part, std::span<const AcadCircl
         if (std::ranges::any_of(noted, [&](const AcadCircle* other) { return OnOneAxis(*circle, *other); }))
             continue;
         noted.push_back(circle);
-        NoteUnexplained(run, part, Kind, circle->Diameter(), circle->Center());
+        NoteUnexplained(run, part, Kind, circle->Diameter(), circle->Center(),
+                        AroundAxis(part, circle->Center(), circle->Normal(), circle->Radius()));
     }
     NoteThroughHoles(run, part);
 }

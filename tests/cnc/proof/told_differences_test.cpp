@@ -1,5 +1,8 @@
 // Features that no recogniser makes: whatever is missing from a part's files is told with its place and size.
 #include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <utility>
 
 #include "base/text.h"
 #include "cnc/proof/run_proof.h"
@@ -214,6 +217,60 @@ TEST_F(ToldDifferences, ABevelIsToldOnceByWhoHasSeenIt) {
     const std::string told = Told(part);
     EXPECT_TRUE(Has(told, "sloped face of 600 by 25.456")) << told;
     EXPECT_FALSE(Has(told, "wood stays")) << told;
+}
+
+TEST_F(ToldDifferences, ARecessAllRoundASmallPinIsClearedOverItsParting) {
+    for (const double diameter : {12, 16, 20, 24, 34}) {
+        for (const double top : {15.5, 18.0}) {
+            MadePart part = Made();
+            part.Board(500, 300, 18);
+            part.Pocket(Rectangle(160, 165, 325, 275), 13);
+            part.Unite(*part.Body({{242.5 - diameter / 2, 220, 1}, {242.5 + diameter / 2, 220, 1}}, 13, top));
+            Set("ClearCores", "1");
+            EXPECT_EQ(Told(part), "") << diameter << " " << top;
+            part.Solid().Delete();
+        }
+    }
+}
+
+TEST_F(ToldDifferences, WithoutClearCoresTheMiddleOfARecessRoundAPinIsToldAsThat) {
+    MadePart part = Made();
+    part.Board(500, 300, 18);
+    part.Pocket(Rectangle(160, 165, 325, 275), 13);
+    part.Unite(*part.Body({{232.5, 220, 1}, {252.5, 220, 1}}, 13, 15.5));
+    const std::string told = Told(part);
+    EXPECT_TRUE(Has(told, "in the middle of RT_Z5")) << told;
+    EXPECT_TRUE(Has(told, "(a pocket with the setting ClearCores)")) << told;
+    EXPECT_FALSE(Has(told, "pin of")) << told;
+}
+
+TEST_F(ToldDifferences, ANoteOfAPinDoesNotSwallowWhatStaysAroundIt) {
+    // The web over the parting is wider than the bits find their way to: no bit fits beside so thin a pin.
+    MadePart part = Made();
+    part.Board(500, 300, 18);
+    part.Pocket(Rectangle(160, 165, 325, 275), 13);
+    part.Unite(*part.Body({{240.5, 220, 1}, {244.5, 220, 1}}, 13, 15.5));
+    Set("ClearCores", "1");
+    const std::string told = Told(part);
+    EXPECT_EQ(told.empty(), Faults(part.Solid()).empty()) << told;
+    EXPECT_FALSE(Has(told, "pin of")) << told;
+}
+
+TEST_F(ToldDifferences, ASlantedRecessThatOpensIntoARabbetNearTheEdgeIsMade) {
+    // Its right wall meets the edge just before the rabbet begins.
+    MadePart part = Made();
+    part.Board(500, 300, 18);
+    part.Pocket(Rectangle(-5, 275, 505, 305), 10);
+    Shape recess;
+    for (const auto& [x, y] : {std::pair{-34.0, -22.75}, {34.0, -22.75}, {34.0, 22.75}, {-34.0, 22.75}}) {
+        const double turn = -std::numbers::pi / 12;
+        recess.push_back(
+            {466 + x * std::cos(turn) - y * std::sin(turn), 270.5 + x * std::sin(turn) + y * std::cos(turn)});
+    }
+    part.Pocket(recess, 10.5);
+    Set("ClearCores", "1");
+    EXPECT_EQ(Told(part), "");
+    EXPECT_EQ(Faults(part.Solid()), std::vector<std::string>{});
 }
 
 TEST_F(ToldDifferences, ASideThatASettingLeavesOutIsNoDifference) {

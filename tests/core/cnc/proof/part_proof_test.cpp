@@ -59,6 +59,23 @@ TEST(PartProof, AnOperationThatPassesThePartByIsTold) {
     EXPECT_TRUE(proof.spots.empty());
 }
 
+TEST(PartProof, APathWhoseBitGoesNowhereIsToldWithItsPlaceAndAllElseIsCompared) {
+    // The path crosses itself: beyond the crossing its inside is to its right.
+    const std::vector<PlanPoint> corners{{432, 275}, {427, 257}, {493, 240}, {504.6, 283}, {504.6, 275}};
+    std::vector<PlanSide> sides;
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        sides.push_back({corners[i], corners[(i + 1) % corners.size()]});
+    WrittenOperation twisted = Path("RT", sides, 12);
+    twisted.bit = 8;
+    twisted.secondSide = true;
+    const std::vector<WrittenOperation> operations{Outline(), twisted};
+    const PartProof proof = ProvePart(Board(), operations, {}, 1);
+    EXPECT_EQ(proof.faults,
+              (Texts{"what the bit of 8 leaves of RT of the second side, 6 deep, from 427,240 to 504.6,283, "
+                     "could not be compared, since its way does not close"}));
+    EXPECT_FALSE(proof.spots.empty());
+}
+
 TEST(PartProof, WhatGoesThroughFromBothSidesStandsTwiceHoweverDeepInTheSpoilBoard) {
     const std::vector<PlanSide> window = Rectangle(100, 100, 200, 200);
     WrittenOperation fromBelow = Path("BELOW", window, 0, thickness + 0.3);
