@@ -10,8 +10,10 @@ function opens(text,    opening) {
     return opening == gsub(/\)/, "", text)
 }
 
-# Whether a line is a whole body. In a chain it begins with none of the words that a later `else` could be taken for.
-function whole(text, chained) {
+# Whether a line is a whole body. In a chain it begins with none of the words that a later `else` could be taken for;
+# behind an `if` it is no check of a test, such as EXPECT_EQ, which is an `if` with an `else` in disguise.
+function whole(head, text, chained) {
+    if (head !~ /^ *(for|while) / && text ~ /^ *[A-Z]+_[A-Z0-9_]+\(/) return 0
     return text ~ /;$/ && !(chained && text ~ /^ *(if|for|while) /)
 }
 
@@ -22,8 +24,9 @@ function chain(first,    indent, at, bodies) {
     sub(/[^ ].*/, "", indent)
     for (at = first; at + 2 <= last; at += 2) {
         ++bodies
-        if (lines[at + 2] == indent "}") return whole(lines[at + 1], bodies > 1) ? bodies : 0
-        if (index(lines[at + 2], indent "} else ") != 1 || !opens(lines[at + 2]) || !whole(lines[at + 1], 1)) return 0
+        if (lines[at + 2] == indent "}") return whole(lines[at], lines[at + 1], bodies > 1) ? bodies : 0
+        if (index(lines[at + 2], indent "} else ") != 1 || !opens(lines[at + 2]) || !whole(lines[at], lines[at + 1], 1))
+            return 0
     }
     return 0
 }

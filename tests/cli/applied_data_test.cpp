@@ -74,7 +74,9 @@ TEST_F(AppliedData, OfAllScriptsSurvivesSavingAndOpening) {
     const std::string longName(255, 'x');
     EXPECT_NE(Run({"list", "cells.dxf", "--select", "100", "--format", "csv"}).output.find(longName),
               std::string::npos);
-    if (test::HasEzdxf()) EXPECT_EQ(test::AuditWithEzdxf(Path("cells.dxf")), std::nullopt);
+    if (test::HasEzdxf()) {
+        EXPECT_EQ(test::AuditWithEzdxf(Path("cells.dxf")), std::nullopt);
+    }
 }
 
 }  // namespace

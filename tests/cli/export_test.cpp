@@ -36,7 +36,9 @@ class Export : public ProgramTest {
             "csv.reader(open(sys.argv[1]))}))' "
             "'" +
             Path("out.csv") + "'");
-        if (counted.status == 0) EXPECT_EQ(counted.output, "1\n");
+        if (counted.status == 0) {
+            EXPECT_EQ(counted.output, "1\n");
+        }
     }
     /// A profile of the shop's own, and adjustments: the carcass gains in length, white boards in width too.
     void WriteShopFiles() const {

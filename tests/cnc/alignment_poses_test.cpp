@@ -48,7 +48,9 @@ class LaidFlat : public AlignmentTest {
         EXPECT_NEAR(largest.Area(), kind.largestArea, 1e-4);
         const Box3 face = largest.GetBoundingBox();
         EXPECT_NEAR(face.min.z, 0, 1e-7);
-        if (letters.back() == 'T' && kind.name != std::string_view("cube")) EXPECT_NEAR(face.max.z, 0, 1e-7);
+        if (letters.back() == 'T' && kind.name != std::string_view("cube")) {
+            EXPECT_NEAR(face.max.z, 0, 1e-7);
+        }
     }
 };
 

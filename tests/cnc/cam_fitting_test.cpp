@@ -149,7 +149,9 @@ TEST_F(CamFitting, ComesBackWholeFromAFile) {
     const double volume = side.Solid().Volume();
     const Box3 box = side.Solid().GetBoundingBox();
     document.SaveAs(SavedName(), SaveAsKind::Dxf2000);
-    if (test::HasEzdxf()) EXPECT_EQ(test::AuditWithEzdxf(files.Resolve(SavedName())), std::nullopt);
+    if (test::HasEzdxf()) {
+        EXPECT_EQ(test::AuditWithEzdxf(files.Resolve(SavedName())), std::nullopt);
+    }
     HostDocument& again = host.OpenNamed(SavedName());
     EXPECT_TRUE(again.Notes().empty());
     const std::vector<Acad3DSolid*> solids = All<Acad3DSolid>(again);

@@ -248,7 +248,9 @@ TEST_F(DrawingToolsTest, KindsThatAreNotPartsOfADrawingOfPartsStayAsTheyAre) {
     Choose({&solid});
     commands::ShowSelectedOnly(host);
     EXPECT_TRUE(solid.Visible());
-    if (other != nullptr) EXPECT_TRUE(other->Visible());
+    if (other != nullptr) {
+        EXPECT_TRUE(other->Visible());
+    }
 }
 
 TEST_F(DrawingToolsTest, OnlyTheSelectedEntitiesStayVisible) {

@@ -144,7 +144,9 @@ TEST_F(RecognitionSettings, PocketsAroundAThroughRouteAreRoutesWithTheConversion
         const std::vector<Drawn> routes = OnLayers(*FirstSide(), "RT_Z8_");
         ASSERT_EQ(routes.size(), on ? 1U : 0U);
         // All but the first field is the pocket's.
-        if (on) EXPECT_EQ(routes[0].layer.substr(0, 30), "RT_Z8_T1_D12_S18000_F300_R_C0_");
+        if (on) {
+            EXPECT_EQ(routes[0].layer.substr(0, 30), "RT_Z8_T1_D12_S18000_F300_R_C0_");
+        }
         part.Solid().Delete();
     }
 }

@@ -24,7 +24,9 @@ class UprightFaces : public WholePartTest {
         EXPECT_EQ(Faults(part.Solid(), 0, {0, {"H"}}), std::vector<std::string>{});
         for (const auto& side : {FirstSide(), SecondSide()})
             for (const Drawn& drawn : side.value_or(std::vector<Drawn>{}))
-                if (drawn.color == layers::OutlineColor) EXPECT_NEAR(drawn.normal.z, 1, 1e-9);
+                if (drawn.color == layers::OutlineColor) {
+                    EXPECT_NEAR(drawn.normal.z, 1, 1e-9);
+                }
         part.Solid().Delete();
     }
 };

@@ -103,6 +103,14 @@ source_is 'void F(int a) {
 }
 '
 kept "a chain whose braces say what the else belongs to"
+source_is 'void F(int a) {
+  if (a) {
+    EXPECT_EQ(a, 1);
+  }
+  for (; a; --a) EXPECT_EQ(a, 1);
+}
+'
+kept "a check of a test in braces behind an if"
 source_is '#define EACH(a)    \
   for (; a; --a) { \
     F(1);          \

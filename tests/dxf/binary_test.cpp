@@ -170,12 +170,15 @@ void ExpectClose(const EntityData& binary, const EntityData& text) {
         EXPECT_NEAR(std::get<LineData>(binary.geometry).end.y, line->end.y,
                     1e-12 * (1 + std::abs(line->end.y)));
     }
-    if (const auto* circle = std::get_if<CircleData>(&text.geometry))
+    if (const auto* circle = std::get_if<CircleData>(&text.geometry)) {
         EXPECT_NEAR(std::get<CircleData>(binary.geometry).radius, circle->radius, 1e-12 * circle->radius);
-    if (const auto* body = std::get_if<AcisData>(&text.geometry))
+    }
+    if (const auto* body = std::get_if<AcisData>(&text.geometry)) {
         EXPECT_EQ(std::get<AcisData>(binary.geometry).text, body->text);
-    if (const auto* words = std::get_if<MTextData>(&text.geometry))
+    }
+    if (const auto* words = std::get_if<MTextData>(&text.geometry)) {
         EXPECT_EQ(std::get<MTextData>(binary.geometry).text, words->text);
+    }
 }
 
 TEST(BinaryDxfSample, HasWhatItsAsciiTwinHas) {

@@ -101,7 +101,9 @@ TEST(LetterCase, EveryLetterOfTheLatinBlocksGoesThereAndBack) {
             ++letters;
             EXPECT_EQ(FoldUpper(lower), text) << std::hex << static_cast<unsigned>(codePoint);
         }
-        if (upper != text) EXPECT_EQ(FoldLower(upper), text) << std::hex << static_cast<unsigned>(codePoint);
+        if (upper != text) {
+            EXPECT_EQ(FoldLower(upper), text) << std::hex << static_cast<unsigned>(codePoint);
+        }
     }
     EXPECT_EQ(letters, 344);
 }

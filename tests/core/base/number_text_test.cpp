@@ -61,7 +61,9 @@ TEST(NumberText, TheThreeFormsOfOneValue) {
     for (const auto& c : cases) {
         EXPECT_EQ(NumberToText(c.value), c.general);
         EXPECT_EQ(NumberToTextBlank(c.value), c.blank);
-        if (c.noZero) EXPECT_EQ(NumberToTextNoZero(c.value), c.noZero);
+        if (c.noZero) {
+            EXPECT_EQ(NumberToTextNoZero(c.value), c.noZero);
+        }
     }
 }
 

@@ -40,7 +40,9 @@ TEST_F(SortDialog, BoxesStandForRowsOfTheRelation) {
         EXPECT_EQ(&form.Get<CheckControl>(name), form.Check1[box]);
         EXPECT_EQ(form.Check1[box]->tag, std::to_string(box + 1));
         EXPECT_EQ(form.Check1[box]->visible, box != 0) << name;
-        if (box > 0) EXPECT_EQ(form.Check1[box]->Text(), State().ColumnRelation[box + 1].caption);
+        if (box > 0) {
+            EXPECT_EQ(form.Check1[box]->Text(), State().ColumnRelation[box + 1].caption);
+        }
     }
     EXPECT_EQ(form.Check1[0]->Text(), "Part Name");
 }

@@ -173,7 +173,9 @@ TEST(CirclePockets, TakeTheSmallestBitThatIsSmaller) {
             ASSERT_TRUE(tool.has_value());
             EXPECT_LE(material.tools[*tool].diameter, other.diameter);
         }
-        if (tool.has_value()) EXPECT_LT(material.tools[*tool].diameter, circle);
+        if (tool.has_value()) {
+            EXPECT_LT(material.tools[*tool].diameter, circle);
+        }
     });
     EXPECT_EQ(BitForCirclePocket(Bits(0.5, 0.25, 0.25), 1), Tool(1));
     EXPECT_EQ(BitForCirclePocket(Bits(0.5, 0.25, 0.375), 0.25), std::nullopt) << "smaller, not as wide";

@@ -58,7 +58,9 @@ void UseToolOf(RunState& run, const std::string& tool, double diameter) {
 
 /// Within half a step of the last digit.
 void ExpectDepth(const OperationName& read, double depth, const std::string& name) {
-    if (read.depth) EXPECT_LE(std::abs(*read.depth - depth), read.rounding + 1e-9) << name;
+    if (read.depth) {
+        EXPECT_LE(std::abs(*read.depth - depth), read.rounding + 1e-9) << name;
+    }
 }
 
 bool TellsDepthOfPaths(Target target) {
@@ -83,11 +85,19 @@ void ExpectPath(const Case& one, RouteRole role, PathKind kind) {
     EXPECT_EQ(read->kind, TellsKindOfPaths(target) ? KindOfPath(role, kind) : OperationKind::Path) << name;
     EXPECT_EQ(read->depth.has_value(), TellsDepthOfPaths(target)) << name;
     ExpectDepth(*read, one.depth, name);
-    if (TellsToolOfPaths(target)) EXPECT_EQ(read->tool, one.run.part.bits.ToolNumber) << name;
-    if (read->diameter) EXPECT_NEAR(*read->diameter, one.run.part.bits.ToolDiameter, 1e-12) << name;
+    if (TellsToolOfPaths(target)) {
+        EXPECT_EQ(read->tool, one.run.part.bits.ToolNumber) << name;
+    }
+    if (read->diameter) {
+        EXPECT_NEAR(*read->diameter, one.run.part.bits.ToolDiameter, 1e-12) << name;
+    }
     EXPECT_EQ(read->counter.has_value(), target == Target::C2C && role != RouteRole::Outline) << name;
-    if (!read->speed.empty()) EXPECT_EQ(read->speed, "18000") << name;
-    if (!read->feed.empty()) EXPECT_EQ(read->feed, "300") << name;
+    if (!read->speed.empty()) {
+        EXPECT_EQ(read->speed, "18000") << name;
+    }
+    if (!read->feed.empty()) {
+        EXPECT_EQ(read->feed, "300") << name;
+    }
 }
 
 TEST(OperationNames, EveryPathReadsBackToItsKindItsDepthAndItsTool) {
@@ -137,8 +147,12 @@ void ExpectHole(const Case& one, HoleStart start, double thickness, double diame
     const bool plain =
         (target == Target::WOP4 || target == Target::WOP5) && start == HoleStart::TopFace && !cut.through;
     const double told = plain || target == Target::THERM ? cut.depth : cut.drilled;
-    if (read->depth) EXPECT_LE(std::abs(*read->depth - told), read->rounding + 1e-6) << name;
-    if (read->diameter) EXPECT_NEAR(*read->diameter, diameter, 1e-6) << name;
+    if (read->depth) {
+        EXPECT_LE(std::abs(*read->depth - told), read->rounding + 1e-6) << name;
+    }
+    if (read->diameter) {
+        EXPECT_NEAR(*read->diameter, diameter, 1e-6) << name;
+    }
 }
 
 TEST(OperationNames, EveryVerticalHoleReadsBackToItsDepthAndItsDiameter) {
@@ -158,10 +172,16 @@ void ExpectBore(const Case& one, const SideTraits& side, const BoreCut& cut) {
     EXPECT_EQ(read->kind, OperationKind::Bore) << name;
     const bool sideless = target == Target::WOP4 || target == Target::WOP5 || target == Target::THERM;
     EXPECT_EQ(read->side.has_value(), !sideless) << name;
-    if (read->side) EXPECT_EQ(*read->side, side.side) << name;
+    if (read->side) {
+        EXPECT_EQ(*read->side, side.side) << name;
+    }
     ExpectDepth(*read, cut.depth, name);
-    if (read->diameter) EXPECT_LE(std::abs(*read->diameter - cut.diameter), read->rounding + 1e-9) << name;
-    if (read->height) EXPECT_LE(std::abs(*read->height - cut.height), read->rounding + 1e-9) << name;
+    if (read->diameter) {
+        EXPECT_LE(std::abs(*read->diameter - cut.diameter), read->rounding + 1e-9) << name;
+    }
+    if (read->height) {
+        EXPECT_LE(std::abs(*read->height - cut.height), read->rounding + 1e-9) << name;
+    }
 }
 
 TEST(OperationNames, EveryEdgeBoreReadsBackToItsSideItsHeightAndItsDepth) {
