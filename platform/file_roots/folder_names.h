@@ -19,7 +19,7 @@ class FolderNames {
     void Keep(const std::filesystem::path& folder);
     void Forget(const std::filesystem::path& folder);
     bool Keeps(const std::filesystem::path& folder) const;
-    /// The same as `FindEntry`, which it asks for folders that aren't kept.
+    /// Like `FindEntry`, which it calls for folders that aren't kept.
     std::filesystem::path Find(const std::filesystem::path& folder, const std::string& name);
 
   private:

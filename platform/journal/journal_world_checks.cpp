@@ -58,7 +58,7 @@ AcadObject& FindObject(const JournalStep& step, const JournalWorld& world, const
     FailStep(step, "an object with the handle " + handle, "none in the drawing");
 }
 
-/// The one text that stands under a key, or nothing where the object has no data of that key.
+/// The one text stored under a key; empty where the object has no data of that key.
 std::optional<std::string> PartDataText(const AcadObject& object, std::string_view key) {
     std::vector<std::int16_t> types;
     std::vector<XDataValue> values;

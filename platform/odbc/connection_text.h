@@ -12,7 +12,7 @@ namespace brenvik::odbc {
 struct DriverEntry {
     /// The driver's own name for the attribute `Dbq`; empty where it is `Dbq`.
     std::string fileAttribute;
-    /// Attributes that the driver gets besides those of the string; empty for none.
+    /// Attributes to pass to the driver besides those of the string; may be empty.
     std::string moreAttributes;
 };
 

@@ -15,8 +15,8 @@ struct TypeRow {
     ValueForm form;
 };
 
-// Dates have two numbers: 9 to 11 are those of the second release of ODBC, which drivers of that age still
-// give.
+// Dates have two numbers: 9 to 11 are those of ODBC 2, which old drivers still
+// return.
 constexpr std::array<TypeRow, 27> TypeRows = {{
     {SQL_CHAR, 129, 129, ValueForm::Text},
     {SQL_VARCHAR, 200, 200, ValueForm::Text},

@@ -49,7 +49,7 @@ class OdbcConnection : public ExportConnection {
     OdbcConnection(const OdbcConnection&) = delete;
     OdbcConnection& operator=(const OdbcConnection&) = delete;
 
-    // Record sets are only walked forward, which is the same wherever the cursor is kept.
+    // Record sets are only read forwards, so it doesn't matter where the cursor is kept.
     void SetCursorLocation(CursorLocation) override {}
 
     void Open(std::string_view connectionString) override {

@@ -1,5 +1,5 @@
-// Message boxes as text, for dialog platforms without a screen: the one line that tells a box, which
-// answers its buttons give, and which of them is the default.
+// Message boxes as text, for dialog platforms without a screen: one line for the box, the answers that its
+// buttons give, and the default among them.
 #pragma once
 
 #include <string>

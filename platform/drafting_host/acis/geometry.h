@@ -57,7 +57,7 @@ struct SurfaceFrame {
     double minorRadius = 0;     ///< Of the torus tube or of an elliptic cylinder.
     double semiAngle = 0;       ///< Of the cone; positive, so that it grows along the axis.
     bool insideOut = false;     ///< The record's outside is not the natural side.
-    Handle(Geom_Surface) free;  ///< Of a free surface, which has nothing of the above but `insideOut`.
+    Handle(Geom_Surface) free;  ///< A free surface: of the values above it uses `insideOut` alone.
 
     Handle(Geom_Surface) Build() const;
     gp_Pnt2d Parameters(const gp_Pnt& point) const;

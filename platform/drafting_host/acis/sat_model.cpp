@@ -269,7 +269,7 @@ CurveRecord Model::Curve(long index) const {
                                " is not read; expected a straight, an ellipse or an intcurve curve");
 }
 
-// What stands in braces may stand elsewhere, and only its number here.
+// A definition in braces may be written elsewhere, with only its number here.
 Model::Subtype Model::Braces(FieldCursor& fields, long index) const {
     const std::string_view brace = fields.Word("opening brace");
     if (brace != "{") throw BadRecord(index, "expected an opening brace, found " + Quoted(brace));

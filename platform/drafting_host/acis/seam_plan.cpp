@@ -111,7 +111,7 @@ bool SeamPlanner::BlockedBy(const gp_Pnt2d& a, const gp_Pnt2d& b, double along, 
     return std::max(first, second) > low + edge && std::min(first, second) < high - edge;
 }
 
-// True where nothing lies on the way between the two ends.
+// True where the way between the two ends is free.
 bool SeamPlanner::Clear(double along, double low, double high) {
     if (high <= low || ++mTries > MostTries) return false;
     for (const LoopChart& loop : mChart.loops) {
@@ -166,7 +166,7 @@ void SeamPlanner::MoveVertex(int loop, const Passing& passing) {
     mNodes.vertices[static_cast<std::size_t>(edge.start)].place = edge.curve->Value(edge.first);
 }
 
-// The vertex of one loop goes to where the other's stands.
+// The vertex of one loop moves to that of the other.
 bool SeamPlanner::Moved() {
     for (const bool moveHigh : {true, false}) {
         const int moving = moveHigh ? mPair.high : mPair.low;

@@ -201,7 +201,7 @@ CoedgeUse BodyBuilder::Use(const CoedgeRecord& coedge) {
     return {EdgeNodeOf(coedge.edge, edge), !coedge.reversed, Given(coedge)};
 }
 
-// A curve on the surface says again what the curve in space says; a damaged one is found anew.
+// The curve on the surface repeats the curve in space; a damaged one is computed again.
 Handle(Geom2d_Curve) BodyBuilder::Given(const CoedgeRecord& coedge) const {
     if (coedge.pcurve < 0) return {};
     try {

@@ -18,7 +18,7 @@ struct LinkPiece {
 struct Link {
     std::size_t object = 0;
     std::vector<LinkPiece> pieces;
-    /// Of the plane that the link lies in; nothing for a straight one, which fits many.
+    /// The normal of the link's plane; empty for a straight link, which fits many planes.
     std::optional<Point3> normal;
     /// The normal that a straight link was drawn with.
     Point3 ownNormal{0, 0, 1};

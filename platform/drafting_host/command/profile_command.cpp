@@ -86,7 +86,7 @@ Asking<void> Solprof(CommandSession& session) {
         InsertProfile(document, visible, std::move(curves.visible));
         InsertProfile(document, hidden, std::move(curves.hidden));
     } else {
-        // With nothing hidden each solid makes a block of its own.
+        // If hidden lines aren't wanted, each solid makes a block of its own.
         for (const TopoDS_Shape& shape : shapes)
             InsertProfile(document, visible, ProfileOf({&shape, 1}, plane, options).visible);
     }

@@ -98,7 +98,7 @@ class Counter {
         }
     }
 
-    /// Nothing for a block that the document hasn't.
+    /// Null for a block that the document doesn't have.
     const Known* Settled(const std::string& name) {
         Known* const wanted = Find(name);
         if (wanted == nullptr || wanted->state == State::Settled) return wanted;
@@ -210,7 +210,7 @@ class SolidsOnly {
     bool AreAll(const HostEntity& reference) {
         const HostGeometry geometry = reference.Geometry();
         const auto* insert = std::get_if<InsertData>(&geometry);
-        // Attributes stand behind a reference as parts of its record.
+        // Attributes follow a reference as parts of its record.
         const Kept<KeptGroups>& kept = reference.KeptGroupsOfFile();
         return insert != nullptr && (!kept || kept->parts.empty()) && AreAll(insert->block);
     }

@@ -1,4 +1,4 @@
-// Which reader and writer a drawing file goes to.
+// Chooses the reader and the writer for a drawing file.
 #include "drafting_host/document/drawing_files.h"
 
 #include <algorithm>

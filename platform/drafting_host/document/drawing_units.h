@@ -36,7 +36,7 @@ double AsNamedUnit(double millimetres);
 /// What brings the lengths of a file to the unit of the drawing.
 struct UnitStep {
     double factor = 1;            ///< Exactly 1 where nothing changes.
-    std::vector<ReadNote> notes;  ///< What the user is told; nothing is lost with it.
+    std::vector<ReadNote> notes;  ///< A remark for the user; it stands for no loss.
 };
 
 /// `fileMillimetres` is the length of the unit that the file states, empty if it states none.

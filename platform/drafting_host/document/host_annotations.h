@@ -69,7 +69,7 @@ class HostViewport final : public HostDataEntity<ViewportData>, public AcadPView
     bool On() const { return mData.status != 0; }
     /// Everything but the place on the sheet counts as the view. Fails on a locked layer.
     void SetValues(ViewportData values);
-    /// The sheet's own record, which shows nothing of the model.
+    /// The sheet's own viewport, which doesn't show the model.
     bool IsSheet() const;
 };
 

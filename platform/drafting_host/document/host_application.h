@@ -56,7 +56,7 @@ class HostApplication final : public AcadApplication, public MeasuringPort, publ
     void Activate(HostDocument& document);
     void CloseDocument(HostDocument& document);
     const std::vector<std::unique_ptr<HostDocument>>& OpenDocuments() const { return mDocuments; }
-    /// Nothing when no document is open.
+    /// Null when no document is open.
     HostDocument* Active() const;
 
     void SetPathResolver(PathResolver resolver) { mResolver = std::move(resolver); }

@@ -111,7 +111,7 @@ class HostDocument final : public AcadDocument {
     /// The same for a drawing that never left the memory; its shapes are shared.
     void TakeOver(const DrawingSnapshot& snapshot);
     void SetFile(std::string fullName) { mFullName = std::move(fullName); }
-    /// Tells that the drawing came from a file of another system.
+    /// Records that the drawing came from a file of another system.
     void MarkImported() { mImported = true; }
     /// The drawing was read from a file that holds more than is read of it (a DWG, STEP of another program):
     /// nothing here writes over that. Saving a DWG under its own name writes DXF text beside it.

@@ -76,7 +76,7 @@ class HostEntity : public virtual AcadEntity {
     const std::vector<XDataOfApp>& ExtendedData() const { return mXData; }
     /// Takes over extended data that have been checked already.
     void SetExtendedData(std::vector<XDataOfApp> data) { mXData = std::move(data); }
-    /// What the file that was read tells of the entity besides.
+    /// What the file that was read holds of the entity besides its values.
     const Kept<KeptGroups>& KeptGroupsOfFile() const { return mKept; }
     void SetKeptGroups(Kept<KeptGroups> kept) { mKept = std::move(kept); }
     /// Takes over look, extended data and what is kept from an entity that this one is a copy of.
@@ -98,7 +98,7 @@ class HostEntity : public virtual AcadEntity {
     virtual void ApplyTransform(const Similarity& move) = 0;
     /// Nothing where the entity has no extent at all.
     virtual std::optional<Box3> Box() const = 0;
-    /// Lets go of what is large once the entity is erased.
+    /// Frees large data once the entity is erased.
     virtual void Release() {}
 
   private:

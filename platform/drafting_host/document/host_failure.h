@@ -32,7 +32,7 @@ Failure WasErased(std::string detail);
 Failure OnLockedLayer(std::string_view layer);
 /// A prompt that got no answer.
 Failure Cancelled(std::string_view prompt);
-/// A value that the host doesn't take; `detail` says which one and what is expected.
+/// A value that the host doesn't accept; `detail` names it and says what is expected.
 Failure InvalidArgument(std::string detail);
 /// An operation that these objects don't allow; `detail` says why.
 Failure NotPossible(std::string detail);

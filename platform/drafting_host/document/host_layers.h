@@ -54,14 +54,14 @@ class HostLayers final : public AcadLayers {
     AcadLayer* Item(std::string_view name) override;
     AcadLayer* Add(std::string_view name) override;
 
-    /// The layer of that name, or nothing.
+    /// The layer of that name, or null.
     HostLayer* Find(std::string_view name) const;
     /// A layer as a file holds it; where the name is known, the known layer as it stands.
     HostLayer& Put(LayerData data);
     const std::vector<HostLayer*>& All() const { return mOrder; }
     /// Forgets all layers, for a drawing that holds nothing yet.
     void Clear();
-    /// Takes the layer out of the drawing; nothing may stand on it.
+    /// Removes the layer from the drawing; it must hold no entity.
     void Purge(HostLayer& layer);
 
   private:

@@ -1,4 +1,4 @@
-// Which file a drawing in memory stands for, told by the file's size and the time of its last change.
+// Finds the file that a drawing in memory was written to, by the file's size and the time of its last change.
 #include "drafting_host/document/written_drawings.h"
 
 #include <algorithm>

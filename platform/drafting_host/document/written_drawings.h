@@ -26,7 +26,7 @@ class WrittenDrawings {
     void KeepContent(std::shared_ptr<const DrawingSnapshot> drawing, std::string content);
 
   private:
-    /// What tells a file from a later one of the same name.
+    /// Distinguishes a file from a later one of the same name.
     struct Stamp {
         std::uintmax_t size = 0;
         std::filesystem::file_time_type changed;

@@ -64,8 +64,8 @@ void JoinNames(DrawingData& data) {
     data.currentLayer = layers.Has(data.currentLayer) ? layers.Named(data.currentLayer).name : "0";
 }
 
-// Which blocks a block reference may name: those that hold no reference, directly or through others, back
-// to the block in which it stands. A walk through such a ring would not end.
+// Which blocks a reference may name: those without a reference, direct or through others, back to the block
+// that holds it. A walk through such a ring would not end.
 class BlockRings {
   public:
     explicit BlockRings(Reading& reading)
@@ -210,7 +210,7 @@ class Handles {
 
     void Keep(KeptRecord& record) {
         const HandleValue read = record.handle;
-        // A group is kept besides what the drawing has of it.
+        // A group is kept as text in addition to what the drawing knows of it.
         if (record.name == "GROUP" && mGroups.contains(read)) {
             mKept.insert(read);
             return;

@@ -1,4 +1,4 @@
-// Groups that stand twice in an entity: which of them counts is nowhere said, and programs differ.
+// Groups that occur twice in an entity: the format doesn't define which of them counts, and programs differ.
 #include <algorithm>
 #include <array>
 #include <unordered_map>
@@ -64,7 +64,7 @@ void TellDoubledInPoints(Reading& reading, const Lists& values, Groups groups) {
 /// An X without its Y, or a Y without its X, leaves the point on an axis.
 void TellHalfPoints(Reading& reading, std::string_view kind, Groups groups) {
     for (const Group& group : groups) {
-        // Heights of columns and the like stand behind the values.
+        // Heights of columns and the like follow the values.
         if (kind == "MTEXT" && group.code == 75) break;
         const bool isX = (group.code >= 10 && group.code <= 18) || group.code == 210;
         const bool isY = (group.code >= 20 && group.code <= 28) || group.code == 220;

@@ -230,14 +230,14 @@ struct BlockData {
 /// Something in a file that could not be taken over: where it stands and what it is.
 struct ReadNote {
     std::size_t line = 0;  ///< Of the file, from 1; 0 when there is none.
-    std::string text;      ///< Says what was found, what was expected, and what became of it.
+    std::string text;      ///< Names what was found, what was expected, and the outcome.
     bool dataLost = true;  ///< False for things passed over on purpose that hold no part of the job.
     bool isKept = false;   ///< A drawing saved again still holds it.
     friend bool operator==(const ReadNote&, const ReadNote&) = default;
 };
 
 struct DrawingData {
-    std::string version = "AC1015";  ///< As read; WriteDxf tells in which release it is written.
+    std::string version = "AC1015";  ///< As read; WriteDxf chooses the release to write.
     std::string codePage = "ANSI_1252";
     int insertUnits = 0, measurement = 0;
     HandleValue handleSeed = 1;  ///< Above every handle used.

@@ -33,7 +33,7 @@ void RefuseOtherContent(std::string_view content, std::string_view fileName) {
     if (content.starts_with("\xFF\xFE") || content.starts_with("\xFE\xFF")) refuse("UTF-16 text");
 }
 
-/// The line of what stands behind so many lines, blanks and the control Z of DOS days aside.
+/// The first line after so many that holds more than blanks and the control Z of DOS.
 std::optional<std::size_t> LineBehind(std::string_view content, std::size_t line) {
     std::size_t at = 0;
     for (std::size_t passed = 0; passed < line && at < content.size(); ++passed) {

@@ -75,7 +75,7 @@ void AppendEscaped(std::string& text, char32_t codePoint) {
 constexpr std::string_view CaretLetters = "IJM ";
 constexpr std::string_view CaretCharacters = "\t\n\r^";
 
-/// What "^" and the letter behind it stand for; nothing where they stand for themselves.
+/// What "^" and the letter after it stand for; null where they stand for themselves.
 std::optional<char> CaretCharacterAt(std::string_view text, std::size_t at) {
     if (text[at] != '^' || at + 1 >= text.size()) return std::nullopt;
     const std::size_t which = CaretLetters.find(text[at + 1]);

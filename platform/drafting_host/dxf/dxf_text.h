@@ -13,7 +13,7 @@ class TextDecoder {
   public:
     enum class Bytes {
         Utf8,        ///< Release 2007 on, or a byte order mark.
-        Utf8OrPage,  ///< Nothing said: UTF-8 where it is valid, else the page.
+        Utf8OrPage,  ///< Not stated: UTF-8 if the text is valid UTF-8, else the code page.
         Page,        ///< The code page.
     };
 

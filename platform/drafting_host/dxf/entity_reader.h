@@ -50,7 +50,7 @@ class EntityReader {
     void Refuse(const Record& record, const EntityRefused& refused);
     /// Tells a handle that is no number in hexadecimal digits, or beyond reason.
     void NoteDamagedHandle(Groups groups, HandleValue read, std::size_t line);
-    /// Tells counts that contradict what stands behind them: a vertex may be missing.
+    /// Reports counts that contradict the number of items that follow: a vertex may be missing.
     void NoteFalseCounts(const Record& record, Groups groups, const EntityGeometry& geometry);
     void TakeFalseColor(const Record& record, Groups groups);
     HandleValue OwnHandle(HandleValue handle, std::size_t line, bool isOfEntity);

@@ -20,7 +20,7 @@ struct HeaderVariable {
 /// In the order in which files hold them.
 std::span<const HeaderVariable> DxfHeaderVariables();
 
-/// The variable of that name, or nothing.
+/// The variable of that name, or null.
 const HeaderVariable* FindHeaderVariable(std::string_view name);
 
 }  // namespace brenvik

@@ -1,4 +1,4 @@
-// The sieve through which records go: which groups of which kind have a value in a drawing.
+// Decides which groups of which records have a value in a drawing; the others are kept as text.
 #include "drafting_host/dxf/keeping.h"
 
 #include <algorithm>
@@ -122,7 +122,7 @@ class Sieve {
                 if (!IsCommonValue(group.code) && !HasValue(mKind, group.code)) Keep(mKept.common, group);
                 return;
             case Part::Own:
-                // Behind the kind of its columns, a paragraph uses the groups of its values for other things.
+                // After the type of its columns, a paragraph uses the codes of its values for other things.
                 mInColumns = mInColumns || (group.code == 75 && mKind.kind == "MTEXT");
                 if (mInColumns || !HasValue(mKind, group.code)) TakeOwn(group);
                 return;
@@ -265,7 +265,7 @@ KeptGroups LeftoversOfEntry(std::string_view table, Groups groups) {
     constexpr int ownFlags = 1 | 4;
     KeptGroups kept;
     TakeLeftovers(*FindKind(table), groups, kept);
-    // Groups of an entry come behind its class, whatever the table.
+    // Groups of an entry follow its class, whatever the table.
     kept.own = std::move(kept.common) + kept.own;
     kept.common.clear();
     if (table == "LAYER") {

@@ -150,7 +150,7 @@ KeptTable& TableOf(Reading& reading, std::string_view name) {
 /// Keeps an entry that a drawing doesn't hold.
 void KeepEntry(Reading& reading, const Record& record) {
     if (!reading.KeepsRecords()) {
-        // Every drawing has these two; a saved one gets them anew.
+        // Every drawing has these two; they are written anew when it is saved.
         const std::string name = NameOf(reading, record.groups);
         const bool isUsual = (record.name == "DIMSTYLE" && EqualsIgnoreCase(name, "Standard")) ||
                              (record.name == "VPORT" && EqualsIgnoreCase(name, "*Active"));
@@ -256,7 +256,7 @@ void ReadEntry(Reading& reading, const Record& record) {
             data.fileHandles.emplace("DIMSTYLE", HandleIn(groups, 105));
         if (kind == "VPORT" && EqualsIgnoreCase(name(), "*Active"))
             data.fileHandles.emplace("VPORT", HandleIn(groups, 5));
-        // A nameless style stands for a shape file, which texts don't use.
+        // A style without a name is a shape file, which texts don't use.
         KeepEntry(reading, record);
     }
 }

@@ -176,7 +176,7 @@ AcisData ReadAcis(Reading& reading, const Record& record, Groups groups) {
             lines.back() += group.value;
         }
     }
-    // Without a text of its own the body is looked for behind the entities, when all of them are read.
+    // A record without ACIS text of its own gets the one after the entities, once all of them are read.
     if (!lines.empty()) data.text = AcisTextOf(lines);
     return data;
 }

@@ -12,7 +12,7 @@ namespace brenvik {
 
 struct FalseCount {
     std::size_t line = 0;
-    std::string text;  ///< What is stated, what stands there, and which of them counts.
+    std::string text;  ///< The count stated, the one found, and the one that is used.
 };
 
 /// The counts among the groups of a light polyline or a spline that contradict it. One that isn't stated

@@ -49,8 +49,8 @@ class WritePlan {
 
     /// The release in which the file is written, as $ACADVER counts: 1015 is release 2000.
     int Release() const { return mRelease; }
-    /// What the file that was read held besides; nothing for a drawing made here, or one without records that
-    /// could go through.
+    /// The other records of the file that was read; null for a drawing made here, or for one without records
+    /// to pass on.
     const KeptFile* File() const { return mFile; }
     bool IsRaised() const { return mFile != nullptr && mFile->release < mRelease; }
     bool IsLowered() const { return mFile != nullptr && mFile->release > mRelease; }

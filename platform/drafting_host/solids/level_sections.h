@@ -26,7 +26,7 @@ struct LyingCylinder {
     gp_Pnt on;
     gp_XYZ along;
     double radius = 0;
-    bool hollow = false;  ///< The solid lies outside of it.
+    bool hollow = false;  ///< The solid is on the outer side of it.
 };
 
 class LevelSections {

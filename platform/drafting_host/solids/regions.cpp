@@ -75,7 +75,7 @@ bool IsSquareTo(const RoundHole& hole, const gp_Ax3& plane) {
     return std::abs(hole.Axis().Dot(plane.Direction())) > 1 - 1e-14;
 }
 
-/// The section of such a hole is a circle, or nothing; no other hole may come near the plane.
+/// The section of such a hole is a circle, or empty; no other hole may come near the plane.
 bool CanWait(const RoundHole& hole, const gp_Ax3& plane) {
     if (IsSquareTo(hole, plane)) return true;
     const Span span = SpanOf(hole, plane);

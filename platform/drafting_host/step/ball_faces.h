@@ -1,5 +1,5 @@
-// Faces on balls. An edge can lie on a ball either way about and its face on either side of its edges, so
-// nothing but the size of the face tells what is meant, and the modeller doesn't always take that one.
+// Faces on spheres. An edge can run either way about a sphere, and its face can be on either side of it; only
+// the size of the face shows which is meant, and the modeller sometimes chooses the other.
 #pragma once
 
 #include <TopoDS_Shape.hxx>

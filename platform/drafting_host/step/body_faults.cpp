@@ -209,7 +209,7 @@ std::optional<ModelFault> SolidCheck::PointsFault(const Handle(StepShape_PolyLoo
     return std::nullopt;
 }
 
-/// A face without a surface of its own lies in the plane of its points.
+/// A face that names no surface lies in the plane of its points.
 std::optional<ModelFault> SolidCheck::PlaneFault(const Handle(StepShape_Face) & face,
                                                  const std::vector<EdgeUse>& uses) const {
     if (uses.empty()) return std::nullopt;

@@ -118,7 +118,7 @@ std::optional<EdgeSamples> SampleEdge(const Handle(StepShape_EdgeCurve) & edge) 
     double first = 0, last = 0;
     const double atStart = search.Project(curve, *start, Projection, onCurve, first);
     const double atEnd = search.Project(curve, *end, Projection, onCurve, last);
-    // Written so that what is no number counts as far away.
+    // Written so that a value that isn't a number counts as far away.
     samples.endMisfit = atStart >= atEnd ? atStart : atEnd;
     std::tie(first, last) = RangeOf(*curve, first, last, edge->EdgeStart() == edge->EdgeEnd(),
                                     edge->SameSense() != Standard_False);

@@ -1,4 +1,4 @@
-// Walks from the roots down; what is nearer to the root stands above what a product says itself.
+// Walks from the roots down; a value nearer to the root overrides the product's own.
 #include "drafting_host/step/part_flattener.h"
 
 #include <TDF_LabelSequence.hxx>

@@ -119,7 +119,7 @@ void Loading::Read() {
                         "well-formed STEP statements (#n = TYPE(...);)");
 }
 
-/// Takes out what is faulty in the model; true where nothing was.
+/// Removes faulty pieces from the model; true where there were none.
 bool Loading::Sound() {
     const Interface_Graph& references = mReader->Reader().WS()->Graph();
     // The modeller counts a representation with a false item for none, and with it all that refers to it.

@@ -37,7 +37,7 @@ std::string FirstTextOf(const Statements& statements, const Statement& statement
 std::string ProductName(const Statements& statements, int definition, CodePage codePage) {
     const Statement* product = ProductBehind(statements, definition);
     if (product == nullptr) return {};
-    // The identifier stands first, the name behind it.
+    // The identifier comes first, then the name.
     Statement name = *product;
     const std::string_view content = statements.Content();
     const std::size_t comma = content.find("',", name.place);

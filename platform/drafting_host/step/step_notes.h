@@ -17,7 +17,7 @@ std::string ProductName(const Statements& statements, int definition, CodePage c
 void NoteQuarantine(const Quarantine& quarantine, const Statements& statements, CodePage codePage,
                     StepDocument& document);
 
-/// Tells what stands behind the end of the file: a remark, or a loss where it holds statements.
+/// Reports text after the end of the file: as a remark, or as a loss where it holds statements.
 void NoteTail(const Statements& statements, StepDocument& document);
 
 /// Tells the code page of the names where it is none that the format has.
@@ -32,8 +32,8 @@ void NoteBrokenEscapes(const StandIns& texts, const Statements& statements, Step
 /// Tells assembly usages whose parent and component the shapes' relationship has the other way round.
 void NoteContradictingUsages(const Statements& statements, StepDocument& document);
 
-/// Tells assembly usages without a place beside others of the same two products that have one: the modeller
-/// makes no part of them.
+/// Reports assembly usages without a place next to others of the same two products that have one: the
+/// modeller makes no part of them.
 void NoteUnplacedUsages(const Statements& statements, CodePage codePage, StepDocument& document);
 
 }  // namespace brenvik::step

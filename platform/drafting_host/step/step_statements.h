@@ -76,14 +76,14 @@ class Statements {
     std::string_view mContent;
     std::vector<Statement> mStatements;
     std::vector<Reference> mReferences;
-    std::vector<std::uint32_t> mDense;  ///< By number the index behind which a statement stands, 0 for none.
+    std::vector<std::uint32_t> mDense;  ///< By number, the index one past its statement; 0 for none.
     std::unordered_map<int, std::uint32_t> mSparse;  ///< Instead, where the numbers lie far apart.
     std::optional<std::size_t> mEnd, mBrokenData, mBrokenHead;
     std::optional<RepeatedStatement> mRepeated;
     mutable std::vector<std::size_t> mBreaks;  ///< Of the lines, gathered at the first question.
 };
 
-/// What stands behind the end of a file, for a message; nothing where it is blank.
+/// What follows the end of a file, for a message; none where that is blank.
 struct Tail {
     std::size_t place = 0;
     bool holdsRecords = false;  ///< Statements, or a second file.

@@ -1,6 +1,6 @@
-// Sides of the path without wood behind them are its mouths. A figure is put before each of them, and what of
-// it is air joins the path. Plain figures, which prolong the walls, come first; the one after which the bit
-// leaves nothing of the path's own place is taken.
+// Sides of the path without wood behind them are its mouths. A figure is placed in front of each mouth, and
+// the part of it that is air joins the path. Plain figures, which prolong the walls, are tried first; the
+// first one with which the bit clears the whole of the path's own area is taken.
 #include "cnc/clearing/open_mouths.h"
 
 #include <algorithm>
@@ -162,7 +162,7 @@ class Mouths {
         }
     }
 
-    /// What lies before a mouth.
+    /// The figures in front of a mouth.
     std::vector<std::vector<PlanSide>> FiguresBefore(const PlanSide& mouth, const Reach& reach) const {
         const PlanPoint chord = mouth.to - mouth.from;
         const double length = Length(chord);
@@ -175,7 +175,7 @@ class Mouths {
         std::vector<std::vector<PlanSide>> figures;
         const double ear = EarShare * mOrder.bit;
         if (reach.depth == 0) {
-            // Nothing stands before the chord.
+            // No figure in front of the chord.
         } else if (reach.atEnds && 2 * ear < length) {
             figures.push_back(figure(-reach.wider, ear));
             figures.push_back(figure(length - ear, length + reach.wider));

@@ -16,8 +16,8 @@ struct MouthOrder {
     const PlanWood& wood;  ///< All wood of the part at the path's floor and above it.
     PlanBox board;         ///< Around the part: what stays outside of it doesn't count.
     double bit = 0;
-    /// How far the path runs off: so far that the rounds at its new end don't meet those of the cut that has
-    /// made the air, which has a bit of its own.
+    /// How far the path is extended: far enough for the rounds at its new end not to meet those of the cut
+    /// next to it, which has a bit of its own.
     double overrun = 0;
     /// The bit goes along the line and clears no more than its width.
     bool followed = false;
@@ -25,9 +25,9 @@ struct MouthOrder {
     double same = 0;  ///< What is closer than this is one place.
 };
 
-/// The path run off into the air that it opens into, counter-clockwise, so that the bit clears the mouths
-/// whole. It never touches wood. Nothing where the path does as it is, and where running off makes nothing
-/// better.
+/// The path extended into the air that it opens into, counter-clockwise, so that the bit clears the mouths
+/// completely. It never touches wood. Empty where the path is good as it is, or where extending it improves
+/// nothing.
 std::optional<PlanLoop> RunIntoAir(const MouthOrder& order);
 
 }  // namespace brenvik

@@ -1,5 +1,5 @@
-// A part in slabs: between two neighbouring heights at which its section changes, and what of the plan stands
-// above each of them.
+// A part as slabs between neighbouring heights at which its section changes, and the areas of the plan that
+// the part covers above each of them.
 #pragma once
 
 #include <memory>
@@ -23,7 +23,7 @@ struct PlanWood {
 struct PartSlab {
     double low = 0, high = 0;
     bool sloped = false;
-    /// What stands just below the slab; nothing under the lowest.
+    /// The part's section just below the slab; empty for the lowest.
     std::optional<PlanWood> floor;
     /// All wood of this slab and of those above it.
     PlanWood shadow;
@@ -39,7 +39,7 @@ class PartSlabs {
     const std::vector<PartSlab>& Slabs() const { return mSlabs; }
     /// The one whose lower end is a floor at this height, or nothing.
     const PartSlab* SlabFrom(double floor) const;
-    /// What lies within the part's outermost border.
+    /// The area inside the part's outermost border.
     const PlanWood& Stock() const { return mStock; }
     double Same() const { return mSame; }
 

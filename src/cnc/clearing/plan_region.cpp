@@ -95,7 +95,7 @@ class BorderWalk {
         mStretches.push_back(stretch);
     }
 
-    /// Asked at three places, so that another side that touches at one of them doesn't matter.
+    /// Asked at three places: another side may touch this one at a single one of them.
     bool Holds(const PlanSide& side, double hand) const {
         int yes = 0;
         for (const double share : {0.5, 0.37, 0.61}) {
@@ -127,7 +127,7 @@ class BorderWalk {
         return std::atan2(at.y - side.from.y, at.x - side.from.x);
     }
 
-    /// Of several ways on, the one with nothing but the region between it and the way come.
+    /// Of several ways to go on, the one that has only the region between it and the way in.
     std::size_t Next(std::size_t come, const std::vector<bool>& used) const {
         const double back = Leaves(Reversed(mBorder[come].side));
         const double whole = 2 * std::numbers::pi;

@@ -49,7 +49,7 @@ struct Place {
     std::vector<PlanPoint> points;
 };
 
-/// What is to be done about a place: the slab in which it is left, and the one down to which all is air.
+/// How to clear a place: the slab in which it is left, and the one down to which there is only air.
 struct Task {
     const PartSlab& slab;
     const PartSlab& air;
@@ -66,7 +66,7 @@ class Clearing {
         for (const Removal& removal : order.removed) Take(removal);
     }
 
-    /// All but what goes right through.
+    /// All except what goes right through.
     void ClearFloors() {
         for (std::size_t i = 0; i < mOrder.removed.size(); ++i)
             if (mRemoved[i].mayGo) ReplaceByCircle(i);
@@ -93,7 +93,7 @@ class Clearing {
         mFields.emplace_back(removal.sides);
     }
 
-    // What is left in a slab.
+    // The rest in one slab.
 
     bool Covers(const Removal& removal, const PartSlab& slab) const {
         const double slack = SameFloor * mOrder.unit;
@@ -258,7 +258,7 @@ class Clearing {
         }
     }
 
-    /// The same for one that is missing.
+    /// The same for a missing one.
     bool ClearByCircle(const Task& task) {
         for (const PlanRound& round : RoundWalls(task.area)) {
             const PlanLoop path = CirclePath(round);

@@ -26,7 +26,7 @@ struct RestCut {
 
 struct RestOrder {
     const SolidSections& part;  ///< As this side has it: the top face up.
-    const PartSlabs& slabs;     ///< The same, looked at from above.
+    const PartSlabs& slabs;     ///< The same, seen from above.
     std::span<const Removal> removed;
     double unit = 1;   ///< One millimetre.
     double reach = 0;  ///< How far paths that share a ring have to overlap: the widest bit's diameter.

@@ -25,13 +25,13 @@ void SetVertices(AcadLWPolyline& polyline, std::span<const PathVertex> vertices)
 /// "Clockwise" or "CounterClockwise" in the polyline's own plane, by the sign of its area, arcs included.
 std::string_view DirectionOf(const AcadLWPolyline& polyline);
 
-/// Turns the way it runs: the same curve from the same first vertex, bulges turned with it.
+/// Reverses its direction: the same curve from the same first vertex, with the signs of bulges changed.
 void Reverse(AcadLWPolyline& polyline);
 
 /// Reverses it if it runs the other way.
 void BringToDirection(AcadLWPolyline& polyline, std::string_view direction);
 
-/// Whether a point lies within the closed path, arcs included. On the path itself either may come out.
+/// Whether a point is inside the closed path, arcs included. On the path itself the answer may be either.
 bool Encloses(std::span<const PathVertex> path, double x, double y);
 
 /// The straight distances between consecutive vertices, the closing side included; an arc counts by its

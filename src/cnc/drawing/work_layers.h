@@ -35,7 +35,7 @@ inline constexpr std::string_view DELETE = "DELETE";
 /// The layer of every drawing, where trial objects are made.
 inline constexpr std::string_view Zero = "0";
 
-/// All of them but `Zero`.
+/// All layers but `Zero`.
 inline constexpr auto All = std::to_array<std::string_view>({BrenvikExplode,
                                                              Region,
                                                              NextBiggestRegion,
@@ -71,7 +71,7 @@ inline bool OnProjection(std::string_view layer) {
     return layer.starts_with(ProjectionPrefixes[0]) || layer.starts_with(ProjectionPrefixes[1]);
 }
 
-/// Of the outside profile, by which later steps tell it from the paths inside the part.
+/// The colour of the outside profile, by which later steps know it from the paths inside the part.
 inline constexpr int OutlineColor = 2;
 
 }  // namespace brenvik::layers

@@ -83,7 +83,7 @@ const Edge& LongestLine(const std::vector<Edge>& edges, const Point3& faceNormal
     return *longest;
 }
 
-/// An edge that runs on in the line of another says nothing of the side on which the part lies.
+/// An edge that continues in the line of another doesn't show on which side of it the part is.
 bool InLine(const Edge& edge, const Edge& longest) {
     const Point3 delta = Difference(edge.end, edge.start);
     return Size(Across(delta, DirectionOf(longest))) <= SameDirection * Size(delta);

@@ -1,5 +1,5 @@
-// The flat faces of a part, from a copy that is exploded into one region for each: the largest, on which the
-// part is going to lie, and the largest that lies against it.
+// The flat faces of a part, from a copy that is exploded into a region for each: the largest, on which the
+// part is to lie, and the largest one opposite it.
 #pragma once
 
 #include <optional>

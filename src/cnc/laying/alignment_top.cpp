@@ -1,5 +1,5 @@
-// The three questions that decide which side is up, in the order in which they are asked; the last
-// overrides the others.
+// The three questions that decide which side is up, in order; the last one overrides the
+// others.
 #include "cnc/laying/alignment_top.h"
 
 #include <algorithm>

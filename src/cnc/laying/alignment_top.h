@@ -1,5 +1,5 @@
-// Which side of a squared part is up: the one with more edges and holes, of two alike the narrower one, and
-// before all the one against the largest flat face, which is what rests on the machine's table.
+// Which side of a squared part is up: the one with more edges and holes; of two equal ones the narrower. In
+// any case it is the one opposite the largest flat face, which rests on the machine's table.
 #pragma once
 
 #include "session/ports/host_interface.h"
@@ -17,8 +17,8 @@ LevelCounts CountOnLevels(AcadDocument& drawing);
 bool LowerSideIsNarrower(AcadDocument& drawing);
 
 /// Whether the largest flat face, kept on `RegionCopy` with its area rounded to 6 decimals, lies above the
-/// part's lowest level. A face that stands upright reaches down to it, and then this says nothing against
-/// the way the part lies.
+/// part's lowest level. An upright face reaches down to that level, and then this is no reason to turn the
+/// part over.
 bool LargestFaceLiesAbove(AcadDocument& drawing, const AcadEntity& solid, double LargestArea);
 
 /// Brings the right side up; turns all at most twice.

@@ -1,5 +1,5 @@
-// Letters, sizes and turns. Sizes are compared for equality after rounding: that is what makes a panel with
-// two equal sizes stay as it lies.
+// Letters, sizes and turns. Sizes are compared for equality after rounding, so that a panel with two equal
+// sizes stays as it lies.
 #include "cnc/laying/orientation.h"
 
 #include "base/letter_case.h"

@@ -27,8 +27,8 @@ PartExtents ExtentsOf(const Box3& box);
 /// the last's the smallest. "0" where a letter is none of L, W and T.
 mAutoCAD::LabelledSizes SizesByLetters(std::string_view letters, const PartExtents& extents);
 
-/// The part's letters in upper case. A part without any gets "LWT", and the user is told. Nothing for letters
-/// that don't name each size once, after a message that the part is skipped.
+/// The part's letters in upper case. A part without letters gets "LWT", with a message. Letters that don't
+/// name each size once give nothing, after a message that the part is skipped.
 std::optional<std::string> UsableLettersOf(const AcadEntity& solid);
 
 /// The other side up: half a turn about X.

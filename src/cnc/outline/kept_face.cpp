@@ -23,8 +23,8 @@ constexpr int BorderColor = 1;
 constexpr int AxisDecimals = 6, HeightDecimals = 4;
 constexpr Point3 Up{0, 0, 1};
 
-/// Whether the kept face lies flat. Where the letters put a part on edge, or two of its sizes are one, it may
-/// stand upright, and its boundary is no outline then.
+/// Whether the kept face is level. It may be upright where the letters put a part on edge, or where two of
+/// its sizes are equal; its boundary is no outline then.
 bool LiesFlat(AcadDocument& drawing) {
     std::optional<Box3> box;
     for (const AcadEntity* edge : AllOn<AcadEntity>(drawing, layers::RegionCopy)) {
@@ -42,7 +42,7 @@ struct PlanArc {
     double radius = 0;
 };
 
-/// Nothing for an arc that doesn't lie flat.
+/// Empty for an arc that isn't level.
 std::optional<PlanArc> SeenFromAbove(const AcadArc& arc) {
     const double axis = RoundHalfEven(arc.Normal().z, AxisDecimals);
     if (axis == 1) return PlanArc{arc.Center(), arc.StartPoint(), arc.EndPoint(), arc.Radius()};

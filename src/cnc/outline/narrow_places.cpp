@@ -103,7 +103,7 @@ class Outline {
         return a.straight && b.straight && (same(a.to, b.from) || same(b.to, a.from));
     }
 
-    /// At the ends and in the middle of the piece, and wherever a corner stands opposite.
+    /// At the ends and in the middle of the piece, and opposite each corner.
     std::vector<double> PlacesOn(const Piece& piece, double diameter) const {
         std::vector<double> places{NearEnd, 0.5, 1 - NearEnd};
         if (!piece.straight) return {0.5};

@@ -1,5 +1,5 @@
-// From the kept face to the outside profile: its boundary joined to contours, the largest of which is the
-// outline and the others cut-outs; then the through circles, and what the pockets make of it all.
+// From the kept face to the outside profile. Its boundary is joined to contours: the largest is the outline,
+// the others are cut-outs. Then come the through circles, and the pockets are compared with the routes.
 #include "cnc/outline/outline.h"
 
 #include <string>

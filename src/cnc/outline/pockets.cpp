@@ -21,7 +21,7 @@ namespace brenvik {
 namespace {
 
 constexpr int PlaceDecimals = 6;
-/// Of vertical holes, which are no paths.
+/// Circles of vertical holes, which are no paths.
 constexpr int DrilledColor = 4;
 
 bool On(const AcadEntity& entity, std::string_view prefix) { return entity.Layer().starts_with(prefix); }

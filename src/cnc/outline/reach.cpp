@@ -42,7 +42,8 @@ double WidthBeyond(const SolidSections& part, double height, std::span<const Pla
 }  // namespace
 
 bool IsWidestAtLevels(const SolidSections& part) {
-    // Each round that lies level is one sloped face, so that as many of both means that there are no others.
+    // Each level round belongs to one sloped face, so equal numbers of both mean that there are no other
+    // sloped faces.
     const std::vector<LevelRound>& rounds = part.Rounds();
     return part.Slopes().size() == rounds.size() && std::ranges::all_of(rounds, [&](const LevelRound& round) {
                return round.hollow && std::abs(round.on.z - rounds.front().on.z) < SameHeight;

@@ -80,8 +80,8 @@ bool IsFollowed(AcadDocument& drawing, const AcadLWPolyline& contour) {
     return false;
 }
 
-/// Contours of the sections that lie outside all others, or in an opening of the part: a solid may have
-/// lumps that don't touch, and each of them has an outside of its own.
+/// Contours of the sections outside all others, or in an opening of the part: a solid may have lumps that
+/// don't touch, each with an outside of its own.
 std::vector<AcadLWPolyline*> LumpsAmong(const std::vector<AcadLWPolyline*>& contours,
                                         const AcadLWPolyline* profile) {
     std::vector<const AcadLWPolyline*> all(contours.begin(), contours.end());
@@ -162,7 +162,7 @@ bool TrueOutline::StandsOutside(AcadRegion& covered) const {
     TrialObjects trials;
     trials.Keep(rim);
     trials.Keep(&covered);
-    // Where the trial fails the sections tell.
+    // If the trial fails, the sections decide.
     bool outside = true;
     Skip([&] {
         AcadRegion& frame = RegionOf(drawing, *rim, trials);
@@ -206,8 +206,8 @@ bool TrueOutline::BoxReachesBeyond() const {
            part.max.x > path.max.x + SureReach || part.max.y > path.max.y + SureReach;
 }
 
-/// Whether anything of the part stands outside of the profile. Its box or its sections mostly tell, and a cut
-/// is not needed.
+/// Whether any of the part is outside the profile. Its box or its sections usually decide that without a
+/// cut.
 bool TrueOutline::ReachesBeyond() {
     if (FillsTheBox()) return false;
     if (BoxReachesBeyond()) return true;
@@ -310,7 +310,7 @@ bool TrueOutline::MayBeNarrower(const LeftContour& contour) const {
 /// is hardly wider than at both. The lowest face and the top face are among them.
 std::vector<double> TrueOutline::Levels() const {
     const Box3 box = BoxOfPart(mRun);
-    // Told apart by what they round to, and kept as they are: a rounded plane may miss the top face.
+    // Compared by their rounded values and kept exact: a rounded plane may miss the top face.
     std::map<double, double> levels;
     const auto add = [&](double height) {
         const double within = std::clamp(height, box.min.z, box.max.z);
@@ -361,8 +361,8 @@ bool TrueOutline::SliceAt(const std::vector<double>& heights) {
     return all;
 }
 
-/// The outline has no openings, and would close those of the sections: where they are wanted
-/// (`withOpenings`), the lowest face stands for it.
+/// The outline has no openings, and would close those of the sections. Where openings are wanted
+/// (`withOpenings`), the lowest face is used in its place.
 void TrueOutline::UniteSections(bool withOpenings) {
     if (!withOpenings)
         if (AcadRegion* region = RegionOfProfile()) Unite(region);

@@ -17,12 +17,12 @@ class AcadDocument;
 /// Held until the run has ended.
 using OutputClaims = std::vector<std::unique_ptr<FolderClaim>>;
 
-/// Makes the output folders and keeps them from other programs, one after the other. Nothing, and the user
-/// has been told, when another program's run is going on in one of them, or when two are the same.
+/// Makes the output folders and claims them one after the other, so that other programs keep out. Empty,
+/// after a message to the user, when another program's run is using one of them, or when two are the same.
 std::optional<OutputClaims> ClaimOutput(std::span<const std::string_view> folders);
 
-/// The same for folders that are going to be emptied; refused too when one holds the drawing. `emptying` says
-/// what is going to happen: "a run empties its output folder".
+/// The same for folders that will be emptied; also refused when one of them holds the drawing. `emptying`
+/// names the work, for the message: "a run empties its output folder".
 std::optional<OutputClaims> ClaimOutputToEmpty(std::span<const std::string_view> folders,
                                                const AcadDocument& drawing, std::string_view emptying);
 

@@ -20,7 +20,7 @@ namespace {
 
 constexpr int PlaceDigits = 6;
 
-/// The receiver's zero of the second side: the back left corner, which lies on the first side's own.
+/// The receiver's zero of the second side: the back left corner, which is on the first side's own zero.
 void MoveOriginToBackLeftCorner(RunState& run) {
     run.part.drawing->SendCommand("ucs ");
     run.part.drawing->SendCommand("move ");

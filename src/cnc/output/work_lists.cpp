@@ -1,6 +1,6 @@
-// The list that tells a CAM package which files there are, of which material and how many to cut. Each target
-// has its own file and form; the pass decides the folder. The list has its name when the run has ended, so
-// that what a killed run leaves behind is never taken for a whole job.
+// The list of files, materials and quantities for a CAM package. Each target has its own file and form; the
+// pass decides the folder. The list gets its name when the run has ended, so that the list of a run that was
+// killed is never taken for a whole job.
 #include "cnc/output/work_lists.h"
 
 #include <algorithm>
@@ -56,7 +56,7 @@ ListFiles ListFilesOf(Target target) {
     return {};
 }
 
-/// The list while the run goes on.
+/// The list during the run.
 std::string UnfinishedPath(std::string_view folder, std::string_view name) {
     return std::string(folder) + std::string(name) + std::string(UnfinishedListEnding);
 }
@@ -207,7 +207,7 @@ Fields FieldsOf(const RunState& run) {
     return {};
 }
 
-/// Nothing is quoted in these lists, so a text with their separator in it moves the columns behind it.
+/// These lists don't quote, so a text with their separator in it shifts the columns after it.
 void NoteShifts(RunState& run, const Fields& fields, std::string_view separator) {
     for (const std::string& field : fields)
         if (field.find(separator) != std::string::npos &&
@@ -225,7 +225,7 @@ std::string LineOf(const Fields& fields, Target target) {
     return line;
 }
 
-/// What stands ahead of BW's first line.
+/// The text before BW's first line.
 std::string HeaderOfBW(std::string_view lineEnd) {
     const std::string end(lineEnd);
     return "PIECE SECTION" + end + end +

@@ -11,7 +11,7 @@ namespace brenvik {
 
 struct RunState;
 
-/// What stands behind a list's name until the run has ended.
+/// The ending of a list's name until the run has ended.
 inline constexpr std::string_view UnfinishedListEnding = ".unfinished";
 /// The list that a target writes, in the folder of each side.
 std::string_view WorkListName(Target target);

@@ -8,7 +8,7 @@ namespace brenvik {
 /// The same at 6 decimals. Two values that straddle the edge of a rounding step by no more than the
 /// modeller's noise count as the same too, so that a part laid at an odd angle gives what a square one does.
 bool SameLength(double a, double b);
-/// Less, and not the same.
+/// Less, and not equal by `SameLength`.
 bool Less(double a, double b);
 /// A value that is a short decimal but for the modeller's noise becomes that decimal; any other stays as it
 /// stands.

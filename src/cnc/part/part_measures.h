@@ -10,7 +10,7 @@ struct RunState;
 /// The box of the part's solid as it lies now. Fails with 91 where the drawing holds no solid.
 Box3 BoxOfPart(const RunState& run);
 
-/// Takes the part's size and its lowest corner, as it lies: `box` is the box of its solid.
+/// Sets the part's size and its lowest corner, as it lies. `box` is the box of its solid.
 void MeasurePart(RunState& run, const Box3& box);
 
 }  // namespace brenvik

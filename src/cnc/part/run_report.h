@@ -13,7 +13,7 @@ struct RunReport {
     int parts = 0;
     /// Every part had its turn. A part that was skipped with a message has had it.
     bool complete = false;
-    /// The parts that a message box has skipped, by name, a line each: the boxes don't say which part it is.
+    /// The parts that a message box has skipped, one line each with the name, which the boxes don't give.
     std::vector<std::string> skipped;
     /// What the run passed over without a message box: lines of the grid's list, part files that vanished,
     /// the parts behind the one that ended the run. A line each.

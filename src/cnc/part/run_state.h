@@ -44,7 +44,7 @@ struct CutContour {
 
 struct GatheredProof;
 
-/// The part being worked on: set anew when its pass begins, but for what both of its passes share.
+/// The part being worked on. Reset at the start of each pass, except for the values that both passes share.
 struct PartState {
     int index = 0;                    ///< Among the parts of the run.
     AcadDocument* drawing = nullptr;  ///< The part's own; replaced when the origin is moved.
@@ -88,7 +88,7 @@ struct PartState {
     std::vector<std::string> shiftingTexts;
 };
 
-/// What the first pass of a part has made, which the second one makes no second time.
+/// What the first pass of a part has made and the second pass must not make again.
 struct FirstSide {
     std::vector<DrilledHole> holes;
     std::vector<DrilledHole> told;  ///< Holes and pins that it has told of.
@@ -96,7 +96,7 @@ struct FirstSide {
     std::vector<Removal> removals;  ///< Of its operations, as its side has them.
 };
 
-/// One run: what holds for all of its parts, the part it is at, and what that one's first side has.
+/// One run: the values for all of its parts, the part at hand, and the first side of that part.
 struct RunState {
     Target target = Target::C2C;
     RunForm form = RunForm::A;

@@ -56,7 +56,7 @@ std::vector<PlanSide> SidesOfAny(const AcadEntity& entity, bool& closed) {
     return {};
 }
 
-/// A bore from above: as long as it is deep and as wide as it is.
+/// A bore as seen from above: a rectangle of its depth and diameter.
 std::vector<PlanSide> PlanOf(const LevelRound& bore, double depth) {
     const PlanPoint mouth{bore.on.x, bore.on.y}, into{bore.along.x, bore.along.y};
     const PlanPoint across{-into.y * bore.radius, into.x * bore.radius};
@@ -66,8 +66,8 @@ std::vector<PlanSide> PlanOf(const LevelRound& bore, double depth) {
                         {mouth.x + across.x, mouth.y + across.y}});
 }
 
-/// The proof looks at a second side from the first; a picture shows the file as it is. No width is given to
-/// the reader, so that its turn is a mere mirror.
+/// The proof sees a second side from the first; a picture shows the file as it is. The reader is given no
+/// width, so it only mirrors what it reads.
 void TurnBack(WrittenOperation& operation) {
     for (PlanSide& side : operation.sides) {
         side.from.y = -side.from.y;

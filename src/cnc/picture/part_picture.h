@@ -27,7 +27,7 @@ const PictureStyle& StyleOf(PictureKind kind);
 struct PictureShape {
     PictureKind kind = PictureKind::Unread;
     std::string layer;
-    /// What the machine does, such as "hole 5 mm, 13 mm deep"; of an unread one what is wrong with it.
+    /// The machine's work, such as "hole 5 mm, 13 mm deep"; of an unread one the fault.
     std::string words;
     /// As the file has them, in its plan. They follow each other where `closed` holds.
     std::vector<PlanSide> sides;
@@ -58,8 +58,8 @@ struct PictureContext {
     std::span<const std::string> tools = {};
 };
 
-/// Reads what a written part file does. The target is told by the names. A drawing that holds nothing of the
-/// kind has a picture in which everything is unread.
+/// Reads the operations of a written part file. The target is found by its names. In the picture of a drawing
+/// that isn't a part file everything is unread.
 PartPicture ReadPartPicture(AcadDocument& drawing, const PictureContext& context);
 
 /// The length as people read it: "12.5 mm", "0.75 in".

@@ -1,6 +1,7 @@
-// The middle of the bit may stand on the line moved inwards, wherever nothing of the line is closer than half
-// the bit. Those runs are found by cutting the moved line where it meets itself. Walls beside which it can't
-// stand, and arcs where it turns from one run into the next, lie around what is left.
+// The centre of the bit may be anywhere on the line moved inwards, except where a part of the line is closer
+// than half the bit. Those stretches are found by cutting the moved line where it meets itself. What remains
+// is surrounded by walls that the bit can't follow, and by arcs where it turns from one stretch into the
+// next.
 #include "cnc/plan/bit_access.h"
 
 #include <algorithm>
@@ -18,14 +19,14 @@ namespace brenvik {
 
 namespace {
 
-/// In millimetres: a bit gets into what is narrower by this, since sizes are rounded on their way; ends that
-/// are one; places that are one; by how much a bit's middle may come too close to a wall by arithmetic.
+/// In millimetres: a bit fits into a place narrower by this, since sizes are rounded; the distance of ends
+/// that count as one, and of places; how far arithmetic may bring the bit's centre into a wall.
 constexpr double Give = 0.001, SameEnd = 1e-7, SamePlace = 1e-5, TooClose = 1e-5;
-/// In millimetres: a rest as narrow as this is none. Finer where a bit is looked for that leaves nothing.
+/// In millimetres: a rest no wider than this doesn't count. Finer where a bit is wanted that leaves no rest.
 constexpr double NoRest = 0.05, NoRestAtAll = 2e-4;
 /// In millimetres: how far behind a wall it is asked for wood.
 constexpr double BehindWall = 0.03;
-/// Radians of a turn below which a corner is none, and below which sides run on into each other.
+/// The turns, in radians, below which a corner doesn't count, and below which two sides continue each other.
 constexpr double NoCorner = 1e-3, NoTurn = 1e-9;
 constexpr int Bisections = 14;
 /// A free curve in chords has hundreds of sides, and looking for a bit takes its time.
@@ -109,7 +110,7 @@ class Walls {
     }
 
   private:
-    /// The bit's middle goes along a wall, or around a corner of the line that stands out; or it can't.
+    /// The bit's centre along a wall, or around an outer corner of the line; or that it can't be there.
     struct Run {
         std::size_t wall = 0;
         bool atVertex = false;  ///< Around the end of that wall.
@@ -128,7 +129,7 @@ class Walls {
         return AngleBetween(WayAt(mWalls[wall], true), WayAt(mWalls[Behind(wall)], false));
     }
 
-    /// Nothing draws in: a bit reaches everything.
+    /// The line has no hollows: a bit reaches all of it.
     bool StandsOut() const {
         for (std::size_t i = 0; i < mWalls.size(); ++i)
             if (mWalls[i].bulge > 0 || TurnBehind(i) > NoCorner) return false;

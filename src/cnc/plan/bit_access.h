@@ -38,10 +38,10 @@ struct BitRest {
 /// `unit` is a millimetre. Throws Failure where the bit's way doesn't close.
 BitRest RestOfBit(std::span<const PlanSide> line, BitPath path, double diameter, double unit);
 
-/// The same without the rounds in corners.
+/// The same, ignoring the rounds in corners.
 std::vector<PlanSide> NotReached(std::span<const PlanSide> line, BitPath path, double diameter, double unit);
 
-/// Whether a part has the corner: whether its wood, as `isWood` tells it, stands behind both walls.
+/// Whether a part has the corner: whether both of its walls have wood behind them, by `isWood`.
 bool IsCornerOf(const RoundedCorner& corner, const std::function<bool(const PlanPoint&)>& isWood,
                 double unit);
 std::vector<PlanPoint> BehindWalls(const RoundedCorner& corner, double unit);

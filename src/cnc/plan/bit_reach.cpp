@@ -1,5 +1,5 @@
-// Each side is moved inwards. At a corner that stands out from the inside the moved sides are joined by way
-// of the corner itself, so that what is too narrow for the bit is run around the other way.
+// Each side is moved inwards. At an outer corner the moved sides are joined through the corner itself, so
+// that a place too narrow for the bit is run around in the opposite direction.
 #include "cnc/plan/bit_reach.h"
 
 #include <algorithm>

@@ -16,7 +16,7 @@ constexpr double NoArch = 1e-9;
 
 double Distance(const PlanPoint& a, const PlanPoint& b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
-/// A side with what is asked of it again and again.
+/// A side with the values that are needed of it again and again.
 struct Curve {
     PlanSide side;
     bool round = false;

@@ -183,7 +183,7 @@ class Sweep {
                 Close(*field, side->piece);
                 field.reset();
             }
-            // Sides that lie on each other come in any order, so a cause may show behind the first of them.
+            // Sides on top of each other come in any order, so a cause may be listed after the first of them.
             if (field && field->cause.operation < 0) field->cause = place.CauseOf(*now);
             if (now && !field)
                 field = Field{*now, from, to, &side->piece, nullptr, place.CauseOf(*now), stripe, 0, 0};

@@ -12,8 +12,8 @@ namespace brenvik {
 /// A closed shape, and what it does to the plan. What lies within is what its way round encloses.
 struct PlanShape {
     enum class Role {
-        Stock,    ///< Outside of it nothing stays.
-        Removal,  ///< Inside of it nothing stays.
+        Stock,    ///< All is removed outside of it.
+        Removal,  ///< All is removed inside of it.
     };
     Role role = Role::Removal;
     std::vector<PlanSide> sides;
@@ -42,7 +42,7 @@ struct PlanSpot {
     /// Index of the operation that removed it or left it standing; -1 at the edge of the stock, or where no
     /// operation runs.
     int operation = -1;
-    bool notReached = false;       ///< The bit of that operation doesn't get in.
+    bool notReached = false;       ///< That operation's bit doesn't fit.
     std::vector<PlanBox> stripes;  ///< What it consists of, each as a box.
 };
 

@@ -23,7 +23,7 @@ class Reader {
         mRest.remove_prefix(mark.size());
         return true;
     }
-    /// What stands before the next such mark, which is taken too.
+    /// The text before the next such mark; the mark itself is consumed.
     std::optional<std::string> Until(std::string_view mark) {
         const std::size_t at = mRest.find(mark);
         if (at == std::string_view::npos) return std::nullopt;
@@ -379,7 +379,7 @@ bool TakeSide(Reading& reading, const std::array<std::string_view, 4>& heads) {
 constexpr std::array<std::string_view, 4> SideLayers{"HF_T", "HB_T", "HL_T", "HR_T"};
 
 Answer DiameterThenDepth(Reading& reading, std::string_view between) {
-    // As it stands: no digit is rounded away.
+    // Printed in full: no digit is rounded away.
     reading.name.diameter = reading.Required(reading.text.Until(between));
     reading.name.depth = reading.Required(reading.text.All());
     return Of(reading, OperationKind::Bore);

@@ -32,7 +32,7 @@ struct OperationName {
     bool through = false;                 ///< A hole that the name itself says to go right through.
     std::string tool, speed, feed, compensation;
     std::optional<int> counter = {};
-    /// By how much a number of the name may stand off what was made, half a step of its last digit.
+    /// How far a number of the name may be from the part's: half a step of its last digit.
     double rounding = 0;
 };
 

@@ -1,5 +1,5 @@
-// The part is looked at in slabs: between two neighbouring heights at which anything begins or ends, nothing
-// changes, so one section tells all. Where faces aren't upright a slab is looked at more than once.
+// The part is compared slab by slab. Between two neighbouring heights at which anything begins or ends
+// nothing changes, so one section is enough; where faces aren't upright a slab is cut more than once.
 #include "cnc/proof/part_proof.h"
 
 #include <algorithm>
@@ -44,7 +44,7 @@ struct PartSection {
     PlanField field;
 };
 
-/// What a bit leaves round in a corner of its path, and at which heights the part has no such corner.
+/// The round that a bit leaves in a corner of its path, and the heights at which the part has no such corner.
 struct ShownCorner {
     std::vector<PlanSide> border;
     HeightSpan heights;
@@ -286,7 +286,7 @@ class Prover {
         std::vector<PlanShape> shapes;
         for (const std::vector<PlanSide>& stock : mStock)
             shapes.push_back({PlanShape::Role::Stock, stock, -1});
-        // A part of several lumps has as many outlines on a side, and stands in any of them.
+        // A part of several lumps has several outlines on a side, and may stand in any of them.
         std::array<std::optional<PlanShape>, 2> outlines;
         for (std::size_t i = 0; i < mOperations.size(); ++i) {
             const WrittenOperation& operation = mOperations[i];
@@ -383,7 +383,7 @@ class Prover {
         return spot.width > NoWidth * mUnit || spot.volume > NoVolume * mUnit * mUnit * mUnit;
     }
 
-    // Operations that stand twice.
+    // Finds operations that occur twice.
 
     /// The corners of a closed path needn't begin at the same one.
     bool SameSides(const std::vector<PlanSide>& a, const std::vector<PlanSide>& b) const {

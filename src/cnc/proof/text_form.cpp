@@ -260,7 +260,7 @@ class FormCheck {
                                               : "a POLYLINE that SEQEND doesn't close");
             if (!ofPolyline) ++mForm.entities;
             const auto rules = std::ranges::find(AllRules, record.type, &TypeRules::type);
-            // What else the drawing has is told by what is read of it.
+            // Whatever else the drawing holds is reported when its entities are read.
             if (rules != AllRules.end()) LookAtEntity(record, *rules, polyline);
             if (record.type == "POLYLINE")
                 polyline = &record;

@@ -1,6 +1,6 @@
-// Whether a part file's text says each thing once and in the form that every receiver reads alike. A reader
-// of drawings makes the best of doubled, contradicting and unknown groups, and each makes something else of
-// them.
+// Whether a part file's text states each thing once and in a form that all receivers read alike. A reader of
+// drawings makes the best of doubled, contradicting and unknown groups, and each reader makes something else
+// of them.
 #pragma once
 
 #include <cstddef>

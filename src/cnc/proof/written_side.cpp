@@ -140,7 +140,8 @@ class SideReader {
             if (mContext.secondSide) side.bulge = -side.bulge;
         }
         const double top = HeightOnFirst(0), floor = HeightOnFirst(-depth);
-        // Only some targets tell routes from pockets; where a line goes through, what lies within falls out.
+        // Only some targets name routes and pockets apart; where a line goes through the part, the piece
+        // inside it falls out.
         const bool followed = name.kind == OperationKind::Route && depth < mContext.thickness - Slack();
         mSide.operations.push_back({kind, mLayer, mContext.secondSide, std::move(sides), std::min(top, floor),
                                     std::max(top, floor), kind == OperationKind::Hole ? 0 : BitOf(name),

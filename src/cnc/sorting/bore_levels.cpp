@@ -1,4 +1,4 @@
-// Which circle takes which slot, and which row follows.
+// The slot that each circle takes, and the row of the table that then applies.
 #include "cnc/sorting/bore_levels.h"
 
 #include "cnc/part/lengths.h"

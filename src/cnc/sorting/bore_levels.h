@@ -21,7 +21,7 @@ struct BorePlan {
     bool pocket = false;  ///< M2 becomes the floor of a pocket.
     bool dropB = false, dropM1 = false, dropM2 = false, dropT = false;
     bool otherSide = true;    ///< The rest is cut from the underside.
-    bool impossible = false;  ///< Nothing stands opposite the circle.
+    bool impossible = false;  ///< No circle lies opposite this one.
 };
 
 /// The slots of one round. What a slot holds outlives the round, and `has…` tells whether this round filled

@@ -34,7 +34,7 @@ struct Axis {
     std::vector<std::size_t> rims;
     std::vector<Settled> paths;
     bool sorted = false;  ///< A row of the table has worked on it.
-    bool noted = false;   ///< The operator is told of it; once is enough.
+    bool noted = false;   ///< The operator is told once.
 };
 
 class CircularRoutes {
@@ -226,8 +226,8 @@ class CircularRoutes {
             circle.Delete();
     }
 
-    /// Every plain bore has two rims of its diameter. One that stands alone belongs to a cone, a dish, or a
-    /// bore that another feature cuts into, and no circle tells how far down it goes.
+    /// Every plain bore has two rims of its diameter. A single one belongs to a cone, a dish, or a bore that
+    /// another feature cuts into, and no circle shows how deep it is.
     void NoteOddRim(const Axis& axis) {
         for (const std::size_t number : axis.rims) {
             const RouteRim& rim = mRims[number];

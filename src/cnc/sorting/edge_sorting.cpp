@@ -1,4 +1,4 @@
-// Arcs come from faces and from the projection alike; lines that matter here come from faces alone.
+// Arcs come from faces and from the projection; the lines that matter here come from faces alone.
 #include "cnc/sorting/edge_sorting.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Arcs and lines told apart by height: what lies inside the part may become a route, the rest the outline.
+// Sorts arcs and lines by height: those inside the part may become a route, the rest the outline.
 #pragma once
 
 #include "session/ports/host_interface.h"

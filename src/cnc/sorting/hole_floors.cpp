@@ -84,7 +84,7 @@ std::vector<BrokenRim> FindBrokenRims(AcadDocument& drawing, const Box3& part) {
     return broken;
 }
 
-/// The lines on the floor, or nothing where one of them leads out of the hole.
+/// The lines on the floor; empty where one of them leaves the hole.
 std::optional<std::vector<AcadLine*>> LinesOnFloor(const BrokenRim& rim,
                                                    const std::vector<AcadLine*>& lines) {
     std::vector<AcadLine*> found;

@@ -15,7 +15,7 @@ enum class Axis { X, Y };
 
 struct SideTraits {
     PartSide side;
-    Axis axis;   ///< Along which this side's bores run.
+    Axis axis;   ///< The axis of this side's bores.
     bool atMax;  ///< The face is at the box's maximum and looks along the axis, else the other way.
     std::string_view layer;      ///< For circles that stay, such as "HF_T".
     std::string_view workLayer;  ///< For circles that a rectangle replaces.

@@ -20,7 +20,7 @@ constexpr int FullHeightDecimals = 5;
 using NameForm = std::string (*)(const RunState&, const HoleCut&);
 
 enum class ThroughTest {
-    FloorBelow,  ///< The floor lies on the underside.
+    FloorBelow,  ///< The floor is on the underside.
     FullHeight,  ///< The depth is the height of the part.
 };
 
@@ -53,7 +53,7 @@ std::string DiameterAndDepth(const RunState&, const HoleCut& cut) {
 // The depth is absent on purpose: the receiver takes it from the circle's thickness.
 std::string DiameterAlone(const RunState&, const HoleCut& cut) { return "VD_Z_T_D" + DiameterText(cut); }
 
-// The second side is named by the height of the circle, which stands on the top plane by now.
+// The second side is named by the height of the circle, which is on the top plane by now.
 std::string ThermDrill(const RunState& run, const HoleCut& cut) {
     const double value = run.FirstPass() ? cut.depth : cut.circleZ;
     const std::string zero = value < 1 ? "0" : "";

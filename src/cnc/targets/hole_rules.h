@@ -17,7 +17,7 @@ struct HoleCut {
     HoleStart start = HoleStart::TopFace;
     bool through = false;
     double depth = 0;    ///< To the hole's floor.
-    double drilled = 0;  ///< The same with what the bit goes on into the spoil board.
+    double drilled = 0;  ///< The same plus the bit's travel into the spoil board.
     double diameter = 0;
     double circleZ = 0;  ///< Where the operation's circle lies when it is named.
 };
