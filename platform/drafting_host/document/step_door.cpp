@@ -3,8 +3,10 @@
 
 #include <dlfcn.h>
 
+#include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "drafting_host/document/host_failure.h"
 #include "step_build.h"
@@ -13,14 +15,16 @@ namespace brenvik {
 
 namespace {
 
-/// The system puts the program's own folder in its place.
-constexpr std::string_view ProgramFolder = "$ORIGIN/";
-
-std::string ReasonOf(const char* told) {
-    std::string_view reason = told != nullptr ? told : "it has no entry";
-    if (reason.starts_with(ProgramFolder)) reason.remove_prefix(ProgramFolder.size());
-    return std::string(reason);
+/// The program's folder as the system knows it, under whatever name or link the program was started. Without
+/// that knowledge the loader's own word for it, which a sanitizer's loader would take for its own folder.
+std::string BesideTheProgram() {
+    std::error_code unknown;
+    const std::filesystem::path own = std::filesystem::read_symlink("/proc/self/exe", unknown);
+    const std::filesystem::path folder = unknown ? "$ORIGIN" : own.parent_path();
+    return (folder / step::ExchangeLibrary).string();
 }
+
+std::string ReasonOf(const char* told) { return told != nullptr ? told : "it has no entry"; }
 
 Failure CantOpen(const std::string& reason) {
     return host_failure::NotPossible(std::string("STEP files can't be read or written: the library ") +
@@ -37,8 +41,7 @@ void RequireOwnBuild(void* library) {
 }
 
 const step::StepExchange& Open() {
-    const std::string place = std::string(ProgramFolder) + step::ExchangeLibrary;
-    void* const library = dlopen(place.c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* const library = dlopen(BesideTheProgram().c_str(), RTLD_NOW | RTLD_LOCAL);
     void* const entry = library != nullptr ? dlsym(library, step::ExchangeEntryName) : nullptr;
     if (entry == nullptr) throw CantOpen("was expected beside the program (" + ReasonOf(dlerror()) + ")");
     RequireOwnBuild(library);
