@@ -102,8 +102,11 @@ ExitStatus SetOne(const std::string& home, const std::string& name, const std::s
     if (const std::string expected = ValueFaultAt(place.path, place.name, value); !expected.empty())
         throw CommandError(ExitStatus::WrongWords,
                            place.name + ": expected " + expected + ", found \"" + value + "\"");
-    RequireScaleOfHome(place, value, workplace);
-    workplace.settings.SaveSetting(SettingsRoot::LocalMachine, place.path, place.name, value);
+    // Or the units of the home would be changed between the look at them and the writing.
+    workplace.settings.ChangeTogether([&] {
+        RequireScaleOfHome(place, value, workplace);
+        workplace.settings.SaveSetting(SettingsRoot::LocalMachine, place.path, place.name, value);
+    });
     if (EqualsIgnoreCase(place.name, setting::HomeUnits))
         std::cerr
             << "HomeUnits converts nothing: CircleSize, BiesseWorksSpoil, DrillSpoilAmount, BWPriority and "

@@ -50,7 +50,7 @@ void SaveRows(const std::vector<ListViewControl::Row>& rows, const MappingKeys& 
     }
 }
 
-std::vector<ListViewControl::Row> StoredRows(const MappingKeys& keys) {
+std::vector<ListViewControl::Row> ReadRows(const MappingKeys& keys) {
     std::vector<ListViewControl::Row> rows;
     const double stored = LenientNumber(GetSubkeyText(keys.subkey, keys.count));
     // A row takes two values at least, so a damaged count is told by the number of values that are there.
@@ -66,6 +66,13 @@ std::vector<ListViewControl::Row> StoredRows(const MappingKeys& keys) {
         }
         rows.push_back(std::move(each));
     }
+    return rows;
+}
+
+/// All of one saving: the columns of two would go into wrong fields.
+std::vector<ListViewControl::Row> StoredRows(const MappingKeys& keys) {
+    std::vector<ListViewControl::Row> rows;
+    ChangeSettingsTogether([&] { rows = ReadRows(keys); });
     return rows;
 }
 

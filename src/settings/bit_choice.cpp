@@ -149,8 +149,10 @@ StandingAnswers Standing() {
 bool SettingsAreOwn() { return ThePlatform().files->WorkFolder().empty(); }
 
 void StoreStandingAnswer(int option, std::string_view isOn) {
-    SaveSettingText(StandingOption, std::to_string(option));
-    SaveSettingText(StandingSwitch, isOn);
+    ChangeSettingsTogether([&] {
+        SaveSettingText(StandingOption, std::to_string(option));
+        SaveSettingText(StandingSwitch, isOn);
+    });
 }
 
 }  // namespace

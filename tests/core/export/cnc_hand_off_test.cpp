@@ -1,5 +1,6 @@
 // The two lists that a hand-over leaves behind, how equal parts become one line, and what stands in its way.
 #include "export/cnc_hand_off.h"
+#include "export/cnc_group_check.h"
 #include "export/export_troubles.h"
 
 #include <gtest/gtest.h>
@@ -248,6 +249,24 @@ TEST_F(CncHandOff, NotesThatTheListOfAllPartsCannotBeWritten) {
     EXPECT_EQ(TakeExportTroubles(),
               Texts{"the list of this export was not written to " + firstList + ": Permission denied"});
     EXPECT_FALSE(files.contents.contains(secondList)) << "the run tells that it is missing";
+}
+
+TEST_F(CncHandOff, NotesTheComparisonsThatItCannotMake) {
+    for (const char* id : {"1A", "1B"}) AddPart(id, "Door");
+    Open();
+    measuring.failOnCreate = Failure(429, "Component", "Can't create object");
+    HandOff();
+    ExpectHandedOver(1);
+    EXPECT_EQ(
+        TakeExportTroubles(),
+        Texts{"the solids of parts that this run makes from one were not compared: Can't create object"});
+    LookAtCncGroups(std::vector<CncGroup>{{"1A"}});
+    EXPECT_TRUE(TakeExportTroubles().empty()) << "one part has nothing to be compared with";
+    database.refused = true;
+    LookAtCncGroups(std::vector<CncGroup>{{"1A"}});
+    EXPECT_EQ(TakeExportTroubles(),
+              Texts{"the quantities of the list were not compared with the parts that this run makes: Syntax "
+                    "error"});
 }
 
 TEST_F(CncHandOff, DoesNotStartARunOnAnOldListThatCannotBeReplaced) {
