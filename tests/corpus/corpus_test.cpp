@@ -3,6 +3,7 @@
 // (0).
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <iostream>
 #include <map>
 
@@ -12,6 +13,7 @@
 #include "corpus/file_checker.h"
 #include "corpus/lot.h"
 #include "corpus/panel_generator.h"
+#include "drafting_host/document/drawing_files.h"
 #include "session/library/cnc_commands.h"
 
 namespace brenvik::corpus {
@@ -79,6 +81,14 @@ class Corpus : public CncTest, public ::testing::WithParamInterface<CorpusLot> {
         return Join(told, "\n");
     }
 
+    /// The drawing of a panel, for trials with the program.
+    void SaveForTrial(std::uint32_t number) {
+        const char* const folder = std::getenv("BRENVIK_CORPUS_SAVE");
+        if (folder == nullptr) return;
+        SaveDrawing(document, std::filesystem::path(folder) /
+                                  (std::string(GetParam().name) + std::to_string(number) + ".dxf"));
+    }
+
     static bool IsAboutBits(const std::string& told) {
         const std::vector<std::string> texts = Split(told, ';');
         return std::ranges::all_of(texts, [](const std::string& text) {
@@ -97,6 +107,7 @@ class Corpus : public CncTest, public ::testing::WithParamInterface<CorpusLot> {
         Choose({&solid});
         dialogs.messages.clear();
         dialogs.onModal = TakeNarrowestBit;
+        SaveForTrial(number);
         RunOnSelection(host, Target::C2C, GridBeforeRuns());
         const std::string told = Told();
         const auto first = FileOf(OutputFolder, "Part_0_*.dxf"),
