@@ -19,6 +19,8 @@ class ProgramWithoutStep : public ProgramTest {
         fs::create_directory(folder / "alone");
         fs::copy_file(BRENVIK_BINARY_DIR "/bin/brenvik", folder / "alone/brenvik");
         WriteBoardsTo(folder / "job.dxf", {{"Side", "Shelf"}, "White Melamine", false});
+        // A new home would be told.
+        Run({"init"});
         // STEP has no place for the boards' part data, which is told.
         Run({"convert", "job.dxf", "job.step"});
         EXPECT_TRUE(Exists("job.step"));
