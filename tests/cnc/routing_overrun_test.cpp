@@ -2,6 +2,7 @@
 #include "cnc/routes/routing_overrun.h"
 
 #include <cmath>
+#include <utility>
 
 #include "cnc/cnc_fixture.h"
 #include "cnc/drawing/polyline_shape.h"
@@ -84,6 +85,17 @@ TEST_F(RoutingOverrun, AWallThatWouldPassTheOtherEndOfAShortMouthGoesStraightOut
     // Run the other way round it is the same.
     ExpectVertices(RunOff({{500, 109}, {600, 109}, {600, 100}, {575, 0.5}, {500, 100}}),
                    {{500, 109}, {607, 109}, {607.00001, 100}, {600, 100}, {575, 0.5}, {500, 100}});
+}
+
+TEST_F(RoutingOverrun, TheWallsOfASlantedGrooveAreProlongedHoweverShortItsMouth) {
+    // Both ends of the mouth drift the same way by more than half of its length, and never meet.
+    const double slope = std::sqrt(3);
+    const auto moved = RunOff({{120 + 100 * slope, 300}, {120, 400}, {100, 400}, {100 + 100 * slope, 300}});
+    ASSERT_EQ(moved.size(), 4U);
+    for (const auto& [end, from] : {std::pair{moved[1], 120.0}, std::pair{moved[2], 100.0}}) {
+        EXPECT_GT(end.y, 406.9);
+        EXPECT_NEAR(end.x, from - (end.y - 400) * slope, 1e-6);
+    }
 }
 
 TEST_F(RoutingOverrun, AnEndGoesAsFarAsItsSharperCornerNeeds) {

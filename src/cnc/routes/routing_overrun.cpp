@@ -118,10 +118,9 @@ class Mover {
         PathVertex moved = Outwards(i, contact);
         bool straightOut = wallIsRound;
         if (slides) {
-            PathVertex slid = moved;
-            SlideAlong(corner, mPath.corners[wallBefore ? previous : mPath.Next(i)], contact, slid);
-            straightOut = PassesTheMiddle(edge, i, moved, slid);
-            if (!straightOut) moved = slid;
+            straightOut = EndsCross(edge, contact, std::hypot(moved.x - corner.x, moved.y - corner.y));
+            if (!straightOut)
+                SlideAlong(corner, mPath.corners[wallBefore ? previous : mPath.Next(i)], contact, moved);
         }
         if (straightOut && wallBefore) {
             mResult.push_back({corner.x, corner.y, 0});
@@ -162,15 +161,23 @@ class Mover {
         return most;
     }
 
-    /// Whether a corner that follows its wall goes so far along the edge that it may meet the one at the
-    /// other end of the side there: walls that open outwards would cross.
-    bool PassesTheMiddle(std::size_t edge, std::size_t i, const PathVertex& straight,
-                         const PathVertex& slid) const {
-        const PathVertex &from = mPath.corners[i], &to = mPath.corners[edge == i ? mPath.Next(edge) : edge];
-        const double towards =
-            (slid.x - straight.x) * (to.x - from.x) + (slid.y - straight.y) * (to.y - from.y);
-        const double length = std::hypot(to.x - from.x, to.y - from.y);
-        return towards > length * length / 2;
+    /// How far along an edge a corner goes that follows its wall outwards.
+    double Drift(std::size_t corner, std::size_t wallEnd, const Contact& edge, double out) const {
+        const std::size_t wall = wallEnd == mPath.Next(corner) ? corner : wallEnd;
+        const PathVertex &at = mPath.corners[corner], &to = mPath.corners[wallEnd];
+        if (mPath.corners[wall].bulge != 0 || LiesInEdge(mPath, wall) || !Slides(at, to, edge)) return 0;
+        const double dx = at.x - to.x, dy = at.y - to.y;
+        return edge.x != 0 ? dy / dx * edge.x * out : dx / dy * edge.y * out;
+    }
+
+    /// Whether the two ends of a side in the edge would pass each other if both followed their walls.
+    bool EndsCross(std::size_t edgeSide, const Contact& edge, double out) const {
+        const std::size_t from = edgeSide, to = mPath.Next(edgeSide);
+        const PathVertex &a = mPath.corners[from], &b = mPath.corners[to];
+        const double length = edge.x != 0 ? b.y - a.y : b.x - a.x;
+        const double moved =
+            length + Drift(to, mPath.Next(to), edge, out) - Drift(from, mPath.Previous(from), edge, out);
+        return moved * length <= 0;
     }
 
     /// So far that the round in a corner sharper than a right angle ends where the board does.
