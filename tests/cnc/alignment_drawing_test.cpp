@@ -172,7 +172,7 @@ TEST_F(WrittenDrawing, IsThePartDrawingFromNowOnWithAllSelected) {
     EXPECT_EQ(mAutoCAD::GetPartData(handle, "ORIE"), "LWT");
 }
 
-TEST_F(WrittenDrawing, HoldsCirclesOnTheirLayerAndTheLargestFaceLocked) {
+TEST_F(WrittenDrawing, HoldsCirclesOnTheirLayerAndTheLargestFaceOnItsOwn) {
     app::Workpiece board = Board(600, 300, 18);
     board.Drill({100, 100, 18}, app::Axis::Z, -18, 8);
     board.Drill({0, 150, 9}, app::Axis::X, 30, 6);
@@ -182,7 +182,7 @@ TEST_F(WrittenDrawing, HoldsCirclesOnTheirLayerAndTheLargestFaceLocked) {
     for (const AcadCircle* circle : circles) EXPECT_EQ(circle->Layer(), layers::CircleHold);
     EXPECT_EQ(run.part.drawing->Layers().Item(layers::CircleHold)->Color(), 5);
     EXPECT_EQ(run.part.drawing->Layers().Item(layers::RegionCopy)->Color(), 1);
-    EXPECT_TRUE(run.part.drawing->Layers().Item(layers::RegionCopy)->Lock());
+    EXPECT_EQ(AllOn<AcadRegion>(*run.part.drawing, layers::RegionCopy).size(), 1U);
     EXPECT_EQ(AllOn<AcadRegion>(*run.part.drawing, layers::NextBiggestRegion).size(), 1U);
     EXPECT_EQ(All<AcadRegion>(*run.part.drawing).size(), 2U);
     EXPECT_EQ(All<Acad3DSolid>(*run.part.drawing).size(), 1U);

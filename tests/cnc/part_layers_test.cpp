@@ -1,5 +1,7 @@
 // The layer on which a part lies in its drawing has no say in what is cut.
 #include "cnc/recognition_fixture.h"
+#include "cnc/run/runs.h"
+#include "session/library/cnc_commands.h"
 
 namespace brenvik {
 namespace {
@@ -60,6 +62,29 @@ TEST_F(PartLayers, AFrozenPartInInchesIsScaled) {
     AddLayer(document, mLayer).SetFreeze(true);
     part.Solid().SetLayer(mLayer);
     ExpectMade(part, Target::C2C);
+}
+
+TEST_F(PartLayers, EveryStepFindsAllLayersUnlocked) {
+    Set("HorzBoreOn2", "1");
+    PartOn(mLayer);
+    document.Layers().Item(mLayer)->SetLock(true);
+    std::vector<std::string> locked;
+    int steps = 0;
+    PassWork work = StepsOfParts();
+    for (auto& step : work.pass)
+        // The first step works on the drawing as it came.
+        if (&step != &work.pass.front())
+            step = [&, inner = step](RunState& run) {
+                ++steps;
+                AcadLayers& layers = run.part.drawing->Layers();
+                for (int i = 0; i < layers.Count(); ++i)
+                    if (layers.Item(i)->Lock()) locked.push_back(layers.Item(i)->Name());
+                return inner(run);
+            };
+    ChooseAllSolids();
+    RunParts(host, Target::C2C, RunForm::A, work, GridBeforeRuns());
+    EXPECT_EQ(steps, 10);
+    EXPECT_EQ(locked, std::vector<std::string>{});
 }
 
 TEST_F(PartLayers, AHiddenPartIsMade) {

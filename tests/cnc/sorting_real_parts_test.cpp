@@ -41,7 +41,6 @@ TEST_F(RealPartTest, SizesAndMaterialAreTaken) {
     EXPECT_EQ(run.part.PartThickness, 18);
     EXPECT_EQ(run.part.PartBottomZ, 0);
     EXPECT_NEAR(run.part.PartVolume, 600.0 * 400 * 18, 1e-6);
-    EXPECT_EQ(run.part.QuarterThickness, 18);
     EXPECT_EQ(run.part.MaterialName, "OAK");
 }
 

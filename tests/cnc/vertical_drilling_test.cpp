@@ -328,15 +328,5 @@ TEST_F(VerticalDrilling, SpoilThatIsNoNumberFails) {
     EXPECT_THROW(Drill(run), Failure);
 }
 
-TEST_F(VerticalDrilling, LockedWorkLayersAreWithinReach) {
-    Hole(100, 50, 19, 0, 8);
-    Top(100, 50, 8);
-    Level(100, 50, 0, 8);
-    LockAllLayers(document);
-    RunState run = Start();
-    Drill(run);
-    ExpectOne("VD_Z19p5_T_D8", 100, 50, 8, -19.5);
-}
-
 }  // namespace
 }  // namespace brenvik

@@ -18,6 +18,7 @@
 #include "cnc/outline/cut_outs.h"
 #include "cnc/outline/pockets.h"
 #include "cnc/outline/through_circles.h"
+#include "cnc/part/part_measures.h"
 #include "cnc/part/second_side.h"
 #include "cnc/plan/plan_sides.h"
 #include "cnc/proof/operation_names.h"
@@ -44,8 +45,8 @@ void TurnOver(const RunState& run, Removal& removal) {
     removal.low = run.part.ExtentZ - std::exchange(removal.high, run.part.ExtentZ - removal.low);
 }
 
-/// What takes wood away in this pass's frame: the operations of this pass with their paths, and behind them
-/// those of the first side.
+/// All that removes wood, in this pass's frame: the operations of this pass with their paths, then those of
+/// the first side.
 struct Removals {
     std::vector<Removal> all;
     std::vector<AcadLWPolyline*> paths;
@@ -107,19 +108,19 @@ bool IsCircle(const Removal& removal, const AcadLWPolyline* path, const PlanRoun
     });
 }
 
-/// Whether this pass has a hole of the same axis and diameter already: what it leaves belongs to a slope,
-/// such as that of a countersink, which is told.
+/// Whether this pass already has a hole of the same axis and diameter. What that leaves belongs to a slope,
+/// such as a countersink's, which is reported on its own.
 bool IsMade(const PlanRound& round, const Removals& removals, double slack) {
     for (std::size_t i = 0; i < removals.paths.size(); ++i)
         if (IsCircle(removals.all[i], removals.paths[i], round, slack)) return true;
     return false;
 }
 
-/// Makes operations of the cuts.
+/// Turns cuts into operations.
 class Placing {
   public:
     Placing(RunState& run, const Removals& removals)
-        : mRun(run), mRemovals(removals), mPart(LastSolid(*run.part.drawing).GetBoundingBox()) {}
+        : mRun(run), mRemovals(removals), mPart(BoxOfPart(run)) {}
 
     /// False where no bit fits.
     bool Place(const RestCut& cut) {
@@ -198,8 +199,7 @@ class Placing {
 std::size_t PlaceCuts(RunState& run, const std::vector<RestCut>& cuts, const Removals& removals) {
     if (cuts.empty()) return 0;
     std::size_t placed = 0;
-    UnlockAllLayers(*run.part.drawing);
-    // The outline's direction stands there, which later steps read.
+    // Later steps read the outline's direction here.
     const std::string direction = run.part.RouteDirection;
     Placing placing(run, removals);
     for (const RestCut& cut : cuts) {
@@ -239,7 +239,7 @@ void Redraw(RunState& run, AcadLWPolyline& path, const PlanLoop& loop) {
 void OpenMouths(RunState& run, const PartSlabs& slabs) {
     const Removals removals = RemovalsOf(run);
     const std::vector<std::string> tools = ToolNumbersOf(run);
-    const Box3 part = LastSolid(*run.part.drawing).GetBoundingBox();
+    const Box3 part = BoxOfPart(run);
     for (std::size_t i = 0; i < removals.paths.size(); ++i) {
         const Removal& removal = removals.all[i];
         if (!removal.mayGo || removals.paths[i] == nullptr) continue;

@@ -96,7 +96,7 @@ void HoleAccount::TellAxis(std::span<const HoleCircle> circles) {
     const bool bored = std::ranges::any_of(mDrilled, [&first](const DrilledHole& hole) {
         return SameLength(hole.x, first.center.x) && SameLength(hole.y, first.center.y);
     });
-    // The same goes for the foot of a bored pin.
+    // The foot of a bored pin belongs to it all the same.
     for (const HoleCircle& away : mGivenAway) {
         const bool foot = SameLength(away.diameter, first.diameter) && Less(mPart.min.z, away.center.z);
         if (SameAxis(away, first) && (!bored || foot)) take(away);

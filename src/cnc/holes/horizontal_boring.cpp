@@ -103,8 +103,8 @@ class Boring {
         }
     }
 
-    /// A recess may have bitten the mouth of a bore, so that of its rim an arc is left on the face. Where a
-    /// circle further in is whole, and nothing but air lies between, it is bored from the face all the same.
+    /// A recess may have bitten into the mouth of a bore and left an arc of its rim on the face. If a circle
+    /// further in is whole, with only air between, it is bored from the face all the same.
     void FindBittenBores() {
         for (const SideTraits& side : Sides())
             while (const std::optional<std::size_t> floor = DeepestBitten(side))
@@ -152,7 +152,7 @@ class Boring {
                SameLength(Along(each.center, side.axis), FaceOf(mPart, side));
     }
 
-    /// The bore with the nearest floor behind the rim; nothing where no circle of its diameter lies there.
+    /// The bore with the nearest floor behind the rim; empty where there is no circle of its diameter.
     std::optional<Bore> BoreOf(std::size_t rim, const SideTraits& side) const {
         const BoreCircle& entry = mCircles[rim];
         std::optional<Bore> nearest;
@@ -414,8 +414,6 @@ class Boring {
 }  // namespace
 
 void BoreHorizontally(RunState& run) {
-    const std::string_view workLayer = TraitsOf(run.target).horizontalWorkLayer;
-    Skip([&] { UnlockLayer(*run.part.drawing, workLayer); });
     Boring boring(run);
     boring.RepairNormals();
     boring.FindBores();

@@ -35,8 +35,8 @@ constexpr int CompareDecimals = 6;
 constexpr int OperationColor = 4;
 // "Exactly 0" as far as the modeller can tell: a part laid at an odd angle leaves 1e-13.
 constexpr double NoHeight = 1e-9;
-// The share of a bore's volume that may be material all the same: walls of files from other systems lie
-// beside their circles by ten-thousandths.
+// The share of a bore's volume that may be material and doesn't count: in files from other systems walls miss
+// their circles by ten-thousandths.
 constexpr double FilmShare = 1e-4;
 
 /// A circle that may be a rim or a floor.
@@ -44,7 +44,7 @@ struct Rim : HoleCircle {
     AcadCircle* circle = nullptr;
     bool gone = false;
     bool passedOver = false;  ///< Looked at, with no operation; it stays in the drawing.
-    bool ofPin = false;       ///< An end of a pin, which the account tells of.
+    bool ofPin = false;       ///< An end of a pin, which the account reports.
 };
 
 bool SamePlace(const Rim& a, const Rim& b) {
@@ -61,7 +61,7 @@ bool Upright(const AcadCircle& circle) {
     return std::abs(RoundHalfEven(circle.Normal().z, CompareDecimals)) == 1;
 }
 
-/// `circle` lies on the floor.
+/// `circle` is on the floor.
 void DrillDownTo(RunState& run, AcadCircle& circle, HoleStart start, const HoleHeights& heights,
                  double spoil) {
     HoleCut cut = CutOf(run, start, heights, spoil);
@@ -86,7 +86,7 @@ class Drilling {
           mAccount(run, mPart) {
         for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::MAXCircleHold))
             mTop.push_back({{circle->Center(), circle->Diameter()}, circle});
-        // A slanted circle is no candidate; the sorting has told of it.
+        // A slanted circle is no candidate; the sorting has reported it.
         for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::CircleHold))
             if (Upright(*circle)) mRims.push_back({{circle->Center(), circle->Diameter()}, circle});
     }
@@ -125,7 +125,7 @@ class Drilling {
         return true;
     }
 
-    /// Tells what got no operation.
+    /// Reports circles that got no operation.
     void TellRest() {
         std::vector<HoleCircle> left;
         for (const std::vector<Rim>* rims : {&mTop, &mRims})
@@ -183,8 +183,8 @@ class Drilling {
         return candidate;
     }
 
-    /// Whether material stands above the rim. What lies below a covered circle of the same bore is covered by
-    /// the same material. A rim that the trial can't judge is passed over.
+    /// Whether there is material above the rim. Circles of the same bore below a covered one are covered by
+    /// the same material. Rims that the trial can't judge are passed over.
     bool CoveredAbove(Rim& rim) {
         for (const Rim& covered : mCovered)
             if (SameBore(covered, rim)) return true;
@@ -303,8 +303,6 @@ void DrillAt(RunState& run, AcadCircle& floor, bool fromTopFace) {
 }
 
 PassOutcome DrillVertically(RunState& run, const LevelShapes& shapes) {
-    for (const std::string_view name : {layers::MAXCircleHold, layers::CircleHold})
-        Skip([&] { UnlockLayer(*run.part.drawing, name); });
     Drilling drilling(run, shapes);
     if (!drilling.FromTopFace() || !drilling.FromRecesses()) return PassOutcome::SkipPart;
     drilling.TellRest();

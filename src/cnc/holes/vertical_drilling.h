@@ -12,8 +12,8 @@ class LevelShapes;
 /// a floor isn't below the top. Holes away from `shapes` aren't tried for material above them.
 PassOutcome DrillVertically(RunState& run, const LevelShapes& shapes);
 
-/// Makes a hole of a circle that lies on its floor: on the top plane, named as deep as the floor lies.
-/// `fromTopFace` tells a hole whose rim lies on the top face from one in a recess.
+/// Turns a circle on a hole's floor into an operation: on the top plane, with the depth of the floor in its
+/// name. `fromTopFace` separates a hole whose rim is on the top face from one in a recess.
 void DrillAt(RunState& run, AcadCircle& floor, bool fromTopFace);
 
 }  // namespace brenvik

@@ -50,7 +50,8 @@ void ExplodeFacesToEdges(AcadDocument& drawing, const FlatFaces& faces) {
     faces.NextRegion.region->SetLayer(layers::NextBiggestRegion);
     AddLayer(drawing, layers::RegionCopy, RegionCopyColor);
     largest.Copy()->SetLayer(layers::RegionCopy);
-    // Where nothing lies against the largest face, it may have been set aside itself; its edges are needed.
+    // Where no face lies opposite, the largest face itself may have been set aside; its edges are still
+    // needed.
     if (faces.NextRegion.region == &largest) largest.Copy()->SetLayer(layers::Region);
     const OnlyUnlocked only(drawing, {layers::BrenvikExplode, layers::Region});
     drawing.SendCommand("Explode all  ");
@@ -88,8 +89,8 @@ std::string_view SideOfY(RunForm form) {
     return {};
 }
 
-/// False for letters that name no part's sizes, which has been told then. Such a part would lie as nobody has
-/// said, and its depths would be those of another thickness.
+/// Returns false, after a message, for letters that don't name the part's sizes. Such a part would be laid in
+/// a way that nobody has asked for, and its depths would be those of another thickness.
 bool TurnToLetters(RunState& run, const Acad3DSolid& solid) {
     const std::optional<std::string> letters = UsableLettersOf(solid);
     if (!letters) return false;
@@ -152,7 +153,6 @@ PassOutcome AlignPart(RunState& run) {
     BringTopUp(drawing, solid, faces->LargestRegion.area);
     if (WorkedFromThirdFace(solid)) TurnOver(drawing);
     if (NeedsOtherSide(run)) TurnToSecondSide(drawing);
-    LockLayer(drawing, layers::RegionCopy);
     HoldCircles(drawing);
     MoveToOrigin(run, solid);
     return PassOutcome::GoOn;

@@ -130,7 +130,6 @@ void ReadPartTexts(RunState& run) {
 
 PassOutcome ClosePart(RunState& run) {
     AcadDocument& drawing = *run.part.drawing;
-    UnlockAllLayers(drawing);
     ReadPartTexts(run);
     TopView(drawing);
     run.app->ZoomExtents();

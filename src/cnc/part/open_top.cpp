@@ -20,24 +20,6 @@ constexpr double TrialHeight = 1000.0;
 constexpr double NoTaper = 0;
 constexpr int TrialColor = 2;
 
-/// A layer unlocked for a while.
-class Unlocked {
-  public:
-    Unlocked(AcadDocument& drawing, std::string_view name) : mLayer(drawing.Layers().Item(name)) {
-        mWasLocked = mLayer->Lock();
-        if (mWasLocked) mLayer->SetLock(false);
-    }
-    ~Unlocked() {
-        if (mWasLocked) Skip([this] { mLayer->SetLock(true); });
-    }
-    Unlocked(const Unlocked&) = delete;
-    Unlocked& operator=(const Unlocked&) = delete;
-
-  private:
-    AcadLayer* mLayer;
-    bool mWasLocked = false;
-};
-
 /// The volume that is left of the part when all above the region, or below it, is taken away; 0 where nothing
 /// is left.
 double VolumeAfterCut(AcadDocument& drawing, Acad3DSolid& part, AcadRegion& region, double upward,
@@ -59,8 +41,6 @@ double VolumeLeft(RunState& run, AcadEntity& closedCurve, double upward) {
     AcadDocument& drawing = *run.part.drawing;
     Acad3DSolid& part = LastSolid(drawing);
     AddLayer(drawing, layers::CircleHold);
-    const Unlocked zero(drawing, layers::Zero), hold(drawing, layers::CircleHold),
-        ofPart(drawing, part.Layer()), ofCurve(drawing, closedCurve.Layer());
     TrialObjects objects;
     AcadEntity& copy = objects.Keep(closedCurve.Copy());
     copy.SetLayer(layers::CircleHold);
@@ -92,7 +72,6 @@ double MaterialAbove(RunState& run, AcadEntity& closedCurve) {
 double MaterialWithin(RunState& run, const Point3& from, const Point3& to, double radius) {
     AcadDocument& drawing = *run.part.drawing;
     Acad3DSolid& part = LastSolid(drawing);
-    const Unlocked zero(drawing, layers::Zero), ofPart(drawing, part.Layer());
     TrialObjects objects;
     const double dx = to.x - from.x, dy = to.y - from.y;
     const Point3 middle{(from.x + to.x) / 2, (from.y + to.y) / 2, (from.z + to.z) / 2};

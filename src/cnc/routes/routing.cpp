@@ -65,7 +65,8 @@ CutFrom SideOf(Routing& routing, AcadEntity& contour, const CutContour& place, s
     return CutFrom::OtherSide;
 }
 
-/// From a height below the top to the top plane; gives the depth, which the thickness says downwards.
+/// Lifts a path from below the top to the top plane. Returns its depth, which the thickness states as a
+/// negative number.
 template <class Path>
 double RaiseToTop(const Box3& part, Path& path, double z) {
     const double depth = Round(Round(part.max.z) - Round(z));
@@ -164,7 +165,7 @@ bool MakePaths(RunState& run) {
     for (AcadLWPolyline* chain : contours.open) PassOver(routing, *chain);
     for (AcadLWPolyline* path : contours.closed)
         if (!MakeRoute(routing, *path)) return false;
-    AddLayer(*run.part.drawing, layers::RouteCirclePV).SetLock(false);
+    AddLayer(*run.part.drawing, layers::RouteCirclePV);
     for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::RouteCirclePV))
         if (!MakeCirclePocket(routing, *circle)) return false;
     return true;

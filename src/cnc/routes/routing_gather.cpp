@@ -157,7 +157,7 @@ double DistanceToSide(const PathVertex& from, const PathVertex& to, double x, do
     const double radius = chord * (1 + from.bulge * from.bulge) / (4 * std::abs(from.bulge));
     const double centerX = (from.x + to.x) / 2 - dy / chord * offset;
     const double centerY = (from.y + to.y) / 2 + dx / chord * offset;
-    // An arc that runs counter-clockwise lies to the right of its chord.
+    // A counter-clockwise arc is to the right of its chord.
     const double right = ((x - from.x) * dy - (y - from.y) * dx) / chord;
     if (right * from.bulge < 0) return toEnds;
     return std::min(toEnds, std::abs(std::hypot(x - centerX, y - centerY) - radius));
@@ -188,7 +188,7 @@ bool RunsAlong(const AcadLWPolyline& chain, const AcadLWPolyline& contour) {
 }
 
 /// Whether a chain lies in the flat floor of a round hole: a bore that just touches the floor leaves the line
-/// of its touch there, which bounds nothing.
+/// of contact there, which bounds no area.
 bool LiesInRoundFloor(const AcadLWPolyline& chain, const AcadCircle& circle) {
     const Point3 center = circle.Center();
     if (!Upright(circle.Normal()) || !NearlyEqual(center.z, chain.Elevation())) return false;
@@ -218,7 +218,7 @@ void DropWhatBoundsNothing(AcadDocument& drawing, GatheredContours& contours) {
 GatheredContours GatherContours(AcadDocument& drawing, const Box3& part) {
     GatheredContours contours;
     for (const std::string_view name : {layers::BrenvikExplode, layers::RoutingLayer1, layers::RoutingLayer2})
-        AddLayer(drawing, name).SetLock(false);
+        AddLayer(drawing, name);
     contours.followable = TakeEdges(drawing, BetweenFaces(part));
     if (!contours.followable) return contours;
     Join(drawing, contours);

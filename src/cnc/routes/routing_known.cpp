@@ -72,7 +72,6 @@ void KeepForHandWork(RunState& run) {
         "process "
         "it by hand.");
     AcadDocument& drawing = *run.part.drawing;
-    UnlockAllLayers(drawing);
     const std::string file = HandWorkFile(run);
     for (AcadEntity* entity : All<AcadEntity>(drawing))
         if (dynamic_cast<Acad3DSolid*>(entity) == nullptr) Skip([entity] { entity->Delete(); });

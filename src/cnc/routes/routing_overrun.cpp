@@ -61,7 +61,7 @@ bool IsRim(const Touching& path, std::size_t side) {
     return bulgesX * (from.x + to.x) > 0 && bulgesY * (from.y + to.y) > 0;
 }
 
-/// Whether a side of the path lies in the part's edge, so that no wall stands there.
+/// Whether a side of the path runs along the part's edge, so that it has no wall.
 bool LiesInEdge(const Touching& path, std::size_t side) {
     if (path.corners[side].bulge != 0) return IsRim(path, side);
     return ShareSide(path.contacts[side], path.contacts[path.Next(side)]);
@@ -73,7 +73,7 @@ bool Slides(const PathVertex& from, const PathVertex& wallEnd, const Contact& ed
     return edge.x != 0 ? dy < SteepestSlide * dx : dx < SteepestSlide * dy;
 }
 
-/// Lets a corner that has been moved along one axis follow the line of its wall.
+/// Makes a corner that has been moved along one axis follow the line of its wall.
 void SlideAlong(const PathVertex& from, const PathVertex& wallEnd, const Contact& edge, PathVertex& moved) {
     if (!Slides(from, wallEnd, edge)) return;
     const double dx = from.x - wallEnd.x, dy = from.y - wallEnd.y;

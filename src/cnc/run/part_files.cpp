@@ -40,8 +40,8 @@ std::string LabelOf(const AcadEntity& solid) {
     return PartLabel(handle, name);
 }
 
-/// A quantity that is no count is worked with as its number, and told. Quantities that the list has brought
-/// are counts.
+/// A quantity that isn't a whole number is used as its number, and reported. Quantities from the list are
+/// whole.
 void TellQuantityFault(const AcadEntity& solid, const std::string& label, RunReport& report) {
     std::string quantity;
     if (!Skip([&] { quantity = mAutoCAD::PartDataOf(solid, "Quantity"); })) return;

@@ -75,8 +75,8 @@ void BeginSecondSide(RunState& run) {
     RemoveIfThere(std::string(WorkDrawing2));
 }
 
-/// The end of every part, skipped or not: no drawing of it outlasts it. `bothSides`: nothing is left to do
-/// for its second side.
+/// Ends every part, skipped or not, and closes its drawing. `bothSides`: its second side needs no more
+/// work.
 void CleanUp(RunState& run, const PartFile& file, bool bothSides) {
     ClosePartDrawing(run);
     if (Skip([&] { ThePlatform().files->RemoveFile(file.FirstSidePath()); })) {
@@ -106,7 +106,7 @@ PassOutcome WorkOrSkip(RunState& run, const PassWork& steps, const PartFile& fil
     PassOutcome came = PassOutcome::SkipPart;
     const std::optional<Failure> failure = Attempt([&] { came = WorkOnPass(run, steps); });
     if (!failure) {
-        // The box that skipped it doesn't say which part it is.
+        // The box that announced it doesn't name the part.
         if (came == PassOutcome::SkipPart && run.FirstPass())
             run.report.skipped.push_back("The part " + file.label + " was skipped.");
         return came;

@@ -104,7 +104,7 @@ class FolderProof {
     /// The solid as the run has held it when it closed the part.
     static PassOutcome Hold(RunState& run) {
         ReadPartTexts(run);
-        MeasurePart(run, LastSolid(*run.part.drawing).GetBoundingBox());
+        MeasurePart(run, BoxOfPart(run));
         run.part.MaterialName = MaterialNameOf(LastSolid(*run.part.drawing));
         run.part.Material = {};
         run.part.PartThickness = run.part.ExtentZ;

@@ -11,9 +11,9 @@ namespace brenvik {
 
 /// Where the files lie, and what is known of the run that has made them.
 struct FilesOfRun {
-    std::string folder;  ///< Of first sides, with the mark behind it; those of second sides are in "2-sided".
+    std::string folder;  ///< Of first sides, with its separator; second sides are in "2-sided" below it.
     std::optional<Target> target = {};  ///< Told by the names in the files unless somebody knows better.
-    /// By way of the grid equal parts share a file, and its number says nothing about its part.
+    /// In runs from the grid equal parts share a file, and its number identifies no part.
     RunForm form = RunForm::A;
 };
 
@@ -21,7 +21,7 @@ struct ProvedFiles {
     /// What a run would have reported: parts that don't come out as they are drawn or couldn't be compared;
     /// among what was passed over parts that have no file, and files that are no part's.
     RunReport report;
-    int parts = 0;  ///< That come out as they are drawn.
+    int parts = 0;  ///< Parts that come out as drawn.
     /// How much of the rest of the folder isn't as a run leaves it: lines of lists, files of no part.
     std::size_t strays = 0;
 };

@@ -36,7 +36,7 @@ std::vector<std::string> WorkListProof::LinesOf(const std::string& path) const {
     std::vector<std::string> lines = Split(ThePlatform().files->ReadFile(path), '\n');
     for (std::string& line : lines)
         if (line.ends_with('\r')) line.pop_back();
-    // Behind the last line's end.
+    // After the end of the last line.
     if (!lines.empty() && lines.back().empty()) lines.pop_back();
     return lines;
 }

@@ -21,7 +21,7 @@ struct PassWork {
     std::function<void(RunState&)> prove = {};
 };
 
-/// What a run needs of the grid, which stands above it: handed in by the library.
+/// The grid's services to a run. The grid is above the run, so the library passes them in.
 struct RunHooks {
     /// Applies and closes the grid if it is open, unless the settings turn that off. False when they ask for
     /// it and no grid is open.

@@ -14,8 +14,6 @@
 
 namespace brenvik {
 
-namespace {
-
 PassWork StepsOfParts() {
     return {{AlignPart, SortEdges, Recognise, MakeOutline, ClearRest, ClosePart},
             WritePartFile,
@@ -24,8 +22,6 @@ PassWork StepsOfParts() {
             FinishWorkLists,
             ProveGathered};
 }
-
-}  // namespace
 
 void RunOnSelection(AcadApplication& app, Target target, const RunHooks& hooks) {
     RunParts(app, target, RunForm::A, StepsOfParts(), hooks);

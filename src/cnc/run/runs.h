@@ -8,6 +8,9 @@ namespace brenvik {
 
 class AcadApplication;
 
+/// What every run does with a part, in its order.
+PassWork StepsOfParts();
+
 /// Form A: the parts of the host's previous selection.
 void RunOnSelection(AcadApplication& app, Target target, const RunHooks& hooks);
 /// Form B: the parts and quantities of the list that the grid left.

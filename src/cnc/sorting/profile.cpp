@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "base/fractions.h"
 #include "base/numbers.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/work_layers.h"
@@ -26,8 +25,6 @@ namespace {
 constexpr std::string_view ExplodeAll = "Explode all  ";
 constexpr int SizeDecimals = 6;
 constexpr int HoldColor = 5;
-// A thirty-second of a unit: the steps that stock thicknesses are rounded to.
-constexpr double ThicknessStep = 0.03125;
 
 /// Draws the profile of the solid from above on layers of its own. It takes a viewport of the sheet, and the
 /// four blanks end the selection and take three defaults: hidden lines on a layer of their own, all in one
@@ -42,7 +39,6 @@ void ProjectPart(RunState& run) {
 
 /// The boundary of the kept face, drawn on a layer for the time it takes to measure its height.
 void DrawBoundaryOfKeptFace(AcadDocument& drawing) {
-    UnlockAllLayers(drawing);
     AddLayer(drawing, layers::Regioncopycopy);
     for (AcadRegion* region : AllOn<AcadRegion>(drawing, layers::RegionCopy)) {
         region->Copy();
@@ -103,7 +99,6 @@ PassOutcome SortEdges(RunState& run) {
     AcadDocument& drawing = *run.part.drawing;
     ProjectPart(run);
     LowerKeptFace(drawing);
-    run.part.QuarterThickness = RoundDecimalValue(LenientNumber(run.part.DimT), ThicknessStep);
     run.part.MaterialName = MaterialNameOf(LastSolid(drawing));
     AddLayer(drawing, layers::Border);
     BreakDown(drawing);
