@@ -73,7 +73,8 @@ ExitStatus Export(const std::string& home, const ExportOptions& options) {
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };
     Workplace workplace(home, dialogs);
     RequireOwnFile(workplace, options);
-    const std::size_t selected = OpenAndSelect(workplace, options.drawing, options.unit, teller).selected;
+    const auto [document, selected] = OpenAndSelect(workplace, options.drawing, options.unit, teller);
+    RemarkOnLumps(document, options.drawing, teller);
     teller.Progress("measuring " + std::to_string(selected) + " parts");
     const bool exported = ScanAndExport(workplace.host, dialogs, choices, options.csv, teller);
     TellPartTroubles(teller);

@@ -63,6 +63,7 @@ ExitStatus List(const std::string& home, const ListOptions& options) {
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };
     Workplace workplace(home, dialogs);
     const auto [document, selected] = OpenAndSelect(workplace, options.drawing, options.unit, teller);
+    RemarkOnLumps(document, options.drawing, teller);
     teller.Progress("measuring " + std::to_string(selected) + " parts");
     // Without a selection the scan leaves the grid unchanged, and the list would be empty.
     Scanned scanned =

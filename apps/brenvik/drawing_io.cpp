@@ -14,6 +14,7 @@
 #include "base/letter_case.h"
 #include "drafting_host/document/block_solids.h"
 #include "drafting_host/document/imported_parts.h"
+#include "drafting_host/document/lumps.h"
 #include "file_roots/places.h"
 
 namespace brenvik::app {
@@ -231,6 +232,14 @@ void TellBlockSolids(HostDocument& document, const DrawingOptions& options, Tell
     DropUnasked(document, options, references);
     TellReferences(references, options, teller);
     TellSheets(document, options, teller);
+}
+
+void RemarkOnLumps(const HostDocument& document, const DrawingOptions& options, Teller& teller) {
+    for (const PartOfLumps& part : PartsOfSeveralLumps(document.PreviousSelection()))
+        teller.Remark(options.drawing + ": the part " + part.handle +
+                      (part.name.empty() ? "" : " \"" + part.name + "\"") + " holds " +
+                      std::to_string(part.lumps) +
+                      " bodies that don't touch, and is one part with the sizes of all together");
 }
 
 std::size_t SelectForCommand(HostDocument& document, const DrawingOptions& options,

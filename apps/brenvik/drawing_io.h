@@ -64,6 +64,9 @@ void TellLayerColors(const HostDocument& document, const std::string& name, Tell
 /// Tells the solids that stand in references to blocks or on sheets and so are left out.
 void TellBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller);
 
+/// Remarks on selected solids of several lumps, which are one part each with the sizes of all lumps together.
+void RemarkOnLumps(const HostDocument& document, const DrawingOptions& options, Teller& teller);
+
 /// Selects the entities of the options, or every solid of model space, as the host's previous selection.
 /// Returns how many. Throws CommandError for a handle that is not in the drawing.
 std::size_t SelectForCommand(HostDocument& document, const DrawingOptions& options,

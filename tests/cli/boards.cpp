@@ -38,6 +38,7 @@ void WriteBoardsTo(const std::filesystem::path& file, const Boards& boards) {
             board.Cut({place - 1, -1, 12}, {place + boards.length + 1, 15, 19});
             board.Drill({place, 200, 9}, app::Axis::X, 30, 8);
         }
+        if (boards.areSawn) board.Cut({place + 400, -1, -1}, {place + 420, 401, 19});
         place += boards.length + 400;
         SetData(board.Solid(), {{"PartName", name},
                                 {"PN", "7"},

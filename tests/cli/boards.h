@@ -15,6 +15,8 @@ struct Boards {
     double length = 600;
     /// With a rabbet all along the front edge, 15 wide and 6 deep, and a dowel bore in the left end.
     bool rabbetAndBore = false;
+    /// Sawn through, so that each is one solid of two lumps.
+    bool areSawn = false;
 };
 
 /// Writes a drawing of boards with these names, `length` by 400 by 18, each with a hole, their PN "7".

@@ -1,6 +1,7 @@
 // The cut list of the sample job, in every format, from every format.
 #include <algorithm>
 
+#include "boards.h"
 #include "checkout_paths.h"
 #include "program.h"
 
@@ -20,6 +21,21 @@ TEST_F(List, ShowsTheSampleJobAsATable) {
     EXPECT_EQ(outcome.errors, "");
     EXPECT_EQ(outcome.output,
               ReadFile(std::filesystem::path(BRENVIK_SOURCE_DIR) / "tests/cli/base-cabinet.txt"));
+}
+
+TEST_F(List, ASolidOfTwoLumpsIsOnePartAndToldWithNameAndCount) {
+    WriteBoardsTo(folder / "job.dxf", {.names = {"Left", "Right"}, .areSawn = true});
+    const Outcome list = Run({"list", "job.dxf", "--format", "csv"});
+    EXPECT_EQ(list.status, 0) << list.errors;
+    EXPECT_EQ(Lines(list.output), 3u) << list.output;
+    const std::string told =
+        "\" holds 2 bodies that don't touch, and is one part with the sizes of all together\n";
+    for (const std::string name : {"Left", "Right"})
+        EXPECT_NE(list.errors.find(" \"" + name + told), std::string::npos) << list.errors;
+    EXPECT_EQ(Lines(list.errors), 2u) << list.errors;
+    EXPECT_NE(Run({"export", "job.dxf", "job.csv"}).errors.find(told), std::string::npos);
+    WriteBoardsTo(folder / "whole.dxf", {.names = {"Left", "Right"}});
+    EXPECT_EQ(Run({"list", "whole.dxf"}).errors, "");
 }
 
 TEST_F(List, CsvHasARowForEachPart) {

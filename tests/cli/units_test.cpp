@@ -124,6 +124,78 @@ TEST_F(Units, LengthsInExtendedDataFollowTheirDrawing) {
               (std::vector<double>{2, 50.8, 3 * 25.4, 25.4, 50.8, 0}));
 }
 
+/// A drawing in inches with one entity of these groups in it, brought to millimetres.
+class ScaledEntities : public Units {
+  protected:
+    /// The groups of the entity (from its name up to the next) in the drawing that comes out, one a line.
+    std::string Scaled(const std::string& name, const std::string& groups) {
+        MakeHome("metric");
+        Write("inch.dxf",
+              "  0\nSECTION\n  2\nHEADER\n  9\n$ACADVER\n  1\nAC1032\n  9\n$INSUNITS\n 70\n1\n  0\nENDSEC\n"
+              "  0\nSECTION\n  2\nENTITIES\n  0\n" +
+                  name + "\n" + groups + "  0\nENDSEC\n  0\nEOF\n");
+        EXPECT_EQ(Run({"convert", "inch.dxf", "mm.dxf"}).status, 0);
+        const std::string saved = Read("mm.dxf");
+        std::istringstream lines(saved.substr(saved.find("ENTITIES")));
+        std::string code, value, result;
+        bool isInside = false;
+        std::getline(lines, value);
+        while (std::getline(lines, code) && std::getline(lines, value)) {
+            std::erase(value, '\r');
+            const int number = std::stoi(code);
+            if (number == 0) isInside = value == name;
+            const bool isShown = number != 5 && number != 330 && number != 100 && number != 8;
+            if (isInside && isShown) result += std::to_string(number) + "=" + Rounded(number, value) + "\n";
+        }
+        return result;
+    }
+    /// A length to ten digits, anything else as it stands.
+    static std::string Rounded(int code, const std::string& value) {
+        if ((code < 10 || code > 59) && code != 1040) return value;
+        std::ostringstream text;
+        text.precision(10);
+        text << std::stod(value);
+        return text.str();
+    }
+    static void ExpectAll(const std::string& groups, const std::vector<std::string>& expected) {
+        for (const std::string& group : expected)
+            EXPECT_NE(("\n" + groups).find("\n" + group + "\n"), std::string::npos) << group << " in\n"
+                                                                                    << groups;
+    }
+};
+
+TEST_F(ScaledEntities, WidthsThatAPolylineHasByDefaultGrow) {
+    const std::string vertices =
+        "  0\nVERTEX\n  8\n0\n 10\n0.0\n 20\n0.0\n  0\nVERTEX\n  8\n0\n 10\n1.0\n 20\n2.0\n  0\nSEQEND\n";
+    ExpectAll(Scaled("POLYLINE", "  8\n0\n 66\n1\n 40\n0.5\n 41\n0.25\n" + vertices), {"40=12.7", "41=6.35"});
+}
+
+TEST_F(ScaledEntities, AbsoluteHeightsInAParagraphGrowAndMultiplesStay) {
+    ExpectAll(Scaled("MTEXT",
+                     "  8\n0\n 10\n1.0\n 20\n2.0\n 40\n2.0\n  1\na\\H2.5;b\\H1.5x;c\\\\H2;{\\H.5;d\\pi1;\n"),
+              {"40=50.8", "1=a\\H63.5;b\\H1.5x;c\\\\H2;{\\H12.7;d\\pi1;"});
+}
+
+TEST_F(ScaledEntities, WhatAParagraphSaysTwiceGrowsTwice) {
+    const std::string groups = Scaled(
+        "MTEXT",
+        "  8\n0\n 10\n1.0\n 20\n2.0\n 40\n2.0\n 46\n3.0\n  1\na\n101\nEmbedded Object\n 70\n1\n 10\n1.0\n"
+        " 20\n0.0\n 30\n0.0\n 11\n1.0\n 21\n2.0\n 31\n0.0\n 40\n4.0\n 41\n5.0\n 44\n6.0\n 46\n7.0\n "
+        "46\n8.0\n");
+    ExpectAll(groups, {"46=76.2"});
+    ExpectAll(groups.substr(groups.find("101=")), {"10=1", "11=25.4", "21=50.8", "40=101.6", "41=127",
+                                                   "44=152.4", "46=177.8", "46=203.2", "70=1"});
+}
+
+TEST_F(ScaledEntities, TheColumnsOfAParagraphGrow) {
+    const std::string groups = Scaled("MTEXT",
+                                      "  8\n0\n 10\n1.0\n 20\n2.0\n 40\n2.0\n  1\na\n1001\nACAD\n1000\n"
+                                      "ACAD_MTEXT_COLUMN_INFO_BEGIN\n1070\n48\n1040\n3.0\n1000\n"
+                                      "ACAD_MTEXT_COLUMN_INFO_END\n");
+    ExpectAll(groups, {"1070=48"});
+    EXPECT_NE(groups.find("1040=76.2"), std::string::npos) << groups;
+}
+
 TEST_F(Units, SurveyorsUnitsAreTheirOwn) {
     MakeHome("metric");
     const std::vector<std::pair<int, std::pair<double, std::string>>> units{

@@ -27,7 +27,7 @@ void CopyAll(const Entities& entities, const Similarity& move) {
         Transform(geometry, move);
         HostEntity& copy = entity->Owner().Add(std::move(geometry));
         copy.TakeAllButGeometry(*entity);
-        copy.SetKeptGroups(AfterMove(copy.KeptGroupsOfFile(), move));
+        copy.SetKeptGroups(AfterMove(copy.KeptGroupsOfFile(), copy.ObjectName(), move));
     }
 }
 

@@ -155,7 +155,7 @@ void HostEntity::Transform(const Similarity& move) {
     RequireChangeable();
     if (move.Identity()) return;
     ApplyTransform(move);
-    mKept = AfterMove(mKept, move);
+    mKept = AfterMove(mKept, ObjectName(), move);
 }
 
 void HostEntity::Move(const Point3& from, const Point3& to) {
@@ -178,7 +178,7 @@ HostEntity& HostEntity::MirroredCopy(const Similarity& mirror) {
     brenvik::Transform(geometry, mirror);
     HostEntity& copy = mOwner->Add(std::move(geometry));
     copy.TakeAllButGeometry(*this);
-    copy.mKept = AfterMove(copy.mKept, mirror);
+    copy.mKept = AfterMove(copy.mKept, ObjectName(), mirror);
     return copy;
 }
 

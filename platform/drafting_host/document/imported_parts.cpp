@@ -1,7 +1,6 @@
 // Other systems know no part data: what they do know becomes part data here, and back again.
 #include "drafting_host/document/imported_parts.h"
 
-#include <TopExp_Explorer.hxx>
 #include <cmath>
 
 #include "base/handle_text.h"
@@ -12,6 +11,7 @@
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/document/host_failure.h"
 #include "drafting_host/document/lost_data.h"
+#include "drafting_host/document/lumps.h"
 #include "drafting_host/document/step_door.h"
 #include "drafting_host/dxf/aci_colors.h"
 #include "drafting_host/dxf/dxf_text.h"
@@ -161,12 +161,6 @@ std::vector<const HostSolid*> SolidsOf(const HostDocument& document, std::string
         }
     }
     return solids;
-}
-
-std::size_t LumpsOf(const TopoDS_Shape& shape) {
-    std::size_t lumps = 0;
-    for (TopExp_Explorer lump(shape, TopAbs_SOLID); lump.More(); lump.Next()) ++lumps;
-    return lumps;
 }
 
 }  // namespace

@@ -1,12 +1,15 @@
 // Changes of kept groups. The texts are shared, so each change makes new ones.
 #include "drafting_host/document/kept_groups.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <functional>
 #include <map>
 #include <numbers>
+#include <span>
+#include <string_view>
 
 #include "drafting_host/document/host_geometry.h"
 #include "drafting_host/dxf/kept_text.h"
@@ -164,14 +167,75 @@ std::string MovedAttribute(const std::string& groups, const Similarity& move) {
     return values.Changed();
 }
 
-/// The tangents of a spline at its ends, and the height to which the lines of a text were set.
-std::string MovedLengths(const std::string& own, const Similarity& move) {
+/// Lengths among the groups of a kind that are no values of it here.
+struct KeptLengths {
+    std::string_view kind;
+    std::array<int, 5> codes{};
+};
+
+/// Of an old polyline the widths that its vertices have by default; of a spline the tolerances of its points;
+/// of a paragraph the size that it takes, the height to which its lines were set, its columns' width and gap.
+constexpr auto Lengths = std::to_array<KeptLengths>({{"AcDb2dPolyline", {40, 41}},
+                                                     {"AcDb3dPolyline", {40, 41}},
+                                                     {"AcDbPolygonMesh", {40, 41}},
+                                                     {"AcDbPolyFaceMesh", {40, 41}},
+                                                     {"AcDbSpline", {43, 44}},
+                                                     {"AcDbMText", {42, 43, 46, 48, 49}}});
+
+std::span<const int> LengthsOf(std::string_view kind) {
+    const auto* const found = std::ranges::find(Lengths, kind, &KeptLengths::kind);
+    return found == Lengths.end() ? std::span<const int>() : std::span<const int>(found->codes);
+}
+
+void ScaleLengths(std::string_view kind, Values& values, const Similarity& move) {
+    for (const int code : LengthsOf(kind))
+        if (values.Of(code) != 0) values.Set(code, values.Of(code) * move.ScaleFactor());
+}
+
+/// The tangents of a spline at its ends, and what is long among the rest.
+std::string MovedOwn(std::string_view kind, const std::string& own, const Similarity& move) {
     Values values(own, false);
     for (const int code : {12, 13})
         if (values.Has(code)) values.SetPoint(code, move.Direction(values.PointAt(code)));
-    constexpr int linesHeight = 46;
-    if (values.Of(linesHeight) != 0) values.Set(linesHeight, values.Of(linesHeight) * move.ScaleFactor());
+    ScaleLengths(kind, values, move);
     return values.Changed();
+}
+
+/// Programs that leave the marks of the classes out have the kind's own groups among the common ones.
+std::string MovedCommon(std::string_view kind, const std::string& common, const Similarity& move) {
+    Values values(common, false);
+    ScaleLengths(kind, values, move);
+    return values.Changed();
+}
+
+/// Release 2018 has the line, the place and the sizes of a paragraph once more, behind its other groups.
+std::string MovedParagraph(const std::string& further, const Similarity& move) {
+    constexpr int mark = 101, line = 10, place = 11, firstLength = 40, lastLength = 46;
+    const std::size_t name = further.find("Embedded Object");
+    if (name == std::string::npos) return further;
+    Values values(std::string_view(further).substr(std::min(further.find('\n', name) + 1, further.size())),
+                  false);
+    std::map<int, double> moved;
+    const auto put = [&](int code, const Point3& point) {
+        moved.insert({{code, point.x}, {code + 10, point.y}, {code + 20, point.z}});
+    };
+    if (values.Has(line)) put(line, move.Direction(values.PointAt(line)));
+    if (values.Has(place)) put(place, move.Point(values.PointAt(place)));
+    std::string result;
+    bool isInside = false;
+    GroupWalk walk(further);
+    while (walk.Next()) {
+        isInside = isInside || walk.Code() == mark;
+        const bool isLength = walk.Code() >= firstLength && walk.Code() <= lastLength;
+        const auto coordinate = moved.find(walk.Code());
+        if (isInside && isLength)
+            AppendGroup(result, walk.Code(), TextOf(RealOf(walk.Value()) * move.ScaleFactor()));
+        else if (isInside && coordinate != moved.end())
+            AppendGroup(result, walk.Code(), TextOf(coordinate->second));
+        else
+            result += walk.Text();
+    }
+    return result;
 }
 
 Kept<KeptGroups> Shared(KeptGroups kept) { return {std::make_shared<const KeptGroups>(std::move(kept))}; }
@@ -229,10 +293,14 @@ Kept<KeptGroups> AfterReshaping(const Kept<KeptGroups>& kept) {
     return Shared(std::move(changed));
 }
 
-Kept<KeptGroups> AfterMove(const Kept<KeptGroups>& kept, const Similarity& move) {
+Kept<KeptGroups> AfterMove(const Kept<KeptGroups>& kept, std::string_view kind, const Similarity& move) {
     if (!kept) return kept;
     KeptGroups changed = *AfterReshaping(kept);
-    if (!move.OnlyShifts()) changed.own = MovedLengths(kept->own, move);
+    if (!move.OnlyShifts()) {
+        changed.own = MovedOwn(kind, kept->own, move);
+        changed.common = MovedCommon(kind, changed.common, move);
+    }
+    if (kind == "AcDbMText") changed.further = MovedParagraph(changed.further, move);
     for (KeptRecord& part : changed.parts)
         if (part.name == "ATTRIB") part.groups = MovedAttribute(part.groups, move);
     return Shared(std::move(changed));

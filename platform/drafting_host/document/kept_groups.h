@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string_view>
 
 #include "drafting_host/document/similarity.h"
 #include "drafting_host/dxf/kept_records.h"
@@ -26,9 +27,9 @@ Kept<KeptGroups> OfCopy(const Kept<KeptGroups>& kept);
 /// The look alone, without anything that leads to other objects: of a copy in another drawing.
 Kept<KeptGroups> OfOtherDrawing(const Kept<KeptGroups>& kept);
 
-/// After a move of the entity: directions and attributes go along, the preview and the history of a solid,
-/// which show it where and as it was, are dropped.
-Kept<KeptGroups> AfterMove(const Kept<KeptGroups>& kept, const Similarity& move);
+/// After a move of the entity, `kind` being its object name: directions, lengths and attributes go along, the
+/// preview and the history of a solid, which show it where and as it was, are dropped.
+Kept<KeptGroups> AfterMove(const Kept<KeptGroups>& kept, std::string_view kind, const Similarity& move);
 
 /// After a change of a body's shape.
 Kept<KeptGroups> AfterReshaping(const Kept<KeptGroups>& kept);

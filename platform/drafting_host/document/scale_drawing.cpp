@@ -251,6 +251,19 @@ class Unlocked {
     std::vector<HostLayer*> mLayers;
 };
 
+/// Up to release 2010 the columns of a paragraph, and the height to which its lines were set, stand among its
+/// extended data: each number there is a length.
+std::vector<XDataOfApp> WithScaledColumns(std::vector<XDataOfApp> data, double factor) {
+    constexpr int number = 1040;
+    for (XDataOfApp& app : data) {
+        if (!EqualsIgnoreCase(app.app, "ACAD")) continue;
+        for (XDataItem& item : app.items)
+            if (auto* const value = std::get_if<double>(&item.value); value != nullptr && item.code == number)
+                *value *= factor;
+    }
+    return data;
+}
+
 void ScaleEntities(HostDocument& document, double factor) {
     const Unlocked unlocked(document);
     const Similarity scale = Similarity::Scale({}, factor);
@@ -258,6 +271,8 @@ void ScaleEntities(HostDocument& document, double factor) {
         entity->Transform(scale);
         if (!entity->ExtendedData().empty())
             entity->SetExtendedData(WithScaledLengths(entity->ExtendedData(), factor));
+        if (dynamic_cast<HostMText*>(entity) != nullptr)
+            entity->SetExtendedData(WithScaledColumns(entity->ExtendedData(), factor));
         if (dynamic_cast<HostSolid*>(entity) != nullptr)
             entity->SetExtendedData(WithScaledExtents(entity->ExtendedData(), factor));
     }

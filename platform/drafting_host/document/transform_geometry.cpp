@@ -1,5 +1,6 @@
 // The host's entities under shifts, turns, scales and mirrors, worked on analytic values.
 #include "drafting_host/document/host_geometry.h"
+#include "drafting_host/document/text_heights.h"
 #include "drafting_host/document/vectors.h"
 #include "drafting_host/solids/transform.h"
 
@@ -150,6 +151,8 @@ void Transform(MTextData& data, const Similarity& move) {
         data.rotation = plane.Angle(data.rotation);
     data.height *= move.ScaleFactor();
     data.width *= move.ScaleFactor();
+    if (!move.OnlyShifts() && move.ScaleFactor() != 1)
+        data.text = WithScaledHeights(data.text, move.ScaleFactor());
     data.normal = plane.Normal();
 }
 
