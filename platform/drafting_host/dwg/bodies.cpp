@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t HeadLength = 31;
 
-/// Bytes behind a tag of fixed length; -1 for a length of its own, -2 for a tag that nobody knows.
+/// Bytes that follow a tag of fixed length; -1 for a tag that states its length, -2 for an unknown one.
 int FixedLength(unsigned tag) {
     switch (tag) {
         case 0x02:

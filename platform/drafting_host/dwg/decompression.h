@@ -12,7 +12,7 @@ namespace brenvik::dwg {
 /// The pages of releases 2004 and 2010 on. Nothing when the data are damaged or come to more than `most`
 /// bytes.
 std::optional<std::string> Unpack2004(std::string_view packed, std::size_t most);
-/// Those of release 2007. Nothing when the data are damaged or don't come to `size` bytes.
+/// Unpacks data of release 2007. Empty when they are damaged or don't unpack to `size` bytes.
 std::optional<std::string> Unpack2007(std::string_view packed, std::size_t size);
 
 }  // namespace brenvik::dwg

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
 #include <set>
 #include <unordered_map>
 #include <unordered_set>
@@ -13,6 +12,7 @@
 #include "base/letter_case.h"
 #include "drafting_host/dwg/bodies.h"
 #include "drafting_host/dwg/entities.h"
+#include "drafting_host/dwg/group_names.h"
 #include "drafting_host/dwg/kept_tables.h"
 #include "drafting_host/dwg/losses.h"
 #include "drafting_host/dwg/names.h"
@@ -452,22 +452,8 @@ class DwgWalk {
     // --- Groups ---
 
     void TakeGroups() {
-        const auto dictionary = mNames.dictionaries.find(mHeader.groupDictionary);
-        std::map<HandleValue, std::string> names;
-        if (dictionary != mNames.dictionaries.end())
-            for (const auto& [name, handle] : dictionary->second.entries) names.emplace(handle, name);
-        std::set<std::string, LessIgnoreCase> taken;
-        int number = 0;
-        for (GroupData& group : mNames.groups) {
-            const auto name = names.find(group.handle);
-            if (name != names.end() && !name->second.empty() && taken.insert(name->second).second) {
-                group.name = name->second;
-            } else {
-                do group.name = "*A" + std::to_string(++number);
-                while (!taken.insert(group.name).second);
-            }
-            mReading.data.groups.push_back(std::move(group));
-        }
+        NameGroups(mNames.groups, mNames.dictionaries[mHeader.groupDictionary]);
+        mReading.data.groups = std::move(mNames.groups);
     }
 
     Sections mSections;

@@ -125,7 +125,7 @@ QuadData ReadFace(Object& object) {
     return quad;
 }
 
-/// Flags of a lightweight polyline: which values stand in it.
+/// Flags of a lightweight polyline: the values that it has.
 enum LightFlag : unsigned {
     HasNormal = 1,
     HasThickness = 2,

@@ -134,7 +134,7 @@ constexpr auto NamingVariables = std::to_array<NamingVariable>({
     {2, Header::Table::Ucs, "UCSBASE UCSORTHOREF PUCSNAME PUCSBASE PUCSORTHOREF"},
 });
 
-/// A linetype style of its own has a handle more behind CEPSNTYPE.
+/// With a plot style of its own, one more handle follows CEPSNTYPE.
 constexpr int NamedPlotStyle = 3;
 
 class HeaderReader {

@@ -84,7 +84,7 @@ void KeepLayout(Reading& reading, const Layout& layout, const Block& block, cons
     groups.Handle(5, layout.handle).Text(102, "{ACAD_REACTORS").Handle(330, layout.dictionary).Text(102, "}");
     groups.Handle(330, layout.dictionary).Raw(layout.groups).Handle(330, block.record);
     groups.Raw(GroupsOfXData(named("sheet", layout.handle, layout.xdata)));
-    // Its owner, the dictionary, is made anew under the same handle.
+    // Its owner, the dictionary, is written anew under the same handle.
     reading.file.objects.push_back({"LAYOUT", layout.handle, 0, groups.Take()});
 }
 

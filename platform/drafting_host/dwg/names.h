@@ -22,7 +22,7 @@ struct Block {
     std::vector<HandleValue> entities;  ///< From release 2004 on.
     HandleValue layout = 0;
     std::string groups;  ///< Of its record: unit and how it is scaled, from release 2007 on; its picture.
-    std::string description, drawing;  ///< What it shows; the file of another drawing for which it stands.
+    std::string description, drawing;  ///< Its description; the file of another drawing that it shows.
     bool isOverlay = false;
     std::vector<RawXData> xdata;
 };

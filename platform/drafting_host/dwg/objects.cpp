@@ -28,7 +28,7 @@ XDataValue StoredText(BitReader& reader, const Texts& texts) {
     return texts.FromPage(reader.Bytes(length));
 }
 
-/// The item behind a code; nothing for a code that nobody knows.
+/// The item that a code announces; empty for an unknown code.
 std::optional<XDataItem> StoredItem(BitReader& reader, const Texts& texts) {
     const unsigned code = reader.Byte();
     XDataItem item;

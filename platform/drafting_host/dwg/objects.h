@@ -20,7 +20,7 @@ struct RawXData {
     std::vector<XDataItem> items;
 };
 
-/// An object, opened: its streams stand behind what all objects begin with.
+/// An opened object: its streams are positioned after the data that all objects begin with.
 struct Object {
     HandleValue handle = 0;
     unsigned type = 0;
@@ -28,7 +28,7 @@ struct Object {
     Streams streams;
     std::vector<RawXData> xdata;
     std::string_view bytes;          ///< Of the section.
-    std::size_t start = 0, end = 0;  ///< The bits between which the object lies in it.
+    std::size_t start = 0, end = 0;  ///< The bits at which the object begins and ends.
 };
 
 /// Opens the object that stands at `place` under `handle`. Throws Damage.

@@ -1,4 +1,4 @@
-// The files of release 2007. Their pages carry parity for mending, which lies behind the data and is left out
+// The files of release 2007. Their pages end with parity for repairs, which is not used
 // here.
 #include <algorithm>
 #include <cstdlib>

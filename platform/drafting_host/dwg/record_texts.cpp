@@ -19,7 +19,7 @@ struct Dash {
 };
 constexpr unsigned DashTurned = 1, DashText = 2, DashShape = 4;
 
-/// Flags that stand for texts which are always upright came with release 2013; older files may hold them.
+/// The flags for texts that are always upright came with release 2013; older files may have them too.
 Dash ReadDash(BitReader& data, bool keepsUpright) {
     Dash dash;
     dash.length = data.BitReal();

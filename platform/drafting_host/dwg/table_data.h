@@ -37,7 +37,7 @@ class GroupText {
     std::string mText;
 };
 
-/// The light of a view, which stands alike in all that show something. From release 2007 on.
+/// The lighting of a view, which viewports and named views state alike. From release 2007 on.
 void ReadViewLight(Streams& streams, GroupText& groups);
 
 /// The head of a table's record up to its own groups: a handle, an owner that the writer puts right, the

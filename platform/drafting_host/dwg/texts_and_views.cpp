@@ -7,7 +7,7 @@
 namespace brenvik::dwg {
 namespace {
 
-/// From release 2000 on flags tell which values are left out.
+/// From release 2000 on, flags mark the values that are left out.
 void ReadShortText(Streams& streams, TextData& text) {
     BitReader& data = streams.data;
     const unsigned flags = data.Byte();

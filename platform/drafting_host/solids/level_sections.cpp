@@ -323,6 +323,12 @@ void GatherEdges(const TopoDS_Face& face, std::vector<WallEdge>& edges, std::vec
 bool IsUpright(const gp_Dir& direction) { return std::hypot(direction.X(), direction.Y()) < Square; }
 bool IsLevel(const gp_Dir& direction) { return std::abs(direction.Z()) < Square; }
 
+/// Whether no face on such a surface is higher or lower than all of its edges.
+bool EndsAtItsEdges(GeomAbs_SurfaceType type) {
+    return type == GeomAbs_Plane || type == GeomAbs_Cylinder || type == GeomAbs_Cone ||
+           type == GeomAbs_SurfaceOfExtrusion;
+}
+
 }  // namespace
 
 void LevelSections::AddFace(const TopoDS_Face& face) {
@@ -374,8 +380,7 @@ void LevelSections::AddFace(const TopoDS_Face& face) {
         default:
             break;
     }
-    if (surface.GetType() != GeomAbs_Plane && surface.GetType() != GeomAbs_Cylinder &&
-        surface.GetType() != GeomAbs_Cone && surface.GetType() != GeomAbs_SurfaceOfExtrusion) {
+    if (!EndsAtItsEdges(surface.GetType())) {
         Bnd_Box box;
         BRepBndLib::AddOptimal(face, box, false, false);
         wall->reach = {box.CornerMin().Z(), box.CornerMax().Z()};
