@@ -118,9 +118,10 @@ class Mover {
         PathVertex moved = Outwards(i, contact);
         bool straightOut = wallIsRound;
         if (slides) {
-            straightOut = EndsCross(edge, contact, std::hypot(moved.x - corner.x, moved.y - corner.y));
-            if (!straightOut)
-                SlideAlong(corner, mPath.corners[wallBefore ? previous : mPath.Next(i)], contact, moved);
+            const std::size_t wallEnd = wallBefore ? previous : mPath.Next(i);
+            const double out = std::hypot(moved.x - corner.x, moved.y - corner.y);
+            straightOut = Drift(i, wallEnd, contact, out) != 0 && EndsCross(edge, contact, out);
+            if (!straightOut) SlideAlong(corner, mPath.corners[wallEnd], contact, moved);
         }
         if (straightOut && wallBefore) {
             mResult.push_back({corner.x, corner.y, 0});
