@@ -22,6 +22,7 @@
 #include "run_teller.h"
 #include "session/library/brenvik_class.h"
 #include "shell_word.h"
+#include "steady_home.h"
 #include "target_words.h"
 #include "workplace.h"
 
@@ -127,7 +128,9 @@ Command CncCommand() {
          Argument("--no-proof", &options->noProof, std::string(NoProofHelp)), options->drawing.Select(),
          options->drawing.Letters(), options->unit.Option(), options->drawing.Material(),
          options->drawing.Quiet()},
-        [options](const std::string& home) { return Cnc(home, *options); },
+        [options](const std::string& home) {
+            return WhileHomeIsSteady(home, HomeUse::SettingsAndBoards, [&] { return Cnc(home, *options); });
+        },
         {}};
 }
 

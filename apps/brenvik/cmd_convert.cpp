@@ -9,6 +9,7 @@
 #include "given_material.h"
 #include "home_files.h"
 #include "several_drawings.h"
+#include "steady_home.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -84,7 +85,9 @@ Command ConvertCommand() {
              Argument("--to", &options->to, "The format that several drawings are written in")
                  .OneOf({"dxf", "step", "sat"}),
              options->Letters(), options->unit.Option(), options->Material(), options->Quiet()},
-            [options](const std::string& home) { return ConvertAll(home, *options); },
+            [options](const std::string& home) {
+                return WhileHomeIsSteady(home, HomeUse::Settings, [&] { return ConvertAll(home, *options); });
+            },
             {}};
 }
 

@@ -12,6 +12,7 @@
 #include "list_choice_options.h"
 #include "run_dialogs.h"
 #include "several_drawings.h"
+#include "steady_home.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -122,7 +123,9 @@ Command ExportCommand() {
          options->choices.Sort(), options->choices.Group(), options->choices.Filter(),
          options->drawing.Select(), options->drawing.Letters(), options->unit.Option(),
          options->drawing.Material(), options->drawing.Quiet()},
-        [options](const std::string& home) { return ExportAll(home, *options); },
+        [options](const std::string& home) {
+            return WhileHomeIsSteady(home, HomeUse::Settings, [&] { return ExportAll(home, *options); });
+        },
         {}};
 }
 

@@ -12,6 +12,7 @@
 #include "list_output.h"
 #include "parts/grouped_quantities.h"
 #include "several_drawings.h"
+#include "steady_home.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -119,7 +120,9 @@ Command ListCommand() {
              options->choices.Sort(), options->choices.Group(), options->choices.Filter(),
              options->drawing.Select(), options->drawing.Letters(), options->unit.Option(),
              options->drawing.Material(), options->drawing.Save(), options->drawing.Quiet()},
-            [options](const std::string& home) { return ListAll(home, *options); },
+            [options](const std::string& home) {
+                return WhileHomeIsSteady(home, HomeUse::Settings, [&] { return ListAll(home, *options); });
+            },
             {}};
 }
 

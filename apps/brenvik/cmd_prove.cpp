@@ -14,6 +14,7 @@
 #include "run_dialogs.h"
 #include "session/call.h"
 #include "several_drawings.h"
+#include "steady_home.h"
 #include "target_words.h"
 #include "workplace.h"
 
@@ -141,7 +142,10 @@ Command ProveCommand() {
                   "The run took its parts by way of the grid: equal parts share a file"),
          options->drawing.Select(), options->drawing.Letters(), options->unit.Option(),
          options->drawing.Material(), options->drawing.Quiet()},
-        [options](const std::string& home) { return ProveAll(home, *options); },
+        [options](const std::string& home) {
+            return WhileHomeIsSteady(home, HomeUse::SettingsAndBoards,
+                                     [&] { return ProveAll(home, *options); });
+        },
         {}};
 }
 
