@@ -180,7 +180,7 @@ void AddUnreadKind(const Statement& statement, const Statements& statements,
 
 /// Where a shape is set into another one the modeller takes place and turn, and leaves the scale out: the
 /// last value of the operator's own, ahead of the third axis in the short form.
-std::string_view ScaleOf(const Statement& statement, std::string_view text) {
+std::string ScaleOf(const Statement& statement, std::string_view text) {
     constexpr std::string_view plain = "CARTESIAN_TRANSFORMATION_OPERATOR_3D",
                                part = "CARTESIAN_TRANSFORMATION_OPERATOR(";
     std::size_t end = text.npos;
@@ -190,17 +190,17 @@ std::string_view ScaleOf(const Statement& statement, std::string_view text) {
         end = text.find(')', text.find(part));
     if (end == text.npos || end == 0) return {};
     const std::size_t comma = text.rfind(',', end - 1);
-    return comma == text.npos ? std::string_view() : Trim(text.substr(comma + 1, end - comma - 1));
+    return comma == text.npos ? std::string() : Trim(text.substr(comma + 1, end - comma - 1));
 }
 
 void AddScaledPlace(const Statements& statements, const Statement& statement,
                     std::vector<StatementFault>& faults) {
     constexpr double noScale = 1e-9;
-    const std::string_view scale = ScaleOf(statement, TextOf(statements, statement));
+    const std::string scale = ScaleOf(statement, TextOf(statements, statement));
     if (scale.empty() || scale == "$" || std::abs(LenientNumber(scale) - 1) < noScale) return;
-    faults.push_back({&statement, statement.place,
-                      "a place without a scale, since sizes are taken as they stand, found the scale " +
-                          std::string(scale)});
+    faults.push_back(
+        {&statement, statement.place,
+         "a place without a scale, since sizes are taken as they stand, found the scale " + scale});
 }
 
 void AddFaults(const Statements& statements, const Statement& statement,

@@ -24,9 +24,9 @@ Levels LevelsOf(const std::vector<AcadLine*>& lines) {
     if (lines.empty()) return levels;
     levels.TopZ = levels.BottomZ = lines.front()->StartPoint().z;
     for (const AcadLine* line : lines) {
-        const auto [low, high] = std::minmax(line->StartPoint().z, line->EndPoint().z);
-        levels.TopZ = std::max(levels.TopZ, high);
-        levels.BottomZ = std::min(levels.BottomZ, low);
+        const double start = line->StartPoint().z, end = line->EndPoint().z;
+        levels.TopZ = std::max({levels.TopZ, start, end});
+        levels.BottomZ = std::min({levels.BottomZ, start, end});
     }
     return levels;
 }
