@@ -21,10 +21,6 @@ using Vector = std::array<double, 3>;
 
 constexpr double Same = 1e-9;
 
-std::string_view TextOf(const Statements& statements, const Statement& statement) {
-    return statements.Content().substr(statement.place, statement.end - statement.place);
-}
-
 std::optional<Vector> NumbersOf(const Statements& statements, const Statement& statement) {
     std::string_view text = TextOf(statements, statement);
     const std::size_t open = text.rfind('(');

@@ -90,4 +90,9 @@ struct Tail {
 };
 std::optional<Tail> TailOf(const Statements& statements);
 
+/// From its "#" to its ";".
+inline std::string_view TextOf(const Statements& statements, const Statement& statement) {
+    return statements.Content().substr(statement.place, statement.end - statement.place);
+}
+
 }  // namespace brenvik::step

@@ -23,10 +23,6 @@ namespace {
 constexpr std::string_view ConversionMark = "CONVERSION_BASED_UNIT";
 constexpr std::string_view MeasureMark = "LENGTH_MEASURE(";
 
-std::string_view TextOf(const Statements& statements, const Statement& statement) {
-    return statements.Content().substr(statement.place, statement.end - statement.place);
-}
-
 bool Holds(std::string_view text, std::string_view mark) { return text.find(mark) != text.npos; }
 
 /// What 'METRE' with this prefix measures in millimetres; nothing for another unit or an unknown prefix.

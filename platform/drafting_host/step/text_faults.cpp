@@ -17,10 +17,6 @@
 namespace brenvik::step {
 namespace {
 
-std::string_view TextOf(const Statements& statements, const Statement& statement) {
-    return statements.Content().substr(statement.place, statement.end - statement.place);
-}
-
 bool IsOne(std::string_view kind, std::span<const std::string_view> kinds) {
     return std::ranges::find(kinds, kind) != kinds.end();
 }
