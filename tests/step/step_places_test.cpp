@@ -95,7 +95,7 @@ TEST_F(StepPlaces, APlacementWithoutAnXAxisTakesTheFormatsOwn) {
     for (const StepSolid& side : document.solids) ExpectBox(side, {5, 0, 5, 565, 720, 23.5});
 }
 
-TEST_F(StepPlaces, PlacementsInSeveralUnitsAreTold) {
+TEST_F(StepPlaces, APartMeasuredInAnotherUnitThanItsAssemblyLiesWithTheFirstPlacementOnTheSecond) {
     std::string content = NestedOn(Turned + Moved);
     // The shape of the side in centimetres.
     const std::size_t brep = content.find("ADVANCED_BREP_SHAPE_REPRESENTATION(");
@@ -109,7 +109,39 @@ TEST_F(StepPlaces, PlacementsInSeveralUnitsAreTold) {
                  "#900022=(NAMED_UNIT(*)PLANE_ANGLE_UNIT()SI_UNIT($,.RADIAN.));\n"
                  "#900023=(NAMED_UNIT(*)SI_UNIT($,.STERADIAN.)SOLID_ANGLE_UNIT());\n"));
     const StepDocument document = ReadStep(mPath);
-    ExpectMentions(NotesOf(document), "places a part by two placements away from the origin");
+    EXPECT_EQ(NotesOf(document), "");
+    ASSERT_EQ(document.solids.size(), 4U);
+    // The side is ten times its size, and its placement lies at 80 mm: it goes to (100 + y, 80 - x), then the
+    // carcass to (100 + y, 8 - x).
+    for (const StepSolid& side : document.solids) ExpectBox(side, {-5, -5692, 0, 180, -92, 7200});
+}
+
+TEST_F(StepPlaces, AnAxisCountsAsOneWhereAPlacementHasNoName) {
+    Put(
+        NestedOn("#900001=AXIS2_PLACEMENT_3D('',#900002,$,$);\n#900002=CARTESIAN_POINT('',(8.,0.,0.));\n"
+                 "#900005=AXIS2_PLACEMENT_3D($,#900006,#900007,$);\n"
+                 "#900006=CARTESIAN_POINT('',(0.,0.,5.));\n#900007=DIRECTION('',(1.,0.,0.));\n"));
+    const StepDocument document = ReadStep(mPath);
+    ASSERT_EQ(document.solids.size(), 4U);
+    // (x, y, z) comes to (z, x - 8, y + 5), twice.
+    for (const StepSolid& side : document.solids) ExpectBox(side, {5, -8, -3, 565, 712, 15.5});
+}
+
+TEST_F(StepPlaces, WhatPlacesAPartWithoutBeingAPlacementIsToldAndThePartKeepsItsName) {
+    for (const std::string item : {"CARTESIAN_POINT('',(5.,5.,5.))", "DIRECTION('',(0.,0.,1.))"}) {
+        WriteNested(mPath, "");
+        std::string content = Content();
+        const std::string kind = "ITEM_DEFINED_TRANSFORMATION(";
+        const std::size_t place = content.find(kind), first = content.find('#', place);
+        content.replace(first, content.find(',', first) - first, "#900001");
+        Put(WithData(content, "#900001=" + item + ";\n"));
+        const StepDocument document = ReadStep(mPath);
+        ASSERT_EQ(document.solids.size(), 4U) << item;
+        for (const StepSolid& side : document.solids) EXPECT_EQ(side.name, "Side");
+        const std::string found = item.substr(0, item.find('('));
+        ExpectMentions(NotesOf(document), LineAt(content, place) + ": #");
+        ExpectMentions(NotesOf(document), "expected two placements (AXIS2_PLACEMENT_3D), found " + found);
+    }
 }
 
 }  // namespace

@@ -1,28 +1,21 @@
 // What a look refers to is followed to what the modeller knows, and the reference is written anew.
 #include "drafting_host/step/look_targets.h"
 
-#include <algorithm>
-#include <functional>
 #include <map>
+#include <utility>
 #include <vector>
+
+#include "drafting_host/step/text_edits.h"
 
 namespace brenvik::step {
 namespace {
-
-/// A reference that leads elsewhere.
-struct Redirect {
-    std::size_t place = 0;  ///< Of its "#".
-    std::string text;
-};
-
-std::string Shown(int number) { return "#" + std::to_string(number); }
 
 class Redirects {
   public:
     explicit Redirects(const Statements& statements) : mStatements(statements) {}
 
-    std::vector<Redirect> All() {
-        std::vector<Redirect> all;
+    std::vector<TextEdit> All() {
+        std::vector<TextEdit> all;
         for (const Statement& statement : mStatements.All()) {
             const auto references = mStatements.ReferencesOf(statement);
             if (statement.kind == "STYLED_ITEM" && !references.empty())
@@ -36,8 +29,9 @@ class Redirects {
     }
 
   private:
-    static void Take(const Reference& reference, std::string text, std::vector<Redirect>& all) {
-        if (!text.empty()) all.push_back({reference.place, std::move(text)});
+    void Take(const Reference& reference, std::string text, std::vector<TextEdit>& all) const {
+        if (!text.empty())
+            all.push_back(ReferenceEdit(mStatements.Content(), reference.place, std::move(text)));
     }
 
     std::string_view KindOf(int number) const {
@@ -91,14 +85,8 @@ class Redirects {
 bool HasIndirectLooks(const Statements& statements) { return !Redirects(statements).All().empty(); }
 
 std::string WithDirectLooks(std::string content) {
-    const Statements statements(content);
-    std::vector<Redirect> redirects = Redirects(statements).All();
-    std::ranges::sort(redirects, std::greater<>(), &Redirect::place);
-    for (const Redirect& redirect : redirects) {
-        const std::size_t end = content.find_first_not_of("0123456789", redirect.place + 1);
-        content.replace(redirect.place, end - redirect.place, redirect.text);
-    }
-    return content;
+    std::vector<TextEdit> edits = Redirects(Statements(content)).All();
+    return WithEdits(std::move(content), std::move(edits));
 }
 
 }  // namespace brenvik::step

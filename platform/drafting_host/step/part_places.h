@@ -17,8 +17,8 @@ bool HasMisreadPlaces(const Statements& statements);
 /// difference.
 std::string WithPlacesFromTheOrigin(std::string content);
 
-/// Tells the pairs that can't be written anew, since their lengths are measured in several units, or a
-/// placement has no axes.
+/// Tells the pairs that can't be written anew, and what places parts without being two placements: such parts
+/// come to lie where they are drawn.
 void NoteDoubtfulPlaces(const Statements& statements, StepDocument& document);
 
 }  // namespace brenvik::step

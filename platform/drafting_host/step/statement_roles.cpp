@@ -9,7 +9,7 @@ namespace {
 
 using Words = std::span<const std::string_view>;
 
-constexpr std::array<std::string_view, 19> Bodies = {"MANIFOLD_SOLID_BREP",
+constexpr std::array<std::string_view, 20> Bodies = {"MANIFOLD_SOLID_BREP",
                                                      "BREP_WITH_VOIDS",
                                                      "FACETED_BREP",
                                                      "SOLID_MODEL",
@@ -27,10 +27,11 @@ constexpr std::array<std::string_view, 19> Bodies = {"MANIFOLD_SOLID_BREP",
                                                      "SURFACE_CURVE_SWEPT_FACE_SOLID",
                                                      "SWEPT_AREA_SOLID",
                                                      "SWEPT_DISK_SOLID",
-                                                     "SOLID_REPLICA"};
+                                                     "SOLID_REPLICA",
+                                                     "MAPPED_ITEM"};
 
 /// Beginnings of kinds that say how products hang together, and what their lengths are measured in.
-constexpr std::array<std::string_view, 14> Structure = {"PRODUCT_DEFINITION",
+constexpr std::array<std::string_view, 13> Structure = {"PRODUCT_DEFINITION",
                                                         "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
                                                         "ASSEMBLY_COMPONENT_USAGE",
                                                         "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION",
@@ -38,7 +39,6 @@ constexpr std::array<std::string_view, 14> Structure = {"PRODUCT_DEFINITION",
                                                         "SHAPE_REPRESENTATION_RELATIONSHIP",
                                                         "REPRESENTATION_RELATIONSHIP",
                                                         "ITEM_DEFINED_TRANSFORMATION",
-                                                        "MAPPED_ITEM",
                                                         "REPRESENTATION_MAP",
                                                         "GEOMETRIC_REPRESENTATION_CONTEXT",
                                                         "GLOBAL_UNIT_ASSIGNED_CONTEXT",

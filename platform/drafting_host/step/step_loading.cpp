@@ -4,6 +4,7 @@
 
 #include <XSControl_WorkSession.hxx>
 #include <algorithm>
+#include <cstdint>
 #include <sstream>
 #include <string_view>
 #include <unordered_set>
@@ -12,10 +13,13 @@
 #include "drafting_host/step/model_faults.h"
 #include "drafting_host/step/modeller_session.h"
 #include "drafting_host/step/part_places.h"
+#include "drafting_host/step/product_shapes.h"
 #include "drafting_host/step/step_externals.h"
+#include "drafting_host/step/step_notes.h"
 #include "drafting_host/step/step_text.h"
 #include "drafting_host/step/step_units.h"
 #include "drafting_host/step/text_faults.h"
+#include "drafting_host/step/usage_tree.h"
 
 namespace brenvik::step {
 namespace {
@@ -54,6 +58,18 @@ void RequireSoundFrame(const std::filesystem::path& path, const Statements& stat
     }
 }
 
+/// Assemblies in assemblies multiply: a small file can show more parts than any machine has room for.
+void RequireBoundedTree(const std::filesystem::path& path, const Statements& statements, CodePage codePage) {
+    constexpr std::uint64_t most = 100000;  // of a ship's interior, some 5 GB
+    const UsageTree::Size whole = UsageTree(statements).Whole();
+    if (whole.ends <= most) return;
+    const std::string name = ProductName(statements, whole.root, codePage);
+    throw FormatFailure(path, statements.LineOf(whole.root),
+                        "at most " + std::to_string(most) + " parts, found " + std::to_string(whole.ends) +
+                            " in the assembly " +
+                            (name.empty() ? "#" + std::to_string(whole.root) : "\"" + name + "\""));
+}
+
 /// A byte order mark is nothing that the modeller knows.
 std::string WithoutMark(std::string content) {
     if (content.starts_with("\xEF\xBB\xBF")) content.replace(0, 3, "   ");
@@ -69,6 +85,7 @@ Loading::Loading(const std::filesystem::path& path)
     for (const StatementFault& fault : TextFaults(mStatements)) Remove(fault);
     for (const Statement* name : ExternalNames(mStatements)) mQuarantine.Hide(*name);
     mCodePage = CodePageOf(mContent);
+    RequireBoundedTree(path, mStatements, mCodePage);
 }
 
 // A fault can hide another one.
@@ -108,6 +125,7 @@ void Loading::Read() {
                                               : mTexts->PutInto(mQuarantine.Content(), mCodePage);
     if (HasNestedUnits(mStatements)) content = WithDirectUnits(std::move(content));
     if (HasIndirectLooks(mStatements)) content = WithDirectLooks(std::move(content));
+    if (HasUntiedShapes(mStatements)) content = WithTiedShapes(std::move(content));
     if (HasMisreadPlaces(mStatements)) content = WithPlacesFromTheOrigin(std::move(content));
     std::istringstream plain(std::move(content));
     const IFSelect_ReturnStatus status = mReader->ChangeReader().ReadStream(mPath.string().c_str(), plain);

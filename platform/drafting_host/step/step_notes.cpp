@@ -5,7 +5,8 @@
 #include <algorithm>
 #include <map>
 #include <set>
-#include <unordered_set>
+
+#include "drafting_host/step/usage_tree.h"
 
 namespace brenvik::step {
 namespace {
@@ -257,37 +258,22 @@ void NoteContradictingUsages(const Statements& statements, StepDocument& documen
 }
 
 void NoteUnplacedUsages(const Statements& statements, CodePage codePage, StepDocument& document) {
-    std::unordered_set<int> definitions;  // of the shapes that are placed
-    std::unordered_set<int> placed;
-    for (const Statement& statement : statements.All()) {
-        const auto references = statements.ReferencesOf(statement);
-        if (statement.kind == "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION" && references.size() > 1)
-            definitions.insert(references[1].number);
-    }
-    for (const int number : definitions) {
-        const Statement* shape = statements.Find(number);
-        if (shape == nullptr) continue;
-        for (const Reference& usage : statements.ReferencesOf(*shape)) placed.insert(usage.number);
-    }
-    std::set<std::pair<int, int>> pairs;
-    const auto forUsages = [&](auto take) {
-        for (const Statement& usage : statements.All()) {
-            const auto ends = statements.ReferencesOf(usage);
-            if (usage.kind == "NEXT_ASSEMBLY_USAGE_OCCURRENCE" && ends.size() > 1)
-                take(usage, std::pair(ends[0].number, ends[1].number));
-        }
+    const UsageTree tree(statements);
+    // Some programs set the component's shape into the assembly's directly.
+    const auto isMapped = [&](const Usage& usage) {
+        const std::vector<int> shapes = tree.ShapesOf(usage.component);
+        return std::ranges::any_of(tree.ShapesOf(usage.assembly), [&](int assembly) {
+            return std::ranges::any_of(shapes, [&](int shape) { return tree.LeadsTo(assembly, shape); });
+        });
     };
-    forUsages([&](const Statement& usage, const std::pair<int, int>& ends) {
-        if (placed.contains(usage.number)) pairs.insert(ends);
-    });
-    forUsages([&](const Statement& usage, const std::pair<int, int>& ends) {
-        if (placed.contains(usage.number) || !pairs.contains(ends)) return;
-        const std::string name = ProductName(statements, ends.second, codePage);
+    for (const Usage& usage : tree.Usages()) {
+        if (usage.isPlaced || !tree.HoldsBodies(usage.component) || isMapped(usage)) continue;
+        const std::string name = ProductName(statements, usage.component, codePage);
         document.notes.push_back({"one more part" + (name.empty() ? "" : " \"" + name + "\"") +
-                                      " is left out: its assembly usage #" + std::to_string(usage.number) +
-                                      " has no place",
-                                  statements.LineAt(usage.place)});
-    });
+                                      " is left out: its assembly usage #" +
+                                      std::to_string(usage.statement->number) + " has no place",
+                                  statements.LineAt(usage.statement->place)});
+    }
 }
 
 }  // namespace brenvik::step

@@ -32,8 +32,7 @@ void NoteBrokenEscapes(const StandIns& texts, const Statements& statements, Step
 /// Tells assembly usages whose parent and component the shapes' relationship has the other way round.
 void NoteContradictingUsages(const Statements& statements, StepDocument& document);
 
-/// Reports assembly usages without a place next to others of the same two products that have one: the
-/// modeller makes no part of them.
+/// Reports assembly usages without a place, of which the modeller makes no part.
 void NoteUnplacedUsages(const Statements& statements, CodePage codePage, StepDocument& document);
 
 }  // namespace brenvik::step

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <functional>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -16,6 +15,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "drafting_host/step/step_notes.h"
+#include "drafting_host/step/text_edits.h"
 
 namespace brenvik::step {
 namespace {
@@ -168,8 +168,10 @@ std::vector<double> SizesIn(const Statements& statements, int context) {
 
 }  // namespace
 
-bool HaveSameUnit(const Statements& statements, int context, int other) {
-    return SizesIn(statements, context) == SizesIn(statements, other);
+std::optional<double> UnitOfContext(const Statements& statements, int context) {
+    const std::vector<double> sizes = SizesIn(statements, context);
+    // Of two the modeller takes the last.
+    return sizes.empty() ? std::nullopt : std::optional(sizes.back());
 }
 
 std::optional<UnitFault> FaultOfUnit(const Statements& statements, const Statement& statement) {
@@ -199,30 +201,17 @@ bool HasNestedUnits(const Statements& statements) {
 }
 
 std::string WithDirectUnits(std::string content) {
-    struct Edit {
-        std::size_t place = 0, length = 0;
-        std::string text;
-    };
-    std::vector<Edit> edits;
+    std::vector<TextEdit> edits;
     const Statements statements(content);
     ForEachNestedUnit(statements, [&](const UnitOfLength& unit) {
         const std::size_t place = content.find(MeasureMark, unit.measure->place) + MeasureMark.size();
         const Reference base = statements.ReferencesOf(*unit.measure).back();
         edits.push_back(
             {place, content.find(')', place) - place, RealText(unit.millimetres / unit.metresSize)});
-        edits.push_back({base.place + 1,
-                         content.find_first_not_of("0123456789", base.place + 1) - base.place - 1,
-                         std::to_string(unit.metres->number)});
+        edits.push_back(ReferenceEdit(content, base.place, "#" + std::to_string(unit.metres->number)));
     });
-    std::ranges::sort(edits, std::greater<>(), &Edit::place);
-    std::size_t last = std::string::npos;
-    for (const Edit& edit : edits) {
-        // Two units may share a measure.
-        if (edit.place == last) continue;
-        content.replace(edit.place, edit.length, edit.text);
-        last = edit.place;
-    }
-    return content;
+    // Two units may share a measure.
+    return WithEdits(std::move(content), std::move(edits));
 }
 
 void NoteUnits(const Statements& statements, CodePage codePage, StepDocument& document) {

@@ -17,9 +17,9 @@ bool HasNestedUnits(const Statements& statements);
 /// The text of a file with each such unit defined by metres directly. Numbers of statements stay.
 std::string WithDirectUnits(std::string content);
 
-/// Whether the contexts of two representations (numbers of their statements) measure lengths in the same
-/// unit.
-bool HaveSameUnit(const Statements& statements, int context, int other);
+/// What the unit of length of a representation's context (number of its statement) measures in millimetres;
+/// nothing where the context has none that is known.
+std::optional<double> UnitOfContext(const Statements& statements, int context);
 
 /// Where a unit of length can't be taken, and what was expected there.
 struct UnitFault {

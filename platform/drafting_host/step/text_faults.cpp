@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <optional>
 #include <span>
 #include <string>
@@ -11,7 +10,7 @@
 
 #include "base/letter_case.h"
 #include "base/numbers.h"
-#include "base/text.h"
+#include "drafting_host/step/place_operators.h"
 #include "drafting_host/step/step_units.h"
 
 namespace brenvik::step {
@@ -174,31 +173,6 @@ void AddUnreadKind(const Statement& statement, const Statements& statements,
         faults.push_back({&statement, statement.place, "a style made of other statements"});
 }
 
-/// Where a shape is set into another one the modeller takes place and turn, and leaves the scale out: the
-/// last value of the operator's own, ahead of the third axis in the short form.
-std::string ScaleOf(const Statement& statement, std::string_view text) {
-    constexpr std::string_view plain = "CARTESIAN_TRANSFORMATION_OPERATOR_3D",
-                               part = "CARTESIAN_TRANSFORMATION_OPERATOR(";
-    std::size_t end = text.npos;
-    if (statement.kind == plain)
-        end = text.rfind(',');
-    else if (statement.kind.empty() && text.find(part) != text.npos)
-        end = text.find(')', text.find(part));
-    if (end == text.npos || end == 0) return {};
-    const std::size_t comma = text.rfind(',', end - 1);
-    return comma == text.npos ? std::string() : Trim(text.substr(comma + 1, end - comma - 1));
-}
-
-void AddScaledPlace(const Statements& statements, const Statement& statement,
-                    std::vector<StatementFault>& faults) {
-    constexpr double noScale = 1e-9;
-    const std::string scale = ScaleOf(statement, TextOf(statements, statement));
-    if (scale.empty() || scale == "$" || std::abs(LenientNumber(scale) - 1) < noScale) return;
-    faults.push_back(
-        {&statement, statement.place,
-         "a place without a scale, since sizes are taken as they stand, found the scale " + scale});
-}
-
 void AddFaults(const Statements& statements, const Statement& statement,
                std::vector<StatementFault>& faults) {
     if (!statement.wellFormed) {
@@ -215,7 +189,8 @@ void AddFaults(const Statements& statements, const Statement& statement,
     AddUnreadKind(statement, statements, faults);
     AddFalseColour(statements, statement, faults);
     AddSolidsWithoutFaces(statements, statement, faults);
-    AddScaledPlace(statements, statement, faults);
+    if (const auto expected = FaultOfOperator(statements, statement))
+        faults.push_back({&statement, statement.place, *expected});
     if (const auto fault = FaultOfUnit(statements, statement))
         faults.push_back({&statement, fault->place, fault->expected});
     if (statement.kind != "ORIENTED_EDGE") return;

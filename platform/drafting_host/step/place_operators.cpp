@@ -1,0 +1,119 @@
+// The values are those of the operator's own, two axes, its origin and the scale, and the third axis, which
+// stands behind them in the short form and in a part of its own in a statement of several kinds.
+#include "drafting_host/step/place_operators.h"
+
+#include <cmath>
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "base/numbers.h"
+#include "drafting_host/step/placement_frames.h"
+
+namespace brenvik::step {
+namespace {
+
+constexpr double None = 1e-9;
+
+struct Operator {
+    std::string axis1, axis2, scale, axis3;
+};
+
+/// The values between the bracket at `open` and the one that ends them, without texts ahead of them.
+std::vector<std::string> ValuesAt(std::string_view text, std::size_t open) {
+    const std::size_t quote = text.rfind('\'');
+    const std::size_t start = quote == text.npos || quote < open ? open + 1 : quote + 1;
+    std::string_view values = text.substr(start, text.find(')', start) - start);
+    std::vector<std::string> all;
+    while (true) {
+        const std::size_t comma = values.find(',');
+        // A statement may go on in the next line at any place between its values.
+        std::string& value = all.emplace_back(values.substr(0, comma));
+        std::erase_if(value, [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; });
+        if (comma == values.npos) return all;
+        values.remove_prefix(comma + 1);
+    }
+}
+
+std::optional<Operator> OperatorOf(const Statement& statement, std::string_view text) {
+    constexpr std::string_view plain = "CARTESIAN_TRANSFORMATION_OPERATOR_3D",
+                               part = "CARTESIAN_TRANSFORMATION_OPERATOR(", spatial = "OPERATOR_3D(";
+    constexpr std::size_t shared = 4;  // two axes, origin and scale
+    if (statement.kind == plain) {
+        const auto values = ValuesAt(text, text.find('('));
+        const std::size_t count = values.size();
+        if (count <= shared) return std::nullopt;
+        return Operator{values[count - 5], values[count - 4], values[count - 2], values[count - 1]};
+    }
+    const std::size_t own = text.find(part);
+    if (!statement.kind.empty() || own == text.npos) return std::nullopt;
+    const std::size_t third = text.find(spatial);
+    const auto valuesOf = [&](std::size_t place, std::string_view name) {
+        return ValuesAt(text.substr(0, text.find(')', place) + 1), place + name.size() - 1);
+    };
+    const auto values = valuesOf(own, part);
+    if (values.size() != shared) return std::nullopt;
+    return Operator{values[0], values[1], values[3],
+                    third == text.npos ? "$" : valuesOf(third, spatial).front()};
+}
+
+/// The axis behind "#5", of length 1; nothing for "$" and for one without a length.
+std::optional<Vector> AxisOf(const Statements& statements, const std::string& value) {
+    if (!value.starts_with('#')) return std::nullopt;
+    const Statement* const direction = statements.Find(static_cast<int>(LenientNumber(value.substr(1))));
+    const auto numbers = direction == nullptr ? std::nullopt : NumbersOf(statements, *direction);
+    const double length = numbers ? std::sqrt(Dot(*numbers, *numbers)) : 0;
+    if (!(length > 0) || !std::isfinite(length)) return std::nullopt;
+    return Scaled(*numbers, 1 / length);
+}
+
+/// What of an axis stands across another one, of length 1; nothing where they lie along each other.
+std::optional<Vector> Across(const Vector& axis, const Vector& other) {
+    const Vector across = Sum(axis, Scaled(other, -Dot(axis, other)));
+    const double length = std::sqrt(Dot(across, across));
+    return length > None ? std::optional(Scaled(across, 1 / length)) : std::nullopt;
+}
+
+enum class Turn { Plain, Mirrors, Open };
+
+/// The format's rule: the third axis counts, the world's Z without one, the first as far as it stands across
+/// that, and the second says by its side whether the whole is mirrored. The modeller goes by the third and
+/// the first, and without a third by what stands across the other two.
+Turn TurnOf(const Statements& statements, const Operator& place) {
+    const auto axis1 = AxisOf(statements, place.axis1), axis2 = AxisOf(statements, place.axis2),
+               axis3 = AxisOf(statements, place.axis3);
+    const Vector z = axis3.value_or(Vector{0, 0, 1});
+    const bool liesAlongX = std::abs(z[0]) > 1 - None;
+    const auto x = Across(axis1.value_or(liesAlongX ? Vector{0, 1, 0} : Vector{1, 0, 0}), z);
+    if (!x) return Turn::Open;
+    const double side = Dot(axis2.value_or(Vector{0, 1, 0}), Cross(z, *x));
+    if (std::abs(side) < None) return Turn::Open;
+    if (side < 0) return Turn::Mirrors;
+    const Vector first = axis1.value_or(Vector{1, 0, 0});
+    const auto readX = Across(first, z);
+    const Vector across = Cross(first, axis2.value_or(Vector{0, 1, 0}));
+    const bool isReadSo = readX && AreSame(*readX, *x) && (axis3 || !Across(across, z));
+    return isReadSo ? Turn::Plain : Turn::Open;
+}
+
+}  // namespace
+
+std::optional<std::string> FaultOfOperator(const Statements& statements, const Statement& statement) {
+    const auto place = OperatorOf(statement, TextOf(statements, statement));
+    if (!place) return std::nullopt;
+    if (!place->scale.empty() && place->scale != "$" && std::abs(LenientNumber(place->scale) - 1) >= None)
+        return "a place without a scale, since sizes are taken as they stand, found the scale " +
+               place->scale;
+    switch (TurnOf(statements, *place)) {
+        case Turn::Plain:
+            return std::nullopt;
+        case Turn::Mirrors:
+            return "a place that doesn't mirror, since shapes are taken as they stand, found left-handed "
+                   "axes";
+        case Turn::Open:
+            return "a place whose three axes stand across each other, found others";
+    }
+    return std::nullopt;
+}
+
+}  // namespace brenvik::step

@@ -1,0 +1,16 @@
+// Operators that set one shape into another: an origin, up to three axes, and a scale.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "drafting_host/step/step_statements.h"
+
+namespace brenvik::step {
+
+/// What was expected of an operator that does more than move and turn a shape: one that scales or mirrors it,
+/// or whose axes leave its turn open. The modeller takes place and turn, and leaves the rest out. Nothing for
+/// a sound operator and for any other statement.
+std::optional<std::string> FaultOfOperator(const Statements& statements, const Statement& statement);
+
+}  // namespace brenvik::step

@@ -1,0 +1,167 @@
+// Products in assemblies: each usage is a part, or is told.
+#include <gtest/gtest.h>
+
+#include "drafting_host/solids/exact_box.h"
+#include "step/nested_assembly.h"
+#include "step/step_input.h"
+
+namespace brenvik::step {
+namespace {
+
+class StepUsages : public StepInput {
+  protected:
+    std::string Nested() const {
+        WriteNested(mPath, "");
+        return Content();
+    }
+
+    StepDocument Read(const std::string& content) const {
+        Put(content);
+        return ReadStep(mPath);
+    }
+
+    static std::string WithData(std::string content, const std::string& statements) {
+        content.insert(content.rfind("ENDSEC;"), statements);
+        return content;
+    }
+
+    /// The number ("#5") of the statement around a place, and the references in it.
+    static std::string NumberAt(const std::string& content, std::size_t place) {
+        const std::size_t at = content.rfind("\n#", place) + 1;
+        return content.substr(at, content.find(' ', at) - at);
+    }
+    static std::vector<std::string> ReferencesAt(const std::string& content, std::size_t place) {
+        std::vector<std::string> numbers;
+        const std::size_t end = content.find(';', place);
+        for (std::size_t at = content.find('#', place); at < end; at = content.find('#', at + 1))
+            numbers.push_back(content.substr(at, content.find_first_not_of("0123456789", at + 1) - at));
+        return numbers;
+    }
+
+    /// Takes the statement around a place out.
+    static void Remove(std::string& content, std::size_t place) {
+        const std::size_t start = content.rfind("\n#", place) + 1;
+        content.erase(start, content.find(';', start) + 1 - start);
+    }
+};
+
+TEST_F(StepUsages, AUsageWithoutAPlaceIsToldWhereItsPartIsUsedElsewhereToo) {
+    std::string content = Nested();
+    // The right side stands in the job itself, without a place.
+    const std::string job = ReferencesAt(content, content.find("'Carcass 1'")).at(0);
+    const std::size_t assembly = content.find('#', content.find("'Right'"));
+    content.replace(assembly, content.find(',', assembly) - assembly, job);
+    Remove(content, content.rfind("CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(", content.find("'Right'")));
+    const std::size_t usage = content.find("'Right'");
+    const StepDocument document = Read(content);
+    EXPECT_EQ(document.solids.size(), 2U);
+    ExpectMentions(NotesOf(document), LineAt(content, content.rfind("\n#", usage) + 1) +
+                                          ": one more part \"Side\" is left out: its assembly usage " +
+                                          NumberAt(content, usage) + " has no place\n");
+}
+
+TEST_F(StepUsages, AProductWhoseShapeStandsInItsPlacesAloneIsAPartOfItsName) {
+    std::string content = Nested();
+    const std::size_t brep = content.find("ADVANCED_BREP_SHAPE_REPRESENTATION(");
+    const std::string shape = NumberAt(content, brep);
+    const std::size_t own = content.find("," + shape + ");");
+    ASSERT_LT(content.rfind("SHAPE_DEFINITION_REPRESENTATION(", own), own);
+    Remove(content, own);
+    const StepDocument document = Read(content);
+    ASSERT_EQ(document.solids.size(), 4U);
+    for (const StepSolid& side : document.solids) {
+        EXPECT_EQ(side.name, "Side");
+        EXPECT_EQ(side.assembly, "Carcass");
+    }
+    ExpectMentions(NotesOf(document), ", nothing lost: 1 product(s) have the shape alone");
+}
+
+TEST_F(StepUsages, AShapeThatIsMirroredIntoAnotherIsLeftOutAndTold) {
+    const std::string good = Good();
+    const std::size_t brep = good.find("ADVANCED_BREP_SHAPE_REPRESENTATION(");
+    const std::string shape = NumberAt(good, brep), context = ReferencesAt(good, brep).back();
+    const std::string origin = ReferencesAt(good, brep).at(0);
+    const std::string point = ReferencesAt(good, good.find(origin + " = ")).at(1);
+    const auto withPlace = [&](const std::string& axes) {
+        const std::string mapped = "#900001=SHAPE_REPRESENTATION('',(#900002)," + context +
+                                   ");\n#900002=MAPPED_ITEM('',#900003,#900004);\n"
+                                   "#900003=REPRESENTATION_MAP(" +
+                                   origin + "," + shape +
+                                   ");\n#900010=PRODUCT('','Mirrored','',());\n"
+                                   "#900011=PRODUCT_DEFINITION_FORMATION('','',#900010);\n"
+                                   "#900012=PRODUCT_DEFINITION('','',#900011,$);\n"
+                                   "#900013=PRODUCT_DEFINITION_SHAPE('','',#900012);\n"
+                                   "#900014=SHAPE_DEFINITION_REPRESENTATION(#900013,#900001);\n"
+                                   "#900020=DIRECTION('',(1.,0.,0.));\n#900021=DIRECTION('',(-1.,0.,0.));\n"
+                                   "#900022=DIRECTION('',(0.,1.,0.));\n#900023=DIRECTION('',(0.,0.,1.));\n"
+                                   "#900024=DIRECTION('',(0.,0.,-1.));\n";
+        const std::size_t third = axes.find(';');
+        return WithData(good, mapped + "#900004=CARTESIAN_TRANSFORMATION_OPERATOR_3D('','',''," +
+                                  axes.substr(0, third) + "," + point + ",1.," + axes.substr(third + 1) +
+                                  ");\n");
+    };
+    for (const std::string axes : {"#900020,#900022;#900023", "$,$;$", "#900022,#900021;$", "$,$;#900023"}) {
+        const StepDocument document = Read(withPlace(axes));
+        EXPECT_EQ(document.solids.size(), 2U) << axes;
+        EXPECT_EQ(NotesOf(document).find("mirror"), std::string::npos) << axes;
+    }
+    for (const std::string axes :
+         {"#900021,#900022;#900023", "#900020,#900022;#900024", "#900022,#900020;$", "$,$;#900024"}) {
+        const std::string content = withPlace(axes);
+        const StepDocument document = Read(content);
+        EXPECT_EQ(document.solids.size(), 1U) << axes;
+        ExpectMentions(NotesOf(document), LineAt(content, content.find("#900004=")) +
+                                              ": part \"Mirrored\" (#900002) is left out: expected a place "
+                                              "that doesn't mirror");
+    }
+    for (const std::string axes : {"$,$;#900020", "#900023,$;$"}) {
+        const std::string content = withPlace(axes);
+        ExpectMentions(NotesOf(Read(content)), LineAt(content, content.find("#900004=")) +
+                                                   ": part \"Mirrored\" (#900002) is left out: expected a "
+                                                   "place whose three axes stand across each other");
+    }
+}
+
+TEST_F(StepUsages, AssembliesThatMultiplyBeyondAllMeasureAreRefusedWithTheirCount) {
+    std::string content = Nested();
+    const std::size_t usage = content.find("NEXT_ASSEMBLY_USAGE_OCCURRENCE(", content.find("'Carcass 1'"));
+    const std::string side = ReferencesAt(content, usage).at(1);
+    const std::size_t brep = content.find("ADVANCED_BREP_SHAPE_REPRESENTATION(");
+    const std::string axes = ReferencesAt(content, brep).at(0), context = ReferencesAt(content, brep).back();
+    std::string component = side, shape = NumberAt(content, brep), statements;
+    int number = 900000;
+    const auto add = [&](const std::string& values) {
+        statements += "#" + std::to_string(++number) + "=" + values + ";\n";
+        return "#" + std::to_string(number);
+    };
+    for (int level = 1; level <= 30; ++level) {
+        const std::string name = "'Level " + std::to_string(level) + "'";
+        const std::string product = add("PRODUCT(" + name + "," + name + ",'',())");
+        const std::string formation = add("PRODUCT_DEFINITION_FORMATION('',''," + product + ")");
+        const std::string assembly = add("PRODUCT_DEFINITION('',''," + formation + ",$)");
+        const std::string own = add("SHAPE_REPRESENTATION('',(" + axes + ")," + context + ")");
+        add("SHAPE_DEFINITION_REPRESENTATION(" + add("PRODUCT_DEFINITION_SHAPE('',''," + assembly + ")") +
+            "," + own + ")");
+        for (const char* const which : {"'1'", "'2'"}) {
+            const std::string one = add("NEXT_ASSEMBLY_USAGE_OCCURRENCE(" + std::string(which) + ",'',''," +
+                                        assembly + "," + component + ",$)");
+            const std::string place = add("ITEM_DEFINED_TRANSFORMATION('',''," + axes + "," + axes + ")");
+            const std::string relation = add("(REPRESENTATION_RELATIONSHIP('',''," + shape + "," + own +
+                                             ")REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(" + place +
+                                             ")SHAPE_REPRESENTATION_RELATIONSHIP())");
+            add("CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(" + relation + "," +
+                add("PRODUCT_DEFINITION_SHAPE('',''," + one + ")") + ")");
+        }
+        component = assembly;
+        shape = own;
+    }
+    content = WithData(content, statements);
+    Put(content);
+    const std::string text = FailureText();
+    // And the job with its four sides.
+    ExpectMentions(text, "at most 100000 parts, found 1073741828 in the assembly \"Level 30\"");
+    ExpectMentions(text, "line " + LineAt(content, content.find(component + "=")));
+}
+
+}  // namespace
+}  // namespace brenvik::step
