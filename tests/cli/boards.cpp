@@ -30,23 +30,25 @@ void WriteBoardsTo(const std::filesystem::path& file, const Boards& boards) {
     HostDocument& document = host.NewDocument();
     document.Layers().Add("Parts");
     double place = 0;
-    for (const std::string& name : boards.names) {
-        app::Workpiece board(document.ModelSpace(), {place, 0, 0}, {place + boards.length, 400, 18}, "Parts");
+    for (std::size_t i = 0; i < boards.names.size(); ++i) {
+        const double length = boards.lengths.empty() ? boards.length : boards.lengths[i];
+        app::Workpiece board(document.ModelSpace(), {place, 0, 0}, {place + length, 400, 18}, "Parts");
         board.Drill({place + 100, 100, 18}, app::Axis::Z, -10, 8);
         if (boards.pocketBelow) board.Cut({place + 200, 100, -1}, {place + 300, 250, 6});
         if (boards.rabbetAndBore) {
-            board.Cut({place - 1, -1, 12}, {place + boards.length + 1, 15, 19});
+            board.Cut({place - 1, -1, 12}, {place + length + 1, 15, 19});
             board.Drill({place, 200, 9}, app::Axis::X, 30, 8);
         }
         if (boards.areSawn) board.Cut({place + 400, -1, -1}, {place + 420, 401, 19});
-        place += boards.length + 400;
-        SetData(board.Solid(), {{"PartName", name},
+        place += length + 400;
+        SetData(board.Solid(), {{"PartName", boards.names[i]},
                                 {"PN", "7"},
                                 {"Material", boards.material},
                                 {"ORIE", "LWT"},
-                                {"OldValue1", NumberToText(boards.length)},
+                                {"OldValue1", NumberToText(length)},
                                 {"OldValue2", "400"},
                                 {"OldValue3", "18"}});
+        if (!boards.subAssemblies.empty()) SetData(board.Solid(), {{"SubAssembly", boards.subAssemblies[i]}});
     }
     SaveDrawing(document, file);
 }

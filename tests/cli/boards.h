@@ -17,6 +17,9 @@ struct Boards {
     bool rabbetAndBore = false;
     /// Sawn through, so that each is one solid of two lumps.
     bool areSawn = false;
+    /// The lengths one by one, where they aren't all the same; sub assemblies, where there are any.
+    std::vector<double> lengths = {};
+    std::vector<std::string> subAssemblies = {};
 };
 
 /// Writes a drawing of boards with these names, `length` by 400 by 18, each with a hole, their PN "7".

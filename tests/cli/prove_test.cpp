@@ -187,6 +187,72 @@ TEST_F(Prove, ByWayOfTheGridEqualPartsShareAFile) {
     EXPECT_EQ(outcome.status, 0);
 }
 
+constexpr std::array<const char*, 12> AllPackages{"C2C",  "ATP",   "ROV", "CNI",     "ASP", "WOP4",
+                                                  "WOP5", "THERM", "BW",  "Enroute", "ABC", "RCIM"};
+
+TEST_F(Prove, ByWayOfTheGridGroupsOfOneNameHaveTheirOwnLines) {
+    // Some lists say no lengths, so that the lines of two groups are the same but for the file.
+    Boards boards{{"Side", "Side", "Side", "Side", "Side"}, "White Melamine", false};
+    boards.lengths = {600, 600, 500, 400, 500};
+    WriteBoardsTo(folder / "job.dxf", boards);
+    for (const char* target : AllPackages) {
+        ASSERT_EQ(
+            Run({"cnc", "job.dxf", "--target", target, "--out", "cut", "--from-grid", "--quiet"}).status, 0);
+        const Outcome outcome = ProveJob({"--from-grid"});
+        EXPECT_EQ(outcome.errors, "") << target;
+        EXPECT_EQ(outcome.status, 0) << target;
+    }
+}
+
+TEST_F(Prove, ByWayOfTheGridEqualPartsOfTwoCabinetsHaveAFileEach) {
+    Boards boards{{"Side", "Side", "Side"}, "White Melamine", true};
+    boards.subAssemblies = {"Left", "Right", "Right"};
+    WriteBoardsTo(folder / "job.dxf", boards);
+    for (const char* target : AllPackages) {
+        ASSERT_EQ(
+            Run({"cnc", "job.dxf", "--target", target, "--out", "cut", "--from-grid", "--quiet"}).status, 0);
+        const Outcome outcome = ProveJob({"--from-grid"});
+        EXPECT_EQ(outcome.errors, "") << target;
+        EXPECT_EQ(outcome.status, 0) << target;
+    }
+}
+
+TEST_F(Prove, ByWayOfTheGridQuantitiesAndTextsOfTheListAreLookedAt) {
+    WriteBoardsTo(folder / "job.dxf", {{"Side", "Side", "Shelf"}, "White Melamine", true});
+    for (const char* target : AllPackages) {
+        ASSERT_EQ(
+            Run({"cnc", "job.dxf", "--target", target, "--out", "cut", "--from-grid", "--quiet"}).status, 0);
+        for (const std::string side : {"", "2-sided/"}) {
+            std::string list;
+            for (const auto& entry : std::filesystem::directory_iterator(folder / "cut" / side))
+                if (entry.is_regular_file() && entry.path().extension() != ".dxf")
+                    list = "cut/" + side + entry.path().filename().string();
+            const std::string text = Read(list);
+            const std::string tab = text.find('\t') == std::string::npos ? "," : "\t";
+            const bool first = text.starts_with("2,");
+            const std::string fewer =
+                first ? "1," + text.substr(2) : ReplaceAll(text, tab + "2" + tab, tab + "1" + tab);
+            ASSERT_NE(fewer, text) << target;
+            Write(list, fewer);
+            EXPECT_EQ(ProveJob({"--from-grid"}).status, 1) << target;
+            const std::string other =
+                ReplaceAll(ReplaceAll(text, ".dxf" + tab, ".dxf" + tab + "9"), ",LWT,", ",WLT,");
+            ASSERT_NE(other, text) << target;
+            Write(list, other);
+            EXPECT_EQ(ProveJob({"--from-grid"}).status, 1) << target;
+            Write(list, text);
+        }
+    }
+}
+
+TEST_F(Prove, ByWayOfTheGridACopyOfAFileIsTold) {
+    WriteBoardsTo(folder / "job.dxf", {{"Side", "Side"}, "White Melamine", true});
+    ASSERT_EQ(Run({"cnc", "job.dxf", "--target", "C2C", "--out", "cut", "--from-grid", "--quiet"}).status, 0);
+    std::filesystem::copy(folder / "cut/Part_0_Side_7.dxf", folder / "cut/Part_5_Side_7.dxf");
+    ExpectTold(ProveJob({"--from-grid"}), "The file Part_5_Side_7.dxf is of no part that was looked at",
+               onlyStray);
+}
+
 std::string WithoutReturns(const std::string& text) { return ReplaceAll(text, "\r\n", "\n"); }
 
 /// The file without the first entity on a layer that begins so.
@@ -394,6 +460,38 @@ TEST_F(Prove, AFileThatContradictsItselfIsTold) {
     expect(WithGroup(text, "CIRCLE", " 30", "0.0\n 60\n1"), "is hidden");
     expect(ReplaceAll(text, "\n  0\nCIRCLE\n", "\n  0\nWIPEOUT\n"),
            "entities of the file BPart_0_Side_7.dxf");
+}
+
+TEST_F(Prove, ASlotOfTheOutlineThatNoBitFollowsIsTold) {
+    for (const std::string target : {"C2C", "ROV", "THERM", "BW"}) {
+        WriteBoardsTo(folder / "job.dxf", {{"Side"}, "White Melamine", false});
+        ASSERT_EQ(Run({"cnc", "job.dxf", "--target", target, "--out", "cut", "--quiet"}).status, 0);
+        std::string file;
+        for (const auto& entry : std::filesystem::directory_iterator(folder / "cut"))
+            if (entry.path().filename().string().starts_with("Part_0"))
+                file = "cut/" + entry.path().filename().string();
+        const std::string text = WithoutReturns(Read(file));
+        const auto edited = [&](const std::string& more, const std::string& count) {
+            const std::size_t from = text.find("\nLWPOLYLINE\n", text.find("\nENTITIES\n"));
+            std::string other = text;
+            const std::string corner = "\n 10\n600.0\n 20\n0.0\n";
+            const std::size_t at = other.find(corner, from);
+            EXPECT_NE(at, std::string::npos) << other.substr(from, 600);
+            if (at == std::string::npos) return other;
+            other.insert(at, more);
+            const std::size_t number = other.find("\n 90\n4\n", from);
+            EXPECT_NE(number, std::string::npos);
+            return other.replace(number, 7, "\n 90\n" + count + "\n");
+        };
+        const std::string out = "\n 10\n300.0\n 20\n0.0\n 10\n300.0\n 20\n80.0";
+        Write(file, edited(out + "\n 10\n300.2\n 20\n80.0\n 10\n300.2\n 20\n0.0", "8"));
+        ExpectTold(ProveJob(), "leads into wood that the part has, 0.2 by 80, right through,",
+                   "0 of 1 parts come out of cut as they are drawn\n");
+        Write(file, edited(out + "\n 10\n300.0\n 20\n0.0", "7"));
+        ExpectTold(ProveJob(), "runs out and back the same way, from 300,",
+                   "0 of 1 parts come out of cut as they are drawn\n");
+        std::filesystem::remove_all(folder / "cut");
+    }
 }
 
 TEST_F(Prove, AFolderThatIsNotThereIsUnreadable) {

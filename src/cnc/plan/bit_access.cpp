@@ -14,6 +14,7 @@
 #include "cnc/plan/plan_curve_cuts.h"
 #include "cnc/plan/plan_piece.h"
 #include "cnc/plan/plan_vectors.h"
+#include "cnc/plan/side_places.h"
 
 namespace brenvik {
 
@@ -33,43 +34,6 @@ constexpr int Bisections = 14;
 constexpr std::size_t MostSides = 100;
 /// Of the diameter: narrower bits aren't looked for.
 constexpr double NarrowestShare = 0.02;
-
-bool IsRound(const PlanSide& side) { return std::abs(side.bulge) * Length(side.to - side.from) > 1e-9; }
-
-double AngleBetween(const PlanPoint& a, const PlanPoint& b) { return std::atan2(Cross(a, b), Dot(a, b)); }
-
-/// From 0 to a whole turn, counter-clockwise.
-double TurnTo(const PlanPoint& a, const PlanPoint& b) {
-    const double angle = AngleBetween(a, b);
-    return angle < 0 ? angle + 2 * std::numbers::pi : angle;
-}
-
-/// The point of a side that is next to another one.
-PlanPoint NearestOn(const PlanSide& side, const PlanPoint& point) {
-    if (!IsRound(side)) {
-        const PlanPoint along = side.to - side.from;
-        const double share = Dot(point - side.from, along) / Dot(along, along);
-        return side.from + along * std::clamp(share, 0.0, 1.0);
-    }
-    const PlanRound round = RoundOf(side);
-    const PlanPoint start = side.from - round.center, arm = point - round.center;
-    const double turn = round.sweep > 0 ? TurnTo(start, arm) : TurnTo(arm, start);
-    if (turn <= std::abs(round.sweep) && Length(arm) > 0)
-        return round.center + arm * (round.radius / Length(arm));
-    return Length(point - side.from) < Length(point - side.to) ? side.from : side.to;
-}
-
-double Distance(const PlanSide& side, const PlanPoint& point) {
-    return Length(point - NearestOn(side, point));
-}
-
-/// The way of a side at one of its ends.
-PlanPoint WayAt(const PlanSide& side, bool atEnd) {
-    const PlanPoint along = (side.to - side.from) * (1 / Length(side.to - side.from));
-    const double turn = (atEnd ? 2 : -2) * std::atan(side.bulge);
-    const double c = std::cos(turn), s = std::sin(turn);
-    return {along.x * c - along.y * s, along.x * s + along.y * c};
-}
 
 /// The stretch of a side between two of its points.
 PlanSide Between(const PlanSide& side, const PlanPoint& from, const PlanPoint& to, double same) {
@@ -142,8 +106,8 @@ class Walls {
 
     bool LetsIn(const PlanPoint& middle) const {
         const double reach = mRadius - TooClose * mUnit;
-        return std::ranges::all_of(mWalls,
-                                   [&](const PlanSide& wall) { return Distance(wall, middle) >= reach; });
+        return std::ranges::all_of(
+            mWalls, [&](const PlanSide& wall) { return Length(middle - NearestOn(wall, middle)) >= reach; });
     }
 
     void FindRuns() {

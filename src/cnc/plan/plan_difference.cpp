@@ -70,9 +70,10 @@ class Place {
             return;
         }
         const auto index = static_cast<std::size_t>(side.shape);
-        const bool before = Within(index);
+        const bool before = Within(index), sought = IsSought(index);
         mTurns[index][static_cast<std::size_t>(side.of)] += way;
         const bool now = Within(index);
+        mSought += static_cast<int>(IsSought(index)) - static_cast<int>(sought);
         if (before == now) return;
         if (mShapes[index].role == PlanShape::Role::Stock)
             mOutside += now ? -1 : 1;
@@ -81,6 +82,7 @@ class Place {
     }
     std::optional<Difference> Now() const {
         const bool stays = mOutside == 0 && mTaken == 0;
+        if (stays && mInPart && mSought > 0) return Difference::Sought;
         if (stays == mInPart) return std::nullopt;
         return stays ? Difference::Standing : Difference::Gone;
     }
@@ -92,6 +94,8 @@ class Place {
             const bool removal = mShapes[i].role == PlanShape::Role::Removal;
             if (difference == Difference::Gone) {
                 if (removal && Within(i)) cause.operation = mShapes[i].operation;
+            } else if (difference == Difference::Sought) {
+                if (IsSought(i)) cause = {mShapes[i].operation, true};
             } else if (removal ? Has(i, Owned::Of::Sides) : NotReached(i)) {
                 cause = {mShapes[i].operation, NotReached(i)};
             }
@@ -110,9 +114,15 @@ class Place {
         return Has(shape, Owned::Of::Sides) && !Has(shape, Owned::Of::Core) && !NotReached(shape);
     }
 
+    /// The shape would take what its bit doesn't get to.
+    bool IsSought(std::size_t shape) const {
+        const bool removal = mShapes[shape].role == PlanShape::Role::Removal;
+        return NotReached(shape) && Has(shape, Owned::Of::Sides) == removal;
+    }
+
     std::span<const PlanShape> mShapes;
     std::vector<std::array<int, 3>> mTurns;
-    int mOutside = 0, mTaken = 0;
+    int mOutside = 0, mTaken = 0, mSought = 0;
     bool mInPart = false;
 };
 

@@ -27,6 +27,7 @@ struct PlanShape {
 enum class Difference {
     Standing,  ///< Wood stays that the part has not.
     Gone,      ///< Wood is taken that the part has.
+    Sought,    ///< Wood that the part has lies within an operation, which its bit doesn't get to.
 };
 
 struct PlanBox {

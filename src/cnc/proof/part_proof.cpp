@@ -15,8 +15,10 @@
 #include "cnc/part/told.h"
 #include "cnc/plan/bit_access.h"
 #include "cnc/plan/bit_reach.h"
+#include "cnc/plan/doubled_back.h"
 #include "cnc/plan/plan_field.h"
 #include "cnc/plan/plan_piece.h"
+#include "cnc/proof/twin_operations.h"
 
 namespace brenvik {
 
@@ -31,6 +33,9 @@ constexpr double DepthSlack = 1e-6;
 constexpr int PiecesOfSlope = 3;
 /// Two bores are in one line when they agree to this, in millimetres: names have two decimals.
 constexpr double SamePlace = 0.02;
+/// In millimetres: two ways closer than this are one, by the rounding of corners; how far a path has to run
+/// back beside itself.
+constexpr double SamePath = 0.002, ShortestDoubled = 0.2;
 
 struct Slab {
     double low = 0, high = 0;
@@ -86,6 +91,10 @@ PlanBox BoxAround(const std::vector<PlanSide>& sides) {
     return box;
 }
 
+std::string ReportedPlace(const PlanPoint& point) {
+    return ReportedLength(point.x) + "," + ReportedLength(point.y);
+}
+
 class Prover {
   public:
     Prover(const SolidSections& part, std::span<const WrittenOperation> operations,
@@ -111,6 +120,7 @@ class Prover {
     PartProof Prove() {
         TellTwins();
         TellIdle();
+        TellDoubled();
         for (std::size_t i = 0; i < mOperations.size(); ++i) ShowCorners(i);
         for (const PartSection& section : mSections) {
             const std::vector<PlanShape> shapes = ShapesAt(section.slab.Middle());
@@ -148,8 +158,8 @@ class Prover {
         mProof.faults.push_back("what the bit of " + ReportedLength(operation.bit) + " leaves of " +
                                 operation.layer + (operation.secondSide ? " of the second side" : "") + ", " +
                                 ReportedLength(HighOf(operation) - LowOf(operation)) + " deep, from " +
-                                ReportedLength(box.minX) + "," + ReportedLength(box.minY) + " to " +
-                                ReportedLength(box.maxX) + "," + ReportedLength(box.maxY) +
+                                ReportedPlace({box.minX, box.minY}) + " to " +
+                                ReportedPlace({box.maxX, box.maxY}) +
                                 ", could not be compared, since its way does not close");
     }
 
@@ -336,7 +346,7 @@ class Prover {
         for (std::size_t i = 0; i < mSpots.size(); ++i) Grow(joined[Root(i)], mSpots[i]);
         for (std::size_t i = 0; i < joined.size(); ++i) {
             if (!joined[i] || !Counts(*joined[i])) continue;
-            if (joined[i]->notReached) FindBit(*joined[i]);
+            if (joined[i]->notReached && joined[i]->difference == Difference::Standing) FindBit(*joined[i]);
             mProof.spots.push_back(std::move(*joined[i]));
         }
     }
@@ -383,46 +393,16 @@ class Prover {
         return spot.width > NoWidth * mUnit || spot.volume > NoVolume * mUnit * mUnit * mUnit;
     }
 
-    // Finds operations that occur twice.
-
-    /// The corners of a closed path needn't begin at the same one.
-    bool SameSides(const std::vector<PlanSide>& a, const std::vector<PlanSide>& b) const {
-        if (a.size() != b.size()) return false;
-        const auto same = [this](const PlanPoint& one, const PlanPoint& other) {
-            return std::hypot(one.x - other.x, one.y - other.y) < NoDepth * mUnit;
-        };
-        return std::ranges::all_of(a, [&](const PlanSide& side) {
-            return std::ranges::any_of(b, [&](const PlanSide& other) {
-                const bool along = same(side.from, other.from) && same(side.to, other.to) &&
-                                   std::abs(side.bulge - other.bulge) < 1e-4;
-                const bool against = same(side.from, other.to) && same(side.to, other.from) &&
-                                     std::abs(side.bulge + other.bulge) < 1e-4;
-                return along || against;
-            });
-        });
-    }
+    // Operations that occur twice.
 
     /// Of an operation within the part: how far the spoil board is cut doesn't count.
     double LowOf(const WrittenOperation& one) const { return std::max(one.low, mBox.min.z); }
     double HighOf(const WrittenOperation& one) const { return std::min(one.high, mBox.max.z); }
 
-    bool Twins(const WrittenOperation& a, const WrittenOperation& b) const {
-        if (a.bore.has_value() != b.bore.has_value()) return false;
-        // Both sides have the outline, and edge bores that go right through.
-        if (a.secondSide != b.secondSide && (a.bore || a.kind == OperationKind::Outline)) return false;
-        const auto near = [this](double one, double other) {
-            return std::abs(one - other) < NoDepth * mUnit;
-        };
-        if (!near(LowOf(a), LowOf(b)) || !near(HighOf(a), HighOf(b))) return false;
-        if (!a.bore) return SameSides(a.sides, b.sides);
-        return near(a.bore->on.x, b.bore->on.x) && near(a.bore->on.y, b.bore->on.y) &&
-               near(a.boreDepth, b.boreDepth);
-    }
-
     void TellTwins() {
         for (std::size_t i = 0; i < mOperations.size(); ++i)
             for (std::size_t j = i + 1; j < mOperations.size(); ++j)
-                if (Twins(mOperations[i], mOperations[j])) {
+                if (AreTwins(mOperations[i], mOperations[j], {mBox.min.z, mBox.max.z}, mUnit)) {
                     const std::string &one = mOperations[i].layer, &other = mOperations[j].layer;
                     mProof.faults.push_back(one == other ? one + " stands twice in one place"
                                                          : one + " and " + other + " stand in one place");
@@ -445,6 +425,36 @@ class Prover {
                 mProof.faults.push_back(operation.layer +
                                         (operation.secondSide ? " of the second side" : "") +
                                         " passes the part by and cuts nothing");
+    }
+
+    // Paths that go out and come back the same way: what they enclose there is too little for a difference.
+
+    bool IsWood(const WrittenOperation& operation, const PlanPoint& at) const {
+        return std::ranges::any_of(mSections, [&](const PartSection& section) {
+            const double height = section.slab.Middle();
+            return operation.low < height && height < operation.high && section.field.Holds(at);
+        });
+    }
+
+    bool IsFault(const WrittenOperation& operation, const DoubledStretch& stretch) const {
+        return stretch.apart < SamePath * mUnit ||
+               std::ranges::all_of(stretch.between,
+                                   [&](const PlanPoint& at) { return IsWood(operation, at); });
+    }
+
+    void TellDoubled() {
+        for (const WrittenOperation& operation : mOperations) {
+            if (operation.bore || operation.kind == OperationKind::Hole) continue;
+            for (const DoubledStretch& stretch :
+                 DoubledBack(operation.sides, NoWidth * mUnit, ShortestDoubled * mUnit)) {
+                if (!IsFault(operation, stretch)) continue;
+                mProof.faults.push_back(operation.layer +
+                                        (operation.secondSide ? " of the second side" : "") +
+                                        " runs out and back the same way, from " +
+                                        ReportedPlace(stretch.from) + " to " + ReportedPlace(stretch.to));
+                break;
+            }
+        }
     }
 
     const SolidSections& mPart;

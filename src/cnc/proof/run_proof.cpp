@@ -96,6 +96,9 @@ std::string TextOf(const ProofSpot& spot, const RunState& run) {
             return "wood stays that the part has not, " + Place(spot, run) + WhyItStays(spot, cause, run);
         case Difference::Gone:
             return "wood is cut away that the part has, " + Place(spot, run) + ", by " + cause;
+        case Difference::Sought:
+            return cause + " leads into wood that the part has, " + Place(spot, run) +
+                   ", where it is too narrow for its bit of " + ReportedLength(spot.bit);
     }
     return {};
 }

@@ -92,9 +92,10 @@ class FolderProof {
         mRun.report.parts = static_cast<int>(parts.size());
         mRun.report.complete = WorkOnParts(mRun, steps, parts);
         const std::size_t before = mRun.report.passedOver.size();
-        TellTheRest(mFiles.folder, mUsed);
-        TellTheRest(mSecondFolder, mUsedSecond);
-        std::ranges::move(mLists.Differences(), std::back_inserter(mRun.report.passedOver));
+        TellTheRest(mFiles.folder, "");
+        TellTheRest(mSecondFolder, "B");
+        std::ranges::move(mLists.Differences(mProved.parts == mRun.report.parts),
+                          std::back_inserter(mRun.report.passedOver));
         mProved.strays = mRun.report.passedOver.size() - before;
         mProved.report = std::move(mRun.report);
         return std::move(mProved);
@@ -125,7 +126,8 @@ class FolderProof {
         return names;
     }
 
-    /// The files that may be the part's.
+    /// The files that may be the part's. A group that a profile has made of parts with other names has the
+    /// name of its first one.
     std::vector<std::string> CandidatesOf(const RunState& run) const {
         const std::vector<std::string> names = NamesOf(run);
         std::vector<std::string> candidates;
@@ -139,34 +141,59 @@ class FolderProof {
         return candidates;
     }
 
+    struct Compared {
+        std::string file;
+        std::vector<std::string> differences;
+    };
+
+    Compared CompareWith(RunState& run, const std::shared_ptr<GatheredProof>& held, const std::string& file) {
+        const std::string unproved = held->unproved;
+        *held = {std::move(held->part), {}, {}, {}, unproved, held->width, held->thickness, false};
+        run.part.proof = held;
+        Compare(run, file);
+        held->unproved = unproved;
+        return {file, std::exchange(run.part.differences, {})};
+    }
+
+    /// That which fits best; of several that fit equally well, the one whose line in the list is the part's.
+    Compared BestOf(const RunState& run, std::vector<Compared> all) const {
+        std::size_t best = 0;
+        const auto rank = [&](const Compared& one) {
+            const bool listed = mFiles.form == RunForm::B && mLists.HasRoomFor(run, one.file);
+            return std::pair(one.differences.size(), listed ? 0 : 1);
+        };
+        for (std::size_t i = 1; i < all.size(); ++i)
+            if (rank(all[i]) < rank(all[best])) best = i;
+        return std::move(all[best]);
+    }
+
     void LookAt(RunState& run) {
         const std::shared_ptr<GatheredProof> held = std::exchange(run.part.proof, nullptr);
         // A part that could not be laid flat has been told.
         if (!held) return;
         run.part.LeavesSecondSide = NumberSetting(setting::DontDoTwoSided) == 1;
-        const std::vector<std::string> candidates = CandidatesOf(run);
-        if (candidates.empty()) {
+        if (mFiles.target) run.target = *mFiles.target;
+        std::vector<std::string> candidates = CandidatesOf(run);
+        const bool byName = !candidates.empty();
+        if (!byName && mFiles.form == RunForm::B) candidates = mFirst;
+        std::vector<Compared> all;
+        for (const std::string& file : candidates) {
+            all.push_back(CompareWith(run, held, file));
+            if (!byName && !all.back().differences.empty()) all.pop_back();
+        }
+        if (all.empty()) {
             mRun.report.passedOver.push_back("The part " + Label(run) + " has no file " +
                                              NamesOf(run).front() + " in the folder.");
             return;
         }
-        const std::string unproved = held->unproved;
-        std::vector<std::string> fewest;
-        std::string best;
-        for (const std::string& file : candidates) {
-            *held = {std::move(held->part), {}, {}, {}, unproved, held->width, held->thickness, false};
-            run.part.proof = held;
-            mUsed.push_back(file);
-            mUsedSecond.push_back("B" + file);
-            Compare(run, file);
-            std::vector<std::string> found = std::exchange(run.part.differences, {});
-            if (file != candidates.front() && found.size() >= fewest.size()) continue;
-            fewest = std::move(found);
-            best = file;
-        }
-        ExpectInLists(run, best);
-        if (fewest.empty()) ++mProved.parts;
-        run.part.differences = std::move(fewest);
+        Compared best = BestOf(run, std::move(all));
+        mUsed.push_back(best.file);
+        ExpectInLists(run, best.file);
+        if (best.differences.empty())
+            ++mProved.parts;
+        else
+            std::ranges::move(candidates, std::back_inserter(mUsed));
+        run.part.differences = std::move(best.differences);
     }
 
     bool HasSecondSide(const std::string& file) const {
@@ -174,10 +201,7 @@ class FolderProof {
             mSecond, [&](const std::string& name) { return EqualsIgnoreCase(name, "B" + file); });
     }
 
-    /// By way of the grid parts share a file, and a list has it once.
     void ExpectInLists(const RunState& run, const std::string& file) {
-        if (std::ranges::find(mListed, file) != mListed.end()) return;
-        mListed.push_back(file);
         mLists.Expect(run, file, false);
         if (HasSecondSide(file)) mLists.Expect(run, "B" + file, true);
     }
@@ -189,7 +213,6 @@ class FolderProof {
             const OpenFile first(*mRun.app, mFiles.folder + file);
             std::optional<OpenFile> other;
             if (hasSecond) other.emplace(*mRun.app, mSecondFolder + second);
-            run.target = *mFiles.target;
             Gather(run, first.Document(), {mFiles.folder, file, false});
             if (other) Gather(run, other->Document(), {mSecondFolder, second, true});
             // Leads of tongues lie outside the outline, on each side in their own way.
@@ -254,12 +277,12 @@ class FolderProof {
     }
 
     /// Whatever a file is called: a machine is given all of a folder.
-    void TellTheRest(const std::string& folder, const std::vector<std::string>& ofParts) {
+    void TellTheRest(const std::string& folder, const std::string& mark) {
         FilesPort& port = *ThePlatform().files;
         if (!port.FolderExists(folder)) return;
         for (const std::string& file : port.ListFiles(folder, PartFiles)) {
             const bool used = std::ranges::any_of(
-                ofParts, [&](const std::string& name) { return EqualsIgnoreCase(name, file); });
+                mUsed, [&](const std::string& name) { return EqualsIgnoreCase(mark + name, file); });
             if (!used)
                 mRun.report.passedOver.push_back("The file " + file + " is of no part that was looked at.");
         }
@@ -271,7 +294,9 @@ class FolderProof {
     RunState mRun;
     ProvedFiles mProved;
     std::vector<PartFile> mParts;
-    std::vector<std::string> mFirst, mSecond, mUsed, mUsedSecond, mListed;
+    std::vector<std::string> mFirst, mSecond;
+    /// The first sides of parts, and where a part differs all that it might have.
+    std::vector<std::string> mUsed;
 };
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The work lists of an earlier run against what its parts would give.
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,22 +14,42 @@ class WorkListProof {
   public:
     WorkListProof(RunForm form, std::string firstFolder, std::string secondFolder);
 
-    /// The part has this file on a side, so that side's list has a line for it.
+    /// The part has this file on a side, so that side's list has a line for it. By way of the grid parts
+    /// share a file, and are counted.
     void Expect(const RunState& run, const std::string& file, bool secondSide);
-    /// What differs, in words, once all parts have been looked at.
-    std::vector<std::string> Differences() const;
+    /// By way of the grid: whether the list of first sides has a line for the file that is this part's, with
+    /// a larger quantity than parts have been counted for it.
+    bool HasRoomFor(const RunState& run, const std::string& file) const;
+    /// What differs, in words, once all parts have been looked at. `allCount`: each part is one that the file
+    /// makes that it has been counted for.
+    std::vector<std::string> Differences(bool allCount) const;
 
   private:
+    using Texts = std::vector<std::string>;
+    /// The fields of a part's line, whose quantity may be any.
+    struct Line {
+        Texts fields;
+        std::size_t quantity = 0;  ///< Its place.
+        std::string For(int parts) const;
+        /// How many parts another line has, if it is the same but for that.
+        std::optional<int> PartsIn(const std::string& other) const;
+        std::string separator;
+        int ofOne = 1;
+    };
     struct Expected {
-        std::string file, line;
+        std::string file;
         bool secondSide = false;
+        std::vector<Line> lines;  ///< Of each of its parts.
     };
 
-    std::vector<std::string> LinesOf(const std::string& path) const;
+    Line LineFor(const RunState& run, const std::string& file, bool secondSide) const;
+    std::string PathOf(bool secondSide, Target target) const;
+    static Texts LinesOf(const std::string& path);
     /// Takes the lines of the head off; tells one that another program has changed.
-    void CompareHead(const std::string& list, std::vector<std::string>& lines,
-                     std::vector<std::string>& told) const;
-    void Compare(bool secondSide, std::vector<std::string>& told) const;
+    void CompareHead(const std::string& list, Texts& lines, Texts& told) const;
+    void Compare(bool secondSide, bool allCount, Texts& told) const;
+    /// What is wrong with the line of a file, if anything is.
+    std::string FaultOf(const std::string& line, const Expected& part, bool allCount) const;
 
     RunForm mForm;
     std::string mFirstFolder, mSecondFolder;

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <numbers>
 
 namespace brenvik {
@@ -48,6 +49,10 @@ WrittenOperation Path(const char* layer, std::vector<PlanSide> sides, double low
 }
 
 using Texts = std::vector<std::string>;
+
+bool Tell(const Texts& faults, const std::string& text) {
+    return std::ranges::any_of(faults, [&](const std::string& each) { return each.starts_with(text); });
+}
 
 TEST(PartProof, AnOperationThatPassesThePartByIsTold) {
     const std::vector<WrittenOperation> operations{
@@ -131,6 +136,78 @@ TEST(PartProof, ARoundThatAnotherPathClearsIsNone) {
     const std::vector<WrittenOperation> operations{Outline(), Pocket(recess, 12),
                                                    Pocket(Rectangle(100, -10, 200, 20), 12)};
     EXPECT_TRUE(ProvePart(Board(recess, 12), operations, {}, 1).spots.empty());
+}
+
+/// A recess of 100 by 60 with a slot of a width at the middle of its right side.
+std::vector<PlanSide> WithSlot(double slot, double reach) {
+    const double low = 130 - slot / 2, high = 130 + slot / 2;
+    const std::vector<PlanPoint> corners{{100, 100},          {200, 100},  {200, low}, {200 + reach, low},
+                                         {200 + reach, high}, {200, high}, {200, 160}, {100, 160}};
+    std::vector<PlanSide> sides;
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        if (const PlanSide side{corners[i], corners[(i + 1) % corners.size()]};
+            side.from.x != side.to.x || side.from.y != side.to.y)
+            sides.push_back(side);
+    return sides;
+}
+
+TEST(PartProof, ASlotOfAPathIntoBareWoodIsToldHoweverNarrowItIs) {
+    const std::vector<PlanSide> recess = Rectangle(100, 100, 200, 160);
+    for (const double slot : {0.5, 0.3, 0.1, 0.06}) {
+        const std::vector<WrittenOperation> operations{Outline(), Pocket(WithSlot(slot, 40), 12)};
+        const PartProof proof = ProvePart(Board(recess, 12), operations, {}, 1);
+        ASSERT_EQ(proof.spots.size(), 1U) << slot;
+        EXPECT_EQ(proof.spots[0].difference, Difference::Sought);
+        EXPECT_EQ(proof.spots[0].layer, "PKC");
+        EXPECT_NEAR(proof.spots[0].volume, slot * 40 * 6, 0.02);
+        EXPECT_TRUE(proof.faults.empty());
+    }
+}
+
+TEST(PartProof, ANarrowSlotThatThePartHasIsWoodThatStays) {
+    const std::vector<PlanSide> recess = WithSlot(3, 40);
+    const std::vector<WrittenOperation> operations{Outline(), Pocket(recess, 12)};
+    const PartProof proof = ProvePart(Board(recess, 12), operations, {}, 1);
+    ASSERT_EQ(proof.spots.size(), 1U);
+    EXPECT_EQ(proof.spots[0].difference, Difference::Standing);
+    EXPECT_TRUE(proof.spots[0].notReached);
+}
+
+TEST(PartProof, ASlotOfTheOutlineIntoThePartIsTold) {
+    WrittenOperation outline = Outline();
+    const std::vector<PlanPoint> corners{{0, 0},     {300, 0},    {300, 80},       {300.2, 80},
+                                         {300.2, 0}, {length, 0}, {length, width}, {0, width}};
+    outline.sides.clear();
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        outline.sides.push_back({corners[i], corners[(i + 1) % corners.size()]});
+    outline.bit = 12;
+    const PartProof proof = ProvePart(Board(), std::vector{outline}, {}, 1);
+    ASSERT_EQ(proof.spots.size(), 1U);
+    EXPECT_EQ(proof.spots[0].difference, Difference::Sought);
+    EXPECT_EQ(proof.spots[0].layer, "OT");
+}
+
+TEST(PartProof, APathThatRunsOutAndBackTheSameWayIsTold) {
+    const std::vector<PlanSide> recess = Rectangle(100, 100, 200, 160);
+    const auto told = [&](const std::vector<PlanSide>& path) {
+        const std::vector<WrittenOperation> operations{Outline(), Pocket(path, 12)};
+        return ProvePart(Board(recess, 12), operations, {}, 1).faults;
+    };
+    for (const double slot : {0.01, 0.03})
+        EXPECT_TRUE(Tell(told(WithSlot(slot, 5)), "PKC runs out and back the same way")) << slot;
+    EXPECT_TRUE(Tell(told(WithSlot(0, 40)), "PKC runs out and back the same way, from 240,130 to 200,130"));
+    std::vector<PlanSide> round = WithSlot(0, 40);
+    round[2].bulge = 0.3;
+    round[3].bulge = -0.3;
+    EXPECT_TRUE(Tell(told(round), "PKC runs out and back the same way"));
+}
+
+TEST(PartProof, ASharpCornerRunsNowhereBack) {
+    const std::vector<PlanPoint> corners{{100, 100}, {200, 107}, {100, 114}};
+    std::vector<PlanSide> recess;
+    for (std::size_t i = 0; i < 3; ++i) recess.push_back({corners[i], corners[(i + 1) % 3]});
+    const std::vector<WrittenOperation> operations{Outline(), Pocket(recess, 3)};
+    EXPECT_TRUE(ProvePart(Board(recess, 12), operations, {}, 1).faults.empty());
 }
 
 }  // namespace

@@ -1,0 +1,20 @@
+// Places and ways along a single side.
+#pragma once
+
+#include "session/ports/section_port.h"
+
+namespace brenvik {
+
+bool IsRound(const PlanSide& side);
+
+/// In radians, counter-clockwise: between half a turn either way, and from 0 to a whole turn.
+double AngleBetween(const PlanPoint& a, const PlanPoint& b);
+double TurnTo(const PlanPoint& a, const PlanPoint& b);
+
+/// The point of a side that is next to another one.
+PlanPoint NearestOn(const PlanSide& side, const PlanPoint& point);
+
+/// The way of a side at one of its ends, one long.
+PlanPoint WayAt(const PlanSide& side, bool atEnd);
+
+}  // namespace brenvik

@@ -1,0 +1,47 @@
+// Side by side and height by height.
+#include "cnc/proof/twin_operations.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace brenvik {
+
+namespace {
+
+/// In millimetres: nearer than this is the same.
+constexpr double SamePlace = 0.01;
+constexpr double SameBulge = 1e-4;
+
+/// The corners of a closed path needn't begin at the same one.
+bool SameSides(const std::vector<PlanSide>& a, const std::vector<PlanSide>& b, double unit) {
+    if (a.size() != b.size()) return false;
+    const auto same = [unit](const PlanPoint& one, const PlanPoint& other) {
+        return std::hypot(one.x - other.x, one.y - other.y) < SamePlace * unit;
+    };
+    return std::ranges::all_of(a, [&](const PlanSide& side) {
+        return std::ranges::any_of(b, [&](const PlanSide& other) {
+            const bool along = same(side.from, other.from) && same(side.to, other.to) &&
+                               std::abs(side.bulge - other.bulge) < SameBulge;
+            const bool against = same(side.from, other.to) && same(side.to, other.from) &&
+                                 std::abs(side.bulge + other.bulge) < SameBulge;
+            return along || against;
+        });
+    });
+}
+
+}  // namespace
+
+bool AreTwins(const WrittenOperation& a, const WrittenOperation& b, const HeightSpan& part, double unit) {
+    if (a.bore.has_value() != b.bore.has_value()) return false;
+    // Both sides have the outline, and edge bores that go right through.
+    if (a.secondSide != b.secondSide && (a.bore || a.kind == OperationKind::Outline)) return false;
+    const auto near = [unit](double one, double other) { return std::abs(one - other) < SamePlace * unit; };
+    if (!near(std::max(a.low, part.low), std::max(b.low, part.low)) ||
+        !near(std::min(a.high, part.high), std::min(b.high, part.high)))
+        return false;
+    if (!a.bore) return SameSides(a.sides, b.sides, unit);
+    return near(a.bore->on.x, b.bore->on.x) && near(a.bore->on.y, b.bore->on.y) &&
+           near(a.boreDepth, b.boreDepth);
+}
+
+}  // namespace brenvik
