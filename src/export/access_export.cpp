@@ -21,6 +21,7 @@
 #include "parts/statement_quotes.h"
 #include "session/message.h"
 #include "session/output_rule.h"
+#include "session/progress.h"
 #include "session/session.h"
 
 namespace brenvik {
@@ -186,7 +187,10 @@ void RunAccessExport(frmExport& form) {
         const std::optional<double> rowsBefore = RowsOf(*connection, table);
         int taken = 0;
         ResumeNoted(ListNotRead, [&] { mDatabase::OpenRecordset(TheSession().CurrentSQL, records); });
+        // The rows go into a table of others one by one, so this isn't cancelled.
+        Progress progress({"Export", records == nullptr ? 0 : records->RecordCount()});
         const auto insert = [&] {
+            progress.Next({});
             const SizeAdjustment adjustment = adjustments.rules.For(*records);
             NoteLostSizes(*records, cells, adjustment);
             NoteOddQuantity(*records);

@@ -19,6 +19,7 @@
 #include "session/output_rule.h"
 #include "session/ports/dialog_port.h"
 #include "session/ports/files_port.h"
+#include "session/progress.h"
 #include "session/session.h"
 
 namespace brenvik {
@@ -81,11 +82,16 @@ std::optional<ListPlan> PlanOf(const frmExport& form, std::string_view adjustmen
 }
 
 /// A line for each record, every line with its end; cells that move their line's columns are noted. A failure
-/// of the record set ends the lines.
-std::string LinesOfRecords(Recordset& records, const ListPlan& plan, std::string_view lineEnd) {
+/// of the record set ends the lines. Nothing when the user has cancelled the export.
+std::optional<std::string> LinesOfRecords(Recordset& records, const ListPlan& plan,
+                                          std::string_view lineEnd) {
     const LineMaker& maker = plan.maker;
     std::string lines;
+    bool cancelled = false;
+    Progress progress({"Export", records.RecordCount(), true});
     ForEachRow(records, [&] {
+        cancelled = cancelled || !progress.Next({});
+        if (cancelled) return;
         const SizeAdjustment adjustment = plan.rules.For(records);
         NoteAdjusted(adjustment, plan.adjustmentPath);
         lines += maker.Line(records, adjustment);
@@ -94,11 +100,13 @@ std::string LinesOfRecords(Recordset& records, const ListPlan& plan, std::string
         NoteLostSizes(records, maker, adjustment);
         NoteOddQuantity(records);
     });
+    if (cancelled) return std::nullopt;
     return lines;
 }
 
-/// The whole file. A statement that the engine refuses leaves the header alone.
-std::string FileText(const ListPlan& plan) {
+/// The whole file, or nothing when the user has cancelled the export. A statement that the engine refuses
+/// leaves the header alone.
+std::optional<std::string> FileText(const ListPlan& plan) {
     const std::string_view lineEnd = ThePlatform().files->LineEnd();
     std::string text = plan.header;
     text += lineEnd;
@@ -106,9 +114,10 @@ std::string FileText(const ListPlan& plan) {
     ResumeNoted(ListNotRead, [&] { mDatabase::OpenRecordset(ExportStatement(), records); });
     if (records == nullptr) return text;
     NoteGroupedQuantities();
-    text += LinesOfRecords(*records, plan, lineEnd);
+    const std::optional<std::string> lines = LinesOfRecords(*records, plan, lineEnd);
     Skip([&] { mDatabase::CloseRecordset(records); });
-    return text;
+    if (!lines) return std::nullopt;
+    return text + *lines;
 }
 
 /// A list goes over none of the files that it is made from.
@@ -153,8 +162,10 @@ void RunCsvExport(frmExport& form) {
         const HourglassShown hourglass(form);
         const std::optional<ListPlan> plan = PlanOf(form, *adjustmentPath);
         if (!plan) return;
-        const std::string text = FileText(*plan);
-        if (!ShowAndResume(ShowFailureWithDetail, [&] { ThePlatform().files->WriteFile(path, text); }))
+        const std::optional<std::string> text = FileText(*plan);
+        // Whoever cancels finds the dialog open still.
+        if (!text) return;
+        if (!ShowAndResume(ShowFailureWithDetail, [&] { ThePlatform().files->WriteFile(path, *text); }))
             return;
     }
     ShowMessage("Export Complete!!", "Done.");

@@ -18,6 +18,7 @@
 #include "parts/part_trouble.h"
 #include "session/message.h"
 #include "session/ports/host_interface.h"
+#include "session/progress.h"
 
 namespace brenvik {
 
@@ -91,7 +92,10 @@ void frmMain::WriteRows(QuantityKey quantity, FailureTelling telling) {
     AcadDocument* document = TheSession().AcadDoc;
     if (document == nullptr) throw ObjectNotSet("document");
     const std::vector<WrittenKey> keys = WrittenKeys();
+    // Rows written so far couldn't be taken back from the drawing, so this isn't cancelled.
+    Progress progress({"Writing the list to the drawing", fpSpread1.MaxRows()});
     for (int row = 1; row <= fpSpread1.MaxRows(); ++row) {
+        progress.Next(Mod4Spread::GetCellText(PartNameColumn, row));
         RowStatements statements(telling, row);
         AcadObject* solid = nullptr;
         if (!statements.Run([&] { solid = &SolidOfRow(*document, row); })) continue;

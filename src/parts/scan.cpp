@@ -30,6 +30,7 @@
 #include "session/message.h"
 #include "session/ports/database_failures.h"
 #include "session/ports/host_interface.h"
+#include "session/progress.h"
 #include "session/session.h"
 #include "settings/settings_store.h"
 
@@ -248,7 +249,8 @@ bool Measure(const AcadEntity& entity, Scan& scan) {
     return measured;
 }
 
-void ScanEntity(AcadEntity& entity, Scan& scan) {
+/// False when the user has cancelled the scan at this part.
+bool ScanEntity(AcadEntity& entity, Scan& scan, Progress& progress) {
     PartRow& row = scan.row;
     RowTroubles troubles;
     row.OLDVALUE1.clear();
@@ -256,6 +258,7 @@ void ScanEntity(AcadEntity& entity, Scan& scan) {
     row.OLDVALUE3.clear();
     row.ORIE.clear();
     ReadPartData(entity, scan, troubles);
+    if (!progress.Next(row.PARTNAME)) return false;
     const bool measured = Measure(entity, scan);
     if (!measured)
         troubles.emplace_back("it could not be measured; the list has the extents " +
@@ -267,20 +270,33 @@ void ScanEntity(AcadEntity& entity, Scan& scan) {
     if (const auto fault = QuantityFault(row.QUANTITY)) troubles.emplace_back(*fault, false);
     if (measured && HasNoExtents(row)) troubles.emplace_back(NoExtentsFault(scan.choice), false);
     AddRow(entity, scan);
-    if (troubles.empty()) return;
+    if (troubles.empty()) return true;
     std::string handle;
     Skip([&] { handle = entity.Handle(); });
     if (guessed) NoteGuessedLetters(handle, row.ORIE);
     for (auto& [text, inABox] : troubles) NotePartTrouble({handle, row.PARTNAME, std::move(text), inABox});
+    return true;
 }
 
-void ScanEntities(AcadSelectionSet* set, Scan& scan) {
+/// False when the user has cancelled the scan.
+bool ScanEntities(AcadSelectionSet* set, Scan& scan) {
     int count = 0;
     scan.Resume([&] { count = Needed(set, "prev").Count(); });
+    Progress progress({"Reading the parts", count, true});
     for (int index = 0; index < count; ++index) {
         AcadEntity* entity = nullptr;
-        if (scan.Resume([&] { entity = &Needed(set->Item(index), "entity"); })) ScanEntity(*entity, scan);
+        if (!scan.Resume([&] { entity = &Needed(set->Item(index), "entity"); })) continue;
+        if (!ScanEntity(*entity, scan, progress)) return false;
     }
+    return true;
+}
+
+/// Some rows of a drawing are no list: the table is left empty, and the form goes.
+void GiveUp(Scan& scan) {
+    Skip([] { Needed(TheSession().ScanConnection.get(), "scan connection").RollbackTrans(); });
+    Skip([] { mDatabase::ExecuteSql("delete from brenvik_data"); });
+    scan.screen.form.mousePointer = MousePointer::Normal;
+    scan.screen.form.Unload();
 }
 
 void BindGrid(Scan& scan) {
@@ -314,7 +330,7 @@ void ScanSelection(const ScanScreen& screen) {
     scan.table.Prepare([] { mDatabase::ExecuteSql("delete from brenvik_data"); });
     const bool begun =
         scan.table.Prepare([] { Needed(TheSession().ScanConnection.get(), "scan connection").BeginTrans(); });
-    ScanEntities(set, scan);
+    if (!ScanEntities(set, scan)) return GiveUp(scan);
     Commit(scan, begun);
     BindGrid(scan);
     screen.form.mousePointer = MousePointer::Normal;

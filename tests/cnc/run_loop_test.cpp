@@ -2,6 +2,8 @@
 #include <algorithm>
 
 #include "cnc/run_template_fixture.h"
+#include "core/fakes/fake_progress.h"
+#include "session/progress.h"
 
 namespace brenvik {
 namespace {
@@ -295,6 +297,31 @@ TEST_F(RunLoop, TellsItsProgressAtEachPass) {
     };
     RunA();
     EXPECT_EQ(told, (Texts{"1/2", "1/2 second", "2/2"}));
+}
+
+TEST_F(RunLoop, ACancelledRunTakesItsFilesAwayAndLeavesThoseOfOthers) {
+    Boards({"Side", "Shelf", "Back"});
+    fakes::FakeProgress progress;
+    progress.cancelAt = {"CNC run", 3};
+    ShowProgressBy(&progress);
+    onWrite = [this](RunState& run) {
+        if (run.part.index != 1) return;
+        files.WriteFile("c:\\BV-DXF\\Part_0_Side_.dxf", "as a run names it");
+        files.WriteFile("c:\\BV-DXF\\2-sided\\BPart_0_Side_.dxf", "its other side");
+        files.WriteFile("c:\\BV-DXF\\operator's notes.txt", "not the run's");
+    };
+    RunA();
+    EXPECT_EQ(passes, 2);
+    EXPECT_TRUE(finished.empty()) << "no work list";
+    EXPECT_EQ(FilesIn(OutputFolder), Texts{"operator's notes.txt"});
+    EXPECT_TRUE(FilesIn(SecondSideFolder).empty());
+    EXPECT_FALSE(LastRunReport().complete);
+    ASSERT_EQ(LastRunReport().passedOver.size(), 1U);
+    EXPECT_EQ(LastRunReport().passedOver[0].find("The run was cancelled ahead of the part \"Back\" ("), 0U)
+        << LastRunReport().passedOver[0];
+    for (const std::string& text : Messages()) EXPECT_NE(text, RunComplete);
+    EXPECT_EQ(TheSession().AcadDoc, &document);
+    ExpectNoDrawingLeft();
 }
 
 TEST_F(RunLoop, AFolderThatRefusesAPartFileIsLeftWithoutAny) {

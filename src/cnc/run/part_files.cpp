@@ -10,6 +10,7 @@
 #include "parts/part_data_faults.h"
 #include "parts/part_trouble.h"
 #include "session/ports/files_port.h"
+#include "session/progress.h"
 #include "session/session.h"
 
 namespace brenvik {
@@ -86,8 +87,10 @@ std::vector<PartFile> WritePartFiles(RunState& run, AcadSelectionSet& prev, Lent
     FreshSet(drawing, "explode");
     PartFilesInTheMaking parts;
     const int count = prev.Count();
+    Progress progress({"Preparing the parts", count});
     for (int member = 0; member < count; ++member) {
         AcadEntity* entity = prev.Item(member);
+        progress.Next({});
         if (entity->ObjectName() != "AcDb3dSolid") continue;
         if (parts.Count() == 0) {
             RequireFolders();

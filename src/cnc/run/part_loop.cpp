@@ -18,6 +18,7 @@
 #include "cnc/run/run_set_up.h"
 #include "session/message.h"
 #include "session/ports/files_port.h"
+#include "session/progress.h"
 #include "session/session.h"
 #include "settings/settings_store.h"
 
@@ -191,7 +192,7 @@ void ReportTheRest(const PartFile& file, std::size_t left, std::vector<std::stri
     lines.push_back(line + ".");
 }
 
-/// The part files of a run that a failure ends.
+/// The part files of a run that a failure or the user ends.
 void RemoveFilesOfTheRest(RunState& run, std::span<const PartFile> parts) {
     const auto current = static_cast<std::size_t>(run.part.index);
     CleanUp(run, parts[current], true);
@@ -200,22 +201,31 @@ void RemoveFilesOfTheRest(RunState& run, std::span<const PartFile> parts) {
 
 }  // namespace
 
-bool WorkOnParts(RunState& run, const PassWork& steps, std::span<const PartFile> parts) {
+PartsEnd WorkOnParts(RunState& run, const PassWork& steps, std::span<const PartFile> parts,
+                     std::string_view what) {
     run.part.SecondSidePass = 0;
+    Progress progress({what, static_cast<int>(parts.size()), true});
     for (std::size_t part = 0; part < parts.size(); ++part) {
         run.part.index = static_cast<int>(part);
         const std::size_t left = parts.size() - part - 1;
+        if (!progress.Next(parts[part].label)) {
+            run.report.passedOver.push_back("The run was cancelled ahead of the part " + parts[part].label +
+                                            ", " + std::to_string(part + 1) + " of " +
+                                            std::to_string(parts.size()) + ".");
+            RemoveFilesOfTheRest(run, parts);
+            return PartsEnd::Cancelled;
+        }
         try {
             if (WorkOnPart(run, steps, parts) != PassEnd::EndRun) continue;
             ReportTheRest(parts[part], left, run.report.passedOver);
-            return false;
+            return PartsEnd::EndedByPart;
         } catch (const Failure&) {
             ReportTheRest(parts[part], left, run.report.unexplained);
             RemoveFilesOfTheRest(run, parts);
             throw;
         }
     }
-    return true;
+    return PartsEnd::Whole;
 }
 
 }  // namespace brenvik

@@ -90,7 +90,7 @@ class FolderProof {
         }
         mParts = parts;
         mRun.report.parts = static_cast<int>(parts.size());
-        mRun.report.complete = WorkOnParts(mRun, steps, parts);
+        mRun.report.complete = WorkOnParts(mRun, steps, parts, "Comparing the parts") == PartsEnd::Whole;
         const std::size_t before = mRun.report.passedOver.size();
         TellTheRest(mFiles.folder, "");
         TellTheRest(mSecondFolder, "B");

@@ -138,6 +138,14 @@ AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities) {
     return &prev;
 }
 
+void RemoveFilesOfRun() {
+    for (const bool drawings : {false, true})
+        for (const std::string_view folder : {OutputFolder, SecondSideFolder})
+            for (const std::string& name : ThePlatform().files->ListFiles(folder, "*.*"))
+                if (IsFileOfARun(name) && IsDrawing(name) == drawings)
+                    RemoveIfThere(std::string(folder) + name);
+}
+
 std::vector<std::string> EmptyOutputFolders() {
     FilesPort& files = *ThePlatform().files;
     for (const std::string_view folder : {OutputFolder, SecondSideFolder})

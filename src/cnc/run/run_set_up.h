@@ -57,6 +57,10 @@ AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities);
 /// run.
 std::vector<std::string> EmptyOutputFolders();
 
+/// Deletes what a run writes from both output folders, lists ahead of drawings; whatever else lies there
+/// stays.
+void RemoveFilesOfRun();
+
 /// Deletes a file that may not be there, or that can't be deleted.
 void RemoveIfThere(const std::string& path);
 

@@ -58,8 +58,14 @@ bool WorkThrough(RunState& run, const PassWork& steps, const RunHooks& hooks) {
         parts = WritePartFiles(run, *prev, quantities);
     }
     run.report.parts = static_cast<int>(parts.size());
-    const std::optional<Failure> failure =
-        Attempt([&] { run.report.complete = WorkOnParts(run, steps, parts); });
+    PartsEnd end = PartsEnd::EndedByPart;
+    const std::optional<Failure> failure = Attempt([&] { end = WorkOnParts(run, steps, parts, "CNC run"); });
+    if (end == PartsEnd::Cancelled) {
+        // Some parts of a job are no job: without a list nobody would know which they are.
+        RemoveFilesOfRun();
+        return false;
+    }
+    run.report.complete = end == PartsEnd::Whole;
     // Files written before a failure are kept; a message has named the parts that are missing.
     const bool listed = ShowAndResume(ShowFailureWithDetail, [&] { steps.finishWorkLists(run.target); });
     if (failure) throw *failure;

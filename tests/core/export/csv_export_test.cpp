@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 
 #include "core/export/export_fixture.h"
+#include "core/fakes/fake_progress.h"
 #include "export/export_troubles.h"
 #include "parts/part_trouble.h"
+#include "session/progress.h"
 
 namespace brenvik {
 namespace {
@@ -71,6 +73,16 @@ TEST_F(CsvFile, OfTheStandardColumnsHasEveryPart) {
                   "7,1,Door,Base,400,600.5,19.05,Oak,n,u1,u2,3.50,e1,e2,e3,e4,f,0,19 1/16 Oak,19.05 Oak\n"
                   ",1,Türseite,,0.125,18,1E-05,Oak,,,,,,,,,,0, Oak,0 Oak\n");
     ExpectDone();
+}
+
+TEST_F(CsvFile, IsNotWrittenWhenTheUserCancels) {
+    database.parts = {Board("Door", 600, 400, 19), Board("Side", 700, 400, 19)};
+    fakes::FakeProgress progress;
+    progress.cancelAt = {"Export", 2};
+    ShowProgressBy(&progress);
+    EXPECT_EQ(Export(), "(none)");
+    ExpectAborted();
+    EXPECT_EQ(progress.told.back(), "End");
 }
 
 TEST_F(CsvFile, IsWrittenUnderTheHourglass) {
