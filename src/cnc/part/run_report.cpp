@@ -2,7 +2,9 @@
 #include "cnc/part/run_report.h"
 
 #include <utility>
+#include <vector>
 
+#include "cnc/part/run_listener.h"
 #include "session/module_state.h"
 
 namespace brenvik {
@@ -12,6 +14,7 @@ namespace {
 struct RunModule {
     std::function<void(const RunProgress&)> observer;
     std::function<void(const RunReport&)> endObserver;
+    std::vector<RunListener*> listeners;
 };
 
 }  // namespace
@@ -20,10 +23,12 @@ namespace detail {
 
 void TellRunObserver(const RunProgress& progress) {
     if (const auto& observer = StateOf<RunModule>().observer) observer(progress);
+    for (RunListener* listener : StateOf<RunModule>().listeners) listener->OnPass(progress);
 }
 
 void TellRunEndObserver(const RunReport& report) {
     if (const auto& observer = StateOf<RunModule>().endObserver) observer(report);
+    for (RunListener* listener : StateOf<RunModule>().listeners) listener->OnEnd(report);
 }
 
 }  // namespace detail
@@ -35,5 +40,9 @@ void ObserveRuns(std::function<void(const RunProgress&)> observer) {
 void ObserveRunEnds(std::function<void(const RunReport&)> observer) {
     StateOf<RunModule>().endObserver = std::move(observer);
 }
+
+void AddRunListener(RunListener& listener) { StateOf<RunModule>().listeners.push_back(&listener); }
+
+void RemoveRunListener(RunListener& listener) { std::erase(StateOf<RunModule>().listeners, &listener); }
 
 }  // namespace brenvik

@@ -3,18 +3,17 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 #include "base/number_text.h"
-#include "base/numbers.h"
 #include "base/text.h"
 #include "cnc/part/lengths.h"
+#include "cnc/picture/picture_legend.h"
 
 namespace brenvik {
 
 namespace {
 
-constexpr int Decimals = 4, MetricDecimals = 2, InchDecimals = 4;
+constexpr int Decimals = 4;
 /// Of the picture, in its own units: the part is drawn as wide as the field or as high as it.
 constexpr double Margin = 24, FieldWidth = 1000, FieldHeight = 620, TitleHeight = 44, LegendLine = 24;
 
@@ -47,27 +46,6 @@ std::string PathOf(const PictureShape& shape) {
     return shape.closed && !path.empty() ? path + "Z" : path;
 }
 
-/// How often each operation stands in the picture, in the order of drawing.
-struct LegendEntry {
-    PictureKind kind;
-    std::string words;
-    int count = 0;
-};
-
-std::vector<LegendEntry> LegendOf(const PartPicture& picture) {
-    std::vector<LegendEntry> legend;
-    for (const PictureShape& shape : picture.shapes) {
-        const auto found = std::ranges::find_if(legend, [&](const LegendEntry& entry) {
-            return entry.kind == shape.kind && entry.words == shape.words;
-        });
-        if (found != legend.end())
-            ++found->count;
-        else
-            legend.push_back({shape.kind, shape.words, 1});
-    }
-    return legend;
-}
-
 std::string Attribute(std::string_view name, std::string_view value) {
     return " " + std::string(name) + "=\"" + Escaped(value) + "\"";
 }
@@ -80,14 +58,6 @@ std::string Looks(PictureKind kind) {
 std::string TextAt(double x, double y, std::string_view words, std::string_view more = {}) {
     return "<text" + Attribute("x", Number(x)) + Attribute("y", Number(y)) + std::string(more) + ">" +
            Escaped(words) + "</text>\n";
-}
-
-std::string TitleOf(const PartPicture& picture, std::string_view title) {
-    const int decimals = picture.metric ? MetricDecimals : InchDecimals;
-    std::string words = std::string(title) + "   " + Number(RoundHalfEven(picture.length, decimals)) + " x " +
-                        LengthInWords(RoundHalfEven(picture.width, decimals), picture.metric);
-    if (picture.thickness) words += ", " + LengthInWords(*picture.thickness, picture.metric) + " thick";
-    return words;
 }
 
 }  // namespace
