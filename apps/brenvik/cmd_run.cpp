@@ -7,6 +7,7 @@
 #include "cnc/proof/run_proof.h"
 #include "command_line.h"
 #include "drafting_host/document/drawing_files.h"
+#include "drafting_host/document/drawing_history.h"
 #include "drawing_io.h"
 #include "drawing_unit.h"
 #include "file_roots/places.h"
@@ -212,6 +213,8 @@ ExitStatus RunJournal(const std::string& home, const RunOptions& options, const 
     GiveMaterial(document, options.drawing.material, teller);
     teller.Wipe();
     if (stage.opened) stage.opened(workplace);
+    // A journal types U and REDO as a person does.
+    KeepHistory(document);
     UnsavedChanges unsaved(document);
     WatchSavings(workplace, document, unsaved);
     const std::size_t notes = document.Notes().size();

@@ -2,6 +2,7 @@
 #include "typed_commands.h"
 
 #include "base/text.h"
+#include "drafting_host/document/drawing_history.h"
 #include "session/library/brenvik_class.h"
 
 namespace brenvik::app {
@@ -41,6 +42,7 @@ bool TypedCommands::Call(std::string_view method) {
         mApplication.TellRefusal("The open command was cancelled for " + std::string(method) + ".");
     }
     const Count running(mRunning);
+    const OneStep step(document, std::string(method));
     return cBrenvik().Call(method, mApplication);
 }
 

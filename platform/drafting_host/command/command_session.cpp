@@ -10,6 +10,7 @@
 #include "drafting_host/command/host_command_line.h"
 #include "drafting_host/command/variables.h"
 #include "drafting_host/command/view_frame.h"
+#include "drafting_host/document/drawing_history.h"
 #include "drafting_host/document/host_application.h"
 #include "drafting_host/document/host_failure.h"
 #include "drafting_host/document/vectors.h"
@@ -99,6 +100,7 @@ void CommandSession::StartNamed(const std::string& typed) {
     if (const HostCommand* command = FindBuiltInCommand(name)) {
         Start(*command);
     } else if (const std::function<void()>* run = mLine.FindProductCommand(name)) {
+        const OneStep step(&mDocument, FoldUpper(name));
         // A copy: the function may register commands.
         RunProduct(std::function<void()>(*run));
     } else if (const HostVariable* variable = FindHostVariable(name)) {
@@ -170,6 +172,7 @@ void CommandSession::Settle() {
     if (!mRunning.back()->body->Done()) return;
     const std::unique_ptr<Running> ended = std::move(mRunning.back());
     mRunning.pop_back();
+    const OneStep step(mRunning.empty() ? &mDocument : nullptr, std::string(ended->command->name));
     try {
         ended->body->Take();
     } catch (const Failure& failure) {
@@ -192,6 +195,8 @@ void CommandSession::Cancel() {
     mTyped.clear();
     if (mRunning.empty()) return;
     Tell(mRunning.back()->question->Prompt() + " *Cancelled*");
+    // What it did until then stays, and can be taken back.
+    const OneStep step(&mDocument, std::string(mRunning.front()->command->name));
     while (!mRunning.empty()) mRunning.pop_back();
     mChanged.clear();
 }

@@ -7,6 +7,7 @@
 #include "base/letter_case.h"
 #include "base/text.h"
 #include "drafting_host/command/commands.h"
+#include "drafting_host/command/undo_command.h"
 
 namespace brenvik {
 namespace {
@@ -36,7 +37,9 @@ constexpr auto Commands = std::to_array<HostCommand>({
     {"EXPLODE", "X", &run::Explode},
     {"PEDIT", "PE", &run::Pedit},
     {"UNDO", "", &run::Undo},
-    {"U", "REDO OOPS", &run::TakeBack},
+    {"U", "", &run::UndoOne},
+    {"REDO", "", &run::Redo},
+    {"OOPS", "", &run::TakeBack},
     {"UCS", "", &run::Ucs},
     {"-LAYER", "-LA LAYER LA", &run::Layer, true},
     {"-GROUP", "-G GROUP G", &run::Group},

@@ -2,6 +2,7 @@
 #include "drafting_host/command/host_command_line.h"
 
 #include "drafting_host/command/command_session.h"
+#include "drafting_host/document/drawing_history.h"
 
 namespace brenvik {
 
@@ -11,6 +12,7 @@ HostCommandLine::HostCommandLine(HostApplication& application) : mApplication(ap
 
 HostCommandLine::~HostCommandLine() {
     if (mApplication.CommandLine() == this) mApplication.SetCommandLine(nullptr);
+    ForgetHistories(mApplication);
 }
 
 CommandSession& HostCommandLine::SessionOf(HostDocument& document) {
@@ -27,7 +29,10 @@ void HostCommandLine::Send(HostDocument& document, std::string_view text) {
     session->Type(text);
 }
 
-void HostCommandLine::Forget(HostDocument& document) { mSessions.erase(&document); }
+void HostCommandLine::Forget(HostDocument& document) {
+    mSessions.erase(&document);
+    ForgetHistory(document);
+}
 
 void HostCommandLine::RegisterCommand(std::string_view name, std::function<void()> run) {
     mProduct[std::string(name)] = std::move(run);

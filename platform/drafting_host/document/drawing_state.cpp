@@ -51,7 +51,9 @@ std::size_t TextsOf(const HostEntity& entity) {
     return sum;
 }
 
-bool IsSame(const HostGeometry& a, const HostGeometry& b) {
+}  // namespace
+
+bool IsSameGeometry(const HostGeometry& a, const HostGeometry& b) {
     if (a.index() != b.index()) return false;
     return std::visit(
         [&b]<class Data>(const Data& data) {
@@ -63,8 +65,6 @@ bool IsSame(const HostGeometry& a, const HostGeometry& b) {
         },
         a);
 }
-
-}  // namespace
 
 DrawingState::DrawingState(const HostDocument& document) {
     for (const auto& block : document.AllBlocks())
@@ -78,7 +78,7 @@ bool operator==(const DrawingState& a, const DrawingState& b) {
     return std::ranges::equal(a.mEntities, b.mEntities,
                               [](const DrawingState::Entity& one, const DrawingState::Entity& other) {
                                   return one.handle == other.handle && one.texts == other.texts &&
-                                         IsSame(one.geometry, other.geometry);
+                                         IsSameGeometry(one.geometry, other.geometry);
                               });
 }
 

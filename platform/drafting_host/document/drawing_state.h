@@ -10,6 +10,9 @@ namespace brenvik {
 
 class HostDocument;
 
+/// By value; of shapes whether they are the same ones.
+bool IsSameGeometry(const HostGeometry& a, const HostGeometry& b);
+
 /// The entities of the drawing's spaces with geometry, layer, look and extended data. Shapes are shared, not
 /// copied; two states of which one was moved there and back may differ.
 class DrawingState {
