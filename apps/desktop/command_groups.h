@@ -21,6 +21,8 @@ struct GroupedCommand {
 struct CommandGroup {
     std::string_view caption;
     std::vector<GroupedCommand> commands;
+    /// Its menu ends with the outcome of the last CNC run.
+    bool endsWithOutcome = false;
 };
 
 /// Each command of the command table stands in one of them.

@@ -14,9 +14,15 @@
 #include "drafting_host/document/host_utility.h"
 #include "file_roots/places.h"
 #include "form_window.h"
+#include "grid_printer.h"
 #include "journal/journal_parser.h"
 #include "journal_run.h"
 #include "main_window.h"
+#include "part_file.h"
+#include "part_painter.h"
+#include "progress_window.h"
+#include "session/progress.h"
+#include "session/session.h"
 #include "widget_hands.h"
 #include "window_pictures.h"
 
@@ -73,10 +79,19 @@ app::ExitStatus RunForAPerson(const DesktopOptions& options) {
     MainWindow window(workplace, desk);
     AskingPrompts prompts(desk, [&window](const std::string& line) { window.Tell(line); });
     workplace.host.SetPrompts(&prompts);
+    ProgressWindow progress(desk);
+    ShowProgressBy(&progress);
+    GridPrinter printer(desk, [&workplace] {
+        const HostDocument* const document = workplace.host.Active();
+        return document == nullptr ? std::string() : document->Name();
+    });
+    ThePlatform().print = &printer;
     workplace.toldSettings.tell = [&window](const std::string& line) { window.Tell(line); };
     window.show();
     if (!options.drawing.empty()) window.OpenFile(options.drawing);
     QApplication::exec();
+    ShowProgressBy(nullptr);
+    ThePlatform().print = &workplace.printer;
     workplace.host.SetPrompts(nullptr);
     workplace.toldSettings.tell = {};
     return app::ExitStatus::Done;
@@ -96,7 +111,10 @@ app::ExitStatus RunForAJournal(const DesktopOptions& options) {
         window->ShowDrawing();
         pictures.Take(*window, "main");
     };
-    stage.closed = [&window] { window.reset(); };
+    stage.closed = [&] {
+        if (window->TakeOutcomeNews()) pictures.Take(window->ShowOutcome(), "outcome");
+        window.reset();
+    };
     stage.showForm = [&](Form& form, const std::function<void()>& play) {
         desk.Open(form, [&](FormWindow& shown) {
             pictures.Take(shown, form.Name());
@@ -119,6 +137,10 @@ app::ExitStatus RunForAJournal(const DesktopOptions& options) {
         ~WindowGone() { window.reset(); }
     } const gone{window};
     return app::RunJournal(options.home, run, stage);
+}
+
+app::ExitStatus PaintPartFile(const DesktopOptions& options) {
+    return app::DrawPicture(options.home, {options.partFile, options.out, options.quiet}, PictureAsPng);
 }
 
 }  // namespace brenvik::desktop

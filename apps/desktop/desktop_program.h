@@ -11,11 +11,16 @@ struct DesktopOptions {
     std::string home, drawing, journal;
     /// A folder for pictures of each window as it opens; blank for none.
     std::string pictures;
+    /// A part file to paint, and the picture to write.
+    std::string partFile, out;
+    bool quiet = false;
 };
 
 /// Shows the main window until it is closed.
 app::ExitStatus RunForAPerson(const DesktopOptions& options);
 /// Plays the journal by pressing what the windows show.
 app::ExitStatus RunForAJournal(const DesktopOptions& options);
+/// Paints a part file as a PNG file, without a window.
+app::ExitStatus PaintPartFile(const DesktopOptions& options);
 
 }  // namespace brenvik::desktop

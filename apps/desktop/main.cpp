@@ -33,21 +33,31 @@ DesktopOptions OptionsOf(const QStringList& words) {
     parser.addPositionalArgument("DRAWING", "The drawing to open");
     parser.addOptions({{"home", "The install folder", "DIR"},
                        {"journal", "Play this journal on the windows and end", "FILE"},
-                       {"pictures", "Write a picture of each window that opens into this folder", "DIR"}});
+                       {"pictures", "Write a picture of each window that opens into this folder", "DIR"},
+                       {"part-picture", "Paint this part file of a CNC run, and end", "FILE"},
+                       {"out", "The picture to paint: .png", "FILE"},
+                       {"quiet", "Leave out remarks on the part file"}});
     parser.process(words);
     DesktopOptions options;
     options.home = FromQt(parser.value("home"));
     options.journal = FromQt(parser.value("journal"));
     options.pictures = FromQt(parser.value("pictures"));
+    options.partFile = FromQt(parser.value("part-picture"));
+    options.out = FromQt(parser.value("out"));
+    options.quiet = parser.isSet("quiet");
     if (!parser.positionalArguments().isEmpty())
         options.drawing = FromQt(parser.positionalArguments().front());
     return options;
 }
 
 int Run(int argc, char** argv) {
-    bool person = true;
-    for (int at = 1; at < argc; ++at)
+    bool person = true, paints = false;
+    for (int at = 1; at < argc; ++at) {
         person = person && std::string_view(argv[at]).substr(0, 9) != "--journal";
+        paints = paints || std::string_view(argv[at]).substr(0, 14) == "--part-picture";
+    }
+    // A picture on paper is nobody's window.
+    if (paints) qputenv("QT_QPA_PLATFORM", "offscreen");
     if (!ChooseDisplay(person)) {
         std::cerr << "brenvik-desktop: expected a display to open windows on; neither DISPLAY nor "
                      "WAYLAND_DISPLAY is set. From a shell, brenvik does the same work.\n";
@@ -64,6 +74,7 @@ int Run(int argc, char** argv) {
     QApplication::setStyle(QStyleFactory::create("Fusion"));
     try {
         const DesktopOptions options = OptionsOf(application.arguments());
+        if (!options.partFile.empty()) return static_cast<int>(PaintPartFile(options));
         return static_cast<int>(options.journal.empty() ? RunForAPerson(options) : RunForAJournal(options));
     } catch (const app::CommandError& error) {
         std::cerr << "brenvik: " << error.what() << '\n';

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDesktopServices>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
@@ -12,16 +13,21 @@
 #include <QMimeData>
 #include <QSettings>
 #include <QStatusBar>
+#include <QUrl>
 
 #include "base/failure.h"
 #include "base/letter_case.h"
+#include "cnc/part/run_state.h"
 #include "command_groups.h"
 #include "control_binding.h"
+#include "drafting_host/document/drawing_history.h"
 #include "drafting_host/document/drawing_units.h"
 #include "drawing_io.h"
 #include "drawing_unit.h"
 #include "file_roots/places.h"
 #include "grid_session.h"
+#include "outcome_window.h"
+#include "part_file.h"
 
 namespace brenvik::desktop {
 
@@ -37,6 +43,13 @@ std::string TextOf(const Failure& failure) {
     return failure.detail().empty() ? failure.description() : failure.detail();
 }
 
+/// A command of the system as its menu says it, one of the host by its name.
+std::string WordsOfCommand(const std::string& command) {
+    for (const CommandEntry& entry : CommandTable())
+        if (EqualsIgnoreCase(entry.method, command)) return "\"" + std::string(entry.description) + "\"";
+    return command;
+}
+
 }  // namespace
 
 MainWindow::MainWindow(app::Workplace& workplace, FormDesk& desk) : mWorkplace(workplace), mDesk(desk) {
@@ -48,12 +61,15 @@ MainWindow::MainWindow(app::Workplace& workplace, FormDesk& desk) : mWorkplace(w
     MakePropertiesDock();
     MakeCommandDock();
     MakeFileMenu();
+    MakeEditMenu();
     MakeCommandMenus();
     MakeViewMenu();
     desk.owner = this;
     // While a form stands open over the window nobody looks at what lies below.
     desk.onDone = [this] {
-        if (mDesk.Top() == this) ShowDrawing();
+        if (mDesk.Top() != this) return;
+        ShowDrawing();
+        if (TakeOutcomeNews()) ShowOutcome();
     };
     desk.onRowEntered = [this](const std::string& handle) {
         if (mView) mView->Mark({handle});
@@ -109,6 +125,24 @@ void MainWindow::MakeFileMenu() {
     file->addAction(tr("&Quit"), QKeySequence(tr("Ctrl+Q")), this, [this] { close(); });
 }
 
+void MainWindow::MakeEditMenu() {
+    QMenu* const edit = menuBar()->addMenu(tr("&Edit"));
+    mUndo = edit->addAction(tr("&Undo"), QKeySequence::Undo, this, [this] { TypeAlone("U"); });
+    mUndo->setObjectName("undo");
+    mRedo = edit->addAction(tr("&Redo"), QKeySequence(tr("Ctrl+Y")), this, [this] { TypeAlone("REDO"); });
+    mRedo->setObjectName("redo");
+}
+
+void MainWindow::ShowHistorySteps() {
+    const DrawingHistory* const history = Document() == nullptr ? nullptr : HistoryOf(*Document());
+    const auto show = [](QAction& action, const QString& caption, const std::string* command) {
+        action.setEnabled(command != nullptr);
+        action.setText(command == nullptr ? caption : caption + " " + ToQt(WordsOfCommand(*command)));
+    };
+    show(*mUndo, tr("&Undo"), history == nullptr ? nullptr : history->NextUndo());
+    show(*mRedo, tr("&Redo"), history == nullptr ? nullptr : history->NextRedo());
+}
+
 void MainWindow::MakeCommandMenus() {
     for (const CommandGroup& group : CommandGroups()) {
         QMenu* const menu = menuBar()->addMenu(ToQt(group.caption));
@@ -120,6 +154,10 @@ void MainWindow::MakeCommandMenus() {
             if (!command.key.empty()) action->setShortcut(QKeySequence(ToQt(command.key)));
             connect(action, &QAction::triggered, this, [this, &command] { RunCommand(command); });
         }
+        if (!group.endsWithOutcome) continue;
+        menu->addSeparator();
+        menu->addAction(tr("&Outcome of the last run..."), QKeySequence(tr("Ctrl+R")), this,
+                        [this] { ShowOutcome(); });
     }
 }
 
@@ -145,6 +183,26 @@ void MainWindow::MakeViewMenu() {
     });
     wires->setCheckable(true);
     wires->setShortcut(QKeySequence(tr("Ctrl+W")));
+}
+
+PartPicture MainWindow::ReadPartPicture(const std::string& path) {
+    std::vector<std::string> remarks;
+    return app::ReadPartFile(mPartFiles, TextFromPath(mWorkplace.files.Resolve(path)), remarks);
+}
+
+QWidget& MainWindow::ShowOutcome() {
+    if (mOutcomeWindow == nullptr) {
+        mOutcomeWindow =
+            new OutcomeWindow([this](const std::string& path) { return ReadPartPicture(path); }, this);
+        mOutcomeWindow->SetFolderOpener([this] {
+            const std::string folder = TextFromPath(mWorkplace.files.Resolve(OutputFolder));
+            QDesktopServices::openUrl(QUrl::fromLocalFile(ToQt(folder)));
+        });
+    }
+    mOutcomeWindow->Show(mOutcomes.Last());
+    mOutcomeWindow->show();
+    mOutcomeWindow->raise();
+    return *mOutcomeWindow;
 }
 
 void MainWindow::AddRecent(const std::string& name) {
@@ -190,6 +248,7 @@ bool MainWindow::OpenFile(const std::string& name) {
     for (const ReadNote& note : Document()->Notes()) Tell(name + ": " + note.text);
     AddRecent(name);
     setWindowModified(false);
+    KeepHistory(*Document());
     ShowDrawing();
     return true;
 }

@@ -7,11 +7,14 @@
 #include <string>
 #include <vector>
 
+#include "cnc/output/run_outcome.h"
+#include "cnc/picture/part_picture.h"
 #include "drawing_view.h"
 #include "form_desk.h"
 #include "part_lines.h"
 #include "workplace.h"
 
+class QAction;
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -21,6 +24,7 @@ class QTreeWidgetItem;
 
 namespace brenvik::desktop {
 
+class OutcomeWindow;
 struct GroupedCommand;
 
 class MainWindow : public QMainWindow {
@@ -38,6 +42,10 @@ class MainWindow : public QMainWindow {
     /// A line of the command history.
     void Tell(const std::string& line);
     void ShowSelection();
+    /// The window on the last CNC run, made at the first call.
+    QWidget& ShowOutcome();
+    /// Whether a CNC run has ended since the last call.
+    bool TakeOutcomeNews() { return mOutcomes.TakeNews(); }
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -46,6 +54,7 @@ class MainWindow : public QMainWindow {
 
   private:
     void MakeFileMenu();
+    void MakeEditMenu();
     void MakeCommandMenus();
     void MakeViewMenu();
     void MakeView();
@@ -57,6 +66,9 @@ class MainWindow : public QMainWindow {
     void RunCommand(const GroupedCommand& command);
     void SelectAllWhenNothingIs();
     void TypeCommand();
+    /// As if it were typed; what the line still asks is cancelled first.
+    void TypeAlone(const std::string& command);
+    void ShowHistorySteps();
     void FindCommandByWords();
     void ShowTree();
     void ShowProperties();
@@ -72,10 +84,18 @@ class MainWindow : public QMainWindow {
     HostDocument* Document() const { return mWorkplace.host.Active(); }
     void LoseView(const std::string& reason);
 
+    PartPicture ReadPartPicture(const std::string& path);
+
     app::Workplace& mWorkplace;
     FormDesk& mDesk;
+    RunOutcomes mOutcomes;
+    /// Part files are looked at in a host of their own, so that the user's drawing stays the active one.
+    HostApplication mPartFiles;
+    OutcomeWindow* mOutcomeWindow = nullptr;
     std::unique_ptr<DrawingView> mView;
     QMenu* mRecent = nullptr;
+    QAction* mUndo = nullptr;
+    QAction* mRedo = nullptr;
     QTreeWidget* mTree = nullptr;
     QTreeWidget* mProperties = nullptr;
     QComboBox* mOrder = nullptr;

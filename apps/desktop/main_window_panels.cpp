@@ -16,6 +16,7 @@
 #include <map>
 
 #include "control_binding.h"
+#include "drafting_host/document/drawing_history.h"
 #include "drawing_io.h"
 #include "main_window.h"
 
@@ -111,8 +112,19 @@ void MainWindow::TypeCommand() {
     });
 }
 
+void MainWindow::TypeAlone(const std::string& command) {
+    if (Document() == nullptr) return;
+    mDesk.Do([&] {
+        HostCommandLine& line = mWorkplace.typedCommands.Line();
+        if (line.Busy(*Document())) line.Send(*Document(), "\x1b");
+        line.Send(*Document(), command + "\n");
+        MarkChanged();
+    });
+}
+
 void MainWindow::ShowDrawing() {
     if (mShowing) return;
+    ShowHistorySteps();
     HostDocument* const document = Document();
     const QString name = document == nullptr ? QString() : QFileInfo(ToQt(document->FullName())).fileName();
     setWindowTitle(name.isEmpty() ? tr("Brenvik[*]") : name + tr("[*] - Brenvik"));
@@ -215,6 +227,7 @@ void MainWindow::TakeTick(QTreeWidgetItem& item) {
     // The tree is filled anew by it, which its own signal would not outlive.
     QTimer::singleShot(0, this, [this, entity, shown] {
         mDesk.Do([this, entity, shown] {
+            const OneStep step(Document(), "Show and hide");
             entity->SetVisible(shown);
             MarkChanged();
         });

@@ -1,4 +1,6 @@
 // UNDO, U and REDO: the drawing as it was, to its handles, layers, order and data.
+#include <algorithm>
+
 #include "command_fixture.h"
 #include "drafting_host/document/drawing_history.h"
 #include "drafting_host/document/drawing_state.h"
@@ -93,14 +95,17 @@ TEST_F(TakingBack, ACommandOfTheProductIsOneStepWhateverItTypes) {
 }
 
 TEST_F(TakingBack, DataGroupsLocksAndSelectionComeBack) {
-    const std::vector<std::string> handles = Handles();
     const std::vector<std::int16_t> types{1001, 1000};
     const std::vector<XDataValue> door{std::string("SHOP"), std::string("Door")},
         side{std::string("SHOP"), std::string("Side")};
     commandLine.RegisterCommand("NAMEIT", [&] { Entities()[0]->SetXData(types, door); });
     commandLine.RegisterCommand("RENAMEIT", [&] { Entities()[0]->SetXData(types, side); });
     Type("nameit ");
-    Type("-group create Pair  (handent \"" + handles[0] + "\") (handent \"" + handles[1] + "\")  ");
+    commandLine.RegisterCommand("PAIRIT", [&] {
+        AcadEntity* const pair[] = {Entities()[0], Entities()[1]};
+        document.Groups().Add("Pair")->AppendItems(pair);
+    });
+    Type("pairit ");
     NewLayer("Locked");
     Type("renameit ");
     const DrawingState before(document);

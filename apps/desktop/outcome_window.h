@@ -1,0 +1,56 @@
+// What a CNC run has made: its parts with their messages, and each side of a part as a picture.
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <string>
+
+#include "cnc/output/run_outcome.h"
+#include "cnc/picture/part_picture.h"
+
+class QLabel;
+class QListWidget;
+class QPushButton;
+class QTabWidget;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace brenvik::desktop {
+
+class PartFileView;
+
+class OutcomeWindow : public QDialog {
+  public:
+    /// Reads a part file by the path that the system gave it; a failure says why that can't be.
+    using FileReader = std::function<PartPicture(const std::string& path)>;
+
+    OutcomeWindow(FileReader reader, QWidget* parent);
+
+    /// The first part that something was told of is chosen, else the first one.
+    void Show(const RunOutcome& outcome);
+    /// What the button for the folder does; without it there is no button.
+    void SetFolderOpener(std::function<void()> open);
+
+  private:
+    QWidget* MakeParts();
+    QWidget* MakePictures();
+    void FillParts();
+    void ShowPart(int part);
+    void ShowSide(const std::string& path, const QString& caption);
+    void ShowLegend(const PartFileView& view);
+    void ShowMessages(const std::vector<std::string>& messages);
+
+    FileReader mReader;
+    RunOutcome mOutcome;
+    QLabel* mSummary = nullptr;
+    QTreeWidget* mParts = nullptr;
+    QTabWidget* mSides = nullptr;
+    QListWidget* mLegend = nullptr;
+    QListWidget* mMessages = nullptr;
+    QLabel* mPointed = nullptr;
+    /// What stands there while nothing is pointed at.
+    QString mHint;
+    QPushButton* mFolder = nullptr;
+};
+
+}  // namespace brenvik::desktop
