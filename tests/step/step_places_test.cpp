@@ -37,6 +37,9 @@ class StepPlaces : public StepInput {
             const std::size_t first = content.find('#', at), end = content.find(')', first);
             content.replace(first, end - first, "#900001,#900005");
         }
+        const std::string shape = "SHAPE_REPRESENTATION('',(";
+        for (std::size_t at = content.find(shape); at != std::string::npos; at = content.find(shape, at + 1))
+            content.insert(content.find(')', at), ",#900001,#900005");
         return WithData(std::move(content), placements);
     }
 
@@ -69,12 +72,12 @@ TEST_F(StepPlaces, APartWithBothPlacementsAwayFromTheOriginLiesWithTheFirstOnThe
 TEST_F(StepPlaces, AMappedShapeWithBothPlacementsAwayFromTheOriginLiesWithTheFirstOnTheSecond) {
     std::string content = Good();
     const std::string kind = "ADVANCED_BREP_SHAPE_REPRESENTATION";
-    const std::string context = References(content, kind).back();
+    const std::string context = References(content, kind).back(), axes = References(content, kind).front();
     const std::size_t start = content.rfind('#', content.find(" = " + kind));
     const std::string shape = content.substr(start, content.find(' ', start) - start);
     content.replace(start, shape.size(), "#900010");
-    Put(WithData(std::move(content), Turned + Moved + shape + "=SHAPE_REPRESENTATION('',(#900011)," +
-                                         context +
+    Put(WithData(std::move(content), Turned + Moved + shape + "=SHAPE_REPRESENTATION('',(" + axes +
+                                         ",#900011)," + context +
                                          ");\n#900011=MAPPED_ITEM('',#900012,#900005);\n"
                                          "#900012=REPRESENTATION_MAP(#900001,#900010);\n"));
     const StepDocument document = ReadStep(mPath);
@@ -142,6 +145,43 @@ TEST_F(StepPlaces, WhatPlacesAPartWithoutBeingAPlacementIsToldAndThePartKeepsIts
         ExpectMentions(NotesOf(document), LineAt(content, place) + ": #");
         ExpectMentions(NotesOf(document), "expected two placements (AXIS2_PLACEMENT_3D), found " + found);
     }
+}
+
+TEST_F(StepPlaces, APlacementThatIsInNeitherOfTheShapesIsTold) {
+    WriteNested(mPath, "");
+    std::string content = Content();
+    const std::string kind = "ITEM_DEFINED_TRANSFORMATION(";
+    const std::size_t place = content.find(kind), first = content.find('#', place);
+    content.replace(first, content.find(',', first) - first, "#900001");
+    Put(WithData(content, Turned));
+    const StepDocument document = ReadStep(mPath);
+    EXPECT_EQ(document.solids.size(), 4U);
+    ExpectMentions(NotesOf(document), LineAt(content, place) + ": #");
+    ExpectMentions(NotesOf(document),
+                   "expected placements that stand in the shapes that they bring together");
+}
+
+TEST_F(StepPlaces, ADirectionWithoutEndIsRefusedWithItsLine) {
+    const std::string content = NestedOn(
+        "#900001=AXIS2_PLACEMENT_3D('',#900002,#900003,$);\n#900002=CARTESIAN_POINT('',(8.,0.,0.));\n"
+        "#900003=DIRECTION('',(0.,0.,1.E400));\n" +
+        Moved);
+    Put(content);
+    ExpectMentions(FailureText(), "line " + LineAt(content, content.find("#900003=")) +
+                                      ": expected a finite number, found 1.E400");
+}
+
+TEST_F(StepPlaces, ARelationshipOfShapesByNoTransformationIsRefusedWithItsLine) {
+    WriteNested(mPath, "");
+    std::string content = Content();
+    const std::string mark = "RELATIONSHIP_WITH_TRANSFORMATION(";
+    const std::size_t place = content.find('#', content.find(mark));
+    content.replace(place, content.find(')', place) - place, "#900001");
+    content = WithData(content, Turned);
+    Put(content);
+    ExpectMentions(FailureText(), "line " + LineAt(content, content.rfind("\n#", place) + 1) +
+                                      ": expected a transformation such as ITEM_DEFINED_TRANSFORMATION, "
+                                      "found AXIS2_PLACEMENT_3D");
 }
 
 }  // namespace

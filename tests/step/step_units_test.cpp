@@ -59,6 +59,13 @@ TEST_F(StepUnits, AFactorThatIsNoNumberOfMillimetresIsRefusedWithItsLine) {
     }
 }
 
+TEST_F(StepUnits, AUnitOfLengthWithoutItsDimensionsIsRefusedWithItsLine) {
+    PutWith("( LENGTH_UNIT() NAMED_UNIT() SI_UNIT(.MILLI.,.METRE.) )", "");
+    const std::string content = Content(), text = FailureText();
+    ExpectMentions(text, "line " + LineAt(content, content.find("SI_UNIT(.MILLI.")));
+    ExpectMentions(text, "expected NAMED_UNIT(*) beside a unit of length");
+}
+
 TEST_F(StepUnits, APrefixInWhichNobodyDrawsIsRefusedWithItsLine) {
     for (const std::string prefix : {"EXA", "GIGA", "MEGA", "ATTO"}) {
         PutWith("( LENGTH_UNIT() NAMED_UNIT(*) SI_UNIT(." + prefix + ".,.METRE.) )", "");

@@ -163,5 +163,23 @@ TEST_F(StepUsages, AssembliesThatMultiplyBeyondAllMeasureAreRefusedWithTheirCoun
     ExpectMentions(text, "line " + LineAt(content, content.find(component + "=")));
 }
 
+TEST_F(StepUsages, AProductWithoutADefinitionIsTold) {
+    std::string content = WithData(Good(), "#900001=PRODUCT('2','Shelf','',());\n");
+    ExpectMentions(NotesOf(Read(content)),
+                   LineAt(content, content.find("#900001=")) +
+                       ": the product \"Shelf\" (#900001) has no definition: a part may bear another one's");
+}
+
+TEST_F(StepUsages, AMappedShapeThatNoShapeHoldsIsTold) {
+    const std::string good = Good();
+    const std::size_t brep = good.find("ADVANCED_BREP_SHAPE_REPRESENTATION(");
+    const std::string origin = ReferencesAt(good, brep).at(0);
+    const std::string content =
+        WithData(good, "#900002=MAPPED_ITEM('',#900003," + origin + ");\n#900003=REPRESENTATION_MAP(" +
+                           origin + "," + NumberAt(good, brep) + ");\n");
+    ExpectMentions(NotesOf(Read(content)), LineAt(content, content.find("#900002=")) +
+                                               ": the mapped shape #900002 is left out: no shape holds it");
+}
+
 }  // namespace
 }  // namespace brenvik::step

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -78,11 +80,6 @@ Uses UsesIn(const Statements& statements) {
     return uses;
 }
 
-bool Holds(const Statements& statements, const Statement& representation, int item) {
-    const auto references = statements.ReferencesOf(representation);
-    return std::ranges::find(references, item, &Reference::number) != references.end();
-}
-
 /// A representation's context stands last.
 int ContextOf(const Statements& statements, const Statement* representation) {
     if (representation == nullptr || statements.ReferencesOf(*representation).empty()) return 0;
@@ -115,17 +112,30 @@ class Reader {
     }
 
   private:
+    struct Meant {
+        Frame frame;
+        bool isAsRead = false;
+    };
+
     void Take(const Pair& pair, const std::optional<Frame>& from, const std::optional<Frame>& to) {
         if (!from || !to) {
             mAll.push_back({pair, std::nullopt, "axes with a length"});
             return;
         }
-        if (!IsMisread(*from, *to)) return;
-        if (const auto place = PlaceFor(pair, *from, *to)) {
-            if (!place->isAsRead) mAll.push_back({pair, place->frame, {}});
-        } else {
-            mAll.push_back({pair, std::nullopt, "shapes that hold one of them each, in units of length"});
+        const std::string doubt =
+            AreInTheirShapes(pair) ? "" : "placements that stand in the shapes that they bring together";
+        std::optional<Meant> meant;
+        if (IsMisread(*from, *to)) {
+            meant = PlaceFor(pair, *from, *to);
+            if (!meant) {
+                mAll.push_back({pair, std::nullopt, "shapes that hold one of them each, in units of length"});
+                return;
+            }
         }
+        if (meant && !meant->isAsRead)
+            mAll.push_back({pair, meant->frame, doubt});
+        else if (!doubt.empty())
+            mAll.push_back({pair, std::nullopt, doubt});
     }
 
     /// Of a pair that isn't two placements the modeller makes none at all.
@@ -146,6 +156,28 @@ class Reader {
                             "two placements (AXIS2_PLACEMENT_3D), found " + found});
             return;
         }
+        if (IsUsed(pair)) mAll.push_back({pair, std::nullopt, "placements of points and directions"});
+    }
+
+    /// The format has each of the two among the items of its shape.
+    bool AreInTheirShapes(const Pair& pair) {
+        if (pair.map != nullptr) return true;
+        if (!mUses) mUses = UsesIn(mStatements);
+        const auto [first, last] = mUses->equal_range(pair.holder->number);
+        return std::all_of(first, last, [&](const auto& use) {
+            const auto& [one, other] = use.second;
+            return one == nullptr || other == nullptr ||
+                   (Holds(*one, pair.first) && Holds(*other, pair.second)) ||
+                   (Holds(*one, pair.second) && Holds(*other, pair.first));
+        });
+    }
+
+    bool Holds(const Statement& representation, int item) {
+        auto& items = mItems[representation.number];
+        if (items.empty())
+            for (const Reference& reference : mStatements.ReferencesOf(representation))
+                items.insert(reference.number);
+        return items.contains(item);
     }
 
     bool IsUsed(const Pair& pair) {
@@ -161,11 +193,6 @@ class Reader {
         if (from.IsOrigin() || to.IsOrigin()) return false;
         return from.Turns() || to.Turns();
     }
-
-    struct Meant {
-        Frame frame;
-        bool isAsRead = false;
-    };
 
     /// Nothing where the uses contradict each other. Some programs name the assembly's placement first, which
     /// shows in the representations that hold them.
@@ -186,11 +213,9 @@ class Reader {
         return meant ? meant : Meant{Combined(from, to), from == to};
     }
 
-    bool IsSwapped(const Pair& pair, const Between& between) const {
-        return !(Holds(mStatements, *between.first, pair.first) &&
-                 Holds(mStatements, *between.second, pair.second)) &&
-               Holds(mStatements, *between.first, pair.second) &&
-               Holds(mStatements, *between.second, pair.first);
+    bool IsSwapped(const Pair& pair, const Between& between) {
+        return !(Holds(*between.first, pair.first) && Holds(*between.second, pair.second)) &&
+               Holds(*between.first, pair.second) && Holds(*between.second, pair.first);
     }
 
     /// What a length of the first representation measures in the second one's unit.
@@ -205,6 +230,7 @@ class Reader {
 
     const Statements& mStatements;
     std::optional<Uses> mUses;
+    std::unordered_map<int, std::unordered_set<int>> mItems;  ///< Of representations, by their numbers.
     std::vector<Misread> mAll;
 };
 

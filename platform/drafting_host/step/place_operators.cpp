@@ -14,6 +14,7 @@ namespace brenvik::step {
 namespace {
 
 constexpr double None = 1e-9;
+constexpr std::string_view ShortForm = "CARTESIAN_TRANSFORMATION_OPERATOR_3D";
 
 struct Operator {
     std::string axis1, axis2, scale, axis3;
@@ -27,19 +28,16 @@ std::vector<std::string> ValuesAt(std::string_view text, std::size_t open) {
     std::vector<std::string> all;
     while (true) {
         const std::size_t comma = values.find(',');
-        // A statement may go on in the next line at any place between its values.
-        std::string& value = all.emplace_back(values.substr(0, comma));
-        std::erase_if(value, [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; });
+        all.emplace_back(values.substr(0, comma));
         if (comma == values.npos) return all;
         values.remove_prefix(comma + 1);
     }
 }
 
 std::optional<Operator> OperatorOf(const Statement& statement, std::string_view text) {
-    constexpr std::string_view plain = "CARTESIAN_TRANSFORMATION_OPERATOR_3D",
-                               part = "CARTESIAN_TRANSFORMATION_OPERATOR(", spatial = "OPERATOR_3D(";
+    constexpr std::string_view part = "CARTESIAN_TRANSFORMATION_OPERATOR(", spatial = "OPERATOR_3D(";
     constexpr std::size_t shared = 4;  // two axes, origin and scale
-    if (statement.kind == plain) {
+    if (statement.kind == ShortForm) {
         const auto values = ValuesAt(text, text.find('('));
         const std::size_t count = values.size();
         if (count <= shared) return std::nullopt;
@@ -99,7 +97,14 @@ Turn TurnOf(const Statements& statements, const Operator& place) {
 }  // namespace
 
 std::optional<std::string> FaultOfOperator(const Statements& statements, const Statement& statement) {
-    const auto place = OperatorOf(statement, TextOf(statements, statement));
+    if (!statement.kind.empty() && statement.kind != ShortForm) return std::nullopt;
+    // Blanks and line breaks may stand between any two words of a statement.
+    const std::string_view written = TextOf(statements, statement);
+    if (statement.kind.empty() && written.find("CARTESIAN_TRANSFORMATION_OPERATOR") == written.npos)
+        return std::nullopt;
+    std::string text(written);
+    std::erase_if(text, [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; });
+    const auto place = OperatorOf(statement, text);
     if (!place) return std::nullopt;
     if (!place->scale.empty() && place->scale != "$" && std::abs(LenientNumber(place->scale) - 1) >= None)
         return "a place without a scale, since sizes are taken as they stand, found the scale " +

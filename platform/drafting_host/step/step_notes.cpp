@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <unordered_set>
 
+#include "drafting_host/step/text_edits.h"
 #include "drafting_host/step/usage_tree.h"
 
 namespace brenvik::step {
@@ -273,6 +275,27 @@ void NoteUnplacedUsages(const Statements& statements, CodePage codePage, StepDoc
                                       " is left out: its assembly usage #" +
                                       std::to_string(usage.statement->number) + " has no place",
                                   statements.LineAt(usage.statement->place)});
+    }
+}
+
+void NoteLoosePieces(const Statements& statements, CodePage codePage, StepDocument& document) {
+    std::unordered_set<int> defined, held;
+    for (const Statement& statement : statements.All()) {
+        const bool isFormation = statement.kind.starts_with("PRODUCT_DEFINITION_FORMATION");
+        if (!isFormation && !statement.kind.ends_with("REPRESENTATION")) continue;
+        for (const Reference& reference : statements.ReferencesOf(statement))
+            (isFormation ? defined : held).insert(reference.number);
+    }
+    for (const Statement& statement : statements.All()) {
+        const std::string number = Shown(statement.number);
+        if (statement.kind == "PRODUCT" && !defined.contains(statement.number))
+            document.notes.push_back({"the product \"" + ProductName(statements, statement.number, codePage) +
+                                          "\" (" + number + ") has no definition: a part may bear another " +
+                                          "one's name, or be missing",
+                                      statements.LineAt(statement.place)});
+        if (statement.kind == "MAPPED_ITEM" && !held.contains(statement.number))
+            document.notes.push_back({"the mapped shape " + number + " is left out: no shape holds it",
+                                      statements.LineAt(statement.place)});
     }
 }
 

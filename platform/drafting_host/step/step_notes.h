@@ -35,4 +35,7 @@ void NoteContradictingUsages(const Statements& statements, StepDocument& documen
 /// Reports assembly usages without a place, of which the modeller makes no part.
 void NoteUnplacedUsages(const Statements& statements, CodePage codePage, StepDocument& document);
 
+/// Reports products without a definition and mapped shapes that no shape holds.
+void NoteLoosePieces(const Statements& statements, CodePage codePage, StepDocument& document);
+
 }  // namespace brenvik::step

@@ -238,6 +238,7 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
     NoteDoubtfulPlaces(file.Text(), document);
     NoteUntiedShapes(file.Text(), document);
     NoteUnplacedUsages(file.Text(), file.Page(), document);
+    NoteLoosePieces(file.Text(), file.Page(), document);
     NoteDoubleBodies(file.Text(), document);
     // The modeller counts a product whose shape lies elsewhere as failed.
     if (parts.Outside().empty()) NoteFailedEntities(file.Reader().Reader(), document);

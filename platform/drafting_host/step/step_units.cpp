@@ -166,6 +166,16 @@ std::vector<double> SizesIn(const Statements& statements, int context) {
     return sizes;
 }
 
+/// Whether a part of a statement of several kinds has no value.
+bool IsEmptyPart(std::string_view text, std::string_view part) {
+    constexpr std::string_view blanks = " \t\r\n";
+    const std::size_t mark = text.find(part);
+    const std::size_t open = mark == text.npos ? mark : text.find_first_not_of(blanks, mark + part.size());
+    if (open == text.npos || text[open] != '(') return false;
+    const std::size_t value = text.find_first_not_of(blanks, open + 1);
+    return value != text.npos && text[value] == ')';
+}
+
 }  // namespace
 
 std::optional<double> UnitOfContext(const Statements& statements, int context) {
@@ -182,6 +192,9 @@ std::optional<UnitFault> FaultOfUnit(const Statements& statements, const Stateme
     if (mark == text.npos) return std::nullopt;
     const std::size_t place = statement.place + mark;
     const std::string found = ", found \"" + LineForMessage(statements.Content(), place) + "\"";
+    // Without its one value, if only a star, the modeller passes the unit over and takes metres.
+    if (IsEmptyPart(text, "NAMED_UNIT"))
+        return UnitFault{place, "NAMED_UNIT(*) beside a unit of length" + found};
     const auto unit = Resolve(statements, statement);
     if (unit) {
         if (unit->millimetres >= SmallestUnit && unit->millimetres <= LargestUnit) return std::nullopt;

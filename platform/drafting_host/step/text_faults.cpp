@@ -3,10 +3,13 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <iterator>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "base/letter_case.h"
 #include "base/numbers.h"
@@ -173,6 +176,57 @@ void AddUnreadKind(const Statement& statement, const Statements& statements,
         faults.push_back({&statement, statement.place, "a style made of other statements"});
 }
 
+/// Parts come to lie where nobody drew them where what sets their shapes into each other is none.
+void AddFalseTransformation(const Statements& statements, const Statement& statement,
+                            std::vector<StatementFault>& faults) {
+    constexpr std::string_view mark = "REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION";
+    if (!statement.kind.empty()) return;
+    const std::string_view text = TextOf(statements, statement);
+    const std::size_t place = text.find(mark);
+    if (place == text.npos) return;
+    for (const Reference& reference : statements.ReferencesOf(statement)) {
+        if (reference.place < statement.place + place) continue;
+        const Statement* const one = statements.Find(reference.number);
+        if (one == nullptr || one->kind == "ITEM_DEFINED_TRANSFORMATION" ||
+            TextOf(statements, *one).find("CARTESIAN_TRANSFORMATION_OPERATOR") != text.npos)
+            return;
+        faults.push_back(
+            {&statement, statement.place,
+             "a transformation such as ITEM_DEFINED_TRANSFORMATION, found " +
+                 (one->kind.empty() ? "#" + std::to_string(one->number) : std::string(one->kind))});
+        return;
+    }
+}
+
+/// The modeller takes a number beyond a double's range for a direction that isn't there, or computes with it
+/// without end. Points and units are looked at elsewhere.
+void AddInfiniteNumbers(const Statements& statements, std::vector<StatementFault>& faults) {
+    constexpr std::size_t digits = 3;  // of an exponent that can be too high
+    const std::string_view content = statements.Content();
+    for (std::size_t at = content.find('E'); at != content.npos; at = content.find('E', at + 1)) {
+        std::size_t end = at + 1;
+        if (end < content.size() && content[end] == '+') ++end;
+        const std::size_t from = end;
+        while (end < content.size() && content[end] >= '0' && content[end] <= '9') ++end;
+        if (end - from < digits) continue;
+        const std::size_t start = content.find_last_not_of("-.0123456789", at - 1) + 1;
+        double number = 0;
+        const auto read = std::from_chars(content.data() + start, content.data() + end, number);
+        if (start == at || read.ec != std::errc::result_out_of_range) continue;
+        const auto all = statements.All();
+        const auto behind = std::ranges::upper_bound(all, at, {}, &Statement::place);
+        if (behind == all.begin() || std::prev(behind)->end < at) continue;
+        const Statement& statement = *std::prev(behind);
+        const std::string_view ahead = content.substr(statement.place, at - statement.place);
+        const bool isText = std::ranges::count(ahead, '\'') % 2 != 0;
+        if (isText || statement.kind == "CARTESIAN_POINT" ||
+            statement.kind.find("UNIT") != statement.kind.npos)
+            continue;
+        faults.push_back(
+            {&statement, start, "a finite number, found " + std::string(content.substr(start, end - start))});
+    }
+}
+
 void AddFaults(const Statements& statements, const Statement& statement,
                std::vector<StatementFault>& faults) {
     if (!statement.wellFormed) {
@@ -191,6 +245,7 @@ void AddFaults(const Statements& statements, const Statement& statement,
     AddSolidsWithoutFaces(statements, statement, faults);
     if (const auto expected = FaultOfOperator(statements, statement))
         faults.push_back({&statement, statement.place, *expected});
+    AddFalseTransformation(statements, statement, faults);
     if (const auto fault = FaultOfUnit(statements, statement))
         faults.push_back({&statement, fault->place, fault->expected});
     if (statement.kind != "ORIENTED_EDGE") return;
@@ -203,6 +258,7 @@ void AddFaults(const Statements& statements, const Statement& statement,
 std::vector<StatementFault> TextFaults(const Statements& statements) {
     std::vector<StatementFault> faults;
     for (const Statement& statement : statements.All()) AddFaults(statements, statement, faults);
+    AddInfiniteNumbers(statements, faults);
     return faults;
 }
 
