@@ -11,6 +11,7 @@
 #include <cmath>
 #include <numeric>
 
+#include "base/failure.h"
 #include "base/numbers.h"
 #include "control_binding.h"
 #include "form_desk.h"
@@ -26,6 +27,8 @@ constexpr double LargestType = 9, SmallestType = 6, TypeStep = 0.5, HeadType = 1
 /// Between a line and the text beside it, of the letters' height.
 constexpr double Padding = 0.25;
 constexpr double LineWidth = 0.4;
+/// As printers have it that are out of paper or out of reach.
+constexpr long PrinterFailure = 482;
 
 struct PrintedColumn {
     int column = 0;  ///< 0 for the rows' numbers.
@@ -207,16 +210,18 @@ void SetUpPrinter(QPrinter& printer, const PrintJob& job) {
     printer.setColorMode(job.colour ? QPrinter::Color : QPrinter::GrayScale);
 }
 
-void PaintSheets(QPrinter& printer, const GridControl& grid, const PrintJob& job,
+bool PaintSheets(QPrinter& printer, const GridControl& grid, const PrintJob& job,
                  const std::string& drawing) {
     const Sheets sheets(printer, grid, job, drawing);
     const int first = std::max(printer.fromPage(), 1);
     const int last = printer.toPage() == 0 ? sheets.Count() : std::min(printer.toPage(), sheets.Count());
-    QPainter painter(&printer);
+    QPainter painter;
+    if (!painter.begin(&printer)) return false;
     for (int sheet = first; sheet <= last; ++sheet) {
-        if (sheet > first) printer.newPage();
+        if (sheet > first && !printer.newPage()) return false;
         sheets.Paint(painter, sheet - 1);
     }
+    return painter.end();
 }
 
 void GridPrinter::PrintGrid(const GridControl& grid, const PrintJob& job) {
@@ -227,9 +232,12 @@ void GridPrinter::PrintGrid(const GridControl& grid, const PrintJob& job) {
     preview.setObjectName("printPreview");
     preview.setWindowTitle(QObject::tr("Print the list"));
     preview.resize(1000, 740);
+    // Nothing may be thrown through the toolkit's own code.
+    bool refused = false;
     QObject::connect(&preview, &QPrintPreviewDialog::paintRequested,
-                     [&](QPrinter* paper) { PaintSheets(*paper, grid, job, drawing); });
+                     [&](QPrinter* paper) { refused = !PaintSheets(*paper, grid, job, drawing) || refused; });
     preview.exec();
+    if (refused) throw Failure(PrinterFailure, std::string(OwnSource), "Printer error");
 }
 
 }  // namespace brenvik::desktop

@@ -20,6 +20,7 @@ class GridPrinter : public PrintPort {
     /// `drawing` names what the list is of, for the head of each sheet.
     GridPrinter(FormDesk& desk, std::function<std::string()> drawing)
         : mDesk(desk), mDrawing(std::move(drawing)) {}
+    /// Fails with 482 when what the user has printed from the preview was refused.
     void PrintGrid(const GridControl& grid, const PrintJob& job) override;
 
   private:
@@ -31,7 +32,8 @@ class GridPrinter : public PrintPort {
 void SetUpPrinter(QPrinter& printer, const PrintJob& job);
 
 /// Paints all sheets that the printer is asked for: the captions stand on each, its number below. Columns
-/// that are too wide together get smaller letters, and then break their texts; nothing is cut off.
-void PaintSheets(QPrinter& printer, const GridControl& grid, const PrintJob& job, const std::string& drawing);
+/// that are too wide together get smaller letters, and then break their texts; nothing is cut off. False when
+/// the printer refuses, as it does for a file that can't be written.
+bool PaintSheets(QPrinter& printer, const GridControl& grid, const PrintJob& job, const std::string& drawing);
 
 }  // namespace brenvik::desktop

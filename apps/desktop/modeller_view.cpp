@@ -41,6 +41,8 @@ namespace {
 constexpr double MeshDeflection = 0.002, MeshAngle = 0.6;
 /// How long shapes are prepared before the window takes its events again, in milliseconds.
 constexpr int PrepareBudget = 40;
+/// Around everything, of the view's size.
+constexpr double FitMargin = 0.05;
 
 /// The viewer's pictures are linear; the widget's buffer has to be told so each time.
 class WidgetBuffer : public OpenGl_FrameBuffer {
@@ -162,7 +164,8 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
 
     void Fit() override {
         if (mView.IsNull()) return;
-        mView->FitAll(0.05, false);
+        mView->FitAll(FitMargin, false);
+        mFitted = true;
         Redraw();
     }
 
@@ -192,6 +195,8 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
         if (width != size.x() || height != size.y()) {
             window->SetSize(size.x(), size.y());
             mView->MustBeResized();
+            // Until the user looks elsewhere, everything stays in sight at any size.
+            if (mFitted) mView->FitAll(FitMargin, false);
             mView->Invalidate();
         }
         mView->InvalidateImmediate();
@@ -202,12 +207,14 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
     void mouseReleaseEvent(QMouseEvent* event) override { TakeButtons(*event); }
     void mouseMoveEvent(QMouseEvent* event) override {
         if (mView.IsNull()) return;
+        if (event->buttons() != Qt::NoButton) mFitted = false;
         if (UpdateMousePosition(PlaceOf(event->position()), ButtonsOf(*event), FlagsOf(*event), false))
             update();
     }
     void wheelEvent(QWheelEvent* event) override {
         if (mView.IsNull()) return;
         const double step = event->angleDelta().y() / 120.0;
+        mFitted = false;
         if (UpdateZoom(Aspect_ScrollDelta(PlaceOf(event->position()), step * 8))) update();
     }
 
@@ -404,6 +411,8 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
     int mMode = AIS_Shaded;
     ViewSide mSide = ViewSide::Isometric;
     bool mFitWhenReady = true;
+    /// Everything is in sight, and the user hasn't moved the view since.
+    bool mFitted = false;
 };
 
 }  // namespace

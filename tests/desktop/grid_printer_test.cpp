@@ -24,7 +24,7 @@ class ListOnPaper : public ::testing::Test {
         printer.setOutputFileName(name);
         SetUpPrinter(printer, job);
         landscape = printer.pageLayout().orientation() == QPageLayout::Landscape;
-        PaintSheets(printer, grid, job, "kitchen.dxf");
+        EXPECT_TRUE(PaintSheets(printer, grid, job, "kitchen.dxf"));
         QFile file(name);
         if (!file.open(QIODevice::ReadOnly)) return -1;
         const QByteArray content = file.readAll();
@@ -54,6 +54,13 @@ TEST_F(ListOnPaper, LiesOnItsSideAndTakesTheSheetsItNeeds) {
     EXPECT_GE(sheets, 4);
     EXPECT_LE(sheets, 8);
     EXPECT_EQ(Print(*Grid(5, 0, ""), job), 1) << "the captions alone";
+}
+
+TEST_F(ListOnPaper, AFileThatCantBeWrittenIsARefusal) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(folder.filePath("missing/list.pdf"));
+    EXPECT_FALSE(PaintSheets(printer, *Grid(2, 3, "Side"), GridPrintJob(), "kitchen.dxf"));
 }
 
 TEST_F(ListOnPaper, LongTextsBreakAndNeedMoreSheets) {
