@@ -184,5 +184,14 @@ TEST_F(StepPlaces, ARelationshipOfShapesByNoTransformationIsRefusedWithItsLine) 
                                       "found AXIS2_PLACEMENT_3D");
 }
 
+TEST_F(StepPlaces, AnXAxisWithoutALengthIsTold) {
+    Put(
+        NestedOn("#900001=AXIS2_PLACEMENT_3D('',#900002,#900003,#900004);\n"
+                 "#900002=CARTESIAN_POINT('',(8.,0.,0.));\n#900003=DIRECTION('',(0.,0.,1.));\n"
+                 "#900004=DIRECTION('',(0.,0.,0.));\n" +
+                 Moved));
+    ExpectMentions(NotesOf(ReadStep(mPath)), "the part's place may be wrong; expected axes with a length");
+}
+
 }  // namespace
 }  // namespace brenvik::step

@@ -170,6 +170,28 @@ TEST_F(StepUsages, AProductWithoutADefinitionIsTold) {
                        ": the product \"Shelf\" (#900001) has no definition: a part may bear another one's");
 }
 
+TEST_F(StepUsages, AProductWhoseVersionHasNoDefinitionIsToldUnlessItIsADocument) {
+    const std::string loose =
+        "#900001=PRODUCT('2','Shelf','',());\n"
+        "#900002=PRODUCT_DEFINITION_FORMATION('','',#900001);\n";
+    ExpectMentions(NotesOf(Read(WithData(Good(), loose))),
+                   ": the product \"Shelf\" (#900002) has no definition: a part may bear another one's");
+    const std::string document =
+        "#900001=PRODUCT('2','Shelf','',());\n"
+        "#900003=PRODUCT_RELATED_PRODUCT_CATEGORY('document',$,(#900001));\n";
+    EXPECT_EQ(NotesOf(Read(WithData(Good(), document))), "");
+}
+
+TEST_F(StepUsages, AMappedShapeThatAnotherKindOfModelHoldsIsNotTold) {
+    const std::string good = Good();
+    const std::size_t brep = good.find("ADVANCED_BREP_SHAPE_REPRESENTATION(");
+    const std::string origin = ReferencesAt(good, brep).at(0), context = ReferencesAt(good, brep).back();
+    const std::string content = WithData(
+        good, "#900002=MAPPED_ITEM('',#900003," + origin + ");\n#900003=REPRESENTATION_MAP(" + origin + "," +
+                  NumberAt(good, brep) + ");\n#900004=DRAUGHTING_MODEL('',(#900002)," + context + ");\n");
+    EXPECT_EQ(NotesOf(Read(content)), "");
+}
+
 TEST_F(StepUsages, AMappedShapeThatNoShapeHoldsIsTold) {
     const std::string good = Good();
     const std::size_t brep = good.find("ADVANCED_BREP_SHAPE_REPRESENTATION(");
@@ -179,6 +201,15 @@ TEST_F(StepUsages, AMappedShapeThatNoShapeHoldsIsTold) {
                            origin + "," + NumberAt(good, brep) + ");\n");
     ExpectMentions(NotesOf(Read(content)), LineAt(content, content.find("#900002=")) +
                                                ": the mapped shape #900002 is left out: no shape holds it");
+}
+
+TEST_F(StepUsages, AUsageIsToldToWhoseRelationshipNothingTiesIt) {
+    std::string content = Nested();
+    const std::string mark = "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(";
+    content.replace(content.rfind(mark, content.find("'Right'")), mark.size(), "SOMETHING_UNKNOWN(");
+    const StepDocument document = Read(content);
+    EXPECT_EQ(document.solids.size(), 2U);
+    ExpectMentions(NotesOf(document), ": one more part \"Side\" is left out");
 }
 
 }  // namespace

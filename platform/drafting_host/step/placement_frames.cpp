@@ -80,6 +80,7 @@ std::optional<Frame> FrameOf(const Place& place) {
     const double length = std::sqrt(Dot(z, z));
     if (!(length > 0) || !std::isfinite(length)) return std::nullopt;
     z = Scaled(z, 1 / length);
+    if (place.along && !(Dot(*place.along, *place.along) > 0)) return std::nullopt;
     const auto across = [&](const Vector& along) {
         const double size = std::sqrt(Dot(along, along));
         const Vector unit = Scaled(along, size > 0 ? 1 / size : 0);

@@ -44,7 +44,7 @@ struct Frame {
 std::optional<Place> PlaceOf(const Statements& statements, int number);
 
 /// Without an X axis, or with one along Z, the format has the world's X in its place, for an axis along X the
-/// world's Y. Nothing for an axis without a length.
+/// world's Y. Nothing for axes without a length.
 std::optional<Frame> FrameOf(const Place& place);
 
 /// The place that a part gets whose frame `first` comes to lie on `second`.

@@ -141,12 +141,17 @@ void NoteFaults(const std::vector<StatementFault>& faults, const std::string& wh
 }
 
 /// Whether the item that a shape loses is a body that the modeller doesn't know.
-bool IsMesh(const Statements& statements, const StatementFault& fault) {
+bool IsBody(const Statements& statements, const StatementFault& fault, bool isMesh) {
     if (fault.statement == nullptr) return false;
     for (const Reference& reference : statements.ReferencesOf(*fault.statement)) {
         if (reference.place != fault.place) continue;
         const Statement* item = statements.Find(reference.number);
-        return item != nullptr && item->kind.find("TESSELLATED") != std::string_view::npos;
+        if (item == nullptr) return false;
+        if (isMesh) return item->kind.find("TESSELLATED") != std::string_view::npos;
+        return std::ranges::any_of(statements.ReferencesOf(*item), [&](const Reference& piece) {
+            const Statement* one = statements.Find(piece.number);
+            return one != nullptr && (one->kind == "REPRESENTATION_MAP" || one->kind == "CLOSED_SHELL");
+        });
     }
     return false;
 }
@@ -158,10 +163,13 @@ void NoteQuarantine(const Quarantine& quarantine, const Statements& statements, 
     if (quarantine.Empty()) return;
     NoteBodies(quarantine, statements, codePage, document);
     NoteFaults(quarantine.LostGeometry(), "faulty statement(s) of shapes", true, statements, document);
-    std::vector<StatementFault> meshes, others;
-    for (const StatementFault& fault : quarantine.FalseItems())
-        (IsMesh(statements, fault) ? meshes : others).push_back(fault);
+    std::vector<StatementFault> meshes, bodies, others;
+    for (const StatementFault& fault : quarantine.FalseItems()) {
+        const bool isMesh = IsBody(statements, fault, true);
+        (isMesh ? meshes : IsBody(statements, fault, false) ? bodies : others).push_back(fault);
+    }
     NoteFaults(meshes, "body(s) made of triangles", true, statements, document);
+    NoteFaults(bodies, "body(s) of unknown kinds", true, statements, document);
     NoteFaults(others, "false item(s) of shapes", false, statements, document);
     NoteFaults(quarantine.LostLooks(), "faulty style(s) or layer(s)", false, statements, document);
     NoteFaults(quarantine.LostPapers(), "faulty statement(s) of persons, dates and the like", false,
@@ -279,23 +287,28 @@ void NoteUnplacedUsages(const Statements& statements, CodePage codePage, StepDoc
 }
 
 void NoteLoosePieces(const Statements& statements, CodePage codePage, StepDocument& document) {
-    std::unordered_set<int> defined, held;
+    // Products by their formations, formations by their definitions, and items by what holds them.
+    std::unordered_set<int> held;
     for (const Statement& statement : statements.All()) {
-        const bool isFormation = statement.kind.starts_with("PRODUCT_DEFINITION_FORMATION");
-        if (!isFormation && !statement.kind.ends_with("REPRESENTATION")) continue;
-        for (const Reference& reference : statements.ReferencesOf(statement))
-            (isFormation ? defined : held).insert(reference.number);
+        const bool holds = statement.kind.empty() || statement.kind.starts_with("PRODUCT_DEFINITION") ||
+                           statement.kind.ends_with("REPRESENTATION") || statement.kind.ends_with("_MODEL");
+        // Documents are products too, and need no definition.
+        if (!holds && statement.kind != "PRODUCT_RELATED_PRODUCT_CATEGORY") continue;
+        if (!holds && FirstTextOf(statements, statement, codePage) != "document") continue;
+        for (const Reference& reference : statements.ReferencesOf(statement)) held.insert(reference.number);
     }
     for (const Statement& statement : statements.All()) {
-        const std::string number = Shown(statement.number);
-        if (statement.kind == "PRODUCT" && !defined.contains(statement.number))
+        if (held.contains(statement.number)) continue;
+        const bool isFormation = statement.kind.starts_with("PRODUCT_DEFINITION_FORMATION");
+        if (isFormation || statement.kind == "PRODUCT")
             document.notes.push_back({"the product \"" + ProductName(statements, statement.number, codePage) +
-                                          "\" (" + number + ") has no definition: a part may bear another " +
-                                          "one's name, or be missing",
+                                          "\" (" + Shown(statement.number) + ") has no definition: a part " +
+                                          "may bear another one's name, or be missing",
                                       statements.LineAt(statement.place)});
-        if (statement.kind == "MAPPED_ITEM" && !held.contains(statement.number))
-            document.notes.push_back({"the mapped shape " + number + " is left out: no shape holds it",
-                                      statements.LineAt(statement.place)});
+        if (statement.kind == "MAPPED_ITEM")
+            document.notes.push_back(
+                {"the mapped shape " + Shown(statement.number) + " is left out: no shape holds it",
+                 statements.LineAt(statement.place)});
     }
 }
 

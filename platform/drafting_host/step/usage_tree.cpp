@@ -23,9 +23,9 @@ UsageTree::UsageTree(const Statements& statements) : mStatements(statements) {
         mWithin[usage.assembly].push_back(usage.component);
         usage.isPlaced = mPlacedShapes.contains(usage.statement->number);
     }
-    // Without products shapes are set into each other directly.
-    for (const Statement* placing : mPlacings)
-        if (!mPlacedByUsage.contains(placing->number)) TakeRelationship(*placing);
+    // Without usages of products shapes are set into each other directly.
+    if (mUsages.empty())
+        for (const Statement* placing : mPlacings) TakeRelationship(*placing);
     for (const Statement* tie : mTies) {
         if (mPlacedByUsage.contains(tie->number)) continue;
         const auto references = mStatements.ReferencesOf(*tie);
