@@ -171,8 +171,8 @@ INSTANTIATE_TEST_SUITE_P(
         Coded{"Baltic", "9 $DWGCODEPAGE|3 ANSI_1257", "\xE0", "\u0105"},
         Coded{"Vietnamese", "9 $DWGCODEPAGE|3 ANSI_1258", "\xFE", "\u20AB"},
         Coded{"Thai", "9 $DWGCODEPAGE|3 ANSI_874", "\xA1", "\u0E01"},
-        Coded{"Japanese", "9 $DWGCODEPAGE|3 ANSI_932", "a\x83\x41\xB1z", "a\\M+18341\uFF71z"},
-        Coded{"Chinese", "9 $DWGCODEPAGE|3 ANSI_936", "\xB0\xE5", "\\M+5B0E5"},
+        Coded{"Japanese", "9 $DWGCODEPAGE|3 ANSI_932", "a\x83\x41\xB1z", "a\u30A2\uFF71z"},
+        Coded{"Chinese", "9 $DWGCODEPAGE|3 ANSI_936", "\xB0\xE5", "\u677F"},
         Coded{"Utf8FromRelease2007", "9 $ACADVER|1 AC1021|9 $DWGCODEPAGE|3 ANSI_1252", "T\u00FCr",
               "T\u00FCr"},
         Coded{"PageWhereUtf8IsBroken", "9 $ACADVER|1 AC1021|9 $DWGCODEPAGE|3 ANSI_1252", "T\xFCr",
@@ -184,7 +184,15 @@ INSTANTIATE_TEST_SUITE_P(
         Coded{"SurrogatePair", "9 $ACADVER|1 AC1015", "\\U+D83D\\U+DE00", "\U0001F600"},
         Coded{"LoneSurrogateStays", "9 $ACADVER|1 AC1015", "\\U+D83Dx\\U+DE00", "\\U+D83Dx\\U+DE00"},
         Coded{"BrokenEscapeStays", "9 $ACADVER|1 AC1015", "\\U+00Fx \\U+0", "\\U+00Fx \\U+0"},
-        Coded{"MultiByteEscapeStays", "9 $ACADVER|1 AC1015", "\\M+18341", "\\M+18341"},
+        Coded{"Johab", "9 $DWGCODEPAGE|3 johab", "\xCC\x65", "\uD310"},
+        Coded{"TaiwanByName", "9 $DWGCODEPAGE|3 big5", "\xAA\x4F", "\u677F"},
+        Coded{"EscapeOfEachPage", "9 $ACADVER|1 AC1015", "\\M+18341\\M+2AA4F\\M+3C6C7\\m+4cc65\\M+5B0E5",
+              "\u30A2\u677F\uD310\uD310\u677F"},
+        Coded{"EscapeOfOneByte", "9 $ACADVER|1 AC1015", "\\M+100B1", "\uFF71"},
+        Coded{"PageEscapeInUtf8", "9 $ACADVER|1 AC1021", "\u677F \\M+5B0E5", "\u677F \u677F"},
+        Coded{"NoPageEscapeStays", "9 $ACADVER|1 AC1015", "\\M+68341 \\M+1834x \\M+10041 \\M+1FFFF",
+              "\\M+68341 \\M+1834x \\M+10041 \\M+1FFFF"},
+        Coded{"UnknownPairStays", "9 $DWGCODEPAGE|3 ANSI_936", "\xFF\xE5z", "\\M+5FFE5z"},
         Coded{"Carets", "9 $ACADVER|1 AC1015", "a^Ib^Jc^M^ d^ ", "a\tb\nc\r^d^"},
         Coded{"OtherCaretsStay", "9 $ACADVER|1 AC1015", "x^2 ^j^^", "x^2 ^j^^"}),
     [](const auto& coded) { return coded.param.name; });
@@ -193,6 +201,24 @@ TEST(DxfCodePages, UnknownPageIsTold) {
     const DrawingData data =
         Read(Section("HEADER", "9 $DWGCODEPAGE|3 dos850") + Entities("0 POINT|10 0|20 0"));
     EXPECT_NE(NotesOf(data).find("8: code page \"dos850\" is unknown"), std::string::npos) << NotesOf(data);
+}
+
+TEST(DxfCodePages, CharactersThatStayEscapedAreToldOnce) {
+    const std::string text = Entities("0 TEXT|10 0|20 0|1 \\M+1FFFF|0 TEXT|10 0|20 0|1 a\\M+1FFFE");
+    const DrawingData data = Read(text);
+    ASSERT_EQ(data.notes.size(), 1U) << NotesOf(data);
+    const auto linesAhead =
+        std::count(text.begin(), text.begin() + static_cast<long>(text.find("\\M+1FFFF")), '\n');
+    EXPECT_EQ(data.notes.front().line, static_cast<std::size_t>(linesAhead) + 1);
+    EXPECT_NE(data.notes.front().text.find("2 texts keep them as \\M+nXXXX, first here"), std::string::npos)
+        << NotesOf(data);
+    EXPECT_TRUE(data.notes.front().dataLost);
+}
+
+TEST(DxfCodePages, DecodedCharactersAreNotTold) {
+    EXPECT_EQ(NotesOf(Read(Section("HEADER", "9 $DWGCODEPAGE|3 ANSI_936") +
+                           Entities("0 TEXT|10 0|20 0|1 \xB0\xE5\\M+18341"))),
+              "");
 }
 
 TEST(DxfHandles, FileWithoutHandlesGetsThem) {

@@ -60,7 +60,8 @@ TEST(DxfWriting, TextIsAscii) {
           Encoded{"a\nb\r\t", "a^Jb^M^I"}, Encoded{"^", "^ "}, Encoded{"^ ^^J", "^  ^ ^ J"},
           Encoded{"\x01", "\\U+0001"}, Encoded{"\U0001F600", "\\U+D83D\\U+DE00"},
           Encoded{"\\U+0041", "\\U+005CU+0041"}, Encoded{"\xFF", "\\U+FFFD"},
-          Encoded{"\\M+18341", "\\M+18341"}, Encoded{"\\U+xyz", "\\U+xyz"}, Encoded{"\x7F", "\\U+007F"}}) {
+          Encoded{"\\M+18341", "\\U+005CM+18341"}, Encoded{"\\M+1FFFF", "\\M+1FFFF"},
+          Encoded{"\\U+xyz", "\\U+xyz"}, Encoded{"\x7F", "\\U+007F"}}) {
         EXPECT_EQ(EncodeText(example.text), example.expected);
         const std::string expected = example.text == "\xFF" ? "\uFFFD" : example.text;
         EXPECT_EQ(TextDecoder().Decode(EncodeText(example.text)), expected);

@@ -63,6 +63,8 @@ class DwgWalk {
         if (mChainIsBroken) TakeRestOfModelSpace();
         TakeGroups();
         mLosses.Tell(mReading, mSeen);
+        if (mTexts.Escaped() > 0)
+            mReading.Note(0, KeptEscapesNote(mTexts.Escaped(), "in " + ShownName(mTexts.FirstEscaped())));
         for (ReadNote& note : mSections.notes) mReading.data.notes.push_back(std::move(note));
         CompleteDrawing(mReading);
         return std::move(mReading.data);

@@ -12,42 +12,16 @@ namespace brenvik::dwg {
 namespace {
 
 /// The Windows pages by the file's numbers.
-constexpr auto Pages = std::to_array<std::pair<unsigned, int>>({{1, 1252},
-                                                                {22, 932},
-                                                                {24, 950},
-                                                                {25, 949},
-                                                                {28, 1250},
-                                                                {29, 1251},
-                                                                {30, 1252},
-                                                                {31, 936},
-                                                                {32, 1253},
-                                                                {33, 1254},
-                                                                {34, 1255},
-                                                                {35, 1256},
-                                                                {36, 1257},
-                                                                {37, 874},
-                                                                {38, 932},
-                                                                {39, 936},
-                                                                {40, 949},
-                                                                {41, 950},
-                                                                {44, 1258}});
+constexpr auto Pages = std::to_array<std::pair<unsigned, int>>(
+    {{1, 1252},  {22, 932}, {24, 950},  {25, 949},  {26, 1361}, {28, 1250}, {29, 1251},
+     {30, 1252}, {31, 936}, {32, 1253}, {33, 1254}, {34, 1255}, {35, 1256}, {36, 1257},
+     {37, 874},  {38, 932}, {39, 936},  {40, 949},  {41, 950},  {42, 1361}, {44, 1258}});
 constexpr int UsualPage = 1252;
 
 int PageOf(unsigned codePage) {
     const auto found =
         std::find_if(Pages.begin(), Pages.end(), [&](const auto& page) { return page.first == codePage; });
     return found == Pages.end() ? 0 : found->second;
-}
-
-/// A caret stands for itself here; texts of DXF begin control characters with it.
-std::string WithCaretsKept(std::string_view text) {
-    std::string kept;
-    kept.reserve(text.size());
-    for (const char c : text) {
-        kept += c;
-        if (c == '^') kept += ' ';
-    }
-    return kept;
 }
 
 std::string_view UpToZero(std::string_view text) { return text.substr(0, text.find('\0')); }
@@ -70,11 +44,15 @@ Texts::Texts(Release release, unsigned codePage) : mIsUnicode(release >= Release
     const int page = PageOf(codePage);
     mIsKnown = mIsUnicode || page != 0;
     mDecoder = TextDecoder(mIsUnicode ? TextDecoder::Bytes::Utf8 : TextDecoder::Bytes::Page,
-                           page == 0 ? UsualPage : page);
+                           page == 0 ? UsualPage : page, false);
 }
 
-std::string Texts::FromPage(std::string_view bytes) const {
-    return mDecoder.Decode(WithCaretsKept(UpToZero(bytes)));
+std::string Texts::FromPage(std::string_view bytes) const { return Decoded(UpToZero(bytes)); }
+
+std::string Texts::Decoded(std::string_view text) const {
+    std::string decoded = mDecoder.Decode(text);
+    if (HoldsPageEscape(decoded) && mEscaped++ == 0) mFirstEscaped = decoded;
+    return decoded;
 }
 
 std::string Texts::FromUnits(std::string_view bytes) const {
@@ -94,7 +72,7 @@ std::string Texts::FromUnits(std::string_view bytes) const {
             AppendUtf8(text, unit);
         }
     }
-    return mDecoder.Decode(WithCaretsKept(text));
+    return Decoded(text);
 }
 
 std::string Texts::Read(BitReader& reader) const {

@@ -28,9 +28,17 @@ class Texts {
     /// Units of 16 bits, lowest byte first.
     std::string FromUnits(std::string_view bytes) const;
 
+    /// How many texts have kept the escape of a character that could not be decoded, and the first of them.
+    std::size_t Escaped() const { return mEscaped; }
+    const std::string& FirstEscaped() const { return mFirstEscaped; }
+
   private:
+    std::string Decoded(std::string_view text) const;
+
     TextDecoder mDecoder;
     bool mIsUnicode = false, mIsKnown = true;
+    mutable std::size_t mEscaped = 0;
+    mutable std::string mFirstEscaped;
 };
 
 struct Streams {

@@ -184,6 +184,8 @@ std::optional<char> MultiByteEscapeDigit(int page) {
             return '2';
         case 949:
             return '3';
+        case 1361:
+            return '4';
         case 936:
             return '5';
         default:

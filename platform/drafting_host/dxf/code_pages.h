@@ -1,5 +1,6 @@
 // The code pages of drawings older than release 2007. The single-byte ones of Windows are known
-// character by character; the East Asian ones only by how a text escapes their characters.
+// character by character; the East Asian ones by the digit that a text escapes their characters with, and the
+// characters themselves come from the system.
 #pragma once
 
 #include <optional>
@@ -14,7 +15,11 @@ bool IsSingleBytePage(int page);
 /// What a byte stands for in a single-byte page; the replacement character where the page has none.
 char32_t SingleByteCharacter(int page, unsigned char byte);
 
-/// The digit n by which "\M+nXXXX" names an East Asian page (932, 936, 949, 950).
+/// The digit n by which "\M+nXXXX" names an East Asian page (932, 936, 949, 950, 1361).
 std::optional<char> MultiByteEscapeDigit(int page);
+
+/// The character that "\M+nXXXX" names by the digit of its page and its two bytes, the first one the higher.
+/// Nothing where the page has none, or where this system doesn't know the page.
+std::optional<char32_t> MultiByteCharacter(char digit, unsigned bytes);
 
 }  // namespace brenvik

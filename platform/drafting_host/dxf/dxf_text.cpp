@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <optional>
+#include <utility>
 
 #include "base/letter_case.h"
 #include "base/text.h"
@@ -82,14 +83,37 @@ std::optional<char> CaretCharacterAt(std::string_view text, std::size_t at) {
     return which == std::string_view::npos ? std::nullopt : std::optional(CaretCharacters[which]);
 }
 
+constexpr std::size_t PageEscapeLength = 8;  // "\M+nXXXX"
+
+struct PageEscape {
+    char digit = 0;
+    unsigned bytes = 0;
+};
+
+std::optional<PageEscape> PageEscapeAt(std::string_view text, std::size_t at) {
+    if (text.size() - at < PageEscapeLength || text[at] != '\\') return std::nullopt;
+    if ((text[at + 1] != 'M' && text[at + 1] != 'm') || text[at + 2] != '+') return std::nullopt;
+    PageEscape escape{text[at + 3]};
+    if (escape.digit < '1' || escape.digit > '5') return std::nullopt;
+    const char* const first = text.data() + at + 4;
+    const auto read = std::from_chars(first, first + 4, escape.bytes, 16);
+    if (read.ec != std::errc{} || read.ptr != first + 4) return std::nullopt;
+    return escape;
+}
+
+/// What a page escape stands for; nothing where it stays as it is written.
+std::optional<EscapedCharacter> PageCharacterAt(std::string_view text, std::size_t at) {
+    const auto escape = PageEscapeAt(text, at);
+    const auto character = escape ? MultiByteCharacter(escape->digit, escape->bytes) : std::nullopt;
+    if (!character) return std::nullopt;
+    return EscapedCharacter{*character, PageEscapeLength};
+}
+
 /// The length of a character that texts keep as an escape: half a surrogate pair, a character of a page of
-/// two bytes ("\M+nXXXX"). 0 where there is none.
+/// two bytes. 0 where there is none.
 std::size_t KeptEscapeLength(std::string_view text, std::size_t at) {
-    constexpr std::size_t pageEscapeLength = 8;
     if (EscapedUnit(text, at)) return EscapeLength;
-    const bool ofPage = text.size() - at >= pageEscapeLength && text[at] == '\\' &&
-                        (text[at + 1] == 'M' || text[at + 1] == 'm') && text[at + 2] == '+';
-    return ofPage ? pageEscapeLength : 0;
+    return PageEscapeAt(text, at) ? PageEscapeLength : 0;
 }
 
 std::size_t UnitsOf(const Utf8Character& character) {
@@ -99,7 +123,7 @@ std::size_t UnitsOf(const Utf8Character& character) {
 bool StaysItself(std::string_view text, std::size_t at) {
     const char c = text[at];
     if (c < ' ' || c > '~' || c == '^') return false;
-    return !(c == '\\' && EscapedCharacterAt(text, at));
+    return !(c == '\\' && (EscapedCharacterAt(text, at) || PageCharacterAt(text, at)));
 }
 
 }  // namespace
@@ -117,10 +141,14 @@ std::size_t TextDecoder::DecodePageCharacter(std::string& result, std::string_vi
         AppendUtf8(result, 0xFF61 + (byte - 0xA1U));
         return 1;
     }
+    const unsigned pair = byte * 0x100U + static_cast<unsigned char>(text[at + 1]);
+    if (const auto character = MultiByteCharacter(*digit, pair)) {
+        AppendUtf8(result, *character);
+        return 2;
+    }
     result += "\\M+";
     result += *digit;
-    AppendHex(result, byte, 2);
-    AppendHex(result, static_cast<unsigned char>(text[at + 1]), 2);
+    AppendHex(result, pair, 4);
     return 2;
 }
 
@@ -131,12 +159,13 @@ std::string TextDecoder::Decode(std::string_view text) const {
     for (std::size_t at = 0; at < text.size();) {
         const auto byte = static_cast<unsigned char>(text[at]);
         if (byte < 0x80) {
-            if (const auto control = CaretCharacterAt(text, at)) {
+            if (const auto control = mCaretsEscape ? CaretCharacterAt(text, at) : std::nullopt) {
                 result += *control;
                 at += 2;
                 continue;
             }
-            const auto escaped = byte == '\\' ? EscapedCharacterAt(text, at) : std::nullopt;
+            auto escaped = byte == '\\' ? EscapedCharacterAt(text, at) : std::nullopt;
+            if (!escaped && byte == '\\') escaped = PageCharacterAt(text, at);
             if (escaped)
                 AppendUtf8(result, escaped->codePoint);
             else
@@ -155,9 +184,25 @@ std::string TextDecoder::Decode(std::string_view text) const {
     return result;
 }
 
+bool HoldsPageEscape(std::string_view text) {
+    for (std::size_t at = text.find('\\'); at != std::string_view::npos; at = text.find('\\', at + 1))
+        if (PageEscapeAt(text, at)) return true;
+    return false;
+}
+
+std::string KeptEscapesNote(std::size_t texts, std::string_view first) {
+    return "expected characters of the code pages that \\M+1 to \\M+5 name (932, 950, 949, 1361, 936), found "
+           "some that these lack or this system doesn't know; " +
+           std::to_string(texts) + (texts == 1 ? " text keeps" : " texts keep") +
+           " them as \\M+nXXXX, first " + std::string(first);
+}
+
 int CodePageNumber(std::string_view name) {
+    constexpr auto named = std::to_array<std::pair<std::string_view, int>>(
+        {{"ASCII", 1252}, {"BIG5", 950}, {"KSC5601", 949}, {"JOHAB", 1361}, {"GB2312", 936}});
     const std::string upper = FoldUpper(Trim(name));
-    if (upper == "ASCII") return 1252;
+    for (const auto& [word, page] : named)
+        if (upper == word) return page;
     std::string_view digits = upper;
     for (const std::string_view prefix : {"ANSI_", "DOS", "CP"}) {
         if (!digits.starts_with(prefix)) continue;

@@ -1,6 +1,7 @@
 // Texts of a DXF file: from the file's bytes (code page or UTF-8, with "\U+XXXX" escapes, and "^I", "^J",
 // "^M" and "^ " for tab, line feed, return and the caret itself) to UTF-8, and back to plain ASCII.
-// "\M+nXXXX" is left as it stands; what it means is the business of whoever shows the text.
+// So are the characters of East Asian pages, as bytes and as "\M+nXXXX"; one that the system doesn't know
+// stays that escape, which keeps names apart and is written back as it is.
 #pragma once
 
 #include <string>
@@ -19,10 +20,11 @@ class TextDecoder {
 
     TextDecoder() = default;
     /// `page` is a Windows number; it also decodes what is no valid UTF-8.
-    TextDecoder(Bytes bytes, int page) : mBytes(bytes), mPage(page) {}
+    /// Without `caretsEscape` a caret stands for itself, as in binary drawings.
+    TextDecoder(Bytes bytes, int page, bool caretsEscape = true)
+        : mBytes(bytes), mPage(page), mCaretsEscape(caretsEscape) {}
 
-    /// The text in UTF-8, always valid. A character of an East Asian page becomes its "\M+nXXXX" escape,
-    /// which keeps names apart and is written back as it is.
+    /// The text in UTF-8, always valid.
     std::string Decode(std::string_view text) const;
     /// Whether the file has to be UTF-8; what isn't is read by the code page.
     bool ExpectsUtf8() const { return mBytes == Bytes::Utf8; }
@@ -32,14 +34,21 @@ class TextDecoder {
 
     Bytes mBytes = Bytes::Utf8OrPage;
     int mPage = 1252;
+    bool mCaretsEscape = true;
 };
+
+/// Whether a decoded text holds a "\M+nXXXX", a character that could not be decoded.
+bool HoldsPageEscape(std::string_view text);
+
+/// What to tell of a drawing with such texts, of which `first` is where or what the first one is.
+std::string KeptEscapesNote(std::size_t texts, std::string_view first);
 
 /// The Windows number of a $DWGCODEPAGE such as "ANSI_1252"; 0 for a name that is none.
 int CodePageNumber(std::string_view name);
 
 /// The text as release 2000 takes it: ASCII, everything else as "\U+XXXX" (two of them, a surrogate
 /// pair, above FFFF). Control characters are escaped too, since a line end would end the value, and so are
-/// the caret and the backslash of a literal "\U+", so that reading gives the same text again.
+/// the caret and the backslash of a literal "\U+" or "\M+", so that reading gives the same text again.
 /// With `isUnicode`, as releases from 2007 on take it, characters beyond ASCII stay as they are.
 std::string EncodeText(std::string_view text, bool isUnicode = false);
 

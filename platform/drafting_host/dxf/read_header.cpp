@@ -91,7 +91,6 @@ void SetCodePage(Reading& reading, std::string_view name, std::size_t line) {
         reading.decoder = TextDecoder(TextDecoder::Bytes::Utf8, DefaultPage);
     } else if (MultiByteEscapeDigit(page)) {
         reading.decoder = TextDecoder(TextDecoder::Bytes::Page, page);
-        reading.Note(line, "code page " + ShownName(name) + ": its characters are kept as \\M+nXXXX", false);
     } else {
         reading.Note(line, "code page " + ShownName(name) +
                                " is unknown: expected ANSI_1252 or another Windows page; " +

@@ -104,7 +104,7 @@ MTextData ReadMText(Reading& reading, Groups groups, std::size_t line) {
                 break;
         }
     }
-    data.text = reading.decoder.Decode(text + last);
+    data.text = reading.Text(text + last, line);
     return data;
 }
 

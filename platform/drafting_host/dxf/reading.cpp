@@ -98,12 +98,18 @@ void Reading::Doubt(const std::string& what, std::size_t line, std::string text,
     ++doubt->second.count;
 }
 
-std::string Reading::Text(const Group& group) const {
-    if (decoder.ExpectsUtf8() && !IsUtf8(group.value) && guessedTexts++ == 0) firstGuessed = group.line;
-    return decoder.Decode(group.value);
+std::string Reading::Text(const Group& group) const { return Text(group.value, group.line); }
+
+std::string Reading::Text(std::string_view text, std::size_t line) const {
+    if (decoder.ExpectsUtf8() && !IsUtf8(text) && guessedTexts++ == 0) firstGuessed = line;
+    std::string decoded = decoder.Decode(text);
+    if (HoldsPageEscape(decoded) && escapedTexts++ == 0) firstEscaped = line;
+    return decoded;
 }
 
 void Reading::TellDoubts() {
+    if (escapedTexts > 0) Note(firstEscaped, KeptEscapesNote(escapedTexts, "here"));
+    escapedTexts = 0;
     if (guessedTexts > 0)
         Note(firstGuessed, "expected text in UTF-8, as releases from 2007 on have it; " +
                                std::to_string(guessedTexts) +

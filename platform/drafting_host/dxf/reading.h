@@ -78,10 +78,14 @@ struct Reading {
     void TellDoubts();
     std::string Place(std::size_t place) const { return PlaceText(place, unit); }
     /// A text in a file of UTF-8 that isn't UTF-8 is guessed, and told at the end by the first one.
+    /// One with characters of an East Asian page that can't be decoded is told in the same way.
     std::string Text(const Group& group) const;
+    /// The same of the text that an entity's group ends, whose other pieces stand ahead of it.
+    std::string Text(std::string_view text, std::size_t line) const;
 
-    /// Texts that were guessed: how many, and where the first one stands.
-    mutable std::size_t guessedTexts = 0, firstGuessed = 0;
+    /// Texts that were guessed, and texts that keep escapes of characters: how many, and where the first one
+    /// stands.
+    mutable std::size_t guessedTexts = 0, firstGuessed = 0, escapedTexts = 0, firstEscaped = 0;
 };
 
 /// A layer's name; one that release 2000 refuses is changed, so that the drawing can be saved, and told.
