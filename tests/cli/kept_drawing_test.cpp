@@ -191,7 +191,8 @@ TEST_F(KeptDrawing, WhatOfReleaseTwelveHasNoPlaceIsToldByKindAndGroup) {
             "Cuts|70 2|62 3|6 CONTINUOUS|0 ENDTAB|0 ENDSEC|0 SECTION|2 BLOCKS|0 BLOCK|8 0|2 Mark|70 0|10 "
             "0|20 "
             "0|30 0|3 Mark|1 |4 a mark|0 ENDBLK|8 0|0 ENDSEC|0 SECTION|2 ENTITIES|0 LINE|8 Cuts|38 7|10 0|20 "
-            "0|30 0|11 1|21 0|31 0|0 POLYLINE|8 0|66 1|10 0|20 0|30 0|0 VERTEX|8 Cuts|10 0|20 0|30 0|0 "
+            "0|30 0|11 1|21 0|31 0|0 POLYLINE|8 0|66 1|10 0|20 0|30 0|40 2|41 3|0 VERTEX|8 Cuts|10 0|20 0|30 "
+            "0|0 "
             "VERTEX|8 0|10 1|20 0|30 0|0 SEQEND|8 0|0 ENDSEC|0 EOF"));
     const Outcome outcome = Run({"convert", "old.dxf", "new.dxf"});
     EXPECT_EQ(outcome.status, 1);

@@ -69,6 +69,18 @@ TEST(DxfEntities, SplineListsAreTakenWhateverTheCountsSay) {
     EXPECT_EQ(spline.controlPoints, (std::vector<Point3>{{0, 0, 0}, {1, 2, 0}, {2, 0, 0}}));
 }
 
+TEST(DxfEntities, VerticesOfReleaseTwelveHaveTheWidthsOfTheirPolyline) {
+    const DrawingData data =
+        Read(Entities("0 POLYLINE|66 1|10 0|20 0|40 2|41 3|0 VERTEX|10 0|20 0|0 "
+                      "VERTEX|10 1|20 0|41 0|0 SEQEND"));
+    const auto& vertices = std::get<PolylineData>(ModelSpace(data).at(0).geometry).vertices;
+    ASSERT_EQ(vertices.size(), 2U);
+    EXPECT_EQ(vertices[0].startWidth, 2);
+    EXPECT_EQ(vertices[0].endWidth, 3);
+    EXPECT_EQ(vertices[1].startWidth, 2);
+    EXPECT_EQ(vertices[1].endWidth, 0);
+}
+
 TEST(DxfEntities, LightweightPolylineHasBulgesAndWidthsPerVertex) {
     const auto polyline = One<LWPolylineData>(
         "0 LWPOLYLINE|90 2|70 129|38 7|39 18|43 0.1|10 0|20 0|42 1|10 5|20 0|40 1|41 2|210 0|220 0|230 -1");

@@ -212,6 +212,8 @@ bool EntityReader::TakePolylinePart(Record& record) {
     try {
         PolylineData::Vertex vertex = ReadPolylineVertex(mReading, groups.own, record.line);
         TellDoubled(mReading, "VERTEX", groups.own);
+        if (FindGroup(groups.own, 40) == nullptr) vertex.startWidth = mPolyline->startWidth;
+        if (FindGroup(groups.own, 41) == nullptr) vertex.endWidth = mPolyline->endWidth;
         vertex.handle = OwnHandle(vertex.handle, record.line, false);
         if (vertex.handle != 0) keep(vertex.handle);
         std::get<PolylineData>(mPolyline->entity.geometry).vertices.push_back(vertex);
@@ -286,6 +288,13 @@ void EntityReader::TakeEntity(Record& record, std::optional<std::size_t> block) 
         if (binaryBody && entity.handle != 0) mReading.bodyRecords.emplace(entity.handle, *binaryBody);
         if (record.name == "POLYLINE") {
             mPolyline = OpenPolyline{std::move(entity), place, record.line, false, fileLayer, parts};
+            // Of later releases they go through as they stand.
+            const auto widthOf = [&](int code) {
+                const Group* const group = FindGroup(groups.own, code);
+                return group == nullptr || mReading.KeepsRecords() ? 0 : RealOf(*group);
+            };
+            mPolyline->startWidth = widthOf(40);
+            mPolyline->endWidth = widthOf(41);
         } else {
             if (record.name == "INSERT") mInsert = parts;
             mReading.data.blocks[place].entities.push_back(std::move(entity));

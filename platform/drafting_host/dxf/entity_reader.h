@@ -37,6 +37,8 @@ class EntityReader {
         bool refused = false;   ///< Its vertices are passed over with it.
         std::string fileLayer;  ///< As the file has it.
         std::shared_ptr<KeptGroups> kept;
+        /// Of release 12: what a vertex has that doesn't say its own.
+        double startWidth = 0, endWidth = 0;
     };
 
     void TakeEntity(Record& record, std::optional<std::size_t> block);

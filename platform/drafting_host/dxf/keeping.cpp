@@ -286,6 +286,8 @@ void CountLost(std::map<std::string, std::size_t>& lost, const std::string& kind
         if (code == bracket) inBrackets = WithoutBlanks(walk.Value()).starts_with('{');
         if (inBrackets || code == bracket || code == mark || code == sequenceFollows || IsReference(code))
             continue;
+        // The widths of a polyline go to its vertices.
+        if (kind == "POLYLINE" && (code == 40 || code == 41)) continue;
         ++lost[kind + ", group " + std::to_string(code)];
     }
 }
