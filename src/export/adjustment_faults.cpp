@@ -14,6 +14,7 @@
 #include "export/adjustments.h"
 #include "grid/column_relation.h"
 #include "parts/part_table.h"
+#include "session/text_files.h"
 
 namespace brenvik {
 
@@ -46,6 +47,8 @@ std::string CriterionFault(std::string_view field, std::string_view value) {
 class FileLook {
   public:
     void At(std::size_t number, const std::string& line) {
+        if (const std::string fault = ControlCharacterFault(line); !fault.empty() && !line.starts_with('#'))
+            Tell(number, fault);
         if (line.starts_with('['))
             AtHeader(number, line);
         else if (!IsBlank(line) && !line.starts_with('#'))

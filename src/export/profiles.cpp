@@ -84,16 +84,22 @@ void LookAtColumns(ExportProfile& profile) {
     LookAtBars(profile);
 }
 
-/// Each with the profile that it belongs to.
-void TellGuesses(std::vector<ExportProfile>& profiles, std::span<const std::string> lines,
-                 std::span<const std::size_t> guessedLines) {
-    for (const std::size_t number : guessedLines) {
-        if (lines[number - 1].starts_with('#')) continue;
-        const auto behind = std::ranges::find_if(
-            profiles, [number](const ExportProfile& profile) { return profile.line > number; });
-        if (behind != profiles.begin())
-            std::prev(behind)->faults.push_back({number, GuessedLineFault(lines[number - 1])});
-    }
+/// With the profile that the line belongs to; lines ahead of the first name are told anyway.
+void TellLine(std::vector<ExportProfile>& profiles, std::size_t number, std::string text) {
+    const auto behind = std::ranges::find_if(
+        profiles, [number](const ExportProfile& profile) { return profile.line > number; });
+    if (behind != profiles.begin()) std::prev(behind)->faults.push_back({number, std::move(text)});
+}
+
+void TellOddCharacters(std::vector<ExportProfile>& profiles, std::span<const std::string> lines,
+                       std::span<const std::size_t> guessedLines) {
+    for (const std::size_t number : guessedLines)
+        if (const std::string& line = lines[number - 1]; !line.starts_with('#'))
+            TellLine(profiles, number, GuessedLineFault(line));
+    for (std::size_t at = 0; at < lines.size(); ++at)
+        if (std::string fault = ControlCharacterFault(lines[at]);
+            !fault.empty() && !lines[at].starts_with('#'))
+            TellLine(profiles, at + 1, std::move(fault));
 }
 
 }  // namespace
@@ -115,7 +121,7 @@ std::vector<ExportProfile> ParseProfiles(std::span<const std::string> lines,
             ahead.push_back({at + 1, "expected the name of a profile in square brackets ahead of it, found " +
                                          InQuotes(line) + "; it is not read"});
     }
-    TellGuesses(profiles, lines, guessedLines);
+    TellOddCharacters(profiles, lines, guessedLines);
     for (ExportProfile& profile : profiles) {
         LookAtColumns(profile);
         // Nobody can tell which profile they were meant for.

@@ -1,6 +1,8 @@
 // Text files by way of the files port.
 #include "session/text_files.h"
 
+#include <algorithm>
+
 #include "base/file_failure.h"
 #include "base/quoted.h"
 #include "base/text_lines.h"
@@ -46,6 +48,16 @@ FileLines LinesInUtf8(std::string_view content) {
 std::string GuessedLineFault(std::string_view line) {
     return "expected text in UTF-8; it was taken for the Western Windows code page, as " + InQuotes(line) +
            "; save the file as UTF-8";
+}
+
+std::string ControlCharacterFault(std::string_view line) {
+    const auto found = std::ranges::find_if(
+        line, [](char c) { return (static_cast<unsigned char>(c) < ' ' && c != '\t') || c == '\x7F'; });
+    if (found == line.end()) return {};
+    const std::string_view ahead(line.begin(), found);
+    return "expected text without control characters, found the character of number " +
+           std::to_string(static_cast<int>(*found)) + " behind " + InQuotes(ahead) +
+           "; nothing that is compared with it is equal";
 }
 
 std::vector<std::string> ReadLines(std::string_view path) { return ReadFileLines(path).lines; }

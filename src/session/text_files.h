@@ -31,6 +31,10 @@ FileLines ReadFileLines(std::string_view path);
 /// What to say of a guessed line.
 std::string GuessedLineFault(std::string_view line);
 
+/// What to say of a line with a control character other than a tab: nobody sees it, and what is compared with
+/// the line differs by it. Blank for any other.
+std::string ControlCharacterFault(std::string_view line);
+
 /// The lines of a file by way of the files port; fails as that does, and with 321 for a file in UTF-16.
 std::vector<std::string> ReadLines(std::string_view path);
 

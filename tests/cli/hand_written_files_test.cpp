@@ -205,6 +205,24 @@ TEST_F(HandWritten, AdjustmentsThatAskForAColumnThatTheGroupedListLacksAreTold) 
                "the list has no column Notes, so the adjustments apply whatever they ask of it\n");
 }
 
+TEST_F(HandWritten, CharactersThatNobodySeesAreToldWithTheirLines) {
+    WriteBoard();
+    const std::string zero(1, '\0');
+    Write("adjust.txt", "# a" + zero + "\n[a]\nMaterial=White" + zero + " Melamine\nl=1\n");
+    const Outcome adjusted = ExportBoard({"--profile", "Cut List", "--adjustments", "adjust.txt"});
+    ExpectTold(
+        adjusted,
+        "adjust.txt:3: expected text without control characters, found the character of number 0 behind "
+        "\"Material=White\"; nothing that is compared with it is equal\n");
+    EXPECT_EQ(adjusted.errors.find("adjust.txt:1"), std::string::npos) << adjusted.errors;
+    Write("home/BrenvikProfiles.txt", "[Good]\ncolumns=QTY\n[Saw]\ncolumns=QTY,|a" + zero + "b|,Notes\n");
+    ExpectTold(
+        ExportBoard({"--profile", "Saw"}),
+        "BrenvikProfiles.txt:4: expected text without control characters, found the character of number "
+        "0 behind \"columns=QTY,|a\"");
+    EXPECT_EQ(ExportBoard({"--profile", "Good"}).status, 0);
+}
+
 TEST_F(HandWritten, AnAdjustmentFileForOneExportIsNeverStored) {
     WriteBoard();
     Write("adjust.txt", "[a]\nl=1\n");
