@@ -22,7 +22,6 @@
 #include "run_teller.h"
 #include "session/library/brenvik_class.h"
 #include "shell_word.h"
-#include "steady_home.h"
 #include "target_words.h"
 #include "workplace.h"
 
@@ -80,7 +79,7 @@ void ExportFromGrid(Form& form, const TargetDriver& driver) {
     }
 }
 
-ExitStatus Cnc(const std::string& home, const CncOptions& options) {
+ExitStatus Cnc(const HeldHome& home, const CncOptions& options) {
     const TargetDriver& driver = *FindTarget(options.target);
     Teller teller(options.drawing.quiet);
     RunDialogs dialogs(std::cerr);
@@ -90,7 +89,7 @@ ExitStatus Cnc(const std::string& home, const CncOptions& options) {
     SetProof(!options.noProof);
     const OpenedInput opened = OpenAndSelect(workplace, options.drawing, options.unit, teller);
     const std::size_t notes = opened.document.Notes().size();
-    const RunTeller runs(teller, {.programWords = ProgramWords(home),
+    const RunTeller runs(teller, {.programWords = ProgramWords(home.option),
                                   .takeTrouble = [&dialogs] { return dialogs.TakeTrouble(); }});
     if (options.fromGrid)
         WhileGridIsOpen(workplace.host, dialogs, [&](Form& form) { ExportFromGrid(form, driver); });
@@ -128,9 +127,7 @@ Command CncCommand() {
          Argument("--no-proof", &options->noProof, std::string(NoProofHelp)), options->drawing.Select(),
          options->drawing.Letters(), options->unit.Option(), options->drawing.Material(),
          options->drawing.Quiet()},
-        [options](const std::string& home) {
-            return WhileHomeIsSteady(home, HomeUse::SettingsAndBoards, [&] { return Cnc(home, *options); });
-        },
+        [options](const std::string& home) { return Cnc(HoldHome(home), *options); },
         {}};
 }
 

@@ -9,7 +9,6 @@
 #include "given_material.h"
 #include "home_files.h"
 #include "several_drawings.h"
-#include "steady_home.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -32,11 +31,12 @@ void TellLostSettings(const std::filesystem::path& home, Teller& teller) {
                 ": expected the settings of this home, found none; its drawings were taken for metric ones");
 }
 
-ExitStatus Convert(const std::string& home, ConvertOptions options) {
+ExitStatus Convert(const std::filesystem::path& home, std::optional<LengthUnit> unit,
+                   ConvertOptions options) {
     RequireWritableFormat(options.save);
     options.onlySaves = IsDxfName(options.save);
     KeptFiles kept;
-    kept.KeepHome(HomeOf(home));
+    kept.KeepHome(home);
     KeepDrawing(kept, options);
     kept.RequireFree(PathFromText(options.save), OutputKind::Drawing, options.save);
     Teller teller(options.quiet);
@@ -44,8 +44,7 @@ ExitStatus Convert(const std::string& home, ConvertOptions options) {
     HostApplication host([&files](const std::filesystem::path& file, std::string_view content) {
         files.Write(file, content);
     });
-    const std::optional<LengthUnit> unit = DrawingUnitOfHome(HomeOf(home));
-    TellLostSettings(HomeOf(home), teller);
+    TellLostSettings(home, teller);
     HostDocument& document = OpenInput(host, files, options.unit.For(unit), options, teller);
     if (!options.onlySaves) BringBlockSolids(document, options, teller);
     SelectForCommand(document, options);
@@ -54,7 +53,7 @@ ExitStatus Convert(const std::string& home, ConvertOptions options) {
     return teller.Status();
 }
 
-ExitStatus ConvertAll(const std::string& home, const ConvertOptions& options) {
+ExitStatus ConvertAll(const std::filesystem::path& home, const ConvertOptions& options) {
     const SeveralWords words = WordsOf(options.drawing, options.save, options.further);
     if (words.areSeveral == options.to.empty())
         throw CommandError(ExitStatus::WrongWords,
@@ -62,14 +61,16 @@ ExitStatus ConvertAll(const std::string& home, const ConvertOptions& options) {
                                ? "--to: expected the format for several drawings: dxf, step or sat"
                                : "--to: expected several drawings with this option; the ending of OUT "
                                  "says the format of one");
-    if (!words.areSeveral) return Convert(home, options);
+    // Once, so that a change of it meanwhile doesn't give drawings of two units.
+    const std::optional<LengthUnit> unit = DrawingUnitOfHome(home);
+    if (!words.areSeveral) return Convert(home, unit, options);
     const std::vector<std::string> outputs = OutputsIn(words.last, words.drawings, "." + options.to);
     MakeOutputFolder(words.last);
     const auto work = [&](std::size_t place) {
         ConvertOptions one = options;
         one.drawing = words.drawings[place];
         one.save = outputs[place];
-        return Convert(home, one);
+        return Convert(home, unit, one);
     };
     return RunEach(words.drawings, {work, PrintOutput}, options.quiet);
 }
@@ -85,9 +86,7 @@ Command ConvertCommand() {
              Argument("--to", &options->to, "The format that several drawings are written in")
                  .OneOf({"dxf", "step", "sat"}),
              options->Letters(), options->unit.Option(), options->Material(), options->Quiet()},
-            [options](const std::string& home) {
-                return WhileHomeIsSteady(home, HomeUse::Settings, [&] { return ConvertAll(home, *options); });
-            },
+            [options](const std::string& home) { return ConvertAll(HomeOf(home), *options); },
             {}};
 }
 

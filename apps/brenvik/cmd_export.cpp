@@ -10,9 +10,9 @@
 #include "forms/grid_control.h"
 #include "grid_session.h"
 #include "list_choice_options.h"
+#include "parts/part_trouble.h"
 #include "run_dialogs.h"
 #include "several_drawings.h"
-#include "steady_home.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -66,7 +66,13 @@ void RequireOwnFile(Workplace& workplace, const ExportOptions& options) {
     workplace.kept.RequireFree(workplace.files.Resolve(options.csv.path), OutputKind::List, options.csv.path);
 }
 
-ExitStatus Export(const std::string& home, const ExportOptions& options) {
+void TellAboutList(Teller& teller) {
+    TellPartTroubles(teller);
+    TellDroppedParts(teller);
+    TellExportTroubles(teller);
+}
+
+ExitStatus Export(const HeldHome& home, const ExportOptions& options) {
     const ListChoices choices = options.choices.Parse();
     Teller teller(options.drawing.quiet);
     RemarkOnTextOrder(choices, teller);
@@ -77,16 +83,18 @@ ExitStatus Export(const std::string& home, const ExportOptions& options) {
     const auto [document, selected] = OpenAndSelect(workplace, options.drawing, options.unit, teller);
     RemarkOnLumps(document, options.drawing, teller);
     teller.Progress("measuring " + std::to_string(selected) + " parts");
+    // What the list lacks is told ahead of the box that calls it complete.
+    dialogs.beforeExportComplete = [&teller] { TellAboutList(teller); };
     const bool exported = ScanAndExport(workplace.host, dialogs, choices, options.csv, teller);
-    TellPartTroubles(teller);
-    TellDroppedParts(teller);
-    TellExportTroubles(teller);
+    // Where no list was written, its cells are no matter.
+    if (!exported) TakePartTroubles();
+    TellAboutList(teller);
     if (dialogs.SomethingWentWrong()) teller.MarkIncomplete();
     if (!exported) teller.Loss(options.csv.path + ": the list was not exported");
     return teller.Status();
 }
 
-ExitStatus ExportAll(const std::string& home, const ExportOptions& options) {
+ExitStatus ExportAll(const HeldHome& home, const ExportOptions& options) {
     const SeveralWords words = WordsOf(options.drawing.drawing, options.csv.path, options.further);
     if (!words.areSeveral) return Export(home, options);
     RefuseForSeveral(!options.drawing.handles.empty(), "--select");
@@ -123,9 +131,7 @@ Command ExportCommand() {
          options->choices.Sort(), options->choices.Group(), options->choices.Filter(),
          options->drawing.Select(), options->drawing.Letters(), options->unit.Option(),
          options->drawing.Material(), options->drawing.Quiet()},
-        [options](const std::string& home) {
-            return WhileHomeIsSteady(home, HomeUse::Settings, [&] { return ExportAll(home, *options); });
-        },
+        [options](const std::string& home) { return ExportAll(HoldHome(home), *options); },
         {}};
 }
 

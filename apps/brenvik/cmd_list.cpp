@@ -12,7 +12,6 @@
 #include "list_output.h"
 #include "parts/grouped_quantities.h"
 #include "several_drawings.h"
-#include "steady_home.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -55,7 +54,7 @@ Scanned Scan(HostApplication& host, ConsoleDialogs& dialogs, const ListChoices& 
     return scanned;
 }
 
-ExitStatus List(const std::string& home, const ListOptions& options) {
+ExitStatus List(const HeldHome& home, const ListOptions& options) {
     if (!options.drawing.save.empty()) RequireWritableFormat(options.drawing.save);
     const ListChoices choices = options.choices.Parse();
     Teller teller(options.drawing.quiet);
@@ -85,7 +84,7 @@ ExitStatus List(const std::string& home, const ListOptions& options) {
     return teller.Status();
 }
 
-ExitStatus ListAll(const std::string& home, const ListOptions& options) {
+ExitStatus ListAll(const HeldHome& home, const ListOptions& options) {
     std::vector<std::string> words = options.further.more;
     words.insert(words.begin(), options.drawing.drawing);
     if (!AreSeveral(words)) return List(home, options);
@@ -120,9 +119,7 @@ Command ListCommand() {
              options->choices.Sort(), options->choices.Group(), options->choices.Filter(),
              options->drawing.Select(), options->drawing.Letters(), options->unit.Option(),
              options->drawing.Material(), options->drawing.Save(), options->drawing.Quiet()},
-            [options](const std::string& home) {
-                return WhileHomeIsSteady(home, HomeUse::Settings, [&] { return ListAll(home, *options); });
-            },
+            [options](const std::string& home) { return ListAll(HoldHome(home), *options); },
             {}};
 }
 

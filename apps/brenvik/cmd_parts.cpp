@@ -50,7 +50,7 @@ std::size_t ListWritten() {
     return names.size();
 }
 
-ExitStatus Parts(const std::string& home, const PartsOptions& options) {
+ExitStatus Parts(const HeldHome& home, const PartsOptions& options) {
     Teller teller(options.drawing.quiet);
     RunDialogs dialogs(std::cerr);
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };
@@ -84,7 +84,7 @@ Command PartsCommand() {
                  .Named("DIR"),
              options->drawing.Select(), options->drawing.Letters(), options->unit.Option(),
              options->drawing.Material(), options->drawing.Quiet()},
-            [options](const std::string& home) { return Parts(home, *options); },
+            [options](const std::string& home) { return Parts(HoldHome(home), *options); },
             {}};
 }
 

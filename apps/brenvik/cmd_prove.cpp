@@ -14,7 +14,6 @@
 #include "run_dialogs.h"
 #include "session/call.h"
 #include "several_drawings.h"
-#include "steady_home.h"
 #include "target_words.h"
 #include "workplace.h"
 
@@ -70,7 +69,7 @@ FilesOfRun FilesIn(const ProveOptions& options) {
     return files;
 }
 
-ExitStatus Prove(const std::string& home, const ProveOptions& options) {
+ExitStatus Prove(const HeldHome& home, const ProveOptions& options) {
     RequireFolder(options.folder);
     Teller teller(options.drawing.quiet);
     RunDialogs dialogs(std::cerr);
@@ -102,7 +101,7 @@ ExitStatus Prove(const std::string& home, const ProveOptions& options) {
     return teller.Status();
 }
 
-ExitStatus ProveAll(const std::string& home, const ProveOptions& options) {
+ExitStatus ProveAll(const HeldHome& home, const ProveOptions& options) {
     const SeveralWords words = WordsOf(options.drawing.drawing, options.folder, options.further);
     if (!words.areSeveral) return Prove(home, options);
     RefuseForSeveral(!options.drawing.handles.empty(), "--select");
@@ -142,10 +141,7 @@ Command ProveCommand() {
                   "The run took its parts by way of the grid: equal parts share a file"),
          options->drawing.Select(), options->drawing.Letters(), options->unit.Option(),
          options->drawing.Material(), options->drawing.Quiet()},
-        [options](const std::string& home) {
-            return WhileHomeIsSteady(home, HomeUse::SettingsAndBoards,
-                                     [&] { return ProveAll(home, *options); });
-        },
+        [options](const std::string& home) { return ProveAll(HoldHome(home), *options); },
         {}};
 }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "cnc/run/run_set_up.h"
+#include "export/csv_export.h"
 #include "tools/part_export.h"
 
 namespace brenvik::app {
@@ -19,7 +20,7 @@ constexpr auto Harmless = std::to_array<std::string_view>({
     RunComplete,
     PartExportWarning,
     PartExportComplete,
-    "Export Complete!!",
+    ListExportComplete,
     "connection success",
     "ORIE data not detected on this part",
     "You are missing ORIE data on one or more rows.",

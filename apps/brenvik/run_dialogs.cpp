@@ -1,12 +1,14 @@
 // Message boxes that leave a run as good as it was, and the others.
 #include "run_dialogs.h"
 
+#include "export/csv_export.h"
 #include "message_meaning.h"
 
 namespace brenvik::app {
 
 MessageAnswer RunDialogs::Show(const MessageRequest& request) {
     if (TellsOfTrouble(request)) mWentWrong = mTrouble = true;
+    if (beforeExportComplete && request.text.starts_with(ListExportComplete)) beforeExportComplete();
     return ConsoleDialogs::Show(request);
 }
 

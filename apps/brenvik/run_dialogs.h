@@ -1,6 +1,7 @@
 // The message boxes of a command without a person: which of them tell that something was skipped or failed.
 #pragma once
 
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -18,6 +19,10 @@ class RunDialogs : public ConsoleDialogs {
     bool SomethingWentWrong() const { return mWentWrong; }
     /// The same since the last call.
     bool TakeTrouble() { return std::exchange(mTrouble, false); }
+
+    /// Runs before the box that says that the export of a list is complete, for what is to be told of it
+    /// ahead.
+    std::function<void()> beforeExportComplete;
 
   private:
     bool mWentWrong = false, mTrouble = false;

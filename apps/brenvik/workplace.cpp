@@ -2,6 +2,7 @@
 // platforms own.
 #include "workplace.h"
 
+#include <algorithm>
 #include <iostream>
 
 #include "base/failure.h"
@@ -24,6 +25,8 @@ namespace brenvik::app {
 
 namespace {
 
+bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
+
 void Warn(const std::string& remark) { std::cerr << "brenvik: " << remark << '\n'; }
 
 std::shared_ptr<const Claim> ClaimDatabase(const std::filesystem::path& file) {
@@ -35,8 +38,16 @@ std::shared_ptr<const Claim> ClaimDatabase(const std::filesystem::path& file) {
 
 }  // namespace
 
+// Settings and messages name the home's files, a line each.
 std::filesystem::path HomeOf(const std::string& homeOption) {
     const std::filesystem::path home = homeOption.empty() ? DefaultHome() : PathFromText(homeOption);
+    if (std::string shown = TextFromPath(home); std::ranges::any_of(shown, IsControl)) {
+        std::ranges::replace_if(shown, IsControl, '?');
+        throw CommandError(ExitStatus::WrongWords,
+                           "--home, or BRENVIK_HOME: expected a folder's name without line breaks and other "
+                           "control characters, found " +
+                               shown);
+    }
     return AbsolutePath(home).lexically_normal();
 }
 
@@ -67,6 +78,11 @@ Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, Purpose
     RequireReadableSettings();
     std::error_code unknown;
     if (!std::filesystem::exists(home / SettingsFile, unknown)) MakeHome(purpose, units);
+}
+
+Workplace::Workplace(const HeldHome& held, DialogPort& dialogs) : Workplace(held.option, dialogs) {
+    if (held.settings && !mHomeWasMade) settings.HoldAt(*held.settings);
+    if (held.boards && !mHomeWasMade) files.HoldAt(BoardsIn(files), *held.boards);
 }
 
 // Of two programs that come to a new home at once, one makes it while the other waits. The settings file is

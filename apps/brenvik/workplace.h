@@ -11,6 +11,7 @@
 #include "drafting_host/document/host_application.h"
 #include "file_roots/file_roots.h"
 #include "file_roots/guarded_files.h"
+#include "held_home.h"
 #include "kept_files.h"
 #include "odbc/odbc_database.h"
 #include "part_table/sqlite_database.h"
@@ -32,6 +33,9 @@ class Workplace {
     enum class Purpose { Work, Installation };
     Workplace(const std::string& homeOption, DialogPort& dialogs, Purpose purpose = Purpose::Work,
               std::optional<MeasureUnits> units = {});
+    /// The same, with the settings and the boards as they have been taken: reads go on seeing these and what
+    /// is saved here, whatever other programs write.
+    Workplace(const HeldHome& held, DialogPort& dialogs);
     ~Workplace();
     Workplace(const Workplace&) = delete;
     Workplace& operator=(const Workplace&) = delete;

@@ -230,10 +230,15 @@ std::vector<std::string> FileRoots::ListFiles(std::string_view folder, std::stri
     return names;
 }
 
-std::string FileRoots::ReadFile(std::string_view path) { return ReadWhole(Resolve(path)); }
+std::string FileRoots::ReadFile(std::string_view path) {
+    const fs::path file = Resolve(path);
+    const auto held = mHeld.find(file);
+    return held == mHeld.end() ? ReadWhole(file) : held->second;
+}
 
 void FileRoots::WriteFile(std::string_view path, std::string_view content) {
     const fs::path file = ResolveToWrite(path);
+    mHeld.erase(file);
     if (mNames->Keeps(file.parent_path()))
         WriteScratchFile(file, content);
     else

@@ -4,9 +4,11 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "file_roots/folder_names.h"
@@ -59,6 +61,9 @@ class FileRoots : public FilesPort {
     void WriteFile(std::string_view path, std::string_view content) override;
     std::string_view LineEnd() const override;
 
+    /// What reading this file gives from here on, whatever other programs write, until it is written here.
+    void HoldAt(std::string_view path, std::string content) { mHeld[Resolve(path)] = std::move(content); }
+
   private:
     struct Mapping {
         char drive;
@@ -73,6 +78,7 @@ class FileRoots : public FilesPort {
     std::filesystem::path mHome;
     std::shared_ptr<FolderNames> mNames = std::make_shared<FolderNames>();
     std::vector<Mapping> mMappings;
+    std::map<std::filesystem::path, std::string> mHeld;
     brenvik::WorkFolder* mWorkFolder = nullptr;
 };
 

@@ -75,20 +75,28 @@ void TextSettings::Write(const SettingsText& changed) {
 }
 
 std::string TextSettings::GetSetting(SettingsRoot root, std::string_view path, std::string_view name) {
+    return Seen().Find(SectionPath(root, path), name).value_or("");
+}
+
+void TextSettings::HoldAt(std::string_view content) { mHeld = SettingsText::Parse(content, Shown(mFile)); }
+
+const SettingsText& TextSettings::Seen() {
+    if (mHeld && !mTogether) return *mHeld;
     Refresh();
-    return mSettings.Find(SectionPath(root, path), name).value_or("");
+    return mSettings;
 }
 
 // Runs a change on what the file holds now; it says whether anything is different.
 void TextSettings::Change(const std::function<bool(SettingsText&)>& change) {
     if (mTogether) {
         change(mSettings);
-        return;
+    } else {
+        const FolderLock lock(mFile.parent_path());
+        ReadAnew();
+        SettingsText changed = mSettings;
+        if (change(changed)) Write(changed);
     }
-    const FolderLock lock(mFile.parent_path());
-    ReadAnew();
-    SettingsText changed = mSettings;
-    if (change(changed)) Write(changed);
+    if (mHeld) change(*mHeld);
 }
 
 void TextSettings::SaveSetting(SettingsRoot root, std::string_view path, std::string_view name,
@@ -110,27 +118,25 @@ void TextSettings::ChangeTogether(const std::function<void()>& changes) {
     const FolderLock lock(mFile.parent_path());
     ReadAnew();
     const std::string before = mSettings.Content();
+    const std::optional<SettingsText> heldBefore = mHeld;
     mTogether = true;
     try {
         changes();
+        mTogether = false;
+        if (mSettings.Content() != before) Write(mSettings);
     } catch (...) {
         mTogether = false;
         mStamp.reset();
+        mHeld = heldBefore;
         throw;
     }
-    mTogether = false;
-    if (mSettings.Content() != before) Write(mSettings);
 }
 
 std::vector<std::pair<std::string, std::string>> TextSettings::EnumerateSettings(SettingsRoot root,
                                                                                  std::string_view path) {
-    Refresh();
-    return mSettings.ValuesUnder(SectionPath(root, path));
+    return Seen().ValuesUnder(SectionPath(root, path));
 }
 
-std::vector<SettingsFileLine> TextSettings::Lines() {
-    Refresh();
-    return mSettings.Lines();
-}
+std::vector<SettingsFileLine> TextSettings::Lines() { return Seen().Lines(); }
 
 }  // namespace brenvik

@@ -38,6 +38,10 @@ class TextSettings : public SettingsPort {
 
     void ChangeTogether(const std::function<void()>& changes) override;
 
+    /// From here on reads see the values of this content and what is saved here, whatever other programs
+    /// write; changes made together still see the file. A damaged content fails as a file does.
+    void HoldAt(std::string_view content);
+
   private:
     // What tells one state of the file from another without reading it.
     struct Stamp {
@@ -50,6 +54,7 @@ class TextSettings : public SettingsPort {
     Stamp ReadStamp() const;
     std::string ReadWhole() const;
     void Refresh();
+    const SettingsText& Seen();
     void ReadAnew();
     void Write(const SettingsText& changed);
     void Change(const std::function<bool(SettingsText&)>& change);
@@ -61,6 +66,8 @@ class TextSettings : public SettingsPort {
     std::optional<Stamp> mStamp;
     /// Changes gather in mSettings, which is ahead of the file.
     bool mTogether = false;
+    /// What reads see.
+    std::optional<SettingsText> mHeld;
 };
 
 }  // namespace brenvik

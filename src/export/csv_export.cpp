@@ -168,7 +168,7 @@ void RunCsvExport(frmExport& form) {
         if (!ShowAndResume(ShowFailureWithDetail, [&] { ThePlatform().files->WriteFile(path, *text); }))
             return;
     }
-    ShowMessage("Export Complete!!", "Done.");
+    ShowMessage(ListExportComplete, "Done.");
     form.exportEnded = true;
     form.Unload();
 }

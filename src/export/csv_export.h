@@ -13,6 +13,9 @@ namespace brenvik {
 
 class frmExport;
 
+/// The box at the end; those of exports to databases begin with it.
+inline constexpr std::string_view ListExportComplete = "Export Complete!!";
+
 /// The statement of the list as the grid shows it: filtered, sorted, grouped.
 std::string ExportStatement();
 

@@ -160,6 +160,22 @@ TEST_F(Export, TellsAFileThatCannotBeWritten) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_NE(outcome.errors.find("none/out.csv: the list was not exported\n"), std::string::npos)
         << outcome.errors;
+    EXPECT_EQ(outcome.errors.find("the part"), std::string::npos) << outcome.errors;
+}
+
+TEST_F(Export, RefusesABlankName) {
+    const Outcome outcome = Run({"export", ShippedSample().string(), ""});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_NE(outcome.errors.find("OUT: expected a value, found an empty text"), std::string::npos)
+        << outcome.errors;
+    EXPECT_EQ(Run({"list", ""}).status, 2);
+    EXPECT_EQ(Run({"settings", "set", "MDBPath", ""}).status, 0) << "a blank value can be meant";
+}
+
+TEST_F(Export, SaysThatItIsCompleteBehindWhatItLacks) {
+    const std::string errors = ExportTo("out.csv", {}).errors, end = "[Done.] Export Complete!!\n";
+    EXPECT_NE(errors.find(" has no size in the export: "), std::string::npos) << errors;
+    EXPECT_TRUE(errors.ends_with(end)) << errors;
 }
 
 }  // namespace

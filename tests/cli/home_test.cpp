@@ -443,5 +443,16 @@ TEST_F(Settings, AValueNotYetStoredReadsBlank) {
     EXPECT_EQ(Run({"settings", "get", "QUANTITY_WIDTH"}).output, "\n");
 }
 
+TEST_F(Home, WithAControlCharacterInItsNameIsRefused) {
+    for (const std::string name : {"a\nb", "a\x1b[31m"}) {
+        const Outcome outcome = Run({"--home", name, "init"});
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_NE(outcome.errors.find("without line breaks and other control characters, found a?"),
+                  std::string::npos)
+            << outcome.errors;
+        EXPECT_FALSE(Exists(name));
+    }
+}
+
 }  // namespace
 }  // namespace brenvik::cli_test

@@ -131,6 +131,32 @@ TEST_F(SettingsFile, ChangesMadeTogetherReachTheFileAsOneOrNotAtAll) {
     EXPECT_EQ(settings.GetSetting(machine, key, "A"), "10");
 }
 
+TEST_F(SettingsFile, HeldValuesStayWhateverOthersWrite) {
+    const std::string head = "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Orvane, Inc.\\Brenvik04]\n";
+    Put(head + "A=1\nB=2\n");
+    settings.HoldAt(Content());
+    TextSettings(File(), WriteWholeFile).SaveSetting(machine, key, "A", "7");
+    EXPECT_EQ(settings.GetSetting(machine, key, "A"), "1");
+    settings.SaveSetting(machine, key, "B", "3");
+    EXPECT_EQ(settings.GetSetting(machine, key, "B"), "3");
+    EXPECT_EQ(Content(), head + "A=7\nB=3\n");
+    settings.ChangeTogether([&] {
+        EXPECT_EQ(settings.GetSetting(machine, key, "A"), "7")
+            << "who decides between two programs sees both";
+        settings.DeleteSetting(machine, key, "B");
+    });
+    EXPECT_EQ(settings.GetSetting(machine, key, "A"), "1");
+    EXPECT_EQ(settings.GetSetting(machine, key, "B"), "");
+    EXPECT_EQ(Content(), head + "A=7\n");
+    EXPECT_THROW(settings.ChangeTogether([&] {
+        settings.SaveSetting(machine, key, "B", "4");
+        throw DiskFull("home");
+    }),
+                 Failure);
+    EXPECT_EQ(settings.GetSetting(machine, key, "B"), "");
+    EXPECT_THROW(settings.HoldAt("A=1"), Failure);
+}
+
 TEST_F(SettingsFile, SameValueIsNotWrittenAgain) {
     settings.SaveSetting(machine, key, "A", "1");
     const auto time = std::filesystem::last_write_time(File()) - std::chrono::hours(1);
