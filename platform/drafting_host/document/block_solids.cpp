@@ -197,7 +197,7 @@ void TakeOut(HostDocument& document, const InsertData& reference, Counter& count
         HostEntity& made = document.Model().Add(std::move(placed.geometry));
         SetShownLook(made, *placed.source, look);
         made.SetExtendedData(scale == 1 ? placed.source->ExtendedData()
-                                        : WithScaledExtents(placed.source->ExtendedData(), scale));
+                                        : WithScaledExtents(placed.source->ExtendedData(), scale, made));
         told.taken.push_back(&made);
     }
 }

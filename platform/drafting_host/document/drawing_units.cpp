@@ -9,7 +9,9 @@
 #include "base/letter_case.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
+#include "base/skip.h"
 #include "drafting_host/document/host_document.h"
+#include "drafting_host/document/host_solids.h"
 #include "drafting_host/document/scale_drawing.h"
 #include "drafting_host/document/unscaled_lengths.h"
 
@@ -87,6 +89,25 @@ std::optional<double> MillimetresOfInsertUnits(int insertUnits) {
     return size < LongestUnit ? std::optional(size) : std::nullopt;
 }
 
+constexpr int ExtentDecimals = 5;
+
+/// The extent of the solid, in its own frame or in the world's, that was rounded ahead of its growth by this
+/// factor; the given one where there is none.
+double ExtentOfSolid(const HostEntity& entity, double extent, double factor) {
+    constexpr double roundedBy = 0.5e-5;
+    // Room for the noise of scaling, which is far below what anybody saves.
+    constexpr double room = 1.001;
+    const auto* const solid = dynamic_cast<const HostSolid*>(&entity);
+    if (solid == nullptr) return extent;
+    const solids::Extents& own = solid->Measures();
+    Box3 box;
+    Skip([&] { box = solid->GetBoundingBox(); });
+    for (const double now :
+         {own.d1, own.d2, own.d3, box.max.x - box.min.x, box.max.y - box.min.y, box.max.z - box.min.z})
+        if (std::abs(now - extent) <= roundedBy * factor * room) return now;
+    return extent;
+}
+
 }  // namespace
 
 int InsertUnitsOf(LengthUnit unit) { return unit == LengthUnit::Inch ? 1 : 4; }
@@ -154,14 +175,15 @@ void BringToUnit(HostDocument& document, const UnitChoice& choice) {
     tables.measurement = *choice.drawing == LengthUnit::Inch ? 0 : 1;
 }
 
-std::vector<XDataOfApp> WithScaledExtents(std::vector<XDataOfApp> data, double factor) {
-    constexpr int extentDecimals = 5;
+std::vector<XDataOfApp> WithScaledExtents(std::vector<XDataOfApp> data, double factor,
+                                          const HostEntity& grown) {
     for (XDataOfApp& app : data)
         for (const std::string_view key : {"OLDVALUE1", "OLDVALUE2", "OLDVALUE3"}) {
             if (!EqualsIgnoreCase(app.app, key) || app.items.empty()) continue;
             auto* text = std::get_if<std::string>(&app.items.front().value);
-            if (text != nullptr && IsNumeric(*text))
-                *text = NumberToText(RoundHalfEven(StrictNumber(*text) * factor, extentDecimals));
+            if (text == nullptr || !IsNumeric(*text)) continue;
+            const double extent = ExtentOfSolid(grown, StrictNumber(*text) * factor, factor);
+            *text = NumberToText(RoundHalfEven(extent, ExtentDecimals));
         }
     return data;
 }

@@ -15,6 +15,7 @@
 namespace brenvik {
 
 class HostDocument;
+class HostEntity;
 struct ReadOptions;
 
 /// The unit's number in a DXF's $INSUNITS.
@@ -56,8 +57,10 @@ void ReadDrawingInUnit(HostDocument& document, const std::filesystem::path& path
 std::vector<std::string> SaveDrawingInUnit(const HostDocument& document, const std::filesystem::path& path,
                                            std::optional<LengthUnit> unit);
 
-/// Part data whose saved extents have grown by a factor, so that the letters still name the sizes.
-std::vector<XDataOfApp> WithScaledExtents(std::vector<XDataOfApp> data, double factor);
+/// Part data whose saved extents have grown by a factor with their solid, so that the letters still name the
+/// sizes. Saved ones are rounded; one that is an extent of the solid but for that becomes this extent.
+std::vector<XDataOfApp> WithScaledExtents(std::vector<XDataOfApp> data, double factor,
+                                          const HostEntity& grown);
 
 /// Extended data with what grows with their entity by the format: places in the world (1011), displacements
 /// (1012), distances (1041) and scale factors (1042). Plain numbers and points, and directions, stay.

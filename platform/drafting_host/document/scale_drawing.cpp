@@ -274,7 +274,7 @@ void ScaleEntities(HostDocument& document, double factor) {
         if (dynamic_cast<HostMText*>(entity) != nullptr)
             entity->SetExtendedData(WithScaledColumns(entity->ExtendedData(), factor));
         if (dynamic_cast<HostSolid*>(entity) != nullptr)
-            entity->SetExtendedData(WithScaledExtents(entity->ExtendedData(), factor));
+            entity->SetExtendedData(WithScaledExtents(entity->ExtendedData(), factor, *entity));
     }
     for (const auto& block : document.AllBlocks()) {
         if (!block->IsPaperSpace()) continue;
