@@ -52,6 +52,10 @@ class StagedDialogs : public WatchedJournalDialogs {
 };
 
 std::vector<JournalStep> ReadJournal(const std::string& name) {
+    // It opens as a file does, and reads as an empty one.
+    std::error_code unknown;
+    if (std::filesystem::is_directory(PathFromText(name), unknown))
+        throw CommandError(ExitStatus::Unreadable, name + ": expected a journal, found a folder");
     std::ifstream file(PathFromText(name), std::ios::binary);
     std::ostringstream content;
     if (file) content << file.rdbuf();

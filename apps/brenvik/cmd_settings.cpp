@@ -138,7 +138,8 @@ Command SettingsCommand() {
               "Change one setting",
               {Argument("NAME", &words->name, "Its name").Required(),
                Argument("VALUE", &words->value, "Its new value; one that the setting can't have is refused")
-                   .Required()},
+                   .Required()
+                   .MayBeBlank()},
               [words](const std::string& home) { return SetOne(home, words->name, words->value); },
               {}}}};
 }

@@ -44,7 +44,7 @@ std::string CheckGiven(const std::string& word) {
 void AddArgument(CLI::App& command, const Argument& argument) {
     CLI::Option& option = AddTarget(command, argument);
     const bool isFlag = std::holds_alternative<bool*>(argument.target);
-    if (argument.name.starts_with("--") && !isFlag && !argument.check && argument.choices.empty())
+    if (!argument.mayBeBlank && !isFlag && !argument.check && argument.choices.empty())
         option.check(CLI::Validator(CheckGiven, ""));
     option.required(argument.required);
     if (!argument.valueName.empty()) option.type_name(argument.valueName);

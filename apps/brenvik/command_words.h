@@ -27,6 +27,8 @@ struct Argument {
     /// Mends the word, or returns what was expected instead.
     std::function<std::string(std::string&)> check;
     bool required = false;
+    /// A blank word can be meant.
+    bool mayBeBlank = false;
     /// The help shows the value that the target has before.
     bool showsDefault = false;
 
@@ -35,6 +37,10 @@ struct Argument {
 
     Argument&& Required() && {
         required = true;
+        return std::move(*this);
+    }
+    Argument&& MayBeBlank() && {
+        mayBeBlank = true;
         return std::move(*this);
     }
     Argument&& Named(std::string value) && {

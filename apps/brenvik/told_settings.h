@@ -18,8 +18,8 @@ namespace brenvik::app {
 /// values of other keys.
 std::string ValueFaultAt(std::string_view path, std::string_view name, std::string_view value);
 
-/// Hands everything on to the store. A value that its setting can't have is told when it is first read, once
-/// for the life of this object, with the file, the line, its name and itself, and what it can be.
+/// Hands everything on to the store. A value that its setting can't have is told when it is first read or
+/// saved, once for the life of this object, with the file, the line, its name and itself, and what it can be.
 class ToldSettings : public SettingsPort {
   public:
     /// `shownFile` is what the messages call the store, which must outlive this; `programWords` are how the

@@ -112,6 +112,8 @@ std::optional<std::string> DesktopDialogs::ChooseFile(const FileRequest& request
     dialog.setNameFilters(FileFilters(request.filter));
     dialog.setDefaultSuffix(ToQt(request.defaultExtension));
     dialog.setAcceptMode(request.saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    // The forms ask themselves before they write over a file.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
     dialog.setFileMode(request.saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     if (!request.fileName.empty()) dialog.selectFile(ToQt(request.fileName));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;

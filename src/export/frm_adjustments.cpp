@@ -165,7 +165,20 @@ std::string frmAdjustments::FileText() const {
 void frmAdjustments::SaveAs() {
     const std::optional<std::string> path =
         ThePlatform().dialogs->ChooseFile(AdjustmentFileRequest(EditAdjPath, true));
-    if (path) WriteTo(*path);
+    if (path && !KeepsOther(*path)) WriteTo(*path);
+}
+
+// The file that is edited is saved over as its button says; any other one is somebody's work.
+bool frmAdjustments::KeepsOther(const std::string& path) const {
+    FilesPort& files = *ThePlatform().files;
+    bool isOther = false;
+    Skip([&] {
+        RequireOutputPlace(path, OutputKind::Adjustments);
+        isOther = files.FileExists(path) && files.PlaceOf(path) != files.PlaceOf(EditAdjPath);
+    });
+    if (!isOther || !AnswersYes(path + " is there already. Leave it as it is?")) return false;
+    NoteExportTrouble("the BrenvikAdjustments file " + path + " was not written: it was there already");
+    return true;
 }
 
 bool frmAdjustments::KeepsUnread(const std::string& path) const {

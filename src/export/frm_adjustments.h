@@ -44,6 +44,8 @@ class frmAdjustments : public Form {
     /// Asks whether a file is kept that has lines which the grid doesn't show, or that could not be read.
     bool KeepsLines(const std::string& path) const;
     bool KeepsUnread(const std::string& path) const;
+    /// The same of a file that is there, may be written, and isn't the one that is edited.
+    bool KeepsOther(const std::string& path) const;
     /// Returns whether the file was written: what somebody else has changed since the grid was filled from it
     /// may be kept.
     bool WriteOver(const std::string& path, const std::string& text) const;

@@ -255,6 +255,28 @@ TEST_F(Journal, WithoutAStepDoesNothing) {
     EXPECT_EQ(outcome.output + outcome.errors, "");
 }
 
+TEST_F(Journal, ThatIsAFolderIsRefusedAsThat) {
+    const Outcome outcome = Run({"run", ShippedSample().string(), "--journal", "."});
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_EQ(outcome.errors, "brenvik: .: expected a journal, found a folder\n");
+}
+
+TEST_F(Journal, TellsSettingsThatItsDialogHasStoredAndThatCannotBe) {
+    const Outcome length = Play("command ShowSettings\ntype Text1 \"big\"\npress cmdApply\n");
+    EXPECT_EQ(length.status, 1);
+    EXPECT_NE(length.errors.find("settings.txt:"), std::string::npos) << length.errors;
+    EXPECT_NE(length.errors.find(": CircleSize is \"big\", expected a number"), std::string::npos)
+        << length.errors;
+    EXPECT_NE(Read("home/settings.txt").find("CircleSize=big\n"), std::string::npos)
+        << "the dialog stores it";
+    EXPECT_EQ(Run({"settings", "set", "CircleSize", "35"}).status, 0);
+    const Outcome scale = Play("command ShowSettings\ncheck Option1\npress cmdApply\n");
+    EXPECT_EQ(scale.status, 1);
+    EXPECT_NE(scale.errors.find("ExportScaleSetting is \"1\", expected 2 or 3"), std::string::npos)
+        << scale.errors;
+    EXPECT_EQ(Play("command ShowSettings\ncheck Option3\ntype Text1 \"36\"\npress cmdApply\n").errors, "");
+}
+
 TEST_F(Journal, ThatIsAnEmptyFileIsRefusedAsThat) {
     const Outcome outcome = Play("");
     EXPECT_EQ(outcome.status, 3);

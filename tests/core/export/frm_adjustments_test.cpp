@@ -141,6 +141,24 @@ TEST_F(AdjustmentsEditor, SavesACopyUnderAnotherName) {
     EXPECT_TRUE(dialogs.fileRequests[0].saving);
 }
 
+TEST_F(AdjustmentsEditor, AsksBeforeACopyGoesOverAnotherFile) {
+    UseAdjustments(Section("Doors", "0.25"));
+    files.contents["D:\\other.txt"] = Section("Tops", "3");
+    OpenEditor();
+    dialogs.chosenFile = "D:\\other.txt";
+    dialogs.answers = {MessageAnswer::Yes};
+    PressIn("cmdADJBrowse2");
+    EXPECT_EQ(files.contents["D:\\other.txt"], Section("Tops", "3")) << "the default is to leave it";
+    ASSERT_FALSE(dialogs.messages.empty());
+    EXPECT_EQ(dialogs.messages.back().text, "D:\\other.txt is there already. Leave it as it is?");
+    EXPECT_EQ(TakeExportTroubles(),
+              std::vector<std::string>{"the BrenvikAdjustments file D:\\other.txt was not "
+                                       "written: it was there already"});
+    dialogs.answers = {MessageAnswer::No};
+    PressIn("cmdADJBrowse2");
+    EXPECT_EQ(files.contents["D:\\other.txt"], Section("Doors", "0.25"));
+}
+
 TEST_F(AdjustmentsEditor, OpensAnotherFile) {
     UseAdjustments(Section("Doors", "0.25") + Section("Backs", "-1"));
     files.contents["D:\\other.txt"] = Section("Tops", "3");
