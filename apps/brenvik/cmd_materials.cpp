@@ -140,7 +140,7 @@ bool AreOfOneUnit(std::string_view key, std::string_view other) {
 /// Fails for words that can't make a record.
 void RequireAddable(const MaterialLibrary& library, const std::string& file, const std::string& key,
                     const std::string& like) {
-    if (const std::string expected = MaterialKeyFault(key); !expected.empty())
+    if (const std::string expected = NewMaterialKeyFault(key); !expected.empty())
         throw CommandError(ExitStatus::WrongWords, "KEY: expected " + expected + "; found \"" + key + "\"");
     if (const std::string expected = KeyOfRunsFor(key); !expected.empty())
         throw CommandError(ExitStatus::WrongWords, "KEY: expected the thickness as runs write it: \"" +

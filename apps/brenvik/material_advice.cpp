@@ -47,7 +47,7 @@ std::string AdviceToGiveOne(const MaterialLibrary& library, const std::vector<st
 /// name out of a stranger's drawing must not look like one.
 std::string AdviceToAdd(const MaterialLibrary& library, const std::string& key,
                         const std::string& programWords) {
-    if (const std::string expected = MaterialKeyFault(key); !expected.empty())
+    if (const std::string expected = NewMaterialKeyFault(key); !expected.empty())
         return "a part's material makes no key of the library, which is " + expected +
                "; change it in the drawing";
     return "to add the board as a copy of the nearest: " + programWords + " materials add " + ShellWord(key) +

@@ -63,8 +63,10 @@ std::string ToldSettings::GetSetting(SettingsRoot root, std::string_view path, s
 void ToldSettings::SaveSetting(SettingsRoot root, std::string_view path, std::string_view name,
                                std::string_view text) {
     mStore.SaveSetting(root, path, name, text);
-    // The settings dialog takes whatever was typed.
-    Look(path, name, text);
+    // The settings dialog takes whatever was typed. An installation writes the scale ahead of the units.
+    const bool isJudged = !EqualsIgnoreCase(name, setting::ExportScaleSetting) ||
+                          IsStored(SettingsKeyPath, setting::HomeUnits);
+    if (isJudged) Look(path, name, text);
 }
 
 void ToldSettings::DeleteSetting(SettingsRoot root, std::string_view path, std::string_view name) {

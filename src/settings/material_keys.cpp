@@ -89,8 +89,6 @@ bool SameMaterialKey(std::string_view a, std::string_view b) {
 std::string MaterialKeyFault(std::string_view key) {
     const std::string form = "a thickness, a blank and a name, such as \"18 Birch Ply\"";
     if (HoldsOddCharacters(key)) return form + ", all on one line, in UTF-8 and without control characters";
-    if (key.find('\'') != std::string_view::npos)
-        return form + ", without single quotes: a part of such a material isn't in any list";
     if (CharacterCount(key) > LongestKey) return form + ", of 255 characters at most";
     const HeadAndTail parts = SplitAtFirst(key, ' ');
     if (!IsNumeric(parts.head) || StrictNumber(parts.head) <= 0 || IsBlank(parts.tail)) return form;
@@ -100,6 +98,12 @@ std::string MaterialKeyFault(std::string_view key) {
     const std::string_view withoutZero = thickness.starts_with("0.") ? thickness.substr(1) : thickness;
     if (withoutZero == written) return {};
     return "the thickness as runs write it: \"" + written + " " + parts.tail + "\"";
+}
+
+std::string NewMaterialKeyFault(std::string_view key) {
+    if (std::string fault = MaterialKeyFault(key); !fault.empty()) return fault;
+    if (key.find('\'') == std::string_view::npos) return {};
+    return "a thickness, a blank and a name without single quotes, since no list takes a part with one";
 }
 
 const MaterialTexts* FindMaterialIn(const MaterialLibrary& library, std::string_view key) {

@@ -23,6 +23,9 @@ std::string ComparableMaterialKey(std::string_view key);
 /// What was expected of a key that no part could ever have: a thickness as runs write it, one blank, a name.
 /// Blank for a key that can be.
 std::string MaterialKeyFault(std::string_view key);
+/// The same of a key that is to be added: a run from a drawing would find one with a single quote, but the
+/// statements of lists can't take it.
+std::string NewMaterialKeyFault(std::string_view key);
 
 /// The record that a run would take for this key, or nothing.
 const MaterialTexts* FindMaterialIn(const MaterialLibrary& library, std::string_view key);

@@ -216,7 +216,7 @@ TEST_F(MaterialsCommand, AddRefusesAKeyThatIsThereOrCannotBeAndAnUnknownLike) {
          "KEY: expected the thickness as runs write it: \"18 Oak\"; found \"18.0 Oak\"\n"},
         {{"18 O\nak", "--like", "19 cherry"}, "without control characters; found"},
         {{"18 O'ak", "--like", "19 cherry"},
-         "without single quotes: a part of such a material isn't in any list; found \"18 O'ak\"\n"},
+         "without single quotes, since no list takes a part with one; found \"18 O'ak\"\n"},
         {{"18 Oak", "--like", "18 White Melamin"}, "; found \"18 White Melamin\"\n"},
         {{"18 Oak", "--like", "18 White Melamin"}, ", such as \"18 white melamine\", "},
     };

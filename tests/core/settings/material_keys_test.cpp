@@ -27,6 +27,13 @@ TEST_F(MaterialKeys, AreAThicknessABlankAndAName) {
         EXPECT_TRUE(MaterialKeyFault(key).starts_with("a thickness, a blank and a name, such as")) << key;
 }
 
+TEST_F(MaterialKeys, ThatAreAddedHaveNoQuotesThatListsCannotTake) {
+    EXPECT_EQ(NewMaterialKeyFault("18 oak"), "");
+    EXPECT_EQ(NewMaterialKeyFault("18 Jack's oak"),
+              "a thickness, a blank and a name without single quotes, since no list takes a part with one");
+    EXPECT_EQ(NewMaterialKeyFault("oak"), MaterialKeyFault("oak"));
+}
+
 TEST_F(MaterialKeys, HaveNoBlanksThatAPartCouldNotHave) {
     for (const char* key : {"18  oak", "18 oak "})
         EXPECT_TRUE(MaterialKeyFault(key).ends_with("with no other blanks before or behind the name")) << key;
