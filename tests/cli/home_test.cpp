@@ -445,7 +445,7 @@ TEST_F(Settings, AValueNotYetStoredReadsBlank) {
 
 TEST_F(Home, WithAControlCharacterInItsNameIsRefused) {
     for (const std::string name : {"a\nb", "a\x1b[31m"}) {
-        const Outcome outcome = Run({"--home", name, "init"});
+        const Outcome outcome = RunBare("", {"--home", name, "init"});
         EXPECT_EQ(outcome.status, 2);
         EXPECT_NE(outcome.errors.find("without line breaks and other control characters, found a?"),
                   std::string::npos)

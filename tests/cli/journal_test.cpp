@@ -274,6 +274,7 @@ TEST_F(Journal, TellsSettingsThatItsDialogHasStoredAndThatCannotBe) {
     EXPECT_EQ(scale.status, 1);
     EXPECT_NE(scale.errors.find("ExportScaleSetting is \"1\", expected 2 or 3"), std::string::npos)
         << scale.errors;
+    EXPECT_EQ(Run({"settings", "set", "ExportScaleSetting", "2"}).status, 0);
     EXPECT_EQ(Play("command ShowSettings\ncheck Option3\ntype Text1 \"36\"\npress cmdApply\n").errors, "");
 }
 
