@@ -64,8 +64,8 @@ void ToldSettings::SaveSetting(SettingsRoot root, std::string_view path, std::st
                                std::string_view text) {
     mStore.SaveSetting(root, path, name, text);
     // The settings dialog takes whatever was typed. An installation writes the scale ahead of the units.
-    const bool isJudged = !EqualsIgnoreCase(name, setting::ExportScaleSetting) ||
-                          IsStored(SettingsKeyPath, setting::HomeUnits);
+    const bool isJudged =
+        !EqualsIgnoreCase(name, setting::ExportScaleSetting) || IsStored(SettingsKeyPath, setting::HomeUnits);
     if (isJudged) Look(path, name, text);
 }
 
