@@ -1,4 +1,5 @@
 // brenvik cnc: one CNC run over the solids of a drawing, through the very commands that a host has for it.
+#include <charconv>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -10,6 +11,7 @@
 #include "cnc/part/run_state.h"
 #include "cnc/proof/run_proof.h"
 #include "cnc/run/run_set_up.h"
+#include "cnc/run/spread_parts.h"
 #include "command_line.h"
 #include "console/console_dialogs.h"
 #include "drawing_unit.h"
@@ -18,6 +20,7 @@
 #include "forms/grid_control.h"
 #include "grid_session.h"
 #include "output_folder.h"
+#include "part_workers.h"
 #include "run_dialogs.h"
 #include "run_teller.h"
 #include "session/library/brenvik_class.h"
@@ -34,7 +37,7 @@ namespace fs = std::filesystem;
 struct CncOptions {
     DrawingOptions drawing;
     UnitOption unit;
-    std::string target, out;
+    std::string target, out, jobs;
     bool fromGrid = false, noProof = false;
 };
 
@@ -66,6 +69,17 @@ void MapOutput(Workplace& workplace, const CncOptions& options) {
     workplace.files.MapFolder(OutputFolder, folder);
 }
 
+/// The number without leading zeros, or what was expected.
+std::string CheckJobs(std::string& word) {
+    constexpr int most = 4096;
+    int jobs = 0;
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), jobs);
+    if (error != std::errc() || end != word.data() + word.size() || jobs < 1 || jobs > most)
+        return "expected a number of processes from 1 to " + std::to_string(most) + "; found " + word;
+    word = std::to_string(jobs);
+    return {};
+}
+
 /// What a user does who exports the whole list to a target.
 void ExportFromGrid(Form& form, const TargetDriver& driver) {
     if (auto* dialog = dynamic_cast<frmExport*>(&form)) {
@@ -87,6 +101,8 @@ ExitStatus Cnc(const HeldHome& home, const CncOptions& options) {
     Workplace workplace(home, dialogs);
     MapOutput(workplace, options);
     SetProof(!options.noProof);
+    PartWorkers workers(workplace.files, options.jobs.empty() ? 0 : std::stoi(options.jobs));
+    SpreadRuns(&workers);
     const OpenedInput opened = OpenAndSelect(workplace, options.drawing, options.unit, teller);
     const std::size_t notes = opened.document.Notes().size();
     const RunTeller runs(teller, {.programWords = ProgramWords(home.option),
@@ -124,6 +140,11 @@ Command CncCommand() {
          Argument(
              "--from-grid", &options->fromGrid,
              "Take the parts by way of the grid, so that identical parts become one file and a quantity"),
+         Argument("--jobs", &options->jobs,
+                  "How many processes share the parts. Unless it is given: one for each processor, and one "
+                  "for a run of few parts. The files and messages are the same")
+             .Checked(CheckJobs)
+             .Named("N"),
          Argument("--no-proof", &options->noProof, std::string(NoProofHelp)), options->drawing.Select(),
          options->drawing.Letters(), options->unit.Option(), options->drawing.Material(),
          options->drawing.Quiet()},

@@ -50,12 +50,26 @@ std::string ReadWhole(const fs::path& file) {
     return std::move(content).str();
 }
 
+/// Folders of work that programs which died have left in one that this program now has for itself.
+void ClearDeadWorkFolders(const fs::path& folder) {
+    std::vector<fs::path> dead;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        std::error_code ignored;
+        if (TextFromPath(entry->path().filename()).starts_with(WorkFilePrefix) &&
+            fs::is_directory(entry->symlink_status(ignored)))
+            dead.push_back(entry->path());
+    }
+    for (const fs::path& place : dead) fs::remove_all(place, error);
+}
+
 /// While a folder is claimed its names are kept, and reach the disk together.
 class ClaimedFolder : public FolderClaim {
   public:
     ClaimedFolder(const fs::path& folder, std::shared_ptr<FolderNames> folderNames)
         : claim(folder), mPlace(folder), mNames(std::move(folderNames)) {
         if (claim.Outcome() == Claim::State::Taken) return;
+        ClearDeadWorkFolders(mPlace);
         mNames->Keep(mPlace);
         mLate.emplace(mPlace);
     }
@@ -97,6 +111,10 @@ FileRoots::FileRoots(const fs::path& home) : mHome(AbsolutePath(home).lexically_
 
 void FileRoots::MapFolder(std::string_view systemFolder, const fs::path& folder) {
     SystemPath parsed = ParseSystemPath(systemFolder);
+    std::erase_if(mMappings, [&](const Mapping& known) {
+        return known.drive == parsed.drive && known.absolute == parsed.absolute &&
+               known.names.size() == parsed.names.size() && IsWithin(known.names, parsed.names);
+    });
     mMappings.push_back({parsed.drive, parsed.absolute, std::move(parsed.names), AbsolutePath(folder)});
     std::stable_sort(mMappings.begin(), mMappings.end(),
                      [](const Mapping& a, const Mapping& b) { return a.names.size() > b.names.size(); });

@@ -33,7 +33,8 @@ class FileRoots : public FilesPort {
     void SetWorkFolder(brenvik::WorkFolder& folder) { mWorkFolder = &folder; }
 
     /// Puts a folder of the system's own form, and all that lies in it, at another place. The innermost
-    /// mapped folder decides.
+    /// mapped folder decides,
+    /// and of two places for one folder the last.
     void MapFolder(std::string_view systemFolder, const std::filesystem::path& folder);
 
     /// The real place of a path. Throws Failure 52 for a blank path.

@@ -11,6 +11,7 @@
 #include "session/module_state.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
+#include "settings/bit_in_hand.h"
 #include "settings/frm_choice.h"
 #include "settings/frm_choicetherm.h"
 #include "settings/settings_store.h"
@@ -133,6 +134,10 @@ struct StandingAnswers {
     int option = 0;
 };
 
+struct BitInHand {
+    bool isOfThisPart = false, earlierWasUsed = false;
+};
+
 int StoredOption() {
     const double stored = NumberSetting(StandingOption);
     for (int option = 1; option <= ChoiceOptionCount; ++option)
@@ -172,6 +177,7 @@ std::string_view PathKindText(PathKind kind) {
 }
 
 void UseTool(BitChoice& choice, const MaterialTool& tool) {
+    StateOf<BitInHand>().isOfThisPart = true;
     choice.ToolDiameter = tool.diameter;
     choice.ToolDiameterText = LayerNumberText(tool.diameter, std::nullopt, "p");
     choice.ToolNumber = tool.number;
@@ -229,6 +235,7 @@ bool ChooseThroughContourBit(BitChoice& choice, const MaterialRecord& material, 
                              double shortestSide) {
     const ThroughContourBit bit = BitForThroughContour(material, shortestSide);
     if (bit.tool) UseTool(choice, material.tools[*bit.tool]);
+    if (!StateOf<BitInHand>().isOfThisPart) StateOf<BitInHand>().earlierWasUsed = true;
     if (bit.anyFits) return true;
     ShowMessage(TooBig(key, shortestSide));
     AskForBit(choice, material, ChoiceDialog::Plain);
@@ -308,5 +315,11 @@ void KeepStandingAnswer(int option) {
 }
 
 void ForgetStandingAnswer() { StoreStandingAnswer(0, "0"); }
+
+void BeginPartWithBitInHand() { StateOf<BitInHand>() = {}; }
+
+bool HasBitOfItsOwn() { return StateOf<BitInHand>().isOfThisPart; }
+
+bool HasUsedBitOfEarlierPart() { return StateOf<BitInHand>().earlierWasUsed; }
 
 }  // namespace brenvik

@@ -61,8 +61,6 @@ std::string UnfinishedPath(std::string_view folder, std::string_view name) {
     return std::string(folder) + std::string(name) + std::string(UnfinishedListEnding);
 }
 
-std::string_view FolderOf(const RunState& run) { return run.FirstPass() ? OutputFolder : SecondSideFolder; }
-
 std::string SideText(const RunState& run) { return run.FirstPass() ? "F" : "B"; }
 
 std::string QuantityText(const RunState& run) {
@@ -255,20 +253,27 @@ std::vector<std::string> WorkListHeader(Target target) {
     return lines;
 }
 
-void AddListLine(RunState& run) {
+ListLine TakeListLine(RunState& run) {
+    const Fields fields = FieldsOf(run);
+    NoteShifts(run, fields, SeparatorOf(run.target));
+    return {!run.FirstPass(), LineOf(fields, run.target)};
+}
+
+void WriteListLine(RunState& run, const ListLine& line) {
     FilesPort& files = *ThePlatform().files;
     const std::string_view lineEnd = files.LineEnd();
-    const std::string path = UnfinishedPath(FolderOf(run), ListFilesOf(run.target).written);
+    const std::string path =
+        UnfinishedPath(line.secondSide ? SecondSideFolder : OutputFolder, ListFilesOf(run.target).written);
     std::string content = files.FileExists(path) ? files.ReadFile(path) : std::string();
     if (run.target == Target::BW) {
-        bool& written = run.ListHeaderWritten[run.part.SecondSidePass];
+        bool& written = run.ListHeaderWritten[line.secondSide ? 1 : 0];
         if (!written) content = HeaderOfBW(lineEnd);
         written = true;
     }
-    const Fields fields = FieldsOf(run);
-    NoteShifts(run, fields, SeparatorOf(run.target));
-    files.WriteFile(path, content + LineOf(fields, run.target) + std::string(lineEnd));
+    files.WriteFile(path, content + line.text + std::string(lineEnd));
 }
+
+void AddListLine(RunState& run) { WriteListLine(run, TakeListLine(run)); }
 
 void ClearWorkLists(Target target) {
     FilesPort& files = *ThePlatform().files;

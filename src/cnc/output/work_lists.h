@@ -21,7 +21,16 @@ bool IsWorkList(std::string_view fileName);
 std::string WorkListLine(const RunState& run);
 /// The lines that stand ahead of the first part's.
 std::vector<std::string> WorkListHeader(Target target);
-/// Adds the part's line to the target's list for this pass, which is unfinished still.
+/// A part's line, and the list that it belongs to.
+struct ListLine {
+    bool secondSide = false;
+    std::string text;
+};
+/// Makes the part's line for this pass; notes the texts that move its columns.
+ListLine TakeListLine(RunState& run);
+/// Adds a line to its list of the target, which is unfinished still.
+void WriteListLine(RunState& run, const ListLine& line);
+/// Both, for the pass that is going on.
 void AddListLine(RunState& run);
 /// Gives the lists of a run that has ended their names, in both folders.
 void FinishWorkLists(Target target);

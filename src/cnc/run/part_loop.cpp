@@ -20,6 +20,7 @@
 #include "session/ports/files_port.h"
 #include "session/progress.h"
 #include "session/session.h"
+#include "settings/bit_in_hand.h"
 #include "settings/settings_store.h"
 
 namespace brenvik {
@@ -193,37 +194,51 @@ void ReportTheRest(const PartFile& file, std::size_t left, std::vector<std::stri
 }
 
 /// The part files of a run that a failure or the user ends.
-void RemoveFilesOfTheRest(RunState& run, std::span<const PartFile> parts) {
-    const auto current = static_cast<std::size_t>(run.part.index);
-    CleanUp(run, parts[current], true);
-    for (const PartFile& later : parts.subspan(current)) RemovePartFiles(later);
+void RemoveFilesFrom(RunState& run, std::span<const PartFile> parts, std::size_t part) {
+    CleanUp(run, parts[part], true);
+    for (const PartFile& later : parts.subspan(part)) RemovePartFiles(later);
 }
 
 }  // namespace
 
+bool WorkOnPartAt(RunState& run, const PassWork& steps, std::span<const PartFile> parts, std::size_t part) {
+    // Of the parts before it a part knows the bit that they have left in hand, and nothing else.
+    BitChoice bits = std::move(run.part.bits);
+    run.part = {};
+    run.part.bits = std::move(bits);
+    BeginPartWithBitInHand();
+    run.firstSide = {};
+    run.part.index = static_cast<int>(part);
+    try {
+        if (WorkOnPart(run, steps, parts) != PassEnd::EndRun) return true;
+        ReportTheRest(parts[part], parts.size() - part - 1, run.report.passedOver);
+        return false;
+    } catch (const Failure&) {
+        EndRunAt(run, parts, part);
+        throw;
+    }
+}
+
+void EndRunAt(RunState& run, std::span<const PartFile> parts, std::size_t part) {
+    ReportTheRest(parts[part], parts.size() - part - 1, run.report.unexplained);
+    RemoveFilesFrom(run, parts, part);
+}
+
+void CancelRunAt(RunState& run, std::span<const PartFile> parts, std::size_t part) {
+    run.report.passedOver.push_back("The run was cancelled ahead of the part " + parts[part].label + ", " +
+                                    std::to_string(part + 1) + " of " + std::to_string(parts.size()) + ".");
+    RemoveFilesFrom(run, parts, part);
+}
+
 PartsEnd WorkOnParts(RunState& run, const PassWork& steps, std::span<const PartFile> parts,
                      std::string_view what) {
-    run.part.SecondSidePass = 0;
     Progress progress({what, static_cast<int>(parts.size()), true});
     for (std::size_t part = 0; part < parts.size(); ++part) {
-        run.part.index = static_cast<int>(part);
-        const std::size_t left = parts.size() - part - 1;
         if (!progress.Next(parts[part].label)) {
-            run.report.passedOver.push_back("The run was cancelled ahead of the part " + parts[part].label +
-                                            ", " + std::to_string(part + 1) + " of " +
-                                            std::to_string(parts.size()) + ".");
-            RemoveFilesOfTheRest(run, parts);
+            CancelRunAt(run, parts, part);
             return PartsEnd::Cancelled;
         }
-        try {
-            if (WorkOnPart(run, steps, parts) != PassEnd::EndRun) continue;
-            ReportTheRest(parts[part], left, run.report.passedOver);
-            return PartsEnd::EndedByPart;
-        } catch (const Failure&) {
-            ReportTheRest(parts[part], left, run.report.unexplained);
-            RemoveFilesOfTheRest(run, parts);
-            throw;
-        }
+        if (!WorkOnPartAt(run, steps, parts, part)) return PartsEnd::EndedByPart;
     }
     return PartsEnd::Whole;
 }

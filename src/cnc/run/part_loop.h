@@ -2,6 +2,7 @@
 // the cleaning after each part.
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <string_view>
 
@@ -16,9 +17,18 @@ enum class PartsEnd {
     Cancelled,    ///< By the user, between two parts: the part files not worked on are gone.
 };
 
-/// Works on the parts in order. A part that the host or the modeller refuses is reported and skipped; a
-/// failure of files is thrown on after the cleaning. `what` the work is called while it is shown.
+/// Works on one part, which of those before it knows only the bit that they have left in hand. False when it
+/// has ended the run. A part that the host or the modeller refuses is reported and skipped; a failure of
+/// files is thrown on after the cleaning.
+bool WorkOnPartAt(RunState& run, const PassWork& steps, std::span<const PartFile> parts, std::size_t part);
+
+/// The same with all parts in order. `what` the work is called while it is shown.
 PartsEnd WorkOnParts(RunState& run, const PassWork& steps, std::span<const PartFile> parts,
                      std::string_view what);
+
+/// Reports that a failure of files has ended the run at a part, and removes the part files from there on.
+void EndRunAt(RunState& run, std::span<const PartFile> parts, std::size_t part);
+/// The same where the user has ended it ahead of the part.
+void CancelRunAt(RunState& run, std::span<const PartFile> parts, std::size_t part);
 
 }  // namespace brenvik

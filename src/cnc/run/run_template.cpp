@@ -11,8 +11,8 @@
 #include "cnc/output/output_claim.h"
 #include "cnc/part/run_report.h"
 #include "cnc/run/part_files.h"
-#include "cnc/run/part_loop.h"
 #include "cnc/run/run_set_up.h"
+#include "cnc/run/spread_parts.h"
 #include "session/message.h"
 #include "session/module_state.h"
 #include "session/ports/dialog_port.h"
@@ -59,7 +59,7 @@ bool WorkThrough(RunState& run, const PassWork& steps, const RunHooks& hooks) {
     }
     run.report.parts = static_cast<int>(parts.size());
     PartsEnd end = PartsEnd::EndedByPart;
-    const std::optional<Failure> failure = Attempt([&] { end = WorkOnParts(run, steps, parts, "CNC run"); });
+    const std::optional<Failure> failure = Attempt([&] { end = WorkOnPartsSpread(run, steps, parts); });
     if (end == PartsEnd::Cancelled) {
         // Some parts of a job are no job: without a list nobody would know which they are.
         RemoveFilesOfRun();

@@ -5,6 +5,7 @@
 #include <functional>
 #include <vector>
 
+#include "cnc/output/work_lists.h"
 #include "cnc/part/run_state.h"
 
 namespace brenvik {
@@ -19,6 +20,9 @@ struct PassWork {
     std::function<void(Target)> clearWorkLists, finishWorkLists;
     /// Compares a part with its files when all of them are written; none where parts are tried without files.
     std::function<void(RunState&)> prove = {};
+    /// The two halves of `addListLine`, for a part whose line is made by another process than the list.
+    std::function<ListLine(RunState&)> takeListLine = {};
+    std::function<void(RunState&, const ListLine&)> writeListLine = {};
 };
 
 /// The grid's services to a run. The grid is above the run, so the library passes them in.

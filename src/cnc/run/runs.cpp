@@ -20,7 +20,9 @@ PassWork StepsOfParts() {
             AddListLine,
             ClearWorkLists,
             FinishWorkLists,
-            ProveGathered};
+            ProveGathered,
+            TakeListLine,
+            WriteListLine};
 }
 
 void RunOnSelection(AcadApplication& app, Target target, const RunHooks& hooks) {

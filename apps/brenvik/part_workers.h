@@ -1,0 +1,36 @@
+// The parts of a run, spread over copies of this program: how many, and where each part's files are made.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "file_roots/file_roots.h"
+#include "file_roots/late_folders.h"
+#include "session/ports/workers_port.h"
+
+namespace brenvik::app {
+
+class PartWorkers : public WorkersPort {
+  public:
+    /// `jobs` processes, or as many as there are processors where it is 0. `roots` are those that the system
+    /// finds its files by.
+    PartWorkers(FileRoots& roots, int jobs) : mFiles(roots), mJobs(jobs) {}
+
+    int ProcessesFor(std::size_t parts) override;
+    void Spread(const SpreadWork& work) override;
+    void WorkApart(std::string_view folder, std::size_t part, std::span<const std::string> files) override;
+    bool TakeOver(std::string_view folder, std::size_t part, std::span<const std::string> files) override;
+    void Discard(std::string_view folder, std::size_t part) override;
+
+  private:
+    FileRoots& mFiles;
+    const int mJobs;
+    /// In a worker: the files without the place of a part.
+    std::optional<FileRoots> mReal;
+    /// In a worker: the folders that it has filled. Their names needn't reach the disk.
+    std::vector<std::unique_ptr<LateFolder>> mLate;
+};
+
+}  // namespace brenvik::app

@@ -1,0 +1,37 @@
+// What the work on one part came to, told apart from the run: the run's own process may not be the one that
+// has worked on the part.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cnc/output/work_lists.h"
+#include "cnc/part/run_report.h"
+#include "parts/part_trouble.h"
+#include "session/ports/dialog_port.h"
+#include "settings/bit_choice.h"
+
+namespace brenvik {
+
+struct PartResult {
+    /// Somebody was asked, or the part ends the run: it has to be worked on where the run is.
+    bool isForTheRun = false;
+    std::vector<MessageRequest> boxes;
+    std::vector<ListLine> lines;
+    /// The lines of this part alone.
+    RunReport report;
+    std::vector<PartTrouble> troubles;
+    /// The bit that it leaves in hand; none where it has chosen none.
+    std::optional<BitChoice> bits;
+};
+
+/// As a text, and back. Fails with 13 for a text that is none.
+std::string PackResult(const PartResult& result);
+PartResult UnpackResult(std::string_view packed);
+
+/// Adds what a part has reported to the report of its run, in which some lines stand once.
+void AddReport(RunReport& run, const RunReport& part);
+
+}  // namespace brenvik

@@ -1,0 +1,164 @@
+// A worker does a part as the run itself would, in a folder of its own, and keeps what it would tell. The run
+// takes the parts in their order, so that nobody can tell from its files, lists and messages who made what.
+#include "cnc/run/spread_parts.h"
+
+#include <array>
+#include <utility>
+
+#include "base/failure.h"
+#include "base/skip.h"
+#include "cnc/part/run_report.h"
+#include "cnc/run/part_result.h"
+#include "parts/part_trouble.h"
+#include "session/message.h"
+#include "session/module_state.h"
+#include "session/ports/workers_port.h"
+#include "session/progress.h"
+#include "session/session.h"
+#include "settings/bit_in_hand.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr std::string_view ProgressOfRun = "CNC run";
+
+struct RunWorkers {
+    WorkersPort* port = nullptr;
+};
+
+/// Keeps the boxes of a part. Whoever has something to answer isn't here.
+class KeptDialogs : public DialogPort {
+  public:
+    void ShowModal(Form&) override { asked = true; }
+    MessageAnswer Show(const MessageRequest& request) override {
+        if (request.buttons != MessageButtons::Ok) asked = true;
+        boxes.push_back(request);
+        return MessageAnswer::Ok;
+    }
+    std::optional<std::string> ChooseFile(const FileRequest&) override {
+        asked = true;
+        return std::nullopt;
+    }
+    void DoEvents() override {}
+
+    bool asked = false;
+    std::vector<MessageRequest> boxes;
+};
+
+/// The run as a worker and as the one who takes the parts see it.
+class SpreadRun {
+  public:
+    SpreadRun(RunState& runState, const PassWork& passWork, std::span<const PartFile> partFiles,
+              WorkersPort& workersPort)
+        : mRun(runState), mSteps(passWork), mParts(partFiles), mWorkers(workersPort) {}
+
+    ~SpreadRun() {
+        for (; mTaken < mParts.size(); ++mTaken) mWorkers.Discard(OutputFolder, mTaken);
+    }
+    SpreadRun(const SpreadRun&) = delete;
+    SpreadRun& operator=(const SpreadRun&) = delete;
+
+    PartsEnd Work() {
+        mWorkers.Spread({mParts.size(), [this](std::size_t part) { return WorkApart(part); },
+                         [this](std::size_t part, const WorkerEnd& end) {
+                             mTaken = part;
+                             if (!mProgress.Next(mParts[part].label)) {
+                                 CancelRunAt(mRun, mParts, part);
+                                 mEnd = PartsEnd::Cancelled;
+                             } else if (!Take(part, end)) {
+                                 mEnd = PartsEnd::EndedByPart;
+                             }
+                             return mEnd == PartsEnd::Whole;
+                         }});
+        return mEnd;
+    }
+
+  private:
+    std::array<std::string, 2> FilesOf(std::size_t part) const {
+        return {mParts[part].FirstSidePath(), mParts[part].SecondSidePath()};
+    }
+
+    /// In the other process.
+    std::string WorkApart(std::size_t part) {
+        PartResult result;
+        KeptDialogs dialogs;
+        ThePlatform().dialogs = &dialogs;
+        ObserveRuns(nullptr);
+        ShowProgressBy(nullptr);
+        mWorkers.WorkApart(OutputFolder, part, FilesOf(part));
+        mRun.report = {};
+        TakePartTroubles();
+        PassWork steps = mSteps;
+        steps.addListLine = [&](RunState& run) { result.lines.push_back(mSteps.takeListLine(run)); };
+        bool goesOn = false;
+        // Of files, as all others are reported: in the real folder the same may go another way.
+        Skip([&] { goesOn = WorkOnPartAt(mRun, steps, mParts, part); });
+        result.isForTheRun = !goesOn || dialogs.asked || HasUsedBitOfEarlierPart();
+        if (HasBitOfItsOwn()) result.bits = mRun.part.bits;
+        result.boxes = std::move(dialogs.boxes);
+        result.report = std::move(mRun.report);
+        result.troubles = TakePartTroubles();
+        return PackResult(result);
+    }
+
+    /// Takes what came of a part into the run.
+    bool Take(std::size_t part, const WorkerEnd& end) {
+        detail::TellRunObserver(
+            {static_cast<int>(part) + 1, static_cast<int>(mParts.size()), false, mParts[part].label});
+        if (end.kind == WorkerEnd::Kind::Broken) {
+            Drop(part, end.text);
+            return true;
+        }
+        PartResult result;
+        if (end.kind == WorkerEnd::Kind::Done) result = UnpackResult(end.text);
+        const bool isForTheRun = result.isForTheRun || end.kind == WorkerEnd::Kind::Talked;
+        if (isForTheRun || !mWorkers.TakeOver(OutputFolder, part, FilesOf(part))) {
+            mWorkers.Discard(OutputFolder, part);
+            return WorkOnPartAt(mRun, mSteps, mParts, part);
+        }
+        WriteLines(part, result.lines);
+        for (const MessageRequest& box : result.boxes) ThePlatform().dialogs->Show(box);
+        AddReport(mRun.report, result.report);
+        for (const PartTrouble& trouble : result.troubles) NotePartTrouble(trouble);
+        if (result.bits) mRun.part.bits = *result.bits;
+        return true;
+    }
+
+    void WriteLines(std::size_t part, const std::vector<ListLine>& lines) {
+        try {
+            for (const ListLine& line : lines) mSteps.writeListLine(mRun, line);
+        } catch (const Failure&) {
+            EndRunAt(mRun, mParts, part);
+            throw;
+        }
+    }
+
+    /// Nobody knows how far its files have come.
+    void Drop(std::size_t part, const std::string& how) {
+        mWorkers.Discard(OutputFolder, part);
+        RemovePartFiles(mParts[part]);
+        mRun.report.unexplained.push_back("The part " + mParts[part].label + " was skipped: " + how + ".");
+    }
+
+    RunState& mRun;
+    const PassWork& mSteps;
+    std::span<const PartFile> mParts;
+    WorkersPort& mWorkers;
+    Progress mProgress{{ProgressOfRun, static_cast<int>(mParts.size()), true}};
+    std::size_t mTaken = 0;
+    PartsEnd mEnd = PartsEnd::Whole;
+};
+
+}  // namespace
+
+void SpreadRuns(WorkersPort* workers) { StateOf<RunWorkers>().port = workers; }
+
+PartsEnd WorkOnPartsSpread(RunState& run, const PassWork& steps, std::span<const PartFile> parts) {
+    WorkersPort* workers = StateOf<RunWorkers>().port;
+    if (workers == nullptr || workers->ProcessesFor(parts.size()) < 2)
+        return WorkOnParts(run, steps, parts, ProgressOfRun);
+    return SpreadRun(run, steps, parts, *workers).Work();
+}
+
+}  // namespace brenvik
