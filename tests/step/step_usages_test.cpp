@@ -212,5 +212,35 @@ TEST_F(StepUsages, AUsageIsToldToWhoseRelationshipNothingTiesIt) {
     ExpectMentions(NotesOf(document), ": one more part \"Side\" is left out");
 }
 
+TEST_F(StepUsages, AProductWithoutAnyShapeIsTold) {
+    const std::string content = WithData(Good(),
+                                         "#900001=PRODUCT('2','Shelf','',());\n"
+                                         "#900002=PRODUCT_DEFINITION_FORMATION('','',#900001);\n"
+                                         "#900003=PRODUCT_DEFINITION('','',#900002,$);\n"
+                                         "#900004=PRODUCT_DEFINITION_SHAPE('','',#900003);\n");
+    ExpectMentions(NotesOf(Read(content)),
+                   LineAt(content, content.find("#900004=")) +
+                       ": the product \"Shelf\" (#900003) has no shape: a part may be");
+}
+
+TEST_F(StepUsages, AComponentThatItsPlaceMirrorsIsToldByName) {
+    std::string content = Nested();
+    const std::size_t relationship =
+        content.rfind("RELATIONSHIP_WITH_TRANSFORMATION(", content.find("'Right'"));
+    const std::size_t place = content.find('#', relationship);
+    content.replace(place, content.find(')', place) - place, "#900001");
+    content = WithData(content,
+                       "#900001=CARTESIAN_TRANSFORMATION_OPERATOR_3D('','','',#900002,#900003,#900005,1.,"
+                       "#900004);\n#900002=DIRECTION('',(-1.,0.,0.));\n"
+                       "#900003=DIRECTION('',(0.,1.,0.));\n#900004=DIRECTION('',(0.,0.,1.));\n"
+                       "#900005=CARTESIAN_POINT('',(700.,0.,0.));\n");
+    const StepDocument document = Read(content);
+    EXPECT_EQ(document.solids.size(), 4U);
+    EXPECT_EQ(NotesOf(document),
+              LineAt(content, content.find("#900001=")) +
+                  ": part \"Side\" is mirrored by its place in an assembly and is read as it "
+                  "is drawn: its place and operations are the wrong way round\n");
+}
+
 }  // namespace
 }  // namespace brenvik::step

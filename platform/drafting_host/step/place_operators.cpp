@@ -2,13 +2,16 @@
 // stands behind them in the short form and in a part of its own in a statement of several kinds.
 #include "drafting_host/step/place_operators.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "base/numbers.h"
 #include "drafting_host/step/placement_frames.h"
+#include "drafting_host/step/step_notes.h"
 
 namespace brenvik::step {
 namespace {
@@ -94,31 +97,93 @@ Turn TurnOf(const Statements& statements, const Operator& place) {
     return isReadSo ? Turn::Plain : Turn::Open;
 }
 
-}  // namespace
-
-std::optional<std::string> FaultOfOperator(const Statements& statements, const Statement& statement) {
+/// The operator of a statement, read from its text without the blanks and line breaks that may stand between
+/// any two words.
+std::optional<Operator> OperatorIn(const Statements& statements, const Statement& statement) {
     if (!statement.kind.empty() && statement.kind != ShortForm) return std::nullopt;
-    // Blanks and line breaks may stand between any two words of a statement.
     const std::string_view written = TextOf(statements, statement);
     if (statement.kind.empty() && written.find("CARTESIAN_TRANSFORMATION_OPERATOR") == written.npos)
         return std::nullopt;
     std::string text(written);
     std::erase_if(text, [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; });
-    const auto place = OperatorOf(statement, text);
+    return OperatorOf(statement, text);
+}
+
+bool Scales(const Operator& place) {
+    return !place.scale.empty() && place.scale != "$" && std::abs(LenientNumber(place.scale) - 1) >= None;
+}
+
+/// The relationships of shapes that assembly usages are placed by.
+std::unordered_set<int> PlacingRelationships(const Statements& statements) {
+    std::unordered_set<int> relationships;
+    for (const Statement& statement : statements.All()) {
+        const auto references = statements.ReferencesOf(statement);
+        if (statement.kind == "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION" && !references.empty())
+            relationships.insert(references[0].number);
+    }
+    return relationships;
+}
+
+/// Whether nothing but the places of usages hangs on an operator.
+bool PlacesUsagesAlone(const Statements& statements, const Statement& place) {
+    const auto relationships = PlacingRelationships(statements);
+    bool places = false;
+    for (const Statement& statement : statements.All()) {
+        const auto references = statements.ReferencesOf(statement);
+        if (std::ranges::find(references, place.number, &Reference::number) == references.end()) continue;
+        if (!relationships.contains(statement.number)) return false;
+        places = true;
+    }
+    return places;
+}
+
+}  // namespace
+
+std::optional<std::string> FaultOfOperator(const Statements& statements, const Statement& statement) {
+    const auto place = OperatorIn(statements, statement);
     if (!place) return std::nullopt;
-    if (!place->scale.empty() && place->scale != "$" && std::abs(LenientNumber(place->scale) - 1) >= None)
+    if (Scales(*place))
         return "a place without a scale, since sizes are taken as they stand, found the scale " +
                place->scale;
     switch (TurnOf(statements, *place)) {
         case Turn::Plain:
             return std::nullopt;
         case Turn::Mirrors:
+            if (PlacesUsagesAlone(statements, statement)) return std::nullopt;
             return "a place that doesn't mirror, since shapes are taken as they stand, found left-handed "
                    "axes";
         case Turn::Open:
             return "a place whose three axes stand across each other, found others";
     }
     return std::nullopt;
+}
+
+void NoteMirroredUsages(const Statements& statements, CodePage codePage, StepDocument& document) {
+    const auto isMirror = [&](const Reference& reference) {
+        const Statement* const one = statements.Find(reference.number);
+        const auto place = one == nullptr ? std::nullopt : OperatorIn(statements, *one);
+        return place && TurnOf(statements, *place) == Turn::Mirrors;
+    };
+    for (const Statement& placing : statements.All()) {
+        const auto ends = statements.ReferencesOf(placing);
+        if (placing.kind != "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION" || ends.size() < 2) continue;
+        const Statement* const relationship = statements.Find(ends[0].number);
+        const Statement* const shape = statements.Find(ends[1].number);
+        if (relationship == nullptr || shape == nullptr) continue;
+        const auto references = statements.ReferencesOf(*relationship);
+        const auto mirror = std::ranges::find_if(references, isMirror);
+        if (mirror == references.end()) continue;
+        const auto usages = statements.ReferencesOf(*shape);
+        const Statement* const usage = usages.empty() ? nullptr : statements.Find(usages[0].number);
+        const auto products = usage == nullptr ? usages : statements.ReferencesOf(*usage);
+        const std::string name =
+            products.size() < 2 ? "" : ProductName(statements, products[1].number, codePage);
+        document.notes.push_back(
+            {(name.empty() ? "a part" : "part \"" + name + "\"") +
+                 " is mirrored by its place in an assembly and is read as it is drawn: its "
+                 "place and operations are the wrong way round",
+             statements.LineOf(mirror->number)});
+    }
 }
 
 }  // namespace brenvik::step

@@ -4,13 +4,18 @@
 #include <optional>
 #include <string>
 
+#include "drafting_host/step/step_document.h"
 #include "drafting_host/step/step_statements.h"
+#include "drafting_host/step/step_text.h"
 
 namespace brenvik::step {
 
 /// What was expected of an operator that does more than move and turn a shape: one that scales or mirrors it,
 /// or whose axes leave its turn open. The modeller takes place and turn, and leaves the rest out. Nothing for
-/// a sound operator and for any other statement.
+/// a sound operator, for one that mirrors a component into its assembly, and for any other statement.
 std::optional<std::string> FaultOfOperator(const Statements& statements, const Statement& statement);
+
+/// Tells the components that their places in assemblies mirror: they are read as they are drawn.
+void NoteMirroredUsages(const Statements& statements, CodePage codePage, StepDocument& document);
 
 }  // namespace brenvik::step

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "drafting_host/step/step_notes.h"
 #include "drafting_host/step/text_edits.h"
 
 namespace brenvik::step {
@@ -33,13 +34,15 @@ class Reader {
         return std::move(mFound);
     }
 
-  private:
+    bool HasShape(int definition) const { return mDefinitions.contains(definition); }
+
     int FirstOf(int number) const {
         const Statement* const statement = mStatements.Find(number);
         const bool isEmpty = statement == nullptr || mStatements.ReferencesOf(*statement).empty();
         return isEmpty ? 0 : mStatements.ReferencesOf(*statement)[0].number;
     }
 
+  private:
     void TakeOwn(const Statement& statement) {
         const auto references = mStatements.ReferencesOf(statement);
         if (references.size() < 2) return;
@@ -89,14 +92,40 @@ std::string WithTiedShapes(std::string content) {
     return WithEdits(std::move(content), {additions.Edit()});
 }
 
-void NoteUntiedShapes(const Statements& statements, StepDocument& document) {
-    const auto all = Reader(statements).All();
-    if (all.empty()) return;
-    document.notes.push_back(
-        {std::to_string(all.size()) +
-             " product(s) have the shape alone that they are placed with, the first one #" +
-             std::to_string(all.begin()->first),
-         statements.LineOf(all.begin()->first), false});
+namespace {
+
+/// Assemblies are made of others, and documents tell where a shape lies that isn't here.
+bool MayLackShape(const Statements& statements, int definition) {
+    return std::ranges::any_of(statements.All(), [&](const Statement& statement) {
+        if (statement.kind == "DOCUMENT_FILE") return true;
+        const auto references = statements.ReferencesOf(statement);
+        return statement.kind == "NEXT_ASSEMBLY_USAGE_OCCURRENCE" && !references.empty() &&
+               references[0].number == definition;
+    });
+}
+
+}  // namespace
+
+void NoteUntiedShapes(const Statements& statements, CodePage codePage, StepDocument& document) {
+    Reader reader(statements);
+    const auto all = reader.All();
+    if (!all.empty())
+        document.notes.push_back(
+            {std::to_string(all.size()) +
+                 " product(s) have the shape alone that they are placed with, the first one #" +
+                 std::to_string(all.begin()->first),
+             statements.LineOf(all.begin()->first), false});
+    for (const Statement& statement : statements.All()) {
+        if (statement.kind != "PRODUCT_DEFINITION_SHAPE") continue;
+        const int definition = reader.FirstOf(statement.number);
+        const Statement* const product = statements.Find(definition);
+        if (product == nullptr || product->kind != "PRODUCT_DEFINITION" || reader.HasShape(definition) ||
+            all.contains(definition) || MayLackShape(statements, definition))
+            continue;
+        document.notes.push_back({"the product \"" + ProductName(statements, definition, codePage) + "\" (" +
+                                      Shown(definition) + ") has no shape: a part may be missing",
+                                  statements.LineAt(statement.place)});
+    }
 }
 
 }  // namespace brenvik::step

@@ -5,6 +5,7 @@
 
 #include "drafting_host/step/step_document.h"
 #include "drafting_host/step/step_statements.h"
+#include "drafting_host/step/step_text.h"
 
 namespace brenvik::step {
 
@@ -15,7 +16,7 @@ bool HasUntiedShapes(const Statements& statements);
 /// The text in which each of these products has its shape.
 std::string WithTiedShapes(std::string content);
 
-/// Remarks on them.
-void NoteUntiedShapes(const Statements& statements, StepDocument& document);
+/// Remarks on them, and tells the products that have no shape at all.
+void NoteUntiedShapes(const Statements& statements, CodePage codePage, StepDocument& document);
 
 }  // namespace brenvik::step

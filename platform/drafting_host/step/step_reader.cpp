@@ -29,6 +29,7 @@
 #include "drafting_host/step/modeller_session.h"
 #include "drafting_host/step/part_flattener.h"
 #include "drafting_host/step/part_places.h"
+#include "drafting_host/step/place_operators.h"
 #include "drafting_host/step/product_shapes.h"
 #include "drafting_host/step/step_externals.h"
 #include "drafting_host/step/step_loading.h"
@@ -236,7 +237,8 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
     NoteUnlisted(file.Reader(), file.Model(), parts.NamesByShape(), file.Text(), document);
     NoteContradictingUsages(file.Text(), document);
     NoteDoubtfulPlaces(file.Text(), document);
-    NoteUntiedShapes(file.Text(), document);
+    NoteMirroredUsages(file.Text(), file.Page(), document);
+    NoteUntiedShapes(file.Text(), file.Page(), document);
     NoteUnplacedUsages(file.Text(), file.Page(), document);
     NoteLoosePieces(file.Text(), file.Page(), document);
     NoteDoubleBodies(file.Text(), document);
