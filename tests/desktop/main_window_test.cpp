@@ -1,0 +1,125 @@
+// The main window at work, without a display: what its menus say and bring.
+#include "main_window.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTreeWidget>
+#include <filesystem>
+#include <optional>
+#include <sstream>
+
+#include "checkout_paths.h"
+#include "console/console_dialogs.h"
+#include "session/progress.h"
+
+namespace brenvik::desktop {
+namespace {
+
+class MainWindowAtWork : public ::testing::Test {
+  protected:
+    MainWindowAtWork() {
+        qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
+        const std::filesystem::path place = folder.path().toStdString();
+        std::filesystem::copy_file(std::filesystem::path(BRENVIK_SOURCE_DIR) / "samples/base-cabinet.dxf",
+                                   place / "cabinet.dxf");
+        workplace.emplace((place / "home").string(), dialogs);
+        window.emplace(*workplace, desk);
+        EXPECT_TRUE(window->OpenFile((place / "cabinet.dxf").string()));
+    }
+    ~MainWindowAtWork() override {
+        window.reset();
+        workplace.reset();
+    }
+    int Parts() {
+        return static_cast<int>(window->findChild<QTreeWidget*>("parts")
+                                    ->findItems("*", Qt::MatchWildcard | Qt::MatchRecursive)
+                                    .size());
+    }
+    void Type(const char* text) {
+        auto* const line = window->findChild<QLineEdit*>("command");
+        line->setText(text);
+        QTest::keyClick(line, Qt::Key_Return);
+    }
+    QAction& Action(const char* name) { return *window->findChild<QAction*>(name); }
+
+    QTemporaryDir folder;
+    std::ostringstream told;
+    ConsoleDialogs dialogs{told};
+    FormDesk desk;
+    std::optional<app::Workplace> workplace;
+    std::optional<MainWindow> window;
+};
+
+TEST_F(MainWindowAtWork, TakesBackAndDoesAgainByItsMenu) {
+    const int parts = Parts();
+    EXPECT_FALSE(Action("undo").isEnabled());
+    Type("erase all  ");
+    EXPECT_EQ(Parts(), 0);
+    EXPECT_EQ(Action("undo").text(), "&Undo ERASE");
+    Action("undo").trigger();
+    EXPECT_EQ(Parts(), parts);
+    EXPECT_FALSE(Action("undo").isEnabled());
+    EXPECT_EQ(Action("redo").text(), "&Redo ERASE");
+    Action("redo").trigger();
+    EXPECT_EQ(Parts(), 0);
+}
+
+TEST_F(MainWindowAtWork, CancelsAnOpenCommandToTakeBack) {
+    const int parts = Parts();
+    Type("erase all  ");
+    Type("move");
+    Action("undo").trigger();
+    EXPECT_EQ(Parts(), parts);
+}
+
+TEST_F(MainWindowAtWork, ShowsWhatACncRunHasMade) {
+    ASSERT_TRUE(window->Run("BVC2C"));
+    auto* const outcome = window->findChild<QDialog*>("outcome");
+    ASSERT_NE(outcome, nullptr);
+    EXPECT_TRUE(outcome->isVisible());
+    auto* const parts = outcome->findChild<QTreeWidget*>("outcomeParts");
+    const QList<QTreeWidgetItem*> sides = parts->findItems("\"Drawer Side Left\" (162)", Qt::MatchExactly);
+    ASSERT_EQ(sides.size(), 1);
+    EXPECT_EQ(sides.front()->text(1), "both sides");
+    parts->setCurrentItem(sides.front());
+    EXPECT_EQ(outcome->findChild<QTabWidget*>("sides")->count(), 2);
+    EXPECT_EQ(workplace->host.OpenDocuments().size(), 1U) << "part files are looked at elsewhere";
+}
+
+/// Cancels the run ahead of its third part.
+class ImpatientUser : public ProgressPort {
+  public:
+    void Begin(const ProgressTask& task) override { mTasks.emplace_back(task.what); }
+    bool Step(int step, std::string_view) override { return mTasks.back() != "CNC run" || step < 3; }
+    void End() override { mTasks.pop_back(); }
+
+  private:
+    std::vector<std::string> mTasks;
+};
+
+TEST_F(MainWindowAtWork, ACancelledCncRunLeavesNoFiles) {
+    const std::filesystem::path output = folder.filePath("home/drive_c/BV-DXF").toStdString();
+    ASSERT_TRUE(window->Run("BVC2C"));
+    ASSERT_TRUE(std::filesystem::exists(output / "CNCList.txt") || !std::filesystem::is_empty(output));
+    ImpatientUser user;
+    ShowProgressBy(&user);
+    ASSERT_TRUE(window->Run("BVC2C"));
+    ShowProgressBy(nullptr);
+    std::vector<std::string> left;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(output))
+        if (entry.is_regular_file()) left.push_back(entry.path().filename().string());
+    EXPECT_EQ(left, std::vector<std::string>());
+    auto* const outcome = window->findChild<QDialog*>("outcome");
+    EXPECT_TRUE(outcome->findChild<QLabel*>("summary")->text().contains("did not go to its end"));
+}
+
+}  // namespace
+}  // namespace brenvik::desktop
