@@ -63,6 +63,13 @@ TEST_F(TakingBack, SeveralStepsGoAtOnceAndEachIsOneCommand) {
     EXPECT_EQ(document.CurrentLayer().Values().name, "Doors");
 }
 
+TEST_F(TakingBack, AHundredStepsAreKept) {
+    for (int step = 0; step < 105; ++step) Type("move last  0,0,0 1,0,0 ");
+    Type("undo 105 ");
+    EXPECT_TRUE(Told("Nothing is left to take back."));
+    ExpectExact(Solid(2).GetBoundingBox().min, {205, 0, 0});
+}
+
 TEST_F(TakingBack, WhatChangesNothingIsNoStep) {
     Type("move all  0,0,0 1,0,0 ");
     Type("zoom e ");

@@ -16,7 +16,9 @@ namespace brenvik {
 
 namespace {
 
-constexpr std::size_t MostSteps = 100;
+/// A list of ten thousand parts that is applied again and again would fill the memory long before the
+/// hundredth time: an entity with its data takes about 2 kB. The last step is kept however large it is.
+constexpr std::size_t MostSteps = 100, MostEntities = 100000;
 
 struct EntityImage {
     HandleValue handle = 0;
@@ -130,10 +132,13 @@ struct DrawingHistory::Image {
     friend bool operator==(const Image&, const Image&) = default;
 };
 
-DrawingHistory::DrawingHistory(HostDocument& document) : mDocument(document), mPresent(Taken()) {}
+DrawingHistory::DrawingHistory(HostDocument& document) : mDocument(document) {
+    std::size_t all = 0;
+    mPresent = Taken(all);
+}
 DrawingHistory::~DrawingHistory() = default;
 
-std::shared_ptr<const DrawingHistory::Image> DrawingHistory::Taken() const {
+std::shared_ptr<const DrawingHistory::Image> DrawingHistory::Taken(std::size_t& changed) const {
     std::unordered_map<HandleValue, EntityPointer> known;
     if (mPresent)
         for (const BlockImage& block : mPresent->blocks)
@@ -145,6 +150,7 @@ std::shared_ptr<const DrawingHistory::Image> DrawingHistory::Taken() const {
         for (const HostEntity* entity : block->Entities()) {
             const auto before = known.find(entity->HandleNumber());
             const bool isSame = before != known.end() && IsSame(*before->second, *entity);
+            if (!isSame) ++changed;
             taken.entities.push_back(isSame ? before->second : ImageOf(*entity));
         }
     }
@@ -158,11 +164,22 @@ std::shared_ptr<const DrawingHistory::Image> DrawingHistory::Taken() const {
 }
 
 void DrawingHistory::NoteStep(const std::string& command) {
-    std::shared_ptr<const Image> now = Taken();
+    std::size_t changed = 0;
+    std::shared_ptr<const Image> now = Taken(changed);
     if (*now == *mPresent) return;
-    mPast.push_back({command, std::exchange(mPresent, std::move(now))});
-    if (mPast.size() > MostSteps) mPast.erase(mPast.begin());
+    mPast.push_back({command, std::exchange(mPresent, std::move(now)), changed});
     mFuture.clear();
+    ForgetOldest();
+}
+
+void DrawingHistory::ForgetOldest() {
+    std::size_t kept = 0, entities = 0;
+    while (kept < mPast.size() && kept < MostSteps) {
+        entities += mPast[mPast.size() - kept - 1].entities;
+        if (kept > 0 && entities > MostEntities) break;
+        ++kept;
+    }
+    mPast.erase(mPast.begin(), mPast.end() - static_cast<std::ptrdiff_t>(kept));
 }
 
 void DrawingHistory::Restore(const Image& image) {
@@ -194,10 +211,11 @@ std::optional<std::string> DrawingHistory::Go(std::vector<Step>& from, std::vect
     const Step step = std::move(from.back());
     from.pop_back();
     Restore(*step.state);
-    to.push_back({step.command, std::move(mPresent)});
+    to.push_back({step.command, std::move(mPresent), step.entities});
     mPresent = step.state;
     // Blocks that were made since stay defined, so the drawing may hold more than it did.
-    mPresent = Taken();
+    std::size_t changed = 0;
+    mPresent = Taken(changed);
     return step.command;
 }
 

@@ -36,10 +36,14 @@ class DrawingHistory {
     struct Step {
         std::string command;
         std::shared_ptr<const Image> state;
+        /// How many entities it has changed or made.
+        std::size_t entities = 0;
     };
-    std::shared_ptr<const Image> Taken() const;
+    /// Counts the entities that are not as they were.
+    std::shared_ptr<const Image> Taken(std::size_t& changed) const;
     void Restore(const Image& image);
     void NoteStep(const std::string& command);
+    void ForgetOldest();
     std::optional<std::string> Go(std::vector<Step>& from, std::vector<Step>& to);
 
     HostDocument& mDocument;
