@@ -13,6 +13,7 @@
 #include "parts/part_trouble.h"
 #include "run_dialogs.h"
 #include "several_drawings.h"
+#include "terminal_progress.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -82,7 +83,7 @@ ExitStatus Export(const HeldHome& home, const ExportOptions& options) {
     RequireOwnFile(workplace, options);
     const auto [document, selected] = OpenAndSelect(workplace, options.drawing, options.unit, teller);
     RemarkOnLumps(document, options.drawing, teller);
-    teller.Progress("measuring " + std::to_string(selected) + " parts");
+    const TerminalProgress progress(teller);
     // What the list lacks is told ahead of the box that calls it complete.
     dialogs.beforeExportComplete = [&teller] { TellAboutList(teller); };
     const bool exported = ScanAndExport(workplace.host, dialogs, choices, options.csv, teller);

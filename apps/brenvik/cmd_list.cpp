@@ -12,6 +12,7 @@
 #include "list_output.h"
 #include "parts/grouped_quantities.h"
 #include "several_drawings.h"
+#include "terminal_progress.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -64,7 +65,7 @@ ExitStatus List(const HeldHome& home, const ListOptions& options) {
     Workplace workplace(home, dialogs);
     const auto [document, selected] = OpenAndSelect(workplace, options.drawing, options.unit, teller);
     RemarkOnLumps(document, options.drawing, teller);
-    teller.Progress("measuring " + std::to_string(selected) + " parts");
+    const TerminalProgress progress(teller);
     // Without a selection the scan leaves the grid unchanged, and the list would be empty.
     Scanned scanned =
         selected == 0 ? Scanned{EmptyPartList(choices.group), 0} : Scan(workplace.host, dialogs, choices);

@@ -15,6 +15,7 @@
 #include "session/call.h"
 #include "several_drawings.h"
 #include "target_words.h"
+#include "terminal_progress.h"
 #include "workplace.h"
 
 namespace brenvik::app {
@@ -79,13 +80,9 @@ ExitStatus Prove(const HeldHome& home, const ProveOptions& options) {
     workplace.files.MapFolder(OutputFolder, workPlace.Path());
     workplace.files.MapFolder(ProvedFolder, PathFromText(options.folder));
     const OpenedInput opened = OpenAndSelect(workplace, options.drawing, options.unit, teller);
-    ObserveRuns([&teller](const RunProgress& progress) {
-        teller.Progress("part " + std::to_string(progress.part) + " of " + std::to_string(progress.parts) +
-                        ", " + progress.name);
-    });
+    const TerminalProgress progress(teller);
     BeginCall(workplace.host);
     const ProvedFiles proved = ProveFiles(workplace.host, FilesIn(options));
-    ObserveRuns(nullptr);
     teller.Wipe();
     for (const auto* lines : {&proved.report.skipped, &proved.report.unexplained, &proved.report.passedOver})
         for (const std::string& line : *lines) teller.Loss(line);

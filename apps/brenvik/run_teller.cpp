@@ -6,20 +6,11 @@
 namespace brenvik::app {
 
 RunTeller::RunTeller(Teller& commandTeller, RunWatch runWatch)
-    : mTeller(commandTeller), mWatch(std::move(runWatch)) {
-    ObserveRuns([this](const RunProgress& progress) { TellProgress(progress); });
+    : mTeller(commandTeller), mWatch(std::move(runWatch)), mProgress(commandTeller) {
     ObserveRunEnds([this](const RunReport& report) { TellReport(report); });
 }
 
-RunTeller::~RunTeller() {
-    ObserveRuns(nullptr);
-    ObserveRunEnds(nullptr);
-}
-
-void RunTeller::TellProgress(const RunProgress& progress) {
-    mTeller.Progress("part " + std::to_string(progress.part) + " of " + std::to_string(progress.parts) +
-                     ", " + progress.name + (progress.secondSide ? ", second side" : ""));
-}
+RunTeller::~RunTeller() { ObserveRunEnds(nullptr); }
 
 void RunTeller::Line(const std::string& text, bool lost) {
     mTeller.Wipe();

@@ -8,6 +8,7 @@
 
 #include "cnc/part/run_report.h"
 #include "teller.h"
+#include "terminal_progress.h"
 
 namespace brenvik::app {
 
@@ -39,12 +40,12 @@ class RunTeller {
     int Runs() const { return mRuns; }
 
   private:
-    void TellProgress(const RunProgress& progress);
     void TellReport(const RunReport& report);
     void Line(const std::string& text, bool lost);
 
     Teller& mTeller;
     RunWatch mWatch;
+    TerminalProgress mProgress;
     int mRuns = 0;
 };
 }  // namespace brenvik::app
