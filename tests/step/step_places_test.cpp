@@ -193,5 +193,15 @@ TEST_F(StepPlaces, AnXAxisWithoutALengthIsTold) {
     ExpectMentions(NotesOf(ReadStep(mPath)), "the part's place may be wrong; expected axes with a length");
 }
 
+TEST_F(StepPlaces, AnXAxisAlongTheZAxisIsTold) {
+    Put(
+        NestedOn("#900001=AXIS2_PLACEMENT_3D('',#900002,#900003,#900003);\n"
+                 "#900002=CARTESIAN_POINT('',(8.,0.,0.));\n#900003=DIRECTION('',(0.,0.,1.));\n" +
+                 Moved));
+    const StepDocument document = ReadStep(mPath);
+    EXPECT_EQ(document.solids.size(), 4U);
+    ExpectMentions(NotesOf(document), "expected an X axis that doesn't lie along the Z axis");
+}
+
 }  // namespace
 }  // namespace brenvik::step

@@ -104,7 +104,7 @@ class Reader {
             if (pair.holder == nullptr) continue;
             const auto first = PlaceOf(mStatements, pair.first), second = PlaceOf(mStatements, pair.second);
             if (first && second)
-                Take(pair, FrameOf(*first), FrameOf(*second));
+                Take(pair, *first, *second);
             else
                 TakeOther(pair);
         }
@@ -117,13 +117,18 @@ class Reader {
         bool isAsRead = false;
     };
 
-    void Take(const Pair& pair, const std::optional<Frame>& from, const std::optional<Frame>& to) {
+    void Take(const Pair& pair, const Place& first, const Place& second) {
+        const auto from = FrameOf(first), to = FrameOf(second);
         if (!from || !to) {
             mAll.push_back({pair, std::nullopt, "axes with a length"});
             return;
         }
-        const std::string doubt =
-            AreInTheirShapes(pair) ? "" : "placements that stand in the shapes that they bring together";
+        // The rule for an X axis that is left out stands in for one along Z, but hardly anybody meant that.
+        const bool isParallel = (from->isOpen && first.along) || (to->isOpen && second.along);
+        const std::string doubt = isParallel ? "an X axis that doesn't lie along the Z axis"
+                                  : AreInTheirShapes(pair)
+                                      ? ""
+                                      : "placements that stand in the shapes that they bring together";
         std::optional<Meant> meant;
         if (IsMisread(*from, *to)) {
             meant = PlaceFor(pair, *from, *to);
