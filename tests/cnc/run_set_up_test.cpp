@@ -304,6 +304,24 @@ TEST_F(RunList, GivesTheQuantitiesToThePartFilesAlone) {
     EXPECT_TRUE(LastRunReport().passedOver.empty());
 }
 
+TEST_F(RunList, TellsOfAQuantityThatCannotBeGivenBack) {
+    const auto solids = Boards({"Side", "Shelf"});
+    RunReport report;
+    {
+        LentQuantities quantities(report);
+        EXPECT_TRUE(quantities.Lend(document, *solids[0], 4));
+        EXPECT_TRUE(quantities.Lend(document, *solids[1], 3));
+        quantities.GiveBack(*solids[1]);
+        EXPECT_TRUE(report.passedOver.empty());
+        document.Layers().Item(solids[0]->Layer())->SetLock(true);
+    }
+    EXPECT_EQ(report.passedOver,
+              Texts{"The part " + solids[0]->Handle() +
+                    " keeps the quantity 4 that the run has lent it; expected 1, as after every run from the "
+                    "list."});
+    EXPECT_EQ(Quantity(*solids[1]), "1");
+}
+
 TEST_F(RunList, PassesOverLinesThatNameNoPart) {
     const auto solids = Boards({"Side", "Shelf"});
     WriteList("\r\n  \nno comma\nFFFFF,2\n,3\nzz,1\n" + solids[0]->Handle() + ",many\n" +

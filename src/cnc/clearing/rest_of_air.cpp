@@ -30,6 +30,18 @@ PlanLoop CirclePath(const PlanRound& round) {
     return {{left, right, 1}, {right, left, 1}};
 }
 
+/// Around the ends of the sides.
+PlanBox BoxAround(const std::vector<PlanSide>& sides) {
+    PlanBox box{sides.front().from.x, sides.front().from.y, sides.front().from.x, sides.front().from.y};
+    for (const PlanSide& side : sides) {
+        box.minX = std::min(box.minX, side.from.x);
+        box.minY = std::min(box.minY, side.from.y);
+        box.maxX = std::max(box.maxX, side.from.x);
+        box.maxY = std::max(box.maxY, side.from.y);
+    }
+    return box;
+}
+
 /// Points all round a circle.
 std::vector<PlanPoint> Around(const PlanRound& round, double radius) {
     constexpr int count = 32;
@@ -170,6 +182,16 @@ class Clearing {
         return Clears(task, path) > task.place.spot.area * (1 - NoAreaShare) - NoArea * unit * unit;
     }
 
+    /// Walls that converge towards the board's edge meet in the air, maybe far away: a path runs off by no
+    /// more than a bit.
+    bool StaysNear(const PlanLoop& path) const {
+        const PlanBox board = BoxAround(mSlabs.Stock().sides);
+        return std::ranges::all_of(path, [&](const PlanSide& side) {
+            return side.from.x > board.minX - mOrder.reach && side.from.x < board.maxX + mOrder.reach &&
+                   side.from.y > board.minY - mOrder.reach && side.from.y < board.maxY + mOrder.reach;
+        });
+    }
+
     /// Whether a path that is there already lies within a new one of its depth.
     bool Replaces(const PlanLoop& path, double floor, const Removal& old) const {
         if (!old.mayGo || std::abs(old.low - floor) > SameFloor * mOrder.unit) return false;
@@ -274,7 +296,9 @@ class Clearing {
 
     bool ClearByPath(const Task& task) {
         if (task.area.holes.empty()) {
-            const auto serves = [&](const PlanLoop& path) { return ClearsAll(task, path); };
+            const auto serves = [&](const PlanLoop& path) {
+                return StaysNear(path) && ClearsAll(task, path);
+            };
             Add(task.air, task.through, WithoutBites(task.area.outer, serves, mSlabs.Same()));
             return true;
         }

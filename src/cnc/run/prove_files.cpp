@@ -83,7 +83,7 @@ class FolderProof {
                              [this](RunState& run) { LookAt(run); }};
         std::vector<PartFile> parts;
         {
-            LentQuantities quantities;
+            LentQuantities quantities(mRun.report);
             AcadSelectionSet& prev = FreshSet(*mRun.sessionDrawing, "prev");
             Skip([&] { prev.Select(SelectMode::Previous); });
             parts = WritePartFiles(mRun, prev, quantities);

@@ -106,18 +106,30 @@ void PrepareSession(RunState& run) {
 }
 
 LentQuantities::~LentQuantities() {
-    while (!mLent.empty()) GiveBack(*mLent.back());
+    while (!mLent.empty()) GiveBack(*mLent.back().entity);
 }
 
 bool LentQuantities::Lend(AcadDocument& drawing, AcadEntity& entity, int quantity) {
     Skip([&] { UnlockLayer(drawing, entity.Layer()); });
-    if (std::ranges::find(mLent, &entity) == mLent.end()) mLent.push_back(&entity);
-    return Skip([&] { mAutoCAD::SetPartData(&entity, QuantityKey, std::to_string(quantity)); });
+    auto lent = std::ranges::find(mLent, &entity, &Lent::entity);
+    if (lent == mLent.end()) lent = mLent.insert(lent, {&entity, 0, false});
+    if (!Skip([&] { mAutoCAD::SetPartData(&entity, QuantityKey, std::to_string(quantity)); })) return false;
+    lent->quantity = quantity;
+    lent->taken = true;
+    return true;
 }
 
 void LentQuantities::GiveBack(AcadEntity& entity) {
-    if (std::erase(mLent, &entity) == 0) return;
-    Skip([&] { mAutoCAD::SetPartData(&entity, QuantityKey, "1"); });
+    const auto found = std::ranges::find(mLent, &entity, &Lent::entity);
+    if (found == mLent.end()) return;
+    const Lent lent = *found;
+    mLent.erase(found);
+    if (Skip([&] { mAutoCAD::SetPartData(&entity, QuantityKey, "1"); }) || !lent.taken) return;
+    Skip([&] {
+        mReport.passedOver.push_back(
+            "The part " + entity.Handle() + " keeps the quantity " + std::to_string(lent.quantity) +
+            " that the run has lent it; expected 1, as after every run from the list.");
+    });
 }
 
 AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities) {

@@ -32,7 +32,8 @@ void PrepareSession(RunState& run);
 /// Quantities written to solids for the length of the part files: "1" again when it goes.
 class LentQuantities {
   public:
-    LentQuantities() = default;
+    /// What keeps its lent quantity, and would go on with it in the drawing, is told in the report.
+    explicit LentQuantities(RunReport& report) : mReport(report) {}
     ~LentQuantities();
     LentQuantities(const LentQuantities&) = delete;
     LentQuantities& operator=(const LentQuantities&) = delete;
@@ -44,7 +45,13 @@ class LentQuantities {
     void GiveBack(AcadEntity& entity);
 
   private:
-    std::vector<AcadEntity*> mLent;
+    struct Lent {
+        AcadEntity* entity = nullptr;
+        int quantity = 0;
+        bool taken = false;  ///< The entity has it.
+    };
+    RunReport& mReport;
+    std::vector<Lent> mLent;
 };
 
 /// Fills the set "prev" of the session drawing: form A from the previous selection, form B from the list.

@@ -51,7 +51,7 @@ bool WorkThrough(RunState& run, const PassWork& steps, const RunHooks& hooks) {
     PrepareSession(run);
     std::vector<PartFile> parts;
     {
-        LentQuantities quantities;
+        LentQuantities quantities(run.report);
         AcadSelectionSet* prev = TakeParts(run, quantities);
         if (prev == nullptr) return false;
         std::ranges::move(EmptyOutputFolders(), std::back_inserter(run.report.passedOver));
