@@ -3,48 +3,10 @@
 #include <filesystem>
 
 #include "base/text.h"
-#include "boards.h"
-#include "program.h"
+#include "prove_fixture.h"
 
 namespace brenvik::cli_test {
 namespace {
-
-class Prove : public ProgramTest {
-  protected:
-    /// Two boards with a hole from above and a pocket from below, and their files.
-    void MakeFiles(const std::string& target = "C2C") const {
-        WriteBoardsTo(folder / "job.dxf", {{"Side", "Shelf"}, "White Melamine", true});
-        const Outcome outcome = Run({"cnc", "job.dxf", "--target", target, "--out", "cut", "--quiet"});
-        ASSERT_EQ(outcome.status, 0) << outcome.errors;
-    }
-    Outcome ProveJob(std::vector<std::string> more = {}) const {
-        std::vector<std::string> words{"prove", "job.dxf", "cut"};
-        words.insert(words.end(), more.begin(), more.end());
-        return Run(words);
-    }
-    std::size_t FilesInCut() const {
-        std::size_t files = 0;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder / "cut"))
-            files += entry.is_regular_file() ? 1 : 0;
-        return files;
-    }
-    void ExpectTold(const Outcome& outcome, const std::string& text, const std::string& output) const {
-        EXPECT_EQ(outcome.status, 1);
-        EXPECT_NE(outcome.errors.find(text), std::string::npos) << outcome.errors;
-        // A text without its line's end is how the line begins.
-        const bool whole = output.ends_with('\n');
-        EXPECT_EQ(whole ? outcome.output : outcome.output.substr(0, output.size()), output);
-    }
-};
-
-const std::string bothRight = "2 of 2 parts come out of cut as they are drawn\n";
-const std::string onlyStray =
-    "2 of 2 parts come out of cut as they are drawn, but its lists and files are not as the run has left "
-    "them: ";
-const std::string oneRightAndStrays =
-    "1 of 2 parts come out of cut as they are drawn, but its lists and files are not as the run has left "
-    "them: ";
-const std::string oneRight = "1 of 2 parts come out of cut as they are drawn\n";
 
 TEST_F(Prove, FilesOfEveryTargetMakeTheirParts) {
     for (const char* target :
@@ -178,81 +140,6 @@ TEST_F(Prove, TheHeadOfAWorkListIsLookedAt) {
     ExpectTold(ProveJob(), "in line 3 of its head, and not \"Discr\t", onlyStray);
 }
 
-TEST_F(Prove, ByWayOfTheGridEqualPartsShareAFile) {
-    WriteBoardsTo(folder / "job.dxf", {{"Side", "Side", "Shelf"}, "White Melamine", true});
-    ASSERT_EQ(Run({"cnc", "job.dxf", "--target", "C2C", "--out", "cut", "--from-grid", "--quiet"}).status, 0);
-    const Outcome outcome = ProveJob({"--from-grid"});
-    EXPECT_EQ(outcome.errors, "");
-    EXPECT_EQ(outcome.output, "3 of 3 parts come out of cut as they are drawn\n");
-    EXPECT_EQ(outcome.status, 0);
-}
-
-constexpr std::array<const char*, 12> AllPackages{"C2C",  "ATP",   "ROV", "CNI",     "ASP", "WOP4",
-                                                  "WOP5", "THERM", "BW",  "Enroute", "ABC", "RCIM"};
-
-TEST_F(Prove, ByWayOfTheGridGroupsOfOneNameHaveTheirOwnLines) {
-    // Some lists say no lengths, so that the lines of two groups are the same but for the file.
-    Boards boards{{"Side", "Side", "Side", "Side", "Side"}, "White Melamine", false};
-    boards.lengths = {600, 600, 500, 400, 500};
-    WriteBoardsTo(folder / "job.dxf", boards);
-    for (const char* target : AllPackages) {
-        ASSERT_EQ(
-            Run({"cnc", "job.dxf", "--target", target, "--out", "cut", "--from-grid", "--quiet"}).status, 0);
-        const Outcome outcome = ProveJob({"--from-grid"});
-        EXPECT_EQ(outcome.errors, "") << target;
-        EXPECT_EQ(outcome.status, 0) << target;
-    }
-}
-
-TEST_F(Prove, ByWayOfTheGridEqualPartsOfTwoCabinetsHaveAFileEach) {
-    Boards boards{{"Side", "Side", "Side"}, "White Melamine", true};
-    boards.subAssemblies = {"Left", "Right", "Right"};
-    WriteBoardsTo(folder / "job.dxf", boards);
-    for (const char* target : AllPackages) {
-        ASSERT_EQ(
-            Run({"cnc", "job.dxf", "--target", target, "--out", "cut", "--from-grid", "--quiet"}).status, 0);
-        const Outcome outcome = ProveJob({"--from-grid"});
-        EXPECT_EQ(outcome.errors, "") << target;
-        EXPECT_EQ(outcome.status, 0) << target;
-    }
-}
-
-TEST_F(Prove, ByWayOfTheGridQuantitiesAndTextsOfTheListAreLookedAt) {
-    WriteBoardsTo(folder / "job.dxf", {{"Side", "Side", "Shelf"}, "White Melamine", true});
-    for (const char* target : AllPackages) {
-        ASSERT_EQ(
-            Run({"cnc", "job.dxf", "--target", target, "--out", "cut", "--from-grid", "--quiet"}).status, 0);
-        for (const std::string side : {"", "2-sided/"}) {
-            std::string list;
-            for (const auto& entry : std::filesystem::directory_iterator(folder / "cut" / side))
-                if (entry.is_regular_file() && entry.path().extension() != ".dxf")
-                    list = "cut/" + side + entry.path().filename().string();
-            const std::string text = Read(list);
-            const std::string tab = text.find('\t') == std::string::npos ? "," : "\t";
-            const bool first = text.starts_with("2,");
-            const std::string fewer =
-                first ? "1," + text.substr(2) : ReplaceAll(text, tab + "2" + tab, tab + "1" + tab);
-            ASSERT_NE(fewer, text) << target;
-            Write(list, fewer);
-            EXPECT_EQ(ProveJob({"--from-grid"}).status, 1) << target;
-            const std::string other =
-                ReplaceAll(ReplaceAll(text, ".dxf" + tab, ".dxf" + tab + "9"), ",LWT,", ",WLT,");
-            ASSERT_NE(other, text) << target;
-            Write(list, other);
-            EXPECT_EQ(ProveJob({"--from-grid"}).status, 1) << target;
-            Write(list, text);
-        }
-    }
-}
-
-TEST_F(Prove, ByWayOfTheGridACopyOfAFileIsTold) {
-    WriteBoardsTo(folder / "job.dxf", {{"Side", "Side"}, "White Melamine", true});
-    ASSERT_EQ(Run({"cnc", "job.dxf", "--target", "C2C", "--out", "cut", "--from-grid", "--quiet"}).status, 0);
-    std::filesystem::copy(folder / "cut/Part_0_Side_7.dxf", folder / "cut/Part_5_Side_7.dxf");
-    ExpectTold(ProveJob({"--from-grid"}), "The file Part_5_Side_7.dxf is of no part that was looked at",
-               onlyStray);
-}
-
 std::string WithoutReturns(const std::string& text) { return ReplaceAll(text, "\r\n", "\n"); }
 
 /// The file without the first entity on a layer that begins so.
@@ -378,6 +265,37 @@ TEST_F(Prove, AnOperationWithoutThicknessIsTold) {
     text.replace(value, end - value, "0.0");
     Write(file, text);
     ExpectTold(ProveJob(), "where the entity is 0 deep", oneRight);
+}
+
+TEST_F(Prove, TheSideOfTheBitInANameIsLookedAt) {
+    MakeFiles("BW");
+    const std::string file = "cut/Part_0_Side_7.dxf", text = WithoutReturns(Read(file));
+    const std::string other = ReplaceAll(text, "TC2D", "TC1D");
+    ASSERT_NE(other, text);
+    Write(file, other);
+    ExpectTold(ProveJob(), "has another compensation than the material's direction asks for", oneRight);
+}
+
+TEST_F(Prove, ABoreThatIsNotInTheGroupOfItsEdgeIsTold) {
+    WriteBoardsTo(folder / "job.dxf", {{"Side"}, "White Melamine", false, 600, true});
+    ASSERT_EQ(Run({"cnc", "job.dxf", "--target", "ROV", "--out", "cut", "--quiet"}).status, 0);
+    const std::string file = "cut/Part_0_Side_7.dxf", text = WithoutReturns(Read(file));
+    EXPECT_EQ(ProveJob().status, 0);
+    const std::string other = ReplaceAll(text, "\nSIDEA\n", "\nSIDEC\n");
+    ASSERT_NE(other, text);
+    Write(file, other);
+    ExpectTold(ProveJob(), "is in another group, and not in SIDEA",
+               "0 of 1 parts come out of cut as they are drawn\n");
+}
+
+TEST_F(Prove, AHeightInANameThatIsNotTheCirclesIsTold) {
+    // THERM's holes of the second side have a height where the others have a depth.
+    MakeFiles("THERM");
+    const std::string file = "cut/2-sided/BPart_0_Side_7_.dxf", text = WithoutReturns(Read(file));
+    const std::string other = ReplaceAll(text, "drill z18\n", "drill z10\n");
+    ASSERT_NE(other, text);
+    Write(file, other);
+    ExpectTold(ProveJob(), "a name that tells of a height of 10 where the circle lies 18 high", oneRight);
 }
 
 TEST_F(Prove, AnOutlineThatTheOtherSideMakesGoodIsTold) {

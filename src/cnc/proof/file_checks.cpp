@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
+#include <map>
 #include <optional>
 
 #include "base/letter_case.h"
@@ -16,6 +18,7 @@
 #include "cnc/plan/plan_sides.h"
 #include "cnc/proof/operation_names.h"
 #include "cnc/proof/run_proof.h"
+#include "cnc/targets/bore_rules.h"
 #include "cnc/targets/target_table.h"
 #include "session/ports/host_interface.h"
 #include "settings/settings_store.h"
@@ -32,8 +35,14 @@ constexpr double SameDiameter = 1e-3;
 
 class FileCheck {
   public:
-    FileCheck(const RunState& run, bool secondSide)
-        : mRun(run), mSecondSide(secondSide), mTools(ToolNumbersOf(run)) {}
+    FileCheck(const RunState& run, AcadDocument& file, bool secondSide)
+        : mRun(run), mSecondSide(secondSide), mTools(ToolNumbersOf(run)) {
+        for (int i = 0; i < file.Groups().Count(); ++i) {
+            const AcadGroup& group = *file.Groups().Item(i);
+            for (int member = 0; member < group.Count(); ++member)
+                mGroups.emplace(file.Groups().Item(i)->Item(member)->Handle(), FoldUpper(group.Name()));
+        }
+    }
 
     void Look(const AcadEntity& entity) {
         mLayer = entity.Layer();
@@ -46,10 +55,12 @@ class FileCheck {
         if (!name) return;
         LookAtColor(entity, *name, path != nullptr, depth);
         if (IsOutline(*name, entity.Color())) LookAtOutline(depth);
+        if (name->kind == OperationKind::Bore) LookAtGroup(entity, *name);
         if (name->kind == OperationKind::Hole || name->kind == OperationKind::Bore ||
             name->kind == OperationKind::Sheet)
             return;
         LookAtTool(*name);
+        LookAtCompensation(*name, circle != nullptr);
         if (path != nullptr) LookAtDirection(*path, *name, depth);
     }
 
@@ -157,15 +168,42 @@ class FileCheck {
         const auto& tools = mRun.part.Material.tools;
         if (std::ranges::none_of(tools, [&](const MaterialTool& tool) { return Agrees(tool, name); }))
             Fault(mLayer + " names a tool that the material " + mRun.part.MaterialKeyText + " has not");
-        // The others have it in another form, or not at all.
-        if (TraitsOf(mRun.target).firstFamily && !name.compensation.empty() &&
-            name.compensation != CompensationText(mRun))
+    }
+
+    /// BW has the bit's side in letters, and other ones for round cut-outs. The rest of the second family has
+    /// none.
+    void LookAtCompensation(const OperationName& name, bool circle) {
+        std::vector<std::string> wanted;
+        if (TraitsOf(mRun.target).firstFamily) {
+            if (name.compensation.empty()) return;
+            wanted = {CompensationText(mRun)};
+        } else if (mRun.target == Target::BW) {
+            const std::string direction = FoldLower(mRun.part.Material.direction);
+            wanted = {direction == "cc" ? "TC2" : direction == "c" ? "TC1" : ""};
+            if (circle) wanted.emplace_back(direction == "c" ? "TC2DIR1" : "TC2");
+        } else {
+            return;
+        }
+        if (std::ranges::find(wanted, name.compensation) == wanted.end())
             Fault(mLayer + " has another compensation than the material's direction asks for");
+    }
+
+    /// A receiver that has an edge's bores as a group looks for them there.
+    void LookAtGroup(const AcadEntity& entity, const OperationName& name) {
+        if (!name.side) return;
+        const std::string_view wanted = SideGroupName(mRun, Sides()[static_cast<std::size_t>(*name.side)]);
+        const auto [first, last] = mGroups.equal_range(entity.Handle());
+        const auto count = std::distance(first, last);
+        if (wanted.empty() ? count == 0 : count == 1 && first->second == wanted) return;
+        Fault(mLayer + " is in " + (count == 0 ? "no group" : "another group") +
+              (wanted.empty() ? std::string() : ", and not in " + std::string(wanted)));
     }
 
     const RunState& mRun;
     bool mSecondSide;
     std::vector<std::string> mTools;
+    /// The groups of entities, by their handles.
+    std::multimap<std::string, std::string> mGroups;
     std::string mLayer;
     int mOutlines = 0, mSheets = 0;
     std::vector<std::string> mFaults;
@@ -174,7 +212,7 @@ class FileCheck {
 }  // namespace
 
 std::vector<std::string> FaultsOfFile(const RunState& run, AcadDocument& file, bool secondSide) {
-    FileCheck check(run, secondSide);
+    FileCheck check(run, file, secondSide);
     file.ModelSpace().ForEach([&check](AcadEntity& entity) { check.Look(entity); });
     return check.Faults();
 }

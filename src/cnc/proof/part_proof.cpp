@@ -33,9 +33,8 @@ constexpr double DepthSlack = 1e-6;
 constexpr int PiecesOfSlope = 3;
 /// Two bores are in one line when they agree to this, in millimetres: names have two decimals.
 constexpr double SamePlace = 0.02;
-/// In millimetres: two ways closer than this are one, by the rounding of corners; how far a path has to run
-/// back beside itself.
-constexpr double SamePath = 0.002, ShortestDoubled = 0.2;
+/// In millimetres: how far a path has to run back beside itself, and how far around that wood is looked for.
+constexpr double ShortestDoubled = 0.2, BesideDoubled = 0.03;
 
 struct Slab {
     double low = 0, high = 0;
@@ -436,10 +435,15 @@ class Prover {
         });
     }
 
-    bool IsFault(const WrittenOperation& operation, const DoubledStretch& stretch) const {
-        return stretch.apart < SamePath * mUnit ||
-               std::ranges::all_of(stretch.between,
-                                   [&](const PlanPoint& at) { return IsWood(operation, at); });
+    /// On a wall and in the air it cuts nothing that the rest of the path doesn't.
+    bool IsInWood(const WrittenOperation& operation, const DoubledStretch& stretch) const {
+        const double off = BesideDoubled * mUnit;
+        const std::array around{PlanPoint{off, 0}, PlanPoint{-off, 0}, PlanPoint{0, off}, PlanPoint{0, -off}};
+        return std::ranges::all_of(stretch.between, [&](const PlanPoint& at) {
+            return std::ranges::all_of(around, [&](const PlanPoint& away) {
+                return IsWood(operation, {at.x + away.x, at.y + away.y});
+            });
+        });
     }
 
     void TellDoubled() {
@@ -447,7 +451,7 @@ class Prover {
             if (operation.bore || operation.kind == OperationKind::Hole) continue;
             for (const DoubledStretch& stretch :
                  DoubledBack(operation.sides, NoWidth * mUnit, ShortestDoubled * mUnit)) {
-                if (!IsFault(operation, stretch)) continue;
+                if (!IsInWood(operation, stretch)) continue;
                 mProof.faults.push_back(operation.layer +
                                         (operation.secondSide ? " of the second side" : "") +
                                         " runs out and back the same way, from " +

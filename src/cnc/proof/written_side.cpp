@@ -104,6 +104,9 @@ class SideReader {
         // The receiver of the second side gets the height of the circle in the name, not its depth.
         const bool ofCircle =
             mContext.target == Target::THERM && mContext.secondSide && name.kind == OperationKind::Hole;
+        if (ofCircle && name.depth && Apart(*name.depth, mContext.thickness, name.rounding))
+            Fault("a name that tells of a height of " + ReportedLength(*name.depth) +
+                  " where the circle lies " + ReportedLength(mContext.thickness) + " high");
         if (!name.depth || ofCircle)
             return name.through ? std::max(thickness, mContext.thickness) : thickness;
         const bool inNameAlone = name.kind == OperationKind::Hole && !HolesKeepThickness(mContext.target);
