@@ -60,7 +60,7 @@ void RequireSoundFrame(const std::filesystem::path& path, const Statements& stat
 
 /// Assemblies in assemblies multiply: a small file can show more parts than any machine has room for.
 void RequireBoundedTree(const std::filesystem::path& path, const Statements& statements, CodePage codePage) {
-    constexpr std::uint64_t most = 100000;  // of a ship's interior, some 5 GB
+    constexpr std::uint64_t most = 100000;  // boards of six faces take 1.6 GB
     const UsageTree::Size whole = UsageTree(statements).Whole();
     if (whole.ends <= most) return;
     const std::string name = ProductName(statements, whole.root, codePage);
