@@ -368,6 +368,10 @@ TEST_F(Prove, AFileThatContradictsItselfIsTold) {
     expect(WithGroup(text, "VERTEX", "  8", "S_1"), "belongs to a line on layer S_18");
     expect(ReplaceAll(text, "\n$INSUNITS\n 70\n0\n", "\n$INSUNITS\n 70\n1\n"), "$INSUNITS is 1");
     expect(WithGroup(text, "LWPOLYLINE", "  8", "fk6t1n"), "the layer fk6t1n is not in the table of layers");
+    const std::size_t sheet = text.find("\nPOLYLINE\n", text.find("\nENTITIES\n"));
+    const std::size_t handle = text.find("\n  5\n", sheet) + 5;
+    expect(WithGroup(text, "LWPOLYLINE", "  5", text.substr(handle, text.find('\n', handle) - handle)),
+           " stands twice");
     std::string frozen = text;
     const std::size_t record = frozen.find("\n  2\nFK");
     expect(frozen.replace(frozen.find("\n 70\n0\n", record), 8, "\n 70\n1\n"), " is frozen");

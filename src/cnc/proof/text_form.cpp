@@ -28,10 +28,10 @@ constexpr int Frozen = 1, Closed = 1, InSpace = 8, LinetypeRunsOn = 128, VertexI
 constexpr int ExtendedData = 1000, LastGroup = 1071;
 
 namespace group {
-constexpr int Type = 0, Name = 2, Layer = 8, X = 10, Y = 20, Z = 30, Elevation = 38, Thickness = 39,
-              Radius = 40, StartWidth = 40, EndWidth = 41, Bulge = 42, Width = 43, Hidden = 60, Color = 62,
-              HasVertices = 66, InPaper = 67, Flags = 70, Count = 90, VertexNumber = 91, NormalX = 210,
-              NormalY = 220, NormalZ = 230, Layout = 410;
+constexpr int Type = 0, Name = 2, Handle = 5, Layer = 8, X = 10, Y = 20, Z = 30, Elevation = 38,
+              Thickness = 39, Radius = 40, StartWidth = 40, EndWidth = 41, Bulge = 42, Width = 43,
+              Hidden = 60, Color = 62, HasVertices = 66, InPaper = 67, Flags = 70, Count = 90,
+              VertexNumber = 91, NormalX = 210, NormalY = 220, NormalZ = 230, Layout = 410;
 }
 
 /// What says nothing of shape: handles, owners, classes, reactors, line styles, weights and plot styles.
@@ -169,13 +169,23 @@ class FormCheck {
     }
 
     void LookAtSection(std::string_view name, std::span<const Group> groups) {
-        if (name == "HEADER") LookAtHeader(groups);
+        if (name == "HEADER")
+            LookAtHeader(groups);
+        else
+            LookAtHandles(groups);
         if (name == "TABLES") {
             ExpectPairs(groups, "TABLE", "ENDTAB");
             ReadLayers(RecordsOf(groups));
         }
         if (name == "BLOCKS") ExpectPairs(groups, "BLOCK", "ENDBLK");
         if (name == "ENTITIES") LookAtEntities(RecordsOf(groups));
+    }
+
+    /// Of two objects of one handle a reader keeps one.
+    void LookAtHandles(std::span<const Group> groups) {
+        for (const Group& each : groups)
+            if (each.code == group::Handle && !mHandles.insert(each.Number()).second)
+                Fault(each.line, "the handle " + std::string(each.Number()) + " stands twice");
     }
 
     void ExpectPairs(std::span<const Group> groups, std::string_view begin, std::string_view end) {
@@ -366,6 +376,7 @@ class FormCheck {
     std::vector<Group> mGroups;
     std::map<std::string_view, Record> mLayers;
     std::set<std::string> mLooked;
+    std::set<std::string_view> mHandles;
     TextForm mForm;
 };
 
