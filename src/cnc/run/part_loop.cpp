@@ -204,8 +204,12 @@ void RemoveFilesFrom(RunState& run, std::span<const PartFile> parts, std::size_t
 bool WorkOnPartAt(RunState& run, const PassWork& steps, std::span<const PartFile> parts, std::size_t part) {
     // Of the parts before it a part knows the bit that they have left in hand, and nothing else.
     BitChoice bits = std::move(run.part.bits);
+    // The cleaning behind a part has cleared it, unless the part's file had vanished: then it stays as it
+    // was.
+    const auto needSecondSide = run.part.NeedSecondSide;
     run.part = {};
     run.part.bits = std::move(bits);
+    run.part.NeedSecondSide = needSecondSide;
     BeginPartWithBitInHand();
     run.firstSide = {};
     run.part.index = static_cast<int>(part);
