@@ -63,10 +63,12 @@ void RequireFolder(const std::string& folder) {
                            (fs::exists(PathFromText(folder), error) ? "something else" : "none"));
 }
 
-FilesOfRun FilesIn(const ProveOptions& options) {
+FilesOfRun FilesIn(const ProveOptions& options, HostDocument& drawing) {
     FilesOfRun files{std::string(ProvedFolder)};
     if (!options.target.empty()) files.target = static_cast<Target>(FindTarget(options.target)->exportTarget);
     if (options.fromGrid) files.form = RunForm::B;
+    const DrawingData& tables = drawing.Tables();
+    if (!RunsScaleDrawings()) files.units = HeadUnits{tables.insertUnits, tables.measurement};
     return files;
 }
 
@@ -82,7 +84,7 @@ ExitStatus Prove(const HeldHome& home, const ProveOptions& options) {
     const OpenedInput opened = OpenAndSelect(workplace, options.drawing, options.unit, teller);
     const TerminalProgress progress(teller);
     BeginCall(workplace.host);
-    const ProvedFiles proved = ProveFiles(workplace.host, FilesIn(options));
+    const ProvedFiles proved = ProveFiles(workplace.host, FilesIn(options, opened.document));
     teller.Wipe();
     for (const auto* lines : {&proved.report.skipped, &proved.report.unexplained, &proved.report.passedOver})
         for (const std::string& line : *lines) teller.Loss(line);

@@ -10,6 +10,8 @@
 #include <unistd.h>
 #endif
 
+#include "base/western_text.h"
+
 namespace brenvik::app {
 
 namespace {
@@ -68,7 +70,8 @@ void Teller::Remark(const std::string& text) {
 
 void Teller::Tell(const std::string& text) {
     Wipe();
-    std::cerr << text << '\n';
+    // Bytes of other code pages come out of files that others have written.
+    std::cerr << WesternAsUtf8(text) << '\n';
 }
 
 void Teller::Loss(const std::string& text) {

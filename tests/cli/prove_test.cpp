@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "base/text.h"
+#include "base/western_text.h"
 #include "prove_fixture.h"
 
 namespace brenvik::cli_test {
@@ -337,6 +338,33 @@ TEST_F(Prove, TheWorkListIsLookedAt) {
     ExpectTold(ProveJob(), "has a line of no part that was looked at", onlyStray);
     std::filesystem::remove(folder / "cut/WORKLIST.TXT");
     ExpectTold(ProveJob(), "The work list WORKLIST.TXT is missing", onlyStray);
+}
+
+TEST_F(Prove, AWorkListInAnotherEncodingIsToldInWordsThatCanBeRead) {
+    MakeFiles();
+    const std::string list = Read("cut/WORKLIST.TXT");
+    std::string wide = "\xFF\xFE";
+    for (const char c : list) wide += std::string{c, '\0'};
+    Write("cut/WORKLIST.TXT", wide);
+    Outcome outcome = ProveJob();
+    ExpectTold(outcome, "The work list WORKLIST.TXT is in UTF-16, and a run's lists are plain text.\n",
+               onlyStray);
+    EXPECT_TRUE(IsUtf8(outcome.errors));
+    Write("cut/WORKLIST.TXT", list + "T\xFCr\r\n");
+    outcome = ProveJob();
+    ExpectTold(outcome, "a line of no part that was looked at: \"T\xC3\xBCr\"", onlyStray);
+    EXPECT_TRUE(IsUtf8(outcome.errors));
+}
+
+TEST_F(Prove, AHeadThatNamesAnotherUnitThanTheRunIsTold) {
+    MakeFiles();
+    const std::string file = "cut/Part_0_Side_7.dxf", text = WithoutReturns(Read(file));
+    const std::string unit = "\n$INSUNITS\n 70\n", system = "\n$MEASUREMENT\n 70\n";
+    ASSERT_NE(text.find(unit + "0\n"), std::string::npos);
+    Write(file, ReplaceAll(text, unit + "0\n", unit + "4\n"));
+    ExpectTold(ProveJob(), "$INSUNITS is 4, and the run writes 0", oneRight);
+    Write(file, ReplaceAll(text, system + "0\n", system + "1\n"));
+    ExpectTold(ProveJob(), "$MEASUREMENT is 1, and the run writes 0", oneRight);
 }
 
 TEST_F(Prove, ABlankLineInAWorkListIsTold) {

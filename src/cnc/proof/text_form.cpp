@@ -112,7 +112,7 @@ struct Record {
 
 class FormCheck {
   public:
-    FormCheck(std::string_view content, bool metric) : mMetric(metric) { ReadGroups(content); }
+    FormCheck(std::string_view content, const RunUnits& units) : mUnits(units) { ReadGroups(content); }
 
     TextForm Check() {
         if (mForm.faults.empty()) LookAtSections();
@@ -222,15 +222,32 @@ class FormCheck {
                 Fault(value.line, "the file is of the version " + std::string(value.value) +
                                       ", and the run's files are of " + std::string(Version));
             if (groups[i].value == "$INSUNITS") LookAtUnit(value);
+            if (groups[i].value == "$MEASUREMENT" && mUnits.head)
+                LookAtNumber("$MEASUREMENT", value, mUnits.head->measurement);
         }
         if (!met.contains("$ACADVER")) mForm.faults.emplace_back("the head names no version");
+        if (!mUnits.head) return;
+        if (mUnits.head->insertUnits != 0 && !met.contains("$INSUNITS"))
+            mForm.faults.emplace_back("the head has no $INSUNITS");
+        if (mUnits.head->measurement != 0 && !met.contains("$MEASUREMENT"))
+            mForm.faults.emplace_back("the head has no $MEASUREMENT");
+    }
+
+    void LookAtNumber(const std::string& name, const Group& value, int wanted) {
+        if (Read<int>(value.Number()) != wanted)
+            Fault(value.line, name + " is " + std::string(value.Number()) + ", and the run writes " +
+                                  std::to_string(wanted));
     }
 
     void LookAtUnit(const Group& value) {
         const std::optional<int> unit = Read<int>(value.Number());
-        if (unit == NoUnit || unit == (mMetric ? Millimetres : Inches)) return;
+        if (mUnits.head && unit == mUnits.head->insertUnits) return;
+        if (unit == NoUnit || unit == (mUnits.metric ? Millimetres : Inches)) {
+            if (mUnits.head) LookAtNumber("$INSUNITS", value, mUnits.head->insertUnits);
+            return;
+        }
         Fault(value.line, "$INSUNITS is " + std::string(value.Number()) + ", and the run's lengths are in " +
-                              (mMetric ? "millimetres (4)" : "inches (1)"));
+                              (mUnits.metric ? "millimetres (4)" : "inches (1)"));
     }
 
     void ReadLayers(const std::vector<Record>& records) {
@@ -372,7 +389,7 @@ class FormCheck {
         if (!met.empty() && !Holds(met, group::Y)) Miss(record, group::Y);
     }
 
-    bool mMetric;
+    RunUnits mUnits;
     std::vector<Group> mGroups;
     std::map<std::string_view, Record> mLayers;
     std::set<std::string> mLooked;
@@ -382,9 +399,9 @@ class FormCheck {
 
 }  // namespace
 
-TextForm FormOfText(std::string_view content, bool metric) {
+TextForm FormOfText(std::string_view content, const RunUnits& units) {
     if (HoldsBinaryGroups(content)) return {{"it is a binary drawing, and the run's files are text"}, 0};
-    return FormCheck(content, metric).Check();
+    return FormCheck(content, units).Check();
 }
 
 }  // namespace brenvik

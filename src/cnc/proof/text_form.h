@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,8 +18,18 @@ struct TextForm {
     std::size_t entities = 0;
 };
 
-/// Of a DXF file in text as a run writes it; a binary one is a fault. `metric`: the unit that the run's
-/// lengths are in, which the head of the file must not contradict.
-TextForm FormOfText(std::string_view content, bool metric);
+/// What a head says of the unit of lengths: $INSUNITS and $MEASUREMENT, 0 where it is silent.
+struct HeadUnits {
+    int insertUnits = 0, measurement = 0;
+};
+
+/// The unit that the run's lengths are in, and what its files say of it, where that is known.
+struct RunUnits {
+    bool metric = true;
+    std::optional<HeadUnits> head = {};
+};
+
+/// Of a DXF file in text as a run writes it; a binary one is a fault.
+TextForm FormOfText(std::string_view content, const RunUnits& units);
 
 }  // namespace brenvik

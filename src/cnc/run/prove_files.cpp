@@ -231,7 +231,7 @@ class FolderProof {
         bool secondSide;
     };
 
-    static void Gather(RunState& run, AcadDocument& document, const SideFile& file) {
+    void Gather(RunState& run, AcadDocument& document, const SideFile& file) const {
         LookAtText(run, document, file);
         GatherWrittenSide(run, document, file.secondSide);
         std::ranges::move(FaultsOfFile(run, document, file.secondSide),
@@ -239,14 +239,14 @@ class FolderProof {
     }
 
     /// A receiver may read another thing in a text that isn't in good form than is read here.
-    static void LookAtText(RunState& run, AcadDocument& document, const SideFile& file) {
+    void LookAtText(RunState& run, AcadDocument& document, const SideFile& file) const {
         std::vector<std::string>& faults = run.part.proof->faults;
         const std::string text = ThePlatform().files->ReadFile(file.folder + file.name);
         if (!EndsAsDxf(text)) {
             faults.push_back("the file " + file.name + " is cut off: it doesn't end with EOF");
             return;
         }
-        const TextForm form = FormOfText(text, run.Metric());
+        const TextForm form = FormOfText(text, {run.Metric(), mFiles.units});
         for (const std::string& fault : form.faults) faults.push_back("the file " + file.name + ", " + fault);
         std::size_t read = 0;
         document.ModelSpace().ForEach([&read](AcadEntity&) { ++read; });

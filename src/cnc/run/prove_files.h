@@ -6,6 +6,7 @@
 
 #include "cnc/part/run_report.h"
 #include "cnc/part/run_state.h"
+#include "cnc/proof/text_form.h"
 
 namespace brenvik {
 
@@ -15,6 +16,8 @@ struct FilesOfRun {
     std::optional<Target> target = {};  ///< Told by the names in the files unless somebody knows better.
     /// In runs from the grid equal parts share a file, and its number identifies no part.
     RunForm form = RunForm::A;
+    /// What the drawing says of its unit, which a run hands down; none where nobody knows it.
+    std::optional<HeadUnits> units = {};
 };
 
 struct ProvedFiles {

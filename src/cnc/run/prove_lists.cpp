@@ -9,6 +9,7 @@
 #include "base/letter_case.h"
 #include "base/numbers.h"
 #include "base/text.h"
+#include "base/utf8.h"
 #include "cnc/output/work_lists.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
@@ -166,6 +167,10 @@ void WorkListProof::Compare(bool secondSide, bool allCount, Texts& told) const {
         mExpected, [secondSide](const Expected& part) { return part.secondSide == secondSide; });
     if (!ThePlatform().files->FileExists(path)) {
         if (wanted) told.push_back("The work list " + list + " is missing.");
+        return;
+    }
+    if (const std::string other = OtherEncodingOf(ThePlatform().files->ReadFile(path)); !other.empty()) {
+        told.push_back("The work list " + list + " is in " + other + ", and a run's lists are plain text.");
         return;
     }
     std::vector<std::string> lines = LinesOf(path);
