@@ -2,9 +2,10 @@
 #include "cnc/plan/doubled_back.h"
 
 #include <algorithm>
-#include <functional>
+#include <cmath>
 
 #include "cnc/plan/plan_curve_cuts.h"
+#include "cnc/plan/plan_piece.h"
 #include "cnc/plan/plan_vectors.h"
 #include "cnc/plan/side_places.h"
 
@@ -21,10 +22,12 @@ struct Frame {
     double minX = 0, maxX = 0, minY = 0, maxY = 0;
 };
 
+/// Around the side, arcs and all.
 Frame FrameOf(const PlanSide& side) {
+    const double beyond = std::abs(side.bulge) * Length(side.to - side.from);
     const auto [lowX, highX] = std::minmax(side.from.x, side.to.x);
     const auto [lowY, highY] = std::minmax(side.from.y, side.to.y);
-    return {lowX, highX, lowY, highY};
+    return {lowX - beyond, highX + beyond, lowY - beyond, highY + beyond};
 }
 
 struct Walked {
@@ -33,12 +36,23 @@ struct Walked {
     double length = 0;
 };
 
+/// The way of a side at one of its points.
+PlanPoint WayBeside(const PlanSide& side, const PlanPoint& at) {
+    if (!IsRound(side)) return WayAt(side, false);
+    const PlanRound round = RoundOf(side);
+    const PlanPoint arm = (at - round.center) * ((round.sweep > 0 ? 1 : -1) / Length(at - round.center));
+    return {-arm.y, arm.x};
+}
+
 class Walk {
   public:
     Walk(std::span<const PlanSide> line, double apart, double shortest) : mApart(apart), mShortest(shortest) {
         for (const PlanSide& side : line) {
-            const double length = Length(side.to - side.from);
-            if (length > 0 && !IsRound(side)) mSides.push_back({side, FrameOf(side), length});
+            const double chord = Length(side.to - side.from);
+            if (chord <= 0) continue;
+            const double arch = std::abs(std::atan(side.bulge));
+            const double length = arch < 1e-6 ? chord : chord * 2 * arch / std::sin(2 * arch);
+            mSides.push_back({side, FrameOf(side), length});
         }
         std::ranges::sort(mSides, {}, [](const Walked& each) { return each.frame.minX; });
     }
@@ -60,17 +74,18 @@ class Walk {
   private:
     void Along(const Walked& shorter, const PlanSide& other) {
         DoubledStretch stretch;
-        const bool opposite = Dot(WayAt(shorter.side, false), WayAt(other, false)) < Opposite;
         for (int i = 0; i < Looks; ++i) {
             const double share = (i + 0.5) / Looks;
             const PlanPoint at = AtShare(shorter.side, share), beside = NearestOn(other, at);
-            const bool doubled = Length(beside - at) <= mApart && opposite;
+            const bool doubled = Length(beside - at) <= mApart &&
+                                 Dot(WayBeside(shorter.side, at), WayBeside(other, beside)) < Opposite;
             if (!doubled) {
                 Close(stretch, shorter.length);
                 continue;
             }
             if (stretch.between.empty()) stretch.from = AtShare(shorter.side, share - 0.5 / Looks);
             stretch.to = AtShare(shorter.side, share + 0.5 / Looks);
+            stretch.apart = std::max(stretch.apart, Length(beside - at));
             stretch.between.push_back((at + beside) * 0.5);
         }
         Close(stretch, shorter.length);

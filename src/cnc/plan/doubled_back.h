@@ -11,12 +11,13 @@ namespace brenvik {
 
 struct DoubledStretch {
     PlanPoint from, to;
+    /// Between the two ways, at most.
+    double apart = 0;
     /// Places in the middle between them.
     std::vector<PlanPoint> between;
 };
 
-/// The straight ones whose ways are no further apart than `apart`, longest first. `shortest` is how long one
-/// has to be.
+/// Those whose ways are no further apart than `apart`, longest first. `shortest` is how long one has to be.
 std::vector<DoubledStretch> DoubledBack(std::span<const PlanSide> line, double apart, double shortest);
 
 }  // namespace brenvik

@@ -428,17 +428,20 @@ class Prover {
 
     // Paths that go out and come back the same way: what they enclose there is too little for a difference.
 
+    bool IsWood(const WrittenOperation& operation, const PlanPoint& at) const {
+        return std::ranges::any_of(mSections, [&](const PartSection& section) {
+            const double height = section.slab.Middle();
+            return operation.low < height && height < operation.high && section.field.Holds(at);
+        });
+    }
+
     /// On a wall and in the air it cuts nothing that the rest of the path doesn't.
     bool IsInWood(const WrittenOperation& operation, const DoubledStretch& stretch) const {
         const double off = BesideDoubled * mUnit;
         const std::array around{PlanPoint{off, 0}, PlanPoint{-off, 0}, PlanPoint{0, off}, PlanPoint{0, -off}};
-        return std::ranges::any_of(mSections, [&](const PartSection& section) {
-            const double height = section.slab.Middle();
-            if (height <= operation.low || height >= operation.high) return false;
-            return std::ranges::all_of(stretch.between, [&](const PlanPoint& at) {
-                return std::ranges::all_of(around, [&](const PlanPoint& away) {
-                    return section.field.Holds({at.x + away.x, at.y + away.y});
-                });
+        return std::ranges::all_of(stretch.between, [&](const PlanPoint& at) {
+            return std::ranges::all_of(around, [&](const PlanPoint& away) {
+                return IsWood(operation, {at.x + away.x, at.y + away.y});
             });
         });
     }

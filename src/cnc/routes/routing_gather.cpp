@@ -198,6 +198,27 @@ bool LiesInRoundFloor(const AcadLWPolyline& chain, const AcadCircle& circle) {
     });
 }
 
+/// Whether a closed path runs out and back the same way. Edges that two faces share are drawn twice, and not
+/// always parted alike, so that some join to a loop of their own.
+bool EnclosesNothing(const AcadLWPolyline& path) {
+    constexpr double sameWay = 0.0001;
+    const std::vector<PathVertex> corners = VerticesOf(path);
+    double around = 0;
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        const PathVertex &from = corners[i], &to = corners[(i + 1) % corners.size()];
+        around += std::hypot(to.x - from.x, to.y - from.y);
+    }
+    return 2 * std::abs(path.Area()) <= sameWay * around;
+}
+
+/// What encloses nothing is no more a contour than an open chain.
+void OpenWhatEnclosesNothing(GatheredContours& contours) {
+    const auto empty = std::ranges::stable_partition(
+        contours.closed, [](const AcadLWPolyline* path) { return !EnclosesNothing(*path); });
+    contours.open.insert(contours.open.end(), empty.begin(), empty.end());
+    contours.closed.erase(empty.begin(), empty.end());
+}
+
 void DropWhatBoundsNothing(AcadDocument& drawing, GatheredContours& contours) {
     if (contours.open.empty()) return;
     const std::vector<AcadCircle*> circles = All<AcadCircle>(drawing);
@@ -222,6 +243,7 @@ GatheredContours GatherContours(AcadDocument& drawing, const Box3& part) {
     contours.followable = TakeEdges(drawing, BetweenFaces(part));
     if (!contours.followable) return contours;
     Join(drawing, contours);
+    OpenWhatEnclosesNothing(contours);
     DropWhatBoundsNothing(drawing, contours);
     return contours;
 }

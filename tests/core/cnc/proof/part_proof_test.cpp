@@ -196,6 +196,10 @@ TEST(PartProof, APathThatRunsOutAndBackTheSameWayIsTold) {
     for (const double slot : {0.01, 0.03})
         EXPECT_TRUE(Tell(told(WithSlot(slot, 5)), "PKC runs out and back the same way")) << slot;
     EXPECT_TRUE(Tell(told(WithSlot(0, 40)), "PKC runs out and back the same way, from 240,130 to 200,130"));
+    std::vector<PlanSide> round = WithSlot(0, 40);
+    round[2].bulge = 0.3;
+    round[3].bulge = -0.3;
+    EXPECT_TRUE(Tell(told(round), "PKC runs out and back the same way"));
 }
 
 TEST(PartProof, ASharpCornerRunsNowhereBack) {
