@@ -44,6 +44,13 @@ TEST_F(RealPartTest, SizesAndMaterialAreTaken) {
     EXPECT_EQ(run.part.MaterialName, "OAK");
 }
 
+TEST_F(RealPartTest, TheThicknessIsRoundedToAThirtySecondAsWell) {
+    app::Workpiece board = Board(600, 400, 18.9);
+    ASSERT_EQ(SortPart(board.Solid()), PassOutcome::GoOn);
+    EXPECT_EQ(run.part.PartThickness, 18.9);
+    EXPECT_EQ(run.part.QuarterThickness, 18.90625);
+}
+
 TEST_F(RealPartTest, APartWithoutMaterialHasAnUnknownOne) {
     app::Workpiece board = Board(600, 400, 18);
     GivePartData(board.Solid(), "Panel", "LWT", "");

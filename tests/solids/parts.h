@@ -17,7 +17,9 @@
 #include <TopoDS_Shape.hxx>
 #include <algorithm>
 #include <array>
+#include <gp_Ax1.hxx>
 #include <gp_Ax2.hxx>
+#include <gp_Pnt.hxx>
 #include <gp_Trsf.hxx>
 #include <utility>
 #include <vector>
@@ -57,6 +59,30 @@ inline TopoDS_Shape TwoPieces() {
     builder.Add(both, Board(600, 100, 18));
     builder.Add(both, Moved(Board(600, 50, 18), gp_Vec(0, 150, 0)));
     return both;
+}
+
+/// The turn about `axis` by `angle` radians, right-handed.
+inline gp_Trsf Turn(const gp_Ax1& axis, double angle) {
+    gp_Trsf turn;
+    turn.SetRotation(axis, angle);
+    return Cleaned(turn);
+}
+
+inline TopoDS_Shape Rotated(const TopoDS_Shape& shape, const gp_Ax1& axis, double angle) {
+    return Transformed(shape, Turn(axis, angle));
+}
+
+inline TopoDS_Shape Scaled(const TopoDS_Shape& shape, const gp_Pnt& center, double factor) {
+    gp_Trsf scale;
+    scale.SetScale(center, factor);
+    return Transformed(shape, scale);
+}
+
+/// The shape mirrored at the plane through the origin of `plane`, square to its main direction.
+inline TopoDS_Shape Mirrored(const TopoDS_Shape& shape, const gp_Ax2& plane) {
+    gp_Trsf mirror;
+    mirror.SetMirror(plane);
+    return Transformed(shape, mirror);
 }
 
 /// A turn and a move that leave nothing along an axis.

@@ -12,6 +12,7 @@
 #include <XCAFDoc_ShapeTool.hxx>
 #include <filesystem>
 #include <fstream>
+#include <gp_Ax1.hxx>
 #include <gp_Ax3.hxx>
 #include <iterator>
 #include <string>
@@ -41,7 +42,9 @@ inline void WriteNested(const std::filesystem::path& path, const std::string& va
     const TDF_Label job = shapes->NewShape();
     name(job, "Job");
     name(shapes->AddComponent(job, carcass, TopLoc_Location()), "Carcass 1");
-    gp_Trsf turned = solids::Turn(gp_Ax1(gp_Pnt(0, 0, 0), gp::DZ()), 1.5707963267948966);
+    gp_Trsf turned;
+    turned.SetRotation(gp_Ax1(gp_Pnt(0, 0, 0), gp::DZ()), 1.5707963267948966);
+    turned = solids::Cleaned(turned);
     turned.SetTranslationPart(gp_Vec(1000.5, 0, 0));
     name(shapes->AddComponent(job, carcass, TopLoc_Location(turned)), "Carcass 2");
     shapes->UpdateAssemblies();

@@ -22,6 +22,7 @@ namespace {
 
 using solids::test::Board;
 using solids::test::DrilledBoard;
+using solids::test::Mirrored;
 using solids::test::OddPlace;
 
 /// A folder of the test's own that goes with it.
@@ -100,7 +101,7 @@ TEST_F(StepFiles, VolumesAndBoxesComeBackToNineDigits) {
         BRepPrimAPI_MakeCylinder(12.3, 700).Shape(),
         BRepPrimAPI_MakeSphere(25).Shape(),
         BRepPrimAPI_MakeTorus(40, 10).Shape(),
-        solids::Mirrored(DrilledBoard(300, 200, 18, 2), gp_Ax2(gp_Pnt(1, 2, 3), gp::DX())),
+        Mirrored(DrilledBoard(300, 200, 18, 2), gp_Ax2(gp_Pnt(1, 2, 3), gp::DX())),
     };
     std::vector<StepSolid> parts;
     for (const TopoDS_Shape& shape : shapes)

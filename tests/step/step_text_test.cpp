@@ -134,6 +134,12 @@ TEST(StepQuarantine, TheStructureOfProductsStaysWholeOrNothingIsRead) {
               "refused: well-formed STEP stat");
 }
 
+bool IsWellFormed(std::string_view statement) {
+    StatementWalk walk;
+    WalkStatement(statement, 0, walk);
+    return walk.wellFormed;
+}
+
 TEST(StepGrammar, AStatementHasANumberAKindAndValuesPartedByCommas) {
     for (const char* good :
          {"#1=A();", "#12 = CARTESIAN_POINT('',(0.,-1.5E-3,+2));", "#3=(A(1.) B() C(#1,$,*));",

@@ -191,10 +191,4 @@ void WalkStatement(std::string_view content, std::size_t place, StatementWalk& w
     walk.end = walk.wellFormed ? tokens.Place() : tokens.Start();
 }
 
-bool IsWellFormed(std::string_view statement) {
-    StatementWalk walk;
-    WalkStatement(statement, 0, walk);
-    return walk.wellFormed;
-}
-
 }  // namespace brenvik::step

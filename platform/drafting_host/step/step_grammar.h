@@ -20,7 +20,4 @@ struct StatementWalk {
 /// Walks over the statement at `place`, whose "#" stands there. `walk` is overwritten; its memory is kept.
 void WalkStatement(std::string_view content, std::size_t place, StatementWalk& walk);
 
-/// Whether a statement (from its "#" to its ";", no nearer looked at than that) has one of these forms.
-bool IsWellFormed(std::string_view statement);
-
 }  // namespace brenvik::step

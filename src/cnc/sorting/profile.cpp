@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base/fractions.h"
 #include "base/numbers.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/work_layers.h"
@@ -99,6 +100,7 @@ PassOutcome SortEdges(RunState& run) {
     AcadDocument& drawing = *run.part.drawing;
     ProjectPart(run);
     LowerKeptFace(drawing);
+    run.part.QuarterThickness = RoundDecimalValue(LenientNumber(run.part.DimT), ExportFractionUnit);
     run.part.MaterialName = MaterialNameOf(LastSolid(drawing));
     AddLayer(drawing, layers::Border);
     BreakDown(drawing);

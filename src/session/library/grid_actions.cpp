@@ -70,12 +70,12 @@ void RunAction(frmMain& form, const GridAction& action) {
 std::span<const GridAction> GridActions() { return Actions; }
 
 void RunToolbarKey(frmMain& form, std::string_view key) {
-    for (const GridAction& action : Actions)
+    for (const GridAction& action : GridActions())
         if (!action.key.empty() && action.key == key) return RunAction(form, action);
 }
 
 void RunMenuEntry(frmMain& form, std::string_view menuEntry) {
-    for (const GridAction& action : Actions)
+    for (const GridAction& action : GridActions())
         if (!action.menuEntry.empty() && action.menuEntry == menuEntry) return RunAction(form, action);
 }
 
