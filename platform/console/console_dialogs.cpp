@@ -1,4 +1,4 @@
-// Message boxes told in one line each, and the answers that need no person.
+// Message boxes printed in one line each, and the answers that need no person.
 #include "console/console_dialogs.h"
 
 #include "forms/form.h"

@@ -105,7 +105,7 @@ void Replace(const fs::path& file, std::string_view content, Reach reach) {
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0)
         throw PermissionDenied(TextFromPath(file));
     static std::atomic<unsigned> counter = 0;
-    // Numbers of programs come again, and one that died half way has left its file: the time tells them
+    // Process ids are reused, and one that died half way has left its file: the time tells them
     // apart.
     const std::string name = std::string(WorkFilePrefix) + std::to_string(GetCurrentProcessId()) + "-" +
                              std::to_string(GetTickCount64()) + "-" + std::to_string(++counter);

@@ -43,7 +43,7 @@ const char* FileTrouble(int primaryCode) {
     }
 }
 
-// The engine's own message. Of a broken constraint only its name is told, which is written for users.
+// The engine's own message. Of a broken constraint only its name is shown, which is written for users.
 std::string StatementTrouble(int extendedCode, const std::string& message) {
     constexpr std::string_view checkPrefix = "CHECK constraint failed: ";
     if (extendedCode == SQLITE_CONSTRAINT_CHECK && message.starts_with(checkPrefix))

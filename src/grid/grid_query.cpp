@@ -18,7 +18,7 @@ constexpr int OrieColumn = 9;
 /// What ticking the box "Grouping" groups by: what makes two parts the same board.
 constexpr std::string_view DefaultGroupFields = "bv_partName, bv_material, bv_length, bv_width, bv_thickness";
 
-/// Returns whether the data control stands on the statement now; a refused one is told.
+/// Returns whether the data control stands on the statement now; a refused one is reported.
 bool RefreshFrom(DataControl& data, std::string_view statement) {
     std::string before = std::exchange(data.recordSource, std::string(statement));
     if (ShowAndResume(ShowFailure, [&] { data.Refresh(); })) return true;

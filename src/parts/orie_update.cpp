@@ -77,7 +77,7 @@ ExtentsTaken MatchLabels(OrieUpdate& update, Relabelling& relabelling) {
     }
     if (Unmatched > 1) update.Ambiguous = true;
     if (Unmatched != 1) return taken;
-    // Of two equal old sizes one can't tell which it was that changed.
+    // Of two equal old sizes nobody can say which one has changed.
     for (int label = 1; label <= 3; ++label)
         if (label != relabelling.ChangedLabel &&
             update.Label(label).OldValue == update.Label(relabelling.ChangedLabel).OldValue)

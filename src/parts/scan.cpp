@@ -54,8 +54,8 @@ T& Needed(T* object, const char* what) {
     return *object;
 }
 
-/// The work table during one scan. A table that can't be used fails every statement of the scan; it is told
-/// by the first of them, and not again for each solid.
+/// The work table during one scan. A table that can't be used fails every statement of the scan; the
+/// first of them is reported, and not each solid's.
 class WorkTable {
   public:
     explicit WorkTable(FailureTeller failureTeller) : mTell(failureTeller) {}

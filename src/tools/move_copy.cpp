@@ -35,7 +35,7 @@ std::optional<Shift> AskShift(AcadUtility& utility) {
     return Shift{Flattened(utility, shift.from), Flattened(utility, shift.to)};
 }
 
-/// `act` is done to each selected entity; one that the host refuses stays as it is, and is told.
+/// `act` is done to each selected entity; one that the host refuses stays as it is, and is reported.
 template <class Act>
 void InPlaneOfView(Act&& act) {
     AcadDocument& drawing = *TheSession().AcadDoc;

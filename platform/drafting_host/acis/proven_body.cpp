@@ -1,4 +1,4 @@
-// Most parts are told by their faces alone. The others are read back and compared, and where that fails are
+// Most parts are judged by their faces alone. The others are read back and compared, and where that fails are
 // written once more with their edges fitted to their faces, and then with all faces as splines.
 #include "drafting_host/acis/proven_body.h"
 

@@ -372,7 +372,7 @@ TopoDS_Shape BodyBuilder::MakeLump(LumpWork& lump) {
     return looseFaces == 1 ? last : TopoDS_Shape(loose);
 }
 
-// Gaps that no other program would have left are closed by tolerances, and told once for the body.
+// Gaps that no other program would have left are closed by tolerances, and reported once for the body.
 void BodyBuilder::TellHealing() {
     std::size_t loose = 0;
     double widest = 0;

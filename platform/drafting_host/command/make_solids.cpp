@@ -114,7 +114,7 @@ Asking<Corners> AskCorners(CommandSession& session, std::string what) {
         co_return sized;
     }
     const Point3 other = InUcs(session, *second.value);
-    // A second corner at another level has told the height already.
+    // A second corner at another level has given the height already.
     const double rise = other.z - start.z;
     if (std::abs(rise) > PointTolerance) {
         if (centered) co_return Raised(start, other, 2 * std::abs(rise), true);

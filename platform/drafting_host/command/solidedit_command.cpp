@@ -1,5 +1,5 @@
 // SOLIDEDIT: faces moved, offset and extruded, bodies checked and parted. The solid keeps handle, layer and
-// data; a step that fails is told and leaves it as it was.
+// data; a step that fails is reported and leaves it as it was.
 #include "drafting_host/document/modeller_handle.h"
 
 #include <TopExp_Explorer.hxx>

@@ -1,5 +1,5 @@
 // Between the open document and the plain data of a drawing. Bodies are built from their ACIS text when
-// a drawing is taken over, so that what can't be read is told at once, and written as text on the way
+// a drawing is taken over, so that what can't be read is reported at once, and written as text on the way
 // out.
 #include <BRep_Builder.hxx>
 #include <TopExp_Explorer.hxx>
@@ -40,7 +40,7 @@ TopoDS_Shape OneShape(const std::vector<TopoDS_Shape>& bodies) {
     return all;
 }
 
-/// Reads a body's text; what went wrong is told with the line of the file where the text begins and the
+/// Reads a body's text; what went wrong is reported with the line of the file where the text begins and the
 /// line and record in it.
 ShapeData ReadBody(const AcisData& data, HandleValue handle, std::vector<ReadNote>& notes) {
     const acis::ReadResult read = acis::ReadText(data.text);

@@ -147,7 +147,7 @@ std::optional<step::Rgb> ColorOf(const HostEntity& entity) {
     return color;
 }
 
-/// Solids of model space; what a file of solids can't hold is told.
+/// Solids of model space; what a file of solids can't hold is reported.
 std::vector<const HostSolid*> SolidsOf(const HostDocument& document, std::string_view form,
                                        std::vector<std::string>& problems) {
     std::vector<const HostSolid*> solids;

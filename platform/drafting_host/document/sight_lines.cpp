@@ -1,4 +1,4 @@
-// The test of visibility. Flat faces and upright cones, which most parts consist of, are told by the outline
+// The test of visibility. Flat faces and upright cones, which most parts consist of, are seen by the outline
 // that they show; the modeller is asked for lines through everything else.
 #include "drafting_host/document/sight_lines.h"
 

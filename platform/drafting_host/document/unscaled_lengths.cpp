@@ -21,7 +21,7 @@ bool IsLengthOfData(int code) {
 }
 
 /// Objects with lengths among their values. Styles of multilines, leaders and tables, which every drawing
-/// has, go with what is drawn in them, which is told by itself.
+/// has, go with what is drawn in them, which is reported by itself.
 constexpr auto ObjectsWithLengths = std::to_array<std::string_view>({"GEODATA", "XRECORD"});
 
 bool IsLengthOfObject(int code) {

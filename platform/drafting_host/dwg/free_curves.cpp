@@ -108,7 +108,7 @@ SplineForm ReadSplineForm(Object& object, SplineData& spline, Further& further) 
     SplineForm form;
     form.isFit = data.BitLong() == fitScenario;
     if (object.streams.IsAtLeast(Release::R2013)) {
-        // The scenario is stale here; the flags tell.
+        // The scenario is out of date here; the flags count.
         const auto flags = static_cast<unsigned>(data.BitLong());
         form.ends.kind = static_cast<KnotKind>(data.BitLong());
         form.isFit = (flags & byFitPoints) != 0 && form.ends.kind != KnotKind::Own;

@@ -200,7 +200,7 @@ class ObjectWriter {
         }
     }
 
-    /// Before release 2000 only dictionaries tell what belongs to them.
+    /// Before release 2000 only dictionaries say what belongs to them.
     void FindOwners() {
         for (const KeptRecord& object : mPlan.File()->objects) {
             if (object.name != "DICTIONARY") continue;

@@ -1,4 +1,4 @@
-// What becomes of the round openings of two regions in their union, told from their boundaries in plan.
+// What becomes of the round openings of two regions in their union, worked out from their boundaries in plan.
 #include <BRepAdaptor_Surface.hxx>
 #include <BRep_Builder.hxx>
 #include <BRep_Tool.hxx>

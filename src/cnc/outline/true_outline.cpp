@@ -46,7 +46,7 @@ constexpr std::string_view ExplodeCommand = "explode\rall\r\r";
 constexpr int Many = 1'000'000;
 /// Of square units: the rounding of areas, far below any real widening.
 constexpr double SameArea = 1e-6;
-/// Beyond this the box alone tells that a part reaches further.
+/// Beyond this the box alone shows that a part reaches further.
 constexpr double SameReach = 1e-3;
 /// A tip that reaches out further than this always shows in a trial cut.
 constexpr double SureReach = 0.05;

@@ -41,7 +41,7 @@ std::optional<OutputClaims> ClaimOutput(std::span<const std::string_view> folder
     OutputClaims claims;
     for (const std::string_view folder : folders) {
         const std::string place = files.PlaceOf(folder);
-        // One that can't be made is told when the first file is written to it.
+        // One that can't be made is reported when the first file is written to it.
         Skip([&] { files.MakeFolder(folder); });
         for (const std::string_view earlier : folders.first(claims.size())) {
             if (!AreSame(files, earlier, folder)) continue;

@@ -25,7 +25,7 @@ namespace {
 constexpr double Give = 0.001, SameEnd = 1e-7, SamePlace = 1e-5, TooClose = 1e-5;
 /// In millimetres: a rest no wider than this doesn't count. Finer where a bit is wanted that leaves no rest.
 constexpr double NoRest = 0.05, NoRestAtAll = 2e-4;
-/// In millimetres: how far behind a wall it is asked for wood.
+/// In millimetres: how far behind a wall a place is looked at for wood.
 constexpr double BehindWall = 0.03;
 /// The turns, in radians, below which a corner doesn't count, and below which two sides continue each other.
 constexpr double NoCorner = 1e-3, NoTurn = 1e-9;

@@ -16,7 +16,7 @@ constexpr double NoArch = 1e-9;
 
 double Distance(const PlanPoint& a, const PlanPoint& b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
-/// A side with the values that are needed of it again and again.
+/// A side with those of its values that are needed again and again.
 struct Curve {
     PlanSide side;
     bool round = false;
@@ -43,7 +43,7 @@ Curve CurveOf(const PlanSide& side) {
     curve.fromAngle = std::atan2(side.from.y - curve.circle.center.y, side.from.x - curve.circle.center.x);
     const PlanPoint& center = curve.circle.center;
     const double radius = curve.circle.radius;
-    // The whole circle's box: it is only asked which sides may meet at all.
+    // The whole circle's box: the question is only which sides may meet at all.
     curve.minX = center.x - radius, curve.maxX = center.x + radius;
     curve.minY = center.y - radius, curve.maxY = center.y + radius;
     return curve;

@@ -34,7 +34,7 @@ struct Axis {
     std::vector<std::size_t> rims;
     std::vector<Settled> paths;
     bool sorted = false;  ///< A row of the table has worked on it.
-    bool noted = false;   ///< The operator is told once.
+    bool noted = false;   ///< The operator hears of it once.
 };
 
 class CircularRoutes {
@@ -99,7 +99,7 @@ class CircularRoutes {
         }
         const BorePlan plan = mLevels.Plan();
         if (plan.impossible && !mRun.FirstPass()) {
-            // The first pass has seen it alone on the top, and told of it.
+            // The first pass has seen it alone on the top, and reported it.
             bottom.held = false;
             return true;
         }

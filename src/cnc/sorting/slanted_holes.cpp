@@ -1,4 +1,4 @@
-// Slanted holes are told by what they leave in the drawing: circles on one slanted axis, or shifted ellipses.
+// Slanted holes are seen by what they leave in the drawing: circles on one slanted axis, or shifted ellipses.
 #include "cnc/sorting/slanted_holes.h"
 
 #include <algorithm>
@@ -30,7 +30,7 @@ bool OnOneAxis(const AcadCircle& a, const AcadCircle& b) {
            NearlyEqual(OffAxis(a.Normal(), {}, b.Normal()), 0);
 }
 
-/// An ellipse as far as its box tells.
+/// An ellipse, as far as its box shows it.
 struct Oval {
     Point3 center;
     double sizeX = 0, sizeY = 0;

@@ -1,4 +1,4 @@
-// Flat faces tell what they are by their normal. A round face is known by its boundary alone, which it shares
+// A flat face is known by its normal. A round face is known by its boundary alone, which it shares
 // with its neighbours: so curves are gathered by the axis that they turn about.
 #include "cnc/sorting/untaken_faces.h"
 
@@ -88,7 +88,7 @@ bool Contains(const Box3& column, const Box3& curve) {
            curve.min.y > column.min.y - Stray && curve.max.y < column.max.y + Stray;
 }
 
-/// The curves of the part's faces, sorted by what they tell.
+/// The curves of the part's faces, sorted by what they show.
 struct Edges {
     std::vector<Axis> bores;    ///< Full circles that aren't level, standing or at an angle.
     std::vector<Axis> pieces;   ///< Arcs that aren't level.

@@ -17,7 +17,7 @@ enum class PendingEvents { Left, RunFirst };
 
 bool AutomaticUpdatingIsOn() { return StrictNumberSetting(setting::SettingsEvent) == 1; }
 
-/// The designer is in the middle of something else, so a failure ends its own step and is not told.
+/// The designer is in the middle of something else, so a failure ends its own step and is not reported.
 void Update(AcadApplication& app, PendingEvents pending) {
     // Without a document there is nothing to bring up to date.
     if (!Skip([&] { BeginCall(app); })) return;
