@@ -202,14 +202,12 @@ void RemoveFilesFrom(RunState& run, std::span<const PartFile> parts, std::size_t
 }  // namespace
 
 bool WorkOnPartAt(RunState& run, const PassWork& steps, std::span<const PartFile> parts, std::size_t part) {
-    // Of the parts before it a part knows the bit that they have left in hand, and nothing else.
-    BitChoice bits = std::move(run.part.bits);
-    // The cleaning behind a part has cleared it, unless the part's file had vanished: then it stays as it
-    // was.
-    const auto needSecondSide = run.part.NeedSecondSide;
+    // What the parts before it have left: the bit in hand, and the flags of one whose file had vanished.
+    PartState before = std::move(run.part);
     run.part = {};
-    run.part.bits = std::move(bits);
-    run.part.NeedSecondSide = needSecondSide;
+    run.part.bits = std::move(before.bits);
+    run.part.NeedSecondSide = before.NeedSecondSide;
+    run.part.ThroughRouteSeen = before.ThroughRouteSeen;
     BeginPartWithBitInHand();
     run.firstSide = {};
     run.part.index = static_cast<int>(part);

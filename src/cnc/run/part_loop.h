@@ -17,9 +17,9 @@ enum class PartsEnd {
     Cancelled,    ///< By the user, between two parts: the part files not worked on are gone.
 };
 
-/// Works on one part, which of those before it knows only the bit that they have left in hand. False when it
-/// has ended the run. A part that the host or the modeller refuses is reported and skipped; a failure of
-/// files is thrown on after the cleaning.
+/// Works on one part, which of those before it knows only the bit that they have left in hand, and the flags
+/// of the second side where they stand. False when it has ended the run. A part that the host or the modeller
+/// refuses is reported and skipped; a failure of files is thrown on after the cleaning.
 bool WorkOnPartAt(RunState& run, const PassWork& steps, std::span<const PartFile> parts, std::size_t part);
 
 /// The same with all parts in order. `what` the work is called while it is shown.

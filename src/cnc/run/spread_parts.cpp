@@ -8,6 +8,7 @@
 #include "base/failure.h"
 #include "base/skip.h"
 #include "cnc/part/run_report.h"
+#include "cnc/part/second_side.h"
 #include "cnc/run/part_result.h"
 #include "parts/part_trouble.h"
 #include "session/message.h"
@@ -79,6 +80,9 @@ class SpreadRun {
         return {mParts[part].FirstSidePath(), mParts[part].SecondSidePath()};
     }
 
+    /// Of the second side, which a part leaves to the next one when its file could not be deleted.
+    bool HasFlags() const { return NeedsOtherSide(mRun) || mRun.part.ThroughRouteSeen != 0; }
+
     /// In the other process.
     std::string WorkApart(std::size_t part) {
         PartResult result;
@@ -91,10 +95,12 @@ class SpreadRun {
         TakePartTroubles();
         PassWork steps = mSteps;
         steps.addListLine = [&](RunState& run) { result.lines.push_back(mSteps.takeListLine(run)); };
+        // The run looks whether the parts before it have left any.
+        CancelOtherSide(mRun);
         bool goesOn = false;
         // Of files, as all others are reported: in the real folder the same may go another way.
         Skip([&] { goesOn = WorkOnPartAt(mRun, steps, mParts, part); });
-        result.isForTheRun = !goesOn || dialogs.asked || HasUsedBitOfEarlierPart();
+        result.isForTheRun = !goesOn || dialogs.asked || HasUsedBitOfEarlierPart() || HasFlags();
         if (HasBitOfItsOwn()) result.bits = mRun.part.bits;
         result.boxes = std::move(dialogs.boxes);
         result.report = std::move(mRun.report);
@@ -112,7 +118,7 @@ class SpreadRun {
         }
         PartResult result;
         if (end.kind == WorkerEnd::Kind::Done) result = UnpackResult(end.text);
-        const bool isForTheRun = result.isForTheRun || end.kind == WorkerEnd::Kind::Talked;
+        const bool isForTheRun = result.isForTheRun || HasFlags() || end.kind == WorkerEnd::Kind::Talked;
         if (isForTheRun || !mWorkers.TakeOver(OutputFolder, part, FilesOf(part))) {
             mWorkers.Discard(OutputFolder, part);
             return WorkOnPartAt(mRun, mSteps, mParts, part);
