@@ -2,6 +2,7 @@
 #include "part_workers.h"
 
 #include <algorithm>
+#include <set>
 #include <system_error>
 
 #include "base/skip.h"
@@ -56,19 +57,25 @@ void PartWorkers::WorkApart(std::string_view folder, std::size_t part, std::span
     mFiles.MapFolder(folder, mReal->Resolve(place));
 }
 
-bool PartWorkers::TakeOver(std::string_view folder, std::size_t part, std::span<const std::string> files) {
+std::vector<std::string> PartWorkers::MadeApart(std::string_view folder, std::span<const std::string> files) {
+    std::set<std::string> folders;
+    for (const std::string& file : files) folders.insert(FolderIn(folder, file));
+    std::vector<std::string> made;
+    for (const std::string& inFolder : folders)
+        for (const std::string& name : mFiles.ListFiles(std::string(folder) + inFolder, "*.*"))
+            if (std::ranges::find(files, std::string(folder) + inFolder + name) == files.end())
+                made.push_back(inFolder + name);
+    return made;
+}
+
+bool PartWorkers::TakeOver(std::string_view folder, std::size_t part, std::span<const std::string> files,
+                           std::span<const std::string> made) {
     const std::string place = std::string(folder) + NameOf(part);
     std::vector<std::string> deleted;
+    for (const std::string& file : files)
+        if (!mFiles.FileExists(place + NameIn(folder, file))) deleted.push_back(file);
     const bool isTaken = Skip([&] {
-        for (const std::string& file : files) {
-            const std::string lent = place + NameIn(folder, file), inFolder = FolderIn(folder, file);
-            if (mFiles.FileExists(lent))
-                mFiles.RemoveFile(lent);
-            else
-                deleted.push_back(file);
-            for (const std::string& name : mFiles.ListFiles(place + inFolder, "*.*"))
-                mFiles.MoveFileOver(place + inFolder + name, std::string(folder) + inFolder + name);
-        }
+        for (const std::string& name : made) mFiles.MoveFileOver(place + name, std::string(folder) + name);
     });
     if (!isTaken) return false;
     for (const std::string& file : deleted) Skip([&] { mFiles.RemoveFile(file); });

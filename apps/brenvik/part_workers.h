@@ -21,7 +21,9 @@ class PartWorkers : public WorkersPort {
     int ProcessesFor(std::size_t parts) override;
     void Spread(const SpreadWork& work) override;
     void WorkApart(std::string_view folder, std::size_t part, std::span<const std::string> files) override;
-    bool TakeOver(std::string_view folder, std::size_t part, std::span<const std::string> files) override;
+    std::vector<std::string> MadeApart(std::string_view folder, std::span<const std::string> files) override;
+    bool TakeOver(std::string_view folder, std::size_t part, std::span<const std::string> files,
+                  std::span<const std::string> made) override;
     void Discard(std::string_view folder, std::size_t part) override;
 
   private:

@@ -10,10 +10,17 @@ namespace brenvik::mAutoCAD {
 
 namespace {
 
+/// A measured size at five decimals. What turning a solid and converting its lengths leave behind the ninth
+/// is cut off first: it would decide a half, which every odd 64th of an inch is in millimetres, and equal
+/// boards would get two sizes.
+double SizeOf(double measured) {
+    constexpr int noiseDecimals = 9;
+    return RoundHalfEven(RoundHalfEven(measured, noiseDecimals), 5);
+}
+
 void TakeWorldBox(const AcadEntity& entity, MeasuredExtents& extents) {
     const Box3 box = entity.GetBoundingBox();
-    extents.E = {RoundHalfEven(box.max.x - box.min.x, 5), RoundHalfEven(box.max.y - box.min.y, 5),
-                 RoundHalfEven(box.max.z - box.min.z, 5)};
+    extents.E = {SizeOf(box.max.x - box.min.x), SizeOf(box.max.y - box.min.y), SizeOf(box.max.z - box.min.z)};
     extents.D = extents.E;
 }
 
@@ -31,7 +38,7 @@ bool MeasureWithComponent(const AcadEntity& entity, std::unique_ptr<SolidMeasure
     double d1 = 0, d2 = 0, d3 = 0;
     int status = 0;
     measurer->MeasureSolid(entity.ObjectID(), d1, d2, d3, status);
-    extents.D = {RoundHalfEven(d1, 5), RoundHalfEven(d2, 5), RoundHalfEven(d3, 5)};
+    extents.D = {SizeOf(d1), SizeOf(d2), SizeOf(d3)};
     if (status <= 0) return false;
     for (std::size_t i = 0; i < 3; ++i) extents.E[i] = RoundHalfEven(extents.D[i], 5);
     return true;

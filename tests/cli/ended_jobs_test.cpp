@@ -93,6 +93,21 @@ class EndedJobs : public ProgramTest {
         return status;
     }
 
+    /// A part file that waits in a worker's folder for the run to take it, made before all others there.
+    std::optional<fs::path> OldestFileOfAWorker() const {
+        std::optional<fs::path> oldest;
+        std::error_code error;
+        for (fs::recursive_directory_iterator entry(folder / "cut", error), end; !error && entry != end;
+             entry.increment(error)) {
+            const fs::path& file = entry->path();
+            const bool isWaiting =
+                file.extension() == ".dxf" && file.string().find(".brenvik-work-part-") != std::string::npos;
+            if (isWaiting && (!oldest || fs::last_write_time(file) < fs::last_write_time(*oldest)))
+                oldest = file;
+        }
+        return oldest;
+    }
+
     bool HasWritten(const std::string& file) const { return fs::exists(folder / "cut" / file); }
 };
 
@@ -132,6 +147,26 @@ TEST_F(EndedJobs, OfAPartCostThatPartAlone) {
         if (name.find("WORKLIST") == std::string::npos) {
             EXPECT_EQ(content, whole.at(name)) << name;
         }
+}
+
+TEST_F(EndedJobs, AreDoneAgainByTheRunWhereSomebodyHasTakenTheirFilesAway) {
+    ASSERT_EQ(RunWhole().status, 0);
+    const Files whole = FilesBelow("cut");
+    bool taken = false;
+    for (int attempt = 0; attempt < 10 && !taken; ++attempt) {
+        const int status = RunWhile([&](pid_t run, const std::vector<pid_t>& workers) {
+            if (taken || workers.size() < 2 || !HasWritten("Part_2_Board 2_7.dxf")) return;
+            // The run waits while its workers finish what they have begun.
+            kill(run, SIGSTOP);
+            std::this_thread::sleep_for(std::chrono::milliseconds(400));
+            if (const std::optional<fs::path> file = OldestFileOfAWorker()) taken = fs::remove(*file);
+            kill(run, SIGCONT);
+        });
+        ASSERT_TRUE(WIFEXITED(status));
+        EXPECT_EQ(WEXITSTATUS(status), 0) << Read("stderr");
+        EXPECT_EQ(FilesBelow("cut"), whole);
+    }
+    EXPECT_TRUE(taken);
 }
 
 TEST_F(EndedJobs, OfAKilledRunGoWithItAndLeaveNothingBehindTheNext) {

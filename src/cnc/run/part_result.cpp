@@ -81,6 +81,7 @@ auto ListsOf(Report& report) {
 std::string PackResult(const PartResult& result) {
     std::string packed;
     PackFlag(packed, result.isForTheRun);
+    PackTexts(packed, result.files);
     PackCount(packed, result.boxes.size());
     for (const MessageRequest& box : result.boxes) PackBox(packed, box);
     PackCount(packed, result.lines.size());
@@ -100,6 +101,7 @@ PartResult UnpackResult(std::string_view text) {
     PackedTexts packed(text);
     PartResult result;
     result.isForTheRun = TakeFlag(packed);
+    result.files = packed.TakeAll();
     for (std::size_t left = packed.TakeCount(); left > 0; --left) result.boxes.push_back(TakeBox(packed));
     for (std::size_t left = packed.TakeCount(); left > 0; --left) {
         const bool secondSide = TakeFlag(packed);

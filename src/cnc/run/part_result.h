@@ -18,6 +18,8 @@ namespace brenvik {
 struct PartResult {
     /// Somebody was asked, or the part ends the run: it has to be worked on where the run is.
     bool isForTheRun = false;
+    /// The files that it has written, by their names below the output folder.
+    std::vector<std::string> files;
     std::vector<MessageRequest> boxes;
     std::vector<ListLine> lines;
     /// The lines of this part alone.

@@ -102,6 +102,8 @@ class SpreadRun {
         Skip([&] { goesOn = WorkOnPartAt(mRun, steps, mParts, part); });
         result.isForTheRun = !goesOn || dialogs.asked || HasUsedBitOfEarlierPart() || HasFlags();
         if (HasBitOfItsOwn()) result.bits = mRun.part.bits;
+        if (!Skip([&] { result.files = mWorkers.MadeApart(OutputFolder, FilesOf(part)); }))
+            result.isForTheRun = true;
         result.boxes = std::move(dialogs.boxes);
         result.report = std::move(mRun.report);
         result.troubles = TakePartTroubles();
@@ -119,7 +121,7 @@ class SpreadRun {
         PartResult result;
         if (end.kind == WorkerEnd::Kind::Done) result = UnpackResult(end.text);
         const bool isForTheRun = result.isForTheRun || HasFlags() || end.kind == WorkerEnd::Kind::Talked;
-        if (isForTheRun || !mWorkers.TakeOver(OutputFolder, part, FilesOf(part))) {
+        if (isForTheRun || !mWorkers.TakeOver(OutputFolder, part, FilesOf(part), result.files)) {
             mWorkers.Discard(OutputFolder, part);
             return WorkOnPartAt(mRun, mSteps, mParts, part);
         }

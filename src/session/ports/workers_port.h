@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace brenvik {
 
@@ -43,9 +44,14 @@ class WorkersPort {
     /// In the other process: from now on the folder's paths mean an empty folder of this part alone, which
     /// has copies of these files of the real one, as far as they are there.
     virtual void WorkApart(std::string_view folder, std::size_t part, std::span<const std::string> files) = 0;
-    /// In this one: what the work on the part has written goes into the real folder, and of the files that
-    /// were lent to it go those that it has deleted. False if that couldn't be done with all of them.
-    virtual bool TakeOver(std::string_view folder, std::size_t part, std::span<const std::string> files) = 0;
+    /// There, when the work is done: the names below the folder of what it has written beside these files.
+    virtual std::vector<std::string> MadeApart(std::string_view folder,
+                                               std::span<const std::string> files) = 0;
+    /// In this one: what the work on the part has written, `made`, goes into the real folder, and of the
+    /// files that were lent to it go those that it has deleted. False if that couldn't be done with all of
+    /// them, as when somebody has taken one away meanwhile.
+    virtual bool TakeOver(std::string_view folder, std::size_t part, std::span<const std::string> files,
+                          std::span<const std::string> made) = 0;
     /// Forgets what it has written, as far as it hasn't been taken over.
     virtual void Discard(std::string_view folder, std::size_t part) = 0;
 };

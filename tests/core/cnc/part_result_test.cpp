@@ -10,6 +10,7 @@ namespace {
 
 PartResult Result() {
     PartResult result;
+    result.files = {"Part_0_Side.dxf", "2-sided\\BPart_0.dwg"};
     result.boxes = {{"two\r\nlines", "Title", MessageIcon::Exclamation, MessageButtons::Ok},
                     {"plain", "", {}, {}}};
     result.lines = {{false, "1,2"}, {true, ""}};
@@ -30,6 +31,7 @@ PartResult Result() {
 TEST(PartResult, ComesOverAsItWas) {
     const PartResult sent = Result(), came = UnpackResult(PackResult(sent));
     EXPECT_FALSE(came.isForTheRun);
+    EXPECT_EQ(came.files, sent.files);
     ASSERT_EQ(came.boxes.size(), 2U);
     EXPECT_EQ(came.boxes[0].text, sent.boxes[0].text);
     EXPECT_EQ(came.boxes[0].title, "Title");

@@ -343,6 +343,15 @@ TEST_F(Scan, RoundsMeasuredExtentsToFiveDecimals) {
     EXPECT_EQ(Number(0, "bv_width"), 400);
 }
 
+// 47/64 of an inch in millimetres, as equal boards have it that lie at different angles.
+TEST_F(Scan, GivesEqualBoardsOneSizeWhereTheirNoiseStandsAtAHalf) {
+    for (const double noise : {0.0, 1.8e-13, -2.4e-13, 6e-11})
+        system.AddSolid("A", 18.653125 + noise, 768.35, 520.7);
+    GridFormInstance().ScanSelection();
+    ASSERT_EQ(Rows(), 4);
+    for (int row = 0; row < 4; ++row) EXPECT_EQ(Number(row, "bv_x"), 18.65312) << row;
+}
+
 struct SourceCase {
     const char *rule, *wcs, *noMeasure, *nonSolids, *objectName;
     double x;
