@@ -104,7 +104,9 @@ class SideReader {
         // The receiver of the second side gets the height of the circle in the name, not its depth.
         const bool ofCircle =
             mContext.target == Target::THERM && mContext.secondSide && name.kind == OperationKind::Hole;
-        if (ofCircle && name.depth && Apart(*name.depth, mContext.thickness, name.rounding))
+        // A picture of the file alone doesn't know how thick the part is.
+        const bool isKnown = mContext.thickness > 0;
+        if (ofCircle && isKnown && name.depth && Apart(*name.depth, mContext.thickness, name.rounding))
             Fault("a name that tells of a height of " + ReportedLength(*name.depth) +
                   " where the circle lies " + ReportedLength(mContext.thickness) + " high");
         if (!name.depth || ofCircle)

@@ -42,7 +42,7 @@ struct SideContext {
     Target target = Target::C2C;
     bool metric = true;
     bool secondSide = false;
-    /// The part's size in width and thickness as it lies.
+    /// The part's size in width and thickness as it lies; a thickness of 0 where nobody knows it.
     double width = 0, thickness = 0;
     std::span<const std::string> tools = {};
     /// Those of the part's material, for paths whose names have no diameter.
