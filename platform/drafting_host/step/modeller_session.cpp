@@ -49,6 +49,9 @@ void PrepareReading() {
     Prepare();
     // It sees no bytes beyond ASCII.
     Interface_Static::SetIVal("read.step.codepage", Resource_FormatType_UTF8);
+    // It would take one of the coordinate systems among a root's items for the root's own place. They place
+    // nothing by themselves.
+    Interface_Static::SetCVal("read.step.root.transformation", "OFF");
 }
 
 void BringBodiesTo(LengthUnit unit) { SetBodyUnit(unit); }

@@ -9,6 +9,8 @@
 #include <string_view>
 #include <unordered_set>
 
+#include "drafting_host/step/double_relations.h"
+#include "drafting_host/step/long_statements.h"
 #include "drafting_host/step/look_targets.h"
 #include "drafting_host/step/model_faults.h"
 #include "drafting_host/step/modeller_session.h"
@@ -50,6 +52,10 @@ void RequireSoundFrame(const std::filesystem::path& path, const Statements& stat
                             "well-formed STEP statements (#n = TYPE(...);), found \"" +
                                 LineForMessage(statements.Content(), *place) + "\"");
     }
+    if (const auto place = TooDeep(statements)) {
+        throw FormatFailure(path, statements.LineAt(*place),
+                            "at most " + std::to_string(DeepestBrackets) + " brackets in each other");
+    }
     if (const auto repeated = statements.Repeated()) {
         throw FormatFailure(path, statements.LineAt(repeated->second),
                             "a statement number of its own, #" + std::to_string(repeated->number) +
@@ -84,6 +90,7 @@ Loading::Loading(const std::filesystem::path& path)
     RequireSoundFrame(path, mStatements);
     for (const StatementFault& fault : TextFaults(mStatements)) Remove(fault);
     for (const Statement* name : ExternalNames(mStatements)) mQuarantine.Hide(*name);
+    for (const DoubleRelation& relation : DoubleRelations(mStatements)) mQuarantine.Hide(*relation.statement);
     mCodePage = CodePageOf(mContent);
     RequireBoundedTree(path, mStatements, mCodePage);
 }
@@ -123,6 +130,7 @@ void Loading::Read() {
     const std::string_view whole = std::string_view(mContent).substr(0, *mStatements.End());
     std::string content = mQuarantine.Empty() ? mTexts->PutInto(whole, mCodePage)
                                               : mTexts->PutInto(mQuarantine.Content(), mCodePage);
+    if (HasLongLists(mStatements)) content = WithoutLongLists(std::move(content));
     if (HasNestedUnits(mStatements)) content = WithDirectUnits(std::move(content));
     if (HasIndirectLooks(mStatements)) content = WithDirectLooks(std::move(content));
     if (HasUntiedShapes(mStatements)) content = WithTiedShapes(std::move(content));

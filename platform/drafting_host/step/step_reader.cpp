@@ -26,6 +26,7 @@
 #include "drafting_host/step/body_faults.h"
 #include "drafting_host/step/double_bodies.h"
 #include "drafting_host/step/double_looks.h"
+#include "drafting_host/step/double_relations.h"
 #include "drafting_host/step/modeller_session.h"
 #include "drafting_host/step/part_flattener.h"
 #include "drafting_host/step/part_places.h"
@@ -37,6 +38,7 @@
 #include "drafting_host/step/step_strings.h"
 #include "drafting_host/step/step_text.h"
 #include "drafting_host/step/step_units.h"
+#include "drafting_host/step/usage_faults.h"
 
 namespace brenvik::step {
 namespace {
@@ -242,6 +244,9 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
     NoteUnplacedUsages(file.Text(), file.Page(), document);
     NoteLoosePieces(file.Text(), file.Page(), document);
     NoteDoubleBodies(file.Text(), document);
+    NoteDoubleRelations(file.Text(), document);
+    NoteSharedShapes(file.Text(), file.Page(), document);
+    NoteDoubtfulUsages(file.Text(), document);
     // The modeller counts a product whose shape lies elsewhere as failed.
     if (parts.Outside().empty()) NoteFailedEntities(file.Reader().Reader(), document);
     NoteTail(file.Text(), document);

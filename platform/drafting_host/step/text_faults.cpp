@@ -227,6 +227,18 @@ void AddInfiniteNumbers(const Statements& statements, std::vector<StatementFault
     }
 }
 
+/// The modeller counts through a list for each of its entries, which never ends with a hundred thousand.
+void AddLongPoint(const Statements& statements, const Statement& statement,
+                  std::vector<StatementFault>& faults) {
+    constexpr std::ptrdiff_t most = 1000;  // shorter ones are told where they are used
+    if (statement.end - statement.place <= most) return;
+    if (statement.kind != "CARTESIAN_POINT" && statement.kind != "DIRECTION") return;
+    const auto values = std::ranges::count(BehindName(TextOf(statements, statement)), ',');
+    if (values > most)
+        faults.push_back(
+            {&statement, statement.place, "at most three coordinates, found " + std::to_string(values)});
+}
+
 void AddFaults(const Statements& statements, const Statement& statement,
                std::vector<StatementFault>& faults) {
     if (!statement.wellFormed) {
@@ -242,6 +254,7 @@ void AddFaults(const Statements& statements, const Statement& statement,
     AddEmptyList(statements, statement, faults);
     AddUnreadKind(statement, statements, faults);
     AddFalseColour(statements, statement, faults);
+    AddLongPoint(statements, statement, faults);
     AddSolidsWithoutFaces(statements, statement, faults);
     if (const auto expected = FaultOfOperator(statements, statement))
         faults.push_back({&statement, statement.place, *expected});

@@ -1,0 +1,180 @@
+// What a STEP file says twice, and what stands among the items of a shape without being a part of it.
+#include <gtest/gtest.h>
+
+#include "drafting_host/solids/exact_box.h"
+#include "step/nested_assembly.h"
+#include "step/step_input.h"
+
+namespace brenvik::step {
+namespace {
+
+constexpr double Close = 1e-9;
+
+class StepDoubles : public StepInput {
+  protected:
+    std::string Nested() const {
+        WriteNested(mPath, "");
+        return Content();
+    }
+
+    /// A part that stands in no assembly.
+    std::string Root() const {
+        WriteStep(mPath,
+                  std::vector<StepSolid>{{solids::test::Board(600, 400, 18), "Board", "", "", std::nullopt}});
+        return Content();
+    }
+
+    StepDocument Read(const std::string& content) const {
+        Put(content);
+        return ReadStep(mPath);
+    }
+
+    static std::string WithData(std::string content, const std::string& statements) {
+        content.insert(content.rfind("ENDSEC;"), statements);
+        return content;
+    }
+
+    /// The number ("#5") of the first statement of a kind, and its references.
+    static std::string NumberOf(const std::string& content, const std::string& kind) {
+        const std::size_t place = content.find(" = " + kind + "(");
+        EXPECT_NE(place, std::string::npos) << kind;
+        const std::size_t at = content.rfind('#', place);
+        return content.substr(at, place - at);
+    }
+    static std::vector<std::string> ReferencesOf(const std::string& content, const std::string& kind) {
+        const std::size_t place = content.find(" = " + kind + "("), end = content.find(';', place);
+        std::vector<std::string> numbers;
+        for (std::size_t at = content.find('#', place); at < end; at = content.find('#', at + 1))
+            numbers.push_back(content.substr(at, content.find_first_not_of("0123456789", at + 1) - at));
+        return numbers;
+    }
+
+    static std::string Placement(int number, double x) {
+        const auto shown = [&](int more) { return "#" + std::to_string(number + more); };
+        return shown(0) + "=AXIS2_PLACEMENT_3D(''," + shown(1) + ",$,$);\n" + shown(1) +
+               "=CARTESIAN_POINT('',(" + std::to_string(x) + ",0.,0.));\n";
+    }
+
+    static std::string LineOf(const std::string& content, const std::string& statement) {
+        return LineAt(content, content.find("\n" + statement) + 1);
+    }
+
+    static void ExpectFrom(const StepSolid& part, double x) {
+        EXPECT_NEAR(solids::ExactBox(part.shape).min.X(), x, Close);
+    }
+};
+
+const std::string Brep = "ADVANCED_BREP_SHAPE_REPRESENTATION";
+
+TEST_F(StepDoubles, ACoordinateSystemBesideASolidPlacesNothing) {
+    std::string content = Root();
+    content.insert(content.find("),", content.find(" = " + Brep + "(")), ",#900001");
+    const StepDocument document = Read(WithData(content, Placement(900001, 1000)));
+    EXPECT_EQ(NotesOf(document), "");
+    ASSERT_EQ(document.solids.size(), 1U);
+    ExpectFrom(document.solids[0], 0);
+}
+
+TEST_F(StepDoubles, MappedShapesLieWhereTheyAreMappedThoughTheirTargetsAreItemsToo) {
+    std::string content = Root();
+    const std::string axes = ReferencesOf(content, Brep).front(), shape = NumberOf(content, Brep);
+    const std::string context = ReferencesOf(content, Brep).back();
+    content.replace(content.find(shape + " = "), shape.size(), "#900010");
+    const StepDocument document = Read(
+        WithData(content, shape + "=SHAPE_REPRESENTATION('',(" + axes + ",#900001,#900011,#900003,#900012)," +
+                              context + ");\n#900011=MAPPED_ITEM('',#900013,#900001);\n" +
+                              "#900012=MAPPED_ITEM('',#900013,#900003);\n#900013=REPRESENTATION_MAP(" + axes +
+                              ",#900010);\n" + Placement(900001, 1000) + Placement(900003, 2000)));
+    EXPECT_EQ(NotesOf(document), "");
+    ASSERT_EQ(document.solids.size(), 2U);
+    ExpectFrom(document.solids[0], 1000);
+    ExpectFrom(document.solids[1], 2000);
+}
+
+TEST_F(StepDoubles, AShapeThatIsAProductsOwnTwiceIsReadOnceWithARemark) {
+    std::string content = Nested();
+    // The brep is the side's: by the product's own shape, or by one that is the same.
+    const std::string brep = NumberOf(content, Brep), before = "," + brep + ");";
+    const std::size_t own = content.find(before), start = content.rfind('\n', own) + 1;
+    ASSERT_NE(own, std::string::npos);
+    const std::string values = content.substr(content.find('(', start), own - content.find('(', start));
+    content = WithData(content, "#900001=SHAPE_DEFINITION_REPRESENTATION" + values + before + "\n");
+    const StepDocument document = Read(content);
+    EXPECT_EQ(document.solids.size(), 4U);
+    for (const StepSolid& part : document.solids) EXPECT_EQ(part.name, "Side");
+    EXPECT_EQ(NotesOf(document),
+              LineOf(content, "#900001") + ", nothing lost: the relation #900001 says again what " +
+                  content.substr(start, content.find(' ', start) - start) + " says: it is passed over\n");
+}
+
+TEST_F(StepDoubles, TwoShapesThatAreTheSameTwiceAreReadOnceWithARemark) {
+    std::string content = Nested();
+    const std::string brep = NumberOf(content, Brep), context = ReferencesOf(content, Brep).back();
+    const std::string axes = ReferencesOf(content, Brep).front();
+    // What was the brep's place in the structure gets a shape of its own.
+    content.replace(content.find(brep + " = "), brep.size(), "#900010");
+    content = WithData(content, brep + "=SHAPE_REPRESENTATION('',(" + axes + ")," + context +
+                                    ");\n#900011=SHAPE_REPRESENTATION_RELATIONSHIP('',''," + brep +
+                                    ",#900010);\n#900012=SHAPE_REPRESENTATION_RELATIONSHIP('','',#900010," +
+                                    brep + ");\n");
+    const StepDocument document = Read(content);
+    EXPECT_EQ(document.solids.size(), 4U);
+    EXPECT_EQ(NotesOf(document), LineOf(content, "#900012") +
+                                     ", nothing lost: the relation #900012 says again what #900011 says: it "
+                                     "is passed over\n");
+}
+
+TEST_F(StepDoubles, ASolidOfTwoProductsIsTold) {
+    std::string content = Good();
+    const auto items = ReferencesOf(content, Brep);
+    const std::string context = ReferencesOf(content, "PRODUCT").front();
+    content = WithData(content, "#900001=PRODUCT('Other','Other','',(" + context +
+                                    "));\n#900002=PRODUCT_DEFINITION_FORMATION('','',#900001);\n" +
+                                    "#900003=PRODUCT_DEFINITION('design','',#900002," +
+                                    ReferencesOf(content, "PRODUCT_DEFINITION").back() +
+                                    ");\n#900004=PRODUCT_DEFINITION_SHAPE('','',#900003);\n#900005=" + Brep +
+                                    "('',(" + items[1] + ")," + items.back() +
+                                    ");\n#900006=SHAPE_DEFINITION_REPRESENTATION(#900004,#900005);\n");
+    const std::string notes = NotesOf(Read(content));
+    ExpectMentions(
+        notes, LineOf(content, items[1] + " = ") + ": the solid " + items[1] + " is that of the products \"");
+    ExpectMentions(notes, "\"Other\" (#900003): parts may be missing or bear another one's name\n");
+}
+
+TEST_F(StepDoubles, AUsageWithTwoPlacesIsTold) {
+    std::string content = Nested();
+    const std::string kind = "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION";
+    const auto ends = ReferencesOf(content, kind);
+    content = WithData(content, "#900001=" + kind + "(" + ends[0] + "," + ends[1] + ");\n");
+    const std::string notes = NotesOf(Read(content));
+    ExpectMentions(notes, LineOf(content, "#900001") + ": the assembly usage #");
+    ExpectMentions(notes, " has two places, " + NumberOf(content, kind) +
+                              " and #900001: its part may be missing or lie in another place\n");
+}
+
+TEST_F(StepDoubles, APlaceThatBelongsToNoUsageIsTold) {
+    std::string content = Nested();
+    const std::string kind = "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION";
+    const std::string relationship = ReferencesOf(content, kind).front();
+    const std::size_t start = content.find("\n" + relationship + " = ") + 1;
+    const std::string values =
+        content.substr(content.find('(', start), content.find(';', start) + 1 - content.find('(', start));
+    content = WithData(content, "#900001=" + values + "\n");
+    const StepDocument document = Read(content);
+    EXPECT_EQ(document.solids.size(), 4U);
+    ExpectMentions(NotesOf(document), LineOf(content, "#900001") +
+                                          ": the place #900001 belongs to no assembly usage: a part may be "
+                                          "missing\n");
+}
+
+TEST_F(StepDoubles, AUsageThatIsPromisedOnlyIsTold) {
+    std::string content = Nested();
+    const std::string kind = "NEXT_ASSEMBLY_USAGE_OCCURRENCE";
+    const std::string usage = NumberOf(content, kind);
+    content.replace(content.find(kind), kind.size(), "PROMISSORY_USAGE_OCCURRENCE");
+    ExpectMentions(NotesOf(Read(content)), LineOf(content, usage + " = ") + ": the assembly usage " + usage +
+                                               " is of a kind that isn't read (PROMISSORY_USAGE_OCCURRENCE)");
+}
+
+}  // namespace
+}  // namespace brenvik::step
