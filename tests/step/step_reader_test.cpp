@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <regex>
 
 #include "drafting_host/solids/exact_box.h"
 #include "drafting_host/solids/mass.h"
@@ -118,6 +119,19 @@ TEST_F(StepInput, InstanceNameStandsInForAMissingProductName) {
     ASSERT_EQ(document.solids.size(), 4U);
     EXPECT_EQ(document.solids[0].name, "Left");
     EXPECT_EQ(document.solids[1].name, "Right");
+}
+
+TEST_F(StepInput, PartsOfAnAssemblyThatNobodyHasNamedAreRemarked) {
+    WriteNested(mPath, "namelessSide");
+    const std::regex usage("NEXT_ASSEMBLY_USAGE_OCCURRENCE\\('[^']*','[^']*'");
+    Put(std::regex_replace(Content(), usage, "NEXT_ASSEMBLY_USAGE_OCCURRENCE('',''"));
+    const StepDocument document = ReadStep(mPath);
+    ASSERT_EQ(document.solids.size(), 4U);
+    EXPECT_EQ(document.solids[0].name, mPath.stem().string() + " 1");
+    ExpectMentions(NotesOf(document),
+                   "0, nothing lost: 4 part(s) without a name of their own are named after "
+                   "the file, the first one in \"" +
+                       document.solids[0].assembly + "\"\n");
 }
 
 TEST_F(StepInput, InchesComeOutInMillimetres) {

@@ -82,6 +82,15 @@ void PartFlattener::NoteLooks() {
     if (!mToTheLetter) NoteMet(mHidden, "hidden in this file and parts all the same");
 }
 
+void PartFlattener::NoteNameless() {
+    if (mToTheLetter || mNameless.count == 0 || mNameless.first.empty()) return;
+    mResult.notes.push_back(
+        {std::to_string(mNameless.count) +
+             " part(s) without a name of their own are named after the file, the first one in \"" +
+             mNameless.first + "\"",
+         0, false});
+}
+
 std::string PartFlattener::NameOf(const TDF_Label& label) const {
     Handle(TDataStd_Name) name;
     if (!label.FindAttribute(TDataStd_Name::GetID(), name)) return {};
@@ -135,6 +144,7 @@ void PartFlattener::AddPart(const TDF_Label& product, const Inherited& inherited
         PartLook look = inherited.look;
         std::string own = name;
         Refine(product, solid.Current(), look, own);
+        if (own.empty()) mNameless.Take(inherited.assembly);
         mNamesByShape.emplace(solid.Current().TShape().get(), own);
         if (mLooks.HasOtherFaceColors(product, solid.Current(), look.color)) mFaceColors.Take(own);
         if (mLooks.HasOtherFaceLayers(product, solid.Current(), look.layer)) mFaceLayers.Take(own);

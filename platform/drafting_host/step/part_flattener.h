@@ -51,6 +51,9 @@ class PartFlattener {
     /// Tells, as remarks, parts whose faces have looks of their own, and those that are hidden in the file.
     void NoteLooks();
 
+    /// Tells, as a remark, parts in assemblies that nobody has named: pieces of a product's shape, for one.
+    void NoteNameless();
+
   private:
     /// How many parts something is the matter with, and the first one's name.
     struct Met {
@@ -74,7 +77,7 @@ class PartFlattener {
     std::vector<OutsidePart> mOutside;
     StepDocument& mResult;
     std::map<std::string, int> mWithoutSolid, mSheetsBeside, mCurvesBeside;
-    Met mFaceColors, mFaceLayers, mHidden;
+    Met mFaceColors, mFaceLayers, mHidden, mNameless;
     std::size_t mEmpty = 0;
     std::map<const Standard_Transient*, std::string> mNamesByShape;
 };

@@ -231,6 +231,7 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
     parts.Run();
     parts.NoteWithoutSolid(file.Taken().LostBodies().size());
     parts.NoteLooks();
+    parts.NoteNameless();
     if (document.solids.empty() && parts.Outside().empty()) file.RefuseEmpty(document.notes);
     NoteQuarantine(file.Taken(), file.Text(), file.Page(), document);
     NoteDoubleLooks(file.Text(), file.Taken(), file.Page(), document);
