@@ -93,19 +93,21 @@ class EndedJobs : public ProgramTest {
         return status;
     }
 
-    /// A part file that waits in a worker's folder for the run to take it, made before all others there.
-    std::optional<fs::path> OldestFileOfAWorker() const {
-        std::optional<fs::path> oldest;
+    /// The part files that wait in the workers' folders for the run to take them, the oldest first.
+    std::vector<fs::path> FilesOfWorkers() const {
+        std::vector<fs::path> files;
         std::error_code error;
         for (fs::recursive_directory_iterator entry(folder / "cut", error), end; !error && entry != end;
              entry.increment(error)) {
             const fs::path& file = entry->path();
-            const bool isWaiting =
-                file.extension() == ".dxf" && file.string().find(".brenvik-work-part-") != std::string::npos;
-            if (isWaiting && (!oldest || fs::last_write_time(file) < fs::last_write_time(*oldest)))
-                oldest = file;
+            if (file.extension() == ".dxf" && file.string().find(".brenvik-work-part-") != std::string::npos)
+                files.push_back(file);
         }
-        return oldest;
+        std::ranges::sort(files, {}, [](const fs::path& file) {
+            std::error_code gone;
+            return fs::last_write_time(file, gone);
+        });
+        return files;
     }
 
     bool HasWritten(const std::string& file) const { return fs::exists(folder / "cut" / file); }
@@ -156,10 +158,15 @@ TEST_F(EndedJobs, AreDoneAgainByTheRunWhereSomebodyHasTakenTheirFilesAway) {
     for (int attempt = 0; attempt < 10 && !taken; ++attempt) {
         const int status = RunWhile([&](pid_t run, const std::vector<pid_t>& workers) {
             if (taken || workers.size() < 2 || !HasWritten("Part_2_Board 2_7.dxf")) return;
-            // The run waits while its workers finish what they have begun.
+            // The run waits while its workers go on. Of six files, two for each part, the oldest one's part
+            // is done.
             kill(run, SIGSTOP);
-            std::this_thread::sleep_for(std::chrono::milliseconds(400));
-            if (const std::optional<fs::path> file = OldestFileOfAWorker()) taken = fs::remove(*file);
+            std::vector<fs::path> waiting;
+            for (int look = 0; look < 100 && waiting.size() < 6; ++look) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(50));
+                waiting = FilesOfWorkers();
+            }
+            if (waiting.size() >= 6) taken = fs::remove(waiting.front());
             kill(run, SIGCONT);
         });
         ASSERT_TRUE(WIFEXITED(status));
