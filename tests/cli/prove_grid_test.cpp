@@ -10,6 +10,21 @@ namespace {
 constexpr std::array<const char*, 12> AllPackages{"C2C",  "ATP",   "ROV", "CNI",     "ASP", "WOP4",
                                                   "WOP5", "THERM", "BW",  "Enroute", "ABC", "RCIM"};
 
+class ProveByGrid : public Prove {
+  protected:
+    /// The job's run by way of the grid, and its proof, for each package.
+    void ExpectSoundForAllPackages() const {
+        for (const char* target : AllPackages) {
+            ASSERT_EQ(
+                Run({"cnc", "job.dxf", "--target", target, "--out", "cut", "--from-grid", "--quiet"}).status,
+                0);
+            const Outcome outcome = ProveJob({"--from-grid"});
+            EXPECT_EQ(outcome.errors, "") << target;
+            EXPECT_EQ(outcome.status, 0) << target;
+        }
+    }
+};
+
 TEST_F(Prove, ByWayOfTheGridEqualPartsShareAFile) {
     WriteBoardsTo(folder / "job.dxf", {{"Side", "Side", "Shelf"}, "White Melamine", true});
     ASSERT_EQ(Run({"cnc", "job.dxf", "--target", "C2C", "--out", "cut", "--from-grid", "--quiet"}).status, 0);
@@ -19,31 +34,19 @@ TEST_F(Prove, ByWayOfTheGridEqualPartsShareAFile) {
     EXPECT_EQ(outcome.status, 0);
 }
 
-TEST_F(Prove, ByWayOfTheGridGroupsOfOneNameHaveTheirOwnLines) {
+TEST_F(ProveByGrid, GroupsOfOneNameHaveTheirOwnLines) {
     // Some lists say no lengths, so that the lines of two groups are the same but for the file.
     Boards boards{{"Side", "Side", "Side", "Side", "Side"}, "White Melamine", false};
     boards.lengths = {600, 600, 500, 400, 500};
     WriteBoardsTo(folder / "job.dxf", boards);
-    for (const char* target : AllPackages) {
-        ASSERT_EQ(
-            Run({"cnc", "job.dxf", "--target", target, "--out", "cut", "--from-grid", "--quiet"}).status, 0);
-        const Outcome outcome = ProveJob({"--from-grid"});
-        EXPECT_EQ(outcome.errors, "") << target;
-        EXPECT_EQ(outcome.status, 0) << target;
-    }
+    ExpectSoundForAllPackages();
 }
 
-TEST_F(Prove, ByWayOfTheGridEqualPartsOfTwoCabinetsHaveAFileEach) {
+TEST_F(ProveByGrid, EqualPartsOfTwoCabinetsHaveAFileEach) {
     Boards boards{{"Side", "Side", "Side"}, "White Melamine", true};
     boards.subAssemblies = {"Left", "Right", "Right"};
     WriteBoardsTo(folder / "job.dxf", boards);
-    for (const char* target : AllPackages) {
-        ASSERT_EQ(
-            Run({"cnc", "job.dxf", "--target", target, "--out", "cut", "--from-grid", "--quiet"}).status, 0);
-        const Outcome outcome = ProveJob({"--from-grid"});
-        EXPECT_EQ(outcome.errors, "") << target;
-        EXPECT_EQ(outcome.status, 0) << target;
-    }
+    ExpectSoundForAllPackages();
 }
 
 TEST_F(Prove, ByWayOfTheGridQuantitiesAndTextsOfTheListAreLookedAt) {

@@ -30,8 +30,8 @@ PlanLoop CirclePath(const PlanRound& round) {
     return {{left, right, 1}, {right, left, 1}};
 }
 
-/// Around the ends of the sides.
-PlanBox BoxAround(const std::vector<PlanSide>& sides) {
+/// Around the ends of the sides; round ones may reach further.
+PlanBox BoxOfEnds(const std::vector<PlanSide>& sides) {
     PlanBox box{sides.front().from.x, sides.front().from.y, sides.front().from.x, sides.front().from.y};
     for (const PlanSide& side : sides) {
         box.minX = std::min(box.minX, side.from.x);
@@ -185,7 +185,7 @@ class Clearing {
     /// Walls that converge towards the board's edge meet in the air, maybe far away: a path runs off by no
     /// more than a bit.
     bool StaysNear(const PlanLoop& path) const {
-        const PlanBox board = BoxAround(mSlabs.Stock().sides);
+        const PlanBox board = BoxOfEnds(mSlabs.Stock().sides);
         return std::ranges::all_of(path, [&](const PlanSide& side) {
             return side.from.x > board.minX - mOrder.reach && side.from.x < board.maxX + mOrder.reach &&
                    side.from.y > board.minY - mOrder.reach && side.from.y < board.maxY + mOrder.reach;
