@@ -6,7 +6,7 @@ set(standardHeaders <algorithm> <array> <charconv> <cmath> <filesystem> <fstream
   <memory> <numbers> <optional> <set> <span> <sstream> <string> <string_view> <unordered_map> <utility> <variant>
   <vector>)
 # The host interface comes ahead of the modeller, which makes a macro of the word Handle.
-set(modellerHeaders <session/ports/host_interface.h> <drafting_host/document/modeller_handle.h>
+set(modellerHeaders <session/ports/host_interface.h> <drafting_host/document/geometry/modeller_handle.h>
   <BRepAdaptor_Curve.hxx> <BRepAdaptor_Surface.hxx> <BRepBndLib.hxx> <BRepBuilderAPI_MakeEdge.hxx>
   <BRepBuilderAPI_MakeFace.hxx> <BRepBuilderAPI_MakeWire.hxx> <BRepGProp.hxx> <BRepTools.hxx> <BRep_Builder.hxx>
   <BRep_Tool.hxx> <Bnd_Box.hxx> <GProp_GProps.hxx> <Geom_BSplineCurve.hxx> <Geom_BSplineSurface.hxx>

@@ -6,8 +6,8 @@
 
 #include "cnc/proof/run_proof.h"
 #include "command_line.h"
-#include "drafting_host/document/drawing_files.h"
 #include "drafting_host/document/drawing_history.h"
+#include "drafting_host/document/files/drawing_files.h"
 #include "drawing_io.h"
 #include "drawing_unit.h"
 #include "file_roots/places.h"

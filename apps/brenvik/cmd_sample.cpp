@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "command_line.h"
+#include "drafting_host/document/files/drawing_files.h"
 #include "drawing_io.h"
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"

@@ -12,9 +12,10 @@
 
 #include "base/failure.h"
 #include "base/letter_case.h"
-#include "drafting_host/document/block_solids.h"
-#include "drafting_host/document/imported_parts.h"
-#include "drafting_host/document/lumps.h"
+#include "drafting_host/document/files/block_solids.h"
+#include "drafting_host/document/files/drawing_files.h"
+#include "drafting_host/document/files/imported_parts.h"
+#include "drafting_host/document/files/lumps.h"
 #include "file_roots/places.h"
 
 namespace brenvik::app {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "command_line.h"
-#include "drafting_host/document/drawing_units.h"
+#include "drafting_host/document/files/drawing_units.h"
 #include "drafting_host/document/host_application.h"
 #include "file_roots/guarded_files.h"
 #include "kept_files.h"

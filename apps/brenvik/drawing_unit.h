@@ -6,7 +6,7 @@
 #include <string>
 
 #include "command_words.h"
-#include "drafting_host/document/drawing_units.h"
+#include "drafting_host/document/files/drawing_units.h"
 
 namespace brenvik::app {
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "base/letter_case.h"
-#include "drafting_host/document/drawing_origin.h"
+#include "drafting_host/document/files/drawing_origin.h"
 #include "exit_status.h"
 #include "export/profiles.h"
 #include "file_roots/places.h"

@@ -9,7 +9,7 @@
 #include "base/letter_case.h"
 #include "base/skip.h"
 #include "cnc/proof/target_of_names.h"
-#include "drafting_host/document/drawing_units.h"
+#include "drafting_host/document/files/drawing_units.h"
 #include "drafting_host/document/host_application.h"
 #include "drafting_host/document/host_document.h"
 #include "exit_status.h"

@@ -21,7 +21,7 @@
 #include "command_groups.h"
 #include "control_binding.h"
 #include "drafting_host/document/drawing_history.h"
-#include "drafting_host/document/drawing_units.h"
+#include "drafting_host/document/files/drawing_units.h"
 #include "drawing_io.h"
 #include "drawing_unit.h"
 #include "file_roots/places.h"

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/number_text.h"
+#include "drafting_host/document/files/drawing_files.h"
 #include "drafting_host/document/host_application.h"
 #include "file_roots/whole_file.h"
 #include "workpiece.h"

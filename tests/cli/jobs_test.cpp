@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "boards.h"
+#include "drafting_host/document/files/drawing_files.h"
 #include "drafting_host/document/host_application.h"
 #include "file_roots/whole_file.h"
 #include "program.h"

@@ -13,7 +13,7 @@
 #include "corpus/file_checker.h"
 #include "corpus/lot.h"
 #include "corpus/panel_generator.h"
-#include "drafting_host/document/drawing_files.h"
+#include "drafting_host/document/files/drawing_files.h"
 #include "session/library/cnc_commands.h"
 
 namespace brenvik::corpus {

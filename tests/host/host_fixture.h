@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "base/failure.h"
+#include "drafting_host/document/geometry/host_failure.h"
 #include "drafting_host/document/host_application.h"
-#include "drafting_host/document/host_failure.h"
 #include "file_roots/whole_file.h"
 #include "support/failure_of.h"
 

@@ -5,6 +5,7 @@
 #include <numeric>
 #include <set>
 
+#include "drafting_host/document/files/drawing_files.h"
 #include "host_fixture.h"
 #include "support/ezdxf_audit.h"
 #include "support/sample_files.h"

@@ -1,7 +1,7 @@
 // What people type out of habit: groups and windows in selections, faces for a coordinate system, undo.
 #include "command_fixture.h"
 #include "drafting_host/command/view_frame.h"
-#include "drafting_host/document/vectors.h"
+#include "drafting_host/document/geometry/vectors.h"
 
 namespace brenvik {
 namespace {

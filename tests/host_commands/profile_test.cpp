@@ -10,8 +10,8 @@
 #include <cmath>
 
 #include "command_fixture.h"
-#include "drafting_host/document/profile_curves.h"
-#include "drafting_host/document/vectors.h"
+#include "drafting_host/document/geometry/profile_curves.h"
+#include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/solids/exact_box.h"
 
 namespace brenvik {

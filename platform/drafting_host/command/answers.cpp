@@ -10,7 +10,7 @@
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/text.h"
-#include "drafting_host/document/vectors.h"
+#include "drafting_host/document/geometry/vectors.h"
 
 namespace brenvik {
 namespace {

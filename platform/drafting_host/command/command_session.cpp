@@ -11,9 +11,9 @@
 #include "drafting_host/command/variables.h"
 #include "drafting_host/command/view_frame.h"
 #include "drafting_host/document/drawing_history.h"
+#include "drafting_host/document/geometry/host_failure.h"
+#include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/document/host_application.h"
-#include "drafting_host/document/host_failure.h"
-#include "drafting_host/document/vectors.h"
 
 namespace brenvik {
 

@@ -21,8 +21,8 @@
 #include <gp_Vec.hxx>
 #include <optional>
 
-#include "drafting_host/document/host_failure.h"
-#include "drafting_host/document/vectors.h"
+#include "drafting_host/document/geometry/host_failure.h"
+#include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/mass.h"
 #include "drafting_host/solids/operations.h"

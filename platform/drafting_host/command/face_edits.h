@@ -1,7 +1,7 @@
 // Moving and offsetting single faces of a solid.
 #pragma once
 
-#include "drafting_host/document/modeller_handle.h"
+#include "drafting_host/document/geometry/modeller_handle.h"
 
 #include <TopoDS_Face.hxx>
 #include <TopoDS_Shape.hxx>

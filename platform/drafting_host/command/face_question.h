@@ -1,7 +1,7 @@
 // "Select faces:" as a question: faces of one solid, picked by points.
 #pragma once
 
-#include "drafting_host/document/modeller_handle.h"
+#include "drafting_host/document/geometry/modeller_handle.h"
 
 #include <TopoDS_Face.hxx>
 #include <string>

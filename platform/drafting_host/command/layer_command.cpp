@@ -8,7 +8,7 @@
 #include "drafting_host/command/command_session.h"
 #include "drafting_host/command/commands.h"
 #include "drafting_host/command/layer_names.h"
-#include "drafting_host/document/host_failure.h"
+#include "drafting_host/document/geometry/host_failure.h"
 
 namespace brenvik::host_commands {
 namespace {

@@ -1,5 +1,5 @@
 // BOX, CYLINDER and WEDGE: measured along the user system, the sizes as typed.
-#include "drafting_host/document/modeller_handle.h"
+#include "drafting_host/document/geometry/modeller_handle.h"
 
 #include <BRepBuilderAPI_MakeFace.hxx>
 #include <BRepBuilderAPI_MakePolygon.hxx>
@@ -13,8 +13,8 @@
 #include "drafting_host/command/answers.h"
 #include "drafting_host/command/command_session.h"
 #include "drafting_host/command/commands.h"
-#include "drafting_host/document/host_failure.h"
-#include "drafting_host/document/vectors.h"
+#include "drafting_host/document/geometry/host_failure.h"
+#include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/mass.h"
 

@@ -6,7 +6,7 @@
 #include "drafting_host/command/commands.h"
 #include "drafting_host/command/picking.h"
 #include "drafting_host/command/polyline_chain.h"
-#include "drafting_host/document/host_failure.h"
+#include "drafting_host/document/geometry/host_failure.h"
 
 namespace brenvik::host_commands {
 namespace {

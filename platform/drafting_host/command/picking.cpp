@@ -14,8 +14,8 @@
 #include <optional>
 
 #include "drafting_host/command/command_session.h"
-#include "drafting_host/document/curve_edges.h"
-#include "drafting_host/document/vectors.h"
+#include "drafting_host/document/geometry/curve_edges.h"
+#include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/solids/guard.h"
 
 namespace brenvik {

@@ -1,7 +1,7 @@
 // What lies under a point that is picked on the screen: the line of sight runs along the present view.
 #pragma once
 
-#include "drafting_host/document/modeller_handle.h"
+#include "drafting_host/document/geometry/modeller_handle.h"
 
 #include <TopoDS_Face.hxx>
 #include <TopoDS_Shape.hxx>

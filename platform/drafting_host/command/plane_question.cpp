@@ -2,8 +2,8 @@
 #include "drafting_host/command/plane_question.h"
 
 #include "drafting_host/command/command_session.h"
-#include "drafting_host/document/host_failure.h"
-#include "drafting_host/document/vectors.h"
+#include "drafting_host/document/geometry/host_failure.h"
+#include "drafting_host/document/geometry/vectors.h"
 
 namespace brenvik {
 

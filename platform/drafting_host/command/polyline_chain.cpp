@@ -5,7 +5,7 @@
 
 #include "drafting_host/command/end_nodes.h"
 #include "drafting_host/command/polyline_links.h"
-#include "drafting_host/document/vectors.h"
+#include "drafting_host/document/geometry/vectors.h"
 
 namespace brenvik {
 

@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-#include "drafting_host/document/host_geometry.h"
+#include "drafting_host/document/geometry/host_geometry.h"
 
 namespace brenvik {
 

@@ -1,7 +1,7 @@
 // Makes links of drawing objects.
 #include "drafting_host/command/polyline_links.h"
 
-#include "drafting_host/document/vectors.h"
+#include "drafting_host/document/geometry/vectors.h"
 
 namespace brenvik {
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "drafting_host/document/host_geometry.h"
+#include "drafting_host/document/geometry/host_geometry.h"
 
 namespace brenvik {
 

@@ -4,7 +4,7 @@
 #include "base/text.h"
 #include "drafting_host/command/answers.h"
 #include "drafting_host/command/command_session.h"
-#include "drafting_host/document/vectors.h"
+#include "drafting_host/document/geometry/vectors.h"
 
 namespace brenvik {
 

@@ -12,7 +12,7 @@
 #include "drafting_host/command/command_session.h"
 #include "drafting_host/command/group_names.h"
 #include "drafting_host/command/picking.h"
-#include "drafting_host/document/vectors.h"
+#include "drafting_host/document/geometry/vectors.h"
 
 namespace brenvik {
 

@@ -1,5 +1,5 @@
 // SLICE: cuts solids at a plane and keeps one side, or both as two solids with the same data.
-#include "drafting_host/document/modeller_handle.h"
+#include "drafting_host/document/geometry/modeller_handle.h"
 
 #include <BRepPrimAPI_MakeBox.hxx>
 #include <algorithm>
@@ -8,8 +8,8 @@
 #include "drafting_host/command/command_session.h"
 #include "drafting_host/command/commands.h"
 #include "drafting_host/command/plane_question.h"
-#include "drafting_host/document/host_failure.h"
-#include "drafting_host/document/vectors.h"
+#include "drafting_host/document/geometry/host_failure.h"
+#include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/solids/exact_box.h"
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/operations.h"

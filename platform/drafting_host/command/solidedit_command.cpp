@@ -1,6 +1,6 @@
 // SOLIDEDIT: faces moved, offset and extruded, bodies checked and parted. The solid keeps handle, layer and
 // data; a step that fails is reported and leaves it as it was.
-#include "drafting_host/document/modeller_handle.h"
+#include "drafting_host/document/geometry/modeller_handle.h"
 
 #include <TopExp_Explorer.hxx>
 #include <functional>
@@ -9,8 +9,8 @@
 #include "drafting_host/command/commands.h"
 #include "drafting_host/command/face_edits.h"
 #include "drafting_host/command/face_question.h"
-#include "drafting_host/document/host_failure.h"
-#include "drafting_host/document/vectors.h"
+#include "drafting_host/document/geometry/host_failure.h"
+#include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/solids/mass.h"
 
 namespace brenvik::host_commands {

@@ -2,7 +2,7 @@
 #include "drafting_host/command/command_session.h"
 #include "drafting_host/command/commands.h"
 #include "drafting_host/command/plane_question.h"
-#include "drafting_host/document/vectors.h"
+#include "drafting_host/document/geometry/vectors.h"
 
 namespace brenvik::host_commands {
 

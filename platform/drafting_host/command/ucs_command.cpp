@@ -5,9 +5,9 @@
 #include "drafting_host/command/answers.h"
 #include "drafting_host/command/command_session.h"
 #include "drafting_host/command/commands.h"
-#include "drafting_host/document/host_failure.h"
+#include "drafting_host/document/geometry/host_failure.h"
+#include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/document/host_layers.h"
-#include "drafting_host/document/vectors.h"
 
 namespace brenvik::host_commands {
 

@@ -1,5 +1,5 @@
 // UCS Face: the user coordinate system is laid onto a flat face of a solid.
-#include "drafting_host/document/modeller_handle.h"
+#include "drafting_host/document/geometry/modeller_handle.h"
 
 #include <BRepAdaptor_Surface.hxx>
 #include <algorithm>
@@ -9,8 +9,8 @@
 #include "drafting_host/command/command_session.h"
 #include "drafting_host/command/commands.h"
 #include "drafting_host/command/picking.h"
-#include "drafting_host/document/curve_edges.h"
-#include "drafting_host/document/vectors.h"
+#include "drafting_host/document/geometry/curve_edges.h"
+#include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/solids/operations.h"
 
 namespace brenvik::host_commands {

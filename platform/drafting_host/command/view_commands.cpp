@@ -9,8 +9,8 @@
 #include "drafting_host/command/commands.h"
 #include "drafting_host/command/variables.h"
 #include "drafting_host/command/view_frame.h"
+#include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/document/host_application.h"
-#include "drafting_host/document/vectors.h"
 
 namespace brenvik::host_commands {
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "base/failure.h"
-#include "drafting_host/document/vectors.h"
+#include "drafting_host/document/geometry/vectors.h"
 
 namespace brenvik {
 

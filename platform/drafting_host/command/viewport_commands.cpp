@@ -5,7 +5,7 @@
 #include "drafting_host/command/commands.h"
 #include "drafting_host/command/stay_on_sheet.h"
 #include "drafting_host/command/view_frame.h"
-#include "drafting_host/document/vectors.h"
+#include "drafting_host/document/geometry/vectors.h"
 
 namespace brenvik::host_commands {
 

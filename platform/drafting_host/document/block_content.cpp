@@ -1,9 +1,9 @@
 // Placing a block's entities.
 #include "drafting_host/document/block_content.h"
 
+#include "drafting_host/document/geometry/host_failure.h"
+#include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/document/host_document.h"
-#include "drafting_host/document/host_failure.h"
-#include "drafting_host/document/vectors.h"
 
 namespace brenvik {
 

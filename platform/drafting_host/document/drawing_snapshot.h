@@ -2,7 +2,7 @@
 // another where no text is needed.
 #pragma once
 
-#include "drafting_host/document/modeller_handle.h"
+#include "drafting_host/document/geometry/modeller_handle.h"
 
 #include <TopoDS_Shape.hxx>
 #include <string>

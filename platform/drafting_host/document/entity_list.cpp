@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <string>
 
+#include "drafting_host/document/geometry/host_failure.h"
 #include "drafting_host/document/host_document.h"
-#include "drafting_host/document/host_failure.h"
 
 namespace brenvik {
 

@@ -11,7 +11,7 @@
 #include "base/handle_text.h"
 #include "base/letter_case.h"
 #include "base/text.h"
-#include "drafting_host/document/host_failure.h"
+#include "drafting_host/document/geometry/host_failure.h"
 #include "drafting_host/dxf/dxf_text.h"
 
 namespace brenvik {

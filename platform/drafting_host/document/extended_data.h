@@ -2,7 +2,7 @@
 // came. Application names compare without regard to case and are kept as first written.
 #pragma once
 
-#include "drafting_host/document/modeller_handle.h"
+#include "drafting_host/document/geometry/modeller_handle.h"
 
 #include <cstdint>
 #include <span>

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "drafting_host/document/host_failure.h"
+#include "drafting_host/document/geometry/host_failure.h"
 #include "drafting_host/solids/shape_marks.h"
 
 namespace brenvik {
@@ -80,25 +80,6 @@ HostDocument& HostApplication::NewDocument() {
     mDocuments.push_back(std::make_unique<HostDocument>(*this));
     mActivation.push_back(mDocuments.back().get());
     return *mDocuments.back();
-}
-
-HostDocument& HostApplication::OpenDrawing(const std::filesystem::path& path, const ReadOptions& options) {
-    // Read first: a file that can't be read leaves the list of documents as it was.
-    auto document = std::make_unique<HostDocument>(*this);
-    if (const auto written = mWritten.Find(path))
-        document->TakeOver(*written);
-    else
-        ReadDrawing(*document, path, options);
-    document->SetFile(path.string());
-    mDocuments.push_back(std::move(document));
-    mActivation.push_back(mDocuments.back().get());
-    return *mDocuments.back();
-}
-
-HostDocument& HostApplication::OpenNamed(std::string_view fileName) {
-    HostDocument& document = OpenDrawing(Resolve(fileName));
-    document.SetFile(std::string(fileName));
-    return document;
 }
 
 void HostApplication::Activate(HostDocument& document) {

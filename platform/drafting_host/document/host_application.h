@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "drafting_host/document/command_line_port.h"
-#include "drafting_host/document/drawing_files.h"
 #include "drafting_host/document/host_document.h"
+#include "drafting_host/document/read_options.h"
 #include "drafting_host/document/written_drawings.h"
 #include "session/ports/measuring_port.h"
 #include "session/ports/section_port.h"
@@ -48,8 +48,8 @@ class HostApplication final : public AcadApplication, public MeasuringPort, publ
 
     /// An empty drawing without a name, made the active one.
     HostDocument& NewDocument();
-    /// Reads a drawing by its content (drawing_files.h) and makes it the active one. Throws Failure naming
-    /// the file, the place and what was expected. The document's full name is the path as given.
+    /// Reads a drawing by its content (files/drawing_files.h) and makes it the active one. Throws Failure
+    /// naming the file, the place and what was expected. The document's full name is the path as given.
     HostDocument& OpenDrawing(const std::filesystem::path& path, const ReadOptions& options = {});
     /// The same for a path as the system writes it; the full name is that text.
     HostDocument& OpenNamed(std::string_view fileName);

@@ -12,10 +12,10 @@
 #include <unordered_set>
 
 #include "base/letter_case.h"
-#include "drafting_host/document/curve_edges.h"
+#include "drafting_host/document/geometry/curve_edges.h"
+#include "drafting_host/document/geometry/host_failure.h"
+#include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/document/host_document.h"
-#include "drafting_host/document/host_failure.h"
-#include "drafting_host/document/vectors.h"
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/operations.h"
 #include "drafting_host/solids/regions.h"

@@ -2,9 +2,9 @@
 // object model allows.
 #include "drafting_host/document/host_curves.h"
 
+#include "drafting_host/document/geometry/host_failure.h"
+#include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/document/host_block.h"
-#include "drafting_host/document/host_failure.h"
-#include "drafting_host/document/vectors.h"
 
 namespace brenvik {
 

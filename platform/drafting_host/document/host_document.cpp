@@ -5,9 +5,9 @@
 
 #include "base/handle_text.h"
 #include "base/letter_case.h"
+#include "drafting_host/document/geometry/host_failure.h"
+#include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/document/host_application.h"
-#include "drafting_host/document/host_failure.h"
-#include "drafting_host/document/vectors.h"
 
 namespace brenvik {
 

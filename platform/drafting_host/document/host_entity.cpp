@@ -6,11 +6,11 @@
 #include "base/handle_text.h"
 #include "base/letter_case.h"
 #include "drafting_host/document/extended_data.h"
+#include "drafting_host/document/geometry/host_failure.h"
+#include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/document/host_application.h"
-#include "drafting_host/document/host_failure.h"
 #include "drafting_host/document/intersections.h"
 #include "drafting_host/document/kept_groups.h"
-#include "drafting_host/document/vectors.h"
 
 namespace brenvik {
 

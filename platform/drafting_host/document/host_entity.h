@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "drafting_host/document/host_geometry.h"
+#include "drafting_host/document/geometry/host_geometry.h"
 
 namespace brenvik {
 

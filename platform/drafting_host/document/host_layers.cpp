@@ -4,8 +4,8 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "drafting_host/document/geometry/host_failure.h"
 #include "drafting_host/document/host_document.h"
-#include "drafting_host/document/host_failure.h"
 #include "drafting_host/document/kept_groups.h"
 #include "drafting_host/dxf/standard_entries.h"
 

@@ -2,7 +2,7 @@
 // purged layer stays in store for as long as the document is open.
 #pragma once
 
-#include "drafting_host/document/modeller_handle.h"
+#include "drafting_host/document/geometry/modeller_handle.h"
 
 #include <map>
 #include <memory>

@@ -5,8 +5,8 @@
 
 #include "base/letter_case.h"
 #include "base/text.h"
+#include "drafting_host/document/geometry/host_failure.h"
 #include "drafting_host/document/host_application.h"
-#include "drafting_host/document/host_failure.h"
 
 namespace brenvik {
 namespace {

@@ -1,7 +1,7 @@
 // Named selection sets of a document.
 #pragma once
 
-#include "drafting_host/document/modeller_handle.h"
+#include "drafting_host/document/geometry/modeller_handle.h"
 
 #include <memory>
 #include <string>

@@ -10,11 +10,11 @@
 #include <TopoDS_Vertex.hxx>
 #include <utility>
 
-#include "drafting_host/document/curve_edges.h"
+#include "drafting_host/document/geometry/curve_edges.h"
+#include "drafting_host/document/geometry/host_failure.h"
+#include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/document/host_block.h"
-#include "drafting_host/document/host_failure.h"
 #include "drafting_host/document/kept_groups.h"
-#include "drafting_host/document/vectors.h"
 #include "drafting_host/solids/column.h"
 #include "drafting_host/solids/mass.h"
 #include "drafting_host/solids/operations.h"

@@ -2,8 +2,8 @@
 #include "drafting_host/document/host_utility.h"
 
 #include "base/text.h"
+#include "drafting_host/document/geometry/host_failure.h"
 #include "drafting_host/document/host_application.h"
-#include "drafting_host/document/host_failure.h"
 
 namespace brenvik {
 

@@ -1,7 +1,7 @@
 // Prompts and coordinate systems of a document.
 #pragma once
 
-#include "drafting_host/document/modeller_handle.h"
+#include "drafting_host/document/geometry/modeller_handle.h"
 
 #include <optional>
 #include <string>

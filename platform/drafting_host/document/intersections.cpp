@@ -3,9 +3,9 @@
 
 #include <optional>
 
+#include "drafting_host/document/geometry/host_failure.h"
+#include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/document/host_entity.h"
-#include "drafting_host/document/host_failure.h"
-#include "drafting_host/document/vectors.h"
 
 namespace brenvik {
 

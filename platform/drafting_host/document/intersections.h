@@ -1,7 +1,7 @@
 // Where two curves of a drawing meet.
 #pragma once
 
-#include "drafting_host/document/modeller_handle.h"
+#include "drafting_host/document/geometry/modeller_handle.h"
 
 #include <vector>
 

@@ -11,7 +11,7 @@
 #include <span>
 #include <string_view>
 
-#include "drafting_host/document/host_geometry.h"
+#include "drafting_host/document/geometry/host_geometry.h"
 #include "drafting_host/dxf/kept_text.h"
 
 namespace brenvik {

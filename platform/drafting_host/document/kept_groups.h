@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-#include "drafting_host/document/similarity.h"
+#include "drafting_host/document/geometry/similarity.h"
 #include "drafting_host/dxf/kept_records.h"
 
 namespace brenvik {

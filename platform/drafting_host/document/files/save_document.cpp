@@ -1,0 +1,113 @@
+// Saving by the object model: under the drawing's name, under another, and a part of it.
+#include "base/letter_case.h"
+#include "drafting_host/document/files/drawing_files.h"
+#include "drafting_host/document/files/drawing_origin.h"
+#include "drafting_host/document/geometry/host_failure.h"
+#include "drafting_host/document/host_application.h"
+#include "drafting_host/dxf/dxf_writer.h"
+
+namespace brenvik {
+namespace {
+
+/// A name without an extension gets the one of the kind.
+std::string WithExtension(std::string_view fileName, SaveAsKind kind) {
+    const std::size_t slash = fileName.find_last_of("/\\");
+    const std::size_t name = slash == std::string_view::npos ? 0 : slash + 1;
+    if (name >= fileName.size()) throw BadFileName(std::string(fileName));
+    if (fileName.find('.', name) != std::string_view::npos) return std::string(fileName);
+    return std::string(fileName) + (kind == SaveAsKind::Dxf2000 ? ".dxf" : ".dwg");
+}
+
+void KeepProblems(HostDocument& document, std::string_view fileName,
+                  const std::vector<std::string>& problems) {
+    for (const std::string& problem : problems)
+        document.Tables().notes.push_back({0, "left out of " + std::string(fileName) + ": " + problem, true});
+}
+
+}  // namespace
+
+void HostDocument::Save() {
+    RequireOpen();
+    if (mFullName.empty()) throw host_failure::NotPossible("the drawing has no name yet");
+    if (mImported) {
+        throw host_failure::NotPossible(mFullName +
+                                        " is no drawing file; save the drawing under a name of its own");
+    }
+    if (!mOnlyRead.empty()) return SaveBesideOriginal();
+    const std::filesystem::path path = mApplication.Resolve(mFullName);
+    KeepProblems(*this, mFullName, SaveDrawing(*this, path));
+}
+
+void HostDocument::SaveBesideOriginal() {
+    const std::size_t dot = mFullName.find_last_of("./\\");
+    const bool hasExtension = dot != std::string::npos && mFullName[dot] == '.';
+    const std::string name = mFullName.substr(0, hasExtension ? dot : mFullName.size()) + ".dxf";
+    const std::filesystem::path path = mApplication.Resolve(name);
+    if (std::filesystem::exists(path)) {
+        throw host_failure::NotPossible(mFullName + " is a binary drawing, which is only read, and " + name +
+                                        " exists already; save the drawing under a name of its own");
+    }
+    KeepProblems(*this, name, SaveDrawing(*this, path));
+    Tables().notes.push_back(
+        {0, "saved as " + name + ", DXF text: binary drawings (DWG) are read and not written", false});
+    mFullName = name;
+    mOnlyRead.clear();
+}
+
+void HostDocument::RequireOtherThanOriginal(const std::filesystem::path& path) const {
+    std::error_code ignored;
+    if (mOnlyRead.empty() || !std::filesystem::equivalent(path, mOnlyRead, ignored)) return;
+    throw host_failure::NotPossible(
+        path.string() +
+        (mImported ? " is the STEP file that was read, by another program, which may hold more than "
+                     "is read of it (tolerances, features, assemblies); give another name"
+                   : " is the binary drawing itself, which is only read; give another name"));
+}
+
+std::string HostDocument::Signed(std::string dxf) const {
+    return mSignsSavings ? SignedDxf(std::move(dxf)) : std::move(dxf);
+}
+
+void HostDocument::SaveAs(std::string_view fileName, SaveAsKind kind) {
+    RequireOpen();
+    if (kind != SaveAsKind::Native && kind != SaveAsKind::Dxf2000)
+        throw host_failure::InvalidArgument("a file type of " + std::to_string(static_cast<int>(kind)));
+    const std::string name = WithExtension(fileName, kind);
+    RequireOtherThanOriginal(mApplication.Resolve(name));
+    // Both file types are DXF text here, whatever the name ends in.
+    std::vector<std::string> problems;
+    const DrawingData data = ToData(problems);
+    mApplication.WriteFile(mApplication.Resolve(name), Signed(WriteDxf(data, problems)));
+    KeepProblems(*this, name, problems);
+    mFullName = name;
+    mImported = false;
+    mOnlyRead.clear();
+}
+
+void HostDocument::Wblock(std::string_view fileName, AcadSelectionSet& set) {
+    RequireOpen();
+    const auto* own = dynamic_cast<const HostSelectionSet*>(&set);
+    if (own == nullptr) throw ObjectNotSet("a selection set of the drafting host is expected");
+    const std::span<HostEntity* const> members = own->Members();
+    if (members.empty()) throw host_failure::NotPossible("the selection set " + set.Name() + " is empty");
+    if (&members.front()->Document() != this)
+        throw host_failure::InvalidArgument("a selection set of another drawing");
+    const auto drawing = std::make_shared<const DrawingSnapshot>(Extracted(members, UcsToWorld().Inverse()));
+    const std::filesystem::path file = mApplication.Resolve(WithExtension(fileName, SaveAsKind::Native));
+    WrittenDrawings& written = mApplication.Written();
+    if (const std::string* content = written.ContentOf(*drawing)) {
+        mApplication.WriteScratch(file, *content);
+        written.Keep(file, drawing);
+        return;
+    }
+    std::vector<std::string> problems;
+    std::string content = WriteDxf(WithBodyTexts(*drawing, problems));
+    mApplication.WriteScratch(file, content);
+    KeepProblems(*this, fileName, problems);
+    // A drawing with problems lacks in its file what the memory would still have.
+    if (!problems.empty()) return;
+    written.Keep(file, drawing);
+    written.KeepContent(drawing, std::move(content));
+}
+
+}  // namespace brenvik
