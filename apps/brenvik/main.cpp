@@ -1,6 +1,6 @@
 // The command line program.
-#include "command_line.h"
-#include "standard_streams.h"
+#include "shell/command_line.h"
+#include "shell/standard_streams.h"
 
 int main(int argc, char** argv) {
     brenvik::app::OpenStandardStreams();

@@ -9,16 +9,16 @@
 #include <optional>
 
 #include "base/numbers.h"
+#include "commands/journal_run.h"
 #include "control_binding.h"
 #include "desktop_dialogs.h"
 #include "drafting_host/document/host_utility.h"
+#include "drawings/part_file.h"
 #include "file_roots/places.h"
 #include "form_window.h"
 #include "grid_printer.h"
 #include "journal/journal_parser.h"
-#include "journal_run.h"
 #include "main_window.h"
-#include "part_file.h"
 #include "part_painter.h"
 #include "progress_window.h"
 #include "session/progress.h"

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "exit_status.h"
+#include "shell/exit_status.h"
 
 namespace brenvik::desktop {
 

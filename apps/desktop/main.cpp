@@ -9,7 +9,7 @@
 #include "base/failure.h"
 #include "control_binding.h"
 #include "desktop_program.h"
-#include "exit_status.h"
+#include "shell/exit_status.h"
 
 namespace brenvik::desktop {
 

@@ -22,12 +22,12 @@
 #include "control_binding.h"
 #include "drafting_host/document/drawing_history.h"
 #include "drafting_host/document/files/drawing_units.h"
-#include "drawing_io.h"
-#include "drawing_unit.h"
+#include "drawings/drawing_io.h"
+#include "drawings/drawing_unit.h"
+#include "drawings/grid_session.h"
+#include "drawings/part_file.h"
 #include "file_roots/places.h"
-#include "grid_session.h"
 #include "outcome_window.h"
-#include "part_file.h"
 
 namespace brenvik::desktop {
 

@@ -11,8 +11,8 @@
 #include "cnc/picture/part_picture.h"
 #include "drawing_view.h"
 #include "form_desk.h"
+#include "home/workplace.h"
 #include "part_lines.h"
-#include "workplace.h"
 
 class QAction;
 class QComboBox;

@@ -17,7 +17,7 @@
 
 #include "control_binding.h"
 #include "drafting_host/document/drawing_history.h"
-#include "drawing_io.h"
+#include "drawings/drawing_io.h"
 #include "main_window.h"
 
 namespace brenvik::desktop {

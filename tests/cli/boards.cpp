@@ -8,7 +8,7 @@
 #include "drafting_host/document/files/drawing_files.h"
 #include "drafting_host/document/host_application.h"
 #include "file_roots/whole_file.h"
-#include "workpiece.h"
+#include "sample/workpiece.h"
 
 namespace brenvik::cli_test {
 

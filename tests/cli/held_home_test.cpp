@@ -1,12 +1,12 @@
 // A home that changes under a command's hands: what a command makes is made by one state of it.
-#include "held_home.h"
+#include "home/held_home.h"
 
 #include <iostream>
 
 #include "console/console_dialogs.h"
+#include "home/workplace.h"
 #include "program.h"
 #include "settings/settings_keys.h"
-#include "workplace.h"
 
 namespace brenvik::cli_test {
 namespace {

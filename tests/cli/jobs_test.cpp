@@ -10,7 +10,7 @@
 #include "drafting_host/document/host_application.h"
 #include "file_roots/whole_file.h"
 #include "program.h"
-#include "workpiece.h"
+#include "sample/workpiece.h"
 
 namespace brenvik::cli_test {
 namespace {

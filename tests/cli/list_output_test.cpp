@@ -1,5 +1,5 @@
 // How the list is written: columns of the table, quoting of CSV, texts and numbers of JSON.
-#include "list_output.h"
+#include "reports/list_output.h"
 
 #include <gtest/gtest.h>
 

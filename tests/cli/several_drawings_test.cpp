@@ -2,7 +2,7 @@
 // itself.
 #include <csignal>
 
-#include "apart.h"
+#include "drawings/apart.h"
 #include "program.h"
 
 namespace brenvik::cli_test {

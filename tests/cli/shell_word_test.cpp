@@ -1,5 +1,5 @@
 // Words as they are typed into a shell.
-#include "shell_word.h"
+#include "shell/shell_word.h"
 
 #include <gtest/gtest.h>
 

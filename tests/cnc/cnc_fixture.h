@@ -25,12 +25,12 @@
 #include "file_roots/file_roots.h"
 #include "file_roots/whole_file.h"
 #include "parts/mautocad.h"
+#include "sample/workpiece.h"
 #include "session/library/loading.h"
 #include "session/session.h"
 #include "settings/materials.h"
 #include "settings/settings_store.h"
 #include "support/temporary_folder.h"
-#include "workpiece.h"
 
 namespace brenvik {
 

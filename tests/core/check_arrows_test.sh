@@ -39,6 +39,17 @@ expect 1 'src/low may include high/room, which has no row above' 'refuses a plan
 write_plan "$low" "$own"
 expect 1 'src/high/room has no row' 'refuses a folder without a row'
 
+mkdir -p "$root/apps/brenvik/words" "$root/apps/brenvik/commands"
+printf '%s\n' '#include "words/word.h"' '#include "own/port.h"' >"$root/apps/brenvik/commands/list.cpp"
+touch "$root/apps/brenvik/words/word.h" "$root/platform/own/port.h"
+words='| `apps/brenvik/words` | d | the platforms |'
+write_plan "$low" "$high" "$own" "$words" '| `apps/brenvik/commands` | e | the same, `apps/brenvik/words` |'
+expect 0 '' 'lets a program use every platform, and the rooms of its own that the plan names'
+
+write_plan "$low" "$high" "$own" "$words" '| `apps/brenvik/commands` | e | the platforms |'
+expect 1 'apps/brenvik/commands/list.cpp:1: apps/brenvik/commands may not include apps/brenvik/words' \
+  'refuses an arrow between rooms of a program that is not in the plan'
+
 write_plan
 expect 1 'no table of folders' 'refuses a plan without a table'
 

@@ -1,0 +1,91 @@
+// A folder for each part, below the one that is filled, so that its files only have to be given their names.
+#include "commands/part_workers.h"
+
+#include <algorithm>
+#include <set>
+#include <system_error>
+
+#include "base/skip.h"
+#include "base/text.h"
+#include "file_roots/places.h"
+#include "file_roots/whole_file.h"
+#include "workers/processors.h"
+#include "workers/worker_processes.h"
+
+namespace brenvik::app {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A run of fewer parts is over before it pays to share it out.
+constexpr std::size_t FewestToSpread = 8;
+
+std::string NameOf(std::size_t part) {
+    return std::string(WorkFilePrefix) + "part-" + std::to_string(part) + "\\";
+}
+
+/// What stands behind the folder in the path of one of its files: "2-sided\BPart_0.dwg".
+std::string NameIn(std::string_view folder, const std::string& path) { return path.substr(folder.size()); }
+
+/// The folder within the folder that a file lies in; blank for the folder itself.
+std::string FolderIn(std::string_view folder, const std::string& path) {
+    const std::string name = NameIn(folder, path);
+    return name.substr(0, name.rfind('\\') + 1);
+}
+
+}  // namespace
+
+int PartWorkers::ProcessesFor(std::size_t parts) {
+    const bool isWorthIt = mJobs > 0 || parts >= FewestToSpread;
+    if (!isWorthIt || parts < 2 || !IsAloneInItsProcess()) return 1;
+    return static_cast<int>(std::min(parts, static_cast<std::size_t>(mJobs > 0 ? mJobs : ProcessorsToUse())));
+}
+
+void PartWorkers::Spread(const SpreadWork& work) { SpreadOverProcesses(ProcessesFor(work.parts), work); }
+
+void PartWorkers::WorkApart(std::string_view folder, std::size_t part, std::span<const std::string> files) {
+    if (!mReal) mReal = mFiles;
+    const std::string place = std::string(folder) + NameOf(part);
+    for (const std::string& file : files) {
+        const std::string there = place + FolderIn(folder, file);
+        mReal->MakeFolder(there);
+        mLate.push_back(std::make_unique<LateFolder>(mReal->Resolve(there)));
+        std::error_code unlent;
+        fs::copy_file(mReal->Resolve(file), mReal->Resolve(place + NameIn(folder, file)), unlent);
+    }
+    mFiles.MapFolder(folder, mReal->Resolve(place));
+}
+
+std::vector<std::string> PartWorkers::MadeApart(std::string_view folder, std::span<const std::string> files) {
+    std::set<std::string> folders;
+    for (const std::string& file : files) folders.insert(FolderIn(folder, file));
+    std::vector<std::string> made;
+    for (const std::string& inFolder : folders)
+        for (const std::string& name : mFiles.ListFiles(std::string(folder) + inFolder, "*.*"))
+            if (std::ranges::find(files, std::string(folder) + inFolder + name) == files.end())
+                made.push_back(inFolder + name);
+    return made;
+}
+
+bool PartWorkers::TakeOver(std::string_view folder, std::size_t part, std::span<const std::string> files,
+                           std::span<const std::string> made) {
+    const std::string place = std::string(folder) + NameOf(part);
+    std::vector<std::string> deleted;
+    for (const std::string& file : files)
+        if (!mFiles.FileExists(place + NameIn(folder, file))) deleted.push_back(file);
+    const bool isTaken = Skip([&] {
+        for (const std::string& name : made) mFiles.MoveFileOver(place + name, std::string(folder) + name);
+    });
+    if (!isTaken) return false;
+    for (const std::string& file : deleted) Skip([&] { mFiles.RemoveFile(file); });
+    Discard(folder, part);
+    return true;
+}
+
+void PartWorkers::Discard(std::string_view folder, std::size_t part) {
+    std::error_code ignored;
+    fs::remove_all(mFiles.Resolve(std::string(folder) + NameOf(part)), ignored);
+}
+
+}  // namespace brenvik::app

@@ -1,0 +1,59 @@
+// Looking through a folder that is going to be emptied.
+#include "drawings/output_folder.h"
+
+#include <system_error>
+
+#include "file_roots/file_roots.h"
+#include "file_roots/places.h"
+#include "file_roots/whole_file.h"
+#include "shell/command_line.h"
+
+namespace brenvik::app {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// What is in the way of a folder that can't be made; blank if that is a folder itself, or if the place is
+/// free.
+std::string WhatIsNoFolder(const fs::path& folder, const std::string& shown) {
+    std::error_code error;
+    if (fs::is_symlink(folder, error) && !fs::exists(folder, error))
+        return shown + ", a link to " + TextFromPath(fs::read_symlink(folder, error)) + ", which isn't there";
+    return fs::exists(folder, error) && !fs::is_directory(folder, error) ? "the file " + shown
+                                                                         : std::string();
+}
+
+}  // namespace
+
+void RequireFolderWithoutDrawing(const fs::path& folder, const fs::path& drawing,
+                                 const OutputFolderRule& rule) {
+    if (const std::string found = WhatIsNoFolder(folder, TextFromPath(folder)); !found.empty())
+        throw CommandError(ExitStatus::Incomplete, "expected a folder for the files, found " + found +
+                                                       "; remove it, or choose another folder with --out");
+    if (FolderHolds(folder, drawing))
+        throw CommandError(ExitStatus::WrongWords,
+                           std::string(rule.emptied) + ", and " + TextFromPath(folder) +
+                               " holds the drawing itself; choose another folder with "
+                               "--out, or move the drawing");
+}
+
+void RequireOwnFolder(const fs::path& folder, const std::string& shown, const fs::path& drawing,
+                      const OutputFolderRule& rule) {
+    std::error_code error;
+    if (const std::string found = WhatIsNoFolder(folder, shown); !found.empty())
+        throw CommandError(ExitStatus::WrongWords, "--out: expected a folder, found " + found);
+    const std::string head = "--out: " + std::string(rule.emptied) + ", and " + shown + " holds ";
+    if (FolderHolds(folder, drawing)) throw CommandError(ExitStatus::WrongWords, head + "the drawing itself");
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        const std::string name = TextFromPath(entry->path().filename());
+        std::error_code unknown;
+        // What a program that died left behind is nobody's, and stays where it is.
+        if (name.starts_with(WorkFilePrefix) || !entry->is_regular_file(unknown) || rule.isOwn(name))
+            continue;
+        throw CommandError(ExitStatus::WrongWords,
+                           head + name + ", " + std::string(rule.foreign) + "; choose another folder");
+    }
+}
+
+}  // namespace brenvik::app

@@ -1,0 +1,178 @@
+// The words, the names of outputs, and the turn of each drawing.
+#include "drawings/several_drawings.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <iostream>
+#include <map>
+#include <set>
+#include <string_view>
+#include <system_error>
+
+#include "base/letter_case.h"
+#include "drawings/apart.h"
+#include "file_roots/places.h"
+#include "reports/teller.h"
+
+namespace brenvik::app {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr auto DrawingEndings =
+    std::to_array<std::string_view>({".dxf", ".dwg", ".step", ".stp", ".sat", ".sab"});
+
+bool IsFolder(const std::string& word) {
+    std::error_code unknown;
+    return fs::is_directory(PathFromText(word), unknown);
+}
+
+bool HasDrawingsEnding(const fs::path& file) {
+    return std::ranges::find(DrawingEndings, FoldLower(TextFromPath(file.extension()))) !=
+           DrawingEndings.end();
+}
+
+/// The drawings in the folders below one, as far as they can be looked into.
+std::size_t CountDrawingsBelow(const std::string& folder) {
+    std::size_t count = 0;
+    std::error_code error;
+    fs::recursive_directory_iterator entry(PathFromText(folder),
+                                           fs::directory_options::skip_permission_denied, error);
+    for (const fs::recursive_directory_iterator end; !error && entry != end; entry.increment(error)) {
+        std::error_code unknown;
+        if (entry.depth() > 0 && entry->is_regular_file(unknown) && HasDrawingsEnding(entry->path())) ++count;
+    }
+    return count;
+}
+
+/// What somebody who names a folder has to know: only the drawings that lie in it itself are taken.
+std::string DrawingsLeftBelow(const std::string& folder) {
+    const std::size_t count = CountDrawingsBelow(folder);
+    if (count == 0) return {};
+    return std::to_string(count) + (count == 1 ? " drawing" : " drawings") + " in the folders below it " +
+           (count == 1 ? "is" : "are") + " left out; name these folders too";
+}
+
+std::vector<std::string> DrawingsIn(const std::string& folder) {
+    std::vector<std::string> drawings;
+    std::error_code error;
+    for (fs::directory_iterator entry(PathFromText(folder), error), end; !error && entry != end;
+         entry.increment(error)) {
+        // What has a drawing's name and is none (a link to a server that is away, a folder) is reported when
+        // it is opened. A pipe would be waited for without end.
+        std::error_code unknown;
+        const bool canOpen =
+            entry->is_regular_file(unknown) || entry->is_directory(unknown) || !entry->exists(unknown);
+        if (canOpen && HasDrawingsEnding(entry->path())) drawings.push_back(TextFromPath(entry->path()));
+    }
+    if (error)
+        throw CommandError(ExitStatus::Unreadable, folder + ": the folder can't be read: " + error.message());
+    const std::string below = DrawingsLeftBelow(folder);
+    if (drawings.empty())
+        throw CommandError(ExitStatus::Unreadable,
+                           folder +
+                               ": expected a drawing, found a folder without one: a name that ends in .dxf, "
+                               ".dwg, .step, .stp, .sat or .sab" +
+                               (below.empty() ? "" : "; " + below));
+    if (!below.empty()) std::cerr << folder << ": " << below << '\n';
+    std::ranges::sort(drawings, LessIgnoreCase());
+    return drawings;
+}
+
+}  // namespace
+
+Argument FurtherWords::Words(const std::string& last) {
+    return {"MORE", &more,
+            "With several drawings, or folders of drawings, in place of DRAWING: the others" + last +
+                ". Each is worked on by itself, and the exit status is the worst"};
+}
+
+std::vector<std::string> DrawingsOf(const std::vector<std::string>& words) {
+    std::vector<std::string> drawings;
+    std::set<fs::path> known;
+    const auto add = [&](const std::string& drawing) {
+        std::error_code unknown;
+        const fs::path path = PathFromText(drawing), place = fs::weakly_canonical(path, unknown);
+        if (known.insert(unknown ? path : place).second) drawings.push_back(drawing);
+    };
+    for (const std::string& word : words) {
+        if (IsFolder(word))
+            std::ranges::for_each(DrawingsIn(word), add);
+        else
+            add(word);
+    }
+    return drawings;
+}
+
+bool AreSeveral(const std::vector<std::string>& words) {
+    return words.size() > 1 || std::ranges::any_of(words, IsFolder);
+}
+
+SeveralWords WordsOf(const std::string& drawing, const std::string& second, const FurtherWords& further) {
+    std::vector<std::string> words{drawing, second};
+    words.insert(words.end(), further.more.begin(), further.more.end());
+    std::string last = std::move(words.back());
+    words.pop_back();
+    const bool areSeveral = AreSeveral(words);
+    return {areSeveral, areSeveral ? DrawingsOf(words) : words, std::move(last)};
+}
+
+void PrintOutput(std::size_t, const std::string& output) { std::cout << output; }
+
+std::vector<std::string> OutputsIn(const std::string& folder, const std::vector<std::string>& drawings,
+                                   const std::string& ending, const std::string& what) {
+    std::vector<std::string> outputs;
+    std::map<std::string, std::string, LessIgnoreCase> drawingOf;
+    for (const std::string& drawing : drawings) {
+        const fs::path name = PathFromText(TextFromPath(PathFromText(drawing).stem()) + ending);
+        outputs.push_back(TextFromPath(PathFromText(folder) / name));
+        const auto [first, isNew] = drawingOf.try_emplace(outputs.back(), drawing);
+        if (!isNew)
+            throw CommandError(ExitStatus::WrongWords, "the " + what + " of " + first->second + " and of " +
+                                                           drawing + " would both be " + outputs.back() +
+                                                           ": expected drawings of different names");
+    }
+    return outputs;
+}
+
+void MakeOutputFolder(const std::string& folder) {
+    std::error_code error;
+    const fs::path place = PathFromText(folder);
+    if (fs::is_directory(place, error)) return;
+    if (fs::exists(place, error))
+        throw CommandError(ExitStatus::WrongWords,
+                           folder + ": expected a folder for the outputs of several drawings, found a file");
+    // A list or a drawing was meant, and the words for it belong to one drawing.
+    if (HasDrawingsEnding(place) || EqualsIgnoreCase(TextFromPath(place.extension()), ".csv"))
+        throw CommandError(
+            ExitStatus::WrongWords,
+            folder + ": expected a folder for the outputs of several drawings, found a name of a file");
+    fs::create_directories(place, error);
+    if (error)
+        throw CommandError(ExitStatus::Incomplete, folder + ": the folder can't be made: " + error.message());
+}
+
+void RefuseForSeveral(bool given, const std::string& option) {
+    if (given)
+        throw CommandError(ExitStatus::WrongWords,
+                           option + ": expected one drawing with this option, found several");
+}
+
+ExitStatus RunEach(const std::vector<std::string>& drawings, const WorkOnEach& each, bool quiet) {
+    Teller teller(quiet);
+    ExitStatus worst = ExitStatus::Done;
+    for (std::size_t place = 0; place < drawings.size(); ++place) {
+        teller.Progress("drawing " + std::to_string(place + 1) + " of " + std::to_string(drawings.size()) +
+                        ", " + drawings[place]);
+        const WorkApart turn = RunApart(drawings[place], [&] { return each.work(place); });
+        teller.Wipe();
+        if (!turn.errors.empty()) std::cerr << drawings[place] << ":\n" << turn.errors;
+        each.print(place, turn.output);
+        worst = std::max(worst, turn.status);
+    }
+    return worst;
+}
+
+}  // namespace brenvik::app

@@ -1,0 +1,65 @@
+// One command on several drawings: each in a process of its own, so that a drawing that brings the program
+// down costs only itself, and none sees what another has left in memory.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "shell/command_words.h"
+
+namespace brenvik::app {
+
+/// The words behind the usual ones of a command that takes several drawings.
+struct FurtherWords {
+    std::vector<std::string> more;
+    /// `last` says what the last one is then.
+    Argument Words(const std::string& last);
+};
+
+/// The drawings that the words name: a folder stands for the drawings in it, known by their endings, in the
+/// order of their names. One that is named twice is one drawing. Drawings in folders below a folder are left
+/// out, which is told on standard error with their count. Throws CommandError with Unreadable for a folder
+/// without any.
+std::vector<std::string> DrawingsOf(const std::vector<std::string>& words);
+
+/// Whether the words ask for more than one drawing: several of them, or a folder.
+bool AreSeveral(const std::vector<std::string>& words);
+
+/// The words of a command whose last one is where its output goes.
+struct SeveralWords {
+    bool areSeveral = false;
+    std::vector<std::string> drawings;
+    std::string last;
+};
+/// `second` is the word behind the drawing's. Folders are looked into only
+/// where there are several drawings.
+SeveralWords WordsOf(const std::string& drawing, const std::string& second, const FurtherWords& further);
+
+/// Where the output of each drawing goes: its name in the folder, with this ending. Throws CommandError with
+/// WrongWords where two of them would be one file, the first of a pair named with the second. `what` they are
+/// to the command.
+std::vector<std::string> OutputsIn(const std::string& folder, const std::vector<std::string>& drawings,
+                                   const std::string& ending, const std::string& what = "output");
+
+/// Makes the folder for outputs. Throws CommandError with WrongWords where something else stands there.
+void MakeOutputFolder(const std::string& folder);
+
+/// Fails for an option that means one drawing alone, where it was given.
+void RefuseForSeveral(bool given, const std::string& option);
+
+/// What is done with one drawing of several, by its place among them.
+struct WorkOnEach {
+    std::function<ExitStatus(std::size_t place)> work;
+    /// Takes what the work has written to standard output; blank where it came to nothing.
+    std::function<void(std::size_t place, const std::string& output)> print;
+};
+
+/// Hands the output through as it is.
+void PrintOutput(std::size_t place, const std::string& output);
+
+/// Works on each drawing in turn. What one reports on standard error stands below a line with its name.
+/// Returns the worst status.
+ExitStatus RunEach(const std::vector<std::string>& drawings, const WorkOnEach& each, bool quiet);
+
+}  // namespace brenvik::app
