@@ -27,8 +27,6 @@ namespace brenvik {
 
 namespace {
 
-enum class PassEnd { NextPart, SecondSide, EndRun };
-
 void ResetForPass(RunState& run) {
     run.part.ExportScaleSetting = ToInteger(NumberSetting(setting::ExportScaleSetting));
     run.part.bits.RouteSkip = 0;
@@ -57,14 +55,6 @@ void OpenPart(RunState& run, const PartFile& file) {
     ScaleForExport(*run.part.drawing, run.part.ExportScaleSetting);
     TopView(*run.part.drawing);
     run.app->ZoomExtents();
-}
-
-PassOutcome WorkOnPass(RunState& run, const PassWork& steps) {
-    for (const auto& step : steps.pass)
-        if (const PassOutcome came = step(run); came != PassOutcome::GoOn) return came;
-    steps.writePartFile(run);
-    steps.addListLine(run);
-    return PassOutcome::GoOn;
 }
 
 bool WithoutSecondSides() { return ToInteger(NumberSetting(setting::DontDoTwoSided)) == 1; }
@@ -102,48 +92,6 @@ bool IsOfFiles(const Failure& failure) {
     return number == failure_number::InvalidFileFormat || IsOfFileSystem(failure);
 }
 
-/// The work on the open drawing. A part that the host or the modeller refuses is skipped and reported, so
-/// that the other parts of a job come out; a folder that can't be written ends the run.
-PassOutcome WorkOrSkip(RunState& run, const PassWork& steps, const PartFile& file) {
-    PassOutcome came = PassOutcome::SkipPart;
-    const std::optional<Failure> failure = Attempt([&] { came = WorkOnPass(run, steps); });
-    if (!failure) {
-        // The box that announced it doesn't name the part.
-        if (came == PassOutcome::SkipPart && run.FirstPass())
-            run.report.skipped.push_back("The part " + file.label + " was skipped.");
-        return came;
-    }
-    if (IsOfFiles(*failure)) throw *failure;
-    ShowFailureWithDetail(*failure);
-    run.report.unexplained.push_back("The part " + file.label + " was skipped" +
-                                     (run.FirstPass() ? "" : " on its second side") +
-                                     ": it could not be worked on.");
-    return PassOutcome::SkipPart;
-}
-
-PassEnd DoPass(RunState& run, const PassWork& steps, const PartFile& file) {
-    if (run.FirstPass() && !ThePlatform().files->FileExists(file.FirstSidePath())) {
-        run.report.passedOver.push_back("The part " + file.label +
-                                        " was passed over: " + file.FirstSidePath() + " has vanished.");
-        return PassEnd::NextPart;
-    }
-    OpenPart(run, file);
-    const PassOutcome came = WorkOrSkip(run, steps, file);
-    if (came == PassOutcome::EndRun) return PassEnd::EndRun;
-    bool bothSides = !run.FirstPass();
-    if (came == PassOutcome::GoOn) {
-        if (WithoutSecondSides()) {
-            run.part.LeavesSecondSide = NeedsOtherSide(run);
-            bothSides = true;
-        } else if (run.FirstPass() && NeedsOtherSide(run)) {
-            BeginSecondSide(run);
-            return PassEnd::SecondSide;
-        }
-    }
-    CleanUp(run, file, bothSides);
-    return PassEnd::NextPart;
-}
-
 /// One line for the part; what both passes met is told once.
 void ReportUnexplained(RunState& run, const PartFile& file) {
     std::vector<std::string> texts;
@@ -170,21 +118,6 @@ void ReportShiftedColumns(RunState& run, const PartFile& file) {
                                      Join(std::exchange(run.part.shiftingTexts, {}), "; "));
 }
 
-PassEnd WorkOnPart(RunState& run, const PassWork& steps, std::span<const PartFile> parts) {
-    const PartFile& file = parts[static_cast<std::size_t>(run.part.index)];
-    PassEnd end = PassEnd::SecondSide;
-    while (end == PassEnd::SecondSide) {
-        detail::TellRunObserver(
-            {run.part.index + 1, static_cast<int>(parts.size()), !run.FirstPass(), file.label});
-        end = DoPass(run, steps, file);
-    }
-    if (steps.prove) steps.prove(run);
-    ReportUnexplained(run, file);
-    ReportDifferences(run, file);
-    ReportShiftedColumns(run, file);
-    return end;
-}
-
 /// Reports the part that ended the run, and how many were left.
 void ReportTheRest(const PartFile& file, std::size_t left, std::vector<std::string>& lines) {
     std::string line = "The run ended at the part " + file.label;
@@ -193,56 +126,118 @@ void ReportTheRest(const PartFile& file, std::size_t left, std::vector<std::stri
     lines.push_back(line + ".");
 }
 
-/// The part files of a run that a failure or the user ends.
-void RemoveFilesFrom(RunState& run, std::span<const PartFile> parts, std::size_t part) {
-    CleanUp(run, parts[part], true);
-    for (const PartFile& later : parts.subspan(part)) RemovePartFiles(later);
-}
-
 }  // namespace
 
-bool WorkOnPartAt(RunState& run, const PassWork& steps, std::span<const PartFile> parts, std::size_t part) {
+PassOutcome PartLoop::WorkOnPass() {
+    for (const auto& step : mSteps.pass)
+        if (const PassOutcome came = step(mRun); came != PassOutcome::GoOn) return came;
+    mSteps.writePartFile(mRun);
+    mSteps.addListLine(mRun);
+    return PassOutcome::GoOn;
+}
+
+PassOutcome PartLoop::WorkOrSkip() {
+    PassOutcome came = PassOutcome::SkipPart;
+    const std::optional<Failure> failure = Attempt([&] { came = WorkOnPass(); });
+    if (!failure) {
+        // The box that announced it doesn't name the part.
+        if (came == PassOutcome::SkipPart && mRun.FirstPass())
+            mRun.report.skipped.push_back("The part " + File().label + " was skipped.");
+        return came;
+    }
+    if (IsOfFiles(*failure)) throw *failure;
+    ShowFailureWithDetail(*failure);
+    mRun.report.unexplained.push_back("The part " + File().label + " was skipped" +
+                                      (mRun.FirstPass() ? "" : " on its second side") +
+                                      ": it could not be worked on.");
+    return PassOutcome::SkipPart;
+}
+
+PartLoop::PassEnd PartLoop::DoPass() {
+    const PartFile& file = File();
+    if (mRun.FirstPass() && !ThePlatform().files->FileExists(file.FirstSidePath())) {
+        mRun.report.passedOver.push_back("The part " + file.label +
+                                         " was passed over: " + file.FirstSidePath() + " has vanished.");
+        return PassEnd::NextPart;
+    }
+    OpenPart(mRun, file);
+    const PassOutcome came = WorkOrSkip();
+    if (came == PassOutcome::EndRun) return PassEnd::EndRun;
+    bool bothSides = !mRun.FirstPass();
+    if (came == PassOutcome::GoOn) {
+        if (WithoutSecondSides()) {
+            mRun.part.LeavesSecondSide = NeedsOtherSide(mRun);
+            bothSides = true;
+        } else if (mRun.FirstPass() && NeedsOtherSide(mRun)) {
+            BeginSecondSide(mRun);
+            return PassEnd::SecondSide;
+        }
+    }
+    CleanUp(mRun, file, bothSides);
+    return PassEnd::NextPart;
+}
+
+PartLoop::PassEnd PartLoop::DoPasses() {
+    const PartFile& file = File();
+    PassEnd end = PassEnd::SecondSide;
+    while (end == PassEnd::SecondSide) {
+        detail::TellRunObserver(
+            {mRun.part.index + 1, static_cast<int>(mParts.size()), !mRun.FirstPass(), file.label});
+        end = DoPass();
+    }
+    if (mSteps.prove) mSteps.prove(mRun);
+    ReportUnexplained(mRun, file);
+    ReportDifferences(mRun, file);
+    ReportShiftedColumns(mRun, file);
+    return end;
+}
+
+bool PartLoop::WorkOn(std::size_t part) {
     // What the parts before it have left: the bit in hand, and the flags of one whose file had vanished.
-    PartState before = std::move(run.part);
-    run.part = {};
-    run.part.bits = std::move(before.bits);
-    run.part.NeedSecondSide = before.NeedSecondSide;
-    run.part.ThroughRouteSeen = before.ThroughRouteSeen;
+    PartState before = std::move(mRun.part);
+    mRun.part = {};
+    mRun.part.bits = std::move(before.bits);
+    mRun.part.NeedSecondSide = before.NeedSecondSide;
+    mRun.part.ThroughRouteSeen = before.ThroughRouteSeen;
     BeginPartWithBitInHand();
-    run.firstSide = {};
-    run.part.index = static_cast<int>(part);
+    mRun.firstSide = {};
+    mRun.part.index = static_cast<int>(part);
     try {
-        if (WorkOnPart(run, steps, parts) != PassEnd::EndRun) return true;
-        ReportTheRest(parts[part], parts.size() - part - 1, run.report.passedOver);
+        if (DoPasses() != PassEnd::EndRun) return true;
+        ReportTheRest(mParts[part], mParts.size() - part - 1, mRun.report.passedOver);
         return false;
     } catch (const Failure&) {
-        EndRunAt(run, parts, part);
+        EndAt(part);
         throw;
     }
 }
 
-void EndRunAt(RunState& run, std::span<const PartFile> parts, std::size_t part) {
-    ReportTheRest(parts[part], parts.size() - part - 1, run.report.unexplained);
-    RemoveFilesFrom(run, parts, part);
-}
-
-void CancelRunAt(RunState& run, std::span<const PartFile> parts, std::size_t part) {
-    run.report.passedOver.push_back("The run was cancelled ahead of the part " + parts[part].label + ", " +
-                                    std::to_string(part + 1) + " of " + std::to_string(parts.size()) + ".");
-    RemoveFilesFrom(run, parts, part);
-}
-
-PartsEnd WorkOnParts(RunState& run, const PassWork& steps, std::span<const PartFile> parts,
-                     std::string_view what) {
-    Progress progress({what, static_cast<int>(parts.size()), true});
-    for (std::size_t part = 0; part < parts.size(); ++part) {
-        if (!progress.Next(parts[part].label)) {
-            CancelRunAt(run, parts, part);
+PartsEnd PartLoop::WorkOnAll(std::string_view what) {
+    Progress progress({what, static_cast<int>(mParts.size()), true});
+    for (std::size_t part = 0; part < mParts.size(); ++part) {
+        if (!progress.Next(mParts[part].label)) {
+            CancelAt(part);
             return PartsEnd::Cancelled;
         }
-        if (!WorkOnPartAt(run, steps, parts, part)) return PartsEnd::EndedByPart;
+        if (!WorkOn(part)) return PartsEnd::EndedByPart;
     }
     return PartsEnd::Whole;
+}
+
+void PartLoop::EndAt(std::size_t part) {
+    ReportTheRest(mParts[part], mParts.size() - part - 1, mRun.report.unexplained);
+    RemoveFilesFrom(part);
+}
+
+void PartLoop::CancelAt(std::size_t part) {
+    mRun.report.passedOver.push_back("The run was cancelled ahead of the part " + mParts[part].label + ", " +
+                                     std::to_string(part + 1) + " of " + std::to_string(mParts.size()) + ".");
+    RemoveFilesFrom(part);
+}
+
+void PartLoop::RemoveFilesFrom(std::size_t part) {
+    CleanUp(mRun, mParts[part], true);
+    for (const PartFile& later : mParts.subspan(part)) RemovePartFiles(later);
 }
 
 }  // namespace brenvik

@@ -90,7 +90,8 @@ class FolderProof {
         }
         mParts = parts;
         mRun.report.parts = static_cast<int>(parts.size());
-        mRun.report.complete = WorkOnParts(mRun, steps, parts, "Comparing the parts") == PartsEnd::Whole;
+        mRun.report.complete =
+            PartLoop(mRun, steps, parts).WorkOnAll("Comparing the parts") == PartsEnd::Whole;
         const std::size_t before = mRun.report.passedOver.size();
         TellTheRest(mFiles.folder, "");
         TellTheRest(mSecondFolder, "B");

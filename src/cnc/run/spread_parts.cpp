@@ -52,7 +52,11 @@ class SpreadRun {
   public:
     SpreadRun(RunState& runState, const PassWork& passWork, std::span<const PartFile> partFiles,
               WorkersPort& workersPort)
-        : mRun(runState), mSteps(passWork), mParts(partFiles), mWorkers(workersPort) {}
+        : mRun(runState),
+          mSteps(passWork),
+          mParts(partFiles),
+          mLoop(runState, passWork, partFiles),
+          mWorkers(workersPort) {}
 
     ~SpreadRun() {
         for (; mTaken < mParts.size(); ++mTaken) mWorkers.Discard(OutputFolder, mTaken);
@@ -65,7 +69,7 @@ class SpreadRun {
                          [this](std::size_t part, const WorkerEnd& end) {
                              mTaken = part;
                              if (!mProgress.Next(mParts[part].label)) {
-                                 CancelRunAt(mRun, mParts, part);
+                                 mLoop.CancelAt(part);
                                  mEnd = PartsEnd::Cancelled;
                              } else if (!Take(part, end)) {
                                  mEnd = PartsEnd::EndedByPart;
@@ -99,7 +103,7 @@ class SpreadRun {
         CancelOtherSide(mRun);
         bool goesOn = false;
         // Of files, as all others are reported: in the real folder the same may go another way.
-        Skip([&] { goesOn = WorkOnPartAt(mRun, steps, mParts, part); });
+        Skip([&] { goesOn = PartLoop(mRun, steps, mParts).WorkOn(part); });
         result.isForTheRun = !goesOn || dialogs.asked || HasUsedBitOfEarlierPart() || HasFlags();
         if (HasBitOfItsOwn()) result.bits = mRun.part.bits;
         if (!Skip([&] { result.files = mWorkers.MadeApart(OutputFolder, FilesOf(part)); }))
@@ -123,7 +127,7 @@ class SpreadRun {
         const bool isForTheRun = result.isForTheRun || HasFlags() || end.kind == WorkerEnd::Kind::Talked;
         if (isForTheRun || !mWorkers.TakeOver(OutputFolder, part, FilesOf(part), result.files)) {
             mWorkers.Discard(OutputFolder, part);
-            return WorkOnPartAt(mRun, mSteps, mParts, part);
+            return mLoop.WorkOn(part);
         }
         WriteLines(part, result.lines);
         for (const MessageRequest& box : result.boxes) ThePlatform().dialogs->Show(box);
@@ -137,7 +141,7 @@ class SpreadRun {
         try {
             for (const ListLine& line : lines) mSteps.writeListLine(mRun, line);
         } catch (const Failure&) {
-            EndRunAt(mRun, mParts, part);
+            mLoop.EndAt(part);
             throw;
         }
     }
@@ -152,6 +156,7 @@ class SpreadRun {
     RunState& mRun;
     const PassWork& mSteps;
     std::span<const PartFile> mParts;
+    PartLoop mLoop;
     WorkersPort& mWorkers;
     Progress mProgress{{ProgressOfRun, static_cast<int>(mParts.size()), true}};
     std::size_t mTaken = 0;
@@ -165,7 +170,7 @@ void SpreadRuns(WorkersPort* workers) { StateOf<RunWorkers>().port = workers; }
 PartsEnd WorkOnPartsSpread(RunState& run, const PassWork& steps, std::span<const PartFile> parts) {
     WorkersPort* workers = StateOf<RunWorkers>().port;
     if (workers == nullptr || workers->ProcessesFor(parts.size()) < 2)
-        return WorkOnParts(run, steps, parts, ProgressOfRun);
+        return PartLoop(run, steps, parts).WorkOnAll(ProgressOfRun);
     return SpreadRun(run, steps, parts, *workers).Work();
 }
 
