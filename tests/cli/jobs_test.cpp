@@ -135,6 +135,19 @@ TEST_F(Jobs, WriteTheSampleInInches) {
     EXPECT_GE(FilesBelow("cut").size(), 5U);
 }
 
+// A body in inches that was drawn in millimetres comes back from the text of a part file with other last
+// digits.
+TEST_F(Jobs, WriteASampleOfMillimetresInInches) {
+    WriteSample("job.step");
+    fs::rename(folder / "job.step", folder / "job.dxf");
+    fs::remove_all(folder / "home");
+    EXPECT_EQ(Run({"init", "--units", "imperial"}).status, 0);
+    for (const std::string thickness : {".31496", ".47244", ".59055", ".70866", ".74803"})
+        EXPECT_EQ(Run({"materials", "add", thickness + " Birch Ply", "--like", ".75 birch ply"}).status, 0);
+    ExpectOneOutcome({"--target", "C2C", "--material", "Birch Ply"});
+    EXPECT_GE(FilesBelow("cut").size(), 15U);
+}
+
 TEST_F(Jobs, WithoutTheProofWriteTheSameFiles) {
     WriteSample("job.dxf");
     ExpectOneOutcome({"--target", "ROV", "--no-proof"});

@@ -101,7 +101,8 @@ ExitStatus Cnc(const HeldHome& home, const CncOptions& options) {
     Workplace workplace(home, dialogs);
     MapOutput(workplace, options);
     SetProof(!options.noProof);
-    PartWorkers workers(workplace.files, options.jobs.empty() ? 0 : std::stoi(options.jobs));
+    PartWorkers workers(workplace.files, workplace.host.Written(),
+                        options.jobs.empty() ? 0 : std::stoi(options.jobs));
     SpreadRuns(&workers);
     const OpenedInput opened = OpenAndSelect(workplace, options.drawing, options.unit, teller);
     const std::size_t notes = opened.document.Notes().size();

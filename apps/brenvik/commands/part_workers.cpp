@@ -51,8 +51,9 @@ void PartWorkers::WorkApart(std::string_view folder, std::size_t part, std::span
         const std::string there = place + FolderIn(folder, file);
         mReal->MakeFolder(there);
         mLate.push_back(std::make_unique<LateFolder>(mReal->Resolve(there)));
+        const fs::path first = mReal->Resolve(file), copy = mReal->Resolve(place + NameIn(folder, file));
         std::error_code unlent;
-        fs::copy_file(mReal->Resolve(file), mReal->Resolve(place + NameIn(folder, file)), unlent);
+        if (fs::copy_file(first, copy, unlent)) mDrawings.KeepCopy(first, copy);
     }
     mFiles.MapFolder(folder, mReal->Resolve(place));
 }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "drafting_host/document/written_drawings.h"
 #include "file_roots/file_roots.h"
 #include "file_roots/late_folders.h"
 #include "session/ports/workers_port.h"
@@ -15,8 +16,9 @@ namespace brenvik::app {
 class PartWorkers : public WorkersPort {
   public:
     /// `jobs` processes, or as many as there are processors where it is 0. `roots` are those that the system
-    /// finds its files by.
-    PartWorkers(FileRoots& roots, int jobs) : mFiles(roots), mJobs(jobs) {}
+    /// finds its files by, `drawings` those that its host has written.
+    PartWorkers(FileRoots& roots, WrittenDrawings& drawings, int jobs)
+        : mFiles(roots), mDrawings(drawings), mJobs(jobs) {}
 
     int ProcessesFor(std::size_t parts) override;
     void Spread(const SpreadWork& work) override;
@@ -28,6 +30,7 @@ class PartWorkers : public WorkersPort {
 
   private:
     FileRoots& mFiles;
+    WrittenDrawings& mDrawings;
     const int mJobs;
     /// In a worker: the files without the place of a part.
     std::optional<FileRoots> mReal;

@@ -5,13 +5,6 @@
 #include <system_error>
 
 namespace brenvik {
-namespace {
-
-/// A run writes every part twice before it opens the first one. A kept part shares its shapes with the
-/// drawing it came from, so many cost little; a limit there has to be all the same.
-constexpr std::size_t MostKept = 4096;
-
-}  // namespace
 
 std::optional<WrittenDrawings::Stamp> WrittenDrawings::StampOf(const std::filesystem::path& file) {
     std::error_code error;
@@ -27,19 +20,28 @@ void WrittenDrawings::Keep(const std::filesystem::path& file,
                            std::shared_ptr<const DrawingSnapshot> drawing) {
     const std::optional<Stamp> stamp = StampOf(file);
     if (!stamp) return;
-    if (mKept.insert_or_assign(file, Kept{*stamp, std::move(drawing)}).second) mOrder.push_back(file);
-    if (mOrder.size() <= MostKept) return;
-    mKept.erase(mOrder.front());
-    mOrder.pop_front();
+    mKept.insert_or_assign(file, Kept{*stamp, std::move(drawing)});
+    if (mKept.size() > mSweepAt) Sweep();
+}
+
+// A run writes every part twice before it opens the first one, and none of them may be let go: which ones
+// come from their text would hang on the others. A kept part shares its shapes with the drawing it came
+// from, so many cost little.
+void WrittenDrawings::Sweep() {
+    std::erase_if(mKept, [](const auto& kept) { return StampOf(kept.first) != kept.second.stamp; });
+    mSweepAt = std::max(mSweepAt, 2 * mKept.size());
 }
 
 std::shared_ptr<const DrawingSnapshot> WrittenDrawings::Find(const std::filesystem::path& file) {
     const auto found = mKept.find(file);
     if (found == mKept.end()) return nullptr;
     if (StampOf(file) == found->second.stamp) return found->second.drawing;
-    std::erase(mOrder, file);
     mKept.erase(found);
     return nullptr;
+}
+
+void WrittenDrawings::KeepCopy(const std::filesystem::path& file, const std::filesystem::path& copy) {
+    if (std::shared_ptr<const DrawingSnapshot> drawing = Find(file)) Keep(copy, std::move(drawing));
 }
 
 const std::string* WrittenDrawings::ContentOf(const DrawingSnapshot& drawing) const {

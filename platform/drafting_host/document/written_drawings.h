@@ -2,8 +2,8 @@
 // a part that is written only to be opened again is neither parsed nor built anew.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -16,10 +16,13 @@ namespace brenvik {
 
 class WrittenDrawings {
   public:
-    /// Keeps the drawing for the file as it stands on the disk now; the oldest one gives way.
+    /// Keeps the drawing for the file as it stands on the disk now.
     void Keep(const std::filesystem::path& file, std::shared_ptr<const DrawingSnapshot> drawing);
     /// The drawing of the file, or nothing where it was never kept or the file is another one by now.
     std::shared_ptr<const DrawingSnapshot> Find(const std::filesystem::path& file);
+    /// For a copy of the file, as it stands on the disk now: read from its text the drawing would come back
+    /// with other last digits.
+    void KeepCopy(const std::filesystem::path& file, const std::filesystem::path& copy);
 
     /// The file's content that the same drawing gave last, or nothing: a run writes each part twice over.
     const std::string* ContentOf(const DrawingSnapshot& drawing) const;
@@ -37,9 +40,11 @@ class WrittenDrawings {
         std::shared_ptr<const DrawingSnapshot> drawing;
     };
     static std::optional<Stamp> StampOf(const std::filesystem::path& file);
+    /// Lets go of the drawings whose files are gone or others by now.
+    void Sweep();
 
     std::map<std::filesystem::path, Kept> mKept;
-    std::deque<std::filesystem::path> mOrder;
+    std::size_t mSweepAt = 4096;
     std::shared_ptr<const DrawingSnapshot> mLast;
     std::string mLastContent;
 };

@@ -10,6 +10,7 @@
 #include <set>
 #include <span>
 
+#include "base/quoted.h"
 #include "base/text.h"
 #include "cnc/proof/written_text.h"
 
@@ -267,6 +268,9 @@ class FormCheck {
     void LookAtLayer(const Record& entity) {
         const std::string name = entity.LayerName();
         if (!mLooked.insert(name).second) return;
+        // Some receivers read the name to its last letter, others without the blank.
+        if (TrimmedView(name) != name)
+            Fault(entity.line, "the layer " + InQuotes(name) + " begins or ends with a blank");
         const auto layer = mLayers.find(name);
         if (layer == mLayers.end())
             return Fault(entity.line, "the layer " + name + " is not in the table of layers");

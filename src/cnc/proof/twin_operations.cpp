@@ -29,12 +29,18 @@ bool SameSides(const std::vector<PlanSide>& a, const std::vector<PlanSide>& b, d
     });
 }
 
+bool AreHolesOfOneSide(const WrittenOperation& a, const WrittenOperation& b) {
+    return a.kind == OperationKind::Hole && b.kind == OperationKind::Hole && a.secondSide == b.secondSide;
+}
+
 }  // namespace
 
 bool AreTwins(const WrittenOperation& a, const WrittenOperation& b, const HeightSpan& part, double unit) {
     if (a.bore.has_value() != b.bore.has_value()) return false;
     // Both sides have the outline, and edge bores that go right through.
     if (a.secondSide != b.secondSide && (a.bore || a.kind == OperationKind::Outline)) return false;
+    // Of two holes from one side the deeper one holds the other.
+    if (AreHolesOfOneSide(a, b)) return SameSides(a.sides, b.sides, unit);
     const auto near = [unit](double one, double other) { return std::abs(one - other) < SamePlace * unit; };
     if (!near(std::max(a.low, part.low), std::max(b.low, part.low)) ||
         !near(std::min(a.high, part.high), std::min(b.high, part.high)))

@@ -213,10 +213,11 @@ bool EnclosesNothing(const AcadLWPolyline& path) {
 
 /// What encloses nothing is no more a contour than an open chain.
 void OpenWhatEnclosesNothing(GatheredContours& contours) {
-    const auto empty = std::ranges::stable_partition(
-        contours.closed, [](const AcadLWPolyline* path) { return !EnclosesNothing(*path); });
-    contours.open.insert(contours.open.end(), empty.begin(), empty.end());
-    contours.closed.erase(empty.begin(), empty.end());
+    const auto empty =
+        std::stable_partition(contours.closed.begin(), contours.closed.end(),
+                              [](const AcadLWPolyline* path) { return !EnclosesNothing(*path); });
+    contours.open.insert(contours.open.end(), empty, contours.closed.end());
+    contours.closed.erase(empty, contours.closed.end());
 }
 
 void DropWhatBoundsNothing(AcadDocument& drawing, GatheredContours& contours) {
