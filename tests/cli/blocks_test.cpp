@@ -94,6 +94,17 @@ TEST_F(Blocks, SolidsOfAReferenceOfEvenScaleKeepTheirLettersForTheirSizes) {
     EXPECT_NE(half.output.find(",360,280,9,LWT,"), std::string::npos) << half.output;
 }
 
+TEST_F(Blocks, ScalesThatDifferByRoundingAloneAreOneScale) {
+    const Outcome outcome = ListOf(Reference("Side", " 41\n1.0000001\n 42\n1.0\n 43\n1.0\n") +
+                                   Reference("Pair", " 41\n0.333333\n 42\n0.3333333\n 43\n-0.3333333\n"));
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(Sides(outcome.output).size(), 3u) << outcome.output;
+    EXPECT_NE(outcome.output.find(",720,560,18,LWT,"), std::string::npos) << outcome.output;
+    const Outcome uneven = ListOf(Reference("Side", " 41\n1.00001\n 42\n1.0\n 43\n1.0\n"));
+    EXPECT_EQ(uneven.status, 1);
+    EXPECT_TRUE(Sides(uneven.output).empty()) << uneven.output;
+}
+
 TEST_F(Blocks, AReferenceBeyondAllMeasureIsToldByItsHandle) {
     for (const std::string groups : {" 41\n1e-11\n 42\n1e-11\n 43\n1e-11\n", " 10\n1e308\n"}) {
         const Outcome outcome = ListOf(Reference("Side", "  5\nFACE\n" + groups));

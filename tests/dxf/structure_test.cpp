@@ -182,6 +182,11 @@ INSTANTIATE_TEST_SUITE_P(
         Coded{"Escape", "9 $ACADVER|1 AC1015", "T\\U+00FCr", "T\u00FCr"},
         Coded{"LowerCaseEscape", "9 $ACADVER|1 AC1015", "\\u+20ac", "\u20AC"},
         Coded{"SurrogatePair", "9 $ACADVER|1 AC1015", "\\U+D83D\\U+DE00", "\U0001F600"},
+        Coded{"EscapeOfEightDigits", "9 $ACADVER|1 AC1015", "a\\U+0001f600b \\U+00020000",
+              "a\U0001F600b \U00020000"},
+        Coded{"ControlCharacterAheadOfLetters", "9 $ACADVER|1 AC1015", "\\U+0001f60 \\U+0009face",
+              "\x01"
+              "f60 \tface"},
         Coded{"LoneSurrogateStays", "9 $ACADVER|1 AC1015", "\\U+D83Dx\\U+DE00", "\\U+D83Dx\\U+DE00"},
         Coded{"BrokenEscapeStays", "9 $ACADVER|1 AC1015", "\\U+00Fx \\U+0", "\\U+00Fx \\U+0"},
         Coded{"Johab", "9 $DWGCODEPAGE|3 johab", "\xCC\x65", "\uD310"},
@@ -211,6 +216,14 @@ TEST(DxfCodePages, CharactersThatStayEscapedAreToldOnce) {
         std::count(text.begin(), text.begin() + static_cast<long>(text.find("\\M+1FFFF")), '\n');
     EXPECT_EQ(data.notes.front().line, static_cast<std::size_t>(linesAhead) + 1);
     EXPECT_NE(data.notes.front().text.find("2 texts keep them as \\M+nXXXX, first here"), std::string::npos)
+        << NotesOf(data);
+    EXPECT_TRUE(data.notes.front().dataLost);
+}
+
+TEST(DxfCodePages, AFifthDigitIsTold) {
+    const DrawingData data = Read(Entities("0 TEXT|10 0|20 0|1 \\U+1f600|0 TEXT|10 0|20 0|1 \\U+00e9cole"));
+    ASSERT_EQ(data.notes.size(), 1U) << NotesOf(data);
+    EXPECT_NE(data.notes.front().text.find("found a fifth digit; 1 text has"), std::string::npos)
         << NotesOf(data);
     EXPECT_TRUE(data.notes.front().dataLost);
 }

@@ -61,7 +61,14 @@ TEST(DxfWriting, TextIsAscii) {
           Encoded{"\x01", "\\U+0001"}, Encoded{"\U0001F600", "\\U+D83D\\U+DE00"},
           Encoded{"\\U+0041", "\\U+005CU+0041"}, Encoded{"\xFF", "\\U+FFFD"},
           Encoded{"\\M+18341", "\\U+005CM+18341"}, Encoded{"\\M+1FFFF", "\\M+1FFFF"},
-          Encoded{"\\U+xyz", "\\U+xyz"}, Encoded{"\x7F", "\\U+007F"}}) {
+          Encoded{"\\U+xyz", "\\U+xyz"},
+          Encoded{"\u1F60"
+                  "0a",
+                  "\\U+1F60\\U+0030a"},
+          Encoded{"\x01"
+                  "f600",
+                  "\\U+0001\\U+0066600"},
+          Encoded{"\x7F", "\\U+007F"}}) {
         EXPECT_EQ(EncodeText(example.text), example.expected);
         const std::string expected = example.text == "\xFF" ? "\uFFFD" : example.text;
         EXPECT_EQ(TextDecoder().Decode(EncodeText(example.text)), expected);

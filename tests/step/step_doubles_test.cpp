@@ -17,38 +17,6 @@ class StepDoubles : public StepInput {
         return Content();
     }
 
-    /// A part that stands in no assembly.
-    std::string Root() const {
-        WriteStep(mPath,
-                  std::vector<StepSolid>{{solids::test::Board(600, 400, 18), "Board", "", "", std::nullopt}});
-        return Content();
-    }
-
-    StepDocument Read(const std::string& content) const {
-        Put(content);
-        return ReadStep(mPath);
-    }
-
-    static std::string WithData(std::string content, const std::string& statements) {
-        content.insert(content.rfind("ENDSEC;"), statements);
-        return content;
-    }
-
-    /// The number ("#5") of the first statement of a kind, and its references.
-    static std::string NumberOf(const std::string& content, const std::string& kind) {
-        const std::size_t place = content.find(" = " + kind + "(");
-        EXPECT_NE(place, std::string::npos) << kind;
-        const std::size_t at = content.rfind('#', place);
-        return content.substr(at, place - at);
-    }
-    static std::vector<std::string> ReferencesOf(const std::string& content, const std::string& kind) {
-        const std::size_t place = content.find(" = " + kind + "("), end = content.find(';', place);
-        std::vector<std::string> numbers;
-        for (std::size_t at = content.find('#', place); at < end; at = content.find('#', at + 1))
-            numbers.push_back(content.substr(at, content.find_first_not_of("0123456789", at + 1) - at));
-        return numbers;
-    }
-
     static std::string Placement(int number, double x) {
         const auto shown = [&](int more) { return "#" + std::to_string(number + more); };
         return shown(0) + "=AXIS2_PLACEMENT_3D(''," + shown(1) + ",$,$);\n" + shown(1) +
@@ -124,7 +92,7 @@ TEST_F(StepDoubles, TwoShapesThatAreTheSameTwiceAreReadOnceWithARemark) {
                                      "is passed over\n");
 }
 
-TEST_F(StepDoubles, ASolidOfTwoProductsIsTold) {
+TEST_F(StepDoubles, ASolidOfTwoProductsIsAPartOfEach) {
     std::string content = Good();
     const auto items = ReferencesOf(content, Brep);
     const std::string context = ReferencesOf(content, "PRODUCT").front();
@@ -135,10 +103,18 @@ TEST_F(StepDoubles, ASolidOfTwoProductsIsTold) {
                                     ");\n#900004=PRODUCT_DEFINITION_SHAPE('','',#900003);\n#900005=" + Brep +
                                     "('',(" + items[1] + ")," + items.back() +
                                     ");\n#900006=SHAPE_DEFINITION_REPRESENTATION(#900004,#900005);\n");
-    const std::string notes = NotesOf(Read(content));
+    const StepDocument document = Read(content);
+    ASSERT_EQ(document.solids.size(), 2U);
+    EXPECT_EQ(document.solids[0].name, "Board");
+    EXPECT_EQ(document.solids[1].name, "Other");
+    for (const StepSolid& part : document.solids)
+        EXPECT_NEAR(solids::ExactBox(part.shape).SizeX(), 600, Close);
+    const std::string notes = NotesOf(document);
     ExpectMentions(
         notes, LineOf(content, items[1] + " = ") + ": the solid " + items[1] + " is that of the products \"");
-    ExpectMentions(notes, "\"Other\" (#900003): parts may be missing or bear another one's name\n");
+    ExpectMentions(
+        notes,
+        "\"Other\" (#900003): each has a part of it, with colours and layers at the first one alone\n");
 }
 
 TEST_F(StepDoubles, AUsageWithTwoPlacesIsTold) {

@@ -50,6 +50,38 @@ class StepInput : public ::testing::Test {
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
+    StepDocument Read(const std::string& content) const {
+        Put(content);
+        return ReadStep(mPath);
+    }
+
+    /// A part that stands in no assembly.
+    std::string Root() const {
+        WriteStep(mPath,
+                  std::vector<StepSolid>{{solids::test::Board(600, 400, 18), "Board", "", "", std::nullopt}});
+        return Content();
+    }
+
+    static std::string WithData(std::string content, const std::string& statements) {
+        content.insert(content.rfind("ENDSEC;"), statements);
+        return content;
+    }
+
+    /// The number ("#5") of the first statement of a kind, and its references.
+    static std::string NumberOf(const std::string& content, const std::string& kind) {
+        const std::size_t place = content.find(" = " + kind + "(");
+        EXPECT_NE(place, std::string::npos) << kind;
+        const std::size_t at = content.rfind('#', place);
+        return content.substr(at, place - at);
+    }
+    static std::vector<std::string> ReferencesOf(const std::string& content, const std::string& kind) {
+        const std::size_t place = content.find(" = " + kind + "("), end = content.find(';', place);
+        std::vector<std::string> numbers;
+        for (std::size_t at = content.find('#', place); at < end; at = content.find('#', at + 1))
+            numbers.push_back(content.substr(at, content.find_first_not_of("0123456789", at + 1) - at));
+        return numbers;
+    }
+
     std::filesystem::path mPath;
 };
 

@@ -80,19 +80,6 @@ TEST_F(StepInput, ASolidThatNoPartLeadsToIsTold) {
     ExpectMentions(NotesOf(ReadStep(mPath)), "the solid " + other + " is left out");
 }
 
-TEST_F(StepInput, LengthsWithoutAUnitAreTold) {
-    std::string content = Good();
-    // The length stands first in each context's units.
-    constexpr std::string_view units = "GLOBAL_UNIT_ASSIGNED_CONTEXT";
-    for (std::size_t place = content.find(units); place != std::string::npos;
-         place = content.find(units, place + 1)) {
-        const std::size_t first = content.find('#', place), comma = content.find(',', first);
-        content.erase(first, comma + 1 - first);
-    }
-    Put(content);
-    ExpectMentions(NotesOf(ReadStep(mPath)), "its lengths have no unit");
-}
-
 TEST_F(StepInput, NestedAssembliesPlaceTheirPartsExactly) {
     WriteNested(mPath, "");
     const StepDocument document = ReadStep(mPath);

@@ -15,16 +15,6 @@ class StepUsages : public StepInput {
         return Content();
     }
 
-    StepDocument Read(const std::string& content) const {
-        Put(content);
-        return ReadStep(mPath);
-    }
-
-    static std::string WithData(std::string content, const std::string& statements) {
-        content.insert(content.rfind("ENDSEC;"), statements);
-        return content;
-    }
-
     /// The number ("#5") of the statement around a place, and the references in it.
     static std::string NumberAt(const std::string& content, std::size_t place) {
         const std::size_t at = content.rfind("\n#", place) + 1;

@@ -1,6 +1,10 @@
 // Placing a block's entities.
 #include "drafting_host/document/block_content.h"
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+
 #include "drafting_host/document/geometry/host_failure.h"
 #include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/document/host_document.h"
@@ -21,15 +25,9 @@ HostBlock& BlockOf(const HostDocument& document, const InsertData& reference) {
     return *block;
 }
 
-/// Programs write scales in as few as ten digits. A part of ten metres is out by a hundred-thousandth of a
-/// millimetre at most.
-constexpr double SameScale = 1e-9;
-
-bool EvenScale(const InsertData& reference) {
-    const double x = std::abs(reference.scale.x);
-    const auto same = [&](double other) { return std::abs(std::abs(other) - x) <= SameScale * x; };
-    return x > 0 && same(reference.scale.y) && same(reference.scale.z);
-}
+/// Programs write scales in as few as six digits behind the point, or work them out in single precision. A
+/// part of a metre is out by a thousandth of a millimetre at most.
+constexpr double SameScale = 1e-6;
 
 /// From block coordinates to the world, for one column and row.
 class Placement {
@@ -44,9 +42,8 @@ class Placement {
     }
 
     /// Even scales, mirrors included.
-    Similarity Even() const {
-        const double size = std::abs(mReference.scale.x);
-        const Point3 s{mReference.scale.x, std::copysign(size, mReference.scale.y),
+    Similarity Even(double size) const {
+        const Point3 s{std::copysign(size, mReference.scale.x), std::copysign(size, mReference.scale.y),
                        std::copysign(size, mReference.scale.z)};
         Matrix4 matrix{};
         matrix[3][3] = 1;
@@ -143,6 +140,14 @@ void AddBox(const HostDocument& document, const InsertData& reference, int depth
 
 }  // namespace
 
+std::optional<double> EvenScale(const InsertData& reference) {
+    const Point3& scale = reference.scale;
+    std::array sizes{std::abs(scale.x), std::abs(scale.y), std::abs(scale.z)};
+    std::ranges::sort(sizes);
+    const bool isEven = sizes[0] > 0 && sizes[2] - sizes[0] <= SameScale * sizes[2];
+    return isEven ? std::optional(sizes[1]) : std::nullopt;
+}
+
 std::vector<PlacedEntity> PlacedContent(const HostDocument& document, const InsertData& reference) {
     return PlacedContent(BlockOf(document, reference), reference, [](const HostGeometry&) { return true; });
 }
@@ -152,12 +157,12 @@ std::vector<PlacedEntity> PlacedContent(const HostBlock& block, const InsertData
     const int columns = std::max(1, reference.columns), rows = std::max(1, reference.rows);
     if (static_cast<long long>(columns) * rows > MostPlaces)
         throw host_failure::NotPossible("a block reference with more than 100000 places");
-    const bool even = EvenScale(reference);
+    const std::optional<double> even = EvenScale(reference);
     std::vector<PlacedEntity> result;
     for (int row = 0; row < rows; ++row) {
         for (int column = 0; column < columns; ++column) {
             const Placement placement(reference, block.Record().base, column, row);
-            const Similarity move = even ? placement.Even() : Similarity();
+            const Similarity move = even ? placement.Even(*even) : Similarity();
             for (const HostEntity* entity : block.Entities()) {
                 HostGeometry geometry = entity->Geometry();
                 if (!wanted(geometry)) continue;

@@ -23,6 +23,10 @@ struct PlacedEntity {
     const HostEntity* source = nullptr;
 };
 
+/// The one scale of a reference, above 0, mirrored or not; nothing where it stretches. Scales that differ by
+/// a millionth are one, that of the middle: the other two are as they should have been written.
+std::optional<double> EvenScale(const InsertData& reference);
+
 /// The block's entities as the reference shows them, one level deep, for each column and row. Throws
 /// Failure for an unknown block, or for uneven scales where the block holds what they can't stretch
 /// exactly (bodies, splines, texts, bulged polylines).

@@ -35,10 +35,35 @@ struct EscapedCharacter {
     std::size_t length = 0;
 };
 
+bool BeginsWithHexDigit(std::string_view text) {
+    constexpr std::string_view digits = "0123456789abcdefABCDEF";
+    return !text.empty() && digits.find(text.front()) != std::string_view::npos;
+}
+
+/// The planes of characters beyond four digits.
+bool IsPlane(char32_t number) { return (number >= 1 && number <= 3) || (number >= 0xE && number <= 0x10); }
+
+/// The first four digits of pictures, "\U+1F600": a Greek letter with accents and a hexadecimal digit at its
+/// side is rarer than these.
+bool MayLackADigit(char32_t unit) { return unit >= 0x1F00 && unit < 0x1FB0; }
+
+// Some programs write characters beyond four digits in eight, "\U+0001F600". What the format would have
+// there, a control character that no text holds and four letters or digits, nobody means.
+std::optional<EscapedCharacter> LongEscapeAt(std::string_view text, std::size_t at, unsigned plane) {
+    constexpr std::size_t length = EscapeLength + 4;
+    if (!IsPlane(plane) || text.size() - at < length) return std::nullopt;
+    unsigned rest = 0;
+    const char* const first = text.data() + at + EscapeLength;
+    const auto read = std::from_chars(first, first + 4, rest, 16);
+    if (read.ec != std::errc{} || read.ptr != first + 4) return std::nullopt;
+    return EscapedCharacter{plane * 0x10000 + rest, length};
+}
+
 // A lone half of a surrogate pair is no character; it stays as it is written.
 std::optional<EscapedCharacter> EscapedCharacterAt(std::string_view text, std::size_t at) {
     const auto unit = EscapedUnit(text, at);
     if (!unit || IsLowSurrogate(*unit)) return std::nullopt;
+    if (const auto character = LongEscapeAt(text, at, *unit)) return character;
     if (!IsHighSurrogate(*unit)) return EscapedCharacter{*unit, EscapeLength};
     const auto low = at + EscapeLength < text.size() ? EscapedUnit(text, at + EscapeLength) : std::nullopt;
     if (!low || !IsLowSurrogate(*low)) return std::nullopt;
@@ -190,6 +215,21 @@ bool HoldsPageEscape(std::string_view text) {
     return false;
 }
 
+bool HoldsFiveDigitEscape(std::string_view written) {
+    for (std::size_t at = written.find('\\'); at != std::string_view::npos; at = written.find('\\', at + 1)) {
+        const auto unit = EscapedUnit(written, at);
+        if (unit && MayLackADigit(*unit) && BeginsWithHexDigit(written.substr(at + EscapeLength)))
+            return true;
+    }
+    return false;
+}
+
+std::string FiveDigitsNote(std::size_t texts) {
+    return "expected \\U+ with four digits, or two such for a character beyond these, found a fifth digit; " +
+           std::to_string(texts) + (texts == 1 ? " text has" : " texts have") +
+           " such characters, read by the first four digits, the first one here";
+}
+
 std::string KeptEscapesNote(std::size_t texts, std::string_view first) {
     return "expected characters of the code pages that \\M+1 to \\M+5 name (932, 950, 949, 1361, 936), found "
            "some that these lack or this system doesn't know; " +
@@ -218,8 +258,15 @@ int CodePageNumber(std::string_view name) {
 std::string EncodeText(std::string_view text, bool isUnicode) {
     std::string result;
     result.reserve(text.size());
+    std::size_t escaped = std::string_view::npos;  // the last character that became an escape
+    const auto isFifthDigit = [&](std::size_t at) {
+        if (escaped >= at) return false;
+        const Utf8Character character = Utf8CharacterAt(text, escaped);
+        return escaped + character.length == at && BeginsWithHexDigit(text.substr(at)) &&
+               (MayLackADigit(character.codePoint) || IsPlane(character.codePoint));
+    };
     for (std::size_t at = 0; at < text.size();) {
-        if (StaysItself(text, at)) {
+        if (StaysItself(text, at) && !isFifthDigit(at)) {
             result += text[at++];
             continue;
         }
@@ -230,10 +277,12 @@ std::string EncodeText(std::string_view text, bool isUnicode) {
             continue;
         }
         const Utf8Character character = Utf8CharacterAt(text, at);
-        if (isUnicode && character.valid && character.codePoint >= FirstPrintable)
+        if (isUnicode && character.valid && character.codePoint >= FirstPrintable) {
             result += text.substr(at, character.length);
-        else
+        } else {
             AppendEscaped(result, character.valid ? character.codePoint : ReplacementCharacter);
+            escaped = at;
+        }
         at += character.length;
     }
     return result;

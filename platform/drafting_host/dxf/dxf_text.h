@@ -1,7 +1,8 @@
 // Texts of a DXF file: from the file's bytes (code page or UTF-8, with "\U+XXXX" escapes, and "^I", "^J",
 // "^M" and "^ " for tab, line feed, return and the caret itself) to UTF-8, and back to plain ASCII.
 // So are the characters of East Asian pages, as bytes and as "\M+nXXXX"; one that the system doesn't know
-// stays that escape, which keeps names apart and is written back as it is.
+// stays that escape, which keeps names apart and is written back as it is. A character beyond four digits is
+// a surrogate pair of two escapes; eight digits, as some programs write, are read too.
 #pragma once
 
 #include <string>
@@ -39,6 +40,12 @@ class TextDecoder {
 
 /// Whether a decoded text holds a "\M+nXXXX", a character that could not be decoded.
 bool HoldsPageEscape(std::string_view text);
+
+/// Whether a text as it is written holds what a program may have meant as an escape of five digits
+/// ("\U+1F600"), which the format doesn't have.
+bool HoldsFiveDigitEscape(std::string_view written);
+/// What to tell of a file with so many of these texts.
+std::string FiveDigitsNote(std::size_t texts);
 
 /// What to tell of a drawing with such texts, of which `first` is where or what the first one is.
 std::string KeptEscapesNote(std::size_t texts, std::string_view first);

@@ -104,12 +104,15 @@ std::string Reading::Text(std::string_view text, std::size_t line) const {
     if (decoder.ExpectsUtf8() && !IsUtf8(text) && guessedTexts++ == 0) firstGuessed = line;
     std::string decoded = decoder.Decode(text);
     if (HoldsPageEscape(decoded) && escapedTexts++ == 0) firstEscaped = line;
+    if (HoldsFiveDigitEscape(text) && fiveDigitTexts++ == 0) firstFiveDigits = line;
     return decoded;
 }
 
 void Reading::TellDoubts() {
     if (escapedTexts > 0) Note(firstEscaped, KeptEscapesNote(escapedTexts, "here"));
     escapedTexts = 0;
+    if (fiveDigitTexts > 0) Note(firstFiveDigits, FiveDigitsNote(fiveDigitTexts));
+    fiveDigitTexts = 0;
     if (guessedTexts > 0)
         Note(firstGuessed, "expected text in UTF-8, as releases from 2007 on have it; " +
                                std::to_string(guessedTexts) +

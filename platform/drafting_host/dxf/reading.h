@@ -85,7 +85,8 @@ struct Reading {
 
     /// Texts that were guessed, and texts that keep escapes of characters: how many, and where the first one
     /// stands.
-    mutable std::size_t guessedTexts = 0, firstGuessed = 0, escapedTexts = 0, firstEscaped = 0;
+    mutable std::size_t guessedTexts = 0, firstGuessed = 0, escapedTexts = 0, firstEscaped = 0,
+                        fiveDigitTexts = 0, firstFiveDigits = 0;
 };
 
 /// A layer's name; one that release 2000 refuses is changed, so that the drawing can be saved, and told.

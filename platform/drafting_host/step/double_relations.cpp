@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <string_view>
 #include <unordered_set>
 #include <utility>
@@ -13,6 +14,11 @@ namespace brenvik::step {
 namespace {
 
 using Numbers = std::pair<int, int>;
+
+bool IsSolid(const Statement& statement) {
+    return statement.kind == "MANIFOLD_SOLID_BREP" || statement.kind == "BREP_WITH_VOIDS" ||
+           statement.kind == "FACETED_BREP";
+}
 
 class Reader {
   public:
@@ -25,6 +31,7 @@ class Reader {
             if (statement.kind == "SHAPE_DEFINITION_REPRESENTATION") TakeShape(statement);
         }
         for (const auto& [shapes, tie] : mTies) TakeTied(shapes);
+        TakeSameSolids();
         if (!mFound.empty()) LeaveNamed();
         std::ranges::sort(mFound, {}, [](const DoubleRelation& one) { return one.statement->place; });
         return std::move(mFound);
@@ -70,6 +77,54 @@ class Reader {
         }
     }
 
+    /// Of several shapes of a product, those whose solids it has by the others already, which would be listed
+    /// once for each.
+    void TakeSameSolids() {
+        std::set<const Statement*> found;
+        for (const DoubleRelation& relation : mFound) found.insert(relation.statement);
+        std::map<int, std::vector<std::pair<int, const Statement*>>> shapesOf;  // by definition
+        for (const auto& [ends, statement] : mShapes)
+            if (!found.contains(statement)) shapesOf[ends.first].emplace_back(ends.second, statement);
+        for (auto& [definition, shapes] : shapesOf) {
+            if (shapes.size() < 2) continue;
+            std::ranges::sort(shapes, {}, [&](const auto& one) {
+                return std::pair(!IsPlaced(one.first), one.second->place);
+            });
+            std::set<int> known;
+            for (const auto& [shape, statement] : shapes) {
+                const std::set<int> solids = SolidsOf(shape);
+                const bool isKnown = !solids.empty() && std::ranges::includes(known, solids);
+                if (isKnown && !IsPlaced(shape)) mFound.push_back({statement, shapes.front().second->number});
+                known.insert(solids.begin(), solids.end());
+            }
+        }
+    }
+
+    /// Of a shape and all that are the same.
+    std::set<int> SolidsOf(int shape) {
+        if (mEqual.empty())
+            for (const auto& [shapes, tie] : mTies) {
+                mEqual[shapes.first].push_back(shapes.second);
+                mEqual[shapes.second].push_back(shapes.first);
+            }
+        std::set<int> solids, seen{shape};
+        std::vector<int> open{shape};
+        while (!open.empty()) {
+            const int one = open.back();
+            open.pop_back();
+            if (const Statement* const statement = mStatements.Find(one))
+                for (const Reference& item : mStatements.ReferencesOf(*statement)) {
+                    const Statement* const body = mStatements.Find(item.number);
+                    if (body != nullptr && IsSolid(*body)) solids.insert(item.number);
+                }
+            const auto equal = mEqual.find(one);
+            if (equal == mEqual.end()) continue;
+            for (const int next : equal->second)
+                if (seen.insert(next).second) open.push_back(next);
+        }
+        return solids;
+    }
+
     bool IsPlaced(int shape) {
         if (!mHasPlaced) {
             mHasPlaced = true;
@@ -94,6 +149,7 @@ class Reader {
 
     const Statements& mStatements;
     std::map<Numbers, const Statement*> mTies, mShapes;
+    std::map<int, std::vector<int>> mEqual;
     std::map<int, std::vector<int>> mProducts;  ///< By their shapes.
     std::unordered_set<int> mPlaced;
     bool mHasPlaced = false;

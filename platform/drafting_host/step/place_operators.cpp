@@ -3,15 +3,19 @@
 #include "drafting_host/step/place_operators.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <string_view>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "base/numbers.h"
 #include "drafting_host/step/placement_frames.h"
 #include "drafting_host/step/step_notes.h"
+#include "drafting_host/step/step_text.h"
+#include "drafting_host/step/text_edits.h"
 
 namespace brenvik::step {
 namespace {
@@ -20,8 +24,10 @@ constexpr double None = 1e-9;
 constexpr std::string_view ShortForm = "CARTESIAN_TRANSFORMATION_OPERATOR_3D";
 
 struct Operator {
-    std::string axis1, axis2, scale, axis3;
+    std::string axis1, axis2, origin, scale, axis3;
 };
+
+using Axes = std::array<Vector, 3>;
 
 /// The values between the bracket at `open` and the one that ends them, without texts ahead of them.
 std::vector<std::string> ValuesAt(std::string_view text, std::size_t open) {
@@ -44,7 +50,8 @@ std::optional<Operator> OperatorOf(const Statement& statement, std::string_view 
         const auto values = ValuesAt(text, text.find('('));
         const std::size_t count = values.size();
         if (count <= shared) return std::nullopt;
-        return Operator{values[count - 5], values[count - 4], values[count - 2], values[count - 1]};
+        return Operator{values[count - 5], values[count - 4], values[count - 3], values[count - 2],
+                        values[count - 1]};
     }
     const std::size_t own = text.find(part);
     if (!statement.kind.empty() || own == text.npos) return std::nullopt;
@@ -54,7 +61,7 @@ std::optional<Operator> OperatorOf(const Statement& statement, std::string_view 
     };
     const auto values = valuesOf(own, part);
     if (values.size() != shared) return std::nullopt;
-    return Operator{values[0], values[1], values[3],
+    return Operator{values[0], values[1], values[2], values[3],
                     third == text.npos ? "$" : valuesOf(third, spatial).front()};
 }
 
@@ -77,24 +84,40 @@ std::optional<Vector> Across(const Vector& axis, const Vector& other) {
 
 enum class Turn { Plain, Mirrors, Open };
 
-/// The format's rule: the third axis counts, the world's Z without one, the first as far as it stands across
-/// that, and the second says by its side whether the whole is mirrored. The modeller goes by the third and
-/// the first, and without a third by what stands across the other two.
-Turn TurnOf(const Statements& statements, const Operator& place) {
-    const auto axis1 = AxisOf(statements, place.axis1), axis2 = AxisOf(statements, place.axis2),
-               axis3 = AxisOf(statements, place.axis3);
+/// The format's rule: the third axis counts, the world's Z without one, and the first as far as it stands
+/// across that. Nothing where that leaves the turn open. The axes are right-handed.
+std::optional<Axes> AxesOf(const Statements& statements, const Operator& place) {
+    const auto axis1 = AxisOf(statements, place.axis1), axis3 = AxisOf(statements, place.axis3);
     const Vector z = axis3.value_or(Vector{0, 0, 1});
     const bool liesAlongX = std::abs(z[0]) > 1 - None;
     const auto x = Across(axis1.value_or(liesAlongX ? Vector{0, 1, 0} : Vector{1, 0, 0}), z);
-    if (!x) return Turn::Open;
-    const double side = Dot(axis2.value_or(Vector{0, 1, 0}), Cross(z, *x));
-    if (std::abs(side) < None) return Turn::Open;
-    if (side < 0) return Turn::Mirrors;
+    return x ? std::optional(Axes{*x, Cross(z, *x), z}) : std::nullopt;
+}
+
+/// The second axis says by its side whether the whole is mirrored; where the first stands without it and the
+/// world's Y, which stands in for it, lies on neither side, nobody meant a mirror. The modeller goes by the
+/// third and the first, and without a third by what stands across the other two.
+Turn TurnOf(const Statements& statements, const Operator& place) {
+    const auto axes = AxesOf(statements, place);
+    if (!axes) return Turn::Open;
+    const auto axis2 = AxisOf(statements, place.axis2);
+    const double side = Dot(axis2.value_or(Vector{0, 1, 0}), (*axes)[1]);
+    const bool isFirstAlone = place.axis2 == "$" && place.axis1 != "$";
+    if (std::abs(side) < None && !isFirstAlone) return Turn::Open;
+    return side < -None ? Turn::Mirrors : Turn::Plain;
+}
+
+/// Whether the modeller finds the axes that are meant.
+bool IsReadAsMeant(const Statements& statements, const Operator& place) {
+    const auto axes = AxesOf(statements, place);
+    if (!axes) return false;
+    const auto axis1 = AxisOf(statements, place.axis1), axis2 = AxisOf(statements, place.axis2),
+               axis3 = AxisOf(statements, place.axis3);
     const Vector first = axis1.value_or(Vector{1, 0, 0});
-    const auto readX = Across(first, z);
+    const auto readX = Across(first, (*axes)[2]);
     const Vector across = Cross(first, axis2.value_or(Vector{0, 1, 0}));
-    const bool isReadSo = readX && AreSame(*readX, *x) && (axis3 || !Across(across, z));
-    return isReadSo ? Turn::Plain : Turn::Open;
+    const bool hasZ = axis3 || (Dot(across, across) > None && !Across(across, (*axes)[2]));
+    return readX && AreSame(*readX, (*axes)[0]) && hasZ;
 }
 
 /// The operator of a statement, read from its text without the blanks and line breaks that may stand between
@@ -147,7 +170,9 @@ std::optional<std::string> FaultOfOperator(const Statements& statements, const S
                place->scale;
     switch (TurnOf(statements, *place)) {
         case Turn::Plain:
-            return std::nullopt;
+            // Only the short form is written anew.
+            if (statement.kind == ShortForm || IsReadAsMeant(statements, *place)) return std::nullopt;
+            return "a place whose three axes stand across each other, found others";
         case Turn::Mirrors:
             if (PlacesUsagesAlone(statements, statement)) return std::nullopt;
             return "a place that doesn't mirror, since shapes are taken as they stand, found left-handed "
@@ -156,6 +181,45 @@ std::optional<std::string> FaultOfOperator(const Statements& statements, const S
             return "a place whose three axes stand across each other, found others";
     }
     return std::nullopt;
+}
+
+namespace {
+
+template <typename Visit>
+void ForEachShort(const Statements& statements, Visit visit) {
+    for (const Statement& statement : statements.All()) {
+        if (statement.kind != ShortForm) continue;
+        const auto place = OperatorIn(statements, statement);
+        if (!place || Scales(*place) || TurnOf(statements, *place) != Turn::Plain) continue;
+        if (!IsReadAsMeant(statements, *place)) visit(statement, *place);
+    }
+}
+
+}  // namespace
+
+bool HasShortOperators(const Statements& statements) {
+    bool found = false;
+    ForEachShort(statements, [&](const Statement&, const Operator&) { found = true; });
+    return found;
+}
+
+std::string WithWholeOperators(std::string content) {
+    const Statements statements(content);
+    NewStatements additions(statements);
+    std::vector<TextEdit> edits;
+    const auto added = [&](const Vector& axis) {
+        return Shown(additions.Add("DIRECTION('',(" + RealText(axis[0]) + "," + RealText(axis[1]) + "," +
+                                   RealText(axis[2]) + "))"));
+    };
+    ForEachShort(statements, [&](const Statement& statement, const Operator& place) {
+        const auto axes = AxesOf(statements, place);
+        const std::string x = added((*axes)[0]), y = added((*axes)[1]), z = added((*axes)[2]);
+        edits.push_back({statement.place, statement.end - statement.place,
+                         Shown(statement.number) + "=" + std::string(ShortForm) + "('','',''," + x + "," + y +
+                             "," + place.origin + "," + place.scale + "," + z + ");"});
+    });
+    edits.push_back(additions.Edit());
+    return WithEdits(std::move(content), std::move(edits));
 }
 
 void NoteMirroredUsages(const Statements& statements, CodePage codePage, StepDocument& document) {

@@ -15,6 +15,12 @@ namespace brenvik::step {
 /// a sound operator, for one that mirrors a component into its assembly, and for any other statement.
 std::optional<std::string> FaultOfOperator(const Statements& statements, const Statement& statement);
 
+/// Whether a file has sound operators that leave axes to the format's rules.
+bool HasShortOperators(const Statements& statements);
+
+/// The content with all three axes in these: the modeller has rules of its own.
+std::string WithWholeOperators(std::string content);
+
 /// Tells the components that their places in assemblies mirror: they are read as they are drawn.
 void NoteMirroredUsages(const Statements& statements, CodePage codePage, StepDocument& document);
 

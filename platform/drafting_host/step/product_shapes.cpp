@@ -95,14 +95,23 @@ std::string WithTiedShapes(std::string content) {
 namespace {
 
 /// Assemblies are made of others, and documents tell where a shape lies that isn't here.
-bool MayLackShape(const Statements& statements, int definition) {
-    return std::ranges::any_of(statements.All(), [&](const Statement& statement) {
-        if (statement.kind == "DOCUMENT_FILE") return true;
-        const auto references = statements.ReferencesOf(statement);
-        return statement.kind == "NEXT_ASSEMBLY_USAGE_OCCURRENCE" && !references.empty() &&
-               references[0].number == definition;
-    });
-}
+class Lacking {
+  public:
+    explicit Lacking(const Statements& statements) {
+        for (const Statement& statement : statements.All()) {
+            if (statement.kind == "DOCUMENT_FILE") mHasDocuments = true;
+            const auto references = statements.ReferencesOf(statement);
+            if (statement.kind == "NEXT_ASSEMBLY_USAGE_OCCURRENCE" && !references.empty())
+                mAssemblies.insert(references[0].number);
+        }
+    }
+
+    bool MayLackShape(int definition) const { return mHasDocuments || mAssemblies.contains(definition); }
+
+  private:
+    bool mHasDocuments = false;
+    std::set<int> mAssemblies;
+};
 
 }  // namespace
 
@@ -115,12 +124,13 @@ void NoteUntiedShapes(const Statements& statements, CodePage codePage, StepDocum
                  " product(s) have the shape alone that they are placed with, the first one #" +
                  std::to_string(all.begin()->first),
              statements.LineOf(all.begin()->first), false});
+    const Lacking lacking(statements);
     for (const Statement& statement : statements.All()) {
         if (statement.kind != "PRODUCT_DEFINITION_SHAPE") continue;
         const int definition = reader.FirstOf(statement.number);
         const Statement* const product = statements.Find(definition);
         if (product == nullptr || product->kind != "PRODUCT_DEFINITION" || reader.HasShape(definition) ||
-            all.contains(definition) || MayLackShape(statements, definition))
+            all.contains(definition) || lacking.MayLackShape(definition))
             continue;
         document.notes.push_back({"the product \"" + ProductName(statements, definition, codePage) + "\" (" +
                                       Shown(definition) + ") has no shape: a part may be missing",

@@ -9,13 +9,18 @@
 #include <string_view>
 #include <unordered_set>
 
+#include "drafting_host/step/context_units.h"
+#include "drafting_host/step/data_sections.h"
+#include "drafting_host/step/distant_shapes.h"
 #include "drafting_host/step/double_relations.h"
 #include "drafting_host/step/long_statements.h"
 #include "drafting_host/step/look_targets.h"
 #include "drafting_host/step/model_faults.h"
 #include "drafting_host/step/modeller_session.h"
 #include "drafting_host/step/part_places.h"
+#include "drafting_host/step/place_operators.h"
 #include "drafting_host/step/product_shapes.h"
+#include "drafting_host/step/shared_solids.h"
 #include "drafting_host/step/step_externals.h"
 #include "drafting_host/step/step_notes.h"
 #include "drafting_host/step/step_text.h"
@@ -84,8 +89,12 @@ std::string WithoutMark(std::string content) {
 
 }  // namespace
 
-Loading::Loading(const std::filesystem::path& path)
-    : mPath(path), mContent(WithoutMark(ContentOf(path))), mStatements(mContent), mQuarantine(mStatements) {
+Loading::Loading(const std::filesystem::path& path, LengthUnit unit)
+    : mPath(path),
+      mUnit(unit),
+      mContent(WithoutMark(ContentOf(path))),
+      mStatements(mContent),
+      mQuarantine(mStatements) {
     RequireStep(path, mContent);
     RequireSoundFrame(path, mStatements);
     for (const StatementFault& fault : TextFaults(mStatements)) Remove(fault);
@@ -130,8 +139,13 @@ void Loading::Read() {
     const std::string_view whole = std::string_view(mContent).substr(0, *mStatements.End());
     std::string content = mQuarantine.Empty() ? mTexts->PutInto(whole, mCodePage)
                                               : mTexts->PutInto(mQuarantine.Content(), mCodePage);
+    if (HasManySections(mStatements)) content = WithOneSection(std::move(content));
     if (HasLongLists(mStatements)) content = WithoutLongLists(std::move(content));
     if (HasNestedUnits(mStatements)) content = WithDirectUnits(std::move(content));
+    if (HasUnitlessContexts(mStatements)) content = WithUnitsOfLength(std::move(content), mUnit);
+    if (HasDistantShapes(mStatements)) content = WithNearShapes(std::move(content));
+    if (HasSharedSolids(mStatements)) content = WithOwnSolids(std::move(content));
+    if (HasShortOperators(mStatements)) content = WithWholeOperators(std::move(content));
     if (HasIndirectLooks(mStatements)) content = WithDirectLooks(std::move(content));
     if (HasUntiedShapes(mStatements)) content = WithTiedShapes(std::move(content));
     if (HasMisreadPlaces(mStatements)) content = WithPlacesFromTheOrigin(std::move(content));

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "drafting_host/solids/length_unit.h"
 #include "drafting_host/step/body_faults.h"
 #include "drafting_host/step/step_document.h"
 #include "drafting_host/step/step_quarantine.h"
@@ -21,7 +22,8 @@ class Loading {
   public:
     /// Reads the text and takes out what it shows to be faulty. Throws Failure for a file that is no whole
     /// STEP file, or whose products hang on a fault.
-    explicit Loading(const std::filesystem::path& path);
+    /// Lengths without a unit are in this one.
+    Loading(const std::filesystem::path& path, LengthUnit unit);
 
     /// Has the modeller read it, and where statements are faulty once more without them. Throws as the
     /// constructor does.
@@ -47,6 +49,7 @@ class Loading {
     bool IsPaper(int number) const;
 
     std::filesystem::path mPath;
+    LengthUnit mUnit;
     std::string mContent;
     Statements mStatements;
     Quarantine mQuarantine;

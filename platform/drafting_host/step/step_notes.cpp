@@ -208,8 +208,10 @@ void NoteMendedTexts(const StandIns& texts, StepDocument& document) {
 }
 
 void NoteBrokenEscapes(const StandIns& texts, const Statements& statements, StepDocument& document) {
+    std::size_t last = 0;  // They come in the order of the file.
     for (const std::string& text : texts.Broken()) {
-        const std::size_t place = statements.Content().find("'" + text + "'");
+        const std::size_t place = statements.Content().find("'" + text + "'", last);
+        if (place != std::string_view::npos) last = place;
         document.notes.push_back({"text '" + text +
                                       "' has a broken escape and is taken as it stands: expected " +
                                       "\\X2\\ or \\X4\\ with groups of four or eight digits up to \\X0\\, or "

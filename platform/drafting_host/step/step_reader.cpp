@@ -24,6 +24,7 @@
 #include "drafting_host/solids/transform.h"
 #include "drafting_host/step/ball_faces.h"
 #include "drafting_host/step/body_faults.h"
+#include "drafting_host/step/context_units.h"
 #include "drafting_host/step/double_bodies.h"
 #include "drafting_host/step/double_looks.h"
 #include "drafting_host/step/double_relations.h"
@@ -32,6 +33,7 @@
 #include "drafting_host/step/part_places.h"
 #include "drafting_host/step/place_operators.h"
 #include "drafting_host/step/product_shapes.h"
+#include "drafting_host/step/shared_solids.h"
 #include "drafting_host/step/step_externals.h"
 #include "drafting_host/step/step_loading.h"
 #include "drafting_host/step/step_notes.h"
@@ -79,7 +81,9 @@ std::optional<std::string> PartMadeOf(STEPCAFControl_Reader& reader,
     std::optional<std::string> part;
     if (shape.IsNull()) return part;
     for (TopExp_Explorer solid(shape, TopAbs_SOLID); solid.More(); solid.Next()) {
-        const auto name = names.find(solid.Current().TShape().get());
+        auto name = names.find(solid.Current().TShape().get());
+        if (const TopExp_Explorer face(solid.Current(), TopAbs_FACE); name == names.end() && face.More())
+            name = names.find(face.Current().TShape().get());
         if (name == names.end()) return std::nullopt;
         if (!part) part = name->second;
     }
@@ -218,13 +222,14 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
                      std::vector<OutsidePart>& outside) {
     StepDocument document;
     Handle(TDocStd_Document) assembly = new TDocStd_Document("BinXCAF");
-    document.millimetresPerUnit = MillimetresPerUnit(file.Model());
+    if (NamesUnits(file.Text())) document.millimetresPerUnit = MillimetresPerUnit(file.Model());
     BringBodiesTo(unit);
     if (!file.Reader().Transfer(assembly)) file.RefuseEmpty();
     NoteCodePage(file.Page(), document);
     NoteMendedTexts(file.Texts(), document);
     NoteBrokenEscapes(file.Texts(), file.Text(), document);
     NoteUnits(file.Text(), file.Page(), document);
+    NoteUnitlessContexts(file.Text(), unit, document);
     const bool ownFile = IsWrittenHere(file.Text().Content());
     document.isWrittenHere = ownFile;
     PartFlattener parts(assembly, file.Texts(), ownFile, ExternalFiles(file.Text(), file.Page()), document);
@@ -246,7 +251,7 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
     NoteLoosePieces(file.Text(), file.Page(), document);
     NoteDoubleBodies(file.Text(), document);
     NoteDoubleRelations(file.Text(), document);
-    NoteSharedShapes(file.Text(), file.Page(), document);
+    NoteSharedSolids(file.Text(), file.Page(), document);
     NoteDoubtfulUsages(file.Text(), document);
     // The modeller counts a product whose shape lies elsewhere as failed.
     if (parts.Outside().empty()) NoteFailedEntities(file.Reader().Reader(), document);
@@ -258,7 +263,7 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
 
 StepDocument Read(const std::filesystem::path& path, LengthUnit unit, Chain& chain) {
     std::vector<OutsidePart> outside;
-    Loading file(path);
+    Loading file(path, unit);
     file.Run();
     StepDocument document = ReadOwn(file, path, unit, outside);
     if (outside.empty()) return document;

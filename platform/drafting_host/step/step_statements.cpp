@@ -68,6 +68,7 @@ void Statements::Walk() {
             const std::size_t start = place;
             place = TakeFrame(start);
             const std::string_view text = mContent.substr(start, place - start);
+            mFrame.push_back({start, place});
             if (text.starts_with("DATA"))
                 inData = true;
             else if (text.starts_with("ENDSEC"))

@@ -40,6 +40,12 @@ struct RepeatedStatement {
     std::size_t first = 0, second = 0;  ///< Their places.
 };
 
+/// A piece without a number, from its first word to behind its ";": the end of a section, an entry of the
+/// head.
+struct FramePiece {
+    std::size_t place = 0, end = 0;
+};
+
 class Statements {
   public:
     explicit Statements(std::string_view content);
@@ -60,6 +66,8 @@ class Statements {
     std::optional<std::size_t> BrokenData() const { return mBrokenData; }
     std::optional<std::size_t> BrokenHead() const { return mBrokenHead; }
     std::optional<RepeatedStatement> Repeated() const { return mRepeated; }
+    /// All pieces outside of the numbered statements, in their order.
+    std::span<const FramePiece> Frame() const { return mFrame; }
 
     /// The line (from 1) of a place.
     std::size_t LineAt(std::size_t place) const;
@@ -76,6 +84,7 @@ class Statements {
     std::string_view mContent;
     std::vector<Statement> mStatements;
     std::vector<Reference> mReferences;
+    std::vector<FramePiece> mFrame;
     std::vector<std::uint32_t> mDense;  ///< By number, the index one past its statement; 0 for none.
     std::unordered_map<int, std::uint32_t> mSparse;  ///< Instead, where the numbers lie far apart.
     std::optional<std::size_t> mEnd, mBrokenData, mBrokenHead;

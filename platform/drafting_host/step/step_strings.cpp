@@ -208,10 +208,14 @@ std::string WithTexts(std::string_view content, Exchange exchange) {
     return result;
 }
 
-/// Whether the modeller takes and gives the text as it is: it asks for a character that shows, and strips
-/// blanks.
+/// The modeller has room for some ten thousand characters in a word.
+constexpr std::size_t LongestPlain = 1000;
+
+/// Whether the modeller takes and gives the text as it is: it asks for a character that shows, strips blanks,
+/// and refuses a file for a text that is too long for it.
 bool IsPlain(std::string_view text) {
     if (text.empty()) return true;
+    if (text.size() > LongestPlain) return false;
     if (text.front() == ' ' || text.back() == ' ' || text.starts_with(WordPrefix)) return false;
     return std::ranges::all_of(text, [](char c) { return IsPrintable(c) && c != '\'' && c != '\\'; });
 }

@@ -6,9 +6,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "drafting_host/step/step_notes.h"
 #include "drafting_host/step/text_edits.h"
-#include "drafting_host/step/usage_tree.h"
 
 namespace brenvik::step {
 namespace {
@@ -19,44 +17,6 @@ int FirstOf(const Statements& statements, int number) {
     return isEmpty ? 0 : statements.ReferencesOf(*statement)[0].number;
 }
 
-bool IsSolid(const Statement& statement) {
-    return statement.kind == "MANIFOLD_SOLID_BREP" || statement.kind == "BREP_WITH_VOIDS" ||
-           statement.kind == "FACETED_BREP";
-}
-
-class Owners {
-  public:
-    Owners(const Statements& statements, CodePage codePage, StepDocument& document)
-        : mStatements(statements), mCodePage(codePage), mDocument(document) {}
-
-    void Take(int shape, int definition) {
-        const Statement* const statement = mStatements.Find(shape);
-        if (statement == nullptr) return;
-        bool isTold = false;
-        for (const Reference& item : mStatements.ReferencesOf(*statement)) {
-            const Statement* const solid = mStatements.Find(item.number);
-            if (solid == nullptr || !IsSolid(*solid)) continue;
-            const auto [owner, fresh] = mOwners.emplace(item.number, definition);
-            if (fresh || owner->second == definition || isTold) continue;
-            isTold = true;
-            mDocument.notes.push_back({"the solid " + Shown(item.number) + " is that of the products " +
-                                           NameOf(owner->second) + " and " + NameOf(definition) +
-                                           ": parts may be missing or bear another one's name",
-                                       mStatements.LineAt(solid->place)});
-        }
-    }
-
-  private:
-    std::string NameOf(int definition) const {
-        return "\"" + ProductName(mStatements, definition, mCodePage) + "\" (" + Shown(definition) + ")";
-    }
-
-    const Statements& mStatements;
-    CodePage mCodePage;
-    StepDocument& mDocument;
-    std::unordered_map<int, int> mOwners;  ///< Of solids, by their numbers.
-};
-
 /// Relationships that place a shape in another one.
 bool IsPlacing(const Statements& statements, const Statement& statement) {
     if (!statement.kind.empty()) return false;
@@ -66,20 +26,6 @@ bool IsPlacing(const Statements& statements, const Statement& statement) {
 }
 
 }  // namespace
-
-void NoteSharedShapes(const Statements& statements, CodePage codePage, StepDocument& document) {
-    const UsageTree tree(statements);
-    Owners owners(statements, codePage, document);
-    std::unordered_set<int> seen;
-    for (const Statement& statement : statements.All()) {
-        if (statement.kind != "SHAPE_DEFINITION_REPRESENTATION") continue;
-        const int definition = FirstOf(statements, FirstOf(statements, statement.number));
-        const Statement* const product = statements.Find(definition);
-        if (product == nullptr || !product->kind.starts_with("PRODUCT_DEFINITION")) continue;
-        if (product->kind == "PRODUCT_DEFINITION_SHAPE" || !seen.insert(definition).second) continue;
-        for (const int shape : tree.ShapesOf(definition)) owners.Take(shape, definition);
-    }
-}
 
 void NoteDoubtfulUsages(const Statements& statements, StepDocument& document) {
     std::unordered_map<int, int> placings;  // of usages, the first

@@ -3,12 +3,8 @@
 
 #include "drafting_host/step/step_document.h"
 #include "drafting_host/step/step_statements.h"
-#include "drafting_host/step/step_text.h"
 
 namespace brenvik::step {
-
-/// Tells shapes and solids that belong to two products: the modeller knows one product for each.
-void NoteSharedShapes(const Statements& statements, CodePage codePage, StepDocument& document);
 
 /// Tells usages that have two places, places that belong to no usage, and usages of a kind that isn't read.
 void NoteDoubtfulUsages(const Statements& statements, StepDocument& document);

@@ -170,7 +170,7 @@ void Collect(const InsertData& reference, const ReferenceLook& look, Counter& co
         }
         if (static_cast<std::int64_t>(solids.size()) == most)
             throw host_failure::NotPossible("the block \"" + reference.block + "\" shows itself");
-        solids.push_back({std::move(placed), std::abs(reference.scale.x), look});
+        solids.push_back({std::move(placed), EvenScale(reference).value_or(1), look});
     }
 }
 

@@ -99,6 +99,11 @@ double TakeStepUnits(HostDocument& document, const std::vector<double>& sizes, U
         notes.push_back({0, "--unit was passed over: lengths of this file are in several units"});
         choice.given.reset();
     }
+    if (sizes.empty()) {
+        const UnitStep step = StepToDrawing(choice, std::nullopt);
+        notes.insert(notes.end(), step.notes.begin(), step.notes.end());
+        return step.factor;
+    }
     double factor = 1;
     for (const double own : sizes) {
         const UnitStep step = StepToDrawing(choice, own);
