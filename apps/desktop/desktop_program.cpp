@@ -25,6 +25,7 @@
 #include "session/session.h"
 #include "widget_hands.h"
 #include "window_pictures.h"
+#include "work_keeper.h"
 
 namespace brenvik::desktop {
 
@@ -87,9 +88,14 @@ app::ExitStatus RunForAPerson(const DesktopOptions& options) {
     });
     ThePlatform().print = &printer;
     workplace.toldSettings.tell = [&window](const std::string& line) { window.Tell(line); };
+    WorkKeeper keeper(workplace.home, {[&desk] { return desk.AtRest(); },
+                                       [&window](const std::string& line) { window.Tell(line); }});
+    window.KeepWorkBy(&keeper);
     window.show();
     if (!options.drawing.empty()) window.OpenFile(options.drawing);
+    window.OfferRecovery(FindAbandonedWork(RecoveryFolder(workplace.home)));
     QApplication::exec();
+    window.KeepWorkBy(nullptr);
     ShowProgressBy(nullptr);
     ThePlatform().print = &workplace.printer;
     workplace.host.SetPrompts(nullptr);

@@ -2,6 +2,7 @@
 #include "form_desk.h"
 
 #include <QApplication>
+#include <utility>
 
 #include "base/failure.h"
 #include "form_window.h"
@@ -9,12 +10,30 @@
 
 namespace brenvik::desktop {
 
+namespace {
+
+/// A value for as long as it lives, and then the one before.
+class For {
+  public:
+    For(int& variable, int value) : mVariable(variable), mBefore(std::exchange(variable, value)) {}
+    ~For() { mVariable = mBefore; }
+    For(const For&) = delete;
+    For& operator=(const For&) = delete;
+
+  private:
+    int& mVariable;
+    int mBefore;
+};
+
+}  // namespace
+
 FormDesk::FormDesk() = default;
 FormDesk::~FormDesk() = default;
 
 void FormDesk::Do(const std::function<void()>& wish) {
     // Nothing may be thrown through the toolkit's own code.
     try {
+        const For going(mDepth, mDepth + 1);
         wish();
     } catch (const Failure& failure) {
         if (mKeepFailures)
@@ -51,6 +70,7 @@ void FormDesk::Open(Form& form, const std::function<void(FormWindow&)>& work) {
     window.PlaceAsForm();
     window.setModal(true);
     window.show();
+    const For waiting(mDepth, 0);
     while (form.Loaded()) work(window);
     window.hide();
 }

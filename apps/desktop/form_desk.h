@@ -25,6 +25,8 @@ class FormDesk {
     /// Carries out a user's action, then brings the windows up to date. A Failure is shown in a box, unless a
     /// journal plays: then it waits for RethrowKept.
     void Do(const std::function<void()>& wish);
+    /// Whether nothing that a user has set going is halfway: a form that waits for them is at rest.
+    bool AtRest() const { return mDepth == 0; }
     /// Brings every open window up to date.
     void ShowModels();
     /// For as long as `on`, failures are kept for whoever has set the widgets going.
@@ -47,6 +49,7 @@ class FormDesk {
 
   private:
     std::vector<std::unique_ptr<FormWindow>> mWindows;
+    int mDepth = 0;
     std::exception_ptr mKept;
     bool mKeepFailures = false;
 };

@@ -28,6 +28,7 @@
 #include "drawings/part_file.h"
 #include "file_roots/places.h"
 #include "outcome_window.h"
+#include "work_keeper.h"
 
 namespace brenvik::desktop {
 
@@ -121,6 +122,7 @@ void MainWindow::MakeFileMenu() {
     file->addSeparator();
     file->addAction(tr("&Save"), QKeySequence::Save, this, [this] { Save(); });
     file->addAction(tr("Save &as..."), QKeySequence(tr("Ctrl+Shift+S")), this, [this] { SaveAsAsked(); });
+    file->addAction(tr("&Keep unsaved work..."), this, [this] { AskKeepingInterval(); });
     file->addSeparator();
     file->addAction(tr("&Quit"), QKeySequence(tr("Ctrl+Q")), this, [this] { close(); });
 }
@@ -224,7 +226,7 @@ void MainWindow::ShowRecent() {
     mRecent->setEnabled(!mRecent->isEmpty());
 }
 
-bool MainWindow::OpenFile(const std::string& name) {
+HostDocument* MainWindow::Read(const std::string& name) {
     HostDocument* const before = Document();
     bool opened = false;
     QApplication::setOverrideCursor(Qt::WaitCursor);
@@ -241,14 +243,24 @@ bool MainWindow::OpenFile(const std::string& name) {
     if (!opened) {
         // Close the half-read drawing and keep the previous one.
         if (Document() != nullptr && Document() != before) mWorkplace.host.CloseDocument(*Document());
-        return false;
+        return nullptr;
     }
     QApplication::restoreOverrideCursor();
-    if (before != nullptr) mWorkplace.host.CloseDocument(*before);
+    if (before != nullptr) {
+        if (mKeeper != nullptr) mKeeper->Forget(*before);
+        mWorkplace.host.CloseDocument(*before);
+    }
     for (const ReadNote& note : Document()->Notes()) Tell(name + ": " + note.text);
+    return Document();
+}
+
+bool MainWindow::OpenFile(const std::string& name) {
+    HostDocument* const document = Read(name);
+    if (document == nullptr) return false;
     AddRecent(name);
     setWindowModified(false);
-    KeepHistory(*Document());
+    KeepHistory(*document);
+    if (mKeeper != nullptr) mKeeper->Follow(*document);
     ShowDrawing();
     return true;
 }
@@ -275,6 +287,7 @@ bool MainWindow::SaveUnder(const std::string& name) {
     }
     AddRecent(name);
     setWindowModified(false);
+    if (mKeeper != nullptr) mKeeper->Follow(*Document());
     ShowDrawing();
     statusBar()->showMessage(tr("Saved as %1.").arg(ToQt(name)));
     return true;
@@ -308,10 +321,10 @@ bool MainWindow::MayLeave() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-    if (MayLeave())
-        event->accept();
-    else
-        event->ignore();
+    if (!MayLeave()) return event->ignore();
+    // What isn't saved by now isn't wanted.
+    if (mKeeper != nullptr && Document() != nullptr) mKeeper->Forget(*Document());
+    event->accept();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {

@@ -13,6 +13,7 @@
 #include "form_desk.h"
 #include "home/workplace.h"
 #include "part_lines.h"
+#include "recovery_store.h"
 
 class QAction;
 class QComboBox;
@@ -25,6 +26,7 @@ class QTreeWidgetItem;
 namespace brenvik::desktop {
 
 class OutcomeWindow;
+class WorkKeeper;
 struct GroupedCommand;
 
 class MainWindow : public QMainWindow {
@@ -46,6 +48,10 @@ class MainWindow : public QMainWindow {
     QWidget& ShowOutcome();
     /// Whether a CNC run has ended since the last call.
     bool TakeOutcomeNews() { return mOutcomes.TakeNews(); }
+    /// Null for a window whose unsaved work nobody keeps. The keeper outlives the window, or is taken away.
+    void KeepWorkBy(WorkKeeper* keeper) { mKeeper = keeper; }
+    /// Asks about each piece of work that a crash has left, and opens what is wanted.
+    void OfferRecovery(std::vector<AbandonedWork> works);
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -80,11 +86,15 @@ class MainWindow : public QMainWindow {
     bool Save();
     bool SaveUnder(const std::string& name);
     bool SaveAsAsked();
-    void MarkChanged() { setWindowModified(true); }
+    /// Opens a drawing in the place of the one before; null where it can't be read, which has been told.
+    HostDocument* Read(const std::string& name);
+    void MarkChanged();
+    void AskKeepingInterval();
     HostDocument* Document() const { return mWorkplace.host.Active(); }
     void LoseView(const std::string& reason);
 
     PartPicture ReadPartPicture(const std::string& path);
+    bool Recover(AbandonedWork& work);
 
     app::Workplace& mWorkplace;
     FormDesk& mDesk;
@@ -93,6 +103,7 @@ class MainWindow : public QMainWindow {
     HostApplication mPartFiles;
     OutcomeWindow* mOutcomeWindow = nullptr;
     std::unique_ptr<DrawingView> mView;
+    WorkKeeper* mKeeper = nullptr;
     QMenu* mRecent = nullptr;
     QAction* mUndo = nullptr;
     QAction* mRedo = nullptr;
