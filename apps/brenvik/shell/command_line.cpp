@@ -106,9 +106,9 @@ int RunCommandLine(int argc, char** argv) {
     line.parser.set_version_flag("--version", "brenvik " BRENVIK_VERSION);
     line.parser.require_subcommand(1);
     for (const Command& command :
-         {InitCommand(), ListCommand(), ExportCommand(), CncCommand(), ProveCommand(), RunCommand(),
-          ConvertCommand(), SampleCommand(), SettingsCommand(), MaterialsCommand(), PartsCommand(),
-          PictureCommand(), DesktopCommand(), HelpCommand()})
+         {InitCommand(), ListCommand(), ExportCommand(), CncCommand(), JoinCommand(), ProveCommand(),
+          RunCommand(), ConvertCommand(), SampleCommand(), SettingsCommand(), MaterialsCommand(),
+          PartsCommand(), PictureCommand(), DesktopCommand(), HelpCommand()})
         AddCommand(line.parser, command, line);
     line.parser.footer(ListOfMethods() +
                        "\nExit status: 0 done, with what had to be assumed reported on standard error; 1 "

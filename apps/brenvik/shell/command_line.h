@@ -30,6 +30,7 @@ struct DrawingOptions {
 };
 
 Command CncCommand();
+Command JoinCommand();
 Command InitCommand();
 Command ListCommand();
 Command ExportCommand();

@@ -27,8 +27,8 @@ bool IsWorkLayer(std::string_view name) {
 
 }  // namespace
 
-void PrepareDrawing(AcadDocument& drawing) {
-    const bool save = ToInteger(NumberSetting(setting::CNCSave)) == 0;
+void PrepareDrawing(AcadDocument& drawing, DrawingSave saving) {
+    const bool save = saving == DrawingSave::AsSet && ToInteger(NumberSetting(setting::CNCSave)) == 0;
     drawing.SendCommand("_ucs\rw\r");
     if (save) ShowAndResume(ShowFailureWithDetail, [&] { drawing.Save(); });
     for (const std::string_view variable :

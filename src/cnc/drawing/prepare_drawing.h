@@ -5,9 +5,11 @@
 
 namespace brenvik {
 
-/// Sets world coordinates, saves the drawing unless the settings turn that off, and sets the host's
+enum class DrawingSave { AsSet, Never };
+
+/// Sets world coordinates, saves the drawing unless that or the settings turn it off, and sets the host's
 /// variables. If the drawing can't be saved, a message says so and the command continues.
-void PrepareDrawing(AcadDocument& drawing);
+void PrepareDrawing(AcadDocument& drawing, DrawingSave saving = DrawingSave::AsSet);
 
 /// In a part's own drawing: solids that are hidden, or on a layer that is frozen or off, come within reach of
 /// the commands, and those on a layer that has the name of a work layer leave it. They go to layer 0. The

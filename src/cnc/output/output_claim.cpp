@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "base/letter_case.h"
 #include "base/skip.h"
 #include "base/text.h"
 #include "base/wildcard.h"
@@ -75,7 +76,8 @@ bool IsFileOfARun(const std::string& name) {
     const auto matches = [&](std::string_view pattern) {
         return MatchesWildcards(name, pattern, FileWildcards);
     };
-    return std::ranges::any_of(patterns, matches) || IsWorkList(name);
+    return std::ranges::any_of(patterns, matches) || IsWorkList(name) || EqualsIgnoreCase(name, ShareText) ||
+           EqualsIgnoreCase(name, std::string(ShareText) + std::string(UnfinishedListEnding));
 }
 
 void NoteForeignFiles(std::string_view folder, bool (*isOwn)(const std::string& name)) {

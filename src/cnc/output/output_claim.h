@@ -14,6 +14,9 @@ namespace brenvik {
 
 class AcadDocument;
 
+/// What a run that did only a share of its parts is known by, in its folder.
+inline constexpr std::string_view ShareText = "share.txt";
+
 /// Held until the run has ended.
 using OutputClaims = std::vector<std::unique_ptr<FolderClaim>>;
 

@@ -11,6 +11,7 @@
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/prepare_drawing.h"
 #include "cnc/output/output_claim.h"
+#include "cnc/run/run_share.h"
 #include "parts/cnc_list.h"
 #include "parts/letters_in_use.h"
 #include "parts/mautocad.h"
@@ -99,7 +100,8 @@ void RemoveIfThere(const std::string& path) {
 }
 
 void PrepareSession(RunState& run) {
-    PrepareDrawing(*run.sessionDrawing);
+    // Those who do the other shares are reading it.
+    PrepareDrawing(*run.sessionDrawing, ShareOfRuns() == nullptr ? DrawingSave::AsSet : DrawingSave::Never);
     run.SpoilAmount = NumberSetting(setting::BiesseWorksSpoil);
     if (SwitchIsOn(setting::MyWindowState))
         Skip([&] { run.app->SetWindowState(WindowStateKind::Minimized); });

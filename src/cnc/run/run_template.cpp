@@ -12,6 +12,7 @@
 #include "cnc/part/run_report.h"
 #include "cnc/run/part_files.h"
 #include "cnc/run/run_set_up.h"
+#include "cnc/run/run_share.h"
 #include "cnc/run/spread_parts.h"
 #include "session/message.h"
 #include "session/module_state.h"
@@ -43,7 +44,8 @@ void ApplyGridBeforeRun(const RunState& run, const RunHooks& hooks) {
         hooks.applyLastList();
 }
 
-/// Whether to show the closing message: not if there were no parts, or the list kept its unfinished name.
+/// Whether to show the closing message: not if there were no parts, for a share of them, or if the list kept
+/// its unfinished name.
 bool WorkThrough(RunState& run, const PassWork& steps, const RunHooks& hooks) {
     steps.clearWorkLists(run.target);
     ShowMessage(RunWarning);
@@ -58,6 +60,11 @@ bool WorkThrough(RunState& run, const PassWork& steps, const RunHooks& hooks) {
         parts = WritePartFiles(run, *prev, quantities);
     }
     run.report.parts = static_cast<int>(parts.size());
+    if (const RunShare* share = ShareOfRuns()) {
+        WorkOnShare(run, steps, parts, *share);
+        run.report.complete = true;
+        return false;
+    }
     PartsEnd end = PartsEnd::EndedByPart;
     const std::optional<Failure> failure = Attempt([&] { end = WorkOnPartsSpread(run, steps, parts); });
     if (end == PartsEnd::Cancelled) {

@@ -2,49 +2,25 @@
 // takes the parts in their order, so that nobody can tell from its files, lists and messages who made what.
 #include "cnc/run/spread_parts.h"
 
-#include <array>
 #include <utility>
 
 #include "base/failure.h"
-#include "base/skip.h"
 #include "cnc/part/run_report.h"
-#include "cnc/part/second_side.h"
 #include "cnc/run/part_result.h"
+#include "cnc/run/work_apart.h"
 #include "parts/part_trouble.h"
 #include "session/message.h"
 #include "session/module_state.h"
 #include "session/ports/workers_port.h"
 #include "session/progress.h"
 #include "session/session.h"
-#include "settings/bit_in_hand.h"
 
 namespace brenvik {
 
 namespace {
 
-constexpr std::string_view ProgressOfRun = "CNC run";
-
 struct RunWorkers {
     WorkersPort* port = nullptr;
-};
-
-/// Keeps the boxes of a part. Whoever has something to answer isn't here.
-class KeptDialogs : public DialogPort {
-  public:
-    void ShowModal(Form&) override { asked = true; }
-    MessageAnswer Show(const MessageRequest& request) override {
-        if (request.buttons != MessageButtons::Ok) asked = true;
-        boxes.push_back(request);
-        return MessageAnswer::Ok;
-    }
-    std::optional<std::string> ChooseFile(const FileRequest&) override {
-        asked = true;
-        return std::nullopt;
-    }
-    void DoEvents() override {}
-
-    bool asked = false;
-    std::vector<MessageRequest> boxes;
 };
 
 /// The run as a worker and as the one who takes the parts see it.
@@ -65,55 +41,23 @@ class SpreadRun {
     SpreadRun& operator=(const SpreadRun&) = delete;
 
     PartsEnd Work() {
-        mWorkers.Spread({mParts.size(), [this](std::size_t part) { return WorkApart(part); },
-                         [this](std::size_t part, const WorkerEnd& end) {
-                             mTaken = part;
-                             if (!mProgress.Next(mParts[part].label)) {
-                                 mLoop.CancelAt(part);
-                                 mEnd = PartsEnd::Cancelled;
-                             } else if (!Take(part, end)) {
-                                 mEnd = PartsEnd::EndedByPart;
-                             }
-                             return mEnd == PartsEnd::Whole;
-                         }});
+        mWorkers.Spread(
+            {mParts.size(),
+             [this](std::size_t part) { return WorkOnPartApart(mRun, mSteps, mParts, part, mWorkers); },
+             [this](std::size_t part, const WorkerEnd& end) {
+                 mTaken = part;
+                 if (!mProgress.Next(mParts[part].label)) {
+                     mLoop.CancelAt(part);
+                     mEnd = PartsEnd::Cancelled;
+                 } else if (!Take(part, end)) {
+                     mEnd = PartsEnd::EndedByPart;
+                 }
+                 return mEnd == PartsEnd::Whole;
+             }});
         return mEnd;
     }
 
   private:
-    std::array<std::string, 2> FilesOf(std::size_t part) const {
-        return {mParts[part].FirstSidePath(), mParts[part].SecondSidePath()};
-    }
-
-    /// Of the second side, which a part leaves to the next one when its file could not be deleted.
-    bool HasFlags() const { return NeedsOtherSide(mRun) || mRun.part.ThroughRouteSeen != 0; }
-
-    /// In the other process.
-    std::string WorkApart(std::size_t part) {
-        PartResult result;
-        KeptDialogs dialogs;
-        ThePlatform().dialogs = &dialogs;
-        ObserveRuns(nullptr);
-        ShowProgressBy(nullptr);
-        mWorkers.WorkApart(OutputFolder, part, FilesOf(part));
-        mRun.report = {};
-        TakePartTroubles();
-        PassWork steps = mSteps;
-        steps.addListLine = [&](RunState& run) { result.lines.push_back(mSteps.takeListLine(run)); };
-        // The run looks whether the parts before it have left any.
-        CancelOtherSide(mRun);
-        bool goesOn = false;
-        // Of files, as all others are reported: in the real folder the same may go another way.
-        Skip([&] { goesOn = PartLoop(mRun, steps, mParts).WorkOn(part); });
-        result.isForTheRun = !goesOn || dialogs.asked || HasUsedBitOfEarlierPart() || HasFlags();
-        if (HasBitOfItsOwn()) result.bits = mRun.part.bits;
-        if (!Skip([&] { result.files = mWorkers.MadeApart(OutputFolder, FilesOf(part)); }))
-            result.isForTheRun = true;
-        result.boxes = std::move(dialogs.boxes);
-        result.report = std::move(mRun.report);
-        result.troubles = TakePartTroubles();
-        return PackResult(result);
-    }
-
     /// Takes what came of a part into the run.
     bool Take(std::size_t part, const WorkerEnd& end) {
         detail::TellRunObserver(
@@ -124,8 +68,9 @@ class SpreadRun {
         }
         PartResult result;
         if (end.kind == WorkerEnd::Kind::Done) result = UnpackResult(end.text);
-        const bool isForTheRun = result.isForTheRun || HasFlags() || end.kind == WorkerEnd::Kind::Talked;
-        if (isForTheRun || !mWorkers.TakeOver(OutputFolder, part, FilesOf(part), result.files)) {
+        const bool isForTheRun =
+            result.isForTheRun || HasFlagsOfSecondSide(mRun) || end.kind == WorkerEnd::Kind::Talked;
+        if (isForTheRun || !mWorkers.TakeOver(OutputFolder, part, LentFilesOf(mParts[part]), result.files)) {
             mWorkers.Discard(OutputFolder, part);
             return mLoop.WorkOn(part);
         }
@@ -150,7 +95,7 @@ class SpreadRun {
     void Drop(std::size_t part, const std::string& how) {
         mWorkers.Discard(OutputFolder, part);
         RemovePartFiles(mParts[part]);
-        mRun.report.unexplained.push_back("The part " + mParts[part].label + " was skipped: " + how + ".");
+        mRun.report.unexplained.push_back(SkippedFor(mParts[part], how));
     }
 
     RunState& mRun;

@@ -1,0 +1,119 @@
+// brenvik join: one run out of the shares that several calls have made of it. It is the run of these calls
+// over the whole drawing, which takes what came of a part in the place of the work on it.
+#include <filesystem>
+#include <memory>
+#include <system_error>
+
+#include "commands/cnc_call.h"
+#include "commands/joined_shares.h"
+#include "commands/share_text.h"
+#include "file_roots/places.h"
+#include "file_roots/whole_file.h"
+
+namespace brenvik::app {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct JoinOptions {
+    std::vector<std::string> folders;
+    std::string out, drawing;
+    bool quiet = false;
+};
+
+[[noreturn]] void Refuse(const std::string& why) { throw CommandError(ExitStatus::WrongWords, why); }
+
+std::string NameOf(const Share& share) {
+    return "share " + std::to_string(share.number) + "/" + std::to_string(share.of);
+}
+
+void RequireEmptyFolder(const std::string& out) {
+    std::error_code error;
+    const fs::path folder = PathFromText(out);
+    if (fs::exists(folder, error) && !fs::is_directory(folder, error))
+        Refuse("--out: expected a folder, found the file " + out);
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
+        if (const std::string name = TextFromPath(entry->path().filename());
+            !name.starts_with(WorkFilePrefix))
+            Refuse("--out: expected an empty folder, and " + out + " holds " + name);
+}
+
+/// Each of one job, and all of them.
+std::vector<ShareInFolder> ReadShares(const std::vector<std::string>& folders) {
+    std::vector<ShareInFolder> shares;
+    for (const std::string& folder : folders) {
+        shares.push_back({folder, ReadShare(folder)});
+        const Share& share = shares.back().share;
+        if (const auto difference = DifferenceOf(shares.front().share.job, share.job))
+            Refuse(folder + ": expected a share of one job with " + folders.front() + "; " + *difference);
+        if (share.done.partsOfRun != shares.front().share.done.partsOfRun)
+            Refuse(folder + ": expected a share of " + std::to_string(shares.front().share.done.partsOfRun) +
+                   " parts as " + folders.front() + ", found one of " +
+                   std::to_string(share.done.partsOfRun));
+        for (const ShareInFolder& other : shares)
+            if (&other != &shares.back() && other.share.number == share.number)
+                Refuse(folder + ": expected another share than " + other.folder + " has, found " +
+                       NameOf(share) + " in both");
+    }
+    const std::size_t of = shares.front().share.of;
+    for (std::size_t number = 1; number <= of; ++number) {
+        bool isThere = false;
+        for (const ShareInFolder& share : shares) isThere = isThere || share.share.number == number;
+        if (!isThere)
+            Refuse("expected all " + std::to_string(of) + " shares of the job of " + folders.front() +
+                   "; share " + std::to_string(number) + "/" + std::to_string(of) + " is missing");
+    }
+    for (const ShareInFolder& share : shares) RequireFilesOf(share);
+    return shares;
+}
+
+/// The drawing that the shares were made of: where the call says, or where they had it.
+std::string DrawingOf(const ShareJob& job, const std::string& given) {
+    const std::string content = job.Fact("content of the drawing");
+    const std::vector<std::string> places =
+        given.empty() ? std::vector<std::string>{job.drawing, job.place} : std::vector<std::string>{given};
+    for (const std::string& place : places)
+        if (DigestOfFile(place) == content) return place;
+    throw CommandError(ExitStatus::Unreadable,
+                       places.back() + ": expected the drawing that the shares were made of, " +
+                           (DigestOfFile(places.back()) ? "found another one" : "found none") +
+                           "; name it with --drawing");
+}
+
+ExitStatus JoinAll(const HeldHome& home, const JoinOptions& options) {
+    RequireEmptyFolder(options.out);
+    const std::vector<ShareInFolder> shares = ReadShares(options.folders);
+    const ShareJob& job = shares.front().share.job;
+    CncOptions run = OptionsOf(job);
+    run.drawing.drawing = DrawingOf(job, options.drawing);
+    run.drawing.quiet = options.quiet;
+    run.out = options.out;
+    if (const auto difference = DifferenceOf(job, JobOf(home, run, shares.size())))
+        Refuse("expected this program and home to be as those of " + options.folders.front() + "; " +
+               *difference);
+    return CallCnc(home, run,
+                   [&](FileRoots& files) { return std::make_unique<JoinedShares>(files, shares); });
+}
+
+}  // namespace
+
+Command JoinCommand() {
+    auto options = std::make_shared<JoinOptions>();
+    return {
+        "join",
+        "Put the shares of a CNC run together that cnc --shard has made: the files, lists and messages are "
+        "those of one run over the whole drawing",
+        {Argument("FOLDER", &options->folders, "The folders of all shares, in any order").Required(),
+         Argument("--out", &options->out, "Where the files go: an empty folder, or one that isn't there")
+             .Required()
+             .Named("DIR"),
+         Argument("--drawing", &options->drawing, "The drawing, where it lies elsewhere than for the shares")
+             .Named("FILE"),
+         Argument("--quiet", &options->quiet,
+                  "Leave out progress and remarks; errors and message boxes are still told")},
+        [options](const std::string& home) { return JoinAll(HoldHome(home), *options); },
+        {}};
+}
+
+}  // namespace brenvik::app

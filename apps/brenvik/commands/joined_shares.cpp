@@ -1,0 +1,93 @@
+// Each file goes into the run's folder by its fingerprint.
+#include "commands/joined_shares.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <optional>
+
+#include "base/sha256.h"
+#include "base/skip.h"
+#include "cnc/output/output_claim.h"
+#include "cnc/run/part_result.h"
+#include "file_roots/places.h"
+#include "file_roots/whole_file.h"
+#include "shell/exit_status.h"
+
+namespace brenvik::app {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view SecondSides = "2-sided\\";
+
+bool IsNameOfARun(std::string_view name) {
+    if (name.starts_with(SecondSides)) name.remove_prefix(SecondSides.size());
+    return name.find_first_of("\\/") == std::string_view::npos && IsFileOfARun(std::string(name));
+}
+
+std::string PlaceOf(const std::string& folder, std::string name) {
+    std::ranges::replace(name, '\\', '/');
+    return folder + "/" + name;
+}
+
+}  // namespace
+
+void RequireFilesOf(const ShareInFolder& share) {
+    for (const SharedPart& part : share.share.done.parts) {
+        if (part.end.kind != WorkerEnd::Kind::Done) continue;
+        const std::vector<std::string> files = UnpackResult(part.end.text).files;
+        for (std::size_t file = 0; file < files.size(); ++file) {
+            const std::string place = PlaceOf(share.folder, files[file]);
+            const std::optional<std::string> digest =
+                IsNameOfARun(files[file]) ? DigestOfFile(place) : std::nullopt;
+            if (digest && file < part.digests.size() && *digest == part.digests[file]) continue;
+            throw CommandError(ExitStatus::Unreadable,
+                               place + ": expected the file as share " + std::to_string(share.share.number) +
+                                   "/" + std::to_string(share.share.of) + " has written it, found " +
+                                   (digest ? "another one" : "none"));
+        }
+    }
+}
+
+JoinedShares::JoinedShares(FileRoots& roots, const std::vector<ShareInFolder>& shares) : mFiles(roots) {
+    for (const ShareInFolder& share : shares) {
+        mParts.resize(std::max(mParts.size(), share.share.done.partsOfRun));
+        for (const SharedPart& part : share.share.done.parts)
+            if (part.part < mParts.size()) mParts[part.part] = {&share, &part};
+    }
+}
+
+void JoinedShares::Spread(const SpreadWork& work) {
+    for (std::size_t part = 0; part < work.parts; ++part) {
+        WorkerEnd end{WorkerEnd::Kind::Talked, {}};
+        if (work.parts == mParts.size() && mParts[part].part != nullptr) end = mParts[part].part->end;
+        if (!work.take(part, end)) return;
+    }
+}
+
+bool JoinedShares::TakeOver(std::string_view folder, std::size_t part, std::span<const std::string> files,
+                            std::span<const std::string> made) {
+    const Known& known = mParts[part];
+    const std::vector<std::string>& digests = known.part->digests;
+    bool areTaken = digests.size() == made.size();
+    const bool isDone = Skip([&] {
+        areTaken = areTaken && Sha256(mFiles.ReadFile(files.front())) == known.part->drawing;
+        for (std::size_t file = 0; areTaken && file < made.size(); ++file) {
+            std::ifstream stream(PathFromText(PlaceOf(known.share->folder, made[file])), std::ios::binary);
+            const std::string content{std::istreambuf_iterator<char>(stream), {}};
+            areTaken = IsNameOfARun(made[file]) && Sha256(content) == digests[file];
+            if (!areTaken) return;
+            if (made[file].starts_with(SecondSides)) mFiles.MakeFolder(std::string(folder) + "2-sided\\");
+            const std::string path = std::string(folder) + made[file];
+            WriteWholeFile(mFiles.Resolve(path), content);
+        }
+    });
+    if (!isDone || !areTaken) return false;
+    for (const std::string& file : files) Skip([&] { mFiles.RemoveFile(file); });
+    return true;
+}
+
+}  // namespace brenvik::app

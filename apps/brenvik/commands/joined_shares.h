@@ -1,0 +1,44 @@
+// Shares of a run in the place of its workers: what came of a part is there already.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "commands/share_text.h"
+#include "file_roots/file_roots.h"
+#include "session/ports/workers_port.h"
+
+namespace brenvik::app {
+
+struct ShareInFolder {
+    std::string folder;  ///< As the user names it.
+    Share share;
+};
+
+/// Throws CommandError for a share whose files aren't as it has written them.
+void RequireFilesOf(const ShareInFolder& share);
+
+class JoinedShares : public WorkersPort {
+  public:
+    JoinedShares(FileRoots& roots, const std::vector<ShareInFolder>& shares);
+
+    int ProcessesFor(std::size_t parts) override { return parts == 0 ? 1 : 2; }
+    void Spread(const SpreadWork& work) override;
+    void WorkApart(std::string_view, std::size_t, std::span<const std::string>) override {}
+    std::vector<std::string> MadeApart(std::string_view, std::span<const std::string>) override { return {}; }
+    /// False where the drawing of the part isn't the one that its share has worked on, or a file has changed
+    /// meanwhile: the run works on the part then.
+    bool TakeOver(std::string_view folder, std::size_t part, std::span<const std::string> files,
+                  std::span<const std::string> made) override;
+    void Discard(std::string_view, std::size_t) override {}
+
+  private:
+    struct Known {
+        const ShareInFolder* share = nullptr;
+        const SharedPart* part = nullptr;
+    };
+    FileRoots& mFiles;
+    std::vector<Known> mParts;
+};
+
+}  // namespace brenvik::app
