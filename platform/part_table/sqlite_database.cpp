@@ -33,11 +33,6 @@ class TableRecordset : public Recordset {
         return mCurrent >= mResult.recordCount;
     }
 
-    void MoveFirst() override {
-        RequireOpen();
-        mCurrent = 0;
-    }
-
     void MoveNext() override {
         if (Eof())
             throw DatabaseFailure(failure_number::NoCurrentRecord, "There is no record to move on from");

@@ -28,7 +28,6 @@ struct SettingEntry {
     std::string_view caption;  ///< Of that control.
     bool createdAtInstall;     ///< A value that isn't reads as blank until the system first writes it.
     std::string_view metric, imperial;  ///< What an installation begins with.
-    std::string_view readBy;
 };
 
 /// All values but the column widths, which follow from the column width key list.

@@ -35,11 +35,9 @@ TEST_F(Document, AClosedDrawingAnswersWithAFailure) {
     EXPECT_EQ(FailureOf([&] { old.SelectionSets(); }).number(), host_failure_number::WasErased);
 }
 
-TEST_F(Document, WindowStateAndZoomAreKept) {
+TEST_F(Document, WindowStateIsKept) {
     application.SetWindowState(WindowStateKind::Minimized);
     EXPECT_EQ(application.WindowState(), WindowStateKind::Minimized);
-    application.ZoomExtents();
-    EXPECT_EQ(application.ZoomCount(), 1);
 }
 
 TEST_F(Document, AnUnnamedDrawingHasBlankNamesAndCantBeSaved) {

@@ -16,13 +16,11 @@ class PartRecords : public PartTable {
     }
 };
 
-TEST_F(PartRecords, AreWalkedForwardAndFromTheFirst) {
+TEST_F(PartRecords, AreWalkedForward) {
     const std::unique_ptr<Recordset> records = connection->OpenRecordset("select * from brenvik_data");
     std::string walked;
     for (; !records->Eof(); records->MoveNext()) walked += Text(records->Value("bv_id")) + " ";
     EXPECT_EQ(walked, "1A 2B 3C ");
-    records->MoveFirst();
-    EXPECT_EQ(records->Value("bv_id"), FieldValue("1A"));
 }
 
 TEST_F(PartRecords, AnyRecordIsReadWithTheCurrentOneLeftAlone) {

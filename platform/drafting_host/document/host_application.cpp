@@ -67,10 +67,8 @@ AcadDocuments& HostApplication::Documents() { return mDocumentList; }
 WindowStateKind HostApplication::WindowState() const { return mWindowState; }
 void HostApplication::SetWindowState(WindowStateKind state) { mWindowState = state; }
 
-void HostApplication::ZoomExtents() {
-    ActiveDocument();
-    ++mZoomCount;
-}
+// Whoever shows a drawing zooms; without an open one it fails all the same.
+void HostApplication::ZoomExtents() { ActiveDocument(); }
 
 std::unique_ptr<SolidMeasurer> HostApplication::CreateMeasurer() {
     return std::make_unique<HostMeasurer>(*this);

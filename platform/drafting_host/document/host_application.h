@@ -91,8 +91,6 @@ class HostApplication final : public AcadApplication, public MeasuringPort, publ
     using CommandEndedHandler = std::function<void(HostDocument& document, std::string_view commandName)>;
     void SetCommandEndedHandler(CommandEndedHandler handler) { mCommandEnded = std::move(handler); }
     const CommandEndedHandler& CommandEnded() const { return mCommandEnded; }
-    /// How often the view was zoomed to the extents.
-    int ZoomCount() const { return mZoomCount; }
 
     /// The id of an entity, given at the first call and never given again.
     std::int32_t ObjectIdOf(const HostEntity& entity);
@@ -111,7 +109,6 @@ class HostApplication final : public AcadApplication, public MeasuringPort, publ
     std::unordered_map<std::int32_t, HostEntity*> mById;
     std::int32_t mNextId = 1000;
     WindowStateKind mWindowState = WindowStateKind::Maximized;
-    int mZoomCount = 0;
     PathResolver mResolver;
     PromptPort* mPrompts = nullptr;
     CommandLinePort* mCommandLine = nullptr;

@@ -171,7 +171,7 @@ bool BinaryGroups::Next(Group& group, CutOff& cut) {
     const std::size_t place = mAt;
     if (!TakeCode(group.code)) {
         mBrokeOff = true;
-        cut = {true, place, "a group code"};
+        cut = {place, "a group code"};
         return false;
     }
     if (KindOf(group.code) == ValueKind::None) {
@@ -181,7 +181,7 @@ bool BinaryGroups::Next(Group& group, CutOff& cut) {
     group.line = place;
     if (TakeValue(group.code, group.value)) return true;
     mBrokeOff = true;
-    cut = {true, place, "the whole value of group " + std::to_string(group.code)};
+    cut = {place, "the whole value of group " + std::to_string(group.code)};
     return false;
 }
 

@@ -95,13 +95,13 @@ bool GroupReader::NextTextGroup(Group& group) {
     const TextLine code = mAt < mContent.size() ? NextLine() : TextLine{};
     if (!ParseCode(code.text, group.code)) {
         if (!code.ended || (WithoutBlanks(code.text).empty() && OnlyBlanksLeft())) {
-            mCut = {true, std::max<std::size_t>(mLine, 1), "a group code"};
+            mCut = {std::max<std::size_t>(mLine, 1), "a group code"};
             return false;
         }
         throw InvalidDxf(mFileName, mLine, "a group code (a whole number)", Shown(code.text));
     }
     if (mAt >= mContent.size()) {
-        mCut = {true, mLine, "the value of group " + std::to_string(group.code)};
+        mCut = {mLine, "the value of group " + std::to_string(group.code)};
         return false;
     }
     const TextLine value = NextLine();
@@ -109,7 +109,7 @@ bool GroupReader::NextTextGroup(Group& group) {
     group.line = mLine;
     const bool isEnd = group.code == 0 && WithoutBlanks(value.text) == "EOF";
     if (!value.ended && !isEnd) {
-        mCut = {true, mLine, "the whole value of group " + std::to_string(group.code) + " and a line end"};
+        mCut = {mLine, "the whole value of group " + std::to_string(group.code) + " and a line end"};
         return false;
     }
     return true;

@@ -27,7 +27,6 @@ std::string PlaceText(std::size_t place, PlaceUnit unit);
 
 /// What a file was cut off in.
 struct CutOff {
-    bool happened = false;
     std::size_t line = 0;
     std::string expected;
 };

@@ -118,7 +118,6 @@ Candidate CandidateAt(const Outline& outline, std::size_t side, PartSide edge) {
                      (side + 1) % count,
                      {from.x, from.y, 0},
                      {to.x, to.y, 0},
-                     {(from.x + to.x) / 2, (from.y + to.y) / 2, 0},
                      std::hypot(to.x - from.x, to.y - from.y)};
     candidate.shoulders[0] = (side + count - 1) % count;
     candidate.shoulders[1] = (side + 2) % count;

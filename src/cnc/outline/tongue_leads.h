@@ -17,7 +17,7 @@ namespace brenvik {
 struct TongueTip {
     PartSide side = PartSide::Left;
     std::size_t from = 0, to = 0;  ///< Vertices of the outline, in its order.
-    Point3 start, end, midpoint;   ///< In plan.
+    Point3 start, end;             ///< In plan.
     double length = 0;
 };
 

@@ -17,12 +17,11 @@ using FieldValue = std::variant<std::monostate, std::string, double>;
 /// The numbers of `Connection::State`.
 enum class ConnectionState { Closed = 0, Open = 1 };
 
-/// A result that is walked forward and back, and whose rows can be changed where the statement allows it.
+/// A result that is walked forward, and whose rows can be changed where the statement allows it.
 class Recordset {
   public:
     virtual ~Recordset() = default;
     virtual bool Eof() const = 0;
-    virtual void MoveFirst() = 0;
     virtual void MoveNext() = 0;
     virtual int RecordCount() const = 0;
     virtual int FieldCount() const = 0;

@@ -43,7 +43,6 @@ class ListRecords : public Recordset {
   public:
     explicit ListRecords(ListResult listResult) : result(std::move(listResult)) {}
     bool Eof() const override { return place >= result.parts.size(); }
-    void MoveFirst() override { place = 0; }
     void MoveNext() override { ++place; }
     int RecordCount() const override { return static_cast<int>(result.parts.size()); }
     int FieldCount() const override { return static_cast<int>(result.fields.size()); }

@@ -155,7 +155,6 @@ class FakeRecordset : public Recordset {
     }
     ~FakeRecordset() override { --database.openRecordsets; }
     bool Eof() const override { return place >= RecordCount(); }
-    void MoveFirst() override { place = 0; }
     void MoveNext() override { ++place; }
     int RecordCount() const override { return static_cast<int>(rows.size()); }
     int FieldCount() const override { return static_cast<int>(PartColumns().size()); }

@@ -88,7 +88,6 @@ class NamedColumns : public Recordset {
   public:
     explicit NamedColumns(std::string_view sql) : names(sql) {}
     bool Eof() const override { return false; }
-    void MoveFirst() override {}
     void MoveNext() override {}
     int RecordCount() const override { return 1; }
     int FieldCount() const override {

@@ -52,7 +52,6 @@ class StatementDatabase : public DatabasePort {
       public:
         explicit Records(std::vector<FieldValue> fieldValues) : values(std::move(fieldValues)) {}
         bool Eof() const override { return place >= values.size(); }
-        void MoveFirst() override { place = 0; }
         void MoveNext() override { ++place; }
         int RecordCount() const override { return static_cast<int>(values.size()); }
         int FieldCount() const override { return 1; }
