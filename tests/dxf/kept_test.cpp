@@ -150,6 +150,21 @@ TEST(DxfKept, ADictionaryWhoseBracketWasLeftOpenTakesNewEntriesOnce) {
                          "AcDbDictionary|281 1"));
 }
 
+TEST(DxfKept, WhatStandsForADeadEntryOfADictionaryIsAddedOnce) {
+    const std::string styles =
+        "|3 ACAD_PLOTSTYLENAME|350 D|0 ACDBDICTIONARYWDFLT|5 D|330 C|100 AcDbDictionary|3 Normal|";
+    ExpectSteady(Drawing(Line("A1"), styles + "350 FF1|100 AcDbDictionaryWithDefault|340 FF1"));
+    ExpectSteady(Drawing(Line("A1"), "|3 ACAD_PLOTSTYLENAME|350 FF2" + styles + "350 FF1"));
+}
+
+TEST(DxfKept, AnEntryOfADictionaryThatLeadsToAnotherKindGetsAnObjectOfItsOwn) {
+    const std::string text =
+        Drawing(Line("A1"), "|3 ACAD_PLOTSTYLENAME|350 D", "|0 ENDTAB|0 TABLE|2 ODD|5 2|330 0|0 STRANGE|5 D");
+    const std::string file = WriteDxf(Read(text));
+    EXPECT_EQ(file.find("\r\n  5\r\nD\r\n"), file.rfind("\r\n  5\r\nD\r\n"));
+    ExpectSteady(text);
+}
+
 TEST(DxfKept, ADimensionStyleAmongEntitiesKeepsItsHandle) {
     const std::string text = Drawing(Line("A1") + "|0 DIMSTYLE|105 33|330 1F|100 AcDbEntity|2 Odd");
     ExpectHolds(WriteDxf(Read(text)), "0 DIMSTYLE|105 33");

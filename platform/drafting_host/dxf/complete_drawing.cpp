@@ -158,8 +158,11 @@ class Handles {
         ForEachHandle([this](HandleValue& handle) { Keep(handle); });
         for (const GroupData& group : mData.groups) mGroups.insert(group.handle);
         ForEachKept(mReading, [this](KeptRecord& record) { Keep(record); });
+        std::unordered_set<HandleValue> objects;
+        for (const KeptRecord& object : mReading.file.objects) objects.insert(object.handle);
+        std::map<std::string, HandleValue> readHandles = mData.fileHandles;
         for (auto& [what, handle] : mData.fileHandles)
-            if (!mKept.contains(handle)) Keep(handle);
+            if (!(IsObject(what) ? objects : mKept).contains(handle)) Keep(handle);
         std::erase_if(mData.fileHandles, [](const auto& entry) { return entry.second == 0; });
         ForEachPart(mData, [this](const KeptRecord& part) { mHighest = std::max(mHighest, part.handle); });
         if (mData.handleSeed <= mHighest || mData.handleSeed > HighestHandle) mData.handleSeed = mHighest + 1;
@@ -170,6 +173,9 @@ class Handles {
             if (record.handle == 0) ChangeOwnHandle(record, mData.handleSeed++);
             mUsed.insert(record.handle);
         });
+        for (const auto& [object, read] : mChanged)
+            for (const auto& [what, handle] : readHandles)
+                if (handle == read && IsObject(what)) mData.fileHandles.emplace(what, object->handle);
     }
 
     /// Every handle of the file, ascending.
@@ -182,6 +188,11 @@ class Handles {
     }
 
   private:
+    /// Entries of dictionaries may name what is none of the objects.
+    static bool IsObject(std::string_view what) {
+        return what.starts_with("DICTIONARY") || what.starts_with("LAYOUT ") || what.starts_with("ACAD_");
+    }
+
     template <typename Visit>
     void ForEachHandle(Visit visit) {
         ForEachEntity(mData, [&](EntityData& entity) {
@@ -221,12 +232,14 @@ class Handles {
         } else if (read != 0) {
             mReading.Note(0, "handle used twice: " + HandleToText(read) + "; the " + record.name +
                                  " of this handle gets a new one");
+            mChanged.emplace_back(&record, read);
         }
     }
 
     Reading& mReading;
     DrawingData& mData;
     std::unordered_set<HandleValue> mUsed, mKept, mGroups;
+    std::vector<std::pair<const KeptRecord*, HandleValue>> mChanged;  ///< With the handles that they had.
     HandleValue mHighest = 0;
 };
 

@@ -73,16 +73,20 @@ void ObjectReader::Take(Record& record) {
     }
 }
 
+// Of entries with one name the last counts that leads somewhere: what a saving adds for a dead one stands
+// last.
 const ObjectReader::Entries* ObjectReader::RootDictionary(std::string_view name) {
     const auto root = mDictionaries.find(mRoot);
     if (root == mDictionaries.end()) return nullptr;
+    const Entries* entries = nullptr;
     for (const auto& [key, handle] : root->second) {
         if (key != name) continue;
-        mReading.data.fileHandles.emplace("DICTIONARY " + key, handle);
         const auto found = mDictionaries.find(handle);
-        return found == mDictionaries.end() ? nullptr : &found->second;
+        if (found == mDictionaries.end() && entries != nullptr) continue;
+        mReading.data.fileHandles.insert_or_assign("DICTIONARY " + key, handle);
+        if (found != mDictionaries.end()) entries = &found->second;
     }
-    return nullptr;
+    return entries;
 }
 
 void ObjectReader::NameGroups() {
@@ -120,7 +124,8 @@ void ObjectReader::KeepHandles() {
         const Entries* const entries = RootDictionary(dictionary);
         if (entries == nullptr) continue;
         for (const auto& [name, handle] : *entries)
-            if (EqualsIgnoreCase(name, entry)) handles.emplace(std::string(dictionary) + " " + entry, handle);
+            if (EqualsIgnoreCase(name, entry))
+                handles.insert_or_assign(std::string(dictionary) + " " + entry, handle);
     }
 }
 
