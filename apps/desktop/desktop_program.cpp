@@ -17,6 +17,7 @@
 #include "file_roots/places.h"
 #include "form_window.h"
 #include "grid_printer.h"
+#include "guide_window.h"
 #include "journal/journal_parser.h"
 #include "main_window.h"
 #include "part_painter.h"
@@ -91,6 +92,7 @@ app::ExitStatus RunForAPerson(const DesktopOptions& options) {
     WorkKeeper keeper(workplace.home, {[&desk] { return desk.AtRest(); },
                                        [&window](const std::string& line) { window.Tell(line); }});
     window.KeepWorkBy(&keeper);
+    const GuideKey guideKey;
     window.show();
     if (!options.drawing.empty()) window.OpenFile(options.drawing);
     window.OfferRecovery(FindAbandonedWork(RecoveryFolder(workplace.home)));
@@ -118,13 +120,19 @@ app::ExitStatus RunForAJournal(const DesktopOptions& options) {
         pictures.Take(*window, "main");
     };
     stage.closed = [&] {
+        window->ShowDrawing();
+        pictures.Take(*window, "main-end");
         if (window->TakeOutcomeNews()) pictures.Take(window->ShowOutcome(), "outcome");
         window.reset();
     };
     stage.showForm = [&](Form& form, const std::function<void()>& play) {
+        // What was done in the window that this one will cover.
+        if (const auto* const below = dynamic_cast<FormWindow*>(desk.Top()))
+            pictures.Take(*desk.Top(), below->Shown().Name() + "-below");
         desk.Open(form, [&](FormWindow& shown) {
             pictures.Take(shown, form.Name());
             play();
+            pictures.Take(shown, form.Name() + "-end");
         });
     };
     stage.showBox = [&](const MessageRequest& request, MessageAnswer answer) {

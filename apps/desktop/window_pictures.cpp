@@ -2,8 +2,11 @@
 #include "window_pictures.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QPixmap>
+
+#include "base/failure.h"
 
 #include "control_binding.h"
 
@@ -13,6 +16,8 @@ namespace {
 
 /// How long the shapes of a drawing may take to come, in milliseconds.
 constexpr int Patience = 1500;
+/// The toolkit's word for the smallest file.
+constexpr int Smallest = 0;
 
 }  // namespace
 
@@ -23,7 +28,9 @@ void WindowPictures::Take(QWidget& window, const std::string& name) {
     timer.start();
     while (timer.elapsed() < Patience) QApplication::processEvents(QEventLoop::AllEvents, 50);
     const int number = ++mCount[name];
-    window.grab().save(ToQt(mFolder + "/" + name + "-" + std::to_string(number) + ".png"));
+    const std::string file = mFolder + "/" + name + "-" + std::to_string(number) + ".png";
+    if (!QDir().mkpath(ToQt(mFolder)) || !window.grab().save(ToQt(file), "PNG", Smallest))
+        throw Failure(0, "pictures", file + ": expected a place for the picture of a window; it can't be written");
 }
 
 }  // namespace brenvik::desktop

@@ -2,36 +2,16 @@
 // ezdxf is installed for the system's Python. Header only, so that every test program can use it.
 #pragma once
 
-#include <sys/wait.h>
-
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <optional>
 #include <string>
 
 #include "checkout_paths.h"
+#include "support/shell_command.h"
 
 namespace brenvik::test {
 
 inline constexpr int ezdxfMissing = 77;  // the exit status of the script without ezdxf
-
-struct CommandResult {
-    int status = -1;
-    std::string output;
-};
-
-inline CommandResult RunCommand(const std::string& command) {
-    CommandResult result;
-    FILE* const pipe = popen((command + " 2>&1").c_str(), "r");
-    if (pipe == nullptr) return result;
-    std::array<char, 4096> buffer;
-    for (std::size_t count; (count = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;)
-        result.output.append(buffer.data(), count);
-    const int status = pclose(pipe);
-    result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return result;
-}
 
 inline std::string EzdxfCommand() {
     return "/usr/bin/python3 '" BRENVIK_SOURCE_DIR "/tests/tools/ezdxf_audit.py'";
