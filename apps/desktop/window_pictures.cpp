@@ -30,7 +30,8 @@ void WindowPictures::Take(QWidget& window, const std::string& name) {
     const int number = ++mCount[name];
     const std::string file = mFolder + "/" + name + "-" + std::to_string(number) + ".png";
     if (!QDir().mkpath(ToQt(mFolder)) || !window.grab().save(ToQt(file), "PNG", Smallest))
-        throw Failure(0, "pictures", file + ": expected a place for the picture of a window; it can't be written");
+        throw Failure(0, "pictures",
+                      file + ": expected a place for the picture of a window; it can't be written");
 }
 
 }  // namespace brenvik::desktop

@@ -11,7 +11,8 @@ class WindowPictures {
   public:
     /// Into this folder; none for a blank one.
     explicit WindowPictures(std::string folder) : mFolder(std::move(folder)) {}
-    /// Lets the window draw itself and writes NAME-1.png, NAME-2.png and so on. Throws a Failure where it can't.
+    /// Lets the window draw itself and writes NAME-1.png, NAME-2.png and so on. Throws a Failure where it
+    /// can't.
     void Take(QWidget& window, const std::string& name);
 
   private:

@@ -15,6 +15,7 @@
 #include "drafting_host/dwg/group_names.h"
 #include "drafting_host/dwg/kept_tables.h"
 #include "drafting_host/dwg/losses.h"
+#include "drafting_host/dwg/missing_records.h"
 #include "drafting_host/dwg/names.h"
 #include "drafting_host/dwg/table_data.h"
 #include "drafting_host/dxf/kept_text.h"
@@ -60,8 +61,9 @@ class DwgWalk {
         mTables.HandOver(mReading, mNamed);
         KeepVariables(mReading, mHeader, mNames, mSections.maintenance);
         for (const Block& block : mNames.blocks) TakeBlock(block);
-        if (mChainIsBroken) TakeRestOfModelSpace();
+        if (mSections.release < Release::R2004) TakeRestOfModelSpace();
         TakeGroups();
+        mMissing.Tell(mReading, mMap);
         mLosses.Tell(mReading, mSeen);
         if (mTexts.Escaped() > 0)
             mReading.Note(0, KeptEscapesNote(mTexts.Escaped(), "in " + ShownName(mTexts.FirstEscaped())));
@@ -150,6 +152,8 @@ class DwgWalk {
             mNames.groups.push_back(ReadGroup(object));
         } else if (kind == "LAYOUT") {
             mNames.layouts[object.handle] = ReadLayout(object);
+        } else if (kind.ends_with("_CONTROL")) {
+            mMissing.TakeTable(kind, object);
         } else {
             return false;
         }
@@ -192,8 +196,7 @@ class DwgWalk {
         constexpr auto usual = std::to_array<std::string_view>(
             {"BLOCK", "ENDBLK", "SEQEND", "VERTEX_2D", "VERTEX_3D", "VERTEX_MESH", "VERTEX_PFACE",
              "FACE_PFACE", "ATTRIB", "ACDBPLACEHOLDER", "DICTIONARYVAR", "VX_TABLE_RECORD"});
-        if (IsShapeKind(kind) || kind.ends_with("_CONTROL") || std::ranges::find(usual, kind) != usual.end())
-            return;
+        if (IsShapeKind(kind) || std::ranges::find(usual, kind) != usual.end()) return;
         const bool isEntry = kind == "DIMSTYLE" || kind == "MLINESTYLE";
         if (isEntry && IsUsualEntry(object)) return;
         mLosses.Leave(object.handle, KindOrType(kind, object.type));
@@ -265,6 +268,7 @@ class DwgWalk {
         const auto own = mNames.blockData.find(block.record);
         KeepBlock(mReading, block, "0", own == mNames.blockData.end() ? std::vector<RawXData>() : own->second,
                   mNamed);
+        mMissing.Expect(block.layout, "layout of block " + ShownName(block.name));
         if (const auto layout = mNames.layouts.find(block.layout); layout != mNames.layouts.end())
             KeepLayout(mReading, layout->second, block, mNamed);
         if (block.isExternal)
@@ -303,7 +307,8 @@ class DwgWalk {
         return chain;
     }
 
-    /// Where a chain has broken, the entities that say themselves that they stand in model space.
+    /// The entities that say themselves that they stand in model space, where its chain has broken or leads
+    /// past them.
     void TakeRestOfModelSpace() {
         const std::size_t place = BlockPlace(mReading, std::string(ModelSpaceName));
         int viewport = 0;
@@ -314,6 +319,9 @@ class DwgWalk {
                 constexpr unsigned inModelSpace = 2;
                 if (!IsShapeKind(mKinds.NameOf(object.type)) || ReadCommon(object).mode != inModelSpace)
                     continue;
+                if (!mChainIsBroken)
+                    mReading.Note(0, "entity " + Shown(entry.handle) +
+                                         " stands in model space, whose chain leads past it: it is taken");
                 TakeEntity(entry.handle, place, viewport);
             } catch (const Damage& damage) {
                 TellDamage({}, entry, damage);
@@ -454,7 +462,9 @@ class DwgWalk {
     // --- Groups ---
 
     void TakeGroups() {
-        NameGroups(mNames.groups, mNames.dictionaries[mHeader.groupDictionary]);
+        const Dictionary& named = mNames.dictionaries[mHeader.groupDictionary];
+        for (const auto& [name, handle] : named.entries) mMissing.Expect(handle, "group " + ShownName(name));
+        NameGroups(mNames.groups, named);
         mReading.data.groups = std::move(mNames.groups);
     }
 
@@ -468,6 +478,7 @@ class DwgWalk {
     std::unordered_map<HandleValue, std::string> mBodies;
     std::unordered_set<HandleValue> mDamaged;  ///< Told already.
     bool mChainIsBroken = false;
+    MissingRecords mMissing;
     std::vector<std::pair<std::size_t, HandleValue>> mLinetypeOfLayer;
     std::vector<std::pair<std::size_t, std::vector<RawXData>>> mDataOfLayers;
     std::set<std::size_t> mTakenBlocks;

@@ -107,7 +107,10 @@ ObjectMap::ObjectMap(Sections& sections) {
         while (reader.Left() >= 16) {
             const std::size_t begin = reader.Position() / 8;
             const unsigned size = HighFirst(reader);
-            if (size <= sizeBytes) break;
+            if (size <= sizeBytes) {
+                TellRest(sections, begin + sizeBytes + sizeBytes);
+                break;
+            }
             TakePiece(reader, (begin + size) * 8, sections.objects.size());
             const unsigned sum = HighFirst(reader);
             if (Crc16(std::string_view(sections.objectMap).substr(begin, size), ObjectSeed) != sum)
@@ -118,6 +121,15 @@ ObjectMap::ObjectMap(Sections& sections) {
                            std::to_string(sections.objectMap.size()) + ": " + damage.reason +
                            "; objects behind are missing");
     }
+    if (mEntries.empty()) Note(sections, "the object map names no objects: the drawing is missing");
+}
+
+/// An empty piece ends the map; behind its checksum stands nothing.
+void ObjectMap::TellRest(Sections& sections, std::size_t end) {
+    const std::string_view map = sections.objectMap;
+    if (end >= map.size() || map.find_first_not_of('\0', end) == std::string_view::npos) return;
+    Note(sections, "the object map ends at byte " + std::to_string(end) + " of " +
+                       std::to_string(map.size()) + ": objects named behind are missing");
 }
 
 void ObjectMap::TakePiece(BitReader& reader, std::size_t end, std::size_t objectBytes) {

@@ -29,6 +29,7 @@ class ObjectMap {
     const Entry* Find(HandleValue handle) const;
 
   private:
+    static void TellRest(Sections& sections, std::size_t end);
     void TakePiece(BitReader& reader, std::size_t end, std::size_t objectBytes);
     void Add(HandleValue handle, std::size_t place);
 

@@ -146,9 +146,6 @@ void PartFlattener::AddPart(const TDF_Label& product, const Inherited& inherited
         Refine(product, solid.Current(), look, own);
         if (own.empty()) mNameless.Take(inherited.assembly);
         mNamesByShape.emplace(solid.Current().TShape().get(), own);
-        // Of two solids with one shell the modeller keeps a record of one; their faces are the same ones.
-        if (const TopExp_Explorer face(solid.Current(), TopAbs_FACE); face.More())
-            mNamesByShape.emplace(face.Current().TShape().get(), own);
         if (mLooks.HasOtherFaceColors(product, solid.Current(), look.color)) mFaceColors.Take(own);
         if (mLooks.HasOtherFaceLayers(product, solid.Current(), look.layer)) mFaceLayers.Take(own);
         if (!look.visible || !look.layerVisible) mHidden.Take(own);

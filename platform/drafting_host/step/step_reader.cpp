@@ -81,9 +81,7 @@ std::optional<std::string> PartMadeOf(STEPCAFControl_Reader& reader,
     std::optional<std::string> part;
     if (shape.IsNull()) return part;
     for (TopExp_Explorer solid(shape, TopAbs_SOLID); solid.More(); solid.Next()) {
-        auto name = names.find(solid.Current().TShape().get());
-        if (const TopExp_Explorer face(solid.Current(), TopAbs_FACE); name == names.end() && face.More())
-            name = names.find(face.Current().TShape().get());
+        const auto name = names.find(solid.Current().TShape().get());
         if (name == names.end()) return std::nullopt;
         if (!part) part = name->second;
     }

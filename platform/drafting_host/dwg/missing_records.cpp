@@ -1,0 +1,33 @@
+// Two tables have entries beside those that they count: the spaces, and the line types by block and by layer.
+#include "drafting_host/dwg/missing_records.h"
+
+#include "base/handle_text.h"
+
+namespace brenvik::dwg {
+
+void MissingRecords::TakeTable(std::string_view kind, Object& head) {
+    constexpr std::string_view ending = "_CONTROL";
+    const std::string_view table = kind.substr(0, kind.size() - ending.size());
+    if (table == "VX" || table == "DIMSTYLE") return;  // nothing of these arrives
+    ReadOwner(head);
+    Streams& streams = head.streams;
+    std::size_t count = streams.handles.Count(streams.data.BitLong(), 8);
+    if (table == "BLOCK" || table == "LTYPE") count += 2;
+    const std::string what = table == "BLOCK" ? "BLOCK_RECORD" : std::string(table);
+    for (std::size_t entry = 0; entry < count; ++entry) Expect(streams.Handle(), what);
+}
+
+void MissingRecords::Expect(HandleValue handle, std::string what) {
+    if (handle != 0) mExpected.emplace_back(handle, std::move(what));
+}
+
+void MissingRecords::Tell(Reading& reading, const ObjectMap& map) const {
+    for (const auto& [handle, what] : mExpected) {
+        if (map.Find(handle) != nullptr) continue;
+        reading.Note(0, what + " (handle " + HandleToText(handle) +
+                            ") is missing: the file names it and has no such object" +
+                            (what == "BLOCK_RECORD" ? "; its entities are missing with it" : ""));
+    }
+}
+
+}  // namespace brenvik::dwg

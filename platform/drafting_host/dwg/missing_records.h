@@ -1,0 +1,29 @@
+// Records that a file's tables and dictionaries name and its map of objects lacks: what hangs on them would
+// be gone without a trace.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "drafting_host/dwg/object_map.h"
+#include "drafting_host/dwg/objects.h"
+#include "drafting_host/dxf/reading.h"
+
+namespace brenvik::dwg {
+
+class MissingRecords {
+  public:
+    /// The entries of a table; `kind` is that of its head, such as LAYER_CONTROL. Throws Damage.
+    void TakeTable(std::string_view kind, Object& head);
+    /// An object of a kind that the file can't do without; 0 is none.
+    void Expect(HandleValue handle, std::string what);
+    /// Tells those that the map doesn't have, in the order in which they were named.
+    void Tell(Reading& reading, const ObjectMap& map) const;
+
+  private:
+    std::vector<std::pair<HandleValue, std::string>> mExpected;
+};
+
+}  // namespace brenvik::dwg
