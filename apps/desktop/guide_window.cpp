@@ -37,12 +37,12 @@ QString ChapterOn(const QString& window) {
                                                                             {"frmLogin", "export"},
                                                                             {"frmMaterials", "materials"},
                                                                             {"frmSettings", "settings"},
-                                                                            {"frmChoice", "cnc-run"},
+                                                                            {"frmChoice", "materials"},
                                                                             {"outcome", "cnc-run"}}};
     for (const auto& [name, chapter] : chapters)
         if (window.compare(QLatin1String(name), Qt::CaseInsensitive) == 0)
             return QLatin1String(chapter) + QStringLiteral(".md");
-    return window.startsWith("frmChoice", Qt::CaseInsensitive) ? QStringLiteral("cnc-run.md")
+    return window.startsWith("frmChoice", Qt::CaseInsensitive) ? QStringLiteral("materials.md")
                                                                : QStringLiteral("index.md");
 }
 

@@ -72,6 +72,21 @@ TEST(Guide, EveryJournalIsPlayedByAChapter) {
     EXPECT_GE(journals, 10);
 }
 
+TEST(Guide, ShowsEachPictureAndNoneTwice) {
+    constexpr std::uintmax_t largest = 60'000;
+    std::string text;
+    for (const std::string& chapter : Chapters()) text += ReadFile(guide / (chapter + ".md"));
+    std::map<std::string, std::string> contents;
+    for (const auto& entry : std::filesystem::directory_iterator(guide / "pictures")) {
+        const std::string name = entry.path().filename().string();
+        EXPECT_NE(text.find("](pictures/" + name + ")"), std::string::npos) << name;
+        EXPECT_LT(entry.file_size(), largest) << name;
+        const auto [same, isNew] = contents.emplace(ReadFile(entry.path()), name);
+        EXPECT_TRUE(isNew) << name << " is " << same->second;
+    }
+    EXPECT_GE(contents.size(), 10u);
+}
+
 TEST(Guide, TheJournalThatItPrintsGoesToItsEnd) {
     const std::string text = ReadFile(guide / "journals.md");
     const std::size_t begin = text.find("```\n# The list of the drawer") + 4;

@@ -41,6 +41,8 @@ TEST(Guide, HasAChapterForEachForm) {
         EXPECT_TRUE(QFile::exists(guide + chapter)) << form;
     }
     EXPECT_EQ(FromQt(ChapterOn("anything else")), "index.md");
+    EXPECT_TRUE(Content(guide + ChapterOn("frmChoicetherm")).contains("Router Bit Choices"));
+    EXPECT_TRUE(Content(guide + ChapterOn("frmChoice")).contains("Router Bit Choices"));
 }
 
 TEST(Guide, LinksAndPicturesOfItsChaptersAreThere) {
