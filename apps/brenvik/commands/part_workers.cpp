@@ -75,10 +75,17 @@ bool PartWorkers::TakeOver(std::string_view folder, std::size_t part, std::span<
     std::vector<std::string> deleted;
     for (const std::string& file : files)
         if (!mFiles.FileExists(place + NameIn(folder, file))) deleted.push_back(file);
+    std::size_t taken = 0;
     const bool isTaken = Skip([&] {
-        for (const std::string& name : made) mFiles.MoveFileOver(place + name, std::string(folder) + name);
+        for (; taken < made.size(); ++taken)
+            mFiles.MoveFileOver(place + made[taken], std::string(folder) + made[taken]);
     });
-    if (!isTaken) return false;
+    if (!isTaken) {
+        // Whoever does the part again would find files in its place that nobody has written there.
+        for (const std::string& name : made.first(taken))
+            Skip([&] { mFiles.RemoveFile(std::string(folder) + name); });
+        return false;
+    }
     for (const std::string& file : deleted) Skip([&] { mFiles.RemoveFile(file); });
     Discard(folder, part);
     return true;
