@@ -85,7 +85,11 @@ bool JoinedShares::TakeOver(std::string_view folder, std::size_t part, std::span
             WriteWholeFile(mFiles.Resolve(path), content);
         }
     });
-    if (!isDone || !areTaken) return false;
+    if (!isDone || !areTaken) {
+        // The run does the part itself then, and writes these.
+        for (const std::string& name : made) Skip([&] { mFiles.RemoveFile(std::string(folder) + name); });
+        return false;
+    }
     for (const std::string& file : files) Skip([&] { mFiles.RemoveFile(file); });
     return true;
 }
