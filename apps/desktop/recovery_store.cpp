@@ -4,13 +4,13 @@
 
 #include <algorithm>
 #include <charconv>
-#include <fstream>
 #include <iterator>
 #include <random>
 #include <sstream>
 #include <system_error>
 #include <utility>
 
+#include "file_roots/file_content.h"
 #include "file_roots/file_failures.h"
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
@@ -31,16 +31,6 @@ std::string NewName() {
     return name.str();
 }
 
-std::optional<std::string> ContentOf(const fs::path& file) {
-    std::error_code error;
-    if (!fs::is_regular_file(file, error)) return std::nullopt;
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) return std::nullopt;
-    std::string content{std::istreambuf_iterator<char>(stream), {}};
-    if (stream.bad()) return std::nullopt;
-    return content;
-}
-
 /// The file's name comes last and to the end, since it may hold anything.
 std::string TextOf(const WorkNote& note, const std::string& drawing) {
     std::ostringstream text;
@@ -59,7 +49,7 @@ struct ReadNote {
 };
 
 std::optional<ReadNote> NoteIn(const fs::path& folder) {
-    const std::optional<std::string> content = ContentOf(folder / NoteName);
+    const std::optional<std::string> content = ContentIfAny(folder / NoteName);
     if (!content) return std::nullopt;
     std::istringstream text(*content);
     ReadNote read;
@@ -83,7 +73,7 @@ void RemoveFolder(const fs::path& folder) {
 }  // namespace
 
 std::optional<FileStamp> StampOf(const fs::path& file) {
-    const std::optional<std::string> content = ContentOf(file);
+    const std::optional<std::string> content = ContentIfAny(file);
     if (!content) return std::nullopt;
     // FNV-1a: the same in every build of the program.
     FileStamp stamp{content->size(), 0xcbf29ce484222325U};

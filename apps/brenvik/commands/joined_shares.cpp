@@ -2,15 +2,14 @@
 #include "commands/joined_shares.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <optional>
 
 #include "base/sha256.h"
 #include "base/skip.h"
 #include "cnc/output/output_claim.h"
 #include "cnc/run/part_result.h"
+#include "commands/taken_files.h"
+#include "file_roots/file_content.h"
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
 #include "shell/exit_status.h"
@@ -18,8 +17,6 @@
 namespace brenvik::app {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr std::string_view SecondSides = "2-sided\\";
 
@@ -72,24 +69,17 @@ bool JoinedShares::TakeOver(std::string_view folder, std::size_t part, std::span
                             std::span<const std::string> made) {
     const Known& known = mParts[part];
     const std::vector<std::string>& digests = known.part->digests;
-    bool areTaken = digests.size() == made.size();
-    const bool isDone = Skip([&] {
-        areTaken = areTaken && Sha256(mFiles.ReadFile(files.front())) == known.part->drawing;
-        for (std::size_t file = 0; areTaken && file < made.size(); ++file) {
-            std::ifstream stream(PathFromText(PlaceOf(known.share->folder, made[file])), std::ios::binary);
-            const std::string content{std::istreambuf_iterator<char>(stream), {}};
-            areTaken = IsNameOfARun(made[file]) && Sha256(content) == digests[file];
-            if (!areTaken) return;
-            if (made[file].starts_with(SecondSides)) mFiles.MakeFolder(std::string(folder) + "2-sided\\");
-            const std::string path = std::string(folder) + made[file];
-            WriteWholeFile(mFiles.Resolve(path), content);
-        }
+    bool isSamePart = false;
+    Skip([&] { isSamePart = Sha256(mFiles.ReadFile(files.front())) == known.part->drawing; });
+    if (!isSamePart || digests.size() != made.size()) return false;
+    const bool areTaken = TakeAllOrNone(mFiles, folder, made, [&](std::size_t at, const std::string& path) {
+        const auto content = ContentIfAny(PathFromText(PlaceOf(known.share->folder, made[at])));
+        if (!content || !IsNameOfARun(made[at]) || Sha256(*content) != digests[at]) return false;
+        if (made[at].starts_with(SecondSides)) mFiles.MakeFolder(std::string(folder) + "2-sided\\");
+        WriteWholeFile(mFiles.Resolve(path), *content);
+        return true;
     });
-    if (!isDone || !areTaken) {
-        // The run does the part itself then, and writes these.
-        for (const std::string& name : made) Skip([&] { mFiles.RemoveFile(std::string(folder) + name); });
-        return false;
-    }
+    if (!areTaken) return false;
     for (const std::string& file : files) Skip([&] { mFiles.RemoveFile(file); });
     return true;
 }

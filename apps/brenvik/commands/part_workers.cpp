@@ -7,6 +7,7 @@
 
 #include "base/skip.h"
 #include "base/text.h"
+#include "commands/taken_files.h"
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
 #include "workers/processors.h"
@@ -75,17 +76,11 @@ bool PartWorkers::TakeOver(std::string_view folder, std::size_t part, std::span<
     std::vector<std::string> deleted;
     for (const std::string& file : files)
         if (!mFiles.FileExists(place + NameIn(folder, file))) deleted.push_back(file);
-    std::size_t taken = 0;
-    const bool isTaken = Skip([&] {
-        for (; taken < made.size(); ++taken)
-            mFiles.MoveFileOver(place + made[taken], std::string(folder) + made[taken]);
+    const bool areTaken = TakeAllOrNone(mFiles, folder, made, [&](std::size_t at, const std::string& path) {
+        mFiles.MoveFileOver(place + made[at], path);
+        return true;
     });
-    if (!isTaken) {
-        // Whoever does the part again would find files in its place that nobody has written there.
-        for (const std::string& name : made.first(taken))
-            Skip([&] { mFiles.RemoveFile(std::string(folder) + name); });
-        return false;
-    }
+    if (!areTaken) return false;
     for (const std::string& file : deleted) Skip([&] { mFiles.RemoveFile(file); });
     Discard(folder, part);
     return true;

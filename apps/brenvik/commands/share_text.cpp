@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 
 #include "base/failure.h"
@@ -15,6 +14,7 @@
 #include "cnc/output/work_lists.h"
 #include "cnc/part/run_state.h"
 #include "commands/cnc_call.h"
+#include "file_roots/file_content.h"
 #include "file_roots/file_roots.h"
 #include "file_roots/places.h"
 #include "shell/exit_status.h"
@@ -27,14 +27,6 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view HeadWords = "Brenvik: share ";
 constexpr std::string_view Content = "content of the drawing";
-
-std::optional<std::string> ContentOf(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) return std::nullopt;
-    std::string content{std::istreambuf_iterator<char>(stream), {}};
-    if (stream.bad()) return std::nullopt;
-    return content;
-}
 
 /// Where windows stand and where a home's own files lie is no matter of the files.
 bool Matters(std::string_view setting) {
@@ -119,7 +111,7 @@ std::string ShareJob::Fact(const std::string& name) const {
 }
 
 std::optional<std::string> DigestOfFile(const std::string& file) {
-    const std::optional<std::string> content = ContentOf(PathFromText(file));
+    const std::optional<std::string> content = ContentIfAny(PathFromText(file));
     if (!content) return std::nullopt;
     return Sha256(*content);
 }
@@ -180,7 +172,7 @@ void WriteShare(FileRoots& files, const Share& share) {
 
 Share ReadShare(const std::string& folder) {
     const fs::path place = PathFromText(folder) / PathFromText(ShareText);
-    const std::optional<std::string> text = ContentOf(place);
+    const std::optional<std::string> text = ContentIfAny(place);
     std::error_code unknown;
     if (!fs::is_directory(PathFromText(folder), unknown))
         throw CommandError(ExitStatus::Unreadable,

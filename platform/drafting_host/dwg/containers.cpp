@@ -142,4 +142,9 @@ Sections Unpack(std::string_view content, std::string_view fileName) {
     return sections;
 }
 
+int ReleaseNumber(Release release) {
+    constexpr std::array numbers{1012, 1014, 1015, 1018, 1021, 1024, 1027, 1032};
+    return numbers[static_cast<std::size_t>(release)];
+}
+
 }  // namespace brenvik::dwg

@@ -15,6 +15,9 @@ namespace brenvik::dwg {
 
 enum class Release { R13, R14, R2000, R2004, R2007, R2010, R2013, R2018 };
 
+/// The release as DXF counts it: 1015 for 2000.
+int ReleaseNumber(Release release);
+
 /// The sections that a drawing is read from. Those that a release or a file doesn't have are empty.
 struct Sections {
     Release release = Release::R2000;

@@ -28,12 +28,6 @@ using namespace dwg;
 
 bool IsZero(const Point3& point) { return point.x == 0 && point.y == 0 && point.z == 0; }
 
-/// The release as DXF counts it.
-int ReleaseNumber(Release release) {
-    constexpr std::array numbers{1012, 1014, 1015, 1018, 1021, 1024, 1027, 1032};
-    return numbers[static_cast<std::size_t>(release)];
-}
-
 class DwgWalk {
   public:
     DwgWalk(std::string_view content, std::string_view fileName)

@@ -1,5 +1,6 @@
 // The last step of reading: a drawing that is complete in itself, whatever the file left out.
 #include <algorithm>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "base/handle_text.h"
@@ -160,7 +161,7 @@ class Handles {
         ForEachKept(mReading, [this](KeptRecord& record) { Keep(record); });
         std::unordered_set<HandleValue> objects;
         for (const KeptRecord& object : mReading.file.objects) objects.insert(object.handle);
-        std::map<std::string, HandleValue> readHandles = mData.fileHandles;
+        const std::map<std::string, HandleValue> readHandles = mData.fileHandles;
         for (auto& [what, handle] : mData.fileHandles)
             if (!(IsObject(what) ? objects : mKept).contains(handle)) Keep(handle);
         std::erase_if(mData.fileHandles, [](const auto& entry) { return entry.second == 0; });
@@ -173,9 +174,10 @@ class Handles {
             if (record.handle == 0) ChangeOwnHandle(record, mData.handleSeed++);
             mUsed.insert(record.handle);
         });
-        for (const auto& [object, read] : mChanged)
-            for (const auto& [what, handle] : readHandles)
-                if (handle == read && IsObject(what)) mData.fileHandles.emplace(what, object->handle);
+        if (mChanged.empty()) return;
+        for (const auto& [what, handle] : readHandles)
+            if (const auto object = mChanged.find(handle); object != mChanged.end() && IsObject(what))
+                mData.fileHandles.emplace(what, object->second->handle);
     }
 
     /// Every handle of the file, ascending.
@@ -232,14 +234,14 @@ class Handles {
         } else if (read != 0) {
             mReading.Note(0, "handle used twice: " + HandleToText(read) + "; the " + record.name +
                                  " of this handle gets a new one");
-            mChanged.emplace_back(&record, read);
+            mChanged.emplace(read, &record);
         }
     }
 
     Reading& mReading;
     DrawingData& mData;
     std::unordered_set<HandleValue> mUsed, mKept, mGroups;
-    std::vector<std::pair<const KeptRecord*, HandleValue>> mChanged;  ///< With the handles that they had.
+    std::unordered_map<HandleValue, const KeptRecord*> mChanged;  ///< By the handles that they had.
     HandleValue mHighest = 0;
 };
 
