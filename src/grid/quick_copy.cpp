@@ -37,6 +37,7 @@ constexpr std::array<std::string_view, 6> NotCopied{"x", "y", "z", "width", "hei
 /// A ticked column with the value of the row that is copied.
 struct CopiedColumn {
     std::string column, value;
+    int place = 0;  ///< In the grid.
     bool isLetters = false;
 };
 
@@ -46,8 +47,8 @@ std::vector<CopiedColumn> TickedColumns(const frmMain& form, int row) {
         if (form.Get<CheckControl>(box.name).Value() != 1) continue;
         const PartColumn* column = FindPartColumnByHeader(box.header);
         Invariant(column != nullptr, "a tick box stands for a column of the grid");
-        copied.push_back({std::string(column->column),
-                          Mod4Spread::GetCellText(Mod4Spread::FindColumn(box.header), row),
+        const int place = Mod4Spread::FindColumn(box.header);
+        copied.push_back({std::string(column->column), Mod4Spread::GetCellText(place, row), place,
                           column->gridColumn == OrieColumn});
     }
     return copied;
@@ -78,6 +79,29 @@ void CopyInTable(const frmMain& form, int row) {
     }
 }
 
+/// A ticked column whose cell is blank in the copied row is emptied in all rows, and one box is ticked by
+/// itself while another may still be from a moment ago. So what goes is named before it does.
+bool AgreedToWhatGoes(const frmMain& form) {
+    if (form.Get<CheckControl>("chkBlank").Value() == 1) return true;
+    const GridControl& grid = form.fpSpread1;
+    std::vector<std::string> emptied;
+    for (const CopiedColumn& copied : TickedColumns(form, grid.ActiveRow())) {
+        if (!IsBlank(copied.value)) continue;
+        int rows = 0;
+        for (int row = 1; row <= grid.MaxRows(); ++row)
+            if (!IsBlank(Mod4Spread::GetCellText(copied.place, row))) ++rows;
+        if (rows > 0)
+            emptied.push_back(grid.CellText(copied.place, 0) + " (" + std::to_string(rows) +
+                              (rows == 1 ? " row)" : " rows)"));
+    }
+    if (emptied.empty()) return true;
+    const MessageRequest question{
+        "The row that you copy has nothing in a ticked column. The copy clears what other rows have there: " +
+            Join(emptied, ", ") + ". Do you wish to copy anyway?",
+        "Quick Copy", MessageIcon::Question, MessageButtons::YesNo};
+    return ThePlatform().dialogs->Show(question) != MessageAnswer::No;
+}
+
 }  // namespace
 
 void QuickCopy(frmMain& form) {
@@ -89,7 +113,7 @@ void QuickCopy(frmMain& form) {
     const std::string header = FoldLower(grid.CellText(grid.ActiveColumn(), 0));
     if (std::find(NotCopied.begin(), NotCopied.end(), header) != NotCopied.end())
         return ShowMessage("You cannot copy the X,Y,Z data", "Unable to Copy Cell", MessageIcon::Stop);
-    form.QCopy();
+    if (AgreedToWhatGoes(form)) form.QCopy();
 }
 
 void frmMain::QCopy() {

@@ -18,6 +18,7 @@ namespace {
 
 /// What an operator may be made of, so that an unknown one is reported as such.
 constexpr std::string_view OperatorSigns = "=<>!*~";
+constexpr std::string_view Gaps = " \t\r\n";
 constexpr std::string_view LikeWord = " like";
 constexpr std::string_view KnownOperators = "the operators are =, >, <, <> and like";
 
@@ -132,20 +133,32 @@ std::string ShownOperator(std::string_view word) {
 
 /// A value that was copied from elsewhere may bring tabs and line breaks along.
 std::string WithoutGapsAround(std::string_view text) {
-    constexpr std::string_view gaps = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(gaps);
+    const std::size_t first = text.find_first_not_of(Gaps);
     if (first == std::string_view::npos) return {};
-    return std::string(text.substr(first, text.find_last_not_of(gaps) - first + 1));
+    return std::string(text.substr(first, text.find_last_not_of(Gaps) - first + 1));
+}
+
+/// The value behind an operator, which a blank may part from it. Double quotes keep the blanks within them.
+void TakeValue(std::string_view text, FilterChoice& choice) {
+    if (text.starts_with(' ')) text.remove_prefix(1);
+    choice.value = WithoutGapsAround(text);
+    std::string& value = choice.value;
+    if (value.size() >= 2 && value.starts_with('"') && value.ends_with('"'))
+        value = value.substr(1, value.size() - 2);
+    else
+        choice.gapsLeftOff = !value.empty() && value != text;
 }
 
 FilterChoice ParseFilter(std::string_view filter) {
-    const std::string text = WithoutGapsAround(filter);
+    const std::string text(filter.substr(std::min(filter.find_first_not_of(Gaps), filter.size())));
     const OperatorPlace place = FindOperator(text);
-    if (place.length == 0) RefuseWithoutOperator(text);
+    if (place.length == 0) RefuseWithoutOperator(WithoutGapsAround(text));
     const std::string column = RequireColumn("filter", Trim(text.substr(0, place.at)), Offer::ToFilter);
     const std::string word = Trim(text.substr(place.at, place.length));
-    FilterChoice choice{column, ShownOperator(word), WithoutGapsAround(text.substr(place.at + place.length))};
+    FilterChoice choice{column, ShownOperator(word), {}};
+    TakeValue(std::string_view(text).substr(place.at + place.length), choice);
     if (!FilteredByNumber(column)) return choice;
+    choice.gapsLeftOff = false;  // A number has no blanks of its own.
     if (OperatorWord(choice.shownOperator) == "Like")
         RefuseOption("filter", InQuotes(column) + " holds numbers, which like doesn't compare; " +
                                    std::string(KnownOperators));

@@ -19,6 +19,7 @@ struct FilterChoice {
     std::string column;
     std::string shownOperator;  ///< As the filter dialog shows it.
     std::string value;
+    bool gapsLeftOff = false;  ///< Blanks stood around the value, and no double quotes around them.
 };
 
 /// How a list is wanted.
@@ -31,9 +32,10 @@ struct ListChoices {
 /// Reads "Length desc, Material": columns, each with "asc" (the direction of one without) or "desc".
 /// "Part Name, Material": columns to group by. "Material = Oak": a column, an operator and a value; the
 /// operators are =, >, <, <> and like (or *), which tests the beginning of the text, or what the % in the
-/// value say. Case doesn't matter. Blank texts ask for nothing. Fails with 5 and a description that names the
-/// option ("sort", "group", "filter"), what is unknown in it, and what is known; also where a grouped list
-/// would be sorted by a column that it doesn't have, and where a column of numbers is filtered for a text.
+/// value say. A value in double quotes keeps the blanks at its ends. Case doesn't matter. Blank texts ask for
+/// nothing. Fails with 5 and a description that names the option ("sort", "group", "filter"), what is unknown
+/// in it, and what is known; also where a grouped list would be sorted by a column that it doesn't have, and
+/// where a column of numbers is filtered for a text.
 ListChoices ParseListChoices(std::string_view sort, std::string_view group, std::string_view filter);
 
 /// Does it on the grid form, which has to be loaded. The filter goes first, since a filter behind a sort

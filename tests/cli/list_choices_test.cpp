@@ -91,6 +91,31 @@ TEST_F(ListChoices, AFilterThatNoPartMeetsLeavesTheHead) {
     EXPECT_EQ(outcome.errors, "the filter \"Material = Oak\" leaves none of 16 parts\n");
 }
 
+TEST_F(ListChoices, AFilterSaysThatItLeavesBlanksOff) {
+    const std::string remark =
+        "--filter: the blanks around \"Cherry\" were left off; a value in double quotes keeps them\n";
+    const Outcome cut = List({"--filter", "Material = Cherry ", "--format", "csv"});
+    EXPECT_EQ(cut.status, 0);
+    EXPECT_EQ(cut.errors, remark);
+    EXPECT_EQ(cut.output, List({"--filter", "Material = Cherry", "--format", "csv"}).output);
+    EXPECT_EQ(Run({"export", ShippedSample().string(), "out.csv", "--filter", "Material = Cherry "})
+                  .errors.find(remark),
+              0u);
+}
+
+TEST_F(ListChoices, AFilterFindsBlanksInDoubleQuotes) {
+    std::string drawing = ReadFile(ShippedSample());
+    for (std::size_t at = drawing.find("Cherry\r\n"); at != std::string::npos;
+         at = drawing.find("Cherry\r\n", at + 7))
+        drawing.insert(at + 6, " ");
+    Write("blank.dxf", drawing);
+    EXPECT_EQ(Run({"list", "blank.dxf", "--filter", "Material = Cherry", "--format", "json"}).output, "[]\n");
+    const Outcome found =
+        Run({"list", "blank.dxf", "--filter", "Material = \"Cherry \"", "--format", "json"});
+    EXPECT_NE(found.output.find("\"Door\""), std::string::npos);
+    EXPECT_EQ(found.errors, "");
+}
+
 TEST_F(ListChoices, AreKeptByNoLaterList) {
     ASSERT_EQ(List({"--group", "Material", "--filter", "Length > 500"}).status, 0);
     EXPECT_EQ(List({}).output,

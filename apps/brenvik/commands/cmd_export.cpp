@@ -77,6 +77,7 @@ ExitStatus Export(const HeldHome& home, const ExportOptions& options) {
     const ListChoices choices = options.choices.Parse();
     Teller teller(options.drawing.quiet);
     RemarkOnTextOrder(choices, teller);
+    RemarkOnGaps(choices, teller);
     RunDialogs dialogs(std::cerr);
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };
     Workplace workplace(home, dialogs);

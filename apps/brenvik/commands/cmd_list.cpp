@@ -60,6 +60,7 @@ ExitStatus List(const HeldHome& home, const ListOptions& options) {
     const ListChoices choices = options.choices.Parse();
     Teller teller(options.drawing.quiet);
     RemarkOnTextOrder(choices, teller);
+    RemarkOnGaps(choices, teller);
     ConsoleDialogs dialogs(std::cerr);
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };
     Workplace workplace(home, dialogs);

@@ -6,6 +6,7 @@
 
 #include "base/failure.h"
 #include "base/letter_case.h"
+#include "base/quoted.h"
 #include "query/frm_filter.h"
 
 namespace brenvik::app {
@@ -34,10 +35,10 @@ Argument ListChoiceOptions::Group() {
 }
 
 Argument ListChoiceOptions::Filter() {
-    return Argument(
-               "--filter", &filter,
-               "Only the parts that meet this: a column, one of = < > <> like, and a value: \"Material = "
-               "Oak\"")
+    return Argument("--filter", &filter,
+                    "Only the parts that meet this: a column, one of = < > <> like, and a value, which may "
+                    "stand in "
+                    "double quotes: \"Material = Oak\"")
         .Named("CRITERION");
 }
 
@@ -58,6 +59,12 @@ void RemarkOnTextOrder(const ListChoices& choices, Teller& teller) {
         if (isSorted || isCompared)
             teller.Remark(std::string(column) + " is a text, and is compared as one: 10 comes before 9");
     }
+}
+
+void RemarkOnGaps(const ListChoices& choices, Teller& teller) {
+    if (!choices.filter || !choices.filter->gapsLeftOff) return;
+    teller.Remark("--filter: the blanks around " + InQuotes(choices.filter->value) +
+                  " were left off; a value in double quotes keeps them");
 }
 
 void RemarkOnNoParts(const ListChoices& choices, std::size_t parts, std::size_t rows, Teller& teller) {

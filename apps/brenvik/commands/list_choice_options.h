@@ -23,6 +23,9 @@ struct ListChoiceOptions {
 /// Remarks on columns that hold numbers as texts where the choices put them in order: "10" comes before "9".
 void RemarkOnTextOrder(const ListChoices& choices, Teller& teller);
 
+/// A remark where blanks around the filter's value were left off: a part may have them in its text.
+void RemarkOnGaps(const ListChoices& choices, Teller& teller);
+
 /// Remarks on a filter that leaves no row of the parts, as a misspelt value does.
 void RemarkOnNoParts(const ListChoices& choices, std::size_t parts, std::size_t rows, Teller& teller);
 

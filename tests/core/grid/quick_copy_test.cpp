@@ -71,6 +71,45 @@ TEST_F(QuickCopyGuard, LetsTheLengthPassWhichNoBoxCopies) {
     EXPECT_EQ(Statements(), (Texts{"select 1=1", "SELECT * FROM brenvik_data"}));
 }
 
+TEST_F(QuickCopyGuard, NamesWhatABlankCellOfATickedColumnWouldClear) {
+    LoadThree();
+    Grid().UserEdit(13, 2, "keep me");
+    Grid().UserEdit(14, 3, "and me");
+    Grid().SetActiveCell(5, 1);
+    for (const char* box : {"chkNotes", "chkUserData1", "chkUserData2"}) Box(box).SetValue(1);
+    Statements();
+    system.dialogs.answers = {MessageAnswer::No};
+    PressKey();
+    EXPECT_EQ(
+        Refusal().text,
+        "The row that you copy has nothing in a ticked column. The copy clears what other rows have there: "
+        "Notes (1 row), User Data1 (1 row). Do you wish to copy anyway?");
+    EXPECT_EQ(Refusal().buttons, MessageButtons::YesNo);
+    EXPECT_TRUE(Statements().empty());
+    EXPECT_EQ(Cell(13, 2), "keep me");
+
+    system.dialogs.answers = {MessageAnswer::Yes};
+    PressKey();
+    EXPECT_EQ(Cell(13, 2), "");
+    EXPECT_EQ(Cell(5, 2), "Oak");
+}
+
+TEST_F(QuickCopyGuard, AsksNothingWhereNothingGoes) {
+    LoadThree();
+    Grid().SetActiveCell(5, 1);
+    Box("chkNotes").SetValue(1);
+    PressKey();
+    EXPECT_TRUE(system.Messages().empty());
+    // Blank cells alone are written to.
+    Grid().UserEdit(13, 2, "keep me");
+    Grid().SetActiveCell(5, 1);
+    Box("chkNotes").SetValue(1);
+    Box("chkBlank").SetValue(1);
+    PressKey();
+    EXPECT_TRUE(system.Messages().empty());
+    EXPECT_EQ(Cell(13, 2), "keep me");
+}
+
 class QuickCopyWork : public GridTest {
   protected:
     /// The update statements that a copy from a row runs.

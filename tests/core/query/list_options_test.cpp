@@ -77,9 +77,26 @@ TEST(ListOptionTexts, Filter) {
                                  {"Notes = looks like oak", "Notes|= Equal|looks like oak"},
                                  {"Notes like a=b", "Notes|* Like!|a=b"},
                                  {"Material = Oak \t\r\n", "Material|= Equal|Oak"},
+                                 {"Material = \" Oak \" ", "Material|= Equal| Oak "},
+                                 {"Material=\"Oak\"", "Material|= Equal|Oak"},
+                                 {"Notes = \"\"A\"\"", "Notes|= Equal|\"A\""},
+                                 {"Notes = \"", "Notes|= Equal|\""},
+                                 {"Notes = 3/4\"", "Notes|= Equal|3/4\""},
+                                 {"Notes = \"\"", "Notes|= Equal|"},
+                                 {"Length = \"600\"", "Length|= Equal|600"},
                                  {"\tMaterial = Oak", "Material|= Equal|Oak"},
                                  {"Notes = O'Brien", "Notes|= Equal|O'Brien"}})
         EXPECT_EQ(FilterText(each.text), each.read) << each.text;
+}
+
+TEST(ListOptionTexts, AFilterKnowsThatBlanksAroundItsValueWereLeftOff) {
+    const auto leftOff = [](const char* text) { return ParseListChoices("", "", text).filter->gapsLeftOff; };
+    for (const char* text :
+         {"Material = Oak ", "Material =  Oak", "Material = Oak\t", "Part Name like Side "})
+        EXPECT_TRUE(leftOff(text)) << text;
+    for (const char* text : {"Material = Oak", "Material=Oak", "Material = ", "Material = \"Oak \" ",
+                             "Notes =", "Length = 600 "})
+        EXPECT_FALSE(leftOff(text)) << text;
 }
 
 TEST(ListOptionTexts, ErrorsSayWhatIsKnown) {
