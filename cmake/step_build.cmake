@@ -4,7 +4,7 @@
 set(folders src/base platform/drafting_host/solids platform/drafting_host/step platform/drafting_host/step_module)
 set(texts "${FLAVOUR}")
 foreach(folder IN LISTS folders)
-  file(GLOB sources RELATIVE ${ROOT} ${ROOT}/${folder}/*.cpp ${ROOT}/${folder}/*.h)
+  file(GLOB_RECURSE sources RELATIVE ${ROOT} ${ROOT}/${folder}/*.cpp ${ROOT}/${folder}/*.h)
   list(SORT sources)
   foreach(source IN LISTS sources)
     file(SHA256 ${ROOT}/${source} hash)

@@ -11,7 +11,7 @@
 
 #include "base/utf8.h"
 #include "drafting_host/step/step_reader.h"
-#include "drafting_host/step/step_strings.h"
+#include "drafting_host/step/texts/step_strings.h"
 #include "solids/parts.h"
 #include "step/write_step.h"
 

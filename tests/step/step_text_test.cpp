@@ -1,5 +1,5 @@
 // The text of STEP files: statements, numbers, code pages.
-#include "drafting_host/step/step_text.h"
+#include "drafting_host/step/texts/step_text.h"
 #include "drafting_host/step/text_faults.h"
 
 #include <gtest/gtest.h>
@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "drafting_host/step/step_grammar.h"
-#include "drafting_host/step/step_quarantine.h"
-#include "drafting_host/step/step_statements.h"
+#include "drafting_host/step/texts/step_grammar.h"
+#include "drafting_host/step/texts/step_quarantine.h"
+#include "drafting_host/step/texts/step_statements.h"
 
 namespace brenvik::step {
 namespace {

@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "drafting_host/step/part_looks.h"
-#include "drafting_host/step/step_document.h"
-#include "drafting_host/step/step_strings.h"
+#include "drafting_host/step/looks/part_looks.h"
+#include "drafting_host/step/texts/step_document.h"
+#include "drafting_host/step/texts/step_strings.h"
 
 namespace brenvik::step {
 

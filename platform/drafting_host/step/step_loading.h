@@ -10,11 +10,11 @@
 #include <vector>
 
 #include "drafting_host/solids/length_unit.h"
-#include "drafting_host/step/body_faults.h"
-#include "drafting_host/step/step_document.h"
-#include "drafting_host/step/step_quarantine.h"
-#include "drafting_host/step/step_statements.h"
-#include "drafting_host/step/step_strings.h"
+#include "drafting_host/step/models/body_faults.h"
+#include "drafting_host/step/texts/step_document.h"
+#include "drafting_host/step/texts/step_quarantine.h"
+#include "drafting_host/step/texts/step_statements.h"
+#include "drafting_host/step/texts/step_strings.h"
 
 namespace brenvik::step {
 

@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "drafting_host/solids/length_unit.h"
-#include "drafting_host/step/step_document.h"
+#include "drafting_host/step/texts/step_document.h"
 
 namespace brenvik::step {
 

@@ -23,9 +23,9 @@
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/mass.h"
 #include "drafting_host/solids/transform.h"
-#include "drafting_host/step/modeller_session.h"
-#include "drafting_host/step/step_strings.h"
-#include "drafting_host/step/step_text.h"
+#include "drafting_host/step/texts/modeller_session.h"
+#include "drafting_host/step/texts/step_strings.h"
+#include "drafting_host/step/texts/step_text.h"
 
 namespace brenvik::step {
 namespace {

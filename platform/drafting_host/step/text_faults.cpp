@@ -13,8 +13,8 @@
 
 #include "base/letter_case.h"
 #include "base/numbers.h"
-#include "drafting_host/step/place_operators.h"
-#include "drafting_host/step/step_units.h"
+#include "drafting_host/step/places/place_operators.h"
+#include "drafting_host/step/places/step_units.h"
 
 namespace brenvik::step {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "drafting_host/step/step_quarantine.h"
+#include "drafting_host/step/texts/step_quarantine.h"
 
 namespace brenvik::step {
 

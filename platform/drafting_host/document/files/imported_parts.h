@@ -8,7 +8,7 @@
 
 #include "drafting_host/document/files/drawing_files.h"
 #include "drafting_host/document/files/drawing_units.h"
-#include "drafting_host/step/step_document.h"
+#include "drafting_host/step/texts/step_document.h"
 
 namespace brenvik {
 

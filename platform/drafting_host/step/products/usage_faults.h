@@ -1,0 +1,12 @@
+// What a STEP file says about its products and assemblies that can't be read as it is meant.
+#pragma once
+
+#include "drafting_host/step/texts/step_document.h"
+#include "drafting_host/step/texts/step_statements.h"
+
+namespace brenvik::step {
+
+/// Tells usages that have two places, places that belong to no usage, and usages of a kind that isn't read.
+void NoteDoubtfulUsages(const Statements& statements, StepDocument& document);
+
+}  // namespace brenvik::step
