@@ -454,5 +454,22 @@ TEST_F(Home, WithAControlCharacterInItsNameIsRefused) {
     }
 }
 
+TEST_F(Home, WithABackslashInItsPlaceIsRefused) {
+    std::filesystem::create_directory(Path("jobs\\a"));
+    for (const std::string name : {"a\\b", "b\\", "jobs\\a/home"}) {
+        const Outcome outcome = RunBare("", {"--home", name, "init"});
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_NE(outcome.errors.find(
+                      "expected a folder's name without a backslash, which parts folders in the home's "
+                      "paths, found "),
+                  std::string::npos)
+            << outcome.errors;
+        EXPECT_NE(outcome.errors.find(name), std::string::npos);
+        EXPECT_FALSE(Exists(name));
+    }
+    EXPECT_FALSE(Exists("a"));
+    EXPECT_FALSE(Exists("b"));
+}
+
 }  // namespace
 }  // namespace brenvik::cli_test

@@ -27,6 +27,20 @@ namespace {
 
 bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
 
+void RequirePlainName(std::string shown) {
+    const bool holdsControl = std::ranges::any_of(shown, IsControl);
+    const bool holdsBackslash =
+        std::filesystem::path::preferred_separator != '\\' && shown.find('\\') != std::string::npos;
+    if (!holdsControl && !holdsBackslash) return;
+    std::ranges::replace_if(shown, IsControl, '?');
+    throw CommandError(
+        ExitStatus::WrongWords,
+        "--home, or BRENVIK_HOME: expected a folder's name without " +
+            std::string(holdsControl ? "line breaks and other control characters"
+                                     : "a backslash, which parts folders in the home's paths") +
+            ", found " + shown);
+}
+
 void Warn(const std::string& remark) { std::cerr << "brenvik: " << remark << '\n'; }
 
 std::shared_ptr<const Claim> ClaimDatabase(const std::filesystem::path& file) {
@@ -38,17 +52,14 @@ std::shared_ptr<const Claim> ClaimDatabase(const std::filesystem::path& file) {
 
 }  // namespace
 
-// Settings and messages name the home's files, a line each.
+// Settings and messages name the home's files, a line each. The system's own paths part folders by a
+// backslash, so one within a name would spread the home over two folders.
 std::filesystem::path HomeOf(const std::string& homeOption) {
     const std::filesystem::path home = homeOption.empty() ? DefaultHome() : PathFromText(homeOption);
-    if (std::string shown = TextFromPath(home); std::ranges::any_of(shown, IsControl)) {
-        std::ranges::replace_if(shown, IsControl, '?');
-        throw CommandError(ExitStatus::WrongWords,
-                           "--home, or BRENVIK_HOME: expected a folder's name without line breaks and other "
-                           "control characters, found " +
-                               shown);
-    }
-    return AbsolutePath(home).lexically_normal();
+    std::filesystem::path place = AbsolutePath(home).lexically_normal();
+    // The folder that a relative name stands in may be what is wrong.
+    for (const std::filesystem::path& named : {home, place}) RequirePlainName(TextFromPath(named));
+    return place;
 }
 
 Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, Purpose purpose,
