@@ -1,8 +1,10 @@
 // brenvik prove: operations that somebody has added to a part file or renamed in it.
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
+#include "base/letter_case.h"
 #include "base/text.h"
 #include "prove_fixture.h"
 
@@ -62,8 +64,118 @@ class ProveOperations : public Prove {
         return text.substr(0, end) + hole + text.substr(end);
     }
 
+    /// A group of an entity with another value, for each of its places.
+    static std::string WithValues(std::string text, const std::string& group,
+                                  const std::function<double(double)>& change) {
+        const std::string mark = "\n" + group + "\n";
+        for (std::size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at)) {
+            at += mark.size();
+            const std::size_t length = text.find('\n', at) - at;
+            text.replace(at, length, std::to_string(change(std::stod(text.substr(at, length)))));
+        }
+        return text;
+    }
+
+    /// The file with the first entity that holds a text once more, changed, under a handle of its own.
+    static std::string WithCopy(const std::string& text, const std::string& type, const std::string& holding,
+                                const std::function<std::string(std::string)>& change) {
+        const std::string next = "\n  0\n";
+        std::size_t from = EntityAt(text, type), end = text.find(next, from + 1);
+        while (from != std::string::npos &&
+               text.substr(from, end - from).find(holding) == std::string::npos) {
+            from = text.find(next + type + "\n", end);
+            end = text.find(next, from + 1);
+        }
+        if (from == std::string::npos) return text;
+        const std::string copy = change(text.substr(from, end - from));
+        const std::string handle = ValueAt(copy, "  5", 0);
+        return text.substr(0, end) + ReplaceAll(copy, "\n  5\n" + handle + "\n", "\n  5\nABC0\n") +
+               text.substr(end);
+    }
+
     std::string file;
 };
+
+TEST_F(ProveOperations, ASecondOutlineWithinTheFirstIsTold) {
+    for (const char* target : {"C2C", "THERM", "ROV", "WOP5", "BW", "ABC"}) {
+        SCOPED_TRACE(target);
+        MakeFiles(target);
+        file = FileWith("LWPOLYLINE");
+        const std::string text = FileText();
+        for (const double inset : {0.05, 50.0}) {
+            SCOPED_TRACE(inset);
+            const auto smaller = [inset](double at) { return at < 1 ? at + inset : at - inset; };
+            const std::string edited =
+                WithCopy(text, "LWPOLYLINE", "\n 62\n2\n", [&](const std::string& outline) {
+                    return WithValues(WithValues(outline, " 10", smaller), " 20", smaller);
+                });
+            ASSERT_NE(edited, text);
+            Write(file, edited);
+            ExpectTold(ProveJob(), " goes around wood within another outline, and cuts the part smaller",
+                       oneRight);
+        }
+        Write(file, text);
+        EXPECT_EQ(ProveJob().status, 0);
+    }
+}
+
+TEST_F(ProveOperations, ASecondPathOfAnotherDepthInOnePlaceIsTold) {
+    for (const char* target : {"ABC", "RCIM", "Enroute"}) {
+        SCOPED_TRACE(target);
+        MakeFiles(target);
+        file = "cut/Part_0_Side_7.dxf";
+        const std::string text = FileText();
+        const std::string edited = WithCopy(text, "LWPOLYLINE", "\n  8\nPKC_", [](const std::string& path) {
+            return WithValues(path, " 39", [](double depth) { return depth / 2; });
+        });
+        ASSERT_NE(edited, text);
+        Write(file, edited);
+        ExpectTold(ProveJob(), " stands twice in one place", oneRight);
+    }
+}
+
+TEST_F(ProveOperations, AHoleWithinAnotherOneIsTold) {
+    for (const char* target : {"ROV", "CNI", "ASP", "BW", "WOP5"}) {
+        SCOPED_TRACE(target);
+        MakeFiles(target);
+        file = FileWith("CIRCLE");
+        const std::string text = FileText();
+        const std::string edited = WithCopy(text, "CIRCLE", "", [](const std::string& hole) {
+            return WithValues(hole, " 40", [](double radius) { return radius / 2; });
+        });
+        ASSERT_NE(edited, text);
+        Write(file, edited);
+        ExpectTold(ProveJob(), " cuts nothing that ", oneRight);
+    }
+}
+
+TEST_F(ProveOperations, LayersThatDifferInTheCaseOfLettersAloneAreTold) {
+    MakeFiles("ABC");
+    file = FileWith("LWPOLYLINE");
+    const std::string text = FileText();
+    const std::string layer = ValueAt(text, "  8", EntityAt(text, "LWPOLYLINE"));
+    const std::size_t record = text.rfind("\n  0\nLAYER\n", text.find("\n  2\n" + layer + "\n"));
+    const std::size_t end = text.find("\n  0\n", record + 1);
+    std::string other = ReplaceAll(text.substr(record, end - record), layer, FoldLower(layer));
+    other = ReplaceAll(other, "\n  5\n" + ValueAt(other, "  5", 0) + "\n", "\n  5\nABC0\n");
+    std::string edited = text.substr(0, end) + other + text.substr(end);
+    edited.replace(EntityAt(edited, "LWPOLYLINE"), std::string::npos,
+                   ReplaceAll(edited.substr(EntityAt(edited, "LWPOLYLINE")), "\n  8\n" + layer + "\n",
+                              "\n  8\n" + FoldLower(layer) + "\n"));
+    Write(file, edited);
+    ExpectTold(ProveJob(), " differ in the case of letters alone", oneRight);
+}
+
+TEST_F(ProveOperations, ADirectionThatIsNotOneLongIsTold) {
+    MakeFiles("BW");
+    file = FileWith("LWPOLYLINE");
+    const std::string text = FileText();
+    for (const char* up : {"0.0", "2.0"}) {
+        const std::size_t end = text.find("\n  0\n", EntityAt(text, "LWPOLYLINE") + 1);
+        Write(file, text.substr(0, end) + "\n210\n0.0\n220\n0.0\n230\n" + up + text.substr(end));
+        ExpectTold(ProveJob(), " has a direction that is not 1 long", oneRight);
+    }
+}
 
 TEST_F(ProveOperations, ASecondHoleOfAnotherDepthInOnePlaceIsTold) {
     for (const char* target : {"ASP", "ABC", "RCIM", "Enroute"}) {

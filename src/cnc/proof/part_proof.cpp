@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
+#include <iterator>
 #include <numeric>
 #include <optional>
 #include <utility>
@@ -18,7 +18,7 @@
 #include "cnc/plan/doubled_back.h"
 #include "cnc/plan/plan_field.h"
 #include "cnc/plan/plan_piece.h"
-#include "cnc/proof/twin_operations.h"
+#include "cnc/proof/single_operations.h"
 
 namespace brenvik {
 
@@ -60,38 +60,12 @@ struct SlabSpot {
     Slab slab;
 };
 
-bool Overlap(const PlanBox& a, const PlanBox& b, double slack) {
-    return std::min(a.maxX, b.maxX) - std::max(a.minX, b.minX) > slack &&
-           std::min(a.maxY, b.maxY) - std::max(a.minY, b.minY) > slack;
-}
-
 bool Overlap(const PlanSpot& a, const PlanSpot& b, double slack) {
     if (!Overlap(a.box, b.box, slack)) return false;
     return std::ranges::any_of(a.stripes, [&](const PlanBox& one) {
         return std::ranges::any_of(b.stripes,
                                    [&](const PlanBox& other) { return Overlap(one, other, slack); });
     });
-}
-
-/// Around all sides, and no closer than a round one reaches.
-PlanBox BoxAround(const std::vector<PlanSide>& sides) {
-    constexpr double far = std::numeric_limits<double>::max();
-    PlanBox box{far, far, -far, -far};
-    for (const PlanSide& side : sides) {
-        const double beyond =
-            std::abs(side.bulge) * std::hypot(side.to.x - side.from.x, side.to.y - side.from.y);
-        for (const PlanPoint& end : {side.from, side.to}) {
-            box.minX = std::min(box.minX, end.x - beyond);
-            box.minY = std::min(box.minY, end.y - beyond);
-            box.maxX = std::max(box.maxX, end.x + beyond);
-            box.maxY = std::max(box.maxY, end.y + beyond);
-        }
-    }
-    return box;
-}
-
-std::string ReportedPlace(const PlanPoint& point) {
-    return ReportedLength(point.x) + "," + ReportedLength(point.y);
 }
 
 class Prover {
@@ -117,8 +91,7 @@ class Prover {
     }
 
     PartProof Prove() {
-        TellTwins();
-        TellIdle();
+        TellSingleOperations();
         TellDoubled();
         for (std::size_t i = 0; i < mOperations.size(); ++i) ShowCorners(i);
         for (const PartSection& section : mSections) {
@@ -154,9 +127,9 @@ class Prover {
     /// What a bit leaves of a path that crosses itself, say, is known to nobody; all else can be compared.
     void TellUnknownRest(const WrittenOperation& operation) {
         const PlanBox box = BoxAround(operation.sides);
+        const double low = std::max(operation.low, mBox.min.z), high = std::min(operation.high, mBox.max.z);
         mProof.faults.push_back("what the bit of " + ReportedLength(operation.bit) + " leaves of " +
-                                operation.layer + (operation.secondSide ? " of the second side" : "") + ", " +
-                                ReportedLength(HighOf(operation) - LowOf(operation)) + " deep, from " +
+                                NameWithSide(operation) + ", " + ReportedLength(high - low) + " deep, from " +
                                 ReportedPlace({box.minX, box.minY}) + " to " +
                                 ReportedPlace({box.maxX, box.maxY}) +
                                 ", could not be compared, since its way does not close");
@@ -262,21 +235,6 @@ class Prover {
     }
 
     // What the operations do at a height.
-
-    /// What a lying cylinder shows at a height.
-    static std::vector<PlanSide> BoreAt(const WrittenOperation& operation, double height) {
-        const LevelRound& bore = *operation.bore;
-        const double rise = height - bore.on.z;
-        const double half = std::sqrt(std::max(0.0, bore.radius * bore.radius - rise * rise));
-        const double depth = operation.boreDepth;
-        const PlanPoint across{-bore.along.y * half, bore.along.x * half};
-        const PlanPoint mouth{bore.on.x, bore.on.y};
-        const PlanPoint floor{mouth.x + bore.along.x * depth, mouth.y + bore.along.y * depth};
-        return SidesAround({PlanPoint{mouth.x - across.x, mouth.y - across.y},
-                            {floor.x - across.x, floor.y - across.y},
-                            {floor.x + across.x, floor.y + across.y},
-                            {mouth.x + across.x, mouth.y + across.y}});
-    }
 
     static void AddLump(const PlanShape& lump, std::optional<PlanShape>& outline) {
         if (!outline) {
@@ -392,38 +350,19 @@ class Prover {
         return spot.width > NoWidth * mUnit || spot.volume > NoVolume * mUnit * mUnit * mUnit;
     }
 
-    // Operations that occur twice.
+    // Operations by themselves.
 
-    /// Of an operation within the part: how far the spoil board is cut doesn't count.
-    double LowOf(const WrittenOperation& one) const { return std::max(one.low, mBox.min.z); }
-    double HighOf(const WrittenOperation& one) const { return std::min(one.high, mBox.max.z); }
-
-    void TellTwins() {
-        for (std::size_t i = 0; i < mOperations.size(); ++i)
-            for (std::size_t j = i + 1; j < mOperations.size(); ++j)
-                if (AreTwins(mOperations[i], mOperations[j], {mBox.min.z, mBox.max.z}, mUnit)) {
-                    const std::string &one = mOperations[i].layer, &other = mOperations[j].layer;
-                    mProof.faults.push_back(one == other ? one + " stands twice in one place"
-                                                         : one + " and " + other + " stand in one place");
-                }
-    }
-
-    // Operations that pass the sheet by.
-
-    bool IsOnSheet(const WrittenOperation& operation) const {
-        const std::vector<PlanSide> sides =
-            operation.bore ? BoreAt(operation, operation.bore->on.z) : operation.sides;
-        const double slack = NoDepth * mUnit;
-        return Overlap(BoxAround(sides), {mBox.min.x, mBox.min.y, mBox.max.x, mBox.max.y}, slack) &&
-               HighOf(operation) - LowOf(operation) > slack;
-    }
-
-    void TellIdle() {
-        for (const WrittenOperation& operation : mOperations)
-            if (operation.kind != OperationKind::Outline && !IsOnSheet(operation))
-                mProof.faults.push_back(operation.layer +
-                                        (operation.secondSide ? " of the second side" : "") +
-                                        " passes the part by and cuts nothing");
+    void TellSingleOperations() {
+        const auto isWood = [this](const WrittenOperation& each, const PlanPoint& at) {
+            return IsWood(each, at);
+        };
+        // Between themselves each takes what its bit gets to: another one may be there for a corner.
+        std::vector<PlanShape> shapes = mShapes;
+        for (std::size_t i = 0; i < shapes.size(); ++i)
+            for (const RoundedCorner& corner : mCorners[i])
+                std::ranges::copy(BorderOf(corner), std::back_inserter(shapes[i].notReached));
+        std::ranges::move(FaultsOfSingleOperations({mOperations, shapes, mBox, mUnit, isWood}),
+                          std::back_inserter(mProof.faults));
     }
 
     // Paths that go out and come back the same way: what they enclose there is too little for a difference.
@@ -452,9 +391,7 @@ class Prover {
             for (const DoubledStretch& stretch :
                  DoubledBack(operation.sides, NoWidth * mUnit, ShortestDoubled * mUnit)) {
                 if (!IsInWood(operation, stretch)) continue;
-                mProof.faults.push_back(operation.layer +
-                                        (operation.secondSide ? " of the second side" : "") +
-                                        " runs out and back the same way, from " +
+                mProof.faults.push_back(NameWithSide(operation) + " runs out and back the same way, from " +
                                         ReportedPlace(stretch.from) + " to " + ReportedPlace(stretch.to));
                 break;
             }

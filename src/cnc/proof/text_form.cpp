@@ -4,12 +4,14 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <initializer_list>
 #include <map>
 #include <optional>
 #include <set>
 #include <span>
 
+#include "base/letter_case.h"
 #include "base/quoted.h"
 #include "base/text.h"
 #include "cnc/proof/written_text.h"
@@ -27,6 +29,9 @@ constexpr int NoUnit = 0, Inches = 1, Millimetres = 4;
 constexpr int Frozen = 1, Closed = 1, InSpace = 8, LinetypeRunsOn = 128, VertexInSpace = 32;
 /// From here on groups belong to other programs.
 constexpr int ExtendedData = 1000, LastGroup = 1071;
+
+/// Directions are written with six decimals at the least.
+constexpr double SameLength = 1e-5;
 
 namespace group {
 constexpr int Type = 0, Name = 2, Handle = 5, Layer = 8, X = 10, Y = 20, Z = 30, Elevation = 38,
@@ -259,6 +264,11 @@ class FormCheck {
                 Fault(record.line, "a layer without a name");
                 continue;
             }
+            // To some receivers they are one layer, and to others two.
+            const auto [other, isNew] = mFolded.emplace(FoldUpper(name->value), name->value);
+            if (!isNew && other->second != name->value)
+                Fault(record.line, "the layers " + std::string(other->second) + " and " +
+                                       std::string(name->value) + " differ in the case of letters alone");
             if (!mLayers.emplace(name->value, record).second)
                 Fault(record.line, "the layer " + std::string(name->value) + " stands twice in the table");
         }
@@ -308,6 +318,7 @@ class FormCheck {
         const std::ptrdiff_t normals =
             record.CountOf(group::NormalX) + record.CountOf(group::NormalY) + record.CountOf(group::NormalZ);
         if (normals != 0 && normals != 3) Fault(record.line, OnLayer(record) + " has half a direction");
+        if (normals == 3) LookAtDirection(record);
         Expect(record, group::Hidden, {0}, "is hidden");
         Expect(record, group::InPaper, {0}, "lies in paper space");
         if (record.type == "LWPOLYLINE") LookAtPath(record);
@@ -321,6 +332,17 @@ class FormCheck {
             LookAtLayer(record);
         else if (record.LayerName() != polyline->LayerName())
             Fault(record.line, OnLayer(record) + " belongs to a line on layer " + polyline->LayerName());
+    }
+
+    /// What a direction of another length than 1 stands for each reader answers its own way.
+    void LookAtDirection(const Record& record) {
+        double squares = 0;
+        for (const int code : {group::NormalX, group::NormalY, group::NormalZ}) {
+            const double along = Read<double>(record.Find(code)->Number()).value_or(0);
+            squares += along * along;
+        }
+        if (std::abs(squares - 1) > SameLength)
+            Fault(record.line, OnLayer(record) + " has a direction that is not 1 long");
     }
 
     void Miss(const Record& record, int code) {
@@ -396,6 +418,7 @@ class FormCheck {
     RunUnits mUnits;
     std::vector<Group> mGroups;
     std::map<std::string_view, Record> mLayers;
+    std::map<std::string, std::string_view> mFolded;
     std::set<std::string> mLooked;
     std::set<std::string_view> mHandles;
     TextForm mForm;

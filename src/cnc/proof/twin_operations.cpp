@@ -29,8 +29,20 @@ bool SameSides(const std::vector<PlanSide>& a, const std::vector<PlanSide>& b, d
     });
 }
 
-bool AreHolesOfOneSide(const WrittenOperation& a, const WrittenOperation& b) {
-    return a.kind == OperationKind::Hole && b.kind == OperationKind::Hole && a.secondSide == b.secondSide;
+bool AreUprightOfOneSide(const WrittenOperation& a, const WrittenOperation& b) {
+    const auto isUpright = [](const WrittenOperation& each) {
+        return !each.bore && each.kind != OperationKind::Outline;
+    };
+    return isUpright(a) && isUpright(b) && a.secondSide == b.secondSide;
+}
+
+/// Of two bores in one line the wider one is the other's counterbore if it is less deep.
+bool HoldsBore(const WrittenOperation& outer, const WrittenOperation& inner, double unit) {
+    const LevelRound &a = *outer.bore, &b = *inner.bore;
+    const double off = std::hypot(a.on.x - b.on.x, a.on.y - b.on.y, a.on.z - b.on.z);
+    const bool sameWay = a.along.x * b.along.x + a.along.y * b.along.y > 0;
+    return off < SamePlace * unit && sameWay && inner.boreDepth < outer.boreDepth + SamePlace * unit &&
+           b.radius < a.radius + SamePlace * unit;
 }
 
 }  // namespace
@@ -39,15 +51,13 @@ bool AreTwins(const WrittenOperation& a, const WrittenOperation& b, const Height
     if (a.bore.has_value() != b.bore.has_value()) return false;
     // Both sides have the outline, and edge bores that go right through.
     if (a.secondSide != b.secondSide && (a.bore || a.kind == OperationKind::Outline)) return false;
-    // Of two holes from one side the deeper one holds the other.
-    if (AreHolesOfOneSide(a, b)) return SameSides(a.sides, b.sides, unit);
+    // Of two from one side the deeper one holds the other.
+    if (AreUprightOfOneSide(a, b)) return SameSides(a.sides, b.sides, unit);
+    if (a.bore) return HoldsBore(a, b, unit) || HoldsBore(b, a, unit);
     const auto near = [unit](double one, double other) { return std::abs(one - other) < SamePlace * unit; };
-    if (!near(std::max(a.low, part.low), std::max(b.low, part.low)) ||
-        !near(std::min(a.high, part.high), std::min(b.high, part.high)))
-        return false;
-    if (!a.bore) return SameSides(a.sides, b.sides, unit);
-    return near(a.bore->on.x, b.bore->on.x) && near(a.bore->on.y, b.bore->on.y) &&
-           near(a.boreDepth, b.boreDepth);
+    return near(std::max(a.low, part.low), std::max(b.low, part.low)) &&
+           near(std::min(a.high, part.high), std::min(b.high, part.high)) &&
+           SameSides(a.sides, b.sides, unit);
 }
 
 }  // namespace brenvik

@@ -91,6 +91,116 @@ TEST(PartProof, WhatGoesThroughFromBothSidesStandsTwiceHoweverDeepInTheSpoilBoar
               (Texts{"ABOVE and BELOW stand in one place"}));
 }
 
+TEST(PartProof, OneCourseFromOneSideStandsTwiceAtAnyDepthAndFromAnyCorner) {
+    const std::vector<PlanSide> recess = Rectangle(100, 100, 200, 160);
+    std::vector<PlanSide> backwards;
+    for (const PlanSide& side : recess) backwards.insert(backwards.begin(), {side.to, side.from});
+    std::ranges::rotate(backwards, backwards.begin() + 1);
+    const std::vector<WrittenOperation> operations{Outline(), Path("DEEP", recess, 12),
+                                                   Path("SHALLOW", backwards, 15)};
+    EXPECT_EQ(ProvePart(Board(recess, 12), operations, {}, 1).faults,
+              (Texts{"DEEP and SHALLOW stand in one place"}));
+}
+
+TEST(PartProof, AnOperationThatAnotherOneHoldsIsTold) {
+    const std::vector<PlanSide> recess = Rectangle(100, 100, 200, 160);
+    const auto faults = [&](const std::vector<PlanSide>& inner, double low) {
+        const std::vector<WrittenOperation> operations{Outline(), Path("OUTER", recess, 12),
+                                                       Path("INNER", inner, low)};
+        return ProvePart(Board(recess, 12), operations, {}, 1).faults;
+    };
+    const Texts told{"INNER cuts nothing that OUTER does not cut, from 100.05,100 to 200,160"};
+    EXPECT_EQ(faults(Rectangle(100.05, 100, 200, 160), 12), told);
+    EXPECT_EQ(faults(Rectangle(100.05, 100, 200, 160), 16), told);
+    EXPECT_EQ(faults(Rectangle(100.05, 100, 200, 160), 11.9), Texts());
+    EXPECT_EQ(faults(Rectangle(90, 110, 190, 120), 12), Texts());
+}
+
+TEST(PartProof, WhatTheBitOfTheLargerPathLeavesIsAnotherOnes) {
+    // Within the line, but in the core of a route and in the corner of a pocket.
+    const std::vector<PlanSide> recess = Rectangle(100, 100, 200, 160);
+    WrittenOperation route = Path("RT", recess, 12);
+    route.bit = 12;
+    route.followed = true;
+    const std::vector<WrittenOperation> cleared{Outline(), route,
+                                                Path("CORE", Rectangle(110, 110, 190, 150), 12)};
+    EXPECT_TRUE(ProvePart(Board(recess, 12), cleared, {}, 1).faults.empty());
+    WrittenOperation pocket = Path("PKC", recess, 12);
+    pocket.bit = 20;
+    const std::vector<WrittenOperation> cornered{Outline(), pocket,
+                                                 Path("CORNER", Rectangle(100, 100, 109, 109), 12)};
+    EXPECT_TRUE(ProvePart(Board(recess, 12), cornered, {}, 1).faults.empty());
+    // A groove as wide as its bit has no core.
+    WrittenOperation groove = Path("GROOVE", Rectangle(100, 100, 200, 112), 12);
+    groove.bit = 12;
+    groove.followed = true;
+    const std::vector<WrittenOperation> crossing{Outline(), groove,
+                                                 Path("HOLE", Rectangle(140, 90, 150, 120), 0)};
+    EXPECT_TRUE(ProvePart(Board(recess, 12), crossing, {}, 1).faults.empty());
+}
+
+TEST(PartProof, ASecondOutlineWithinTheFirstIsTold) {
+    for (const double inset : {0.02, 0.1, 1.0, 50.0}) {
+        SCOPED_TRACE(inset);
+        WrittenOperation smaller = Outline();
+        smaller.sides = Rectangle(inset, 0, length, width);
+        const std::vector<WrittenOperation> operations{Outline(), smaller};
+        const PartProof proof = ProvePart(Board(), operations, {}, 1);
+        ASSERT_EQ(proof.faults.size(), 1U);
+        EXPECT_TRUE(proof.faults[0].starts_with(
+            "OT goes around wood within another outline, and cuts the part smaller, from "));
+    }
+    const std::vector<WrittenOperation> twice{Outline(), Outline()};
+    EXPECT_EQ(ProvePart(Board(), twice, {}, 1).faults, Texts{"OT stands twice in one place"});
+    const std::vector<WrittenOperation> bothSides{Outline(), Outline(true)};
+    EXPECT_TRUE(ProvePart(Board(), bothSides, {}, 1).faults.empty());
+}
+
+/// A board with a window in which a lump stands that belongs to it.
+class BoardWithLump : public Board {
+  public:
+    using Board::Board;
+    std::vector<PlanSide> At(double height) const override {
+        std::vector<PlanSide> sides = Board::At(height);
+        for (const PlanSide& side : Rectangle(150, 150, 250, 250)) sides.push_back(side);
+        return sides;
+    }
+};
+
+TEST(PartProof, ALumpInAWindowHasAnOutlineOfItsOwn) {
+    const std::vector<PlanSide> window = Rectangle(100, 100, 300, 300);
+    WrittenOperation around = Outline();
+    around.sides = Rectangle(150, 150, 250, 250);
+    const std::vector<WrittenOperation> operations{Outline(), around, Path("RT", window, -0.3)};
+    EXPECT_TRUE(ProvePart(BoardWithLump(window), operations, {}, 1).faults.empty());
+}
+
+TEST(PartProof, ACounterboredEdgeBoreIsTwoAndOneThatTheOtherHoldsIsTold) {
+    const auto bore = [](const char* layer, double diameter, double depth) {
+        WrittenOperation operation{OperationKind::Bore, layer, false, {}, 9 - diameter / 2, 9 + diameter / 2};
+        operation.bore = LevelRound{{0, 200, 9}, {1, 0, 0}, diameter / 2};
+        operation.boreDepth = depth;
+        return operation;
+    };
+    const std::vector<WrittenOperation> stepped{Outline(), bore("WIDE", 8, 10), bore("DEEP", 5, 30)};
+    EXPECT_TRUE(ProvePart(Board(), stepped, {}, 1).faults.empty());
+    const std::vector<WrittenOperation> held{Outline(), bore("WIDE", 8, 30), bore("THIN", 5, 30)};
+    EXPECT_EQ(ProvePart(Board(), held, {}, 1).faults, Texts{"WIDE and THIN stand in one place"});
+}
+
+TEST(PartProof, AVertexThatStandsTwiceAndAWayThatRunsTwiceAreTold) {
+    std::vector<PlanSide> recess = Rectangle(100, 100, 200, 160);
+    recess.insert(recess.begin(), {{100, 100}, {100, 100}, 1});
+    const std::vector<WrittenOperation> vertex{Outline(), Path("PKC", recess, 12)};
+    EXPECT_EQ(ProvePart(Board(recess, 12), vertex, {}, 1).faults,
+              Texts{"PKC has a vertex twice, at 100,100"});
+    std::vector<PlanSide> around = Rectangle(100, 100, 200, 160);
+    around.insert(around.end(), recess.begin() + 1, recess.end());
+    const std::vector<WrittenOperation> twice{Outline(), Path("PKC", around, 12)};
+    EXPECT_EQ(ProvePart(Board(Rectangle(100, 100, 200, 160), 12), twice, {}, 1).faults,
+              Texts{"PKC runs twice from 100,100 to 200,100"});
+}
+
 TEST(PartProof, ARouteLeavesWhatItsBitDoesNotReach) {
     const std::vector<PlanSide> recess = Rectangle(100, 100, 200, 160);
     WrittenOperation route = Path("RT", recess, 12);
