@@ -1,20 +1,16 @@
 // brenvik join: one run out of the shares that several calls have made of it. It is the run of these calls
 // over the whole drawing, which takes what came of a part in the place of the work on it.
-#include <filesystem>
 #include <memory>
-#include <system_error>
 
 #include "commands/cnc_call.h"
+#include "commands/join_folder.h"
 #include "commands/joined_shares.h"
 #include "commands/share_text.h"
-#include "file_roots/places.h"
-#include "file_roots/whole_file.h"
+#include "reports/teller.h"
 
 namespace brenvik::app {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 struct JoinOptions {
     std::vector<std::string> folders;
@@ -26,17 +22,6 @@ struct JoinOptions {
 
 std::string NameOf(const Share& share) {
     return "share " + std::to_string(share.number) + "/" + std::to_string(share.of);
-}
-
-void RequireEmptyFolder(const std::string& out) {
-    std::error_code error;
-    const fs::path folder = PathFromText(out);
-    if (fs::exists(folder, error) && !fs::is_directory(folder, error))
-        Refuse("--out: expected a folder, found the file " + out);
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
-        if (const std::string name = TextFromPath(entry->path().filename());
-            !name.starts_with(WorkFilePrefix))
-            Refuse("--out: expected an empty folder, and " + out + " holds " + name);
 }
 
 /// Each of one job, and all of them.
@@ -75,15 +60,20 @@ std::string DrawingOf(const ShareJob& job, const std::string& given) {
         given.empty() ? std::vector<std::string>{job.drawing, job.place} : std::vector<std::string>{given};
     for (const std::string& place : places)
         if (DigestOfFile(place) == content) return place;
+    // A run that saves its drawing may have changed it, as the join itself does at its end.
+    const char* hint = job.Fact("setting CNCSave") == "0"
+                           ? "; with CNCSave 0 a join saves it at its end, so that they can't be joined twice"
+                           : "";
     throw CommandError(ExitStatus::Unreadable,
                        places.back() + ": expected the drawing that the shares were made of, " +
                            (DigestOfFile(places.back()) ? "found another one" : "found none") +
-                           "; name it with --drawing");
+                           "; name it with --drawing" + hint);
 }
 
 ExitStatus JoinAll(const HeldHome& home, const JoinOptions& options) {
-    RequireEmptyFolder(options.out);
     const std::vector<ShareInFolder> shares = ReadShares(options.folders);
+    JoinFolder folder(options.out, shares);
+    folder.Require();
     const ShareJob& job = shares.front().share.job;
     CncOptions run = OptionsOf(job);
     run.drawing.drawing = DrawingOf(job, options.drawing);
@@ -92,8 +82,16 @@ ExitStatus JoinAll(const HeldHome& home, const JoinOptions& options) {
     if (const auto difference = DifferenceOf(job, JobOf(home, run, shares.size())))
         Refuse("expected this program and home to be as those of " + options.folders.front() + "; " +
                *difference);
-    return CallCnc(home, run,
-                   [&](FileRoots& files) { return std::make_unique<JoinedShares>(files, shares); });
+    Teller teller(options.quiet);
+    for (const std::string& file : FilesOfNoShare(shares))
+        teller.Loss(file + " is none of its share's files, and was not taken");
+    const ExitStatus status =
+        CallCnc(home, run,
+                {.workers = [&](FileRoots& files) { return std::make_unique<JoinedShares>(files, shares); },
+                 .care = folder.Care()});
+    if (folder.HasTakenPlace())
+        teller.Tell(options.out + ": what an earlier join of these shares had left unfinished was replaced");
+    return status == ExitStatus::Done ? teller.Status() : status;
 }
 
 }  // namespace
@@ -105,7 +103,9 @@ Command JoinCommand() {
         "Put the shares of a CNC run together that cnc --shard has made: the files, lists and messages are "
         "those of one run over the whole drawing",
         {Argument("FOLDER", &options->folders, "The folders of all shares, in any order").Required(),
-         Argument("--out", &options->out, "Where the files go: an empty folder, or one that isn't there")
+         Argument("--out", &options->out,
+                  "Where the files go: a folder that is empty or isn't there, or what an ended join of these "
+                  "shares left")
              .Required()
              .Named("DIR"),
          Argument("--drawing", &options->drawing, "The drawing, where it lies elsewhere than for the shares")

@@ -32,14 +32,19 @@ struct PartsOptions {
 /// The export begins by emptying its folder, so one that holds other files is refused.
 constexpr OutputFolderRule FolderOfExports{PartExportEmpties, "which is from no export", IsFileOfAnExport};
 
-void MapOutput(Workplace& workplace, const PartsOptions& options) {
+/// Says where the drawings go, and gives the folder as it is now.
+SeenFolder MapOutput(Workplace& workplace, const PartsOptions& options) {
     const fs::path drawing = PathFromText(options.drawing.drawing);
-    if (options.out.empty())
-        return RequireFolderWithoutDrawing(workplace.files.Resolve(PartExportFolder), drawing,
-                                           FolderOfExports);
+    if (options.out.empty()) {
+        SeenFolder seen(workplace.files.Resolve(PartExportFolder));
+        RequireFolderWithoutDrawing(workplace.files.Resolve(PartExportFolder), drawing, FolderOfExports);
+        return seen;
+    }
     const fs::path folder = PathFromText(options.out);
+    SeenFolder seen(folder);
     RequireOwnFolder(folder, options.out, drawing, FolderOfExports);
     workplace.files.MapFolder(PartExportFolder, folder);
+    return seen;
 }
 
 /// The names of the finished drawings, a line each.
@@ -55,7 +60,8 @@ ExitStatus Parts(const HeldHome& home, const PartsOptions& options) {
     RunDialogs dialogs(std::cerr);
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };
     Workplace workplace(home, dialogs);
-    MapOutput(workplace, options);
+    const SeenFolder seen = MapOutput(workplace, options);
+    const CareInForce care({.mayEmpty = [&seen] { return seen.WhatIsNew(); }});
     const OpenedInput opened = OpenAndSelect(workplace, options.drawing, options.unit, teller);
     const std::size_t notes = opened.document.Notes().size();
     teller.Progress("writing " + std::to_string(opened.selected) + " parts");

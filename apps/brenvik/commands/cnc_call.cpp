@@ -40,29 +40,22 @@ namespace fs = std::filesystem;
 /// A run begins by emptying its output folders, so one that holds other files is refused.
 constexpr OutputFolderRule FolderOfRuns{RunEmpties, "which is from no run", IsFileOfARun};
 
-/// The folder of second sides, in whatever case it is there.
-std::vector<std::string> SecondSideFoldersIn(const fs::path& folder) {
-    std::vector<std::string> names;
-    std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        const std::string name = TextFromPath(entry->path().filename());
-        if (EqualsIgnoreCase(name, "2-sided")) names.push_back(name);
-    }
-    return names;
-}
-
-void MapOutput(Workplace& workplace, const CncOptions& options) {
+/// Says where the files go, and gives the folder as it is now.
+SeenFolder MapOutput(Workplace& workplace, const CncOptions& options) {
     const fs::path drawing = PathFromText(options.drawing.drawing);
     if (options.out.empty()) {
+        SeenFolder seen(workplace.files.Resolve(OutputFolder));
         for (const std::string_view folder : {OutputFolder, SecondSideFolder})
             RequireFolderWithoutDrawing(workplace.files.Resolve(folder), drawing, FolderOfRuns);
-        return;
+        return seen;
     }
     const fs::path folder = PathFromText(options.out);
+    SeenFolder seen(folder);
     RequireOwnFolder(folder, options.out, drawing, FolderOfRuns);
-    for (const std::string& name : SecondSideFoldersIn(folder))
-        RequireOwnFolder(folder / PathFromText(name), options.out + "/" + name, drawing, FolderOfRuns);
+    for (const fs::path& second : SecondSideFoldersIn(folder))
+        RequireOwnFolder(second, options.out + "/" + TextFromPath(second.filename()), drawing, FolderOfRuns);
     workplace.files.MapFolder(OutputFolder, folder);
+    return seen;
 }
 
 /// What a user does who exports the whole list to a target.
@@ -159,18 +152,20 @@ std::string CheckShare(std::string& word) {
     return {};
 }
 
-ExitStatus CallCnc(const HeldHome& home, const CncOptions& options, const WorkersOfRun& workersOfRun) {
+ExitStatus CallCnc(const HeldHome& home, const CncOptions& options, const GivenToRun& given) {
     const TargetDriver& driver = *FindTarget(options.target);
     Teller teller(options.drawing.quiet);
     RunDialogs dialogs(std::cerr);
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };
     Workplace workplace(home, dialogs);
-    MapOutput(workplace, options);
+    const SeenFolder seen = MapOutput(workplace, options);
+    const CareInForce care(given.care ? *given.care
+                                      : OutputCare{.mayEmpty = [&seen] { return seen.WhatIsNew(); }});
     SetProof(!options.noProof);
     const std::unique_ptr<WorkersPort> workers =
-        workersOfRun ? workersOfRun(workplace.files)
-                     : std::make_unique<PartWorkers>(workplace.files, workplace.host.Written(),
-                                                     options.jobs.empty() ? 0 : std::stoi(options.jobs));
+        given.workers ? given.workers(workplace.files)
+                      : std::make_unique<PartWorkers>(workplace.files, workplace.host.Written(),
+                                                      options.jobs.empty() ? 0 : std::stoi(options.jobs));
     SpreadRuns(workers.get());
     const ShareOfCall share(home, options, workplace.files, *workers);
     const OpenedInput opened = OpenAndSelect(workplace, options.drawing, options.unit, teller);

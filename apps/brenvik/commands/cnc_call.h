@@ -4,8 +4,10 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "cnc/output/output_care.h"
 #include "drawings/drawing_unit.h"
 #include "home/held_home.h"
 #include "session/ports/workers_port.h"
@@ -27,8 +29,15 @@ struct CncOptions {
 /// Who works on the parts of a run, other than its own processes; `files` are those of the run.
 using WorkersOfRun = std::function<std::unique_ptr<WorkersPort>(FileRoots& files)>;
 
+/// What a run doesn't see to itself.
+struct GivenToRun {
+    WorkersOfRun workers = {};
+    /// Without it the run only empties its folder of what it has seen there at its beginning.
+    std::optional<OutputCare> care = {};
+};
+
 /// Runs, and tells what the run came to.
-ExitStatus CallCnc(const HeldHome& home, const CncOptions& options, const WorkersOfRun& workers = {});
+ExitStatus CallCnc(const HeldHome& home, const CncOptions& options, const GivenToRun& given = {});
 
 /// For the option --shard, such as 2/4: what was expected, blank for a share.
 std::string CheckShare(std::string& word);

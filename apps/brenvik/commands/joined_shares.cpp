@@ -2,8 +2,12 @@
 #include "commands/joined_shares.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <optional>
+#include <set>
+#include <system_error>
 
+#include "base/letter_case.h"
 #include "base/sha256.h"
 #include "base/skip.h"
 #include "cnc/output/output_claim.h"
@@ -17,6 +21,8 @@
 namespace brenvik::app {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr std::string_view SecondSides = "2-sided\\";
 
@@ -47,6 +53,28 @@ void RequireFilesOf(const ShareInFolder& share) {
                                    (digest ? "another one" : "none"));
         }
     }
+}
+
+std::vector<std::string> FilesOfNoShare(const std::vector<ShareInFolder>& shares) {
+    std::vector<std::string> foreign;
+    for (const ShareInFolder& share : shares) {
+        std::set<std::string, LessIgnoreCase> own{PlaceOf(share.folder, std::string(ShareText))};
+        for (const SharedPart& part : share.share.done.parts)
+            if (part.end.kind == WorkerEnd::Kind::Done)
+                for (const std::string& file : UnpackResult(part.end.text).files)
+                    own.insert(PlaceOf(share.folder, file));
+        for (const std::string& folder : {share.folder, share.folder + "/2-sided"}) {
+            std::error_code error;
+            for (fs::directory_iterator entry(PathFromText(folder), error), end; !error && entry != end;
+                 entry.increment(error)) {
+                const std::string name = TextFromPath(entry->path().filename());
+                const bool looksAsOne = IsFileOfARun(name) || FoldLower(name).ends_with(".dxf");
+                if (looksAsOne && !own.contains(folder + "/" + name)) foreign.push_back(folder + "/" + name);
+            }
+        }
+    }
+    std::ranges::sort(foreign);
+    return foreign;
 }
 
 JoinedShares::JoinedShares(FileRoots& roots, const std::vector<ShareInFolder>& shares) : mFiles(roots) {

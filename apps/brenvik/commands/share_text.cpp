@@ -110,6 +110,12 @@ std::string ShareJob::Fact(const std::string& name) const {
     return found == facts.end() ? std::string() : found->second;
 }
 
+std::string FingerprintOf(const ShareJob& job) {
+    std::string packed;
+    PackJob(packed, {{}, {}, job.facts});
+    return Sha256(packed);
+}
+
 std::optional<std::string> DigestOfFile(const std::string& file) {
     const std::optional<std::string> content = ContentIfAny(PathFromText(file));
     if (!content) return std::nullopt;

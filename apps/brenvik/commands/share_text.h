@@ -42,6 +42,9 @@ CncOptions OptionsOf(const ShareJob& job);
 /// The first fact in which the jobs differ, in words: what was expected, and what was found.
 std::optional<std::string> DifferenceOf(const ShareJob& expected, const ShareJob& found);
 
+/// Tells jobs apart by their facts.
+std::string FingerprintOf(const ShareJob& job);
+
 /// Writes the text of a share into the output folder of the run, whole or not at all.
 void WriteShare(FileRoots& files, const Share& share);
 /// Reads that of a folder. Throws CommandError where there is none, or one that isn't as it was written.

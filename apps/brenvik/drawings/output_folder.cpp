@@ -3,6 +3,7 @@
 
 #include <system_error>
 
+#include "base/letter_case.h"
 #include "file_roots/file_roots.h"
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
@@ -55,5 +56,47 @@ void RequireOwnFolder(const fs::path& folder, const std::string& shown, const fs
                            head + name + ", " + std::string(rule.foreign) + "; choose another folder");
     }
 }
+
+SeenFolder::SeenFolder(fs::path folder) : mFolder(std::move(folder)), mSeen(Look()) {}
+
+void SeenFolder::AddFilesIn(const fs::path& folder, States& states) {
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        std::error_code unknown;
+        if (entry->is_regular_file(unknown) &&
+            !TextFromPath(entry->path().filename()).starts_with(WorkFilePrefix))
+            states[entry->path()] = {entry->file_size(unknown), entry->last_write_time(unknown)};
+    }
+}
+
+SeenFolder::States SeenFolder::Look() const {
+    States states;
+    AddFilesIn(mFolder, states);
+    for (const fs::path& folder : SecondSideFoldersIn(mFolder)) AddFilesIn(folder, states);
+    return states;
+}
+
+std::optional<std::string> SeenFolder::WhatIsNew() const {
+    for (const auto& [file, state] : Look()) {
+        const auto seen = mSeen.find(file);
+        if (seen != mSeen.end() && seen->second == state) continue;
+        return "since this call began, another program has written " + TextFromPath(file) +
+               ", which would be removed now. Look at it, then call again, or choose another folder.";
+    }
+    return std::nullopt;
+}
+
+std::vector<fs::path> SecondSideFoldersIn(const fs::path& folder) {
+    std::vector<fs::path> folders;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
+        if (EqualsIgnoreCase(TextFromPath(entry->path().filename()), "2-sided"))
+            folders.push_back(entry->path());
+    return folders;
+}
+
+CareInForce::CareInForce(OutputCare care) : mCare(std::move(care)) { CareForOutput(&mCare); }
+
+CareInForce::~CareInForce() { CareForOutput(nullptr); }
 
 }  // namespace brenvik::app

@@ -2,9 +2,16 @@
 // own files.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
+#include <map>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
+
+#include "cnc/output/output_care.h"
 
 namespace brenvik::app {
 
@@ -23,5 +30,40 @@ void RequireFolderWithoutDrawing(const std::filesystem::path& folder, const std:
 /// as the user wrote it; a folder that holds the drawing is refused in any case.
 void RequireOwnFolder(const std::filesystem::path& folder, const std::string& shown,
                       const std::filesystem::path& drawing, const OutputFolderRule& rule);
+
+/// The folders of second sides in a folder, in whatever case they are there.
+std::vector<std::filesystem::path> SecondSideFoldersIn(const std::filesystem::path& folder);
+
+/// The files of a folder that is going to be emptied, and of the second sides in it, as they are when a
+/// command begins. By the time that it has the folder to itself, another program may have filled it and
+/// ended.
+class SeenFolder {
+  public:
+    explicit SeenFolder(std::filesystem::path folder);
+
+    /// Why the folder must not be emptied: a file that is new since then, or another one under its name.
+    std::optional<std::string> WhatIsNew() const;
+
+  private:
+    using State = std::pair<std::uintmax_t, std::filesystem::file_time_type>;
+    using States = std::map<std::filesystem::path, State>;
+    static void AddFilesIn(const std::filesystem::path& folder, States& states);
+    States Look() const;
+
+    std::filesystem::path mFolder;
+    States mSeen;
+};
+
+/// An output care that holds as long as the object lives.
+class CareInForce {
+  public:
+    explicit CareInForce(OutputCare care);
+    ~CareInForce();
+    CareInForce(const CareInForce&) = delete;
+    CareInForce& operator=(const CareInForce&) = delete;
+
+  private:
+    OutputCare mCare;
+};
 
 }  // namespace brenvik::app

@@ -28,12 +28,16 @@ bool IsWorkLayer(std::string_view name) {
 }  // namespace
 
 void PrepareDrawing(AcadDocument& drawing, DrawingSave saving) {
-    const bool save = saving == DrawingSave::AsSet && ToInteger(NumberSetting(setting::CNCSave)) == 0;
     drawing.SendCommand("_ucs\rw\r");
-    if (save) ShowAndResume(ShowFailureWithDetail, [&] { drawing.Save(); });
+    if (saving == DrawingSave::AsSet) SaveAsSet(drawing);
     for (const std::string_view variable :
          {"plinetype\r2\r", "ucsfollow\r0\r", "ucsortho\r0\r", "isavebak\r0\r", "OSNAPCOORD\r2\r"})
         drawing.SendCommand(variable);
+}
+
+void SaveAsSet(AcadDocument& drawing) {
+    if (ToInteger(NumberSetting(setting::CNCSave)) != 0) return;
+    ShowAndResume(ShowFailureWithDetail, [&] { drawing.Save(); });
 }
 
 void BringWithinReach(AcadDocument& partDrawing) {

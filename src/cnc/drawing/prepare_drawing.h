@@ -11,6 +11,9 @@ enum class DrawingSave { AsSet, Never };
 /// variables. If the drawing can't be saved, a message says so and the command continues.
 void PrepareDrawing(AcadDocument& drawing, DrawingSave saving = DrawingSave::AsSet);
 
+/// Saves the drawing if the settings ask for it; the same message if it can't be saved.
+void SaveAsSet(AcadDocument& drawing);
+
 /// In a part's own drawing: solids that are hidden, or on a layer that is frozen or off, come within reach of
 /// the commands, and those on a layer that has the name of a work layer leave it. They go to layer 0. The
 /// drawing that the part comes from isn't touched.

@@ -10,6 +10,7 @@
 #include "base/skip.h"
 #include "base/text.h"
 #include "base/wildcard.h"
+#include "cnc/output/output_care.h"
 #include "cnc/output/work_lists.h"
 #include "parts/part_trouble.h"
 #include "session/message.h"
@@ -67,7 +68,13 @@ std::optional<OutputClaims> ClaimOutputToEmpty(std::span<const std::string_view>
         TellRefusal(std::string(emptying) + ", and " + files.PlaceOf(folder) + " holds the drawing itself.");
         return std::nullopt;
     }
-    return ClaimOutput(folders);
+    std::optional<OutputClaims> claims = ClaimOutput(folders);
+    const auto& mayEmpty = CareOfOutput().mayEmpty;
+    if (!claims || !mayEmpty) return claims;
+    const std::optional<std::string> refusal = mayEmpty();
+    if (!refusal) return claims;
+    TellRefusal(*refusal);
+    return std::nullopt;
 }
 
 bool IsFileOfARun(const std::string& name) {
@@ -77,6 +84,7 @@ bool IsFileOfARun(const std::string& name) {
         return MatchesWildcards(name, pattern, FileWildcards);
     };
     return std::ranges::any_of(patterns, matches) || IsWorkList(name) || EqualsIgnoreCase(name, ShareText) ||
+           EqualsIgnoreCase(name, JoinMark) ||
            EqualsIgnoreCase(name, std::string(ShareText) + std::string(UnfinishedListEnding));
 }
 

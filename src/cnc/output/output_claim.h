@@ -16,6 +16,8 @@ class AcadDocument;
 
 /// What a run that did only a share of its parts is known by, in its folder.
 inline constexpr std::string_view ShareText = "share.txt";
+/// What a run that puts shares together is known by until it has come to its end.
+inline constexpr std::string_view JoinMark = "join.unfinished";
 
 /// Held until the run has ended.
 using OutputClaims = std::vector<std::unique_ptr<FolderClaim>>;
@@ -25,7 +27,7 @@ using OutputClaims = std::vector<std::unique_ptr<FolderClaim>>;
 std::optional<OutputClaims> ClaimOutput(std::span<const std::string_view> folders);
 
 /// The same for folders that will be emptied; also refused when one of them holds the drawing. `emptying`
-/// names the work, for the message: "a run empties its output folder".
+/// names the work, for the message: "a run empties its output folder". The caller's care has a last word.
 std::optional<OutputClaims> ClaimOutputToEmpty(std::span<const std::string_view> folders,
                                                const AcadDocument& drawing, std::string_view emptying);
 

@@ -10,6 +10,7 @@
 #include "base/text.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/prepare_drawing.h"
+#include "cnc/output/output_care.h"
 #include "cnc/output/output_claim.h"
 #include "cnc/run/run_share.h"
 #include "parts/cnc_list.h"
@@ -101,7 +102,8 @@ void RemoveIfThere(const std::string& path) {
 
 void PrepareSession(RunState& run) {
     // Those who do the other shares are reading it.
-    PrepareDrawing(*run.sessionDrawing, ShareOfRuns() == nullptr ? DrawingSave::AsSet : DrawingSave::Never);
+    const bool isSavedNow = ShareOfRuns() == nullptr && !CareOfOutput().savesAtTheEnd;
+    PrepareDrawing(*run.sessionDrawing, isSavedNow ? DrawingSave::AsSet : DrawingSave::Never);
     run.SpoilAmount = NumberSetting(setting::BiesseWorksSpoil);
     if (SwitchIsOn(setting::MyWindowState))
         Skip([&] { run.app->SetWindowState(WindowStateKind::Minimized); });

@@ -8,6 +8,8 @@
 #include <utility>
 
 #include "base/skip.h"
+#include "cnc/drawing/prepare_drawing.h"
+#include "cnc/output/output_care.h"
 #include "cnc/output/output_claim.h"
 #include "cnc/part/run_report.h"
 #include "cnc/run/part_files.h"
@@ -34,6 +36,13 @@ void LeaveHost(RunState& run, bool windowWasMinimized) {
     Skip(ForgetStandingAnswer);
 }
 
+/// What is left of the caller's care when nothing is missing.
+void EndWhole(AcadDocument& drawing) {
+    const OutputCare& care = CareOfOutput();
+    if (care.savesAtTheEnd) SaveAsSet(drawing);
+    if (care.whole) care.whole();
+}
+
 /// Writes the list that the grid has just handed over to its solids. A run that doesn't come from the grid
 /// applies an open one alone: a list of an earlier export may be older than the drawing.
 void ApplyGridBeforeRun(const RunState& run, const RunHooks& hooks) {
@@ -57,6 +66,7 @@ bool WorkThrough(RunState& run, const PassWork& steps, const RunHooks& hooks) {
         AcadSelectionSet* prev = TakeParts(run, quantities);
         if (prev == nullptr) return false;
         std::ranges::move(EmptyOutputFolders(), std::back_inserter(run.report.passedOver));
+        if (const auto& emptied = CareOfOutput().emptied) emptied();
         parts = WritePartFiles(run, *prev, quantities);
     }
     run.report.parts = static_cast<int>(parts.size());
@@ -98,6 +108,7 @@ void RunParts(AcadApplication& app, Target target, RunForm form, const PassWork&
     bool toldComplete = false;
     ShowAndResume(ShowFailureWithDetail, [&] { toldComplete = WorkThrough(run, steps, hooks); });
     Skip([&] { run.sessionDrawing->SendCommand("plinetype\r2\r"); });
+    if (run.report.complete) EndWhole(*run.sessionDrawing);
     for (const std::string& text : run.report.unexplained) ShowMessage(text, "Brenvik");
     if (toldComplete) ShowMessage(RunComplete);
     LeaveHost(run, windowIsMinimized);

@@ -1,0 +1,144 @@
+// The mark is written while the folder is empty and claimed, so that all that has a name in it is the join's.
+#include "commands/join_folder.h"
+
+#include <algorithm>
+#include <iterator>
+#include <span>
+#include <system_error>
+#include <utility>
+
+#include "base/letter_case.h"
+#include "base/text.h"
+#include "base/wildcard.h"
+#include "cnc/output/output_claim.h"
+#include "cnc/output/work_lists.h"
+#include "cnc/run/part_result.h"
+#include "file_roots/file_content.h"
+#include "file_roots/places.h"
+#include "file_roots/whole_file.h"
+#include "shell/exit_status.h"
+#include "shell/target_words.h"
+
+namespace brenvik::app {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view MarkHead = "Brenvik: shares of a CNC run are being put together here, or were ";
+
+/// The names of one part: known where it was done, and beginning with its number where the join does it.
+void AddNamesOf(const SharedPart& part, std::vector<std::string>& names) {
+    const std::string drawing = "Part_" + std::to_string(part.part);
+    names.push_back(drawing + ".dwg");
+    names.push_back("2-sided/B" + drawing + ".dwg");
+    if (part.end.kind != WorkerEnd::Kind::Done) {
+        names.push_back(drawing + "_*.dxf");
+        names.push_back("2-sided/B" + drawing + "_*.dxf");
+        return;
+    }
+    for (std::string file : UnpackResult(part.end.text).files) {
+        std::ranges::replace(file, '\\', '/');
+        names.push_back(std::move(file));
+    }
+}
+
+std::vector<std::string> NamesOf(const std::vector<ShareInFolder>& shares) {
+    std::vector<std::string> names{"wblock.dwg", "wblock2.dwg", std::string(JoinMark)};
+    if (const TargetDriver* target = FindTarget(shares.front().share.job.Fact("target")))
+        for (const char* side : {"", "2-sided/"}) {
+            const std::string list = side + std::string(WorkListName(target->target));
+            names.push_back(list);
+            names.push_back(list + std::string(UnfinishedListEnding));
+        }
+    for (const ShareInFolder& share : shares)
+        for (const SharedPart& part : share.share.done.parts) AddNamesOf(part, names);
+    return names;
+}
+
+/// The names in a folder, those of second sides with their folder; a folder of second sides without files is
+/// nothing.
+std::vector<std::string> NamesIn(const fs::path& folder, const std::string& ahead = {}) {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        const std::string name = TextFromPath(entry->path().filename());
+        if (name.starts_with(WorkFilePrefix)) continue;
+        if (ahead.empty() && EqualsIgnoreCase(name, "2-sided") && fs::is_directory(entry->symlink_status()))
+            std::ranges::move(NamesIn(entry->path(), "2-sided/"), std::back_inserter(names));
+        else
+            names.push_back(ahead + name);
+    }
+    std::ranges::sort(names);
+    return names;
+}
+
+bool IsAmong(std::span<const std::string> patterns, const std::string& name) {
+    return std::ranges::any_of(patterns, [&name](const std::string& pattern) {
+        return MatchesWildcards(name, pattern, FileWildcards);
+    });
+}
+
+}  // namespace
+
+JoinFolder::JoinFolder(std::string shown, const std::vector<ShareInFolder>& shares)
+    : mShown(std::move(shown)),
+      mDrawing(shares.front().share.job.drawing),
+      mJob(FingerprintOf(shares.front().share.job)),
+      mFolder(PathFromText(mShown)),
+      mNames(NamesOf(shares)) {}
+
+std::string JoinFolder::MarkText() const {
+    return std::string(MarkHead) + "when the join ended early; the next join of them begins anew\n" + mJob +
+           "\n" + mDrawing + "\n" + Join(mNames, "\n") + "\n";
+}
+
+std::optional<std::string> JoinFolder::WhatIsInTheWay() const {
+    const std::vector<std::string> there = NamesIn(mFolder);
+    if (there.empty()) return std::nullopt;
+    const auto mark = ContentIfAny(mFolder / PathFromText(JoinMark));
+    if (!mark || !mark->starts_with(MarkHead))
+        return "expected an empty folder, and " + mShown + " holds " + there.front();
+    const std::vector<std::string> lines = Split(*mark, '\n');
+    if (lines.size() < 3 || lines[1] != mJob)
+        return "expected an empty folder, and " + mShown + " holds what a join of other shares" +
+               (lines.size() < 3 ? std::string() : ", of " + lines[2] + ",") + " has left unfinished";
+    const auto names = std::span(lines).subspan(3);
+    for (const std::string& name : there)
+        if (!IsAmong(names, name))
+            return "expected an empty folder, or what an earlier join of these shares has left there, and " +
+                   mShown + " holds " + name + ", which that join has not written";
+    return std::nullopt;
+}
+
+void JoinFolder::Require() const {
+    std::error_code error;
+    if (fs::exists(mFolder, error) && !fs::is_directory(mFolder, error))
+        throw CommandError(ExitStatus::WrongWords, "--out: expected a folder, found the file " + mShown);
+    if (const auto why = WhatIsInTheWay()) throw CommandError(ExitStatus::WrongWords, "--out: " + *why);
+}
+
+/// The mark goes last, and by the run: whoever ends the join before leaves a folder with a mark, or none
+/// with any files.
+std::optional<std::string> JoinFolder::ClearLeftovers() {
+    if (const auto why = WhatIsInTheWay()) return why;
+    for (const std::string& name : NamesIn(mFolder)) {
+        std::error_code stays;
+        mHasTakenPlace = true;
+        if (name != JoinMark) fs::remove(mFolder / PathFromText(name), stays);
+    }
+    return std::nullopt;
+}
+
+OutputCare JoinFolder::Care() {
+    return {.mayEmpty = [this] { return ClearLeftovers(); },
+            .emptied = [this] { WriteWholeFile(mFolder / PathFromText(JoinMark), MarkText()); },
+            .whole =
+                [this] {
+                    std::error_code stays;
+                    fs::remove(mFolder / PathFromText(JoinMark), stays);
+                },
+            .savesAtTheEnd = true};
+}
+
+}  // namespace brenvik::app

@@ -1,0 +1,39 @@
+// The folder that shares are put together in: an empty one, or one that a join of the same shares was writing
+// when it was ended. Nothing else is ever removed there, whoever else works in it meanwhile.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cnc/output/output_care.h"
+#include "commands/joined_shares.h"
+
+namespace brenvik::app {
+
+class JoinFolder {
+  public:
+    /// `shown` is the folder as the user names it. The shares are those of one job, all of them.
+    JoinFolder(std::string shown, const std::vector<ShareInFolder>& shares);
+
+    /// Throws CommandError for a folder with anything else in it.
+    void Require() const;
+    /// Looks once more under the run's claim, and marks the folder until the run has come to its end.
+    OutputCare Care();
+    /// Whether files of an earlier join had to go.
+    bool HasTakenPlace() const { return mHasTakenPlace; }
+
+  private:
+    std::optional<std::string> WhatIsInTheWay() const;
+    std::optional<std::string> ClearLeftovers();
+    std::string MarkText() const;
+
+    std::string mShown, mDrawing, mJob;
+    std::filesystem::path mFolder;
+    /// What the join writes: patterns of file names, with "2-sided/" ahead of the second side's.
+    std::vector<std::string> mNames;
+    bool mHasTakenPlace = false;
+};
+
+}  // namespace brenvik::app
