@@ -37,6 +37,13 @@ void OpenConnection(ExportConnection& connection, const std::string& connectionS
     connection.Open(connectionString);
 }
 
+/// A semicolon would end the value, and the database be looked for under the half of its name. So would a
+/// brace at its head. Only such a value gets braces, since not every driver takes them off.
+std::string AttributeValue(std::string_view value) {
+    if (value.find(';') == std::string_view::npos && !value.starts_with('{')) return std::string(value);
+    return "{" + ReplaceAll(std::string(value), "}", "}}") + "}";
+}
+
 void ShowDescription(const Failure& failure) { ShowMessage(failure.description()); }
 
 std::string ValueForTarget(const AccessMapping& mapping, const Recordset& records,
@@ -113,8 +120,8 @@ std::unique_ptr<ExportConnection> NewExportConnection() {
 }  // namespace
 
 std::string AccessConnectionString(std::string_view path, std::string_view password) {
-    return "Driver={Microsoft Access Driver (*.mdb)};Dbq=" + std::string(path) +
-           ";Uid=Admin;Pwd=" + std::string(password) + ";";
+    return "Driver={Microsoft Access Driver (*.mdb)};Dbq=" + AttributeValue(path) +
+           ";Uid=Admin;Pwd=" + AttributeValue(password) + ";";
 }
 
 std::unique_ptr<ExportConnection> ConnectToAccess(std::string_view path, DatabaseLogin& login) {

@@ -10,6 +10,7 @@
 #include "base/noise.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
+#include "base/quoted.h"
 #include "base/skip.h"
 #include "base/text.h"
 #include "export/export_troubles.h"
@@ -139,7 +140,7 @@ std::string LineMaker::Line(const Recordset& records, const SizeAdjustment& adju
 std::vector<LineMaker::LostSize> LineMaker::LostSizes(const Recordset& records,
                                                       const SizeAdjustment& adjustment) const {
     std::vector<LostSize> lost;
-    const auto look = [&](const SizeField& field, bool asFraction) {
+    const auto look = [&](const SizeField& field, bool asFraction, bool padded) {
         std::optional<double> size;
         const auto failure = Attempt([&] { size = AdjustedSize(field, records, adjustment); });
         if (failure && failure->number() != failure_number::InvalidNull) return;
@@ -147,15 +148,16 @@ std::vector<LineMaker::LostSize> LineMaker::LostSizes(const Recordset& records,
         const bool isAmountAlone = isWritten && *size == adjustment.*field.amount;
         if (isWritten && !isAmountAlone) return;
         const std::string_view column = FindPartColumn(field.field)->caption;
+        const std::string written = asFraction && size && *size < 0 ? ClosestFraction(*size, padded) : "";
         if (std::ranges::find(lost, column, &LostSize::column) == lost.end())
-            lost.push_back({column, size, isAmountAlone});
+            lost.push_back({column, size, isAmountAlone, written});
     };
     for (const Column& column : mColumns) {
-        if (column.kind == Kind::Size) look(*FindSize(column.field), mFractions);
+        if (column.kind == Kind::Size) look(*FindSize(column.field), mFractions, true);
         if (column.kind == Kind::ThicknessMaterial)
-            look(SizeFields[2], column.text == ThicknessMaterialImperial);
+            look(SizeFields[2], column.text == ThicknessMaterialImperial, false);
         if (column.kind == Kind::JoinedSizes)
-            for (const SizeField& field : SizeFields) look(field, mFractions);
+            for (const SizeField& field : SizeFields) look(field, mFractions, false);
     }
     return lost;
 }
@@ -177,10 +179,11 @@ void NoteLostSizes(const Recordset& records, const LineMaker& maker, const SizeA
     if (lost.empty()) return;
     std::vector<std::string> shown;
     constexpr int shownDecimals = 5;
-    for (const auto& [column, size, isAmountAlone] : lost)
+    for (const auto& [column, size, isAmountAlone, written] : lost)
         shown.push_back(std::string(column) + " " +
                         (size ? NumberToText(RoundHalfEven(*size, shownDecimals)) : "(blank)") +
-                        (isAmountAlone ? " (the adjustments of no size)" : ""));
+                        (isAmountAlone ? " (the adjustments of no size)" : "") +
+                        (written.empty() ? "" : ", written as " + InQuotes(written)));
     const auto isZero = [](const auto& each) { return each.isAmountAlone || each.size.value_or(0) == 0; };
     const bool areZero = std::ranges::all_of(lost, isZero);
     const bool areNone = std::ranges::all_of(

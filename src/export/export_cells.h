@@ -50,6 +50,7 @@ class LineMaker {
         std::string_view column;
         std::optional<double> size;
         bool isAmountAlone = false;
+        std::string written;  ///< The fraction of a negative size, which hardly reads as one: "0- 75/100".
     };
     /// Those of this line, each once.
     std::vector<LostSize> LostSizes(const Recordset& records, const SizeAdjustment& adjustment) const;

@@ -8,6 +8,7 @@
 
 #include "base/failure.h"
 #include "base/letter_case.h"
+#include "base/quoted.h"
 #include "base/text.h"
 #include "export/adjustments.h"
 #include "export/frm_export.h"
@@ -26,12 +27,18 @@ namespace {
                   std::string(option) + ": " + complaint);
 }
 
+/// In quotes where a reader would take it for another one: with blanks at an end, or a comma.
+std::string ShownName(const std::string& name) {
+    const bool isPlain = !IsBlank(name) && Trim(name) == name && name.find(',') == std::string::npos;
+    return isPlain ? name : InQuotes(name);
+}
+
 /// The names for a message. A damaged file can have thousands, which would bury what the message says.
 std::string NamesOf(std::span<const ExportProfile> profiles) {
     constexpr std::size_t most = 20;
     std::vector<std::string> names;
     for (const ExportProfile& profile : profiles.first(std::min(most, profiles.size())))
-        names.push_back(profile.name);
+        names.push_back(ShownName(profile.name));
     if (profiles.size() > most) names.push_back(std::to_string(profiles.size() - most) + " more");
     return Join(names, ", ");
 }

@@ -198,10 +198,13 @@ MaterialLibrary ParseMaterials(std::string_view content) {
 // What is no text in either of the two code pages has no lines.
 std::string ReadMaterialsContent() {
     std::string content = ThePlatform().files->ReadFile(MaterialsPath());
-    if (const std::string found = OtherEncodingOf(content);
-        !found.empty() || content.find('\0') != std::string::npos)
-        throw InvalidFileFormat(MaterialsPath() + ": expected plain text in UTF-8 or the Western code page" +
-                                (found.empty() ? "" : ", found " + found));
+    const std::string expected = "expected plain text in UTF-8 or the Western code page";
+    if (const std::string found = OtherEncodingOf(content); !found.empty())
+        throw InvalidFileFormat(MaterialsPath() + ": " + expected + ", found " + found);
+    if (const std::size_t zero = content.find('\0'); zero != std::string::npos)
+        throw InvalidFileFormat(MaterialsPath() + ", line " +
+                                std::to_string(LinesOf(content.substr(0, zero + 1)).size()) + ": " +
+                                expected + ", found the byte 00");
     return content;
 }
 

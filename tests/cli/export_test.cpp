@@ -54,6 +54,19 @@ class Export : public ProgramTest {
 
 TEST_F(Export, HasTheStandardColumns) { ExpectGolden("export-standard.csv", {}); }
 
+TEST_F(Export, NeverTakesTheNameOfADrawing) {
+    for (const std::string name : {"b.dxf", "B.DWG", "b.step", "b.stp", "b.sat"}) {
+        Write(name, "somebody's drawing");
+        const Outcome outcome = ExportTo(name, {});
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_EQ(outcome.errors,
+                  "brenvik: " + name +
+                      ": expected a name for a CSV file, found the ending of a drawing; brenvik "
+                      "convert writes drawings\n");
+        EXPECT_EQ(Read(name), "somebody's drawing");
+    }
+}
+
 TEST_F(Export, HoldsTheCellsOfTheListAsAnotherReaderSeesThem) {
     ASSERT_EQ(ExportTo("out.csv", {}).status, 0);
     const Outcome list = Run({"list", ShippedSample().string(), "--format", "json"});
@@ -170,6 +183,43 @@ TEST_F(Export, RefusesABlankName) {
         << outcome.errors;
     EXPECT_EQ(Run({"list", ""}).status, 2);
     EXPECT_EQ(Run({"settings", "set", "MDBPath", ""}).status, 0) << "a blank value can be meant";
+}
+
+TEST_F(Export, TellsHowANegativeSizeIsWrittenAsAFraction) {
+    WriteShopFiles();
+    Write("adjust.txt", "[all]\r\nMaterial=White HDF\r\nt=-8.75\r\n");
+    const std::string errors =
+        ExportTo("out.csv", {"--profile", "Saw", "--adjustments", "adjust.txt", "--fractions"}).errors;
+    EXPECT_NE(errors.find("Thickness -0.75, written as \"-75/100\"; expected a size above 0"),
+              std::string::npos)
+        << errors;
+    Write("home/BrenvikProfiles.txt", "[Saw]\r\ncolumns=PN,Thickness\r\n");
+    const std::string padded =
+        ExportTo("out.csv", {"--profile", "Saw", "--adjustments", "adjust.txt", "--fractions"}).errors;
+    EXPECT_NE(padded.find("Thickness -0.75, written as \"0- 75/100\"; expected"), std::string::npos)
+        << padded;
+    EXPECT_NE(Read("out.csv").find("B600-07,0- 75/100"), std::string::npos);
+}
+
+TEST_F(Export, OfAJournalSaysThatItIsCompleteBehindWhatItLacks) {
+    const std::string press =
+        "select 170\ncommand Show\nanswer yes\npress tbMain.EXPORT\ntype txtSaveCSVFile \"out.csv\"\npress "
+        "cmdGo\n";
+    const std::string lack = " has no size in the export: ", box = "[Done.] Export Complete!!\n";
+    Write("whole.journal", press + "close\n");
+    Write("failing.journal", press + "expect rows fpSpread1 5\n");
+    for (const std::string journal : {"whole.journal", "failing.journal"}) {
+        const std::string errors = Run({"run", ShippedSample().string(), "--journal", journal}).errors;
+        std::filesystem::remove(Path("out.csv"));
+        ASSERT_NE(errors.find(lack), std::string::npos) << errors;
+        EXPECT_LT(errors.find(lack), errors.find(box)) << errors;
+        EXPECT_EQ(errors.find(lack), errors.rfind(lack)) << errors;
+    }
+    // What no box stands behind is told where the journal fails, too.
+    Write("typed.journal",
+          "select 170\ncommand Show\ncell fpSpread1 1 ORIE \"XYL\"\nexpect rows fpSpread1 5\n");
+    const std::string errors = Run({"run", ShippedSample().string(), "--journal", "typed.journal"}).errors;
+    EXPECT_NE(errors.find("\"XYL\" was typed into its ORIE"), std::string::npos) << errors;
 }
 
 TEST_F(Export, SaysThatItIsCompleteBehindWhatItLacks) {

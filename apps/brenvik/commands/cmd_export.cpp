@@ -5,6 +5,7 @@
 #include "base/failure.h"
 #include "commands/list_choice_options.h"
 #include "console/console_dialogs.h"
+#include "drawings/drawing_io.h"
 #include "drawings/drawing_unit.h"
 #include "drawings/grid_session.h"
 #include "drawings/several_drawings.h"
@@ -59,6 +60,15 @@ bool ScanAndExport(HostApplication& host, ConsoleDialogs& dialogs, const ListCho
     return exported;
 }
 
+/// Whoever names two drawings and forgets OUT would have the second one written over by a list.
+void RequireNameOfAList(const std::string& name) {
+    if (!IsWritableFormat(name)) return;
+    throw CommandError(ExitStatus::WrongWords,
+                       name +
+                           ": expected a name for a CSV file, found the ending of a drawing; brenvik convert "
+                           "writes drawings");
+}
+
 /// Before anything is read or written: the list must not take the place of what it is made from.
 void RequireOwnFile(Workplace& workplace, const ExportOptions& options) {
     KeepDrawing(workplace.kept, options.drawing);
@@ -82,6 +92,7 @@ ExitStatus Export(const HeldHome& home, const ExportOptions& options) {
     dialogs.beforeTelling = [&teller] { teller.Wipe(); };
     Workplace workplace(home, dialogs);
     RequireOwnFile(workplace, options);
+    RequireNameOfAList(options.csv.path);
     const auto [document, selected] = OpenAndSelect(workplace, options.drawing, options.unit, teller);
     RemarkOnLumps(document, options.drawing, teller);
     const TerminalProgress progress(teller);

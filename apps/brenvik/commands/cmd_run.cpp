@@ -185,6 +185,18 @@ void TellUnsaved(const RunOptions& options, const UnsavedChanges& unsaved, RunTr
                         << options.journal << ", or --save\n";
 }
 
+/// What the lists of the journal have lost or changed of the parts, as far as it is not told yet.
+void TellAboutLists(RunTranscript& transcript, Teller& teller) {
+    const PartTroubleLines troubles = TakePartTroubleLines();
+    for (const std::string& line : troubles.remarks) transcript.Stream() << line << '\n';
+    for (const std::string& line : troubles.lines) transcript.Stream() << line << '\n';
+    if (!troubles.allToldInBoxes) teller.MarkIncomplete();
+    for (const std::string& line : TakeDroppedPartLines().lines) transcript.Stream() << line << '\n';
+    // No box could be looked at, and the list went out as it is.
+    TellExportTroubles(teller,
+                       [&transcript](const std::string& text) { transcript.Stream() << text << '\n'; });
+}
+
 void KeepInputs(KeptFiles& kept, const RunOptions& options) {
     KeepDrawing(kept, options.drawing);
     kept.Keep(PathFromText(options.journal), "the journal that is played");
@@ -223,23 +235,24 @@ ExitStatus RunJournal(const std::string& home, const RunOptions& options, const 
     WatchSavings(workplace, document, unsaved);
     const std::size_t notes = document.Notes().size();
     const RunTeller runs(teller, WatchOf(home, dialogs, transcript));
-    Play(options, stage, std::move(steps), workplace, dialogs, transcript, teller, unsaved);
+    // What a list lacks is told ahead of the box that calls it complete, and where the journal fails behind
+    // it.
+    dialogs.beforeExportComplete = [&] { TellAboutLists(transcript, teller); };
+    try {
+        Play(options, stage, std::move(steps), workplace, dialogs, transcript, teller, unsaved);
+    } catch (const CommandError&) {
+        TellAboutLists(transcript, teller);
+        throw;
+    }
     TellUnsaved(options, unsaved, transcript);
     if (stage.closed) stage.closed();
     TellOverlooked(options.journal, dialogs, teller);
     TellNotesSince(notes, document, options.drawing.drawing, teller);
-    const PartTroubleLines troubles = TakePartTroubleLines();
-    for (const std::string& line : troubles.remarks) transcript.Stream() << line << '\n';
-    for (const std::string& line : troubles.lines) transcript.Stream() << line << '\n';
-    if (!troubles.allToldInBoxes) teller.MarkIncomplete();
-    for (const std::string& line : TakeDroppedPartLines().lines) transcript.Stream() << line << '\n';
+    TellAboutLists(transcript, teller);
     for (const LibraryNote& note : TakeLibraryNotes()) {
         transcript.Stream() << note.text << '\n';
         if (note.isLoss) teller.MarkIncomplete();
     }
-    // No box could be looked at, and the list went out as it is.
-    TellExportTroubles(teller,
-                       [&transcript](const std::string& text) { transcript.Stream() << text << '\n'; });
     // A drawing of a part may stand open before the job's own.
     if (!options.drawing.save.empty())
         SaveOutput(document.Closed() ? PresentDrawing(workplace) : document, options.drawing.save,

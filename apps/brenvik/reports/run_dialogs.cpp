@@ -14,6 +14,7 @@ MessageAnswer RunDialogs::Show(const MessageRequest& request) {
 
 MessageAnswer WatchedJournalDialogs::Show(const MessageRequest& request) {
     if (TellsOfTrouble(request)) mTrouble = true;
+    if (beforeExportComplete && request.text.starts_with(ListExportComplete)) beforeExportComplete();
     return JournalDialogs::Show(request);
 }
 

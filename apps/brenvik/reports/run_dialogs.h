@@ -36,6 +36,8 @@ class WatchedJournalDialogs : public JournalDialogs {
     MessageAnswer Show(const MessageRequest& request) override;
     /// Whether a box has told of trouble since the last call.
     bool TakeTrouble() { return std::exchange(mTrouble, false); }
+    /// As for RunDialogs: ahead of that box a reader of the transcript looks for what the list lacks.
+    std::function<void()> beforeExportComplete;
     /// Boxes that tell of trouble and that no step has looked at or answered, oldest first.
     std::vector<MessageRequest> Overlooked();
 

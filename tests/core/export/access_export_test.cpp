@@ -54,6 +54,9 @@ class AccessTarget : public ExportTest {
 
 TEST_F(AccessTarget, IsReachedByTheDriversName) {
     EXPECT_EQ(AccessConnectionString("C:\\shop.mdb", ""), openString);
+    EXPECT_EQ(
+        AccessConnectionString("C:\\jobs;{old}\\shop.mdb", "a;b"),
+        "Driver={Microsoft Access Driver (*.mdb)};Dbq={C:\\jobs;{old}}\\shop.mdb};Uid=Admin;Pwd={a;b};");
     EXPECT_EQ(AccessConnectionString("C:\\shop.mdb", "pw"),
               "Driver={Microsoft Access Driver (*.mdb)};Dbq=C:\\shop.mdb;Uid=Admin;Pwd=pw;");
 }

@@ -80,6 +80,14 @@ TEST_F(ExportByOptions, NamesTheProfilesWhenItIsGivenAnother) {
     EXPECT_TRUE(FailureOf([this] { ExportToCsv(choices); }).description().ends_with("; it has none"));
 }
 
+TEST_F(ExportByOptions, NamesProfilesInQuotesThatWouldBeTakenForOthers) {
+    files.contents["C:\\Brenvik\\BrenvikProfiles.txt"] = "[Saw ]\n[a, b]\n[Edge Banding]\n[]\n";
+    choices.profile = "Saw";
+    EXPECT_TRUE(FailureOf([this] { ExportToCsv(choices); })
+                    .description()
+                    .ends_with("; the profiles are \"Saw \", \"a, b\", Edge Banding, \"\""));
+}
+
 TEST_F(ExportByOptions, NamesTwentyProfilesAtMost) {
     std::string content;
     for (int profile = 1; profile <= 1000; ++profile) content += "[P" + std::to_string(profile) + "]\n";

@@ -163,6 +163,15 @@ TEST_F(Materials, InSixteenBitCharactersAreRefused) {
     }
 }
 
+TEST_F(Materials, WithAZeroByteAreRefusedWithItsLine) {
+    UseLibrary(Material("18 mdf") + "name=19 o" + std::string(1, '\0') + "ak\r\n");
+    const Failure failure = FailureOf([] { ReadMaterials(); });
+    EXPECT_EQ(failure.number(), 321);
+    EXPECT_EQ(failure.detail(),
+              "C:\\Brenvik\\materials.txt, line 16: expected plain text in UTF-8 or the Western "
+              "code page, found the byte 00");
+}
+
 TEST_F(Materials, AShortRecordIsNeverFilledFromTheNextOne) {
     const std::string cut = OakPly.substr(0, OakPly.find("tool3="));
     for (const std::string& content : {cut, cut + Material("6 hdf")}) {
