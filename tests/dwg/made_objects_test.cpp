@@ -40,7 +40,8 @@ EntityGeometry ShapeOf(const MadeObject& made, std::string_view kind, Further& f
     EntityGeometry shape;
     Opened(made, [&](Object& object) {
         const std::unordered_map<HandleValue, std::string> bodies;
-        const Surroundings surroundings{NamesOfOne(), bodies, {}};
+        Links links;
+        const Surroundings surroundings{NamesOfOne(), bodies, links, {}};
         const Common common = ReadCommon(object);
         EXPECT_EQ(common.layer, 0x10U);
         shape = ReadShape(object, common, kind, surroundings, further);

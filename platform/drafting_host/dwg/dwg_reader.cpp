@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <set>
 #include <unordered_map>
 #include <unordered_set>
@@ -11,12 +12,15 @@
 #include "base/handle_text.h"
 #include "base/letter_case.h"
 #include "drafting_host/dwg/bodies.h"
+#include "drafting_host/dwg/common_values.h"
 #include "drafting_host/dwg/entities.h"
 #include "drafting_host/dwg/group_names.h"
 #include "drafting_host/dwg/kept_tables.h"
+#include "drafting_host/dwg/links.h"
 #include "drafting_host/dwg/losses.h"
 #include "drafting_host/dwg/missing_records.h"
 #include "drafting_host/dwg/names.h"
+#include "drafting_host/dwg/sheets.h"
 #include "drafting_host/dwg/table_data.h"
 #include "drafting_host/dxf/kept_text.h"
 #include "drafting_host/dxf/reading.h"
@@ -52,11 +56,12 @@ class DwgWalk {
         ReadRecords();
         TakeHeader();
         NameBlocks();
-        mTables.HandOver(mReading, mNamed);
-        KeepVariables(mReading, mHeader, mNames, mSections.maintenance);
+        mTables.HandOver(mReading, mNames, mNamed, mLinks);
+        KeepVariables(mReading, mHeader, mNames, mSections.maintenance, mLinks);
         for (const Block& block : mNames.blocks) TakeBlock(block);
-        if (mSections.release < Release::R2004) TakeRestOfModelSpace();
+        TakeStrayEntities();
         TakeGroups();
+        mLinks.Tell(mReading);
         mMissing.Tell(mReading, mMap);
         mLosses.Tell(mReading, mSeen);
         if (mTexts.Escaped() > 0)
@@ -91,6 +96,7 @@ class DwgWalk {
                                          ": its checksum is wrong, it may be damaged");
                 kind = mKinds.NameOf(object.type);
                 if (kind == "ATTRIB") mLosses.PassOver(kind, object.type);
+                if (IsShapeKind(kind) || IsVertexKind(kind)) mShapes.push_back(entry);
                 if (!ReadRecord(kind, object))
                     CountUnread(kind, object);
                 else if (!object.xdata.empty() && !KeepsData(kind))
@@ -121,7 +127,7 @@ class DwgWalk {
         } else if (kind == "STYLE") {
             ReadStyleRecord(object);
         } else if (kind == "VPORT" || kind == "VIEW") {
-            return ReadView(kind, object);
+            ReadView(kind, object);
         } else if (kind == "APPID") {
             std::string name = ReadApplication(object);
             mNames.applications[object.handle] = name;
@@ -130,22 +136,24 @@ class DwgWalk {
         } else if (kind == "UCS") {
             UcsData ucs = ReadUcs(object);
             mNames.ucs[object.handle] = ucs.name;
-            if (!ucs.name.empty() && mReading.ucsNames.insert(ucs.name).second)
+            if (HasOwnName(ucs, !mReading.ucsNames.insert(ucs.name).second))
                 data.namedUcs.push_back(std::move(ucs));
         } else if (kind == "BLOCK_RECORD") {
             mNames.blocks.push_back(ReadBlockRecord(object));
         } else if (kind == "BLOCK") {
             HandleValue record = 0;
             std::string name = ReadBlockName(object, record);
-            mNames.blockNames[record] = std::move(name);
-            if (!object.xdata.empty()) mNames.blockData[record] = object.xdata;
+            mNames.begins[object.handle] = {record, std::move(name), object.xdata};
         } else if (kind == "DICTIONARY" || kind == "ACDBDICTIONARYWDFLT") {
             mNames.dictionaries[object.handle] = ReadDictionary(object);
             mLosses.Leave(object.handle, std::string(kind));
         } else if (kind == "GROUP") {
             mNames.groups.push_back(ReadGroup(object));
         } else if (kind == "LAYOUT") {
-            mNames.layouts[object.handle] = ReadLayout(object);
+            const Layout& sheet = mNames.layouts[object.handle] = ReadLayout(object);
+            if (sheet.groups.empty())
+                mReading.Note(0, ShownHolder({"sheet " + ShownName(sheet.name), object.handle}) +
+                                     " can't be read to its end: it gets the settings of a new one");
         } else if (kind.ends_with("_CONTROL")) {
             mMissing.TakeTable(kind, object);
         } else {
@@ -165,18 +173,11 @@ class DwgWalk {
             mTables.AddStyle(mReading.data.styles.size() - 1, std::move(groups), object.xdata);
     }
 
-    /// A view that can't be read is counted as any other object: no part hangs on it.
-    bool ReadView(std::string_view kind, Object& object) {
-        try {
-            std::string name;
-            std::string groups = kind == "VIEW" ? ReadNamedView(object) : ReadScreenView(object, name);
-            mTables.AddEntry(kind == "VIEW" ? "VIEW" : "VPORT", object.handle, std::move(groups),
-                             object.xdata);
-            if (EqualsIgnoreCase(name, "*Active")) mReading.data.fileHandles.emplace("VPORT", object.handle);
-            return true;
-        } catch (const Damage&) {
-            return false;
-        }
+    void ReadView(std::string_view kind, Object& object) {
+        std::string name;
+        std::string groups = kind == "VIEW" ? ReadNamedView(object) : ReadScreenView(object, name);
+        mTables.AddEntry(kind == "VIEW" ? "VIEW" : "VPORT", object.handle, std::move(groups), object.xdata);
+        if (EqualsIgnoreCase(name, "*Active")) mReading.data.fileHandles.emplace("VPORT", object.handle);
     }
 
     static bool KeepsData(std::string_view kind) {
@@ -208,42 +209,60 @@ class DwgWalk {
 
     template <typename Entry, typename Places>
     bool AddEntry(std::vector<Entry>& entries, Places& places, Entry entry) {
-        if (entry.name.empty() || !places.emplace(entry.name, entries.size()).second) {
-            mReading.Note(0, "table entry " + ShownName(entry.name) + " " + Shown(entry.handle) +
-                                 " passed over: expected a name of its own");
-            return false;
-        }
+        if (!HasOwnName(entry, !places.emplace(entry.name, entries.size()).second)) return false;
         entries.push_back(std::move(entry));
         return true;
+    }
+
+    template <typename Entry>
+    bool HasOwnName(const Entry& entry, bool isTaken) {
+        if (!entry.name.empty() && !isTaken) return true;
+        mReading.Note(0, "table entry " + ShownName(entry.name) + " " + Shown(entry.handle) +
+                             " passed over: expected a name of its own");
+        return false;
     }
 
     void TakeHeader() {
         DrawingData& data = mReading.data;
         data.handleSeed = std::max<HandleValue>(mHeader.handleSeed, 1);
-        data.currentLayer = NameOr(mNames.layers, mHeader.currentLayer, "0");
-        data.ucs.name = NameOr(mNames.ucs, mHeader.ucsName, "");
+        data.currentLayer =
+            mLinks.NamedIfAny(mNames.layers, mHeader.currentLayer, "0", "a layer", {"$CLAYER"});
+        data.ucs.name =
+            mLinks.NamedIfAny(mNames.ucs, mHeader.ucsName, "", "a coordinate system", {"$UCSNAME"});
         for (const auto& [place, linetype] : mLinetypeOfLayer)
-            data.layers[place].linetype = NameOr(mNames.linetypes, linetype, "Continuous");
+            data.layers[place].linetype = mLinks.Named(mNames.linetypes, linetype, "Continuous",
+                                                       "a line type", {"LAYER", data.layers[place].handle});
         for (const auto& [place, raw] : mDataOfLayers) TakeLayerData(data.layers[place], raw);
     }
 
     /// Transparency and description of a layer are extended data.
     void TakeLayerData(LayerData& layer, const std::vector<RawXData>& raw) {
         KeptGroups kept = layer.kept ? *layer.kept : KeptGroups();
-        kept.further += GroupsOfXData(XDataOf("layer", layer.handle, raw));
+        kept.further += GroupsOfXData(mValues.XDataOf("layer", layer.handle, raw));
         layer.kept = {std::make_shared<const KeptGroups>(std::move(kept))};
+    }
+
+    /// The BLOCK that a record refers to, or that which refers to the record.
+    const Names::Begin* BeginOf(const Block& block) const {
+        if (const auto begin = mNames.begins.find(block.begin); begin != mNames.begins.end())
+            return &begin->second;
+        for (const auto& [handle, begin] : mNames.begins)
+            if (begin.record == block.record) return &begin;
+        return nullptr;
     }
 
     /// Spaces by the header's handles, or by their names where the header is damaged.
     void NameBlocks() {
         for (Block& block : mNames.blocks) {
-            const auto full = mNames.blockNames.find(block.record);
-            if (full != mNames.blockNames.end() && !full->second.empty()) block.name = full->second;
+            const Names::Begin* const begin = BeginOf(block);
+            if (begin == nullptr) mLinks.Drop("a BLOCK", block.begin, {"BLOCK_RECORD", block.record});
+            if (begin != nullptr && !begin->name.empty()) block.name = begin->name;
             block.name = CanonicalBlockName(block.name);
             if (block.record == mHeader.modelSpace) block.name = ModelSpaceName;
             if (block.record == mHeader.paperSpace) block.name = PaperSpaceName;
             mNames.blockNames[block.record] = block.name;
         }
+        JoinSheets(mNames, mSections.release, mReading);
     }
 
     // --- Entities ---
@@ -259,10 +278,8 @@ class DwgWalk {
         data.base = block.base;
         data.flags = block.isAnonymous ? 1 : 0;
         mReading.recordOfBlock.emplace(block.name, block.record);
-        const auto own = mNames.blockData.find(block.record);
-        KeepBlock(mReading, block, "0", own == mNames.blockData.end() ? std::vector<RawXData>() : own->second,
-                  mNamed);
-        mMissing.Expect(block.layout, "layout of block " + ShownName(block.name));
+        const Names::Begin* const begin = BeginOf(block);
+        KeepBlock(mReading, block, "0", begin == nullptr ? std::vector<RawXData>() : begin->xdata, mNamed);
         if (const auto layout = mNames.layouts.find(block.layout); layout != mNames.layouts.end())
             KeepLayout(mReading, layout->second, block, mNamed);
         if (block.isExternal)
@@ -301,30 +318,40 @@ class DwgWalk {
         return chain;
     }
 
-    /// The entities that say themselves that they stand in model space, where its chain has broken or leads
-    /// past them.
-    void TakeRestOfModelSpace() {
+    /// The entities that no block leads to. Up to release 2000 those that say themselves that they stand in
+    /// model space are taken, where its chain has broken or leads past them.
+    void TakeStrayEntities() {
         const std::size_t place = BlockPlace(mReading, std::string(ModelSpaceName));
         int viewport = 0;
-        for (const ObjectMap::Entry& entry : mMap.Entries()) {
+        std::map<std::string_view, std::vector<HandleValue>> strays;
+        for (const ObjectMap::Entry& entry : mShapes) {
             if (mSeen.contains(entry.handle) || mDamaged.contains(entry.handle)) continue;
             try {
                 Object object = Open(entry);
                 constexpr unsigned inModelSpace = 2;
-                if (!IsShapeKind(mKinds.NameOf(object.type)) || ReadCommon(object).mode != inModelSpace)
-                    continue;
-                if (!mChainIsBroken)
-                    mReading.Note(0, "entity " + Shown(entry.handle) +
-                                         " stands in model space, whose chain leads past it: it is taken");
-                TakeEntity(entry.handle, place, viewport);
+                const Common common = ReadCommon(object);
+                const std::string_view kind = mKinds.NameOf(object.type);
+                if (mSections.release < Release::R2004 && IsShapeKind(kind) && common.mode == inModelSpace) {
+                    if (!mChainIsBroken)
+                        mReading.Note(0,
+                                      "entity " + Shown(entry.handle) +
+                                          " stands in model space, whose chain leads past it: it is taken");
+                    TakeEntity(entry.handle, place, viewport);
+                } else {
+                    strays[kind].push_back(entry.handle);
+                }
             } catch (const Damage& damage) {
                 TellDamage({}, entry, damage);
             }
         }
+        for (const auto& [kind, handles] : strays)
+            mReading.Note(0, ShownHolders(kind, handles) + (handles.size() == 1 ? " is" : " are") +
+                                 " left out: no " + (IsShapeKind(kind) ? "block" : "polyline") +
+                                 " of the drawing has " + (handles.size() == 1 ? "it" : "them"));
     }
 
     void TakeEntity(HandleValue handle, std::size_t place, int& viewport) {
-        if (handle == 0 || mDamaged.contains(handle)) return;
+        if (mDamaged.contains(handle)) return;
         const ObjectMap::Entry* const entry = mMap.Find(handle);
         if (entry == nullptr) {
             mReading.Note(0, "entity " + Shown(handle) + " of block " +
@@ -339,94 +366,17 @@ class DwgWalk {
             if (!mSeen.insert(handle).second) throw Damage{entry->place * 8, "it stands in a second block"};
             if (!IsShapeKind(kind)) return mLosses.PassOver(kind, object.type);
             const Common common = ReadCommon(object);
-            EntityData entity = EntityOf(object, common);
+            EntityData entity = mValues.EntityOf(kind, object, common);
             Further further;
             entity.geometry = ReadShape(object, common, kind, mSurroundings, further);
-            KeepFurther(entity, common, further);
+            mValues.KeepFurther(entity, kind, common, further);
+            mLosses.Take(further);
+            if (!further.doubt.empty()) mReading.Note(0, ShownHolder({kind, handle}) + ": " + further.doubt);
             Finish(entity, viewport);
             mReading.data.blocks[place].entities.push_back(std::move(entity));
         } catch (const Damage& damage) {
             TellDamage(kind, *entry, damage);
         }
-    }
-
-    EntityData EntityOf(const Object& object, const Common& common) {
-        EntityData entity;
-        entity.handle = object.handle;
-        entity.layer = NameOr(mNames.layers, common.layer, "0");
-        constexpr int byLayer = 256;
-        entity.color = common.color >= 0 && common.color <= byLayer ? common.color : byLayer;
-        switch (common.linetypeBy) {
-            case LinetypeBy::Layer:
-                break;
-            case LinetypeBy::Block:
-                entity.linetype = "ByBlock";
-                break;
-            case LinetypeBy::Continuous:
-                entity.linetype = "Continuous";
-                break;
-            case LinetypeBy::Handle:
-                entity.linetype = NameOr(mNames.linetypes, common.linetype, "ByLayer");
-                break;
-        }
-        if (common.linetypeScale > 0) entity.linetypeScale = common.linetypeScale;
-        entity.visible = !common.invisible;
-        entity.lineweight = common.lineweight;
-        entity.xdata = XDataOf("entity", object.handle, object.xdata);
-        return entity;
-    }
-
-    /// What shows of an entity besides its values, and what its kind has besides its shape.
-    void KeepFurther(EntityData& entity, const Common& common, const Further& further) {
-        KeptGroups look;
-        const RecordColor color = TrueColorOf(common);
-        if (color.trueColor) look.common = GroupsOfTrueColor(*color.trueColor)->common;
-        if (!color.name.empty())
-            look.common +=
-                GroupText().Text(430, color.book.empty() ? color.name : color.book + "$" + color.name).Take();
-        if (common.transparency) AppendGroup(look.common, 440, std::to_string(*common.transparency));
-        look.own = further.groups;
-        mLosses.Take(further);
-        if (!look.common.empty() || !look.own.empty())
-            entity.kept = {std::make_shared<const KeptGroups>(std::move(look))};
-    }
-
-    /// Colours of a book stand in objects of their own.
-    RecordColor TrueColorOf(const Common& common) const {
-        const RecordColor own{7, common.trueColor};
-        const ObjectMap::Entry* const book = common.bookColor == 0 ? nullptr : mMap.Find(common.bookColor);
-        if (book == nullptr) return own;
-        try {
-            Object object = Open(*book);
-            ReadOwner(object);
-            return ReadRecordColor(object.streams);
-        } catch (const Damage&) {
-            return own;
-        }
-    }
-
-    std::vector<XDataOfApp> XDataOf(std::string_view what, HandleValue handle,
-                                    const std::vector<RawXData>& data) {
-        std::vector<XDataOfApp> all;
-        for (const RawXData& raw : data) {
-            const auto name = mNames.applications.find(raw.application);
-            if (name == mNames.applications.end() || name->second.empty()) {
-                mReading.Note(
-                    0, std::string(what) + " " + Shown(handle) +
-                           ": extended data of an application that the drawing doesn't name are left out");
-                continue;
-            }
-            XDataOfApp app{name->second, raw.items};
-            constexpr int codeLayer = 1003;
-            for (XDataItem& item : app.items) {
-                if (item.code != codeLayer) continue;
-                HandleValue layer = 0;
-                if (const auto named = HandleFromText(std::get<std::string>(item.value))) layer = *named;
-                item.value = NameOr(mNames.layers, layer, "0");
-            }
-            all.push_back(std::move(app));
-        }
-        return all;
     }
 
     /// What every shape needs, whatever its kind.
@@ -437,14 +387,21 @@ class DwgWalk {
                     if (IsZero(shape.normal)) shape.normal = {0, 0, 1};
             },
             entity.geometry);
-        if (auto* const view = std::get_if<ViewportData>(&entity.geometry))
-            view->status = view->id = ++viewport;
+        auto* const view = std::get_if<ViewportData>(&entity.geometry);
+        if (view == nullptr) return;
+        view->status = view->id = ++viewport;
+        for (const HandleValue layer : view->frozenLayers)
+            mLinks.NamedIfAny(mNames.layers, layer, "none", "a layer", {"VIEWPORT", entity.handle});
     }
 
     std::vector<Object> Parts(const std::vector<HandleValue>& listed, HandleValue first, HandleValue last) {
         std::vector<Object> parts;
-        for (const HandleValue handle :
-             mSections.release >= Release::R2004 ? listed : Chain(first, last, "a polyline")) {
+        const std::vector<HandleValue> handles =
+            mSections.release >= Release::R2004 ? listed : Chain(first, last, "a polyline");
+        bool areOwn = true;
+        for (const HandleValue handle : handles) areOwn = mSeen.insert(handle).second && areOwn;
+        if (!areOwn) throw Damage{0, "vertices of its own were expected"};
+        for (const HandleValue handle : handles) {
             const ObjectMap::Entry* const entry = mMap.Find(handle);
             if (entry == nullptr) throw Damage{0, "vertex " + Shown(handle) + " was expected"};
             parts.push_back(Open(*entry));
@@ -458,7 +415,13 @@ class DwgWalk {
     void TakeGroups() {
         const Dictionary& named = mNames.dictionaries[mHeader.groupDictionary];
         for (const auto& [name, handle] : named.entries) mMissing.Expect(handle, "group " + ShownName(name));
-        NameGroups(mNames.groups, named);
+        for (const HandleValue group : NameGroups(mNames.groups, named))
+            mReading.Note(0, ShownHolder({"GROUP", group}) +
+                                 " has no name of its own in the dictionary of groups: it gets one");
+        for (GroupData& group : mNames.groups)
+            for (const HandleValue member : group.members)
+                if (member != 0 && !mSeen.contains(member) && !mDamaged.contains(member))
+                    mLinks.Drop("an entity", member, {"GROUP", group.handle});
         mReading.data.groups = std::move(mNames.groups);
     }
 
@@ -473,6 +436,9 @@ class DwgWalk {
     std::unordered_set<HandleValue> mDamaged;  ///< Told already.
     bool mChainIsBroken = false;
     MissingRecords mMissing;
+    Links mLinks;
+    CommonValues mValues{{mSections, mTexts, mMap, mKinds, mNames, mLinks, mReading}};
+    std::vector<ObjectMap::Entry> mShapes;  ///< Entities that blocks hold, and the vertices of polylines.
     std::vector<std::pair<std::size_t, HandleValue>> mLinetypeOfLayer;
     std::vector<std::pair<std::size_t, std::vector<RawXData>>> mDataOfLayers;
     std::set<std::size_t> mTakenBlocks;
@@ -481,12 +447,11 @@ class DwgWalk {
     KeptTables mTables;
     const NamedXData mNamed = [this](std::string_view what, HandleValue handle,
                                      const std::vector<RawXData>& data) {
-        return XDataOf(what, handle, data);
+        return mValues.XDataOf(what, handle, data);
     };
-    Surroundings mSurroundings{
-        mNames, mBodies, [this](const std::vector<HandleValue>& listed, HandleValue first, HandleValue last) {
-            return Parts(listed, first, last);
-        }};
+    Surroundings mSurroundings{mNames, mBodies, mLinks,
+                               [this](const std::vector<HandleValue>& listed, HandleValue first,
+                                      HandleValue last) { return Parts(listed, first, last); }};
 };
 
 }  // namespace

@@ -250,6 +250,8 @@ bool IsShapeKind(std::string_view kind) {
     return std::find(ShapeKinds.begin(), ShapeKinds.end(), kind) != ShapeKinds.end();
 }
 
+bool IsVertexKind(std::string_view kind) { return kind.starts_with("VERTEX_") || kind == "FACE_PFACE"; }
+
 EntityGeometry ReadShape(Object& object, const Common& common, std::string_view kind,
                          const Surroundings& surroundings, Further& further) {
     if (kind == "LINE") return ReadLine(object);
@@ -269,7 +271,7 @@ EntityGeometry ReadShape(Object& object, const Common& common, std::string_view 
     if (kind == "TRACE") return ReadFlatQuad(object, QuadData::Kind::Trace);
     if (kind == "3DFACE") return ReadFace(object);
     if (kind == "VIEWPORT") return ReadViewport(object, further);
-    return ReadPolyline(object, kind, surroundings);
+    return ReadPolyline(object, kind, surroundings, further);
 }
 
 }  // namespace brenvik::dwg

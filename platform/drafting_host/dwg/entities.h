@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "drafting_host/dwg/links.h"
 #include "drafting_host/dwg/names.h"
 #include "drafting_host/dwg/objects.h"
 
@@ -17,6 +18,7 @@ struct Surroundings {
     const Names& names;
     /// The bodies of release 2013 on, by the handles of their entities.
     const std::unordered_map<HandleValue, std::string>& bodies;
+    Links& links;
     /// The objects that belong to another one (vertices of a polyline), in order, opened and read up to their
     /// own values. Throws Damage for one that can't be read: a polyline less a vertex would be another shape.
     std::function<std::vector<Object>(const std::vector<HandleValue>& listed, HandleValue first,
@@ -30,17 +32,21 @@ struct Further {
     /// A spline through points: what of its curve the file doesn't settle. Blank where it does.
     std::string unsettled;
     bool losesColumns = false;  ///< A text in columns, which a drawing has in one.
+    std::string doubt;          ///< Why something of it may be missing; blank for nothing.
 };
 
 /// Whether ReadShape takes the kind.
 bool IsShapeKind(std::string_view kind);
+/// Whether it is a vertex or a face of a polyline of many objects.
+bool IsVertexKind(std::string_view kind);
 
 /// The shape of an entity that stands behind its common part. Throws Damage.
 EntityGeometry ReadShape(Object& object, const Common& common, std::string_view kind,
                          const Surroundings& surroundings, Further& further);
 
 // By kinds of shapes.
-EntityGeometry ReadPolyline(Object& object, std::string_view kind, const Surroundings& surroundings);
+EntityGeometry ReadPolyline(Object& object, std::string_view kind, const Surroundings& surroundings,
+                            Further& further);
 EntityGeometry ReadSpline(Object& object, Further& further);
 EntityGeometry ReadText(Object& object, const Surroundings& surroundings);
 EntityGeometry ReadMText(Object& object, const Surroundings& surroundings, Further& further);

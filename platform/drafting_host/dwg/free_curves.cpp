@@ -4,6 +4,7 @@
 #include "drafting_host/dwg/entities.h"
 #include "drafting_host/dwg/fitted_spline.h"
 #include "drafting_host/dwg/table_data.h"
+#include "drafting_host/dxf/stated_counts.h"
 
 namespace brenvik::dwg {
 namespace {
@@ -55,7 +56,8 @@ PolylineData::Vertex ReadVertex(Object& object, unsigned type) {
 
 }  // namespace
 
-EntityGeometry ReadPolyline(Object& object, std::string_view kind, const Surroundings& surroundings) {
+EntityGeometry ReadPolyline(Object& object, std::string_view kind, const Surroundings& surroundings,
+                            Further& further) {
     BitReader& data = object.streams.data;
     PolylineData line;
     if (kind == "POLYLINE_2D") {
@@ -87,6 +89,7 @@ EntityGeometry ReadPolyline(Object& object, std::string_view kind, const Surroun
         if (kind == "POLYLINE_2D") line.vertices.back().point.z = 0;
     }
     if (line.vertices.empty()) data.Fail("a vertex was expected");
+    if (const auto falseCount = FalseCountOfMesh(line, "its head states")) further.doubt = *falseCount;
     return line;
 }
 

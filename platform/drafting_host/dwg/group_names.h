@@ -8,7 +8,7 @@
 namespace brenvik::dwg {
 
 /// Gives each group the name that the dictionary has for it; one without a name of its own becomes anonymous
-/// ("*A1").
-void NameGroups(std::vector<GroupData>& groups, const Dictionary& dictionary);
+/// ("*A1"). Gives the handles of these.
+std::vector<HandleValue> NameGroups(std::vector<GroupData>& groups, const Dictionary& dictionary);
 
 }  // namespace brenvik::dwg

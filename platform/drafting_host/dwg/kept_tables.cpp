@@ -35,7 +35,7 @@ void KeptTables::AddEntry(std::string_view table, HandleValue handle, std::strin
     mEntries.push_back({0, table, handle, std::move(groups), std::move(data)});
 }
 
-void KeptTables::HandOver(Reading& reading, const NamedXData& named) {
+void KeptTables::HandOver(Reading& reading, const Names& names, const NamedXData& named, Links& links) {
     const auto recordOf = [&](const Entry& entry, HandleValue handle) {
         const std::string data = GroupsOfXData(named(entry.table, handle, entry.data));
         return KeptRecord{std::string(entry.table), handle, 0, entry.groups + data};
@@ -48,6 +48,14 @@ void KeptTables::HandOver(Reading& reading, const NamedXData& named) {
     };
     fill(reading.data.linetypes, mLinetypes);
     fill(reading.data.styles, mStyles);
+    constexpr int styleOfDash = 340;
+    for (const Entry& entry : mLinetypes) {
+        GroupWalk walk(entry.groups);
+        while (walk.Next())
+            if (walk.Code() == styleOfDash && !names.styles.contains(walk.Handle()))
+                links.Drop("a text style", walk.Handle(),
+                           {"LTYPE", reading.data.linetypes[entry.place].handle});
+    }
     for (const Entry& entry : mEntries)
         TableOf(reading.file, entry.table).entries.push_back(recordOf(entry, entry.handle));
 }
@@ -93,24 +101,26 @@ namespace {
 /// Blocks of arrows are named without the mark that their own names begin with.
 std::string ArrowName(std::string name) { return name.starts_with('_') ? name.substr(1) : name; }
 
-std::string NamedBy(const Header::Reference& reference, const Names& names) {
-    if (reference.handle == 0 && reference.table == Header::Table::Blocks) return {};
+std::string NamedBy(const Header::Reference& reference, const Names& names, Links& links) {
+    const Holder holder{reference.name};
     switch (reference.table) {
         case Header::Table::Styles:
-            return NameOr(names.styles, reference.handle, "Standard");
+            return links.NamedIfAny(names.styles, reference.handle, "Standard", "a text style", holder);
         case Header::Table::Linetypes:
-            return NameOr(names.linetypes, reference.handle, reference.name == "$CELTYPE" ? "ByLayer" : "");
+            return links.NamedIfAny(names.linetypes, reference.handle,
+                                    reference.name == "$CELTYPE" ? "ByLayer" : "", "a line type", holder);
         case Header::Table::Blocks:
-            return ArrowName(NameOr(names.blockNames, reference.handle, ""));
+            return ArrowName(links.NamedIfAny(names.blockNames, reference.handle, "", "a block", holder));
         case Header::Table::Ucs:
             break;
     }
-    return NameOr(names.ucs, reference.handle, "");
+    return links.NamedIfAny(names.ucs, reference.handle, "", "a coordinate system", holder);
 }
 
 }  // namespace
 
-void KeepVariables(Reading& reading, const Header& header, const Names& names, unsigned maintenance) {
+void KeepVariables(Reading& reading, const Header& header, const Names& names, unsigned maintenance,
+                   Links& links) {
     constexpr int longMaintenance = 1032;
     auto& kept = reading.file.header;
     kept.emplace_back("$ACADVER", "");  // written by the release of the saving, at its place in front
@@ -119,7 +129,8 @@ void KeepVariables(Reading& reading, const Header& header, const Names& names, u
                       GroupText().Whole(isLong ? 90 : 70, static_cast<long>(maintenance)).Take());
     for (const auto& [name, groups] : header.variables) kept.emplace_back(name, groups);
     for (const Header::Reference& reference : header.references)
-        kept.emplace_back(reference.name, GroupText().Text(reference.code, NamedBy(reference, names)).Take());
+        kept.emplace_back(reference.name,
+                          GroupText().Text(reference.code, NamedBy(reference, names, links)).Take());
 }
 
 }  // namespace brenvik::dwg

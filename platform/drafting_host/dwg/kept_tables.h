@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "drafting_host/dwg/header.h"
+#include "drafting_host/dwg/links.h"
 #include "drafting_host/dwg/names.h"
 #include "drafting_host/dxf/reading.h"
 
@@ -25,7 +26,7 @@ class KeptTables {
     /// An entry of which a drawing has no member: a view, the style of a shape file.
     void AddEntry(std::string_view table, HandleValue handle, std::string groups, std::vector<RawXData> data);
 
-    void HandOver(Reading& reading, const NamedXData& named);
+    void HandOver(Reading& reading, const Names& names, const NamedXData& named, Links& links);
 
   private:
     struct Entry {
@@ -42,6 +43,7 @@ class KeptTables {
 void KeepBlock(Reading& reading, const Block& block, std::string_view layer,
                const std::vector<RawXData>& data, const NamedXData& named);
 void KeepLayout(Reading& reading, const Layout& layout, const Block& block, const NamedXData& named);
-void KeepVariables(Reading& reading, const Header& header, const Names& names, unsigned maintenance);
+void KeepVariables(Reading& reading, const Header& header, const Names& names, unsigned maintenance,
+                   Links& links);
 
 }  // namespace brenvik::dwg

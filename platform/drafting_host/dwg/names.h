@@ -18,6 +18,7 @@ struct Block {
     std::string name;
     Point3 base;
     bool isAnonymous = false, isExternal = false;
+    HandleValue begin = 0;              ///< Its BLOCK entity.
     HandleValue first = 0, last = 0;    ///< Up to release 2000.
     std::vector<HandleValue> entities;  ///< From release 2004 on.
     HandleValue layout = 0;
@@ -43,7 +44,13 @@ struct Names {
     std::unordered_map<HandleValue, std::string> layers, linetypes, styles, applications, ucs;
     std::vector<Block> blocks;  ///< In the order of the map.
     std::unordered_map<HandleValue, std::string> blockNames;
-    std::unordered_map<HandleValue, std::vector<RawXData>> blockData;  ///< Extended data of BLOCK entities.
+    /// The BLOCK entities, which have the blocks' full names.
+    struct Begin {
+        HandleValue record = 0;
+        std::string name;
+        std::vector<RawXData> xdata;
+    };
+    std::unordered_map<HandleValue, Begin> begins;
     std::unordered_map<HandleValue, Dictionary> dictionaries;
     std::unordered_map<HandleValue, Layout> layouts;
     std::vector<GroupData> groups;

@@ -116,7 +116,7 @@ Block ReadBlockRecord(Object& object) {
         }
         block.groups = groups.Bytes(310, picture).Take();
     }
-    streams.Handle();  // the BLOCK entity
+    block.begin = streams.Handle();
     if (streams.IsAtLeast(Release::R2004)) {
         for (std::size_t i = 0; i < owned; ++i) block.entities.push_back(streams.Handle());
     } else if (!block.isExternal) {

@@ -55,6 +55,15 @@ void ReadLongText(Streams& streams, TextData& text) {
 
 }  // namespace
 
+namespace {
+
+std::string StyleOf(Object& object, const Surroundings& surroundings) {
+    return surroundings.links.NamedIfAny(surroundings.names.styles, object.streams.Handle(), "Standard",
+                                         "a text style", {"text", object.handle});
+}
+
+}  // namespace
+
 EntityGeometry ReadText(Object& object, const Surroundings& surroundings) {
     Streams& streams = object.streams;
     TextData text;
@@ -62,7 +71,7 @@ EntityGeometry ReadText(Object& object, const Surroundings& surroundings) {
         ReadShortText(streams, text);
     else
         ReadLongText(streams, text);
-    text.style = NameOr(surroundings.names.styles, streams.Handle(), "Standard");
+    text.style = StyleOf(object, surroundings);
     return text;
 }
 
@@ -115,7 +124,7 @@ EntityGeometry ReadMText(Object& object, const Surroundings& surroundings, Furth
     data.BitReal();
     data.BitReal();
     text.text = streams.Text();
-    text.style = NameOr(surroundings.names.styles, streams.Handle(), "Standard");
+    text.style = StyleOf(object, surroundings);
     if (streams.IsAtLeast(Release::R2000)) {
         groups.Whole(73, data.BitShort());
         groups.Real(44, data.BitReal());

@@ -160,8 +160,8 @@ void EntityReader::EndOpenPolyline(std::size_t line) {
         if (data.vertices.empty()) {
             mReading.Note(std::min(line, mPolyline->line), "POLYLINE left out: a vertex was expected");
         } else {
-            if (const auto count = FalseCountOfMesh(data, mPolyline->line))
-                mReading.Note(count->line, "POLYLINE: " + count->text);
+            if (const auto falseCount = FalseCountOfMesh(data, "groups 71 and 72 state"))
+                mReading.Note(mPolyline->line, "POLYLINE: " + *falseCount);
             if (mPolyline->kept)
                 std::ranges::sort(mPolyline->kept->vertices, {}, &KeptGroups::Vertex::handle);
             mReading.data.blocks[mPolyline->block].entities.push_back(std::move(mPolyline->entity));

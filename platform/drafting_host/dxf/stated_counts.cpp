@@ -1,6 +1,8 @@
 // Which group counts what.
 #include "drafting_host/dxf/stated_counts.h"
 
+#include <algorithm>
+
 namespace brenvik {
 namespace {
 
@@ -27,16 +29,28 @@ std::vector<FalseCount> FalseCountsOf(Groups groups, const EntityGeometry& geome
     return all;
 }
 
-std::optional<FalseCount> FalseCountOfMesh(const PolylineData& polyline, std::size_t line) {
-    constexpr int isMesh = 16, isSmooth = 4;
+std::optional<std::string> FalseCountOfMesh(const PolylineData& polyline, std::string_view stating) {
+    constexpr int isMesh = 16, isPolyface = 64, isSmooth = 4, faceOfPolyface = 128, vertexOfMesh = 64;
+    const auto stated = static_cast<std::size_t>(polyline.mCount),
+               statedToo = static_cast<std::size_t>(polyline.nCount);
+    const std::size_t found = polyline.vertices.size();
+    if ((polyline.flags & isPolyface) != 0) {
+        const auto faces =
+            static_cast<std::size_t>(std::ranges::count_if(polyline.vertices, [](const auto& vertex) {
+                return (vertex.flags & (faceOfPolyface | vertexOfMesh)) == faceOfPolyface;
+            }));
+        const bool areTrue =
+            (stated == 0 && statedToo == 0) || (stated == found - faces && statedToo == faces);
+        if (areTrue) return std::nullopt;
+        return std::string(stating) + " " + std::to_string(stated) + " vertices and " +
+               std::to_string(statedToo) + " faces, found " + std::to_string(found - faces) + " and " +
+               std::to_string(faces) + ", which are taken";
+    }
     // A smooth one has vertices of two kinds.
     if ((polyline.flags & isMesh) == 0 || (polyline.flags & isSmooth) != 0) return std::nullopt;
-    const std::size_t stated =
-        static_cast<std::size_t>(polyline.mCount) * static_cast<std::size_t>(polyline.nCount);
-    if (stated == polyline.vertices.size()) return std::nullopt;
-    return FalseCount{line, "groups 71 and 72 state a mesh of " + std::to_string(polyline.mCount) + " by " +
-                                std::to_string(polyline.nCount) + " vertices, found " +
-                                std::to_string(polyline.vertices.size()) + ", which are taken"};
+    if (stated * statedToo == found) return std::nullopt;
+    return std::string(stating) + " a mesh of " + std::to_string(stated) + " by " +
+           std::to_string(statedToo) + " vertices, found " + std::to_string(found) + ", which are taken";
 }
 
 }  // namespace brenvik

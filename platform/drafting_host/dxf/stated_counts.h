@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "drafting_host/dxf/reading.h"
@@ -19,7 +20,9 @@ struct FalseCount {
 /// contradicts nothing.
 std::vector<FalseCount> FalseCountsOf(Groups groups, const EntityGeometry& geometry);
 
-/// The same of the vertices of a polygon mesh, whose numbers are its rows and columns.
-std::optional<FalseCount> FalseCountOfMesh(const PolylineData& polyline, std::size_t line);
+/// The same of the vertices of a polygon mesh, whose numbers are its rows and columns, and of the vertices
+/// and faces of a polyface mesh, of which some programs write none. `stating` says who states them, as
+/// "groups 71 and 72 state".
+std::optional<std::string> FalseCountOfMesh(const PolylineData& polyline, std::string_view stating);
 
 }  // namespace brenvik

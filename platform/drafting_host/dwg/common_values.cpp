@@ -1,0 +1,98 @@
+#include "drafting_host/dwg/common_values.h"
+
+#include <optional>
+#include <utility>
+
+#include "base/handle_text.h"
+#include "drafting_host/dwg/table_data.h"
+#include "drafting_host/dxf/kept_text.h"
+
+namespace brenvik::dwg {
+
+EntityData CommonValues::EntityOf(std::string_view kind, const Object& object, const Common& common) const {
+    const Holder holder{kind, object.handle};
+    EntityData entity;
+    entity.handle = object.handle;
+    entity.layer = mSource.links.Named(mSource.names.layers, common.layer, "0", "a layer", holder);
+    constexpr int byLayer = 256;
+    entity.color = common.color >= 0 && common.color <= byLayer ? common.color : byLayer;
+    switch (common.linetypeBy) {
+        case LinetypeBy::Layer:
+            break;
+        case LinetypeBy::Block:
+            entity.linetype = "ByBlock";
+            break;
+        case LinetypeBy::Continuous:
+            entity.linetype = "Continuous";
+            break;
+        case LinetypeBy::Handle:
+            entity.linetype = mSource.links.Named(mSource.names.linetypes, common.linetype, "ByLayer",
+                                                  "a line type", holder);
+            break;
+    }
+    if (common.linetypeScale > 0) entity.linetypeScale = common.linetypeScale;
+    entity.visible = !common.invisible;
+    entity.lineweight = common.lineweight;
+    entity.xdata = XDataOf("entity", object.handle, object.xdata);
+    return entity;
+}
+
+void CommonValues::KeepFurther(EntityData& entity, std::string_view kind, const Common& common,
+                               const Further& further) const {
+    KeptGroups look;
+    const RecordColor color = TrueColorOf(common, {kind, entity.handle});
+    if (color.trueColor) look.common = GroupsOfTrueColor(*color.trueColor)->common;
+    if (!color.name.empty())
+        look.common +=
+            GroupText().Text(430, color.book.empty() ? color.name : color.book + "$" + color.name).Take();
+    if (common.transparency) AppendGroup(look.common, 440, std::to_string(*common.transparency));
+    look.own = further.groups;
+    if (!look.common.empty() || !look.own.empty())
+        entity.kept = {std::make_shared<const KeptGroups>(std::move(look))};
+}
+
+/// Colours of a book stand in objects of their own.
+RecordColor CommonValues::TrueColorOf(const Common& common, const Holder& holder) const {
+    const RecordColor own{7, common.trueColor};
+    if (common.bookColor == 0) return own;
+    if (const ObjectMap::Entry* const book = mSource.map.Find(common.bookColor); book != nullptr) {
+        try {
+            Object object = OpenObject(mSource.sections, mSource.texts, *book);
+            if (mSource.kinds.NameOf(object.type) == "DBCOLOR") {
+                ReadOwner(object);
+                return ReadRecordColor(object.streams);
+            }
+        } catch (const Damage&) {
+            // told below
+        }
+    }
+    mSource.links.Drop("a colour of a book", common.bookColor, holder);
+    return own;
+}
+
+std::vector<XDataOfApp> CommonValues::XDataOf(std::string_view what, HandleValue handle,
+                                              const std::vector<RawXData>& data) const {
+    std::vector<XDataOfApp> all;
+    for (const RawXData& raw : data) {
+        const auto name = mSource.names.applications.find(raw.application);
+        if (name == mSource.names.applications.end() || name->second.empty()) {
+            mSource.reading.Note(0, ShownHolder({what, handle}) +
+                                        ": extended data of an application that the drawing doesn't name are "
+                                        "left out");
+            continue;
+        }
+        XDataOfApp app{name->second, raw.items};
+        constexpr int codeLayer = 1003;
+        for (XDataItem& item : app.items) {
+            if (item.code != codeLayer) continue;
+            HandleValue layer = 0;
+            if (const auto named = HandleFromText(std::get<std::string>(item.value))) layer = *named;
+            item.value =
+                mSource.links.NamedIfAny(mSource.names.layers, layer, "0", "a layer", {what, handle});
+        }
+        all.push_back(std::move(app));
+    }
+    return all;
+}
+
+}  // namespace brenvik::dwg

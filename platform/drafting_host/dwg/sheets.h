@@ -1,0 +1,14 @@
+// Sheets and the blocks that hold what is drawn on them.
+#pragma once
+
+#include "drafting_host/dwg/names.h"
+#include "drafting_host/dxf/reading.h"
+
+namespace brenvik::dwg {
+
+/// Gives each space of `names` the handle of its sheet. Sheet and block name each other, but for releases 13
+/// and 14, where only the sheet does: one reference is enough, and where they disagree that is told, as are
+/// sheets that no block has. Blocks have their full names.
+void JoinSheets(Names& names, Release release, Reading& reading);
+
+}  // namespace brenvik::dwg

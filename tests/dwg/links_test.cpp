@@ -1,0 +1,163 @@
+// References that lead nowhere, in files whose checksums are right: whatever is taken instead is told.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "drafting_host/dwg/checksums.h"
+#include "drafting_host/dwg/dwg_reader.h"
+#include "drafting_host/dwg/objects.h"
+#include "support/sample_files.h"
+
+namespace brenvik {
+namespace {
+
+using namespace dwg;
+
+constexpr HandleValue Nobody = 0xFFFE;
+
+std::string Bits(std::string_view bytes) {
+    std::string bits;
+    for (const char c : bytes)
+        for (int bit = 7; bit >= 0; --bit)
+            bits += ((static_cast<unsigned char>(c) >> bit) & 1) != 0 ? '1' : '0';
+    return bits;
+}
+
+/// A reference of two bytes behind its code: how many bytes, and these.
+std::string BitsOfReference(HandleValue handle) {
+    return "0010" + Bits(std::string{static_cast<char>(handle >> 8U), static_cast<char>(handle)});
+}
+
+class DwgLinks : public testing::Test {
+  protected:
+    void SetUp() override {
+        if (!test::HasSamples()) GTEST_SKIP() << "no sample drawings at " << test::SampleFolder();
+    }
+
+    /// The drawing of a release, with one object's last bits that are `from` set to `to`.
+    static DrawingData Changed(const std::string& release, HandleValue handle, const std::string& from,
+                               const std::string& to) {
+        std::string bytes =
+            test::FileBytes(test::SampleFolder() / "dwg" / ("ACadSharp__sample_" + release + ".dwg"));
+        Sections sections = Unpack(bytes, "job.dwg");
+        const ObjectMap map(sections);
+        const Texts texts(sections.release, sections.codePage);
+        const ObjectMap::Entry* const entry = map.Find(handle);
+        if (entry == nullptr) throw std::runtime_error("no such object");
+        const Object object = OpenObject(sections, texts, *entry);
+        const std::size_t behind = object.end / 8, first = object.start / 8;
+        std::string bits = Bits(std::string_view(bytes).substr(first, behind - first));
+        const std::size_t at = bits.rfind(from);
+        if (at == std::string::npos) throw std::runtime_error("no such bits");
+        bits.replace(at, from.size(), to);
+        for (std::size_t i = 0; i < bits.size(); ++i) {
+            const int mask = 0x80 >> (i % 8);
+            char& byte = bytes[first + i / 8];
+            byte = static_cast<char>(bits[i] == '1' ? byte | mask : byte & ~mask);
+        }
+        const std::uint16_t sum =
+            Crc16(std::string_view(bytes).substr(object.place, behind - object.place), ObjectSeed);
+        bytes[behind] = static_cast<char>(sum & 0xFFU);
+        bytes[behind + 1] = static_cast<char>(sum >> 8U);
+        return ReadDwg(bytes, "job.dwg");
+    }
+
+    static DrawingData WithReference(const std::string& release, HandleValue handle, HandleValue from,
+                                     HandleValue to) {
+        return Changed(release, handle, BitsOfReference(from), BitsOfReference(to));
+    }
+
+    static void ExpectTold(const DrawingData& data, const std::string& text) {
+        std::string all;
+        bool isTold = false;
+        for (const ReadNote& note : data.notes) {
+            isTold = isTold || (note.dataLost && note.text == text);
+            if (note.dataLost) all += note.text + "\n";
+        }
+        EXPECT_TRUE(isTold) << "expected: " << text << "\n" << all;
+    }
+};
+
+TEST_F(DwgLinks, ALayerThatIsNotThereIsToldWithTheEntitiesOnIt) {
+    for (const char* release : {"AC1014", "AC1015"})
+        ExpectTold(
+            WithReference(release, 0x51D, 0x4D3, Nobody),
+            "CIRCLE (handle 51D) refers to a layer (handle FFFE), which the drawing doesn't have: \"0\" is "
+            "taken");
+}
+
+TEST_F(DwgLinks, ALayersLineTypeThatIsNotThereIsTold) {
+    ExpectTold(WithReference("AC1015", 0x27D, 0x280, Nobody),
+               "LAYER (handle 27D) refers to a line type (handle FFFE), which the drawing doesn't have: "
+               "\"Continuous\" is taken");
+}
+
+TEST_F(DwgLinks, ATextStyleThatIsNotThereIsTold) {
+    ExpectTold(WithReference("AC1015", 0x3B9, 0x399, Nobody),
+               "text (handle 3B9) refers to a text style (handle FFFE), which the drawing doesn't have: "
+               "\"Standard\" is taken");
+}
+
+TEST_F(DwgLinks, AMemberOfAGroupThatIsNotThereIsTold) {
+    const DrawingData data = WithReference("AC1015", 0x6A5, 0x6A2, Nobody);
+    ExpectTold(data,
+               "GROUP (handle 6A5) refers to an entity (handle FFFE), which the drawing doesn't have: the "
+               "reference is left out");
+    ASSERT_EQ(data.groups.size(), 2U);
+    EXPECT_EQ(data.groups[1].members.size(), 5U);
+}
+
+TEST_F(DwgLinks, AGroupWhoseEntryOfTheDictionaryIsGoneIsTold) {
+    // The dictionary of groups is that which owns them.
+    ExpectTold(WithReference("AC1015", 0xD, 0x6A5, Nobody),
+               "GROUP (handle 6A5) has no name of its own in the dictionary of groups: it gets one");
+}
+
+TEST_F(DwgLinks, ASheetAndItsBlockFindEachOtherByOneReference) {
+    const DrawingData data = WithReference("AC1015", 0x25A, 0x259, Nobody);
+    ExpectTold(
+        data,
+        "sheet \"MyLayout\" (handle 25A) is taken as that of block \"*Paper_Space\" (handle 259), though "
+        "the sheet refers to another");
+    EXPECT_EQ(data.blocks[1].layoutName, "MyLayout");
+    const DrawingData other = WithReference("AC1015", 0x259, 0x25A, Nobody);
+    ExpectTold(
+        other,
+        "sheet \"MyLayout\" (handle 25A) is taken as that of block \"*Paper_Space\" (handle 259), though "
+        "the block refers to another");
+    EXPECT_EQ(other.blocks[1].layoutName, "MyLayout");
+}
+
+TEST_F(DwgLinks, SheetsOfRelease14FindTheirBlocks) {
+    const DrawingData data =
+        ReadDwg(test::FileBytes(test::SampleFolder() / "dwg" / "ACadSharp__sample_AC1014.dwg"), "job.dwg");
+    std::vector<std::string> names;
+    for (const BlockData& block : data.blocks)
+        if (!block.layoutName.empty()) names.push_back(block.layoutName);
+    std::ranges::sort(names);
+    EXPECT_EQ(names, (std::vector<std::string>{"Layout1", "Layout2", "Model", "MyLayout"}));
+}
+
+TEST_F(DwgLinks, AFaceThatAPolyfaceMeshHasLostIsTold) {
+    const DrawingData sound =
+        ReadDwg(test::FileBytes(test::SampleFolder() / "dwg" / "ACadSharp__sample_AC1015.dwg"), "job.dwg");
+    EXPECT_TRUE(std::ranges::none_of(sound.notes, [](const ReadNote& note) {
+        return note.dataLost && note.text.starts_with("POLYLINE");
+    }));
+    // 5 vertices and 2 faces, each number in a byte behind two bits.
+    ExpectTold(
+        Changed("AC1015", 0x422,
+                "01"
+                "00000101"
+                "01"
+                "00000010",
+                "01"
+                "00000101"
+                "01"
+                "00000011"),
+        "POLYLINE_PFACE (handle 422): its head states 5 vertices and 3 faces, found 5 and 2, which are "
+        "taken");
+}
+
+}  // namespace
+}  // namespace brenvik
