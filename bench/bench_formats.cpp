@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "drafting_host/dwg/dwg_reader.h"
-#include "drafting_host/dxf/dxf_reader.h"
+#include "drafting_host/dxf/reading/dxf_reader.h"
 #include "job_files.h"
 #include "support/binary_acis.h"
 

@@ -2,7 +2,7 @@
 #include "job_files.h"
 
 // The host's own "Handle" must be declared before the modeller makes a macro of that word.
-#include "drafting_host/dxf/dxf_writer.h"
+#include "drafting_host/dxf/writing/dxf_writer.h"
 
 #include "drafting_host/acis/acis_text.h"
 #include "drafting_host/step/step_writer.h"

@@ -6,6 +6,7 @@
 #include <system_error>
 #include <vector>
 
+#include "drafting_host/command/commands/built_in_commands.h"
 #include "file_roots/whole_file.h"
 #include "forms/form.h"
 #include "forms/grid_control.h"
@@ -33,7 +34,7 @@ Workshop::Workshop(std::ostream& told)
       mDialogs(told),
       mShell(told),
       mHost(WriteWholeFile, WriteScratchFile),
-      mCommandLine(mHost) {
+      mCommandLine(mHost, FindBuiltInCommand) {
     mHost.SetPathResolver([this](std::string_view path) { return mFiles.Resolve(path); });
     Platform platform;
     platform.dialogs = &mDialogs;

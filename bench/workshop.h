@@ -9,7 +9,7 @@
 
 #include "console/console_dialogs.h"
 #include "console/console_shell.h"
-#include "drafting_host/command/host_command_line.h"
+#include "drafting_host/command/session/host_command_line.h"
 #include "drafting_host/document/host_application.h"
 #include "file_roots/file_roots.h"
 #include "part_table/sqlite_database.h"

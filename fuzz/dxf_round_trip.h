@@ -8,8 +8,8 @@
 
 #include "base/failure.h"
 #include "check.h"
-#include "drafting_host/dxf/dxf_reader.h"
-#include "drafting_host/dxf/dxf_writer.h"
+#include "drafting_host/dxf/reading/dxf_reader.h"
+#include "drafting_host/dxf/writing/dxf_writer.h"
 
 namespace brenvik::fuzz {
 

@@ -1,7 +1,7 @@
 // Writes drawings and solids for the fuzz targets to start from: make_seeds FOLDER, which gets folders
 // seeds-dxf, seeds-sat, seeds-binary_dxf and seeds-sab.
 // The host's own "Handle" must be declared before the modeller makes a macro of that word.
-#include "drafting_host/dxf/dxf_writer.h"
+#include "drafting_host/dxf/writing/dxf_writer.h"
 
 #include "drafting_host/acis/acis_text.h"
 

@@ -30,7 +30,7 @@
 #include "base/failure.h"
 #include "control_binding.h"
 #include "drafting_host/document/host_document.h"
-#include "drafting_host/dxf/aci_colors.h"
+#include "drafting_host/dxf/data/aci_colors.h"
 #include "drawing_view.h"
 
 namespace brenvik::desktop {

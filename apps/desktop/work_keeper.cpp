@@ -10,7 +10,7 @@
 #include "control_binding.h"
 #include "drafting_host/document/host_application.h"
 #include "drafting_host/document/host_document.h"
-#include "drafting_host/dxf/dxf_writer.h"
+#include "drafting_host/dxf/writing/dxf_writer.h"
 #include "file_roots/places.h"
 
 namespace brenvik::desktop {

@@ -20,7 +20,8 @@
 #include "cnc/part/run_report.h"
 #include "cnc/part/run_state.h"
 #include "core/fakes/fake_platform.h"
-#include "drafting_host/command/host_command_line.h"
+#include "drafting_host/command/commands/built_in_commands.h"
+#include "drafting_host/command/session/host_command_line.h"
 #include "drafting_host/document/host_application.h"
 #include "file_roots/file_roots.h"
 #include "file_roots/whole_file.h"
@@ -235,7 +236,7 @@ class CncTest : public ::testing::Test {
     fakes::FakeSettings settings;
     fakes::FakeDialogs dialogs;
     HostApplication host{WriteWholeFile};
-    HostCommandLine commandLine{host};
+    HostCommandLine commandLine{host, FindBuiltInCommand};
     HostDocument& document = host.NewDocument();
     std::vector<std::string> transcript;
 

@@ -3,7 +3,7 @@
 
 #include "cnc/cnc_fixture.h"
 #include "cnc/scripted_prompts.h"
-#include "drafting_host/command/view_frame.h"
+#include "drafting_host/command/session/view_frame.h"
 #include "tools/drawing_tools.h"
 
 namespace brenvik {

@@ -11,9 +11,9 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "drafting_host/dwg/dwg_reader.h"
-#include "drafting_host/dxf/dxf_reader.h"
-#include "drafting_host/dxf/kept_text.h"
-#include "drafting_host/dxf/standard_entries.h"
+#include "drafting_host/dxf/data/kept_text.h"
+#include "drafting_host/dxf/data/standard_entries.h"
+#include "drafting_host/dxf/reading/dxf_reader.h"
 #include "dwg/nearly_equal.h"
 #include "support/sample_files.h"
 

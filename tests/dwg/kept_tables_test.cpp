@@ -12,10 +12,10 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "drafting_host/dwg/dwg_reader.h"
-#include "drafting_host/dxf/dxf_reader.h"
-#include "drafting_host/dxf/dxf_text.h"
-#include "drafting_host/dxf/dxf_writer.h"
-#include "drafting_host/dxf/kept_text.h"
+#include "drafting_host/dxf/data/kept_text.h"
+#include "drafting_host/dxf/reading/dxf_reader.h"
+#include "drafting_host/dxf/texts/dxf_text.h"
+#include "drafting_host/dxf/writing/dxf_writer.h"
 #include "support/sample_files.h"
 
 namespace brenvik {

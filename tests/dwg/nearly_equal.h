@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "drafting_host/dxf/drawing_data.h"
+#include "drafting_host/dxf/data/drawing_data.h"
 
 namespace brenvik::test {
 

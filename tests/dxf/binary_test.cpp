@@ -9,7 +9,7 @@
 
 #include "base/failure.h"
 #include "drafting_host/acis/acis_text.h"
-#include "drafting_host/dxf/dxf_writer.h"
+#include "drafting_host/dxf/writing/dxf_writer.h"
 #include "support/binary_dxf.h"
 #include "support/sample_files.h"
 

@@ -1,7 +1,7 @@
 // Values that can't be, and groups that stand twice: what is taken for them is told with its line.
 #include <gtest/gtest.h>
 
-#include "drafting_host/dxf/dxf_writer.h"
+#include "drafting_host/dxf/writing/dxf_writer.h"
 #include "dxf/dxf_texts.h"
 
 namespace brenvik {

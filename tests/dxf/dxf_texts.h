@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "drafting_host/dxf/drawing_data.h"
-#include "drafting_host/dxf/dxf_reader.h"
+#include "drafting_host/dxf/data/drawing_data.h"
+#include "drafting_host/dxf/reading/dxf_reader.h"
 
 namespace brenvik::test {
 

@@ -2,7 +2,7 @@
 // place; what refers to something gone is mended; what the release has no form for is told.
 #include <gtest/gtest.h>
 
-#include "drafting_host/dxf/dxf_writer.h"
+#include "drafting_host/dxf/writing/dxf_writer.h"
 #include "dxf/dxf_texts.h"
 
 namespace brenvik {

@@ -4,8 +4,8 @@
 #include <string>
 #include <utility>
 
-#include "drafting_host/dxf/drawing_data.h"
-#include "drafting_host/dxf/standard_entries.h"
+#include "drafting_host/dxf/data/drawing_data.h"
+#include "drafting_host/dxf/data/standard_entries.h"
 
 namespace brenvik::test {
 

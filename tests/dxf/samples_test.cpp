@@ -1,6 +1,6 @@
 // Drawings by other programs: how much of each arrives, and that it survives being written and read again.
 // The host's own "Handle" must be declared before the modeller makes a macro of that word.
-#include "drafting_host/dxf/dxf_reader.h"
+#include "drafting_host/dxf/reading/dxf_reader.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <fstream>
 
 #include "drafting_host/acis/acis_text.h"
-#include "drafting_host/dxf/dxf_writer.h"
+#include "drafting_host/dxf/writing/dxf_writer.h"
 #include "support/ezdxf_audit.h"
 #include "support/sample_files.h"
 

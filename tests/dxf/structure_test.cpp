@@ -6,7 +6,7 @@
 #include <set>
 
 #include "base/failure.h"
-#include "drafting_host/dxf/dxf_writer.h"
+#include "drafting_host/dxf/writing/dxf_writer.h"
 #include "dxf/dxf_texts.h"
 
 namespace brenvik {

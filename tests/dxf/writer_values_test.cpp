@@ -7,10 +7,10 @@
 #include <random>
 
 #include "base/failure.h"
-#include "drafting_host/dxf/dxf_text.h"
-#include "drafting_host/dxf/dxf_writer.h"
-#include "drafting_host/dxf/exact_numbers.h"
-#include "drafting_host/dxf/standard_entries.h"
+#include "drafting_host/dxf/data/standard_entries.h"
+#include "drafting_host/dxf/texts/dxf_text.h"
+#include "drafting_host/dxf/texts/exact_numbers.h"
+#include "drafting_host/dxf/writing/dxf_writer.h"
 #include "dxf/dxf_texts.h"
 #include "dxf/made_drawings.h"
 

@@ -6,7 +6,7 @@
 #include <csignal>
 
 #include "drafting_host/document/files/drawing_files.h"
-#include "drafting_host/dxf/dxf_writer.h"
+#include "drafting_host/dxf/writing/dxf_writer.h"
 #include "host_fixture.h"
 #include "support/ezdxf_audit.h"
 #include "support/sample_files.h"

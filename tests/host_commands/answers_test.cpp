@@ -1,5 +1,5 @@
 // What typed answers mean.
-#include "drafting_host/command/answers.h"
+#include "drafting_host/command/session/answers.h"
 
 #include <gtest/gtest.h>
 

@@ -33,7 +33,7 @@ TEST_P(AnySplit, GivesTheSameDrawingAndTranscript) {
     const std::string text = GetParam();
     const auto outcome = [&](const std::function<std::size_t()>& nextLength) {
         HostApplication application;
-        HostCommandLine commandLine(application);
+        HostCommandLine commandLine(application, FindBuiltInCommand);
         std::string told;
         application.SetTranscript([&](std::string_view line) { told += std::string(line) + "\n"; });
         HostDocument& document = application.NewDocument();

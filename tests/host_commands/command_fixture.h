@@ -5,7 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "drafting_host/command/host_command_line.h"
+#include "drafting_host/command/commands/built_in_commands.h"
+#include "drafting_host/command/session/host_command_line.h"
 #include "host/host_fixture.h"
 
 namespace brenvik {
@@ -51,7 +52,7 @@ class CommandTest : public ::testing::Test {
     void ExpectIdle() { EXPECT_EQ(commandLine.Prompt(document), "Command:"); }
 
     HostApplication application;
-    HostCommandLine commandLine{application};
+    HostCommandLine commandLine{application, FindBuiltInCommand};
     HostDocument& document = application.NewDocument();
     std::vector<std::string> transcript;
 };

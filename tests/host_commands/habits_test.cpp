@@ -1,6 +1,6 @@
 // What people type out of habit: groups and windows in selections, faces for a coordinate system, undo.
 #include "command_fixture.h"
-#include "drafting_host/command/view_frame.h"
+#include "drafting_host/command/session/view_frame.h"
 #include "drafting_host/document/geometry/vectors.h"
 
 namespace brenvik {

@@ -1,6 +1,6 @@
 // PEDIT: chains of lines and arcs become polylines.
 #include "command_fixture.h"
-#include "drafting_host/command/polyline_chain.h"
+#include "drafting_host/command/commands/polyline_chain.h"
 
 namespace brenvik {
 namespace {

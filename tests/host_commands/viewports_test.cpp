@@ -1,6 +1,6 @@
 // TILEMODE, MVIEW, MSPACE, PSPACE, DVIEW and VPLAYER: the sheet, its viewports, and what each shows.
 #include "command_fixture.h"
-#include "drafting_host/command/view_frame.h"
+#include "drafting_host/command/session/view_frame.h"
 
 namespace brenvik {
 namespace {

@@ -2,6 +2,7 @@
 #include "home/typed_commands.h"
 
 #include "base/text.h"
+#include "drafting_host/command/commands/built_in_commands.h"
 #include "drafting_host/document/drawing_history.h"
 #include "session/library/brenvik_class.h"
 
@@ -23,7 +24,8 @@ class Count {
 
 }  // namespace
 
-TypedCommands::TypedCommands(HostApplication& application) : mApplication(application), mLine(application) {
+TypedCommands::TypedCommands(HostApplication& application)
+    : mApplication(application), mLine(application, FindBuiltInCommand) {
     for (const CommandEntry& entry : CommandTable()) {
         for (const std::string& name : Split(entry.hostCommands, ','))
             mLine.RegisterCommand(name, [this, method = entry.method] { Call(method); });

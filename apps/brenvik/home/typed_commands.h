@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "drafting_host/command/host_command_line.h"
+#include "drafting_host/command/session/host_command_line.h"
 #include "session/library/command_table.h"
 
 namespace brenvik::app {

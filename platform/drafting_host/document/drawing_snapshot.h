@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "drafting_host/dxf/drawing_data.h"
+#include "drafting_host/dxf/data/drawing_data.h"
 
 namespace brenvik {
 

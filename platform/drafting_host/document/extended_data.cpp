@@ -12,7 +12,7 @@
 #include "base/letter_case.h"
 #include "base/text.h"
 #include "drafting_host/document/geometry/host_failure.h"
-#include "drafting_host/dxf/dxf_text.h"
+#include "drafting_host/dxf/texts/dxf_text.h"
 
 namespace brenvik {
 namespace {

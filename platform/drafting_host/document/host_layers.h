@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "base/letter_case.h"
-#include "drafting_host/dxf/drawing_data.h"
+#include "drafting_host/dxf/data/drawing_data.h"
 
 namespace brenvik {
 

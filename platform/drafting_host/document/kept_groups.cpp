@@ -12,7 +12,7 @@
 #include <string_view>
 
 #include "drafting_host/document/geometry/host_geometry.h"
-#include "drafting_host/dxf/kept_text.h"
+#include "drafting_host/dxf/data/kept_text.h"
 
 namespace brenvik {
 namespace {

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "drafting_host/document/geometry/similarity.h"
-#include "drafting_host/dxf/kept_records.h"
+#include "drafting_host/dxf/data/kept_records.h"
 
 namespace brenvik {
 

@@ -8,7 +8,7 @@
 #include <unordered_map>
 
 #include "drafting_host/dwg/containers.h"
-#include "drafting_host/dxf/drawing_data.h"
+#include "drafting_host/dxf/data/drawing_data.h"
 
 namespace brenvik::dwg {
 

@@ -5,7 +5,7 @@
 
 #include "base/handle_text.h"
 #include "drafting_host/dwg/table_data.h"
-#include "drafting_host/dxf/kept_text.h"
+#include "drafting_host/dxf/data/kept_text.h"
 
 namespace brenvik::dwg {
 

@@ -7,7 +7,7 @@
 #include "drafting_host/dwg/entities.h"
 #include "drafting_host/dwg/links.h"
 #include "drafting_host/dwg/names.h"
-#include "drafting_host/dxf/reading.h"
+#include "drafting_host/dxf/reading/reading.h"
 
 namespace brenvik::dwg {
 

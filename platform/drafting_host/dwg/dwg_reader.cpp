@@ -22,8 +22,8 @@
 #include "drafting_host/dwg/names.h"
 #include "drafting_host/dwg/sheets.h"
 #include "drafting_host/dwg/table_data.h"
-#include "drafting_host/dxf/kept_text.h"
-#include "drafting_host/dxf/reading.h"
+#include "drafting_host/dxf/data/kept_text.h"
+#include "drafting_host/dxf/reading/reading.h"
 
 namespace brenvik {
 namespace {

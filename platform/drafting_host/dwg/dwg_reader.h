@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "drafting_host/dxf/drawing_data.h"
+#include "drafting_host/dxf/data/drawing_data.h"
 
 namespace brenvik {
 

@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "drafting_host/dwg/table_data.h"
-#include "drafting_host/dxf/exact_numbers.h"
+#include "drafting_host/dxf/texts/exact_numbers.h"
 
 namespace brenvik::dwg {
 namespace {

@@ -2,7 +2,7 @@
 // reckoned.
 #pragma once
 
-#include "drafting_host/dxf/drawing_data.h"
+#include "drafting_host/dxf/data/drawing_data.h"
 
 namespace brenvik::dwg {
 

@@ -4,7 +4,7 @@
 #include "drafting_host/dwg/entities.h"
 #include "drafting_host/dwg/fitted_spline.h"
 #include "drafting_host/dwg/table_data.h"
-#include "drafting_host/dxf/stated_counts.h"
+#include "drafting_host/dxf/reading/stated_counts.h"
 
 namespace brenvik::dwg {
 namespace {

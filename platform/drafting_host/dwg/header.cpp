@@ -10,8 +10,8 @@
 #include "base/text.h"
 #include "drafting_host/dwg/objects.h"
 #include "drafting_host/dwg/table_data.h"
-#include "drafting_host/dxf/exact_numbers.h"
-#include "drafting_host/dxf/header_variables.h"
+#include "drafting_host/dxf/data/header_variables.h"
+#include "drafting_host/dxf/texts/exact_numbers.h"
 
 namespace brenvik::dwg {
 namespace {

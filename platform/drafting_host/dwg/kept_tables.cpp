@@ -7,8 +7,8 @@
 #include "base/letter_case.h"
 #include "drafting_host/dwg/entities.h"
 #include "drafting_host/dwg/table_data.h"
-#include "drafting_host/dxf/kept_text.h"
-#include "drafting_host/dxf/standard_entries.h"
+#include "drafting_host/dxf/data/kept_text.h"
+#include "drafting_host/dxf/data/standard_entries.h"
 
 namespace brenvik::dwg {
 namespace {

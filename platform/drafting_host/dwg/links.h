@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "drafting_host/dxf/reading.h"
+#include "drafting_host/dxf/reading/reading.h"
 
 namespace brenvik::dwg {
 

@@ -1,6 +1,6 @@
 #include "drafting_host/dwg/losses.h"
 
-#include "drafting_host/dxf/annotation_kinds.h"
+#include "drafting_host/dxf/data/annotation_kinds.h"
 
 namespace brenvik::dwg {
 namespace {

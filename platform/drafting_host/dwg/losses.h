@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "drafting_host/dwg/entities.h"
-#include "drafting_host/dxf/reading.h"
+#include "drafting_host/dxf/reading/reading.h"
 
 namespace brenvik::dwg {
 

@@ -9,7 +9,7 @@
 
 #include "drafting_host/dwg/object_map.h"
 #include "drafting_host/dwg/objects.h"
-#include "drafting_host/dxf/reading.h"
+#include "drafting_host/dxf/reading/reading.h"
 
 namespace brenvik::dwg {
 

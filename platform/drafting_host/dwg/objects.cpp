@@ -5,7 +5,7 @@
 
 #include "base/handle_text.h"
 #include "drafting_host/dwg/checksums.h"
-#include "drafting_host/dxf/aci_colors.h"
+#include "drafting_host/dxf/data/aci_colors.h"
 
 namespace brenvik::dwg {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "drafting_host/dwg/names.h"
 #include "drafting_host/dwg/table_data.h"
-#include "drafting_host/dxf/kept_text.h"
+#include "drafting_host/dxf/data/kept_text.h"
 
 namespace brenvik::dwg {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "drafting_host/dwg/links.h"
-#include "drafting_host/dxf/standard_entries.h"
+#include "drafting_host/dxf/data/standard_entries.h"
 
 namespace brenvik::dwg {
 namespace {

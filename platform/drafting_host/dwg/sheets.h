@@ -2,7 +2,7 @@
 #pragma once
 
 #include "drafting_host/dwg/names.h"
-#include "drafting_host/dxf/reading.h"
+#include "drafting_host/dxf/reading/reading.h"
 
 namespace brenvik::dwg {
 

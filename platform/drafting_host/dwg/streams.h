@@ -8,7 +8,7 @@
 
 #include "drafting_host/dwg/bit_reader.h"
 #include "drafting_host/dwg/containers.h"
-#include "drafting_host/dxf/dxf_text.h"
+#include "drafting_host/dxf/texts/dxf_text.h"
 
 namespace brenvik::dwg {
 

@@ -5,9 +5,9 @@
 
 #include "base/handle_text.h"
 #include "base/number_text.h"
-#include "drafting_host/dxf/dxf_text.h"
-#include "drafting_host/dxf/exact_numbers.h"
-#include "drafting_host/dxf/kept_text.h"
+#include "drafting_host/dxf/data/kept_text.h"
+#include "drafting_host/dxf/texts/dxf_text.h"
+#include "drafting_host/dxf/texts/exact_numbers.h"
 
 namespace brenvik::dwg {
 namespace {

@@ -4,7 +4,7 @@
 #include "drafting_host/document/host_entity.h"
 #include "drafting_host/document/host_layers.h"
 #include "drafting_host/document/kept_groups.h"
-#include "drafting_host/dxf/kept_text.h"
+#include "drafting_host/dxf/data/kept_text.h"
 
 namespace brenvik {
 namespace {

@@ -14,8 +14,8 @@
 #include "drafting_host/document/geometry/host_failure.h"
 #include "drafting_host/document/host_application.h"
 #include "drafting_host/dwg/dwg_reader.h"
-#include "drafting_host/dxf/dxf_reader.h"
-#include "drafting_host/dxf/dxf_writer.h"
+#include "drafting_host/dxf/reading/dxf_reader.h"
+#include "drafting_host/dxf/writing/dxf_writer.h"
 
 namespace brenvik {
 namespace {

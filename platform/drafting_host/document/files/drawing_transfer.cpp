@@ -13,7 +13,7 @@
 #include "drafting_host/document/files/lost_data.h"
 #include "drafting_host/document/geometry/host_failure.h"
 #include "drafting_host/document/host_document.h"
-#include "drafting_host/dxf/standard_entries.h"
+#include "drafting_host/dxf/data/standard_entries.h"
 
 namespace brenvik {
 namespace {

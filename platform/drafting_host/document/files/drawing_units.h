@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "drafting_host/dxf/drawing_data.h"
+#include "drafting_host/dxf/data/drawing_data.h"
 #include "drafting_host/solids/length_unit.h"
 
 namespace brenvik {

@@ -4,7 +4,7 @@
 #include "drafting_host/document/files/drawing_origin.h"
 #include "drafting_host/document/geometry/host_failure.h"
 #include "drafting_host/document/host_application.h"
-#include "drafting_host/dxf/dxf_writer.h"
+#include "drafting_host/dxf/writing/dxf_writer.h"
 
 namespace brenvik {
 namespace {

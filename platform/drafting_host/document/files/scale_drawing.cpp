@@ -19,7 +19,7 @@
 #include "drafting_host/document/files/drawing_units.h"
 #include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/document/host_document.h"
-#include "drafting_host/dxf/kept_text.h"
+#include "drafting_host/dxf/data/kept_text.h"
 
 namespace brenvik {
 

@@ -9,7 +9,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "drafting_host/document/host_document.h"
-#include "drafting_host/dxf/kept_text.h"
+#include "drafting_host/dxf/data/kept_text.h"
 
 namespace brenvik {
 namespace {

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "drafting_host/document/geometry/similarity.h"
-#include "drafting_host/dxf/drawing_data.h"
+#include "drafting_host/dxf/data/drawing_data.h"
 
 namespace brenvik {
 
