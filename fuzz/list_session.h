@@ -24,7 +24,6 @@ struct ListSession {
 class OnePart : public Recordset {
   public:
     bool Eof() const override { return atEnd; }
-    void MoveFirst() override { atEnd = false; }
     void MoveNext() override { atEnd = true; }
     int RecordCount() const override { return 1; }
     int FieldCount() const override { return static_cast<int>(fields.size()); }
