@@ -54,6 +54,16 @@ class Export : public ProgramTest {
 
 TEST_F(Export, HasTheStandardColumns) { ExpectGolden("export-standard.csv", {}); }
 
+TEST_F(Export, SaysWhereADriveIs) {
+    const Outcome outcome = ExportTo("K:12.csv", {});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_NE(outcome.errors.find("K:12.csv is on a drive, and was written to " +
+                                  Path("home/drive_k/12.csv") + "\n"),
+              std::string::npos)
+        << outcome.errors;
+    EXPECT_TRUE(Exists("home/drive_k/12.csv"));
+}
+
 TEST_F(Export, NeverTakesTheNameOfADrawing) {
     for (const std::string name : {"b.dxf", "B.DWG", "b.step", "b.stp", "b.sat"}) {
         Write(name, "somebody's drawing");

@@ -1,4 +1,6 @@
 // brenvik export: the list of a drawing as a CSV file, through the very forms that the desktop shows.
+#include <cctype>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 
@@ -10,6 +12,7 @@
 #include "drawings/grid_session.h"
 #include "drawings/several_drawings.h"
 #include "export/export_options.h"
+#include "file_roots/places.h"
 #include "forms/grid_control.h"
 #include "home/workplace.h"
 #include "parts/part_trouble.h"
@@ -77,6 +80,15 @@ void RequireOwnFile(Workplace& workplace, const ExportOptions& options) {
     workplace.kept.RequireFree(workplace.files.Resolve(options.csv.path), OutputKind::List, options.csv.path);
 }
 
+/// "K:12.csv" is a job's number to one and a drive to the system, whose drives are folders of the home here.
+void RemarkOnDrive(Workplace& workplace, const std::string& name, Teller& teller) {
+    const bool namesDrive =
+        name.size() > 1 && name[1] == ':' && std::isalpha(static_cast<unsigned char>(name.front())) != 0;
+    if (namesDrive && std::filesystem::path::preferred_separator != '\\')
+        teller.Remark(name + " is on a drive, and was written to " +
+                      TextFromPath(workplace.files.Resolve(name)));
+}
+
 void TellAboutList(Teller& teller) {
     TellPartTroubles(teller);
     TellDroppedParts(teller);
@@ -103,7 +115,10 @@ ExitStatus Export(const HeldHome& home, const ExportOptions& options) {
     if (!exported) TakePartTroubles();
     TellAboutList(teller);
     if (dialogs.SomethingWentWrong()) teller.MarkIncomplete();
-    if (!exported) teller.Loss(options.csv.path + ": the list was not exported");
+    if (exported)
+        RemarkOnDrive(workplace, options.csv.path, teller);
+    else
+        teller.Loss(options.csv.path + ": the list was not exported");
     return teller.Status();
 }
 
