@@ -1,4 +1,5 @@
 // A run whose parts are shared out among several calls, and put together, comes to what one call comes to.
+#include "base/sha256.h"
 #include "shares_fixture.h"
 
 namespace brenvik::cli_test {
@@ -92,6 +93,79 @@ TEST_F(Shares, NeedFoldersOfTheirOwn) {
     EXPECT_EQ(Run({"cnc", "job.dxf", "--target", "C2C", "--shard", "1/2"}).status, 2);
     for (const char* share : {"0/2", "3/2", "2", "a/b", "", "1/", "/2"})
         EXPECT_EQ(Share(share, "s9", {"--target", "C2C"}).status, 2) << share;
+}
+
+/// With `before` replaced, as by a program that writes it so.
+std::string WithFact(const std::string& share, const std::string& before, const std::string& after) {
+    const std::size_t head = share.find('\n'), body = share.find('\n', head + 1) + 1;
+    std::string packed = share.substr(body);
+    const std::size_t at = packed.find(before);
+    EXPECT_NE(at, std::string::npos) << before;
+    if (at != std::string::npos) packed.replace(at, before.size(), after);
+    return share.substr(0, head + 1) + Sha256(packed) + "\n" + packed;
+}
+
+std::string Replaced(std::string text, const std::string& before, const std::string& after) {
+    const std::size_t at = text.find(before);
+    EXPECT_NE(at, std::string::npos) << before;
+    return at == std::string::npos ? text : text.replace(at, before.size(), after);
+}
+
+TEST_F(Shares, TellWhichBoardsDiffer) {
+    WriteBoards(4, false);
+    const Words shares = MakeShares(2, {"--target", "C2C"});
+    const std::string boards = Read("home/materials.txt");
+    Write("home/materials.txt", Replaced(boards, "tool1dia=12\r", "tool1dia=10\r"));
+    ExpectRefused(shares, 2, "board 18 white melamine: expected \"tool1dia=12\", found \"tool1dia=10\"");
+    Write("home/materials.txt", Replaced(boards, "material=19 cherry\r", "material=19 elm\r"));
+    ExpectRefused(shares, 2,
+                  "board 19 cherry: expected it, found none; board 19 elm: expected none, found it");
+    Write("home/materials.txt", "");
+    ExpectRefused(shares, 2, "more");
+    Write("home/materials.txt", boards);
+    EXPECT_EQ(Join(shares).status, 0);
+}
+
+TEST_F(Shares, AreRefusedFromAnotherBuildOfTheProgram) {
+    WriteBoards(4, false);
+    const Words shares = MakeShares(2, {"--target", "C2C"});
+    const std::string share = Read("s2/share.txt");
+    for (const std::string build : {"build of the program", "build of the modeller"}) {
+        SCOPED_TRACE(build);
+        const std::size_t at = share.find(build) + build.size();
+        const std::size_t value = share.find(':', at) + 1;
+        const std::string before = share.substr(at, value - at + 8);
+        Write("s2/share.txt", WithFact(share, before, before.substr(0, before.size() - 8) + "abcdef00"));
+        ExpectRefused(shares, 2, build + ": expected \"");
+    }
+    Write("s2/share.txt", WithFact(share, "brenvik 0.", "brenvik 9."));
+    ExpectRefused(shares, 2, "program: expected \"brenvik 0.");
+}
+
+TEST_F(Shares, AreRefusedInAnOlderForm) {
+    WriteBoards(4, false);
+    const Words shares = MakeShares(2, {"--target", "C2C"});
+    Write("s2/share.txt", Replaced(Read("s2/share.txt"), "; form 2\n", "\n"));
+    ExpectRefused(shares, 3,
+                  "s2/share.txt: expected a share as this program writes it, found one by another");
+}
+
+TEST_F(Shares, MayBeMadeInAHomeThatIsNew) {
+    WriteBoards(4, false);
+    fs::remove_all(folder / "home");
+    EXPECT_EQ(Join(MakeShares(2, {"--target", "C2C"})).status, 0);
+}
+
+TEST_F(Shares, DoNotHangOnProfilesAndAdjustments) {
+    WriteBoards(6, false);
+    const Words words{"--target", "C2C", "--from-grid"};
+    const Words shares = MakeShares(2, words);
+    Write("home/No Adjustments.txt",
+          "[longer]\r\nMaterial=White Melamine\r\nLengthADJ=10\r\nLength=10\r\nWidth=5\r\n");
+    Write("home/CNCProfile.txt", "[CNC]\r\nextension=txt\r\ncolumns=ID,QTY,Price\r\n");
+    EXPECT_EQ(Join(shares).status, 0);
+    EXPECT_EQ(Run({"cnc", "job.dxf", "--target", "C2C", "--from-grid", "--out", "one"}).status, 0);
+    EXPECT_TRUE(FilesBelow("joined") == FilesBelow("one"));
 }
 
 }  // namespace

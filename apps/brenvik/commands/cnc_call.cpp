@@ -90,7 +90,8 @@ class ShareOfCall {
             throw CommandError(ExitStatus::WrongWords,
                                "--shard: expected a folder for the share, with --out");
         RequireNoOtherShare();
-        mJob = JobOf(home, mOptions, mShare.of);
+        // A home that was new a moment ago has its settings by now.
+        mJob = JobOf(home.settings ? home : HoldHome(home.option), mOptions, mShare.of);
         mShare.workers = &workers;
         mShare.keep = [this, &files](const SharedParts& parts) { Keep(files, parts); };
         RunOnlyShare(&mShare);

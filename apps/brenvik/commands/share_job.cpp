@@ -1,0 +1,167 @@
+// The boards are kept as they stand, so that a difference can be told by the board and the line.
+#include "commands/share_job.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "base/letter_case.h"
+#include "base/packed_text.h"
+#include "base/sha256.h"
+#include "base/text.h"
+#include "commands/cnc_call.h"
+#include "commands/program_build.h"
+#include "file_roots/file_content.h"
+#include "file_roots/places.h"
+
+namespace brenvik::app {
+
+namespace {
+
+constexpr std::string_view Content = "content of the drawing", Boards = "boards";
+
+/// Where windows stand and where a home's own files lie is no matter of the files.
+bool Matters(std::string_view setting) {
+    const std::string name = FoldUpper(setting);
+    return !name.starts_with("DIALOG") && !name.ends_with("_WIDTH") && !name.ends_with("PATH");
+}
+
+void AddSettings(ShareJob& job, const std::string& settings) {
+    std::vector<std::pair<std::string, std::string>> facts;
+    for (const std::string& line : Split(settings, '\n')) {
+        const HeadAndTail words = SplitAtFirst(line, '=');
+        if (words.found && Matters(words.head)) facts.emplace_back("setting " + words.head, words.tail);
+    }
+    std::ranges::sort(facts);
+    std::ranges::move(facts, std::back_inserter(job.facts));
+}
+
+std::string YesNo(bool yes) { return yes ? "yes" : "no"; }
+
+std::string Differing(const std::string& name, const std::string& wanted, const std::string& there) {
+    return name + ": expected \"" + wanted + "\", found \"" + there + "\"";
+}
+
+struct Board {
+    std::string name;
+    std::vector<std::string> lines;
+};
+
+std::vector<Board> BoardsOf(const std::string& library) {
+    constexpr std::string_view head = "material=";
+    std::vector<Board> boards;
+    for (std::string& line : Split(library, '\n')) {
+        if (line.ends_with('\r')) line.pop_back();
+        if (line.starts_with(head)) boards.push_back({line.substr(head.size()), {}});
+        if (!boards.empty()) boards.back().lines.push_back(std::move(line));
+    }
+    return boards;
+}
+
+std::string DifferenceOfBoard(const Board& wanted, const Board& there) {
+    const std::size_t lines = std::max(wanted.lines.size(), there.lines.size());
+    const auto line = [](const Board& board, std::size_t at) {
+        return at < board.lines.size() ? board.lines[at] : std::string();
+    };
+    for (std::size_t at = 0; at < lines; ++at)
+        if (line(wanted, at) != line(there, at))
+            return Differing("board " + wanted.name, line(wanted, at), line(there, at));
+    return {};
+}
+
+const Board* BoardIn(const std::vector<Board>& boards, const std::string& name) {
+    const auto found = std::ranges::find(boards, name, &Board::name);
+    return found == boards.end() ? nullptr : &*found;
+}
+
+std::vector<std::string> DifferencesOfBoards(const std::string& expected, const std::string& found) {
+    const std::vector<Board> wanted = BoardsOf(expected), there = BoardsOf(found);
+    std::vector<std::string> differences;
+    for (const Board& board : wanted) {
+        const Board* other = BoardIn(there, board.name);
+        std::string difference = other == nullptr ? "board " + board.name + ": expected it, found none"
+                                                  : DifferenceOfBoard(board, *other);
+        if (!difference.empty()) differences.push_back(std::move(difference));
+    }
+    for (const Board& board : there)
+        if (BoardIn(wanted, board.name) == nullptr)
+            differences.push_back("board " + board.name + ": expected none, found it");
+    if (differences.empty()) differences.emplace_back("boards: the library has them in another order");
+    return differences;
+}
+
+}  // namespace
+
+std::string ShareJob::Fact(const std::string& name) const {
+    const auto found = std::ranges::find(facts, name, &std::pair<std::string, std::string>::first);
+    return found == facts.end() ? std::string() : found->second;
+}
+
+std::optional<std::string> DigestOfFile(const std::string& file) {
+    const std::optional<std::string> content = ContentIfAny(PathFromText(file));
+    if (!content) return std::nullopt;
+    return Sha256(*content);
+}
+
+ShareJob JobOf(const HeldHome& home, const CncOptions& options, std::size_t shares) {
+    const DrawingOptions& drawing = options.drawing;
+    ShareJob job{drawing.drawing, TextFromPath(AbsolutePath(PathFromText(drawing.drawing))), {}};
+    job.facts = {{"program", "brenvik " BRENVIK_VERSION},
+                 {"build of the program", BuildOfProgram()},
+                 {"build of the modeller", BuildOfModeller()},
+                 {std::string(Content), DigestOfFile(drawing.drawing).value_or("")},
+                 {"target", FoldUpper(options.target)},
+                 {"number of shares", std::to_string(shares)},
+                 {"--from-grid", YesNo(options.fromGrid)},
+                 {"--no-proof", YesNo(options.noProof)},
+                 {"--letters", drawing.letters},
+                 {"given letters", YesNo(drawing.lettersGiven)},
+                 {"--unit", options.unit.word},
+                 {"--material", drawing.material},
+                 {"--select", Join(drawing.handles, ",")},
+                 {std::string(Boards), home.boards.value_or("")}};
+    AddSettings(job, home.settings.value_or(""));
+    return job;
+}
+
+CncOptions OptionsOf(const ShareJob& job) {
+    CncOptions options;
+    options.target = job.Fact("target");
+    options.fromGrid = job.Fact("--from-grid") == "yes";
+    options.noProof = job.Fact("--no-proof") == "yes";
+    options.drawing.letters = job.Fact("--letters");
+    options.drawing.lettersGiven = job.Fact("given letters") == "yes";
+    options.unit.word = job.Fact("--unit");
+    options.drawing.material = job.Fact("--material");
+    if (const std::string handles = job.Fact("--select"); !handles.empty())
+        options.drawing.handles = Split(handles, ',');
+    return options;
+}
+
+std::optional<std::string> DifferenceOf(const ShareJob& expected, const ShareJob& found) {
+    constexpr std::size_t most = 5;
+    std::vector<std::string> differences;
+    for (const auto& [name, value] : expected.facts) {
+        const std::string other = found.Fact(name);
+        if (other == value) continue;
+        if (name == Boards)
+            std::ranges::move(DifferencesOfBoards(value, other), std::back_inserter(differences));
+        else
+            differences.push_back(Differing(name, value, other));
+    }
+    for (const auto& [name, value] : found.facts)
+        if (std::ranges::find(expected.facts, name, &std::pair<std::string, std::string>::first) ==
+            expected.facts.end())
+            differences.push_back(Differing(name, "", value));
+    if (differences.empty()) return std::nullopt;
+    const std::size_t more = differences.size() > most ? differences.size() - most : 0;
+    differences.resize(differences.size() - more);
+    return Join(differences, "; ") + (more == 0 ? "" : "; and " + std::to_string(more) + " more");
+}
+
+std::string FingerprintOf(const ShareJob& job) {
+    std::string packed;
+    for (const auto& [name, value] : job.facts) PackTexts(packed, {name, value});
+    return Sha256(packed);
+}
+
+}  // namespace brenvik::app
