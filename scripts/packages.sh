@@ -11,6 +11,7 @@ desktop_packages=(qt6-base-dev libqt6opengl6-dev libocct-visualization-dev libgl
 desktop_test_packages=(xvfb)
 package_packages=(dpkg-dev file)
 long_test_packages=(clang clang-tidy libclang-rt-14-dev)
+cluster_test_packages=(slurmctld slurmd slurm-client munge)
 fresh_root_packages=(git mmdebstrap util-linux)
 
 install_missing() {
