@@ -54,7 +54,7 @@ class Engine {
     void Commit();
     void Rollback();
 
-    void Close();
+    void Close();  ///< Uncommitted changes are lost; later calls fail.
 
   private:
     struct HandleCloser {

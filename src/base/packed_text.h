@@ -19,8 +19,8 @@ class PackedTexts {
     explicit PackedTexts(std::string_view packed) : mRest(packed) {}
 
     std::string Take();
-    std::vector<std::string> TakeAll();
-    std::size_t TakeCount();
+    std::vector<std::string> TakeAll();  ///< What PackTexts has packed.
+    std::size_t TakeCount();             ///< A whole number, packed as a text.
     bool AtEnd() const { return mRest.empty(); }
 
   private:

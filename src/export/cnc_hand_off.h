@@ -14,9 +14,9 @@ inline constexpr std::string_view CncColumns =
     "Data2,PN,Price,EB1,EB2,EB3,EB4,Face,Layer";
 
 /// Hands the parts over to the run of a target (1 to 12): turns grouping off, writes both lists from all rows
-/// of the part table, stores the target in `ExportTarget` and unloads the dialog. Adjustments that can't be
-/// applied are told, and the dialog stays open; so does it when no part has anything behind its quantity, and
-/// when an old list stands in the way of the new one. Parts that are left out are told.
+/// of the part table, stores the target in `ExportTarget` and unloads the dialog. The dialog stays open, with
+/// a message, if adjustments can't be applied, if no part has a value behind its quantity, or if an old list
+/// can't be replaced. Parts that are left out are reported.
 void HandOffToCnc(frmExport& form, int exportTarget);
 
 }  // namespace brenvik

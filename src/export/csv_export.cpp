@@ -120,7 +120,7 @@ std::optional<std::string> FileText(const ListPlan& plan) {
     return text + *lines;
 }
 
-/// A list goes over none of the files that it is made from.
+/// A list never overwrites a file that it is made from.
 void RequireListPlace(const std::string& path, const std::string& adjustmentPath) {
     RequireOutputPlace(path, OutputKind::List);
     FilesPort& files = *ThePlatform().files;

@@ -44,8 +44,8 @@ class LineMaker {
         std::string column, text;
     };
     std::vector<ShiftingCell> ShiftingCells(const Recordset& records, const SizeAdjustment& adjustment) const;
-    /// A size that is 0 or less, or whose fraction is 0, which has a blank cell; null where somebody has
-    /// cleared it. `isAmountAlone`: the list has no size, and what is written are the adjustments of none.
+    /// A size of 0 or less, or whose fraction is 0: its cell is blank. Null if the user cleared it.
+    /// `isAmountAlone`: without a size, the adjustment alone is written.
     struct LostSize {
         std::string_view column;
         std::optional<double> size;
@@ -75,8 +75,8 @@ class LineMaker {
     bool mFractions;
 };
 
-/// Notes a part whose sizes the export loses: a size of nothing is no board, and its cell may be blank.
-/// Without letters it has none, as the list shows and the grid asks ahead of an export, so that is a remark.
+/// Reports a part whose size is 0 or blank in the export. A part without letters has no sizes, as the list
+/// shows and the grid asks before an export, so that is a remark.
 void NoteLostSizes(const Recordset& records, const LineMaker& maker, const SizeAdjustment& adjustment);
 
 /// Notes a row whose quantity counts nothing: one that was typed has been looked at by no scan.

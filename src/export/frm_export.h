@@ -113,8 +113,8 @@ class frmExport : public Form {
 
     void RestoreState();
     void RestoreTarget();
-    /// Of what another program has changed since the dialog came up, only what was changed here too is
-    /// written over, which is noted as trouble of the export.
+    /// Saves only what was changed in this dialog. Overwriting
+    /// another program's change is reported.
     void SaveState();
     /// One of the dialog's choices that it keeps: how it stands in the settings, and how it goes there.
     struct KeptChoice {

@@ -108,10 +108,10 @@ class GridControl : public Control {
     /// handler the failure reaches whoever made the edit.
     std::function<void(const Failure&)> onSaveFailed;
 
-    /// The user's edit of one cell: moves there if need be, types key by key through `onKey`, ends the edit,
-    /// and saves what is still marked then to the bound table. Keys of which none passes leave the cell as it
-    /// is. A hidden or locked cell, a cell outside the
-    /// grid, or a disabled grid, takes nothing and returns false.
+    /// The user's edit of one cell: moves there if need be, types key by key through
+    /// `onKey`, ends the edit, and saves what is still marked then to the bound
+    /// table. If no key passes, the cell stays as it is. A hidden or locked cell, a
+    /// cell outside the grid, or a disabled grid, takes no text and returns false.
     bool UserEdit(int column, int row, std::string_view newText);
     /// Gives up a cell that is being edited, so that its value reaches the table.
     void Flush();

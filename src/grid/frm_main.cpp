@@ -50,10 +50,10 @@ double DesignWidth(const PartColumn& column) {
     return 10;
 }
 
-/// What nothing but the scan may say is locked: the identity of a row, its layer, which nothing writes back,
-/// the raw extents, which an Apply makes the old ones, and those of the last Apply. The identity and the old
-/// extents are not shown either. Sizes can be typed over: a list may go out with other sizes than the solids
-/// have, and the next scan makes them true again.
+/// Columns that only the scan may set are locked: the identity of a row, its layer, and the present extents
+/// and those of the last Apply. The identity and the old extents are not shown either. Sizes can be typed
+/// over: a list may go out with other sizes than the solids have, and the next scan replaces them by the
+/// measured ones.
 std::vector<GridColumn> DesignColumns() {
     std::vector<GridColumn> columns;
     for (const PartColumn& part : PartColumns()) {

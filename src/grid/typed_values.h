@@ -27,7 +27,7 @@ void NoteEditedRow(int row);
 void NoteEditedRows();
 /// An Apply has written the rows that the list shows; of the edited ones the others have stayed behind.
 void NoteAppliedRows();
-/// The list goes: reports the rows that stayed behind at the last Apply, since nobody sees that they did.
+/// When the list closes: reports edited rows that the last Apply did not write.
 void NoteRowsLeftBehind();
 
 /// Reports what an Apply has written of a row, or couldn't write, that no list or run can use.

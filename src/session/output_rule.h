@@ -1,5 +1,5 @@
-// Where outputs may go: a list that is written over the drawing it was made from, or over the settings of the
-// home, takes with it what can't be made again.
+// Where outputs may go: never over the drawing or the files of
+// the home, which can't be recreated.
 #pragma once
 
 #include <functional>

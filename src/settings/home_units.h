@@ -24,8 +24,8 @@ bool ScalesDrawings(std::string_view exportScale);
 /// What the drawings of the shop are in by that value.
 std::optional<MeasureUnits> UnitsOfDrawings(std::string_view exportScale);
 
-/// What was expected in place of a value of `ExportScaleSetting` that lets runs work in other units than the
-/// home's, and why; blank where the two agree, and where one of them says nothing.
+/// Why this value of `ExportScaleSetting` contradicts the home's units, and what was expected; blank if it
+/// doesn't, or if either is unknown.
 std::string ExportScaleFault(std::string_view exportScale, std::optional<MeasureUnits> units);
 
 /// The units of the home: as its settings call them, else those that its runs work in. Nothing where neither

@@ -34,9 +34,9 @@ struct CheckedMaterial {
     std::vector<MaterialFault> guessed;  ///< Its lines that were no UTF-8.
 };
 
-/// The material that FindMaterial gives for this key, with what is wrong with its values and with the keys in
-/// front of them: a value is read by its position, so one whose key is shorter or longer is cut. Null where
-/// there is no such material. Fails as FindMaterial does.
+/// The material with this key, as FindMaterial gives it, and its faults. Values are read by position, so a
+/// key of the wrong length truncates its value. Null if there is no such material. Fails as FindMaterial
+/// does.
 std::optional<CheckedMaterial> FindCheckedMaterial(std::string_view key);
 
 }  // namespace brenvik

@@ -58,12 +58,12 @@ struct MaterialDamage {
     std::string text;
 };
 
-/// A value that a material can't have, told as "tool1dia of the material "18 oak" is "abc", expected ...".
+/// An invalid value of a material, reported as "tool1dia of the material "18 oak" is "abc", expected ...".
 struct MaterialFault {
     std::size_t line = 0;
     std::string text;
-    /// Nobody can tell what was meant: a part that is cut by it would be cut by a guess. Of the others a run
-    /// takes what stands there.
+    /// The value is unusable, and parts of this material are skipped. Other faults are reported, and the
+    /// value is used.
     bool unusable = false;
 };
 

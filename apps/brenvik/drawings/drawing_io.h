@@ -58,7 +58,7 @@ using StandIns = std::map<HostEntity*, std::vector<HostEntity*>>;
 StandIns TakeOutBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller);
 /// The same for a form without blocks (STEP, SAT): references that have shown nothing else are gone then.
 void BringBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller);
-/// Tells that a STEP file of this name has colours of layers as the parts' own; of other files nothing.
+/// For STEP files: remarks that colours of layers become the parts' own.
 void TellLayerColors(const HostDocument& document, const std::string& name, Teller& teller);
 
 /// Tells the solids that stand in references to blocks or on sheets and so are left out.

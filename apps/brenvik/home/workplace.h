@@ -24,12 +24,12 @@ namespace brenvik::app {
 
 class Workplace {
   public:
-    /// Wires the platforms over the home folder (blank: the default one) and loads the system. A home that
-    /// holds no settings is made first, in `units`, else in those of an untouched library that is left there,
-    /// else in metric ones. Settings that were lost from a home are told, unless `units` says what they were.
-    /// Throws CommandError for settings that can't be read, and Failure where the home can't be made.
-    /// `dialogs` must outlive the workplace.
-    /// Standard error is told of a home that was made, once, but for an `Installation`, which was asked to.
+    /// Wires the platforms over the home folder (blank: the default one) and loads the system.
+    /// A home without settings gets them first, in `units`, else in those of an untouched
+    /// library that lies there, else in metric units. Settings that were lost from a home are
+    /// reported, unless `units` gives them. Throws CommandError for settings that can't be
+    /// read, and Failure where the home can't be made. `dialogs` must outlive the workplace.
+    /// Reports a newly made home on standard error, unless an `Installation` made it.
     enum class Purpose { Work, Installation };
     Workplace(const std::string& homeOption, DialogPort& dialogs, Purpose purpose = Purpose::Work,
               std::optional<MeasureUnits> units = {});

@@ -7,9 +7,9 @@
 
 namespace brenvik::app {
 
-/// For parts without a material the option that gives them one, and for each other key the command that
-/// copies the record of the nearest board. `programWords` are how the
-/// program is called for this home.
+/// For parts without a material: the option that gives them one. For every other key: the command that copies
+/// the record of the nearest board. `programWords` are the words by which the program is called for this
+/// home.
 std::vector<std::string> MaterialAdvice(std::span<const std::string> unknownKeys,
                                         const std::string& programWords);
 

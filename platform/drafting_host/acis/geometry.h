@@ -60,8 +60,8 @@ struct SurfaceFrame {
     Handle(Geom_Surface) free;  ///< A free surface: of the values above it uses `insideOut` alone.
 
     Handle(Geom_Surface) Build() const;
-    gp_Pnt2d Parameters(const gp_Pnt& point) const;
-    gp_Pnt Value(const gp_Pnt2d& uv) const;
+    gp_Pnt2d Parameters(const gp_Pnt& point) const;  ///< For a point on the surface or near it.
+    gp_Pnt Value(const gp_Pnt2d& uv) const;          ///< The point at these parameters.
     bool UPeriodic() const { return kind != Kind::Plane && kind != Kind::Free; }
     bool VPeriodic() const { return kind == Kind::Torus; }
     /// The v at which all u are one point: a cone's apex and a sphere's poles.

@@ -60,7 +60,7 @@ class HostApplication final : public AcadApplication, public MeasuringPort, publ
     HostDocument* Active() const;
 
     void SetPathResolver(PathResolver resolver) { mResolver = std::move(resolver); }
-    std::filesystem::path Resolve(std::string_view fileName) const;
+    std::filesystem::path Resolve(std::string_view fileName) const;  ///< As it stands without a resolver.
     /// Replaces the file as a whole or not at all. Throws Failure where the disk refuses.
     void WriteFile(const std::filesystem::path& file, std::string_view content) const;
     /// The same for a drawing that is opened again and deleted.

@@ -131,9 +131,9 @@ class HostDocument final : public AcadDocument {
     // For entities.
 
     EntityStore& Store() { return *mStore; }
-    HandleValue TakeHandle(HandleValue wanted);
-    void Register(HostEntity& entity);
-    void NoteErased(const HostEntity& entity);
+    HandleValue TakeHandle(HandleValue wanted);  ///< `wanted` if it is free and not 0, else the next.
+    void Register(HostEntity& entity);           ///< From now on found by its handle.
+    void NoteErased(const HostEntity& entity);   ///< No longer found by its handle.
     /// Grows by one with every erased entity.
     std::uint64_t Erasures() const { return mErasures; }
 

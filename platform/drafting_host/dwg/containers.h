@@ -28,9 +28,9 @@ struct Sections {
     std::vector<ReadNote> notes;
 };
 
-/// Unpacks the sections. A page that can't be unpacked is zeros and told, a wrong checksum is told. Throws
-/// Failure 321 when the file's own tables can't be read, or for a drawing behind a password. What is unpacked
-/// comes to at most 12 times the file's size.
+/// Unpacks the sections. Pages that can't be unpacked become zeros. Both these and wrong checksums are
+/// reported. Throws Failure 321 when the file's own tables can't be read, or for a drawing behind a password.
+/// The unpacked data come to at most 12 times the file's size.
 Sections Unpack(std::string_view content, std::string_view fileName);
 
 // The three kinds of files.
@@ -69,6 +69,6 @@ struct PagedSection {
 void TakeSection(Sections& sections, const PagedSection& section, std::size_t fileSize, std::size_t& left,
                  const std::function<void(std::size_t page, std::string& bytes)>& takePage);
 
-void Note(Sections& sections, std::string text, bool dataLost = true);
+void Note(Sections& sections, std::string text, bool dataLost = true);  ///< Adds to the notes.
 
 }  // namespace brenvik::dwg

@@ -25,7 +25,7 @@ class KeptTables {
     void AddStyle(std::size_t place, std::string groups, std::vector<RawXData> data);
     /// An entry of which a drawing has no member: a view, the style of a shape file.
     void AddEntry(std::string_view table, HandleValue handle, std::string groups, std::vector<RawXData> data);
-
+    /// Puts all of them into the drawing; missing text styles are reported through `links`.
     void HandOver(Reading& reading, const Names& names, const NamedXData& named, Links& links);
 
   private:

@@ -18,9 +18,9 @@ std::string GroupsOfXData(std::span<const XDataOfApp> data);
 /// every release reads them.
 class GroupText {
   public:
-    GroupText& Whole(int code, long value);
-    GroupText& Real(int code, double value);
-    GroupText& Degrees(int code, double radians);
+    GroupText& Whole(int code, long value);        ///< Adds a group with this whole number.
+    GroupText& Real(int code, double value);       ///< By the shortest text that reads back as it.
+    GroupText& Degrees(int code, double radians);  ///< An angle, as DXF writes it.
     GroupText& Text(int code, std::string_view text);
     GroupText& Handle(int code, HandleValue handle);
     /// With three coordinates, and with two.

@@ -35,7 +35,7 @@ class PartFlattener {
     PartFlattener(const Handle(TDocStd_Document) & document, const StandIns& texts, bool toTheLetter,
                   std::map<std::string, std::string> externalFiles, StepDocument& result);
 
-    void Run();
+    void Run();  ///< Fills the result with the solids in their world places.
 
     /// The names of the parts by the shape that they share with their copies.
     const std::map<const Standard_Transient*, std::string>& NamesByShape() const { return mNamesByShape; }

@@ -21,9 +21,9 @@ struct StepExchange {
     bool (*isWrittenHere)(std::string_view content) = nullptr;
 };
 
-/// The library's file, which lies beside the program, the function in it that hands the exchange over, and
-/// the one that says of which build it is: between two builds what goes through the exchange may lie in
-/// memory in another way, so a program asks it nothing before the builds have been found to be one.
+/// The library file, which lies beside the program, its entry function,
+/// and the function that names its build. A program checks the build
+/// before anything else, because memory layouts may differ between builds.
 inline constexpr const char* ExchangeLibrary = "brenvik_step.so";
 inline constexpr const char* ExchangeEntryName = "brenvik_step_exchange";
 inline constexpr const char* ExchangeBuildName = "brenvik_step_build";

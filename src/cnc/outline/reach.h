@@ -7,8 +7,8 @@
 
 namespace brenvik {
 
-/// Whether the part is widest at its levels: nothing between two of them stands further out in plan than at
-/// one of both. So it is where all faces are level or upright but the walls of edge bores at one height.
+/// Whether no section between two levels reaches beyond both of them: true if every face is level or upright,
+/// except the walls of edge bores at one height.
 bool IsWidestAtLevels(const SolidSections& part);
 
 enum class PartReach {

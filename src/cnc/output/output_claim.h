@@ -34,8 +34,8 @@ std::optional<OutputClaims> ClaimOutputToEmpty(std::span<const std::string_view>
 /// Whether a run may have left a file of this name in its output folder.
 bool IsFileOfARun(const std::string& name);
 
-/// Notes the files of a folder that is about to be emptied, but for those that `isOwn` knows: whoever has put
-/// them there is told that they are gone. Call it ahead of that.
+/// Reports the files of a folder that `isOwn` doesn't recognise, since they will be gone. Call it before
+/// emptying the folder.
 void NoteForeignFiles(std::string_view folder, bool (*isOwn)(const std::string& name));
 
 }  // namespace brenvik

@@ -26,7 +26,7 @@ struct RunOutcome {
     bool complete = false;
 
     std::size_t FileCount() const;
-    std::size_t PartsToldOf() const;
+    std::size_t PartsToldOf() const;  ///< Parts with messages.
 };
 
 /// Listens to runs for as long as it lives, and holds what the last one came to.

@@ -1,4 +1,4 @@
-// The part's drawing and the session's are set in one place.
+// Opening and closing a part's drawing sets the session's document as well.
 #include "cnc/part/part_drawing.h"
 
 #include <utility>

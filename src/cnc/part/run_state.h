@@ -20,7 +20,7 @@ namespace brenvik {
 /// What a stretch of the work on a part came to.
 enum class PassOutcome {
     GoOn,
-    SkipPart,  ///< All that the user has to know has been told; the end-of-part cleaning follows.
+    SkipPart,  ///< The reason has been reported; the clean-up of the part follows.
     EndRun,    ///< The whole run ends at once, with no cleaning.
 };
 
@@ -50,8 +50,8 @@ struct PartState {
     AcadDocument* drawing = nullptr;  ///< The part's own; replaced when the origin is moved.
     /// 0 on the first pass, 1 on the second.
     int SecondSidePass = 0;
-    /// The part needs its other side; the same request sets `ThroughRouteSeen` on a first pass, whatever
-    /// asked.
+    /// `NeedSecondSide`: turn the part over. `ThroughRouteSeen` (a given name that misleads): requested on
+    /// the first pass, by a through route or by anything else.
     int NeedSecondSide = 0, ThroughRouteSeen = 0;
     int ExportScaleSetting = 0;
     double PartThickness = 0, PartBottomZ = 0, PartVolume = 0;

@@ -22,8 +22,8 @@ void NoteUnexplained(RunState& run, std::string_view text);
 /// The same with its place in the frame of the first side.
 void NoteUnexplained(RunState& run, const std::string& text, const Box3& place);
 
-/// Adds a note of something passed over whose place isn't known. The proof, which tells places, takes it
-/// back.
+/// Adds a note of something passed over whose place isn't known. The proof withdraws it, since it reports the
+/// place itself.
 void NoteUntilProved(RunState& run, const std::string& text);
 
 /// Adds a note about the whole part. The proof withdraws it if the part comes out right.

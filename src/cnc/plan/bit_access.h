@@ -15,7 +15,7 @@ enum class BitPath {
     Around,  ///< The outline of a part.
 };
 
-/// In radians: what is left in a corner that is sharper counts.
+/// In radians. The rest in a sharper corner is reported.
 inline constexpr double SharpestCorner = 0.785;
 
 /// A sharp corner that draws in: every bit leaves it round. The two walls up to where the bit leaves the one
@@ -45,11 +45,11 @@ std::vector<PlanSide> NotReached(std::span<const PlanSide> line, BitPath path, d
 bool IsCornerOf(const RoundedCorner& corner, const std::function<bool(const PlanPoint&)>& isWood,
                 double unit);
 std::vector<PlanPoint> BehindWalls(const RoundedCorner& corner, double unit);
-std::vector<PlanSide> BorderOf(const RoundedCorner& corner);
+std::vector<PlanSide> BorderOf(const RoundedCorner& corner);  ///< Both walls and the round.
 
-/// The diameter of the widest bit that leaves nothing in a place where one of `diameter` does, but for rounds
-/// in corners; 0 where every bit leaves something, and for lines of very many sides. `diameter` itself where
-/// that one leaves nothing else.
+/// The diameter of the widest bit that clears `place` completely, rounds
+/// in corners aside. 0 if no bit does, and for lines of very many sides;
+/// `diameter` itself if that bit leaves no more than such rounds there.
 double WidestForPlace(std::span<const PlanSide> line, BitPath path, const PlanBox& place, double diameter,
                       double unit);
 

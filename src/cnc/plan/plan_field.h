@@ -12,7 +12,7 @@ namespace brenvik {
 class PlanField {
   public:
     explicit PlanField(std::span<const PlanSide> sides);
-    bool Holds(const PlanPoint& point) const;
+    bool Holds(const PlanPoint& point) const;  ///< Whether the point lies inside.
 
   private:
     std::size_t ColumnOf(double x) const;

@@ -16,7 +16,7 @@ struct PlanPiece {
     double centerX = 0, centerY = 0, radius = 0;
     int half = 0;  ///< 0 straight, 1 the upper half of the circle, -1 the lower.
 
-    double At(double x) const;
+    double At(double x) const;  ///< Its Y there; beyond the ends of a straight one, that of the end.
     /// Of a point from the whole line or circle that the piece is of.
     double Distance(double x, double y) const;
     /// What lies below it, down to the X axis.

@@ -135,8 +135,8 @@ class Prover {
                                 ", could not be compared, since its way does not close");
     }
 
-    // Rounds in corners. Where the part has the corner every bit leaves one, and at such a height and all
-    // that the bit reaches through it the round is none of ours.
+    // Rounds in corners. Where the part has the corner, every bit leaves a round, so it is no difference, at
+    // that height or further up on the bit's way.
 
     /// Paths run off the board's edges so far that their corners leave nothing on it.
     bool ReachesBoard(const RoundedCorner& corner) const {

@@ -163,9 +163,9 @@ void DropCornersOfLargerPlaces(std::vector<ProofSpot>& spots) {
 /// What a bit leaves in the middle of its route is no feature without an operation.
 bool MayBeNoted(const ProofSpot& spot) { return spot.difference == Difference::Standing && spot.bit <= 0; }
 
-/// A feature is told once: by the notes of whoever has passed it over, which say more, provided that they
-/// explain the whole of the place, or else by the proof. A note that explains nothing is taken back: its
-/// feature is made all the same, or is a part of what the proof tells.
+/// A feature is reported once. The recogniser's notes take precedence if they cover the whole place;
+/// otherwise the proof reports it. A note that covers no difference is withdrawn: its feature is made all the
+/// same, or is a part of what the proof reports.
 void Settle(RunState& run, std::vector<ProofSpot>& spots) {
     DropCornersOfLargerPlaces(spots);
     std::set<std::string> kept;

@@ -23,9 +23,9 @@ class PartLoop {
     PartLoop(RunState& runState, const PassWork& passWork, std::span<const PartFile> partFiles)
         : mRun(runState), mSteps(passWork), mParts(partFiles) {}
 
-    /// Works on one part. Of those before it, it knows only the bit that they have left in hand, and the
-    /// flags of the second side where they stand. False when it has ended the run. A part that the host or
-    /// the modeller refuses is reported and skipped; a failure of files is thrown on after the cleaning.
+    /// Works on one part. Earlier parts affect it only by the bit in hand and by second-side flags that are
+    /// still set. False when it has ended the run. A part that the host or the modeller refuses is reported
+    /// and skipped; a failure of files is thrown on after the cleaning.
     bool WorkOn(std::size_t part);
 
     /// The same with all parts in order. `what` the work is called while it is shown.

@@ -1,5 +1,5 @@
-// What the work on one part came to, told apart from the run: the run's own process may not be the one that
-// has worked on the part.
+// The result of the work on one part, in a form that another process can hand over: the run's own process may
+// not be the one that has worked on the part.
 #pragma once
 
 #include <optional>

@@ -1,4 +1,4 @@
-// The circles on one vertical axis between underside and top, reduced to the two that tell the bore's kind.
+// Decides from the circles on one vertical axis what kind of bore it is.
 #pragma once
 
 #include "session/ports/host_interface.h"

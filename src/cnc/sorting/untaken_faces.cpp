@@ -166,8 +166,8 @@ void TellPieces(RunState& run, const Edges& edges) {
     }
 }
 
-/// The edges at which holes and bores meet each other, a rounded corner or a sloped face aren't told: those
-/// belong to features that are looked at for themselves.
+/// Edges at which holes and bores meet each other, a rounded corner or a sloped face are not reported here;
+/// they belong to features that have checks of their own.
 void TellOthers(RunState& run, const Edges& edges) {
     for (const Box3& box : edges.others) {
         const auto holds = [&](const Axis& bore) { return bore.Holds(MiddleOf(box)); };

@@ -5,6 +5,6 @@ namespace brenvik {
 
 class frmMain;
 
-void ExportGrid(frmMain& form);
+void ExportGrid(frmMain& form);  ///< Shows the export dialog; asks first if rows lack letters.
 
 }  // namespace brenvik

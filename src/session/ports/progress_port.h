@@ -10,8 +10,8 @@ struct ProgressTask {
     /// For people: "CNC run".
     std::string_view what;
     int steps = 0;
-    /// Work that leaves nothing half done when it is ended between two steps. Of any other nobody should be
-    /// offered to cancel it.
+    /// Such work leaves nothing half done if it is ended between two steps. Don't offer Cancel for any other
+    /// work.
     bool canCancel = false;
 };
 
@@ -21,9 +21,9 @@ class ProgressPort {
   public:
     virtual ~ProgressPort() = default;
     virtual void Begin(const ProgressTask& task) = 0;
-    /// Ahead of each step of the innermost task, which comes thousands of times in a second: `step` counts
-    /// from 1, `name` is what is worked on and may be blank. False when the user wants the work ended, which
-    /// is heeded for tasks that can be cancelled alone.
+    /// Called before each step of the innermost task, thousands of times a second: `step` counts from 1,
+    /// `name` is the item in work and may be blank. False if the user wants to end the work; only tasks that
+    /// can be cancelled heed that.
     virtual bool Step(int step, std::string_view name) = 0;
     virtual void End() = 0;
 };

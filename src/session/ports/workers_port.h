@@ -14,7 +14,7 @@ namespace brenvik {
 struct WorkerEnd {
     enum class Kind {
         Done,
-        /// It has told something that this process would have told itself: its work doesn't count.
+        /// It wrote messages that only this process may write; its result is discarded.
         Talked,
         /// The process has died over it.
         Broken,
@@ -47,9 +47,9 @@ class WorkersPort {
     /// There, when the work is done: the names below the folder of what it has written beside these files.
     virtual std::vector<std::string> MadeApart(std::string_view folder,
                                                std::span<const std::string> files) = 0;
-    /// In this one: what the work on the part has written, `made`, goes into the real folder, and of the
-    /// files that were lent to it go those that it has deleted. False if that couldn't be done with all of
-    /// them, as when somebody has taken one away meanwhile.
+    /// In this process: moves the files `made` into the real folder, and deletes there those of `files` that
+    /// the part has deleted. False if that couldn't be done with all of them, for instance because somebody
+    /// has taken one away meanwhile.
     virtual bool TakeOver(std::string_view folder, std::size_t part, std::span<const std::string> files,
                           std::span<const std::string> made) = 0;
     /// Forgets what it has written, as far as it hasn't been taken over.

@@ -44,7 +44,7 @@ class CommandSession {
 
     HostDocument& Document() const { return mDocument; }
     HostCommandLine& Line() const { return mLine; }
-    void Tell(std::string_view line) const;
+    void Tell(std::string_view line) const;  ///< Writes a line to the host's transcript.
     /// Tells that something typed, or something that it asked for, wasn't taken: a word that nobody knows, an
     /// answer that doesn't fit, an object out of reach.
     void Refuse(std::string_view line) const;
@@ -102,7 +102,7 @@ class CommandSession {
 
     // For questions.
 
-    void Wait(Question& question, std::coroutine_handle<> waiter);
+    void Wait(Question& question, std::coroutine_handle<> waiter);  ///< Prompts; resumed by the answer.
 
   private:
     struct Running {

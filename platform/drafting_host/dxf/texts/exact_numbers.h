@@ -43,7 +43,7 @@ std::string DegreesText(double radians);
 class EntityPlane {
   public:
     explicit EntityPlane(const Point3& normal);
-    Point3 ToWorld(const PlanePoint& point) const;
+    Point3 ToWorld(const PlanePoint& point) const;  ///< Without the noise of the sum.
     PlanePoint FromWorld(const Point3& point) const;
 
   private:

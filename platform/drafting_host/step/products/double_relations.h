@@ -14,8 +14,8 @@ struct DoubleRelation {
     int first = 0;
 };
 
-/// A product's shape that is its shape already, by itself or by a shape that it is said to be the same as,
-/// and two shapes that are said to be the same twice. Nothing refers to these statements.
+/// Relations that repeat another one: a shape given to a product that has it already, itself or as the equal
+/// of another shape, or two shapes equated twice. No statement refers to these.
 std::vector<DoubleRelation> DoubleRelations(const Statements& statements);
 
 /// Remarks on them.

@@ -37,7 +37,7 @@ class UsageTree {
         std::uint64_t ends = 0;
         int root = 0;
     };
-    Size Whole() const;
+    Size Whole() const;  ///< Of all trees of the file.
 
   private:
     using Edges = std::unordered_map<int, std::vector<int>>;
