@@ -22,7 +22,7 @@ class ControlBinding {
 
     Control& Model() const { return mControl; }
     QWidget& Widget() const { return mWidget; }
-    /// Brings the widget up to the control, telling nobody.
+    /// Brings the widget up to the control, without an event.
     virtual void Show();
 
     // What a user's hand does to the widget, for a journal that is played on it.

@@ -1,5 +1,5 @@
-// The windows of the forms that stand open, and the one road by which what a user does reaches the forms: a
-// failure is told, and all windows show what has changed.
+// The windows of the open forms, and the one road by which what a user does reaches the forms: a failure is
+// reported, and all windows show what has changed.
 #pragma once
 
 #include <exception>

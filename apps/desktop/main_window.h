@@ -35,7 +35,7 @@ class MainWindow : public QMainWindow {
     MainWindow(app::Workplace& workplace, FormDesk& desk);
     ~MainWindow() override;
 
-    /// Opens a drawing of any kind that can be read; false when it can't, which has been told.
+    /// Opens a drawing of any kind that can be read; false if it can't, after a message.
     bool OpenFile(const std::string& name);
     /// Shows the host's drawing as it is now.
     void ShowDrawing();
@@ -86,7 +86,7 @@ class MainWindow : public QMainWindow {
     bool Save();
     bool SaveUnder(const std::string& name);
     bool SaveAsAsked();
-    /// Opens a drawing in the place of the one before; null where it can't be read, which has been told.
+    /// Opens a drawing in the place of the one before; null if it can't be read, after a message.
     HostDocument* Read(const std::string& name);
     void MarkChanged();
     void AskKeepingInterval();

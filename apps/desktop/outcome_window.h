@@ -26,7 +26,7 @@ class OutcomeWindow : public QDialog {
 
     OutcomeWindow(FileReader reader, QWidget* parent);
 
-    /// The first part that something was told of is chosen, else the first one.
+    /// The first part with a message is chosen, else the first one.
     void Show(const RunOutcome& outcome);
     /// What the button for the folder does; without it there is no button.
     void SetFolderOpener(std::function<void()> open);

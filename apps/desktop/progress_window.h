@@ -1,5 +1,5 @@
-// A window that tells how far long work is, with a button that ends it where that leaves nothing half done.
-// Work that takes no time shows none.
+// A window that shows the progress of long work, with a button that ends the work if that leaves nothing half
+// done. Short work shows no window.
 #pragma once
 
 #include <QElapsedTimer>

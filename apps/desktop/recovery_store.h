@@ -14,7 +14,7 @@
 
 namespace brenvik::desktop {
 
-/// The content of a file, to be told from what stands there later.
+/// Identifies the content of a file, to recognise a later change.
 struct FileStamp {
     std::uintmax_t size = 0;
     std::uint64_t content = 0;

@@ -22,7 +22,7 @@ namespace brenvik::desktop {
 
 class WorkKeeper {
   public:
-    /// `atRest`: no command is halfway through a drawing. `tell`: what the user should know.
+    /// `atRest`: no command is halfway through a drawing. `tell` shows a message to the user.
     struct Surroundings {
         std::function<bool()> atRest;
         std::function<void(const std::string&)> tell;
@@ -39,7 +39,7 @@ class WorkKeeper {
     void NoteChange(const HostDocument& document);
     /// The drawing is closed, and nobody wants its changes any more.
     void Forget(const HostDocument& document);
-    /// Keeps now what has changed since it was kept; false where the disk refuses, which is told once.
+    /// Saves changes since the last copy now; false if the disk refuses, which is reported once.
     bool KeepNow();
 
     /// Minutes between two looks; 0 keeps nothing at all.
@@ -64,7 +64,7 @@ class WorkKeeper {
     QTimer mRegular, mSoon;
     std::chrono::milliseconds mLastCost{0};
     bool mTroubleTold = false;
-    /// What has no place in a DXF, told once each.
+    /// Losses in DXF copies, each reported once.
     std::set<std::string> mToldProblems;
 };
 

@@ -1,4 +1,4 @@
-// Dialogs on a console: message boxes are told on a stream, questions take their default, forms are loaded
+// Dialogs on a console: message boxes are written to a stream, questions take their default, forms are loaded
 // and closed at once, file dialogs are cancelled. What a command without a person needs.
 #pragma once
 
@@ -19,10 +19,10 @@ class ConsoleDialogs : public DialogPort {
     /// What a command does with a form between its load and its closing; by default nothing.
     std::function<void(Form&)> whileOpen;
 
-    /// Runs before anything is told, for a program that has a progress line to wipe away.
+    /// Runs before any message, for a program that has a progress line to wipe away.
     std::function<void()> beforeTelling;
 
-    /// Message boxes shown so far. A command that expects none tells by it that something went wrong.
+    /// Message boxes shown so far. For a command that expects none, each one means that something went wrong.
     int MessagesShown() const { return mMessagesShown; }
 
     /// Loads the form if need be, asks it to close, and unloads it if it refuses.

@@ -12,7 +12,7 @@ class ConsoleShell : public ShellPort {
   public:
     /// `errorStream` must outlive the shell.
     explicit ConsoleShell(std::ostream& errorStream) : mErrors(errorStream) {}
-    /// Tells the document's path; always 33, success, since the user knows where to look.
+    /// Prints the document's path; always 33, success, since the user knows where to look.
     int OpenDocument(std::string_view folder, std::string_view file, int show) override;
     void RunProgram(std::string_view commandLine) override;
 

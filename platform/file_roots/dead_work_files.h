@@ -5,7 +5,7 @@
 
 namespace brenvik {
 
-/// Removes a work file if no living program is at work on it; each platform tells that in its own way.
+/// Removes a work file if no living program is at work on it; how to find that out depends on the platform.
 using ClearIfDead = void (*)(const std::filesystem::path& workFile);
 
 /// Goes over the work files of a folder. Once for each folder and program is enough.

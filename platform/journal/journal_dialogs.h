@@ -1,6 +1,6 @@
-// The dialogs of a journal: message boxes are kept for the journal's checks and told on the transcript,
-// questions take the answers queued ahead of them, and a modal form plays the journal's next steps. The
-// drafting host's prompts are answered from the same queues.
+// The dialogs of a journal: message boxes are kept for the journal's checks and written to the transcript,
+// questions take the answers queued for them, and a modal form plays the journal's next steps. The drafting
+// host's prompts are answered from the same queues.
 #pragma once
 
 #include <deque>
@@ -31,7 +31,7 @@ struct ShownMessage : MessageRequest {
 
 class JournalDialogs : public DialogPort {
   public:
-    /// Message boxes and untaken answers are told on the transcript, which must outlive the dialogs.
+    /// Message boxes and unused answers are written to the transcript, which must outlive the dialogs.
     explicit JournalDialogs(std::ostream& transcriptStream) : mTranscript(transcriptStream) {}
 
     /// Set by the player: plays the journal's steps on a form until the form is unloaded.

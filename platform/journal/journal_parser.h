@@ -26,9 +26,9 @@ class JournalSyntaxError : public std::runtime_error {
 };
 
 /// The steps of a journal's text; `file` is its name for messages. Line ends are LF or CR LF, and a byte
-/// order mark at the head is passed over. A "#" starts a comment at the head of a word, but for an
-/// item's index such as "#2", which can't be a line's first word. Inside quotes \" \\ \r and \n stand for the
-/// character told. Throws JournalSyntaxError.
+/// order mark at the head is passed over. A "#" starts a comment at the head of a word, except in an item's
+/// index such as "#2", which can't be a line's first word. Inside quotes \" \\ \r and \n stand for the usual
+/// characters. Throws JournalSyntaxError.
 std::vector<JournalStep> ParseJournal(std::string_view text, const std::string& file);
 
 /// "X,Y" or "X,Y,Z" as three numbers; false for anything else.

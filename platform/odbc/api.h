@@ -57,7 +57,7 @@ class Handle {
     SQLHANDLE mHandle = nullptr;
 };
 
-/// The failure that the first diagnostic of the last call on the handle tells. `detail` names the case.
+/// The failure by the first diagnostic of the last call on the handle. `detail` names the case.
 Failure DiagnosticOf(const Handle& handle, std::string_view detail = {});
 
 /// Throws that failure unless the call went well or had no rows to work on.

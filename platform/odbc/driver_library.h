@@ -1,4 +1,4 @@
-// What can be told of a driver from its library before it is connected to.
+// What a driver's library shows of it before a connection is made.
 #pragma once
 
 #include <string_view>

@@ -27,9 +27,9 @@ class OdbcDatabase : public ExportDatabasePort {
     /// Finds the real place of a path of the system's own form.
     using PathResolver = std::function<std::filesystem::path(std::string_view systemPath)>;
 
-    /// With a resolver, the value of `Dbq` becomes the real path, and a file that is not there is told before
-    /// the driver is asked, since some drivers would make an empty one. Without a resolver the path is the
-    /// platform's own and stands as it is. What the resolver throws comes out of Open.
+    /// With a resolver, the value of `Dbq` becomes the real path, and a missing file is reported before the
+    /// driver is called, since some drivers would create an empty one. Without a resolver the path is the
+    /// platform's own and stays as it is. What the resolver throws comes out of Open.
     explicit OdbcDatabase(PathResolver resolve = {});
 
     /// The connection and its record sets belong to one thread.

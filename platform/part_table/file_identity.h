@@ -1,4 +1,4 @@
-// Telling whether a path still leads to the file that it led to before.
+// Checks whether a path still leads to the same file as before.
 #pragma once
 
 #include <cstdint>

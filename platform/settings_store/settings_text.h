@@ -11,7 +11,7 @@
 // number, and before = # [ or a blank it stands for that character, where a name would otherwise be read as
 // something else. A section's path is written as it is. Remarks, blank lines and lines with no "=" are
 // kept where they stand. Every line ends in a line break, the last one too, so that a file that was cut
-// off can be told.
+// off can be recognised.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// The settings store as one text file, for platforms without a registry. The form of the file is told in
+// The settings store as one text file, for platforms without a registry. The form of the file is described in
 // settings_text.h.
 #pragma once
 
@@ -43,7 +43,7 @@ class TextSettings : public SettingsPort {
     void HoldAt(std::string_view content);
 
   private:
-    // What tells one state of the file from another without reading it.
+    // Distinguishes states of the file without reading it.
     struct Stamp {
         bool exists = false;
         std::uintmax_t size = 0;

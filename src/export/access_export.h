@@ -23,15 +23,15 @@ struct DatabaseLogin {
 /// The connection string of a file. Without a password, the form for unprotected files.
 std::string AccessConnectionString(std::string_view path, std::string_view password);
 
-/// Opens the file. As long as the driver says that the password isn't valid, the user is asked for another,
-/// which is kept in `login`. Null when the file can't be opened or the user gives up, and that is told in a
-/// message box then.
+/// Opens the file. As long as the driver says that the password isn't
+/// valid, the user is asked for another, which is kept in `login`. Null
+/// if the file can't be opened or the user gives up, after a message box.
 std::unique_ptr<ExportConnection> ConnectToAccess(std::string_view path, DatabaseLogin& login);
 
 /// Whether a table is offered: not the system's own, nor those of a switchboard.
 bool IsOfferedTable(std::string_view name);
 
-/// The select that tells the fields of a table: the columns of the part record from it.
+/// The select that gives the fields of a table: the columns of the part record from it.
 std::string FieldsStatement(std::string_view table);
 
 /// A caption of the list, the field behind it, and the column of the target table.

@@ -19,9 +19,9 @@ inline constexpr std::string_view ListExportComplete = "Export Complete!!";
 /// The statement of the list as the grid shows it: filtered, sorted, grouped.
 std::string ExportStatement();
 
-/// The run: asks before an existing file is written over, then writes the whole file or, when that fails,
-/// nothing; that is told in a message box with the path, and leaves the dialog open. The adjustments apply to
-/// the columns of a profile only. The dialog is unloaded when the list is out.
+/// The run: asks before it overwrites an existing file, then writes the whole file. If that fails, no file is
+/// written, a message box shows the path, and the dialog stays open. The adjustments apply to the columns of
+/// a profile only. The dialog is unloaded when the list is out.
 void RunCsvExport(frmExport& form);
 
 }  // namespace brenvik

@@ -13,10 +13,10 @@ struct CsvExportChoices {
     std::string adjustments;  ///< An adjustment file for this export alone. Blank: the one of the settings.
 };
 
-/// Exports the list that the loaded grid form shows. Returns whether it went to its end; what stood in the
-/// way has been told in a message box otherwise. The choices that the dialog keeps stay as they were. Fails
-/// with 5 and a description that names the option for a profile that isn't there and for adjustments without
-/// a profile, to whose columns alone they apply; and as the files do for adjustments that can't be read.
+/// Exports the list that the loaded grid form shows. Returns whether it was completed; if not, a message box
+/// has shown the reason. The choices that the dialog keeps stay as they were. Fails with 5 and a description
+/// that names the option for a profile that doesn't exist and for adjustments without a profile, since they
+/// apply to its columns alone; and as the files do for adjustments that can't be read.
 bool ExportToCsv(const CsvExportChoices& choices);
 
 }  // namespace brenvik

@@ -29,8 +29,8 @@ void ResumeNoted(std::string_view what, Statement&& statement) {
 /// What an export says that could not read the list.
 inline constexpr std::string_view ListNotRead = "the export has none of the list's rows";
 
-/// Does `act` at each row. A row that fails ends the walk, and the rows that are missing are told by the
-/// first of them.
+/// Does `act` at each row. A row that fails ends the walk, and the missing rows are reported by the first of
+/// them.
 template <typename Act>
 void ForEachRow(Recordset& records, Act&& act) {
     const std::optional<Failure> failure = Attempt([&] {

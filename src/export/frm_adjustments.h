@@ -21,8 +21,8 @@ class frmAdjustments : public Form {
     /// Chooses the file: the one of the settings, else the delivered one, which is stored then. Shows a
     /// message where there is none.
     void Populate();
-    /// Fills the grid from the file of the settings. A file that can't be read leaves the grid empty and is
-    /// told in a message box with its path. So are lines that count for exports and can't be shown here.
+    /// Fills the grid from the file of the settings. If the file can't be read, the grid stays empty and a
+    /// message box names its path. Lines that count for exports and can't be shown here are reported too.
     void LoadAdjustments();
 
     GridControl& fpAdjustments;

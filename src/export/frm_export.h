@@ -37,8 +37,8 @@ class frmExport : public Form {
     /// Chooses a profile by name, as a click in `cboProfileName` does. Returns false when it isn't there.
     bool ChooseProfile(std::string_view profileName);
     std::span<const ExportProfile> Profiles() const { return mProfiles; }
-    /// What an export by the columns on screen has to tell of them, each with its place where it comes from
-    /// the file of the chosen profile: faults of the profile, and names that stand for no column.
+    /// Reports faults of the profile and names that stand for no column, for an export by the columns on
+    /// screen. Each is given with its place if it comes from the file of the chosen profile.
     void NoteProfileTroubles(std::span<const std::string> unknownNames) const;
 
     void OnResize() override;

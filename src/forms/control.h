@@ -163,7 +163,7 @@ class TabStripControl : public Control {
     int mSelectedTab = 0;
 };
 
-/// A toolbar whose buttons are told apart by keys.
+/// A toolbar whose buttons are identified by keys.
 class ToolbarControl : public Control {
   public:
     struct Key {

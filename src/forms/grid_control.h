@@ -83,7 +83,7 @@ class GridControl : public Control {
     /// a record set that can't be updated fails with 3027 before anything is written. A blank text makes a
     /// number null. Where the engine can't keep the rows together, all are taken back and shown anew.
     void SaveChanges();
-    /// The same, a failure being told through `onSaveFailed`: then no marks are left, and the cells that
+    /// The same, but a failure is reported through `onSaveFailed`: then no marks are left, and the cells that
     /// were not written show the table's values again. Without a handler the failure reaches the caller.
     void SaveOrTell();
     /// Reads the bound record set anew: as many rows as it has records; marks and unsaved texts are lost.
@@ -93,7 +93,7 @@ class GridControl : public Control {
     int ActiveRow() const { return mActiveRow; }
     /// The user's move; runs `onCellEntered` when row is above 0. Fails with 9 outside the grid.
     void SetActiveCell(int column, int row);
-    /// A move by code, which nobody is told of. Fails in the same way.
+    /// A move by code, without an event. Fails in the same way.
     void PutActiveCell(int column, int row);
     bool reDraw = true;
 

@@ -37,9 +37,9 @@ class frmMain : public Form {
     /// Scans the previous selection into the grid.
     void ScanSelection();
 
-    /// Writes each row's part data to its solid; the present extents become the old ones. A solid that is
-    /// gone stops its row, a value that the host refuses is left out; each is told, and the work goes on.
-    /// Refused with a message while grouping is active. Fails with 91 when there is no document.
+    /// Writes each row's part data to its solid; the present extents become the old ones. If a solid is gone,
+    /// its row is skipped; a value that the host refuses is left out. Both are reported, and the work
+    /// continues. Refused with a message while grouping is active. Fails with 91 when there is no document.
     void Apply();
     /// The same, then unloads the form, unless grouping is active.
     void applyClose(FailureTelling telling = FailureTelling::Shown);

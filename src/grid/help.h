@@ -12,8 +12,8 @@ inline constexpr std::string_view HelpFile = "Brenvik495.chm";
 /// How the shell is to show a document's window.
 inline constexpr int ShowNormal = 1;
 
-/// Asks the shell to open a document. A failure is told in its words; a file that no program is registered
-/// for gets the system's open-with dialog. A platform without a shell says so.
+/// Asks the shell to open a document. A failure is reported in its words; a file that no program is
+/// registered for gets the system's open-with dialog. A platform without a shell says so.
 void OpenFileWithShell(std::string_view folder, std::string_view file, int show);
 
 /// Opens the help file in the install folder.

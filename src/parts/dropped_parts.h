@@ -9,8 +9,8 @@ namespace brenvik {
 
 struct DroppedPart {
     std::string handle, name;
-    /// What the part table said of its row; blank where the table could not be used at all, which has been
-    /// told by then.
+    /// What the part table said of its row; blank if the table could not be used at all, which is reported
+    /// elsewhere.
     std::string reason;
 };
 

@@ -11,7 +11,7 @@ struct PartTrouble {
     std::string handle, name;
     /// What stands there, and what was expected.
     std::string text;
-    /// A box has told of it, though not of which part.
+    /// A box has reported it, but without the part.
     bool toldInABox = false;
     /// Nothing has failed by it: a default was taken, as the rules say, and somebody has to know.
     bool isRemark = false;

@@ -1,4 +1,4 @@
-// Long work that tells how far it is. Without a port that shows it nothing is told, and nobody cancels.
+// Long work that shows its progress. Without a port that shows it nobody sees it, and nobody cancels.
 #pragma once
 
 #include <string_view>

@@ -69,8 +69,8 @@ std::optional<std::size_t> BitForThroughCircle(const MaterialRecord& material, d
 /// For a circle that is pocketed: the smallest of the bits that are smaller than it.
 std::optional<std::size_t> BitForCirclePocket(const MaterialRecord& material, double circleDiameter);
 
-// The operations of a run. `key` is the material's, for the messages. They return false when the part is to
-// be skipped; all that the user has to know has been told then.
+// The operations of a run. `key` is the material's, for the messages. They return false if the part is to be
+// skipped; the reason has been reported then.
 
 /// Which dialog asks: the plain one, or `frmChoicetherm`, whose answer can stand for the rest of a run.
 enum class ChoiceDialog { Plain, WithStandingAnswer };

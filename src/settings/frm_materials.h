@@ -51,7 +51,7 @@ class frmMaterials : public Form {
 };
 
 /// A material that a saving has left out of the library, since it isn't filled in. The editor's label says
-/// that it does so, and no box tells of which.
+/// that it does so, and no box names the material.
 struct LibraryNote {
     std::string text;
     /// Nobody has touched it since the library was opened.

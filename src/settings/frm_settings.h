@@ -33,8 +33,8 @@ class frmSettings : public Form {
         std::string text;
     };
     std::vector<Choice> Choices() const;
-    /// Writes what was changed here. What another program has changed since the dialog came up stays, and of
-    /// a value that both have changed a message box tells.
+    /// Writes what was changed in this dialog. Changes of another program stay, except to values changed here
+    /// as well: these are overwritten, and a message box reports them.
     void Apply();
 
     SeenValues mSeen;

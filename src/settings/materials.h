@@ -121,7 +121,7 @@ std::string MaterialFaultText(const MaterialFault& fault);
 /// grain flag and the key as one text. Fails as FindMaterial and MaterialFromTexts do, the record untouched.
 std::string LookupMaterial(std::string_view key, MaterialRecord& record);
 
-/// What a run tells when a part's material isn't in the library.
+/// What a run reports if a part's material isn't in the library.
 std::string UnknownMaterialText(std::string_view key);
 
 /// The material's name as work lists have it: with `ConvertMaterialName` on, the thickness as a fraction of

@@ -7,8 +7,8 @@
 
 namespace brenvik {
 
-/// Does `change` to one entity. One that refuses it, as on a locked layer, stays as it is: the command goes
-/// on with the others, and the part is told with the reason.
+/// Does `change` to one entity. One that refuses it, as on a locked layer, stays as it is: the command
+/// continues with the others, and the part is reported with the reason.
 void ChangeOrTell(AcadEntity& entity, const std::function<void(AcadEntity&)>& change);
 
 }  // namespace brenvik

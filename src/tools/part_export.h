@@ -11,7 +11,7 @@ namespace brenvik {
 
 class AcadApplication;
 
-/// What the user is told before and after.
+/// The messages before and after.
 inline constexpr std::string_view PartExportWarning =
     "This utility will set your ucsfollow and ucsortho system variables to 0. "
     "It will also set your plinetype to 2, osnapcoord to 2, and turn off backup copies. "
@@ -28,10 +28,10 @@ struct PartExportReport {
 };
 const PartExportReport& LastPartExport();
 
-/// Empties "C:\BV-DWG\" and writes each solid of the previous selection to a drawing there. A part that
-/// fails is told and passed over; one without an edge to be laid by ends the command, its drawing still open.
-/// A folder where another program's run is going on, or that holds the drawing itself, is refused.
-/// `applyOpenGrid` is called ahead of the work.
+/// Empties "C:\BV-DWG\" and writes each solid of the previous selection to a drawing there. A part that fails
+/// is reported and passed over; one without an edge to be laid by ends the command, its drawing still open. A
+/// folder where another program's run is in progress, or that holds the drawing itself, is refused.
+/// `applyOpenGrid` is called before the work.
 void ExportParts(AcadApplication& app, const std::function<void()>& applyOpenGrid);
 
 namespace commands {

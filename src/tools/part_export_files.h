@@ -10,7 +10,7 @@ namespace brenvik {
 inline constexpr std::string_view PartExportFolder = "C:\\BV-DWG\\";
 inline constexpr std::string_view PartExportWorkDrawing = "C:\\BV-DWG\\wblock.dwg";
 
-/// The folder, made if it is missing; one that can't be made is told when the first file is written to it.
+/// The folder, made if it is missing. If that fails, it is reported when the first file is written there.
 void MakePartExportFolder();
 /// Deletes the files of the folder that fit a pattern of * and ?. A file that can't be deleted stays.
 void EmptyPartExportFolder(std::string_view pattern);

@@ -28,7 +28,7 @@ class PartExport {
     PassOutcome FinishWithoutFlatSide();
     /// Writes what there is to the work drawing, and goes on there.
     void ContinueInWorkDrawing();
-    /// False for letters that name no sizes, which has been told then.
+    /// False for letters that name no sizes, which has been reported then.
     bool TurnAndMove();
     void PutOnMaterialLayer();
     void SaveAndClose();

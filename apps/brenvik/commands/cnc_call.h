@@ -36,7 +36,7 @@ struct GivenToRun {
     std::optional<OutputCare> care = {};
 };
 
-/// Runs, and tells what the run came to.
+/// Runs, and reports the result of the run.
 ExitStatus CallCnc(const HeldHome& home, const CncOptions& options, const GivenToRun& given = {});
 
 /// For the option --shard, such as 2/4: what was expected, blank for a share.

@@ -23,16 +23,16 @@ namespace brenvik::app {
 HostDocument& OpenInput(HostApplication& host, GuardedFiles& files, const UnitChoice& units,
                         const DrawingOptions& options, Teller& teller);
 
-/// Tells the solids on sheets of paper space that the files of other systems leave out. A DXF holds them.
+/// Reports solids on sheets of paper space, which the files of other systems leave out. A DXF holds them.
 void TellSheetsLeftOut(const HostDocument& document, const DrawingOptions& options, Teller& teller);
 
-/// Saves by the extension of the name and tells what the format can't hold. The file of a drawing that has no
+/// Saves by the extension of the name and reports what the format can't hold. The file of a drawing without a
 /// unit of its own names `unit`. Throws CommandError for an extension that no writer knows, and for a file
 /// that can't be written.
 void SaveOutput(HostDocument& document, const std::string& name, std::optional<LengthUnit> unit,
                 Teller& teller);
 
-/// Tells what savings by the object model left out: the document's notes behind the first `known`.
+/// Reports what savings by the object model left out: the document's notes behind the first `known`.
 void TellNotesSince(std::size_t known, const HostDocument& document, const std::string& drawing,
                     Teller& teller);
 
@@ -46,22 +46,22 @@ bool IsDxfName(const std::string& name);
 /// Keeps the drawing that a command reads from every output but a drawing.
 void KeepDrawing(KeptFiles& kept, const DrawingOptions& options);
 
-/// Fails for an extension that SaveOutput would refuse, so that a command can tell before its work.
+/// Fails for an extension that SaveOutput would refuse, so that a command can refuse it before its work.
 void RequireWritableFormat(const std::string& name);
 
 /// Entities that stand for others in a selection: the solids taken out of a block reference.
 using StandIns = std::map<HostEntity*, std::vector<HostEntity*>>;
 
-/// Makes parts of the solids that stand in references to blocks, for a command that doesn't save the
-/// drawing, and tells what can't be typed back into it and which can't be had. Gives the solids by the
-/// references that they were taken out of.
+/// Makes parts of the solids in block references, for a command that doesn't save the drawing. Reports values
+/// that can't be typed back into it, and solids that can't be taken out. Returns the solids by the references
+/// that they were taken out of.
 StandIns TakeOutBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller);
 /// The same for a form without blocks (STEP, SAT): references that have shown nothing else are gone then.
 void BringBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller);
 /// For STEP files: remarks that colours of layers become the parts' own.
 void TellLayerColors(const HostDocument& document, const std::string& name, Teller& teller);
 
-/// Tells the solids that stand in references to blocks or on sheets and so are left out.
+/// Reports the solids in block references or on sheets, which are left out.
 void TellBlockSolids(HostDocument& document, const DrawingOptions& options, Teller& teller);
 
 /// Remarks on selected solids of several lumps, which are one part each with the sizes of all lumps together.

@@ -1,4 +1,4 @@
-// The unit of a shop's drawings, and the option that tells that of a file.
+// The unit of a shop's drawings, and the option that names the unit of a file.
 #pragma once
 
 #include <filesystem>

@@ -45,8 +45,8 @@ struct DroppedPartLines {
     std::size_t parts = 0;
 };
 DroppedPartLines TakeDroppedPartLines();
-/// What exports of lists have met without a message box, each told as a loss through `line`, or through the
-/// teller; and, which is no loss, that the adjustment file of the settings has changed sizes.
+/// Reports, through `line` or through the teller, losses in exports of lists that no message box has shown.
+/// Reports without a loss that the adjustment file of the settings has changed sizes.
 void TellExportTroubles(Teller& teller, const std::function<void(const std::string&)>& line = {});
 /// A line for what lists and runs have taken from parts though it can't be right, since the last call, and
 /// one for each default that they have taken.
@@ -56,10 +56,10 @@ struct PartTroubleLines {
     bool allToldInBoxes = true;
 };
 PartTroubleLines TakePartTroubleLines();
-/// Tells the remarks, and the lines as losses.
+/// Reports the lines as losses and the remarks as remarks.
 void TellPartTroubles(Teller& teller);
 
-/// Tells them as losses. Returns how many parts there were.
+/// Reports them as losses. Returns the number of parts.
 std::size_t TellDroppedParts(Teller& teller);
 
 }  // namespace brenvik::app

@@ -30,7 +30,7 @@ struct PictureOptions {
 /// The content of the picture's file.
 using PictureMaker = std::function<std::string(const PartPicture& picture, const std::string& title)>;
 
-/// Reads the part file in this home and writes its picture, whole; what isn't understood is told.
+/// Reads the part file in this home and writes its picture, whole; what isn't understood is reported.
 ExitStatus DrawPicture(const std::string& home, const PictureOptions& options, const PictureMaker& make);
 
 }  // namespace brenvik::app

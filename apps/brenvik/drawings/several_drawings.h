@@ -17,10 +17,10 @@ struct FurtherWords {
     Argument Words(const std::string& last);
 };
 
-/// The drawings that the words name: a folder stands for the drawings in it, known by their endings, in the
-/// order of their names. One that is named twice is one drawing. Drawings in folders below a folder are left
-/// out, which is told on standard error with their count. Throws CommandError with Unreadable for a folder
-/// without any.
+/// The drawings that the words name. A folder stands for the drawings in it, recognised by their endings, in
+/// the order of their names. A drawing that is named twice counts once. Drawings in folders below a folder
+/// are left out; standard error reports how many. Throws CommandError with Unreadable for a folder without
+/// any.
 std::vector<std::string> DrawingsOf(const std::vector<std::string>& words);
 
 /// Whether the words ask for more than one drawing: several of them, or a folder.

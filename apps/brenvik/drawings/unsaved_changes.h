@@ -12,7 +12,7 @@ class UnsavedChanges {
     explicit UnsavedChanges(const HostDocument& document) : mDocument(document), mSaved(document) {}
 
     void NoteSaved() { mSaved = DrawingState(mDocument); }
-    /// None in a drawing that was closed since: it has been told to keep them or to let them go.
+    /// None in a drawing that was closed since: whoever closed it has saved or discarded them.
     bool Any() const { return !mDocument.Closed() && !(mSaved == DrawingState(mDocument)); }
 
   private:

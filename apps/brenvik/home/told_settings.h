@@ -18,8 +18,8 @@ namespace brenvik::app {
 /// values of other keys.
 std::string ValueFaultAt(std::string_view path, std::string_view name, std::string_view value);
 
-/// Hands everything on to the store. A value that its setting can't have is told when it is first read or
-/// saved, once for the life of this object, with the file, the line, its name and itself, and what it can be.
+/// Passes everything on to the store. A value that its setting can't have is reported when it is first read
+/// or saved, once in the life of this object: file, line, name, value, and what was expected.
 class ToldSettings : public SettingsPort {
   public:
     /// `shownFile` is what the messages call the store, which must outlive this; `programWords` are how the
@@ -29,20 +29,20 @@ class ToldSettings : public SettingsPort {
     /// Where the messages go; standard error by default.
     std::function<void(const std::string&)> tell;
 
-    /// The line of a value in the store's file, 0 where there is none to tell.
+    /// The line of a value in the store's file, 0 if it is unknown.
     std::function<std::size_t(std::string_view path, std::string_view name)> lineOf;
 
     /// What is wrong with the store apart from its values, a text each: asked once, when the system first
     /// reads from it.
     std::function<std::vector<std::string>()> storeFaults;
 
-    /// Tells what else is wrong with the store.
+    /// Reports other damage to the store.
     void TellDamage(const std::string& text) { Tell(text); }
 
-    /// Whether a damaged value has been read, or anything told of the store.
+    /// Whether a damaged value has been read, or any damage to the store was reported.
     bool DamageFound() const { return mDamageFound; }
-    /// The same look at a value that was read another way. A blank one is told as missing where there is
-    /// none.
+    /// The same check for a value that was read another way. A blank value that isn't stored at all is
+    /// reported as missing.
     void Look(std::string_view path, std::string_view name, std::string_view value);
 
     std::string GetSetting(SettingsRoot root, std::string_view path, std::string_view name) override;

@@ -54,7 +54,7 @@ class Workplace {
     KeptFiles kept;
     /// What drawings are saved through.
     GuardedFiles drawingFiles;
-    /// Told of each drawing that was saved, by its place.
+    /// Called with the place of each drawing that was saved.
     std::function<void(const std::filesystem::path&)> drawingWritten;
     HostApplication host;
     TypedCommands typedCommands;

@@ -27,7 +27,7 @@ class HostRefusals {
 
     /// The oldest one that nobody has looked at: it was meant to come.
     std::optional<std::string> TakeOldest();
-    /// Tells all that nobody has looked at, each line of the journal with the same words once.
+    /// Reports all that nobody has looked at. Equal words on one line of the journal are reported once.
     void TellOverlooked(const std::string& journal, Teller& teller);
 
   private:

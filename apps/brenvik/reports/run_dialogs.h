@@ -1,4 +1,4 @@
-// The message boxes of a command without a person: which of them tell that something was skipped or failed.
+// The message boxes of a command without a person: which of them report that something was skipped or failed.
 #pragma once
 
 #include <functional>
@@ -15,13 +15,13 @@ class RunDialogs : public ConsoleDialogs {
     using ConsoleDialogs::ConsoleDialogs;
 
     MessageAnswer Show(const MessageRequest& request) override;
-    /// A box other than those that every run shows, or that only tell of a default that was taken.
+    /// A box other than those that every run shows, or that only report a default that was taken.
     bool SomethingWentWrong() const { return mWentWrong; }
     /// The same since the last call.
     bool TakeTrouble() { return std::exchange(mTrouble, false); }
 
-    /// Runs before the box that says that the export of a list is complete, for what is to be told of it
-    /// ahead.
+    /// Runs before the box that says that the export of a list is complete, for reports that have to come
+    /// first.
     std::function<void()> beforeExportComplete;
 
   private:
@@ -34,11 +34,11 @@ class WatchedJournalDialogs : public JournalDialogs {
     using JournalDialogs::JournalDialogs;
 
     MessageAnswer Show(const MessageRequest& request) override;
-    /// Whether a box has told of trouble since the last call.
+    /// Whether a box has reported trouble since the last call.
     bool TakeTrouble() { return std::exchange(mTrouble, false); }
     /// As for RunDialogs: ahead of that box a reader of the transcript looks for what the list lacks.
     std::function<void()> beforeExportComplete;
-    /// Boxes that tell of trouble and that no step has looked at or answered, oldest first.
+    /// Boxes that report trouble and that no step has looked at or answered, oldest first.
     std::vector<MessageRequest> Overlooked();
 
   private:

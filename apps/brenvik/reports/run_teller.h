@@ -1,5 +1,5 @@
-// Tells what each CNC run of a command came to: as it goes, and its report at its end. The boxes of a run are
-// told by the dialogs; here stands what they leave open, such as which part one of them was about.
+// Reports each CNC run of a command: its progress, and its result at the end. The dialogs show the run's
+// message boxes; this adds what they leave open, such as which part a box was about.
 #pragma once
 
 #include <functional>
@@ -12,11 +12,11 @@
 
 namespace brenvik::app {
 
-/// What a program that tells of runs has to know.
+/// What a program that reports runs has to know.
 struct RunWatch {
     /// How the program is called for this home.
     std::string programWords = {};
-    /// Whether a box has told of trouble since the last call.
+    /// Whether a box has reported trouble since the last call.
     std::function<bool()> takeTrouble = {};
     /// The journal checks boxes itself, so a part skipped by a box it expected doesn't make the command
     /// incomplete.
@@ -25,7 +25,7 @@ struct RunWatch {
     std::function<void(const std::string&)> line = {};
 };
 
-/// What every command that runs start from tells of its option.
+/// The help for this option, the same in every command that starts runs.
 inline constexpr std::string_view NoProofHelp =
     "Don't compare each part with what its files leave of the sheet";
 

@@ -32,7 +32,7 @@ class RunTranscript {
     /// `quiet` leaves the host's command line out of standard error in any case.
     RunTranscript(const std::string& fileName, bool quiet);
 
-    /// For message boxes and for what the journal's player has to tell.
+    /// For message boxes and for the messages of the journal's player.
     std::ostream& Stream();
     /// A line of the host's command line. What the system itself types there is for the file alone.
     void TellHostLine(std::string_view line, bool typedByUser);

@@ -1,4 +1,4 @@
-// What a command tells beside its output, and what it means for the exit status.
+// What a command reports beside its output, and what that means for the exit status.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@ namespace brenvik::app {
 
 class Teller {
   public:
-    /// Progress is told on a terminal only; `quiet` leaves it and the remarks out.
+    /// Progress is shown on a terminal only; `quiet` leaves out progress and remarks.
     explicit Teller(bool quietWished);
     ~Teller();
     Teller(const Teller&) = delete;
@@ -21,7 +21,7 @@ class Teller {
     void Remark(const std::string& text);
     /// A message that is shown in any case, though it is no failure.
     void Tell(const std::string& text);
-    /// Something was skipped or failed: told in any case, and the command ends incomplete.
+    /// Something was skipped or failed: reported in any case, and the command ends incomplete.
     void Loss(const std::string& text);
 
     ExitStatus Status() const { return mLost ? ExitStatus::Incomplete : ExitStatus::Done; }

@@ -45,7 +45,7 @@ Command PictureCommand();
 Command HelpCommand();
 Command DesktopCommand();
 
-/// Parses the words, runs the command and tells its errors on standard error. Returns the exit status.
+/// Parses the words, runs the command and reports its errors on standard error. Returns the exit status.
 int RunCommandLine(int argc, char** argv);
 
 }  // namespace brenvik::app

@@ -8,7 +8,7 @@ namespace brenvik::app {
 
 enum class ExitStatus {
     Done = 0,
-    Incomplete = 1,  ///< Done, but something was skipped or failed, each told on standard error.
+    Incomplete = 1,  ///< Done, but something was skipped or failed, each reported on standard error.
     WrongWords = 2,  ///< The words of the command are wrong.
     Unreadable = 3,  ///< An input can't be read.
 };

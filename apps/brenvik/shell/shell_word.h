@@ -1,4 +1,4 @@
-// A word as it is typed into a shell, for messages that tell what to type.
+// A word as it is typed into a shell, for messages that say what to type.
 #pragma once
 
 #include <string>

@@ -47,8 +47,8 @@ struct ReadResult {
     std::size_t recordCount = 0;
 };
 
-/// Reads a whole text, unmasked, its lines ended by \n or \r\n, or whole binary data. Never throws for bad
-/// ones: what cannot be read is told in `problems`, and the bodies that are whole still arrive.
+/// Reads a whole text, unmasked, its lines ended by \n or \r\n, or whole binary data. Never throws for
+/// damaged data: what can't be read is reported in `problems`, and the bodies that are whole still arrive.
 ReadResult ReadText(std::string_view text);
 
 /// Whether data are binary, by how they begin.
@@ -74,8 +74,8 @@ struct ProvenBody {
     std::vector<std::string> lines;
 };
 
-/// The text of one body, proven: told by formula for plain bodies, by reading it back for others. Throws
-/// WriteFailure where no text of the body gives it back.
+/// The text of one body, verified: by formula for plain bodies, by reading it back for others. Throws
+/// WriteFailure if no text of the body gives it back.
 ProvenBody ProveBody(const TopoDS_Shape& shape);
 
 /// Takes the mask off a line as it stands in a drawing, after UnescapeDxf.

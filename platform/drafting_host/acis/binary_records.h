@@ -1,5 +1,5 @@
-// Binary ACIS data (SAB): the same records as ACIS text in other tokens. Each token is a byte that tells its
-// kind and the bytes of its value.
+// Binary ACIS data (SAB): the same records as ACIS text in other tokens. Each token is a byte for its kind
+// and the bytes of its value.
 #pragma once
 
 #include "drafting_host/acis/sat_records.h"

@@ -18,7 +18,7 @@ struct FaceLoops {
 };
 
 /// An edge of a free face in two guises: as seen from the outside of the face, and as it lies in the face
-/// turned forward, which tells the two sides of a seam apart.
+/// turned forward, which distinguishes the two sides of a seam.
 struct FreeUse {
     TopoDS_Edge edge, inFace;
 };

@@ -1,5 +1,5 @@
-// Volumes of closed shells from their boundary loops, to tell inside from outside without integrating
-// over every face.
+// Volumes of closed shells from their boundary loops, which distinguish inside from outside without
+// integrating over every face.
 #pragma once
 
 #include "drafting_host/acis/face_plan.h"

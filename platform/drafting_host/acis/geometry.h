@@ -20,8 +20,8 @@ constexpr double Coincidence = 1e-7;
 /// What a real file may leave between a curve and the surface it should lie on. Kernels keep 1e-6;
 /// files that went through several programs are worse. What is found becomes the edge's tolerance.
 constexpr double LooseFit = 1e-4;
-/// What is healed and told: a hundredth of a millimetre is below what a saw cuts and what a drawing shows,
-/// and modellers that stretch their tolerances leave as much. Wider gaps are no edges of one body.
+/// Gaps up to this are healed and reported. A hundredth of a millimetre is below what a saw cuts, and
+/// modellers that stretch their tolerances leave as much. Wider gaps don't belong to one body.
 constexpr double HealedFit = 1e-2;
 
 /// A body's place, applied to numbers before anything is built so that plain moves stay exact.

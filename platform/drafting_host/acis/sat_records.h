@@ -1,6 +1,6 @@
-// The record level of ACIS data: head, records, fields. Knows how a record is told apart from the
-// next and how its fields are typed, and nothing of what the records mean. This file and its source take text
-// apart, binary_records.h binary data.
+// The record level of ACIS data: head, records, fields. Knows where a record ends and how its fields are
+// typed, but not what the records mean. This file and its source parse text, binary_records.h parses binary
+// data.
 #pragma once
 
 #include "drafting_host/acis/acis_text.h"

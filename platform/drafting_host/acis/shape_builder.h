@@ -9,7 +9,7 @@
 
 namespace brenvik::acis {
 
-/// A body made, and what has to be told about it.
+/// A body, and the notes on how it was made.
 struct BuiltBody {
     TopoDS_Shape shape;  ///< Null for a body with nothing in it.
     std::vector<Problem> remarks;

@@ -19,7 +19,7 @@ struct DrawingSnapshot {
     std::vector<TopoDS_Shape> shapes;
 };
 
-/// The drawing with its bodies as text. Those that have no text form are left out and told in `problems`.
+/// The drawing with its bodies as text. Bodies without a text form are left out and reported in `problems`.
 DrawingData WithBodyTexts(const DrawingSnapshot& snapshot, std::vector<std::string>& problems);
 
 }  // namespace brenvik

@@ -1,4 +1,4 @@
-// What an open drawing holds, to be told from what it holds later.
+// What an open drawing holds, to be compared with what it holds later.
 #pragma once
 
 #include <cstddef>

@@ -80,7 +80,7 @@ class HostApplication final : public AcadApplication, public MeasuringPort, publ
     void Tell(std::string_view line) const {
         if (mTranscript) mTranscript(line);
     }
-    /// The same for a line that tells of something refused; the handler hears it ahead of the transcript.
+    /// The same for a line that reports a refusal; the handler gets it before the transcript.
     void SetRefusalHandler(TranscriptSink handler) { mRefused = std::move(handler); }
     void TellRefusal(std::string_view line) const {
         if (mRefused) mRefused(line);

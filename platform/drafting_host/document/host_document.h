@@ -102,7 +102,7 @@ class HostDocument final : public AcadDocument {
     bool HasLinetype(std::string_view name) const;
     /// Registers an application name where the drawing has none such; gives the name as first written.
     std::string RegisterApplication(std::string_view name);
-    /// The drawing as plain data. Bodies that have no text form are left out and told in `problems`.
+    /// The drawing as plain data. Bodies without a text form are left out and reported in `problems`.
     DrawingData ToData(std::vector<std::string>& problems) const;
     /// Some entities alone, moved, with what they refer to; handles are left to the writer.
     DrawingSnapshot Extracted(std::span<HostEntity* const> entities, const Similarity& move) const;

@@ -54,7 +54,7 @@ class HostSolid final : public HostShapeEntity, public Acad3DSolid {
     AcadRegion* SectionSolid(const Point3& first, const Point3& second, const Point3& third) override;
     /// The extents of the solid measuring component.
     const solids::Extents& Measures() const;
-    /// Tells the solid that it consists of the upright columns over (or, with a negative height, under) level
+    /// Declares that the solid consists of the upright columns over (or, with a negative height, under) level
     /// faces that don't overlap. Taking it away from another one is cheap then.
     void SetColumns(std::vector<TopoDS_Face> bases, double height);
 

@@ -51,7 +51,7 @@ class BitReader {
     double Real();
     std::string Bytes(std::size_t count);
 
-    /// Shorter forms, told by two bits ahead.
+    /// Shorter forms, announced by two bits.
     int BitShort();
     std::int32_t BitLong();
     double BitReal();
@@ -73,7 +73,7 @@ class BitReader {
     std::size_t Count(std::int64_t count, std::size_t bitsOfEach);
     HandleReference Handle();
 
-    /// Seven bits a byte, the lowest first; the highest tells that more follow. The signed form keeps its
+    /// Seven bits a byte, the lowest first; the highest bit is set if more follow. The signed form keeps its
     /// sign in the last byte.
     std::uint64_t ModularChar();
     std::int64_t SignedModularChar();

@@ -12,8 +12,8 @@
 
 namespace brenvik::dwg {
 
-/// The bytes of the store that begin like binary ACIS data, by the handles of their entities. What is damaged
-/// is told in the sections' notes. Thumbnails lie there too and are passed over.
+/// The bytes of the store that begin like binary ACIS data, by the handles of their entities. Damage is
+/// reported in the sections' notes. Thumbnails lie there too and are passed over.
 std::unordered_map<HandleValue, std::string> ReadDataStore(Sections& sections);
 
 /// Whether data begin like binary ACIS data.

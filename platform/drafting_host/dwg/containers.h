@@ -21,7 +21,7 @@ int ReleaseNumber(Release release);
 /// The sections that a drawing is read from. Those that a release or a file doesn't have are empty.
 struct Sections {
     Release release = Release::R2000;
-    unsigned maintenance = 0;  ///< The byte that tells saves of one release apart.
+    unsigned maintenance = 0;  ///< The byte that distinguishes saves of one release.
     unsigned codePage = 0;     ///< The file's number of the page, of which texts are before release 2007.
     std::string header, classes, objectMap, measurement, dataStore;
     std::string objects;  ///< The object map counts from its first byte; of a flat file it is the whole.
@@ -58,7 +58,7 @@ std::string_view PartAt(std::string_view bytes, std::uint64_t at, std::uint64_t 
 /// Puts a section where its name says; the others are of no use here.
 void Keep(Sections& sections, std::string_view name, std::string bytes);
 
-/// Puts a section together out of its pages; one that can't be unpacked stays zeros and is told. `left` is
+/// Puts a section together from its pages; one that can't be unpacked stays zeros and is reported. `left` is
 /// what may still be unpacked of the file. Throws BrokenFile for a section behind a password.
 struct PagedSection {
     std::string_view name;

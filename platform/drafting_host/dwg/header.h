@@ -28,7 +28,7 @@ struct Header {
     std::vector<Reference> references{};
 };
 
-/// Reads the section and the template's measurement into `data`. A damaged section is told; what was read
+/// Reads the section and the template's measurement into `data`. A damaged section is reported; what was read
 /// before the damage stays.
 Header ReadHeader(Sections& sections, const Texts& texts, DrawingData& data);
 

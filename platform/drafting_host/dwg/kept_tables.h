@@ -14,7 +14,7 @@
 
 namespace brenvik::dwg {
 
-/// Extended data with the names of their applications; `what` and the handle tell where they stand.
+/// Extended data with the names of their applications; `what` and the handle say whose data they are.
 using NamedXData = std::function<std::vector<XDataOfApp>(std::string_view what, HandleValue handle,
                                                          const std::vector<RawXData>& data)>;
 
@@ -39,7 +39,7 @@ class KeptTables {
     std::vector<Entry> mLinetypes, mStyles, mEntries;
 };
 
-/// A block's record, and its BLOCK where that tells more than a name and a place.
+/// A block's record, and its BLOCK if that holds more than a name and a place.
 void KeepBlock(Reading& reading, const Block& block, std::string_view layer,
                const std::vector<RawXData>& data, const NamedXData& named);
 void KeepLayout(Reading& reading, const Layout& layout, const Block& block, const NamedXData& named);

@@ -1,4 +1,4 @@
-// References that lead nowhere: what is taken in their place or left out is told, by kind and handle.
+// References that lead nowhere: each is replaced or left out, and reported by kind and handle.
 #pragma once
 
 #include <map>
@@ -28,7 +28,7 @@ std::string ShownHolders(std::string_view kind, const std::vector<HandleValue>& 
 
 class Links {
   public:
-    /// The name under a handle in a table of `what`; where there is none, `standard`, and that is told.
+    /// The name under a handle in a table of `what`; if there is none, `standard`, which is reported.
     std::string Named(const NamesByHandle& names, HandleValue target, std::string_view standard,
                       std::string_view what, const Holder& holder);
     /// The same of a reference that may be none: 0 is `standard` without a word.

@@ -1,4 +1,4 @@
-// What of a binary drawing isn't taken along, counted while it is read and told at its end.
+// What of a binary drawing is left out, counted while it is read and reported at the end.
 #pragma once
 
 #include <map>

@@ -19,7 +19,7 @@ class MissingRecords {
     void TakeTable(std::string_view kind, Object& head);
     /// An object of a kind that the file can't do without; 0 is none.
     void Expect(HandleValue handle, std::string what);
-    /// Tells those that the map doesn't have, in the order in which they were named.
+    /// Reports those that the map doesn't have, in the order in which they were named.
     void Tell(Reading& reading, const ObjectMap& map) const;
 
   private:

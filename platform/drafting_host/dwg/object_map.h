@@ -17,7 +17,7 @@ namespace brenvik::dwg {
 /// that stands twice has its last place.
 class ObjectMap {
   public:
-    /// Reads the map. Damaged pieces are told in the sections' notes; what was read before them stays.
+    /// Reads the map. Damaged pieces are reported in the sections' notes; what was read before them stays.
     explicit ObjectMap(Sections& sections);
 
     struct Entry {
@@ -41,7 +41,7 @@ class ObjectMap {
 /// classes.
 class Kinds {
   public:
-    /// Reads the section of classes; a damaged one is told, and what was read of it stays.
+    /// Reads the section of classes; a damaged one is reported, and what was read of it stays.
     Kinds(Sections& sections, const Texts& texts);
 
     /// Blank for a number that no class has.

@@ -41,7 +41,7 @@ enum class LinetypeBy { Layer, Block, Continuous, Handle };
 
 /// What all entities have.
 struct Common {
-    unsigned mode = 0;  ///< 0: `owner` tells the block; 1 paper space, 2 model space.
+    unsigned mode = 0;  ///< 0: `owner` is the block; 1 paper space, 2 model space.
     HandleValue owner = 0, layer = 0, linetype = 0;
     HandleValue next = 0;  ///< The neighbour up to release 2000.
     LinetypeBy linetypeBy = LinetypeBy::Layer;

@@ -6,8 +6,8 @@
 
 namespace brenvik::dwg {
 
-/// Gives each space of `names` the handle of its sheet. Sheet and block name each other, but for releases 13
-/// and 14, where only the sheet does: one reference is enough, and where they disagree that is told, as are
+/// Gives each space of `names` the handle of its sheet. Sheet and block name each other, except in releases
+/// 13 and 14, where only the sheet does. One reference is enough; contradictions are reported, and so are
 /// sheets that no block has. Blocks have their full names.
 void JoinSheets(Names& names, Release release, Reading& reading);
 

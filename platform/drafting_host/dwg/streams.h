@@ -56,8 +56,8 @@ struct Streams {
 Streams StreamsOf(std::string_view bytes, std::size_t begin, std::size_t handlesAt, std::size_t end,
                   Release release, const Texts& texts);
 
-/// The data of the header or the classes, out of their frame of marks. Throws Damage where the frame is
-/// broken; `sumIsWrong` tells a wrong checksum, with which the data are read all the same.
+/// The data of the header or the classes, out of their frame of marks. Throws Damage if the frame is broken.
+/// A wrong checksum only sets `sumIsWrong`; the data are read all the same.
 struct Frame {
     std::string_view data;
     bool sumIsWrong = false;

@@ -12,9 +12,9 @@ struct PeakPoint {
     double value;
 };
 
-/// The peak of `function` between `low` and `high` by golden section, to the last digits that the
-/// values can tell apart. The function has to rise and fall once there; with more peaks one of them is
-/// found.
+/// The peak of `function` between `low` and `high` by golden section,
+/// to the last digits that the values can distinguish. The function has
+/// to rise and fall once there; with more peaks one of them is found.
 template <class Function>
 PeakPoint GoldenPeak(const Function& function, double low, double high) {
     constexpr double golden = 0.6180339887498949;

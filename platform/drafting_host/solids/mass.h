@@ -8,10 +8,10 @@
 
 namespace brenvik::solids {
 
-/// Volume of all solids of the shape, cubic drawing units; a solid turned inside out counts negative.
-/// Exact to about 1e-13 of the part's box for planes, cylinders and cones, to 1e-12 for spheres and tori;
-/// free-form faces are summed up span by span, to about 1e-6. 0 for a shape without faces. Throws Failure
-/// when it can't be told.
+/// Volume of all solids of the shape, cubic drawing units; a solid turned inside out counts negative. Exact
+/// to about 1e-13 of the part's box for planes, cylinders and cones, to 1e-12 for spheres and tori; free-form
+/// faces are summed up span by span, to about 1e-6. 0 for a shape without faces. Throws Failure if it can't
+/// be computed.
 double Volume(const TopoDS_Shape& shape);
 
 /// Area of one face, square drawing units, exact for planes, cylinders and cones as above.

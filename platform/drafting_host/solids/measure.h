@@ -42,7 +42,7 @@ struct Extents {
 /// Ties: among equal faces or equal edges a frame parallel to the axes is taken first, then the one with
 /// the smallest box, then the one with the greatest d1.
 ///
-/// Never throws for a shape that can't be measured; the status tells.
+/// Never throws for a shape that can't be measured; the status says so.
 Extents MeasureShape(const TopoDS_Shape& shape);
 
 }  // namespace brenvik::solids

@@ -39,8 +39,8 @@ double DistanceTo(std::span<const PlanCurve> ring, const PlanPoint& point);
 /// A point well inside the ring; nothing where none is found.
 std::optional<PlanPoint> PointInside(std::span<const PlanCurve> ring);
 
-/// True when some part of the curve runs inside the ring, further than `film` from its boundary. True as well
-/// where that can't be told.
+/// True if some part of the curve runs inside the ring, further than `film` from its boundary. Also true if
+/// that can't be decided.
 bool Enters(const PlanCurve& curve, std::span<const PlanCurve> ring, double film);
 
 }  // namespace brenvik::solids

@@ -1,4 +1,4 @@
-// Marks that tell a solid from others, and from its mirror image, in any place and turn.
+// Marks that distinguish a solid from others, and from its mirror image, in any place and turn.
 #pragma once
 
 #include <TopoDS_Shape.hxx>

@@ -43,15 +43,15 @@ class PartFlattener {
     /// Parts that have no shape here since another file holds it.
     const std::vector<OutsidePart>& Outside() const { return mOutside; }
 
-    /// Tells the products without a solid, and what stands beside the solids of others, with what they hold.
-    /// Of the products that hold nothing, `known` have been told otherwise. Curves and points beside a solid
-    /// are a remark.
+    /// Reports products without a solid, and other shapes beside the solids
+    /// of products, with what they hold. Of the empty products, `known` are
+    /// reported elsewhere. Curves and points beside a solid are a remark.
     void NoteWithoutSolid(std::size_t known);
 
-    /// Tells, as remarks, parts whose faces have looks of their own, and those that are hidden in the file.
+    /// Remarks on parts whose faces have looks of their own, and on parts that are hidden in the file.
     void NoteLooks();
 
-    /// Tells, as a remark, parts in assemblies that nobody has named: pieces of a product's shape, for one.
+    /// Remarks on parts in assemblies that nobody has named: pieces of a product's shape, for one.
     void NoteNameless();
 
   private:

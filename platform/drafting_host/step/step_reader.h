@@ -13,7 +13,7 @@ namespace brenvik::step {
 ///
 /// Lengths come out in `unit`, whatever unit the file is written in; the document keeps the file's. The
 /// name is the product's; where it has none the instance's, and where that is missing too the file's own
-/// name, numbered when there are several. Names in an 8-bit code page are told apart from UTF-8 and read
+/// name, numbered when there are several. Names in an 8-bit code page are distinguished from UTF-8 and read
 /// as Cyrillic or western text. Surfaces and wires without a solid are passed over with a note.
 ///
 /// Throws Failure naming the file, the line where one is known, and what was expected there: 53 for a

@@ -10,8 +10,8 @@
 
 namespace brenvik {
 
-/// A path with fewer sides in place of `loop`, by letting straight walls and those about one centre run on
-/// over what lies between them. `serves` tells whether a path will do. Gives `loop` itself where none does.
+/// A path with fewer sides in place of `loop`: straight walls and walls about one centre are extended over
+/// what lies between them. `serves` decides whether a path will do. Returns `loop` itself if none does.
 PlanLoop WithoutBites(PlanLoop loop, const std::function<bool(const PlanLoop&)>& serves, double same);
 
 /// Paths without anything standing in them that clear an area together: the ring parted beside each hole, and

@@ -1,4 +1,4 @@
-// Regions of the plan: what lies within sides, the border of whatever can be told point by point, and the
+// Regions of the plan: what lies within sides, the border of a region that is defined point by point, and the
 // areas that such a border parts.
 #pragma once
 
@@ -21,9 +21,9 @@ struct PlanArea {
     std::vector<PlanLoop> holes;
 };
 
-/// The border of the region that `holds` tells of, as loops. `sides` are all places where the answer may
-/// change; they may cross and lie on each other. What is closer than `same` is one place. Throws Failure
-/// where the border doesn't close.
+/// The border of the region of all points that satisfy `holds`, as loops. `sides` are all places where the
+/// answer may change; they may cross and lie on each other. Places closer than `same` count as one. Throws
+/// Failure if the border doesn't close.
 std::vector<PlanLoop> BorderOf(std::span<const PlanSide> sides,
                                const std::function<bool(const PlanPoint&)>& holds, double same);
 

@@ -16,9 +16,9 @@ double ThroughDepth(const RunState& run);
 /// The height of the part's top plane, on which all paths lie.
 double TopPlane(const RunState& run);
 
-/// Makes a path cut through the part of a closed contour: on the top plane, running clockwise, named with
-/// the bit that its shortest side allows. A contour that is open, or has material above it, is deleted and
-/// left for the other side. Skips the part where no bit is chosen, which has been told then.
+/// Makes a path cut through the part of a closed contour: on the top plane, running clockwise, named with the
+/// bit that its shortest side allows. A contour that is open, or has material above it, is deleted and left
+/// for the other side. Skips the part if no bit is chosen, which has been reported then.
 PassOutcome CutOut(RunState& run, AcadLWPolyline& contour);
 
 /// A contour of the kept face that no path was made of, as it lay.

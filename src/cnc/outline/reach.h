@@ -1,4 +1,4 @@
-// Whether a part reaches beyond an outline, told from its level sections without cutting anything.
+// Whether a part reaches beyond an outline, found from its level sections without cutting anything.
 #pragma once
 
 #include <span>
@@ -14,7 +14,7 @@ bool IsWidestAtLevels(const SolidSections& part);
 enum class PartReach {
     Within,
     Beyond,
-    Unclear,  ///< By so little, or with such faces, that only a cut can tell.
+    Unclear,  ///< By so little, or with such faces, that only a cut can decide.
 };
 
 /// Where the part lies against a closed outline without openings. Throws Failure where a section can't be

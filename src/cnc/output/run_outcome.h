@@ -1,4 +1,4 @@
-// What lies in the output folders when a run has ended, part by part, with what was told of each.
+// The contents of the output folders at the end of a run, part by part, with the reports on each part.
 #pragma once
 
 #include <map>

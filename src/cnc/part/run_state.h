@@ -91,7 +91,7 @@ struct PartState {
 /// What the first pass of a part has made and the second pass must not make again.
 struct FirstSide {
     std::vector<DrilledHole> holes;
-    std::vector<DrilledHole> told;  ///< Holes and pins that it has told of.
+    std::vector<DrilledHole> told;  ///< Holes and pins that it has reported.
     std::vector<CutContour> paths;
     std::vector<Removal> removals;  ///< Of its operations, as its side has them.
 };

@@ -8,8 +8,8 @@
 
 namespace brenvik {
 
-/// The whole file, a title above and a legend below. The paths have the coordinates of the part file, four
-/// decimals at most; each tells its kind as its class and its layer as `data-layer`.
+/// The whole file, a title above and a legend below. The paths have the coordinates of the part file, with at
+/// most four decimals; each has its kind as its class and its layer as `data-layer`.
 std::string PictureAsSvg(const PartPicture& picture, std::string_view title);
 
 }  // namespace brenvik

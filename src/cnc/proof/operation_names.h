@@ -40,8 +40,8 @@ struct OperationName {
 struct NameContext {
     Target target = Target::C2C;
     bool metric = true;
-    /// The tools of the part's material: where a number follows the tool without a mark between them, they
-    /// tell where it begins.
+    /// The tools of the part's material: if a number follows the tool without a mark between them, they show
+    /// where it begins.
     std::span<const std::string> tools = {};
     /// The depth that the entity has, which decides where two tools fit such a name.
     std::optional<double> depthOfEntity = {};

@@ -1,4 +1,4 @@
-// What the text of a part file tells before anybody reads it as a drawing.
+// What the text of a part file shows before it is read as a drawing.
 #pragma once
 
 #include <cstddef>

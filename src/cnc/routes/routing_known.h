@@ -1,5 +1,5 @@
-// Contours as both passes of a part know them: which ones have been cut, and what to tell of those that
-// can be cut from neither side.
+// Contours as both passes of a part know them: which ones have been cut, and the reports on those that can be
+// cut from neither side.
 #pragma once
 
 #include <string_view>

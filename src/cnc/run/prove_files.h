@@ -13,7 +13,7 @@ namespace brenvik {
 /// Where the files lie, and what is known of the run that has made them.
 struct FilesOfRun {
     std::string folder;  ///< Of first sides, with its separator; second sides are in "2-sided" below it.
-    std::optional<Target> target = {};  ///< Told by the names in the files unless somebody knows better.
+    std::optional<Target> target = {};  ///< By the names in the files unless it is given.
     /// In runs from the grid equal parts share a file, and its number identifies no part.
     RunForm form = RunForm::A;
     /// What the drawing says of its unit, which a run hands down; none where nobody knows it.

@@ -45,7 +45,7 @@ class WorkListProof {
     Line LineFor(const RunState& run, const std::string& file, bool secondSide) const;
     std::string PathOf(bool secondSide, Target target) const;
     static Texts LinesOf(const std::string& path);
-    /// Takes the lines of the head off; tells one that another program has changed.
+    /// Takes the lines of the head off; reports one that another program has changed.
     void CompareHead(const std::string& list, Texts& lines, Texts& told) const;
     void Compare(bool secondSide, bool allCount, Texts& told) const;
     /// What is wrong with the line of a file, if anything is.

@@ -10,7 +10,7 @@
 
 namespace brenvik {
 
-/// What the user is told before and after.
+/// The messages before and after a run.
 inline constexpr std::string_view RunWarning =
     "This utility will set your ucsfollow and ucsortho system variables to 0, "
     "set your plinetype to 2, osnapcoord to 2, and turn off backup copies. "
@@ -32,7 +32,7 @@ void PrepareSession(RunState& run);
 /// Quantities written to solids for the length of the part files: "1" again when it goes.
 class LentQuantities {
   public:
-    /// What keeps its lent quantity, and would go on with it in the drawing, is told in the report.
+    /// Quantities that stay lent, and would be saved with the drawing, are reported.
     explicit LentQuantities(RunReport& report) : mReport(report) {}
     ~LentQuantities();
     LentQuantities(const LentQuantities&) = delete;

@@ -24,7 +24,7 @@ struct BorePlan {
     bool impossible = false;  ///< No circle lies opposite this one.
 };
 
-/// The slots of one round. What a slot holds outlives the round, and `has…` tells whether this round filled
+/// The slots of one round. What a slot holds outlives the round, and `has…` says whether this round filled
 /// it.
 class BoreLevels {
   public:

@@ -61,7 +61,7 @@ struct PrintMargins {
 
 /// How a grid is to be printed: its visible columns and all of its rows.
 struct PrintJob {
-    /// What is told while the job runs and can be cancelled.
+    /// Shown while the job runs and can be cancelled.
     std::string abortMessage;
     std::string jobName;
     /// A line above and a line below the cells of each sheet.

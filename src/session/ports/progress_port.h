@@ -1,4 +1,4 @@
-// What a user is told while long work goes on, and how they end it.
+// What a user sees of long work, and how they end it.
 #pragma once
 
 #include <string_view>

@@ -1,5 +1,5 @@
-// Numbers by which two solids can be told apart wherever they stand. A measuring component that has them
-// offers this interface beside its own.
+// Numbers that distinguish two solids wherever they stand. A measuring component that has them offers this
+// interface beside its own.
 #pragma once
 
 #include <algorithm>
@@ -11,7 +11,7 @@
 namespace brenvik {
 
 /// A solid's marks don't depend on its place and turn; they differ for a mirrored one, unless it is its own
-/// mirror image. Without marks nothing can be told.
+/// mirror image. Solids without marks can't be distinguished.
 struct ShapeMarks {
     struct Mark {
         double value = 0;

@@ -20,7 +20,7 @@ struct ChosenFaces {
 };
 
 /// Answers: points on faces (a point on an edge takes both), ALL for all faces of the solid, Remove and Add,
-/// Undo. The first pick tells the solid; an empty answer ends.
+/// Undo. The first pick determines the solid; an empty answer ends.
 class FaceQuestion final : public Question {
   public:
     /// `solid` may be known already from an earlier pick; nothing otherwise.

@@ -1,5 +1,5 @@
-// The command line of one document: cuts typed text into answers, keeps the commands that wait for more,
-// and is what those commands ask, tell and look things up with.
+// The command line of one document: cuts typed text into answers, keeps the commands that wait for more, and
+// gives those commands their questions, their output and what they look up.
 #pragma once
 
 #include <coroutine>
@@ -45,8 +45,8 @@ class CommandSession {
     HostDocument& Document() const { return mDocument; }
     HostCommandLine& Line() const { return mLine; }
     void Tell(std::string_view line) const;  ///< Writes a line to the host's transcript.
-    /// Tells that something typed, or something that it asked for, wasn't taken: a word that nobody knows, an
-    /// answer that doesn't fit, an object out of reach.
+    /// Reports a refusal of something typed, or of something that it asked for: an unknown word, an answer
+    /// that doesn't fit, an object out of reach.
     void Refuse(std::string_view line) const;
 
     PointQuestion AskPoint(std::string_view prompt, std::string_view keywords = {},

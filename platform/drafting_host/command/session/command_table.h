@@ -10,7 +10,7 @@ namespace brenvik {
 class CommandSession;
 
 struct HostCommand {
-    std::string_view name;     ///< In capitals, as told to others.
+    std::string_view name;     ///< In capitals, as the transcript shows it.
     std::string_view aliases;  ///< Parted by blanks.
     Asking<void> (*run)(CommandSession& session);
     bool transparent = false;  ///< May be typed with an apostrophe while another command is open.

@@ -1,5 +1,5 @@
-// A question waiting on the command line. It is what a command co_awaits: made with its prompt, it takes
-// typed answers until one settles it, tells what is wrong with the others, and hands over what was meant.
+// A question waiting on the command line. A command co_awaits it: made with its prompt, it takes typed
+// answers until one settles it, reports what is wrong with the others, and returns what was meant.
 #pragma once
 
 #include <coroutine>
@@ -22,7 +22,7 @@ class Question {
 
     /// The text that asks, without a blank at its end.
     virtual std::string Prompt() const = 0;
-    /// True when the answer settles the question. A wrong one is told on the command line.
+    /// True if the answer settles the question. A wrong one is reported on the command line.
     virtual bool Take(const std::string& answer) = 0;
     /// True where a blank behind what is typed so far belongs to the answer and doesn't end it.
     virtual bool BlankBelongsTo(std::string_view) const { return false; }

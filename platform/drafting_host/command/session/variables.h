@@ -13,9 +13,9 @@ class CommandSession;
 
 struct HostVariable {
     enum class Kind { Whole, Real, Text, Point };
-    /// Drawing: saved with it, in the header of its file. Profile: one value for the host as a whole.
-    /// Fixed: told by the drawing itself and never set. Space: model space (1) or paper space (0). Layer:
-    /// the current one. Viewport: the number of the viewport entered, 1 on the sheet, 2 in model space.
+    /// Drawing: saved with it, in the header of its file. Profile: one value for the host as a whole. Fixed:
+    /// derived from the drawing and never set. Space: model space (1) or paper space (0). Layer: the current
+    /// one. Viewport: the number of the viewport entered, 1 on the sheet, 2 in model space.
     enum class Place { Drawing, Profile, Fixed, Space, Layer, Viewport };
 
     std::string_view name;

@@ -14,7 +14,7 @@ namespace brenvik {
 
 class HostDocument;
 
-/// What a file's content tells it to be.
+/// The kind of a file, by its content.
 enum class DrawingKind { DxfText, DxfBinary, DwgBinary, Step, AcisText, AcisBinary, Unknown };
 
 /// Looks at the beginning of a file.

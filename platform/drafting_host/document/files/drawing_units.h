@@ -1,6 +1,6 @@
-// The one rule of units at the borders of a drawing. Lengths of a drawing are in the unit of the shop's
-// drawings. A file that names its unit is brought to that one when it is opened, a file without a unit is in
-// it already, and the user's word for a file's unit stands above the file's own. Each change is told.
+// The one rule of units where drawings are read and written. Lengths of a drawing are in the unit of the
+// shop's drawings. A file that names another unit is converted when it is opened, a file without a unit is in
+// the shop's already, and a unit that the user gives overrides the file's own. Each change is reported.
 #pragma once
 
 #include <filesystem>
@@ -43,9 +43,9 @@ struct UnitStep {
 /// `fileMillimetres` is the length of the unit that the file states, empty if it states none.
 UnitStep StepToDrawing(const UnitChoice& choice, std::optional<double> fileMillimetres);
 
-/// Brings a document that was just read from a DXF to the drawing's unit, and names that unit in it where it
-/// changed. Solids keep the letters that they have: the saved extents follow. A unit that is unknown is told,
-/// and counts as a loss unless the user has said which it is.
+/// Brings a document that was just read from a DXF to the drawing's unit, and names that unit in it if it
+/// changed. Solids keep the letters that they have: the saved extents follow. An unknown unit is reported,
+/// and counts as a loss unless the user has given one.
 void BringToUnit(HostDocument& document, const UnitChoice& choice);
 
 /// ReadDrawing with the lengths of the file brought to the drawing's unit.

@@ -22,14 +22,14 @@ void ImportStep(HostDocument& document, const std::filesystem::path& path, const
 void ImportAcis(HostDocument& document, std::string_view content, const std::filesystem::path& path,
                 const ReadOptions& options, const UnitChoice& units);
 
-/// The solids of model space for a STEP file; other entities are told in `problems`.
+/// The solids of model space for a STEP file; other entities are reported in `problems`.
 std::vector<step::StepSolid> StepSolidsOf(const HostDocument& document, std::vector<std::string>& problems);
 
 /// How many solids of model space show in the colour of their layer, which STEP has as their own.
 std::size_t ColoredByLayer(const HostDocument& document);
 
-/// One ACIS text of all solids of model space, whose head names `unit`; those that it can't hold and other
-/// entities are told in `problems`. Throws Failure where no solid is left.
+/// One ACIS text of all solids of model space, whose head names `unit`. Solids that it can't hold and other
+/// entities are reported in `problems`. Throws Failure if no solid is left.
 std::vector<std::string> AcisLinesOf(const HostDocument& document, LengthUnit unit,
                                      std::vector<std::string>& problems);
 

@@ -1,4 +1,4 @@
-// What files of other systems have no place for: part data, layers and colours. It is told once for all
+// What files of other systems have no place for: part data, layers and colours. It is reported once for all
 // parts, since nobody could see in the file that it is gone.
 #pragma once
 
@@ -20,13 +20,13 @@ std::array<std::pair<std::string_view, std::string>, 4> DataOfReading(const std:
 /// The text of a solid's part data; blank where there is none.
 std::string PartText(const HostEntity& entity, std::string_view key);
 
-/// Tells the parts with data that `form` has no place for, all but those under `kept`. What reading the file
-/// gives again by itself isn't lost.
+/// Reports the parts with data that `form` has no place for, except data under `kept`. Data that reading the
+/// file restores by itself aren't lost.
 void TellLostPartData(const HostDocument& document, const std::vector<const HostSolid*>& solids,
                       std::string_view form, const std::vector<std::string_view>& kept,
                       std::vector<std::string>& problems);
 
-/// Tells that ACIS text knows neither layers nor colours, where there are any.
+/// Reports that ACIS text can't hold layers and colours, if there are any.
 void TellLostLooks(const std::vector<const HostSolid*>& solids, std::vector<std::string>& problems);
 
 }  // namespace brenvik

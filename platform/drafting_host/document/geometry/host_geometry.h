@@ -75,7 +75,7 @@ double AreaOf(const LWPolylineData& data);
 inline constexpr int ClosedPolylineFlag = 1;
 inline constexpr int SpacePolylineFlag = 8;
 inline constexpr int SpaceVertexFlag = 32;
-/// The kinds of old-style polylines, told by the flags of group 70.
+/// The kinds of old-style polylines, by the flags of group 70.
 enum class PolylineKind { Plane, Space, PolygonMesh, PolyfaceMesh };
 PolylineKind KindOf(const PolylineData& data);
 

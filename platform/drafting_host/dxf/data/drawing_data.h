@@ -77,8 +77,8 @@ struct LWPolylineData {
     Point3 normal{0, 0, 1};
     friend bool operator==(const LWPolylineData&, const LWPolylineData&) = default;
 };
-/// An old-style polyline: plane ("AcDb2dPolyline", vertices in its own plane), in space
-/// ("AcDb3dPolyline"), a polygon mesh or a polyface mesh, told apart by the flags of group 70.
+/// An old-style polyline: plane ("AcDb2dPolyline", vertices in its own plane), in space ("AcDb3dPolyline"), a
+/// polygon mesh or a polyface mesh, distinguished by the flags of group 70.
 struct PolylineData {
     struct Vertex {
         Point3 point;

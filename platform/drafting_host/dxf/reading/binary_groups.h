@@ -1,7 +1,7 @@
-// A binary DXF file as a sequence of groups: a code of one or two bytes and a value whose kind the code
-// tells. Every value becomes what an ASCII file has for it (numbers as text, chunks of bytes as hexadecimal
-// digits, line ends and carets within texts as escapes), so that everything behind the groups reads both
-// kinds of file alike. Other texts are slices of the file.
+// A binary DXF file as a sequence of groups: a code of one or two bytes and a value, whose kind follows from
+// the code. Every value gets the form that it has in an ASCII file (numbers as text, chunks of bytes as
+// hexadecimal digits, line ends and carets within texts as escapes), so that all code behind the groups reads
+// both kinds of file alike. Other texts are slices of the file.
 #pragma once
 
 #include <cstddef>
@@ -22,9 +22,9 @@ class BinaryGroups {
     /// InvalidDxf where the 22 bytes at the begin are damaged, as by a transfer as text.
     BinaryGroups(std::string_view content, std::string_view fileName);
 
-    /// Reads the next group; its line is the place of its code, in bytes from 0. False at the end, with
-    /// `cut` set where the file breaks off. Throws InvalidDxf for a code that no release has: what follows
-    /// it can't be told apart.
+    /// Reads the next group; its line is the place of its code, in bytes from 0. False at the end, with `cut`
+    /// set where the file breaks off. Throws InvalidDxf for a code that no release has: the length of its
+    /// value is unknown.
     bool Next(Group& group, CutOff& cut);
     /// The place that is read next.
     std::size_t Place() const { return mAt; }

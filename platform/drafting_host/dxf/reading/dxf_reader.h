@@ -10,9 +10,9 @@ namespace brenvik {
 /// The drawing in a DXF file of release 12 to 2018: ASCII with any line end, or binary; texts in UTF-8 or a
 /// Windows code page. `fileName` is for messages only.
 ///
-/// What can't be taken over is told in the drawing's notes, with its line, or its place in bytes in a binary
-/// file: entities of kinds that a drawing doesn't hold, damaged or cut-off ones, handles used twice. The
-/// result is complete in itself: every name an entity uses stands in its table, every handle exists once.
+/// What can't be taken over is reported in the drawing's notes: with its line, or its place in bytes in a
+/// binary file: entities of kinds that a drawing doesn't hold, damaged or cut-off ones, handles used twice.
+/// The result is complete in itself: every name an entity uses stands in its table, every handle exists once.
 ///
 /// Throws Failure 321 "Invalid file format", naming file, place, what was expected and what was found, for
 /// content that is no DXF: an empty file, a binary drawing, a group code that is no number or has no kind.

@@ -17,14 +17,14 @@ class EntityReader {
   public:
     explicit EntityReader(Reading& reading) : mReading(reading) {}
 
-    /// Takes a record. `block` is the place of the block in which it stands; without one, in the section
-    /// of entities, the entity's own owner or paper space flag tells the space.
+    /// Takes a record. `block` is the place of the block that holds it; without one, in the section of
+    /// entities, the entity's own owner or paper space flag determines the space.
     void Take(Record& record, std::optional<std::size_t> block);
     /// Ends a polyline that lacks its end; called where a block or a section ends.
     void EndOpenPolyline(std::size_t line);
     /// Leaves out a polyline in which the file broke off; the text names it, or is empty.
     std::string DropOpenPolyline();
-    /// Tells the kinds that were passed over, and the colours that don't exist.
+    /// Reports the kinds that were passed over, and the colours that don't exist.
     void NotePassedOver();
 
   private:
@@ -50,7 +50,7 @@ class EntityReader {
     bool TakeInsertPart(const Record& record);
     bool TakePolylinePart(Record& record);
     void Refuse(const Record& record, const EntityRefused& refused);
-    /// Tells a handle that is no number in hexadecimal digits, or beyond reason.
+    /// Reports a handle that is no number in hexadecimal digits, or beyond reason.
     void NoteDamagedHandle(Groups groups, HandleValue read, std::size_t line);
     /// Reports counts that contradict the number of items that follow: a vertex may be missing.
     void NoteFalseCounts(const Record& record, Groups groups, const EntityGeometry& geometry);

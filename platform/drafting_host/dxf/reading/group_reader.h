@@ -46,8 +46,8 @@ class BinaryGroups;
 
 class GroupReader {
   public:
-    /// `content` outlives the reader, which outlives the groups' values. Binary content is told by how it
-    /// begins. A UTF-8 byte order mark is passed over. Throws InvalidDxf for a damaged binary begin.
+    /// `content` outlives the reader, which outlives the groups' values. Binary content is recognised by its
+    /// first bytes. A UTF-8 byte order mark is passed over. Throws InvalidDxf for a damaged binary begin.
     GroupReader(std::string_view content, std::string_view fileName);
     ~GroupReader();
 

@@ -65,7 +65,7 @@ struct Reading {
     /// Records of bodies whose data are still to come, by handle.
     std::map<HandleValue, KeptRecord> bodyRecords;
 
-    /// Tells something. Binary files have no lines: there the place in bytes goes into the text.
+    /// Adds a note. Binary files have no lines: there the place in bytes goes into the text.
     void Note(std::size_t line, std::string text, bool dataLost = true, bool isKept = false) {
         if (unit == PlaceUnit::Byte && line > 0) {
             text = Place(line) + ": " + text;
@@ -73,12 +73,12 @@ struct Reading {
         }
         data.notes.push_back({line, std::move(text), dataLost, isKept});
     }
-    /// Tells the first of many values of a sort that can't be, and at the end how many others there are.
+    /// Reports the first of many impossible values of one sort, and at the end the number of the others.
     void Doubt(const std::string& what, std::size_t line, std::string text, bool dataLost);
     void TellDoubts();
     std::string Place(std::size_t place) const { return PlaceText(place, unit); }
-    /// A text in a file of UTF-8 that isn't UTF-8 is guessed, and told at the end by the first one.
-    /// One with characters of an East Asian page that can't be decoded is told in the same way.
+    /// A text in a file of UTF-8 that isn't UTF-8 is guessed; the first one is reported at the end. The same
+    /// holds for one with characters of an East Asian page that can't be decoded.
     std::string Text(const Group& group) const;
     /// The same of the text that an entity's group ends, whose other pieces stand ahead of it.
     std::string Text(std::string_view text, std::size_t line) const;
@@ -89,7 +89,7 @@ struct Reading {
                         fiveDigitTexts = 0, firstFiveDigits = 0;
 };
 
-/// A layer's name; one that release 2000 refuses is changed, so that the drawing can be saved, and told.
+/// A layer's name; one that release 2000 refuses is changed, so that the drawing can be saved, and reported.
 std::string LayerNameOf(Reading& reading, const Group& group);
 
 /// A group's value as a finite number, a whole number, a handle. The first two throw EntityRefused; the
@@ -98,10 +98,10 @@ double RealOf(const Group& group);
 LongReal LongRealOf(const Group& group);
 int IntegerOf(const Group& group);
 HandleValue HandleOf(const Group& group);
-/// A whole number from `low` to `high`. Of another one `taken` is taken, and that is told as a remark; `what`
-/// says what was expected ("a colour").
+/// A whole number from `low` to `high`; otherwise `taken`, with a remark. `what` says what was expected ("a
+/// colour").
 int IntegerWithin(Reading& reading, const Group& group, int low, int high, std::string_view what, int taken);
-/// The flags of a group among those of `mask`; others are told as a remark.
+/// The flags of a group among those of `mask`; a remark reports others.
 int FlagsOf(Reading& reading, const Group& group, int mask);
 /// An angle in degrees as radians.
 double AngleOf(const Group& group);
@@ -116,8 +116,8 @@ const Group* FindGroup(Groups groups, int code);
 /// Throws EntityRefused unless each of the codes is there.
 void RequireGroups(Groups groups, std::initializer_list<int> codes, std::size_t line);
 
-/// Tells of groups of an entity that stand twice with different values where there can be one. Lists of
-/// vertices and the like are no matter for this.
+/// Reports groups of an entity that occur twice with different values though only one is allowed. Lists of
+/// vertices and the like are not affected.
 void TellDoubled(Reading& reading, std::string_view kind, Groups groups);
 
 /// The groups without application brackets (102 "{..." to 102 "}") and embedded objects (101).

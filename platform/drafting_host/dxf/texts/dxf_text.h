@@ -44,10 +44,10 @@ bool HoldsPageEscape(std::string_view text);
 /// Whether a text as it is written holds what a program may have meant as an escape of five digits
 /// ("\U+1F600"), which the format doesn't have.
 bool HoldsFiveDigitEscape(std::string_view written);
-/// What to tell of a file with so many of these texts.
+/// The report for a file with so many of these texts.
 std::string FiveDigitsNote(std::size_t texts);
 
-/// What to tell of a drawing with such texts, of which `first` is where or what the first one is.
+/// The report for a drawing with such texts; `first` names the first one or its place.
 std::string KeptEscapesNote(std::size_t texts, std::string_view first);
 
 /// The Windows number of a $DWGCODEPAGE such as "ANSI_1252"; 0 for a name that is none.

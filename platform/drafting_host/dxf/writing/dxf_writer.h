@@ -21,7 +21,7 @@ namespace brenvik {
 /// The release is 2000 (AC1015) for a drawing made here or read from an older file, else that of the file
 /// that was read, 2010 at most where there are bodies, which are written as text. What was read and has no
 /// value in the drawing is written as it was; references to what is gone since are taken out or become 0.
-/// What the release has no form for is left out and told in `unkept`, one line for each kind.
+/// What the release has no form for is left out and reported in `unkept`, one line for each kind.
 ///
 /// Throws Failure 5 "Invalid procedure call or argument", naming the thing, for a layer name with one of
 /// < > / \ " : ; ? * = | or the backquote in it, names that stand twice in a table, a polyline without

@@ -18,7 +18,7 @@ namespace brenvik {
 /// of one name, a reference to a block that isn't there, a polyline without vertices.
 class WritePlan {
   public:
-    /// `data` outlives the plan. What the release can't hold is told in `unkept`.
+    /// `data` outlives the plan. What the release can't hold is reported in `unkept`.
     WritePlan(const DrawingData& data, std::vector<std::string>& unkept);
 
     struct BlockPlan {

@@ -7,8 +7,8 @@
 
 namespace brenvik::step {
 
-/// Tells items with two styles of different colours and items on two layers, once for each kind with their
-/// number and the line of the first one's second look. A part is none the worse for it, so these are remarks.
+/// Reports items with two styles of different colours and items on two layers, once for each kind with their
+/// number and the line of the first one's second look. These are remarks, since no part suffers.
 void NoteDoubleLooks(const Statements& statements, const Quarantine& quarantine, CodePage codePage,
                      StepDocument& document);
 

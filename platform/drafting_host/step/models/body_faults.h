@@ -40,8 +40,8 @@ std::optional<ModelFault> FarPoint(const Handle(StepData_StepModel) & model);
 /// has no place in the middle of a transfer.
 BodyChecks CheckBodies(const Handle(StepData_StepModel) & model);
 
-/// What the units of length measure that representations of the model are in, each once. Asked before the
-/// modeller is told of another unit than millimetres.
+/// The units of length of the model's representations, in millimetres, each once. Asked before the modeller
+/// is set to another unit than millimetres.
 std::vector<double> MillimetresPerUnit(const Handle(StepData_StepModel) & model);
 
 }  // namespace brenvik::step

@@ -18,7 +18,7 @@ bool HasUnitlessContexts(const Statements& statements);
 /// where there is none.
 std::string WithUnitsOfLength(std::string content, LengthUnit unit);
 
-/// Tells these contexts with what their lengths are taken for.
+/// Reports these contexts with the unit that is assumed for their lengths.
 void NoteUnitlessContexts(const Statements& statements, LengthUnit unit, StepDocument& document);
 
 }  // namespace brenvik::step

@@ -17,8 +17,8 @@ bool HasMisreadPlaces(const Statements& statements);
 /// difference.
 std::string WithPlacesFromTheOrigin(std::string content);
 
-/// Tells the pairs that can't be written anew, and what places parts without being two placements: such parts
-/// come to lie where they are drawn.
+/// Reports pairs that can't be rewritten, and places that aren't given by two placements: such parts come to
+/// lie where they are drawn.
 void NoteDoubtfulPlaces(const Statements& statements, StepDocument& document);
 
 }  // namespace brenvik::step

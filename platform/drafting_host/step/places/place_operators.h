@@ -21,7 +21,7 @@ bool HasShortOperators(const Statements& statements);
 /// The content with all three axes in these: the modeller has rules of its own.
 std::string WithWholeOperators(std::string content);
 
-/// Tells the components that their places in assemblies mirror: they are read as they are drawn.
+/// Reports components whose places in assemblies mirror them: they are read as they are drawn.
 void NoteMirroredUsages(const Statements& statements, CodePage codePage, StepDocument& document);
 
 }  // namespace brenvik::step

@@ -32,7 +32,7 @@ struct UnitFault {
 /// in which no part is drawn. Nothing for a sound unit and for any other statement.
 std::optional<UnitFault> FaultOfUnit(const Statements& statements, const Statement& statement);
 
-/// Tells what contradicts itself in the units of length of the file's contexts: two of different sizes in one
+/// Reports contradictions in the units of length of the file's contexts: two of different sizes in one
 /// context, of which the last counts, and a unit whose name says another size than its factor, which counts.
 void NoteUnits(const Statements& statements, CodePage codePage, StepDocument& document);
 

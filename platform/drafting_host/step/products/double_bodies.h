@@ -6,7 +6,7 @@
 
 namespace brenvik::step {
 
-/// Tells a solid that stands twice among the items of one shape, and two solids of one shell in one shape.
+/// Reports a solid that occurs twice among the items of one shape, and two solids of one shell in one shape.
 /// Both become parts, the second in the place of the first.
 void NoteDoubleBodies(const Statements& statements, StepDocument& document);
 

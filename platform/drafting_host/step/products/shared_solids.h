@@ -15,7 +15,7 @@ bool HasSharedSolids(const Statements& statements);
 /// share the shape.
 std::string WithOwnSolids(std::string content);
 
-/// Tells these solids, and solids of different products that are bounded by one shell.
+/// Reports these solids, and solids of different products that are bounded by one shell.
 void NoteSharedSolids(const Statements& statements, CodePage codePage, StepDocument& document);
 
 }  // namespace brenvik::step

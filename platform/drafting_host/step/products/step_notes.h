@@ -1,4 +1,4 @@
-// What the reader of STEP files has to tell of what it left out, in words for a user.
+// What the reader of STEP files reports of the things it left out, in words for a user.
 #pragma once
 
 #include "drafting_host/step/texts/step_document.h"
@@ -13,23 +13,23 @@ std::string FirstTextOf(const Statements& statements, const Statement& statement
 /// The name of the product that a product definition stands for; blank for none.
 std::string ProductName(const Statements& statements, int definition, CodePage codePage);
 
-/// Tells the bodies, looks and papers that fell, the looks and papers as remarks.
+/// Reports bodies, looks and papers that were left out; looks and papers are remarks.
 void NoteQuarantine(const Quarantine& quarantine, const Statements& statements, CodePage codePage,
                     StepDocument& document);
 
 /// Reports text after the end of the file: as a remark, or as a loss where it holds statements.
 void NoteTail(const Statements& statements, StepDocument& document);
 
-/// Tells the code page of the names where it is none that the format has.
+/// Reports a code page of the names that the format doesn't have.
 void NoteCodePage(CodePage codePage, StepDocument& document);
 
-/// Tells names with characters that don't exist.
+/// Reports names with characters that don't exist.
 void NoteMendedTexts(const StandIns& texts, StepDocument& document);
 
-/// Tells texts with an escape that has no end or other digits than its kind, with the line of the first one.
+/// Reports texts whose escape has no end or wrong digits, with the line of the first one.
 void NoteBrokenEscapes(const StandIns& texts, const Statements& statements, StepDocument& document);
 
-/// Tells assembly usages whose parent and component the shapes' relationship has the other way round.
+/// Reports assembly usages whose parent and component the shapes' relationship has the other way round.
 void NoteContradictingUsages(const Statements& statements, StepDocument& document);
 
 /// Reports assembly usages without a place, of which the modeller makes no part.

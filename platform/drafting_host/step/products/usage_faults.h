@@ -6,7 +6,7 @@
 
 namespace brenvik::step {
 
-/// Tells usages that have two places, places that belong to no usage, and usages of a kind that isn't read.
+/// Reports usages that have two places, places that belong to no usage, and usages of an unsupported kind.
 void NoteDoubtfulUsages(const Statements& statements, StepDocument& document);
 
 }  // namespace brenvik::step

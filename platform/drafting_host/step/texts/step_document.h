@@ -32,7 +32,7 @@ struct StepSolid {
     bool visible = true;
 };
 
-/// Something that the reader has to tell.
+/// A report of the reader.
 struct StepNote {
     std::string text;
     std::size_t line = 0;  ///< Of the file, from 1; 0 when there is none.
@@ -41,8 +41,8 @@ struct StepNote {
     bool operator==(const StepNote&) const = default;
 };
 
-/// The solids in the order of the file, what the reader had to tell, and what the file's units of length
-/// measure, each once: most files have one.
+/// The solids in the order of the file, the reader's reports, and the sizes of the file's units of length,
+/// each once: most files have one.
 struct StepDocument {
     std::vector<StepSolid> solids;
     std::vector<StepNote> notes;
