@@ -86,6 +86,9 @@ std::optional<HostGeometry> ToHost(EntityGeometry& geometry, HandleValue handle,
                 ShapeData shape = ReadBody(data, handle, notes);
                 if (shape.shape.IsNull()) return std::nullopt;
                 TakeForSheet(shape, data, handle, notes);
+                // The shape takes the memory of its text: all texts and all shapes at once are too much for
+                // large drawings.
+                std::string().swap(data.text);
                 return shape;
             } else {
                 return std::move(data);

@@ -20,7 +20,11 @@ bool IsInClear(std::string_view firstLine) {
 
 std::string AcisTextOf(const std::vector<std::string>& lines) {
     const bool inClear = !lines.empty() && IsInClear(lines.front());
+    // A drawing holds thousands of these for a while, so none has room to spare.
+    std::size_t length = 0;
+    for (const std::string& line : lines) length += line.size() + 1;
     std::string text;
+    text.reserve(length);
     for (const std::string& line : lines) {
         text += inClear ? line : acis::DecodeLine(acis::UnescapeDxf(line));
         text += '\n';
