@@ -22,7 +22,7 @@ expect() {
 
 low='| `src/low` | a | the standard library |'
 high='| `src/high/room` | b | `low` |'
-own='| `platform/own` | c | `low`, `high/room` |'
+own='| `platform/own` | c | `high/room` |'
 echo '#include <string>' >"$root/src/low/text.h"
 echo '#include "low/text.h"' >"$root/src/high/room/form.h"
 printf '%s\n' '#include "high/room/form.h"' '#include "helper.h"' >"$root/platform/own/port.cpp"
@@ -32,6 +32,16 @@ expect 0 '' 'takes arrows that the plan names, and neighbours'
 
 write_plan "$low" "$high" '| `platform/own` | c | `low` |'
 expect 1 'platform/own/port.cpp:1: platform/own may not include src/high/room' 'refuses an arrow that is not in the plan'
+
+write_plan "$low" "$high" '| `platform/own` | c | `low`, `high/room` |'
+expect 1 'docs/architecture.md:5: platform/own includes nothing of src/low' 'refuses a pair that no file needs'
+
+write_plan "$low" "$high" "$own"
+printf '%s\n' '#include <TopoDS_Shape.hxx>' >"$root/platform/own/shape.h"
+expect 1 'platform/own/shape.h:1: the row of platform/own does not name Open CASCADE' "refuses the modeller where the plan doesn't name it"
+write_plan "$low" "$high" '| `platform/own` | c | `high/room`, Open CASCADE |'
+expect 0 '' 'takes the modeller where the plan names it'
+rm "$root/platform/own/shape.h"
 
 write_plan '| `src/low` | a | `high/room` |' "$high" "$own"
 expect 1 'src/low may include high/room, which has no row above' 'refuses a plan with an arrow that runs up'

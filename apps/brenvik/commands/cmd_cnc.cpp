@@ -3,9 +3,9 @@
 #include <memory>
 #include <system_error>
 
+#include "commands/all_commands.h"
 #include "commands/cnc_call.h"
 #include "reports/run_teller.h"
-#include "shell/command_line.h"
 #include "shell/target_words.h"
 
 namespace brenvik::app {

@@ -2,6 +2,7 @@
 #include <iostream>
 #include <memory>
 
+#include "commands/all_commands.h"
 #include "drawings/drawing_io.h"
 #include "drawings/drawing_unit.h"
 #include "drawings/given_material.h"
@@ -9,7 +10,7 @@
 #include "file_roots/places.h"
 #include "home/home_files.h"
 #include "home/workplace.h"
-#include "shell/command_line.h"
+#include "shell/drawing_options.h"
 
 namespace brenvik::app {
 

@@ -1,8 +1,8 @@
 // brenvik desktop: starts the desktop program that lies beside this one.
 #include <memory>
 
+#include "commands/all_commands.h"
 #include "commands/desktop_start.h"
-#include "shell/command_line.h"
 
 namespace brenvik::app {
 

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "base/failure.h"
+#include "commands/all_commands.h"
 #include "commands/list_choice_options.h"
 #include "console/console_dialogs.h"
 #include "drawings/drawing_io.h"
@@ -18,7 +19,7 @@
 #include "parts/part_trouble.h"
 #include "reports/run_dialogs.h"
 #include "reports/terminal_progress.h"
-#include "shell/command_line.h"
+#include "shell/drawing_options.h"
 
 namespace brenvik::app {
 

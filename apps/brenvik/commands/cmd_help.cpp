@@ -2,8 +2,8 @@
 #include <iostream>
 #include <memory>
 
+#include "commands/all_commands.h"
 #include "commands/control_list.h"
-#include "shell/command_line.h"
 
 namespace brenvik::app {
 

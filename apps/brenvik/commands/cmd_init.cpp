@@ -3,12 +3,12 @@
 #include <memory>
 #include <optional>
 
+#include "commands/all_commands.h"
 #include "console/console_dialogs.h"
 #include "file_roots/places.h"
 #include "home/install_home.h"
 #include "home/workplace.h"
 #include "settings/home_units.h"
-#include "shell/command_line.h"
 
 namespace brenvik::app {
 

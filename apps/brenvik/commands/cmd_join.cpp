@@ -2,6 +2,7 @@
 // over the whole drawing, which takes what came of a part in the place of the work on it.
 #include <memory>
 
+#include "commands/all_commands.h"
 #include "commands/cnc_call.h"
 #include "commands/join_folder.h"
 #include "commands/joined_shares.h"

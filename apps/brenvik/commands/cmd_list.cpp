@@ -3,6 +3,7 @@
 #include <memory>
 #include <string_view>
 
+#include "commands/all_commands.h"
 #include "commands/list_choice_options.h"
 #include "console/console_dialogs.h"
 #include "drawings/drawing_unit.h"
@@ -13,7 +14,7 @@
 #include "parts/grouped_quantities.h"
 #include "reports/list_output.h"
 #include "reports/terminal_progress.h"
-#include "shell/command_line.h"
+#include "shell/drawing_options.h"
 
 namespace brenvik::app {
 

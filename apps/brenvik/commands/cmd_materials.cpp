@@ -16,6 +16,7 @@
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/text.h"
+#include "commands/all_commands.h"
 #include "console/console_dialogs.h"
 #include "file_roots/places.h"
 #include "home/workplace.h"
@@ -25,7 +26,6 @@
 #include "settings/material_keys.h"
 #include "settings/materials.h"
 #include "settings/settings_store.h"
-#include "shell/command_line.h"
 #include "shell/shell_word.h"
 
 namespace brenvik::app {

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "base/letter_case.h"
+#include "commands/all_commands.h"
 #include "drawings/drawing_io.h"
 #include "drawings/drawing_unit.h"
 #include "drawings/grid_session.h"
@@ -13,7 +14,7 @@
 #include "home/workplace.h"
 #include "reports/run_dialogs.h"
 #include "session/library/brenvik_class.h"
-#include "shell/command_line.h"
+#include "shell/drawing_options.h"
 #include "tools/part_export.h"
 #include "tools/part_export_files.h"
 

@@ -3,10 +3,10 @@
 
 #include "base/letter_case.h"
 #include "cnc/picture/picture_svg.h"
+#include "commands/all_commands.h"
 #include "commands/desktop_start.h"
 #include "drawings/part_file.h"
 #include "file_roots/places.h"
-#include "shell/command_line.h"
 
 namespace brenvik::app {
 

@@ -7,6 +7,7 @@
 
 #include "cnc/part/run_state.h"
 #include "cnc/run/prove_files.h"
+#include "commands/all_commands.h"
 #include "drawings/drawing_unit.h"
 #include "drawings/grid_session.h"
 #include "drawings/several_drawings.h"
@@ -15,7 +16,7 @@
 #include "reports/run_dialogs.h"
 #include "reports/terminal_progress.h"
 #include "session/call.h"
-#include "shell/command_line.h"
+#include "shell/drawing_options.h"
 #include "shell/target_words.h"
 
 namespace brenvik::app {

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "cnc/proof/run_proof.h"
+#include "commands/all_commands.h"
 #include "commands/journal_prompts.h"
 #include "commands/journal_run.h"
 #include "drafting_host/document/drawing_history.h"
@@ -25,7 +26,7 @@
 #include "reports/run_transcript.h"
 #include "session/message_text.h"
 #include "settings/frm_materials.h"
-#include "shell/command_line.h"
+#include "shell/drawing_options.h"
 #include "shell/shell_word.h"
 
 namespace brenvik::app {

@@ -2,13 +2,14 @@
 #include <iostream>
 #include <memory>
 
+#include "commands/all_commands.h"
 #include "drafting_host/document/files/drawing_files.h"
 #include "drawings/drawing_io.h"
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
 #include "home/workplace.h"
 #include "sample/sample_job.h"
-#include "shell/command_line.h"
+#include "shell/drawing_options.h"
 
 namespace brenvik::app {
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/letter_case.h"
+#include "commands/all_commands.h"
 #include "console/console_dialogs.h"
 #include "file_roots/places.h"
 #include "home/told_settings.h"
@@ -14,7 +15,6 @@
 #include "settings/home_units.h"
 #include "settings/setting_values.h"
 #include "settings/settings_keys.h"
-#include "shell/command_line.h"
 
 namespace brenvik::app {
 

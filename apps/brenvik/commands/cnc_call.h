@@ -11,7 +11,7 @@
 #include "drawings/drawing_unit.h"
 #include "home/held_home.h"
 #include "session/ports/workers_port.h"
-#include "shell/command_line.h"
+#include "shell/drawing_options.h"
 
 namespace brenvik {
 class FileRoots;

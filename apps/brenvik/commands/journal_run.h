@@ -8,7 +8,7 @@
 
 #include "drawings/drawing_unit.h"
 #include "session/ports/dialog_port.h"
-#include "shell/command_line.h"
+#include "shell/drawing_options.h"
 
 namespace brenvik {
 class JournalHands;

@@ -6,7 +6,7 @@
 
 #include "query/list_options.h"
 #include "reports/teller.h"
-#include "shell/command_line.h"
+#include "shell/command_words.h"
 
 namespace brenvik::app {
 

@@ -12,7 +12,7 @@
 #include "file_roots/guarded_files.h"
 #include "home/kept_files.h"
 #include "reports/teller.h"
-#include "shell/command_line.h"
+#include "shell/drawing_options.h"
 
 namespace brenvik::app {
 

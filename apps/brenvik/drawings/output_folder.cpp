@@ -7,7 +7,7 @@
 #include "file_roots/file_roots.h"
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
-#include "shell/command_line.h"
+#include "shell/command_words.h"
 
 namespace brenvik::app {
 

@@ -98,18 +98,14 @@ std::string ListOfMethods() {
 
 }  // namespace
 
-int RunCommandLine(int argc, char** argv) {
+int RunCommandLine(const std::vector<Command>& commands, int argc, char** argv) {
     CommandLine line;
     line.parser.add_option("--home", line.home, "The install folder (or the variable BRENVIK_HOME)")
         ->type_name("DIR")
         ->check(CLI::Validator(CheckGiven, ""));
     line.parser.set_version_flag("--version", "brenvik " BRENVIK_VERSION);
     line.parser.require_subcommand(1);
-    for (const Command& command :
-         {InitCommand(), ListCommand(), ExportCommand(), CncCommand(), JoinCommand(), ProveCommand(),
-          RunCommand(), ConvertCommand(), SampleCommand(), SettingsCommand(), MaterialsCommand(),
-          PartsCommand(), PictureCommand(), DesktopCommand(), HelpCommand()})
-        AddCommand(line.parser, command, line);
+    for (const Command& command : commands) AddCommand(line.parser, command, line);
     line.parser.footer(ListOfMethods() +
                        "\nExit status: 0 done, with what had to be assumed reported on standard error; 1 "
                        "done, but something was\n"

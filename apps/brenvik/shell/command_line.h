@@ -1,51 +1,14 @@
-// The program's commands, each from a file of its own, and the options that several of them have.
+// From the words of a call to the command that they name.
 #pragma once
 
-#include <string>
 #include <vector>
 
 #include "shell/command_words.h"
 
 namespace brenvik::app {
 
-/// The options of commands that read a drawing.
-struct DrawingOptions {
-    std::string drawing;
-    std::string letters = "LWT";
-    bool lettersGiven = false;  ///< By the user, not by default.
-    std::string material;
-    std::string save;
-    std::vector<std::string> handles;
-    bool quiet = false;
-    bool onlySaves = false;  ///< The command saves the drawing as a whole and asks nothing else of it.
-
-    Argument DrawingWord();
-    /// The drawing to write, as a word by its place.
-    Argument OutWord();
-    Argument Letters();
-    Argument Material();
-    Argument Save();
-    Argument Select();
-    Argument Quiet();
-};
-
-Command CncCommand();
-Command JoinCommand();
-Command InitCommand();
-Command ListCommand();
-Command ExportCommand();
-Command RunCommand();
-Command ConvertCommand();
-Command SampleCommand();
-Command SettingsCommand();
-Command MaterialsCommand();
-Command PartsCommand();
-Command ProveCommand();
-Command PictureCommand();
-Command HelpCommand();
-Command DesktopCommand();
-
-/// Parses the words, runs the command and reports its errors on standard error. Returns the exit status.
-int RunCommandLine(int argc, char** argv);
+/// Parses the words, runs the command among `commands` that they name, and reports its errors on standard
+/// error. Returns the exit status.
+int RunCommandLine(const std::vector<Command>& commands, int argc, char** argv);
 
 }  // namespace brenvik::app

@@ -1,7 +1,8 @@
 // The options that commands share, worded once.
+#include "shell/drawing_options.h"
+
 #include "base/letter_case.h"
 #include "settings/material_keys.h"
-#include "shell/command_line.h"
 
 namespace brenvik::app {
 
