@@ -64,10 +64,9 @@ std::optional<std::string> FaultOfLettersInUse(const AcadEntity& solid) {
     std::string letters;
     std::array<std::string, 3> saved;
     const bool read = Skip([&] {
-        const std::string handle = solid.Handle();
-        letters = mAutoCAD::GetPartData(handle, "ORIE");
+        letters = mAutoCAD::PartDataOf(solid, "ORIE");
         for (std::size_t i = 0; i < saved.size(); ++i)
-            saved[i] = mAutoCAD::GetPartData(handle, "OLDVALUE" + std::to_string(i + 1));
+            saved[i] = mAutoCAD::PartDataOf(solid, "OLDVALUE" + std::to_string(i + 1));
     });
     if (!read || IsBlank(letters) || LettersFault(letters)) return std::nullopt;
     // Letters from another program come without saved sizes, so they can't be checked.
@@ -84,10 +83,10 @@ void NoteMissingLetters(const AcadEntity& solid) {
     std::string handle, name, letters;
     const bool read = Skip([&] {
         handle = solid.Handle();
-        letters = mAutoCAD::GetPartData(handle, "ORIE");
+        letters = mAutoCAD::PartDataOf(solid, "ORIE");
     });
     if (!read || !IsBlank(letters)) return;
-    Skip([&] { name = mAutoCAD::GetPartData(handle, "PartName"); });
+    Skip([&] { name = mAutoCAD::PartDataOf(solid, "PartName"); });
     NotePartTrouble(
         {handle, name,
          "it has no letters (ORIE) and is taken for LWT, its longest size being the length and its "

@@ -45,7 +45,7 @@ struct ExportedSolid {
 
 ExportedSolid SolidOf(const AcadEntity& entity) {
     ExportedSolid solid{entity.Handle(), {}};
-    Skip([&] { solid.name = mAutoCAD::GetPartData(solid.handle, "PartName"); });
+    Skip([&] { solid.name = mAutoCAD::PartDataOf(entity, "PartName"); });
     return solid;
 }
 

@@ -44,7 +44,7 @@ void BVGroup(AcadApplication&) {
     for (int i = 0; i < selected.Count(); ++i) {
         AcadEntity* entity = selected.Item(i);
         std::string name;
-        Skip([&] { name = FoldUpper(mAutoCAD::GetPartData(entity->Handle(), "SubAssembly")); });
+        Skip([&] { name = FoldUpper(mAutoCAD::PartDataOf(*entity, "SubAssembly")); });
         // A part without a sub assembly has no group; neither has one whose name the host refuses.
         if (IsBlank(name)) continue;
         ChangeOrTell(*entity, [&](AcadEntity&) {
