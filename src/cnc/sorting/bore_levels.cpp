@@ -5,8 +5,8 @@
 
 namespace brenvik {
 
-void BoreLevels::Begin(const RouteRim& bottom) {
-    mBottom = &bottom;
+void BoreLevels::Begin(const RouteRim& rimB) {
+    mB = &rimB;
     mHasM1 = mHasM2 = mHasT = false;
 }
 
@@ -26,7 +26,7 @@ void BoreLevels::TakeTop(RouteRim& rim) {
 }
 
 void BoreLevels::TakeBetween(RouteRim& rim) {
-    const bool same = SameLength(rim.diameter, mBottom->diameter);
+    const bool same = SameLength(rim.diameter, mB->diameter);
     if (!mHasM1 && !mHasM2) {
         if (same)
             PutM1(rim);
@@ -65,15 +65,15 @@ void BoreLevels::TakeBesideM2(RouteRim& rim, bool same) {
     }
 }
 
-BorePlan BoreLevels::PlanThroughStep() const {
-    const bool narrower = Less(mBottom->diameter, T->diameter);
-    const bool wider = Less(T->diameter, mBottom->diameter);
+BorePlan BoreLevels::PlanOfAllFour() const {
+    const bool narrower = Less(mB->diameter, T->diameter);
+    const bool wider = Less(T->diameter, mB->diameter);
     BorePlan plan{.dropM1 = true};
     if (narrower && !Less(M1->center.z, M2->center.z)) {
-        plan.through = BorePlan::Through::Bottom;
+        plan.through = BorePlan::Through::B;
         plan.dropT = plan.pocket = true;
     } else if (wider && SameLength(M2->center.z, M1->center.z)) {
-        plan.through = BorePlan::Through::Top;
+        plan.through = BorePlan::Through::T;
         plan.dropB = plan.dropM2 = true;
     } else {
         plan.dropB = plan.dropT = plan.pocket = true;
@@ -82,13 +82,13 @@ BorePlan BoreLevels::PlanThroughStep() const {
 }
 
 BorePlan BoreLevels::Plan() const {
-    if (mHasM2 && mHasM1 && mHasT) return PlanThroughStep();
+    if (mHasM2 && mHasM1 && mHasT) return PlanOfAllFour();
     // If this round found no M1, the slot still names an earlier round's circle. That circle is gone;
     // deleting it fails, harmlessly.
     if (mHasM2 && !mHasT) return {.dropB = true, .dropM1 = true, .dropM2 = true};
     if (mHasM2) return {.pocket = true, .dropT = true};
     if (mHasM1) return {.dropB = true, .dropM1 = true, .dropT = mHasT};
-    if (mHasT) return {.through = BorePlan::Through::Bottom, .dropT = true, .otherSide = false};
+    if (mHasT) return {.through = BorePlan::Through::B, .dropT = true, .otherSide = false};
     return {.otherSide = false, .impossible = true};
 }
 

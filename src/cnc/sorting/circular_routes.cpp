@@ -119,9 +119,9 @@ class CircularRoutes {
     }
 
     void CarryOut(const BorePlan& plan, RouteRim& bottom) {
-        if (plan.through == BorePlan::Through::Bottom) {
+        if (plan.through == BorePlan::Through::B) {
             MakeThrough(bottom, plan.otherSide ? 0 : PlainColor);
-        } else if (plan.through == BorePlan::Through::Top) {
+        } else if (plan.through == BorePlan::Through::T) {
             RouteRim& top = *mLevels.T;
             top.circle->Move({0, 0, top.center.z}, {0, 0, 0});
             MakeThrough(top, 0);
