@@ -10,6 +10,9 @@ namespace brenvik {
 /// Joins one chain of what stands on unlocked layers: lines and arcs become one polyline.
 inline constexpr std::string_view JoinCommand = "pedit\rall\ry\rj\rall \r\r";
 
+/// Takes apart what stands on unlocked layers: solids to regions and bodies, those to curves.
+inline constexpr std::string_view ExplodeCommand = "explode\rall\r\r";
+
 /// How many lines and arcs stand on a layer; stops counting at `most`.
 int CurvesOn(AcadDocument& drawing, std::string_view layer, int most);
 

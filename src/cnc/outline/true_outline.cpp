@@ -1,10 +1,9 @@
-// Sections of the part at many heights, laid over each other and joined to the outside profile.
+// The united sections of the part, joined to the outside profile.
 #include "cnc/outline/true_outline.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <map>
 #include <string_view>
 #include <vector>
 
@@ -20,29 +19,17 @@
 #include "cnc/part/operation_layer.h"
 #include "cnc/part/part_measures.h"
 #include "cnc/part/told.h"
-#include "cnc/part/trial_objects.h"
 #include "cnc/plan/plan_sides.h"
 #include "cnc/targets/target_table.h"
-#include "session/session.h"
 #include "settings/settings_store.h"
 
 namespace brenvik {
 
 namespace {
 
-constexpr int HeightDecimals = 6, FootprintDecimals = 4;
-constexpr double MetricStep = 1, ImperialStep = 0.0625;
-/// The first section lies just above the lowest face.
-constexpr double Above = 0.01;
-/// Half the width of the plane's triangle: no part reaches so far.
-constexpr double Far = 100000;
+constexpr int FootprintDecimals = 4;
 /// Joining stops when the running total of curves left equals this number exactly (`!=` on purpose).
 constexpr int CurvesInAll = 50;
-/// How far the frame around the outline stands clear of the part.
-constexpr double Clear = 1;
-constexpr double NoTaper = 0;
-constexpr int VolumeDecimals = 6;
-constexpr std::string_view ExplodeCommand = "explode\rall\r\r";
 constexpr int Many = 1'000'000;
 /// Of square units: the rounding of areas, far below any real widening.
 constexpr double SameArea = 1e-6;
@@ -50,8 +37,6 @@ constexpr double SameArea = 1e-6;
 constexpr double SameReach = 1e-3;
 /// A tip that reaches out further than this always shows in a trial cut.
 constexpr double SureReach = 0.05;
-/// Of heights at which the part is sliced, and at which its section changes.
-constexpr double SameLevel = 1e-6;
 /// Of the width that the question about bits names.
 constexpr int WidthDecimals = 2;
 
@@ -100,6 +85,8 @@ std::vector<AcadLWPolyline*> LumpsAmong(const std::vector<AcadLWPolyline*>& cont
 
 }  // namespace
 
+TrueOutline::TrueOutline(RunState& run) : mRun(run), mPart(BoxOfPart(run)), mSections(run, mPart) {}
+
 void TrueOutline::NameProfile(AcadLWPolyline& profile) const {
     profile.SetColor(layers::OutlineColor);
     profile.SetThickness(-ThroughDepth(mRun));
@@ -132,51 +119,11 @@ void TrueOutline::Begin(AcadLWPolyline* keptFace) {
 
 bool TrueOutline::FillsTheBox() const {
     if (mProfile == nullptr || mProfile->Coordinates().size() != 8) return false;
-    const Box3 part = BoxOfPart(mRun), path = mProfile->GetBoundingBox();
-    const Point3 low{part.min.x, part.min.y, path.min.z}, high{part.max.x, part.max.y, path.max.z};
-    const double area = (part.max.x - part.min.x) * (part.max.y - part.min.y);
+    const Box3 path = mProfile->GetBoundingBox();
+    const Point3 low{mPart.min.x, mPart.min.y, path.min.z}, high{mPart.max.x, mPart.max.y, path.max.z};
+    const double area = (mPart.max.x - mPart.min.x) * (mPart.max.y - mPart.min.y);
     return NearlyEqual(path.min, low) && NearlyEqual(path.max, high) &&
            std::abs(mProfile->Area() - area) < SameArea;
-}
-
-void TrueOutline::Unite(AcadRegion* section) {
-    section->SetLayer(layers::RegionPv);
-    if (mRegion == nullptr)
-        mRegion = section;
-    else
-        mRegion->Boolean(BooleanKind::Union, *section);
-}
-
-/// Whether anything of the part stands outside a region that lies on the top plane: on a frame around it, or
-/// on its openings. The region is used up.
-bool TrueOutline::StandsOutside(AcadRegion& covered) const {
-    AcadDocument& drawing = *mRun.part.drawing;
-    Acad3DSolid& part = LastSolid(drawing);
-    const Box3 box = part.GetBoundingBox();
-    const double left = box.min.x - Clear, right = box.max.x + Clear, front = box.min.y - Clear,
-                 back = box.max.y + Clear;
-    AcadLWPolyline* rim = drawing.ModelSpace().AddLightWeightPolyline(
-        std::array{left, front, right, front, right, back, left, back});
-    rim->SetClosed(true);
-    rim->SetElevation(TopPlane(mRun));
-    TrialObjects trials;
-    trials.Keep(rim);
-    trials.Keep(&covered);
-    // If the trial fails, the sections decide.
-    bool outside = true;
-    Skip([&] {
-        AcadRegion& frame = RegionOf(drawing, *rim, trials);
-        frame.Boolean(BooleanKind::Subtraction, covered);
-        frame.Move({0, 0, 0}, {0, 0, Clear});
-        const double height = mRun.part.PartThickness + 2 * Clear;
-        Acad3DSolid& around = trials.Keep(
-            drawing.ModelSpace().AddExtrudedSolid(frame, frame.Normal().z < 0 ? height : -height, NoTaper));
-        Acad3DSolid& rest = trials.Keep(dynamic_cast<Acad3DSolid*>(part.Copy()));
-        rest.Boolean(BooleanKind::Subtraction, around);
-        outside = RoundHalfEven(rest.Volume(), VolumeDecimals) <
-                  RoundHalfEven(mRun.part.PartVolume, VolumeDecimals);
-    });
-    return outside;
 }
 
 AcadRegion* TrueOutline::RegionOfProfile() const {
@@ -187,23 +134,12 @@ AcadRegion* TrueOutline::RegionOfProfile() const {
     return region;
 }
 
-/// Null where the part's sections can't be had.
-const SolidSections* TrueOutline::Sections() {
-    if (!mSections && !mWithoutSections) {
-        SectionPort* const port = ThePlatform().sections;
-        if (port != nullptr)
-            Skip([&] { mSections = port->HoldSolid(LastSolid(*mRun.part.drawing).ObjectID()); });
-        mWithoutSections = !mSections;
-    }
-    return mSections.get();
-}
-
 /// Whether the part's box alone shows that the part reaches beyond the profile.
 bool TrueOutline::BoxReachesBeyond() const {
     if (mProfile == nullptr) return false;
-    const Box3 part = BoxOfPart(mRun), path = mProfile->GetBoundingBox();
-    return part.min.x < path.min.x - SureReach || part.min.y < path.min.y - SureReach ||
-           part.max.x > path.max.x + SureReach || part.max.y > path.max.y + SureReach;
+    const Box3 path = mProfile->GetBoundingBox();
+    return mPart.min.x < path.min.x - SureReach || mPart.min.y < path.min.y - SureReach ||
+           mPart.max.x > path.max.x + SureReach || mPart.max.y > path.max.y + SureReach;
 }
 
 /// Whether any of the part is outside the profile. Its box or its sections usually decide that without a
@@ -211,167 +147,13 @@ bool TrueOutline::BoxReachesBeyond() const {
 bool TrueOutline::ReachesBeyond() {
     if (FillsTheBox()) return false;
     if (BoxReachesBeyond()) return true;
-    if (mProfile != nullptr && Sections() != nullptr) {
+    if (mProfile != nullptr && mSections.Held() != nullptr) {
         PartReach reach = PartReach::Unclear;
-        Skip([&] { reach = ReachBeyond(*Sections(), SidesOf(*mProfile)); });
+        Skip([&] { reach = ReachBeyond(*mSections.Held(), SidesOf(*mProfile)); });
         if (reach != PartReach::Unclear) return reach == PartReach::Beyond;
     }
     AcadRegion* covered = RegionOfProfile();
-    return covered == nullptr || StandsOutside(*covered);
-}
-
-/// Whether the united sections are the rectangle around the part, without openings: no section widens them.
-bool TrueOutline::RegionFillsTheBox() const {
-    if (mRegion == nullptr) return false;
-    const Box3 part = BoxOfPart(mRun), region = mRegion->GetBoundingBox();
-    const double area = (part.max.x - part.min.x) * (part.max.y - part.min.y);
-    return NearlyEqual(region.min.x, part.min.x) && NearlyEqual(region.min.y, part.min.y) &&
-           NearlyEqual(region.max.x, part.max.x) && NearlyEqual(region.max.y, part.max.y) &&
-           std::abs(mRegion->Area() - area) < SameArea;
-}
-
-/// Whether nothing of the part ends on the sides of the rectangle around it, other than at the corners. Then
-/// a section that lies within a region of that rectangle leaves its sides whole, and the order in which they
-/// are walked: a path begins where it would have begun.
-bool TrueOutline::BoxSidesAreWhole() const {
-    const Box3 box = BoxOfPart(mRun);
-    const auto endsThere = [&box](const Point3& end) {
-        const bool onX = NearlyEqual(end.x, box.min.x) || NearlyEqual(end.x, box.max.x);
-        const bool onY = NearlyEqual(end.y, box.min.y) || NearlyEqual(end.y, box.max.y);
-        return onX != onY;
-    };
-    return std::ranges::none_of(mEdges,
-                                [&](const Edge& edge) { return endsThere(edge.from) || endsThere(edge.to); });
-}
-
-/// Whether the sections at those heights cover all sections between them.
-bool TrueOutline::LevelsTellAll(const std::vector<double>& heights) {
-    if (Sections() == nullptr || !IsWidestAtLevels(*Sections())) return false;
-    return std::ranges::all_of(Sections()->Levels(), [&](double level) {
-        return std::ranges::any_of(heights,
-                                   [&](double height) { return std::abs(height - level) < SameLevel; });
-    });
-}
-
-/// Takes a copy of the part apart to its edges.
-void TrueOutline::TakeEdges() {
-    if (!mEdges.empty()) return;
-    AcadDocument& drawing = *mRun.part.drawing;
-    AcadEntity* copy = LastSolid(drawing).Copy();
-    copy->SetLayer(layers::RegionPV2);
-    {
-        const OnlyUnlocked only(drawing, {layers::RegionPV2});
-        for (int round = 0; round < 2; ++round) drawing.SendCommand(ExplodeCommand);
-    }
-    for (AcadEntity* edge : AllOn<AcadEntity>(drawing, layers::RegionPV2)) {
-        if (const auto* line = dynamic_cast<const AcadLine*>(edge)) {
-            const Point3 from = line->StartPoint();
-            mEdges.push_back({from, line->EndPoint(), from.z, false});
-        } else if (const auto* arc = dynamic_cast<const AcadArc*>(edge)) {
-            mEdges.push_back({arc->StartPoint(), arc->EndPoint(), arc->Center().z, false});
-        } else if (const auto* circle = dynamic_cast<const AcadCircle*>(edge)) {
-            const Point3 center = circle->Center();
-            mEdges.push_back({center, center, center.z, true});
-        }
-        edge->Delete();
-    }
-}
-
-/// Whether a level edge of the part runs within the contour and isn't one of its sides; one that leads across
-/// it from corner to corner is none. Full circles don't count: they are holes and circular routes, which have
-/// recognisers of their own.
-bool TrueOutline::MayBeNarrower(const LeftContour& contour) const {
-    const std::size_t corners = contour.coordinates.size() / 2;
-    const auto stands = [&contour](const Point3& point, std::size_t corner) {
-        return NearlyEqual(contour.coordinates[2 * corner], point.x) &&
-               NearlyEqual(contour.coordinates[2 * corner + 1], point.y);
-    };
-    const auto isSide = [&](const Edge& edge) {
-        for (std::size_t i = 0; i < corners; ++i) {
-            const std::size_t next = (i + 1) % corners;
-            if ((stands(edge.from, i) && stands(edge.to, next)) ||
-                (stands(edge.to, i) && stands(edge.from, next)))
-                return true;
-        }
-        return false;
-    };
-    const Footprint& box = contour.footprint;
-    return std::ranges::any_of(mEdges, [&](const Edge& edge) {
-        if (edge.full || !NearlyEqual(edge.from.z, edge.to.z)) return false;
-        const double x = (edge.from.x + edge.to.x) / 2, y = (edge.from.y + edge.to.y) / 2;
-        const bool within = x > box.minX && x < box.maxX && y > box.minY && y < box.maxY &&
-                            !NearlyEqual(x, box.minX) && !NearlyEqual(x, box.maxX) &&
-                            !NearlyEqual(y, box.minY) && !NearlyEqual(y, box.maxY);
-        return within && !isSide(edge);
-    });
-}
-
-/// The heights at which an edge of the part begins, ends or turns: between two of these a part of flat faces
-/// is hardly wider than at both. The lowest face and the top face are among them.
-std::vector<double> TrueOutline::Levels() const {
-    const Box3 box = BoxOfPart(mRun);
-    // Compared by their rounded values and kept exact: a rounded plane may miss the top face.
-    std::map<double, double> levels;
-    const auto add = [&](double height) {
-        const double within = std::clamp(height, box.min.z, box.max.z);
-        levels.emplace(RoundHalfEven(within, HeightDecimals), within);
-    };
-    add(box.min.z);
-    add(box.max.z);
-    for (const Edge& edge : mEdges)
-        for (const double height : {edge.from.z, edge.to.z, edge.centerZ}) add(height);
-    std::vector<double> heights;
-    for (const auto& [rounded, height] : levels) heights.push_back(height);
-    return heights;
-}
-
-/// From just above the lowest face up to the top face, in even steps.
-std::vector<double> TrueOutline::Steps() const {
-    std::vector<double> heights;
-    const double step = mRun.Metric() ? MetricStep : ImperialStep;
-    const double bottom = BoxOfPart(mRun).min.z;
-    const double first = RoundHalfEven(bottom, HeightDecimals) + Above + Above;
-    for (double height = first; height <= mRun.part.PartThickness; height += step) heights.push_back(height);
-    return heights;
-}
-
-/// Returns whether each of the sections has been united.
-bool TrueOutline::SliceAt(const std::vector<double>& heights) {
-    Acad3DSolid& part = LastSolid(*mRun.part.drawing);
-    const bool mayStop = BoxSidesAreWhole();
-    bool all = true;
-    for (const double height : heights) {
-        if (mayStop && RegionFillsTheBox()) return true;
-        AcadRegion* section = nullptr;
-        // A plane between two pieces of a part misses it.
-        Skip([&] {
-            section = part.SectionSolid({-Far, -Far, height}, {Far, -Far, height}, {Far, Far, height});
-        });
-        if (section == nullptr) {
-            all = false;
-            continue;
-        }
-        section->Move({0, 0, height}, {0, 0, TopPlane(mRun)});
-        if (Skip([&] { Unite(section); })) continue;
-        all = false;
-        section->Delete();
-        NoteWholePart(mRun,
-                      "a section of the part can't be laid over the others: the outline may be too narrow");
-    }
-    return all;
-}
-
-/// The outline has no openings, and would close those of the sections. Where openings are wanted
-/// (`withOpenings`), the lowest face is used in its place.
-void TrueOutline::UniteSections(bool withOpenings) {
-    if (!withOpenings)
-        if (AcadRegion* region = RegionOfProfile()) Unite(region);
-    const std::vector<double> levels = Levels();
-    const bool all = SliceAt(levels);
-    // Mostly nothing is left for the steps to find.
-    if (mRegion != nullptr && (RegionFillsTheBox() || (all && LevelsTellAll(levels)))) return;
-    if (mRegion != nullptr && !StandsOutside(dynamic_cast<AcadRegion&>(*mRegion->Copy()))) return;
-    SliceAt(Steps());
+    return covered == nullptr || mSections.StandsOutside(*covered);
 }
 
 void TrueOutline::JoinRegion() {
@@ -409,15 +191,14 @@ bool TrueOutline::IsLeftOpen() const {
 /// Whether the part is as wide as the profiles that were made for it.
 bool TrueOutline::HoldsThePart() const {
     if (mProfile == nullptr) return true;
-    const Box3 part = BoxOfPart(mRun);
     Box3 path = mProfile->GetBoundingBox();
     for (const AcadLWPolyline* lump : mLumps) {
         const Box3 box = lump->GetBoundingBox();
         path.min = {std::min(path.min.x, box.min.x), std::min(path.min.y, box.min.y), path.min.z};
         path.max = {std::max(path.max.x, box.max.x), std::max(path.max.y, box.max.y), path.max.z};
     }
-    return path.min.x < part.min.x + SameReach && path.min.y < part.min.y + SameReach &&
-           path.max.x > part.max.x - SameReach && path.max.y > part.max.y - SameReach;
+    return path.min.x < mPart.min.x + SameReach && path.min.y < mPart.min.y + SameReach &&
+           path.max.x > mPart.max.x - SameReach && path.max.y > mPart.max.y - SameReach;
 }
 
 /// Sections that nearly touch leave loose lines inside the profile. They don't matter if no openings are
@@ -474,14 +255,17 @@ PassOutcome TrueOutline::ChooseTool() {
 }
 
 PassOutcome TrueOutline::Finish(const std::vector<LeftContour>& left) {
-    if (!left.empty()) TakeEdges();
+    if (!left.empty()) mSections.TakeEdges();
     // Without an outline of the kept face only the sections show the openings.
     const bool withOpenings =
-        mProfile == nullptr ||
-        std::ranges::any_of(left, [this](const LeftContour& contour) { return MayBeNarrower(contour); });
+        mProfile == nullptr || std::ranges::any_of(left, [this](const LeftContour& contour) {
+            return mSections.MayBeNarrower(contour);
+        });
     if (withOpenings || ReachesBeyond()) {
-        TakeEdges();
-        UniteSections(withOpenings);
+        mSections.TakeEdges();
+        // The outline has no openings, and would close those of the sections. Where openings are wanted, the
+        // lowest face is used in its place.
+        mSections.Unite(withOpenings ? nullptr : RegionOfProfile());
         JoinRegion();
         if (TakeContours(withOpenings) == PassOutcome::SkipPart) return PassOutcome::SkipPart;
     }

@@ -13,6 +13,7 @@
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/joining.h"
 #include "cnc/drawing/work_layers.h"
 #include "cnc/part/run_state.h"
 #include "cnc/part/told.h"
@@ -210,7 +211,7 @@ void TellSlopes(RunState& run, const Edges& edges) {
     LastSolid(drawing).Copy()->SetLayer(layers::RegionPV2);
     {
         const OnlyUnlocked only(drawing, {layers::RegionPV2});
-        drawing.SendCommand("explode\rall\r\r");
+        drawing.SendCommand(ExplodeCommand);
     }
     for (const AcadRegion* face : AllOn<AcadRegion>(drawing, layers::RegionPV2))
         Skip([&] { TellSlope(run, *face, edges); });
