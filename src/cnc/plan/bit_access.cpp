@@ -231,10 +231,6 @@ BitRest RestOfBit(std::span<const PlanSide> line, BitPath path, double diameter,
     return rest;
 }
 
-std::vector<PlanSide> NotReached(std::span<const PlanSide> line, BitPath path, double diameter, double unit) {
-    return RestOfBit(line, path, diameter, unit).border;
-}
-
 std::vector<PlanPoint> BehindWalls(const RoundedCorner& corner, double unit) {
     std::vector<PlanPoint> points;
     for (const PlanSide& wall : {corner.before, corner.behind}) {

@@ -38,12 +38,10 @@ struct BitRest {
 /// `unit` is a millimetre. Throws Failure where the bit's way doesn't close.
 BitRest RestOfBit(std::span<const PlanSide> line, BitPath path, double diameter, double unit);
 
-/// The same, ignoring the rounds in corners.
-std::vector<PlanSide> NotReached(std::span<const PlanSide> line, BitPath path, double diameter, double unit);
-
 /// Whether a part has the corner: whether both of its walls have wood behind them, by `isWood`.
 bool IsCornerOf(const RoundedCorner& corner, const std::function<bool(const PlanPoint&)>& isWood,
                 double unit);
+/// Places just behind the two walls, where a part that has the corner has wood.
 std::vector<PlanPoint> BehindWalls(const RoundedCorner& corner, double unit);
 std::vector<PlanSide> BorderOf(const RoundedCorner& corner);  ///< Both walls and the round.
 

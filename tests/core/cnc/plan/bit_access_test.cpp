@@ -79,10 +79,13 @@ Sides Backwards(const Sides& sides) {
     return result;
 }
 
+/// The rest but for the rounds in corners, in millimetres.
+Sides NotReached(const Sides& line, BitPath path, double bit) { return RestOfBit(line, path, bit, 1).border; }
+
 /// What a cleared line leaves of its inside.
 std::vector<PlanSpot> Left(const Sides& line, double bit) {
     PlanShape shape{PlanShape::Role::Removal, line, 0};
-    shape.notReached = NotReached(line, BitPath::Within, bit, 1);
+    shape.notReached = NotReached(line, BitPath::Within, bit);
     const Sides sheet = Rectangle(-500, -500, 1000, 1000);
     Sides part = sheet;
     part.insert(part.end(), line.begin(), line.end());
@@ -93,16 +96,16 @@ std::vector<PlanSpot> Left(const Sides& line, double bit) {
 void ExpectAccess(const Sides& line, double bit, bool everywhere) {
     for (int turn = 0; turn < 8; ++turn) {
         const Sides turned = Turned(line, turn * 0.7853981 + (turn > 3 ? 0.21 : 0));
-        EXPECT_EQ(NotReached(turned, BitPath::Within, bit, 1).empty(), everywhere) << turn;
-        EXPECT_EQ(NotReached(Backwards(turned), BitPath::Within, bit, 1).empty(), everywhere) << turn;
+        EXPECT_EQ(NotReached(turned, BitPath::Within, bit).empty(), everywhere) << turn;
+        EXPECT_EQ(NotReached(Backwards(turned), BitPath::Within, bit).empty(), everywhere) << turn;
     }
 }
 
 void ExpectAround(const Sides& outline, double bit, bool everywhere) {
     for (int turn = 0; turn < 8; ++turn) {
         const Sides turned = Turned(outline, turn * 0.7853981 + (turn > 3 ? 0.21 : 0));
-        EXPECT_EQ(NotReached(turned, BitPath::Around, bit, 1).empty(), everywhere) << turn;
-        EXPECT_EQ(NotReached(Backwards(turned), BitPath::Around, bit, 1).empty(), everywhere) << turn;
+        EXPECT_EQ(NotReached(turned, BitPath::Around, bit).empty(), everywhere) << turn;
+        EXPECT_EQ(NotReached(Backwards(turned), BitPath::Around, bit).empty(), everywhere) << turn;
     }
 }
 
@@ -122,7 +125,7 @@ TEST(BitAccess, ALineThatComesBackOnItselfEnclosesNothing) {
     const PlanPoint from{127.5, 234.516671299}, middle{158.5, 264.5}, to{157.893876913, 270.5};
     const Sides thereAndBack{
         {from, to, 0.484750112}, {to, middle, -0.050382044}, {middle, from, -0.424012536}};
-    EXPECT_TRUE(NotReached(thereAndBack, BitPath::Within, 6, 1).empty());
+    EXPECT_TRUE(NotReached(thereAndBack, BitPath::Within, 6).empty());
 }
 
 TEST(BitAccess, AnAcuteCornerIsARest) {
