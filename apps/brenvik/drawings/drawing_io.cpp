@@ -11,9 +11,9 @@
 #include <span>
 
 #include "base/failure.h"
-#include "base/letter_case.h"
 #include "drafting_host/document/files/block_solids.h"
 #include "drafting_host/document/files/drawing_files.h"
+#include "drafting_host/document/files/extension.h"
 #include "drafting_host/document/files/imported_parts.h"
 #include "drafting_host/document/files/lumps.h"
 #include "file_roots/places.h"
@@ -23,10 +23,6 @@ namespace brenvik::app {
 namespace {
 
 constexpr std::array<std::string_view, 5> WritableExtensions{".dxf", ".dwg", ".step", ".stp", ".sat"};
-
-std::string ExtensionOf(const std::string& name) {
-    return FoldLower(TextFromPath(PathFromText(name).extension()));
-}
 
 std::string AtLine(const std::string& file, std::size_t line) {
     return line == 0 ? file + ": " : file + ":" + std::to_string(line) + ": ";
@@ -170,13 +166,10 @@ void TellNotesSince(std::size_t known, const HostDocument& document, const std::
 }
 
 bool IsWritableFormat(const std::string& name) {
-    return std::ranges::find(WritableExtensions, ExtensionOf(name)) != WritableExtensions.end();
+    return std::ranges::find(WritableExtensions, ExtensionOf(PathFromText(name))) != WritableExtensions.end();
 }
 
-bool IsDxfName(const std::string& name) {
-    const std::string extension = ExtensionOf(name);
-    return extension == ".dxf" || extension == ".dwg";
-}
+bool IsDxfName(const std::string& name) { return IsDrawingExtension(ExtensionOf(PathFromText(name))); }
 
 void RequireWritableFormat(const std::string& name) {
     if (!IsWritableFormat(name))
@@ -219,8 +212,7 @@ void BringBlockSolids(HostDocument& document, const DrawingOptions& options, Tel
 }
 
 void TellLayerColors(const HostDocument& document, const std::string& name, Teller& teller) {
-    const std::string extension = ExtensionOf(name);
-    if (extension != ".step" && extension != ".stp") return;
+    if (!IsStepExtension(ExtensionOf(PathFromText(name)))) return;
     const std::size_t count = ColoredByLayer(document);
     if (count > 0)
         teller.Remark(name + ": the colour of the layer is that of the part itself for " +

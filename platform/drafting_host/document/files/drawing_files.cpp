@@ -5,9 +5,9 @@
 #include <cctype>
 
 #include "base/handle_text.h"
-#include "base/letter_case.h"
 #include "drafting_host/acis/acis_text.h"
 #include "drafting_host/document/files/drawing_units.h"
+#include "drafting_host/document/files/extension.h"
 #include "drafting_host/document/files/imported_parts.h"
 #include "drafting_host/document/files/read_file.h"
 #include "drafting_host/document/files/step_door.h"
@@ -15,6 +15,7 @@
 #include "drafting_host/document/host_application.h"
 #include "drafting_host/dwg/dwg_reader.h"
 #include "drafting_host/dxf/reading/dxf_reader.h"
+#include "drafting_host/dxf/texts/file_beginnings.h"
 #include "drafting_host/dxf/writing/dxf_writer.h"
 
 namespace brenvik {
@@ -121,14 +122,11 @@ void TakeOverFromDxf(HostDocument& document, std::string& content, const std::fi
 
 DrawingKind KindOfContent(std::string_view head) {
     if (head.starts_with("AutoCAD Binary DXF")) return DrawingKind::DxfBinary;
-    if (head.starts_with("AC10") || head.starts_with("AC1.") || head.starts_with("AC2.") ||
-        head.starts_with("MC0.")) {
-        return DrawingKind::DwgBinary;
-    }
+    if (BeginsLikeDwg(head)) return DrawingKind::DwgBinary;
     if (head.starts_with("ACIS BinaryFile") || head.starts_with("ASM BinaryFile"))
         return DrawingKind::AcisBinary;
     const std::string_view text = WithoutBlanks(head);
-    if (text.starts_with("ISO-10303-21") || text.starts_with("/*")) return DrawingKind::Step;
+    if (text.starts_with(StepBeginning) || text.starts_with("/*")) return DrawingKind::Step;
     if (LooksLikeDxf(text)) return DrawingKind::DxfText;
     if (LooksLikeAcis(text)) return DrawingKind::AcisText;
     return DrawingKind::Unknown;
@@ -176,9 +174,9 @@ std::vector<std::string> SaveDrawingInUnit(const HostDocument& document, const s
                                            std::optional<LengthUnit> unit) {
     document.RequireOpen();
     document.RequireOtherThanOriginal(path);
-    const std::string extension = FoldLower(path.extension().string());
-    if (extension == ".dxf" || extension == ".dwg") return SaveDxf(document, path, unit);
-    if (extension == ".step" || extension == ".stp") return SaveStep(document, path, UnitOf(document, unit));
+    const std::string extension = ExtensionOf(path);
+    if (IsDrawingExtension(extension)) return SaveDxf(document, path, unit);
+    if (IsStepExtension(extension)) return SaveStep(document, path, UnitOf(document, unit));
     if (extension == ".sat") return SaveSat(document, path, UnitOf(document, unit));
     throw host_failure::InvalidArgument(path.string() +
                                         ": expected a name ending in .dxf, .dwg, .step, .stp or .sat");

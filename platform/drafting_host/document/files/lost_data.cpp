@@ -10,6 +10,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "drafting_host/document/files/drawing_files.h"
+#include "drafting_host/document/files/extension.h"
 
 namespace brenvik {
 namespace {
@@ -39,8 +40,8 @@ std::string FirstNames(const std::vector<const HostSolid*>& solids) {
 /// Files of ACIS text have no names: readers name their bodies after the file.
 bool IsNameOfFile(std::string_view name, const HostDocument& document) {
     const std::filesystem::path file(document.FullName());
-    const std::string stem = file.stem().string(), extension = FoldLower(file.extension().string());
-    if (extension == ".dxf" || extension == ".dwg" || !name.starts_with(stem)) return false;
+    const std::string stem = file.stem().string();
+    if (IsDrawingExtension(ExtensionOf(file)) || !name.starts_with(stem)) return false;
     name.remove_prefix(stem.size());
     return name.empty() || (name.size() > 1 && name.front() == ' ' &&
                             name.find_first_not_of("0123456789", 1) == std::string_view::npos);

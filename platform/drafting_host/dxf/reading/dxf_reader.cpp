@@ -7,6 +7,7 @@
 #include "drafting_host/dxf/reading/body_data.h"
 #include "drafting_host/dxf/reading/entity_reader.h"
 #include "drafting_host/dxf/reading/object_reader.h"
+#include "drafting_host/dxf/texts/file_beginnings.h"
 
 namespace brenvik {
 namespace {
@@ -28,8 +29,8 @@ void RefuseOtherContent(std::string_view content, std::string_view fileName) {
     constexpr std::string_view expected = "a DXF drawing";
     const auto refuse = [&](std::string_view found) { throw InvalidDxf(fileName, 1, expected, found); };
     if (content.empty()) refuse("an empty file");
-    if (content.starts_with("AC10")) refuse("a binary drawing (DWG); save it as DXF");
-    if (content.starts_with("ISO-10303-21")) refuse("a STEP file");
+    if (BeginsLikeDwg(content)) refuse("a binary drawing (DWG); save it as DXF");
+    if (content.starts_with(StepBeginning)) refuse("a STEP file");
     if (content.starts_with("\xFF\xFE") || content.starts_with("\xFE\xFF")) refuse("UTF-16 text");
 }
 
