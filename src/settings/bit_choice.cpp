@@ -134,10 +134,6 @@ struct StandingAnswers {
     int option = 0;
 };
 
-struct BitInHand {
-    bool isOfThisPart = false, earlierWasUsed = false;
-};
-
 int StoredOption() {
     const double stored = NumberSetting(StandingOption);
     for (int option = 1; option <= ChoiceOptionCount; ++option)
@@ -177,7 +173,7 @@ std::string_view PathKindText(PathKind kind) {
 }
 
 void UseTool(BitChoice& choice, const MaterialTool& tool) {
-    StateOf<BitInHand>().isOfThisPart = true;
+    TakeBitInHand();
     choice.ToolDiameter = tool.diameter;
     choice.ToolDiameterText = LayerNumberText(tool.diameter, std::nullopt, "p");
     choice.ToolNumber = tool.number;
@@ -235,7 +231,7 @@ bool ChooseThroughContourBit(BitChoice& choice, const MaterialRecord& material, 
                              double shortestSide) {
     const ThroughContourBit bit = BitForThroughContour(material, shortestSide);
     if (bit.tool) UseTool(choice, material.tools[*bit.tool]);
-    if (!StateOf<BitInHand>().isOfThisPart) StateOf<BitInHand>().earlierWasUsed = true;
+    CutWithBitInHand();
     if (bit.anyFits) return true;
     ShowMessage(TooBig(key, shortestSide));
     AskForBit(choice, material, ChoiceDialog::Plain);
@@ -315,11 +311,5 @@ void KeepStandingAnswer(int option) {
 }
 
 void ForgetStandingAnswer() { StoreStandingAnswer(0, "0"); }
-
-void BeginPartWithBitInHand() { StateOf<BitInHand>() = {}; }
-
-bool HasBitOfItsOwn() { return StateOf<BitInHand>().isOfThisPart; }
-
-bool HasUsedBitOfEarlierPart() { return StateOf<BitInHand>().earlierWasUsed; }
 
 }  // namespace brenvik

@@ -7,6 +7,11 @@ namespace brenvik {
 /// A part begins: the bit in hand is that of an earlier one.
 void BeginPartWithBitInHand();
 
+/// A bit has been chosen for this part.
+void TakeBitInHand();
+/// A path is cut with the bit in hand, whosever it is.
+void CutWithBitInHand();
+
 /// Whether a bit has been chosen for this part.
 bool HasBitOfItsOwn();
 
