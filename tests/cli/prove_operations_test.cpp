@@ -149,6 +149,22 @@ TEST_F(ProveOperations, AHoleWithinAnotherOneIsTold) {
     }
 }
 
+TEST_F(ProveOperations, AColourThatNoPathInsideHasIsTold) {
+    MakeFiles("WOP5");
+    file = "cut/Part_0_Side_7.dxf";
+    const std::string text = FileText();
+    for (const char* color : {"1", "4", "6"}) {
+        std::size_t from = EntityAt(text, "LWPOLYLINE");
+        while (text.substr(from, text.find("\n  0\n", from + 1) - from).find("\n 62\n") != std::string::npos)
+            from = text.find("\n  0\nLWPOLYLINE\n", from + 1);
+        ASSERT_NE(from, std::string::npos);
+        const std::size_t at = text.find("\n  8\n", from);
+        Write(file, text.substr(0, at) + "\n 62\n" + color + text.substr(at));
+        ExpectTold(ProveJob(), std::string(" has the colour ") + color + " and not 256 in the file",
+                   oneRight);
+    }
+}
+
 TEST_F(ProveOperations, LayersThatDifferInTheCaseOfLettersAloneAreTold) {
     MakeFiles("ABC");
     file = FileWith("LWPOLYLINE");

@@ -27,7 +27,8 @@ namespace brenvik {
 
 namespace {
 
-constexpr int CutOutColor = 1, HoleColor = 4, SheetColor = 7, BoreColor = 8, RectangleColor = 15;
+constexpr int CutOutColor = 1, HoleColor = 4, SheetColor = 7, BoreColor = 8, RectangleColor = 15,
+              ByLayer = 256;
 /// In millimetres: corners in files have six decimals, in inches too.
 constexpr double SamePlace = 1e-3;
 /// Diameters in names are as the library has them; THERM's are rounded.
@@ -110,7 +111,9 @@ class FileCheck {
 
     // Colours and directions.
 
-    bool GoesThrough(double depth) const { return depth > mRun.part.ExtentZ - SamePlace * UnitOf(mRun); }
+    /// A setting may stop through cuts above the spoil board.
+    double DepthOfThroughCuts() const { return mRun.part.ExtentZ + std::min(mRun.SpoilAmount, 0.0); }
+    bool GoesThrough(double depth) const { return depth > DepthOfThroughCuts() - SamePlace * UnitOf(mRun); }
 
     void LookAtColor(const AcadEntity& entity, const OperationName& name, bool path, double depth) {
         const int color = entity.Color();
@@ -124,6 +127,8 @@ class FileCheck {
             wanted = path ? RectangleColor : BoreColor;
         else if (path && GoesThrough(depth))
             wanted = CutOutColor;
+        else if (path)
+            wanted = ByLayer;
         if (color != wanted)
             Fault(mLayer + " has the colour " + std::to_string(color) + " and not " + std::to_string(wanted));
     }
@@ -137,8 +142,7 @@ class FileCheck {
     /// one that stops above the board is a choice too, and a setting.
     void LookAtOutline(double depth) {
         ++mOutlines;
-        const double least = mRun.part.ExtentZ + std::min(mRun.SpoilAmount, 0.0);
-        if (depth < least - SamePlace * UnitOf(mRun))
+        if (!GoesThrough(depth))
             Fault("the outline is " + ReportedLength(depth) + " deep, and the part " +
                   ReportedLength(mRun.part.ExtentZ) + " thick, so that it does not cut the part free,");
     }

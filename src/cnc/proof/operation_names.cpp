@@ -203,6 +203,7 @@ Answer PathOfWOP5(Reading reading) {
 /// Hundredths of a millimetre, or ten-thousandths of an inch.
 std::optional<double> Whole(Reading& reading, std::string_view field, int metric, int imperial) {
     reading.RoundedTo(metric, imperial);
+    reading.good = reading.good && field.find_first_not_of("0123456789") == std::string_view::npos;
     const std::optional<double> steps = reading.Number(field);
     if (!steps) return std::nullopt;
     return *steps / std::pow(10.0, reading.context.metric ? metric : imperial);

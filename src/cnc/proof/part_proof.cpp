@@ -80,7 +80,7 @@ class Prover {
           mCorners(operations.size()),
           mShown(operations.size()) {
         for (WrittenOperation& operation : mOperations) {
-            if (operation.heightUnknown) FindHeight(operation);
+            if (operation.heightUnknown || operation.heightRounding > 0) FindHeight(operation);
             mShapes.push_back(ShapeOf(operation, static_cast<int>(mShapes.size())));
         }
         for (const Slab& slab : Slabs()) {
@@ -180,7 +180,7 @@ class Prover {
         return shape;
     }
 
-    // Bores whose receiver takes the height from elsewhere.
+    // Bores whose receiver takes the height from elsewhere, or from a name that rounds it.
 
     void FindHeight(WrittenOperation& operation) const {
         LevelRound& bore = *operation.bore;
@@ -190,6 +190,9 @@ class Prover {
             const double lean = round.along.x * bore.along.y - round.along.y * bore.along.x;
             if (std::abs(across) > SamePlace * mUnit || std::abs(lean) > 1e-6 ||
                 std::abs(round.radius - bore.radius) > SamePlace * mUnit)
+                continue;
+            if (!operation.heightUnknown &&
+                std::abs(round.on.z - bore.on.z) > operation.heightRounding + DepthSlack)
                 continue;
             bore.on.z = round.on.z;
             operation.low = bore.on.z - bore.radius;
@@ -374,15 +377,19 @@ class Prover {
         });
     }
 
-    /// On a wall and in the air it cuts nothing that the rest of the path doesn't.
-    bool IsInWood(const WrittenOperation& operation, const DoubledStretch& stretch) const {
+    /// On a wall it cuts nothing that the rest of the path doesn't, and neither does a path in the air. An
+    /// outline that runs out there keeps its bit, which goes around outside, away from the part's edge.
+    bool ChangesWood(const WrittenOperation& operation, const DoubledStretch& stretch) const {
         const double off = BesideDoubled * mUnit;
         const std::array around{PlanPoint{off, 0}, PlanPoint{-off, 0}, PlanPoint{0, off}, PlanPoint{0, -off}};
-        return std::ranges::all_of(stretch.between, [&](const PlanPoint& at) {
-            return std::ranges::all_of(around, [&](const PlanPoint& away) {
-                return IsWood(operation, {at.x + away.x, at.y + away.y});
+        const auto allAre = [&](bool wood) {
+            return std::ranges::all_of(stretch.between, [&](const PlanPoint& at) {
+                return std::ranges::all_of(around, [&](const PlanPoint& away) {
+                    return IsWood(operation, {at.x + away.x, at.y + away.y}) == wood;
+                });
             });
-        });
+        };
+        return allAre(true) || (operation.kind == OperationKind::Outline && allAre(false));
     }
 
     void TellDoubled() {
@@ -390,7 +397,7 @@ class Prover {
             if (operation.bore || operation.kind == OperationKind::Hole) continue;
             for (const DoubledStretch& stretch :
                  DoubledBack(operation.sides, NoWidth * mUnit, ShortestDoubled * mUnit)) {
-                if (!IsInWood(operation, stretch)) continue;
+                if (!ChangesWood(operation, stretch)) continue;
                 mProof.faults.push_back(NameWithSide(operation) + " runs out and back the same way, from " +
                                         ReportedPlace(stretch.from) + " to " + ReportedPlace(stretch.to));
                 break;

@@ -15,7 +15,7 @@ namespace brenvik {
 namespace {
 
 /// In millimetres: less deep than this is nothing, and so is what is no wider.
-constexpr double NoDepth = 0.01, NoWidth = 0.01, NoArea = 0.01;
+constexpr double NoDepth = 0.01, NoWidth = 0.05, NoArea = 0.05;
 /// In millimetres: places nearer than this are one, and a side as short is none.
 constexpr double SamePlace = 0.01;
 constexpr double SameBulge = 1e-3;
@@ -104,7 +104,7 @@ class OperationCheck {
     bool GoAroundTheSame(std::size_t i, std::size_t j) const {
         const std::array shapes{PlanShape{PlanShape::Role::Stock, mPart.operations[i].sides, -1},
                                 PlanShape{PlanShape::Role::Stock, mPart.operations[j].sides, -1}};
-        return !CompareInPlan({}, shapes, NoWidth * mPart.unit).empty();
+        return !CompareInPlan({}, shapes, NoDepth * mPart.unit).empty();
     }
 
     /// Whether the bit, which goes around outside, would go through wood of the part.

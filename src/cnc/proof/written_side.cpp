@@ -189,6 +189,7 @@ class SideReader {
         bore.boreDepth = depth;
         // A rectangle has no height, and not every name has one.
         bore.heightUnknown = fromAbove && !name.height;
+        bore.heightRounding = fromAbove && name.height ? name.rounding : 0;
         bore.low = bore.bore->on.z - radius;
         bore.high = bore.bore->on.z + radius;
         mSide.operations.push_back(std::move(bore));

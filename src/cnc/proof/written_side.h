@@ -30,6 +30,8 @@ struct WrittenOperation {
     double boreDepth = 0;
     /// The bore's height is nowhere in the file, so any bore of the part that it lies over will do.
     bool heightUnknown = false;
+    /// By how much the name that gives its height may have rounded it.
+    double heightRounding = 0;
 };
 
 struct WrittenSide {

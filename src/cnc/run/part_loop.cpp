@@ -43,12 +43,20 @@ void ResetForPass(RunState& run) {
     run.part.shiftingTexts.clear();
 }
 
+/// The pieces of a solid have its colour, and on the way to the file colours tell outlines, cut-outs and
+/// holes from all other paths: those of a yellow part would count as outlines.
+void TakeColorsOff(AcadDocument& drawing) {
+    constexpr int byLayer = 256;
+    for (Acad3DSolid* solid : All<Acad3DSolid>(drawing)) solid->SetColor(byLayer);
+}
+
 /// Opens the drawing of the pass, scaled and looked at from above.
 void OpenPart(RunState& run, const PartFile& file) {
     run.part.drawing = nullptr;
     run.app->Documents().Open(run.FirstPass() ? file.FirstSidePath() : file.SecondSidePath());
     TakePartDrawing(run, *run.app->ActiveDocument());
     BringWithinReach(*run.part.drawing);
+    TakeColorsOff(*run.part.drawing);
     AddLayer(*run.part.drawing, layers::BrenvikExplode);
     FreshSet(*run.part.drawing, "exploded");
     ResetForPass(run);

@@ -97,6 +97,35 @@ TEST_F(ToldDifferences, ASoundPanelIsToldOnNoTarget) {
     }
 }
 
+TEST_F(ToldDifferences, ABoreWhoseHeightIsRoundedInItsNameIsNone) {
+    // The names of some targets have two decimals, and both sides have the bore.
+    for (const Target target : {Target::ROV, Target::CNI, Target::ASP, Target::WOP4, Target::WOP5}) {
+        MadePart part = Made();
+        part.Board(600, 400, 19.05);
+        part.Drill({0, 200, 9.525}, {1, 0, 0}, 35.5, 5);
+        part.HoleBelow(164, 100, 35, 12);
+        part.Hole(100, 100, 5, 12);
+        EXPECT_EQ(Told(part, target), "") << static_cast<int>(target);
+        part.Solid().Delete();
+    }
+}
+
+TEST_F(ToldDifferences, TheColourOfAPartMakesNoPathAnOutline) {
+    for (const Target target : {Target::C2C, Target::ASP, Target::WOP5, Target::BW}) {
+        for (const int color : {1, 2, 4}) {
+            MadePart part = Made();
+            part.Board(600, 400, 18);
+            part.Pocket(Rectangle(200, 150, 300, 250), 12);
+            part.PocketBelow(Rectangle(400, -1, 419, 401), 8);
+            part.Window(Rectangle(50, 200, 150, 350));
+            part.Solid().SetColor(color);
+            EXPECT_EQ(Told(part, target), "") << static_cast<int>(target) << " " << color;
+            EXPECT_EQ(part.Solid().Color(), color);
+            part.Solid().Delete();
+        }
+    }
+}
+
 TEST_F(ToldDifferences, TheRunsOfAHalfLap) {
     MadePart part = Made();
     part.Board(600, 100, 40);

@@ -203,6 +203,13 @@ TEST(OperationNames, ALayerOfNoOperationIsNone) {
     }
 }
 
+TEST(OperationNames, WholeNumbersHaveNoDecimalMark) {
+    for (const std::string_view name :
+         {"TCHB2W0D1250p0", "TCHB2W0D12p5", "TCHB2W0D-1250", "TCHB8W0D180000p0"})
+        EXPECT_FALSE(ReadOperationName({Target::BW, true, Tools, 12.5}, name)) << name;
+    EXPECT_TRUE(ReadOperationName({Target::BW, true, Tools, 12.5}, "TCHB2W0D1250"));
+}
+
 TEST(OperationNames, TheEntitysDepthDecidesWhereTwoToolsFitOneName) {
     const std::vector<std::string> tools{"1", "11"};
     const auto depthBy = [&](double depthOfEntity) {

@@ -109,10 +109,10 @@ TEST(PartProof, AnOperationThatAnotherOneHoldsIsTold) {
                                                        Path("INNER", inner, low)};
         return ProvePart(Board(recess, 12), operations, {}, 1).faults;
     };
-    const Texts told{"INNER cuts nothing that OUTER does not cut, from 100.05,100 to 200,160"};
-    EXPECT_EQ(faults(Rectangle(100.05, 100, 200, 160), 12), told);
-    EXPECT_EQ(faults(Rectangle(100.05, 100, 200, 160), 16), told);
-    EXPECT_EQ(faults(Rectangle(100.05, 100, 200, 160), 11.9), Texts());
+    const Texts told{"INNER cuts nothing that OUTER does not cut, from 100.5,100 to 200,160"};
+    EXPECT_EQ(faults(Rectangle(100.5, 100, 200, 160), 12), told);
+    EXPECT_EQ(faults(Rectangle(100.5, 100, 200, 160), 16), told);
+    EXPECT_EQ(faults(Rectangle(100.5, 100, 200, 160), 11.9), Texts());
     EXPECT_EQ(faults(Rectangle(90, 110, 190, 120), 12), Texts());
 }
 
@@ -310,6 +310,22 @@ TEST(PartProof, APathThatRunsOutAndBackTheSameWayIsTold) {
     round[2].bulge = 0.3;
     round[3].bulge = -0.3;
     EXPECT_TRUE(Tell(told(round), "PKC runs out and back the same way"));
+}
+
+TEST(PartProof, AnOutlineThatRunsOutIntoTheAirAndBackIsTold) {
+    const auto faults = [](const std::vector<PlanPoint>& spur) {
+        std::vector<PlanPoint> corners{{0, 0}, {length, 0}};
+        corners.insert(corners.end(), spur.begin(), spur.end());
+        corners.insert(corners.end(), {{length, width}, {0, width}});
+        WrittenOperation outline = Outline();
+        outline.sides.clear();
+        for (std::size_t i = 0; i < corners.size(); ++i)
+            outline.sides.push_back({corners[i], corners[(i + 1) % corners.size()]});
+        return ProvePart(Board(), std::vector{outline}, {}, 1).faults;
+    };
+    EXPECT_TRUE(Tell(faults({{length, 100}, {length + 5, 100}, {length, 100}}),
+                     "OT runs out and back the same way, from "));
+    EXPECT_TRUE(faults({{length, 100}}).empty());
 }
 
 TEST(PartProof, ASharpCornerRunsNowhereBack) {
