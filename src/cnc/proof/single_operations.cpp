@@ -48,9 +48,10 @@ class OperationCheck {
                                                  : a.layer + " and " + b.layer + " stand in one place");
             return;
         }
-        if (a.bore || b.bore) return;
+        // From the other side it may clear what a cut-out has opened already, and cuts air.
+        if (a.bore || b.bore || a.secondSide != b.secondSide) return;
         if (a.kind == OperationKind::Outline || b.kind == OperationKind::Outline) {
-            if (a.kind == b.kind && a.secondSide == b.secondSide) LookAtOutlines(i, j);
+            if (a.kind == b.kind) LookAtOutlines(i, j);
             return;
         }
         if (IsWithin(i, j))

@@ -36,8 +36,8 @@ struct OperationsOfPart {
     std::function<bool(const WrittenOperation&, const PlanPoint&)> isWood;
 };
 
-/// In words: operations that stand twice, that cut nothing, or nothing that another one doesn't cut, and
-/// outlines that go around the same wood.
+/// In words: operations that stand twice, that cut nothing, or nothing that another one of the side doesn't
+/// cut, and outlines that go around the same wood.
 std::vector<std::string> FaultsOfSingleOperations(const OperationsOfPart& part);
 
 }  // namespace brenvik

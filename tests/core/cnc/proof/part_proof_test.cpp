@@ -114,6 +114,10 @@ TEST(PartProof, AnOperationThatAnotherOneHoldsIsTold) {
     EXPECT_EQ(faults(Rectangle(100.5, 100, 200, 160), 16), told);
     EXPECT_EQ(faults(Rectangle(100.5, 100, 200, 160), 11.9), Texts());
     EXPECT_EQ(faults(Rectangle(90, 110, 190, 120), 12), Texts());
+    WrittenOperation fromBelow = Path("BELOW", Rectangle(110, 110, 190, 150), 0, 6);
+    fromBelow.secondSide = true;
+    const std::vector<WrittenOperation> operations{Outline(), Path("WINDOW", recess, -0.3), fromBelow};
+    EXPECT_TRUE(ProvePart(Board(recess), operations, {}, 1).faults.empty());
 }
 
 TEST(PartProof, WhatTheBitOfTheLargerPathLeavesIsAnotherOnes) {
