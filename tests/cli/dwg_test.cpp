@@ -79,6 +79,10 @@ TEST_F(Dwg, ADamagedOneIsRefusedByNameAndPlace) {
     EXPECT_EQ(outcome.status, 3);
     EXPECT_NE(outcome.errors.find("cut.dwg"), std::string::npos) << outcome.errors;
     EXPECT_NE(outcome.errors.find("byte"), std::string::npos) << outcome.errors;
+    Write("empty.dwg", "");
+    const Outcome empty = Run({"list", "empty.dwg"});
+    EXPECT_EQ(empty.status, 3);
+    EXPECT_NE(empty.errors.find("a DXF or DWG drawing"), std::string::npos) << empty.errors;
     Write("old.dwg", "AC1009" + std::string(500, '\0'));
     const Outcome old = Run({"list", "old.dwg"});
     EXPECT_EQ(old.status, 3);

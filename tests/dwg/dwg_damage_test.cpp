@@ -86,6 +86,20 @@ TEST(DwgReleases, OlderOnesAreRefusedWithTheWayOut) {
     }
 }
 
+TEST(DwgReleases, ALaterOneIsToldAsSuch) {
+    for (const std::string mark : {"AC1033", "AC1040", "AC1099"}) {
+        try {
+            ReadDwg(mark + std::string(200, '\0'), "new.dwg");
+            FAIL() << mark;
+        } catch (const Failure& failure) {
+            EXPECT_NE(failure.detail().find("a later one can be saved as DXF, or as DWG of release 2018"),
+                      std::string::npos)
+                << failure.detail();
+            EXPECT_EQ(failure.detail().find("older"), std::string::npos) << failure.detail();
+        }
+    }
+}
+
 TEST(DwgReleases, AFileOfAHeadAloneIsRefused) {
     for (const char* mark : {"AC1012", "AC1014", "AC1015", "AC1018", "AC1021", "AC1024", "AC1027", "AC1032"})
         for (const std::size_t size : {0UL, 20UL, 0x80UL, 0x100UL, 0x500UL})

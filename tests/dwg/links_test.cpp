@@ -159,5 +159,59 @@ TEST_F(DwgLinks, AFaceThatAPolyfaceMeshHasLostIsTold) {
         "taken");
 }
 
+TEST_F(DwgLinks, AnObjectThatHoldsMoreThanIsReadIsTold) {
+    // Flag, flag and the number of members, each in a byte behind two bits: five of six.
+    const DrawingData data = Changed("AC1015", 0x6A5,
+                                     "0100000001"
+                                     "0100000110",
+                                     "0100000001"
+                                     "0100000101");
+    EXPECT_TRUE(std::ranges::any_of(data.notes, [](const ReadNote& note) {
+        return note.dataLost && note.text.starts_with("GROUP (handle 6A5) has ") &&
+               note.text.ends_with(" bits more than its references take: it may be damaged");
+    }));
+}
+
+TEST_F(DwgLinks, ExtendedDataBehindAnUnknownCodeAreToldAsLost) {
+    // Item 1070 with the value 1, then 1071 made to 1072.
+    const std::string item =
+        "01000110"
+        "00000001"
+        "00000000";
+    ExpectTold(
+        Changed("AC1015", 0xA8F, item + "01000111", item + "01001000"),
+        "entity (handle A8F): the extended data of \"AcDbBlockRepETag\" break off at an unknown code, the "
+        "rest is left out");
+}
+
+TEST_F(DwgLinks, AWrongChecksumOfTheHeadIsALoss) {
+    constexpr std::size_t pictureAt = 0x0D;
+    for (const char* release : {"AC1014", "AC1015"}) {
+        std::string bytes = test::FileBytes(test::SampleFolder() / "dwg" /
+                                            (std::string("ACadSharp__sample_") + release + ".dwg"));
+        bytes[pictureAt] = static_cast<char>(bytes[pictureAt] ^ 1);
+        ExpectTold(ReadDwg(bytes, "job.dwg"), "the checksum of the file's head is wrong");
+    }
+}
+
+TEST_F(DwgLinks, WhoSavedLastArrivesAndStylesThatDoNotAreRemarked) {
+    for (const char* release : {"AC1018", "AC1021", "AC1024", "AC1032"}) {
+        const DrawingData data =
+            ReadDwg(test::FileBytes(test::SampleFolder() / "dwg" /
+                                    (std::string("ACadSharp__sample_") + release + ".dwg")),
+                    "job.dwg");
+        const auto saver = std::ranges::find(data.file->header, "$LASTSAVEDBY",
+                                             [](const auto& variable) { return variable.first; });
+        ASSERT_NE(saver, data.file->header.end()) << release;
+        EXPECT_EQ(saver->second, "  1\r\nalber\r\n");
+        EXPECT_TRUE(std::ranges::any_of(data.notes, [](const ReadNote& note) {
+            return !note.dataLost &&
+                   note.text ==
+                       "$DIMSTYLE is \"custom_style_ltypes\", a style that isn't taken along: "
+                       "\"Standard\" is current instead";
+        })) << release;
+    }
+}
+
 }  // namespace
 }  // namespace brenvik

@@ -25,5 +25,17 @@ TEST(DwgTexts, WhatCannotBeDecodedKeepsItsEscapeAndIsCounted) {
     EXPECT_EQ(chinese.FirstEscaped(), "\\M+5FFE5z");
 }
 
+TEST(DwgTexts, ATextThatEndsAtAZeroWithinIsCounted) {
+    const Texts texts(Release::R2000, 30);
+    // The length in a byte behind the bits 01, then the characters.
+    const std::string cut("\x40\xD8\x40\x18\x80", 5), whole("\x40\xD8\x58\x80\x00", 5);
+    BitReader whole3(whole), cut3(cut);
+    EXPECT_EQ(texts.Read(whole3), "ab");
+    EXPECT_EQ(texts.Cut(), 0U) << "a closing zero is no part of a text";
+    EXPECT_EQ(texts.Read(cut3), "a");
+    EXPECT_EQ(texts.Cut(), 1U);
+    EXPECT_EQ(texts.FirstCut(), "a");
+}
+
 }  // namespace
 }  // namespace brenvik::dwg

@@ -16,6 +16,11 @@ EntityData CommonValues::EntityOf(std::string_view kind, const Object& object, c
     entity.layer = mSource.links.Named(mSource.names.layers, common.layer, "0", "a layer", holder);
     constexpr int byLayer = 256;
     entity.color = common.color >= 0 && common.color <= byLayer ? common.color : byLayer;
+    if (entity.color != common.color)
+        mSource.reading.Doubt("colour", 0,
+                              ShownHolder(holder) + " has colour " + std::to_string(common.color) +
+                                  " where one from 0 to 256 was expected; that of its layer is taken",
+                              false);
     switch (common.linetypeBy) {
         case LinetypeBy::Layer:
             break;
@@ -30,7 +35,11 @@ EntityData CommonValues::EntityOf(std::string_view kind, const Object& object, c
                                                   "a line type", holder);
             break;
     }
-    if (common.linetypeScale > 0) entity.linetypeScale = common.linetypeScale;
+    if (common.linetypeScale > 0)
+        entity.linetypeScale = common.linetypeScale;
+    else
+        mSource.reading.Doubt(
+            "scale", 0, ShownHolder(holder) + " has a scale of line types of 0 or less; 1 is taken", false);
     entity.visible = !common.invisible;
     entity.lineweight = common.lineweight;
     entity.xdata = XDataOf("entity", object.handle, object.xdata);
@@ -82,6 +91,10 @@ std::vector<XDataOfApp> CommonValues::XDataOf(std::string_view what, HandleValue
             continue;
         }
         XDataOfApp app{name->second, raw.items};
+        if (raw.isCut)
+            mSource.reading.Note(0, ShownHolder({what, handle}) + ": the extended data of " +
+                                        ShownName(app.app) +
+                                        " break off at an unknown code, the rest is left out");
         constexpr int codeLayer = 1003;
         for (XDataItem& item : app.items) {
             if (item.code != codeLayer) continue;

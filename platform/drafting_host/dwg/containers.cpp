@@ -24,6 +24,7 @@ constexpr auto SectionNames = std::to_array<std::pair<std::string_view, std::str
     {"AcDb:AcDbObjects", &Sections::objects},
     {"AcDb:Template", &Sections::measurement},
     {"AcDb:AcDsPrototype_1b", &Sections::dataStore},
+    {"AcDb:SummaryInfo", &Sections::summary},
 });
 
 std::string Sections::*MemberOf(std::string_view name) {
@@ -47,17 +48,22 @@ std::string Shown(std::string_view text) {
 /// Whether a section of this name is used at all.
 bool IsUsed(std::string_view name) { return MemberOf(name) != nullptr; }
 
+/// Whether a mark is of the form of those above and stands behind them all.
+bool IsLater(std::string_view mark) {
+    return mark.size() == MarkLength && mark.starts_with(ReleaseMarks.back().substr(0, 2)) &&
+           mark.find_first_not_of("0123456789", 2) == std::string_view::npos && mark > ReleaseMarks.back();
+}
+
 /// The release by the first six bytes. Throws Failure 321 for one that can't be read, naming it and the way
 /// out.
 Release ReleaseOf(std::string_view content, std::string_view fileName) {
     const std::string_view mark = content.substr(0, MarkLength);
     const auto found = std::ranges::find(ReleaseMarks, mark);
     if (found != ReleaseMarks.end()) return static_cast<Release>(found - ReleaseMarks.begin());
-    Refuse(fileName, 0,
-           "a binary drawing (DWG) of release 13 to 2018; an older one can be saved as DXF, or as DWG of "
-           "release "
-           "14 or later",
-           Shown(mark));
+    const std::string wayOut = IsLater(mark)
+                                   ? "a later one can be saved as DXF, or as DWG of release 2018"
+                                   : "an older one can be saved as DXF, or as DWG of release 14 or later";
+    Refuse(fileName, 0, "a binary drawing (DWG) of release 13 to 2018; " + wayOut, Shown(mark));
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ struct Sections {
     Release release = Release::R2000;
     unsigned maintenance = 0;  ///< The byte that distinguishes saves of one release.
     unsigned codePage = 0;     ///< The file's number of the page, of which texts are before release 2007.
-    std::string header, classes, objectMap, measurement, dataStore;
+    std::string header, classes, objectMap, measurement, dataStore, summary;
     std::string objects;  ///< The object map counts from its first byte; of a flat file it is the whole.
     std::vector<ReadNote> notes;
 };

@@ -66,6 +66,11 @@ class DwgWalk {
         mLosses.Tell(mReading, mSeen);
         if (mTexts.Escaped() > 0)
             mReading.Note(0, KeptEscapesNote(mTexts.Escaped(), "in " + ShownName(mTexts.FirstEscaped())));
+        if (mTexts.Cut() > 0)
+            mReading.Note(0, std::to_string(mTexts.Cut()) +
+                                 " text(s) end at a zero within, the first one as " +
+                                 ShownName(mTexts.FirstCut()));
+        mReading.TellDoubts();
         for (ReadNote& note : mSections.notes) mReading.data.notes.push_back(std::move(note));
         CompleteDrawing(mReading);
         return std::move(mReading.data);
@@ -83,6 +88,16 @@ class DwgWalk {
 
     Object Open(const ObjectMap::Entry& entry) const { return OpenObject(mSections, mTexts, entry); }
 
+    /// What is left of an object of a kind that is read to its end.
+    void TellRest(std::string_view kind, const Object& object) {
+        constexpr auto notToTheEnd = std::to_array<std::string_view>(
+            {"3DSOLID", "REGION", "BODY", "VIEWPORT", "LAYOUT", "VPORT", "VIEW", "UCS", "ACDBDICTIONARYWDFLT",
+             "DIMSTYLE_CONTROL", "VX_CONTROL"});
+        if (std::ranges::find(notToTheEnd, kind) != notToTheEnd.end()) return;
+        if (const std::string rest = RestOf(object.streams); !rest.empty())
+            mReading.Note(0, ShownHolder({kind, object.handle}) + " has " + rest + ": it may be damaged");
+    }
+
     // --- Records ---
 
     void ReadRecords() {
@@ -97,10 +112,12 @@ class DwgWalk {
                 kind = mKinds.NameOf(object.type);
                 if (kind == "ATTRIB") mLosses.PassOver(kind, object.type);
                 if (IsShapeKind(kind) || IsVertexKind(kind)) mShapes.push_back(entry);
-                if (!ReadRecord(kind, object))
+                const bool isRecord = ReadRecord(kind, object);
+                if (!isRecord)
                     CountUnread(kind, object);
-                else if (!object.xdata.empty() && !KeepsData(kind))
-                    mLosses.LeaveData(kind);
+                else
+                    TellRest(kind, object);
+                if (isRecord && !object.xdata.empty() && !KeepsData(kind)) mLosses.LeaveData(kind);
             } catch (const Damage& damage) {
                 TellDamage(kind, entry, damage);
                 mDamaged.insert(entry.handle);
@@ -188,22 +205,29 @@ class DwgWalk {
 
     /// Objects that a drawing doesn't hold, but for those that every file has and a written one gets anew.
     void CountUnread(std::string_view kind, Object& object) {
-        constexpr auto usual = std::to_array<std::string_view>(
-            {"BLOCK", "ENDBLK", "SEQEND", "VERTEX_2D", "VERTEX_3D", "VERTEX_MESH", "VERTEX_PFACE",
-             "FACE_PFACE", "ATTRIB", "ACDBPLACEHOLDER", "DICTIONARYVAR", "VX_TABLE_RECORD"});
+        constexpr auto usual = std::to_array<std::string_view>({"BLOCK", "ENDBLK", "SEQEND", "VERTEX_2D",
+                                                                "VERTEX_3D", "VERTEX_MESH", "VERTEX_PFACE",
+                                                                "FACE_PFACE", "ATTRIB", "VX_TABLE_RECORD"});
         if (IsShapeKind(kind) || std::ranges::find(usual, kind) != usual.end()) return;
-        const bool isEntry = kind == "DIMSTYLE" || kind == "MLINESTYLE";
-        if (isEntry && IsUsualEntry(object)) return;
         mLosses.Leave(object.handle, KindOrType(kind, object.type));
     }
 
-    static bool IsUsualEntry(Object& object) {
+    /// A current style of a kind that isn't taken along.
+    void TellStyle(std::string_view variable, HandleValue handle) {
+        const ObjectMap::Entry* const entry = mMap.Find(handle);
+        if (handle == 0) return;
+        if (entry == nullptr) return mLinks.Drop("a style", handle, {variable});
         try {
+            Object object = Open(*entry);
             ReadOwner(object);
             const std::string name = object.streams.Text();
-            return EqualsIgnoreCase(name, "Standard");
-        } catch (const Damage&) {
-            return false;
+            if (!EqualsIgnoreCase(name, "Standard"))
+                mReading.Note(0,
+                              std::string(variable) + " is " + ShownName(name) +
+                                  ", a style that isn't taken along: \"Standard\" is current instead",
+                              false);
+        } catch (const Damage& damage) {
+            if (!mDamaged.contains(handle)) TellDamage(variable, *entry, damage);
         }
     }
 
@@ -227,6 +251,8 @@ class DwgWalk {
         data.handleSeed = std::max<HandleValue>(mHeader.handleSeed, 1);
         data.currentLayer =
             mLinks.NamedIfAny(mNames.layers, mHeader.currentLayer, "0", "a layer", {"$CLAYER"});
+        TellStyle("$DIMSTYLE", mHeader.dimensionStyle);
+        TellStyle("$CMLSTYLE", mHeader.multilineStyle);
         data.ucs.name =
             mLinks.NamedIfAny(mNames.ucs, mHeader.ucsName, "", "a coordinate system", {"$UCSNAME"});
         for (const auto& [place, linetype] : mLinetypeOfLayer)
@@ -371,6 +397,7 @@ class DwgWalk {
             entity.geometry = ReadShape(object, common, kind, mSurroundings, further);
             mValues.KeepFurther(entity, kind, common, further);
             mLosses.Take(further);
+            TellRest(kind, object);
             if (!further.doubt.empty()) mReading.Note(0, ShownHolder({kind, handle}) + ": " + further.doubt);
             Finish(entity, viewport);
             mReading.data.blocks[place].entities.push_back(std::move(entity));

@@ -217,7 +217,9 @@ InsertData ReadInsert(Object& object, bool isMany, const Surroundings& surroundi
     insert.rotation = data.BitReal();
     insert.normal = data.BitPoint();
     const bool hasAttributes = data.Bit();
-    if (hasAttributes && streams.IsAtLeast(Release::R2004)) data.BitLong();
+    std::size_t attributes = 0;
+    if (hasAttributes)
+        attributes = streams.IsAtLeast(Release::R2004) ? streams.handles.Count(data.BitLong(), 8) : 2;
     if (isMany) {
         insert.columns = std::max(data.BitShort(), 1);
         insert.rows = std::max(data.BitShort(), 1);
@@ -229,6 +231,9 @@ InsertData ReadInsert(Object& object, bool isMany, const Surroundings& surroundi
     const auto block = surroundings.names.blockNames.find(streams.Handle());
     if (block == surroundings.names.blockNames.end()) data.Fail("a block of the drawing was expected");
     insert.block = block->second;
+    if (!hasAttributes) return insert;
+    // The attributes, up to release 2000 the first and the last, and their end.
+    for (std::size_t i = 0; i <= attributes; ++i) streams.Handle();
     return insert;
 }
 

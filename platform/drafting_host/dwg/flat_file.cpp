@@ -44,7 +44,7 @@ void UnpackFlat(std::string_view content, Sections& sections) {
     }
     const std::size_t sumAt = TableAt + rows * RowSize;
     const std::uint16_t sum = Crc16(PartAt(content, 0, sumAt), 0) ^ Alterations[rows - FewestRows];
-    if (ShortAt(content, sumAt) != sum) Note(sections, "the checksum of the file's head is wrong", false);
+    if (ShortAt(content, sumAt) != sum) Note(sections, "the checksum of the file's head is wrong");
     sections.objects = content;
 }
 

@@ -43,7 +43,7 @@ constexpr auto Rows = std::to_array<Row>({
          "USERR5 CHAMFERA CHAMFERB CHAMFERC CHAMFERD FACETRES CMLSCALE CELTSCALE"},
     {Text, "MENU"},
     {Date, "TDUCREATE TDUUPDATE"}, {BL, "*3", R2004}, {Date, "TDINDWG TDUSRTIMER"}, {Color, "CECOLOR"}, {Seed, "HANDSEED"},
-    {Handle, "CLAYER TEXTSTYLE CELTYPE"}, {Handle, "-", R2007}, {Handle, "*2"}, {BD, "PSVPSCALE", R2000},
+    {Handle, "CLAYER TEXTSTYLE CELTYPE"}, {Handle, "-", R2007}, {Handle, "DIMSTYLE CMLSTYLE"}, {BD, "PSVPSCALE", R2000},
 
     {Point, "PINSBASE PEXTMIN PEXTMAX"}, {Flat, "PLIMMIN PLIMMAX"}, {BD, "PELEVATION"},
     {Point, "PUCSORG PUCSXDIR PUCSYDIR"}, {Handle, "PUCSNAME"}, {Handle, "PUCSORTHOREF", R2000},
@@ -150,8 +150,8 @@ class HeaderReader {
     /// Whatever stopped the walk, what was read is there.
     Header Result() {
         TakeOver();
-        Header header{mHandles["HANDSEED"], mHandles["CLAYER"], mHandles["UCSNAME"],
-                      mHandles["GROUPS"],   mHandles["MODEL"],  mHandles["PAPER"]};
+        Header header{mHandles["HANDSEED"], mHandles["CLAYER"], mHandles["UCSNAME"],  mHandles["GROUPS"],
+                      mHandles["MODEL"],    mHandles["PAPER"],  mHandles["DIMSTYLE"], mHandles["CMLSTYLE"]};
         for (const TextVariable& row : TextVariables) {
             for (const std::string& name : Split(row.names, ' ')) {
                 GroupText groups;
@@ -336,6 +336,25 @@ int MeasurementOf(const Sections& sections) {
 
 }  // namespace
 
+namespace {
+
+/// Who saved the drawing last, which stands among its properties behind five other texts.
+std::string LastSaver(const Sections& sections, const Texts& texts) {
+    if (sections.summary.empty()) return {};
+    constexpr int textsInFront = 5;
+    try {
+        BitReader reader(sections.summary);
+        const std::size_t sizeOfUnit = texts.IsUnicode() ? 2 : 1;
+        for (int i = 0; i < textsInFront; ++i) reader.Skip(reader.Short() * sizeOfUnit * 8);
+        const std::string bytes = reader.Bytes(reader.Short() * sizeOfUnit);
+        return texts.IsUnicode() ? texts.FromUnits(bytes) : texts.FromPage(bytes);
+    } catch (const Damage&) {
+        return {};
+    }
+}
+
+}  // namespace
+
 Header ReadHeader(Sections& sections, const Texts& texts, DrawingData& data) {
     data.measurement = MeasurementOf(sections);
     Header header;
@@ -351,6 +370,8 @@ Header ReadHeader(Sections& sections, const Texts& texts, DrawingData& data) {
                                damage.reason);
         }
         header = reader.Result();
+        if (const std::string saver = LastSaver(sections, texts); !saver.empty())
+            header.variables.emplace_back("$LASTSAVEDBY", GroupText().Text(1, saver).Take());
     } catch (const Damage& damage) {
         Note(sections, "the drawing's variables can't be read: " + damage.reason);
     }

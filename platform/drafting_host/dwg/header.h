@@ -14,6 +14,7 @@ namespace brenvik::dwg {
 struct Header {
     HandleValue handleSeed = 0, currentLayer = 0, ucsName = 0, groupDictionary = 0;
     HandleValue modelSpace = 0, paperSpace = 0;
+    HandleValue dimensionStyle = 0, multilineStyle = 0;
 
     /// Variables that a drawing has no member for, by name with their groups.
     std::vector<std::pair<std::string, std::string>> variables{};

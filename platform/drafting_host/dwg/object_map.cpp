@@ -163,7 +163,7 @@ Kinds::Kinds(Sections& sections, const Texts& texts) {
     if (sections.classes.empty()) return;
     try {
         const Frame frame = FrameOf(sections.classes, ClassesMark, sections.release, sections.maintenance);
-        if (frame.sumIsWrong) Note(sections, "the checksum of the section of classes is wrong", false);
+        if (frame.sumIsWrong) Note(sections, "the checksum of the section of classes is wrong");
         Streams streams = StreamsOfFrame(frame, sections.release, texts);
         ReadClasses(streams);
     } catch (const Damage& damage) {

@@ -83,6 +83,7 @@ std::vector<RawXData> ReadXData(BitReader& reader, HandleValue own, const Texts&
         BitReader items(bytes);
         while (items.Left() >= 8) {
             auto item = StoredItem(items, texts);
+            each.isCut = !item;
             if (!item) break;
             each.items.push_back(std::move(*item));
         }

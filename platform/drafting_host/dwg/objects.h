@@ -18,6 +18,7 @@ namespace brenvik::dwg {
 struct RawXData {
     HandleValue application = 0;
     std::vector<XDataItem> items;
+    bool isCut = false;  ///< Items behind one of an unknown code are missing.
 };
 
 /// An opened object: its streams are positioned after the data that all objects begin with.

@@ -63,7 +63,7 @@ class PagedFile {
         constexpr std::string_view mark = "AcFssFcAJMB";
         if (!head.starts_with(mark)) throw BrokenFile{HeadAt, "the head of a paged drawing"};
         if (Crc32(WithZeros(head, HeadSumAt, 4)) != LongAt(head, HeadSumAt))
-            Note(mSections, "the checksum of the file's head is wrong", false);
+            Note(mSections, "the checksum of the file's head is wrong");
         TakePageMap(LongLongAt(head, MapAddressAt) + FirstPageAt);
         const auto sectionMap = mPages.find(LongAt(head, SectionPageAt));
         if (sectionMap == mPages.end()) throw BrokenFile{HeadAt, "the page of the map of sections"};
@@ -79,7 +79,7 @@ class PagedFile {
         const std::string_view packed = PartAt(mContent, at + SystemHeadSize, LongAt(head, 8));
         const std::uint32_t sum = PageSum(PageSum(0, WithZeros(head, 16, 4)), packed);
         if (sum != LongAt(head, 16))
-            Note(mSections, "byte " + std::to_string(at) + ": the checksum of a map is wrong", false);
+            Note(mSections, "byte " + std::to_string(at) + ": the checksum of a map is wrong");
         if (size > mLeft) throw BrokenFile{place, "a map that fits the file"};
         auto bytes = Unpack2004(packed, size);
         if (!bytes) throw BrokenFile{place, "a map that can be unpacked"};

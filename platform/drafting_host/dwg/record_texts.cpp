@@ -80,12 +80,14 @@ LinetypeData ReadLinetype(Object& object, std::string& groups) {
         linetype.dashes.push_back(dashes.back().length);
         kinds |= dashes.back().flags;
     }
-    if ((kinds & (DashText | DashShape)) == 0) return linetype;
     const DashTexts texts(streams, !streams.IsAtLeast(Release::R2007) || (kinds & DashText) != 0);
+    std::vector<HandleValue> styles;
+    for (std::size_t i = 0; i < dashes.size(); ++i) styles.push_back(streams.Handle());
+    if ((kinds & (DashText | DashShape)) == 0) return linetype;
     GroupText record = RecordHead(object.handle, "AcDbLinetypeTableRecord", linetype.name);
     record.Whole(70, 0).Text(3, linetype.description).Whole(72, 65);
     record.Whole(73, static_cast<long>(dashes.size())).Real(40, linetype.patternLength);
-    for (const Dash& dash : dashes) AddDash(record, dash, texts, streams.Handle());
+    for (std::size_t i = 0; i < dashes.size(); ++i) AddDash(record, dashes[i], texts, styles[i]);
     groups = record.Take();
     return linetype;
 }

@@ -69,6 +69,7 @@ LayerData ReadLayer(Object& object, HandleValue& linetype) {
     if (streams.IsAtLeast(Release::R2000)) streams.Handle();  // plot style
     if (streams.IsAtLeast(Release::R2007)) streams.Handle();  // material
     linetype = HandleIfAny(streams);
+    if (streams.IsAtLeast(Release::R2013)) HandleIfAny(streams);  // visual style
     return layer;
 }
 
@@ -82,7 +83,11 @@ UcsData ReadUcs(Object& object) {
     return ucs;
 }
 
-std::string ReadApplication(Object& object) { return ReadRecordName(object); }
+std::string ReadApplication(Object& object) {
+    std::string name = ReadRecordName(object);
+    object.streams.data.Byte();
+    return name;
+}
 
 Block ReadBlockRecord(Object& object) {
     Block block;

@@ -31,6 +31,17 @@ unsigned UnitAt(std::string_view bytes, std::size_t at) {
            (static_cast<unsigned>(static_cast<unsigned char>(bytes[at + 1])) << 8U);
 }
 
+/// Whether a character follows behind a zero.
+bool EndsWithin(std::string_view bytes, std::size_t sizeOfUnit) {
+    bool isOver = false;
+    for (std::size_t at = 0; at + sizeOfUnit <= bytes.size(); at += sizeOfUnit) {
+        const bool isZero = bytes.substr(at, sizeOfUnit).find_first_not_of('\0') == std::string_view::npos;
+        if (isOver && !isZero) return true;
+        isOver = isOver || isZero;
+    }
+    return false;
+}
+
 /// Half a surrogate pair is no character; it stays as an escape, as texts of DXF have it.
 void AppendEscape(std::string& text, unsigned unit) {
     constexpr std::string_view digits = "0123456789ABCDEF";
@@ -78,7 +89,10 @@ std::string Texts::FromUnits(std::string_view bytes) const {
 std::string Texts::Read(BitReader& reader) const {
     const std::size_t length = static_cast<std::uint16_t>(reader.BitShort());
     if (length == 0) return {};
-    return mIsUnicode ? FromUnits(reader.Bytes(length * 2)) : FromPage(reader.Bytes(length));
+    const std::string bytes = reader.Bytes(mIsUnicode ? length * 2 : length);
+    std::string text = mIsUnicode ? FromUnits(bytes) : FromPage(bytes);
+    if (EndsWithin(bytes, mIsUnicode ? 2 : 1) && mCut++ == 0) mFirstCut = text;
+    return text;
 }
 
 Streams StreamsOf(std::string_view bytes, std::size_t begin, std::size_t handlesAt, std::size_t end,
@@ -110,6 +124,14 @@ Streams StreamsOf(std::string_view bytes, std::size_t begin, std::size_t handles
     }
     streams.data = BitReader(bytes, begin, dataEnd);
     return streams;
+}
+
+std::string RestOf(const Streams& streams) {
+    constexpr std::size_t byte = 8;  // objects end on one
+    const std::size_t values = streams.data.Left() + streams.strings.Left(), handles = streams.handles.Left();
+    if (values == 0 && handles < byte) return {};
+    return values > 0 ? std::to_string(values) + " bits more than its values take"
+                      : std::to_string(handles) + " bits more than its references take";
 }
 
 Frame FrameOf(std::string_view section, std::string_view beginMark, Release release, unsigned maintenance) {

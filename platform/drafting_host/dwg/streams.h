@@ -31,14 +31,17 @@ class Texts {
     /// How many texts have kept the escape of a character that could not be decoded, and the first of them.
     std::size_t Escaped() const { return mEscaped; }
     const std::string& FirstEscaped() const { return mFirstEscaped; }
+    /// How many texts have a zero within, where they end, and the first of them.
+    std::size_t Cut() const { return mCut; }
+    const std::string& FirstCut() const { return mFirstCut; }
 
   private:
     std::string Decoded(std::string_view text) const;
 
     TextDecoder mDecoder;
     bool mIsUnicode = false, mIsKnown = true;
-    mutable std::size_t mEscaped = 0;
-    mutable std::string mFirstEscaped;
+    mutable std::size_t mEscaped = 0, mCut = 0;
+    mutable std::string mFirstEscaped, mFirstCut;
 };
 
 struct Streams {
@@ -51,6 +54,10 @@ struct Streams {
     std::string Text() { return texts->Read(IsAtLeast(Release::R2007) ? strings : data); }
     HandleValue Handle() { return handles.Handle().From(own); }
 };
+
+/// What is left of an object's streams when all is read that its kind has; blank for nothing. A count or a
+/// mark that is damaged makes the reading end early, mostly.
+std::string RestOf(const Streams& streams);
 
 /// The streams between two bits: `handlesAt` is where the handles begin, where texts end too. Throws Damage.
 Streams StreamsOf(std::string_view bytes, std::size_t begin, std::size_t handlesAt, std::size_t end,

@@ -103,7 +103,18 @@ bool HasColumns(Streams& streams) {
     data.BitPoint();
     data.BitPoint();
     for (int i = 0; i < 4; ++i) data.BitReal();
-    return data.BitShort() != 0;
+    const int columns = data.BitShort();
+    streams.Handle();  // the application
+    if (columns == 0) return false;
+    constexpr int heightOfEach = 2;
+    const std::size_t heights = data.Count(data.BitLong(), 2);
+    data.BitReal();
+    data.BitReal();
+    const bool areEven = data.Bit();
+    data.Bit();
+    if (columns == heightOfEach && !areEven)
+        for (std::size_t i = 0; i < heights; ++i) data.BitReal();
+    return true;
 }
 
 }  // namespace

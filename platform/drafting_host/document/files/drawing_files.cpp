@@ -21,7 +21,7 @@
 namespace brenvik {
 namespace {
 
-constexpr std::string_view ExpectedContent = "a DXF drawing, a STEP file or ACIS data";
+constexpr std::string_view ExpectedContent = "a DXF or DWG drawing, a STEP file or ACIS data";
 
 std::string_view WithoutBlanks(std::string_view text) {
     if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
