@@ -92,6 +92,7 @@ app::ExitStatus RunForAPerson(const DesktopOptions& options) {
     WorkKeeper keeper(workplace.home, {[&desk] { return desk.AtRest(); },
                                        [&window](const std::string& line) { window.Tell(line); }});
     window.KeepWorkBy(&keeper);
+    window.TellLossesOfActs();
     const GuideKey guideKey;
     window.show();
     if (!options.drawing.empty()) window.OpenFile(options.drawing);

@@ -28,6 +28,7 @@
 #include "drawings/part_file.h"
 #include "file_roots/places.h"
 #include "outcome_window.h"
+#include "told_losses.h"
 #include "work_keeper.h"
 
 namespace brenvik::desktop {
@@ -68,6 +69,7 @@ MainWindow::MainWindow(app::Workplace& workplace, FormDesk& desk) : mWorkplace(w
     desk.owner = this;
     // While a form stands open over the window nobody looks at what lies below.
     desk.onDone = [this] {
+        if (mTellsLosses) TellLosses();
         if (mDesk.Top() != this) return;
         ShowDrawing();
         if (TakeOutcomeNews()) ShowOutcome();
@@ -86,6 +88,12 @@ MainWindow::~MainWindow() {
     mWorkplace.host.SetTranscript({});
     // Ahead of the window that lends it its place on the screen.
     mView.reset();
+}
+
+void MainWindow::TellLosses() {
+    const ToldLosses told = TakeToldLosses();
+    for (const std::string& line : told.lines) Tell(line);
+    ShowLosses(told.losses);
 }
 
 void MainWindow::MakeView() {

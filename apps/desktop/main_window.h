@@ -41,6 +41,9 @@ class MainWindow : public QMainWindow {
     void ShowDrawing();
     /// As its menu entry does. False for a method that has none.
     bool Run(std::string_view method);
+    /// After each act, for a person: a line in the history for what no box has told, and a box for losses. A
+    /// journal tells them itself.
+    void TellLossesOfActs() { mTellsLosses = true; }
     /// A line of the command history.
     void Tell(const std::string& line);
     void ShowSelection();
@@ -59,6 +62,7 @@ class MainWindow : public QMainWindow {
     void dropEvent(QDropEvent* event) override;
 
   private:
+    void TellLosses();
     void MakeFileMenu();
     void MakeEditMenu();
     void MakeCommandMenus();
@@ -115,6 +119,7 @@ class MainWindow : public QMainWindow {
     QLabel* mPrompt = nullptr;
     QLineEdit* mCommand = nullptr;
     bool mShowing = false;
+    bool mTellsLosses = false;
 };
 
 }  // namespace brenvik::desktop

@@ -8,6 +8,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -18,6 +19,8 @@
 
 #include "checkout_paths.h"
 #include "console/console_dialogs.h"
+#include "export/export_troubles.h"
+#include "parts/part_trouble.h"
 #include "session/progress.h"
 
 namespace brenvik::desktop {
@@ -70,6 +73,36 @@ TEST_F(MainWindowAtWork, TakesBackAndDoesAgainByItsMenu) {
     EXPECT_EQ(Action("redo").text(), "&Redo ERASE");
     Action("redo").trigger();
     EXPECT_EQ(Parts(), 0);
+}
+
+TEST_F(MainWindowAtWork, TellsAPersonWhatAnActHasLost) {
+    const auto lose = [this] {
+        desk.Do([] {
+            NotePartTrouble({"100", "Left Side", "it has no size in the export"});
+            NotePartTrouble({"", "", "a default was taken", false, true});
+            NotePartTrouble({"120", "Right Side", "ends\r\nhere"});
+            for (int line = 1; line <= 20; ++line) NoteExportTrouble("line " + std::to_string(line));
+        });
+    };
+    // A journal tells by itself what its steps lose.
+    lose();
+    EXPECT_EQ(told.str(), "");
+    window->TellLossesOfActs();
+    desk.Do([] {});
+    EXPECT_NE(
+        told.str().find("[Look at this] the part \"Left Side\" (100): it has no size in the export\\r\\n"),
+        std::string::npos)
+        << told.str();
+    EXPECT_NE(told.str().find("and 10 more, which the command line's history shows"), std::string::npos);
+    EXPECT_EQ(told.str().find("a default was taken"), std::string::npos);
+    const std::string history = window->findChild<QPlainTextEdit*>("history")->toPlainText().toStdString();
+    for (const char* line :
+         {"a default was taken\n", "the part \"Left Side\" (100): it has no size in the export\n", "line 1\n",
+          "line 19\n"})
+        EXPECT_NE(history.find(line), std::string::npos) << history;
+    told.str("");
+    desk.Do([] {});
+    EXPECT_EQ(told.str(), "");
 }
 
 TEST_F(MainWindowAtWork, CancelsAnOpenCommandToTakeBack) {
