@@ -41,7 +41,7 @@ void WriteBoardsTo(const std::filesystem::path& file, const Boards& boards) {
             board.Drill({place, 200, 9}, app::Axis::X, 30, 8);
         }
         if (boards.areSawn) board.Cut({place + 400, -1, -1}, {place + 420, 401, 19});
-        place += length + 400;
+        if (!boards.areStacked) place += length + 400;
         SetData(board.Solid(), {{"PartName", boards.names[i]},
                                 {"PN", "7"},
                                 {"Material", boards.material},

@@ -17,6 +17,8 @@ struct Boards {
     bool rabbetAndBore = false;
     /// Sawn through, so that each is one solid of two lumps.
     bool areSawn = false;
+    /// All in one place.
+    bool areStacked = false;
     /// The lengths one by one, where they aren't all the same; sub assemblies, where there are any.
     std::vector<double> lengths = {};
     std::vector<std::string> subAssemblies = {};

@@ -38,6 +38,29 @@ TEST_F(List, ASolidOfTwoLumpsIsOnePartAndToldWithNameAndCount) {
     EXPECT_EQ(Run({"list", "whole.dxf"}).errors, "");
 }
 
+TEST_F(List, PartsInOnePlaceAreRemarkedOnByName) {
+    const std::vector<std::string> names{"Left", "Right", "Shelf"};
+    WriteBoardsTo(folder / "job.dxf", {.names = names, .areStacked = true, .lengths = {600, 600, 500}});
+    const Outcome list = Run({"list", "job.dxf", "--format", "csv"});
+    EXPECT_EQ(list.status, 0) << list.errors;
+    EXPECT_EQ(Lines(list.output), 4u) << list.output;
+    const std::string told = "a part stands in another one of the same size and counts like any other: ";
+    EXPECT_NE(list.errors.find(told), std::string::npos) << list.errors;
+    EXPECT_EQ(Lines(list.errors), 1u) << list.errors;
+    EXPECT_LT(list.errors.find(" \"Right\" in "), list.errors.find(" \"Left\"\n")) << list.errors;
+    for (const std::vector<std::string>& words : {std::vector<std::string>{"export", "job.dxf", "job.csv"},
+                                                  {"cnc", "job.dxf", "--target", "C2C", "--out", "c2c"},
+                                                  {"parts", "job.dxf", "--out", "parts"}})
+        EXPECT_NE(Run(words).errors.find(told), std::string::npos) << words.front();
+    EXPECT_EQ(Run({"list", "job.dxf", "--quiet"}).errors, "");
+    WriteBoardsTo(folder / "many.dxf", {.names = std::vector<std::string>(8, "Side"), .areStacked = true});
+    const std::string many = Run({"list", "many.dxf"}).errors;
+    EXPECT_NE(many.find("7 parts stand in others of the same size and count like any other: "),
+              std::string::npos)
+        << many;
+    EXPECT_NE(many.find(" and 2 more\n"), std::string::npos) << many;
+}
+
 TEST_F(List, CsvHasARowForEachPart) {
     const Outcome outcome = Run({"list", ShippedSample().string(), "--format", "csv"});
     EXPECT_EQ(outcome.status, 0);

@@ -108,6 +108,7 @@ ExitStatus Export(const HeldHome& home, const ExportOptions& options) {
     RequireNameOfAList(options.csv.path);
     const auto [document, selected] = OpenAndSelect(workplace, options.drawing, options.unit, teller);
     RemarkOnLumps(document, options.drawing, teller);
+    RemarkOnDoubles(document, options.drawing, teller);
     const TerminalProgress progress(teller);
     // What the list lacks is told ahead of the box that calls it complete.
     dialogs.beforeExportComplete = [&teller] { TellAboutList(teller); };

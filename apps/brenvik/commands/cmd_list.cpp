@@ -67,6 +67,7 @@ ExitStatus List(const HeldHome& home, const ListOptions& options) {
     Workplace workplace(home, dialogs);
     const auto [document, selected] = OpenAndSelect(workplace, options.drawing, options.unit, teller);
     RemarkOnLumps(document, options.drawing, teller);
+    RemarkOnDoubles(document, options.drawing, teller);
     const TerminalProgress progress(teller);
     // Without a selection the scan leaves the grid unchanged, and the list would be empty.
     Scanned scanned =

@@ -64,6 +64,7 @@ ExitStatus Parts(const HeldHome& home, const PartsOptions& options) {
     const SeenFolder seen = MapOutput(workplace, options);
     const CareInForce care({.mayEmpty = [&seen] { return seen.WhatIsNew(); }});
     const OpenedInput opened = OpenAndSelect(workplace, options.drawing, options.unit, teller);
+    RemarkOnDoubles(opened.document, options.drawing, teller);
     const std::size_t notes = opened.document.Notes().size();
     teller.Progress("writing " + std::to_string(opened.selected) + " parts");
     cBrenvik().Call("BVExportDWG", workplace.host);

@@ -171,6 +171,7 @@ ExitStatus CallCnc(const HeldHome& home, const CncOptions& options, const GivenT
     const ShareOfCall share(home, options, workplace.files, *workers);
     const OpenedInput opened = OpenAndSelect(workplace, options.drawing, options.unit, teller);
     share.RequireProcesses();
+    RemarkOnDoubles(opened.document, options.drawing, teller);
     const std::size_t notes = opened.document.Notes().size();
     const RunTeller runs(teller, {.programWords = ProgramWords(home.option),
                                   .takeTrouble = [&dialogs] { return dialogs.TakeTrouble(); }});

@@ -15,8 +15,10 @@
 #include "drafting_host/document/files/drawing_files.h"
 #include "drafting_host/document/files/extension.h"
 #include "drafting_host/document/files/imported_parts.h"
+#include "drafting_host/document/files/lost_data.h"
 #include "drafting_host/document/files/lumps.h"
 #include "file_roots/places.h"
+#include "parts/doubled_places.h"
 
 namespace brenvik::app {
 
@@ -233,6 +235,52 @@ void RemarkOnLumps(const HostDocument& document, const DrawingOptions& options, 
                       (part.name.empty() ? "" : " \"" + part.name + "\"") + " holds " +
                       std::to_string(part.lumps) +
                       " bodies that don't touch, and is one part with the sizes of all together");
+}
+
+namespace {
+
+std::string NameWithHandle(const HostEntity& part) {
+    const std::string name = PartText(part, "PARTNAME");
+    return part.Handle() + (name.empty() ? "" : " \"" + name + "\"");
+}
+
+/// The solids among the entities, and where each stands. What can't be measured is told by the scan.
+std::pair<std::vector<const HostEntity*>, std::vector<PlacedSize>> MeasuredSolids(
+    std::span<HostEntity* const> entities) {
+    std::vector<const HostEntity*> solids;
+    std::vector<PlacedSize> sizes;
+    for (const HostEntity* entity : entities) {
+        const auto* const solid = dynamic_cast<const Acad3DSolid*>(entity);
+        if (solid == nullptr) continue;
+        try {
+            sizes.push_back({solid->GetBoundingBox(), [solid] { return solid->Volume(); },
+                             [solid] { return solid->Centroid(); }});
+            solids.push_back(entity);
+        } catch (const Failure&) {
+            continue;  // without a box it stands nowhere
+        }
+    }
+    return {std::move(solids), std::move(sizes)};
+}
+
+}  // namespace
+
+void RemarkOnDoubles(const HostDocument& document, const DrawingOptions& options, Teller& teller) {
+    const auto [solids, sizes] = MeasuredSolids(document.PreviousSelection());
+    const std::vector<DoubledPlace> doubled = DoubledPlaces(sizes);
+    if (doubled.empty()) return;
+    constexpr std::size_t most = 5;  // more names say no more than their number
+    std::string names;
+    for (std::size_t i = 0; i < std::min(most, doubled.size()); ++i)
+        names += (i == 0 ? "" : ", ") + NameWithHandle(*solids[doubled[i].solid]) + " in " +
+                 NameWithHandle(*solids[doubled[i].first]);
+    if (doubled.size() > most) names += " and " + std::to_string(doubled.size() - most) + " more";
+    teller.Remark(
+        options.drawing + ": " +
+        (doubled.size() == 1
+             ? std::string("a part stands in another one of the same size and counts")
+             : std::to_string(doubled.size()) + " parts stand in others of the same size and count") +
+        " like any other: " + names);
 }
 
 std::size_t SelectForCommand(HostDocument& document, const DrawingOptions& options,

@@ -66,6 +66,8 @@ void TellBlockSolids(HostDocument& document, const DrawingOptions& options, Tell
 
 /// Remarks on selected solids of several lumps, which are one part each with the sizes of all lumps together.
 void RemarkOnLumps(const HostDocument& document, const DrawingOptions& options, Teller& teller);
+/// Remarks in one line on selected solids that stand in others of the same size: each counts as a part.
+void RemarkOnDoubles(const HostDocument& document, const DrawingOptions& options, Teller& teller);
 
 /// Selects the entities of the options, or every solid of model space, as the host's previous selection.
 /// Returns how many. Throws CommandError for a handle that is not in the drawing.
