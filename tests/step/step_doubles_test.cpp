@@ -9,6 +9,7 @@ namespace brenvik::step {
 namespace {
 
 constexpr double Close = 1e-9;
+const std::string Brep = "ADVANCED_BREP_SHAPE_REPRESENTATION";
 
 class StepDoubles : public StepInput {
   protected:
@@ -23,6 +24,36 @@ class StepDoubles : public StepInput {
                "=CARTESIAN_POINT('',(" + std::to_string(x) + ",0.,0.));\n";
     }
 
+    /// With a product "Other" that has a definition of its shape, #900004.
+    static std::string WithOther(const std::string& content, const std::string& statements) {
+        return WithData(content, "#900001=PRODUCT('Other','Other','',(" +
+                                     ReferencesOf(content, "PRODUCT").front() +
+                                     "));\n#900002=PRODUCT_DEFINITION_FORMATION('','',#900001);\n" +
+                                     "#900003=PRODUCT_DEFINITION('design','',#900002," +
+                                     ReferencesOf(content, "PRODUCT_DEFINITION").back() +
+                                     ");\n#900004=PRODUCT_DEFINITION_SHAPE('','',#900003);\n" + statements);
+    }
+
+    /// With the board's shape behind a plain one, #900020, that is said to be the same.
+    static std::string WithShapeBehind(std::string content) {
+        const auto items = ReferencesOf(content, Brep);
+        const std::string shape = NumberOf(content, Brep), own = "," + shape + ");";
+        const std::size_t defining = content.find("SHAPE_DEFINITION_REPRESENTATION(");
+        content.replace(content.find(own, defining), own.size(), ",#900020);");
+        return WithData(content, "#900020=SHAPE_REPRESENTATION('',(" + items[0] + ")," + items.back() +
+                                     ");\n#900021=SHAPE_REPRESENTATION_RELATIONSHIP('','',#900020," + shape +
+                                     ");\n");
+    }
+
+    static void ExpectBoardAndOther(const StepDocument& document) {
+        ASSERT_EQ(document.solids.size(), 2U) << NotesOf(document);
+        EXPECT_EQ(document.solids[0].name, "Board");
+        EXPECT_EQ(document.solids[1].name, "Other");
+        for (const StepSolid& part : document.solids)
+            EXPECT_NEAR(solids::ExactBox(part.shape).SizeX(), 600, Close);
+        ExpectMentions(NotesOf(document), "\"Other\" (#900003): each has a part of it");
+    }
+
     static std::string LineOf(const std::string& content, const std::string& statement) {
         return LineAt(content, content.find("\n" + statement) + 1);
     }
@@ -31,8 +62,6 @@ class StepDoubles : public StepInput {
         EXPECT_NEAR(solids::ExactBox(part.shape).min.X(), x, Close);
     }
 };
-
-const std::string Brep = "ADVANCED_BREP_SHAPE_REPRESENTATION";
 
 TEST_F(StepDoubles, ACoordinateSystemBesideASolidPlacesNothing) {
     std::string content = Root();
@@ -95,14 +124,8 @@ TEST_F(StepDoubles, TwoShapesThatAreTheSameTwiceAreReadOnceWithARemark) {
 TEST_F(StepDoubles, ASolidOfTwoProductsIsAPartOfEach) {
     std::string content = Good();
     const auto items = ReferencesOf(content, Brep);
-    const std::string context = ReferencesOf(content, "PRODUCT").front();
-    content = WithData(content, "#900001=PRODUCT('Other','Other','',(" + context +
-                                    "));\n#900002=PRODUCT_DEFINITION_FORMATION('','',#900001);\n" +
-                                    "#900003=PRODUCT_DEFINITION('design','',#900002," +
-                                    ReferencesOf(content, "PRODUCT_DEFINITION").back() +
-                                    ");\n#900004=PRODUCT_DEFINITION_SHAPE('','',#900003);\n#900005=" + Brep +
-                                    "('',(" + items[1] + ")," + items.back() +
-                                    ");\n#900006=SHAPE_DEFINITION_REPRESENTATION(#900004,#900005);\n");
+    content = WithOther(content, "#900005=" + Brep + "('',(" + items[1] + ")," + items.back() +
+                                     ");\n#900006=SHAPE_DEFINITION_REPRESENTATION(#900004,#900005);\n");
     const StepDocument document = Read(content);
     ASSERT_EQ(document.solids.size(), 2U);
     EXPECT_EQ(document.solids[0].name, "Board");
@@ -115,6 +138,47 @@ TEST_F(StepDoubles, ASolidOfTwoProductsIsAPartOfEach) {
     ExpectMentions(
         notes,
         "\"Other\" (#900003): each has a part of it, with colours and layers at the first one alone\n");
+}
+
+TEST_F(StepDoubles, AShapeThatTwoProductsNameIsAPartOfEach) {
+    const std::string content = Root();
+    ExpectBoardAndOther(Read(WithOther(
+        content, "#900005=SHAPE_DEFINITION_REPRESENTATION(#900004," + NumberOf(content, Brep) + ");\n")));
+}
+
+TEST_F(StepDoubles, AShapeBehindThoseOfTwoProductsIsAPartOfEach) {
+    const std::string content = WithShapeBehind(Root());
+    const auto items = ReferencesOf(content, Brep);
+    for (const bool isSwapped : {false, true}) {
+        const std::string shape = NumberOf(content, Brep);
+        ExpectBoardAndOther(Read(WithOther(
+            content,
+            "#900005=SHAPE_DEFINITION_REPRESENTATION(#900004,#900006);\n"
+            "#900006=SHAPE_REPRESENTATION('',(" +
+                items[0] + ")," + items.back() + ");\n#900007=SHAPE_REPRESENTATION_RELATIONSHIP('',''," +
+                (isSwapped ? shape + ",#900006" : "#900006," + shape) + ");\n")));
+    }
+}
+
+TEST_F(StepDoubles, AShapeBehindOneThatTwoProductsNameIsAPartOfEach) {
+    ExpectBoardAndOther(Read(
+        WithOther(WithShapeBehind(Root()), "#900005=SHAPE_DEFINITION_REPRESENTATION(#900004,#900020);\n")));
+}
+
+TEST_F(StepDoubles, SolidsOfOneShellInTwoProductsAreTold) {
+    std::string content = Root();
+    const auto items = ReferencesOf(content, Brep);
+    content = WithOther(content, "#900005=" + Brep + "('',(#900007)," + items.back() +
+                                     ");\n#900006=SHAPE_DEFINITION_REPRESENTATION(#900004,#900005);\n" +
+                                     "#900007=MANIFOLD_SOLID_BREP(''," +
+                                     ReferencesOf(content, "MANIFOLD_SOLID_BREP").front() + ");\n");
+    const StepDocument document = Read(content);
+    ASSERT_EQ(document.solids.size(), 2U);
+    EXPECT_EQ(document.solids[0].name, "Board");
+    EXPECT_EQ(document.solids[1].name, "Other");
+    EXPECT_EQ(NotesOf(document), LineOf(content, "#900007") + ": the solids " + items[1] +
+                                     " and #900007 have one shell, in two shapes: they are listed as two "
+                                     "parts\n");
 }
 
 TEST_F(StepDoubles, AUsageWithTwoPlacesIsTold) {

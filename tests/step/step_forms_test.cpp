@@ -93,26 +93,50 @@ TEST_F(StepForms, AShapeIsFoundBehindTwoRelations) {
     EXPECT_EQ(NotesOf(document), "");
 }
 
+/// The board mapped by an operator of this statement, from `origin`.
+std::string Mapped(std::string content, const std::string& shape, const std::vector<std::string>& items,
+                   const std::string& origin, const std::string& statement) {
+    content.replace(content.find("\n" + shape + " = ") + 1, shape.size(), "#900010");
+    content.insert(content.rfind("ENDSEC;"),
+                   shape + "=SHAPE_REPRESENTATION('',(" + items.front() + ",#900011)," + items.back() +
+                       ");\n#900011=MAPPED_ITEM('',#900012,#900013);\n#900012=REPRESENTATION_MAP(" + origin +
+                       ",#900010);\n#900013=" + statement +
+                       ";\n#900014=CARTESIAN_POINT('',(50.,0.,0.));\n"
+                       "#900020=DIRECTION('',(1.,0.,0.));\n#900021=DIRECTION('',(0.,1.,0.));\n"
+                       "#900030=AXIS2_PLACEMENT_3D('',#900014,$,$);\n");
+    return content;
+}
+
 TEST_F(StepForms, AnOperatorMayLeaveAxesOut) {
-    for (const std::string axes : {"#900020,$", "$,$", "$,#900021"}) {
-        SCOPED_TRACE(axes);
-        std::string content = Root();
-        const std::string shape = NumberOf(content, Brep), context = ReferencesOf(content, Brep).back();
-        const std::string origin = ReferencesOf(content, Brep).front();
-        content.replace(content.find("\n" + shape + " = ") + 1, shape.size(), "#900010");
-        content = WithData(content,
-                           shape + "=SHAPE_REPRESENTATION('',(" + origin + ",#900011)," + context +
-                               ");\n#900011=MAPPED_ITEM('',#900012,#900013);\n#900012=REPRESENTATION_MAP(" +
-                               origin + ",#900010);\n#900013=CARTESIAN_TRANSFORMATION_OPERATOR_3D('','',''," +
-                               axes +
-                               ",#900014,$,$);\n#900014=CARTESIAN_POINT('',(50.,0.,0.));\n"
-                               "#900020=DIRECTION('',(1.,0.,0.));\n#900021=DIRECTION('',(0.,1.,0.));\n");
-        const StepDocument document = Read(content);
-        EXPECT_EQ(NotesOf(document), "");
-        ASSERT_EQ(document.solids.size(), 1U);
-        EXPECT_NEAR(solids::ExactBox(document.solids[0].shape).SizeX(), 600, Close);
-        EXPECT_NEAR(solids::ExactBox(document.solids[0].shape).min.X(), 50, Close);
+    for (const std::string axes : {"#900020,$", "$,$", "$,#900021", "#900020,#900021"}) {
+        for (const std::string& statement :
+             {"CARTESIAN_TRANSFORMATION_OPERATOR_3D('','',''," + axes + ",#900014,$,$)",
+              "(CARTESIAN_TRANSFORMATION_OPERATOR(" + axes +
+                  ",#900014,$)CARTESIAN_TRANSFORMATION_OPERATOR_3D($)FUNCTIONALLY_DEFINED_TRANSFORMATION('',"
+                  "'')GEOMETRIC_REPRESENTATION_ITEM()REPRESENTATION_ITEM(''))"}) {
+            SCOPED_TRACE(statement);
+            const std::string content = Root();
+            const auto items = ReferencesOf(content, Brep);
+            const StepDocument document =
+                Read(Mapped(content, NumberOf(content, Brep), items, items.front(), statement));
+            EXPECT_EQ(NotesOf(document), "");
+            ASSERT_EQ(document.solids.size(), 1U);
+            EXPECT_NEAR(solids::ExactBox(document.solids[0].shape).SizeX(), 600, Close);
+            EXPECT_NEAR(solids::ExactBox(document.solids[0].shape).min.X(), 50, Close);
+        }
     }
+}
+
+TEST_F(StepForms, AnOperatorBehindAMapFromAnotherOriginLeavesThePlaceOpen) {
+    const std::string content = Root();
+    const auto items = ReferencesOf(content, Brep);
+    const std::string mapped = Mapped(content, NumberOf(content, Brep), items, "#900030",
+                                      "CARTESIAN_TRANSFORMATION_OPERATOR_3D('','','',$,$,#900014,$,$)");
+    const StepDocument document = Read(mapped);
+    EXPECT_EQ(document.solids.size(), 1U);
+    EXPECT_EQ(NotesOf(document), LineAt(mapped, mapped.find("#900011=")) +
+                                     ": #900011 places a part by what can't be combined: the part's place "
+                                     "may be wrong; expected an operator and a map from the origin\n");
 }
 
 TEST_F(StepForms, LongNamesAreRead) {

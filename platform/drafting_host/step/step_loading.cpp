@@ -11,7 +11,6 @@
 
 #include "drafting_host/step/looks/look_targets.h"
 #include "drafting_host/step/models/model_faults.h"
-#include "drafting_host/step/places/context_units.h"
 #include "drafting_host/step/places/part_places.h"
 #include "drafting_host/step/places/place_operators.h"
 #include "drafting_host/step/places/step_units.h"
@@ -94,6 +93,7 @@ Loading::Loading(const std::filesystem::path& path, LengthUnit unit)
       mUnit(unit),
       mContent(WithoutMark(ContentOf(path))),
       mStatements(mContent),
+      mContexts(mStatements),
       mQuarantine(mStatements) {
     RequireStep(path, mContent);
     RequireSoundFrame(path, mStatements);
@@ -142,7 +142,7 @@ void Loading::Read() {
     if (HasManySections(mStatements)) content = WithOneSection(std::move(content));
     if (HasLongLists(mStatements)) content = WithoutLongLists(std::move(content));
     if (HasNestedUnits(mStatements)) content = WithDirectUnits(std::move(content));
-    if (HasUnitlessContexts(mStatements)) content = WithUnitsOfLength(std::move(content), mUnit);
+    if (mContexts.LackUnits()) content = WithUnitsOfLength(std::move(content), mUnit);
     if (HasDistantShapes(mStatements)) content = WithNearShapes(std::move(content));
     if (HasSharedSolids(mStatements)) content = WithOwnSolids(std::move(content));
     if (HasShortOperators(mStatements)) content = WithWholeOperators(std::move(content));

@@ -11,6 +11,7 @@
 
 #include "drafting_host/solids/length_unit.h"
 #include "drafting_host/step/models/body_faults.h"
+#include "drafting_host/step/places/context_units.h"
 #include "drafting_host/step/texts/step_document.h"
 #include "drafting_host/step/texts/step_quarantine.h"
 #include "drafting_host/step/texts/step_statements.h"
@@ -32,6 +33,7 @@ class Loading {
     STEPCAFControl_Reader& Reader() { return *mReader; }
     const Handle(StepData_StepModel) & Model() const { return mModel; }
     const Statements& Text() const { return mStatements; }
+    const UnitContexts& Contexts() const { return mContexts; }
     const Quarantine& Taken() const { return mQuarantine; }
     const StandIns& Texts() const { return *mTexts; }
     CodePage Page() const { return mCodePage; }
@@ -52,6 +54,7 @@ class Loading {
     LengthUnit mUnit;
     std::string mContent;
     Statements mStatements;
+    UnitContexts mContexts;
     Quarantine mQuarantine;
     CodePage mCodePage = CodePage::Utf8;
     std::optional<STEPCAFControl_Reader> mReader;

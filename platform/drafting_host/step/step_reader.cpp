@@ -26,7 +26,6 @@
 #include "drafting_host/step/models/ball_faces.h"
 #include "drafting_host/step/models/body_faults.h"
 #include "drafting_host/step/part_flattener.h"
-#include "drafting_host/step/places/context_units.h"
 #include "drafting_host/step/places/part_places.h"
 #include "drafting_host/step/places/place_operators.h"
 #include "drafting_host/step/places/step_units.h"
@@ -220,14 +219,14 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
                      std::vector<OutsidePart>& outside) {
     StepDocument document;
     Handle(TDocStd_Document) assembly = new TDocStd_Document("BinXCAF");
-    if (NamesUnits(file.Text())) document.millimetresPerUnit = MillimetresPerUnit(file.Model());
+    if (file.Contexts().NameUnits()) document.millimetresPerUnit = MillimetresPerUnit(file.Model());
     BringBodiesTo(unit);
     if (!file.Reader().Transfer(assembly)) file.RefuseEmpty();
     NoteCodePage(file.Page(), document);
     NoteMendedTexts(file.Texts(), document);
     NoteBrokenEscapes(file.Texts(), file.Text(), document);
     NoteUnits(file.Text(), file.Page(), document);
-    NoteUnitlessContexts(file.Text(), unit, document);
+    file.Contexts().Note(unit, document);
     const bool ownFile = IsWrittenHere(file.Text().Content());
     document.isWrittenHere = ownFile;
     PartFlattener parts(assembly, file.Texts(), ownFile, ExternalFiles(file.Text(), file.Page()), document);

@@ -18,11 +18,6 @@ bool IsOfShapes(const Statement& representation) {
            representation.kind != "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION";
 }
 
-struct Contexts {
-    std::vector<const Statement*> unitless;  ///< Of each representation.
-    const Statement* first = nullptr;        ///< That names a unit.
-};
-
 /// Whether it names one, be it one that can be read or not.
 bool NamesUnitOfLength(const Statements& statements, const Statement& context) {
     const auto references = statements.ReferencesOf(context);
@@ -35,23 +30,6 @@ bool NamesUnitOfLength(const Statements& statements, const Statement& context) {
 /// Contexts of parameters are no places in space, and have no lengths.
 bool IsInSpace(const Statements& statements, const Statement& context) {
     return TextOf(statements, context).find("PARAMETRIC") == std::string_view::npos;
-}
-
-Contexts ContextsOf(const Statements& statements) {
-    Contexts contexts;
-    for (const Statement& representation : statements.All()) {
-        const auto references = statements.ReferencesOf(representation);
-        if (!IsOfShapes(representation) || references.empty()) continue;
-        const Statement* const context = statements.Find(references.back().number);
-        const bool isContext =
-            context != nullptr && (context->kind.empty() || context->kind.ends_with("CONTEXT"));
-        if (!isContext || !context->wellFormed || !IsInSpace(statements, *context)) continue;
-        if (!NamesUnitOfLength(statements, *context))
-            contexts.unitless.push_back(context);
-        else if (contexts.first == nullptr)
-            contexts.first = context;
-    }
-    return contexts;
 }
 
 /// A context of its own in the shop's unit, with the units of angles that a context of space has.
@@ -74,21 +52,32 @@ int AddContext(NewStatements& additions, LengthUnit unit) {
 
 }  // namespace
 
-bool NamesUnits(const Statements& statements) {
-    const Contexts contexts = ContextsOf(statements);
-    return contexts.first != nullptr || contexts.unitless.empty();
+UnitContexts::UnitContexts(const Statements& statements) : mStatements(statements) {
+    for (const Statement& representation : statements.All()) {
+        const auto references = statements.ReferencesOf(representation);
+        if (!IsOfShapes(representation) || references.empty()) continue;
+        if (!mSeen.insert(references.back().number).second) continue;
+        if (const Statement* const context = statements.Find(references.back().number)) Take(*context);
+    }
 }
 
-bool HasUnitlessContexts(const Statements& statements) { return !ContextsOf(statements).unitless.empty(); }
+void UnitContexts::Take(const Statement& context) {
+    const bool isContext = context.kind.empty() || context.kind.ends_with("CONTEXT");
+    if (!isContext || !context.wellFormed || !IsInSpace(mStatements, context)) return;
+    if (!NamesUnitOfLength(mStatements, context))
+        mUnitless.push_back(&context);
+    else if (mFirst == nullptr)
+        mFirst = &context;
+}
 
 std::string WithUnitsOfLength(std::string content, LengthUnit unit) {
     const Statements statements(content);
-    const Contexts contexts = ContextsOf(statements);
-    if (contexts.unitless.empty()) return content;
+    const UnitContexts contexts(statements);
+    if (!contexts.LackUnits()) return content;
     NewStatements additions(statements);
-    const int context = contexts.first != nullptr ? contexts.first->number : AddContext(additions, unit);
+    const int context = contexts.First() != nullptr ? contexts.First()->number : AddContext(additions, unit);
     std::set<int> unitless;
-    for (const Statement* one : contexts.unitless) unitless.insert(one->number);
+    for (const Statement* one : contexts.Unitless()) unitless.insert(one->number);
     std::vector<TextEdit> edits;
     // Looks and other things that stand in such a context share it with the shapes.
     for (const Statement& representation : statements.All()) {
@@ -101,23 +90,19 @@ std::string WithUnitsOfLength(std::string content, LengthUnit unit) {
     return WithEdits(std::move(content), std::move(edits));
 }
 
-void NoteUnitlessContexts(const Statements& statements, LengthUnit unit, StepDocument& document) {
-    const Contexts contexts = ContextsOf(statements);
+void UnitContexts::Note(LengthUnit unit, StepDocument& document) const {
+    if (mUnitless.empty()) return;
     const std::string taken =
-        contexts.first == nullptr
-            ? (unit == LengthUnit::Inch ? std::string("inches") : std::string("millimetres")) +
-                  ", the unit of this shop's drawings"
-            : "that of the context " + Shown(contexts.first->number);
-    std::set<int> numbers;
-    for (const Statement* one : contexts.unitless) numbers.insert(one->number);
-    if (numbers.empty()) return;
-    const Statement& place = *contexts.unitless.front();
-    const std::string named = numbers.size() == 1
+        mFirst == nullptr ? (unit == LengthUnit::Inch ? std::string("inches") : std::string("millimetres")) +
+                                ", the unit of this shop's drawings"
+                          : "that of the context " + Shown(mFirst->number);
+    const Statement& place = *mUnitless.front();
+    const std::string named = mUnitless.size() == 1
                                   ? "the context " + Shown(place.number) + " names"
-                                  : std::to_string(numbers.size()) + " contexts of shapes, the first one " +
+                                  : std::to_string(mUnitless.size()) + " contexts of shapes, the first one " +
                                         Shown(place.number) + ", name";
     document.notes.push_back({named + " no unit of length, so that lengths have none: taken as " + taken,
-                              statements.LineAt(place.place)});
+                              mStatements.LineAt(place.place)});
 }
 
 }  // namespace brenvik::step

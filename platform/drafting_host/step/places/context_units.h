@@ -2,6 +2,8 @@
 #pragma once
 
 #include <string>
+#include <unordered_set>
+#include <vector>
 
 #include "drafting_host/solids/length_unit.h"
 #include "drafting_host/step/texts/step_document.h"
@@ -9,16 +11,33 @@
 
 namespace brenvik::step {
 
-/// Whether any context of shapes names one.
-bool NamesUnits(const Statements& statements);
+/// The contexts that the shapes of a file stand in.
+class UnitContexts {
+  public:
+    explicit UnitContexts(const Statements& statements);
 
-bool HasUnitlessContexts(const Statements& statements);
+    /// Whether any of them names a unit, or there are none.
+    bool NameUnits() const { return mFirst != nullptr || mUnitless.empty(); }
+    bool LackUnits() const { return !mUnitless.empty(); }
+    /// Tells those that name none, with what their lengths are taken for.
+    void Note(LengthUnit unit, StepDocument& document) const;
 
-/// The content with shapes of such contexts in the file's first context that names a unit, and in `unit`
-/// where there is none.
+    /// The first that names one.
+    const Statement* First() const { return mFirst; }
+    /// Those that name none, each once.
+    const std::vector<const Statement*>& Unitless() const { return mUnitless; }
+
+  private:
+    void Take(const Statement& context);
+
+    const Statements& mStatements;
+    std::unordered_set<int> mSeen;
+    std::vector<const Statement*> mUnitless;
+    const Statement* mFirst = nullptr;
+};
+
+/// The content with shapes of contexts without a unit in the file's first context that names one, and in
+/// `unit` where there is none.
 std::string WithUnitsOfLength(std::string content, LengthUnit unit);
-
-/// Reports these contexts with the unit that is assumed for their lengths.
-void NoteUnitlessContexts(const Statements& statements, LengthUnit unit, StepDocument& document);
 
 }  // namespace brenvik::step

@@ -152,6 +152,7 @@ class Reader {
             const bool isOperator = pair.map != nullptr && item != nullptr &&
                                     TextOf(mStatements, *item).find("CARTESIAN_TRANSFORMATION_OPERATOR") !=
                                         std::string_view::npos;
+            if (isOperator) TakeOperator(pair);
             if (isOperator || !IsUsed(pair)) return;
             const std::string found = item == nullptr      ? "none"
                                       : item->kind.empty() ? "#" + std::to_string(number)
@@ -162,6 +163,15 @@ class Reader {
             return;
         }
         if (IsUsed(pair)) mAll.push_back({pair, std::nullopt, "placements of points and directions"});
+    }
+
+    /// An operator counts from the origin of the coordinates. The format leaves open what a map with another
+    /// origin means then, and programs disagree.
+    void TakeOperator(const Pair& pair) {
+        const auto first = PlaceOf(mStatements, pair.first);
+        const auto from = first ? FrameOf(*first) : std::nullopt;
+        if (from && !from->IsOrigin() && IsUsed(pair))
+            mAll.push_back({pair, std::nullopt, "an operator and a map from the origin"});
     }
 
     /// The format has each of the two among the items of its shape.

@@ -25,6 +25,7 @@ constexpr std::string_view ShortForm = "CARTESIAN_TRANSFORMATION_OPERATOR_3D";
 
 struct Operator {
     std::string axis1, axis2, origin, scale, axis3;
+    bool isSpatial = true;  ///< And not one of the plane.
 };
 
 using Axes = std::array<Vector, 3>;
@@ -61,8 +62,10 @@ std::optional<Operator> OperatorOf(const Statement& statement, std::string_view 
     };
     const auto values = valuesOf(own, part);
     if (values.size() != shared) return std::nullopt;
-    return Operator{values[0], values[1], values[2], values[3],
-                    third == text.npos ? "$" : valuesOf(third, spatial).front()};
+    const bool isSpatial = third != text.npos;
+    return Operator{
+        values[0], values[1], values[2], values[3], isSpatial ? valuesOf(third, spatial).front() : "$",
+        isSpatial};
 }
 
 /// The axis behind "#5", of length 1; nothing for "$" and for one without a length.
@@ -170,9 +173,8 @@ std::optional<std::string> FaultOfOperator(const Statements& statements, const S
                place->scale;
     switch (TurnOf(statements, *place)) {
         case Turn::Plain:
-            // Only the short form is written anew.
-            if (statement.kind == ShortForm || IsReadAsMeant(statements, *place)) return std::nullopt;
-            return "a place whose three axes stand across each other, found others";
+            if (place->isSpatial || IsReadAsMeant(statements, *place)) return std::nullopt;
+            return "a place in space, found one in a plane";
         case Turn::Mirrors:
             if (PlacesUsagesAlone(statements, statement)) return std::nullopt;
             return "a place that doesn't mirror, since shapes are taken as they stand, found left-handed "
@@ -185,13 +187,15 @@ std::optional<std::string> FaultOfOperator(const Statements& statements, const S
 
 namespace {
 
+/// Operators that the modeller takes for others: those that leave axes out, and those of several kinds, which
+/// it knows in some combinations only.
 template <typename Visit>
 void ForEachShort(const Statements& statements, Visit visit) {
     for (const Statement& statement : statements.All()) {
-        if (statement.kind != ShortForm) continue;
         const auto place = OperatorIn(statements, statement);
-        if (!place || Scales(*place) || TurnOf(statements, *place) != Turn::Plain) continue;
-        if (!IsReadAsMeant(statements, *place)) visit(statement, *place);
+        if (!place || !place->isSpatial || Scales(*place) || TurnOf(statements, *place) != Turn::Plain)
+            continue;
+        if (statement.kind.empty() || !IsReadAsMeant(statements, *place)) visit(statement, *place);
     }
 }
 

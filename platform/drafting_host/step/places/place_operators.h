@@ -15,10 +15,10 @@ namespace brenvik::step {
 /// a sound operator, for one that mirrors a component into its assembly, and for any other statement.
 std::optional<std::string> FaultOfOperator(const Statements& statements, const Statement& statement);
 
-/// Whether a file has sound operators that leave axes to the format's rules.
+/// Whether a file has sound operators that leave axes to the format's rules, or are of several kinds.
 bool HasShortOperators(const Statements& statements);
 
-/// The content with all three axes in these: the modeller has rules of its own.
+/// The content with all three axes in these, in the short form: the modeller has rules of its own.
 std::string WithWholeOperators(std::string content);
 
 /// Reports components whose places in assemblies mirror them: they are read as they are drawn.

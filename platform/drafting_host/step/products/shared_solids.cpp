@@ -27,8 +27,12 @@ struct Share {
     const Statement* solid = nullptr;
     int first = 0, definition = 0;        ///< The products.
     const Statement* shape = nullptr;     ///< That holds the solid.
-    const Statement* defining = nullptr;  ///< What gives the product its shape, where it is this very one.
+    const Statement* defining = nullptr;  ///< What gives the product its shape.
     bool isShapeShared = false;           ///< With another product.
+    /// The product's shape where that is another one, and the relation from there to the one with the solid.
+    const Statement* own = nullptr;
+    const Statement* tie = nullptr;
+    bool isOwnShared = false;  ///< With another product.
 };
 
 class Reader {
@@ -50,10 +54,8 @@ class Reader {
             if (!seen.insert(definition).second) continue;
             for (const int shape : mTree.ShapesOf(definition)) Take(shape, definition);
         }
-        for (Share& share : mShares) {
-            const auto defining = mDefining.find({share.definition, share.shape->number});
-            if (defining != mDefining.end()) share.defining = defining->second;
-        }
+        if (!mShares.empty()) TakeTies();
+        for (Share& share : mShares) Complete(share);
         return std::move(mShares);
     }
 
@@ -78,10 +80,39 @@ class Reader {
         }
     }
 
+    void TakeTies() {
+        for (const Statement& statement : mStatements.All()) {
+            const auto references = mStatements.ReferencesOf(statement);
+            if (statement.kind != "SHAPE_REPRESENTATION_RELATIONSHIP" || references.size() < 2) continue;
+            mTies.emplace(std::pair(references[0].number, references[1].number), &statement);
+            mTies.emplace(std::pair(references[1].number, references[0].number), &statement);
+        }
+    }
+
+    void Complete(Share& share) const {
+        const auto defining = mDefining.find({share.definition, share.shape->number});
+        if (defining != mDefining.end()) {
+            share.defining = defining->second;
+            return;
+        }
+        for (auto own = mDefining.lower_bound({share.definition, 0});
+             own != mDefining.end() && own->first.first == share.definition; ++own) {
+            const auto tie = mTies.find({own->first.second, share.shape->number});
+            if (tie == mTies.end()) continue;
+            share.defining = own->second;
+            share.own = mStatements.Find(own->first.second);
+            share.tie = tie->second;
+            const auto holder = mHolders.find(own->first.second);
+            share.isOwnShared = holder != mHolders.end() && holder->second != share.definition;
+            return;
+        }
+    }
+
     const Statements& mStatements;
     const UsageTree mTree;
     std::unordered_map<int, int> mOwners, mHolders;             ///< Of solids and shapes, the first product.
     std::map<std::pair<int, int>, const Statement*> mDefining;  ///< By product and shape.
+    std::map<std::pair<int, int>, const Statement*> mTies;      ///< By both shapes, either way round.
     std::vector<Share> mShares;
 };
 
@@ -106,12 +137,17 @@ class Copier {
                 PutInto(*share.shape, share);
         }
         for (const auto& [key, ones] : mShared)
-            if (ones.front()->defining != nullptr) CopyShape(key.first, *key.second, ones);
+            if (ones.front()->defining != nullptr && ones.front()->own == nullptr) GiveOwn(key, ones);
+        for (const auto& [key, ones] : mShared)
+            if (ones.front()->own != nullptr) TieOwn(key, ones);
         mEdits.push_back(mAdditions.Edit());
         return std::move(mEdits);
     }
 
   private:
+    using Shares = std::vector<const Share*>;
+    using Key = std::pair<int, const Statement*>;  ///< A product's definition and a shape.
+
     int CopyOf(const Share& share) { return mAdditions.Add(ValuesOf(mStatements, *share.solid)); }
 
     void PutInto(const Statement& shape, const Share& share) {
@@ -120,25 +156,50 @@ class Copier {
                 mEdits.push_back(ReferenceEdit(mStatements.Content(), item.place, Shown(CopyOf(share))));
     }
 
-    void CopyShape(int definition, const Statement& shape, const std::vector<const Share*>& shares) {
-        const std::string_view content = mStatements.Content();
+    /// A copy of a shape with copies of the solids in it.
+    std::string CopyShape(const Statement& shape, const Shares& shares) {
         std::string copy = ValuesOf(mStatements, shape);
         const std::size_t start = shape.end - 1 - copy.size();
         std::vector<TextEdit> edits;
         for (const Reference& item : mStatements.ReferencesOf(shape))
             for (const Share* share : shares)
                 if (item.number == share->solid->number) {
-                    TextEdit edit = ReferenceEdit(content, item.place, Shown(CopyOf(*share)));
+                    TextEdit edit = ReferenceEdit(mStatements.Content(), item.place, Shown(CopyOf(*share)));
                     edit.place -= start;
                     edits.push_back(std::move(edit));
                 }
-        const std::string own = Shown(mAdditions.Add(WithEdits(std::move(copy), std::move(edits))));
+        return Shown(mAdditions.Add(WithEdits(std::move(copy), std::move(edits))));
+    }
+
+    /// A copy of the very shape that the product names; what places the product places the copy then.
+    const std::string& GiveOwn(const Key& key, const Shares& shares) {
+        const auto& [definition, shape] = key;
+        std::string& own = mOwn[key];
+        if (!own.empty()) return own;
+        own = CopyShape(*shape, shares);
+        const std::string_view content = mStatements.Content();
         const Statement& defining = *shares.front()->defining;
         mEdits.push_back(ReferenceEdit(content, mStatements.ReferencesOf(defining)[1].place, own));
         for (const Statement* relationship : PlacingsOf(definition))
             for (const Reference& reference : mStatements.ReferencesOf(*relationship))
-                if (reference.number == shape.number)
+                if (reference.number == shape->number)
                     mEdits.push_back(ReferenceEdit(content, reference.place, own));
+        return own;
+    }
+
+    /// A copy of the shape behind the one that the product names. That one is copied too where it is another
+    /// product's as well.
+    void TieOwn(const Key& key, const Shares& shares) {
+        const Share& first = *shares.front();
+        const std::string copy = CopyShape(*key.second, shares);
+        if (first.isOwnShared) {
+            const std::string& own = GiveOwn({key.first, first.own}, shares);
+            mAdditions.Add("SHAPE_REPRESENTATION_RELATIONSHIP('',''," + own + "," + copy + ")");
+            return;
+        }
+        for (const Reference& reference : mStatements.ReferencesOf(*first.tie))
+            if (reference.number == key.second->number)
+                mEdits.push_back(ReferenceEdit(mStatements.Content(), reference.place, copy));
     }
 
     /// The relationships of shapes that place a product in assemblies.
@@ -165,7 +226,8 @@ class Copier {
     const Statements& mStatements;
     NewStatements mAdditions;
     std::vector<TextEdit> mEdits;
-    std::map<std::pair<int, const Statement*>, std::vector<const Share*>> mShared;
+    std::map<Key, Shares> mShared;
+    std::map<Key, std::string> mOwn;  ///< Copies of shapes that products name.
     std::unordered_map<int, std::vector<const Statement*>> mPlacings;  ///< By the component's definition.
 };
 

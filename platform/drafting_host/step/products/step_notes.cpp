@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "drafting_host/step/products/usage_tree.h"
@@ -103,26 +104,36 @@ class ProductShapes {
     std::multimap<int, int> mProducts, mEqual;
 };
 
-std::string PartNameOf(const Statements& statements, const ProductShapes& shapes, const Statement& body,
-                       CodePage codePage) {
+/// The representations that hold these bodies, by the numbers of the bodies.
+std::unordered_multimap<int, int> HoldersOf(const std::vector<LostBody>& bodies,
+                                            const Statements& statements) {
+    std::unordered_set<int> numbers;
+    for (const LostBody& lost : bodies) numbers.insert(lost.body->number);
+    std::unordered_multimap<int, int> holders;
     for (const Statement& statement : statements.All()) {
         if (!statement.kind.ends_with("REPRESENTATION")) continue;
-        const auto references = statements.ReferencesOf(statement);
-        if (std::ranges::find(references, body.number, &Reference::number) == references.end()) continue;
-        for (const int definition : shapes.ProductsOf(statement.number)) {
-            const std::string name = ProductName(statements, definition, codePage);
-            if (!name.empty()) return name;
-        }
+        for (const Reference& item : statements.ReferencesOf(statement))
+            if (numbers.contains(item.number)) holders.emplace(item.number, statement.number);
     }
-    return FirstTextOf(statements, body, codePage);
+    return holders;
 }
 
 void NoteBodies(const Quarantine& quarantine, const Statements& statements, CodePage codePage,
                 StepDocument& document) {
     if (quarantine.LostBodies().empty()) return;
     const ProductShapes shapes(statements);
+    const auto holders = HoldersOf(quarantine.LostBodies(), statements);
+    const auto nameOf = [&](const Statement& body) {
+        std::set<int> definitions;
+        const auto [first, last] = holders.equal_range(body.number);
+        for (auto holder = first; holder != last; ++holder)
+            definitions.merge(shapes.ProductsOf(holder->second));
+        for (const int definition : definitions)
+            if (std::string name = ProductName(statements, definition, codePage); !name.empty()) return name;
+        return FirstTextOf(statements, body, codePage);
+    };
     for (const LostBody& lost : quarantine.LostBodies()) {
-        const std::string name = PartNameOf(statements, shapes, *lost.body, codePage);
+        const std::string name = nameOf(*lost.body);
         const std::string number = "#" + std::to_string(lost.body->number);
         document.notes.push_back(
             {(name.empty() ? "the body " + number : "part \"" + name + "\" (" + number + ")") +

@@ -291,8 +291,7 @@ std::string StandIns::PutInto(std::string_view content, CodePage codePage) {
         if (text.find(Replacement) != std::string::npos &&
             written.find(Replacement) == std::string_view::npos)
             mMended.push_back(text);
-        if (HasBrokenEscape(written) && std::ranges::find(mBroken, written) == mBroken.end())
-            mBroken.emplace_back(written);
+        if (HasBrokenEscape(written) && mKnownBroken.emplace(written).second) mBroken.emplace_back(written);
         // A blank name of another program is none: the modeller takes the number of the product then.
         if (!toTheLetter && IsBlank(text)) return {};
         return IsPlain(text) ? text : WordFor(text);

@@ -4,7 +4,9 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,6 +57,7 @@ class StandIns {
     std::map<std::string, std::string, std::less<>> mWordOf;
     std::map<std::string, std::string, std::less<>> mTextOf;
     std::vector<std::string> mMended, mBroken;
+    std::set<std::string, std::less<>> mKnownBroken;
 };
 
 }  // namespace brenvik::step
