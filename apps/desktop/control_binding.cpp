@@ -23,7 +23,10 @@
 #include "base/letter_case.h"
 #include "form_desk.h"
 #include "form_layouts.h"
+#include "form_steps.h"
 #include "grid_view.h"
+#include "journal/journal_parser.h"
+#include "journal_recorder.h"
 
 namespace brenvik::desktop {
 
@@ -59,6 +62,21 @@ QString InLines(const QString& text) {
     return lines + line;
 }
 
+/// A text that was typed, letter after letter; one that nobody is to read stays out of a journal.
+void NoteTyping(FormDesk& desk, const Control& control, const std::string& text) {
+    const std::string head = "type " + control.Name() + " ";
+    if (!IsSecret(control.Name())) return desk.Note(head + JournalText(text), head);
+    desk.Note("# " + head + "... is not recorded", "# " + head);
+}
+
+/// A press, ahead of which the journal hears of it.
+void PressNoted(FormDesk& desk, Control& control) {
+    desk.Do([&] {
+        desk.Note(PressStep(control));
+        control.Press();
+    });
+}
+
 class LabelBinding : public ControlBinding {
   public:
     LabelBinding(Control& control, QLabel& label) : ControlBinding(control, label), mLabel(label) {
@@ -81,7 +99,7 @@ class ButtonBinding : public ControlBinding {
     ButtonBinding(Control& control, QAbstractButton& button, FormDesk& desk)
         : ControlBinding(control, button), mButton(button) {
         QObject::connect(&button, &QAbstractButton::clicked, &button,
-                         [&control, &desk] { desk.Do([&control] { control.Press(); }); });
+                         [&control, &desk] { PressNoted(desk, control); });
     }
     void Show() override {
         ControlBinding::Show();
@@ -102,7 +120,10 @@ class TextBinding : public ControlBinding {
         edit.setMinimumWidth(LeastEditWidth);
         if (IsSecret(control.Name())) edit.setEchoMode(QLineEdit::Password);
         QObject::connect(&edit, &QLineEdit::textEdited, &edit, [&control, &desk](const QString& text) {
-            desk.Do([&control, &text] { control.SetText(FromQt(text)); });
+            desk.Do([&] {
+                NoteTyping(desk, control, FromQt(text));
+                control.SetText(FromQt(text));
+            });
         });
     }
     void Show() override {
@@ -141,7 +162,10 @@ class ComboBinding : public ControlBinding {
         if (QLineEdit* const edit = combo.lineEdit()) {
             combo.setCompleter(nullptr);
             QObject::connect(edit, &QLineEdit::textEdited, edit, [this](const QString& text) {
-                mDesk.Do([this, &text] { mList.SetText(FromQt(text)); });
+                mDesk.Do([this, &text] {
+                    NoteTyping(mDesk, mList, FromQt(text));
+                    mList.SetText(FromQt(text));
+                });
             });
         }
     }
@@ -174,7 +198,10 @@ class ComboBinding : public ControlBinding {
 
   private:
     void Choose(int index) {
-        mDesk.Do([this, index] { mList.SetListIndex(index); });
+        mDesk.Do([this, index] {
+            mDesk.Note(ItemStep("pick", mList, index));
+            mList.SetListIndex(index);
+        });
     }
 
     ListControl& mList;
@@ -191,7 +218,9 @@ class ListBinding : public ControlBinding {
         QObject::connect(&widget, &QListWidget::itemSelectionChanged, &widget, [this] { TakeSelection(); });
         QObject::connect(&widget, &QListWidget::itemDoubleClicked, &widget, [this] {
             mDesk.Do([this] {
-                if (mList.onDoubleClick) mList.onDoubleClick();
+                if (!mList.onDoubleClick) return;
+                NoteDoubleClick();
+                mList.onDoubleClick();
             });
         });
     }
@@ -214,20 +243,26 @@ class ListBinding : public ControlBinding {
             return mDesk.Do([this, item] { mList.SetListIndex(item); });
         mWidget.item(item)->setSelected(true);
     }
+    void Unpick(int item) override { mWidget.item(item)->setSelected(false); }
     void DoubleClick() override {
         if (QListWidgetItem* const item = mWidget.currentItem()) emit mWidget.itemDoubleClicked(item);
     }
 
   private:
+    /// The click that began it has picked the item, which the step does too.
+    void NoteDoubleClick() {
+        if (const int item = mWidget.currentRow(); item >= 0 && item < mList.ListCount())
+            mDesk.Note(ItemStep("doubleclick", mList, item), ItemStep("pick", mList, item) + "\n");
+    }
     void TakeSelection() {
         mDesk.Do([this] {
             for (int i = 0; i < mWidget.count() && i < mList.ListCount(); ++i) {
                 const bool on = mWidget.item(i)->isSelected();
                 if (on == mList.Selected(i)) continue;
-                if (mList.MultiSelect())
-                    mList.SetSelected(i, on);
-                else if (on)
-                    return mList.SetListIndex(i);
+                if (!mList.MultiSelect() && !on) continue;
+                mDesk.Note(ItemStep(on ? "pick" : "unpick", mList, i));
+                if (!mList.MultiSelect()) return mList.SetListIndex(i);
+                mList.SetSelected(i, on);
             }
         });
     }
@@ -276,6 +311,7 @@ class ListViewBinding : public ControlBinding {
   private:
     void Choose(int row) {
         mDesk.Do([this, row] {
+            mDesk.Note(PickStep(mView, row));
             mView.selectedRow = row;
             if (mView.onClick) mView.onClick();
         });
@@ -306,7 +342,10 @@ class TabBinding : public ControlBinding {
 
   private:
     void Choose(int tab) {
-        mDesk.Do([this, tab] { mTabs.SetSelectedTab(tab); });
+        mDesk.Do([this, tab] {
+            mDesk.Note(PickStep(mTabs, tab));
+            mTabs.SetSelectedTab(tab);
+        });
     }
 
     TabStripControl& mTabs;
@@ -323,7 +362,10 @@ class ToolbarBinding : public ControlBinding {
             QAction* const action = bar.addAction(ToQt(key.caption));
             action->setObjectName(ToQt(key.key));
             QObject::connect(action, &QAction::triggered, &bar, [&control, &desk, pressed = key.key] {
-                desk.Do([&control, pressed] { control.PressKey(pressed); });
+                desk.Do([&] {
+                    desk.Note("press " + control.Name() + "." + pressed);
+                    control.PressKey(pressed);
+                });
             });
         }
     }
@@ -359,7 +401,7 @@ class MenuBinding : public ControlBinding {
         : ControlBinding(control, menu), mAction(*menu.addAction(ToQt(control.Text()))) {
         mAction.setSeparator(control.Text() == "-");
         QObject::connect(&mAction, &QAction::triggered, &menu,
-                         [&control, &desk] { desk.Do([&control] { control.Press(); }); });
+                         [&control, &desk] { PressNoted(desk, control); });
     }
     void Show() override {
         mAction.setEnabled(Model().enabled);

@@ -31,6 +31,7 @@ class ControlBinding {
     virtual void PressKey(std::string_view) {}
     virtual void Type(std::string_view) {}
     virtual void Pick(int) {}
+    virtual void Unpick(int) {}
     virtual void DoubleClick() {}
 
   private:

@@ -19,9 +19,11 @@
 #include "grid_printer.h"
 #include "guide_window.h"
 #include "journal/journal_parser.h"
+#include "journal_recorder.h"
 #include "main_window.h"
 #include "part_painter.h"
 #include "progress_window.h"
+#include "recording_ports.h"
 #include "session/progress.h"
 #include "session/session.h"
 #include "widget_hands.h"
@@ -72,16 +74,28 @@ class AskingPrompts : public PromptPort {
     std::function<void(const std::string&)> mTell;
 };
 
+/// A journal takes the place of no drawing and of nothing that the home lives by, and no list takes its own.
+void RequireRecordPlace(const DesktopOptions& options, app::KeptFiles& kept) {
+    const std::filesystem::path file = PathFromText(options.record);
+    if (!options.drawing.empty())
+        kept.Keep(PathFromText(options.drawing), "the drawing", OutputKind::Drawing);
+    kept.RequireFree(file, OutputKind::Transcript, options.record);
+    kept.Keep(file, "the journal that is recorded");
+}
+
 }  // namespace
 
 app::ExitStatus RunForAPerson(const DesktopOptions& options) {
     FormDesk desk;
-    DesktopDialogs dialogs(desk);
+    DesktopDialogs screen(desk);
+    RecordingDialogs dialogs(screen);
     app::Workplace workplace(options.home, dialogs);
     MainWindow window(workplace, desk);
-    AskingPrompts prompts(desk, [&window](const std::string& line) { window.Tell(line); });
+    AskingPrompts asking(desk, [&window](const std::string& line) { window.Tell(line); });
+    RecordingPrompts prompts(asking);
     workplace.host.SetPrompts(&prompts);
-    ProgressWindow progress(desk);
+    ProgressWindow shown(desk);
+    RecordingProgress progress(shown);
     ShowProgressBy(&progress);
     GridPrinter printer(desk, [&workplace] {
         const HostDocument* const document = workplace.host.Active();
@@ -93,11 +107,19 @@ app::ExitStatus RunForAPerson(const DesktopOptions& options) {
                                        [&window](const std::string& line) { window.Tell(line); }});
     window.KeepWorkBy(&keeper);
     window.TellLossesOfActs();
+    std::optional<JournalRecorder> recorder;
+    if (!options.record.empty()) {
+        RequireRecordPlace(options, workplace.kept);
+        recorder.emplace(PathFromText(options.record),
+                         [&window](const std::string& line) { window.Tell(line); });
+        desk.recorder = dialogs.recorder = prompts.recorder = progress.recorder = &*recorder;
+    }
     const GuideKey guideKey;
     window.show();
     if (!options.drawing.empty()) window.OpenFile(options.drawing);
     window.OfferRecovery(FindAbandonedWork(RecoveryFolder(workplace.home)));
     QApplication::exec();
+    desk.recorder = dialogs.recorder = prompts.recorder = progress.recorder = nullptr;
     window.KeepWorkBy(nullptr);
     ShowProgressBy(nullptr);
     ThePlatform().print = &workplace.printer;

@@ -9,6 +9,8 @@ namespace brenvik::desktop {
 
 struct DesktopOptions {
     std::string home, drawing, journal;
+    /// The journal to write of what a person does; blank for none.
+    std::string record;
     /// A folder for pictures of each window as it opens; blank for none.
     std::string pictures;
     /// A part file to paint, and the picture to write.

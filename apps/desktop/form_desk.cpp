@@ -6,6 +6,7 @@
 
 #include "base/failure.h"
 #include "form_window.h"
+#include "journal_recorder.h"
 #include "session/message.h"
 
 namespace brenvik::desktop {
@@ -31,6 +32,7 @@ FormDesk::FormDesk() = default;
 FormDesk::~FormDesk() = default;
 
 void FormDesk::Do(const std::function<void()>& wish) {
+    const int noted = mNoted;
     // Nothing may be thrown through the toolkit's own code.
     try {
         const For going(mDepth, mDepth + 1);
@@ -38,14 +40,25 @@ void FormDesk::Do(const std::function<void()>& wish) {
     } catch (const Failure& failure) {
         if (mKeepFailures)
             mKept = std::current_exception();
-        else
+        else {
+            if (mNoted != noted) NoteFailure();
             ShowFailure(failure);
+        }
     } catch (...) {
         if (!mKeepFailures) throw;
         mKept = std::current_exception();
     }
     ShowModels();
     if (onDone) onDone();
+}
+
+void FormDesk::Note(const std::string& step, const std::string& replaces) {
+    ++mNoted;
+    if (recorder != nullptr) recorder->Step(step, replaces);
+}
+
+void FormDesk::NoteFailure() {
+    if (recorder != nullptr) recorder->Answer("accept failure");
 }
 
 void FormDesk::ShowModels() {

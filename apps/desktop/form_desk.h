@@ -14,6 +14,7 @@ class QWidget;
 namespace brenvik::desktop {
 
 class FormWindow;
+class JournalRecorder;
 
 class FormDesk {
   public:
@@ -25,6 +26,13 @@ class FormDesk {
     /// Carries out a user's action, then brings the windows up to date. A Failure is shown in a box, unless a
     /// journal plays: then it waits for RethrowKept.
     void Do(const std::function<void()>& wish);
+    /// A step of the journal of what is done, ahead of its being done. It takes the place of the last one
+    /// where that begins with `replaces`.
+    void Note(const std::string& step, const std::string& replaces = {});
+    /// The step that was noted has failed, and life goes on.
+    void NoteFailure();
+    /// Null for nobody who records. Outlives the desk's use.
+    JournalRecorder* recorder = nullptr;
     /// Whether nothing that a user has set going is halfway: a form that waits for them is at rest.
     bool AtRest() const { return mDepth == 0; }
     /// Brings every open window up to date.
@@ -50,6 +58,7 @@ class FormDesk {
   private:
     std::vector<std::unique_ptr<FormWindow>> mWindows;
     int mDepth = 0;
+    int mNoted = 0;
     std::exception_ptr mKept;
     bool mKeepFailures = false;
 };

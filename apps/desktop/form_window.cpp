@@ -14,6 +14,7 @@
 #include "base/invariant.h"
 #include "control_binding.h"
 #include "form_desk.h"
+#include "form_steps.h"
 
 namespace brenvik::desktop {
 
@@ -201,7 +202,10 @@ void FormWindow::moveEvent(QMoveEvent* event) {
 
 void FormWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
-    mDesk.Do([this] { mForm.RequestClose(); });
+    mDesk.Do([this] {
+        mDesk.Note("close");
+        mForm.RequestClose();
+    });
 }
 
 // Escape.
@@ -209,6 +213,7 @@ void FormWindow::reject() {
     const std::string_view escape = LayoutOf(mForm.Name()).escape;
     mDesk.Do([this, escape] {
         Control* const button = escape.empty() ? nullptr : mForm.Find(escape);
+        mDesk.Note(button != nullptr ? PressStep(*button) : "close");
         if (button != nullptr)
             button->Press();
         else

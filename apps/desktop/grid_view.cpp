@@ -11,6 +11,7 @@
 #include <QTableView>
 
 #include "form_desk.h"
+#include "form_steps.h"
 #include "forms/grid_block.h"
 
 namespace brenvik::desktop {
@@ -98,7 +99,10 @@ class CellDelegate : public QStyledItemDelegate {
     void setModelData(QWidget* editor, QAbstractItemModel*, const QModelIndex& index) const override {
         const std::string text = FromQt(static_cast<QLineEdit*>(editor)->text());
         mTaken = false;
-        mDesk.Do([&] { mTaken = mGrid.UserEdit(index.column() + 1, index.row() + 1, text); });
+        mDesk.Do([&] {
+            mDesk.Note(CellStep(mGrid, index.column() + 1, index.row() + 1, text));
+            mTaken = mGrid.UserEdit(index.column() + 1, index.row() + 1, text);
+        });
     }
     /// Whether the cell has taken the last text.
     bool Taken() const { return mTaken; }
@@ -152,6 +156,8 @@ class GridView : public QTableView {
         const QModelIndex cell = mModel.index(row - 1, column - 1);
         if (cell != currentIndex()) setCurrentIndex(cell);
         if (!mModel.flags(cell).testFlag(Qt::ItemIsEditable)) return false;
+        // What no key types comes from the clipboard.
+        if (text.find_first_of("\r\n\t") != std::string_view::npos) return Take(column, row, text);
         edit(cell);
         auto* const editor = qobject_cast<QLineEdit*>(indexWidget(cell) != nullptr ? indexWidget(cell)
                                                                                    : findChild<QLineEdit*>());
@@ -177,8 +183,8 @@ class GridView : public QTableView {
         if (event->matches(QKeySequence::Copy)) return Copy();
         if (event->matches(QKeySequence::Paste)) return Paste();
         if (event->key() == Qt::Key_D && event->modifiers() == Qt::ControlModifier)
-            return mDesk.Do([this] { FillDown(mGrid, Marked()); });
-        if (event->key() == Qt::Key_Delete) return mDesk.Do([this] { ClearBlock(mGrid, Marked()); });
+            return mDesk.Do([this] { FillDown(mGrid, Marked(), Noted()); });
+        if (event->key() == Qt::Key_Delete) return mDesk.Do([this] { ClearBlock(mGrid, Marked(), Noted()); });
         if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return GoDown();
         QTableView::keyPressEvent(event);
     }
@@ -189,10 +195,16 @@ class GridView : public QTableView {
     }
 
   private:
+    bool Take(int column, int row, std::string_view text) {
+        bool taken = false;
+        mDesk.Do([&] { taken = mGrid.UserEdit(column, row, text); });
+        return taken;
+    }
     double CharacterWidth() const { return fontMetrics().averageCharWidth() + 1.0; }
 
     void Enter(const QModelIndex& cell) {
         mDesk.Do([this, cell] {
+            mDesk.Note(GotoStep(mGrid, cell.column() + 1, cell.row() + 1));
             mGrid.SetActiveCell(cell.column() + 1, cell.row() + 1);
             if (mDesk.onRowEntered) mDesk.onRowEntered(mGrid.CellText(1, cell.row() + 1));
         });
@@ -200,6 +212,12 @@ class GridView : public QTableView {
     void GoDown() {
         const QModelIndex below = currentIndex().siblingAtRow(currentIndex().row() + 1);
         if (below.isValid()) setCurrentIndex(below);
+    }
+    /// Cells that are typed into by a block are steps of the journal one by one.
+    BeforeTyping Noted() const {
+        return [this](int column, int row, std::string_view text) {
+            mDesk.Note(CellStep(mGrid, column, row, text));
+        };
     }
     /// What is marked, or the cell where the user stands.
     GridBlock Marked() const {
@@ -215,7 +233,7 @@ class GridView : public QTableView {
         const std::string text = FromQt(QApplication::clipboard()->text());
         mDesk.Do([this, &text] {
             const GridBlock block = Marked();
-            PasteBlock(mGrid, block.column, block.row, text);
+            PasteBlock(mGrid, block.column, block.row, text, Noted());
         });
     }
 

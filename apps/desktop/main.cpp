@@ -33,6 +33,7 @@ DesktopOptions OptionsOf(const QStringList& words) {
     parser.addPositionalArgument("DRAWING", "The drawing to open");
     parser.addOptions({{"home", "The install folder", "DIR"},
                        {"journal", "Play this journal on the windows and end", "FILE"},
+                       {"record", "Write a journal of what is done into this file", "FILE"},
                        {"pictures", "Write a picture of each window that opens into this folder", "DIR"},
                        {"part-picture", "Paint this part file of a CNC run, and end", "FILE"},
                        {"out", "The picture to paint: .png", "FILE"},
@@ -41,6 +42,7 @@ DesktopOptions OptionsOf(const QStringList& words) {
     DesktopOptions options;
     options.home = FromQt(parser.value("home"));
     options.journal = FromQt(parser.value("journal"));
+    options.record = FromQt(parser.value("record"));
     options.pictures = FromQt(parser.value("pictures"));
     options.partFile = FromQt(parser.value("part-picture"));
     options.out = FromQt(parser.value("out"));
@@ -74,6 +76,10 @@ int Run(int argc, char** argv) {
     QApplication::setStyle(QStyleFactory::create("Fusion"));
     try {
         const DesktopOptions options = OptionsOf(application.arguments());
+        if (!options.journal.empty() && !options.record.empty())
+            throw app::CommandError(
+                app::ExitStatus::WrongWords,
+                "--record writes what a person does, and --journal plays: expected one of them");
         if (!options.partFile.empty()) return static_cast<int>(PaintPartFile(options));
         return static_cast<int>(options.journal.empty() ? RunForAPerson(options) : RunForAJournal(options));
     } catch (const app::CommandError& error) {

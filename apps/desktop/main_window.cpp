@@ -27,6 +27,7 @@
 #include "drawings/grid_session.h"
 #include "drawings/part_file.h"
 #include "file_roots/places.h"
+#include "journal/journal_parser.h"
 #include "outcome_window.h"
 #include "told_losses.h"
 #include "work_keeper.h"
@@ -266,6 +267,7 @@ bool MainWindow::OpenFile(const std::string& name) {
     HostDocument* const document = Read(name);
     if (document == nullptr) return false;
     AddRecent(name);
+    NoteOpening(name);
     setWindowModified(false);
     KeepHistory(*document);
     if (mKeeper != nullptr) mKeeper->Follow(*document);
@@ -273,7 +275,22 @@ bool MainWindow::OpenFile(const std::string& name) {
     return true;
 }
 
+/// The first drawing is the one that the journal will be played on.
+void MainWindow::NoteOpening(const std::string& name) {
+    const std::string path = FromQt(QFileInfo(ToQt(name)).absoluteFilePath());
+    mDesk.Note((mAnyOpened ? "open " : "# The drawing: ") + JournalText(path));
+    // What plays a journal selects every part at its beginning.
+    if (!mAnyOpened) mDesk.Note("select none");
+    mAnyOpened = true;
+}
+
 bool MainWindow::SaveUnder(const std::string& name) {
+    const auto fail = [this](const std::string& reason) {
+        mDesk.NoteFailure();
+        QMessageBox::warning(this, tr("Save"), ToQt(reason));
+        return false;
+    };
+    mDesk.Note("save " + JournalText(name));
     try {
         if (app::IsDxfName(name)) {
             Document()->SaveAs(name, SaveAsKind::Dxf2000);
@@ -287,11 +304,9 @@ bool MainWindow::SaveUnder(const std::string& name) {
                 QMessageBox::warning(this, tr("Save"), ToQt(name) + ":\n" + losses.join("\n"));
         }
     } catch (const Failure& failure) {
-        QMessageBox::warning(this, tr("Save"), ToQt(TextOf(failure)));
-        return false;
+        return fail(TextOf(failure));
     } catch (const std::exception& failure) {
-        QMessageBox::warning(this, tr("Save"), ToQt(failure.what()));
-        return false;
+        return fail(failure.what());
     }
     AddRecent(name);
     setWindowModified(false);
@@ -380,7 +395,9 @@ void MainWindow::RunCommand(const GroupedCommand& command) {
     }
     mDesk.Do([this, &command] {
         if (command.wantsParts) SelectAllWhenNothingIs();
-        mWorkplace.typedCommands.Call(CommandEntryOf(command.command).method);
+        const std::string method(CommandEntryOf(command.command).method);
+        mDesk.Note("command " + method);
+        mWorkplace.typedCommands.Call(method);
         if (command.changesDrawing) MarkChanged();
     });
 }
@@ -391,7 +408,7 @@ void MainWindow::SelectAllWhenNothingIs() {
     std::vector<std::string> handles;
     for (const PartLine& part : PartLinesOf(*Document()))
         if (part.visible) handles.push_back(part.handle);
-    app::SelectHandles(*Document(), handles);
+    SelectHandles(handles);
 }
 
 }  // namespace brenvik::desktop

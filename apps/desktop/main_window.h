@@ -92,6 +92,7 @@ class MainWindow : public QMainWindow {
     bool SaveAsAsked();
     /// Opens a drawing in the place of the one before; null if it can't be read, after a message.
     HostDocument* Read(const std::string& name);
+    void NoteOpening(const std::string& name);
     void MarkChanged();
     void AskKeepingInterval();
     HostDocument* Document() const { return mWorkplace.host.Active(); }
@@ -118,7 +119,7 @@ class MainWindow : public QMainWindow {
     QPlainTextEdit* mHistory = nullptr;
     QLabel* mPrompt = nullptr;
     QLineEdit* mCommand = nullptr;
-    bool mShowing = false;
+    bool mShowing = false, mAnyOpened = false;
     bool mTellsLosses = false;
 };
 

@@ -16,8 +16,8 @@
 #include <map>
 
 #include "control_binding.h"
-#include "drafting_host/document/drawing_history.h"
 #include "drawings/drawing_io.h"
+#include "journal/journal_parser.h"
 #include "main_window.h"
 
 namespace brenvik::desktop {
@@ -93,7 +93,10 @@ void MainWindow::MakeCommandDock() {
     connect(escape, &QShortcut::activated, this, [this] {
         mCommand->clear();
         if (Document() != nullptr)
-            mDesk.Do([this] { mWorkplace.typedCommands.Line().Send(*Document(), "\x1b"); });
+            mDesk.Do([this] {
+                mDesk.Note("escape");
+                mWorkplace.typedCommands.Line().Send(*Document(), "\x1b");
+            });
     });
 }
 
@@ -107,6 +110,7 @@ void MainWindow::TypeCommand() {
     const std::string typed = FromQt(mCommand->text());
     mCommand->clear();
     mDesk.Do([&] {
+        mDesk.Note("host " + JournalText(typed + "\n"));
         mWorkplace.typedCommands.Line().Send(*Document(), typed + "\n");
         MarkChanged();
     });
@@ -116,7 +120,11 @@ void MainWindow::TypeAlone(const std::string& command) {
     if (Document() == nullptr) return;
     mDesk.Do([&] {
         HostCommandLine& line = mWorkplace.typedCommands.Line();
-        if (line.Busy(*Document())) line.Send(*Document(), "\x1b");
+        if (line.Busy(*Document())) {
+            mDesk.Note("escape");
+            line.Send(*Document(), "\x1b");
+        }
+        mDesk.Note("host " + JournalText(command + "\n"));
         line.Send(*Document(), command + "\n");
         MarkChanged();
     });
@@ -201,7 +209,11 @@ std::vector<std::string> MainWindow::SelectedHandles() const {
 }
 
 void MainWindow::SelectHandles(const std::vector<std::string>& handles) {
-    if (Document() != nullptr) app::SelectHandles(*Document(), handles);
+    if (Document() == nullptr) return;
+    std::string step = "select";
+    for (const std::string& handle : handles) step += " " + handle;
+    mDesk.Note(handles.empty() ? "select none" : step, "select ");
+    app::SelectHandles(*Document(), handles);
 }
 
 void MainWindow::TakeTreeSelection() {
@@ -221,14 +233,13 @@ void MainWindow::TakeTreeSelection() {
 void MainWindow::TakeTick(QTreeWidgetItem& item) {
     const std::string handle = FromQt(item.data(0, HandleRole).toString());
     if (mShowing || handle.empty() || Document() == nullptr) return;
-    auto* const entity = dynamic_cast<HostEntity*>(Document()->HandleToObject(handle));
-    if (entity == nullptr) return;
     const bool shown = item.checkState(0) == Qt::Checked;
     // The tree is filled anew by it, which its own signal would not outlive.
-    QTimer::singleShot(0, this, [this, entity, shown] {
-        mDesk.Do([this, entity, shown] {
-            const OneStep step(Document(), "Show and hide");
-            entity->SetVisible(shown);
+    QTimer::singleShot(0, this, [this, handle, shown] {
+        if (Document() == nullptr) return;
+        mDesk.Do([this, handle, shown] {
+            mDesk.Note((shown ? "show entity " : "hide entity ") + handle);
+            app::ShowEntity(*Document(), handle, shown);
             MarkChanged();
         });
     });

@@ -84,6 +84,8 @@ bool MainWindow::Recover(AbandonedWork& work) {
     Tell("Recovered the work of " + work.Note().time + " on " + work.Note().file +
          ", which is not saved yet.");
     if (otherFile) Tell(work.Note().file + " has been changed since; the recovered work is " + name + ".");
+    NoteOpening(work.Note().file);
+    mDesk.Note("# That was opened with work of " + work.Note().time + ", which a journal can't do again.");
     setWindowModified(true);
     KeepHistory(*document);
     if (mKeeper != nullptr) {

@@ -53,6 +53,11 @@ void WidgetHands::Pick(Form& form, ListControl& list, int item) {
     mDesk.RethrowKept();
 }
 
+void WidgetHands::Unpick(Form& form, ListControl& list, int item) {
+    Meet(form, list).Unpick(item);
+    mDesk.RethrowKept();
+}
+
 void WidgetHands::Pick(Form& form, TabStripControl& tabs, int item) {
     Meet(form, tabs).Pick(item);
     mDesk.RethrowKept();

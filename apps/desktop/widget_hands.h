@@ -19,6 +19,7 @@ class WidgetHands : public JournalHands {
     void PressKey(Form& form, ToolbarControl& toolbar, std::string_view key) override;
     void Type(Form& form, Control& control, std::string_view text) override;
     void Pick(Form& form, ListControl& list, int item) override;
+    void Unpick(Form& form, ListControl& list, int item) override;
     void Pick(Form& form, TabStripControl& tabs, int item) override;
     void Pick(Form& form, ListViewControl& view, int row) override;
     void DoubleClick(Form& form, Control& control) override;

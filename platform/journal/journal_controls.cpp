@@ -104,6 +104,15 @@ void PickItem(const Act& act) {
     }
 }
 
+void UnpickItem(const Act& act) {
+    const JournalStep& step = act.step;
+    const std::string expected = "a list of which several items can be picked";
+    auto& list = UsableOf<ListControl>(step, act.form, expected);
+    if (!list.MultiSelect())
+        FailStep(step, expected, std::string(KindInWords(list.Kind())) + " " + Quoted(list.Name()));
+    act.hands.Unpick(act.form, list, FindItem(step, list, step.arguments[1]));
+}
+
 void DoubleClickItem(const Act& act) {
     PickItem(act);
     act.hands.DoubleClick(act.form, FindControl(act.step, act.form, act.step.arguments[0]));
@@ -139,6 +148,7 @@ void ActOnForm(const JournalStep& step, Form& form, JournalHands& hands) {
         return hands.Press(form, UsableOf<CheckControl>(step, form, "a tick box"));
     if (step.kind == StepKind::Type) return TypeText(act);
     if (step.kind == StepKind::Pick) return PickItem(act);
+    if (step.kind == StepKind::Unpick) return UnpickItem(act);
     if (step.kind == StepKind::DoubleClick) return DoubleClickItem(act);
     if (step.kind == StepKind::Cell) return EditCell(act);
     if (step.kind == StepKind::Goto) {

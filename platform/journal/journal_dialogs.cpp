@@ -28,6 +28,17 @@ std::optional<QueuedAnswer> JournalDialogs::Take(AnswerKind kind) {
     return answer;
 }
 
+bool JournalDialogs::TakeCancel(const std::string& task, int step) {
+    const auto found = std::find_if(mAnswers.begin(), mAnswers.end(), [&](const QueuedAnswer& answer) {
+        return answer.kind == AnswerKind::Work && answer.text == task && answer.step == step;
+    });
+    if (found == mAnswers.end()) return false;
+    mAnswers.erase(found);
+    return true;
+}
+
+bool JournalWork::Step(int step, std::string_view) { return !mDialogs.TakeCancel(mTasks.back(), step); }
+
 std::optional<std::string> JournalDialogs::AnswerPrompt(AnswerKind kind, const std::string& prompt) {
     if (std::optional<QueuedAnswer> answer = Take(kind)) return answer->text;
     mTranscript << "prompt \"" << Trim(prompt) << "\": no answer queued, left empty\n";

@@ -11,22 +11,39 @@
 #include <vector>
 
 #include "session/ports/dialog_port.h"
+#include "session/ports/progress_port.h"
 
 namespace brenvik {
 
 /// What a queued answer is meant for. A point, a number and a keyword answer the host's prompts.
-enum class AnswerKind { MessageBox, Point, Real, Keyword, File };
+enum class AnswerKind { MessageBox, Point, Real, Keyword, File, Work, Failure };
 
-/// One queued answer. `text` is as the journal has it; a cancelled file dialog has none.
+/// One queued answer. `text` is as the journal has it; a cancelled prompt or file dialog has none.
 struct QueuedAnswer {
     AnswerKind kind = AnswerKind::MessageBox;
     std::optional<std::string> text;
     std::size_t line = 0;
+    int step = 0;  ///< Of work, the one ahead of which it is cancelled.
 };
 
 /// A message box that was shown. One that the journal answered has been looked at by that.
 struct ShownMessage : MessageRequest {
     bool answered = false;
+};
+
+class JournalDialogs;
+
+/// Long work, which the journal may cancel.
+class JournalWork : public ProgressPort {
+  public:
+    explicit JournalWork(JournalDialogs& dialogs) : mDialogs(dialogs) {}
+    void Begin(const ProgressTask& task) override { mTasks.emplace_back(task.what); }
+    bool Step(int step, std::string_view name) override;
+    void End() override { mTasks.pop_back(); }
+
+  private:
+    JournalDialogs& mDialogs;
+    std::vector<std::string> mTasks;
 };
 
 class JournalDialogs : public DialogPort {
@@ -40,6 +57,9 @@ class JournalDialogs : public DialogPort {
     void Queue(QueuedAnswer answer) { mAnswers.push_back(std::move(answer)); }
     /// The oldest answer queued for this kind of question, taken out of the queue.
     std::optional<QueuedAnswer> Take(AnswerKind kind);
+    /// Whether the journal cancels the work of this name ahead of the step; the answer is taken by that.
+    bool TakeCancel(const std::string& task, int step);
+    JournalWork work{*this};
     /// Answers that no question has asked for, oldest first.
     const std::deque<QueuedAnswer>& Untaken() const { return mAnswers; }
     /// The host's prompts: the next point, number or keyword. Without one the prompt takes its default, as

@@ -22,6 +22,8 @@ void JournalHands::Pick(Form&, ListControl& list, int item) {
         list.SetListIndex(item);
 }
 
+void JournalHands::Unpick(Form&, ListControl& list, int item) { list.SetSelected(item, false); }
+
 void JournalHands::Pick(Form&, TabStripControl& tabs, int item) { tabs.SetSelectedTab(item); }
 
 void JournalHands::Pick(Form&, ListViewControl& view, int row) {

@@ -18,6 +18,8 @@ class JournalHands {
     /// Replaces the text of a text box or of a combo box's edit field.
     virtual void Type(Form& form, Control& control, std::string_view text);
     virtual void Pick(Form& form, ListControl& list, int item);
+    /// Of a list of which several items can be picked.
+    virtual void Unpick(Form& form, ListControl& list, int item);
     virtual void Pick(Form& form, TabStripControl& tabs, int item);
     virtual void Pick(Form& form, ListViewControl& view, int row);
     /// Behind the pick of the item.

@@ -214,6 +214,20 @@ std::vector<JournalStep> ParseJournal(std::string_view text, const std::string& 
     return steps;
 }
 
+std::string JournalText(std::string_view text) {
+    std::string word = "\"";
+    for (const char character : text) {
+        if (character == '"' || character == '\\') word += '\\';
+        if (character == '\r')
+            word += "\\r";
+        else if (character == '\n')
+            word += "\\n";
+        else
+            word += character;
+    }
+    return word + "\"";
+}
+
 bool ParseJournalPoint(std::string_view text, double (&coordinates)[3]) {
     const std::vector<std::string> pieces = Split(text, ',');
     if (pieces.size() < 2 || pieces.size() > 3) return false;

@@ -31,6 +31,9 @@ class JournalSyntaxError : public std::runtime_error {
 /// characters. Throws JournalSyntaxError.
 std::vector<JournalStep> ParseJournal(std::string_view text, const std::string& file);
 
+/// A text as a word of a journal, in quotes: read back, it is the same.
+std::string JournalText(std::string_view text);
+
 /// "X,Y" or "X,Y,Z" as three numbers; false for anything else.
 bool ParseJournalPoint(std::string_view text, double (&coordinates)[3]);
 

@@ -6,6 +6,7 @@
 
 #include "base/failure.h"
 #include "base/letter_case.h"
+#include "base/numbers.h"
 #include "journal/journal_checks.h"
 #include "journal/journal_controls.h"
 #include "journal/journal_failure.h"
@@ -81,7 +82,9 @@ void JournalPlayer::PlayNext() {
     try {
         Do(step);
     } catch (const Failure& failure) {
-        FailStep(step, "the step to go through", std::to_string(failure.number()) + " " + failure.what());
+        const std::string found = std::to_string(failure.number()) + " " + failure.what();
+        if (!mDialogs.Take(AnswerKind::Failure)) FailStep(step, "the step to go through", found);
+        *mWorld.transcript << "line " << step.line << ": " << step.source << ": " << found << '\n';
     }
 }
 
@@ -92,6 +95,10 @@ void JournalPlayer::Do(const JournalStep& step) {
         case StepKind::SelectHandles:
         case StepKind::Command:
         case StepKind::HostText:
+        case StepKind::Escape:
+        case StepKind::ShowEntity:
+        case StepKind::HideEntity:
+        case StepKind::Open:
         case StepKind::Save:
             return DoOnHost(step);
         case StepKind::Press:
@@ -100,6 +107,7 @@ void JournalPlayer::Do(const JournalStep& step) {
         case StepKind::Toggle:
         case StepKind::Type:
         case StepKind::Pick:
+        case StepKind::Unpick:
         case StepKind::DoubleClick:
         case StepKind::Goto:
         case StepKind::Cell:
@@ -107,15 +115,22 @@ void JournalPlayer::Do(const JournalStep& step) {
             return DoOnForm(step);
         case StepKind::Answer:
             return DoQueue(step, AnswerKind::MessageBox);
+        case StepKind::CancelPoint:
         case StepKind::AnswerPoint:
             return DoQueue(step, AnswerKind::Point);
+        case StepKind::CancelReal:
         case StepKind::AnswerReal:
             return DoQueue(step, AnswerKind::Real);
+        case StepKind::CancelKeyword:
         case StepKind::AnswerKeyword:
             return DoQueue(step, AnswerKind::Keyword);
         case StepKind::CancelFile:
         case StepKind::AnswerFile:
             return DoQueue(step, AnswerKind::File);
+        case StepKind::CancelWork:
+            return DoQueue(step, AnswerKind::Work);
+        case StepKind::AcceptFailure:
+            return DoQueue(step, AnswerKind::Failure);
         case StepKind::ExpectMessage:
         case StepKind::ExpectTitle:
         case StepKind::ExpectNoMessage:
@@ -171,12 +186,25 @@ void JournalPlayer::DoOnHost(const JournalStep& step) {
         mWorld.select(step.arguments);
     } else if (step.kind == StepKind::HostText) {
         document.SendCommand(step.arguments[0]);
+    } else if (step.kind == StepKind::Escape) {
+        document.SendCommand("\x1b");
+    } else if (step.kind == StepKind::ShowEntity || step.kind == StepKind::HideEntity) {
+        SetVisible(step);
+    } else if (step.kind == StepKind::Open) {
+        mWorld.open(step.arguments[0]);
     } else if (step.kind == StepKind::Save) {
         if (const std::string expected = mWorld.save(step.arguments[0]); !expected.empty())
             FailStep(step, expected, Quoted(step.arguments[0]));
     } else if (!mWorld.callCommand(step.arguments[0])) {
         FailStep(step, "a command", Quoted(step.arguments[0]));
     }
+}
+
+void JournalPlayer::SetVisible(const JournalStep& step) {
+    const std::string& handle = step.arguments[0];
+    if (!mWorld.host->ActiveDocument()->HandleToObject(handle))
+        FailStep(step, "an entity " + handle, "none in the drawing");
+    mWorld.setVisible(handle, step.kind == StepKind::ShowEntity);
 }
 
 void JournalPlayer::DoOnForm(const JournalStep& step) {
@@ -203,7 +231,8 @@ void JournalPlayer::TellTypingLost(const JournalStep& step, const Form& form) {
 void JournalPlayer::DoQueue(const JournalStep& step, AnswerKind kind) {
     std::optional<std::string> text;
     if (!step.arguments.empty()) text = step.arguments[0];
-    mDialogs.Queue({kind, std::move(text), step.line});
+    const int number = step.arguments.size() < 2 ? 0 : static_cast<int>(LenientNumber(step.arguments[1]));
+    mDialogs.Queue({kind, std::move(text), step.line, number});
 }
 
 void JournalPlayer::DoMessageCheck(const JournalStep& step) {
@@ -242,9 +271,16 @@ Form& JournalPlayer::TopForm(const JournalStep& step) const {
 }
 
 void JournalPlayer::TellUntakenAnswers() {
-    for (const QueuedAnswer& answer : mDialogs.Untaken())
-        TellLooseEnd("line " + std::to_string(answer.line) + ": the answer " +
-                     Quoted(answer.text.value_or("cancel")) + " was not asked for");
+    for (const QueuedAnswer& answer : mDialogs.Untaken()) {
+        const std::string line = "line " + std::to_string(answer.line) + ": the ";
+        if (answer.kind == AnswerKind::Failure)
+            TellLooseEnd(line + "failure to accept did not come");
+        else if (answer.kind == AnswerKind::Work)
+            TellLooseEnd(line + "work " + Quoted(*answer.text) + " had no step " +
+                         std::to_string(answer.step) + " to be cancelled at");
+        else
+            TellLooseEnd(line + "answer " + Quoted(answer.text.value_or("cancel")) + " was not asked for");
+    }
 }
 
 void JournalPlayer::TellLooseEnd(const std::string& text) {

@@ -32,6 +32,10 @@ struct JournalWorld {
     std::function<void(const std::vector<std::string>& handles)> select;
     /// Calls the public method of this name; false when there is none.
     std::function<bool(std::string_view method)> callCommand;
+    /// Shows or hides an entity that is there, as one step that can be taken back.
+    std::function<void(const std::string& handle, bool shown)> setVisible;
+    /// Opens a drawing, and goes on in it. Throws Failure where it can't be read.
+    std::function<void(const std::string& name)> open;
     /// Saves the drawing under this name, and gives back what was expected of one that no writer goes with;
     /// blank where it is saved. Throws Failure where it can't be.
     std::function<std::string(const std::string& name)> save;
@@ -69,6 +73,7 @@ class JournalPlayer {
     void Do(const JournalStep& step);
     void DoOnHost(const JournalStep& step);
     void DoQueue(const JournalStep& step, AnswerKind kind);
+    void SetVisible(const JournalStep& step);
     void DoMessageCheck(const JournalStep& step);
     void DoRefusalCheck(const JournalStep& step) const;
     void DoFormCheck(const JournalStep& step) const;

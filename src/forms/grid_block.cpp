@@ -63,7 +63,10 @@ class BlockReader {
     std::vector<std::vector<std::string>> mRows;
 };
 
-void Type(GridControl& grid, int column, int row, std::string_view text, BlockOutcome& outcome) {
+void Type(GridControl& grid, int column, int row, std::string_view text, const BeforeTyping& before,
+          BlockOutcome& outcome) {
+    const bool takes = grid.enabled && row >= 1 && row <= grid.MaxRows() && !grid.CellLocked(column, row);
+    if (before && takes) before(column, row, text);
     ++(grid.UserEdit(column, row, text) ? outcome.taken : outcome.refused);
 }
 
@@ -91,7 +94,8 @@ std::string CopyBlock(const GridControl& grid, const GridBlock& block) {
     return text;
 }
 
-BlockOutcome PasteBlock(GridControl& grid, int column, int row, std::string_view text) {
+BlockOutcome PasteBlock(GridControl& grid, int column, int row, std::string_view text,
+                        const BeforeTyping& before) {
     BlockOutcome outcome;
     const std::vector<int> shown = ShownColumns(grid);
     const auto first = std::ranges::find(shown, column);
@@ -102,28 +106,29 @@ BlockOutcome PasteBlock(GridControl& grid, int column, int row, std::string_view
                 ++outcome.refused;
                 continue;
             }
-            Type(grid, *place++, row, cell, outcome);
+            Type(grid, *place++, row, cell, before, outcome);
         }
         ++row;
     }
     return outcome;
 }
 
-BlockOutcome FillDown(GridControl& grid, const GridBlock& block) {
+BlockOutcome FillDown(GridControl& grid, const GridBlock& block, const BeforeTyping& before) {
     BlockOutcome outcome;
     for (int column = block.column; column <= block.lastColumn; ++column) {
         if (grid.Column(column).hidden) continue;
         const std::string text = grid.CellText(column, block.row);
-        for (int row = block.row + 1; row <= block.lastRow; ++row) Type(grid, column, row, text, outcome);
+        for (int row = block.row + 1; row <= block.lastRow; ++row)
+            Type(grid, column, row, text, before, outcome);
     }
     return outcome;
 }
 
-BlockOutcome ClearBlock(GridControl& grid, const GridBlock& block) {
+BlockOutcome ClearBlock(GridControl& grid, const GridBlock& block, const BeforeTyping& before) {
     BlockOutcome outcome;
     for (int row = block.row; row <= block.lastRow; ++row)
         for (int column = block.column; column <= block.lastColumn; ++column)
-            if (!grid.Column(column).hidden) Type(grid, column, row, "", outcome);
+            if (!grid.Column(column).hidden) Type(grid, column, row, "", before, outcome);
     return outcome;
 }
 

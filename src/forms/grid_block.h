@@ -2,6 +2,7 @@
 // line breaks, a cell with either in double quotes.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,14 +26,18 @@ struct BlockOutcome {
     int taken = 0, refused = 0;
 };
 
+/// Told ahead of each text that is typed into a cell which takes typing.
+using BeforeTyping = std::function<void(int column, int row, std::string_view text)>;
+
 /// Types a text into the cells from this one on, right and down, each cell by the rules of typing. Columns
 /// that aren't shown are passed by.
-BlockOutcome PasteBlock(GridControl& grid, int column, int row, std::string_view text);
+BlockOutcome PasteBlock(GridControl& grid, int column, int row, std::string_view text,
+                        const BeforeTyping& before = {});
 
 /// Types the texts of the block's first row into its other rows.
-BlockOutcome FillDown(GridControl& grid, const GridBlock& block);
+BlockOutcome FillDown(GridControl& grid, const GridBlock& block, const BeforeTyping& before = {});
 
 /// Types nothing into all cells of the block.
-BlockOutcome ClearBlock(GridControl& grid, const GridBlock& block);
+BlockOutcome ClearBlock(GridControl& grid, const GridBlock& block, const BeforeTyping& before = {});
 
 }  // namespace brenvik

@@ -2,19 +2,12 @@
 // it can be killed for good.
 #include <gtest/gtest.h>
 
-#include <QAction>
 #include <QApplication>
-#include <QLineEdit>
-#include <QMainWindow>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProcess>
-#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 #include <fstream>
-#include <functional>
 #include <sstream>
 
 #include "checkout_paths.h"
@@ -22,6 +15,7 @@
 #include "desktop_program.h"
 #include "home/workplace.h"
 #include "recovery_store.h"
+#include "robot.h"
 #include "work_keeper.h"
 
 namespace brenvik::desktop {
@@ -54,87 +48,19 @@ bool SomethingIsKept(const fs::path& home) {
     return false;
 }
 
-// What the robot does, each as soon as it can be done.
-
-struct Act {
-    std::function<bool()> can;
-    std::function<void()> act;
-};
-
-class Robot {
-  public:
-    explicit Robot(std::vector<Act> acts) : mActs(std::move(acts)) { LookLater(); }
-
-  private:
-    /// Each look has a timer of its own: an act may open a window and come back only when that is closed.
-    void LookLater() {
-        QTimer::singleShot(20, &mLooks, [this] { Look(); });
-    }
-    void Look() {
-        LookLater();
-        if (mNext < mActs.size() && mActs[mNext].can()) mActs[mNext++].act();
-    }
-    std::vector<Act> mActs;
-    std::size_t mNext = 0;
-    QObject mLooks;
-};
-
-template <class T>
-T* TopWindow(const char* name) {
-    for (QWidget* widget : QApplication::topLevelWidgets())
-        if (widget->isVisible() && (*name == '\0' || widget->objectName() == name))
-            if (auto* found = qobject_cast<T*>(widget)) return found;
-    return nullptr;
-}
-
-QMainWindow* Program() { return TopWindow<QMainWindow>("mainWindow"); }
-
-Act TypeCommand(const char* text) {
-    return {[] { return Program() != nullptr && QApplication::activeModalWidget() == nullptr; },
-            [text] {
-                auto* const line = Program()->findChild<QLineEdit*>("command");
-                line->setText(text);
-                QTest::keyClick(line, Qt::Key_Return);
-            }};
-}
-
-Act PressInBox(const char* caption) {
-    const auto button = [caption]() -> QAbstractButton* {
-        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (box == nullptr) return nullptr;
-        for (QAbstractButton* one : box->buttons())
-            if (one->text().remove('&') == caption) return one;
-        return nullptr;
-    };
-    return {[button] { return button() != nullptr; }, [button] { button()->click(); }};
-}
-
-Act ChooseInMenu(const char* caption) {
-    return {[] { return QApplication::activeModalWidget() == nullptr; },
-            [caption] {
-                for (QAction* action : Program()->findChildren<QAction*>())
-                    if (action->text() == caption) return action->trigger();
-                std::abort();
-            }};
-}
-
 Act WaitForKeeping(const fs::path& home) {
     return {[home] { return SomethingIsKept(home); }, [] {}};
-}
-
-Act Quit() {
-    return {[] { return QApplication::activeModalWidget() == nullptr; }, [] { Program()->close(); }};
 }
 
 std::vector<Act> ActsOf(const std::string& role, const fs::path& home) {
     if (role == "work") return {TypeCommand("erase last  ")};
     if (role == "work and discard")
-        return {TypeCommand("erase last  "), WaitForKeeping(home), Quit(), PressInBox("Discard")};
+        return {TypeCommand("erase last  "), WaitForKeeping(home), QuitProgram(), PressInBox("Discard")};
     if (role == "work and save")
-        return {TypeCommand("erase last  "), WaitForKeeping(home), ChooseInMenu("&Save"), Quit()};
-    if (role == "recover and save") return {PressInBox("Recover"), ChooseInMenu("&Save"), Quit()};
-    if (role == "delete") return {PressInBox("Delete"), Quit()};
-    if (role == "later") return {PressInBox("Ask again later"), Quit()};
+        return {TypeCommand("erase last  "), WaitForKeeping(home), ChooseInMenu("&Save"), QuitProgram()};
+    if (role == "recover and save") return {PressInBox("Recover"), ChooseInMenu("&Save"), QuitProgram()};
+    if (role == "delete") return {PressInBox("Delete"), QuitProgram()};
+    if (role == "later") return {PressInBox("Ask again later"), QuitProgram()};
     std::abort();
 }
 

@@ -70,6 +70,15 @@ TEST(JournalParser, ReadsNonLatinText) {
     EXPECT_EQ(Parse("type txtName \"Türseite 側板\"")[0].arguments[1], "Türseite 側板");
 }
 
+TEST(JournalParser, ReadsBackEveryTextThatIsWrittenAsAWord) {
+    for (const std::string text : {"", "cancel", "#2", "# no comment", "C:\\new\\table.dxf", "a \"b\" c",
+                                   "two\r\nlines", "12\"", "Türseite", " ends blank "}) {
+        const std::vector<JournalStep> steps = Parse("type txtName " + JournalText(text) + " # set");
+        ASSERT_EQ(steps.size(), 1u) << text;
+        EXPECT_EQ(steps[0].arguments[1], text);
+    }
+}
+
 struct FormCase {
     const char* text;
     StepKind kind;
@@ -90,6 +99,17 @@ TEST(JournalParser, TellsTheFormsOfStepsApart) {
         {"keyword \"\"", StepKind::AnswerKeyword, {""}},
         {"file cancel", StepKind::CancelFile, {}},
         {"file \"cancel\"", StepKind::AnswerFile, {"cancel"}},
+        {"point cancel", StepKind::CancelPoint, {}},
+        {"real cancel", StepKind::CancelReal, {}},
+        {"keyword cancel", StepKind::CancelKeyword, {}},
+        {"keyword \"cancel\"", StepKind::AnswerKeyword, {"cancel"}},
+        {"cancel work \"CNC run\" 3", StepKind::CancelWork, {"CNC run", "3"}},
+        {"accept failure", StepKind::AcceptFailure, {}},
+        {"unpick lstNames \"a b\"", StepKind::Unpick, {"lstNames", "a b"}},
+        {"open \"my kitchen.dxf\"", StepKind::Open, {"my kitchen.dxf"}},
+        {"escape", StepKind::Escape, {}},
+        {"show entity 2F", StepKind::ShowEntity, {"2F"}},
+        {"hide entity 2F", StepKind::HideEntity, {"2F"}},
         {"expect no message", StepKind::ExpectNoMessage, {}},
         {"expect refusal \"Unknown command.\"", StepKind::ExpectRefusal, {"Unknown command."}},
         {"expect no form", StepKind::ExpectNoForm, {}},
@@ -145,8 +165,8 @@ TEST(JournalParser, TellsPlaceExpectedAndFound) {
         {"press", "a.journal:1:6: expected the name of a control, found the end of the line"},
         {"close now", "a.journal:1:7: expected the end of the line, found \"now\""},
         {"answer maybe", "a.journal:1:8: expected yes, no, ok or cancel, found \"maybe\""},
-        {"real ten", "a.journal:1:6: expected a number, found \"ten\""},
-        {"point 1;2", "a.journal:1:7: expected a point (X,Y or X,Y,Z), found \"1;2\""},
+        {"real ten", "a.journal:1:6: expected a number or cancel, found \"ten\""},
+        {"point 1;2", "a.journal:1:7: expected a point (X,Y or X,Y,Z) or cancel, found \"1;2\""},
         {"expect data XYZ ORIE LWT", "a.journal:1:13: expected a handle (hexadecimal), found \"XYZ\""},
         {"expect rows g -1", "a.journal:1:15: expected a whole number, found \"-1\""},
         {"select",

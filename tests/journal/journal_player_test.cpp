@@ -116,6 +116,53 @@ TEST_F(JournalPlayerTest, PressesButtonsAndToolbarKeys) {
     EXPECT_EQ(looseEnds, 0);
 }
 
+TEST_F(JournalPlayerTest, UnpicksFromAListOfSeveralAlone) {
+    EXPECT_EQ(Play("pick lstMany a\npick lstMany b\nunpick lstMany a\nclose"), "held");
+    EXPECT_FALSE(form.Get<ListControl>("lstMany").Selected(0));
+    EXPECT_TRUE(form.Get<ListControl>("lstMany").Selected(1));
+    EXPECT_EQ(Play("unpick lstNames Side"),
+              "line 1: unpick lstNames Side: expected a list of which several items can be picked, found the "
+              "list \"lstNames\"");
+}
+
+TEST_F(JournalPlayerTest, GoesOnBehindAFailureThatIsAccepted) {
+    form.button->onClick = [] { throw Failure(70, "test", "Permission denied"); };
+    EXPECT_EQ(Play("accept failure\npress btnOK\npress tbMain.SORT\nclose"), "held");
+    EXPECT_EQ(form.pressed, "[SORT]");
+    EXPECT_EQ(transcript.str(), "line 2: press btnOK: 70 Permission denied\n");
+    EXPECT_NE(Play("accept failure\npress btnOK\npress btnOK"), "held");
+}
+
+TEST_F(JournalPlayerTest, AFailureThatIsAcceptedAndDoesntComeIsALooseEnd) {
+    EXPECT_EQ(Play("accept failure\npress btnOK\nclose"), "held");
+    EXPECT_EQ(transcript.str(), "line 1: the failure to accept did not come\n");
+    EXPECT_EQ(looseEnds, 1);
+}
+
+TEST_F(JournalPlayerTest, CancelsAPromptThatIsAnsweredSo) {
+    dialogs.Queue({AnswerKind::Point, std::nullopt, 1});
+    EXPECT_EQ(dialogs.AnswerPrompt(AnswerKind::Point, "From point: "), std::nullopt);
+    EXPECT_EQ(transcript.str(), "");
+}
+
+TEST_F(JournalPlayerTest, EndsWorkOfTheNameAheadOfTheStep) {
+    form.button->onClick = [this] {
+        for (const char* what : {"Reading", "CNC run", "CNC run"}) {
+            const ProgressTask task{what, 3, true};
+            dialogs.work.Begin(task);
+            int step = 1;
+            while (step <= 3 && dialogs.work.Step(step, "")) ++step;
+            dialogs.work.End();
+            form.pressed += std::to_string(step - 1);
+        }
+    };
+    EXPECT_EQ(Play("cancel work \"CNC run\" 2\npress btnOK\nclose"), "held");
+    EXPECT_EQ(form.pressed, "313");
+    EXPECT_EQ(looseEnds, 0);
+    EXPECT_EQ(Play("cancel work Export 2\nclose"), "held");
+    EXPECT_EQ(looseEnds, 1);
+}
+
 TEST_F(JournalPlayerTest, TicksAndUnticks) {
     EXPECT_EQ(Play("check Check1(3)\ncheck Check1(3)\nexpect checked Check1(3)\nuncheck Check1(3)\n"
                    "expect unchecked Check1(3)\ntoggle Check1(3)\nexpect checked Check1(3)\n"

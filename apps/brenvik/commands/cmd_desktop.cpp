@@ -9,13 +9,14 @@ namespace brenvik::app {
 namespace {
 
 struct DesktopOptions {
-    std::string drawing, journal;
+    std::string drawing, journal, record;
 };
 
 ExitStatus StartDesktop(const std::string& home, const DesktopOptions& options) {
     std::vector<std::string> words;
     if (!home.empty()) words.insert(words.end(), {"--home", home});
     if (!options.journal.empty()) words.insert(words.end(), {"--journal", options.journal});
+    if (!options.record.empty()) words.insert(words.end(), {"--record", options.record});
     if (!options.drawing.empty()) words.push_back(options.drawing);
     BecomeDesktop(words);
     throw CommandError(ExitStatus::Incomplete,
@@ -32,7 +33,9 @@ Command DesktopCommand() {
         "desktop",
         "Open the desktop program: the drawing on the screen, and the forms as windows",
         {Argument("DRAWING", &options->drawing, "The drawing to open"),
-         Argument("--journal", &options->journal, "Play this journal on the windows, and end").Named("FILE")},
+         Argument("--journal", &options->journal, "Play this journal on the windows, and end").Named("FILE"),
+         Argument("--record", &options->record, "Write a journal of what is done into this file")
+             .Named("FILE")},
         [options](const std::string& home) { return StartDesktop(home, *options); },
         {}};
 }

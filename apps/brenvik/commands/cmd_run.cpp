@@ -14,7 +14,7 @@
 #include "drawings/drawing_unit.h"
 #include "drawings/given_material.h"
 #include "drawings/grid_session.h"
-#include "drawings/unsaved_changes.h"
+#include "drawings/opened_drawings.h"
 #include "file_roots/places.h"
 #include "home/workplace.h"
 #include "journal/journal_failure.h"
@@ -25,6 +25,7 @@
 #include "reports/run_teller.h"
 #include "reports/run_transcript.h"
 #include "session/message_text.h"
+#include "session/progress.h"
 #include "settings/frm_materials.h"
 #include "shell/drawing_options.h"
 #include "shell/shell_word.h"
@@ -114,15 +115,36 @@ JournalWorld WorldOf(Workplace& workplace, std::ostream& transcript) {
     world.callCommand = [&workplace](std::string_view method) {
         return workplace.typedCommands.Call(method);
     };
+    world.setVisible = [&workplace](const std::string& handle, bool shown) {
+        ShowEntity(PresentDrawing(workplace), handle, shown);
+    };
     world.output = &std::cout;
     world.transcript = &transcript;
     return world;
 }
 
+/// Opens another drawing beside those that are open, or goes on in one of them.
+void GoOnIn(const std::string& name, const RunOptions& options, Workplace& workplace, Teller& teller,
+            OpenedDrawings& drawings) {
+    const std::filesystem::path file = AbsolutePath(PathFromText(name)).lexically_normal();
+    for (const auto& document : workplace.host.OpenDocuments())
+        if (AbsolutePath(workplace.host.Resolve(document->FullName())).lexically_normal() == file)
+            return workplace.host.Activate(*document);
+    DrawingOptions wished;
+    wished.drawing = name;
+    wished.letters = options.drawing.letters;
+    wished.quiet = options.drawing.quiet;
+    HostDocument& document = OpenInHome(workplace, wished, options.unit, teller);
+    TellBlockSolids(document, wished, teller);
+    teller.Wipe();
+    KeepHistory(document);
+    drawings.Add(document, name);
+}
+
 /// Plays the journal on the open drawing. Throws CommandError where a step fails.
 void Play(const RunOptions& options, const JournalStage& stage, std::vector<JournalStep> steps,
           Workplace& workplace, JournalDialogs& dialogs, RunTranscript& transcript, Teller& teller,
-          UnsavedChanges& unsaved) {
+          OpenedDrawings& drawings) {
     workplace.host.SetTranscript(
         [&](std::string_view line) { transcript.TellHostLine(line, !workplace.typedCommands.AtWork()); });
     HostRefusals refusals(workplace.host, workplace.typedCommands);
@@ -132,9 +154,10 @@ void Play(const RunOptions& options, const JournalStage& stage, std::vector<Jour
     world.takeRefusal = [&refusals] { return refusals.TakeOldest(); };
     world.save = [&](const std::string& name) {
         std::string expected = SaveByEnding(name, options, workplace, transcript.Stream(), teller);
-        if (expected.empty()) unsaved.NoteSaved();
+        if (expected.empty()) drawings.NoteSaved(PresentDrawing(workplace));
         return expected;
     };
+    world.open = [&](const std::string& name) { GoOnIn(name, options, workplace, teller, drawings); };
     JournalPlayer player(std::move(steps), dialogs, std::move(world));
     refusals.presentLine = [&player] { return player.PresentLine(); };
     try {
@@ -173,17 +196,21 @@ void TellOverlooked(const std::string& journal, WatchedJournalDialogs& dialogs, 
 }
 
 /// What a journal saves of the drawing, and what a run that it starts does.
-void WatchSavings(Workplace& workplace, const HostDocument& document, UnsavedChanges& unsaved) {
+void WatchSavings(Workplace& workplace, OpenedDrawings& drawings) {
     workplace.drawingWritten = [&](const std::filesystem::path& file) {
-        if (!document.Closed() && file == workplace.host.Resolve(document.FullName())) unsaved.NoteSaved();
+        for (const auto& document : workplace.host.OpenDocuments())
+            if (file == workplace.host.Resolve(document->FullName())) drawings.NoteSaved(*document);
     };
 }
 
 /// To leave a drawing as it was is a choice and no failure, but it may not be meant.
-void TellUnsaved(const RunOptions& options, const UnsavedChanges& unsaved, RunTranscript& transcript) {
-    if (!options.drawing.save.empty() || !unsaved.Any()) return;
-    transcript.Stream() << options.drawing.drawing << " was changed and not saved: expected a step save in "
-                        << options.journal << ", or --save\n";
+void TellUnsaved(const RunOptions& options, const OpenedDrawings& drawings, RunTranscript& transcript) {
+    for (const OpenedDrawings::Opened& drawing : drawings.All()) {
+        const bool isFirst = &drawing == &drawings.All().front();
+        if ((isFirst && !options.drawing.save.empty()) || !drawing.HasChanges()) continue;
+        transcript.Stream() << drawing.name << " was changed and not saved: expected a step save in "
+                            << options.journal << (isFirst ? ", or --save\n" : "\n");
+    }
 }
 
 /// What the lists of the journal have lost or changed of the parts, as far as it is not told yet.
@@ -232,23 +259,25 @@ ExitStatus RunJournal(const std::string& home, const RunOptions& options, const 
     if (stage.opened) stage.opened(workplace);
     // A journal types U and REDO as a person does.
     KeepHistory(document);
-    UnsavedChanges unsaved(document);
-    WatchSavings(workplace, document, unsaved);
-    const std::size_t notes = document.Notes().size();
+    OpenedDrawings drawings;
+    drawings.Add(document, options.drawing.drawing);
+    WatchSavings(workplace, drawings);
+    ShowProgressBy(&dialogs.work);
     const RunTeller runs(teller, WatchOf(home, dialogs, transcript));
     // What a list lacks is told ahead of the box that calls it complete, and where the journal fails behind
     // it.
     dialogs.beforeExportComplete = [&] { TellAboutLists(transcript, teller); };
     try {
-        Play(options, stage, std::move(steps), workplace, dialogs, transcript, teller, unsaved);
+        Play(options, stage, std::move(steps), workplace, dialogs, transcript, teller, drawings);
     } catch (const CommandError&) {
         TellAboutLists(transcript, teller);
         throw;
     }
-    TellUnsaved(options, unsaved, transcript);
+    TellUnsaved(options, drawings, transcript);
     if (stage.closed) stage.closed();
     TellOverlooked(options.journal, dialogs, teller);
-    TellNotesSince(notes, document, options.drawing.drawing, teller);
+    for (const OpenedDrawings::Opened& drawing : drawings.All())
+        TellNotesSince(drawing.notes, drawing.document, drawing.name, teller);
     TellAboutLists(transcript, teller);
     for (const LibraryNote& note : TakeLibraryNotes()) {
         transcript.Stream() << note.text << '\n';

@@ -11,6 +11,7 @@
 #include <span>
 
 #include "base/failure.h"
+#include "drafting_host/document/drawing_history.h"
 #include "drafting_host/document/files/block_solids.h"
 #include "drafting_host/document/files/drawing_files.h"
 #include "drafting_host/document/files/extension.h"
@@ -304,6 +305,13 @@ std::size_t SelectForCommand(HostDocument& document, const DrawingOptions& optio
     }
     document.SetPreviousSelection(entities);
     return entities.size();
+}
+
+void ShowEntity(HostDocument& document, const std::string& handle, bool shown) {
+    auto* const entity = dynamic_cast<HostEntity*>(document.HandleToObject(handle));
+    if (entity == nullptr) return;
+    const OneStep step(&document, "Show and hide");
+    entity->SetVisible(shown);
 }
 
 void SelectHandles(HostDocument& document, const std::vector<std::string>& handles) {

@@ -74,6 +74,9 @@ void RemarkOnDoubles(const HostDocument& document, const DrawingOptions& options
 std::size_t SelectForCommand(HostDocument& document, const DrawingOptions& options,
                              const StandIns& standIns = {});
 
+/// Shows or hides an entity, as a step that can be taken back; nothing where there is none of this handle.
+void ShowEntity(HostDocument& document, const std::string& handle, bool shown);
+
 /// Selects the entities with these handles, in this order; unknown ones are left out.
 void SelectHandles(HostDocument& document, const std::vector<std::string>& handles);
 

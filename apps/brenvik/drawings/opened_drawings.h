@@ -1,0 +1,39 @@
+// Whether the drawings of a call hold what no file has yet.
+#pragma once
+
+#include <list>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "drafting_host/document/drawing_state.h"
+#include "drafting_host/document/host_document.h"
+
+namespace brenvik::app {
+
+/// The drawings that were opened, each as it was when it was read or saved last.
+class OpenedDrawings {
+  public:
+    struct Opened {
+        const HostDocument& document;
+        std::string name;
+        /// What was told of it when it was read.
+        std::size_t notes;
+        DrawingState saved;
+        /// None in a drawing that was closed since: it has been told to keep them or to let them go.
+        bool HasChanges() const { return !document.Closed() && !(saved == DrawingState(document)); }
+    };
+    void Add(const HostDocument& document, std::string name) {
+        mDrawings.push_back({document, std::move(name), document.Notes().size(), DrawingState(document)});
+    }
+    void NoteSaved(const HostDocument& document) {
+        for (Opened& opened : mDrawings)
+            if (&opened.document == &document) opened.saved = DrawingState(document);
+    }
+    const std::list<Opened>& All() const { return mDrawings; }
+
+  private:
+    std::list<Opened> mDrawings;
+};
+
+}  // namespace brenvik::app
