@@ -34,7 +34,7 @@ class DrawingView {
     std::function<void(const std::string& reason)> onDead;
 };
 
-/// Nothing where the display can't carry one; then `reason` says why, for people.
+/// Null if the display can't carry one; then `reason` says why, for people.
 std::unique_ptr<DrawingView> MakeModellerView(std::string& reason);
 
 }  // namespace brenvik::desktop

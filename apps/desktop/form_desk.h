@@ -45,7 +45,7 @@ class FormDesk {
     /// Loads the form if need be, shows its window and runs `work` until the form is unloaded; `work` is
     /// called again as long as it isn't.
     void Open(Form& form, const std::function<void(FormWindow&)>& work);
-    /// Of an open form; nothing for another.
+    /// Of an open form; null for another.
     FormWindow* WindowOf(const Form& form) const;
     /// The window that takes the user's input, or the one that all belong to.
     QWidget* Top() const;

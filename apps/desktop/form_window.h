@@ -24,7 +24,7 @@ class FormWindow : public QDialog {
     Form& Shown() const { return mForm; }
     /// Brings the widgets up to what the controls say.
     void ShowModel();
-    /// Of a control that the layout places, or nothing.
+    /// Of a control that the layout places, or null.
     ControlBinding* BindingOf(const Control& control) const;
     /// Names of controls that a user is to see and that the layout has no place for.
     std::vector<std::string> Unplaced() const;

@@ -15,8 +15,8 @@ namespace brenvik::desktop {
 
 namespace {
 
-/// With both displays there, the drawing can be shown by way of X alone. Without any, windows are drawn
-/// nowhere, which a journal doesn't mind and a person is told of.
+/// If both displays are there, the drawing can be shown by way of X alone. Without any, windows are drawn
+/// nowhere: a journal doesn't mind that, a person gets a message.
 bool ChooseDisplay(bool person) {
     const bool x11 = !qEnvironmentVariableIsEmpty("DISPLAY");
     const bool wayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");

@@ -1,4 +1,4 @@
-// Work that a crash has left: offered, opened and told; and how often work is kept.
+// Work that a crash has left: offered, opened and reported; and how often work is kept.
 #include <QDateTime>
 #include <QFileInfo>
 #include <QInputDialog>

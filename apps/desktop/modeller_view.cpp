@@ -44,7 +44,7 @@ constexpr int PrepareBudget = 40;
 /// Around everything, of the view's size.
 constexpr double FitMargin = 0.05;
 
-/// The viewer's pictures are linear; the widget's buffer has to be told so each time.
+/// The viewer's pictures are linear; the widget's buffer has to be set to that each time.
 class WidgetBuffer : public OpenGl_FrameBuffer {
   public:
     void BindBuffer(const Handle(OpenGl_Context) & context) override {

@@ -1,4 +1,4 @@
-// The parts at the left, the chosen one's sides at the right, what was told of it below.
+// The parts at the left, the chosen one's sides at the right, the reports on it below.
 #include "outcome_window.h"
 
 #include <QDialogButtonBox>
@@ -24,7 +24,7 @@ namespace brenvik::desktop {
 namespace {
 
 constexpr int PartRole = Qt::UserRole;
-/// The row of what is told of the run as a whole.
+/// The row of the reports on the run as a whole.
 constexpr int WholeRun = -1;
 constexpr QSize SwatchSize(26, 16);
 

@@ -48,7 +48,7 @@ class OutcomeWindow : public QDialog {
     QListWidget* mLegend = nullptr;
     QListWidget* mMessages = nullptr;
     QLabel* mPointed = nullptr;
-    /// What stands there while nothing is pointed at.
+    /// Shown while the pointer is over no operation.
     QString mHint;
     QPushButton* mFolder = nullptr;
 };

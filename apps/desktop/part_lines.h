@@ -29,7 +29,7 @@ std::string HeadingOf(const PartLine& part, PartOrder order);
 /// Whether one of the part's texts holds the words, in any case.
 bool Matches(const PartLine& part, const std::string& words);
 
-/// What is known of a part: captions and values, those without a value left out.
+/// The properties of a part: captions and values, those without a value left out.
 std::vector<std::pair<std::string, std::string>> PropertiesOf(HostEntity& entity);
 
 }  // namespace brenvik::desktop

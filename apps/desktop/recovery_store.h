@@ -20,7 +20,7 @@ struct FileStamp {
     std::uint64_t content = 0;
     friend bool operator==(const FileStamp&, const FileStamp&) = default;
 };
-/// Nothing for a file that can't be read.
+/// Null for a file that can't be read.
 std::optional<FileStamp> StampOf(const std::filesystem::path& file);
 
 /// What unsaved work belongs to.

@@ -31,7 +31,7 @@ class WorkKeeper {
     WorkKeeper(const WorkKeeper&) = delete;
     WorkKeeper& operator=(const WorkKeeper&) = delete;
 
-    /// The drawing is as its file is, having been read or saved; what was kept of it goes.
+    /// The drawing is as its file is, having been read or saved; its kept copy is deleted.
     void Follow(const HostDocument& document);
     /// The drawing holds work from before that is not saved; `source` is the file that it began with.
     void FollowRecovered(const HostDocument& document, std::optional<FileStamp> source);

@@ -1,4 +1,4 @@
-// Tells what would have been opened or run.
+// Prints what would have been opened or run.
 #include "console/console_shell.h"
 
 namespace brenvik {

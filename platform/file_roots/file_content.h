@@ -7,7 +7,7 @@
 
 namespace brenvik {
 
-/// The bytes of a file; nothing where there is none, or something else than a file, or one that can't be
+/// The bytes of a file; null if there is none, or something else than a file, or one that can't be
 /// read.
 std::optional<std::string> ContentIfAny(const std::filesystem::path& file);
 

@@ -1,5 +1,5 @@
-// Contents are compared, not times: two savings within one tick of a file system's clock, or with equal
-// sizes, are told apart all the same.
+// Contents are compared, not times: this distinguishes two savings within one tick of a file system's clock,
+// or with equal sizes.
 #include "file_roots/guarded_files.h"
 
 #include <fstream>

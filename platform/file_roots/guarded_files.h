@@ -27,7 +27,7 @@ class GuardedFiles {
         std::size_t content = 0;
         friend bool operator==(const Stamp&, const Stamp&) = default;
     };
-    /// Nothing for a file that isn't there.
+    /// Null for a file that isn't there.
     static std::optional<Stamp> StampOf(const std::filesystem::path& file);
 
     std::map<std::filesystem::path, std::optional<Stamp>> mKnown;

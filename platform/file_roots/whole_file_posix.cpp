@@ -49,7 +49,7 @@ class Descriptor {
         twin.mNumber = ::fcntl(mNumber, F_DUPFD_CLOEXEC, 0);
         return twin;
     }
-    // Whether closing went well: some file systems tell of a full disk only now.
+    // Whether closing went well: some file systems report a full disk only now.
     bool Close() { return mNumber < 0 || ::close(std::exchange(mNumber, -1)) == 0; }
 
   private:

@@ -105,8 +105,8 @@ void Replace(const fs::path& file, std::string_view content, Reach reach) {
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0)
         throw PermissionDenied(TextFromPath(file));
     static std::atomic<unsigned> counter = 0;
-    // Process ids are reused, and one that died half way has left its file: the time tells them
-    // apart.
+    // Process ids are reused, and one that died half way has left
+    // its file: the time distinguishes them.
     const std::string name = std::string(WorkFilePrefix) + std::to_string(GetCurrentProcessId()) + "-" +
                              std::to_string(GetTickCount64()) + "-" + std::to_string(++counter);
     const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");

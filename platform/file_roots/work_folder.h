@@ -25,7 +25,7 @@ class WorkFolder {
     WorkFolder(const WorkFolder&) = delete;
     WorkFolder& operator=(const WorkFolder&) = delete;
 
-    /// The folder of this program's own, or nothing when the shared one is its own. The answer stays the
+    /// The folder of this program's own, or null when the shared one is its own. The answer stays the
     /// same. Throws Failure where no folder can be made, and when the one that was claimed has been removed:
     /// what stands there now may be another program's.
     const std::optional<std::filesystem::path>& Own();

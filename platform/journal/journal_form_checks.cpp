@@ -14,7 +14,7 @@ namespace brenvik {
 
 namespace {
 
-/// What a control shows as a text. A status bar's panels are told apart as "sbMain.1", the first being the
+/// What a control shows as a text. A status bar's panels are named as "sbMain.1", the first being the
 /// default; a list view and a grid have no one text.
 std::string ShownText(const JournalStep& step, const Form& form, const std::string& name) {
     if (EqualsIgnoreCase(name, form.Name())) return form.caption;

@@ -1,4 +1,4 @@
-// Words first, then the match of a line's words against the step forms. A line that fits no form is told
+// Words first, then the match of a line's words against the step forms. A line that fits no form is reported
 // with the place up to which some form did fit, and with what could have stood there.
 #include "journal/journal_parser.h"
 

@@ -36,8 +36,8 @@ struct JournalWorld {
     std::function<void(const std::string& handle, bool shown)> setVisible;
     /// Opens a drawing, and goes on in it. Throws Failure where it can't be read.
     std::function<void(const std::string& name)> open;
-    /// Saves the drawing under this name, and gives back what was expected of one that no writer goes with;
-    /// blank where it is saved. Throws Failure where it can't be.
+    /// Saves the drawing under this name; blank if it is saved. For a name that no writer knows, returns what
+    /// was expected in its place. Throws Failure if it can't be saved.
     std::function<std::string(const std::string& name)> save;
     /// The oldest line with which the host's command line has refused something and that no step has looked
     /// at.

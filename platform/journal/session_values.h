@@ -9,7 +9,7 @@
 namespace brenvik {
 
 /// The session value of this name, compared without regard to case: numbers as general number text,
-/// booleans as "True" and "False", tables as their entries parted by "; ". Nothing for an unknown name.
+/// booleans as "True" and "False", tables as their entries parted by "; ". Null for an unknown name.
 std::optional<std::string> SessionValueText(std::string_view name);
 
 /// The names that SessionValueText knows.

@@ -36,7 +36,7 @@ struct ColumnText {
 /// Name and type of a result's column from 1.
 ColumnText DescribeColumnText(const Handle& statement, SQLUSMALLINT column);
 
-/// The current record's value of a column from 1, however long it is; nothing for null.
+/// The current record's value of a column from 1, however long it is; null for null.
 std::optional<std::string> ReadLongText(const Handle& statement, SQLUSMALLINT column);
 std::optional<std::string> ReadLongBytes(const Handle& statement, SQLUSMALLINT column);
 

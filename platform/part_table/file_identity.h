@@ -13,7 +13,7 @@ struct FileIdentity {
     bool operator==(const FileIdentity&) const = default;
 };
 
-/// Of the file that a path leads to now; nothing when there is none.
+/// Of the file that a path leads to now; null if there is none.
 std::optional<FileIdentity> IdentityOf(const std::filesystem::path& file);
 
 }  // namespace brenvik::part_table

@@ -81,7 +81,7 @@ class TableRecordset : public Recordset {
             throw DatabaseFailure(
                 failure_number::NotUpdatable,
                 "The record set can't be updated: its records are no rows of the part table");
-        // Row numbers are used again after the table has been emptied; the identity tells the new row
+        // Row numbers are used again after the table has been emptied; the identity distinguishes the new row
         // from the old one.
         const auto identity =
             std::find_if(mResult.fieldNames.begin(), mResult.fieldNames.end(),

@@ -61,8 +61,8 @@ void TextSettings::Refresh() {
     mStamp = stamp;
 }
 
-// A stamp tells no two states apart that follow within one tick of the file system's clock at one length.
-// What a read may show for a moment, a write must not put back.
+// A stamp doesn't distinguish two states of one length within one tick of the file system's clock. What a
+// read may show for a moment, a write must not put back.
 void TextSettings::ReadAnew() {
     mStamp.reset();
     Refresh();

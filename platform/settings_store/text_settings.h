@@ -62,7 +62,7 @@ class TextSettings : public SettingsPort {
     std::filesystem::path mFile;
     WholeFileWriter mWrite;
     SettingsText mSettings;
-    /// Of the file that mSettings was read from; nothing when it has to be read anew.
+    /// Of the file that mSettings was read from; null if it has to be read anew.
     std::optional<Stamp> mStamp;
     /// Changes gather in mSettings, which is ahead of the file.
     bool mTogether = false;

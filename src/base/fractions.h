@@ -21,11 +21,11 @@ double RoundDecimalValue(double value, double unit);
 /// go away from zero.
 double ClosestThirtySecond(double size);
 
-/// The whole number, a blank and the fraction: "3 3/4", "1/2", "3"; nothing for 0. With `padded` a text with
-/// a fraction has a "0" ahead ("03 3/4", "0 1/2"), which keeps a spreadsheet from reading a date. The
-/// fraction of a negative number is in tenths, hundredths and so on, as its decimals have it: "-1 5/10",
-/// padded "0-1 5/10". Fails with 6 where the whole number or the denominator goes beyond 32 bits; values
-/// rounded to a 32nd that are sizes of parts never do.
+/// The whole number, a blank and the fraction: "3 3/4", "1/2", "3"; blank for 0. With `padded` a text with a
+/// fraction has a "0" ahead ("03 3/4", "0 1/2"), which keeps a spreadsheet from reading a date. The fraction
+/// of a negative number is in tenths, hundredths and so on, as its decimals have it: "-1 5/10", padded "0-1
+/// 5/10". Fails with 6 if the whole number or the denominator goes beyond 32 bits; values rounded to a 32nd
+/// that are sizes of parts never do.
 std::string DecimalToFraction(double value, bool padded);
 
 }  // namespace brenvik

@@ -12,7 +12,7 @@ namespace brenvik {
 /// The handle's text: 0x1AF gives "1AF", 0 gives "0".
 std::string HandleToText(std::uint64_t handle);
 
-/// The handle that the whole text names, in either case, blanks around it allowed. Nothing when the
+/// The handle that the whole text names, in either case, blanks around it allowed. Null if the
 /// text is no hexadecimal number of at most 64 bits.
 std::optional<std::uint64_t> HandleFromText(std::string_view text);
 

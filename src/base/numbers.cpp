@@ -44,8 +44,8 @@ std::string_view WithoutSpace(std::string_view text) {
     return text.substr(0, text.find_last_not_of(" \t") + 1);
 }
 
-// Whether a number that std::from_chars calls out of range is too large rather than too small. The
-// conversion itself does not tell.
+// Whether a number that std::from_chars calls out of range is too large rather than too small. The conversion
+// itself does not say.
 bool IsTooLarge(std::string_view digits, std::size_t exponentAt) {
     const std::string_view mantissa = digits.substr(0, exponentAt);
     const std::size_t pointAt = std::min(mantissa.find('.'), mantissa.size());
@@ -134,7 +134,7 @@ std::int64_t NearestMultiple(double magnitude, double power, double product) {
     return whole + (whole & 1);
 }
 
-// The even neighbour where the number's digits end in a 5 one place behind the last that is kept; nothing for
+// The even neighbour where the number's digits end in a 5 one place behind the last that is kept; null for
 // any other number.
 std::optional<double> EvenOfHalf(double magnitude, int decimals) {
     const DecimalDigits number = DigitsOf(magnitude);

@@ -22,8 +22,8 @@ bool Skip(Statement&& statement) {
     }
 }
 
-/// Runs one statement and returns its failure, or nothing when it succeeded: for a sequence that goes
-/// on and looks at the failure's number or description afterwards.
+/// Runs one statement and returns its failure, or null if it succeeded: for a sequence that continues and
+/// checks the failure's number or description afterwards.
 template <typename Statement>
 [[nodiscard]] std::optional<Failure> Attempt(Statement&& statement) {
     try {

@@ -75,7 +75,7 @@ std::vector<AccessMapping> MappingsOf(const ListViewControl& view) {
     return mappings;
 }
 
-/// How many rows a table has; nothing where the database doesn't say.
+/// How many rows a table has; null if the database doesn't say.
 std::optional<double> RowsOf(ExportConnection& connection, const std::string& table) {
     std::optional<double> rows;
     Skip([&] {

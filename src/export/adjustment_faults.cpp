@@ -98,7 +98,7 @@ class FileLook {
         if (const auto [first, isNew] = mKeys.try_emplace(halves.head, number); !isNew)
             return Tell(number, InQuotes(halves.head) + " stands in line " + std::to_string(first->second) +
                                     " already, found it again with " + InQuotes(halves.tail));
-        // One that is none is told by itself.
+        // Amounts that are no numbers are reported elsewhere.
         mHasAmount = mHasAmount || (IsAmount(halves.head) && !halves.tail.empty());
         const std::string fault =
             IsAmount(halves.head) ? AmountFault(halves.tail) : CriterionFault(field, halves.tail);

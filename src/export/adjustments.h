@@ -22,10 +22,10 @@ using AdjustmentSection = std::vector<std::string>;
 
 /// The section behind the header `name` (the case ignored): the first later one with another header, so that
 /// a header repeated at once is passed over. A blank name means the section that begins with the first line,
-/// whatever that holds. Nothing where there is none.
+/// whatever that holds. Empty if there is none.
 AdjustmentSection GetCurrentAdj(std::string_view name, std::span<const std::string> lines);
 
-/// The text behind "=" of the first line whose part before it equals `key`, the case ignored; or nothing.
+/// The text behind "=" of the first line whose part before it equals `key`, the case ignored; blank if none.
 std::string GetAdjValue(std::span<const std::string> section, std::string_view key);
 
 /// The sections of a file in the order in which an export walks them, each found by the header of the one

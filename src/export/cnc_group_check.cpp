@@ -48,7 +48,7 @@ RowsById PartsOfTheList() {
     return parts;
 }
 
-/// Nothing when the solid can't be looked at.
+/// Null if the solid can't be looked at.
 std::optional<ShapeMarks> MarksOf(ShapeMarker& marker, const std::string& handle) {
     std::optional<ShapeMarks> marks;
     Skip([&] {

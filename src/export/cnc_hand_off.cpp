@@ -107,7 +107,7 @@ bool WriteRunList(const std::string& path, const std::string& content) {
     return !oldOneStands;
 }
 
-/// Tells the parts that no group takes, since nothing stands behind their quantity. False when none is left
+/// Reports the parts that no group takes, since nothing stands behind their quantity. False if none is left
 /// to be cut.
 bool TellPartsWithoutKey(const ListPlan& plan, std::span<const std::string> lines) {
     if (!plan.groups && !lines.empty()) {

@@ -82,7 +82,7 @@ std::optional<ListPlan> PlanOf(const frmExport& form, std::string_view adjustmen
 }
 
 /// A line for each record, every line with its end; cells that move their line's columns are noted. A failure
-/// of the record set ends the lines. Nothing when the user has cancelled the export.
+/// of the record set ends the lines. Null if the user has cancelled the export.
 std::optional<std::string> LinesOfRecords(Recordset& records, const ListPlan& plan,
                                           std::string_view lineEnd) {
     const LineMaker& maker = plan.maker;
@@ -104,7 +104,7 @@ std::optional<std::string> LinesOfRecords(Recordset& records, const ListPlan& pl
     return lines;
 }
 
-/// The whole file, or nothing when the user has cancelled the export. A statement that the engine refuses
+/// The whole file, or null when the user has cancelled the export. A statement that the engine refuses
 /// leaves the header alone.
 std::optional<std::string> FileText(const ListPlan& plan) {
     const std::string_view lineEnd = ThePlatform().files->LineEnd();

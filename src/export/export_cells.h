@@ -79,7 +79,7 @@ class LineMaker {
 /// shows and the grid asks before an export, so that is a remark.
 void NoteLostSizes(const Recordset& records, const LineMaker& maker, const SizeAdjustment& adjustment);
 
-/// Notes a row whose quantity counts nothing: one that was typed has been looked at by no scan.
+/// Reports a row whose quantity can't be counted: no scan has checked a quantity that was typed.
 void NoteOddQuantity(const Recordset& records);
 
 }  // namespace brenvik

@@ -38,8 +38,8 @@ class frmAdjustments : public Form {
     void Browse();
     void SaveAs();
     void SaveAndClose();
-    /// The grid goes to its file only if that loses nothing, or if the user says so. Returns whether the file
-    /// is as it was wanted, or as near as the disk lets it come.
+    /// The grid is written to its file only if that loses nothing, or if the user says so. Returns whether
+    /// the file is as it was wanted, or as near as the disk allows.
     bool WriteTo(const std::string& path);
     /// Asks whether a file is kept that has lines which the grid doesn't show, or that could not be read.
     bool KeepsLines(const std::string& path) const;

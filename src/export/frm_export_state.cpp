@@ -53,7 +53,7 @@ void SaveRows(const std::vector<ListViewControl::Row>& rows, const MappingKeys& 
 std::vector<ListViewControl::Row> ReadRows(const MappingKeys& keys) {
     std::vector<ListViewControl::Row> rows;
     const double stored = LenientNumber(GetSubkeyText(keys.subkey, keys.count));
-    // A row takes two values at least, so a damaged count is told by the number of values that are there.
+    // A row takes two values at least, so the number of values that are there shows a damaged count.
     const auto most = static_cast<double>(EnumerateSubkey(keys.subkey).size());
     const auto count = static_cast<std::size_t>(std::clamp(stored, 0.0, most));
     for (std::size_t row = 0; row < count; ++row) {

@@ -14,7 +14,7 @@ class frmLogin : public Form {
 
     Control& txtUsername;
     Control& txtPassword;
-    /// What the user gave; nothing when the dialog was left without a login.
+    /// What the user gave; null if the dialog was left without a login.
     std::optional<DatabaseLogin> entered;
 
   protected:
@@ -24,7 +24,7 @@ class frmLogin : public Form {
     void Login();
 };
 
-/// Asks for a login, with a password to begin with. Nothing when the user gives up.
+/// Asks for a login, with a password to begin with. Null if the user gives up.
 std::optional<DatabaseLogin> AskForLogin(const DatabaseLogin& held);
 
 }  // namespace brenvik

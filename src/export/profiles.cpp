@@ -84,7 +84,7 @@ void LookAtColumns(ExportProfile& profile) {
     LookAtBars(profile);
 }
 
-/// With the profile that the line belongs to; lines ahead of the first name are told anyway.
+/// With the profile that the line belongs to; lines before the first name are reported anyway.
 void TellLine(std::vector<ExportProfile>& profiles, std::size_t number, std::string text) {
     const auto behind = std::ranges::find_if(
         profiles, [number](const ExportProfile& profile) { return profile.line > number; });
@@ -124,7 +124,7 @@ std::vector<ExportProfile> ParseProfiles(std::span<const std::string> lines,
     TellOddCharacters(profiles, lines, guessedLines);
     for (ExportProfile& profile : profiles) {
         LookAtColumns(profile);
-        // Nobody can tell which profile they were meant for.
+        // It is unknown which profile they were meant for.
         profile.faults.insert(profile.faults.begin(), ahead.begin(), ahead.end());
     }
     return profiles;

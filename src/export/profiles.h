@@ -37,7 +37,7 @@ inline constexpr std::string_view CncProfileFile = "CNCProfile.txt";
 std::vector<ExportProfile> ParseProfiles(std::span<const std::string> lines,
                                          std::span<const std::size_t> guessedLines = {});
 
-/// The first profile of exactly this name, or nothing.
+/// The first profile of exactly this name, or null.
 const ExportProfile* FindProfile(std::span<const ExportProfile> profiles, std::string_view name);
 
 }  // namespace brenvik

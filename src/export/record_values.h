@@ -8,7 +8,7 @@
 
 namespace brenvik {
 
-/// The value as text: a number in its general form, nothing for null.
+/// The value as text: a number in its general form, blank for null.
 std::string ValueText(const FieldValue& value);
 
 /// The value of a field as text; blank for a list without that field, as grouped ones are.

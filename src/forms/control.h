@@ -80,9 +80,9 @@ class CheckControl : public Control {
   public:
     CheckControl(ControlKind kind, std::string name, std::string caption, std::string group = {});
     int Value() const { return mValue; }
-    /// A changed value runs `onClick`, but for an option button that goes off. Any value but 0 counts as 1.
+    /// A changed value runs `onClick`, unless an option button is switched off. Any value but 0 counts as 1.
     void SetValue(int newValue);
-    /// The user's click: a tick box turns over, an option button goes on.
+    /// The user's click: a tick box turns over, an option button is switched on.
     void Press() override;
     const std::string& Group() const { return mGroup; }
     /// Set by the form for option buttons: switches the others of the group off, without a click.

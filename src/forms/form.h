@@ -47,7 +47,7 @@ class Form {
 
     /// All controls in the order in which they were made; the tab order follows it.
     const std::vector<std::unique_ptr<Control>>& Controls() const { return mControls; }
-    /// The control of this name, compared without regard to case, or nothing. "tbMain.SORT" finds "tbMain".
+    /// The control of this name, compared without regard to case, or null. "tbMain.SORT" finds "tbMain".
     Control* Find(std::string_view controlName) const;
     /// The same for controls that must be there: a missing one, or one of another kind, is a defect.
     template <class T>

@@ -31,7 +31,7 @@ class DataControl : public Control {
     void Refresh();
     /// Closes record set and connection.
     void Close();
-    /// Nothing before the first refresh.
+    /// Null before the first refresh.
     Recordset* Records() const { return mRecords.get(); }
     /// Runs after each refresh and after closing; a grid bound to the data control sets it.
     std::function<void()> onRefreshed;

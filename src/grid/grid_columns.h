@@ -9,7 +9,7 @@ inline constexpr int OrieColumn = 9;
 /// The three raw extents.
 inline constexpr int Value1Column = 10, Value2Column = 11, Value3Column = 12;
 
-/// What is said of letters that name no sizes.
+/// The message for letters that name no sizes.
 inline constexpr const char* LettersRefused =
     "Orientation cell must be empty or have one instance of the letters L, W and T";
 

@@ -10,8 +10,8 @@ void LoadGridSettings();
 /// Notes how the form and its columns stand once it has been placed by its settings.
 void NoteGridSettingsShown();
 
-/// Writes the path, the form's place and size, and the width of each column that has a width key. What nobody
-/// has changed here and another program has changed since it was read stays.
+/// Writes the path, the form's place and size, and the width of each column that has a width key. A value
+/// that was changed only by another program since it was read stays.
 void SaveGridSettings();
 
 }  // namespace brenvik

@@ -1,5 +1,5 @@
-// What a user types into the list and what can't stand: keys that a cell doesn't take, letters that name no
-// sizes, values that go to the drawing though no list or run can use them. The rules of typing and of Apply
+// Values typed into the list that can't be used: keys that a cell doesn't take, letters that name no sizes,
+// values that are written to the drawing though no list or run can use them. The rules of typing and of Apply
 // stay as they are; here each such value is reported with its part.
 #pragma once
 

@@ -36,7 +36,7 @@ struct ListedPart {
     int quantity = 0;
 };
 
-/// Nothing where there is no comma, or no whole number behind it.
+/// Null if there is no comma, or no whole number behind it.
 std::optional<ListedPart> ParseCncListLine(std::string_view line);
 
 }  // namespace brenvik

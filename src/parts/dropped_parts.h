@@ -1,5 +1,5 @@
-// The parts that scans could not take into the part table. A list that goes on without them is a wrong list
-// unless somebody says so, by the part.
+// The parts that scans could not take into the part table. A list without them is a wrong list unless it
+// reports them, part by part.
 #pragma once
 
 #include <string>

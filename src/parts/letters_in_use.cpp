@@ -44,7 +44,7 @@ std::optional<mAutoCAD::MeasuredExtents> ExtentsOf(const AcadEntity& solid,
     return extents;
 }
 
-/// Nothing where the letters are right.
+/// Null if the letters are right.
 std::optional<std::string> StaleLetters(const AcadEntity& solid, const std::string& letters,
                                         const std::array<std::string_view, 3>& saved) {
     const std::optional<mAutoCAD::MeasuredExtents> extents = ExtentsOf(solid, saved);

@@ -10,7 +10,7 @@ namespace brenvik {
 class AcadEntity;
 
 /// What is wrong with taking the letters of a solid as they stand on it: the extents saved with them are
-/// damaged, or by its present extents they would be others by now. Nothing for a solid without letters or
+/// damaged, or by its present extents they would be others by now. Null for a solid without letters or
 /// without any saved extents, and for one that can't be measured.
 std::optional<std::string> FaultOfLettersInUse(const AcadEntity& solid);
 

@@ -32,7 +32,7 @@ struct MeasuredExtents {
     std::array<double, 3> E{}, D{};
 };
 
-/// What is known of a part when its letters are settled.
+/// The known facts of a part when its letters are settled.
 struct OrieInput {
     std::string_view letters;                   ///< As they stand on the solid.
     std::array<std::string_view, 3> oldValues;  ///< Extents at the last Apply, as text.

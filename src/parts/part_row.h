@@ -16,7 +16,7 @@ struct PartRow {
     MeasuredExtents extents;
     std::string length = "0", width = "0", thickness = "0";  ///< Number text.
 
-    /// The value that the scan reads under a part-data key, or nothing for a key that it passes over.
+    /// The value that the scan reads under a part-data key, or null for a key that it passes over.
     std::string* ValueOf(std::string_view partDataKey);
 };
 

@@ -25,10 +25,10 @@ inline constexpr std::string_view PartTableName = "brenvik_data";
 /// The 26 columns in the order of the table and of the grid.
 std::span<const PartColumn> PartColumns();
 
-/// By the name in the table, or by the grid's header, each without regard to case; nothing when unknown.
+/// By the name in the table, or by the grid's header, each without regard to case; null if unknown.
 const PartColumn* FindPartColumn(std::string_view column);
 const PartColumn* FindPartColumnByHeader(std::string_view header);
-/// The column whose cell Apply writes under this key, or nothing for a key without a column.
+/// The column whose cell Apply writes under this key, or null for a key without a column.
 const PartColumn* FindPartColumnByKey(std::string_view partDataKey);
 
 /// The statement that selects every column of every part, in the order of the table.

@@ -1,5 +1,5 @@
-// What a list or a run has taken from a part though it can't be right: letters that name no sizes, a quantity
-// that is no number. The work goes on with it, as its rules say, so somebody has to say so, by the part.
+// Impossible values that a list or a run has taken from a part: letters that name no sizes, a quantity that
+// is no number. The rules let the work continue with them, so they have to be reported by part.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ struct PartTrouble {
     std::string text;
     /// A box has reported it, but without the part.
     bool toldInABox = false;
-    /// Nothing has failed by it: a default was taken, as the rules say, and somebody has to know.
+    /// No failure: a default was taken, as the rules say, and the user has to know.
     bool isRemark = false;
 };
 

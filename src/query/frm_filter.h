@@ -16,13 +16,13 @@ inline constexpr auto FilterOperators =
 
 /// The operator of the statement: the text before the first blank, and "Like" for "*".
 std::string OperatorWord(std::string_view shownOperator);
-/// What stands around a value in the statement: nothing for the columns that hold sizes, else a single quote.
+/// The delimiter of a value in the statement: none for the columns that hold sizes, else a single quote.
 std::string_view ValueDelimiter(std::string_view field);
 /// Whether the values asked for in a column have to be numbers; by its caption, case ignored.
 bool FilteredByNumber(std::string_view caption);
-/// The clause of the session's `FilterCriteria`, with a blank at each end, or nothing. Only the last row
-/// takes effect. Values go in as they are, so a single quote in one makes an invalid statement. Ends silently
-/// on a failure.
+/// The clause of the session's `FilterCriteria`, with a blank at each end, or blank. Only the last row takes
+/// effect. Values go in as they are, so a single quote in one makes an invalid statement. Ends silently on a
+/// failure.
 std::string BuildWhereClause();
 
 class frmFilter : public Form {

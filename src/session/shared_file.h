@@ -8,10 +8,10 @@
 
 namespace brenvik {
 
-/// What stands in a file; nothing where there is none. Fails as reading does.
+/// What stands in a file; null if there is none. Fails as reading does.
 std::optional<std::string> ContentOf(const std::string& path);
 
-/// A file and what stood in it when the user looked at it; nothing where there was none.
+/// A file and its content when the user looked at it; null if there was none.
 struct LookedAtFile {
     std::string path;
     std::optional<std::string> content;

@@ -63,7 +63,7 @@ struct InsideRouteBit {
 /// to 5 decimals.
 InsideRouteBit BitForInsideRoute(const MaterialRecord& material, double shortestSide);
 
-/// For a circle cut through the part. Nothing when every bit is wider than it.
+/// For a circle cut through the part. Null if every bit is wider than it.
 std::optional<std::size_t> BitForThroughCircle(const MaterialRecord& material, double circleDiameter);
 
 /// For a circle that is pocketed: the smallest of the bits that are smaller than it.

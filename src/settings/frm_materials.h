@@ -44,7 +44,7 @@ class frmMaterials : public Form {
 
     Control* mBtnSave = nullptr;
     std::vector<MaterialTexts> mOpened;
-    /// The library's text as it was opened; nothing where there was none.
+    /// The library's text as it was opened; null if there was none.
     std::optional<std::string> mContent;
     std::vector<MaterialDamage> mDamages;
     std::string mLineEnd;

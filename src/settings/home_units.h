@@ -12,11 +12,11 @@ namespace brenvik {
 
 /// The word for units in the settings, and for people.
 std::string_view NameOf(MeasureUnits units);
-/// By the word, in any case; nothing for another text.
+/// By the word, in any case; null for another text.
 std::optional<MeasureUnits> UnitsNamed(std::string_view word);
 MeasureUnits OtherThan(MeasureUnits units);
 
-/// What runs work in by a value of `ExportScaleSetting`: 1 and 4 in inches, 2 and 3 in millimetres. Nothing
+/// The units of runs by a value of `ExportScaleSetting`: inches for 1 and 4, millimetres for 2 and 3. Null
 /// for any other value.
 std::optional<MeasureUnits> UnitsOfRuns(std::string_view exportScale);
 /// Whether runs bring the drawing to the other units by that value.
@@ -28,7 +28,7 @@ std::optional<MeasureUnits> UnitsOfDrawings(std::string_view exportScale);
 /// doesn't, or if either is unknown.
 std::string ExportScaleFault(std::string_view exportScale, std::optional<MeasureUnits> units);
 
-/// The units of the home: as its settings call them, else those that its runs work in. Nothing where neither
+/// The units of the home: as its settings call them, else those that its runs work in. Null if neither
 /// says.
 std::optional<MeasureUnits> UnitsOfHome();
 

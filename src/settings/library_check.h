@@ -1,5 +1,5 @@
-// What is wrong with a material library as a whole, beyond the values of its records: records that no part
-// can find, and lines in another form of text.
+// Faults of a material library as a whole, beyond the values of its records: records that no part can find,
+// and lines in another form of text.
 #pragma once
 
 #include <optional>

@@ -58,7 +58,7 @@ Complaint DirectionComplaint(std::string_view text) {
 
 Complaint NumberComplaint(std::string_view text, bool isFirst) {
     if (isFirst) {
-        // Without a first number the material counts as none, which the run tells by itself.
+        // Without a first number the material counts as none, which the run itself reports.
         if (text.empty()) return None;
         // The first one cuts the outline, whatever its number says.
         if (IsBlank(text) || Trim(text) == "0") return {"the number of a tool", IsBlank(text)};

@@ -26,7 +26,7 @@ std::vector<MaterialFault> PointsInSpeeds(const MaterialTexts& texts, std::size_
 /// The lines behind the first `before` of a library and up to the line `last` that were no UTF-8.
 std::vector<MaterialFault> GuessedLines(const FileLines& file, std::size_t before, std::size_t last);
 
-/// A material and what is wrong with it, of one reading of the library.
+/// A material and its faults, from one reading of the library.
 struct CheckedMaterial {
     MaterialTexts texts;
     std::size_t head = 0;  ///< The line of its key, from 1.

@@ -27,7 +27,7 @@ std::string MaterialKeyFault(std::string_view key);
 /// statements of lists can't take it.
 std::string NewMaterialKeyFault(std::string_view key);
 
-/// The record that a run would take for this key, or nothing.
+/// The record that a run would take for this key, or null.
 const MaterialTexts* FindMaterialIn(const MaterialLibrary& library, std::string_view key);
 
 /// The keys of records with a first tool, the nearest first, at most `count`: the same name goes before a

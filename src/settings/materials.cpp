@@ -88,7 +88,7 @@ std::optional<MaterialDamage> DamageOf(std::span<const std::string> lines, std::
     return MaterialDamage{head + 1, TooShort(MaterialValue(lines[head], Name), length)};
 }
 
-/// Of a record with all its lines; what one of them lacks has been told as damage.
+/// Of a record with all its lines; a line that lacks something has been reported as damage.
 void AddFaultsOf(MaterialLibrary& library, std::span<const std::string> record, std::size_t head) {
     if (record.size() < MaterialFieldCount) return;
     const MaterialTexts& texts = library.materials.back();
@@ -171,7 +171,7 @@ MaterialLibrary ParseMaterials(std::string_view content) {
     bool inStray = false;
     for (std::size_t at = 0; at < lines.size();) {
         if (!IsHead(lines[at])) {
-            // A run of lines without a record is told once.
+            // A run of lines without a record is reported once.
             if (!inStray && !IsBlank(lines[at])) {
                 library.damages.push_back(
                     {at + 1, "expected " + InQuotes(Keys[Name]) + ", found " + InQuotes(lines[at])});

@@ -110,7 +110,7 @@ std::string MaterialValue(std::string_view line, std::size_t field);
 std::string MaterialKey(double thickness, std::string_view materialName, double exportScaleSetting);
 
 /// The values of the material with this key: ".75 oak" and "0.75 OAK" are the same. Of several, the last one.
-/// Nothing where there is none. Fails as reading the file does, and with 62, naming the line, when the record
+/// Null if there is none. Fails as reading the file does, and with 62, naming the line, when the record
 /// has fewer than fifteen lines.
 std::optional<MaterialTexts> FindMaterial(std::string_view key);
 

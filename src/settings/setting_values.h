@@ -8,7 +8,7 @@
 namespace brenvik {
 
 /// Where a value stands that the system reads: the subkey, blank for values directly under the key. It is one
-/// of the settings table, a member of one of its numbered families, or the width of a column; nothing for a
+/// of the settings table, a member of one of its numbered families, or the width of a column; null for a
 /// name that nobody reads.
 std::optional<std::string_view> SubkeyOfSetting(std::string_view name);
 

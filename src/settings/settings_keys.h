@@ -32,7 +32,7 @@ struct SettingEntry {
 
 /// All values but the column widths, which follow from the column width key list.
 std::span<const SettingEntry> SettingTable();
-/// By name without regard to case; nothing for an unknown one.
+/// By name without regard to case; null for an unknown one.
 const SettingEntry* FindSetting(std::string_view name);
 
 /// The captions of `chkRunEvent` by its state.

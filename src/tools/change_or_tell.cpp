@@ -1,4 +1,4 @@
-// Telling the parts that a drawing tool could not change.
+// Reports the parts that a drawing tool could not change.
 #include "tools/change_or_tell.h"
 
 #include "base/skip.h"

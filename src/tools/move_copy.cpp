@@ -24,7 +24,7 @@ Point3 Flattened(AcadUtility& utility, const Point3& point) {
     return utility.TranslateCoordinates(own, CoordinateSystem::UserCoordinates, CoordinateSystem::World);
 }
 
-/// Nothing when a prompt is cancelled.
+/// Null if a prompt is cancelled.
 std::optional<Shift> AskShift(AcadUtility& utility) {
     Shift shift;
     const bool answered = Skip([&] {

@@ -54,7 +54,7 @@ const Looking* FindLook(std::span<const Looking> looks, std::string_view answer)
     return found == looks.end() ? nullptr : &*found;
 }
 
-/// Nothing for an answer outside the keywords, and when a prompt is cancelled.
+/// Null for an answer outside the keywords, and when a prompt is cancelled.
 std::optional<Section> AskSection(AcadUtility& utility) {
     Section section;
     Skip([&] {
@@ -136,7 +136,7 @@ void ShowInThisViewportOnly(AcadDocument& drawing, std::string_view layer) {
     drawing.SendCommand("pspace\r");
 }
 
-/// The view and the clipping; the answers, and the selection that the section is of. Nothing when the user
+/// The view and the clipping; the answers, and the selection that the section is of. Null if the user
 /// left.
 std::optional<AcadSelectionSet*> MakeSection(AcadDocument& drawing) {
     const std::optional<Section> section = AskSection(drawing.Utility());

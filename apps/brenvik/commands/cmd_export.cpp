@@ -110,7 +110,7 @@ ExitStatus Export(const HeldHome& home, const ExportOptions& options) {
     RemarkOnLumps(document, options.drawing, teller);
     RemarkOnDoubles(document, options.drawing, teller);
     const TerminalProgress progress(teller);
-    // What the list lacks is told ahead of the box that calls it complete.
+    // The list's losses are reported before the box that calls it complete.
     dialogs.beforeExportComplete = [&teller] { TellAboutList(teller); };
     const bool exported = ScanAndExport(workplace.host, dialogs, choices, options.csv, teller);
     // Where no list was written, its cells are no matter.

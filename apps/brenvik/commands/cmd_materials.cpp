@@ -186,7 +186,7 @@ ExitStatus AddOne(const std::string& home, const std::string& key, const std::st
     AppendMaterial(added);
     turn.reset();
     std::cout << "added " << key << ", cut as " << copied << '\n';
-    // Runs in other units than the library's are told where they begin, and here, where their board is added.
+    // Runs in other units than the library's are reported where they begin, and here, where a board is added.
     GetSettingText(setting::ExportScaleSetting);
     return workplace.toldSettings.DamageFound() ? ExitStatus::Incomplete : ExitStatus::Done;
 }

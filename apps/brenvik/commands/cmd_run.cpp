@@ -185,7 +185,7 @@ RunWatch WatchOf(const std::string& home, WatchedJournalDialogs& dialogs, RunTra
             .line = [&transcript](const std::string& text) { transcript.Stream() << text << '\n'; }};
 }
 
-/// A box that tells of something skipped or failed is no news to the journal that looks at it.
+/// A box about something skipped or failed is no news to the journal that looks at it.
 void TellOverlooked(const std::string& journal, WatchedJournalDialogs& dialogs, Teller& teller) {
     const std::vector<MessageRequest> boxes = dialogs.Overlooked();
     if (boxes.empty()) return;
@@ -213,7 +213,7 @@ void TellUnsaved(const RunOptions& options, const OpenedDrawings& drawings, RunT
     }
 }
 
-/// What the lists of the journal have lost or changed of the parts, as far as it is not told yet.
+/// Reports what the journal's lists have lost or changed of the parts, unless it is reported already.
 void TellAboutLists(RunTranscript& transcript, Teller& teller) {
     const PartTroubleLines troubles = TakePartTroubleLines();
     for (const std::string& line : troubles.remarks) transcript.Stream() << line << '\n';
@@ -264,8 +264,8 @@ ExitStatus RunJournal(const std::string& home, const RunOptions& options, const 
     WatchSavings(workplace, drawings);
     ShowProgressBy(&dialogs.work);
     const RunTeller runs(teller, WatchOf(home, dialogs, transcript));
-    // What a list lacks is told ahead of the box that calls it complete, and where the journal fails behind
-    // it.
+    // The list's losses are reported before the box that calls it complete, and also if the journal fails
+    // after it.
     dialogs.beforeExportComplete = [&] { TellAboutLists(transcript, teller); };
     try {
         Play(options, stage, std::move(steps), workplace, dialogs, transcript, teller, drawings);

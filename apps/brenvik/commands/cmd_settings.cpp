@@ -1,4 +1,4 @@
-// brenvik settings: lists, tells and changes values of the settings store.
+// brenvik settings: lists, prints and changes values of the settings store.
 #include <iostream>
 #include <memory>
 #include <optional>

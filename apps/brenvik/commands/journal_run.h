@@ -26,7 +26,7 @@ struct RunOptions {
     bool noProof = false;
 };
 
-/// Where a journal is watched. What is empty is left to the models.
+/// Where a journal is watched. Empty members are left to the models.
 struct JournalStage {
     JournalHands* hands = nullptr;
     /// The drawing is open, and nothing has been played; and the journal has ended well.

@@ -1,4 +1,4 @@
-// The boards are kept as they stand, so that a difference can be told by the board and the line.
+// The boards are kept as they stand, so that a difference can be reported by the board and the line.
 #include "commands/share_job.h"
 
 #include <algorithm>

@@ -33,7 +33,7 @@ std::optional<std::string> DifferenceOf(const ShareJob& expected, const ShareJob
 /// Tells jobs apart by their facts.
 std::string FingerprintOf(const ShareJob& job);
 
-/// The content's fingerprint, or nothing for a file that can't be read.
+/// The content's fingerprint, or null for a file that can't be read.
 std::optional<std::string> DigestOfFile(const std::string& file);
 
 }  // namespace brenvik::app

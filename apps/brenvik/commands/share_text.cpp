@@ -115,7 +115,7 @@ Share ReadShare(const std::string& folder) {
     try {
         if (head.head.starts_with(HeadWords) && Sha256(body.tail) == body.head) return Unpack(body.tail);
     } catch (const Failure&) {
-        // Told below, as all that isn't a share.
+        // Reported below, like anything that isn't a share.
     }
     throw CommandError(ExitStatus::Unreadable,
                        TextFromPath(place) +

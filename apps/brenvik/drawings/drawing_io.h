@@ -36,10 +36,10 @@ void SaveOutput(HostDocument& document, const std::string& name, std::optional<L
 void TellNotesSince(std::size_t known, const HostDocument& document, const std::string& drawing,
                     Teller& teller);
 
-/// What was expected of a name that no writer goes with.
+/// Expected in place of a name that no writer knows.
 inline constexpr std::string_view WritableEndings = "a name that ends in .dxf, .dwg, .step, .stp or .sat";
 
-/// Whether a writer goes with the name's extension, and whether it is that of DXF text.
+/// Whether a writer knows the name's extension, and whether it is that of DXF text.
 bool IsWritableFormat(const std::string& name);
 bool IsDxfName(const std::string& name);
 

@@ -11,7 +11,7 @@
 namespace brenvik::app {
 
 /// By the `ExportScaleSetting` of the loaded home: inches for 1 and 3, which are kept and scaled to
-/// millimetres in a run, millimetres for 2 and 4. Nothing for any other value.
+/// millimetres in a run, millimetres for 2 and 4. Null for any other value.
 std::optional<LengthUnit> DrawingUnitOfHome();
 
 /// Whether runs of the loaded home scale what they write.

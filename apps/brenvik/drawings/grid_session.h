@@ -20,8 +20,8 @@ struct OpenedInput {
     std::size_t selected = 0;
 };
 
-/// From here on a setting that is read and holds what it can't have makes the command incomplete. The teller
-/// must outlive what is read.
+/// From here on, reading a setting with an impossible value makes the command incomplete. The teller must
+/// outlive all reading.
 void TellDamagedSettings(Workplace& workplace, Teller& teller);
 
 /// Opens the drawing of the options in the unit of the home's drawings. Where runs scale what they write, the

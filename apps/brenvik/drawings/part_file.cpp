@@ -1,4 +1,4 @@
-// The unit and the side are told by the file, the tools by this home's material library.
+// The unit and the side come from the file, the tools from this home's material library.
 #include "drawings/part_file.h"
 
 #include <filesystem>
@@ -54,7 +54,7 @@ HostDocument& OpenPartFile(HostApplication& host, const std::string& name) {
     }
 }
 
-/// The files of second sides are told by their names.
+/// The files of second sides are recognised by their names.
 bool IsSecondSide(const std::string& name) {
     return FoldLower(TextFromPath(PathFromText(name).filename())).starts_with("bpart_");
 }

@@ -13,7 +13,7 @@ namespace brenvik::app {
 struct HeldHome {
     /// The home folder as the command line names it; blank for the default one.
     std::string option;
-    /// The contents of both files; nothing of a file that isn't there or can't be read, and of a home without
+    /// The contents of both files; null for a file that isn't there or can't be read, and for a home without
     /// settings, which the work makes itself.
     std::optional<std::string> settings, boards;
 };

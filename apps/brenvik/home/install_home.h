@@ -12,9 +12,9 @@ class DatabasePort;
 
 namespace brenvik::app {
 
-/// Writes what an installation begins with and is not there yet; what a shop has changed stays. Without
-/// units, only what is the same in all of them. Needs the loaded system, for the settings. Throws Failure
-/// when the folder can't be written.
+/// Writes the missing parts of a new installation; changes that a shop has made stay. Without units, only the
+/// parts that don't depend on them. Needs the loaded system, for the settings. Throws Failure if the folder
+/// can't be written.
 void InstallHome(FilesPort& files, DatabasePort& database, std::optional<MeasureUnits> units);
 
 /// The units of a material library that is as an installation wrote it.

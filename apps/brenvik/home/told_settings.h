@@ -32,8 +32,8 @@ class ToldSettings : public SettingsPort {
     /// The line of a value in the store's file, 0 if it is unknown.
     std::function<std::size_t(std::string_view path, std::string_view name)> lineOf;
 
-    /// What is wrong with the store apart from its values, a text each: asked once, when the system first
-    /// reads from it.
+    /// Faults of the store apart from its values, a text each: asked once, when the system first reads from
+    /// it.
     std::function<std::vector<std::string>()> storeFaults;
 
     /// Reports other damage to the store.

@@ -1,4 +1,4 @@
-// The handler, and what of it is told.
+// The handler, and the reports of what it has kept.
 #include "reports/host_refusals.h"
 
 #include <algorithm>

@@ -59,7 +59,7 @@ std::string AdviceToAdd(const MaterialLibrary& library, const std::string& key,
 std::vector<std::string> MaterialAdvice(std::span<const std::string> unknownKeys,
                                         const std::string& programWords) {
     MaterialLibrary library;
-    // A library that can't be read has been told already.
+    // A library that can't be read has been reported already.
     if (unknownKeys.empty() || !Skip([&] { library = ReadMaterials(); })) return {};
     if (std::ranges::none_of(library.materials, HasFirstTool))
         return {

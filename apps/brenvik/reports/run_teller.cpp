@@ -27,7 +27,7 @@ void RunTeller::Line(const std::string& text, bool lost) {
 void RunTeller::TellReport(const RunReport& report) {
     ++mRuns;
     const bool trouble = mWatch.takeTrouble();
-    // Without a box that could be looked at, the name of a skipped part is all that tells of it.
+    // Without a box that could be looked at, the name of a skipped part is its only report.
     const bool boxTells = trouble && mWatch.boxesAreLookedAt;
     for (const std::string& text : report.skipped) Line(text, !boxTells);
     for (const std::string& text : report.passedOver) Line(text, true);

@@ -31,7 +31,7 @@ inline constexpr std::string_view NoProofHelp =
 
 class RunTeller {
   public:
-    /// Watches every run until it goes.
+    /// Watches every run as long as it lives.
     RunTeller(Teller& commandTeller, RunWatch runWatch);
     ~RunTeller();
     RunTeller(const RunTeller&) = delete;

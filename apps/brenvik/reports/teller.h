@@ -15,7 +15,7 @@ class Teller {
     Teller(const Teller&) = delete;
     Teller& operator=(const Teller&) = delete;
 
-    /// What is being done; the next step or the end wipes it away.
+    /// The present step; the next step or the end wipes it away.
     void Progress(const std::string& step);
     /// Something that the user may want to know.
     void Remark(const std::string& text);

@@ -1,4 +1,4 @@
-// Long work on a terminal: what is being worked on, and how much of how much.
+// Long work on a terminal: the present item, its number, and the total.
 #pragma once
 
 #include <chrono>

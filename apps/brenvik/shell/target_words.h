@@ -10,7 +10,7 @@ namespace brenvik::app {
 
 /// All of them, with commas between.
 std::string TargetNames();
-/// In any case; nothing for another word.
+/// In any case; null for another word.
 const TargetDriver* FindTarget(std::string_view name);
 /// For an option that has a target as its value: what was expected, blank for one of them.
 std::string CheckTarget(std::string& name);

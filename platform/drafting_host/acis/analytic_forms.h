@@ -14,7 +14,7 @@ namespace brenvik::acis {
 /// The record of a surface, its outside away from its axis or centre. Empty for other surfaces.
 std::optional<SurfaceRecord> AnalyticSurface(const Handle(Geom_Surface) & surface);
 
-/// The outside of a record's analytic surface at a point on it; of any length but nothing.
+/// The outside of a record's analytic surface at a point on it; of any length above 0.
 gp_XYZ Outside(const SurfaceRecord& surface, const gp_XYZ& point);
 
 /// A record's cone is one half of a double cone. Moves its base to where the point is if that lies on the

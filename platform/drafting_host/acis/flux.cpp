@@ -30,7 +30,7 @@ gp_XYZ SweptArea(const EdgeNode& edge, const Nodes& nodes, const gp_XYZ& origin)
         return (centre.Crossed(end - start) + ellipse->Axis().Direction().XYZ() * sector) / 2;
     }
     if (edge.curve->IsKind(STANDARD_TYPE(Geom_Line))) return start.Crossed(end) / 2;
-    constexpr int steps = 64;  // enough to tell inside from outside
+    constexpr int steps = 64;  // enough to distinguish inside from outside
     gp_XYZ area(0, 0, 0);
     gp_XYZ previous = edge.curve->Value(edge.first).XYZ() - origin;
     for (int i = 1; i <= steps; ++i) {

@@ -15,7 +15,7 @@
 
 namespace brenvik::acis {
 
-/// Lengths below this are taken for nothing; two points closer than this are one.
+/// Lengths below this count as 0; two points closer than this are one.
 constexpr double Coincidence = 1e-7;
 /// What a real file may leave between a curve and the surface it should lie on. Kernels keep 1e-6;
 /// files that went through several programs are worse. What is found becomes the edge's tolerance.

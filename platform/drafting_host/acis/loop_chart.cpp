@@ -149,7 +149,7 @@ std::vector<gp_Pnt2d> Sample(const Handle(Geom2d_Curve) & curve, const EdgeNode&
 }
 
 ChartPiece PlanePiece(const SurfaceFrame& frame, const EdgeNode& edge, const CoedgeUse& use) {
-    // A plane needs no parameter curves; samples tell the loop's sense and the edge's fit.
+    // A plane needs no parameter curves; samples show the loop's sense and the edge's fit.
     ChartPiece piece;
     const int steps = edge.curve->IsKind(STANDARD_TYPE(Geom_Line)) ? 1 : 24;
     for (int i = 0; i <= steps; ++i)

@@ -104,7 +104,7 @@ bool OnRound(const RoundFit& round, const PlainEdge& edge) {
     return !circle.IsNull() && round.Holds(*circle);
 }
 
-// A sliver has no side that its edges could tell.
+// The edges of a sliver don't show which side it has.
 bool HasWidth(const TopoDS_Face& face, const gp_Pln& plane) {
     gp_XYZ area(0, 0, 0);
     double length = 0;

@@ -309,7 +309,7 @@ SplineCurveRecord Model::FreeCurve(FieldCursor& fields, long index) const {
 }
 
 // Exact surfaces begin with their spline; others say first what they are made of and close with the spline
-// that stands in for them. Two degrees tell the spline of a surface from that of a curve.
+// that stands in for them. The spline of a surface has two degrees, that of a curve one.
 SplineSurfaceRecord Model::FreeSurface(FieldCursor& fields, long index) const {
     const bool reversed = fields.Choice("sense", "forward", "reversed");
     const Subtype subtype = Braces(fields, index);

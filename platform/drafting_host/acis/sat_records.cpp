@@ -11,7 +11,7 @@ namespace {
 
 // The versions of the drawings of release 13 and after. Those before 200 have a head of one line.
 constexpr int FirstReadVersion = 105;
-// Counted strings carry a mark from here on, and so can be told from numbers.
+// Counted strings carry a mark from here on, which distinguishes them from numbers.
 constexpr int FirstMarkedStrings = 700;
 // The last version of the independent line of the kernel that keeps the layouts known here, and the
 // range of the line that drafting programs went over to.

@@ -57,7 +57,7 @@ std::string SplineCurveText(const SplineCurveRecord& curve);
 std::string SplineSurfaceText(const SplineSurfaceRecord& surface);
 std::string PcurveText(const PlaneSplineRecord& curve, double misfit);
 
-/// A number in the fewest digits that give it back to the last bit. Throws WriteFailure for what is none.
+/// A number in the fewest digits that give it back to the last bit. Throws WriteFailure if it isn't finite.
 std::string NumberText(double value);
 
 }  // namespace brenvik::acis

@@ -23,7 +23,7 @@ struct PlacedEntity {
     const HostEntity* source = nullptr;
 };
 
-/// The one scale of a reference, above 0, mirrored or not; nothing where it stretches. Scales that differ by
+/// The one scale of a reference, above 0, mirrored or not; null if it stretches. Scales that differ by
 /// a millionth are one, that of the middle: the other two are as they should have been written.
 std::optional<double> EvenScale(const InsertData& reference);
 
@@ -36,7 +36,7 @@ std::vector<PlacedEntity> PlacedContent(const HostDocument& document, const Inse
 std::vector<PlacedEntity> PlacedContent(const HostBlock& block, const InsertData& reference,
                                         const std::function<bool(const HostGeometry&)>& wanted);
 
-/// The box of what the reference shows, all levels; nothing for an empty or unknown block.
+/// The box of what the reference shows, all levels; null for an empty or unknown block.
 std::optional<Box3> BoxOfReference(const HostDocument& document, const InsertData& reference);
 
 }  // namespace brenvik

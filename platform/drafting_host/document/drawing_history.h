@@ -20,7 +20,7 @@ class DrawingHistory {
     DrawingHistory(const DrawingHistory&) = delete;
     DrawingHistory& operator=(const DrawingHistory&) = delete;
 
-    /// Takes back the last step and gives the name of its command; nothing where none is left, and while a
+    /// Takes back the last step and gives the name of its command; null if none is left, and while a
     /// command is at work. Entities that the step has changed or erased are new objects with their old
     /// handles; what stood behind them in drawing order is so too.
     std::optional<std::string> Undo();

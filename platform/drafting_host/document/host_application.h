@@ -67,7 +67,7 @@ class HostApplication final : public AcadApplication, public MeasuringPort, publ
     void WriteScratch(const std::filesystem::path& file, std::string_view content) const;
     /// Work drawings of this run, which open without being read.
     WrittenDrawings& Written() { return mWritten; }
-    /// Null detaches. The port outlives the application or is detached before it goes.
+    /// Null detaches. The port outlives the application or is detached before it is destroyed.
     void SetPrompts(PromptPort* prompts) { mPrompts = prompts; }
     PromptPort* Prompts() const { return mPrompts; }
     /// Who carries out what is typed (the command line sets itself). Null detaches.
@@ -94,7 +94,7 @@ class HostApplication final : public AcadApplication, public MeasuringPort, publ
 
     /// The id of an entity, given at the first call and never given again.
     std::int32_t ObjectIdOf(const HostEntity& entity);
-    /// The living entity with this id in any open document, or nothing.
+    /// The living entity with this id in any open document, or null.
     HostEntity* FindByObjectId(std::int32_t objectId) const;
     void ForgetObjectsOf(const HostDocument& document);
 

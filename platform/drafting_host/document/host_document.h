@@ -59,7 +59,7 @@ class HostDocument final : public AcadDocument {
     void SetActiveSpace(ActiveSpaceKind space) override;
     bool MSpace() const override;
     void SetMSpace(bool on) override;
-    /// Nothing when paper space has no viewport.
+    /// Null if paper space has no viewport.
     AcadPViewport* ActivePViewport() override;
     void SetActivePViewport(AcadPViewport& viewport) override;
     AcadLayer* ActiveLayer() override;
@@ -74,7 +74,7 @@ class HostDocument final : public AcadDocument {
     HostBlock& Paper() { return *mBlocks[1]; }
     /// Where new entities of commands go: paper space unless model space or one of its viewports is on.
     HostBlock& CurrentSpace();
-    /// The viewport whose model space is entered, or nothing.
+    /// The viewport whose model space is entered, or null.
     HostViewport* CurrentViewport() const;
     /// The one that MSPACE enters next.
     void SetCurrentViewport(HostViewport& viewport) { mViewport = &viewport; }

@@ -96,7 +96,7 @@ class HostEntity : public virtual AcadEntity {
 
   protected:
     virtual void ApplyTransform(const Similarity& move) = 0;
-    /// Nothing where the entity has no extent at all.
+    /// Null if the entity has no extent at all.
     virtual std::optional<Box3> Box() const = 0;
     /// Frees large data once the entity is erased.
     virtual void Release() {}

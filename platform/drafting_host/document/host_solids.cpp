@@ -137,8 +137,8 @@ std::optional<double> HostSolid::ShareOf(const Columns& columns) const {
     return sum;
 }
 
-/// Where the columns' share of this solid can be told from its faces and edges, that settles the volume.
-/// False where it can't, and where nothing would be left of the solid.
+/// If the columns' share of this solid can be computed from its faces and edges, that settles the volume.
+/// False if it can't, and if nothing would be left of the solid.
 bool HostSolid::TakeColumnsAway(HostSolid& tool) {
     if (!tool.mColumns) return false;
     const std::optional<double> share = ShareOf(*tool.mColumns);

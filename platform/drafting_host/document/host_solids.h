@@ -1,5 +1,5 @@
-// Solids, regions and bodies: entities around a shape of the modeller. What is dear to work out (volume,
-// box, extents) is kept until the shape changes.
+// Solids, regions and bodies: entities around a shape of the modeller. Values that take long to compute
+// (volume, box, extents) are kept until the shape changes.
 #pragma once
 
 #include <TopoDS_Face.hxx>

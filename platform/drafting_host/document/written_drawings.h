@@ -18,13 +18,13 @@ class WrittenDrawings {
   public:
     /// Keeps the drawing for the file as it stands on the disk now.
     void Keep(const std::filesystem::path& file, std::shared_ptr<const DrawingSnapshot> drawing);
-    /// The drawing of the file, or nothing where it was never kept or the file is another one by now.
+    /// The drawing of the file, or null where it was never kept or the file is another one by now.
     std::shared_ptr<const DrawingSnapshot> Find(const std::filesystem::path& file);
     /// For a copy of the file, as it stands on the disk now: read from its text the drawing would come back
     /// with other last digits.
     void KeepCopy(const std::filesystem::path& file, const std::filesystem::path& copy);
 
-    /// The file's content that the same drawing gave last, or nothing: a run writes each part twice over.
+    /// The file's content that the same drawing gave last, or null: a run writes each part twice over.
     const std::string* ContentOf(const DrawingSnapshot& drawing) const;
     void KeepContent(std::shared_ptr<const DrawingSnapshot> drawing, std::string content);
 

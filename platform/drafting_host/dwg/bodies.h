@@ -20,7 +20,7 @@ std::unordered_map<HandleValue, std::string> ReadDataStore(Sections& sections);
 bool IsBinaryAcis(std::string_view data);
 
 /// The length of binary ACIS data up to behind their end mark, found token by token, since a name may hold
-/// the mark's words. Nothing when there is no end mark.
+/// the mark's words. Null if there is no end mark.
 std::optional<std::size_t> BinaryAcisLength(std::string_view data);
 
 /// The text behind its mask: each character from "!" to "~" stands for another one; line ends become "\n".

@@ -72,7 +72,7 @@ RecordColor CommonValues::TrueColorOf(const Common& common, const Holder& holder
                 return ReadRecordColor(object.streams);
             }
         } catch (const Damage&) {
-            // told below
+            // reported below
         }
     }
     mSource.links.Drop("a colour of a book", common.bookColor, holder);

@@ -199,7 +199,7 @@ class Pages2007 {
         }
     }
 
-    /// Copies until plain bytes follow; gives their number, 0 when it is told by the next code.
+    /// Copies until plain bytes follow; gives their number, 0 if the next code gives it.
     std::size_t CopyAll() {
         Instruction();
         while (true) {

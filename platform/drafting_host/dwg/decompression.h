@@ -9,7 +9,7 @@
 
 namespace brenvik::dwg {
 
-/// The pages of releases 2004 and 2010 on. Nothing when the data are damaged or come to more than `most`
+/// The pages of releases 2004 and 2010 on. Null if the data are damaged or come to more than `most`
 /// bytes.
 std::optional<std::string> Unpack2004(std::string_view packed, std::size_t most);
 /// Unpacks data of release 2007. Empty when they are damaged or don't unpack to `size` bytes.

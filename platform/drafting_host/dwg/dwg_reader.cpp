@@ -460,7 +460,7 @@ class DwgWalk {
     Names mNames;
     Reading mReading;
     std::unordered_map<HandleValue, std::string> mBodies;
-    std::unordered_set<HandleValue> mDamaged;  ///< Told already.
+    std::unordered_set<HandleValue> mDamaged;  ///< Reported already.
     bool mChainIsBroken = false;
     MissingRecords mMissing;
     Links mLinks;

@@ -1,5 +1,5 @@
-// What of a binary drawing goes through as the text that a DXF file has of it: table entries, sheets, blocks'
-// heads and variables. It is gathered while the records are read and handed over when all names are known.
+// Data of a binary drawing that are passed on as the text that a DXF file has of them: table entries, sheets,
+// blocks' heads and variables. Gathered while the records are read, handed over when all names are known.
 #pragma once
 
 #include <functional>

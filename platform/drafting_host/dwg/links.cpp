@@ -38,7 +38,7 @@ std::string Links::Named(const NamesByHandle& names, HandleValue target, std::st
                          std::string_view what, const Holder& holder) {
     const auto found = names.find(target);
     if (found != names.end() && !found->second.empty()) return found->second;
-    // A name that is blank has been told where the entry was read.
+    // A blank name has been reported where the entry was read.
     if (found == names.end())
         mBroken[{std::string(what), target, ShownName(standard) + " is taken"}].push_back(
             ShownHolder(holder));

@@ -41,7 +41,7 @@ class Links {
     void Tell(Reading& reading) const;
 
   private:
-    /// What was expected, its handle, and what is taken instead.
+    /// The missing entry, its handle, and the replacement.
     using Broken = std::tuple<std::string, HandleValue, std::string>;
     std::map<Broken, std::vector<std::string>> mBroken;
 };

@@ -25,7 +25,7 @@ class ObjectMap {
         std::size_t place = 0;
     };
     const std::vector<Entry>& Entries() const { return mEntries; }
-    /// Nothing for a handle that isn't there.
+    /// Null for a handle that isn't there.
     const Entry* Find(HandleValue handle) const;
 
   private:

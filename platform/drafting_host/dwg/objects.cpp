@@ -91,7 +91,7 @@ std::vector<RawXData> ReadXData(BitReader& reader, HandleValue own, const Texts&
     }
 }
 
-/// Colours of entities, with the flags that tell what follows.
+/// Colours of entities, with the flags that say what follows.
 constexpr std::uint32_t ThreeBytes = 0xFFFFFF;
 
 struct EntityColor {

@@ -1,5 +1,5 @@
-// Where no wall of the solid stands in the column, the solid's part in it is a stack of slabs, and one ray
-// through it tells their heights.
+// If no wall of the solid stands in the column, the solid's part in it is a stack of slabs, and one ray
+// through it gives their heights.
 #include "drafting_host/solids/column.h"
 
 #include <BRepAdaptor_Surface.hxx>
@@ -94,7 +94,7 @@ class Column {
         return Far(lowZ, highZ) <= mBase + Film || !mBox.Meets({lowX, lowY}, {highX, highY});
     }
 
-    /// The height of a level face that lies over `probe`, if it does; false where that can't be told.
+    /// The height of a level face that lies over `probe`, if it does; false if that can't be decided.
     bool TakeLevel(const TopoDS_Face& face, double z, const PlanPoint& probe) {
         const double height = mUp ? z : -z;
         if (height <= mBase + Film) return true;

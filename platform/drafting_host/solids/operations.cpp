@@ -79,7 +79,7 @@ TopoDS_Shape Checked(BRepAlgoAPI_BooleanOperation& operation, const char* what) 
 }
 
 /// The plane of a region, its origin at the region: a plane's own origin may lie far away, where the least
-/// tilt is seen as a step. Nothing for a face that isn't flat.
+/// tilt is seen as a step. Null for a face that isn't flat.
 std::optional<gp_Pln> PlaneAt(const TopoDS_Shape& region) {
     const BRepAdaptor_Surface surface(TopoDS::Face(region), Standard_False);
     const TopExp_Explorer corner(region, TopAbs_VERTEX);

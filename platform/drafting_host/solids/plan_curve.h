@@ -27,7 +27,7 @@ struct PlanCurve {
     bool Upright() const;
 };
 
-/// Nothing for an edge that is neither straight nor round in a level plane.
+/// Null for an edge that is neither straight nor round in a level plane.
 std::optional<PlanCurve> SeenFromAbove(const TopoDS_Edge& edge);
 
 /// Whether the point lies inside the ring by the rule of even and odd; no number where it lies too close to
@@ -36,7 +36,7 @@ std::optional<bool> Inside(std::span<const PlanCurve> ring, const PlanPoint& poi
 
 double DistanceTo(std::span<const PlanCurve> ring, const PlanPoint& point);
 
-/// A point well inside the ring; nothing where none is found.
+/// A point well inside the ring; null if none is found.
 std::optional<PlanPoint> PointInside(std::span<const PlanCurve> ring);
 
 /// True if some part of the curve runs inside the ring, further than `film` from its boundary. Also true if

@@ -79,7 +79,7 @@ bool IsHollow(const TopoDS_Face& wall, const BRepAdaptor_Surface& surface) {
     return surface.Cylinder().Position().Direct() == (wall.Orientation() == TopAbs_REVERSED);
 }
 
-/// The two ends of a hole's wall; nothing where the face is no such wall.
+/// The two ends of a hole's wall; null if the face is no such wall.
 std::optional<std::pair<End, End>> EndsOf(const TopoDS_Face& wall, const FacesOfEdges& neighbours) {
     const BRepAdaptor_Surface surface(wall, Standard_False);
     if (surface.GetType() != GeomAbs_Cylinder || !IsHollow(wall, surface)) return std::nullopt;

@@ -80,7 +80,7 @@ bool SameTurn(const PlanCurve& one, const PlanCurve& other) {
            std::abs(one.radius - other.radius) < Film;
 }
 
-/// Whether the other region covers the disc; nothing where its boundary runs through it.
+/// Whether the other region covers the disc; null if its boundary runs through it.
 std::optional<bool> Covers(const Plan& region, const PlanCurve& disc) {
     if (DistanceTo(region.boundary, disc.center) <= disc.radius + Film) return std::nullopt;
     // The centres of a row of holes lie at one height, and their rims begin there.

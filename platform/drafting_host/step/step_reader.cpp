@@ -69,7 +69,7 @@ void NoteFailedEntities(const STEPControl_Reader& reader, StepDocument& document
 
 using NamesByShape = std::map<const Standard_Transient*, std::string>;
 
-/// The name of the part that a statement's solids became; nothing where one of them became none. Where the
+/// The name of the part that a statement's solids became; null if one of them became none. Where the
 /// modeller mends a solid it may give several back, gathered in one shape.
 std::optional<std::string> PartMadeOf(STEPCAFControl_Reader& reader,
                                       const Handle(Standard_Transient) & statement,
@@ -87,7 +87,7 @@ std::optional<std::string> PartMadeOf(STEPCAFControl_Reader& reader,
     return part;
 }
 
-/// Tells the solids that contradict themselves: they are read, but nobody should trust their sizes.
+/// Reports solids that contradict themselves: they are read, but nobody should trust their sizes.
 void NoteBodyFaults(STEPCAFControl_Reader& reader, const BodyChecks& checks, LengthUnit unit,
                     const Handle(StepData_StepModel) & model, const NamesByShape& names,
                     const Statements& text, StepDocument& document) {
@@ -129,8 +129,8 @@ bool IsCurveSet(const Handle(Standard_Transient) & entity) {
     return entity->IsKind(STANDARD_TYPE(StepShape_GeometricSet));
 }
 
-/// Tells the solids and sheets that the file holds and no part of its structure leads to; sets of curves,
-/// which are no parts, as a remark.
+/// Reports solids and sheets that no part of the file's structure leads to; remarks on sets of curves, which
+/// are no parts.
 void NoteUnlisted(STEPCAFControl_Reader& reader, const Handle(StepData_StepModel) & model,
                   const NamesByShape& names, const Statements& text, StepDocument& document) {
     for (int index = 1; index <= model->NbEntities(); ++index) {
@@ -152,7 +152,7 @@ using Chain = std::vector<std::filesystem::path>;
 
 StepDocument Read(const std::filesystem::path& path, LengthUnit unit, Chain& chain);
 
-/// Brings in the parts that lie in files of their own, or tells where they are missing.
+/// Brings in the parts that lie in files of their own, or reports where they are missing.
 class Externals {
   public:
     Externals(const std::filesystem::path& path, LengthUnit unit, Chain& chain, StepDocument& document)

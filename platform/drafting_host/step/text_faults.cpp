@@ -230,7 +230,7 @@ void AddInfiniteNumbers(const Statements& statements, std::vector<StatementFault
 /// The modeller counts through a list for each of its entries, which never ends with a hundred thousand.
 void AddLongPoint(const Statements& statements, const Statement& statement,
                   std::vector<StatementFault>& faults) {
-    constexpr std::ptrdiff_t most = 1000;  // shorter ones are told where they are used
+    constexpr std::ptrdiff_t most = 1000;  // shorter ones are reported where they are used
     if (statement.end - statement.place <= most) return;
     if (statement.kind != "CARTESIAN_POINT" && statement.kind != "DIRECTION") return;
     const auto values = std::ranges::count(BehindName(TextOf(statements, statement)), ',');

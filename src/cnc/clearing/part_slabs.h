@@ -37,7 +37,7 @@ class PartSlabs {
 
     /// From the side that is looked at last to the first.
     const std::vector<PartSlab>& Slabs() const { return mSlabs; }
-    /// The one whose lower end is a floor at this height, or nothing.
+    /// The one whose lower end is a floor at this height, or null.
     const PartSlab* SlabFrom(double floor) const;
     /// The area inside the part's outermost border.
     const PlanWood& Stock() const { return mStock; }

@@ -21,7 +21,7 @@ double Distance(const PlanPoint& a, const PlanPoint& b) { return std::hypot(a.x 
 
 bool IsRound(const PlanSide& side) { return std::abs(side.bulge) > 1e-6; }
 
-/// `before` and `behind` as they meet when all between them is left out, or nothing.
+/// `before` and `behind` as they meet when all between them is left out, or null.
 std::optional<std::vector<PlanSide>> RunOn(const PlanSide& before, const PlanSide& behind, double same) {
     if (IsRound(before) || IsRound(behind)) {
         if (!IsRound(before) || !IsRound(behind) || (before.bulge > 0) != (behind.bulge > 0))
@@ -160,7 +160,7 @@ struct Overlap {
     double aside = 1, down = 1;
 };
 
-/// The path over the parting. Nothing where it would be a ring of its own.
+/// The path over the parting. Null if it would be a ring of its own.
 std::optional<PlanLoop> OverParting(const PlanArea& area, const WayOut& way, double reach,
                                     const Overlap& overlap, double same) {
     const double front = std::max(way.inside, way.from - overlap.down * reach);

@@ -15,7 +15,7 @@ namespace brenvik {
 PlanLoop WithoutBites(PlanLoop loop, const std::function<bool(const PlanLoop&)>& serves, double same);
 
 /// Paths without anything standing in them that clear an area together: the ring parted beside each hole, and
-/// a path over the parting that overlaps by `reach`. Nothing where that can't be done.
+/// a path over the parting that overlaps by `reach`. Null if that can't be done.
 std::optional<std::vector<PlanLoop>> PartedRing(const PlanArea& area, double reach, double same);
 
 }  // namespace brenvik

@@ -33,7 +33,7 @@ namespace {
 
 constexpr int CompareDecimals = 6;
 constexpr int OperationColor = 4;
-// "Exactly 0" as far as the modeller can tell: a part laid at an odd angle leaves 1e-13.
+// "Exactly 0" as far as the modeller can decide: a part laid at an odd angle leaves 1e-13.
 constexpr double NoHeight = 1e-9;
 // The share of a bore's volume that may be material and doesn't count: in files from other systems walls miss
 // their circles by ten-thousandths.

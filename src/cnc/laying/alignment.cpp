@@ -1,5 +1,5 @@
 // Lays a part flat. The part is taken apart on a copy: its flat faces become regions, their edges lines. The
-// largest face and its edges tell how to turn the drawing, which carries the solid along.
+// largest face and its edges determine how to turn the drawing, which carries the solid along.
 #include "cnc/laying/alignment.h"
 
 #include <variant>

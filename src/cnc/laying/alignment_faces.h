@@ -26,7 +26,7 @@ struct FlatFaces {
 void ExplodeCopyToFaces(AcadDocument& drawing, Acad3DSolid& solid);
 
 /// The largest and the smallest flat face, the first of equal ones. `NextRegion` is the first region of all
-/// then. Regions that the host won't measure are passed over; nothing where there is none.
+/// then. Regions that the host won't measure are passed over; null if there is none.
 std::optional<FlatFaces> FindLargestFace(AcadDocument& drawing);
 
 /// The same with the face that lies against the largest. Where no face does, `NextRegion` is the first

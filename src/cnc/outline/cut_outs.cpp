@@ -22,7 +22,7 @@ namespace {
 constexpr int Decimals = 6;
 constexpr int CutOutColor = 1;
 
-/// Nothing where the modeller can't make a body of the contour, or the trial failed.
+/// Null if the modeller can't make a body of the contour, or the trial failed.
 std::optional<OpenTop> TriedFromAbove(RunState& run, AcadLWPolyline& contour) {
     std::optional<OpenTop> found;
     Skip([&] { found = OpenToTop(run, contour, Decimals); });

@@ -1,4 +1,4 @@
-// Pockets against through routes, told apart by the first letters of their layers.
+// Pockets and through routes, distinguished by the first letters of their layers.
 #include "cnc/outline/pockets.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 // What the caller of a run, or of a part export, looks after in the output folders and in the drawing while
-// it goes on.
+// it runs.
 #pragma once
 
 #include <functional>
@@ -11,7 +11,7 @@ namespace brenvik {
 struct OutputCare {
     /// Called as soon as the folders are claimed, ahead of anything that is removed there. Whoever calls a
     /// run has looked at them long before, since then a drawing has been read and others may have been at
-    /// work. Gives the reason why the folders must not be emptied, or nothing.
+    /// work. Gives the reason why the folders must not be emptied, or null.
     std::function<std::optional<std::string>()> mayEmpty = {};
     /// A run has emptied them and writes its first part file next.
     std::function<void()> emptied = {};
@@ -24,7 +24,7 @@ struct OutputCare {
 
 /// From now on, until the library is unloaded; null for nobody.
 void CareForOutput(const OutputCare* care);
-/// What is in force: an empty one where nobody cares.
+/// The present one; empty if nobody cares.
 const OutputCare& CareOfOutput();
 
 }  // namespace brenvik

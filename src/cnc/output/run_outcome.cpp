@@ -16,7 +16,7 @@ namespace brenvik {
 
 namespace {
 
-/// "Part_12_Door_.dxf" has 12; nothing for a name without a number.
+/// "Part_12_Door_.dxf" has 12; null for a name without a number.
 std::optional<int> NumberIn(std::string_view name) {
     const std::size_t begin = name.find('_');
     if (begin == std::string_view::npos) return std::nullopt;

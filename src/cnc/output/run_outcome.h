@@ -45,7 +45,7 @@ class RunOutcomes : public RunListener {
     void OnEnd(const RunReport& report) override;
 
   private:
-    /// Labels by the parts' numbers, of the run that goes on.
+    /// Labels by the parts' numbers, of the present run.
     std::map<int, std::string> mLabels;
     RunOutcome mLast;
     bool mNews = false;

@@ -14,7 +14,7 @@ bool Less(double a, double b);
 /// stands.
 double WithoutNoise(double value);
 
-/// Rounded half to even, as text; what rounds to nothing is "0", without a sign.
+/// Rounded half to even, as text; a value that rounds to 0 is "0", without a sign.
 std::string RoundedText(double value, int decimals);
 
 inline constexpr double MillimetresInAnInch = 25.4;

@@ -27,7 +27,7 @@ enum class PassOutcome {
 /// Where the run takes its parts from: the host's previous selection, or the list that the grid left.
 enum class RunForm { A, B };
 
-/// The part data that file names and work lists need, read before the solid goes. As the drawing has them.
+/// The part data that file names and work lists need, as the drawing has them, read before the solid is gone.
 struct PartTexts {
     std::string PartName, PN, SubAssembly, ORIE, Notes, Face, UserData1, UserData2, Price, EB1, EB2, EB3, EB4;
 };

@@ -20,8 +20,8 @@ struct RunState;
 
 /// Requests a second side for the part, for something that a recogniser leaves to it.
 void NeedOtherSide(RunState& run);
-/// The same for edge bores alone: `ThroughRouteSeen` stays, by which a second pass without any ends
-/// early.
+/// The same for edge bores alone: `ThroughRouteSeen` stays as it is, by which a second pass without any bores
+/// ends early.
 void NeedOtherSideForBores(RunState& run);
 /// Takes every request back.
 void CancelOtherSide(RunState& run);

@@ -42,7 +42,7 @@ struct PartPicture {
     PlanPoint low, high;  ///< Of all shapes.
     /// How long and wide the board is: its sheet, without one its outline, and without either all shapes.
     double length = 0, width = 0;
-    /// By the part's sheet; nothing in a file without one.
+    /// By the part's sheet; null in a file without one.
     std::optional<double> thickness;
     /// What in the file is no good operation, in words.
     std::vector<std::string> faults;

@@ -56,7 +56,7 @@ class Walls {
                       [this](const PlanSide& side) { return Length(side.to - side.from) < SameEnd * mUnit; });
     }
 
-    /// Nothing where the way of the bit does not close.
+    /// Null if the way of the bit does not close.
     std::optional<BitRest> Left() {
         if (mRadius <= 0 || StandsOut()) return BitRest();
         FindRuns();

@@ -27,7 +27,7 @@ struct RoundedCorner {
 
 /// What a bit doesn't get to.
 struct BitRest {
-    /// Its border, in no order, with that to its left; nothing where no such place is wider than a twentieth
+    /// Its border, in no order, with the place to its left; empty if no such place is wider than a twentieth
     /// of a millimetre.
     std::vector<PlanSide> border;
     /// The corners that aren't sharper than `SharpestCorner` and whose two walls the bit comes up to. They

@@ -22,7 +22,7 @@ enum class OperationKind {
     Sheet,
 };
 
-/// What a name holds; what it doesn't hold is nothing. Lengths are in the units of the run.
+/// The contents of a name; values that it doesn't hold are empty. Lengths are in the units of the run.
 struct OperationName {
     OperationKind kind = OperationKind::Path;
     std::optional<double> depth = {};     ///< Of a sheet the thickness.
@@ -47,7 +47,7 @@ struct NameContext {
     std::optional<double> depthOfEntity = {};
 };
 
-/// Nothing for a layer that is no operation's of this target.
+/// Null for a layer that is no operation's of this target.
 std::optional<OperationName> ReadOperationName(const NameContext& context, std::string_view layer);
 
 }  // namespace brenvik

@@ -32,7 +32,7 @@ struct ProofSpot {
 
 struct PartProof {
     std::vector<ProofSpot> spots;
-    /// What is wrong with single operations, such as one that stands twice.
+    /// Faults of single operations, such as one that occurs twice.
     std::vector<std::string> faults;
 };
 

@@ -26,7 +26,7 @@ namespace brenvik {
 
 namespace {
 
-/// How many differences of one part are told; a part that is wrong all over has hundreds.
+/// How many differences of one part are reported; a part that is wrong all over has hundreds.
 constexpr std::size_t MostTold = 12;
 /// In millimetres: by how much a bit may be wider than a neck and get in, since widths are found by halving.
 constexpr double FitSlack = 0.01;

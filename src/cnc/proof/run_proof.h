@@ -13,9 +13,9 @@ class AcadDocument;
 class AcadLWPolyline;
 struct RunState;
 
-/// What is gathered of one part over its passes.
+/// Gathered from one part over its passes.
 struct GatheredProof {
-    std::unique_ptr<SolidSections> part;  ///< As the first side has it; nothing where there is no proof.
+    std::unique_ptr<SolidSections> part;  ///< As the first side has it; null if there is no proof.
     std::vector<WrittenOperation> operations;
     std::vector<std::vector<PlanSide>> leftOutOutlines;
     std::vector<std::string> faults;

@@ -1,5 +1,5 @@
-// What is wrong with operations by themselves and beside each other, though what they leave together may be
-// the part.
+// Faults of operations by themselves and beside each other,
+// even if what they leave together is the part.
 #pragma once
 
 #include <functional>

@@ -21,7 +21,7 @@ struct WrittenOperation {
     /// What it takes away: the prism over its sides between two heights, or a cylinder that lies level.
     std::vector<PlanSide> sides;
     double low = 0, high = 0;
-    /// The diameter of the bit of a path; 0 for what is drilled, and where none is known.
+    /// The diameter of the bit of a path; 0 for drilled holes, and if no bit is known.
     double bit = 0;
     /// A route that stops inside: it clears no more than its bit's width along its line.
     bool followed = false;
@@ -36,7 +36,7 @@ struct WrittenOperation {
 
 struct WrittenSide {
     std::vector<WrittenOperation> operations;
-    /// What is wrong with the file itself, in words.
+    /// Faults of the file itself, in words.
     std::vector<std::string> faults;
 };
 

@@ -28,7 +28,7 @@ class BetweenFaces {
         : mLow(RoundHalfEven(part.min.z, HeightDecimals)), mHigh(RoundHalfEven(part.max.z, HeightDecimals)) {}
 
     bool Holds(double z) const {
-        // Most edges lie in a face itself and are told apart without rounding.
+        // Most edges lie in a face itself and are distinguished without rounding.
         if (z <= mLow || z >= mHigh) return false;
         const double rounded = RoundHalfEven(z, HeightDecimals);
         return rounded > mLow && rounded < mHigh;

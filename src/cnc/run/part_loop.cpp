@@ -100,7 +100,7 @@ bool IsOfFiles(const Failure& failure) {
     return number == failure_number::InvalidFileFormat || IsOfFileSystem(failure);
 }
 
-/// One line for the part; what both passes met is told once.
+/// One line for the part; what both passes met is reported once.
 void ReportUnexplained(RunState& run, const PartFile& file) {
     std::vector<std::string> texts;
     for (std::string& text : run.part.unexplained)

@@ -170,7 +170,7 @@ class FolderProof {
 
     void LookAt(RunState& run) {
         const std::shared_ptr<GatheredProof> held = std::exchange(run.part.proof, nullptr);
-        // A part that could not be laid flat has been told.
+        // A part that could not be laid flat has been reported.
         if (!held) return;
         run.part.LeavesSecondSide = NumberSetting(setting::DontDoTwoSided) == 1;
         if (mFiles.target) run.target = *mFiles.target;
@@ -256,8 +256,8 @@ class FolderProof {
                              file.name + " " + std::to_string(read) + " can be read");
     }
 
-    /// All files of a folder are for one CAM package; one of another that has got in among them is told by
-    /// what its names don't say.
+    /// All files of a folder are for one CAM package; what its names lack gives away a file of another one
+    /// among them.
     Target TargetOfFolder() const {
         FilesPort& port = *ThePlatform().files;
         std::vector<std::string> layers, tools;

@@ -10,7 +10,7 @@
 
 namespace brenvik {
 
-/// Where the files lie, and what is known of the run that has made them.
+/// Where the files lie, and the known facts of the run that has made them.
 struct FilesOfRun {
     std::string folder;  ///< Of first sides, with its separator; second sides are in "2-sided" below it.
     std::optional<Target> target = {};  ///< By the names in the files unless it is given.

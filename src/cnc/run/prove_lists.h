@@ -48,7 +48,7 @@ class WorkListProof {
     /// Takes the lines of the head off; reports one that another program has changed.
     void CompareHead(const std::string& list, Texts& lines, Texts& told) const;
     void Compare(bool secondSide, bool allCount, Texts& told) const;
-    /// What is wrong with the line of a file, if anything is.
+    /// The fault of a line of a file, if there is one.
     std::string FaultOf(const std::string& line, const Expected& part, bool allCount) const;
 
     RunForm mForm;

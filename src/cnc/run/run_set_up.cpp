@@ -36,7 +36,7 @@ AcadEntity* FindEntity(AcadDocument& drawing, const std::string& handle) {
     return dynamic_cast<AcadEntity*>(object);
 }
 
-/// Whether the list has guessed the part's letters; then it is skipped, and told.
+/// Whether the list has guessed the part's letters; then it is skipped, and reported.
 bool SkippedForItsLetters(const AcadEntity& entity, RunReport& report) {
     std::string handle, letters, name;
     Skip([&] {

@@ -29,7 +29,7 @@ inline constexpr std::string_view ListUnreadable =
 /// Calls `PrepareDrawing`, reads the spoil setting, and minimizes the window if the settings ask for it.
 void PrepareSession(RunState& run);
 
-/// Quantities written to solids for the length of the part files: "1" again when it goes.
+/// Quantities written to solids for the length of the part files: "1" again when this object is destroyed.
 class LentQuantities {
   public:
     /// Quantities that stay lent, and would be saved with the drawing, are reported.
@@ -64,8 +64,8 @@ AcadSelectionSet* TakeParts(RunState& run, LentQuantities& quantities);
 /// run.
 std::vector<std::string> EmptyOutputFolders();
 
-/// Deletes what a run writes from both output folders, lists ahead of drawings; whatever else lies there
-/// stays.
+/// Deletes the files of a run from both output folders, lists
+/// before drawings; other files there stay.
 void RemoveFilesOfRun();
 
 /// Deletes a file that may not be there, or that can't be deleted.

@@ -80,7 +80,7 @@ class ShareWork {
         }
     }
 
-    /// The share tells of its parts what a run tells of all.
+    /// The share reports on its parts what a run reports on all.
     void Take(SharedPart& mine, const WorkerEnd& end) {
         detail::TellRunObserver({static_cast<int>(mine.part) + 1, static_cast<int>(mParts.size()), false,
                                  mParts[mine.part].label});

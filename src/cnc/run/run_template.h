@@ -34,10 +34,10 @@ struct RunHooks {
     std::function<void()> applyLastList;
 };
 
-/// Runs one target on the host's active drawing. A failure of one part is shown and the part skipped. One of
-/// the set-up, or of files, is shown with what it is about and ends the run cleanly: what was written by then
-/// stays, and work files go. A run into folders where another program's run is going on, or that hold the
-/// drawing itself, is refused with a message and touches nothing.
+/// Runs one target on the host's active drawing. A failure of one part is shown and the part skipped. A
+/// failure of the set-up, or of files, is shown with its subject and ends the run cleanly: files written by
+/// then stay, and work files are deleted. A run into folders where another program's run is going on, or that
+/// hold the drawing itself, is refused with a message and changes no file.
 void RunParts(AcadApplication& app, Target target, RunForm form, const PassWork& steps,
               const RunHooks& hooks);
 

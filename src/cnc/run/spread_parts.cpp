@@ -1,5 +1,5 @@
-// A worker does a part as the run itself would, in a folder of its own, and keeps what it would tell. The run
-// takes the parts in their order, so that nobody can tell from its files, lists and messages who made what.
+// A worker does a part as the run itself would, in a folder of its own, and keeps its reports. The run takes
+// the parts in their order, so files, lists and messages don't show which process made them.
 #include "cnc/run/spread_parts.h"
 
 #include <utility>

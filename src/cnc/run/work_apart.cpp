@@ -1,4 +1,4 @@
-// The steps are the run's own; only what they would tell is kept, and the files lie elsewhere.
+// The steps are the run's own; only their reports are kept, and the files lie elsewhere.
 #include "cnc/run/work_apart.h"
 
 #include <optional>

@@ -1,5 +1,5 @@
-// The order matters: projection and leftovers go first, then axes are told apart, twins taken out, and what
-// remains is split by diameter and height.
+// The order matters: projection and leftovers go first, then circles are sorted by axis, twins taken out, and
+// the rest is split by diameter and height.
 #include "cnc/sorting/circle_sorting.h"
 
 #include <algorithm>

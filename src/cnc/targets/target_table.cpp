@@ -108,7 +108,7 @@ std::string RouteOfTHERM(const RunState& run, RouteRole role, PathKind kind, dou
 }
 
 /// The scale digits of layer names: the first for a run in millimetres, the second for one in
-/// inches; nothing for a scale setting outside 1 to 4, and the name stays without its number.
+/// inches; null for a scale setting outside 1 to 4, and the name stays without its number.
 std::optional<int> ScaleDigits(const RunState& run, int metric, int imperial) {
     switch (run.part.ExportScaleSetting) {
         case 2:

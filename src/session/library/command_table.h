@@ -83,7 +83,7 @@ struct CommandEntry {
 /// All methods in the order of the class.
 std::span<const CommandEntry> CommandTable();
 const CommandEntry& CommandEntryOf(Command command);
-/// By method name, compared without regard to case; nothing for an unknown one.
+/// By method name, compared without regard to case; null for an unknown one.
 const CommandEntry* FindCommand(std::string_view method);
 
 }  // namespace brenvik

@@ -45,7 +45,7 @@ class DialogPort {
     /// Loads the form if need be and returns when it has been unloaded. Forms nest.
     virtual void ShowModal(Form& form) = 0;
     virtual MessageAnswer Show(const MessageRequest& request) = 0;
-    /// The chosen path, or nothing when the dialog was cancelled.
+    /// The chosen path, or null when the dialog was cancelled.
     virtual std::optional<std::string> ChooseFile(const FileRequest& request) = 0;
     /// Lets pending events run once.
     virtual void DoEvents() = 0;

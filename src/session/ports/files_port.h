@@ -30,7 +30,7 @@ class FilesPort {
     virtual bool FolderExists(std::string_view path) = 0;
     /// Whether the file lies in the folder itself, however the two are written. A blank file doesn't.
     virtual bool FolderHolds(std::string_view, std::string_view) { return false; }
-    /// Keeps a folder that exists from other programs; nothing when another one has it.
+    /// Keeps a folder that exists from other programs; null if another one has it.
     virtual std::unique_ptr<FolderClaim> ClaimFolder(std::string_view) {
         return std::make_unique<FolderClaim>();
     }

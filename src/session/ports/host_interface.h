@@ -356,7 +356,7 @@ class AcadDocument {
     virtual AcadGroups& Groups() = 0;
     virtual AcadLayers& Layers() = 0;
     virtual AcadUtility& Utility() = 0;
-    /// The object with this handle, or nothing when there is none or it was erased.
+    /// The object with this handle, or null when there is none or it was erased.
     virtual AcadObject* HandleToObject(std::string_view handle) = 0;
 
     /// Types text on the host's command line, where a blank or a carriage return ends an answer. What

@@ -51,7 +51,7 @@ class SolidSections {
 class SectionPort {
   public:
     virtual ~SectionPort() = default;
-    /// Nothing for an object that is no solid. Throws Failure for a solid that can't be looked at.
+    /// Null for an object that is no solid. Throws Failure for a solid that can't be looked at.
     virtual std::unique_ptr<SolidSections> HoldSolid(std::int32_t objectId) = 0;
 };
 

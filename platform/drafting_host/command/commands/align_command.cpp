@@ -17,7 +17,7 @@ struct PointPair {
     Point3 source, destination;
 };
 
-/// A pair, or nothing where the source is answered with a return.
+/// A pair, or null where the source is answered with a return.
 Asking<std::optional<PointPair>> AskPair(CommandSession& session, std::string which, std::string ending,
                                          IfEmpty empty) {
     const Answered<Point3> source =

@@ -7,7 +7,7 @@
 
 namespace brenvik {
 
-/// By name or short form in any case, or nothing.
+/// By name or short form in any case, or null.
 const HostCommand* FindBuiltInCommand(std::string_view name);
 
 }  // namespace brenvik

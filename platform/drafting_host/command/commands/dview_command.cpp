@@ -26,7 +26,7 @@ Asking<void> AskPoints(CommandSession& session) {
         session.Refuse("Camera and target can't be one point.");
         co_return;
     }
-    // The length tells the distance of the camera, which clipping at the eye needs.
+    // The length gives the distance of the camera, which clipping at the eye needs.
     view.viewDirection = direction;
     // What was in the middle is measured across the old line of sight; the target is what is looked at now.
     view.viewCenter = {0, 0};

@@ -43,7 +43,7 @@ bool HasNeighbour(const std::vector<Link>& links, const Link& subject, const Cha
     });
 }
 
-/// The plane through a straight link and a neighbour of it, or nothing where none turns off.
+/// The plane through a straight link and a neighbour of it, or null where none turns off.
 std::optional<Point3> NormalWithNeighbour(const std::vector<Link>& links, const Link& subject, double fuzz) {
     const Point3 along = Unit(subject.To() - subject.From());
     for (const Link& link : links) {

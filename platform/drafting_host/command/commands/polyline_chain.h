@@ -12,7 +12,7 @@ namespace brenvik {
 /// How far ends may lie apart and still meet, drawing units: five decimals, as fine as places are compared.
 inline constexpr double JoinFuzz = 1e-5;
 
-/// A line or arc as a polyline of its own, or nothing for other kinds. Its plane is the level one where it
+/// A line or arc as a polyline of its own, or null for other kinds. Its plane is the level one where it
 /// lies level, otherwise that of its normal.
 std::optional<LWPolylineData> AsPolyline(const HostGeometry& geometry);
 

@@ -28,7 +28,7 @@ struct Link {
     const Point3& To() const { return pieces.back().to; }
 };
 
-/// Nothing for objects that can't be part of a chain; closed polylines can't.
+/// Null for objects that can't be part of a chain; closed polylines can't.
 std::optional<Link> LinkOf(const HostGeometry& geometry, std::size_t object);
 
 /// True where two links with the same ends run along the same curve, either way.

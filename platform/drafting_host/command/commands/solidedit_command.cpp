@@ -133,7 +133,7 @@ void Part(CommandSession& session, Steps& steps, HostSolid& solid) {
     steps.push_back(std::move(step));
 }
 
-/// The first solid of a selection, or nothing.
+/// The first solid of a selection, or null.
 HostSolid* SolidOf(CommandSession& session, const std::vector<HostEntity*>& chosen) {
     for (HostEntity* entity : chosen)
         if (auto* solid = dynamic_cast<HostSolid*>(entity)) return solid;

@@ -74,7 +74,7 @@ void LayInView(CommandSession& session) {
     session.ChangeUcs({session.CurrentUcs().origin, x, Unit(Cross(z, x))});
 }
 
-/// The choices for a new system, told by one keyword.
+/// The choices for a new system, by one keyword.
 Asking<void> RunNew(CommandSession& session, std::string choice) {
     if (choice == "Origin") co_await AskOrigin(session);
     if (choice == "ZAxis") co_await AskZAxis(session);

@@ -50,8 +50,8 @@ UcsFrame FrameOn(const TopoDS_Face& face, const Point3& picked) {
     return {origin, x, Squared(Unit(Cross(z, x)))};
 }
 
-/// "Select face of solid object:". Only a point picks a face; the corners of a window are taken and told to
-/// pick none, so that they aren't read as anything else. An empty answer ends without a face.
+/// "Select face of solid object:". Only a point picks a face; the corners of a window are taken, with an
+/// answer that they pick none, so that they aren't read as anything else. Empty ends without a face.
 class SolidFaceQuestion final : public Question {
   public:
     using Question::Question;

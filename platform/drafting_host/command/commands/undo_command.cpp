@@ -1,5 +1,5 @@
-// UNDO, U and REDO, where a program keeps the history of its drawing; a run doesn't, of the thousands of
-// objects that it changes. OOPS is known so that a habit is told the truth.
+// UNDO, U and REDO, for a program that keeps the history of its drawing; a run doesn't, since it changes
+// thousands of objects. OOPS is known so that it gets a true answer.
 
 #include <algorithm>
 

@@ -82,11 +82,11 @@ class CommandSession {
     /// Goes back to the user system before; false where there is none.
     bool PreviousUcs();
     UcsFrame CurrentUcs() const;
-    /// World coordinates of a typed point, or nothing.
+    /// World coordinates of a typed point, or null.
     std::optional<Point3> PointFrom(std::string_view answer) const;
     void SetLastPoint(const Point3& point) { mLastPoint = point; }
-    /// What is looked through now: the viewport that was entered, or the view of model space. A sheet is
-    /// always seen from above.
+    /// The present view: the viewport that was entered, or the view of model space. A sheet is always seen
+    /// from above.
     ViewportData CurrentView() const;
     /// On the sheet itself nothing changes. Fails for a viewport on a locked layer, and for one whose view
     /// MVIEW has locked.

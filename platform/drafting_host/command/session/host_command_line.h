@@ -25,7 +25,7 @@ class CommandSession;
 /// throws.
 class HostCommandLine final : public CommandLinePort {
   public:
-    /// Becomes the application's command line, until it goes; the application outlives it. `find` gives the
+    /// The application's command line as long as it lives; the application outlives it. `find` gives the
     /// commands that are the host's own.
     HostCommandLine(HostApplication& application, CommandFinder find);
     ~HostCommandLine() override;

@@ -39,7 +39,7 @@ Axes ViewAxes(const CommandSession& session) {
 
 gp_Pnt Pnt(const Point3& p) { return {p.x, p.y, p.z}; }
 
-/// An entity's box as the view shows it, or nothing where it has no extent.
+/// An entity's box as the view shows it, or null where it has no extent.
 std::optional<FlatBox> Shown(const HostEntity& entity, const Axes& view) {
     std::optional<Box3> box;
     try {
@@ -101,7 +101,7 @@ std::optional<Hit> NearestHit(const TopoDS_Shape& shape, const gp_Lin& sight) {
     return nearest;
 }
 
-/// How far towards the eye the pick meets the entity, or nothing where it misses.
+/// How far towards the eye the pick meets the entity, or null where it misses.
 std::optional<double> DepthOf(const HostEntity& entity, const Point3& point, const Point3& towardsEye) {
     const std::optional<TopoDS_Shape> shape = ShapeOf(entity);
     // What has no curves to meet (texts, block references) is taken by its box.

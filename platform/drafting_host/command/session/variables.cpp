@@ -152,7 +152,7 @@ bool Within(const HostVariable& variable, double value) {
     return variable.least == variable.most || (value >= variable.least && value <= variable.most);
 }
 
-/// The value as it is kept, or nothing for an answer of another kind.
+/// The value as it is kept, or null for an answer of another kind.
 std::optional<std::string> ValueToKeep(const HostVariable& variable, const std::string& answer) {
     switch (variable.kind) {
         case Kind::Text:

@@ -25,7 +25,7 @@ struct HostVariable {
     double least = 0, most = 0;  ///< Of numbers; equal for no bounds.
 };
 
-/// By name in any case, or nothing.
+/// By name in any case, or null.
 const HostVariable* FindHostVariable(std::string_view name);
 std::span<const HostVariable> HostVariables();
 

@@ -13,7 +13,7 @@ class HostLayer;
 struct ShownColor {
     int index = 0;  ///< 0 where nothing says one.
     std::optional<std::uint32_t> trueColor;
-    std::optional<std::uint8_t> opacity;  ///< Nothing for an entity that hides all behind it.
+    std::optional<std::uint8_t> opacity;  ///< Null for an entity that hides all behind it.
 };
 
 /// What a reference hands on to its block's entities.

@@ -24,7 +24,7 @@ constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 /// The heads of STEP files, in which programs name themselves, are shorter.
 constexpr std::size_t HeadLength = 65536;
 
-/// The beginning of a file; nothing where no plain file stands, or one that can't be read.
+/// The beginning of a file; null if no plain file is there, or it can't be read.
 std::optional<std::string> HeadOf(const fs::path& place) {
     std::ifstream file(place, std::ios::binary);
     if (!file) return std::nullopt;

@@ -80,7 +80,7 @@ std::string ShownUnit(int insertUnits) {
            ", in which no part is drawn";
 }
 
-/// What a unit of $INSUNITS measures; nothing for none (0), for numbers beyond 24 or below 0, and for units
+/// What a unit of $INSUNITS measures; null for none (0), for numbers beyond 24 or below 0, and for units
 /// in which no part is drawn (gigametres to parsecs).
 std::optional<double> MillimetresOfInsertUnits(int insertUnits) {
     if (insertUnits < 1 || static_cast<std::size_t>(insertUnits) >= InsertUnitTable.size())

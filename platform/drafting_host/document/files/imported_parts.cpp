@@ -91,8 +91,8 @@ step::StepSolid Scaled(step::StepSolid part, double factor) {
     return part;
 }
 
-/// Tells what happened to the lengths, and gives what is still to be done: the reader went by the file's own
-/// units, and the user's word for a file that has one unit stands above it.
+/// Reports the conversion of lengths, and returns the factor that is still to be applied: the reader went by
+/// the file's own units, and for a file with one unit the user's choice overrides it.
 double TakeStepUnits(HostDocument& document, const std::vector<double>& sizes, UnitChoice choice) {
     std::vector<ReadNote>& notes = document.Tables().notes;
     if (sizes.size() > 1 && choice.given) {

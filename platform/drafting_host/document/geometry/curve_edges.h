@@ -9,7 +9,7 @@
 
 namespace brenvik {
 
-// The edge of a curve, ends in the curve's own direction. Nothing for data that make no curve (no
+// The edge of a curve, ends in the curve's own direction. Null for data that make no curve (no
 // length, no radius, knots that do not fit).
 std::optional<TopoDS_Edge> EdgeOf(const LineData& data);
 std::optional<TopoDS_Edge> EdgeOf(const ArcData& data);
@@ -21,7 +21,7 @@ std::optional<TopoDS_Edge> EdgeOf(const SplineData& data);
 std::vector<TopoDS_Edge> EdgesOf(const HostGeometry& geometry);
 
 /// The line, arc, circle, ellipse or spline that an edge lies on, `normal` for its normal where the
-/// curve allows it: a round curve's normal is its axis, on the side of `normal`. Nothing for an edge
+/// curve allows it: a round curve's normal is its axis, on the side of `normal`. Null for an edge
 /// without a curve, such as the tip of a cone.
 std::optional<HostGeometry> CurveOf(const TopoDS_Edge& edge, const Point3& normal);
 

@@ -44,7 +44,7 @@ void Transform(ShapeData& data, const Similarity& move);
 void Transform(HostGeometry& data, const Similarity& move);
 
 // The box in world axes, exact for everything but texts, whose letters this host doesn't draw: theirs
-// is a rectangle by height and number of characters. Nothing where the data holds no point. A block
+// is a rectangle by height and number of characters. Null if the data holds no point. A block
 // reference has no box of its own: its block gives it.
 std::optional<Box3> BoxOf(const LineData& data);
 std::optional<Box3> BoxOf(const ArcData& data);

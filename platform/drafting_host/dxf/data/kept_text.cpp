@@ -106,7 +106,7 @@ class Mender {
         Plain();
     }
 
-    // A boundary path tells the number of the objects that it was made of, and then these.
+    // A boundary path gives the number of the objects that it was made of, and then these.
     void TakeOfHatch() {
         if (mWalk.Code() == 97) {
             EndSources();
@@ -200,7 +200,7 @@ std::optional<std::int64_t> IntegerIn(const GroupWalk& walk) {
     return read.ec == std::errc{} ? std::optional(number) : std::nullopt;
 }
 
-/// The highest of four bytes tells that the value is the entity's own; by layer and by block are others.
+/// The highest of four bytes marks a value as the entity's own; by layer and by block are others.
 constexpr std::int64_t OwnOpacity = 0x02000000, OpacityByBlock = 0x01000000;
 
 std::optional<std::uint8_t> OpacityOf(std::int64_t value) {
@@ -281,7 +281,7 @@ std::string WithOwner(std::string_view groups, HandleValue owner, HandleValue ow
     GroupWalk walk(groups);
     while (walk.Next()) {
         const int code = walk.Code();
-        // Before release 2000 records tell no owner.
+        // Before release 2000 records name no owner.
         if (code == 100 && isHead && !hasOwner) {
             AppendGroup(result, 330, HandleToText(owner));
             hasOwner = true;

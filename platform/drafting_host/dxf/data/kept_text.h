@@ -30,9 +30,9 @@ class GroupWalk {
     int mCode = 0;
 };
 
-/// The true colour (group 420, red in the highest byte of three) among groups; nothing where there is none.
+/// The true colour (group 420, red in the highest byte of three) among groups; null if there is none.
 std::optional<std::uint32_t> TrueColorIn(std::string_view groups);
-/// How much an entity hides of what stands behind it (group 440), from 0 to 255 for all; nothing where its
+/// How much an entity hides of what stands behind it (group 440), from 0 to 255 for all; null if its
 /// groups leave that to its layer or block.
 std::optional<std::uint8_t> OpacityIn(std::string_view groups);
 /// The same of a layer, which has it as extended data of an application of its own.

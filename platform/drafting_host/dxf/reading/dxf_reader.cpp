@@ -24,7 +24,7 @@ Section SectionNamed(std::string_view name) {
     return Section::Other;
 }
 
-// Content of other kinds, told by how it begins.
+// Content of other kinds, recognised by its first bytes.
 void RefuseOtherContent(std::string_view content, std::string_view fileName) {
     constexpr std::string_view expected = "a DXF drawing";
     const auto refuse = [&](std::string_view found) { throw InvalidDxf(fileName, 1, expected, found); };

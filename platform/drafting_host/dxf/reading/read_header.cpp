@@ -27,7 +27,7 @@ int VersionNumber(std::string_view version) {
 bool IsText(int code) { return code < 10; }
 bool IsWhole(int code) { return (code >= 60 && code < 80) || (code >= 270 && code < 300) || code >= 370; }
 
-// The values as they stand, in the order of their groups; nothing when one is missing or no number.
+// The values as they stand, in the order of their groups; null if one is missing or no number.
 std::optional<std::vector<std::pair<int, std::string>>> ValuesOf(const Reading& reading,
                                                                  const HeaderVariable& variable,
                                                                  Groups groups) {

@@ -11,7 +11,7 @@ namespace {
 constexpr int FlagFrozen = 1, FlagLocked = 4;
 constexpr int LastColor = 255, DefaultLayerColor = 7;
 
-// The entry of a name, made once; a second entry of the same name is told and passed over.
+// The entry of a name, made once; a second entry of the same name is reported and passed over.
 template <typename Entry>
 Entry* NewEntry(Reading& reading, std::vector<Entry>& entries,
                 std::map<std::string, std::size_t, LessIgnoreCase>& places, const std::string& name,

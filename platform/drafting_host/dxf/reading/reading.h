@@ -49,8 +49,8 @@ struct Reading {
     std::map<std::string, HandleValue, LessIgnoreCase> recordOfBlock;
     std::map<std::string, std::string, LessIgnoreCase> layoutOfBlock;
 
-    /// What goes through unread. Records of releases before 13 have neither classes nor, often, handles, so
-    /// that they can't stand in a later one: these are counted.
+    /// Passed on unread. Records of releases before 13 have neither classes nor, often, handles, so that they
+    /// can't stand in a later one: these are counted.
     KeptFile file;
     std::map<std::string, KeptBlock, LessIgnoreCase> keptBlocks;
     std::map<std::string, std::size_t> unkept;
@@ -111,7 +111,7 @@ bool TakePoint(const Group& group, int index, Point3& point);
 /// Takes the group as a coordinate of the normal (210, 220, 230).
 bool TakeNormal(const Group& group, Point3& normal);
 
-/// The groups of a code; the first, or nothing.
+/// The groups of a code; the first, or null.
 const Group* FindGroup(Groups groups, int code);
 /// Throws EntityRefused unless each of the codes is there.
 void RequireGroups(Groups groups, std::initializer_list<int> codes, std::size_t line);
@@ -136,7 +136,7 @@ void ReadTableEntry(Reading& reading, const Record& record);
 /// Extended data: the groups from the first application entry on. `entity` names their entity in notes.
 std::vector<XDataOfApp> ReadXData(Reading& reading, Groups groups, const std::string& entity);
 
-/// The entity's shape; nothing for a kind that the drawing doesn't hold. Throws EntityRefused.
+/// The entity's shape; null for a kind that the drawing doesn't hold. Throws EntityRefused.
 std::optional<EntityGeometry> ReadGeometry(Reading& reading, const Record& record, Groups groups);
 PolylineData::Vertex ReadPolylineVertex(Reading& reading, Groups groups, std::size_t line);
 TextData ReadText(Reading& reading, Groups groups, std::size_t line);

@@ -19,7 +19,7 @@ char32_t SingleByteCharacter(int page, unsigned char byte);
 std::optional<char> MultiByteEscapeDigit(int page);
 
 /// The character that "\M+nXXXX" names by the digit of its page and its two bytes, the first one the higher.
-/// Nothing where the page has none, or where this system doesn't know the page.
+/// Null if the page has none, or where this system doesn't know the page.
 std::optional<char32_t> MultiByteCharacter(char digit, unsigned bytes);
 
 }  // namespace brenvik

@@ -126,7 +126,7 @@ std::optional<PageEscape> PageEscapeAt(std::string_view text, std::size_t at) {
     return escape;
 }
 
-/// What a page escape stands for; nothing where it stays as it is written.
+/// What a page escape stands for; null if it stays as it is written.
 std::optional<EscapedCharacter> PageCharacterAt(std::string_view text, std::size_t at) {
     const auto escape = PageEscapeAt(text, at);
     const auto character = escape ? MultiByteCharacter(escape->digit, escape->bytes) : std::nullopt;

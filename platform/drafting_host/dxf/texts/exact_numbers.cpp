@@ -32,7 +32,7 @@ std::optional<Real> Parse(std::string_view text) {
     if (read.ptr != text.data() + text.size() || text.empty()) return std::nullopt;
     if (read.ec == std::errc{}) return value;
     if (read.ec != std::errc::result_out_of_range) return std::nullopt;
-    // Too small and too large are told by the exponent's sign alone.
+    // The exponent's sign alone shows whether a number is too small or too large.
     const bool tiny = text.find("e-") != std::string_view::npos ||
                       text.find("E-") != std::string_view::npos ||
                       text.find_first_of("eE") == std::string_view::npos;

@@ -19,7 +19,7 @@ struct PlanePoint {
     LongReal x = 0, y = 0, z = 0;
 };
 
-/// The whole text as a number, blanks around it allowed; nothing when it is none. What is beyond a
+/// The whole text as a number, blanks around it allowed; null if it is none. What is beyond a
 /// double's range, and the words for it, come back as an infinity or as no number.
 std::optional<double> ParseReal(std::string_view text);
 

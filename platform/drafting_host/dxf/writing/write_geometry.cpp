@@ -42,7 +42,7 @@ class GeometryWriter {
 
     GroupWriter& mOut;
     const WritePlan& mPlan;
-    const KeptGroups* mKept;  ///< Nothing for an entity without.
+    const KeptGroups* mKept;  ///< Null for an entity without.
 };
 
 void GeometryWriter::operator()(const LineData& data) const {

@@ -1,5 +1,5 @@
-// What is settled before a line is written: the tables with everything that the entities use, and a handle
-// for everything that has one.
+// Settled before a line is written: the tables with everything that the entities use, and a handle for
+// everything that has one.
 #pragma once
 
 #include <map>

@@ -24,7 +24,7 @@ struct PartLook {
     std::optional<Rgb> color;
     bool visible = true;
 
-    /// Takes what is missing here; what is hidden on either side stays hidden.
+    /// Adds the looks that are missing here; whatever is hidden on either side stays hidden.
     void TakeMissing(const PartLook& other);
 };
 
@@ -33,7 +33,7 @@ class PartLooks {
     PartLooks(const Handle(TDocStd_Document) & document, const StandIns& texts);
 
     PartLook Of(const TDF_Label& label) const;
-    /// What all faces of a solid have alike; nothing where one has another look, or none.
+    /// The values that all faces of a solid share; others are empty, and all are if a face has no look.
     PartLook OfAllFaces(const TDF_Label& product, const TopoDS_Shape& solid) const;
 
     /// Whether a face of the solid has another colour, or stands on another layer, than the part.

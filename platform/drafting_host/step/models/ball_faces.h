@@ -19,7 +19,7 @@ struct BallFace {
     bool bulges = false;
 };
 
-/// Nothing for a face on another surface, or with edges that aren't known. `loops` and `sameSense` as for
+/// Null for a face on another surface, or with edges that aren't known. `loops` and `sameSense` as for
 /// WindingFault.
 std::optional<BallFace> TakeBallFace(const FaceSurface& surface,
                                      const std::vector<std::vector<FaceEdge>>& loops, bool sameSense);

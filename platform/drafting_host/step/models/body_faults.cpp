@@ -40,7 +40,7 @@ namespace brenvik::step {
 namespace {
 
 /// Millimetres. What may lie between pieces that should meet: kernels keep 1e-6, files that went through
-/// several programs are worse, and a file may name more for itself, up to what a saw can't tell. Splines get
+/// several programs are worse, and a file may name more for itself, up to what a saw can't cut. Splines get
 /// that much in any case, since each program meets curves and free surfaces as closely as it likes.
 constexpr double LooseFit = 1e-4, LoosestFit = 1e-2;
 /// File units; beyond it no coordinate means anything.
@@ -67,7 +67,7 @@ struct EdgeUse : FaceEdge {
     }
 };
 
-/// Whether two rings at one place run against each other, as their ends can't tell.
+/// Whether two rings at one place run against each other, which their ends don't show.
 bool AgainstEachOther(const EdgeUse& one, const EdgeUse& other) {
     if (one.samples->curve.IsNull() || other.samples->curve.IsNull()) return true;
     const gp_Pnt early = one.At(0.25);

@@ -32,7 +32,7 @@ struct BodyChecks {
     std::vector<BallSizes> balls;  ///< Of the solids without a fault.
 };
 
-/// The statement of a point that lies farther out than any drawing reaches; nothing when there is none.
+/// The statement of a point that lies farther out than any drawing reaches; null if there is none.
 std::optional<ModelFault> FarPoint(const Handle(StepData_StepModel) & model);
 
 /// Looks for the solids that contradict themselves, each once, in the order of the file, and those whose

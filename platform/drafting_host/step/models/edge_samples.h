@@ -27,7 +27,7 @@ struct EdgeSamples {
     std::vector<gp_Pnt> Walk() const;
 };
 
-/// Nothing where a vertex is no point. Raises the modeller's failures for numbers that make no curve.
+/// Null if a vertex is no point. Raises the modeller's failures for numbers that make no curve.
 std::optional<EdgeSamples> SampleEdge(const Handle(StepShape_EdgeCurve) & edge);
 
 /// A face's surface to measure distances from.

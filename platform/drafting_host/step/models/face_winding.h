@@ -21,11 +21,11 @@ struct FaceEdge {
 /// Whether the curves of all edges are known.
 bool AllKnown(const std::vector<std::vector<FaceEdge>>& loops);
 
-/// What contradicts itself about the edges of a face on a cylinder, a cone, a torus, a ball or a turned
-/// surface: where they run around it and don't come back, or where a seam takes the long way about. Nothing
-/// for a sound face, and for faces on other surfaces. `loops`: the edges of each in its order, as the face's
-/// normal has them; `sameSense`: whether that is the surface's own. Raises the modeller's failures for
-/// numbers that make no surface.
+/// How the edges of a face on a cylinder, a cone, a torus, a ball or a turned surface contradict each other:
+/// they run around it and don't come back, or a seam takes the long way about. Null for a sound face, and for
+/// faces on other surfaces. `loops`: the edges of each in its order, as the face's normal has them;
+/// `sameSense`: whether that is the surface's own. Raises the modeller's failures for numbers that make no
+/// surface.
 std::optional<std::string> WindingFault(const FaceSurface& surface,
                                         const std::vector<std::vector<FaceEdge>>& loops, bool sameSense);
 

@@ -10,7 +10,7 @@
 
 namespace brenvik::step {
 
-/// A faulty statement: its number in the file (#number) and what is wrong with it.
+/// A faulty statement: its number in the file (#number) and its fault.
 struct ModelFault {
     int number;
     std::string reason;

@@ -8,8 +8,8 @@
 namespace brenvik::step {
 
 /// The statements in space that hold a point, a direction or a placement of other than three coordinates: the
-/// modeller makes nothing of those and falls over it. Two coordinates are right in curves that stand in a
-/// surface's parameters, which are left out. `references` is the graph of the same model.
+/// modeller can't build those and fails. Two coordinates are right in curves that stand in a surface's
+/// parameters, which are left out. `references` is the graph of the same model.
 std::vector<ModelFault> FlatPiecesInSpace(const Handle(StepData_StepModel) & model,
                                           const Interface_Graph& references);
 

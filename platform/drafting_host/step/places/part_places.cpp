@@ -209,7 +209,7 @@ class Reader {
         return from.Turns() || to.Turns();
     }
 
-    /// Nothing where the uses contradict each other. Some programs name the assembly's placement first, which
+    /// Null if the uses contradict each other. Some programs name the assembly's placement first, which
     /// shows in the representations that hold them.
     std::optional<Meant> PlaceFor(const Pair& pair, const Frame& from, const Frame& to) {
         if (!mUses) mUses = UsesIn(mStatements);

@@ -68,7 +68,7 @@ std::optional<Operator> OperatorOf(const Statement& statement, std::string_view 
         isSpatial};
 }
 
-/// The axis behind "#5", of length 1; nothing for "$" and for one without a length.
+/// The axis behind "#5", of length 1; null for "$" and for one without a length.
 std::optional<Vector> AxisOf(const Statements& statements, const std::string& value) {
     if (!value.starts_with('#')) return std::nullopt;
     const Statement* const direction = statements.Find(static_cast<int>(LenientNumber(value.substr(1))));
@@ -78,7 +78,7 @@ std::optional<Vector> AxisOf(const Statements& statements, const std::string& va
     return Scaled(*numbers, 1 / length);
 }
 
-/// What of an axis stands across another one, of length 1; nothing where they lie along each other.
+/// What of an axis stands across another one, of length 1; null if they lie along each other.
 std::optional<Vector> Across(const Vector& axis, const Vector& other) {
     const Vector across = Sum(axis, Scaled(other, -Dot(axis, other)));
     const double length = std::sqrt(Dot(across, across));
@@ -88,7 +88,7 @@ std::optional<Vector> Across(const Vector& axis, const Vector& other) {
 enum class Turn { Plain, Mirrors, Open };
 
 /// The format's rule: the third axis counts, the world's Z without one, and the first as far as it stands
-/// across that. Nothing where that leaves the turn open. The axes are right-handed.
+/// across that. Null if that leaves the turn open. The axes are right-handed.
 std::optional<Axes> AxesOf(const Statements& statements, const Operator& place) {
     const auto axis1 = AxisOf(statements, place.axis1), axis3 = AxisOf(statements, place.axis3);
     const Vector z = axis3.value_or(Vector{0, 0, 1});

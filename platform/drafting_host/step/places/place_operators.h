@@ -11,7 +11,7 @@
 namespace brenvik::step {
 
 /// What was expected of an operator that does more than move and turn a shape: one that scales or mirrors it,
-/// or whose axes leave its turn open. The modeller takes place and turn, and leaves the rest out. Nothing for
+/// or whose axes leave its turn open. The modeller takes place and turn, and leaves the rest out. Null for
 /// a sound operator, for one that mirrors a component into its assembly, and for any other statement.
 std::optional<std::string> FaultOfOperator(const Statements& statements, const Statement& statement);
 

@@ -19,7 +19,7 @@ Vector Sum(const Vector& a, const Vector& b);
 /// But for the noise of numbers.
 bool AreSame(const Vector& a, const Vector& b);
 
-/// The three numbers of a point or direction; nothing where they aren't three.
+/// The three numbers of a point or direction; null if they aren't three.
 std::optional<Vector> NumbersOf(const Statements& statements, const Statement& statement);
 
 /// A placement as the file has it: where it lies, and its axes, which may be left out.
@@ -40,11 +40,11 @@ struct Frame {
     }
 };
 
-/// Nothing for another statement than a placement in space.
+/// Null for another statement than a placement in space.
 std::optional<Place> PlaceOf(const Statements& statements, int number);
 
 /// Without an X axis, or with one along Z, the format has the world's X in its place, for an axis along X the
-/// world's Y. Nothing for axes without a length.
+/// world's Y. Null for axes without a length.
 std::optional<Frame> FrameOf(const Place& place);
 
 /// The place that a part gets whose frame `first` comes to lie on `second`.

@@ -25,7 +25,7 @@ constexpr std::string_view MeasureMark = "LENGTH_MEASURE(";
 
 bool Holds(std::string_view text, std::string_view mark) { return text.find(mark) != text.npos; }
 
-/// What 'METRE' with this prefix measures in millimetres; nothing for another unit or an unknown prefix.
+/// What 'METRE' with this prefix measures in millimetres; null for another unit or an unknown prefix.
 std::optional<double> SizeOfMetres(std::string_view text) {
     constexpr auto prefixes = std::to_array<std::pair<std::string_view, double>>({{"$", 1},
                                                                                   {".EXA.", 1e18},
@@ -141,7 +141,7 @@ void NoteName(const Statements& statements, const Statement& statement, double s
 /// a factor beyond that overflows where the modeller works with it.
 constexpr double SmallestUnit = 1e-9, LargestUnit = 1e7;
 
-/// Whether a unit is measured by another length, as far as its statements tell.
+/// Whether a unit is measured by another length, as far as its statements show.
 bool IsMeasuredByLength(const Statements& statements, const Statement& unit) {
     for (const Reference& reference : statements.ReferencesOf(unit)) {
         const Statement* const measure = statements.Find(reference.number);

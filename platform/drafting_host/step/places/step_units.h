@@ -18,7 +18,7 @@ bool HasNestedUnits(const Statements& statements);
 std::string WithDirectUnits(std::string content);
 
 /// What the unit of length of a representation's context (number of its statement) measures in millimetres;
-/// nothing where the context has none that is known.
+/// null if the context has none that is known.
 std::optional<double> UnitOfContext(const Statements& statements, int context);
 
 /// Where a unit of length can't be taken, and what was expected there.
@@ -29,7 +29,7 @@ struct UnitFault {
 
 /// What is wrong with a statement that is a unit of length: a prefix or name that the format doesn't have, of
 /// which the modeller makes metres, a factor that is none, another quantity that it is measured by, or a size
-/// in which no part is drawn. Nothing for a sound unit and for any other statement.
+/// in which no part is drawn. Null for a sound unit and for any other statement.
 std::optional<UnitFault> FaultOfUnit(const Statements& statements, const Statement& statement);
 
 /// Reports contradictions in the units of length of the file's contexts: two of different sizes in one

@@ -94,7 +94,7 @@ std::string WithTiedShapes(std::string content) {
 
 namespace {
 
-/// Assemblies are made of others, and documents tell where a shape lies that isn't here.
+/// Assemblies are made of others, and documents name the file of a shape that isn't here.
 class Lacking {
   public:
     explicit Lacking(const Statements& statements) {

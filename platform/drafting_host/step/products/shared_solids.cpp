@@ -231,7 +231,7 @@ class Copier {
     std::unordered_map<int, std::vector<const Statement*>> mPlacings;  ///< By the component's definition.
 };
 
-/// Solids of one shell that stand in different shapes; those in one shape are told with it.
+/// Solids of one shell that stand in different shapes; those in one shape are reported with it.
 void NoteSharedShells(const Statements& statements, StepDocument& document) {
     std::unordered_map<int, std::vector<int>> solidsOf;  // by shell
     for (const Statement& solid : statements.All())

@@ -1,5 +1,5 @@
 // Walks over the tokens of a statement with a note of what may come next, so that no depth of brackets asks
-// for more memory than another. Every file is walked over once, so characters are told by a table.
+// for more memory than another. Every file is walked over once, so a table classifies the characters.
 #include "drafting_host/step/texts/step_grammar.h"
 
 #include <array>

@@ -12,7 +12,7 @@
 
 namespace brenvik::step {
 
-/// What is wrong with a statement.
+/// The fault of a statement.
 struct StatementFault {
     const Statement* statement = nullptr;
     std::size_t place = 0;

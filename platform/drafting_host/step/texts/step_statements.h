@@ -55,7 +55,7 @@ class Statements {
     std::span<const Reference> ReferencesOf(const Statement& statement) const {
         return std::span(mReferences).subspan(statement.firstReference, statement.references);
     }
-    /// Nothing when the file has none of that number. Of a number that stands twice the first.
+    /// Null if the file has none of that number. Of a number that stands twice the first.
     const Statement* Find(int number) const;
     /// All kinds of a statement.
     std::vector<std::string_view> KindsOf(const Statement& statement) const;

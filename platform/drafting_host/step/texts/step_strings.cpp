@@ -115,7 +115,7 @@ class Decoder {
         return true;
     }
 
-    /// The upper half of an ISO 8859 alphabet, told by a character of its lower half.
+    /// The upper half of an ISO 8859 alphabet, by a character of its lower half.
     bool TakeOfAlphabet() {
         const char low = mText[3];
         if (!IsPrintable(low)) return false;

@@ -1,4 +1,4 @@
-// Looks at STEP text without the modeller, which tells neither line nor reason when it gives up.
+// Checks STEP text without the modeller, which gives neither line nor reason when it gives up.
 #include "drafting_host/step/texts/step_text.h"
 
 #include <algorithm>
