@@ -11,8 +11,8 @@ namespace brenvik::desktop {
 
 class JournalRecorder {
   public:
-    /// Begins the file anew. Throws Failure where it can't be written. `tell` hears, once, that it can't be
-    /// written any more.
+    /// Begins the file anew. Throws Failure if it can't be written. `tell` is called once, when later writing
+    /// fails.
     JournalRecorder(std::filesystem::path file, std::function<void(const std::string&)> tell);
     JournalRecorder(const JournalRecorder&) = delete;
     JournalRecorder& operator=(const JournalRecorder&) = delete;

@@ -41,8 +41,8 @@ class MainWindow : public QMainWindow {
     void ShowDrawing();
     /// As its menu entry does. False for a method that has none.
     bool Run(std::string_view method);
-    /// After each act, for a person: a line in the history for what no box has told, and a box for losses. A
-    /// journal tells them itself.
+    /// After each act, for a person: a line in the history for what no box has shown, and a box for losses. A
+    /// journal reports these itself.
     void TellLossesOfActs() { mTellsLosses = true; }
     /// A line of the command history.
     void Tell(const std::string& line);

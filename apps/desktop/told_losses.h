@@ -10,7 +10,7 @@ namespace brenvik::desktop {
 struct ToldLosses {
     /// All of it, a line each, for the command history.
     std::vector<std::string> lines;
-    /// Those of them that nobody may overlook, and that no box has told.
+    /// Those of them that nobody may overlook, and that no box has shown.
     std::vector<std::string> losses;
 };
 

@@ -26,7 +26,7 @@ struct BlockOutcome {
     int taken = 0, refused = 0;
 };
 
-/// Told ahead of each text that is typed into a cell which takes typing.
+/// Called before each text that is typed into a cell which takes typing.
 using BeforeTyping = std::function<void(int column, int row, std::string_view text)>;
 
 /// Types a text into the cells from this one on, right and down, each cell by the rules of typing. Columns

@@ -10,8 +10,8 @@
 
 namespace brenvik {
 
-/// What tells a solid's place and size. Volume and centroid are asked for only where boxes agree, since they
-/// cost an integration over all faces.
+/// A solid's place and size. Volume and centroid are asked for only where boxes agree, since they cost an
+/// integration over all faces.
 struct PlacedSize {
     Box3 box;
     std::function<double()> volume;

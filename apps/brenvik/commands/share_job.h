@@ -30,7 +30,7 @@ ShareJob JobOf(const HeldHome& home, const CncOptions& options, std::size_t shar
 CncOptions OptionsOf(const ShareJob& job);
 /// The facts in which the jobs differ, in words: what was expected, and what was found. Of many the first.
 std::optional<std::string> DifferenceOf(const ShareJob& expected, const ShareJob& found);
-/// Tells jobs apart by their facts.
+/// Identifies a job by its facts.
 std::string FingerprintOf(const ShareJob& job);
 
 /// The content's fingerprint, or null for a file that can't be read.

@@ -17,10 +17,10 @@ class OpenedDrawings {
     struct Opened {
         const HostDocument& document;
         std::string name;
-        /// What was told of it when it was read.
+        /// The number of notes from when it was read.
         std::size_t notes;
         DrawingState saved;
-        /// None in a drawing that was closed since: it has been told to keep them or to let them go.
+        /// None in a drawing that was closed since: whoever closed it has saved or discarded them.
         bool HasChanges() const { return !document.Closed() && !(saved == DrawingState(document)); }
     };
     void Add(const HostDocument& document, std::string name) {

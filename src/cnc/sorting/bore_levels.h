@@ -44,7 +44,7 @@ struct BorePlan {
 };
 
 /// The circles of one axis after the other, by the table's names. A slot keeps its circle when the next axis
-/// begins; `mHas…` tells whether that axis has filled it.
+/// begins; `mHas…` says whether that axis has filled it.
 class BoreLevels {
   public:
     /// Begins the axis of a circle on the underside.

@@ -19,7 +19,7 @@ class UnitContexts {
     /// Whether any of them names a unit, or there are none.
     bool NameUnits() const { return mFirst != nullptr || mUnitless.empty(); }
     bool LackUnits() const { return !mUnitless.empty(); }
-    /// Tells those that name none, with what their lengths are taken for.
+    /// Reports those that name no unit, with the unit that is assumed for their lengths.
     void Note(LengthUnit unit, StepDocument& document) const;
 
     /// The first that names one.
