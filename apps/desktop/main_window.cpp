@@ -17,6 +17,7 @@
 
 #include "base/failure.h"
 #include "base/letter_case.h"
+#include "base/text.h"
 #include "cnc/part/run_state.h"
 #include "command_groups.h"
 #include "control_binding.h"
@@ -72,12 +73,14 @@ MainWindow::MainWindow(app::Workplace& workplace, FormDesk& desk) : mWorkplace(w
     desk.onDone = [this] {
         if (mTellsLosses) TellLosses();
         if (mDesk.Top() != this) return;
+        TakeSaving();
         ShowDrawing();
         if (TakeOutcomeNews()) ShowOutcome();
     };
     desk.onRowEntered = [this](const std::string& handle) {
         if (mView) mView->Mark({handle});
     };
+    workplace.drawingWritten = [this](const std::filesystem::path& file) { NoteWritten(file); };
     workplace.host.SetTranscript([this](std::string_view line) { Tell(std::string(line)); });
     ShowDrawing();
 }
@@ -87,6 +90,7 @@ MainWindow::~MainWindow() {
     mDesk.onDone = nullptr;
     mDesk.onRowEntered = nullptr;
     mWorkplace.host.SetTranscript({});
+    mWorkplace.drawingWritten = {};
     // Ahead of the window that lends it its place on the screen.
     mView.reset();
 }
@@ -314,6 +318,35 @@ bool MainWindow::SaveUnder(const std::string& name) {
     ShowDrawing();
     statusBar()->showMessage(tr("Saved as %1.").arg(ToQt(name)));
     return true;
+}
+
+/// A command has saved the drawing: what it does to it later in the same breath is not in the file.
+void MainWindow::NoteWritten(const std::filesystem::path& file) {
+    HostDocument* const document = Document();
+    if (document != nullptr && file == mWorkplace.host.Resolve(document->FullName()))
+        mWritten.emplace(*document);
+}
+
+void MainWindow::TakeSaving() {
+    const std::optional<DrawingState> written = std::exchange(mWritten, std::nullopt);
+    if (!written || Document() == nullptr || !(*written == DrawingState(*Document()))) return;
+    setWindowModified(false);
+    if (mKeeper != nullptr) mKeeper->Follow(*Document());
+}
+
+/// The host's words for saving, which a user types from habit; a name may follow the latter two. False for
+/// anything else, and for an answer to what the line asks.
+bool MainWindow::SavesAsTyped(const std::string& typed) {
+    if (mWorkplace.typedCommands.Line().Busy(*Document())) return false;
+    const HeadAndTail words = SplitAtFirst(Trim(typed), ' ');
+    const std::string& word = words.head;
+    std::string name = Trim(words.tail);
+    if (name.size() > 1 && name.front() == '"' && name.back() == '"') name = name.substr(1, name.size() - 2);
+    if (EqualsIgnoreCase(word, "QSAVE") && name.empty()) return Save(), true;
+    if (!EqualsIgnoreCase(word, "SAVE") && !EqualsIgnoreCase(word, "SAVEAS")) return false;
+    if (name.empty()) return SaveAsAsked(), true;
+    if (!app::IsWritableFormat(name)) name += ".dxf";
+    return SaveUnder(name), true;
 }
 
 bool MainWindow::Save() {

@@ -4,11 +4,13 @@
 
 #include <QMainWindow>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "cnc/output/run_outcome.h"
 #include "cnc/picture/part_picture.h"
+#include "drafting_host/document/drawing_state.h"
 #include "drawing_view.h"
 #include "form_desk.h"
 #include "home/workplace.h"
@@ -54,7 +56,7 @@ class MainWindow : public QMainWindow {
     /// Null for a window whose unsaved work nobody keeps. The keeper outlives the window, or is taken away.
     void KeepWorkBy(WorkKeeper* keeper) { mKeeper = keeper; }
     /// Asks about each piece of work that a crash has left, and opens what is wanted.
-    void OfferRecovery(std::vector<AbandonedWork> works);
+    void OfferRecovery(FoundWork found);
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -90,6 +92,9 @@ class MainWindow : public QMainWindow {
     bool Save();
     bool SaveUnder(const std::string& name);
     bool SaveAsAsked();
+    bool SavesAsTyped(const std::string& typed);
+    void NoteWritten(const std::filesystem::path& file);
+    void TakeSaving();
     /// Opens a drawing in the place of the one before; null if it can't be read, after a message.
     HostDocument* Read(const std::string& name);
     void NoteOpening(const std::string& name);
@@ -119,6 +124,8 @@ class MainWindow : public QMainWindow {
     QPlainTextEdit* mHistory = nullptr;
     QLabel* mPrompt = nullptr;
     QLineEdit* mCommand = nullptr;
+    /// The drawing when its file was written, since the last look.
+    std::optional<DrawingState> mWritten;
     bool mShowing = false, mAnyOpened = false;
     bool mTellsLosses = false;
 };

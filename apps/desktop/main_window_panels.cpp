@@ -109,6 +109,7 @@ void MainWindow::TypeCommand() {
     }
     const std::string typed = FromQt(mCommand->text());
     mCommand->clear();
+    if (SavesAsTyped(typed)) return;
     mDesk.Do([&] {
         mDesk.Note("host " + JournalText(typed + "\n"));
         mWorkplace.typedCommands.Line().Send(*Document(), typed + "\n");

@@ -60,8 +60,19 @@ Wish AskAbout(const AbandonedWork& work, QWidget* owner) {
 
 }  // namespace
 
-void MainWindow::OfferRecovery(std::vector<AbandonedWork> works) {
-    for (AbandonedWork& work : works) {
+void MainWindow::OfferRecovery(FoundWork found) {
+    for (const std::filesystem::path& place : found.damaged) {
+        const std::string text =
+            "Unsaved work of an earlier start can't be offered, since its note is damaged. What is "
+            "left of it lies in " +
+            TextFromPath(place) + "; a drawing in it can be opened from there.";
+        Tell(text);
+        QMessageBox box(QMessageBox::Warning, tr("Unsaved work"), ToQt(text), QMessageBox::Ok, this);
+        box.setObjectName("damagedWork");
+        box.setTextFormat(Qt::PlainText);
+        box.exec();
+    }
+    for (AbandonedWork& work : found.works) {
         const Wish wish = AskAbout(work, this);
         if (wish == Wish::Delete) work.Remove();
         if (wish != Wish::Recover || !MayLeave()) continue;

@@ -22,7 +22,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* NoteName = "work.txt";
-constexpr std::string_view FolderPrefix = "work-";
+constexpr std::string_view FolderPrefix = "work-", AsidePrefix = "damaged-";
 
 std::string NewName() {
     std::random_device random;
@@ -152,28 +152,54 @@ void AbandonedWork::Remove() {
     fs::remove(mFolder.parent_path(), ignored);
 }
 
-std::vector<AbandonedWork> FindAbandonedWork(const fs::path& recoveryFolder) {
-    std::vector<AbandonedWork> found;
+namespace {
+
+/// A program that died ahead of its first keeping leaves nothing; a half-written file is nothing either.
+bool HoldsWork(const fs::path& folder) {
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
+        if (entry->path().extension() == ".dxf" || entry->path().filename() == NoteName) return true;
+    return false;
+}
+
+/// Under a name that no start looks at again; where that can't be, it stays and is told again.
+fs::path SetAside(const fs::path& folder) {
+    const fs::path place =
+        folder.parent_path() /
+        (std::string(AsidePrefix) + TextFromPath(folder.filename()).substr(FolderPrefix.size()));
+    std::error_code error;
+    fs::rename(folder, place, error);
+    return error ? folder : place;
+}
+
+}  // namespace
+
+FoundWork FindAbandonedWork(const fs::path& recoveryFolder) {
+    FoundWork found;
+    std::vector<fs::path> folders;
     std::error_code error;
     for (fs::directory_iterator entry(recoveryFolder, error), end; !error && entry != end;
          entry.increment(error)) {
         std::error_code ignored;
-        if (!TextFromPath(entry->path().filename()).starts_with(FolderPrefix) || entry->is_symlink(ignored) ||
-            !entry->is_directory(ignored))
-            continue;
-        auto claim = std::make_unique<Claim>(entry->path());
-        // Of one that can't be locked nobody knows whether its program lives.
-        if (claim->Outcome() != Claim::State::Held || !claim->IsStillAt(entry->path())) continue;
-        std::optional<ReadNote> note = NoteIn(entry->path());
-        const fs::path drawing = note ? entry->path() / PathFromText(note->drawing) : fs::path();
-        if (!note || !fs::is_regular_file(drawing, ignored)) {
-            // It died ahead of its first keeping.
-            RemoveFolder(entry->path());
-            continue;
-        }
-        found.emplace_back(entry->path(), std::move(claim), drawing, std::move(note->note));
+        if (TextFromPath(entry->path().filename()).starts_with(FolderPrefix) && !entry->is_symlink(ignored) &&
+            entry->is_directory(ignored))
+            folders.push_back(entry->path());
     }
-    std::ranges::sort(found, std::ranges::greater(),
+    for (const fs::path& folder : folders) {
+        auto claim = std::make_unique<Claim>(folder);
+        // Of one that can't be locked nobody knows whether its program lives.
+        if (claim->Outcome() != Claim::State::Held || !claim->IsStillAt(folder)) continue;
+        std::optional<ReadNote> note = NoteIn(folder);
+        const fs::path drawing = note ? folder / PathFromText(note->drawing) : fs::path();
+        std::error_code ignored;
+        if (note && fs::is_regular_file(drawing, ignored))
+            found.works.emplace_back(folder, std::move(claim), drawing, std::move(note->note));
+        else if (HoldsWork(folder))
+            found.damaged.push_back(SetAside(folder));
+        else
+            RemoveFolder(folder);
+    }
+    std::ranges::sort(found.works, std::ranges::greater(),
                       [](const AbandonedWork& work) { return work.Note().time; });
     return found;
 }

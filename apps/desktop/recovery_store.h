@@ -82,7 +82,14 @@ class AbandonedWork {
     WorkNote mNote;
 };
 
-/// All work below the folder that nobody is at, the latest first.
-std::vector<AbandonedWork> FindAbandonedWork(const std::filesystem::path& recoveryFolder);
+struct FoundWork {
+    /// The latest first.
+    std::vector<AbandonedWork> works;
+    /// Where work was set aside that can't be offered, since its note is damaged or its drawing is gone.
+    std::vector<std::filesystem::path> damaged;
+};
+
+/// All work below the folder that nobody is at.
+FoundWork FindAbandonedWork(const std::filesystem::path& recoveryFolder);
 
 }  // namespace brenvik::desktop

@@ -5,7 +5,8 @@
 
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Pictures are taken as a screen shows the windows.
+    if (!qEnvironmentVariableIsSet("BRENVIK_PICTURES")) qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -127,31 +127,56 @@ TEST_F(MainWindowAtWork, ShowsWhatACncRunHasMade) {
     EXPECT_EQ(workplace->host.OpenDocuments().size(), 1U) << "part files are looked at elsewhere";
 }
 
-/// Cancels the run ahead of its third part.
+/// Cancels work of one name ahead of its third step.
 class ImpatientUser : public ProgressPort {
   public:
+    explicit ImpatientUser(std::string what) : mWhat(std::move(what)) {}
     void Begin(const ProgressTask& task) override { mTasks.emplace_back(task.what); }
-    bool Step(int step, std::string_view) override { return mTasks.back() != "CNC run" || step < 3; }
+    bool Step(int step, std::string_view) override { return mTasks.back() != mWhat || step < 3; }
     void End() override { mTasks.pop_back(); }
 
   private:
+    std::string mWhat;
     std::vector<std::string> mTasks;
 };
 
-TEST_F(MainWindowAtWork, ACancelledCncRunLeavesNoFiles) {
+TEST_F(MainWindowAtWork, ACncRunLeavesNoFilesWhereverItIsCancelled) {
     const std::filesystem::path output = folder.filePath("home/drive_c/BV-DXF").toStdString();
-    ASSERT_TRUE(window->Run("BVC2C"));
-    ASSERT_TRUE(std::filesystem::exists(output / "CNCList.txt") || !std::filesystem::is_empty(output));
-    ImpatientUser user;
-    ShowProgressBy(&user);
-    ASSERT_TRUE(window->Run("BVC2C"));
-    ShowProgressBy(nullptr);
-    std::vector<std::string> left;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(output))
-        if (entry.is_regular_file()) left.push_back(entry.path().filename().string());
-    EXPECT_EQ(left, std::vector<std::string>());
-    auto* const outcome = window->findChild<QDialog*>("outcome");
-    EXPECT_TRUE(outcome->findChild<QLabel*>("summary")->text().contains("did not go to its end"));
+    for (const char* what : {"Preparing the parts", "CNC run"}) {
+        ASSERT_TRUE(window->Run("BVC2C"));
+        ASSERT_TRUE(std::filesystem::exists(output / "CNCList.txt") || !std::filesystem::is_empty(output));
+        ImpatientUser user(what);
+        ShowProgressBy(&user);
+        ASSERT_TRUE(window->Run("BVC2C"));
+        ShowProgressBy(nullptr);
+        std::vector<std::string> left;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(output.parent_path()))
+            if (entry.is_regular_file()) left.push_back(entry.path().filename().string());
+        EXPECT_EQ(left, std::vector<std::string>()) << what;
+        auto* const outcome = window->findChild<QDialog*>("outcome");
+        EXPECT_TRUE(outcome->findChild<QLabel*>("summary")->text().contains("did not go to its end")) << what;
+    }
+}
+
+TEST_F(MainWindowAtWork, TakesTheHostsWordsForSaving) {
+    Type("erase last  ");
+    EXPECT_TRUE(window->isWindowModified());
+    Type("qsave");
+    EXPECT_FALSE(window->isWindowModified());
+    Type("erase last  ");
+    Type(("saveas \"" + folder.filePath("a copy.dxf").toStdString() + "\"").c_str());
+    EXPECT_FALSE(window->isWindowModified());
+    EXPECT_TRUE(std::filesystem::exists(folder.filePath("a copy.dxf").toStdString()));
+    EXPECT_EQ(window->windowTitle(), "a copy.dxf[*] - Brenvik");
+}
+
+TEST_F(MainWindowAtWork, ADrawingThatACommandSavesIsSaved) {
+    Type("erase last  ");
+    workplace->host.Active()->Save();
+    Type("regen");
+    EXPECT_FALSE(window->isWindowModified());
+    Type("erase last  ");
+    EXPECT_TRUE(window->isWindowModified());
 }
 
 }  // namespace

@@ -153,14 +153,15 @@ TEST_F(Recovery, LeavesNothingBehindAQuietEnd) {
 TEST_F(Recovery, IsNotOfferedWhileItsProgramLivesNorTwice) {
     Start("work", true);
     ASSERT_TRUE(QTest::qWaitFor([this] { return SomethingIsKept(home); }, Patience));
-    EXPECT_TRUE(FindAbandonedWork(RecoveryFolder(home)).empty());
+    EXPECT_TRUE(FindAbandonedWork(RecoveryFolder(home)).works.empty());
     program.kill();
     ASSERT_TRUE(program.waitForFinished(Patience));
-    const std::vector<AbandonedWork> works = FindAbandonedWork(RecoveryFolder(home));
+    const std::vector<AbandonedWork> works = FindAbandonedWork(RecoveryFolder(home)).works;
     ASSERT_EQ(works.size(), 1U);
     EXPECT_EQ(works.front().Note().file, drawing.string());
     EXPECT_FALSE(works.front().SourceChanged());
-    EXPECT_TRUE(FindAbandonedWork(RecoveryFolder(home)).empty()) << "another program is asking about it";
+    EXPECT_TRUE(FindAbandonedWork(RecoveryFolder(home)).works.empty())
+        << "another program is asking about it";
 }
 
 TEST(WorkPlaces, KeepTheLatestWholeAndPassOverHalfWrittenOnes) {
@@ -180,7 +181,7 @@ TEST(WorkPlaces, KeepTheLatestWholeAndPassOverHalfWrittenOnes) {
     }
     // A program that died between making its folder and its first keeping.
     fs::create_directory(root / "work-0");
-    std::vector<AbandonedWork> works = FindAbandonedWork(root);
+    std::vector<AbandonedWork> works = FindAbandonedWork(root).works;
     ASSERT_EQ(works.size(), 1U);
     EXPECT_EQ(Content(works.front().Drawing()), "second");
     EXPECT_EQ(works.front().Note().file, note.file);
@@ -189,6 +190,23 @@ TEST(WorkPlaces, KeepTheLatestWholeAndPassOverHalfWrittenOnes) {
     EXPECT_FALSE(fs::exists(root / "work-0"));
     works.front().Remove();
     EXPECT_FALSE(fs::exists(root));
+}
+
+TEST(WorkPlaces, SetAsideWorkWhoseNoteIsDamaged) {
+    const QTemporaryDir folder;
+    const fs::path root = fs::path(folder.path().toStdString()) / "recovery";
+    for (const char* note :
+         {"", "1.dxf\n", "elsewhere/1.dxf\ntime\nnone\nkitchen.dxf", "2.dxf\ntime\nnone\nkitchen.dxf"}) {
+        fs::create_directories(root / "work-1");
+        std::ofstream(root / "work-1/1.dxf") << "the work";
+        std::ofstream(root / "work-1/work.txt") << note;
+        const FoundWork found = FindAbandonedWork(root);
+        EXPECT_TRUE(found.works.empty());
+        ASSERT_EQ(found.damaged, std::vector<fs::path>{root / "damaged-1"}) << note;
+        EXPECT_EQ(Content(root / "damaged-1/1.dxf"), "the work");
+        EXPECT_TRUE(FindAbandonedWork(root).damaged.empty()) << "it is told once";
+        fs::remove_all(root / "damaged-1");
+    }
 }
 
 TEST(WorkKeeping, TellsOnceThatItCantKeepAndGoesOn) {

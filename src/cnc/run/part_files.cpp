@@ -81,16 +81,22 @@ void RemovePartFiles(const PartFile& part) {
     RemoveIfThere(part.SecondSidePath());
 }
 
-std::vector<PartFile> WritePartFiles(RunState& run, AcadSelectionSet& prev, LentQuantities& quantities) {
+std::optional<std::vector<PartFile>> WritePartFiles(RunState& run, AcadSelectionSet& prev,
+                                                    LentQuantities& quantities) {
     AcadDocument& drawing = *run.sessionDrawing;
     AcadSelectionSet& one = FreshSet(drawing, "EXPORTSET");
     FreshSet(drawing, "explode");
     PartFilesInTheMaking parts;
     const int count = prev.Count();
-    Progress progress({"Preparing the parts", count});
+    Progress progress({"Preparing the parts", count, true});
     for (int member = 0; member < count; ++member) {
         AcadEntity* entity = prev.Item(member);
-        progress.Next({});
+        if (!progress.Next({})) {
+            run.report.passedOver.push_back(
+                "The run was cancelled while its parts were prepared, ahead of number " +
+                std::to_string(member + 1) + " of " + std::to_string(count) + ".");
+            return std::nullopt;
+        }
         if (entity->ObjectName() != "AcDb3dSolid") continue;
         if (parts.Count() == 0) {
             RequireFolders();

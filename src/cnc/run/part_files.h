@@ -1,6 +1,7 @@
 // One drawing for each solid of a run, twice: the second is for the other side.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,7 +24,9 @@ void RemovePartFiles(const PartFile& part);
 
 /// Writes the solids of a set in its order; what is no solid is passed over. Unlocks their layers, and gives
 /// each its lent quantity back. Quantities that are no counts go into the report. Fails as the host does
-/// where a folder can't be written, and leaves no part file then.
-std::vector<PartFile> WritePartFiles(RunState& run, AcadSelectionSet& prev, LentQuantities& quantities);
+/// where a folder can't be written, and leaves no part file then. Null if the user cancels it; then no
+/// part file is left, and the report says so.
+std::optional<std::vector<PartFile>> WritePartFiles(RunState& run, AcadSelectionSet& prev,
+                                                    LentQuantities& quantities);
 
 }  // namespace brenvik

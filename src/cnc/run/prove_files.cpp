@@ -86,7 +86,12 @@ class FolderProof {
             LentQuantities quantities(mRun.report);
             AcadSelectionSet& prev = FreshSet(*mRun.sessionDrawing, "prev");
             Skip([&] { prev.Select(SelectMode::Previous); });
-            parts = WritePartFiles(mRun, prev, quantities);
+            std::optional<std::vector<PartFile>> written = WritePartFiles(mRun, prev, quantities);
+            if (!written) {
+                mProved.report = std::move(mRun.report);
+                return std::move(mProved);
+            }
+            parts = std::move(*written);
         }
         mParts = parts;
         mRun.report.parts = static_cast<int>(parts.size());

@@ -67,7 +67,9 @@ bool WorkThrough(RunState& run, const PassWork& steps, const RunHooks& hooks) {
         if (prev == nullptr) return false;
         std::ranges::move(EmptyOutputFolders(), std::back_inserter(run.report.passedOver));
         if (const auto& emptied = CareOfOutput().emptied) emptied();
-        parts = WritePartFiles(run, *prev, quantities);
+        std::optional<std::vector<PartFile>> written = WritePartFiles(run, *prev, quantities);
+        if (!written) return false;
+        parts = std::move(*written);
     }
     run.report.parts = static_cast<int>(parts.size());
     if (const RunShare* share = ShareOfRuns()) {

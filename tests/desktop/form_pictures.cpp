@@ -1,0 +1,89 @@
+// Not a test, but for eyes: pictures of all windows, empty and at work, by scripts/form-pictures.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QPalette>
+#include <QPixmap>
+#include <QTemporaryDir>
+#include <filesystem>
+
+#include "checkout_paths.h"
+#include "control_binding.h"
+#include "desktop_program.h"
+#include "export/frm_adjustments.h"
+#include "export/frm_export.h"
+#include "export/frm_login.h"
+#include "form_desk.h"
+#include "form_window.h"
+#include "grid/frm_main.h"
+#include "query/frm_filter.h"
+#include "query/frm_new_sort.h"
+#include "settings/frm_choice.h"
+#include "settings/frm_choicetherm.h"
+#include "settings/frm_materials.h"
+#include "settings/frm_settings.h"
+
+namespace brenvik::desktop {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// As desktops with dark colours hand it to their programs.
+QPalette DarkColours() {
+    QPalette dark(QColor(0x33, 0x36, 0x3a), QColor(0x2b, 0x2d, 0x31));
+    dark.setColor(QPalette::Base, QColor(0x1e, 0x20, 0x23));
+    dark.setColor(QPalette::AlternateBase, QColor(0x26, 0x28, 0x2c));
+    dark.setColor(QPalette::Highlight, QColor(0x2f, 0x65, 0xca));
+    dark.setColor(QPalette::HighlightedText, Qt::white);
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        dark.setColor(QPalette::Disabled, role, QColor(0x80, 0x84, 0x8a));
+    return dark;
+}
+
+template <class Form>
+void TakeEmpty(const QString& folder) {
+    FormDesk desk;
+    Form form;
+    FormWindow window(form, desk, nullptr);
+    window.ShowModel();
+    window.PlaceAsForm();
+    window.show();
+    QApplication::processEvents();
+    const QString name = folder + "/" + ToQt(form.Name());
+    ASSERT_TRUE(window.grab().save(name + "-empty.png"));
+    window.resize(window.minimumSizeHint());
+    QApplication::processEvents();
+    ASSERT_TRUE(window.grab().save(name + "-smallest.png"));
+}
+
+TEST(FormPictures, DISABLED_OfAllWindows) {
+    const QString folder = qEnvironmentVariable("BRENVIK_PICTURES");
+    ASSERT_TRUE(!folder.isEmpty() && QDir().mkpath(folder));
+    if (qEnvironmentVariableIsSet("BRENVIK_DARK")) QApplication::setPalette(DarkColours());
+    TakeEmpty<frmMain>(folder);
+    TakeEmpty<frmNewSort>(folder);
+    TakeEmpty<frmFilter>(folder);
+    TakeEmpty<frmExport>(folder);
+    TakeEmpty<frmAdjustments>(folder);
+    TakeEmpty<frmLogin>(folder);
+    TakeEmpty<frmSettings>(folder);
+    TakeEmpty<frmMaterials>(folder);
+    TakeEmpty<frmChoice>(folder);
+    TakeEmpty<frmChoicetherm>(folder);
+    for (const char* journal : {"sort_and_filter", "export", "materials", "settings", "cnc_run"}) {
+        const QTemporaryDir job;
+        const fs::path place = job.path().toStdString(), source = BRENVIK_SOURCE_DIR;
+        fs::copy_file(source / "samples/base-cabinet.dxf", place / "cabinet.dxf");
+        fs::current_path(place);
+        DesktopOptions options;
+        options.home = (place / "home").string();
+        options.drawing = "cabinet.dxf";
+        options.journal = (source / "docs/guide/journals" / (std::string(journal) + ".journal")).string();
+        options.pictures = FromQt(folder + "/" + journal);
+        RunForAJournal(options);
+    }
+}
+
+}  // namespace
+}  // namespace brenvik::desktop
