@@ -54,6 +54,24 @@ TEST_F(Shares, AreRefusedUnlessTheyAreAllSharesOfOneJob) {
     ExpectRefused({"set", "drawn"}, 2, "content of the drawing");
 }
 
+// A line that has slipped into another section is read by nobody, and of a name that stands twice the first
+// counts.
+TEST_F(Shares, CompareSettingsAsRunsReadThem) {
+    WriteBoards(4, false);
+    ASSERT_EQ(Run({"settings", "set", "DontDoTwoSided", "1"}).status, 0);
+    EXPECT_EQ(Share("1/2", "s1", {"--target", "C2C"}).status, 0);
+    const std::string sound = Read("home/settings.txt"), line = "DontDoTwoSided=1\n";
+    std::string slipped = sound;
+    ASSERT_NE(slipped.find(line), std::string::npos);
+    slipped.erase(slipped.find(line), line.size());
+    Write("home/settings.txt", slipped + line);
+    EXPECT_EQ(Share("2/2", "s2", {"--target", "C2C"}).status, 1);
+    ExpectRefused({"s1", "s2"}, 2, "setting DontDoTwoSided: expected \"1\"");
+    Write("home/settings.txt", sound + line);
+    Share("2/2", "s3", {"--target", "C2C"});
+    EXPECT_NE(Join({"s1", "s3"}).status, 2);
+}
+
 TEST_F(Shares, AreRefusedWhenTheyAreNotAsTheyWereWritten) {
     WriteBoards(4, false);
     const Words shares = MakeShares(2, {"--target", "C2C"});

@@ -2,7 +2,7 @@
 #include "commands/share_job.h"
 
 #include <algorithm>
-#include <iterator>
+#include <map>
 
 #include "base/letter_case.h"
 #include "base/packed_text.h"
@@ -12,6 +12,8 @@
 #include "commands/program_build.h"
 #include "file_roots/file_content.h"
 #include "file_roots/places.h"
+#include "settings/settings_keys.h"
+#include "settings_store/settings_text.h"
 
 namespace brenvik::app {
 
@@ -25,14 +27,18 @@ bool Matters(std::string_view setting) {
     return !name.starts_with("DIALOG") && !name.ends_with("_WIDTH") && !name.ends_with("PATH");
 }
 
+/// The settings as a run reads them: those of the system's own section, of a name that stands twice the
+/// first.
 void AddSettings(ShareJob& job, const std::string& settings) {
-    std::vector<std::pair<std::string, std::string>> facts;
-    for (const std::string& line : Split(settings, '\n')) {
-        const HeadAndTail words = SplitAtFirst(line, '=');
-        if (words.found && Matters(words.head)) facts.emplace_back("setting " + words.head, words.tail);
+    const std::string section = "HKEY_LOCAL_MACHINE\\" + std::string(SettingsKeyPath);
+    std::map<std::string, std::string, LessIgnoreCase> read;
+    for (auto& [name, value] : SettingsText::Parse(settings, "settings.txt").ValuesUnder(section))
+        if (Matters(name)) read.emplace(name, std::move(value));
+    for (auto& [name, value] : read) {
+        const SettingEntry* known = FindSetting(name);
+        job.facts.emplace_back("setting " + (known == nullptr ? name : std::string(known->name)),
+                               std::move(value));
     }
-    std::ranges::sort(facts);
-    std::ranges::move(facts, std::back_inserter(job.facts));
 }
 
 std::string YesNo(bool yes) { return yes ? "yes" : "no"; }
