@@ -1,12 +1,14 @@
 // A home that changes under a command's hands: what a command makes is made by one state of it.
 #include "home/held_home.h"
 
+#include <filesystem>
 #include <iostream>
 
 #include "console/console_dialogs.h"
 #include "home/workplace.h"
 #include "program.h"
 #include "settings/settings_keys.h"
+#include "shell/exit_status.h"
 
 namespace brenvik::cli_test {
 namespace {
@@ -40,6 +42,24 @@ TEST_F(HomeInUse, SettingsAndBoardsAreThoseOfTheBeginning) {
     // Neither program's value is lost.
     EXPECT_NE(Read("home/settings.txt").find("CNCMultiplier=8\n"), std::string::npos);
     EXPECT_NE(Read("home/settings.txt").find("DialogWidth=9000\n"), std::string::npos);
+}
+
+// A drive that is taken out between two drawings of one call: a home made anew would be in other units.
+TEST_F(HomeInUse, IsNotMadeAnewWhereItWasTakenAway) {
+    const app::HeldHome held = app::HoldHome(Home());
+    std::filesystem::rename(folder / "home", folder / "away");
+    ConsoleDialogs dialogs(std::cerr);
+    try {
+        const app::Workplace workplace(held, dialogs);
+        FAIL() << "a home was made";
+    } catch (const app::CommandError& error) {
+        EXPECT_EQ(error.Status(), app::ExitStatus::Unreadable);
+        EXPECT_NE(std::string(error.what())
+                      .find("settings.txt: expected the settings that this command began with"),
+                  std::string::npos)
+            << error.what();
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder / "home"));
 }
 
 TEST_F(HomeInUse, JournalsReadSettingsAtEachUse) {

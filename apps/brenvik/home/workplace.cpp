@@ -41,6 +41,18 @@ void RequirePlainName(std::string shown) {
             ", found " + shown);
 }
 
+/// A home on a drive that was taken out is not made anew, in units of nobody's choice, in the middle of a
+/// call.
+const std::string& HomeStillThere(const HeldHome& held) {
+    const std::filesystem::path settings = HomeOf(held.option) / SettingsFile;
+    std::error_code unknown;
+    if (held.settings && !std::filesystem::exists(settings, unknown))
+        throw CommandError(
+            ExitStatus::Unreadable,
+            TextFromPath(settings) + ": expected the settings that this command began with, found none");
+    return held.option;
+}
+
 void Warn(const std::string& remark) { std::cerr << "brenvik: " << remark << '\n'; }
 
 std::shared_ptr<const Claim> ClaimDatabase(const std::filesystem::path& file) {
@@ -91,7 +103,7 @@ Workplace::Workplace(const std::string& homeOption, DialogPort& dialogs, Purpose
     if (!std::filesystem::exists(home / SettingsFile, unknown)) MakeHome(purpose, units);
 }
 
-Workplace::Workplace(const HeldHome& held, DialogPort& dialogs) : Workplace(held.option, dialogs) {
+Workplace::Workplace(const HeldHome& held, DialogPort& dialogs) : Workplace(HomeStillThere(held), dialogs) {
     if (held.settings && !mHomeWasMade) settings.HoldAt(*held.settings);
     if (held.boards && !mHomeWasMade) files.HoldAt(BoardsIn(files), *held.boards);
 }
