@@ -205,6 +205,7 @@ void RunAccessExport(frmExport& form) {
             NoteAdjusted(adjustment, *adjustmentPath);
             ++taken;
         };
+        if (records != nullptr) NoteRowsLeftOut(*records);
         if (records != nullptr) ForEachRow(*records, [&] { ShowAndResume(ShowDescription, insert); });
         Skip([&] { mDatabase::CloseRecordset(records); });
         NoteReplacedRows(table, rowsBefore, RowsOf(*connection, table), taken);

@@ -113,6 +113,7 @@ std::optional<std::string> FileText(const ListPlan& plan) {
     std::unique_ptr<Recordset> records;
     ResumeNoted(ListNotRead, [&] { mDatabase::OpenRecordset(ExportStatement(), records); });
     if (records == nullptr) return text;
+    NoteRowsLeftOut(*records);
     NoteGroupedQuantities();
     const std::optional<std::string> lines = LinesOfRecords(*records, plan, lineEnd);
     Skip([&] { mDatabase::CloseRecordset(records); });

@@ -41,6 +41,10 @@ void ForEachRow(Recordset& records, Act&& act) {
                           " and has none of the rows from it on: " + failure->description());
 }
 
+/// An export asks the part table again: rows that were edited so that they don't meet the list's filter any
+/// more are still shown, and go out no longer. Counts them in a line.
+void NoteRowsLeftOut(const Recordset& records);
+
 /// The lines since the last call, in their order.
 std::vector<std::string> TakeExportTroubles();
 

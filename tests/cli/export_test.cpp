@@ -238,5 +238,25 @@ TEST_F(Export, SaysThatItIsCompleteBehindWhatItLacks) {
     EXPECT_TRUE(errors.ends_with(end)) << errors;
 }
 
+// The list goes on showing a row that was typed out of its filter, while the export asks the part table
+// again.
+TEST_F(Export, CountsTheRowsThatAreTypedOutOfTheFilter) {
+    const std::string edit =
+        "select all\ncommand Show\npress tbMain.FILTER\npick cboCol(0) \"Part Name\"\npick cboCrit(0) #0\n"
+        "type cboCritData(0) \"Bottom\"\npress btnOK\nexpect rows fpSpread1 1\n";
+    const std::string go = "press tbMain.EXPORT\ntype txtSaveCSVFile \"rows.csv\"\npress cmdGo\n";
+    Write("edited.journal", edit + "cell fpSpread1 1 \"Part Name\" \"Bottom 2\"\n" + go + "close\n");
+    Write("filtered.journal", edit + go + "close\n");
+    const auto play = [&](const std::string& journal) {
+        return Run({"run", ShippedSample().string(), "--journal", journal});
+    };
+    const std::string left =
+        "1 row of the list no longer meets its filter and is not in the export; filter again to see";
+    const Outcome edited = play("edited.journal");
+    EXPECT_NE(edited.errors.find(left), std::string::npos) << edited.errors;
+    EXPECT_EQ(edited.status, 1);
+    EXPECT_EQ(play("filtered.journal").errors.find(left), std::string::npos);
+}
+
 }  // namespace
 }  // namespace brenvik::cli_test
