@@ -228,5 +228,18 @@ TEST_F(ProveOperations, ABlankAroundALayersNameIsTold) {
     }
 }
 
+TEST_F(ProveOperations, ALetterOfALayersNameByItsNumberIsTold) {
+    MakeFiles("ABC");
+    file = FileWith("CIRCLE");
+    const std::string text = FileText();
+    const std::string layer = ValueAt(text, "  8", EntityAt(text, "CIRCLE"));
+    for (const char* mark : {"\\U+00", "\\u+00"}) {
+        // Its first letter is a V.
+        const std::string other = mark + ("56" + layer.substr(1));
+        Write(file, ReplaceAll(text, "\n" + layer + "\n", "\n" + other + "\n"));
+        ExpectTold(ProveJob(), "the layer \"" + other + "\" has characters as \\U+XXXX", oneRight);
+    }
+}
+
 }  // namespace
 }  // namespace brenvik::cli_test

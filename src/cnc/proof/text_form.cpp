@@ -87,6 +87,21 @@ std::optional<Number> Read(std::string_view text) {
     return number;
 }
 
+/// Whether a text has a character by its number that needs none.
+bool SpellsPlainCharacters(std::string_view text) {
+    constexpr std::size_t mark = 3, digits = 4;
+    for (std::size_t at = text.find('\\'); at != std::string_view::npos; at = text.find('\\', at + 1)) {
+        const std::string_view escape = text.substr(at);
+        if (escape.size() < mark + digits || FoldUpper(escape.substr(0, mark)) != "\\U+") continue;
+        unsigned unit = 0;
+        const char* const first = escape.data() + mark;
+        const auto [end, error] = std::from_chars(first, first + digits, unit, 16);
+        const bool printable = unit >= ' ' && unit <= '~' && unit != '\\';
+        if (error == std::errc() && end == first + digits && printable) return true;
+    }
+    return false;
+}
+
 struct Group {
     int code = 0;
     std::string_view value;
@@ -281,6 +296,10 @@ class FormCheck {
         // Some receivers read the name to its last letter, others without the blank.
         if (TrimmedView(name) != name)
             Fault(entity.line, "the layer " + InQuotes(name) + " begins or ends with a blank");
+        if (SpellsPlainCharacters(name))
+            Fault(entity.line, "the layer " + InQuotes(name) +
+                                   " has characters as \\U+XXXX that stand for themselves, which some "
+                                   "receivers take as they are written");
         const auto layer = mLayers.find(name);
         if (layer == mLayers.end())
             return Fault(entity.line, "the layer " + name + " is not in the table of layers");
