@@ -93,6 +93,16 @@ class ProveOperations : public Prove {
                text.substr(end);
     }
 
+    /// The entity at a place with a colour of its own in place of the one that it has, if any.
+    static std::string WithColor(const std::string& text, std::size_t from, const std::string& color) {
+        const std::size_t end = text.find("\n  0\n", from + 1);
+        std::string entity = text.substr(from, end - from);
+        if (entity.find("\n 62\n") != std::string::npos)
+            entity = ReplaceAll(entity, "\n 62\n" + ValueAt(entity, " 62", 0) + "\n", "\n");
+        entity.insert(entity.find("\n  8\n"), "\n 62\n" + color);
+        return text.substr(0, from) + entity + text.substr(end);
+    }
+
     std::string file;
 };
 
@@ -163,6 +173,19 @@ TEST_F(ProveOperations, AColourThatNoPathInsideHasIsTold) {
         ExpectTold(ProveJob(), std::string(" has the colour ") + color + " and not 256 in the file",
                    oneRight);
     }
+}
+
+TEST_F(ProveOperations, ANumberThatIsNoColourIsTold) {
+    MakeFiles("ABC");
+    file = FileWith("CIRCLE");
+    const std::string text = FileText();
+    for (const char* type : {"CIRCLE", "LWPOLYLINE"})
+        for (const char* color : {"-1", "-256", "257", "258"}) {
+            SCOPED_TRACE(std::string(type) + " " + color);
+            Write(file, WithColor(text, EntityAt(text, type), color));
+            ExpectTold(ProveJob(), std::string(" has ") + color + " for its colour, and colours are 0 to 256",
+                       oneRight);
+        }
 }
 
 TEST_F(ProveOperations, LayersThatDifferInTheCaseOfLettersAloneAreTold) {

@@ -27,6 +27,8 @@ constexpr std::array<std::string_view, 6> SectionNames{"HEADER", "CLASSES",  "TA
 constexpr int NoUnit = 0, Inches = 1, Millimetres = 4;
 /// Flags of layers and polylines.
 constexpr int Frozen = 1, Closed = 1, InSpace = 8, LinetypeRunsOn = 128, VertexInSpace = 32;
+/// The colour of an entity that has its layer's.
+constexpr int ByLayer = 256;
 /// From here on groups belong to other programs.
 constexpr int ExtendedData = 1000, LastGroup = 1071;
 
@@ -384,6 +386,9 @@ class FormCheck {
         if (!isNumber)
             Fault(each.line, OnLayer(record) + " has \"" + std::string(each.value) + "\" in its group " +
                                  std::to_string(each.code) + ", which is no number");
+        if (each.code == group::Color && !IsColor(each))
+            Fault(each.line, OnLayer(record) + " has " + std::string(each.Number()) +
+                                 " for its colour, and colours are 0 to " + std::to_string(ByLayer));
         const bool stays = record.type == "POLYLINE" &&
                            (each.code == group::X || each.code == group::Y || each.code == group::Z);
         if ((stays || IsWidth(record, each.code)) && Read<double>(each.Number()) != 0.0)
@@ -391,6 +396,12 @@ class FormCheck {
                                  std::to_string(each.code) + ", which has to be 0");
         if (each.code == group::Layout && each.value != ModelLayout)
             Fault(each.line, OnLayer(record) + " lies in another layout");
+    }
+
+    /// What is no number at all is told as such.
+    static bool IsColor(const Group& group) {
+        const std::optional<int> color = Read<int>(group.Number());
+        return !color || (*color >= 0 && *color <= ByLayer);
     }
 
     /// A path with a width of its own is another shape to some.
