@@ -264,5 +264,21 @@ TEST_F(ProveOperations, ALetterOfALayersNameByItsNumberIsTold) {
     }
 }
 
+TEST_F(ProveOperations, ABlankBesideANamesToolIsTold) {
+    for (const char* target : {"ABC", "C2C", "ATP", "RCIM"}) {
+        SCOPED_TRACE(target);
+        MakeFiles(target);
+        file = FileWith("LWPOLYLINE");
+        const std::string text = FileText();
+        for (const char* mark : {"_D", "_S", "_F"}) {
+            const std::string layer = ValueAt(text, "  8", EntityAt(text, "LWPOLYLINE"));
+            const std::string other = ReplaceAll(layer, mark, std::string(" ") + mark);
+            ASSERT_NE(layer, other);
+            Write(file, ReplaceAll(text, "\n" + layer + "\n", "\n" + other + "\n"));
+            ExpectTold(ProveJob(), other, oneRight);
+        }
+    }
+}
+
 }  // namespace
 }  // namespace brenvik::cli_test

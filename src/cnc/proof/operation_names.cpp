@@ -39,11 +39,19 @@ class Reader {
     std::string_view mRest;
 };
 
-/// A number of a name: digits with one decimal mark at the most.
+/// Nothing stands before the mark or behind it that the number could do without: "p5", "12", "0".
+bool IsShortest(std::string_view plain) {
+    if (plain.starts_with('-')) plain.remove_prefix(1);
+    if (plain.size() > 1 && plain.starts_with('0')) return false;
+    return plain.find('.') == std::string_view::npos || !(plain.ends_with('0') || plain.ends_with('.'));
+}
+
+/// A number of a name: digits with one decimal mark at the most. Receivers that look for the name as it is
+/// written find no other form of the same number.
 std::optional<double> NumberOf(std::string_view text, std::string_view mark) {
-    if (text.empty() || text.find_first_of(".eEdD+ ") != std::string_view::npos) return std::nullopt;
+    if (text.empty() || text.find_first_of(".eEdD+ \t") != std::string_view::npos) return std::nullopt;
     const std::string plain = ReplaceAll(text, mark, ".");
-    if (!IsNumeric(plain)) return std::nullopt;
+    if (!IsNumeric(plain) || !IsShortest(plain)) return std::nullopt;
     return LenientNumber(plain);
 }
 
@@ -101,6 +109,7 @@ bool TakeCounted(Reading& reading) {
     reading.name.compensation = compensation;
     if (!found) return true;
     if (counter.empty() || counter.find_first_not_of("0123456789") != std::string::npos) return false;
+    if (!IsShortest(counter)) return false;
     reading.name.counter = ToInteger(LenientNumber(counter));
     return true;
 }
@@ -324,6 +333,16 @@ Answer HoleBehind(Reading reading, std::string_view head, int metric, int imperi
     return Of(reading, OperationKind::Hole);
 }
 
+/// Less than one has a zero in front, and so has what is rounded up to one.
+Answer HoleOfTHERM(Reading reading) {
+    if (!reading.text.Take("drill z")) return std::nullopt;
+    const bool hasZero = reading.text.Take("0");
+    reading.RoundedTo(2, 4);
+    reading.name.depth = reading.Number(reading.text.All());
+    if (hasZero && reading.name.depth.value_or(0) > 1) return std::nullopt;
+    return Of(reading, OperationKind::Hole);
+}
+
 Answer HoleOfWOP(Reading reading) {
     const bool four = reading.context.target == Target::WOP4;
     if (!four && reading.text.Rest() == "V_DrillSFS") {
@@ -345,7 +364,7 @@ Answer ReadHole(Reading reading) {
         case Target::RCIM:
             return DiameterAlone(reading);
         case Target::THERM:
-            return HoleBehind(reading, "drill z", 2, 4);
+            return HoleOfTHERM(reading);
         case Target::ASP:
             // The depth travels in the thickness alone.
             if (reading.text.All() != "0") return std::nullopt;

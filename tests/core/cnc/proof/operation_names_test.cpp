@@ -210,6 +210,23 @@ TEST(OperationNames, WholeNumbersHaveNoDecimalMark) {
     EXPECT_TRUE(ReadOperationName({Target::BW, true, Tools, 12.5}, "TCHB2W0D1250"));
 }
 
+TEST(OperationNames, NumbersAreInTheOneFormThatTheyAreWrittenIn) {
+    const auto isRead = [](Target target, std::string_view name) {
+        return ReadOperationName({target, true, Tools, 6.0}, name).has_value();
+    };
+    for (const std::string_view name : {"pocket 12 6", "dado p5 6p25", "outline 18p3", "drill z0p5",
+                                        "drill z01", "drill z00", "drill z0", "drill z12p5", "hbore 8 20"})
+        EXPECT_TRUE(isRead(Target::THERM, name)) << name;
+    for (const std::string_view name :
+         {"pocket 012 6", "pocket 12 06", "pocket 12 6p0", "pocket 12 6p", "dado 0p5 6p25", "outline 018p3",
+          "drill z012p5", "drill z05", "drill z000", "hbore 08 20"})
+        EXPECT_FALSE(isRead(Target::THERM, name)) << name;
+    for (const std::string_view name : {"PKC_Z6_T1_D12_S1_F1_R_C0_01", "PKC_Z06_T1_D12_S1_F1_R_C0_1",
+                                        "PKC_Z6_T1_D012_S1_F1_R_C0_1", "VD_Z10p0_T_D5"})
+        EXPECT_FALSE(isRead(Target::C2C, name)) << name;
+    EXPECT_FALSE(isRead(Target::BW, "TCHB2W0D01250"));
+}
+
 TEST(OperationNames, TheEntitysDepthDecidesWhereTwoToolsFitOneName) {
     const std::vector<std::string> tools{"1", "11"};
     const auto depthBy = [&](double depthOfEntity) {
