@@ -188,6 +188,31 @@ TEST_F(ProveOperations, ANumberThatIsNoColourIsTold) {
         }
 }
 
+TEST_F(ProveOperations, TheColourOfALayerThatPathsTakeIsTold) {
+    for (const std::string& target : allTargets) {
+        SCOPED_TRACE(target);
+        MakeFiles(target);
+        file = FileWith("LWPOLYLINE");
+        const std::string text = FileText();
+        const auto edited = [&](const std::string& layer, const std::string& color) {
+            const std::size_t record = text.find("\n  2\n" + layer + "\n"),
+                              at = text.find("\n 62\n7\n", record);
+            return text.substr(0, at) + color + text.substr(at + 7);
+        };
+        const std::string layer = ValueAt(text, "  8", EntityAt(text, "LWPOLYLINE"));
+        for (const char* color : {"1", "2", "4"}) {
+            const std::string other = edited(layer, std::string("\n 62\n") + color + "\n");
+            Write(file, WithColor(other, EntityAt(other, "LWPOLYLINE"), "256"));
+            ExpectTold(ProveJob(), "the layer " + layer + " has the colour " + color + " and not 7",
+                       oneRight);
+        }
+        Write(file, edited(layer, "\n 62\n7\n 62\n2\n"));
+        ExpectTold(ProveJob(), "the layer " + layer + " has the group 62 twice", oneRight);
+        Write(file, edited(layer, "\n 62\n7\n420\n255\n"));
+        ExpectTold(ProveJob(), "the layer " + layer + " has a true colour", oneRight);
+    }
+}
+
 TEST_F(ProveOperations, LayersThatDifferInTheCaseOfLettersAloneAreTold) {
     MakeFiles("ABC");
     file = FileWith("LWPOLYLINE");

@@ -29,6 +29,8 @@ constexpr int NoUnit = 0, Inches = 1, Millimetres = 4;
 constexpr int Frozen = 1, Closed = 1, InSpace = 8, LinetypeRunsOn = 128, VertexInSpace = 32;
 /// The colour of an entity that has its layer's.
 constexpr int ByLayer = 256;
+/// A run leaves its layers the colour of new ones.
+constexpr int ColorOfLayers = 7;
 /// From here on groups belong to other programs.
 constexpr int ExtendedData = 1000, LastGroup = 1071;
 
@@ -39,7 +41,7 @@ namespace group {
 constexpr int Type = 0, Name = 2, Handle = 5, Layer = 8, X = 10, Y = 20, Z = 30, Elevation = 38,
               Thickness = 39, Radius = 40, StartWidth = 40, EndWidth = 41, Bulge = 42, Width = 43,
               Hidden = 60, Color = 62, HasVertices = 66, InPaper = 67, Flags = 70, Count = 90,
-              VertexNumber = 91, NormalX = 210, NormalY = 220, NormalZ = 230, Layout = 410;
+              VertexNumber = 91, NormalX = 210, NormalY = 220, NormalZ = 230, Layout = 410, TrueColor = 420;
 }
 
 /// What says nothing of shape: handles, owners, classes, reactors, line styles, weights and plot styles.
@@ -309,6 +311,23 @@ class FormCheck {
         const std::optional<int> flags = record.Whole(group::Flags), color = record.Whole(group::Color);
         if (!flags || (*flags & Frozen) != 0) Fault(record.line, "the layer " + name + " is frozen");
         if (!color || *color < 0) Fault(record.line, "the layer " + name + " is turned off");
+        if (record.CountOf(group::Color) > 1)
+            Fault(record.line, "the layer " + name + " has the group 62 twice");
+        if (record.Find(group::TrueColor) != nullptr)
+            Fault(record.line,
+                  "the layer " + name + " has a true colour (group 420), and the run's have none");
+    }
+
+    /// What is by its layer has the layer's colour, and some receivers tell outlines and holes by it.
+    void LookAtColorOfLayer(const Record& entity) {
+        const auto layer = mLayers.find(entity.LayerName());
+        if (layer == mLayers.end() || entity.Whole(group::Color).value_or(ByLayer) != ByLayer) return;
+        const std::optional<int> color = layer->second.Whole(group::Color);
+        if (!color || std::abs(*color) == ColorOfLayers || !mColored.insert(layer->first).second) return;
+        Fault(layer->second.line, "the layer " + entity.LayerName() + " has the colour " +
+                                      std::to_string(std::abs(*color)) + " and not " +
+                                      std::to_string(ColorOfLayers) + ", and " + OnLayer(entity) +
+                                      " has its layer's colour");
     }
 
     // Entities.
@@ -349,10 +368,13 @@ class FormCheck {
             Expect(record, group::HasVertices, {1}, "has no vertices behind it");
         }
         if (record.type == "VERTEX") Expect(record, group::Flags, {VertexInSpace}, "is no vertex in space");
-        if (polyline == nullptr)
-            LookAtLayer(record);
-        else if (record.LayerName() != polyline->LayerName())
-            Fault(record.line, OnLayer(record) + " belongs to a line on layer " + polyline->LayerName());
+        if (polyline != nullptr) {
+            if (record.LayerName() != polyline->LayerName())
+                Fault(record.line, OnLayer(record) + " belongs to a line on layer " + polyline->LayerName());
+            return;
+        }
+        LookAtLayer(record);
+        LookAtColorOfLayer(record);
     }
 
     /// What a direction of another length than 1 stands for each reader answers its own way.
@@ -450,7 +472,7 @@ class FormCheck {
     std::map<std::string_view, Record> mLayers;
     std::map<std::string, std::string_view> mFolded;
     std::set<std::string> mLooked;
-    std::set<std::string_view> mHandles;
+    std::set<std::string_view> mHandles, mColored;
     TextForm mForm;
 };
 
