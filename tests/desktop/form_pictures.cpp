@@ -7,8 +7,10 @@
 #include <QPixmap>
 #include <QTemporaryDir>
 #include <filesystem>
+#include <iostream>
 
 #include "checkout_paths.h"
+#include "console/console_dialogs.h"
 #include "control_binding.h"
 #include "desktop_program.h"
 #include "export/frm_adjustments.h"
@@ -17,6 +19,7 @@
 #include "form_desk.h"
 #include "form_window.h"
 #include "grid/frm_main.h"
+#include "home/workplace.h"
 #include "query/frm_filter.h"
 #include "query/frm_new_sort.h"
 #include "settings/frm_choice.h"
@@ -57,10 +60,11 @@ void TakeEmpty(const QString& folder) {
     ASSERT_TRUE(window.grab().save(name + "-smallest.png"));
 }
 
-TEST(FormPictures, DISABLED_OfAllWindows) {
-    const QString folder = qEnvironmentVariable("BRENVIK_PICTURES");
-    ASSERT_TRUE(!folder.isEmpty() && QDir().mkpath(folder));
-    if (qEnvironmentVariableIsSet("BRENVIK_DARK")) QApplication::setPalette(DarkColours());
+/// Forms read settings when they are made, so there is a home.
+void TakeEmptyForms(const QString& folder) {
+    const QTemporaryDir home;
+    ConsoleDialogs dialogs(std::cerr);
+    const app::Workplace workplace(FromQt(home.filePath("home")), dialogs);
     TakeEmpty<frmMain>(folder);
     TakeEmpty<frmNewSort>(folder);
     TakeEmpty<frmFilter>(folder);
@@ -71,6 +75,13 @@ TEST(FormPictures, DISABLED_OfAllWindows) {
     TakeEmpty<frmMaterials>(folder);
     TakeEmpty<frmChoice>(folder);
     TakeEmpty<frmChoicetherm>(folder);
+}
+
+TEST(FormPictures, DISABLED_OfAllWindows) {
+    const QString folder = qEnvironmentVariable("BRENVIK_PICTURES");
+    ASSERT_TRUE(!folder.isEmpty() && QDir().mkpath(folder));
+    if (qEnvironmentVariableIsSet("BRENVIK_DARK")) QApplication::setPalette(DarkColours());
+    TakeEmptyForms(folder);
     for (const char* journal : {"sort_and_filter", "export", "materials", "settings", "cnc_run"}) {
         const QTemporaryDir job;
         const fs::path place = job.path().toStdString(), source = BRENVIK_SOURCE_DIR;
