@@ -106,6 +106,26 @@ class ProveOperations : public Prove {
     std::string file;
 };
 
+// It would go into whatever lies beside the part on the sheet.
+TEST_F(ProveOperations, AHoleJustBesideThePartIsTold) {
+    MakeSample("C2C");
+    file = FileWith("CIRCLE");
+    const std::string text = FileText();
+    for (const double share : {1.05, 1.4, 1.9}) {
+        SCOPED_TRACE(share);
+        const std::string edited = WithCopy(text, "CIRCLE", "", [&](const std::string& hole) {
+            const double radius = std::stod(ValueAt(hole, " 40", 0));
+            return WithValues(hole, " 20", [&](double) { return -share * radius; });
+        });
+        ASSERT_NE(edited, text);
+        Write(file, edited);
+        const Outcome outcome = ProveSample();
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_NE(outcome.errors.find(" passes the part by and cuts nothing"), std::string::npos)
+            << outcome.errors;
+    }
+}
+
 TEST_F(ProveOperations, ASecondOutlineWithinTheFirstIsTold) {
     for (const char* target : {"C2C", "THERM", "ROV", "WOP5", "BW", "ABC"}) {
         SCOPED_TRACE(target);

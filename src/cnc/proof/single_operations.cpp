@@ -6,6 +6,7 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <numbers>
 
 #include "cnc/part/told.h"
 #include "cnc/proof/twin_operations.h"
@@ -21,6 +22,31 @@ constexpr double SamePlace = 0.01;
 constexpr double SameBulge = 1e-3;
 /// In millimetres: how far outside of an outline wood is looked for.
 constexpr double OutsideOutline = 0.01;
+
+void Widen(PlanBox& box, const PlanPoint& point) {
+    box.minX = std::min(box.minX, point.x);
+    box.minY = std::min(box.minY, point.y);
+    box.maxX = std::max(box.maxX, point.x);
+    box.maxY = std::max(box.maxY, point.y);
+}
+
+/// As far as the sides go, round ones as well.
+PlanBox ReachOf(const std::vector<PlanSide>& sides) {
+    constexpr double far = std::numeric_limits<double>::max(), quarter = std::numbers::pi / 2;
+    PlanBox box{far, far, -far, -far};
+    for (const PlanSide& side : sides) {
+        Widen(box, side.from);
+        Widen(box, side.to);
+        if (side.bulge == 0) continue;
+        const PlanRound round = RoundOf(side);
+        const double from = std::atan2(side.from.y - round.center.y, side.from.x - round.center.x);
+        const auto [first, last] = std::minmax({from, from + round.sweep});
+        for (double turn = std::ceil(first / quarter); turn * quarter <= last; ++turn)
+            Widen(box, {round.center.x + round.radius * std::cos(turn * quarter),
+                        round.center.y + round.radius * std::sin(turn * quarter)});
+    }
+    return box;
+}
 
 class OperationCheck {
   public:
@@ -71,7 +97,7 @@ class OperationCheck {
             operation.bore ? BoreAt(operation, operation.bore->on.z) : operation.sides;
         const double slack = NoDepth * mPart.unit;
         const Box3& box = mPart.box;
-        return Overlap(BoxAround(sides), {box.min.x, box.min.y, box.max.x, box.max.y}, slack) &&
+        return Overlap(ReachOf(sides), {box.min.x, box.min.y, box.max.x, box.max.y}, slack) &&
                HighOf(operation) - LowOf(operation) > slack;
     }
 
