@@ -126,13 +126,10 @@ class Prover {
 
     /// What a bit leaves of a path that crosses itself, say, is known to nobody; all else can be compared.
     void TellUnknownRest(const WrittenOperation& operation) {
-        const PlanBox box = BoxAround(operation.sides);
         const double low = std::max(operation.low, mBox.min.z), high = std::min(operation.high, mBox.max.z);
         mProof.faults.push_back("what the bit of " + ReportedLength(operation.bit) + " leaves of " +
-                                NameWithSide(operation) + ", " + ReportedLength(high - low) + " deep, from " +
-                                ReportedPlace({box.minX, box.minY}) + " to " +
-                                ReportedPlace({box.maxX, box.maxY}) +
-                                ", could not be compared, since its way does not close");
+                                NameWithSide(operation) + ", " + ReportedLength(high - low) + " deep, " +
+                                PlaceOf(operation) + ", could not be compared, since its way does not close");
     }
 
     // Rounds in corners. Where the part has the corner, every bit leaves a round, so it is no difference, at

@@ -30,24 +30,6 @@ void Widen(PlanBox& box, const PlanPoint& point) {
     box.maxY = std::max(box.maxY, point.y);
 }
 
-/// As far as the sides go, round ones as well.
-PlanBox ReachOf(const std::vector<PlanSide>& sides) {
-    constexpr double far = std::numeric_limits<double>::max(), quarter = std::numbers::pi / 2;
-    PlanBox box{far, far, -far, -far};
-    for (const PlanSide& side : sides) {
-        Widen(box, side.from);
-        Widen(box, side.to);
-        if (side.bulge == 0) continue;
-        const PlanRound round = RoundOf(side);
-        const double from = std::atan2(side.from.y - round.center.y, side.from.x - round.center.x);
-        const auto [first, last] = std::minmax({from, from + round.sweep});
-        for (double turn = std::ceil(first / quarter); turn * quarter <= last; ++turn)
-            Widen(box, {round.center.x + round.radius * std::cos(turn * quarter),
-                        round.center.y + round.radius * std::sin(turn * quarter)});
-    }
-    return box;
-}
-
 class OperationCheck {
   public:
     explicit OperationCheck(const OperationsOfPart& part) : mPart(part) {
@@ -97,7 +79,7 @@ class OperationCheck {
             operation.bore ? BoreAt(operation, operation.bore->on.z) : operation.sides;
         const double slack = NoDepth * mPart.unit;
         const Box3& box = mPart.box;
-        return Overlap(ReachOf(sides), {box.min.x, box.min.y, box.max.x, box.max.y}, slack) &&
+        return Overlap(BoxAround(sides), {box.min.x, box.min.y, box.max.x, box.max.y}, slack) &&
                HighOf(operation) - LowOf(operation) > slack;
     }
 
@@ -193,11 +175,6 @@ class OperationCheck {
         return std::hypot(a.x - b.x, a.y - b.y) < SamePlace * mPart.unit;
     }
 
-    static std::string PlaceOf(const WrittenOperation& operation) {
-        const PlanBox box = BoxAround(operation.sides);
-        return "from " + ReportedPlace({box.minX, box.minY}) + " to " + ReportedPlace({box.maxX, box.maxY});
-    }
-
     const OperationsOfPart& mPart;
     std::vector<PlanBox> mBoxes;
     std::vector<std::string> mFaults;
@@ -220,17 +197,18 @@ std::vector<PlanSide> BoreAt(const WrittenOperation& operation, double height) {
 }
 
 PlanBox BoxAround(const std::vector<PlanSide>& sides) {
-    constexpr double far = std::numeric_limits<double>::max();
+    constexpr double far = std::numeric_limits<double>::max(), quarter = std::numbers::pi / 2;
     PlanBox box{far, far, -far, -far};
     for (const PlanSide& side : sides) {
-        const double beyond =
-            std::abs(side.bulge) * std::hypot(side.to.x - side.from.x, side.to.y - side.from.y);
-        for (const PlanPoint& end : {side.from, side.to}) {
-            box.minX = std::min(box.minX, end.x - beyond);
-            box.minY = std::min(box.minY, end.y - beyond);
-            box.maxX = std::max(box.maxX, end.x + beyond);
-            box.maxY = std::max(box.maxY, end.y + beyond);
-        }
+        Widen(box, side.from);
+        Widen(box, side.to);
+        if (side.bulge == 0) continue;
+        const PlanRound round = RoundOf(side);
+        const double from = std::atan2(side.from.y - round.center.y, side.from.x - round.center.x);
+        const auto [first, last] = std::minmax({from, from + round.sweep});
+        for (double turn = std::ceil(first / quarter); turn * quarter <= last; ++turn)
+            Widen(box, {round.center.x + round.radius * std::cos(turn * quarter),
+                        round.center.y + round.radius * std::sin(turn * quarter)});
     }
     return box;
 }
@@ -242,6 +220,11 @@ bool Overlap(const PlanBox& a, const PlanBox& b, double slack) {
 
 std::string NameWithSide(const WrittenOperation& operation) {
     return operation.layer + (operation.secondSide ? " of the second side" : "");
+}
+
+std::string PlaceOf(const WrittenOperation& operation) {
+    const PlanBox box = BoxAround(operation.sides);
+    return "from " + ReportedPlace({box.minX, box.minY}) + " to " + ReportedPlace({box.maxX, box.maxY});
 }
 
 std::string ReportedPlace(const PlanPoint& point) {

@@ -15,7 +15,7 @@ namespace brenvik {
 /// What a lying cylinder shows at a height.
 std::vector<PlanSide> BoreAt(const WrittenOperation& operation, double height);
 
-/// Around all sides, and no closer than a round one reaches.
+/// As far as the sides go, round ones as well.
 PlanBox BoxAround(const std::vector<PlanSide>& sides);
 bool Overlap(const PlanBox& a, const PlanBox& b, double slack);
 
@@ -23,6 +23,8 @@ bool Overlap(const PlanBox& a, const PlanBox& b, double slack);
 std::string NameWithSide(const WrittenOperation& operation);
 /// "600,400", as places are reported.
 std::string ReportedPlace(const PlanPoint& point);
+/// "from 600,400 to 650,420".
+std::string PlaceOf(const WrittenOperation& operation);
 
 /// A part's operations, and what is known of it where they are held against each other.
 struct OperationsOfPart {
