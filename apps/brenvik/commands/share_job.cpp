@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <map>
 
+#include "base/first_of.h"
 #include "base/letter_case.h"
 #include "base/packed_text.h"
 #include "base/sha256.h"
@@ -14,6 +15,7 @@
 #include "file_roots/places.h"
 #include "settings/settings_keys.h"
 #include "settings_store/settings_text.h"
+#include "settings_store/text_settings.h"
 
 namespace brenvik::app {
 
@@ -30,7 +32,7 @@ bool Matters(std::string_view setting) {
 /// The settings as a run reads them: those of the system's own section, of a name that stands twice the
 /// first.
 void AddSettings(ShareJob& job, const std::string& settings) {
-    const std::string section = "HKEY_LOCAL_MACHINE\\" + std::string(SettingsKeyPath);
+    const std::string section = SectionPath(SettingsRoot::LocalMachine, SettingsKeyPath);
     std::map<std::string, std::string, LessIgnoreCase> read;
     for (auto& [name, value] : SettingsText::Parse(settings, "settings.txt").ValuesUnder(section))
         if (Matters(name)) read.emplace(name, std::move(value));
@@ -159,9 +161,7 @@ std::optional<std::string> DifferenceOf(const ShareJob& expected, const ShareJob
             expected.facts.end())
             differences.push_back(Differing(name, "", value));
     if (differences.empty()) return std::nullopt;
-    const std::size_t more = differences.size() > most ? differences.size() - most : 0;
-    differences.resize(differences.size() - more);
-    return Join(differences, "; ") + (more == 0 ? "" : "; and " + std::to_string(more) + " more");
+    return FirstOf(std::move(differences), most, "; ", "; and ");
 }
 
 std::string FingerprintOf(const ShareJob& job) {

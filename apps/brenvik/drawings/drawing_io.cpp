@@ -11,6 +11,7 @@
 #include <span>
 
 #include "base/failure.h"
+#include "base/first_of.h"
 #include "drafting_host/document/drawing_history.h"
 #include "drafting_host/document/files/block_solids.h"
 #include "drafting_host/document/files/drawing_files.h"
@@ -271,17 +272,15 @@ void RemarkOnDoubles(const HostDocument& document, const DrawingOptions& options
     const std::vector<DoubledPlace> doubled = DoubledPlaces(sizes);
     if (doubled.empty()) return;
     constexpr std::size_t most = 5;  // more names say no more than their number
-    std::string names;
-    for (std::size_t i = 0; i < std::min(most, doubled.size()); ++i)
-        names += (i == 0 ? "" : ", ") + NameWithHandle(*solids[doubled[i].solid]) + " in " +
-                 NameWithHandle(*solids[doubled[i].first]);
-    if (doubled.size() > most) names += " and " + std::to_string(doubled.size() - most) + " more";
+    std::vector<std::string> names;
+    for (const auto& [solid, first] : doubled)
+        names.push_back(NameWithHandle(*solids[solid]) + " in " + NameWithHandle(*solids[first]));
     teller.Remark(
         options.drawing + ": " +
         (doubled.size() == 1
              ? std::string("a part stands in another one of the same size and counts")
              : std::to_string(doubled.size()) + " parts stand in others of the same size and count") +
-        " like any other: " + names);
+        " like any other: " + FirstOf(std::move(names), most));
 }
 
 std::size_t SelectForCommand(HostDocument& document, const DrawingOptions& options,

@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "base/first_of.h"
 #include "base/letter_case.h"
 #include "base/skip.h"
 #include "base/text.h"
@@ -28,13 +29,8 @@ bool AreSame(FilesPort& files, std::string_view folder, std::string_view other) 
     return files.FolderHolds(folder, std::string(other) + "file");
 }
 
-/// The names for a message; a folder can hold thousands.
-std::string SomeOf(std::vector<std::string> names) {
-    constexpr std::size_t most = 10;
-    const std::size_t more = names.size() > most ? names.size() - most : 0;
-    names.resize(names.size() - more);
-    return Join(names, ", ") + (more == 0 ? "" : " and " + std::to_string(more) + " more");
-}
+/// A folder can hold thousands.
+constexpr std::size_t MostNames = 10;
 
 }  // namespace
 
@@ -97,7 +93,7 @@ void NoteForeignFiles(std::string_view folder, bool (*isOwn)(const std::string& 
     const std::string count = foreign.size() == 1 ? "1 file" : std::to_string(foreign.size()) + " files";
     NotePartTrouble({"", "",
                      count + " of others went as " + files.PlaceOf(folder) +
-                         " was emptied: " + SomeOf(std::move(foreign)),
+                         " was emptied: " + FirstOf(std::move(foreign), MostNames),
                      true, true});
 }
 

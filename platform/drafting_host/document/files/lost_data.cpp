@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "base/first_of.h"
 #include "base/handle_text.h"
 #include "base/letter_case.h"
 #include "base/number_text.h"
@@ -29,12 +30,10 @@ std::string CountOf(std::size_t count, std::string_view one, std::string_view se
 
 /// "a", "b", "c" and 11 more.
 std::string FirstNames(const std::vector<const HostSolid*>& solids) {
-    constexpr std::size_t shown = 3;
-    std::string names;
-    for (std::size_t i = 0; i < std::min(shown, solids.size()); ++i)
-        names += (i == 0 ? "" : ", ") + ShownName(*solids[i]);
-    if (solids.size() > shown) names += " and " + std::to_string(solids.size() - shown) + " more";
-    return names;
+    constexpr std::size_t most = 3;
+    std::vector<std::string> names;
+    for (const HostSolid* solid : solids) names.push_back(ShownName(*solid));
+    return FirstOf(std::move(names), most);
 }
 
 /// Files of ACIS text have no names: readers name their bodies after the file.
