@@ -12,6 +12,7 @@
 #include "base/wildcard.h"
 #include "cnc/output/output_claim.h"
 #include "cnc/output/work_lists.h"
+#include "cnc/part/part_file_name.h"
 #include "cnc/run/part_result.h"
 #include "file_roots/file_content.h"
 #include "file_roots/places.h"
@@ -29,7 +30,7 @@ constexpr std::string_view MarkHead = "Brenvik: shares of a CNC run are being pu
 
 /// The names of one part: known where it was done, and beginning with its number where the join does it.
 void AddNamesOf(const SharedPart& part, std::vector<std::string>& names) {
-    const std::string drawing = "Part_" + std::to_string(part.part);
+    const std::string drawing = PartFileHeadOf(part.part);
     names.push_back(drawing + ".dwg");
     names.push_back("2-sided/B" + drawing + ".dwg");
     if (part.end.kind != WorkerEnd::Kind::Done) {
@@ -44,7 +45,8 @@ void AddNamesOf(const SharedPart& part, std::vector<std::string>& names) {
 }
 
 std::vector<std::string> NamesOf(const std::vector<ShareInFolder>& shares) {
-    std::vector<std::string> names{"wblock.dwg", "wblock2.dwg", std::string(JoinMark)};
+    std::vector<std::string> names{std::string(WorkDrawingName), std::string(WorkDrawing2Name),
+                                   std::string(JoinMark)};
     if (const TargetDriver* target = FindTarget(shares.front().share.job.Fact("target")))
         for (const char* side : {"", "2-sided/"}) {
             const std::string list = side + std::string(WorkListName(target->target));

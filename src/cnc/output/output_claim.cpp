@@ -13,6 +13,7 @@
 #include "base/wildcard.h"
 #include "cnc/output/output_care.h"
 #include "cnc/output/work_lists.h"
+#include "cnc/part/part_file_name.h"
 #include "parts/part_trouble.h"
 #include "session/message.h"
 #include "session/ports/host_interface.h"
@@ -74,8 +75,9 @@ std::optional<OutputClaims> ClaimOutputToEmpty(std::span<const std::string_view>
 }
 
 bool IsFileOfARun(const std::string& name) {
-    constexpr auto patterns = std::to_array<std::string_view>(
-        {"Part_*.dxf", "BPart_*.dxf", "Part_*.dwg", "BPart_*.dwg", "wblock.dwg", "wblock2.dwg"});
+    constexpr auto patterns =
+        std::to_array<std::string_view>({FirstSideDxfFiles, SecondSideDxfFiles, FirstSideDrawings,
+                                         SecondSideDrawings, WorkDrawingName, WorkDrawing2Name});
     const auto matches = [&](std::string_view pattern) {
         return MatchesWildcards(name, pattern, FileWildcards);
     };

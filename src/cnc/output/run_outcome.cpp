@@ -8,6 +8,7 @@
 
 #include "base/letter_case.h"
 #include "base/skip.h"
+#include "cnc/part/part_file_name.h"
 #include "cnc/part/run_state.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
@@ -84,8 +85,9 @@ void RunOutcomes::OnEnd(const RunReport& report) {
     mLast.unknownMaterials = report.unknownMaterials;
     std::map<int, OutcomePart> parts;
     for (auto& [number, label] : std::exchange(mLabels, {})) parts[number].label = std::move(label);
-    for (auto& [number, path] : FilesByNumber(OutputFolder, "Part_*.dxf")) parts[number].firstSide = path;
-    for (auto& [number, path] : FilesByNumber(SecondSideFolder, "BPart_*.dxf"))
+    for (auto& [number, path] : FilesByNumber(OutputFolder, FirstSideDxfFiles))
+        parts[number].firstSide = path;
+    for (auto& [number, path] : FilesByNumber(SecondSideFolder, SecondSideDxfFiles))
         parts[number].secondSide = path;
     for (auto& [number, part] : parts) {
         if (part.label.empty())

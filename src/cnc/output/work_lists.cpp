@@ -17,6 +17,7 @@
 #include "cnc/part/lengths.h"
 #include "cnc/part/part_file_name.h"
 #include "cnc/part/run_state.h"
+#include "cnc/part/target_traits.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
 #include "settings/settings_store.h"
@@ -26,35 +27,6 @@ namespace brenvik {
 namespace {
 
 using Fields = std::vector<std::string>;
-
-/// The list that a target writes, and the files that it clears at the start of a run.
-struct ListFiles {
-    std::string_view written;
-    std::vector<std::string_view> cleared;
-};
-
-ListFiles ListFilesOf(Target target) {
-    switch (target) {
-        case Target::C2C:
-        case Target::ATP:
-        case Target::ROV:
-        case Target::CNI:
-        case Target::ASP:
-        case Target::WOP4:
-        case Target::WOP5:
-            return {"WORKLIST.TXT", {"WORKLIST.TXT"}};
-        case Target::BW:
-            return {"WorkList.txt", {"WORKLIST.TXT", "WorkList.txt"}};
-        case Target::THERM:
-            return {"Sheet1.csv", {"WORKLIST.TXT", "Sheet1.csv", "CNCList.txt"}};
-        case Target::Enroute:
-        case Target::RCIM:
-            return {"CNCList.txt", {"WORKLIST.TXT", "CNCList.txt"}};
-        case Target::ABC:
-            return {"CNCList.csv", {"WORKLIST.TXT", "CNCList.csv"}};
-    }
-    return {};
-}
 
 /// The list during the run.
 std::string UnfinishedPath(std::string_view folder, std::string_view name) {
@@ -233,11 +205,11 @@ std::string HeaderOfBW(std::string_view lineEnd) {
 
 }  // namespace
 
-std::string_view WorkListName(Target target) { return ListFilesOf(target).written; }
+std::string_view WorkListName(Target target) { return TraitsOf(target).list; }
 
 bool IsWorkList(std::string_view fileName) {
     return std::ranges::any_of(AllTargets, [fileName](Target target) {
-        return std::ranges::any_of(ListFilesOf(target).cleared, [fileName](std::string_view list) {
+        return std::ranges::any_of(TraitsOf(target).clearedLists, [fileName](std::string_view list) {
             return EqualsIgnoreCase(fileName, list) ||
                    EqualsIgnoreCase(fileName, std::string(list) + std::string(UnfinishedListEnding));
         });
@@ -263,7 +235,7 @@ void WriteListLine(RunState& run, const ListLine& line) {
     FilesPort& files = *ThePlatform().files;
     const std::string_view lineEnd = files.LineEnd();
     const std::string path =
-        UnfinishedPath(line.secondSide ? SecondSideFolder : OutputFolder, ListFilesOf(run.target).written);
+        UnfinishedPath(line.secondSide ? SecondSideFolder : OutputFolder, TraitsOf(run.target).list);
     std::string content = files.FileExists(path) ? files.ReadFile(path) : std::string();
     if (run.target == Target::BW) {
         bool& written = run.ListHeaderWritten[line.secondSide ? 1 : 0];
@@ -278,7 +250,7 @@ void AddListLine(RunState& run) { WriteListLine(run, TakeListLine(run)); }
 void ClearWorkLists(Target target) {
     FilesPort& files = *ThePlatform().files;
     for (const std::string_view folder : {OutputFolder, SecondSideFolder})
-        for (const std::string_view name : ListFilesOf(target).cleared) {
+        for (const std::string_view name : TraitsOf(target).clearedLists) {
             for (const std::string& path :
                  {std::string(folder) + std::string(name), UnfinishedPath(folder, name)})
                 if (files.FileExists(path)) Skip([&] { files.RemoveFile(path); });
@@ -287,7 +259,7 @@ void ClearWorkLists(Target target) {
 
 void FinishWorkLists(Target target) {
     FilesPort& files = *ThePlatform().files;
-    const std::string_view name = ListFilesOf(target).written;
+    const std::string_view name = TraitsOf(target).list;
     // The first side's list comes last: where it stands, the other one does too.
     for (const std::string_view folder : {SecondSideFolder, OutputFolder})
         if (const std::string path = UnfinishedPath(folder, name); files.FileExists(path))

@@ -1,7 +1,6 @@
 // The name of a part's file: number, part name and part number.
 #include "cnc/part/part_file_name.h"
 
-#include <string_view>
 #include <vector>
 
 #include "base/file_name.h"
@@ -12,9 +11,6 @@ namespace brenvik {
 
 namespace {
 
-/// What the files of second sides begin with.
-constexpr std::string_view SecondSideMark = "B";
-
 /// A text of the part for its file's name. Work lists name the file and are parted by commas.
 std::string TextForName(std::string_view text) { return ReplaceAll(FileNameText(text), ",", " "); }
 
@@ -22,12 +18,14 @@ std::string NameOfPart(const RunState& run) {
     std::vector<std::string> texts{TextForName(run.part.texts.PartName), TextForName(run.part.texts.PN)};
     // THERM's list names the sub assembly too, and a list has to name the file that is there.
     if (run.target == Target::THERM) texts.push_back(TextForName(run.part.texts.SubAssembly));
-    const std::string head = "Part_" + std::to_string(run.part.index), ending = ".dxf";
+    const std::string head = PartFileHeadOf(run.part.index), ending = ".dxf";
     MakeFit(texts, LongestFileName - SecondSideMark.size() - head.size() - texts.size() - ending.size());
     return head + "_" + Join(texts, "_") + ending;
 }
 
 }  // namespace
+
+std::string PartFileHeadOf(int index) { return std::string(PartFileHead) + std::to_string(index); }
 
 std::string WrittenFileName(const RunState& run) {
     return std::string(run.FirstPass() ? "" : SecondSideMark) + NameOfPart(run);

@@ -6,6 +6,7 @@
 
 #include "base/failure.h"
 #include "base/letter_case.h"
+#include "cnc/part/target_traits.h"
 #include "cnc/part/told.h"
 #include "parts/mautocad.h"
 #include "session/message.h"
@@ -24,26 +25,6 @@ void RefuseUnusable(RunState& run, const CheckedMaterial& material) {
                           MaterialFaultText(fault));
         NoteOnce(run.report.doubtfulMaterials, MaterialFaultText(fault));
     }
-}
-
-bool HasSpeedsInNames(Target target) {
-    switch (target) {
-        case Target::C2C:
-        case Target::ATP:
-        case Target::Enroute:
-        case Target::ABC:
-        case Target::RCIM:
-        case Target::BW:
-            return true;
-        case Target::ROV:
-        case Target::CNI:
-        case Target::ASP:
-        case Target::WOP4:
-        case Target::WOP5:
-        case Target::THERM:
-            return false;
-    }
-    return false;
 }
 
 }  // namespace
@@ -71,7 +52,7 @@ bool TakeMaterial(RunState& run) {
     RefuseUnusable(run, *found);
     for (const MaterialFault& fault : found->guessed)
         NoteOnce(run.report.doubtfulMaterials, MaterialFaultText(fault));
-    if (HasSpeedsInNames(run.target))
+    if (TraitsOf(run.target).speedsInNames)
         for (const MaterialFault& fault : PointsInSpeeds(found->texts, found->head))
             NoteOnce(run.report.doubtfulMaterials, MaterialFaultText(fault));
     return true;

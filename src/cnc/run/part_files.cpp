@@ -5,6 +5,7 @@
 
 #include "base/skip.h"
 #include "cnc/drawing/drawing_walk.h"
+#include "cnc/part/part_file_name.h"
 #include "parts/letters_in_use.h"
 #include "parts/mautocad.h"
 #include "parts/part_data_faults.h"
@@ -28,7 +29,7 @@ void RequireFolders() {
 /// first part is written, so that no part of this run goes with them.
 void RemoveOldPartFiles() {
     FilesPort& files = *ThePlatform().files;
-    if (files.ListFiles(OutputFolder, "Part_*.dwg").empty()) return;
+    if (files.ListFiles(OutputFolder, FirstSideDrawings).empty()) return;
     for (const std::string_view pattern : {"*.dwg", "*.dxf"})
         for (const std::string& name : files.ListFiles(OutputFolder, pattern))
             RemoveIfThere(std::string(OutputFolder) + name);
@@ -106,7 +107,7 @@ std::optional<std::vector<PartFile>> WritePartFiles(RunState& run, AcadSelection
         one.Clear();
         one.AddItems(std::span(&entity, 1));
         const PartFile& part =
-            parts.Add({"Part_" + std::to_string(parts.Count()) + ".dwg", LabelOf(*entity)});
+            parts.Add({PartFileHeadOf(static_cast<int>(parts.Count())) + ".dwg", LabelOf(*entity)});
         TellQuantityFault(*entity, part.label, run.report);
         TellLettersInUse(*entity, part.label, run.report);
         drawing.Wblock(part.FirstSidePath(), one);

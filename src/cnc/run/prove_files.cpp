@@ -35,11 +35,11 @@ namespace brenvik {
 
 namespace {
 
-constexpr std::string_view FirstSides = "Part_*.dxf", SecondSides = "BPart_*.dxf", PartFiles = "*.dxf";
+constexpr std::string_view PartFiles = "*.dxf";
 
 /// "Part_12_Side_7.dxf" in two: up to the number, and what follows from the part's data.
 std::pair<std::string, std::string> NumberAndRest(const std::string& name) {
-    const std::size_t end = name.find('_', std::string_view("Part_").size());
+    const std::size_t end = name.find('_', PartFileHead.size());
     if (end == std::string::npos) return {name, ""};
     return {name.substr(0, end), name.substr(end)};
 }
@@ -69,8 +69,8 @@ class FolderProof {
         mRun.form = mFiles.form;
         mRun.sessionDrawing = app.ActiveDocument();
         FilesPort& port = *ThePlatform().files;
-        mFirst = port.ListFiles(mFiles.folder, FirstSides);
-        if (port.FolderExists(mSecondFolder)) mSecond = port.ListFiles(mSecondFolder, SecondSides);
+        mFirst = port.ListFiles(mFiles.folder, FirstSideDxfFiles);
+        if (port.FolderExists(mSecondFolder)) mSecond = port.ListFiles(mSecondFolder, SecondSideDxfFiles);
         if (!mFiles.target && !mFirst.empty()) mFiles.target = TargetOfFolder();
     }
 

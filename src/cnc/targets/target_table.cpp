@@ -1,36 +1,16 @@
-// The table of targets, and the names of paths and sheets in the language of each.
+// The names of paths and sheets in the language of each target.
 #include "cnc/targets/target_table.h"
 
-#include <array>
 #include <cmath>
 
-#include "base/invariant.h"
 #include "base/letter_case.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
-#include "cnc/drawing/work_layers.h"
 #include "cnc/part/run_state.h"
 
 namespace brenvik {
 
 namespace {
-
-using enum ChoiceDialog;
-
-constexpr auto Traits = std::to_array<TargetTraits>({
-    {Target::C2C, "C2C", true, layers::HorzcircleHold, WithStandingAnswer},
-    {Target::ATP, "ATP", true, layers::HorzcircleHold, Plain},
-    {Target::ROV, "ROV", false, layers::MyHorzcircleHold, Plain},
-    {Target::CNI, "CNI", false, layers::MyHorzcircleHold, Plain},
-    {Target::ASP, "ASP", false, layers::MyHorzcircleHold, Plain},
-    {Target::WOP4, "WOP4", false, layers::MyHorzcircleHold, Plain},
-    {Target::WOP5, "WOP5", false, layers::MyHorzcircleHold, Plain},
-    {Target::THERM, "THERM", true, layers::HorzcircleHold, WithStandingAnswer},
-    {Target::BW, "BW", false, layers::MyHorzcircleHold, Plain},
-    {Target::Enroute, "Enroute", true, layers::HorzcircleHold, Plain},
-    {Target::ABC, "ABC", true, layers::HorzcircleHold, WithStandingAnswer},
-    {Target::RCIM, "RCIM", true, layers::HorzcircleHold, Plain},
-});
 
 constexpr int InsideDigits = 5, ThroughDigits = 6;
 /// BW's sheets are in ten-thousandths whatever the run's units are.
@@ -123,13 +103,6 @@ std::optional<int> ScaleDigits(const RunState& run, int metric, int imperial) {
 }
 
 }  // namespace
-
-const TargetTraits& TraitsOf(Target target) {
-    for (const TargetTraits& traits : Traits)
-        if (traits.target == target) return traits;
-    Invariant(false, "every target has its row");
-    return Traits.front();
-}
 
 std::string RouteLayerName(const RunState& run, RouteRole role, PathKind kind, double depth) {
     switch (run.target) {

@@ -1,31 +1,15 @@
-// What each target calls things, and the few behaviours in which the targets differ: one table for all.
+// What each target calls paths and sheets.
 #pragma once
 
-#include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 
-#include "cnc/part/target.h"
+#include "cnc/part/target_traits.h"
 #include "settings/bit_choice.h"
 
 namespace brenvik {
 
 struct RunState;
-
-struct TargetTraits {
-    Target target;
-    std::string_view name;  ///< As users type it, in their case: "C2C", "Enroute".
-    /// The first family keeps an edge bore as a circle with its normal; the second draws it as a flat
-    /// rectangle on a side layer, since its receivers have no edge face.
-    bool firstFamily;
-    std::string_view horizontalWorkLayer;
-    /// The dialog that asks for a bit when none fits a route that stops inside the part.
-    ChoiceDialog choiceDialog;
-};
-
-/// The row of a target.
-const TargetTraits& TraitsOf(Target target);
 
 /// What a path is on the part.
 enum class RouteRole {
