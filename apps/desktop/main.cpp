@@ -7,9 +7,9 @@
 #include <iostream>
 
 #include "base/failure.h"
-#include "control_binding.h"
 #include "desktop_program.h"
 #include "shell/exit_status.h"
+#include "toolkit/qt_text.h"
 
 namespace brenvik::desktop {
 

@@ -49,10 +49,6 @@ Failure FileNotFound(std::string path) {
     return Own(failure_number::FileNotFound, "File not found", std::move(path));
 }
 
-Failure FileAlreadyExists(std::string path) {
-    return Own(failure_number::FileAlreadyExists, "File already exists", std::move(path));
-}
-
 Failure DiskFull(std::string path) { return Own(failure_number::DiskFull, "Disk full", std::move(path)); }
 
 Failure InputPastEnd(std::string path) {
@@ -77,18 +73,6 @@ Failure ObjectNotSet(std::string detail) {
 
 Failure InvalidNull(std::string detail) {
     return Own(failure_number::InvalidNull, "Invalid use of Null", std::move(detail));
-}
-
-Failure ObjectRequired(std::string detail) {
-    return Own(failure_number::ObjectRequired, "Object required", std::move(detail));
-}
-
-Failure CannotCreateObject(std::string detail) {
-    return Own(failure_number::CannotCreateObject, "Can't create object", std::move(detail));
-}
-
-Failure MethodNotAvailable(std::string detail) {
-    return Own(failure_number::MethodNotAvailable, "Method not available", std::move(detail));
 }
 
 }  // namespace brenvik

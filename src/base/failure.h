@@ -19,7 +19,6 @@ inline constexpr long DivisionByZero = 11;
 inline constexpr long TypeMismatch = 13;
 inline constexpr long BadFileName = 52;
 inline constexpr long FileNotFound = 53;
-inline constexpr long FileAlreadyExists = 58;
 inline constexpr long DiskFull = 61;
 inline constexpr long InputPastEnd = 62;
 inline constexpr long PermissionDenied = 70;
@@ -27,9 +26,7 @@ inline constexpr long PathAccess = 75;
 inline constexpr long PathNotFound = 76;
 inline constexpr long ObjectNotSet = 91;
 inline constexpr long InvalidNull = 94;
-inline constexpr long ObjectRequired = 424;
 inline constexpr long CannotCreateObject = 429;
-inline constexpr long MethodNotAvailable = 438;
 }  // namespace failure_number
 
 /// A failure of the user's world, thrown by value.
@@ -64,7 +61,6 @@ Failure DivisionByZero(std::string detail = {});       ///< 11, "Division by zer
 Failure TypeMismatch(std::string detail = {});         ///< 13, "Type mismatch"
 Failure BadFileName(std::string detail = {});          ///< 52, "Bad file name or number"
 Failure FileNotFound(std::string path = {});           ///< 53, "File not found"
-Failure FileAlreadyExists(std::string path = {});      ///< 58, "File already exists"
 Failure DiskFull(std::string path = {});               ///< 61, "Disk full"
 Failure InputPastEnd(std::string path = {});           ///< 62, "Input past end of file"
 Failure PermissionDenied(std::string path = {});       ///< 70, "Permission denied"
@@ -72,8 +68,5 @@ Failure PathAccess(std::string path = {});             ///< 75, "Path/File acces
 Failure PathNotFound(std::string path = {});           ///< 76, "Path not found"
 Failure ObjectNotSet(std::string detail = {});         ///< 91, "Object variable not set"
 Failure InvalidNull(std::string detail = {});          ///< 94, "Invalid use of Null"
-Failure ObjectRequired(std::string detail = {});       ///< 424, "Object required"
-Failure CannotCreateObject(std::string detail = {});   ///< 429, "Can't create object"
-Failure MethodNotAvailable(std::string detail = {});   ///< 438, "Method not available"
 
 }  // namespace brenvik

@@ -123,7 +123,7 @@ std::string CircleTooSmallForPocket(std::string_view key, double diameter) {
 
 /// Gives the part up; the user has had the message.
 bool GiveUp(BitChoice& choice) {
-    choice.RouteSkip = 1;
+    choice.RouteSkip = true;
     return false;
 }
 
@@ -235,7 +235,7 @@ bool ChooseThroughContourBit(BitChoice& choice, const MaterialRecord& material, 
     if (bit.anyFits) return true;
     ShowMessage(TooBig(key, shortestSide));
     AskForBit(choice, material, ChoiceDialog::Plain);
-    return choice.RouteSkip != 1;
+    return !choice.RouteSkip;
 }
 
 bool ChooseInsideRouteBit(BitChoice& choice, const MaterialRecord& material, std::string_view key,
@@ -252,7 +252,7 @@ bool ChooseInsideRouteBit(BitChoice& choice, const MaterialRecord& material, std
     } else {
         ShowMessage(NoneSmallEnough(key, RoundHalfEven(shortestSide, Decimals)));
         AskForBit(choice, material, dialog);
-        if (choice.RouteSkip == 1) return false;
+        if (choice.RouteSkip) return false;
         if (choice.kind != PathKind::None) return true;
     }
     ShowMessage(SomeProblem());

@@ -34,8 +34,8 @@ struct BitChoice {
     PathKind kind = PathKind::None;
     /// The material's diameters, copied before the dialog opens.
     std::array<double, MaterialToolCount> SavedToolDiameters{};
-    /// 1 when the part is to be given up. Raised before the dialog opens; accepting lowers it.
-    int RouteSkip = 0;
+    /// Whether the part is to be given up. Raised before the dialog opens; accepting lowers it.
+    bool RouteSkip = false;
 };
 
 /// Sets the five values of the selected tool.

@@ -78,21 +78,21 @@ void frmChoice::OfferAccepting() { mCmdAccept->enabled = ChosenOption() != 0; }
 void frmChoice::Accept() {
     const int option = ChosenOption();
     if (mChoice != nullptr && TakeOption(*mChoice, *mMaterial, option)) {
-        mChoice->RouteSkip = 0;
+        mChoice->RouteSkip = false;
         OnAccepted(option);
     }
     Unload();
 }
 
 void frmChoice::Exit() {
-    if (mChoice != nullptr) mChoice->RouteSkip = 1;
+    if (mChoice != nullptr) mChoice->RouteSkip = true;
     Unload();
 }
 
 void AskForBit(BitChoice& choice, const MaterialRecord& material, ChoiceDialog dialog) {
     for (std::size_t tool = 0; tool < MaterialToolCount; ++tool)
         choice.SavedToolDiameters[tool] = material.tools[tool].diameter;
-    choice.RouteSkip = 1;
+    choice.RouteSkip = true;
     switch (dialog) {
         case ChoiceDialog::Plain:
             return StateOf<frmChoice>().Ask(choice, material);

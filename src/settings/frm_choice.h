@@ -37,8 +37,8 @@ class frmChoice : public Form {
     const MaterialRecord* mMaterial = nullptr;
 };
 
-/// Copies the material's diameters, raises `RouteSkip` and asks. It is 0 afterwards if the user accepted a
-/// bit, which is the selected tool then.
+/// Copies the material's diameters, raises `RouteSkip` and asks. It is false afterwards if the user accepted
+/// a bit, which is the selected tool then.
 void AskForBit(BitChoice& choice, const MaterialRecord& material, ChoiceDialog dialog);
 
 }  // namespace brenvik

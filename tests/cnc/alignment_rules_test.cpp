@@ -142,8 +142,8 @@ TEST_F(AlignmentRules, OnTheSecondSideTheFacesSwapAndThePartIsTurnedOver) {
     app::Workpiece board = Board(600, 300, 18);
     board.Cut({100, 50, 10}, {200, 150, 18});
     run = RunOn(OpenAsPart(board.Solid()));
-    run.part.NeedSecondSide = 1;
-    run.part.SecondSidePass = 1;
+    run.part.NeedSecondSide = true;
+    run.part.SecondSidePass = true;
     ASSERT_EQ(AlignPart(run), PassOutcome::GoOn);
     EXPECT_NEAR(RegionOn(layers::NextBiggestRegion).Area(), 600 * 300, 1e-6);
     EXPECT_NEAR(RegionOn(layers::RegionCopy).Area(), 600 * 300 - 100 * 100, 1e-6);

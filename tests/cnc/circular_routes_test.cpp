@@ -21,8 +21,8 @@ TEST_P(CircularRouteTable, GivesTheStatedPaths) {
     EXPECT_EQ(SortBore(run, wanted.bore), PassOutcome::GoOn);
     EXPECT_EQ(Sorted(Through()), Sorted(wanted.through));
     EXPECT_EQ(Sorted(Pockets()), Sorted(wanted.pockets));
-    EXPECT_EQ(run.part.NeedSecondSide, wanted.otherSide ? 1 : 0);
-    EXPECT_EQ(run.part.ThroughRouteSeen, wanted.otherSide ? 1 : 0);
+    EXPECT_EQ(run.part.NeedSecondSide, wanted.otherSide);
+    EXPECT_EQ(run.part.ThroughRouteSeen, wanted.otherSide);
     EXPECT_TRUE(run.part.unexplained.empty());
     EXPECT_TRUE(Messages().empty());
 }
@@ -73,10 +73,10 @@ TEST_F(RoundBoreTest, ACircleAloneOnTheUndersideSkipsThePart) {
 
 TEST_F(RoundBoreTest, OnASecondPassOnlyTheSecondSideIsRaised) {
     RunState run = RunOn(document);
-    run.part.SecondSidePass = 1;
+    run.part.SecondSidePass = true;
     SortBore(run, {60, 0});
-    EXPECT_EQ(run.part.NeedSecondSide, 1);
-    EXPECT_EQ(run.part.ThroughRouteSeen, 0);
+    EXPECT_TRUE(run.part.NeedSecondSide);
+    EXPECT_FALSE(run.part.ThroughRouteSeen);
 }
 
 TEST_F(RoundBoreTest, ASlotOfAnEarlierBoreLeavesOtherBoresAlone) {
@@ -107,7 +107,7 @@ TEST_F(RoundBoreTest, ARoundIslandIsNeitherMilledAwayNorPassedOver) {
     }
     EXPECT_EQ(Sort(run), PassOutcome::GoOn);
     EXPECT_TRUE(Pockets().empty());
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
     EXPECT_EQ(run.part.unexplained.size(), 1U);
 }
 
@@ -130,7 +130,7 @@ TEST_F(RoundBoreTest, TheRoundOutsideOfAPartIsNoBore) {
     Circle({100, 100, 20}, 200);
     EXPECT_EQ(Sort(run), PassOutcome::GoOn);
     EXPECT_TRUE(Through().empty());
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
     EXPECT_EQ(run.part.unexplained.size(), 1U);
 }
 
@@ -163,8 +163,8 @@ class AnyBore : public RoundBoreTest {
         RunState run = RunOn(document);
         std::vector<double> cut = CutFromAbove(run, bore, RimsOf(bore));
         const Bore turned(bore.rbegin(), bore.rend());
-        if (run.part.NeedSecondSide == 1) {
-            run.part.SecondSidePass = 1;
+        if (run.part.NeedSecondSide) {
+            run.part.SecondSidePass = true;
             const std::vector<double> other = CutFromAbove(run, turned, RimsOf(turned));
             for (std::size_t level = 0; level < cut.size(); ++level)
                 cut[level] = std::max(cut[level], other[cut.size() - 1 - level]);

@@ -20,7 +20,7 @@ TEST_F(OutlineTest, ACutOutIsAClockwisePathCutIntoTheSpoilBoard) {
     EXPECT_EQ(routes[0].points[0].z, 18);
     EXPECT_EQ(CornersOf(routes[0]), CornersOf(Window));
     EXPECT_LT(Turning(routes[0]), 0);
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
     EXPECT_EQ(CornersOf(Profile()), CornersOf(Rectangle(0, 0, 600, 400)));
 }
 
@@ -45,7 +45,7 @@ TEST_F(OutlineTest, RoundedCutOutsAreOnePathWithTrueArcs) {
     EXPECT_EQ(routes[0].points.size(), 8U);
     EXPECT_EQ(BulgesOf(routes[0]), 4U);
     for (const double bulge : routes[0].bulges) EXPECT_LE(bulge, 0);
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
 }
 
 TEST_F(OutlineTest, AHalfRoundCutOutOfTwoSidesIsCut) {
@@ -89,8 +89,8 @@ TEST_F(OutlineTest, AContourWithMaterialAboveIsLeftForTheOtherSide) {
     RunState run = Sorted(part);
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_TRUE(On("RT_").empty());
-    EXPECT_EQ(run.part.NeedSecondSide, 1);
-    EXPECT_EQ(run.part.ThroughRouteSeen, 1);
+    EXPECT_TRUE(run.part.NeedSecondSide);
+    EXPECT_TRUE(run.part.ThroughRouteSeen);
     EXPECT_EQ(run.part.RouteCount, 0);
     EXPECT_EQ(CornersOf(Profile()), CornersOf(Rectangle(0, 0, 600, 400)));
     EXPECT_TRUE(run.part.unexplained.empty());
@@ -100,10 +100,10 @@ TEST_F(OutlineTest, OnASecondPassOnlyTheNeedOfASecondSideIsRaised) {
     Acad3DSolid& part = Body(Rectangle(0, 0, 600, 400), 0, 18);
     Take(part, Body(Window, -10, 8));
     RunState run = Sorted(part);
-    run.part.SecondSidePass = 1;
+    run.part.SecondSidePass = true;
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
-    EXPECT_EQ(run.part.NeedSecondSide, 1);
-    EXPECT_EQ(run.part.ThroughRouteSeen, 0);
+    EXPECT_TRUE(run.part.NeedSecondSide);
+    EXPECT_FALSE(run.part.ThroughRouteSeen);
 }
 
 TEST_F(OutlineTest, AnOpeningNarrowerAboveIsCutAtItsNarrowest) {
@@ -112,7 +112,7 @@ TEST_F(OutlineTest, AnOpeningNarrowerAboveIsCutAtItsNarrowest) {
     Take(part, Body(Window, -10, 30));
     RunState run = Sorted(part);
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
-    EXPECT_EQ(run.part.NeedSecondSide, 1);
+    EXPECT_TRUE(run.part.NeedSecondSide);
     const std::vector<Drawn> routes = On("RT_");
     ASSERT_EQ(routes.size(), 1U);
     EXPECT_EQ(CornersOf(routes[0]), CornersOf(Window));
@@ -147,7 +147,7 @@ TEST_F(OutlineTest, ArcsOfAPocketThatStopsInsideRaiseNothing) {
         Project(round);
     }
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
     EXPECT_TRUE(On("RT_").empty());
     EXPECT_TRUE(run.part.unexplained.empty());
     EXPECT_EQ(Profile().points.size(), 4U);
@@ -161,7 +161,7 @@ TEST_F(OutlineTest, AnObroundPocketThatStopsInsideRaisesNothing) {
     Project(obround);
     Project(obround);
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
     EXPECT_TRUE(On("RT_").empty());
     EXPECT_TRUE(run.part.unexplained.empty());
 }

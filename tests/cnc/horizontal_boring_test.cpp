@@ -211,7 +211,7 @@ TEST_F(HorizontalBoring, ABoreToldFromBothSidesIsToldOnce) {
     RunState run = Start(Target::C2C);
     BoreHorizontally(run);
     for (AcadCircle* circle : All<AcadCircle>(document)) circle->Delete();
-    run.part.SecondSidePass = 1;
+    run.part.SecondSidePass = true;
     Circle(Target::C2C, {100, Wide, Thick - 6}, 8, {0, 1, 0});
     BoreHorizontally(run);
     EXPECT_EQ(run.part.unexplained.size(), 1U);

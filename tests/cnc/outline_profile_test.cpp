@@ -19,7 +19,7 @@ TEST_F(OutlineTest, ARectangleIsOnePathCounterClockwiseOnTheTopPlane) {
     EXPECT_EQ(CornersOf(outline), CornersOf(Rectangle(0, 0, 600, 400)));
     EXPECT_GT(Turning(outline), 0);
     EXPECT_EQ(run.part.RouteDirection, "CounterClockwise");
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
     EXPECT_TRUE(run.part.unexplained.empty());
 }
 
@@ -48,7 +48,7 @@ TEST_F(OutlineTest, ANotchStaysInTheOutline) {
     EXPECT_EQ(Profile().points.size(), 8U);
     EXPECT_EQ(CornersOf(Profile()), CornersOf(shape));
     EXPECT_GT(Turning(Profile()), 0);
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
 }
 
 TEST_F(OutlineTest, AMitredOutlineKeepsItsCorners) {
@@ -102,7 +102,7 @@ TEST_F(OutlineTest, AnOutlineOfArcsAlone) {
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(Profile().points.size(), 4U);
     EXPECT_EQ(BulgesOf(Profile()), 4U);
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
 }
 
 TEST_F(OutlineTest, TheArcsOfASteppedCornerLeadNoChainAstray) {

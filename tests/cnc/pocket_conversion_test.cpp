@@ -121,7 +121,7 @@ TEST_F(PocketTest, OnASecondPassHolesAndCirclesAsDeepAsThePartGo) {
     run.part.PartThickness = 18;
     DropCirclesCutThrough(run);
     EXPECT_EQ(All<AcadCircle>(document).size(), 4U) << "the first pass keeps them all";
-    run.part.SecondSidePass = 1;
+    run.part.SecondSidePass = true;
     DropCirclesCutThrough(run);
     EXPECT_TRUE(On("VD_Z18").empty());
     EXPECT_TRUE(On("RT_").empty());

@@ -48,7 +48,7 @@ TEST_F(Recognising, BoresAndHolesOfAPartAreMade) {
     EXPECT_EQ(OnLayers(DrawnIn(document), "HF_T").size(), 1U);
     EXPECT_EQ(OnLayers(DrawnIn(document), "VD_").size(), 1U);
     EXPECT_EQ(run.part.MaterialKeyText, "19 OAK");
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
     EXPECT_TRUE(LayerExists(document, layers::RoutingLayer1));
     EXPECT_TRUE(LayerExists(document, layers::RoutingLayer2));
 }
@@ -78,9 +78,9 @@ TEST_F(Recognising, BoresThatAreForcedToTheSecondSideWaitForIt) {
     RunState run = Start();
     EXPECT_EQ(Recognise(run), PassOutcome::GoOn);
     EXPECT_TRUE(OnLayers(DrawnIn(document), "HF_T").empty());
-    EXPECT_EQ(run.part.NeedSecondSide, 1);
-    EXPECT_EQ(run.part.ThroughRouteSeen, 0);
-    run.part.SecondSidePass = 1;
+    EXPECT_TRUE(run.part.NeedSecondSide);
+    EXPECT_FALSE(run.part.ThroughRouteSeen);
+    run.part.SecondSidePass = true;
     EXPECT_EQ(Recognise(run), PassOutcome::GoOn);
     EXPECT_EQ(OnLayers(DrawnIn(document), "HF_T").size(), 1U);
 }
@@ -88,10 +88,10 @@ TEST_F(Recognising, BoresThatAreForcedToTheSecondSideWaitForIt) {
 TEST_F(Recognising, ASecondPassForBoresAloneEndsWhereThereAreNone) {
     Set("HorzBoreOn2", "1");
     RunState run = Start();
-    run.part.SecondSidePass = 1;
+    run.part.SecondSidePass = true;
     EXPECT_EQ(Recognise(run), PassOutcome::SkipPart);
     EXPECT_TRUE(Messages().empty());
-    run.part.ThroughRouteSeen = 1;
+    run.part.ThroughRouteSeen = true;
     EXPECT_EQ(Recognise(run), PassOutcome::GoOn);
 }
 
@@ -102,7 +102,7 @@ TEST_F(Recognising, ASecondPassWithBoresGoesOnForEveryTarget) {
             if (entity->ObjectName() != "AcDb3dSolid" && entity->ObjectName() != "AcDbLine") entity->Delete();
         EdgeBore(target);
         RunState run = Start(target);
-        run.part.SecondSidePass = 1;
+        run.part.SecondSidePass = true;
         EXPECT_EQ(Recognise(run), PassOutcome::GoOn) << TraitsOf(target).name;
         EXPECT_EQ(run.part.edgeBores, 1);
     }

@@ -80,7 +80,7 @@ TEST_F(RoutingPaths, AStoppedDadoIsOneRouteOnTheTopPlane) {
     Recess(part, Rectangle(0, 100, 300, 119), 9);
     const RunState run = Routed(part);
     EXPECT_EQ(came, PassOutcome::GoOn);
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
     const Drawn path = Only("RT_Z9_T1_D12_S18000_F300_R_C0_1");
     EXPECT_TRUE(path.closed);
     EXPECT_EQ(path.thickness, -9);
@@ -117,7 +117,7 @@ TEST_F(RoutingPaths, ARoundedPocketIsOneClosedPolylineWithItsArcs) {
     ASSERT_EQ(arcs.size(), 4U);
     for (AcadArc* arc : arcs) arc->Copy();
     const RunState run = Routed(part);
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
     ASSERT_EQ(Names().size(), 1U);
     const Drawn path = Only("RT_Z6_T1_D12_");
     ASSERT_EQ(path.points.size(), 8U);
@@ -191,8 +191,8 @@ TEST_F(RoutingPaths, ARecessFromBelowIsLeftToTheOtherSide) {
     Take(part, Body(Rectangle(100, 100, 300, 119), 0, 9));
     Floor(Rectangle(100, 100, 300, 119), 9);
     const RunState run = Routed(part);
-    EXPECT_EQ(run.part.NeedSecondSide, 1);
-    EXPECT_EQ(run.part.ThroughRouteSeen, 1);
+    EXPECT_TRUE(run.part.NeedSecondSide);
+    EXPECT_TRUE(run.part.ThroughRouteSeen);
     EXPECT_EQ(came, PassOutcome::GoOn);
     EXPECT_TRUE(Names().empty());
     EXPECT_TRUE(run.part.unexplained.empty());
@@ -204,10 +204,10 @@ TEST_F(RoutingPaths, TheSecondPassSetsNoFlagsAndTellsWhatNeitherSideCuts) {
     Take(part, Body(Rectangle(100, 0, 300, 50), 6, 9));
     Floor(Rectangle(100, 0, 300, 50), 6);
     RunState run = State(part);
-    run.part.SecondSidePass = 1;
-    run.part.NeedSecondSide = 1;
+    run.part.SecondSidePass = true;
+    run.part.NeedSecondSide = true;
     RecogniseRoutes(run);
-    EXPECT_EQ(run.part.ThroughRouteSeen, 0);
+    EXPECT_FALSE(run.part.ThroughRouteSeen);
     ASSERT_EQ(run.part.unexplained.size(), 1U);
     EXPECT_EQ(run.part.unexplained[0], "contour from 100,350 to 300,400, 6 below the top: no operation");
 }
@@ -223,7 +223,7 @@ TEST_F(RoutingPaths, WhatTheFirstPassHasCutIsNotToldOnTheSecond) {
     Acad3DSolid& turned = Part();
     Take(turned, Body(Rectangle(100, 281, 300, 300), 0, 6));
     Floor(Rectangle(100, 281, 300, 300), 6);
-    run.part.SecondSidePass = 1;
+    run.part.SecondSidePass = true;
     RecogniseRoutes(run);
     EXPECT_TRUE(run.part.unexplained.empty());
     EXPECT_TRUE(Names().empty());
@@ -235,8 +235,8 @@ TEST_F(RoutingPaths, AnOpenChainGoesToTheOtherSideAndThePartGoesOn) {
     Recess(part, Rectangle(100, 200, 300, 219), 9);
     const RunState run = Routed(part);
     EXPECT_EQ(came, PassOutcome::GoOn);
-    EXPECT_EQ(run.part.NeedSecondSide, 1);
-    EXPECT_EQ(run.part.ThroughRouteSeen, 1);
+    EXPECT_TRUE(run.part.NeedSecondSide);
+    EXPECT_TRUE(run.part.ThroughRouteSeen);
     EXPECT_EQ(Names().size(), 1U);
 }
 
@@ -247,7 +247,7 @@ TEST_F(RoutingPaths, APieceThatRunsAlongAContourRaisesNoOtherSide) {
     AcadArc* half = Model().AddArc({290, 110, 12}, 10, -std::numbers::pi / 2, -std::numbers::pi / 4);
     half->SetLayer(layers::BrenvikExplode);
     const RunState run = Routed(part);
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
     EXPECT_EQ(Names().size(), 1U);
 }
 
@@ -260,7 +260,7 @@ TEST_F(RoutingPaths, UprightAndSlantedEdgesAreNotGathered) {
     upright->Rotate3D({100, 100, 9}, {101, 100, 9}, std::numbers::pi / 2);
     upright->SetLayer(layers::BrenvikExplode);
     const RunState run = Routed(part);
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
     EXPECT_EQ(AllOn<AcadEntity>(document, layers::BrenvikExplode).size(), 3U);
 }
 
@@ -271,7 +271,7 @@ TEST_F(RoutingPaths, ABrokenDownPartGivesOnePathForEachFloor) {
     Take(part, Body(Rectangle(150, 120, 250, 180), 6, 12));
     BreakDown(part);
     const RunState run = Routed(part);
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
     EXPECT_EQ(run.part.RouteCount, 4);
     EXPECT_EQ(On("RT_Z9_").size(), 1U);
     EXPECT_EQ(On("PKC_Z12_").size(), 1U);
@@ -293,7 +293,7 @@ TEST_F(RoutingPaths, ABoreThatMeetsABlindHoleNeedsNoHandWork) {
                                     [](const Drawn& drawn) { return drawn.kind == "AcDbSpline"; }));
     const RunState run = Routed(part);
     EXPECT_EQ(came, PassOutcome::GoOn);
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
     EXPECT_TRUE(Messages().empty());
 }
 
@@ -380,10 +380,10 @@ TEST_F(RoutingPaths, ARingAroundAnIslandIsCutFromNeitherSide) {
     Circle(200, 200, 12, 60);
     Circle(200, 200, 12, 40);
     RunState run = Routed(part);
-    EXPECT_EQ(run.part.NeedSecondSide, 1);
+    EXPECT_TRUE(run.part.NeedSecondSide);
     EXPECT_TRUE(Names().empty());
     Circle(200, 200, 12, 60);
-    run.part.SecondSidePass = 1;
+    run.part.SecondSidePass = true;
     RecogniseRoutes(run);
     ASSERT_EQ(run.part.unexplained.size(), 1U);
 }

@@ -1,5 +1,6 @@
 // The loop over the parts: what a pass begins with, second sides, skips, and what is left in the folders.
 #include <algorithm>
+#include <optional>
 
 #include "cnc/run_template_fixture.h"
 #include "core/fakes/fake_progress.h"
@@ -48,7 +49,7 @@ TEST_F(RunLoop, BeginsEachPassClean) {
         run.part.bits.SavedToolDiameters = {1, 2, 3};
         run.part.DimL = "600";
         run.part.LastAddedLayer = "VD_";
-        run.part.NeedSecondSide = 1;
+        run.part.NeedSecondSide = true;
         return PassOutcome::GoOn;
     };
     RunA();
@@ -64,7 +65,7 @@ TEST_F(RunLoop, TheSessionIsAtThePartsDrawingDuringAPassAndAtTheRunsBetween) {
     });
     firstStep = [](RunState& run) {
         EXPECT_EQ(TheSession().AcadDoc, run.part.drawing);
-        run.part.NeedSecondSide = 1;
+        run.part.NeedSecondSide = true;
         return PassOutcome::GoOn;
     };
     RunA();
@@ -96,10 +97,10 @@ TEST_F(RunLoop, MakesASecondPassOfAPartThatNeedsIt) {
     Boards({"Side", "Shelf"});
     firstStep = [&](RunState& run) {
         if (run.FirstPass()) {
-            EXPECT_EQ(run.part.NeedSecondSide, 0);
-            EXPECT_EQ(run.part.ThroughRouteSeen, 0);
+            EXPECT_FALSE(run.part.NeedSecondSide);
+            EXPECT_FALSE(run.part.ThroughRouteSeen);
         }
-        if (run.part.index == 0) run.part.NeedSecondSide = run.part.ThroughRouteSeen = 1;
+        if (run.part.index == 0) run.part.NeedSecondSide = run.part.ThroughRouteSeen = true;
         WriteWorkDrawings(run);
         return PassOutcome::GoOn;
     };
@@ -119,7 +120,7 @@ TEST_F(RunLoop, BeginsTheSecondPassWithoutWorkDrawings) {
             EXPECT_FALSE(files.FileExists(WorkDrawing));
             EXPECT_FALSE(files.FileExists(WorkDrawing2));
         }
-        run.part.NeedSecondSide = 1;
+        run.part.NeedSecondSide = true;
         WriteWorkDrawings(run);
         return PassOutcome::GoOn;
     };
@@ -133,8 +134,8 @@ TEST_F(RunLoop, MakesNoSecondPassWhereTheSettingsSaySo) {
     Set("DontDoTwoSided", "1");
     firstStep = [](RunState& run) {
         EXPECT_TRUE(run.FirstPass());
-        EXPECT_EQ(run.part.NeedSecondSide, 0);
-        run.part.NeedSecondSide = 1;
+        EXPECT_FALSE(run.part.NeedSecondSide);
+        run.part.NeedSecondSide = true;
         return PassOutcome::GoOn;
     };
     RunA();
@@ -147,11 +148,11 @@ TEST_F(RunLoop, MakesNoSecondPassWhereTheSettingsSaySo) {
 TEST_F(RunLoop, GoesOnBehindAPartThatIsSkipped) {
     Boards({"Side", "Shelf", "Back"});
     firstStep = [&](RunState& run) {
-        EXPECT_EQ(run.part.NeedSecondSide, 0) << "the flags of the part before are gone with it";
-        EXPECT_EQ(run.part.ThroughRouteSeen, 0);
+        EXPECT_FALSE(run.part.NeedSecondSide) << "the flags of the part before are gone with it";
+        EXPECT_FALSE(run.part.ThroughRouteSeen);
         WriteWorkDrawings(run);
         if (run.part.index != 1) return PassOutcome::GoOn;
-        run.part.NeedSecondSide = run.part.ThroughRouteSeen = 1;
+        run.part.NeedSecondSide = run.part.ThroughRouteSeen = true;
         return PassOutcome::SkipPart;
     };
     RunA();
@@ -169,7 +170,7 @@ TEST_F(RunLoop, GoesOnBehindAPartThatIsSkipped) {
 TEST_F(RunLoop, ASecondPassThatIsSkippedLeavesTheFirstFile) {
     Boards({"Side", "Shelf"});
     firstStep = [](RunState& run) {
-        run.part.NeedSecondSide = run.part.index == 0 ? 1 : 0;
+        run.part.NeedSecondSide = run.part.index == 0;
         return run.FirstPass() ? PassOutcome::GoOn : PassOutcome::SkipPart;
     };
     RunA();
@@ -180,19 +181,19 @@ TEST_F(RunLoop, ASecondPassThatIsSkippedLeavesTheFirstFile) {
 
 TEST_F(RunLoop, PassesOverAPartFileThatVanishedAndKeepsTheFlag) {
     Boards({"Side", "Shelf", "Back"});
-    int needed = -1;
+    std::optional<bool> needed;
     firstStep = [&](RunState& run) {
         if (run.part.index == 0) {
             files.RemoveFile("c:\\BV-DXF\\Part_1.dwg");
             files.RemoveFile("c:\\BV-DXF\\Part_0.dwg");
-            run.part.NeedSecondSide = 1;
+            run.part.NeedSecondSide = true;
             return PassOutcome::SkipPart;
         }
         needed = run.part.NeedSecondSide;
         return PassOutcome::GoOn;
     };
     RunA();
-    EXPECT_EQ(needed, 1) << "the cleaning clears it with the first file, which was gone";
+    EXPECT_EQ(needed, true) << "the cleaning clears it with the first file, which was gone";
     EXPECT_TRUE(MessagesBetween().empty());
     EXPECT_EQ(LastRunReport().skipped.size(), 1U) << "the first";
     ASSERT_EQ(LastRunReport().passedOver.size(), 1U);
@@ -242,7 +243,7 @@ TEST_F(RunLoop, AFailureOfFilesEndsTheRunCleanlyAndKeepsWhatWasWritten) {
 TEST_F(RunLoop, SkipsAPartThatTheModellerRefusesAndTellsIt) {
     Boards({"Side", "Shelf", "Back"});
     firstStep = [](RunState& run) {
-        run.part.NeedSecondSide = run.part.index == 2 ? 1 : 0;
+        run.part.NeedSecondSide = run.part.index == 2;
         return PassOutcome::GoOn;
     };
     secondStep = [&](RunState& run) -> PassOutcome {
@@ -268,7 +269,7 @@ TEST_F(RunLoop, SkipsAPartThatTheModellerRefusesAndTellsIt) {
 TEST_F(RunLoop, TellsEachPartOfWhichSomethingIsUnexplained) {
     Boards({"Side", "Shelf", "Back"});
     firstStep = [](RunState& run) {
-        run.part.NeedSecondSide = run.part.index == 0 ? 1 : 0;
+        run.part.NeedSecondSide = run.part.index == 0;
         if (run.part.index < 2) run.part.unexplained.emplace_back("a slanted hole at 10,20");
         if (run.part.index == 1) run.part.unexplained.emplace_back("a dome");
         return run.part.index == 1 ? PassOutcome::SkipPart : PassOutcome::GoOn;
@@ -291,7 +292,7 @@ TEST_F(RunLoop, TellsItsProgressAtEachPass) {
                        (progress.secondSide ? " second" : ""));
     });
     firstStep = [](RunState& run) {
-        run.part.NeedSecondSide = run.part.index == 0 ? 1 : 0;
+        run.part.NeedSecondSide = run.part.index == 0;
         return PassOutcome::GoOn;
     };
     RunA();

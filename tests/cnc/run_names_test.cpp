@@ -71,7 +71,7 @@ TEST_F(RunNames, ThatAreLongShareTheRoom) {
     const std::string name = WrittenFileName(run);
     EXPECT_EQ(name.size(), 239U);
     EXPECT_NE(name.find("_" + Repeated("p", 110)), std::string::npos) << name;
-    run.part.SecondSidePass = 1;
+    run.part.SecondSidePass = true;
     EXPECT_EQ(WrittenFileName(run), "B" + name) << "both sides bear one name";
     run.part.texts.PN = "7";
     EXPECT_TRUE(WrittenFileName(run).ends_with("n_7.dxf"));

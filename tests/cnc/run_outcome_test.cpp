@@ -25,7 +25,7 @@ class Outcome : public RunTemplateTest {
 TEST_F(Outcome, HasEachPartWithItsFilesAndWhatWasToldOfIt) {
     Boards({"Side", "Side panel", "Back"});
     firstStep = [](RunState& run) {
-        run.part.NeedSecondSide = run.part.index == 0 ? 1 : 0;
+        run.part.NeedSecondSide = run.part.index == 0;
         if (run.part.index == 1) run.part.unexplained.emplace_back("a dome");
         return run.part.index == 2 ? PassOutcome::SkipPart : PassOutcome::GoOn;
     };

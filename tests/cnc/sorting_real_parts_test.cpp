@@ -91,7 +91,7 @@ TEST_F(RealPartTest, HolesAndBoresAreSortedAtAnyAngle) {
         ExpectRim(layers::RouteCirclePV, 50, 10);
         EXPECT_EQ(Count(layers::RouteCirclePV), 1U);
         EXPECT_GE(Count(layers::HorzcircleHold), 2U);
-        EXPECT_EQ(run.part.NeedSecondSide, 0);
+        EXPECT_FALSE(run.part.NeedSecondSide);
         EXPECT_TRUE(run.part.unexplained.empty());
         run.part.drawing->Close(false);
         board.Solid().Delete();
@@ -105,8 +105,8 @@ TEST_F(RealPartTest, AWideBoreFromBelowNeedsTheOtherSide) {
     board.Drill({500, 200, 0}, app::Axis::Z, 2, 50);
     ASSERT_EQ(SortPart(board.Solid()), PassOutcome::GoOn);
     // The face with less cut out of it lies down.
-    EXPECT_EQ(run.part.NeedSecondSide, 1);
-    EXPECT_EQ(run.part.ThroughRouteSeen, 1);
+    EXPECT_TRUE(run.part.NeedSecondSide);
+    EXPECT_TRUE(run.part.ThroughRouteSeen);
     EXPECT_EQ(Count(layers::RouteCirclePV), 0U);
 }
 

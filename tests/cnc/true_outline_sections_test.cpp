@@ -30,7 +30,7 @@ TEST_F(OutlineTest, ATongueInTheMiddleOfTheThicknessWidensTheOutline) {
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     EXPECT_EQ(CornersOf(Profile()), CornersOf(Rectangle(0, 0, 600, 400)));
     EXPECT_EQ(Profile().points.size(), 4U);
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
 }
 
 TEST_F(OutlineTest, RoundedCornersThatAreWiderAboveStayTrueArcs) {

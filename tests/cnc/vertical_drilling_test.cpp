@@ -80,7 +80,7 @@ TEST_F(VerticalDrilling, AThroughHoleIsOneCircleOnTheTopPlaneWithSpoil) {
     RunState run = Start();
     Drill(run);
     ExpectOne("VD_Z19p5_T_D8", 100, 50, 8, -19.5);
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
     EXPECT_EQ(run.part.LastAddedLayer, "VD_Z19p5_T_D8");
     EXPECT_TRUE(run.part.unexplained.empty());
 }
@@ -119,8 +119,8 @@ TEST_F(VerticalDrilling, TheHighestFloorWinsAndTheLowerOneBelongsToTheOtherSide)
     RunState run = Start();
     Drill(run);
     ExpectOne("VD_Z7_T_D8", 100, 50, 8, -7);
-    EXPECT_EQ(run.part.NeedSecondSide, 1);
-    EXPECT_EQ(run.part.ThroughRouteSeen, 1);
+    EXPECT_TRUE(run.part.NeedSecondSide);
+    EXPECT_TRUE(run.part.ThroughRouteSeen);
 }
 
 TEST_F(VerticalDrilling, AWiderRecessBelowBelongsToTheOtherSide) {
@@ -133,8 +133,8 @@ TEST_F(VerticalDrilling, AWiderRecessBelowBelongsToTheOtherSide) {
     RunState run = Start();
     Drill(run);
     ExpectOne("VD_Z10_T_D5", 100, 50, 5, -10);
-    EXPECT_EQ(run.part.NeedSecondSide, 1);
-    EXPECT_EQ(run.part.ThroughRouteSeen, 1);
+    EXPECT_TRUE(run.part.NeedSecondSide);
+    EXPECT_TRUE(run.part.ThroughRouteSeen);
     EXPECT_TRUE(run.part.unexplained.empty());
 }
 
@@ -144,10 +144,10 @@ TEST_F(VerticalDrilling, OnlyTheFirstSideSaysThatAThroughRouteWasSeen) {
     Level(100, 50, 9, 5);
     Level(100, 50, 4, 5);
     RunState run = Start();
-    run.part.SecondSidePass = 1;
+    run.part.SecondSidePass = true;
     Drill(run);
-    EXPECT_EQ(run.part.NeedSecondSide, 1);
-    EXPECT_EQ(run.part.ThroughRouteSeen, 0);
+    EXPECT_TRUE(run.part.NeedSecondSide);
+    EXPECT_FALSE(run.part.ThroughRouteSeen);
 }
 
 TEST_F(VerticalDrilling, OfTwoFloorsAtOneHeightTheLaterIsTakenWithoutAFlag) {
@@ -156,7 +156,7 @@ TEST_F(VerticalDrilling, OfTwoFloorsAtOneHeightTheLaterIsTakenWithoutAFlag) {
     const std::string first = Level(100, 50, 5, 8).Handle(), second = Level(100, 50, 5, 8).Handle();
     RunState run = Start();
     Drill(run);
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
     const auto layerOf = [&](const std::string& handle) {
         return dynamic_cast<AcadEntity*>(document.HandleToObject(handle))->Layer();
     };
@@ -178,7 +178,7 @@ TEST_F(VerticalDrilling, ACounterboreAndTheHoleInItAreBothDrilled) {
     ASSERT_EQ(circles.size(), 2U);
     ExpectHole(circles[0], "VD_Z19p5_T_D5", 100, 50, 5, -19.5);
     ExpectHole(circles[1], "VD_Z7_T_D12", 100, 50, 12, -7);
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
 }
 
 TEST_F(VerticalDrilling, AHoleInAPocketFloorIsMeasuredFromTheTopPlane) {
@@ -189,7 +189,7 @@ TEST_F(VerticalDrilling, AHoleInAPocketFloorIsMeasuredFromTheTopPlane) {
     RunState run = Start();
     Drill(run);
     ExpectOne("VD_Z15_T_D5", 100, 50, 5, -15);
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
 }
 
 TEST_F(VerticalDrilling, NestedCounterboresInARecessAreAllDrilled) {
@@ -206,7 +206,7 @@ TEST_F(VerticalDrilling, NestedCounterboresInARecessAreAllDrilled) {
     ASSERT_EQ(circles.size(), 2U);
     ExpectHole(circles[0], "VD_Z19p5_T_D5", 100, 50, 5, -19.5);
     ExpectHole(circles[1], "VD_Z9_T_D12", 100, 50, 12, -9);
-    EXPECT_EQ(run.part.NeedSecondSide, 0);
+    EXPECT_FALSE(run.part.NeedSecondSide);
 }
 
 TEST_F(VerticalDrilling, AHoleFromBelowIsLeftToTheOtherSide) {
@@ -219,8 +219,8 @@ TEST_F(VerticalDrilling, AHoleFromBelowIsLeftToTheOtherSide) {
     RunState run = Start();
     Drill(run);
     EXPECT_TRUE(Circles().empty());
-    EXPECT_EQ(run.part.NeedSecondSide, 1);
-    EXPECT_EQ(run.part.ThroughRouteSeen, 1);
+    EXPECT_TRUE(run.part.NeedSecondSide);
+    EXPECT_TRUE(run.part.ThroughRouteSeen);
     EXPECT_TRUE(run.part.unexplained.empty());
     EXPECT_EQ(All<Acad3DSolid>(document).size(), 1U);
 }
@@ -255,7 +255,7 @@ TEST_F(VerticalDrilling, AHoleIsToldOnceWhicheverSideItIsSeenFrom) {
     RunState run = Start();
     Drill(run);
     for (AcadCircle* circle : All<AcadCircle>(document)) circle->Delete();
-    run.part.SecondSidePass = 1;
+    run.part.SecondSidePass = true;
     Level(100, 350, 0, 12);
     Drill(run);
     EXPECT_EQ(run.part.unexplained, std::vector<std::string>{"hole of 12 at 100,50,19: no operation"});
@@ -275,7 +275,7 @@ TEST_F(VerticalDrilling, AThroughHoleOfTheFirstSideYieldsNothingOnTheSecond) {
     Top(500, 50, 8);
     Level(500, 50, 9, 8);
     RunState run = Start();
-    run.part.SecondSidePass = 1;
+    run.part.SecondSidePass = true;
     Drill(run);
     ExpectOne("VD_Z10_T_D8", 500, 50, 8, -10);
     EXPECT_TRUE(run.part.unexplained.empty());
@@ -294,7 +294,7 @@ TEST_F(VerticalDrilling, AHoleDrilledThroughFromARecessIsNotDrilledAgainFromTheO
     for (AcadCircle* circle : All<AcadCircle>(document)) circle->Delete();
 
     // Turned over about X: the recess lies below now.
-    run.part.SecondSidePass = 1;
+    run.part.SecondSidePass = true;
     Top(100, 350, 8);
     Level(100, 350, 7, 8);
     Top(500, 350, 8);

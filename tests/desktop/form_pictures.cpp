@@ -11,13 +11,12 @@
 
 #include "checkout_paths.h"
 #include "console/console_dialogs.h"
-#include "control_binding.h"
 #include "desktop_program.h"
 #include "export/frm_adjustments.h"
 #include "export/frm_export.h"
 #include "export/frm_login.h"
-#include "form_desk.h"
-#include "form_window.h"
+#include "form_windows/form_desk.h"
+#include "form_windows/form_window.h"
 #include "grid/frm_main.h"
 #include "home/workplace.h"
 #include "query/frm_filter.h"
@@ -26,6 +25,7 @@
 #include "settings/frm_choicetherm.h"
 #include "settings/frm_materials.h"
 #include "settings/frm_settings.h"
+#include "toolkit/qt_text.h"
 
 namespace brenvik::desktop {
 namespace {

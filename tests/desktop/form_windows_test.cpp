@@ -9,20 +9,20 @@
 #include <memory>
 #include <set>
 
-#include "command_groups.h"
 #include "export/frm_adjustments.h"
 #include "export/frm_export.h"
 #include "export/frm_login.h"
-#include "form_desk.h"
-#include "form_window.h"
+#include "form_windows/form_desk.h"
+#include "form_windows/form_window.h"
 #include "grid/frm_main.h"
-#include "main_window.h"
 #include "query/frm_filter.h"
 #include "query/frm_new_sort.h"
 #include "settings/frm_choice.h"
 #include "settings/frm_choicetherm.h"
 #include "settings/frm_materials.h"
 #include "settings/frm_settings.h"
+#include "windows/command_groups.h"
+#include "windows/main_window.h"
 
 namespace brenvik::desktop {
 namespace {

@@ -1,5 +1,5 @@
 // The list on paper, as a PDF file.
-#include "grid_printer.h"
+#include "form_windows/grid_printer.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The guide behind F1: each window has its chapter, and what chapters show and refer to is there.
-#include "guide_window.h"
+#include "windows/guide_window.h"
 
 #include <gtest/gtest.h>
 
@@ -14,8 +14,8 @@
 #include <QVBoxLayout>
 
 #include "checkout_paths.h"
-#include "control_binding.h"
-#include "form_layouts.h"
+#include "form_windows/form_layouts.h"
+#include "toolkit/qt_text.h"
 
 namespace brenvik::desktop {
 namespace {

@@ -1,5 +1,5 @@
 // The main window at work, without a display: what its menus say and bring.
-#include "main_window.h"
+#include "windows/main_window.h"
 
 #include <gtest/gtest.h>
 

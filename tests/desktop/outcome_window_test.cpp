@@ -1,5 +1,5 @@
 // The window on a finished CNC run, and part files painted.
-#include "outcome_window.h"
+#include "part_pictures/outcome_window.h"
 
 #include <gtest/gtest.h>
 
@@ -12,8 +12,8 @@
 #include <QTreeWidget>
 
 #include "base/failure.h"
-#include "part_file_view.h"
-#include "part_painter.h"
+#include "part_pictures/part_file_view.h"
+#include "part_pictures/part_painter.h"
 
 namespace brenvik::desktop {
 namespace {

@@ -1,5 +1,5 @@
 // The window that tells how far long work is, and how it is cancelled.
-#include "progress_window.h"
+#include "windows/progress_window.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <QPushButton>
 #include <QTimer>
 
-#include "form_desk.h"
+#include "form_windows/form_desk.h"
 #include "session/progress.h"
 
 namespace brenvik::desktop {

@@ -14,7 +14,7 @@
 #include "checkout_paths.h"
 #include "desktop_program.h"
 #include "journal/journal_parser.h"
-#include "journal_recorder.h"
+#include "recording/journal_recorder.h"
 #include "robot.h"
 
 namespace brenvik::desktop {

@@ -14,9 +14,9 @@
 #include "console/console_dialogs.h"
 #include "desktop_program.h"
 #include "home/workplace.h"
-#include "recovery_store.h"
+#include "recovery/recovery_store.h"
+#include "recovery/work_keeper.h"
 #include "robot.h"
-#include "work_keeper.h"
 
 namespace brenvik::desktop {
 namespace {

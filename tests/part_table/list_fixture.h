@@ -60,7 +60,7 @@ class NoFiles : public FilesPort {
 
 class NoMeasuring : public MeasuringPort {
   public:
-    std::unique_ptr<SolidMeasurer> CreateMeasurer() override { throw CannotCreateObject(); }
+    std::unique_ptr<SolidMeasurer> CreateMeasurer() override { throw ObjectNotSet(); }
 };
 
 /// The grid form on a table of six parts, as a scan leaves it.

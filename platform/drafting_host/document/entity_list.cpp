@@ -22,8 +22,6 @@ void EntityList::Clear() {
     mHeld.clear();
 }
 
-bool EntityList::Holds(const HostEntity& entity) const { return !entity.Erased() && mHeld.contains(&entity); }
-
 std::span<HostEntity* const> EntityList::Members() const {
     // Sweeping is needed only where something was erased since the last look.
     if (mSeenErasures != mDocument->Erasures()) {

@@ -20,7 +20,6 @@ class EntityList {
     void Add(HostEntity& entity);
     void Remove(const HostEntity& entity);
     void Clear();
-    bool Holds(const HostEntity& entity) const;
     /// The living members in order. Good until the next change.
     std::span<HostEntity* const> Members() const;
     int Count() const { return static_cast<int>(Members().size()); }

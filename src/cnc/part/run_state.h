@@ -48,11 +48,10 @@ struct GatheredProof;
 struct PartState {
     int index = 0;                    ///< Among the parts of the run.
     AcadDocument* drawing = nullptr;  ///< The part's own; replaced when the origin is moved.
-    /// 0 on the first pass, 1 on the second.
-    int SecondSidePass = 0;
+    bool SecondSidePass = false;
     /// `NeedSecondSide`: turn the part over. `ThroughRouteSeen` (a given name that misleads): requested on
     /// the first pass, by a through route or by anything else.
-    int NeedSecondSide = 0, ThroughRouteSeen = 0;
+    bool NeedSecondSide = false, ThroughRouteSeen = false;
     int ExportScaleSetting = 0;
     double PartThickness = 0, PartBottomZ = 0, PartVolume = 0;
     double CircleSize = 0;
@@ -109,7 +108,7 @@ struct RunState {
     PartState part;
     FirstSide firstSide;
 
-    bool FirstPass() const { return part.SecondSidePass == 0; }
+    bool FirstPass() const { return !part.SecondSidePass; }
     bool Metric() const { return part.ExportScaleSetting == 2 || part.ExportScaleSetting == 3; }
 };
 

@@ -6,15 +6,15 @@
 namespace brenvik {
 
 void NeedOtherSide(RunState& run) {
-    run.part.NeedSecondSide = 1;
-    if (run.FirstPass()) run.part.ThroughRouteSeen = 1;
+    run.part.NeedSecondSide = true;
+    if (run.FirstPass()) run.part.ThroughRouteSeen = true;
 }
 
-void NeedOtherSideForBores(RunState& run) { run.part.NeedSecondSide = 1; }
+void NeedOtherSideForBores(RunState& run) { run.part.NeedSecondSide = true; }
 
-void CancelOtherSide(RunState& run) { run.part.NeedSecondSide = run.part.ThroughRouteSeen = 0; }
+void CancelOtherSide(RunState& run) { run.part.NeedSecondSide = run.part.ThroughRouteSeen = false; }
 
-bool NeedsOtherSide(const RunState& run) { return run.part.NeedSecondSide == 1; }
+bool NeedsOtherSide(const RunState& run) { return run.part.NeedSecondSide; }
 
 Point3 OnFirstSide(const RunState& run, const Box3& part, const Point3& place) {
     if (run.FirstPass()) return place;

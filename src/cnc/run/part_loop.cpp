@@ -29,7 +29,7 @@ namespace {
 
 void ResetForPass(RunState& run) {
     run.part.ExportScaleSetting = ToInteger(NumberSetting(setting::ExportScaleSetting));
-    run.part.bits.RouteSkip = 0;
+    run.part.bits.RouteSkip = false;
     run.part.bits.SavedToolDiameters = {};
     run.part.RouteCount = 0;
     run.part.DimL = run.part.DimW = run.part.DimT = "0";
@@ -69,7 +69,7 @@ bool WithoutSecondSides() { return ToInteger(NumberSetting(setting::DontDoTwoSid
 
 /// The part begins again from its second-side file.
 void BeginSecondSide(RunState& run) {
-    run.part.SecondSidePass = 1;
+    run.part.SecondSidePass = true;
     ClosePartDrawing(run);
     RemoveIfThere(std::string(WorkDrawing));
     RemoveIfThere(std::string(WorkDrawing2));
@@ -88,8 +88,8 @@ void CleanUp(RunState& run, const PartFile& file, bool bothSides) {
     if (!bothSides) return;
     RemoveIfThere(std::string(SecondSideWorkDrawing));
     RemoveIfThere(std::string(SecondSideWorkDrawing2));
-    run.part.SecondSidePass = 0;
-    run.part.ThroughRouteSeen = 0;
+    run.part.SecondSidePass = false;
+    run.part.ThroughRouteSeen = false;
 }
 
 /// File failures would hit the next part too, so they end the run. A truncated record concerns only parts of

@@ -126,7 +126,7 @@ class FolderProof {
         std::vector<std::string> names;
         for (const Target target : {Target::C2C, Target::THERM}) {
             run.target = target;
-            run.part.SecondSidePass = 0;
+            run.part.SecondSidePass = false;
             names.push_back(WrittenFileName(run));
         }
         return names;

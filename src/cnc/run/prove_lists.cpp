@@ -69,7 +69,7 @@ std::optional<int> WorkListProof::Line::PartsIn(const std::string& other) const 
 WorkListProof::Line WorkListProof::LineFor(const RunState& run, const std::string& file,
                                            bool secondSide) const {
     RunState pass = run;
-    pass.part.SecondSidePass = secondSide ? 1 : 0;
+    pass.part.SecondSidePass = secondSide;
     pass.part.writtenFile = std::string(secondSide ? SecondSideFolder : OutputFolder) + file;
     Line line;
     line.separator = run.target == Target::BW ? "\t" : ",";

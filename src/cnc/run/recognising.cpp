@@ -37,7 +37,7 @@ bool BoreOnItsPass(RunState& run) {
     if (onSecondSide) NeedOtherSideForBores(run);
     run.part.edgeBores = 0;
     if (!onSecondSide || !run.FirstPass()) BoreHorizontally(run);
-    if (run.part.ThroughRouteSeen == 1) return true;
+    if (run.part.ThroughRouteSeen) return true;
     return !onSecondSide || run.FirstPass() || run.part.edgeBores > 0;
 }
 

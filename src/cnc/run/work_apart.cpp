@@ -49,9 +49,7 @@ std::string SkippedFor(const PartFile& part, const std::string& how) {
     return "The part " + part.label + " was skipped: " + how + ".";
 }
 
-bool HasFlagsOfSecondSide(const RunState& run) {
-    return NeedsOtherSide(run) || run.part.ThroughRouteSeen != 0;
-}
+bool HasFlagsOfSecondSide(const RunState& run) { return NeedsOtherSide(run) || run.part.ThroughRouteSeen; }
 
 std::string WorkOnPartApart(RunState& run, const PassWork& steps, std::span<const PartFile> parts,
                             std::size_t part, WorkersPort& workers) {

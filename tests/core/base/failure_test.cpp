@@ -47,7 +47,6 @@ TEST(Failure, TheUsualOnesHaveTheirNumbersAndDescriptions) {
         {TypeMismatch(), 13, "Type mismatch"},
         {BadFileName(), 52, "Bad file name or number"},
         {FileNotFound(), 53, "File not found"},
-        {FileAlreadyExists(), 58, "File already exists"},
         {DiskFull(), 61, "Disk full"},
         {InputPastEnd(), 62, "Input past end of file"},
         {PermissionDenied(), 70, "Permission denied"},
@@ -55,9 +54,6 @@ TEST(Failure, TheUsualOnesHaveTheirNumbersAndDescriptions) {
         {PathNotFound(), 76, "Path not found"},
         {ObjectNotSet(), 91, "Object variable not set"},
         {InvalidNull(), 94, "Invalid use of Null"},
-        {ObjectRequired(), 424, "Object required"},
-        {CannotCreateObject(), 429, "Can't create object"},
-        {MethodNotAvailable(), 438, "Method not available"},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(c.failure.number(), c.number) << c.description;

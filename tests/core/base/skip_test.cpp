@@ -75,7 +75,7 @@ TEST(ShowAndResume, ShowsNothingOnSuccess) {
 }
 
 TEST(ShowAndResume, DoesNotSwallowWhatTheBoxThrows) {
-    EXPECT_THROW(ShowAndResume([](const Failure&) { throw ObjectRequired(); }, [] { throw Overflow(); }),
+    EXPECT_THROW(ShowAndResume([](const Failure&) { throw ObjectNotSet(); }, [] { throw Overflow(); }),
                  Failure);
     EXPECT_THROW(ShowAndResume([](const Failure&) {}, [] { throw std::logic_error("defect"); }),
                  std::logic_error);

@@ -117,10 +117,10 @@ TEST(DrillNames, BlindHolesGetNoSpoil) {
 
 TEST(DrillNames, ThermNamesTheSecondSideByTheHeightOfTheCircle) {
     RunState run = RunFor(Target::THERM, 2);
-    run.part.SecondSidePass = 1;
+    run.part.SecondSidePass = true;
     EXPECT_EQ(Name(run, HoleStart::TopFace, {19, 9, 19}, 8, 0).layer, "drill z19");
     run = RunFor(Target::THERM, 1);
-    run.part.SecondSidePass = 1;
+    run.part.SecondSidePass = true;
     EXPECT_EQ(Name(run, HoleStart::TopFace, {0.75, 0.25, 0.75}, 0.375, 0).layer, "drill z0p75");
 }
 

@@ -39,7 +39,7 @@ class WorkListTest : public ::testing::Test {
         return run;
     }
     static RunState Second(RunState run) {
-        run.part.SecondSidePass = 1;
+        run.part.SecondSidePass = true;
         run.part.writtenFile = std::string(SecondSideFolder) + WrittenFileName(run);
         return run;
     }

@@ -240,7 +240,7 @@ TEST_F(BitOperations, ABitThatFitsIsTakenWithoutAWord) {
     EXPECT_EQ(PathKindText(choice.kind), "PKS");
     EXPECT_TRUE(system.dialogs.messages.empty());
     EXPECT_TRUE(Shown().empty());
-    EXPECT_EQ(choice.RouteSkip, 0);
+    EXPECT_FALSE(choice.RouteSkip);
 }
 
 TEST_F(BitOperations, WithTwoLikeBitsTheSelectedToolStays) {
@@ -257,7 +257,7 @@ TEST_F(BitOperations, AThroughContourTooTightIsToldAndAskedAbout) {
                                         "route path who's shortest line is 0.125 long, so you need to make a "
                                         "choice."}));
     EXPECT_EQ(Shown(), std::vector<std::string>{"frmChoice"});
-    EXPECT_EQ(choice.RouteSkip, 1);
+    EXPECT_TRUE(choice.RouteSkip);
     EXPECT_EQ(choice.SavedToolDiameters, (std::array{0.5, 0.375, 0.25}));
 }
 
@@ -275,7 +275,7 @@ TEST_F(BitOperations, AnInsideRouteTooTightIsToldAndAskedAbout) {
                                       "make a choice."}))
             << "no second message";
         EXPECT_EQ(Shown(), std::vector<std::string>{form});
-        EXPECT_EQ(choice.RouteSkip, 1);
+        EXPECT_TRUE(choice.RouteSkip);
         EXPECT_EQ(PathKindText(choice.kind), "none");
     }
 }
@@ -290,7 +290,7 @@ TEST_F(BitOperations, ACircleTooSmallSkipsThePart) {
             "in the Brenvik settings (BSET) or you need provide a router bit small enough for your "
             "circular through route in the  material database (BVMAT) for you material .75 OAK. This part "
             "will now be skipped."}));
-    EXPECT_EQ(choice.RouteSkip, 1);
+    EXPECT_TRUE(choice.RouteSkip);
     EXPECT_TRUE(Shown().empty());
 }
 
@@ -304,7 +304,7 @@ TEST_F(BitOperations, ACircleTooSmallForAPocketSkipsThePart) {
             "in the Brenvik settings (BSET) or you need provide a router bit small enough for your "
             "circular route in the  material database (BVMAT) for you material .75 OAK, in any of the "
             "slots. This part will now be skipped."}));
-    EXPECT_EQ(choice.RouteSkip, 1);
+    EXPECT_TRUE(choice.RouteSkip);
 }
 
 TEST_F(BitOperations, AStandingAnswerIsTakenWithoutAsking) {
@@ -316,7 +316,7 @@ TEST_F(BitOperations, AStandingAnswerIsTakenWithoutAsking) {
                                          ChoiceDialog::WithStandingAnswer));
         EXPECT_EQ(choice.ToolNumber, std::to_string((option + 1) / 2));
         EXPECT_EQ(PathKindText(choice.kind), option % 2 == 1 ? "RT" : "PKC");
-        EXPECT_EQ(choice.RouteSkip, 0);
+        EXPECT_FALSE(choice.RouteSkip);
     }
     EXPECT_TRUE(system.dialogs.messages.empty());
     EXPECT_TRUE(Shown().empty());
@@ -348,7 +348,7 @@ TEST_F(BitOperations, AStandingAnswerThatYieldsNothingSkipsThePart) {
         system.dialogs.messages.clear();
         choice = {};
         EXPECT_FALSE(ChooseInsideRouteBit(choice, material, "KEY", 0.1, ChoiceDialog::WithStandingAnswer));
-        EXPECT_EQ(choice.RouteSkip, 1) << value;
+        EXPECT_TRUE(choice.RouteSkip) << value;
         ASSERT_EQ(system.Messages().size(), 1u) << value;
         const std::string message = system.Messages().front();
         EXPECT_EQ(

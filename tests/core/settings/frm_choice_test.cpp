@@ -70,7 +70,7 @@ TEST_F(ChoiceDialogs, AcceptingTakesTheBitAndThePathKind) {
                       material.tools[static_cast<std::size_t>((option - 1) / 2)].diameter);
             EXPECT_EQ(choice.ToolDiameterText, option < 3 ? "p5" : (option < 5 ? "p375" : "p25"));
             EXPECT_EQ(PathKindText(choice.kind), option % 2 == 1 ? "RT" : "PKC");
-            EXPECT_EQ(choice.RouteSkip, 0);
+            EXPECT_FALSE(choice.RouteSkip);
             EXPECT_TRUE(closedByUser);
         }
     EXPECT_TRUE(system.settings.writes.empty()) << "nothing stands unless it is ticked";
@@ -81,7 +81,7 @@ TEST_F(ChoiceDialogs, ExitSkipsThePartAndLeavesTheTool) {
         choice = {};
         UseTool(choice, {"9", 6, "S9", "F9"});
         AskAndPress(dialog, {Option(3), "cmdExit"});
-        EXPECT_EQ(choice.RouteSkip, 1);
+        EXPECT_TRUE(choice.RouteSkip);
         EXPECT_EQ(choice.ToolNumber, "9");
         EXPECT_EQ(choice.kind, PathKind::None);
         EXPECT_TRUE(closedByUser);
@@ -93,7 +93,7 @@ TEST_F(ChoiceDialogs, ClosingTheWindowSkipsThePart) {
     for (const ChoiceDialog dialog : both) {
         choice = {};
         AskAndPress(dialog, {Option(3)});
-        EXPECT_EQ(choice.RouteSkip, 1);
+        EXPECT_TRUE(choice.RouteSkip);
         EXPECT_EQ(choice.ToolNumber, "");
     }
 }
@@ -102,7 +102,7 @@ TEST_F(ChoiceDialogs, CantBeAcceptedBeforeABitIsChosen) {
     for (const ChoiceDialog dialog : both) {
         AskAndPress(dialog, {"cmdAccept"});
         EXPECT_FALSE(closedByUser);
-        EXPECT_EQ(choice.RouteSkip, 1);
+        EXPECT_TRUE(choice.RouteSkip);
         AskAndPress(dialog, {Option(1), Option(6), "cmdAccept"});
         EXPECT_EQ(choice.ToolNumber, "3") << "the last option counts";
     }
@@ -120,7 +120,7 @@ TEST_F(ChoiceDialogs, AnEmptySlotCantBeChosen) {
 
 TEST_F(ChoiceDialogs, KeepTheDiametersAheadOfAsking) {
     system.dialogs.onModal = [&](Form&) {
-        EXPECT_EQ(choice.RouteSkip, 1) << "raised before the dialog opens";
+        EXPECT_TRUE(choice.RouteSkip) << "raised before the dialog opens";
         EXPECT_EQ(choice.SavedToolDiameters, (std::array{0.5, 0.375, 0.25}));
     };
     AskForBit(choice, material, ChoiceDialog::Plain);

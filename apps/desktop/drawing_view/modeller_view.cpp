@@ -1,0 +1,432 @@
+// The modeller's own viewer inside a widget of the toolkit: the widget's context is lent to it, and each
+// picture goes into the widget's frame buffer.
+#include <QtGui/qguiapplication_platform.h>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QMouseEvent>
+#include <QOpenGLContext>
+#include <QOpenGLWidget>
+#include <QTimer>
+#include <QWheelEvent>
+
+#include <AIS_InteractiveContext.hxx>
+#include <AIS_Shape.hxx>
+#include <AIS_ViewController.hxx>
+#include <AIS_ViewCube.hxx>
+#include <Aspect_DisplayConnection.hxx>
+#include <Aspect_NeutralWindow.hxx>
+#include <BRepMesh_IncrementalMesh.hxx>
+#include <OpenGl_Context.hxx>
+#include <OpenGl_FrameBuffer.hxx>
+#include <OpenGl_GraphicDriver.hxx>
+#include <Prs3d_LineAspect.hxx>
+#include <Standard_Failure.hxx>
+#include <V3d_View.hxx>
+#include <V3d_Viewer.hxx>
+#include <deque>
+#include <map>
+#include <set>
+
+#include "base/failure.h"
+#include "drafting_host/document/host_document.h"
+#include "drafting_host/dxf/data/aci_colors.h"
+#include "drawing_view/drawing_view.h"
+
+namespace brenvik::desktop {
+
+namespace {
+
+/// Of the part's size; and in radians. Holes look round, and a cabinet is meshed in well under a second.
+constexpr double MeshDeflection = 0.002, MeshAngle = 0.6;
+/// How long shapes are prepared before the window takes its events again, in milliseconds.
+constexpr int PrepareBudget = 40;
+/// Around everything, of the view's size.
+constexpr double FitMargin = 0.05;
+
+/// The viewer's pictures are linear; the widget's buffer has to be set to that each time.
+class WidgetBuffer : public OpenGl_FrameBuffer {
+  public:
+    void BindBuffer(const Handle(OpenGl_Context) & context) override {
+        OpenGl_FrameBuffer::BindBuffer(context);
+        context->SetFrameBufferSRGB(true, false);
+    }
+    void BindDrawBuffer(const Handle(OpenGl_Context) & context) override {
+        OpenGl_FrameBuffer::BindDrawBuffer(context);
+        context->SetFrameBufferSRGB(true, false);
+    }
+    void BindReadBuffer(const Handle(OpenGl_Context) & context) override {
+        OpenGl_FrameBuffer::BindReadBuffer(context);
+    }
+};
+
+Quantity_Color ColorOf(int index) {
+    const ScreenColor color = ColorOfIndex(index < 1 || index > 255 ? 7 : index);
+    return {color.red / 255.0, color.green / 255.0, color.blue / 255.0, Quantity_TOC_sRGB};
+}
+
+/// Boards are seldom coloured: white would be glaring.
+Quantity_Color BoardColor(const HostEntity& entity) {
+    const int own = entity.Look().color;
+    const int index = own == 256 || own == 0 ? entity.LayerObject().Values().color : own;
+    if (index == 7) return {0.87, 0.78, 0.62, Quantity_TOC_sRGB};
+    return ColorOf(index);
+}
+
+bool IsShown(const HostEntity& entity) {
+    const LayerData& layer = entity.LayerObject().Values();
+    return !entity.Erased() && entity.Look().visible && layer.on && !layer.frozen;
+}
+
+class ModellerView : public QOpenGLWidget, public AIS_ViewController, public DrawingView {
+  public:
+    ModellerView() {
+        setMouseTracking(true);
+        setFocusPolicy(Qt::StrongFocus);
+        setMinimumSize(240, 180);
+        SetAllowRotation(true);
+        AIS_MouseGestureMap& gestures = ChangeMouseGestureMap();
+        gestures.Clear();
+        gestures.Bind(Aspect_VKeyMouse_LeftButton, AIS_MouseGesture_RotateOrbit);
+        gestures.Bind(static_cast<unsigned>(Aspect_VKeyMouse_LeftButton) | Aspect_VKeyFlags_CTRL,
+                      AIS_MouseGesture_SelectRectangle);
+        gestures.Bind(Aspect_VKeyMouse_MiddleButton, AIS_MouseGesture_Pan);
+        gestures.Bind(Aspect_VKeyMouse_RightButton, AIS_MouseGesture_Pan);
+        mPreparing.setInterval(0);
+        connect(&mPreparing, &QTimer::timeout, this, [this] { Prepare(); });
+    }
+    ~ModellerView() override {
+        makeCurrent();
+        mShown.clear();
+        if (!mContext.IsNull()) mContext->RemoveAll(false);
+        mContext.Nullify();
+        if (!mView.IsNull()) mView->Remove();
+        mView.Nullify();
+        mViewer.Nullify();
+        mDriver.Nullify();
+        doneCurrent();
+    }
+
+    QWidget& Widget() override { return *this; }
+
+    void Show(HostDocument* document) override {
+        const bool isNew = document != mDocument;
+        mDocument = document;
+        mFitWhenReady = mFitWhenReady || isNew;
+        if (mContext.IsNull()) return;
+        makeCurrent();
+        TakeDrawing();
+        update();
+    }
+
+    void Mark(const std::vector<std::string>& handles) override {
+        mMarked = std::set<std::string>(handles.begin(), handles.end());
+        ShowMarks();
+    }
+
+    void SetLook(ViewLook look) override {
+        mMode = look == ViewLook::Wireframe ? AIS_WireFrame : AIS_Shaded;
+        if (mContext.IsNull()) return;
+        makeCurrent();
+        for (auto& [handle, shown] : mShown)
+            if (!shown.object.IsNull()) mContext->SetDisplayMode(shown.object, mMode, false);
+        Redraw();
+    }
+
+    void LookFrom(ViewSide side) override {
+        mSide = side;
+        if (mView.IsNull()) return;
+        switch (side) {
+            case ViewSide::Isometric:
+                mView->SetProj(V3d_XnegYnegZpos);
+                break;
+            case ViewSide::Top:
+                mView->SetProj(V3d_Zpos);
+                break;
+            case ViewSide::Bottom:
+                mView->SetProj(V3d_Zneg);
+                break;
+            case ViewSide::Front:
+                mView->SetProj(V3d_Yneg);
+                break;
+            case ViewSide::Back:
+                mView->SetProj(V3d_Ypos);
+                break;
+            case ViewSide::Left:
+                mView->SetProj(V3d_Xneg);
+                break;
+            case ViewSide::Right:
+                mView->SetProj(V3d_Xpos);
+                break;
+        }
+        Fit();
+    }
+
+    void Fit() override {
+        if (mView.IsNull()) return;
+        mView->FitAll(FitMargin, false);
+        mFitted = true;
+        Redraw();
+    }
+
+  protected:
+    void initializeGL() override {
+        try {
+            StartViewer();
+        } catch (const Standard_Failure& failure) {
+            Die(std::string("the drawing can't be shown: ") + failure.GetMessageString());
+        }
+    }
+
+    void paintGL() override {
+        if (mView.IsNull()) return;
+        const Handle(OpenGl_Context) context = mDriver->GetSharedContext();
+        Handle(OpenGl_FrameBuffer) buffer = context->DefaultFrameBuffer();
+        if (buffer.IsNull()) {
+            buffer = new WidgetBuffer;
+            context->SetDefaultFrameBuffer(buffer);
+        }
+        if (!buffer->InitWrapper(context))
+            return Die("the drawing can't be shown: OpenGL has no frame buffer");
+        const Handle(Aspect_NeutralWindow) window = Handle(Aspect_NeutralWindow)::DownCast(mView->Window());
+        Standard_Integer width = 0, height = 0;
+        window->Size(width, height);
+        const Graphic3d_Vec2i size = buffer->GetVPSize();
+        if (width != size.x() || height != size.y()) {
+            window->SetSize(size.x(), size.y());
+            mView->MustBeResized();
+            // Until the user looks elsewhere, everything stays in sight at any size.
+            if (mFitted) mView->FitAll(FitMargin, false);
+            mView->Invalidate();
+        }
+        mView->InvalidateImmediate();
+        FlushViewEvents(mContext, mView, true);
+    }
+
+    void mousePressEvent(QMouseEvent* event) override { TakeButtons(*event); }
+    void mouseReleaseEvent(QMouseEvent* event) override { TakeButtons(*event); }
+    void mouseMoveEvent(QMouseEvent* event) override {
+        if (mView.IsNull()) return;
+        if (event->buttons() != Qt::NoButton) mFitted = false;
+        if (UpdateMousePosition(PlaceOf(event->position()), ButtonsOf(*event), FlagsOf(*event), false))
+            update();
+    }
+    void wheelEvent(QWheelEvent* event) override {
+        if (mView.IsNull()) return;
+        const double step = event->angleDelta().y() / 120.0;
+        mFitted = false;
+        if (UpdateZoom(Aspect_ScrollDelta(PlaceOf(event->position()), step * 8))) update();
+    }
+
+    void OnSelectionChanged(const Handle(AIS_InteractiveContext) & context,
+                            const Handle(V3d_View) &) override {
+        std::vector<std::string> handles;
+        for (context->InitSelected(); context->MoreSelected(); context->NextSelected())
+            for (const auto& [handle, shown] : mShown)
+                if (shown.object == context->SelectedInteractive()) handles.push_back(handle);
+        mMarked = std::set<std::string>(handles.begin(), handles.end());
+        if (onPicked) QTimer::singleShot(0, this, [this, handles] { onPicked(handles); });
+    }
+    void handleViewRedraw(const Handle(AIS_InteractiveContext) & context,
+                          const Handle(V3d_View) & view) override {
+        AIS_ViewController::handleViewRedraw(context, view);
+        if (myToAskNextFrame) update();
+    }
+
+  private:
+    struct ShownPart {
+        TopoDS_Shape shape;
+        int color = 0;
+        Handle(AIS_Shape) object;
+    };
+
+    void Die(const std::string& reason) {
+        mView.Nullify();
+        mContext.Nullify();
+        if (onDead) QTimer::singleShot(0, this, [this, reason] { onDead(reason); });
+    }
+
+    void StartViewer() {
+        const auto* const x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
+        const Handle(Aspect_DisplayConnection) display =
+            new Aspect_DisplayConnection(reinterpret_cast<Aspect_XDisplay*>(x11->display()));
+        mDriver = new OpenGl_GraphicDriver(display, false);
+        mDriver->ChangeOptions().buffersNoSwap = true;
+        mDriver->ChangeOptions().buffersOpaqueAlpha = true;
+        mDriver->ChangeOptions().useSystemBuffer = false;
+        const Handle(OpenGl_Context) context = new OpenGl_Context;
+        if (!context->Init()) return Die("the drawing can't be shown: OpenGL isn't there");
+        mViewer = new V3d_Viewer(mDriver);
+        mViewer->SetDefaultLights();
+        mViewer->SetLightOn();
+        mViewer->SetDefaultBgGradientColors({0.80, 0.85, 0.90, Quantity_TOC_sRGB},
+                                            {0.95, 0.96, 0.97, Quantity_TOC_sRGB}, Aspect_GFM_VER);
+        mContext = new AIS_InteractiveContext(mViewer);
+        mContext->HighlightStyle(Prs3d_TypeOfHighlight_Selected)->SetColor(Quantity_NOC_ORANGERED);
+        mContext->HighlightStyle(Prs3d_TypeOfHighlight_LocalSelected)->SetColor(Quantity_NOC_ORANGERED);
+        mContext->HighlightStyle(Prs3d_TypeOfHighlight_Dynamic)->SetColor(Quantity_NOC_DEEPSKYBLUE2);
+        mView = mViewer->CreateView();
+        mView->SetImmediateUpdate(false);
+        const Handle(Aspect_NeutralWindow) frame = new Aspect_NeutralWindow;
+        frame->SetVirtual(true);
+        // That of the whole window: asking for the widget's own would give every widget a window of the
+        // system.
+        frame->SetNativeHandle(static_cast<Aspect_Drawable>(this->window()->winId()));
+        frame->SetSize(std::max(width(), 1), std::max(height(), 1));
+        mView->SetWindow(frame, context->RenderingContext());
+        mView->ChangeRenderingParams().NbMsaaSamples = 4;
+        mView->TriedronDisplay(Aspect_TOTP_LEFT_LOWER, Quantity_NOC_GRAY30, 0.08, V3d_ZBUFFER);
+        LookFrom(mSide);
+        TakeDrawing();
+    }
+
+    // Parts that are gone or hidden go; those that are new or changed are prepared one after another.
+    void TakeDrawing() {
+        mWaiting.clear();
+        std::set<std::string> present;
+        if (mDocument != nullptr && !mDocument->Closed())
+            for (HostEntity* entity : mDocument->Model().Entities()) {
+                const auto* const solid = dynamic_cast<const HostSolid*>(entity);
+                if (solid == nullptr || !IsShown(*solid)) continue;
+                const std::string handle = solid->Handle();
+                present.insert(handle);
+                const auto known = mShown.find(handle);
+                const bool same = known != mShown.end() && known->second.shape.IsSame(solid->Shape()) &&
+                                  known->second.color == ColorKey(*solid);
+                if (!same) mWaiting.push_back(handle);
+            }
+        for (auto at = mShown.begin(); at != mShown.end();) {
+            if (present.contains(at->first)) {
+                ++at;
+                continue;
+            }
+            mContext->Remove(at->second.object, false);
+            at = mShown.erase(at);
+        }
+        if (!mWaiting.empty()) mPreparing.start();
+        Redraw();
+    }
+
+    static int ColorKey(const HostEntity& entity) {
+        return entity.Look().color * 1000 + entity.LayerObject().Values().color;
+    }
+
+    void Prepare() {
+        // Events are taken in the middle of commands too, which may have closed the drawing.
+        if (mContext.IsNull() || mDocument == nullptr || mDocument->Closed()) mWaiting.clear();
+        makeCurrent();
+        QElapsedTimer timer;
+        timer.start();
+        while (!mWaiting.empty() && timer.elapsed() < PrepareBudget) {
+            const std::string handle = mWaiting.front();
+            mWaiting.pop_front();
+            if (const auto* const solid = dynamic_cast<HostSolid*>(mDocument->HandleToObject(handle)))
+                ShowSolid(handle, *solid);
+        }
+        if (mWaiting.empty()) {
+            mPreparing.stop();
+            ShowMarks();
+            if (std::exchange(mFitWhenReady, false)) Fit();
+        }
+        Redraw();
+    }
+
+    void ShowSolid(const std::string& handle, const HostSolid& solid) {
+        ShownPart& shown = mShown[handle];
+        if (!shown.object.IsNull()) mContext->Remove(shown.object, false);
+        try {
+            shown.shape = solid.Shape();
+            shown.color = ColorKey(solid);
+            const double size = SizeOf(solid);
+            BRepMesh_IncrementalMesh(shown.shape, std::max(size * MeshDeflection, 1e-3), false, MeshAngle,
+                                     false);
+            shown.object = new AIS_Shape(shown.shape);
+            const Handle(Prs3d_Drawer)& drawer = shown.object->Attributes();
+            drawer->SetAutoTriangulation(false);
+            shown.object->SetColor(BoardColor(solid));
+            drawer->SetFaceBoundaryDraw(true);
+            drawer->SetFaceBoundaryAspect(new Prs3d_LineAspect(
+                Quantity_Color(0.15, 0.15, 0.15, Quantity_TOC_sRGB), Aspect_TOL_SOLID, 1.0));
+            mContext->Display(shown.object, mMode, 0, false);
+        } catch (const Standard_Failure&) {
+            // One body that the viewer can't take must not cost the picture of the others.
+            shown.object = new AIS_Shape(TopoDS_Shape());
+        } catch (const Failure&) {
+            // Erased since it was put into the queue.
+            mShown.erase(handle);
+        }
+    }
+
+    static double SizeOf(const HostSolid& solid) {
+        const Box3 box = solid.GetBoundingBox();
+        return std::max({box.max.x - box.min.x, box.max.y - box.min.y, box.max.z - box.min.z});
+    }
+
+    void ShowMarks() {
+        if (mContext.IsNull()) return;
+        makeCurrent();
+        mContext->ClearSelected(false);
+        for (const std::string& handle : mMarked)
+            if (const auto shown = mShown.find(handle); shown != mShown.end())
+                mContext->AddOrRemoveSelected(shown->second.object, false);
+        Redraw();
+    }
+
+    void Redraw() {
+        if (!mView.IsNull()) mView->Invalidate();
+        update();
+    }
+
+    Graphic3d_Vec2i PlaceOf(const QPointF& place) const {
+        const double ratio = devicePixelRatioF();
+        return Graphic3d_Vec2i(static_cast<int>(place.x() * ratio), static_cast<int>(place.y() * ratio));
+    }
+    static Aspect_VKeyMouse ButtonsOf(const QMouseEvent& event) {
+        Aspect_VKeyMouse buttons = Aspect_VKeyMouse_NONE;
+        if (event.buttons().testFlag(Qt::LeftButton)) buttons |= Aspect_VKeyMouse_LeftButton;
+        if (event.buttons().testFlag(Qt::MiddleButton)) buttons |= Aspect_VKeyMouse_MiddleButton;
+        if (event.buttons().testFlag(Qt::RightButton)) buttons |= Aspect_VKeyMouse_RightButton;
+        return buttons;
+    }
+    static Aspect_VKeyFlags FlagsOf(const QMouseEvent& event) {
+        Aspect_VKeyFlags flags = Aspect_VKeyFlags_NONE;
+        if (event.modifiers().testFlag(Qt::ShiftModifier)) flags |= Aspect_VKeyFlags_SHIFT;
+        if (event.modifiers().testFlag(Qt::ControlModifier)) flags |= Aspect_VKeyFlags_CTRL;
+        return flags;
+    }
+    void TakeButtons(const QMouseEvent& event) {
+        if (mView.IsNull()) return;
+        if (UpdateMouseButtons(PlaceOf(event.position()), ButtonsOf(event), FlagsOf(event), false)) update();
+    }
+
+    Handle(OpenGl_GraphicDriver) mDriver;
+    Handle(V3d_Viewer) mViewer;
+    Handle(V3d_View) mView;
+    Handle(AIS_InteractiveContext) mContext;
+    HostDocument* mDocument = nullptr;
+    std::map<std::string, ShownPart> mShown;
+    std::deque<std::string> mWaiting;
+    std::set<std::string> mMarked;
+    QTimer mPreparing;
+    int mMode = AIS_Shaded;
+    ViewSide mSide = ViewSide::Isometric;
+    bool mFitWhenReady = true;
+    /// Everything is in sight, and the user hasn't moved the view since.
+    bool mFitted = false;
+};
+
+}  // namespace
+
+std::unique_ptr<DrawingView> MakeModellerView(std::string& reason) {
+    // A widget that asks in vain for OpenGL takes the program down with it.
+    const bool isX11 = QGuiApplication::platformName() == QLatin1String("xcb") &&
+                       qApp->nativeInterface<QNativeInterface::QX11Application>() != nullptr;
+    QOpenGLContext probe;
+    if (!isX11 || !probe.create()) {
+        reason =
+            "The drawing can't be shown here: that takes an X display with OpenGL. Everything else works.";
+        return nullptr;
+    }
+    return std::make_unique<ModellerView>();
+}
+
+}  // namespace brenvik::desktop

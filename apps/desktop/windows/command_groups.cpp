@@ -1,0 +1,51 @@
+// The groups as they stand in the menu bar.
+#include "windows/command_groups.h"
+
+namespace brenvik::desktop {
+
+std::span<const CommandGroup> CommandGroups() {
+    constexpr bool changes = true, parts = true;
+    static const std::vector<CommandGroup> groups{
+        {"&Cut list",
+         {{Command::Show, changes, parts, "Ctrl+L"},
+          {Command::BVAdjustments},
+          {Command::UpdateNow, changes, parts},
+          {Command::UpdateNow2, changes, parts},
+          {Command::EventBrenvik, changes, parts}}},
+        {"C&NC",
+         {{Command::BVC2C, changes, parts},
+          {Command::BVATP, changes, parts},
+          {Command::BVRover1, changes, parts},
+          {Command::BVCNI, changes, parts},
+          {Command::BVASP, changes, parts},
+          {Command::BVWOP4, changes, parts},
+          {Command::BVWOP5, changes, parts},
+          {Command::BVTHERM, changes, parts},
+          {Command::BVBW, changes, parts},
+          {Command::BVEnroute, changes, parts},
+          {Command::BVABC, changes, parts},
+          {Command::BVRCIM, changes, parts},
+          {Command::BVDWG2, changes}},
+         true},
+        {"&Tools",
+         {{Command::BVMove, changes, parts},
+          {Command::BVCopy, changes, parts},
+          {Command::BVGroup, changes, parts},
+          {Command::BVExplode, changes, parts},
+          {Command::BVSection1, changes, parts},
+          {Command::BVSection2, changes, parts},
+          {Command::BVMakeView, changes, parts},
+          {Command::BVFreezeSections, changes},
+          {Command::BVUNFreezeSections, changes},
+          {Command::BVExportDWG, changes, parts}}},
+        {"&Show",
+         {{Command::ShowSelectedOnly, changes, parts},
+          {Command::HideSelectedEntities, changes, parts},
+          {Command::ShowAllEntities, changes},
+          {Command::ShowSelectedEntities, changes}}},
+        {"&Materials and settings",
+         {{Command::BVMaterial, false, false, "Ctrl+M"}, {Command::ShowSettings, false, false, "Ctrl+,"}}}};
+    return groups;
+}
+
+}  // namespace brenvik::desktop
