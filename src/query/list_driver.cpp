@@ -1,4 +1,6 @@
 // List options done through the dialogs, unseen.
+#include "query/list_driver.h"
+
 #include <algorithm>
 #include <string>
 
@@ -8,7 +10,6 @@
 #include "grid/grid_query.h"
 #include "query/frm_filter.h"
 #include "query/frm_new_sort.h"
-#include "query/list_options.h"
 #include "session/module_state.h"
 
 namespace brenvik {

@@ -38,12 +38,6 @@ struct ListChoices {
 /// where a column of numbers is filtered for a text.
 ListChoices ParseListChoices(std::string_view sort, std::string_view group, std::string_view filter);
 
-/// Does it on the grid form, which has to be loaded. The filter goes first, since a filter behind a sort
-/// would put the sort columns into the order of the table. Sort and grouping are set together: if one of them
-/// is asked for, the other is what is asked for too, or none. Fails with 5 when the dialog doesn't offer a
-/// column at present, and when the engine refuses the statement; its failure has been shown by then.
-void ApplyListChoices(const ListChoices& choices);
-
 /// Fails with 5 and the description "option: complaint".
 [[noreturn]] void RefuseOption(std::string_view option, const std::string& complaint);
 

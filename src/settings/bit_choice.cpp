@@ -5,12 +5,8 @@
 
 #include "base/number_text.h"
 #include "base/numbers.h"
-#include "base/skip.h"
 #include "base/text.h"
 #include "session/message.h"
-#include "session/module_state.h"
-#include "session/ports/files_port.h"
-#include "session/session.h"
 #include "settings/bit_in_hand.h"
 #include "settings/frm_choice.h"
 #include "settings/frm_choicetherm.h"
@@ -26,9 +22,6 @@ constexpr double ClearingFactor = 1.999999;
 
 /// Sides of inside routes and diameters of circles are compared at this many decimals.
 constexpr int Decimals = 5;
-
-constexpr SettingName StandingSwitch = setting::Skipandcontinue,
-                      StandingOption = setting::skipandcontinuevalue;
 
 /// Ends in the blank that the sentence around it lacks.
 constexpr std::string_view SupportAddress = "support@brenvik.example ";
@@ -127,35 +120,6 @@ bool GiveUp(BitChoice& choice) {
     return false;
 }
 
-/// What stands, in the run that goes on or in the settings.
-struct StandingAnswers {
-    bool inRun = false;
-    bool isOn = false;
-    int option = 0;
-};
-
-int StoredOption() {
-    const double stored = NumberSetting(StandingOption);
-    for (int option = 1; option <= ChoiceOptionCount; ++option)
-        if (stored == option) return option;
-    return 0;
-}
-
-StandingAnswers Standing() {
-    const StandingAnswers& ofRun = StateOf<StandingAnswers>();
-    return ofRun.inRun ? ofRun : StandingAnswers{false, SwitchIsOn(StandingSwitch), StoredOption()};
-}
-
-/// What one of several programs in a home writes to the settings may be meant for another one's parts.
-bool SettingsAreOwn() { return ThePlatform().files->WorkFolder().empty(); }
-
-void StoreStandingAnswer(int option, std::string_view isOn) {
-    ChangeSettingsTogether([&] {
-        SaveSettingText(StandingOption, std::to_string(option));
-        SaveSettingText(StandingSwitch, isOn);
-    });
-}
-
 }  // namespace
 
 std::string_view PathKindText(PathKind kind) {
@@ -247,8 +211,8 @@ bool ChooseInsideRouteBit(BitChoice& choice, const MaterialRecord& material, std
         choice.kind = bit.kind;
         return true;
     }
-    if (dialog == ChoiceDialog::WithStandingAnswer && Standing().isOn) {
-        if (TakeOption(choice, material, Standing().option)) return true;
+    if (dialog == ChoiceDialog::WithStandingAnswer && CurrentStandingAnswer().isOn) {
+        if (TakeOption(choice, material, CurrentStandingAnswer().option)) return true;
     } else {
         ShowMessage(NoneSmallEnough(key, RoundHalfEven(shortestSide, Decimals)));
         AskForBit(choice, material, dialog);
@@ -290,26 +254,5 @@ bool TakeOption(BitChoice& choice, const MaterialRecord& material, int option) {
     choice.kind = option % 2 == 1 ? PathKind::RT : PathKind::PKC;
     return true;
 }
-
-StandingAnswersOfRun::StandingAnswersOfRun() {
-    StandingAnswers answers{true, false, 0};
-    Skip([&] {
-        if (SwitchIsOn(StandingSwitch) && SettingsAreOwn()) answers = {true, true, StoredOption()};
-    });
-    StateOf<StandingAnswers>() = answers;
-}
-
-StandingAnswersOfRun::~StandingAnswersOfRun() { StateOf<StandingAnswers>() = {}; }
-
-void KeepStandingAnswer(int option) {
-    StandingAnswers& answers = StateOf<StandingAnswers>();
-    if (answers.inRun) {
-        answers = {true, true, option};
-        if (!SettingsAreOwn()) return;
-    }
-    StoreStandingAnswer(option, "1");
-}
-
-void ForgetStandingAnswer() { StoreStandingAnswer(0, "0"); }
 
 }  // namespace brenvik

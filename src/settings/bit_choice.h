@@ -86,18 +86,11 @@ bool ChooseThroughCircleBit(BitChoice& choice, const MaterialRecord& material, s
 bool ChooseCirclePocketBit(BitChoice& choice, const MaterialRecord& material, std::string_view key,
                            double circleDiameter);
 
-// The standing answer: the number of an option of the choice dialog, 1 to 6, a route and a pocket option for
-// each bit.
-
+/// The options of the choice dialog, 1 to 6: a route and a pocket option for each bit.
 inline constexpr int ChoiceOptionCount = 6;
 
 /// Takes the bit and the kind of path that an option stands for. False, and nothing is changed, for a number
 /// that is no option and for an empty slot.
 bool TakeOption(BitChoice& choice, const MaterialRecord& material, int option);
-/// Keeps the answer for the run, and in the settings: `skipandcontinuevalue`, and 1 in `Skipandcontinue`. In
-/// a run beside another program's it stays out of the settings.
-void KeepStandingAnswer(int option);
-/// Puts both to 0, as the end of a run does.
-void ForgetStandingAnswer();
 
 }  // namespace brenvik

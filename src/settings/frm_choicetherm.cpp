@@ -1,5 +1,6 @@
 // The one control that this dialog has more.
 #include "settings/frm_choicetherm.h"
+#include "settings/standing_answer.h"
 
 #include <string>
 #include <string_view>

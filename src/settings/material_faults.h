@@ -26,17 +26,4 @@ std::vector<MaterialFault> PointsInSpeeds(const MaterialTexts& texts, std::size_
 /// The lines behind the first `before` of a library and up to the line `last` that were no UTF-8.
 std::vector<MaterialFault> GuessedLines(const FileLines& file, std::size_t before, std::size_t last);
 
-/// A material and its faults, from one reading of the library.
-struct CheckedMaterial {
-    MaterialTexts texts;
-    std::size_t head = 0;  ///< The line of its key, from 1.
-    std::vector<MaterialFault> faults;
-    std::vector<MaterialFault> guessed;  ///< Its lines that were no UTF-8.
-};
-
-/// The material with this key, as FindMaterial gives it, and its faults. Values are read by position, so a
-/// key of the wrong length truncates its value. Null if there is no such material. Fails as FindMaterial
-/// does.
-std::optional<CheckedMaterial> FindCheckedMaterial(std::string_view key);
-
 }  // namespace brenvik

@@ -109,6 +109,19 @@ std::string MaterialValue(std::string_view line, std::size_t field);
 /// millimetres), else to 5, with no zero before the point, a blank, and the name in upper case.
 std::string MaterialKey(double thickness, std::string_view materialName, double exportScaleSetting);
 
+/// A material and its faults, from one reading of the library.
+struct CheckedMaterial {
+    MaterialTexts texts;
+    std::size_t head = 0;  ///< The line of its key, from 1.
+    std::vector<MaterialFault> faults;
+    std::vector<MaterialFault> guessed;  ///< Its lines that were no UTF-8.
+};
+
+/// The material with this key, as FindMaterial gives it, and its faults. Values are read by position, so a
+/// key of the wrong length truncates its value. Null if there is no such material. Fails as FindMaterial
+/// does.
+std::optional<CheckedMaterial> FindCheckedMaterial(std::string_view key);
+
 /// The values of the material with this key: ".75 oak" and "0.75 OAK" are the same. Of several, the last one.
 /// Null if there is none. Fails as reading the file does, and with 62, naming the line, when the record
 /// has fewer than fifteen lines.

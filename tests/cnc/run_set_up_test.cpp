@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "cnc/run_template_fixture.h"
+#include "settings/standing_answer.h"
 
 namespace brenvik {
 namespace {

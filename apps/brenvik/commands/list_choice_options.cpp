@@ -8,6 +8,7 @@
 #include "base/letter_case.h"
 #include "base/quoted.h"
 #include "query/frm_filter.h"
+#include "query/list_driver.h"
 
 namespace brenvik::app {
 

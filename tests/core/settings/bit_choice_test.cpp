@@ -1,6 +1,7 @@
 // Router bits for through contours, for routes that stop inside the part, and for circles: every order of
 // three diameters against shorter, equal and longer measures, and what is told where no bit fits.
 #include "settings/bit_choice.h"
+#include "settings/standing_answer.h"
 
 #include <optional>
 #include <vector>
