@@ -9,6 +9,7 @@
 
 #include "forms/form.h"
 #include "grid/frm_main.h"
+#include "query/list_driver.h"
 #include "query/list_options.h"
 #include "session/library/loading.h"
 #include "session/ports/dialog_port.h"
