@@ -203,8 +203,10 @@ TEST_F(Prove, ACutThatGoesDeepIntoTheSpoilBoardIsTold) {
         cutTo("1270.0", "1270");
         ExpectTold(ProveJob(), "goes 1252 into the spoil board, expected 25 at most",
                    "0 of 1 parts come out of cut as they are drawn\n");
-        cutTo("38.0", "38");
+        cutTo("43.0", "43");
         EXPECT_EQ(ProveJob().status, 0) << target;
+        cutTo("43.5", "43p5");
+        EXPECT_EQ(ProveJob().status, 1) << target;
         // What the shop has set is its own choice.
         cutTo("58.0", "58");
         EXPECT_EQ(ProveJob().status, 1) << target;

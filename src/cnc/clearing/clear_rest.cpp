@@ -66,8 +66,9 @@ AcadLWPolyline* PathOf(const std::vector<AcadLWPolyline*>& paths, const WrittenO
 
 Removals RemovalsOf(const RunState& run) {
     const std::vector<std::string> tools = ToolNumbersOf(run);
-    const SideContext context{run.target,       run.Metric(), !run.FirstPass(),       run.part.ExtentY,
-                              run.part.ExtentZ, tools,        run.part.Material.tools};
+    const SideContext context{
+        run.target,       run.Metric(), !run.FirstPass(),        run.part.ExtentY,
+        run.part.ExtentZ, tools,        run.part.Material.tools, std::max(-run.SpoilAmount, 0.0)};
     const std::vector<AcadLWPolyline*> paths = All<AcadLWPolyline>(*run.part.drawing);
     Removals removals;
     for (WrittenOperation& operation : ReadWrittenSide(*run.part.drawing, context).operations) {

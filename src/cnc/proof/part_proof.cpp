@@ -15,10 +15,11 @@
 #include "cnc/part/told.h"
 #include "cnc/plan/bit_access.h"
 #include "cnc/plan/bit_reach.h"
-#include "cnc/plan/doubled_back.h"
-#include "cnc/plan/plan_field.h"
 #include "cnc/plan/plan_piece.h"
+#include "cnc/proof/needless_operations.h"
 #include "cnc/proof/single_operations.h"
+#include "cnc/proof/slab_sections.h"
+#include "cnc/proof/way_checks.h"
 
 namespace brenvik {
 
@@ -33,20 +34,6 @@ constexpr double DepthSlack = 1e-6;
 constexpr int PiecesOfSlope = 3;
 /// Two bores are in one line when they agree to this, in millimetres: names have two decimals.
 constexpr double SamePlace = 0.02;
-/// In millimetres: how far a path has to run back beside itself, and how far around that wood is looked for.
-constexpr double ShortestDoubled = 0.2, BesideDoubled = 0.03;
-
-struct Slab {
-    double low = 0, high = 0;
-    double Middle() const { return (low + high) / 2; }
-};
-
-/// A slab with the part's section in it.
-struct PartSection {
-    Slab slab;
-    std::vector<PlanSide> sides;
-    PlanField field;
-};
 
 /// The round that a bit leaves in a corner of its path, and the heights at which the part has no such corner.
 struct ShownCorner {
@@ -92,7 +79,6 @@ class Prover {
 
     PartProof Prove() {
         TellSingleOperations();
-        TellDoubled();
         for (std::size_t i = 0; i < mOperations.size(); ++i) ShowCorners(i);
         for (const PartSection& section : mSections) {
             const std::vector<PlanShape> shapes = ShapesAt(section.slab.Middle());
@@ -100,6 +86,7 @@ class Prover {
                 mSpots.push_back({std::move(spot), section.slab});
         }
         Join();
+        TellStrayWays();
         return std::move(mProof);
     }
 
@@ -354,51 +341,46 @@ class Prover {
 
     void TellSingleOperations() {
         const auto isWood = [this](const WrittenOperation& each, const PlanPoint& at) {
-            return IsWood(each, at);
+            return IsWood(Ways(), each, at);
         };
         // Between themselves each takes what its bit gets to: another one may be there for a corner.
         std::vector<PlanShape> shapes = mShapes;
         for (std::size_t i = 0; i < shapes.size(); ++i)
             for (const RoundedCorner& corner : mCorners[i])
                 std::ranges::copy(BorderOf(corner), std::back_inserter(shapes[i].notReached));
-        std::ranges::move(FaultsOfSingleOperations({mOperations, shapes, mBox, mUnit, isWood}),
+        const OperationsOfPart part{mOperations, shapes, mBox, mUnit, isWood};
+        OperationFaults faults = FaultsOfSingleOperations(part);
+        std::ranges::move(faults.texts, std::back_inserter(mProof.faults));
+        std::ranges::move(FaultsOfNeedless(part, Board(), std::move(faults.needless)),
                           std::back_inserter(mProof.faults));
     }
 
-    // Paths that go out and come back the same way: what they enclose there is too little for a difference.
-
-    bool IsWood(const WrittenOperation& operation, const PlanPoint& at) const {
-        return std::ranges::any_of(mSections, [&](const PartSection& section) {
-            const double height = section.slab.Middle();
-            return operation.low < height && height < operation.high && section.field.Holds(at);
-        });
+    std::vector<BoardAtHeight> Board() const {
+        std::vector<BoardAtHeight> board;
+        for (const PartSection& section : mSections) {
+            board.push_back({{section.slab.low, section.slab.high}, ShapesAt(section.slab.Middle())});
+            std::erase_if(board.back().stock,
+                          [](const PlanShape& shape) { return shape.role != PlanShape::Role::Stock; });
+        }
+        return board;
     }
 
-    /// On a wall it cuts nothing that the rest of the path doesn't, and neither does a path in the air. An
-    /// outline that runs out there keeps its bit, which goes around outside, away from the part's edge.
-    bool ChangesWood(const WrittenOperation& operation, const DoubledStretch& stretch) const {
-        const double off = BesideDoubled * mUnit;
-        const std::array around{PlanPoint{off, 0}, PlanPoint{-off, 0}, PlanPoint{0, off}, PlanPoint{0, -off}};
-        const auto allAre = [&](bool wood) {
-            return std::ranges::all_of(stretch.between, [&](const PlanPoint& at) {
-                return std::ranges::all_of(around, [&](const PlanPoint& away) {
-                    return IsWood(operation, {at.x + away.x, at.y + away.y}) == wood;
-                });
+    // The ways of paths.
+
+    WaysOfPart Ways() const { return {mOperations, mSections, mUnit}; }
+
+    /// What is told of a path already stands for where it leads.
+    void TellStrayWays() {
+        std::ranges::move(FaultsOfDoubledWays(Ways()), std::back_inserter(mProof.faults));
+        std::vector<PlanBox> told;
+        for (const ProofSpot& spot : mProof.spots)
+            if (spot.difference != Difference::Standing)
+                told.push_back({spot.box.min.x, spot.box.min.y, spot.box.max.x, spot.box.max.y});
+        for (StrayWay& stray : FaultsOfStrayWays(Ways(), told)) {
+            const bool isKnown = std::ranges::any_of(mProof.faults, [&stray](const std::string& text) {
+                return text.find(stray.name) != std::string::npos;
             });
-        };
-        return allAre(true) || (operation.kind == OperationKind::Outline && allAre(false));
-    }
-
-    void TellDoubled() {
-        for (const WrittenOperation& operation : mOperations) {
-            if (operation.bore || operation.kind == OperationKind::Hole) continue;
-            for (const DoubledStretch& stretch :
-                 DoubledBack(operation.sides, NoWidth * mUnit, ShortestDoubled * mUnit)) {
-                if (!ChangesWood(operation, stretch)) continue;
-                mProof.faults.push_back(NameWithSide(operation) + " runs out and back the same way, from " +
-                                        ReportedPlace(stretch.from) + " to " + ReportedPlace(stretch.to));
-                break;
-            }
+            if (!isKnown) mProof.faults.push_back(std::move(stray.text));
         }
     }
 
@@ -434,7 +416,8 @@ bool OutlinesDiffer(std::span<const WrittenOperation> operations, double unit) {
     }
     if (outlines[0].empty() || outlines[1].empty()) return false;
     const std::array<PlanShape, 1> second{PlanShape{PlanShape::Role::Stock, outlines[1], -1}};
-    return !CompareInPlan(outlines[0], second, NoWidth * unit).empty();
+    return CornersStray(outlines[0], outlines[1], unit) || CornersStray(outlines[1], outlines[0], unit) ||
+           !CompareInPlan(outlines[0], second, NoWidth * unit).empty();
 }
 
 }  // namespace brenvik

@@ -16,8 +16,8 @@ namespace {
 
 /// In millimetres: no spoil board is cut deeper, whatever the setting of the day was.
 constexpr double DeepestSpoil = 25;
-/// In millimetres: places in names and files are rounded; places at one edge.
-constexpr double ReachSlack = 1, SameEdge = 0.02;
+/// In millimetres: by how much a run-off may miss its bound, and a depth in a name; places at one edge.
+constexpr double ReachSlack = 1, DepthRounding = 0.01, SameEdge = 0.02;
 /// Of the widest bit: a path runs off by less than a bit at an edge, and by less than another one where it
 /// opens into air.
 constexpr double BitsBeyond = 2;
@@ -35,7 +35,7 @@ class ReachCheck {
     void Look(const WrittenOperation& operation) {
         if (operation.bore) return LookAtMouth(operation);
         const double below = std::max(mPart.min.z - operation.low, operation.high - mPart.max.z);
-        if (below > mSpoil + ReachSlack * mUnit)
+        if (below > mSpoil + DepthRounding * mUnit)
             Fault(operation, "goes " + ReportedLength(below) + " into the spoil board, expected " +
                                  ReportedLength(mSpoil) + " at most");
         // A circle is known by what it cuts.

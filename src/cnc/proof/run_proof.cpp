@@ -232,8 +232,9 @@ void GatherWrittenSide(RunState& run, AcadDocument& file, bool secondSide) {
     if (!run.part.proof->part) return;
     GatheredProof& proof = *run.part.proof;
     const std::vector<std::string> tools = ToolNumbersOf(run);
-    WrittenSide side = ReadWrittenSide(file, {run.target, run.Metric(), secondSide, proof.width,
-                                              proof.thickness, tools, run.part.Material.tools});
+    WrittenSide side =
+        ReadWrittenSide(file, {run.target, run.Metric(), secondSide, proof.width, proof.thickness, tools,
+                               run.part.Material.tools, std::max(-run.SpoilAmount, 0.0)});
     std::ranges::move(side.operations, std::back_inserter(proof.operations));
     std::ranges::move(side.faults, std::back_inserter(proof.faults));
 }

@@ -15,8 +15,8 @@ namespace brenvik {
 
 namespace {
 
-/// In millimetres: less deep than this is nothing, and so is what is no wider.
-constexpr double NoDepth = 0.01, NoWidth = 0.05, NoArea = 0.05;
+/// In millimetres: less deep or wide than this is nothing.
+constexpr double NoDepth = 0.01;
 /// In millimetres: places nearer than this are one, and a side as short is none.
 constexpr double SamePlace = 0.01;
 constexpr double SameBulge = 1e-3;
@@ -32,17 +32,16 @@ void Widen(PlanBox& box, const PlanPoint& point) {
 
 class OperationCheck {
   public:
-    explicit OperationCheck(const OperationsOfPart& part) : mPart(part) {
-        for (const WrittenOperation& operation : mPart.operations)
-            mBoxes.push_back(BoxAround(operation.sides));
-    }
+    explicit OperationCheck(const OperationsOfPart& part)
+        : mPart(part), mFaults{{}, std::vector<bool>(part.operations.size())} {}
 
-    std::vector<std::string> Check() {
+    OperationFaults Check() {
         for (std::size_t i = 0; i < mPart.operations.size(); ++i)
             for (std::size_t j = i + 1; j < mPart.operations.size(); ++j) LookAtPair(i, j);
-        for (const WrittenOperation& operation : mPart.operations) {
+        for (std::size_t i = 0; i < mPart.operations.size(); ++i) {
+            const WrittenOperation& operation = mPart.operations[i];
             if (operation.kind != OperationKind::Outline && !IsOnSheet(operation))
-                mFaults.push_back(NameWithSide(operation) + " passes the part by and cuts nothing");
+                TellNeedless(i, NameWithSide(operation) + " passes the part by and cuts nothing");
             LookAtCourse(operation);
         }
         return std::move(mFaults);
@@ -51,28 +50,24 @@ class OperationCheck {
   private:
     void LookAtPair(std::size_t i, std::size_t j) {
         const WrittenOperation &a = mPart.operations[i], &b = mPart.operations[j];
-        if (AreTwins(a, b, {mPart.box.min.z, mPart.box.max.z}, mPart.unit)) {
-            mFaults.push_back(a.layer == b.layer ? a.layer + " stands twice in one place"
-                                                 : a.layer + " and " + b.layer + " stand in one place");
-            return;
-        }
-        // From the other side it may clear what a cut-out has opened already, and cuts air.
-        if (a.bore || b.bore || a.secondSide != b.secondSide) return;
-        if (a.kind == OperationKind::Outline || b.kind == OperationKind::Outline) {
-            if (a.kind == b.kind) LookAtOutlines(i, j);
-            return;
-        }
-        if (IsWithin(i, j))
-            TellWithin(a, b);
-        else if (IsWithin(j, i))
-            TellWithin(b, a);
+        if (AreTwins(a, b, {mPart.box.min.z, mPart.box.max.z}, mPart.unit))
+            return TellNeedless(j, a.layer == b.layer ? a.layer + " stands twice in one place"
+                                                      : a.layer + " and " + b.layer + " stand in one place");
+        const bool areOutlines = a.kind == OperationKind::Outline && b.kind == OperationKind::Outline;
+        if (areOutlines && a.secondSide == b.secondSide) LookAtOutlines(i, j);
+    }
+
+    void Tell(std::string text) { mFaults.texts.push_back(std::move(text)); }
+    void TellNeedless(std::size_t number, std::string text) {
+        Tell(std::move(text));
+        mFaults.needless[number] = true;
     }
 
     /// Of an operation within the part: how far the spoil board is cut doesn't count.
     double LowOf(const WrittenOperation& one) const { return std::max(one.low, mPart.box.min.z); }
     double HighOf(const WrittenOperation& one) const { return std::min(one.high, mPart.box.max.z); }
 
-    // Operations that pass the sheet by, or cut what another one cuts.
+    // Operations that pass the sheet by.
 
     bool IsOnSheet(const WrittenOperation& operation) const {
         const std::vector<PlanSide> sides =
@@ -81,31 +76,6 @@ class OperationCheck {
         const Box3& box = mPart.box;
         return Overlap(BoxAround(sides), {box.min.x, box.min.y, box.max.x, box.max.y}, slack) &&
                HighOf(operation) - LowOf(operation) > slack;
-    }
-
-    /// Whether the first takes nothing that the second doesn't take, each as far as its bit reaches.
-    bool IsWithin(std::size_t inner, std::size_t outer) const {
-        const WrittenOperation &a = mPart.operations[inner], &b = mPart.operations[outer];
-        if (a.sides.empty() || b.sides.empty()) return false;
-        const double slack = NoDepth * mPart.unit;
-        if (LowOf(a) < LowOf(b) - slack || HighOf(a) > HighOf(b) + slack) return false;
-        if (!Overlap(mBoxes[inner], mBoxes[outer], slack)) return false;
-        const PlanShape whole{PlanShape::Role::Stock, a.sides, -1};
-        const std::array without{whole, mPart.shapes[outer]};
-        const std::array with{whole, mPart.shapes[outer], mPart.shapes[inner]};
-        return AreaOf(CompareInPlan({}, without, NoWidth * mPart.unit)) <
-               AreaOf(CompareInPlan({}, with, NoWidth * mPart.unit)) + NoArea * mPart.unit * mPart.unit;
-    }
-
-    static double AreaOf(const std::vector<PlanSpot>& spots) {
-        double area = 0;
-        for (const PlanSpot& spot : spots) area += spot.area;
-        return area;
-    }
-
-    void TellWithin(const WrittenOperation& inner, const WrittenOperation& outer) {
-        mFaults.push_back(NameWithSide(inner) + " cuts nothing that " + NameWithSide(outer) +
-                          " does not cut, " + PlaceOf(inner));
     }
 
     // Outlines. Those of a part's lumps lie apart, or around a lump in the window of another one.
@@ -147,9 +117,8 @@ class OperationCheck {
         for (const std::size_t each : {i, j}) {
             const WrittenOperation& outline = mPart.operations[each];
             if (!CutsIntoPart(outline)) continue;
-            mFaults.push_back(NameWithSide(outline) +
-                              " goes around wood within another outline, and cuts the part smaller, " +
-                              PlaceOf(outline));
+            Tell(NameWithSide(outline) +
+                 " goes around wood within another outline, and cuts the part smaller, " + PlaceOf(outline));
         }
     }
 
@@ -164,9 +133,8 @@ class OperationCheck {
             };
             const bool isNone = AreNear(side->from, side->to);
             if (!isNone && std::none_of(std::next(side), path.sides.end(), isSame)) continue;
-            mFaults.push_back(
-                NameWithSide(path) + (isNone ? " has a vertex twice, at " : " runs twice from ") +
-                ReportedPlace(side->from) + (isNone ? std::string() : " to " + ReportedPlace(side->to)));
+            Tell(NameWithSide(path) + (isNone ? " has a vertex twice, at " : " runs twice from ") +
+                 ReportedPlace(side->from) + (isNone ? std::string() : " to " + ReportedPlace(side->to)));
             return;
         }
     }
@@ -176,8 +144,7 @@ class OperationCheck {
     }
 
     const OperationsOfPart& mPart;
-    std::vector<PlanBox> mBoxes;
-    std::vector<std::string> mFaults;
+    OperationFaults mFaults;
 };
 
 }  // namespace
@@ -231,7 +198,7 @@ std::string ReportedPlace(const PlanPoint& point) {
     return ReportedLength(point.x) + "," + ReportedLength(point.y);
 }
 
-std::vector<std::string> FaultsOfSingleOperations(const OperationsOfPart& part) {
+OperationFaults FaultsOfSingleOperations(const OperationsOfPart& part) {
     return OperationCheck(part).Check();
 }
 

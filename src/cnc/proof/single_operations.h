@@ -38,8 +38,14 @@ struct OperationsOfPart {
     std::function<bool(const WrittenOperation&, const PlanPoint&)> isWood;
 };
 
-/// In words: operations that stand twice, that cut nothing, or nothing that another one of the side doesn't
-/// cut, and outlines that go around the same wood.
-std::vector<std::string> FaultsOfSingleOperations(const OperationsOfPart& part);
+struct OperationFaults {
+    std::vector<std::string> texts;
+    /// Of each operation whether a text says that it is one too many.
+    std::vector<bool> needless;
+};
+
+/// Operations that stand twice or pass the part by, outlines that go around the same wood, and ways that
+/// stop or run twice.
+OperationFaults FaultsOfSingleOperations(const OperationsOfPart& part);
 
 }  // namespace brenvik

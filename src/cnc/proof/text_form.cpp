@@ -310,7 +310,10 @@ class FormCheck {
         const Record& record = layer->second;
         const std::optional<int> flags = record.Whole(group::Flags), color = record.Whole(group::Color);
         if (!flags || (*flags & Frozen) != 0) Fault(record.line, "the layer " + name + " is frozen");
-        if (!color || *color < 0) Fault(record.line, "the layer " + name + " is turned off");
+        if (record.Find(group::Color) == nullptr)
+            Fault(record.line, "the layer " + name + " has no colour (group 62)");
+        else if (!color || *color < 0)
+            Fault(record.line, "the layer " + name + " is turned off");
         if (record.CountOf(group::Color) > 1)
             Fault(record.line, "the layer " + name + " has the group 62 twice");
         if (record.Find(group::TrueColor) != nullptr)

@@ -8,9 +8,11 @@ namespace brenvik {
 
 namespace {
 
-/// In millimetres: nearer than this is the same.
-constexpr double SamePlace = 0.01;
+/// In millimetres: nearer than this is the same; a bore that is wider or deeper by no more is no other one.
+constexpr double SamePlace = 0.01, NoWidth = 0.05;
 constexpr double SameBulge = 1e-4;
+/// Of the cosine of the angle between two bores.
+constexpr double SameWay = 1e-6;
 
 /// The corners of a closed path needn't begin at the same one.
 bool SameSides(const std::vector<PlanSide>& a, const std::vector<PlanSide>& b, double unit) {
@@ -36,13 +38,16 @@ bool AreUprightOfOneSide(const WrittenOperation& a, const WrittenOperation& b) {
     return isUpright(a) && isUpright(b) && a.secondSide == b.secondSide;
 }
 
-/// Of two bores in one line the wider one is the other's counterbore if it is less deep.
+/// Of two bores in one line the wider one is the other's counterbore if it is less deep. One beside the line
+/// is held as far as its wall lies within the other's.
 bool HoldsBore(const WrittenOperation& outer, const WrittenOperation& inner, double unit) {
     const LevelRound &a = *outer.bore, &b = *inner.bore;
-    const double off = std::hypot(a.on.x - b.on.x, a.on.y - b.on.y, a.on.z - b.on.z);
-    const bool sameWay = a.along.x * b.along.x + a.along.y * b.along.y > 0;
-    return off < SamePlace * unit && sameWay && inner.boreDepth < outer.boreDepth + SamePlace * unit &&
-           b.radius < a.radius + SamePlace * unit;
+    const double slack = NoWidth * unit;
+    const double dx = b.on.x - a.on.x, dy = b.on.y - a.on.y;
+    const double before = dx * a.along.x + dy * a.along.y, beside = dx * a.along.y - dy * a.along.x;
+    const bool sameWay = a.along.x * b.along.x + a.along.y * b.along.y > 1 - SameWay;
+    return sameWay && before > -slack && before + inner.boreDepth < outer.boreDepth + slack &&
+           std::hypot(beside, b.on.z - a.on.z) + b.radius < a.radius + slack;
 }
 
 }  // namespace

@@ -23,6 +23,7 @@ constexpr double SameAxis = 1e-6;
 constexpr double PlaceSlack = 1e-4;
 /// Rectangles of bores have corners of four decimals, in any unit.
 constexpr double RectangleRounding = 1e-4;
+constexpr int CutOutColor = 1;
 
 bool IsLevel(const Point3& normal) { return std::hypot(normal.x, normal.y) < SameAxis; }
 
@@ -64,6 +65,7 @@ class SideReader {
             return level ? Fault("a bore that stands") : TakeBore(circle, *name);
         if (name->kind == OperationKind::Sheet) return Fault("a circle");
         if (!level) return Fault("a circle that isn't level");
+        mCutsThrough = name->kind == OperationKind::Route || name->kind == OperationKind::Path;
         AddUpright(*name, Kind(*name, false), SidesOf(circle), circle.Center().z,
                    -circle.Thickness() * circle.Normal().z);
     }
@@ -79,6 +81,7 @@ class SideReader {
         if (name->kind == OperationKind::Bore) return TakeRectangle(polyline, *name);
         if (name->kind == OperationKind::Sheet) return Fault("a path");
         const double up = polyline.Normal().z;
+        mCutsThrough = polyline.Color() == layers::OutlineColor || polyline.Color() == CutOutColor;
         AddUpright(*name, Kind(*name, polyline.Color() == layers::OutlineColor), SidesOf(polyline),
                    polyline.Elevation() * up, -polyline.Thickness() * up);
     }
@@ -119,6 +122,12 @@ class SideReader {
         return *name.depth;
     }
 
+    double WithSkin(double depth) const {
+        const bool leavesSkin =
+            mContext.skin > 0 && mCutsThrough && !Apart(depth, mContext.thickness - mContext.skin, 0);
+        return leavesSkin ? mContext.thickness : depth;
+    }
+
     PlanPoint OnFirst(const PlanPoint& point) const {
         return mContext.secondSide ? PlanPoint{point.x, mContext.width - point.y} : point;
     }
@@ -129,7 +138,7 @@ class SideReader {
                     double thickness) {
         if (std::abs(z) > Slack())
             Fault("a path or hole at height " + ReportedLength(z) + " and not on the top face");
-        const double depth = DepthOf(name, thickness);
+        const double depth = WithSkin(DepthOf(name, thickness));
         if (depth <= 0) return Fault("an operation that cuts nothing");
         if (name.kind != OperationKind::Hole && Trim(name.tool) == "0")
             Fault("a path whose tool is 0, which stands for none,");
@@ -244,6 +253,8 @@ class SideReader {
     const SideContext& mContext;
     WrittenSide& mSide;
     std::string mLayer;
+    /// Whether the entity in hand may be a cut right through, by its kind and colour.
+    bool mCutsThrough = false;
 };
 
 }  // namespace

@@ -49,6 +49,9 @@ struct SideContext {
     std::span<const std::string> tools = {};
     /// Those of the part's material, for paths whose names have no diameter.
     std::span<const MaterialTool> bits = {};
+    /// How far above the spoil board cuts right through stop, by a setting: the board is held by the skin
+    /// that is left, and what such a cut goes around falls out all the same.
+    double skin = 0;
 };
 
 /// Of the document as it has been saved.

@@ -17,6 +17,7 @@
 #include "cnc/part/part_material.h"
 #include "cnc/part/part_measures.h"
 #include "cnc/proof/file_checks.h"
+#include "cnc/proof/part_silhouette.h"
 #include "cnc/proof/run_proof.h"
 #include "cnc/proof/target_of_names.h"
 #include "cnc/proof/text_form.h"
@@ -68,6 +69,7 @@ class FolderProof {
         mRun.app = &app;
         mRun.form = mFiles.form;
         mRun.sessionDrawing = app.ActiveDocument();
+        mRun.SpoilAmount = NumberSetting(setting::BiesseWorksSpoil);
         FilesPort& port = *ThePlatform().files;
         mFirst = port.ListFiles(mFiles.folder, FirstSideDxfFiles);
         if (port.FolderExists(mSecondFolder)) mSecond = port.ListFiles(mSecondFolder, SecondSideDxfFiles);
@@ -221,13 +223,40 @@ class FolderProof {
             if (hasSecond) other.emplace(*mRun.app, mSecondFolder + second);
             Gather(run, first.Document(), {mFiles.folder, file, false});
             if (other) Gather(run, other->Document(), {mSecondFolder, second, true});
+            StandInForOutline(run);
             // Leads of tongues lie outside the outline, on each side in their own way.
             if (!SwitchIsOn(setting::ToungeProcessing) &&
                 OutlinesDiffer(run.part.proof->operations, UnitOf(run)))
                 run.part.proof->faults.push_back("the outlines of the two sides differ");
         });
         if (failure) NoteUnproved(run, failure->detail());
+        TellLetterCase(run, file);
         ProveGathered(run);
+    }
+
+    /// On a machine that parts small letters from capitals a list's file is found by its very name.
+    void TellLetterCase(const RunState& run, const std::string& file) const {
+        const auto tell = [&run](const std::string& written, const std::string& wanted) {
+            if (written != wanted && EqualsIgnoreCase(written, wanted))
+                run.part.proof->faults.push_back("the file " + written +
+                                                 " has other small and capital letters "
+                                                 "than the name that the run gives it, " +
+                                                 wanted);
+        };
+        // A group's file has the name of one of its parts, and the others' may differ in letters.
+        if (mFiles.form == RunForm::A)
+            for (const std::string& name : NamesOf(run)) tell(file, name);
+        for (const std::string& name : mSecond) tell(name, "B" + file);
+    }
+
+    /// An outline that the run has left out is nowhere to be read: the part's own takes its place.
+    static void StandInForOutline(const RunState& run) {
+        GatheredProof& proof = *run.part.proof;
+        const bool isThere = std::ranges::any_of(proof.operations, [](const WrittenOperation& each) {
+            return each.kind == OperationKind::Outline && !each.secondSide;
+        });
+        if (SwitchIsOn(setting::BiesseWorksNest) && !isThere && proof.part)
+            proof.leftOutOutlines.push_back(SilhouetteOf(*proof.part, UnitOf(run)));
     }
 
     /// A file of one side.

@@ -120,6 +120,44 @@ TEST(PartProof, AnOperationThatAnotherOneHoldsIsTold) {
     EXPECT_TRUE(ProvePart(Board(recess), operations, {}, 1).faults.empty());
 }
 
+TEST(PartProof, APathThatSeveralOthersCoverTogetherIsTold) {
+    const std::vector<PlanSide> recess = Rectangle(100, 100, 400, 160);
+    const auto faults = [&](const std::vector<PlanSide>& added, double low) {
+        const std::vector<WrittenOperation> operations{
+            Outline(), Path("LEFT", Rectangle(100, 100, 210, 160), 12),
+            Path("MIDDLE", Rectangle(200, 100, 310, 160), 12),
+            Path("RIGHT", Rectangle(300, 100, 400, 160), 12), Path("ADDED", added, low)};
+        return ProvePart(Board(recess, 12), operations, {}, 1).faults;
+    };
+    EXPECT_EQ(faults(Rectangle(110, 110, 390, 150), 12),
+              (Texts{"ADDED cuts nothing that others do not cut already, from 110,110 to 390,150"}));
+    EXPECT_EQ(faults(Rectangle(110, 110, 390, 150), 15),
+              (Texts{"ADDED cuts nothing that others do not cut already, from 110,110 to 390,150"}));
+    EXPECT_EQ(faults(Rectangle(110, 110, 390, 150), 11.9), Texts());
+    EXPECT_EQ(faults(Rectangle(110, 99, 390, 150), 12), Texts());
+}
+
+TEST(PartProof, APathThatCutsNothingMoreButAirIsTold) {
+    const std::vector<PlanSide> recess = Rectangle(0, 0, length, 15);
+    for (const double along : {0.5, 5.0, 12.0}) {
+        const std::vector<WrittenOperation> operations{
+            Outline(), Path("RT", Rectangle(-7, -7, length + 7, 15), 12),
+            Path("AGAIN", Rectangle(-7 + along, -7 - along, length + 7 + along, 15 - along), 12)};
+        const Texts told = ProvePart(Board(recess, 12), operations, {}, 1).faults;
+        EXPECT_TRUE(Tell(told, "AGAIN cuts nothing that RT does not cut, from ")) << along;
+    }
+}
+
+TEST(PartProof, APathInTheNotchOfAnOutlinePassesThePartBy) {
+    const std::vector<PlanSide> notch = Rectangle(500, 300, length, width);
+    WrittenOperation outline = Outline();
+    outline.sides = SidesAround({{0, 0}, {length, 0}, {length, 300}, {500, 300}, {500, width}, {0, width}});
+    const std::vector<WrittenOperation> operations{outline, Path("RT", Rectangle(510, 310, 550, 350), 12),
+                                                   Path("NEAR", Rectangle(505, 320, 590, 330), 0)};
+    EXPECT_EQ(ProvePart(Board(notch, 0), operations, {}, 1).faults,
+              (Texts{"NEAR passes the part by and cuts nothing", "RT passes the part by and cuts nothing"}));
+}
+
 TEST(PartProof, WhatTheBitOfTheLargerPathLeavesIsAnotherOnes) {
     // Within the line, but in the core of a route and in the corner of a pocket.
     const std::vector<PlanSide> recess = Rectangle(100, 100, 200, 160);
@@ -190,6 +228,11 @@ TEST(PartProof, ACounterboredEdgeBoreIsTwoAndOneThatTheOtherHoldsIsTold) {
     EXPECT_TRUE(ProvePart(Board(), stepped, {}, 1).faults.empty());
     const std::vector<WrittenOperation> held{Outline(), bore("WIDE", 8, 30), bore("THIN", 5, 30)};
     EXPECT_EQ(ProvePart(Board(), held, {}, 1).faults, Texts{"WIDE and THIN stand in one place"});
+    // By a hair the one is wider, and the other deeper.
+    const std::vector<WrittenOperation> wider{Outline(), bore("DEEP", 8, 30), bore("WIDE", 8.02, 1)};
+    EXPECT_EQ(ProvePart(Board(), wider, {}, 1).faults, Texts{"DEEP and WIDE stand in one place"});
+    const std::vector<WrittenOperation> deeper{Outline(), bore("WIDE", 8, 30), bore("DEEP", 6, 30.01)};
+    EXPECT_EQ(ProvePart(Board(), deeper, {}, 1).faults, Texts{"WIDE and DEEP stand in one place"});
 }
 
 TEST(PartProof, AVertexThatStandsTwiceAndAWayThatRunsTwiceAreTold) {
@@ -330,6 +373,22 @@ TEST(PartProof, AnOutlineThatRunsOutIntoTheAirAndBackIsTold) {
     EXPECT_TRUE(Tell(faults({{length, 100}, {length + 5, 100}, {length, 100}}),
                      "OT runs out and back the same way, from "));
     EXPECT_TRUE(faults({{length, 100}}).empty());
+}
+
+TEST(PartProof, ASpikeOfAHairsBreadthIsToldInWoodAndInTheAir) {
+    const std::vector<PlanSide> recess = Rectangle(100, 100, 200, 160);
+    for (const double height : {0.2, 0.5, 1.0, -0.2, -0.5, -1.0})
+        for (const double foot : {0.0, 0.01, 0.04}) {
+            SCOPED_TRACE(height);
+            SCOPED_TRACE(foot);
+            std::vector<PlanPoint> corners{{100, 100}, {150, 100}, {150, 100 + height}, {150 + foot, 100},
+                                           {200, 100}, {200, 160}, {100, 160}};
+            const std::vector<WrittenOperation> operations{Outline(), Pocket(SidesAround(corners), 12)};
+            const PartProof proof = ProvePart(Board(recess, 12), operations, {}, 1);
+            // In the air the bit leaves the corners beside it.
+            EXPECT_TRUE(Tell(proof.faults, "PKC runs out and back the same way") ||
+                        Tell(proof.faults, "PKC leads ") || (height > 0 && !proof.spots.empty()));
+        }
 }
 
 TEST(PartProof, ASharpCornerRunsNowhereBack) {

@@ -1,0 +1,24 @@
+// Operations that cut nothing of the board that others of their side don't cut.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "cnc/plan/plan_difference.h"
+#include "cnc/proof/single_operations.h"
+
+namespace brenvik {
+
+/// What is left of the sheet at a height by the outlines alone: shapes of the role Stock.
+struct BoardAtHeight {
+    HeightSpan heights;
+    std::vector<PlanShape> stock;
+};
+
+/// In words, the last of those that cover each other first. `told` holds operations that have been reported
+/// already: they neither cover others nor are told again.
+std::vector<std::string> FaultsOfNeedless(const OperationsOfPart& part, std::span<const BoardAtHeight> board,
+                                          std::vector<bool> told);
+
+}  // namespace brenvik
