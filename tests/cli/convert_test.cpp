@@ -1,6 +1,7 @@
 // Conversions to the forms of other systems tell what these have no place for.
 #include <set>
 
+#include "boards.h"
 #include "program.h"
 
 namespace brenvik::cli_test {
@@ -48,6 +49,26 @@ TEST_F(Convert, PartDataThatStepHasNoPlaceForAreToldOnce) {
         "a.step: part data of 14 parts (\"Left Side\", \"Right Side\", \"Bottom\" and 11 more) is not in a "
         "STEP file, which has names and assemblies only\n");
     EXPECT_TRUE(Exists("a.step"));
+}
+
+TEST_F(Convert, TheHostsStampOfALastChangeIsNoPartData) {
+    WriteBoardsTo(folder / "job.dxf", {{"Side"}, "", false});
+    Run({"convert", "job.dxf", "job.step"});
+    Run({"convert", "job.step", "job.dxf"});
+    std::string drawing = Read("job.dxf");
+    std::erase(drawing, '\r');
+    const std::string name = "\n1000\nSide\n";
+    const std::size_t place = drawing.find(name);
+    ASSERT_NE(place, std::string::npos);
+    drawing.insert(place + name.size(),
+                   "1001\nACAD_OBJECT_CHANGE_GUID\n1070\n15\n1005\nA7\n1000\n{8A3F2C10-0000}\n");
+    Write("stamped.dxf", drawing);
+    const Outcome outcome = Run({"convert", "stamped.dxf", "stamped.step"});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(outcome.errors.find("part data"), std::string::npos) << outcome.errors;
+    drawing.replace(drawing.find("ACAD_OBJECT_CHANGE_GUID"), 23, "ANOTHERS_DATA");
+    Write("stamped.dxf", drawing);
+    EXPECT_EQ(Run({"convert", "stamped.dxf", "stamped.step"}).status, 1);
 }
 
 TEST_F(Convert, PartDataAndLayersThatAcisTextHasNoPlaceForAreToldOnce) {

@@ -101,5 +101,46 @@ TEST_F(ForeignStep, TransparencyAndHiddenPartsGoThroughADrawingAndBack) {
     EXPECT_NE(record.find("\n 60\n1\n"), std::string::npos) << record;
 }
 
+/// Two boards, each on a layer of its own and on no other.
+std::string OnLayers(std::string text, const std::string& first, const std::string& second) {
+    const std::string kind = "PRESENTATION_LAYER_ASSIGNMENT(";
+    for (std::size_t at = text.find(kind); at != std::string::npos; at = text.find(kind)) {
+        const std::size_t start = text.rfind('#', at);
+        text.erase(start, text.find(';', at) + 1 - start);
+    }
+    std::string layers;
+    std::size_t at = 0;
+    for (const std::string& name : {first, second}) {
+        at = text.find("MANIFOLD_SOLID_BREP(", at + 1);
+        const std::size_t start = text.rfind('#', at);
+        const std::string solid = text.substr(start, text.find(' ', start) - start);
+        layers += "#90000" + std::to_string(layers.empty() ? 1 : 2) + "=PRESENTATION_LAYER_ASSIGNMENT('" +
+                  name + "','',(" + solid + "));\n";
+    }
+    text.insert(text.rfind("ENDSEC;"), layers);
+    return text;
+}
+
+TEST_F(ForeignStep, TwoLayersStayTwoWhereADrawingTakesNeitherName) {
+    WriteBoardsTo(folder / "two.dxf", {{"Left", "Right"}, "", false});
+    Run({"convert", "two.dxf", "two.step"});
+    const std::string two = Read("two.step");
+    const auto layersOf = [&](const std::string& first, const std::string& second) {
+        Write("a.step", OnLayers(two, first, second));
+        const Outcome outcome = Run({"list", "a.step", "--format", "csv"});
+        EXPECT_EQ(outcome.status, 0) << outcome.errors;
+        return outcome;
+    };
+    Outcome outcome = layersOf("a/b", "a|b");
+    EXPECT_NE(outcome.output.find(",a_b,"), std::string::npos) << outcome.output;
+    EXPECT_NE(outcome.output.find(",a_b_2,"), std::string::npos) << outcome.output;
+    EXPECT_NE(outcome.errors.find("layer \"a|b\" is called \"a_b_2\", since the drawing has another layer"),
+              std::string::npos)
+        << outcome.errors;
+    outcome = layersOf("a/b", "A_b");
+    EXPECT_NE(outcome.errors.find("layer \"a/b\" is called \"a_b_2\""), std::string::npos) << outcome.errors;
+    EXPECT_EQ(layersOf("a/b", "c").errors.find("is called"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace brenvik::cli_test

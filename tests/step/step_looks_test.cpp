@@ -53,6 +53,21 @@ class StepLooks : public StepInput {
         "#900003=CARTESIAN_POINT('',(0.,0.,0.));\n#900004=CARTESIAN_POINT('',(9.,0.,0.));\n";
 };
 
+TEST_F(StepLooks, AStyleThatLeadsToNoColourIsARemark) {
+    for (const char* styles : {"*", "$"}) {
+        const std::string content = Style(900001, "%S", "1.,0.,0.");
+        const std::string list = "PRESENTATION_STYLE_ASSIGNMENT((#900003))";
+        std::string broken = content;
+        broken.replace(broken.find(list), list.size(),
+                       "PRESENTATION_STYLE_ASSIGNMENT((" + std::string(styles) + "))");
+        const StepDocument document = Read(broken);
+        EXPECT_EQ(document.solids.at(0).color, std::nullopt);
+        ExpectMentions(NotesOf(document),
+                       ", nothing lost: 1 faulty style(s) or layer(s) passed over, the first "
+                       "one: expected a style made of other statements, found \"#900002=");
+    }
+}
+
 TEST_F(StepLooks, ASheetBesideASolidIsALoss) {
     EXPECT_EQ(
         NotesOf(Read(sheet, "#900001")),

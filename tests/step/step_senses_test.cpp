@@ -8,7 +8,10 @@
 #include <GC_MakeArcOfCircle.hxx>
 #include <Geom_TrimmedCurve.hxx>
 #include <TopExp_Explorer.hxx>
+#include <TopoDS_Edge.hxx>
+#include <TopoDS_Face.hxx>
 #include <cmath>
+#include <gp_Elips.hxx>
 #include <regex>
 
 #include "drafting_host/solids/exact_box.h"
@@ -137,6 +140,49 @@ TEST_F(StepSenses, AnArcThatTakesTheLongWayIsToldWithItsFace) {
         ExpectMentions(NotesOf(document), "part \"Top\": the face #");
     }
     EXPECT_EQ(told, 4) << "the two arcs' senses and the axes of their circles";
+}
+
+TEST_F(StepSenses, ExtrudedEllipsesAreSoundHoweverTheyStand) {
+    const gp_Vec straight(0, 0, 30), slanted(10, 5, 30);
+    for (const gp_Vec& along : {straight, slanted})
+        for (const double turn : {0., 0.7, 3.}) {
+            gp_Ax2 place(gp_Pnt(225, 200, 0), gp::DZ());
+            place.Rotate(gp_Ax1(gp::Origin(), gp::DY()), turn / 3);
+            place.Rotate(gp_Ax1(gp::Origin(), gp::DZ()), turn);
+            const TopoDS_Edge whole = BRepBuilderAPI_MakeEdge(gp_Elips(place, 50, 15));
+            const TopoDS_Face face = BRepBuilderAPI_MakeFace(BRepBuilderAPI_MakeWire(whole).Wire());
+            const TopoDS_Shape post = BRepPrimAPI_MakePrism(face, along).Shape();
+            WriteStep(mPath, std::vector<StepSolid>{{post, "Post", "", "", std::nullopt}});
+            const StepDocument document = ReadStep(mPath);
+            ASSERT_EQ(document.solids.size(), 1U);
+            EXPECT_EQ(NotesOf(document), "") << turn;
+            EXPECT_NEAR(solids::Volume(document.solids[0].shape), solids::Volume(post), 1e-3);
+        }
+}
+
+TEST_F(StepSenses, AnEdgeBesideAnExtrudedEllipseIsTold) {
+    const TopoDS_Edge whole =
+        BRepBuilderAPI_MakeEdge(gp_Elips(gp_Ax2(gp_Pnt(225, 200, 0), gp::DZ()), 50, 15));
+    const TopoDS_Face face = BRepBuilderAPI_MakeFace(BRepBuilderAPI_MakeWire(whole).Wire());
+    WriteStep(mPath, std::vector<StepSolid>{{BRepPrimAPI_MakePrism(face, gp_Vec(0, 0, 30)).Shape(), "Post",
+                                             "", "", std::nullopt}});
+    std::string content = Content();
+    // The curve that is extruded gets another width than the edges around it.
+    const std::string mark = "SURFACE_OF_LINEAR_EXTRUSION('',";
+    const std::size_t at = content.find(mark);
+    ASSERT_NE(at, std::string::npos);
+    const std::size_t start = at + mark.size(), end = content.find(',', start);
+    const std::string curve = content.substr(start, end - start);
+    const std::size_t ellipse = content.find(curve + " = ELLIPSE(");
+    ASSERT_NE(ellipse, std::string::npos);
+    const std::string values = content.substr(ellipse, content.find(';', ellipse) - ellipse);
+    const std::size_t narrow = values.rfind(",15.");
+    ASSERT_NE(narrow, std::string::npos);
+    std::string other = values;
+    other.replace(narrow, 4, ",16.");
+    other.replace(0, curve.size(), "#900001");
+    content.replace(start, curve.size(), "#900001");
+    ExpectMentions(NotesOf(Read(WithData(content, other + ";\n"))), "does not lie on its surface");
 }
 
 }  // namespace

@@ -213,6 +213,54 @@ TEST_F(StepUsages, AProductWithoutAnyShapeIsTold) {
                        ": the product \"Shelf\" (#900003) has no shape: a part may be");
 }
 
+TEST_F(StepUsages, AProductIsToldThatNothingGivesAShape) {
+    const std::string product =
+        "#900001=PRODUCT('2','Shelf','',());\n#900002=PRODUCT_DEFINITION_FORMATION('','',#900001);\n"
+        "#900003=PRODUCT_DEFINITION('','',#900002,#900004);\n";
+    std::string content =
+        WithData(Good(), product + "#900004=PRODUCT_DEFINITION_CONTEXT('part definition',$,'design');\n");
+    EXPECT_EQ(NotesOf(Read(content)), LineAt(content, content.find("#900003=")) +
+                                          ": the product \"Shelf\" (#900003) has no shape: a part may be "
+                                          "missing\n");
+    // Nor is a document told, which is none.
+    content = WithData(Good(),
+                       product + "#900004=PRODUCT_DEFINITION_CONTEXT('digital document definition',$,'');\n");
+    EXPECT_EQ(NotesOf(Read(content)), "");
+}
+
+TEST_F(StepUsages, AShapeOfTrianglesLeavesTheOtherParts) {
+    const std::string mesh =
+        "#900005=TESSELLATED_SHAPE_REPRESENTATION('',(#900006),%C);\n"
+        "#900006=TESSELLATED_SOLID('',(#900007),$);\n"
+        "#900007=TRIANGULATED_FACE('',#900008,0,(),$,(),((1,2,3)));\n"
+        "#900008=COORDINATES_LIST('',3,((0.,0.,0.),(9.,0.,0.),(0.,9.,0.)));\n";
+    const std::string good = Good();
+    const auto with = [&](std::string statements) {
+        const std::string context =
+            ReferencesAt(good, good.find("ADVANCED_BREP_SHAPE_REPRESENTATION(")).back();
+        statements.replace(statements.find("%C"), 2, context);
+        return WithData(good, statements);
+    };
+    std::string content = with(mesh +
+                               "#900001=PRODUCT('2','Shelf','',());\n"
+                               "#900002=PRODUCT_DEFINITION_FORMATION('','',#900001);\n"
+                               "#900003=PRODUCT_DEFINITION('','',#900002,$);\n"
+                               "#900004=PRODUCT_DEFINITION_SHAPE('','',#900003);\n"
+                               "#900009=SHAPE_DEFINITION_REPRESENTATION(#900004,#900005);\n");
+    StepDocument document = Read(content);
+    EXPECT_EQ(document.solids.size(), 1U);
+    EXPECT_EQ(NotesOf(document),
+              LineAt(content, content.find("#900009=")) +
+                  ": part \"Shelf\" (#900003) is left out: its shape is made of triangles\n");
+    // Beside the solid of the same part they are another picture of it.
+    const std::string own = NumberAt(good, good.rfind("PRODUCT_DEFINITION_SHAPE(", good.find("'Board'")));
+    document = Read(with(mesh + "#900009=SHAPE_DEFINITION_REPRESENTATION(" + own + ",#900005);\n"));
+    EXPECT_EQ(document.solids.size(), 1U);
+    EXPECT_EQ(NotesOf(document),
+              "0, nothing lost: shapes made of triangles are passed over beside the solids of 1 part(s), the "
+              "first one \"Board\"\n");
+}
+
 TEST_F(StepUsages, AComponentThatItsPlaceMirrorsIsToldByName) {
     std::string content = Nested();
     const std::size_t relationship =

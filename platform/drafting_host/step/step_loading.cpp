@@ -16,6 +16,7 @@
 #include "drafting_host/step/places/step_units.h"
 #include "drafting_host/step/products/distant_shapes.h"
 #include "drafting_host/step/products/double_relations.h"
+#include "drafting_host/step/products/mesh_shapes.h"
 #include "drafting_host/step/products/product_shapes.h"
 #include "drafting_host/step/products/shared_solids.h"
 #include "drafting_host/step/products/step_externals.h"
@@ -99,6 +100,7 @@ Loading::Loading(const std::filesystem::path& path, LengthUnit unit)
     RequireSoundFrame(path, mStatements);
     for (const StatementFault& fault : TextFaults(mStatements)) Remove(fault);
     for (const Statement* name : ExternalNames(mStatements)) mQuarantine.Hide(*name);
+    for (const Statement* relation : MeshRelations(mStatements)) mQuarantine.Hide(*relation);
     for (const DoubleRelation& relation : DoubleRelations(mStatements)) mQuarantine.Hide(*relation.statement);
     mCodePage = CodePageOf(mContent);
     RequireBoundedTree(path, mStatements, mCodePage);

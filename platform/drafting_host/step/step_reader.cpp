@@ -31,6 +31,7 @@
 #include "drafting_host/step/places/step_units.h"
 #include "drafting_host/step/products/double_bodies.h"
 #include "drafting_host/step/products/double_relations.h"
+#include "drafting_host/step/products/mesh_shapes.h"
 #include "drafting_host/step/products/product_shapes.h"
 #include "drafting_host/step/products/shared_solids.h"
 #include "drafting_host/step/products/step_externals.h"
@@ -244,6 +245,7 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
     NoteDoubtfulPlaces(file.Text(), document);
     NoteMirroredUsages(file.Text(), file.Page(), document);
     NoteUntiedShapes(file.Text(), file.Page(), document);
+    NoteMeshShapes(file.Text(), file.Page(), document);
     NoteUnplacedUsages(file.Text(), file.Page(), document);
     NoteLoosePieces(file.Text(), file.Page(), document);
     NoteDoubleBodies(file.Text(), document);

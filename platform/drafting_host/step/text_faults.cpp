@@ -131,6 +131,23 @@ void AddFalseColour(const Statements& statements, const Statement& statement,
                               LineForMessage(statements.Content(), statement.place) + "\""});
 }
 
+/// A style that leads to no other statement says nothing, and the modeller passes over it without a word. One
+/// that is said to be none, or that is empty, is meant so.
+void AddStyleOfNothing(const Statements& statements, const Statement& statement,
+                       std::vector<StatementFault>& faults) {
+    constexpr auto kinds =
+        std::to_array<std::string_view>({"PRESENTATION_STYLE_ASSIGNMENT", "SURFACE_STYLE_USAGE",
+                                         "SURFACE_SIDE_STYLE", "SURFACE_STYLE_FILL_AREA", "FILL_AREA_STYLE",
+                                         "FILL_AREA_STYLE_COLOUR", "STYLED_ITEM", "OVER_RIDING_STYLED_ITEM"});
+    if (!IsOne(statement.kind, kinds) || statement.emptyList != 0) return;
+    const std::size_t wanted = statement.kind.ends_with("STYLED_ITEM") ? 2 : 1;
+    const std::string_view text = TextOf(statements, statement);
+    if (statements.ReferencesOf(statement).size() >= wanted || text.find(".NULL.") != text.npos) return;
+    faults.push_back({&statement, statement.place,
+                      "a style made of other statements, found \"" +
+                          LineForMessage(statements.Content(), statement.place) + "\""});
+}
+
 /// Solids by sweeps and set operations: they are items as good as others, and the modeller drops them without
 /// a word. What they are made of falls with them.
 void AddSolidsWithoutFaces(const Statements& statements, const Statement& holder,
@@ -254,6 +271,7 @@ void AddFaults(const Statements& statements, const Statement& statement,
     AddEmptyList(statements, statement, faults);
     AddUnreadKind(statement, statements, faults);
     AddFalseColour(statements, statement, faults);
+    AddStyleOfNothing(statements, statement, faults);
     AddLongPoint(statements, statement, faults);
     AddSolidsWithoutFaces(statements, statement, faults);
     if (const auto expected = FaultOfOperator(statements, statement))

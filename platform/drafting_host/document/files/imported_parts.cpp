@@ -8,6 +8,7 @@
 #include "drafting_host/acis/acis_text.h"
 #include "drafting_host/acis/unit_head.h"
 #include "drafting_host/document/files/drawing_units.h"
+#include "drafting_host/document/files/imported_layers.h"
 #include "drafting_host/document/files/lost_data.h"
 #include "drafting_host/document/files/lumps.h"
 #include "drafting_host/document/files/step_door.h"
@@ -15,7 +16,6 @@
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/dxf/data/aci_colors.h"
 #include "drafting_host/dxf/data/kept_text.h"
-#include "drafting_host/dxf/data/standard_entries.h"
 #include "drafting_host/dxf/texts/dxf_text.h"
 #include "drafting_host/solids/mass.h"
 #include "drafting_host/solids/transform.h"
@@ -36,17 +36,6 @@ void SetPartData(std::vector<XDataOfApp>& data, HostDocument& document, std::str
     data.push_back({document.RegisterApplication(key), {{1000, std::string(fitting)}}});
 }
 
-/// Layer names of other systems may hold what a drawing doesn't take.
-std::string LayerName(std::string_view name) {
-    constexpr std::size_t longest = 255;
-    std::string result = Trim(Left(name, longest));
-    for (char& c : result) {
-        if (ForbiddenInNames.find(c) != std::string_view::npos || static_cast<unsigned char>(c) < 0x20)
-            c = '_';
-    }
-    return result.empty() ? "0" : result;
-}
-
 /// The index that is nearest, and the colour itself where that is another one; how much it hides, unless all.
 void TakeColor(const step::Rgb& color, EntityLook& look, HostSolid& solid) {
     const ScreenColor shown{color.red, color.green, color.blue};
@@ -60,10 +49,11 @@ void TakeColor(const step::Rgb& color, EntityLook& look, HostSolid& solid) {
     if (!kept.common.empty()) solid.SetKeptGroups({std::make_shared<const KeptGroups>(std::move(kept))});
 }
 
-void AddPart(HostDocument& document, const step::StepSolid& part, const ReadOptions& options) {
+void AddPart(HostDocument& document, const step::StepSolid& part, const std::string& layerName,
+             const ReadOptions& options) {
     HostSolid& solid = document.Model().AddSolid(part.shape);
     LayerData layer;
-    layer.name = LayerName(part.layer);
+    layer.name = layerName;
     layer.on = part.layerVisible;
     EntityLook look;
     look.visible = part.visible;
@@ -178,7 +168,12 @@ void ImportStep(HostDocument& document, const std::filesystem::path& path, const
     if (!read.isWrittenHere) document.MarkOnlyRead(path);
     SetUnit(document, unit);
     const double factor = TakeStepUnits(document, read.millimetresPerUnit, units);
-    for (const step::StepSolid& part : read.solids) AddPart(document, Scaled(part, factor), options);
+    std::vector<std::string> layerNames;
+    for (const step::StepSolid& part : read.solids) layerNames.push_back(part.layer);
+    const ImportedLayers layers(layerNames);
+    for (const step::StepSolid& part : read.solids)
+        AddPart(document, Scaled(part, factor), layers.NameOf(part.layer), options);
+    for (const std::string& remark : layers.Remarks()) document.Tables().notes.push_back({0, remark, false});
     for (const step::StepNote& note : read.notes)
         document.Tables().notes.push_back({note.line, note.text, note.lost});
 }
@@ -219,7 +214,7 @@ void ImportAcis(HostDocument& document, std::string_view content, const std::fil
         step::StepSolid part;
         part.shape = body;
         part.name = read.bodies.size() == 1 ? stem : stem + " " + std::to_string(number);
-        AddPart(document, Scaled(std::move(part), step.factor), options);
+        AddPart(document, Scaled(std::move(part), step.factor), "0", options);
     }
     for (const acis::Problem& problem : read.problems) {
         const std::string place = problem.record < 0 ? "" : "record " + std::to_string(problem.record) + ": ";

@@ -16,6 +16,9 @@
 namespace brenvik {
 namespace {
 
+/// The host's own stamp of an object's last change: it says nothing of the part.
+constexpr std::string_view ChangeStamp = "ACAD_OBJECT_CHANGE_GUID";
+
 std::string ExtentText(double extent) { return NumberToText(RoundHalfEven(extent, 5)); }
 
 /// A part by its name, or by its handle where it has none.
@@ -52,6 +55,7 @@ bool LosesData(const HostDocument& document, const HostSolid& solid,
     return std::ranges::any_of(solid.ExtendedData(), [&](const XDataOfApp& data) {
         const auto isKey = [&](std::string_view key) { return EqualsIgnoreCase(key, data.app); };
         if (data.items.empty() || std::ranges::any_of(kept, isKey)) return false;
+        if (isKey(ChangeStamp)) return false;
         const std::string text = PartText(solid, data.app);
         if (data.items.size() == 1 && data.items.front().code == 1000 && text.empty()) return false;
         if (isKey("PARTNAME") && IsNameOfFile(text, document)) return false;

@@ -7,6 +7,7 @@
 #include <Geom_Conic.hxx>
 #include <Geom_Line.hxx>
 #include <Geom_RectangularTrimmedSurface.hxx>
+#include <Geom_SurfaceOfLinearExtrusion.hxx>
 #include <Geom_TrimmedCurve.hxx>
 #include <ShapeAnalysis_Curve.hxx>
 #include <StepGeom_CartesianPoint.hxx>
@@ -101,6 +102,28 @@ bool IsElementary(const Handle(Geom_Surface) & surface) {
     }
 }
 
+/// A point on an extruded conic, slid along the extrusion into the conic's plane, lies on the conic: the
+/// search on such a surface, which has no end, misses it. Null for other surfaces, and where the slide has no
+/// foot.
+std::optional<double> FromExtrudedConic(const Handle(Geom_Surface) & surface, const gp_Pnt& point) {
+    const auto extrusion = Handle(Geom_SurfaceOfLinearExtrusion)::DownCast(surface);
+    if (extrusion.IsNull()) return std::nullopt;
+    Handle(Geom_Curve) curve = extrusion->BasisCurve();
+    if (const auto trimmed = Handle(Geom_TrimmedCurve)::DownCast(curve); !trimmed.IsNull())
+        curve = trimmed->BasisCurve();
+    const auto conic = Handle(Geom_Conic)::DownCast(curve);
+    if (conic.IsNull()) return std::nullopt;
+    constexpr double flattest = 0.05;  // The foot lies further off than the surface by the inverse of this.
+    const gp_Dir normal = conic->Axis().Direction(), along = extrusion->Direction();
+    const double climb = normal.Dot(along);
+    if (std::abs(climb) < flattest) return std::nullopt;
+    const double height = gp_Vec(point, conic->Location()).Dot(gp_Vec(normal));
+    const gp_Pnt foot = point.Translated(gp_Vec(along) * (height / climb));
+    gp_Pnt onCurve;
+    double parameter = 0;
+    return ShapeAnalysis_Curve().Project(conic, foot, Projection, onCurve, parameter, Standard_False);
+}
+
 }  // namespace
 
 std::optional<EdgeSamples> SampleEdge(const Handle(StepShape_EdgeCurve) & edge) {
@@ -154,6 +177,7 @@ FaceSurface::FaceSurface(const Handle(StepShape_FaceSurface) & face)
 
 double FaceSurface::Distance(const gp_Pnt& point) {
     if (mSearch.IsNull()) return FromElementary(GeomAdaptor_Surface(mSurface), point);
+    if (const auto distance = FromExtrudedConic(mSurface, point)) return *distance;
     // The points of one edge after another lie near each other.
     mLast = mLast ? mSearch->NextValueOfUV(*mLast, point, Projection) : mSearch->ValueOfUV(point, Projection);
     return mSearch->Value(*mLast).Distance(point);

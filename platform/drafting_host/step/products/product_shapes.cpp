@@ -4,9 +4,12 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <span>
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "drafting_host/step/products/step_externals.h"
 #include "drafting_host/step/products/step_notes.h"
 #include "drafting_host/step/texts/text_edits.h"
 
@@ -94,23 +97,41 @@ std::string WithTiedShapes(std::string content) {
 
 namespace {
 
-/// Assemblies are made of others, and documents name the file of a shape that isn't here.
+/// Products that need no shape here: assemblies are made of others, a document may name the file of a shape,
+/// and some products are documents themselves.
 class Lacking {
   public:
-    explicit Lacking(const Statements& statements) {
+    Lacking(const Statements& statements, CodePage codePage)
+        : mStatements(statements), mFiles(ExternalFiles(statements, codePage)), mCodePage(codePage) {
         for (const Statement& statement : statements.All()) {
-            if (statement.kind == "DOCUMENT_FILE") mHasDocuments = true;
             const auto references = statements.ReferencesOf(statement);
             if (statement.kind == "NEXT_ASSEMBLY_USAGE_OCCURRENCE" && !references.empty())
                 mAssemblies.insert(references[0].number);
+            if (statement.kind == "PRODUCT_RELATED_PRODUCT_CATEGORY" &&
+                FirstTextOf(statements, statement, codePage) == "document")
+                for (const Reference& product : references) mDocuments.insert(product.number);
         }
     }
 
-    bool MayLackShape(int definition) const { return mHasDocuments || mAssemblies.contains(definition); }
+    bool MayLackShape(const Statement& definition) const {
+        if (mAssemblies.contains(definition.number) || definition.kind != "PRODUCT_DEFINITION") return true;
+        for (const Reference& reference : mStatements.ReferencesOf(definition)) {
+            const Statement* const context = mStatements.Find(reference.number);
+            const bool isContext = context != nullptr && context->kind.ends_with("CONTEXT");
+            if (isContext && TextOf(mStatements, *context).find("document") != std::string_view::npos)
+                return true;
+            const auto products =
+                context == nullptr ? std::span<const Reference>() : mStatements.ReferencesOf(*context);
+            if (!products.empty() && mDocuments.contains(products[0].number)) return true;
+        }
+        return mFiles.contains(ProductName(mStatements, definition.number, mCodePage));
+    }
 
   private:
-    bool mHasDocuments = false;
-    std::set<int> mAssemblies;
+    const Statements& mStatements;
+    const std::map<std::string, std::string> mFiles;  ///< By the names of products.
+    CodePage mCodePage;
+    std::set<int> mAssemblies, mDocuments;
 };
 
 }  // namespace
@@ -124,17 +145,20 @@ void NoteUntiedShapes(const Statements& statements, CodePage codePage, StepDocum
                  " product(s) have the shape alone that they are placed with, the first one #" +
                  std::to_string(all.begin()->first),
              statements.LineOf(all.begin()->first), false});
-    const Lacking lacking(statements);
-    for (const Statement& statement : statements.All()) {
-        if (statement.kind != "PRODUCT_DEFINITION_SHAPE") continue;
-        const int definition = reader.FirstOf(statement.number);
-        const Statement* const product = statements.Find(definition);
-        if (product == nullptr || product->kind != "PRODUCT_DEFINITION" || reader.HasShape(definition) ||
-            all.contains(definition) || lacking.MayLackShape(definition))
+    const Lacking lacking(statements, codePage);
+    std::map<int, const Statement*> named;  // what says that a product has a shape, by its definition
+    for (const Statement& statement : statements.All())
+        if (statement.kind == "PRODUCT_DEFINITION_SHAPE")
+            named.emplace(reader.FirstOf(statement.number), &statement);
+    for (const Statement& product : statements.All()) {
+        if (!product.kind.starts_with("PRODUCT_DEFINITION") || reader.HasShape(product.number) ||
+            all.contains(product.number) || lacking.MayLackShape(product))
             continue;
-        document.notes.push_back({"the product \"" + ProductName(statements, definition, codePage) + "\" (" +
-                                      Shown(definition) + ") has no shape: a part may be missing",
-                                  statements.LineAt(statement.place)});
+        const auto shape = named.find(product.number);
+        document.notes.push_back(
+            {"the product \"" + ProductName(statements, product.number, codePage) + "\" (" +
+                 Shown(product.number) + ") has no shape: a part may be missing",
+             statements.LineAt((shape == named.end() ? product : *shape->second).place)});
     }
 }
 
