@@ -5,6 +5,9 @@
 #include <TDataStd_Name.hxx>
 #include <TopExp_Explorer.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
+#include <gp.hxx>
+#include <gp_Ax2.hxx>
+#include <gp_Trsf.hxx>
 #include <utility>
 
 #include "base/failure.h"
@@ -29,16 +32,26 @@ StepSolid PartOf(const TopoDS_Shape& shape, std::string name, std::string assemb
     return part;
 }
 
+/// A mirrored solid is so ahead of its place in the shape, which lies in the solid's own location.
+TopoDS_Shape InPlace(const TopoDS_Shape& solid, const TopLoc_Location& place, bool isMirrored) {
+    if (!isMirrored) return solids::Placed(solid.Moved(place));
+    gp_Trsf mirror;
+    mirror.SetMirror(gp_Ax2(gp::Origin(), gp::DX()));
+    const TopoDS_Shape own = solids::Transformed(solid.Located(TopLoc_Location()), mirror);
+    return solids::Placed(own.Located(place * solid.Location()));
+}
+
 }  // namespace
 
 PartFlattener::PartFlattener(const Handle(TDocStd_Document) & document, const StandIns& texts,
                              bool toTheLetter, std::map<std::string, std::string> externalFiles,
-                             StepDocument& result)
+                             OwnUsesByShape ownUses, StepDocument& result)
     : mShapes(XCAFDoc_DocumentTool::ShapeTool(document->Main())),
       mLooks(document, texts),
       mTexts(texts),
       mToTheLetter(toTheLetter),
       mExternalFiles(std::move(externalFiles)),
+      mOwnUses(std::move(ownUses)),
       mResult(result) {}
 
 void PartFlattener::Met::Take(const std::string& name) {
@@ -144,19 +157,37 @@ void PartFlattener::AddPart(const TDF_Label& product, const Inherited& inherited
         PartLook look = inherited.look;
         std::string own = name;
         Refine(product, solid.Current(), look, own);
-        if (own.empty()) mNameless.Take(inherited.assembly);
+        std::string assembly = inherited.assembly;
+        const bool isMirrored = TakeOwnUse(solid.Current(), look, own, assembly);
+        if (own.empty()) mNameless.Take(assembly);
         mNamesByShape.emplace(solid.Current().TShape().get(), own);
         if (mLooks.HasOtherFaceColors(product, solid.Current(), look.color)) mFaceColors.Take(own);
         if (mLooks.HasOtherFaceLayers(product, solid.Current(), look.layer)) mFaceLayers.Take(own);
         if (!look.visible || !look.layerVisible) mHidden.Take(own);
         mResult.solids.push_back(
-            PartOf(solids::Placed(solid.Current().Moved(inherited.place)), own, inherited.assembly, look));
+            PartOf(InPlace(solid.Current(), inherited.place, isMirrored), own, assembly, look));
     }
     const TopoDS_Shape rest = BesideSolids(shape);
     if (rest.IsNull()) return;
     ++(HoldsFaces(rest)
            ? mSheetsBeside
            : mCurvesBeside)["what stands beside the solid of " + Shown(name) + " (" + ContentsOf(rest) + ")"];
+}
+
+/// Adds what stands on the use that a solid was made for; true where that mirrors it. A product's shape that
+/// is mapped into another's is a part of the one in the other.
+bool PartFlattener::TakeOwnUse(const TopoDS_Shape& solid, PartLook& look, std::string& name,
+                               std::string& assembly) const {
+    const auto found = mOwnUses.find(solid.TShape().get());
+    if (found == mOwnUses.end()) return false;
+    const OwnUse& use = found->second;
+    if (use.look.color) look.color = use.look.color;
+    look.TakeMissing(use.look);
+    if (!use.name.empty()) {
+        if (!name.empty()) assembly = name;
+        name = use.name;
+    }
+    return use.isMirrored;
 }
 
 /// The look that stands on the solid, or on all its faces alike, rather than on the product.

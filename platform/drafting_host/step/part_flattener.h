@@ -29,11 +29,20 @@ struct OutsidePart : Inherited {
     std::string file, name;
 };
 
+/// What a solid has that the modeller was given for one use of a shape.
+struct OwnUse {
+    PartLook look;
+    std::string name;         ///< Of the product whose shape is mapped there; blank for none.
+    bool isMirrored = false;  ///< Across the YZ plane of its shape.
+};
+using OwnUsesByShape = std::map<const Standard_Transient*, OwnUse>;
+
 class PartFlattener {
   public:
     /// `toTheLetter` leaves the blanks at the ends of names. `externalFiles` are those of products.
     PartFlattener(const Handle(TDocStd_Document) & document, const StandIns& texts, bool toTheLetter,
-                  std::map<std::string, std::string> externalFiles, StepDocument& result);
+                  std::map<std::string, std::string> externalFiles, OwnUsesByShape ownUses,
+                  StepDocument& result);
 
     void Run();  ///< Fills the result with the solids in their world places.
 
@@ -67,6 +76,8 @@ class PartFlattener {
     void Walk(const TDF_Label& label, Inherited inherited, int depth);
     void AddPart(const TDF_Label& product, const Inherited& inherited);
     void Refine(const TDF_Label& product, const TopoDS_Shape& solid, PartLook& look, std::string& name) const;
+    bool TakeOwnUse(const TopoDS_Shape& solid, PartLook& look, std::string& name,
+                    std::string& assembly) const;
     void NoteMet(const Met& met, const std::string& what);
 
     Handle(XCAFDoc_ShapeTool) mShapes;
@@ -74,6 +85,7 @@ class PartFlattener {
     const StandIns& mTexts;
     bool mToTheLetter;
     std::map<std::string, std::string> mExternalFiles;  ///< By product.
+    OwnUsesByShape mOwnUses;
     std::vector<OutsidePart> mOutside;
     StepDocument& mResult;
     std::map<std::string, int> mWithoutSolid, mSheetsBeside, mCurvesBeside;

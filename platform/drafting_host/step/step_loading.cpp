@@ -11,12 +11,14 @@
 
 #include "drafting_host/step/looks/look_targets.h"
 #include "drafting_host/step/models/model_faults.h"
+#include "drafting_host/step/places/mapped_usages.h"
 #include "drafting_host/step/places/part_places.h"
 #include "drafting_host/step/places/place_operators.h"
 #include "drafting_host/step/places/step_units.h"
 #include "drafting_host/step/products/distant_shapes.h"
 #include "drafting_host/step/products/double_relations.h"
 #include "drafting_host/step/products/mesh_shapes.h"
+#include "drafting_host/step/products/plain_usages.h"
 #include "drafting_host/step/products/product_shapes.h"
 #include "drafting_host/step/products/shared_solids.h"
 #include "drafting_host/step/products/step_externals.h"
@@ -92,7 +94,7 @@ std::string WithoutMark(std::string content) {
 Loading::Loading(const std::filesystem::path& path, LengthUnit unit)
     : mPath(path),
       mUnit(unit),
-      mContent(WithoutMark(ContentOf(path))),
+      mContent(WithPlacedUsages(WithPlainUsages(WithoutMark(ContentOf(path)), mNotes), mNotes)),
       mStatements(mContent),
       mContexts(mStatements),
       mQuarantine(mStatements) {
@@ -145,6 +147,11 @@ void Loading::Read() {
     if (HasLongLists(mStatements)) content = WithoutLongLists(std::move(content));
     if (HasNestedUnits(mStatements)) content = WithDirectUnits(std::move(content));
     if (mContexts.LackUnits()) content = WithUnitsOfLength(std::move(content), mUnit);
+    if (HasOwnUses(mStatements)) {
+        OwnUses uses = WithOwnUses(std::move(content));
+        content = std::move(uses.content);
+        mOwnSolids = std::move(uses.solids);
+    }
     if (HasDistantShapes(mStatements)) content = WithNearShapes(std::move(content));
     if (HasSharedSolids(mStatements)) content = WithOwnSolids(std::move(content));
     if (HasShortOperators(mStatements)) content = WithWholeOperators(std::move(content));

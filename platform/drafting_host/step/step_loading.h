@@ -12,6 +12,7 @@
 #include "drafting_host/solids/length_unit.h"
 #include "drafting_host/step/models/body_faults.h"
 #include "drafting_host/step/places/context_units.h"
+#include "drafting_host/step/places/own_uses.h"
 #include "drafting_host/step/texts/step_document.h"
 #include "drafting_host/step/texts/step_quarantine.h"
 #include "drafting_host/step/texts/step_statements.h"
@@ -38,6 +39,10 @@ class Loading {
     const StandIns& Texts() const { return *mTexts; }
     CodePage Page() const { return mCodePage; }
     const BodyChecks& Checks() const { return mChecks; }
+    /// Solids that the modeller was given for uses that differ from others of the same shape.
+    const std::vector<OwnSolid>& OwnSolids() const { return mOwnSolids; }
+    /// What was said differently before anything else was looked at.
+    const std::vector<StepNote>& Notes() const { return mNotes; }
 
     /// The failure of a file without a solid: the first fault where there was one, or the first loss of
     /// `notes`.
@@ -52,6 +57,7 @@ class Loading {
 
     std::filesystem::path mPath;
     LengthUnit mUnit;
+    std::vector<StepNote> mNotes;
     std::string mContent;
     Statements mStatements;
     UnitContexts mContexts;
@@ -61,6 +67,7 @@ class Loading {
     std::optional<StandIns> mTexts;
     Handle(StepData_StepModel) mModel;
     BodyChecks mChecks;
+    std::vector<OwnSolid> mOwnSolids;
 };
 
 }  // namespace brenvik::step

@@ -19,10 +19,12 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <set>
 
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/transform.h"
 #include "drafting_host/step/looks/double_looks.h"
+#include "drafting_host/step/looks/statement_looks.h"
 #include "drafting_host/step/models/ball_faces.h"
 #include "drafting_host/step/models/body_faults.h"
 #include "drafting_host/step/part_flattener.h"
@@ -133,7 +135,8 @@ bool IsCurveSet(const Handle(Standard_Transient) & entity) {
 /// Reports solids and sheets that no part of the file's structure leads to; remarks on sets of curves, which
 /// are no parts.
 void NoteUnlisted(STEPCAFControl_Reader& reader, const Handle(StepData_StepModel) & model,
-                  const NamesByShape& names, const Statements& text, StepDocument& document) {
+                  const NamesByShape& names, const std::set<int>& copied, const Statements& text,
+                  StepDocument& document) {
     for (int index = 1; index <= model->NbEntities(); ++index) {
         const Handle(Standard_Transient) entity = model->Value(index);
         const bool isSheet = IsSheet(entity), isCurve = IsCurveSet(entity);
@@ -141,11 +144,43 @@ void NoteUnlisted(STEPCAFControl_Reader& reader, const Handle(StepData_StepModel
         if (isSheet || isCurve ? WasRead(reader, entity) : PartMadeOf(reader, entity, names).has_value())
             continue;
         const int number = model->IdentLabel(entity);
+        if (copied.contains(number)) continue;
         const char* const kind = isSheet ? "surface model" : isCurve ? "set of curves" : "solid";
         document.notes.push_back(
             {std::string("the ") + kind + " #" + std::to_string(number) + " is left out: no part leads to it",
              text.LineOf(number), !isCurve});
     }
+}
+
+/// The own solids of a file by the shapes that the modeller has made of them.
+OwnUsesByShape OwnUsesIn(Loading& file) {
+    OwnUsesByShape uses;
+    if (file.OwnSolids().empty()) return uses;
+    const StatementLooks looks(file.Text(), file.Page());
+    const Handle(Transfer_TransientProcess) process =
+        file.Reader().Reader().WS()->TransferReader()->TransientProcess();
+    std::map<int, const OwnSolid*> byNumber;
+    for (const OwnSolid& solid : file.OwnSolids()) byNumber.emplace(solid.number, &solid);
+    for (int index = 1; index <= file.Model()->NbEntities(); ++index) {
+        const Handle(Standard_Transient) entity = file.Model()->Value(index);
+        const auto own = byNumber.find(file.Model()->IdentLabel(entity));
+        if (own == byNumber.end()) continue;
+        const TopoDS_Shape shape = TransferBRep::ShapeResult(process, entity);
+        if (shape.IsNull()) continue;
+        const OwnUse use{looks.Of(own->second->chain),
+                         ProductName(file.Text(), own->second->owner, file.Page()), own->second->isMirrored};
+        for (TopExp_Explorer solid(shape, TopAbs_SOLID); solid.More(); solid.Next())
+            uses.emplace(solid.Current().TShape().get(), use);
+    }
+    return uses;
+}
+
+/// Solids that others stand for.
+std::set<int> Originals(const Loading& file) {
+    std::set<int> numbers;
+    for (const OwnSolid& solid : file.OwnSolids())
+        if (solid.original != solid.number) numbers.insert(solid.original);
+    return numbers;
 }
 
 /// Files that are being read, each for the sake of the one before.
@@ -230,7 +265,9 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
     file.Contexts().Note(unit, document);
     const bool ownFile = IsWrittenHere(file.Text().Content());
     document.isWrittenHere = ownFile;
-    PartFlattener parts(assembly, file.Texts(), ownFile, ExternalFiles(file.Text(), file.Page()), document);
+    document.notes.insert(document.notes.end(), file.Notes().begin(), file.Notes().end());
+    PartFlattener parts(assembly, file.Texts(), ownFile, ExternalFiles(file.Text(), file.Page()),
+                        OwnUsesIn(file), document);
     parts.Run();
     parts.NoteWithoutSolid(file.Taken().LostBodies().size());
     parts.NoteLooks();
@@ -240,10 +277,9 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
     NoteDoubleLooks(file.Text(), file.Taken(), file.Page(), document);
     NoteBodyFaults(file.Reader(), file.Checks(), unit, file.Model(), parts.NamesByShape(), file.Text(),
                    document);
-    NoteUnlisted(file.Reader(), file.Model(), parts.NamesByShape(), file.Text(), document);
+    NoteUnlisted(file.Reader(), file.Model(), parts.NamesByShape(), Originals(file), file.Text(), document);
     NoteContradictingUsages(file.Text(), document);
     NoteDoubtfulPlaces(file.Text(), document);
-    NoteMirroredUsages(file.Text(), file.Page(), document);
     NoteUntiedShapes(file.Text(), file.Page(), document);
     NoteMeshShapes(file.Text(), file.Page(), document);
     NoteUnplacedUsages(file.Text(), file.Page(), document);

@@ -7,7 +7,6 @@
 #include <cmath>
 #include <cstddef>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -139,30 +138,6 @@ bool Scales(const Operator& place) {
     return !place.scale.empty() && place.scale != "$" && std::abs(LenientNumber(place.scale) - 1) >= None;
 }
 
-/// The relationships of shapes that assembly usages are placed by.
-std::unordered_set<int> PlacingRelationships(const Statements& statements) {
-    std::unordered_set<int> relationships;
-    for (const Statement& statement : statements.All()) {
-        const auto references = statements.ReferencesOf(statement);
-        if (statement.kind == "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION" && !references.empty())
-            relationships.insert(references[0].number);
-    }
-    return relationships;
-}
-
-/// Whether nothing but the places of usages hangs on an operator.
-bool PlacesUsagesAlone(const Statements& statements, const Statement& place) {
-    const auto relationships = PlacingRelationships(statements);
-    bool places = false;
-    for (const Statement& statement : statements.All()) {
-        const auto references = statements.ReferencesOf(statement);
-        if (std::ranges::find(references, place.number, &Reference::number) == references.end()) continue;
-        if (!relationships.contains(statement.number)) return false;
-        places = true;
-    }
-    return places;
-}
-
 }  // namespace
 
 std::optional<std::string> FaultOfOperator(const Statements& statements, const Statement& statement) {
@@ -173,16 +148,31 @@ std::optional<std::string> FaultOfOperator(const Statements& statements, const S
                place->scale;
     switch (TurnOf(statements, *place)) {
         case Turn::Plain:
+        case Turn::Mirrors:
             if (place->isSpatial || IsReadAsMeant(statements, *place)) return std::nullopt;
             return "a place in space, found one in a plane";
-        case Turn::Mirrors:
-            if (PlacesUsagesAlone(statements, statement)) return std::nullopt;
-            return "a place that doesn't mirror, since shapes are taken as they stand, found left-handed "
-                   "axes";
         case Turn::Open:
             return "a place whose three axes stand across each other, found others";
     }
     return std::nullopt;
+}
+
+std::optional<OperatorPlace> PlaceOfOperator(const Statements& statements, int number) {
+    const Statement* const statement = statements.Find(number);
+    if (statement == nullptr || FaultOfOperator(statements, *statement)) return std::nullopt;
+    const auto place = OperatorIn(statements, *statement);
+    const auto axes = place ? AxesOf(statements, *place) : std::nullopt;
+    const Statement* const origin =
+        place && place->origin.starts_with('#')
+            ? statements.Find(static_cast<int>(LenientNumber(place->origin.substr(1))))
+            : nullptr;
+    const auto at = origin == nullptr ? std::nullopt : NumbersOf(statements, *origin);
+    if (!axes || !at) return std::nullopt;
+    OperatorPlace result{{*at, *axes, false}, TurnOf(statements, *place) == Turn::Mirrors};
+    // The second axis runs the other way then. With the first one turned as well, the frame is right-handed.
+    if (result.mirrors)
+        for (const std::size_t axis : {0, 1}) result.frame.axes[axis] = Scaled(result.frame.axes[axis], -1);
+    return result;
 }
 
 namespace {
@@ -224,34 +214,6 @@ std::string WithWholeOperators(std::string content) {
     });
     edits.push_back(additions.Edit());
     return WithEdits(std::move(content), std::move(edits));
-}
-
-void NoteMirroredUsages(const Statements& statements, CodePage codePage, StepDocument& document) {
-    const auto isMirror = [&](const Reference& reference) {
-        const Statement* const one = statements.Find(reference.number);
-        const auto place = one == nullptr ? std::nullopt : OperatorIn(statements, *one);
-        return place && TurnOf(statements, *place) == Turn::Mirrors;
-    };
-    for (const Statement& placing : statements.All()) {
-        const auto ends = statements.ReferencesOf(placing);
-        if (placing.kind != "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION" || ends.size() < 2) continue;
-        const Statement* const relationship = statements.Find(ends[0].number);
-        const Statement* const shape = statements.Find(ends[1].number);
-        if (relationship == nullptr || shape == nullptr) continue;
-        const auto references = statements.ReferencesOf(*relationship);
-        const auto mirror = std::ranges::find_if(references, isMirror);
-        if (mirror == references.end()) continue;
-        const auto usages = statements.ReferencesOf(*shape);
-        const Statement* const usage = usages.empty() ? nullptr : statements.Find(usages[0].number);
-        const auto products = usage == nullptr ? usages : statements.ReferencesOf(*usage);
-        const std::string name =
-            products.size() < 2 ? "" : ProductName(statements, products[1].number, codePage);
-        document.notes.push_back(
-            {(name.empty() ? "a part" : "part \"" + name + "\"") +
-                 " is mirrored by its place in an assembly and is read as it is drawn: its "
-                 "place and operations are the wrong way round",
-             statements.LineOf(mirror->number)});
-    }
 }
 
 }  // namespace brenvik::step
