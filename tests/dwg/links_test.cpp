@@ -107,6 +107,27 @@ TEST_F(DwgLinks, AMemberOfAGroupThatIsNotThereIsTold) {
     EXPECT_EQ(data.groups[1].members.size(), 5U);
 }
 
+TEST_F(DwgLinks, AMemberOfAGroupThatIsNoneOrStandsTwiceIsTold) {
+    // Three references to nothing take the room of one.
+    const DrawingData without =
+        Changed("AC1015", 0x6A5, "0101" + BitsOfReference(0x6A2), "01010000" + Bits("\x50") + Bits("\x50"));
+    EXPECT_TRUE(std::ranges::any_of(without.notes, [](const ReadNote& note) {
+        return note.dataLost && note.text.starts_with("GROUP (handle 6A5)") &&
+               note.text.find(" to an entity without a handle, which") != std::string::npos;
+    }));
+    const DrawingData twice = WithReference("AC1015", 0x6A5, 0x6A2, 0x6A1);
+    ExpectTold(twice,
+               "GROUP (handle 6A5) has the entity (handle 6A1) twice, of which one is taken: another may be "
+               "missing");
+    EXPECT_EQ(twice.groups[1].members.size(), 5U);
+}
+
+TEST_F(DwgLinks, ATextWithoutAStyleIsTold) {
+    ExpectTold(Changed("AC1015", 0x756, "0101" + BitsOfReference(0x399), "01010000" + Bits("\x50\x50")),
+               "text (handle 756) refers to a text style without a handle, which the drawing doesn't have: "
+               "\"Standard\" is taken");
+}
+
 TEST_F(DwgLinks, AGroupWhoseEntryOfTheDictionaryIsGoneIsTold) {
     // The dictionary of groups is that which owns them.
     ExpectTold(WithReference("AC1015", 0xD, 0x6A5, Nobody),

@@ -23,6 +23,13 @@ HandleValue HandleReference::From(HandleValue own) const {
     }
 }
 
+bool IsAbsurd(double value) {
+    // Whole numbers are exact below 2 to the 53rd, which coordinates keep to by a wide margin.
+    constexpr double largest = 1e15, smallest = 1e-100, extentsOfNothing = 1e20;
+    const double size = std::abs(value);
+    return size > largest ? size != extentsOfNothing : size < smallest && size > 0;
+}
+
 BitReader::BitReader(std::string_view bytes, std::size_t begin, std::size_t end)
     : mBytes(bytes), mAt(begin), mEnd(std::min(end, bytes.size() * 8)) {
     if (mAt > mEnd) Fail("the stream begins behind its end");
@@ -74,6 +81,7 @@ std::uint64_t BitReader::LongLong() {
 double BitReader::Real() {
     const auto value = std::bit_cast<double>(LongLong());
     if (!std::isfinite(value)) Fail("a number was expected");
+    if (mAbsurd == 0 && IsAbsurd(value)) mAbsurd = value;
     return value;
 }
 
@@ -145,6 +153,7 @@ double BitReader::RealNear(double standard) {
     image = (image & ~0xFFFF'FFFFULL) | Long();
     const auto value = std::bit_cast<double>(image);
     if (!std::isfinite(value)) Fail("a number was expected");
+    if (mAbsurd == 0 && IsAbsurd(value)) mAbsurd = value;
     return value;
 }
 

@@ -26,6 +26,10 @@ struct HandleReference {
     HandleValue From(HandleValue own) const;
 };
 
+/// Whether a number is none that a drawing has: a coordinate of more digits than a number can hold, or one so
+/// small that it comes from a flipped bit. Extents of nothing are 1E+20.
+bool IsAbsurd(double value);
+
 /// Reads between two bits of a stream and never beyond: whatever asks for more throws Damage, and so does a
 /// number that is none (infinite, an impossible code).
 class BitReader {
@@ -38,6 +42,8 @@ class BitReader {
     std::size_t Position() const { return mAt; }
     std::size_t End() const { return mEnd; }
     std::size_t Left() const { return mEnd - mAt; }
+    /// The first of the numbers read that are absurd; 0 where none is.
+    double Absurd() const { return mAbsurd; }
     /// Moves to a bit of the stream. Throws Damage beyond the end.
     void MoveTo(std::size_t bit);
     void Skip(std::size_t bits);
@@ -85,6 +91,7 @@ class BitReader {
   private:
     std::string_view mBytes;
     std::size_t mAt = 0, mEnd = 0;
+    double mAbsurd = 0;
 };
 
 }  // namespace brenvik::dwg

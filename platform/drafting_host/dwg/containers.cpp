@@ -112,6 +112,7 @@ void TakeSection(Sections& sections, const PagedSection& section, std::size_t fi
                            " bytes can't be true for a file of " + std::to_string(fileSize));
         return;
     }
+    if (section.size == 0) Note(sections, "section " + name + " is empty");
     left -= static_cast<std::size_t>(section.size);
     std::string bytes(static_cast<std::size_t>(section.size), '\0');
     for (std::size_t page = 0; page < section.pages; ++page) {

@@ -15,6 +15,7 @@
 #include "drafting_host/dwg/common_values.h"
 #include "drafting_host/dwg/entities.h"
 #include "drafting_host/dwg/group_names.h"
+#include "drafting_host/dwg/header_checks.h"
 #include "drafting_host/dwg/kept_tables.h"
 #include "drafting_host/dwg/links.h"
 #include "drafting_host/dwg/losses.h"
@@ -54,6 +55,8 @@ class DwgWalk {
         mHeader = ReadHeader(mSections, mTexts, mReading.data);
         mBodies = ReadDataStore(mSections);
         ReadRecords();
+        CheckHandles(mHeader, mSections, mTexts, mMap, mKinds, mLinks);
+        CheckHandleSeed(mHeader.handleSeed, mMap, mReading);
         TakeHeader();
         NameBlocks();
         mTables.HandOver(mReading, mNames, mNamed, mLinks);
@@ -445,10 +448,10 @@ class DwgWalk {
         for (const HandleValue group : NameGroups(mNames.groups, named))
             mReading.Note(0, ShownHolder({"GROUP", group}) +
                                  " has no name of its own in the dictionary of groups: it gets one");
-        for (GroupData& group : mNames.groups)
-            for (const HandleValue member : group.members)
-                if (member != 0 && !mSeen.contains(member) && !mDamaged.contains(member))
-                    mLinks.Drop("an entity", member, {"GROUP", group.handle});
+        const auto isKnown = [this](HandleValue member) {
+            return mSeen.contains(member) || mDamaged.contains(member);
+        };
+        for (GroupData& group : mNames.groups) CheckMembers(group, isKnown, mLinks, mReading);
         mReading.data.groups = std::move(mNames.groups);
     }
 

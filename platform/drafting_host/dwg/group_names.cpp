@@ -28,4 +28,19 @@ std::vector<HandleValue> NameGroups(std::vector<GroupData>& groups, const Dictio
     return unnamed;
 }
 
+void CheckMembers(GroupData& group, const std::function<bool(HandleValue)>& isKnown, Links& links,
+                  Reading& reading) {
+    const Holder holder{"GROUP", group.handle};
+    std::set<HandleValue> members;
+    std::erase_if(group.members, [&](HandleValue member) {
+        if (member != 0 && !members.insert(member).second) {
+            reading.Note(0, ShownHolder(holder) + " has the " + ShownHolder({"entity", member}) +
+                                " twice, of which one is taken: another may be missing");
+            return true;
+        }
+        if (!isKnown(member)) links.Drop("an entity", member, holder);
+        return false;
+    });
+}
+
 }  // namespace brenvik::dwg

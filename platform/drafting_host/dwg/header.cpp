@@ -1,4 +1,4 @@
-// The order of the variables, which differs from release to release, as a table; and where each goes.
+// The variables one by one, and where each goes.
 #include "drafting_host/dwg/header.h"
 
 #include <array>
@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "base/text.h"
+#include "drafting_host/dwg/header_checks.h"
+#include "drafting_host/dwg/header_rows.h"
 #include "drafting_host/dwg/objects.h"
 #include "drafting_host/dwg/table_data.h"
 #include "drafting_host/dxf/data/header_variables.h"
@@ -16,83 +18,8 @@
 namespace brenvik::dwg {
 namespace {
 
-enum class Kind { B, BS, BL, BLL, BD, Point, Flat, Text, Color, Handle, Seed, RC, Date };
-
-struct Row {
-    Kind kind;
-    std::string_view names;  ///< One value for each, "-" for one that nobody reads; "*n" n such values.
-    Release first = Release::R13, last = Release::R2018;
-};
-
-using enum Kind;
-using enum Release;
-
-// clang-format off
-constexpr auto Rows = std::to_array<Row>({
-    {BLL, "-", R2013},
-    {BD, "*4"}, {Text, "*4"}, {BL, "*2"}, {BS, "-", R13, R14}, {Handle, "-", R13, R2000},
-    {B, "DIMASO DIMSHO"}, {B, "-", R13, R14}, {B, "PLINEGEN ORTHOMODE REGENMODE FILLMODE QTEXTMODE PSLTSCALE LIMCHECK"},
-    {B, "-", R13, R14}, {B, "-", R2004}, {B, "USRTIMER SKPOLY ANGDIR SPLFRAME"}, {B, "*2", R13, R14},
-    {B, "MIRRTEXT WORLDVIEW"}, {B, "-", R13, R14}, {B, "TILEMODE PLIMCHECK VISRETAIN"}, {B, "-", R13, R14},
-    {B, "DISPSILH PELLIPSE"},
-    {BS, "PROXYGRAPHICS"}, {BS, "-", R13, R14}, {BS, "TREEDEPTH LUNITS LUPREC AUNITS AUPREC"}, {BS, "-", R13, R14},
-    {BS, "ATTMODE"}, {BS, "-", R13, R14}, {BS, "PDMODE"}, {BS, "-", R13, R14}, {BL, "*3", R2004},
-    {BS, "USERI1 USERI2 USERI3 USERI4 USERI5 SPLINESEGS SURFU SURFV SURFTYPE SURFTAB1 SURFTAB2 SPLINETYPE "
-         "SHADEDGE SHADEDIF UNITMODE MAXACTVP ISOLINES CMLJUST TEXTQLTY"},
-    {BD, "LTSCALE TEXTSIZE TRACEWID SKETCHINC FILLETRAD THICKNESS ANGBASE PDSIZE PLINEWID USERR1 USERR2 USERR3 USERR4 "
-         "USERR5 CHAMFERA CHAMFERB CHAMFERC CHAMFERD FACETRES CMLSCALE CELTSCALE"},
-    {Text, "MENU"},
-    {Date, "TDUCREATE TDUUPDATE"}, {BL, "*3", R2004}, {Date, "TDINDWG TDUSRTIMER"}, {Color, "CECOLOR"}, {Seed, "HANDSEED"},
-    {Handle, "CLAYER TEXTSTYLE CELTYPE"}, {Handle, "-", R2007}, {Handle, "DIMSTYLE CMLSTYLE"}, {BD, "PSVPSCALE", R2000},
-
-    {Point, "PINSBASE PEXTMIN PEXTMAX"}, {Flat, "PLIMMIN PLIMMAX"}, {BD, "PELEVATION"},
-    {Point, "PUCSORG PUCSXDIR PUCSYDIR"}, {Handle, "PUCSNAME"}, {Handle, "PUCSORTHOREF", R2000},
-    {BS, "PUCSORTHOVIEW", R2000}, {Handle, "PUCSBASE", R2000},
-    {Point, "PUCSORGTOP PUCSORGBOTTOM PUCSORGLEFT PUCSORGRIGHT PUCSORGFRONT PUCSORGBACK", R2000},
-    {Point, "INSBASE EXTMIN EXTMAX"}, {Flat, "LIMMIN LIMMAX"}, {BD, "ELEVATION"},
-    {Point, "UCSORG UCSXDIR UCSYDIR"}, {Handle, "UCSNAME"}, {Handle, "UCSORTHOREF", R2000},
-    {BS, "UCSORTHOVIEW", R2000}, {Handle, "UCSBASE", R2000},
-    {Point, "UCSORGTOP UCSORGBOTTOM UCSORGLEFT UCSORGRIGHT UCSORGFRONT UCSORGBACK", R2000},
-
-    {Text, "DIMPOST DIMAPOST", R2000},
-    {B, "DIMTOL DIMLIM DIMTIH DIMTOH DIMSE1 DIMSE2 DIMALT DIMTOFL DIMSAH DIMTIX DIMSOXD", R13, R14},
-    {RC, "DIMALTD DIMZIN", R13, R14}, {B, "DIMSD1 DIMSD2", R13, R14}, {RC, "DIMTOLJ DIMJUST DIMFIT", R13, R14},
-    {B, "DIMUPT", R13, R14}, {RC, "DIMTZIN DIMALTZ DIMALTTZ DIMTAD", R13, R14},
-    {BS, "DIMUNIT DIMAUNIT DIMDEC DIMTDEC DIMALTU DIMALTTD", R13, R14}, {Handle, "DIMTXSTY", R13, R14},
-    {BD, "DIMSCALE DIMASZ DIMEXO DIMDLI DIMEXE DIMRND DIMDLE DIMTP DIMTM"}, {BD, "DIMFXL DIMJOGANG", R2007},
-    {BS, "DIMTFILL", R2007}, {Color, "DIMTFILLCLR", R2007},
-    {B, "DIMTOL DIMLIM DIMTIH DIMTOH DIMSE1 DIMSE2", R2000}, {BS, "DIMTAD DIMZIN DIMAZIN", R2000},
-    {BS, "DIMARCSYM", R2007}, {BD, "DIMTXT DIMCEN DIMTSZ DIMALTF DIMLFAC DIMTVP DIMTFAC DIMGAP"},
-    {Text, "DIMPOST DIMAPOST DIMBLK DIMBLK1 DIMBLK2", R13, R14}, {BD, "DIMALTRND", R2000}, {B, "DIMALT", R2000},
-    {BS, "DIMALTD", R2000}, {B, "DIMTOFL DIMSAH DIMTIX DIMSOXD", R2000}, {Color, "DIMCLRD DIMCLRE DIMCLRT"},
-    {BS, "DIMADEC DIMDEC DIMTDEC DIMALTU DIMALTTD DIMAUNIT DIMFRAC DIMLUNIT DIMDSEP DIMTMOVE DIMJUST", R2000},
-    {B, "DIMSD1 DIMSD2", R2000}, {BS, "DIMTOLJ DIMTZIN DIMALTZ DIMALTTZ", R2000}, {B, "DIMUPT", R2000},
-    {BS, "DIMATFIT", R2000}, {B, "DIMFXLON", R2007},
-    {B, "DIMTXTDIRECTION", R2010}, {BD, "-", R2010}, {Text, "-", R2010}, {BD, "-", R2010}, {Text, "-", R2010},
-    {Handle, "DIMTXSTY DIMLDRBLK DIMBLK DIMBLK1 DIMBLK2", R2000}, {Handle, "DIMLTYPE DIMLTEX1 DIMLTEX2", R2007},
-    {BS, "DIMLWD DIMLWE", R2000},
-
-    {Handle, "*9"}, {Handle, "-", R13, R2000},
-    {Handle, "GROUPS - -"},
-    {BS, "*2", R2000}, {Text, "HYPERLINKBASE STYLESHEET", R2000}, {Handle, "*3", R2000}, {Handle, "*2", R2004},
-    {Handle, "-", R2007}, {Handle, "-", R2013},
-    {BL, "FLAGS", R2000}, {BS, "INSUNITS CEPSNTYPE", R2000},
-});
-constexpr auto RowsBehindPlotStyle = std::to_array<Row>({
-    {Text, "FINGERPRINTGUID VERSIONGUID", R2000},
-    {RC, "SORTENTS INDEXCTL HIDETEXT XCLIPFRAME DIMASSOC HALOGAP", R2004}, {BS, "OBSCOLOR INTERSECTIONCOLOR", R2004},
-    {RC, "OBSLTYPE INTERSECTIONDISPLAY", R2004}, {Text, "PROJECTNAME", R2004},
-    {Handle, "PAPER MODEL"},
-});
-/// What was added since, which no drawing depends on.
-constexpr auto LateRows = std::to_array<Row>({
-    {Handle, "*3"}, {B, "CAMERADISPLAY"}, {BL, "*2"}, {BD, "- STEPSPERSEC STEPSIZE 3DDWFPREC LENSLENGTH CAMERAHEIGHT"},
-    {RC, "SOLIDHIST SHOWHIST"}, {BD, "PSOLWIDTH PSOLHEIGHT LOFTANG1 LOFTANG2 LOFTMAG1 LOFTMAG2"}, {BS, "LOFTPARAM"},
-    {RC, "LOFTNORMALS"}, {BD, "LATITUDE LONGITUDE NORTHDIRECTION"}, {BL, "TIMEZONE"},
-    {RC, "LIGHTGLYPHDISPLAY TILEMODELIGHTSYNCH DWFFRAME DGNFRAME"}, {B, "REALWORLDSCALE"}, {Color, "INTERFERECOLOR"},
-    {Handle, "*3"}, {RC, "CSHADOW"}, {BD, "SHADOWPLANELOCATION"},
-});
-// clang-format on
+using namespace header;
+using enum header::Kind;
 
 /// Variables that a drawing keeps as text alone, by the codes of their values.
 struct TextVariable {
@@ -145,10 +72,29 @@ class HeaderReader {
         Walk(Rows);
         if (mWhole["CEPSNTYPE"] == NamedPlotStyle) NextHandle();
         Walk(RowsBehindPlotStyle);
-        if (mStreams.IsAtLeast(Release::R2007)) WalkLateRows();
+        if (mStreams.IsAtLeast(Release::R2007) && mStreams.data.Left() > 0) WalkLateRows();
+    }
+    /// What is left when all is read; blank where the section ends with the variables.
+    std::string Rest() const {
+        std::size_t values = mStreams.strings.Left();
+        BitReader tail = mStreams.data;
+        if (mStreams.IsAtLeast(Release::R2007)) {
+            values += mStreams.data.Left();
+            tail = mStreams.handles;
+        }
+        constexpr int junk = 4;  // numbers that nobody reads end the section
+        constexpr std::size_t mostBehind = 15;
+        try {
+            for (int i = 0; i < junk && tail.Left() > mostBehind; ++i) tail.BitShort();
+        } catch (const Damage&) {
+            // there are too few of them
+        }
+        values += tail.Left() > mostBehind ? tail.Left() : 0;
+        return values == 0 ? "" : std::to_string(values);
     }
     /// Whatever stopped the walk, what was read is there.
-    Header Result() {
+    Header Result(Sections& sections) {
+        for (std::string& doubt : DropImpossible(mValues)) Note(sections, std::move(doubt));
         TakeOver();
         Header header{mHandles["HANDSEED"], mHandles["CLAYER"], mHandles["UCSNAME"],  mHandles["GROUPS"],
                       mHandles["MODEL"],    mHandles["PAPER"],  mHandles["DIMSTYLE"], mHandles["CMLSTYLE"]};
@@ -175,6 +121,7 @@ class HeaderReader {
                     header.references.push_back({"$" + name, row.code, row.table, handle->second});
             }
         }
+        header.handles = mHandles;
         return header;
     }
 
@@ -192,17 +139,18 @@ class HeaderReader {
         }
     }
 
-    /// Other writers end before them.
     void WalkLateRows() {
         try {
             Walk(LateRows);
         } catch (const Damage&) {
+            // They are of no use in part.
             for (const Row& row : LateRows) {
                 for (const std::string& name : Split(row.names, ' ')) {
                     mWhole.erase(name);
                     mReals.erase(name);
                 }
             }
+            throw;
         }
     }
 
@@ -249,9 +197,8 @@ class HeaderReader {
                 mWhole[name] = IndexOf(ReadRecordColor(mStreams));
                 return;
             case Date: {
-                constexpr double millisecondsOfDay = 86400000;
                 const double days = data.BitLong();
-                mReals[name] = {days + data.BitLong() / millisecondsOfDay};
+                mReals[name] = {days + data.BitLong() / MillisecondsOfDay};
                 return;
             }
             case Kind::Handle:
@@ -315,9 +262,10 @@ class HeaderReader {
 
     Streams& mStreams;
     DrawingData& mDrawing;
-    std::map<std::string, int> mWhole;
-    std::map<std::string, std::vector<double>> mReals;
-    std::map<std::string, std::string> mTexts;
+    Values mValues;
+    std::map<std::string, int>& mWhole = mValues.whole;
+    std::map<std::string, std::vector<double>>& mReals = mValues.reals;
+    std::map<std::string, std::string>& mTexts = mValues.texts;
     std::map<std::string, HandleValue> mHandles;
 };
 
@@ -338,18 +286,32 @@ int MeasurementOf(const Sections& sections) {
 
 namespace {
 
-/// Who saved the drawing last, which stands among its properties behind five other texts.
-std::string LastSaver(const Sections& sections, const Texts& texts) {
+/// Who saved the drawing last, which stands among its properties: five texts in front, two behind, three
+/// times, and properties of the user's own with their values.
+std::string LastSaver(Sections& sections, const Texts& texts) {
     if (sections.summary.empty()) return {};
-    constexpr int textsInFront = 5;
-    try {
-        BitReader reader(sections.summary);
-        const std::size_t sizeOfUnit = texts.IsUnicode() ? 2 : 1;
-        for (int i = 0; i < textsInFront; ++i) reader.Skip(reader.Short() * sizeOfUnit * 8);
+    constexpr int textsInFront = 5, textsBehind = 2;
+    constexpr std::size_t times = 3 * 64, behind = 64;
+    BitReader reader(sections.summary);
+    const std::size_t sizeOfUnit = texts.IsUnicode() ? 2 : 1;
+    const auto next = [&] {
         const std::string bytes = reader.Bytes(reader.Short() * sizeOfUnit);
         return texts.IsUnicode() ? texts.FromUnits(bytes) : texts.FromPage(bytes);
-    } catch (const Damage&) {
-        return {};
+    };
+    std::string saver;
+    try {
+        for (int i = 0; i < textsInFront; ++i) next();
+        saver = next();
+        for (int i = 0; i < textsBehind; ++i) next();
+        reader.Skip(times);
+        for (int left = 2 * reader.Short(); left > 0; --left) next();
+        if (reader.Left() > behind)
+            reader.Fail("their end was expected, " + std::to_string(reader.Left() / 8) + " bytes follow");
+        return saver;
+    } catch (const Damage& damage) {
+        Note(sections, "the drawing's properties may be wrong from byte " + std::to_string(damage.bit / 8) +
+                           " on: " + damage.reason);
+        return saver;
     }
 }
 
@@ -365,11 +327,14 @@ Header ReadHeader(Sections& sections, const Texts& texts, DrawingData& data) {
         HeaderReader reader(streams, data);
         try {
             reader.Run();
+            if (const std::string rest = reader.Rest(); !rest.empty())
+                Note(sections, "the drawing's variables end " + rest +
+                                   " bits before their section: what was read of them may be wrong");
         } catch (const Damage& damage) {
             Note(sections, "the drawing's variables break off at bit " + std::to_string(damage.bit) + ": " +
                                damage.reason);
         }
-        header = reader.Result();
+        header = reader.Result(sections);
         if (const std::string saver = LastSaver(sections, texts); !saver.empty())
             header.variables.emplace_back("$LASTSAVEDBY", GroupText().Text(1, saver).Take());
     } catch (const Damage& damage) {

@@ -1,6 +1,7 @@
 // The variables of a drawing, of which the file holds a long row without names.
 #pragma once
 
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -27,6 +28,8 @@ struct Header {
         HandleValue handle = 0;
     };
     std::vector<Reference> references{};
+    /// All that lead to an object, by the variables' names or those of what they lead to.
+    std::map<std::string, HandleValue> handles{};
 };
 
 /// Reads the section and the template's measurement into `data`. A damaged section is reported; what was read

@@ -58,8 +58,8 @@ void ReadLongText(Streams& streams, TextData& text) {
 namespace {
 
 std::string StyleOf(Object& object, const Surroundings& surroundings) {
-    return surroundings.links.NamedIfAny(surroundings.names.styles, object.streams.Handle(), "Standard",
-                                         "a text style", {"text", object.handle});
+    return surroundings.links.Named(surroundings.names.styles, object.streams.Handle(), "Standard",
+                                    "a text style", {"text", object.handle});
 }
 
 }  // namespace
