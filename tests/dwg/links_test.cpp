@@ -205,6 +205,29 @@ TEST_F(DwgLinks, ExtendedDataBehindAnUnknownCodeAreToldAsLost) {
         "rest is left out");
 }
 
+TEST_F(DwgLinks, APolylineWithoutItsEndIsTold) {
+    ExpectTold(
+        WithReference("AC1015", 0x422, 0x42A, 0x999),
+        "POLYLINE_PFACE (handle 422) refers to a SEQEND (handle 999), which the drawing doesn't have: the "
+        "reference is left out");
+}
+
+TEST_F(DwgLinks, ObjectsOfClassesThatTheFileDoesNotNameAreTold) {
+    for (const char* release : {"AC1014", "AC1015"}) {
+        std::string bytes = test::FileBytes(test::SampleFolder() / "dwg" /
+                                            (std::string("ACadSharp__sample_") + release + ".dwg"));
+        // The second row of the file's locators: number, place and size. A size of 0 is that of no section.
+        constexpr std::size_t sizeOfClasses = 0x19 + 9 + 5;
+        for (std::size_t i = 0; i < 4; ++i) bytes[sizeOfClasses + i] = '\0';
+        const DrawingData data = ReadDwg(bytes, "job.dwg");
+        EXPECT_TRUE(std::ranges::any_of(data.notes, [](const ReadNote& note) {
+            return note.dataLost && note.text.ends_with(
+                                        " objects are of classes that the file doesn't name: "
+                                        "what is lost with them can't be known");
+        })) << release;
+    }
+}
+
 TEST_F(DwgLinks, AWrongChecksumOfTheHeadIsALoss) {
     constexpr std::size_t pictureAt = 0x0D;
     for (const char* release : {"AC1014", "AC1015"}) {

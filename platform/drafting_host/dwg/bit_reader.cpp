@@ -78,12 +78,14 @@ std::uint64_t BitReader::LongLong() {
     return low | (static_cast<std::uint64_t>(Long()) << 32);
 }
 
-double BitReader::Real() {
-    const auto value = std::bit_cast<double>(LongLong());
+double BitReader::Checked(std::uint64_t image) {
+    const auto value = std::bit_cast<double>(image);
     if (!std::isfinite(value)) Fail("a number was expected");
     if (mAbsurd == 0 && IsAbsurd(value)) mAbsurd = value;
     return value;
 }
+
+double BitReader::Real() { return Checked(LongLong()); }
 
 std::string BitReader::Bytes(std::size_t count) {
     if (count > Left() / 8) Fail("more data were expected");

@@ -89,6 +89,8 @@ class BitReader {
     [[noreturn]] void Fail(std::string reason) const;
 
   private:
+    double Checked(std::uint64_t image);
+
     std::string_view mBytes;
     std::size_t mAt = 0, mEnd = 0;
     double mAbsurd = 0;

@@ -21,6 +21,10 @@ EntityData CommonValues::EntityOf(std::string_view kind, const Object& object, c
                               ShownHolder(holder) + " has colour " + std::to_string(common.color) +
                                   " where one from 0 to 256 was expected; that of its layer is taken",
                               false);
+    if (!common.oddity.empty())
+        mSource.reading.Doubt(
+            common.oddity + " of entity", 0,
+            ShownHolder(holder) + " has a " + common.oddity + " that there isn't: it may be damaged", true);
     switch (common.linetypeBy) {
         case LinetypeBy::Layer:
             break;

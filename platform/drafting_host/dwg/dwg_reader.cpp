@@ -14,6 +14,7 @@
 #include "drafting_host/dwg/bodies.h"
 #include "drafting_host/dwg/common_values.h"
 #include "drafting_host/dwg/entities.h"
+#include "drafting_host/dwg/entity_checks.h"
 #include "drafting_host/dwg/group_names.h"
 #include "drafting_host/dwg/header_checks.h"
 #include "drafting_host/dwg/kept_tables.h"
@@ -21,6 +22,7 @@
 #include "drafting_host/dwg/losses.h"
 #include "drafting_host/dwg/missing_records.h"
 #include "drafting_host/dwg/names.h"
+#include "drafting_host/dwg/shape_checks.h"
 #include "drafting_host/dwg/sheets.h"
 #include "drafting_host/dwg/table_data.h"
 #include "drafting_host/dxf/data/kept_text.h"
@@ -32,6 +34,11 @@ namespace {
 using namespace dwg;
 
 bool IsZero(const Point3& point) { return point.x == 0 && point.y == 0 && point.z == 0; }
+
+std::string CutNote(const Texts& texts) {
+    return std::to_string(texts.Cut()) + " text(s) end at a zero within, the first one as " +
+           ShownName(texts.FirstCut());
+}
 
 class DwgWalk {
   public:
@@ -56,6 +63,7 @@ class DwgWalk {
         mBodies = ReadDataStore(mSections);
         ReadRecords();
         CheckHandles(mHeader, mSections, mTexts, mMap, mKinds, mLinks);
+        CheckStandardNames(mReading, mNames, mHeader);
         CheckHandleSeed(mHeader.handleSeed, mMap, mReading);
         TakeHeader();
         NameBlocks();
@@ -69,10 +77,7 @@ class DwgWalk {
         mLosses.Tell(mReading, mSeen);
         if (mTexts.Escaped() > 0)
             mReading.Note(0, KeptEscapesNote(mTexts.Escaped(), "in " + ShownName(mTexts.FirstEscaped())));
-        if (mTexts.Cut() > 0)
-            mReading.Note(0, std::to_string(mTexts.Cut()) +
-                                 " text(s) end at a zero within, the first one as " +
-                                 ShownName(mTexts.FirstCut()));
+        if (mTexts.Cut() > 0) mReading.Note(0, CutNote(mTexts));
         mReading.TellDoubts();
         for (ReadNote& note : mSections.notes) mReading.data.notes.push_back(std::move(note));
         CompleteDrawing(mReading);
@@ -81,7 +86,6 @@ class DwgWalk {
 
   private:
     static std::string Shown(HandleValue handle) { return "(handle " + HandleToText(handle) + ")"; }
-
     void TellDamage(std::string_view kind, const ObjectMap::Entry& entry, const Damage& damage) {
         mReading.Note(
             0, std::string(kind.empty() ? "object" : kind) + " " + Shown(entry.handle) + " at byte " +
@@ -94,8 +98,7 @@ class DwgWalk {
     /// What is left of an object of a kind that is read to its end.
     void TellRest(std::string_view kind, const Object& object) {
         constexpr auto notToTheEnd = std::to_array<std::string_view>(
-            {"3DSOLID", "REGION", "BODY", "VIEWPORT", "LAYOUT", "VPORT", "VIEW", "UCS", "ACDBDICTIONARYWDFLT",
-             "DIMSTYLE_CONTROL", "VX_CONTROL"});
+            {"3DSOLID", "REGION", "BODY", "UCS", "ACDBDICTIONARYWDFLT", "DIMSTYLE_CONTROL", "VX_CONTROL"});
         if (std::ranges::find(notToTheEnd, kind) != notToTheEnd.end()) return;
         if (const std::string rest = RestOf(object.streams); !rest.empty())
             mReading.Note(0, ShownHolder({kind, object.handle}) + " has " + rest + ": it may be damaged");
@@ -200,18 +203,13 @@ class DwgWalk {
         if (EqualsIgnoreCase(name, "*Active")) mReading.data.fileHandles.emplace("VPORT", object.handle);
     }
 
-    static bool KeepsData(std::string_view kind) {
-        constexpr auto kinds = std::to_array<std::string_view>(
-            {"LAYER", "LTYPE", "STYLE", "VPORT", "VIEW", "BLOCK_RECORD", "BLOCK", "LAYOUT"});
-        return std::ranges::find(kinds, kind) != kinds.end();
-    }
-
     /// Objects that a drawing doesn't hold, but for those that every file has and a written one gets anew.
     void CountUnread(std::string_view kind, Object& object) {
         constexpr auto usual = std::to_array<std::string_view>({"BLOCK", "ENDBLK", "SEQEND", "VERTEX_2D",
                                                                 "VERTEX_3D", "VERTEX_MESH", "VERTEX_PFACE",
                                                                 "FACE_PFACE", "ATTRIB", "VX_TABLE_RECORD"});
         if (IsShapeKind(kind) || std::ranges::find(usual, kind) != usual.end()) return;
+        if (mKinds.IsUnnamedClass(object.type)) mLosses.LeaveUnknown();
         mLosses.Leave(object.handle, KindOrType(kind, object.type));
     }
 
@@ -285,7 +283,7 @@ class DwgWalk {
         for (Block& block : mNames.blocks) {
             const Names::Begin* const begin = BeginOf(block);
             if (begin == nullptr) mLinks.Drop("a BLOCK", block.begin, {"BLOCK_RECORD", block.record});
-            if (begin != nullptr && !begin->name.empty()) block.name = begin->name;
+            if (begin != nullptr) TakeBlockName(mReading, block, begin->name);
             block.name = CanonicalBlockName(block.name);
             if (block.record == mHeader.modelSpace) block.name = ModelSpaceName;
             if (block.record == mHeader.paperSpace) block.name = PaperSpaceName;
@@ -398,9 +396,12 @@ class DwgWalk {
             EntityData entity = mValues.EntityOf(kind, object, common);
             Further further;
             entity.geometry = ReadShape(object, common, kind, mSurroundings, further);
+            CheckEnd(entity.geometry, {kind, handle}, mSections, mTexts, mMap, mKinds, mLinks);
+            CheckOwner(mReading, {kind, handle}, common, mReading.data.blocks[place].name);
             mValues.KeepFurther(entity, kind, common, further);
             mLosses.Take(further);
             TellRest(kind, object);
+            if (further.doubt.empty()) further.doubt = ImpossibleIn(entity.geometry);
             if (!further.doubt.empty()) mReading.Note(0, ShownHolder({kind, handle}) + ": " + further.doubt);
             Finish(entity, viewport);
             mReading.data.blocks[place].entities.push_back(std::move(entity));

@@ -51,7 +51,20 @@ PolylineData::Vertex ReadVertex(Object& object, unsigned type) {
     else
         vertex.endWidth = data.BitReal();
     vertex.bulge = data.BitReal();
+    if (object.streams.IsAtLeast(Release::R2010)) data.BitLong();  // its number
+    data.BitReal();                                                // its tangent
     return vertex;
+}
+
+/// Polylines of each kind have vertices of their own.
+void RequireVertex(const Object& vertex, std::string_view polyline) {
+    constexpr unsigned flat = 10, inSpace = 11, ofMesh = 12, ofPolyface = 13, faceOfPolyface = 14;
+    const bool fits = polyline == "POLYLINE_2D"   ? vertex.type == flat
+                      : polyline == "POLYLINE_3D" ? vertex.type == inSpace
+                      : polyline == "POLYLINE_MESH"
+                          ? vertex.type == ofMesh
+                          : vertex.type == ofPolyface || vertex.type == faceOfPolyface;
+    if (!fits) vertex.streams.data.Fail("a vertex of " + std::string(polyline) + " was expected");
 }
 
 }  // namespace
@@ -85,7 +98,10 @@ EntityGeometry ReadPolyline(Object& object, std::string_view kind, const Surroun
     }
     const std::int32_t count = object.streams.IsAtLeast(Release::R2004) ? data.BitLong() : 0;
     for (Object& part : PartsOf(object, count, surroundings, line.seqendHandle)) {
+        RequireVertex(part, kind);
         line.vertices.push_back(ReadVertex(part, part.type));
+        if (const std::string rest = RestOf(part.streams); !rest.empty())
+            further.doubt = ShownHolder({"its vertex", part.handle}) + " has " + rest;
         if (kind == "POLYLINE_2D") line.vertices.back().point.z = 0;
     }
     if (line.vertices.empty()) data.Fail("a vertex was expected");

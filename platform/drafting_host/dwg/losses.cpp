@@ -1,5 +1,8 @@
 #include "drafting_host/dwg/losses.h"
 
+#include <algorithm>
+#include <array>
+
 #include "drafting_host/dxf/data/annotation_kinds.h"
 
 namespace brenvik::dwg {
@@ -17,6 +20,12 @@ void TellCounts(Reading& reading, const std::string& what, const std::map<std::s
 
 std::string KindOrType(std::string_view kind, unsigned type) {
     return kind.empty() ? "of type " + std::to_string(type) : std::string(kind);
+}
+
+bool KeepsData(std::string_view kind) {
+    constexpr auto kinds = std::to_array<std::string_view>(
+        {"LAYER", "LTYPE", "STYLE", "VPORT", "VIEW", "BLOCK_RECORD", "BLOCK", "LAYOUT"});
+    return std::ranges::find(kinds, kind) != kinds.end();
 }
 
 void Losses::PassOver(std::string_view kind, unsigned type) { ++mPassed[KindOrType(kind, type)]; }
@@ -54,6 +63,10 @@ void Losses::Tell(Reading& reading, const std::set<HandleValue>& taken) const {
                      std::to_string(mTextsInColumns) + (mTextsInColumns == 1 ? " text" : " texts") +
                          " in columns: drawings hold such a text in one",
                      false);
+    if (mUnknown > 0)
+        reading.Note(0, std::to_string(mUnknown) + (mUnknown == 1 ? " object is" : " objects are") +
+                            " of classes that the file doesn't name: what is lost with " +
+                            (mUnknown == 1 ? "it" : "them") + " can't be known");
     std::map<std::string, std::size_t> counts;
     for (const auto& [handle, kind] : mLeft)
         if (!taken.contains(handle)) ++counts[kind];

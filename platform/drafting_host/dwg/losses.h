@@ -16,12 +16,17 @@ namespace brenvik::dwg {
 /// A kind, or the number of one without a name.
 std::string KindOrType(std::string_view kind, unsigned type);
 
+/// Whether a record's extended data are kept.
+bool KeepsData(std::string_view kind);
+
 class Losses {
   public:
     /// An entity of a kind that drawings don't hold.
     void PassOver(std::string_view kind, unsigned type);
     /// An object that is no entity.
     void Leave(HandleValue handle, std::string kind) { mLeft.emplace_back(handle, std::move(kind)); }
+    /// An object of a class that the file doesn't name.
+    void LeaveUnknown() { ++mUnknown; }
     /// Extended data of a record that nothing keeps.
     void LeaveData(std::string_view kind) { ++mData[std::string(kind)]; }
     /// What an entity that was taken loses.
@@ -36,7 +41,7 @@ class Losses {
 
     std::map<std::string, std::size_t> mPassed, mData;
     std::map<std::string, std::size_t> mSplines;  ///< By what their file leaves open.
-    std::size_t mTextsInColumns = 0;
+    std::size_t mTextsInColumns = 0, mUnknown = 0;
     std::vector<std::pair<HandleValue, std::string>> mLeft;
 };
 

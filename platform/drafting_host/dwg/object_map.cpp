@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 
 #include "drafting_host/dwg/checksums.h"
@@ -174,11 +175,12 @@ Kinds::Kinds(Sections& sections, const Texts& texts) {
 
 void Kinds::ReadClasses(Streams& streams) {
     BitReader& data = streams.data;
+    std::optional<unsigned> highest;
     if (streams.release == Release::R2004) {
-        data.BitShort();
+        highest = static_cast<std::uint16_t>(data.BitShort());
         data.Skip(17);
     } else if (streams.IsAtLeast(Release::R2007)) {
-        data.BitLong();
+        highest = static_cast<unsigned>(data.BitLong());
         data.Bit();
     }
     unsigned last = FirstClass - 1;
@@ -196,7 +198,15 @@ void Kinds::ReadClasses(Streams& streams) {
         if (!streams.IsAtLeast(Release::R2004)) continue;
         for (int i = 0; i < 5; ++i) data.BitLong();
     }
+    if (highest && *highest != last && !(mClasses.empty() && *highest <= FirstClass))
+        data.Fail("classes up to number " + std::to_string(*highest) + " were expected, the last is " +
+                  std::to_string(last));
+    while (data.Left() >= 8)
+        if (data.Byte() != 0) data.Fail("a class of a higher number was expected");
+    if (streams.strings.Left() > 0) data.Fail("the end of the classes' texts was expected");
 }
+
+bool Kinds::IsUnnamedClass(unsigned type) const { return type >= FirstClass && !mClasses.contains(type); }
 
 std::string_view Kinds::NameOf(unsigned type) const {
     if (type >= FirstClass) {

@@ -46,6 +46,8 @@ class Kinds {
 
     /// Blank for a number that no class has.
     std::string_view NameOf(unsigned type) const;
+    /// Whether it is the number of a class that the file doesn't name, so that nobody can tell what is lost.
+    bool IsUnnamedClass(unsigned type) const;
 
   private:
     void ReadClasses(Streams& streams);

@@ -12,7 +12,7 @@ namespace {
 
 constexpr auto Lineweights = std::to_array<int>(
     {0, 5, 9, 13, 15, 18, 20, 25, 30, 35, 40, 50, 53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211});
-constexpr unsigned LineweightByLayer = 29, LineweightByBlock = 30;
+constexpr unsigned LineweightByLayer = 29, LineweightByBlock = 30, LineweightDefault = 31;
 
 /// A reference is stored with its highest byte first.
 HandleValue StoredHandle(BitReader& reader) {
@@ -98,20 +98,30 @@ struct EntityColor {
     int index = 256;
     bool isInBook = false;
     std::optional<std::uint32_t> trueColor{}, transparency{};
+    bool isOdd = false;
 };
+
+/// By layer, by block, or a value in the lowest byte.
+bool IsTransparency(std::uint32_t value) { return (value & 0xFFFF00U) == 0 && (value >> 24U) <= 2; }
 
 EntityColor ReadEntityColor(BitReader& data, Release release) {
     constexpr unsigned indexMask = 0x1FF, hasTrueColor = 0x8000, isInBook = 0x4000, hasTransparency = 0x2000;
+    constexpr unsigned known = indexMask | hasTrueColor | isInBook | hasTransparency;
     const auto value = static_cast<std::uint16_t>(data.BitShort());
     if (release < Release::R2004) return {value, false};
     EntityColor color{static_cast<int>(value & indexMask), (value & isInBook) != 0};
     if ((value & hasTrueColor) != 0 && !color.isInBook)
         color.trueColor = static_cast<std::uint32_t>(data.BitLong()) & ThreeBytes;
     if ((value & hasTransparency) != 0) color.transparency = static_cast<std::uint32_t>(data.BitLong());
+    color.isOdd = (value & ~known) != 0 || (color.transparency && !IsTransparency(*color.transparency));
     return color;
 }
 
 }  // namespace
+
+bool IsLineweight(unsigned number) {
+    return number < Lineweights.size() || (number >= LineweightByLayer && number <= LineweightDefault);
+}
 
 int LineweightOf(unsigned number) {
     if (number < Lineweights.size()) return Lineweights[number];
@@ -256,8 +266,17 @@ Common ReadCommon(Object& object) {
     if (streams.IsAtLeast(Release::R2000) && data.Bits(2) == ByHandle) ++follows.others;
     if (streams.IsAtLeast(Release::R2010))
         for (int style = 0; style < 3; ++style) follows.others += data.Bit() ? 1U : 0U;
-    common.invisible = (data.BitShort() & 1) != 0;
-    if (streams.IsAtLeast(Release::R2000)) common.lineweight = LineweightOf(data.Byte());
+    const int invisible = data.BitShort();
+    common.invisible = (invisible & 1) != 0;
+    unsigned lineweight = LineweightByLayer;
+    if (streams.IsAtLeast(Release::R2000)) lineweight = data.Byte();
+    common.lineweight = LineweightOf(lineweight);
+    constexpr unsigned inNoSpace = 3;
+    common.oddity = common.mode == inNoSpace           ? "space"
+                    : color.isOdd                      ? "colour"
+                    : invisible != 0 && invisible != 1 ? "visibility"
+                    : !IsLineweight(lineweight)        ? "lineweight"
+                                                       : "";
     ReadCommonHandles(object, follows, common);
     return common;
 }

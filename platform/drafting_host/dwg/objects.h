@@ -54,6 +54,7 @@ struct Common {
     bool invisible = false;
     int lineweight = -1;
     bool hasStoredData = false;  ///< Its body may lie in the data section of release 2013 on.
+    std::string oddity;          ///< A value that there isn't; blank for none.
 };
 
 /// Reads on behind OpenObject: the values, then the handles up to the entity's own. Throws Damage.
@@ -73,5 +74,6 @@ int IndexOf(const RecordColor& color);
 
 /// Hundredths of a millimetre by the file's number of a lineweight; -1 by layer, -2 by block, -3 the default.
 int LineweightOf(unsigned number);
+bool IsLineweight(unsigned number);
 
 }  // namespace brenvik::dwg

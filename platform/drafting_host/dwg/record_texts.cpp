@@ -189,6 +189,7 @@ std::string ReadScreenView(Object& object, std::string& name) {
         AddSystem(data, groups);
     }
     if (streams.IsAtLeast(Release::R2007)) groups.Whole(60, data.BitShort()).Whole(61, data.BitShort());
+    if (streams.IsAtLeast(Release::R2000)) SkipHandles(streams, streams.IsAtLeast(Release::R2007) ? 5 : 2);
     return groups.Take();
 }
 
@@ -208,12 +209,14 @@ std::string ReadNamedView(Object& object) {
     groups.Point(11, sight.direction).Point(12, sight.target);
     groups.Real(42, sight.lens).Real(43, sight.front).Real(44, sight.back).Degrees(50, sight.twist);
     groups.Whole(71, static_cast<long>(sight.mode)).Whole(281, static_cast<long>(shading));
+    bool hasSystem = false;
     if (streams.IsAtLeast(Release::R2000)) {
-        const bool hasSystem = data.Bit();
+        hasSystem = data.Bit();
         groups.Whole(72, hasSystem ? 1 : 0);
         if (hasSystem) AddSystem(data, groups);
     }
     if (streams.IsAtLeast(Release::R2007)) groups.Whole(73, data.Bit() ? 1 : 0);
+    SkipHandles(streams, (streams.IsAtLeast(Release::R2007) ? 4U : 0U) + (hasSystem ? 2U : 0U));
     return groups.Take();
 }
 
@@ -272,6 +275,10 @@ Layout ReadLayout(Object& object) {
         const int view = data.BitShort();
         groups.Point(14, data.BitPoint()).Point(15, data.BitPoint());  // extents
         groups.Point(13, origin).Point(16, xAxis).Point(17, yAxis).Whole(76, view);
+        const std::int32_t viewports = streams.IsAtLeast(Release::R2004) ? data.BitLong() : 0;
+        constexpr unsigned lastViewportAndSystems = 3;
+        SkipHandles(streams, lastViewportAndSystems);
+        SkipHandles(streams, static_cast<unsigned>(streams.handles.Count(viewports, 8)));
         layout.groups = groups.Take();
     } catch (const Damage&) {
         // The sheet arrives all the same, with settings as a new one has them.

@@ -7,6 +7,7 @@
 
 #include "base/utf8.h"
 #include "drafting_host/dwg/checksums.h"
+#include "drafting_host/dxf/texts/exact_numbers.h"
 
 namespace brenvik::dwg {
 namespace {
@@ -126,9 +127,15 @@ Streams StreamsOf(std::string_view bytes, std::size_t begin, std::size_t handles
     return streams;
 }
 
+void SkipHandles(Streams& streams, unsigned count) {
+    constexpr std::size_t shortest = 8;
+    for (; count > 0 && streams.handles.Left() >= shortest; --count) streams.Handle();
+}
+
 std::string RestOf(const Streams& streams) {
     constexpr std::size_t byte = 8;  // objects end on one
     const std::size_t values = streams.data.Left() + streams.strings.Left(), handles = streams.handles.Left();
+    if (const double absurd = streams.data.Absurd(); absurd != 0) return "the number " + RealText(absurd);
     if (values == 0 && handles < byte) return {};
     return values > 0 ? std::to_string(values) + " bits more than its values take"
                       : std::to_string(handles) + " bits more than its references take";

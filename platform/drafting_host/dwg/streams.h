@@ -55,8 +55,11 @@ struct Streams {
     HandleValue Handle() { return handles.Handle().From(own); }
 };
 
-/// What is left of an object's streams when all is read that its kind has; blank for nothing. A count or a
-/// mark that is damaged makes the reading end early, mostly.
+/// References that nobody reads. Writers that end in front of them are no reason to refuse an object.
+void SkipHandles(Streams& streams, unsigned count);
+
+/// What is left of an object's streams when all is read that its kind has, or a number that a drawing can't
+/// have; blank for nothing. A count or a mark that is damaged makes the reading end early, mostly.
 std::string RestOf(const Streams& streams);
 
 /// The streams between two bits: `handlesAt` is where the handles begin, where texts end too. Throws Damage.

@@ -171,7 +171,10 @@ EntityGeometry ReadViewport(Object& object, Further& further) {
     view.center = data.BitPoint();
     view.width = data.BitReal();
     view.height = data.BitReal();
-    if (!streams.IsAtLeast(Release::R2000)) return view;
+    if (!streams.IsAtLeast(Release::R2000)) {
+        SkipHandles(streams, 1);
+        return view;
+    }
     view.viewTarget = data.BitPoint();
     view.viewDirection = data.BitPoint();
     view.twist = data.BitReal();
@@ -190,6 +193,9 @@ EntityGeometry ReadViewport(Object& object, Further& further) {
     ReadViewSettings(streams, groups);
     if (streams.IsAtLeast(Release::R2007)) ReadViewLight(streams, groups);
     for (std::size_t i = 0; i < frozen; ++i) view.frozenLayers.push_back(streams.Handle());
+    // Its outline, up to release 2000 its head, two coordinate systems, what it looks like.
+    const bool hasHead = !streams.IsAtLeast(Release::R2004), hasLooks = streams.IsAtLeast(Release::R2007);
+    SkipHandles(streams, 3U + (hasHead ? 1U : 0U) + (hasLooks ? 4U : 0U));
     further.groups = groups.Take();
     return view;
 }
