@@ -22,8 +22,10 @@ class DrawingView {
     virtual ~DrawingView() = default;
     virtual QWidget& Widget() = 0;
     /// Shows the solids of model space as they are now; null shows nothing. What has not changed since the
-    /// last call costs nothing.
+    /// last call costs nothing. Another drawing is looked at as it was when it was shown last.
     virtual void Show(HostDocument* document) = 0;
+    /// The drawing is closed, or about to be: what is kept of its picture goes.
+    virtual void Forget(const HostDocument& document) = 0;
     virtual void Mark(const std::vector<std::string>& handles) = 0;
     virtual void SetLook(ViewLook look) = 0;
     virtual void LookFrom(ViewSide side) = 0;

@@ -29,8 +29,8 @@
 
 #include "base/failure.h"
 #include "drafting_host/document/host_document.h"
-#include "drafting_host/dxf/data/aci_colors.h"
 #include "drawing_view/drawing_view.h"
+#include "drawing_view/part_looks.h"
 
 namespace brenvik::desktop {
 
@@ -59,24 +59,6 @@ class WidgetBuffer : public OpenGl_FrameBuffer {
     }
 };
 
-Quantity_Color ColorOf(int index) {
-    const ScreenColor color = ColorOfIndex(index < 1 || index > 255 ? 7 : index);
-    return {color.red / 255.0, color.green / 255.0, color.blue / 255.0, Quantity_TOC_sRGB};
-}
-
-/// Boards are seldom coloured: white would be glaring.
-Quantity_Color BoardColor(const HostEntity& entity) {
-    const int own = entity.Look().color;
-    const int index = own == 256 || own == 0 ? entity.LayerObject().Values().color : own;
-    if (index == 7) return {0.87, 0.78, 0.62, Quantity_TOC_sRGB};
-    return ColorOf(index);
-}
-
-bool IsShown(const HostEntity& entity) {
-    const LayerData& layer = entity.LayerObject().Values();
-    return !entity.Erased() && entity.Look().visible && layer.on && !layer.frozen;
-}
-
 class ModellerView : public QOpenGLWidget, public AIS_ViewController, public DrawingView {
   public:
     ModellerView() {
@@ -97,6 +79,7 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
     ~ModellerView() override {
         makeCurrent();
         mShown.clear();
+        mLeft.clear();
         if (!mContext.IsNull()) mContext->RemoveAll(false);
         mContext.Nullify();
         if (!mView.IsNull()) mView->Remove();
@@ -109,13 +92,20 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
     QWidget& Widget() override { return *this; }
 
     void Show(HostDocument* document) override {
-        const bool isNew = document != mDocument;
-        mDocument = document;
-        mFitWhenReady = mFitWhenReady || isNew;
+        if (document != mDocument) TurnTo(document);
         if (mContext.IsNull()) return;
         makeCurrent();
         TakeDrawing();
         update();
+    }
+
+    void Forget(const HostDocument& document) override {
+        if (&document == mDocument) TurnTo(nullptr);
+        const auto left = mLeft.find(&document);
+        if (left == mLeft.end() || mContext.IsNull()) return;
+        makeCurrent();
+        for (const auto& [handle, shown] : left->second.parts) mContext->Remove(shown.object, false);
+        mLeft.erase(left);
     }
 
     void Mark(const std::vector<std::string>& handles) override {
@@ -224,7 +214,10 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
             for (const auto& [handle, shown] : mShown)
                 if (shown.object == context->SelectedInteractive()) handles.push_back(handle);
         mMarked = std::set<std::string>(handles.begin(), handles.end());
-        if (onPicked) QTimer::singleShot(0, this, [this, handles] { onPicked(handles); });
+        if (onPicked)
+            QTimer::singleShot(0, this, [this, handles, drawing = mDocument] {
+                if (drawing == mDocument) onPicked(handles);
+            });
     }
     void handleViewRedraw(const Handle(AIS_InteractiveContext) & context,
                           const Handle(V3d_View) & view) override {
@@ -238,6 +231,53 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
         int color = 0;
         Handle(AIS_Shape) object;
     };
+
+    /// What is kept of a drawing while another one is shown.
+    struct LeftDrawing {
+        std::map<std::string, ShownPart> parts;
+        Handle(Graphic3d_Camera) camera;
+        bool fitWhenReady = true, fitted = false;
+    };
+
+    /// Two drawings may have the same handles, so each has its parts for itself.
+    void TurnTo(HostDocument* document) {
+        HostDocument* const before = std::exchange(mDocument, document);
+        mWaiting.clear();
+        mMarked.clear();
+        if (mContext.IsNull()) {
+            mFitWhenReady = true;
+            return;
+        }
+        makeCurrent();
+        if (before != nullptr) Leave(*before);
+        const auto left = mLeft.find(document);
+        if (left == mLeft.end()) {
+            mFitWhenReady = true;
+            return;
+        }
+        TakeUpAgain(left->second);
+        mLeft.erase(left);
+    }
+
+    void Leave(const HostDocument& document) {
+        mContext->ClearSelected(false);
+        mContext->ClearDetected(false);
+        for (const auto& [handle, shown] : mShown) mContext->Erase(shown.object, false);
+        mLeft[&document] = {std::exchange(mShown, {}), new Graphic3d_Camera(mView->Camera()), mFitWhenReady,
+                            mFitted};
+    }
+
+    void TakeUpAgain(LeftDrawing& left) {
+        mShown = std::move(left.parts);
+        for (const auto& [handle, shown] : mShown) mContext->Display(shown.object, mMode, 0, false);
+        // The window may have another shape by now.
+        const double aspect = mView->Camera()->Aspect();
+        mView->Camera()->Copy(left.camera);
+        mView->Camera()->SetAspect(aspect);
+        mFitWhenReady = left.fitWhenReady;
+        if (left.fitted) Fit();
+        mFitted = left.fitted;
+    }
 
     void Die(const std::string& reason) {
         mView.Nullify();
@@ -342,7 +382,7 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
             shown.object = new AIS_Shape(shown.shape);
             const Handle(Prs3d_Drawer)& drawer = shown.object->Attributes();
             drawer->SetAutoTriangulation(false);
-            shown.object->SetColor(BoardColor(solid));
+            shown.object->SetColor(PartColor(solid));
             drawer->SetFaceBoundaryDraw(true);
             drawer->SetFaceBoundaryAspect(new Prs3d_LineAspect(
                 Quantity_Color(0.15, 0.15, 0.15, Quantity_TOC_sRGB), Aspect_TOL_SOLID, 1.0));
@@ -404,6 +444,7 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
     Handle(AIS_InteractiveContext) mContext;
     HostDocument* mDocument = nullptr;
     std::map<std::string, ShownPart> mShown;
+    std::map<const HostDocument*, LeftDrawing> mLeft;
     std::deque<std::string> mWaiting;
     std::set<std::string> mMarked;
     QTimer mPreparing;
