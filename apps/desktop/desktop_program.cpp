@@ -79,6 +79,8 @@ void RequireRecordPlace(const DesktopOptions& options, app::KeptFiles& kept) {
     const std::filesystem::path file = PathFromText(options.record);
     if (!options.drawing.empty())
         kept.Keep(PathFromText(options.drawing), "the drawing", OutputKind::Drawing);
+    for (const std::string& drawing : options.furtherDrawings)
+        kept.Keep(PathFromText(drawing), "a drawing", OutputKind::Drawing);
     kept.RequireFree(file, OutputKind::Transcript, options.record);
     kept.Keep(file, "the journal that is recorded");
 }
@@ -117,6 +119,7 @@ app::ExitStatus RunForAPerson(const DesktopOptions& options) {
     const GuideKey guideKey;
     window.show();
     if (!options.drawing.empty()) window.OpenFile(options.drawing);
+    window.OpenFiles(options.furtherDrawings);
     window.OfferRecovery(FindAbandonedWork(RecoveryFolder(workplace.home)));
     QApplication::exec();
     desk.recorder = dialogs.recorder = prompts.recorder = progress.recorder = nullptr;

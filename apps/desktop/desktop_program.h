@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "shell/exit_status.h"
 
@@ -9,6 +10,8 @@ namespace brenvik::desktop {
 
 struct DesktopOptions {
     std::string home, drawing, journal;
+    /// Drawings to open beside the first one.
+    std::vector<std::string> furtherDrawings;
     /// The journal to write of what a person does; blank for none.
     std::string record;
     /// A folder for pictures of each window as it opens; blank for none.

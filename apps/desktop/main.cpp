@@ -30,7 +30,7 @@ DesktopOptions OptionsOf(const QStringList& words) {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Cut lists and CNC feature recognition, with windows."));
     parser.addHelpOption();
-    parser.addPositionalArgument("DRAWING", "The drawing to open");
+    parser.addPositionalArgument("DRAWING", "The drawings to open, each in a tab of its own", "[DRAWING...]");
     parser.addOptions({{"home", "The install folder", "DIR"},
                        {"journal", "Play this journal on the windows and end", "FILE"},
                        {"record", "Write a journal of what is done into this file", "FILE"},
@@ -47,8 +47,9 @@ DesktopOptions OptionsOf(const QStringList& words) {
     options.partFile = FromQt(parser.value("part-picture"));
     options.out = FromQt(parser.value("out"));
     options.quiet = parser.isSet("quiet");
-    if (!parser.positionalArguments().isEmpty())
-        options.drawing = FromQt(parser.positionalArguments().front());
+    const QStringList drawings = parser.positionalArguments();
+    if (!drawings.isEmpty()) options.drawing = FromQt(drawings.front());
+    for (const QString& drawing : drawings.mid(1)) options.furtherDrawings.push_back(FromQt(drawing));
     return options;
 }
 
@@ -80,6 +81,10 @@ int Run(int argc, char** argv) {
             throw app::CommandError(
                 app::ExitStatus::WrongWords,
                 "--record writes what a person does, and --journal plays: expected one of them");
+        if (!options.journal.empty() && !options.furtherDrawings.empty())
+            throw app::CommandError(
+                app::ExitStatus::WrongWords,
+                "--journal plays on one drawing, in which it may open others: expected one DRAWING");
         if (!options.partFile.empty()) return static_cast<int>(PaintPartFile(options));
         return static_cast<int>(options.journal.empty() ? RunForAPerson(options) : RunForAJournal(options));
     } catch (const app::CommandError& error) {

@@ -5,17 +5,18 @@
 #include <QMainWindow>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "cnc/output/run_outcome.h"
 #include "cnc/picture/part_picture.h"
-#include "drafting_host/document/drawing_state.h"
 #include "drawing_view/drawing_view.h"
 #include "form_windows/form_desk.h"
 #include "home/workplace.h"
 #include "part_pictures/part_lines.h"
 #include "recovery/recovery_store.h"
+#include "windows/open_drawings.h"
 
 class QAction;
 class QComboBox;
@@ -27,6 +28,7 @@ class QTreeWidgetItem;
 
 namespace brenvik::desktop {
 
+class DrawingTabs;
 class OutcomeWindow;
 class WorkKeeper;
 struct GroupedCommand;
@@ -37,9 +39,11 @@ class MainWindow : public QMainWindow {
     MainWindow(app::Workplace& workplace, FormDesk& desk);
     ~MainWindow() override;
 
-    /// Opens a drawing of any kind that can be read; false if it can't, after a message.
+    /// Opens a drawing of any kind that can be read in a tab of its own; one that is open is turned to. False
+    /// if it can't be read, after a message, or if a command or a form is at work.
     bool OpenFile(const std::string& name);
-    /// Shows the host's drawing as it is now.
+    void OpenFiles(const std::vector<std::string>& names);
+    /// Shows the host's active drawing as it is now, and a tab for each that is open.
     void ShowDrawing();
     /// As its menu entry does. False for a method that has none.
     bool Run(std::string_view method);
@@ -73,6 +77,19 @@ class MainWindow : public QMainWindow {
     void MakePartsDock();
     void MakePropertiesDock();
     void MakeCommandDock();
+    QWidget* MakeTabs();
+    /// Whether another drawing may become the active one: nothing is at work on the present one, and no form
+    /// waits. Says so where not.
+    bool MayTurn();
+    void TurnTo(HostDocument& document);
+    /// By places to the right, around the end.
+    void TurnBy(int step);
+    /// Asks about changes first; false where the drawing stays.
+    bool CloseDrawing(HostDocument& document);
+    void TakeDrawings();
+    void LetGoOf(const HostDocument& document);
+    void ShowTabs();
+    void NoteTurn();
     void AddRecent(const std::string& name);
     void ShowRecent();
     void RunCommand(const GroupedCommand& command);
@@ -88,17 +105,21 @@ class MainWindow : public QMainWindow {
     void TakeTick(QTreeWidgetItem& item);
     void SelectHandles(const std::vector<std::string>& handles);
     std::vector<std::string> SelectedHandles() const;
+    /// Asks about the changes of one drawing, and of all of them; false where they are to stay.
+    bool MayLose(HostDocument& document);
     bool MayLeave();
+    std::optional<std::string> OtherTabAt(const std::string& name) const;
     bool Save();
     bool SaveUnder(const std::string& name);
     bool SaveAsAsked();
     bool SavesAsTyped(const std::string& typed);
     void NoteWritten(const std::filesystem::path& file);
     void TakeSaving();
-    /// Opens a drawing in the place of the one before; null if it can't be read, after a message.
+    /// Opens a drawing; null if it can't be read, after a message.
     HostDocument* Read(const std::string& name);
     void NoteOpening(const std::string& name);
-    void MarkChanged();
+    void MarkChanged(const HostDocument& document);
+    void MarkSaved(const HostDocument& document);
     void AskKeepingInterval();
     HostDocument* Document() const { return mWorkplace.host.Active(); }
     void LoseView(const std::string& reason);
@@ -112,6 +133,8 @@ class MainWindow : public QMainWindow {
     /// Part files are looked at in a host of their own, so that the user's drawing stays the active one.
     HostApplication mPartFiles;
     OutcomeWindow* mOutcomeWindow = nullptr;
+    OpenDrawings mDrawings;
+    DrawingTabs* mTabs = nullptr;
     std::unique_ptr<DrawingView> mView;
     WorkKeeper* mKeeper = nullptr;
     QMenu* mRecent = nullptr;
@@ -124,8 +147,8 @@ class MainWindow : public QMainWindow {
     QPlainTextEdit* mHistory = nullptr;
     QLabel* mPrompt = nullptr;
     QLineEdit* mCommand = nullptr;
-    /// The drawing when its file was written, since the last look.
-    std::optional<DrawingState> mWritten;
+    /// Drawings that were closed since the start, which a recorded journal leaves open.
+    std::set<std::filesystem::path> mClosedFiles;
     bool mShowing = false, mAnyOpened = false;
     bool mTellsLosses = false;
 };

@@ -110,37 +110,41 @@ void MainWindow::TypeCommand() {
     const std::string typed = FromQt(mCommand->text());
     mCommand->clear();
     if (SavesAsTyped(typed)) return;
-    mDesk.Do([&] {
+    mDesk.Do([&, &document = *Document()] {
         mDesk.Note("host " + JournalText(typed + "\n"));
-        mWorkplace.typedCommands.Line().Send(*Document(), typed + "\n");
-        MarkChanged();
+        mWorkplace.typedCommands.Line().Send(document, typed + "\n");
+        MarkChanged(document);
     });
 }
 
 void MainWindow::TypeAlone(const std::string& command) {
     if (Document() == nullptr) return;
-    mDesk.Do([&] {
+    mDesk.Do([&, &document = *Document()] {
         HostCommandLine& line = mWorkplace.typedCommands.Line();
-        if (line.Busy(*Document())) {
+        if (line.Busy(document)) {
             mDesk.Note("escape");
-            line.Send(*Document(), "\x1b");
+            line.Send(document, "\x1b");
         }
         mDesk.Note("host " + JournalText(command + "\n"));
-        line.Send(*Document(), command + "\n");
-        MarkChanged();
+        line.Send(document, command + "\n");
+        MarkChanged(document);
     });
 }
 
 void MainWindow::ShowDrawing() {
     if (mShowing) return;
+    TakeDrawings();
     ShowHistorySteps();
     HostDocument* const document = Document();
+    ShowTabs();
+    setWindowModified(document != nullptr && mDrawings.IsChanged(*document));
     const QString name = document == nullptr ? QString() : QFileInfo(ToQt(document->FullName())).fileName();
     setWindowTitle(name.isEmpty() ? tr("Brenvik[*]") : name + tr("[*] - Brenvik"));
     statusBar()->showMessage(
         document == nullptr ? tr("Open a drawing to begin: Ctrl+O.")
                             : tr("%1 parts. Ctrl+L opens the cut list.").arg(PartLinesOf(*document).size()));
-    if (document != nullptr) mPrompt->setText(ToQt(mWorkplace.typedCommands.Line().Prompt(*document)));
+    mPrompt->setText(document == nullptr ? tr("Command:")
+                                         : ToQt(mWorkplace.typedCommands.Line().Prompt(*document)));
     if (mView) mView->Show(document);
     ShowTree();
 }
@@ -236,12 +240,13 @@ void MainWindow::TakeTick(QTreeWidgetItem& item) {
     if (mShowing || handle.empty() || Document() == nullptr) return;
     const bool shown = item.checkState(0) == Qt::Checked;
     // The tree is filled anew by it, which its own signal would not outlive.
-    QTimer::singleShot(0, this, [this, handle, shown] {
-        if (Document() == nullptr) return;
+    QTimer::singleShot(0, this, [this, handle, shown, ticked = Document()] {
+        // The part of this handle in another drawing is not meant.
+        if (Document() == nullptr || Document() != ticked) return;
         mDesk.Do([this, handle, shown] {
             mDesk.Note((shown ? "show entity " : "hide entity ") + handle);
             app::ShowEntity(*Document(), handle, shown);
-            MarkChanged();
+            MarkChanged(*Document());
         });
     });
 }

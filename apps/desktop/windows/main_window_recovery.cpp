@@ -5,7 +5,6 @@
 #include <QMessageBox>
 #include <QPushButton>
 
-#include "drafting_host/document/drawing_history.h"
 #include "drawings/drawing_io.h"
 #include "file_roots/places.h"
 #include "recovery/work_keeper.h"
@@ -18,14 +17,15 @@ namespace {
 
 constexpr int MostMinutes = 60;
 
-/// "kitchen (recovered).dxf" beside the file, a name that nothing has yet.
-std::string FreeNameBeside(const std::string& file) {
+/// "kitchen (recovered).dxf" beside the file, a name that nothing has yet, nor an open drawing.
+std::string FreeNameBeside(const std::string& file, const OpenDrawings& drawings) {
     const QFileInfo source(ToQt(file));
     for (int number = 1;; ++number) {
         const QString end = number == 1 ? QStringLiteral(" (recovered).dxf")
                                         : QStringLiteral(" (recovered %1).dxf").arg(number);
         const QString name = source.path() + "/" + source.completeBaseName() + end;
-        if (!QFileInfo::exists(name)) return FromQt(name);
+        if (!QFileInfo::exists(name) && drawings.OfFile(PathFromText(FromQt(name))) == nullptr)
+            return FromQt(name);
     }
 }
 
@@ -75,17 +75,24 @@ void MainWindow::OfferRecovery(FoundWork found) {
     for (AbandonedWork& work : found.works) {
         const Wish wish = AskAbout(work, this);
         if (wish == Wish::Delete) work.Remove();
-        if (wish != Wish::Recover || !MayLeave()) continue;
-        if (Recover(work)) continue;
+        if (wish != Wish::Recover || Recover(work)) continue;
         Tell("The kept work could not be opened and stays where it is: " + TextFromPath(work.Drawing()));
     }
 }
 
 bool MainWindow::Recover(AbandonedWork& work) {
+    HostDocument* const open = mDrawings.OfFile(PathFromText(work.Note().file));
     HostDocument* const document = Read(TextFromPath(work.Drawing()));
     if (document == nullptr) return false;
-    const bool otherFile = work.SourceChanged() && work.SourceIsThere();
-    const std::string name = otherFile ? FreeNameBeside(work.Note().file) : work.Note().file;
+    const bool isTaken = open != nullptr && mDrawings.IsChanged(*open);
+    // The drawing as its file has it makes room for the work on it.
+    if (open != nullptr && !isTaken) {
+        LetGoOf(*open);
+        mWorkplace.host.CloseDocument(*open);
+    }
+    const bool sourceChanged = work.SourceChanged() && work.SourceIsThere(),
+               otherFile = sourceChanged || isTaken;
+    const std::string name = otherFile ? FreeNameBeside(work.Note().file, mDrawings) : work.Note().file;
     document->SetFile(name);
     // A source of another system is never written over.
     if (!app::IsDxfName(name)) document->MarkImported();
@@ -94,11 +101,14 @@ bool MainWindow::Recover(AbandonedWork& work) {
     mWorkplace.drawingFiles.Know(PathFromText(name));
     Tell("Recovered the work of " + work.Note().time + " on " + work.Note().file +
          ", which is not saved yet.");
-    if (otherFile) Tell(work.Note().file + " has been changed since; the recovered work is " + name + ".");
+    if (otherFile)
+        Tell(work.Note().file +
+             (sourceChanged ? " has been changed since" : " stands open with other unsaved work") +
+             "; the recovered work is " + name + ".");
     NoteOpening(work.Note().file);
     mDesk.Note("# That was opened with work of " + work.Note().time + ", which a journal can't do again.");
-    setWindowModified(true);
-    KeepHistory(*document);
+    TakeDrawings();
+    if (OpenDrawing* const drawing = mDrawings.Find(*document)) drawing->changed = true;
     if (mKeeper != nullptr) {
         mKeeper->FollowRecovered(*document, otherFile ? std::nullopt : work.Note().source);
         // It is kept here before it goes there.
@@ -106,11 +116,6 @@ bool MainWindow::Recover(AbandonedWork& work) {
     }
     ShowDrawing();
     return true;
-}
-
-void MainWindow::MarkChanged() {
-    setWindowModified(true);
-    if (mKeeper != nullptr && Document() != nullptr) mKeeper->NoteChange(*Document());
 }
 
 void MainWindow::AskKeepingInterval() {
