@@ -20,6 +20,23 @@ bool IsBoundary(const TopoDS_Edge& edge) {
     return edge.Orientation() == TopAbs_FORWARD || edge.Orientation() == TopAbs_REVERSED;
 }
 
+/// Whether the edges are stored as they are walked: each begins where the one before it ends, round to the
+/// first, and no point is passed twice. Only where one is, their curves in the face decide on the way.
+bool IsPlainRound(const std::vector<TopoDS_Edge>& edges) {
+    constexpr std::size_t most = 64;  // All pairs are compared.
+    if (edges.empty() || edges.size() > most) return false;
+    std::vector<TopoDS_Vertex> starts;
+    TopoDS_Vertex end = TopExp::LastVertex(edges.back(), true);
+    for (const TopoDS_Edge& edge : edges) {
+        const TopoDS_Vertex start = TopExp::FirstVertex(edge, true);
+        const auto isStart = [&start](const TopoDS_Vertex& other) { return other.IsSame(start); };
+        if (start.IsNull() || !start.IsSame(end) || std::ranges::any_of(starts, isStart)) return false;
+        starts.push_back(start);
+        end = TopExp::LastVertex(edge, true);
+    }
+    return true;
+}
+
 // Edges of a wire in walking order; in the order of the wire where the modeller cannot follow it.
 std::vector<TopoDS_Edge> Walk(const TopoDS_Wire& wire, const TopoDS_Face& face) {
     std::vector<TopoDS_Edge> stored;
@@ -27,6 +44,7 @@ std::vector<TopoDS_Edge> Walk(const TopoDS_Wire& wire, const TopoDS_Face& face) 
         const TopoDS_Edge& part = TopoDS::Edge(edge.Value());
         if (IsBoundary(part)) stored.push_back(part);
     }
+    if (IsPlainRound(stored)) return stored;
     std::vector<TopoDS_Edge> walked;
     for (BRepTools_WireExplorer explorer(wire, face); explorer.More() && walked.size() <= stored.size();
          explorer.Next()) {

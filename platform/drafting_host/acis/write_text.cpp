@@ -8,6 +8,7 @@
 
 #include <BRepTools.hxx>
 #include <BRep_Tool.hxx>
+#include <Geom_Plane.hxx>
 #include <Standard_Failure.hxx>
 #include <TopExp.hxx>
 #include <TopTools_IndexedDataMapOfShapeListOfShape.hxx>
@@ -251,7 +252,9 @@ std::pair<gp_XYZ, gp_XYZ> PointAndNormal(const TopoDS_Face& face, const Handle(G
     double u2 = 0;
     double v1 = 0;
     double v2 = 0;
-    BRepTools::UVBounds(face, u1, u2, v1, v2);
+    // A plane looks the same way everywhere, and to find its face's parameters the modeller lays every edge
+    // into it anew.
+    if (Handle(Geom_Plane)::DownCast(surface).IsNull()) BRepTools::UVBounds(face, u1, u2, v1, v2);
     gp_Pnt point;
     gp_Vec alongU;
     gp_Vec alongV;
