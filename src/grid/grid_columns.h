@@ -6,8 +6,8 @@ namespace brenvik {
 inline constexpr int IdColumn = 1, PartNameColumn = 3;
 inline constexpr int LengthColumn = 6, WidthColumn = 7, ThicknessColumn = 8;
 inline constexpr int OrieColumn = 9;
-/// The three raw extents.
-inline constexpr int Value1Column = 10, Value2Column = 11, Value3Column = 12;
+/// The first of the three raw extents.
+inline constexpr int Value1Column = 10;
 
 /// The message for letters that name no sizes.
 inline constexpr const char* LettersRefused =

@@ -156,18 +156,6 @@ ControlBinding* FormWindow::BindingOf(const Control& control) const {
     return nullptr;
 }
 
-std::vector<std::string> FormWindow::Unplaced() const {
-    const FormLayout& layout = LayoutOf(mForm.Name());
-    std::vector<std::string> names;
-    for (const std::unique_ptr<Control>& control : mForm.Controls()) {
-        const bool isTop =
-            std::ranges::find(layout.menus, control->Name(), &MenuPlace::name) != layout.menus.end();
-        const bool isShown = control->visible && control->Kind() != ControlKind::DataControl && !isTop;
-        if (isShown && BindingOf(*control) == nullptr) names.push_back(control->Name());
-    }
-    return names;
-}
-
 void FormWindow::PlaceAsForm() {
     QRect room(0, 0, 1280, 1024);
     if (const QScreen* const screen = QGuiApplication::primaryScreen()) room = screen->availableGeometry();

@@ -26,8 +26,6 @@ class FormWindow : public QDialog {
     void ShowModel();
     /// Of a control that the layout places, or null.
     ControlBinding* BindingOf(const Control& control) const;
-    /// Names of controls that a user is to see and that the layout has no place for.
-    std::vector<std::string> Unplaced() const;
     /// Puts the window where the form wants it.
     void PlaceAsForm();
 

@@ -245,12 +245,6 @@ constexpr auto ShapeKinds = std::to_array<std::string_view>(
 
 }  // namespace
 
-std::string NameOr(const std::unordered_map<HandleValue, std::string>& names, HandleValue handle,
-                   std::string_view standard) {
-    const auto found = names.find(handle);
-    return found == names.end() || found->second.empty() ? std::string(standard) : found->second;
-}
-
 bool IsShapeKind(std::string_view kind) {
     return std::find(ShapeKinds.begin(), ShapeKinds.end(), kind) != ShapeKinds.end();
 }

@@ -54,8 +54,4 @@ EntityGeometry ReadViewport(Object& object, Further& further);
 EntityGeometry ReadAcis(Object& object, const Common& common, std::string_view kind,
                         const Surroundings& surroundings);
 
-/// The text under a handle in a table, or `standard`.
-std::string NameOr(const std::unordered_map<HandleValue, std::string>& names, HandleValue handle,
-                   std::string_view standard);
-
 }  // namespace brenvik::dwg
