@@ -1,9 +1,6 @@
 // The look-up, the box, and the notes: many parts of a job are of one board.
 #include "cnc/part/part_material.h"
 
-#include <optional>
-#include <string>
-
 #include "base/failure.h"
 #include "base/letter_case.h"
 #include "cnc/part/target_traits.h"
@@ -11,7 +8,6 @@
 #include "parts/mautocad.h"
 #include "session/message.h"
 #include "settings/material_faults.h"
-#include "settings/materials.h"
 
 namespace brenvik {
 
@@ -34,16 +30,17 @@ std::string MaterialNameOf(const Acad3DSolid& solid) {
     return name.empty() ? std::string(UnnamedMaterial) : name;
 }
 
-std::string MaterialKeyOf(const PartState& part) {
-    return MaterialKey(part.PartThickness, part.MaterialName, part.ExportScaleSetting);
+std::optional<CheckedMaterial> ReadMaterial(PartState& part) {
+    part.MaterialKeyText = MaterialKey(part.PartThickness, part.MaterialName, part.ExportScaleSetting);
+    part.Material = {};
+    std::optional<CheckedMaterial> found = FindCheckedMaterial(part.MaterialKeyText);
+    if (found) part.Material = MaterialFromTexts(found->texts);
+    return found;
 }
 
 bool TakeMaterial(RunState& run) {
     PartState& part = run.part;
-    part.MaterialKeyText = MaterialKeyOf(part);
-    part.Material = {};
-    const std::optional<CheckedMaterial> found = FindCheckedMaterial(part.MaterialKeyText);
-    if (found) part.Material = MaterialFromTexts(found->texts);
+    const std::optional<CheckedMaterial> found = ReadMaterial(part);
     if (!part.Material.Found()) {
         ShowMessage(UnknownMaterialText(part.MaterialKeyText));
         NoteOnce(run.report.unknownMaterials, part.MaterialKeyText);

@@ -2,10 +2,12 @@
 // it, and refused where its record can't be what was meant.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "cnc/part/run_state.h"
+#include "settings/materials.h"
 
 namespace brenvik {
 
@@ -16,14 +18,14 @@ inline constexpr std::string_view UnnamedMaterial = "UnknownMaterial";
 /// shop may have in its library under a name of its own.
 std::string MaterialNameOf(const Acad3DSolid& solid);
 
-/// The key of the part's material, by the thickness and the name that the run has taken of it.
-std::string MaterialKeyOf(const PartState& part);
+/// Reads the part's material into `Material`, by the thickness and the name that the run has taken of the
+/// part, and its key into `MaterialKeyText`. The record is blank where the library has none, so that no part
+/// is cut with the bits of another one's material. Returns what was found, with its faults.
+std::optional<CheckedMaterial> ReadMaterial(PartState& part);
 
-/// Reads the part's material into `run.part.Material`, and its key into `MaterialKeyText`. Returns false,
-/// after a message, if the library has none with a first tool: the record is blank then, so that no part is
-/// cut with the bits of another one's material. Fails with 13 for a record with a value that nobody can cut
-/// by, naming the file, the line, the value and what was expected. What of it is doubtful is noted for the
-/// run's report.
+/// The same for a pass: returns false, after a message, if the library has none with a first tool. Fails with
+/// 13 for a record with a value that nobody can cut by, naming the file, the line, the value and what was
+/// expected. What of it is doubtful is noted for the run's report.
 bool TakeMaterial(RunState& run);
 
 }  // namespace brenvik

@@ -115,10 +115,8 @@ class FolderProof {
         ReadPartTexts(run);
         MeasurePart(run, BoxOfPart(run));
         run.part.MaterialName = MaterialNameOf(LastSolid(*run.part.drawing));
-        run.part.Material = {};
         run.part.PartThickness = run.part.ExtentZ;
-        run.part.MaterialKeyText = MaterialKeyOf(run.part);
-        LookupMaterial(run.part.MaterialKeyText, run.part.Material);
+        ReadMaterial(run.part);
         HoldPartForProof(run);
         return PassOutcome::GoOn;
     }
