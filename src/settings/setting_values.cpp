@@ -99,8 +99,9 @@ std::string NumberFault(std::string_view value, const Limits& limits) {
 
 /// Of the texts, those that name a file or a folder.
 bool IsPath(std::string_view name) {
-    constexpr auto paths = std::to_array<std::string_view>(
-        {"ApplicationPath", "MDBPath", "CVS_ADJ_PATH", "CVS_EXPORT_PATH", "ACCESS_EXPORT_PATH"});
+    constexpr auto paths =
+        std::to_array<std::string_view>({setting::ApplicationPath, setting::MDBPath, setting::CVS_ADJ_PATH,
+                                         setting::CVS_EXPORT_PATH, setting::ACCESS_EXPORT_PATH});
     return std::ranges::any_of(paths, [&](std::string_view path) { return EqualsIgnoreCase(path, name); });
 }
 

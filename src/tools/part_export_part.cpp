@@ -12,6 +12,7 @@
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/explode_all.h"
 #include "cnc/drawing/prepare_drawing.h"
 #include "cnc/drawing/work_layers.h"
 #include "cnc/laying/alignment_edges.h"
@@ -62,7 +63,7 @@ void LayUserSystem(AcadDocument& drawing) {
 std::variant<SquaringPoints, MissingEdge> FindEdges(AcadDocument& drawing, const FlatFaces& faces) {
     faces.LargestRegion.region->SetLayer(layers::Region);
     const OnlyUnlocked only(drawing, {layers::BrenvikExplode, layers::Region});
-    drawing.SendCommand("Explode all  ");
+    drawing.SendCommand(ExplodeAll);
     return FindSquaringPoints(drawing, faces.LargestRegion.normal);
 }
 
@@ -138,7 +139,7 @@ void PartExport::ContinueInWorkDrawing() {
     LastSolid(*mDrawing).SetLayer(LockedLayer);
     const Locked solid(*mDrawing, {LockedLayer});
     if (mDrawing->ModelSpace().Count() > 1) {
-        mDrawing->SendCommand("Explode all  ");
+        mDrawing->SendCommand(ExplodeAll);
         EraseAll(*mDrawing);
     }
 }

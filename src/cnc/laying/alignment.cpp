@@ -9,6 +9,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/explode_all.h"
 #include "cnc/drawing/work_layers.h"
 #include "cnc/laying/alignment_edges.h"
 #include "cnc/laying/alignment_faces.h"
@@ -41,6 +42,12 @@ AcadSelectionSet& SelectAll(AcadDocument& drawing) {
     return set;
 }
 
+/// What the copy has fallen apart to so far falls apart once more: faces, or the blocks of faces.
+void ExplodePieces(AcadDocument& drawing) {
+    const OnlyUnlocked only(drawing, {layers::BrenvikExplode, layers::Region});
+    drawing.SendCommand(ExplodeAll);
+}
+
 /// Sets the two faces and a copy of the larger one aside, and explodes all others to their edges; the edges
 /// of the largest stay apart on `Region`.
 void ExplodeFacesToEdges(AcadDocument& drawing, const FlatFaces& faces) {
@@ -53,8 +60,7 @@ void ExplodeFacesToEdges(AcadDocument& drawing, const FlatFaces& faces) {
     // Where no face lies opposite, the largest face itself may have been set aside; its edges are still
     // needed.
     if (faces.NextRegion.region == &largest) largest.Copy()->SetLayer(layers::Region);
-    const OnlyUnlocked only(drawing, {layers::BrenvikExplode, layers::Region});
-    drawing.SendCommand("Explode all  ");
+    ExplodePieces(drawing);
 }
 
 PassOutcome TellMissingEdge(MissingEdge missing) {
@@ -69,12 +75,6 @@ PassOutcome TellMissingEdge(MissingEdge missing) {
             return PassOutcome::EndRun;
     }
     return PassOutcome::SkipPart;
-}
-
-/// What is left of the copy, such as a face's block, falls apart too.
-void ExplodeRest(AcadDocument& drawing) {
-    const OnlyUnlocked only(drawing, {layers::BrenvikExplode, layers::Region});
-    drawing.SendCommand("Explode all  ");
 }
 
 /// The host uses only the point's direction. Form A sends a farther point than form B; the result is the
@@ -146,7 +146,7 @@ PassOutcome AlignPart(RunState& run) {
     ExplodeFacesToEdges(drawing, *faces);
     const auto edges = FindSquaringPoints(drawing, faces->LargestRegion.normal);
     if (const auto* missing = std::get_if<MissingEdge>(&edges)) return TellMissingEdge(*missing);
-    ExplodeRest(drawing);
+    ExplodePieces(drawing);
     SquareToAxes(drawing, std::get<SquaringPoints>(edges), SideOfY(run.form));
 
     if (!TurnToLetters(run, solid)) return PassOutcome::SkipPart;

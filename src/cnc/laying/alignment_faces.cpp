@@ -4,6 +4,7 @@
 
 #include "base/skip.h"
 #include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/explode_all.h"
 #include "cnc/drawing/work_layers.h"
 #include "cnc/laying/orientation.h"
 
@@ -82,7 +83,7 @@ void ExplodeCopyToFaces(AcadDocument& drawing, Acad3DSolid& solid) {
     solid.Copy()->SetLayer(layers::BrenvikExplode);
     AddLayer(drawing, layers::Region);
     const OnlyUnlocked only(drawing, {layers::BrenvikExplode});
-    drawing.SendCommand("Explode all  ");
+    drawing.SendCommand(ExplodeAll);
 }
 
 std::optional<FlatFaces> FindLargestFace(AcadDocument& drawing) { return LargestOf(CandidatesOf(drawing)); }

@@ -4,19 +4,23 @@
 #include <string>
 #include <string_view>
 
-namespace brenvik {
+#include "cnc/part/run_state.h"
 
-struct RunState;
+namespace brenvik {
 
 /// What the files of a part begin with, before its number, and those of its second side before that.
 inline constexpr std::string_view PartFileHead = "Part_", SecondSideMark = "B";
 
 /// The files of all parts, by wildcards.
-inline constexpr std::string_view FirstSideDxfFiles = "Part_*.dxf", SecondSideDxfFiles = "BPart_*.dxf";
-inline constexpr std::string_view FirstSideDrawings = "Part_*.dwg", SecondSideDrawings = "BPart_*.dwg";
+inline constexpr std::string_view SecondSideDxfFiles = "BPart_*.dxf", SecondSideDrawings = "BPart_*.dwg";
+inline constexpr std::string_view FirstSideDxfFiles = SecondSideDxfFiles.substr(SecondSideMark.size()),
+                                  FirstSideDrawings = SecondSideDrawings.substr(SecondSideMark.size());
+static_assert(SecondSideDxfFiles.starts_with(SecondSideMark) && FirstSideDxfFiles.starts_with(PartFileHead));
+static_assert(SecondSideDrawings.starts_with(SecondSideMark) && FirstSideDrawings.starts_with(PartFileHead));
 
 /// The work drawings of a run, without their folders.
-inline constexpr std::string_view WorkDrawingName = "wblock.dwg", WorkDrawing2Name = "wblock2.dwg";
+inline constexpr std::string_view WorkDrawingName = WorkDrawing.substr(OutputFolder.size()),
+                                  WorkDrawing2Name = WorkDrawing2.substr(OutputFolder.size());
 
 /// "Part_0": what the names of a part's files have in common, on its first side.
 std::string PartFileHeadOf(int index);

@@ -52,6 +52,8 @@ PassOutcome Recognise(RunState& run) {
     const LevelShapes shapes = LevelShapes::Of(*run.part.drawing, BoxOfPart(run));
     if (RecogniseRoutes(run) == PassOutcome::SkipPart) return PassOutcome::SkipPart;
 
+    // Commands of the host run on a drawing seen from above with all of the part in sight. Each stage sets
+    // that view anew, since the one before may have left another.
     TopView(*run.part.drawing);
     run.app->ZoomExtents();
     TopView(*run.part.drawing);

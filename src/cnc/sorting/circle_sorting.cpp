@@ -34,6 +34,7 @@ constexpr auto KeptLayers = std::to_array<std::string_view>(
     {layers::RegionCopy, layers::CircleHold, layers::HorzcircleHold, layers::Zero, layers::RouteCircleHold,
      layers::MAXCircleHold, layers::SolidHold});
 
+/// The order is that of the layers in the part's file, and another one than that of `layers::All`.
 void AddSortingLayers(AcadDocument& drawing, std::string_view boreLayer) {
     for (const std::string_view name :
          {layers::Regioncopycopy, layers::SolidHold, layers::LinePv, layers::RegionPv, layers::RegionPV2,
@@ -86,7 +87,8 @@ bool Twins(const Listed& a, const Listed& b) {
 }
 
 /// A rim belongs to two faces or more, and each of them brought its own circle. Of those on each other the
-/// last one in the drawing stays.
+/// last one in the drawing stays. Places count without their sign: the part's corner lies at the
+/// origin, so a sign is no more than the noise about a coordinate of 0.
 void DropTwins(AcadDocument& drawing) {
     std::vector<Listed> list;
     PlanGrid grid;

@@ -10,6 +10,7 @@
 #include "base/fractions.h"
 #include "base/numbers.h"
 #include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/explode_all.h"
 #include "cnc/drawing/work_layers.h"
 #include "cnc/part/part_material.h"
 #include "cnc/part/part_measures.h"
@@ -23,7 +24,6 @@ namespace brenvik {
 
 namespace {
 
-constexpr std::string_view ExplodeAll = "Explode all  ";
 constexpr int SizeDecimals = 6;
 constexpr int HoldColor = 5;
 
