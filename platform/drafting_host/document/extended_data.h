@@ -24,7 +24,7 @@ inline constexpr std::size_t XdataTotalLimit = 16383;
 std::vector<XDataOfApp> ParseXData(std::span<const std::int16_t> types, std::span<const XDataValue> values);
 
 /// Puts `changes` into `data`: an application with items replaces what it had, one without loses it.
-/// Throws Failure where the whole would be larger than xdataTotalLimit, and then changes nothing.
+/// Throws Failure where the whole would be larger than `XdataTotalLimit`, and then changes nothing.
 void MergeXData(std::vector<XDataOfApp>& data, const std::vector<XDataOfApp>& changes);
 
 /// Codes and values of one application, or of all with a blank name, application entries included. Both

@@ -21,7 +21,8 @@ constexpr std::array<std::pair<double, double>, 5> GaussPoints{{{0.1488743389816
                                                                 {0.9739065285171717, 0.0666713443086881}}};
 
 /// Sums `integrand(point, tangent)` over the curve, piece by piece between its knots, each of which bends
-/// anew. Pieces are halved `refine` times so that conics (up to a full turn) reach the accuracy of doubles.
+/// anew. Few spans are cut into more pieces, so that conics (up to a full turn) reach the accuracy of
+/// doubles.
 template <class Value, class Integrand>
 Value Integrate(const BRepAdaptor_Curve& curve, Value sum, const Integrand& integrand) {
     const int spans = std::max(1, curve.NbIntervals(GeomAbs_CN));

@@ -13,7 +13,7 @@ namespace brenvik {
 inline constexpr double GreatestCoordinate = 1e10;
 
 /// A length as shops write it: a decimal ("12.5", "-3e2"), a fraction ("3/4", "1-1/2"), inches (`3/4"`),
-/// feet and inches (`2'`, `2'-6`, `2'6-1/2"`). Null if it is none, or beyond greatestCoordinate.
+/// feet and inches (`2'`, `2'-6`, `2'6-1/2"`). Null if it is none, or beyond `GreatestCoordinate`.
 std::optional<double> ParseLength(std::string_view text);
 
 /// Radians from a typed angle in degrees. Quarter turns come out exact.

@@ -19,7 +19,7 @@ inline constexpr long HighestStatement = 2147483647;
 
 /// "#1=KIND(...);" in the data of a file.
 struct Statement {
-    int number = 0;         ///< 0 for one beyond highestStatement.
+    int number = 0;         ///< 0 for one beyond `HighestStatement`.
     std::size_t place = 0;  ///< Of its "#".
     std::size_t end = 0;    ///< Behind its ";".
     std::string_view kind;  ///< Blank for a statement of several kinds.
@@ -30,7 +30,7 @@ struct Statement {
 
 /// A "#" within a statement.
 struct Reference {
-    int number = 0;  ///< 0 for one beyond highestStatement.
+    int number = 0;  ///< 0 for one beyond `HighestStatement`.
     std::size_t place = 0;
 };
 
