@@ -213,7 +213,7 @@ INSTANTIATE_TEST_SUITE_P(OfEachRelease, DwgTwins,
                                          "ACadSharp__BLOCKVISIBILITYPARAMETER", "ACadSharp__geoloc"));
 
 /// Releases of which there is no text: the same drawing of another release stands in.
-class DwgOfOtherReleases : public testing::TestWithParam<std::pair<const char*, const char*>> {};
+class DwgOfOtherReleases : public testing::TestWithParam<std::pair<std::string, std::string>> {};
 
 TEST_P(DwgOfOtherReleases, HoldTheSameShapesInOrder) {
     if (!test::HasSamples()) GTEST_SKIP() << "no sample drawings at " << test::SampleFolder();
