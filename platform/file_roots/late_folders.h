@@ -27,7 +27,8 @@ void BringNameToDisk(const std::filesystem::path& folder);
 /// The names of all late folders, now.
 void BringLateNamesToDisk();
 
-/// How often this program has brought a folder to the disk, for measurements.
+/// How often this program has brought a folder to the disk. A disk doesn't tell, so this count is how tests
+/// see that names are brought there together.
 std::size_t FolderSyncs();
 
 }  // namespace brenvik

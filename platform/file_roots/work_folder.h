@@ -17,9 +17,9 @@ namespace brenvik {
 /// its own below, `work-...`, which goes with it. Those of programs that died are cleared by the next one.
 class WorkFolder {
   public:
-    /// No folder is made or claimed yet: programs that never ask leave it
-    /// alone. `warn` is called once if the file system knows no locks: then
-    /// the shared folder is used, but another program in it isn't noticed.
+    /// No folder is made or claimed yet: programs that never ask leave it alone.
+    /// `warn` is called once if the file system knows no locks: then the shared folder is used, but another
+    /// program in it isn't noticed.
     explicit WorkFolder(std::filesystem::path shared, std::function<void(const std::string&)> warn = {});
     ~WorkFolder();
     WorkFolder(const WorkFolder&) = delete;

@@ -23,9 +23,8 @@ struct DatabaseLogin {
 /// The connection string of a file. Without a password, the form for unprotected files.
 std::string AccessConnectionString(std::string_view path, std::string_view password);
 
-/// Opens the file. As long as the driver says that the password isn't
-/// valid, the user is asked for another, which is kept in `login`. Null
-/// if the file can't be opened or the user gives up, after a message box.
+/// Opens the file. As long as the driver says that the password isn't valid, the user is asked for another,
+/// which is kept in `login`. Null if the file can't be opened or the user gives up, after a message box.
 std::unique_ptr<ExportConnection> ConnectToAccess(std::string_view path, DatabaseLogin& login);
 
 /// Whether a table is offered: not the system's own, nor those of a switchboard.

@@ -22,7 +22,7 @@ using AdjustmentSection = std::vector<std::string>;
 
 /// The section behind the header `name` (the case ignored): the first later one with another header, so that
 /// a header repeated at once is passed over. A blank name means the section that begins with the first line,
-/// whatever that holds. Empty if there is none.
+/// whatever that holds. Empty if there is none. A given name: an export walks by `WalkAdjustments`.
 AdjustmentSection GetCurrentAdj(std::string_view name, std::span<const std::string> lines);
 
 /// The text behind "=" of the first line whose part before it equals `key`, the case ignored; blank if none.

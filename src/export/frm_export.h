@@ -113,8 +113,7 @@ class frmExport : public Form {
 
     void RestoreState();
     void RestoreTarget();
-    /// Saves only what was changed in this dialog. Overwriting
-    /// another program's change is reported.
+    /// Saves only what was changed in this dialog. Overwriting another program's change is reported.
     void SaveState();
     /// One of the dialog's choices that it keeps: how it stands in the settings, and how it goes there.
     struct KeptChoice {

@@ -75,7 +75,7 @@ class GridControl : public Control {
     void SetCellText(int column, int row, std::string_view newText);
     /// Text of a cell as the bound table has it, whatever was written over it since; blank outside of it.
     std::string SavedText(int column, int row) const;
-    bool Changed(int column, int row) const;
+    bool Changed(int column, int row) const;  ///< Whether the cell is marked; only tests ask.
     void ClearMarks();
     /// Writes all marked cells to the bound table and clears their marks. A row is written whole or not at
     /// all; one that can't be keeps its marks and doesn't hold up the others, and the first failure is
@@ -108,10 +108,10 @@ class GridControl : public Control {
     /// handler the failure reaches whoever made the edit.
     std::function<void(const Failure&)> onSaveFailed;
 
-    /// The user's edit of one cell: moves there if need be, types key by key through
-    /// `onKey`, ends the edit, and saves what is still marked then to the bound
-    /// table. If no key passes, the cell stays as it is. A hidden or locked cell, a
-    /// cell outside the grid, or a disabled grid, takes no text and returns false.
+    /// The user's edit of one cell: moves there if need be, types key by key through `onKey`, ends the edit,
+    /// and saves what is still marked then to the bound table.
+    /// If no key passes, the cell stays as it is. A hidden or locked cell, a cell outside the grid, or a
+    /// disabled grid, takes no text and returns false.
     bool UserEdit(int column, int row, std::string_view newText);
     /// Gives up a cell that is being edited, so that its value reaches the table.
     void Flush();

@@ -74,7 +74,7 @@ class frmMain : public Form {
 
     /// Up while the form is starting: events that arrive then do nothing.
     bool Loading = false;
-    /// Place and size of the grid on the form, in twips.
+    /// The grid on the form, in twips, by the given size rule. Windows lay their widgets out themselves.
     double gridTop = 0, gridWidth = 0, gridHeight = 0;
 
   protected:

@@ -24,9 +24,8 @@ std::string DatabasePathToKeep();
 std::string ConnectionString();
 std::string ConnectionString(std::string_view databasePath);
 
-/// Replaces the program's own database, mostly that in the install folder,
-/// by the blank copy. The session's connections are closed first, since
-/// their file is deleted. Fails with 53 when there is no blank copy.
+/// Replaces the program's own database, mostly that in the install folder, by the blank copy. The session's
+/// connections are closed first, since their file is deleted. Fails with 53 when there is no blank copy.
 void RefreshWorkingDatabase();
 
 /// Opens the scan connection unless it is open.

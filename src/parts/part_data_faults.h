@@ -1,5 +1,4 @@
-// What part data can't be. The lists take them all the same, by their lenient rules; these are the words for
-// what stands there.
+// Faults of part data. Lists read such data leniently; these are the messages.
 #pragma once
 
 #include <array>

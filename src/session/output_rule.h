@@ -1,5 +1,5 @@
-// Where outputs may go: never over the drawing or the files of
-// the home, which can't be recreated.
+// Where outputs may go: never over the drawing, and never over
+// the files of the home, none of which can be made anew.
 #pragma once
 
 #include <functional>

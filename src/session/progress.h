@@ -1,4 +1,5 @@
-// Long work that shows its progress. Without a port that shows it nobody sees it, and nobody cancels.
+// Long work that shows its progress. Without a port that shows it, progress is invisible and can't be
+// cancelled.
 #pragma once
 
 #include <string_view>

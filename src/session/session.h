@@ -25,13 +25,13 @@ struct FilterCriterion {
     std::string column, criterion, value;
 };
 
-/// One entry of the table of captions and columns; the third text is spare.
+/// One entry of the table of captions and columns; the third text is given, and nobody reads it.
 struct ColumnRelationEntry {
     std::string caption, column, spare;
 };
 
 struct Session {
-    AcadApplication* AcadApp = nullptr;
+    AcadApplication* AcadApp = nullptr;  ///< A given value: of the present call. Nobody reads it.
     AcadDocument* AcadDoc = nullptr;
     std::string InstallFolder;       ///< With a trailing backslash.
     std::unique_ptr<Form> GridForm;  ///< A `frmMain`, made at first use.
@@ -43,7 +43,7 @@ struct Session {
     std::string MDBPath;
     /// The column widths as the settings have them, one for each key of the column width key list.
     std::vector<std::string> ColumnCaptions;
-    /// The captions of the grid form's caption list.
+    /// The captions of the grid form's caption list: given, and nobody reads them.
     std::vector<std::string> CaptionList;
     /// Rows 0 to 50, of which the first 23 are filled; what walks it meets the empty ones too.
     std::array<ColumnRelationEntry, 51> ColumnRelation;

@@ -17,10 +17,9 @@ struct LookedAtFile {
     std::optional<std::string> content;
 };
 
-/// Runs `write` if the file still holds what was seen, or is gone; other
-/// programs wait meanwhile. Otherwise a message box of this title asks whether
-/// to keep the file; No overwrites what it held at that moment. Returns whether
-/// `write` has run. Fails as `write` does, and as reading the file does.
+/// Runs `write` if the file still holds what was seen, or is gone; other programs wait meanwhile. Otherwise a
+/// message box of this title asks whether to keep the file; No overwrites what it held at that moment.
+/// Returns whether `write` has run. Fails as `write` does, and as reading the file does.
 bool WriteUnlessChanged(LookedAtFile file, const std::string& boxTitle, const std::function<void()>& write);
 
 /// What to say of a file that was left as it is.

@@ -130,8 +130,8 @@ std::optional<MaterialTexts> FindMaterial(std::string_view key);
 /// Where a fault stands and what it is, as a message has it.
 std::string MaterialFaultText(const MaterialFault& fault);
 
-/// Fills `record` from the file; with no such material it keeps what it held. Returns its direction, its
-/// grain flag and the key as one text. Fails as FindMaterial and MaterialFromTexts do, the record untouched.
+/// A given name; runs use `ReadMaterial`. Fills `record`, which stays where there is no such material, and
+/// returns direction, grain flag and key as one text. Fails as FindMaterial and MaterialFromTexts do.
 std::string LookupMaterial(std::string_view key, MaterialRecord& record);
 
 /// What a run reports if a part's material isn't in the library.

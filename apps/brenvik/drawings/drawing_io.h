@@ -18,8 +18,7 @@ namespace brenvik::app {
 
 /// Opens the drawing that the options name and reports what could not be taken over. Throws CommandError with
 /// Unreadable if the file can't be read. `files` guard the drawing from now on, and the file that the options
-/// save to.
-/// Lengths are brought to the unit of the shop's drawings, and each change is reported.
+/// save to. Lengths are brought to the unit of the shop's drawings, and each change is reported.
 HostDocument& OpenInput(HostApplication& host, GuardedFiles& files, const UnitChoice& units,
                         const DrawingOptions& options, Teller& teller);
 
@@ -74,7 +73,7 @@ void RemarkOnDoubles(const HostDocument& document, const DrawingOptions& options
 std::size_t SelectForCommand(HostDocument& document, const DrawingOptions& options,
                              const StandIns& standIns = {});
 
-/// Shows or hides an entity, as a step that can be taken back; nothing where there is none of this handle.
+/// Shows or hides an entity, as a step that can be taken back; does nothing for an unknown handle.
 void ShowEntity(HostDocument& document, const std::string& handle, bool shown);
 
 /// Selects the entities with these handles, in this order; unknown ones are left out.

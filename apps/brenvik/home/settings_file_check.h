@@ -1,5 +1,5 @@
-// What stands in a settings file and is never read: a line that comes twice, a name that nobody knows, a
-// value in the wrong section. Whoever wrote it believes that it counts.
+// Lines of a settings file that are never read: repeated, unknown or misplaced. Their author expects them to
+// count.
 #pragma once
 
 #include <cstddef>

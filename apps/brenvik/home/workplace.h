@@ -24,13 +24,12 @@ namespace brenvik::app {
 
 class Workplace {
   public:
-    /// Wires the platforms over the home folder (blank: the default one) and loads the system.
-    /// A home without settings gets them first, in `units`, else in those of an untouched
-    /// library that lies there, else in metric units. Settings that were lost from a home are
-    /// reported, unless `units` gives them. Throws CommandError for settings that can't be
-    /// read, and Failure where the home can't be made. `dialogs` must outlive the workplace.
-    /// Reports a newly made home on standard error, unless an `Installation` made it.
     enum class Purpose { Work, Installation };
+    /// Wires the platforms over the home folder (blank: the default one) and loads the system. A home without
+    /// settings gets them first, in `units`, else in those of an untouched library that lies there, else in
+    /// metric units. Settings that were lost from a home are reported, unless `units` gives them. Throws
+    /// CommandError for settings that can't be read, and Failure where the home can't be made. `dialogs` must
+    /// outlive the workplace. Reports a newly made home on standard error, unless an `Installation` made it.
     Workplace(const std::string& homeOption, DialogPort& dialogs, Purpose purpose = Purpose::Work,
               std::optional<MeasureUnits> units = {});
     /// The same, with the settings and the boards as they have been taken: reads go on seeing these and what

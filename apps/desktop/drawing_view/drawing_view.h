@@ -32,7 +32,7 @@ class DrawingView {
     virtual void Fit() = 0;
     /// The user has picked these, by click or by window.
     std::function<void(const std::vector<std::string>& handles)> onPicked;
-    /// It turned out that nothing can be shown: why, for people.
+    /// Called when no picture can be shown, with the reason.
     std::function<void(const std::string& reason)> onDead;
 };
 

@@ -26,14 +26,13 @@ class FormDesk {
     /// Carries out a user's action, then brings the windows up to date. A Failure is shown in a box, unless a
     /// journal plays: then it waits for RethrowKept.
     void Do(const std::function<void()>& wish);
-    /// A step of the journal of what is done, ahead of its being done. It takes the place of the last one
-    /// where that begins with `replaces`.
+    /// Records a step before it runs, replacing the last one if that begins with `replaces`.
     void Note(const std::string& step, const std::string& replaces = {});
-    /// The step that was noted has failed, and life goes on.
+    /// The noted step failed; recording continues.
     void NoteFailure();
     /// Null for nobody who records. Outlives the desk's use.
     JournalRecorder* recorder = nullptr;
-    /// Whether nothing that a user has set going is halfway: a form that waits for them is at rest.
+    /// Whether no user action is unfinished. A form that waits for input counts as finished.
     bool AtRest() const { return mDepth == 0; }
     /// Brings every open window up to date.
     void ShowModels();
@@ -52,7 +51,7 @@ class FormDesk {
     QWidget* owner = nullptr;
     /// The row that the user stands in changed: its solid's handle.
     std::function<void(const std::string& handle)> onRowEntered;
-    /// After each wish.
+    /// Called after each action.
     std::function<void()> onDone;
 
   private:

@@ -51,7 +51,7 @@ class WorkKeeper {
     struct Followed {
         std::unique_ptr<WorkPlace> place;
         std::optional<FileStamp> source;
-        /// What lies in the file or in the place.
+        /// The state last written to the file or the kept copy.
         DrawingState known;
         bool changed = false;
     };

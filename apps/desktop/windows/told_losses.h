@@ -17,7 +17,7 @@ struct ToldLosses {
 /// What came up since the last call.
 ToldLosses TakeToldLosses();
 
-/// Shows the losses in one box; nothing without any.
+/// Shows the losses in one box; no box without any.
 void ShowLosses(const std::vector<std::string>& losses);
 
 }  // namespace brenvik::desktop

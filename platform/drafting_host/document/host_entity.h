@@ -69,7 +69,7 @@ class HostEntity : public virtual AcadEntity {
     HostLayer& LayerObject() const { return *mLook.layer; }
     HostBlock& Owner() const { return *mOwner; }
     HostDocument& Document() const;
-    bool Highlighted() const { return mHighlighted; }
+    bool Highlighted() const { return mHighlighted; }  ///< No view shows it yet.
     const EntityLook& Look() const { return mLook; }
     /// Takes over layer, colour, linetype and visibility as they are, whatever is locked.
     void SetLook(EntityLook look) { mLook = std::move(look); }

@@ -52,9 +52,8 @@ class PartFlattener {
     /// Parts that have no shape here since another file holds it.
     const std::vector<OutsidePart>& Outside() const { return mOutside; }
 
-    /// Reports products without a solid, and other shapes beside the solids
-    /// of products, with what they hold. Of the empty products, `known` are
-    /// reported elsewhere. Curves and points beside a solid are a remark.
+    /// Reports products without a solid, and other shapes beside the solids of products, with what they hold.
+    /// Of the empty products, `known` are reported elsewhere. Curves and points beside a solid are a remark.
     void NoteWithoutSolid(std::size_t known);
 
     /// Remarks on parts whose faces have looks of their own, and on parts that are hidden in the file.

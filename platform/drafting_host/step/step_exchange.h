@@ -21,9 +21,8 @@ struct StepExchange {
     bool (*isWrittenHere)(std::string_view content) = nullptr;
 };
 
-/// The library file, which lies beside the program, its entry function,
-/// and the function that names its build. A program checks the build
-/// before anything else, because memory layouts may differ between builds.
+/// The library file, which lies beside the program, its entry function, and the function that names its
+/// build. A program checks the build before anything else, because memory layouts may differ between builds.
 inline constexpr const char* ExchangeLibrary = "brenvik_step.so";
 inline constexpr const char* ExchangeEntryName = "brenvik_step_exchange";
 inline constexpr const char* ExchangeBuildName = "brenvik_step_build";

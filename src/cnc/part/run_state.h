@@ -62,7 +62,7 @@ struct PartState {
     std::string RouteDirection;  ///< "Clockwise" or "CounterClockwise".
     BitChoice bits;              ///< The selected tool and `SavedToolDiameters`.
     std::string DimL = "0", DimW = "0", DimT = "0";
-    double QuarterThickness = 0;
+    double QuarterThickness = 0;  ///< A given value: the thickness in 32nds. Nobody reads it.
     PartTexts texts;
     int Quantity = 0;                              ///< As the part has it, not multiplied.
     double ExtentX = 0, ExtentY = 0, ExtentZ = 0;  ///< Of the part as it lies, rounded to 6 decimals.

@@ -1,5 +1,5 @@
-// Where a round bit gets to that follows a closed line or clears what lies within it: wood stays in necks and
-// noses that are narrower than the bit, and in roundings that are tighter.
+// Where a round bit can reach when it follows or clears a closed line: it leaves wood in necks and tight
+// roundings.
 #pragma once
 
 #include <functional>
@@ -45,9 +45,8 @@ bool IsCornerOf(const RoundedCorner& corner, const std::function<bool(const Plan
 std::vector<PlanPoint> BehindWalls(const RoundedCorner& corner, double unit);
 std::vector<PlanSide> BorderOf(const RoundedCorner& corner);  ///< Both walls and the round.
 
-/// The diameter of the widest bit that clears `place` completely, rounds
-/// in corners aside. 0 if no bit does, and for lines of very many sides;
-/// `diameter` itself if that bit leaves no more than such rounds there.
+/// The diameter of the widest bit that clears `place` completely, rounds in corners aside. 0 if no bit does,
+/// and for lines of very many sides; `diameter` itself if that bit leaves no more than such rounds there.
 double WidestForPlace(std::span<const PlanSide> line, BitPath path, const PlanBox& place, double diameter,
                       double unit);
 

@@ -1,4 +1,4 @@
-// Places in plan as ways from the corner of the part: sums, lengths and turns.
+// Vector arithmetic in plan; points count from the part's corner.
 #pragma once
 
 #include <cmath>

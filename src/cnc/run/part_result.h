@@ -16,7 +16,7 @@
 namespace brenvik {
 
 struct PartResult {
-    /// Somebody was asked, or the part ends the run: it has to be worked on where the run is.
+    /// The work asked the user or ended the run, so the run's own process must repeat it.
     bool isForTheRun = false;
     /// The files that it has written, by their names below the output folder.
     std::vector<std::string> files;

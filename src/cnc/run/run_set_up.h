@@ -19,7 +19,7 @@ inline constexpr std::string_view RunWarning =
     "the dxf files created will not damage your machine or cause injury. "
     "Please wait for the -- Export Complete! -- message before continuing.";
 inline constexpr std::string_view RunComplete = "-- Export Complete! --";
-/// What its folders are in for, in the words of a refusal.
+/// What the run will do to its folders, for a refusal.
 inline constexpr std::string_view RunEmpties = "a run empties its output folder";
 inline constexpr std::string_view ListUnreadable =
     "There has been some sort of error reading the file CNCExportList2.txt. It may not have been created due "

@@ -19,14 +19,14 @@ inline constexpr std::string_view ProgressOfRun = "CNC run";
 /// The part's drawings, which are lent to whoever works on it.
 std::array<std::string, 2> LentFilesOf(const PartFile& part);
 
-/// Whether flags of the second side stand, which a part leaves to the next one when its file could not be
+/// Whether second-side flags are set that this part passes to the next, because its file could not be
 /// deleted.
 bool HasFlagsOfSecondSide(const RunState& run);
 
-/// The line of a part that no process has come through.
+/// The report line for a part whose process died.
 std::string SkippedFor(const PartFile& part, const std::string& how);
 
-/// In the other process: works on the part in a folder of its own, and gives what came of it, packed.
+/// In the other process: works on the part in a folder of its own, and returns its packed result.
 std::string WorkOnPartApart(RunState& run, const PassWork& steps, std::span<const PartFile> parts,
                             std::size_t part, WorkersPort& workers);
 

@@ -61,7 +61,7 @@ struct PrintMargins {
 
 /// How a grid is to be printed: its visible columns and all of its rows.
 struct PrintJob {
-    /// Shown while the job runs and can be cancelled.
+    /// Given: shown while a job runs that can be cancelled. None of our printers takes so long.
     std::string abortMessage;
     std::string jobName;
     /// A line above and a line below the cells of each sheet.

@@ -1,7 +1,7 @@
-// The drafting host as the system sees it: the operations of its object model that the logic needs
-// and no more, named after that model. Lengths are drawing units, angles radians, points world
-// coordinates. Every operation that the host refuses throws Failure; the document owns its objects,
-// and a pointer stays good while the document is open: an erased object answers with a Failure.
+// The drafting host as the system sees it: the members of its object model that the system counts on, named
+// after it, some of which nobody calls yet. Lengths are drawing units, angles radians, points world
+// coordinates. Every operation that the host refuses throws Failure; the document owns its objects, and a
+// pointer stays good while the document is open: an erased object answers with a Failure.
 #pragma once
 
 #include <array>

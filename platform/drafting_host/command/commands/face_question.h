@@ -23,7 +23,7 @@ struct ChosenFaces {
 /// Undo. The first pick determines the solid; an empty answer ends.
 class FaceQuestion final : public Question {
   public:
-    /// `solid` may be known already from an earlier pick; nothing otherwise.
+    /// `solid` may be known already from an earlier pick; null otherwise.
     FaceQuestion(CommandSession& session, HostSolid* solid);
 
     std::string Prompt() const override;

@@ -17,7 +17,7 @@ struct HostCommand {
     bool tellsItsEnd = false;  ///< The host's owner hears when it has changed solids.
 };
 
-/// Looks a command of the host up by name or short form in any case; nothing where there is none.
+/// Looks a command of the host up by name or short form in any case; null where there is none.
 using CommandFinder = const HostCommand* (*)(std::string_view name);
 
 }  // namespace brenvik

@@ -40,7 +40,7 @@ class Question {
 /// Whether a question may be answered with a return alone.
 enum class IfEmpty { Refused, Allowed };
 
-/// A value, a keyword, or nothing.
+/// A value, a keyword, or neither of them.
 template <class Value>
 struct Answered {
     std::optional<Value> value;

@@ -11,7 +11,7 @@ class HostLayer;
 
 /// A colour as it is shown.
 struct ShownColor {
-    int index = 0;  ///< 0 where nothing says one.
+    int index = 0;  ///< 0 where none is given.
     std::optional<std::uint32_t> trueColor;
     std::optional<std::uint8_t> opacity;  ///< Null for an entity that hides all behind it.
 };

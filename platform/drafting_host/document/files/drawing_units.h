@@ -20,7 +20,7 @@ struct ReadOptions;
 
 /// The unit's number in a DXF's $INSUNITS.
 int InsertUnitsOf(LengthUnit unit);
-/// The unit of a drawing by its $INSUNITS: inches or millimetres, nothing for any other.
+/// The unit of a drawing by its $INSUNITS: inches or millimetres, empty for any other.
 std::optional<LengthUnit> UnitOfInsertUnits(int insertUnits);
 
 /// How the lengths of a file are taken.

@@ -17,7 +17,7 @@ struct StatementFault {
     const Statement* statement = nullptr;
     std::size_t place = 0;
     std::string expected;  ///< For a message: "a statement #5, the file has none".
-    bool isTold = true;    ///< False for what nobody misses.
+    bool isTold = true;    ///< False for omissions that need no report.
 };
 
 /// A body that had to be left out, and the fault that it fell over.
@@ -54,7 +54,7 @@ class Quarantine {
   private:
     struct Walk {
         std::vector<const Statement*> open;
-        bool told = false;  ///< A body fell, or something that had fallen before.
+        bool told = false;  ///< A body, or something already taken out, was lost with it.
     };
     enum class Effect { Falls, Stays, Refused };
     Effect EffectOf(const Statement& removed, const Statement& referrer, const Reference& reference);
