@@ -52,11 +52,20 @@ bool LeadsAstray(const WaysOfPart& part, const WrittenOperation& operation, cons
     });
 }
 
+/// Corners of paths lie in line with corners of the part, where a field can't tell inside from outside: wood
+/// has to be all around.
+bool IsAmidWood(const PartSection& section, const PlanPoint& at, double unit) {
+    const double far = 0.4 * OffWall * unit, near = 0.23 * OffWall * unit;
+    const std::array around{PlanPoint{far, near}, PlanPoint{-near, far}, PlanPoint{-far, -near},
+                            PlanPoint{near, -far}};
+    return std::ranges::all_of(around, [&](const PlanPoint& away) { return section.field.Holds(at + away); });
+}
+
 /// How far a place lies in the wood, at the height where that is most.
 double DepthInWood(const WaysOfPart& part, const WrittenOperation& operation, const PlanPoint& at) {
     double deepest = 0;
     for (const PartSection& section : part.sections)
-        if (IsAt(section, operation) && section.field.Holds(at))
+        if (IsAt(section, operation) && IsAmidWood(section, at, part.unit))
             deepest = std::max(deepest, DistanceTo(section.sides, at));
     return deepest;
 }

@@ -391,6 +391,19 @@ TEST(PartProof, ASpikeOfAHairsBreadthIsToldInWoodAndInTheAir) {
         }
 }
 
+TEST(PartProof, ACornerInLineWithOneOfThePartLeadsIntoNoWood) {
+    // Corners are exact to the noise of arithmetic, and those of the part and of a path have different noise.
+    constexpr double noise = 3e-13;
+    const std::vector<PlanSide> recess =
+        SidesAround({{100, 100}, {196, 100 + noise}, {196 + noise, 60}, {260, 60}, {260, 160}, {100, 160}});
+    for (const double off : {-2 * noise, 0.0, 0.5 * noise, 2 * noise}) {
+        const std::vector<WrittenOperation> operations{Outline(),
+                                                       Path("LEFT", Rectangle(100, 100, 196 + off, 160), 12),
+                                                       Path("RIGHT", Rectangle(196 + off, 60, 260, 160), 12)};
+        EXPECT_EQ(ProvePart(Board(recess, 12), operations, {}, 1).faults, Texts()) << off;
+    }
+}
+
 TEST(PartProof, ASharpCornerRunsNowhereBack) {
     const std::vector<PlanPoint> corners{{100, 100}, {200, 107}, {100, 114}};
     std::vector<PlanSide> recess;
