@@ -8,6 +8,8 @@
 #include "base/skip.h"
 #include "base/text.h"
 #include "commands/taken_files.h"
+#include "drafting_host/document/files/body_texts.h"
+#include "drafting_host/document/host_solids.h"
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
 #include "workers/processors.h"
@@ -36,6 +38,29 @@ std::string FolderIn(std::string_view folder, const std::string& path) {
 }
 
 }  // namespace
+
+/// What takes long in writing a solid is its body's text. A text that no process could make is made with the
+/// drawing, as are all of them where there is one process.
+void PartWorkers::DrawAhead(std::span<AcadEntity* const> entities,
+                            const std::function<bool(std::size_t entity)>& take) {
+    const int processes = ProcessesFor(entities.size());
+    if (processes < 2) return WorkersPort::DrawAhead(entities, take);
+    const auto body = [entities](std::size_t entity) {
+        const auto* solid = dynamic_cast<const HostShapeEntity*>(entities[entity]);
+        return solid == nullptr ? TopoDS_Shape() : solid->Shape();
+    };
+    SpreadOverProcesses(processes, {entities.size(),
+                                    [&body](std::size_t entity) {
+                                        const TopoDS_Shape shape = body(entity);
+                                        return shape.IsNull() ? std::string()
+                                                              : BodyTextOf(shape).value_or("");
+                                    },
+                                    [&](std::size_t entity, const WorkerEnd& end) {
+                                        if (end.kind == WorkerEnd::Kind::Done && !end.text.empty())
+                                            KeepBodyText(body(entity), end.text);
+                                        return take(entity);
+                                    }});
+}
 
 int PartWorkers::ProcessesFor(std::size_t parts) {
     const bool isWorthIt = mJobs > 0 || parts >= FewestToSpread;

@@ -20,6 +20,8 @@ class PartWorkers : public WorkersPort {
     PartWorkers(FileRoots& roots, WrittenDrawings& drawings, int jobs)
         : mFiles(roots), mDrawings(drawings), mJobs(jobs) {}
 
+    void DrawAhead(std::span<AcadEntity* const> entities,
+                   const std::function<bool(std::size_t entity)>& take) override;
     int ProcessesFor(std::size_t parts) override;
     void Spread(const SpreadWork& work) override;
     void WorkApart(std::string_view folder, std::size_t part, std::span<const std::string> files) override;

@@ -1,6 +1,8 @@
 // Part files by the host's Wblock.
 #include "cnc/run/part_files.h"
 
+#include <array>
+#include <cstddef>
 #include <utility>
 
 #include "base/skip.h"
@@ -11,6 +13,7 @@
 #include "parts/part_data_faults.h"
 #include "parts/part_trouble.h"
 #include "session/ports/files_port.h"
+#include "session/ports/workers_port.h"
 #include "session/progress.h"
 #include "session/session.h"
 
@@ -75,6 +78,23 @@ class PartFilesInTheMaking {
     std::vector<PartFile> mParts;
 };
 
+void WritePart(RunState& run, AcadEntity& solid, AcadSelectionSet& one, PartFilesInTheMaking& parts) {
+    AcadDocument& drawing = *run.sessionDrawing;
+    if (parts.Count() == 0) {
+        RequireFolders();
+        RemoveOldPartFiles();
+    }
+    UnlockLayer(drawing, solid.Layer());
+    one.Clear();
+    one.AddItems(std::array{&solid});
+    const PartFile& part =
+        parts.Add({PartFileHeadOf(static_cast<int>(parts.Count())) + ".dwg", LabelOf(solid)});
+    TellQuantityFault(solid, part.label, run.report);
+    TellLettersInUse(solid, part.label, run.report);
+    drawing.Wblock(part.FirstSidePath(), one);
+    drawing.Wblock(part.SecondSidePath(), one);
+}
+
 }  // namespace
 
 void RemovePartFiles(const PartFile& part) {
@@ -83,37 +103,31 @@ void RemovePartFiles(const PartFile& part) {
 }
 
 std::optional<std::vector<PartFile>> WritePartFiles(RunState& run, AcadSelectionSet& prev,
-                                                    LentQuantities& quantities) {
+                                                    LentQuantities& quantities, WorkersPort* workers) {
     AcadDocument& drawing = *run.sessionDrawing;
     AcadSelectionSet& one = FreshSet(drawing, "EXPORTSET");
     FreshSet(drawing, "explode");
     PartFilesInTheMaking parts;
-    const int count = prev.Count();
-    Progress progress({"Preparing the parts", count, true});
-    for (int member = 0; member < count; ++member) {
-        AcadEntity* entity = prev.Item(member);
-        if (!progress.Next({})) {
+    std::vector<AcadEntity*> members;
+    for (int member = 0; member < prev.Count(); ++member) members.push_back(prev.Item(member));
+    Progress progress({"Preparing the parts", static_cast<int>(members.size()), true});
+    bool goesOn = true;
+    const auto write = [&](std::size_t member) {
+        goesOn = progress.Next({});
+        if (!goesOn)
             run.report.passedOver.push_back(
                 "The run was cancelled while its parts were prepared, ahead of number " +
-                std::to_string(member + 1) + " of " + std::to_string(count) + ".");
-            return std::nullopt;
-        }
-        if (entity->ObjectName() != "AcDb3dSolid") continue;
-        if (parts.Count() == 0) {
-            RequireFolders();
-            RemoveOldPartFiles();
-        }
-        UnlockLayer(drawing, entity->Layer());
-        one.Clear();
-        one.AddItems(std::span(&entity, 1));
-        const PartFile& part =
-            parts.Add({PartFileHeadOf(static_cast<int>(parts.Count())) + ".dwg", LabelOf(*entity)});
-        TellQuantityFault(*entity, part.label, run.report);
-        TellLettersInUse(*entity, part.label, run.report);
-        drawing.Wblock(part.FirstSidePath(), one);
-        drawing.Wblock(part.SecondSidePath(), one);
-        quantities.GiveBack(*entity);
-    }
+                std::to_string(member + 1) + " of " + std::to_string(members.size()) + ".");
+        if (!goesOn || members[member]->ObjectName() != "AcDb3dSolid") return goesOn;
+        WritePart(run, *members[member], one, parts);
+        quantities.GiveBack(*members[member]);
+        return true;
+    };
+    if (workers != nullptr)
+        workers->DrawAhead(members, write);
+    else
+        for (std::size_t member = 0; goesOn && member < members.size(); ++member) write(member);
+    if (!goesOn) return std::nullopt;
     return parts.Keep();
 }
 

@@ -10,6 +10,8 @@
 
 namespace brenvik {
 
+class WorkersPort;
+
 struct PartFile {
     std::string name;  ///< "Part_0.dwg".
     /// How messages name the part: its name, if it has one, and its handle in the session drawing.
@@ -25,8 +27,8 @@ void RemovePartFiles(const PartFile& part);
 /// Writes the solids of a set in its order; what is no solid is passed over. Unlocks their layers, and gives
 /// each its lent quantity back. Quantities that are no counts go into the report. Fails as the host does
 /// where a folder can't be written, and leaves no part file then. Null if the user cancels it; then no
-/// part file is left, and the report says so.
+/// part file is left, and the report says so. `workers` help with it, if there are any.
 std::optional<std::vector<PartFile>> WritePartFiles(RunState& run, AcadSelectionSet& prev,
-                                                    LentQuantities& quantities);
+                                                    LentQuantities& quantities, WorkersPort* workers);
 
 }  // namespace brenvik

@@ -88,7 +88,7 @@ class FolderProof {
             LentQuantities quantities(mRun.report);
             AcadSelectionSet& prev = FreshSet(*mRun.sessionDrawing, "prev");
             Skip([&] { prev.Select(SelectMode::Previous); });
-            std::optional<std::vector<PartFile>> written = WritePartFiles(mRun, prev, quantities);
+            std::optional<std::vector<PartFile>> written = WritePartFiles(mRun, prev, quantities, nullptr);
             if (!written) {
                 mProved.report = std::move(mRun.report);
                 return std::move(mProved);

@@ -67,7 +67,8 @@ bool WorkThrough(RunState& run, const PassWork& steps, const RunHooks& hooks) {
         if (prev == nullptr) return false;
         std::ranges::move(EmptyOutputFolders(), std::back_inserter(run.report.passedOver));
         if (const auto& emptied = CareOfOutput().emptied) emptied();
-        std::optional<std::vector<PartFile>> written = WritePartFiles(run, *prev, quantities);
+        std::optional<std::vector<PartFile>> written =
+            WritePartFiles(run, *prev, quantities, WorkersOfRuns());
         if (!written) return false;
         parts = std::move(*written);
     }

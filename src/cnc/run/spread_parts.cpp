@@ -112,8 +112,10 @@ class SpreadRun {
 
 void SpreadRuns(WorkersPort* workers) { StateOf<RunWorkers>().port = workers; }
 
+WorkersPort* WorkersOfRuns() { return StateOf<RunWorkers>().port; }
+
 PartsEnd WorkOnPartsSpread(RunState& run, const PassWork& steps, std::span<const PartFile> parts) {
-    WorkersPort* workers = StateOf<RunWorkers>().port;
+    WorkersPort* workers = WorkersOfRuns();
     if (workers == nullptr || workers->ProcessesFor(parts.size()) < 2)
         return PartLoop(run, steps, parts).WorkOnAll(ProgressOfRun);
     return SpreadRun(run, steps, parts, *workers).Work();

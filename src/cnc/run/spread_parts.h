@@ -13,6 +13,7 @@ class WorkersPort;
 
 /// From now on runs are spread over the processes of this port; null: they aren't. Unloading ends it.
 void SpreadRuns(WorkersPort* workers);
+WorkersPort* WorkersOfRuns();
 
 /// Does the same as `PartLoop::WorkOnAll`, with the same files, lists and messages in the same order. A part
 /// whose work asks the user, ends the run, or writes messages of its own is worked on in this process, when

@@ -32,9 +32,19 @@ struct SpreadWork {
     std::function<bool(std::size_t part, const WorkerEnd& end)> take;
 };
 
+class AcadEntity;
+
 class WorkersPort {
   public:
     virtual ~WorkersPort() = default;
+    /// Calls `take` for each entity in their order, in this process, until one says false; it writes a
+    /// drawing of that entity. Meanwhile the other processes may find out what the host needs for the later
+    /// ones.
+    virtual void DrawAhead(std::span<AcadEntity* const> entities,
+                           const std::function<bool(std::size_t entity)>& take) {
+        for (std::size_t entity = 0; entity < entities.size(); ++entity)
+            if (!take(entity)) return;
+    }
     /// Over how many processes a loop of so many parts is spread; 1 where it isn't worth it, or can't be.
     virtual int ProcessesFor(std::size_t parts) = 0;
     /// Returns when all parts have been taken, or when one has ended the loop: the other processes are gone

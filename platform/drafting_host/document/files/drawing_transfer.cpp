@@ -6,10 +6,12 @@
 #include <TopoDS_Compound.hxx>
 #include <set>
 #include <span>
+#include <utility>
 
 #include "base/handle_text.h"
 #include "base/letter_case.h"
 #include "drafting_host/acis/acis_text.h"
+#include "drafting_host/document/files/body_texts.h"
 #include "drafting_host/document/files/lost_data.h"
 #include "drafting_host/document/geometry/host_failure.h"
 #include "drafting_host/document/host_document.h"
@@ -97,6 +99,19 @@ std::optional<HostGeometry> ToHost(EntityGeometry& geometry, HandleValue handle,
         geometry);
 }
 
+/// The body whose text is made already, and the text.
+std::pair<TopoDS_Shape, std::string>& NextText() {
+    static std::pair<TopoDS_Shape, std::string> next;
+    return next;
+}
+
+/// Fails as a WriteFailure where ACIS text can't hold the body.
+std::string TextOf(const TopoDS_Shape& body) {
+    std::string text;
+    for (const std::string& line : acis::ProveBody(body).lines) (text += line) += '\n';
+    return text;
+}
+
 /// Writes the shape as ACIS text. Returns nothing and adds a problem if ACIS text can't hold it.
 std::optional<EntityGeometry> ToPlain(HostGeometry& geometry, const std::string& what,
                                       std::vector<std::string>& problems) {
@@ -107,8 +122,7 @@ std::optional<EntityGeometry> ToPlain(HostGeometry& geometry, const std::string&
                 AcisData text;
                 text.kind = data.kind;
                 try {
-                    for (const std::string& line : acis::ProveBody(data.shape).lines)
-                        text.text += line + "\n";
+                    text.text = TextOf(data.shape);
                 } catch (const acis::WriteFailure& failure) {
                     problems.push_back(what + ": " + failure.what());
                     return std::nullopt;
@@ -340,7 +354,12 @@ DrawingData WithBodyTexts(const DrawingSnapshot& snapshot, std::vector<std::stri
         std::erase_if(block.entities, [&](EntityData& entity) {
             auto* body = std::get_if<AcisData>(&entity.geometry);
             if (body == nullptr || !body->text.empty()) return false;
-            HostGeometry shape = ShapeData{body->kind, snapshot.shapes.at(next++)};
+            const TopoDS_Shape& solid = snapshot.shapes.at(next++);
+            if (std::optional<std::string> text = TakeBodyText(solid)) {
+                body->text = std::move(*text);
+                return false;
+            }
+            HostGeometry shape = ShapeData{body->kind, solid};
             std::optional<EntityGeometry> text =
                 ToPlain(shape, std::string(NameOf(body->kind)) + " " + std::to_string(next), problems);
             if (text) entity.geometry = std::move(*text);
@@ -348,6 +367,23 @@ DrawingData WithBodyTexts(const DrawingSnapshot& snapshot, std::vector<std::stri
         });
     }
     return data;
+}
+
+std::optional<std::string> BodyTextOf(const TopoDS_Shape& body) {
+    try {
+        return TextOf(body);
+    } catch (const acis::WriteFailure&) {
+        return std::nullopt;
+    }
+}
+
+void KeepBodyText(const TopoDS_Shape& body, std::string text) { NextText() = {body, std::move(text)}; }
+
+std::optional<std::string> TakeBodyText(const TopoDS_Shape& body) {
+    auto& [next, text] = NextText();
+    if (next.IsNull() || !next.IsEqual(body)) return std::nullopt;
+    next.Nullify();
+    return std::exchange(text, {});
 }
 
 }  // namespace brenvik
