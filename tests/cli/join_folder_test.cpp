@@ -178,6 +178,38 @@ TEST_F(JoinFolder, TellsFilesThatLieBesideThoseOfAShare) {
               std::string::npos)
         << joined.errors;
     EXPECT_FALSE(Exists("joined/Part_99_x_.dxf"));
+    fs::remove(folder / "s2/Part_99_x_.dxf");
+    Write("s2/Part_1_Board 1_.nc", "G0");
+    Write("s1/all.mpr", "[H");
+    fs::create_directory(folder / "s1/late");
+    fs::remove_all(folder / "joined");
+    const Outcome more = Join(shares);
+    EXPECT_EQ(more.status, 1);
+    for (const char* told : {"s2/Part_1_Board 1_.nc is none of its share's files", "s1/all.mpr is none",
+                             "s1/late/ is no folder of its share, and was not taken"})
+        EXPECT_NE(more.errors.find(told), std::string::npos) << more.errors;
+    EXPECT_EQ(more.errors.find("2-sided"), std::string::npos) << more.errors;
+}
+
+// Nobody can tell a file of one's own from that of the join by its name.
+TEST_F(JoinFolder, KeepsAFileOfAnotherContentUnderANameOfTheJoins) {
+    WriteBoards(6, false);
+    const Words shares = MakeShares(2, {"--target", "C2C"});
+    ASSERT_EQ(Join(shares, "whole").status, 0);
+    ASSERT_TRUE(KillJoinAt("join.unfinished"));
+    std::string part;
+    for (const auto& [name, content] : FilesBelow("whole"))
+        if (name.ends_with(".dxf")) part = name;
+    ASSERT_FALSE(part.empty());
+    Write("joined/" + part, "mine");
+    const Outcome refused = Join(shares);
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_NE(refused.errors.find("joined/" + part + ": expected the file that an earlier join"),
+              std::string::npos)
+        << refused.errors;
+    EXPECT_EQ(Read("joined/" + part), "mine");
+    fs::remove(folder / "joined" / part);
+    EXPECT_EQ(Join(shares).status, 0);
 }
 
 TEST_F(JoinFolder, SavesTheDrawingAsOneCallDoesButAtItsEnd) {

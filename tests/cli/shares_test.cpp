@@ -107,7 +107,14 @@ TEST_F(Shares, NeedFoldersOfTheirOwn) {
     const Words shares = MakeShares(2, {"--target", "C2C"});
     EXPECT_EQ(Share("1/2", "s2", {"--target", "C2C"}).status, 2);
     EXPECT_EQ(Share("2/2", "s2", {"--target", "C2C"}).status, 0);
-    EXPECT_EQ(Join(shares, "s1").status, 2);
+    for (const char* out : {"s1", "s1/joined", "./s2/2-sided/../deep/joined"}) {
+        const Outcome inside = Join(shares, out);
+        EXPECT_EQ(inside.status, 2);
+        EXPECT_NE(
+            inside.errors.find("--out: expected a folder outside the shares, found " + std::string(out)),
+            std::string::npos)
+            << inside.errors;
+    }
     EXPECT_EQ(Run({"cnc", "job.dxf", "--target", "C2C", "--shard", "1/2"}).status, 2);
     for (const char* share : {"0/2", "3/2", "2", "a/b", "", "1/", "/2"})
         EXPECT_EQ(Share(share, "s9", {"--target", "C2C"}).status, 2) << share;
@@ -142,6 +149,42 @@ TEST_F(Shares, TellWhichBoardsDiffer) {
     ExpectRefused(shares, 2, "more");
     Write("home/materials.txt", boards);
     EXPECT_EQ(Join(shares).status, 0);
+}
+
+// Another system or an editor writes the same boards with other ends of lines, a byte order mark, or blank
+// lines between them.
+TEST_F(Shares, CompareBoardsAsRunsReadThem) {
+    WriteBoards(4, false);
+    const std::string boards = Read("home/materials.txt");
+    ASSERT_NE(boards.find('\r'), std::string::npos);
+    EXPECT_EQ(Share("1/2", "s1", {"--target", "C2C"}).status, 0);
+    std::string other;
+    for (const char letter : boards)
+        if (letter != '\r') other += letter;
+    Write("home/materials.txt",
+          "\xEF\xBB\xBF" + Replaced(other, "material=19 cherry", "\nmaterial=19 cherry"));
+    EXPECT_EQ(Share("2/2", "s2", {"--target", "C2C"}).status, 0);
+    EXPECT_EQ(Join({"s1", "s2"}).status, 0);
+    ASSERT_EQ(Run({"materials", "add", "33 new", "--like", "19 cherry"}).status, 0);
+    const Outcome refused = Join({"s1", "s2"}, "refused");
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_NE(refused.errors.find("; board 33 new: expected none, found it\n"), std::string::npos)
+        << refused.errors;
+}
+
+TEST_F(Shares, DoNotHangOnWindows) {
+    WriteBoards(4, false);
+    const Words shares = MakeShares(2, {"--target", "C2C"});
+    ASSERT_EQ(Run({"settings", "set", "MyWindowState", "1"}).status, 0);
+    EXPECT_EQ(Join(shares).status, 0);
+}
+
+TEST_F(Shares, SayWhenTheirTextHasOtherLineEnds) {
+    WriteBoards(4, false);
+    const Words shares = MakeShares(2, {"--target", "C2C"});
+    Write("s2/share.txt", Replaced(Read("s2/share.txt"), "\n", "\r\n"));
+    ExpectRefused(shares, 3,
+                  "s2/share.txt: expected the text of a share as it was written, found one with other ends");
 }
 
 TEST_F(Shares, AreRefusedFromAnotherBuildOfTheProgram) {

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "cnc/output/output_care.h"
 #include "cnc/run_template_fixture.h"
 #include "core/fakes/fake_progress.h"
 #include "session/progress.h"
@@ -214,6 +215,23 @@ TEST_F(RunLoop, EndsAtAPartThatEndsTheRunAndLeavesItsDrawingOpen) {
     EXPECT_TRUE(LastRunReport().passedOver[0].ends_with("; 1 more part has not been worked on."));
     const auto last = std::find(transcript.rbegin(), transcript.rend(), "Command: plinetype");
     EXPECT_NE(last, transcript.rend());
+}
+
+// A part that ends the run would end it each time. After a failure the caller may want to begin anew.
+TEST_F(RunLoop, IsOverAtAPartThatEndsItAndNotAtAFailure) {
+    Boards({"Side", "Shelf"});
+    int over = 0;
+    const OutputCare care{.over = [&over] { ++over; }};
+    CareForOutput(&care);
+    RunA();
+    EXPECT_EQ(over, 1);
+    firstStep = [](RunState&) { return PassOutcome::EndRun; };
+    RunA();
+    EXPECT_EQ(over, 2);
+    firstStep = [](RunState&) -> PassOutcome { throw DiskFull("c:\\BV-DXF\\Part_0.dxf"); };
+    RunA();
+    EXPECT_EQ(over, 2);
+    CareForOutput(nullptr);
 }
 
 TEST_F(RunLoop, AFailureOfFilesEndsTheRunCleanlyAndKeepsWhatWasWritten) {

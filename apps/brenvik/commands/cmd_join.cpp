@@ -1,12 +1,15 @@
 // brenvik join: one run out of the shares that several calls have made of it. It is the run of these calls
 // over the whole drawing, which takes what came of a part in the place of the work on it.
+#include <filesystem>
 #include <memory>
+#include <system_error>
 
 #include "commands/all_commands.h"
 #include "commands/cnc_call.h"
 #include "commands/join_folder.h"
 #include "commands/joined_shares.h"
 #include "commands/share_text.h"
+#include "file_roots/places.h"
 #include "reports/teller.h"
 
 namespace brenvik::app {
@@ -71,8 +74,24 @@ std::string DrawingOf(const ShareJob& job, const std::string& given) {
                            "; name it with --drawing" + hint);
 }
 
+/// A share with other files in it than its own would be no share any more.
+void RequireOutside(const std::string& out, const std::vector<ShareInFolder>& shares) {
+    namespace fs = std::filesystem;
+    std::error_code unknown;
+    const fs::path place = fs::weakly_canonical(AbsolutePath(PathFromText(out)), unknown);
+    for (const ShareInFolder& share : shares)
+        for (fs::path above = place; above.has_relative_path(); above = above.parent_path()) {
+            std::error_code none;
+            if (!fs::equivalent(above, PathFromText(share.folder), none)) continue;
+            Refuse("--out: expected a folder outside the shares, found " + out +
+                   (above == place ? ", which is " : ", which lies in ") + NameOf(share.share) + " (" +
+                   share.folder + ")");
+        }
+}
+
 ExitStatus JoinAll(const HeldHome& home, const JoinOptions& options) {
     const std::vector<ShareInFolder> shares = ReadShares(options.folders);
+    RequireOutside(options.out, shares);
     JoinFolder folder(options.out, shares);
     folder.Require();
     const ShareJob& job = shares.front().share.job;
@@ -85,13 +104,16 @@ ExitStatus JoinAll(const HeldHome& home, const JoinOptions& options) {
                *difference);
     Teller teller(options.quiet);
     for (const std::string& file : FilesOfNoShare(shares))
-        teller.Loss(file + " is none of its share's files, and was not taken");
+        teller.Loss(file +
+                    (file.ends_with('/') ? " is no folder of its share" : " is none of its share's files") +
+                    ", and was not taken");
     const ExitStatus status =
         CallCnc(home, run,
                 {.workers = [&](FileRoots& files) { return std::make_unique<JoinedShares>(files, shares); },
                  .care = folder.Care()});
     if (folder.HasTakenPlace())
-        teller.Tell(options.out + ": what an earlier join of these shares had left unfinished was replaced");
+        teller.Tell(options.out + ": what an earlier join of these shares had left unfinished was replaced" +
+                    folder.WhatElseHasGone());
     return status == ExitStatus::Done ? teller.Status() : status;
 }
 

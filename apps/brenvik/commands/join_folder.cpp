@@ -7,6 +7,7 @@
 #include <system_error>
 #include <utility>
 
+#include "base/first_of.h"
 #include "base/letter_case.h"
 #include "base/text.h"
 #include "base/wildcard.h"
@@ -14,6 +15,7 @@
 #include "cnc/output/work_lists.h"
 #include "cnc/part/part_file_name.h"
 #include "cnc/run/part_result.h"
+#include "commands/share_job.h"
 #include "file_roots/file_content.h"
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
@@ -43,6 +45,18 @@ void AddNamesOf(const SharedPart& part, std::vector<std::string>& names) {
         names.push_back(std::move(file));
     }
 }
+
+void AddDigestsOf(const SharedPart& part, std::map<std::string, std::string, LessIgnoreCase>& digests) {
+    if (part.end.kind != WorkerEnd::Kind::Done) return;
+    const std::vector<std::string> files = UnpackResult(part.end.text).files;
+    for (std::size_t file = 0; file < files.size() && file < part.digests.size(); ++file) {
+        std::string name = files[file];
+        std::ranges::replace(name, '\\', '/');
+        digests.emplace(std::move(name), part.digests[file]);
+    }
+}
+
+bool IsOfPart(const std::string& name) { return FoldLower(name).ends_with(".dxf"); }
 
 std::vector<std::string> NamesOf(const std::vector<ShareInFolder>& shares) {
     std::vector<std::string> names{std::string(WorkDrawingName), std::string(WorkDrawing2Name),
@@ -88,7 +102,21 @@ JoinFolder::JoinFolder(std::string shown, const std::vector<ShareInFolder>& shar
       mDrawing(shares.front().share.job.drawing),
       mJob(FingerprintOf(shares.front().share.job)),
       mFolder(PathFromText(mShown)),
-      mNames(NamesOf(shares)) {}
+      mNames(NamesOf(shares)) {
+    for (const ShareInFolder& share : shares)
+        for (const SharedPart& part : share.share.done.parts) AddDigestsOf(part, mDigests);
+}
+
+std::string JoinFolder::WhatElseHasGone() const {
+    constexpr std::size_t most = 5;
+    return mUnknownGone.empty() ? std::string() : ", among it " + FirstOf(mUnknownGone, most);
+}
+
+bool JoinFolder::IsOfAnotherContent(const std::string& name) const {
+    const auto known = mDigests.find(name);
+    return known != mDigests.end() &&
+           DigestOfFile(TextFromPath(mFolder / PathFromText(name))) != known->second;
+}
 
 std::string JoinFolder::MarkText() const {
     return std::string(MarkHead) + "when the join ended early; the next join of them begins anew\n" + mJob +
@@ -110,6 +138,11 @@ std::optional<std::string> JoinFolder::WhatIsInTheWay() const {
         if (!IsAmong(names, name))
             return "expected an empty folder, or what an earlier join of these shares has left there, and " +
                    mShown + " holds " + name + ", which that join has not written";
+    for (const std::string& name : there)
+        if (IsOfAnotherContent(name))
+            return mShown + "/" + name +
+                   ": expected the file that an earlier join of these shares has left there, found another "
+                   "one";
     return std::nullopt;
 }
 
@@ -127,6 +160,7 @@ std::optional<std::string> JoinFolder::ClearLeftovers() {
     for (const std::string& name : NamesIn(mFolder)) {
         std::error_code stays;
         mHasTakenPlace = true;
+        if (IsOfPart(name) && !mDigests.contains(name)) mUnknownGone.push_back(name);
         if (name != JoinMark) fs::remove(mFolder / PathFromText(name), stays);
     }
     return std::nullopt;
@@ -135,7 +169,7 @@ std::optional<std::string> JoinFolder::ClearLeftovers() {
 OutputCare JoinFolder::Care() {
     return {.mayEmpty = [this] { return ClearLeftovers(); },
             .emptied = [this] { WriteWholeFile(mFolder / PathFromText(JoinMark), MarkText()); },
-            .whole =
+            .over =
                 [this] {
                     std::error_code stays;
                     fs::remove(mFolder / PathFromText(JoinMark), stays);

@@ -3,10 +3,12 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "base/letter_case.h"
 #include "cnc/output/output_care.h"
 #include "commands/joined_shares.h"
 
@@ -23,9 +25,13 @@ class JoinFolder {
     OutputCare Care();
     /// Whether files of an earlier join had to go.
     bool HasTakenPlace() const { return mHasTakenPlace; }
+    /// The files among them that may have been somebody else's, in words, since their contents were known to
+    /// that join alone; blank if there were none.
+    std::string WhatElseHasGone() const;
 
   private:
     std::optional<std::string> WhatIsInTheWay() const;
+    bool IsOfAnotherContent(const std::string& name) const;
     std::optional<std::string> ClearLeftovers();
     std::string MarkText() const;
 
@@ -33,6 +39,9 @@ class JoinFolder {
     std::filesystem::path mFolder;
     /// What the join writes: patterns of file names, with "2-sided/" ahead of the second side's.
     std::vector<std::string> mNames;
+    /// Of the files that the shares have made, by their names.
+    std::map<std::string, std::string, LessIgnoreCase> mDigests;
+    std::vector<std::string> mUnknownGone;
     bool mHasTakenPlace = false;
 };
 

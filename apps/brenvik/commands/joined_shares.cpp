@@ -31,6 +31,14 @@ bool IsNameOfARun(std::string_view name) {
     return name.find_first_of("\\/") == std::string_view::npos && IsFileOfARun(std::string(name));
 }
 
+/// Files for machines, and whatever somebody has made of a part's file under its name.
+bool LooksAsMade(const std::string& name) {
+    const std::string lower = FoldLower(name);
+    const auto ends = [&lower](std::string_view ending) { return lower.ends_with(ending); };
+    return IsFileOfARun(name) || lower.starts_with("part_") || lower.starts_with("bpart_") || ends(".dxf") ||
+           ends(".nc") || ends(".mpr");
+}
+
 std::string PlaceOf(const std::string& folder, std::string name) {
     std::ranges::replace(name, '\\', '/');
     return folder + "/" + name;
@@ -63,13 +71,18 @@ std::vector<std::string> FilesOfNoShare(const std::vector<ShareInFolder>& shares
             if (part.end.kind == WorkerEnd::Kind::Done)
                 for (const std::string& file : UnpackResult(part.end.text).files)
                     own.insert(PlaceOf(share.folder, file));
-        for (const std::string& folder : {share.folder, share.folder + "/2-sided"}) {
+        const std::string second = share.folder + "/2-sided";
+        for (const std::string& folder : {share.folder, second}) {
             std::error_code error;
             for (fs::directory_iterator entry(PathFromText(folder), error), end; !error && entry != end;
                  entry.increment(error)) {
-                const std::string name = TextFromPath(entry->path().filename());
-                const bool looksAsOne = IsFileOfARun(name) || FoldLower(name).ends_with(".dxf");
-                if (looksAsOne && !own.contains(folder + "/" + name)) foreign.push_back(folder + "/" + name);
+                const std::string name = TextFromPath(entry->path().filename()), place = folder + "/" + name;
+                std::error_code unknown;
+                if (name.starts_with(WorkFilePrefix)) continue;
+                if (entry->is_directory(unknown) && !EqualsIgnoreCase(place, second))
+                    foreign.push_back(place + "/");
+                else if (LooksAsMade(name) && !own.contains(place))
+                    foreign.push_back(place);
             }
         }
     }

@@ -18,8 +18,9 @@ struct ShareInFolder {
 /// Throws CommandError for a share whose files aren't as it has written them.
 void RequireFilesOf(const ShareInFolder& share);
 
-/// The files in the shares' folders that look as if a run had written them, and that none of the shares
-/// names: somebody has put them there, perhaps to be made with the others.
+/// What is in the shares' folders that none of the shares names: files that look as if they were made by a
+/// run or out of its files, and folders, which end in a slash. Somebody has put them there, perhaps to be
+/// made with the others.
 std::vector<std::string> FilesOfNoShare(const std::vector<ShareInFolder>& shares);
 
 class JoinedShares : public WorkersPort {

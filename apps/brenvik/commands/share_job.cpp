@@ -9,10 +9,13 @@
 #include "base/packed_text.h"
 #include "base/sha256.h"
 #include "base/text.h"
+#include "base/text_lines.h"
 #include "commands/cnc_call.h"
 #include "commands/program_build.h"
 #include "file_roots/file_content.h"
 #include "file_roots/places.h"
+#include "settings/materials.h"
+#include "settings/setting_names.h"
 #include "settings/settings_keys.h"
 #include "settings_store/settings_text.h"
 #include "settings_store/text_settings.h"
@@ -21,12 +24,14 @@ namespace brenvik::app {
 
 namespace {
 
-constexpr std::string_view Content = "content of the drawing", Boards = "boards";
+constexpr std::string_view Content = "content of the drawing", Boards = "boards", MaterialHead = "material=";
 
-/// Where windows stand and where a home's own files lie is no matter of the files.
+/// How windows stand and are called, and where a home's own files lie, is no matter of the files.
 bool Matters(std::string_view setting) {
     const std::string name = FoldUpper(setting);
-    return !name.starts_with("DIALOG") && !name.ends_with("_WIDTH") && !name.ends_with("PATH");
+    return !name.starts_with("DIALOG") && !name.ends_with("_WIDTH") && !name.ends_with("PATH") &&
+           !EqualsIgnoreCase(name, setting::MyWindowState) &&
+           !EqualsIgnoreCase(name, setting::ApplicationVersion);
 }
 
 /// The settings as a run reads them: those of the system's own section, of a name that stands twice the
@@ -54,15 +59,30 @@ struct Board {
     std::vector<std::string> lines;
 };
 
-std::vector<Board> BoardsOf(const std::string& library) {
-    constexpr std::string_view head = "material=";
+/// As runs read them: what ends a line, a byte order mark and blank lines between boards don't count.
+std::vector<Board> BoardsOf(std::string_view library) {
     std::vector<Board> boards;
-    for (std::string& line : Split(library, '\n')) {
-        if (line.ends_with('\r')) line.pop_back();
-        if (line.starts_with(head)) boards.push_back({line.substr(head.size()), {}});
+    const auto endBoard = [&boards] {
+        if (boards.empty()) return;
+        std::vector<std::string>& lines = boards.back().lines;
+        while (lines.size() > MaterialFieldCount && IsBlank(lines.back())) lines.pop_back();
+    };
+    for (std::string& line : LinesOf(library)) {
+        if (StartsWithIgnoreCase(line, MaterialHead)) {
+            endBoard();
+            boards.push_back({line.substr(MaterialHead.size()), {}});
+        }
         if (!boards.empty()) boards.back().lines.push_back(std::move(line));
     }
+    endBoard();
     return boards;
+}
+
+/// The library in the form in which two of them are compared.
+std::string TextOfBoards(const std::string& library) {
+    std::string text;
+    for (const Board& board : BoardsOf(library)) text += Join(board.lines, "\n") + "\n";
+    return text;
 }
 
 std::string DifferenceOfBoard(const Board& wanted, const Board& there) {
@@ -126,7 +146,7 @@ ShareJob JobOf(const HeldHome& home, const CncOptions& options, std::size_t shar
                  {"--unit", options.unit.word},
                  {"--material", drawing.material},
                  {"--select", Join(drawing.handles, ",")},
-                 {std::string(Boards), home.boards.value_or("")}};
+                 {std::string(Boards), TextOfBoards(home.boards.value_or(""))}};
     AddSettings(job, home.settings.value_or(""));
     return job;
 }

@@ -107,6 +107,12 @@ Share ReadShare(const std::string& folder) {
             ExitStatus::Unreadable,
             folder + ": expected a share of a run that has ended, found no " + std::string(ShareText));
     const HeadAndTail head = SplitAtFirst(*text, '\n'), body = SplitAtFirst(head.tail, '\n');
+    if (head.head.starts_with(HeadWords) && head.head.ends_with('\r'))
+        throw CommandError(
+            ExitStatus::Unreadable,
+            TextFromPath(place) +
+                ": expected the text of a share as it was written, found one with other ends of "
+                "its lines; copy the share again, byte for byte");
     if (head.head.starts_with(HeadWords) && !head.head.ends_with(FormWords))
         throw CommandError(ExitStatus::Unreadable,
                            TextFromPath(place) +

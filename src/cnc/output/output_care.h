@@ -15,8 +15,9 @@ struct OutputCare {
     std::function<std::optional<std::string>()> mayEmpty = {};
     /// A run has emptied them and writes its first part file next.
     std::function<void()> emptied = {};
-    /// All parts of a run have had their turn, and its lists have their names. The claims hold still.
-    std::function<void()> whole = {};
+    /// All parts of a run have had their turn, or one of them has ended it, and its lists have their names.
+    /// The claims hold still.
+    std::function<void()> over = {};
     /// A drawing that the settings have saved is saved when all of this holds, not ahead of the first part:
     /// a run that was killed can then be called on the same drawing once more.
     bool savesAtTheEnd = false;

@@ -36,11 +36,12 @@ void LeaveHost(RunState& run, bool windowWasMinimized) {
     Skip(ForgetStandingAnswer);
 }
 
-/// What is left of the caller's care when nothing is missing.
-void EndWhole(AcadDocument& drawing) {
+/// What is left of the caller's care when the run has come to the end that it comes to each time: with all
+/// parts, or at one that ends it.
+void EndCare(AcadDocument& drawing) {
     const OutputCare& care = CareOfOutput();
     if (care.savesAtTheEnd) SaveAsSet(drawing);
-    if (care.whole) care.whole();
+    if (care.over) care.over();
 }
 
 /// Writes the list that the grid has just handed over to its solids. A run that doesn't come from the grid
@@ -111,7 +112,7 @@ void RunParts(AcadApplication& app, Target target, RunForm form, const PassWork&
     bool toldComplete = false;
     ShowAndResume(ShowFailureWithDetail, [&] { toldComplete = WorkThrough(run, steps, hooks); });
     Skip([&] { run.sessionDrawing->SendCommand("plinetype\r2\r"); });
-    if (run.report.complete) EndWhole(*run.sessionDrawing);
+    if (toldComplete) EndCare(*run.sessionDrawing);
     for (const std::string& text : run.report.unexplained) ShowMessage(text, "Brenvik");
     if (toldComplete) ShowMessage(RunComplete);
     LeaveHost(run, windowIsMinimized);
