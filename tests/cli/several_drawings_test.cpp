@@ -122,20 +122,28 @@ TEST_F(SeveralDrawings, AreProvedEachByTheFolderOfItsName) {
     EXPECT_NE(outcome.output.find("parts come out of runs/wall as they are drawn\n"), std::string::npos);
 }
 
-TEST_F(SeveralDrawings, WhoseOutputsWouldBeOneFileAreRefused) {
+TEST_F(SeveralDrawings, WhoseOutputsWouldBeOneFileAreLeftOut) {
     std::filesystem::create_directory(folder / "more");
     std::filesystem::copy_file(ShippedSample(), folder / "more/WALL.dxf");
     const Outcome outcome = Run({"export", "jobs", "more", "lists"});
-    EXPECT_EQ(outcome.status, 2);
-    EXPECT_NE(outcome.errors.find("the output of jobs/wall.dxf and of more/WALL.dxf would both be "),
-              std::string::npos)
-        << outcome.errors;
-    EXPECT_FALSE(Exists("lists"));
+    EXPECT_EQ(outcome.status, 1);
+    for (const char* drawing : {"jobs/wall.dxf", "more/WALL.dxf"})
+        EXPECT_NE(
+            outcome.errors.find(std::string(drawing) +
+                                ":\nbrenvik: the output of jobs/wall.dxf and of more/WALL.dxf would both "
+                                "be lists/WALL.csv: expected drawings of different names; this one was "
+                                "left out\n"),
+            std::string::npos)
+            << outcome.errors;
+    EXPECT_TRUE(Exists("lists/Base.csv"));
+    EXPECT_FALSE(Exists("lists/wall.csv") || Exists("lists/WALL.csv"));
     const Outcome proved = Run({"prove", "jobs", "more", "lists"});
-    EXPECT_EQ(proved.status, 2);
     EXPECT_NE(proved.errors.find("the folder of files of jobs/wall.dxf and of more/WALL.dxf would both be "),
               std::string::npos)
         << proved.errors;
+    const Outcome neither = Run({"export", "jobs/wall.dxf", "more/WALL.dxf", "none"});
+    EXPECT_EQ(neither.status, 2);
+    EXPECT_FALSE(Exists("none"));
 }
 
 TEST_F(SeveralDrawings, TakeNoOptionThatMeansOneDrawing) {

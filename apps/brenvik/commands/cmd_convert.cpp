@@ -65,12 +65,12 @@ ExitStatus ConvertAll(const std::filesystem::path& home, const ConvertOptions& o
     // Once, so that a change of it meanwhile doesn't give drawings of two units.
     const std::optional<LengthUnit> unit = DrawingUnitOfHome(home);
     if (!words.areSeveral) return Convert(home, unit, options);
-    const std::vector<std::string> outputs = OutputsIn(words.last, words.drawings, "." + options.to);
+    const OutputPlaces outputs(words.last, words.drawings, "." + options.to);
     MakeOutputFolder(words.last);
     const auto work = [&](std::size_t place) {
         ConvertOptions one = options;
         one.drawing = words.drawings[place];
-        one.save = outputs[place];
+        one.save = outputs.At(place);
         return Convert(home, unit, one);
     };
     return RunEach(words.drawings, {work, PrintOutput}, options.quiet);

@@ -128,12 +128,12 @@ ExitStatus ExportAll(const HeldHome& home, const ExportOptions& options) {
     const SeveralWords words = WordsOf(options.drawing.drawing, options.csv.path, options.further);
     if (!words.areSeveral) return Export(home, options);
     RefuseForSeveral(!options.drawing.handles.empty(), "--select");
-    const std::vector<std::string> outputs = OutputsIn(words.last, words.drawings, ".csv");
+    const OutputPlaces outputs(words.last, words.drawings, ".csv");
     MakeOutputFolder(words.last);
     const auto work = [&](std::size_t place) {
         ExportOptions one = options;
         one.drawing.drawing = words.drawings[place];
-        one.csv.path = outputs[place];
+        one.csv.path = outputs.At(place);
         return Export(home, one);
     };
     return RunEach(words.drawings, {work, PrintOutput}, options.drawing.quiet);

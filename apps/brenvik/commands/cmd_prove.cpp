@@ -105,11 +105,11 @@ ExitStatus ProveAll(const HeldHome& home, const ProveOptions& options) {
     const SeveralWords words = WordsOf(options.drawing.drawing, options.folder, options.further);
     if (!words.areSeveral) return Prove(home, options);
     RefuseForSeveral(!options.drawing.handles.empty(), "--select");
-    const std::vector<std::string> folders = OutputsIn(words.last, words.drawings, "", "folder of files");
+    const OutputPlaces folders(words.last, words.drawings, "", "folder of files");
     const auto work = [&](std::size_t place) {
         ProveOptions one = options;
         one.drawing.drawing = words.drawings[place];
-        one.folder = folders[place];
+        one.folder = folders.At(place);
         return Prove(home, one);
     };
     return RunEach(words.drawings, {work, PrintOutput}, options.drawing.quiet);

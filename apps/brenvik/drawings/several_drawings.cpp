@@ -121,20 +121,30 @@ SeveralWords WordsOf(const std::string& drawing, const std::string& second, cons
 
 void PrintOutput(std::size_t, const std::string& output) { std::cout << output; }
 
-std::vector<std::string> OutputsIn(const std::string& folder, const std::vector<std::string>& drawings,
-                                   const std::string& ending, const std::string& what) {
-    std::vector<std::string> outputs;
-    std::map<std::string, std::string, LessIgnoreCase> drawingOf;
-    for (const std::string& drawing : drawings) {
-        const fs::path name = PathFromText(TextFromPath(PathFromText(drawing).stem()) + ending);
-        outputs.push_back(TextFromPath(PathFromText(folder) / name));
-        const auto [first, isNew] = drawingOf.try_emplace(outputs.back(), drawing);
-        if (!isNew)
-            throw CommandError(ExitStatus::WrongWords, "the " + what + " of " + first->second + " and of " +
-                                                           drawing + " would both be " + outputs.back() +
-                                                           ": expected drawings of different names");
+OutputPlaces::OutputPlaces(const std::string& folder, const std::vector<std::string>& drawings,
+                           const std::string& ending, const std::string& what)
+    : mRefusals(drawings.size()) {
+    std::map<std::string, std::size_t, LessIgnoreCase> drawingOf;
+    for (std::size_t drawing = 0; drawing < drawings.size(); ++drawing) {
+        const fs::path name = PathFromText(TextFromPath(PathFromText(drawings[drawing]).stem()) + ending);
+        mPlaces.push_back(TextFromPath(PathFromText(folder) / name));
+        const auto [first, isNew] = drawingOf.try_emplace(mPlaces.back(), drawing);
+        if (isNew) continue;
+        mRefusals[drawing] = "the " + what + " of " + drawings[first->second] + " and of " +
+                             drawings[drawing] + " would both be " + mPlaces.back() +
+                             ": expected drawings of different names";
+        std::string& ofFirst = mRefusals[first->second];
+        if (ofFirst.empty()) ofFirst = mRefusals[drawing];
     }
-    return outputs;
+    if (!mRefusals.empty() &&
+        std::ranges::none_of(mRefusals, [](const std::string& refusal) { return refusal.empty(); }))
+        throw CommandError(ExitStatus::WrongWords, mRefusals.front());
+}
+
+const std::string& OutputPlaces::At(std::size_t drawing) const {
+    if (!mRefusals[drawing].empty())
+        throw CommandError(ExitStatus::Incomplete, mRefusals[drawing] + "; this one was left out");
+    return mPlaces[drawing];
 }
 
 void MakeOutputFolder(const std::string& folder) {

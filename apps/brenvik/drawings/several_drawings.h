@@ -36,11 +36,20 @@ struct SeveralWords {
 /// where there are several drawings.
 SeveralWords WordsOf(const std::string& drawing, const std::string& second, const FurtherWords& further);
 
-/// Where the output of each drawing goes: its name in the folder, with this ending. Throws CommandError with
-/// WrongWords where two of them would be one file, the first of a pair named with the second. `what` they are
-/// to the command.
-std::vector<std::string> OutputsIn(const std::string& folder, const std::vector<std::string>& drawings,
-                                   const std::string& ending, const std::string& what = "output");
+/// Where the output of each drawing goes.
+class OutputPlaces {
+  public:
+    /// Its name in the folder, with this ending. `what` they are to the command. Throws CommandError with
+    /// WrongWords where none is left because others would be the same file.
+    OutputPlaces(const std::string& folder, const std::vector<std::string>& drawings,
+                 const std::string& ending, const std::string& what = "output");
+    /// Throws CommandError with Incomplete for a drawing whose output would be that of another one too: which
+    /// of the two is meant isn't known.
+    const std::string& At(std::size_t drawing) const;
+
+  private:
+    std::vector<std::string> mPlaces, mRefusals;
+};
 
 /// Makes the folder for outputs. Throws CommandError with WrongWords where something else stands there.
 void MakeOutputFolder(const std::string& folder);
