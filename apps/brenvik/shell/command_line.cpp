@@ -36,8 +36,14 @@ CLI::Option& AddTarget(CLI::App& command, const Argument& argument) {
     return *command.add_option(argument.name, *std::get<std::string*>(argument.target), argument.description);
 }
 
-/// A script whose variable is not set says --out "": the default in its place could empty another folder.
+constexpr std::string_view HomeOption = "--home";
+
+/// A script whose variable is not set says --out "": the default in its place could empty another folder. The
+/// option that all commands have is none of a command's own, by which the parser knows where a value is
+/// missing.
 std::string CheckGiven(const std::string& word) {
+    if (word == HomeOption || word.starts_with(std::string(HomeOption) + "="))
+        return "expected a value, found the option " + word;
     return word.empty() ? "expected a value, found an empty text" : "";
 }
 
@@ -100,7 +106,8 @@ std::string ListOfMethods() {
 
 int RunCommandLine(const std::vector<Command>& commands, int argc, char** argv) {
     CommandLine line;
-    line.parser.add_option("--home", line.home, "The install folder (or the variable BRENVIK_HOME)")
+    line.parser
+        .add_option(std::string(HomeOption), line.home, "The install folder (or the variable BRENVIK_HOME)")
         ->type_name("DIR")
         ->check(CLI::Validator(CheckGiven, ""));
     line.parser.set_version_flag("--version", "brenvik " BRENVIK_VERSION);
