@@ -39,9 +39,13 @@ struct LentPath {
     std::string path;
 };
 
-/// How many rows of exports have been changed by which file.
+/// How many rows of exports a file has gone with, and how many it has changed.
+struct RowsOfFile {
+    std::size_t all = 0, changed = 0;
+    bool wasLent = false, hasAdjustments = false;
+};
 struct AdjustedRows {
-    std::map<std::string, std::size_t> byPath;
+    std::map<std::string, RowsOfFile> byPath;
 };
 
 bool HasSection(std::span<const std::string> lines) {
@@ -167,17 +171,30 @@ std::optional<std::string> TakeExportAdjustmentPath() {
 }
 
 void NoteAdjusted(const SizeAdjustment& adjustment, std::string_view path) {
-    const bool isChanged = adjustment.length != 0 || adjustment.width != 0 || adjustment.thickness != 0;
-    if (isChanged && StateOf<LentPath>().path.empty()) ++StateOf<AdjustedRows>().byPath[std::string(path)];
+    RowsOfFile& rows = StateOf<AdjustedRows>().byPath[std::string(path)];
+    rows.wasLent = !StateOf<LentPath>().path.empty();
+    ++rows.all;
+    if (adjustment.length != 0 || adjustment.width != 0 || adjustment.thickness != 0) ++rows.changed;
 }
 
 std::vector<std::string> TakeAdjustedLines() {
     std::vector<std::string> lines;
-    for (const auto& [path, rows] : std::exchange(StateOf<AdjustedRows>().byPath, {}))
-        lines.push_back(std::to_string(rows) + (rows == 1 ? " row has" : " rows have") +
-                        " sizes that the adjustment file of the settings has changed: " +
-                        ThePlatform().files->PlaceOf(path));
+    const auto placeOf = [](const std::string& path) { return ThePlatform().files->PlaceOf(path); };
+    for (const auto& [path, rows] : std::exchange(StateOf<AdjustedRows>().byPath, {})) {
+        if (!rows.wasLent && rows.changed > 0)
+            lines.push_back(std::to_string(rows.changed) + (rows.changed == 1 ? " row has" : " rows have") +
+                            " sizes that the adjustment file of the settings has changed: " + placeOf(path));
+        if (rows.wasLent && rows.hasAdjustments && rows.all > 0 && rows.changed == 0)
+            lines.push_back(placeOf(path) + ": no size of the " + std::to_string(rows.all) +
+                            (rows.all == 1 ? " row" : " rows") +
+                            " has been changed; expected a row that meets one of the adjustments");
+    }
     return lines;
+}
+
+void NoteAdjustmentFaults(std::string_view path, std::span<const std::string> lines) {
+    for (const AdjustmentFault& fault : AdjustmentFaults(lines))
+        NoteExportTrouble(path, fault.line, fault.text);
 }
 
 AdjustmentSource ReadExportAdjustments(std::string_view path) {
@@ -194,14 +211,14 @@ AdjustmentSource ReadExportAdjustments(std::string_view path) {
                         "own. No sizes are adjusted.");
         return {true, {}};
     }
+    StateOf<AdjustedRows>().byPath[std::string(path)].hasAdjustments = true;
     const AdjustmentList list = WalkAdjustments(lines);
     if (list.repeatedHeader) {
         ShowMessage("The BrenvikAdjustments file " + std::string(path) + " has the section " +
                     *list.repeatedHeader + std::string(CircularEnding));
         return {};
     }
-    for (const AdjustmentFault& fault : AdjustmentFaults(lines))
-        NoteExportTrouble(path, fault.line, fault.text);
+    NoteAdjustmentFaults(path, lines);
     return {true, AdjustmentRules(list.sections)};
 }
 

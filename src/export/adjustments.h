@@ -124,11 +124,15 @@ void KeepAdjustmentPath(std::string_view path);
 /// ends then.
 std::optional<std::string> TakeExportAdjustmentPath();
 
-/// Counts a row whose sizes an export has changed by the file of the settings. One that was lent to the
-/// export is no news to whoever named it.
+/// Counts a row of an export that a file goes with, and whether its sizes are changed.
 void NoteAdjusted(const SizeAdjustment& adjustment, std::string_view path);
-/// What exports have changed so since the last call, a line for each file.
+/// What is news to whoever has exported since the last call, a line for each file: rows that the file of the
+/// settings has changed, and that one which was named for an export has changed none.
 std::vector<std::string> TakeAdjustedLines();
+
+/// Notes what can't be right in a file as trouble of an export: what stands there, and what becomes of it.
+/// `lines` are those of the file.
+void NoteAdjustmentFaults(std::string_view path, std::span<const std::string> lines);
 
 /// What an export applies. What can't be right in the file is noted as trouble of the export. A file that
 /// can't be read has no rules; one whose walk would not end is not usable.

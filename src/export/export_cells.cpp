@@ -81,7 +81,7 @@ LineMaker::LineMaker(std::span<const std::string> columnNames, ColumnSource sour
 
 LineMaker::Column LineMaker::ColumnOf(std::string_view name, ColumnSource source) {
     const bool fromProfile = source == ColumnSource::Profile;
-    if (name == "(blank)") return {Kind::Fixed, {}, {}, {}};
+    if (name == BlankColumn) return {Kind::Fixed, {}, {}, {}};
     if (fromProfile && name.starts_with('|')) return {Kind::Fixed, {}, Trim(ReplaceAll(name, "|", "")), {}};
     if (name == ThicknessMaterialImperial || name == ThicknessMaterialMetric)
         return {Kind::ThicknessMaterial, {}, std::string(name), {}};

@@ -17,6 +17,9 @@ namespace brenvik {
 inline constexpr std::string_view ThicknessMaterialImperial = "Thickness-Material (Imperial)";
 inline constexpr std::string_view ThicknessMaterialMetric = "Thickness-Material (Metric)";
 
+/// The column of blank cells, in exactly these letters.
+inline constexpr std::string_view BlankColumn = "(blank)";
+
 /// Where a list's columns come from. Fixed texts and joined sizes are for the columns of a profile.
 enum class ColumnSource { Profile, Standard };
 

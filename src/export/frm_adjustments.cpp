@@ -8,9 +8,11 @@
 
 #include "base/quoted.h"
 #include "base/skip.h"
+#include "base/text_lines.h"
 #include "export/adjustments.h"
 #include "export/export_dialogs.h"
 #include "export/export_troubles.h"
+#include "grid/column_relation.h"
 #include "session/message.h"
 #include "session/module_state.h"
 #include "session/output_rule.h"
@@ -224,9 +226,23 @@ bool frmAdjustments::WriteTo(const std::string& path) {
     else if (failure)
         NoteExportTrouble("the BrenvikAdjustments file " + path +
                           " was not written: " + failure->description());
-    else if (mLoaded && mLoaded->path == path)
+    else
+        TellOddValues(path, text);
+    if (!isLeft && !failure && mLoaded && mLoaded->path == path)
         mLoaded = LoadedFile{path, text, {}, {}, text};
     return !isLeft;
+}
+
+// The grid takes whatever is typed, and an export would be the first to say that a part is never asked for,
+// or that nothing is added.
+void frmAdjustments::TellOddValues(const std::string& path, const std::string& text) {
+    if (ColumnForCaption(AdjustmentKeys().front()).empty()) ColHeadRelationShip();
+    const std::vector<std::string> lines = LinesOf(text);
+    NoteAdjustmentFaults(path, lines);
+    if (const auto repeated = WalkAdjustments(lines).repeatedHeader)
+        NoteExportTrouble("the BrenvikAdjustments file " + path + " has the adjustment " + *repeated +
+                          " twice with another one between, and no export can apply it; give each a name of "
+                          "its own");
 }
 
 // A file that can't be read can't be compared; the user has given it up, or chosen it to be written over.

@@ -43,6 +43,7 @@ class frmAdjustments : public Form {
     bool WriteTo(const std::string& path);
     /// Asks whether a file is kept that has lines which the grid doesn't show, or that could not be read.
     bool KeepsLines(const std::string& path) const;
+    static void TellOddValues(const std::string& path, const std::string& text);
     bool KeepsUnread(const std::string& path) const;
     /// The same of a file that is there, may be written, and isn't the one that is edited.
     bool KeepsOther(const std::string& path) const;

@@ -5,6 +5,7 @@
 #include "base/letter_case.h"
 #include "base/skip.h"
 #include "base/text.h"
+#include "export/export_cells.h"
 #include "export/export_troubles.h"
 #include "export/frm_export.h"
 #include "session/text_files.h"
@@ -75,8 +76,11 @@ void frmExport::NoteProfileTroubles(std::span<const std::string> unknownNames) c
             "the export has no columns: expected a profile, or columns chosen in the dialog; its lines are "
             "blank");
     for (const std::string& name : unknownNames) {
-        const std::string text = "expected the name of a column, found \"" + name +
-                                 "\"; it has no cell, and the cells behind it stand further to the left";
+        const std::string text = "expected the name of a column, found \"" + name + "\"" +
+                                 (FoldLower(name) == BlankColumn
+                                      ? ", which stands for a blank cell in small letters alone, (blank)"
+                                      : "") +
+                                 "; it has no cell, and the cells behind it stand further to the left";
         const bool isOfProfile =
             profile != nullptr && std::ranges::count(Split(profile->columns, ','), name) > 0;
         if (isOfProfile)
@@ -97,7 +101,7 @@ void frmExport::InsertColumns() {
     for (int item = 0; item < cboCSVCaptionFrom.ListCount(); ++item) {
         if (!cboCSVCaptionFrom.Selected(item)) continue;
         const std::string name = ItemAt(cboCSVCaptionFrom, item);
-        if (FoldLower(name) == "(blank)" || !Holds(lstExportColumns, name)) lstExportColumns.AddItem(name);
+        if (FoldLower(name) == BlankColumn || !Holds(lstExportColumns, name)) lstExportColumns.AddItem(name);
     }
 }
 

@@ -203,14 +203,14 @@ bool SettleLettersAndSizes(PartRow& row, RowTroubles& troubles) {
     return WereGuessed(letters, row);
 }
 
-/// Why a row was refused, for people; a driver's words say what it saw of a statement that nobody typed.
+/// Why a row was refused, for people. Where it is a quote, a box has said already what the engine saw of a
+/// statement that nobody typed.
 std::string ReasonOf(const std::string& refusal, const PartRow& row, const AcadEntity& entity) {
     if (refusal.empty()) return {};
     std::string text;
     Skip([&] { text = TextWithQuote(row, entity.Layer()); });
     if (text.empty()) return refusal;
-    return "a single quote stands in its " + text + ", and the list can't take one; take the quote out (" +
-           refusal + ")";
+    return "a single quote stands in its " + text + ", and the list can't take one; take the quote out";
 }
 
 void AddRow(const AcadEntity& entity, Scan& scan) {

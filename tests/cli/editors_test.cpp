@@ -54,6 +54,31 @@ TEST_F(Editors, WriteNoAdjustmentsOverLinesThatTheyCannotShow) {
     EXPECT_TRUE(Read("adj.txt").starts_with("[Oak doors]"));
 }
 
+// The grid takes whatever is typed; an export would be the first to say that it can't be meant.
+TEST_F(Editors, TellAdjustmentsThatCannotBeMeant) {
+    Write("adj.txt", "");
+    const Outcome odd =
+        Play(OnAdjustments("cell fpAdjustments 1 1 \"Tops\"\ncell fpAdjustments 1 6 \"24.0\"\n"
+                           "cell fpAdjustments 1 21 \"1/8\"\npress btnSave\nexpect no form\n"));
+    EXPECT_EQ(odd.status, 1);
+    EXPECT_TRUE(Read("adj.txt").starts_with("[Tops]"));
+    ExpectTold(odd, "adj.txt:6: Length: expected \"24\", found \"24.0\"; no part meets it\n");
+    ExpectTold(odd,
+               "adj.txt:21: l: expected a decimal number such as 0.125 or -1.5, found \"1/8\"; nothing is "
+               "added\n");
+    const Outcome twice = Play(OnAdjustments(
+        "cell fpAdjustments 1 6 \"24\"\ncell fpAdjustments 1 21 \"1\"\ncell fpAdjustments 2 1 \"Backs\"\n"
+        "cell fpAdjustments 2 21 \"1\"\ncell fpAdjustments 3 1 \"Tops\"\ncell fpAdjustments 3 21 \"1\"\n"
+        "press btnSave\nexpect no form\n"));
+    EXPECT_EQ(twice.status, 1);
+    ExpectTold(twice, "has the adjustment [Tops] twice with another one between");
+    Write("adj.txt", "");
+    EXPECT_EQ(Play(OnAdjustments("cell fpAdjustments 1 1 \"Tops\"\ncell fpAdjustments 1 6 \"24\"\n"
+                                 "cell fpAdjustments 1 21 \"0.5\"\npress btnSave\nexpect no form\n"))
+                  .status,
+              0);
+}
+
 TEST_F(Editors, TellOfAMaterialThatIsNotFilledIn) {
     std::string half = Board("18 mdf");
     half.erase(half.find("tool3ss=18000") + 8, 5);

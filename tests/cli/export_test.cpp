@@ -178,6 +178,32 @@ TEST_F(Export, NamesTheAdjustmentFileOfTheSettingsThatChangesSizes) {
     EXPECT_EQ(ExportTo("standard.csv", {}).errors.find("adjustment file"), std::string::npos);
 }
 
+TEST_F(Export, SaysThatANamedAdjustmentFileHasChangedNoSize) {
+    WriteShopFiles();
+    Write("elm.txt", "[elm]\nMaterial=Elm\nl=1\n");
+    const Outcome none = ExportTo("out.csv", {"--profile", "Saw", "--adjustments", "elm.txt"});
+    EXPECT_EQ(none.status, 0);
+    EXPECT_EQ(WithoutLostSizes(none.errors),
+              Path("elm.txt") +
+                  ": no size of the 16 rows has been changed; expected a row that meets one of the "
+                  "adjustments\n[Done.] Export Complete!!\n");
+    EXPECT_EQ(ExportTo("two.csv", {"--profile", "Saw", "--adjustments", "adjust.txt"})
+                  .errors.find("has been changed"),
+              std::string::npos);
+}
+
+TEST_F(Export, SaysHowABlankColumnIsWritten) {
+    WriteShopFiles();
+    Write("home/BrenvikProfiles.txt", "[Saw]\ncolumns=PN,(Blank),Length\n");
+    const Outcome outcome = ExportTo("out.csv", {"--profile", "Saw"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(
+        outcome.errors.find("BrenvikProfiles.txt:2: expected the name of a column, found \"(Blank)\", which "
+                            "stands for a blank cell in small letters alone, (blank); it has no cell"),
+        std::string::npos)
+        << outcome.errors;
+}
+
 TEST_F(Export, TellsAFileThatCannotBeWritten) {
     const Outcome outcome = ExportTo("none/out.csv", {});
     EXPECT_EQ(outcome.status, 1);

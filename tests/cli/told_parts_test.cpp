@@ -329,7 +329,7 @@ TEST_F(ToldParts, AQuoteIsToldByTheTextThatHoldsIt) {
                                        {"USERDATA2", "User Data2"}})
         ExpectTold(List(WithText(key, "6' long")),
                    std::string("a single quote stands in its ") + caption +
-                       " \"6' long\", and the list can't take one; take the quote out (");
+                       " \"6' long\", and the list can't take one; take the quote out\n");
 }
 
 }  // namespace
