@@ -1,14 +1,13 @@
 // brenvik-desktop: words into options, and what ends the program into an exit status.
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QPalette>
-#include <QStyleFactory>
 #include <QSurfaceFormat>
 #include <iostream>
 
 #include "base/failure.h"
 #include "desktop_program.h"
 #include "shell/exit_status.h"
+#include "toolkit/clear_frames.h"
 #include "toolkit/qt_text.h"
 
 namespace brenvik::desktop {
@@ -74,7 +73,7 @@ int Run(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setOrganizationName("Brenvik");
     QApplication::setApplicationName("Brenvik");
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QApplication::setStyle(new ClearFrames);
     try {
         const DesktopOptions options = OptionsOf(application.arguments());
         if (!options.journal.empty() && !options.record.empty())

@@ -3,7 +3,6 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QPalette>
 #include <QPixmap>
 #include <QTemporaryDir>
 #include <filesystem>
@@ -11,6 +10,7 @@
 
 #include "checkout_paths.h"
 #include "console/console_dialogs.h"
+#include "dark_colours.h"
 #include "desktop_program.h"
 #include "export/frm_adjustments.h"
 #include "export/frm_export.h"
@@ -25,24 +25,13 @@
 #include "settings/frm_choicetherm.h"
 #include "settings/frm_materials.h"
 #include "settings/frm_settings.h"
+#include "toolkit/clear_frames.h"
 #include "toolkit/qt_text.h"
 
 namespace brenvik::desktop {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// As desktops with dark colours hand it to their programs.
-QPalette DarkColours() {
-    QPalette dark(QColor(0x33, 0x36, 0x3a), QColor(0x2b, 0x2d, 0x31));
-    dark.setColor(QPalette::Base, QColor(0x1e, 0x20, 0x23));
-    dark.setColor(QPalette::AlternateBase, QColor(0x26, 0x28, 0x2c));
-    dark.setColor(QPalette::Highlight, QColor(0x2f, 0x65, 0xca));
-    dark.setColor(QPalette::HighlightedText, Qt::white);
-    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        dark.setColor(QPalette::Disabled, role, QColor(0x80, 0x84, 0x8a));
-    return dark;
-}
 
 template <class Form>
 void TakeEmpty(const QString& folder) {
@@ -80,6 +69,7 @@ void TakeEmptyForms(const QString& folder) {
 TEST(FormPictures, DISABLED_OfAllWindows) {
     const QString folder = qEnvironmentVariable("BRENVIK_PICTURES");
     ASSERT_TRUE(!folder.isEmpty() && QDir().mkpath(folder));
+    QApplication::setStyle(new ClearFrames);
     if (qEnvironmentVariableIsSet("BRENVIK_DARK")) QApplication::setPalette(DarkColours());
     TakeEmptyForms(folder);
     for (const char* journal : {"sort_and_filter", "export", "materials", "settings", "cnc_run"}) {

@@ -72,6 +72,18 @@ void PressNoted(FormDesk& desk, Control& control) {
     });
 }
 
+/// A label whose lines break keeps the height that they take at its width: layouts inside frames take less.
+class WrappedLabel : public QLabel {
+  public:
+    using QLabel::QLabel;
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QLabel::resizeEvent(event);
+        if (wordWrap()) setMinimumHeight(heightForWidth(width()));
+    }
+};
+
 class LabelBinding : public ControlBinding {
   public:
     LabelBinding(Control& control, QLabel& label) : ControlBinding(control, label), mLabel(label) {
@@ -82,6 +94,8 @@ class LabelBinding : public ControlBinding {
         const QString text = ToQt(Model().Text());
         mLabel.setWordWrap(text.size() > LongLabel);
         mLabel.setText(text);
+        if (mLabel.isVisible() && mLabel.wordWrap())
+            mLabel.setMinimumHeight(mLabel.heightForWidth(mLabel.width()));
     }
 
   private:
@@ -424,7 +438,7 @@ T& Named(const Control& control, T* widget) {
 std::unique_ptr<ControlBinding> BindControl(Control& control, FormDesk& desk, QWidget* parent) {
     switch (control.Kind()) {
         case ControlKind::Label:
-            return std::make_unique<LabelBinding>(control, Named(control, new QLabel(parent)));
+            return std::make_unique<LabelBinding>(control, Named(control, new WrappedLabel(parent)));
         case ControlKind::Button:
             return std::make_unique<ButtonBinding>(control, Named(control, new QPushButton(parent)), desk);
         case ControlKind::CheckBox:
