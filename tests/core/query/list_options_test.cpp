@@ -1,6 +1,6 @@
 // Sort, group and filter as texts: how they are read, and what they do through the dialogs.
-#include "query/list_driver.h"
 #include "query/list_options.h"
+#include "query/list_driver.h"
 
 #include "core/query/query_fixture.h"
 #include "support/failure_of.h"
