@@ -37,10 +37,10 @@ namespace {
 /// The host's questions to a person.
 class AskingPrompts : public PromptPort {
   public:
-    AskingPrompts(FormDesk& desk, std::function<void(const std::string&)> tell)
-        : mDesk(desk), mTell(std::move(tell)) {}
+    AskingPrompts(FormDesk& desk, MainWindow& window) : mDesk(desk), mWindow(window) {}
 
     std::optional<Point3> GetPoint(std::string_view prompt) override {
+        if (mWindow.CanAskForPoint()) return mWindow.AskForPoint(prompt);
         const std::optional<std::string> text = Ask(prompt, "x,y,z");
         double coordinates[3];
         if (!text || !ParseJournalPoint(*text, coordinates)) return std::nullopt;
@@ -58,7 +58,7 @@ class AskingPrompts : public PromptPort {
         if (host == nullptr || host->PreviousSelection().empty()) return std::nullopt;
         return std::vector<AcadEntity*>(host->PreviousSelection().begin(), host->PreviousSelection().end());
     }
-    void Prompt(std::string_view text) override { mTell(std::string(text)); }
+    void Prompt(std::string_view text) override { mWindow.Tell(std::string(text)); }
 
   private:
     std::optional<std::string> Ask(std::string_view prompt, const char* hint) {
@@ -71,7 +71,7 @@ class AskingPrompts : public PromptPort {
     }
 
     FormDesk& mDesk;
-    std::function<void(const std::string&)> mTell;
+    MainWindow& mWindow;
 };
 
 /// A journal takes the place of no drawing and of nothing that the home lives by, and no list takes its own.
@@ -93,7 +93,7 @@ app::ExitStatus RunForAPerson(const DesktopOptions& options) {
     RecordingDialogs dialogs(screen);
     app::Workplace workplace(options.home, dialogs);
     MainWindow window(workplace, desk);
-    AskingPrompts asking(desk, [&window](const std::string& line) { window.Tell(line); });
+    AskingPrompts asking(desk, window);
     RecordingPrompts prompts(asking);
     workplace.host.SetPrompts(&prompts);
     ProgressWindow shown(desk);

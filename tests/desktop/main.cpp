@@ -5,8 +5,10 @@
 
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
-    // Pictures are taken as a screen shows the windows.
-    if (!qEnvironmentVariableIsSet("BRENVIK_PICTURES")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Pictures are taken as a screen shows the windows, and the drawing is seen on an X display alone.
+    const bool wantsDisplay =
+        qEnvironmentVariableIsSet("BRENVIK_PICTURES") || qEnvironmentVariableIsSet("BRENVIK_ON_DISPLAY");
+    if (!wantsDisplay) qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -1,10 +1,14 @@
 // What the main window wants of a picture of the drawing, whoever makes it.
 #pragma once
 
+#include <QPointF>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "snaps/snap.h"
 
 class QWidget;
 
@@ -16,6 +20,13 @@ namespace brenvik::desktop {
 
 enum class ViewLook { Shaded, Wireframe };
 enum class ViewSide { Isometric, Top, Bottom, Front, Back, Left, Right };
+
+struct PointWish {
+    /// The point given before, from which perpendiculars fall.
+    std::optional<Point3> base;
+    /// Whether ends, middles and so on are wanted, or only what lies under the mouse.
+    bool snapping = true;
+};
 
 class DrawingView {
   public:
@@ -30,8 +41,17 @@ class DrawingView {
     virtual void SetLook(ViewLook look) = 0;
     virtual void LookFrom(ViewSide side) = 0;
     virtual void Fit() = 0;
+    /// Where the user looks from: from the drawing towards the eye, a unit vector.
+    virtual Point3 TowardsEye() const = 0;
+    /// Where a point is seen, in pixels of the widget; null until there is a picture.
+    virtual std::optional<QPointF> PlaceOf(const Point3& point) const = 0;
+    /// From now on a click means a point of the drawing, which a marker shows under the mouse; null for
+    /// clicks that select.
+    virtual void AskForPoint(const PointWish* wish) = 0;
     /// The user has picked these, by click or by window.
     std::function<void(const std::vector<std::string>& handles)> onPicked;
+    /// The user has pointed at this.
+    std::function<void(const Snap& snap)> onPoint;
     /// Called when no picture can be shown, with the reason.
     std::function<void(const std::string& reason)> onDead;
 };

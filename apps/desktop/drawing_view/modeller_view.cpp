@@ -31,6 +31,8 @@
 #include "drafting_host/document/host_document.h"
 #include "drawing_view/drawing_view.h"
 #include "drawing_view/part_looks.h"
+#include "drawing_view/point_picker.h"
+#include "drawing_view/viewer_parts.h"
 
 namespace brenvik::desktop {
 
@@ -42,22 +44,6 @@ constexpr double MeshDeflection = 0.002, MeshAngle = 0.6;
 constexpr int PrepareBudget = 40;
 /// Around everything, of the view's size.
 constexpr double FitMargin = 0.05;
-
-/// The viewer's pictures are linear; the widget's buffer has to be set to that each time.
-class WidgetBuffer : public OpenGl_FrameBuffer {
-  public:
-    void BindBuffer(const Handle(OpenGl_Context) & context) override {
-        OpenGl_FrameBuffer::BindBuffer(context);
-        context->SetFrameBufferSRGB(true, false);
-    }
-    void BindDrawBuffer(const Handle(OpenGl_Context) & context) override {
-        OpenGl_FrameBuffer::BindDrawBuffer(context);
-        context->SetFrameBufferSRGB(true, false);
-    }
-    void BindReadBuffer(const Handle(OpenGl_Context) & context) override {
-        OpenGl_FrameBuffer::BindReadBuffer(context);
-    }
-};
 
 class ModellerView : public QOpenGLWidget, public AIS_ViewController, public DrawingView {
   public:
@@ -125,29 +111,7 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
     void LookFrom(ViewSide side) override {
         mSide = side;
         if (mView.IsNull()) return;
-        switch (side) {
-            case ViewSide::Isometric:
-                mView->SetProj(V3d_XnegYnegZpos);
-                break;
-            case ViewSide::Top:
-                mView->SetProj(V3d_Zpos);
-                break;
-            case ViewSide::Bottom:
-                mView->SetProj(V3d_Zneg);
-                break;
-            case ViewSide::Front:
-                mView->SetProj(V3d_Yneg);
-                break;
-            case ViewSide::Back:
-                mView->SetProj(V3d_Ypos);
-                break;
-            case ViewSide::Left:
-                mView->SetProj(V3d_Xneg);
-                break;
-            case ViewSide::Right:
-                mView->SetProj(V3d_Xpos);
-                break;
-        }
+        mView->SetProj(OrientationOf(side));
         Fit();
     }
 
@@ -156,6 +120,23 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
         mView->FitAll(FitMargin, false);
         mFitted = true;
         Redraw();
+    }
+
+    Point3 TowardsEye() const override {
+        if (mView.IsNull()) return {0, 0, 1};
+        const gp_Dir along = mView->Camera()->Direction();
+        return {-along.X(), -along.Y(), -along.Z()};
+    }
+
+    std::optional<QPointF> PlaceOf(const Point3& point) const override {
+        if (mView.IsNull() || !mWaiting.empty()) return std::nullopt;
+        const ScreenPlace place = SightNow().PlaceOf(point);
+        return QPointF(place.x, place.y) / devicePixelRatioF();
+    }
+
+    void AskForPoint(const PointWish* wish) override {
+        mPicker.Ask(wish);
+        if (wish != nullptr) TellBodies();
     }
 
   protected:
@@ -192,19 +173,34 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
         FlushViewEvents(mContext, mView, true);
     }
 
-    void mousePressEvent(QMouseEvent* event) override { TakeButtons(*event); }
-    void mouseReleaseEvent(QMouseEvent* event) override { TakeButtons(*event); }
+    void mousePressEvent(QMouseEvent* event) override {
+        if (!mPicker.TakePress(*event)) TakeButtons(*event);
+    }
+    void mouseReleaseEvent(QMouseEvent* event) override {
+        if (mView.IsNull()) return;
+        const std::optional<Snap> snap = mPicker.TakeRelease(*event, SightNow(), SeesThrough());
+        if (!snap) return TakeButtons(*event);
+        if (onPoint) QTimer::singleShot(0, this, [this, snap] { onPoint(*snap); });
+    }
+    void leaveEvent(QEvent* event) override {
+        mPicker.Hide();
+        QOpenGLWidget::leaveEvent(event);
+    }
     void mouseMoveEvent(QMouseEvent* event) override {
         if (mView.IsNull()) return;
+        if (const std::optional<QPointF> pressed = mPicker.TakeDrag(*event))
+            UpdateMouseButtons(PixelOf(*pressed), ButtonsOf(*event), FlagsOf(*event), false);
+        if (event->buttons() == Qt::NoButton) mPicker.Show(event->position(), SightNow(), SeesThrough());
         if (event->buttons() != Qt::NoButton) mFitted = false;
-        if (UpdateMousePosition(PlaceOf(event->position()), ButtonsOf(*event), FlagsOf(*event), false))
+        if (UpdateMousePosition(PixelOf(event->position()), ButtonsOf(*event), FlagsOf(*event), false))
             update();
     }
     void wheelEvent(QWheelEvent* event) override {
         if (mView.IsNull()) return;
         const double step = event->angleDelta().y() / 120.0;
         mFitted = false;
-        if (UpdateZoom(Aspect_ScrollDelta(PlaceOf(event->position()), step * 8))) update();
+        mPicker.Hide();
+        if (UpdateZoom(Aspect_ScrollDelta(PixelOf(event->position()), step * 8))) update();
     }
 
     void OnSelectionChanged(const Handle(AIS_InteractiveContext) & context,
@@ -343,6 +339,7 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
             at = mShown.erase(at);
         }
         if (!mWaiting.empty()) mPreparing.start();
+        if (mPicker.Asked()) TellBodies();
         Redraw();
     }
 
@@ -364,6 +361,7 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
         }
         if (mWaiting.empty()) {
             mPreparing.stop();
+            if (mPicker.Asked()) TellBodies();
             ShowMarks();
             if (std::exchange(mFitWhenReady, false)) Fit();
         }
@@ -416,7 +414,19 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
         update();
     }
 
-    Graphic3d_Vec2i PlaceOf(const QPointF& place) const {
+    bool SeesThrough() const { return mMode == AIS_WireFrame; }
+    Sight SightNow() const {
+        const double ratio = devicePixelRatioF();
+        return SightOf(*mView->Camera(), width() * ratio, height() * ratio);
+    }
+    void TellBodies() {
+        std::vector<TopoDS_Shape> shapes;
+        for (const auto& [handle, shown] : mShown)
+            if (!shown.shape.IsNull()) shapes.push_back(shown.shape);
+        mPicker.SetBodies(shapes);
+    }
+
+    Graphic3d_Vec2i PixelOf(const QPointF& place) const {
         const double ratio = devicePixelRatioF();
         return Graphic3d_Vec2i(static_cast<int>(place.x() * ratio), static_cast<int>(place.y() * ratio));
     }
@@ -435,7 +445,7 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
     }
     void TakeButtons(const QMouseEvent& event) {
         if (mView.IsNull()) return;
-        if (UpdateMouseButtons(PlaceOf(event.position()), ButtonsOf(event), FlagsOf(event), false)) update();
+        if (UpdateMouseButtons(PixelOf(event.position()), ButtonsOf(event), FlagsOf(event), false)) update();
     }
 
     Handle(OpenGl_GraphicDriver) mDriver;
@@ -448,6 +458,7 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
     std::deque<std::string> mWaiting;
     std::set<std::string> mMarked;
     QTimer mPreparing;
+    PointPicker mPicker{*this};
     int mMode = AIS_Shaded;
     ViewSide mSide = ViewSide::Isometric;
     bool mFitWhenReady = true;

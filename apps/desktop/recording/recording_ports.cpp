@@ -1,24 +1,16 @@
 // What was answered, in the words of a journal.
 #include "recording/recording_ports.h"
 
-#include <array>
-#include <charconv>
 #include <utility>
 
 #include "journal/journal_parser.h"
 #include "recording/journal_recorder.h"
 #include "session/message_text.h"
+#include "toolkit/exact_text.h"
 
 namespace brenvik::desktop {
 
 namespace {
-
-/// The shortest text that is read as the same number; without an exponent, as people write it.
-std::string ExactText(double number) {
-    std::array<char, 400> text{};
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed);
-    return {text.data(), end.ptr};
-}
 
 std::string TextAnswer(const char* word, const std::optional<std::string>& answer) {
     return std::string(word) + " " + (answer ? JournalText(*answer) : "cancel");
@@ -43,9 +35,7 @@ std::optional<std::string> RecordingDialogs::ChooseFile(const FileRequest& reque
 std::optional<Point3> RecordingPrompts::GetPoint(std::string_view prompt) {
     const std::optional<Point3> point = mAsked.GetPoint(prompt);
     if (recorder == nullptr) return point;
-    recorder->Answer(point ? "point " + ExactText(point->x) + "," + ExactText(point->y) + "," +
-                                 ExactText(point->z)
-                           : "point cancel");
+    recorder->Answer(point ? "point " + ExactText(*point) : "point cancel");
     return point;
 }
 

@@ -1,10 +1,15 @@
 // The groups as they stand in the menu bar.
 #include "windows/command_groups.h"
 
+#include <algorithm>
+
+#include "base/letter_case.h"
+#include "base/text.h"
+
 namespace brenvik::desktop {
 
 std::span<const CommandGroup> CommandGroups() {
-    constexpr bool changes = true, parts = true;
+    constexpr bool changes = true, parts = true, alongView = true;
     static const std::vector<CommandGroup> groups{
         {"&Cut list",
          {{Command::Show, changes, parts, "Ctrl+L"},
@@ -28,8 +33,8 @@ std::span<const CommandGroup> CommandGroups() {
           {Command::BVDWG2, changes}},
          true},
         {"&Tools",
-         {{Command::BVMove, changes, parts},
-          {Command::BVCopy, changes, parts},
+         {{Command::BVMove, changes, parts, {}, alongView},
+          {Command::BVCopy, changes, parts, {}, alongView},
           {Command::BVGroup, changes, parts},
           {Command::BVExplode, changes, parts},
           {Command::BVSection1, changes, parts},
@@ -46,6 +51,19 @@ std::span<const CommandGroup> CommandGroups() {
         {"&Materials and settings",
          {{Command::BVMaterial, false, false, "Ctrl+M"}, {Command::ShowSettings, false, false, "Ctrl+,"}}}};
     return groups;
+}
+
+bool LooksAlongView(std::string_view typed) {
+    const std::string word = Trim(typed);
+    const auto isTyped = [&](const GroupedCommand& command) {
+        const auto names = Split(CommandEntryOf(command.command).hostCommands, ',');
+        return command.looksAlongView && std::ranges::any_of(names, [&](const std::string& name) {
+                   return EqualsIgnoreCase(Trim(name), word);
+               });
+    };
+    return std::ranges::any_of(CommandGroups(), [&](const CommandGroup& group) {
+        return std::ranges::any_of(group.commands, isTyped);
+    });
 }
 
 }  // namespace brenvik::desktop

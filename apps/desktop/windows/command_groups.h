@@ -16,6 +16,8 @@ struct GroupedCommand {
     /// It works on the selected parts, and without a selection has no effect.
     bool wantsParts = false;
     std::string_view key = {};  ///< A shortcut such as "Ctrl+L".
+    /// Its points count in the plane of the host's view, which has to be that on the screen.
+    bool looksAlongView = false;
 };
 
 struct CommandGroup {
@@ -27,5 +29,7 @@ struct CommandGroup {
 
 /// Each command of the command table stands in one of them.
 std::span<const CommandGroup> CommandGroups();
+/// Whether what is typed starts a command that looks along the view.
+bool LooksAlongView(std::string_view typed);
 
 }  // namespace brenvik::desktop

@@ -89,9 +89,9 @@ void MainWindow::MakeView() {
     mView = MakeModellerView(reason);
     if (!mView) return LoseView(reason);
     layout->addWidget(&mView->Widget(), 1);
-    mView->onPicked = [this](const std::vector<std::string>& handles) {
-        mDesk.Do([&] { SelectHandles(handles); });
-    };
+    mView->Widget().installEventFilter(this);
+    mView->onPicked = [this](const std::vector<std::string>& handles) { TakePicked(handles); };
+    mView->onPoint = [this](const Snap& snap) { TakePoint(snap); };
     mView->onDead = [this](const std::string& why) { LoseView(why + " Everything else works."); };
 }
 
@@ -167,6 +167,7 @@ void MainWindow::MakeViewMenu() {
     });
     wires->setCheckable(true);
     wires->setShortcut(QKeySequence(tr("Ctrl+Shift+W")));
+    MakeSnapSwitch(*menu);
 }
 
 PartPicture MainWindow::ReadPartPicture(const std::string& path) {
@@ -190,6 +191,7 @@ QWidget& MainWindow::ShowOutcome() {
 }
 
 void MainWindow::FindCommandByWords() {
+    if (mAsked != nullptr) return;
     QStringList names;
     for (const CommandGroup& group : CommandGroups())
         for (const GroupedCommand& command : group.commands)
@@ -208,6 +210,7 @@ void MainWindow::FindCommandByWords() {
 }
 
 bool MainWindow::Run(std::string_view method) {
+    if (mAsked != nullptr) return false;
     for (const CommandGroup& group : CommandGroups())
         for (const GroupedCommand& command : group.commands)
             if (EqualsIgnoreCase(CommandEntryOf(command.command).method, method)) {
@@ -218,6 +221,7 @@ bool MainWindow::Run(std::string_view method) {
 }
 
 void MainWindow::RunCommand(const GroupedCommand& command) {
+    if (mAsked != nullptr) return;
     const bool needsDrawing = command.wantsParts || command.changesDrawing;
     if (needsDrawing && Document() == nullptr) {
         statusBar()->showMessage(tr("Open a drawing first."));
@@ -225,6 +229,8 @@ void MainWindow::RunCommand(const GroupedCommand& command) {
     }
     mDesk.Do([this, &command, document = Document()] {
         if (command.wantsParts) SelectAllWhenNothingIs();
+        mLastAsked.reset();
+        if (command.looksAlongView) TurnHostsView();
         const std::string method(CommandEntryOf(command.command).method);
         mDesk.Note("command " + method);
         mWorkplace.typedCommands.Call(method);

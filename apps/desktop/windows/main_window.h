@@ -45,7 +45,7 @@ class MainWindow : public QMainWindow {
     void OpenFiles(const std::vector<std::string>& names);
     /// Shows the host's active drawing as it is now, and a tab for each that is open.
     void ShowDrawing();
-    /// As its menu entry does. False for a method that has none.
+    /// As its menu entry does. False for a method that has none, and while a point is asked for.
     bool Run(std::string_view method);
     /// After each act, for a person: a line in the history for what no box has shown, and a box for losses. A
     /// journal reports these itself.
@@ -59,6 +59,13 @@ class MainWindow : public QMainWindow {
     bool TakeOutcomeNews() { return mOutcomes.TakeNews(); }
     /// Null for a window whose unsaved work nobody keeps. The keeper outlives the window, or is taken away.
     void KeepWorkBy(WorkKeeper* keeper) { mKeeper = keeper; }
+    /// Whether points can be asked for in the view: it is there, and no form stands before it.
+    bool CanAskForPoint() const;
+    /// A point of the drawing, pointed at or typed; null if the user gives up. Meanwhile nothing can be done
+    /// but looking.
+    std::optional<Point3> AskForPoint(std::string_view prompt);
+    /// Null where the drawing can't be shown.
+    DrawingView* View() const { return mView.get(); }
     /// Asks about each piece of work that a crash has left, and opens what is wanted.
     void OfferRecovery(FoundWork found);
 
@@ -66,6 +73,7 @@ class MainWindow : public QMainWindow {
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void TellLosses();
@@ -73,6 +81,7 @@ class MainWindow : public QMainWindow {
     void MakeEditMenu();
     void MakeCommandMenus();
     void MakeViewMenu();
+    void MakeSnapSwitch(QMenu& menu);
     void MakeView();
     void MakePartsDock();
     void MakePropertiesDock();
@@ -95,6 +104,14 @@ class MainWindow : public QMainWindow {
     void RunCommand(const GroupedCommand& command);
     void SelectAllWhenNothingIs();
     void TypeCommand();
+    void SendToHost(const std::string& text);
+    void Escape();
+    void ShowQuestion();
+    void TakePoint(const Snap& snap);
+    void TakePicked(const std::vector<std::string>& handles);
+    void TakeTypedPoint(const std::string& typed);
+    void LockForQuestion(bool locked);
+    void TurnHostsView();
     /// As if it were typed; what the line still asks is cancelled first.
     void TypeAlone(const std::string& command);
     void ShowHistorySteps();
@@ -149,6 +166,14 @@ class MainWindow : public QMainWindow {
     QLineEdit* mCommand = nullptr;
     /// Drawings that were closed since the start, which a recorded journal leaves open.
     std::set<std::filesystem::path> mClosedFiles;
+    /// A command's question for a point, while it waits.
+    struct PointAsked;
+    PointAsked* mAsked = nullptr;
+    /// The point that the present command was given last.
+    std::optional<Point3> mLastAsked;
+    /// What has been pointed at since the host asked for objects.
+    std::vector<std::string> mPointed;
+    QAction* mSnaps = nullptr;
     bool mShowing = false, mAnyOpened = false;
     bool mTellsLosses = false;
 };

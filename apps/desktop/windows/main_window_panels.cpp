@@ -18,6 +18,7 @@
 #include "drawings/drawing_io.h"
 #include "journal/journal_parser.h"
 #include "toolkit/qt_text.h"
+#include "windows/command_groups.h"
 #include "windows/main_window.h"
 
 namespace brenvik::desktop {
@@ -79,6 +80,7 @@ void MainWindow::MakeCommandDock() {
     mHistory->setMaximumBlockCount(MostHistory);
     auto* const line = new QHBoxLayout;
     mPrompt = new QLabel(tr("Command:"));
+    mPrompt->setObjectName("prompt");
     mCommand = new QLineEdit;
     mCommand->setObjectName("command");
     line->addWidget(mPrompt);
@@ -90,14 +92,7 @@ void MainWindow::MakeCommandDock() {
     resizeDocks({dock}, {150}, Qt::Vertical);
     connect(mCommand, &QLineEdit::returnPressed, this, [this] { TypeCommand(); });
     auto* const escape = new QShortcut(Qt::Key_Escape, mCommand, nullptr, nullptr, Qt::WidgetShortcut);
-    connect(escape, &QShortcut::activated, this, [this] {
-        mCommand->clear();
-        if (Document() != nullptr)
-            mDesk.Do([this] {
-                mDesk.Note("escape");
-                mWorkplace.typedCommands.Line().Send(*Document(), "\x1b");
-            });
-    });
+    connect(escape, &QShortcut::activated, this, [this] { Escape(); });
 }
 
 void MainWindow::Tell(const std::string& line) { mHistory->appendPlainText(ToQt(line)); }
@@ -109,12 +104,20 @@ void MainWindow::TypeCommand() {
     }
     const std::string typed = FromQt(mCommand->text());
     mCommand->clear();
+    if (mAsked != nullptr) return TakeTypedPoint(typed);
     if (SavesAsTyped(typed)) return;
-    mDesk.Do([&, &document = *Document()] {
-        mDesk.Note("host " + JournalText(typed + "\n"));
-        mWorkplace.typedCommands.Line().Send(document, typed + "\n");
-        MarkChanged(document);
+    mDesk.Do([&] {
+        mLastAsked.reset();
+        if (LooksAlongView(typed)) TurnHostsView();
+        SendToHost(typed + "\n");
     });
+}
+
+void MainWindow::SendToHost(const std::string& text) {
+    HostDocument& document = *Document();
+    mDesk.Note("host " + JournalText(text));
+    mWorkplace.typedCommands.Line().Send(document, text);
+    MarkChanged(document);
 }
 
 void MainWindow::TypeAlone(const std::string& command) {
@@ -125,9 +128,7 @@ void MainWindow::TypeAlone(const std::string& command) {
             mDesk.Note("escape");
             line.Send(document, "\x1b");
         }
-        mDesk.Note("host " + JournalText(command + "\n"));
-        line.Send(document, command + "\n");
-        MarkChanged(document);
+        SendToHost(command + "\n");
     });
 }
 
@@ -143,8 +144,7 @@ void MainWindow::ShowDrawing() {
     statusBar()->showMessage(
         document == nullptr ? tr("Open a drawing to begin: Ctrl+O.")
                             : tr("%1 parts. Ctrl+L opens the cut list.").arg(PartLinesOf(*document).size()));
-    mPrompt->setText(document == nullptr ? tr("Command:")
-                                         : ToQt(mWorkplace.typedCommands.Line().Prompt(*document)));
+    ShowQuestion();
     if (mView) mView->Show(document);
     ShowTree();
 }
@@ -188,7 +188,7 @@ void MainWindow::ShowSelection() {
             top.child(child)->setSelected(std::find(handles.begin(), handles.end(), handle) != handles.end());
         }
     }
-    if (mView) mView->Mark(handles);
+    if (mView) mView->Mark(mPointed.empty() ? handles : mPointed);
     mShowing = false;
     ShowProperties();
 }

@@ -174,6 +174,11 @@ bool MainWindow::MayLeave() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+    // The command has to come to its end first.
+    if (mAsked != nullptr) {
+        Escape();
+        return event->ignore();
+    }
     if (!MayLeave()) return event->ignore();
     // What isn't saved by now isn't wanted.
     if (mKeeper != nullptr)

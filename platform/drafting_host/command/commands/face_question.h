@@ -28,6 +28,7 @@ class FaceQuestion final : public Question {
 
     std::string Prompt() const override;
     bool Take(const std::string& answer) override;
+    PointedAt ByPointing() const override { return PointedAt::Point; }
     ChosenFaces await_resume() const { return mChosen; }
 
   private:

@@ -62,6 +62,7 @@ class SolidFaceQuestion final : public Question {
                                : "Select face of solid object:";
     }
     bool Take(const std::string& answer) override;
+    PointedAt ByPointing() const override { return PointedAt::Point; }
     std::optional<UcsFrame> await_resume() const { return mFrame; }
 
   private:

@@ -54,6 +54,15 @@ std::string CommandSession::Prompt() const {
     return question == nullptr ? std::string() : question->Prompt();
 }
 
+PointedAt CommandSession::ByPointing() const {
+    const Question* question = mRunning.empty() ? nullptr : mRunning.back()->question;
+    return question == nullptr ? PointedAt::Nothing : question->ByPointing();
+}
+
+std::optional<Point3> CommandSession::BasePoint() const {
+    return Busy() && mPointGiven ? std::optional(mLastPoint) : std::nullopt;
+}
+
 void CommandSession::Type(std::string_view text) {
     if (Busy() && mRunning.back()->question == nullptr)
         throw host_failure::NotPossible("typing while a command is at work");
@@ -125,6 +134,7 @@ void CommandSession::StartVariable(const HostVariable& variable) {
 }
 
 void CommandSession::Open(const HostCommand& command, Asking<void> body) {
+    if (mRunning.empty()) mPointGiven = false;
     mRunning.push_back(std::make_unique<Running>());
     Running& running = *mRunning.back();
     running.command = &command;

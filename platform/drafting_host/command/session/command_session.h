@@ -38,6 +38,10 @@ class CommandSession {
     void Type(std::string_view text);
     std::string Prompt() const;
     bool Busy() const { return !mRunning.empty(); }
+    /// What the open question takes from somebody who points.
+    PointedAt ByPointing() const;
+    /// The point given last since the outermost open command began, or null.
+    std::optional<Point3> BasePoint() const;
     const std::string& NotEntered() const { return mTyped; }
 
     // For commands: the drawing and its ways of speaking.
@@ -84,7 +88,10 @@ class CommandSession {
     UcsFrame CurrentUcs() const;
     /// World coordinates of a typed point, or null.
     std::optional<Point3> PointFrom(std::string_view answer) const;
-    void SetLastPoint(const Point3& point) { mLastPoint = point; }
+    void SetLastPoint(const Point3& point) {
+        mLastPoint = point;
+        mPointGiven = true;
+    }
     /// The present view: the viewport that was entered, or the view of model space. A sheet is always seen
     /// from above.
     ViewportData CurrentView() const;
@@ -138,6 +145,8 @@ class CommandSession {
     ViewportData mModelView;
     std::string mTyped;
     bool mAfterReturn = false;
+    /// Since the outermost open command began.
+    bool mPointGiven = false;
 };
 
 }  // namespace brenvik

@@ -48,6 +48,12 @@ std::string HostCommandLine::Prompt(HostDocument& document) { return SessionOf(d
 
 bool HostCommandLine::Busy(HostDocument& document) { return SessionOf(document).Busy(); }
 
+PointedAt HostCommandLine::ByPointing(HostDocument& document) { return SessionOf(document).ByPointing(); }
+
+std::optional<Point3> HostCommandLine::BasePoint(HostDocument& document) {
+    return SessionOf(document).BasePoint();
+}
+
 std::string HostCommandLine::NotEntered(HostDocument& document) { return SessionOf(document).NotEntered(); }
 
 }  // namespace brenvik

@@ -5,11 +5,13 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "base/letter_case.h"
 #include "drafting_host/command/session/command_table.h"
+#include "drafting_host/command/session/question.h"
 #include "drafting_host/document/command_line_port.h"
 #include "drafting_host/document/host_application.h"
 
@@ -42,6 +44,10 @@ class HostCommandLine final : public CommandLinePort {
     std::string Prompt(HostDocument& document);
     /// Whether a command waits for answers.
     bool Busy(HostDocument& document);
+    /// What its question takes from somebody who points.
+    PointedAt ByPointing(HostDocument& document);
+    /// The point given last since that command began, or null.
+    std::optional<Point3> BasePoint(HostDocument& document);
     /// What has been typed and neither a blank nor a return has ended: the line doesn't know of it yet.
     std::string NotEntered(HostDocument& document);
 

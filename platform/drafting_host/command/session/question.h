@@ -13,6 +13,9 @@ namespace brenvik {
 
 class CommandSession;
 
+/// What a question takes from somebody who points instead of typing.
+enum class PointedAt { Nothing, Point, Objects };
+
 class Question {
   public:
     explicit Question(CommandSession& session) : mSession(&session) {}
@@ -24,6 +27,7 @@ class Question {
     virtual std::string Prompt() const = 0;
     /// True if the answer settles the question. A wrong one is reported on the command line.
     virtual bool Take(const std::string& answer) = 0;
+    virtual PointedAt ByPointing() const { return PointedAt::Nothing; }
     /// True where a blank behind what is typed so far belongs to the answer and doesn't end it.
     virtual bool BlankBelongsTo(std::string_view) const { return false; }
 
@@ -77,6 +81,7 @@ class ValueQuestion : public Question {
 class PointQuestion final : public ValueQuestion<Point3> {
   public:
     using ValueQuestion::ValueQuestion;
+    PointedAt ByPointing() const override { return PointedAt::Point; }
 
   private:
     std::optional<Point3> Parse(const std::string& answer) override;
@@ -91,6 +96,7 @@ class DistanceQuestion final : public ValueQuestion<double> {
         : ValueQuestion(session, prompt, keywords, empty), mBase(base) {}
     std::string Prompt() const override;
     bool Take(const std::string& answer) override;
+    PointedAt ByPointing() const override { return PointedAt::Point; }
 
   private:
     std::optional<double> Parse(const std::string& answer) override;
@@ -106,6 +112,7 @@ class AngleQuestion final : public ValueQuestion<double> {
     AngleQuestion(CommandSession& session, std::string_view prompt, std::string_view keywords, IfEmpty empty,
                   std::optional<Point3> base)
         : ValueQuestion(session, prompt, keywords, empty), mBase(base) {}
+    PointedAt ByPointing() const override { return mBase ? PointedAt::Point : PointedAt::Nothing; }
 
   private:
     std::optional<double> Parse(const std::string& answer) override;

@@ -50,6 +50,19 @@ std::string SelectionQuestion::Prompt() const {
     return mPrompt;
 }
 
+PointedAt SelectionQuestion::ByPointing() const {
+    switch (mWants) {
+        case Wants::Objects:
+            return PointedAt::Objects;
+        case Wants::FirstCorner:
+        case Wants::OtherCorner:
+            return PointedAt::Point;
+        case Wants::GroupName:
+            return PointedAt::Nothing;
+    }
+    return PointedAt::Nothing;
+}
+
 bool SelectionQuestion::Take(const std::string& answer) {
     if (mWants == Wants::GroupName) return TakeGroup(answer);
     if (mWants != Wants::Objects) return TakeCorner(answer);

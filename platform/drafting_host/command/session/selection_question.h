@@ -23,6 +23,7 @@ class SelectionQuestion final : public Question {
 
     std::string Prompt() const override;
     bool Take(const std::string& answer) override;
+    PointedAt ByPointing() const override;
     bool BlankBelongsTo(std::string_view typed) const override;
     /// Living objects.
     std::vector<HostEntity*> await_resume() const;

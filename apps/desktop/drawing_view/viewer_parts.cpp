@@ -1,0 +1,40 @@
+// Between the viewer's ways to say it and ours.
+#include "drawing_view/viewer_parts.h"
+
+namespace brenvik::desktop {
+
+V3d_TypeOfOrientation OrientationOf(ViewSide side) {
+    switch (side) {
+        case ViewSide::Isometric:
+            return V3d_XnegYnegZpos;
+        case ViewSide::Top:
+            return V3d_Zpos;
+        case ViewSide::Bottom:
+            return V3d_Zneg;
+        case ViewSide::Front:
+            return V3d_Yneg;
+        case ViewSide::Back:
+            return V3d_Ypos;
+        case ViewSide::Left:
+            return V3d_Xneg;
+        case ViewSide::Right:
+            return V3d_Xpos;
+    }
+    return V3d_XnegYnegZpos;
+}
+
+Sight SightOf(const Graphic3d_Camera& camera, double width, double height) {
+    const gp_Dir along = camera.Direction(), up = camera.OrthogonalizedUp();
+    const gp_Pnt middle = camera.Center();
+    Sight sight;
+    sight.middle = {middle.X(), middle.Y(), middle.Z()};
+    sight.axes.z = {-along.X(), -along.Y(), -along.Z()};
+    sight.axes.y = {up.X(), up.Y(), up.Z()};
+    sight.axes.x = vectors::Cross(sight.axes.y, sight.axes.z);
+    sight.width = width;
+    sight.height = height;
+    sight.unit = camera.ViewDimensions().Y() / height;
+    return sight;
+}
+
+}  // namespace brenvik::desktop

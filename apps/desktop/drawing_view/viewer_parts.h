@@ -1,0 +1,35 @@
+// Pieces of the modeller's viewer: the widget's buffer, the standard sides, and where its camera looks.
+#pragma once
+
+#include <Graphic3d_Camera.hxx>
+#include <OpenGl_Context.hxx>
+#include <OpenGl_FrameBuffer.hxx>
+#include <V3d_TypeOfOrientation.hxx>
+
+#include "drawing_view/drawing_view.h"
+#include "snaps/sight.h"
+
+namespace brenvik::desktop {
+
+/// The viewer's pictures are linear; the widget's buffer has to be set to that each time.
+class WidgetBuffer : public OpenGl_FrameBuffer {
+  public:
+    void BindBuffer(const Handle(OpenGl_Context) & context) override {
+        OpenGl_FrameBuffer::BindBuffer(context);
+        context->SetFrameBufferSRGB(true, false);
+    }
+    void BindDrawBuffer(const Handle(OpenGl_Context) & context) override {
+        OpenGl_FrameBuffer::BindDrawBuffer(context);
+        context->SetFrameBufferSRGB(true, false);
+    }
+    void BindReadBuffer(const Handle(OpenGl_Context) & context) override {
+        OpenGl_FrameBuffer::BindReadBuffer(context);
+    }
+};
+
+V3d_TypeOfOrientation OrientationOf(ViewSide side);
+
+/// The picture as a camera without perspective sees it, in pixels of the device.
+Sight SightOf(const Graphic3d_Camera& camera, double width, double height);
+
+}  // namespace brenvik::desktop

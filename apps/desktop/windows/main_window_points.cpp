@@ -1,0 +1,174 @@
+// Points and objects that commands ask for, pointed at in the view.
+#include <QApplication>
+#include <QEventLoop>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QSettings>
+#include <QStatusBar>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <algorithm>
+
+#include "base/text.h"
+#include "journal/journal_parser.h"
+#include "toolkit/exact_text.h"
+#include "toolkit/qt_text.h"
+#include "windows/main_window.h"
+
+namespace brenvik::desktop {
+
+namespace {
+
+constexpr const char* SnapsKey = "snaps";
+constexpr const char* ViewMenu = "viewMenu";
+
+}  // namespace
+
+struct MainWindow::PointAsked {
+    std::string prompt;
+    std::optional<Point3> answer;
+    QEventLoop loop;
+};
+
+void MainWindow::MakeSnapSwitch(QMenu& menu) {
+    menu.setObjectName(ViewMenu);
+    mSnaps = menu.addAction(tr("S&naps"));
+    mSnaps->setObjectName("snaps");
+    mSnaps->setCheckable(true);
+    mSnaps->setShortcut(QKeySequence(tr("F3")));
+    mSnaps->setStatusTip(
+        tr("Points that are asked for: ends, middles, centres, intersections and feet of "
+           "perpendiculars near the mouse"));
+    mSnaps->setToolTip(tr("Snaps to ends, middles, centres, intersections, perpendiculars (F3)"));
+    mSnaps->setChecked(QSettings().value(SnapsKey, true).toBool());
+    connect(mSnaps, &QAction::toggled, this, [this](bool on) {
+        QSettings().setValue(SnapsKey, on);
+        ShowQuestion();
+    });
+    auto* const button = new QToolButton;
+    button->setDefaultAction(mSnaps);
+    statusBar()->addPermanentWidget(button);
+}
+
+bool MainWindow::CanAskForPoint() const { return mView && mDesk.Top() == this && mAsked == nullptr; }
+
+std::optional<Point3> MainWindow::AskForPoint(std::string_view prompt) {
+    PointAsked asked;
+    asked.prompt = Trim(prompt);
+    mAsked = &asked;
+    LockForQuestion(true);
+    if (mView) mView->Show(Document());
+    ShowQuestion();
+    mCommand->setFocus();
+    asked.loop.exec();
+    mAsked = nullptr;
+    LockForQuestion(false);
+    ShowQuestion();
+    if (asked.answer) mLastAsked = asked.answer;
+    return asked.answer;
+}
+
+/// The command is in the middle of its work: what could take the drawing away from under it has to wait.
+void MainWindow::LockForQuestion(bool locked) {
+    for (QAction* menu : menuBar()->actions())
+        if (menu->menu() != nullptr && menu->menu()->objectName() != ViewMenu) menu->setEnabled(!locked);
+    for (const char* dock : {"partsDock", "propertiesDock"})
+        if (auto* const panel = findChild<QWidget*>(dock)) panel->setEnabled(!locked);
+    setAcceptDrops(!locked);
+}
+
+/// Shows what is asked, and lets the view take what can be pointed at.
+void MainWindow::ShowQuestion() {
+    HostDocument* const document = Document();
+    if (document == nullptr) {
+        mPrompt->setText(tr("Command:"));
+        if (mView) mView->AskForPoint(nullptr);
+        return;
+    }
+    HostCommandLine& line = mWorkplace.typedCommands.Line();
+    mPrompt->setText(ToQt(mAsked != nullptr ? mAsked->prompt : line.Prompt(*document)));
+    const PointedAt wanted = mAsked != nullptr ? PointedAt::Point : line.ByPointing(*document);
+    if (wanted != PointedAt::Objects) mPointed.clear();
+    // The view shows the model, and a sheet is measured by its own axes.
+    const bool onSheet = mAsked == nullptr && document->ActiveSpace() == ActiveSpaceKind::PaperSpace &&
+                         document->CurrentViewport() == nullptr;
+    const bool wantsPoint = wanted == PointedAt::Point && !onSheet;
+    if (wantsPoint) statusBar()->showMessage(tr("Click on the drawing, or type x,y,z. Esc gives up."));
+    if (!mView) return;
+    PointWish wish;
+    wish.base = mAsked != nullptr ? mLastAsked : line.BasePoint(*document);
+    wish.snapping = mSnaps == nullptr || mSnaps->isChecked();
+    mView->AskForPoint(wantsPoint ? &wish : nullptr);
+}
+
+void MainWindow::TakePoint(const Snap& snap) {
+    if (mAsked != nullptr) {
+        mAsked->answer = snap.point;
+        mAsked->loop.quit();
+        return;
+    }
+    if (Document() == nullptr) return;
+    if (mWorkplace.typedCommands.Line().ByPointing(*Document()) != PointedAt::Point) return;
+    // In world coordinates, whatever the user system.
+    mDesk.Do([&] { SendToHost("*" + ExactText(snap.point) + "\n"); });
+}
+
+void MainWindow::TakeTypedPoint(const std::string& typed) {
+    double coordinates[3];
+    if (Trim(typed).empty()) return Escape();
+    if (!ParseJournalPoint(typed, coordinates))
+        return Tell("\"" + typed + "\" is no point: x,y or x,y,z is expected.");
+    mAsked->answer = Point3{coordinates[0], coordinates[1], coordinates[2]};
+    mAsked->loop.quit();
+}
+
+void MainWindow::TakePicked(const std::vector<std::string>& handles) {
+    if (mAsked != nullptr) return;
+    const bool isAnswer = Document() != nullptr &&
+                          mWorkplace.typedCommands.Line().ByPointing(*Document()) == PointedAt::Objects;
+    if (!isAnswer) return mDesk.Do([&] { SelectHandles(handles); });
+    mDesk.Do([&] {
+        for (const std::string& handle : handles) {
+            if (std::ranges::find(mPointed, handle) != mPointed.end()) continue;
+            mPointed.push_back(handle);
+            SendToHost("(handent \"" + handle + "\")\n");
+        }
+    });
+}
+
+void MainWindow::Escape() {
+    mCommand->clear();
+    if (mAsked != nullptr) return mAsked->loop.quit();
+    if (Document() == nullptr) return;
+    mDesk.Do([this] {
+        mDesk.Note("escape");
+        mWorkplace.typedCommands.Line().Send(*Document(), "\x1b");
+    });
+}
+
+/// What moves parts in the plane of the view means the view on the screen.
+void MainWindow::TurnHostsView() {
+    HostCommandLine& line = mWorkplace.typedCommands.Line();
+    if (!mView || Document()->ActiveSpace() != ActiveSpaceKind::ModelSpace || line.Busy(*Document())) return;
+    SendToHost("dview\n\npo\n*0,0,0\n*" + ExactText(mView->TowardsEye()) + "\n\n");
+}
+
+/// Keys at the view belong to the command line.
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress || !mView || watched != &mView->Widget())
+        return QMainWindow::eventFilter(watched, event);
+    auto& key = static_cast<QKeyEvent&>(*event);
+    if (key.key() == Qt::Key_Escape) return Escape(), true;
+    const bool isEnter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    const bool isText = !key.text().isEmpty() && key.text().front().isPrint() &&
+                        !(key.modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    if (!isEnter && !isText) return false;
+    mCommand->setFocus();
+    QApplication::sendEvent(mCommand, event);
+    return true;
+}
+
+}  // namespace brenvik::desktop
