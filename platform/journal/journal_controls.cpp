@@ -5,12 +5,17 @@
 
 #include "base/invariant.h"
 #include "base/letter_case.h"
+#include "base/number_text.h"
+#include "base/numbers.h"
 #include "journal/journal_hands.h"
 #include "journal/journal_lookup.h"
 
 namespace brenvik {
 
 namespace {
+
+/// Wider than any screen: what was meant is something else.
+constexpr double WidestColumn = 1000;
 
 /// The control that the user's hand is to meet: shown and enabled.
 Control& Usable(const JournalStep& step, const Form& form, const std::string& name) {
@@ -131,6 +136,17 @@ CellPlace UsableCell(const JournalStep& step, Form& form) {
     return {grid, column, row};
 }
 
+void SetWidth(const Act& act) {
+    auto& grid = UsableOf<GridControl>(act.step, act.form, "a grid");
+    const int column = FindColumn(act.step, grid, act.step.arguments[1]);
+    if (grid.Column(column).hidden) FailStep(act.step, "a column that is shown", "a hidden one");
+    const double width = StrictNumber(act.step.arguments[2]);
+    if (!(width > 0 && width <= WidestColumn))
+        FailStep(act.step, "a width above 0, of " + NumberToText(WidestColumn) + " characters at most",
+                 act.step.arguments[2]);
+    act.hands.SetWidth(act.form, grid, column, width);
+}
+
 void EditCell(const Act& act) {
     const CellPlace cell = UsableCell(act.step, act.form);
     if (!act.hands.Edit(act.form, cell.grid, cell.column, cell.row, act.step.arguments[3]))
@@ -151,6 +167,7 @@ void ActOnForm(const JournalStep& step, Form& form, JournalHands& hands) {
     if (step.kind == StepKind::Unpick) return UnpickItem(act);
     if (step.kind == StepKind::DoubleClick) return DoubleClickItem(act);
     if (step.kind == StepKind::Cell) return EditCell(act);
+    if (step.kind == StepKind::Width) return SetWidth(act);
     if (step.kind == StepKind::Goto) {
         const CellPlace cell = UsableCell(step, form);
         return hands.GoTo(form, cell.grid, cell.column, cell.row);

@@ -41,6 +41,10 @@ bool JournalHands::Edit(Form&, GridControl& grid, int column, int row, std::stri
     return grid.UserEdit(column, row, text);
 }
 
+void JournalHands::SetWidth(Form&, GridControl& grid, int column, double width) {
+    grid.Column(column).width = width;
+}
+
 void JournalHands::Close(Form& form) { form.RequestClose(); }
 
 }  // namespace brenvik

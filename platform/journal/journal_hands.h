@@ -27,6 +27,8 @@ class JournalHands {
     virtual void GoTo(Form& form, GridControl& grid, int column, int row);
     /// Goes there, types and ends the edit. False for a cell that takes no typing.
     virtual bool Edit(Form& form, GridControl& grid, int column, int row, std::string_view text);
+    /// Drags a column to a width, in the grid's units.
+    virtual void SetWidth(Form& form, GridControl& grid, int column, double width);
     /// As the window's button does.
     virtual void Close(Form& form);
 };

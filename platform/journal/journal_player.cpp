@@ -111,6 +111,7 @@ void JournalPlayer::Do(const JournalStep& step) {
         case StepKind::DoubleClick:
         case StepKind::Goto:
         case StepKind::Cell:
+        case StepKind::Width:
         case StepKind::Close:
             return DoOnForm(step);
         case StepKind::Answer:

@@ -29,6 +29,7 @@ constexpr std::array AllStepForms{
     StepForm{StepKind::DoubleClick, "doubleclick CONTROL ITEM"},
     StepForm{StepKind::Goto, "goto GRID ROW COLUMN"},
     StepForm{StepKind::Cell, "cell GRID ROW COLUMN TEXT"},
+    StepForm{StepKind::Width, "width GRID COLUMN REAL"},
     StepForm{StepKind::Close, "close"},
     StepForm{StepKind::Answer, "answer ANSWER"},
     StepForm{StepKind::AnswerPoint, "point POINT"},

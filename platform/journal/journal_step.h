@@ -31,6 +31,7 @@ enum class StepKind {
     DoubleClick,
     Goto,
     Cell,
+    Width,
     Close,
     Answer,
     CancelPoint,

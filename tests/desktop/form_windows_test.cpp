@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTableView>
 #include <QTest>
@@ -77,6 +78,10 @@ TEST(FormWindows, NothingIsClippedAtTheSmallestSize) {
             if (widget->objectName().isEmpty() || !widget->isVisible() || widget->isWindow()) continue;
             EXPECT_GE(widget->width(), std::min(widget->minimumSizeHint().width(), 80))
                 << form->Name() << ' ' << widget->objectName().toStdString();
+            if (const auto* const label = qobject_cast<const QLabel*>(widget)) {
+                EXPECT_GE(label->height(), label->heightForWidth(label->width()))
+                    << form->Name() << ' ' << label->objectName().toStdString();
+            }
         }
     }
 }
@@ -118,8 +123,9 @@ class GridKeys : public ::testing::Test {
     }
     void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
         QTest::keyClick(Receiver(), key, modifiers);
-        // The end of an edit waits for the events.
+        // The end of an edit waits for the events, and its editor goes with the last of them.
         QApplication::processEvents();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     QWidget* Receiver() const {
         auto* const editor = view->findChild<QLineEdit*>();
@@ -165,6 +171,75 @@ TEST_F(GridKeys, BlocksGoToAndFromTheClipboard) {
                                    QItemSelectionModel::ClearAndSelect);
     Key(Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(), QString("18 oak\t0\n19 ash\t1\n"));
+}
+
+TEST_F(GridKeys, CtrlZTakesBackAndCtrlYDoesAgainStepByStep) {
+    grid.SetCellText(1, 1, "18 oak");
+    Keys("19 ash");
+    Key(Qt::Key_Return);
+    GoTo(1, 2);
+    QApplication::clipboard()->setText("a\t1\nb\t2\n");
+    Key(Qt::Key_V, Qt::ControlModifier);
+    const auto texts = [this] {
+        return std::vector<std::string>{grid.CellText(1, 1), grid.CellText(1, 2), grid.CellText(2, 2),
+                                        grid.CellText(1, 3), grid.CellText(2, 3)};
+    };
+    using Texts = std::vector<std::string>;
+    ASSERT_EQ(texts(), (Texts{"19 ash", "a", "1", "b", "2"}));
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(texts(), (Texts{"19 ash", "", "", "", ""})) << "a paste is one step";
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(texts(), (Texts{"18 oak", "", "", "", ""}));
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(texts(), (Texts{"18 oak", "", "", "", ""}));
+    Key(Qt::Key_Y, Qt::ControlModifier);
+    Key(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(texts(), (Texts{"19 ash", "a", "1", "b", "2"}));
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    GoTo(1, 1);
+    Keys("new");
+    Key(Qt::Key_Return);
+    Key(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(texts(), (Texts{"new", "", "", "", ""})) << "a new step leaves nothing to do again";
+}
+
+TEST_F(GridKeys, FillsAndClearedBlocksAreTakenBack) {
+    for (int row = 1; row <= 3; ++row) grid.SetCellText(1, row, std::to_string(row));
+    const auto mark = [this] {
+        view->selectionModel()->select(QItemSelection(view->model()->index(0, 0), view->model()->index(2, 0)),
+                                       QItemSelectionModel::ClearAndSelect);
+    };
+    mark();
+    Key(Qt::Key_D, Qt::ControlModifier);
+    ASSERT_EQ(grid.CellText(1, 3), "1");
+    mark();
+    Key(Qt::Key_Delete);
+    ASSERT_EQ(grid.CellText(1, 1), "");
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(grid.CellText(1, 1), "1");
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(grid.CellText(1, 2), "2");
+    EXPECT_EQ(grid.CellText(1, 3), "3");
+}
+
+TEST_F(GridKeys, WhatIsTakenBackPassesLocksAndTheRulesOfTyping) {
+    grid.SetCellText(1, 1, "18 oak");
+    Keys("x");
+    Key(Qt::Key_Return);
+    grid.SetBlockLocked(1, 1, 1, true);
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(grid.CellText(1, 1), "x") << "locked";
+    grid.SetBlockLocked(1, 1, 1, false);
+    grid.onKey = [](int, int, std::string_view key) { return key != "o"; };
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(grid.CellText(1, 1), "x") << "a key that doesn't pass";
+    grid.onKey = {};
+    grid.SetCellText(1, 1, "by code");
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(grid.CellText(1, 1), "by code") << "changed since";
+    grid.SetCellText(1, 1, "x");
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(grid.CellText(1, 1), "18 oak");
 }
 
 TEST_F(GridKeys, ALockedCellTakesNothing) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QHeaderView>
 #include <QProcess>
 #include <QShortcut>
 #include <QTableView>
@@ -67,6 +68,11 @@ std::vector<Act> DayAtTheDesk(const fs::path& place) {
         CallCommand("Show"),
         TypeInCell("frmMain", "fpSpread1", 1, 3, "Side \"left\""),
         PasteAtCell("frmMain", "fpSpread1", 2, 3, "Top\tBox\nBottom\t\"two\nlines\"\n"),
+        InForm("frmMain",
+               [](QWidget& window) {
+                   auto& header = *window.findChild<QTableView*>("fpSpread1")->horizontalHeader();
+                   for (const int width : {140, 150, 163}) header.resizeSection(2, width);
+               }),
         PressKeyIn("frmMain", "SORT"),
         ClickIn("frmNewSort", "List1", "Width"),
         PressIn("frmNewSort", "btnAddOne"),
@@ -185,6 +191,9 @@ TEST_F(Recording, PlayedLeadsToTheSameDrawingAndFiles) {
             {"--gtest_also_run_disabled_tests", "--gtest_filter=RecordedProgram.*"}, &status);
     const std::string journal = Content(place / "day.journal");
     ASSERT_EQ(status, 0) << told << journal;
+    const std::size_t width = journal.find("\nwidth fpSpread1 ");
+    EXPECT_NE(width, std::string::npos) << journal;
+    EXPECT_EQ(width, journal.rfind("\nwidth ")) << "a drag is one step\n" << journal;
     const std::map<std::string, std::string> recorded = TakeFiles();
     ASSERT_TRUE(recorded.contains("out \"list\" 1.csv")) << journal;
     ASSERT_NE(recorded.at("cabinet.dxf"), Content(place / "cabinet.dxf")) << "the day has changed something";

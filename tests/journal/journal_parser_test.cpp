@@ -93,6 +93,7 @@ TEST(JournalParser, TellsTheFormsOfStepsApart) {
         {"press Check1(3)", StepKind::Press, {"Check1(3)"}},
         {"goto fpSpread1 2 \"Part Name\"", StepKind::Goto, {"fpSpread1", "2", "Part Name"}},
         {"cell fpSpread1 1 ORIE LWT", StepKind::Cell, {"fpSpread1", "1", "ORIE", "LWT"}},
+        {"width fpSpread1 \"Part Name\" 12.5", StepKind::Width, {"fpSpread1", "Part Name", "12.5"}},
         {"answer cancel", StepKind::Answer, {"cancel"}},
         {"point 1,2.5,-3", StepKind::AnswerPoint, {"1,2.5,-3"}},
         {"real -1e3", StepKind::AnswerReal, {"-1e3"}},

@@ -6,6 +6,7 @@
 
 #include "base/letter_case.h"
 #include "journal/journal_parser.h"
+#include "toolkit/exact_text.h"
 
 namespace brenvik::desktop {
 
@@ -50,6 +51,11 @@ std::string PickStep(const ListViewControl& view, int row) {
     std::vector<std::string> items;
     for (const ListViewControl::Row& one : view.rows) items.push_back(one.text);
     return "pick " + view.Name() + " " + ItemWord(items, row);
+}
+
+std::string WidthStep(const GridControl& grid, int column) {
+    return "width " + grid.Name() + " " + ColumnWord(grid, column) + " " +
+           ExactText(grid.Column(column).width);
 }
 
 std::string GotoStep(const GridControl& grid, int column, int row) {

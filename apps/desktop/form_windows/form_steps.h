@@ -15,6 +15,7 @@ std::string PressStep(const Control& control);
 std::string ItemStep(std::string_view verb, const ListControl& list, int item);
 std::string PickStep(const TabStripControl& tabs, int tab);
 std::string PickStep(const ListViewControl& view, int row);
+std::string WidthStep(const GridControl& grid, int column);
 std::string GotoStep(const GridControl& grid, int column, int row);
 std::string CellStep(const GridControl& grid, int column, int row, std::string_view text);
 

@@ -9,9 +9,11 @@
 #include <QLineEdit>
 #include <QStyledItemDelegate>
 #include <QTableView>
+#include <QToolTip>
 
 #include "form_windows/form_desk.h"
 #include "form_windows/form_steps.h"
+#include "form_windows/grid_history.h"
 #include "forms/grid_block.h"
 #include "toolkit/qt_text.h"
 
@@ -88,7 +90,8 @@ class CellEdit : public QLineEdit {
 
 class CellDelegate : public QStyledItemDelegate {
   public:
-    CellDelegate(GridControl& grid, FormDesk& desk) : mGrid(grid), mDesk(desk) {}
+    CellDelegate(GridControl& grid, FormDesk& desk, GridHistory& history)
+        : mGrid(grid), mDesk(desk), mHistory(history) {}
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&,
                           const QModelIndex& index) const override {
@@ -101,8 +104,14 @@ class CellDelegate : public QStyledItemDelegate {
         const std::string text = FromQt(static_cast<QLineEdit*>(editor)->text());
         mTaken = false;
         mDesk.Do([&] {
-            mDesk.Note(CellStep(mGrid, index.column() + 1, index.row() + 1, text));
-            mTaken = mGrid.UserEdit(index.column() + 1, index.row() + 1, text);
+            const int column = index.column() + 1, row = index.row() + 1;
+            const auto note = [this](int c, int r, std::string_view typed) {
+                mDesk.Note(CellStep(mGrid, c, r, typed));
+            };
+            mHistory.Keep(note, [&](const BeforeTyping& typing) {
+                typing(column, row, text);
+                mTaken = mGrid.UserEdit(column, row, text);
+            });
         });
     }
     /// Whether the cell has taken the last text.
@@ -111,13 +120,19 @@ class CellDelegate : public QStyledItemDelegate {
   private:
     GridControl& mGrid;
     FormDesk& mDesk;
+    GridHistory& mHistory;
     mutable bool mTaken = false;
 };
 
 class GridView : public QTableView {
   public:
     GridView(GridControl& grid, FormDesk& desk, QWidget* parent)
-        : QTableView(parent), mGrid(grid), mDesk(desk), mModel(grid), mDelegate(grid, desk) {
+        : QTableView(parent),
+          mGrid(grid),
+          mDesk(desk),
+          mHistory(grid),
+          mModel(grid),
+          mDelegate(grid, desk, mHistory) {
         setModel(&mModel);
         setItemDelegate(&mDelegate);
         setAlternatingRowColors(true);
@@ -125,8 +140,11 @@ class GridView : public QTableView {
         setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
         verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
         connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int section, int, int width) {
-            if (!mShowing && width > 0)
-                mGrid.Column(section + 1).width = static_cast<double>(width) / CharacterWidth();
+            if (mShowing || width <= 0) return;
+            mGrid.Column(section + 1).width = static_cast<double>(width) / CharacterWidth();
+            // A drag goes through many widths, and the last one counts.
+            const std::string step = WidthStep(mGrid, section + 1);
+            mDesk.Note(step, step.substr(0, step.rfind(' ') + 1));
         });
     }
     ~GridView() override { setModel(nullptr); }
@@ -152,6 +170,10 @@ class GridView : public QTableView {
         // A click on the current cell is passed on as well.
         if (cell == currentIndex()) return Enter(cell);
         setCurrentIndex(cell);
+    }
+    void SetWidth(int column, double width) {
+        mGrid.Column(column).width = width;
+        ShowGrid();
     }
     bool TypeInto(int column, int row, std::string_view text) {
         const QModelIndex cell = mModel.index(row - 1, column - 1);
@@ -184,8 +206,12 @@ class GridView : public QTableView {
         if (event->matches(QKeySequence::Copy)) return Copy();
         if (event->matches(QKeySequence::Paste)) return Paste();
         if (event->key() == Qt::Key_D && event->modifiers() == Qt::ControlModifier)
-            return mDesk.Do([this] { FillDown(mGrid, Marked(), Noted()); });
-        if (event->key() == Qt::Key_Delete) return mDesk.Do([this] { ClearBlock(mGrid, Marked(), Noted()); });
+            return Edit([this](const BeforeTyping& typing) { FillDown(mGrid, Marked(), typing); });
+        if (event->key() == Qt::Key_Delete)
+            return Edit([this](const BeforeTyping& typing) { ClearBlock(mGrid, Marked(), typing); });
+        if (event->matches(QKeySequence::Undo)) return Go(&GridHistory::TakeBack, "taken back");
+        const bool isCtrlY = event->key() == Qt::Key_Y && event->modifiers() == Qt::ControlModifier;
+        if (isCtrlY || event->matches(QKeySequence::Redo)) return Go(&GridHistory::DoAgain, "done again");
         if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return GoDown();
         QTableView::keyPressEvent(event);
     }
@@ -198,8 +224,27 @@ class GridView : public QTableView {
   private:
     bool Take(int column, int row, std::string_view text) {
         bool taken = false;
-        mDesk.Do([&] { taken = mGrid.UserEdit(column, row, text); });
+        mDesk.Do([&] {
+            mHistory.Keep({}, [&](const BeforeTyping& typing) {
+                typing(column, row, text);
+                taken = mGrid.UserEdit(column, row, text);
+            });
+        });
         return taken;
+    }
+    /// A block that the user types, as one step to take back.
+    void Edit(const std::function<void(const BeforeTyping& typing)>& edit) {
+        mDesk.Do([&] { mHistory.Keep(Noted(), edit); });
+    }
+    void Go(GridHistory::Outcome (GridHistory::*way)(const BeforeTyping&), const char* words) {
+        GridHistory::Outcome outcome = GridHistory::Outcome::Nothing;
+        mDesk.Do([&] { outcome = (mHistory.*way)(Noted()); });
+        if (outcome == GridHistory::Outcome::Refused)
+            QToolTip::showText(viewport()->mapToGlobal(viewport()->rect().center()),
+                               tr("This can't be %1: its cells are locked, not shown, or have been changed "
+                                  "since.")
+                                   .arg(words),
+                               this);
     }
     double CharacterWidth() const { return fontMetrics().averageCharWidth() + 1.0; }
 
@@ -232,14 +277,15 @@ class GridView : public QTableView {
     }
     void Paste() {
         const std::string text = FromQt(QApplication::clipboard()->text());
-        mDesk.Do([this, &text] {
+        Edit([&](const BeforeTyping& typing) {
             const GridBlock block = Marked();
-            PasteBlock(mGrid, block.column, block.row, text, Noted());
+            PasteBlock(mGrid, block.column, block.row, text, typing);
         });
     }
 
     GridControl& mGrid;
     FormDesk& mDesk;
+    GridHistory mHistory;
     GridModel mModel;
     CellDelegate mDelegate;
     bool mShowing = false;
@@ -265,6 +311,10 @@ std::unique_ptr<ControlBinding> BindGrid(GridControl& grid, FormDesk& desk, QWid
 
 void GoToCell(ControlBinding& binding, int column, int row) {
     dynamic_cast<GridBinding&>(binding).view.GoTo(column, row);
+}
+
+void SetColumnWidth(ControlBinding& binding, int column, double width) {
+    dynamic_cast<GridBinding&>(binding).view.SetWidth(column, width);
 }
 
 bool TypeIntoCell(ControlBinding& binding, int column, int row, std::string_view text) {

@@ -13,6 +13,8 @@ std::unique_ptr<ControlBinding> BindGrid(GridControl& grid, FormDesk& desk, QWid
 /// Goes to a cell as a click would, and types into it as keys would, Enter behind. False for a cell that
 /// takes no typing. `binding` is one that BindGrid has made.
 void GoToCell(ControlBinding& binding, int column, int row);
+/// In the grid's units, and to the pixel that is nearest.
+void SetColumnWidth(ControlBinding& binding, int column, double width);
 bool TypeIntoCell(ControlBinding& binding, int column, int row, std::string_view text);
 
 }  // namespace brenvik::desktop

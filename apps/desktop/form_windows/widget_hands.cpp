@@ -84,6 +84,11 @@ bool WidgetHands::Edit(Form& form, GridControl& grid, int column, int row, std::
     return taken;
 }
 
+void WidgetHands::SetWidth(Form& form, GridControl& grid, int column, double width) {
+    SetColumnWidth(Meet(form, grid), column, width);
+    mDesk.RethrowKept();
+}
+
 void WidgetHands::Close(Form& form) {
     FormWindow* const window = mDesk.WindowOf(form);
     if (window == nullptr) return form.RequestClose(), void();

@@ -25,6 +25,7 @@ class WidgetHands : public JournalHands {
     void DoubleClick(Form& form, Control& control) override;
     void GoTo(Form& form, GridControl& grid, int column, int row) override;
     bool Edit(Form& form, GridControl& grid, int column, int row, std::string_view text) override;
+    void SetWidth(Form& form, GridControl& grid, int column, double width) override;
     void Close(Form& form) override;
 
   private:
