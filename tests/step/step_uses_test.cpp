@@ -197,6 +197,25 @@ TEST_F(StepUses, AUsageThatAMappedShapePlacesIsAPartOfItsAssembly) {
     EXPECT_EQ(NotesOf(document), "");
 }
 
+TEST_F(StepUses, AUsageThatAMappedShapePlacesKeepsItsNameBehindAnotherShape) {
+    Writer writer(mGood);
+    const std::string shape = writer.Add("SHAPE_REPRESENTATION('',(" + mOrigin + ")," + mContext + ")");
+    const std::string body =
+        writer.Add("ADVANCED_BREP_SHAPE_REPRESENTATION('',(" + mOrigin + "," +
+                   ReferencesOf(mGood, "ADVANCED_BREP_SHAPE_REPRESENTATION").at(1) + ")," + mContext + ")");
+    writer.Add("SHAPE_REPRESENTATION_RELATIONSHIP('',''," + shape + "," + body + ")");
+    const std::string side = writer.Product("Side", shape);
+    const std::string map = writer.Add("REPRESENTATION_MAP(" + mOrigin + "," + body + ")");
+    const std::string item = writer.Add("MAPPED_ITEM(''," + map + "," + writer.Placement(0, 0, 100) + ")");
+    writer.Usage(
+        writer.Product("Job", writer.Add("SHAPE_REPRESENTATION('',(" + item + ")," + mContext + ")")), side);
+    const StepDocument document = Read(writer.Text());
+    ASSERT_EQ(document.solids.size(), 2U);
+    EXPECT_EQ(document.solids[1].name, "Side");
+    EXPECT_EQ(document.solids[1].assembly, "Job");
+    EXPECT_NEAR(solids::ExactBox(document.solids[1].shape).min.Z(), 100, 1e-9);
+}
+
 TEST_F(StepUses, AMappedShapeThatRepeatsAUsageIsPassedOver) {
     Writer writer(mGood);
     const std::string map = writer.Add("REPRESENTATION_MAP(" + mOrigin + "," + mShape + ")");

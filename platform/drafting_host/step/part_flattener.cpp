@@ -181,8 +181,9 @@ bool PartFlattener::TakeOwnUse(const TopoDS_Shape& solid, PartLook& look, std::s
     const auto found = mOwnUses.find(solid.TShape().get());
     if (found == mOwnUses.end()) return false;
     const OwnUse& use = found->second;
-    if (use.look.color) look.color = use.look.color;
-    look.TakeMissing(use.look);
+    PartLook own = use.look;
+    own.TakeMissing(look);
+    look = own;
     if (!use.name.empty()) {
         if (!name.empty()) assembly = name;
         name = use.name;

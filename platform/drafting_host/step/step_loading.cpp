@@ -151,6 +151,7 @@ void Loading::Read() {
         OwnUses uses = WithOwnUses(std::move(content));
         content = std::move(uses.content);
         mOwnSolids = std::move(uses.solids);
+        mEmptiedProducts = uses.emptiedProducts;
     }
     if (HasDistantShapes(mStatements)) content = WithNearShapes(std::move(content));
     if (HasSharedSolids(mStatements)) content = WithOwnSolids(std::move(content));

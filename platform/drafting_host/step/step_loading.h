@@ -41,6 +41,8 @@ class Loading {
     const BodyChecks& Checks() const { return mChecks; }
     /// Solids that the modeller was given for uses that differ from others of the same shape.
     const std::vector<OwnSolid>& OwnSolids() const { return mOwnSolids; }
+    /// Products that have no shape any more, since all their uses have copies.
+    std::size_t EmptiedProducts() const { return mEmptiedProducts; }
     /// What was said differently before anything else was looked at.
     const std::vector<StepNote>& Notes() const { return mNotes; }
 
@@ -68,6 +70,7 @@ class Loading {
     Handle(StepData_StepModel) mModel;
     BodyChecks mChecks;
     std::vector<OwnSolid> mOwnSolids;
+    std::size_t mEmptiedProducts = 0;
 };
 
 }  // namespace brenvik::step

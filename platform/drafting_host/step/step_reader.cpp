@@ -175,11 +175,18 @@ OwnUsesByShape OwnUsesIn(Loading& file) {
     return uses;
 }
 
-/// Solids that others stand for.
-std::set<int> Originals(const Loading& file) {
-    std::set<int> numbers;
-    for (const OwnSolid& solid : file.OwnSolids())
-        if (solid.original != solid.number) numbers.insert(solid.original);
+/// Solids that others of the same original stand for, one of which is a part.
+std::set<int> StoodFor(Loading& file, const NamesByShape& names) {
+    std::set<int> listed, numbers;
+    std::map<int, int> originals;
+    for (const OwnSolid& solid : file.OwnSolids()) originals[solid.number] = solid.original;
+    for (int index = 1; !originals.empty() && index <= file.Model()->NbEntities(); ++index) {
+        const Handle(Standard_Transient) entity = file.Model()->Value(index);
+        const auto own = originals.find(file.Model()->IdentLabel(entity));
+        if (own != originals.end() && PartMadeOf(file.Reader(), entity, names)) listed.insert(own->second);
+    }
+    for (const auto& [number, original] : originals)
+        if (listed.contains(original)) numbers.insert({number, original});
     return numbers;
 }
 
@@ -269,7 +276,7 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
     PartFlattener parts(assembly, file.Texts(), ownFile, ExternalFiles(file.Text(), file.Page()),
                         OwnUsesIn(file), document);
     parts.Run();
-    parts.NoteWithoutSolid(file.Taken().LostBodies().size());
+    parts.NoteWithoutSolid(file.Taken().LostBodies().size() + file.EmptiedProducts());
     parts.NoteLooks();
     parts.NoteNameless();
     if (document.solids.empty() && parts.Outside().empty()) file.RefuseEmpty(document.notes);
@@ -277,7 +284,8 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
     NoteDoubleLooks(file.Text(), file.Taken(), file.Page(), document);
     NoteBodyFaults(file.Reader(), file.Checks(), unit, file.Model(), parts.NamesByShape(), file.Text(),
                    document);
-    NoteUnlisted(file.Reader(), file.Model(), parts.NamesByShape(), Originals(file), file.Text(), document);
+    NoteUnlisted(file.Reader(), file.Model(), parts.NamesByShape(), StoodFor(file, parts.NamesByShape()),
+                 file.Text(), document);
     NoteContradictingUsages(file.Text(), document);
     NoteDoubtfulPlaces(file.Text(), document);
     NoteUntiedShapes(file.Text(), file.Page(), document);

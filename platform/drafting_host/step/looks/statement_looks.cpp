@@ -137,12 +137,17 @@ PartLook StatementLooks::OfFaces(int number) const {
 PartLook StatementLooks::Of(const std::vector<int>& chain) const {
     PartLook look;
     if (chain.empty()) return look;
-    for (std::size_t at = chain.size(); at-- > 0;) {
-        const PartLook one = OfOne(chain[at]);
-        if (one.color) look.color = one.color;
-        look.TakeMissing(one);
-    }
+    const auto isUse = [&](int number) {
+        const Statement* const statement = mStatements.Find(number);
+        return statement != nullptr &&
+               (statement->kind == "MAPPED_ITEM" || statement->kind == "NEXT_ASSEMBLY_USAGE_OCCURRENCE");
+    };
+    for (std::size_t at = chain.size(); at-- > 0;)
+        if (isUse(chain[at])) look.TakeMissing(OfOne(chain[at]));
+    look.color.reset();
+    look.TakeMissing(OfOne(chain.front()));
     look.TakeMissing(OfFaces(chain.front()));
+    for (const int number : chain) look.TakeMissing(OfOne(number));
     return look;
 }
 

@@ -16,9 +16,8 @@ class StatementLooks {
   public:
     StatementLooks(const Statements& statements, CodePage codePage);
 
-    /// Of a solid with what it stands in, from inside out. The innermost colour counts and the outermost
-    /// layer, as with solids, products and their instances; the solid's own are those that all its faces
-    /// share, where it has none itself.
+    /// Of a solid with what it stands in, from inside out. The innermost counts, but for layers of uses: these
+    /// come first, the outermost ahead. What all faces of the solid share is its own.
     PartLook Of(const std::vector<int>& chain) const;
 
   private:

@@ -45,6 +45,9 @@ class Rewriter {
   private:
     void FindItems() {
         for (const Statement& holder : mStatements.All()) {
+            const auto references = mStatements.ReferencesOf(holder);
+            if (holder.kind == "SHAPE_DEFINITION_REPRESENTATION" && references.size() > 1)
+                mDefining.insert(references[1].number);
             if (!holder.kind.ends_with("SHAPE_REPRESENTATION")) continue;
             for (const Reference& reference : mStatements.ReferencesOf(holder)) {
                 const Statement* const item = mStatements.Find(reference.number);
@@ -70,6 +73,9 @@ class Rewriter {
                 if (std::ranges::find(shapes, item.shape) != shapes.end()) items.push_back(item);
         }
         if (items.empty()) return;
+        // A shape that is only said to be the component's isn't known by its name.
+        for (Mapped& item : items)
+            if (!mDefining.contains(item.shape)) item.shape = shapes.front();
         std::vector<const Usage*> open;
         for (const Usage* usage : usages) {
             if (!usage->isPlaced)
@@ -219,6 +225,7 @@ class Rewriter {
     std::vector<StepNote>& mNotes;
     std::vector<TextEdit> mEdits;
     std::unordered_map<int, std::vector<Mapped>> mItems;  ///< By the shape that holds them.
+    std::set<int> mDefining;                              ///< Shapes that define products.
     std::map<int, std::set<int>> mOrigins;                ///< By shape, the placements that it has to hold.
     std::unordered_map<int, int> mPlaces;                 ///< Of usages, their transformations.
     int mOrigin = 0;

@@ -60,11 +60,11 @@ class Copier {
             if (statement.kind == "NEXT_ASSEMBLY_USAGE_OCCURRENCE") TakeUsage(statement);
             if (statement.kind.ends_with("REPRESENTATION")) TakeShape(statement);
         }
-        if (mEdits.empty()) return {std::move(content), std::move(mSolids)};
+        if (mEdits.empty()) return {std::move(content), std::move(mSolids), 0};
         RemoveUnused();
         RedirectLooks();
         mEdits.push_back(mAdditions.Edit());
-        return {WithEdits(std::move(content), std::move(mEdits)), std::move(mSolids)};
+        return {WithEdits(std::move(content), std::move(mEdits)), std::move(mSolids), mEmptied};
     }
 
   private:
@@ -320,6 +320,7 @@ class Copier {
             const int component = mStatements.ReferencesOf(*open.back())[1].number;
             open.pop_back();
             if (--left[component] > 0) continue;
+            ++mEmptied;
             for (const Statement* shape : shapes[component]) Remove(*shape);
             for (const Statement* usage : mIndex.UsagesIn(component)) {
                 for (const Statement* place : places[usage->number]) Remove(*place);
@@ -351,6 +352,7 @@ class Copier {
     std::set<int> mTaken;                       ///< Mapped items.
     std::map<int, int> mFirst;                  ///< The first own solid of what a chain names.
     int mCount = 0;
+    std::size_t mEmptied = 0;
 };
 
 }  // namespace
@@ -375,7 +377,7 @@ OwnUses WithOwnUses(std::string content) {
         return Copier(statements).Run(content);
     } catch (const TooMany&) {
         // Files that hold themselves are refused where the modeller has read them.
-        return {std::move(content), {}};
+        return {std::move(content), {}, 0};
     }
 }
 

@@ -2,6 +2,7 @@
 // by being mirrored. The modeller has one shape for all uses, and no mirrored ones.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,7 @@ struct OwnSolid {
 struct OwnUses {
     std::string content;
     std::vector<OwnSolid> solids;
+    std::size_t emptiedProducts = 0;  ///< Those that have lost their shape, since copies are used instead.
 };
 
 /// Whether there may be such uses: a mapped shape, a layer or style of a usage or a whole shape, a place that
