@@ -16,8 +16,8 @@ class StatementLooks {
   public:
     StatementLooks(const Statements& statements, CodePage codePage);
 
-    /// Of a solid with what it stands in, from inside out. The innermost counts, but for layers of uses: these
-    /// come first, the outermost ahead. What all faces of the solid share is its own.
+    /// Of a solid with what it stands in, from inside out. The innermost counts, but for layers of uses:
+    /// these come first, the outermost ahead. What all faces of the solid share is its own.
     PartLook Of(const std::vector<int>& chain) const;
 
   private:
