@@ -7,6 +7,7 @@
 #include "drafting_host/dwg/bodies.h"
 #include "drafting_host/dwg/checksums.h"
 #include "drafting_host/dwg/decompression.h"
+#include "dwg/made_objects.h"
 
 namespace brenvik::dwg {
 namespace {
@@ -80,6 +81,41 @@ TEST(DwgChecksums, AreThoseOfTheFormat) {
     EXPECT_EQ(Crc32("123456789"), 0xCBF43926U);
     EXPECT_EQ(Crc16("123456789", 0), 0xBB3D);
     EXPECT_EQ(PageSum(0, "abc"), ((97U + 195U + 294U) << 16U) | 294U);
+}
+
+TEST(DwgChecksums, OfAnyLengthAreThoseOfSingleBytes) {
+    std::string bytes;
+    std::uint16_t sum = ObjectSeed;
+    std::uint32_t low = 7, high = 9;
+    for (unsigned i = 0; i < 100; ++i) {
+        EXPECT_EQ(Crc16(bytes, ObjectSeed), sum) << i;
+        EXPECT_EQ(PageSum((9U << 16U) | 7U, bytes), (high << 16U) | low) << i;
+        const unsigned byte = (i * 151 + 13) & 0xFFU;
+        bytes += static_cast<char>(byte);
+        unsigned next = sum ^ byte;
+        for (int bit = 0; bit < 8; ++bit) next = (next & 1U) != 0 ? (next >> 1U) ^ 0xA001U : next >> 1U;
+        sum = static_cast<std::uint16_t>(next);
+        low += byte;
+        high = (high + low) % 0xFFF1U;
+    }
+    const std::string most(20000, '\xFF');  // sums come closest to their bounds
+    std::uint64_t lowOfMost = 0, highOfMost = 0;
+    for (std::size_t i = 0; i < most.size(); ++i) highOfMost += lowOfMost += 0xFF;
+    EXPECT_EQ(PageSum(0, most), ((highOfMost % 0xFFF1) << 16U) | (lowOfMost % 0xFFF1));
+}
+
+TEST(DwgBits, BytesBeginAtAnyBit) {
+    for (unsigned bit = 0; bit < 8; ++bit) {
+        test::BitWriter bits;
+        bits.Bits(0, bit).Raw(0xFEDC, 2).Raw(0x89ABCDEF, 4).Raw(0x0123456789ABCDEFULL, 8);
+        const std::string bytes = bits.Bytes();
+        BitReader reader(bytes, bit, bit + 14 * 8);
+        EXPECT_EQ(reader.Short(), 0xFEDC) << bit;
+        EXPECT_EQ(reader.Long(), 0x89ABCDEFU) << bit;
+        EXPECT_EQ(reader.LongLong(), 0x0123456789ABCDEFULL) << bit;
+        EXPECT_EQ(reader.Left(), 0U);
+        EXPECT_THROW(reader.Short(), Damage);
+    }
 }
 
 TEST(DwgPacking, OfPagesIsBoundedAndGivesBackWhatWasPacked) {

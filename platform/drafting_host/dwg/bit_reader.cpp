@@ -63,20 +63,25 @@ unsigned BitReader::Bits(unsigned count) {
     return value;
 }
 
-std::uint16_t BitReader::Short() {
-    const unsigned low = Byte();
-    return static_cast<std::uint16_t>(low | (static_cast<unsigned>(Byte()) << 8));
+/// Whole bytes from any bit on, the lowest first.
+std::uint64_t BitReader::Raw(unsigned bytes) {
+    constexpr unsigned bits = 8;
+    if (std::size_t{bytes} * bits > Left()) Fail("more data were expected");
+    const unsigned inByte = static_cast<unsigned>(mAt % bits);
+    std::size_t at = mAt / bits;
+    std::uint64_t value = 0;
+    for (unsigned i = 0; i < bytes; ++i, ++at) {
+        unsigned pair = static_cast<unsigned>(static_cast<unsigned char>(mBytes[at])) << bits;
+        if (inByte != 0) pair |= static_cast<unsigned char>(mBytes[at + 1]);
+        value |= std::uint64_t{(pair >> (bits - inByte)) & 0xFFU} << (bits * i);
+    }
+    mAt += std::size_t{bytes} * bits;
+    return value;
 }
 
-std::uint32_t BitReader::Long() {
-    const std::uint32_t low = Short();
-    return low | (static_cast<std::uint32_t>(Short()) << 16);
-}
-
-std::uint64_t BitReader::LongLong() {
-    const std::uint64_t low = Long();
-    return low | (static_cast<std::uint64_t>(Long()) << 32);
-}
+std::uint16_t BitReader::Short() { return static_cast<std::uint16_t>(Raw(2)); }
+std::uint32_t BitReader::Long() { return static_cast<std::uint32_t>(Raw(4)); }
+std::uint64_t BitReader::LongLong() { return Raw(8); }
 
 double BitReader::Checked(std::uint64_t image) {
     const auto value = std::bit_cast<double>(image);

@@ -89,6 +89,7 @@ class BitReader {
     [[noreturn]] void Fail(std::string reason) const;
 
   private:
+    std::uint64_t Raw(unsigned bytes);
     double Checked(std::uint64_t image);
 
     std::string_view mBytes;

@@ -41,7 +41,16 @@ class Unpacking {
     /// The source may reach into what is being written.
     void CopyBack(std::size_t distance, std::size_t count) {
         if (distance == 0 || distance > mOut.size() || count > mMost - mOut.size()) throw Broken{};
-        for (; count > 0; --count) mOut += mOut[mOut.size() - distance];
+        if (distance == 1) {
+            mOut.append(count, mOut.back());
+            return;
+        }
+        for (std::size_t from = mOut.size() - distance; count > 0;) {
+            const std::size_t piece = std::min(distance, count);
+            mOut.append(mOut, from, piece);
+            from += piece;
+            count -= piece;
+        }
     }
 
     std::string Result() && { return std::move(mOut); }
