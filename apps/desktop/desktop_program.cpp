@@ -109,6 +109,7 @@ app::ExitStatus RunForAPerson(const DesktopOptions& options) {
                                        [&window](const std::string& line) { window.Tell(line); }});
     window.KeepWorkBy(&keeper);
     window.TellLossesOfActs();
+    window.KeepLayout();
     std::optional<JournalRecorder> recorder;
     if (!options.record.empty()) {
         RequireRecordPlace(options, workplace.kept);

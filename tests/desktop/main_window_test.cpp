@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QDockWidget>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -177,6 +178,30 @@ TEST_F(MainWindowAtWork, ADrawingThatACommandSavesIsSaved) {
     EXPECT_FALSE(window->isWindowModified());
     Type("erase last  ");
     EXPECT_TRUE(window->isWindowModified());
+}
+
+TEST_F(MainWindowAtWork, ComesUpAsItWasLeft) {
+    const QSize asMade = window->size();
+    window->KeepLayout();
+    EXPECT_EQ(window->size(), asMade) << "at the first start";
+    window->show();
+    window->resize(900, 640);
+    for (QAction* action : window->findChildren<QAction*>())
+        if (action->text() == "Properties") action->trigger();
+    EXPECT_FALSE(window->findChild<QDockWidget*>("propertiesDock")->isVisible());
+    window->close();
+    // That of a journal is always the same.
+    window.emplace(*workplace, desk);
+    window->show();
+    EXPECT_EQ(window->size(), asMade);
+    EXPECT_TRUE(window->findChild<QDockWidget*>("propertiesDock")->isVisible());
+    window->close();
+    window.emplace(*workplace, desk);
+    window->KeepLayout();
+    window->show();
+    EXPECT_EQ(window->size(), QSize(900, 640));
+    EXPECT_FALSE(window->findChild<QDockWidget*>("propertiesDock")->isVisible());
+    EXPECT_TRUE(window->findChild<QDockWidget*>("partsDock")->isVisible());
 }
 
 }  // namespace

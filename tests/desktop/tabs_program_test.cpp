@@ -159,6 +159,19 @@ TEST_F(TwoDrawings, AJournalTurnsFromOneToTheOther) {
     EXPECT_EQ(Content(second), secondSaved) << journal;
 }
 
+TEST_F(TwoDrawings, AJournalPlaysOnOne) {
+    std::ofstream(place / "a.journal") << "select none\n";
+    QProcess player;
+    player.start(QString::fromStdString((fs::path(BRENVIK_BINARY_DIR) / "bin/brenvik").string()),
+                 {"--home", folder.filePath("home"), "desktop", "--journal", folder.filePath("a.journal"),
+                  QString::fromStdString(first.string()), QString::fromStdString(second.string())});
+    ASSERT_TRUE(player.waitForFinished(Patience));
+    EXPECT_EQ(player.exitCode(), 2);
+    // The toolkit may have said something of its own before.
+    EXPECT_TRUE(player.readAllStandardError().endsWith(
+        "brenvik: --journal plays on one drawing, in which it may open others: expected one DRAWING\n"));
+}
+
 TEST_F(TwoDrawings, ComeBackBothAfterACrash) {
     Start("work on both");
     ASSERT_TRUE(QTest::qWaitFor([this] { return KeptIn(place / "home") == 2; }, Patience));

@@ -2,6 +2,7 @@
 #include "windows/main_window.h"
 
 #include <QDesktopServices>
+#include <QDockWidget>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMenuBar>
@@ -168,6 +169,9 @@ void MainWindow::MakeViewMenu() {
     wires->setCheckable(true);
     wires->setShortcut(QKeySequence(tr("Ctrl+Shift+W")));
     MakeSnapSwitch(*menu);
+    menu->addSeparator();
+    // A panel that was closed stays so at the next start.
+    for (const QDockWidget* panel : findChildren<QDockWidget*>()) menu->addAction(panel->toggleViewAction());
 }
 
 PartPicture MainWindow::ReadPartPicture(const std::string& path) {

@@ -50,6 +50,9 @@ class MainWindow : public QMainWindow {
     /// After each act, for a person: a line in the history for what no box has shown, and a box for losses. A
     /// journal reports these itself.
     void TellLossesOfActs() { mTellsLosses = true; }
+    /// Place, size and panels as the user left them at the last start, and for the next one. A journal's
+    /// windows are always the same.
+    void KeepLayout();
     /// A line of the command history.
     void Tell(const std::string& line);
     void ShowSelection();
@@ -77,6 +80,7 @@ class MainWindow : public QMainWindow {
 
   private:
     void TellLosses();
+    void SaveLayout();
     void MakeFileMenu();
     void MakeEditMenu();
     void MakeCommandMenus();
@@ -175,7 +179,7 @@ class MainWindow : public QMainWindow {
     std::vector<std::string> mPointed;
     QAction* mSnaps = nullptr;
     bool mShowing = false, mAnyOpened = false;
-    bool mTellsLosses = false;
+    bool mTellsLosses = false, mKeepsLayout = false;
 };
 
 }  // namespace brenvik::desktop

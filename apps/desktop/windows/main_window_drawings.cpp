@@ -74,7 +74,7 @@ QWidget* MainWindow::MakeTabs() {
 
 bool MainWindow::MayTurn() {
     if (mDesk.AtRest() && mDesk.Top() == this) return true;
-    statusBar()->showMessage(tr("Finish what this drawing is asked first."));
+    statusBar()->showMessage(tr("Finish the open command or form first."));
     return false;
 }
 

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QSettings>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QTimer>
@@ -27,6 +28,8 @@ namespace {
 
 constexpr int HandleRole = Qt::UserRole;
 constexpr int MostHistory = 5000;
+constexpr const char* FrameKey = "mainWindowFrame";
+constexpr const char* PanelsKey = "mainWindowPanels";
 
 QDockWidget* MakeDock(QMainWindow& window, const QString& title, const char* name, Qt::DockWidgetArea area,
                       QWidget* content) {
@@ -93,6 +96,20 @@ void MainWindow::MakeCommandDock() {
     connect(mCommand, &QLineEdit::returnPressed, this, [this] { TypeCommand(); });
     auto* const escape = new QShortcut(Qt::Key_Escape, mCommand, nullptr, nullptr, Qt::WidgetShortcut);
     connect(escape, &QShortcut::activated, this, [this] { Escape(); });
+}
+
+void MainWindow::KeepLayout() {
+    mKeepsLayout = true;
+    const QSettings settings;
+    restoreGeometry(settings.value(FrameKey).toByteArray());
+    restoreState(settings.value(PanelsKey).toByteArray());
+}
+
+void MainWindow::SaveLayout() {
+    if (!mKeepsLayout) return;
+    QSettings settings;
+    settings.setValue(FrameKey, saveGeometry());
+    settings.setValue(PanelsKey, saveState());
 }
 
 void MainWindow::Tell(const std::string& line) { mHistory->appendPlainText(ToQt(line)); }

@@ -180,6 +180,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         return event->ignore();
     }
     if (!MayLeave()) return event->ignore();
+    SaveLayout();
     // What isn't saved by now isn't wanted.
     if (mKeeper != nullptr)
         for (const HostDocument* const document : mDrawings.All()) mKeeper->Forget(*document);
