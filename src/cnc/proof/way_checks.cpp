@@ -31,6 +31,12 @@ double DistanceTo(std::span<const PlanSide> line, const PlanPoint& at) {
     return nearest;
 }
 
+/// Ways off a place, square to each other and askew to most walls.
+std::array<PlanPoint, 4> Around(double off) {
+    const double far = 0.87 * off, near = 0.49 * off;
+    return {PlanPoint{far, near}, PlanPoint{-near, far}, PlanPoint{-far, -near}, PlanPoint{near, -far}};
+}
+
 bool HasWay(const WrittenOperation& operation) {
     return !operation.bore && operation.kind != OperationKind::Hole;
 }
@@ -43,8 +49,7 @@ bool IsAt(const PartSection& section, const WrittenOperation& operation) {
 /// On a wall it cuts nothing that the rest of the path doesn't. In wood the bit would follow it, or come to a
 /// stop; in the air it keeps away from it, and leaves wood in the two corners.
 bool LeadsAstray(const WaysOfPart& part, const WrittenOperation& operation, const DoubledStretch& stretch) {
-    const double off = BesideDoubled * part.unit;
-    const std::array around{PlanPoint{off, 0}, PlanPoint{-off, 0}, PlanPoint{0, off}, PlanPoint{0, -off}};
+    const std::array around = Around(BesideDoubled * part.unit);
     return std::ranges::any_of(stretch.between, [&](const PlanPoint& at) {
         const auto wood = std::ranges::count_if(
             around, [&](const PlanPoint& away) { return IsWood(part, operation, at + away); });
@@ -55,9 +60,7 @@ bool LeadsAstray(const WaysOfPart& part, const WrittenOperation& operation, cons
 /// Corners of paths lie in line with corners of the part, where a field can't tell inside from outside: wood
 /// has to be all around.
 bool IsAmidWood(const PartSection& section, const PlanPoint& at, double unit) {
-    const double far = 0.4 * OffWall * unit, near = 0.23 * OffWall * unit;
-    const std::array around{PlanPoint{far, near}, PlanPoint{-near, far}, PlanPoint{-far, -near},
-                            PlanPoint{near, -far}};
+    const std::array around = Around(0.5 * OffWall * unit);
     return std::ranges::all_of(around, [&](const PlanPoint& away) { return section.field.Holds(at + away); });
 }
 
