@@ -7,7 +7,7 @@
 #include <TopoDS_Face.hxx>
 
 #include "base/handle_text.h"
-#include "drafting_host/document/geometry/curve_edges.h"
+#include "drafting_host/document/geometry/boundary_curves.h"
 #include "drafting_host/document/host_document.h"
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/merging.h"

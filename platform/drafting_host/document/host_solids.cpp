@@ -10,6 +10,7 @@
 #include <TopoDS_Vertex.hxx>
 #include <utility>
 
+#include "drafting_host/document/geometry/boundary_curves.h"
 #include "drafting_host/document/geometry/curve_edges.h"
 #include "drafting_host/document/geometry/host_failure.h"
 #include "drafting_host/document/geometry/vectors.h"

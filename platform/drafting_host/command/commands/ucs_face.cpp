@@ -9,6 +9,7 @@
 #include "drafting_host/command/session/answers.h"
 #include "drafting_host/command/session/command_session.h"
 #include "drafting_host/command/session/picking.h"
+#include "drafting_host/document/geometry/boundary_curves.h"
 #include "drafting_host/document/geometry/curve_edges.h"
 #include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/solids/operations.h"

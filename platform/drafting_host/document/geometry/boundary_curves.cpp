@@ -1,5 +1,7 @@
 // The curves that bound faces, in the drawing's own kinds. Where the modeller parts a round into several
 // edges for reasons of its own (seams, borders that are gone), the drawing gets it in one piece.
+#include "drafting_host/document/geometry/boundary_curves.h"
+
 #include <BRepAdaptor_Curve.hxx>
 #include <BRepTools.hxx>
 #include <BRepTools_WireExplorer.hxx>

@@ -28,14 +28,4 @@ std::optional<HostGeometry> CurveOf(const TopoDS_Edge& edge, const Point3& norma
 /// A unit direction with what turning a part has left beside a world axis (less than 1e-10) taken out.
 Point3 Squared(const Point3& direction);
 
-// boundary_curves.cpp
-
-/// The boundary curves of a flat region, each with the region's normal, outer boundary first, in the
-/// order in which they follow each other. Pieces of one circle that meet come as one arc or circle.
-std::vector<HostGeometry> BoundaryCurves(const TopoDS_Shape& region);
-
-/// The curves that bound a bulging face: no seam, a circle for a full round. The normal of a round one is
-/// its axis, looking up (where it lies level, along Y or X), that of a straight one lies level across it.
-std::vector<HostGeometry> BodyCurves(const TopoDS_Shape& body);
-
 }  // namespace brenvik
