@@ -73,7 +73,7 @@ class DwgWalk {
         TakeStrayEntities();
         TakeGroups();
         mLinks.Tell(mReading);
-        mMissing.Tell(mReading, mMap);
+        mMissing.Tell(mReading, mMap, [this](const ObjectMap::Entry& entry) { return KindOf(entry); });
         mLosses.Tell(mReading, mSeen);
         if (mTexts.Escaped() > 0)
             mReading.Note(0, KeptEscapesNote(mTexts.Escaped(), "in " + ShownName(mTexts.FirstEscaped())));
@@ -93,6 +93,9 @@ class DwgWalk {
                    std::to_string(damage.bit >= entry.place * 8 ? damage.bit - entry.place * 8 : damage.bit));
     }
 
+    std::string_view KindOf(const ObjectMap::Entry& entry) const {
+        return mDamaged.contains(entry.handle) ? std::string_view() : mKinds.NameOf(Open(entry).type);
+    }
     Object Open(const ObjectMap::Entry& entry) const { return OpenObject(mSections, mTexts, entry); }
 
     /// What is left of an object of a kind that is read to its end.
@@ -445,7 +448,8 @@ class DwgWalk {
 
     void TakeGroups() {
         const Dictionary& named = mNames.dictionaries[mHeader.groupDictionary];
-        for (const auto& [name, handle] : named.entries) mMissing.Expect(handle, "group " + ShownName(name));
+        for (const auto& [name, handle] : named.entries)
+            mMissing.Expect(handle, "GROUP", "group " + ShownName(name));
         for (const HandleValue group : NameGroups(mNames.groups, named))
             mReading.Note(0, ShownHolder({"GROUP", group}) +
                                  " has no name of its own in the dictionary of groups: it gets one");

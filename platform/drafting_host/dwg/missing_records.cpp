@@ -1,6 +1,8 @@
 // Two tables have entries beside those that they count: the spaces, and the line types by block and by layer.
 #include "drafting_host/dwg/missing_records.h"
 
+#include <utility>
+
 #include "base/handle_text.h"
 
 namespace brenvik::dwg {
@@ -14,16 +16,18 @@ void MissingRecords::TakeTable(std::string_view kind, Object& head) {
     std::size_t count = streams.handles.Count(streams.data.BitLong(), 8);
     if (table == "BLOCK" || table == "LTYPE") count += 2;
     const std::string what = table == "BLOCK" ? "BLOCK_RECORD" : std::string(table);
-    for (std::size_t entry = 0; entry < count; ++entry) Expect(streams.Handle(), what);
+    for (std::size_t entry = 0; entry < count; ++entry) Expect(streams.Handle(), what, what);
 }
 
-void MissingRecords::Expect(HandleValue handle, std::string what) {
-    if (handle != 0) mExpected.emplace_back(handle, std::move(what));
+void MissingRecords::Expect(HandleValue handle, std::string_view kind, std::string what) {
+    if (handle != 0) mExpected.push_back({handle, std::string(kind), std::move(what)});
 }
 
-void MissingRecords::Tell(Reading& reading, const ObjectMap& map) const {
-    for (const auto& [handle, what] : mExpected) {
-        if (map.Find(handle) != nullptr) continue;
+void MissingRecords::Tell(Reading& reading, const ObjectMap& map, const KindOf& kindOf) const {
+    for (const auto& [handle, kind, what] : mExpected) {
+        const ObjectMap::Entry* const entry = map.Find(handle);
+        const std::string_view found = entry == nullptr ? std::string_view() : kindOf(*entry);
+        if (entry != nullptr && (found.empty() || found == kind)) continue;
         reading.Note(0, what + " (handle " + HandleToText(handle) +
                             ") is missing: the file names it and has no such object" +
                             (what == "BLOCK_RECORD" ? "; its entities are missing with it" : ""));
