@@ -1,6 +1,8 @@
 // Pieces of the modeller's viewer: the widget's buffer, the standard sides, and where its camera looks.
 #pragma once
 
+#include "drafting_host/document/geometry/modeller_handle.h"
+
 #include <Graphic3d_Camera.hxx>
 #include <OpenGl_Context.hxx>
 #include <OpenGl_FrameBuffer.hxx>
