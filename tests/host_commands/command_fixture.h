@@ -1,6 +1,8 @@
 // A host with a command line, an empty drawing and a record of all that the line tells.
 #pragma once
 
+#include "drafting_host/document/geometry/modeller_handle.h"
+
 #include <functional>
 #include <string>
 #include <vector>
