@@ -6,7 +6,7 @@
 #include <ostream>
 #include <string>
 
-#include "export/adjustments.h"
+#include "export/adjustment_file.h"
 #include "export/export_options.h"
 #include "export/profiles.h"
 #include "grid/frm_main.h"

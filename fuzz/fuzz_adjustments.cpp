@@ -8,6 +8,7 @@
 
 #include "base/text_lines.h"
 #include "check.h"
+#include "export/adjustment_file.h"
 #include "export/adjustments.h"
 #include "list_session.h"
 

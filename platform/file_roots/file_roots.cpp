@@ -94,17 +94,6 @@ bool FolderHolds(const fs::path& folder, const fs::path& file) {
     return !error && fs::equivalent(behindLinks.parent_path(), folder, error);
 }
 
-fs::path CurrentFolder() {
-    std::error_code error;
-    fs::path folder = fs::current_path(error);
-    if (error) throw PathNotFound("the current folder (" + error.message() + ")");
-    return folder;
-}
-
-fs::path AbsolutePath(const fs::path& path) {
-    return path.is_absolute() ? path : fs::absolute(CurrentFolder() / path);
-}
-
 FileRoots::FileRoots(const fs::path& home) : mHome(AbsolutePath(home).lexically_normal()) {
     if (!mHome.has_filename() && mHome.has_relative_path()) mHome = mHome.parent_path();
 }

@@ -10,6 +10,7 @@
 #include "base/number_text.h"
 #include "base/skip.h"
 #include "base/text.h"
+#include "export/adjustment_file.h"
 #include "export/export_cells.h"
 #include "export/export_troubles.h"
 #include "export/frm_export.h"

@@ -11,7 +11,7 @@
 #include "base/numbers.h"
 #include "base/quoted.h"
 #include "base/text.h"
-#include "export/adjustments.h"
+#include "export/adjustment_file.h"
 #include "grid/column_relation.h"
 #include "parts/part_table.h"
 #include "session/text_files.h"

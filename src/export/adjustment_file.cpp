@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "base/text_lines.h"
 #include "export/adjustment_faults.h"
+#include "export/adjustment_file.h"
 #include "export/adjustments.h"
 #include "export/export_troubles.h"
 #include "session/message.h"

@@ -8,6 +8,7 @@
 
 #include "base/skip.h"
 #include "base/text.h"
+#include "export/adjustment_file.h"
 #include "export/adjustments.h"
 #include "export/cnc_group_check.h"
 #include "export/export_cells.h"

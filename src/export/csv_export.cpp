@@ -6,6 +6,7 @@
 
 #include "base/skip.h"
 #include "base/text.h"
+#include "export/adjustment_file.h"
 #include "export/export_troubles.h"
 #include "export/frm_export.h"
 #include "export/record_values.h"

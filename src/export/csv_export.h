@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "export/adjustments.h"
 #include "export/export_cells.h"
 #include "session/ports/database_port.h"
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "export/adjustments.h"
+#include "export/adjustment_file.h"
 #include "session/session.h"
 #include "settings/settings_keys.h"
 #include "settings/settings_store.h"

@@ -10,7 +10,7 @@
 #include "base/letter_case.h"
 #include "base/quoted.h"
 #include "base/text.h"
-#include "export/adjustments.h"
+#include "export/adjustment_file.h"
 #include "export/frm_export.h"
 #include "forms/form_guards.h"
 #include "session/module_state.h"

@@ -9,6 +9,7 @@
 #include "base/quoted.h"
 #include "base/skip.h"
 #include "base/text_lines.h"
+#include "export/adjustment_file.h"
 #include "export/adjustments.h"
 #include "export/export_dialogs.h"
 #include "export/export_troubles.h"

@@ -9,7 +9,7 @@
 #include "base/quoted.h"
 #include "base/skip.h"
 #include "base/text.h"
-#include "export/adjustments.h"
+#include "export/adjustment_file.h"
 #include "export/cnc_hand_off.h"
 #include "export/csv_export.h"
 #include "export/export_cells.h"

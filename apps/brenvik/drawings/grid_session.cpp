@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "drawings/given_material.h"
-#include "export/adjustments.h"
+#include "export/adjustment_file.h"
 #include "export/export_troubles.h"
 #include "file_roots/places.h"
 #include "parts/dropped_parts.h"

@@ -11,7 +11,7 @@
 #include "base/failure.h"
 #include "base/letter_case.h"
 #include "base/text.h"
-#include "drafting_host/document/files/drawing_units.h"
+#include "drafting_host/document/files/drawing_files.h"
 #include "drawings/drawing_io.h"
 #include "drawings/drawing_unit.h"
 #include "file_roots/places.h"

@@ -5,7 +5,7 @@
 
 #include "base/text.h"
 #include "drawings/grid_session.h"
-#include "export/adjustments.h"
+#include "export/adjustment_file.h"
 #include "export/export_troubles.h"
 #include "session/message.h"
 #include "settings/frm_materials.h"

@@ -2,7 +2,6 @@
 #include "cnc/part/run_report.h"
 
 #include <utility>
-#include <vector>
 
 #include "cnc/part/run_listener.h"
 #include "session/module_state.h"
@@ -14,7 +13,6 @@ namespace {
 struct RunModule {
     std::function<void(const RunProgress&)> observer;
     std::function<void(const RunReport&)> endObserver;
-    std::vector<RunListener*> listeners;
 };
 
 }  // namespace
@@ -23,12 +21,12 @@ namespace detail {
 
 void TellRunObserver(const RunProgress& progress) {
     if (const auto& observer = StateOf<RunModule>().observer) observer(progress);
-    for (RunListener* listener : StateOf<RunModule>().listeners) listener->OnPass(progress);
+    for (RunListener* listener : RunListeners()) listener->OnPass(progress);
 }
 
 void TellRunEndObserver(const RunReport& report) {
     if (const auto& observer = StateOf<RunModule>().endObserver) observer(report);
-    for (RunListener* listener : StateOf<RunModule>().listeners) listener->OnEnd(report);
+    for (RunListener* listener : RunListeners()) listener->OnEnd(report);
 }
 
 }  // namespace detail
@@ -40,9 +38,5 @@ void ObserveRuns(std::function<void(const RunProgress&)> observer) {
 void ObserveRunEnds(std::function<void(const RunReport&)> observer) {
     StateOf<RunModule>().endObserver = std::move(observer);
 }
-
-void AddRunListener(RunListener& listener) { StateOf<RunModule>().listeners.push_back(&listener); }
-
-void RemoveRunListener(RunListener& listener) { std::erase(StateOf<RunModule>().listeners, &listener); }
 
 }  // namespace brenvik

@@ -1,6 +1,7 @@
 // Size adjustments: the walk over the sections of a file, what applies to which record, and the editor's
 // text.
 #include "export/adjustments.h"
+#include "export/adjustment_file.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "core/export/export_fixture.h"
-#include "export/adjustments.h"
+#include "export/adjustment_file.h"
 #include "export/export_troubles.h"
 #include "session/library/brenvik_class.h"
 #include "session/library/command_table.h"

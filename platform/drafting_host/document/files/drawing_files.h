@@ -6,9 +6,12 @@
 #include "drafting_host/document/read_options.h"
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "drafting_host/document/files/drawing_units.h"
 
 namespace brenvik {
 
@@ -30,5 +33,14 @@ void ReadDrawing(HostDocument& document, const std::filesystem::path& path, cons
 ///
 /// Throws Failure for another extension, and where the disk fails; the old file then stands.
 std::vector<std::string> SaveDrawing(const HostDocument& document, const std::filesystem::path& path);
+
+/// ReadDrawing with the lengths of the file brought to the drawing's unit.
+void ReadDrawingInUnit(HostDocument& document, const std::filesystem::path& path, const ReadOptions& options,
+                       const UnitChoice& choice);
+
+/// SaveDrawing to a file that names its unit: the drawing's own, or `unit` for a drawing that has none, or
+/// else millimetres (STEP and ACIS text) and none (DXF).
+std::vector<std::string> SaveDrawingInUnit(const HostDocument& document, const std::filesystem::path& path,
+                                           std::optional<LengthUnit> unit);
 
 }  // namespace brenvik

@@ -3,10 +3,7 @@
 // the shop's already, and a unit that the user gives overrides the file's own. Each change is reported.
 #pragma once
 
-#include <filesystem>
 #include <optional>
-#include <string>
-#include <string_view>
 #include <vector>
 
 #include "drafting_host/dxf/data/drawing_data.h"
@@ -16,7 +13,6 @@ namespace brenvik {
 
 class HostDocument;
 class HostEntity;
-struct ReadOptions;
 
 /// The unit's number in a DXF's $INSUNITS.
 int InsertUnitsOf(LengthUnit unit);
@@ -47,15 +43,6 @@ UnitStep StepToDrawing(const UnitChoice& choice, std::optional<double> fileMilli
 /// changed. Solids keep the letters that they have: the saved extents follow. An unknown unit is reported,
 /// and counts as a loss unless the user has given one.
 void BringToUnit(HostDocument& document, const UnitChoice& choice);
-
-/// ReadDrawing with the lengths of the file brought to the drawing's unit.
-void ReadDrawingInUnit(HostDocument& document, const std::filesystem::path& path, const ReadOptions& options,
-                       const UnitChoice& choice);
-
-/// SaveDrawing to a file that names its unit: the drawing's own, or `unit` for a drawing that has none, or
-/// else millimetres (STEP and ACIS text) and none (DXF).
-std::vector<std::string> SaveDrawingInUnit(const HostDocument& document, const std::filesystem::path& path,
-                                           std::optional<LengthUnit> unit);
 
 /// Part data whose saved extents have grown by a factor with their solid, so that the letters still name the
 /// sizes. Saved ones are rounded; one that is an extent of the solid but for that becomes this extent.
