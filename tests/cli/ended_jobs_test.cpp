@@ -78,9 +78,18 @@ class EndedJobs : public ProgramTest {
         posix_spawn_file_actions_init(&actions);
         posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errors.c_str(),
                                          O_WRONLY | O_CREAT | O_TRUNC, 0600);
+        // A shell lets what it starts in the background ignore an interruption, and so would the run.
+        posix_spawnattr_t attributes;
+        posix_spawnattr_init(&attributes);
+        sigset_t interruption;
+        sigemptyset(&interruption);
+        sigaddset(&interruption, SIGINT);
+        posix_spawnattr_setsigdefault(&attributes, &interruption);
+        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
         pid_t run = 0;
         const int error =
-            posix_spawn(&run, program.c_str(), &actions, nullptr, const_cast<char**>(words), environ);
+            posix_spawn(&run, program.c_str(), &actions, &attributes, const_cast<char**>(words), environ);
+        posix_spawnattr_destroy(&attributes);
         posix_spawn_file_actions_destroy(&actions);
         if (error != 0) return -1;
         int status = 0;
