@@ -65,6 +65,13 @@ TEST_F(SeveralDrawings, OfWhichOneIsNamedTwiceAreOneEach) {
     EXPECT_EQ(Run({"export", "jobs", "jobs/wall.dxf", "lists", "--quiet"}).status, 0);
 }
 
+TEST_F(SeveralDrawings, OfWhichOneIsALinkToAnotherAreTwoByTheirNames) {
+    std::filesystem::create_symlink("wall.dxf", folder / "jobs/island.dxf");
+    EXPECT_EQ(Run({"export", "jobs/wall.dxf", "jobs/island.dxf", "lists", "--quiet"}).status, 0);
+    EXPECT_TRUE(std::filesystem::exists(folder / "lists/wall.csv"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "lists/island.csv"));
+}
+
 TEST_F(SeveralDrawings, InFoldersBelowAFolderAreToldToBeLeftOut) {
     const std::string once = Run({"list", "jobs", "--quiet"}).output;
     std::filesystem::create_directories(folder / "jobs/old/older");

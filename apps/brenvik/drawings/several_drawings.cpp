@@ -93,9 +93,12 @@ std::vector<std::string> DrawingsOf(const std::vector<std::string>& words) {
     std::vector<std::string> drawings;
     std::set<fs::path> known;
     const auto add = [&](const std::string& drawing) {
+        // A link under another name is a drawing by itself: its outputs have that name.
         std::error_code unknown;
-        const fs::path path = PathFromText(drawing), place = fs::weakly_canonical(path, unknown);
-        if (known.insert(unknown ? path : place).second) drawings.push_back(drawing);
+        const fs::path path = PathFromText(drawing).lexically_normal(),
+                       folder =
+                           fs::weakly_canonical(path.has_parent_path() ? path.parent_path() : ".", unknown);
+        if (known.insert(unknown ? path : folder / path.filename()).second) drawings.push_back(drawing);
     };
     for (const std::string& word : words) {
         if (IsFolder(word))
