@@ -9,7 +9,9 @@
 
 namespace brenvik {
 
-/// The body as text; null where it has no text form.
+/// The body as text. Fails as a `WriteFailure` where ACIS text can't hold it.
+std::string TextOfBody(const TopoDS_Shape& body);
+/// The same; null where ACIS text can't hold it.
 std::optional<std::string> BodyTextOf(const TopoDS_Shape& body);
 
 /// Keeps the text of a body that is written next, in place of the one before: a text hangs on nothing but its

@@ -99,19 +99,6 @@ std::optional<HostGeometry> ToHost(EntityGeometry& geometry, HandleValue handle,
         geometry);
 }
 
-/// The body whose text is made already, and the text.
-std::pair<TopoDS_Shape, std::string>& NextText() {
-    static std::pair<TopoDS_Shape, std::string> next;
-    return next;
-}
-
-/// Fails as a WriteFailure where ACIS text can't hold the body.
-std::string TextOf(const TopoDS_Shape& body) {
-    std::string text;
-    for (const std::string& line : acis::ProveBody(body).lines) (text += line) += '\n';
-    return text;
-}
-
 /// Writes the shape as ACIS text. Returns nothing and adds a problem if ACIS text can't hold it.
 std::optional<EntityGeometry> ToPlain(HostGeometry& geometry, const std::string& what,
                                       std::vector<std::string>& problems) {
@@ -122,7 +109,7 @@ std::optional<EntityGeometry> ToPlain(HostGeometry& geometry, const std::string&
                 AcisData text;
                 text.kind = data.kind;
                 try {
-                    text.text = TextOf(data.shape);
+                    text.text = TextOfBody(data.shape);
                 } catch (const acis::WriteFailure& failure) {
                     problems.push_back(what + ": " + failure.what());
                     return std::nullopt;
@@ -367,23 +354,6 @@ DrawingData WithBodyTexts(const DrawingSnapshot& snapshot, std::vector<std::stri
         });
     }
     return data;
-}
-
-std::optional<std::string> BodyTextOf(const TopoDS_Shape& body) {
-    try {
-        return TextOf(body);
-    } catch (const acis::WriteFailure&) {
-        return std::nullopt;
-    }
-}
-
-void KeepBodyText(const TopoDS_Shape& body, std::string text) { NextText() = {body, std::move(text)}; }
-
-std::optional<std::string> TakeBodyText(const TopoDS_Shape& body) {
-    auto& [next, text] = NextText();
-    if (next.IsNull() || !next.IsEqual(body)) return std::nullopt;
-    next.Nullify();
-    return std::exchange(text, {});
 }
 
 }  // namespace brenvik
