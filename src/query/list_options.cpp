@@ -160,8 +160,9 @@ FilterChoice ParseFilter(std::string_view filter) {
     if (!FilteredByNumber(column)) return choice;
     choice.gapsLeftOff = false;  // A number has no blanks of its own.
     if (OperatorWord(choice.shownOperator) == "Like")
-        RefuseOption("filter", InQuotes(column) + " holds numbers, which like doesn't compare; " +
-                                   std::string(KnownOperators));
+        RefuseOption("filter", InQuotes(column) +
+                                   " is filtered by a number, which like doesn't "
+                                   "compare; the operators for it are =, >, < and <>");
     if (!IsNumeric(choice.value))
         RefuseOption("filter",
                      InQuotes(column) + " holds numbers, and " + InQuotes(choice.value) + " is none");

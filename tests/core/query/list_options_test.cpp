@@ -129,7 +129,9 @@ TEST(ListOptionTexts, ErrorsSayWhatIsKnown) {
              Operators},
         {"", "", "Length = long", "filter: \"Length\" holds numbers, and \"long\" is none"},
         {"", "", "Length =", "filter: \"Length\" holds numbers, and \"\" is none"},
-        {"", "", "Qty like 1", "filter: \"Qty\" holds numbers, which like doesn't compare; " + Operators},
+        {"", "", "Qty like 1",
+         "filter: \"Qty\" is filtered by a number, which like doesn't compare; the operators for it are =, "
+         ">, < and <>"},
     };
     for (const ErrorCase& each : cases) {
         const Failure failure = FailureOf([&] { ParseListChoices(each.sort, each.group, each.filter); });
