@@ -79,6 +79,8 @@ TEST(DwgShapeChecks, ValuesOutOfTheirRangeAreDoubted) {
               "its vertical alignment is 9 where 0 to 3 was expected");
     EXPECT_EQ(ImpossibleIn(With<MTextData>([](auto& shape) { shape.attachment = 17; })),
               "its attachment is 17 where 1 to 9 was expected");
+    EXPECT_EQ(ImpossibleIn(With<MTextData>([](auto& shape) { shape.flow = 2; })),
+              "its direction of flow is 2 where 1, 3 or 5 was expected");
     LWPolylineData line;
     line.vertices.push_back({0, 0, 0, -1, 0});
     EXPECT_EQ(ImpossibleIn(line), "its width is -1.0 where 0 or more was expected");

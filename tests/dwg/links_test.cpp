@@ -3,10 +3,8 @@
 
 #include <algorithm>
 
-#include "drafting_host/dwg/checksums.h"
 #include "drafting_host/dwg/dwg_reader.h"
-#include "drafting_host/dwg/objects.h"
-#include "support/sample_files.h"
+#include "dwg/changed_sample.h"
 
 namespace brenvik {
 namespace {
@@ -15,17 +13,9 @@ using namespace dwg;
 
 constexpr HandleValue Nobody = 0xFFFE;
 
-std::string Bits(std::string_view bytes) {
-    std::string bits;
-    for (const char c : bytes)
-        for (int bit = 7; bit >= 0; --bit)
-            bits += ((static_cast<unsigned char>(c) >> bit) & 1) != 0 ? '1' : '0';
-    return bits;
-}
-
 /// A reference of two bytes behind its code: how many bytes, and these.
 std::string BitsOfReference(HandleValue handle) {
-    return "0010" + Bits(std::string{static_cast<char>(handle >> 8U), static_cast<char>(handle)});
+    return "0010" + test::BitsOf(std::string{static_cast<char>(handle >> 8U), static_cast<char>(handle)});
 }
 
 class DwgLinks : public testing::Test {
@@ -37,29 +27,11 @@ class DwgLinks : public testing::Test {
     /// The drawing of a release, with one object's last bits that are `from` set to `to`.
     static DrawingData Changed(const std::string& release, HandleValue handle, const std::string& from,
                                const std::string& to) {
-        std::string bytes =
-            test::FileBytes(test::SampleFolder() / "dwg" / ("ACadSharp__sample_" + release + ".dwg"));
-        Sections sections = Unpack(bytes, "job.dwg");
-        const ObjectMap map(sections);
-        const Texts texts(sections.release, sections.codePage);
-        const ObjectMap::Entry* const entry = map.Find(handle);
-        if (entry == nullptr) throw std::runtime_error("no such object");
-        const Object object = OpenObject(sections, texts, *entry);
-        const std::size_t behind = object.end / 8, first = object.start / 8;
-        std::string bits = Bits(std::string_view(bytes).substr(first, behind - first));
-        const std::size_t at = bits.rfind(from);
-        if (at == std::string::npos) throw std::runtime_error("no such bits");
-        bits.replace(at, from.size(), to);
-        for (std::size_t i = 0; i < bits.size(); ++i) {
-            const int mask = 0x80 >> (i % 8);
-            char& byte = bytes[first + i / 8];
-            byte = static_cast<char>(bits[i] == '1' ? byte | mask : byte & ~mask);
-        }
-        const std::uint16_t sum =
-            Crc16(std::string_view(bytes).substr(object.place, behind - object.place), ObjectSeed);
-        bytes[behind] = static_cast<char>(sum & 0xFFU);
-        bytes[behind + 1] = static_cast<char>(sum >> 8U);
-        return ReadDwg(bytes, "job.dwg");
+        return test::ChangedSample(release, handle, [&](std::string& bits) {
+            const std::size_t at = bits.rfind(from);
+            if (at == std::string::npos) throw std::runtime_error("no such bits");
+            bits.replace(at, from.size(), to);
+        });
     }
 
     static DrawingData WithReference(const std::string& release, HandleValue handle, HandleValue from,
@@ -67,15 +39,7 @@ class DwgLinks : public testing::Test {
         return Changed(release, handle, BitsOfReference(from), BitsOfReference(to));
     }
 
-    static void ExpectTold(const DrawingData& data, const std::string& text) {
-        std::string all;
-        bool isTold = false;
-        for (const ReadNote& note : data.notes) {
-            isTold = isTold || (note.dataLost && note.text == text);
-            if (note.dataLost) all += note.text + "\n";
-        }
-        EXPECT_TRUE(isTold) << "expected: " << text << "\n" << all;
-    }
+    static void ExpectTold(const DrawingData& data, const std::string& text) { test::ExpectLoss(data, text); }
 };
 
 TEST_F(DwgLinks, ALayerThatIsNotThereIsToldWithTheEntitiesOnIt) {
@@ -109,8 +73,8 @@ TEST_F(DwgLinks, AMemberOfAGroupThatIsNotThereIsTold) {
 
 TEST_F(DwgLinks, AMemberOfAGroupThatIsNoneOrStandsTwiceIsTold) {
     // Three references to nothing take the room of one.
-    const DrawingData without =
-        Changed("AC1015", 0x6A5, "0101" + BitsOfReference(0x6A2), "01010000" + Bits("\x50") + Bits("\x50"));
+    const DrawingData without = Changed("AC1015", 0x6A5, "0101" + BitsOfReference(0x6A2),
+                                        "01010000" + test::BitsOf("\x50") + test::BitsOf("\x50"));
     EXPECT_TRUE(std::ranges::any_of(without.notes, [](const ReadNote& note) {
         return note.dataLost && note.text.starts_with("GROUP (handle 6A5)") &&
                note.text.find(" to an entity without a handle, which") != std::string::npos;
@@ -123,9 +87,10 @@ TEST_F(DwgLinks, AMemberOfAGroupThatIsNoneOrStandsTwiceIsTold) {
 }
 
 TEST_F(DwgLinks, ATextWithoutAStyleIsTold) {
-    ExpectTold(Changed("AC1015", 0x756, "0101" + BitsOfReference(0x399), "01010000" + Bits("\x50\x50")),
-               "text (handle 756) refers to a text style without a handle, which the drawing doesn't have: "
-               "\"Standard\" is taken");
+    ExpectTold(
+        Changed("AC1015", 0x756, "0101" + BitsOfReference(0x399), "01010000" + test::BitsOf("\x50\x50")),
+        "text (handle 756) refers to a text style without a handle, which the drawing doesn't have: "
+        "\"Standard\" is taken");
 }
 
 TEST_F(DwgLinks, AGroupWhoseEntryOfTheDictionaryIsGoneIsTold) {

@@ -83,6 +83,20 @@ RecordColor CommonValues::TrueColorOf(const Common& common, const Holder& holder
     return own;
 }
 
+/// What a handle among them led to may be gone; what was never there is another thing.
+void CommonValues::CheckHandles(std::string_view what, HandleValue handle, const XDataOfApp& app) const {
+    constexpr int codeHandle = 1005;
+    for (const XDataItem& item : app.items) {
+        if (item.code != codeHandle) continue;
+        const auto target = HandleFromText(std::get<std::string>(item.value));
+        const HandleValue next = mSource.header.handleSeed;
+        if (!target || next == 0 || *target < next || mSource.map.Find(*target) != nullptr) continue;
+        mSource.reading.Note(0, ShownHolder({what, handle}) + ": the extended data of " + ShownName(app.app) +
+                                    " refer to handle " + HandleToText(*target) + " where one below " +
+                                    HandleToText(next) + ", the next one, was expected: it may be damaged");
+    }
+}
+
 std::vector<XDataOfApp> CommonValues::XDataOf(std::string_view what, HandleValue handle,
                                               const std::vector<RawXData>& data) const {
     std::vector<XDataOfApp> all;
@@ -100,6 +114,7 @@ std::vector<XDataOfApp> CommonValues::XDataOf(std::string_view what, HandleValue
                                         ShownName(app.app) +
                                         " break off at an unknown code, the rest is left out");
         constexpr int codeLayer = 1003;
+        CheckHandles(what, handle, app);
         for (XDataItem& item : app.items) {
             if (item.code != codeLayer) continue;
             HandleValue layer = 0;

@@ -19,6 +19,7 @@ class CommonValues {
         const Texts& texts;
         const ObjectMap& map;
         const Kinds& kinds;
+        const Header& header;
         const Names& names;
         Links& links;
         Reading& reading;
@@ -34,6 +35,7 @@ class CommonValues {
                                     const std::vector<RawXData>& data) const;
 
   private:
+    void CheckHandles(std::string_view what, HandleValue handle, const XDataOfApp& app) const;
     RecordColor TrueColorOf(const Common& common, const Holder& holder) const;
 
     Source mSource;

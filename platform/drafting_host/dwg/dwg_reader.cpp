@@ -22,6 +22,7 @@
 #include "drafting_host/dwg/losses.h"
 #include "drafting_host/dwg/missing_records.h"
 #include "drafting_host/dwg/names.h"
+#include "drafting_host/dwg/record_checks.h"
 #include "drafting_host/dwg/shape_checks.h"
 #include "drafting_host/dwg/sheets.h"
 #include "drafting_host/dwg/table_data.h"
@@ -98,15 +99,6 @@ class DwgWalk {
     }
     Object Open(const ObjectMap::Entry& entry) const { return OpenObject(mSections, mTexts, entry); }
 
-    /// What is left of an object of a kind that is read to its end.
-    void TellRest(std::string_view kind, const Object& object) {
-        constexpr auto notToTheEnd = std::to_array<std::string_view>(
-            {"3DSOLID", "REGION", "BODY", "UCS", "ACDBDICTIONARYWDFLT", "DIMSTYLE_CONTROL", "VX_CONTROL"});
-        if (std::ranges::find(notToTheEnd, kind) != notToTheEnd.end()) return;
-        if (const std::string rest = RestOf(object.streams); !rest.empty())
-            mReading.Note(0, ShownHolder({kind, object.handle}) + " has " + rest + ": it may be damaged");
-    }
-
     // --- Records ---
 
     void ReadRecords() {
@@ -125,7 +117,7 @@ class DwgWalk {
                 if (!isRecord)
                     CountUnread(kind, object);
                 else
-                    TellRest(kind, object);
+                    CheckRecord(mReading, kind, object);
                 if (isRecord && !object.xdata.empty() && !KeepsData(kind)) mLosses.LeaveData(kind);
             } catch (const Damage& damage) {
                 TellDamage(kind, entry, damage);
@@ -162,6 +154,9 @@ class DwgWalk {
         } else if (kind == "UCS") {
             UcsData ucs = ReadUcs(object);
             mNames.ucs[object.handle] = ucs.name;
+            if (!AreAxes(ucs.xAxis, ucs.yAxis))
+                mReading.Note(0, ShownHolder({kind, object.handle}) +
+                                     ": its axes aren't at right angles or not of length 1");
             if (HasOwnName(ucs, !mReading.ucsNames.insert(ucs.name).second))
                 data.namedUcs.push_back(std::move(ucs));
         } else if (kind == "BLOCK_RECORD") {
@@ -193,6 +188,7 @@ class DwgWalk {
         std::string groups;
         TextStyleData style = ReadStyle(object, groups);
         mNames.styles[object.handle] = style.name;
+        if ((style.flags & flagShapes) != 0) mNames.shapeFiles.insert(object.handle);
         if ((style.flags & flagShapes) != 0 || style.name.empty())
             mTables.AddEntry("STYLE", object.handle, std::move(groups), object.xdata);
         else if (AddEntry(mReading.data.styles, mReading.stylePlaces, std::move(style)))
@@ -286,13 +282,14 @@ class DwgWalk {
         for (Block& block : mNames.blocks) {
             const Names::Begin* const begin = BeginOf(block);
             if (begin == nullptr) mLinks.Drop("a BLOCK", block.begin, {"BLOCK_RECORD", block.record});
+            CheckAnonymous(mReading, block);
             if (begin != nullptr) TakeBlockName(mReading, block, begin->name);
             block.name = CanonicalBlockName(block.name);
             if (block.record == mHeader.modelSpace) block.name = ModelSpaceName;
             if (block.record == mHeader.paperSpace) block.name = PaperSpaceName;
             mNames.blockNames[block.record] = block.name;
         }
-        JoinSheets(mNames, mSections.release, mReading);
+        JoinSheets(mNames, mHeader, mSections.release, mReading);
     }
 
     // --- Entities ---
@@ -403,7 +400,7 @@ class DwgWalk {
             CheckOwner(mReading, {kind, handle}, common, mReading.data.blocks[place].name);
             mValues.KeepFurther(entity, kind, common, further);
             mLosses.Take(further);
-            TellRest(kind, object);
+            CheckRecord(mReading, kind, object);
             if (further.doubt.empty()) further.doubt = ImpossibleIn(entity.geometry);
             if (!further.doubt.empty()) mReading.Note(0, ShownHolder({kind, handle}) + ": " + further.doubt);
             Finish(entity, viewport);
@@ -472,7 +469,7 @@ class DwgWalk {
     bool mChainIsBroken = false;
     MissingRecords mMissing;
     Links mLinks;
-    CommonValues mValues{{mSections, mTexts, mMap, mKinds, mNames, mLinks, mReading}};
+    CommonValues mValues{{mSections, mTexts, mMap, mKinds, mHeader, mNames, mLinks, mReading}};
     std::vector<ObjectMap::Entry> mShapes;  ///< Entities that blocks hold, and the vertices of polylines.
     std::vector<std::pair<std::size_t, HandleValue>> mLinetypeOfLayer;
     std::vector<std::pair<std::size_t, std::vector<RawXData>>> mDataOfLayers;

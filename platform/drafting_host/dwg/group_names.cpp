@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/letter_case.h"
+#include "drafting_host/dwg/record_checks.h"
 
 namespace brenvik::dwg {
 
@@ -31,6 +32,7 @@ std::vector<HandleValue> NameGroups(std::vector<GroupData>& groups, const Dictio
 void CheckMembers(GroupData& group, const std::function<bool(HandleValue)>& isKnown, Links& links,
                   Reading& reading) {
     const Holder holder{"GROUP", group.handle};
+    CheckName(reading, holder, group.name, false);
     std::set<HandleValue> members;
     std::erase_if(group.members, [&](HandleValue member) {
         if (member != 0 && !members.insert(member).second) {

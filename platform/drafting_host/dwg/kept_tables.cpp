@@ -6,6 +6,7 @@
 #include "base/handle_text.h"
 #include "base/letter_case.h"
 #include "drafting_host/dwg/entities.h"
+#include "drafting_host/dwg/record_checks.h"
 #include "drafting_host/dwg/table_data.h"
 #include "drafting_host/dxf/data/kept_text.h"
 #include "drafting_host/dxf/data/standard_entries.h"
@@ -56,8 +57,11 @@ void KeptTables::HandOver(Reading& reading, const Names& names, const NamedXData
                 links.Drop("a text style", walk.Handle(),
                            {"LTYPE", reading.data.linetypes[entry.place].handle});
     }
-    for (const Entry& entry : mEntries)
+    for (const Entry& entry : mEntries) {
+        if (const std::string doubt = ImpossibleIn(entry.table, entry.groups); !doubt.empty())
+            reading.Note(0, ShownHolder({entry.table, entry.handle}) + ": " + doubt);
         TableOf(reading.file, entry.table).entries.push_back(recordOf(entry, entry.handle));
+    }
 }
 
 void KeepBlock(Reading& reading, const Block& block, std::string_view layer,

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "drafting_host/dwg/containers.h"
@@ -42,7 +43,8 @@ struct Layout {
 /// The drawing's own files of records: read in one walk over the map before any entity.
 struct Names {
     std::unordered_map<HandleValue, std::string> layers, linetypes, styles, applications, ucs;
-    std::vector<Block> blocks;  ///< In the order of the map.
+    std::unordered_set<HandleValue> shapeFiles;  ///< Those of the styles that no text can have.
+    std::vector<Block> blocks;                   ///< In the order of the map.
     std::unordered_map<HandleValue, std::string> blockNames;
     /// The BLOCK entities, which have the blocks' full names.
     struct Begin {

@@ -259,7 +259,7 @@ Layout ReadLayout(Object& object) {
     BitReader& data = streams.data;
     GroupText groups;
     AddPlotSettings(streams, groups);
-    layout.name = streams.Text();
+    layout.name = object.name = streams.Text();
     if (streams.IsAtLeast(Release::R2004)) streams.Handle();  // plot view
     if (streams.IsAtLeast(Release::R2007)) streams.Handle();  // visual style
     layout.block = streams.Handle();

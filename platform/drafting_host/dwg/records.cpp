@@ -29,13 +29,15 @@ std::string ReadRecordName(Object& object) {
     Streams& streams = object.streams;
     std::string name = streams.Text();
     if (streams.IsAtLeast(Release::R2007)) {
-        streams.data.BitShort();
+        constexpr unsigned dependent = 256;
+        object.isDependent = (static_cast<unsigned>(streams.data.BitShort()) & dependent) != 0;
     } else {
         streams.data.Bit();
         streams.data.BitShort();
-        streams.data.Bit();
+        object.isDependent = streams.data.Bit();
     }
     streams.Handle();  // the block of an external drawing
+    object.name = name;
     return name;
 }
 
@@ -139,7 +141,8 @@ Block ReadBlockRecord(Object& object) {
 std::string ReadBlockName(Object& object, HandleValue& record) {
     const Common common = ReadCommon(object);
     record = common.owner;
-    return object.streams.Text();
+    object.isDependent = true;  // its record says whether it is
+    return object.name = object.streams.Text();
 }
 
 Dictionary ReadDictionary(Object& object) {

@@ -111,7 +111,8 @@ std::string WhyNot(const MTextData& text) {
     if (text.width < 0) return Not("width", text.width, "0 or more");
     if (text.attachment < 1 || text.attachment > highestAttachment)
         return Not("attachment", text.attachment, "1 to 9");
-    if (text.flow < 0 || text.flow > highestFlow) return Not("direction of flow", text.flow, "1 to 5");
+    if (text.flow < 0 || text.flow > highestFlow || (text.flow != 0 && text.flow % 2 == 0))
+        return Not("direction of flow", text.flow, "1, 3 or 5");
     return {};
 }
 

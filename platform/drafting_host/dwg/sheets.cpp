@@ -1,10 +1,14 @@
 #include "drafting_host/dwg/sheets.h"
 
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 
+#include "base/numbers.h"
 #include "drafting_host/dwg/links.h"
+#include "drafting_host/dwg/record_checks.h"
+#include "drafting_host/dxf/data/kept_text.h"
 #include "drafting_host/dxf/data/standard_entries.h"
 
 namespace brenvik::dwg {
@@ -12,6 +16,37 @@ namespace {
 
 std::string ShownSheet(const Layout& sheet) {
     return ShownHolder({"sheet " + ShownName(sheet.name), sheet.handle});
+}
+
+/// The place of its tab among those of all sheets, which is the second part's; null where it can't be read.
+std::optional<long> TabOf(const Layout& sheet) {
+    constexpr int codeOfTab = 71;
+    GroupWalk walk(sheet.groups);
+    while (walk.Next())
+        if (walk.Code() == codeOfTab) return static_cast<long>(LenientNumber(walk.Value()));
+    return {};
+}
+
+/// What sheets say of themselves, against each other and against the dictionary that has all of them.
+void CheckSheets(const Names& names, const Header& header, Reading& reading) {
+    const auto all = header.handles.find("LAYOUTS");
+    const bool isKnown = all != header.handles.end() && names.dictionaries.contains(all->second);
+    const std::map<HandleValue, Layout> sheets(names.layouts.begin(), names.layouts.end());
+    std::map<long, const Layout*> sheetOfTab;
+    for (const auto& [handle, own] : sheets) {
+        if (isKnown && own.dictionary != all->second)
+            reading.Note(0, ShownSheet(own) +
+                                " says that it belongs to another dictionary than that of all " +
+                                "sheets: it may be damaged");
+        if (const std::string doubt = ImpossibleIn("LAYOUT", own.groups); !doubt.empty())
+            reading.Note(0, ShownSheet(own) + ": " + doubt);
+        const auto tab = TabOf(own);
+        if (!tab) continue;
+        if (const auto [other, isFree] = sheetOfTab.emplace(*tab, &own); !isFree)
+            reading.Note(0, ShownSheet(own) + " has the place " + std::to_string(*tab) +
+                                " among the tabs, as " + ShownSheet(*other->second) +
+                                " has: one of the two may be damaged");
+    }
 }
 
 class SheetJoin {
@@ -76,6 +111,9 @@ class SheetJoin {
 
 }  // namespace
 
-void JoinSheets(Names& names, Release release, Reading& reading) { SheetJoin(names, release, reading).Run(); }
+void JoinSheets(Names& names, const Header& header, Release release, Reading& reading) {
+    CheckSheets(names, header, reading);
+    SheetJoin(names, release, reading).Run();
+}
 
 }  // namespace brenvik::dwg

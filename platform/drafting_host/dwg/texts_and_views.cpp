@@ -2,6 +2,7 @@
 #include <optional>
 
 #include "drafting_host/dwg/entities.h"
+#include "drafting_host/dwg/record_checks.h"
 #include "drafting_host/dwg/table_data.h"
 
 namespace brenvik::dwg {
@@ -58,7 +59,10 @@ void ReadLongText(Streams& streams, TextData& text) {
 namespace {
 
 std::string StyleOf(Object& object, const Surroundings& surroundings) {
-    return surroundings.links.Named(surroundings.names.styles, object.streams.Handle(), "Standard",
+    const HandleValue style = object.streams.Handle();
+    static const NamesByHandle none;
+    const bool isOfShapes = surroundings.names.shapeFiles.contains(style);
+    return surroundings.links.Named(isOfShapes ? none : surroundings.names.styles, style, "Standard",
                                     "a text style", {"text", object.handle});
 }
 
@@ -144,6 +148,7 @@ EntityGeometry ReadMText(Object& object, const Surroundings& surroundings, Furth
     if (streams.IsAtLeast(Release::R2004)) ReadGround(streams, groups);
     further.losesColumns = HasColumns(streams);
     further.groups = groups.Take();
+    further.doubt = ImpossibleIn("MTEXT", further.groups);
     return text;
 }
 
@@ -197,6 +202,7 @@ EntityGeometry ReadViewport(Object& object, Further& further) {
     const bool hasHead = !streams.IsAtLeast(Release::R2004), hasLooks = streams.IsAtLeast(Release::R2007);
     SkipHandles(streams, 3U + (hasHead ? 1U : 0U) + (hasLooks ? 4U : 0U));
     further.groups = groups.Take();
+    further.doubt = ImpossibleIn("VIEWPORT", further.groups);
     return view;
 }
 
