@@ -28,8 +28,8 @@ struct Object {
     std::size_t place = 0;  ///< Of its first byte in the objects' section.
     Streams streams;
     std::vector<RawXData> xdata;
-    std::string name;          ///< Of a record that has been read.
-    bool isDependent = false;  ///< The record comes out of another drawing.
+    std::string name;                ///< Of a record that has been read.
+    bool isDependent = false;        ///< The record comes out of another drawing.
     std::string_view bytes;          ///< Of the section.
     std::size_t start = 0, end = 0;  ///< The bits at which the object begins and ends.
 };
