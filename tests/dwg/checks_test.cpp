@@ -86,6 +86,31 @@ TEST(DwgShapeChecks, ValuesOutOfTheirRangeAreDoubted) {
     EXPECT_EQ(ImpossibleIn(line), "its width is -1.0 where 0 or more was expected");
 }
 
+TEST(DwgShapeChecks, FlagsOfASplineFitItsCurve) {
+    SplineData spline;
+    spline.degree = 1;
+    spline.knots = {0, 0, 1, 1};
+    spline.controlPoints = {{1, 2, 0}, {4, 6, 0}};
+    constexpr int closed = 1, periodic = 2, rational = 4, planar = 8;
+    const auto with = [&](int flags) {
+        SplineData flagged = spline;
+        flagged.flags = flags;
+        return ImpossibleIn(flagged);
+    };
+    EXPECT_EQ(with(planar), "");
+    EXPECT_EQ(with(rational), "it is said to be rational and has no weights");
+    EXPECT_EQ(with(periodic), "it is said to be periodic and not closed");
+    EXPECT_EQ(with(closed), "it is said to be closed and its ends lie apart by 5.0");
+    // The curve of other knots doesn't begin where its control points do.
+    spline.knots = {0, 1, 2, 3};
+    EXPECT_EQ(with(closed | periodic), "");
+    spline.knots = {0, 0, 1, 1};
+    spline.controlPoints.back() = spline.controlPoints.front();
+    EXPECT_EQ(with(closed), "");
+    spline.weights = {1, 1};
+    EXPECT_EQ(with(rational), "");
+}
+
 TEST(DwgShapeChecks, NumbersOfNoDrawingAreFound) {
     for (const double value : {0.0, 1.0, -2e14, 1e-60, 1e20, -1e20}) EXPECT_FALSE(IsAbsurd(value)) << value;
     for (const double value : {1e16, -3e187, 5e-300, std::numeric_limits<double>::denorm_min()})

@@ -52,8 +52,31 @@ std::string WhyNot(const EllipseData& ellipse) {
     return start.empty() ? WhyNotAngle(ellipse.endParameter) : start;
 }
 
+/// Whether the curve begins in its first control point and ends in its last.
+bool IsClamped(const SplineData& spline) {
+    const auto order = static_cast<std::size_t>(spline.degree) + 1;
+    const auto& knots = spline.knots;
+    return knots.size() >= 2 * order && knots.front() == knots[order - 1] &&
+           knots.back() == knots[knots.size() - order];
+}
+
+std::string WhyNotFlags(const SplineData& spline) {
+    constexpr int isClosed = 1, isPeriodic = 2, isRational = 4;
+    if ((spline.flags & isRational) != 0 && spline.weights.empty())
+        return "it is said to be rational and has no weights";
+    if ((spline.flags & (isClosed | isPeriodic)) == isPeriodic)
+        return "it is said to be periodic and not closed";
+    if ((spline.flags & isClosed) == 0 || !IsClamped(spline) || spline.controlPoints.size() < 2) return {};
+    constexpr double tolerance = 1e-6;
+    const Point3 &first = spline.controlPoints.front(), &last = spline.controlPoints.back();
+    const double gap = Length({last.x - first.x, last.y - first.y, last.z - first.z});
+    if (gap <= tolerance * (1 + Length(first))) return {};
+    return "it is said to be closed and its ends lie apart by " + RealText(gap);
+}
+
 std::string WhyNot(const SplineData& spline) {
     if (!std::ranges::is_sorted(spline.knots)) return "its knots don't rise";
+    if (std::string flags = WhyNotFlags(spline); !flags.empty()) return flags;
     for (const double weight : spline.weights)
         if (weight <= 0) return Not("weight", weight, "more than 0");
     return {};
