@@ -13,6 +13,7 @@
 #include "base/text.h"
 #include "export/adjustment_file.h"
 #include "grid/column_relation.h"
+#include "parts/part_data_faults.h"
 #include "parts/part_table.h"
 #include "session/text_files.h"
 
@@ -33,10 +34,15 @@ std::string AmountFault(std::string_view value) {
     return "expected a decimal number such as 0.125 or -1.5, found " + InQuotes(value) + "; nothing is added";
 }
 
-/// A size is compared as the text that a list has for it.
+/// A size is compared as the text that a list has for it. No list takes a part with a quote in its data.
 std::string CriterionFault(std::string_view field, std::string_view value) {
     const PartColumn* column = FindPartColumn(field);
     const std::string text = Trim(value);
+    if (text.find('\'') != std::string::npos)
+        return "expected no quote ('), which no list takes, found " + InQuotes(text) + "; no part meets it";
+    if (EqualsIgnoreCase(CaptionForColumn(field), "ORIE") && LettersFault(FoldUpper(text)))
+        return "expected the letters L, W and T in some order, found " + InQuotes(text) +
+               "; no part meets it";
     if (column == nullptr || column->kind != PartColumnKind::Number || text.empty()) return {};
     const std::string shown = IsNumeric(text) ? NumberToText(StrictNumber(text)) : std::string();
     if (shown == text) return {};

@@ -256,6 +256,16 @@ TEST_F(AdjustmentFile, TellsCriteriaThatNobodyAsksForAndThoseThatNoPartMeets) {
     EXPECT_EQ(faults[4], "7: expected KEY=VALUE, found \"l 5\"; it is not read");
 }
 
+TEST_F(AdjustmentFile, TellsLettersAndQuotesThatNoPartOfAListHas) {
+    const Texts faults =
+        FaultsOf({"[A]", "ORIE=XYZ", "Material=O'k", "t=1", "[B]", "ORIE=tlw", "Material=Oak", "t=1"});
+    ASSERT_EQ(faults.size(), 2U);
+    EXPECT_EQ(faults[0],
+              "2: ORIE: expected the letters L, W and T in some order, found \"XYZ\"; no part meets it");
+    EXPECT_EQ(faults[1],
+              "3: Material: expected no quote ('), which no list takes, found \"O'k\"; no part meets it");
+}
+
 TEST_F(AdjustmentFile, TellsASectionWithoutAnAmountByItsName) {
     const auto fault = [](const std::string& line, const std::string& name) {
         return line + ": the adjustment " + name +
