@@ -39,6 +39,7 @@
 #include "drafting_host/step/products/step_externals.h"
 #include "drafting_host/step/products/step_notes.h"
 #include "drafting_host/step/products/usage_faults.h"
+#include "drafting_host/step/products/variant_notes.h"
 #include "drafting_host/step/step_loading.h"
 #include "drafting_host/step/texts/modeller_session.h"
 #include "drafting_host/step/texts/step_strings.h"
@@ -296,6 +297,7 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
     NoteDoubleRelations(file.Text(), document);
     NoteSharedSolids(file.Text(), file.Page(), document);
     NoteDoubtfulUsages(file.Text(), document);
+    NoteVariants(file.Text(), file.Page(), document);
     // The modeller counts a product whose shape lies elsewhere as failed.
     if (parts.Outside().empty()) NoteFailedEntities(file.Reader().Reader(), document);
     NoteTail(file.Text(), document);

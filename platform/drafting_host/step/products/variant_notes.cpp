@@ -1,0 +1,140 @@
+// Products are known by the numbers of their definitions; those without a body make no parts.
+#include "drafting_host/step/products/variant_notes.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "drafting_host/step/products/step_notes.h"
+#include "drafting_host/step/products/usage_tree.h"
+#include "drafting_host/step/texts/text_edits.h"
+
+namespace brenvik::step {
+namespace {
+
+bool IsDefinition(const Statement& statement) {
+    return statement.kind == "PRODUCT_DEFINITION" ||
+           statement.kind == "PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS";
+}
+
+bool RelatesVariants(const Statement& statement) {
+    return statement.kind == "ASSEMBLY_COMPONENT_USAGE_SUBSTITUTE" ||
+           statement.kind == "ALTERNATE_PRODUCT_RELATIONSHIP" || statement.kind == "MAKE_FROM_USAGE_OPTION";
+}
+
+class Reader {
+  public:
+    Reader(const Statements& statements, CodePage codePage, StepDocument& document)
+        : mStatements(statements), mCodePage(codePage), mDocument(document) {
+        for (const Statement& statement : statements.All())
+            if (IsDefinition(statement))
+                if (const int product = ProductOf(statement))
+                    mDefinitions[product].push_back(statement.number);
+    }
+
+    void Run() {
+        for (const Statement& statement : mStatements.All())
+            if (RelatesVariants(statement)) TakeRelation(statement);
+        for (const auto& [product, definitions] : mDefinitions)
+            if (definitions.size() > 1) TakeDefinitions(definitions);
+    }
+
+  private:
+    using Ends = std::pair<int, int>;
+
+    int FirstOf(int number) const {
+        const Statement* const statement = mStatements.Find(number);
+        const bool isEmpty = statement == nullptr || mStatements.ReferencesOf(*statement).empty();
+        return isEmpty ? 0 : mStatements.ReferencesOf(*statement)[0].number;
+    }
+
+    int ProductOf(const Statement& definition) const { return FirstOf(FirstOf(definition.number)); }
+
+    /// Most files have no variants, and need no tree.
+    const UsageTree& Tree() {
+        if (!mTree) mTree.emplace(mStatements);
+        return *mTree;
+    }
+
+    void TakeRelation(const Statement& relation) {
+        const auto references = mStatements.ReferencesOf(relation);
+        if (references.size() < 2) return;
+        const Ends ends{references[0].number, references[1].number};
+        if (relation.kind == "ASSEMBLY_COMPONENT_USAGE_SUBSTITUTE") {
+            Tell(relation, ComponentOf(ends.second), " stands for ", ComponentOf(ends.first),
+                 " as a substitute");
+        } else if (relation.kind == "ALTERNATE_PRODUCT_RELATIONSHIP") {
+            Tell(relation, ListedOf(ends.first), " stands for ", ListedOf(ends.second), " as an alternate");
+        } else {
+            Tell(relation, Listed(ends.first), " is made from ", Listed(ends.second), "");
+        }
+    }
+
+    /// The definition if parts come of it, or 0.
+    int Listed(int definition) { return Tree().HoldsBodies(definition) ? definition : 0; }
+
+    int ListedOf(int product) {
+        const auto definitions = mDefinitions.find(product);
+        if (definitions == mDefinitions.end()) return 0;
+        for (const int definition : definitions->second)
+            if (Listed(definition) != 0) return definition;
+        return 0;
+    }
+
+    /// A usage without a place makes no part.
+    int ComponentOf(int number) {
+        const auto usage = std::ranges::find_if(
+            Tree().Usages(), [&](const Usage& one) { return one.statement->number == number; });
+        return usage == Tree().Usages().end() || !usage->isPlaced ? 0 : Listed(usage->component);
+    }
+
+    void Tell(const Statement& relation, int variant, const std::string& verb, int base,
+              const std::string& role) {
+        if (variant == 0 || base == 0) return;
+        Note(relation, Name(variant) + verb + Name(base) + role + ": both are listed");
+    }
+
+    /// What assemblies use is there because somebody put it there.
+    void TakeDefinitions(const std::vector<int>& definitions) {
+        std::vector<int> listed;
+        for (const int definition : definitions)
+            if (Listed(definition) != 0) listed.push_back(definition);
+        if (listed.size() < 2 || std::ranges::all_of(listed, [&](int one) { return IsUsed(one); })) return;
+        for (std::size_t at = 1; at < listed.size(); ++at) {
+            const bool isVersion = FirstOf(listed[at]) != FirstOf(listed[0]);
+            Note(*mStatements.Find(listed[at]),
+                 Name(listed[0]) + " has two " + (isVersion ? "versions" : "definitions") + ", " +
+                     Shown(listed[0]) + " and " + Shown(listed[at]) + ", each with a shape: both are listed");
+        }
+    }
+
+    bool IsUsed(int definition) {
+        return std::ranges::find(Tree().Usages(), definition, &Usage::component) != Tree().Usages().end();
+    }
+
+    std::string Name(int definition) const {
+        const std::string name = ProductName(mStatements, definition, mCodePage);
+        return name.empty() ? "the product " + Shown(definition) : "part \"" + name + "\"";
+    }
+
+    void Note(const Statement& statement, std::string text) {
+        mDocument.notes.push_back({std::move(text), mStatements.LineAt(statement.place)});
+    }
+
+    const Statements& mStatements;
+    CodePage mCodePage;
+    StepDocument& mDocument;
+    std::map<int, std::vector<int>> mDefinitions;  ///< By product.
+    std::optional<UsageTree> mTree;
+};
+
+}  // namespace
+
+void NoteVariants(const Statements& statements, CodePage codePage, StepDocument& document) {
+    Reader(statements, codePage, document).Run();
+}
+
+}  // namespace brenvik::step
