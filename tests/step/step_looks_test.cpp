@@ -110,6 +110,22 @@ TEST_F(StepLooks, TwoStylesOfDifferentColoursOnOneSolidAreARemark) {
     EXPECT_EQ(NotesOf(Read(Style(900001, "%S", "1.,0.,0.") + Style(900011, "%S", "1.,0.,0."))), "");
 }
 
+TEST_F(StepLooks, AStyleThatOverridesAnotherOneCounts) {
+    std::string over = Style(900011, "%S", "0.,0.,1.");
+    const std::string plain = "STYLED_ITEM('',(#900012),%S)";
+    over.replace(over.find(plain), plain.size(), "OVER_RIDING_STYLED_ITEM('',(#900012),%S,#900001)");
+    const StepDocument document = Read(Style(900001, "%S", "1.,0.,0.") + over);
+    EXPECT_EQ(document.solids.at(0).color, (Rgb{0, 0, 255}));
+    EXPECT_EQ(NotesOf(document), "");
+}
+
+TEST_F(StepLooks, AStyleThatOverridesAnotherOneOnAFaceLeavesThePartsColour) {
+    std::string over = Style(900011, "%F", "0.,0.,1.");
+    const std::string plain = "STYLED_ITEM('',(#900012),%F)";
+    over.replace(over.find(plain), plain.size(), "OVER_RIDING_STYLED_ITEM('',(#900012),%F,#900001)");
+    EXPECT_EQ(Read(Style(900001, "%S", "1.,0.,0.") + over).solids.at(0).color, (Rgb{255, 0, 0}));
+}
+
 TEST_F(StepLooks, TwoLayersOfOneSolidAreARemark) {
     const StepDocument document = Read(
         "#900001=PRESENTATION_LAYER_ASSIGNMENT('A','',(%S));\n"

@@ -12,14 +12,22 @@ namespace {
 
 class Redirects {
   public:
-    explicit Redirects(const Statements& statements) : mStatements(statements) {}
+    explicit Redirects(const Statements& statements) : mStatements(statements) {
+        for (const Statement& statement : statements.All()) {
+            const auto references = statements.ReferencesOf(statement);
+            if (statement.kind == "OVER_RIDING_STYLED_ITEM" && references.size() > 2)
+                mOverriding[references.back().number] = &statement;
+        }
+    }
 
     std::vector<TextEdit> All() {
         std::vector<TextEdit> all;
         for (const Statement& statement : mStatements.All()) {
             const auto references = mStatements.ReferencesOf(statement);
-            if (statement.kind == "STYLED_ITEM" && !references.empty())
+            if (statement.kind == "STYLED_ITEM" && !references.empty()) {
                 Take(references.back(), ShellSolid(references.back().number), all);
+                TakeOverriding(statement, all);
+            }
             if (statement.kind == "PRESENTATION_LAYER_ASSIGNMENT")
                 for (const Reference& item : references) Take(item, LayeredSolid(item.number), all);
             if (statement.kind == "INVISIBILITY")
@@ -32,6 +40,28 @@ class Redirects {
     void Take(const Reference& reference, std::string text, std::vector<TextEdit>& all) const {
         if (!text.empty())
             all.push_back(ReferenceEdit(mStatements.Content(), reference.place, std::move(text)));
+    }
+
+    /// A style that another one of the same item overrides gets the styles of that.
+    void TakeOverriding(const Statement& styled, std::vector<TextEdit>& all) const {
+        constexpr int mostTimes = 100;
+        const auto references = mStatements.ReferencesOf(styled);
+        const Statement* last = &styled;
+        for (int time = 0; time < mostTimes; ++time) {
+            const auto next = mOverriding.find(last->number);
+            if (next == mOverriding.end()) break;
+            const auto others = mStatements.ReferencesOf(*next->second);
+            if (others[others.size() - 2].number != references.back().number) break;
+            last = next->second;
+        }
+        if (last == &styled || references.size() < 2) return;
+        const auto others = mStatements.ReferencesOf(*last);
+        const std::size_t start = references.front().place;
+        std::string styles;
+        for (const Reference& style : others.first(others.size() - 2))
+            styles += (styles.empty() ? "" : ",") + Shown(style.number);
+        const std::size_t close = mStatements.Content().find(')', start);
+        if (close < references.back().place) all.push_back({start, close - start, std::move(styles)});
     }
 
     std::string_view KindOf(int number) const {
@@ -77,7 +107,8 @@ class Redirects {
     }
 
     const Statements& mStatements;
-    std::map<int, int> mSolids;  ///< By their shells.
+    std::map<int, int> mSolids;                   ///< By their shells.
+    std::map<int, const Statement*> mOverriding;  ///< Styles, by those that they override.
 };
 
 }  // namespace

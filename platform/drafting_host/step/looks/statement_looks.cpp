@@ -64,7 +64,8 @@ void Gather(const Statements& statements, const Statement& statement, int depth,
     if (depth == deepest) return;
     for (const Reference& reference : statements.ReferencesOf(statement)) {
         const Statement* const next = statements.Find(reference.number);
-        if (next != nullptr && RoleIn(statements, *next) == Role::Look)
+        // A style that overrides another one names that too.
+        if (next != nullptr && next->kind != "STYLED_ITEM" && RoleIn(statements, *next) == Role::Look)
             Gather(statements, *next, depth + 1, found);
     }
 }
