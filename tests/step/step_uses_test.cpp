@@ -69,6 +69,19 @@ class StepUses : public StepInput {
                     ")SHAPE_REPRESENTATION_RELATIONSHIP())");
             Add("CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(" + relationship + "," + named + ")");
         }
+        void Style(const std::string& item, const std::string& context, const std::string& rgb) {
+            const std::string colour =
+                Add("FILL_AREA_STYLE_COLOUR(''," + Add("COLOUR_RGB(''," + rgb + ")") + ")");
+            const std::string side =
+                Add("SURFACE_STYLE_FILL_AREA(" + Add("FILL_AREA_STYLE('',(" + colour + "))") + ")");
+            const std::string surface =
+                Add("SURFACE_STYLE_USAGE(.BOTH.," + Add("SURFACE_SIDE_STYLE('',(" + side + "))") + ")");
+            const std::string styled =
+                Add("STYLED_ITEM('',(" + Add("PRESENTATION_STYLE_ASSIGNMENT((" + surface + "))") + ")," +
+                    item + ")");
+            Add("MECHANICAL_DESIGN_GEOMETRIC_PRESENTATION_REPRESENTATION('',(" + styled + ")," + context +
+                ")");
+        }
         std::string Text() const { return WithData(mContent, mStatements); }
 
       private:
@@ -241,21 +254,93 @@ TEST_F(StepUses, AStyledAssemblyColoursItsPartsThatHaveNoColour) {
     const std::string usage = writer.Usage(writer.Product("Job", shape), mDefinition);
     writer.Place(usage, mShape, shape,
                  writer.Add("ITEM_DEFINED_TRANSFORMATION('',''," + mOrigin + "," + place + ")"));
-    const std::string colour =
-        writer.Add("FILL_AREA_STYLE_COLOUR(''," + writer.Add("COLOUR_RGB('',1.,0.,0.2)") + ")");
-    const std::string side =
-        writer.Add("SURFACE_STYLE_FILL_AREA(" + writer.Add("FILL_AREA_STYLE('',(" + colour + "))") + ")");
-    const std::string surface =
-        writer.Add("SURFACE_STYLE_USAGE(.BOTH.," + writer.Add("SURFACE_SIDE_STYLE('',(" + side + "))") + ")");
-    const std::string style = writer.Add("PRESENTATION_STYLE_ASSIGNMENT((" + surface + "))");
-    const std::string styled = writer.Add("STYLED_ITEM('',(" + style + ")," + shape + ")");
-    writer.Add("MECHANICAL_DESIGN_GEOMETRIC_PRESENTATION_REPRESENTATION('',(" + styled + ")," + mContext +
-               ")");
+    writer.Style(shape, mContext, "1.,0.,0.2");
     const StepDocument document = Read(writer.Text());
     ASSERT_EQ(document.solids.size(), 1U);
     EXPECT_EQ(document.solids[0].color, (Rgb{255, 0, 51}));
     EXPECT_EQ(document.solids[0].assembly, "Job");
     EXPECT_EQ(NotesOf(document), "");
+}
+
+TEST_F(StepUses, AStyleOrALayerOfAProductsOwnShapeCountsForTheSolidBehindIt) {
+    const std::string own = "," + mShape + ");", defining = "SHAPE_DEFINITION_REPRESENTATION(";
+    mGood.replace(mGood.find(own, mGood.find(defining)), own.size(), ",#900001);");
+    for (const bool isUsed : {false, true}) {
+        for (const bool isBehind : {false, true}) {
+            Writer writer(mGood);
+            const std::string plain =
+                writer.Add("SHAPE_REPRESENTATION('',(" + mOrigin + ")," + mContext + ")");
+            writer.Add("SHAPE_REPRESENTATION_RELATIONSHIP('',''," + plain + "," + mShape + ")");
+            const std::string& looked = isBehind ? mShape : plain;
+            writer.Style(looked, mContext, "1.,0.,0.2");
+            writer.Add("PRESENTATION_LAYER_ASSIGNMENT('Oak','',(" + looked + "))");
+            if (isUsed) {
+                const std::string place = writer.Placement(0, 0, 100);
+                const std::string shape =
+                    writer.Add("SHAPE_REPRESENTATION('',(" + place + ")," + mContext + ")");
+                const std::string usage = writer.Usage(writer.Product("Job", shape), mDefinition);
+                writer.Place(usage, plain, shape,
+                             writer.Add("ITEM_DEFINED_TRANSFORMATION('',''," + mOrigin + "," + place + ")"));
+            }
+            const StepDocument document = Read(writer.Text());
+            ASSERT_EQ(document.solids.size(), 1U);
+            EXPECT_EQ(document.solids[0].name, "Wedge");
+            EXPECT_EQ(document.solids[0].color, (Rgb{255, 0, 51})) << isUsed << isBehind;
+            EXPECT_EQ(document.solids[0].layer, "Oak") << isUsed << isBehind;
+            EXPECT_EQ(NotesOf(document), "") << isUsed << isBehind;
+        }
+    }
+}
+
+TEST_F(StepUses, AProductThatIsOneMappedShapeOfSeveralIsReadOnce) {
+    Writer writer(mGood);
+    const auto items = ReferencesOf(mGood, "ADVANCED_BREP_SHAPE_REPRESENTATION");
+    const auto mapped = [&](const std::string& shape, const std::vector<double>& places) {
+        const std::string map = writer.Add("REPRESENTATION_MAP(" + mOrigin + "," + shape + ")");
+        std::string all = mOrigin;
+        for (const double z : places)
+            all += "," + writer.Add("MAPPED_ITEM(''," + map + "," + writer.Placement(0, 0, z) + ")");
+        return writer.Add("SHAPE_REPRESENTATION('',(" + all + ")," + mContext + ")");
+    };
+    const std::string whole = mapped(
+        mapped(writer.Add("SHAPE_REPRESENTATION('',(" + items[0] + "," + items[1] + ")," + mContext + ")"),
+               {1000, 2000}),
+        {100});
+    const std::string own = "," + mShape + ");", defining = "SHAPE_DEFINITION_REPRESENTATION(";
+    std::string content = writer.Text();
+    content.replace(content.find(own, content.find(defining)), own.size(), "," + whole + ");");
+    const StepDocument document = Read(content);
+    ASSERT_EQ(document.solids.size(), 2U);
+    EXPECT_NEAR(solids::ExactBox(document.solids[0].shape).min.Z(), 1100, 1e-9);
+    EXPECT_NEAR(solids::ExactBox(document.solids[1].shape).min.Z(), 2100, 1e-9);
+    for (const StepSolid& part : document.solids) EXPECT_EQ(part.name, "Wedge");
+}
+
+TEST_F(StepUses, AMappedShapeOfMappedShapesKeepsTheProductsName) {
+    Writer writer(mGood);
+    const auto twice = [&](const std::string& mapped, double distance) {
+        const std::string map = writer.Add("REPRESENTATION_MAP(" + mOrigin + "," + mapped + ")");
+        const std::string first =
+            writer.Add("MAPPED_ITEM(''," + map + "," + writer.Placement(0, 0, distance) + ")");
+        const std::string second =
+            writer.Add("MAPPED_ITEM(''," + map + "," + writer.Placement(0, 0, 2 * distance) + ")");
+        return writer.Add("SHAPE_REPRESENTATION('',(" + mOrigin + "," + first + "," + second + ")," +
+                          mContext + ")");
+    };
+    const auto items = ReferencesOf(mGood, "ADVANCED_BREP_SHAPE_REPRESENTATION");
+    const std::string shape =
+        writer.Add("SHAPE_REPRESENTATION('',(" + items[0] + "," + items[1] + ")," + mContext + ")");
+    const std::string whole = twice(twice(shape, 100), 1000);
+    const std::string own = "," + mShape + ");", defining = "SHAPE_DEFINITION_REPRESENTATION(";
+    std::string content = writer.Text();
+    content.replace(content.find(own, content.find(defining)), own.size(), "," + whole + ");");
+    const StepDocument document = Read(content);
+    ASSERT_EQ(document.solids.size(), 4U) << NotesOf(document);
+    for (const StepSolid& part : document.solids) EXPECT_EQ(part.assembly, "Wedge");
+    ExpectMentions(
+        NotesOf(document),
+        ", nothing lost: 4 part(s) without a name of their own are named after the file, the first "
+        "one in \"Wedge\"");
 }
 
 TEST_F(StepUses, AUsageOfSeveralPiecesIsAsManyParts) {

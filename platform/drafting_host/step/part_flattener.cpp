@@ -1,7 +1,6 @@
 // Walks from the roots down; a value nearer to the root overrides the product's own.
 #include "drafting_host/step/part_flattener.h"
 
-#include <TDF_LabelSequence.hxx>
 #include <TDataStd_Name.hxx>
 #include <TopExp_Explorer.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
@@ -30,6 +29,14 @@ StepSolid PartOf(const TopoDS_Shape& shape, std::string name, std::string assemb
     part.layerVisible = look.layerVisible;
     part.visible = look.visible;
     return part;
+}
+
+/// What the solids of a shape share with their copies, in their order.
+std::vector<const Standard_Transient*> SolidsIn(const TopoDS_Shape& shape) {
+    std::vector<const Standard_Transient*> solids;
+    for (TopExp_Explorer solid(shape, TopAbs_SOLID); solid.More(); solid.Next())
+        solids.push_back(solid.Current().TShape().get());
+    return solids;
 }
 
 /// A mirrored solid is so ahead of its place in the shape, which lies in the solid's own location.
@@ -61,7 +68,21 @@ void PartFlattener::Met::Take(const std::string& name) {
 void PartFlattener::Run() {
     TDF_LabelSequence roots;
     mShapes->GetFreeShapes(roots);
-    for (const TDF_Label& root : roots) Walk(root, {}, 0);
+    for (const TDF_Label& root : roots)
+        if (!IsRepeatedRoot(root, roots)) Walk(root, {}, 0);
+}
+
+/// A product that is one mapped shape, made of several, refers to that shape's content: the modeller gives
+/// both as roots, the shape without a name.
+bool PartFlattener::IsRepeatedRoot(const TDF_Label& root, const TDF_LabelSequence& roots) const {
+    if (!NameOf(root).empty() || !XCAFDoc_ShapeTool::IsAssembly(root)) return false;
+    std::vector<const Standard_Transient*> solids;
+    for (const TDF_Label& other : roots) {
+        if (other == root || !XCAFDoc_ShapeTool::IsReference(other)) continue;
+        if (solids.empty()) solids = SolidsIn(XCAFDoc_ShapeTool::GetShape(root));
+        if (!solids.empty() && SolidsIn(XCAFDoc_ShapeTool::GetShape(other)) == solids) return true;
+    }
+    return false;
 }
 
 void PartFlattener::NoteWithoutSolid(std::size_t known) {
@@ -132,7 +153,9 @@ void PartFlattener::Walk(const TDF_Label& label, Inherited inherited, int depth)
         AddPart(product, inherited);
         return;
     }
-    inherited.assembly = NameOf(product, inherited.instance);
+    // A mapped shape that is made of others is an assembly to the modeller, but one that nobody has named.
+    const std::string name = NameOf(product, inherited.instance);
+    if (!name.empty() || mToTheLetter) inherited.assembly = name;
     TDF_LabelSequence components;
     XCAFDoc_ShapeTool::GetComponents(product, components);
     for (const TDF_Label& component : components) Walk(component, inherited, depth + 1);

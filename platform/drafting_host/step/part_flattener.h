@@ -3,6 +3,7 @@
 #pragma once
 
 #include <TDF_Label.hxx>
+#include <TDF_LabelSequence.hxx>
 #include <TDocStd_Document.hxx>
 #include <TopLoc_Location.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
@@ -72,6 +73,7 @@ class PartFlattener {
 
     std::string NameOf(const TDF_Label& label) const;
     std::string NameOf(const TDF_Label& product, const std::string& instance) const;
+    bool IsRepeatedRoot(const TDF_Label& root, const TDF_LabelSequence& roots) const;
     void Walk(const TDF_Label& label, Inherited inherited, int depth);
     void AddPart(const TDF_Label& product, const Inherited& inherited);
     void Refine(const TDF_Label& product, const TopoDS_Shape& solid, PartLook& look, std::string& name) const;

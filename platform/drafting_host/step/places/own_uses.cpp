@@ -60,10 +60,13 @@ class Copier {
             if (statement.kind == "NEXT_ASSEMBLY_USAGE_OCCURRENCE") TakeUsage(statement);
             if (statement.kind.ends_with("REPRESENTATION")) TakeShape(statement);
         }
-        if (mEdits.empty()) return {std::move(content), std::move(mSolids), 0};
-        RemoveUnused();
+        const bool hasCopies = !mEdits.empty();
         RedirectLooks();
-        mEdits.push_back(mAdditions.Edit());
+        if (mEdits.empty()) return {std::move(content), std::move(mSolids), 0};
+        if (hasCopies) {
+            RemoveUnused();
+            mEdits.push_back(mAdditions.Edit());
+        }
         return {WithEdits(std::move(content), std::move(mEdits)), std::move(mSolids), mEmptied};
     }
 
@@ -98,9 +101,37 @@ class Copier {
         for (const Reference& reference : mStatements.ReferencesOf(shape)) {
             const Statement* const item = mStatements.Find(reference.number);
             if (item == nullptr) continue;
-            if (hasLook && IsSolid(*item))
-                mSolids.push_back({item->number, item->number, {item->number, shape.number}, false, 0});
+            if (hasLook && IsSolid(*item)) TakeSolid(*item, {shape.number});
             if (item->kind == "MAPPED_ITEM") TakeMapped(*item, hasLook ? shape.number : 0);
+        }
+        if (hasLook && !mIndex.ProductsOf(shape.number).empty()) TakeTied(shape.number);
+    }
+
+    void TakeSolid(const Statement& solid, std::vector<int> shapes) {
+        for (const int shape : shapes) mFirst.emplace(shape, solid.number);
+        shapes.insert(shapes.begin(), solid.number);
+        mSolids.push_back({solid.number, solid.number, std::move(shapes), false, 0});
+    }
+
+    /// The look of a product's shape counts for the solids of those that are said to be the same.
+    void TakeTied(int looked) {
+        std::set<int> seen{looked};
+        std::vector<int> open{looked};
+        while (!open.empty()) {
+            const int one = open.back();
+            open.pop_back();
+            for (const Statement* tie : mIndex.TiesOf(one)) {
+                const auto ends = mStatements.ReferencesOf(*tie);
+                const int other = ends[0].number == one ? ends[1].number : ends[0].number;
+                const Statement* const shape = mStatements.Find(other);
+                if (shape == nullptr || !mIndex.ProductsOf(other).empty() || !seen.insert(other).second)
+                    continue;
+                open.push_back(other);
+                for (const Reference& item : mStatements.ReferencesOf(*shape))
+                    if (const Statement* const solid = mStatements.Find(item.number);
+                        solid != nullptr && IsSolid(*solid))
+                        TakeSolid(*solid, {other, looked});
+            }
         }
     }
 
@@ -172,7 +203,7 @@ class Copier {
         }
         const int copy = AddCopy(*shape, others);
         copies[number] = copy;
-        for (const Statement* tie : mIndex.TiesOf(number)) CopyTie(*tie, number, within, copies);
+        for (const Statement* tie : mIndex.TiesOf(number)) CopyTie(*tie, number, inside, copies);
         return copy;
     }
 
