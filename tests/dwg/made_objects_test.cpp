@@ -5,7 +5,7 @@
 
 #include "drafting_host/dwg/bodies.h"
 #include "drafting_host/dwg/entities.h"
-#include "drafting_host/dwg/names.h"
+#include "drafting_host/dwg/records.h"
 
 namespace brenvik::dwg {
 namespace {

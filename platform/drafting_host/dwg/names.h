@@ -58,24 +58,4 @@ struct Names {
     std::vector<GroupData> groups;
 };
 
-// The records, each behind OpenObject. They throw Damage.
-LayerData ReadLayer(Object& object, HandleValue& linetype);
-/// Those with the record as a DXF file has it, in `groups`: blank for a line type of dashes alone.
-LinetypeData ReadLinetype(Object& object, std::string& groups);
-TextStyleData ReadStyle(Object& object, std::string& groups);
-/// A view of the screen (VPORT) or one with a name (VIEW), as a DXF file has it.
-std::string ReadScreenView(Object& object, std::string& name);
-std::string ReadNamedView(Object& object);
-UcsData ReadUcs(Object& object);
-std::string ReadApplication(Object& object);
-Block ReadBlockRecord(Object& object);
-/// The full name, which the record of an anonymous block lacks.
-std::string ReadBlockName(Object& object, HandleValue& record);
-Dictionary ReadDictionary(Object& object);
-GroupData ReadGroup(Object& object);
-Layout ReadLayout(Object& object);
-
-/// What every table record begins with: its name, and where it came from.
-std::string ReadRecordName(Object& object);
-
 }  // namespace brenvik::dwg

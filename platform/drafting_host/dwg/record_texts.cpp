@@ -1,9 +1,11 @@
 // Table records and layouts that a drawing keeps as the text that a DXF file has of them: line types with
 // texts and shapes, text styles, views, sheets.
+#include "drafting_host/dwg/record_texts.h"
+
 #include <algorithm>
 #include <vector>
 
-#include "drafting_host/dwg/names.h"
+#include "drafting_host/dwg/records.h"
 #include "drafting_host/dwg/table_data.h"
 
 namespace brenvik::dwg {

@@ -1,8 +1,9 @@
 // Table records of which a drawing has the values, dictionaries and groups.
+#include "drafting_host/dwg/records.h"
+
 #include <algorithm>
 #include <utility>
 
-#include "drafting_host/dwg/names.h"
 #include "drafting_host/dwg/table_data.h"
 #include "drafting_host/dxf/data/kept_text.h"
 
