@@ -38,6 +38,8 @@ namespace {
 
 constexpr std::string_view PartFiles = "*.dxf";
 
+std::string SecondSideOf(const std::string& file) { return std::string(SecondSideMark) + file; }
+
 /// "Part_12_Side_7.dxf" in two: up to the number, and what follows from the part's data.
 std::pair<std::string, std::string> NumberAndRest(const std::string& name) {
     const std::size_t end = name.find('_', PartFileHead.size());
@@ -101,7 +103,7 @@ class FolderProof {
             PartLoop(mRun, steps, parts).WorkOnAll("Comparing the parts") == PartsEnd::Whole;
         const std::size_t before = mRun.report.passedOver.size();
         TellTheRest(mFiles.folder, "");
-        TellTheRest(mSecondFolder, "B");
+        TellTheRest(mSecondFolder, std::string(SecondSideMark));
         std::ranges::move(mLists.Differences(mProved.parts == mRun.report.parts),
                           std::back_inserter(mRun.report.passedOver));
         mProved.strays = mRun.report.passedOver.size() - before;
@@ -204,16 +206,16 @@ class FolderProof {
 
     bool HasSecondSide(const std::string& file) const {
         return std::ranges::any_of(
-            mSecond, [&](const std::string& name) { return EqualsIgnoreCase(name, "B" + file); });
+            mSecond, [&](const std::string& name) { return EqualsIgnoreCase(name, SecondSideOf(file)); });
     }
 
     void ExpectInLists(const RunState& run, const std::string& file) {
         mLists.Expect(run, file, false);
-        if (HasSecondSide(file)) mLists.Expect(run, "B" + file, true);
+        if (HasSecondSide(file)) mLists.Expect(run, SecondSideOf(file), true);
     }
 
     void Compare(RunState& run, const std::string& file) {
-        const std::string second = "B" + file;
+        const std::string second = SecondSideOf(file);
         const bool hasSecond = HasSecondSide(file);
         const std::optional<Failure> failure = Attempt([&] {
             const OpenFile first(*mRun.app, mFiles.folder + file);
@@ -244,7 +246,7 @@ class FolderProof {
         // A group's file has the name of one of its parts, and the others' may differ in letters.
         if (mFiles.form == RunForm::A)
             for (const std::string& name : NamesOf(run)) tell(file, name);
-        for (const std::string& name : mSecond) tell(name, "B" + file);
+        for (const std::string& name : mSecond) tell(name, SecondSideOf(file));
     }
 
     /// An outline that the run has left out is nowhere to be read: the part's own takes its place.

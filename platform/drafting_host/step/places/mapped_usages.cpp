@@ -104,8 +104,9 @@ class Rewriter {
         const std::string shape =
             Shown(mAdditions.Add("PRODUCT_DEFINITION_SHAPE('',''," + Shown(usage) + ")"));
         const Statement* const target = mStatements.Find(item.target);
+        const bool isPlacement = target != nullptr && target->kind == "AXIS2_PLACEMENT_3D";
         std::string place = Shown(item.target);
-        if (target != nullptr && target->kind == "AXIS2_PLACEMENT_3D") {
+        if (isPlacement) {
             place = Shown(mAdditions.Add("ITEM_DEFINED_TRANSFORMATION('',''," + Shown(item.origin) + "," +
                                          Shown(item.target) + ")"));
             mOrigins[item.shape].insert(item.origin);
@@ -115,7 +116,6 @@ class Rewriter {
                            Shown(item.holder->number) + ")REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(" +
                            place + ")SHAPE_REPRESENTATION_RELATIONSHIP())"));
         mAdditions.Add("CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(" + relationship + "," + shape + ")");
-        const bool isPlacement = target != nullptr && target->kind == "AXIS2_PLACEMENT_3D";
         Remove(item, isPlacement ? item.target : Origin());
         for (const Statement& look : mStatements.All()) {
             if (!IsLook(look)) continue;
