@@ -11,6 +11,7 @@
 #include "grid/grid_columns.h"
 #include "grid/quick_copy.h"
 #include "part_jobs.h"
+#include "query/list_driver.h"
 #include "query/list_options.h"
 #include "workshop.h"
 
