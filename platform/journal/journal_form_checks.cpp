@@ -28,10 +28,6 @@ std::string ShownText(const JournalStep& step, const Form& form, const std::stri
     return bar->panels[static_cast<std::size_t>(panel) - 1];
 }
 
-void RequireText(const JournalStep& step, const std::string& expected, const std::string& found) {
-    if (found != expected) FailStep(step, Quoted(expected), Quoted(found));
-}
-
 void RequireState(const JournalStep& step, bool holds, const std::string& expected,
                   const std::string& found) {
     if (!holds) FailStep(step, expected, found);

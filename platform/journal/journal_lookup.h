@@ -21,6 +21,11 @@ namespace brenvik {
 /// A text in quotes, line breaks written as "\r" and "\n".
 std::string Quoted(std::string_view text);
 
+/// Holds a text against the one that a check names.
+inline void RequireText(const JournalStep& step, const std::string& expected, const std::string& found) {
+    if (found != expected) FailStep(step, Quoted(expected), Quoted(found));
+}
+
 /// A kind of control in words: "a text box".
 std::string_view KindInWords(ControlKind kind);
 

@@ -2,6 +2,8 @@
 #include "journal/journal_player.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <utility>
 
 #include "base/failure.h"
@@ -88,89 +90,91 @@ void JournalPlayer::PlayNext() {
     }
 }
 
-void JournalPlayer::Do(const JournalStep& step) {
-    switch (step.kind) {
-        case StepKind::SelectAll:
-        case StepKind::SelectNone:
-        case StepKind::SelectHandles:
-        case StepKind::Command:
-        case StepKind::HostText:
-        case StepKind::Escape:
-        case StepKind::ShowEntity:
-        case StepKind::HideEntity:
-        case StepKind::Open:
-        case StepKind::Save:
-            return DoOnHost(step);
-        case StepKind::Press:
-        case StepKind::Check:
-        case StepKind::Uncheck:
-        case StepKind::Toggle:
-        case StepKind::Type:
-        case StepKind::Pick:
-        case StepKind::Unpick:
-        case StepKind::DoubleClick:
-        case StepKind::Goto:
-        case StepKind::Cell:
-        case StepKind::Width:
-        case StepKind::Close:
-            return DoOnForm(step);
-        case StepKind::Answer:
-            return DoQueue(step, AnswerKind::MessageBox);
-        case StepKind::CancelPoint:
-        case StepKind::AnswerPoint:
-            return DoQueue(step, AnswerKind::Point);
-        case StepKind::CancelReal:
-        case StepKind::AnswerReal:
-            return DoQueue(step, AnswerKind::Real);
-        case StepKind::CancelKeyword:
-        case StepKind::AnswerKeyword:
-            return DoQueue(step, AnswerKind::Keyword);
-        case StepKind::CancelFile:
-        case StepKind::AnswerFile:
-            return DoQueue(step, AnswerKind::File);
-        case StepKind::CancelWork:
-            return DoQueue(step, AnswerKind::Work);
-        case StepKind::AcceptFailure:
-            return DoQueue(step, AnswerKind::Failure);
-        case StepKind::ExpectMessage:
-        case StepKind::ExpectTitle:
-        case StepKind::ExpectNoMessage:
-            return DoMessageCheck(step);
-        case StepKind::ExpectRefusal:
-            return DoRefusalCheck(step);
-        case StepKind::ExpectForm:
-        case StepKind::ExpectNoForm:
-            return DoFormCheck(step);
-        case StepKind::ExpectText:
-        case StepKind::ExpectChecked:
-        case StepKind::ExpectUnchecked:
-        case StepKind::ExpectEnabled:
-        case StepKind::ExpectDisabled:
-        case StepKind::ExpectVisible:
-        case StepKind::ExpectHidden:
-        case StepKind::ExpectItems:
-        case StepKind::ExpectRows:
-        case StepKind::ExpectCell:
-        case StepKind::ExpectHiddenColumn:
-            return CheckForm(step, TopForm(step));
-        case StepKind::ExpectSetting:
-        case StepKind::ExpectSession:
-        case StepKind::ExpectData:
-        case StepKind::ExpectEntities:
-        case StepKind::ExpectVisibleEntity:
-        case StepKind::ExpectHiddenEntity:
-        case StepKind::ExpectFile:
-        case StepKind::ExpectNoFile:
-        case StepKind::ExpectFileLine:
-            return CheckWorld(step, mWorld);
-        case StepKind::PrintControl:
-        case StepKind::PrintCell:
-        case StepKind::PrintGrid:
-            return PrintFromForm(step, TopForm(step), *mWorld.output);
-        case StepKind::PrintData:
-        case StepKind::PrintSession:
-            return PrintFromWorld(step, mWorld);
+/// Who does the steps of each kind, in the order of `StepKind`.
+struct JournalPlayer::Works {
+    using enum StepKind;
+    using Player = JournalPlayer;
+    struct Row {
+        StepKind kind;
+        void (Player::*work)(const JournalStep&);
+    };
+    static constexpr Row Rows[] = {
+        {SelectAll, &Player::DoOnHost},
+        {SelectNone, &Player::DoOnHost},
+        {SelectHandles, &Player::DoOnHost},
+        {Command, &Player::DoOnHost},
+        {HostText, &Player::DoOnHost},
+        {Escape, &Player::DoOnHost},
+        {ShowEntity, &Player::DoOnHost},
+        {HideEntity, &Player::DoOnHost},
+        {Open, &Player::DoOnHost},
+        {Save, &Player::DoOnHost},
+        {Press, &Player::DoOnForm},
+        {Check, &Player::DoOnForm},
+        {Uncheck, &Player::DoOnForm},
+        {Toggle, &Player::DoOnForm},
+        {Type, &Player::DoOnForm},
+        {Pick, &Player::DoOnForm},
+        {Unpick, &Player::DoOnForm},
+        {DoubleClick, &Player::DoOnForm},
+        {Goto, &Player::DoOnForm},
+        {Cell, &Player::DoOnForm},
+        {Width, &Player::DoOnForm},
+        {Close, &Player::DoOnForm},
+        {Answer, &Player::Queue<AnswerKind::MessageBox>},
+        {CancelPoint, &Player::Queue<AnswerKind::Point>},
+        {AnswerPoint, &Player::Queue<AnswerKind::Point>},
+        {CancelReal, &Player::Queue<AnswerKind::Real>},
+        {AnswerReal, &Player::Queue<AnswerKind::Real>},
+        {CancelKeyword, &Player::Queue<AnswerKind::Keyword>},
+        {AnswerKeyword, &Player::Queue<AnswerKind::Keyword>},
+        {CancelFile, &Player::Queue<AnswerKind::File>},
+        {AnswerFile, &Player::Queue<AnswerKind::File>},
+        {CancelWork, &Player::Queue<AnswerKind::Work>},
+        {AcceptFailure, &Player::Queue<AnswerKind::Failure>},
+        {ExpectMessage, &Player::DoMessageCheck},
+        {ExpectTitle, &Player::DoMessageCheck},
+        {ExpectNoMessage, &Player::DoMessageCheck},
+        {ExpectRefusal, &Player::DoRefusalCheck},
+        {ExpectForm, &Player::DoFormCheck},
+        {ExpectNoForm, &Player::DoFormCheck},
+        {ExpectText, &Player::CheckTopForm},
+        {ExpectChecked, &Player::CheckTopForm},
+        {ExpectUnchecked, &Player::CheckTopForm},
+        {ExpectEnabled, &Player::CheckTopForm},
+        {ExpectDisabled, &Player::CheckTopForm},
+        {ExpectVisible, &Player::CheckTopForm},
+        {ExpectHidden, &Player::CheckTopForm},
+        {ExpectItems, &Player::CheckTopForm},
+        {ExpectRows, &Player::CheckTopForm},
+        {ExpectCell, &Player::CheckTopForm},
+        {ExpectHiddenColumn, &Player::CheckTopForm},
+        {ExpectSetting, &Player::CheckOutsideForms},
+        {ExpectSession, &Player::CheckOutsideForms},
+        {ExpectData, &Player::CheckOutsideForms},
+        {ExpectEntities, &Player::CheckOutsideForms},
+        {ExpectVisibleEntity, &Player::CheckOutsideForms},
+        {ExpectHiddenEntity, &Player::CheckOutsideForms},
+        {ExpectFile, &Player::CheckOutsideForms},
+        {ExpectNoFile, &Player::CheckOutsideForms},
+        {ExpectFileLine, &Player::CheckOutsideForms},
+        {PrintCell, &Player::PrintFromTopForm},
+        {PrintGrid, &Player::PrintFromTopForm},
+        {PrintData, &Player::PrintFromOutsideForms},
+        {PrintSession, &Player::PrintFromOutsideForms},
+        {PrintControl, &Player::PrintFromTopForm},
+    };
+    static constexpr std::size_t PlaceOf(StepKind kind) { return static_cast<std::size_t>(kind); }
+    /// Whether each kind has its row.
+    static constexpr bool Whole() {
+        if (std::size(Rows) != PlaceOf(PrintControl) + 1) return false;
+        return std::ranges::all_of(Rows, [](const Row& row) { return &row == &Rows[PlaceOf(row.kind)]; });
     }
+};
+
+void JournalPlayer::Do(const JournalStep& step) {
+    static_assert(Works::Whole());
+    (this->*Works::Rows[Works::PlaceOf(step.kind)].work)(step);
 }
 
 void JournalPlayer::DoOnHost(const JournalStep& step) {
@@ -229,11 +233,12 @@ void JournalPlayer::TellTypingLost(const JournalStep& step, const Form& form) {
     mTyped.erase(last);
 }
 
-void JournalPlayer::DoQueue(const JournalStep& step, AnswerKind kind) {
+template <AnswerKind Kind>
+void JournalPlayer::Queue(const JournalStep& step) {
     std::optional<std::string> text;
     if (!step.arguments.empty()) text = step.arguments[0];
     const int number = step.arguments.size() < 2 ? 0 : static_cast<int>(LenientNumber(step.arguments[1]));
-    mDialogs.Queue({kind, std::move(text), step.line, number});
+    mDialogs.Queue({Kind, std::move(text), step.line, number});
 }
 
 void JournalPlayer::DoMessageCheck(const JournalStep& step) {
@@ -250,13 +255,13 @@ void JournalPlayer::DoMessageCheck(const JournalStep& step) {
     if (!title) messages.pop_front();
 }
 
-void JournalPlayer::DoRefusalCheck(const JournalStep& step) const {
+void JournalPlayer::DoRefusalCheck(const JournalStep& step) {
     const std::optional<std::string> found = mWorld.takeRefusal();
     if (!found) FailStep(step, Quoted(step.arguments[0]), "no refusal");
     if (*found != step.arguments[0]) FailStep(step, Quoted(step.arguments[0]), Quoted(*found));
 }
 
-void JournalPlayer::DoFormCheck(const JournalStep& step) const {
+void JournalPlayer::DoFormCheck(const JournalStep& step) {
     const std::string found = mOpenForms.empty() ? "no form" : "the form " + mOpenForms.back()->Name();
     if (step.kind == StepKind::ExpectNoForm) {
         if (!mOpenForms.empty()) FailStep(step, "no form", found);
@@ -265,6 +270,16 @@ void JournalPlayer::DoFormCheck(const JournalStep& step) const {
     if (mOpenForms.empty() || !EqualsIgnoreCase(mOpenForms.back()->Name(), step.arguments[0]))
         FailStep(step, "the form " + step.arguments[0], found);
 }
+
+void JournalPlayer::CheckTopForm(const JournalStep& step) { CheckForm(step, TopForm(step)); }
+
+void JournalPlayer::PrintFromTopForm(const JournalStep& step) {
+    PrintFromForm(step, TopForm(step), *mWorld.output);
+}
+
+void JournalPlayer::CheckOutsideForms(const JournalStep& step) { CheckWorld(step, mWorld); }
+
+void JournalPlayer::PrintFromOutsideForms(const JournalStep& step) { PrintFromWorld(step, mWorld); }
 
 Form& JournalPlayer::TopForm(const JournalStep& step) const {
     if (mOpenForms.empty()) FailStep(step, "an open form", "none");

@@ -23,7 +23,8 @@ class FilesPort;
 class JournalHands;
 class SettingsPort;
 
-/// What a journal acts on. All members but `hands` must be set; references outlive the player.
+/// What a journal acts on. All members but `takeRefusal` and `hands` must be set; what they point to outlives
+/// the player.
 struct JournalWorld {
     AcadApplication* host = nullptr;
     SettingsPort* settings = nullptr;
@@ -69,14 +70,20 @@ class JournalPlayer {
     std::size_t PresentLine() const { return mNext == 0 ? 0 : mSteps[mNext - 1].line; }
 
   private:
+    struct Works;
     void PlayNext();
     void Do(const JournalStep& step);
     void DoOnHost(const JournalStep& step);
-    void DoQueue(const JournalStep& step, AnswerKind kind);
+    template <AnswerKind Kind>
+    void Queue(const JournalStep& step);
     void SetVisible(const JournalStep& step);
     void DoMessageCheck(const JournalStep& step);
-    void DoRefusalCheck(const JournalStep& step) const;
-    void DoFormCheck(const JournalStep& step) const;
+    void DoRefusalCheck(const JournalStep& step);
+    void DoFormCheck(const JournalStep& step);
+    void CheckTopForm(const JournalStep& step);
+    void PrintFromTopForm(const JournalStep& step);
+    void CheckOutsideForms(const JournalStep& step);
+    void PrintFromOutsideForms(const JournalStep& step);
     Form& TopForm(const JournalStep& step) const;
     void DoOnForm(const JournalStep& step);
     void TellTypingLost(const JournalStep& step, const Form& form);

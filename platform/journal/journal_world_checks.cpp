@@ -24,10 +24,6 @@ namespace brenvik {
 
 namespace {
 
-void RequireText(const JournalStep& step, const std::string& expected, const std::string& found) {
-    if (found != expected) FailStep(step, Quoted(expected), Quoted(found));
-}
-
 /// A value below the system's own key, or below one of its subkeys: "CSV_SAVE\CVS_EXPORT_PATH". A name that
 /// nobody reads has a blank value for ever, so a check of it would hold by its slip.
 void CheckSetting(const JournalStep& step, const JournalWorld& world) {
