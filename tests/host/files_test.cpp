@@ -262,6 +262,9 @@ TEST_F(Files, WhatIsNoDrawingIsRefusedByName) {
     Write("binary.dxf", std::string("AutoCAD Binary DXF\r\n\x1a\0", 22));
     Write("real.dwg", "AC1015\0\0\0\0");
     Write("body.sab", "ACIS BinaryFile");
+    Write("wide.dxf", std::string("\xFF\xFE"
+                                  "0\0\r\0\n\0",
+                                  8));
     Write("cut.step", "ISO-10303-21;\nHEADER;\n");
     Write("bad.sat", "400 0 1 0\n");
     const std::vector<std::pair<std::string, std::string>> cases{
@@ -269,6 +272,7 @@ TEST_F(Files, WhatIsNoDrawingIsRefusedByName) {
         {"binary.dxf", "a section"},     {"real.dwg", "the head of a binary drawing"},
         {"body.sab", "break off"},       {"cut.step", "END-ISO-10303-21"},
         {"bad.sat", "expected an ACIS"}, {"missing.dxf", "missing.dxf"},
+        {"wide.dxf", "UTF-16 text"},
     };
     for (const auto& [name, told] : cases) {
         const Failure failure = FailureOf([&] { application.OpenDrawing(Path(name)); });

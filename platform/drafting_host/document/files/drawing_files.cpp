@@ -2,6 +2,7 @@
 #include "drafting_host/document/files/drawing_files.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 
 #include "base/handle_text.h"
@@ -15,13 +16,15 @@
 #include "drafting_host/document/host_application.h"
 #include "drafting_host/dwg/dwg_reader.h"
 #include "drafting_host/dxf/reading/dxf_reader.h"
-#include "drafting_host/dxf/texts/file_beginnings.h"
 #include "drafting_host/dxf/writing/dxf_writer.h"
 
 namespace brenvik {
 namespace {
 
 constexpr std::string_view ExpectedContent = "a DXF or DWG drawing, a STEP file or ACIS data";
+
+/// Binary drawings begin with their release: "AC10" and two digits, and otherwise in the first ones.
+constexpr auto DwgBeginnings = std::to_array<std::string_view>({"AC10", "AC1.", "AC2.", "MC0."});
 
 std::string_view WithoutBlanks(std::string_view text) {
     if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
@@ -63,6 +66,7 @@ bool LooksLikeAcis(std::string_view text) {
 
 std::string Excerpt(std::string_view content) {
     if (content.empty()) return "an empty file";
+    if (content.starts_with("\xFF\xFE") || content.starts_with("\xFE\xFF")) return "UTF-16 text";
     std::string shown;
     for (const char c : content.substr(0, 16))
         shown += std::isprint(static_cast<unsigned char>(c)) != 0 ? c : '.';
@@ -122,11 +126,12 @@ void TakeOverFromDxf(HostDocument& document, std::string& content, const std::fi
 
 DrawingKind KindOfContent(std::string_view head) {
     if (head.starts_with("AutoCAD Binary DXF")) return DrawingKind::DxfBinary;
-    if (BeginsLikeDwg(head)) return DrawingKind::DwgBinary;
+    if (std::ranges::any_of(DwgBeginnings, [&](std::string_view each) { return head.starts_with(each); }))
+        return DrawingKind::DwgBinary;
     if (head.starts_with("ACIS BinaryFile") || head.starts_with("ASM BinaryFile"))
         return DrawingKind::AcisBinary;
     const std::string_view text = WithoutBlanks(head);
-    if (text.starts_with(StepBeginning) || text.starts_with("/*")) return DrawingKind::Step;
+    if (text.starts_with("ISO-10303-21") || text.starts_with("/*")) return DrawingKind::Step;
     if (LooksLikeDxf(text)) return DrawingKind::DxfText;
     if (LooksLikeAcis(text)) return DrawingKind::AcisText;
     return DrawingKind::Unknown;

@@ -7,7 +7,6 @@
 #include "drafting_host/dxf/reading/body_data.h"
 #include "drafting_host/dxf/reading/entity_reader.h"
 #include "drafting_host/dxf/reading/object_reader.h"
-#include "drafting_host/dxf/texts/file_beginnings.h"
 
 namespace brenvik {
 namespace {
@@ -22,16 +21,6 @@ Section SectionNamed(std::string_view name) {
     if (name == "OBJECTS") return Section::Objects;
     if (name == "ACDSDATA") return Section::BodyData;
     return Section::Other;
-}
-
-// Content of other kinds, recognised by its first bytes.
-void RefuseOtherContent(std::string_view content, std::string_view fileName) {
-    constexpr std::string_view expected = "a DXF drawing";
-    const auto refuse = [&](std::string_view found) { throw InvalidDxf(fileName, 1, expected, found); };
-    if (content.empty()) refuse("an empty file");
-    if (BeginsLikeDwg(content)) refuse("a binary drawing (DWG); save it as DXF");
-    if (content.starts_with(StepBeginning)) refuse("a STEP file");
-    if (content.starts_with("\xFF\xFE") || content.starts_with("\xFE\xFF")) refuse("UTF-16 text");
 }
 
 /// The first line after so many that holds more than blanks and the control Z of DOS.
@@ -269,7 +258,6 @@ class Walk {
 }  // namespace
 
 DrawingData ReadDxf(std::string_view content, std::string_view fileName) {
-    RefuseOtherContent(content, fileName);
     return Walk(content, fileName).Run();
 }
 

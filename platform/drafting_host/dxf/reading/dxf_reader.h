@@ -15,7 +15,8 @@ namespace brenvik {
 /// The result is complete in itself: every name an entity uses stands in its table, every handle exists once.
 ///
 /// Throws Failure 321 "Invalid file format", naming file, place, what was expected and what was found, for
-/// content that is no DXF: an empty file, a binary drawing, a group code that is no number or has no kind.
+/// content that is no DXF: one without a section, a group code that is no number or has no kind. What a file
+/// of another kind is, the caller knows (`KindOfContent`).
 DrawingData ReadDxf(std::string_view content, std::string_view fileName);
 
 }  // namespace brenvik
