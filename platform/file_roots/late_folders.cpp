@@ -27,15 +27,8 @@ std::map<std::filesystem::path, Late>& LateFolders() {
     return folders;
 }
 
-std::size_t syncs = 0;
-
-void Sync(const std::filesystem::path& folder) {
-    ++syncs;
-    SyncFolder(folder);
-}
-
 void SyncLate(const std::filesystem::path& folder, Late& late) {
-    if (std::exchange(late.hasNewNames, false)) Sync(folder);
+    if (std::exchange(late.hasNewNames, false)) SyncFolder(folder);
     late.synced = Clock::now();
 }
 
@@ -53,7 +46,7 @@ LateFolder::~LateFolder() {
 
 void BringNameToDisk(const std::filesystem::path& folder) {
     const auto late = LateFolders().find(folder);
-    if (late == LateFolders().end()) return Sync(folder);
+    if (late == LateFolders().end()) return SyncFolder(folder);
     late->second.hasNewNames = true;
     if (Clock::now() - late->second.synced >= MostDelay) SyncLate(folder, late->second);
 }
@@ -61,7 +54,5 @@ void BringNameToDisk(const std::filesystem::path& folder) {
 void BringLateNamesToDisk() {
     for (auto& [folder, late] : LateFolders()) SyncLate(folder, late);
 }
-
-std::size_t FolderSyncs() { return syncs; }
 
 }  // namespace brenvik

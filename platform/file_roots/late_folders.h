@@ -2,7 +2,6 @@
 // and not file by file.
 #pragma once
 
-#include <cstddef>
 #include <filesystem>
 
 namespace brenvik {
@@ -26,9 +25,5 @@ void BringNameToDisk(const std::filesystem::path& folder);
 
 /// The names of all late folders, now.
 void BringLateNamesToDisk();
-
-/// How often this program has brought a folder to the disk. A disk doesn't tell, so this count is how tests
-/// see that names are brought there together.
-std::size_t FolderSyncs();
 
 }  // namespace brenvik

@@ -179,7 +179,7 @@ TEST_F(DrawingsInTabs, AListIsThatOfTheDrawingInFront) {
     {
         // Typed, and closed without an Apply.
         const Robot robot({TypeInCell("frmMain", "fpSpread1", 1, 3, "Left behind"), CloseForm("frmMain")});
-        ASSERT_TRUE(window->Run("Show"));
+        Action("Show").trigger();
     }
     TurnTo(1);
     Type("erase last  ");
@@ -192,7 +192,7 @@ TEST_F(DrawingsInTabs, AListIsThatOfTheDrawingInFront) {
                                   }),
                            TypeInCell("frmMain", "fpSpread1", 2, 3, "Of the second"),
                            PressKeyIn("frmMain", "APPLY_CLOSE")});
-        ASSERT_TRUE(window->Run("Show"));
+        Action("Show").trigger();
     }
     EXPECT_EQ(PartNames(Document(0)), asRead);
     EXPECT_EQ(CountOf(PartNames(Document(1)), "Of the second"), 1);
@@ -201,7 +201,7 @@ TEST_F(DrawingsInTabs, AListIsThatOfTheDrawingInFront) {
     {
         const Robot robot(
             {TypeInCell("frmMain", "fpSpread1", 1, 3, "Of the first"), PressKeyIn("frmMain", "APPLY_CLOSE")});
-        ASSERT_TRUE(window->Run("Show"));
+        Action("Show").trigger();
     }
     EXPECT_EQ(CountOf(PartNames(Document(0)), "Of the first"), 1);
     EXPECT_EQ(CountOf(PartNames(Document(0)), "Of the second"), 0);
@@ -224,7 +224,7 @@ TEST_F(DrawingsInTabs, AreLockedWhileAFormIsOpen) {
                                   EXPECT_EQ(workplace->host.OpenDocuments().size(), 2U);
                               }),
                        CloseForm("frmMain")});
-    ASSERT_TRUE(window->Run("Show"));
+    Action("Show").trigger();
     TurnTo(0);
     EXPECT_EQ(&Document(), &Document(0));
 }

@@ -115,7 +115,7 @@ TEST_F(MainWindowAtWork, CancelsAnOpenCommandToTakeBack) {
 }
 
 TEST_F(MainWindowAtWork, ShowsWhatACncRunHasMade) {
-    ASSERT_TRUE(window->Run("BVC2C"));
+    Action("BVC2C").trigger();
     auto* const outcome = window->findChild<QDialog*>("outcome");
     ASSERT_NE(outcome, nullptr);
     EXPECT_TRUE(outcome->isVisible());
@@ -144,11 +144,11 @@ class ImpatientUser : public ProgressPort {
 TEST_F(MainWindowAtWork, ACncRunLeavesNoFilesWhereverItIsCancelled) {
     const std::filesystem::path output = folder.filePath("home/drive_c/BV-DXF").toStdString();
     for (const char* what : {"Preparing the parts", "CNC run"}) {
-        ASSERT_TRUE(window->Run("BVC2C"));
+        Action("BVC2C").trigger();
         ASSERT_TRUE(std::filesystem::exists(output / "CNCList.txt") || !std::filesystem::is_empty(output));
         ImpatientUser user(what);
         ShowProgressBy(&user);
-        ASSERT_TRUE(window->Run("BVC2C"));
+        Action("BVC2C").trigger();
         ShowProgressBy(nullptr);
         std::vector<std::string> left;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(output.parent_path()))
