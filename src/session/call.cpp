@@ -7,6 +7,7 @@
 #include "session/ports/files_port.h"
 #include "session/ports/host_interface.h"
 #include "session/session.h"
+#include "session/session_drawing.h"
 
 namespace brenvik {
 
@@ -20,8 +21,8 @@ void BeginCall(AcadApplication& app) {
     Session& session = TheSession();
     session.AcadApp = &app;
     // The document of the call before may have been closed since.
-    session.AcadDoc = nullptr;
-    session.AcadDoc = app.ActiveDocument();
+    GoToDrawing(nullptr);
+    GoToDrawing(app.ActiveDocument());
     TakeInstallFolder();
 }
 

@@ -18,6 +18,7 @@
 #include "session/module_state.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
+#include "session/session_drawing.h"
 #include "tools/part_export_files.h"
 #include "tools/part_export_part.h"
 
@@ -115,7 +116,7 @@ void ExportParts(AcadApplication& app, const std::function<void()>& applyOpenGri
     }
     for (std::size_t index = 0; index < solids.size(); ++index)
         if (!WorkOnPart(app, static_cast<int>(index), solids[index])) return;
-    TheSession().AcadDoc = &drawing;
+    GoToDrawing(&drawing);
     ShowMessage(PartExportComplete);
 }
 
@@ -134,7 +135,7 @@ void BVDWG2(AcadApplication& app) {
     drawing.SaveAs(path + ".dwg", SaveAsKind::Native);
     drawing.SendCommand("regen ");
     drawing.SaveAs(path + "2.dwg", SaveAsKind::Native);
-    TheSession().AcadDoc = app.Documents().Open(path + ".dwg");
+    GoToDrawing(app.Documents().Open(path + ".dwg"));
     drawing.Close(false);
 }
 

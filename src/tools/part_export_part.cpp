@@ -20,7 +20,7 @@
 #include "cnc/laying/orientation.h"
 #include "parts/mautocad.h"
 #include "session/message.h"
-#include "session/session.h"
+#include "session/session_drawing.h"
 #include "settings/settings_store.h"
 #include "tools/part_export_files.h"
 
@@ -111,7 +111,7 @@ PassOutcome PartExport::Run() {
 void PartExport::OpenScaled() {
     mDrawing = mApp.Documents().Open(PartExportPath(mIndex));
     // The active drawing is the session's, whichever it is.
-    TheSession().AcadDoc = mDrawing;
+    GoToDrawing(mDrawing);
     AddLayer(*mDrawing, layers::BrenvikExplode);
     ScaleForExport(*mDrawing, ToInteger(NumberSetting(setting::ExportScaleSetting)));
 }
@@ -132,7 +132,7 @@ void PartExport::ContinueInWorkDrawing() {
     mDrawing->Wblock(PartExportWorkDrawing, all);
     std::exchange(mDrawing, nullptr)->Close(false);
     mDrawing = mApp.Documents().Open(PartExportWorkDrawing);
-    TheSession().AcadDoc = mDrawing;
+    GoToDrawing(mDrawing);
     // Nothing that is still typed at "all" moves the solid before its points are known in this drawing.
     UnlockAllLayers(*mDrawing);
     AddLayer(*mDrawing, LockedLayer);

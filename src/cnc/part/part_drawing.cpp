@@ -5,18 +5,18 @@
 
 #include "base/skip.h"
 #include "cnc/part/run_state.h"
-#include "session/session.h"
+#include "session/session_drawing.h"
 
 namespace brenvik {
 
 void TakePartDrawing(RunState& run, AcadDocument& drawing) {
     run.part.drawing = &drawing;
-    TheSession().AcadDoc = &drawing;
+    GoToDrawing(&drawing);
 }
 
 void ClosePartDrawing(RunState& run) {
     AcadDocument* drawing = std::exchange(run.part.drawing, nullptr);
-    TheSession().AcadDoc = run.sessionDrawing;
+    GoToDrawing(run.sessionDrawing);
     if (drawing != nullptr) Skip([&] { drawing->Close(false); });
 }
 

@@ -18,6 +18,10 @@ inline constexpr std::string_view FirstSideDxfFiles = SecondSideDxfFiles.substr(
 static_assert(SecondSideDxfFiles.starts_with(SecondSideMark) && FirstSideDxfFiles.starts_with(PartFileHead));
 static_assert(SecondSideDrawings.starts_with(SecondSideMark) && FirstSideDrawings.starts_with(PartFileHead));
 
+/// The folder of second sides within that of the first.
+inline constexpr std::string_view SecondSideFolderName = "2-sided";
+static_assert(SecondSideFolder.substr(OutputFolder.size()).starts_with(SecondSideFolderName));
+
 /// The work drawings of a run, without their folders.
 inline constexpr std::string_view WorkDrawingName = WorkDrawing.substr(OutputFolder.size()),
                                   WorkDrawing2Name = WorkDrawing2.substr(OutputFolder.size());

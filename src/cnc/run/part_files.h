@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "cnc/part/part_file_name.h"
 #include "cnc/part/run_state.h"
 #include "cnc/run/run_set_up.h"
 
@@ -18,7 +19,9 @@ struct PartFile {
     std::string label;
 
     std::string FirstSidePath() const { return std::string(OutputFolder) + name; }
-    std::string SecondSidePath() const { return std::string(SecondSideFolder) + "B" + name; }
+    std::string SecondSidePath() const {
+        return std::string(SecondSideFolder) + std::string(SecondSideMark) + name;
+    }
 };
 
 /// Deletes both drawings of a part, as far as they are there.

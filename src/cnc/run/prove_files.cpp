@@ -28,6 +28,7 @@
 #include "cnc/run/run_set_up.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
+#include "session/session_drawing.h"
 #include "settings/home_units.h"
 #include "settings/materials.h"
 #include "settings/settings_store.h"
@@ -66,7 +67,7 @@ class FolderProof {
   public:
     FolderProof(AcadApplication& app, FilesOfRun files)
         : mFiles(std::move(files)),
-          mSecondFolder(mFiles.folder + "2-sided\\"),
+          mSecondFolder(mFiles.folder + std::string(SecondSideFolderName) + "\\"),
           mLists(mFiles.form, mFiles.folder, mSecondFolder) {
         mRun.app = &app;
         mRun.form = mFiles.form;
@@ -337,13 +338,8 @@ class FolderProof {
 }  // namespace
 
 ProvedFiles ProveFiles(AcadApplication& app, const FilesOfRun& files) {
-    AcadDocument* const drawing = TheSession().AcadDoc;
-    FolderProof proof(app, files);
-    ProvedFiles proved;
-    const std::optional<Failure> failure = Attempt([&] { proved = proof.Prove(); });
-    TheSession().AcadDoc = drawing;
-    if (failure) throw *failure;
-    return proved;
+    const BackToDrawing back;
+    return FolderProof(app, files).Prove();
 }
 
 }  // namespace brenvik

@@ -21,6 +21,7 @@
 #include "session/ports/dialog_port.h"
 #include "session/ports/host_interface.h"
 #include "session/session.h"
+#include "session/session_drawing.h"
 #include "settings/bit_choice.h"
 #include "settings/settings_store.h"
 #include "settings/standing_answer.h"
@@ -31,7 +32,7 @@ namespace {
 
 /// The drawing as the run found it, the window, and the standing answers of this run: whatever ended it.
 void LeaveHost(RunState& run, bool windowWasMinimized) {
-    TheSession().AcadDoc = run.sessionDrawing;
+    GoToDrawing(run.sessionDrawing);
     if (windowWasMinimized) Skip([&] { run.app->SetWindowState(WindowStateKind::Maximized); });
     Skip(ForgetStandingAnswer);
 }
