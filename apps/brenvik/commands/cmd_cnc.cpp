@@ -4,8 +4,8 @@
 #include <system_error>
 
 #include "commands/all_commands.h"
-#include "commands/cnc_call.h"
 #include "reports/run_teller.h"
+#include "runs/cnc_call.h"
 #include "shell/target_words.h"
 
 namespace brenvik::app {

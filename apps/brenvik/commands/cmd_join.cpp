@@ -5,12 +5,12 @@
 #include <system_error>
 
 #include "commands/all_commands.h"
-#include "commands/cnc_call.h"
-#include "commands/join_folder.h"
-#include "commands/joined_shares.h"
-#include "commands/share_text.h"
 #include "file_roots/places.h"
 #include "reports/teller.h"
+#include "runs/cnc_call.h"
+#include "runs/join_folder.h"
+#include "runs/joined_shares.h"
+#include "runs/share_text.h"
 
 namespace brenvik::app {
 

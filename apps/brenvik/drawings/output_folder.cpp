@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "base/letter_case.h"
+#include "cnc/part/part_file_name.h"
 #include "file_roots/file_roots.h"
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
@@ -90,7 +91,7 @@ std::vector<fs::path> SecondSideFoldersIn(const fs::path& folder) {
     std::vector<fs::path> folders;
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
-        if (EqualsIgnoreCase(TextFromPath(entry->path().filename()), "2-sided"))
+        if (EqualsIgnoreCase(TextFromPath(entry->path().filename()), SecondSideFolderName))
             folders.push_back(entry->path());
     return folders;
 }

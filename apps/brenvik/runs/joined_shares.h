@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "commands/share_text.h"
 #include "file_roots/file_roots.h"
+#include "runs/share_text.h"
 #include "session/ports/workers_port.h"
 
 namespace brenvik::app {

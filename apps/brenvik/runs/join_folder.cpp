@@ -1,5 +1,5 @@
 // The mark is written while the folder is empty and claimed, so that all that has a name in it is the join's.
-#include "commands/join_folder.h"
+#include "runs/join_folder.h"
 
 #include <algorithm>
 #include <iterator>
@@ -15,10 +15,10 @@
 #include "cnc/output/work_lists.h"
 #include "cnc/part/part_file_name.h"
 #include "cnc/run/part_result.h"
-#include "commands/share_job.h"
 #include "file_roots/file_content.h"
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
+#include "runs/share_job.h"
 #include "shell/exit_status.h"
 #include "shell/target_words.h"
 

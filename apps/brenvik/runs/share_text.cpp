@@ -1,5 +1,5 @@
 // The text begins with a line for people and the fingerprint of all that follows.
-#include "commands/share_text.h"
+#include "runs/share_text.h"
 
 #include <filesystem>
 

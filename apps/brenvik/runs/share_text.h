@@ -6,7 +6,7 @@
 #include <string>
 
 #include "cnc/run/run_share.h"
-#include "commands/share_job.h"
+#include "runs/share_job.h"
 
 namespace brenvik {
 class FileRoots;

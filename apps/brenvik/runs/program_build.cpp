@@ -1,5 +1,5 @@
 // The linker's marks lie in memory, beside the code that they are of.
-#include "commands/program_build.h"
+#include "runs/program_build.h"
 
 #include <elf.h>
 #include <link.h>

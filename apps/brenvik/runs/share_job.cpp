@@ -1,5 +1,5 @@
 // The boards are kept as they stand, so that a difference can be reported by the board and the line.
-#include "commands/share_job.h"
+#include "runs/share_job.h"
 
 #include <algorithm>
 #include <map>
@@ -10,10 +10,10 @@
 #include "base/sha256.h"
 #include "base/text.h"
 #include "base/text_lines.h"
-#include "commands/cnc_call.h"
-#include "commands/program_build.h"
 #include "file_roots/file_content.h"
 #include "file_roots/places.h"
+#include "runs/cnc_call.h"
+#include "runs/program_build.h"
 #include "settings/materials.h"
 #include "settings/setting_names.h"
 #include "settings/settings_keys.h"

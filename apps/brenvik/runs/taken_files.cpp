@@ -1,5 +1,5 @@
 // A file that couldn't be taken back is reported by the work that comes upon it.
-#include "commands/taken_files.h"
+#include "runs/taken_files.h"
 
 #include "base/skip.h"
 

@@ -10,7 +10,7 @@
 
 #include "base/letter_case.h"
 #include "cnc/output/output_care.h"
-#include "commands/joined_shares.h"
+#include "runs/joined_shares.h"
 
 namespace brenvik::app {
 

@@ -1,5 +1,5 @@
 // A folder for each part, below the one that is filled, so that its files only have to be given their names.
-#include "commands/part_workers.h"
+#include "runs/part_workers.h"
 
 #include <algorithm>
 #include <set>
@@ -7,11 +7,11 @@
 
 #include "base/skip.h"
 #include "base/text.h"
-#include "commands/taken_files.h"
 #include "drafting_host/document/files/body_texts.h"
 #include "drafting_host/document/host_solids.h"
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
+#include "runs/taken_files.h"
 #include "workers/processors.h"
 #include "workers/worker_processes.h"
 

@@ -1,5 +1,5 @@
 // The run goes through the very commands that a host has for it.
-#include "commands/cnc_call.h"
+#include "runs/cnc_call.h"
 
 #include <charconv>
 #include <filesystem>
@@ -15,8 +15,6 @@
 #include "cnc/run/run_set_up.h"
 #include "cnc/run/run_share.h"
 #include "cnc/run/spread_parts.h"
-#include "commands/part_workers.h"
-#include "commands/share_text.h"
 #include "console/console_dialogs.h"
 #include "drawings/grid_session.h"
 #include "drawings/output_folder.h"
@@ -26,6 +24,8 @@
 #include "home/workplace.h"
 #include "reports/run_dialogs.h"
 #include "reports/run_teller.h"
+#include "runs/part_workers.h"
+#include "runs/share_text.h"
 #include "session/library/brenvik_class.h"
 #include "shell/shell_word.h"
 #include "shell/target_words.h"

@@ -1,5 +1,5 @@
 // Each file goes into the run's folder by its fingerprint.
-#include "commands/joined_shares.h"
+#include "runs/joined_shares.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -11,11 +11,12 @@
 #include "base/sha256.h"
 #include "base/skip.h"
 #include "cnc/output/output_claim.h"
+#include "cnc/part/part_file_name.h"
 #include "cnc/run/part_result.h"
-#include "commands/taken_files.h"
 #include "file_roots/file_content.h"
 #include "file_roots/places.h"
 #include "file_roots/whole_file.h"
+#include "runs/taken_files.h"
 #include "shell/exit_status.h"
 
 namespace brenvik::app {
@@ -24,7 +25,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view SecondSides = "2-sided\\";
+/// What the names of a share's files on second sides begin with.
+const std::string SecondSides = std::string(SecondSideFolderName) + "\\";
 
 bool IsNameOfARun(std::string_view name) {
     if (name.starts_with(SecondSides)) name.remove_prefix(SecondSides.size());
@@ -71,7 +73,7 @@ std::vector<std::string> FilesOfNoShare(const std::vector<ShareInFolder>& shares
             if (part.end.kind == WorkerEnd::Kind::Done)
                 for (const std::string& file : UnpackResult(part.end.text).files)
                     own.insert(PlaceOf(share.folder, file));
-        const std::string second = share.folder + "/2-sided";
+        const std::string second = share.folder + "/" + std::string(SecondSideFolderName);
         for (const std::string& folder : {share.folder, second}) {
             std::error_code error;
             for (fs::directory_iterator entry(PathFromText(folder), error), end; !error && entry != end;
@@ -116,7 +118,7 @@ bool JoinedShares::TakeOver(std::string_view folder, std::size_t part, std::span
     const bool areTaken = TakeAllOrNone(mFiles, folder, made, [&](std::size_t at, const std::string& path) {
         const auto content = ContentIfAny(PathFromText(PlaceOf(known.share->folder, made[at])));
         if (!content || !IsNameOfARun(made[at]) || Sha256(*content) != digests[at]) return false;
-        if (made[at].starts_with(SecondSides)) mFiles.MakeFolder(std::string(folder) + "2-sided\\");
+        if (made[at].starts_with(SecondSides)) mFiles.MakeFolder(std::string(folder) + SecondSides);
         WriteWholeFile(mFiles.Resolve(path), *content);
         return true;
     });
