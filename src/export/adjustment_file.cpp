@@ -33,7 +33,7 @@ constexpr std::string_view CircularEnding =
     " twice with another section between, so that matching the parts would never end. Give each adjustment a "
     "name of its own. This export is now aborting.";
 
-const std::string DeliveredFile = "No Adjustments.txt";
+const std::string DeliveredFile(NoAdjustmentsFile);
 
 /// The path for one export alone.
 struct LentPath {

@@ -34,6 +34,8 @@ std::vector<std::size_t> LinesNotKept(std::span<const std::string> lines,
 std::string AdjustmentText(const AdjustmentRow& row, std::string_view lineEnd);
 
 inline constexpr SettingName AdjustmentPathSetting = setting::CVS_ADJ_PATH;
+/// The file that a home is delivered with.
+inline constexpr std::string_view NoAdjustmentsFile = "No Adjustments.txt";
 inline constexpr std::string_view MissingAdjustments =
     "Brenvik cannot find your No Adjustments.txt file in your installed folder. It may have been deleted. "
     "You "

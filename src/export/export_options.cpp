@@ -6,13 +6,13 @@
 #include <string_view>
 #include <vector>
 
-#include "base/failure.h"
 #include "base/letter_case.h"
 #include "base/quoted.h"
 #include "base/text.h"
 #include "export/adjustment_file.h"
 #include "export/frm_export.h"
 #include "forms/form_guards.h"
+#include "query/list_options.h"
 #include "session/module_state.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
@@ -21,11 +21,6 @@
 namespace brenvik {
 
 namespace {
-
-[[noreturn]] void Refuse(std::string_view option, const std::string& complaint) {
-    throw Failure(failure_number::InvalidCall, std::string(OwnSource),
-                  std::string(option) + ": " + complaint);
-}
 
 /// In quotes where a reader would take it for another one: with blanks at an end, or a comma.
 std::string ShownName(const std::string& name) {
@@ -54,14 +49,14 @@ void ChooseProfileOf(frmExport& form, const std::string& wanted) {
     // The dialog ignores an unreadable file; if a profile of it was named, its failure is shown.
     if (profiles.empty() && ThePlatform().files->FileExists(file)) ReadLines(file);
     if (std::ranges::count_if(profiles, isWanted) > 1)
-        Refuse("profile", "several profiles of " + file + " are called \"" + wanted +
-                              "\" in capital or small letters; write it as it stands there");
+        RefuseOption("profile", "several profiles of " + file + " are called \"" + wanted +
+                                    "\" in capital or small letters; write it as it stands there");
     if (found != profiles.end()) {
         form.ChooseProfile(found->name);
         return;
     }
-    Refuse("profile", "there is no profile \"" + wanted + "\" in " + file + "; " +
-                          (profiles.empty() ? "it has none" : "the profiles are " + NamesOf(profiles)));
+    RefuseOption("profile", "there is no profile \"" + wanted + "\" in " + file + "; " +
+                                (profiles.empty() ? "it has none" : "the profiles are " + NamesOf(profiles)));
 }
 
 }  // namespace
@@ -69,9 +64,10 @@ void ChooseProfileOf(frmExport& form, const std::string& wanted) {
 bool ExportToCsv(const CsvExportChoices& choices) {
     if (!choices.adjustments.empty()) {
         if (choices.profile.empty())
-            Refuse("adjustments",
-                   "they apply to the columns of a profile only; the standard columns show the sizes as "
-                   "they are, so name a profile too");
+            RefuseOption(
+                "adjustments",
+                "they apply to the columns of a profile only; the standard columns show the sizes as "
+                "they are, so name a profile too");
         ReadLines(choices.adjustments);
     }
     const AdjustmentsLent lent(choices.adjustments);

@@ -8,7 +8,7 @@
 
 namespace brenvik {
 
-/// The value as text: a number in its general form, blank for null.
+/// The value as text: a number in its general form, 0 for one that is the noise of reckoning, blank for null.
 std::string ValueText(const FieldValue& value);
 
 /// The value of a field as text; blank for a list without that field, as grouped ones are.

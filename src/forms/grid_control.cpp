@@ -5,11 +5,11 @@
 #include <utility>
 
 #include "base/letter_case.h"
-#include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "base/text.h"
 #include "base/utf8.h"
+#include "forms/field_text.h"
 
 namespace brenvik {
 
@@ -54,10 +54,7 @@ std::string GridControl::SavedText(int column, int row) const {
     const Recordset* records = mSource == nullptr ? nullptr : mSource->Records();
     const int field = FieldIndex(column);
     if (records == nullptr || field < 0 || row > records->RecordCount()) return {};
-    const FieldValue value = records->ValueAt(row - 1, field);
-    if (const auto* number = std::get_if<double>(&value)) return NumberToText(*number);
-    if (const auto* words = std::get_if<std::string>(&value)) return *words;
-    return {};
+    return FieldText(records->ValueAt(row - 1, field));
 }
 
 std::string GridControl::CellText(int column, int row) const {
@@ -73,8 +70,6 @@ void GridControl::SetCellText(int column, int row, std::string_view newText) {
         throw SubscriptOutOfRange("cell " + std::to_string(column) + ", " + std::to_string(row));
     mEdited.insert_or_assign(Cell(row, column), std::string(newText));
 }
-
-bool GridControl::Changed(int column, int row) const { return mEdited.contains({row, column}); }
 
 void GridControl::ClearMarks() { mEdited.clear(); }
 

@@ -75,7 +75,6 @@ class GridControl : public Control {
     void SetCellText(int column, int row, std::string_view newText);
     /// Text of a cell as the bound table has it, whatever was written over it since; blank outside of it.
     std::string SavedText(int column, int row) const;
-    bool Changed(int column, int row) const;  ///< Whether the cell is marked; only tests ask.
     void ClearMarks();
     /// Writes all marked cells to the bound table and clears their marks. A row is written whole or not at
     /// all; one that can't be keeps its marks and doesn't hold up the others, and the first failure is

@@ -12,6 +12,7 @@
 #include "base/number_text.h"
 #include "base/skip.h"
 #include "base/text.h"
+#include "forms/field_text.h"
 #include "parts/mdatabase.h"
 #include "parts/part_data_faults.h"
 #include "parts/part_table.h"
@@ -28,18 +29,12 @@ struct Group {
     double quantities = 0;
 };
 
-std::string TextOf(const FieldValue& value) {
-    if (const auto* text = std::get_if<std::string>(&value)) return *text;
-    if (const auto* number = std::get_if<double>(&value)) return NumberToText(*number);
-    return {};
-}
-
 /// The values that rows are grouped by; texts compare without case, as the part table does.
 using Key = std::vector<std::string>;
 
 Key KeyOf(const Recordset& records, const std::vector<std::string>& fields) {
     Key key;
-    for (const std::string& field : fields) key.push_back(FoldLower(TextOf(records.Value(Trim(field)))));
+    for (const std::string& field : fields) key.push_back(FoldLower(FieldText(records.Value(Trim(field)))));
     return key;
 }
 
@@ -59,10 +54,10 @@ void NoteGroupedQuantities() {
         for (; !records->Eof(); records->MoveNext()) {
             Group& group = groups[KeyOf(*records, fields)];
             if (group.rows++ == 0) {
-                group.handle = TextOf(records->Value("bv_id"));
-                group.name = TextOf(records->Value("bv_partname"));
+                group.handle = FieldText(records->Value("bv_id"));
+                group.name = FieldText(records->Value("bv_partname"));
             }
-            group.quantities += PartsOf(TextOf(records->Value("bv_qty")));
+            group.quantities += PartsOf(FieldText(records->Value("bv_qty")));
         }
     });
     Skip([&] { mDatabase::CloseRecordset(records); });

@@ -19,20 +19,19 @@ bool IsOpen(const std::unique_ptr<Connection>& connection) {
     return connection != nullptr && connection->State() == ConnectionState::Open;
 }
 
-const std::string WorkingFile = "bv04.mdb", BlankFile = "bv-back04.mdb";
-
 std::string DatabaseFolder() { return TheSession().InstallFolder + "_db\\"; }
 
 /// The database that is this program's own: the one beside the library, unless another program works there.
 std::string OwnDatabasePath() {
     const std::string own = ThePlatform().files->WorkFolder();
-    return (own.empty() ? DatabaseFolder() : own) + WorkingFile;
+    return (own.empty() ? DatabaseFolder() : own) + std::string(WorkingFile);
 }
 
 /// Whether a path leads to the database beside the library, however it is written.
 bool IsHomeDatabase(const std::string& path) {
     FilesPort& files = *ThePlatform().files;
-    return !IsBlank(path) && files.PlaceOf(path) == files.PlaceOf(DatabaseFolder() + WorkingFile);
+    return !IsBlank(path) &&
+           files.PlaceOf(path) == files.PlaceOf(DatabaseFolder() + std::string(WorkingFile));
 }
 
 /// A value as it stands in a connection string; in double quotes only where it would be cut or changed.
@@ -85,7 +84,7 @@ void RefreshWorkingDatabase() {
     FilesPort& files = *ThePlatform().files;
     const std::string path = OwnDatabasePath();
     if (files.FileExists(path)) files.RemoveFile(path);
-    const std::string blank = DatabaseFolder() + BlankFile;
+    const std::string blank = DatabaseFolder() + std::string(BlankFile);
     const std::optional<Failure> failure = Attempt([&] { files.CopyFileOver(blank, path); });
     if (!failure) return;
     if (files.FileExists(blank)) throw *failure;

@@ -9,6 +9,9 @@
 
 namespace brenvik::mDatabase {
 
+/// The working database, and the blank one that it is a copy of at first, in `_db` of the install folder.
+inline constexpr std::string_view WorkingFile = "bv04.mdb", BlankFile = "bv-back04.mdb";
+
 /// The path of the working database: the session's, or, when that is blank, the one of the settings or its
 /// default beside the library, which the session then keeps.
 std::string WorkingDatabasePath();

@@ -8,11 +8,11 @@
 
 #include "base/failure.h"
 #include "base/letter_case.h"
-#include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/quoted.h"
 #include "base/skip.h"
 #include "base/text.h"
+#include "forms/field_text.h"
 #include "grid/column_relation.h"
 #include "grid/frm_main.h"
 #include "grid/grid_query.h"
@@ -42,13 +42,6 @@ void ChooseItem(ListControl& list, std::string_view item) {
 
 /// Column 0 holds the row numbers; it is never hidden.
 bool IsHidden(const GridControl& grid, int column) { return column > 0 && grid.Column(column).hidden; }
-
-/// A value as an item of the value list; blank where there is none.
-std::string ItemText(const FieldValue& value) {
-    if (const auto* text = std::get_if<std::string>(&value)) return *text;
-    if (const auto* number = std::get_if<double>(&value)) return NumberToText(*number);
-    return {};
-}
 
 std::string ClauseOfRow(const FilterCriterion& row) {
     const std::string word = OperatorWord(row.criterion);
@@ -197,7 +190,7 @@ void frmFilter::RetrieveColData(std::string_view field, std::size_t row) {
         ListControl& list = *cboCritData[row];
         list.Clear();
         for (; !values->Eof(); values->MoveNext()) {
-            const std::string item = ItemText(values->Value(0));
+            const std::string item = FieldText(values->Value(0));
             if (!item.empty()) list.AddItem(item);
         }
         values->Close();

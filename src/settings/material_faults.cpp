@@ -25,9 +25,6 @@ constexpr double NoBit = 1000;
 /// No spindle turns this fast and no machine moves so, in millimetres or inches a minute.
 constexpr double NoSpeed = 1000000;
 
-/// A layer of this name could not be made in any host.
-constexpr std::string_view NotInLayerNames = "<>/\\\":;?*|,=`";
-
 /// Behind these a receiver begins the next field of the name: a tool "2_D5" would be taken for the tool 2 and
 /// the diameter 5.
 constexpr std::string_view BetweenFields = "_$. ";

@@ -14,6 +14,9 @@
 
 namespace brenvik {
 
+/// No host makes a layer with one of these in its name.
+inline constexpr std::string_view NotInLayerNames = "<>/\\\":;?*|,=`";
+
 /// The faults of a record in the order of its lines, of which the first has the number `head`; the key of the
 /// material itself isn't looked at. A later slot of the number 0 is empty, and may stay so.
 std::vector<MaterialFault> FaultsOfRecord(std::span<const std::string> lines, const MaterialTexts& texts,

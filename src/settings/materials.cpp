@@ -157,7 +157,7 @@ MaterialRecord MaterialFromTexts(const MaterialTexts& texts) {
     return record;
 }
 
-std::string MaterialsPath() { return ApplicationFolder() + "materials.txt"; }
+std::string MaterialsPath() { return ApplicationFolder() + std::string(MaterialsFile); }
 
 std::string MaterialsBackupPath() { return ApplicationFolder() + "materials.bak"; }
 
@@ -248,18 +248,14 @@ std::optional<CheckedMaterial> FindCheckedMaterial(std::string_view key) {
     return found;
 }
 
-std::optional<MaterialTexts> FindMaterial(std::string_view key) {
-    const std::optional<CheckedMaterial> found = FindCheckedMaterial(key);
-    return found ? std::optional(found->texts) : std::nullopt;
-}
-
 std::string MaterialFaultText(const MaterialFault& fault) {
     return MaterialsPath() + ":" + std::to_string(fault.line) + ": " + fault.text;
 }
 
-std::string LookupMaterial(std::string_view key, MaterialRecord& record) {
-    if (const std::optional<MaterialTexts> found = FindMaterial(key)) record = MaterialFromTexts(*found);
-    return record.direction + std::to_string(record.grain) + std::string(key);
+std::optional<CheckedMaterial> LookupMaterial(std::string_view key, MaterialRecord& record) {
+    std::optional<CheckedMaterial> found = FindCheckedMaterial(key);
+    if (found) record = MaterialFromTexts(found->texts);
+    return found;
 }
 
 std::string UnknownMaterialText(std::string_view key) {

@@ -48,7 +48,8 @@ MaterialRecord MaterialFromTexts(const MaterialTexts& texts);
 
 // The file.
 
-/// `materials.txt` and `materials.bak` in the install folder.
+/// The library and, as `materials.bak`, the one before the last saving: in the install folder.
+inline constexpr std::string_view MaterialsFile = "materials.txt";
 std::string MaterialsPath();
 std::string MaterialsBackupPath();
 
@@ -117,22 +118,18 @@ struct CheckedMaterial {
     std::vector<MaterialFault> guessed;  ///< Its lines that were no UTF-8.
 };
 
-/// The material with this key, as FindMaterial gives it, and its faults. Values are read by position, so a
-/// key of the wrong length truncates its value. Null if there is no such material. Fails as FindMaterial
-/// does.
+/// The material with this key, and its faults: ".75 oak" and "0.75 OAK" are the same. Of several, the last
+/// one. Values are read by position, so a key of the wrong length truncates its value. Null if there is no
+/// such material. Fails as reading the file does, and with 62, naming the line, when the record has fewer
+/// than fifteen lines.
 std::optional<CheckedMaterial> FindCheckedMaterial(std::string_view key);
-
-/// The values of the material with this key: ".75 oak" and "0.75 OAK" are the same. Of several, the last one.
-/// Null if there is none. Fails as reading the file does, and with 62, naming the line, when the record
-/// has fewer than fifteen lines.
-std::optional<MaterialTexts> FindMaterial(std::string_view key);
 
 /// Where a fault stands and what it is, as a message has it.
 std::string MaterialFaultText(const MaterialFault& fault);
 
-/// A given name; runs use `ReadMaterial`. Fills `record`, which stays where there is no such material, and
-/// returns direction, grain flag and key as one text. Fails as FindMaterial and MaterialFromTexts do.
-std::string LookupMaterial(std::string_view key, MaterialRecord& record);
+/// The same for a run: fills `record`, which stays where there is no such material. Fails as
+/// MaterialFromTexts does, too.
+std::optional<CheckedMaterial> LookupMaterial(std::string_view key, MaterialRecord& record);
 
 /// What a run reports if a part's material isn't in the library.
 std::string UnknownMaterialText(std::string_view key);

@@ -13,6 +13,7 @@
 #include "cnc/part/part_material.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
+#include "settings/material_faults.h"
 
 namespace brenvik {
 
@@ -48,7 +49,7 @@ std::string FinishedPartPath(int index, std::string_view PartName, std::string_v
 std::string MaterialLayerName(double thickness, std::string_view Material) {
     const std::string size = NumberToTextBlank(ClosestThirtySecond(thickness));
     const std::string material = IsBlank(Material) ? std::string(UnnamedMaterial) : FoldUpper(Material);
-    return WithoutCharacters("<>/\\\":;?*|,=`", "Material_" + size + " " + material);
+    return WithoutCharacters(NotInLayerNames, "Material_" + size + " " + material);
 }
 
 }  // namespace brenvik

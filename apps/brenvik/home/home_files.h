@@ -1,12 +1,14 @@
-// What the files of a home are called that several places here speak of; those of the profiles and of the
-// help stand with the core's own rules about them.
+// What the files of a home are called that several places here speak of; those that the core reads stand with
+// its own rules about them.
 #pragma once
 
 #include <string_view>
 
+#include "export/adjustment_file.h"
+#include "settings/materials.h"
+
 namespace brenvik::app {
 
-inline constexpr std::string_view SettingsFile = "settings.txt", MaterialsFile = "materials.txt",
-                                  NoAdjustmentsFile = "No Adjustments.txt";
+inline constexpr std::string_view SettingsFile = "settings.txt";
 
 }  // namespace brenvik::app

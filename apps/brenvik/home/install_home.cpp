@@ -9,6 +9,7 @@
 #include "grid/help.h"
 #include "home/home_files.h"
 #include "home/install_files.h"
+#include "parts/mdatabase.h"
 #include "session/ports/database_port.h"
 #include "settings/home_units.h"
 
@@ -56,9 +57,9 @@ void InstallHome(FilesPort& files, DatabasePort& database, std::optional<Measure
         if (const std::string path = databases + std::string(name); !files.FileExists(path))
             database.CreateBlankPartDatabase(path);
     };
-    makeDatabase("bv-back04.mdb");
+    makeDatabase(mDatabase::BlankFile);
     // The working one is nobody else's to make while a program works on it.
-    if (files.WorkFolder().empty()) makeDatabase("bv04.mdb");
+    if (files.WorkFolder().empty()) makeDatabase(mDatabase::WorkingFile);
     {
         // Nobody makes one of them between the look and the writing.
         const auto turn = files.AwaitTurn(at(MaterialsFile));

@@ -11,6 +11,7 @@
 #include "file_roots/places.h"
 #include "grid/help.h"
 #include "home/home_files.h"
+#include "parts/cnc_list.h"
 #include "shell/exit_status.h"
 
 namespace brenvik::app {
@@ -66,8 +67,8 @@ void KeptFiles::KeepHome(const fs::path& home) {
     Keep(home / CncProfileFile, "the profiles for CNC runs of the home");
     Keep(home / NoAdjustmentsFile, "the adjustment file of the home", OutputKind::Adjustments);
     Keep(home / HelpFile, "the help of the home");
-    Keep(home / "CNCExportList.txt", "a list that the grid hands over to CNC runs");
-    Keep(home / "CNCExportList2.txt", "a list that the grid hands over to CNC runs");
+    Keep(home / CncWorkFile, "a list that the grid hands over to CNC runs");
+    Keep(home / CncListFile, "a list that the grid hands over to CNC runs");
     KeepFolder(home / "_db", "a file of the part databases of the home");
 }
 

@@ -8,6 +8,7 @@
 #include "base/number_text.h"
 #include "base/text.h"
 #include "base/utf8.h"
+#include "export/record_values.h"
 #include "parts/part_table.h"
 
 namespace brenvik::app {
@@ -23,12 +24,6 @@ Shown ShownOf(const PartColumn& column) {
     if (column.gridColumn <= 9) return Shown::Always;
     if (column.gridColumn <= 12) return Shown::WithoutLetters;
     return column.gridColumn <= 23 ? Shown::WhenFilled : Shown::Never;
-}
-
-std::string TextOf(const FieldValue& value) {
-    if (const auto* text = std::get_if<std::string>(&value)) return *text;
-    if (const auto* number = std::get_if<double>(&value)) return NumberToText(NoiseAsZero(*number));
-    return {};
 }
 
 bool IsWide(char32_t c) {
@@ -62,14 +57,14 @@ Cell ToCell(std::string_view text) {
 
 bool AnyFilled(const PartList& list, std::size_t column) {
     return std::any_of(list.rows.begin(), list.rows.end(),
-                       [column](const auto& row) { return !IsBlank(TextOf(row[column])); });
+                       [column](const auto& row) { return !IsBlank(ValueText(row[column])); });
 }
 
 bool AnyWithoutLetters(const PartList& list) {
     for (std::size_t column = 0; column < list.columns.size(); ++column) {
         if (!EqualsIgnoreCase(list.columns[column].name, "bv_lwt")) continue;
         return std::any_of(list.rows.begin(), list.rows.end(),
-                           [column](const auto& row) { return IsBlank(TextOf(row[column])); });
+                           [column](const auto& row) { return IsBlank(ValueText(row[column])); });
     }
     return true;
 }
@@ -109,7 +104,7 @@ void WriteTable(const PartList& list, std::ostream& out) {
         if (!StandsInTable(list, column, withoutLetters)) continue;
         lines[0].push_back(ToCell(list.columns[column].caption));
         for (std::size_t row = 0; row < list.rows.size(); ++row)
-            lines[row + 1].push_back(ToCell(TextOf(list.rows[row][column])));
+            lines[row + 1].push_back(ToCell(ValueText(list.rows[row][column])));
         std::size_t width = 0;
         for (const auto& line : lines) width = std::max(width, line.back().width);
         widths.push_back(width);
@@ -134,7 +129,7 @@ void WriteCsv(const PartList& list, std::ostream& out) {
     out << Join(fields, ",") << "\r\n";
     for (const auto& row : list.rows) {
         fields.clear();
-        for (const FieldValue& value : row) fields.push_back(CsvField(TextOf(value)));
+        for (const FieldValue& value : row) fields.push_back(CsvField(ValueText(value)));
         out << Join(fields, ",") << "\r\n";
     }
 }

@@ -8,15 +8,13 @@
 #include "base/letter_case.h"
 #include "base/skip.h"
 #include "base/text.h"
+#include "cnc/part/part_material.h"
 #include "settings/material_keys.h"
 #include "shell/shell_word.h"
 
 namespace brenvik::app {
 
 namespace {
-
-/// What a run calls the material of a part that has none.
-constexpr std::string_view NoMaterial = "UNKNOWNMATERIAL";
 
 std::string ThicknessOf(std::string_view key) { return SplitAtFirst(key, ' ').head; }
 std::string NameOf(std::string_view key) { return SplitAtFirst(key, ' ').tail; }
@@ -66,10 +64,10 @@ std::vector<std::string> MaterialAdvice(std::span<const std::string> unknownKeys
             "materials.txt in the install folder: expected materials with a first tool, found none to copy"};
     std::vector<std::string> lines, thicknesses;
     for (const std::string& key : unknownKeys)
-        if (EqualsIgnoreCase(NameOf(key), NoMaterial)) thicknesses.push_back(ThicknessOf(key));
+        if (EqualsIgnoreCase(NameOf(key), UnnamedMaterial)) thicknesses.push_back(ThicknessOf(key));
     if (!thicknesses.empty()) lines.push_back(AdviceToGiveOne(library, thicknesses));
     for (const std::string& key : unknownKeys)
-        if (!EqualsIgnoreCase(NameOf(key), NoMaterial))
+        if (!EqualsIgnoreCase(NameOf(key), UnnamedMaterial))
             lines.push_back(AdviceToAdd(library, key, programWords));
     return lines;
 }

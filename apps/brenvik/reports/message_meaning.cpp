@@ -7,6 +7,7 @@
 
 #include "cnc/run/run_set_up.h"
 #include "export/csv_export.h"
+#include "session/library/grid_actions.h"
 #include "tools/part_export.h"
 
 namespace brenvik::app {
@@ -26,8 +27,6 @@ constexpr auto Harmless = std::to_array<std::string_view>({
     "You are missing ORIE data on one or more rows.",
     "This file already exists. Do you want to overwrite it?",
 });
-
-constexpr std::string_view AboutTitle = "About Brenvik";
 
 }  // namespace
 

@@ -33,9 +33,7 @@ std::string MaterialNameOf(const Acad3DSolid& solid) {
 std::optional<CheckedMaterial> ReadMaterial(PartState& part) {
     part.MaterialKeyText = MaterialKey(part.PartThickness, part.MaterialName, part.ExportScaleSetting);
     part.Material = {};
-    std::optional<CheckedMaterial> found = FindCheckedMaterial(part.MaterialKeyText);
-    if (found) part.Material = MaterialFromTexts(found->texts);
-    return found;
+    return LookupMaterial(part.MaterialKeyText, part.Material);
 }
 
 bool TakeMaterial(RunState& run) {

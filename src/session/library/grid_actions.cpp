@@ -44,7 +44,7 @@ void SortGrid(frmMain& form) {
 void FilterGrid(frmMain&) { ThePlatform().dialogs->ShowModal(StateOf<frmFilter>()); }
 
 void ShowAbout(frmMain&) {
-    ShowMessage(std::string(ProductTitle) + "\r\nVersion " BRENVIK_VERSION, "About Brenvik",
+    ShowMessage(std::string(ProductTitle) + "\r\nVersion " BRENVIK_VERSION, AboutTitle,
                 MessageIcon::Information);
 }
 
@@ -58,7 +58,7 @@ constexpr auto Actions = std::to_array<GridAction>({
     {"APPLY_DRAWING", "mnuApplyDrawing", "Apply to Drawing", &ApplyToDrawing},
     {"APPLY_CLOSE", "mnuApplyClose", "Apply/Close", &ApplyAndClose},
     {"CANCEL_CLOSE", "mnuExit", "Exit", &CloseForm},
-    {"", "mnuAbout", "About Brenvik", &ShowAbout},
+    {"", "mnuAbout", AboutTitle, &ShowAbout},
 });
 
 void RunAction(frmMain& form, const GridAction& action) {

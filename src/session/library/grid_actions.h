@@ -8,6 +8,9 @@ namespace brenvik {
 
 class frmMain;
 
+/// The title of the box about the program.
+inline constexpr std::string_view AboutTitle = "About Brenvik";
+
 struct GridAction {
     std::string_view key;        ///< Of the toolbar; blank where it has none.
     std::string_view menuEntry;  ///< Name of the menu entry; blank where there is none.

@@ -2,6 +2,7 @@
 #include "forms/grid_control.h"
 
 #include "core/forms/bound_grid.h"
+#include "core/forms/unsaved.h"
 #include "support/failure_of.h"
 
 namespace brenvik {
@@ -75,11 +76,11 @@ TEST_F(BoundGrid, MarksACellThatIsWrittenByCode) {
     Bind();
     grid.SetCellText(2, 1, "Door");
     EXPECT_EQ(grid.CellText(2, 1), "Door");
-    EXPECT_TRUE(grid.Changed(2, 1));
-    EXPECT_FALSE(grid.Changed(2, 2));
+    EXPECT_TRUE(IsUnsaved(grid, 2, 1));
+    EXPECT_FALSE(IsUnsaved(grid, 2, 2));
     EXPECT_EQ(Name(0), "Side");
     grid.ClearMarks();
-    EXPECT_FALSE(grid.Changed(2, 1));
+    EXPECT_FALSE(IsUnsaved(grid, 2, 1));
     EXPECT_EQ(grid.CellText(2, 1), "Side");
 }
 
@@ -92,8 +93,11 @@ TEST_F(BoundGrid, SavesItsMarkedCellsToTheTable) {
     EXPECT_EQ(Name(0), "Door");
     EXPECT_EQ(Name(1), "Top");
     EXPECT_EQ(database.Number(Path, 0, "bv_length"), 700.25);
-    EXPECT_FALSE(grid.Changed(2, 1));
+    EXPECT_FALSE(IsUnsaved(grid, 2, 1));
     EXPECT_EQ(grid.CellText(3, 1), "700.25");
+    database.statements.clear();
+    grid.SaveChanges();
+    EXPECT_TRUE(database.statements.empty()) << "no cell is marked any more";
 }
 
 TEST_F(BoundGrid, SavesTheLastTextOfACell) {
@@ -124,7 +128,7 @@ TEST_F(BoundGrid, WritesNothingWhenACellHoldsNoNumberWhereOneBelongs) {
         EXPECT_EQ(failure.number(), failure_number::TypeMismatch);
     }
     EXPECT_EQ(Name(0), "Side");
-    EXPECT_TRUE(grid.Changed(2, 1));
+    EXPECT_TRUE(IsUnsaved(grid, 2, 1));
 }
 
 TEST_F(BoundGrid, KeepsTheOtherRowsWhenOneCannotBeSaved) {
@@ -137,8 +141,8 @@ TEST_F(BoundGrid, KeepsTheOtherRowsWhenOneCannotBeSaved) {
     EXPECT_EQ(Name(0), "Door");
     EXPECT_EQ(database.Cell(Path, 1, "bv_partname"), FieldValue(std::monostate()));
     EXPECT_EQ(Name(2), "Top");
-    EXPECT_FALSE(grid.Changed(2, 1));
-    EXPECT_TRUE(grid.Changed(2, 2));
+    EXPECT_FALSE(IsUnsaved(grid, 2, 1));
+    EXPECT_TRUE(IsUnsaved(grid, 2, 2));
     EXPECT_EQ(grid.CellText(2, 2), std::string(256, 'n'));
 }
 
@@ -149,8 +153,8 @@ TEST_F(BoundGrid, WritesARowWholeOrNotAtAll) {
     grid.SetCellText(3, 1, "700");
     EXPECT_THROW(grid.SaveChanges(), Failure);
     EXPECT_EQ(Name(0), "Side");
-    EXPECT_TRUE(grid.Changed(2, 1));
-    EXPECT_TRUE(grid.Changed(3, 1));
+    EXPECT_TRUE(IsUnsaved(grid, 2, 1));
+    EXPECT_TRUE(IsUnsaved(grid, 3, 1));
 }
 
 TEST_F(BoundGrid, SavesSeveralRowsInOneTransaction) {
@@ -171,7 +175,7 @@ TEST_F(BoundGrid, ShowsTheTableAnewWhenTheRowsCannotBeKept) {
     EXPECT_THROW(grid.SaveChanges(), Failure);
     EXPECT_EQ(grid.CellText(3, 1), "600.5");
     EXPECT_EQ(grid.CellText(2, 2), "");
-    EXPECT_FALSE(grid.Changed(2, 2));
+    EXPECT_FALSE(IsUnsaved(grid, 2, 2));
     EXPECT_EQ(database.Number(Path, 0, "bv_length"), 600.5);
 }
 
@@ -392,9 +396,9 @@ TEST_F(BoundGrid, RowsThatGoTakeTheirMarksAndTheActiveCellAlong) {
     grid.SetCellText(1, 2, "goes");
     grid.SetMaxRows(1);
     EXPECT_EQ(grid.ActiveRow(), 1);
-    EXPECT_TRUE(grid.Changed(5, 1));
+    EXPECT_TRUE(IsUnsaved(grid, 5, 1));
     grid.SetMaxRows(2);
-    EXPECT_FALSE(grid.Changed(1, 2));
+    EXPECT_FALSE(IsUnsaved(grid, 1, 2));
     EXPECT_EQ(grid.ActiveRow(), 1);
 }
 
@@ -412,7 +416,7 @@ TEST_F(BoundGrid, FollowsItsLastDataControlAlone) {
     EXPECT_EQ(grid.MaxRows(), 2);
     grid.SetCellText(2, 1, "Door");
     data.Refresh();
-    EXPECT_TRUE(grid.Changed(2, 1));
+    EXPECT_TRUE(IsUnsaved(grid, 2, 1));
     grid.SetDataSource(nullptr);
     EXPECT_EQ(grid.MaxRows(), 0);
     other.Refresh();
@@ -474,7 +478,7 @@ TEST_F(BoundGrid, WithoutATableKeepsWhatTheUserTypes) {
     grid.SetMaxRows(2);
     EXPECT_TRUE(grid.UserEdit(2, 1, "Door"));
     EXPECT_EQ(grid.CellText(2, 1), "Door");
-    EXPECT_TRUE(grid.Changed(2, 1));
+    EXPECT_TRUE(IsUnsaved(grid, 2, 1));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // What a bound grid writes to its table and in which kind, row by row, and what it says of refusals.
 #include "core/forms/bound_grid.h"
+#include "core/forms/unsaved.h"
 #include "support/failure_of.h"
 
 namespace brenvik {
@@ -63,7 +64,7 @@ TEST_F(GridSaving, CellsWithoutAFieldAndRowsBeyondTheTableAreNotWritten) {
     EXPECT_EQ(database.statements, (Texts{"BEGIN", "UPDATE bv_partname", "COMMIT"}));
     EXPECT_EQ(Name(1), "Top");
     for (const auto& [column, row] : {std::pair{4, 1}, {2, 3}, {2, 2}})
-        EXPECT_FALSE(grid.Changed(column, row)) << column << ' ' << row;
+        EXPECT_FALSE(IsUnsaved(grid, column, row)) << column << ' ' << row;
 }
 
 TEST_F(GridSaving, NothingMarkedWritesNothingAndNeedsNoTable) {
@@ -86,9 +87,9 @@ TEST_F(GridSaving, OfSeveralRefusalsTheFirstIsToldAndEachKeepsItsMarks) {
     grid.SetCellText(3, 2, "long");
     grid.SetCellText(2, 3, "Top");
     EXPECT_EQ(FailureOf([&] { grid.SaveChanges(); }).description(), "The field is too small for the text");
-    EXPECT_TRUE(grid.Changed(2, 1));
-    EXPECT_TRUE(grid.Changed(3, 2));
-    EXPECT_FALSE(grid.Changed(2, 3));
+    EXPECT_TRUE(IsUnsaved(grid, 2, 1));
+    EXPECT_TRUE(IsUnsaved(grid, 3, 2));
+    EXPECT_FALSE(IsUnsaved(grid, 2, 3));
     EXPECT_EQ(Name(2), "Top");
 }
 
@@ -111,7 +112,7 @@ TEST_F(GridSaving, RowsThatCannotBeginTogetherAreAllTakenBack) {
     EXPECT_EQ(FailureOf([&] { grid.SaveChanges(); }).description(), "Locked");
     EXPECT_EQ(database.CountStatements("UPDATE"), 0);
     EXPECT_EQ(grid.CellText(2, 1), "Side");
-    EXPECT_FALSE(grid.Changed(2, 2));
+    EXPECT_FALSE(IsUnsaved(grid, 2, 2));
 }
 
 TEST_F(GridSaving, AHandlerIsToldOnceAndWithoutOneTheFailureComesOut) {
@@ -122,12 +123,12 @@ TEST_F(GridSaving, AHandlerIsToldOnceAndWithoutOneTheFailureComesOut) {
     grid.SetCellText(3, 2, "longer");
     grid.SaveOrTell();
     EXPECT_EQ(told, Texts{"Type mismatch"});
-    EXPECT_FALSE(grid.Changed(3, 1));
-    EXPECT_FALSE(grid.Changed(3, 2));
+    EXPECT_FALSE(IsUnsaved(grid, 3, 1));
+    EXPECT_FALSE(IsUnsaved(grid, 3, 2));
     grid.onSaveFailed = nullptr;
     grid.SetCellText(3, 1, "long");
     EXPECT_EQ(FailureOf([&] { grid.SaveOrTell(); }).number(), failure_number::TypeMismatch);
-    EXPECT_FALSE(grid.Changed(3, 1));
+    EXPECT_FALSE(IsUnsaved(grid, 3, 1));
 }
 
 TEST_F(GridSaving, WithoutATableIsAFailureThatNamesTheGrid) {

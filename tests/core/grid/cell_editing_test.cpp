@@ -1,5 +1,6 @@
 // Editing in the grid: the letters and the sizes that they name, the box that follows the current cell, what
 // may be typed, and edits that the table does not take.
+#include "core/forms/unsaved.h"
 #include "core/grid/grid_fixture.h"
 #include "grid/grid_columns.h"
 #include "parts/part_table.h"
@@ -31,7 +32,7 @@ TEST_P(LettersBecomeSizes, FromTheRawExtents) {
                                NumberToText(system.database.Number(system.WorkPath, 0, "bv_width")) + " " +
                                NumberToText(system.database.Number(system.WorkPath, 0, "bv_thickness"));
     EXPECT_EQ(stored, GetParam().sizes);
-    for (int column = 1; column <= Grid().MaxCols(); ++column) EXPECT_FALSE(Grid().Changed(column, 1));
+    for (int column = 1; column <= Grid().MaxCols(); ++column) EXPECT_FALSE(IsUnsaved(Grid(), column, 1));
     EXPECT_TRUE(Grid().reDraw);
     EXPECT_TRUE(system.Messages().empty());
 }

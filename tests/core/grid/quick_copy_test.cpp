@@ -1,5 +1,6 @@
 // Quick Copy: its guard, its statements to the letter, and what the list shows afterwards.
 #include "grid/quick_copy.h"
+#include "core/forms/unsaved.h"
 #include "core/grid/grid_fixture.h"
 
 namespace brenvik {
@@ -204,7 +205,7 @@ TEST_F(QuickCopyWork, OfLettersGivesEachRowItsSizes) {
     EXPECT_EQ(Sizes(2), "300 500 16");
     EXPECT_EQ(Sizes(3), "200 900 12");
     EXPECT_EQ(system.database.Number(system.WorkPath, 2, "bv_width"), 900);
-    EXPECT_FALSE(Grid().Changed(6, 3));
+    EXPECT_FALSE(IsUnsaved(Grid(), 6, 3));
 }
 
 TEST_F(QuickCopyWork, ShowsTheHourglassAndPaintsNothingMeanwhile) {
@@ -284,7 +285,7 @@ TEST_F(AutoPN, NumbersTheRowsInTheOrderShown) {
     EXPECT_EQ(Cell(16, 1), "1");
     EXPECT_EQ(Cell(1, 1), "B");
     EXPECT_EQ(StoredColumn("bv_pn"), (Texts{"2", "1", "3"}));
-    for (int row = 1; row <= 3; ++row) EXPECT_FALSE(Grid().Changed(16, row));
+    for (int row = 1; row <= 3; ++row) EXPECT_FALSE(IsUnsaved(Grid(), 16, row));
     EXPECT_TRUE(system.Messages().empty());
 }
 
@@ -337,7 +338,7 @@ TEST_F(AutoPN, ShowsTheTableAgainWhereItCannotBeSaved) {
     Press();
     EXPECT_EQ(system.Messages(), Texts{"-5\r\nFakeDatabase\r\nDisk full"});
     EXPECT_EQ(Cell(16, 1), "");
-    EXPECT_FALSE(Grid().Changed(16, 1));
+    EXPECT_FALSE(IsUnsaved(Grid(), 16, 1));
     EXPECT_TRUE(Grid().reDraw);
 }
 

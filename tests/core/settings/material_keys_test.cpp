@@ -81,7 +81,7 @@ TEST_F(MaterialKeys, NearOnesHaveAFirstToolAndComeOnce) {
 class AppendingMaterials : public MaterialKeys {
   protected:
     void Append(const std::string& like, const std::string& key) {
-        MaterialTexts texts = *FindMaterial(like);
+        MaterialTexts texts = FindCheckedMaterial(like)->texts;
         texts.front() = key;
         AppendMaterial(texts);
     }
@@ -108,9 +108,9 @@ TEST_F(AppendingMaterials, LeavesOddBytesAndAMissingLineEndToTheOthers) {
 TEST_F(AppendingMaterials, IsFoundAtOnce) {
     UseLibrary(OakPly);
     Append("19.05 red oak ply", "16 Oak");
-    const std::optional<MaterialTexts> added = FindMaterial("16 OAK");
+    const std::optional<CheckedMaterial> added = FindCheckedMaterial("16 OAK");
     ASSERT_TRUE(added);
-    EXPECT_EQ((*added)[4], "12.7");
+    EXPECT_EQ(added->texts[4], "12.7");
 }
 
 }  // namespace
