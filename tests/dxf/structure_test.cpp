@@ -77,7 +77,7 @@ TEST_P(DxfForeignContent, IsRefusedWithFilePlaceAndExpectation) {
 INSTANTIATE_TEST_SUITE_P(
     All, DxfForeignContent,
     testing::Values(Foreign{"Empty", "", "section"},
-                    Foreign{"BinaryDrawing", "AC1015\x01\x02", "line 1: expected a group code"},
+                    Foreign{"BinaryDrawing", "AC1015\x01\x02", "line 1: expected a section"},
                     Foreign{"Step", "ISO-10303-21;\n", "line 1: expected a group code"},
                     Foreign{"Garbage", "hello\nworld\n", "line 1: expected a group code"},
                     Foreign{"NumbersOnly", "12\n34\n56\n78\n", "line 2: expected group 0"},
@@ -88,7 +88,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Foreign{"Utf16",
                             "\xFF\xFE"
                             "0",
-                            "line 1: expected a group code"}),
+                            "line 1: expected a section"}),
     [](const auto& foreign) { return foreign.param.name; });
 
 TEST(DxfDamage, WhatStandsBeforeTheBreakArrives) {
