@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "drafting_host/dwg/dwg_reader.h"
+#include "drafting_host/dwg/group_names.h"
 #include "dwg/changed_sample.h"
 
 namespace brenvik {
@@ -84,6 +85,61 @@ TEST_F(DwgLinks, AMemberOfAGroupThatIsNoneOrStandsTwiceIsTold) {
                "GROUP (handle 6A5) has the entity (handle 6A1) twice, of which one is taken: another may be "
                "missing");
     EXPECT_EQ(twice.groups[1].members.size(), 5U);
+}
+
+TEST_F(DwgLinks, AMemberThatDoesntNameItsGroupIsToldAsIsTheOneThatDoes) {
+    for (const char* release : {"AC1014", "AC1015"}) {
+        const DrawingData data = WithReference(release, 0x69E, 0x69B, 0x29B);
+        ExpectTold(
+            data,
+            "GROUP (handle 69E) has the entity (handle 29B), which doesn't name the group: another may "
+            "be missing");
+        ExpectTold(data,
+                   "entity (handle 69B) names GROUP (handle 69E), which doesn't have it: the group may be "
+                   "damaged");
+    }
+    const DrawingData other = WithReference("AC1015", 0x69B, 0x69E, 0x6A5);
+    ExpectTold(
+        other,
+        "entity (handle 69B) names GROUP (handle 6A5), which doesn't have it: the group may be damaged");
+}
+
+TEST(DwgGroups, MembersThatNoneOfNamesTheGroupAreAnotherProgramsHabit) {
+    GroupData group;
+    group.handle = 0x69E;
+    group.members = {0x10, 0x11};
+    GroupsOfEntities entities;
+    Object entity;
+    for (const HandleValue member : group.members) {
+        entity.handle = member;
+        entities.Add(entity);
+    }
+    Reading silent, told;
+    entities.Check({group}, silent);
+    EXPECT_TRUE(silent.data.notes.empty());
+    entity.reactors = {group.handle};
+    entities.Add(entity);
+    entities.Check({group}, told);
+    ASSERT_EQ(told.data.notes.size(), 1U);
+    EXPECT_EQ(told.data.notes[0].text,
+              "GROUP (handle 69E) has the entity (handle 10), which doesn't name the group: another may be "
+              "missing");
+}
+
+TEST_F(DwgLinks, AReferenceThatShowsAnotherBlockThanTheOneThatListsItIsTold) {
+    const DrawingData data = WithReference("AC1015", 0xA43, 0xA0B, 0x6F2);
+    ExpectTold(
+        data,
+        "INSERT (handle A43) shows the block \"MyBlock\", though block \"my_block\" (handle A0B) has it "
+        "among its references: one of the two may be damaged");
+}
+
+TEST_F(DwgLinks, ASheetUnderAnotherNameThanItsOwnIsTold) {
+    const DrawingData data = Changed("AC1015", 0x25A, test::BitsOf("MyLayout"), test::BitsOf("MyLaYput"));
+    ExpectTold(
+        data,
+        "sheet \"MyLaYput\" (handle 25A) stands under \"MyLayout\" in the dictionary of all sheets: one of "
+        "the two may be damaged");
 }
 
 TEST_F(DwgLinks, ATextWithoutAStyleIsTold) {

@@ -1,6 +1,8 @@
 // Texts of binary drawings, by the page that the file names.
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "drafting_host/dwg/streams.h"
 
 namespace brenvik::dwg {
@@ -35,6 +37,34 @@ TEST(DwgTexts, ATextThatEndsAtAZeroWithinIsCounted) {
     EXPECT_EQ(texts.Read(cut3), "a");
     EXPECT_EQ(texts.Cut(), 1U);
     EXPECT_EQ(texts.FirstCut(), "a");
+}
+
+TEST(DwgTexts, ATextWithAControlCharacterIsCounted) {
+    const Texts texts(Release::R2000, 30);
+    texts.FromPage("a\tb\r\nc");
+    EXPECT_EQ(texts.Controlled(), 0U);
+    texts.FromPage("a\x07");
+    texts.FromPage("a\x7F");
+    EXPECT_EQ(texts.Controlled(), 2U);
+    EXPECT_EQ(texts.FirstControlled(), "a\x07");
+}
+
+TEST(DwgTexts, ATextThatEndsOtherwiseThanNearlyAllIsCounted) {
+    const std::string ended("\x40\xD8\x58\x80\x00", 5), unended("\x40\x98\x58\x80", 4);
+    for (const auto& [usual, other] : {std::pair(ended, unended), std::pair(unended, ended)}) {
+        const Texts texts(Release::R2000, 30);
+        const auto read = [&texts](const std::string& bytes) {
+            BitReader reader(bytes);
+            return texts.Read(reader);
+        };
+        for (int i = 0; i < 100; ++i) read(usual);
+        EXPECT_EQ(texts.OddlyEnded(), 0U);
+        EXPECT_EQ(read(other), "ab");
+        EXPECT_EQ(texts.OddlyEnded(), 1U);
+        EXPECT_EQ(texts.FirstOddlyEnded(), "ab");
+        for (int i = 0; i < 40; ++i) read(other);
+        EXPECT_EQ(texts.OddlyEnded(), 0U) << "both are usual there";
+    }
 }
 
 }  // namespace

@@ -1,11 +1,14 @@
 #include "drafting_host/dwg/common_values.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
+#include <variant>
 
 #include "base/handle_text.h"
 #include "drafting_host/dwg/table_data.h"
 #include "drafting_host/dxf/data/kept_text.h"
+#include "drafting_host/dxf/texts/exact_numbers.h"
 
 namespace brenvik::dwg {
 
@@ -97,6 +100,42 @@ void CommonValues::CheckHandles(std::string_view what, HandleValue handle, const
     }
 }
 
+namespace {
+
+/// Brackets open and close lists, in pairs.
+bool BracketsMatch(const RawXData& raw) {
+    constexpr int codeBracket = 1002;
+    int open = 0;
+    for (const XDataItem& item : raw.items) {
+        if (item.code != codeBracket) continue;
+        open += std::get<std::string>(item.value) == "{" ? 1 : -1;
+        if (open < 0) return false;
+    }
+    return open == 0 || raw.isCut;
+}
+
+/// Layers have their transparency here.
+bool HoldsFalseTransparency(const RawXData& raw, std::string_view application) {
+    if (application != "AcCmTransparency") return false;
+    return std::ranges::any_of(raw.items, [](const XDataItem& item) {
+        const auto* const value = std::get_if<std::int32_t>(&item.value);
+        return value != nullptr && !IsTransparency(static_cast<std::uint32_t>(*value));
+    });
+}
+
+}  // namespace
+
+void CommonValues::CheckItems(std::string_view what, HandleValue handle, const RawXData& raw,
+                              const std::string& application) const {
+    const std::string doubt = raw.absurd != 0       ? "the number " + RealText(raw.absurd)
+                              : !BracketsMatch(raw) ? "brackets that don't match"
+                              : HoldsFalseTransparency(raw, application) ? "a transparency that there isn't"
+                                                                         : "";
+    if (!doubt.empty())
+        mSource.reading.Note(0, ShownHolder({what, handle}) + ": the extended data of " +
+                                    ShownName(application) + " hold " + doubt + ": they may be damaged");
+}
+
 std::vector<XDataOfApp> CommonValues::XDataOf(std::string_view what, HandleValue handle,
                                               const std::vector<RawXData>& data) const {
     std::vector<XDataOfApp> all;
@@ -115,6 +154,7 @@ std::vector<XDataOfApp> CommonValues::XDataOf(std::string_view what, HandleValue
                                         " break off at an unknown code, the rest is left out");
         constexpr int codeLayer = 1003;
         CheckHandles(what, handle, app);
+        CheckItems(what, handle, raw, app.app);
         for (XDataItem& item : app.items) {
             if (item.code != codeLayer) continue;
             HandleValue layer = 0;

@@ -1,6 +1,7 @@
 // An entity besides its shape: layer, line type, colour and extended data, by the drawing's names.
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -36,6 +37,8 @@ class CommonValues {
 
   private:
     void CheckHandles(std::string_view what, HandleValue handle, const XDataOfApp& app) const;
+    void CheckItems(std::string_view what, HandleValue handle, const RawXData& raw,
+                    const std::string& application) const;
     RecordColor TrueColorOf(const Common& common, const Holder& holder) const;
 
     Source mSource;

@@ -37,11 +37,6 @@ using namespace dwg;
 
 bool IsZero(const Point3& point) { return point.x == 0 && point.y == 0 && point.z == 0; }
 
-std::string CutNote(const Texts& texts) {
-    return std::to_string(texts.Cut()) + " text(s) end at a zero within, the first one as " +
-           ShownName(texts.FirstCut());
-}
-
 class DwgWalk {
   public:
     DwgWalk(std::string_view content, std::string_view fileName)
@@ -74,12 +69,13 @@ class DwgWalk {
         for (const Block& block : mNames.blocks) TakeBlock(block);
         TakeStrayEntities();
         TakeGroups();
+        CheckReferences(mReading, mNames);
         mLinks.Tell(mReading);
         mMissing.Tell(mReading, mMap, [this](const ObjectMap::Entry& entry) { return KindOf(entry); });
         mLosses.Tell(mReading, mSeen);
         if (mTexts.Escaped() > 0)
             mReading.Note(0, KeptEscapesNote(mTexts.Escaped(), "in " + ShownName(mTexts.FirstEscaped())));
-        if (mTexts.Cut() > 0) mReading.Note(0, CutNote(mTexts));
+        TellTexts(mTexts, mReading);
         mReading.TellDoubts();
         for (ReadNote& note : mSections.notes) mReading.data.notes.push_back(std::move(note));
         CompleteDrawing(mReading);
@@ -394,13 +390,14 @@ class DwgWalk {
             if (!mSeen.insert(handle).second) throw Damage{entry->place * 8, "it stands in a second block"};
             if (!IsShapeKind(kind)) return mLosses.PassOver(kind, object.type);
             const Common common = ReadCommon(object);
+            if (!mNames.groups.empty()) mGroupsOfEntities.Add(object);
             EntityData entity = mValues.EntityOf(kind, object, common);
             Further further;
             entity.geometry = ReadShape(object, common, kind, mSurroundings, further);
             CheckEnd(entity.geometry, {kind, handle}, mSections, mTexts, mMap, mKinds, mLinks);
             CheckOwner(mReading, {kind, handle}, common, mReading.data.blocks[place].name);
             mValues.KeepFurther(entity, kind, common, further);
-            mLosses.Take(further);
+            mLosses.Take(further, mReading);
             CheckRecord(mReading, kind, object);
             if (further.doubt.empty()) further.doubt = ImpossibleIn(entity.geometry);
             if (!further.doubt.empty()) mReading.Note(0, ShownHolder({kind, handle}) + ": " + further.doubt);
@@ -448,14 +445,10 @@ class DwgWalk {
         const Dictionary& named = mNames.dictionaries[mHeader.groupDictionary];
         for (const auto& [name, handle] : named.entries)
             mMissing.Expect(handle, "GROUP", "group " + ShownName(name));
-        for (const HandleValue group : NameGroups(mNames.groups, named))
-            mReading.Note(0, ShownHolder({"GROUP", group}) +
-                                 " has no name of its own in the dictionary of groups: it gets one");
         const auto isKnown = [this](HandleValue member) {
             return mSeen.contains(member) || mDamaged.contains(member);
         };
-        for (GroupData& group : mNames.groups) CheckMembers(group, isKnown, mLinks, mReading);
-        mReading.data.groups = std::move(mNames.groups);
+        dwg::TakeGroups(mNames, named, mGroupsOfEntities, isKnown, mLinks, mReading);
     }
 
     Sections mSections;
@@ -469,6 +462,7 @@ class DwgWalk {
     std::unordered_set<HandleValue> mDamaged;  ///< Reported already.
     bool mChainIsBroken = false;
     MissingRecords mMissing;
+    GroupsOfEntities mGroupsOfEntities;
     Links mLinks;
     CommonValues mValues{{mSections, mTexts, mMap, mKinds, mHeader, mNames, mLinks, mReading}};
     std::vector<ObjectMap::Entry> mShapes;  ///< Entities that blocks hold, and the vertices of polylines.

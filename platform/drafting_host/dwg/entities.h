@@ -31,8 +31,9 @@ struct Further {
     std::string groups;  ///< As group text of a DXF file.
     /// A spline through points: what of its curve the file doesn't settle. Blank where it does.
     std::string unsettled;
-    bool losesColumns = false;  ///< A text in columns, which a drawing has in one.
-    std::string doubt;          ///< Why something of it may be missing; blank for nothing.
+    bool losesColumns = false;        ///< A text in columns, which a drawing has in one.
+    std::string doubt;                ///< Why something of it may be missing; blank for nothing.
+    std::vector<std::string> mended;  ///< Values that its kind settles, whatever the file says.
 };
 
 /// Whether ReadShape takes the kind.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_map>
+#include <variant>
 
 #include "base/letter_case.h"
 #include "drafting_host/dxf/data/standard_entries.h"
@@ -41,11 +43,29 @@ void TakeBlockName(Reading& reading, Block& block, const std::string& nameOfBegi
     // One that got its name later keeps that of an anonymous one in its record.
     const bool isAnonymous = block.name.starts_with('*'), isNumbered = nameOfBegin.starts_with('*');
     const std::string name = isNumbered ? nameOfBegin.substr(0, block.name.size()) : nameOfBegin;
-    if (!EqualsIgnoreCase(name, block.name) && (!isAnonymous || isNumbered))
+    const bool isNumber = nameOfBegin.find_first_not_of("0123456789", name.size()) == std::string::npos;
+    if ((!EqualsIgnoreCase(name, block.name) || !isNumber) && (!isAnonymous || isNumbered))
         reading.Note(0, ShownHolder({"block " + ShownName(block.name), block.record}) + " is named " +
                             ShownName(nameOfBegin) +
                             " by its BLOCK, which is taken: one of the two may be damaged");
     block.name = nameOfBegin;
+}
+
+void CheckReferences(Reading& reading, const Names& names) {
+    std::unordered_map<HandleValue, const std::string*> shown;
+    for (const BlockData& block : reading.data.blocks)
+        for (const EntityData& entity : block.entities)
+            if (const auto* const insert = std::get_if<InsertData>(&entity.geometry); insert != nullptr)
+                shown.emplace(entity.handle, &insert->block);
+    for (const Block& block : names.blocks)
+        for (const HandleValue reference : block.references) {
+            const auto found = shown.find(reference);
+            if (found == shown.end() || EqualsIgnoreCase(*found->second, block.name)) continue;
+            reading.Note(0, ShownHolder({"INSERT", reference}) + " shows the block " +
+                                ShownName(*found->second) + ", though " +
+                                ShownHolder({"block " + ShownName(block.name), block.record}) +
+                                " has it among its references: one of the two may be damaged");
+        }
 }
 
 void CheckStandardNames(Reading& reading, const Names& names, const Header& header) {

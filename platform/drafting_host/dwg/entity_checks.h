@@ -19,6 +19,10 @@ void CheckEnd(EntityGeometry& geometry, const Holder& holder, const Sections& se
 /// without its number. Reported where they disagree.
 void TakeBlockName(Reading& reading, Block& block, const std::string& nameOfBegin);
 
+/// A block lists the references that show it, mostly: some of these are gone, others were never entered. What
+/// it lists must not show another one.
+void CheckReferences(Reading& reading, const Names& names);
+
 /// Layer 0 and the line types by layer, by block and continuous, which every drawing has under these names.
 void CheckStandardNames(Reading& reading, const Names& names, const Header& header);
 

@@ -1,5 +1,6 @@
 // Polylines of many objects, and splines.
 #include <array>
+#include <utility>
 
 #include "drafting_host/dwg/entities.h"
 #include "drafting_host/dwg/fitted_spline.h"
@@ -31,19 +32,64 @@ std::vector<Object> PartsOf(Object& object, std::int32_t count, const Surroundin
     return surroundings.parts(listed, first, last);
 }
 
+// The types of a polyline's vertices.
+constexpr unsigned Flat = 10, InSpace = 11, OfMesh = 12, OfPolyface = 13, FaceOfPolyface = 14;
+
+// Flags of a vertex as DXF has them (group 70). The first four are how the polyline was smoothed.
+constexpr int MadeByFit = 1, HasTangent = 2, OnSpline = 8, OfFrame = 16, VertexInSpace = 32,
+              VertexOfMesh = 64, VertexOfPolyface = 128;
+
+/// What a vertex of a type can be: the flags that it always has, and those that it may have.
+struct VertexFlags {
+    int always = 0, maybe = 0;
+};
+VertexFlags FlagsOf(unsigned type) {
+    constexpr int smoothed = MadeByFit | OnSpline | OfFrame;
+    switch (type) {
+        case InSpace:
+            return {VertexInSpace, smoothed};
+        case OfMesh:
+            return {VertexOfMesh, smoothed};
+        case OfPolyface:
+            return {VertexOfMesh | VertexOfPolyface, 0};
+        default:
+            return {0, smoothed | HasTangent};
+    }
+}
+
+/// A vertex has the flags of its type, which its polyline's confirms.
+void MendFlags(PolylineData::Vertex& vertex, unsigned type, Further& further) {
+    const VertexFlags known = FlagsOf(type);
+    const int right = (vertex.flags & known.maybe) | known.always;
+    if (vertex.flags == right) return;
+    further.mended.push_back(ShownHolder({"VERTEX", vertex.handle}) + " has the flags " +
+                             std::to_string(vertex.flags) +
+                             ", which contradict its kind: " + std::to_string(right) + " is taken");
+    vertex.flags = right;
+}
+
+/// What a vertex says of a smoothing that its polyline doesn't have; blank for nothing.
+std::string SmoothingWithout(const PolylineData& line, const PolylineData::Vertex& vertex) {
+    constexpr int isFitted = 2, isSplined = 4;
+    const bool fits = ((vertex.flags & MadeByFit) == 0 || (line.flags & (isFitted | isSplined)) != 0) &&
+                      ((vertex.flags & (OnSpline | OfFrame)) == 0 || (line.flags & isSplined) != 0);
+    if (fits) return {};
+    return ShownHolder({"its vertex", vertex.handle}) + " has the flags " + std::to_string(vertex.flags) +
+           " of a smoothing that the polyline doesn't have";
+}
+
 PolylineData::Vertex ReadVertex(Object& object, unsigned type) {
-    constexpr unsigned flat = 10, faceOfPolyface = 14;
     BitReader& data = object.streams.data;
     PolylineData::Vertex vertex;
     vertex.handle = object.handle;
-    if (type == faceOfPolyface) {
+    if (type == FaceOfPolyface) {
         vertex.flags = 128;
         for (int& index : vertex.faceIndices) index = data.BitShort();
         return vertex;
     }
     vertex.flags = data.Byte();
     vertex.point = data.BitPoint();
-    if (type != flat) return vertex;
+    if (type != Flat) return vertex;
     vertex.startWidth = data.BitReal();
     // A negative width stands for both.
     if (vertex.startWidth < 0)
@@ -58,12 +104,11 @@ PolylineData::Vertex ReadVertex(Object& object, unsigned type) {
 
 /// Polylines of each kind have vertices of their own.
 void RequireVertex(const Object& vertex, std::string_view polyline) {
-    constexpr unsigned flat = 10, inSpace = 11, ofMesh = 12, ofPolyface = 13, faceOfPolyface = 14;
-    const bool fits = polyline == "POLYLINE_2D"   ? vertex.type == flat
-                      : polyline == "POLYLINE_3D" ? vertex.type == inSpace
+    const bool fits = polyline == "POLYLINE_2D"   ? vertex.type == Flat
+                      : polyline == "POLYLINE_3D" ? vertex.type == InSpace
                       : polyline == "POLYLINE_MESH"
-                          ? vertex.type == ofMesh
-                          : vertex.type == ofPolyface || vertex.type == faceOfPolyface;
+                          ? vertex.type == OfMesh
+                          : vertex.type == OfPolyface || vertex.type == FaceOfPolyface;
     if (!fits) vertex.streams.data.Fail("a vertex of " + std::string(polyline) + " was expected");
 }
 
@@ -99,10 +144,13 @@ EntityGeometry ReadPolyline(Object& object, std::string_view kind, const Surroun
     const std::int32_t count = object.streams.IsAtLeast(Release::R2004) ? data.BitLong() : 0;
     for (Object& part : PartsOf(object, count, surroundings, line.seqendHandle)) {
         RequireVertex(part, kind);
-        line.vertices.push_back(ReadVertex(part, part.type));
+        PolylineData::Vertex& vertex = line.vertices.emplace_back(ReadVertex(part, part.type));
+        if (part.type != FaceOfPolyface) MendFlags(vertex, part.type, further);
+        if (std::string smoothing = SmoothingWithout(line, vertex); !smoothing.empty())
+            further.doubt = std::move(smoothing);
         if (const std::string rest = RestOf(part.streams); !rest.empty())
             further.doubt = ShownHolder({"its vertex", part.handle}) + " has " + rest;
-        if (kind == "POLYLINE_2D") line.vertices.back().point.z = 0;
+        if (kind == "POLYLINE_2D") vertex.point.z = 0;
     }
     if (line.vertices.empty()) data.Fail("a vertex was expected");
     if (const auto falseCount = FalseCountOfMesh(line, "its head states")) further.doubt = *falseCount;

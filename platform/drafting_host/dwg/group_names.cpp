@@ -1,9 +1,10 @@
-// Groups by the handles that the dictionary lists.
 #include "drafting_host/dwg/group_names.h"
 
+#include <algorithm>
 #include <map>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "base/letter_case.h"
 #include "drafting_host/dwg/record_checks.h"
@@ -43,6 +44,57 @@ void CheckMembers(GroupData& group, const std::function<bool(HandleValue)>& isKn
         if (!isKnown(member)) links.Drop("an entity", member, holder);
         return false;
     });
+}
+
+bool GroupsOfEntities::Names(HandleValue entity, HandleValue group) const {
+    const auto hearers = mHearers.find(entity);
+    return hearers != mHearers.end() && std::ranges::find(hearers->second, group) != hearers->second.end();
+}
+
+void GroupsOfEntities::CheckGroup(const GroupData& group, Reading& reading) const {
+    std::vector<HandleValue> silent;
+    bool isNamed = false;
+    for (const HandleValue member : group.members) {
+        if (Names(member, group.handle))
+            isNamed = true;
+        else if (mHearers.contains(member))
+            silent.push_back(member);
+    }
+    if (silent.empty() || !isNamed) return;
+    reading.Note(0, ShownHolder({"GROUP", group.handle}) + " has the " + ShownHolders("entity", silent) +
+                        (silent.size() == 1 ? ", which doesn't name" : ", which don't name") +
+                        " the group: another may be missing");
+}
+
+void GroupsOfEntities::Check(const std::vector<GroupData>& groups, Reading& reading) const {
+    std::map<HandleValue, std::set<HandleValue>> membersOfGroup;
+    for (const GroupData& group : groups) {
+        CheckGroup(group, reading);
+        membersOfGroup[group.handle].insert(group.members.begin(), group.members.end());
+    }
+    std::map<HandleValue, std::vector<HandleValue>> missing;
+    for (const auto& [entity, hearers] : mHearers)
+        for (const HandleValue hearer : hearers) {
+            const auto members = membersOfGroup.find(hearer);
+            if (members != membersOfGroup.end() && !members->second.contains(entity))
+                missing[hearer].push_back(entity);
+        }
+    for (auto& [group, entities] : missing) {
+        std::ranges::sort(entities);
+        reading.Note(0, ShownHolders("entity", entities) + (entities.size() == 1 ? " names " : " name ") +
+                            ShownHolder({"GROUP", group}) + ", which doesn't have " +
+                            (entities.size() == 1 ? "it" : "them") + ": the group may be damaged");
+    }
+}
+
+void TakeGroups(dwg::Names& names, const Dictionary& dictionary, const GroupsOfEntities& ofEntities,
+                const std::function<bool(HandleValue)>& isKnown, Links& links, Reading& reading) {
+    for (const HandleValue group : NameGroups(names.groups, dictionary))
+        reading.Note(0, ShownHolder({"GROUP", group}) +
+                            " has no name of its own in the dictionary of groups: it gets one");
+    ofEntities.Check(names.groups, reading);
+    for (GroupData& group : names.groups) CheckMembers(group, isKnown, links, reading);
+    reading.data.groups = std::move(names.groups);
 }
 
 }  // namespace brenvik::dwg

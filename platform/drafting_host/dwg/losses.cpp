@@ -30,7 +30,19 @@ bool KeepsData(std::string_view kind) {
 
 void Losses::PassOver(std::string_view kind, unsigned type) { ++mPassed[KindOrType(kind, type)]; }
 
-void Losses::Take(const Further& further) {
+void TellTexts(const Texts& texts, Reading& reading) {
+    const auto tell = [&](std::size_t count, const char* what, const std::string& first) {
+        if (count > 0)
+            reading.Note(0, std::to_string(count) + what + ", the first one as " + ShownName(first));
+    };
+    tell(texts.Cut(), " text(s) end at a zero within", texts.FirstCut());
+    tell(texts.Controlled(), " text(s) have a control character and may be damaged", texts.FirstControlled());
+    tell(texts.OddlyEnded(), " text(s) end otherwise than all others of the file and may be damaged",
+         texts.FirstOddlyEnded());
+}
+
+void Losses::Take(const Further& further, Reading& reading) {
+    for (const std::string& value : further.mended) reading.Doubt("flags of vertex", 0, value, false);
     if (!further.unsettled.empty()) ++mSplines[further.unsettled];
     if (further.losesColumns) ++mTextsInColumns;
 }

@@ -19,6 +19,9 @@ std::string KindOrType(std::string_view kind, unsigned type);
 /// Whether a record's extended data are kept.
 bool KeepsData(std::string_view kind);
 
+/// What of a drawing's texts can't be as it stands.
+void TellTexts(const Texts& texts, Reading& reading);
+
 class Losses {
   public:
     /// An entity of a kind that drawings don't hold.
@@ -30,7 +33,7 @@ class Losses {
     /// Extended data of a record that nothing keeps.
     void LeaveData(std::string_view kind) { ++mData[std::string(kind)]; }
     /// What an entity that was taken loses.
-    void Take(const Further& further);
+    void Take(const Further& further, Reading& reading);
 
     /// `taken` are the handles of entities.
     void Tell(Reading& reading, const std::set<HandleValue>& taken) const;

@@ -23,6 +23,7 @@ struct Block {
     HandleValue first = 0, last = 0;    ///< Up to release 2000.
     std::vector<HandleValue> entities;  ///< From release 2004 on.
     HandleValue layout = 0;
+    std::vector<HandleValue> references;  ///< The block references that show it, from release 2000 on.
     std::string groups;  ///< Of its record: unit and how it is scaled, from release 2007 on; its picture.
     std::string description, drawing;  ///< Its description; the file of another drawing that it shows.
     bool isOverlay = false;

@@ -87,6 +87,7 @@ std::vector<RawXData> ReadXData(BitReader& reader, HandleValue own, const Texts&
             if (!item) break;
             each.items.push_back(std::move(*item));
         }
+        each.absurd = items.Absurd();
         all.push_back(std::move(each));
     }
 }
@@ -98,11 +99,8 @@ struct EntityColor {
     int index = 256;
     bool isInBook = false;
     std::optional<std::uint32_t> trueColor{}, transparency{};
-    bool isOdd = false;
+    std::string_view oddity{};  ///< Which of its values there isn't.
 };
-
-/// By layer, by block, or a value in the lowest byte.
-bool IsTransparency(std::uint32_t value) { return (value & 0xFFFF00U) == 0 && (value >> 24U) <= 2; }
 
 EntityColor ReadEntityColor(BitReader& data, Release release) {
     constexpr unsigned indexMask = 0x1FF, hasTrueColor = 0x8000, isInBook = 0x4000, hasTransparency = 0x2000;
@@ -113,11 +111,18 @@ EntityColor ReadEntityColor(BitReader& data, Release release) {
     if ((value & hasTrueColor) != 0 && !color.isInBook)
         color.trueColor = static_cast<std::uint32_t>(data.BitLong()) & ThreeBytes;
     if ((value & hasTransparency) != 0) color.transparency = static_cast<std::uint32_t>(data.BitLong());
-    color.isOdd = (value & ~known) != 0 || (color.transparency && !IsTransparency(*color.transparency));
+    if (color.transparency && !IsTransparency(*color.transparency)) color.oddity = "transparency";
+    if ((value & ~known) != 0) color.oddity = "colour";
     return color;
 }
 
 }  // namespace
+
+bool IsTransparency(std::uint32_t value) {
+    constexpr std::uint32_t ofItsOwn = 2;
+    const std::uint32_t kind = value >> 24U;
+    return (value & 0xFFFF00U) == 0 && (kind == ofItsOwn || (kind < ofItsOwn && (value & 0xFFU) == 0));
+}
 
 bool IsLineweight(unsigned number) {
     return number < Lineweights.size() || (number >= LineweightByLayer && number <= LineweightDefault);
@@ -208,11 +213,16 @@ struct Follows {
     unsigned others = 0;  ///< Material, plot style and visual styles.
 };
 
+void ReadHearers(Object& object, std::size_t reactors, bool hasDictionary) {
+    object.reactors.reserve(reactors);
+    for (std::size_t i = 0; i < reactors; ++i) object.reactors.push_back(object.streams.Handle());
+    if (hasDictionary) object.dictionary = object.streams.Handle();
+}
+
 void ReadCommonHandles(Object& object, const Follows& follows, Common& common) {
     Streams& streams = object.streams;
     if (common.mode == 0) common.owner = streams.Handle();
-    for (std::size_t i = 0; i < follows.reactors; ++i) streams.Handle();
-    if (follows.dictionary) streams.Handle();
+    ReadHearers(object, follows.reactors, follows.dictionary);
     if (!streams.IsAtLeast(Release::R2000)) {
         common.layer = streams.Handle();
         if (follows.linetype) common.linetype = streams.Handle();
@@ -273,7 +283,7 @@ Common ReadCommon(Object& object) {
     common.lineweight = LineweightOf(lineweight);
     constexpr unsigned inNoSpace = 3;
     common.oddity = common.mode == inNoSpace           ? "space"
-                    : color.isOdd                      ? "colour"
+                    : !color.oddity.empty()            ? color.oddity
                     : invisible != 0 && invisible != 1 ? "visibility"
                     : !IsLineweight(lineweight)        ? "lineweight"
                                                        : "";
@@ -288,8 +298,7 @@ HandleValue ReadOwner(Object& object) {
     const bool hasDictionary = !streams.IsAtLeast(Release::R2004) || !streams.data.Bit();
     if (streams.IsAtLeast(Release::R2013)) streams.data.Bit();
     const HandleValue owner = streams.Handle();
-    for (std::size_t i = 0; i < reactors; ++i) streams.Handle();
-    if (hasDictionary) streams.Handle();
+    ReadHearers(object, reactors, hasDictionary);
     return owner;
 }
 

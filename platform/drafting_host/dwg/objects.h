@@ -19,6 +19,7 @@ struct RawXData {
     HandleValue application = 0;
     std::vector<XDataItem> items;
     bool isCut = false;  ///< Items behind one of an unknown code are missing.
+    double absurd = 0;   ///< A number that a drawing can't have; 0 for none.
 };
 
 /// An opened object: its streams are positioned after the data that all objects begin with.
@@ -32,6 +33,11 @@ struct Object {
     bool isDependent = false;        ///< The record comes out of another drawing.
     std::string_view bytes;          ///< Of the section.
     std::size_t start = 0, end = 0;  ///< The bits at which the object begins and ends.
+
+    // Who hears of its changes, and the dictionary of what others keep with it; from ReadCommon and
+    // ReadOwner.
+    std::vector<HandleValue> reactors;
+    HandleValue dictionary = 0;
 };
 
 /// Opens the object that stands at `place` under `handle`. Throws Damage.
@@ -73,6 +79,9 @@ struct RecordColor {
 RecordColor ReadRecordColor(Streams& streams);
 /// Its number; of a true colour, which has none in the file, the nearest.
 int IndexOf(const RecordColor& color);
+
+/// Whether a transparency is one that there is: by layer, by block, or a value in the lowest byte.
+bool IsTransparency(std::uint32_t value);
 
 /// Hundredths of a millimetre by the file's number of a lineweight; -1 by layer, -2 by block, -3 the default.
 int LineweightOf(unsigned number);

@@ -106,7 +106,8 @@ std::string ImpossibleIn(std::string_view kind, std::string_view groups) {
 void CheckName(Reading& reading, const Holder& holder, std::string_view name, bool isDependent) {
     for (std::size_t i = 0; i < name.size(); ++i) {
         const char c = name[i];
-        const bool isControl = static_cast<unsigned char>(c) < ' ';
+        constexpr char erased = '\x7F';
+        const bool isControl = static_cast<unsigned char>(c) < ' ' || c == erased;
         if (!isControl && ForbiddenInNames.find(c) == std::string_view::npos) continue;
         if (i == 0 && c == '*' && MayHaveStar(holder.kind, name)) continue;
         if ((c == '|' && isDependent) || (c == '\\' && IsEscape(name.substr(i)))) continue;

@@ -133,7 +133,7 @@ Block ReadBlockRecord(Object& object) {
     }
     streams.Handle();  // ENDBLK
     if (streams.IsAtLeast(Release::R2000)) {
-        for (std::size_t i = 0; i < inserts; ++i) streams.Handle();
+        for (std::size_t i = 0; i < inserts; ++i) block.references.push_back(streams.Handle());
         block.layout = HandleIfAny(streams);
     }
     return block;

@@ -1,10 +1,12 @@
 #include "drafting_host/dwg/sheets.h"
 
+#include <algorithm>
 #include <map>
 #include <optional>
 #include <set>
 #include <string>
 
+#include "base/letter_case.h"
 #include "base/numbers.h"
 #include "drafting_host/dwg/links.h"
 #include "drafting_host/dwg/record_checks.h"
@@ -27,8 +29,17 @@ std::optional<long> TabOf(const Layout& sheet) {
     return {};
 }
 
+/// The dictionary has a sheet under its name. Release 14 changes the letters of one of the two.
+void CheckKey(const Dictionary& dictionary, const Layout& sheet, Reading& reading) {
+    const auto entry =
+        std::ranges::find(dictionary.entries, sheet.handle, [](const auto& each) { return each.second; });
+    if (entry == dictionary.entries.end() || EqualsIgnoreCase(entry->first, sheet.name)) return;
+    reading.Note(0, ShownSheet(sheet) + " stands under " + ShownName(entry->first) +
+                        " in the dictionary of all sheets: one of the two may be damaged");
+}
+
 /// What sheets say of themselves, against each other and against the dictionary that has all of them.
-void CheckSheets(const Names& names, const Header& header, Reading& reading) {
+void CheckSheets(const Names& names, const Header& header, Release release, Reading& reading) {
     const auto all = header.handles.find("LAYOUTS");
     const bool isKnown = all != header.handles.end() && names.dictionaries.contains(all->second);
     const std::map<HandleValue, Layout> sheets(names.layouts.begin(), names.layouts.end());
@@ -38,6 +49,7 @@ void CheckSheets(const Names& names, const Header& header, Reading& reading) {
             reading.Note(0, ShownSheet(own) +
                                 " says that it belongs to another dictionary than that of all " +
                                 "sheets: it may be damaged");
+        if (isKnown && release >= Release::R2000) CheckKey(names.dictionaries.at(all->second), own, reading);
         if (const std::string doubt = ImpossibleIn("LAYOUT", own.groups); !doubt.empty())
             reading.Note(0, ShownSheet(own) + ": " + doubt);
         const auto tab = TabOf(own);
@@ -112,7 +124,7 @@ class SheetJoin {
 }  // namespace
 
 void JoinSheets(Names& names, const Header& header, Release release, Reading& reading) {
-    CheckSheets(names, header, reading);
+    CheckSheets(names, header, release, reading);
     SheetJoin(names, release, reading).Run();
 }
 

@@ -43,6 +43,11 @@ bool EndsWithin(std::string_view bytes, std::size_t sizeOfUnit) {
     return false;
 }
 
+bool IsControl(char c) {
+    constexpr char erased = '\x7F';
+    return c == erased || (static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\n' && c != '\r');
+}
+
 /// Half a surrogate pair is no character; it stays as an escape, as texts of DXF have it.
 void AppendEscape(std::string& text, unsigned unit) {
     constexpr std::string_view digits = "0123456789ABCDEF";
@@ -64,6 +69,7 @@ std::string Texts::FromPage(std::string_view bytes) const { return Decoded(UpToZ
 std::string Texts::Decoded(std::string_view text) const {
     std::string decoded = mDecoder.Decode(text);
     if (HoldsPageEscape(decoded) && mEscaped++ == 0) mFirstEscaped = decoded;
+    if (std::ranges::any_of(decoded, IsControl) && mControlled++ == 0) mFirstControlled = decoded;
     return decoded;
 }
 
@@ -92,8 +98,26 @@ std::string Texts::Read(BitReader& reader) const {
     if (length == 0) return {};
     const std::string bytes = reader.Bytes(mIsUnicode ? length * 2 : length);
     std::string text = mIsUnicode ? FromUnits(bytes) : FromPage(bytes);
-    if (EndsWithin(bytes, mIsUnicode ? 2 : 1) && mCut++ == 0) mFirstCut = text;
+    const std::size_t sizeOfUnit = mIsUnicode ? 2 : 1;
+    if (EndsWithin(bytes, sizeOfUnit) && mCut++ == 0) mFirstCut = text;
+    const bool isEnded = std::string_view(bytes).substr(bytes.size() - sizeOfUnit).find_first_not_of('\0') ==
+                         std::string::npos;
+    (isEnded ? mEnded : mUnended).Add(text);
     return text;
+}
+
+const Texts::Seen* Texts::Few() const {
+    constexpr std::size_t nearlyAll = 20;
+    const Seen& few = mEnded.count < mUnended.count ? mEnded : mUnended;
+    const std::size_t all = mEnded.count + mUnended.count;
+    return few.count > 0 && all / few.count > nearlyAll ? &few : nullptr;
+}
+
+std::size_t Texts::OddlyEnded() const { return Few() == nullptr ? 0 : Few()->count; }
+
+const std::string& Texts::FirstOddlyEnded() const {
+    static const std::string none;
+    return Few() == nullptr ? none : Few()->first;
 }
 
 Streams StreamsOf(std::string_view bytes, std::size_t begin, std::size_t handlesAt, std::size_t end,

@@ -34,14 +34,32 @@ class Texts {
     /// How many texts have a zero within, where they end, and the first of them.
     std::size_t Cut() const { return mCut; }
     const std::string& FirstCut() const { return mFirstCut; }
+    /// How many texts have a control character that isn't a tab or the end of a line, and the first of them.
+    std::size_t Controlled() const { return mControlled; }
+    const std::string& FirstControlled() const { return mFirstControlled; }
+    /// A program ends each text by a zero or none. How many do otherwise than nearly all, and the first of
+    /// them.
+    std::size_t OddlyEnded() const;
+    const std::string& FirstOddlyEnded() const;
 
   private:
     std::string Decoded(std::string_view text) const;
 
     TextDecoder mDecoder;
     bool mIsUnicode = false, mIsKnown = true;
-    mutable std::size_t mEscaped = 0, mCut = 0;
-    mutable std::string mFirstEscaped, mFirstCut;
+    struct Seen {
+        std::size_t count = 0;
+        std::string first{};
+        void Add(const std::string& text) {
+            if (count++ == 0) first = text;
+        }
+    };
+    /// Of the texts with and without a zero at their end those that are few.
+    const Seen* Few() const;
+
+    mutable std::size_t mEscaped = 0, mCut = 0, mControlled = 0;
+    mutable std::string mFirstEscaped, mFirstCut, mFirstControlled;
+    mutable Seen mEnded, mUnended;
 };
 
 struct Streams {
