@@ -1,5 +1,5 @@
-// The files of release 2007. Their pages end with parity for repairs, which is not used
-// here.
+// The files of release 2007. Their pages end with parity for repairs, which only tells here whether one is
+// damaged.
 #include <algorithm>
 #include <cstdlib>
 #include <map>
@@ -10,12 +10,14 @@
 #include "base/utf8.h"
 #include "drafting_host/dwg/containers.h"
 #include "drafting_host/dwg/decompression.h"
+#include "drafting_host/dwg/parity.h"
 
 namespace brenvik::dwg {
 namespace {
 
-constexpr std::size_t HeadAt = 0x80, PagesAt = 0x480, HeadBlocks = 3, BlockSize = 255;
-constexpr std::size_t SystemData = 239, PageData = 251, HeadSize = 0x110;
+constexpr std::size_t HeadAt = 0x80, PagesAt = 0x480, HeadBlocks = 3, BlockSize = ParityBlock;
+constexpr std::size_t SystemData = DataOfBlock(Parity::OfSystemPages),
+                      PageData = DataOfBlock(Parity::OfDataPages), HeadSize = 0x110;
 
 /// The numbers of the head that are used, by their places in it.
 enum HeadNumber : std::size_t {
@@ -65,8 +67,10 @@ class PagedFile2007 {
     std::uint64_t Number(HeadNumber which) const { return LongLongAt(mHead, which * 8); }
 
     void ReadHead() {
-        const std::string data =
-            WithoutParity(PartAt(mContent, HeadAt, HeadBlocks * BlockSize), HeadBlocks, SystemData);
+        const std::string_view stored = PartAt(mContent, HeadAt, HeadBlocks * BlockSize);
+        if (!FitsParity(stored, HeadBlocks, Parity::OfSystemPages))
+            Note(mSections, "the parity of the file's head is wrong");
+        const std::string data = WithoutParity(stored, HeadBlocks, SystemData);
         constexpr std::size_t lengthAt = 24, packedAt = 32;
         const auto length = static_cast<std::int32_t>(LongAt(data, lengthAt));
         const auto count = static_cast<std::uint64_t>(std::llabs(length));
@@ -84,8 +88,10 @@ class PagedFile2007 {
             throw BrokenFile{HeadAt, "a map that fits the file"};
         const std::uint64_t blocks = (AlignedToEight(packedSize) * repeats + SystemData - 1) / SystemData;
         if (blocks > most / BlockSize || offset > most) throw BrokenFile{HeadAt, "a map within the file"};
-        const std::string data =
-            WithoutParity(PartAt(mContent, PagesAt + offset, blocks * BlockSize), blocks, SystemData);
+        const std::string_view stored = PartAt(mContent, PagesAt + offset, blocks * BlockSize);
+        if (!FitsParity(stored, blocks, Parity::OfSystemPages))
+            Note(mSections, "byte " + std::to_string(PagesAt + offset) + ": the parity of a map is wrong");
+        const std::string data = WithoutParity(stored, blocks, SystemData);
         auto clear = Unpack2007(PartAt(data, 0, packedSize), static_cast<std::size_t>(size));
         if (!clear)
             throw BrokenFile{static_cast<std::size_t>(PagesAt + offset), "a map that can be unpacked"};
@@ -151,7 +157,11 @@ class PagedFile2007 {
         std::string data;
         if (section.encoding == withParity) {
             const std::uint64_t blocks = (AlignedToEight(page.packed) + PageData - 1) / PageData;
-            data = WithoutParity(PartAt(mContent, at, blocks * BlockSize), blocks, PageData);
+            const std::string_view stored = PartAt(mContent, at, blocks * BlockSize);
+            if (!FitsParity(stored, blocks, Parity::OfDataPages))
+                Note(mSections, "byte " + std::to_string(at) + ": the parity of a page of section " +
+                                    section.name + " is wrong");
+            data = WithoutParity(stored, blocks, PageData);
         } else {
             data = PartAt(mContent, at, page.packed);
         }
