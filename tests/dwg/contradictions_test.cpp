@@ -70,7 +70,8 @@ TEST(DwgTransparency, HasAValueOnlyWhereItIsItsOwn) {
 }
 
 /// What is told of extended data of a layer.
-std::string ToldOf(const RawXData& raw) {
+std::string ToldOf(const RawXData& raw, const char* what = "layer",
+                   const char* application = "AcCmTransparency") {
     Reading reading;
     const Sections sections;
     const Texts texts;
@@ -79,9 +80,9 @@ std::string ToldOf(const RawXData& raw) {
     const Kinds kinds(none, texts);
     const Header header;
     Names names;
-    names.applications[0x12] = "AcCmTransparency";
+    names.applications[0x12] = application;
     Links links;
-    CommonValues({sections, texts, map, kinds, header, names, links, reading}).XDataOf("layer", 0x9F4, {raw});
+    CommonValues({sections, texts, map, kinds, header, names, links, reading}).XDataOf(what, 0x9F4, {raw});
     return reading.data.notes.empty() ? "" : reading.data.notes[0].text;
 }
 
@@ -100,6 +101,15 @@ TEST(DwgExtendedData, WhatTheyCantHoldIsTold) {
     odd = sound;
     odd.items[0] = Item(1002, std::string("}"));
     EXPECT_EQ(ToldOf(odd), what + "brackets that don't match: they may be damaged");
+    odd.items.clear();
+    odd.items.push_back(Item(1071, std::int32_t{0x00040022}));
+    EXPECT_EQ(ToldOf(odd, "STYLE", "ACAD"),
+              "STYLE (handle 9F4): the extended data of \"ACAD\" hold marks of a font that there aren't: "
+              "they may be "
+              "damaged");
+    odd.items[0] = Item(1071, std::int32_t{0x03000031});
+    EXPECT_EQ(ToldOf(odd, "STYLE", "ACAD"), "");
+    EXPECT_NE(ToldOf(odd, "layer", "ACCMTRANSPARENCY"), "") << "as release 14 has names";
     odd = sound;
     odd.absurd = 1e-313;
     EXPECT_EQ(ToldOf(odd).substr(0, what.size() + 10), what + "the number");

@@ -89,6 +89,62 @@ TEST(DwgMade, ArraysOfReferencesHaveTheirColumnsAndRows) {
     }
 }
 
+/// A polyline in space of one vertex, with a byte for its curve and the flags of the vertex; closed.
+PolylineData PolylineInSpace(Release release, unsigned curve, unsigned flags, std::string& doubt) {
+    MadeObject made{release, 16}, vertex{release, 11};
+    constexpr HandleValue ofVertex = 0x101, ofEnd = 0x102;
+    made.BeginEntity();
+    made.data.Raw(curve, 1).Raw(1, 1);
+    if (made.IsAtLeast(Release::R2004)) made.data.Long(1);
+    made.handles.Handle(3, ofVertex);
+    if (!made.IsAtLeast(Release::R2004)) made.handles.Handle(3, ofVertex);
+    made.handles.Handle(3, ofEnd);
+    vertex.handle = ofVertex;
+    vertex.BeginEntity();
+    vertex.data.Raw(flags, 1).Point({1, 2, 3});
+    PolylineData line;
+    Opened(vertex, [&](Object& part) {
+        ReadCommon(part);
+        Opened(made, [&](Object& object) {
+            const std::unordered_map<HandleValue, std::string> bodies;
+            Links links;
+            const Surroundings surroundings{
+                NamesOfOne(), bodies, links,
+                [&](const std::vector<HandleValue>&, HandleValue, HandleValue) { return std::vector{part}; }};
+            Further further;
+            const Common common = ReadCommon(object);
+            line = std::get<PolylineData>(ReadShape(object, common, "POLYLINE_3D", surroundings, further));
+            doubt = further.doubt;
+        });
+    });
+    return line;
+}
+
+TEST(DwgMade, PolylinesInSpaceHaveTheirCurveInAByteOfItsOwn) {
+    constexpr int closed = 1, splined = 4, inSpace = 8, plain = 32, ofSpline = 40;
+    for (const Release release : Releases) {
+        std::string doubt;
+        const auto expect = [&](unsigned curve, unsigned vertex, int flags, int surface) {
+            const PolylineData line = PolylineInSpace(release, curve, vertex, doubt);
+            EXPECT_EQ(line.flags, flags) << curve;
+            EXPECT_EQ(line.surfaceType, surface) << curve;
+        };
+        expect(0, plain, closed | inSpace, 0);
+        EXPECT_EQ(doubt, "");
+        expect(1, ofSpline, closed | splined | inSpace, 5);
+        EXPECT_EQ(doubt, "");
+        expect(2, ofSpline, closed | splined | inSpace, 6);
+        EXPECT_EQ(doubt, "");
+        expect(8, plain, closed | inSpace, 0);
+        EXPECT_EQ(doubt, "its curve is 8 where 0 to 2 was expected");
+        expect(2, plain, closed | splined | inSpace, 6);
+        EXPECT_EQ(doubt, "it is said to be smoothed and has no vertex of a spline");
+        expect(0, ofSpline, closed | inSpace, 0);
+        EXPECT_EQ(doubt,
+                  "its vertex (handle 101) has the flags 40 of a smoothing that the polyline doesn't have");
+    }
+}
+
 MadeObject SplineThrough(Release release, int knotKind, const Point3& slope, int flags = 1) {
     constexpr int stale = 1, byPoints = 2;
     MadeObject made{release, 36};

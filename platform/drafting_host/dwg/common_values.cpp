@@ -1,11 +1,13 @@
 #include "drafting_host/dwg/common_values.h"
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 #include <utility>
 #include <variant>
 
 #include "base/handle_text.h"
+#include "base/letter_case.h"
 #include "drafting_host/dwg/table_data.h"
 #include "drafting_host/dxf/data/kept_text.h"
 #include "drafting_host/dxf/texts/exact_numbers.h"
@@ -114,13 +116,25 @@ bool BracketsMatch(const RawXData& raw) {
     return open == 0 || raw.isCut;
 }
 
-/// Layers have their transparency here.
-bool HoldsFalseTransparency(const RawXData& raw, std::string_view application) {
-    if (application != "AcCmTransparency") return false;
-    return std::ranges::any_of(raw.items, [](const XDataItem& item) {
+bool HoldsLong(const RawXData& raw, const std::function<bool(std::uint32_t)>& isWanted) {
+    return std::ranges::any_of(raw.items, [&](const XDataItem& item) {
         const auto* const value = std::get_if<std::int32_t>(&item.value);
-        return value != nullptr && !IsTransparency(static_cast<std::uint32_t>(*value));
+        return value != nullptr && isWanted(static_cast<std::uint32_t>(*value));
     });
+}
+
+/// Layers have their transparency here. Release 14 has names in capitals.
+bool HoldsFalseTransparency(const RawXData& raw, std::string_view application) {
+    return EqualsIgnoreCase(application, "AcCmTransparency") &&
+           HoldsLong(raw, [](std::uint32_t value) { return !IsTransparency(value); });
+}
+
+/// Text styles have their font here: its kind and its set of characters in a byte each, whether it is italic
+/// and bold.
+bool HoldsFalseFont(std::string_view what, const RawXData& raw, std::string_view application) {
+    constexpr std::uint32_t known = 0x0300FFFF;
+    return what == "STYLE" && application == "ACAD" &&
+           HoldsLong(raw, [](std::uint32_t value) { return (value & ~known) != 0; });
 }
 
 }  // namespace
@@ -130,6 +144,7 @@ void CommonValues::CheckItems(std::string_view what, HandleValue handle, const R
     const std::string doubt = raw.absurd != 0       ? "the number " + RealText(raw.absurd)
                               : !BracketsMatch(raw) ? "brackets that don't match"
                               : HoldsFalseTransparency(raw, application) ? "a transparency that there isn't"
+                              : HoldsFalseFont(what, raw, application)   ? "marks of a font that there aren't"
                                                                          : "";
     if (!doubt.empty())
         mSource.reading.Note(0, ShownHolder({what, handle}) + ": the extended data of " +

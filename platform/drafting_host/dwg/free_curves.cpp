@@ -1,4 +1,5 @@
 // Polylines of many objects, and splines.
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -13,7 +14,7 @@ namespace {
 bool IsShort(const Object& object) { return object.streams.IsAtLeast(Release::R2000); }
 
 // Flags of a polyline as DXF has them (group 70).
-constexpr int Flag3d = 8, FlagMesh = 16, FlagPolyface = 64;
+constexpr int FlagFitted = 2, FlagSplined = 4, Flag3d = 8, FlagMesh = 16, FlagPolyface = 64;
 
 /// The vertices' handles, in the form of the release: a list, or the ends of a chain.
 std::vector<Object> PartsOf(Object& object, std::int32_t count, const Surroundings& surroundings,
@@ -70,9 +71,8 @@ void MendFlags(PolylineData::Vertex& vertex, unsigned type, Further& further) {
 
 /// What a vertex says of a smoothing that its polyline doesn't have; blank for nothing.
 std::string SmoothingWithout(const PolylineData& line, const PolylineData::Vertex& vertex) {
-    constexpr int isFitted = 2, isSplined = 4;
-    const bool fits = ((vertex.flags & MadeByFit) == 0 || (line.flags & (isFitted | isSplined)) != 0) &&
-                      ((vertex.flags & (OnSpline | OfFrame)) == 0 || (line.flags & isSplined) != 0);
+    const bool fits = ((vertex.flags & MadeByFit) == 0 || (line.flags & (FlagFitted | FlagSplined)) != 0) &&
+                      ((vertex.flags & (OnSpline | OfFrame)) == 0 || (line.flags & FlagSplined) != 0);
     if (fits) return {};
     return ShownHolder({"its vertex", vertex.handle}) + " has the flags " + std::to_string(vertex.flags) +
            " of a smoothing that the polyline doesn't have";
@@ -112,6 +112,26 @@ void RequireVertex(const Object& vertex, std::string_view polyline) {
     if (!fits) vertex.streams.data.Fail("a vertex of " + std::string(polyline) + " was expected");
 }
 
+/// Whether a polyline is said to be smoothed by a spline on which none of its vertices lies.
+bool LacksItsSpline(const PolylineData& line) {
+    return (line.flags & FlagSplined) != 0 && std::ranges::none_of(line.vertices, [](const auto& vertex) {
+               return (vertex.flags & (OnSpline | OfFrame)) != 0;
+           });
+}
+
+/// A polyline in space has its curve and whether it is closed in a byte each, other than DXF has them.
+void ReadHeadInSpace(BitReader& data, PolylineData& line, Further& further) {
+    constexpr int quadratic = 5, cubic = 6;
+    constexpr unsigned none = 0, isQuadratic = 1, isCubic = 2;
+    const unsigned curve = data.Byte();
+    line.flags = Flag3d | (data.Byte() & 1);
+    if (curve > isCubic)
+        further.doubt = "its curve is " + std::to_string(curve) + " where 0 to 2 was expected";
+    if (curve == none || curve > isCubic) return;
+    line.flags |= FlagSplined;
+    line.surfaceType = curve == isQuadratic ? quadratic : cubic;
+}
+
 }  // namespace
 
 EntityGeometry ReadPolyline(Object& object, std::string_view kind, const Surroundings& surroundings,
@@ -121,14 +141,16 @@ EntityGeometry ReadPolyline(Object& object, std::string_view kind, const Surroun
     if (kind == "POLYLINE_2D") {
         line.flags = data.BitShort();
         line.surfaceType = data.BitShort();
+        if (line.surfaceType != 0 && (line.flags & FlagSplined) == 0)
+            further.doubt =
+                "it has the curve " + std::to_string(line.surfaceType) + " of a smoothing that it lacks";
         data.BitReal();
         data.BitReal();
         line.thickness = data.Thickness(IsShort(object));
         line.elevation = data.BitReal();
         line.normal = data.Extrusion(IsShort(object));
     } else if (kind == "POLYLINE_3D") {
-        line.surfaceType = data.Byte();
-        line.flags = Flag3d | (data.Byte() & 1);
+        ReadHeadInSpace(data, line, further);
     } else if (kind == "POLYLINE_PFACE") {
         line.flags = FlagPolyface;
         line.mCount = data.BitShort();
@@ -153,6 +175,7 @@ EntityGeometry ReadPolyline(Object& object, std::string_view kind, const Surroun
         if (kind == "POLYLINE_2D") vertex.point.z = 0;
     }
     if (line.vertices.empty()) data.Fail("a vertex was expected");
+    if (LacksItsSpline(line)) further.doubt = "it is said to be smoothed and has no vertex of a spline";
     if (const auto falseCount = FalseCountOfMesh(line, "its head states")) further.doubt = *falseCount;
     return line;
 }
