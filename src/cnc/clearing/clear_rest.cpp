@@ -9,8 +9,11 @@
 
 #include "base/numbers.h"
 #include "base/skip.h"
+#include "cnc/clearing/made_removals.h"
+#include "cnc/clearing/needless_cuts.h"
 #include "cnc/clearing/open_mouths.h"
 #include "cnc/clearing/rest_of_air.h"
+#include "cnc/clearing/sound_paths.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/polyline_shape.h"
 #include "cnc/drawing/work_layers.h"
@@ -20,10 +23,7 @@
 #include "cnc/outline/through_circles.h"
 #include "cnc/part/part_measures.h"
 #include "cnc/part/second_side.h"
-#include "cnc/plan/plan_sides.h"
-#include "cnc/proof/operation_names.h"
 #include "cnc/proof/run_proof.h"
-#include "cnc/proof/written_side.h"
 #include "cnc/routes/routing.h"
 #include "session/ports/platform.h"
 #include "session/session.h"
@@ -34,68 +34,6 @@ namespace brenvik {
 namespace {
 
 constexpr int PlainColor = 6, SizeDecimals = 6, DiameterDecimals = 5;
-
-/// From the first side's frame to the second's, or back.
-void TurnOver(const RunState& run, Removal& removal) {
-    for (PlanSide& side : removal.sides) {
-        side.from.y = run.part.ExtentY - side.from.y;
-        side.to.y = run.part.ExtentY - side.to.y;
-        side.bulge = -side.bulge;
-    }
-    removal.low = run.part.ExtentZ - std::exchange(removal.high, run.part.ExtentZ - removal.low);
-}
-
-/// All that removes wood, in this pass's frame: the operations of this pass with their paths, then those of
-/// the first side.
-struct Removals {
-    std::vector<Removal> all;
-    std::vector<AcadLWPolyline*> paths;
-    std::vector<WrittenOperation> operations;  ///< Of the paths, as the first side has them.
-};
-
-AcadLWPolyline* PathOf(const std::vector<AcadLWPolyline*>& paths, const WrittenOperation& operation,
-                       const Removal& removal) {
-    const PlanSide& first = removal.sides.front();
-    for (AcadLWPolyline* path : paths) {
-        if (path->Layer() != operation.layer) continue;
-        const PlanSide own = SidesOf(*path).front();
-        if (NearlyEqual(own.from.x, first.from.x) && NearlyEqual(own.from.y, first.from.y)) return path;
-    }
-    return nullptr;
-}
-
-Removals RemovalsOf(const RunState& run) {
-    const std::vector<std::string> tools = ToolNumbersOf(run);
-    const SideContext context{
-        run.target,       run.Metric(), !run.FirstPass(),        run.part.ExtentY,
-        run.part.ExtentZ, tools,        run.part.Material.tools, std::max(-run.SpoilAmount, 0.0)};
-    const std::vector<AcadLWPolyline*> paths = All<AcadLWPolyline>(*run.part.drawing);
-    Removals removals;
-    for (WrittenOperation& operation : ReadWrittenSide(*run.part.drawing, context).operations) {
-        // What lies above an edge bore is wood, or a bit comes down through it anyway.
-        if (operation.kind == OperationKind::Outline || operation.bore) continue;
-        Removal removal{operation.sides, operation.low, operation.high};
-        if (!run.FirstPass()) TurnOver(run, removal);
-        AcadLWPolyline* const path = PathOf(paths, operation, removal);
-        removal.mayGo = path != nullptr && removal.low > UnitOf(run) * 0.01;
-        removals.all.push_back(std::move(removal));
-        removals.paths.push_back(path);
-        removals.operations.push_back(std::move(operation));
-    }
-    if (run.FirstPass()) return removals;
-    for (Removal first : run.firstSide.removals) {
-        TurnOver(run, first);
-        first.mayGo = false;
-        removals.all.push_back(std::move(first));
-    }
-    return removals;
-}
-
-double WidestBit(const MaterialRecord& material) {
-    double widest = 0;
-    for (const MaterialTool& tool : material.tools) widest = std::max(widest, tool.diameter);
-    return widest;
-}
 
 /// Whether the removal is a circle of the same axis and diameter. A path of arcs is none.
 bool IsCircle(const Removal& removal, const AcadLWPolyline* path, const PlanRound& round, double slack) {
@@ -214,32 +152,15 @@ std::size_t PlaceCuts(RunState& run, const std::vector<RestCut>& cuts, const Rem
     return placed;
 }
 
-/// Where names have neither tool nor diameter, the widest bit of the material.
-double BitOf(const RunState& run, const std::optional<OperationName>& name,
-             const WrittenOperation& operation) {
-    const bool said = name && (name->diameter || !name->tool.empty());
-    return said ? operation.bit : WidestBit(run.part.Material);
-}
-
 const MaterialTool* ToolOf(const RunState& run, const OperationName& name, double bit) {
     for (const MaterialTool& tool : run.part.Material.tools)
         if ((name.tool.empty() || tool.number == name.tool) && NearlyEqual(tool.diameter, bit)) return &tool;
     return nullptr;
 }
 
-void Redraw(RunState& run, AcadLWPolyline& path, const PlanLoop& loop) {
-    const double turn = path.Normal().z < 0 ? -1 : 1;
-    std::vector<PathVertex> corners;
-    for (const PlanSide& side : loop) corners.push_back({turn * side.from.x, side.from.y, turn * side.bulge});
-    SetVertices(path, corners);
-    BringToDirection(path, DirectionOfCut(run.part.Material));
-    path.Update();
-}
-
 /// Paths that stop inside run off into what air they open into.
 void OpenMouths(RunState& run, const PartSlabs& slabs) {
     const Removals removals = RemovalsOf(run);
-    const std::vector<std::string> tools = ToolNumbersOf(run);
     const Box3 part = BoxOfPart(run);
     for (std::size_t i = 0; i < removals.paths.size(); ++i) {
         const Removal& removal = removals.all[i];
@@ -247,8 +168,7 @@ void OpenMouths(RunState& run, const PartSlabs& slabs) {
         const PartSlab* const slab = slabs.SlabFrom(removal.low);
         if (slab == nullptr) continue;
         const WrittenOperation& operation = removals.operations[i];
-        const std::optional<OperationName> name = ReadOperationName(
-            {run.target, run.Metric(), tools, operation.high - operation.low}, operation.layer);
+        const std::optional<OperationName> name = NameOf(run, operation);
         const double bit = BitOf(run, name, operation);
         const double overrun = (bit + WidestBit(run.part.Material)) / 2;
         const auto path = RunIntoAir({removal.sides,
@@ -284,11 +204,14 @@ PassOutcome ClearRest(RunState& run) {
         const std::unique_ptr<SolidSections> part = port->HoldSolid(LastSolid(*run.part.drawing).ObjectID());
         if (!part) return;
         const PartSlabs slabs(*part, UnitOf(run));
+        DropStrayPaths(run, slabs);
         const Removals removals = RemovalsOf(run);
         const Rest rest =
             RestOf({*part, slabs, removals.all, UnitOf(run), WidestBit(run.part.Material)}, run.FirstPass());
         const std::size_t placed = PlaceCuts(run, rest.cuts, removals);
         OpenMouths(run, slabs);
+        CleanPaths(run, slabs);
+        DropNeedlessCuts(run, slabs);
         if (run.FirstPass()) SettleSecondSide(run, rest, placed);
     });
     if (run.FirstPass()) run.firstSide.removals = RemovalsOf(run).all;

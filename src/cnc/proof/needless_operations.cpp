@@ -21,18 +21,31 @@ class NeedlessCheck {
 
     std::vector<std::string> Check() {
         std::vector<std::string> faults;
+        ForEachNeedless([&](std::size_t i, const std::vector<std::size_t>& others) {
+            faults.push_back(TextOf(i, others));
+        });
+        return faults;
+    }
+
+    std::vector<std::size_t> Places() {
+        std::vector<std::size_t> places;
+        ForEachNeedless([&](std::size_t i, const std::vector<std::size_t>&) { places.push_back(i); });
+        return places;
+    }
+
+  private:
+    template <class Take>
+    void ForEachNeedless(const Take& take) {
         // Of two that cover each other the one that was added is the later one.
         for (std::size_t i = mPart.operations.size(); i-- > 0;) {
             if (mTold[i] || !IsUpright(mPart.operations[i])) continue;
             const std::vector<std::size_t> others = OthersAt(i);
             if (Cuts(i, others)) continue;
             mTold[i] = true;
-            faults.push_back(TextOf(i, others));
+            take(i, others);
         }
-        return faults;
     }
 
-  private:
     static bool IsUpright(const WrittenOperation& operation) {
         return !operation.bore && operation.kind != OperationKind::Outline && !operation.sides.empty();
     }
@@ -104,6 +117,11 @@ class NeedlessCheck {
 std::vector<std::string> FaultsOfNeedless(const OperationsOfPart& part, std::span<const BoardAtHeight> board,
                                           std::vector<bool> told) {
     return NeedlessCheck(part, board, std::move(told)).Check();
+}
+
+std::vector<std::size_t> NeedlessAmong(const OperationsOfPart& part, std::span<const BoardAtHeight> board,
+                                       std::vector<bool> told) {
+    return NeedlessCheck(part, board, std::move(told)).Places();
 }
 
 }  // namespace brenvik

@@ -21,4 +21,8 @@ struct BoardAtHeight {
 std::vector<std::string> FaultsOfNeedless(const OperationsOfPart& part, std::span<const BoardAtHeight> board,
                                           std::vector<bool> told);
 
+/// The same by their places among the operations: without all of them nothing more of the board stays.
+std::vector<std::size_t> NeedlessAmong(const OperationsOfPart& part, std::span<const BoardAtHeight> board,
+                                       std::vector<bool> told);
+
 }  // namespace brenvik
