@@ -47,19 +47,30 @@ bool IsCircle(const Removal& removal, const AcadLWPolyline* path, const PlanRoun
     });
 }
 
-/// Whether this pass already has a hole of the same axis and diameter. What that leaves belongs to a slope,
-/// such as a countersink's, which is reported on its own.
-bool IsMade(const PlanRound& round, const Removals& removals, double slack) {
-    for (std::size_t i = 0; i < removals.paths.size(); ++i)
-        if (IsCircle(removals.all[i], removals.paths[i], round, slack)) return true;
+/// Whether the part has a slope between two heights.
+bool IsSloped(const PartSlabs& slabs, double low, double high, double slack) {
+    return std::ranges::any_of(slabs.Slabs(), [&](const PartSlab& slab) {
+        return slab.sloped && slab.low < high - slack && low + slack < slab.high;
+    });
+}
+
+/// Whether this pass already has a hole of the same axis and diameter that is as deep, or whose rest belongs
+/// to a slope, such as a countersink's, which is reported on its own. One that another feature has bitten at
+/// half its depth has been drilled to there alone.
+bool IsMade(const RestCut& cut, const Removals& removals, const PartSlabs& slabs, double slack) {
+    for (std::size_t i = 0; i < removals.paths.size(); ++i) {
+        const Removal& made = removals.all[i];
+        if (!IsCircle(made, removals.paths[i], *cut.round, slack)) continue;
+        if (made.low <= cut.floor + slack || IsSloped(slabs, cut.floor, made.low, slack)) return true;
+    }
     return false;
 }
 
 /// Turns cuts into operations.
 class Placing {
   public:
-    Placing(RunState& run, const Removals& removals)
-        : mRun(run), mRemovals(removals), mPart(BoxOfPart(run)) {}
+    Placing(RunState& run, const Removals& removals, const PartSlabs& slabs)
+        : mRun(run), mRemovals(removals), mSlabs(slabs), mPart(BoxOfPart(run)) {}
 
     /// False where no bit fits.
     bool Place(const RestCut& cut) {
@@ -73,7 +84,7 @@ class Placing {
         // The noise of sections would show in the name.
         const double diameter = RoundHalfEven(2 * round.radius, DiameterDecimals);
         const bool drilled = RoundHalfEven(diameter, SizeDecimals) <= mRun.part.CircleSize;
-        if (drilled && IsMade(round, mRemovals, UnitOf(mRun) * 0.01)) return false;
+        if (drilled && IsMade(cut, mRemovals, mSlabs, UnitOf(mRun) * 0.01)) return false;
         const bool fits =
             drilled || (cut.through ? BitForThroughCircle(mRun.part.Material, diameter).has_value()
                                     : BitForCirclePocket(mRun.part.Material, diameter).has_value());
@@ -131,16 +142,18 @@ class Placing {
 
     RunState& mRun;
     const Removals& mRemovals;
+    const PartSlabs& mSlabs;
     const Box3 mPart;
 };
 
 /// How many of the cuts are operations now.
-std::size_t PlaceCuts(RunState& run, const std::vector<RestCut>& cuts, const Removals& removals) {
+std::size_t PlaceCuts(RunState& run, const std::vector<RestCut>& cuts, const Removals& removals,
+                      const PartSlabs& slabs) {
     if (cuts.empty()) return 0;
     std::size_t placed = 0;
     // Later steps read the outline's direction here.
     const std::string direction = run.part.RouteDirection;
-    Placing placing(run, removals);
+    Placing placing(run, removals, slabs);
     for (const RestCut& cut : cuts) {
         run.part.RouteDirection = DirectionOfCut(run.part.Material);
         if (!placing.Place(cut)) continue;
@@ -158,33 +171,36 @@ const MaterialTool* ToolOf(const RunState& run, const OperationName& name, doubl
     return nullptr;
 }
 
-/// Paths that stop inside run off into what air they open into.
+/// Lets a path that stops inside run off into what air it opens into.
+void OpenMouthsOf(RunState& run, const PartSlabs& slabs, const Removals& removals, std::size_t number) {
+    const Removal& removal = removals.all[number];
+    const PartSlab* const slab = slabs.SlabFrom(removal.low);
+    if (slab == nullptr) return;
+    const Box3 part = BoxOfPart(run);
+    const WrittenOperation& operation = removals.operations[number];
+    const std::optional<OperationName> name = NameOf(run, operation);
+    const double bit = BitOf(run, name, operation);
+    const double overrun = (bit + WidestBit(run.part.Material)) / 2;
+    const auto path = RunIntoAir({removal.sides,
+                                  slab->shadow,
+                                  {part.min.x, part.min.y, part.max.x, part.max.y},
+                                  bit,
+                                  overrun,
+                                  operation.followed,
+                                  UnitOf(run),
+                                  slabs.Same()});
+    if (!path) return;
+    Redraw(run, *removals.paths[number], *path);
+    const MaterialTool* const tool = operation.followed && name ? ToolOf(run, *name, bit) : nullptr;
+    if (tool != nullptr)
+        ClearGrownCore(run, part, *removals.paths[number], {*tool, name->counter.value_or(1)});
+}
+
 void OpenMouths(RunState& run, const PartSlabs& slabs) {
     const Removals removals = RemovalsOf(run);
-    const Box3 part = BoxOfPart(run);
-    for (std::size_t i = 0; i < removals.paths.size(); ++i) {
-        const Removal& removal = removals.all[i];
-        if (!removal.mayGo || removals.paths[i] == nullptr) continue;
-        const PartSlab* const slab = slabs.SlabFrom(removal.low);
-        if (slab == nullptr) continue;
-        const WrittenOperation& operation = removals.operations[i];
-        const std::optional<OperationName> name = NameOf(run, operation);
-        const double bit = BitOf(run, name, operation);
-        const double overrun = (bit + WidestBit(run.part.Material)) / 2;
-        const auto path = RunIntoAir({removal.sides,
-                                      slab->shadow,
-                                      {part.min.x, part.min.y, part.max.x, part.max.y},
-                                      bit,
-                                      overrun,
-                                      operation.followed,
-                                      UnitOf(run),
-                                      slabs.Same()});
-        if (!path) continue;
-        Redraw(run, *removals.paths[i], *path);
-        const MaterialTool* const tool = operation.followed && name ? ToolOf(run, *name, bit) : nullptr;
-        if (tool != nullptr)
-            ClearGrownCore(run, part, *removals.paths[i], {*tool, name->counter.value_or(1)});
-    }
+    // A path whose bit's way arithmetic doesn't close stays as it is.
+    for (std::size_t i = 0; i < removals.paths.size(); ++i)
+        if (removals.all[i].mayGo) Skip([&] { OpenMouthsOf(run, slabs, removals, i); });
 }
 
 /// The second side is asked for where anything is missing from below. What has been left to it and is made on
@@ -208,7 +224,8 @@ PassOutcome ClearRest(RunState& run) {
         const Removals removals = RemovalsOf(run);
         const Rest rest =
             RestOf({*part, slabs, removals.all, UnitOf(run), WidestBit(run.part.Material)}, run.FirstPass());
-        const std::size_t placed = PlaceCuts(run, rest.cuts, removals);
+        const std::size_t placed = PlaceCuts(run, rest.cuts, removals, slabs);
+        CleanPaths(run, slabs);
         OpenMouths(run, slabs);
         CleanPaths(run, slabs);
         DropNeedlessCuts(run, slabs);

@@ -19,6 +19,27 @@ bool SameSides(const std::vector<PlanSide>& a, const std::vector<PlanSide>& b) {
     });
 }
 
+/// A border parted where it comes to one place twice: a hole that touches the edge of the board is a hole all
+/// the same, and no notch. Without the holes.
+std::vector<PlanSide> AroundTheOutside(const PlanLoop& border, double same) {
+    std::vector<PlanSide> outside;
+    PlanLoop open;
+    const auto take = [&](std::ptrdiff_t from) {
+        const PlanLoop loop(open.begin() + from, open.end());
+        open.erase(open.begin() + from, open.end());
+        if (SignedArea(loop) > 0) outside.insert(outside.end(), loop.begin(), loop.end());
+    };
+    for (const PlanSide& side : border) {
+        open.push_back(side);
+        const auto begin = std::ranges::find_if(open, [&](const PlanSide& other) {
+            return std::hypot(other.from.x - side.to.x, other.from.y - side.to.y) < same;
+        });
+        if (begin != open.end()) take(begin - open.begin());
+    }
+    outside.insert(outside.end(), open.begin(), open.end());
+    return outside;
+}
+
 }  // namespace
 
 PartSlabs::PartSlabs(const SolidSections& part, double unit, bool fromBelow)
@@ -52,8 +73,10 @@ PartSlabs::PartSlabs(const SolidSections& part, double unit, bool fromBelow)
     const std::vector<PlanLoop> loops = BorderOf(
         mSlabs.front().shadow.sides, [this](const PlanPoint& p) { return mSlabs.front().shadow.Holds(p); },
         mSame);
-    for (const PlanArea& area : AreasOf(loops))
-        border.insert(border.end(), area.outer.begin(), area.outer.end());
+    for (const PlanArea& area : AreasOf(loops)) {
+        const std::vector<PlanSide> outside = AroundTheOutside(area.outer, mSame);
+        border.insert(border.end(), outside.begin(), outside.end());
+    }
     mStock = WoodOf(std::move(border));
 }
 

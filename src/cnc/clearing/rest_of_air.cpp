@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "cnc/clearing/path_shapes.h"
+#include "cnc/plan/doubled_back.h"
 #include "cnc/plan/plan_curve_cuts.h"
 #include "cnc/plan/plan_difference.h"
 
@@ -23,6 +24,8 @@ constexpr double NoRest = 0.05, NoTouch = 0.01;
 /// In square millimetres, and as a share.
 constexpr double NoArea = 0.01, NoAreaShare = 1e-4, NoFloor = 0.2;
 constexpr int MostCuts = 200;
+/// In millimetres: a way back that is no further from the way out is none of its own, from which length on.
+constexpr double Doubled = 0.05, ShortestDoubled = 0.1;
 
 PlanLoop CirclePath(const PlanRound& round) {
     const PlanPoint left{round.center.x - round.radius, round.center.y},
@@ -294,7 +297,37 @@ class Clearing {
         return false;
     }
 
+    bool TurnsBack(const PlanLoop& loop) const {
+        return !DoubledBack(loop, Doubled * mOrder.unit, ShortestDoubled * mOrder.unit).empty();
+    }
+
+    /// A round corner may run out beside the wall of a feature that is cleared already, with next to no wood
+    /// between them: the area without what is cleared, where it has no such tip, or null.
+    std::optional<PlanArea> WithoutTips(const Task& task) const {
+        if (task.through || !TurnsBack(task.area.outer)) return std::nullopt;
+        std::vector<PlanSide> sides = SidesOf(task.area);
+        const PlanField within(sides);
+        for (std::size_t i = 0; i < mRemoved.size(); ++i)
+            if (Covers(mRemoved[i], task.slab))
+                sides.insert(sides.end(), mRemoved[i].sides.begin(), mRemoved[i].sides.end());
+        const auto holds = [&](const PlanPoint& point) {
+            return within.Holds(point) && IsLeft(task.slab, task.air, point);
+        };
+        for (PlanArea& area : AreasOf(BorderOf(sides, holds, mSlabs.Same()))) {
+            if (!PlanField(SidesOf(area)).Holds(task.place.points.front())) continue;
+            if (TurnsBack(area.outer)) return std::nullopt;
+            return std::move(area);
+        }
+        return std::nullopt;
+    }
+
     bool ClearByPath(const Task& task) {
+        if (const std::optional<PlanArea> plain = WithoutTips(task))
+            return ClearArea({task.slab, task.air, *plain, task.place, task.through});
+        return ClearArea(task);
+    }
+
+    bool ClearArea(const Task& task) {
         if (task.area.holes.empty()) {
             const auto serves = [&](const PlanLoop& path) {
                 return StaysNear(path) && ClearsAll(task, path);

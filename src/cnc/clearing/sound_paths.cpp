@@ -22,7 +22,7 @@ constexpr double NoTouch = 0.05;
 /// In millimetres: ways out and back that are no further apart count as one, and from which length on.
 constexpr double Doubled = 0.05, ShortestDoubled = 0.1;
 /// In millimetres: below the first a control stops, and a spike is cut off where it has come to the second.
-constexpr double NoSide = 0.005, NarrowSpike = 0.049, LongestSpike = 4;
+constexpr double NoSide = 0.005, NarrowSpike = 0.01, LongestSpike = 4;
 
 /// Down to the floor of a path; what goes right through has all of the part above its floor.
 const PartSlab* SlabOf(const Removal& removal, const PartSlabs& slabs, double unit) {
