@@ -27,15 +27,15 @@ const std::vector<Meeting>& Meetings() {
              part.Pocket(Rectangle(146.5, 57, 153.5, 80), 12);
              part.Pocket(Rectangle(157, 50, 210, 80), 8);
          },
-         "OT 1 PKC 2 PL 1", ""},
+         "OT 1 PKC 2 PL 1", "no file"},
         // In the part's sections the hole is a part of the outside.
         {"HoleThatTouchesANotch",
          [](MadePart& part) {
              part.Window(Rectangle(300, -1, 401, 60));
              part.Hole(296, 30, 8);
          },
-         "OT 1 PL 1 VD 1", ""},
-        {"HoleThatTouchesTheEdge", [](MadePart& part) { part.Hole(200, 4, 8); }, "OT 1 PL 1 VD 1", ""},
+         "OT 1 PL 1 VD 1", "no file"},
+        {"HoleThatTouchesTheEdge", [](MadePart& part) { part.Hole(200, 4, 8); }, "OT 1 PL 1 VD 1", "no file"},
         // The rim of the one's floor lies on the other one's.
         {"HolesThatBiteEachOtherFromBothSides",
          [](MadePart& part) {
@@ -50,7 +50,7 @@ const std::vector<Meeting>& Meetings() {
              part.PocketBelow(Rectangle(-1, 110, 401, 123), 12);
              part.Pocket(Rectangle(40, 90, 160, 150), 10);
          },
-         "", ""},
+         "OT 1 PL 1 RT 3", "OT 1 PKC 2 PL 1 RT 2"},
         // A rounded corner runs out beside the recess's wall.
         {"RingBesideRecess",
          [](MadePart& part) {
@@ -60,7 +60,7 @@ const std::vector<Meeting>& Meetings() {
              part.Pocket(Rounded(300, 60, 340, 190, 6.5), 10);
              part.Pocket(Rectangle(340, 60, 370, 190), 6);
          },
-         "", ""},
+         "OT 1 PKC 3 PL 1", "no file"},
     };
     return meetings;
 }

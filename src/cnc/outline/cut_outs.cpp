@@ -73,6 +73,13 @@ void TellKeptBit(RunState& run, const AcadLWPolyline& contour, double shortest) 
 
 double ThroughDepth(const RunState& run) { return run.part.PartThickness + run.SpoilAmount; }
 
+bool IsCutThrough(const RunState& run, const AcadLWPolyline& path) {
+    if (path.Color() == layers::OutlineColor) return false;
+    const double depth = -path.Thickness();
+    if (depth >= run.part.PartThickness) return true;
+    return path.Color() == CutOutColor && NearlyEqual(depth, ThroughDepth(run));
+}
+
 double TopPlane(const RunState& run) {
     return RoundHalfEven(run.part.PartBottomZ + run.part.PartThickness, Decimals);
 }

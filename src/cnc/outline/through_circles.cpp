@@ -1,6 +1,7 @@
 // Circular through routes: a bit for each, and its name.
 #include "cnc/outline/through_circles.h"
 
+#include <algorithm>
 #include <cmath>
 #include <set>
 #include <tuple>
@@ -10,6 +11,7 @@
 #include "cnc/drawing/work_layers.h"
 #include "cnc/outline/cut_outs.h"
 #include "cnc/part/operation_layer.h"
+#include "cnc/plan/plan_piece.h"
 #include "cnc/targets/target_table.h"
 
 namespace brenvik {
@@ -17,6 +19,7 @@ namespace brenvik {
 namespace {
 
 constexpr int PlaceDecimals = 6, AxisDecimals = 4;
+constexpr double SamePlace = 1e-5;
 
 /// Of circles alike in diameter and centre the last one stays.
 void DeleteTwins(AcadDocument& drawing) {
@@ -28,6 +31,31 @@ void DeleteTwins(AcadDocument& drawing) {
         const Place place{RoundHalfEven((*circle)->Diameter(), PlaceDecimals), center.x, center.y, center.z};
         if (!taken.insert(place).second) (*circle)->Delete();
     }
+}
+
+/// Whether the first side has a cut right through at the circle's place.
+bool FirstSideCutsThrough(const RunState& run, const AcadCircle& circle) {
+    const Point3 center = circle.Center();
+    const double slack = SamePlace * std::max(1.0, circle.Radius());
+    return std::ranges::any_of(run.firstSide.removals, [&](const Removal& removal) {
+        const bool through = removal.low <= slack && removal.high >= run.part.ExtentZ - slack;
+        return through && std::ranges::all_of(removal.sides, [&](const PlanSide& side) {
+                   if (side.bulge == 0) return false;
+                   const PlanRound round = RoundOf(side);
+                   return std::abs(round.center.x - center.x) < slack &&
+                          std::abs(run.part.ExtentY - round.center.y - center.y) < slack &&
+                          std::abs(round.radius - circle.Radius()) < slack;
+               });
+    });
+}
+
+/// With its share of the spoil board a path is deeper than the part, and cut through all the same. One that
+/// leaves a skin is as deep as some hole may be that stops inside.
+bool IsCutThrough(const RunState& run, const AcadCircle& circle) {
+    const Box3 box = circle.GetBoundingBox();
+    const double depth = RoundHalfEven(box.max.z - box.min.z, PlaceDecimals);
+    if (depth >= run.part.PartThickness) return true;
+    return depth == RoundHalfEven(ThroughDepth(run), PlaceDecimals) && FirstSideCutsThrough(run, circle);
 }
 
 }  // namespace
@@ -58,9 +86,7 @@ void DropCirclesCutThrough(RunState& run) {
         // Most targets have no word for what is cut through; those that have one for pockets leave them out.
         const bool upright = std::abs(RoundHalfEven(circle->Normal().z, AxisDecimals)) == 1;
         if (!upright || circle->Layer().starts_with(PathKindText(PathKind::PKS))) continue;
-        const Box3 box = circle->GetBoundingBox();
-        // With its share of the spoil board a path is deeper than the part, and cut through all the same.
-        if (RoundHalfEven(box.max.z - box.min.z, PlaceDecimals) >= run.part.PartThickness) circle->Delete();
+        if (IsCutThrough(run, *circle)) circle->Delete();
     }
 }
 

@@ -12,6 +12,7 @@
 #include "base/text.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/work_layers.h"
+#include "cnc/outline/cut_outs.h"
 #include "cnc/outline/tongues.h"
 #include "cnc/part/operation_layer.h"
 #include "cnc/part/part_measures.h"
@@ -66,8 +67,7 @@ void DropFirstSidePaths(RunState& run) {
     for (AcadLWPolyline* polyline : All<AcadLWPolyline>(*run.part.drawing)) {
         const bool outline =
             polyline->Layer() == run.part.OutlineLayer && polyline->Color() == layers::OutlineColor;
-        const bool through =
-            polyline->Color() != layers::OutlineColor && -polyline->Thickness() >= run.part.PartThickness;
+        const bool through = IsCutThrough(run, *polyline);
         if (through || (outlineToo && (outline || polyline->Layer().starts_with(OutlinePrefix))))
             polyline->Delete();
     }
