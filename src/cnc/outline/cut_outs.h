@@ -13,7 +13,8 @@ namespace brenvik {
 /// How deep a through path goes: the part's thickness and the spoil board's share.
 double ThroughDepth(const RunState& run);
 
-/// Whether a contour, by its thickness and colour, is cut right through, be it to a skin that a setting leaves.
+/// Whether a contour, by its thickness and colour, is cut right through, be it to a skin that a setting
+/// leaves.
 bool IsCutThrough(const RunState& run, const AcadLWPolyline& path);
 
 /// The height of the part's top plane, on which all paths lie.
