@@ -126,6 +126,23 @@ TEST_F(StepLooks, AStyleThatOverridesAnotherOneOnAFaceLeavesThePartsColour) {
     EXPECT_EQ(Read(Style(900001, "%S", "1.,0.,0.") + over).solids.at(0).color, (Rgb{255, 0, 0}));
 }
 
+TEST_F(StepLooks, AMisspeltLayerIsARemark) {
+    for (const std::string kind : {"XPRESENTATION_LAYER_ASSIGNMENT", "PRESENTATION_LAYER_ASSIGNMEN",
+                                   "PRESENTATION_LAYRE_ASSIGNMENT", "PRESENTATION_LAYER_ASSIGNMEMT"}) {
+        const StepDocument document = Read("#900001=" + kind + "('Oak','',(%S));\n");
+        EXPECT_EQ(document.solids.at(0).layer, "") << kind;
+        ExpectMentions(NotesOf(document),
+                       ", nothing lost: 1 statement(s) of a kind that the format doesn't have, " + kind +
+                           ", are passed over: PRESENTATION_LAYER_ASSIGNMENT may be meant\n");
+    }
+}
+
+TEST_F(StepLooks, AKindOfAnotherSchemaIsNone) {
+    for (const std::string kind : {"PRESENTATION_LAYER_USAGE_X", "!PRESENTATION_LAYER_ASSIGNMENTS",
+                                   "ANNOTATION_PLANE_STYLE", "CAMERA_MODEL_D9"})
+        EXPECT_EQ(NotesOf(Read("#900001=" + kind + "('Oak','',(%S));\n")), "") << kind;
+}
+
 TEST_F(StepLooks, TwoLayersOfOneSolidAreARemark) {
     const StepDocument document = Read(
         "#900001=PRESENTATION_LAYER_ASSIGNMENT('A','',(%S));\n"

@@ -35,6 +35,18 @@ class StepUsages : public StepInput {
     }
 };
 
+TEST_F(StepUsages, AMisspeltUsageIsALoss) {
+    const std::string nested = Nested();
+    const std::string usage = NumberOf(nested, "PRODUCT_DEFINITION");
+    const std::string content = WithData(
+        nested, "#900001=NET_ASSEMBLY_USAGE_OCCURRENCE('9','','Third'," + usage + "," + usage + ",$);\n");
+    ExpectMentions(
+        NotesOf(Read(content)),
+        LineAt(content, content.find("#900001")) +
+            ": 1 statement(s) of a kind that the format doesn't have, NET_ASSEMBLY_USAGE_OCCURRENCE, are "
+            "passed over: NEXT_ASSEMBLY_USAGE_OCCURRENCE may be meant\n");
+}
+
 TEST_F(StepUsages, AUsageWithoutAPlaceIsToldWhereItsPartIsUsedElsewhereToo) {
     std::string content = Nested();
     // The right side stands in the job itself, without a place.

@@ -41,6 +41,7 @@
 #include "drafting_host/step/products/usage_faults.h"
 #include "drafting_host/step/products/variant_notes.h"
 #include "drafting_host/step/step_loading.h"
+#include "drafting_host/step/texts/misspelt_kinds.h"
 #include "drafting_host/step/texts/modeller_session.h"
 #include "drafting_host/step/texts/step_strings.h"
 #include "drafting_host/step/texts/step_text.h"
@@ -282,6 +283,7 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
     parts.NoteNameless();
     if (document.solids.empty() && parts.Outside().empty()) file.RefuseEmpty(document.notes);
     NoteQuarantine(file.Taken(), file.Text(), file.Page(), document);
+    NoteMisspeltKinds(file.Text(), document);
     NoteDoubleLooks(file.Text(), file.Taken(), file.Page(), document);
     NoteBodyFaults(file.Reader(), file.Checks(), unit, file.Model(), parts.NamesByShape(), file.Text(),
                    document);
