@@ -127,7 +127,9 @@ class FreeCharter {
         const bool near = du <= beside * (mU2 - mU1) && dv <= beside * (mV2 - mV1);
         if (near && gap > Rounding && gap <= 2 * HealedFit) return;
         const bool alongSide = std::min(du / (mU2 - mU1), dv / (mV2 - mV1)) <= noise;
-        if (!alongSide || gap > LooseFit) {
+        // Beside the one point of a side, loose edges leave a ring of no use to anybody.
+        const bool whole = std::max(du / (mU2 - mU1), dv / (mV2 - mV1)) >= 1 - noise;
+        if (!alongSide || gap > (whole ? HealedFit : LooseFit)) {
             throw BadRecord(mNodes.edges[static_cast<std::size_t>(next.edge)].record,
                             "a loop on a free surface is torn where two edges should meet");
         }

@@ -160,6 +160,24 @@ EdgeCurve LineThrough(const gp_Pnt& start, const gp_Pnt& end, const LineRecord& 
     return edge;
 }
 
+// The place on an ellipse that is nearest to a point beside it. The angle at which the point lies is another
+// one where the ellipse is slim.
+double NearestOn(const gp_Elips& ellipse, const gp_Pnt& point) {
+    double at = ElCLib::Parameter(ellipse, point);
+    for (int step = 0; step < 8; ++step) {
+        gp_Pnt there;
+        gp_Vec along;
+        gp_Vec bend;
+        ElCLib::D2(at, ellipse, there, along, bend);
+        const gp_Vec aside(there, point);
+        if (aside.SquareMagnitude() <= Coincidence * Coincidence) break;
+        const double slope = along.SquareMagnitude() - aside.Dot(bend);
+        if (!(slope > 0)) break;  // the centre of its bend: nothing is nearest
+        at += aside.Dot(along) / slope;
+    }
+    return ElCLib::InPeriod(at, 0, FullTurn);
+}
+
 EdgeCurve ArcThrough(const gp_Pnt& start, const gp_Pnt& end, bool closed, const EllipseRecord& ellipse,
                      bool reversed, const Placement& place, long record) {
     gp_XYZ normal = place.Vector(ellipse.normal);
@@ -187,8 +205,8 @@ EdgeCurve ArcThrough(const gp_Pnt& start, const gp_Pnt& end, bool closed, const 
         if (minor > radius) axes = gp_Ax2(axes.Location(), axis, axes.YDirection());
         const gp_Elips carrier(axes, std::max(radius, minor), std::min(radius, minor));
         edge.curve = new Geom_Ellipse(carrier);
-        edge.first = ElCLib::Parameter(carrier, start);
-        edge.last = ElCLib::Parameter(carrier, end);
+        edge.first = NearestOn(carrier, start);
+        edge.last = NearestOn(carrier, end);
     }
     if (closed)
         edge.last = edge.first + FullTurn;

@@ -1,5 +1,6 @@
 // Most parts are judged by their faces alone. The others are read back and compared, and where that fails are
-// written once more with their edges fitted to their faces, and then with all faces as splines.
+// written once more with their edges fitted to their faces, then with all faces as splines, and at last with
+// their corners moved.
 #include "drafting_host/acis/proven_body.h"
 
 #include <BRepAdaptor_Surface.hxx>
@@ -7,6 +8,7 @@
 #include <BRepBuilderAPI_NurbsConvert.hxx>
 #include <BRepGProp.hxx>
 #include <BRepLib.hxx>
+#include <BRep_Builder.hxx>
 #include <BRep_Tool.hxx>
 #include <GProp_GProps.hxx>
 #include <Geom2d_Curve.hxx>
@@ -14,10 +16,13 @@
 #include <Geom_Curve.hxx>
 #include <Geom_Line.hxx>
 #include <Standard_Failure.hxx>
+#include <TopExp.hxx>
 #include <TopExp_Explorer.hxx>
+#include <TopTools_IndexedDataMapOfShapeListOfShape.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Edge.hxx>
 #include <TopoDS_Face.hxx>
+#include <TopoDS_Vertex.hxx>
 #include <gp_Sphere.hxx>
 
 #include "base/failure.h"
@@ -143,14 +148,37 @@ bool SameFace(const TopoDS_Face& before, const Gauge& was, const TopoDS_Face& af
     return std::abs(IntegratedArea(after) - area) <= AreaShare * area + 4 * gap * was.perimeter;
 }
 
+bool SameCorners(const Gauge& one, const Gauge& other) {
+    const double gap = 1e-5 + 2 * std::max(one.tolerance, other.tolerance);
+    return one.low.IsEqual(other.low, gap) && one.high.IsEqual(other.high, gap);
+}
+
+// The faces after, each at the place of the one before that it is. Sheets are written connected piece by
+// connected piece, whatever order they stand in.
+std::vector<TopoDS_Face> InOrderOf(const std::vector<TopoDS_Face>& was, std::vector<TopoDS_Face> is) {
+    std::vector<Gauge> gauges;
+    for (const TopoDS_Face& face : is) gauges.push_back(GaugeOf(face));
+    for (std::size_t i = 0; i < was.size(); ++i) {
+        const Gauge gauge = GaugeOf(was[i]);
+        for (std::size_t k = i; k < is.size(); ++k) {
+            if (!SameCorners(gauge, gauges[k]) || !SameFace(was[i], gauge, is[k], gauges[k])) continue;
+            std::swap(is[i], is[k]);
+            std::swap(gauges[i], gauges[k]);
+            break;
+        }
+    }
+    return is;
+}
+
 std::optional<std::string> Difference(const TopoDS_Shape& before, const TopoDS_Shape& after) {
     const std::size_t count = SolidsOf(before);
     if (SolidsOf(after) != count)
         return std::to_string(count) + " solids became " + std::to_string(SolidsOf(after));
     const std::vector<TopoDS_Face> was = FacesOf(before);
-    const std::vector<TopoDS_Face> is = FacesOf(after);
+    std::vector<TopoDS_Face> is = FacesOf(after);
     if (was.size() != is.size())
         return std::to_string(was.size()) + " faces became " + std::to_string(is.size());
+    if (count == 0) is = InOrderOf(was, std::move(is));
     Gauge all;
     Gauge allAfter;
     double gap = 0;
@@ -191,6 +219,31 @@ TopoDS_Shape Refitted(const TopoDS_Shape& shape) {
     return copy;
 }
 
+// Corners in the middle of the ends that meet there, each of which then lies half as far off.
+TopoDS_Shape Centred(const TopoDS_Shape& shape) {
+    const TopoDS_Shape copy = BRepBuilderAPI_Copy(shape).Shape();
+    TopTools_IndexedDataMapOfShapeListOfShape corners;
+    TopExp::MapShapesAndAncestors(copy, TopAbs_VERTEX, TopAbs_EDGE, corners);
+    for (int i = 1; i <= corners.Extent(); ++i) {
+        const TopoDS_Vertex& corner = TopoDS::Vertex(corners.FindKey(i));
+        Gauge ends;
+        for (const TopoDS_Shape& one : corners(i)) {
+            const TopoDS_Edge edge = TopoDS::Edge(one.Oriented(TopAbs_FORWARD));
+            double first = 0;
+            double last = 0;
+            const Handle(Geom_Curve) curve = BRep_Tool::Curve(edge, first, last);
+            if (curve.IsNull()) continue;
+            if (TopExp::FirstVertex(edge).IsSame(corner)) ends.Take(curve->Value(first));
+            if (TopExp::LastVertex(edge).IsSame(corner)) ends.Take(curve->Value(last));
+        }
+        if (ends.low.X() > ends.high.X()) continue;
+        const gp_Pnt middle((ends.low + ends.high) / 2);
+        BRep_Builder().UpdateVertex(corner, middle,
+                                    BRep_Tool::Tolerance(corner) + middle.Distance(BRep_Tool::Pnt(corner)));
+    }
+    return copy;
+}
+
 TopoDS_Shape AsSplines(const TopoDS_Shape& shape) { return BRepBuilderAPI_NurbsConvert(shape, true).Shape(); }
 
 }  // namespace
@@ -211,7 +264,7 @@ std::optional<std::string> ReadBackFault(const TopoDS_Shape& shape, const std::v
 
 ProvenBody ProveBody(const TopoDS_Shape& shape) {
     std::string fault;
-    constexpr TopoDS_Shape (*ways[])(const TopoDS_Shape&) = {nullptr, Refitted, AsSplines};
+    constexpr TopoDS_Shape (*ways[])(const TopoDS_Shape&) = {nullptr, Refitted, AsSplines, Centred};
     for (const auto& way : ways) {
         try {
             ProvenBody body;
