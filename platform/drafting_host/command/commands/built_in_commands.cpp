@@ -30,6 +30,7 @@ constexpr auto Commands = std::to_array<HostCommand>({
     {"ROTATE", "RO", &run::Rotate},
     {"SCALE", "SC", &run::Scale},
     {"SELECT", "", &run::Select},
+    {"STRETCH", "S", &run::Stretch, false, true},
     {"ROTATE3D", "3R", &run::Rotate3d},
     {"MIRROR3D", "", &run::Mirror3d},
     {"ALIGN", "AL", &run::Align},

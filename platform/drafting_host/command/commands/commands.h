@@ -33,6 +33,9 @@ Asking<void> Rotate(CommandSession& session);
 Asking<void> Scale(CommandSession& session);
 Asking<void> Select(CommandSession& session);
 
+// stretch_command.cpp
+Asking<void> Stretch(CommandSession& session);
+
 // space_commands.cpp
 Asking<void> Rotate3d(CommandSession& session);
 Asking<void> Mirror3d(CommandSession& session);

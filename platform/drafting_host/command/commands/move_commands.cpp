@@ -1,5 +1,6 @@
 // ERASE, MOVE, COPY, ROTATE, SCALE and SELECT.
 #include "drafting_host/command/commands/commands.h"
+#include "drafting_host/command/commands/shift_question.h"
 #include "drafting_host/command/session/answers.h"
 #include "drafting_host/command/session/command_session.h"
 #include "drafting_host/document/geometry/host_failure.h"
@@ -29,31 +30,6 @@ void CopyAll(const Entities& entities, const Similarity& move) {
         copy.TakeAllButGeometry(*entity);
         copy.SetKeptGroups(AfterMove(copy.KeptGroupsOfFile(), copy.ObjectName(), move));
     }
-}
-
-/// A point typed where an offset is meant counts from the origin of the user system.
-Point3 AsOffset(const CommandSession& session, const Point3& point) {
-    return point - session.UcsToWorld().Point({});
-}
-
-/// The two points of a move, or one offset: in world coordinates.
-struct Shift {
-    Point3 offset;
-    Point3 base;
-};
-
-Asking<Shift> AskShift(CommandSession& session) {
-    const Answered<Point3> base =
-        co_await session.AskPoint("Base point or displacement, or [Displacement]:", "Displacement");
-    if (base.Is("Displacement")) {
-        const Answered<Point3> offset =
-            co_await session.AskPoint("Displacement <0,0,0>:", {}, IfEmpty::Allowed);
-        co_return Shift{offset.value ? AsOffset(session, *offset.value) : Point3{}, Point3{}};
-    }
-    const Answered<Point3> second = co_await session.AskPoint(
-        "Second point of displacement or <use the first point as displacement>:", {}, IfEmpty::Allowed);
-    if (second.Empty()) co_return Shift{AsOffset(session, *base.value), *base.value};
-    co_return Shift{*second.value - *base.value, *base.value};
 }
 
 /// Radians: typed, or as the difference of two directions.

@@ -187,7 +187,12 @@ void CommandSession::Settle() {
     } catch (const Failure& failure) {
         TellFailure(failure);
     }
-    if (!ended->command->tellsItsEnd || mChanged.empty()) return;
+    if (!ended->command->tellsItsEnd) {
+        // Nor does a later command tell of it.
+        if (mRunning.empty()) mChanged.clear();
+        return;
+    }
+    if (mChanged.empty()) return;
     std::vector<HostEntity*> changed = std::exchange(mChanged, {});
     std::erase_if(changed, [](const HostEntity* entity) { return entity->Erased(); });
     mDocument.SetPreviousSelection(changed);

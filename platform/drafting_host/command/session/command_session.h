@@ -76,8 +76,9 @@ class CommandSession {
     TextQuestion AskText(std::string_view prompt, IfEmpty empty = IfEmpty::Refused) {
         return {*this, prompt, {}, empty};
     }
-    SelectionQuestion AskSelection(SelectFor purpose, std::string_view prompt = "Select objects:") {
-        return {*this, purpose, prompt};
+    SelectionQuestion AskSelection(SelectFor purpose, std::string_view prompt = "Select objects:",
+                                   SelectFirst first = SelectFirst::Objects) {
+        return {*this, purpose, prompt, first};
     }
 
     Similarity UcsToWorld() const { return mDocument.UcsToWorld(); }

@@ -37,6 +37,11 @@ Axes ViewAxes(const CommandSession& session) {
     return {x, Cross(z, x), z};
 }
 
+FlatBox WindowOf(const Axes& view, const Point3& corner, const Point3& opposite) {
+    const Point3 a = FromWorld(view, corner), b = FromWorld(view, opposite);
+    return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
+}
+
 gp_Pnt Pnt(const Point3& p) { return {p.x, p.y, p.z}; }
 
 /// An entity's box as the view shows it, or null where it has no extent.
@@ -143,8 +148,7 @@ HostEntity* EntityAt(const CommandSession& session, const Point3& point) {
 std::vector<HostEntity*> EntitiesInWindow(const CommandSession& session, const Point3& corner,
                                           const Point3& opposite, bool crossing) {
     const Axes view = ViewAxes(session);
-    const Point3 a = FromWorld(view, corner), b = FromWorld(view, opposite);
-    const FlatBox window{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
+    const FlatBox window = WindowOf(view, corner, opposite);
     std::vector<HostEntity*> result;
     for (HostEntity* entity : session.Document().CurrentSpace().Entities()) {
         const std::optional<FlatBox> box = Pickable(*entity) ? Shown(*entity, view) : std::nullopt;
@@ -156,6 +160,15 @@ std::vector<HostEntity*> EntitiesInWindow(const CommandSession& session, const P
         if (crossing ? meets : within) result.push_back(entity);
     }
     return result;
+}
+
+bool ShownWithin(const CommandSession& session, const Point3& point, const Point3& corner,
+                 const Point3& opposite) {
+    const Axes view = ViewAxes(session);
+    const Point3 seen = FromWorld(view, point);
+    const FlatBox window = WindowOf(view, corner, opposite);
+    return seen.x >= window.left - PointTolerance && seen.x <= window.right + PointTolerance &&
+           seen.y >= window.bottom - PointTolerance && seen.y <= window.top + PointTolerance;
 }
 
 std::vector<TopoDS_Face> FacesAt(const CommandSession& session, const TopoDS_Shape& solid,

@@ -23,6 +23,10 @@ HostEntity* EntityAt(const CommandSession& session, const Point3& point);
 std::vector<HostEntity*> EntitiesInWindow(const CommandSession& session, const Point3& corner,
                                           const Point3& opposite, bool crossing);
 
+/// Whether the view shows a point within a window.
+bool ShownWithin(const CommandSession& session, const Point3& point, const Point3& corner,
+                 const Point3& opposite);
+
 /// The faces of a solid that a pick at the point takes: all that the point lies on (two for an edge),
 /// otherwise the one that the line of sight meets nearest to the eye. None where it misses.
 std::vector<TopoDS_Face> FacesAt(const CommandSession& session, const TopoDS_Shape& solid,

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <iterator>
 #include <unordered_set>
+#include <utility>
 
 #include "base/handle_text.h"
 #include "base/letter_case.h"
@@ -33,8 +34,14 @@ bool OnThawedLayer(const HostEntity& entity) { return !entity.LayerObject().Valu
 
 }  // namespace
 
-SelectionQuestion::SelectionQuestion(CommandSession& session, SelectFor purpose, std::string_view prompt)
-    : Question(session), mPurpose(purpose), mPrompt(prompt) {}
+SelectionQuestion::SelectionQuestion(CommandSession& session, SelectFor purpose, std::string_view prompt,
+                                     SelectFirst first)
+    : Question(session), mPurpose(purpose), mPrompt(prompt) {
+    if (first == SelectFirst::Objects) return;
+    mWants = Wants::FirstCorner;
+    mTakes = Takes::Meeting;
+    mMayChooseOtherwise = true;
+}
 
 std::string SelectionQuestion::Prompt() const {
     switch (mWants) {
@@ -65,6 +72,7 @@ PointedAt SelectionQuestion::ByPointing() const {
 
 bool SelectionQuestion::Take(const std::string& answer) {
     if (mWants == Wants::GroupName) return TakeGroup(answer);
+    if (std::exchange(mMayChooseOtherwise, false) && !Session().PointFrom(answer)) mWants = Wants::Objects;
     if (mWants != Wants::Objects) return TakeCorner(answer);
     if (answer.empty()) return Finish();
     if (answer.starts_with('(')) {
@@ -107,7 +115,9 @@ bool SelectionQuestion::TakeCorner(const std::string& answer) {
         mWants = Wants::OtherCorner;
     } else {
         mWants = Wants::Objects;
-        Put(EntitiesInWindow(Session(), mCorner, *point, Crosses(*point)));
+        const bool crosses = Crosses(*point);
+        if (crosses && !mRemoving) mCrossing.push_back({mCorner, *point});
+        Put(EntitiesInWindow(Session(), mCorner, *point, crosses));
     }
     return false;
 }
