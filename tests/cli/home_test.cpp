@@ -98,6 +98,16 @@ TEST_F(Home, InitInOtherUnitsThanTheHomesIsRefusedWithWhatToDo) {
     }
 }
 
+TEST_F(Home, AChangedSettingIsRemarkedOnUnlessQuiet) {
+    Run({"init"});
+    EXPECT_NE(Run({"settings", "set", "HomeUnits", "metric"}).errors.find("converts nothing"),
+              std::string::npos);
+    const Outcome quiet = Run({"settings", "set", "HomeUnits", "metric", "--quiet"});
+    EXPECT_EQ(quiet.status, 0);
+    EXPECT_EQ(quiet.errors, "");
+    EXPECT_EQ(Run({"settings", "set", "ExportScaleSetting", "many", "--quiet"}).status, 2);
+}
+
 TEST_F(Home, TheUnitsOfItsRunsAreThoseOfWhatInitBringsBack) {
     Run({"init"});
     for (const auto& [scale, units, other] :

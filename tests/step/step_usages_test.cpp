@@ -47,6 +47,33 @@ TEST_F(StepUsages, AMisspeltUsageIsALoss) {
             "passed over: NEXT_ASSEMBLY_USAGE_OCCURRENCE may be meant\n");
 }
 
+TEST_F(StepUsages, AShapeThatARelationshipSetsIntoTheProductsOwnIsThePartAtThatPlace) {
+    std::string root = Root();
+    for (std::size_t at = root.find("'Brenvik "); at != std::string::npos; at = root.find("'Brenvik "))
+        root.replace(at, 9, "'Another ");
+    const std::vector<std::string> items = ReferencesOf(root, "ADVANCED_BREP_SHAPE_REPRESENTATION");
+    ASSERT_EQ(items.size(), 3U);
+    const std::string shape = NumberOf(root, "ADVANCED_BREP_SHAPE_REPRESENTATION");
+    const std::size_t tie = root.find(" = SHAPE_DEFINITION_REPRESENTATION(");
+    for (const std::string& ends : {shape + ",#900003", "#900003," + shape}) {
+        std::string content = root;
+        content.replace(root.find("," + shape + ")", tie), shape.size() + 1, ",#900003");
+        const StepDocument document =
+            Read(WithData(content,
+                          "#900001=CARTESIAN_POINT('',(1000.,0.,0.));\n"
+                          "#900002=AXIS2_PLACEMENT_3D('',#900001,$,$);\n"
+                          "#900003=SHAPE_REPRESENTATION('',(#900002)," +
+                              items[2] + ");\n#900004=ITEM_DEFINED_TRANSFORMATION('',''," + items[0] +
+                              ",#900002);\n#900005=(REPRESENTATION_RELATIONSHIP('',''," + ends +
+                              ")REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#900004)"
+                              "SHAPE_REPRESENTATION_RELATIONSHIP());\n"));
+        ASSERT_EQ(document.solids.size(), 1U) << ends;
+        EXPECT_EQ(document.solids[0].name, "Board");
+        EXPECT_DOUBLE_EQ(solids::ExactBox(document.solids[0].shape).min.X(), 1000);
+        EXPECT_EQ(NotesOf(document), "");
+    }
+}
+
 TEST_F(StepUsages, AUsageWithoutAPlaceIsToldWhereItsPartIsUsedElsewhereToo) {
     std::string content = Nested();
     // The right side stands in the job itself, without a place.

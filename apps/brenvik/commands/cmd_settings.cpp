@@ -95,7 +95,7 @@ void RequireScaleOfHome(const SettingPlace& place, const std::string& value, con
                            ": settings set HomeUnits " + other);
 }
 
-ExitStatus SetOne(const std::string& home, const std::string& name, const std::string& value) {
+ExitStatus SetOne(const std::string& home, const std::string& name, const std::string& value, bool quiet) {
     ConsoleDialogs dialogs(std::cerr);
     Workplace workplace(home, dialogs);
     const SettingPlace place = RequirePlace(workplace, name);
@@ -107,7 +107,7 @@ ExitStatus SetOne(const std::string& home, const std::string& name, const std::s
         RequireScaleOfHome(place, value, workplace);
         workplace.settings.SaveSetting(SettingsRoot::LocalMachine, place.path, place.name, value);
     });
-    if (EqualsIgnoreCase(place.name, setting::HomeUnits))
+    if (!quiet && EqualsIgnoreCase(place.name, setting::HomeUnits))
         std::cerr
             << "HomeUnits converts nothing: CircleSize, BiesseWorksSpoil, DrillSpoilAmount, BWPriority and "
                "the material library have to be in these units, and ExportScaleSetting "
@@ -122,26 +122,29 @@ ExitStatus SetOne(const std::string& home, const std::string& name, const std::s
 Command SettingsCommand() {
     struct Words {
         std::string name, value;
+        bool quiet = false;
     };
     auto words = std::make_shared<Words>();
-    return {"settings",
-            "List, tell or change the settings",
-            {},
-            {},
-            {{"list", "Print every setting as NAME=VALUE", {}, ListSettings, {}},
-             {"get",
-              "Print the value of one setting",
-              {Argument("NAME", &words->name, "Its name; values of a subkey as CSV_SAVE\\NAME").Required()},
-              [words](const std::string& home) { return GetOne(home, words->name); },
-              {}},
-             {"set",
-              "Change one setting",
-              {Argument("NAME", &words->name, "Its name").Required(),
-               Argument("VALUE", &words->value, "Its new value; one that the setting can't have is refused")
-                   .Required()
-                   .MayBeBlank()},
-              [words](const std::string& home) { return SetOne(home, words->name, words->value); },
-              {}}}};
+    return {
+        "settings",
+        "List, tell or change the settings",
+        {},
+        {},
+        {{"list", "Print every setting as NAME=VALUE", {}, ListSettings, {}},
+         {"get",
+          "Print the value of one setting",
+          {Argument("NAME", &words->name, "Its name; values of a subkey as CSV_SAVE\\NAME").Required()},
+          [words](const std::string& home) { return GetOne(home, words->name); },
+          {}},
+         {"set",
+          "Change one setting",
+          {Argument("NAME", &words->name, "Its name").Required(),
+           Argument("VALUE", &words->value, "Its new value; one that the setting can't have is refused")
+               .Required()
+               .MayBeBlank(),
+           Argument("--quiet", &words->quiet, "Leave out remarks; errors are still told")},
+          [words](const std::string& home) { return SetOne(home, words->name, words->value, words->quiet); },
+          {}}}};
 }
 
 }  // namespace brenvik::app

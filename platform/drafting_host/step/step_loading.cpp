@@ -14,6 +14,7 @@
 #include "drafting_host/step/places/mapped_usages.h"
 #include "drafting_host/step/places/part_places.h"
 #include "drafting_host/step/places/place_operators.h"
+#include "drafting_host/step/places/related_shapes.h"
 #include "drafting_host/step/places/step_units.h"
 #include "drafting_host/step/products/distant_shapes.h"
 #include "drafting_host/step/products/double_relations.h"
@@ -94,7 +95,8 @@ std::string WithoutMark(std::string content) {
 Loading::Loading(const std::filesystem::path& path, LengthUnit unit)
     : mPath(path),
       mUnit(unit),
-      mContent(WithPlacedUsages(WithPlainUsages(WithoutMark(ContentOf(path)), mNotes), mNotes)),
+      mContent(
+          WithPlacedUsages(WithRelatedShapes(WithPlainUsages(WithoutMark(ContentOf(path)), mNotes)), mNotes)),
       mStatements(mContent),
       mContexts(mStatements),
       mQuarantine(mStatements) {
