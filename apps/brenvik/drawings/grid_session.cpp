@@ -16,6 +16,14 @@
 
 namespace brenvik::app {
 
+namespace {
+
+/// What a command keeps of the bodies that it has read: more than nearly every job has, and far less than the
+/// largest. Bodies beyond that are made again when somebody asks for more than their sizes.
+constexpr std::size_t ShapeBytes = std::size_t{64} << 20U;
+
+}  // namespace
+
 void TellDamagedSettings(Workplace& workplace, Teller& teller) {
     // Everything read so far has been reported already.
     if (workplace.toldSettings.DamageFound()) teller.MarkIncomplete();
@@ -36,6 +44,7 @@ HostDocument& OpenInHome(Workplace& workplace, const DrawingOptions& options, co
 OpenedInput OpenAndSelect(Workplace& workplace, const DrawingOptions& options, const UnitOption& unit,
                           Teller& teller) {
     TellDamagedSettings(workplace, teller);
+    workplace.host.Shapes().SetLimit(ShapeBytes);
     HostDocument& document = OpenInHome(workplace, options, unit, teller);
     StandIns standIns;
     if (options.save.empty())

@@ -67,6 +67,8 @@ class HostApplication final : public AcadApplication, public MeasuringPort, publ
     void WriteScratch(const std::filesystem::path& file, std::string_view content) const;
     /// Work drawings of this run, which open without being read.
     WrittenDrawings& Written() { return mWritten; }
+    /// How much of the open drawings is there as shapes.
+    ShapeKeeper& Shapes() { return mShapes; }
     /// Null detaches. The port outlives the application or is detached before it is destroyed.
     void SetPrompts(PromptPort* prompts) { mPrompts = prompts; }
     PromptPort* Prompts() const { return mPrompts; }
@@ -100,6 +102,7 @@ class HostApplication final : public AcadApplication, public MeasuringPort, publ
 
   private:
     WholeFileWriter mWriter, mScratchWriter;
+    ShapeKeeper mShapes;  ///< Ahead of the documents, which take leave of it.
     WrittenDrawings mWritten;
     HostDocuments mDocumentList;
     std::vector<std::unique_ptr<HostDocument>> mDocuments;

@@ -10,11 +10,12 @@
 #include <TopoDS_Vertex.hxx>
 #include <utility>
 
+#include "base/skip.h"
 #include "drafting_host/document/geometry/boundary_curves.h"
 #include "drafting_host/document/geometry/curve_edges.h"
 #include "drafting_host/document/geometry/host_failure.h"
 #include "drafting_host/document/geometry/vectors.h"
-#include "drafting_host/document/host_block.h"
+#include "drafting_host/document/host_application.h"
 #include "drafting_host/document/kept_groups.h"
 #include "drafting_host/solids/column.h"
 #include "drafting_host/solids/mass.h"
@@ -84,22 +85,66 @@ void TakeResult(HostShapeEntity& entity, HostShapeEntity& used, TopoDS_Shape res
 }  // namespace
 
 void HostShapeEntity::SetShape(TopoDS_Shape shape) {
+    ForgetSource();
     mData.shape = std::move(shape);
     SetKeptGroups(AfterReshaping(KeptGroupsOfFile()));
     ForgetMeasures();
 }
 
-void HostShapeEntity::ReplaceShape(TopoDS_Shape shape) const { mData.shape = std::move(shape); }
+void HostShapeEntity::ReplaceShape(TopoDS_Shape shape) const {
+    ForgetSource();
+    mData.shape = std::move(shape);
+}
+
+void HostShapeEntity::SetSource(ShapeSourcePointer source) {
+    ForgetSource();
+    mKeeper = &Document().Host().Shapes();
+    mSource = std::move(source);
+    mPlace = mKeeper->Add(*this);
+}
+
+void HostShapeEntity::ForgetSource() const {
+    if (mPlace) mKeeper->Remove(*mPlace);
+    mPlace.reset();
+    mSource.reset();
+}
+
+const TopoDS_Shape& HostShapeEntity::PresentShape() const {
+    if (mSource && mPlace) {
+        mKeeper->Touch(*mPlace);
+    } else if (mSource) {
+        mData.shape = mSource->Make();
+        mPlace = mKeeper->Add(*this);
+    }
+    return mData.shape;
+}
+
+bool HostShapeEntity::LetGo() const {
+    if (IsHeldElsewhere(mData.shape)) return false;
+    // What can't be measured fails again when it is asked for.
+    Skip([this] { TakeMeasures(); });
+    mKeeper->Remove(*mPlace);
+    mPlace.reset();
+    mData.shape.Nullify();
+    mSource->Rest();
+    return true;
+}
 
 void HostShapeEntity::ApplyTransform(const Similarity& move) {
     Settle();
+    PresentShape();
     brenvik::Transform(mData, move);
     ForgetMeasures();
+    ShapeSourcePointer moved = mSource ? MovedSource(mSource, move) : nullptr;
+    if (moved)
+        mSource = std::move(moved);
+    else
+        ForgetSource();
 }
 
 std::optional<Box3> HostShapeEntity::Box() const {
     Settle();
-    if (!mBox) mBox = BoxOf(mData);
+    if (!mBox) mBox = BoxOf(ShapeData{mData.kind, PresentShape()});
     return mBox;
 }
 
@@ -107,6 +152,7 @@ void HostSolid::ForgetMeasures() {
     HostShapeEntity::ForgetMeasures();
     mVolume.reset();
     mExtents.reset();
+    mLumps.reset();
     mColumns.reset();
     mCutOff.Nullify();
 }
@@ -116,6 +162,12 @@ AcadEntity* HostSolid::Copy() {
     copy.mVolume = mVolume;
     copy.mExtents = mExtents;
     return &copy;
+}
+
+void HostSolid::TakeMeasures() const {
+    HostShapeEntity::TakeMeasures();
+    Measures();
+    Lumps();
 }
 
 void HostSolid::SetColumns(std::vector<TopoDS_Face> bases, double height) {
@@ -149,6 +201,8 @@ bool HostSolid::TakeColumnsAway(HostSolid& tool) {
     const TopoDS_Shape cutOff = tool.Shape();
     tool.EraseAnyway();
     if (*share == 0) return true;
+    PresentShape();
+    ForgetSource();
     ForgetMeasures();
     mVolume = left;
     mCutOff = cutOff;
@@ -171,6 +225,12 @@ const solids::Extents& HostSolid::Measures() const {
     RequireAlive();
     if (!mExtents) mExtents = solids::MeasureShape(Shape());
     return *mExtents;
+}
+
+std::size_t HostSolid::Lumps() const {
+    RequireAlive();
+    if (!mLumps) mLumps = solids::LumpsOf(Shape());
+    return *mLumps;
 }
 
 void HostSolid::Boolean(BooleanKind kind, Acad3DSolid& other) {

@@ -157,6 +157,12 @@ bool IsSolid(const TopoDS_Shape& shape) {
            !TopExp_Explorer(shape, TopAbs_EDGE, TopAbs_SOLID).More();
 }
 
+std::size_t LumpsOf(const TopoDS_Shape& shape) {
+    std::size_t lumps = 0;
+    for (TopExp_Explorer lump(shape, TopAbs_SOLID); lump.More(); lump.Next()) ++lumps;
+    return lumps;
+}
+
 bool Valid(const TopoDS_Shape& shape) {
     if (shape.IsNull()) return false;
     return Guarded("check", [&] { return BRepCheck_Analyzer(shape).IsValid() == Standard_True; });

@@ -4,6 +4,7 @@
 
 #include <TopoDS_Face.hxx>
 #include <TopoDS_Shape.hxx>
+#include <cstddef>
 #include <gp_Pnt.hxx>
 
 namespace brenvik::solids {
@@ -26,6 +27,9 @@ gp_Pnt Centroid(const TopoDS_Shape& shape);
 
 /// True when the shape is a solid or holds nothing but solids.
 bool IsSolid(const TopoDS_Shape& shape);
+
+/// How many lumps a body has, which is what the modeller calls solids; 0 for a sheet.
+std::size_t LumpsOf(const TopoDS_Shape& shape);
 
 /// True when the modeller's own check finds nothing wrong with topology and geometry of the shape.
 bool Valid(const TopoDS_Shape& shape);

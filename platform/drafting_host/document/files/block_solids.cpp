@@ -28,6 +28,14 @@ bool IsSolid(const HostGeometry& geometry) {
     const auto* shape = std::get_if<ShapeData>(&geometry);
     return shape != nullptr && shape->kind == AcisData::Kind::Solid;
 }
+/// The same without a look at its shape, which may have to be made for that.
+bool IsSolid(const HostEntity& entity) { return dynamic_cast<const HostSolid*>(&entity) != nullptr; }
+
+/// Null for an entity that is no reference to a block.
+const InsertData* ReferenceIn(const HostEntity& entity) {
+    const auto* reference = dynamic_cast<const HostBlockReference*>(&entity);
+    return reference == nullptr ? nullptr : &reference->Values();
+}
 
 constexpr std::int64_t MostCounted = std::numeric_limits<std::int64_t>::max();
 
@@ -88,11 +96,10 @@ class Counter {
         known.state = State::Open;
         known.levels = 1;
         for (const HostEntity* entity : known.block->Entities()) {
-            const HostGeometry geometry = entity->Geometry();
-            if (const auto* reference = std::get_if<InsertData>(&geometry)) {
+            if (const InsertData* reference = ReferenceIn(*entity)) {
                 Known* inner = Find(reference->block);
                 if (inner != nullptr) known.inner.push_back({inner, PlacesOf(*reference)});
-            } else if (IsSolid(geometry)) {
+            } else if (IsSolid(*entity)) {
                 known.count = Sum(known.count, 1);
             }
         }
@@ -208,8 +215,7 @@ class SolidsOnly {
     explicit SolidsOnly(const HostDocument& document) : mDocument(document) {}
 
     bool AreAll(const HostEntity& reference) {
-        const HostGeometry geometry = reference.Geometry();
-        const auto* insert = std::get_if<InsertData>(&geometry);
+        const InsertData* insert = ReferenceIn(reference);
         // Attributes follow a reference as parts of its record.
         const Kept<KeptGroups>& kept = reference.KeptGroupsOfFile();
         return insert != nullptr && (!kept || kept->parts.empty()) && AreAll(insert->block);
@@ -225,8 +231,7 @@ class SolidsOnly {
         bool areAll = block != nullptr && !(block->Record().kept && !block->Record().kept->entities.empty());
         for (std::size_t i = 0; areAll && i < block->Entities().size(); ++i) {
             const HostEntity& entity = *block->Entities()[i];
-            const HostGeometry geometry = entity.Geometry();
-            areAll = IsSolid(geometry) || AreAll(entity);
+            areAll = IsSolid(entity) || AreAll(entity);
         }
         return mKnown[name] = areAll;
     }
@@ -238,8 +243,7 @@ class SolidsOnly {
 std::vector<ReferenceSolids> Count(const HostDocument& document, Counter& counter) {
     std::vector<ReferenceSolids> references;
     for (HostEntity* entity : document.AllBlocks().front()->Entities()) {
-        const HostGeometry geometry = entity->Geometry();
-        const auto* reference = std::get_if<InsertData>(&geometry);
+        const InsertData* reference = ReferenceIn(*entity);
         const std::int64_t count = reference == nullptr ? 0 : counter.In(*reference);
         if (count > 0) references.push_back({entity, reference->block, count, {}, {}});
     }
@@ -291,10 +295,9 @@ std::vector<SheetSolids> CountSheetSolids(const HostDocument& document) {
         if (!block->IsPaperSpace()) continue;
         SheetSolids sheet{block->Record().layoutName, 0};
         for (const HostEntity* entity : block->Entities()) {
-            const HostGeometry geometry = entity->Geometry();
-            const auto* reference = std::get_if<InsertData>(&geometry);
+            const InsertData* reference = ReferenceIn(*entity);
             sheet.count = Sum(sheet.count, reference != nullptr ? counter.In(*reference)
-                                           : IsSolid(geometry)  ? 1
+                                           : IsSolid(*entity)   ? 1
                                                                 : 0);
         }
         if (sheet.count > 0) sheets.push_back(std::move(sheet));

@@ -1,4 +1,5 @@
-// Texts of bodies that are made ahead of the drawings that they go into.
+// Bodies and their texts: texts that are made ahead of the drawings that they go into, and shapes that are
+// made of texts.
 #pragma once
 
 #include "drafting_host/document/geometry/modeller_handle.h"
@@ -6,6 +7,9 @@
 #include <TopoDS_Shape.hxx>
 #include <optional>
 #include <string>
+#include <vector>
+
+#include "drafting_host/document/geometry/shape_source.h"
 
 namespace brenvik {
 
@@ -19,5 +23,10 @@ std::optional<std::string> BodyTextOf(const TopoDS_Shape& body);
 void KeepBodyText(const TopoDS_Shape& body, std::string text);
 /// The kept text of the body, which is forgotten then; null where there is none.
 std::optional<std::string> TakeBodyText(const TopoDS_Shape& body);
+
+/// The body that a text holds: the only one, all of them together, or a null shape.
+TopoDS_Shape OneShapeOf(const std::vector<TopoDS_Shape>& bodies);
+/// The source of the body that was read from this text, which arrived as `OneShapeOf` gave it.
+ShapeSourcePointer SourceOfText(std::string text);
 
 }  // namespace brenvik

@@ -1,9 +1,7 @@
 // Between the open document and the plain data of a drawing. Bodies are built from their ACIS text when
 // a drawing is taken over, so that what can't be read is reported at once, and written as text on the way
 // out.
-#include <BRep_Builder.hxx>
 #include <TopExp_Explorer.hxx>
-#include <TopoDS_Compound.hxx>
 #include <set>
 #include <span>
 #include <utility>
@@ -14,7 +12,7 @@
 #include "drafting_host/document/files/body_texts.h"
 #include "drafting_host/document/files/lost_data.h"
 #include "drafting_host/document/geometry/host_failure.h"
-#include "drafting_host/document/host_document.h"
+#include "drafting_host/document/host_application.h"
 #include "drafting_host/dxf/data/standard_entries.h"
 
 namespace brenvik {
@@ -32,21 +30,11 @@ std::string_view NameOf(AcisData::Kind kind) {
     return {};
 }
 
-TopoDS_Shape OneShape(const std::vector<TopoDS_Shape>& bodies) {
-    if (bodies.empty()) return {};
-    if (bodies.size() == 1) return bodies.front();
-    const BRep_Builder builder;
-    TopoDS_Compound all;
-    builder.MakeCompound(all);
-    for (const TopoDS_Shape& body : bodies) builder.Add(all, body);
-    return all;
-}
-
 /// Reads a body's text; what went wrong is reported with the line of the file where the text begins and the
 /// line and record in it.
 ShapeData ReadBody(const AcisData& data, HandleValue handle, std::vector<ReadNote>& notes) {
     const acis::ReadResult read = acis::ReadText(data.text);
-    ShapeData result{data.kind, OneShape(read.bodies)};
+    ShapeData result{data.kind, OneShapeOf(read.bodies)};
     const std::string what = std::string(NameOf(data.kind)) + " " + HandleToText(handle);
     for (const acis::Problem& problem : read.problems) {
         std::string text = what;
@@ -73,7 +61,8 @@ void TakeForSheet(ShapeData& shape, const AcisData& data, HandleValue handle, st
 }
 
 /// The plain data as the document holds them; empty for a body that can't be built. `shapes` are those of
-/// bodies without a text, and stay behind what was taken.
+/// bodies without a text, and stay behind what was taken. A body's text stays with it where its shape may be
+/// made again.
 std::optional<HostGeometry> ToHost(EntityGeometry& geometry, HandleValue handle, std::vector<ReadNote>& notes,
                                    std::span<const TopoDS_Shape>& shapes) {
     return std::visit(
@@ -88,9 +77,6 @@ std::optional<HostGeometry> ToHost(EntityGeometry& geometry, HandleValue handle,
                 ShapeData shape = ReadBody(data, handle, notes);
                 if (shape.shape.IsNull()) return std::nullopt;
                 TakeForSheet(shape, data, handle, notes);
-                // The shape takes the memory of its text: all texts and all shapes at once are too much for
-                // large drawings.
-                std::string().swap(data.text);
                 return shape;
             } else {
                 return std::move(data);
@@ -173,6 +159,13 @@ void FillBlock(HostBlock& block, std::vector<EntityData>& entities, HostLayers& 
         std::optional<HostGeometry> geometry = ToHost(data.geometry, data.handle, notes, shapes);
         if (!geometry) continue;
         HostEntity& entity = block.Add(std::move(*geometry), data.handle);
+        if (auto* body = std::get_if<AcisData>(&data.geometry); body != nullptr && !body->text.empty()) {
+            if (block.Document().Host().Shapes().IsLimited())
+                dynamic_cast<HostShapeEntity&>(entity).SetSource(SourceOfText(std::move(body->text)));
+            // The shape takes the memory of its text: all texts and all shapes at once are too much for large
+            // drawings.
+            std::string().swap(body->text);
+        }
         LayerData layer;
         layer.name = data.layer;
         entity.SetLook({&layers.Put(std::move(layer)), std::move(data.linetype), data.linetypeScale,

@@ -10,7 +10,6 @@
 #include "drafting_host/document/files/drawing_units.h"
 #include "drafting_host/document/files/imported_layers.h"
 #include "drafting_host/document/files/lost_data.h"
-#include "drafting_host/document/files/lumps.h"
 #include "drafting_host/document/files/step_door.h"
 #include "drafting_host/document/geometry/host_failure.h"
 #include "drafting_host/document/host_document.h"
@@ -204,7 +203,7 @@ void ImportAcis(HostDocument& document, std::string_view content, const std::fil
     int number = 0;
     for (const TopoDS_Shape& body : read.bodies) {
         ++number;
-        if (LumpsOf(body) == 0) {
+        if (solids::LumpsOf(body) == 0) {
             document.Model().AddBody(body);
             document.Tables().notes.push_back(
                 {0, "record " + std::to_string(read.bodyRecords[static_cast<std::size_t>(number) - 1]) +
@@ -227,7 +226,7 @@ std::vector<step::StepSolid> StepSolidsOf(const HostDocument& document, std::vec
     const std::vector<const HostSolid*> solids = SolidsOf(document, "STEP", problems);
     TellLostPartData(document, solids, "a STEP file", {"PARTNAME", "SUBASSEMBLY"}, problems);
     for (const HostSolid* solid : solids) {
-        if (const std::size_t lumps = LumpsOf(solid->Shape()); lumps > 1)
+        if (const std::size_t lumps = solid->Lumps(); lumps > 1)
             problems.push_back("AcDb3dSolid " + HandleToText(solid->HandleNumber()) + ": its " +
                                std::to_string(lumps) + " lumps are parts of their own in a STEP file");
         step::StepSolid part;

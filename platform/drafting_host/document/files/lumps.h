@@ -6,14 +6,9 @@
 #include <string>
 #include <vector>
 
-class TopoDS_Shape;
-
 namespace brenvik {
 
 class HostEntity;
-
-/// How many lumps a body has; 0 for a sheet.
-std::size_t LumpsOf(const TopoDS_Shape& shape);
 
 struct PartOfLumps {
     std::string handle, name;  ///< The name is blank where the part has none.
