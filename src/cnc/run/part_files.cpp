@@ -126,7 +126,7 @@ std::optional<std::vector<PartFile>> WritePartFiles(RunState& run, AcadSelection
     if (workers != nullptr)
         workers->DrawAhead(members, write);
     else
-        for (std::size_t member = 0; goesOn && member < members.size(); ++member) write(member);
+        TakeInTurn(members.size(), write);
     if (!goesOn) return std::nullopt;
     return parts.Keep();
 }

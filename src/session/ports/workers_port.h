@@ -34,6 +34,12 @@ struct SpreadWork {
 
 class AcadEntity;
 
+/// Calls `take` for each of so many entities in their order, until one says false.
+inline void TakeInTurn(std::size_t entities, const std::function<bool(std::size_t entity)>& take) {
+    for (std::size_t entity = 0; entity < entities; ++entity)
+        if (!take(entity)) return;
+}
+
 class WorkersPort {
   public:
     virtual ~WorkersPort() = default;
@@ -42,8 +48,7 @@ class WorkersPort {
     /// ones.
     virtual void DrawAhead(std::span<AcadEntity* const> entities,
                            const std::function<bool(std::size_t entity)>& take) {
-        for (std::size_t entity = 0; entity < entities.size(); ++entity)
-            if (!take(entity)) return;
+        TakeInTurn(entities.size(), take);
     }
     /// Over how many processes a loop of so many parts is spread; 1 where it isn't worth it, or can't be.
     virtual int ProcessesFor(std::size_t parts) = 0;
