@@ -145,6 +145,8 @@ TEST_F(Shares, TellWhichBoardsDiffer) {
     Write("home/materials.txt", Replaced(boards, "material=19 cherry\r", "material=19 elm\r"));
     ExpectRefused(shares, 2,
                   "board 19 cherry: expected it, found none; board 19 elm: expected none, found it");
+    Write("home/materials.txt", boards + "material=19 cherry\r\n");
+    ExpectRefused(shares, 2, "board 19 cherry: expected it to stand there once, found it twice\n");
     Write("home/materials.txt", "");
     ExpectRefused(shares, 2, "more");
     Write("home/materials.txt", boards);

@@ -101,6 +101,10 @@ const Board* BoardIn(const std::vector<Board>& boards, const std::string& name) 
     return found == boards.end() ? nullptr : &*found;
 }
 
+std::string TimesText(std::ptrdiff_t times) {
+    return times == 1 ? "once" : times == 2 ? "twice" : std::to_string(times) + " times";
+}
+
 std::vector<std::string> DifferencesOfBoards(const std::string& expected, const std::string& found) {
     const std::vector<Board> wanted = BoardsOf(expected), there = BoardsOf(found);
     std::vector<std::string> differences;
@@ -113,6 +117,16 @@ std::vector<std::string> DifferencesOfBoards(const std::string& expected, const 
     for (const Board& board : there)
         if (BoardIn(wanted, board.name) == nullptr)
             differences.push_back("board " + board.name + ": expected none, found it");
+    for (const Board& board : wanted) {
+        const auto isThis = [&](const std::string& difference) {
+            return difference.starts_with("board " + board.name + ": ");
+        };
+        const auto count = std::ranges::count(wanted, board.name, &Board::name),
+                   others = std::ranges::count(there, board.name, &Board::name);
+        if (count == others || std::ranges::any_of(differences, isThis)) continue;
+        differences.push_back("board " + board.name + ": expected it to stand there " + TimesText(count) +
+                              ", found it " + TimesText(others));
+    }
     if (differences.empty()) differences.emplace_back("boards: the library has them in another order");
     return differences;
 }
