@@ -182,6 +182,21 @@ TEST_F(HandWritten, OneToolNumberForTwoDiametersIsTold) {
     EXPECT_TRUE(WasCut());
 }
 
+TEST_F(HandWritten, ATwiceNumberedToolIsToldHoweverItsNumberIsSpelled) {
+    WriteBoard();
+    Change("home/materials.txt", "tool2=2\r", "tool2=01\r");
+    const std::string whole = Read("home/materials.txt");
+    const std::string told =
+        "tool2 of the material \"18 white melamine\" is \"01\", the same tool as \"1\" of tool1, with the "
+        "diameter 8 in place of 12, expected a number of its own";
+    ExpectTold(Run({"materials", "list"}), told);
+    ExpectTold(Cut(), told);
+    EXPECT_TRUE(WasCut());
+    Change("home/materials.txt", "tool2dia=8\r", "tool2dia=12.0\r");
+    EXPECT_EQ(Run({"materials", "list"}).status, 0);
+    EXPECT_EQ(Cut().status, 0);
+}
+
 TEST_F(HandWritten, ASpeedOrFeedOfNothingIsTold) {
     WriteBoard();
     Change("home/materials.txt", "tool1fs=9000\r", "tool1fs=0\r");

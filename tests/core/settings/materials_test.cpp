@@ -217,7 +217,8 @@ struct ValueCase {
 
 TEST_F(Materials, TellsValuesThatAMaterialCannotHave) {
     const std::string name = " of the material \"19.05 Red Oak Ply\" is ";
-    const std::string diameter = ", expected the diameter of the bit, a number above 0";
+    const std::string diameter =
+        ", expected the diameter of the bit, a number above 0 and below 1000 (millimetres or inches)";
     const std::string speed = ", expected a number above 0";
     const ValueCase cases[] = {
         {"tool1dia=12.7", "tool1dia=abc", "5: tool1dia", true},
@@ -229,6 +230,13 @@ TEST_F(Materials, TellsValuesThatAMaterialCannotHave) {
         {"tool3dia=6.35", "tool3dia=1/4", "13: tool3dia", true},
         {"tool1=T1", "tool1= ", "4: tool1", true},
         {"tool1=T1", "tool1=0", "4: tool1", false},
+        {"tool1=T1", "tool1=00", "4: tool1", false},
+        {"tool1dia=12.7", "tool1dia=1000", "5: tool1dia", true},
+        {"tool2=2", "tool2=+2", "8: tool2", false},
+        {"tool2=2", "tool2=-2", "8: tool2", false},
+        {"tool2=2", "tool2=2e0", "8: tool2", false},
+        {"tool2=2", "tool2=\xEF\xBC\x92", "8: tool2", false},
+        {"tool2=2", "tool2=\xEF\xBC\x90", "8: tool2", true},
         {"direction=cC", "direction=zz", "3: direction", true},
         {"direction=cC", "direction=", "3: direction", true},
         {"grain=1", "grain=yes", "2: grain", true},
@@ -255,6 +263,36 @@ TEST_F(Materials, TellsValuesThatAMaterialCannotHave) {
     EXPECT_EQ(FindCheckedMaterial("19.05 red oak ply")->faults[0].text,
               "tool1dia" + name + "\"abc\"" + diameter);
     EXPECT_EQ(MaterialFaultText({5, "wrong", true}), "C:\\Brenvik\\materials.txt:5: wrong");
+}
+
+TEST_F(Materials, ATwiceNumberedToolIsToldHoweverItsNumberIsSpelled) {
+    const auto toldOfTools = [this](const std::string& tool2, const std::string& diameter) {
+        UseLibrary(Replaced(Replaced(Replaced(OakPly, "tool1=T1", "tool1=1"), "tool2=2", "tool2=" + tool2),
+                            "tool2dia=9.53", "tool2dia=" + diameter));
+        const std::vector<MaterialFault> faults = FindCheckedMaterial("19.05 red oak ply")->faults;
+        std::string told;
+        for (const MaterialFault& fault : faults)
+            told += std::to_string(fault.line) + ": " + fault.text + "\n";
+        return told;
+    };
+    for (const std::string spelled : {"01", "0001", "+1", "1e0", "1.0", "\xEF\xBC\x91", "0\xEF\xBC\x91"}) {
+        EXPECT_NE(
+            toldOfTools(spelled, "8")
+                .find("8: tool2 of the material \"19.05 Red Oak Ply\" is \"" + spelled +
+                      "\", the same tool as \"1\" of tool1, with the diameter 8 in place of 12.7, expected a "
+                      "number of its own\n"),
+            std::string::npos)
+            << spelled;
+    }
+    EXPECT_EQ(toldOfTools("01", "12.7"), "");
+    EXPECT_EQ(toldOfTools("01", "12.70"), "");
+    EXPECT_EQ(toldOfTools("10", "8"), "");
+    EXPECT_EQ(toldOfTools("1000000000000000000001", "8"), "");
+    EXPECT_EQ(toldOfTools("1e0", "12.7"),
+              "8: tool2 of the material \"19.05 Red Oak Ply\" is \"1e0\", expected the number of a tool in "
+              "plain digits\n");
+    UseLibrary(Replaced(OakPly, "tool2=2", "tool2=t1"));
+    EXPECT_EQ(FindCheckedMaterial("19.05 red oak ply")->faults.size(), 1U) << "t1 and T1";
 }
 
 TEST_F(Materials, ExpectsNothingOfAnEmptySlot) {
