@@ -65,7 +65,7 @@ TEST_F(Export, SaysWhereADriveIs) {
 }
 
 TEST_F(Export, NeverTakesTheNameOfADrawing) {
-    for (const std::string name : {"b.dxf", "B.DWG", "b.step", "b.stp", "b.sat"}) {
+    for (const std::string name : {"b.dxf", "B.DWG", "b.step", "b.stp", "b.sat", "b.SAB"}) {
         Write(name, "somebody's drawing");
         const Outcome outcome = ExportTo(name, {});
         EXPECT_EQ(outcome.status, 2);

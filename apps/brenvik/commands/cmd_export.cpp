@@ -66,7 +66,7 @@ bool ScanAndExport(HostApplication& host, ConsoleDialogs& dialogs, const ListCho
 
 /// Whoever names two drawings and forgets OUT would have the second one written over by a list.
 void RequireNameOfAList(const std::string& name) {
-    if (!IsWritableFormat(name)) return;
+    if (!IsDrawingName(name)) return;
     throw CommandError(ExitStatus::WrongWords,
                        name +
                            ": expected a name for a CSV file, found the ending of a drawing; brenvik convert "

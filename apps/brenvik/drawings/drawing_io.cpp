@@ -2,7 +2,6 @@
 #include "drawings/drawing_io.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -25,8 +24,6 @@
 namespace brenvik::app {
 
 namespace {
-
-constexpr std::array<std::string_view, 5> WritableExtensions{".dxf", ".dwg", ".step", ".stp", ".sat"};
 
 std::string AtLine(const std::string& file, std::size_t line) {
     return line == 0 ? file + ": " : file + ":" + std::to_string(line) + ": ";
@@ -170,8 +167,10 @@ void TellNotesSince(std::size_t known, const HostDocument& document, const std::
 }
 
 bool IsWritableFormat(const std::string& name) {
-    return std::ranges::find(WritableExtensions, ExtensionOf(PathFromText(name))) != WritableExtensions.end();
+    return IsEndingOfWrittenDrawing(ExtensionOf(PathFromText(name)));
 }
+
+bool IsDrawingName(const std::string& name) { return IsEndingOfDrawing(ExtensionOf(PathFromText(name))); }
 
 bool IsDxfName(const std::string& name) { return IsDrawingExtension(ExtensionOf(PathFromText(name))); }
 

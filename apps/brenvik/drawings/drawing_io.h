@@ -38,8 +38,9 @@ void TellNotesSince(std::size_t known, const HostDocument& document, const std::
 /// Expected in place of a name that no writer knows.
 inline constexpr std::string_view WritableEndings = "a name that ends in .dxf, .dwg, .step, .stp or .sat";
 
-/// Whether a writer knows the name's extension, and whether it is that of DXF text.
+/// Whether a writer knows the name's extension, whether it is that of any drawing, and whether of DXF text.
 bool IsWritableFormat(const std::string& name);
+bool IsDrawingName(const std::string& name);
 bool IsDxfName(const std::string& name);
 
 /// Keeps the drawing that a command reads from every output but a drawing.

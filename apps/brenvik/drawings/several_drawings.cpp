@@ -2,15 +2,14 @@
 #include "drawings/several_drawings.h"
 
 #include <algorithm>
-#include <array>
 #include <filesystem>
 #include <iostream>
 #include <map>
 #include <set>
-#include <string_view>
 #include <system_error>
 
 #include "base/letter_case.h"
+#include "drafting_host/document/files/extension.h"
 #include "drawings/apart.h"
 #include "file_roots/places.h"
 #include "reports/teller.h"
@@ -21,17 +20,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr auto DrawingEndings =
-    std::to_array<std::string_view>({".dxf", ".dwg", ".step", ".stp", ".sat", ".sab"});
-
 bool IsFolder(const std::string& word) {
     std::error_code unknown;
     return fs::is_directory(PathFromText(word), unknown);
-}
-
-bool HasDrawingsEnding(const fs::path& file) {
-    return std::ranges::find(DrawingEndings, FoldLower(TextFromPath(file.extension()))) !=
-           DrawingEndings.end();
 }
 
 /// The drawings in the folders below one, as far as they can be looked into.
@@ -42,7 +33,9 @@ std::size_t CountDrawingsBelow(const std::string& folder) {
                                            fs::directory_options::skip_permission_denied, error);
     for (const fs::recursive_directory_iterator end; !error && entry != end; entry.increment(error)) {
         std::error_code unknown;
-        if (entry.depth() > 0 && entry->is_regular_file(unknown) && HasDrawingsEnding(entry->path())) ++count;
+        if (entry.depth() > 0 && entry->is_regular_file(unknown) &&
+            IsEndingOfDrawing(ExtensionOf(entry->path())))
+            ++count;
     }
     return count;
 }
@@ -65,7 +58,8 @@ std::vector<std::string> DrawingsIn(const std::string& folder) {
         std::error_code unknown;
         const bool canOpen =
             entry->is_regular_file(unknown) || entry->is_directory(unknown) || !entry->exists(unknown);
-        if (canOpen && HasDrawingsEnding(entry->path())) drawings.push_back(TextFromPath(entry->path()));
+        if (canOpen && IsEndingOfDrawing(ExtensionOf(entry->path())))
+            drawings.push_back(TextFromPath(entry->path()));
     }
     if (error)
         throw CommandError(ExitStatus::Unreadable, folder + ": the folder can't be read: " + error.message());
@@ -158,7 +152,7 @@ void MakeOutputFolder(const std::string& folder) {
         throw CommandError(ExitStatus::WrongWords,
                            folder + ": expected a folder for the outputs of several drawings, found a file");
     // A list or a drawing was meant, and the words for it belong to one drawing.
-    if (HasDrawingsEnding(place) || EqualsIgnoreCase(TextFromPath(place.extension()), ".csv"))
+    if (IsEndingOfDrawing(ExtensionOf(place)) || EqualsIgnoreCase(TextFromPath(place.extension()), ".csv"))
         throw CommandError(
             ExitStatus::WrongWords,
             folder + ": expected a folder for the outputs of several drawings, found a name of a file");
