@@ -96,6 +96,19 @@ TEST_F(Journal, AChangedDrawingThatIsNotSavedIsRemarkedOn) {
     EXPECT_EQ(Play(applied, {"--save", "saved.dxf"}).errors.find("not saved"), std::string::npos);
 }
 
+TEST_F(Journal, AListThatIsCutAsItIsChangesNothing) {
+    const std::string list = "select all\ncommand Show\n",
+                      cut = "press tbMain.EXPORT\npick cboExportType \"Export to C2C\"\npress cmdGo\n";
+    ASSERT_EQ(Play(list + "press tbMain.APPLY_CLOSE\nsave \"applied.dxf\"\n").status, 0);
+    Write("a.journal", list + cut);
+    const Outcome asItIs = Run({"run", "applied.dxf", "--journal", "a.journal"});
+    EXPECT_NE(asItIs.errors.find("-- Export Complete! --"), std::string::npos) << asItIs.errors;
+    EXPECT_EQ(asItIs.errors.find("not saved"), std::string::npos) << asItIs.errors;
+    Write("a.journal", list + "cell fpSpread1 1 \"Notes\" \"x\"\n" + cut);
+    EXPECT_NE(Run({"run", "applied.dxf", "--journal", "a.journal"}).errors.find("not saved"),
+              std::string::npos);
+}
+
 TEST_F(Journal, WhatIsTypedAndCannotStandIsReportedWithPartAndColumn) {
     const std::string list = "select 100\ncommand Show\n", apply = "press tbMain.APPLY_CLOSE\nsave out.dxf\n";
     for (const char* quantity : {"two", "0", "1.5", "9999999"}) {

@@ -132,6 +132,34 @@ TEST_F(TakingBack, DataGroupsLocksAndSelectionComeBack) {
     EXPECT_EQ(std::get<std::string>(values[1]), "Door");
 }
 
+TEST_F(TakingBack, DataClearedAndSetAnewAreNoChangeAndOtherDataAre) {
+    const std::vector<std::int16_t> types{1001, 1000}, clearing{1001};
+    const std::vector<XDataValue> door{std::string("SHOP"), std::string("Door")},
+        two{std::string("QTY"), std::string("2")}, shop{std::string("SHOP")},
+        swapped{std::string("SHOP"), std::string("2")}, doors{std::string("QTY"), std::string("Door")};
+    const auto set = [&](const std::vector<XDataValue>& data) { Entities()[0]->SetXData(types, data); };
+    commandLine.RegisterCommand("NAMEIT", [&] {
+        set(door);
+        set(two);
+    });
+    commandLine.RegisterCommand("ANEW", [&] {
+        Entities()[0]->SetXData(clearing, shop);
+        set(door);
+    });
+    commandLine.RegisterCommand("SWAP", [&] {
+        set(swapped);
+        set(doors);
+    });
+    Type("nameit ");
+    const DrawingState before(document);
+    Type("anew ");
+    EXPECT_TRUE(DrawingState(document) == before);
+    EXPECT_EQ(*HistoryOf(document)->NextUndo(), "NAMEIT");
+    Type("swap ");
+    EXPECT_FALSE(DrawingState(document) == before);
+    EXPECT_EQ(*HistoryOf(document)->NextUndo(), "SWAP");
+}
+
 TEST_F(TakingBack, ANumberThatIsNoneIsRefused) {
     Type("move all  0,0,0 1,0,0 undo back ");
     EXPECT_TRUE(Told("\"back\" is no number of operations"));

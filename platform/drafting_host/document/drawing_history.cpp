@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "drafting_host/document/drawing_state.h"
+#include "drafting_host/document/extended_data.h"
 #include "drafting_host/document/host_application.h"
 #include "drafting_host/document/host_document.h"
 
@@ -35,7 +36,8 @@ bool IsSame(const EntityImage& image, const HostEntity& entity) {
     return image.handle == entity.HandleNumber() && image.layer == entity.LayerObject().Values().name &&
            image.look.linetype == look.linetype && image.look.linetypeScale == look.linetypeScale &&
            image.look.color == look.color && image.look.visible == look.visible &&
-           image.look.lineweight == look.lineweight && image.extendedData == entity.ExtendedData() &&
+           image.look.lineweight == look.lineweight &&
+           IsSameXData(image.extendedData, entity.ExtendedData()) &&
            image.kept.value == entity.KeptGroupsOfFile().value &&
            IsSameGeometry(image.geometry, entity.Geometry());
 }

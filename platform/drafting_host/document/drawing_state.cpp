@@ -36,6 +36,13 @@ void MixItem(std::size_t& sum, const XDataItem& item) {
         item.value);
 }
 
+std::size_t DataOf(const XDataOfApp& data) {
+    std::size_t sum = 0;
+    MixValue(sum, data.app);
+    for (const XDataItem& item : data.items) MixItem(sum, item);
+    return sum;
+}
+
 std::size_t TextsOf(const HostEntity& entity) {
     std::size_t sum = 0;
     const EntityLook& look = entity.Look();
@@ -44,10 +51,10 @@ std::size_t TextsOf(const HostEntity& entity) {
     MixValue(sum, look.linetypeScale);
     MixValue(sum, look.color);
     MixValue(sum, look.visible);
-    for (const XDataOfApp& data : entity.ExtendedData()) {
-        MixValue(sum, data.app);
-        for (const XDataItem& item : data.items) MixItem(sum, item);
-    }
+    // Data that are cleared and set anew stand behind the others: added up, their order makes no difference.
+    std::size_t data = 0;
+    for (const XDataOfApp& one : entity.ExtendedData()) data += DataOf(one);
+    Mix(sum, data);
     return sum;
 }
 

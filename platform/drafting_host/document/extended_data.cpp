@@ -177,6 +177,10 @@ void MergeXData(std::vector<XDataOfApp>& data, const std::vector<XDataOfApp>& ch
     }
 }
 
+bool IsSameXData(const std::vector<XDataOfApp>& a, const std::vector<XDataOfApp>& b) {
+    return std::ranges::is_permutation(a, b);
+}
+
 void ListXData(const std::vector<XDataOfApp>& data, std::string_view app, std::vector<std::int16_t>& types,
                std::vector<XDataValue>& values) {
     types.clear();

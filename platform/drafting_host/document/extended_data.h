@@ -27,6 +27,10 @@ std::vector<XDataOfApp> ParseXData(std::span<const std::int16_t> types, std::spa
 /// Throws Failure where the whole would be larger than `XdataTotalLimit`, and then changes nothing.
 void MergeXData(std::vector<XDataOfApp>& data, const std::vector<XDataOfApp>& changes);
 
+/// Whether two objects have the same data: the order of the applications says nothing, that of one's items
+/// does.
+bool IsSameXData(const std::vector<XDataOfApp>& a, const std::vector<XDataOfApp>& b);
+
 /// Codes and values of one application, or of all with a blank name, application entries included. Both
 /// come back empty where there are none.
 void ListXData(const std::vector<XDataOfApp>& data, std::string_view app, std::vector<std::int16_t>& types,
