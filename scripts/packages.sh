@@ -1,7 +1,7 @@
 # The packages that Brenvik is built and tested with, in one place. Sourced by the scripts; `install_missing
 # NAME...` installs what a machine doesn't have. The modeller's packages link the two libraries in the last line
 # without asking for them. scripts/fresh-root proves the lists on a bare machine.
-build_packages=(g++ cmake ninja-build libsqlite3-dev libcli11-dev unixodbc-dev
+build_packages=(g++ cmake ninja-build libsqlite3-dev libcli11-dev unixodbc-dev liblz4-dev
   libocct-foundation-dev libocct-modeling-algorithms-dev libocct-modeling-data-dev
   libocct-ocaf-dev libocct-data-exchange-dev
   libtbb-dev libfontconfig-dev)

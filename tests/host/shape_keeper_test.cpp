@@ -6,8 +6,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "drafting_host/document/files/compressed_text.h"
 #include "drafting_host/document/files/drawing_files.h"
-#include "drafting_host/document/files/packed_text.h"
 #include "support/temporary_folder.h"
 
 namespace brenvik {
@@ -132,17 +132,17 @@ TEST_F(ShapesKept, LeaveWithTheirDrawing) {
     for (const HostSolid* solid : second) EXPECT_FALSE(solid->Shape().IsNull());
 }
 
-TEST(PackedText, ComesBackByteForByte) {
+TEST(CompressedText, ComesBackByteForByte) {
     const std::string zeros(3, '\0');
     for (const std::string& text : {std::string(), std::string("a"), std::string("abcd"),
                                     std::string(200, 'x'), "abcabcabcabcabcd" + zeros,
                                     "coedge $-1 $12 $13 $14 #\ncoedge $-1 $12 $13 $15 #\nbody \xC3\xA9" +
                                         std::string(40000, 'q') + zeros})
-        EXPECT_EQ(Unpacked(Packed(text)), text);
+        EXPECT_EQ(Uncompressed(Compressed(text)), text);
     std::string records;
     for (int i = 0; i < 500; ++i) records += "coedge $-1 $" + std::to_string(i) + " forward $-1 #\n";
-    EXPECT_EQ(Unpacked(Packed(records)), records);
-    EXPECT_LT(Packed(records).size(), records.size() / 2);
+    EXPECT_EQ(Uncompressed(Compressed(records)), records);
+    EXPECT_LT(Compressed(records).bytes.size(), records.size() / 2);
 }
 
 }  // namespace

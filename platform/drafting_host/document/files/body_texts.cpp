@@ -3,10 +3,11 @@
 #include <BRep_Builder.hxx>
 #include <TopoDS_Compound.hxx>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "drafting_host/acis/acis_text.h"
-#include "drafting_host/document/files/packed_text.h"
+#include "drafting_host/document/files/compressed_text.h"
 
 namespace brenvik {
 
@@ -22,20 +23,20 @@ class BodyText final : public ShapeSource {
   public:
     explicit BodyText(std::string text) : mText(std::move(text)) {}
     TopoDS_Shape Make() const override {
-        return OneShapeOf(acis::ReadText(mIsPacked ? Unpacked(mText) : mText).bodies);
+        return OneShapeOf(acis::ReadText(mCompressed ? Uncompressed(*mCompressed) : mText).bodies);
     }
     std::size_t ShapeSize() const override { return mShapeSize; }
     void Rest() const override {
-        if (mIsPacked) return;
-        mText = Packed(mText);
-        mIsPacked = true;
+        if (mCompressed) return;
+        mCompressed = Compressed(mText);
+        std::string().swap(mText);
     }
 
   private:
     static constexpr std::size_t ShapePerText = 4;  // measured on drilled panels: 3.4
 
     mutable std::string mText;
-    mutable bool mIsPacked = false;
+    mutable std::optional<CompressedText> mCompressed;  ///< Of a body at rest, in the text's stead.
     std::size_t mShapeSize = ShapePerText * mText.size();
 };
 
