@@ -86,6 +86,19 @@ TEST(ReadBack, EverySolidOfTheSampleFilesComesBack) {
     EXPECT_EQ(tally.whole, tally.bodies);
 }
 
+// In inches curves on faces are matched more coarsely for their size, and swing across the ends of the
+// surface.
+TEST(ReadBack, CurvesThatSwingAcrossTheEndOfTheirSurfaceComeBack) {
+    const std::filesystem::path sample =
+        std::filesystem::path(BRENVIK_SOURCE_DIR) / "../shared/data/step/cgma__cub_model.step";
+    if (!std::filesystem::exists(sample)) GTEST_SKIP() << "the sample file is absent";
+    Tally tally;
+    for (const step::StepSolid& solid : step::ReadStep(sample, LengthUnit::Inch).solids)
+        tally.Take(solid.name, solid.shape, 3e-5);
+    EXPECT_EQ(tally.bodies, 2);
+    EXPECT_EQ(tally.whole, 2);
+}
+
 TEST(ReadBack, NoMadeBodyIsLostInSilence) {
     Tally tally;
     for (const BodyFamily& family : BodyFamilies()) {

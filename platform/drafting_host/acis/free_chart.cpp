@@ -35,8 +35,10 @@ class FreeCharter {
     // surface's parameters.
     double Misfit(const Handle(Geom2d_Curve) & curve, const EdgeNode& edge) const {
         constexpr int places = 8;
-        const double slackU = 1e-6 * (mU2 - mU1);
-        const double slackV = 1e-6 * (mV2 - mV1);
+        // Curves matched within a program's tolerance swing across the surface's end by that much.
+        constexpr double slack = 1e-5;
+        const double slackU = slack * (mU2 - mU1);
+        const double slackV = slack * (mV2 - mV1);
         double widest = 0;
         for (int i = 0; i <= places; ++i) {
             const double t = edge.first + (edge.last - edge.first) * i / places;
