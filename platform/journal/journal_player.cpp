@@ -108,6 +108,7 @@ struct JournalPlayer::Works {
         {ShowEntity, &Player::DoOnHost},
         {HideEntity, &Player::DoOnHost},
         {Open, &Player::DoOnHost},
+        {CloseDrawing, &Player::DoOnHost},
         {Save, &Player::DoOnHost},
         {Press, &Player::DoOnForm},
         {Check, &Player::DoOnForm},
@@ -179,6 +180,8 @@ void JournalPlayer::Do(const JournalStep& step) {
 
 void JournalPlayer::DoOnHost(const JournalStep& step) {
     if (!mOpenForms.empty()) FailStep(step, "no open form", "the form " + mOpenForms.back()->Name());
+    // All that the host knows without a drawing is to open one.
+    if (step.kind == StepKind::Open) return mWorld.open(step.arguments[0]);
     AcadDocument& document = *mWorld.host->ActiveDocument();
     if (step.kind == StepKind::SelectAll) {
         mWorld.select(HandlesOfModelSpace(*mWorld.host));
@@ -195,8 +198,8 @@ void JournalPlayer::DoOnHost(const JournalStep& step) {
         document.SendCommand("\x1b");
     } else if (step.kind == StepKind::ShowEntity || step.kind == StepKind::HideEntity) {
         SetVisible(step);
-    } else if (step.kind == StepKind::Open) {
-        mWorld.open(step.arguments[0]);
+    } else if (step.kind == StepKind::CloseDrawing) {
+        mWorld.closeDrawing();
     } else if (step.kind == StepKind::Save) {
         if (const std::string expected = mWorld.save(step.arguments[0]); !expected.empty())
             FailStep(step, expected, Quoted(step.arguments[0]));

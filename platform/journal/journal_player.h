@@ -37,6 +37,9 @@ struct JournalWorld {
     std::function<void(const std::string& handle, bool shown)> setVisible;
     /// Opens a drawing, and goes on in it. Throws Failure where it can't be read.
     std::function<void(const std::string& name)> open;
+    /// Closes the drawing in front with what it holds unsaved; the one that was in front before is gone on
+    /// in.
+    std::function<void()> closeDrawing;
     /// Saves the drawing under this name; blank if it is saved. For a name that no writer knows, returns what
     /// was expected in its place. Throws Failure if it can't be saved.
     std::function<std::string(const std::string& name)> save;

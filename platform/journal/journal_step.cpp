@@ -19,6 +19,7 @@ constexpr std::array AllStepForms{
     StepForm{StepKind::HideEntity, "hide entity HANDLE"},
     StepForm{StepKind::Open, "open PATH"},
     StepForm{StepKind::Save, "save PATH"},
+    StepForm{StepKind::CloseDrawing, "close drawing"},
     StepForm{StepKind::Press, "press CONTROL"},
     StepForm{StepKind::Check, "check CONTROL"},
     StepForm{StepKind::Uncheck, "uncheck CONTROL"},

@@ -20,6 +20,7 @@ enum class StepKind {
     ShowEntity,
     HideEntity,
     Open,
+    CloseDrawing,
     Save,
     Press,
     Check,

@@ -109,6 +109,20 @@ TEST_F(Journal, AListThatIsCutAsItIsChangesNothing) {
               std::string::npos);
 }
 
+TEST_F(Journal, AClosedDrawingTakesItsChangesAlongAndThatIsRemarkedOn) {
+    const std::string sample = ShippedSample().string();
+    const Outcome closed = Play("host \"erase (handent \\\"100\\\")  \"\nclose drawing\nopen \"" + sample +
+                                "\"\nexpect data 100 PARTNAME \"Left Side\"\n");
+    EXPECT_EQ(closed.status, 0) << closed.errors;
+    EXPECT_NE(closed.errors.find(sample + " was changed and closed without being saved, by a.journal\n"),
+              std::string::npos)
+        << closed.errors;
+    EXPECT_EQ(closed.errors.find("was changed and not saved"), std::string::npos) << closed.errors;
+    EXPECT_EQ(Play("close drawing\n").errors, "");
+    EXPECT_EQ(Play("close drawing\nselect all\n").status, 1);
+    EXPECT_EQ(Play("command Show\nclose drawing\n").status, 1) << "a form is open";
+}
+
 TEST_F(Journal, WhatIsTypedAndCannotStandIsReportedWithPartAndColumn) {
     const std::string list = "select 100\ncommand Show\n", apply = "press tbMain.APPLY_CLOSE\nsave out.dxf\n";
     for (const char* quantity : {"two", "0", "1.5", "9999999"}) {

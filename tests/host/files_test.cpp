@@ -136,6 +136,21 @@ TEST_F(Files, NamesFollowTheFileAndNewHandlesStayNew) {
     EXPECT_NE(third.HandleToObject(solid->Handle()), nullptr);
 }
 
+TEST_F(Files, NoneIsSavedOverAnotherThatIsOpen) {
+    Fill();
+    document.SaveAs(Text("job"), SaveAsKind::Native);
+    HostDocument& other = application.NewDocument();
+    const Failure failure = FailureOf([&] { other.SaveAs(Text("./job"), SaveAsKind::Native); });
+    EXPECT_EQ(failure.number(), host_failure_number::NotPossible);
+    EXPECT_EQ(failure.detail(), Text("./job.dwg") + " stands open as another drawing; close that first");
+    EXPECT_EQ(application.OpenDrawing(Path("job.dwg")).ModelSpace().Count(), document.ModelSpace().Count());
+    document.Save();
+    document.SaveAs(Text("renamed"), SaveAsKind::Native);
+    application.CloseDocument(*application.OpenDocuments().back());
+    other.SaveAs(Text("job"), SaveAsKind::Native);
+    EXPECT_EQ(other.Name(), "job.dwg");
+}
+
 TEST_F(Files, PathsOfTheSystemAreResolved) {
     application.SetPathResolver([&](std::string_view name) {
         return folder.Path() / std::string(name.substr(name.find_last_of('\\') + 1));

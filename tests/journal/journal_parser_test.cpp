@@ -90,6 +90,7 @@ TEST(JournalParser, TellsTheFormsOfStepsApart) {
         {"select none", StepKind::SelectNone, {}},
         {"host \"zoom e \"", StepKind::HostText, {"zoom e "}},
         {"save out.dxf", StepKind::Save, {"out.dxf"}},
+        {"close drawing", StepKind::CloseDrawing, {}},
         {"press Check1(3)", StepKind::Press, {"Check1(3)"}},
         {"goto fpSpread1 2 \"Part Name\"", StepKind::Goto, {"fpSpread1", "2", "Part Name"}},
         {"cell fpSpread1 1 ORIE LWT", StepKind::Cell, {"fpSpread1", "1", "ORIE", "LWT"}},

@@ -88,6 +88,7 @@ std::string SaveByEnding(const std::string& name, const RunOptions& options, Wor
                          std::ostream& transcript, Teller& teller) {
     if (!IsWritableFormat(name)) return std::string(WritableEndings);
     HostDocument& document = PresentDrawing(workplace);
+    RequireNotOpen(workplace.host, name, document);
     if (IsDxfName(name)) {
         document.SaveAs(name, SaveAsKind::Dxf2000);
         return {};
@@ -141,6 +142,34 @@ void GoOnIn(const std::string& name, const RunOptions& options, Workplace& workp
     drawings.Add(document, name);
 }
 
+/// What was changed and not saved is gone with it, which is told.
+void CloseDrawing(const RunOptions& options, Workplace& workplace, RunTranscript& transcript, Teller& teller,
+                  OpenedDrawings& drawings) {
+    HostDocument& document = PresentDrawing(workplace);
+    for (const OpenedDrawings::Opened& drawing : drawings.All()) {
+        if (drawing.document != &document) continue;
+        if (drawing.HasChanges())
+            transcript.Stream() << drawing.name << " was changed and closed without being saved, by "
+                                << options.journal << '\n';
+        TellNotesSince(drawing.notes, document, drawing.name, teller);
+    }
+    drawings.NoteClosed(document);
+    workplace.host.CloseDocument(document);
+}
+
+/// What stands typed or asked on the host's command line when the journal ends.
+void TellUnfinishedLine(const RunOptions& options, Workplace& workplace, HostDocument& document,
+                        Teller& teller) {
+    HostCommandLine& line = workplace.typedCommands.Line();
+    if (const std::string typed = line.NotEntered(document); !typed.empty())
+        teller.Loss(
+            options.journal + ": \"" + typed +
+            "\" was typed on the host's command line and never entered: expected a blank or \\n behind it");
+    if (line.Busy(document))
+        teller.Loss(options.journal +
+                    ": the journal ended while the host's command line asked: " + line.Prompt(document));
+}
+
 /// Plays the journal on the open drawing. Throws CommandError where a step fails.
 void Play(const RunOptions& options, const JournalStage& stage, std::vector<JournalStep> steps,
           Workplace& workplace, JournalDialogs& dialogs, RunTranscript& transcript, Teller& teller,
@@ -158,6 +187,7 @@ void Play(const RunOptions& options, const JournalStage& stage, std::vector<Jour
         return expected;
     };
     world.open = [&](const std::string& name) { GoOnIn(name, options, workplace, teller, drawings); };
+    world.closeDrawing = [&] { CloseDrawing(options, workplace, transcript, teller, drawings); };
     JournalPlayer player(std::move(steps), dialogs, std::move(world));
     refusals.presentLine = [&player] { return player.PresentLine(); };
     try {
@@ -168,14 +198,8 @@ void Play(const RunOptions& options, const JournalStage& stage, std::vector<Jour
     }
     refusals.TellOverlooked(options.journal, teller);
     if (player.LooseEnds() > 0) teller.MarkIncomplete();
-    HostDocument& document = PresentDrawing(workplace);
-    if (const std::string typed = workplace.typedCommands.Line().NotEntered(document); !typed.empty())
-        teller.Loss(
-            options.journal + ": \"" + typed +
-            "\" was typed on the host's command line and never entered: expected a blank or \\n behind it");
-    if (workplace.typedCommands.Line().Busy(document))
-        teller.Loss(options.journal + ": the journal ended while the host's command line asked: " +
-                    workplace.typedCommands.Line().Prompt(document));
+    if (HostDocument* const document = workplace.host.Active())
+        TellUnfinishedLine(options, workplace, *document, teller);
 }
 
 RunWatch WatchOf(const std::string& home, WatchedJournalDialogs& dialogs, RunTranscript& transcript) {
@@ -277,7 +301,8 @@ ExitStatus RunJournal(const std::string& home, const RunOptions& options, const 
     if (stage.closed) stage.closed();
     TellOverlooked(options.journal, dialogs, teller);
     for (const OpenedDrawings::Opened& drawing : drawings.All())
-        TellNotesSince(drawing.notes, drawing.document, drawing.name, teller);
+        if (drawing.document != nullptr)
+            TellNotesSince(drawing.notes, *drawing.document, drawing.name, teller);
     TellAboutLists(transcript, teller);
     for (const LibraryNote& note : TakeLibraryNotes()) {
         transcript.Stream() << note.text << '\n';
@@ -285,8 +310,9 @@ ExitStatus RunJournal(const std::string& home, const RunOptions& options, const 
     }
     // A drawing of a part may stand open before the job's own.
     if (!options.drawing.save.empty())
-        SaveOutput(document.Closed() ? PresentDrawing(workplace) : document, options.drawing.save,
-                   DrawingUnitOfHome(), teller);
+        SaveOutput(drawings.All().front().document == nullptr || document.Closed() ? PresentDrawing(workplace)
+                                                                                   : document,
+                   options.drawing.save, DrawingUnitOfHome(), teller);
     if (!transcript.Written()) teller.Loss(options.transcript + ": the transcript can't be written");
     return teller.Status();
 }

@@ -15,20 +15,27 @@ namespace brenvik::app {
 class OpenedDrawings {
   public:
     struct Opened {
-        const HostDocument& document;
+        /// Null for one that the journal has closed: the host keeps it for a while only.
+        const HostDocument* document;
         std::string name;
         /// The number of notes from when it was read.
         std::size_t notes;
         DrawingState saved;
         /// None in a drawing that was closed since: whoever closed it has saved or discarded them.
-        bool HasChanges() const { return !document.Closed() && !(saved == DrawingState(document)); }
+        bool HasChanges() const {
+            return document != nullptr && !document->Closed() && !(saved == DrawingState(*document));
+        }
     };
     void Add(const HostDocument& document, std::string name) {
-        mDrawings.push_back({document, std::move(name), document.Notes().size(), DrawingState(document)});
+        mDrawings.push_back({&document, std::move(name), document.Notes().size(), DrawingState(document)});
     }
     void NoteSaved(const HostDocument& document) {
         for (Opened& opened : mDrawings)
-            if (&opened.document == &document) opened.saved = DrawingState(document);
+            if (opened.document == &document) opened.saved = DrawingState(document);
+    }
+    void NoteClosed(const HostDocument& document) {
+        for (Opened& opened : mDrawings)
+            if (opened.document == &document) opened.document = nullptr;
     }
     const std::list<Opened>& All() const { return mDrawings; }
 

@@ -15,6 +15,7 @@
 
 namespace brenvik {
 
+class HostApplication;
 class HostDocument;
 
 /// The kind of a file, by its content.
@@ -33,6 +34,10 @@ void ReadDrawing(HostDocument& document, const std::filesystem::path& path, cons
 ///
 /// Throws Failure for another extension, and where the disk fails; the old file then stands.
 std::vector<std::string> SaveDrawing(const HostDocument& document, const std::filesystem::path& path);
+
+/// Throws Failure where another drawing of the host stands open under the name: each of the two would lose
+/// what the other one saves.
+void RequireNotOpen(const HostApplication& host, std::string_view fileName, const HostDocument& own);
 
 /// ReadDrawing with the lengths of the file brought to the drawing's unit.
 void ReadDrawingInUnit(HostDocument& document, const std::filesystem::path& path, const ReadOptions& options,

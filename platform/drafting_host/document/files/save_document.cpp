@@ -26,6 +26,21 @@ void KeepProblems(HostDocument& document, std::string_view fileName,
 
 }  // namespace
 
+void RequireNotOpen(const HostApplication& host, std::string_view fileName, const HostDocument& own) {
+    const std::filesystem::path place = host.Resolve(fileName);
+    const auto isThere = [&](const std::filesystem::path& other) {
+        std::error_code unknown;
+        const bool same = std::filesystem::equivalent(place, other, unknown);
+        return same || place.lexically_normal() == other.lexically_normal();
+    };
+    for (const auto& document : host.OpenDocuments()) {
+        if (document.get() == &own || document->FullName().empty()) continue;
+        if (isThere(host.Resolve(document->FullName())))
+            throw host_failure::NotPossible(std::string(fileName) +
+                                            " stands open as another drawing; close that first");
+    }
+}
+
 void HostDocument::Save() {
     RequireOpen();
     if (mFullName.empty()) throw host_failure::NotPossible("the drawing has no name yet");
@@ -74,6 +89,8 @@ void HostDocument::SaveAs(std::string_view fileName, SaveAsKind kind) {
         throw host_failure::InvalidArgument("a file type of " + std::to_string(static_cast<int>(kind)));
     const std::string name = WithExtension(fileName, kind);
     RequireOtherThanOriginal(mApplication.Resolve(name));
+    // Of the files of a run, which are DXF, the latest run's stand, whoever looks at earlier ones.
+    if (kind == SaveAsKind::Native) RequireNotOpen(mApplication, name, *this);
     // Both file types are DXF text here, whatever the name ends in.
     std::vector<std::string> problems;
     const DrawingData data = ToData(problems);
