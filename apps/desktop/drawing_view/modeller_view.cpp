@@ -19,7 +19,6 @@
 #include <OpenGl_Context.hxx>
 #include <OpenGl_FrameBuffer.hxx>
 #include <OpenGl_GraphicDriver.hxx>
-#include <Prs3d_LineAspect.hxx>
 #include <Standard_Failure.hxx>
 #include <V3d_View.hxx>
 #include <V3d_Viewer.hxx>
@@ -182,6 +181,13 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
         if (!snap) return TakeButtons(*event);
         if (onPoint) QTimer::singleShot(0, this, [this, snap] { onPoint(*snap); });
     }
+    void changeEvent(QEvent* event) override {
+        QOpenGLWidget::changeEvent(event);
+        if (event->type() != QEvent::PaletteChange || mView.IsNull()) return;
+        makeCurrent();
+        DressAll();
+        Redraw();
+    }
     void leaveEvent(QEvent* event) override {
         mPicker.Hide();
         QOpenGLWidget::leaveEvent(event);
@@ -210,6 +216,8 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
             for (const auto& [handle, shown] : mShown)
                 if (shown.object == context->SelectedInteractive()) handles.push_back(handle);
         mMarked = std::set<std::string>(handles.begin(), handles.end());
+        DressAll();
+        Redraw();
         if (onPicked)
             QTimer::singleShot(0, this, [this, handles, drawing = mDocument] {
                 if (drawing == mDocument) onPicked(handles);
@@ -225,6 +233,7 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
     struct ShownPart {
         TopoDS_Shape shape;
         int color = 0;
+        PartLook look;
         Handle(AIS_Shape) object;
     };
 
@@ -266,6 +275,7 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
     void TakeUpAgain(LeftDrawing& left) {
         mShown = std::move(left.parts);
         for (const auto& [handle, shown] : mShown) mContext->Display(shown.object, mMode, 0, false);
+        DressAll();
         // The window may have another shape by now.
         const double aspect = mView->Camera()->Aspect();
         mView->Camera()->Copy(left.camera);
@@ -292,15 +302,13 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
         const Handle(OpenGl_Context) context = new OpenGl_Context;
         if (!context->Init()) return Die("the drawing can't be shown: OpenGL isn't there");
         mViewer = new V3d_Viewer(mDriver);
-        mViewer->SetDefaultLights();
-        mViewer->SetLightOn();
-        mViewer->SetDefaultBgGradientColors({0.80, 0.85, 0.90, Quantity_TOC_sRGB},
-                                            {0.95, 0.96, 0.97, Quantity_TOC_sRGB}, Aspect_GFM_VER);
+        LightUp(*mViewer);
         mContext = new AIS_InteractiveContext(mViewer);
-        mContext->HighlightStyle(Prs3d_TypeOfHighlight_Selected)->SetColor(Quantity_NOC_ORANGERED);
-        mContext->HighlightStyle(Prs3d_TypeOfHighlight_LocalSelected)->SetColor(Quantity_NOC_ORANGERED);
-        mContext->HighlightStyle(Prs3d_TypeOfHighlight_Dynamic)->SetColor(Quantity_NOC_DEEPSKYBLUE2);
+        mContext->HighlightStyle(Prs3d_TypeOfHighlight_Selected)->SetColor(MarkedEdgeColor());
+        mContext->HighlightStyle(Prs3d_TypeOfHighlight_LocalSelected)->SetColor(MarkedEdgeColor());
+        mContext->HighlightStyle(Prs3d_TypeOfHighlight_Dynamic)->SetColor(PointedColor());
         mView = mViewer->CreateView();
+        LayGround(*mView, OnDarkGround());
         mView->SetImmediateUpdate(false);
         const Handle(Aspect_NeutralWindow) frame = new Aspect_NeutralWindow;
         frame->SetVirtual(true);
@@ -310,7 +318,7 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
         frame->SetSize(std::max(width(), 1), std::max(height(), 1));
         mView->SetWindow(frame, context->RenderingContext());
         mView->ChangeRenderingParams().NbMsaaSamples = 4;
-        mView->TriedronDisplay(Aspect_TOTP_LEFT_LOWER, Quantity_NOC_GRAY30, 0.08, V3d_ZBUFFER);
+        LayGround(*mView, OnDarkGround());
         LookFrom(mSide);
         TakeDrawing();
     }
@@ -380,10 +388,8 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
             shown.object = new AIS_Shape(shown.shape);
             const Handle(Prs3d_Drawer)& drawer = shown.object->Attributes();
             drawer->SetAutoTriangulation(false);
-            shown.object->SetColor(PartColor(solid));
-            drawer->SetFaceBoundaryDraw(true);
-            drawer->SetFaceBoundaryAspect(new Prs3d_LineAspect(
-                Quantity_Color(0.15, 0.15, 0.15, Quantity_TOC_sRGB), Aspect_TOL_SOLID, 1.0));
+            shown.look = {PartColor(solid), mMarked.contains(handle), OnDarkGround()};
+            Dress(*shown.object, shown.look);
             mContext->Display(shown.object, mMode, 0, false);
         } catch (const Standard_Failure&) {
             // One body that the viewer can't take must not cost the picture of the others.
@@ -406,7 +412,20 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
         for (const std::string& handle : mMarked)
             if (const auto shown = mShown.find(handle); shown != mShown.end())
                 mContext->AddOrRemoveSelected(shown->second.object, false);
+        DressAll();
         Redraw();
+    }
+
+    bool OnDarkGround() const { return palette().color(QPalette::Window).lightness() < 128; }
+
+    /// Only what looks otherwise than before is touched: a click in a large job marks two parts of hundreds.
+    void DressAll() {
+        for (auto& [handle, shown] : mShown) {
+            const PartLook look{shown.look.color, mMarked.contains(handle), OnDarkGround()};
+            if (shown.object.IsNull() || look == shown.look) continue;
+            shown.look = look;
+            Dress(*shown.object, look);
+        }
     }
 
     void Redraw() {
@@ -429,19 +448,6 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
     Graphic3d_Vec2i PixelOf(const QPointF& place) const {
         const double ratio = devicePixelRatioF();
         return Graphic3d_Vec2i(static_cast<int>(place.x() * ratio), static_cast<int>(place.y() * ratio));
-    }
-    static Aspect_VKeyMouse ButtonsOf(const QMouseEvent& event) {
-        Aspect_VKeyMouse buttons = Aspect_VKeyMouse_NONE;
-        if (event.buttons().testFlag(Qt::LeftButton)) buttons |= Aspect_VKeyMouse_LeftButton;
-        if (event.buttons().testFlag(Qt::MiddleButton)) buttons |= Aspect_VKeyMouse_MiddleButton;
-        if (event.buttons().testFlag(Qt::RightButton)) buttons |= Aspect_VKeyMouse_RightButton;
-        return buttons;
-    }
-    static Aspect_VKeyFlags FlagsOf(const QMouseEvent& event) {
-        Aspect_VKeyFlags flags = Aspect_VKeyFlags_NONE;
-        if (event.modifiers().testFlag(Qt::ShiftModifier)) flags |= Aspect_VKeyFlags_SHIFT;
-        if (event.modifiers().testFlag(Qt::ControlModifier)) flags |= Aspect_VKeyFlags_CTRL;
-        return flags;
     }
     void TakeButtons(const QMouseEvent& event) {
         if (mView.IsNull()) return;

@@ -37,4 +37,19 @@ Sight SightOf(const Graphic3d_Camera& camera, double width, double height) {
     return sight;
 }
 
+Aspect_VKeyMouse ButtonsOf(const QMouseEvent& event) {
+    Aspect_VKeyMouse buttons = Aspect_VKeyMouse_NONE;
+    if (event.buttons().testFlag(Qt::LeftButton)) buttons |= Aspect_VKeyMouse_LeftButton;
+    if (event.buttons().testFlag(Qt::MiddleButton)) buttons |= Aspect_VKeyMouse_MiddleButton;
+    if (event.buttons().testFlag(Qt::RightButton)) buttons |= Aspect_VKeyMouse_RightButton;
+    return buttons;
+}
+
+Aspect_VKeyFlags FlagsOf(const QMouseEvent& event) {
+    Aspect_VKeyFlags flags = Aspect_VKeyFlags_NONE;
+    if (event.modifiers().testFlag(Qt::ShiftModifier)) flags |= Aspect_VKeyFlags_SHIFT;
+    if (event.modifiers().testFlag(Qt::ControlModifier)) flags |= Aspect_VKeyFlags_CTRL;
+    return flags;
+}
+
 }  // namespace brenvik::desktop

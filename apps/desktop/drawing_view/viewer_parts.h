@@ -1,8 +1,12 @@
-// Pieces of the modeller's viewer: the widget's buffer, the standard sides, and where its camera looks.
+// Pieces of the modeller's viewer: the widget's buffer, the standard sides, where its camera looks, and the
+// buttons of the mouse.
 #pragma once
 
 #include "drafting_host/document/geometry/modeller_handle.h"
 
+#include <QMouseEvent>
+
+#include <Aspect_VKeyFlags.hxx>
 #include <Graphic3d_Camera.hxx>
 #include <OpenGl_Context.hxx>
 #include <OpenGl_FrameBuffer.hxx>
@@ -33,5 +37,8 @@ V3d_TypeOfOrientation OrientationOf(ViewSide side);
 
 /// The picture as a camera without perspective sees it, in pixels of the device.
 Sight SightOf(const Graphic3d_Camera& camera, double width, double height);
+
+Aspect_VKeyMouse ButtonsOf(const QMouseEvent& event);
+Aspect_VKeyFlags FlagsOf(const QMouseEvent& event);
 
 }  // namespace brenvik::desktop

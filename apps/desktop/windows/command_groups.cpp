@@ -55,6 +55,8 @@ std::span<const CommandGroup> CommandGroups() {
 
 bool LooksAlongView(std::string_view typed) {
     const std::string word = Trim(typed);
+    // The host's own: the corners of its window are clicked on in the picture.
+    if (EqualsIgnoreCase(word, "STRETCH") || EqualsIgnoreCase(word, "S")) return true;
     const auto isTyped = [&](const GroupedCommand& command) {
         const auto names = Split(CommandEntryOf(command.command).hostCommands, ',');
         return command.looksAlongView && std::ranges::any_of(names, [&](const std::string& name) {
