@@ -5,6 +5,9 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTest>
 #include <memory>
@@ -94,6 +97,40 @@ TEST(FormWindows, EachFitsOnAScreenOf1280By800) {
         EXPECT_LE(window.minimumSizeHint().width(), 1280) << form->Name();
         EXPECT_LE(window.minimumSizeHint().height(), 800) << form->Name();
     }
+}
+
+TEST(FormWindows, OneThatIsLargerThanTheScreenScrolls) {
+    FormDesk desk;
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPixelSize(40);
+    QApplication::setFont(large);
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    int scrolling = 0;
+    for (const std::unique_ptr<Form>& form : AllForms()) {
+        FormWindow window(*form, desk, nullptr);
+        window.ShowModel();
+        window.PlaceAsForm();
+        window.show();
+        QApplication::processEvents();
+        EXPECT_LE(window.width(), screen.width()) << form->Name();
+        EXPECT_LE(window.height(), screen.height()) << form->Name();
+        EXPECT_GE(window.pos().x(), screen.left()) << form->Name();
+        EXPECT_GE(window.pos().y(), screen.top()) << form->Name();
+        auto& scroller = *window.findChild<QScrollArea*>();
+        const QWidget& content = *scroller.widget();
+        EXPECT_GE(content.width(), content.minimumSizeHint().width()) << form->Name();
+        EXPECT_GE(content.height(), content.minimumSizeHint().height()) << form->Name();
+        if (content.width() > scroller.viewport()->width() ||
+            content.height() > scroller.viewport()->height()) {
+            ++scrolling;
+            EXPECT_TRUE(scroller.horizontalScrollBar()->isVisible() ||
+                        scroller.verticalScrollBar()->isVisible())
+                << form->Name();
+        }
+    }
+    QApplication::setFont(usual);
+    EXPECT_GT(scrolling, 0) << "the letters weren't large enough for this test";
 }
 
 TEST(CommandGroups, HoldEachCommandOnce) {

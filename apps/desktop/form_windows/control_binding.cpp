@@ -18,6 +18,7 @@
 #include <QTabBar>
 #include <QToolBar>
 #include <QTreeWidget>
+#include <algorithm>
 
 #include "base/invariant.h"
 #include "base/letter_case.h"
@@ -76,6 +77,13 @@ void PressNoted(FormDesk& desk, Control& control) {
 class WrappedLabel : public QLabel {
   public:
     using QLabel::QLabel;
+    /// Lines of a few words are no reading.
+    QSize minimumSizeHint() const override {
+        const QSize hint = QLabel::minimumSizeHint();
+        return wordWrap()
+                   ? QSize(std::max(hint.width(), 30 * fontMetrics().averageCharWidth()), hint.height())
+                   : hint;
+    }
 
   protected:
     void resizeEvent(QResizeEvent* event) override {

@@ -5,10 +5,10 @@
 #include <QCloseEvent>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QGuiApplication>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QScreen>
+#include <QScrollArea>
+#include <QStyle>
 #include <algorithm>
 
 #include "base/invariant.h"
@@ -16,6 +16,7 @@
 #include "form_windows/form_desk.h"
 #include "form_windows/form_steps.h"
 #include "toolkit/qt_text.h"
+#include "toolkit/screen_room.h"
 
 namespace brenvik::desktop {
 
@@ -26,6 +27,20 @@ constexpr double TwipsPerPixel = 15;
 
 int Pixels(double twips) { return static_cast<int>(twips / TwipsPerPixel); }
 
+/// Only seen where the screen is smaller than what it holds.
+class Scroller : public QScrollArea {
+  public:
+    explicit Scroller(QWidget& content) {
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setWidgetResizable(true);
+        setWidget(&content);
+        // The content and what lies around it are one.
+        content.setAutoFillBackground(false);
+        viewport()->setAutoFillBackground(false);
+    }
+};
+
 }  // namespace
 
 FormWindow::FormWindow(Form& form, FormDesk& desk, QWidget* parent)
@@ -34,8 +49,11 @@ FormWindow::FormWindow(Form& form, FormDesk& desk, QWidget* parent)
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     const FormLayout& layout = LayoutOf(form.Name());
     auto* const outer = new QVBoxLayout(this);
-    if (!layout.menus.empty()) outer->setMenuBar(MakeMenus(layout.menus));
-    Add(*outer, {Place::Kind::Column, {}, {}, layout.content.inside, 0, 1});
+    outer->setContentsMargins(0, 0, 0, 0);
+    if (!layout.menus.empty()) outer->setMenuBar(mMenus = MakeMenus(layout.menus));
+    mContent = new QWidget;
+    outer->addWidget(new Scroller(*mContent));
+    Add(*new QVBoxLayout(mContent), {Place::Kind::Column, {}, {}, layout.content.inside, 0, 1});
     TakeKeys(layout);
 }
 
@@ -144,6 +162,7 @@ void FormWindow::TakeKeys(const FormLayout& layout) {
 void FormWindow::ShowModel() {
     setWindowTitle(ToQt(mForm.caption));
     for (const std::unique_ptr<ControlBinding>& binding : mBindings) binding->Show();
+    setMinimumSize(minimumSizeHint());
     if (mForm.mousePointer == MousePointer::Hourglass)
         setCursor(Qt::WaitCursor);
     else
@@ -156,14 +175,28 @@ ControlBinding* FormWindow::BindingOf(const Control& control) const {
     return nullptr;
 }
 
+QSize FormWindow::minimumSizeHint() const {
+    // Asked for by the toolkit while the window is being made, too.
+    if (mContent == nullptr || mContent->layout() == nullptr) return QDialog::minimumSizeHint();
+    QSize wanted = mContent->minimumSizeHint();
+    if (mContent->layout()->hasHeightForWidth())
+        wanted.setHeight(std::max(wanted.height(), mContent->heightForWidth(wanted.width())));
+    if (mMenus != nullptr) wanted.rheight() += mMenus->sizeHint().height();
+    const QSize room = RoomFor(*this).size();
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    if (wanted.height() > room.height()) wanted.rwidth() += bar;
+    return wanted.boundedTo(room);
+}
+
 void FormWindow::PlaceAsForm() {
-    QRect room(0, 0, 1280, 1024);
-    if (const QScreen* const screen = QGuiApplication::primaryScreen()) room = screen->availableGeometry();
+    const QRect room = RoomFor(*this);
     const QSize wished(Pixels(mForm.width), Pixels(mForm.height));
     resize(wished.expandedTo(minimumSizeHint()).boundedTo(room.size()));
     QPoint place(Pixels(mForm.left), Pixels(mForm.top));
     if (mForm.left == 0 && mForm.top == 0) place = room.center() - rect().center();
-    move(place);
+    // The screen of the last time may have been a larger one.
+    move(std::max(std::min(place.x(), room.right() + 1 - width()), room.left()),
+         std::max(std::min(place.y(), room.bottom() + 1 - height()), room.top()));
     mAsPlaced = geometry();
     mPlaced = true;
 }

@@ -26,8 +26,10 @@ class FormWindow : public QDialog {
     void ShowModel();
     /// Of a control that the layout places, or null.
     ControlBinding* BindingOf(const Control& control) const;
-    /// Puts the window where the form wants it.
+    /// Puts the window where the form wants it, as far as the screen has room.
     void PlaceAsForm();
+    /// With all controls in sight, or the screen's size where that is less: then the window scrolls.
+    QSize minimumSizeHint() const override;
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -47,6 +49,8 @@ class FormWindow : public QDialog {
 
     Form& mForm;
     FormDesk& mDesk;
+    QWidget* mContent = nullptr;
+    QMenuBar* mMenus = nullptr;
     std::vector<std::unique_ptr<ControlBinding>> mBindings;
     bool mPlaced = false;
     QRect mAsPlaced;
