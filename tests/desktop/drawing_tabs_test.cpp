@@ -44,6 +44,8 @@ std::map<std::string, std::string> PartNames(HostDocument& document) {
     return names;
 }
 
+std::size_t SolidsIn(HostDocument& document) { return PartNames(document).size(); }
+
 int CountOf(const std::map<std::string, std::string>& names, const std::string& name) {
     int count = 0;
     for (const auto& [handle, one] : names) count += one == name;
@@ -338,6 +340,32 @@ TEST_F(DrawingsInTabs, ThoseThatACommandWritesAndOpensGetATab) {
     Type("erase last  ");
     Action("undo").trigger();
     EXPECT_EQ(Parts(), parts);
+}
+
+TEST_F(DrawingsInTabs, ACommandSavesNoneOverOneThatIsOpen) {
+    workplace->typedCommands.Call("BVDWG2");
+    window->ShowDrawing();
+    ASSERT_EQ(Captions(), (Names{"kitchen.dxf", "kitchen.dwg"}));
+    Type("erase last  ");
+    const std::string copy = Document().FullName();
+    TurnTo(0);
+    {
+        const Robot robot({PressInBox("OK")});
+        EXPECT_TRUE(window->Run("BVDWG2"));
+    }
+    EXPECT_EQ(Captions(), (Names{"kitchen.dxf", "kitchen.dwg *"}));
+    EXPECT_EQ(Document(1).FullName(), copy);
+    EXPECT_EQ(SolidsIn(Document(1)), SolidsIn(Document(0)) - 1) << "what is unsaved there is as it was";
+}
+
+TEST_F(DrawingsInTabs, FoldersOfOneNameAreToldApart) {
+    const fs::path other = place / "old/second/kitchen.dxf";
+    fs::create_directories(other.parent_path());
+    fs::copy_file(third, other);
+    ASSERT_TRUE(window->OpenFile(other.string()));
+    const std::string above = place.filename().string();
+    EXPECT_EQ(Captions(), (Names{"kitchen.dxf (first)", "kitchen.dxf (" + above + "/second)",
+                                 "kitchen.dxf (old/second)"}));
 }
 
 TEST_F(DrawingsInTabs, FilesThatAreDroppedOpenSideBySide) {

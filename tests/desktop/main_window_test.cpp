@@ -159,6 +159,20 @@ TEST_F(MainWindowAtWork, ACncRunLeavesNoFilesWhereverItIsCancelled) {
     }
 }
 
+TEST_F(MainWindowAtWork, TheOutcomeNamesTheDrawingOfItsRun) {
+    ASSERT_TRUE(window->Run("BVC2C"));
+    window->ShowOutcome();
+    const auto& outcome = *window->findChild<QDialog*>("outcome");
+    EXPECT_EQ(outcome.windowTitle(), "Outcome of the CNC run - cabinet.dxf");
+    EXPECT_TRUE(outcome.findChild<QLabel*>("summary")->text().startsWith("cabinet.dxf: 16 parts, "));
+    const std::filesystem::path place = folder.path().toStdString();
+    std::filesystem::copy_file(place / "cabinet.dxf", place / "other.dxf");
+    ASSERT_TRUE(window->OpenFile((place / "other.dxf").string()));
+    window->ShowOutcome();
+    EXPECT_EQ(outcome.windowTitle(), "Outcome of the CNC run - cabinet.dxf")
+        << "whichever is in front by now";
+}
+
 TEST_F(MainWindowAtWork, TakesTheHostsWordsForSaving) {
     Type("erase last  ");
     EXPECT_TRUE(window->isWindowModified());

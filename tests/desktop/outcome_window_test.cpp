@@ -156,6 +156,15 @@ TEST_F(OutcomeShown, ShowsBothSidesAndSaysWhyOneCantBe) {
     EXPECT_EQ(Texts("messages"), QStringList("Nothing was told of this part."));
 }
 
+TEST_F(OutcomeShown, NamesTheDrawing) {
+    window.Show(outcome, "R&D <1>.dxf");
+    EXPECT_EQ(window.windowTitle(), "Outcome of the CNC run - R&D <1>.dxf");
+    EXPECT_TRUE(Find<QLabel>("summary").text().startsWith("R&D <1>.dxf: 3 parts, "));
+    window.Show(outcome);
+    EXPECT_EQ(window.windowTitle(), "Outcome of the CNC run");
+    EXPECT_TRUE(Find<QLabel>("summary").text().startsWith("3 parts, "));
+}
+
 TEST_F(OutcomeShown, TellsWhatIsOfTheRunFirst) {
     outcome.complete = false;
     outcome.messages = {"The run was cancelled."};

@@ -61,19 +61,13 @@ Act ChooseAction(const char* name) {
 
 std::vector<Act> ActsOf(const std::string& role) {
     if (role == "record")
-        return {TypeCommand("erase last  "),
-                TurnTo(0),
-                TypeCommand("erase last  "),
-                TypeCommand("erase last  "),
-                ChooseInMenu("&Save"),
-                ChooseAction("nextDrawing"),
-                ChooseInMenu("&Save"),
-                TypeCommand("erase all  "),
-                ChooseAction("closeDrawing"),
-                PressInBox("Discard"),
-                TypeCommand("erase last  "),
-                ChooseInMenu("&Save"),
-                QuitProgram()};
+        return {TypeCommand("erase last  "),  TurnTo(0),
+                TypeCommand("erase last  "),  TypeCommand("erase last  "),
+                ChooseInMenu("&Save"),        ChooseAction("nextDrawing"),
+                ChooseInMenu("&Save"),        TypeCommand("erase all  "),
+                ChooseAction("closeDrawing"), PressInBox("Discard"),
+                TypeCommand("erase last  "),  ChooseInMenu("&Save"),
+                ChooseAction("closeDrawing"), QuitProgram()};
     // Until it is killed.
     if (role == "work on both") return {TypeCommand("erase last  "), TurnTo(0), TypeCommand("erase last  ")};
     if (role == "recover both")
@@ -146,7 +140,9 @@ TEST_F(TwoDrawings, AJournalTurnsFromOneToTheOther) {
     const std::string journal = Content(place / "day.journal");
     EXPECT_EQ(SolidsIn(first), solids - 3) << journal;
     EXPECT_EQ(SolidsIn(second), solids - 1) << journal;
-    EXPECT_NE(journal.find("# Closed with its changes"), std::string::npos) << journal;
+    const std::size_t closed = journal.find("\nclose drawing\n");
+    EXPECT_NE(closed, std::string::npos) << journal;
+    EXPECT_NE(closed, journal.rfind("\nclose drawing\n")) << "both of them\n" << journal;
     const std::string firstSaved = Content(first), secondSaved = Content(second);
     Begin();
     QProcess player;
@@ -155,7 +151,10 @@ TEST_F(TwoDrawings, AJournalTurnsFromOneToTheOther) {
                  {"--home", folder.filePath("home"), "run", QString::fromStdString(first.string()),
                   "--journal", folder.filePath("day.journal")});
     ASSERT_TRUE(player.waitForFinished(Patience));
-    EXPECT_EQ(Content(first), firstSaved) << player.readAll().toStdString() << journal;
+    const std::string words = player.readAll().toStdString();
+    EXPECT_EQ(player.exitCode(), 0) << words << journal;
+    EXPECT_NE(words.find("was changed and closed without being saved"), std::string::npos) << words;
+    EXPECT_EQ(Content(first), firstSaved) << words << journal;
     EXPECT_EQ(Content(second), secondSaved) << journal;
 }
 

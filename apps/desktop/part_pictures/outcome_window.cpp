@@ -18,6 +18,7 @@
 #include "part_pictures/part_file_view.h"
 #include "part_pictures/part_painter.h"
 #include "toolkit/qt_text.h"
+#include "toolkit/screen_room.h"
 
 namespace brenvik::desktop {
 
@@ -74,7 +75,7 @@ OutcomeWindow::OutcomeWindow(FileReader reader, QWidget* parent)
     setObjectName("outcome");
     setWindowTitle(tr("Outcome of the CNC run"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    resize(1100, 760);
+    resize(QSize(1100, 760).boundedTo(RoomFor(*this).size()));
     auto* const layout = new QVBoxLayout(this);
     mSummary = new QLabel;
     mSummary->setObjectName("summary");
@@ -144,9 +145,14 @@ QWidget* OutcomeWindow::MakePictures() {
     return split;
 }
 
-void OutcomeWindow::Show(const RunOutcome& outcome) {
+void OutcomeWindow::Show(const RunOutcome& outcome, const std::string& drawing) {
     mOutcome = outcome;
-    mSummary->setText(SummaryOf(mOutcome));
+    const QString name = ToQt(drawing);
+    // Of several drawings in tabs, the one in front by now may be another.
+    setWindowTitle(name.isEmpty() ? tr("Outcome of the CNC run")
+                                  : tr("Outcome of the CNC run - %1").arg(name));
+    mSummary->setTextFormat(Qt::PlainText);
+    mSummary->setText(name.isEmpty() ? SummaryOf(mOutcome) : name + ": " + SummaryOf(mOutcome));
     FillParts();
 }
 

@@ -26,8 +26,9 @@ class OutcomeWindow : public QDialog {
 
     OutcomeWindow(FileReader reader, QWidget* parent);
 
-    /// The first part with a message is chosen, else the first one.
-    void Show(const RunOutcome& outcome);
+    /// The first part with a message is chosen, else the first one. The drawing is that of the run, blank
+    /// where there was none yet.
+    void Show(const RunOutcome& outcome, const std::string& drawing = {});
     /// What the button for the folder does; without it there is no button.
     void SetFolderOpener(std::function<void()> open);
 

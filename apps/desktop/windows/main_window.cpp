@@ -17,6 +17,7 @@
 #include "file_roots/places.h"
 #include "part_pictures/outcome_window.h"
 #include "toolkit/qt_text.h"
+#include "toolkit/screen_room.h"
 #include "windows/command_groups.h"
 #include "windows/told_losses.h"
 
@@ -37,7 +38,7 @@ MainWindow::MainWindow(app::Workplace& workplace, FormDesk& desk)
     : mWorkplace(workplace), mDesk(desk), mDrawings(workplace.host) {
     setObjectName("mainWindow");
     setAcceptDrops(true);
-    resize(1280, 800);
+    resize(QSize(1280, 800).boundedTo(RoomFor(*this).size()));
     MakeView();
     MakePartsDock();
     MakePropertiesDock();
@@ -179,6 +180,13 @@ PartPicture MainWindow::ReadPartPicture(const std::string& path) {
     return app::ReadPartFile(mPartFiles, TextFromPath(mWorkplace.files.Resolve(path)), remarks);
 }
 
+/// The run has come back to the drawing that it was called on.
+bool MainWindow::TakeOutcomeNews() {
+    if (!mOutcomes.TakeNews()) return false;
+    mOutcomeDrawing = Document() == nullptr ? std::string() : mDrawings.NameOf(*Document());
+    return true;
+}
+
 QWidget& MainWindow::ShowOutcome() {
     if (mOutcomeWindow == nullptr) {
         mOutcomeWindow =
@@ -188,7 +196,7 @@ QWidget& MainWindow::ShowOutcome() {
             QDesktopServices::openUrl(QUrl::fromLocalFile(ToQt(folder)));
         });
     }
-    mOutcomeWindow->Show(mOutcomes.Last());
+    mOutcomeWindow->Show(mOutcomes.Last(), mOutcomeDrawing);
     mOutcomeWindow->show();
     mOutcomeWindow->raise();
     return *mOutcomeWindow;

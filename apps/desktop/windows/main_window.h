@@ -5,7 +5,6 @@
 #include <QMainWindow>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -59,7 +58,7 @@ class MainWindow : public QMainWindow {
     /// The window on the last CNC run, made at the first call.
     QWidget& ShowOutcome();
     /// Whether a CNC run has ended since the last call.
-    bool TakeOutcomeNews() { return mOutcomes.TakeNews(); }
+    bool TakeOutcomeNews();
     /// Null for a window whose unsaved work nobody keeps. The keeper outlives the window, or is taken away.
     void KeepWorkBy(WorkKeeper* keeper) { mKeeper = keeper; }
     /// Whether points can be asked for in the view: it is there, and no form stands before it.
@@ -103,6 +102,7 @@ class MainWindow : public QMainWindow {
     void LetGoOf(const HostDocument& document);
     void ShowTabs();
     void NoteTurn();
+    void NoteClosing(const HostDocument& document);
     void AddRecent(const std::string& name);
     void ShowRecent();
     void RunCommand(const GroupedCommand& command);
@@ -154,6 +154,8 @@ class MainWindow : public QMainWindow {
     /// Part files are looked at in a host of their own, so that the user's drawing stays the active one.
     HostApplication mPartFiles;
     OutcomeWindow* mOutcomeWindow = nullptr;
+    /// The drawing of the last run, as its tab was called then.
+    std::string mOutcomeDrawing;
     OpenDrawings mDrawings;
     DrawingTabs* mTabs = nullptr;
     std::unique_ptr<DrawingView> mView;
@@ -168,8 +170,6 @@ class MainWindow : public QMainWindow {
     QPlainTextEdit* mHistory = nullptr;
     QLabel* mPrompt = nullptr;
     QLineEdit* mCommand = nullptr;
-    /// Drawings that were closed since the start, which a recorded journal leaves open.
-    std::set<std::filesystem::path> mClosedFiles;
     /// A command's question for a point, while it waits.
     struct PointAsked;
     PointAsked* mAsked = nullptr;

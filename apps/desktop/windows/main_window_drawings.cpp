@@ -163,12 +163,11 @@ void MainWindow::OpenFiles(const std::vector<std::string>& names) {
     for (const std::string& name : names) OpenFile(name);
 }
 
-/// The first drawing is the one that the journal will be played on.
+/// The first drawing is the one that the journal will be played on, with every part of it selected.
 void MainWindow::NoteOpening(const std::string& name) {
     const std::string path = FromQt(QFileInfo(ToQt(name)).absoluteFilePath());
     mDesk.Note((mAnyOpened ? "open " : "# The drawing: ") + JournalText(path));
-    // What plays a journal selects every part at its beginning, and goes on in a drawing that it has open.
-    if (!mAnyOpened || mClosedFiles.contains(Settled(PathFromText(path)))) mDesk.Note("select none");
+    if (!mAnyOpened) mDesk.Note("select none");
     mAnyOpened = true;
 }
 
@@ -197,16 +196,24 @@ void MainWindow::TurnBy(int step) {
 
 bool MainWindow::CloseDrawing(HostDocument& document) {
     if (!MayLose(document)) return false;
-    const bool dropped = mDrawings.IsChanged(document), wasInFront = &document == Document();
-    const std::filesystem::path file = FileOf(document);
-    mDesk.Note("# Closed" + std::string(dropped ? " with its changes, which a journal can't do: " : ": ") +
-               JournalText(TextFromPath(file)));
-    mClosedFiles.insert(file);
+    const bool wasInFront = &document == Document();
+    NoteClosing(document);
     LetGoOf(document);
     mWorkplace.host.CloseDocument(document);
     if (wasInFront) NoteTurn();
     ShowDrawing();
     return true;
+}
+
+/// A journal closes the drawing in front, and goes on in the one that was in front before.
+void MainWindow::NoteClosing(const HostDocument& document) {
+    const std::filesystem::path file = FileOf(document);
+    if (&document != Document()) {
+        if (file.empty())
+            return mDesk.Note("# Closed a drawing without a name, which a journal can't turn to.");
+        mDesk.Note("open " + JournalText(TextFromPath(file)));
+    }
+    mDesk.Note("close drawing");
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {

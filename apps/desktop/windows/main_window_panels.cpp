@@ -158,9 +158,10 @@ void MainWindow::ShowDrawing() {
     setWindowModified(document != nullptr && mDrawings.IsChanged(*document));
     const QString name = document == nullptr ? QString() : QFileInfo(ToQt(document->FullName())).fileName();
     setWindowTitle(name.isEmpty() ? tr("Brenvik[*]") : name + tr("[*] - Brenvik"));
-    statusBar()->showMessage(
-        document == nullptr ? tr("Open a drawing to begin: Ctrl+O.")
-                            : tr("%1 parts. Ctrl+L opens the cut list.").arg(PartLinesOf(*document).size()));
+    const std::size_t parts = document == nullptr ? 0 : PartLinesOf(*document).size();
+    statusBar()->showMessage(document == nullptr ? tr("Open a drawing to begin: Ctrl+O.")
+                             : parts == 1        ? tr("1 part. Ctrl+L opens the cut list.")
+                                                 : tr("%1 parts. Ctrl+L opens the cut list.").arg(parts));
     ShowQuestion();
     if (mView) mView->Show(document);
     ShowTree();

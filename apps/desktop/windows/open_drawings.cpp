@@ -28,6 +28,21 @@ bool IsSameFile(const fs::path& one, const fs::path& other) {
     return one == other || (fs::equivalent(one, other, unknown) && !unknown);
 }
 
+namespace {
+
+/// How many folders have to be named, from the last one up, to tell two files of one name apart.
+int FoldersApart(const fs::path& one, const fs::path& other) {
+    int folders = 1;
+    fs::path a = one.parent_path(), b = other.parent_path();
+    for (; a.has_filename() && a.filename() == b.filename(); ++folders) {
+        a = a.parent_path();
+        b = b.parent_path();
+    }
+    return folders;
+}
+
+}  // namespace
+
 OpenDrawings::News OpenDrawings::Look() {
     News news;
     const std::vector<HostDocument*> open = All();
@@ -71,11 +86,16 @@ HostDocument* OpenDrawings::OfFile(const fs::path& file) const {
 
 std::string OpenDrawings::NameOf(const HostDocument& document) const {
     const fs::path file = FileOf(document);
-    const std::string name = TextFromPath(file.filename());
+    int folders = 0;
     for (const auto& other : mHost.OpenDocuments())
         if (other.get() != &document && FileOf(*other).filename() == file.filename())
-            return name + " (" + TextFromPath(file.parent_path().filename()) + ")";
-    return name;
+            folders = std::max(folders, FoldersApart(file, FileOf(*other)));
+    const std::string name = TextFromPath(file.filename());
+    if (folders == 0) return name;
+    fs::path from, parent = file.parent_path();
+    for (; folders > 0 && parent.has_filename(); --folders, parent = parent.parent_path())
+        from = from.empty() ? parent.filename() : parent.filename() / from;
+    return name + " (" + TextFromPath(from) + ")";
 }
 
 }  // namespace brenvik::desktop
