@@ -126,8 +126,8 @@ class DISABLED_Look : public ::testing::TestWithParam<bool> {
 };
 
 TEST_P(DISABLED_Look, FacesAndEdgesAreSeenFromEverySide) {
-    const QColor wood(222, 199, 158), yellow(255, 255, 0), blue(0, 0, 255), grey(51, 51, 51);
-    const std::pair<const char*, QColor> colors[] = {{"7", wood}, {"2", yellow}, {"5", blue}, {"250", grey}};
+    const QColor wood(222, 199, 158), grey(51, 51, 51);
+    const std::pair<const char*, QColor> colors[] = {{"7", wood}, {"250", grey}};
     for (const auto& [index, color] : colors) {
         DrawBlock(index);
         Select(false);
@@ -160,29 +160,27 @@ TEST_P(DISABLED_Look, TheFacesOfACornerDiffer) {
 }
 
 TEST_P(DISABLED_Look, WhatIsSelectedIsSeenOnEveryColour) {
-    for (const char* index : {"7", "30", "5", "4", "250"}) {
+    for (const char* index : {"7", "30", "5", "250"}) {
         DrawBlock(index);
-        for (const char* side : {"&Top", "&Isometric"}) {
-            Select(false);
-            Choose(side);
-            const QImage before = Picture(std::string(index) + " plain " + side);
-            const QColor plain = At(before, {300, 150, 400}), edge = Near(before, {300, 0, 400}, 2, plain);
-            Select(true);
-            const QImage after = Picture(std::string(index) + " selected " + side);
-            const QColor marked = At(after, {300, 150, 400});
-            const QColor markedEdge = Near(after, {300, 0, 400}, 2, marked);
-            EXPECT_GT(Distance(plain, marked), Distinct) << index << side << Text(plain) << Text(marked);
-            EXPECT_GT(Distance(marked, markedEdge), Distinct) << index << side << Text(markedEdge);
-            EXPECT_GT(Distance(edge, markedEdge), Distinct)
-                << index << side << Text(edge) << Text(markedEdge);
-            Select(false);
-            EXPECT_LT(Distance(At(Picture("again"), {300, 150, 400}), plain), 3) << index << side;
-        }
+        Select(false);
+        Choose("&Isometric");
+        // The edge between two faces that are seen, so that nothing of the ground is near.
+        const Point3 top{300, 150, 400}, edge{300, 0, 400};
+        const QImage before = Picture(std::string(index) + " plain");
+        const QColor plain = At(before, top), plainEdge = Near(before, edge, 2, plain);
+        Select(true);
+        const QImage after = Picture(std::string(index) + " selected");
+        const QColor marked = At(after, top), markedEdge = Near(after, edge, 2, marked);
+        EXPECT_GT(Distance(plain, marked), Distinct) << index << Text(plain) << Text(marked);
+        EXPECT_GT(Distance(marked, markedEdge), Distinct) << index << Text(markedEdge);
+        EXPECT_GT(markedEdge.lightness(), marked.lightness()) << index << Text(plainEdge) << Text(markedEdge);
+        Select(false);
+        EXPECT_LT(Distance(At(Picture("again"), top), plain), 3) << index;
     }
 }
 
 TEST_P(DISABLED_Look, WiresAreSeen) {
-    for (const char* index : {"7", "2", "5", "250"}) {
+    for (const char* index : {"7", "2", "250"}) {
         DrawBlock(index);
         Select(false);
         Choose("&Top");
@@ -200,7 +198,8 @@ TEST_P(DISABLED_Look, WiresAreSeen) {
 
 INSTANTIATE_TEST_SUITE_P(Ground, DISABLED_Look, ::testing::Values(false, true));
 
-TEST(ViewLook, BoardsAreSeenFromEverySide) { RunOnVirtualDisplay("*DISABLED_Look*", 8); }
+TEST(ViewLook, BoardsAreSeenOnALightGround) { RunOnVirtualDisplay("*DISABLED_Look*/0", 4); }
+TEST(ViewLook, BoardsAreSeenOnADarkGround) { RunOnVirtualDisplay("*DISABLED_Look*/1", 4); }
 
 }  // namespace
 }  // namespace brenvik::desktop
