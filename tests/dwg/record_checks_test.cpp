@@ -91,6 +91,14 @@ TEST(DwgRecordChecks, LinesOfTextsAreSpacedInAWayThatThereIs) {
               "its kind of line spacing is 17 where 1 to 2 was expected");
 }
 
+TEST(DwgRecordChecks, BlocksArePlacedInAUnitAndAScaleThatThereAre) {
+    EXPECT_EQ(ImpossibleIn("BLOCK_RECORD", GroupText().Whole(70, 24).Whole(280, 1).Whole(281, 1).Take()), "");
+    EXPECT_EQ(ImpossibleIn("BLOCK_RECORD", GroupText().Whole(70, 256).Take()),
+              "its unit of insertion is 256 where 0 to 24 was expected");
+    EXPECT_EQ(ImpossibleIn("BLOCK_RECORD", GroupText().Whole(281, 16).Take()),
+              "its mark of even scaling is 16 where 0 to 1 was expected");
+}
+
 TEST(DwgRecordChecks, NamesHaveTheCharactersThatNamesCanHave) {
     for (const char* kind : {"LAYER", "LTYPE", "STYLE", "VIEW", "VPORT", "LAYOUT", "BLOCK", "GROUP"}) {
         EXPECT_EQ(ToldOfName(kind, "Door, left (2) \xC3\xA4$0$\\U+00E4"), "") << kind;

@@ -165,7 +165,7 @@ TEST(JournalParser, TellsPlaceExpectedAndFound) {
     const ErrorCase cases[] = {
         {"select all\njump high", "a.journal:2:1: expected a step, found \"jump\""},
         {"press", "a.journal:1:6: expected the name of a control, found the end of the line"},
-        {"close now", "a.journal:1:7: expected the end of the line, found \"now\""},
+        {"close now", "a.journal:1:7: expected drawing or the end of the line, found \"now\""},
         {"answer maybe", "a.journal:1:8: expected yes, no, ok or cancel, found \"maybe\""},
         {"real ten", "a.journal:1:6: expected a number or cancel, found \"ten\""},
         {"point 1;2", "a.journal:1:7: expected a point (X,Y or X,Y,Z) or cancel, found \"1;2\""},

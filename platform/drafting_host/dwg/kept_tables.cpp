@@ -67,6 +67,8 @@ void KeptTables::HandOver(Reading& reading, const Names& names, const NamedXData
 void KeepBlock(Reading& reading, const Block& block, std::string_view layer,
                const std::vector<RawXData>& data, const NamedXData& named) {
     constexpr int anonymous = 1, external = 4, overlay = 8;
+    if (const std::string doubt = ImpossibleIn("BLOCK_RECORD", block.groups); !doubt.empty())
+        reading.Note(0, ShownHolder({"block " + ShownName(block.name), block.record}) + ": " + doubt);
     KeptBlock& kept = reading.keptBlocks[block.name];
     kept.record.own = block.groups;
     kept.record.further = GroupsOfXData(named("block", block.record, block.xdata));

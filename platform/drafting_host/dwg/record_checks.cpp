@@ -28,6 +28,8 @@ constexpr auto Ranges = std::to_array<Range>({
     {"VIEWPORT", "", 281, 0, 6, "render mode"},
     {"VIEWPORT", "", 79, 0, 6, "orthographic view"},
     {"MTEXT", "", 73, 1, 2, "kind of line spacing"},
+    {"BLOCK_RECORD", "", 70, 0, 24, "unit of insertion"},
+    {"BLOCK_RECORD", "", 281, 0, 1, "mark of even scaling"},
     {"LAYOUT", "AcDbPlotSettings", 72, 0, 2, "unit of paper"},
     {"LAYOUT", "AcDbPlotSettings", 73, 0, 3, "rotation of the plot"},
     {"LAYOUT", "AcDbPlotSettings", 74, 0, 5, "kind of plot"},
