@@ -17,24 +17,12 @@ namespace brenvik {
 
 namespace {
 
-/// "Part_12_Door_.dxf" has 12; null for a name without a number.
-std::optional<int> NumberIn(std::string_view name) {
-    const std::size_t begin = name.find('_');
-    if (begin == std::string_view::npos) return std::nullopt;
-    int number = 0;
-    std::size_t at = begin + 1;
-    for (; at < name.size() && at < begin + 9 && name[at] >= '0' && name[at] <= '9'; ++at)
-        number = number * 10 + (name[at] - '0');
-    if (at == begin + 1 || at == name.size() || name[at] != '_') return std::nullopt;
-    return number;
-}
-
 std::map<int, std::string> FilesByNumber(std::string_view folder, std::string_view pattern) {
     std::vector<std::string> names;
     Skip([&] { names = ThePlatform().files->ListFiles(folder, pattern); });
     std::map<int, std::string> files;
     for (const std::string& name : names)
-        if (const std::optional<int> number = NumberIn(name)) files[*number] = std::string(folder) + name;
+        if (const std::optional<int> number = PartNumberIn(name)) files[*number] = std::string(folder) + name;
     return files;
 }
 

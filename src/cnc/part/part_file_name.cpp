@@ -27,6 +27,20 @@ std::string NameOfPart(const RunState& run) {
 
 std::string PartFileHeadOf(int index) { return std::string(PartFileHead) + std::to_string(index); }
 
+std::optional<int> PartNumberIn(std::string_view fileName) {
+    constexpr std::size_t MostDigits = 8;
+    const std::size_t mark = fileName.find('_');
+    if (mark == std::string_view::npos) return std::nullopt;
+    const std::string_view behind = fileName.substr(mark + 1);
+    int number = 0;
+    std::size_t digits = 0;
+    for (; digits < behind.size() && digits < MostDigits && behind[digits] >= '0' && behind[digits] <= '9';
+         ++digits)
+        number = number * 10 + (behind[digits] - '0');
+    if (digits == 0 || digits == behind.size() || behind[digits] != '_') return std::nullopt;
+    return number;
+}
+
 std::string WrittenFileName(const RunState& run) {
     return std::string(run.FirstPass() ? "" : SecondSideMark) + NameOfPart(run);
 }

@@ -1,6 +1,7 @@
 // What the files of a run are called. Work lists have names of their own, by target.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -28,6 +29,10 @@ inline constexpr std::string_view WorkDrawingName = WorkDrawing.substr(OutputFol
 
 /// "Part_0": what the names of a part's files have in common, on its first side.
 std::string PartFileHeadOf(int index);
+
+/// The number in the name of a part's file, on either side: "Part_12_Door_.dxf" has 12. Null for a name that
+/// no run gives.
+std::optional<int> PartNumberIn(std::string_view fileName);
 
 /// The name of the part's DXF file for this pass, without its folder.
 std::string WrittenFileName(const RunState& run);

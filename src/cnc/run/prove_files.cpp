@@ -41,11 +41,10 @@ constexpr std::string_view PartFiles = "*.dxf";
 
 std::string SecondSideOf(const std::string& file) { return std::string(SecondSideMark) + file; }
 
-/// "Part_12_Side_7.dxf" in two: up to the number, and what follows from the part's data.
-std::pair<std::string, std::string> NumberAndRest(const std::string& name) {
+/// "Part_12_Side_7.dxf" has "_Side_7.dxf" behind its number, from the part's data.
+std::string BehindNumber(const std::string& name) {
     const std::size_t end = name.find('_', PartFileHead.size());
-    if (end == std::string::npos) return {name, ""};
-    return {name.substr(0, end), name.substr(end)};
+    return end == std::string::npos ? "" : name.substr(end);
 }
 
 /// A file as long as it is looked at.
@@ -135,15 +134,23 @@ class FolderProof {
         return names;
     }
 
+    /// A file without a part's number in its name is no run's, and is reported with the strays.
+    std::vector<std::string> Numbered() const {
+        std::vector<std::string> files;
+        std::ranges::copy_if(mFirst, std::back_inserter(files),
+                             [](const std::string& file) { return PartNumberIn(file).has_value(); });
+        return files;
+    }
+
     /// The files that may be the part's. A group that a profile has made of parts with other names has the
     /// name of its first one.
     std::vector<std::string> CandidatesOf(const RunState& run) const {
         const std::vector<std::string> names = NamesOf(run);
         std::vector<std::string> candidates;
-        for (const std::string& file : mFirst) {
+        for (const std::string& file : Numbered()) {
             const bool fits = std::ranges::any_of(names, [&](const std::string& name) {
                 if (mFiles.form == RunForm::A) return EqualsIgnoreCase(file, name);
-                return EqualsIgnoreCase(NumberAndRest(file).second, NumberAndRest(name).second);
+                return EqualsIgnoreCase(BehindNumber(file), BehindNumber(name));
             });
             if (fits) candidates.push_back(file);
         }
@@ -184,7 +191,7 @@ class FolderProof {
         if (mFiles.target) run.target = *mFiles.target;
         std::vector<std::string> candidates = CandidatesOf(run);
         const bool byName = !candidates.empty();
-        if (!byName && mFiles.form == RunForm::B) candidates = mFirst;
+        if (!byName && mFiles.form == RunForm::B) candidates = Numbered();
         std::vector<Compared> all;
         for (const std::string& file : candidates) {
             all.push_back(CompareWith(run, held, file));

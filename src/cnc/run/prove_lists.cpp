@@ -11,6 +11,7 @@
 #include "base/text.h"
 #include "base/utf8.h"
 #include "cnc/output/work_lists.h"
+#include "cnc/part/part_file_name.h"
 #include "session/ports/files_port.h"
 #include "session/session.h"
 #include "settings/settings_store.h"
@@ -18,14 +19,6 @@
 namespace brenvik {
 
 namespace {
-
-/// "Part_12_Side_7.dxf" says 12.
-int NumberIn(const std::string& file) {
-    const std::size_t from = file.find('_') + 1;
-    int number = 0;
-    std::from_chars(file.data() + from, file.data() + file.size(), number);
-    return number;
-}
 
 /// As a whole field, or behind the folder in one.
 bool Names(const std::string& line, const std::string& file) {
@@ -76,7 +69,7 @@ WorkListProof::Line WorkListProof::LineFor(const RunState& run, const std::strin
     line.ofOne = ToInteger(NumberSetting(setting::CNCMultiplier));
     if (mForm == RunForm::B) {
         // Those of the group; a list names the file by the number of the part in hand.
-        pass.part.index = NumberIn(file);
+        pass.part.index = PartNumberIn(file).value();
         pass.part.Quantity = 2;
         const Texts other = Split(WorkListLine(pass), line.separator.front());
         pass.part.Quantity = 1;
