@@ -27,7 +27,7 @@ bool TellsLess(const HoleCircle& a, const HoleCircle& b) {
 HoleAccount::HoleAccount(RunState& run, const Box3& part) : mRun(run), mPart(part) {
     if (!run.FirstPass()) return;
     run.firstSide.holes.clear();
-    run.firstSide.told.clear();
+    run.firstSide.reported.clear();
 }
 
 void HoleAccount::Remember(std::vector<DrilledHole>& list, const DrilledHole& hole) {
@@ -77,7 +77,7 @@ bool HoleAccount::KnownFromFirstSide(const HoleCircle& circle) const {
                atMost(circle.diameter, hole.diameter) && atMost(hole.floorZ, seen.z);
     };
     return std::ranges::any_of(mRun.firstSide.holes, holds) ||
-           std::ranges::any_of(mRun.firstSide.told, [&](const DrilledHole& told) {
+           std::ranges::any_of(mRun.firstSide.reported, [&](const DrilledHole& told) {
                return holds(told) && (seen.z < told.rimZ || NearlyEqual(seen.z, told.rimZ));
            });
 }
@@ -101,14 +101,14 @@ void HoleAccount::TellAxis(std::span<const HoleCircle> circles) {
         const bool foot = SameLength(away.diameter, first.diameter) && Less(mPart.min.z, away.center.z);
         if (SameAxis(away, first) && (!bored || foot)) take(away);
     }
-    Remember(mRun.firstSide.told, told);
+    Remember(mRun.firstSide.reported, told);
 }
 
 void HoleAccount::Tell(std::span<const HoleCircle> left) {
     for (const DrilledHole& pin : mPins) {
         if (KnownFromFirstSide({{pin.x, pin.y, pin.rimZ}, pin.diameter})) continue;
         NoteUnexplained(mRun, mPart, "pin", pin.diameter, {pin.x, pin.y, pin.rimZ});
-        Remember(mRun.firstSide.told, pin);
+        Remember(mRun.firstSide.reported, pin);
     }
     std::vector<HoleCircle> untold(left.begin(), left.end());
     if (!mRun.FirstPass()) untold.insert(untold.end(), mGivenAway.begin(), mGivenAway.end());

@@ -1,4 +1,4 @@
-// The last step of a pass on a part.
+// The step of a pass that ends the work on a part's drawing; its file and the line in the list follow.
 #pragma once
 
 #include "cnc/part/run_state.h"

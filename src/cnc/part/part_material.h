@@ -25,7 +25,7 @@ std::optional<CheckedMaterial> ReadMaterial(PartState& part);
 
 /// The same for a pass: returns false, after a message, if the library has none with a first tool. Fails with
 /// 13 for a record with a value that nobody can cut by, naming the file, the line, the value and what was
-/// expected. What of it is doubtful is noted for the run's report.
+/// expected. Doubtful values are noted for the run's report.
 bool TakeMaterial(RunState& run);
 
 }  // namespace brenvik

@@ -50,7 +50,7 @@ struct PartState {
     AcadDocument* drawing = nullptr;  ///< The part's own; replaced when the origin is moved.
     bool SecondSidePass = false;
     /// `NeedSecondSide`: turn the part over. `ThroughRouteSeen` (a given name that misleads): requested on
-    /// the first pass, by a through route or by anything else.
+    /// the first pass, by a through route or by anything but edge bores.
     bool NeedSecondSide = false, ThroughRouteSeen = false;
     int ExportScaleSetting = 0;
     double PartThickness = 0, PartBottomZ = 0, PartVolume = 0;
@@ -90,7 +90,7 @@ struct PartState {
 /// What the first pass of a part has made and the second pass must not make again.
 struct FirstSide {
     std::vector<DrilledHole> holes;
-    std::vector<DrilledHole> told;  ///< Holes and pins that it has reported.
+    std::vector<DrilledHole> reported;  ///< Holes and pins that it has reported.
     std::vector<CutContour> paths;
     std::vector<Removal> removals;  ///< Of its operations, as its side has them.
 };

@@ -20,8 +20,9 @@ namespace brenvik {
 
 namespace {
 
-/// In millimetres: a bit fits into a place narrower by this, since sizes are rounded; the distance of ends
-/// that count as one, and of places; how far arithmetic may bring the bit's centre into a wall.
+/// In millimetres: what is taken off a bit's radius, since sizes are rounded, so that it fits into a place
+/// narrower by twice this; the distance of ends that count as one, and of places; how far arithmetic may bring
+/// the bit's centre into a wall.
 constexpr double Give = 0.001, SameEnd = 1e-7, SamePlace = 1e-5, TooClose = 1e-5;
 /// In millimetres: a rest no wider than this doesn't count. Finer where a bit is wanted that leaves no rest.
 constexpr double NoRest = 0.05, NoRestAtAll = 2e-4;

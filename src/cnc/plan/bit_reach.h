@@ -1,4 +1,4 @@
-// What a bit leaves standing that follows a closed line on its inside.
+// What a bit leaves when it follows the inside of a closed line.
 #pragma once
 
 #include <span>
@@ -12,8 +12,7 @@ namespace brenvik {
 /// out.
 PlanSide MovedLeft(const PlanSide& side, double reach);
 
-/// A closed line moved to its left, side by side: arcs around the corners that stand out on that hand, and by
-/// way of the corner itself where it draws in. A place is inside the result if the line winds around it once
+/// Offsets a closed line to its left: arcs at convex corners, the corner itself at concave ones. A place is inside the result if the line winds around it once
 /// more in its own sense than against it.
 std::vector<PlanSide> MovedLeft(std::span<const PlanSide> line, double reach);
 

@@ -29,7 +29,7 @@ struct PlanPiece {
 /// count as straight.
 void AddPieces(const PlanSide& side, double stray, std::vector<PlanPiece>& pieces);
 
-/// Where two pieces cross, in X; what only touches may be left out.
+/// Where two pieces cross, in X. Points where they only touch may be missing.
 void AddCrossings(const PlanPiece& a, const PlanPiece& b, std::vector<double>& places);
 
 /// The circle of a round side.

@@ -13,8 +13,9 @@ constexpr double NoWidth = 0.05, NoArea = 0.05;
 
 class NeedlessCheck {
   public:
-    NeedlessCheck(const OperationsOfPart& part, std::span<const BoardAtHeight> board, std::vector<bool> told)
-        : mPart(part), mBoard(board), mTold(std::move(told)) {
+    NeedlessCheck(const OperationsOfPart& part, std::span<const BoardAtHeight> board,
+                  std::vector<bool> reported)
+        : mPart(part), mBoard(board), mReported(std::move(reported)) {
         for (const WrittenOperation& operation : mPart.operations)
             mBoxes.push_back(BoxAround(operation.sides));
     }
@@ -38,10 +39,10 @@ class NeedlessCheck {
     void ForEachNeedless(const Take& take) {
         // Of two that cover each other the one that was added is the later one.
         for (std::size_t i = mPart.operations.size(); i-- > 0;) {
-            if (mTold[i] || !IsUpright(mPart.operations[i])) continue;
+            if (mReported[i] || !IsUpright(mPart.operations[i])) continue;
             const std::vector<std::size_t> others = OthersAt(i);
             if (Cuts(i, others)) continue;
-            mTold[i] = true;
+            mReported[i] = true;
             take(i, others);
         }
     }
@@ -56,7 +57,7 @@ class NeedlessCheck {
         const WrittenOperation& operation = mPart.operations[number];
         for (std::size_t i = 0; i < mPart.operations.size(); ++i) {
             const WrittenOperation& other = mPart.operations[i];
-            if (i == number || mTold[i] || !IsUpright(other) || other.secondSide != operation.secondSide)
+            if (i == number || mReported[i] || !IsUpright(other) || other.secondSide != operation.secondSide)
                 continue;
             if (Overlap(mBoxes[number], mBoxes[i], 0)) others.push_back(i);
         }
@@ -108,20 +109,20 @@ class NeedlessCheck {
 
     const OperationsOfPart& mPart;
     std::span<const BoardAtHeight> mBoard;
-    std::vector<bool> mTold;
+    std::vector<bool> mReported;
     std::vector<PlanBox> mBoxes;
 };
 
 }  // namespace
 
 std::vector<std::string> FaultsOfNeedless(const OperationsOfPart& part, std::span<const BoardAtHeight> board,
-                                          std::vector<bool> told) {
-    return NeedlessCheck(part, board, std::move(told)).Check();
+                                          std::vector<bool> reported) {
+    return NeedlessCheck(part, board, std::move(reported)).Check();
 }
 
 std::vector<std::size_t> NeedlessAmong(const OperationsOfPart& part, std::span<const BoardAtHeight> board,
-                                       std::vector<bool> told) {
-    return NeedlessCheck(part, board, std::move(told)).Places();
+                                       std::vector<bool> reported) {
+    return NeedlessCheck(part, board, std::move(reported)).Places();
 }
 
 }  // namespace brenvik

@@ -16,13 +16,13 @@ struct BoardAtHeight {
     std::vector<PlanShape> stock;
 };
 
-/// In words, the last of those that cover each other first. `told` holds operations that have been reported
-/// already: they neither cover others nor are told again.
+/// In words, the last of those that cover each other first. `reported` marks operations already reported;
+/// they cover nothing and are not reported again.
 std::vector<std::string> FaultsOfNeedless(const OperationsOfPart& part, std::span<const BoardAtHeight> board,
-                                          std::vector<bool> told);
+                                          std::vector<bool> reported);
 
 /// The same by their places among the operations: without all of them nothing more of the board stays.
 std::vector<std::size_t> NeedlessAmong(const OperationsOfPart& part, std::span<const BoardAtHeight> board,
-                                       std::vector<bool> told);
+                                       std::vector<bool> reported);
 
 }  // namespace brenvik

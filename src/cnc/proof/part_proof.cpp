@@ -369,7 +369,7 @@ class Prover {
 
     WaysOfPart Ways() const { return {mOperations, mSections, mUnit}; }
 
-    /// What is told of a path already stands for where it leads.
+    /// A report on a path covers the place that it leads to.
     void TellStrayWays() {
         std::ranges::move(FaultsOfDoubledWays(Ways()), std::back_inserter(mProof.faults));
         std::vector<PlanBox> told;

@@ -423,7 +423,7 @@ class FormCheck {
             Fault(each.line, OnLayer(record) + " lies in another layout");
     }
 
-    /// What is no number at all is told as such.
+    /// Text that is not a number is reported as such.
     static bool IsColor(const Group& group) {
         const std::optional<int> color = Read<int>(group.Number());
         return !color || (*color >= 0 && *color <= ByLayer);

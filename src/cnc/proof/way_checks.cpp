@@ -22,8 +22,8 @@ namespace {
 constexpr double Apart = 0.05, ShortestDoubled = 0.1, BesideDoubled = 0.03;
 /// In millimetres: by how much a path may miss the wall that it follows. Free curves come in chords.
 constexpr double OffWall = 0.03;
-/// In millimetres: a place as near to one that is told is told with it.
-constexpr double NearTold = 0.1;
+/// In millimetres. Places nearer than this to a reported one are not reported again.
+constexpr double NearReported = 0.1;
 
 double DistanceTo(std::span<const PlanSide> line, const PlanPoint& at) {
     double nearest = std::numeric_limits<double>::max();
@@ -75,7 +75,7 @@ double DepthInWood(const WaysOfPart& part, const WrittenOperation& operation, co
 
 std::string FaultOfStray(const WaysOfPart& part, const WrittenOperation& operation,
                          std::span<const PlanBox> told) {
-    const double slack = NearTold * part.unit;
+    const double slack = NearReported * part.unit;
     for (const PlanSide& side : operation.sides) {
         for (const double share : {0.0, 0.5}) {
             const PlanPoint at = AtShare(side, share);

@@ -37,8 +37,7 @@ void LeaveHost(RunState& run, bool windowWasMinimized) {
     Skip(ForgetStandingAnswer);
 }
 
-/// What is left of the caller's care when the run has come to the end that it comes to each time: with all
-/// parts, or at one that ends it.
+/// Runs the caller's final steps (saving, callback) after a run that was not cut short.
 void EndCare(AcadDocument& drawing) {
     const OutputCare& care = CareOfOutput();
     if (care.savesAtTheEnd) SaveAsSet(drawing);
