@@ -12,6 +12,7 @@
 #include "base/skip.h"
 #include "cnc/plan/bit_access.h"
 #include "cnc/plan/bit_reach.h"
+#include "cnc/plan/negligible_sizes.h"
 #include "cnc/plan/plan_curve_cuts.h"
 #include "cnc/plan/plan_vectors.h"
 
@@ -21,8 +22,6 @@ namespace {
 
 /// In millimetres: how far behind a side wood is looked for, and how long a mouth is at least.
 constexpr double Beside = 0.03, NoMouth = 0.05;
-/// In millimetres: narrower rests are none, and a path may touch wood by less than this.
-constexpr double NoRest = 0.05, NoTouch = 0.01;
 /// In square millimetres.
 constexpr double NoArea = 0.02;
 /// In places that count as one: by how much a corner may have been moved.
@@ -132,7 +131,8 @@ class Mouths {
                                           -1},
                                 PlanShape{PlanShape::Role::Stock, {}, -1, {}, border}};
         double area = 0;
-        for (const PlanSpot& spot : CompareInPlan({}, shapes, NoRest * mOrder.unit)) area += spot.area;
+        for (const PlanSpot& spot : CompareInPlan({}, shapes, NegligibleWidth * mOrder.unit))
+            area += spot.area;
         return area;
     }
 
@@ -232,7 +232,7 @@ class Mouths {
 
     bool TouchesWood(const PlanLoop& path) const {
         const std::array shapes{PlanShape{PlanShape::Role::Removal, path, 0}};
-        return std::ranges::any_of(CompareInPlan(mOrder.wood.sides, shapes, NoTouch * mOrder.unit),
+        return std::ranges::any_of(CompareInPlan(mOrder.wood.sides, shapes, NegligibleTouch * mOrder.unit),
                                    [](const PlanSpot& spot) { return spot.difference == Difference::Gone; });
     }
 

@@ -12,6 +12,7 @@
 
 #include "cnc/clearing/path_shapes.h"
 #include "cnc/plan/doubled_back.h"
+#include "cnc/plan/negligible_sizes.h"
 #include "cnc/plan/plan_curve_cuts.h"
 #include "cnc/plan/plan_difference.h"
 
@@ -19,13 +20,9 @@ namespace brenvik {
 
 namespace {
 
-/// In millimetres: narrower rests are the noise of names, and a path may touch wood by less than this.
-constexpr double NoRest = 0.05, NoTouch = 0.01;
 /// In square millimetres, and as a share.
 constexpr double NoArea = 0.01, NoAreaShare = 1e-4, NoFloor = 0.2;
 constexpr int MostCuts = 200;
-/// In millimetres: a way back that is no further from the way out is none of its own, from which length on.
-constexpr double Doubled = 0.05, ShortestDoubled = 0.1;
 
 PlanLoop CirclePath(const PlanRound& round) {
     const PlanPoint left{round.center.x - round.radius, round.center.y},
@@ -123,7 +120,7 @@ class Clearing {
             if (Covers(mRemoved[i], slab))
                 shapes.push_back({PlanShape::Role::Removal, mRemoved[i].sides, static_cast<int>(i)});
         if (more != nullptr) shapes.push_back({PlanShape::Role::Removal, *more, -1});
-        std::vector<PlanSpot> spots = CompareInPlan(air.shadow.sides, shapes, NoRest * mOrder.unit);
+        std::vector<PlanSpot> spots = CompareInPlan(air.shadow.sides, shapes, NegligibleWidth * mOrder.unit);
         std::erase_if(spots, [](const PlanSpot& spot) { return spot.difference != Difference::Standing; });
         return spots;
     }
@@ -168,7 +165,7 @@ class Clearing {
 
     bool TouchesWood(const PartSlab& slab, const PlanLoop& path) const {
         const std::array shapes{PlanShape{PlanShape::Role::Removal, path, 0}};
-        return std::ranges::any_of(CompareInPlan(slab.shadow.sides, shapes, NoTouch * mOrder.unit),
+        return std::ranges::any_of(CompareInPlan(slab.shadow.sides, shapes, NegligibleTouch * mOrder.unit),
                                    [](const PlanSpot& spot) { return spot.difference == Difference::Gone; });
     }
 
@@ -201,7 +198,7 @@ class Clearing {
         const std::array shapes{PlanShape{PlanShape::Role::Stock, mSlabs.Stock().sides, -1},
                                 PlanShape{PlanShape::Role::Stock, old.sides, -1}};
         return std::ranges::none_of(
-            CompareInPlan(path, shapes, NoRest * mOrder.unit),
+            CompareInPlan(path, shapes, NegligibleWidth * mOrder.unit),
             [](const PlanSpot& spot) { return spot.difference == Difference::Standing; });
     }
 
@@ -219,7 +216,7 @@ class Clearing {
         else
             Take({cut.path, floor, first.high});
         if (round) {
-            const double outside = round->radius + NoTouch * mOrder.unit;
+            const double outside = round->radius + NegligibleTouch * mOrder.unit;
             cut.fromTopFace = std::ranges::any_of(
                 Around(*round, outside), [&](const PlanPoint& point) { return first.shadow.Holds(point); });
         }
@@ -274,7 +271,7 @@ class Clearing {
         const double least = NoFloor * mOrder.unit * mOrder.unit;
         if (slab == nullptr || std::abs(SignedArea(sides)) < least) return;
         for (const PlanRound& round : RoundWalls({sides, {}})) {
-            if (!RunsWithin(round, round.radius + NoTouch * mOrder.unit, sides)) continue;
+            if (!RunsWithin(round, round.radius + NegligibleTouch * mOrder.unit, sides)) continue;
             const PlanLoop path = CirclePath(round);
             if (!StaysOnPart(round) || TouchesWood(*slab, path)) continue;
             if (ClearsInsteadOf(number, *slab, path) < least) continue;
@@ -298,7 +295,7 @@ class Clearing {
     }
 
     bool TurnsBack(const PlanLoop& loop) const {
-        return !DoubledBack(loop, Doubled * mOrder.unit, ShortestDoubled * mOrder.unit).empty();
+        return !DoubledBack(loop, DoubledApart * mOrder.unit, ShortestDoubled * mOrder.unit).empty();
     }
 
     /// A round corner may run out beside the wall of a feature that is cleared already, with next to no wood

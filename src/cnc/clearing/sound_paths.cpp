@@ -10,6 +10,7 @@
 #include "cnc/clearing/clean_loop.h"
 #include "cnc/clearing/made_removals.h"
 #include "cnc/plan/doubled_back.h"
+#include "cnc/plan/negligible_sizes.h"
 #include "cnc/plan/plan_vectors.h"
 #include "cnc/proof/run_proof.h"
 
@@ -17,10 +18,6 @@ namespace brenvik {
 
 namespace {
 
-/// In millimetres: a path may touch wood by this much, as files are proved.
-constexpr double NoTouch = 0.05;
-/// In millimetres: ways out and back that are no further apart count as one, and from which length on.
-constexpr double Doubled = 0.05, ShortestDoubled = 0.1;
 /// In millimetres: below the first a control stops, and a spike is cut off where it has come to the second.
 constexpr double NoSide = 0.005, NarrowSpike = 0.01, LongestSpike = 4;
 
@@ -33,7 +30,7 @@ const PartSlab* SlabOf(const Removal& removal, const PartSlabs& slabs, double un
 
 bool CutsWood(const Removal& removal, const PartSlab& slab, double unit) {
     const std::array shapes{PlanShape{PlanShape::Role::Removal, removal.sides, 0}};
-    return std::ranges::any_of(CompareInPlan(slab.shadow.sides, shapes, NoTouch * unit),
+    return std::ranges::any_of(CompareInPlan(slab.shadow.sides, shapes, NegligibleWidth * unit),
                                [](const PlanSpot& spot) { return spot.difference == Difference::Gone; });
 }
 
@@ -48,7 +45,7 @@ PlanLoop CleanLoop(const PlanLoop& loop, double unit, double same) {
         std::vector<PlanArea> places = PlacesWithin(loop, same);
         if (places.size() == 1 && places.front().holes.empty()) clean = std::move(places.front().outer);
     }
-    const bool turnsBack = !DoubledBack(clean, Doubled * unit, ShortestDoubled * unit).empty();
+    const bool turnsBack = !DoubledBack(clean, DoubledApart * unit, ShortestDoubled * unit).empty();
     if (!turnsBack && !HasShortSide(clean, unit)) return clean;
     return WithoutSpikes(std::move(clean), {NoSide * unit, NarrowSpike * unit, LongestSpike * unit});
 }

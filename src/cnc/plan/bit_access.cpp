@@ -11,6 +11,7 @@
 
 #include "base/failure.h"
 #include "cnc/plan/bit_reach.h"
+#include "cnc/plan/negligible_sizes.h"
 #include "cnc/plan/plan_curve_cuts.h"
 #include "cnc/plan/plan_piece.h"
 #include "cnc/plan/plan_vectors.h"
@@ -21,11 +22,11 @@ namespace brenvik {
 namespace {
 
 /// In millimetres: what is taken off a bit's radius, since sizes are rounded, so that it fits into a place
-/// narrower by twice this; the distance of ends that count as one, and of places; how far arithmetic may bring
-/// the bit's centre into a wall.
+/// narrower by twice this; the distance of ends that count as one, and of places; how far arithmetic may
+/// bring the bit's centre into a wall.
 constexpr double Give = 0.001, SameEnd = 1e-7, SamePlace = 1e-5, TooClose = 1e-5;
-/// In millimetres: a rest no wider than this doesn't count. Finer where a bit is wanted that leaves no rest.
-constexpr double NoRest = 0.05, NoRestAtAll = 2e-4;
+/// In millimetres: a rest no wider than this doesn't count where a bit is wanted that leaves no rest.
+constexpr double NoRestAtAll = 2e-4;
 /// In millimetres: how far behind a wall a place is looked at for wood.
 constexpr double BehindWall = 0.03;
 /// The turns, in radians, below which a corner doesn't count, and below which two sides continue each other.
@@ -228,7 +229,7 @@ BitRest LeftBy(std::span<const PlanSide> line, BitPath path, double diameter, do
 
 BitRest RestOfBit(std::span<const PlanSide> line, BitPath path, double diameter, double unit) {
     BitRest rest = LeftBy(line, path, diameter, unit);
-    if (!rest.border.empty() && SpotsOf(rest.border, NoRest * unit).empty()) rest.border.clear();
+    if (!rest.border.empty() && SpotsOf(rest.border, NegligibleWidth * unit).empty()) rest.border.clear();
     return rest;
 }
 

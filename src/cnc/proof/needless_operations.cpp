@@ -1,6 +1,8 @@
 // Height by height: what of an operation lies on the board, less what the others of its side take there.
 #include "cnc/proof/needless_operations.h"
 
+#include "cnc/plan/negligible_sizes.h"
+
 #include <algorithm>
 #include <optional>
 
@@ -8,8 +10,8 @@ namespace brenvik {
 
 namespace {
 
-/// In millimetres: no wider than this is nothing, nor is what is smaller in plan.
-constexpr double NoWidth = 0.05, NoArea = 0.05;
+/// In square millimetres. Widths up to the negligible one and areas up to this are ignored.
+constexpr double NoArea = 0.05;
 
 class NeedlessCheck {
   public:
@@ -87,7 +89,7 @@ class NeedlessCheck {
         shapes.push_back({PlanShape::Role::Stock, mPart.operations[number].sides, -1});
         for (const std::size_t other : others)
             if (isThere(other)) shapes.push_back(mPart.shapes[other]);
-        const double width = NoWidth * mPart.unit;
+        const double width = NegligibleWidth * mPart.unit;
         const double without = AreaOf(CompareInPlan({}, shapes, width));
         if (without < NoArea * mPart.unit * mPart.unit) return false;
         // What its own bit doesn't get to it was meant to take.

@@ -15,6 +15,7 @@
 #include "cnc/part/told.h"
 #include "cnc/plan/bit_access.h"
 #include "cnc/plan/bit_reach.h"
+#include "cnc/plan/negligible_sizes.h"
 #include "cnc/plan/plan_piece.h"
 #include "cnc/proof/needless_operations.h"
 #include "cnc/proof/single_operations.h"
@@ -25,9 +26,9 @@ namespace brenvik {
 
 namespace {
 
-/// In millimetres: wood less deep than this doesn't count; nor does a spot as narrow as this, unless it is
-/// long. A long one counts from a hundredth on, which is more than names round away.
-constexpr double NoDepth = 0.01, NoWidth = 0.05, NoLongWidth = 0.01, NoVolume = 1;
+/// In millimetres: wood less deep than this doesn't count; nor does a spot of a negligible width, unless it
+/// is long. A long one counts from a hundredth on, which is more than names round away.
+constexpr double NoDepth = 0.01, NoLongWidth = 0.01, NoVolume = 1;
 /// Depths in names are rounded to half of it.
 constexpr double DepthSlack = 1e-6;
 /// Into how many a slab with sloping faces is cut.
@@ -124,7 +125,7 @@ class Prover {
 
     /// Paths run off the board's edges so far that their corners leave nothing on it.
     bool ReachesBoard(const RoundedCorner& corner) const {
-        const double slack = NoWidth * mUnit;
+        const double slack = NegligibleWidth * mUnit;
         const auto within = [&](const PlanPoint& at) {
             return at.x > mBox.min.x + slack && at.x < mBox.max.x - slack && at.y > mBox.min.y + slack &&
                    at.y < mBox.max.y - slack;
@@ -334,7 +335,7 @@ class Prover {
     }
 
     bool Counts(const ProofSpot& spot) const {
-        return spot.width > NoWidth * mUnit || spot.volume > NoVolume * mUnit * mUnit * mUnit;
+        return spot.width > NegligibleWidth * mUnit || spot.volume > NoVolume * mUnit * mUnit * mUnit;
     }
 
     // Operations by themselves.
@@ -417,7 +418,7 @@ bool OutlinesDiffer(std::span<const WrittenOperation> operations, double unit) {
     if (outlines[0].empty() || outlines[1].empty()) return false;
     const std::array<PlanShape, 1> second{PlanShape{PlanShape::Role::Stock, outlines[1], -1}};
     return CornersStray(outlines[0], outlines[1], unit) || CornersStray(outlines[1], outlines[0], unit) ||
-           !CompareInPlan(outlines[0], second, NoWidth * unit).empty();
+           !CompareInPlan(outlines[0], second, NegligibleWidth * unit).empty();
 }
 
 }  // namespace brenvik

@@ -1,6 +1,8 @@
 // Side by side and height by height.
 #include "cnc/proof/twin_operations.h"
 
+#include "cnc/plan/negligible_sizes.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -8,8 +10,9 @@ namespace brenvik {
 
 namespace {
 
-/// In millimetres: nearer than this is the same; a bore that is wider or deeper by no more is no other one.
-constexpr double SamePlace = 0.01, NoWidth = 0.05;
+/// In millimetres: places nearer than this are equal. Bores whose width and depth differ by no more than the
+/// negligible width are one bore.
+constexpr double SamePlace = 0.01;
 constexpr double SameBulge = 1e-4;
 /// Of the cosine of the angle between two bores.
 constexpr double SameWay = 1e-6;
@@ -42,7 +45,7 @@ bool AreUprightOfOneSide(const WrittenOperation& a, const WrittenOperation& b) {
 /// is held as far as its wall lies within the other's.
 bool HoldsBore(const WrittenOperation& outer, const WrittenOperation& inner, double unit) {
     const LevelRound &a = *outer.bore, &b = *inner.bore;
-    const double slack = NoWidth * unit;
+    const double slack = NegligibleWidth * unit;
     const double dx = b.on.x - a.on.x, dy = b.on.y - a.on.y;
     const double before = dx * a.along.x + dy * a.along.y, beside = dx * a.along.y - dy * a.along.x;
     const bool sameWay = a.along.x * b.along.x + a.along.y * b.along.y > 1 - SameWay;

@@ -8,6 +8,7 @@
 
 #include "cnc/part/told.h"
 #include "cnc/plan/doubled_back.h"
+#include "cnc/plan/negligible_sizes.h"
 #include "cnc/plan/plan_curve_cuts.h"
 #include "cnc/plan/plan_vectors.h"
 #include "cnc/plan/side_places.h"
@@ -17,9 +18,8 @@ namespace brenvik {
 
 namespace {
 
-/// In millimetres: how far apart two ways may be to count as one, how far a path has to run back, and how far
-/// around that wood is looked for.
-constexpr double Apart = 0.05, ShortestDoubled = 0.1, BesideDoubled = 0.03;
+/// In millimetres: how far around a stretch that runs back wood is looked for.
+constexpr double BesideDoubled = 0.03;
 /// In millimetres: by how much a path may miss the wall that it follows. Free curves come in chords.
 constexpr double OffWall = 0.03;
 /// In millimetres. Places nearer than this to a reported one are not reported again.
@@ -106,7 +106,7 @@ std::vector<std::string> FaultsOfDoubledWays(const WaysOfPart& part) {
     for (const WrittenOperation& operation : part.operations) {
         if (!HasWay(operation)) continue;
         for (const DoubledStretch& stretch :
-             DoubledBack(operation.sides, Apart * part.unit, ShortestDoubled * part.unit)) {
+             DoubledBack(operation.sides, DoubledApart * part.unit, ShortestDoubled * part.unit)) {
             if (!LeadsAstray(part, operation, stretch)) continue;
             faults.push_back(NameWithSide(operation) + " runs out and back the same way, from " +
                              ReportedPlace(stretch.from) + " to " + ReportedPlace(stretch.to));
