@@ -46,7 +46,7 @@ TEST_F(RoundBoreTest, AnythingAtLeastAsWideAsTheLimitButNotWiderIsAHole) {
     RunState run = RunOn(document);
     SortBore(run, {35, 35});
     EXPECT_TRUE(Through().empty());
-    EXPECT_EQ(On(layers::MAXCircleHold), (std::vector<RimOf>{RimOf{35, 20}}));
+    EXPECT_EQ(On(layers::MaxCircleHold), (std::vector<RimOf>{RimOf{35, 20}}));
     EXPECT_EQ(On(layers::CircleHold), (std::vector<RimOf>{RimOf{35, 0}}));
     SortBore(run, {35.001, 35.001});
     EXPECT_EQ(Through(), (std::vector<RimOf>{RimOf{35.001, 0}}));
@@ -55,11 +55,11 @@ TEST_F(RoundBoreTest, AnythingAtLeastAsWideAsTheLimitButNotWiderIsAHole) {
 TEST_F(RoundBoreTest, ThroughBoresAndPocketsHaveTheirColours) {
     RunState run = RunOn(document);
     SortBore(run, {60, 60});
-    EXPECT_EQ(AllOn<AcadCircle>(document, layers::ThroughRouteCirclePV).at(0)->Color(), 6);
+    EXPECT_EQ(AllOn<AcadCircle>(document, layers::ThroughRouteCirclePv).at(0)->Color(), 6);
     SortBore(run, {0, 60});
-    EXPECT_EQ(AllOn<AcadCircle>(document, layers::RouteCirclePV).at(0)->Color(), 6);
+    EXPECT_EQ(AllOn<AcadCircle>(document, layers::RouteCirclePv).at(0)->Color(), 6);
     SortBore(run, {40, 60});
-    EXPECT_EQ(AllOn<AcadCircle>(document, layers::RouteCirclePV).at(0)->Color(), 60);
+    EXPECT_EQ(AllOn<AcadCircle>(document, layers::RouteCirclePv).at(0)->Color(), 60);
 }
 
 TEST_F(RoundBoreTest, ACircleAloneOnTheUndersideSkipsThePart) {

@@ -206,8 +206,8 @@ TEST_F(OutlineTest, ACircularThroughRouteIsAPathOnTheTopPlane) {
     RunState run = Sorted(Body(Rectangle(0, 0, 600, 400), 0, 18));
     run.part.RouteCount = 2;
     for (int twin = 0; twin < 2; ++twin)
-        Model().AddCircle({200, 150, 0}, 30)->SetLayer(layers::ThroughRouteCirclePV);
-    Model().AddCircle({400, 150, 0}, 5)->SetLayer(layers::ThroughRouteCirclePV);
+        Model().AddCircle({200, 150, 0}, 30)->SetLayer(layers::ThroughRouteCirclePv);
+    Model().AddCircle({400, 150, 0}, 5)->SetLayer(layers::ThroughRouteCirclePv);
     ASSERT_EQ(MakeOutline(run), PassOutcome::GoOn);
     const std::vector<Drawn> routes = On("RT_");
     ASSERT_EQ(routes.size(), 2U);
@@ -220,7 +220,7 @@ TEST_F(OutlineTest, ACircularThroughRouteIsAPathOnTheTopPlane) {
 
 TEST_F(OutlineTest, ACircularThroughRouteThatNoBitIsSmallEnoughForSkipsThePart) {
     RunState run = Sorted(Body(Rectangle(0, 0, 600, 400), 0, 18));
-    Model().AddCircle({200, 150, 0}, 1)->SetLayer(layers::ThroughRouteCirclePV);
+    Model().AddCircle({200, 150, 0}, 1)->SetLayer(layers::ThroughRouteCirclePv);
     EXPECT_EQ(MakeOutline(run), PassOutcome::SkipPart);
     EXPECT_EQ(Messages().size(), 1U);
 }

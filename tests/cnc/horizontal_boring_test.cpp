@@ -124,7 +124,7 @@ TEST_F(HorizontalBoring, ACircleWithoutAFloorStaysAndIsTold) {
     Circle(Target::C2C, {100, 0, 9}, 8, {0, -1, 0});
     RunState run = Start(Target::C2C);
     BoreHorizontally(run);
-    const std::vector<Drawn> left = OnLayers(DrawnIn(document), layers::HorzcircleHold);
+    const std::vector<Drawn> left = OnLayers(DrawnIn(document), layers::HorzCircleHold);
     ASSERT_EQ(left.size(), 1U);
     EXPECT_EQ(left[0].thickness, 0);
     EXPECT_EQ(run.part.unexplained, std::vector<std::string>{"edge bore of 8 at 100,0,9: no operation"});

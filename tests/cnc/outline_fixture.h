@@ -82,7 +82,7 @@ class OutlineTest : public CncTest {
         LookupMaterial(run.part.MaterialKeyText, run.part.Material);
         for (const std::string_view layer :
              {layers::RegionCopy, layers::CircleHold, layers::ArcPv, layers::SolidHold, layers::Border,
-              layers::RoutingLayer1, layers::RoutingLayer2, layers::ThroughRouteCirclePV})
+              layers::RoutingLayer1, layers::RoutingLayer2, layers::ThroughRouteCirclePv})
             AddLayer(document, layer);
         DrawKeptFaceOf(solid);
         solid.SetLayer(layers::SolidHold);

@@ -11,7 +11,7 @@ class Recognising : public CncTest {
   protected:
     Recognising() {
         for (const std::string_view layer :
-             {layers::MAXCircleHold, layers::CircleHold, layers::HorzcircleHold, layers::MyHorzcircleHold})
+             {layers::MaxCircleHold, layers::CircleHold, layers::HorzCircleHold, layers::MyHorzCircleHold})
             AddLayer(document, layer);
         DrawKeptEdges(600, 400);
     }
@@ -33,7 +33,7 @@ class Recognising : public CncTest {
     }
     void ThroughHole() {
         wood.Drill({300, 50, 19}, app::Axis::Z, -19, 8);
-        Circle(layers::MAXCircleHold, {300, 50, 19}, {0, 0, 1});
+        Circle(layers::MaxCircleHold, {300, 50, 19}, {0, 0, 1});
         Circle(layers::CircleHold, {300, 50, 0}, {0, 0, 1});
     }
 
@@ -109,7 +109,7 @@ TEST_F(Recognising, ASecondPassWithBoresGoesOnForEveryTarget) {
 }
 
 TEST_F(Recognising, AHoleThatCannotBeDrilledSkipsThePart) {
-    Circle(layers::MAXCircleHold, {300, 50, 25}, {0, 0, 1});
+    Circle(layers::MaxCircleHold, {300, 50, 25}, {0, 0, 1});
     Circle(layers::CircleHold, {300, 50, 20}, {0, 0, 1});
     RunState run = Start();
     EXPECT_EQ(Recognise(run), PassOutcome::SkipPart);

@@ -61,8 +61,8 @@ TEST_F(RecognitionSettings, BoresThatWaitForTheSecondSideLeaveNoCirclesOnTheFirs
         RunAll(target);
         const auto first = FirstSide();
         ASSERT_TRUE(first);
-        EXPECT_TRUE(OnLayers(*first, layers::HorzcircleHold).empty());
-        EXPECT_TRUE(OnLayers(*first, layers::MyHorzcircleHold).empty()) << TraitsOf(target).name;
+        EXPECT_TRUE(OnLayers(*first, layers::HorzCircleHold).empty());
+        EXPECT_TRUE(OnLayers(*first, layers::MyHorzCircleHold).empty()) << TraitsOf(target).name;
         for (Acad3DSolid* solid : All<Acad3DSolid>(document)) solid->Delete();
     }
 }

@@ -96,8 +96,8 @@ class RoundBoreTest : public CncTest {
             found.push_back({circle->Diameter(), circle->Center().z});
         return found;
     }
-    std::vector<RimOf> Through() { return On(layers::ThroughRouteCirclePV); }
-    std::vector<RimOf> Pockets() { return On(layers::RouteCirclePV); }
+    std::vector<RimOf> Through() { return On(layers::ThroughRouteCirclePv); }
+    std::vector<RimOf> Pockets() { return On(layers::RouteCirclePv); }
 };
 
 }  // namespace brenvik

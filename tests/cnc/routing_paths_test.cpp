@@ -28,8 +28,8 @@ class RoutingPaths : public OutlineTest {
         Floor(shape, floor);
     }
     void Circle(double x, double y, double z, double diameter) {
-        AddLayer(document, layers::RouteCirclePV);
-        Model().AddCircle({x, y, z}, diameter / 2)->SetLayer(layers::RouteCirclePV);
+        AddLayer(document, layers::RouteCirclePv);
+        Model().AddCircle({x, y, z}, diameter / 2)->SetLayer(layers::RouteCirclePv);
     }
     /// The part's faces and their edges, as the host's command leaves them.
     void BreakDown(Acad3DSolid& part) {
@@ -53,7 +53,7 @@ class RoutingPaths : public OutlineTest {
         run.part.PartVolume = solid.Volume();
         run.part.MaterialName = "OAK";
         for (const std::string_view layer :
-             {layers::CircleHold, layers::RoutingLayer1, layers::RoutingLayer2, layers::RouteCirclePV})
+             {layers::CircleHold, layers::RoutingLayer1, layers::RoutingLayer2, layers::RouteCirclePv})
             AddLayer(document, layer);
         EXPECT_TRUE(TakeMaterial(run));
         return run;

@@ -17,7 +17,7 @@ TEST_F(SortingTest, ARimInTheTopIsPartedFromTheOtherLevels) {
     Circle({50, 50, 5}, 8);
     Circle({90, 50, 0}, 8);
     Sort(run);
-    EXPECT_EQ(On(layers::MAXCircleHold), (std::vector<RimOf>{RimOf{8, 20}}));
+    EXPECT_EQ(On(layers::MaxCircleHold), (std::vector<RimOf>{RimOf{8, 20}}));
     EXPECT_EQ(On(layers::CircleHold), (std::vector<RimOf>{RimOf{8, 5}, RimOf{8, 0}}));
 }
 
@@ -25,12 +25,12 @@ TEST_F(SortingTest, UprightCirclesAllLookUp) {
     RunState run = RunOn(document);
     Circle({50, 50, 20}, 8, layers::CircleHold, {0, 0, -1});
     Sort(run);
-    EXPECT_EQ(AllOn<AcadCircle>(document, layers::MAXCircleHold).at(0)->Normal(), (Point3{0, 0, 1}));
+    EXPECT_EQ(AllOn<AcadCircle>(document, layers::MaxCircleHold).at(0)->Normal(), (Point3{0, 0, 1}));
 }
 
 TEST_F(SortingTest, EdgeBoresGoToTheLayerOfTheTargetsGroup) {
     for (const auto& [target, layer] :
-         {std::pair{Target::C2C, layers::HorzcircleHold}, {Target::BW, layers::MyHorzcircleHold}}) {
+         {std::pair{Target::C2C, layers::HorzCircleHold}, {Target::BW, layers::MyHorzCircleHold}}) {
         RunState run = RunOn(document, target);
         AcadCircle& bore = Circle({0, 50, 10}, 8, layers::CircleHold, {-1, 0, 0});
         Sort(run);
@@ -76,7 +76,7 @@ TEST_F(SortingTest, SpecksAndProjectedCirclesGo) {
     Circle({90, 50, 20}, 8, layers::NextBiggestRegion);
     const AcadCircle& kept = Circle({95, 50, 0}, 8, layers::RegionCopy);
     Sort(run);
-    EXPECT_EQ(On(layers::MAXCircleHold), (std::vector<RimOf>{RimOf{0.002, 20}}));
+    EXPECT_EQ(On(layers::MaxCircleHold), (std::vector<RimOf>{RimOf{0.002, 20}}));
     EXPECT_EQ(kept.Layer(), layers::RegionCopy);
     EXPECT_EQ(All<AcadCircle>(document).size(), 2U);
 }
@@ -98,7 +98,7 @@ TEST_F(SortingTest, TheLimitIsTheNumberAtTheHeadOfItsText) {
     Circle({50, 50, 20}, 12.5);
     Sort(run);
     EXPECT_EQ(run.part.CircleSize, 12.5);
-    EXPECT_EQ(On(layers::MAXCircleHold), (std::vector<RimOf>{RimOf{12.5, 20}}));
+    EXPECT_EQ(On(layers::MaxCircleHold), (std::vector<RimOf>{RimOf{12.5, 20}}));
 }
 
 TEST_F(SortingTest, ArcsInsideThePartMayBeRoutesAndTheOthersOutline) {

@@ -80,17 +80,17 @@ TEST_F(RealPartTest, HolesAndBoresAreSortedAtAnyAngle) {
         board.Drill({300, 300, 18}, app::Axis::Z, -8, 50);   // a wide one that stops
         board.Drill({0, 200, 9}, app::Axis::X, 30, 8);       // in an edge
         ASSERT_EQ(SortPart(board.Solid(), pose), PassOutcome::GoOn);
-        EXPECT_EQ(Count(layers::MAXCircleHold), 2U);
+        EXPECT_EQ(Count(layers::MaxCircleHold), 2U);
         ExpectRim(layers::CircleHold, 8, 8);
         ExpectRim(layers::CircleHold, 8, 0);
         ExpectRim(layers::CircleHold, 5, 6);
         ExpectRim(layers::CircleHold, 5, 0);
         EXPECT_EQ(Count(layers::CircleHold), 4U);
-        ExpectRim(layers::ThroughRouteCirclePV, 60, 0);
-        EXPECT_EQ(Count(layers::ThroughRouteCirclePV), 1U);
-        ExpectRim(layers::RouteCirclePV, 50, 10);
-        EXPECT_EQ(Count(layers::RouteCirclePV), 1U);
-        EXPECT_GE(Count(layers::HorzcircleHold), 2U);
+        ExpectRim(layers::ThroughRouteCirclePv, 60, 0);
+        EXPECT_EQ(Count(layers::ThroughRouteCirclePv), 1U);
+        ExpectRim(layers::RouteCirclePv, 50, 10);
+        EXPECT_EQ(Count(layers::RouteCirclePv), 1U);
+        EXPECT_GE(Count(layers::HorzCircleHold), 2U);
         EXPECT_FALSE(run.part.NeedSecondSide);
         EXPECT_TRUE(run.part.unexplained.empty());
         run.part.drawing->Close(false);
@@ -107,7 +107,7 @@ TEST_F(RealPartTest, AWideBoreFromBelowNeedsTheOtherSide) {
     // The face with less cut out of it lies down.
     EXPECT_TRUE(run.part.NeedSecondSide);
     EXPECT_TRUE(run.part.ThroughRouteSeen);
-    EXPECT_EQ(Count(layers::RouteCirclePV), 0U);
+    EXPECT_EQ(Count(layers::RouteCirclePv), 0U);
 }
 
 TEST_F(RealPartTest, TheFloorOfAStoppedPocketIsLeftInsideThePart) {

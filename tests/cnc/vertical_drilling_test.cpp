@@ -15,7 +15,7 @@ class VerticalDrilling : public CncTest {
   protected:
     VerticalDrilling() {
         Set("DrillSpoilAmount", "0.5");
-        for (const std::string_view layer : {layers::MAXCircleHold, layers::CircleHold})
+        for (const std::string_view layer : {layers::MaxCircleHold, layers::CircleHold})
             AddLayer(document, layer);
     }
     /// A board of 600 by 400 by 19 with holes drilled and recesses cut by the test.
@@ -29,7 +29,7 @@ class VerticalDrilling : public CncTest {
         return circle;
     }
     AcadCircle& Top(double x, double y, double diameter) {
-        return Circle(layers::MAXCircleHold, x, y, Thick, diameter);
+        return Circle(layers::MaxCircleHold, x, y, Thick, diameter);
     }
     AcadCircle& Level(double x, double y, double z, double diameter) {
         return Circle(layers::CircleHold, x, y, z, diameter);
@@ -304,7 +304,7 @@ TEST_F(VerticalDrilling, AHoleDrilledThroughFromARecessIsNotDrilledAgainFromTheO
 }
 
 TEST_F(VerticalDrilling, AFloorThatIsNotBelowTheTopEndsThePart) {
-    Circle(layers::MAXCircleHold, 100, 50, 25, 8);
+    Circle(layers::MaxCircleHold, 100, 50, 25, 8);
     Level(100, 50, 20, 8);
     RunState run = Start();
     EXPECT_EQ(Drill(run), PassOutcome::SkipPart);

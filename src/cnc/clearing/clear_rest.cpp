@@ -95,10 +95,10 @@ class Placing {
         if (drilled) {
             DrillAt(mRun, circle, cut.fromTopFace);
         } else if (cut.through) {
-            circle.SetLayer(layers::ThroughRouteCirclePV);
+            circle.SetLayer(layers::ThroughRouteCirclePv);
             RouteThroughCircles(mRun);
         } else {
-            circle.SetLayer(layers::RouteCirclePV);
+            circle.SetLayer(layers::RouteCirclePv);
             CutCirclePocket(mRun, mPart, circle);
         }
         return true;
@@ -120,7 +120,7 @@ class Placing {
 
     bool PlaceCutOut(const RestCut& cut) {
         AcadLWPolyline& path = Draw(cut);
-        path.SetLayer(layers::ThroughxRoute);
+        path.SetLayer(layers::ThroughXRoute);
         const bool fits = BitForThroughContour(mRun.part.Material, ShortestSide(path)).tool.has_value();
         if (fits)
             CutOut(mRun, path);

@@ -15,6 +15,7 @@
 #include "base/numbers.h"
 #include "base/skip.h"
 #include "cnc/drawing/drawing_walk.h"
+#include "cnc/drawing/work_layers.h"
 #include "cnc/part/lengths.h"
 #include "cnc/part/open_top.h"
 #include "cnc/part/operation_layer.h"
@@ -29,7 +30,7 @@ namespace brenvik {
 namespace {
 
 constexpr int CompareDecimals = 6, RectangleDecimals = 4;
-constexpr int KeptColor = 8, ReplacedColor = 6, RectangleColor = 15;
+constexpr int ReplacedColor = 6;
 
 /// One circle of the work layer. The part lies in the positive quadrant, so a coordinate below 0 is noise.
 struct BoreCircle {
@@ -344,7 +345,7 @@ class Boring {
     }
 
     void PlaceCircle(const Bore& bore) {
-        Dress(bore, KeptColor);
+        Dress(bore, layers::BoreColor);
         const std::string layer = BoreLayerName(mRun, *bore.side, CutOf(bore));
         EnsureOperationLayer(mRun, layer);
         AcadCircle& circle = *mCircles[bore.rim].circle;
@@ -371,7 +372,7 @@ class Boring {
         AcadLWPolyline& rectangle = *mRun.part.drawing->ModelSpace().AddLightWeightPolyline(corners);
         rectangle.SetClosed(true);
         rectangle.SetThickness(0);
-        rectangle.SetColor(RectangleColor);
+        rectangle.SetColor(layers::BoreRectangleColor);
         const std::string layer = BoreLayerName(mRun, side, CutOf(bore));
         EnsureOperationLayer(mRun, layer);
         rectangle.SetLayer(layer);

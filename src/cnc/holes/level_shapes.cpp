@@ -19,7 +19,7 @@ constexpr double Touch = 0.0001;
 bool MayBoundAFloor(const AcadEntity& entity) {
     const std::string layer = entity.Layer();
     return (layer == layers::BrenvikExplode || layer == layers::NextBiggestRegion ||
-            layer == layers::RouteCircleHold || layer == layers::RouteCirclePV) &&
+            layer == layers::RouteCircleHold || layer == layers::RouteCirclePv) &&
            dynamic_cast<const Acad3DSolid*>(&entity) == nullptr;
 }
 

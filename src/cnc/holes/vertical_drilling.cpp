@@ -32,7 +32,6 @@ namespace brenvik {
 namespace {
 
 constexpr int CompareDecimals = 6;
-constexpr int OperationColor = 4;
 // "Exactly 0" as far as the modeller can decide: a part laid at an odd angle leaves 1e-13.
 constexpr double NoHeight = 1e-9;
 // The share of a bore's volume that may be material and doesn't count: in files from other systems walls miss
@@ -68,7 +67,7 @@ void DrillDownTo(RunState& run, AcadCircle& circle, HoleStart start, const HoleH
     cut.diameter = circle.Diameter();
     circle.SetThickness(HoleThickness(run, cut));
     circle.Move({0, 0, 0}, {0, 0, run.part.PartThickness - heights.floor});
-    circle.SetColor(OperationColor);
+    circle.SetColor(layers::HoleColor);
     cut.circleZ = circle.Center().z;
     const std::string layer = HoleLayerName(run, cut);
     EnsureOperationLayer(run, layer);
@@ -84,7 +83,7 @@ class Drilling {
           mPart(BoxOfPart(run)),
           mSpoil(StrictNumberSetting(setting::DrillSpoilAmount)),
           mAccount(run, mPart) {
-        for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::MAXCircleHold))
+        for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::MaxCircleHold))
             mTop.push_back({{circle->Center(), circle->Diameter()}, circle});
         // A slanted circle is no candidate; the sorting has reported it.
         for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::CircleHold))

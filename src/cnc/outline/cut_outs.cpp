@@ -20,7 +20,6 @@ namespace brenvik {
 namespace {
 
 constexpr int Decimals = 6;
-constexpr int CutOutColor = 1;
 
 /// Null if the modeller can't make a body of the contour, or the trial failed.
 std::optional<OpenTop> TriedFromAbove(RunState& run, AcadLWPolyline& contour) {
@@ -41,7 +40,7 @@ void NameCutOut(RunState& run, AcadLWPolyline& contour) {
     const std::string layer = RouteLayerName(run, RouteRole::Through, PathKind::RT, ThroughDepth(run));
     EnsureOperationLayer(run, layer);
     contour.SetLayer(layer);
-    contour.SetColor(CutOutColor);
+    contour.SetColor(layers::CutOutColor);
     contour.SetThickness(-ThroughDepth(run));
     BringToDirection(contour, Clockwise);
     run.part.RouteDirection = DirectionOf(contour);
@@ -77,7 +76,7 @@ bool IsCutThrough(const RunState& run, const AcadLWPolyline& path) {
     if (path.Color() == layers::OutlineColor) return false;
     const double depth = -path.Thickness();
     if (depth >= run.part.PartThickness) return true;
-    return path.Color() == CutOutColor && NearlyEqual(depth, ThroughDepth(run));
+    return path.Color() == layers::CutOutColor && NearlyEqual(depth, ThroughDepth(run));
 }
 
 double TopPlane(const RunState& run) {
@@ -110,7 +109,7 @@ PassOutcome CutOut(RunState& run, AcadLWPolyline& contour) {
 }
 
 PassOutcome CutOutContours(RunState& run, std::vector<LeftContour>& left) {
-    for (AcadLWPolyline* contour : AllOn<AcadLWPolyline>(*run.part.drawing, layers::ThroughxRoute)) {
+    for (AcadLWPolyline* contour : AllOn<AcadLWPolyline>(*run.part.drawing, layers::ThroughXRoute)) {
         LeftContour seen{contour->Coordinates(), FootprintOf(*contour)};
         const int routes = run.part.RouteCount;
         if (CutOut(run, *contour) == PassOutcome::SkipPart) return PassOutcome::SkipPart;

@@ -73,7 +73,7 @@ AcadLWPolyline* SortContours(AcadDocument& drawing) {
             if (largest == nullptr || contour->Area() > largest->Area())
                 largest = contour;
             else if (contour->Area() < largest->Area())
-                contour->SetLayer(layers::ThroughxRoute);
+                contour->SetLayer(layers::ThroughXRoute);
         }
     }
     return largest;
@@ -87,7 +87,7 @@ PassOutcome MakeOutline(RunState& run) {
     JoinBorder(run);
 
     AddLayer(drawing, layers::Border2);
-    AddLayer(drawing, layers::ThroughxRoute);
+    AddLayer(drawing, layers::ThroughXRoute);
     TopView(drawing);
     run.app->ZoomExtents();
     AcadLWPolyline* outline = SortContours(drawing);

@@ -54,12 +54,12 @@ void PartSections::TakeEdges() {
     if (!mEdges.empty()) return;
     AcadDocument& drawing = *mRun.part.drawing;
     AcadEntity* copy = LastSolid(drawing).Copy();
-    copy->SetLayer(layers::RegionPV2);
+    copy->SetLayer(layers::RegionPv2);
     {
-        const OnlyUnlocked only(drawing, {layers::RegionPV2});
+        const OnlyUnlocked only(drawing, {layers::RegionPv2});
         for (int round = 0; round < 2; ++round) drawing.SendCommand(ExplodeCommand);
     }
-    for (AcadEntity* edge : AllOn<AcadEntity>(drawing, layers::RegionPV2)) {
+    for (AcadEntity* edge : AllOn<AcadEntity>(drawing, layers::RegionPv2)) {
         if (const auto* line = dynamic_cast<const AcadLine*>(edge)) {
             const Point3 from = line->StartPoint();
             mEdges.push_back({from, line->EndPoint(), from.z, false});

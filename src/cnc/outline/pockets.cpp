@@ -22,7 +22,6 @@ namespace {
 
 constexpr int PlaceDecimals = 6;
 /// Circles of vertical holes, which are no paths.
-constexpr int DrilledColor = 4;
 
 bool On(const AcadEntity& entity, std::string_view prefix) { return entity.Layer().starts_with(prefix); }
 
@@ -104,7 +103,7 @@ void DropShallowTwins(RunState& run, const Look& look) {
     std::vector<Path> paths;
     for (Kind* path : All<Kind>(*run.part.drawing)) {
         const double depth = -path->Thickness();
-        if (path->Color() == layers::OutlineColor || path->Color() == DrilledColor) continue;
+        if (path->Color() == layers::OutlineColor || path->Color() == layers::HoleColor) continue;
         if (std::abs(path->Normal().z) > 0.5 && depth > 0 && depth < run.part.PartThickness)
             paths.push_back({path, look(*path), depth});
     }

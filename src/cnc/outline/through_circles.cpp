@@ -25,7 +25,7 @@ constexpr double SamePlace = 1e-5;
 void DeleteTwins(AcadDocument& drawing) {
     using Place = std::tuple<double, double, double, double>;
     std::set<Place> taken;
-    const std::vector<AcadCircle*> circles = AllOn<AcadCircle>(drawing, layers::ThroughRouteCirclePV);
+    const std::vector<AcadCircle*> circles = AllOn<AcadCircle>(drawing, layers::ThroughRouteCirclePv);
     for (auto circle = circles.rbegin(); circle != circles.rend(); ++circle) {
         const Point3 center = Rounded((*circle)->Center(), PlaceDecimals);
         const Place place{RoundHalfEven((*circle)->Diameter(), PlaceDecimals), center.x, center.y, center.z};
@@ -63,7 +63,7 @@ bool IsCutThrough(const RunState& run, const AcadCircle& circle) {
 PassOutcome RouteThroughCircles(RunState& run) {
     AcadDocument& drawing = *run.part.drawing;
     DeleteTwins(drawing);
-    for (AcadCircle* circle : AllOn<AcadCircle>(drawing, layers::ThroughRouteCirclePV)) {
+    for (AcadCircle* circle : AllOn<AcadCircle>(drawing, layers::ThroughRouteCirclePv)) {
         if (RoundHalfEven(circle->Normal().z, AxisDecimals) != 1) continue;
         if (!ChooseThroughCircleBit(run.part.bits, run.part.Material, run.part.MaterialKeyText,
                                     circle->Diameter()))

@@ -108,7 +108,7 @@ void TrueOutline::Begin(AcadLWPolyline* keptFace) {
     else
         EnsureOperationLayer(mRun, mRun.part.OutlineLayer);
     AddLayer(drawing, layers::RegionPv);
-    AddLayer(drawing, layers::RegionPV2);
+    AddLayer(drawing, layers::RegionPv2);
     mProfile = keptFace;
     if (keptFace == nullptr) return;
     keptFace->SetLayer(layers::Border2);
@@ -171,7 +171,7 @@ void TrueOutline::JoinRegion() {
             const OnlyUnlocked only(drawing, {layers::RegionPv});
             drawing.SendCommand(JoinCommand);
         }
-        MovePolylines(drawing, layers::RegionPv, layers::RegionPV2);
+        MovePolylines(drawing, layers::RegionPv, layers::RegionPv2);
         const int before = left;
         left = CurvesOn(drawing, layers::RegionPv, Many);
         counted += left;
@@ -184,7 +184,7 @@ void TrueOutline::JoinRegion() {
 bool TrueOutline::IsLeftOpen() const {
     AcadDocument& drawing = *mRun.part.drawing;
     return CurvesOn(drawing, layers::RegionPv, 1) > 0 ||
-           std::ranges::any_of(AllOn<AcadLWPolyline>(drawing, layers::RegionPV2),
+           std::ranges::any_of(AllOn<AcadLWPolyline>(drawing, layers::RegionPv2),
                                [](const AcadLWPolyline* chain) { return !chain->Closed(); });
 }
 
@@ -208,7 +208,7 @@ PassOutcome TrueOutline::TakeContours(bool withOpenings) {
     const bool leftOpen = IsLeftOpen();
     std::vector<AcadLWPolyline*> contours;
     AcadLWPolyline* widest = nullptr;
-    for (AcadLWPolyline* contour : AllOn<AcadLWPolyline>(drawing, layers::RegionPV2)) {
+    for (AcadLWPolyline* contour : AllOn<AcadLWPolyline>(drawing, layers::RegionPv2)) {
         if (!IsContour(*contour)) continue;
         contours.push_back(contour);
         if (widest == nullptr || contour->Area() > widest->Area()) widest = contour;
@@ -233,7 +233,7 @@ PassOutcome TrueOutline::TakeContours(bool withOpenings) {
         if (outline || IsFollowed(drawing, *contour)) continue;
         if (CutOut(mRun, *contour) == PassOutcome::SkipPart) return PassOutcome::SkipPart;
     }
-    for (const std::string_view layer : std::array{layers::RegionPv, layers::RegionPV2})
+    for (const std::string_view layer : std::array{layers::RegionPv, layers::RegionPv2})
         for (AcadEntity* entity : AllOn<AcadEntity>(drawing, layer)) entity->Delete();
     return PassOutcome::GoOn;
 }

@@ -25,15 +25,13 @@ namespace brenvik {
 
 namespace {
 
-constexpr int SheetColor = 7;
-
 /// Layers whose entities have done their work; the names compare letter by letter. "circleHold2" has a small
 /// c on purpose: what was left on `CircleHold2` stays.
 constexpr auto UsedUp = std::to_array<std::string_view>(
-    {layers::Region, layers::BrenvikExplode, layers::Regioncopycopy, layers::ArcPv, layers::RegionCopy,
+    {layers::Region, layers::BrenvikExplode, layers::RegionCopyCopy, layers::ArcPv, layers::RegionCopy,
      layers::CircleHold, layers::RoutingLayer1, layers::RoutingLayer2, layers::Border, layers::Border2,
-     layers::RouteCircleHold, "circleHold2", layers::MAXCircleHold, layers::NextBiggestRegion,
-     layers::HorzcircleHold, layers::MyHorzcircleHold, layers::RegionPv, layers::RegionPV2});
+     layers::RouteCircleHold, "circleHold2", layers::MaxCircleHold, layers::NextBiggestRegion,
+     layers::HorzCircleHold, layers::MyHorzCircleHold, layers::RegionPv, layers::RegionPv2});
 
 template <class Wanted>
 void DeleteWhere(AcadDocument& drawing, Wanted&& wanted) {
@@ -57,7 +55,7 @@ void DrawSheet(RunState& run) {
     Acad3DPolyline* sheet = run.part.drawing->ModelSpace().Add3DPoly(corners);
     sheet->SetClosed(true);
     sheet->SetThickness(run.part.ExtentZ);
-    sheet->SetColor(SheetColor);
+    sheet->SetColor(layers::SheetColor);
     sheet->SetLayer(layer);
 }
 
@@ -140,12 +138,12 @@ PassOutcome ClosePart(RunState& run) {
     });
     drawing.PurgeAll();
 
-    AddLayer(drawing, layers::DELETE);
+    AddLayer(drawing, layers::Delete);
     for (AcadLine* line : All<AcadLine>(drawing))
-        if (layers::OnProjection(line->Layer())) line->SetLayer(layers::DELETE);
+        if (layers::OnProjection(line->Layer())) line->SetLayer(layers::Delete);
     for (AcadLine* line : All<AcadLine>(drawing))
         if (const std::string layer = line->Layer();
-            layer == layers::DELETE || layer == layers::BrenvikExplode)
+            layer == layers::Delete || layer == layers::BrenvikExplode)
             line->Delete();
 
     MeasurePart(run, BoxOfPart(run));

@@ -18,18 +18,18 @@ constexpr std::string_view OfMost[] = {"WORKLIST.TXT"}, OfBW[] = {"WORKLIST.TXT"
                            OfABC[] = {"WORKLIST.TXT", "CNCList.csv"};
 
 constexpr auto Traits = std::to_array<TargetTraits>({
-    {Target::C2C, "C2C", true, layers::HorzcircleHold, WithStandingAnswer, true, "WORKLIST.TXT", OfMost},
-    {Target::ATP, "ATP", true, layers::HorzcircleHold, Plain, true, "WORKLIST.TXT", OfMost},
-    {Target::ROV, "ROV", false, layers::MyHorzcircleHold, Plain, false, "WORKLIST.TXT", OfMost},
-    {Target::CNI, "CNI", false, layers::MyHorzcircleHold, Plain, false, "WORKLIST.TXT", OfMost},
-    {Target::ASP, "ASP", false, layers::MyHorzcircleHold, Plain, false, "WORKLIST.TXT", OfMost},
-    {Target::WOP4, "WOP4", false, layers::MyHorzcircleHold, Plain, false, "WORKLIST.TXT", OfMost},
-    {Target::WOP5, "WOP5", false, layers::MyHorzcircleHold, Plain, false, "WORKLIST.TXT", OfMost},
-    {Target::THERM, "THERM", true, layers::HorzcircleHold, WithStandingAnswer, false, "Sheet1.csv", OfTHERM},
-    {Target::BW, "BW", false, layers::MyHorzcircleHold, Plain, true, "WorkList.txt", OfBW},
-    {Target::Enroute, "Enroute", true, layers::HorzcircleHold, Plain, true, "CNCList.txt", OfCNCList},
-    {Target::ABC, "ABC", true, layers::HorzcircleHold, WithStandingAnswer, true, "CNCList.csv", OfABC},
-    {Target::RCIM, "RCIM", true, layers::HorzcircleHold, Plain, true, "CNCList.txt", OfCNCList},
+    {Target::C2C, "C2C", true, layers::HorzCircleHold, WithStandingAnswer, true, "WORKLIST.TXT", OfMost},
+    {Target::ATP, "ATP", true, layers::HorzCircleHold, Plain, true, "WORKLIST.TXT", OfMost},
+    {Target::ROV, "ROV", false, layers::MyHorzCircleHold, Plain, false, "WORKLIST.TXT", OfMost},
+    {Target::CNI, "CNI", false, layers::MyHorzCircleHold, Plain, false, "WORKLIST.TXT", OfMost},
+    {Target::ASP, "ASP", false, layers::MyHorzCircleHold, Plain, false, "WORKLIST.TXT", OfMost},
+    {Target::WOP4, "WOP4", false, layers::MyHorzCircleHold, Plain, false, "WORKLIST.TXT", OfMost},
+    {Target::WOP5, "WOP5", false, layers::MyHorzCircleHold, Plain, false, "WORKLIST.TXT", OfMost},
+    {Target::THERM, "THERM", true, layers::HorzCircleHold, WithStandingAnswer, false, "Sheet1.csv", OfTHERM},
+    {Target::BW, "BW", false, layers::MyHorzCircleHold, Plain, true, "WorkList.txt", OfBW},
+    {Target::Enroute, "Enroute", true, layers::HorzCircleHold, Plain, true, "CNCList.txt", OfCNCList},
+    {Target::ABC, "ABC", true, layers::HorzCircleHold, WithStandingAnswer, true, "CNCList.csv", OfABC},
+    {Target::RCIM, "RCIM", true, layers::HorzCircleHold, Plain, true, "CNCList.txt", OfCNCList},
 });
 
 }  // namespace

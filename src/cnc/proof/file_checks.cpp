@@ -27,8 +27,7 @@ namespace brenvik {
 
 namespace {
 
-constexpr int CutOutColor = 1, HoleColor = 4, SheetColor = 7, BoreColor = 8, RectangleColor = 15,
-              ByLayer = 256;
+constexpr int ByLayer = 256;
 /// In millimetres: corners in files have six decimals, in inches too.
 constexpr double SamePlace = 1e-3;
 /// Diameters in names are as the library has them; THERM's are rounded.
@@ -87,7 +86,7 @@ class FileCheck {
     void LookAtSheet(const Acad3DPolyline& sheet) {
         ++mSheets;
         if (mLayer != SheetLayerName(mRun, mRun.part.ExtentZ)) Fault("the sheet is on layer " + mLayer);
-        if (sheet.Color() != SheetColor) Fault("the sheet has another colour than 7");
+        if (sheet.Color() != layers::SheetColor) Fault("the sheet has another colour than 7");
         if (!Near(sheet.Thickness(), mRun.part.ExtentZ)) Fault("the sheet is not as thick as the part");
         const std::vector<double> at = sheet.Coordinates();
         const std::array<double, 12> wanted{0,
@@ -122,11 +121,11 @@ class FileCheck {
         if (outline)
             wanted = layers::OutlineColor;
         else if (name.kind == OperationKind::Hole)
-            wanted = HoleColor;
+            wanted = layers::HoleColor;
         else if (name.kind == OperationKind::Bore)
-            wanted = path ? RectangleColor : BoreColor;
+            wanted = path ? layers::BoreRectangleColor : layers::BoreColor;
         else if (path && GoesThrough(depth))
-            wanted = CutOutColor;
+            wanted = layers::CutOutColor;
         else if (path)
             wanted = ByLayer;
         if (color != wanted)

@@ -23,7 +23,6 @@ constexpr double SameAxis = 1e-6;
 constexpr double PlaceSlack = 1e-4;
 /// Rectangles of bores have corners of four decimals, in any unit.
 constexpr double RectangleRounding = 1e-4;
-constexpr int CutOutColor = 1;
 
 bool IsLevel(const Point3& normal) { return std::hypot(normal.x, normal.y) < SameAxis; }
 
@@ -81,7 +80,7 @@ class SideReader {
         if (name->kind == OperationKind::Bore) return TakeRectangle(polyline, *name);
         if (name->kind == OperationKind::Sheet) return Fault("a path");
         const double up = polyline.Normal().z;
-        mCutsThrough = polyline.Color() == layers::OutlineColor || polyline.Color() == CutOutColor;
+        mCutsThrough = polyline.Color() == layers::OutlineColor || polyline.Color() == layers::CutOutColor;
         AddUpright(*name, Kind(*name, polyline.Color() == layers::OutlineColor), SidesOf(polyline),
                    polyline.Elevation() * up, -polyline.Thickness() * up);
     }

@@ -165,8 +165,7 @@ bool MakePaths(RunState& run) {
     for (AcadLWPolyline* chain : contours.open) PassOver(routing, *chain);
     for (AcadLWPolyline* path : contours.closed)
         if (!MakeRoute(routing, *path)) return false;
-    AddLayer(*run.part.drawing, layers::RouteCirclePV);
-    for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::RouteCirclePV))
+    for (AcadCircle* circle : AllOn<AcadCircle>(*run.part.drawing, layers::RouteCirclePv))
         if (!MakeCirclePocket(routing, *circle)) return false;
     return true;
 }

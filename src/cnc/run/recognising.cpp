@@ -46,8 +46,6 @@ bool BoreOnItsPass(RunState& run) {
 PassOutcome Recognise(RunState& run) {
     RequireDepth(run);
     if (!TakeMaterial(run)) return PassOutcome::SkipPart;
-    AddLayer(*run.part.drawing, layers::RoutingLayer1);
-    AddLayer(*run.part.drawing, layers::RoutingLayer2);
     // Routes use the edges up.
     const LevelShapes shapes = LevelShapes::Of(*run.part.drawing, BoxOfPart(run));
     if (RecogniseRoutes(run) == PassOutcome::SkipPart) return PassOutcome::SkipPart;

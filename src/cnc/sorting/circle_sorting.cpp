@@ -31,21 +31,21 @@ constexpr Point3 Up{0, 0, 1};
 /// Where a circle may lie and stay. The names compare letter by letter, so that a circle on the layer of
 /// the exploded faces is no candidate: those have been gathered before.
 constexpr auto KeptLayers = std::to_array<std::string_view>(
-    {layers::RegionCopy, layers::CircleHold, layers::HorzcircleHold, layers::Zero, layers::RouteCircleHold,
-     layers::MAXCircleHold, layers::SolidHold});
+    {layers::RegionCopy, layers::CircleHold, layers::HorzCircleHold, layers::Zero, layers::RouteCircleHold,
+     layers::MaxCircleHold, layers::SolidHold});
 
 /// The order is that of the layers in the part's file, and another one than that of `layers::All`.
 void AddSortingLayers(AcadDocument& drawing, std::string_view boreLayer) {
     for (const std::string_view name :
-         {layers::Regioncopycopy, layers::SolidHold, layers::LinePv, layers::RegionPv, layers::RegionPV2,
-          layers::CirclePv, layers::RouteCirclePV, layers::ThroughRouteCirclePV, layers::CircleHold2,
-          layers::RouteCircleHold, layers::MAXCircleHold, layers::Border, layers::Border2,
-          layers::RoutingLayer1, layers::RoutingLayer2, layers::ThroughxRoute})
+         {layers::RegionCopyCopy, layers::SolidHold, layers::LinePv, layers::RegionPv, layers::RegionPv2,
+          layers::CirclePv, layers::RouteCirclePv, layers::ThroughRouteCirclePv, layers::CircleHold2,
+          layers::RouteCircleHold, layers::MaxCircleHold, layers::Border, layers::Border2,
+          layers::RoutingLayer1, layers::RoutingLayer2, layers::ThroughXRoute})
         AddLayer(drawing, name);
-    AddLayer(drawing, layers::HorzcircleHold, BoreColor);
+    AddLayer(drawing, layers::HorzCircleHold, BoreColor);
     AddLayer(drawing, boreLayer, BoreColor);
     AddLayer(drawing, layers::ArcPv, ArcColor);
-    AddLayer(drawing, layers::DELETE, DeleteColor);
+    AddLayer(drawing, layers::Delete, DeleteColor);
 }
 
 void DropLeftovers(AcadDocument& drawing) {
@@ -113,7 +113,7 @@ void SplitBySize(RunState& run) {
         if (RoundHalfEven(circle->Diameter(), CompareDecimals) > run.part.CircleSize)
             circle->SetLayer(layers::RouteCircleHold);
         else if (SameLength(circle->Center().z, run.part.PartThickness))
-            circle->SetLayer(layers::MAXCircleHold);
+            circle->SetLayer(layers::MaxCircleHold);
         else
             circle->SetLayer(layers::CircleHold);
     }

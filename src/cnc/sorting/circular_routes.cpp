@@ -154,14 +154,14 @@ class CircularRoutes {
             if (Less(mLevels.T->diameter, rim.diameter)) NeedOtherSide(mRun);
             return;
         }
-        rim.circle->SetLayer(layers::ThroughRouteCirclePV);
+        rim.circle->SetLayer(layers::ThroughRouteCirclePv);
         if (color != 0) rim.circle->SetColor(color);
         mAxes[rim.axis].paths.push_back({rim.diameter, mPart.min.z});
     }
 
     void MakePocket(RouteRim& rim, int color) {
         rim.held = false;
-        rim.circle->SetLayer(layers::RouteCirclePV);
+        rim.circle->SetLayer(layers::RouteCirclePv);
         rim.circle->SetColor(color);
         mAxes[rim.axis].paths.push_back({rim.diameter, rim.center.z});
     }
@@ -200,7 +200,7 @@ class CircularRoutes {
         if (axis.rims.size() < 3 || bottom == nullptr) return;
         if (top != nullptr)
             Cover(axis, {bottom->center.x, bottom->center.y, mPart.min.z},
-                  std::min(bottom->diameter, top->diameter), layers::ThroughRouteCirclePV);
+                  std::min(bottom->diameter, top->diameter), layers::ThroughRouteCirclePv);
         std::vector<const RouteRim*> floors;
         for (const std::size_t number : axis.rims) {
             const RouteRim& rim = mRims[number];
@@ -212,7 +212,7 @@ class CircularRoutes {
             if (!SameLength(a->center.z, b->center.z)) return a->center.z < b->center.z;
             return a->diameter > b->diameter;
         });
-        for (const RouteRim* rim : floors) Cover(axis, rim->center, rim->diameter, layers::RouteCirclePV);
+        for (const RouteRim* rim : floors) Cover(axis, rim->center, rim->diameter, layers::RouteCirclePv);
     }
 
     void Cover(Axis& axis, const Point3& center, double diameter, std::string_view layer) {

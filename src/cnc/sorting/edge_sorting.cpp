@@ -20,7 +20,7 @@ constexpr int ArcColor = 2;
 constexpr int NormalDecimals = 5;
 
 constexpr auto OwnRole = std::to_array<std::string_view>(
-    {layers::BrenvikExplode, layers::RegionCopy, layers::CircleHold, layers::Region, layers::Regioncopycopy,
+    {layers::BrenvikExplode, layers::RegionCopy, layers::CircleHold, layers::Region, layers::RegionCopyCopy,
      layers::Zero, layers::SolidHold});
 
 bool StrictlyInside(double z, const Box3& part) { return Less(part.min.z, z) && Less(z, part.max.z); }

@@ -40,17 +40,17 @@ void ProjectPart(RunState& run) {
 
 /// The boundary of the kept face, drawn on a layer for the time it takes to measure its height.
 void DrawBoundaryOfKeptFace(AcadDocument& drawing) {
-    AddLayer(drawing, layers::Regioncopycopy);
+    AddLayer(drawing, layers::RegionCopyCopy);
     for (AcadRegion* region : AllOn<AcadRegion>(drawing, layers::RegionCopy)) {
         region->Copy();
-        region->SetLayer(layers::Regioncopycopy);
+        region->SetLayer(layers::RegionCopyCopy);
     }
-    const OnlyUnlocked only(drawing, {layers::Regioncopycopy});
+    const OnlyUnlocked only(drawing, {layers::RegionCopyCopy});
     drawing.SendCommand(ExplodeAll);
 }
 
 std::optional<double> HeightOfKeptFace(AcadDocument& drawing) {
-    for (const AcadLine* line : AllOn<AcadLine>(drawing, layers::Regioncopycopy)) {
+    for (const AcadLine* line : AllOn<AcadLine>(drawing, layers::RegionCopyCopy)) {
         const double z = line->EndPoint().z;
         if (RoundHalfEven(z, SizeDecimals) > 0) return z;
     }
@@ -67,7 +67,7 @@ void LowerKeptFace(AcadDocument& drawing) {
              {std::string("m "), std::string("all  "), std::string("0,0,0 "), PointAnswer({0, 0, -*height})})
             drawing.SendCommand(text);
     }
-    for (AcadLine* line : AllOn<AcadLine>(drawing, layers::Regioncopycopy)) line->Delete();
+    for (AcadLine* line : AllOn<AcadLine>(drawing, layers::RegionCopyCopy)) line->Delete();
 }
 
 /// Everything but the solid falls apart to curves: kept faces, the blocks of the projection and what stands

@@ -207,15 +207,15 @@ void TellSlope(RunState& run, const AcadRegion& face, const Edges& edges) {
 /// Takes a copy of the part apart to its faces.
 void TellSlopes(RunState& run, const Edges& edges) {
     AcadDocument& drawing = *run.part.drawing;
-    AddLayer(drawing, layers::RegionPV2);
-    LastSolid(drawing).Copy()->SetLayer(layers::RegionPV2);
+    AddLayer(drawing, layers::RegionPv2);
+    LastSolid(drawing).Copy()->SetLayer(layers::RegionPv2);
     {
-        const OnlyUnlocked only(drawing, {layers::RegionPV2});
+        const OnlyUnlocked only(drawing, {layers::RegionPv2});
         drawing.SendCommand(ExplodeCommand);
     }
-    for (const AcadRegion* face : AllOn<AcadRegion>(drawing, layers::RegionPV2))
+    for (const AcadRegion* face : AllOn<AcadRegion>(drawing, layers::RegionPv2))
         Skip([&] { TellSlope(run, *face, edges); });
-    for (AcadEntity* piece : AllOn<AcadEntity>(drawing, layers::RegionPV2)) piece->Delete();
+    for (AcadEntity* piece : AllOn<AcadEntity>(drawing, layers::RegionPv2)) piece->Delete();
 }
 
 }  // namespace
