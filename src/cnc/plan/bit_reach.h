@@ -12,8 +12,8 @@ namespace brenvik {
 /// out.
 PlanSide MovedLeft(const PlanSide& side, double reach);
 
-/// Offsets a closed line to its left: arcs at convex corners, the corner itself at concave ones. A place is inside the result if the line winds around it once
-/// more in its own sense than against it.
+/// Offsets a closed line to its left: arcs at convex corners, the corner itself at concave ones. A place is
+/// inside the result if the line winds around it once more in its own sense than against it.
 std::vector<PlanSide> MovedLeft(std::span<const PlanSide> line, double reach);
 
 /// The same line, with its inside to the left.
