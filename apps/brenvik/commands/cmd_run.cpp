@@ -142,7 +142,7 @@ void GoOnIn(const std::string& name, const RunOptions& options, Workplace& workp
     drawings.Add(document, name);
 }
 
-/// What was changed and not saved is gone with it, which is told.
+/// Unsaved changes are lost with it, which is reported.
 void CloseDrawing(const RunOptions& options, Workplace& workplace, RunTranscript& transcript, Teller& teller,
                   OpenedDrawings& drawings) {
     HostDocument& document = PresentDrawing(workplace);

@@ -43,7 +43,7 @@ class Workplace {
     WorkFolder workFolder;
     FileRoots files;
     TextSettings settings;
-    /// What the system reads them by.
+    /// The settings as the system reads them, with bad values reported.
     ToldSettings toldSettings;
     SqliteDatabase database;
     OdbcDatabase exportDatabases;

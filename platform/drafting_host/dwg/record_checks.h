@@ -11,8 +11,7 @@
 
 namespace brenvik::dwg {
 
-/// What of an object of a kind that is read to its end is wrong: its name, and what is left behind its
-/// values.
+/// Faults of a record that was read to its end: its name, and the bits left over.
 void CheckRecord(Reading& reading, std::string_view kind, const Object& object);
 
 /// A character that a name can't have. A star stands in front of what programs name by themselves alone, a

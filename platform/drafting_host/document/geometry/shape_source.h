@@ -15,7 +15,8 @@ namespace brenvik {
 class ShapeSource {
   public:
     virtual ~ShapeSource() = default;
-    /// The shape, to the last bit the one that was made first. What was told then isn't told again.
+    /// The shape, to the last bit the one that was made first. Reports made the first time are not
+    /// repeated.
     virtual TopoDS_Shape Make() const = 0;
     /// About how many bytes the shape takes.
     virtual std::size_t ShapeSize() const = 0;

@@ -77,7 +77,7 @@ std::optional<Vector> AxisOf(const Statements& statements, const std::string& va
     return Scaled(*numbers, 1 / length);
 }
 
-/// What of an axis stands across another one, of length 1; null if they lie along each other.
+/// The component of an axis at right angles to another one, as a unit vector; null if they are parallel.
 std::optional<Vector> Across(const Vector& axis, const Vector& other) {
     const Vector across = Sum(axis, Scaled(other, -Dot(axis, other)));
     const double length = std::sqrt(Dot(across, across));
