@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "drafting_host/step/texts/statement_roles.h"
 #include "drafting_host/step/texts/text_edits.h"
 
 namespace brenvik::step {
@@ -74,9 +75,7 @@ class Redirects {
         if (KindOf(number) != "CLOSED_SHELL") return {};
         if (mSolids.empty()) {
             for (const Statement& solid : mStatements.All()) {
-                if (solid.kind != "MANIFOLD_SOLID_BREP" && solid.kind != "BREP_WITH_VOIDS" &&
-                    solid.kind != "FACETED_BREP")
-                    continue;
+                if (!IsSolid(solid.kind)) continue;
                 const auto shells = mStatements.ReferencesOf(solid);
                 if (!shells.empty()) mSolids.try_emplace(shells[0].number, solid.number);
             }

@@ -13,16 +13,12 @@
 #include "drafting_host/step/places/place_operators.h"
 #include "drafting_host/step/places/placement_frames.h"
 #include "drafting_host/step/places/use_index.h"
+#include "drafting_host/step/texts/statement_roles.h"
 #include "drafting_host/step/texts/step_text.h"
 #include "drafting_host/step/texts/text_edits.h"
 
 namespace brenvik::step {
 namespace {
-
-bool IsSolid(const Statement& statement) {
-    return statement.kind == "MANIFOLD_SOLID_BREP" || statement.kind == "BREP_WITH_VOIDS" ||
-           statement.kind == "FACETED_BREP";
-}
 
 /// Raised where uses hold themselves or come to more than any drawing has.
 struct TooMany {};
@@ -101,7 +97,7 @@ class Copier {
         for (const Reference& reference : mStatements.ReferencesOf(shape)) {
             const Statement* const item = mStatements.Find(reference.number);
             if (item == nullptr) continue;
-            if (hasLook && IsSolid(*item)) TakeSolid(*item, {shape.number});
+            if (hasLook && IsSolid(item->kind)) TakeSolid(*item, {shape.number});
             if (item->kind == "MAPPED_ITEM") TakeMapped(*item, hasLook ? shape.number : 0);
         }
         if (hasLook && !mIndex.ProductsOf(shape.number).empty()) TakeTied(shape.number);
@@ -129,7 +125,7 @@ class Copier {
                 open.push_back(other);
                 for (const Reference& item : mStatements.ReferencesOf(*shape))
                     if (const Statement* const solid = mStatements.Find(item.number);
-                        solid != nullptr && IsSolid(*solid))
+                        solid != nullptr && IsSolid(solid->kind))
                         TakeSolid(*solid, {other, looked});
             }
         }
@@ -194,7 +190,7 @@ class Copier {
         for (const Reference& reference : mStatements.ReferencesOf(*shape)) {
             const Statement* const item = mStatements.Find(reference.number);
             if (item == nullptr) continue;
-            if (IsSolid(*item)) others[reference.place] = CopySolid(*item, inside);
+            if (IsSolid(item->kind)) others[reference.place] = CopySolid(*item, inside);
             if (item->kind != "MAPPED_ITEM") continue;
             const auto values = MapAndTarget(*item, inside);
             if (values)

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "drafting_host/step/texts/statement_roles.h"
 #include "drafting_host/step/texts/step_statements.h"
 #include "drafting_host/step/texts/text_edits.h"
 
@@ -51,8 +52,7 @@ class Rewriter {
         if (holder == nullptr) return false;
         return std::ranges::any_of(mStatements.ReferencesOf(*holder), [&](const Reference& reference) {
             const Statement* const item = mStatements.Find(reference.number);
-            return item != nullptr && (item->kind == "MANIFOLD_SOLID_BREP" ||
-                                       item->kind == "BREP_WITH_VOIDS" || item->kind == "FACETED_BREP");
+            return item != nullptr && IsSolid(item->kind);
         });
     }
 

@@ -7,16 +7,11 @@
 #include <utility>
 #include <vector>
 
+#include "drafting_host/step/texts/statement_roles.h"
 #include "drafting_host/step/texts/text_edits.h"
 
 namespace brenvik::step {
 namespace {
-
-bool IsBody(const Statements& statements, int number) {
-    const Statement* const item = statements.Find(number);
-    return item != nullptr && (item->kind == "MANIFOLD_SOLID_BREP" || item->kind == "BREP_WITH_VOIDS" ||
-                               item->kind == "FACETED_BREP" || item->kind == "SHELL_BASED_SURFACE_MODEL");
-}
 
 class Reader {
   public:
@@ -65,8 +60,10 @@ class Reader {
     bool HoldsBodies(int shape) const {
         const Statement* const statement = mStatements.Find(shape);
         if (statement == nullptr) return false;
-        for (const Reference& item : mStatements.ReferencesOf(*statement))
-            if (IsBody(mStatements, item.number)) return true;
+        for (const Reference& reference : mStatements.ReferencesOf(*statement)) {
+            const Statement* const item = mStatements.Find(reference.number);
+            if (item != nullptr && IsBody(item->kind)) return true;
+        }
         return false;
     }
 

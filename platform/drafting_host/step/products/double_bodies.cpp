@@ -4,13 +4,10 @@
 #include <map>
 #include <string>
 
+#include "drafting_host/step/texts/statement_roles.h"
+
 namespace brenvik::step {
 namespace {
-
-bool IsSolid(const Statement& statement) {
-    return statement.kind == "MANIFOLD_SOLID_BREP" || statement.kind == "BREP_WITH_VOIDS" ||
-           statement.kind == "FACETED_BREP";
-}
 
 std::string Shown(int number) { return "#" + std::to_string(number); }
 
@@ -22,7 +19,7 @@ void NoteDoubleBodies(const Statements& statements, StepDocument& document) {
         std::map<int, int> solidOf;  // the first, by its shell
         for (const Reference& item : statements.ReferencesOf(shape)) {
             const Statement* solid = statements.Find(item.number);
-            if (solid == nullptr || !IsSolid(*solid)) continue;
+            if (solid == nullptr || !IsSolid(solid->kind)) continue;
             const auto shells = statements.ReferencesOf(*solid);
             if (shells.empty()) continue;
             const auto [first, fresh] = solidOf.emplace(shells[0].number, item.number);

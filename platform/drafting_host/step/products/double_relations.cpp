@@ -8,17 +8,13 @@
 #include <unordered_set>
 #include <utility>
 
+#include "drafting_host/step/texts/statement_roles.h"
 #include "drafting_host/step/texts/text_edits.h"
 
 namespace brenvik::step {
 namespace {
 
 using Numbers = std::pair<int, int>;
-
-bool IsSolid(const Statement& statement) {
-    return statement.kind == "MANIFOLD_SOLID_BREP" || statement.kind == "BREP_WITH_VOIDS" ||
-           statement.kind == "FACETED_BREP";
-}
 
 class Reader {
   public:
@@ -115,7 +111,7 @@ class Reader {
             if (const Statement* const statement = mStatements.Find(one))
                 for (const Reference& item : mStatements.ReferencesOf(*statement)) {
                     const Statement* const body = mStatements.Find(item.number);
-                    if (body != nullptr && IsSolid(*body)) solids.insert(item.number);
+                    if (body != nullptr && IsSolid(body->kind)) solids.insert(item.number);
                 }
             const auto equal = mEqual.find(one);
             if (equal == mEqual.end()) continue;

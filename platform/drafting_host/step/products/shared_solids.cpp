@@ -12,15 +12,11 @@
 
 #include "drafting_host/step/products/step_notes.h"
 #include "drafting_host/step/products/usage_tree.h"
+#include "drafting_host/step/texts/statement_roles.h"
 #include "drafting_host/step/texts/text_edits.h"
 
 namespace brenvik::step {
 namespace {
-
-bool IsSolid(const Statement& statement) {
-    return statement.kind == "MANIFOLD_SOLID_BREP" || statement.kind == "BREP_WITH_VOIDS" ||
-           statement.kind == "FACETED_BREP";
-}
 
 /// A product's second hand on a solid that is another one's already.
 struct Share {
@@ -72,7 +68,7 @@ class Reader {
         const auto [holder, isFresh] = mHolders.emplace(number, definition);
         for (const Reference& item : mStatements.ReferencesOf(*shape)) {
             const Statement* const solid = mStatements.Find(item.number);
-            if (solid == nullptr || !IsSolid(*solid)) continue;
+            if (solid == nullptr || !IsSolid(solid->kind)) continue;
             const auto [owner, fresh] = mOwners.emplace(item.number, definition);
             if (fresh || owner->second == definition) continue;
             mShares.push_back(
@@ -235,7 +231,7 @@ class Copier {
 void NoteSharedShells(const Statements& statements, StepDocument& document) {
     std::unordered_map<int, std::vector<int>> solidsOf;  // by shell
     for (const Statement& solid : statements.All())
-        if (IsSolid(solid) && !statements.ReferencesOf(solid).empty())
+        if (IsSolid(solid.kind) && !statements.ReferencesOf(solid).empty())
             solidsOf[statements.ReferencesOf(solid)[0].number].push_back(solid.number);
     std::erase_if(solidsOf, [](const auto& entry) { return entry.second.size() < 2; });
     if (solidsOf.empty()) return;
@@ -245,7 +241,7 @@ void NoteSharedShells(const Statements& statements, StepDocument& document) {
             for (const Reference& item : statements.ReferencesOf(shape))
                 shapeOf.emplace(item.number, shape.number);
     for (const Statement& solid : statements.All()) {
-        if (!IsSolid(solid) || statements.ReferencesOf(solid).empty()) continue;
+        if (!IsSolid(solid.kind) || statements.ReferencesOf(solid).empty()) continue;
         const auto shared = solidsOf.find(statements.ReferencesOf(solid)[0].number);
         if (shared == solidsOf.end() || shared->second.front() == solid.number) continue;
         const int first = shared->second.front();

@@ -152,7 +152,7 @@ void NoteFaults(const std::vector<StatementFault>& faults, const std::string& wh
 }
 
 /// Whether the item that a shape loses is a body that the modeller doesn't know.
-bool IsBody(const Statements& statements, const StatementFault& fault, bool isMesh) {
+bool LosesBody(const Statements& statements, const StatementFault& fault, bool isMesh) {
     if (fault.statement == nullptr) return false;
     for (const Reference& reference : statements.ReferencesOf(*fault.statement)) {
         if (reference.place != fault.place) continue;
@@ -176,8 +176,8 @@ void NoteQuarantine(const Quarantine& quarantine, const Statements& statements, 
     NoteFaults(quarantine.LostGeometry(), "faulty statement(s) of shapes", true, statements, document);
     std::vector<StatementFault> meshes, bodies, others;
     for (const StatementFault& fault : quarantine.FalseItems()) {
-        const bool isMesh = IsBody(statements, fault, true);
-        (isMesh ? meshes : IsBody(statements, fault, false) ? bodies : others).push_back(fault);
+        const bool isMesh = LosesBody(statements, fault, true);
+        (isMesh ? meshes : LosesBody(statements, fault, false) ? bodies : others).push_back(fault);
     }
     NoteFaults(meshes, "body(s) made of triangles", true, statements, document);
     NoteFaults(bodies, "body(s) of unknown kinds", true, statements, document);

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "drafting_host/step/texts/statement_roles.h"
 #include "drafting_host/step/texts/step_quarantine.h"
 
 namespace brenvik::step {
@@ -83,9 +84,7 @@ void UsageTree::TakeItems(const Statement& representation) {
     for (const Reference& reference : mStatements.ReferencesOf(representation)) {
         const Statement* const item = mStatements.Find(reference.number);
         if (item == nullptr) continue;
-        if (item->kind == "MANIFOLD_SOLID_BREP" || item->kind == "BREP_WITH_VOIDS" ||
-            item->kind == "FACETED_BREP" || item->kind == "SHELL_BASED_SURFACE_MODEL")
-            ++mBodies[representation.number];
+        if (IsBody(item->kind)) ++mBodies[representation.number];
         if (item->kind != "MAPPED_ITEM" || mStatements.ReferencesOf(*item).empty()) continue;
         const Statement* const map = mStatements.Find(mStatements.ReferencesOf(*item)[0].number);
         if (map != nullptr && mStatements.ReferencesOf(*map).size() > 1)

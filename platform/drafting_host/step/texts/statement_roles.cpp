@@ -108,4 +108,10 @@ Role RoleOf(std::span<const std::string_view> kinds) {
     return known ? role : Role::Geometry;
 }
 
+bool IsSolid(std::string_view kind) {
+    return kind == "MANIFOLD_SOLID_BREP" || kind == "BREP_WITH_VOIDS" || kind == "FACETED_BREP";
+}
+
+bool IsBody(std::string_view kind) { return IsSolid(kind) || kind == "SHELL_BASED_SURFACE_MODEL"; }
+
 }  // namespace brenvik::step

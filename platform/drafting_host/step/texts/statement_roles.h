@@ -19,4 +19,10 @@ enum class Role {
 /// The role of a statement of these kinds (one, or several of a statement in brackets).
 Role RoleOf(std::span<const std::string_view> kinds);
 
+/// Whether a statement of this kind is a solid given by its faces.
+bool IsSolid(std::string_view kind);
+
+/// Whether it is such a solid or a surface model of shells.
+bool IsBody(std::string_view kind);
+
 }  // namespace brenvik::step
