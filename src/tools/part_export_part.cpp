@@ -34,8 +34,6 @@ constexpr std::string_view SideOfY = "0,10000000,0 ";
 constexpr std::string_view NoFlatSide =
     "This part does not have a flat side to work with. It will be saved to the export folder, but some "
     "processing will not be done.";
-constexpr std::string_view NoLine =
-    "This part does not have a line to work with, so this part will be skipped.";
 constexpr std::string_view NoConnectedLine = "Cannot process this solid, exiting now";
 
 void Send(AcadDocument& drawing, std::span<const std::string_view> answers) {
@@ -93,7 +91,7 @@ PassOutcome PartExport::Run() {
     const auto edges = FindEdges(*mDrawing, *faces);
     if (const auto* missing = std::get_if<MissingEdge>(&edges)) {
         const bool noLine = *missing == MissingEdge::Line;
-        ShowMessage(noLine ? NoLine : NoConnectedLine);
+        ShowMessage(noLine ? NoLineMessage : NoConnectedLine);
         return noLine ? PassOutcome::SkipPart : PassOutcome::EndRun;
     }
     EraseCopy(*mDrawing);

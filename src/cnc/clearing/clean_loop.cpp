@@ -20,16 +20,9 @@ constexpr double TurnsBack = -0.998;
 /// the step in question is halved.
 constexpr int Steps = 64, Halvings = 40;
 
-double LengthOf(const PlanSide& side) {
-    const double chord = Length(side.to - side.from), arch = std::abs(std::atan(side.bulge));
-    return arch < 1e-9 ? chord : chord * 2 * arch / std::sin(2 * arch);
-}
-
 bool TurnsBackAt(const PlanSide& out, const PlanSide& back) {
     return Dot(WayAt(out, true), WayAt(back, false)) < TurnsBack;
 }
-
-PlanSide Turned(const PlanSide& side) { return {side.to, side.from, -side.bulge}; }
 
 /// The share of a side's length at a place on it.
 double ShareAt(const PlanSide& side, const PlanPoint& place) {
@@ -111,12 +104,12 @@ class Cleaning {
         for (std::size_t i = 0; i < mLoop.size(); ++i) {
             const std::size_t next = Next(i);
             if (!TurnsBackAt(mLoop[i], mLoop[next])) continue;
-            const PlanSide one = Turned(mLoop[i]), other = mLoop[next];
+            const PlanSide one = Reversed(mLoop[i]), other = mLoop[next];
             const CutOff off = CutOffOf(one, other, mLimits.narrow);
             const double length = std::max(off.one * LengthOf(one), off.other * LengthOf(other));
             if (length <= mLimits.shortest || length > mLimits.longest) continue;
             const PlanPoint from = AtShare(one, off.one), to = AtShare(other, off.other);
-            mLoop[i] = Turned(Stretch(one, off.one, 1));
+            mLoop[i] = Reversed(Stretch(one, off.one, 1));
             mLoop[next] = Stretch(other, off.other, 1);
             if (off.one >= 1) mLoop[i] = {one.to, one.to, 0};
             if (off.other >= 1) mLoop[next] = {other.to, other.to, 0};

@@ -14,6 +14,7 @@
 #include "cnc/plan/bit_reach.h"
 #include "cnc/plan/negligible_sizes.h"
 #include "cnc/plan/plan_curve_cuts.h"
+#include "cnc/plan/plan_piece.h"
 #include "cnc/plan/plan_vectors.h"
 
 namespace brenvik {
@@ -36,13 +37,6 @@ struct Reach {
     double depth = 0, wider = 0;
     bool atEnds = false;
 };
-
-std::vector<PlanSide> Around(const std::array<PlanPoint, 4>& corners) {
-    std::vector<PlanSide> sides;
-    for (std::size_t i = 0; i < corners.size(); ++i)
-        sides.push_back({corners[i], corners[(i + 1) % corners.size()]});
-    return sides;
-}
 
 class Mouths {
   public:
@@ -124,10 +118,10 @@ class Mouths {
         const PlanBox& board = mOrder.board;
         const std::array shapes{PlanShape{PlanShape::Role::Stock, mPath, -1},
                                 PlanShape{PlanShape::Role::Stock,
-                                          Around({PlanPoint{board.minX, board.minY},
-                                                  {board.maxX, board.minY},
-                                                  {board.maxX, board.maxY},
-                                                  {board.minX, board.maxY}}),
+                                          SidesAround({PlanPoint{board.minX, board.minY},
+                                                       {board.maxX, board.minY},
+                                                       {board.maxX, board.maxY},
+                                                       {board.minX, board.maxY}}),
                                           -1},
                                 PlanShape{PlanShape::Role::Stock, {}, -1, {}, border}};
         double area = 0;
@@ -170,7 +164,7 @@ class Mouths {
         const double depth = reach.depth + std::max(0.0, mouth.bulge * length / 2);
         const auto figure = [&](double from, double to) {
             const PlanPoint a = mouth.from + along * from, b = mouth.from + along * to;
-            return Around({a, a + out * depth, b + out * depth, b});
+            return SidesAround({a, a + out * depth, b + out * depth, b});
         };
         std::vector<std::vector<PlanSide>> figures;
         const double ear = EarShare * mOrder.bit;

@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "cnc/plan/plan_curve_cuts.h"
+#include "cnc/plan/plan_vectors.h"
 
 namespace brenvik {
 
@@ -16,8 +17,6 @@ constexpr std::size_t LongestChain = 10;
 /// How wide a ring is parted, in places that count as one: half a millimetre.
 constexpr double Corridor = 25000;
 constexpr int MostHoles = 24;
-
-double Distance(const PlanPoint& a, const PlanPoint& b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
 bool IsRound(const PlanSide& side) { return std::abs(side.bulge) > 1e-6; }
 

@@ -12,6 +12,8 @@
 #include "base/failure.h"
 #include "cnc/drawing/plan_grid.h"
 #include "cnc/plan/plan_curve_cuts.h"
+#include "cnc/plan/plan_vectors.h"
+#include "cnc/plan/side_places.h"
 
 namespace brenvik {
 
@@ -22,15 +24,6 @@ constexpr double StrayOfChords = 1e-9;
 constexpr double Beside = 3;
 /// How far along a stretch its direction is taken: tangent ones part only then.
 constexpr double AlongShare = 2500;
-
-double Distance(const PlanPoint& a, const PlanPoint& b) { return std::hypot(a.x - b.x, a.y - b.y); }
-
-PlanSide Reversed(const PlanSide& side) { return {side.to, side.from, -side.bulge}; }
-
-double LengthOf(const PlanSide& side) {
-    const double chord = Distance(side.from, side.to), angle = 4 * std::atan(side.bulge);
-    return std::abs(angle) < 1e-9 ? chord : chord * std::abs(angle) / (2 * std::sin(std::abs(angle) / 2));
-}
 
 /// Ends that are one place, by number.
 class Places {

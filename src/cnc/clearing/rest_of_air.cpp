@@ -125,12 +125,6 @@ class Clearing {
         return spots;
     }
 
-    static double AreaOf(const std::vector<PlanSpot>& spots) {
-        double area = 0;
-        for (const PlanSpot& spot : spots) area += spot.area;
-        return area;
-    }
-
     bool IsLeft(const PartSlab& slab, const PartSlab& air, const PlanPoint& point) const {
         if (!mSlabs.Stock().Holds(point) || air.shadow.Holds(point)) return false;
         for (std::size_t i = 0; i < mRemoved.size(); ++i)

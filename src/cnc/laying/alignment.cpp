@@ -66,7 +66,7 @@ void ExplodeFacesToEdges(AcadDocument& drawing, const FlatFaces& faces) {
 PassOutcome TellMissingEdge(MissingEdge missing) {
     switch (missing) {
         case MissingEdge::Line:
-            ShowMessage("This part does not have a line to work with, so this part will be skipped.");
+            ShowMessage(NoLineMessage);
             return PassOutcome::SkipPart;
         case MissingEdge::ConnectedLine:
             ShowMessage(

@@ -15,6 +15,10 @@ struct SquaringPoints {
     Point3 origin, onX, towardsY;
 };
 
+/// What is shown for a part without `MissingEdge::Line`.
+inline constexpr std::string_view NoLineMessage =
+    "This part does not have a line to work with, so this part will be skipped.";
+
 enum class MissingEdge {
     Line,           ///< The part has no straight edge at all.
     ConnectedLine,  ///< None meets the longest one in its start.

@@ -133,6 +133,7 @@ void DrawKeptFace(RunState& run) {
     const std::vector<PlanArc> arcs = ArcsOfKeptFace(drawing);
     const bool flat = LiesFlat(drawing);
     SweepLeftovers(drawing);
+    // Laying and sorting have made these on a pass; an outline that is made without them needs them here.
     for (const std::string_view layer : std::array{layers::RegionCopy, layers::Border, layers::ArcPv,
                                                    layers::SolidHold, layers::NextBiggestRegion})
         AddLayer(drawing, layer);

@@ -11,6 +11,7 @@
 #include "cnc/part/lengths.h"
 #include "cnc/plan/plan_piece.h"
 #include "cnc/plan/plan_sides.h"
+#include "cnc/plan/plan_vectors.h"
 #include "cnc/proof/operation_names.h"
 #include "cnc/proof/target_of_names.h"
 #include "cnc/proof/written_side.h"
@@ -24,8 +25,6 @@ constexpr double NoArch = 1e-9;
 constexpr int WordDecimals = 3;
 /// How much less than the part's thickness still goes right through it, in millimetres.
 constexpr double ThroughSlack = 1e-3;
-
-double Length(const PlanPoint& from, const PlanPoint& to) { return std::hypot(to.x - from.x, to.y - from.y); }
 
 /// The flat path that the second vertex leads away from.
 std::vector<PlanSide> SidesOfSpacePath(const Acad3DPolyline& path) {
@@ -202,7 +201,7 @@ class PictureReader {
         if (operation.bore)
             words += " " + Words(2 * operation.bore->radius);
         else if (operation.kind == OperationKind::Hole)
-            words += " " + Words(Length(operation.sides.front().from, operation.sides.front().to));
+            words += " " + Words(Distance(operation.sides.front().from, operation.sides.front().to));
         words += ", " + Words(depth) + " deep";
         if (operation.bore && !operation.heightUnknown)
             words +=

@@ -8,6 +8,7 @@
 
 #include "cnc/plan/plan_piece.h"
 #include "cnc/plan/plan_vectors.h"
+#include "cnc/plan/side_places.h"
 
 namespace brenvik {
 
@@ -92,8 +93,7 @@ std::vector<PlanSide> MovedLeft(std::span<const PlanSide> line, double reach) {
 
 std::vector<PlanSide> Reversed(std::span<const PlanSide> line) {
     std::vector<PlanSide> reversed;
-    for (auto side = line.rbegin(); side != line.rend(); ++side)
-        reversed.push_back({side->to, side->from, -side->bulge});
+    for (auto side = line.rbegin(); side != line.rend(); ++side) reversed.push_back(Reversed(*side));
     return reversed;
 }
 

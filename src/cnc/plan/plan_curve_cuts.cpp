@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "cnc/plan/plan_piece.h"
+#include "cnc/plan/plan_vectors.h"
 
 namespace brenvik {
 
@@ -13,8 +14,6 @@ namespace {
 
 /// A round side whose middle strays from its chord by less than this is straight, in any unit.
 constexpr double NoArch = 1e-9;
-
-double Distance(const PlanPoint& a, const PlanPoint& b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
 /// A side with those of its values that are needed again and again.
 struct Curve {

@@ -280,4 +280,10 @@ std::vector<PlanSpot> CompareInPlan(std::span<const PlanSide> part, std::span<co
     return Sweep(part, shapes, width).Spots();
 }
 
+double AreaOf(std::span<const PlanSpot> spots) {
+    double area = 0;
+    for (const PlanSpot& spot : spots) area += spot.area;
+    return area;
+}
+
 }  // namespace brenvik

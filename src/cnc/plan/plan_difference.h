@@ -51,4 +51,7 @@ struct PlanSpot {
 std::vector<PlanSpot> CompareInPlan(std::span<const PlanSide> part, std::span<const PlanShape> shapes,
                                     double width);
 
+/// Of all spots together.
+double AreaOf(std::span<const PlanSpot> spots);
+
 }  // namespace brenvik

@@ -15,5 +15,6 @@ inline double Dot(const PlanPoint& a, const PlanPoint& b) { return a.x * b.x + a
 /// Above 0 where b turns counter-clockwise from a.
 inline double Cross(const PlanPoint& a, const PlanPoint& b) { return a.x * b.y - a.y * b.x; }
 inline double Length(const PlanPoint& a) { return std::hypot(a.x, a.y); }
+inline double Distance(const PlanPoint& a, const PlanPoint& b) { return Length(a - b); }
 
 }  // namespace brenvik

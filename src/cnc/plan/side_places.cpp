@@ -12,6 +12,13 @@ namespace brenvik {
 
 bool IsRound(const PlanSide& side) { return std::abs(side.bulge) * Length(side.to - side.from) > 1e-9; }
 
+double LengthOf(const PlanSide& side) {
+    const double chord = Distance(side.from, side.to), angle = 4 * std::atan(side.bulge);
+    return std::abs(angle) < 1e-9 ? chord : chord * std::abs(angle) / (2 * std::sin(std::abs(angle) / 2));
+}
+
+PlanSide Reversed(const PlanSide& side) { return {side.to, side.from, -side.bulge}; }
+
 double AngleBetween(const PlanPoint& a, const PlanPoint& b) { return std::atan2(Cross(a, b), Dot(a, b)); }
 
 double TurnTo(const PlanPoint& a, const PlanPoint& b) {

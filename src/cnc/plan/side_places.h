@@ -7,6 +7,12 @@ namespace brenvik {
 
 bool IsRound(const PlanSide& side);
 
+/// Along a round one.
+double LengthOf(const PlanSide& side);
+
+/// The same side, run the other way.
+PlanSide Reversed(const PlanSide& side);
+
 /// In radians, counter-clockwise: between half a turn either way, and from 0 to a whole turn.
 double AngleBetween(const PlanPoint& a, const PlanPoint& b);
 double TurnTo(const PlanPoint& a, const PlanPoint& b);

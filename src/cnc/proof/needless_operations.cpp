@@ -66,12 +66,6 @@ class NeedlessCheck {
         return others;
     }
 
-    static double AreaOf(const std::vector<PlanSpot>& spots) {
-        double area = 0;
-        for (const PlanSpot& spot : spots) area += spot.area;
-        return area;
-    }
-
     /// Whether it takes wood of the board that the others leave, as far as their bits get.
     bool Cuts(std::size_t number, std::span<const std::size_t> others) const {
         return std::ranges::any_of(mBoard,

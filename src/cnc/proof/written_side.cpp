@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "base/text.h"
+#include "cnc/drawing/level_normal.h"
 #include "cnc/drawing/work_layers.h"
 #include "cnc/part/lengths.h"
 #include "cnc/part/told.h"
@@ -17,14 +18,13 @@ namespace brenvik {
 
 namespace {
 
-/// Of a unit normal: below it a path lies level.
+/// Of a unit normal: below it a path lies level. Finer than for faces of a part, since a run puts its
+/// operations level without the modeller's noise.
 constexpr double SameAxis = 1e-6;
 /// Places in files have six decimals.
 constexpr double PlaceSlack = 1e-4;
 /// Rectangles of bores have corners of four decimals, in any unit.
 constexpr double RectangleRounding = 1e-4;
-
-bool IsLevel(const Point3& normal) { return std::hypot(normal.x, normal.y) < SameAxis; }
 
 /// One entity after another of a file.
 class SideReader {
@@ -59,7 +59,7 @@ class SideReader {
     void TakeCircle(const AcadCircle& circle) {
         const std::optional<OperationName> name = NameOf(std::abs(circle.Thickness()));
         if (!name) return;
-        const bool level = IsLevel(circle.Normal());
+        const bool level = IsLevel(circle.Normal(), SameAxis);
         if (name->kind == OperationKind::Bore)
             return level ? Fault("a bore that stands") : TakeBore(circle, *name);
         if (name->kind == OperationKind::Sheet) return Fault("a circle");
@@ -72,7 +72,7 @@ class SideReader {
     void TakePolyline(const AcadLWPolyline& polyline) {
         const std::optional<OperationName> name = NameOf(std::abs(polyline.Thickness()));
         if (!name) return;
-        if (!IsLevel(polyline.Normal()))
+        if (!IsLevel(polyline.Normal(), SameAxis))
             return Fault(name->kind == OperationKind::Outline || polyline.Color() == layers::OutlineColor
                              ? "an outline that isn't level"
                              : "a path that isn't level");

@@ -14,6 +14,7 @@
 #include "base/skip.h"
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/joining.h"
+#include "cnc/drawing/level_normal.h"
 #include "cnc/drawing/work_layers.h"
 #include "cnc/part/run_state.h"
 #include "cnc/part/told.h"
@@ -43,7 +44,6 @@ Point3 MiddleOf(const Box3& box) {
     return {(box.min.x + box.max.x) / 2, (box.min.y + box.max.y) / 2, (box.min.z + box.max.z) / 2};
 }
 
-bool IsLevel(const Point3& normal) { return std::hypot(normal.x, normal.y) < SameAxis; }
 bool IsUpright(const Point3& normal) { return std::abs(normal.z) < SameAxis; }
 
 /// The longer side first, of a face that is a rectangle or nearly so: one pair of its sides is level, and the
@@ -135,7 +135,7 @@ void TakeEdge(const AcadEntity& entity, Edges& edges) {
     const Box3 box = entity.GetBoundingBox();
     if (other) {
         if (!NearlyEqual(box.min.z, box.max.z)) edges.others.push_back(box);
-    } else if (IsLevel(circle != nullptr ? circle->Normal() : arc->Normal())) {
+    } else if (IsLevel(circle != nullptr ? circle->Normal() : arc->Normal(), SameAxis)) {
         edges.columns.push_back(box);
     } else if (circle != nullptr) {
         edges.bores.push_back({circle->Center(), circle->Normal(), circle->Radius()});
@@ -197,7 +197,7 @@ bool IsFloorOf(const Axis& bore, const AcadRegion& face, const Point3& middle) {
 
 void TellSlope(RunState& run, const AcadRegion& face, const Edges& edges) {
     const Point3 normal = face.Normal();
-    if (IsLevel(normal) || IsUpright(normal)) return;
+    if (IsLevel(normal, SameAxis) || IsUpright(normal)) return;
     const Box3 box = face.GetBoundingBox();
     const auto holds = [&](const Axis& bore) { return IsFloorOf(bore, face, MiddleOf(box)); };
     if (std::ranges::any_of(edges.bores, holds)) return;
