@@ -24,13 +24,6 @@ Rgb ScreenColor(const Quantity_ColorRGBA& color) {
 
 }  // namespace
 
-std::string Utf8(const TCollection_ExtendedString& text) {
-    std::string result(static_cast<std::size_t>(text.LengthOfCString()), '\0');
-    char* place = result.data();
-    text.ToUTF8CString(place);
-    return result;
-}
-
 void PartLook::TakeMissing(const PartLook& other) {
     if (layer.empty()) {
         layer = other.layer;

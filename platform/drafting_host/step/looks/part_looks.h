@@ -57,7 +57,4 @@ class PartLooks {
     mutable std::vector<PartLook> mFaceLooks;
 };
 
-/// A text of the modeller as UTF-8.
-std::string Utf8(const TCollection_ExtendedString& text);
-
 }  // namespace brenvik::step

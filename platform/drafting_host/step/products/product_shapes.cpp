@@ -39,17 +39,11 @@ class Reader {
 
     bool HasShape(int definition) const { return mDefinitions.contains(definition); }
 
-    int FirstOf(int number) const {
-        const Statement* const statement = mStatements.Find(number);
-        const bool isEmpty = statement == nullptr || mStatements.ReferencesOf(*statement).empty();
-        return isEmpty ? 0 : mStatements.ReferencesOf(*statement)[0].number;
-    }
-
   private:
     void TakeOwn(const Statement& statement) {
         const auto references = mStatements.ReferencesOf(statement);
         if (references.size() < 2) return;
-        mDefinitions.insert(FirstOf(references[0].number));
+        mDefinitions.insert(FirstOf(mStatements, references[0].number));
         mShapes.insert(references[1].number);
     }
 
@@ -57,7 +51,7 @@ class Reader {
         const auto references = mStatements.ReferencesOf(placing);
         if (references.size() < 2) return;
         const Statement* const relationship = mStatements.Find(references[0].number);
-        const Statement* const usage = mStatements.Find(FirstOf(references[1].number));
+        const Statement* const usage = mStatements.Find(FirstOf(mStatements, references[1].number));
         if (relationship == nullptr || usage == nullptr || usage->kind != "NEXT_ASSEMBLY_USAGE_OCCURRENCE")
             return;
         const auto ends = mStatements.ReferencesOf(*usage);
@@ -149,7 +143,7 @@ void NoteUntiedShapes(const Statements& statements, CodePage codePage, StepDocum
     std::map<int, const Statement*> named;  // what says that a product has a shape, by its definition
     for (const Statement& statement : statements.All())
         if (statement.kind == "PRODUCT_DEFINITION_SHAPE")
-            named.emplace(reader.FirstOf(statement.number), &statement);
+            named.emplace(FirstOf(statements, statement.number), &statement);
     for (const Statement& product : statements.All()) {
         if (!product.kind.starts_with("PRODUCT_DEFINITION") || reader.HasShape(product.number) ||
             all.contains(product.number) || lacking.MayLackShape(product))

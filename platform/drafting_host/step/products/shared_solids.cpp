@@ -39,7 +39,7 @@ class Reader {
         std::unordered_set<int> seen;
         for (const Statement& statement : mStatements.All()) {
             if (statement.kind != "SHAPE_DEFINITION_REPRESENTATION") continue;
-            const int definition = FirstOf(FirstOf(statement.number));
+            const int definition = FirstOf(mStatements, FirstOf(mStatements, statement.number));
             const Statement* const product = mStatements.Find(definition);
             if (product == nullptr || !product->kind.starts_with("PRODUCT_DEFINITION")) continue;
             if (product->kind == "PRODUCT_DEFINITION_SHAPE") continue;
@@ -56,12 +56,6 @@ class Reader {
     }
 
   private:
-    int FirstOf(int number) const {
-        const Statement* const statement = mStatements.Find(number);
-        const bool isEmpty = statement == nullptr || mStatements.ReferencesOf(*statement).empty();
-        return isEmpty ? 0 : mStatements.ReferencesOf(*statement)[0].number;
-    }
-
     void Take(int number, int definition) {
         const Statement* const shape = mStatements.Find(number);
         if (shape == nullptr) return;

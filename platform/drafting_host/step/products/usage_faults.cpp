@@ -11,12 +11,6 @@
 namespace brenvik::step {
 namespace {
 
-int FirstOf(const Statements& statements, int number) {
-    const Statement* const statement = statements.Find(number);
-    const bool isEmpty = statement == nullptr || statements.ReferencesOf(*statement).empty();
-    return isEmpty ? 0 : statements.ReferencesOf(*statement)[0].number;
-}
-
 /// Relationships that place a shape in another one.
 bool IsPlacing(const Statements& statements, const Statement& statement) {
     if (!statement.kind.empty()) return false;

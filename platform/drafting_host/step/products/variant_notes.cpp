@@ -45,13 +45,9 @@ class Reader {
   private:
     using Ends = std::pair<int, int>;
 
-    int FirstOf(int number) const {
-        const Statement* const statement = mStatements.Find(number);
-        const bool isEmpty = statement == nullptr || mStatements.ReferencesOf(*statement).empty();
-        return isEmpty ? 0 : mStatements.ReferencesOf(*statement)[0].number;
+    int ProductOf(const Statement& definition) const {
+        return FirstOf(mStatements, FirstOf(mStatements, definition.number));
     }
-
-    int ProductOf(const Statement& definition) const { return FirstOf(FirstOf(definition.number)); }
 
     /// Most files have no variants, and need no tree.
     const UsageTree& Tree() {
@@ -104,7 +100,7 @@ class Reader {
             if (Listed(definition) != 0) listed.push_back(definition);
         if (listed.size() < 2 || std::ranges::all_of(listed, [&](int one) { return IsUsed(one); })) return;
         for (std::size_t at = 1; at < listed.size(); ++at) {
-            const bool isVersion = FirstOf(listed[at]) != FirstOf(listed[0]);
+            const bool isVersion = FirstOf(mStatements, listed[at]) != FirstOf(mStatements, listed[0]);
             Note(*mStatements.Find(listed[at]),
                  Name(listed[0]) + " has two " + (isVersion ? "versions" : "definitions") + ", " +
                      Shown(listed[0]) + " and " + Shown(listed[at]) + ", each with a shape: both are listed");

@@ -202,6 +202,12 @@ std::size_t Statements::LineOf(int number) const {
     return statement == nullptr ? 0 : LineAt(statement->place);
 }
 
+int FirstOf(const Statements& statements, int number) {
+    const Statement* const statement = statements.Find(number);
+    const bool isEmpty = statement == nullptr || statements.ReferencesOf(*statement).empty();
+    return isEmpty ? 0 : statements.ReferencesOf(*statement)[0].number;
+}
+
 std::optional<Tail> TailOf(const Statements& statements) {
     const std::string_view content = statements.Content();
     std::size_t place = statements.End().value_or(content.size());

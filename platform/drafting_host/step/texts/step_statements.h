@@ -99,6 +99,9 @@ struct Tail {
 };
 std::optional<Tail> TailOf(const Statements& statements);
 
+/// The number that a statement names first; 0 if it names none, or there is no such statement.
+int FirstOf(const Statements& statements, int number);
+
 /// From its "#" to its ";".
 inline std::string_view TextOf(const Statements& statements, const Statement& statement) {
     return statements.Content().substr(statement.place, statement.end - statement.place);

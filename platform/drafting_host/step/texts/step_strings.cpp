@@ -37,13 +37,6 @@ void AppendUnits(std::string& text, char32_t character) {
     AppendHex(text, 0xDC00 + ((character - 0x10000) & 0x3FF));
 }
 
-std::string Utf8(const TCollection_ExtendedString& text) {
-    std::string result(static_cast<std::size_t>(text.LengthOfCString()), '\0');
-    char* place = result.data();
-    text.ToUTF8CString(place);
-    return result;
-}
-
 std::string FromPage(Resource_FormatType page, std::string_view bytes) {
     TCollection_ExtendedString text;
     Resource_Unicode::ConvertFormatToUnicode(page, std::string(bytes).c_str(), text);
@@ -223,6 +216,13 @@ bool IsPlain(std::string_view text) {
 bool IsBlank(std::string_view text) { return text.find_first_not_of(" \t\r\n") == std::string_view::npos; }
 
 }  // namespace
+
+std::string Utf8(const TCollection_ExtendedString& text) {
+    std::string result(static_cast<std::size_t>(text.LengthOfCString()), '\0');
+    char* place = result.data();
+    text.ToUTF8CString(place);
+    return result;
+}
 
 std::string EncodedText(std::string_view text) {
     std::string result;

@@ -13,7 +13,12 @@
 
 #include "drafting_host/step/texts/step_text.h"
 
+class TCollection_ExtendedString;
+
 namespace brenvik::step {
+
+/// A text of the modeller as UTF-8.
+std::string Utf8(const TCollection_ExtendedString& text);
 
 /// UTF-8 text as it stands between the quotes: apostrophe and backslash doubled, everything outside of
 /// printable ASCII as \X2\ escapes.
