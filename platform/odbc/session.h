@@ -21,8 +21,6 @@ class Session {
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    bool IsOpen() const { return mOpen; }
-
     /// Ends every statement, then the connection. Once closed, nothing happens.
     void Close() noexcept;
 

@@ -123,15 +123,6 @@ TEST_F(Selection, EraseLeavesMembersOnLockedLayers) {
     EXPECT_EQ(set.Count(), 1);
 }
 
-TEST_F(Selection, HighlightReachesTheMembers) {
-    AcadSelectionSet& set = Set();
-    set.AddItems(std::vector<AcadEntity*>{line});
-    set.Highlight(true);
-    set.Update();
-    EXPECT_TRUE(HostEntityOf(*line).Highlighted());
-    EXPECT_FALSE(HostEntityOf(*circle).Highlighted());
-}
-
 TEST_F(Selection, PointAndPolygonTakeWhatIsShownThere) {
     AcadSelectionSet& set = Set();
     set.SelectAtPoint({5, 5, 100});

@@ -28,9 +28,6 @@ class WidgetBuffer : public OpenGl_FrameBuffer {
         OpenGl_FrameBuffer::BindDrawBuffer(context);
         context->SetFrameBufferSRGB(true, false);
     }
-    void BindReadBuffer(const Handle(OpenGl_Context) & context) override {
-        OpenGl_FrameBuffer::BindReadBuffer(context);
-    }
 };
 
 V3d_TypeOfOrientation OrientationOf(ViewSide side);

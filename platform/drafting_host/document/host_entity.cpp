@@ -129,10 +129,8 @@ void HostEntity::SetColor(int color) {
     mKept = WithoutTrueColor(mKept);
 }
 
-void HostEntity::Highlight(bool on) {
-    RequireAlive();
-    mHighlighted = on;
-}
+/// No view shows it.
+void HostEntity::Highlight(bool) { RequireAlive(); }
 
 void HostEntity::Update() { RequireAlive(); }
 

@@ -69,7 +69,6 @@ class HostEntity : public virtual AcadEntity {
     HostLayer& LayerObject() const { return *mLook.layer; }
     HostBlock& Owner() const { return *mOwner; }
     HostDocument& Document() const;
-    bool Highlighted() const { return mHighlighted; }  ///< No view shows it yet.
     const EntityLook& Look() const { return mLook; }
     /// Takes over layer, colour, linetype and visibility as they are, whatever is locked.
     void SetLook(EntityLook look) { mLook = std::move(look); }
@@ -110,7 +109,6 @@ class HostEntity : public virtual AcadEntity {
     std::vector<XDataOfApp> mXData;
     Kept<KeptGroups> mKept;
     bool mErased = false;
-    bool mHighlighted = false;
 };
 
 /// The host's own entity behind a pointer of the object model. Throws Failure for none.

@@ -40,7 +40,6 @@ class GroupWriter {
     /// From release 2007 on texts stand in UTF-8.
     void SetUnicode(bool isUnicode) { mIsUnicode = isUnicode; }
 
-    void Reserve(std::size_t size) { mOut.reserve(size); }
     std::string Take() { return std::move(mOut); }
 
   private:

@@ -33,7 +33,6 @@ class UseIndex {
     const UsagePlace* PlaceOf(int usage) const;
     /// Whether a layer or style names it.
     bool HasLook(int number) const { return mLooked.contains(number); }
-    bool HasLooks() const { return !mLooked.empty(); }
 
   private:
     template <typename Value>
