@@ -245,8 +245,8 @@ std::string NameWithHandle(const HostEntity& part) {
     return part.Handle() + (name.empty() ? "" : " \"" + name + "\"");
 }
 
-/// The solids among the entities, and where each stands. The scan reports solids that
-/// can't be measured.
+/// The solids among the entities, and where each stands. The scan reports solids that can't be
+/// measured.
 std::pair<std::vector<const HostEntity*>, std::vector<PlacedSize>> MeasuredSolids(
     std::span<HostEntity* const> entities) {
     std::vector<const HostEntity*> solids;

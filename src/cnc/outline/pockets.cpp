@@ -21,7 +21,6 @@ namespace brenvik {
 namespace {
 
 constexpr int PlaceDecimals = 6;
-/// Circles of vertical holes, which are no paths.
 
 bool On(const AcadEntity& entity, std::string_view prefix) { return entity.Layer().starts_with(prefix); }
 

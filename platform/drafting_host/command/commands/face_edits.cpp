@@ -41,18 +41,6 @@ bool IsFlat(const TopoDS_Face& face) {
 
 gp_Pln PlaneOf(const TopoDS_Face& face) { return BRepAdaptor_Surface(face, Standard_False).Plane(); }
 
-/// Whether a face runs along a direction, so that it goes on unchanged when it is made longer that way.
-bool RunsAlong(const TopoDS_Face& face, const gp_Dir& direction) {
-    const BRepAdaptor_Surface surface(face, Standard_False);
-    if (surface.GetType() == GeomAbs_Plane)
-        return surface.Plane().Axis().Direction().IsNormal(direction, AngularTolerance);
-    if (surface.GetType() == GeomAbs_Cylinder)
-        return surface.Cylinder().Axis().Direction().IsParallel(direction, AngularTolerance);
-    if (surface.GetType() == GeomAbs_SurfaceOfExtrusion)
-        return surface.Direction().IsParallel(direction, AngularTolerance);
-    return false;
-}
-
 bool NeighboursStandSquare(const TopoDS_Shape& solid, const TopoDS_Face& face) {
     TopTools_IndexedDataMapOfShapeListOfShape facesOfEdge;
     TopExp::MapShapesAndAncestors(solid, TopAbs_EDGE, TopAbs_FACE, facesOfEdge);
@@ -185,6 +173,17 @@ bool AllFlat(std::span<const TopoDS_Face> faces) {
 }
 
 }  // namespace
+
+bool RunsAlong(const TopoDS_Face& face, const gp_Dir& direction) {
+    const BRepAdaptor_Surface surface(face, Standard_False);
+    if (surface.GetType() == GeomAbs_Plane)
+        return surface.Plane().Axis().Direction().IsNormal(direction, AngularTolerance);
+    if (surface.GetType() == GeomAbs_Cylinder)
+        return surface.Cylinder().Axis().Direction().IsParallel(direction, AngularTolerance);
+    if (surface.GetType() == GeomAbs_SurfaceOfExtrusion)
+        return surface.Direction().IsParallel(direction, AngularTolerance);
+    return false;
+}
 
 TopoDS_Shape MovedFaces(const TopoDS_Shape& solid, std::span<const TopoDS_Face> faces, const Point3& shift) {
     return solids::Guarded("moving faces", [&]() -> TopoDS_Shape {

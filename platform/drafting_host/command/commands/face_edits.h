@@ -5,11 +5,15 @@
 
 #include <TopoDS_Face.hxx>
 #include <TopoDS_Shape.hxx>
+#include <gp_Dir.hxx>
 #include <span>
 
 #include "session/ports/host_interface.h"
 
 namespace brenvik {
+
+/// Whether a face runs along a direction, so that it goes on unchanged when it is made longer that way.
+bool RunsAlong(const TopoDS_Face& face, const gp_Dir& direction);
 
 /// The solid with its faces shifted by a vector, neighbours stretched or cut back. A flat face moves along
 /// its normal only: a shift within its plane leaves it where it is. Round faces move as the feature that they

@@ -21,6 +21,7 @@
 #include <gp_Pln.hxx>
 #include <gp_Vec.hxx>
 
+#include "drafting_host/command/commands/face_edits.h"
 #include "drafting_host/document/geometry/host_failure.h"
 #include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/solids/guard.h"
@@ -85,18 +86,6 @@ void RequireLength(const Plan& plan, const TopoDS_Edge& edge) {
         Refuse("the shift is longer than a side that it would shorten");
 }
 
-bool RunsAlong(const TopoDS_Face& face, const gp_Vec& shift) {
-    const GeomAdaptor_Surface surface(BRep_Tool::Surface(face));
-    const gp_Dir along(shift);
-    if (surface.GetType() == GeomAbs_Plane)
-        return surface.Plane().Axis().Direction().IsNormal(along, AngularTolerance);
-    if (surface.GetType() == GeomAbs_Cylinder)
-        return surface.Cylinder().Axis().Direction().IsParallel(along, AngularTolerance);
-    if (surface.GetType() == GeomAbs_SurfaceOfExtrusion)
-        return surface.Direction().IsParallel(along, AngularTolerance);
-    return false;
-}
-
 Fate FateOfFace(const Plan& plan, const TopoDS_Face& face) {
     bool all = true, any = false;
     for (TopExp_Explorer each(face, TopAbs_EDGE); each.More(); each.Next()) {
@@ -142,7 +131,7 @@ void PlanEdgesAndFaces(Plan& plan, const TopoDS_Shape& solid) {
         const TopoDS_Face& face = TopoDS::Face(faces(i));
         const Fate fate = FateOfFace(plan, face);
         if (fate == Fate::Moves) plan.movedFaces.Add(face);
-        if (fate == Fate::Stretches && !RunsAlong(face, plan.shift))
+        if (fate == Fate::Stretches && !RunsAlong(face, gp_Dir(plan.shift)))
             Refuse("a face of it lies only partly in the window and doesn't run along the shift");
     }
 }
