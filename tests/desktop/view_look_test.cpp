@@ -49,9 +49,9 @@ constexpr Side Sides[] = {
     {"&Left", {0, 150, 200}, {0, 150, 400}},    {"Ri&ght", {600, 150, 200}, {600, 150, 400}},
 };
 
-class DISABLED_Look : public ::testing::TestWithParam<bool> {
+class Look : public ::testing::TestWithParam<bool> {
   protected:
-    DISABLED_Look() {
+    Look() {
         if (GetParam()) QApplication::setPalette(DarkColours());
         qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
         const fs::path place = folder.path().toStdString();
@@ -62,7 +62,7 @@ class DISABLED_Look : public ::testing::TestWithParam<bool> {
         window->show();
         EXPECT_TRUE(window->OpenFile((place / "cabinet.dxf").string()));
     }
-    ~DISABLED_Look() override {
+    ~Look() override {
         window.reset();
         workplace.reset();
         QApplication::setPalette(QPalette(QColor(0xef, 0xef, 0xef)));
@@ -125,7 +125,7 @@ class DISABLED_Look : public ::testing::TestWithParam<bool> {
     std::optional<MainWindow> window;
 };
 
-TEST_P(DISABLED_Look, FacesAndEdgesAreSeenFromEverySide) {
+TEST_P(Look, FacesAndEdgesAreSeenFromEverySide) {
     const QColor wood(222, 199, 158), grey(51, 51, 51);
     const std::pair<const char*, QColor> colors[] = {{"7", wood}, {"250", grey}};
     for (const auto& [index, color] : colors) {
@@ -147,7 +147,7 @@ TEST_P(DISABLED_Look, FacesAndEdgesAreSeenFromEverySide) {
     }
 }
 
-TEST_P(DISABLED_Look, TheFacesOfACornerDiffer) {
+TEST_P(Look, TheFacesOfACornerDiffer) {
     DrawBlock("7");
     Select(false);
     Choose("&Isometric");
@@ -159,7 +159,7 @@ TEST_P(DISABLED_Look, TheFacesOfACornerDiffer) {
     EXPECT_GT(Distance(top, left), Distinct) << Text(top) << Text(left);
 }
 
-TEST_P(DISABLED_Look, WhatIsSelectedIsSeenOnEveryColour) {
+TEST_P(Look, WhatIsSelectedIsSeenOnEveryColour) {
     for (const char* index : {"7", "30", "5", "250"}) {
         DrawBlock(index);
         Select(false);
@@ -179,7 +179,7 @@ TEST_P(DISABLED_Look, WhatIsSelectedIsSeenOnEveryColour) {
     }
 }
 
-TEST_P(DISABLED_Look, WiresAreSeen) {
+TEST_P(Look, WiresAreSeen) {
     for (const char* index : {"7", "2", "250"}) {
         DrawBlock(index);
         Select(false);
@@ -196,10 +196,10 @@ TEST_P(DISABLED_Look, WiresAreSeen) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Ground, DISABLED_Look, ::testing::Values(false, true));
+INSTANTIATE_TEST_SUITE_P(DISABLED_Ground, Look, ::testing::Values(false, true));
 
-TEST(ViewLook, BoardsAreSeenOnALightGround) { RunOnVirtualDisplay("*DISABLED_Look*/0", 4); }
-TEST(ViewLook, BoardsAreSeenOnADarkGround) { RunOnVirtualDisplay("*DISABLED_Look*/1", 4); }
+TEST(ViewLook, BoardsAreSeenOnALightGround) { RunOnVirtualDisplay("DISABLED_Ground/Look.*/0", 4); }
+TEST(ViewLook, BoardsAreSeenOnADarkGround) { RunOnVirtualDisplay("DISABLED_Ground/Look.*/1", 4); }
 
 }  // namespace
 }  // namespace brenvik::desktop
