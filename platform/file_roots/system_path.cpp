@@ -1,6 +1,7 @@
 // Cutting paths and matching file names.
 #include "file_roots/system_path.h"
 
+#include "base/ascii.h"
 #include "base/failure.h"
 #include "base/letter_case.h"
 #include "base/text.h"
@@ -10,8 +11,6 @@ namespace brenvik {
 namespace {
 
 bool IsSeparator(char c) { return c == '\\' || c == '/'; }
-
-bool IsDriveLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
 void AppendName(SystemPath& path, std::string_view name) {
     if (name.empty() || name == ".") return;
@@ -32,7 +31,7 @@ SystemPath ParseSystemPath(std::string_view path) {
     if (IsBlank(path) || path.find('\0') != std::string_view::npos) throw BadFileName(std::string(path));
     SystemPath parsed;
     std::string_view rest = path;
-    if (rest.size() >= 2 && rest[1] == ':' && IsDriveLetter(rest[0])) {
+    if (rest.size() >= 2 && rest[1] == ':' && IsAsciiLetter(rest[0])) {
         parsed.drive = FoldLower(rest.substr(0, 1)).front();
         // A drive's own current folder is its root: nobody ever changes it.
         parsed.absolute = true;

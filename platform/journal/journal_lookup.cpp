@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "base/ascii.h"
 #include "base/letter_case.h"
 #include "base/numbers.h"
 #include "base/text.h"
@@ -10,10 +11,6 @@
 namespace brenvik {
 
 namespace {
-
-bool IsDigits(std::string_view text) {
-    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
-}
 
 int WholeNumber(std::string_view text) { return static_cast<int>(LenientNumber(text)); }
 
@@ -94,7 +91,7 @@ int FindItem(const JournalStep& step, const Control& control, const std::string&
     const std::vector<std::string> items = ItemsOf(step, control);
     const auto found = std::find(items.begin(), items.end(), item);
     if (found != items.end()) return static_cast<int>(found - items.begin());
-    if (item.starts_with('#') && IsDigits(item.substr(1)) && item.size() <= 10) {
+    if (item.starts_with('#') && IsDigitsAlone(item.substr(1)) && item.size() <= 10) {
         const int index = WholeNumber(item.substr(1));
         if (index < static_cast<int>(items.size())) return index;
     }
@@ -107,7 +104,7 @@ int FindColumn(const JournalStep& step, const GridControl& grid, const std::stri
         headers.push_back(grid.Column(place).header);
         if (EqualsIgnoreCase(headers.back(), column)) return place;
     }
-    if (IsDigits(column) && column.size() <= 9) {
+    if (IsDigitsAlone(column) && column.size() <= 9) {
         const int place = WholeNumber(column);
         if (place >= 1 && place <= grid.MaxCols()) return place;
     }

@@ -6,6 +6,7 @@
 #include <array>
 #include <optional>
 
+#include "base/ascii.h"
 #include "base/handle_text.h"
 #include "base/numbers.h"
 #include "base/text.h"
@@ -30,7 +31,6 @@ struct Place {
 };
 
 bool IsGap(char character) { return character == ' ' || character == '\t'; }
-bool IsDigit(char character) { return character >= '0' && character <= '9'; }
 
 std::string HexOfByte(char byte) {
     constexpr std::string_view digits = "0123456789ABCDEF";
@@ -109,9 +109,7 @@ class WordReader {
     std::size_t mAt = 0, mColumn = 1;
 };
 
-bool IsWholeNumber(std::string_view text) {
-    return !text.empty() && text.size() <= 9 && std::all_of(text.begin(), text.end(), IsDigit);
-}
+bool IsWholeNumber(std::string_view text) { return !text.empty() && text.size() <= 9 && IsDigitsAlone(text); }
 
 bool IsOneOf(std::string_view text, std::initializer_list<std::string_view> words) {
     return std::find(words.begin(), words.end(), text) != words.end();

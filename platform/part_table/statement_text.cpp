@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "base/ascii.h"
 #include "base/letter_case.h"
 #include "base/numbers.h"
 #include "part_table/failures.h"
@@ -26,8 +27,7 @@ bool IsBlankCharacter(char c) { return c == ' ' || c == '\t' || c == '\r' || c =
 
 // Everything beyond ASCII may stand in a name.
 bool IsWordCharacter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
-           c == '.' || static_cast<unsigned char>(c) >= 0x80;
+    return IsAsciiLetter(c) || IsDigit(c) || c == '_' || c == '.' || static_cast<unsigned char>(c) >= 0x80;
 }
 
 Failure Refused(const std::string& description, std::string_view sql) {

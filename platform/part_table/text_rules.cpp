@@ -7,14 +7,13 @@
 #include <optional>
 #include <string>
 
+#include "base/ascii.h"
 #include "base/letter_case.h"
 #include "base/number_text.h"
 #include "base/wildcard.h"
 
 namespace brenvik::part_table {
 namespace {
-
-char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
 
 bool IsAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <unordered_map>
 
+#include "base/ascii.h"
 #include "base/utf8.h"
 
 namespace brenvik {
@@ -107,8 +108,6 @@ const CaseTables& Tables() {
     }();
     return tables;
 }
-
-char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
 
 char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c; }
 

@@ -11,6 +11,7 @@
 #include <string>
 #include <system_error>
 
+#include "base/ascii.h"
 #include "base/decimal_digits.h"
 #include "base/failure.h"
 #include "base/invariant.h"
@@ -24,8 +25,6 @@ struct ScannedNumber {
     std::size_t length = 0;
     double value = 0;
 };
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool IsExponentLetter(char c) { return c == 'e' || c == 'E' || c == 'd' || c == 'D'; }
 

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/ascii.h"
 #include "base/letter_case.h"
 #include "base/numbers.h"
 #include "base/quoted.h"
@@ -72,10 +73,6 @@ std::string WithPlainDigits(std::string_view text) {
         }
     }
     return plain;
-}
-
-bool IsDigitsAlone(std::string_view text) {
-    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
 /// What a machine takes the number of a tool for, the same text for all spellings of it: T01 is T1.

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "base/ascii.h"
 #include "base/text.h"
 
 namespace brenvik::app {
@@ -12,8 +13,8 @@ namespace {
 bool IsPlain(char character) {
     constexpr std::string_view harmless = "-_./,:@%+";
     const auto byte = static_cast<unsigned char>(character);
-    return byte >= 0x80 || (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
-           (byte >= 'a' && byte <= 'z') || harmless.find(character) != std::string_view::npos;
+    return byte >= 0x80 || IsDigit(character) || IsAsciiLetter(character) ||
+           harmless.find(character) != std::string_view::npos;
 }
 
 /// What keeps its meaning between double quotes besides plain characters.

@@ -6,6 +6,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "base/ascii.h"
+
 namespace brenvik::acis {
 namespace {
 
@@ -20,8 +22,7 @@ constexpr int FirstBranchVersion = 20800;
 constexpr int LastBranchVersion = 22399;
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v'; }
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
+bool IsLetter(char c) { return IsAsciiLetter(c) || c == '_'; }
 
 bool ParseNumber(std::string_view text, double& value) {
     if (!text.empty() && text.front() == '+') text.remove_prefix(1);

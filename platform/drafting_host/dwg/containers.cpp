@@ -5,6 +5,7 @@
 #include <array>
 #include <utility>
 
+#include "base/ascii.h"
 #include "base/file_failure.h"
 #include "base/quoted.h"
 
@@ -51,7 +52,7 @@ bool IsUsed(std::string_view name) { return MemberOf(name) != nullptr; }
 /// Whether a mark is of the form of those above and stands behind them all.
 bool IsLater(std::string_view mark) {
     return mark.size() == MarkLength && mark.starts_with(ReleaseMarks.back().substr(0, 2)) &&
-           mark.find_first_not_of("0123456789", 2) == std::string_view::npos && mark > ReleaseMarks.back();
+           IsDigitsAlone(mark.substr(2)) && mark > ReleaseMarks.back();
 }
 
 /// The release by the first six bytes. Throws Failure 321 for one that can't be read, naming it and the way

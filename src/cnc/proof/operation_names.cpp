@@ -2,10 +2,12 @@
 // and feeds may be any text of the material library.
 #include "cnc/proof/operation_names.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <utility>
 
+#include "base/ascii.h"
 #include "base/numbers.h"
 #include "base/text.h"
 
@@ -108,8 +110,7 @@ bool TakeCounted(Reading& reading) {
     const auto [compensation, counter, found] = SplitAtFirst(rest, '_');
     reading.name.compensation = compensation;
     if (!found) return true;
-    if (counter.empty() || counter.find_first_not_of("0123456789") != std::string::npos) return false;
-    if (!IsShortest(counter)) return false;
+    if (!IsDigitsAlone(counter) || !IsShortest(counter)) return false;
     reading.name.counter = ToInteger(LenientNumber(counter));
     return true;
 }
@@ -212,7 +213,7 @@ Answer PathOfWOP5(Reading reading) {
 /// Hundredths of a millimetre, or ten-thousandths of an inch.
 std::optional<double> Whole(Reading& reading, std::string_view field, int metric, int imperial) {
     reading.RoundedTo(metric, imperial);
-    reading.good = reading.good && field.find_first_not_of("0123456789") == std::string_view::npos;
+    reading.good = reading.good && std::ranges::all_of(field, IsDigit);
     const std::optional<double> steps = reading.Number(field);
     if (!steps) return std::nullopt;
     return *steps / std::pow(10.0, reading.context.metric ? metric : imperial);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "base/ascii.h"
 #include "base/numbers.h"
 #include "base/text.h"
 #include "drafting_host/command/commands/commands.h"
@@ -57,7 +58,7 @@ Asking<void> Undo(CommandSession& session) {
     const Answered<std::string> answer =
         co_await session.AskText("Enter the number of operations to undo <1>:", IfEmpty::Allowed);
     const std::string text = Trim(answer.Or({}));
-    const bool isCount = text.find_first_not_of("0123456789") == std::string::npos && text.size() < 6;
+    const bool isCount = IsDigitsAlone(text) && text.size() < 6;
     const int count = text.empty() ? 1 : isCount ? ToInteger(LenientNumber(text)) : 0;
     if (count < 1 && HistoryOf(session.Document()) != nullptr)
         session.Refuse("\"" + text + "\" is no number of operations: a whole number from 1 is expected.");

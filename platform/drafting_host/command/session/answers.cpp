@@ -6,6 +6,7 @@
 #include <cmath>
 #include <vector>
 
+#include "base/ascii.h"
 #include "base/letter_case.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
@@ -15,16 +16,12 @@
 namespace brenvik {
 namespace {
 
-bool StartsNumber(char c) { return (c >= '0' && c <= '9') || c == '.' || c == '+' || c == '-'; }
+bool StartsNumber(char c) { return IsDigit(c) || c == '.' || c == '+' || c == '-'; }
 
 std::optional<double> Decimal(std::string_view text) {
     // Blanks around a number, allowed elsewhere, never reach an answer.
     if (text.empty() || !StartsNumber(text.front()) || !IsNumeric(text)) return std::nullopt;
     return StrictNumber(text);
-}
-
-bool AllDigits(std::string_view text) {
-    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
 /// "3/4" or "1-1/2", without a sign.
@@ -35,11 +32,11 @@ std::optional<double> Fraction(std::string_view text) {
     std::string_view top = text.substr(0, slash);
     double whole = 0;
     if (const std::size_t dash = top.find('-'); dash != std::string_view::npos) {
-        if (!AllDigits(top.substr(0, dash))) return std::nullopt;
+        if (!IsDigitsAlone(top.substr(0, dash))) return std::nullopt;
         whole = StrictNumber(top.substr(0, dash));
         top = top.substr(dash + 1);
     }
-    if (!AllDigits(top) || !AllDigits(bottom)) return std::nullopt;
+    if (!IsDigitsAlone(top) || !IsDigitsAlone(bottom)) return std::nullopt;
     const double divisor = StrictNumber(bottom);
     if (divisor == 0) return std::nullopt;
     return whole + StrictNumber(top) / divisor;
@@ -109,7 +106,7 @@ std::optional<double> ParseAngle(std::string_view text) {
 std::optional<int> ParseWhole(std::string_view text) {
     std::string_view digits = text;
     if (!digits.empty() && (digits.front() == '-' || digits.front() == '+')) digits.remove_prefix(1);
-    if (!AllDigits(digits)) return std::nullopt;
+    if (!IsDigitsAlone(digits)) return std::nullopt;
     const double value = LenientNumber(text);
     if (!(std::abs(value) <= 2147483647.0)) return std::nullopt;
     return static_cast<int>(value);
@@ -152,7 +149,7 @@ std::string MatchKeyword(std::string_view keywords, std::string_view answer) {
         std::size_t needed = 0;
         for (std::size_t i = 0; i < keyword.size(); ++i) {
             const char c = keyword[i];
-            if (!(c >= 'A' && c <= 'Z') && !(c >= '0' && c <= '9')) continue;
+            if (!(c >= 'A' && c <= 'Z') && !IsDigit(c)) continue;
             shortest += c;
             needed = i + 1;
         }

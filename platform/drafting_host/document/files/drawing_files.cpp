@@ -5,6 +5,7 @@
 #include <array>
 #include <cctype>
 
+#include "base/ascii.h"
 #include "base/handle_text.h"
 #include "drafting_host/acis/acis_text.h"
 #include "drafting_host/document/files/drawing_units.h"
@@ -57,7 +58,7 @@ bool LooksLikeAcis(std::string_view text) {
     int numbers = 0;
     while (!(line = WithoutBlanks(line)).empty()) {
         const std::size_t end = std::min(line.find_first_of(" \t"), line.size());
-        if (line.substr(0, end).find_first_not_of("0123456789") != std::string_view::npos) return false;
+        if (!std::ranges::all_of(line.substr(0, end), IsDigit)) return false;
         ++numbers;
         line.remove_prefix(end);
     }

@@ -8,6 +8,7 @@
 #include <limits>
 #include <numbers>
 
+#include "base/ascii.h"
 #include "base/number_text.h"
 
 namespace brenvik {
@@ -42,10 +43,9 @@ std::optional<Real> Parse(std::string_view text) {
 bool HasMoreDigitsThanDouble(std::string_view text) {
     if (text.size() <= DigitsOfDouble) return false;
     const std::string_view mantissa = text.substr(0, text.find_first_of("eE"));
-    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
     const auto first =
         std::find_if(mantissa.begin(), mantissa.end(), [](char c) { return c >= '1' && c <= '9'; });
-    return std::count_if(first, mantissa.end(), isDigit) > static_cast<std::ptrdiff_t>(DigitsOfDouble);
+    return std::count_if(first, mantissa.end(), IsDigit) > static_cast<std::ptrdiff_t>(DigitsOfDouble);
 }
 
 // General form with a number of significant digits, so that 90 degrees stay "90.0".

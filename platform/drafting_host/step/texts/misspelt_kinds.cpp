@@ -13,12 +13,11 @@
 #include <string_view>
 #include <utility>
 
+#include "base/ascii.h"
 #include "drafting_host/step/texts/statement_roles.h"
 
 namespace brenvik::step {
 namespace {
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// Whether the texts are the same but for one letter more, less or other, or two in the wrong order. Digits
 /// tell kinds apart: of a plane or of space.

@@ -4,13 +4,13 @@
 
 #include <algorithm>
 
+#include "base/ascii.h"
 #include "base/text.h"
 
 namespace brenvik::step {
 namespace {
 
 bool IsBlank(char c) { return static_cast<unsigned char>(c) <= ' '; }
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// Behind a text in quotes or a comment at `place`, `place` itself where none begins there.
 std::size_t BehindQuoted(std::string_view text, std::size_t place) {

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <limits>
 
+#include "base/ascii.h"
 #include "drafting_host/step/texts/step_grammar.h"
 
 namespace brenvik::step {
@@ -15,7 +16,6 @@ constexpr std::string_view Ending = "END-ISO-10303-21";
 constexpr std::size_t Nowhere = std::string_view::npos;
 
 bool IsBlank(char c) { return static_cast<unsigned char>(c) <= ' '; }
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// The number behind the "#" at `place`; 0 where none does or it is beyond the highest.
 int NumberAt(std::string_view content, std::size_t place) {

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/ascii.h"
 #include "base/file_failure.h"
 #include "base/noise.h"
 #include "base/number_text.h"
@@ -23,9 +24,7 @@ constexpr std::string_view Opening = "ISO-10303-21";
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 bool IsHigh(char c) { return static_cast<unsigned char>(c) >= 0x80; }
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-bool IsOfWord(char c) { return IsDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
+bool IsOfWord(char c) { return IsDigit(c) || IsAsciiLetter(c) || c == '_'; }
 
 bool IsUtf8(std::string_view text) {
     for (auto high = std::ranges::find_if(text, IsHigh); high != text.end();
