@@ -2,6 +2,7 @@
 // bands that go all the way round are closed over a seam.
 #include "drafting_host/acis/face_maker.h"
 
+#include "base/angles.h"
 #include "drafting_host/acis/flux.h"
 
 #include <BRepBuilderAPI_MakeFace.hxx>
@@ -23,7 +24,6 @@
 namespace brenvik::acis {
 namespace {
 
-constexpr double FullTurn = 2 * std::numbers::pi;
 // Share of a turn by which rounding may carry an opening over the end of the outer loop.
 constexpr double ParameterSlack = 1e-9;
 

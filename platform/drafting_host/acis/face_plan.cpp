@@ -7,15 +7,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
+
+#include "base/angles.h"
 
 namespace brenvik::acis {
 
 void PlanSeam(FacePlan& face, std::vector<FacePlan>& faces, Nodes& nodes);
 
 namespace {
-
-constexpr double FullTurn = 2 * std::numbers::pi;
 
 bool DecidedBySigns(const SurfaceFrame& frame) {
     return frame.kind == SurfaceFrame::Kind::Sphere || frame.kind == SurfaceFrame::Kind::Torus;

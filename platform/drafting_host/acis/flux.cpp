@@ -10,10 +10,10 @@
 #include <cmath>
 #include <numbers>
 
+#include "base/angles.h"
+
 namespace brenvik::acis {
 namespace {
-
-constexpr double FullTurn = 2 * std::numbers::pi;
 
 // Half the integral of position times step along an edge, seen from the origin.
 gp_XYZ SweptArea(const EdgeNode& edge, const Nodes& nodes, const gp_XYZ& origin) {

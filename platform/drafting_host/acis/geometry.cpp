@@ -2,6 +2,7 @@
 // the numbers first: a similarity takes each of these surfaces to one of its own kind.
 #include "drafting_host/acis/geometry.h"
 
+#include "base/angles.h"
 #include "drafting_host/acis/spline_shapes.h"
 
 #include <ElCLib.hxx>
@@ -24,7 +25,6 @@
 namespace brenvik::acis {
 namespace {
 
-constexpr double FullTurn = 2 * std::numbers::pi;
 // A quarter turn leaves 6e-17 where 0 was meant, two of them 2e-16; over the ten metres of the
 // longest board what is dropped here is far below anything that is measured.
 constexpr double DirectionNoise = 1e-15;

@@ -2,6 +2,7 @@
 // parameters and stay exact; other edges, such as a slanted cut through a bore, are interpolated.
 #include "drafting_host/acis/loop_chart.h"
 
+#include "base/angles.h"
 #include "drafting_host/acis/free_chart.h"
 
 #include <BSplCLib.hxx>
@@ -16,12 +17,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 
 namespace brenvik::acis {
 namespace {
 
-constexpr double FullTurn = 2 * std::numbers::pi;
 // Between neighbouring samples a curve that keeps clear of the poles turns far less than this.
 constexpr double LongestStep = 2.0;
 // A slanted cut all round a bore is met to 1e-12 of the radius.

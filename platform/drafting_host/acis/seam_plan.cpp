@@ -8,12 +8,12 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
+
+#include "base/angles.h"
 
 namespace brenvik::acis {
 namespace {
 
-constexpr double FullTurn = 2 * std::numbers::pi;
 constexpr double ParameterNoise = 1e-7;
 constexpr int MostTries = 5000;  // of places for one seam; a damaged text may offer millions
 constexpr int TriedPlaces = 61;  // a prime, so that regular patterns of openings are not all hit

@@ -29,13 +29,12 @@
 #include "drafting_host/dwg/table_data.h"
 #include "drafting_host/dxf/data/kept_text.h"
 #include "drafting_host/dxf/reading/reading.h"
+#include "session/ports/point_arithmetic.h"
 
 namespace brenvik {
 namespace {
 
 using namespace dwg;
-
-bool IsZero(const Point3& point) { return point.x == 0 && point.y == 0 && point.z == 0; }
 
 class DwgWalk {
   public:
@@ -413,7 +412,7 @@ class DwgWalk {
         std::visit(
             [&](auto& shape) {
                 if constexpr (requires { shape.normal; })
-                    if (IsZero(shape.normal)) shape.normal = {0, 0, 1};
+                    if (vectors::IsZero(shape.normal)) shape.normal = {0, 0, 1};
             },
             entity.geometry);
         auto* const view = std::get_if<ViewportData>(&entity.geometry);

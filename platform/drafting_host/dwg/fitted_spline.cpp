@@ -7,18 +7,13 @@
 #include <cstddef>
 #include <vector>
 
-namespace brenvik::dwg {
-namespace {
+#include "session/ports/point_arithmetic.h"
 
-Point3 operator+(const Point3& a, const Point3& b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
-Point3 operator-(const Point3& a, const Point3& b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
-Point3 operator*(const Point3& a, double factor) { return {a.x * factor, a.y * factor, a.z * factor}; }
-double Length(const Point3& a) { return std::hypot(a.x, a.y, a.z); }
-double Dot(const Point3& a, const Point3& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-Point3 Cross(const Point3& a, const Point3& b) {
-    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
-bool IsZero(const Point3& a) { return a.x == 0 && a.y == 0 && a.z == 0; }
+namespace brenvik::dwg {
+
+using namespace vectors;
+
+namespace {
 
 /// The steps of the parameter between the points; empty where one would be none.
 std::vector<double> StepsOf(const std::vector<Point3>& points, KnotKind kind) {

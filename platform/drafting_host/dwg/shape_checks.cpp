@@ -6,12 +6,12 @@
 #include <type_traits>
 
 #include "drafting_host/dxf/texts/exact_numbers.h"
+#include "session/ports/point_arithmetic.h"
 
 namespace brenvik::dwg {
 namespace {
 
-double Dot(const Point3& a, const Point3& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-double Length(const Point3& a) { return std::sqrt(Dot(a, a)); }
+double Length(const Point3& a) { return std::sqrt(vectors::Dot(a, a)); }
 
 template <typename Number>
 std::string Not(const char* what, Number found, const char* expected) {
@@ -46,7 +46,7 @@ std::string WhyNot(const EllipseData& ellipse) {
     const double axis = Length(ellipse.majorAxis);
     if (axis == 0) return "its major axis has no length";
     if (ellipse.ratio > 1 + tolerance) return Not("ratio of axes", ellipse.ratio, "1 at most");
-    if (std::abs(Dot(ellipse.majorAxis, ellipse.normal)) > tolerance * axis)
+    if (std::abs(vectors::Dot(ellipse.majorAxis, ellipse.normal)) > tolerance * axis)
         return "its major axis isn't at right angles to its normal";
     const std::string start = WhyNotAngle(ellipse.startParameter);
     return start.empty() ? WhyNotAngle(ellipse.endParameter) : start;

@@ -19,13 +19,13 @@
 #include <numbers>
 #include <optional>
 
+#include "base/angles.h"
 #include "base/failure.h"
 #include "drafting_host/solids/guard.h"
 
 namespace brenvik::solids {
 namespace {
 
-constexpr double FullTurn = 2 * std::numbers::pi;
 /// Of a component of a unit vector: below it a face counts as level or upright. Parts that other programs
 /// have turned are off by far less, and along a board it comes to microns.
 constexpr double Square = 1e-6;
@@ -35,11 +35,6 @@ constexpr double SameLevel = 1e-7;
 constexpr double ChordStray = 1e-3;
 /// Into how many pieces a free edge is looked at for the places where it crosses a height.
 constexpr int FreePieces = 48;
-
-double Turn(double angle) {
-    const double rest = std::fmod(angle, FullTurn);
-    return rest < 0 ? rest + FullTurn : rest;
-}
 
 /// An edge of a wall.
 struct WallEdge {
@@ -79,7 +74,7 @@ std::optional<Swing> SwingOf(const BRepAdaptor_Curve& curve) {
 
 /// The parameter a whole number of turns further on that lies in the edge.
 std::optional<double> WithinEdge(const WallEdge& edge, double parameter) {
-    const double inside = edge.first + Turn(parameter - edge.first);
+    const double inside = edge.first + WithinFullTurn(parameter - edge.first);
     return inside <= edge.last ? std::optional(inside) : std::nullopt;
 }
 
@@ -224,8 +219,8 @@ struct LevelSections::Wall {
         };
         std::vector<End> ends;
         for (const Crossing& each : points)
-            ends.push_back(
-                {Turn(std::atan2(each.at.Y() - center.Y(), each.at.X() - center.X())), each.up != outward});
+            ends.push_back({WithinFullTurn(std::atan2(each.at.Y() - center.Y(), each.at.X() - center.X())),
+                            each.up != outward});
         std::ranges::sort(ends, {}, &End::angle);
         if (ends.size() % 2 != 0) Refuse(height, "round");
         for (std::size_t i = 0; i < ends.size(); ++i) {

@@ -12,23 +12,20 @@
 #include <limits>
 #include <numbers>
 
+#include "base/angles.h"
+
 namespace brenvik::solids {
 namespace {
 
-constexpr double FullTurn = 2 * std::numbers::pi;
 constexpr double Level = 1e-9;
 
 PlanPoint Plan(const gp_Pnt& point) { return {point.X(), point.Y()}; }
 double Distance(const PlanPoint& a, const PlanPoint& b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
-double Turn(double angle) {
-    const double rest = std::fmod(angle, FullTurn);
-    return rest < 0 ? rest + FullTurn : rest;
-}
-
 /// How far along the arc a direction from its centre lies, 0 to 1; outside beyond.
 double ShareOf(const PlanCurve& arc, const PlanPoint& point) {
-    const double angle = Turn(std::atan2(point.y - arc.center.y, point.x - arc.center.x) - arc.from);
+    const double angle =
+        WithinFullTurn(std::atan2(point.y - arc.center.y, point.x - arc.center.x) - arc.from);
     // Just before the beginning is the beginning, and not the far end of a turn.
     return (angle > FullTurn - 1e-12 ? angle - FullTurn : angle) / arc.sweep;
 }
@@ -151,7 +148,7 @@ std::optional<PlanCurve> SeenFromAbove(const TopoDS_Edge& edge) {
         const gp_Dir x = circle.XAxis().Direction();
         const double turn = std::atan2(x.Y(), x.X());
         const double first = adaptor.FirstParameter(), last = adaptor.LastParameter();
-        curve.from = Turn(up > 0 ? turn + first : turn - last);
+        curve.from = WithinFullTurn(up > 0 ? turn + first : turn - last);
         curve.sweep = last - first;
         curve.lowZ = curve.highZ = circle.Location().Z();
     } else {

@@ -13,15 +13,14 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numbers>
 
+#include "base/angles.h"
 #include "drafting_host/solids/bulging_face.h"
 #include "drafting_host/solids/line_search.h"
 
 namespace brenvik::solids {
 namespace {
 
-constexpr double FullTurn = 2 * std::numbers::pi;
 // An arc that ends this close to its peak (radians) is taken to hold it: the end lies lower by less
 // than a double of the radius can show, and the peak's formula gives the clean number.
 constexpr double AngleSlack = 1e-9;

@@ -9,6 +9,7 @@
 #include <numbers>
 #include <utility>
 
+#include "base/angles.h"
 #include "base/failure.h"
 #include "cnc/drawing/plan_grid.h"
 #include "cnc/plan/plan_curve_cuts.h"
@@ -123,15 +124,14 @@ class BorderWalk {
     /// Of several ways to go on, the one that has only the region between it and the way in.
     std::size_t Next(std::size_t come, const std::vector<bool>& used) const {
         const double back = Leaves(Reversed(mBorder[come].side));
-        const double whole = 2 * std::numbers::pi;
         std::size_t best = mBorder.size();
-        double least = 3 * whole;
+        double least = 3 * FullTurn;
         const auto leaving = mLeaving.find(mBorder[come].to);
         if (leaving == mLeaving.end()) return best;
         for (const std::size_t next : leaving->second) {
             if (used[next]) continue;
-            double turn = std::fmod(back - Leaves(mBorder[next].side) + 2 * whole, whole);
-            if (turn < 1e-9) turn += whole;
+            double turn = std::fmod(back - Leaves(mBorder[next].side) + 2 * FullTurn, FullTurn);
+            if (turn < 1e-9) turn += FullTurn;
             if (turn < least) {
                 least = turn;
                 best = next;

@@ -10,6 +10,7 @@
 #include <set>
 #include <utility>
 
+#include "base/angles.h"
 #include "cnc/clearing/path_shapes.h"
 #include "cnc/plan/doubled_back.h"
 #include "cnc/plan/negligible_sizes.h"
@@ -48,7 +49,7 @@ std::vector<PlanPoint> Around(const PlanRound& round, double radius) {
     std::vector<PlanPoint> points;
     for (int i = 0; i < count; ++i) {
         // Off the axes, where sides begin and end.
-        const double angle = (i + 0.37) * 2 * std::numbers::pi / count;
+        const double angle = (i + 0.37) * FullTurn / count;
         points.push_back(
             {round.center.x + radius * std::cos(angle), round.center.y + radius * std::sin(angle)});
     }

@@ -10,8 +10,11 @@
 #include "cnc/drawing/drawing_walk.h"
 #include "cnc/drawing/work_layers.h"
 #include "cnc/laying/orientation.h"
+#include "session/ports/point_arithmetic.h"
 
 namespace brenvik {
+
+using namespace vectors;
 
 namespace {
 
@@ -28,13 +31,7 @@ struct Edge {
     double length = 0;
 };
 
-Point3 Difference(const Point3& a, const Point3& b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
-double Dot(const Point3& a, const Point3& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 double Size(const Point3& a) { return std::sqrt(Dot(a, a)); }
-/// a + b * factor.
-Point3 Along(const Point3& a, const Point3& b, double factor) {
-    return {a.x + b.x * factor, a.y + b.y * factor, a.z + b.z * factor};
-}
 
 EdgeOf OwnerOf(const AcadLine& line) {
     const std::string layer = line.Layer();
@@ -59,12 +56,12 @@ bool IsTwin(const Edge& a, const Edge& b) {
 
 /// The part of a vector that stands square to a unit direction.
 Point3 Across(const Point3& vector, const Point3& direction) {
-    return Along(vector, direction, -Dot(vector, direction));
+    return vector + direction * -Dot(vector, direction);
 }
 
 Point3 DirectionOf(const Edge& edge) {
-    const Point3 delta = Difference(edge.end, edge.start);
-    return Along({}, delta, 1 / Size(delta));
+    const Point3 delta = edge.end - edge.start;
+    return delta * (1 / Size(delta));
 }
 
 bool LiesAlong(const Edge& edge, const Point3& faceNormal) {
@@ -85,7 +82,7 @@ const Edge& LongestLine(const std::vector<Edge>& edges, const Point3& faceNormal
 
 /// An edge that continues in the line of another doesn't show on which side of it the part is.
 bool InLine(const Edge& edge, const Edge& longest) {
-    const Point3 delta = Difference(edge.end, edge.start);
+    const Point3 delta = edge.end - edge.start;
     return Size(Across(delta, DirectionOf(longest))) <= SameDirection * Size(delta);
 }
 
@@ -118,12 +115,12 @@ Point3 FarEnd(const Edge& connected, const Edge& longest) {
 Point3 TowardsY(const Edge& connected, const Edge& longest, const Point3& faceNormal) {
     const Point3 far = FarEnd(connected, longest);
     const Point3 x = DirectionOf(longest);
-    const Point3 across = Across(Difference(far, longest.start), x);
+    const Point3 across = Across(far - longest.start, x);
     const double small = SameDirection * Size(across);
     const double above = Dot(across, faceNormal);
-    const bool bevelled = std::abs(above) > small && Size(Along(across, faceNormal, -above)) > small;
+    const bool bevelled = std::abs(above) > small && Size(across + faceNormal * -above) > small;
     if (!bevelled || !LiesAlong(longest, faceNormal)) return far;
-    return Along(longest.start, faceNormal, above);
+    return longest.start + faceNormal * above;
 }
 
 }  // namespace

@@ -5,15 +5,16 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <numbers>
 #include <vector>
+
+#include "base/angles.h"
 
 namespace brenvik {
 
 namespace {
 
 /// Arcs are followed in chords of this angle.
-constexpr double ChordAngle = 2 * std::numbers::pi / 180;
+constexpr double ChordAngle = FullTurn / 180;
 /// Two sides look at each other where their normals are turned by more than a right angle and some: an inner
 /// corner isn't a narrow place.
 constexpr double LooksBack = -0.3;

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
+#include "base/angles.h"
 #include "cnc/plan/plan_piece.h"
 #include "cnc/plan/plan_vectors.h"
 
@@ -57,10 +57,9 @@ double ShareOf(const Curve& curve, const PlanPoint& point) {
     }
     const PlanPoint& center = curve.circle.center;
     double turn = std::atan2(point.y - center.y, point.x - center.x) - curve.fromAngle;
-    const double whole = 2 * std::numbers::pi;
     const double sweep = curve.circle.sweep;
     if (sweep < 0) turn = -turn;
-    turn = std::fmod(std::fmod(turn, whole) + whole, whole);
+    turn = std::fmod(std::fmod(turn, FullTurn) + FullTurn, FullTurn);
     return turn / std::abs(sweep);
 }
 

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
+#include "base/angles.h"
 #include "cnc/plan/plan_piece.h"
 #include "cnc/plan/plan_vectors.h"
 
@@ -23,7 +23,7 @@ double AngleBetween(const PlanPoint& a, const PlanPoint& b) { return std::atan2(
 
 double TurnTo(const PlanPoint& a, const PlanPoint& b) {
     const double angle = AngleBetween(a, b);
-    return angle < 0 ? angle + 2 * std::numbers::pi : angle;
+    return angle < 0 ? angle + FullTurn : angle;
 }
 
 PlanPoint NearestOn(const PlanSide& side, const PlanPoint& point) {

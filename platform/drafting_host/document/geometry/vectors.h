@@ -1,33 +1,19 @@
-// Arithmetic of points and vectors of the host, in drawing units. The operators stand in a namespace of
-// their own, which a source file brings in where it computes.
+// Unit vectors, angles, frames and boxes of the host, in drawing units.
 #pragma once
 
 #include "drafting_host/document/geometry/modeller_handle.h"
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
-#include "session/ports/host_interface.h"
+#include "base/angles.h"
+#include "session/ports/point_arithmetic.h"
 
 namespace brenvik::vectors {
 
-inline constexpr double QuarterTurn = std::numbers::pi / 2;
-inline constexpr double FullTurn = 2 * std::numbers::pi;
 /// Points nearer than this are one point, as the system's own geometry takes them.
 inline constexpr double PointTolerance = 1e-6;
 
-inline Point3 operator+(const Point3& a, const Point3& b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
-inline Point3 operator-(const Point3& a, const Point3& b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
-inline Point3 operator*(const Point3& a, double f) { return {a.x * f, a.y * f, a.z * f}; }
-inline double Dot(const Point3& a, const Point3& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-inline Point3 Cross(const Point3& a, const Point3& b) {
-    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
-
-/// Exact along a world axis, where the square root of a square could round.
-inline double Length(const Point3& a) { return std::hypot(a.x, a.y, a.z); }
-inline double Distance(const Point3& a, const Point3& b) { return Length(a - b); }
 inline bool Finite(const Point3& a) { return std::isfinite(a.x) && std::isfinite(a.y) && std::isfinite(a.z); }
 
 /// The vector at length 1; a zero vector stays. Negative zeros are taken out, so that texts of a normal

@@ -2,8 +2,9 @@
 #include "drafting_host/dxf/data/entity_name.h"
 
 #include <cmath>
-#include <numbers>
 #include <variant>
+
+#include "base/angles.h"
 
 namespace brenvik {
 namespace {
@@ -48,8 +49,8 @@ struct NameOf {
 }  // namespace
 
 bool IsFullRound(const ArcData& arc) {
-    constexpr double fullTurn = 2 * std::numbers::pi, closeEnough = 1e-12;
-    const double sweep = std::abs(std::remainder(arc.endAngle - arc.startAngle, fullTurn));
+    constexpr double closeEnough = 1e-12;
+    const double sweep = std::abs(std::remainder(arc.endAngle - arc.startAngle, FullTurn));
     return sweep < closeEnough;
 }
 

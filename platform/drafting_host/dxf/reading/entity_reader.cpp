@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "drafting_host/dxf/data/annotation_kinds.h"
 #include "drafting_host/dxf/reading/stated_counts.h"
+#include "session/ports/point_arithmetic.h"
 
 namespace brenvik {
 namespace {
@@ -92,8 +93,6 @@ std::string ShownEntity(const Record& record) {
     if (handle != nullptr) text += " (handle " + std::string(handle->value.substr(0, 20)) + ")";
     return text;
 }
-
-bool IsZero(const Point3& point) { return point.x == 0 && point.y == 0 && point.z == 0; }
 
 /// Kinds of many records, the others of which go into what is kept of the first.
 bool HasParts(std::string_view name) { return name == "INSERT" || name == "POLYLINE"; }
@@ -275,7 +274,7 @@ void EntityReader::TakeEntity(Record& record, std::optional<std::size_t> block) 
         NoteFalseCounts(record, groups.own, *geometry);
         TakeFalseColor(record, groups.own);
         const std::size_t place = block ? *block : SpaceOf(groups.own);
-        if (Point3* const normal = NormalOf(*geometry); normal != nullptr && IsZero(*normal)) {
+        if (Point3* const normal = NormalOf(*geometry); normal != nullptr && vectors::IsZero(*normal)) {
             mReading.Note(record.line, "a normal without length (group 210): taken as 0,0,1", false);
             *normal = {0, 0, 1};
         }

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "drafting_host/dxf/reading/reading.h"
+#include "session/ports/point_arithmetic.h"
 
 namespace brenvik {
 namespace {
@@ -23,8 +24,6 @@ bool TakePlanePoint(const Group& group, int index, PlanePoint& point) {
             return false;
     }
 }
-
-bool IsZero(const Point3& point) { return point.x == 0 && point.y == 0 && point.z == 0; }
 
 /// A vector shorter than this has no reliable direction.
 bool HasDirection(const Point3& vector) { return std::hypot(vector.x, vector.y, vector.z) > 1e-100; }
@@ -91,7 +90,7 @@ EllipseData ReadEllipse(Groups groups, std::size_t line) {
         if (group.code == 41) data.startParameter = RealOf(group);
         if (group.code == 42) data.endParameter = RealOf(group);
     }
-    if (IsZero(data.majorAxis)) throw EntityRefused{line, "a major axis with a length was expected"};
+    if (vectors::IsZero(data.majorAxis)) throw EntityRefused{line, "a major axis with a length was expected"};
     RequirePositive(data.ratio, "ratio of the axes", line);
     return data;
 }

@@ -11,12 +11,12 @@
 #include <cmath>
 #include <gp_Ax2.hxx>
 #include <map>
-#include <numbers>
+
+#include "base/angles.h"
 
 namespace brenvik::step {
 namespace {
 
-constexpr double FullTurn = 2 * std::numbers::pi;
 /// File units: nearer to its axis a point has no angle.
 constexpr double OnAxis = 1e-6;
 /// How far the sum of the turns may lie off a whole number: ends fit their curves loosely.
