@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "drafting_host/solids/length_unit.h"
+#include "base/length_unit.h"
 #include "drafting_host/step/texts/step_document.h"
 
 namespace brenvik::step {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "drafting_host/solids/length_unit.h"
+#include "base/length_unit.h"
 #include "drafting_host/step/models/body_faults.h"
 #include "drafting_host/step/places/context_units.h"
 #include "drafting_host/step/places/own_uses.h"

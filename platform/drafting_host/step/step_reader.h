@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "drafting_host/solids/length_unit.h"
+#include "base/length_unit.h"
 #include "drafting_host/step/texts/step_document.h"
 
 namespace brenvik::step {

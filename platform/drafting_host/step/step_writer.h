@@ -5,7 +5,7 @@
 #include <span>
 #include <string>
 
-#include "drafting_host/solids/length_unit.h"
+#include "base/length_unit.h"
 #include "drafting_host/step/texts/step_document.h"
 
 namespace brenvik::step {

@@ -56,8 +56,6 @@ constexpr double LongestUnit = 1e12;
 
 /// A surveyor's inch differs from the other by two millionths.
 bool AreSame(double one, double other) { return std::abs(one / other - 1) < 1e-6; }
-/// Heads of ACIS text hold their unit with four digits.
-bool AreAlike(double one, double other) { return std::abs(one / other - 1) < 1e-4; }
 
 const NamedUnit* UnitOfSize(double millimetres, bool (*isIt)(double, double)) {
     const auto found =
@@ -119,7 +117,7 @@ std::optional<LengthUnit> UnitOfInsertUnits(int insertUnits) {
 }
 
 double AsNamedUnit(double millimetres) {
-    const NamedUnit* const unit = UnitOfSize(millimetres, AreAlike);
+    const NamedUnit* const unit = UnitOfSize(millimetres, AreAlikeUnits);
     return unit == nullptr ? millimetres : unit->millimetres;
 }
 

@@ -6,8 +6,8 @@
 #include <optional>
 #include <vector>
 
+#include "base/length_unit.h"
 #include "drafting_host/dxf/data/drawing_data.h"
-#include "drafting_host/solids/length_unit.h"
 
 namespace brenvik {
 

@@ -5,7 +5,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "drafting_host/solids/length_unit.h"
+#include "base/length_unit.h"
 #include "drafting_host/step/texts/step_document.h"
 #include "drafting_host/step/texts/step_statements.h"
 

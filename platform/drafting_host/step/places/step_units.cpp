@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/length_unit.h"
 #include "base/letter_case.h"
 #include "base/number_text.h"
 #include "base/numbers.h"
@@ -120,9 +121,6 @@ std::optional<double> SizeOfName(const std::string& name) {
     return found == names.end() ? std::nullopt : std::optional(found->second);
 }
 
-/// Four digits are what programs give a factor.
-bool AreAlike(double one, double other) { return std::abs(one / other - 1) < 1e-4; }
-
 std::string Shown(double millimetres) { return NumberToText(millimetres) + " mm"; }
 
 void NoteName(const Statements& statements, const Statement& statement, double size, CodePage codePage,
@@ -130,7 +128,7 @@ void NoteName(const Statements& statements, const Statement& statement, double s
     if (!Holds(TextOf(statements, statement), ConversionMark)) return;
     const std::string name = FirstTextOf(statements, statement, codePage);
     const auto named = SizeOfName(name);
-    if (!named || AreAlike(*named, size)) return;
+    if (!named || AreAlikeUnits(*named, size)) return;
     document.notes.push_back({"the unit of length #" + std::to_string(statement.number) + " is called \"" +
                                   name + "\" and has a factor of " + Shown(size) +
                                   ": the factor is taken, expected one of " + Shown(*named),
@@ -242,7 +240,7 @@ void NoteUnits(const Statements& statements, CodePage codePage, StepDocument& do
             told.push_back(reference.number);
             NoteName(statements, *statement, unit->millimetres, codePage, document);
         }
-        const auto isOther = [&](double size) { return !AreAlike(size, sizes.back()); };
+        const auto isOther = [&](double size) { return !AreAlikeUnits(size, sizes.back()); };
         const auto other = std::ranges::find_if(sizes, isOther);
         if (other == sizes.end()) continue;
         document.notes.push_back({"the context #" + std::to_string(context.number) +

@@ -3,7 +3,7 @@
 
 #include <Resource_FormatType.hxx>
 
-#include "drafting_host/solids/length_unit.h"
+#include "base/length_unit.h"
 #include "drafting_host/step/texts/step_text.h"
 
 namespace brenvik::step {
