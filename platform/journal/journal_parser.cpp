@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "base/ascii.h"
+#include "base/byte_order_mark.h"
 #include "base/handle_text.h"
 #include "base/numbers.h"
 #include "base/text.h"
@@ -194,8 +195,7 @@ JournalSyntaxError::JournalSyntaxError(const std::string& file, std::size_t erro
       mColumn(errorColumn) {}
 
 std::vector<JournalStep> ParseJournal(std::string_view text, const std::string& file) {
-    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+    text = WithoutByteOrderMark(text);
     std::vector<JournalStep> steps;
     for (std::size_t number = 1; !text.empty(); ++number) {
         const std::size_t end = text.find('\n');

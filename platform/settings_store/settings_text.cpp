@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "base/byte_order_mark.h"
 #include "base/file_failure.h"
 #include "base/letter_case.h"
 #include "base/text.h"
@@ -12,7 +13,6 @@
 namespace brenvik {
 namespace {
 
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view HexDigits = "0123456789abcdef";
 
 Failure Damaged(const std::string& place, const std::string& expected) {

@@ -1,11 +1,12 @@
 // Splitting a text into lines.
 #include "base/text_lines.h"
 
+#include "base/byte_order_mark.h"
+
 namespace brenvik {
 
 std::vector<std::string> LinesOf(std::string_view text) {
-    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+    text = WithoutByteOrderMark(text);
     std::vector<std::string> lines;
     while (!text.empty()) {
         const std::size_t end = text.find_first_of("\r\n");

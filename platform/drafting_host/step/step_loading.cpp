@@ -9,6 +9,7 @@
 #include <string_view>
 #include <unordered_set>
 
+#include "base/byte_order_mark.h"
 #include "drafting_host/step/looks/look_targets.h"
 #include "drafting_host/step/models/model_faults.h"
 #include "drafting_host/step/places/mapped_usages.h"
@@ -86,7 +87,8 @@ void RequireBoundedTree(const std::filesystem::path& path, const Statements& sta
 
 /// A byte order mark is nothing that the modeller knows.
 std::string WithoutMark(std::string content) {
-    if (content.starts_with("\xEF\xBB\xBF")) content.replace(0, 3, "   ");
+    if (content.starts_with(ByteOrderMark))
+        content.replace(0, ByteOrderMark.size(), ByteOrderMark.size(), ' ');
     return content;
 }
 

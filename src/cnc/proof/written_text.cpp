@@ -1,12 +1,13 @@
 // A DXF file in text is pairs of lines, a group code and its value.
 #include "cnc/proof/written_text.h"
 
+#include "base/byte_order_mark.h"
+
 namespace brenvik {
 
 namespace {
 
 constexpr std::string_view BinaryMark = "AutoCAD Binary DXF", EndMark = "EOF", LayerCode = "8";
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 }  // namespace
 
@@ -18,7 +19,7 @@ std::string_view TrimmedView(std::string_view text) {
 }
 
 std::optional<std::string_view> TextGroups::NextLine() {
-    if (mLine == 0 && mRest.starts_with(ByteOrderMark)) mRest.remove_prefix(ByteOrderMark.size());
+    if (mLine == 0) mRest = WithoutByteOrderMark(mRest);
     if (mRest.empty()) return std::nullopt;
     ++mLine;
     const std::size_t end = mRest.find('\n');

@@ -6,6 +6,7 @@
 #include <cctype>
 
 #include "base/ascii.h"
+#include "base/byte_order_mark.h"
 #include "base/handle_text.h"
 #include "drafting_host/acis/acis_text.h"
 #include "drafting_host/document/files/drawing_units.h"
@@ -28,7 +29,7 @@ constexpr std::string_view ExpectedContent = "a DXF or DWG drawing, a STEP file 
 constexpr auto DwgBeginnings = std::to_array<std::string_view>({"AC10", "AC1.", "AC2.", "MC0."});
 
 std::string_view WithoutBlanks(std::string_view text) {
-    if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
+    text = WithoutByteOrderMark(text);
     while (!text.empty() && std::isspace(static_cast<unsigned char>(text.front())) != 0)
         text.remove_prefix(1);
     return text;

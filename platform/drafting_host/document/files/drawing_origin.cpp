@@ -7,6 +7,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "base/byte_order_mark.h"
 #include "drafting_host/acis/sat_records.h"
 #include "drafting_host/document/files/drawing_files.h"
 #include "drafting_host/document/files/step_door.h"
@@ -19,7 +20,6 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view Program = "Brenvik";
 constexpr std::string_view Signature = "Saved by Brenvik";
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 /// The heads of STEP files, in which programs name themselves, are shorter.
 constexpr std::size_t HeadLength = 65536;
@@ -41,7 +41,7 @@ bool IsPlainFile(const fs::path& place) {
 
 /// The comment of SignedDxf; editors and version control may have changed the ends of its lines.
 bool IsSigned(std::string_view head) {
-    if (head.starts_with(ByteOrderMark)) head.remove_prefix(ByteOrderMark.size());
+    head = WithoutByteOrderMark(head);
     constexpr std::string_view comment = "999";
     if (!head.starts_with(comment)) return false;
     head.remove_prefix(comment.size());

@@ -4,13 +4,13 @@
 #include <algorithm>
 #include <charconv>
 
+#include "base/byte_order_mark.h"
 #include "base/file_failure.h"
 #include "drafting_host/dxf/reading/binary_groups.h"
 
 namespace brenvik {
 namespace {
 
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view Blanks = " \t";
 
 std::string_view WithoutBlanks(std::string_view text) {

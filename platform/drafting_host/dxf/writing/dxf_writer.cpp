@@ -7,6 +7,7 @@
 #include <set>
 #include <vector>
 
+#include "base/byte_order_mark.h"
 #include "base/letter_case.h"
 #include "drafting_host/dxf/data/header_variables.h"
 #include "drafting_host/dxf/data/kept_text.h"
@@ -248,7 +249,7 @@ std::string WriteDxf(const DrawingData& data, std::vector<std::string>& unkept) 
     // The header comes first in the file and last in the work: it names a handle above all others.
     WriteHeader(header, plan);
     const bool isMarked = plan.File() != nullptr && plan.File()->hasByteOrderMark;
-    return (isMarked ? "\xEF\xBB\xBF" : "") + header.Take() + body.Take();
+    return std::string(isMarked ? ByteOrderMark : "") + header.Take() + body.Take();
 }
 
 std::string WriteDxf(const DrawingData& data) {

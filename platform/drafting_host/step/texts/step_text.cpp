@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/ascii.h"
+#include "base/byte_order_mark.h"
 #include "base/file_failure.h"
 #include "base/noise.h"
 #include "base/number_text.h"
@@ -87,8 +88,7 @@ std::string ContentOf(const std::filesystem::path& path) {
 }
 
 void RequireStep(const std::filesystem::path& path, std::string_view content) {
-    std::string_view start = content;
-    if (start.starts_with("\xEF\xBB\xBF")) start.remove_prefix(3);
+    std::string_view start = WithoutByteOrderMark(content);
     while (!start.empty() && IsBlank(start.front())) start.remove_prefix(1);
     if (start.empty()) throw FormatFailure(path, 1, "a STEP file (\"ISO-10303-21;\"), the file is empty");
     while (start.starts_with("/*")) {
