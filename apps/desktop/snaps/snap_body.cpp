@@ -18,6 +18,8 @@
 #include <gp_Lin.hxx>
 #include <limits>
 
+#include "drafting_host/document/geometry/modeller_points.h"
+
 namespace brenvik::desktop {
 
 using namespace vectors;
@@ -27,8 +29,6 @@ namespace {
 /// Pieces of a curve's course: no full circle on a screen strays a pixel from 64 chords by much.
 constexpr int CourseSteps = 64;
 
-Point3 ToPoint(const gp_Pnt& p) { return {p.X(), p.Y(), p.Z()}; }
-
 /// Where a round face closes upon itself, an edge stands that nobody sees.
 bool IsSeam(const TopoDS_Edge& edge, const TopTools_ListOfShape& faces) {
     for (const TopoDS_Shape& face : faces)
@@ -37,8 +37,8 @@ bool IsSeam(const TopoDS_Edge& edge, const TopTools_ListOfShape& faces) {
 }
 
 std::optional<Point3> CentreOf(const BRepAdaptor_Curve& curve) {
-    if (curve.GetType() == GeomAbs_Circle) return ToPoint(curve.Circle().Location());
-    if (curve.GetType() == GeomAbs_Ellipse) return ToPoint(curve.Ellipse().Location());
+    if (curve.GetType() == GeomAbs_Circle) return FromModeller(curve.Circle().Location());
+    if (curve.GetType() == GeomAbs_Ellipse) return FromModeller(curve.Ellipse().Location());
     return std::nullopt;
 }
 
@@ -65,7 +65,7 @@ SnapBody::SnapBody(const TopoDS_Shape& shape) : mShape(shape) {
         ends.Add(last);
     }
     for (int i = 1; i <= ends.Extent(); ++i)
-        mPoints.push_back({SnapKind::End, ToPoint(BRep_Tool::Pnt(TopoDS::Vertex(ends(i))))});
+        mPoints.push_back({SnapKind::End, FromModeller(BRep_Tool::Pnt(TopoDS::Vertex(ends(i))))});
     for (const Snap& point : mPoints) mBox.Add(point.point);
     for (const SnapEdge& edge : mEdges)
         for (const Point3& point : edge.course) mBox.Add(point);
@@ -80,7 +80,7 @@ void SnapBody::TakeEdge(const TopoDS_Edge& edge) {
     const int steps = taken.straight ? 1 : CourseSteps;
     const double from = curve.FirstParameter(), to = curve.LastParameter();
     for (int i = 0; i <= steps; ++i)
-        taken.course.push_back(ToPoint(curve.Value(i == steps ? to : from + (to - from) * i / steps)));
+        taken.course.push_back(FromModeller(curve.Value(i == steps ? to : from + (to - from) * i / steps)));
     if (taken.centre) mPoints.push_back({SnapKind::Centre, *taken.centre});
     mEdges.push_back(std::move(taken));
     TakeMiddle(edge);
@@ -96,7 +96,7 @@ void SnapBody::TakeMiddle(const TopoDS_Edge& edge) {
                                         Precision::Confusion());
         if (half.IsDone()) middle = half.Parameter();
     }
-    mPoints.push_back({SnapKind::Middle, ToPoint(curve.Value(middle))});
+    mPoints.push_back({SnapKind::Middle, FromModeller(curve.Value(middle))});
 }
 
 bool SnapBody::MayShowAt(const Sight& sight, const ScreenPlace& place, double reach) const {

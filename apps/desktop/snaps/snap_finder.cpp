@@ -10,6 +10,8 @@
 #include <tuple>
 #include <utility>
 
+#include "drafting_host/document/geometry/modeller_points.h"
+
 namespace brenvik::desktop {
 
 using namespace vectors;
@@ -20,8 +22,6 @@ namespace {
 constexpr double Clearance = 1e-4;
 /// Edges that are looked at closely, the nearest ones: far away, a whole kitchen lies within reach.
 constexpr std::size_t MostEdges = 10;
-
-Point3 ToPoint(const gp_Pnt& p) { return {p.X(), p.Y(), p.Z()}; }
 
 /// Where two straight edges meet.
 void CrossStraight(const SnapEdge& one, const SnapEdge& other, std::vector<Point3>& met) {
@@ -49,7 +49,8 @@ std::vector<Point3> Crossings(const SnapEdge& one, const SnapEdge& other) {
     try {
         const BRepExtrema_DistShapeShape nearest(one.edge, other.edge);
         if (nearest.IsDone() && nearest.Value() <= PointTolerance)
-            for (int i = 1; i <= nearest.NbSolution(); ++i) met.push_back(ToPoint(nearest.PointOnShape1(i)));
+            for (int i = 1; i <= nearest.NbSolution(); ++i)
+                met.push_back(FromModeller(nearest.PointOnShape1(i)));
     } catch (const Standard_Failure&) {
         // What the modeller can't compare offers no intersection.
     }
@@ -79,7 +80,7 @@ std::vector<Point3> FeetOn(const SnapEdge& edge, const Point3& base) {
         const opencascade::handle<Geom_Curve> curve = BRep_Tool::Curve(edge.edge, from, to);
         if (curve.IsNull()) return feet;
         const GeomAPI_ProjectPointOnCurve projection({base.x, base.y, base.z}, curve, from, to);
-        for (int i = 1; i <= projection.NbPoints(); ++i) feet.push_back(ToPoint(projection.Point(i)));
+        for (int i = 1; i <= projection.NbPoints(); ++i) feet.push_back(FromModeller(projection.Point(i)));
     } catch (const Standard_Failure&) {
         // What the modeller can't project to offers no foot.
     }

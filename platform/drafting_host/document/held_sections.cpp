@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "drafting_host/document/geometry/modeller_points.h"
 #include "drafting_host/document/host_application.h"
 #include "drafting_host/document/host_solids.h"
 #include "drafting_host/solids/level_sections.h"
@@ -10,20 +11,19 @@ namespace brenvik {
 
 namespace {
 
-Point3 PointOf(const gp_XYZ& xyz) { return {xyz.X(), xyz.Y(), xyz.Z()}; }
-
 /// The shape is shared with the solid: a change of the solid gives that one a new shape.
 class HeldSections final : public SolidSections {
   public:
     explicit HeldSections(const TopoDS_Shape& shape) : mSections(shape) {
         for (const solids::Reach& reach : mSections.Slopes()) mSlopes.push_back({reach.low, reach.high});
         for (const solids::LyingCylinder& lying : mSections.Lying())
-            mRounds.push_back({PointOf(lying.on.XYZ()), PointOf(lying.along), lying.radius, lying.hollow});
+            mRounds.push_back(
+                {FromModeller(lying.on.XYZ()), FromModeller(lying.along), lying.radius, lying.hollow});
     }
 
     Box3 Box() const override {
         const solids::Box& box = mSections.Bounds();
-        return {PointOf(box.min.XYZ()), PointOf(box.max.XYZ())};
+        return {FromModeller(box.min.XYZ()), FromModeller(box.max.XYZ())};
     }
     const std::vector<double>& Levels() const override { return mSections.Levels(); }
     const std::vector<HeightSpan>& Slopes() const override { return mSlopes; }

@@ -14,6 +14,7 @@
 #include "drafting_host/document/geometry/boundary_curves.h"
 #include "drafting_host/document/geometry/curve_edges.h"
 #include "drafting_host/document/geometry/host_failure.h"
+#include "drafting_host/document/geometry/modeller_points.h"
 #include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/document/host_application.h"
 #include "drafting_host/document/kept_groups.h"
@@ -27,8 +28,6 @@ namespace brenvik {
 using namespace vectors;
 
 namespace {
-
-gp_Pnt Pnt(const Point3& p) { return {p.x, p.y, p.z}; }
 
 solids::BooleanKind KindOf(BooleanKind kind) {
     switch (kind) {
@@ -60,7 +59,7 @@ Point3 PlaceIn(const TopoDS_Shape& region) {
     const TopExp_Explorer corner(region, TopAbs_VERTEX);
     if (!corner.More()) throw host_failure::NotPossible("a region without a boundary has no plane");
     const gp_Pnt place = BRep_Tool::Pnt(TopoDS::Vertex(corner.Current()));
-    return {place.X(), place.Y(), place.Z()};
+    return FromModeller(place);
 }
 
 /// The two entities may not be one, and both have to be free.
@@ -218,7 +217,7 @@ double HostSolid::Volume() const {
 Point3 HostSolid::Centroid() const {
     RequireAlive();
     const gp_Pnt center = solids::Centroid(Shape());
-    return {center.X(), center.Y(), center.Z()};
+    return FromModeller(center);
 }
 
 const solids::Extents& HostSolid::Measures() const {
@@ -243,7 +242,7 @@ void HostSolid::Boolean(BooleanKind kind, Acad3DSolid& other) {
 AcadRegion* HostSolid::SectionSolid(const Point3& first, const Point3& second, const Point3& third) {
     RequireAlive();
     const std::vector<TopoDS_Face> faces =
-        solids::SectionByPlane(Shape(), Pnt(first), Pnt(second), Pnt(third));
+        solids::SectionByPlane(Shape(), ToModeller(first), ToModeller(second), ToModeller(third));
     if (faces.empty()) throw host_failure::NotPossible("the plane of the section misses the solid");
     if (faces.size() == 1) return &Owner().AddRegionShape(faces.front());
     const BRep_Builder builder;

@@ -14,6 +14,7 @@
 #include "drafting_host/command/session/answers.h"
 #include "drafting_host/command/session/command_session.h"
 #include "drafting_host/document/geometry/host_failure.h"
+#include "drafting_host/document/geometry/modeller_points.h"
 #include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/mass.h"
@@ -28,8 +29,6 @@ namespace {
 struct Corners {
     Point3 from, to;
 };
-
-gp_Pnt Pnt(const Point3& p) { return {p.x, p.y, p.z}; }
 
 void RequireThick(const Corners& corners) {
     const Point3 size = corners.to - corners.from;
@@ -53,7 +52,7 @@ TopoDS_Shape BoxShape(const Corners& c) {
     return solids::Guarded("making a box", [&]() -> TopoDS_Shape {
         const Point3 low{std::min(c.from.x, c.to.x), std::min(c.from.y, c.to.y), std::min(c.from.z, c.to.z)};
         const Point3 high{std::max(c.from.x, c.to.x), std::max(c.from.y, c.to.y), std::max(c.from.z, c.to.z)};
-        return BRepPrimAPI_MakeBox(Pnt(low), Pnt(high)).Solid();
+        return BRepPrimAPI_MakeBox(ToModeller(low), ToModeller(high)).Solid();
     });
 }
 
@@ -62,9 +61,9 @@ TopoDS_Shape WedgeShape(const Corners& c) {
     RequireThick(c);
     return solids::Guarded("making a wedge", [&]() -> TopoDS_Shape {
         BRepBuilderAPI_MakePolygon profile;
-        profile.Add(Pnt(c.from));
-        profile.Add(Pnt({c.to.x, c.from.y, c.from.z}));
-        profile.Add(Pnt({c.from.x, c.from.y, c.to.z}));
+        profile.Add(ToModeller(c.from));
+        profile.Add(ToModeller({c.to.x, c.from.y, c.from.z}));
+        profile.Add(ToModeller({c.from.x, c.from.y, c.to.z}));
         profile.Close();
         const BRepBuilderAPI_MakeFace face(profile.Wire(), Standard_True);
         BRepPrimAPI_MakePrism prism(face.Face(), gp_Vec(0, c.to.y - c.from.y, 0), Standard_True);
@@ -132,7 +131,7 @@ TopoDS_Shape CylinderShape(const Point3& base, const Point3& top, double radius)
     return solids::Guarded("making a cylinder", [&]() -> TopoDS_Shape {
         const Point3 direction = Unit(axis);
         const Axes axes = ObjectAxes(direction);
-        const gp_Ax2 place(Pnt(base), gp_Dir(direction.x, direction.y, direction.z),
+        const gp_Ax2 place(ToModeller(base), gp_Dir(direction.x, direction.y, direction.z),
                            gp_Dir(axes.x.x, axes.x.y, axes.x.z));
         return BRepPrimAPI_MakeCylinder(place, radius, height).Solid();
     });

@@ -15,6 +15,7 @@
 
 #include "drafting_host/command/session/command_session.h"
 #include "drafting_host/document/geometry/curve_edges.h"
+#include "drafting_host/document/geometry/modeller_points.h"
 #include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/solids/guard.h"
 
@@ -41,8 +42,6 @@ FlatBox WindowOf(const Axes& view, const Point3& corner, const Point3& opposite)
     const Point3 a = FromWorld(view, corner), b = FromWorld(view, opposite);
     return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
 }
-
-gp_Pnt Pnt(const Point3& p) { return {p.x, p.y, p.z}; }
 
 /// An entity's box as the view shows it, or null where it has no extent.
 std::optional<FlatBox> Shown(const HostEntity& entity, const Axes& view) {
@@ -82,10 +81,10 @@ bool Touches(const TopoDS_Shape& shape, const TopoDS_Shape& other) {
     return distance.IsDone() && distance.Value() <= PointTolerance && !distance.InnerSolution();
 }
 
-TopoDS_Shape VertexAt(const Point3& point) { return BRepBuilderAPI_MakeVertex(Pnt(point)).Vertex(); }
+TopoDS_Shape VertexAt(const Point3& point) { return BRepBuilderAPI_MakeVertex(ToModeller(point)).Vertex(); }
 
 gp_Lin LineOfSight(const Point3& point, const Point3& towardsEye) {
-    return {Pnt(point), gp_Dir(towardsEye.x, towardsEye.y, towardsEye.z)};
+    return {ToModeller(point), gp_Dir(towardsEye.x, towardsEye.y, towardsEye.z)};
 }
 
 /// The meeting of a line of sight with faces that is nearest to the eye.

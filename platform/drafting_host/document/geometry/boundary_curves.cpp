@@ -16,6 +16,7 @@
 #include <gp_Lin.hxx>
 
 #include "drafting_host/document/geometry/curve_edges.h"
+#include "drafting_host/document/geometry/modeller_points.h"
 #include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/operations.h"
@@ -28,8 +29,6 @@ namespace {
 
 // How far centres, radii and ends of one circle's pieces may lie apart, drawing units.
 constexpr double SameRound = 1e-6;
-
-Point3 ToPoint(const gp_Dir& d) { return {d.X() + 0.0, d.Y() + 0.0, d.Z() + 0.0}; }
 
 std::vector<TopoDS_Edge> EdgesInOrder(const TopoDS_Wire& wire, const TopoDS_Face& face) {
     std::vector<TopoDS_Edge> stored;
@@ -110,12 +109,13 @@ Point3 LookingUp(const Point3& axis) {
 Point3 BodyNormal(const TopoDS_Edge& edge) {
     const BRepAdaptor_Curve curve(edge);
     if (curve.GetType() == GeomAbs_Line) {
-        const Point3 along = Squared(ToPoint(curve.Line().Direction()));
+        const Point3 along = Squared(FromModeller(curve.Line().Direction()));
         const Point3 across = Cross({0, 0, 1}, along);
         return Length(across) < 1e-6 ? Point3{1, 0, 0} : Squared(Unit(across));
     }
-    if (curve.GetType() == GeomAbs_Circle) return LookingUp(ToPoint(curve.Circle().Axis().Direction()));
-    if (curve.GetType() == GeomAbs_Ellipse) return LookingUp(ToPoint(curve.Ellipse().Axis().Direction()));
+    if (curve.GetType() == GeomAbs_Circle) return LookingUp(FromModeller(curve.Circle().Axis().Direction()));
+    if (curve.GetType() == GeomAbs_Ellipse)
+        return LookingUp(FromModeller(curve.Ellipse().Axis().Direction()));
     return {0, 0, 1};
 }
 
@@ -134,7 +134,7 @@ std::vector<HostGeometry> BoundaryCurves(const TopoDS_Shape& region) {
         std::vector<HostGeometry> curves;
         for (TopExp_Explorer faces(region, TopAbs_FACE); faces.More(); faces.Next()) {
             const TopoDS_Face face = TopoDS::Face(faces.Current());
-            const Point3 normal = Squared(ToPoint(solids::NormalOf(face)));
+            const Point3 normal = Squared(FromModeller(solids::NormalOf(face)));
             for (const TopoDS_Wire& wire : WiresOf(face)) {
                 std::vector<HostGeometry> loop;
                 for (const TopoDS_Edge& edge : EdgesInOrder(wire, face))

@@ -13,6 +13,7 @@
 #include <gp_Circ.hxx>
 #include <gp_Elips.hxx>
 
+#include "drafting_host/document/geometry/modeller_points.h"
 #include "drafting_host/document/geometry/vectors.h"
 #include "drafting_host/solids/guard.h"
 
@@ -22,10 +23,9 @@ using namespace vectors;
 
 namespace {
 
-gp_Pnt Pnt(const Point3& p) { return {p.x, p.y, p.z}; }
 gp_Dir Dir(const Point3& p) { return {p.x, p.y, p.z}; }
+/// A point that goes into the drawing: no text of it shows "-0".
 Point3 ToPoint(const gp_Pnt& p) { return {p.X() + 0.0, p.Y() + 0.0, p.Z() + 0.0}; }
-Point3 ToPoint(const gp_Dir& d) { return {d.X() + 0.0, d.Y() + 0.0, d.Z() + 0.0}; }
 
 template <class Make>
 std::optional<TopoDS_Edge> Built(Make&& make) {
@@ -40,7 +40,7 @@ std::optional<TopoDS_Edge> Built(Make&& make) {
 
 gp_Circ CircleOf(const Point3& center, double radius, const Point3& normal) {
     const Axes axes = ObjectAxes(normal);
-    return gp_Circ(gp_Ax2(Pnt(center), Dir(axes.z), Dir(axes.x)), radius);
+    return gp_Circ(gp_Ax2(ToModeller(center), Dir(axes.z), Dir(axes.x)), radius);
 }
 
 /// Knots of a spline with their multiplicities.
@@ -74,7 +74,7 @@ Handle(Geom_BSplineCurve) BSplineOf(const SplineData& data) {
     const bool rational = data.weights.size() == data.controlPoints.size();
     for (int i = 1; i <= poles; ++i) {
         const auto at = static_cast<std::size_t>(i - 1);
-        points(i) = Pnt(data.controlPoints[at]);
+        points(i) = ToModeller(data.controlPoints[at]);
         weights(i) = rational ? data.weights[at] : 1.0;
     }
     TColStd_Array1OfReal values(1, static_cast<int>(knots.values.size()));
@@ -105,12 +105,12 @@ HostGeometry LineOf(const BRepAdaptor_Curve& curve, const Ends& ends, const Topo
 bool FullRound(const Ends& ends) { return std::abs(ends.last - ends.first) >= FullTurn - 1e-9; }
 
 HostGeometry RoundOf(const gp_Circ& circle, const Ends& ends, const Point3& normal) {
-    const Point3 axis = Squared(ToPoint(circle.Axis().Direction()));
+    const Point3 axis = Squared(FromModeller(circle.Axis().Direction()));
     const bool flipped = Dot(axis, normal) < 0;
     const Point3 side = flipped ? Point3{} - axis : axis;
     if (FullRound(ends)) return CircleData{ToPoint(circle.Location()), circle.Radius(), 0, Unit(side)};
     const Axes axes = ObjectAxes(side);
-    const Point3 x = ToPoint(circle.XAxis().Direction());
+    const Point3 x = FromModeller(circle.XAxis().Direction());
     const double turn = std::atan2(Dot(axes.y, x) + 0.0, Dot(axes.x, x) + 0.0);
     ArcData arc;
     arc.center = ToPoint(circle.Location());
@@ -123,10 +123,10 @@ HostGeometry RoundOf(const gp_Circ& circle, const Ends& ends, const Point3& norm
 
 HostGeometry OvalOf(const gp_Elips& ellipse, const Ends& ends, const Point3& normal) {
     EllipseData data;
-    const Point3 axis = Squared(ToPoint(ellipse.Axis().Direction()));
+    const Point3 axis = Squared(FromModeller(ellipse.Axis().Direction()));
     const bool flipped = Dot(axis, normal) < 0;
     data.center = ToPoint(ellipse.Location());
-    data.majorAxis = ToPoint(ellipse.XAxis().Direction()) * ellipse.MajorRadius();
+    data.majorAxis = FromModeller(ellipse.XAxis().Direction()) * ellipse.MajorRadius();
     data.normal = Unit(flipped ? Point3{} - axis : axis);
     data.ratio = ellipse.MinorRadius() / ellipse.MajorRadius();
     if (FullRound(ends)) return data;
@@ -167,7 +167,7 @@ Point3 Squared(const Point3& direction) {
 
 std::optional<TopoDS_Edge> EdgeOf(const LineData& data) {
     if (Distance(data.start, data.end) < 1e-9) return std::nullopt;
-    return Built([&] { return BRepBuilderAPI_MakeEdge(Pnt(data.start), Pnt(data.end)); });
+    return Built([&] { return BRepBuilderAPI_MakeEdge(ToModeller(data.start), ToModeller(data.end)); });
 }
 
 std::optional<TopoDS_Edge> EdgeOf(const ArcData& data) {
@@ -189,7 +189,7 @@ std::optional<TopoDS_Edge> EdgeOf(const EllipseData& data) {
     const double major = Length(data.majorAxis);
     if (!(major > 0) || !(data.ratio > 0) || data.ratio > 1) return std::nullopt;
     return Built([&] {
-        const gp_Elips ellipse(gp_Ax2(Pnt(data.center), Dir(data.normal), Dir(data.majorAxis)), major,
+        const gp_Elips ellipse(gp_Ax2(ToModeller(data.center), Dir(data.normal), Dir(data.majorAxis)), major,
                                major * data.ratio);
         if (std::abs(data.endParameter - data.startParameter) >= FullTurn - 1e-12)
             return BRepBuilderAPI_MakeEdge(ellipse);

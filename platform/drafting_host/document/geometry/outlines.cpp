@@ -9,6 +9,7 @@
 #include <gp_Sphere.hxx>
 #include <gp_Torus.hxx>
 
+#include "drafting_host/document/geometry/modeller_points.h"
 #include "drafting_host/document/geometry/vectors.h"
 
 namespace brenvik {
@@ -18,8 +19,6 @@ using namespace vectors;
 namespace {
 
 constexpr double SameDirection = 1e-9;
-
-Point3 ToPoint(const gp_XYZ& p) { return {p.X(), p.Y(), p.Z()}; }
 
 /// The part of a surface's parameters that a face spans.
 struct Stretch {
@@ -41,17 +40,17 @@ void AddRuling(std::vector<HostGeometry>& found, const BRepAdaptor_Surface& surf
                double u) {
     if (!stretch.HoldsU(u)) return;
     LineData line;
-    line.start = ToPoint(surface.Value(u, stretch.v0).XYZ());
-    line.end = ToPoint(surface.Value(u, stretch.v1).XYZ());
+    line.start = FromModeller(surface.Value(u, stretch.v0).XYZ());
+    line.end = FromModeller(surface.Value(u, stretch.v1).XYZ());
     found.push_back(line);
 }
 
 /// Rulings of a cylinder or cone: normal(u) = x cos u + y sin u - axis * tilt has to be square to the eye.
 void AddRulings(std::vector<HostGeometry>& found, const BRepAdaptor_Surface& surface, const TopoDS_Face& face,
                 const gp_Ax3& position, double tilt, const Point3& eye) {
-    const double a = Dot(ToPoint(position.XDirection().XYZ()), eye);
-    const double b = Dot(ToPoint(position.YDirection().XYZ()), eye);
-    const double c = Dot(ToPoint(position.Direction().XYZ()), eye) * tilt;
+    const double a = Dot(FromModeller(position.XDirection().XYZ()), eye);
+    const double b = Dot(FromModeller(position.YDirection().XYZ()), eye);
+    const double c = Dot(FromModeller(position.Direction().XYZ()), eye) * tilt;
     const double reach = std::hypot(a, b);
     if (reach < SameDirection || std::abs(c) >= reach) return;
     const Stretch stretch(face);
@@ -62,10 +61,10 @@ void AddRulings(std::vector<HostGeometry>& found, const BRepAdaptor_Surface& sur
 
 /// An arc about the axis of a surface, over the stretch that the face spans.
 HostGeometry About(const gp_Ax3& position, const Point3& center, double radius, const Stretch& stretch) {
-    const Point3 axis = Unit(ToPoint(position.Direction().XYZ()));
+    const Point3 axis = Unit(FromModeller(position.Direction().XYZ()));
     if (stretch.u1 - stretch.u0 >= FullTurn - 1e-9) return CircleData{center, radius, 0, axis};
     const Axes axes = ObjectAxes(axis);
-    const Point3 x = ToPoint(position.XDirection().XYZ());
+    const Point3 x = FromModeller(position.XDirection().XYZ());
     const double turn = std::atan2(Dot(axes.y, x) + 0.0, Dot(axes.x, x) + 0.0);
     const bool direct = position.Direct();
     const double start = direct ? turn + stretch.u0 : turn - stretch.u1;
@@ -76,8 +75,8 @@ HostGeometry About(const gp_Ax3& position, const Point3& center, double radius, 
 void AddOfSphere(std::vector<HostGeometry>& found, const gp_Sphere& sphere, const TopoDS_Face& face,
                  const Point3& eye) {
     const Stretch stretch(face);
-    const Point3 axis = ToPoint(sphere.Position().Direction().XYZ());
-    const Point3 center = ToPoint(sphere.Location().XYZ());
+    const Point3 axis = FromModeller(sphere.Position().Direction().XYZ());
+    const Point3 center = FromModeller(sphere.Location().XYZ());
     const bool whole =
         stretch.u1 - stretch.u0 >= FullTurn - 1e-9 && stretch.v1 - stretch.v0 >= FullTurn / 2 - 1e-9;
     if (whole)
@@ -88,9 +87,9 @@ void AddOfSphere(std::vector<HostGeometry>& found, const gp_Sphere& sphere, cons
 
 void AddOfTorus(std::vector<HostGeometry>& found, const gp_Torus& torus, const TopoDS_Face& face,
                 const Point3& eye) {
-    if (Length(Cross(ToPoint(torus.Position().Direction().XYZ()), eye)) >= SameDirection) return;
+    if (Length(Cross(FromModeller(torus.Position().Direction().XYZ()), eye)) >= SameDirection) return;
     const Stretch stretch(face);
-    const Point3 center = ToPoint(torus.Location().XYZ());
+    const Point3 center = FromModeller(torus.Location().XYZ());
     if (stretch.HoldsV(0))
         found.push_back(About(torus.Position(), center, torus.MajorRadius() + torus.MinorRadius(), stretch));
     const double inner = torus.MajorRadius() - torus.MinorRadius();

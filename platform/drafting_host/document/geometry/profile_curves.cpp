@@ -18,6 +18,7 @@
 #include <set>
 
 #include "drafting_host/document/geometry/curve_edges.h"
+#include "drafting_host/document/geometry/modeller_points.h"
 #include "drafting_host/document/geometry/outlines.h"
 #include "drafting_host/document/geometry/sight_lines.h"
 #include "drafting_host/document/geometry/vectors.h"
@@ -33,8 +34,6 @@ namespace {
 constexpr double Smooth = 1e-5;
 /// Sine of the angle up to which a face stands along the line of sight.
 constexpr double Upright = 1e-7;
-
-Point3 ToPoint(const gp_XYZ& p) { return {p.X(), p.Y(), p.Z()}; }
 
 /// Where an edge is looked at: neither its middle nor another place that drawings like to have something at.
 constexpr double LookedAt = 0.4637;
@@ -52,8 +51,8 @@ EdgePoint PointOn(const TopoDS_Edge& edge) {
     gp_Pnt point;
     gp_Vec along;
     curve.D1(result.parameter, point, along);
-    result.point = ToPoint(point.XYZ());
-    result.along = Unit(ToPoint(along.XYZ()));
+    result.point = FromModeller(point.XYZ());
+    result.along = Unit(FromModeller(along.XYZ()));
     return result;
 }
 
@@ -93,12 +92,12 @@ gp_Pnt2d PlaceOn(const BRepAdaptor_Surface& surface, const TopoDS_Edge& edge, co
 Point3 NormalAt(const TopoDS_Face& face, const TopoDS_Edge& edge, const EdgePoint& at, bool& flat) {
     const BRepAdaptor_Surface surface(face, false);
     flat = surface.GetType() == GeomAbs_Plane;
-    if (flat) return ToPoint(surface.Plane().Axis().Direction().XYZ());
+    if (flat) return FromModeller(surface.Plane().Axis().Direction().XYZ());
     const gp_Pnt2d place = PlaceOn(surface, edge, at);
     gp_Pnt point;
     gp_Vec alongU, alongV;
     surface.D1(place.X(), place.Y(), point, alongU, alongV);
-    const Point3 normal = Cross(ToPoint(alongU.XYZ()), ToPoint(alongV.XYZ()));
+    const Point3 normal = Cross(FromModeller(alongU.XYZ()), FromModeller(alongV.XYZ()));
     return Length(normal) < 1e-12 ? Point3{} : Unit(normal);
 }
 

@@ -14,6 +14,7 @@
 #include <gp_Cone.hxx>
 #include <gp_Lin.hxx>
 
+#include "drafting_host/document/geometry/modeller_points.h"
 #include "drafting_host/solids/operations.h"
 
 namespace brenvik {
@@ -30,9 +31,6 @@ constexpr double Clearance = 1e-4;
 constexpr double Upright = 1e-9;
 /// Beyond every drawing.
 constexpr double FarAway = 1e10;
-
-Point3 ToPoint(const gp_XYZ& p) { return {p.X(), p.Y(), p.Z()}; }
-gp_Pnt Pnt(const Point3& p) { return {p.x, p.y, p.z}; }
 
 void Widen(double value, double& low, double& high) {
     low = std::min(low, value);
@@ -75,7 +73,7 @@ void SightLines::AddOutline(Cover& cover, const TopoDS_Face& face) const {
         if (BRep_Tool::Degenerated(edge) || BRep_Tool::IsClosed(edge, face)) continue;
         const BRepAdaptor_Curve curve(edge);
         const double first = curve.FirstParameter(), last = curve.LastParameter();
-        const auto at = [&](double t) { return ToPoint(curve.Value(t).XYZ()); };
+        const auto at = [&](double t) { return FromModeller(curve.Value(t).XYZ()); };
         if (curve.GetType() == GeomAbs_Line) {
             const Flat from = see(at(first)), to = see(at(last));
             cover.segments.push_back({from, to});
@@ -83,9 +81,9 @@ void SightLines::AddOutline(Cover& cover, const TopoDS_Face& face) const {
         }
         if (curve.GetType() == GeomAbs_Circle) {
             const gp_Circ circle = curve.Circle();
-            const Point3 axis = ToPoint(circle.Axis().Direction().XYZ());
+            const Point3 axis = FromModeller(circle.Axis().Direction().XYZ());
             if (Length(Cross(axis, mFrame.z)) < Upright) {
-                const Point3 middle = ToPoint(circle.Location().XYZ());
+                const Point3 middle = FromModeller(circle.Location().XYZ());
                 const double r = circle.Radius();
                 see(middle + mFrame.x * r + mFrame.y * r);
                 const Flat corner = see(middle - mFrame.x * r - mFrame.y * r);
@@ -94,7 +92,7 @@ void SightLines::AddOutline(Cover& cover, const TopoDS_Face& face) const {
                     cover.discs.push_back({center, r});
                     continue;
                 }
-                const Point3 x = ToPoint(circle.XAxis().Direction().XYZ());
+                const Point3 x = FromModeller(circle.XAxis().Direction().XYZ());
                 const double turn = std::atan2(Dot(x, mFrame.y), Dot(x, mFrame.x));
                 const bool behind = Dot(axis, mFrame.z) < 0;
                 AddArc(cover, center, r, behind ? turn - last : turn + first,
@@ -118,27 +116,27 @@ std::optional<SightLines::Cover> SightLines::CoverOf(const TopoDS_Face& face, bo
     Cover cover;
     switch (surface.GetType()) {
         case GeomAbs_Plane: {
-            const Point3 normal = ToPoint(solids::NormalOf(face).XYZ());
+            const Point3 normal = FromModeller(solids::NormalOf(face).XYZ());
             const double rise = Dot(normal, mFrame.z);
             if (rise < Upright) return std::nullopt;
-            const Point3 on = ToPoint(surface.Plane().Location().XYZ());
+            const Point3 on = FromModeller(surface.Plane().Location().XYZ());
             cover.base = Dot(normal, on) / rise;
             cover.slope = {-Dot(normal, mFrame.x) / rise, -Dot(normal, mFrame.y) / rise};
             AddOutline(cover, face);
             return cover;
         }
         case GeomAbs_Cylinder: {
-            const Point3 axis = ToPoint(surface.Cylinder().Axis().Direction().XYZ());
+            const Point3 axis = FromModeller(surface.Cylinder().Axis().Direction().XYZ());
             bulges = Length(Cross(axis, mFrame.z)) >= Upright;
             return std::nullopt;
         }
         case GeomAbs_Cone: {
             const gp_Cone cone = surface.Cone();
-            const Point3 axis = ToPoint(cone.Axis().Direction().XYZ());
+            const Point3 axis = FromModeller(cone.Axis().Direction().XYZ());
             bulges = Length(Cross(axis, mFrame.z)) >= Upright;
             if (bulges) return std::nullopt;
             const double slant = std::tan(cone.SemiAngle()) * (Dot(axis, mFrame.z) < 0 ? -1 : 1);
-            const Point3 apex = ToPoint(cone.Apex().XYZ());
+            const Point3 apex = FromModeller(cone.Apex().XYZ());
             cover.axis = OnView(apex);
             cover.steepness = 1 / slant;
             cover.base = Dot(apex, mFrame.z);
@@ -223,7 +221,7 @@ bool SightLines::Covered(const Point3& point, double height) const {
         if (bulge.top <= height + Clearance) continue;
         if (p.x < bulge.x.low || p.x > bulge.x.high || p.y < bulge.y.low || p.y > bulge.y.high) continue;
         if (!bulge.hits) bulge.hits = std::make_unique<IntCurvesFace_Intersector>(bulge.face, 1e-7);
-        const gp_Lin sight(Pnt(point), gp_Dir(mFrame.z.x, mFrame.z.y, mFrame.z.z));
+        const gp_Lin sight(ToModeller(point), gp_Dir(mFrame.z.x, mFrame.z.y, mFrame.z.z));
         bulge.hits->Perform(sight, Clearance, FarAway);
         if (bulge.hits->IsDone() && bulge.hits->NbPnt() > 0) return true;
     }
