@@ -6,19 +6,13 @@
 #include <TopoDS.hxx>
 #include <cmath>
 
+#include "drafting_host/solids/clean_entry.h"
 #include "drafting_host/solids/guard.h"
 #include "drafting_host/solids/mass.h"
 #include "drafting_host/solids/rebuild.h"
 
 namespace brenvik::solids {
 namespace {
-
-double CleanEntry(double entry) {
-    constexpr double rounding = 1e-14;
-    if (std::abs(entry) < rounding) return 0;
-    if (std::abs(std::abs(entry) - 1) < rounding) return entry > 0 ? 1 : -1;
-    return entry;
-}
 
 gp_Trsf FromEntries(const gp_Mat& matrix, const gp_XYZ& shift) {
     gp_Trsf result;

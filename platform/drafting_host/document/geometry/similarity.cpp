@@ -7,6 +7,7 @@
 
 #include "drafting_host/document/geometry/host_failure.h"
 #include "drafting_host/document/geometry/vectors.h"
+#include "drafting_host/solids/clean_entry.h"
 #include "drafting_host/solids/transform.h"
 
 namespace brenvik {
@@ -15,14 +16,9 @@ using namespace vectors;
 
 namespace {
 
-double Clean(double entry) {
-    constexpr double rounding = 1e-14;
-    if (std::abs(entry) < rounding) return 0;
-    if (std::abs(std::abs(entry) - 1) < rounding) return entry > 0 ? 1 : -1;
-    return entry;
+Point3 Clean(const Point3& row) {
+    return {solids::CleanEntry(row.x), solids::CleanEntry(row.y), solids::CleanEntry(row.z)};
 }
-
-Point3 Clean(const Point3& row) { return {Clean(row.x), Clean(row.y), Clean(row.z)}; }
 
 std::array<Point3, 3> Transposed(const std::array<Point3, 3>& rows) {
     return {Point3{rows[0].x, rows[1].x, rows[2].x}, Point3{rows[0].y, rows[1].y, rows[2].y},
