@@ -27,8 +27,6 @@ namespace {
 // Share of a turn by which rounding may carry an opening over the end of the outer loop.
 constexpr double ParameterSlack = 1e-9;
 
-double Along(const gp_Pnt2d& p, bool alongU) { return alongU ? p.X() : p.Y(); }
-
 gp_Vec2d AlongBy(double length, bool alongU) { return alongU ? gp_Vec2d(length, 0) : gp_Vec2d(0, length); }
 
 // Lets a wound or closed loop begin at the given piece; the pieces ahead of it follow at the end, moved by

@@ -60,6 +60,9 @@ struct ChartPiece {
     void Move(const gp_Vec2d& by);
 };
 
+/// How far a point lies along one of the two parameters.
+inline double Along(const gp_Pnt2d& p, bool alongU) { return alongU ? p.X() : p.Y(); }
+
 /// A laid out loop. Wound loops end whole turns away from where they start.
 struct LoopChart {
     std::vector<ChartPiece> pieces;

@@ -9,8 +9,6 @@ namespace {
 
 constexpr int FirstWithHistory = 700;
 constexpr int FirstWithWires = 107;
-// Farther out than any drawing reaches; beyond it neither coordinates nor tolerances mean anything.
-constexpr double LongestLength = 1e9;
 
 std::string Quoted(std::string_view text) {
     std::string shown;

@@ -16,6 +16,9 @@
 
 namespace brenvik::acis {
 
+/// Farther out than any drawing reaches; beyond it neither coordinates nor tolerances mean anything.
+inline constexpr double LongestLength = 1e9;
+
 /// One field of a record. A choice is what text has a word for (forward or reversed, I or F) and binary data
 /// a number, whose meaning hangs on the place.
 struct Field {

@@ -18,7 +18,6 @@ constexpr double ParameterNoise = 1e-7;
 constexpr int MostTries = 5000;  // of places for one seam; a damaged text may offer millions
 constexpr int TriedPlaces = 61;  // a prime, so that regular patterns of openings are not all hit
 
-double Along(const gp_Pnt2d& p, bool alongU) { return alongU ? p.X() : p.Y(); }
 double Across(const gp_Pnt2d& p, bool alongU) { return alongU ? p.Y() : p.X(); }
 
 double Wrapped(double difference) { return difference - FullTurn * std::round(difference / FullTurn); }

@@ -13,7 +13,6 @@ namespace {
 
 // The modeller's own limit.
 constexpr int HighestDegree = 25;
-constexpr double LongestLength = 1e9;
 // Lines in a drawing are cut at 255 characters; this many knots always fit.
 constexpr std::size_t PairsInLine = 5;
 

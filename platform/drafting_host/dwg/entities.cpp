@@ -11,8 +11,6 @@
 namespace brenvik::dwg {
 namespace {
 
-bool IsShort(const Object& object) { return object.streams.IsAtLeast(Release::R2000); }
-
 /// The centre of circles and arcs lies in the entity's own plane.
 Point3 InWorld(const Point3& point, const Point3& normal) {
     return EntityPlane(normal).ToWorld({point.x, point.y, point.z});

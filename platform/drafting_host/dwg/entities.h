@@ -36,6 +36,9 @@ struct Further {
     std::vector<std::string> mended;  ///< Values that its kind settles, whatever the file says.
 };
 
+/// Whether thickness and extrusion take a single bit at their defaults.
+inline bool IsShort(const Object& object) { return object.streams.IsAtLeast(Release::R2000); }
+
 /// Whether ReadShape takes the kind.
 bool IsShapeKind(std::string_view kind);
 /// Whether it is a vertex or a face of a polyline of many objects.

@@ -11,8 +11,6 @@
 namespace brenvik::dwg {
 namespace {
 
-bool IsShort(const Object& object) { return object.streams.IsAtLeast(Release::R2000); }
-
 // Flags of a polyline as DXF has them (group 70).
 constexpr int FlagFitted = 2, FlagSplined = 4, Flag3d = 8, FlagMesh = 16, FlagPolyface = 64;
 

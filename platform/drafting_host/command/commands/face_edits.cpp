@@ -35,10 +35,6 @@ using solids::BooleanKind;
 
 constexpr double AngularTolerance = 1e-9;
 
-bool IsFlat(const TopoDS_Face& face) {
-    return BRepAdaptor_Surface(face, Standard_False).GetType() == GeomAbs_Plane;
-}
-
 gp_Pln PlaneOf(const TopoDS_Face& face) { return BRepAdaptor_Surface(face, Standard_False).Plane(); }
 
 bool NeighboursStandSquare(const TopoDS_Shape& solid, const TopoDS_Face& face) {
@@ -173,6 +169,10 @@ bool AllFlat(std::span<const TopoDS_Face> faces) {
 }
 
 }  // namespace
+
+bool IsFlat(const TopoDS_Face& face) {
+    return BRepAdaptor_Surface(face, Standard_False).GetType() == GeomAbs_Plane;
+}
 
 bool RunsAlong(const TopoDS_Face& face, const gp_Dir& direction) {
     const BRepAdaptor_Surface surface(face, Standard_False);

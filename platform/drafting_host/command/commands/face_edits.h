@@ -12,6 +12,9 @@
 
 namespace brenvik {
 
+/// Whether its surface is a plane by its kind; a free surface that only lies flat isn't.
+bool IsFlat(const TopoDS_Face& face);
+
 /// Whether a face runs along a direction, so that it goes on unchanged when it is made longer that way.
 bool RunsAlong(const TopoDS_Face& face, const gp_Dir& direction);
 

@@ -1,11 +1,11 @@
 // UCS Face: the user coordinate system is laid onto a flat face of a solid.
 #include "drafting_host/document/geometry/modeller_handle.h"
 
-#include <BRepAdaptor_Surface.hxx>
 #include <algorithm>
 #include <optional>
 
 #include "drafting_host/command/commands/commands.h"
+#include "drafting_host/command/commands/face_edits.h"
 #include "drafting_host/command/session/answers.h"
 #include "drafting_host/command/session/command_session.h"
 #include "drafting_host/command/session/picking.h"
@@ -19,10 +19,6 @@ namespace brenvik::host_commands {
 using namespace vectors;
 
 namespace {
-
-bool IsFlat(const TopoDS_Face& face) {
-    return BRepAdaptor_Surface(face, Standard_False).GetType() == GeomAbs_Plane;
-}
 
 double DistanceFrom(const Point3& point, const LineData& line) {
     const Point3 along = line.end - line.start;

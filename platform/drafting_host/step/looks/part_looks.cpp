@@ -12,17 +12,17 @@
 namespace brenvik::step {
 namespace {
 
-std::uint8_t Byte(double share) {
-    return static_cast<std::uint8_t>(std::clamp(std::lround(share * 255), 0L, 255L));
-}
-
 Rgb ScreenColor(const Quantity_ColorRGBA& color) {
     double red = 0, green = 0, blue = 0;
     color.GetRGB().Values(red, green, blue, Quantity_TOC_sRGB);
-    return {Byte(red), Byte(green), Byte(blue), Byte(color.Alpha())};
+    return {ByteOf(red), ByteOf(green), ByteOf(blue), ByteOf(color.Alpha())};
 }
 
 }  // namespace
+
+std::uint8_t ByteOf(double share) {
+    return static_cast<std::uint8_t>(std::clamp(std::lround(share * 255), 0L, 255L));
+}
 
 void PartLook::TakeMissing(const PartLook& other) {
     if (layer.empty()) {

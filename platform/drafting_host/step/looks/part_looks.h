@@ -8,6 +8,7 @@
 #include <TopoDS_Shape.hxx>
 #include <XCAFDoc_ColorTool.hxx>
 #include <XCAFDoc_LayerTool.hxx>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,6 +17,9 @@
 #include "drafting_host/step/texts/step_strings.h"
 
 namespace brenvik::step {
+
+/// A share of full colour, 0 to 1, as screens count it.
+std::uint8_t ByteOf(double share);
 
 /// What stands on a label, or is handed down to the parts in it.
 struct PartLook {

@@ -14,10 +14,6 @@
 namespace brenvik::step {
 namespace {
 
-std::uint8_t Byte(double share) {
-    return static_cast<std::uint8_t>(std::clamp(std::lround(share * 255), 0L, 255L));
-}
-
 /// The numbers behind a statement's name.
 std::vector<double> NumbersIn(std::string_view text) {
     const std::size_t quote = text.rfind('\'');
@@ -54,7 +50,7 @@ void Gather(const Statements& statements, const Statement& statement, int depth,
     const std::string_view text = TextOf(statements, statement);
     if (statement.kind == "COLOUR_RGB" && !found.colour) {
         const std::vector<double> shares = NumbersIn(text);
-        if (shares.size() == 3) found.colour = Rgb{Byte(shares[0]), Byte(shares[1]), Byte(shares[2])};
+        if (shares.size() == 3) found.colour = Rgb{ByteOf(shares[0]), ByteOf(shares[1]), ByteOf(shares[2])};
     } else if (statement.kind == "DRAUGHTING_PRE_DEFINED_COLOUR" && !found.colour) {
         found.colour = NamedColour(text);
     } else if (statement.kind == "SURFACE_STYLE_TRANSPARENT") {
@@ -112,7 +108,7 @@ PartLook StatementLooks::OfOne(int number) const {
 std::optional<Rgb> StatementLooks::ColourIn(const Statement& style) const {
     Found found;
     Gather(mStatements, style, 0, found);
-    if (found.colour) found.colour->opacity = Byte(1 - found.transparency);
+    if (found.colour) found.colour->opacity = ByteOf(1 - found.transparency);
     return found.colour;
 }
 

@@ -5,13 +5,9 @@
 #include <string>
 
 #include "drafting_host/step/texts/statement_roles.h"
+#include "drafting_host/step/texts/text_edits.h"
 
 namespace brenvik::step {
-namespace {
-
-std::string Shown(int number) { return "#" + std::to_string(number); }
-
-}  // namespace
 
 void NoteDoubleBodies(const Statements& statements, StepDocument& document) {
     for (const Statement& shape : statements.All()) {
