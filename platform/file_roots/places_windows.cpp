@@ -2,6 +2,7 @@
 #include <cstdlib>
 
 #include "base/failure.h"
+#include "base/path_text.h"
 #include "file_roots/places.h"
 
 namespace brenvik {
@@ -10,10 +11,7 @@ namespace fs = std::filesystem;
 
 fs::path PathFromText(std::string_view text) { return fs::path(std::u8string(text.begin(), text.end())); }
 
-std::string TextFromPath(const fs::path& path) {
-    const std::u8string text = path.u8string();
-    return std::string(text.begin(), text.end());
-}
+std::string TextFromPath(const fs::path& path) { return PathText(path); }
 
 std::string_view TextLineEnd() { return "\r\n"; }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/letter_case.h"
+#include "base/path_text.h"
 #include "odbc/connection_text.h"
 #include "odbc/driver_library.h"
 #include "odbc/driver_registry.h"
@@ -28,8 +29,7 @@ constexpr int TableTypeColumn = 3;
 std::string RealPlace(const OdbcDatabase::PathResolver& resolve, std::string_view systemPath) {
     if (!resolve) return std::string(systemPath);
     const std::filesystem::path place = resolve(systemPath);
-    const std::u8string text = place.u8string();
-    std::string shown(text.begin(), text.end());
+    std::string shown = PathText(place);
     std::error_code ignored;
     if (!std::filesystem::exists(place, ignored))
         throw ExportFailure(failure_number::DatabaseUnavailable,

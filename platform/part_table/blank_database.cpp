@@ -6,6 +6,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "base/path_text.h"
 #include "part_table/engine.h"
 #include "part_table/failures.h"
 #include "part_table/table_layout.h"
@@ -16,7 +17,7 @@ namespace {
 
 Failure CannotMake(const std::filesystem::path& file, const std::string& reason) {
     return DatabaseFailure(failure_number::DatabaseUnavailable,
-                           "The part database " + Shown(file) + " can't be made: " + reason);
+                           "The part database " + PathText(file) + " can't be made: " + reason);
 }
 
 /// The bytes of a database file with the empty part table.
@@ -47,7 +48,7 @@ void WriteBlankDatabase(const std::filesystem::path& file, const WholeFileWriter
     std::error_code error;
     const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
     if (!std::filesystem::is_directory(folder, error))
-        throw CannotMake(file, "the folder " + Shown(folder) + " can't be found");
+        throw CannotMake(file, "the folder " + PathText(folder) + " can't be found");
     const std::string content = BlankContent(file);
     try {
         write(file, content);

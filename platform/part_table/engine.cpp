@@ -6,6 +6,7 @@
 #include <system_error>
 #include <utility>
 
+#include "base/path_text.h"
 #include "base/text.h"
 #include "part_table/failures.h"
 #include "part_table/statement_text.h"
@@ -107,7 +108,8 @@ void Engine::Open() {
     mIdentity = IdentityOf(mFile);
     const int access = mReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
     sqlite3* handle = nullptr;
-    const int code = sqlite3_open_v2(Shown(mFile).c_str(), &handle, access | SQLITE_OPEN_EXRESCODE, nullptr);
+    const int code =
+        sqlite3_open_v2(PathText(mFile).c_str(), &handle, access | SQLITE_OPEN_EXRESCODE, nullptr);
     mHandle.reset(handle);
     try {
         if (code != SQLITE_OK) Fail(code, {});
@@ -156,7 +158,7 @@ void Engine::Fail(int code, std::string_view shown) {
     const std::string message = mHandle ? sqlite3_errmsg(mHandle.get()) : sqlite3_errstr(code);
     if (const char* trouble = FileTrouble(primary))
         throw DatabaseFailure(failure_number::DatabaseUnavailable,
-                              "The part database " + Shown(mFile) + " " + trouble + " (" + message + ")",
+                              "The part database " + PathText(mFile) + " " + trouble + " (" + message + ")",
                               std::string(shown));
     throw DatabaseFailure(failure_number::StatementRefused, StatementTrouble(code, message),
                           std::string(shown));

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/failure.h"
+#include "base/path_text.h"
 #include "session/ports/database_failures.h"
 
 namespace brenvik::part_table {
@@ -15,16 +16,10 @@ inline Failure DatabaseFailure(long number, std::string description, std::string
     return Failure(number, "Brenvik part table", std::move(description), std::move(detail));
 }
 
-/// A file as messages and the engine name it.
-inline std::string Shown(const std::filesystem::path& file) {
-    const std::u8string text = file.u8string();
-    return std::string(text.begin(), text.end());
-}
-
 /// A file that can't be used, with the reason: "can't be found".
 inline Failure Unavailable(const std::filesystem::path& file, const std::string& reason) {
     return DatabaseFailure(failure_number::DatabaseUnavailable,
-                           "The part database " + Shown(file) + " " + reason);
+                           "The part database " + PathText(file) + " " + reason);
 }
 
 /// A file that took the place of one that is open.

@@ -7,17 +7,10 @@
 #include <utility>
 
 #include "base/failure.h"
+#include "base/path_text.h"
 #include "settings_store/folder_lock.h"
 
 namespace brenvik {
-namespace {
-
-std::string Shown(const std::filesystem::path& file) {
-    const std::u8string text = file.u8string();
-    return std::string(text.begin(), text.end());
-}
-
-}  // namespace
 
 std::string SectionPath(SettingsRoot root, std::string_view path) {
     switch (root) {
@@ -34,20 +27,20 @@ TextSettings::Stamp TextSettings::ReadStamp() const {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(mFile, error);
     if (status.type() == std::filesystem::file_type::not_found) return {};
-    if (!std::filesystem::is_regular_file(status)) throw PathAccess(Shown(mFile));
+    if (!std::filesystem::is_regular_file(status)) throw PathAccess(PathText(mFile));
     Stamp stamp{true, std::filesystem::file_size(mFile, error), {}};
     if (!error) stamp.time = std::filesystem::last_write_time(mFile, error);
-    if (error) throw PathAccess(Shown(mFile));
+    if (error) throw PathAccess(PathText(mFile));
     return stamp;
 }
 
 std::string TextSettings::ReadWhole() const {
     std::ifstream stream(mFile, std::ios::binary);
-    if (!stream) throw PermissionDenied(Shown(mFile));
+    if (!stream) throw PermissionDenied(PathText(mFile));
     std::ostringstream content;
     content << stream.rdbuf();
     // An empty file sets the failure bit of the target, which is no fault of the source.
-    if (stream.bad()) throw PathAccess(Shown(mFile));
+    if (stream.bad()) throw PathAccess(PathText(mFile));
     return content.str();
 }
 
@@ -56,7 +49,7 @@ void TextSettings::Refresh() {
     const Stamp stamp = ReadStamp();
     if (stamp == mStamp) return;
     // The stamp is kept only once the content has been understood, so that a damaged file fails each call.
-    SettingsText settings = stamp.exists ? SettingsText::Parse(ReadWhole(), Shown(mFile)) : SettingsText();
+    SettingsText settings = stamp.exists ? SettingsText::Parse(ReadWhole(), PathText(mFile)) : SettingsText();
     mSettings = std::move(settings);
     mStamp = stamp;
 }
@@ -78,7 +71,7 @@ std::string TextSettings::GetSetting(SettingsRoot root, std::string_view path, s
     return Seen().Find(SectionPath(root, path), name).value_or("");
 }
 
-void TextSettings::HoldAt(std::string_view content) { mHeld = SettingsText::Parse(content, Shown(mFile)); }
+void TextSettings::HoldAt(std::string_view content) { mHeld = SettingsText::Parse(content, PathText(mFile)); }
 
 const SettingsText& TextSettings::Seen() {
     if (mHeld && !mTogether) return *mHeld;
