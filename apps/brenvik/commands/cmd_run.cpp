@@ -249,9 +249,61 @@ void TellAboutLists(RunTranscript& transcript, Teller& teller) {
                        [&transcript](const std::string& text) { transcript.Stream() << text << '\n'; });
 }
 
+/// Materials that a saving of the library has left out.
+void TellLibraryNotes(RunTranscript& transcript, Teller& teller) {
+    for (const LibraryNote& note : TakeLibraryNotes()) {
+        transcript.Stream() << note.text << '\n';
+        if (note.isLoss) teller.MarkIncomplete();
+    }
+}
+
 void KeepInputs(KeptFiles& kept, const RunOptions& options) {
     KeepDrawing(kept, options.drawing);
     kept.Keep(PathFromText(options.journal), "the journal that is played");
+}
+
+/// Ahead of everything that the run does, since the transcript is emptied when it is opened.
+void RequireFreeTranscript(const std::string& home, const RunOptions& options) {
+    if (options.transcript.empty()) return;
+    KeptFiles kept;
+    kept.KeepHome(HomeOf(home));
+    KeepInputs(kept, options);
+    kept.RequireFree(PathFromText(options.transcript), OutputKind::Transcript, options.transcript);
+}
+
+void KeepFilesOfRun(KeptFiles& kept, const RunOptions& options) {
+    KeepInputs(kept, options);
+    if (!options.transcript.empty()) kept.Keep(PathFromText(options.transcript), "the transcript of the run");
+}
+
+/// The drawing as the journal finds it.
+HostDocument& OpenToPlay(Workplace& workplace, const RunOptions& options, Teller& teller) {
+    TellDamagedSettings(workplace, teller);
+    HostDocument& document = OpenInHome(workplace, options.drawing, options.unit, teller);
+    TellBlockSolids(document, options.drawing, teller);
+    SelectForCommand(document, options.drawing);
+    GiveMaterial(document, options.drawing.material, teller);
+    teller.Wipe();
+    return document;
+}
+
+/// What a journal that has ended well leaves to be said.
+void TellAtEnd(const RunOptions& options, const OpenedDrawings& drawings, WatchedJournalDialogs& dialogs,
+               RunTranscript& transcript, Teller& teller) {
+    TellOverlooked(options.journal, dialogs, teller);
+    for (const OpenedDrawings::Opened& drawing : drawings.All())
+        if (drawing.document != nullptr)
+            TellNotesSince(drawing.notes, *drawing.document, drawing.name, teller);
+    TellAboutLists(transcript, teller);
+    TellLibraryNotes(transcript, teller);
+}
+
+/// As --save asks. A drawing of a part may stand open before the job's own.
+void SaveFirst(const RunOptions& options, HostDocument& first, const OpenedDrawings& drawings,
+               Workplace& workplace, Teller& teller) {
+    if (options.drawing.save.empty()) return;
+    const bool isGone = drawings.All().front().document == nullptr || first.Closed();
+    SaveOutput(isGone ? PresentDrawing(workplace) : first, options.drawing.save, DrawingUnitOfHome(), teller);
 }
 
 }  // namespace
@@ -260,26 +312,15 @@ ExitStatus RunJournal(const std::string& home, const RunOptions& options, const 
     if (!options.drawing.save.empty()) RequireWritableFormat(options.drawing.save);
     Teller teller(options.drawing.quiet);
     std::vector<JournalStep> steps = ReadJournal(options.journal);
-    KeptFiles kept;
-    kept.KeepHome(HomeOf(home));
-    KeepInputs(kept, options);
-    if (!options.transcript.empty())
-        kept.RequireFree(PathFromText(options.transcript), OutputKind::Transcript, options.transcript);
+    RequireFreeTranscript(home, options);
     RunTranscript transcript(options.transcript, options.drawing.quiet);
     StagedDialogs dialogs(transcript.Stream(), stage);
     JournalPrompts prompts(dialogs, transcript.Stream());
     Workplace workplace(home, dialogs);
-    KeepInputs(workplace.kept, options);
-    if (!options.transcript.empty())
-        workplace.kept.Keep(PathFromText(options.transcript), "the transcript of the run");
+    KeepFilesOfRun(workplace.kept, options);
     workplace.host.SetPrompts(&prompts);
     SetProof(!options.noProof);
-    TellDamagedSettings(workplace, teller);
-    HostDocument& document = OpenInHome(workplace, options.drawing, options.unit, teller);
-    TellBlockSolids(document, options.drawing, teller);
-    SelectForCommand(document, options.drawing);
-    GiveMaterial(document, options.drawing.material, teller);
-    teller.Wipe();
+    HostDocument& document = OpenToPlay(workplace, options, teller);
     if (stage.opened) stage.opened(workplace);
     // A journal types U and REDO as a person does.
     KeepHistory(document);
@@ -299,20 +340,8 @@ ExitStatus RunJournal(const std::string& home, const RunOptions& options, const 
     }
     TellUnsaved(options, drawings, transcript);
     if (stage.closed) stage.closed();
-    TellOverlooked(options.journal, dialogs, teller);
-    for (const OpenedDrawings::Opened& drawing : drawings.All())
-        if (drawing.document != nullptr)
-            TellNotesSince(drawing.notes, *drawing.document, drawing.name, teller);
-    TellAboutLists(transcript, teller);
-    for (const LibraryNote& note : TakeLibraryNotes()) {
-        transcript.Stream() << note.text << '\n';
-        if (note.isLoss) teller.MarkIncomplete();
-    }
-    // A drawing of a part may stand open before the job's own.
-    if (!options.drawing.save.empty())
-        SaveOutput(drawings.All().front().document == nullptr || document.Closed() ? PresentDrawing(workplace)
-                                                                                   : document,
-                   options.drawing.save, DrawingUnitOfHome(), teller);
+    TellAtEnd(options, drawings, dialogs, transcript, teller);
+    SaveFirst(options, document, drawings, workplace, teller);
     if (!transcript.Written()) teller.Loss(options.transcript + ": the transcript can't be written");
     return teller.Status();
 }
