@@ -351,7 +351,7 @@ TEST_F(DrawingsInTabs, ACommandSavesNoneOverOneThatIsOpen) {
     TurnTo(0);
     {
         const Robot robot({PressInBox("OK")});
-        EXPECT_TRUE(window->Run("BVDWG2"));
+        Action("BVDWG2").trigger();
     }
     EXPECT_EQ(Captions(), (Names{"kitchen.dxf", "kitchen.dwg *"}));
     EXPECT_EQ(Document(1).FullName(), copy);

@@ -160,7 +160,7 @@ TEST_F(MainWindowAtWork, ACncRunLeavesNoFilesWhereverItIsCancelled) {
 }
 
 TEST_F(MainWindowAtWork, TheOutcomeNamesTheDrawingOfItsRun) {
-    ASSERT_TRUE(window->Run("BVC2C"));
+    Action("BVC2C").trigger();
     window->ShowOutcome();
     const auto& outcome = *window->findChild<QDialog*>("outcome");
     EXPECT_EQ(outcome.windowTitle(), "Outcome of the CNC run - cabinet.dxf");

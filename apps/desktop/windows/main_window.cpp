@@ -221,17 +221,6 @@ void MainWindow::FindCommandByWords() {
                 return RunCommand(command);
 }
 
-bool MainWindow::Run(std::string_view method) {
-    if (mAsked != nullptr) return false;
-    for (const CommandGroup& group : CommandGroups())
-        for (const GroupedCommand& command : group.commands)
-            if (EqualsIgnoreCase(CommandEntryOf(command.command).method, method)) {
-                RunCommand(command);
-                return true;
-            }
-    return false;
-}
-
 void MainWindow::RunCommand(const GroupedCommand& command) {
     if (mAsked != nullptr) return;
     const bool needsDrawing = command.wantsParts || command.changesDrawing;

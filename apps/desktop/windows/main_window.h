@@ -44,8 +44,6 @@ class MainWindow : public QMainWindow {
     void OpenFiles(const std::vector<std::string>& names);
     /// Shows the host's active drawing as it is now, and a tab for each that is open.
     void ShowDrawing();
-    /// As its menu entry does. False for a method that has none, and while a point is asked for.
-    bool Run(std::string_view method);
     /// After each act, for a person: a line in the history for what no box has shown, and a box for losses. A
     /// journal reports these itself.
     void TellLossesOfActs() { mTellsLosses = true; }
