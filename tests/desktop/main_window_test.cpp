@@ -23,6 +23,7 @@
 #include "export/export_troubles.h"
 #include "parts/part_trouble.h"
 #include "session/progress.h"
+#include "windows/drawing_filters.h"
 
 namespace brenvik::desktop {
 namespace {
@@ -192,6 +193,13 @@ TEST_F(MainWindowAtWork, ADrawingThatACommandSavesIsSaved) {
     EXPECT_FALSE(window->isWindowModified());
     Type("erase last  ");
     EXPECT_TRUE(window->isWindowModified());
+}
+
+TEST(DrawingFilters, HaveTheEndingsThatAreReadAndTheKindsThatAreWritten) {
+    EXPECT_EQ(FilterForOpening(),
+              "Drawings (*.dxf *.dwg *.step *.stp *.sat *.sab *.DXF *.DWG *.STEP *.STP *.SAT *.SAB);;All "
+              "files (*)");
+    EXPECT_EQ(FilterForSaving(), "DXF drawing (*.dxf);;STEP (*.step *.stp);;ACIS text (*.sat)");
 }
 
 TEST_F(MainWindowAtWork, ComesUpAsItWasLeft) {

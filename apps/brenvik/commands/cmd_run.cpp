@@ -86,7 +86,7 @@ HostDocument& PresentDrawing(Workplace& workplace) {
 /// since it is more than what stands there.
 std::string SaveByEnding(const std::string& name, const RunOptions& options, Workplace& workplace,
                          std::ostream& transcript, Teller& teller) {
-    if (!IsWritableFormat(name)) return std::string(WritableEndings);
+    if (!IsWritableFormat(name)) return WritableEndings();
     HostDocument& document = PresentDrawing(workplace);
     RequireNotOpen(workplace.host, name, document);
     if (IsDxfName(name)) {

@@ -166,6 +166,8 @@ void TellNotesSince(std::size_t known, const HostDocument& document, const std::
     TellNotes(drawing, notes.subspan(std::min(known, notes.size())), teller);
 }
 
+std::string WritableEndings() { return "a name that ends in " + EndingsOfWrittenDrawings(); }
+
 bool IsWritableFormat(const std::string& name) {
     return IsEndingOfWrittenDrawing(ExtensionOf(PathFromText(name)));
 }
@@ -176,7 +178,7 @@ bool IsDxfName(const std::string& name) { return IsDrawingExtension(ExtensionOf(
 
 void RequireWritableFormat(const std::string& name) {
     if (!IsWritableFormat(name))
-        throw CommandError(ExitStatus::WrongWords, name + ": expected " + std::string(WritableEndings));
+        throw CommandError(ExitStatus::WrongWords, name + ": expected " + WritableEndings());
 }
 
 void KeepDrawing(KeptFiles& kept, const DrawingOptions& options) {

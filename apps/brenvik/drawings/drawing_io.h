@@ -36,7 +36,7 @@ void TellNotesSince(std::size_t known, const HostDocument& document, const std::
                     Teller& teller);
 
 /// Expected in place of a name that no writer knows.
-inline constexpr std::string_view WritableEndings = "a name that ends in .dxf, .dwg, .step, .stp or .sat";
+std::string WritableEndings();
 
 /// Whether a writer knows the name's extension, whether it is that of any drawing, and whether of DXF text.
 bool IsWritableFormat(const std::string& name);

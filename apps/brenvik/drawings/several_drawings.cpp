@@ -66,10 +66,8 @@ std::vector<std::string> DrawingsIn(const std::string& folder) {
     const std::string below = DrawingsLeftBelow(folder);
     if (drawings.empty())
         throw CommandError(ExitStatus::Unreadable,
-                           folder +
-                               ": expected a drawing, found a folder without one: a name that ends in .dxf, "
-                               ".dwg, .step, .stp, .sat or .sab" +
-                               (below.empty() ? "" : "; " + below));
+                           folder + ": expected a drawing, found a folder without one: a name that ends in " +
+                               EndingsOfDrawings() + (below.empty() ? "" : "; " + below));
     if (!below.empty()) std::cerr << folder << ": " << below << '\n';
     std::ranges::sort(drawings, LessIgnoreCase());
     return drawings;

@@ -2,6 +2,7 @@
 #include "shell/drawing_options.h"
 
 #include "base/letter_case.h"
+#include "drafting_host/document/files/extension.h"
 #include "settings/material_keys.h"
 
 namespace brenvik::app {
@@ -40,7 +41,7 @@ Argument DrawingOptions::DrawingWord() {
 }
 
 Argument DrawingOptions::OutWord() {
-    return Argument("OUT", &save, "The drawing to write: .dxf, .dwg, .step, .stp or .sat").Required();
+    return Argument("OUT", &save, "The drawing to write: " + EndingsOfWrittenDrawings()).Required();
 }
 
 Argument DrawingOptions::Letters() {

@@ -20,6 +20,7 @@
 #include "journal/journal_parser.h"
 #include "recovery/work_keeper.h"
 #include "toolkit/qt_text.h"
+#include "windows/drawing_filters.h"
 #include "windows/drawing_tabs.h"
 #include "windows/main_window.h"
 
@@ -29,8 +30,6 @@ namespace {
 
 constexpr int MostRecent = 8;
 constexpr const char* RecentKey = "recent";
-constexpr const char* OpenFilter =
-    "Drawings (*.dxf *.dwg *.step *.stp *.sat *.sab *.DXF *.DWG *.STEP *.STP *.SAT *.SAB);;All files (*)";
 
 }  // namespace
 
@@ -38,7 +37,8 @@ void MainWindow::MakeFileMenu() {
     QMenu* const file = menuBar()->addMenu(tr("&File"));
     file->addAction(tr("&Open..."), QKeySequence::Open, this, [this] {
         std::vector<std::string> names;
-        for (const QString& name : QFileDialog::getOpenFileNames(this, tr("Open drawings"), {}, OpenFilter))
+        for (const QString& name :
+             QFileDialog::getOpenFileNames(this, tr("Open drawings"), {}, FilterForOpening()))
             names.push_back(FromQt(name));
         OpenFiles(names);
     });

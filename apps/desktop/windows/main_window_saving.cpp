@@ -18,13 +18,12 @@
 #include "journal/journal_parser.h"
 #include "recovery/work_keeper.h"
 #include "toolkit/qt_text.h"
+#include "windows/drawing_filters.h"
 #include "windows/main_window.h"
 
 namespace brenvik::desktop {
 
 namespace {
-
-constexpr const char* SaveFilter = "DXF drawing (*.dxf);;STEP (*.step *.stp);;ACIS text (*.sat)";
 
 std::string TextOf(const Failure& failure) {
     return failure.detail().empty() ? failure.description() : failure.detail();
@@ -129,7 +128,7 @@ bool MainWindow::SaveAsAsked() {
     if (Document() == nullptr) return false;
     const QFileInfo present(ToQt(Document()->FullName()));
     const QString proposed = present.path() + "/" + present.completeBaseName() + ".dxf";
-    QString name = QFileDialog::getSaveFileName(this, tr("Save the drawing"), proposed, SaveFilter);
+    QString name = QFileDialog::getSaveFileName(this, tr("Save the drawing"), proposed, FilterForSaving());
     if (name.isEmpty()) return false;
     if (QFileInfo(name).suffix().isEmpty()) name += ".dxf";
     return SaveUnder(FromQt(name));

@@ -185,8 +185,8 @@ std::vector<std::string> SaveDrawingInUnit(const HostDocument& document, const s
     if (IsDrawingExtension(extension)) return SaveDxf(document, path, unit);
     if (IsStepExtension(extension)) return SaveStep(document, path, UnitOf(document, unit));
     if (extension == ".sat") return SaveSat(document, path, UnitOf(document, unit));
-    throw host_failure::InvalidArgument(path.string() +
-                                        ": expected a name ending in .dxf, .dwg, .step, .stp or .sat");
+    throw host_failure::InvalidArgument(path.string() + ": expected a name ending in " +
+                                        EndingsOfWrittenDrawings());
 }
 
 }  // namespace brenvik

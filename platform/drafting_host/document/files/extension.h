@@ -21,9 +21,17 @@ inline std::string ExtensionOf(const std::filesystem::path& name) {
 struct DrawingEnding {
     std::string_view text;
     bool isWritten = true;
+    /// The kind of drawing that a person who saves may choose. Blank for one that is only written by its
+    /// name.
+    std::string_view choice{};
 };
-inline constexpr auto DrawingEndings = std::to_array<DrawingEnding>(
-    {{".dxf"}, {".dwg"}, {".step"}, {".stp"}, {".sat"}, {.text = ".sab", .isWritten = false}});
+inline constexpr auto DrawingEndings =
+    std::to_array<DrawingEnding>({{.text = ".dxf", .choice = "DXF drawing"},
+                                  {.text = ".dwg"},
+                                  {.text = ".step", .choice = "STEP"},
+                                  {.text = ".stp", .choice = "STEP"},
+                                  {.text = ".sat", .choice = "ACIS text"},
+                                  {.text = ".sab", .isWritten = false}});
 
 inline bool IsEndingOfDrawing(std::string_view extension) {
     return std::ranges::find(DrawingEndings, extension, &DrawingEnding::text) != DrawingEndings.end();
@@ -34,6 +42,10 @@ inline bool IsEndingOfWrittenDrawing(std::string_view extension) {
         return ending.isWritten && ending.text == extension;
     });
 }
+
+/// As a message has them: ".dxf, .dwg or .sat".
+std::string EndingsOfDrawings();
+std::string EndingsOfWrittenDrawings();
 
 /// The host's own drawings. What is saved as ".dwg" is DXF text too.
 inline bool IsDrawingExtension(const std::string& extension) {
