@@ -15,6 +15,7 @@
 #include "base/decimal_digits.h"
 #include "base/failure.h"
 #include "base/invariant.h"
+#include "base/trimmed.h"
 
 namespace brenvik {
 namespace {
@@ -38,10 +39,7 @@ std::string_view WithoutLeadingSpace(std::string_view text) {
     return first == std::string_view::npos ? std::string_view{} : text.substr(first);
 }
 
-std::string_view WithoutSpace(std::string_view text) {
-    text = WithoutLeadingSpace(text);
-    return text.substr(0, text.find_last_not_of(" \t") + 1);
-}
+std::string_view WithoutSpace(std::string_view text) { return Trimmed(text, " \t"); }
 
 // Whether a number that std::from_chars calls out of range is too large rather than too small. The conversion
 // itself does not say.

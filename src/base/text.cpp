@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "base/invariant.h"
+#include "base/trimmed.h"
 #include "base/utf8.h"
 
 namespace brenvik {
@@ -24,10 +25,7 @@ std::string TrimRight(std::string_view text) {
     return std::string(text.substr(0, text.find_last_not_of(' ') + 1));
 }
 
-std::string Trim(std::string_view text) {
-    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
-    return TrimRight(text);
-}
+std::string Trim(std::string_view text) { return std::string(Trimmed(text, " ")); }
 
 bool IsBlank(std::string_view text) { return text.find_first_not_of(' ') == std::string_view::npos; }
 

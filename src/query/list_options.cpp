@@ -9,6 +9,7 @@
 #include "base/numbers.h"
 #include "base/quoted.h"
 #include "base/text.h"
+#include "base/trimmed.h"
 #include "parts/part_table.h"
 #include "query/frm_filter.h"
 
@@ -18,7 +19,6 @@ namespace {
 
 /// What an operator may be made of, so that an unknown one is reported as such.
 constexpr std::string_view OperatorSigns = "=<>!*~";
-constexpr std::string_view Gaps = " \t\r\n";
 constexpr std::string_view LikeWord = " like";
 constexpr std::string_view KnownOperators = "the operators are =, >, <, <> and like";
 
@@ -132,11 +132,7 @@ std::string ShownOperator(std::string_view word) {
 }
 
 /// A value that was copied from elsewhere may bring tabs and line breaks along.
-std::string WithoutGapsAround(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(Gaps);
-    if (first == std::string_view::npos) return {};
-    return std::string(text.substr(first, text.find_last_not_of(Gaps) - first + 1));
-}
+std::string WithoutGapsAround(std::string_view text) { return std::string(Trimmed(text)); }
 
 /// The value behind an operator, which a blank may part from it. Double quotes keep the blanks within them.
 void TakeValue(std::string_view text, FilterChoice& choice) {
@@ -150,7 +146,8 @@ void TakeValue(std::string_view text, FilterChoice& choice) {
 }
 
 FilterChoice ParseFilter(std::string_view filter) {
-    const std::string text(filter.substr(std::min(filter.find_first_not_of(Gaps), filter.size())));
+    const std::string text(
+        filter.substr(std::min(filter.find_first_not_of(BlanksAndLineEnds), filter.size())));
     const OperatorPlace place = FindOperator(text);
     if (place.length == 0) RefuseWithoutOperator(WithoutGapsAround(text));
     const std::string column = RequireColumn("filter", Trim(text.substr(0, place.at)), Offer::ToFilter);

@@ -10,17 +10,12 @@
 #include <utility>
 
 #include "base/failure.h"
+#include "base/trimmed.h"
 #include "drafting_host/solids/transform.h"
 #include "drafting_host/step/shape_contents.h"
 
 namespace brenvik::step {
 namespace {
-
-std::string Trimmed(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(" \t\r\n");
-    if (first == std::string::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
 
 std::string Shown(const std::string& name) { return name.empty() ? "a part" : "part \"" + name + "\""; }
 
@@ -129,7 +124,7 @@ std::string PartFlattener::NameOf(const TDF_Label& label) const {
     Handle(TDataStd_Name) name;
     if (!label.FindAttribute(TDataStd_Name::GetID(), name)) return {};
     const std::string text = mTexts.TextFor(Utf8(name->Get()));
-    return mToTheLetter ? text : Trimmed(text);
+    return mToTheLetter ? text : std::string(Trimmed(text));
 }
 
 /// A product's name, or its instance's. Where this program named nothing, the modeller makes up the latter.

@@ -14,6 +14,7 @@
 #include "base/letter_case.h"
 #include "base/quoted.h"
 #include "base/text.h"
+#include "base/trimmed.h"
 #include "cnc/proof/written_text.h"
 
 namespace brenvik {
@@ -111,7 +112,7 @@ struct Group {
     std::string_view value;
     std::size_t line = 0;
     /// Without the blanks that numbers may stand among.
-    std::string_view Number() const { return TrimmedView(value); }
+    std::string_view Number() const { return Trimmed(value); }
 };
 
 /// An entity or a record of a table: its type and what follows up to the next.
@@ -157,7 +158,7 @@ class FormCheck {
     void ReadGroups(std::string_view content) {
         TextGroups groups(content);
         while (const std::optional<TextGroup> next = groups.Next()) {
-            const std::optional<int> code = Read<int>(TrimmedView(next->code));
+            const std::optional<int> code = Read<int>(Trimmed(next->code));
             if (!code)
                 return Fault(next->line,
                              "expected the number of a group, found \"" + std::string(next->code) + "\"");
@@ -298,7 +299,7 @@ class FormCheck {
         const std::string name = entity.LayerName();
         if (!mLooked.insert(name).second) return;
         // Some receivers read the name to its last letter, others without the blank.
-        if (TrimmedView(name) != name)
+        if (Trimmed(name) != name)
             Fault(entity.line, "the layer " + InQuotes(name) + " begins or ends with a blank");
         if (SpellsPlainCharacters(name))
             Fault(entity.line, "the layer " + InQuotes(name) +

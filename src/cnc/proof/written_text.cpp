@@ -2,6 +2,7 @@
 #include "cnc/proof/written_text.h"
 
 #include "base/byte_order_mark.h"
+#include "base/trimmed.h"
 
 namespace brenvik {
 
@@ -10,13 +11,6 @@ namespace {
 constexpr std::string_view BinaryMark = "AutoCAD Binary DXF", EndMark = "EOF", LayerCode = "8";
 
 }  // namespace
-
-std::string_view TrimmedView(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 std::optional<std::string_view> TextGroups::NextLine() {
     if (mLine == 0) mRest = WithoutByteOrderMark(mRest);
@@ -41,12 +35,12 @@ bool HoldsBinaryGroups(std::string_view content) { return content.starts_with(Bi
 
 bool EndsAsDxf(std::string_view content) {
     if (HoldsBinaryGroups(content)) return content.ends_with(std::string_view("EOF\0", 4));
-    const std::string_view text = TrimmedView(content);
+    const std::string_view text = Trimmed(content);
     if (!text.ends_with(EndMark)) return false;
     const std::size_t lineBreak = text.find_last_of('\n');
-    if (lineBreak == std::string_view::npos || TrimmedView(text.substr(lineBreak)) != EndMark) return false;
-    const std::string_view before = TrimmedView(text.substr(0, lineBreak));
-    return TrimmedView(before.substr(before.find_last_of('\n') + 1)) == "0";
+    if (lineBreak == std::string_view::npos || Trimmed(text.substr(lineBreak)) != EndMark) return false;
+    const std::string_view before = Trimmed(text.substr(0, lineBreak));
+    return Trimmed(before.substr(before.find_last_of('\n') + 1)) == "0";
 }
 
 std::vector<std::string> LayersInText(std::string_view content) {
@@ -56,7 +50,7 @@ std::vector<std::string> LayersInText(std::string_view content) {
     bool inEntities = false;
     std::string_view lastValue;
     while (const std::optional<TextGroup> next = groups.Next()) {
-        const std::string_view code = TrimmedView(next->code), value = TrimmedView(next->value);
+        const std::string_view code = Trimmed(next->code), value = Trimmed(next->value);
         if (code == "2" && lastValue == "SECTION") inEntities = value == "ENTITIES";
         if (inEntities && code == LayerCode) layers.emplace_back(value);
         lastValue = value;

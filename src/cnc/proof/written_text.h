@@ -9,9 +9,6 @@
 
 namespace brenvik {
 
-/// Without the blanks and line ends around it.
-std::string_view TrimmedView(std::string_view text);
-
 /// A group as it stands: its code and its value, without the ends of their lines.
 struct TextGroup {
     std::string_view code, value;

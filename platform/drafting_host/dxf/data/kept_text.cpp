@@ -5,13 +5,10 @@
 #include <charconv>
 
 #include "base/handle_text.h"
+#include "base/trimmed.h"
 
 namespace brenvik {
-std::string_view WithoutBlanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string_view::npos ? std::string_view{}
-                                           : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
+std::string_view WithoutBlanks(std::string_view text) { return Trimmed(text, " "); }
 
 namespace {
 

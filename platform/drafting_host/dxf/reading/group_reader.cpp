@@ -6,6 +6,7 @@
 
 #include "base/byte_order_mark.h"
 #include "base/file_failure.h"
+#include "base/trimmed.h"
 #include "drafting_host/dxf/reading/binary_groups.h"
 
 namespace brenvik {
@@ -13,14 +14,8 @@ namespace {
 
 constexpr std::string_view Blanks = " \t";
 
-std::string_view WithoutBlanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(Blanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(Blanks) - first + 1);
-}
-
 bool ParseCode(std::string_view text, int& code) {
-    text = WithoutBlanks(text);
+    text = Trimmed(text, Blanks);
     const auto read = std::from_chars(text.data(), text.data() + text.size(), code);
     return !text.empty() && read.ec == std::errc{} && read.ptr == text.data() + text.size();
 }
@@ -94,7 +89,7 @@ bool GroupReader::NextGroup(Group& group) {
 bool GroupReader::NextTextGroup(Group& group) {
     const TextLine code = mAt < mContent.size() ? NextLine() : TextLine{};
     if (!ParseCode(code.text, group.code)) {
-        if (!code.ended || (WithoutBlanks(code.text).empty() && OnlyBlanksLeft())) {
+        if (!code.ended || (Trimmed(code.text, Blanks).empty() && OnlyBlanksLeft())) {
             mCut = {std::max<std::size_t>(mLine, 1), "a group code"};
             return false;
         }
@@ -107,7 +102,7 @@ bool GroupReader::NextTextGroup(Group& group) {
     const TextLine value = NextLine();
     group.value = value.text;
     group.line = mLine;
-    const bool isEnd = group.code == 0 && WithoutBlanks(value.text) == "EOF";
+    const bool isEnd = group.code == 0 && Trimmed(value.text, Blanks) == "EOF";
     if (!value.ended && !isEnd) {
         mCut = {mLine, "the whole value of group " + std::to_string(group.code) + " and a line end"};
         return false;
@@ -126,7 +121,7 @@ bool GroupReader::NextRecord(Record& record) {
         throw InvalidDxf(mFileName, group.line, "group 0 with the name of a section or the end of the file",
                          "group " + std::to_string(group.code), Unit());
     }
-    record.name = WithoutBlanks(group.value);
+    record.name = Trimmed(group.value, Blanks);
     record.line = group.line;
     if (record.name == "EOF") {
         mPassedEnd = true;

@@ -10,6 +10,7 @@
 
 #include "base/ascii.h"
 #include "base/number_text.h"
+#include "base/trimmed.h"
 
 namespace brenvik {
 namespace {
@@ -18,9 +19,7 @@ constexpr LongReal RadiansPerDegree = std::numbers::pi_v<LongReal> / 180;
 constexpr std::size_t DigitsOfDouble = 17;
 
 std::string_view Stripped(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) return {};
-    text = text.substr(first, text.find_last_not_of(" \t") - first + 1);
+    text = Trimmed(text, " \t");
     if (text.size() > 1 && text.front() == '+' && text[1] != '-') text.remove_prefix(1);
     return text;
 }

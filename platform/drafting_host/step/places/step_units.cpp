@@ -15,6 +15,7 @@
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/text.h"
+#include "base/trimmed.h"
 #include "drafting_host/step/products/step_notes.h"
 #include "drafting_host/step/texts/text_edits.h"
 
@@ -166,11 +167,11 @@ std::vector<double> SizesIn(const Statements& statements, int context) {
 
 /// Whether a part of a statement of several kinds has no value.
 bool IsEmptyPart(std::string_view text, std::string_view part) {
-    constexpr std::string_view blanks = " \t\r\n";
     const std::size_t mark = text.find(part);
-    const std::size_t open = mark == text.npos ? mark : text.find_first_not_of(blanks, mark + part.size());
+    const std::size_t open =
+        mark == text.npos ? mark : text.find_first_not_of(BlanksAndLineEnds, mark + part.size());
     if (open == text.npos || text[open] != '(') return false;
-    const std::size_t value = text.find_first_not_of(blanks, open + 1);
+    const std::size_t value = text.find_first_not_of(BlanksAndLineEnds, open + 1);
     return value != text.npos && text[value] == ')';
 }
 
