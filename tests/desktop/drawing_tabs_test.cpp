@@ -9,13 +9,12 @@
 #include <QTemporaryDir>
 #include <QTreeWidget>
 #include <QUrl>
-#include <fstream>
 #include <map>
 #include <optional>
-#include <sstream>
 
 #include "checkout_paths.h"
 #include "drafting_host/document/host_solids.h"
+#include "files_on_disk.h"
 #include "form_windows/desktop_dialogs.h"
 #include "home/workplace.h"
 #include "parts/mautocad.h"
@@ -28,12 +27,6 @@ namespace brenvik::desktop {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string Content(const fs::path& file) {
-    std::ostringstream text;
-    text << std::ifstream(file, std::ios::binary).rdbuf();
-    return text.str();
-}
 
 /// By handle.
 std::map<std::string, std::string> PartNames(HostDocument& document) {

@@ -7,10 +7,9 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "checkout_paths.h"
+#include "files_on_disk.h"
 #include "virtual_display.h"
 
 namespace brenvik {
@@ -19,12 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 
 const fs::path source = BRENVIK_SOURCE_DIR, programs = fs::path(BRENVIK_BINARY_DIR) / "bin";
-
-std::string Content(const fs::path& file) {
-    std::ostringstream text;
-    text << std::ifstream(file, std::ios::binary).rdbuf();
-    return text.str();
-}
 
 std::vector<std::string> JournalNames() {
     std::vector<std::string> names;

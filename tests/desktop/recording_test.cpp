@@ -8,12 +8,11 @@
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTreeWidget>
-#include <fstream>
 #include <map>
-#include <sstream>
 
 #include "checkout_paths.h"
 #include "desktop_program.h"
+#include "files_on_disk.h"
 #include "journal/journal_parser.h"
 #include "recording/journal_recorder.h"
 #include "robot.h"
@@ -24,12 +23,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int Patience = 120000;
-
-std::string Content(const fs::path& file) {
-    std::ostringstream text;
-    text << std::ifstream(file, std::ios::binary).rdbuf();
-    return text.str();
-}
 
 QTreeWidgetItem* PartNamed(const char* name) {
     const auto found = Program()->findChild<QTreeWidget*>("parts")->findItems(

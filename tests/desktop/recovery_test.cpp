@@ -13,6 +13,7 @@
 #include "checkout_paths.h"
 #include "console/console_dialogs.h"
 #include "desktop_program.h"
+#include "files_on_disk.h"
 #include "home/workplace.h"
 #include "recovery/recovery_store.h"
 #include "recovery/work_keeper.h"
@@ -24,21 +25,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int Patience = 60000;
-
-std::string Content(const fs::path& file) {
-    std::ostringstream text;
-    text << std::ifstream(file, std::ios::binary).rdbuf();
-    return text.str();
-}
-
-int SolidsIn(const fs::path& drawing) {
-    const std::string content = Content(drawing);
-    int count = 0;
-    for (std::size_t at = content.find("\n3DSOLID\r\n"); at != std::string::npos;
-         at = content.find("\n3DSOLID\r\n", at + 1))
-        ++count;
-    return count;
-}
 
 /// The first work that lies in the home, whoever is at it.
 bool SomethingIsKept(const fs::path& home) {

@@ -9,10 +9,10 @@
 #include <QTreeWidget>
 #include <fstream>
 #include <optional>
-#include <sstream>
 
 #include "checkout_paths.h"
 #include "desktop_program.h"
+#include "files_on_disk.h"
 #include "form_windows/desktop_dialogs.h"
 #include "home/workplace.h"
 #include "recovery/recovery_store.h"
@@ -26,21 +26,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int Patience = 120000;
-
-std::string Content(const fs::path& file) {
-    std::ostringstream text;
-    text << std::ifstream(file, std::ios::binary).rdbuf();
-    return text.str();
-}
-
-int SolidsIn(const fs::path& drawing) {
-    const std::string content = Content(drawing);
-    int count = 0;
-    for (std::size_t at = content.find("\n3DSOLID\r\n"); at != std::string::npos;
-         at = content.find("\n3DSOLID\r\n", at + 1))
-        ++count;
-    return count;
-}
 
 int KeptIn(const fs::path& home) {
     std::error_code error;
