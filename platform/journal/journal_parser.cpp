@@ -9,6 +9,7 @@
 #include "base/ascii.h"
 #include "base/byte_order_mark.h"
 #include "base/handle_text.h"
+#include "base/hex.h"
 #include "base/numbers.h"
 #include "base/text.h"
 #include "base/utf8.h"
@@ -32,12 +33,6 @@ struct Place {
 };
 
 bool IsGap(char character) { return character == ' ' || character == '\t'; }
-
-std::string HexOfByte(char byte) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    const auto value = static_cast<unsigned char>(byte);
-    return {digits[value >> 4], digits[value & 15]};
-}
 
 /// Cuts one line into words.
 class WordReader {
@@ -65,7 +60,7 @@ class WordReader {
         const Utf8Character character = Utf8CharacterAt(mText, mAt);
         // A message with the character of no code in it would end there.
         if (!character.valid || mText[mAt] == '\0')
-            mPlace.Fail(mColumn, "UTF-8 text", "the byte " + HexOfByte(mText[mAt]));
+            mPlace.Fail(mColumn, "UTF-8 text", "the byte " + HexOf(mText.substr(mAt, 1)));
         const std::string_view bytes = mText.substr(mAt, character.length);
         mAt += character.length;
         ++mColumn;

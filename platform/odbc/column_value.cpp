@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/hex.h"
 #include "odbc/text_calls.h"
 
 namespace brenvik::odbc {
@@ -20,14 +21,7 @@ FieldValue ReadText(const Handle& statement, SQLUSMALLINT column) {
 FieldValue ReadBytes(const Handle& statement, SQLUSMALLINT column) {
     const std::optional<std::string> bytes = ReadLongBytes(statement, column);
     if (!bytes) return std::monostate{};
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string text;
-    for (const char character : *bytes) {
-        const auto byte = static_cast<unsigned char>(character);
-        text += digits[byte >> 4];
-        text += digits[byte & 15];
-    }
-    return text;
+    return HexOf(*bytes);
 }
 
 FieldValue ReadNumber(const Handle& statement, SQLUSMALLINT column) {

@@ -6,14 +6,13 @@
 
 #include "base/byte_order_mark.h"
 #include "base/file_failure.h"
+#include "base/hex.h"
 #include "base/letter_case.h"
 #include "base/text.h"
 #include "base/utf8.h"
 
 namespace brenvik {
 namespace {
-
-constexpr std::string_view HexDigits = "0123456789abcdef";
 
 Failure Damaged(const std::string& place, const std::string& expected) {
     return Failure(failure_number::InvalidFileFormat, std::string(OwnSource), place + ": " + expected);
@@ -25,15 +24,13 @@ bool IsControl(char c) {
 }
 
 std::optional<int> HexDigit(char c) {
-    const std::size_t at = HexDigits.find(FoldLower(std::string_view(&c, 1)));
+    const std::size_t at = SmallHexDigits.find(FoldLower(std::string_view(&c, 1)));
     return at == std::string_view::npos ? std::nullopt : std::optional(static_cast<int>(at));
 }
 
 void AppendByteEscape(std::string& text, char c) {
-    const auto byte = static_cast<unsigned char>(c);
     text += "\\x";
-    text += HexDigits[byte >> 4];
-    text += HexDigits[byte & 15];
+    AppendHex(text, static_cast<unsigned char>(c), 2, SmallHexDigits);
 }
 
 std::string Escaped(std::string_view text, bool isName) {

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "base/hex.h"
+
 namespace brenvik {
 
 namespace {
@@ -91,9 +93,7 @@ std::string Sha256(std::string_view bytes) {
     TakeBlocks(state, bytes);
     TakeBlocks(state, TailOf(bytes));
     std::string digits;
-    for (const std::uint32_t word : state)
-        for (unsigned shift = 32; shift > 0; shift -= 4)
-            digits += "0123456789abcdef"[word >> (shift - 4) & 0xFU];
+    for (const std::uint32_t word : state) AppendHex(digits, word, 8, SmallHexDigits);
     return digits;
 }
 

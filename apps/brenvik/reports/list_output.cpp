@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "base/hex.h"
 #include "base/letter_case.h"
 #include "base/noise.h"
 #include "base/number_text.h"
@@ -136,7 +137,6 @@ void WriteCsv(const PartList& list, std::ostream& out) {
 
 /// A text as JSON has it, with its quotes.
 std::string JsonText(std::string_view text) {
-    constexpr std::string_view digits = "0123456789abcdef";
     std::string quoted = "\"";
     for (std::size_t at = 0; at < text.size();) {
         const Utf8Character c = Utf8CharacterAt(text, at);
@@ -145,7 +145,7 @@ std::string JsonText(std::string_view text) {
         else if (c.codePoint == '"' || c.codePoint == '\\')
             quoted += {'\\', text[at]};
         else if (c.codePoint < 0x20)
-            quoted += std::string("\\u00") + digits[c.codePoint >> 4] + digits[c.codePoint & 15];
+            AppendHex(quoted += "\\u", c.codePoint, 4, SmallHexDigits);
         else
             quoted += text.substr(at, c.length);
         at += c.length;

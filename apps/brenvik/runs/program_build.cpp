@@ -11,6 +11,7 @@
 #include <optional>
 #include <string_view>
 
+#include "base/hex.h"
 #include "base/packed_text.h"
 #include "base/sha256.h"
 #include "file_roots/file_content.h"
@@ -18,16 +19,6 @@
 namespace brenvik::app {
 
 namespace {
-
-std::string InHex(std::string_view bytes) {
-    constexpr std::string_view digits = "0123456789abcdef";
-    std::string hex;
-    for (const char byte : bytes) {
-        hex += digits[static_cast<unsigned char>(byte) >> 4U];
-        hex += digits[static_cast<unsigned char>(byte) & 15U];
-    }
-    return hex;
-}
 
 /// Notes stand one behind the other, name and content filled up to words of four bytes.
 std::optional<std::string> MarkIn(std::string_view notes) {
@@ -40,7 +31,7 @@ std::optional<std::string> MarkIn(std::string_view notes) {
         const std::size_t name = filled(head.n_namesz), content = filled(head.n_descsz);
         if (name > notes.size() || content > notes.size() - name) break;
         if (head.n_type == NT_GNU_BUILD_ID && notes.substr(0, head.n_namesz) == owner)
-            return InHex(notes.substr(name, head.n_descsz));
+            return HexOf(notes.substr(name, head.n_descsz), SmallHexDigits);
         notes.remove_prefix(name + content);
     }
     return std::nullopt;

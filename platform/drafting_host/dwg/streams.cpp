@@ -5,6 +5,7 @@
 #include <array>
 #include <utility>
 
+#include "base/hex.h"
 #include "base/utf8.h"
 #include "drafting_host/dwg/checksums.h"
 #include "drafting_host/dxf/texts/exact_numbers.h"
@@ -50,9 +51,8 @@ bool IsControl(char c) {
 
 /// Half a surrogate pair is no character; it stays as an escape, as texts of DXF have it.
 void AppendEscape(std::string& text, unsigned unit) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     text += "\\U+";
-    for (const unsigned shift : {12U, 8U, 4U, 0U}) text += digits[(unit >> shift) & 15U];
+    AppendHex(text, unit, 4);
 }
 
 }  // namespace

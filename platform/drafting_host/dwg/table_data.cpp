@@ -4,6 +4,7 @@
 #include <array>
 
 #include "base/handle_text.h"
+#include "base/hex.h"
 #include "base/number_text.h"
 #include "drafting_host/dxf/data/kept_text.h"
 #include "drafting_host/dxf/texts/dxf_text.h"
@@ -14,17 +15,9 @@ namespace {
 
 /// Bytes in lines of hexadecimal digits.
 void AppendBytes(std::string& groups, int code, std::string_view bytes) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     constexpr std::size_t longestChunk = 127;
-    for (std::size_t at = 0; at < bytes.size(); at += longestChunk) {
-        std::string chunk;
-        for (const char c : bytes.substr(at, longestChunk)) {
-            const auto byte = static_cast<unsigned char>(c);
-            chunk += digits[byte >> 4U];
-            chunk += digits[byte & 15U];
-        }
-        AppendGroup(groups, code, chunk);
-    }
+    for (std::size_t at = 0; at < bytes.size(); at += longestChunk)
+        AppendGroup(groups, code, HexOf(bytes.substr(at, longestChunk)));
 }
 
 class ItemWriter {

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <string>
 
+#include "base/hex.h"
 #include "drafting_host/dxf/texts/dxf_text.h"
 
 namespace brenvik {
@@ -116,14 +117,13 @@ bool BinaryGroups::TakeText(std::string_view& value) {
 }
 
 bool BinaryGroups::TakeChunk(std::string_view& value) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     std::uint8_t length = 0;
     if (!TakeRaw(length) || mContent.size() - mAt < length) return false;
     char text[2 * 255];
     for (std::size_t i = 0; i < length; ++i) {
         const auto byte = static_cast<unsigned char>(mContent[mAt + i]);
-        text[2 * i] = digits[byte >> 4U];
-        text[2 * i + 1] = digits[byte & 0xFU];
+        text[2 * i] = HexDigits[byte >> 4U];
+        text[2 * i + 1] = HexDigits[byte & 0xFU];
     }
     mAt += length;
     value = mTexts.Keep({text, 2U * length});

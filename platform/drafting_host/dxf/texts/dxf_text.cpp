@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include "base/hex.h"
 #include "base/letter_case.h"
 #include "base/text.h"
 #include "base/utf8.h"
@@ -74,11 +75,6 @@ bool NeedsDecoding(std::string_view text) {
     for (const char c : text)
         if (c == '\\' || c == '^' || static_cast<unsigned char>(c) >= 0x80) return true;
     return false;
-}
-
-void AppendHex(std::string& text, unsigned value, int digits) {
-    constexpr std::string_view hex = "0123456789ABCDEF";
-    for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) text += hex[(value >> shift) & 0xFU];
 }
 
 void AppendEscape(std::string& text, unsigned unit) {

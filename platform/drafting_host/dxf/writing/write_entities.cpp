@@ -4,6 +4,7 @@
 
 #include "base/failure.h"
 #include "base/handle_text.h"
+#include "base/hex.h"
 #include "drafting_host/dxf/data/entity_name.h"
 #include "drafting_host/dxf/data/kept_text.h"
 #include "drafting_host/dxf/data/standard_entries.h"
@@ -155,16 +156,6 @@ void RequireVertices(std::size_t count, const GroupWriter& out) {
     if (count == 0) throw InvalidCall(out.Place() + ": a polyline with vertices was expected");
 }
 
-std::string HexOf(const std::uint8_t* first, const std::uint8_t* last) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string text;
-    for (; first != last; ++first) {
-        text += digits[*first >> 4U];
-        text += digits[*first & 0x0FU];
-    }
-    return text;
-}
-
 // Writes one value under its code; the visitor's calls are the types that a code may have.
 class XDataItemWriter {
   public:
@@ -198,12 +189,12 @@ class XDataItemWriter {
     void operator()(const std::vector<std::uint8_t>& bytes) const {
         constexpr std::size_t longestChunk = 127;
         Require(mCode == 1004);
+        const std::string all(bytes.begin(), bytes.end());
         std::size_t at = 0;
         do {
-            const std::size_t count = std::min(longestChunk, bytes.size() - at);
-            mOut.Word(mCode, HexOf(bytes.data() + at, bytes.data() + at + count));
-            at += count;
-        } while (at < bytes.size());
+            mOut.Word(mCode, HexOf(std::string_view(all).substr(at, longestChunk)));
+            at += longestChunk;
+        } while (at < all.size());
     }
 
   private:

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "base/hex.h"
 #include "base/utf8.h"
 #include "drafting_host/step/texts/modeller_session.h"
 
@@ -22,19 +23,14 @@ constexpr std::string_view Replacement = "\xEF\xBF\xBD";
 bool IsPrintable(char c) { return c >= ' ' && c <= '~'; }
 bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
-void AppendHex(std::string& text, std::uint32_t unit) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    for (int shift = 12; shift >= 0; shift -= 4) text += digits[(unit >> shift) & 0xFU];
-}
-
 /// The four-digit escape holds UTF-16 units.
 void AppendUnits(std::string& text, char32_t character) {
     if (character < 0x10000) {
-        AppendHex(text, character);
+        AppendHex(text, character, 4);
         return;
     }
-    AppendHex(text, 0xD800 + ((character - 0x10000) >> 10));
-    AppendHex(text, 0xDC00 + ((character - 0x10000) & 0x3FF));
+    AppendHex(text, 0xD800 + ((character - 0x10000) >> 10), 4);
+    AppendHex(text, 0xDC00 + ((character - 0x10000) & 0x3FF), 4);
 }
 
 std::string FromPage(Resource_FormatType page, std::string_view bytes) {
