@@ -16,6 +16,11 @@ class StepVariants : public StepInput {
         return Content();
     }
 
+    std::string Nested() const {
+        WriteNested(mPath, "");
+        return Content();
+    }
+
     /// The numbers of all statements of a kind.
     static std::vector<std::string> NumbersOf(const std::string& content, const std::string& kind) {
         std::vector<std::string> numbers;
@@ -65,11 +70,29 @@ TEST_F(StepVariants, ARawPartIsTold) {
 }
 
 TEST_F(StepVariants, ASubstituteIsTold) {
-    WriteNested(mPath, "");
-    const std::string content = Content();
+    const std::string content = Nested();
     const auto usages = NumbersOf(content, "NEXT_ASSEMBLY_USAGE_OCCURRENCE");
     const std::string with = WithData(content, "#900001=ASSEMBLY_COMPONENT_USAGE_SUBSTITUTE('s',''," +
                                                    usages[0] + "," + usages[1] + ");\n");
+    const std::string notes = NotesOf(Read(with));
+    EXPECT_EQ(notes.find(LineAt(with, with.find("#900001=")) + ": part \""), 0U) << notes;
+    EXPECT_NE(notes.find("\" as a substitute: both are listed\n"), std::string::npos) << notes;
+}
+
+TEST_F(StepVariants, ASubstituteOfAUsageThatIsAProductIsTold) {
+    const std::string content = Two();
+    const auto definitions = NumbersOf(content, "PRODUCT_DEFINITION");
+    ASSERT_EQ(definitions.size(), 2U);
+    ExpectNote(WithData(content, "#900001=PRODUCT_DEFINITION_SUBSTITUTE('',#900002," + definitions[1] +
+                                     ");\n#900002=PRODUCT_DEFINITION_RELATIONSHIP('','',''," +
+                                     definitions[1] + "," + definitions[0] + ");\n"),
+               "#900001", "part \"Other\" stands for part \"Board\" as a substitute");
+    const std::string nested = Nested();
+    const std::string usage = NumbersOf(nested, "NEXT_ASSEMBLY_USAGE_OCCURRENCE")[0];
+    // In place of a side, a carcass.
+    const std::string carcass = NumbersOf(nested, "PRODUCT_DEFINITION")[0];
+    const std::string with =
+        WithData(nested, "#900001=PRODUCT_DEFINITION_SUBSTITUTE(''," + usage + "," + carcass + ");\n");
     const std::string notes = NotesOf(Read(with));
     EXPECT_EQ(notes.find(LineAt(with, with.find("#900001=")) + ": part \""), 0U) << notes;
     EXPECT_NE(notes.find("\" as a substitute: both are listed\n"), std::string::npos) << notes;
@@ -88,8 +111,7 @@ TEST_F(StepVariants, ASecondVersionOfAProductIsTold) {
 }
 
 TEST_F(StepVariants, VersionsThatAssembliesUseAreParts) {
-    WriteNested(mPath, "");
-    std::string content = Content();
+    std::string content = Nested();
     // The side and the carcass as versions of one product: both have places.
     const auto products = NumbersOf(content, "PRODUCT");
     ASSERT_EQ(products.size(), 3U);

@@ -22,6 +22,7 @@ bool IsDefinition(const Statement& statement) {
 
 bool RelatesVariants(const Statement& statement) {
     return statement.kind == "ASSEMBLY_COMPONENT_USAGE_SUBSTITUTE" ||
+           statement.kind == "PRODUCT_DEFINITION_SUBSTITUTE" ||
            statement.kind == "ALTERNATE_PRODUCT_RELATIONSHIP" || statement.kind == "MAKE_FROM_USAGE_OPTION";
 }
 
@@ -62,6 +63,8 @@ class Reader {
         if (relation.kind == "ASSEMBLY_COMPONENT_USAGE_SUBSTITUTE") {
             Tell(relation, ComponentOf(ends.second), " stands for ", ComponentOf(ends.first),
                  " as a substitute");
+        } else if (relation.kind == "PRODUCT_DEFINITION_SUBSTITUTE") {
+            Tell(relation, Listed(ends.second), " stands for ", RelatedOf(ends.first), " as a substitute");
         } else if (relation.kind == "ALTERNATE_PRODUCT_RELATIONSHIP") {
             Tell(relation, ListedOf(ends.first), " stands for ", ListedOf(ends.second), " as an alternate");
         } else {
@@ -85,6 +88,14 @@ class Reader {
         const auto usage = std::ranges::find_if(
             Tree().Usages(), [&](const Usage& one) { return one.statement->number == number; });
         return usage == Tree().Usages().end() || !usage->isPlaced ? 0 : Listed(usage->component);
+    }
+
+    /// What a usage or another relation of two products has as its second one.
+    int RelatedOf(int number) {
+        const Statement* const relation = mStatements.Find(number);
+        if (relation == nullptr || mStatements.ReferencesOf(*relation).size() < 2) return 0;
+        const bool isUsage = relation->kind == "NEXT_ASSEMBLY_USAGE_OCCURRENCE";
+        return isUsage ? ComponentOf(number) : Listed(mStatements.ReferencesOf(*relation)[1].number);
     }
 
     void Tell(const Statement& relation, int variant, const std::string& verb, int base,
