@@ -300,9 +300,14 @@ void NoteUnplacedUsages(const Statements& statements, CodePage codePage, StepDoc
 }
 
 void NoteLoosePieces(const Statements& statements, CodePage codePage, StepDocument& document) {
-    // Products by their formations, formations by their definitions, and items by what holds them.
+    // Products by their formations, formations by their definitions, and items by what holds them. A version
+    // that supersedes another one defines neither.
+    const auto relatesVersions = [](const Statement& statement) {
+        return statement.kind == "PRODUCT_DEFINITION_FORMATION_RELATIONSHIP";
+    };
     std::unordered_set<int> held;
     for (const Statement& statement : statements.All()) {
+        if (relatesVersions(statement)) continue;
         const bool holds = statement.kind.empty() || statement.kind.starts_with("PRODUCT_DEFINITION") ||
                            statement.kind.ends_with("REPRESENTATION") || statement.kind.ends_with("_MODEL");
         // Documents are products too, and need no definition.
@@ -311,7 +316,7 @@ void NoteLoosePieces(const Statements& statements, CodePage codePage, StepDocume
         for (const Reference& reference : statements.ReferencesOf(statement)) held.insert(reference.number);
     }
     for (const Statement& statement : statements.All()) {
-        if (held.contains(statement.number)) continue;
+        if (held.contains(statement.number) || relatesVersions(statement)) continue;
         const bool isFormation = statement.kind.starts_with("PRODUCT_DEFINITION_FORMATION");
         if (isFormation || statement.kind == "PRODUCT")
             document.notes.push_back({"the product \"" + ProductName(statements, statement.number, codePage) +
