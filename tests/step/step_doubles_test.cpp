@@ -121,6 +121,31 @@ TEST_F(StepDoubles, TwoShapesThatAreTheSameTwiceAreReadOnceWithARemark) {
                                      "is passed over\n");
 }
 
+TEST_F(StepDoubles, AShapeThatIsTheProductsOwnAndStandsInItAtAPlaceIsTold) {
+    std::string content = Root();
+    const auto items = ReferencesOf(content, Brep);
+    const std::string shape = NumberOf(content, Brep), own = "," + shape + ")";
+    content.replace(content.find(own, content.find(" = SHAPE_DEFINITION_REPRESENTATION(")), own.size(),
+                    ",#900020)");
+    const std::string placed =
+        WithData(content, Placement(900001, 1000) + "#900020=SHAPE_REPRESENTATION('',(#900001)," +
+                              items.back() + ");\n#900021=ITEM_DEFINED_TRANSFORMATION('',''," + items[0] +
+                              ",#900001);\n#900022=(REPRESENTATION_RELATIONSHIP('',''," + shape +
+                              ",#900020)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#900021)"
+                              "SHAPE_REPRESENTATION_RELATIONSHIP());\n");
+    EXPECT_EQ(NotesOf(Read(placed)).find("equates"), std::string::npos);
+    for (const std::string& ends : {shape + ",#900020", "#900020," + shape}) {
+        const std::string both =
+            WithData(placed, "#900023=SHAPE_REPRESENTATION_RELATIONSHIP('',''," + ends + ");\n");
+        const std::size_t comma = ends.find(',');
+        ExpectMentions(NotesOf(Read(both)), LineOf(both, "#900023") +
+                                                ": the relation #900023 equates the shapes " +
+                                                ends.substr(0, comma) + " and " + ends.substr(comma + 1) +
+                                                ", though #900020 has " + shape +
+                                                " at a place too: a solid may be listed twice\n");
+    }
+}
+
 TEST_F(StepDoubles, ASolidOfTwoProductsIsAPartOfEach) {
     std::string content = Good();
     const auto items = ReferencesOf(content, Brep);

@@ -156,11 +156,58 @@ class Reader {
 
 std::vector<DoubleRelation> DoubleRelations(const Statements& statements) { return Reader(statements).All(); }
 
+namespace {
+
+/// The shapes that a shape has among its items, each at a place.
+std::set<int> MappedIn(const Statements& statements, int shape) {
+    std::set<int> mapped;
+    const Statement* const holder = statements.Find(shape);
+    if (holder == nullptr) return mapped;
+    for (const Reference& reference : statements.ReferencesOf(*holder)) {
+        const Statement* const item = statements.Find(reference.number);
+        if (item == nullptr || item->kind != "MAPPED_ITEM" || statements.ReferencesOf(*item).empty())
+            continue;
+        const Statement* const map = statements.Find(statements.ReferencesOf(*item)[0].number);
+        if (map != nullptr && statements.ReferencesOf(*map).size() > 1)
+            mapped.insert(statements.ReferencesOf(*map)[1].number);
+    }
+    return mapped;
+}
+
+bool HoldsSolid(const Statements& statements, int shape) {
+    const Statement* const holder = statements.Find(shape);
+    return holder != nullptr &&
+           std::ranges::any_of(statements.ReferencesOf(*holder), [&](const Reference& reference) {
+               const Statement* const item = statements.Find(reference.number);
+               return item != nullptr && IsSolid(item->kind);
+           });
+}
+
+/// Shapes that are the same and of which one has the other at a place as well: which of both is meant is
+/// open.
+void NoteTiedAndPlaced(const Statements& statements, StepDocument& document) {
+    for (const Statement& tie : statements.All()) {
+        const auto ends = statements.ReferencesOf(tie);
+        if (tie.kind != "SHAPE_REPRESENTATION_RELATIONSHIP" || ends.size() < 2) continue;
+        for (const auto& [holder, shape] :
+             {Numbers(ends[0].number, ends[1].number), Numbers(ends[1].number, ends[0].number)})
+            if (MappedIn(statements, holder).contains(shape) && HoldsSolid(statements, shape))
+                document.notes.push_back({"the relation " + Shown(tie.number) + " equates the shapes " +
+                                              Shown(ends[0].number) + " and " + Shown(ends[1].number) +
+                                              ", though " + Shown(holder) + " has " + Shown(shape) +
+                                              " at a place too: a solid may be listed twice",
+                                          statements.LineAt(tie.place)});
+    }
+}
+
+}  // namespace
+
 void NoteDoubleRelations(const Statements& statements, StepDocument& document) {
     for (const DoubleRelation& relation : DoubleRelations(statements))
         document.notes.push_back({"the relation " + Shown(relation.statement->number) + " says again what " +
                                       Shown(relation.first) + " says: it is passed over",
                                   statements.LineAt(relation.statement->place), false});
+    NoteTiedAndPlaced(statements, document);
 }
 
 }  // namespace brenvik::step

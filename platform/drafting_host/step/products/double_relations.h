@@ -18,7 +18,7 @@ struct DoubleRelation {
 /// of another shape, or two shapes equated twice. No statement refers to these.
 std::vector<DoubleRelation> DoubleRelations(const Statements& statements);
 
-/// Remarks on them.
+/// Remarks on them. Reports shapes that are the same and stand in each other at a place as well.
 void NoteDoubleRelations(const Statements& statements, StepDocument& document);
 
 }  // namespace brenvik::step
