@@ -35,6 +35,43 @@ class StepUsages : public StepInput {
     }
 };
 
+TEST_F(StepUsages, APlaceOfOneUseAloneIsToldWhereItIsNotThatOfTheUsages) {
+    const std::string nested = Nested();
+    const auto usageAt = [&](const std::string& name) { return nested.find(",'" + name + "','',#"); };
+    const std::size_t upper = usageAt("Carcass 1"), next = usageAt("Right");
+    ASSERT_NE(upper, std::string::npos);
+    ASSERT_NE(next, std::string::npos);
+    const std::string job = ReferencesAt(nested, nested.rfind('(', upper)).at(0);
+    const std::string side = ReferencesAt(nested, nested.rfind('(', next)).at(1);
+    const std::size_t brep = nested.find("ADVANCED_BREP_SHAPE_REPRESENTATION(");
+    const std::string axes = ReferencesAt(nested, brep).at(0), context = ReferencesAt(nested, brep).back();
+    const auto notesAt = [&](const std::string& at, bool isPlaced) {
+        std::string more = "#900001=SPECIFIED_HIGHER_USAGE_OCCURRENCE('','',''," + job + "," + side + ",$," +
+                           NumberAt(nested, upper) + "," + NumberAt(nested, next) +
+                           ");\n#900002=PRODUCT_DEFINITION_SHAPE('','',#900001);\n";
+        if (isPlaced)
+            more += "#900003=CARTESIAN_POINT('',(" + at +
+                    "));\n#900004=AXIS2_PLACEMENT_3D('',#900003,$,$);\n"
+                    "#900005=SHAPE_REPRESENTATION('',(#900004)," +
+                    context + ");\n#900006=ITEM_DEFINED_TRANSFORMATION('',''," + axes +
+                    ",#900004);\n#900007=(REPRESENTATION_RELATIONSHIP('',''," + NumberAt(nested, brep) +
+                    ",#900005)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#900006)"
+                    "SHAPE_REPRESENTATION_RELATIONSHIP());\n"
+                    "#900008=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#900007,#900002);\n";
+        const StepDocument document = Read(WithData(nested, more));
+        EXPECT_EQ(document.solids.size(), 4U);
+        return NotesOf(document);
+    };
+    const std::string told = "the assembly usage #900001 has a place of its own";
+    EXPECT_EQ(notesAt("", false).find(told), std::string::npos);
+    EXPECT_EQ(notesAt("582.25,0.,0.", true).find(told), std::string::npos);
+    const std::string line = LineAt(nested, nested.rfind("ENDSEC;"));
+    ExpectMentions(notesAt("582.25,0.,900.", true),
+                   line + ": " + told +
+                       " (SPECIFIED_HIGHER_USAGE_OCCURRENCE), which isn't read: its part may lie in another "
+                       "place\n");
+}
+
 TEST_F(StepUsages, AMisspeltUsageIsALoss) {
     const std::string nested = Nested();
     const std::string usage = NumberOf(nested, "PRODUCT_DEFINITION");
@@ -200,6 +237,19 @@ TEST_F(StepUsages, AProductWhoseVersionHasNoDefinitionIsToldUnlessItIsADocument)
         "#900001=PRODUCT('2','Shelf','',());\n"
         "#900003=PRODUCT_RELATED_PRODUCT_CATEGORY('document',$,(#900001));\n";
     EXPECT_EQ(NotesOf(Read(WithData(Good(), document))), "");
+}
+
+TEST_F(StepUsages, AVersionThatSupersedesAnotherOneIsNoProductWithoutADefinition) {
+    const std::string good = Good();
+    const std::string version = NumberOf(good, "PRODUCT_DEFINITION_FORMATION");
+    const std::string relation =
+        "#900001=PRODUCT_DEFINITION_FORMATION_RELATIONSHIP('','supersedes',''," + version + ",";
+    EXPECT_EQ(NotesOf(Read(WithData(good, relation + version + ");\n"))), "");
+    const std::string loose = WithData(good, relation + "#900002);\n#900002=PRODUCT_DEFINITION_FORMATION(" +
+                                                 "'2',''," + NumberOf(good, "PRODUCT") + ");\n");
+    const std::string notes = NotesOf(Read(loose));
+    ExpectMentions(notes, LineAt(loose, loose.find("\n#900002=") + 1) + ": the product \"");
+    EXPECT_EQ(notes.find("#900001"), std::string::npos) << notes;
 }
 
 TEST_F(StepUsages, AMappedShapeThatAnotherKindOfModelHoldsIsNotTold) {

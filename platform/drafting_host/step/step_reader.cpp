@@ -30,6 +30,7 @@
 #include "drafting_host/step/part_flattener.h"
 #include "drafting_host/step/places/part_places.h"
 #include "drafting_host/step/places/place_operators.h"
+#include "drafting_host/step/places/specified_usages.h"
 #include "drafting_host/step/places/step_units.h"
 #include "drafting_host/step/products/double_bodies.h"
 #include "drafting_host/step/products/double_relations.h"
@@ -299,6 +300,7 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
     NoteDoubleRelations(file.Text(), document);
     NoteSharedSolids(file.Text(), file.Page(), document);
     NoteDoubtfulUsages(file.Text(), document);
+    NoteSpecifiedPlaces(file.Text(), document);
     NoteVariants(file.Text(), file.Page(), document);
     // The modeller counts a product whose shape lies elsewhere as failed.
     if (parts.Outside().empty()) NoteFailedEntities(file.Reader().Reader(), document);
