@@ -167,6 +167,26 @@ TEST_F(StepUses, AMirroredComponentIsMirroredAtAnyDepthAndTwiceIsNotAtAll) {
     }
 }
 
+TEST_F(StepUses, PlacementsThatStandInEachOthersShapesCountByTheirShapesInWhatIsMirroredToo) {
+    for (const bool isSwapped : {false, true}) {
+        Writer writer(mGood);
+        const std::string place = writer.Placement(0, 50, 7);
+        const std::string pair = writer.Add("SHAPE_REPRESENTATION('',(" + place + ")," + mContext + ")");
+        const std::string job =
+            writer.Add("SHAPE_REPRESENTATION('',(" + writer.Placement(0, 0, 0) + ")," + mContext + ")");
+        const std::string middle = writer.Product("Pair", pair), outer = writer.Product("Job", job);
+        const std::string ends = isSwapped ? place + "," + mOrigin : mOrigin + "," + place;
+        writer.Place(writer.Usage(middle, mDefinition), mShape, pair,
+                     writer.Add("ITEM_DEFINED_TRANSFORMATION('',''," + ends + ")"));
+        writer.Place(writer.Usage(outer, middle), pair, job, writer.Mirror(700, 5, 0));
+        const StepDocument document = Read(writer.Text());
+        ASSERT_EQ(document.solids.size(), 1U);
+        gp_Trsf moved;
+        moved.SetTranslation(gp_Vec(0, 50, 7));
+        ExpectSame(document.solids[0].shape, solids::Transformed(Wedge(), MirrorTo(700, 5, 0) * moved));
+    }
+}
+
 TEST_F(StepUses, ALayerOfOneMappedShapeIsThatOnesAlone) {
     Writer writer(mGood);
     const std::string map = writer.Add("REPRESENTATION_MAP(" + mOrigin + "," + mShape + ")");

@@ -264,13 +264,15 @@ class Copier {
             if (reference.number == place->component) others[reference.place] = shapes[place->component];
             if (reference.number == place->assembly) others[reference.place] = holders.at(place->assembly);
             if (reference.number == place->transformation)
-                others[reference.place] = TurnedPair(place->transformation, within.isMirrored);
+                others[reference.place] = TurnedPair(*place, within.isMirrored);
         }
         const int relationship = AddCopy(*place->relationship, others);
         Add("CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(" + Shown(relationship) + "," + Shown(named) + ")");
     }
 
-    int TurnedPair(int number, bool isMirrored) {
+    /// The order says whose placement is whose: those added here stand in no shape.
+    int TurnedPair(const UsagePlace& place, bool isMirrored) {
+        const int number = place.transformation;
         if (const auto operated = PlaceOfOperator(mStatements, number)) {
             if (!isMirrored && !operated->mirrors) return number;
             return AddPair(Frame(), isMirrored ? Mirrored(operated->frame) : operated->frame);
@@ -278,8 +280,9 @@ class Copier {
         const Statement* const pair = mStatements.Find(number);
         const auto ends = pair == nullptr ? std::span<const Reference>() : mStatements.ReferencesOf(*pair);
         if (!isMirrored || ends.size() < 2) return number;
-        return AddCopy(*pair, {{ends[0].place, Turned(ends[0].number, true)},
-                               {ends[1].place, Turned(ends[1].number, true)}});
+        int first = ends[0].number, second = ends[1].number;
+        if (AreSwapped(mStatements, place.component, place.assembly, first, second)) std::swap(first, second);
+        return AddCopy(*pair, {{ends[0].place, Turned(first, true)}, {ends[1].place, Turned(second, true)}});
     }
 
     int Add(const std::string& values) {

@@ -94,6 +94,17 @@ std::optional<Frame> FrameOf(const Place& place) {
     return frame;
 }
 
+bool AreSwapped(const Statements& statements, int firstShape, int secondShape, int first, int second) {
+    const auto holds = [&](int shape, int item) {
+        const Statement* const holder = statements.Find(shape);
+        if (holder == nullptr) return false;
+        const auto items = statements.ReferencesOf(*holder);
+        return std::ranges::find(items, item, &Reference::number) != items.end();
+    };
+    if (holds(firstShape, first) && holds(secondShape, second)) return false;
+    return holds(firstShape, second) && holds(secondShape, first);
+}
+
 Frame Combined(const Frame& first, const Frame& second) {
     const auto turned = [&](const Vector& v) {
         Vector result{};

@@ -47,6 +47,10 @@ std::optional<Place> PlaceOf(const Statements& statements, int number);
 /// world's Y. Null for axes without a length.
 std::optional<Frame> FrameOf(const Place& place);
 
+/// Whether each of two placements stands in the shape that the other one is to stand in, as some programs
+/// have it: the first in the second shape, the second in the first.
+bool AreSwapped(const Statements& statements, int firstShape, int secondShape, int first, int second);
+
 /// The place that a part gets whose frame `first` comes to lie on `second`.
 Frame Combined(const Frame& first, const Frame& second);
 

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "drafting_host/step/places/placement_frames.h"
 #include "drafting_host/step/texts/statement_roles.h"
 #include "drafting_host/step/texts/step_statements.h"
 #include "drafting_host/step/texts/text_edits.h"
@@ -68,7 +69,7 @@ class Rewriter {
         const int holder = references[own].number, shape = references[1 - own].number;
         int target = placements[own].number, origin = placements[1 - own].number;
         // Where the placements stand says which is whose, whatever their order.
-        if (Holds(holder, origin) && Holds(shape, target)) std::swap(target, origin);
+        if (AreSwapped(mStatements, holder, shape, target, origin)) std::swap(target, origin);
         if (!mOwn.contains(holder) || mOwn.contains(shape) || !HoldsBodies(shape)) return;
         if (Holds(holder, target) && Holds(shape, origin)) Map(relationship, holder, shape, origin, target);
     }

@@ -1,7 +1,6 @@
 // A specified usage names the usage of an assembly and, within that assembly, the one of its component.
 #include "drafting_host/step/places/specified_usages.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <optional>
@@ -96,13 +95,6 @@ class Reader {
                TextOf(mStatements, *relation).find("WITH_TRANSFORMATION") != std::string_view::npos;
     }
 
-    bool Holds(int shape, int item) const {
-        const Statement* const holder = mStatements.Find(shape);
-        if (holder == nullptr) return false;
-        const auto items = mStatements.ReferencesOf(*holder);
-        return std::ranges::find(items, item, &Reference::number) != items.end();
-    }
-
     /// The component's shape stands first in the relation, the assembly's second; a placement belongs to the
     /// shape that holds it.
     std::optional<Frame> PlaceAt(int usage) const {
@@ -119,7 +111,7 @@ class Reader {
                     placements.push_back(placement.number);
         }
         if (shapes.size() != 2 || placements.size() != 2) return std::nullopt;
-        if (Holds(shapes[0], placements[1]) && Holds(shapes[1], placements[0]))
+        if (AreSwapped(mStatements, shapes[0], shapes[1], placements[0], placements[1]))
             std::swap(placements[0], placements[1]);
         const auto first = PlaceOf(mStatements, placements[0]), second = PlaceOf(mStatements, placements[1]);
         const auto from = first ? FrameOf(*first) : std::nullopt,
