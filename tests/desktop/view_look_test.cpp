@@ -85,7 +85,7 @@ class Look : public ::testing::TestWithParam<bool> {
     void Choose(const char* caption) {
         for (QAction* action : window->findChildren<QAction*>())
             if (action->text() == caption) action->trigger();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return window->View()->PlaceOf({}).has_value(); }, 20000));
+        ASSERT_TRUE(QTest::qWaitFor([this] { return window->View()->Ready(); }, 20000));
         QApplication::processEvents();
     }
     QImage Picture(const std::string& name) {

@@ -3,125 +3,17 @@
 // process of their own on a virtual one.
 #include <gtest/gtest.h>
 
-#include <QAction>
-#include <QApplication>
 #include <QElapsedTimer>
-#include <QLabel>
 #include <QPlainTextEdit>
-#include <QTemporaryDir>
 #include <QTimer>
-#include <filesystem>
-#include <optional>
-#include <set>
-#include <sstream>
 
-#include "checkout_paths.h"
-#include "console/console_dialogs.h"
-#include "drafting_host/document/host_solids.h"
 #include "drafting_host/document/host_utility.h"
-#include "robot.h"
-#include "view_process.h"
-#include "windows/main_window.h"
+#include "view_fixture.h"
 
 namespace brenvik::desktop {
 namespace {
 
-namespace fs = std::filesystem;
-
-constexpr int Patience = 20000;
-constexpr double Exact = 1e-9;
-
-/// A click of a person: the mouse comes, presses and lets go.
-void Click(QWidget& view, const QPointF& place) {
-    const QPoint at = place.toPoint();
-    QTest::mouseMove(&view, at - QPoint(2, 1));
-    QTest::mouseMove(&view, at);
-    QApplication::processEvents();
-    QTest::mouseClick(&view, Qt::LeftButton, {}, at);
-    QApplication::processEvents();
-}
-
-class DISABLED_View : public ::testing::Test {
-  protected:
-    DISABLED_View() {
-        qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
-        const fs::path place = folder.path().toStdString();
-        fs::copy_file(fs::path(BRENVIK_SOURCE_DIR) / "samples/base-cabinet.dxf", place / "cabinet.dxf");
-        workplace.emplace((place / "home").string(), dialogs);
-        window.emplace(*workplace, desk);
-        window->resize(1200, 900);
-        window->show();
-        EXPECT_TRUE(window->OpenFile((place / "cabinet.dxf").string()));
-        Type("erase all  ");
-        // A board with a blind hole, and a rail across it whose top lies in the same plane.
-        Type("box 10.125,20.25,30.5 610.125,320.25,48.5 ");
-        Type("cylinder 210.125,170.25,40.5 17.5 20 ");
-        Type("subtract (handent \"" + Handles()[0] + "\")  (handent \"" + Handles()[1] + "\")  ");
-        Type("box 459.625,-79.75,30.5 477.625,240.25,48.5 ");
-        Type("select ");
-        Type("");
-        WaitForPicture();
-    }
-    ~DISABLED_View() override {
-        window.reset();
-        workplace.reset();
-    }
-
-    std::vector<std::string> Handles() {
-        std::vector<std::string> handles;
-        for (const HostEntity* entity : Document().Model().Entities())
-            if (!entity->Erased()) handles.push_back(entity->Handle());
-        return handles;
-    }
-    HostDocument& Document() { return *workplace->host.Active(); }
-    Box3 BoxOf(const std::string& handle) {
-        return dynamic_cast<HostEntity*>(Document().HandleToObject(handle))->GetBoundingBox();
-    }
-    double Volume(const std::string& handle) {
-        return dynamic_cast<HostSolid*>(Document().HandleToObject(handle))->Volume();
-    }
-    void Type(const std::string& text) {
-        auto* const line = window->findChild<QLineEdit*>("command");
-        line->setText(QString::fromStdString(text));
-        QTest::keyClick(line, Qt::Key_Return);
-    }
-    void Choose(const char* caption) {
-        for (QAction* action : window->findChildren<QAction*>())
-            if (action->text() == caption) action->trigger();
-        WaitForPicture();
-    }
-    DrawingView& View() { return *window->View(); }
-    void WaitForPicture() {
-        ASSERT_NE(window->View(), nullptr);
-        ASSERT_TRUE(QTest::qWaitFor([this] { return View().PlaceOf({}).has_value(); }, Patience));
-        QApplication::processEvents();
-    }
-    std::string Asked() { return window->findChild<QLabel*>("prompt")->text().toStdString(); }
-    std::string Marked() {
-        const auto* const marker = View().Widget().findChild<QWidget*>("snapMarker");
-        return marker->isVisible() ? marker->accessibleName().toStdString() : "";
-    }
-    void ClickNear(const Point3& point, double right = 4, double down = 3) {
-        const std::optional<QPointF> place = View().PlaceOf(point);
-        ASSERT_TRUE(place.has_value());
-        Click(View().Widget(), *place + QPointF(right, down));
-    }
-    /// What the host's command line takes for the point clicked on.
-    Point3 PointTaken() { return *workplace->typedCommands.Line().BasePoint(Document()); }
-
-    QTemporaryDir folder;
-    std::ostringstream told;
-    ConsoleDialogs dialogs{told};
-    FormDesk desk;
-    std::optional<app::Workplace> workplace;
-    std::optional<MainWindow> window;
-};
-
-void ExpectPoint(const Point3& taken, const Point3& wanted, const std::string& where) {
-    EXPECT_NEAR(taken.x, wanted.x, Exact) << where;
-    EXPECT_NEAR(taken.y, wanted.y, Exact) << where;
-    EXPECT_NEAR(taken.z, wanted.z, Exact) << where;
-}
+class DISABLED_View : public ViewTest {};
 
 TEST_F(DISABLED_View, AClickFromEverySideIsTheExactCornerMiddleOrCentre) {
     const struct {
@@ -163,7 +55,7 @@ TEST_F(DISABLED_View, MovesAPartFromCornerToCorner) {
     ClickNear({468.625, -60, 48.5}, 0, 0);
     const auto* const history = window->findChild<QPlainTextEdit*>("history");
     const QString taken = QString("(handent \"%1\")").arg(QString::fromStdString(rail));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return history->toPlainText().contains(taken); }, Patience));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return history->toPlainText().contains(taken); }, ViewPatience));
     EXPECT_EQ(Asked(), "Select objects:");
     QTest::keyClick(&View().Widget(), Qt::Key_Return);
     ClickNear({459.625, -79.75, 48.5});
@@ -267,7 +159,7 @@ TEST_F(DISABLED_View, ADragTurnsTheViewAndGivesNoPoint) {
 TEST_F(DISABLED_View, WhereNothingIsAskedAClickSelects) {
     Choose("&Top");
     ClickNear({468.625, -60, 48.5}, 0, 0);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return Document().PreviousSelection().size() == 1; }, Patience));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Document().PreviousSelection().size() == 1; }, ViewPatience));
     EXPECT_EQ(Document().PreviousSelection().front()->Handle(), Handles().back());
     EXPECT_EQ(Marked(), "");
 }
@@ -295,7 +187,7 @@ class Answers {
         if (mNext < mAnswers.size() && mAsked() == mAnswers[mNext].prompt) {
             mSince.start();
             mAnswers[mNext++].give();
-        } else if (mSince.elapsed() > Patience) {
+        } else if (mSince.elapsed() > ViewPatience) {
             ADD_FAILURE() << "asked: " << mAsked();
             mGiveUp();
         }

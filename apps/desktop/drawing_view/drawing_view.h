@@ -43,6 +43,8 @@ class DrawingView {
     virtual void Fit() = 0;
     /// Where the user looks from: from the drawing towards the eye, a unit vector.
     virtual Point3 TowardsEye() const = 0;
+    /// Whether all that is to be shown is there: shapes come one after another.
+    virtual bool Ready() const = 0;
     /// Where a point is seen, in pixels of the widget; null until there is a picture.
     virtual std::optional<QPointF> PlaceOf(const Point3& point) const = 0;
     /// From now on a click means a point of the drawing, which a marker shows under the mouse; null for

@@ -116,10 +116,12 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
 
     void Fit() override {
         if (mView.IsNull()) return;
-        mView->FitAll(FitMargin, false);
+        FitEverything();
         mFitted = true;
         Redraw();
     }
+
+    bool Ready() const override { return !mView.IsNull() && mWaiting.empty(); }
 
     Point3 TowardsEye() const override {
         if (mView.IsNull()) return {0, 0, 1};
@@ -128,7 +130,7 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
     }
 
     std::optional<QPointF> PlaceOf(const Point3& point) const override {
-        if (mView.IsNull() || !mWaiting.empty()) return std::nullopt;
+        if (mView.IsNull()) return std::nullopt;
         const ScreenPlace place = SightNow().PlaceOf(point);
         return QPointF(place.x, place.y) / devicePixelRatioF();
     }
@@ -165,7 +167,7 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
             window->SetSize(size.x(), size.y());
             mView->MustBeResized();
             // Until the user looks elsewhere, everything stays in sight at any size.
-            if (mFitted) mView->FitAll(FitMargin, false);
+            if (mFitted) FitEverything();
             mView->Invalidate();
         }
         mView->InvalidateImmediate();
@@ -230,6 +232,10 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
     }
 
   private:
+    /// The first look at a drawing has everything in sight: at once by the boxes of its parts, and once they
+    /// are shown by themselves.
+    enum class Fitting { Wanted, ByBoxes, Done };
+
     struct ShownPart {
         TopoDS_Shape shape;
         int color = 0;
@@ -241,7 +247,8 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
     struct LeftDrawing {
         std::map<std::string, ShownPart> parts;
         Handle(Graphic3d_Camera) camera;
-        bool fitWhenReady = true, fitted = false;
+        Fitting fitting = Fitting::Wanted;
+        bool fitted = false;
     };
 
     /// Two drawings may have the same handles, so each has its parts for itself.
@@ -250,14 +257,14 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
         mWaiting.clear();
         mMarked.clear();
         if (mContext.IsNull()) {
-            mFitWhenReady = true;
+            mFitting = Fitting::Wanted;
             return;
         }
         makeCurrent();
         if (before != nullptr) Leave(*before);
         const auto left = mLeft.find(document);
         if (left == mLeft.end()) {
-            mFitWhenReady = true;
+            mFitting = Fitting::Wanted;
             return;
         }
         TakeUpAgain(left->second);
@@ -268,7 +275,7 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
         mContext->ClearSelected(false);
         mContext->ClearDetected(false);
         for (const auto& [handle, shown] : mShown) mContext->Erase(shown.object, false);
-        mLeft[&document] = {std::exchange(mShown, {}), new Graphic3d_Camera(mView->Camera()), mFitWhenReady,
+        mLeft[&document] = {std::exchange(mShown, {}), new Graphic3d_Camera(mView->Camera()), mFitting,
                             mFitted};
     }
 
@@ -280,7 +287,7 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
         const double aspect = mView->Camera()->Aspect();
         mView->Camera()->Copy(left.camera);
         mView->Camera()->SetAspect(aspect);
-        mFitWhenReady = left.fitWhenReady;
+        mFitting = left.fitting;
         if (left.fitted) Fit();
         mFitted = left.fitted;
     }
@@ -347,12 +354,12 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
             at = mShown.erase(at);
         }
         if (!mWaiting.empty()) mPreparing.start();
+        if (!mWaiting.empty() && mFitting == Fitting::Wanted) {
+            mFitting = Fitting::ByBoxes;
+            Fit();
+        }
         if (mPicker.Asked()) TellBodies();
         Redraw();
-    }
-
-    static int ColorKey(const HostEntity& entity) {
-        return entity.Look().color * 1000 + entity.LayerObject().Values().color;
     }
 
     void Prepare() {
@@ -371,7 +378,8 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
             mPreparing.stop();
             if (mPicker.Asked()) TellBodies();
             ShowMarks();
-            if (std::exchange(mFitWhenReady, false)) Fit();
+            // Not for a user who looks elsewhere already.
+            if (std::exchange(mFitting, Fitting::Done) == Fitting::ByBoxes && mFitted) Fit();
         }
         Redraw();
     }
@@ -400,11 +408,6 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
         }
     }
 
-    static double SizeOf(const HostSolid& solid) {
-        const Box3 box = solid.GetBoundingBox();
-        return std::max({box.max.x - box.min.x, box.max.y - box.min.y, box.max.z - box.min.z});
-    }
-
     void ShowMarks() {
         if (mContext.IsNull()) return;
         makeCurrent();
@@ -426,6 +429,11 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
             shown.look = look;
             Dress(*shown.object, look);
         }
+    }
+
+    void FitEverything() {
+        if (mWaiting.empty()) return mView->FitAll(FitMargin, false);
+        mView->FitAll(BoxOfShown(*mDocument), FitMargin, false);
     }
 
     void Redraw() {
@@ -467,7 +475,7 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
     PointPicker mPicker{*this};
     int mMode = AIS_Shaded;
     ViewSide mSide = ViewSide::Isometric;
-    bool mFitWhenReady = true;
+    Fitting mFitting = Fitting::Wanted;
     /// Everything is in sight, and the user hasn't moved the view since.
     bool mFitted = false;
 };

@@ -7,8 +7,11 @@
 #include <V3d_DirectionalLight.hxx>
 #include <algorithm>
 
+#include "base/failure.h"
+#include "drafting_host/document/host_document.h"
 #include "drafting_host/document/host_entity.h"
 #include "drafting_host/document/host_layers.h"
+#include "drafting_host/document/host_solids.h"
 #include "drafting_host/dxf/data/aci_colors.h"
 
 namespace brenvik::desktop {
@@ -73,6 +76,30 @@ Quantity_Color PartColor(const HostEntity& entity) {
 bool IsShown(const HostEntity& entity) {
     const LayerData& layer = entity.LayerObject().Values();
     return !entity.Erased() && entity.Look().visible && layer.on && !layer.frozen;
+}
+
+int ColorKey(const HostEntity& entity) {
+    return entity.Look().color * 1000 + entity.LayerObject().Values().color;
+}
+
+double SizeOf(const HostEntity& entity) {
+    const Box3 box = entity.GetBoundingBox();
+    return std::max({box.max.x - box.min.x, box.max.y - box.min.y, box.max.z - box.min.z});
+}
+
+Bnd_Box BoxOfShown(HostDocument& document) {
+    Bnd_Box all;
+    if (document.Closed()) return all;
+    for (const HostEntity* entity : document.Model().Entities()) {
+        if (dynamic_cast<const HostSolid*>(entity) == nullptr || !IsShown(*entity)) continue;
+        try {
+            const Box3 box = entity->GetBoundingBox();
+            all.Update(box.min.x, box.min.y, box.min.z, box.max.x, box.max.y, box.max.z);
+        } catch (const Failure&) {
+            continue;  // A body without an extent takes no room.
+        }
+    }
+    return all;
 }
 
 Quantity_Color PointedColor() { return Quantity_NOC_DEEPSKYBLUE2; }

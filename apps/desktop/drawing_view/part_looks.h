@@ -4,19 +4,27 @@
 #include "drafting_host/document/geometry/modeller_handle.h"
 
 #include <AIS_Shape.hxx>
+#include <Bnd_Box.hxx>
 #include <Quantity_Color.hxx>
 #include <V3d_View.hxx>
 #include <V3d_Viewer.hxx>
 
 namespace brenvik {
+class HostDocument;
 class HostEntity;
-}
+}  // namespace brenvik
 
 namespace brenvik::desktop {
 
 /// That of the entity or its layer. Boards are seldom coloured: where that would be white, they are wood.
 Quantity_Color PartColor(const HostEntity& entity);
+/// Changes with what PartColor goes by.
+int ColorKey(const HostEntity& entity);
 bool IsShown(const HostEntity& entity);
+/// The longest side of its box.
+double SizeOf(const HostEntity& entity);
+/// Around the solids of model space that are shown; void where there are none.
+Bnd_Box BoxOfShown(HostDocument& document);
 
 /// What the picture of a part depends on beside its shape.
 struct PartLook {

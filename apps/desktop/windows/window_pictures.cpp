@@ -9,15 +9,21 @@
 #include "base/failure.h"
 
 #include "toolkit/qt_text.h"
+#include "windows/main_window.h"
 
 namespace brenvik::desktop {
 
 namespace {
 
-/// How long the shapes of a drawing may take to come, in milliseconds.
-constexpr int Patience = 1500;
+/// How long windows take to settle, and how long the shapes of a drawing may take to come, in milliseconds.
+constexpr int Settling = 1500, Patience = 120000;
 /// The toolkit's word for the smallest file.
 constexpr int Smallest = 0;
+
+bool ShowsAll(const QWidget& window) {
+    const auto* const main = dynamic_cast<const MainWindow*>(&window);
+    return main == nullptr || main->View() == nullptr || main->View()->Ready();
+}
 
 }  // namespace
 
@@ -26,7 +32,8 @@ void WindowPictures::Take(QWidget& window, const std::string& name) {
     if (mFolder.empty()) return;
     QElapsedTimer timer;
     timer.start();
-    while (timer.elapsed() < Patience) QApplication::processEvents(QEventLoop::AllEvents, 50);
+    while (timer.elapsed() < Settling || (!ShowsAll(window) && timer.elapsed() < Patience))
+        QApplication::processEvents(QEventLoop::AllEvents, 50);
     const int number = ++mCount[name];
     const std::string file = mFolder + "/" + name + "-" + std::to_string(number) + ".png";
     if (!QDir().mkpath(ToQt(mFolder)) || !window.grab().save(ToQt(file), "PNG", Smallest))
