@@ -46,12 +46,16 @@ static_assert(Headers.size() == AdjustmentColumnCount);
 /// Room for what a shop has, and always some rows to type into.
 constexpr int LeastRows = 500, SpareRows = 50;
 
+/// Beside a column's header, in characters.
+constexpr std::size_t HeaderAir = 2;
+
 std::vector<GridColumn> Columns() {
     std::vector<GridColumn> columns;
     for (const char* header : Headers) {
         GridColumn column;
         column.header = header;
-        column.width = columns.empty() ? 20 : 10;
+        column.width =
+            columns.empty() ? 20 : std::max<double>(10, std::string_view(header).size() + HeaderAir);
         columns.push_back(std::move(column));
     }
     return columns;
