@@ -1,11 +1,13 @@
 // Binary data give the same bodies as text, whole or damaged.
 #include "free_shapes.h"
 
+#include <BRepPrimAPI_MakeBox.hxx>
 #include <BRepPrimAPI_MakeSphere.hxx>
 #include <BRepPrimAPI_MakeTorus.hxx>
 
 #include <random>
 
+#include "drafting_host/acis/body_middle.h"
 #include "support/binary_acis.h"
 
 namespace brenvik::acis::testing {
@@ -43,6 +45,20 @@ TEST(BinaryAcisData, GiveTheBodiesThatTheirTextGives) {
         const std::string text = Joined(WriteText(shape));
         ExpectSame(ReadOne(BinaryAcis(text)), ReadOne(text));
     }
+}
+
+TEST(BinaryAcisData, HaveTheMiddleThatTheirTextHas) {
+    const std::string moved = " 100 200 300 2 rotate no_reflect no_shear";
+    const std::string text = Placed(BRepPrimAPI_MakeBox(10, 20, 40).Shape(), "0 1 0 -1 0 0 0 0 1" + moved);
+    for (const std::string& data : {text, BinaryAcis(text)}) {
+        const auto middle = MiddleOfBody(data);
+        ASSERT_TRUE(middle);
+        EXPECT_EQ(middle->place, (std::array<double, 3>{80, 210, 340}));
+        EXPECT_TRUE(middle->isCertain);
+    }
+    EXPECT_FALSE(MiddleOfBody(Placed(Panel(), "0.6 0.8 0 -0.8 0.6 0 0 0 1" + moved))->isCertain);
+    EXPECT_FALSE(MiddleOfBody(Joined(WriteText(Panel())))->isCertain);  // it is drilled
+    EXPECT_FALSE(MiddleOfBody(Placed(Panel(), "0.6 0.9 0 -0.8 0.6 0 0 0 1" + moved)));
 }
 
 TEST(BinaryAcisData, SaveTheirHead) {

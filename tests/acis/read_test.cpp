@@ -168,6 +168,28 @@ TEST(ReadText, AppliesReflection) {
     EXPECT_EQ(Corners(turned).back().Y(), 100);
 }
 
+TEST(ReadText, ATransformWhoseMarksContradictItsNumbersIsTold) {
+    const auto told = [](const std::string& transform) {
+        const ReadResult read = ReadText(Placed(DrilledPanel(), transform));
+        EXPECT_EQ(read.bodies.size(), 1U) << transform;
+        std::string all;
+        for (const Problem& problem : read.problems)
+            all += problem.text + (problem.lost ? "\n" : " (kept)\n");
+        return all;
+    };
+    const std::string mirrored = "-1 0 0 0 1 0 0 0 1 0 0 0 1 ", moved = "1 0 0 0 1 0 0 0 1 5 0 0 1 ";
+    EXPECT_EQ(
+        told(mirrored + "no_rotate no_reflect no_shear"),
+        "transform: its numbers mirror the body, and its mark says that they don't: it may be damaged\n");
+    EXPECT_EQ(
+        told(moved + "no_rotate reflect no_shear"),
+        "transform: its mark says that it mirrors the body, and its numbers don't: it may be damaged\n");
+    EXPECT_EQ(told(moved + "no_rotate no_rfflect no_shear"),
+              "transform: its mark 'no_rfflect' is none that there is: it may be damaged\n");
+    // Two mirrors are none.
+    EXPECT_EQ(told("-1 0 0 0 1 0 0 0 1 0 0 0 -1 rotate no_reflect no_shear"), "");
+}
+
 TEST(ReadText, LeavesNoRoundingNoiseInAQuarterTurn) {
     const std::string quarter =
         "6.123233995736766e-17 1 0 -1 6.123233995736766e-17 0 0 0 1 0 0 0 1 rotate no_reflect no_shear";

@@ -86,6 +86,18 @@ TEST(DwgShapeChecks, ValuesOutOfTheirRangeAreDoubted) {
     EXPECT_EQ(ImpossibleIn(line), "its width is -1.0 where 0 or more was expected");
 }
 
+TEST(DwgShapeChecks, AViewportHasTheMarksThatThereAre) {
+    const auto with = [](int status) {
+        return ImpossibleIn(With<ViewportData>([&](auto& view) {
+            view.viewDirection = {0, 0, 1};
+            view.statusFlags = status;
+        }));
+    };
+    for (const int status : {0, 0xC8020, 0x3FFFFF}) EXPECT_EQ(with(status), "") << status;
+    EXPECT_EQ(with(0x400000), "its status is 4194304 where 0 to 4194303 was expected");
+    EXPECT_EQ(with(-1), "its status is -1 where 0 to 4194303 was expected");
+}
+
 TEST(DwgShapeChecks, FlagsOfASplineFitItsCurve) {
     SplineData spline;
     spline.degree = 1;

@@ -200,6 +200,8 @@ TEST_F(DwgRecords, AViewOfTheScreenThatCannotBeIsTold) {
 TEST_F(DwgRecords, AViewportThatCannotBeIsTold) {
     test::ExpectLoss(Flipped(0x252, 1078),
                      "VIEWPORT (handle 252): its render mode is 128 where 0 to 6 was expected");
+    test::ExpectLoss(Flipped(0x252, 1061),
+                     "VIEWPORT (handle 252): its status is 5013536 where 0 to 4194303 was expected");
 }
 
 TEST_F(DwgRecords, ASheetThatCannotBeIsTold) {

@@ -31,6 +31,30 @@ std::size_t FirstFlag(const std::vector<Field>& fields) {
     return numbers < flagCount ? 0 : fields.size() - flagCount;
 }
 
+/// The words of the marks, for no and for yes.
+constexpr std::array<std::array<std::string_view, 2>, 3> TransformMarks{
+    {{"no_rotate", "rotate"}, {"no_reflect", "reflect"}, {"no_shear", "shear"}}};
+
+/// Null for a mark that is none.
+std::optional<bool> MarkOf(const Field& field, const std::array<std::string_view, 2>& words) {
+    const bool isWord = field.kind == Field::Kind::Word;
+    for (std::size_t i = 0; i < words.size(); ++i)
+        if (isWord ? field.text == words[i] : field.number == static_cast<double>(i)) return i == 1;
+    return std::nullopt;
+}
+
+void TakeMarks(const std::vector<Field>& fields, std::size_t first, TransformRecord& transform) {
+    constexpr std::size_t reflection = 1;
+    for (std::size_t i = 0; i < TransformMarks.size() && first + i < fields.size(); ++i) {
+        const Field& field = fields[first + i];
+        const std::optional<bool> mark = MarkOf(field, TransformMarks[i]);
+        if (i == reflection) transform.reflects = mark;
+        if (!mark && transform.unknownMark.empty())
+            transform.unknownMark =
+                Quoted(field.kind == Field::Kind::Choice ? std::to_string(field.number) : field.text);
+    }
+}
+
 }  // namespace
 
 Model::Model(const RecordText& source) : mText(source) {
@@ -194,6 +218,7 @@ TransformRecord Model::Transform(long index) const {
         transform.rows[row] = gp_XYZ(numbers[3 * row], numbers[3 * row + 1], numbers[3 * row + 2]);
     transform.translation = gp_XYZ(numbers[9], numbers[10], numbers[11]);
     transform.scale = numbers[12];
+    TakeMarks(fields, words, transform);
     return transform;
 }
 

@@ -46,6 +46,9 @@ struct TransformRecord {
     std::array<gp_XYZ, 3> rows{gp_XYZ(1, 0, 0), gp_XYZ(0, 1, 0), gp_XYZ(0, 0, 1)};
     gp_XYZ translation{0, 0, 0};
     double scale = 1;
+    /// What its mark says of mirroring; the numbers have it, too. Null where the record ends before.
+    std::optional<bool> reflects;
+    std::string unknownMark;  ///< The first mark that is none; empty where all are.
 };
 
 struct PlaneRecord {

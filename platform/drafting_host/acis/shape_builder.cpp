@@ -50,6 +50,7 @@ class BodyBuilder {
 
   private:
     void Collect();
+    void Place(long transform);
     LumpWork CollectLump(const LumpRecord& lump);
     ShellWork CollectShell(long index);
     void CollectFace(ShellWork& shell, long index);
@@ -91,7 +92,7 @@ class BodyBuilder {
 
 void BodyBuilder::Collect() {
     const BodyRecord body = mModel.Body(mBodyRecord);
-    if (body.transform >= 0) mPlacement = Placement(mModel.Transform(body.transform), body.transform);
+    if (body.transform >= 0) Place(body.transform);
     if (body.lump < 0) {
         throw BadRecord(mBodyRecord,
                         body.wire >= 0 ? "a body of wires is not read; expected lumps" : "the body is empty");
@@ -106,6 +107,19 @@ void BodyBuilder::Collect() {
         mLumps.push_back(CollectLump(record));
         lump = record.next;
     }
+}
+
+void BodyBuilder::Place(long transform) {
+    const TransformRecord record = mModel.Transform(transform);
+    mPlacement = Placement(record, transform);
+    const auto doubt = [&](const std::string& why) {
+        mRemarks.push_back(
+            {mModel.At(transform).line, transform, "transform: " + why + ": it may be damaged"});
+    };
+    if (!record.unknownMark.empty()) doubt("its mark " + record.unknownMark + " is none that there is");
+    if (record.reflects && *record.reflects != mPlacement.Mirrors())
+        doubt(mPlacement.Mirrors() ? "its numbers mirror the body, and its mark says that they don't"
+                                   : "its mark says that it mirrors the body, and its numbers don't");
 }
 
 LumpWork BodyBuilder::CollectLump(const LumpRecord& lump) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "drafting_host/dwg/body_checks.h"
 #include "drafting_host/dwg/entities.h"
 
 namespace brenvik::dwg {
@@ -115,31 +116,36 @@ std::string MaskedBlocks(BitReader& data) {
     }
 }
 
-std::string WithinEntity(BitReader& data) {
+std::string WithinEntity(BitReader& data, BodyWitness& witness) {
     if (data.Bit()) data.Fail("a body was expected, the entity is empty");
-    data.Bit();
+    witness.mark = data.Bit();
     const int version = data.BitShort();
-    if (version == 1) return Unmasked(MaskedBlocks(data));
+    witness.isText = version == 1;
+    if (witness.isText) return Unmasked(MaskedBlocks(data));
     if (version != 2) data.Fail("ACIS text or binary ACIS data were expected");
+    const std::size_t begin = data.Position();
     const std::string rest = data.Bytes(data.Left() / 8);
     if (!IsBinaryAcis(rest)) data.Fail("binary ACIS data were expected");
     const auto length = BinaryAcisLength(rest);
     if (!length) data.Fail("the end of the binary ACIS data was expected");
+    data.MoveTo(begin + *length * 8);
     return rest.substr(0, *length);
 }
 
 }  // namespace
 
 EntityGeometry ReadAcis(Object& object, const Common& common, std::string_view kind,
-                        const Surroundings& surroundings) {
+                        const Surroundings& surroundings, Further& further) {
     AcisData body;
     body.kind = KindOf(kind);
     if (const auto stored = surroundings.bodies.find(object.handle); stored != surroundings.bodies.end()) {
         body.text = stored->second;
-        return body;
+    } else {
+        if (common.hasStoredData)
+            object.streams.data.Fail("its body was expected in the file's store of bodies");
+        body.text = WithinEntity(object.streams.data, further.body);
     }
-    if (common.hasStoredData) object.streams.data.Fail("its body was expected in the file's store of bodies");
-    body.text = WithinEntity(object.streams.data);
+    ReadBehindAcis(object, body.kind, common.hasStoredData, further);
     return body;
 }
 

@@ -137,6 +137,18 @@ bool HoldsFalseFont(std::string_view what, const RawXData& raw, std::string_view
            HoldsLong(raw, [](std::uint32_t value) { return (value & ~known) != 0; });
 }
 
+/// Bodies have the identifier of their last change here: the number 1, a long, two shorts and eight bytes.
+bool HoldsFalseIdentifier(const RawXData& raw, std::string_view application) {
+    if (application != "ACAD_OBJECT_CHANGE_GUID" || raw.isCut) return false;
+    constexpr std::size_t firstByte = 3;
+    std::vector<int> shorts;
+    for (const XDataItem& item : raw.items)
+        if (const auto* const value = std::get_if<std::int16_t>(&item.value)) shorts.push_back(*value);
+    if (shorts.size() < firstByte) return true;
+    return shorts.front() != 1 || std::any_of(shorts.begin() + firstByte, shorts.end(),
+                                              [](int byte) { return byte < 0 || byte > 0xFF; });
+}
+
 }  // namespace
 
 void CommonValues::CheckItems(std::string_view what, HandleValue handle, const RawXData& raw,
@@ -145,6 +157,7 @@ void CommonValues::CheckItems(std::string_view what, HandleValue handle, const R
                               : !BracketsMatch(raw) ? "brackets that don't match"
                               : HoldsFalseTransparency(raw, application) ? "a transparency that there isn't"
                               : HoldsFalseFont(what, raw, application)   ? "marks of a font that there aren't"
+                              : HoldsFalseIdentifier(raw, application)   ? "an identifier that isn't one"
                                                                          : "";
     if (!doubt.empty())
         mSource.reading.Note(0, ShownHolder({what, handle}) + ": the extended data of " +

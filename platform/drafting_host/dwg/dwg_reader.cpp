@@ -12,6 +12,7 @@
 #include "base/handle_text.h"
 #include "base/letter_case.h"
 #include "drafting_host/dwg/bodies.h"
+#include "drafting_host/dwg/body_checks.h"
 #include "drafting_host/dwg/common_values.h"
 #include "drafting_host/dwg/entities.h"
 #include "drafting_host/dwg/entity_checks.h"
@@ -72,6 +73,7 @@ class DwgWalk {
         mLinks.Tell(mReading);
         mMissing.Tell(mReading, mMap, [this](const ObjectMap::Entry& entry) { return KindOf(entry); });
         mLosses.Tell(mReading, mSeen);
+        mBodyChecks.Tell(mReading);
         if (mTexts.Escaped() > 0)
             mReading.Note(0, KeptEscapesNote(mTexts.Escaped(), "in " + ShownName(mTexts.FirstEscaped())));
         TellTexts(mTexts, mReading);
@@ -397,6 +399,7 @@ class DwgWalk {
             CheckOwner(mReading, {kind, handle}, common, mReading.data.blocks[place].name);
             mValues.KeepFurther(entity, kind, common, further);
             mLosses.Take(further, mReading);
+            mBodyChecks.Take({kind, handle}, entity.geometry, further);
             CheckRecord(mReading, kind, object);
             if (further.doubt.empty()) further.doubt = ImpossibleIn(entity.geometry);
             if (!further.doubt.empty()) mReading.Note(0, ShownHolder({kind, handle}) + ": " + further.doubt);
@@ -470,6 +473,7 @@ class DwgWalk {
     std::set<std::size_t> mTakenBlocks;
     std::set<HandleValue> mSeen;
     Losses mLosses;
+    BodyChecks mBodyChecks;
     KeptTables mTables;
     const NamedXData mNamed = [this](std::string_view what, HandleValue handle,
                                      const std::vector<RawXData>& data) {

@@ -256,7 +256,7 @@ EntityGeometry ReadShape(Object& object, const Common& common, std::string_view 
     if (kind == "ARC") return ReadArc(object);
     if (kind == "LWPOLYLINE") return ReadLightPolyline(object);
     if (kind == "3DSOLID" || kind == "REGION" || kind == "BODY")
-        return ReadAcis(object, common, kind, surroundings);
+        return ReadAcis(object, common, kind, surroundings, further);
     if (kind == "INSERT") return ReadInsert(object, false, surroundings);
     if (kind == "MINSERT") return ReadInsert(object, true, surroundings);
     if (kind == "ELLIPSE") return ReadEllipse(object);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -26,6 +27,14 @@ struct Surroundings {
         parts;
 };
 
+/// What a body says of itself beside its ACIS data.
+struct BodyWitness {
+    std::optional<Point3> middle;
+    /// In front of ACIS data within the entity. No DXF has it, and its meaning isn't known.
+    std::optional<bool> mark;
+    bool isText = false;
+};
+
 /// What an entity has besides its shape.
 struct Further {
     std::string groups;  ///< As group text of a DXF file.
@@ -34,6 +43,7 @@ struct Further {
     bool losesColumns = false;        ///< A text in columns, which a drawing has in one.
     std::string doubt;                ///< Why something of it may be missing; blank for nothing.
     std::vector<std::string> mended;  ///< Values that its kind settles, whatever the file says.
+    BodyWitness body;
 };
 
 /// Whether thickness and extrusion take a single bit at their defaults.
@@ -56,6 +66,6 @@ EntityGeometry ReadText(Object& object, const Surroundings& surroundings);
 EntityGeometry ReadMText(Object& object, const Surroundings& surroundings, Further& further);
 EntityGeometry ReadViewport(Object& object, Further& further);
 EntityGeometry ReadAcis(Object& object, const Common& common, std::string_view kind,
-                        const Surroundings& surroundings);
+                        const Surroundings& surroundings, Further& further);
 
 }  // namespace brenvik::dwg

@@ -123,8 +123,8 @@ void CheckName(Reading& reading, const Holder& holder, std::string_view name, bo
 void CheckRecord(Reading& reading, std::string_view kind, const Object& object) {
     // What applications are called is their own affair.
     if (kind != "APPID") CheckName(reading, {kind, object.handle}, object.name, object.isDependent);
-    constexpr auto notToTheEnd = std::to_array<std::string_view>(
-        {"3DSOLID", "REGION", "BODY", "UCS", "ACDBDICTIONARYWDFLT", "DIMSTYLE_CONTROL", "VX_CONTROL"});
+    constexpr auto notToTheEnd =
+        std::to_array<std::string_view>({"UCS", "ACDBDICTIONARYWDFLT", "DIMSTYLE_CONTROL", "VX_CONTROL"});
     if (std::ranges::find(notToTheEnd, kind) != notToTheEnd.end()) return;
     if (const std::string rest = RestOf(object.streams); !rest.empty())
         reading.Note(0, ShownHolder({kind, object.handle}) + " has " + rest + ": it may be damaged");

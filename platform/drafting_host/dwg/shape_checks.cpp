@@ -141,6 +141,10 @@ std::string WhyNot(const MTextData& text) {
 
 std::string WhyNot(const ViewportData& view) {
     if (view.width < 0 || view.height < 0) return Not("size", std::min(view.width, view.height), "0 or more");
+    // Above the mark of a grid that follows the plane of work there are none.
+    constexpr int allMarks = 0x3FFFFF;
+    if (view.statusFlags < 0 || view.statusFlags > allMarks)
+        return Not("status", view.statusFlags, "0 to 4194303");
     return Length(view.viewDirection) == 0 ? "its view has no direction" : "";
 }
 
