@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <numeric>
 #include <optional>
 
@@ -229,9 +230,14 @@ class Sweep {
     std::vector<PlanSpot> Joined() {
         mOver.resize(mFields.size());
         std::iota(mOver.begin(), mOver.end(), std::size_t{0});
+        mBeside.resize(mFields.size());
         for (std::size_t i = 0; i < mFields.size(); ++i)
             for (std::size_t j = i + 1; j < mFields.size() && mFields[j].stripe <= mFields[i].stripe + 1; ++j)
-                if (Touch(mFields[i], mFields[j])) mOver[Root(j)] = Root(i);
+                if (Touch(mFields[i], mFields[j])) {
+                    mOver[Root(j)] = Root(i);
+                    mBeside[i].push_back(j);
+                    mBeside[j].push_back(i);
+                }
         std::vector<PlanSpot> spots;
         std::vector<std::size_t> spotOf(mFields.size(), mFields.size());
         for (std::size_t i = 0; i < mFields.size(); ++i) {
@@ -247,11 +253,47 @@ class Sweep {
                                  {}});
             }
             Grow(spots[spot], mFields[i]);
+            spotOf[i] = spot;
         }
-        // An upright sliver is as narrow as all its stripes together.
+        WidenSpots(spots, spotOf);
         for (PlanSpot& spot : spots) spot.width = std::min(spot.width, spot.box.maxX - spot.box.minX);
         std::erase_if(spots, [this](const PlanSpot& spot) { return spot.width < mWidth; });
         return spots;
+    }
+
+    // A field may be high and hardly as long as the hair by which two sides miss each other. What hangs
+    // together with it and is as wide, or half of it as ends of a round are, has to be as long: an upright
+    // sliver is as narrow as all its stripes together, and a frame of slivers as narrow as they are.
+
+    void WidenSpots(std::vector<PlanSpot>& spots, const std::vector<std::size_t>& spotOf) const {
+        std::vector<std::size_t> widestFirst(mFields.size());
+        std::iota(widestFirst.begin(), widestFirst.end(), std::size_t{0});
+        std::ranges::sort(widestFirst, std::greater{}, [this](std::size_t i) { return mFields[i].width; });
+        for (const std::size_t i : widestFirst) {
+            double& width = spots[spotOf[i]].width;
+            if (width < mFields[i].width) width = std::max(width, SureWidth(i));
+        }
+    }
+
+    double SureWidth(std::size_t field) const {
+        const double width = mFields[field].width;
+        std::vector<bool> seen(mFields.size());
+        std::vector<std::size_t> open{field};
+        seen[field] = true;
+        double from = mFields[field].x0, to = mFields[field].x1;
+        while (!open.empty()) {
+            const std::size_t at = open.back();
+            open.pop_back();
+            from = std::min(from, mFields[at].x0);
+            to = std::max(to, mFields[at].x1);
+            if (to - from >= width / 2) return width;
+            for (const std::size_t beside : mBeside[at]) {
+                if (seen[beside] || mFields[beside].width < width / 2) continue;
+                seen[beside] = true;
+                open.push_back(beside);
+            }
+        }
+        return to - from;
     }
 
     static void Grow(PlanSpot& spot, const Field& field) {
@@ -261,7 +303,6 @@ class Sweep {
         spot.box = {std::min(spot.box.minX, box.minX), std::min(spot.box.minY, box.minY),
                     std::max(spot.box.maxX, box.maxX), std::max(spot.box.maxY, box.maxY)};
         spot.area += field.area;
-        spot.width = std::max(spot.width, field.width);
         spot.stripes.push_back(box);
     }
 
@@ -271,6 +312,8 @@ class Sweep {
     std::vector<double> mPlaces;
     std::vector<Field> mFields;
     std::vector<std::size_t> mOver;
+    /// Of each field, those that it touches.
+    std::vector<std::vector<std::size_t>> mBeside;
 };
 
 }  // namespace

@@ -110,6 +110,27 @@ TEST_F(ToldDifferences, ABoreWhoseHeightIsRoundedInItsNameIsNone) {
     }
 }
 
+TEST_F(ToldDifferences, NeighbouringBoresOfUnlikeHeightAreNoneInEitherUnit) {
+    // Near the top of a bore a name's last decimal of an inch leaves a hair on both sides of it, and one
+    // between them at its floor.
+    for (const int scale : {1, 2}) {
+        for (const Target target : {Target::ASP, Target::CNI, Target::ROV}) {
+            const Shop shop{"", scale};
+            UseShop(shop);
+            MadePart part = Made();
+            part.Board(290, 176, 19.05);
+            part.Drill({290, 56, 9.525}, {-1, 0, 0}, 16, 8);
+            part.Drill({52.5, 0, 9.5}, {0, 1, 0}, 13.64, 8);
+            part.Drill({235.5, 176, 9.525}, {0, -1, 0}, 25.5, 5);
+            PutDown(part, shop, 0);
+            RunAll(target);
+            EXPECT_EQ(LastRunReport().unexplained, std::vector<std::string>{})
+                << static_cast<int>(target) << " " << scale;
+            part.Solid().Delete();
+        }
+    }
+}
+
 TEST_F(ToldDifferences, TheColourOfAPartMakesNoPathAnOutline) {
     for (const Target target : {Target::C2C, Target::ASP, Target::WOP5, Target::BW}) {
         for (const int color : {1, 2, 4}) {

@@ -128,6 +128,21 @@ TEST(PlanDifference, ASliverCountsFromTheWidthThatIsAskedForWhicheverWayItRuns) 
 
 // Where the walls of a spot run into each other its width is taken for up to twice as large: no spot is lost
 // by that.
+TEST(PlanDifference, SliversAreAsNarrowAsTheyAreWhereAHairJoinsThem) {
+    // Both long sides of a slot lie off by a sliver, and its end by a hair.
+    const Sides board = Rectangle(0, 0, 600, 400);
+    for (const double hair : {1e-5, 0.005, 0.02}) {
+        const Sides part = board + Rectangle(100, 100, 200, 108);
+        const Sides cut = Rectangle(100, 99.98, 200 + hair, 108.02);
+        for (const double angle : {0.0, 90.0, 17.0}) {
+            const auto spots =
+                Spots(Turned(part, angle), {Stock(Turned(board, angle)), Cut(Turned(cut, angle))});
+            ASSERT_FALSE(spots.empty());
+            for (const PlanSpot& spot : spots) EXPECT_LT(spot.width, 0.041) << hair << " " << angle;
+        }
+    }
+}
+
 TEST(PlanDifference, ARingBetweenTwoCirclesIsAtLeastAsWideAsTheirRadiiDiffer) {
     const Sides board = Rectangle(0, 0, 600, 400);
     const auto spotsOf = [&](double wide) {
