@@ -1,4 +1,6 @@
 // STRETCH: ends, holes and notches that a window holds are shifted, and the sides that reach into it follow.
+#include <algorithm>
+
 #include "command_fixture.h"
 #include "drafting_host/document/drawing_history.h"
 #include "drafting_host/document/drawing_state.h"
@@ -35,6 +37,16 @@ TEST_F(Stretching, TheEndInTheWindowIsShiftedToTheTypedSize) {
     EXPECT_EQ(TextOf(board, "Material"), "Oak");
     EXPECT_EQ(ended, std::vector<std::string>{"STRETCH"});
     EXPECT_EQ(PreviousHandles(), std::vector{board.Handle()});
+}
+
+TEST_F(Stretching, AWindowThatMeetsNothingEndsItAndSaysSo) {
+    HostSolid& board = BoxAt({0, 0, 0}, {600, 300, 18});
+    Type("stretch c 900,-10 1000,310  0,0 ");
+    ExpectIdle();
+    ExpectExact(board.GetBoundingBox().max, {600, 300, 18});
+    const auto found = std::ranges::find(transcript, "No objects were found: STRETCH ends.");
+    ASSERT_NE(found, transcript.end());
+    EXPECT_LT(found, std::ranges::find(transcript, "Unknown command \"0,0\"."));
 }
 
 TEST_F(Stretching, TheCornersOfTheWindowAreAskedForAtOnce) {

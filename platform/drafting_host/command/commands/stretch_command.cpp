@@ -86,7 +86,11 @@ Asking<void> Stretch(CommandSession& session) {
     SelectionQuestion question =
         session.AskSelection(SelectFor::Changing, "Select objects:", SelectFirst::Crossing);
     const std::vector<HostEntity*> chosen = co_await question;
-    if (chosen.empty()) co_return;
+    if (chosen.empty()) {
+        // The points that follow in a macro come to the command line: its complaints alone would be a riddle.
+        session.Refuse("No objects were found: STRETCH ends.");
+        co_return;
+    }
     const Shift shift = co_await AskShift(session);
     // Without a window there is nothing that could be left behind: all of it moves.
     Changes changes = PlannedFor(session, chosen, question.CrossingWindows(), shift.offset);
