@@ -119,6 +119,24 @@ TEST_F(StepLooks, AStyleThatOverridesAnotherOneCounts) {
     EXPECT_EQ(NotesOf(document), "");
 }
 
+TEST_F(StepLooks, AStyleForOneUseOrViewAloneIsARemarkThatSaysSo) {
+    const std::string relation =
+        "#900021=SHAPE_REPRESENTATION_RELATIONSHIP('','',#900022,#900023);\n"
+        "#900022=SHAPE_REPRESENTATION('',(#900024),%C);\n#900023=SHAPE_REPRESENTATION('',(#900024),%C);\n"
+        "#900024=AXIS2_PLACEMENT_3D('',#900025,$,$);\n#900025=CARTESIAN_POINT('',(0.,0.,0.));\n";
+    std::string over = Style(900011, "%S", "0.,0.,1.");
+    const std::string plain = "STYLED_ITEM('',(#900012),%S)";
+    over.replace(over.find(plain), plain.size(),
+                 "CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM('',(#900012),%S,#900001,(#900021))");
+    const StepDocument document = Read(Style(900001, "%S", "1.,0.,0.") + over + relation);
+    EXPECT_EQ(document.solids.at(0).color, (Rgb{255, 0, 0}));
+    const std::string content = Content();
+    EXPECT_EQ(
+        NotesOf(document),
+        LineAt(content, content.find("#900011=")) +
+            ", nothing lost: 1 style(s) for one use or view alone passed over, the first one #900011\n");
+}
+
 TEST_F(StepLooks, AStyleThatOverridesAnotherOneOnAFaceLeavesThePartsColour) {
     std::string over = Style(900011, "%F", "0.,0.,1.");
     const std::string plain = "STYLED_ITEM('',(#900012),%F)";

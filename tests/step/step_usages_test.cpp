@@ -10,6 +10,15 @@ namespace {
 
 class StepUsages : public StepInput {
   protected:
+    /// The board as of another program: names of files written here are taken to the letter, none included.
+    std::string Another() const {
+        std::string content = Root();
+        for (std::size_t at = content.find("'Brenvik "); at != std::string::npos;
+             at = content.find("'Brenvik "))
+            content.replace(at, 9, "'Another ");
+        return content;
+    }
+
     std::string Nested() const {
         WriteNested(mPath, "");
         return Content();
@@ -85,9 +94,7 @@ TEST_F(StepUsages, AMisspeltUsageIsALoss) {
 }
 
 TEST_F(StepUsages, AShapeThatARelationshipSetsIntoTheProductsOwnIsThePartAtThatPlace) {
-    std::string root = Root();
-    for (std::size_t at = root.find("'Brenvik "); at != std::string::npos; at = root.find("'Brenvik "))
-        root.replace(at, 9, "'Another ");
+    const std::string root = Another();
     const std::vector<std::string> items = ReferencesOf(root, "ADVANCED_BREP_SHAPE_REPRESENTATION");
     ASSERT_EQ(items.size(), 3U);
     const std::string shape = NumberOf(root, "ADVANCED_BREP_SHAPE_REPRESENTATION");
@@ -109,6 +116,68 @@ TEST_F(StepUsages, AShapeThatARelationshipSetsIntoTheProductsOwnIsThePartAtThatP
         EXPECT_DOUBLE_EQ(solids::ExactBox(document.solids[0].shape).min.X(), 1000);
         EXPECT_EQ(NotesOf(document), "");
     }
+}
+
+/// A relation that sets the first of two shapes into the second.
+std::string Relation(const std::string& number, const std::string& ends, const std::string& transformation) {
+    return number + "=(REPRESENTATION_RELATIONSHIP('',''," + ends +
+           ")REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(" + transformation +
+           ")SHAPE_REPRESENTATION_RELATIONSHIP());\n";
+}
+
+TEST_F(StepUsages, AShapeThatAnOperatorSetsIntoTheProductsOwnIsThePartAtThatPlace) {
+    std::string content = Another();
+    const std::vector<std::string> items = ReferencesOf(content, "ADVANCED_BREP_SHAPE_REPRESENTATION");
+    const std::string shape = NumberOf(content, "ADVANCED_BREP_SHAPE_REPRESENTATION");
+    const std::size_t tie = content.find(" = SHAPE_DEFINITION_REPRESENTATION(");
+    content.replace(content.find("," + shape + ")", tie), shape.size() + 1, ",#900001");
+    const auto with = [&](const std::string& x, const std::string& ends) {
+        return WithData(content, "#900001=SHAPE_REPRESENTATION('',(" + items[0] + ")," + items[2] +
+                                     ");\n#900002=CARTESIAN_POINT('',(1000.,0.,0.));\n"
+                                     "#900003=CARTESIAN_TRANSFORMATION_OPERATOR_3D('','','',#900004,#900005,"
+                                     "#900002,1.,#900006);\n#900004=DIRECTION('',(" +
+                                     x +
+                                     ",0.,0.));\n#900005=DIRECTION('',(0.,1.,0.));\n"
+                                     "#900006=DIRECTION('',(0.,0.,1.));\n" +
+                                     Relation("#900007", ends, "#900003"));
+    };
+    for (const auto& [x, expected] : {std::pair("1.", 1000.), std::pair("-1.", 400.)}) {
+        const StepDocument document = Read(with(x, shape + ",#900001"));
+        ASSERT_EQ(document.solids.size(), 1U) << x;
+        EXPECT_EQ(document.solids[0].name, "Board");
+        EXPECT_DOUBLE_EQ(solids::ExactBox(document.solids[0].shape).min.X(), expected);
+        EXPECT_EQ(NotesOf(document), "");
+    }
+    // Set the other way round, its place is open: then the solid is left out, and the refusal says so.
+    Put(with("1.", "#900001," + shape));
+    ExpectMentions(FailureText(), "expected at least one solid, the solid " + items[1] +
+                                      " is left out: no part leads to it");
+}
+
+TEST_F(StepUsages, AShapeBehindAnotherOneWithPlacesOfTheirOwnIsThePartAtTheirSum) {
+    std::string content = Another();
+    const std::vector<std::string> items = ReferencesOf(content, "ADVANCED_BREP_SHAPE_REPRESENTATION");
+    const std::string shape = NumberOf(content, "ADVANCED_BREP_SHAPE_REPRESENTATION");
+    const std::size_t tie = content.find(" = SHAPE_DEFINITION_REPRESENTATION(");
+    content.replace(content.find("," + shape + ")", tie), shape.size() + 1, ",#900001");
+    const StepDocument document =
+        Read(WithData(content, "#900001=SHAPE_REPRESENTATION('',(#900002)," + items[2] +
+                                   ");\n#900002=AXIS2_PLACEMENT_3D('',#900003,$,$);\n"
+                                   "#900003=CARTESIAN_POINT('',(0.,200.,0.));\n"
+                                   "#900004=SHAPE_REPRESENTATION('',(#900005," +
+                                   items[0] + ")," + items[2] +
+                                   ");\n#900005=AXIS2_PLACEMENT_3D('',#900006,$,$);\n"
+                                   "#900006=CARTESIAN_POINT('',(100.,0.,0.));\n" +
+                                   "#900007=ITEM_DEFINED_TRANSFORMATION('',''," + items[0] + ",#900005);\n" +
+                                   "#900008=ITEM_DEFINED_TRANSFORMATION('',''," + items[0] + ",#900002);\n" +
+                                   Relation("#900009", shape + ",#900004", "#900007") +
+                                   Relation("#900010", "#900004,#900001", "#900008")));
+    ASSERT_EQ(document.solids.size(), 1U);
+    EXPECT_EQ(document.solids[0].name, "Board");
+    const auto box = solids::ExactBox(document.solids[0].shape);
+    EXPECT_DOUBLE_EQ(box.min.X(), 100);
+    EXPECT_DOUBLE_EQ(box.min.Y(), 200);
+    EXPECT_EQ(NotesOf(document), "");
 }
 
 TEST_F(StepUsages, AUsageWithoutAPlaceIsToldWhereItsPartIsUsedElsewhereToo) {

@@ -98,6 +98,23 @@ TEST_F(StepVariants, ASubstituteOfAUsageThatIsAProductIsTold) {
     EXPECT_NE(notes.find("\" as a substitute: both are listed\n"), std::string::npos) << notes;
 }
 
+TEST_F(StepVariants, ASecondShapeOfAProductIsARemark) {
+    std::string content = Two();
+    const auto shapes = NumbersOf(content, "ADVANCED_BREP_SHAPE_REPRESENTATION");
+    const auto named = NumbersOf(content, "PRODUCT_DEFINITION_SHAPE");
+    ASSERT_EQ(shapes.size(), 2U);
+    // The second board's shape is another one of the first board's product.
+    const std::string tie = " = SHAPE_DEFINITION_REPRESENTATION(" + named[1] + ",";
+    const std::size_t place = content.find(tie) + tie.size() - 1 - named[1].size();
+    content.replace(place, named[1].size(), named[0]);
+    const StepDocument document = Read(content);
+    EXPECT_EQ(document.solids.size(), 2U);
+    ExpectMentions(NotesOf(document),
+                   LineAt(content, content.find("\n" + shapes[1] + " =") + 1) +
+                       ", nothing lost: part \"Board\" has 2 shapes of its own, the first ones " + shapes[0] +
+                       " and " + shapes[1] + ": the solids of all are listed\n");
+}
+
 TEST_F(StepVariants, ASecondVersionOfAProductIsTold) {
     std::string content = Two();
     const auto products = NumbersOf(content, "PRODUCT"),

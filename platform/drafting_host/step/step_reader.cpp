@@ -14,6 +14,8 @@
 #include <TopExp_Explorer.hxx>
 #include <TransferBRep.hxx>
 #include <Transfer_TransientProcess.hxx>
+#include <XCAFDoc_DocumentTool.hxx>
+#include <XCAFDoc_ShapeTool.hxx>
 #include <XSControl_TransferReader.hxx>
 #include <XSControl_WorkSession.hxx>
 #include <algorithm>
@@ -27,6 +29,7 @@
 #include "drafting_host/step/looks/statement_looks.h"
 #include "drafting_host/step/models/ball_faces.h"
 #include "drafting_host/step/models/body_faults.h"
+#include "drafting_host/step/models/rounded_planes.h"
 #include "drafting_host/step/part_flattener.h"
 #include "drafting_host/step/places/part_places.h"
 #include "drafting_host/step/places/place_operators.h"
@@ -193,6 +196,22 @@ std::set<int> StoodFor(Loading& file, const NamesByShape& names) {
     return numbers;
 }
 
+void PutRoundedPlanesOnCorners(const Handle(TDocStd_Document) & assembly, LengthUnit unit) {
+    TDF_LabelSequence roots;
+    XCAFDoc_DocumentTool::ShapeTool(assembly->Main())->GetFreeShapes(roots);
+    for (const TDF_Label& root : roots)
+        PutPlanesOnCorners(XCAFDoc_ShapeTool::GetShape(root), MillimetresIn(unit));
+}
+
+/// For a file of which no part comes. A solid that nothing leads to says more than what the modeller counts.
+[[noreturn]] void RefuseEmpty(Loading& file, const PartFlattener& parts, const StepDocument& document) {
+    StepDocument unlisted;
+    NoteUnlisted(file.Reader(), file.Model(), parts.NamesByShape(), {}, file.Text(), unlisted);
+    std::erase_if(unlisted.notes, [](const StepNote& note) { return !note.text.starts_with("the solid #"); });
+    unlisted.notes.insert(unlisted.notes.end(), document.notes.begin(), document.notes.end());
+    file.RefuseEmpty(unlisted.notes);
+}
+
 /// Files that are being read, each for the sake of the one before.
 using Chain = std::vector<std::filesystem::path>;
 
@@ -268,6 +287,7 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
     if (file.Contexts().NameUnits()) document.millimetresPerUnit = MillimetresPerUnit(file.Model());
     BringBodiesTo(unit);
     if (!file.Reader().Transfer(assembly)) file.RefuseEmpty();
+    PutRoundedPlanesOnCorners(assembly, unit);
     NoteCodePage(file.Page(), document);
     NoteMendedTexts(file.Texts(), document);
     NoteBrokenEscapes(file.Texts(), file.Text(), document);
@@ -282,10 +302,11 @@ StepDocument ReadOwn(Loading& file, const std::filesystem::path& path, LengthUni
     parts.NoteWithoutSolid(file.Taken().LostBodies().size() + file.EmptiedProducts());
     parts.NoteLooks();
     parts.NoteNameless();
-    if (document.solids.empty() && parts.Outside().empty()) file.RefuseEmpty(document.notes);
+    if (document.solids.empty() && parts.Outside().empty()) RefuseEmpty(file, parts, document);
     NoteQuarantine(file.Taken(), file.Text(), file.Page(), document);
     NoteMisspeltKinds(file.Text(), document);
     NoteDoubleLooks(file.Text(), file.Taken(), file.Page(), document);
+    NoteContextLooks(file.Text(), file.Taken(), document);
     NoteBodyFaults(file.Reader(), file.Checks(), unit, file.Model(), parts.NamesByShape(), file.Text(),
                    document);
     NoteUnlisted(file.Reader(), file.Model(), parts.NamesByShape(), StoodFor(file, parts.NamesByShape()),

@@ -88,4 +88,16 @@ void NoteDoubleLooks(const Statements& statements, const Quarantine& quarantine,
         [&](const Statement& layer) { return FirstTextOf(statements, layer, codePage); }, document);
 }
 
+void NoteContextLooks(const Statements& statements, const Quarantine& quarantine, StepDocument& document) {
+    std::set<std::size_t> places;
+    for (const StatementFault& fault : quarantine.LostLooks())
+        if (IsOfContext(fault) && fault.statement != nullptr) places.insert(fault.statement->place);
+    if (places.empty()) return;
+    const std::string_view first = statements.Content().substr(*places.begin());
+    document.notes.push_back({std::to_string(places.size()) +
+                                  " style(s) for one use or view alone passed over, the first one " +
+                                  std::string(first.substr(0, first.find_first_of(" ="))),
+                              statements.LineAt(*places.begin()), false});
+}
+
 }  // namespace brenvik::step

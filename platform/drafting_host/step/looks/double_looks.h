@@ -1,4 +1,5 @@
-// Looks that a STEP file gives an item twice. A part has one colour and one layer, so one of them is lost.
+// Looks that a STEP file gives an item twice, or for a context alone. A part has one colour and one layer, so
+// one of them is lost.
 #pragma once
 
 #include "drafting_host/step/texts/step_document.h"
@@ -11,5 +12,9 @@ namespace brenvik::step {
 /// number and the line of the first one's second look. These are remarks, since no part suffers.
 void NoteDoubleLooks(const Statements& statements, const Quarantine& quarantine, CodePage codePage,
                      StepDocument& document);
+
+/// A remark on the styles that were left out since what they hold for alone is nothing that the modeller
+/// knows there, a use for one: their number and the first one. Parts have the style that holds for all.
+void NoteContextLooks(const Statements& statements, const Quarantine& quarantine, StepDocument& document);
 
 }  // namespace brenvik::step

@@ -182,7 +182,9 @@ void NoteQuarantine(const Quarantine& quarantine, const Statements& statements, 
     NoteFaults(meshes, "body(s) made of triangles", true, statements, document);
     NoteFaults(bodies, "body(s) of unknown kinds", true, statements, document);
     NoteFaults(others, "false item(s) of shapes", false, statements, document);
-    NoteFaults(quarantine.LostLooks(), "faulty style(s) or layer(s)", false, statements, document);
+    std::vector<StatementFault> looks = quarantine.LostLooks();
+    std::erase_if(looks, IsOfContext);
+    NoteFaults(looks, "faulty style(s) or layer(s)", false, statements, document);
     NoteFaults(quarantine.LostPapers(), "faulty statement(s) of persons, dates and the like", false,
                statements, document);
 }

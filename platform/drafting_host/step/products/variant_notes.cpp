@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -30,10 +31,14 @@ class Reader {
   public:
     Reader(const Statements& statements, CodePage codePage, StepDocument& document)
         : mStatements(statements), mCodePage(codePage), mDocument(document) {
-        for (const Statement& statement : statements.All())
+        for (const Statement& statement : statements.All()) {
             if (IsDefinition(statement))
                 if (const int product = ProductOf(statement))
                     mDefinitions[product].push_back(statement.number);
+            const auto ends = statements.ReferencesOf(statement);
+            if (statement.kind == "SHAPE_DEFINITION_REPRESENTATION" && ends.size() > 1)
+                mShapes[FirstOf(statements, ends[0].number)].insert(ends[1].number);
+        }
     }
 
     void Run() {
@@ -41,6 +46,8 @@ class Reader {
             if (RelatesVariants(statement)) TakeRelation(statement);
         for (const auto& [product, definitions] : mDefinitions)
             if (definitions.size() > 1) TakeDefinitions(definitions);
+        for (const auto& [definition, shapes] : mShapes)
+            if (shapes.size() > 1) TakeShapes(definition, shapes);
     }
 
   private:
@@ -118,6 +125,19 @@ class Reader {
         }
     }
 
+    /// They may be bodies of one product as well as two pictures of it.
+    void TakeShapes(int definition, const std::set<int>& shapes) {
+        std::vector<int> listed;
+        for (const int shape : shapes)
+            if (Tree().HoldsBodies(shape)) listed.push_back(shape);
+        const Statement* const product = mStatements.Find(definition);
+        if (listed.size() < 2 || product == nullptr || !IsDefinition(*product)) return;
+        mDocument.notes.push_back({Name(definition) + " has " + std::to_string(listed.size()) +
+                                       " shapes of its own, the first ones " + Shown(listed[0]) + " and " +
+                                       Shown(listed[1]) + ": the solids of all are listed",
+                                   mStatements.LineOf(listed[1]), false});
+    }
+
     bool IsUsed(int definition) {
         return std::ranges::find(Tree().Usages(), definition, &Usage::component) != Tree().Usages().end();
     }
@@ -135,6 +155,7 @@ class Reader {
     CodePage mCodePage;
     StepDocument& mDocument;
     std::map<int, std::vector<int>> mDefinitions;  ///< By product.
+    std::map<int, std::set<int>> mShapes;          ///< By definition.
     std::optional<UsageTree> mTree;
 };
 

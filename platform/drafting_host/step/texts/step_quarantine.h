@@ -20,6 +20,12 @@ struct StatementFault {
     bool isTold = true;    ///< False for omissions that need no report.
 };
 
+/// Whether it is what a style names as the only place where it holds, a kind that the modeller doesn't know
+/// there.
+inline bool IsOfContext(const StatementFault& fault) {
+    return fault.expected.find("(style_context)") != std::string::npos;
+}
+
 /// A body that had to be left out, and the fault that it fell over.
 struct LostBody {
     const Statement* body = nullptr;
