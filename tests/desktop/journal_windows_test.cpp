@@ -49,7 +49,7 @@ class JournalOnWindows : public ::testing::TestWithParam<std::string> {
             " --home home " + command + " cabinet.dxf --journal " +
             (source / "tests/journals" / (GetParam() + ".journal")).string() + " >out.txt 2>err.txt";
         const int ended = std::system(line.c_str());
-        return {WEXITSTATUS(ended), Content(place / "out.txt"), Content(place / "err.txt")};
+        return {WEXITSTATUS(ended), desktop::Content(place / "out.txt"), desktop::Content(place / "err.txt")};
     }
 
     fs::path folder;
