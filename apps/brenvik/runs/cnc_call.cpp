@@ -16,6 +16,7 @@
 #include "cnc/run/run_share.h"
 #include "cnc/run/spread_parts.h"
 #include "console/console_dialogs.h"
+#include "drafting_host/document/files/reading_processors.h"
 #include "drawings/grid_session.h"
 #include "drawings/output_folder.h"
 #include "export/frm_export.h"
@@ -163,6 +164,7 @@ ExitStatus CallCnc(const HeldHome& home, const CncOptions& options, const GivenT
     const CareInForce care(given.care ? *given.care
                                       : OutputCare{.mayEmpty = [&seen] { return seen.WhatIsNew(); }});
     SetProof(!options.noProof);
+    ReadBodiesOn(options.jobs.empty() ? ProcessorsToUse() : std::stoi(options.jobs));
     const std::unique_ptr<WorkersPort> workers =
         given.workers ? given.workers(workplace.files)
                       : std::make_unique<PartWorkers>(workplace.files, workplace.host.Written(),

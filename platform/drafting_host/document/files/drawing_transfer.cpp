@@ -2,6 +2,7 @@
 // a drawing is taken over, so that what can't be read is reported at once, and written as text on the way
 // out.
 #include <TopExp_Explorer.hxx>
+#include <functional>
 #include <set>
 #include <span>
 #include <utility>
@@ -9,6 +10,7 @@
 #include "base/handle_text.h"
 #include "base/letter_case.h"
 #include "drafting_host/acis/acis_text.h"
+#include "drafting_host/document/files/bodies_ahead.h"
 #include "drafting_host/document/files/body_texts.h"
 #include "drafting_host/document/files/lost_data.h"
 #include "drafting_host/document/geometry/host_failure.h"
@@ -30,10 +32,10 @@ std::string_view NameOf(AcisData::Kind kind) {
     return {};
 }
 
-/// Reads a body's text; what went wrong is reported with the line of the file where the text begins and the
-/// line and record in it.
-ShapeData ReadBody(const AcisData& data, HandleValue handle, std::vector<ReadNote>& notes) {
-    const acis::ReadResult read = acis::ReadText(data.text);
+/// The body that its text gives; what went wrong is reported with the line of the file where the text begins
+/// and the line and record in it.
+ShapeData BodyAsRead(const acis::ReadResult& read, const AcisData& data, HandleValue handle,
+                     std::vector<ReadNote>& notes) {
     ShapeData result{data.kind, OneShapeOf(read.bodies)};
     const std::string what = std::string(NameOf(data.kind)) + " " + HandleToText(handle);
     for (const acis::Problem& problem : read.problems) {
@@ -64,7 +66,8 @@ void TakeForSheet(ShapeData& shape, const AcisData& data, HandleValue handle, st
 /// bodies without a text, and stay behind what was taken. A body's text stays with it where its shape may be
 /// made again.
 std::optional<HostGeometry> ToHost(EntityGeometry& geometry, HandleValue handle, std::vector<ReadNote>& notes,
-                                   std::span<const TopoDS_Shape>& shapes) {
+                                   std::span<const TopoDS_Shape>& shapes,
+                                   const std::function<acis::ReadResult()>& readBody) {
     return std::visit(
         [&](auto& data) -> std::optional<HostGeometry> {
             using Data = std::decay_t<decltype(data)>;
@@ -74,7 +77,7 @@ std::optional<HostGeometry> ToHost(EntityGeometry& geometry, HandleValue handle,
                     shapes = shapes.subspan(1);
                     return kept;
                 }
-                ShapeData shape = ReadBody(data, handle, notes);
+                ShapeData shape = BodyAsRead(readBody(), data, handle, notes);
                 if (shape.shape.IsNull()) return std::nullopt;
                 TakeForSheet(shape, data, handle, notes);
                 return shape;
@@ -155,8 +158,11 @@ EntityData ToSnapshot(const HostEntity& entity, const Similarity& move, std::vec
 
 void FillBlock(HostBlock& block, std::vector<EntityData>& entities, HostLayers& layers,
                std::vector<ReadNote>& notes, std::span<const TopoDS_Shape>& shapes) {
+    BodiesAhead bodies(entities);
     for (EntityData& data : entities) {
-        std::optional<HostGeometry> geometry = ToHost(data.geometry, data.handle, notes, shapes);
+        const auto place = static_cast<std::size_t>(&data - entities.data());
+        std::optional<HostGeometry> geometry =
+            ToHost(data.geometry, data.handle, notes, shapes, [&] { return bodies.Take(place); });
         if (!geometry) continue;
         HostEntity& entity = block.Add(std::move(*geometry), data.handle);
         if (auto* body = std::get_if<AcisData>(&data.geometry); body != nullptr && !body->text.empty()) {
