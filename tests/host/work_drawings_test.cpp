@@ -97,10 +97,23 @@ TEST_F(WorkDrawings, WrittenTwiceAreTheSameFile) {
     document.Wblock(Path("BPart_0.dwg"), set);
     EXPECT_EQ(fs::file_size(Path("Part_0.dwg")), fs::file_size(Path("BPart_0.dwg")));
     EXPECT_EQ(Opened("BPart_0.dwg").Model().Count(), 1);
+    EXPECT_EQ(fs::hard_link_count(Path("Part_0.dwg")), 2u);
     SetText(solid, "Quantity", "3");
     document.Wblock(Path("BPart_0.dwg"), set);
     EXPECT_EQ(TextOf(dynamic_cast<HostSolid&>(*Read("BPart_0.dwg").Model().Item(0)), "Quantity"), "3");
     EXPECT_EQ(TextOf(dynamic_cast<HostSolid&>(*Opened("Part_0.dwg").Model().Item(0)), "Quantity"), "");
+}
+
+TEST_F(WorkDrawings, AreWrittenAnewWhereTheFirstIsAnotherFileByNow) {
+    Model().AddBox({0, 0, 0}, 2, 2, 2);
+    AcadSelectionSet& set = Everything();
+    document.Wblock(Path("Part_0.dwg"), set);
+    std::ofstream(Path("Part_0.dwg")) << "no drawing";
+    document.Wblock(Path("BPart_0.dwg"), set);
+    EXPECT_EQ(Read("BPart_0.dwg").Model().Count(), 1);
+    std::ofstream(Path("there.dwg")) << "an older one";
+    document.Wblock(Path("there.dwg"), set);
+    EXPECT_EQ(Read("there.dwg").Model().Count(), 1);
 }
 
 TEST_F(WorkDrawings, ClosingGoesBackToTheDrawingBefore) {

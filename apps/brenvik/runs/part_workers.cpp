@@ -28,6 +28,23 @@ std::string NameOf(std::size_t part) {
     return std::string(WorkFilePrefix) + "part-" + std::to_string(part) + "\\";
 }
 
+/// Folders that their parts have left wait under these names for the next ones: to make a folder and to
+/// remove it takes longer than to put a small file there.
+constexpr int MostFree = 8;
+
+std::string NameOfFree(int place) {
+    return std::string(WorkFilePrefix) + "part-free-" + std::to_string(place);
+}
+
+/// Whether no file is left in a folder or in those within it.
+bool HasNoFiles(const fs::path& folder) {
+    std::error_code error;
+    for (fs::recursive_directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error))
+        if (!entry->is_directory()) return false;
+    return !error;
+}
+
 /// What stands behind the folder in the path of one of its files: "2-sided\BPart_0.dwg".
 std::string NameIn(std::string_view folder, const std::string& path) { return path.substr(folder.size()); }
 
@@ -35,6 +52,14 @@ std::string NameIn(std::string_view folder, const std::string& path) { return pa
 std::string FolderIn(std::string_view folder, const std::string& path) {
     const std::string name = NameIn(folder, path);
     return name.substr(0, name.rfind('\\') + 1);
+}
+
+/// Nobody writes into a part's drawing: it is deleted, or another one comes in its place. So a second name is
+/// as good as a copy.
+bool LendFile(const fs::path& file, const fs::path& copy) {
+    std::error_code unlent;
+    fs::create_hard_link(file, copy, unlent);
+    return !unlent || fs::copy_file(file, copy, unlent);
 }
 
 }  // namespace
@@ -68,18 +93,50 @@ int PartWorkers::ProcessesFor(std::size_t parts) {
     return static_cast<int>(std::min(parts, static_cast<std::size_t>(mJobs > 0 ? mJobs : ProcessorsToUse())));
 }
 
-void PartWorkers::Spread(const SpreadWork& work) { SpreadOverProcesses(ProcessesFor(work.parts), work); }
+void PartWorkers::Spread(const SpreadWork& work) {
+    const std::unique_ptr<PartWorkers, void (*)(PartWorkers*)> atTheEnd(this, [](PartWorkers* workers) {
+        std::error_code ignored;
+        for (const fs::path& folder : workers->mFreed) fs::remove_all(folder, ignored);
+        workers->mFreed.clear();
+    });
+    SpreadOverProcesses(ProcessesFor(work.parts), work);
+}
+
+/// In a worker: the folder of a part.
+void PartWorkers::MakePlace(std::string_view folder, const std::string& place) {
+    const fs::path within = mReal->Resolve(folder), there = mReal->Resolve(place);
+    for (int free = 0; free < MostFree; ++free) {
+        std::error_code taken;
+        fs::rename(within / NameOfFree(free), there, taken);
+        if (!taken) return;
+    }
+}
+
+/// The folder of a part that has been taken over.
+void PartWorkers::FreePlace(std::string_view folder, std::size_t part) {
+    const fs::path place = mFiles.Resolve(std::string(folder) + NameOf(part));
+    if (HasNoFiles(place))
+        for (int free = 0; free < MostFree; ++free) {
+            const fs::path waiting = mFiles.Resolve(folder) / NameOfFree(free);
+            std::error_code taken;
+            fs::rename(place, waiting, taken);
+            if (taken) continue;
+            mFreed.insert(waiting);
+            return;
+        }
+    Discard(folder, part);
+}
 
 void PartWorkers::WorkApart(std::string_view folder, std::size_t part, std::span<const std::string> files) {
     if (!mReal) mReal = mFiles;
     const std::string place = std::string(folder) + NameOf(part);
+    MakePlace(folder, place);
     for (const std::string& file : files) {
         const std::string there = place + FolderIn(folder, file);
         mReal->MakeFolder(there);
         mLate.push_back(std::make_unique<LateFolder>(mReal->Resolve(there)));
         const fs::path first = mReal->Resolve(file), copy = mReal->Resolve(place + NameIn(folder, file));
-        std::error_code unlent;
-        if (fs::copy_file(first, copy, unlent)) mDrawings.KeepCopy(first, copy);
+        if (LendFile(first, copy)) mDrawings.KeepCopy(first, copy);
     }
     mFiles.MapFolder(folder, mReal->Resolve(place));
 }
@@ -107,7 +164,7 @@ bool PartWorkers::TakeOver(std::string_view folder, std::size_t part, std::span<
     });
     if (!areTaken) return false;
     for (const std::string& file : deleted) Skip([&] { mFiles.RemoveFile(file); });
-    Discard(folder, part);
+    FreePlace(folder, part);
     return true;
 }
 

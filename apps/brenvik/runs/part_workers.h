@@ -1,8 +1,10 @@
 // The parts of a run, spread over copies of this program: how many, and where each part's files are made.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -31,6 +33,9 @@ class PartWorkers : public WorkersPort {
     void Discard(std::string_view folder, std::size_t part) override;
 
   private:
+    void MakePlace(std::string_view folder, const std::string& place);
+    void FreePlace(std::string_view folder, std::size_t part);
+
     FileRoots& mFiles;
     WrittenDrawings& mDrawings;
     const int mJobs;
@@ -38,6 +43,8 @@ class PartWorkers : public WorkersPort {
     std::optional<FileRoots> mReal;
     /// In a worker: the folders that it has filled. Their names needn't reach the disk.
     std::vector<std::unique_ptr<LateFolder>> mLate;
+    /// Folders that wait, or have waited, for another part.
+    std::set<std::filesystem::path> mFreed;
 };
 
 }  // namespace brenvik::app

@@ -1,4 +1,8 @@
 // Saving by the object model: under the drawing's name, under another, and a part of it.
+#include <filesystem>
+#include <memory>
+#include <system_error>
+
 #include "base/letter_case.h"
 #include "drafting_host/document/files/drawing_files.h"
 #include "drafting_host/document/files/drawing_origin.h"
@@ -22,6 +26,24 @@ void KeepProblems(HostDocument& document, std::string_view fileName,
                   const std::vector<std::string>& problems) {
     for (const std::string& problem : problems)
         document.Tables().notes.push_back({0, "left out of " + std::string(fileName) + ": " + problem, true});
+}
+
+/// Where the content was written that is kept last. Whoever uses it looks what stands there now.
+std::filesystem::path& FileOfContent() {
+    static std::filesystem::path file;
+    return file;
+}
+
+/// Makes the file a second name of the one that holds this drawing already: it is deleted like a file of its
+/// own, and costs the disk nothing. Both are only ever replaced as a whole. False where the first is another
+/// one by now, where something stands in the place already, or where the file system has no such names.
+bool LinkToContent(WrittenDrawings& written, const DrawingSnapshot& drawing,
+                   const std::filesystem::path& file) {
+    const std::shared_ptr<const DrawingSnapshot> there = written.Find(FileOfContent());
+    if (there == nullptr || written.ContentOf(*there) != written.ContentOf(drawing)) return false;
+    std::error_code unlinked;
+    std::filesystem::create_hard_link(FileOfContent(), file, unlinked);
+    return !unlinked;
 }
 
 }  // namespace
@@ -113,7 +135,7 @@ void HostDocument::Wblock(std::string_view fileName, AcadSelectionSet& set) {
     const std::filesystem::path file = mApplication.Resolve(WithExtension(fileName, SaveAsKind::Native));
     WrittenDrawings& written = mApplication.Written();
     if (const std::string* content = written.ContentOf(*drawing)) {
-        mApplication.WriteScratch(file, *content);
+        if (!LinkToContent(written, *drawing, file)) mApplication.WriteScratch(file, *content);
         written.Keep(file, drawing);
         return;
     }
@@ -125,6 +147,7 @@ void HostDocument::Wblock(std::string_view fileName, AcadSelectionSet& set) {
     if (!problems.empty()) return;
     written.Keep(file, drawing);
     written.KeepContent(drawing, std::move(content));
+    FileOfContent() = file;
 }
 
 }  // namespace brenvik
