@@ -2,15 +2,21 @@
 // the parts in their order, so files, lists and messages don't show which process made them.
 #include "cnc/run/spread_parts.h"
 
+#include <array>
+#include <functional>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "base/failure.h"
+#include "base/text.h"
 #include "cnc/part/run_report.h"
 #include "cnc/run/part_result.h"
 #include "cnc/run/work_apart.h"
 #include "parts/part_trouble.h"
 #include "session/message.h"
 #include "session/module_state.h"
+#include "session/ports/files_port.h"
 #include "session/ports/workers_port.h"
 #include "session/progress.h"
 #include "session/session.h"
@@ -54,6 +60,7 @@ class SpreadRun {
                  }
                  return mEnd == PartsEnd::Whole;
              }});
+        EndingAt(mTaken, [this] { WriteWaiting(); });
         return mEnd;
     }
 
@@ -72,9 +79,12 @@ class SpreadRun {
             result.isForTheRun || HasFlagsOfSecondSide(mRun) || end.kind == WorkerEnd::Kind::Talked;
         if (isForTheRun || !mWorkers.TakeOver(OutputFolder, part, LentFilesOf(mParts[part]), result.files)) {
             mWorkers.Discard(OutputFolder, part);
+            EndingAt(part, [this] { WriteWaiting(); });
             return mLoop.WorkOn(part);
         }
-        WriteLines(part, result.lines);
+        EndingAt(part, [&] {
+            for (const ListLine& line : result.lines) Await(line);
+        });
         for (const MessageRequest& box : result.boxes) ThePlatform().dialogs->Show(box);
         AddReport(mRun.report, result.report);
         for (const PartTrouble& trouble : result.troubles) NotePartTrouble(trouble);
@@ -82,13 +92,30 @@ class SpreadRun {
         return true;
     }
 
-    void WriteLines(std::size_t part, const std::vector<ListLine>& lines) {
+    /// A failure ends the run at the part.
+    void EndingAt(std::size_t part, const std::function<void()>& writeLines) {
         try {
-            for (const ListLine& line : lines) mSteps.writeListLine(mRun, line);
+            writeLines();
         } catch (const Failure&) {
             mLoop.EndAt(part);
             throw;
         }
+    }
+
+    /// A list is written as a whole each time, so that its lines wait for each other. The first one doesn't:
+    /// where no list can be written the run ends with it.
+    void Await(const ListLine& line) {
+        constexpr std::size_t most = 64;
+        Waiting& waiting = mWaiting[line.secondSide ? 1 : 0];
+        waiting.lines.push_back(line.text);
+        if (waiting.lines.size() >= most || !std::exchange(waiting.hasBegun, true)) WriteWaiting();
+    }
+
+    void WriteWaiting() {
+        const std::string lineEnd(ThePlatform().files->LineEnd());
+        for (const bool secondSide : {false, true})
+            if (Waiting& waiting = mWaiting[secondSide ? 1 : 0]; !waiting.lines.empty())
+                mSteps.writeListLine(mRun, {secondSide, Join(std::exchange(waiting.lines, {}), lineEnd)});
     }
 
     /// Nobody knows how far its files have come.
@@ -98,12 +125,19 @@ class SpreadRun {
         mRun.report.unexplained.push_back(SkippedFor(mParts[part], how));
     }
 
+    /// Lines of a list that aren't written yet.
+    struct Waiting {
+        std::vector<std::string> lines;
+        bool hasBegun = false;
+    };
+
     RunState& mRun;
     const PassWork& mSteps;
     std::span<const PartFile> mParts;
     PartLoop mLoop;
     WorkersPort& mWorkers;
     Progress mProgress{{ProgressOfRun, static_cast<int>(mParts.size()), true}};
+    std::array<Waiting, 2> mWaiting;
     std::size_t mTaken = 0;
     PartsEnd mEnd = PartsEnd::Whole;
 };
