@@ -49,6 +49,12 @@ const std::vector<Opening>& Openings() {
              part.Pocket(Rectangle(150, 90, 250, 140), 12);
          },
          "OT 1 PKC 2 PL 1"},
+        {"PocketRoundADeeperOneWithRoundedCornersAtItsWall",
+         [](MadePart& part) {
+             part.Pocket(Rectangle(98, 40, 163, 90), 13);
+             part.Pocket(Rounded(113, 55, 163, 73, 4), 9);
+         },
+         "OT 1 PKC 2 PL 1"},
         {"PocketIntoRoundHole",
          [](MadePart& part) {
              part.Window({{160, 120, 1}, {240, 120, 1}});

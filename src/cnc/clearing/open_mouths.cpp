@@ -62,11 +62,13 @@ class Mouths {
                 path = RunOff(reach);
                 if (path) left = LeftBy(*path);
             });
-            if (!path || left > least - (runsOff ? -nothing : nothing)) continue;
+            if (!path) continue;
+            const bool isCleaner = best && HasStep(*best) && !HasStep(*path) && left < least + nothing;
+            if (left > least - (runsOff ? -nothing : nothing) && !isCleaner) continue;
             runsOff = false;
             least = left;
             best = std::move(path);
-            if (least < nothing) break;
+            if (least < nothing && !HasStep(*best)) break;
         }
         return best;
     }
@@ -87,6 +89,13 @@ class Mouths {
             if (std::ranges::any_of(mMouths, ends)) return true;
         }
         return false;
+    }
+
+    /// A figure may end next to where a round runs out beside its wall.
+    bool HasStep(const PlanLoop& path) const {
+        return std::ranges::any_of(path, [this](const PlanSide& side) {
+            return Length(side.to - side.from) < NoMouth * mOrder.unit;
+        });
     }
 
     std::vector<Reach> Reaches() const {
@@ -199,7 +208,8 @@ class Mouths {
         };
         for (const PlanArea& area : AreasOf(BorderOf(sides, holds, mOrder.same))) {
             if (!PlanField(area.outer).Holds(PointWithin())) continue;
-            if (!area.holes.empty() || TouchesWood(area.outer)) return std::nullopt;
+            // What the figures leave within is air, or else the whole touches wood.
+            if (TouchesWood(area.outer)) return std::nullopt;
             return WithOwnCorners(area.outer);
         }
         return std::nullopt;
