@@ -13,6 +13,8 @@ struct Opening {
     std::function<void(MadePart&)> make;
     /// The kinds of the operations of the first side.
     std::string_view kinds;
+    /// What the run tells of the part, or nothing.
+    std::string_view told = {};
 
     friend void PrintTo(const Opening& opening, std::ostream* out) { *out << opening.name; }
 };
@@ -136,6 +138,68 @@ TEST_F(MouthsOfPaths, AFollowedLineLeavesNoMiddleStandingForItsMouth) {
     RunAll();
     EXPECT_EQ(LastRunReport().unexplained, std::vector<std::string>{});
     EXPECT_EQ(CountBoth("RT_"), 1U);
+}
+/// Floors whose contour has a side shorter than any bit, where another recess has cut it.
+const std::vector<Opening>& ShortMouths() {
+    static const std::vector<Opening> openings{
+        {"PocketBittenAtItsCorner",
+         [](MadePart& part) {
+             part.Pocket(Rectangle(100, 50, 200, 100), 12);
+             part.Pocket(Rectangle(199, 90, 260, 140), 6);
+         },
+         "OT 1 PKC 2 PL 1", "3.47 by 0.747, 6 deep"},
+        {"PocketWhoseWallIsCutShort",
+         [](MadePart& part) {
+             part.Pocket(Rectangle(100, 50, 200, 100), 12);
+             part.Pocket(Rectangle(150, 30, 198, 80), 6);
+         },
+         "OT 1 PKC 2 PL 1", "2 by 4.472, 6 deep"},
+        {"RabbetBittenByDeeperHoles",
+         [](MadePart& part) {
+             part.Pocket(Rectangle(-5, -5, 405, 14), 10);
+             for (const double x : {60.0, 92.0, 124.0}) part.Hole(x, 16.3, 5, 12);
+         },
+         "OT 1 PL 1 RT 1 VD 3"},
+        {"HoleHalfCutByAPocket",
+         [](MadePart& part) {
+             part.Pocket(Rectangle(100, 50, 200, 100), 6);
+             part.Hole(150, 100, 2.5, 10);
+         },
+         "OT 1 PKC 1 PL 1 VD 1"},
+    };
+    return openings;
+}
+
+TEST_F(MouthsOfPaths, AShortSideTowardsAnotherRecessAsksForNoBit) {
+    for (const Opening& opening : ShortMouths()) {
+        for (std::size_t pose = 0; pose < 2; ++pose) {
+            MadePart part = Made();
+            part.Board(400, 250, 18);
+            opening.make(part);
+            PutDown(part, {"Millimetres", 2}, pose);
+            RunAll();
+            const std::string told = Join(LastRunReport().unexplained, "\n");
+            EXPECT_EQ(LastRunReport().skipped, std::vector<std::string>{}) << opening.name << " " << pose;
+            EXPECT_NE(told.find(opening.told), std::string::npos) << opening.name << " " << told;
+            EXPECT_EQ(told.empty(), opening.told.empty()) << opening.name << " " << told;
+            EXPECT_EQ(Faults(part.Solid(), 0, {0, {"PK", "RT", "VD"}}), std::vector<std::string>{})
+                << opening.name;
+            EXPECT_EQ(Kinds(FirstSide()), opening.kinds) << opening.name << " " << pose;
+            part.Solid().Delete();
+        }
+    }
+    EXPECT_EQ(Join(Messages(), "\n").find("small enough router bit"), std::string::npos);
+}
+
+TEST_F(MouthsOfPaths, AShortWallAsksForABitAllTheSame) {
+    MadePart part = Made();
+    part.Board(400, 250, 18);
+    part.Pocket(Rectangle(100, 50, 200, 100), 12);
+    part.Pocket(Rectangle(150, 80, 201, 140), 12);
+    PutDown(part, {"Millimetres", 2}, 0);
+    RunAll();
+    ASSERT_EQ(LastRunReport().skipped.size(), 1U);
+    EXPECT_NE(Join(Between(), "\n").find("who's shortest line is 1 long"), std::string::npos);
 }
 
 }  // namespace

@@ -22,6 +22,7 @@
 #include "cnc/plan/plan_sides.h"
 #include "cnc/routes/routing_gather.h"
 #include "cnc/routes/routing_known.h"
+#include "cnc/routes/routing_mouths.h"
 #include "cnc/routes/routing_overrun.h"
 #include "cnc/targets/target_table.h"
 #include "settings/settings_store.h"
@@ -106,6 +107,12 @@ bool MakeRoute(Routing& routing, AcadLWPolyline& path) {
         case CutFrom::Unknown:
             KeepForHandWork(run);
             return false;
+    }
+    // A side towards the air of another recess asks for no bit: the floor is cleared by the sections.
+    if (!BitForInsideRoute(run.part.Material, ShortestSide(path)).tool &&
+        IsTooShortTowardsAirAlone(run, routing.part, path)) {
+        path.Delete();
+        return true;
     }
     return CutInside(run, routing.part, path);
 }
