@@ -2,6 +2,7 @@
 #include <functional>
 
 #include "base/text.h"
+#include "cnc/proof/run_proof.h"
 #include "cnc/recognition_fixture.h"
 
 namespace brenvik {
@@ -189,6 +190,16 @@ TEST_F(MouthsOfPaths, AShortSideTowardsAnotherRecessAsksForNoBit) {
         }
     }
     EXPECT_EQ(Join(Messages(), "\n").find("small enough router bit"), std::string::npos);
+}
+
+TEST_F(MouthsOfPaths, WithoutTheProofAShortMouthAsksToo) {
+    SetProof(false);
+    MadePart part = Made();
+    part.Board(400, 250, 18);
+    ShortMouths().front().make(part);
+    PutDown(part, {"Millimetres", 2}, 0);
+    RunAll();
+    EXPECT_EQ(LastRunReport().skipped.size(), 1U);
 }
 
 TEST_F(MouthsOfPaths, AShortWallAsksForABitAllTheSame) {

@@ -194,10 +194,9 @@ void Tell(RunState& run, const std::vector<std::string>& texts) {
         run.part.differences.push_back("and " + std::to_string(texts.size() - told) + " places more");
 }
 
-bool ProofIsOn() { return !StateOf<ProofModule>().off; }
-
 }  // namespace
 
+bool ProofIsOn() { return !StateOf<ProofModule>().off; }
 void SetProof(bool on) { StateOf<ProofModule>().off = !on; }
 
 double UnitOf(const RunState& run) { return MillimetreIn(run.Metric()); }

@@ -27,6 +27,7 @@ struct GatheredProof {
 /// Whether runs prove their parts; they do unless somebody has switched it off. Unloading the library
 /// switches it on again.
 void SetProof(bool on);
+bool ProofIsOn();
 
 /// The numbers of the bits of the part's material, by which names are read.
 std::vector<std::string> ToolNumbersOf(const RunState& run);

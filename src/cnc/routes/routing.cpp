@@ -41,6 +41,7 @@ double Round(double value) { return RoundHalfEven(value, Decimals); }
 struct Routing {
     RunState& run;
     Box3 part;
+    bool proven;
 };
 
 /// Whether a contour is cut on this pass. One that neither side will cut has been reported then.
@@ -109,7 +110,7 @@ bool MakeRoute(Routing& routing, AcadLWPolyline& path) {
             return false;
     }
     // A side towards the air of another recess asks for no bit: the floor is cleared by the sections.
-    if (!BitForInsideRoute(run.part.Material, ShortestSide(path)).tool &&
+    if (routing.proven && !BitForInsideRoute(run.part.Material, ShortestSide(path)).tool &&
         IsTooShortTowardsAirAlone(run, routing.part, path)) {
         path.Delete();
         return true;
@@ -161,9 +162,9 @@ bool MakeCirclePocket(Routing& routing, AcadCircle& circle) {
 }
 
 /// False when the part is to be given up.
-bool MakePaths(RunState& run) {
+bool MakePaths(RunState& run, bool proven) {
     run.part.RouteDirection = DirectionOfCut(run.part.Material);
-    Routing routing{run, BoxOfPart(run)};
+    Routing routing{run, BoxOfPart(run), proven};
     const GatheredContours contours = GatherContours(*run.part.drawing, routing.part);
     if (!contours.followable) {
         KeepForHandWork(run);
@@ -220,10 +221,10 @@ bool CutCirclePocket(RunState& run, const Box3& part, AcadCircle& circle) {
     return true;
 }
 
-PassOutcome RecogniseRoutes(RunState& run) {
+PassOutcome RecogniseRoutes(RunState& run, bool proven) {
     run.part.RouteCount = 0;
     if (run.FirstPass()) run.firstSide.paths.clear();
-    return MakePaths(run) ? PassOutcome::GoOn : PassOutcome::SkipPart;
+    return MakePaths(run, proven) ? PassOutcome::GoOn : PassOutcome::SkipPart;
 }
 
 }  // namespace brenvik

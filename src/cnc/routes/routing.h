@@ -9,7 +9,9 @@ namespace brenvik {
 
 /// Closed shapes that stop inside the part become routes and pockets. Skips the part where no bit was
 /// chosen, and where a floor can't be followed.
-PassOutcome RecogniseRoutes(RunState& run);
+/// A contour that only other recesses cut short of any bit is left to the sections, unless the run isn't
+/// `proven`: then nobody would tell of a floor that these can't clear either.
+PassOutcome RecogniseRoutes(RunState& run, bool proven = true);
 
 /// Which way paths inside a part run: "Clockwise" or "CounterClockwise".
 std::string_view DirectionOfCut(const MaterialRecord& material);

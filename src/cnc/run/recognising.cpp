@@ -14,6 +14,7 @@
 #include "cnc/part/part_material.h"
 #include "cnc/part/part_measures.h"
 #include "cnc/part/second_side.h"
+#include "cnc/proof/run_proof.h"
 #include "cnc/routes/routing.h"
 #include "settings/settings_store.h"
 
@@ -48,7 +49,7 @@ PassOutcome Recognise(RunState& run) {
     if (!TakeMaterial(run)) return PassOutcome::SkipPart;
     // Routes use the edges up.
     const LevelShapes shapes = LevelShapes::Of(*run.part.drawing, BoxOfPart(run));
-    if (RecogniseRoutes(run) == PassOutcome::SkipPart) return PassOutcome::SkipPart;
+    if (RecogniseRoutes(run, ProofIsOn()) == PassOutcome::SkipPart) return PassOutcome::SkipPart;
 
     // Commands of the host run on a drawing seen from above with all of the part in sight. Each stage sets
     // that view anew, since the one before may have left another.
