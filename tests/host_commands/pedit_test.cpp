@@ -186,6 +186,20 @@ TEST_F(Joining, EndsWithinTheFuzzMeetAndOthersDoNot) {
     EXPECT_EQ(Polyline(1).Coordinates(), (std::vector<double>{0, 0, 10, 0, 10, 10}));
 }
 
+TEST_F(Joining, AChainThatStaysOpenByTheRoundingOfInchesCloses) {
+    // The arc stands off the ends of the lines by what six digits of inches leave open.
+    const double off = 3 * JoinFuzz;
+    Line({0, -5, 0}, {20, -5, 0});
+    Line({20, 5, 0}, {0, 5, 0});
+    Line({0, 5, 0}, {0, -5, 0});
+    Arc({20 + off, 0, 0}, 5, 3 * quarter, quarter);
+    Type(join);
+    ASSERT_EQ(Entities().size(), 1u);
+    EXPECT_TRUE(Polyline(0).Closed());
+    EXPECT_EQ(Polyline(0).Coordinates(), (std::vector<double>{0, -5, 20, -5, 20, 5, 0, 5}));
+    EXPECT_NEAR(Polyline(0).GetBulge(1), 1, 1e-4);
+}
+
 TEST_F(Joining, OnlyWhatLiesInThePlaneIsJoined) {
     Square(0, 0, 0, 10);
     Line({0, 0, 0}, {0, 0, 20});

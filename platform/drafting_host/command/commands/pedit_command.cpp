@@ -109,6 +109,14 @@ HostLWPolyline& Reshape(HostLWPolyline& polyline, const LWPolylineData& data) {
     return polyline;
 }
 
+/// A chain that would stay open by the rounding of a file closes.
+JoinedChain ChainOf(const std::vector<HostGeometry>& objects, double fuzz) {
+    JoinedChain chain = JoinChain(objects, 0, fuzz);
+    if (chain.polyline.closed || fuzz >= ClosingFuzz) return chain;
+    JoinedChain wider = JoinChain(objects, 0, ClosingFuzz);
+    return wider.polyline.closed ? wider : chain;
+}
+
 /// Joins what of the chosen objects connects to the polyline.
 HostLWPolyline& Join(const CommandSession& session, HostLWPolyline& subject, const Entities& chosen,
                      double fuzz) {
@@ -120,7 +128,7 @@ HostLWPolyline& Join(const CommandSession& session, HostLWPolyline& subject, con
         objects.push_back(entity->Geometry());
         entities.push_back(entity);
     }
-    const JoinedChain chain = JoinChain(objects, 0, fuzz);
+    const JoinedChain chain = ChainOf(objects, fuzz);
     if (chain.parts.size() < 2 && chain.twins.empty() && chain.polyline == subject.Values()) {
         session.Tell("0 segments added to polyline.");
         return subject;

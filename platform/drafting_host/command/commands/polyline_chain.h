@@ -12,6 +12,10 @@ namespace brenvik {
 /// How far ends may lie apart and still meet, drawing units: five decimals, as fine as places are compared.
 inline constexpr double JoinFuzz = 1e-5;
 
+/// The same for a chain that closes by it: in a file in inches with six digits the centre, the radius and the
+/// ends of an arc are rounded apart, by up to that many millimetres.
+inline constexpr double ClosingFuzz = 5e-5;
+
 /// A line or arc as a polyline of its own, or null for other kinds. Its plane is the level one where it
 /// lies level, otherwise that of its normal.
 std::optional<LWPolylineData> AsPolyline(const HostGeometry& geometry);
