@@ -32,19 +32,41 @@ fs::path RealPlace(const fs::path& file) {
     return error ? file : place;
 }
 
-bool IsSameFile(const fs::path& a, const fs::path& b) {
+/// A place for an output, looked at once for all the files that are kept from it.
+struct Asked {
+    explicit Asked(const fs::path& asked) : place(asked), real(RealPlace(asked)) {
+        std::error_code error;
+        isFree = fs::symlink_status(place, error).type() == fs::file_type::not_found;
+    }
+
+    fs::path place, real;
+    bool isFree = false;
+};
+
+/// Where nothing stands yet, only a file of the same name or a link can be the same one. A run asks for
+/// each of its files, and most are of this kind.
+bool CanBeSameFile(const Asked& asked, const fs::path& kept) {
+    const std::string name = TextFromPath(kept.filename());
+    if (!asked.isFree || name.empty() || name == "." || name == "..") return true;
     std::error_code error;
-    if (fs::equivalent(a, b, error)) return true;
-    const fs::path first = RealPlace(a), second = RealPlace(b);
+    return EqualsIgnoreCase(TextFromPath(asked.real.filename()), name) ||
+           fs::is_symlink(fs::symlink_status(kept, error));
+}
+
+bool IsSameFile(const Asked& asked, const fs::path& kept) {
+    if (!CanBeSameFile(asked, kept)) return false;
+    std::error_code error;
+    if (fs::equivalent(asked.place, kept, error)) return true;
+    const fs::path& first = asked.real;
+    const fs::path second = RealPlace(kept);
     if (first == second) return true;
     return !fs::exists(first, error) && fs::equivalent(first.parent_path(), second.parent_path(), error) &&
            EqualsIgnoreCase(TextFromPath(first.filename()), TextFromPath(second.filename()));
 }
 
-bool LiesBelow(const fs::path& file, const fs::path& folder) {
+bool LiesBelow(const Asked& asked, const fs::path& folder) {
     std::error_code error;
-    for (fs::path above = RealPlace(file).parent_path(); above.has_relative_path();
-         above = above.parent_path())
+    for (fs::path above = asked.real.parent_path(); above.has_relative_path(); above = above.parent_path())
         if (fs::equivalent(above, folder, error)) return true;
     return false;
 }
@@ -73,14 +95,15 @@ void KeptFiles::KeepHome(const fs::path& home) {
 }
 
 std::string KeptFiles::At(const fs::path& place, OutputKind kind) const {
+    const Asked asked(place);
     bool mayBeReplaced = false;
     for (const Kept& kept : mFiles) {
-        if (!IsSameFile(place, kept.place)) continue;
+        if (!IsSameFile(asked, kept.place)) continue;
         if (kept.mayBe != kind) return kept.what;
         mayBeReplaced = true;
     }
     for (const Kept& kept : mFolders)
-        if (LiesBelow(place, kept.place)) return kept.what;
+        if (LiesBelow(asked, kept.place)) return kept.what;
     return mayBeReplaced ? std::string() : StrangerAt(place, kind);
 }
 
