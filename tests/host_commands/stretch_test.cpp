@@ -96,6 +96,22 @@ TEST_F(Stretching, ABlindHoleKeepsItsDepth) {
     EXPECT_NEAR(Solid(0).Volume(), 350 * 300 * 20 - hole / 13 * 15, 1e-6);
 }
 
+TEST_F(Stretching, TheWindowBelongsToTheViewInWhichItIsDrawn) {
+    const HostSolid& board = BoxAt({0, 0, 0}, {600, 300, 18});
+    // Turned to the front ahead of the corners, and to the top again behind them.
+    Type("stretch 'dview\n\npo\n*0,0,0\n*0,-1,0\n\n-10,0,10 700,0,30 \n");
+    Type("'dview\n\npo\n*0,0,0\n*0,0,1\n\n0,0,0 0,0,2 ");
+    ExpectExact(board.GetBoundingBox().max, {600, 300, 20});
+    ExpectExact(board.GetBoundingBox().min, {0, 0, 0});
+}
+
+TEST_F(Stretching, PointsOfAViewAreNoneThatOthersGoOnFrom) {
+    const HostSolid& board = BoxAt({0, 0, 0}, {600, 300, 18});
+    Type("move last  100,50,0 'dview\n\npo\n*0,0,0\n*0,-1,7\n\n@30,0,0 ");
+    ExpectIdle();
+    ExpectExact(board.GetBoundingBox().min, {30, 0, 0});
+}
+
 TEST_F(Stretching, ANotchIsWidenedByItsWall) {
     BoxAt({0, 0, 0}, {600, 300, 18});
     Type("box 200,200,0 400,300,18 subtract (handent \"" + Solid(0).Handle() + "\")  last  ");

@@ -40,9 +40,13 @@ class DrawingView {
     virtual void Mark(const std::vector<std::string>& handles) = 0;
     virtual void SetLook(ViewLook look) = 0;
     virtual void LookFrom(ViewSide side) = 0;
+    /// From anywhere else, everything in sight.
+    virtual void LookAlong(const Point3& towardsEye, const Point3& up) = 0;
     virtual void Fit() = 0;
     /// Where the user looks from: from the drawing towards the eye, a unit vector.
     virtual Point3 TowardsEye() const = 0;
+    /// What is up in the picture, square to that.
+    virtual Point3 Up() const = 0;
     /// Whether all that is to be shown is there: shapes come one after another.
     virtual bool Ready() const = 0;
     /// Where a point is seen, in pixels of the widget; null until there is a picture.

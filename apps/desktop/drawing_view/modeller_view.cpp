@@ -12,8 +12,6 @@
 #include <AIS_InteractiveContext.hxx>
 #include <AIS_Shape.hxx>
 #include <AIS_ViewController.hxx>
-#include <AIS_ViewCube.hxx>
-#include <Aspect_DisplayConnection.hxx>
 #include <Aspect_NeutralWindow.hxx>
 #include <BRepMesh_IncrementalMesh.hxx>
 #include <OpenGl_Context.hxx>
@@ -51,13 +49,7 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
         setFocusPolicy(Qt::StrongFocus);
         setMinimumSize(240, 180);
         SetAllowRotation(true);
-        AIS_MouseGestureMap& gestures = ChangeMouseGestureMap();
-        gestures.Clear();
-        gestures.Bind(Aspect_VKeyMouse_LeftButton, AIS_MouseGesture_RotateOrbit);
-        gestures.Bind(static_cast<unsigned>(Aspect_VKeyMouse_LeftButton) | Aspect_VKeyFlags_CTRL,
-                      AIS_MouseGesture_SelectRectangle);
-        gestures.Bind(Aspect_VKeyMouse_MiddleButton, AIS_MouseGesture_Pan);
-        gestures.Bind(Aspect_VKeyMouse_RightButton, AIS_MouseGesture_Pan);
+        BindGestures(ChangeMouseGestureMap());
         mPreparing.setInterval(0);
         connect(&mPreparing, &QTimer::timeout, this, [this] { Prepare(); });
     }
@@ -114,6 +106,12 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
         Fit();
     }
 
+    void LookAlong(const Point3& towardsEye, const Point3& up) override {
+        if (mView.IsNull()) return;
+        Turn(*mView, towardsEye, up);
+        Fit();
+    }
+
     void Fit() override {
         if (mView.IsNull()) return;
         FitEverything();
@@ -125,8 +123,12 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
 
     Point3 TowardsEye() const override {
         if (mView.IsNull()) return {0, 0, 1};
-        const gp_Dir along = mView->Camera()->Direction();
-        return {-along.X(), -along.Y(), -along.Z()};
+        return SightNow().axes.z;
+    }
+
+    Point3 Up() const override {
+        if (mView.IsNull()) return {0, 1, 0};
+        return SightNow().axes.y;
     }
 
     std::optional<QPointF> PlaceOf(const Point3& point) const override {
@@ -300,12 +302,7 @@ class ModellerView : public QOpenGLWidget, public AIS_ViewController, public Dra
 
     void StartViewer() {
         const auto* const x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
-        const Handle(Aspect_DisplayConnection) display =
-            new Aspect_DisplayConnection(reinterpret_cast<Aspect_XDisplay*>(x11->display()));
-        mDriver = new OpenGl_GraphicDriver(display, false);
-        mDriver->ChangeOptions().buffersNoSwap = true;
-        mDriver->ChangeOptions().buffersOpaqueAlpha = true;
-        mDriver->ChangeOptions().useSystemBuffer = false;
+        mDriver = MakeDriver(reinterpret_cast<Aspect_XDisplay*>(x11->display()));
         const Handle(OpenGl_Context) context = new OpenGl_Context;
         if (!context->Init()) return Die("the drawing can't be shown: OpenGL isn't there");
         mViewer = new V3d_Viewer(mDriver);

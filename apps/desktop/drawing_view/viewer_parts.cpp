@@ -3,6 +3,29 @@
 
 namespace brenvik::desktop {
 
+Handle(OpenGl_GraphicDriver) MakeDriver(Aspect_XDisplay* display) {
+    const Handle(OpenGl_GraphicDriver) driver =
+        new OpenGl_GraphicDriver(new Aspect_DisplayConnection(display), false);
+    driver->ChangeOptions().buffersNoSwap = true;
+    driver->ChangeOptions().buffersOpaqueAlpha = true;
+    driver->ChangeOptions().useSystemBuffer = false;
+    return driver;
+}
+
+void BindGestures(AIS_MouseGestureMap& gestures) {
+    gestures.Clear();
+    gestures.Bind(Aspect_VKeyMouse_LeftButton, AIS_MouseGesture_RotateOrbit);
+    gestures.Bind(static_cast<unsigned>(Aspect_VKeyMouse_LeftButton) | Aspect_VKeyFlags_CTRL,
+                  AIS_MouseGesture_SelectRectangle);
+    gestures.Bind(Aspect_VKeyMouse_MiddleButton, AIS_MouseGesture_Pan);
+    gestures.Bind(Aspect_VKeyMouse_RightButton, AIS_MouseGesture_Pan);
+}
+
+void Turn(V3d_View& view, const Point3& towardsEye, const Point3& up) {
+    view.SetProj(towardsEye.x, towardsEye.y, towardsEye.z);
+    view.SetUp(up.x, up.y, up.z);
+}
+
 V3d_TypeOfOrientation OrientationOf(ViewSide side) {
     switch (side) {
         case ViewSide::Isometric:

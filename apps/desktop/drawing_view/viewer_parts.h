@@ -6,11 +6,15 @@
 
 #include <QMouseEvent>
 
+#include <AIS_MouseGesture.hxx>
+#include <Aspect_DisplayConnection.hxx>
 #include <Aspect_VKeyFlags.hxx>
 #include <Graphic3d_Camera.hxx>
 #include <OpenGl_Context.hxx>
 #include <OpenGl_FrameBuffer.hxx>
+#include <OpenGl_GraphicDriver.hxx>
 #include <V3d_TypeOfOrientation.hxx>
+#include <V3d_View.hxx>
 
 #include "drawing_view/drawing_view.h"
 #include "snaps/sight.h"
@@ -30,6 +34,11 @@ class WidgetBuffer : public OpenGl_FrameBuffer {
     }
 };
 
+/// Draws into the toolkit's own buffers.
+Handle(OpenGl_GraphicDriver) MakeDriver(Aspect_XDisplay* display);
+/// Which button turns, slides and selects.
+void BindGestures(AIS_MouseGestureMap& gestures);
+void Turn(V3d_View& view, const Point3& towardsEye, const Point3& up);
 V3d_TypeOfOrientation OrientationOf(ViewSide side);
 
 /// The picture as a camera without perspective sees it, in pixels of the device.

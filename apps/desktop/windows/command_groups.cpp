@@ -2,11 +2,24 @@
 #include "windows/command_groups.h"
 
 #include <algorithm>
+#include <array>
 
 #include "base/letter_case.h"
 #include "base/text.h"
+#include "drafting_host/command/commands/built_in_commands.h"
 
 namespace brenvik::desktop {
+
+namespace {
+
+/// Of the host's own: those that take objects by windows and picks, those that go by the line of sight or
+/// into its plane, and those that turn the view from where it is.
+constexpr auto SeeingHostCommands = std::to_array<std::string_view>(
+    {"UNION", "SUBTRACT", "INTERSECT", "SLICE",  "SOLIDEDIT", "ERASE",    "MOVE",
+     "COPY",  "ROTATE",   "SCALE",     "SELECT", "STRETCH",   "ROTATE3D", "MIRROR3D",
+     "ALIGN", "EXPLODE",  "PEDIT",     "UCS",    "-GROUP",    "-VIEW",    "DVIEW"});
+
+}  // namespace
 
 std::span<const CommandGroup> CommandGroups() {
     constexpr bool changes = true, parts = true, alongView = true;
@@ -54,9 +67,9 @@ std::span<const CommandGroup> CommandGroups() {
 }
 
 bool LooksAlongView(std::string_view typed) {
-    const std::string word = Trim(typed);
-    // The host's own: the corners of its window are clicked on in the picture.
-    if (EqualsIgnoreCase(word, "STRETCH") || EqualsIgnoreCase(word, "S")) return true;
+    const std::string trimmed = Trim(typed), word = trimmed.substr(0, trimmed.find(' '));
+    const HostCommand* const own = FindBuiltInCommand(word);
+    if (own != nullptr) return std::ranges::find(SeeingHostCommands, own->name) != SeeingHostCommands.end();
     const auto isTyped = [&](const GroupedCommand& command) {
         const auto names = Split(CommandEntryOf(command.command).hostCommands, ',');
         return command.looksAlongView && std::ranges::any_of(names, [&](const std::string& name) {

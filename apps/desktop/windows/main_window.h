@@ -107,6 +107,7 @@ class MainWindow : public QMainWindow {
     void SelectAllWhenNothingIs();
     void TypeCommand();
     void SendToHost(const std::string& text);
+    void SendTurning(const std::string& text);
     void Escape();
     void ShowQuestion();
     void TakePoint(const Snap& snap);

@@ -125,8 +125,9 @@ void MainWindow::TypeCommand() {
     if (SavesAsTyped(typed)) return;
     mDesk.Do([&] {
         mLastAsked.reset();
-        if (LooksAlongView(typed)) TurnHostsView();
-        SendToHost(typed + "\n");
+        const bool isAnswer = mWorkplace.typedCommands.Line().Busy(*Document());
+        if (isAnswer || LooksAlongView(typed)) TurnHostsView();
+        SendTurning(typed + "\n");
     });
 }
 

@@ -11,8 +11,11 @@
 #include <QToolButton>
 #include <QTreeWidget>
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 
 #include "base/text.h"
+#include "drafting_host/command/session/view_frame.h"
 #include "journal/journal_parser.h"
 #include "toolkit/exact_text.h"
 #include "toolkit/qt_text.h"
@@ -24,6 +27,23 @@ namespace {
 
 constexpr const char* SnapsKey = "snaps";
 constexpr const char* ViewMenu = "viewMenu";
+
+bool IsNear(const Point3& one, const Point3& other) {
+    constexpr double noise = 1e-9;
+    return std::abs(one.x - other.x) < noise && std::abs(one.y - other.y) < noise &&
+           std::abs(one.z - other.z) < noise;
+}
+
+bool IsSameView(const HostView& one, const HostView& other) {
+    return IsNear(one.towardsEye, other.towardsEye) && IsNear(one.up, other.up);
+}
+
+double TwistInDegrees(const HostView& view) {
+    const double turned = TwistOf(view.towardsEye, view.up) * 180 / std::numbers::pi;
+    return turned > 180 ? turned - 360 : turned;
+}
+
+bool IsTwisted(const HostView& view) { return std::abs(TwistInDegrees(view)) > 1e-7; }
 
 }  // namespace
 
@@ -112,8 +132,11 @@ void MainWindow::TakePoint(const Snap& snap) {
     }
     if (Document() == nullptr) return;
     if (mWorkplace.typedCommands.Line().ByPointing(*Document()) != PointedAt::Point) return;
-    // In world coordinates, whatever the user system.
-    mDesk.Do([&] { SendToHost("*" + ExactText(snap.point) + "\n"); });
+    mDesk.Do([&] {
+        TurnHostsView();
+        // In world coordinates, whatever the user system.
+        SendTurning("*" + ExactText(snap.point) + "\n");
+    });
 }
 
 void MainWindow::TakeTypedPoint(const std::string& typed) {
@@ -149,11 +172,31 @@ void MainWindow::Escape() {
     });
 }
 
-/// What moves parts in the plane of the view means the view on the screen.
+/// What goes by the view, a window or a plane to move in, means the view on the screen.
 void MainWindow::TurnHostsView() {
     HostCommandLine& line = mWorkplace.typedCommands.Line();
-    if (!mView || Document()->ActiveSpace() != ActiveSpaceKind::ModelSpace || line.Busy(*Document())) return;
-    SendToHost("dview\n\npo\n*0,0,0\n*" + ExactText(mView->TowardsEye()) + "\n\n");
+    HostDocument& document = *Document();
+    if (!mView || document.ActiveSpace() != ActiveSpaceKind::ModelSpace) return;
+    const HostView seen{mView->TowardsEye(), mView->Up()}, hosts = line.ViewOf(document);
+    if (IsSameView(seen, hosts) || !line.NotEntered(document).empty()) return;
+    std::string text = line.Busy(document) ? "'dview" : "dview";
+    text += "\n\npo\n*0,0,0\n*" + ExactText(seen.towardsEye) + "\n";
+    if (IsTwisted(seen) || IsTwisted(hosts)) text += "tw\n" + ExactText(TwistInDegrees(seen)) + "\n";
+    // Nobody has typed this, and its questions would stand in between those that people answer.
+    mWorkplace.host.SetTranscript({});
+    SendToHost(text + "\n");
+    mWorkplace.host.SetTranscript([this](std::string_view told) { Tell(std::string(told)); });
+}
+
+/// A person has only one view: where the host's turns, so does that on the screen.
+void MainWindow::SendTurning(const std::string& text) {
+    HostCommandLine& line = mWorkplace.typedCommands.Line();
+    HostDocument* const document = Document();
+    const HostView before = line.ViewOf(*document);
+    SendToHost(text);
+    if (!mView || Document() != document || document->ActiveSpace() != ActiveSpaceKind::ModelSpace) return;
+    const HostView after = line.ViewOf(*document);
+    if (!IsSameView(before, after)) mView->LookAlong(after.towardsEye, after.up);
 }
 
 /// Keys at the view belong to the command line.

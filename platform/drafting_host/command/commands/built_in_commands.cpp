@@ -51,7 +51,7 @@ constexpr auto Commands = std::to_array<HostCommand>({
     {"PSPACE", "PS", &run::Pspace},
     {"HIDE", "HI", &run::Hide},
     {"SOLPROF", "", &run::Solprof},
-    {"DVIEW", "DV", &run::Dview},
+    {"DVIEW", "DV", &run::Dview, true},
     {"VPLAYER", "", &run::Vplayer},
     {"ZOOM", "Z", &run::Zoom, true},
     {"REGEN", "RE", &run::Regen},

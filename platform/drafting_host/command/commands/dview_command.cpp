@@ -93,13 +93,15 @@ Asking<void> Dview(CommandSession& session) {
         session.Refuse("DVIEW works in model space and its viewports, not on the sheet.");
         co_return;
     }
+    // Points of a view are none of the drawing's: "@" goes on from the last one of those.
+    const CommandSession::PointBefore last = session.LastPoint();
     // The objects would be drawn while the view is turned by hand; any answer will do here.
     co_await session.AskSelection(SelectFor::Looking, "Select objects or <use DVIEWBLOCK>:");
     const ViewportData before = session.CurrentView();
     for (;;) {
         const Answered<std::string> option = co_await session.AskKeyword(
             "Enter option [POints/TWist/CLip/Undo]:", "POints TWist CLip Undo eXit", IfEmpty::Allowed);
-        if (option.Empty() || option.Is("eXit")) co_return;
+        if (option.Empty() || option.Is("eXit")) break;
         if (option.Is("POints"))
             co_await AskPoints(session);
         else if (option.Is("CLip"))
@@ -109,6 +111,7 @@ Asking<void> Dview(CommandSession& session) {
         else
             session.ChangeView(before);
     }
+    session.PutBack(last);
 }
 
 }  // namespace brenvik::host_commands

@@ -17,19 +17,18 @@ namespace {
 
 using Windows = std::vector<SelectionWindow>;
 
-bool Holds(const CommandSession& session, const Windows& windows, const Point3& point) {
-    return std::ranges::any_of(windows, [&](const SelectionWindow& window) {
-        return ShownWithin(session, point, window.corner, window.opposite);
-    });
+bool Holds(const Windows& windows, const Point3& point) {
+    return std::ranges::any_of(windows,
+                               [&](const SelectionWindow& window) { return ShownWithin(window, point); });
 }
 
 /// All of an object, by its box.
-bool HoldsWhole(const CommandSession& session, const Windows& windows, const HostEntity& entity) {
+bool HoldsWhole(const Windows& windows, const HostEntity& entity) {
     const Box3 box = entity.GetBoundingBox();
     for (const double x : {box.min.x, box.max.x})
         for (const double y : {box.min.y, box.max.y})
             for (const double z : {box.min.z, box.max.z})
-                if (!Holds(session, windows, {x, y, z})) return false;
+                if (!Holds(windows, {x, y, z})) return false;
     return true;
 }
 
@@ -46,10 +45,9 @@ struct Changes {
     int partly = 0;
 };
 
-TopoDS_Shape ShapeOf(const CommandSession& session, const Windows& windows, const HostSolid& solid,
-                     const Point3& offset) {
+TopoDS_Shape ShapeOf(const Windows& windows, const HostSolid& solid, const Point3& offset) {
     const IsMoved isMoved = [&](const gp_Pnt& point) {
-        return Holds(session, windows, {point.X(), point.Y(), point.Z()});
+        return Holds(windows, {point.X(), point.Y(), point.Z()});
     };
     try {
         return StretchedSolid(solid.Shape(), isMoved, offset);
@@ -60,12 +58,11 @@ TopoDS_Shape ShapeOf(const CommandSession& session, const Windows& windows, cons
     }
 }
 
-Changes PlannedFor(const CommandSession& session, const std::vector<HostEntity*>& chosen,
-                   const Windows& windows, const Point3& offset) {
+Changes PlannedFor(const std::vector<HostEntity*>& chosen, const Windows& windows, const Point3& offset) {
     Changes changes;
     for (HostEntity* entity : chosen) {
         entity->RequireChangeable();
-        if (windows.empty() || HoldsWhole(session, windows, *entity)) {
+        if (windows.empty() || HoldsWhole(windows, *entity)) {
             changes.moved.push_back(entity);
             continue;
         }
@@ -74,7 +71,7 @@ Changes PlannedFor(const CommandSession& session, const std::vector<HostEntity*>
             ++changes.partly;
             continue;
         }
-        TopoDS_Shape shape = ShapeOf(session, windows, *solid, offset);
+        TopoDS_Shape shape = ShapeOf(windows, *solid, offset);
         if (!shape.IsSame(solid->Shape())) changes.solids.push_back({solid, std::move(shape)});
     }
     return changes;
@@ -93,7 +90,7 @@ Asking<void> Stretch(CommandSession& session) {
     }
     const Shift shift = co_await AskShift(session);
     // Without a window there is nothing that could be left behind: all of it moves.
-    Changes changes = PlannedFor(session, chosen, question.CrossingWindows(), shift.offset);
+    Changes changes = PlannedFor(chosen, question.CrossingWindows(), shift.offset);
     for (Stretched& one : changes.solids) {
         one.solid->SetShape(std::move(one.shape));
         session.NoteChanged(*one.solid);

@@ -93,6 +93,16 @@ class CommandSession {
         mLastPoint = point;
         mPointGiven = true;
     }
+    /// What relative points start from, for commands whose own points are none of the drawing's.
+    struct PointBefore {
+        Point3 point;
+        bool given = false;
+    };
+    PointBefore LastPoint() const { return {mLastPoint, mPointGiven}; }
+    void PutBack(const PointBefore& before) {
+        mLastPoint = before.point;
+        mPointGiven = before.given;
+    }
     /// The present view: the viewport that was entered, or the view of model space. A sheet is always seen
     /// from above.
     ViewportData CurrentView() const;

@@ -54,6 +54,11 @@ std::optional<Point3> HostCommandLine::BasePoint(HostDocument& document) {
     return SessionOf(document).BasePoint();
 }
 
+HostView HostCommandLine::ViewOf(HostDocument& document) {
+    const CommandSession& session = SessionOf(document);
+    return {session.ViewDirection(), session.ViewUp()};
+}
+
 std::string HostCommandLine::NotEntered(HostDocument& document) { return SessionOf(document).NotEntered(); }
 
 }  // namespace brenvik

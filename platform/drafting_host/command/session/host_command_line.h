@@ -19,6 +19,11 @@ namespace brenvik {
 
 class CommandSession;
 
+/// Where a view is looked at from, towards the eye, and what is up in it: unit vectors.
+struct HostView {
+    Point3 towardsEye, up;
+};
+
 /// A blank or a return ends an answer; inside double quotes or brackets a blank belongs to it. An empty
 /// answer takes the default or closes a selection, and at a bare "Command:" is ignored. Escape cancels all
 /// open commands. How the text is spread over calls makes no difference.
@@ -48,6 +53,8 @@ class HostCommandLine final : public CommandLinePort {
     PointedAt ByPointing(HostDocument& document);
     /// The point given last since that command began, or null.
     std::optional<Point3> BasePoint(HostDocument& document);
+    /// The view that windows and picks go by.
+    HostView ViewOf(HostDocument& document);
     /// What has been typed and neither a blank nor a return has ended: the line doesn't know of it yet.
     std::string NotEntered(HostDocument& document);
 

@@ -14,6 +14,7 @@
 #include <optional>
 
 #include "drafting_host/command/session/command_session.h"
+#include "drafting_host/command/session/selection_question.h"
 #include "drafting_host/document/geometry/curve_edges.h"
 #include "drafting_host/document/geometry/modeller_points.h"
 #include "drafting_host/document/geometry/vectors.h"
@@ -32,11 +33,12 @@ struct FlatBox {
     double left = 0, bottom = 0, right = 0, top = 0;
 };
 
-Axes ViewAxes(const CommandSession& session) {
-    const Point3 z = session.ViewDirection();
-    const Point3 x = Unit(Cross(session.ViewUp(), z));
-    return {x, Cross(z, x), z};
+Axes ViewAxes(const Point3& towardsEye, const Point3& up) {
+    const Point3 x = Unit(Cross(up, towardsEye));
+    return {x, Cross(towardsEye, x), towardsEye};
 }
+
+Axes ViewAxes(const CommandSession& session) { return ViewAxes(session.ViewDirection(), session.ViewUp()); }
 
 FlatBox WindowOf(const Axes& view, const Point3& corner, const Point3& opposite) {
     const Point3 a = FromWorld(view, corner), b = FromWorld(view, opposite);
@@ -161,13 +163,12 @@ std::vector<HostEntity*> EntitiesInWindow(const CommandSession& session, const P
     return result;
 }
 
-bool ShownWithin(const CommandSession& session, const Point3& point, const Point3& corner,
-                 const Point3& opposite) {
-    const Axes view = ViewAxes(session);
+bool ShownWithin(const SelectionWindow& window, const Point3& point) {
+    const Axes view = ViewAxes(window.towardsEye, window.up);
     const Point3 seen = FromWorld(view, point);
-    const FlatBox window = WindowOf(view, corner, opposite);
-    return seen.x >= window.left - PointTolerance && seen.x <= window.right + PointTolerance &&
-           seen.y >= window.bottom - PointTolerance && seen.y <= window.top + PointTolerance;
+    const FlatBox frame = WindowOf(view, window.corner, window.opposite);
+    return seen.x >= frame.left - PointTolerance && seen.x <= frame.right + PointTolerance &&
+           seen.y >= frame.bottom - PointTolerance && seen.y <= frame.top + PointTolerance;
 }
 
 std::vector<TopoDS_Face> FacesAt(const CommandSession& session, const TopoDS_Shape& solid,

@@ -13,6 +13,7 @@ namespace brenvik {
 
 class CommandSession;
 class HostEntity;
+struct SelectionWindow;
 
 /// The object that a pick at the point takes, or null: one that the point lies on, otherwise the nearest to
 /// the eye on the line of sight through the point. Of equal ones the later drawn counts. Hidden objects, and
@@ -23,9 +24,8 @@ HostEntity* EntityAt(const CommandSession& session, const Point3& point);
 std::vector<HostEntity*> EntitiesInWindow(const CommandSession& session, const Point3& corner,
                                           const Point3& opposite, bool crossing);
 
-/// Whether the view shows a point within a window.
-bool ShownWithin(const CommandSession& session, const Point3& point, const Point3& corner,
-                 const Point3& opposite);
+/// Whether the view in which a window was drawn shows a point within it.
+bool ShownWithin(const SelectionWindow& window, const Point3& point);
 
 /// The faces of a solid that a pick at the point takes: all that the point lies on (two for an edge),
 /// otherwise the one that the line of sight meets nearest to the eye. None where it misses.

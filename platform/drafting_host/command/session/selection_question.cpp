@@ -116,7 +116,8 @@ bool SelectionQuestion::TakeCorner(const std::string& answer) {
     } else {
         mWants = Wants::Objects;
         const bool crosses = Crosses(*point);
-        if (crosses && !mRemoving) mCrossing.push_back({mCorner, *point});
+        if (crosses && !mRemoving)
+            mCrossing.push_back({mCorner, *point, Session().ViewDirection(), Session().ViewUp()});
         Put(EntitiesInWindow(Session(), mCorner, *point, crosses));
     }
     return false;

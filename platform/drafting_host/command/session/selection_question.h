@@ -18,9 +18,10 @@ enum class SelectFor { Changing, Looking };
 /// or an empty answer goes on to the former.
 enum class SelectFirst { Objects, Crossing };
 
-/// Two corners of a window, world coordinates.
+/// Two corners of a window, world coordinates, in the view of that moment.
 struct SelectionWindow {
     Point3 corner, opposite;
+    Point3 towardsEye, up;
 };
 
 /// Answers: all, previous, last, a point (what lies under it), window, crossing and box with two corners, a
