@@ -19,7 +19,7 @@ namespace brenvik {
 namespace {
 
 /// In millimetres: below the first a control stops, and a spike is cut off where it has come to the second.
-constexpr double NoSide = 0.0125, NarrowSpike = 0.01, LongestSpike = 4;
+constexpr double NoSide = 0.005, NarrowSpike = 0.01, LongestSpike = 4;
 
 /// Down to the floor of a path; what goes right through has all of the part above its floor.
 const PartSlab* SlabOf(const Removal& removal, const PartSlabs& slabs, double unit) {
