@@ -14,6 +14,7 @@
 #include "cnc/laying/alignment_edges.h"
 #include "cnc/laying/alignment_faces.h"
 #include "cnc/laying/alignment_top.h"
+#include "cnc/laying/laid_sizes.h"
 #include "cnc/laying/orientation.h"
 #include "cnc/part/part_drawing.h"
 #include "cnc/part/second_side.h"
@@ -137,6 +138,7 @@ void MoveToOrigin(RunState& run, const Acad3DSolid& solid) {
 PassOutcome AlignPart(RunState& run) {
     AcadDocument& drawing = *run.part.drawing;
     Acad3DSolid& solid = PartOf(drawing);
+    const auto measured = run.FirstPass() ? MeasuredSizesOf(solid) : std::nullopt;
     ExplodeCopyToFaces(drawing, solid);
     const std::optional<FlatFaces> faces = FindFaces(drawing);
     if (!faces) {
@@ -150,6 +152,7 @@ PassOutcome AlignPart(RunState& run) {
     SquareToAxes(drawing, std::get<SquaringPoints>(edges), SideOfY(run.form));
 
     if (!TurnToLetters(run, solid)) return PassOutcome::SkipPart;
+    if (measured) NoteWhereLarger(run, *measured, solid);
     BringTopUp(drawing, solid, faces->LargestRegion.area);
     if (WorkedFromThirdFace(solid)) TurnOver(drawing);
     if (NeedsOtherSide(run)) TurnToSecondSide(drawing);

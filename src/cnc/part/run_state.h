@@ -83,6 +83,8 @@ struct PartState {
     std::shared_ptr<GatheredProof> proof;
     /// The part needs a second side and a setting says that it gets none.
     bool LeavesSecondSide = false;
+    /// How the part lies otherwise than lists measure it, in words; empty where it doesn't.
+    std::string liesAslant;
     /// The texts that move the columns behind them in a work list, each once for the part.
     std::vector<std::string> shiftingTexts;
 };

@@ -41,6 +41,7 @@ void ResetForPass(RunState& run) {
     run.part.differences.clear();
     run.part.proof.reset();
     run.part.shiftingTexts.clear();
+    run.part.liesAslant.clear();
 }
 
 /// The pieces of a solid have its colour, and on the way to the file colours tell outlines, cut-outs and
@@ -116,6 +117,12 @@ void ReportDifferences(RunState& run, const PartFile& file) {
     if (run.part.differences.empty()) return;
     run.report.unexplained.push_back("The part " + file.label + " does not come out as it is drawn: " +
                                      Join(std::exchange(run.part.differences, {}), "; "));
+}
+
+/// A part that lies otherwise than the list has it comes out whole, but of another blank.
+void ReportAslant(RunState& run, const PartFile& file) {
+    if (run.part.liesAslant.empty()) return;
+    run.report.unexplained.push_back("The part " + file.label + " " + std::exchange(run.part.liesAslant, {}));
 }
 
 /// The lists' receivers part the columns at every comma, wherever it comes from.
@@ -196,6 +203,7 @@ PartLoop::PassEnd PartLoop::DoPasses() {
     if (mSteps.prove) mSteps.prove(mRun);
     ReportUnexplained(mRun, file);
     ReportDifferences(mRun, file);
+    ReportAslant(mRun, file);
     ReportShiftedColumns(mRun, file);
     return end;
 }
