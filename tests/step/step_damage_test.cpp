@@ -91,6 +91,29 @@ TEST_F(StepDamage, QuotesAndCommentsAreText) {
     EXPECT_EQ(NotesOf(document), "");
 }
 
+TEST_F(StepDamage, CommentsAnywhereChangeNothing) {
+    const auto commented = [](const std::string& content, const std::string& comment) {
+        std::string result;
+        bool quoted = false;
+        for (std::size_t at = 0; at < content.size(); ++at) {
+            result += content[at];
+            quoted = quoted != (content[at] == '\'');
+            if (at > content.find("DATA;") && !quoted &&
+                std::string("=,()").find(content[at]) != std::string::npos)
+                result += comment;
+        }
+        return result;
+    };
+    const StepDocument plain = Read(Two());
+    for (const std::string comment : {"/* it's #5=X, (1.,2. */", "/*'*/", "/*;\n#7=PRODUCT('x');\n*/"}) {
+        const StepDocument document = Read(commented(Two(), comment));
+        ASSERT_EQ(document.solids.size(), plain.solids.size()) << comment;
+        for (std::size_t i = 0; i < plain.solids.size(); ++i)
+            EXPECT_EQ(document.solids[i].name, plain.solids[i].name) << comment;
+        EXPECT_EQ(NotesOf(document), NotesOf(plain)) << comment;
+    }
+}
+
 TEST_F(StepDamage, PapersOfAnyKindRefuseNothing) {
     const std::string good = Good();
     for (const std::string paper :

@@ -37,6 +37,15 @@ TEST(StepStatements, AreTakenFromTheDataOutsideOfQuotesAndComments) {
     EXPECT_FALSE(TailOf(text));
 }
 
+TEST(StepText, CommentsBecomeBlanksLineForLine) {
+    EXPECT_EQ(WithoutComments("#1=/*'*/A('/* no */');"), "#1=     A('/* no */');");
+    EXPECT_EQ(WithoutComments("(1./* #5,\r\n) it's */,2.)"), "(1.      \r\n         ,2.)");
+    EXPECT_EQ(WithoutComments("'it''s /*'/**/'*/'/ *"), "'it''s /*'    '*/'/ *");
+    EXPECT_EQ(WithoutComments("a /* open 'x'"), "a /* open 'x'");
+    EXPECT_EQ(WithoutComments("/*/ one */two"), "          two");
+    EXPECT_EQ(WithoutComments("'open /* */"), "'open /* */");
+}
+
 TEST(StepStatements, ABrokenOneLeavesTheOthers) {
     for (const char* broken :
          {"#2=A(5.9.9,'x;y');", "#2=A((1,2);", "#2=A(1,2));", "#2=A(\n'x);", "#2=A(1)"}) {

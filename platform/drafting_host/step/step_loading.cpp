@@ -97,8 +97,8 @@ std::string WithoutMark(std::string content) {
 Loading::Loading(const std::filesystem::path& path, LengthUnit unit)
     : mPath(path),
       mUnit(unit),
-      mContent(
-          WithPlacedUsages(WithRelatedShapes(WithPlainUsages(WithoutMark(ContentOf(path)), mNotes)), mNotes)),
+      mContent(WithPlacedUsages(
+          WithRelatedShapes(WithPlainUsages(WithoutComments(WithoutMark(ContentOf(path))), mNotes)), mNotes)),
       mStatements(mContent),
       mContexts(mStatements),
       mQuarantine(mStatements) {

@@ -53,8 +53,8 @@ std::optional<double> SizeOfMetres(std::string_view text) {
     if (open == text.npos || close == text.npos || close < open) return std::nullopt;
     const std::string_view values = text.substr(open + 1, close - open - 1);
     const std::size_t comma = values.find(',');
-    if (comma == values.npos || Trim(values.substr(comma + 1)) != ".METRE.") return std::nullopt;
-    const std::string prefix = Trim(values.substr(0, comma));
+    if (comma == values.npos || Trimmed(values.substr(comma + 1)) != ".METRE.") return std::nullopt;
+    const std::string_view prefix = Trimmed(values.substr(0, comma));
     const auto* const found =
         std::ranges::find(prefixes, prefix, &std::pair<std::string_view, double>::first);
     return found == prefixes.end() ? std::nullopt : std::optional(found->second * millimetres);
@@ -89,7 +89,7 @@ std::optional<UnitOfLength> Resolve(const Statements& statements, const Statemen
     const Statement* const measure = MeasureOf(statements, unit);
     if (measure == nullptr || statements.ReferencesOf(*measure).empty()) return std::nullopt;
     const std::string_view value = TextOf(statements, *measure);
-    const double factor = LenientNumber(Trim(value.substr(value.find(MeasureMark) + MeasureMark.size())));
+    const double factor = LenientNumber(Trimmed(value.substr(value.find(MeasureMark) + MeasureMark.size())));
     const Statement* const base = statements.Find(statements.ReferencesOf(*measure).back().number);
     if (base == nullptr || !(factor > 0) || !std::isfinite(factor)) return std::nullopt;
     auto resolved = Resolve(statements, *base, depth + 1);

@@ -99,6 +99,24 @@ void RequireStep(const std::filesystem::path& path, std::string_view content) {
     if (!start.starts_with(Opening)) throw FormatFailure(path, 1, "a STEP file (\"ISO-10303-21;\")");
 }
 
+std::string WithoutComments(std::string content) {
+    if (content.find("/*") == content.npos) return content;
+    for (std::size_t at = content.find_first_of("'/"); at < content.size();
+         at = content.find_first_of("'/", at)) {
+        if (content[at] == '\'') {
+            at = std::min(content.find('\'', at + 1), content.size() - 1) + 1;
+        } else if (content.compare(at, 2, "/*") != 0) {
+            ++at;
+        } else {
+            const std::size_t end = content.find("*/", at + 2);
+            if (end == content.npos) return content;
+            for (; at < end + 2; ++at)
+                if (content[at] != '\r' && content[at] != '\n') content[at] = ' ';
+        }
+    }
+    return content;
+}
+
 CodePage CodePageOf(std::string_view content) {
     if (IsUtf8(content)) return CodePage::Utf8;
     if (IsShiftJis(content)) return CodePage::Japanese;

@@ -24,6 +24,11 @@ std::string ContentOf(const std::filesystem::path& path);
 /// Throws FormatFailure unless the content opens as a STEP file.
 void RequireStep(const std::filesystem::path& path, std::string_view content);
 
+/// The content with blanks in the place of its comments, line for line: what looks like a number, a bracket
+/// or a quote within a comment is none, and whoever goes over statements need not know comments. One that
+/// isn't closed stays as it is.
+std::string WithoutComments(std::string content);
+
 /// The code page of the names: UTF-8 when all of the content is; Japanese (Shift-JIS) when all of it reads as
 /// that and some of it can hardly be anything else; otherwise Cyrillic where such bytes stand in whole words,
 /// western where they stand alone among plain letters.
