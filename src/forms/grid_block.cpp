@@ -103,7 +103,7 @@ BlockOutcome PasteBlock(GridControl& grid, int column, int row, std::string_view
         auto place = first;
         for (const std::string& cell : cells) {
             if (place == shown.end() || row > grid.MaxRows()) {
-                ++outcome.refused;
+                ++outcome.beyond;
                 continue;
             }
             Type(grid, *place++, row, cell, before, outcome);

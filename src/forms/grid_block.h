@@ -21,9 +21,10 @@ std::vector<int> ShownColumns(const GridControl& grid);
 /// The block's cells in the columns that are shown. Fails with 9 outside the grid.
 std::string CopyBlock(const GridControl& grid, const GridBlock& block);
 
-/// What a paste has done: cells that took the text, and cells that are locked or beyond the grid.
+/// What a paste has done: cells that took the text, cells that are locked, and texts that the grid has no row
+/// or column for.
 struct BlockOutcome {
-    int taken = 0, refused = 0;
+    int taken = 0, refused = 0, beyond = 0;
 };
 
 /// Called before each text that is typed into a cell which takes typing.

@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -208,6 +209,17 @@ TEST_F(GridKeys, BlocksGoToAndFromTheClipboard) {
                                    QItemSelectionModel::ClearAndSelect);
     Key(Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(), QString("18 oak\t0\n19 ash\t1\n"));
+}
+
+TEST_F(GridKeys, WhatABlockHasNoCellForIsSaid) {
+    GoTo(1, grid.MaxRows());
+    QApplication::clipboard()->setText("a\t1\nb\t2\nc\t3\n");
+    Key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(grid.CellText(1, grid.MaxRows()), "a");
+    const auto* const box = view->findChild<QMessageBox*>();
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->text().toStdString(),
+              "4 of 6 cells were not pasted: they lie beyond the rows and columns of the list.");
 }
 
 TEST_F(GridKeys, CtrlZTakesBackAndCtrlYDoesAgainStepByStep) {

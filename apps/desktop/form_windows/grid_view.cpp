@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <QToolTip>
@@ -206,9 +207,9 @@ class GridView : public QTableView {
         if (event->matches(QKeySequence::Copy)) return Copy();
         if (event->matches(QKeySequence::Paste)) return Paste();
         if (event->key() == Qt::Key_D && event->modifiers() == Qt::ControlModifier)
-            return Edit([this](const BeforeTyping& typing) { FillDown(mGrid, Marked(), typing); });
+            return Edit([this](const BeforeTyping& typing) { return FillDown(mGrid, Marked(), typing); });
         if (event->key() == Qt::Key_Delete)
-            return Edit([this](const BeforeTyping& typing) { ClearBlock(mGrid, Marked(), typing); });
+            return Edit([this](const BeforeTyping& typing) { return ClearBlock(mGrid, Marked(), typing); });
         if (event->matches(QKeySequence::Undo)) return Go(&GridHistory::TakeBack, "taken back");
         const bool isCtrlY = event->key() == Qt::Key_Y && event->modifiers() == Qt::ControlModifier;
         if (isCtrlY || event->matches(QKeySequence::Redo)) return Go(&GridHistory::DoAgain, "done again");
@@ -232,9 +233,21 @@ class GridView : public QTableView {
         });
         return taken;
     }
-    /// A block that the user types, as one step to take back.
-    void Edit(const std::function<void(const BeforeTyping& typing)>& edit) {
-        mDesk.Do([&] { mHistory.Keep(Noted(), edit); });
+    /// A block that the user types, as one step to take back. What of it is lost, since it finds no row or
+    /// column, is said in a box; locked cells are seen as locked.
+    void Edit(const std::function<BlockOutcome(const BeforeTyping& typing)>& edit) {
+        BlockOutcome outcome;
+        mDesk.Do(
+            [&] { mHistory.Keep(Noted(), [&](const BeforeTyping& typing) { outcome = edit(typing); }); });
+        if (outcome.beyond == 0) return;
+        auto* const box = new QMessageBox(
+            QMessageBox::Warning, windowTitle(),
+            tr("%1 of %2 cells were not pasted: they lie beyond the rows and columns of the list.")
+                .arg(outcome.beyond)
+                .arg(outcome.taken + outcome.refused + outcome.beyond),
+            QMessageBox::Ok, this);
+        box->setAttribute(Qt::WA_DeleteOnClose);
+        box->open();
     }
     void Go(GridHistory::Outcome (GridHistory::*way)(const BeforeTyping&), const char* words) {
         GridHistory::Outcome outcome = GridHistory::Outcome::Nothing;
@@ -279,7 +292,7 @@ class GridView : public QTableView {
         const std::string text = FromQt(QApplication::clipboard()->text());
         Edit([&](const BeforeTyping& typing) {
             const GridBlock block = Marked();
-            PasteBlock(mGrid, block.column, block.row, text, typing);
+            return PasteBlock(mGrid, block.column, block.row, text, typing);
         });
     }
 

@@ -33,10 +33,11 @@ TEST_F(Blocks, PastingGoesRightAndDownPastWhatIsHidden) {
     EXPECT_EQ(outcome.refused, 0);
 }
 
-TEST_F(Blocks, LockedCellsAndThoseBeyondTheGridAreRefused) {
+TEST_F(Blocks, LockedCellsRefuseAndTextsBeyondTheGridAreCounted) {
     const BlockOutcome outcome = PasteBlock(grid, 3, 3, "1\t2\t3\n4\n");
     EXPECT_EQ(outcome.taken, 1);
-    EXPECT_EQ(outcome.refused, 3);
+    EXPECT_EQ(outcome.refused, 1);
+    EXPECT_EQ(outcome.beyond, 2);
     EXPECT_EQ(grid.CellText(4, 3), "");
 }
 
