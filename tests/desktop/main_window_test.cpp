@@ -77,6 +77,27 @@ TEST_F(MainWindowAtWork, TakesBackAndDoesAgainByItsMenu) {
     EXPECT_EQ(Parts(), 0);
 }
 
+TEST_F(MainWindowAtWork, CtrlZInTheCommandLineTakesTheCommandBack) {
+    const int parts = Parts();
+    window->show();
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&*window));
+    auto* const line = window->findChild<QLineEdit*>("command");
+    line->setFocus();
+    QTest::keyClicks(line, "erase all  ");
+    QTest::keyClick(line, Qt::Key_Return);
+    ASSERT_EQ(Parts(), 0);
+    QTest::keyClicks(line, "move");
+    QTest::keySequence(line, QKeySequence::Undo);
+    EXPECT_EQ(line->text(), "") << "typing is taken back first";
+    EXPECT_EQ(Parts(), 0);
+    QTest::keySequence(line, QKeySequence::Undo);
+    EXPECT_EQ(Parts(), parts);
+    EXPECT_EQ(line->text(), "");
+    QTest::keySequence(line, QKeySequence::Undo);
+    EXPECT_EQ(line->text(), "");
+}
+
 TEST_F(MainWindowAtWork, TellsAPersonWhatAnActHasLost) {
     const auto lose = [this] {
         desk.Do([] {

@@ -5,6 +5,7 @@
 #include <QDockWidget>
 #include <QFileInfo>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -39,6 +40,23 @@ QDockWidget* MakeDock(QMainWindow& window, const QString& title, const char* nam
     window.addDockWidget(area, dock);
     return dock;
 }
+
+/// The line that commands are typed into. Where none of its own text can be taken back or done again, these
+/// keys are the drawing's.
+class CommandEdit : public QLineEdit {
+  protected:
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress) {
+            const auto& key = static_cast<const QKeyEvent&>(*event);
+            if ((key.matches(QKeySequence::Undo) && !isUndoAvailable()) ||
+                (key.matches(QKeySequence::Redo) && !isRedoAvailable())) {
+                event->ignore();
+                return false;
+            }
+        }
+        return QLineEdit::event(event);
+    }
+};
 
 }  // namespace
 
@@ -84,7 +102,7 @@ void MainWindow::MakeCommandDock() {
     auto* const line = new QHBoxLayout;
     mPrompt = new QLabel(tr("Command:"));
     mPrompt->setObjectName("prompt");
-    mCommand = new QLineEdit;
+    mCommand = new CommandEdit;
     mCommand->setObjectName("command");
     line->addWidget(mPrompt);
     line->addWidget(mCommand, 1);
@@ -120,7 +138,7 @@ void MainWindow::TypeCommand() {
         return;
     }
     const std::string typed = FromQt(mCommand->text());
-    mCommand->clear();
+    mCommand->setText({});  // with it the keys that led to it
     if (mAsked != nullptr) return TakeTypedPoint(typed);
     if (SavesAsTyped(typed)) return;
     mDesk.Do([&] {

@@ -163,7 +163,7 @@ void MainWindow::TakePicked(const std::vector<std::string>& handles) {
 }
 
 void MainWindow::Escape() {
-    mCommand->clear();
+    mCommand->setText({});
     if (mAsked != nullptr) return mAsked->loop.quit();
     if (Document() == nullptr) return;
     mDesk.Do([this] {
