@@ -10,6 +10,7 @@
 //   NeedOtherSideForBores  run/recognising          edge bores that a setting leaves to the second side
 //   CancelOtherSide        clearing/clear_rest      all that was left to it is made on the first side
 //                          run/part_loop            the part's files are gone
+//                          run/work_apart           a part that is worked on apart begins with no request
 #pragma once
 
 #include "session/ports/host_interface.h"
