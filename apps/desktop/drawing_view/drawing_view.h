@@ -49,7 +49,8 @@ class DrawingView {
     virtual Point3 Up() const = 0;
     /// Whether all that is to be shown is there: shapes come one after another.
     virtual bool Ready() const = 0;
-    /// Where a point is seen, in pixels of the widget; null until there is a picture.
+    /// Where a point is seen, in pixels of the widget; null until there is a picture. Tests press the picture
+    /// by it.
     virtual std::optional<QPointF> PlaceOf(const Point3& point) const = 0;
     /// From now on a click means a point of the drawing, which a marker shows under the mouse; null for
     /// clicks that select.

@@ -22,7 +22,7 @@ class PartFileView : public QWidget {
     void ShowNone(const QString& why);
     /// The operation at this place of the widget, the topmost of several; -1 for none.
     int ShapeAt(const QPointF& place) const;
-    /// Where a point of the file is seen.
+    /// Where a point of the file is seen. Tests press the picture by it.
     QPointF PlaceOf(const PlanPoint& point) const;
     const PartPicture& Picture() const { return mPicture; }
     /// The words of what the pointer is over, blank for nothing.

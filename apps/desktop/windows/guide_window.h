@@ -20,7 +20,6 @@ class GuideWindow : public QDialog {
   public:
     GuideWindow(const QString& folder, QWidget* parent);
     void ShowChapter(const QString& file);
-    QTextBrowser& Text() const { return *mText; }
 
   private:
     QTextBrowser* mText;
