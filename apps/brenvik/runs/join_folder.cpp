@@ -30,14 +30,18 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view MarkHead = "Brenvik: shares of a CNC run are being put together here, or were ";
 
+/// The folder of second sides, ahead of a name in it.
+const std::string SecondSides = std::string(SecondSideFolderName) + "/";
+
 /// The names of one part: known where it was done, and beginning with its number where the join does it.
 void AddNamesOf(const SharedPart& part, std::vector<std::string>& names) {
     const std::string drawing = PartFileHeadOf(part.part);
+    const std::string second = SecondSides + std::string(SecondSideMark) + drawing;
     names.push_back(drawing + ".dwg");
-    names.push_back("2-sided/B" + drawing + ".dwg");
+    names.push_back(second + ".dwg");
     if (part.end.kind != WorkerEnd::Kind::Done) {
         names.push_back(drawing + "_*.dxf");
-        names.push_back("2-sided/B" + drawing + "_*.dxf");
+        names.push_back(second + "_*.dxf");
         return;
     }
     for (std::string file : UnpackResult(part.end.text).files) {
@@ -62,7 +66,7 @@ std::vector<std::string> NamesOf(const std::vector<ShareInFolder>& shares) {
     std::vector<std::string> names{std::string(WorkDrawingName), std::string(WorkDrawing2Name),
                                    std::string(JoinMark)};
     if (const TargetDriver* target = FindTarget(shares.front().share.job.Fact("target")))
-        for (const char* side : {"", "2-sided/"}) {
+        for (const std::string& side : {std::string(), SecondSides}) {
             const std::string list = side + std::string(WorkListName(target->target));
             names.push_back(list);
             names.push_back(list + std::string(UnfinishedListEnding));
@@ -80,8 +84,9 @@ std::vector<std::string> NamesIn(const fs::path& folder, const std::string& ahea
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         const std::string name = TextFromPath(entry->path().filename());
         if (name.starts_with(WorkFilePrefix)) continue;
-        if (ahead.empty() && EqualsIgnoreCase(name, "2-sided") && fs::is_directory(entry->symlink_status()))
-            std::ranges::move(NamesIn(entry->path(), "2-sided/"), std::back_inserter(names));
+        if (ahead.empty() && EqualsIgnoreCase(name, SecondSideFolderName) &&
+            fs::is_directory(entry->symlink_status()))
+            std::ranges::move(NamesIn(entry->path(), SecondSides), std::back_inserter(names));
         else
             names.push_back(ahead + name);
     }

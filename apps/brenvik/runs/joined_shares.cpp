@@ -25,6 +25,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// What a part's files on its second side begin with.
+const std::string SecondSideHead = std::string(SecondSideMark) + std::string(PartFileHead);
+
 /// What the names of a share's files on second sides begin with.
 const std::string SecondSides = std::string(SecondSideFolderName) + "\\";
 
@@ -37,8 +40,8 @@ bool IsNameOfARun(std::string_view name) {
 bool LooksAsMade(const std::string& name) {
     const std::string lower = FoldLower(name);
     const auto ends = [&lower](std::string_view ending) { return lower.ends_with(ending); };
-    return IsFileOfARun(name) || lower.starts_with("part_") || lower.starts_with("bpart_") || ends(".dxf") ||
-           ends(".nc") || ends(".mpr");
+    return IsFileOfARun(name) || StartsWithIgnoreCase(name, PartFileHead) ||
+           StartsWithIgnoreCase(name, SecondSideHead) || ends(".dxf") || ends(".nc") || ends(".mpr");
 }
 
 std::string PlaceOf(const std::string& folder, std::string name) {
