@@ -1,6 +1,7 @@
 // The code page in which most files without UTF-8 come, and where its bytes stand in Unicode.
 #include "base/western_text.h"
 
+#include <algorithm>
 #include <array>
 
 #include "base/utf8.h"
@@ -25,10 +26,14 @@ char32_t WesternCharacter(char32_t byte) {
 }  // namespace
 
 bool IsUtf8(std::string_view text) {
-    for (std::size_t at = 0; at < text.size();) {
-        const Utf8Character character = Utf8CharacterAt(text, at);
+    // Most of a long text is ASCII, which needs no look at what a byte begins.
+    const auto isHigh = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
+    for (auto high = std::ranges::find_if(text, isHigh); high != text.end();
+         high = std::ranges::find_if(text, isHigh)) {
+        text.remove_prefix(static_cast<std::size_t>(high - text.begin()));
+        const Utf8Character character = Utf8CharacterAt(text, 0);
         if (!character.valid) return false;
-        at += character.length;
+        text.remove_prefix(character.length);
     }
     return true;
 }

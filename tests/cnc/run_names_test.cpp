@@ -1,5 +1,5 @@
 // Names that people type, on their way into file names, layer names and lists.
-#include "base/utf8.h"
+#include "base/western_text.h"
 #include "cnc/cnc_fixture.h"
 #include "cnc/part/part_file_name.h"
 #include "cnc/part/run_state.h"
@@ -14,15 +14,6 @@ std::string Repeated(std::string_view text, int times) {
     std::string all;
     for (int time = 0; time < times; ++time) all += text;
     return all;
-}
-
-bool IsUtf8(std::string_view text) {
-    for (std::size_t at = 0; at < text.size();) {
-        const Utf8Character character = Utf8CharacterAt(text, at);
-        if (!character.valid) return false;
-        at += character.length;
-    }
-    return true;
 }
 
 class RunNames : public CncTest {

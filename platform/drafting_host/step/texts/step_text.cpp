@@ -16,7 +16,7 @@
 #include "base/number_text.h"
 #include "base/numbers.h"
 #include "base/text.h"
-#include "base/utf8.h"
+#include "base/western_text.h"
 
 namespace brenvik::step {
 namespace {
@@ -26,17 +26,6 @@ constexpr std::string_view Opening = "ISO-10303-21";
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 bool IsHigh(char c) { return static_cast<unsigned char>(c) >= 0x80; }
 bool IsOfWord(char c) { return IsDigit(c) || IsAsciiLetter(c) || c == '_'; }
-
-bool IsUtf8(std::string_view text) {
-    for (auto high = std::ranges::find_if(text, IsHigh); high != text.end();
-         high = std::ranges::find_if(text, IsHigh)) {
-        text.remove_prefix(static_cast<std::size_t>(high - text.begin()));
-        const Utf8Character character = Utf8CharacterAt(text, 0);
-        if (!character.valid) return false;
-        text.remove_prefix(character.length);
-    }
-    return true;
-}
 
 bool IsBetween(char c, unsigned char first, unsigned char last) {
     return static_cast<unsigned char>(c) >= first && static_cast<unsigned char>(c) <= last;
