@@ -209,7 +209,7 @@ class Mouths {
         for (const PlanArea& area : AreasOf(BorderOf(sides, holds, mOrder.same))) {
             if (!PlanField(area.outer).Holds(PointWithin())) continue;
             // What the figures leave within is air, or else the whole touches wood.
-            if (TouchesWood(area.outer)) return std::nullopt;
+            if (TouchesWood(mOrder.wood, area.outer, mOrder.unit)) return std::nullopt;
             return WithOwnCorners(area.outer);
         }
         return std::nullopt;
@@ -232,12 +232,6 @@ class Mouths {
         const PlanSide& side = mPath.front();
         const PlanPoint along = AtShare(side, 0.51) - AtShare(side, 0.49);
         return AtShare(side, 0.5) + PlanPoint{-along.y, along.x} * (Beside * mOrder.unit / Length(along));
-    }
-
-    bool TouchesWood(const PlanLoop& path) const {
-        const std::array shapes{PlanShape{PlanShape::Role::Removal, path, 0}};
-        return std::ranges::any_of(CompareInPlan(mOrder.wood.sides, shapes, NegligibleTouch * mOrder.unit),
-                                   [](const PlanSpot& spot) { return spot.difference == Difference::Gone; });
     }
 
     const MouthOrder& mOrder;

@@ -5,6 +5,9 @@
 #include <array>
 #include <cmath>
 
+#include "cnc/plan/negligible_sizes.h"
+#include "cnc/plan/plan_difference.h"
+
 namespace brenvik {
 
 namespace {
@@ -41,6 +44,12 @@ std::vector<PlanSide> AroundTheOutside(const PlanLoop& border, double same) {
 }
 
 }  // namespace
+
+bool TouchesWood(const PlanWood& wood, const PlanLoop& path, double unit) {
+    const std::array shapes{PlanShape{PlanShape::Role::Removal, path, 0}};
+    return std::ranges::any_of(CompareInPlan(wood.sides, shapes, NegligibleTouch * unit),
+                               [](const PlanSpot& spot) { return spot.difference == Difference::Gone; });
+}
 
 PartSlabs::PartSlabs(const SolidSections& part, double unit, bool fromBelow)
     : mUnit(unit), mSame(SamePlace * unit) {

@@ -20,6 +20,9 @@ struct PlanWood {
     bool Holds(const PlanPoint& point) const { return field->Holds(point); }
 };
 
+/// Whether what a path removes takes more of the wood than a path that is being made may.
+bool TouchesWood(const PlanWood& wood, const PlanLoop& path, double unit);
+
 struct PartSlab {
     double low = 0, high = 0;
     bool sloped = false;

@@ -158,12 +158,6 @@ class Clearing {
 
     // Paths.
 
-    bool TouchesWood(const PartSlab& slab, const PlanLoop& path) const {
-        const std::array shapes{PlanShape{PlanShape::Role::Removal, path, 0}};
-        return std::ranges::any_of(CompareInPlan(slab.shadow.sides, shapes, NegligibleTouch * mOrder.unit),
-                                   [](const PlanSpot& spot) { return spot.difference == Difference::Gone; });
-    }
-
     /// How much of what is left a path would clear.
     double Clears(const Task& task, const PlanLoop& path) const {
         return AreaOf(Left(task.slab, task.air)) - AreaOf(Left(task.slab, task.air, &path));
@@ -172,7 +166,9 @@ class Clearing {
     bool ClearsAll(const Task& task, const PlanLoop& path) const {
         const PlanField field(path);
         const auto within = [&](const PlanPoint& point) { return field.Holds(point); };
-        if (!std::ranges::all_of(task.place.points, within) || TouchesWood(task.air, path)) return false;
+        if (!std::ranges::all_of(task.place.points, within) ||
+            TouchesWood(task.air.shadow, path, mOrder.unit))
+            return false;
         const double unit = mOrder.unit;
         return Clears(task, path) > task.place.spot.area * (1 - NoAreaShare) - NoArea * unit * unit;
     }
@@ -268,7 +264,7 @@ class Clearing {
         for (const PlanRound& round : RoundWalls({sides, {}})) {
             if (!RunsWithin(round, round.radius + NegligibleTouch * mOrder.unit, sides)) continue;
             const PlanLoop path = CirclePath(round);
-            if (!StaysOnPart(round) || TouchesWood(*slab, path)) continue;
+            if (!StaysOnPart(round) || TouchesWood(slab->shadow, path, mOrder.unit)) continue;
             if (ClearsInsteadOf(number, *slab, path) < least) continue;
             Add(*slab, false, path, round);
             return;
@@ -279,7 +275,7 @@ class Clearing {
     bool ClearByCircle(const Task& task) {
         for (const PlanRound& round : RoundWalls(task.area)) {
             const PlanLoop path = CirclePath(round);
-            if (!StaysOnPart(round) || TouchesWood(task.air, path)) continue;
+            if (!StaysOnPart(round) || TouchesWood(task.air.shadow, path, mOrder.unit)) continue;
             const bool mostly = round.sweep > std::numbers::pi + 0.01;
             const double least = NoArea * mOrder.unit * mOrder.unit;
             if (!ClearsAll(task, path) && !(mostly && Clears(task, path) > least)) continue;
@@ -329,8 +325,9 @@ class Clearing {
         }
         if (task.through) return false;
         const auto paths = PartedRing(task.area, mOrder.reach, mSlabs.Same());
-        if (!paths ||
-            std::ranges::any_of(*paths, [&](const PlanLoop& path) { return TouchesWood(task.air, path); }))
+        if (!paths || std::ranges::any_of(*paths, [&](const PlanLoop& path) {
+                return TouchesWood(task.air.shadow, path, mOrder.unit);
+            }))
             return false;
         for (const PlanLoop& path : *paths) Add(task.air, false, path);
         return true;
