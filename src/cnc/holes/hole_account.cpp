@@ -12,10 +12,6 @@ namespace brenvik {
 
 namespace {
 
-bool SameAxis(const HoleCircle& a, const HoleCircle& b) {
-    return SameLength(a.center.x, b.center.x) && SameLength(a.center.y, b.center.y);
-}
-
 /// The highest represents its axis; of several at one height, the widest.
 bool TellsLess(const HoleCircle& a, const HoleCircle& b) {
     if (!SameLength(a.center.z, b.center.z)) return a.center.z < b.center.z;
@@ -23,6 +19,10 @@ bool TellsLess(const HoleCircle& a, const HoleCircle& b) {
 }
 
 }  // namespace
+
+bool OnOneAxis(const HoleCircle& a, const HoleCircle& b) {
+    return SameLength(a.center.x, b.center.x) && SameLength(a.center.y, b.center.y);
+}
 
 HoleAccount::HoleAccount(RunState& run, const Box3& part) : mRun(run), mPart(part) {
     if (!run.FirstPass()) return;
@@ -99,7 +99,7 @@ void HoleAccount::TellAxis(std::span<const HoleCircle> circles) {
     // The foot of a bored pin belongs to it all the same.
     for (const HoleCircle& away : mGivenAway) {
         const bool foot = SameLength(away.diameter, first.diameter) && Less(mPart.min.z, away.center.z);
-        if (SameAxis(away, first) && (!bored || foot)) take(away);
+        if (OnOneAxis(away, first) && (!bored || foot)) take(away);
     }
     Remember(mRun.firstSide.reported, told);
 }
@@ -119,7 +119,7 @@ void HoleAccount::Tell(std::span<const HoleCircle> left) {
         const HoleCircle seed = untold.front();
         const auto others =
             std::stable_partition(untold.begin(), untold.end(),
-                                  [&seed](const HoleCircle& circle) { return SameAxis(circle, seed); });
+                                  [&seed](const HoleCircle& circle) { return OnOneAxis(circle, seed); });
         TellAxis({untold.begin(), others});
         untold.erase(untold.begin(), others);
     }

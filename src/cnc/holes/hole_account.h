@@ -16,6 +16,9 @@ struct HoleCircle {
     double diameter = 0;
 };
 
+/// Whether both stand about one vertical line.
+bool OnOneAxis(const HoleCircle& a, const HoleCircle& b);
+
 class HoleAccount {
   public:
     /// `part` is the box of the solid. On a first pass the account of the part begins anew.

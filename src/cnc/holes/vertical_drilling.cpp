@@ -46,10 +46,7 @@ struct Rim : HoleCircle {
     bool ofPin = false;       ///< An end of a pin, which the account reports.
 };
 
-bool SamePlace(const Rim& a, const Rim& b) {
-    return SameLength(a.center.x, b.center.x) && SameLength(a.center.y, b.center.y);
-}
-bool SameBore(const Rim& a, const Rim& b) { return SameLength(a.diameter, b.diameter) && SamePlace(a, b); }
+bool SameBore(const Rim& a, const Rim& b) { return SameLength(a.diameter, b.diameter) && OnOneAxis(a, b); }
 bool Lower(const Rim& a, const Rim& b) { return Less(a.center.z, b.center.z); }
 bool Wider(const Rim& a, const Rim& b) { return Less(b.diameter, a.diameter); }
 
@@ -152,7 +149,7 @@ class Drilling {
     Rim* FloorOfTopHole(const Rim& entry) {
         Rim* best = nullptr;
         for (Rim& other : mRims) {
-            if (other.gone || !Lower(other, entry) || !SamePlace(other, entry)) continue;
+            if (other.gone || !Lower(other, entry) || !OnOneAxis(other, entry)) continue;
             if (Wider(other, entry))
                 GiveAway(other);
             else if (SameLength(other.diameter, entry.diameter))
@@ -204,7 +201,7 @@ class Drilling {
     Rim* FloorOfRecessHole(const Rim& entry) {
         Rim* best = nullptr;
         for (Rim& other : mRims) {
-            if (other.gone || !Lower(other, entry) || !SamePlace(other, entry)) continue;
+            if (other.gone || !Lower(other, entry) || !OnOneAxis(other, entry)) continue;
             if (Wider(other, entry)) {
                 GiveAway(other);
             } else if (SameLength(other.diameter, entry.diameter) &&

@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "base/numbers.h"
+#include "cnc/plan/plan_vectors.h"
 
 namespace brenvik {
 
@@ -22,19 +23,13 @@ constexpr auto Order =
 
 double Round(double value) { return RoundHalfEven(value, Decimals); }
 
-struct Direction {
-    double x = 0, y = 0;
-};
-
-Direction Between(const PathVertex& from, const PathVertex& to) {
+/// The direction, as a vector one long; of two vertices at one place none.
+PlanPoint Between(const PathVertex& from, const PathVertex& to) {
     const double dx = to.x - from.x, dy = to.y - from.y, length = std::hypot(dx, dy);
-    return length == 0 ? Direction{} : Direction{dx / length, dy / length};
+    return length == 0 ? PlanPoint{} : PlanPoint{dx / length, dy / length};
 }
 
-double Dot(const Direction& a, const Direction& b) { return a.x * b.x + a.y * b.y; }
-double Cross(const Direction& a, const Direction& b) { return a.x * b.y - a.y * b.x; }
-
-Direction OutOf(PartSide side) {
+PlanPoint OutOf(PartSide side) {
     switch (side) {
         case PartSide::Left:
             return {-1, 0};
@@ -72,7 +67,7 @@ class Outline {
     std::size_t Count() const { return mVertices.size(); }
     const PathVertex& At(std::size_t i) const { return mVertices[i % Count()]; }
     bool Straight(std::size_t side) const { return At(side).bulge == 0; }
-    Direction Along(std::size_t side) const { return Between(At(side), At(side + 1)); }
+    PlanPoint Along(std::size_t side) const { return Between(At(side), At(side + 1)); }
 
     /// Whether the outline turns towards the material's side, or away from it as at a shoulder. The sign is
     /// that of a corner of the tip: positive where the outline runs counter-clockwise.
@@ -88,7 +83,7 @@ bool IsTip(const Outline& outline, std::size_t side, PartSide edge) {
     const std::size_t count = outline.Count();
     const std::size_t before = side + count - 1, after = side + 1;
     if (!outline.Straight(before) || !outline.Straight(side) || !outline.Straight(after)) return false;
-    const Direction out = OutOf(edge);
+    const PlanPoint out = OutOf(edge);
     if (Dot(outline.Along(before), out) < UprightFlank || Dot(outline.Along(after), out) > -UprightFlank)
         return false;
     const double corner = outline.TurnAt(side);
@@ -135,7 +130,7 @@ bool IsBody(const Candidate& candidate, const std::vector<Candidate>& all) {
 }
 
 /// The loop at a corner that the path enters in the direction `arriving` and leaves in `leaving`.
-std::array<PathVertex, 3> Loop(const PathVertex& corner, const Direction& arriving, const Direction& leaving,
+std::array<PathVertex, 3> Loop(const PathVertex& corner, const PlanPoint& arriving, const PlanPoint& leaving,
                                double lead) {
     const double ax = lead * arriving.x, ay = lead * arriving.y;
     const double lx = lead * leaving.x, ly = lead * leaving.y;

@@ -17,6 +17,7 @@
 #include "cnc/part/told.h"
 #include "cnc/plan/plan_sides.h"
 #include "cnc/proof/reach_checks.h"
+#include "cnc/proof/single_operations.h"
 #include "session/module_state.h"
 #include "session/ports/platform.h"
 #include "session/session.h"
@@ -35,8 +36,6 @@ struct ProofModule {
     bool off = false;
 };
 
-std::string PlanPlace(const Point3& point) { return ReportedLength(point.x) + "," + ReportedLength(point.y); }
-
 bool OpensUp(const ProofSpot& spot, const RunState& run, double slack) {
     return spot.box.max.z > run.part.proof->thickness - slack;
 }
@@ -46,7 +45,8 @@ std::string Place(const ProofSpot& spot, const RunState& run) {
     const double slack = 0.02 * UnitOf(run);
     const Point3 &low = spot.box.min, &high = spot.box.max;
     const std::string size = ReportedLength(high.x - low.x) + " by " + ReportedLength(high.y - low.y);
-    const std::string span = " from " + PlanPlace(low) + " to " + PlanPlace(high);
+    const std::string span =
+        " from " + ReportedPlace({low.x, low.y}) + " to " + ReportedPlace({high.x, high.y});
     const std::string depth = ReportedLength(high.z - low.z);
     const bool up = OpensUp(spot, run, slack), down = OpensDown(spot, slack);
     if (up && down) return size + ", right through," + span;
