@@ -18,12 +18,13 @@ constexpr std::size_t LongestChain = 10;
 constexpr double Corridor = 25000;
 constexpr int MostHoles = 24;
 
-bool IsRound(const PlanSide& side) { return std::abs(side.bulge) > 1e-6; }
+/// By the angle alone, however short the side is.
+bool HasBulge(const PlanSide& side) { return std::abs(side.bulge) > 1e-6; }
 
 /// `before` and `behind` as they meet when all between them is left out, or null.
 std::optional<std::vector<PlanSide>> RunOn(const PlanSide& before, const PlanSide& behind, double same) {
-    if (IsRound(before) || IsRound(behind)) {
-        if (!IsRound(before) || !IsRound(behind) || (before.bulge > 0) != (behind.bulge > 0))
+    if (HasBulge(before) || HasBulge(behind)) {
+        if (!HasBulge(before) || !HasBulge(behind) || (before.bulge > 0) != (behind.bulge > 0))
             return std::nullopt;
         const PlanRound one = RoundOf(before), other = RoundOf(behind);
         if (Distance(one.center, other.center) > 10 * same || std::abs(one.radius - other.radius) > 10 * same)

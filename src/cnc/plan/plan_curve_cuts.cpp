@@ -26,14 +26,15 @@ struct Curve {
     std::size_t number = 0;
 };
 
-bool IsRound(const PlanSide& side) {
+/// By the height of its arch over the chord.
+bool HasArch(const PlanSide& side) {
     return std::abs(side.bulge) * Distance(side.from, side.to) / 2 > NoArch;
 }
 
 Curve CurveOf(const PlanSide& side) {
     Curve curve;
     curve.side = side;
-    curve.round = IsRound(side);
+    curve.round = HasArch(side);
     const auto [lowX, highX] = std::minmax(side.from.x, side.to.x);
     const auto [lowY, highY] = std::minmax(side.from.y, side.to.y);
     curve.minX = lowX, curve.maxX = highX, curve.minY = lowY, curve.maxY = highY;
@@ -135,7 +136,7 @@ void CutPair(Curve& a, Curve& b, double same) {
 }  // namespace
 
 PlanPoint AtShare(const PlanSide& side, double share) {
-    if (!IsRound(side))
+    if (!HasArch(side))
         return {side.from.x + share * (side.to.x - side.from.x),
                 side.from.y + share * (side.to.y - side.from.y)};
     const PlanRound circle = RoundOf(side);
@@ -147,7 +148,7 @@ PlanPoint AtShare(const PlanSide& side, double share) {
 
 PlanSide Stretch(const PlanSide& side, double from, double to) {
     PlanSide part{from <= 0 ? side.from : AtShare(side, from), to >= 1 ? side.to : AtShare(side, to), 0};
-    if (IsRound(side)) part.bulge = std::tan(std::atan(side.bulge) * (to - from));
+    if (HasArch(side)) part.bulge = std::tan(std::atan(side.bulge) * (to - from));
     return part;
 }
 

@@ -5,6 +5,7 @@
 
 namespace brenvik {
 
+/// Whether it arches away from its chord by a length that counts, however long it is.
 bool IsRound(const PlanSide& side);
 
 /// Along a round one.
