@@ -19,8 +19,8 @@ namespace {
 
 constexpr double LineWidth = 1.5;
 /// Of a PNG file, in points of a picture that is drawn twice as fine.
-constexpr double Fineness = 2, Margin = 24, FieldWidth = 1000, FieldHeight = 620, TitleHeight = 44,
-                 LegendLine = 24, SwatchWidth = 22, SwatchHeight = 14, TextSize = 15, TitleSize = 18;
+constexpr double Fineness = 2, SwatchWidth = 22, SwatchHeight = 14, TextSize = 15, TitleSize = 18;
+constexpr double Margin = PictureLayout::Margin, FieldWidth = PictureLayout::FieldWidth;
 /// Sides with a flatter arch than this are straight to every eye.
 constexpr double NoArch = 1e-9;
 
@@ -61,7 +61,7 @@ void PaintTitle(QPainter& painter, const QString& title) {
     font.setBold(true);
     painter.setFont(font);
     painter.setPen(Qt::black);
-    const QRectF line(Margin, Margin, FieldWidth, TitleHeight);
+    const QRectF line(Margin, Margin, FieldWidth, PictureLayout::TitleHeight);
     painter.drawText(
         line, Qt::AlignLeft | Qt::AlignTop,
         painter.fontMetrics().elidedText(title, Qt::ElideMiddle, static_cast<int>(line.width())));
@@ -79,7 +79,7 @@ void PaintLegend(QPainter& painter, const std::vector<LegendEntry>& legend, doub
         painter.drawText(QRectF(Margin + SwatchWidth + 12, at - 4, FieldWidth, SwatchHeight + 8),
                          Qt::AlignLeft | Qt::AlignVCenter,
                          QString("%1 x %2").arg(entry.count).arg(ToQt(entry.words)));
-        at += LegendLine;
+        at += PictureLayout::LegendLine;
     }
 }
 
@@ -122,13 +122,9 @@ void PaintSwatch(QPainter& painter, const QRectF& field, PictureKind kind) {
 }
 
 std::string PictureAsPng(const PartPicture& picture, const std::string& title) {
-    const double width = std::max(picture.high.x - picture.low.x, 1e-6),
-                 height = std::max(picture.high.y - picture.low.y, 1e-6);
-    const double scale = std::min(FieldWidth / width, FieldHeight / height);
     const std::vector<LegendEntry> legend = LegendOf(picture);
-    const double top = Margin + TitleHeight, below = top + height * scale + Margin;
-    const QSizeF size(FieldWidth + 2 * Margin,
-                      below + static_cast<double>(legend.size()) * LegendLine + Margin);
+    const PictureLayout layout = LayoutOf(picture, legend);
+    const QSizeF size(layout.sheetWidth, layout.sheetHeight);
     QImage image((size * Fineness).toSize(), QImage::Format_RGB32);
     image.fill(Qt::white);
     {
@@ -136,9 +132,10 @@ std::string PictureAsPng(const PartPicture& picture, const std::string& title) {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.scale(Fineness, Fineness);
         PaintTitle(painter, ToQt(TitleOf(picture, title)));
-        const QTransform toPaper = FitInto(QRectF(Margin, top, width * scale, height * scale), picture);
+        const QTransform toPaper =
+            FitInto(QRectF(Margin, layout.partTop, layout.partWidth, layout.partHeight), picture);
         for (const PictureShape& shape : picture.shapes) PaintShape(painter, toPaper, shape);
-        PaintLegend(painter, legend, below);
+        PaintLegend(painter, legend, layout.legendTop);
     }
     QByteArray bytes;
     QBuffer buffer(&bytes);

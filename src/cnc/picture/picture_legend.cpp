@@ -30,6 +30,22 @@ std::vector<LegendEntry> LegendOf(const PartPicture& picture) {
     return legend;
 }
 
+PictureLayout LayoutOf(const PartPicture& picture, const std::vector<LegendEntry>& legend) {
+    using Layout = PictureLayout;
+    const double width = std::max(picture.high.x - picture.low.x, 1e-6),
+                 height = std::max(picture.high.y - picture.low.y, 1e-6);
+    Layout layout;
+    layout.scale = std::min(Layout::FieldWidth / width, Layout::FieldHeight / height);
+    layout.partTop = Layout::Margin + Layout::TitleHeight;
+    layout.partWidth = width * layout.scale;
+    layout.partHeight = height * layout.scale;
+    layout.legendTop = layout.partTop + layout.partHeight + Layout::Margin;
+    layout.sheetWidth = Layout::FieldWidth + 2 * Layout::Margin;
+    layout.sheetHeight =
+        layout.legendTop + static_cast<double>(legend.size()) * Layout::LegendLine + Layout::Margin;
+    return layout;
+}
+
 std::string TitleOf(const PartPicture& picture, std::string_view title) {
     const int decimals = picture.metric ? MetricDecimals : InchDecimals;
     std::string words = std::string(title) + "   " + Number(RoundHalfEven(picture.length, decimals)) + " x " +

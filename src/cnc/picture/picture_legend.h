@@ -18,6 +18,19 @@ struct LegendEntry {
 /// Every operation once, in the order of drawing.
 std::vector<LegendEntry> LegendOf(const PartPicture& picture);
 
+/// Where a part's picture and the words around it stand on their sheet, in units of the sheet: the title
+/// above, then the part, as wide as its field or as high as it, and the legend below.
+struct PictureLayout {
+    static constexpr double Margin = 24, FieldWidth = 1000, FieldHeight = 620, TitleHeight = 44,
+                            LegendLine = 24;
+    double scale = 1;  ///< Of the part.
+    double partTop = 0, partWidth = 0, partHeight = 0;
+    double legendTop = 0;
+    double sheetWidth = 0, sheetHeight = 0;
+};
+
+PictureLayout LayoutOf(const PartPicture& picture, const std::vector<LegendEntry>& legend);
+
 /// The title with the size of the board: "Part_0_Side_7   600 x 400 mm, 18 mm thick".
 std::string TitleOf(const PartPicture& picture, std::string_view title);
 

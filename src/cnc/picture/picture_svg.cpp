@@ -14,8 +14,7 @@ namespace brenvik {
 namespace {
 
 constexpr int Decimals = 4;
-/// Of the picture, in its own units: the part is drawn as wide as the field or as high as it.
-constexpr double Margin = 24, FieldWidth = 1000, FieldHeight = 620, TitleHeight = 44, LegendLine = 24;
+constexpr double Margin = PictureLayout::Margin;
 
 std::string Number(double value) { return RoundedText(value, Decimals); }
 
@@ -63,17 +62,13 @@ std::string TextAt(double x, double y, std::string_view words, std::string_view 
 }  // namespace
 
 std::string PictureAsSvg(const PartPicture& picture, std::string_view title) {
-    const double width = std::max(picture.high.x - picture.low.x, 1e-6),
-                 height = std::max(picture.high.y - picture.low.y, 1e-6);
-    const double scale = std::min(FieldWidth / width, FieldHeight / height);
     const std::vector<LegendEntry> legend = LegendOf(picture);
-    const double top = Margin + TitleHeight, below = top + height * scale + Margin;
-    const double sheetWidth = FieldWidth + 2 * Margin,
-                 sheetHeight = below + static_cast<double>(legend.size()) * LegendLine + Margin;
+    const PictureLayout layout = LayoutOf(picture, legend);
+    const double scale = layout.scale;
     std::string svg =
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"" +
-        Attribute("width", Number(sheetWidth)) + Attribute("height", Number(sheetHeight)) +
-        Attribute("viewBox", "0 0 " + Number(sheetWidth) + " " + Number(sheetHeight)) +
+        Attribute("width", Number(layout.sheetWidth)) + Attribute("height", Number(layout.sheetHeight)) +
+        Attribute("viewBox", "0 0 " + Number(layout.sheetWidth) + " " + Number(layout.sheetHeight)) +
         " font-family=\"sans-serif\" font-size=\"15\">\n";
     svg += "<title>" + Escaped(title) + "</title>\n";
     svg += "<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n";
@@ -82,19 +77,19 @@ std::string PictureAsSvg(const PartPicture& picture, std::string_view title) {
     svg += "<g" +
            Attribute("transform", "matrix(" + NumberToText(scale) + " 0 0 " + NumberToText(-scale) + " " +
                                       NumberToText(Margin - picture.low.x * scale) + " " +
-                                      NumberToText(top + picture.high.y * scale) + ")") +
+                                      NumberToText(layout.partTop + picture.high.y * scale) + ")") +
            " stroke-width=\"1.5\" fill-rule=\"evenodd\">\n";
     for (const PictureShape& shape : picture.shapes)
         svg += "<path" + Attribute("class", StyleOf(shape.kind).name) + Attribute("data-layer", shape.layer) +
                Looks(shape.kind) + " vector-effect=\"non-scaling-stroke\"" + Attribute("d", PathOf(shape)) +
                "><title>" + Escaped(shape.words) + "</title></path>\n";
     svg += "</g>\n<g class=\"legend\">\n";
-    double y = below;
+    double y = layout.legendTop;
     for (const LegendEntry& entry : legend) {
         svg += "<rect" + Attribute("x", Number(Margin)) + Attribute("y", Number(y)) +
                " width=\"22\" height=\"14\" stroke-width=\"1.5\"" + Looks(entry.kind) + "/>\n";
         svg += TextAt(Margin + 34, y + 13, std::to_string(entry.count) + " x " + entry.words);
-        y += LegendLine;
+        y += PictureLayout::LegendLine;
     }
     return svg + "</g>\n</svg>\n";
 }
