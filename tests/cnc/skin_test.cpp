@@ -1,4 +1,5 @@
 // Cuts right through that a negative share of the spoil board leaves a skin under: on the first side alone.
+#include "cnc/part/target_traits.h"
 #include "cnc/recognition_fixture.h"
 
 namespace brenvik {
@@ -26,7 +27,8 @@ TEST_P(Skin, CutsThatLeaveASkinAreNotRepeatedOnTheSecondSide) {
     EXPECT_EQ(paths, 2);
 }
 
-INSTANTIATE_TEST_SUITE_P(Targets, Skin, ::testing::Values(Target::C2C, Target::ABC, Target::WOP5));
+INSTANTIATE_TEST_SUITE_P(Targets, Skin, ::testing::Values(Target::C2C, Target::ABC, Target::WOP5),
+                         [](const auto& one) { return std::string(TraitsOf(one.param).name); });
 
 }  // namespace
 }  // namespace brenvik
