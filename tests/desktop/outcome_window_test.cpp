@@ -153,7 +153,7 @@ TEST_F(OutcomeShown, ShowsBothSidesAndSaysWhyOneCantBe) {
     ASSERT_EQ(sides.count(), 2);
     EXPECT_FALSE(dynamic_cast<PartFileView*>(sides.widget(0))->Picture().shapes.empty());
     EXPECT_TRUE(dynamic_cast<PartFileView*>(sides.widget(1))->Picture().shapes.empty());
-    EXPECT_EQ(Texts("messages"), QStringList("Nothing was told of this part."));
+    EXPECT_EQ(Texts("messages"), QStringList("No messages about this part."));
 }
 
 TEST_F(OutcomeShown, NamesTheDrawing) {

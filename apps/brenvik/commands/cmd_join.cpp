@@ -134,7 +134,7 @@ Command JoinCommand() {
          Argument("--drawing", &options->drawing, "The drawing, where it lies elsewhere than for the shares")
              .Named("FILE"),
          Argument("--quiet", &options->quiet,
-                  "Leave out progress and remarks; errors and message boxes are still told")},
+                  "Leave out progress and remarks; errors and message boxes are still printed")},
         [options](const std::string& home) { return JoinAll(HoldHome(home), *options); },
         {}};
 }

@@ -45,7 +45,7 @@ Command PictureCommand() {
             "Draw a part file of a CNC run: outline, holes, routes, pockets and edge bores, with a legend",
             {Argument("FILE", &options->file, "The part file, a .dxf of a run").Required(),
              Argument("OUT", &options->out, "The picture to write: .svg or .png").Required(),
-             Argument("--quiet", &options->quiet, "Leave out remarks; what is not understood is still told")},
+             Argument("--quiet", &options->quiet, "Leave out remarks; what is not understood is still said")},
             [options](const std::string& home) { return Draw(home, *options); },
             {}};
 }

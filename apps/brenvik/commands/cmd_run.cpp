@@ -353,7 +353,7 @@ Command RunCommand() {
             {options->drawing.DrawingWord(),
              Argument("--journal", &options->journal, "The journal: a text file, a step per line").Required(),
              Argument("--transcript", &options->transcript,
-                      "Write down here what the run tells, with all that goes over the host's command line")
+                      "Write down here what the run reports, with all that goes over the host's command line")
                  .Named("FILE"),
              Argument("--no-proof", &options->noProof, std::string(NoProofHelp)), options->drawing.Select(),
              options->drawing.Letters(), options->unit.Option(), options->drawing.Material(),

@@ -127,7 +127,7 @@ Command SettingsCommand() {
     auto words = std::make_shared<Words>();
     return {
         "settings",
-        "List, tell or change the settings",
+        "List, print or change the settings",
         {},
         {},
         {{"list", "Print every setting as NAME=VALUE", {}, ListSettings, {}},
@@ -142,7 +142,7 @@ Command SettingsCommand() {
            Argument("VALUE", &words->value, "Its new value; one that the setting can't have is refused")
                .Required()
                .MayBeBlank(),
-           Argument("--quiet", &words->quiet, "Leave out remarks; errors are still told")},
+           Argument("--quiet", &words->quiet, "Leave out remarks; errors are still printed")},
           [words](const std::string& home) { return SetOne(home, words->name, words->value, words->quiet); },
           {}}}};
 }

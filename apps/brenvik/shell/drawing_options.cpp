@@ -71,7 +71,7 @@ Argument DrawingOptions::Select() {
 }
 
 Argument DrawingOptions::Quiet() {
-    return {"--quiet", &quiet, "Leave out progress and remarks; errors and message boxes are still told"};
+    return {"--quiet", &quiet, "Leave out progress and remarks; errors and message boxes are still printed"};
 }
 
 }  // namespace brenvik::app

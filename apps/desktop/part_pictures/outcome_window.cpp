@@ -244,7 +244,7 @@ void OutcomeWindow::ShowLegend(const PartFileView& view) {
 void OutcomeWindow::ShowMessages(const std::vector<std::string>& messages) {
     mMessages->clear();
     for (const std::string& text : messages) mMessages->addItem(ToQt(text));
-    if (messages.empty()) mMessages->addItem(tr("Nothing was told of this part."));
+    if (messages.empty()) mMessages->addItem(tr("No messages about this part."));
 }
 
 }  // namespace brenvik::desktop
