@@ -30,6 +30,8 @@ const std::map<std::string, std::string> ToldByIntent{
     {"export_the_list", "expected the name of a column, found \"(Blank)\""},
     // A note gets a quote that the next list can't take.
     {"letters_become_sizes", "a single quote stands in its Notes \"O'Brien's shelf, Türseite\""},
+    {"letters_that_a_cell_refuses",
+     "\"a\" was typed into its ORIE, which takes none of it and stays \"LWT\""},
     {"letters_follow_the_solids", "its letters LWT are dropped, since its extents were "},
 };
 

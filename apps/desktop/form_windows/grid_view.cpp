@@ -191,6 +191,11 @@ class GridView : public QTableView {
             QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString::fromUcs4(&character, 1));
             QApplication::sendEvent(editor, &press);
         }
+        // Where no key passes, the cell stays as it is.
+        if (editor->text().isEmpty() && !text.empty()) {
+            closeEditor(editor, QAbstractItemDelegate::NoHint);
+            return Take(column, row, text);
+        }
         commitData(editor);
         closeEditor(editor, QAbstractItemDelegate::NoHint);
         return mDelegate.Taken();

@@ -25,8 +25,10 @@ namespace brenvik::desktop {
 
 namespace {
 
+/// A path alone would read as if all were well.
 std::string TextOf(const Failure& failure) {
-    return failure.detail().empty() ? failure.description() : failure.detail();
+    if (failure.detail().empty()) return failure.description();
+    return failure.description() + ": " + failure.detail();
 }
 
 }  // namespace
@@ -56,7 +58,7 @@ bool MainWindow::SaveUnder(const std::string& name) {
     }
     const auto fail = [this](const std::string& reason) {
         mDesk.NoteFailure();
-        QMessageBox::warning(this, tr("Save"), ToQt(reason));
+        QMessageBox::warning(this, tr("Save"), tr("The drawing has not been saved.\n%1").arg(ToQt(reason)));
         return false;
     };
     mDesk.Note("save " + JournalText(name));
