@@ -137,6 +137,41 @@ TEST_F(StepLooks, AStyleForOneUseOrViewAloneIsARemarkThatSaysSo) {
             ", nothing lost: 1 style(s) for one use or view alone passed over, the first one #900011\n");
 }
 
+TEST_F(StepLooks, AStyleForOneRepresentationOrItemAloneIsARemarkThatSaysSo) {
+    const std::string view =
+        "#900021=SHAPE_REPRESENTATION('',(#900022),%C);\n#900022=AXIS2_PLACEMENT_3D('',#900023,$,$);\n"
+        "#900023=CARTESIAN_POINT('',(0.,0.,0.));\n";
+    const std::string plain = "STYLED_ITEM('',(#900012),%S)";
+    for (const std::string context : {"#900021", "#900022"}) {
+        std::string over = Style(900011, "%S", "0.,0.,1.");
+        over.replace(over.find(plain), plain.size(),
+                     "CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM('',(#900012),%S,#900001,(" + context + "))");
+        for (const bool isFirst : {false, true}) {
+            const std::string base = Style(900001, "%S", "1.,0.,0.");
+            const StepDocument document = Read((isFirst ? over + base : base + over) + view);
+            EXPECT_EQ(document.solids.at(0).color, (Rgb{255, 0, 0})) << context << isFirst;
+            const std::string content = Content();
+            EXPECT_EQ(NotesOf(document), LineAt(content, content.find("#900011=")) +
+                                             ", nothing lost: 1 style(s) for one use or view alone "
+                                             "passed over, the first one #900011\n")
+                << context << isFirst;
+        }
+    }
+}
+
+TEST_F(StepLooks, AHidingForOneViewAloneIsARemarkThatSaysSo) {
+    const StepDocument document = Read(Style(900001, "%S", "1.,0.,0.") +
+                                       "#900021=CONTEXT_DEPENDENT_INVISIBILITY((#900001),#900022);\n"
+                                       "#900022=DRAUGHTING_MODEL('',(#900001),%C);\n");
+    EXPECT_TRUE(document.solids.at(0).visible);
+    EXPECT_EQ(document.solids.at(0).color, (Rgb{255, 0, 0}));
+    const std::string content = Content();
+    EXPECT_EQ(
+        NotesOf(document),
+        LineAt(content, content.find("#900021=")) +
+            ", nothing lost: 1 style(s) for one use or view alone passed over, the first one #900021\n");
+}
+
 TEST_F(StepLooks, AStyleThatOverridesAnotherOneOnAFaceLeavesThePartsColour) {
     std::string over = Style(900011, "%F", "0.,0.,1.");
     const std::string plain = "STYLED_ITEM('',(#900012),%F)";

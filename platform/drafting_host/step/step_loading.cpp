@@ -10,6 +10,7 @@
 #include <unordered_set>
 
 #include "base/byte_order_mark.h"
+#include "drafting_host/step/looks/double_looks.h"
 #include "drafting_host/step/looks/look_targets.h"
 #include "drafting_host/step/models/model_faults.h"
 #include "drafting_host/step/places/mapped_usages.h"
@@ -105,6 +106,7 @@ Loading::Loading(const std::filesystem::path& path, LengthUnit unit)
     RequireStep(path, mContent);
     RequireSoundFrame(path, mStatements);
     for (const StatementFault& fault : TextFaults(mStatements)) Remove(fault);
+    for (const StatementFault& look : ContextLooks(mStatements, mQuarantine)) Remove(look);
     for (const Statement* name : ExternalNames(mStatements)) mQuarantine.Hide(*name);
     for (const Statement* relation : MeshRelations(mStatements)) mQuarantine.Hide(*relation);
     for (const DoubleRelation& relation : DoubleRelations(mStatements)) mQuarantine.Hide(*relation.statement);

@@ -88,6 +88,17 @@ void NoteDoubleLooks(const Statements& statements, const Quarantine& quarantine,
         [&](const Statement& layer) { return FirstTextOf(statements, layer, codePage); }, document);
 }
 
+std::vector<StatementFault> ContextLooks(const Statements& statements, const Quarantine& quarantine) {
+    std::vector<StatementFault> looks;
+    for (const Statement& statement : statements.All()) {
+        const bool isOfContext = statement.kind == "CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM" ||
+                                 statement.kind == "CONTEXT_DEPENDENT_INVISIBILITY";
+        if (isOfContext && !quarantine.IsRemoved(statement))
+            looks.push_back({&statement, statement.place, "a look that holds everywhere (style_context)"});
+    }
+    return looks;
+}
+
 void NoteContextLooks(const Statements& statements, const Quarantine& quarantine, StepDocument& document) {
     std::set<std::size_t> places;
     for (const StatementFault& fault : quarantine.LostLooks())

@@ -2,6 +2,8 @@
 // one of them is lost.
 #pragma once
 
+#include <vector>
+
 #include "drafting_host/step/texts/step_document.h"
 #include "drafting_host/step/texts/step_quarantine.h"
 #include "drafting_host/step/texts/step_strings.h"
@@ -13,8 +15,12 @@ namespace brenvik::step {
 void NoteDoubleLooks(const Statements& statements, const Quarantine& quarantine, CodePage codePage,
                      StepDocument& document);
 
-/// A remark on the styles that were left out since what they hold for alone is nothing that the modeller
-/// knows there, a use for one: their number and the first one. Parts have the style that holds for all.
+/// Overriding styles and hidings that hold for one use, representation or view alone, but for those that were
+/// taken out already. The modeller would give such a style to all uses or to none, by its place in the file.
+std::vector<StatementFault> ContextLooks(const Statements& statements, const Quarantine& quarantine);
+
+/// A remark on the styles that were left out since they hold for one use or view alone: their number and the
+/// first one. Parts have the style that holds for all.
 void NoteContextLooks(const Statements& statements, const Quarantine& quarantine, StepDocument& document);
 
 }  // namespace brenvik::step

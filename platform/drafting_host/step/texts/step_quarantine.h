@@ -20,8 +20,8 @@ struct StatementFault {
     bool isTold = true;    ///< False for omissions that need no report.
 };
 
-/// Whether it is what a style names as the only place where it holds, a kind that the modeller doesn't know
-/// there.
+/// Whether it is a look that holds in one place alone, or what a style names as that place, of a kind that
+/// the modeller doesn't know there.
 inline bool IsOfContext(const StatementFault& fault) {
     return fault.expected.find("(style_context)") != std::string::npos;
 }
