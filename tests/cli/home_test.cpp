@@ -152,7 +152,7 @@ TEST_F(Home, WithoutUnitsInItsSettingsGetsNoneByInit) {
     std::filesystem::remove(Path("home/CNCProfile.txt"));
     const Outcome unknown = Run({"init"});
     EXPECT_EQ(unknown.status, 1);
-    EXPECT_NE(unknown.errors.find("nothing tells the units of this home"), std::string::npos);
+    EXPECT_NE(unknown.errors.find("the units of this home are unknown"), std::string::npos);
     EXPECT_EQ(Read("home/settings.txt"), settings);
     EXPECT_FALSE(Exists("home/materials.txt"));
     EXPECT_TRUE(Exists("home/CNCProfile.txt"));

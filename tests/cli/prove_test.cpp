@@ -68,7 +68,7 @@ TEST_F(Prove, AnEditedFileIsTold) {
     ASSERT_NE(layer, std::string::npos);
     text = ReplaceAll(text, text.substr(layer, text.find_first_of("\r\n", layer) - layer), "VD_Z3_T_D5");
     Write(file, text);
-    ExpectTold(ProveJob(), "a name that tells of a depth of 3", oneRight);
+    ExpectTold(ProveJob(), "a name that gives a depth of 3", oneRight);
 }
 
 TEST_F(Prove, AFileThatIsNoDrawingIsToldAsUnproved) {
@@ -298,7 +298,7 @@ TEST_F(Prove, AHeightInANameThatIsNotTheCirclesIsTold) {
     const std::string other = ReplaceAll(text, "drill z18\n", "drill z10\n");
     ASSERT_NE(other, text);
     Write(file, other);
-    ExpectTold(ProveJob(), "a name that tells of a height of 10 where the circle lies 18 high", oneRight);
+    ExpectTold(ProveJob(), "a name that gives a height of 10 where the circle lies 18 high", oneRight);
 }
 
 TEST_F(Prove, AnOutlineThatTheOtherSideMakesGoodIsTold) {

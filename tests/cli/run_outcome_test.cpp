@@ -30,7 +30,7 @@ TEST_F(RunOutcome, IsIncompleteWhereACncRunSkipsAPartThatNoStepLooksAt) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_NE(outcome.errors.find(named), std::string::npos) << outcome.errors;
     EXPECT_NE(outcome.errors.find(
-                  "\na.journal: no \"expect message\" looks at a message box that tells of something "
+                  "\na.journal: no \"expect message\" looks at a message box that reports something "
                   "skipped or failed; the first: [] " +
                   unknown + "\n"),
               std::string::npos)
@@ -49,7 +49,7 @@ TEST_F(RunOutcome, TellsOfEachRun) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_NE(outcome.errors.find(named), std::string::npos) << outcome.errors;
     EXPECT_NE(outcome.errors.find("The part 16F was skipped.\n"), std::string::npos) << outcome.errors;
-    EXPECT_NE(outcome.errors.find("looks at 2 message boxes that tell of"), std::string::npos)
+    EXPECT_NE(outcome.errors.find("looks at 2 message boxes that report"), std::string::npos)
         << outcome.errors;
 }
 

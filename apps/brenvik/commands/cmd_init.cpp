@@ -40,7 +40,7 @@ std::optional<MeasureUnits> UnitsOf(Workplace& workplace, const std::string& wor
         throw CommandError(
             ExitStatus::WrongWords,
             "--units: " + TextFromPath(workplace.home) +
-                " has settings, but neither HomeUnits nor an ExportScaleSetting from 1 to 4 that tells its "
+                " has settings, but neither HomeUnits nor an ExportScaleSetting from 1 to 4 that gives its "
                 "units; set that first: brenvik settings set ExportScaleSetting 1 (inches) or 2 "
                 "(millimetres), then init brings the rest in these");
     return UnitsOfMaterials(workplace.files);
@@ -59,9 +59,8 @@ ExitStatus Init(const std::string& home, const std::string& word) {
               << '\n';
     if (workplace.HomeWasMade() && workplace.toldSettings.DamageFound()) return ExitStatus::Incomplete;
     if (units) return ExitStatus::Done;
-    std::cerr
-        << "brenvik: nothing tells the units of this home: settings and materials that are missing stay "
-           "so; set ExportScaleSetting to 1 (inches) or 2 (millimetres) and init again\n";
+    std::cerr << "brenvik: the units of this home are unknown: settings and materials that are missing stay "
+                 "so; set ExportScaleSetting to 1 (inches) or 2 (millimetres) and init again\n";
     return ExitStatus::Incomplete;
 }
 

@@ -121,7 +121,7 @@ Command ProveCommand() {
     auto options = std::make_shared<ProveOptions>();
     return {
         "prove",
-        "Hold the files of an earlier CNC run against the drawing's solids, and tell what differs",
+        "Hold the files of an earlier CNC run against the drawing's solids, and report what differs",
         {options->drawing.DrawingWord(),
          Argument(
              "FOLDER", &options->folder,
@@ -134,7 +134,7 @@ Command ProveCommand() {
              ", and behind them, in place of FOLDER, the folder that holds a folder of files "
              "for each, named as the drawing"),
          Argument("--target", &options->target,
-                  "The CAM package that they are for, where their names don't tell: " + TargetNames())
+                  "The CAM package that they are for, where their names don't say it: " + TargetNames())
              .Checked(CheckTarget)
              .Named("T"),
          Argument("--from-grid", &options->fromGrid,

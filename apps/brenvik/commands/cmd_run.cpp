@@ -213,10 +213,10 @@ RunWatch WatchOf(const std::string& home, WatchedJournalDialogs& dialogs, RunTra
 void TellOverlooked(const std::string& journal, WatchedJournalDialogs& dialogs, Teller& teller) {
     const std::vector<MessageRequest> boxes = dialogs.Overlooked();
     if (boxes.empty()) return;
-    const std::string count = boxes.size() == 1 ? "a message box that tells"
-                                                : std::to_string(boxes.size()) + " message boxes that tell";
+    const std::string count = boxes.size() == 1 ? "a message box that reports"
+                                                : std::to_string(boxes.size()) + " message boxes that report";
     teller.Loss(journal + ": no \"expect message\" looks at " + count +
-                " of something skipped or failed; the first: " + MessageLine(boxes.front()));
+                " something skipped or failed; the first: " + MessageLine(boxes.front()));
 }
 
 /// What a journal saves of the drawing, and what a run that it starts does.

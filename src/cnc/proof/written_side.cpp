@@ -109,14 +109,14 @@ class SideReader {
         // A picture of the file alone doesn't know how thick the part is.
         const bool isKnown = mContext.thickness > 0;
         if (ofCircle && isKnown && name.depth && Apart(*name.depth, mContext.thickness, name.rounding))
-            Fault("a name that tells of a height of " + ReportedLength(*name.depth) +
-                  " where the circle lies " + ReportedLength(mContext.thickness) + " high");
+            Fault("a name that gives a height of " + ReportedLength(*name.depth) + " where the circle lies " +
+                  ReportedLength(mContext.thickness) + " high");
         if (!name.depth || ofCircle)
             return name.through ? std::max(thickness, mContext.thickness) : thickness;
         const bool inNameAlone = name.kind == OperationKind::Hole && !HolesKeepThickness(mContext.target);
         if (thickness == 0 && inNameAlone) return *name.depth;
         if (!Apart(*name.depth, thickness, name.rounding)) return thickness;
-        Fault("a name that tells of a depth of " + ReportedLength(*name.depth) + " where the entity is " +
+        Fault("a name that gives a depth of " + ReportedLength(*name.depth) + " where the entity is " +
               ReportedLength(thickness) + " deep");
         return *name.depth;
     }
@@ -142,10 +142,10 @@ class SideReader {
         if (name.kind != OperationKind::Hole && Trim(name.tool) == "0")
             Fault("a path whose tool is 0, which stands for none,");
         if (name.through && depth < mContext.thickness - Slack())
-            Fault("a name that tells of a hole right through where it is " + ReportedLength(depth) + " deep");
+            Fault("a name that gives a hole right through where it is " + ReportedLength(depth) + " deep");
         if (name.diameter && name.kind == OperationKind::Hole &&
             Apart(*name.diameter, WidthOf(sides), name.rounding))
-            Fault("a name that tells of a diameter of " + ReportedLength(*name.diameter) +
+            Fault("a name that gives a diameter of " + ReportedLength(*name.diameter) +
                   " where the hole is " + ReportedLength(WidthOf(sides)) + " wide");
         for (PlanSide& side : sides) {
             side.from = OnFirst(side.from);
@@ -208,10 +208,10 @@ class SideReader {
         if (std::abs(out.z) > SameAxis) return Fault("a bore that isn't level");
         const double depth = -circle.Thickness();
         if (name.diameter && Apart(*name.diameter, circle.Diameter(), name.rounding))
-            Fault("a name that tells of a diameter of " + ReportedLength(*name.diameter) +
+            Fault("a name that gives a diameter of " + ReportedLength(*name.diameter) +
                   " where the bore is " + ReportedLength(circle.Diameter()) + " wide");
         if (name.depth && Apart(*name.depth, depth, name.rounding))
-            Fault("a name that tells of a depth of " + ReportedLength(*name.depth) + " where the bore is " +
+            Fault("a name that gives a depth of " + ReportedLength(*name.depth) + " where the bore is " +
                   ReportedLength(depth) + " deep");
         AddBore(name, circle.Center(), {-out.x, -out.y, 0}, circle.Radius(), depth, false);
     }
@@ -240,10 +240,10 @@ class SideReader {
         if (depth <= 0) return Fault("a bore that cuts nothing");
         const double top = name.height.value_or(mContext.thickness / 2) - mContext.thickness;
         if (name.diameter && Apart(*name.diameter, width, name.rounding + RectangleRounding))
-            Fault("a name that tells of a diameter of " + ReportedLength(*name.diameter) +
+            Fault("a name that gives a diameter of " + ReportedLength(*name.diameter) +
                   " where the bore is " + ReportedLength(width) + " wide");
         if (name.depth && Apart(*name.depth, depth, name.rounding + RectangleRounding))
-            Fault("a name that tells of a depth of " + ReportedLength(*name.depth) + " where the bore is " +
+            Fault("a name that gives a depth of " + ReportedLength(*name.depth) + " where the bore is " +
                   ReportedLength(depth) + " deep");
         AddBore(name, {(at[0] + at[2]) / 2, (at[1] + at[3]) / 2, top}, {into.x / depth, into.y / depth, 0},
                 width / 2, depth, true);

@@ -257,7 +257,7 @@ TEST_F(ToldDifferences, ABlindHoleWhoseNameSaysRightThrough) {
     PutDown(part, {"Millimetres", 2}, 0);
     RunAll(Target::WOP4);
     const std::string told = Join(LastRunReport().unexplained, "\n");
-    EXPECT_TRUE(Has(told, "a name that tells of a hole right through where it is 12 deep on layer ZD12"))
+    EXPECT_TRUE(Has(told, "a name that gives a hole right through where it is 12 deep on layer ZD12"))
         << told;
 }
 
