@@ -8,19 +8,19 @@
 #include "cnc/part/lengths.h"
 #include "cnc/part/run_state.h"
 #include "cnc/part/told.h"
-#include "session/ports/measuring_port.h"
+#include "parts/extents.h"
 #include "session/session.h"
 
 namespace brenvik {
 
 std::optional<mAutoCAD::SortedExtents> MeasuredSizesOf(const AcadEntity& solid) {
     if (ThePlatform().measuring == nullptr) return std::nullopt;
-    double a = 0, b = 0, c = 0;
-    int status = 0;
-    const bool done = Skip(
-        [&] { ThePlatform().measuring->CreateMeasurer()->MeasureSolid(solid.ObjectID(), a, b, c, status); });
-    if (!done || status <= 0) return std::nullopt;
-    return mAutoCAD::SortExtents(a, b, c);
+    std::unique_ptr<SolidMeasurer> measurer;
+    mAutoCAD::MeasuredExtents extents;
+    bool measured = false;
+    if (!Skip([&] { measured = mAutoCAD::ObtainExtents(solid, {}, {}, measurer, extents); }) || !measured)
+        return std::nullopt;
+    return mAutoCAD::SortExtents(extents.D[0], extents.D[1], extents.D[2]);
 }
 
 void NoteWhereLarger(RunState& run, const mAutoCAD::SortedExtents& measured, const AcadEntity& laid) {

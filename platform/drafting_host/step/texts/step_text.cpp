@@ -80,11 +80,6 @@ void RequireStep(const std::filesystem::path& path, std::string_view content) {
     std::string_view start = WithoutByteOrderMark(content);
     while (!start.empty() && IsBlank(start.front())) start.remove_prefix(1);
     if (start.empty()) throw FormatFailure(path, 1, "a STEP file (\"ISO-10303-21;\"), the file is empty");
-    while (start.starts_with("/*")) {
-        const std::size_t end = start.find("*/", 2);
-        start.remove_prefix(end == std::string_view::npos ? start.size() : end + 2);
-        while (!start.empty() && IsBlank(start.front())) start.remove_prefix(1);
-    }
     if (!start.starts_with(Opening)) throw FormatFailure(path, 1, "a STEP file (\"ISO-10303-21;\")");
 }
 

@@ -21,7 +21,7 @@ Failure FormatFailure(const std::filesystem::path& path, std::size_t line, std::
 /// The whole content of the file. Throws Failure 53 when it isn't there, 75 when it can't be read.
 std::string ContentOf(const std::filesystem::path& path);
 
-/// Throws FormatFailure unless the content opens as a STEP file.
+/// Throws FormatFailure unless the content, without its comments, opens as a STEP file.
 void RequireStep(const std::filesystem::path& path, std::string_view content);
 
 /// The content with blanks in the place of its comments, line for line: what looks like a number, a bracket
