@@ -55,7 +55,9 @@ void GuardedFiles::Write(const fs::path& file, std::string_view content) {
     if (StampOf(place) != expected->second)
         throw Failure(failure_number::PathAccess, std::string(OwnSource),
                       TextFromPath(file) + " was " + (expected->second ? "changed" : "made") +
-                          " by another program since it was read; nothing was written over it");
+                          " by another program since it was read; nothing was written over it: save under "
+                          "another name, or open "
+                          "it anew");
     WriteWholeFile(file, content);
     expected->second = Stamp{content.size(), std::hash<std::string_view>()(content)};
 }

@@ -46,9 +46,10 @@ TEST_F(GuardedFile, ThatAnotherProgramChangedIsLeftAlone) {
     // As long, and at once: neither size nor time tells.
     Put("new");
     const Failure failure = FailureOf([&] { files.Write(File(), "mine"); });
-    EXPECT_EQ(failure.description(), File().string() +
-                                         " was changed by another program since it was read; "
-                                         "nothing was written over it");
+    EXPECT_EQ(failure.description(),
+              File().string() +
+                  " was changed by another program since it was read; "
+                  "nothing was written over it: save under another name, or open it anew");
     EXPECT_EQ(Content(), "new");
     // However it is written.
     FailureOf([&] { files.Write(folder.Path() / "." / "job.dxf", "mine"); });

@@ -183,7 +183,7 @@ void Play(const RunOptions& options, const JournalStage& stage, std::vector<Jour
     world.takeRefusal = [&refusals] { return refusals.TakeOldest(); };
     world.save = [&](const std::string& name) {
         std::string expected = SaveByEnding(name, options, workplace, transcript.Stream(), teller);
-        if (expected.empty()) drawings.NoteSaved(PresentDrawing(workplace));
+        if (expected.empty()) drawings.NoteSaved(PresentDrawing(workplace), name);
         return expected;
     };
     world.open = [&](const std::string& name) { GoOnIn(name, options, workplace, teller, drawings); };
@@ -223,7 +223,8 @@ void TellOverlooked(const std::string& journal, WatchedJournalDialogs& dialogs, 
 void WatchSavings(Workplace& workplace, OpenedDrawings& drawings) {
     workplace.drawingWritten = [&](const std::filesystem::path& file) {
         for (const auto& document : workplace.host.OpenDocuments())
-            if (file == workplace.host.Resolve(document->FullName())) drawings.NoteSaved(*document);
+            if (file == workplace.host.Resolve(document->FullName()))
+                drawings.NoteSaved(*document, TextFromPath(file));
     };
 }
 
@@ -232,8 +233,12 @@ void TellUnsaved(const RunOptions& options, const OpenedDrawings& drawings, RunT
     for (const OpenedDrawings::Opened& drawing : drawings.All()) {
         const bool isFirst = &drawing == &drawings.All().front();
         if ((isFirst && !options.drawing.save.empty()) || !drawing.HasChanges()) continue;
-        transcript.Stream() << drawing.name << " was changed and not saved: expected a step save in "
-                            << options.journal << (isFirst ? ", or --save\n" : "\n");
+        transcript.Stream() << drawing.name
+                            << (drawing.savedAs.empty() ? " was changed and not saved"
+                                                        : " was changed after it was saved as " +
+                                                              drawing.savedAs + ", and not saved since")
+                            << ": expected a step save in " << options.journal
+                            << (isFirst ? ", or --save\n" : "\n");
     }
 }
 

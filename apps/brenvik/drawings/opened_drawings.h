@@ -21,17 +21,23 @@ class OpenedDrawings {
         /// The number of notes from when it was read.
         std::size_t notes;
         DrawingState saved;
+        /// The file that holds that state, where it isn't the one that was opened.
+        std::string savedAs;
         /// None in a drawing that was closed since: whoever closed it has saved or discarded them.
         bool HasChanges() const {
             return document != nullptr && !document->Closed() && !(saved == DrawingState(*document));
         }
     };
     void Add(const HostDocument& document, std::string name) {
-        mDrawings.push_back({&document, std::move(name), document.Notes().size(), DrawingState(document)});
+        mDrawings.push_back(
+            {&document, std::move(name), document.Notes().size(), DrawingState(document), ""});
     }
-    void NoteSaved(const HostDocument& document) {
-        for (Opened& opened : mDrawings)
-            if (opened.document == &document) opened.saved = DrawingState(document);
+    void NoteSaved(const HostDocument& document, const std::string& file) {
+        for (Opened& opened : mDrawings) {
+            if (opened.document != &document) continue;
+            opened.saved = DrawingState(document);
+            opened.savedAs = file;
+        }
     }
     void NoteClosed(const HostDocument& document) {
         for (Opened& opened : mDrawings)
