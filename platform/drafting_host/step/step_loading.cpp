@@ -31,6 +31,7 @@
 #include "drafting_host/step/texts/data_sections.h"
 #include "drafting_host/step/texts/long_statements.h"
 #include "drafting_host/step/texts/modeller_session.h"
+#include "drafting_host/step/texts/plain_forms.h"
 #include "drafting_host/step/texts/step_text.h"
 
 namespace brenvik::step {
@@ -98,8 +99,9 @@ std::string WithoutMark(std::string content) {
 Loading::Loading(const std::filesystem::path& path, LengthUnit unit)
     : mPath(path),
       mUnit(unit),
-      mContent(WithPlacedUsages(
-          WithRelatedShapes(WithPlainUsages(WithoutComments(WithoutMark(ContentOf(path))), mNotes)), mNotes)),
+      mContent(WithPlacedUsages(WithRelatedShapes(WithPlainUsages(
+                                    WithPlainForms(WithoutComments(WithoutMark(ContentOf(path)))), mNotes)),
+                                mNotes)),
       mStatements(mContent),
       mContexts(mStatements),
       mQuarantine(mStatements) {
