@@ -207,11 +207,10 @@ std::pair<std::vector<std::string>, std::size_t> ValuesAt(const std::string& con
         if (c == '\'') quoted = !quoted;
         if (!quoted && c == ')' && depth-- == 0) return {values, at + 1};
         if (!quoted && c == '(') ++depth;
-        if (!quoted && c == ',' && depth == 0) {
+        if (!quoted && c == ',' && depth == 0)
             values.emplace_back();
-        } else {
+        else
             values.back() += c;
-        }
     }
 }
 
