@@ -155,7 +155,7 @@ TEST_F(StepForms, LongNamesAreRead) {
 }
 
 /// Each kind with all the kinds above it, by the alphabet; a digit stands for a value of the plain form.
-const std::vector<std::pair<std::string, std::string>> longForms{
+const std::vector<std::pair<std::string, std::string>> LongForms{
     {"CARTESIAN_POINT", "CARTESIAN_POINT(1) GEOMETRIC_REPRESENTATION_ITEM() POINT()\nREPRESENTATION_ITEM(0)"},
     {"DIRECTION", "DIRECTION(1)GEOMETRIC_REPRESENTATION_ITEM()REPRESENTATION_ITEM(0)"},
     {"VECTOR", "GEOMETRIC_REPRESENTATION_ITEM()REPRESENTATION_ITEM(0)VECTOR(1,2)"},
@@ -255,7 +255,7 @@ TEST_F(StepLongForms, AStatementWithAllTheKindsAboveItsOwnReadsAsThePlainOne) {
     const std::string expected = TextOf(Read(plain));
     ASSERT_NE(expected.find("600.000000"), std::string::npos) << expected;
     std::string all = plain;
-    for (const auto& [kind, form] : longForms) {
+    for (const auto& [kind, form] : LongForms) {
         if (kind == "FACE_BOUND" && plain.find(" = FACE_BOUND(") == std::string::npos) continue;
         const std::string one = InLongForm(plain, kind, form);
         ASSERT_NE(one, plain) << kind;

@@ -45,7 +45,7 @@ struct Row {
 
 /// By the schemas of AP203, AP214 and AP242 (ISO 10303-41 to -44). A kind without values of its own may stand
 /// anywhere in its row.
-constexpr std::array rows{
+constexpr std::array Rows{
     Row{Above::Nothing, "MEASURE_WITH_UNIT LENGTH_MEASURE_WITH_UNIT"},
     Row{Above::Nothing, "MEASURE_WITH_UNIT PLANE_ANGLE_MEASURE_WITH_UNIT"},
     Row{Above::Nothing, "MEASURE_WITH_UNIT UNCERTAINTY_MEASURE_WITH_UNIT"},
@@ -125,7 +125,7 @@ std::string KeyOf(Kinds kinds) {
 const std::unordered_map<std::string, Kinds>& Table() {
     static const std::unordered_map<std::string, Kinds> table = [] {
         std::unordered_map<std::string, Kinds> made;
-        for (const Row& row : rows) {
+        for (const Row& row : Rows) {
             Kinds kinds = WordsOf(std::string(KindsOf(row.above)) + std::string(row.kinds));
             std::string key = KeyOf(kinds);
             made.emplace(std::move(key), std::move(kinds));
