@@ -165,6 +165,19 @@ TEST_F(OutcomeShown, NamesTheDrawing) {
     EXPECT_TRUE(Find<QLabel>("summary").text().startsWith("3 parts, "));
 }
 
+// A run may have taken a part of the drawing alone: the sentence speaks of no more than the run.
+TEST_F(OutcomeShown, AWholeRunSaysSoOfItsOwnPartsAlone) {
+    const QString whole = "No part of the run was left out.";
+    window.Show(outcome);
+    EXPECT_FALSE(Find<QLabel>("summary").text().contains(whole));
+    outcome.parts.resize(1);
+    window.Show(outcome);
+    EXPECT_TRUE(Find<QLabel>("summary").text().endsWith(whole));
+    outcome.complete = false;
+    window.Show(outcome);
+    EXPECT_FALSE(Find<QLabel>("summary").text().contains(whole));
+}
+
 TEST_F(OutcomeShown, TellsWhatIsOfTheRunFirst) {
     outcome.complete = false;
     outcome.messages = {"The run was cancelled."};

@@ -48,7 +48,7 @@ QString SummaryOf(const RunOutcome& outcome) {
     if (const std::size_t told = outcome.PartsToldOf(); told > 0)
         summary += Counted(told, "part", "parts") + (told == 1 ? " needs a look." : " need a look.");
     else if (outcome.complete && outcome.messages.empty())
-        summary += "Nothing of what was selected was left out.";
+        summary += "No part of the run was left out.";
     return summary;
 }
 
